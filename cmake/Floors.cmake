@@ -1,0 +1,26 @@
+# One folder of src/ is one static library. What a floor links is what it may include;
+# tests/checks/floors.py holds the includes against the same rows.
+
+find_package(PkgConfig REQUIRED)
+find_package(ICU 72 REQUIRED COMPONENTS uc)
+find_package(fmt REQUIRED)
+find_package(nlohmann_json REQUIRED)
+find_package(Threads REQUIRED)
+pkg_check_modules(DEFLATE REQUIRED IMPORTED_TARGET libdeflate)
+pkg_check_modules(TURBOJPEG REQUIRED IMPORTED_TARGET libturbojpeg)
+pkg_check_modules(GLIB REQUIRED IMPORTED_TARGET glib-2.0)
+pkg_check_modules(XXHASH REQUIRED IMPORTED_TARGET libxxhash)
+
+add_library(kestrova_options INTERFACE)
+target_include_directories(kestrova_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_options(kestrova_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+
+# kestrova_floor(NAME USES floor… LIBS target…): the sources of src/NAME as a library.
+function(kestrova_floor name)
+  cmake_parse_arguments(F "" "" "USES;LIBS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+  add_library(kestrova_${name} STATIC ${sources})
+  list(TRANSFORM F_USES PREPEND kestrova_)
+  target_link_libraries(kestrova_${name} PUBLIC kestrova_options ${F_USES} ${F_LIBS})
+endfunction()

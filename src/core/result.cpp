@@ -1,0 +1,15 @@
+#include "core/result.h"
+
+namespace kestrova
+{
+
+Failure MakeFailure(ErrorCode code, std::string subject, const std::error_code& reason)
+{
+    if (reason == std::errc::no_space_on_device)
+        code = ErrorCode::NoSpace;
+    else if (reason == std::errc::operation_canceled)
+        code = ErrorCode::Stopped;
+    return {code, std::move(subject), reason ? reason.message() : std::string{}};
+}
+
+} // namespace kestrova

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Text in memory is UTF-8; bytes that are none pass through unharmed.
+namespace kestrova
+{
+
+/// Without blanks at the end; without blanks at both ends.
+std::string_view TrimEnd(std::string_view text);
+std::string_view Trim(std::string_view text);
+
+/// By simple Unicode case folding, the same in every locale.
+std::string FoldCase(std::string_view text);
+/// By simple Unicode upper-casing: the key by which listings are sorted.
+std::string UpperCase(std::string_view text);
+/// Names of files, tags and extensions are compared so.
+bool EqualNames(std::string_view a, std::string_view b);
+bool EndsWithName(std::string_view text, std::string_view ending);
+/// Where `part` stands in `text` without regard to case; npos when it does not.
+std::size_t FindFolded(std::string_view text, std::string_view part, std::size_t from = 0);
+
+/// The parts between the separators; an empty text has one empty part.
+std::vector<std::string> Split(std::string_view text, char separator);
+std::string Join(const std::vector<std::string>& parts, std::string_view separator);
+std::string ReplaceAll(std::string text, std::string_view what, std::string_view with);
+
+/// The number that leads the text, blanks before it skipped; 0 when there is none. A number beyond
+/// 32 bits is 0 as well.
+std::int32_t LeadingNumber(std::string_view text);
+/// At least `width` digits, filled with zeros.
+std::string ZeroPadded(std::int64_t number, int width);
+
+/// The bytes of the Windows code page 1252. What has no place there becomes '?'. The five bytes
+/// that the code page leaves open stand for the control characters of the same number, as the
+/// WHATWG encoding table has it, so that every byte comes back.
+std::string ToWindows1252(std::string_view utf8);
+std::string FromWindows1252(std::string_view bytes);
+/// True when the text comes back the same from the code page.
+bool FitsWindows1252(std::string_view utf8);
+bool IsUtf8(std::string_view text);
+/// As text that any window can show: bytes that are no UTF-8 are taken for Windows-1252.
+std::string Readable(std::string_view text);
+
+} // namespace kestrova

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace kestrova::platform
+{
+
+/// Nanoseconds since 1970, UTC.
+std::int64_t NowNs();
+
+/// A point in time as the wall clock of this place shows it.
+struct LocalTime {
+    int year = 1970;
+    int month = 1; ///< 1 to 12
+    int day = 1;
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+};
+LocalTime LocalTimeOf(std::int64_t ns);
+
+/// Changes with every start of the machine; empty where the system does not tell.
+std::string BootId();
+
+} // namespace kestrova::platform

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <system_error>
+
+namespace kestrova::platform
+{
+
+using Path = std::filesystem::path;
+
+/// Every call of the file system that changes something passes here first, so that a test can
+/// make any one of them fail or end the process there. Called from any thread.
+enum class FileAction {
+    Create,
+    Write,
+    Sync,
+    Rename,
+    Exchange,
+    Unlink,
+    MakeFolder,
+    RemoveFolder,
+    SetMode,
+    SetTimes,
+    Truncate,
+};
+
+class FileHook
+{
+public:
+    virtual ~FileHook() = default;
+    /// An error makes the call fail with it; nothing is changed then.
+    virtual std::error_code Before(FileAction action, const Path& path) = 0;
+};
+
+/// Null, the default, lets everything through. The hook must outlive its use.
+void SetFileHook(FileHook* hook);
+[[nodiscard]] std::error_code AskFileHook(FileAction action, const Path& path);
+
+} // namespace kestrova::platform

@@ -1,0 +1,492 @@
+#include "platform/files.h"
+
+#include <atomic>
+#include <cerrno>
+#include <dirent.h>
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+#include <xxhash.h>
+
+namespace kestrova::platform
+{
+
+namespace
+{
+
+std::atomic<FileHook*> fileHook{nullptr};
+
+std::error_code LastError()
+{
+    return {errno, std::generic_category()};
+}
+
+FileFacts FactsFrom(const struct stat& status)
+{
+    FileFacts facts;
+    if (S_ISREG(status.st_mode))
+        facts.kind = FileKind::File;
+    else if (S_ISDIR(status.st_mode))
+        facts.kind = FileKind::Folder;
+    else if (S_ISLNK(status.st_mode))
+        facts.kind = FileKind::Link;
+    else
+        facts.kind = FileKind::Other;
+    facts.size = static_cast<std::uint64_t>(status.st_size);
+    facts.modifiedNs =
+        std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + std::int64_t{status.st_mtim.tv_nsec};
+    facts.device = status.st_dev;
+    facts.inode = status.st_ino;
+    facts.mode = status.st_mode & 07777U;
+    return facts;
+}
+
+FileKind KindOfEntry(const Path& folder, const dirent& entry)
+{
+    switch (entry.d_type) {
+    case DT_REG:
+        return FileKind::File;
+    case DT_DIR:
+        return FileKind::Folder;
+    case DT_LNK:
+        return FileKind::Link;
+    case DT_UNKNOWN:
+        return FactsOfLink(folder / entry.d_name).kind;
+    default:
+        return FileKind::Other;
+    }
+}
+
+} // namespace
+
+void SetFileHook(FileHook* hook)
+{
+    fileHook = hook;
+}
+
+std::error_code AskFileHook(FileAction action, const Path& path)
+{
+    FileHook* hook = fileHook;
+    return hook != nullptr ? hook->Before(action, path) : std::error_code{};
+}
+
+FileFacts FactsOf(const Path& path)
+{
+    struct stat status {
+    };
+    return ::stat(path.c_str(), &status) == 0 ? FactsFrom(status) : FileFacts{};
+}
+
+FileFacts FactsOfLink(const Path& path)
+{
+    struct stat status {
+    };
+    return ::lstat(path.c_str(), &status) == 0 ? FactsFrom(status) : FileFacts{};
+}
+
+std::error_code ListFolder(const Path& folder, std::vector<FolderEntry>& entries)
+{
+    entries.clear();
+    DIR* listing = ::opendir(folder.c_str());
+    if (listing == nullptr)
+        return LastError();
+    errno = 0;
+    while (const dirent* entry = ::readdir(listing)) {
+        std::string name = entry->d_name;
+        if (name != "." && name != "..")
+            entries.push_back({std::move(name), KindOfEntry(folder, *entry)});
+        errno = 0;
+    }
+    const std::error_code failure = errno != 0 ? LastError() : std::error_code{};
+    ::closedir(listing);
+    return failure;
+}
+
+std::error_code MakeFolder(const Path& folder)
+{
+    if (const auto failure = AskFileHook(FileAction::MakeFolder, folder))
+        return failure;
+    return ::mkdir(folder.c_str(), 0777) == 0 ? std::error_code{} : LastError();
+}
+
+std::error_code MakeFolders(const Path& folder)
+{
+    const FileKind kind = FactsOf(folder).kind;
+    if (kind == FileKind::Folder)
+        return {};
+    if (kind != FileKind::Missing)
+        return std::make_error_code(std::errc::not_a_directory);
+    if (folder.has_parent_path() && folder.parent_path() != folder)
+        if (const auto failure = MakeFolders(folder.parent_path()))
+            return failure;
+    const auto failure = MakeFolder(folder);
+    return failure == std::errc::file_exists ? std::error_code{} : failure;
+}
+
+std::error_code RemoveFolder(const Path& folder)
+{
+    if (const auto failure = AskFileHook(FileAction::RemoveFolder, folder))
+        return failure;
+    return ::rmdir(folder.c_str()) == 0 ? std::error_code{} : LastError();
+}
+
+std::error_code Unlink(const Path& file)
+{
+    if (const auto failure = AskFileHook(FileAction::Unlink, file))
+        return failure;
+    return ::unlink(file.c_str()) == 0 ? std::error_code{} : LastError();
+}
+
+std::error_code Rename(const Path& from, const Path& to)
+{
+    if (const auto failure = AskFileHook(FileAction::Rename, to))
+        return failure;
+    return ::rename(from.c_str(), to.c_str()) == 0 ? std::error_code{} : LastError();
+}
+
+std::error_code Exchange(const Path& a, const Path& b)
+{
+    if (const auto failure = AskFileHook(FileAction::Exchange, b))
+        return failure;
+    if (::renameat2(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str(), RENAME_EXCHANGE) == 0)
+        return {};
+    const std::error_code failure = LastError();
+    return failure == std::errc::invalid_argument
+               ? std::make_error_code(std::errc::operation_not_supported)
+               : failure;
+}
+
+std::error_code SetMode(const Path& path, std::uint32_t mode)
+{
+    if (const auto failure = AskFileHook(FileAction::SetMode, path))
+        return failure;
+    return ::chmod(path.c_str(), mode) == 0 ? std::error_code{} : LastError();
+}
+
+std::error_code SetModified(const Path& path, std::int64_t modifiedNs)
+{
+    if (const auto failure = AskFileHook(FileAction::SetTimes, path))
+        return failure;
+    timespec times[2];
+    times[0].tv_sec = 0;
+    times[0].tv_nsec = UTIME_OMIT;
+    times[1].tv_sec = static_cast<time_t>(modifiedNs / 1'000'000'000);
+    times[1].tv_nsec = static_cast<long>(modifiedNs % 1'000'000'000);
+    if (times[1].tv_nsec < 0) {
+        times[1].tv_nsec += 1'000'000'000;
+        --times[1].tv_sec;
+    }
+    return ::utimensat(AT_FDCWD, path.c_str(), times, 0) == 0 ? std::error_code{} : LastError();
+}
+
+std::error_code MakeLink(const Path& target, const Path& link)
+{
+    if (const auto failure = AskFileHook(FileAction::Create, link))
+        return failure;
+    return ::symlink(target.c_str(), link.c_str()) == 0 ? std::error_code{} : LastError();
+}
+
+File::File(File&& other) noexcept : descriptor_(other.descriptor_), path_(std::move(other.path_))
+{
+    other.descriptor_ = -1;
+}
+
+File& File::operator=(File&& other) noexcept
+{
+    std::swap(descriptor_, other.descriptor_);
+    std::swap(path_, other.path_);
+    return *this;
+}
+
+File::~File()
+{
+    if (descriptor_ >= 0)
+        ::close(descriptor_);
+}
+
+std::error_code File::Open(const Path& path, int flags, File& file)
+{
+    File opened;
+    opened.descriptor_ = ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, 0666);
+    if (opened.descriptor_ < 0)
+        return LastError();
+    opened.path_ = path;
+    file = std::move(opened);
+    return {};
+}
+
+std::error_code File::OpenForRead(const Path& path, File& file)
+{
+    // A pipe or a device must not hold the program up; only files and folders have content here.
+    const FileKind kind = FactsOf(path).kind;
+    if (kind == FileKind::Other)
+        return std::make_error_code(std::errc::invalid_argument);
+    if (kind == FileKind::Folder)
+        return std::make_error_code(std::errc::is_a_directory);
+    return Open(path, O_RDONLY, file);
+}
+
+std::error_code File::Create(const Path& path, File& file)
+{
+    if (const auto failure = AskFileHook(FileAction::Create, path))
+        return failure;
+    return Open(path, O_RDWR | O_CREAT | O_TRUNC, file);
+}
+
+std::error_code File::CreateNew(const Path& path, File& file)
+{
+    if (const auto failure = AskFileHook(FileAction::Create, path))
+        return failure;
+    return Open(path, O_RDWR | O_CREAT | O_EXCL, file);
+}
+
+std::error_code File::OpenForUpdate(const Path& path, File& file)
+{
+    if (const auto failure = AskFileHook(FileAction::Create, path))
+        return failure;
+    return Open(path, O_RDWR | O_CREAT, file);
+}
+
+std::error_code File::Read(std::span<std::byte> into, std::size_t& got)
+{
+    got = 0;
+    for (;;) {
+        const ssize_t count = ::read(descriptor_, into.data(), into.size());
+        if (count >= 0) {
+            got = static_cast<std::size_t>(count);
+            return {};
+        }
+        if (errno != EINTR)
+            return LastError();
+    }
+}
+
+std::error_code File::Write(std::span<const std::byte> bytes)
+{
+    if (const auto failure = AskFileHook(FileAction::Write, path_))
+        return failure;
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(descriptor_, bytes.data(), bytes.size());
+        if (count < 0) {
+            if (errno == EINTR)
+                continue;
+            return LastError();
+        }
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+    return {};
+}
+
+std::error_code File::Sync()
+{
+    if (const auto failure = AskFileHook(FileAction::Sync, path_))
+        return failure;
+    return ::fdatasync(descriptor_) == 0 ? std::error_code{} : LastError();
+}
+
+std::error_code File::Truncate(std::uint64_t size)
+{
+    if (const auto failure = AskFileHook(FileAction::Truncate, path_))
+        return failure;
+    return ::ftruncate(descriptor_, static_cast<off_t>(size)) == 0 ? std::error_code{}
+                                                                   : LastError();
+}
+
+std::error_code File::Close()
+{
+    const int descriptor = descriptor_;
+    descriptor_ = -1;
+    return descriptor < 0 || ::close(descriptor) == 0 ? std::error_code{} : LastError();
+}
+
+FileFacts File::Facts() const
+{
+    struct stat status {
+    };
+    return ::fstat(descriptor_, &status) == 0 ? FactsFrom(status) : FileFacts{};
+}
+
+namespace
+{
+
+/// For file systems on which the kernel copies nothing itself.
+std::error_code CopyThroughMemory(File& from, File& to, std::uint64_t done,
+                                  const CopyProgress& progress)
+{
+    std::vector<std::byte> buffer(std::size_t{1} << 20);
+    for (;;) {
+        std::size_t got = 0;
+        if (const auto failure = from.Read(buffer, got))
+            return failure;
+        if (got == 0)
+            return {};
+        if (const auto failure = to.Write(std::span(buffer).first(got)))
+            return failure;
+        done += got;
+        if (progress && !progress(done))
+            return std::make_error_code(std::errc::operation_canceled);
+    }
+}
+
+} // namespace
+
+std::error_code CopyContent(File& from, File& to, const CopyProgress& progress)
+{
+    constexpr std::size_t slice = std::size_t{8} << 20;
+    if (const auto failure = to.Write({}))
+        return failure;
+    if (::ioctl(to.Descriptor(), FICLONE, from.Descriptor()) == 0)
+        return {};
+    std::uint64_t done = 0;
+    for (;;) {
+        const ssize_t count =
+            ::copy_file_range(from.Descriptor(), nullptr, to.Descriptor(), nullptr, slice, 0);
+        if (count < 0) {
+            if (errno == EINTR)
+                continue;
+            if (errno == EXDEV || errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP)
+                return CopyThroughMemory(from, to, done, progress);
+            return LastError();
+        }
+        if (count == 0) // some file systems answer 0 for files that do have content
+            return CopyThroughMemory(from, to, done, progress);
+        done += static_cast<std::uint64_t>(count);
+        if (progress && !progress(done))
+            return std::make_error_code(std::errc::operation_canceled);
+    }
+}
+
+std::error_code SyncFolder(const Path& folder)
+{
+    if (const auto failure = AskFileHook(FileAction::Sync, folder))
+        return failure;
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return LastError();
+    // Some network file systems refuse to flush a folder; their names need no flush.
+    const std::error_code failure =
+        ::fsync(descriptor) == 0 || errno == EINVAL ? std::error_code{} : LastError();
+    ::close(descriptor);
+    return failure;
+}
+
+std::error_code SyncFileSystem(const Path& path)
+{
+    if (const auto failure = AskFileHook(FileAction::Sync, path))
+        return failure;
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0)
+        return LastError();
+    const std::error_code failure = ::syncfs(descriptor) == 0 ? std::error_code{} : LastError();
+    ::close(descriptor);
+    return failure;
+}
+
+std::error_code ReadAll(const Path& path, std::string& content, std::uint64_t limit)
+{
+    content.clear();
+    File file;
+    if (const auto failure = File::OpenForRead(path, file))
+        return failure;
+    const std::uint64_t size = file.Facts().size;
+    if (size > limit)
+        return std::make_error_code(std::errc::file_too_large);
+    // One byte more than the size tells the end without another round.
+    content.resize(static_cast<std::size_t>(size) + 1);
+    std::size_t filled = 0;
+    for (;;) {
+        std::size_t got = 0;
+        if (const auto failure =
+                file.Read(std::as_writable_bytes(std::span(content)).subspan(filled), got))
+            return failure;
+        filled += got;
+        if (got == 0)
+            break;
+        if (filled > limit)
+            return std::make_error_code(std::errc::file_too_large);
+        if (filled == content.size())
+            content.resize(content.size() * 2);
+    }
+    content.resize(filled);
+    return {};
+}
+
+namespace
+{
+
+std::string Digits(XXH128_hash_t hash)
+{
+    XXH128_canonical_t canonical;
+    XXH128_canonicalFromHash(&canonical, hash);
+    std::string text;
+    for (const unsigned char byte : canonical.digest) {
+        text += "0123456789abcdef"[byte >> 4];
+        text += "0123456789abcdef"[byte & 15];
+    }
+    return text;
+}
+
+} // namespace
+
+std::string HashOf(std::span<const std::byte> bytes)
+{
+    return Digits(XXH3_128bits(bytes.data(), bytes.size()));
+}
+
+std::error_code HashOfFile(const Path& path, std::string& hash)
+{
+    File file;
+    if (const auto failure = File::OpenForRead(path, file))
+        return failure;
+    std::vector<std::byte> buffer(std::size_t{1} << 18);
+    XXH3_state_t* state = XXH3_createState();
+    XXH3_128bits_reset(state);
+    std::error_code failure;
+    std::size_t got = 0;
+    while (!(failure = file.Read(buffer, got)) && got > 0)
+        XXH3_128bits_update(state, buffer.data(), got);
+    hash = Digits(XXH3_128bits_digest(state));
+    XXH3_freeState(state);
+    return failure;
+}
+
+std::error_code FreeSpace(const Path& path, std::uint64_t& bytes)
+{
+    struct statvfs facts {
+    };
+    if (::statvfs(path.c_str(), &facts) != 0)
+        return LastError();
+    bytes = std::uint64_t{facts.f_bavail} * std::uint64_t{facts.f_frsize};
+    return {};
+}
+
+bool IsWritableFolder(const Path& folder)
+{
+    return FactsOf(folder).kind == FileKind::Folder && ::access(folder.c_str(), W_OK) == 0;
+}
+
+std::error_code FileLock::Take(const Path& file, const std::string& words, FileLock& lock,
+                               std::string& holder)
+{
+    FileLock taken;
+    if (const auto failure = File::OpenForUpdate(file, taken.file_))
+        return failure;
+    if (::flock(taken.file_.Descriptor(), LOCK_EX | LOCK_NB) != 0) {
+        const std::error_code failure = LastError();
+        if (failure == std::errc::resource_unavailable_try_again)
+            if (ReadAll(file, holder, 4096)) // the name is a courtesy; the lock itself has answered
+                holder.clear();
+        return failure;
+    }
+    // Whoever cannot write the words still holds the lock.
+    if (!taken.file_.Truncate(0))
+        (void)taken.file_.Write(std::as_bytes(std::span(words)));
+    lock = std::move(taken);
+    return {};
+}
+
+} // namespace kestrova::platform

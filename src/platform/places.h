@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <vector>
+
+/// Where things are on this machine, and how it opens them.
+namespace kestrova::platform
+{
+
+/// The folder of the running executable.
+std::filesystem::path ExecutableFolder();
+/// `$XDG_DATA_HOME`, or the place that stands for it.
+std::filesystem::path UserDataFolder();
+/// The installed share folder of the program, or the one of the source tree it was built from.
+std::filesystem::path ResourceFolder();
+
+struct MountedDrive {
+    std::filesystem::path folder; ///< where it is mounted
+    std::string kind;             ///< file system type
+    bool readOnly = false;
+};
+/// Real disks only: one row a mount point, in the order of the system.
+std::vector<MountedDrive> MountedDrives();
+
+/// Hands a file or an address to the desktop (`xdg-open`).
+std::error_code OpenWithDesktop(const std::string& fileOrAddress,
+                                const std::filesystem::path& folder);
+
+} // namespace kestrova::platform

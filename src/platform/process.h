@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace kestrova::platform
+{
+
+struct Launch {
+    std::vector<std::string> argv; ///< argv[0] is searched on PATH unless it holds a slash
+    std::filesystem::path folder;  ///< working folder; empty: the program's own
+    std::vector<std::pair<std::string, std::string>> environment; ///< set on top of the program's
+};
+
+/// Starts a program that goes on by itself: a session of its own, no standard input, its output
+/// dropped. The error is that of the start itself (not found, no right to execute).
+/// `pid` is 0 on failure.
+std::error_code StartDetached(const Launch& launch, std::int64_t& pid);
+
+/// True while the process exists and has not become a zombie; reaps a child that has ended.
+bool IsRunning(std::int64_t pid);
+
+struct RunningProgram {
+    std::int64_t pid = 0;
+    std::string name;
+};
+
+/// The processes of this user whose program file or working folder lies in `folder`,
+/// this process excepted.
+std::vector<RunningProgram> ProgramsRunningIn(const std::filesystem::path& folder);
+
+/// The first executable of that name on PATH; empty when there is none.
+std::filesystem::path FindOnPath(const std::string& name);
+
+} // namespace kestrova::platform
