@@ -1,0 +1,132 @@
+#include "core/staged_file.h"
+
+#include "core/files.h"
+
+#include <atomic>
+#include <fmt/format.h>
+#include <unistd.h>
+
+namespace kestrova
+{
+
+Path StagedNameFor(const Path& target)
+{
+    static std::atomic<unsigned> counter{0};
+    return target.parent_path() / fmt::format("{}{:x}-{:x}", stagedPrefix, ::getpid(), ++counter);
+}
+
+StagedFile::StagedFile(const Path& target) : target_(target), staged_(StagedNameFor(target)) {}
+
+StagedFile::~StagedFile()
+{
+    if (pending_)
+        (void)platform::Unlink(staged_); // a leftover is skipped by listings and cleared later
+}
+
+Status StagedFile::Open()
+{
+    std::error_code failure = platform::File::CreateNew(staged_, file_);
+    if (failure == std::errc::file_exists) { // left by a killed program with the same number
+        (void)platform::Unlink(staged_);
+        failure = platform::File::CreateNew(staged_, file_);
+    }
+    if (failure)
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(target_), failure);
+    pending_ = true;
+    return {};
+}
+
+Status StagedFile::Write(std::string_view bytes)
+{
+    if (const auto failure = file_.Write(std::as_bytes(std::span(bytes))))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(target_), failure);
+    return {};
+}
+
+Status StagedFile::Commit(bool flush)
+{
+    const auto failed = [&](const std::error_code& failure) {
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(target_), failure);
+    };
+    if (flush)
+        if (const auto failure = file_.Sync())
+            return failed(failure);
+    if (const auto failure = file_.Close())
+        return failed(failure);
+    if (const auto failure = platform::Rename(staged_, target_))
+        return failed(failure);
+    pending_ = false;
+    if (flush)
+        if (const auto failure = platform::SyncFolder(target_.parent_path()))
+            return failed(failure);
+    return {};
+}
+
+namespace
+{
+
+/// Where a write in place would end up: behind links, in the existing spelling.
+Path WriteTarget(const Path& target)
+{
+    const Path resolved = ResolvePath(target);
+    if (platform::FactsOfLink(resolved).kind != platform::FileKind::Link)
+        return resolved;
+    std::error_code failure;
+    const Path behind = std::filesystem::weakly_canonical(resolved, failure);
+    return failure ? resolved : behind;
+}
+
+Status WriteStaged(const Path& target, std::string_view content, std::string_view tail)
+{
+    const platform::FileFacts old = platform::FactsOf(target);
+    if (old.kind == platform::FileKind::Folder)
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(target),
+                           std::make_error_code(std::errc::is_a_directory));
+    if (old.kind == platform::FileKind::File && ::access(target.c_str(), W_OK) != 0)
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(target),
+                           std::make_error_code(std::errc::permission_denied));
+    StagedFile staged{target};
+    if (auto status = staged.Open(); !status)
+        return status;
+    if (auto status = staged.Write(content); !status)
+        return status;
+    if (!tail.empty())
+        if (auto status = staged.Write(tail); !status)
+            return status;
+    if (old.kind == platform::FileKind::File)
+        if (const auto failure = platform::SetMode(staged.StagedPath(), old.mode))
+            return MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
+    return staged.Commit(true);
+}
+
+} // namespace
+
+Status WriteWholeFile(const Path& target, std::string_view content)
+{
+    return WriteStaged(WriteTarget(target), content, {});
+}
+
+Status WriteRecordFile(const Path& target, std::string_view content)
+{
+    const Path place = WriteTarget(target);
+    std::string old;
+    std::string_view tail;
+    if (platform::FactsOf(place).size > content.size()) {
+        if (const auto failure = platform::ReadAll(place, old))
+            return MakeFailure(ErrorCode::CannotRead, TextOf(place), failure);
+        tail = std::string_view{old}.substr(std::min(content.size(), old.size()));
+    }
+    return WriteStaged(place, content, tail);
+}
+
+void ClearStagedLeftovers(const Path& folder)
+{
+    std::vector<platform::FolderEntry> entries;
+    if (platform::ListFolder(folder, entries))
+        return;
+    for (const auto& entry : entries)
+        if (entry.name.starts_with(stagedPrefix) && entry.kind == platform::FileKind::File)
+            (void)platform::Unlink(folder / entry.name); // tried again at the next occasion
+}
+
+} // namespace kestrova

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "core/names.h"
+#include "core/result.h"
+#include "platform/files.h"
+
+#include <string_view>
+
+namespace kestrova
+{
+
+/// A file that is built beside its target and takes its place in one step. What is not committed
+/// is removed again.
+class StagedFile
+{
+public:
+    /// `target` is resolved by the caller or as it stands.
+    explicit StagedFile(const Path& target);
+    ~StagedFile();
+    StagedFile(const StagedFile&) = delete;
+    StagedFile& operator=(const StagedFile&) = delete;
+
+    /// Creates the staged file; needed before the others.
+    Status Open();
+    [[nodiscard]] const Path& StagedPath() const { return staged_; }
+    platform::File& Handle() { return file_; }
+    Status Write(std::string_view bytes);
+    /// Closes and renames; with `flush` content and name are durable when it answers.
+    Status Commit(bool flush);
+
+private:
+    Path target_;
+    Path staged_;
+    platform::File file_;
+    bool pending_ = false;
+};
+
+/// A free name beside `target`, one that no listing shows.
+Path StagedNameFor(const Path& target);
+
+/// The whole content or the old one. Durable when it answers. A link is written through, the
+/// mode of an old file is kept, and a file that a write in place could not change is not replaced.
+Status WriteWholeFile(const Path& target, std::string_view content);
+/// The same for a binary record whose count rules: an old longer file keeps its tail.
+Status WriteRecordFile(const Path& target, std::string_view content);
+
+/// Removes what staged files of killed programs left in a folder.
+void ClearStagedLeftovers(const Path& folder);
+
+} // namespace kestrova
