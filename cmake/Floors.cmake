@@ -17,10 +17,16 @@ target_compile_options(kestrova_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 
 # kestrova_floor(NAME USES floor… LIBS target…): the sources of src/NAME as a library.
+# A floor of headers alone passes on what it uses.
 function(kestrova_floor name)
   cmake_parse_arguments(F "" "" "USES;LIBS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
-  add_library(kestrova_${name} STATIC ${sources})
   list(TRANSFORM F_USES PREPEND kestrova_)
-  target_link_libraries(kestrova_${name} PUBLIC kestrova_options ${F_USES} ${F_LIBS})
+  if(sources)
+    add_library(kestrova_${name} STATIC ${sources})
+    target_link_libraries(kestrova_${name} PUBLIC kestrova_options ${F_USES} ${F_LIBS})
+  else()
+    add_library(kestrova_${name} INTERFACE)
+    target_link_libraries(kestrova_${name} INTERFACE kestrova_options ${F_USES} ${F_LIBS})
+  endif()
 endfunction()
