@@ -16,6 +16,8 @@ namespace kestrova
 {
 
 inline constexpr std::string_view stagedPrefix = ".kv~";
+/// The lock file of a folder that only one program may write; unlisted like a staged file.
+inline constexpr std::string_view lockFileName = ".kv~lock";
 
 /// The path with each part as it is spelled on the disk: as given where that exists, otherwise the
 /// existing spelling; what does not exist stays as given.

@@ -125,7 +125,8 @@ void ClearStagedLeftovers(const Path& folder)
     if (platform::ListFolder(folder, entries))
         return;
     for (const auto& entry : entries)
-        if (entry.name.starts_with(stagedPrefix) && entry.kind == platform::FileKind::File)
+        if (entry.name.starts_with(stagedPrefix) && entry.name != lockFileName &&
+            entry.kind == platform::FileKind::File)
             (void)platform::Unlink(folder / entry.name); // tried again at the next occasion
 }
 

@@ -1,0 +1,39 @@
+#include "session/folder_locks.h"
+
+#include "catalogue/message.h"
+#include "platform/clock.h"
+
+#include <unistd.h>
+
+namespace kestrova
+{
+
+Status FolderLocks::Hold(const Path& folder)
+{
+    std::error_code unresolved;
+    const Path place = std::filesystem::canonical(ResolvePath(folder), unresolved);
+    if (unresolved)
+        return MakeFailure(ErrorCode::Missing, TextOf(folder), unresolved);
+    if (held_.contains(place))
+        return {};
+    platform::FileLock lock;
+    std::string holder;
+    const std::string words =
+        GetMsg(Msg::LockWords, {std::to_string(::getpid()), DateText(platform::NowNs())});
+    const auto failure = platform::FileLock::Take(place / lockFileName, words, lock, holder);
+    if (failure == std::errc::resource_unavailable_try_again)
+        return Failure{ErrorCode::Refused, TextOf(place), holder};
+    if (failure && failure != std::errc::read_only_file_system &&
+        failure != std::errc::permission_denied)
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
+    held_[place] = std::move(lock);
+    return {};
+}
+
+void FolderLocks::Release(const Path& folder)
+{
+    std::error_code unresolved;
+    held_.erase(std::filesystem::canonical(ResolvePath(folder), unresolved));
+}
+
+} // namespace kestrova

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "core/files.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+/// Whatever asks, tells or shows. Plain types only, so that windows, the terminal and the tests can
+/// each be one.
+namespace kestrova
+{
+
+enum class Tone { Plain, Warning, Error };
+enum class YesNoCancel { Yes, No, Cancel };
+
+/// A question whose Yes nobody but the person may give, least of all a switch that answers
+/// every question.
+enum class Consent { Ordinary, Explicit };
+
+/// Which of the three small windows a piece of long work shows.
+enum class ProgressWindow { Progress, Wait, Zip };
+
+/// A shown progress; it disappears at the end of its life.
+class ProgressScope
+{
+public:
+    virtual ~ProgressScope() = default;
+    virtual void SetLabel(const std::string& text) = 0;
+    /// The bar shows `done` of `total`; a total of 0 is an empty bar.
+    virtual void SetBar(std::uint64_t done, std::uint64_t total) = 0;
+    /// Shows a Stop button.
+    virtual void AllowStop() = 0;
+    /// Keeps the window alive; to be called at least every 50 ms. False once Stop was pressed.
+    virtual bool Step() = 0;
+};
+
+class Host
+{
+public:
+    virtual ~Host() = default;
+
+    /// `reason`: the system's own words, shown smaller beside the text.
+    virtual void Tell(Tone tone, const std::string& text, const std::string& reason = {}) = 0;
+    virtual bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) = 0;
+    virtual bool AskOkCancel(const std::string& text) = 0;
+    virtual YesNoCancel AskYesNoCancel(const std::string& text) = 0;
+    virtual std::optional<std::string> AskText(const std::string& text,
+                                               const std::string& suggestion) = 0;
+    /// Folders come back without a trailing separator; no value when the person cancelled.
+    virtual std::optional<Path> ChooseFolder(const std::string& title, const Path& start) = 0;
+    /// `filter`: pairs of description and pattern joined by `|`.
+    virtual std::optional<Path> ChooseOpenFile(const std::string& title, const std::string& filter,
+                                               const Path& start) = 0;
+    virtual std::optional<Path> ChooseSaveFile(const std::string& title, const std::string& filter,
+                                               const Path& start,
+                                               const std::string& suggestion) = 0;
+    virtual std::unique_ptr<ProgressScope> BeginProgress(ProgressWindow window,
+                                                         const std::string& text) = 0;
+};
+
+} // namespace kestrova

@@ -1,0 +1,76 @@
+#include "session/machine.h"
+
+#include "platform/clock.h"
+#include "platform/places.h"
+
+namespace kestrova
+{
+
+std::int64_t DesktopMachine::NowNs()
+{
+    return platform::NowNs();
+}
+
+std::string DesktopMachine::BootId()
+{
+    return platform::BootId();
+}
+
+Result<std::uint64_t> DesktopMachine::FreeSpace(const Path& path)
+{
+    Path place = ResolvePath(path);
+    while (!place.empty() && place != place.parent_path() &&
+           platform::FactsOf(place).kind == platform::FileKind::Missing)
+        place = place.parent_path();
+    std::uint64_t bytes = 0;
+    if (const auto failure = platform::FreeSpace(place.empty() ? Path{"."} : place, bytes))
+        return MakeFailure(ErrorCode::CannotRead, TextOf(place), failure);
+    return bytes;
+}
+
+std::vector<Drive> DesktopMachine::FixedDrives()
+{
+    std::vector<Drive> drives;
+    for (const platform::MountedDrive& mounted : platform::MountedDrives()) {
+        if (mounted.kind == "iso9660" || mounted.kind == "udf")
+            continue;
+        Drive drive{mounted.folder, 0,
+                    !mounted.readOnly && platform::IsWritableFolder(mounted.folder)};
+        if (!platform::FreeSpace(mounted.folder, drive.free))
+            drives.push_back(std::move(drive));
+    }
+    return drives;
+}
+
+Status DesktopMachine::Open(const std::string& fileOrAddress, const Path& folder)
+{
+    if (const auto failure = platform::OpenWithDesktop(fileOrAddress, folder))
+        return MakeFailure(ErrorCode::CannotOpen, fileOrAddress, failure);
+    return {};
+}
+
+Result<std::int64_t> DesktopMachine::Start(const platform::Launch& launch)
+{
+    std::int64_t pid = 0;
+    if (const auto failure = platform::StartDetached(launch, pid))
+        return MakeFailure(ErrorCode::CannotOpen, launch.argv.empty() ? "" : launch.argv.front(),
+                           failure);
+    return pid;
+}
+
+bool DesktopMachine::IsRunning(std::int64_t pid)
+{
+    return platform::IsRunning(pid);
+}
+
+std::vector<platform::RunningProgram> DesktopMachine::ProgramsRunningIn(const Path& folder)
+{
+    return platform::ProgramsRunningIn(ResolvePath(folder));
+}
+
+Path DesktopMachine::FindTool(const std::string& name)
+{
+    return platform::FindOnPath(name);
+}
+
+} // namespace kestrova

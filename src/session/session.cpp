@@ -1,0 +1,139 @@
+#include "session/session.h"
+
+#include "catalogue/message.h"
+#include "platform/clock.h"
+
+namespace kestrova
+{
+
+Path Session::BackupFolder() const
+{
+    return InFolder(programFolder, RowText(Msg::DirTrleBackup));
+}
+
+Path Session::MarkerPath() const
+{
+    return InFolder(TrleFolder(), RowText(Msg::FragMarker));
+}
+
+void TellFailure(Session& session, const std::string& text, const Failure& failure)
+{
+    std::string reason = failure.subject;
+    if (!failure.reason.empty())
+        reason += (reason.empty() ? "" : ": ") + failure.reason;
+    session.host.Tell(Tone::Error, text, reason);
+}
+
+bool ConfirmReplace(Session& session, const Path& newFile, const Path& oldFile)
+{
+    const auto lines = [](Msg head, const Path& file) {
+        const platform::FileFacts facts = platform::FactsOf(ResolvePath(file));
+        return GetMsg(head) + TextOf(file.filename()) + std::string{lineBreak} +
+               GetMsg(Msg::ReplaceSize) + FormatSize(static_cast<double>(facts.size)) + " " +
+               GetMsg(Msg::ReplaceDate) + DateText(facts.modifiedNs) + std::string{lineBreak};
+    };
+    return session.host.AskYesNo(lines(Msg::ReplaceFile, oldFile) +
+                                 lines(Msg::ReplaceWithFile, newFile) + std::string{lineBreak} +
+                                 GetMsg(Msg::ReplaceIt));
+}
+
+bool RemoveTreeWithProgress(Session& session, const Path& folder, ProgressScope& progress)
+{
+    progress.SetLabel(GetMsg(Msg::ScanningFiles));
+    progress.SetBar(0, 0);
+    const auto tree = ScanTree(folder, [&] { return progress.Step(), true; });
+    if (!tree) {
+        TellFailure(session, GetMsg(Msg::ErrorDeletingFolder) + TextOf(folder), tree.Error());
+        return false;
+    }
+    progress.SetLabel(GetMsg(Msg::RemovingFiles));
+    for (std::size_t i = 0; i < tree->files.size(); ++i) {
+        if (const auto status = DeleteFile(tree->files[i]); !status) {
+            TellFailure(session, GetMsg(Msg::ErrorRemovingFile) + TextOf(tree->files[i]),
+                        status.Error());
+            progress.SetLabel(GetMsg(Msg::ErrorRemovingFiles));
+            return false;
+        }
+        progress.SetBar(i + 1, tree->files.size());
+        progress.Step();
+    }
+    progress.SetLabel(GetMsg(Msg::RemovingFolders));
+    for (std::size_t i = tree->folders.size(); i-- > 0;) {
+        // What a listing does not show (links, staged leftovers) goes with its folder.
+        if (const auto status = RemoveTree(tree->folders[i]); !status) {
+            TellFailure(session, GetMsg(Msg::ErrorDeletingFolder) + TextOf(tree->folders[i]),
+                        status.Error());
+            return false;
+        }
+        progress.SetBar(i, tree->folders.size());
+        progress.Step();
+    }
+    progress.SetLabel({});
+    progress.SetBar(0, 0);
+    return true;
+}
+
+bool CopyTreeWithProgress(Session& session, const Path& source, const Path& target,
+                          ProgressScope* progress, Verify verify)
+{
+    const Path root = ResolvePath(source);
+    const auto alive = [&] { return progress == nullptr || (progress->Step(), true); };
+    const auto tree = ScanTree(root, alive);
+    if (!tree) {
+        TellFailure(session, GetMsg(Msg::ErrorCopyingFileTo, {TextOf(root)}) + TextOf(target) + "'",
+                    tree.Error());
+        return false;
+    }
+    std::uint64_t total = 0;
+    for (const Path& file : tree->files)
+        total += platform::FactsOf(file).size;
+    for (const Path& folder : tree->folders) {
+        const Path relative = folder.lexically_relative(root);
+        const Path place = relative == "." ? target : target / relative;
+        if (const auto status = MakeFolders(place); !status) {
+            TellFailure(session, GetMsg(Msg::CannotCreateFolder, {TextOf(place)}), status.Error());
+            return false;
+        }
+    }
+    std::uint64_t done = 0;
+    for (const Path& file : tree->files) {
+        const Path place = target / file.lexically_relative(root);
+        CopyOptions options;
+        options.verify = verify;
+        options.progress = [&](std::uint64_t bytes) {
+            if (progress != nullptr)
+                progress->SetBar(done + bytes, total);
+            return alive();
+        };
+        if (const auto status = CopyFileOver(file, place, options); !status) {
+            TellFailure(session,
+                        GetMsg(Msg::ErrorCopyingFileTo, {TextOf(file)}) + TextOf(place) + "'",
+                        status.Error());
+            return false;
+        }
+        done += platform::FactsOf(place).size;
+        if (progress != nullptr)
+            progress->SetBar(done, total);
+        alive();
+    }
+    return true;
+}
+
+Drive FindLargestDrive(Session& session)
+{
+    Drive largest;
+    for (const Drive& drive : session.machine.FixedDrives())
+        if (drive.writable && drive.free > largest.free)
+            largest = drive;
+    return largest;
+}
+
+void WriteActivityLog(Session& session, const ActivityLog& log)
+{
+    if (!session.preferences.writeLogFiles)
+        return;
+    if (const auto status = WriteLogFile(session.programFolder, log); !status)
+        TellFailure(session, GetMsg(Msg::CannotWriteLog), status.Error());
+}
+
+} // namespace kestrova

@@ -1,0 +1,150 @@
+#include "session/settings.h"
+
+#include "catalogue/message.h"
+#include "core/staged_file.h"
+#include "core/text.h"
+
+#include <algorithm>
+#include <glib.h>
+#include <memory>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr const char* programGroup = "program";
+constexpr const char* exactGroup = "exact-folders";
+constexpr std::int32_t historyMost = 1'000'000;
+
+using KeyFile = std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)>;
+
+KeyFile Load(const Path& file)
+{
+    KeyFile keys{g_key_file_new(), &g_key_file_unref};
+    const auto content = ReadWholeFile(file, 1 << 20);
+    if (content && !content->empty() &&
+        !g_key_file_load_from_data(keys.get(), content->data(), content->size(),
+                                   G_KEY_FILE_KEEP_COMMENTS, nullptr))
+        keys.reset(g_key_file_new()); // no settings file: first-run values
+    return keys;
+}
+
+Path FileOf(const Path& programFolder)
+{
+    return InFolder(programFolder, RowText(Msg::FragSettings));
+}
+
+std::string TextValue(GKeyFile* keys, const char* name, std::string fallback)
+{
+    char* value = g_key_file_get_string(keys, programGroup, name, nullptr);
+    if (value == nullptr)
+        return fallback;
+    std::string text = value;
+    g_free(value);
+    return text;
+}
+
+std::int32_t NumberValue(GKeyFile* keys, const char* name, std::int32_t fallback)
+{
+    GError* error = nullptr;
+    const int value = g_key_file_get_integer(keys, programGroup, name, &error);
+    if (error != nullptr) {
+        g_error_free(error);
+        return fallback;
+    }
+    return std::clamp(value, 0, historyMost);
+}
+
+/// A folder may hold bytes that are no UTF-8; the settings file may not.
+std::string Escaped(const std::string& text)
+{
+    char* escaped = g_uri_escape_string(text.c_str(), "/ ", TRUE);
+    std::string result = escaped;
+    g_free(escaped);
+    return result;
+}
+
+std::string Unescaped(const char* text)
+{
+    std::string result;
+    for (; *text != '\0'; ++text)
+        if (*text == '%' && g_ascii_isxdigit(text[1]) && g_ascii_isxdigit(text[2])) {
+            result += static_cast<char>(g_ascii_xdigit_value(text[1]) * 16 +
+                                        g_ascii_xdigit_value(text[2]));
+            text += 2;
+        } else {
+            result += *text;
+        }
+    return result;
+}
+
+} // namespace
+
+ProgramSettings DefaultSettings()
+{
+    ProgramSettings settings;
+    settings.wineCommand = GetMsg(Msg::DefaultWineCommand);
+    return settings;
+}
+
+Result<ProgramSettings> ReadSettings(const Path& programFolder)
+{
+    ProgramSettings settings = DefaultSettings();
+    const KeyFile keys = Load(FileOf(programFolder));
+    settings.wineCommand = TextValue(keys.get(), "wine-command", settings.wineCommand);
+    settings.wineWords = TextValue(keys.get(), "wine-words", settings.wineWords);
+    settings.historyCount = NumberValue(keys.get(), "history-count", settings.historyCount);
+    settings.historyMegabytes =
+        NumberValue(keys.get(), "history-megabytes", settings.historyMegabytes);
+    if (char** names = g_key_file_get_keys(keys.get(), exactGroup, nullptr, nullptr)) {
+        for (char** name = names; *name != nullptr; ++name)
+            if (char* value = g_key_file_get_string(keys.get(), exactGroup, *name, nullptr)) {
+                settings.exactFolders[*name] = Unescaped(value);
+                g_free(value);
+            }
+        g_strfreev(names);
+    }
+    return settings;
+}
+
+Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
+{
+    const KeyFile keys = Load(FileOf(programFolder));
+    g_key_file_set_string(keys.get(), programGroup, "wine-command", settings.wineCommand.c_str());
+    g_key_file_set_string(keys.get(), programGroup, "wine-words", settings.wineWords.c_str());
+    g_key_file_set_integer(keys.get(), programGroup, "history-count", settings.historyCount);
+    g_key_file_set_integer(keys.get(), programGroup, "history-megabytes",
+                           settings.historyMegabytes);
+    g_key_file_remove_group(keys.get(), exactGroup, nullptr);
+    for (const auto& [field, folder] : settings.exactFolders)
+        g_key_file_set_string(keys.get(), exactGroup, field.c_str(), Escaped(folder).c_str());
+    gsize length = 0;
+    char* data = g_key_file_to_data(keys.get(), &length, nullptr);
+    const std::string content{data, length};
+    g_free(data);
+    const Path file = FileOf(programFolder);
+    if (const auto old = ReadWholeFile(file, 1 << 20); old && *old == content)
+        return {};
+    return WriteWholeFile(file, content);
+}
+
+void KeepExactFolder(ProgramSettings& settings, const std::string& field, const std::string& folder)
+{
+    if (FitsWindows1252(folder))
+        settings.exactFolders.erase(field);
+    else
+        settings.exactFolders[field] = folder;
+}
+
+std::string ExactFolder(const ProgramSettings& settings, const std::string& field,
+                        const std::string& fromRecord)
+{
+    const auto found = settings.exactFolders.find(field);
+    const bool same = found != settings.exactFolders.end() &&
+                      FromWindows1252(ToWindows1252(found->second)) == fromRecord;
+    return same ? found->second : fromRecord;
+}
+
+} // namespace kestrova

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/files.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+/// What this platform needs beside the preferences record: `kestrova.ini` of the program's folder,
+/// in UTF-8, with groups and `name=value` lines.
+namespace kestrova
+{
+
+struct ProgramSettings {
+    std::string wineCommand;           ///< starts a Windows program
+    std::string wineWords;             ///< extra words behind it, parted by blanks
+    std::int32_t historyCount = 200;   ///< kept files a level
+    std::int32_t historyMegabytes = 200; ///< kept bytes a level
+    /// Exact folders whose letters the code page of a record cannot hold, by the field's name.
+    std::map<std::string, std::string> exactFolders;
+};
+
+ProgramSettings DefaultSettings();
+/// A file that is missing gives the first-run values; so does a value that makes no sense.
+Result<ProgramSettings> ReadSettings(const Path& programFolder);
+/// Groups and names that this version does not know stay as they are.
+Status WriteSettings(const Path& programFolder, const ProgramSettings& settings);
+
+/// Remembers `folder` under `field` when the code page cannot hold it, forgets it when it can.
+void KeepExactFolder(ProgramSettings& settings, const std::string& field, const std::string& folder);
+/// The exact form of what a record holds: the remembered one when it is what the record was
+/// written from.
+std::string ExactFolder(const ProgramSettings& settings, const std::string& field,
+                        const std::string& fromRecord);
+
+} // namespace kestrova
