@@ -1,0 +1,44 @@
+#pragma once
+
+#include "session/session.h"
+
+/// The program's start and end, in the order in which a player meets it.
+namespace kestrova
+{
+
+/// Windows with questions of their own that the start shows; the terminal answers from its words.
+class StartWindows
+{
+public:
+    virtual ~StartWindows() = default;
+    /// "Where is Tomb Raider Level Editor folder ?": True when a valid folder was set.
+    virtual bool FindLevelEditor(Session& session) = 0;
+    enum class ArchiveChoice { New, Load };
+    virtual ArchiveChoice AskNewOrLoad(Session& session) = 0;
+};
+
+/// The program's folder: `home` when given; else the executable's own when a preferences file or a
+/// file `portable` lies there; else the user's data folder. Made when missing.
+Result<Path> ChooseProgramFolder(const Path& home);
+
+/// Fills the session from the program's folder: settings and preferences. `firstRun` tells that no
+/// preferences were there. Takes the locks of a writer when `writing`; False with words when another
+/// program holds one.
+bool OpenSession(Session& session, bool writing, bool& firstRun);
+
+/// The whole start: preferences, recovery of interrupted work, the Level Editor's folder, backup,
+/// level 0000, the last archive. It stops at the step that failed and leaves the session usable.
+void InitProgram(Session& session, StartWindows& windows, const std::vector<std::string>& arguments);
+
+/// Preferences and settings to their files; asks for an unsaved archive first.
+void WritePreferences(Session& session);
+/// Only the two files, without a question: after every change that must not be lost.
+bool SavePreferencesNow(Session& session);
+
+struct CommandLine {
+    Path archive; ///< item that ends in `.kva`
+    Path trle;    ///< item whose last part is `trle`
+};
+CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
+
+} // namespace kestrova

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "session/session.h"
+
+/// Look-up in the archive in memory, and where the files of a level lie.
+namespace kestrova
+{
+
+/// Index of the record with that code; -1 when there is none.
+std::ptrdiff_t FindLevel(const Session& session, LevelCode code);
+/// The trimmed name of a level; empty for an unknown code.
+std::string LevelNameOf(const Session& session, LevelCode code);
+/// The largest code plus 1; 0 for an empty archive.
+LevelCode NextLevelCode(const Session& session);
+/// `\LEVEL_0012`: four digits at least.
+std::string LevelFolderName(LevelCode code);
+/// The level's folder: the program's own for the original configuration, otherwise below the
+/// secondary folder, or, with `wantCdCopy`, on the disc that holds its files. Sets
+/// `session.cdNotAvailable` and answers an empty path when that disc is not there.
+Path LevelFolderOf(Session& session, LevelCode code, bool wantCdCopy);
+/// `LevelFolderOf` the hard disk's copy: never asks for a disc.
+Path LevelHomeOf(const Session& session, LevelCode code);
+/// The level's `backup_savegames`: its state while another level stands in the folder.
+Path StateStoreOf(const Session& session, LevelCode code);
+/// The level's folder and its four sub-folders; the first failure ends it.
+Status MakeLevelSubfolders(const Path& folder);
+bool IsArchiveOnCd(const Session& session);
+/// True, and a message, when the level's files lie on a disc.
+bool GuardLevelOnCd(Session& session, std::size_t index);
+
+} // namespace kestrova

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "session/session.h"
+
+namespace kestrova
+{
+
+enum class SizeKind { Files, Extras };
+
+/// Adds bytes to a level's size and, but for the record at index 0, to the archive's total; saves.
+void AddLevelSize(Session& session, double delta, SizeKind kind, std::size_t index);
+/// Measures a level's folders anew. Files on a disc keep their size.
+void RefreshLevelSizes(Session& session, LevelCode code);
+/// Measures all levels, with progress when asked, sums the totals anew and saves. False when the
+/// person stopped it; sizes measured so far are kept.
+bool RecomputeArchiveSize(Session& session, bool withProgress);
+
+} // namespace kestrova

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "session/session.h"
+
+namespace kestrova
+{
+
+/// The folder with a level's live savegames: the Level Editor's when the level stands there,
+/// otherwise the level's own store.
+Path CurrentSlotsFolder(Session& session, LevelCode code);
+/// Fills both savegame records of the session for a level: defaults first, over them what the
+/// files hold. A file that is missing is created where its folder allows it; failures of that are
+/// ignored, the records then live in memory only.
+void LoadSavegameStore(Session& session, LevelCode code);
+
+} // namespace kestrova

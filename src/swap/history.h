@@ -1,0 +1,37 @@
+#pragma once
+
+#include "session/session.h"
+
+/// Every savegame, note and shot that an operation is about to delete or overwrite and that exists
+/// nowhere else is kept here first: `history/` of the program's folder, contents by hash, one index
+/// a level, newest last.
+namespace kestrova
+{
+
+struct HistoryEntry {
+    std::string id;   ///< short, unique in the history
+    std::string hash; ///< names the kept content
+    std::string name; ///< the file's name: `savegame.3`
+    std::string title;
+    std::int32_t number = 0; ///< the save number; 0 for what is no savegame
+    std::uint64_t size = 0;
+    std::int64_t modifiedNs = 0; ///< the file's own time
+    std::int64_t keptNs = 0;     ///< when it was kept
+    std::string reason;
+};
+
+/// Keeps the files, read back and flushed when it answers True. A content that is kept already is
+/// not kept twice but counts. `ids` gets the entries' ids in the files' order.
+Status KeepInHistory(Session& session, LevelCode code, const std::vector<Path>& files,
+                     const std::string& reason, std::vector<std::string>* ids = nullptr);
+/// Oldest first; damaged index lines are passed over.
+std::vector<HistoryEntry> HistoryOf(const Session& session, LevelCode code);
+/// Where a kept content lies.
+Path HistoryContent(const Session& session, const std::string& hash);
+/// Copies a kept file back into the level's live folder: a savegame into its old slot when that is
+/// free, otherwise the lowest free one. The path it got, or why not.
+Result<Path> BringBack(Session& session, LevelCode code, const std::string& id);
+/// All levels that have a history.
+std::vector<LevelCode> LevelsWithHistory(const Session& session);
+
+} // namespace kestrova

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "session/session.h"
+
+namespace kestrova
+{
+
+enum class PlannedAction { Add, Overwrite, Restore, Remove };
+
+struct PlannedFile {
+    PlannedAction action = PlannedAction::Add;
+    std::string file; ///< `\data\level1.tr4`
+    std::uint64_t size = 0;
+};
+/// What a swap to that level would do to the folder; touches nothing.
+Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code);
+
+enum class Mismatch { Missing, Differs, Unexpected };
+struct Difference {
+    Mismatch kind = Mismatch::Missing;
+    std::string file;
+};
+/// What stands in the folder against marker, archive and backup; with a level's code instead, that
+/// level's stored files: every one readable, every `.zl` whole. Touches nothing.
+Result<std::vector<Difference>> VerifyFolder(Session& session);
+Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code);
+
+} // namespace kestrova

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "session/session.h"
+
+/// Levels coming into the archive and leaving it.
+namespace kestrova
+{
+
+/// Builds the program's `LEVEL_0000` from the Level Editor's folder when it is missing, and sets
+/// `level0Rebuilt` then.
+bool EnsureLevel0Folder(Session& session);
+
+/// A new level's record (not yet in the archive) and its empty folders. False, with a message,
+/// when the archive is missing or the folders cannot be made.
+bool BeginNewLevel(Session& session, LevelRecord& level);
+/// Puts the record behind the others, saves, refreshes the list and selects it.
+void FinishNewLevel(Session& session, const LevelRecord& level);
+/// Removes the folders of a level that did not come in.
+void DropNewLevel(Session& session, const LevelRecord& level);
+
+/// A folder's files, those of its sub-folders too, as a new level: savegames, notes and shots go to
+/// the level's own folders, pictures to its screen-shots, the rest is stored. True when it stands
+/// in the archive; `code` is its number.
+bool AddFolderAsLevel(Session& session, const std::string& name, const std::string& note,
+                      const Path& folder, LevelCode& code);
+
+enum class LevelFolders { Ask, Remove, Keep };
+/// Takes a level out of the archive, out of the Level Editor's folder first when it stands there,
+/// and removes its folders when wanted. Nothing of the player is removed that the history has not.
+bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders = LevelFolders::Ask);
+
+} // namespace kestrova
