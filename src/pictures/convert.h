@@ -1,0 +1,14 @@
+#pragma once
+
+#include "core/names.h"
+#include "core/result.h"
+
+namespace kestrova
+{
+
+/// Both write the target whole or not at all and leave the source where it is. The source is taken
+/// for what its content is, whatever its name says. Names are found without regard to case.
+Status ConvertBitmapToJpeg(const Path& bitmap, const Path& jpeg);
+Status ConvertJpegToBitmap(const Path& jpeg, const Path& bitmap);
+
+} // namespace kestrova

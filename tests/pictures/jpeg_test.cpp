@@ -1,0 +1,126 @@
+#include "pictures/bitmap.h"
+#include "pictures/convert.h"
+#include "pictures/jpeg.h"
+#include "support/sandbox.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <turbojpeg.h>
+
+namespace kestrova
+{
+namespace
+{
+
+using testing::Sandbox;
+
+/// Soft colours with a line of sharp lettering-like bars.
+Picture Sample(int width, int height)
+{
+    Picture picture{width, height, {}};
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const bool bar = y > height / 2 && y < height / 2 + 8 && x % 16 < 8;
+            picture.rgb.push_back(static_cast<std::uint8_t>(bar ? 250 : x * 255 / width));
+            picture.rgb.push_back(static_cast<std::uint8_t>(bar ? 20 : y * 255 / height));
+            picture.rgb.push_back(static_cast<std::uint8_t>(bar ? 20 : 90));
+        }
+    return picture;
+}
+
+double MeanDifference(const Picture& a, const Picture& b)
+{
+    double sum = 0;
+    for (std::size_t i = 0; i < a.rgb.size(); ++i)
+        sum += std::abs(a.rgb[i] - b.rgb[i]);
+    return sum / static_cast<double>(a.rgb.size());
+}
+
+TEST(Jpeg, KeepsThePictureAndRefusesCutOnes)
+{
+    for (const auto& [width, height] : {std::pair{1, 1}, {7, 3}, {512, 256}}) {
+        const Picture picture = Sample(width, height);
+        const Result<std::string> bytes = EncodeJpeg(picture);
+        ASSERT_TRUE(bytes);
+        const Result<Picture> back = DecodePicture(*bytes);
+        ASSERT_TRUE(back);
+        ASSERT_EQ(back->width, width);
+        ASSERT_EQ(back->height, height);
+        EXPECT_LT(MeanDifference(picture, *back), 3.0); // a few pixels suffer more
+        for (std::size_t size = 0; size + 2 < bytes->size(); size += 1 + bytes->size() / 200)
+            EXPECT_FALSE(DecodeJpeg(std::string_view(*bytes).substr(0, size))) << size;
+        EXPECT_TRUE(DecodeJpeg(*bytes + "rubbish behind the end"));
+    }
+    EXPECT_FALSE(EncodeJpeg({}));
+}
+
+TEST(Jpeg, GreyAndPrintColoursBecomeRgb)
+{
+    const std::vector<std::uint8_t> cmyk(16 * 16 * 4, 200); // inverted: 200 * 200 / 255
+    for (const auto& [format, sampling, expected] :
+         {std::tuple{TJPF_GRAY, TJSAMP_GRAY, 200}, {TJPF_CMYK, TJSAMP_444, 156}}) {
+        tjhandle codec = tjInitCompress();
+        unsigned char* out = nullptr;
+        unsigned long size = 0;
+        ASSERT_EQ(tjCompress2(codec, cmyk.data(), 16, 0, 16, format, &out, &size, sampling, 95, 0),
+                  0);
+        const Result<Picture> picture = DecodeJpeg({reinterpret_cast<char*>(out), size});
+        tjFree(out);
+        tjDestroy(codec);
+        ASSERT_TRUE(picture);
+        for (const std::uint8_t part : picture->rgb)
+            EXPECT_NEAR(part, expected, 2);
+    }
+}
+
+TEST(Jpeg, AVastPictureIsRefusedBeforeMemoryIsTaken)
+{
+    std::string bytes = *EncodeJpeg(Sample(8, 8));
+    const std::size_t frame = bytes.find("\xFF\xC0");
+    ASSERT_NE(frame, std::string::npos);
+    bytes.replace(frame + 5, 4, "\xFF\x00\xFF\x00", 4);
+    const Result<Picture> picture = DecodePicture(bytes);
+    ASSERT_FALSE(picture);
+    EXPECT_EQ(picture.Error().code, ErrorCode::Refused);
+    EXPECT_FALSE(DecodePicture("GIF89a"));
+    EXPECT_FALSE(DecodePicture(""));
+}
+
+int FilesIn(const Path& folder)
+{
+    return static_cast<int>(std::distance(std::filesystem::directory_iterator{folder}, {}));
+}
+
+TEST(Convert, ALoadPictureGoesToJpegAndBack)
+{
+    const Sandbox box;
+    const Picture picture = Sample(301, 200);
+    box.Write("level/LOAD.BMP", EncodeBitmap(picture));
+    ASSERT_TRUE(ConvertBitmapToJpeg(box / "level/load.bmp", box / "level/load.jpg"));
+    EXPECT_LT(box.Read("level/load.jpg").size(), box.Read("level/LOAD.BMP").size() / 4);
+    ASSERT_TRUE(ConvertJpegToBitmap(box / "level/load.jpg", box / "level/load.bmp"));
+    EXPECT_EQ(FilesIn(box / "level"), 2); // the existing spelling is kept, nothing staged is left
+    const Result<Picture> back = DecodeBitmap(box.Read("level/LOAD.BMP"));
+    ASSERT_TRUE(back);
+    EXPECT_EQ(back->width, 301);
+    EXPECT_EQ(back->height, 200);
+    EXPECT_LT(MeanDifference(picture, *back), 2.0);
+}
+
+TEST(Convert, AFailureLeavesTheTargetAsItWas)
+{
+    const Sandbox box;
+    box.Write("level/load.bmp", "BM and nothing else");
+    box.Write("level/load.jpg", "the old one");
+    const Status status = ConvertBitmapToJpeg(box / "level/load.bmp", box / "level/load.jpg");
+    ASSERT_FALSE(status);
+    EXPECT_EQ(status.Error().code, ErrorCode::Damaged);
+    EXPECT_NE(status.Error().subject.find("load.bmp"), std::string::npos);
+    EXPECT_EQ(box.Read("level/load.jpg"), "the old one");
+    EXPECT_FALSE(ConvertJpegToBitmap(box / "level/absent.jpg", box / "level/new.bmp"));
+    EXPECT_EQ(FilesIn(box / "level"), 2);
+}
+
+} // namespace
+} // namespace kestrova
