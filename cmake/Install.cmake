@@ -1,0 +1,43 @@
+# Where the programs go, and the Debian package (`./dev deb`).
+set(programs)
+foreach(program kestrova kestrovactl)
+  if(TARGET ${program})
+    list(APPEND programs ${program})
+  endif()
+endforeach()
+if(programs)
+  install(TARGETS ${programs} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
+if(TARGET kestrova-practice-game)
+  install(TARGETS kestrova-practice-game RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/kestrova)
+endif()
+if(KESTROVA_WINDOWS)
+  install(FILES packaging/kestrova.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+endif()
+install(FILES packaging/kestrova.svg
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+install(FILES packaging/kestrova.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrova)
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME kestrova)
+set(CPACK_PACKAGE_CONTACT "The Kestrova developers <kestrova@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Archive of custom Tomb Raider levels, played one at a time")
+set(CPACK_PACKAGE_DESCRIPTION
+"Keeps hundreds of custom levels in an archive and swaps the chosen one into the Level
+ Editor's folder: its files, its savegames and its pictures come in, the level before goes
+ out, and the Level Editor's own files come back whenever they are wanted.
+ .
+ The windows are the program kestrova; kestrovactl does the same from a terminal.")
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION games)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, xdg-utils, zip, unzip")
+# The game and the Level Editor's programs are for another system.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "wine, qt6-gtk-platformtheme")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland")
+include(CPack)

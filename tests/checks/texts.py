@@ -1,0 +1,136 @@
+#!/usr/bin/env python3
+"""Every text that a person can see stands in the catalogue: texts.py ROOT | texts.py --self-test
+
+Outside src/catalogue/ no literal may read like a text or like a piece of a path:
+- two words with a blank between them, or a backslash before a name;
+- in the windows, any word handed to a call that shows it.
+A literal that nobody is shown (the format of a system's file, say) carries `// not shown` on its
+line. Rows of the catalogue have one name each, and each is spoken somewhere in src/.
+"""
+
+import pathlib
+import re
+import sys
+import tempfile
+
+ALLOWED = "// not shown"
+# Comments come first, so that quotes in them are passed over; a raw literal before a plain one.
+TOKEN = re.compile(
+    r'(?P<comment>//[^\n]*|/\*.*?\*/)'
+    r'|(?P<raw>(?:u8|u|U|L)?R"(?P<tag>[^()\\ ]{0,16})\((?P<rawtext>.*?)\)(?P=tag)")'
+    r'|(?P<plain>(?:\b(?:u8|u|U|L))?"(?P<text>(?:\\.|[^"\\\n])*)")'
+    r"|(?P<digits>\b\d[\w.']*)"
+    r"|(?P<char>'(?:\\.|[^'\\\n])+')", re.S)
+WORDS = re.compile(r"[^\W\d_][,.;!?]? [^\W\d_]")
+PATH = re.compile(r"\\[\w.]")
+SHOWS = re.compile(r"\b(?:set(?:Text|WindowTitle|ToolTip|StatusTip|WhatsThis|PlaceholderText|Title|"
+                   r"LabelText|AccessibleName|AccessibleDescription|Prefix|Suffix|InformativeText)|"
+                   r"addAction|addMenu|addTab|addButton|tr|QPushButton|QLabel|QAction|QCheckBox|"
+                   r"QGroupBox|QRadioButton)\s*[({]\s*"
+                   r"(?:(?:QStringLiteral|QLatin1String|QString)\s*[({]\s*)?$")
+ESCAPES = {"n": "\n", "t": "\t", "r": "\r", "0": "\0"}
+ROW = re.compile(r"^\s*KV_MSG\(\s*(\w+)\s*,", re.M)
+
+
+def decoded(text):
+    text = re.sub(r"\\x[0-9a-fA-F]+|\\[0-7]{2,3}", "\1", text)
+    return re.sub(r"\\(.)", lambda m: ESCAPES.get(m.group(1), m.group(1)), text, flags=re.S)
+
+
+def literals(source):
+    """(position, text as it is at run time) of each literal; neighbours are one."""
+    joined = None
+    for token in TOKEN.finditer(source):
+        if token.group("raw"):
+            text = token.group("rawtext")
+        elif token.group("plain"):
+            text = decoded(token.group("text"))
+        else:
+            continue
+        if joined and not source[joined[2]:token.start()].strip():
+            joined = (joined[0], joined[1] + text, token.end())
+            continue
+        if joined:
+            yield joined[:2]
+        joined = (token.start(), text, token.end())
+    if joined:
+        yield joined[:2]
+
+
+def text_faults(source):
+    lines = source.split("\n")
+    for place, text in literals(source):
+        number = source.count("\n", 0, place)
+        before = lines[number][:place - source.rfind("\n", 0, place) - 1]
+        if re.match(r"\s*#\s*(include|pragma|error|warning)\b", before) or \
+                re.search(r"\bstatic_assert\s*\(|\[\[\w+\($", before) or \
+                lines[number].rstrip().endswith(ALLOWED):
+            continue
+        shown = re.search(r"[^\W\d_]{2}", text) and \
+            SHOWS.search(source[max(0, place - 200):place])
+        if WORDS.search(text) or PATH.search(text) or shown:
+            yield number + 1, text
+
+
+def faults(root):
+    source = root / "src"
+    rows, spoken = {}, set()
+    for file in sorted(source.rglob("*.def")):
+        text = file.read_text()
+        for row in ROW.finditer(text):
+            name = row.group(1)
+            where = f"{file.relative_to(root)}:{text.count(chr(10), 0, row.start(1)) + 1}"
+            if name in rows:
+                yield f"{where}: {name} stands in {rows[name]} already"
+            rows[name] = where
+    for file in sorted(source.rglob("*")):
+        if file.suffix not in (".h", ".cpp", ".inc"):
+            continue
+        text = file.read_text(errors="replace")
+        if re.search(r"using\s+enum\s+(?:kestrova::)?Msg\b", text):
+            spoken.update(re.findall(r"\w+", text))
+        spoken.update(re.findall(r"\bMsg::(\w+)", text))
+        if file.relative_to(source).parts[0] == "catalogue":
+            continue
+        for number, literal in text_faults(text):
+            yield f"{file.relative_to(root)}:{number}: belongs into the catalogue: {literal!r}"
+    for name, where in rows.items():
+        if name not in spoken:
+            yield f"{where}: nobody speaks {name}"
+
+
+def self_test():
+    bad = ('Tell("not saved");', 'x = u8"Cd not here";', 'f("\\\\data\\\\level.tr4");',
+           'f(R"(one two)");', 'f("one "\n  "two");', 'b->setText(QStringLiteral("Cancel"));',
+           'auto b = new QPushButton("Play");', 'm.addAction(tr("Open"));', "f('\"', \"a b\");",
+           'f("Kopie übrig");', 'f("\\tone two"); // shown', 'g(1\'000); f("one two");')
+    good = ('f("one");', 'f("%d %d");', 'f(" [OK]");', '// says "one two"', '/* "one\n two" */',
+            'f("/proc/self/mounts");', 'f("one two"); // not shown', '#include "a b.h"',
+            "f('\"'); g('\"');", 'f("\\n");', 'static_assert(x, "one two");',
+            'setObjectName("Dialog_Zip");', 'f("\\x41 \\x42");', 'f(R"x(")x");', "1'000'000;")
+    for text in bad:
+        assert list(text_faults(text + "\n")), text
+    for text in good:
+        assert not list(text_faults(text + "\n")), text
+    with tempfile.TemporaryDirectory() as folder:
+        root = pathlib.Path(folder)
+        (root / "src" / "catalogue").mkdir(parents=True)
+        rows = root / "src" / "catalogue" / "a.def"
+        rows.write_text('// KV_MSG(Name, "text")\nKV_MSG(One, "a b")\nKV_MSG(Two, "c")\n')
+        user = root / "src" / "user.cpp"
+        user.write_text("GetMsg(Msg::One); GetMsg(Msg::Two);\n")
+        assert list(faults(root)) == [], list(faults(root))
+        user.write_text("GetMsg(Msg::One);\n")
+        assert "nobody speaks Two" in "".join(faults(root))
+        user.write_text("using enum Msg; GetMsg(One); GetMsg(Two);\n")
+        assert list(faults(root)) == []
+        rows.write_text(rows.read_text() + 'KV_MSG(One, "d")\n')
+        assert "already" in "".join(faults(root))
+
+
+if sys.argv[1] == "--self-test":
+    self_test()
+else:
+    found = list(faults(pathlib.Path(sys.argv[1])))
+    print("\n".join(found))
+    sys.exit(1 if found else 0)
