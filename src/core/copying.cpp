@@ -1,8 +1,6 @@
 #include "core/files.h"
 #include "core/staged_file.h"
 
-#include <sys/stat.h>
-
 namespace kestrova
 {
 
@@ -35,7 +33,7 @@ Status CopyFileOver(const Path& source, const Path& target, const CopyOptions& o
     if (options.verify == Verify::Content && !SameContent(from, staged.StagedPath()))
         return MakeFailure(ErrorCode::Differs, TextOf(to));
     if (const auto failure =
-            platform::SetMode(staged.StagedPath(), (facts.mode & 0777U) | S_IRUSR | S_IWUSR))
+            platform::SetMode(staged.StagedPath(), (facts.mode & 0777U) | 0600U))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(to), failure);
     // Some disks keep no times; the bytes are what counts.
     (void)platform::SetModified(staged.StagedPath(), facts.modifiedNs);

@@ -1,10 +1,10 @@
 #include "core/staged_file.h"
 
 #include "core/files.h"
+#include "platform/process.h"
 
 #include <atomic>
 #include <fmt/format.h>
-#include <unistd.h>
 
 namespace kestrova
 {
@@ -12,7 +12,7 @@ namespace kestrova
 Path StagedNameFor(const Path& target)
 {
     static std::atomic<unsigned> counter{0};
-    return target.parent_path() / fmt::format("{}{:x}-{:x}", stagedPrefix, ::getpid(), ++counter);
+    return target.parent_path() / fmt::format("{}{:x}-{:x}", stagedPrefix, platform::OwnProcess(), ++counter);
 }
 
 StagedFile::StagedFile(const Path& target) : target_(target), staged_(StagedNameFor(target)) {}

@@ -114,6 +114,11 @@ std::error_code StartDetached(const Launch& launch, std::int64_t& pid)
     return {};
 }
 
+std::int64_t OwnProcess()
+{
+    return ::getpid();
+}
+
 bool IsRunning(std::int64_t pid)
 {
     if (pid <= 0)

@@ -20,6 +20,9 @@ struct Launch {
 /// `pid` is 0 on failure.
 std::error_code StartDetached(const Launch& launch, std::int64_t& pid);
 
+/// The number of this process; another process never has it at the same time.
+std::int64_t OwnProcess();
+
 /// True while the process exists and has not become a zombie; reaps a child that has ended.
 bool IsRunning(std::int64_t pid);
 

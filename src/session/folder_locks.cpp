@@ -2,8 +2,7 @@
 
 #include "catalogue/message.h"
 #include "platform/clock.h"
-
-#include <unistd.h>
+#include "platform/process.h"
 
 namespace kestrova
 {
@@ -19,7 +18,7 @@ Status FolderLocks::Hold(const Path& folder)
     platform::FileLock lock;
     std::string holder;
     const std::string words =
-        GetMsg(Msg::LockWords, {std::to_string(::getpid()), DateText(platform::NowNs())});
+        GetMsg(Msg::LockWords, {std::to_string(platform::OwnProcess()), DateText(platform::NowNs())});
     const auto failure = platform::FileLock::Take(place / lockFileName, words, lock, holder);
     if (failure == std::errc::resource_unavailable_try_again)
         return Failure{ErrorCode::Refused, TextOf(place), holder};
