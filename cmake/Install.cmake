@@ -26,10 +26,10 @@ set(CPACK_PACKAGE_CONTACT "The Kestrova developers <kestrova@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Archive of custom Tomb Raider levels, played one at a time")
 set(CPACK_PACKAGE_DESCRIPTION
 "Keeps hundreds of custom levels in an archive and swaps the chosen one into the Level
- Editor's folder: its files, its savegames and its pictures come in, the level before goes
- out, and the Level Editor's own files come back whenever they are wanted.
- .
- The windows are the program kestrova; kestrovactl does the same from a terminal.")
+Editor's folder: its files, its savegames and its pictures come in, the level before goes
+out, and the Level Editor's own files come back whenever they are wanted.
+
+The windows are the program kestrova; kestrovactl does the same from a terminal.")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)

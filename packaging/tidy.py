@@ -68,7 +68,7 @@ def main():
         for file, run in pool.map(tidy, work):
             if run.returncode != 0:
                 failed += 1
-                print(f"{os.path.relpath(file, root)}:\n{run.stdout}{run.stderr}", flush=True)
+                print(f"{os.path.relpath(file, root)}:\n{run.stdout or run.stderr}", flush=True)
     print(f"tidy: {len(work)} files looked at, {failed} with faults")
     return 1 if failed else 0
 
