@@ -37,7 +37,10 @@ Status CopyFileOver(const Path& source, const Path& target, const CopyOptions& o
         return MakeFailure(ErrorCode::CannotWrite, TextOf(to), failure);
     // Some disks keep no times; the bytes are what counts.
     (void)platform::SetModified(staged.StagedPath(), facts.modifiedNs);
-    return staged.Commit(options.flush);
+    if (options.flush)
+        if (const auto failure = staged.Handle().Sync())
+            return MakeFailure(ErrorCode::CannotWrite, TextOf(to), failure);
+    return staged.Commit(options.flushName);
 }
 
 Status CopyMatching(const Path& source, const Path& target, std::string_view pattern,
@@ -52,6 +55,14 @@ Status CopyMatching(const Path& source, const Path& target, std::string_view pat
     return answer;
 }
 
+Status FlushFolder(const Path& folder)
+{
+    const Path place = ResolvePath(folder);
+    if (const auto failure = platform::SyncFolder(place))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
+    return {};
+}
+
 Status MoveFileOver(const Path& source, const Path& target)
 {
     const Path from = ResolvePath(source);
@@ -61,7 +72,7 @@ Status MoveFileOver(const Path& source, const Path& target)
         return {};
     if (failure != std::errc::cross_device_link)
         return MakeFailure(ErrorCode::CannotWrite, TextOf(to), failure);
-    if (auto status = CopyFileOver(from, to, {Verify::Content, true, {}}); !status)
+    if (auto status = CopyFileOver(from, to, {Verify::Content, true, true, {}}); !status)
         return status;
     return DeleteFile(from);
 }

@@ -68,6 +68,7 @@ enum class Verify {
 struct CopyOptions {
     Verify verify = Verify::Size;
     bool flush = false; ///< the content is on the disk before the name is there
+    bool flushName = false; ///< the name too; for many files one flush of their folder is cheaper
     std::function<bool(std::uint64_t)> progress; ///< bytes of this file so far; False stops
 };
 /// `target` holds the source's bytes and time afterwards, writable by the owner. It is built beside
@@ -80,6 +81,8 @@ Status CopyMatching(const Path& source, const Path& target, std::string_view pat
                     const CopyOptions& options = {});
 /// Moves within a file system by rename, otherwise copies, compares, flushes, deletes.
 Status MoveFileOver(const Path& source, const Path& target);
+/// The names of a folder are on the disk when it answers.
+Status FlushFolder(const Path& folder);
 /// True when both can be read and hold the same bytes.
 bool SameContent(const Path& a, const Path& b, const Heartbeat& heartbeat = {});
 

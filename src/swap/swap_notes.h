@@ -1,0 +1,26 @@
+#pragma once
+
+#include "session/session.h"
+#include "swap/swap_records.h"
+
+/// The owner record and the journal as files of the program's folder.
+namespace kestrova
+{
+
+FolderMark MarkOf(const Path& folder);
+/// Hash of the marker's bytes, `absentMarker` without one, empty when it cannot be read.
+std::string MarkerHash(const Session& session);
+
+/// The owner record, provided that it speaks of this folder with this marker: only then it counts.
+std::optional<OwnerRecord> OwnerThatCounts(const Session& session);
+/// Fills in folder, marker and boot, and writes; durable when it answers. Nothing is written when
+/// the file says the same already.
+Status WriteOwner(Session& session, OwnerRecord record);
+
+Path JournalPath(const Session& session);
+/// No value when there is none; `Damaged` when there is one that nobody can read.
+Result<std::optional<SwapJournal>> ReadJournal(const Session& session);
+Status WriteJournal(Session& session, const SwapJournal& journal);
+Status DropJournal(Session& session);
+
+} // namespace kestrova
