@@ -19,13 +19,20 @@ struct LevelFacts {
 /// Everything the selection of a level shows; loads its savegame records on the way. No value, with
 /// a message, for a code that the archive does not have.
 std::optional<LevelFacts> SelectLevel(Session& session, LevelCode code);
+/// The same without loading anything into the session: nothing is written.
+std::optional<LevelFacts> LookAtLevel(Session& session, LevelCode code);
+
+/// True when that level stands in the Level Editor's folder and no work on it waits to be mended:
+/// playing it changes no file.
+bool StandsInTrle(const Session& session, LevelCode code);
 
 /// Installs and starts: asks first while a program runs in the Level Editor's folder. With `start`
-/// False the game is not started.
+/// False the game is not started. True when all of that went well.
 bool PlayLevel(Session& session, LevelCode code, bool start = true);
 
 /// How the game would be started: as it is, or through Wine when the file begins with `MZ`; the
-/// prefix is the folder above `drive_c` on the way to the game.
+/// prefix is the folder above `drive_c` on the way to the game. The failure's reason says in words
+/// what is missing.
 Result<platform::Launch> GameLaunch(Session& session);
 
 /// Opens the level's readme with the desktop's program; says why when it cannot.
@@ -41,7 +48,8 @@ std::vector<ListRow> ListRows(Session& session);
 std::string WindowTitle(const Session& session);
 
 /// Finds the first row from `from` on (or before it, `step` -1) that holds the text; -1 when none.
-std::ptrdiff_t FindRow(const std::vector<ListRow>& rows, std::string_view text,
-                       std::ptrdiff_t from, int step);
+/// `from` itself counts; an empty text is held by every row.
+std::ptrdiff_t FindRow(const std::vector<ListRow>& rows, std::string_view text, std::ptrdiff_t from,
+                       int step);
 
 } // namespace kestrova

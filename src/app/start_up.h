@@ -22,23 +22,37 @@ public:
 Result<Path> ChooseProgramFolder(const Path& home);
 
 /// Fills the session from the program's folder: settings and preferences. `firstRun` tells that no
-/// preferences were there. Takes the locks of a writer when `writing`; False with words when another
-/// program holds one.
+/// preferences were there. With `writing` it takes the locks of a writer and then mends what an
+/// earlier run left half done; False with words when another program holds a folder, or the
+/// preferences cannot be read. Writes nothing when not `writing`.
 bool OpenSession(Session& session, bool writing, bool& firstRun);
+
+/// The locks of a writer: the program's folder, the Level Editor's, the archive's writable one, as
+/// far as they are there. False with words that name the holder. Repeatable.
+bool HoldFolders(Session& session);
+
+/// The archive of the preferences into memory as it stands in its file: no question, no check of
+/// its folders, nothing written. A failure leaves an empty archive and is not told.
+Status LoadArchiveToLook(Session& session);
 
 /// The whole start: preferences, recovery of interrupted work, the Level Editor's folder, backup,
 /// level 0000, the last archive. It stops at the step that failed and leaves the session usable.
-void InitProgram(Session& session, StartWindows& windows, const std::vector<std::string>& arguments);
+/// False only when `OpenSession` failed: this program must end.
+bool InitProgram(Session& session, StartWindows& windows,
+                 const std::vector<std::string>& arguments);
 
-/// Preferences and settings to their files; asks for an unsaved archive first.
+/// Preferences and settings to their files; asks for an unsaved archive first. Says nothing of a
+/// file that cannot be written.
 void WritePreferences(Session& session);
-/// Only the two files, without a question: after every change that must not be lost.
+/// Only the two files, without a question: after every change that must not be lost. Shows its
+/// failure. Files that would not change are not written.
 bool SavePreferencesNow(Session& session);
 
 struct CommandLine {
     Path archive; ///< item that ends in `.kva`
     Path trle;    ///< item whose last part is `trle`
 };
+/// Goes through the items from the left up to the first empty one; of several the later wins.
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
 
 } // namespace kestrova

@@ -1,0 +1,150 @@
+#include "app/doctor.h"
+
+#include "app/find_trle.h"
+#include "app/level_commands.h"
+#include "app/start_up.h"
+#include "catalogue/message.h"
+#include "swap/backup.h"
+#include "swap/recovery.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Below it a level of ordinary size finds no room to be expanded.
+constexpr std::uint64_t scarce = UINT64_C(512) << 20;
+
+Finding Fine(Msg name, std::string state)
+{
+    return {true, GetMsg(name), std::move(state), {}};
+}
+
+Finding Bad(Msg name, std::string state, Msg remedy)
+{
+    return {false, GetMsg(name), std::move(state), GetMsg(remedy)};
+}
+
+Finding Folder(Msg name, const Path& folder, Msg remedy)
+{
+    if (!platform::IsWritableFolder(ResolvePath(folder)))
+        return Bad(name, GetMsg(Msg::DoctorNotWritable, {TextOf(folder)}), remedy);
+    return Fine(name, GetMsg(Msg::DoctorWritable, {TextOf(folder)}));
+}
+
+Finding LevelEditor(Session& session)
+{
+    const Path trle = session.TrleFolder();
+    if (trle.empty())
+        return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorTrleNotSet), Msg::DoctorTrleRemedy);
+    if (!IsTrleFolder(session, trle, false))
+        return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorTrleWrong, {TextOf(trle)}),
+                   Msg::DoctorTrleRemedy);
+    return Folder(Msg::DoctorTrle, trle, Msg::DoctorTrleNotWritable);
+}
+
+Finding Backup(Session& session)
+{
+    if (!BackupPresent(session))
+        return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorBackupMissing), Msg::DoctorBackupRemedy);
+    return Fine(
+        Msg::DoctorBackup,
+        GetMsg(session.preferences.fullBackup ? Msg::DoctorBackupFull : Msg::DoctorBackupCompact));
+}
+
+Finding ArchiveState(Session& session)
+{
+    if (session.ArchivePath().empty())
+        return Bad(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveNone),
+                   Msg::DoctorArchiveNoneRemedy);
+    const std::string shown = TextOf(session.ArchivePath());
+    if (session.levels.empty() && !LoadArchiveToLook(session))
+        return Bad(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveDamaged, {shown}),
+                   Msg::DoctorArchiveDamagedRemedy);
+    if (const Path folder{Trim(session.archive.secondaryFolder)}; !FolderExists(folder))
+        return Bad(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveFolderGone, {TextOf(folder)}),
+                   Msg::DoctorArchiveFolderRemedy);
+    return Fine(Msg::DoctorArchive,
+                GetMsg(Msg::DoctorArchiveFine, {shown, std::to_string(session.levels.size())}));
+}
+
+Finding Interrupted(Session& session)
+{
+    const std::string waiting = InterruptedWork(session);
+    if (!waiting.empty())
+        return Bad(Msg::DoctorInterrupted, waiting, Msg::DoctorInterruptedRemedy);
+    return Fine(Msg::DoctorInterrupted, GetMsg(Msg::DoctorInterruptedNone));
+}
+
+void Game(Session& session, std::vector<Finding>& findings)
+{
+    const auto launch = GameLaunch(session);
+    if (!launch) {
+        findings.push_back(Bad(Msg::DoctorGame,
+                               launch.Error().subject + ": " + launch.Error().reason,
+                               Msg::DoctorGameRemedy));
+        return;
+    }
+    if (launch->argv.size() == 1) {
+        findings.push_back(Fine(Msg::DoctorGame, GetMsg(Msg::DoctorGameNative)));
+        findings.push_back(Fine(Msg::DoctorWine, GetMsg(Msg::DoctorWineNotNeeded)));
+        return;
+    }
+    findings.push_back(Fine(Msg::DoctorGame, GetMsg(Msg::DoctorGameWine, {launch->argv.front()})));
+}
+
+Finding Tool(Session& session, Msg tool, Msg remedy)
+{
+    const Path found = session.machine.FindTool(GetMsg(tool));
+    const std::string name = GetMsg(Msg::DoctorTool, {RowText(tool)});
+    if (found.empty())
+        return {false, name, GetMsg(Msg::DoctorToolMissing), GetMsg(remedy)};
+    return {true, name, TextOf(found), {}};
+}
+
+/// The drives that a swap writes to, each once.
+void Drives(Session& session, std::vector<Finding>& findings)
+{
+    std::vector<std::uint64_t> seen;
+    for (const Path& folder : {session.programFolder, session.TrleFolder(),
+                               Path{Trim(session.archive.secondaryFolder)}}) {
+        const platform::FileFacts facts = platform::FactsOf(ResolvePath(folder));
+        if (folder.empty() || facts.kind != platform::FileKind::Folder ||
+            std::find(seen.begin(), seen.end(), facts.device) != seen.end())
+            continue;
+        seen.push_back(facts.device);
+        const std::string name = GetMsg(Msg::DoctorDrive, {TextOf(folder)});
+        const auto free = session.machine.FreeSpace(folder);
+        if (!free) {
+            findings.push_back({false, name, GetMsg(Msg::DoctorDriveUnknown), free.Error().reason});
+            continue;
+        }
+        const std::string state =
+            GetMsg(Msg::DoctorDriveFree, {FormatSize(static_cast<double>(*free))});
+        const bool enough = *free >= scarce;
+        findings.push_back({enough, name, state, enough ? "" : GetMsg(Msg::DoctorDriveRemedy)});
+    }
+}
+
+} // namespace
+
+std::vector<Finding> Examine(Session& session)
+{
+    std::vector<Finding> findings;
+    findings.push_back(
+        Folder(Msg::DoctorProgramFolder, session.programFolder, Msg::DoctorNotWritableRemedy));
+    findings.push_back(LevelEditor(session));
+    findings.push_back(Backup(session));
+    findings.push_back(ArchiveState(session));
+    findings.push_back(Interrupted(session));
+    if (findings[1].fine)
+        Game(session, findings);
+    findings.push_back(Tool(session, Msg::DoctorToolOpen, Msg::DoctorToolOpenRemedy));
+    Drives(session, findings);
+    return findings;
+}
+
+} // namespace kestrova

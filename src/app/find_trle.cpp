@@ -1,0 +1,90 @@
+#include "app/find_trle.h"
+
+#include "app/start_up.h"
+#include "catalogue/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// The music tracks that a complete Level Editor brings.
+constexpr std::size_t fullAudio = 54;
+constexpr std::size_t placeFieldSize = 256;
+
+} // namespace
+
+bool IsTrleFolder(Session& session, const Path& folder, bool showErrors)
+{
+    const auto wrong = [&](Tone tone, const std::string& words) {
+        if (showErrors)
+            session.host.Tell(tone, words);
+        return false;
+    };
+    const std::string shown = TextOf(folder);
+    if (!FileExists(InFolder(folder, RowText(Msg::FragTrleTomb4))))
+        return wrong(Tone::Error, GetMsg(Msg::TrleNoTomb4) + shown);
+    if (!AnyFile(InFolder(folder, RowText(Msg::FragTrleData)), RowText(Msg::PatTrleTr4)))
+        return wrong(Tone::Error, GetMsg(Msg::TrleNoTr4, {shown}));
+    if (!AnyFile(folder, RowText(Msg::PatTrleDat)))
+        return wrong(Tone::Error, GetMsg(Msg::TrleNoDat) + shown);
+    const std::size_t waves =
+        ListFiles(InFolder(folder, RowText(Msg::FragTrleAudio)), RowText(Msg::PatTrleWav)).size();
+    if (waves < fullAudio)
+        return wrong(Tone::Plain, GetMsg(Msg::TrleFewWaves, {std::to_string(fullAudio - waves)}));
+    return true;
+}
+
+bool TrleFinder::Prepare()
+{
+    folder_ = session_.TrleFolder();
+    if (!folder_.empty() && IsTrleFolder(session_, folder_, false))
+        return true;
+    folder_.clear();
+    return false;
+}
+
+void TrleFinder::Browse()
+{
+    if (const auto chosen =
+            session_.host.ChooseFolder(GetMsg(Msg::ChooseTrleFolder), session_.TrleFolder()))
+        Take(*chosen);
+}
+
+bool TrleFinder::Take(const Path& folder)
+{
+    const Path place =
+        FolderFromText(std::filesystem::absolute(folder).lexically_normal().native());
+    if (!IsTrleFolder(session_, place, true))
+        return false;
+    folder_ = place;
+    return true;
+}
+
+bool TrleFinder::Accept()
+{
+    if (!IsTrleFolder(session_, folder_, true))
+        return false;
+    if (ToWindows1252(folder_.native()).size() > placeFieldSize) {
+        session_.host.Tell(Tone::Error, GetMsg(Msg::FolderTooLong, {TextOf(folder_)}));
+        return false;
+    }
+    const std::string before = session_.preferences.trlePath;
+    session_.preferences.trlePath = folder_.native();
+    if (!HoldFolders(session_)) {
+        session_.preferences.trlePath = before;
+        return false;
+    }
+    if (const Path old = FolderFromText(Trim(before)); !old.empty() && old != folder_)
+        session_.locks.Release(old);
+    // The old name may have been another one for the same folder.
+    return HoldFolders(session_);
+}
+
+void TrleFinder::GiveUp()
+{
+    session_.host.Tell(Tone::Plain, GetMsg(Msg::CannotRunWithoutTrle, {lineBreak}));
+}
+
+} // namespace kestrova

@@ -1,0 +1,110 @@
+#include "app/find_trle.h"
+#include "app/start_up.h"
+#include "archive/level_sizes.h"
+#include "catalogue/message.h"
+#include "swap/backup.h"
+#include "upkeep/archive_life.h"
+#include "upkeep/level_life.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+void TellWithPath(Session& session, Msg text)
+{
+    session.host.Tell(Tone::Error, GetMsg(text) + TextOf(session.ArchivePath()));
+}
+
+/// False when the start ends here.
+bool LoadLastArchive(Session& session)
+{
+    if (session.ArchivePath().empty())
+        return true;
+    if (!FileExists(session.ArchivePath())) {
+        TellWithPath(session, Msg::LastArchiveNotFound);
+        session.preferences.archivePath.clear();
+        return true;
+    }
+    if (ReadArchive(session, session.ArchivePath()))
+        return true;
+    if (!session.loadFailedAskAnother) {
+        TellWithPath(session, Msg::ErrorLastArchive);
+        session.preferences.archivePath.clear();
+        return true;
+    }
+    if (!session.host.AskYesNo(GetMsg(Msg::LoadDifferentArchive)) || !AskLoadArchive(session))
+        return false;
+    session.loadFailedAskAnother = false;
+    return true;
+}
+
+void DropArchiveInMemory(Session& session)
+{
+    session.archiveDirty = false;
+    session.archive = {};
+    session.levels.clear();
+}
+
+} // namespace
+
+CommandLine ParseCommandLine(const std::vector<std::string>& arguments)
+{
+    CommandLine found;
+    for (const std::string& item : arguments) {
+        if (item.empty())
+            break;
+        const Path place =
+            FolderFromText(std::filesystem::absolute(item).lexically_normal().native());
+        if (EndsWithName(item, RowText(Msg::ExtensionArchive)))
+            found.archive = place;
+        else if (EqualNames(place.filename().native(), RowText(Msg::LastPartTrle)))
+            found.trle = place;
+    }
+    return found;
+}
+
+bool InitProgram(Session& session, StartWindows& windows, const std::vector<std::string>& arguments)
+{
+    Operation operation{session};
+    session.hotKeysActive = false;
+    session.loadFailedAskAnother = false;
+    session.level0Rebuilt = false;
+    const CommandLine commandLine = ParseCommandLine(arguments);
+    bool firstRun = false;
+    if (!OpenSession(session, true, firstRun))
+        return false;
+    if (!commandLine.archive.empty())
+        session.preferences.archivePath = commandLine.archive.native();
+    DropArchiveInMemory(session);
+
+    TrleFinder finder{session};
+    if (!finder.Prepare() && !windows.FindLevelEditor(session))
+        return true;
+    if (!MakeTrleBackup(session, false))
+        session.archiveDirty = false;
+    // The form of the backup must not be lost with a run that ends badly.
+    SavePreferencesNow(session);
+    if (!EnsureLevel0Folder(session)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ErrorLevel0));
+        return true;
+    }
+    if (!LoadLastArchive(session))
+        return true;
+    if (session.ArchivePath().empty() &&
+        windows.AskNewOrLoad(session) == StartWindows::ArchiveChoice::Load)
+        AskLoadArchive(session);
+    if (session.ArchivePath().empty())
+        CreateArchive(session);
+    else if (session.level0Rebuilt)
+        RefreshLevelSizes(session, originalCode);
+    if (!HoldFolders(session)) {
+        DropArchiveInMemory(session);
+        session.preferences.archivePath.clear();
+        session.list.Refresh();
+    }
+    return true;
+}
+
+} // namespace kestrova

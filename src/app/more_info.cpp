@@ -1,0 +1,80 @@
+#include "app/level_commands.h"
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool OpenReadme(Session& session, const Path& file)
+{
+    const auto status = session.machine.Open(file.native(), file.parent_path());
+    if (!status)
+        TellFailure(session, GetMsg(Msg::MoreInfoNotOpened), status.Error());
+    return static_cast<bool>(status);
+}
+
+/// A page comes with the pictures and pages of its folder.
+void KeepOnHardDisk(Session& session, const Path& file, const Path& folder)
+{
+    std::vector<Path> files{file};
+    const std::string ending = ExtensionOf(file.filename().native());
+    const auto patterns = Split(RowText(Msg::MoreInfoPatterns), '|');
+    if (MatchesPattern(ending, patterns[2]) || MatchesPattern(ending, patterns[3]))
+        for (const std::string& pattern : patterns)
+            for (Path& found : ListFiles(file.parent_path(), pattern))
+                files.push_back(std::move(found));
+    (void)MakeFolders(folder); // the copies below say what is wrong
+    for (const Path& source : files) {
+        const Path target = folder / source.filename();
+        if (const auto status = CopyFileOver(source, target); !status) {
+            TellFailure(session,
+                        GetMsg(Msg::MoreInfoCopyFailed, {TextOf(source)}) + TextOf(target) +
+                            GetMsg(Msg::MoreInfoCopyEnds),
+                        status.Error());
+            return;
+        }
+    }
+}
+
+} // namespace
+
+bool ShowMoreInfo(Session& session, LevelCode code)
+{
+    const std::ptrdiff_t index = FindLevel(session, code);
+    if (index < 0) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::UnknownCodeInList) + std::to_string(code));
+        return false;
+    }
+    const LevelRecord& level = session.levels[static_cast<std::size_t>(index)];
+    if (Trim(level.moreInfoFile).empty()) {
+        session.host.Tell(Tone::Plain, GetMsg(Msg::NoMoreInfoFile, {lineBreak}));
+        return false;
+    }
+    // The name comes out of a file that somebody else may have made.
+    const auto name = SafeName(Trim(level.moreInfoFile));
+    const auto notFound = [&](const Path& place) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::MoreInfoNotFound, {TextOf(place)}));
+        return false;
+    };
+    if (!name)
+        return notFound(Path{Trim(level.moreInfoFile)});
+    const Path home = InFolder(LevelHomeOf(session, code), RowText(Msg::FragMoreInfoFiles));
+    if (const Path file = ResolvePath(home / *name); FileExists(file))
+        return OpenReadme(session, file);
+    const Path disc = LevelFolderOf(session, code, true);
+    if (session.cdNotAvailable) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::MoreInfoCdNotAvailable));
+        return false;
+    }
+    const Path file = ResolvePath(InFolder(disc, RowText(Msg::FragMoreInfoFiles)) / *name);
+    if (!FileExists(file))
+        return notFound(file);
+    const bool opened = OpenReadme(session, file);
+    KeepOnHardDisk(session, file, home);
+    return opened;
+}
+
+} // namespace kestrova
