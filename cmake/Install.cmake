@@ -1,15 +1,12 @@
 # Where the programs go, and the Debian package (`./dev deb`).
 set(programs)
-foreach(program kestrova kestrovactl)
+foreach(program kestrova kestrovactl kestrova-practice-game)
   if(TARGET ${program})
     list(APPEND programs ${program})
   endif()
 endforeach()
 if(programs)
   install(TARGETS ${programs} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-endif()
-if(TARGET kestrova-practice-game)
-  install(TARGETS kestrova-practice-game RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/kestrova)
 endif()
 if(KESTROVA_WINDOWS)
   install(FILES packaging/kestrova.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
@@ -19,6 +16,9 @@ install(FILES packaging/kestrova.svg
 install(FILES packaging/kestrova.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrova)
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+# The same folder beside the programs of a build, which nobody installed.
+configure_file(packaging/kestrova.svg ${CMAKE_BINARY_DIR}/src/share/kestrova/kestrova.svg COPYONLY)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kestrova)
