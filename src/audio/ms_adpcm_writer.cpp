@@ -1,0 +1,227 @@
+#include "audio/ms_adpcm_writer.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr int predictors = 7;
+constexpr std::array<std::array<int, 2>, predictors> coefficients = {
+    {{256, 0}, {512, -256}, {0, 0}, {192, 64}, {240, 0}, {460, -208}, {392, -232}}};
+constexpr int smallestStep = 16;
+constexpr int largestFirstStep = 32767;
+
+// Four trials run side by side in one vector; eight make a round: the seven predictors, each with
+// a step measured at the block's beginning, and once more the predictor of the block before with
+// the step it ended with.
+constexpr std::size_t trials = 8;
+constexpr std::size_t width = 4;
+using Ints [[gnu::vector_size(16)]] = std::int32_t;
+using Floats [[gnu::vector_size(16)]] = float;
+
+struct Trials {
+    Floats coefficient1{}; ///< a quarter, so that products with samples are exact
+    Floats coefficient2{};
+    Floats newer{};
+    Floats older{};
+    Ints step{};
+    Floats error{}; ///< sum of squares
+};
+
+/// Codes one sample in four trials; the same arithmetic as every decoder's.
+inline Ints CodeSample(Trials& run, float sample)
+{
+    const Floats weighted = run.newer * run.coefficient1 + run.older * run.coefficient2;
+    const Floats guess =
+        __builtin_convertvector(__builtin_convertvector(weighted, Ints) >> 6, Floats);
+    const Floats step = __builtin_convertvector(run.step, Floats);
+    Floats place = (sample - guess) / step + 8.5F;
+    place = place < 0.0F ? Floats{} : place;
+    place = place > 15.5F ? Floats{} + 15.5F : place;
+    const Ints code = __builtin_convertvector(place, Ints) - 8;
+
+    Floats made = guess + __builtin_convertvector(code, Floats) * step;
+    made = made < -32768.0F ? Floats{} - 32768.0F : made;
+    made = made > 32767.0F ? Floats{} + 32767.0F : made;
+    run.older = run.newer;
+    run.newer = made;
+    run.error += (sample - made) * (sample - made);
+
+    // 230 up to size 3, then 307, 409, 512, 614 and 768 for size 8, in 256ths.
+    const Ints size = code < 0 ? -code : code;
+    const Ints factor = 230 + ((size > 3) & 77) + ((size > 4) & 102) + ((size > 5) & 103) +
+                        ((size > 6) & 102) + ((size > 7) & 154);
+    const Ints next = (run.step * factor) >> 8;
+    run.step = next < smallestStep ? Ints{} + smallestStep : next;
+    return code;
+}
+
+/// What a channel hands from block to block.
+struct Carry {
+    std::size_t predictor = 1;
+    int step = smallestStep;
+};
+
+struct ChannelBlock {
+    std::size_t predictor = 0;
+    int firstStep = smallestStep;
+    std::vector<std::uint8_t> codes; ///< from the third sample on
+};
+
+/// About the step at which the sizes of the codes stay level: the mean error of the first guesses
+/// over two and a half.
+int FirstStep(std::span<const std::int16_t> samples, const std::array<int, 2>& coefficient)
+{
+    const std::size_t end = std::min<std::size_t>(samples.size(), 18);
+    double sum = 0;
+    for (std::size_t i = 2; i < end; ++i)
+        sum += std::abs(samples[i] -
+                        (samples[i - 1] * coefficient[0] + samples[i - 2] * coefficient[1]) / 256);
+    const double mean = end > 2 ? sum / static_cast<double>(end - 2) : 0;
+    return std::clamp(static_cast<int>(mean / 2.5), smallestStep, largestFirstStep);
+}
+
+/// Only the first `heard` samples count for the choice: the jump to the silence that fills the last
+/// block would otherwise decide it.
+void EncodeChannel(std::span<const std::int16_t> samples, std::size_t heard, Carry& carry,
+                   ChannelBlock& block)
+{
+    std::array<std::size_t, trials> predictorOf{};
+    std::array<int, trials> stepOf{};
+    std::array<Trials, trials / width> runs;
+    for (std::size_t trial = 0; trial < trials; ++trial) {
+        const bool carried = trial == predictors;
+        predictorOf[trial] = carried ? carry.predictor : trial;
+        const std::array<int, 2>& pair = coefficients[predictorOf[trial]];
+        stepOf[trial] = carried ? carry.step : FirstStep(samples, pair);
+        Trials& run = runs[trial / width];
+        run.coefficient1[trial % width] = static_cast<float>(pair[0]) / 4;
+        run.coefficient2[trial % width] = static_cast<float>(pair[1]) / 4;
+        run.older[trial % width] = samples[0];
+        run.newer[trial % width] = samples[1];
+        run.step[trial % width] = stepOf[trial];
+    }
+    static thread_local std::vector<std::array<Ints, trials / width>> codes;
+    codes.resize(samples.size());
+    const auto code = [&](std::size_t from, std::size_t to) {
+        for (std::size_t i = from; i < to; ++i)
+            for (std::size_t run = 0; run < runs.size(); ++run)
+                codes[i][run] = CodeSample(runs[run], samples[i]);
+    };
+    heard = std::max<std::size_t>(heard, 2);
+    code(2, heard);
+    const std::array<Floats, trials / width> errors = {runs[0].error, runs[1].error};
+    code(heard, samples.size());
+
+    std::size_t best = 0;
+    const auto errorOf = [&](std::size_t trial) { return errors[trial / width][trial % width]; };
+    for (std::size_t trial = 1; trial < trials; ++trial)
+        if (errorOf(trial) < errorOf(best))
+            best = trial;
+    block.predictor = predictorOf[best];
+    block.firstStep = stepOf[best];
+    block.codes.resize(samples.size() - 2);
+    for (std::size_t i = 2; i < samples.size(); ++i)
+        block.codes[i - 2] = static_cast<std::uint8_t>(codes[i][best / width][best % width] & 15);
+    carry.predictor = predictorOf[best];
+    carry.step = std::min(runs[best / width].step[best % width], largestFirstStep);
+}
+
+void PutNumber(std::string& bytes, std::size_t number, int size)
+{
+    for (int i = 0; i < size; ++i)
+        bytes += static_cast<char>((number >> (8 * i)) & 0xFF);
+}
+
+void PutSample(std::string& bytes, int number)
+{
+    PutNumber(bytes, static_cast<std::uint16_t>(number), 2);
+}
+
+/// By samples a second over all channels, as players expect it.
+std::size_t BlockSizeFor(int channels, int rate)
+{
+    const std::int64_t flow = std::int64_t{channels} * rate;
+    return flow < 12000 ? 256 : flow < 23000 ? 512 : flow < 44000 ? 1024 : 2048;
+}
+
+std::string Header(std::size_t channels, std::size_t rate, std::size_t blockSize,
+                   std::size_t blockSamples, std::size_t frames, std::size_t dataSize)
+{
+    std::string bytes = "RIFF";
+    PutNumber(bytes, 82 + dataSize, 4);
+    bytes += "WAVEfmt ";
+    PutNumber(bytes, 50, 4);
+    PutNumber(bytes, 2, 2);
+    PutNumber(bytes, channels, 2);
+    PutNumber(bytes, rate, 4);
+    PutNumber(bytes, rate * blockSize / blockSamples, 4);
+    PutNumber(bytes, blockSize, 2);
+    PutNumber(bytes, 4, 2);
+    PutNumber(bytes, 32, 2);
+    PutNumber(bytes, blockSamples, 2);
+    PutNumber(bytes, predictors, 2);
+    for (const auto& pair : coefficients)
+        for (const int coefficient : pair)
+            PutSample(bytes, coefficient);
+    bytes += "fact";
+    PutNumber(bytes, 4, 4);
+    PutNumber(bytes, frames, 4);
+    bytes += "data";
+    PutNumber(bytes, dataSize, 4);
+    return bytes;
+}
+
+} // namespace
+
+std::string EncodeMsAdpcmWave(std::span<const std::int16_t> interleaved, int channels, int rate)
+{
+    const auto channelCount = static_cast<std::size_t>(channels);
+    const std::size_t frames = interleaved.size() / channelCount;
+    const std::size_t blockSize = BlockSizeFor(channels, rate);
+    const std::size_t blockSamples = (blockSize - 7 * channelCount) * 2 / channelCount + 2;
+    const std::size_t blocks = (frames + blockSamples - 1) / blockSamples;
+    std::string bytes = Header(channelCount, static_cast<std::size_t>(rate), blockSize,
+                               blockSamples, frames, blocks * blockSize);
+    bytes.reserve(bytes.size() + blocks * blockSize);
+
+    std::array<Carry, 2> carries;
+    std::array<ChannelBlock, 2> parts;
+    std::array<std::vector<std::int16_t>, 2> samples;
+    for (std::size_t block = 0; block < blocks; ++block) {
+        const std::size_t first = block * blockSamples;
+        const std::size_t count = std::min(blockSamples, frames - first);
+        for (std::size_t channel = 0; channel < channelCount; ++channel) {
+            samples[channel].assign(blockSamples, 0);
+            for (std::size_t i = 0; i < count; ++i)
+                samples[channel][i] = interleaved[(first + i) * channelCount + channel];
+            EncodeChannel(samples[channel], count, carries[channel], parts[channel]);
+        }
+        const auto forEachChannel = [&](const auto& put) {
+            for (std::size_t channel = 0; channel < channelCount; ++channel)
+                put(channel);
+        };
+        forEachChannel([&](std::size_t c) { PutNumber(bytes, parts[c].predictor, 1); });
+        forEachChannel([&](std::size_t c) { PutSample(bytes, parts[c].firstStep); });
+        forEachChannel([&](std::size_t c) { PutSample(bytes, samples[c][1]); });
+        forEachChannel([&](std::size_t c) { PutSample(bytes, samples[c][0]); });
+        const auto& left = parts[0].codes;
+        const auto& right = parts[channelCount - 1].codes;
+        if (channelCount == 2)
+            for (std::size_t i = 0; i < left.size(); ++i)
+                bytes += static_cast<char>(left[i] << 4 | right[i]);
+        else
+            for (std::size_t i = 0; i + 1 < left.size(); i += 2)
+                bytes += static_cast<char>(left[i] << 4 | left[i + 1]);
+    }
+    return bytes;
+}
+
+} // namespace kestrova
