@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/names.h"
+#include "core/result.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace kestrova
+{
+
+/// Files done, files in all, and the name of the file or pack at work. False stops.
+using PracticeProgress = std::function<bool(int done, int total, const std::string& what)>;
+
+struct PracticeOptions {
+    /// About the size of the big level; less makes it faster, for tests.
+    std::uint64_t bigLevelBytes = 100'000'000;
+};
+
+struct PracticeMade {
+    Path trle;              ///< passes for a Level Editor's folder
+    Path levels;            ///< a folder a level, some also as zips
+    std::vector<Path> zips; ///< of the levels
+    std::string remark;     ///< what could not be made, in words; empty otherwise
+};
+
+/// Makes `dir`/trle, with the stand-in game as its `tomb4.exe`, and `dir`/levels, all from content
+/// of our own that is the same in every run. Whole or not at all: it is made aside and renamed at
+/// the end. `Refused` with words when one of the two is there, `Missing` with words when the game
+/// program is not, `Stopped` by the progress.
+Result<PracticeMade> MakePracticeFolder(const Path& dir, const Path& gameProgram,
+                                        const PracticeProgress& progress,
+                                        const PracticeOptions& options = {});
+
+} // namespace kestrova
