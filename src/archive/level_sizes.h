@@ -9,7 +9,9 @@ enum class SizeKind { Files, Extras };
 
 /// Adds bytes to a level's size and, but for the record at index 0, to the archive's total; saves.
 void AddLevelSize(Session& session, double delta, SizeKind kind, std::size_t index);
-/// Measures a level's folders anew. Files on a disc keep their size.
+/// Bytes of a level folder's savegames, their backup and its screen-shots.
+double ExtrasSizeOf(const Path& levelFolder);
+/// Measures a level's folders anew and saves. Files on a disc keep their size.
 void RefreshLevelSizes(Session& session, LevelCode code);
 /// Measures all levels, with progress when asked, sums the totals anew and saves. False when the
 /// person stopped it; sizes measured so far are kept.

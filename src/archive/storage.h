@@ -7,11 +7,22 @@
 namespace kestrova
 {
 
-/// Puts the source folder's files in stored form into the level's `files`. The source is changed
-/// (files are compressed in it) but never loses a file before its stored form was read back. The
-/// new `files` are built beside the old ones and exchanged by rename. `label` may be null.
-bool StoreLevelFiles(Session& session, const Path& source, std::size_t index,
-                     ProgressScope* label);
+/// A file on its way into a level, and what it is called there.
+struct LevelFile {
+    std::string name;
+    Path path;
+};
+
+/// Puts files in stored form into a level's `files`, whatever was there before; shows its failure.
+/// The new folder is filled as `files.new`, read back, compared, and exchanged by rename; the
+/// sources stay as they are. Notes the true names and sizes in `tr4.inf` first. The level's record
+/// need not be in the archive yet. `label` may be null.
+bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
+                       ProgressScope* label);
+
+/// The same with the files of a folder. When that is the level's own `files`, each file takes its
+/// stored form in place, and goes only when that was read back.
+bool StoreLevelFiles(Session& session, const Path& source, std::size_t index, ProgressScope* label);
 
 /// Expands a stored folder into the temporary folder `_temp_Dec`. `result` stays empty when nothing
 /// had to be done; otherwise the caller removes it with `RemoveFolder`. Shows its failure; nothing
@@ -20,9 +31,9 @@ bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool 
 
 /// A file of a level as the game needs it, ready to be put in place.
 struct ReadyFile {
-    std::string name;     ///< as it is called in the Level Editor's folder
-    Path path;            ///< where its bytes are now
-    bool moved = false;   ///< in the staging folder: may be moved instead of copied
+    std::string name;   ///< as it is called in the Level Editor's folder
+    Path path;          ///< where its bytes are now
+    bool moved = false; ///< in the staging folder: may be moved instead of copied
     std::uint64_t size = 0;
     std::int64_t modifiedNs = 0;
 };

@@ -2,11 +2,18 @@
 
 #include "core/files.h"
 
+#include <memory>
+
 /// `.zl`: one file as one zlib stream (RFC 1950), named like its source with ".zl" added.
 namespace kestrova
 {
 
-/// Level 9 of libdeflate. The target is built beside itself and renamed; it has the source's time.
+/// What no level's file reaches: sizes stand in records as 32-bit numbers. A stream that claims
+/// more is refused before the memory is gone.
+inline constexpr std::uint64_t maxZlContent = 0x7FFFFFFF;
+
+/// Level 9 of libdeflate. The target is built beside itself, read back, compared and renamed; it
+/// has the source's time.
 Status CompressToZl(const Path& source, const Path& target);
 /// `Damaged` for a stream that is cut, wrong, or followed by junk; `NoSpace` when it would expand
 /// beyond `limit` bytes. The target is written whole or not at all, with the stream's time.
@@ -16,5 +23,27 @@ Result<std::uint64_t> ExpandedSizeOfZl(const Path& source, std::uint64_t limit);
 /// The stream in memory, for readers and tests.
 Result<std::string> ExpandZlBytes(std::string_view bytes, std::uint64_t limit);
 std::string CompressZlBytes(std::string_view bytes);
+
+/// Expands one stream after the other into memory that is used again. Each thread has its own.
+class ZlExpander
+{
+public:
+    static ZlExpander& OfThisThread();
+    ZlExpander();
+    ~ZlExpander();
+    ZlExpander(const ZlExpander&) = delete;
+    ZlExpander& operator=(const ZlExpander&) = delete;
+
+    /// The expanded bytes, good until the next call. Failures as with `ExpandZl`, without subject.
+    Result<std::string_view> Expand(std::string_view bytes, std::uint64_t limit);
+    /// The same for a file; failures name it.
+    Result<std::string_view> ExpandFile(const Path& file, std::uint64_t limit);
+
+private:
+    struct Engine;
+    std::unique_ptr<Engine> engine_;
+    std::unique_ptr<char[]> memory_;
+    std::size_t capacity_ = 0;
+};
 
 } // namespace kestrova

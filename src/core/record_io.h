@@ -3,6 +3,7 @@
 #include "core/result.h"
 #include "core/text.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -60,8 +61,7 @@ private:
         place_ += width;
         return bytes_.substr(place_ - width, width);
     }
-    template <class T>
-    void Number(T& value)
+    template <class T> void Number(T& value)
     {
         const std::string_view bytes = Take(sizeof value);
         value = {};
@@ -78,11 +78,12 @@ private:
 class RecordWriter
 {
 public:
+    void Reserve(std::size_t bytes) { bytes_.reserve(bytes); }
     void Text(const std::string& value, std::size_t width)
     {
-        std::string field = ToWindows1252(value);
-        field.resize(width, ' ');
-        bytes_ += field;
+        const std::string field = ToWindows1252(value);
+        const std::size_t kept = std::min(field.size(), width);
+        bytes_.append(field, 0, kept).append(width - kept, ' ');
     }
     void I16(const std::int16_t& value) { Number(value); }
     void I32(const std::int32_t& value) { Number(value); }
@@ -92,8 +93,7 @@ public:
     [[nodiscard]] const std::string& Bytes() const { return bytes_; }
 
 private:
-    template <class T>
-    void Number(const T& value)
+    template <class T> void Number(const T& value)
     {
         bytes_.append(reinterpret_cast<const char*>(&value), sizeof value);
     }

@@ -8,8 +8,7 @@ namespace kestrova
 namespace
 {
 
-template <class Io, class Header>
-void DescribeHeader(Io& io, Header& header)
+template <class Io, class Header> void DescribeHeader(Io& io, Header& header)
 {
     io.I32(header.archiveVersion);
     io.Text(header.mainFolder, folderFieldSize);
@@ -23,8 +22,7 @@ void DescribeHeader(Io& io, Header& header)
     io.F64(header.secondaryFolderSize);
 }
 
-template <class Io, class Level>
-void DescribeLevel(Io& io, Level& level)
+template <class Io, class Level> void DescribeLevel(Io& io, Level& level)
 {
     io.Text(level.levelName, 256);
     io.Text(level.levelNote, 256);
@@ -57,13 +55,14 @@ Result<ArchiveContent> ParseArchive(std::string_view bytes)
     return content;
 }
 
-std::string FormatArchive(const ArchiveContent& content)
+std::string FormatArchive(const ArchiveHeader& header, const std::vector<LevelRecord>& levels)
 {
     RecordWriter writer;
-    ArchiveHeader header = content.header;
-    header.levelCount = static_cast<std::int32_t>(content.levels.size());
-    DescribeHeader(writer, header);
-    for (const LevelRecord& level : content.levels)
+    writer.Reserve(archiveHeaderSize + levels.size() * levelRecordSize);
+    ArchiveHeader counted = header;
+    counted.levelCount = static_cast<std::int32_t>(levels.size());
+    DescribeHeader(writer, counted);
+    for (const LevelRecord& level : levels)
         DescribeLevel(writer, level);
     return writer.Bytes();
 }

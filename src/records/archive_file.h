@@ -71,6 +71,11 @@ inline constexpr std::size_t folderFieldSize = 256;
 
 /// `Damaged` when the bytes end before the count says so, or the count is below 1.
 Result<ArchiveContent> ParseArchive(std::string_view bytes);
-std::string FormatArchive(const ArchiveContent& content);
+/// The header's count is written as the number of levels.
+std::string FormatArchive(const ArchiveHeader& header, const std::vector<LevelRecord>& levels);
+inline std::string FormatArchive(const ArchiveContent& content)
+{
+    return FormatArchive(content.header, content.levels);
+}
 
 } // namespace kestrova

@@ -1,0 +1,89 @@
+#include "archive/archive_saving.h"
+
+#include "catalogue/message.h"
+#include "core/staged_file.h"
+
+#include <fmt/format.h>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// A name as the part of a settings key: letters, digits and a few marks, the rest as %XX.
+std::string KeyPart(std::string_view name)
+{
+    std::string key;
+    for (const char c : name) {
+        const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+                           (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '_';
+        key += plain ? std::string{c} : fmt::format("%{:02X}", static_cast<unsigned char>(c));
+    }
+    return key;
+}
+
+} // namespace
+
+std::string ExactFolderField(ArchiveFolder folder, const Path& file)
+{
+    return (folder == ArchiveFolder::Main ? "archive-main:" : "archive-secondary:") +
+           KeyPart(file.filename().native());
+}
+
+Status WriteArchive(Session& session, const Path& file)
+{
+    ArchiveHeader& header = session.archive;
+    for (const std::string& folder : {header.mainFolder, header.secondaryFolder})
+        if (ToWindows1252(folder).size() > folderFieldSize)
+            return MakeFailure(ErrorCode::Refused, Readable(folder));
+    if (ToWindows1252(file.native()).size() > folderFieldSize)
+        return MakeFailure(ErrorCode::Refused, TextOf(file));
+
+    // The exact folders first: an archive without them would be looked for in the wrong place.
+    ProgramSettings settings = session.settings;
+    KeepExactFolder(settings, ExactFolderField(ArchiveFolder::Main, file), header.mainFolder);
+    KeepExactFolder(settings, ExactFolderField(ArchiveFolder::Secondary, file),
+                    header.secondaryFolder);
+    if (settings.exactFolders != session.settings.exactFolders) {
+        if (auto status = WriteSettings(session.programFolder, settings); !status)
+            return status;
+        session.settings = std::move(settings);
+    }
+    header.levelCount = static_cast<std::int32_t>(session.levels.size());
+    if (auto status = WriteRecordFile(file, FormatArchive(header, session.levels)); !status)
+        return status;
+    session.archiveDirty = false;
+    session.preferences.archivePath = file.native();
+    return {};
+}
+
+void SaveArchive(Session& session)
+{
+    if (!session.preferences.autoSave) {
+        session.archiveDirty = true;
+        return;
+    }
+    const Path file = session.ArchivePath();
+    if (const auto status = WriteArchive(session, file); !status) {
+        session.archiveDirty = true;
+        TellFailure(session, GetMsg(Msg::ErrorSavingArchive) + TextOf(file), status.Error());
+    }
+}
+
+void AskSaveChanges(Session& session)
+{
+    if (!session.archiveDirty)
+        return;
+    const bool autoSave = session.preferences.autoSave;
+    const std::string name = TextOf(session.ArchivePath().filename());
+    if (!autoSave && !session.host.AskYesNo(GetMsg(Msg::AskSaveArchive, {name, lineBreak}))) {
+        session.archiveDirty = false;
+        return;
+    }
+    session.preferences.autoSave = true;
+    SaveArchive(session);
+    session.preferences.autoSave = autoSave;
+}
+
+} // namespace kestrova

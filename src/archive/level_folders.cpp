@@ -1,0 +1,85 @@
+#include "archive/level_folders.h"
+
+#include "catalogue/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+std::ptrdiff_t FindLevel(const Session& session, LevelCode code)
+{
+    const auto found =
+        std::find_if(session.levels.begin(), session.levels.end(),
+                     [&](const LevelRecord& level) { return level.levelCode == code; });
+    return found == session.levels.end() ? -1 : found - session.levels.begin();
+}
+
+std::string LevelNameOf(const Session& session, LevelCode code)
+{
+    const std::ptrdiff_t index = FindLevel(session, code);
+    return index < 0 ? std::string{}
+                     : std::string{Trim(session.levels[static_cast<std::size_t>(index)].levelName)};
+}
+
+LevelCode NextLevelCode(const Session& session)
+{
+    LevelCode next = 0;
+    for (const LevelRecord& level : session.levels)
+        next = std::max(next, level.levelCode + 1);
+    return next;
+}
+
+std::string LevelFolderName(LevelCode code)
+{
+    return GetMsg(Msg::FragLevelFolder, {ZeroPadded(code, 4)});
+}
+
+Path LevelHomeOf(const Session& session, LevelCode code)
+{
+    const Path root = code == originalCode ? session.programFolder
+                                           : FolderFromText(Trim(session.archive.secondaryFolder));
+    return InFolder(root, LevelFolderName(code));
+}
+
+Path LevelFolderOf(Session& session, LevelCode code, bool wantCdCopy)
+{
+    session.cdNotAvailable = false;
+    const std::ptrdiff_t index = code == originalCode ? -1 : FindLevel(session, code);
+    const bool onDisc = index >= 0 && session.levels[static_cast<std::size_t>(index)].cdNumber != 0;
+    if (!wantCdCopy || !onDisc)
+        return LevelHomeOf(session, code);
+    session.cdNotAvailable = true;
+    return {};
+}
+
+Path StateStoreOf(const Session& session, LevelCode code)
+{
+    return InFolder(LevelHomeOf(session, code), RowText(Msg::DirBackupSavegames));
+}
+
+Status MakeLevelSubfolders(const Path& folder)
+{
+    if (auto status = MakeFolder(folder); !status)
+        return status;
+    for (const Msg part :
+         {Msg::DirSavegames, Msg::DirBackupSavegames, Msg::DirFiles, Msg::DirScreenshots})
+        if (auto status = MakeFolder(InFolder(folder, RowText(part))); !status)
+            return status;
+    return {};
+}
+
+bool IsArchiveOnCd(const Session& session)
+{
+    return session.archive.cdCount >= 1;
+}
+
+bool GuardLevelOnCd(Session& session, std::size_t index)
+{
+    if (session.levels[index].cdNumber == 0)
+        return false;
+    session.host.Tell(Tone::Error, GetMsg(Msg::LevelOnCd, {lineBreak}));
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,106 @@
+#include "archive/level_sizes.h"
+
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// A record holds sizes as 32-bit numbers.
+std::int32_t AsField(double bytes)
+{
+    constexpr double most = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(std::clamp(std::nearbyint(bytes), -most, most));
+}
+
+struct Sizes {
+    double files = 0;
+    double extras = 0;
+};
+
+Sizes Measured(const Session& session, const LevelRecord& level)
+{
+    const Path folder = LevelHomeOf(session, level.levelCode);
+    Sizes sizes{static_cast<double>(level.filesSize), ExtrasSizeOf(folder)};
+    if (level.cdNumber == 0)
+        sizes.files = FolderSize(InFolder(folder, RowText(Msg::DirFiles)));
+    return sizes;
+}
+
+} // namespace
+
+double ExtrasSizeOf(const Path& levelFolder)
+{
+    double sum = 0;
+    for (const Msg part : {Msg::DirSavegames, Msg::DirBackupSavegames, Msg::DirScreenshots})
+        sum += FolderSize(InFolder(levelFolder, RowText(part)));
+    return sum;
+}
+
+void AddLevelSize(Session& session, double delta, SizeKind kind, std::size_t index)
+{
+    LevelRecord& level = session.levels[index];
+    std::int32_t& field = kind == SizeKind::Files ? level.filesSize : level.extrasSize;
+    field = AsField(field + delta);
+    if (index > 0)
+        (kind == SizeKind::Files ? session.archive.mainFolderSize
+                                 : session.archive.secondaryFolderSize) += delta;
+    SaveArchive(session);
+}
+
+void RefreshLevelSizes(Session& session, LevelCode code)
+{
+    const std::ptrdiff_t index = FindLevel(session, code);
+    if (index < 0)
+        return;
+    LevelRecord& level = session.levels[static_cast<std::size_t>(index)];
+    const Sizes sizes = Measured(session, level);
+    if (index > 0) {
+        session.archive.mainFolderSize += sizes.files - level.filesSize;
+        session.archive.secondaryFolderSize += sizes.extras - level.extrasSize;
+    }
+    level.filesSize = AsField(sizes.files);
+    level.extrasSize = AsField(sizes.extras);
+    SaveArchive(session);
+}
+
+bool RecomputeArchiveSize(Session& session, bool withProgress)
+{
+    const std::size_t count = session.levels.size();
+    std::unique_ptr<ProgressScope> progress;
+    if (withProgress) {
+        progress = session.host.BeginProgress(ProgressWindow::Progress,
+                                              GetMsg(Msg::ComputingSizes, {std::to_string(count)}));
+        progress->AllowStop();
+    }
+    bool finished = true;
+    for (std::size_t i = 0; i < count && finished; ++i) {
+        LevelRecord& level = session.levels[i];
+        const Sizes sizes = Measured(session, level);
+        level.filesSize = AsField(sizes.files);
+        level.extrasSize = AsField(sizes.extras);
+        level.extrasDirty = false;
+        if (progress) {
+            progress->SetBar(i + 1, count);
+            finished = progress->Step();
+        }
+    }
+    session.archive.mainFolderSize = 0;
+    session.archive.secondaryFolderSize = 0;
+    for (std::size_t i = 1; i < count; ++i) {
+        session.archive.mainFolderSize += session.levels[i].filesSize;
+        session.archive.secondaryFolderSize += session.levels[i].extrasSize;
+    }
+    SaveArchive(session);
+    return finished;
+}
+
+} // namespace kestrova

@@ -1,0 +1,205 @@
+#include "archive/storage.h"
+
+#include "archive/file_jobs.h"
+#include "archive/level_folders.h"
+#include "archive/stored_form.h"
+#include "archive/tr4_index.h"
+#include "archive/zl_file.h"
+#include "catalogue/message.h"
+#include "pictures/convert.h"
+#include "pictures/picture.h"
+
+#include <algorithm>
+#include <map>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// One file on its way into the stored form.
+struct StoreStep {
+    Path source;
+    std::string name; ///< in the stored folder
+    enum class Form { Copy, Deflate, Jpeg } form = Form::Copy;
+};
+using Form = StoreStep::Form;
+
+/// Each name once: what is converted beats what had that name already, otherwise the later wins.
+std::vector<StoreStep> StepsFor(const std::vector<LevelFile>& files, bool compress)
+{
+    std::vector<StoreStep> steps;
+    std::map<std::string, std::size_t> byName;
+    for (const LevelFile& file : files) {
+        StoreStep step{file.path, file.name, Form::Copy};
+        if (compress && IsCompressed(file.name)) {
+            step.name += RowText(Msg::ZlExtension);
+            step.form = Form::Deflate;
+        } else if (compress && EqualNames(file.name, RowText(Msg::LoadBmp))) {
+            step.name = GetMsg(Msg::LoadJpg);
+            step.form = Form::Jpeg;
+        }
+        const auto [known, isNew] = byName.emplace(FoldCase(step.name), steps.size());
+        if (isNew)
+            steps.push_back(std::move(step));
+        else if (step.form != Form::Copy || steps[known->second].form == Form::Copy)
+            steps[known->second] = std::move(step);
+    }
+    return steps;
+}
+
+/// True when the jpeg stands and can be read again.
+bool LoadPictureConverted(const Path& bitmap, const Path& jpeg)
+{
+    if (!ConvertBitmapToJpeg(bitmap, jpeg))
+        return false;
+    (void)platform::SetModified(jpeg,
+                                platform::FactsOf(bitmap).modifiedNs); // bytes count, not times
+    const auto bytes = ReadWholeFile(jpeg);
+    return bytes && DecodePicture(*bytes);
+}
+
+/// Ends with the file's stored form in `folder`, read back.
+Status RunStep(const StoreStep& step, const Path& folder)
+{
+    const Path target = folder / step.name;
+    if (step.form == Form::Deflate)
+        return CompressToZl(step.source, target);
+    if (step.form == Form::Jpeg) {
+        if (LoadPictureConverted(step.source, target))
+            return {};
+        // A picture that cannot be converted stays the bitmap that it is.
+        if (auto status = DeleteFile(target); !status)
+            return status;
+        return CopyFileOver(step.source, folder / step.source.filename(),
+                            {Verify::Content, false, {}});
+    }
+    return CopyFileOver(step.source, target, {Verify::Content, false, {}});
+}
+
+FileJob JobFor(const StoreStep& step, std::function<Status()> run)
+{
+    std::string label = GetMsg(Msg::StoreFileCopy);
+    if (step.form == Form::Deflate)
+        label = GetMsg(Msg::StoreCompressing, {TextOf(step.source.filename())});
+    else if (step.form == Form::Jpeg)
+        label = GetMsg(Msg::StoreConvertingLoad);
+    return {FileSize(step.source), std::move(label), std::move(run)};
+}
+
+/// Fills `files.new` from the steps and puts it in place.
+Status FillAndExchange(const std::vector<StoreStep>& steps, const Path& files,
+                       ProgressScope* progress)
+{
+    if (auto status = FinishExchange(files); !status)
+        return status;
+    const Path fresh = BesideFiles(files, Msg::EndingNew);
+    if (auto status = MakeFolder(fresh); !status)
+        return status;
+    std::vector<FileJob> jobs;
+    for (const StoreStep& step : steps)
+        jobs.push_back(JobFor(step, [&step, &fresh] { return RunStep(step, fresh); }));
+    Status status = RunFileJobs(std::move(jobs), progress);
+    if (status) // the files are on the disk before the folder that they replace is gone
+        status = RunFileJobs({{1, GetMsg(Msg::StoreFileCopy),
+                               [&]() -> Status {
+                                   if (const auto failure = platform::SyncFileSystem(fresh))
+                                       return MakeFailure(ErrorCode::CannotWrite, TextOf(fresh),
+                                                          failure);
+                                   return {};
+                               }}},
+                             progress);
+    if (status)
+        status = ExchangeFiles(files);
+    if (!status && FolderExists(fresh))
+        (void)RemoveTree(fresh); // what stays is cleared by the next store
+    return status;
+}
+
+/// Each file becomes its stored form where it lies; it goes when that was read back.
+Status ConvertInPlace(const std::vector<StoreStep>& steps, const Path& folder,
+                      ProgressScope* progress)
+{
+    std::vector<FileJob> jobs;
+    for (const StoreStep& step : steps) {
+        const auto run = [&step, &folder]() -> Status {
+            const bool jpeg = step.form == Form::Jpeg;
+            const Path target = folder / step.name;
+            if (jpeg && !LoadPictureConverted(step.source, target))
+                return {}; // it stays the bitmap that it is
+            if (!jpeg)
+                if (auto status = CompressToZl(step.source, target); !status)
+                    return status;
+            if (const auto failure = platform::Unlink(step.source))
+                return MakeFailure(ErrorCode::CannotDelete, TextOf(step.source), failure);
+            return {};
+        };
+        if (step.form != Form::Copy)
+            jobs.push_back(JobFor(step, run));
+    }
+    return RunFileJobs(std::move(jobs), progress);
+}
+
+bool SameFolder(const Path& a, const Path& b)
+{
+    const platform::FileFacts first = platform::FactsOf(ResolvePath(a));
+    const platform::FileFacts second = platform::FactsOf(ResolvePath(b));
+    return first.kind == platform::FileKind::Folder && first.device == second.device &&
+           first.inode == second.inode;
+}
+
+bool Told(Session& session, const Status& status)
+{
+    if (!status && status.Error().code != ErrorCode::Stopped)
+        TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
+    return bool{status};
+}
+
+Status WriteIndex(const Session& session, LevelCode code, const std::vector<LevelFile>& files)
+{
+    std::vector<Tr4Entry> entries;
+    for (const LevelFile& file : files)
+        if (MatchesPattern(file.name, RowText(Msg::PatternTr4)))
+            entries.push_back(Tr4EntryOf(file.name, file.path));
+    return entries.empty() ? Status{} : WriteTr4InfOf(session, code, entries);
+}
+
+} // namespace
+
+bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
+                       ProgressScope* label)
+{
+    if (const auto status = WriteIndex(session, code, files); !status)
+        return Told(session, status);
+    const Path folder = LevelFolderOf(session, code, true);
+    if (session.cdNotAvailable) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::StoreCdNotAvailable));
+        return false;
+    }
+    const bool compress = session.archive.compressLevels && code != originalCode;
+    const Path target = ResolvePath(InFolder(folder, RowText(Msg::DirFiles)));
+    return Told(session, FillAndExchange(StepsFor(files, compress), target, label));
+}
+
+bool StoreLevelFiles(Session& session, const Path& source, std::size_t index, ProgressScope* label)
+{
+    const LevelCode code = session.levels[index].levelCode;
+    if (!FolderExists(source))
+        return Told(session, MakeFailure(ErrorCode::Missing, TextOf(source)));
+    std::vector<LevelFile> files;
+    for (const Path& file : ListFiles(source, RowText(Msg::PatAll)))
+        files.push_back({file.filename().native(), file});
+    const Path home = InFolder(LevelHomeOf(session, code), RowText(Msg::DirFiles));
+    if (!SameFolder(source, home))
+        return StoreFilesOfLevel(session, code, files, label);
+    if (code == originalCode)
+        return false;
+    if (const auto status = WriteIndex(session, code, files); !status)
+        return Told(session, status);
+    if (!session.archive.compressLevels)
+        return true;
+    return Told(session, ConvertInPlace(StepsFor(files, true), ResolvePath(source), label));
+}
+
+} // namespace kestrova

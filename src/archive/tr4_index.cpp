@@ -1,0 +1,66 @@
+#include "archive/tr4_index.h"
+
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+#include "core/staged_file.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::size_t nameWidth = 80;
+
+} // namespace
+
+Tr4Entry Tr4EntryOf(const std::string& name, const Path& file)
+{
+    const platform::FileFacts facts = platform::FactsOf(file);
+    constexpr std::uint64_t most = std::numeric_limits<std::int32_t>::max();
+    return {FromWindows1252(ToWindows1252(name).substr(0, nameWidth)),
+            DateSerialOf(facts.modifiedNs),
+            static_cast<std::int32_t>(std::min<std::uint64_t>(facts.size, most))};
+}
+
+std::vector<Tr4Entry> ScanTr4Files(const Path& folder)
+{
+    std::vector<Tr4Entry> entries;
+    for (const Path& file : ListFiles(folder, RowText(Msg::PatternTr4)))
+        entries.push_back(Tr4EntryOf(file.filename().native(), file));
+    return entries;
+}
+
+Path Tr4InfPath(const Session& session, std::size_t index)
+{
+    return InFolder(LevelHomeOf(session, session.levels[index].levelCode),
+                    RowText(Msg::FragTr4Inf));
+}
+
+Status WriteTr4InfOf(const Session& session, LevelCode code, const std::vector<Tr4Entry>& entries)
+{
+    return WriteRecordFile(InFolder(LevelHomeOf(session, code), RowText(Msg::FragTr4Inf)),
+                           FormatTr4Inf(entries));
+}
+
+Status WriteTr4Inf(const Session& session, std::size_t index, const std::vector<Tr4Entry>& entries)
+{
+    return WriteTr4InfOf(session, session.levels[index].levelCode, entries);
+}
+
+Result<std::vector<Tr4Entry>> ReadTr4Inf(const Session& session, std::size_t index)
+{
+    const Path file = Tr4InfPath(session, index);
+    const auto bytes = ReadWholeFile(file);
+    if (!bytes)
+        return bytes.Error();
+    auto entries = ParseTr4Inf(*bytes);
+    if (!entries)
+        return MakeFailure(entries.Error().code, TextOf(file));
+    return entries;
+}
+
+} // namespace kestrova

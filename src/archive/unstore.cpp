@@ -1,0 +1,88 @@
+#include "archive/file_jobs.h"
+#include "archive/storage.h"
+#include "archive/stored_form.h"
+#include "archive/zl_file.h"
+#include "catalogue/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+void TellUnlessStopped(Session& session, Msg words, const Failure& failure)
+{
+    if (failure.code != ErrorCode::Stopped)
+        TellFailure(session, GetMsg(words) + FileNameOf(failure.subject) + "'", failure);
+}
+
+/// The files that are stored as they are, beside those that were expanded.
+Status CopyTheRest(const std::vector<ReadyFile>& files, const Path& temp, ProgressScope& progress)
+{
+    if (auto status = MakeFolder(temp); !status)
+        return status;
+    for (const ReadyFile& file : files) {
+        if (file.moved)
+            continue;
+        CopyOptions options;
+        options.progress = [&](std::uint64_t) { return progress.Step(); };
+        if (auto status = CopyFileOver(file.path, temp / file.name, options); !status)
+            return status;
+        progress.Step();
+    }
+    return {};
+}
+
+} // namespace
+
+bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool mp3ToWave)
+{
+    result.clear();
+    if (FolderExists(folder) && !AnyFile(folder, RowText(Msg::PatternZl)) &&
+        !FileExists(folder / RowText(Msg::LoadJpg)))
+        return true;
+    const Path temp = InFolder(session.programFolder, RowText(Msg::DirTempDec));
+    const auto zip =
+        session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::UnstoreDecompressing));
+    const auto files = ReadyLevelFiles(session, folder, temp, mp3ToWave, zip.get());
+    if (!files) {
+        TellUnlessStopped(session, Msg::ErrorUnzippingFile, files.Error());
+        return false;
+    }
+    zip->SetLabel(GetMsg(Msg::UnstoreCopyingFiles));
+    if (const auto status = CopyTheRest(*files, temp, *zip); !status) {
+        (void)RemoveTree(temp); // the next use clears what stays
+        TellUnlessStopped(session, Msg::ErrorUnzippingFile, status.Error());
+        return false;
+    }
+    zip->SetLabel({});
+    result = temp;
+    return true;
+}
+
+Path DecompressSingleFile(Session& session, const Path& file, bool showDialog)
+{
+    const std::string name = TextOf(file.filename());
+    std::unique_ptr<ProgressScope> zip;
+    if (showDialog)
+        zip =
+            session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFile) + name);
+    const Path temp = InFolder(session.programFolder, RowText(Msg::DirTemp));
+    const Path target = temp / StripExtension(file.filename().native());
+    const auto expand = [&]() -> Status {
+        if (auto status = MakeFolder(temp); !status)
+            return status;
+        const auto free = session.machine.FreeSpace(temp);
+        if (!free)
+            return free.Error();
+        return ExpandZl(file, target, *free);
+    };
+    const auto status = RunFileJobs({{FileSize(file), {}, expand}}, zip.get());
+    if (status)
+        return target;
+    if (status.Error().code != ErrorCode::Stopped)
+        TellFailure(session, GetMsg(Msg::ErrorDecompressingFile) + name + "'", status.Error());
+    return {};
+}
+
+} // namespace kestrova
