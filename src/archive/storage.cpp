@@ -64,6 +64,8 @@ bool LoadPictureConverted(const Path& bitmap, const Path& jpeg)
 Status RunStep(const StoreStep& step, const Path& folder)
 {
     const Path target = folder / step.name;
+    CopyOptions compared;
+    compared.verify = Verify::Content;
     if (step.form == Form::Deflate)
         return CompressToZl(step.source, target);
     if (step.form == Form::Jpeg) {
@@ -72,10 +74,9 @@ Status RunStep(const StoreStep& step, const Path& folder)
         // A picture that cannot be converted stays the bitmap that it is.
         if (auto status = DeleteFile(target); !status)
             return status;
-        return CopyFileOver(step.source, folder / step.source.filename(),
-                            {Verify::Content, false, {}});
+        return CopyFileOver(step.source, folder / step.source.filename(), compared);
     }
-    return CopyFileOver(step.source, target, {Verify::Content, false, {}});
+    return CopyFileOver(step.source, target, compared);
 }
 
 FileJob JobFor(const StoreStep& step, std::function<Status()> run)
@@ -160,7 +161,7 @@ Status WriteIndex(const Session& session, LevelCode code, const std::vector<Leve
 {
     std::vector<Tr4Entry> entries;
     for (const LevelFile& file : files)
-        if (MatchesPattern(file.name, RowText(Msg::PatternTr4)))
+        if (MatchesPattern(file.name, RowText(Msg::PatTr4)))
             entries.push_back(Tr4EntryOf(file.name, file.path));
     return entries.empty() ? Status{} : WriteTr4InfOf(session, code, entries);
 }
@@ -174,7 +175,7 @@ bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<Level
         return Told(session, status);
     const Path folder = LevelFolderOf(session, code, true);
     if (session.cdNotAvailable) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::StoreCdNotAvailable));
+        session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
         return false;
     }
     const bool compress = session.archive.compressLevels && code != originalCode;

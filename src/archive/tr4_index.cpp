@@ -29,7 +29,7 @@ Tr4Entry Tr4EntryOf(const std::string& name, const Path& file)
 std::vector<Tr4Entry> ScanTr4Files(const Path& folder)
 {
     std::vector<Tr4Entry> entries;
-    for (const Path& file : ListFiles(folder, RowText(Msg::PatternTr4)))
+    for (const Path& file : ListFiles(folder, RowText(Msg::PatTr4)))
         entries.push_back(Tr4EntryOf(file.filename().native(), file));
     return entries;
 }

@@ -43,13 +43,13 @@ bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool 
         return true;
     const Path temp = InFolder(session.programFolder, RowText(Msg::DirTempDec));
     const auto zip =
-        session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::UnstoreDecompressing));
+        session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
     const auto files = ReadyLevelFiles(session, folder, temp, mp3ToWave, zip.get());
     if (!files) {
         TellUnlessStopped(session, Msg::ErrorUnzippingFile, files.Error());
         return false;
     }
-    zip->SetLabel(GetMsg(Msg::UnstoreCopyingFiles));
+    zip->SetLabel(GetMsg(Msg::CopyingFilesInProgress));
     if (const auto status = CopyTheRest(*files, temp, *zip); !status) {
         (void)RemoveTree(temp); // the next use clears what stays
         TellUnlessStopped(session, Msg::ErrorUnzippingFile, status.Error());
