@@ -44,8 +44,8 @@ Status LogCopyFileNoting(const Path& source, const Path& target, bool& overwritt
 
 Status LogDeleteMatching(const Path& folder, ActivityLog& log, std::string_view pattern)
 {
-    log += GetMsg(Msg::LogDeleteDir) + "\"" + std::string{pattern} + "\"" +
-           GetMsg(Msg::LogArrow) + TextOf(folder);
+    log += GetMsg(Msg::LogDeleteDir) + "\"" + std::string{pattern} + "\"" + GetMsg(Msg::LogArrow) +
+           TextOf(folder);
     return Marked(DeleteMatching(folder, pattern), log);
 }
 

@@ -25,15 +25,13 @@ Status CopyFileOver(const Path& source, const Path& target, const CopyOptions& o
     StagedFile staged{to};
     if (auto status = staged.Open(); !status)
         return status;
-    if (const auto failure =
-            platform::CopyContent(input, staged.Handle(), options.progress))
+    if (const auto failure = platform::CopyContent(input, staged.Handle(), options.progress))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(to), failure);
     if (staged.Handle().Facts().size != input.Facts().size)
         return MakeFailure(ErrorCode::Differs, TextOf(to));
     if (options.verify == Verify::Content && !SameContent(from, staged.StagedPath()))
         return MakeFailure(ErrorCode::Differs, TextOf(to));
-    if (const auto failure =
-            platform::SetMode(staged.StagedPath(), (facts.mode & 0777U) | 0600U))
+    if (const auto failure = platform::SetMode(staged.StagedPath(), (facts.mode & 0777U) | 0600U))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(to), failure);
     // Some disks keep no times; the bytes are what counts.
     (void)platform::SetModified(staged.StagedPath(), facts.modifiedNs);
@@ -49,8 +47,7 @@ Status CopyMatching(const Path& source, const Path& target, std::string_view pat
     Status answer;
     const Path folder = ResolvePath(target);
     for (const Path& file : ListFiles(source, pattern))
-        if (auto status = CopyFileOver(file, folder / file.filename(), options);
-            !status && answer)
+        if (auto status = CopyFileOver(file, folder / file.filename(), options); !status && answer)
             answer = std::move(status);
     return answer;
 }

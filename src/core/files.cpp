@@ -55,8 +55,7 @@ struct Listed {
 };
 
 /// Names of a folder sorted by upper-cased name, then by bytes so that twins have an order too.
-template <class Wanted>
-std::vector<Listed> SortedNames(const Path& folder, Wanted wanted)
+template <class Wanted> std::vector<Listed> SortedNames(const Path& folder, Wanted wanted)
 {
     std::vector<platform::FolderEntry> entries;
     std::vector<Listed> names;
@@ -89,7 +88,8 @@ bool IsFileOf(const Path& folder, const platform::FolderEntry& entry, const Path
 std::vector<Path> FilesOf(const Path& folder, std::string_view pattern, const Path& root)
 {
     return FullPaths(folder, SortedNames(folder, [&](const platform::FolderEntry& entry) {
-                         return MatchesPattern(entry.name, pattern) && IsFileOf(folder, entry, root);
+                         return MatchesPattern(entry.name, pattern) &&
+                                IsFileOf(folder, entry, root);
                      }));
 }
 
@@ -103,8 +103,7 @@ Path ResolvePath(const Path& path)
         return path.has_parent_path() && path.parent_path() != path
                    ? ResolvePath(path.parent_path()) / path.filename()
                    : path;
-    const Path parent =
-        path.has_parent_path() ? ResolvePath(path.parent_path()) : Path{"."};
+    const Path parent = path.has_parent_path() ? ResolvePath(path.parent_path()) : Path{"."};
     const std::string spelling = SpellingIn(parent, path.filename().native());
     const Path name = spelling.empty() ? path.filename() : Path{spelling};
     return path.has_parent_path() ? parent / name : name;

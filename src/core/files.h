@@ -67,7 +67,7 @@ enum class Verify {
 };
 struct CopyOptions {
     Verify verify = Verify::Size;
-    bool flush = false; ///< the content is on the disk before the name is there
+    bool flush = false;     ///< the content is on the disk before the name is there
     bool flushName = false; ///< the name too; for many files one flush of their folder is cheaper
     std::function<bool(std::uint64_t)> progress; ///< bytes of this file so far; False stops
 };

@@ -96,9 +96,8 @@ Result<Path> SafeRelative(std::string_view name)
     for (;;) {
         const std::size_t end = rest.find_first_of("\\/");
         const std::string_view part = rest.substr(0, end);
-        const bool control = std::any_of(part.begin(), part.end(), [](char c) {
-            return static_cast<unsigned char>(c) < 0x20;
-        });
+        const bool control = std::any_of(
+            part.begin(), part.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; });
         if (part.empty() || part == "." || part == ".." || control ||
             part.find(':') != std::string_view::npos)
             return refused();

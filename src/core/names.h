@@ -24,8 +24,8 @@ bool HasWildcard(std::string_view name);
 /// Each of / \ < > : ? | and the double quote replaced by one blank; an asterisk stays.
 std::string ReplaceForbiddenChars(std::string_view name);
 
-/// `*.*` is every name, `x.*` matches `x` too, `*.htm` does not match `.html`; `*` and `?` as usual,
-/// case ignored.
+/// `*.*` is every name, `x.*` matches `x` too, `*.htm` does not match `.html`; `*` and `?` as
+/// usual, case ignored.
 bool MatchesPattern(std::string_view name, std::string_view pattern);
 
 /// A relative name with backslashes (`\data\level1.tr4`) as a path below some folder. Refused:

@@ -33,8 +33,8 @@ bool RunOnAllCores(std::size_t count, const std::function<void(std::size_t)>& jo
                 finished.notify_one();
             });
         std::unique_lock lock{mutex};
-        while (!finished.wait_for(lock, std::chrono::milliseconds{30},
-                                  [&] { return running == 0; })) {
+        while (
+            !finished.wait_for(lock, std::chrono::milliseconds{30}, [&] { return running == 0; })) {
             lock.unlock();
             if (!stop && heartbeat && !heartbeat())
                 stop = true;

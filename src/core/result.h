@@ -32,12 +32,11 @@ struct Failure {
 Failure MakeFailure(ErrorCode code, std::string subject, const std::error_code& reason = {});
 
 /// A value or a `Failure`.
-template <class T>
-class [[nodiscard]] Result
+template <class T> class [[nodiscard]] Result
 {
 public:
     Result(T value) : content_(std::move(value)) {}
-        Result(Failure error) : content_(std::move(error)) {}
+    Result(Failure error) : content_(std::move(error)) {}
 
     explicit operator bool() const { return std::holds_alternative<T>(content_); }
     T& Value() & { return std::get<T>(content_); }

@@ -12,7 +12,8 @@ namespace kestrova
 Path StagedNameFor(const Path& target)
 {
     static std::atomic<unsigned> counter{0};
-    return target.parent_path() / fmt::format("{}{:x}-{:x}", stagedPrefix, platform::OwnProcess(), ++counter);
+    return target.parent_path() /
+           fmt::format("{}{:x}-{:x}", stagedPrefix, platform::OwnProcess(), ++counter);
 }
 
 StagedFile::StagedFile(const Path& target) : target_(target), staged_(StagedNameFor(target)) {}

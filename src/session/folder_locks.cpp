@@ -17,8 +17,8 @@ Status FolderLocks::Hold(const Path& folder)
         return {};
     platform::FileLock lock;
     std::string holder;
-    const std::string words =
-        GetMsg(Msg::LockWords, {std::to_string(platform::OwnProcess()), DateText(platform::NowNs())});
+    const std::string words = GetMsg(
+        Msg::LockWords, {std::to_string(platform::OwnProcess()), DateText(platform::NowNs())});
     const auto failure = platform::FileLock::Take(place / lockFileName, words, lock, holder);
     if (failure == std::errc::resource_unavailable_try_again)
         return Failure{ErrorCode::Refused, TextOf(place), holder};

@@ -10,8 +10,7 @@ namespace
 {
 
 /// The fields that hold folders, by the names under which their exact form is kept.
-template <class Each>
-void ForEachFolder(PreferencesRecord& record, Each each)
+template <class Each> void ForEachFolder(PreferencesRecord& record, Each each)
 {
     each("archive", record.archivePath);
     each("trle", record.trlePath);

@@ -12,9 +12,9 @@ namespace kestrova
 {
 
 struct ProgramSettings {
-    std::string wineCommand;           ///< starts a Windows program
-    std::string wineWords;             ///< extra words behind it, parted by blanks
-    std::int32_t historyCount = 200;   ///< kept files a level
+    std::string wineCommand;             ///< starts a Windows program
+    std::string wineWords;               ///< extra words behind it, parted by blanks
+    std::int32_t historyCount = 200;     ///< kept files a level
     std::int32_t historyMegabytes = 200; ///< kept bytes a level
     /// Exact folders whose letters the code page of a record cannot hold, by the field's name.
     std::map<std::string, std::string> exactFolders;
@@ -27,7 +27,8 @@ Result<ProgramSettings> ReadSettings(const Path& programFolder);
 Status WriteSettings(const Path& programFolder, const ProgramSettings& settings);
 
 /// Remembers `folder` under `field` when the code page cannot hold it, forgets it when it can.
-void KeepExactFolder(ProgramSettings& settings, const std::string& field, const std::string& folder);
+void KeepExactFolder(ProgramSettings& settings, const std::string& field,
+                     const std::string& folder);
 /// The exact form of what a record holds: the remembered one when it is what the record was
 /// written from.
 std::string ExactFolder(const ProgramSettings& settings, const std::string& field,

@@ -9,8 +9,9 @@ namespace kestrova
 /// True when it stands there now or did already. Shows its own failures.
 bool InstallLevel(Session& session, LevelCode code);
 
-/// Takes out what the installed level brought, unless it is `newCode` (-1: nothing follows); answers
-/// the code that was found, 0 without a marker and on a failure, -1 for a marker without a code.
+/// Takes out what the installed level brought, unless it is `newCode` (-1: nothing follows);
+/// answers the code that was found, 0 without a marker and on a failure, -1 for a marker without a
+/// code.
 LevelCode RemovePreviousLevel(Session& session, LevelCode newCode, ActivityLog& log);
 
 /// The original configuration by an ordinary swap; refreshes the list.

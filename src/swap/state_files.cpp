@@ -13,12 +13,25 @@ namespace kestrova
 namespace
 {
 
-constexpr CopyOptions keptCopy{Verify::Content, true, false, {}};
+const CopyOptions keptCopy{Verify::Content, true, false, {}};
 
 std::string HashOrEmpty(const Path& file)
 {
     std::string hash;
     return platform::HashOfFile(file, hash) ? std::string{} : hash;
+}
+
+/// Where a content of a store lies while the store is empty: in the history, unless the same bytes
+/// are live.
+Path ContentOf(const Session& session, const std::string& hash)
+{
+    Path kept = HistoryContent(session, hash);
+    if (FileExists(kept))
+        return kept;
+    for (Path& file : StateFilesIn(session.TrleFolder()))
+        if (HashOrEmpty(file) == hash)
+            return std::move(file);
+    return kept;
 }
 
 } // namespace
@@ -116,8 +129,7 @@ Status PutStoreBack(Session& session, LevelCode code, const std::vector<StateFil
         const Path file = store / entry.name;
         if (platform::FactsOf(file).kind == platform::FileKind::File)
             continue;
-        const Path kept = HistoryContent(session, entry.hash);
-        if (auto status = CopyFileOver(kept, file, keptCopy); !status)
+        if (auto status = CopyFileOver(ContentOf(session, entry.hash), file, keptCopy); !status)
             return status;
     }
     return FlushFolder(store);
@@ -149,8 +161,8 @@ void BringStateIn(Session& session, LevelCode code, LevelCode before, ActivityLo
                               RowText(Msg::PatAllFiles), compared);
     }
     for (const Path& file : ListFiles(store, RowText(Msg::PatAllFiles))) {
-        const bool spared = std::find(failed.begin(), failed.end(), TextOf(file.filename())) !=
-                            failed.end();
+        const bool spared =
+            std::find(failed.begin(), failed.end(), TextOf(file.filename())) != failed.end();
         if (!allKept && !spared)
             (void)CopyFileOver(file, trle / file.filename(), compared);
         if (!spared && !SameContent(file, trle / file.filename()))

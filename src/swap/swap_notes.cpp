@@ -47,8 +47,8 @@ std::optional<OwnerRecord> OwnerThatCounts(const Session& session)
         return {};
     auto record = ParseOwner(*text);
     const FolderMark folder = MarkOf(session.TrleFolder());
-    if (!record || record->folder.device != folder.device ||
-        record->folder.inode != folder.inode || record->marker != MarkerHash(session))
+    if (!record || record->folder.device != folder.device || record->folder.inode != folder.inode ||
+        record->marker != MarkerHash(session))
         return {};
     return std::move(record).Value();
 }

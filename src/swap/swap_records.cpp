@@ -55,8 +55,7 @@ class Reader
 public:
     explicit Reader(const Json& object) : object_(object), good_(object.is_object()) {}
 
-    template <class T>
-    T Number(const char* name)
+    template <class T> T Number(const char* name)
     {
         const Json* value = Member(name, [](const Json& j) { return j.is_number_integer(); });
         return value != nullptr ? value->get<T>() : T{};
@@ -71,9 +70,11 @@ public:
         const Json* value = Member(name, [](const Json& j) { return j.is_boolean(); });
         return value != nullptr && value->get<bool>();
     }
-    bool IsNull(const char* name) const { return object_.contains(name) && object_[name].is_null(); }
-    template <class Each>
-    void List(const char* name, Each each)
+    bool IsNull(const char* name) const
+    {
+        return object_.contains(name) && object_[name].is_null();
+    }
+    template <class Each> void List(const char* name, Each each)
     {
         const Json* value = Member(name, [](const Json& j) { return j.is_array(); });
         if (value == nullptr)
@@ -87,8 +88,8 @@ public:
     void Names(const char* name, std::vector<std::string>& names)
     {
         const Json* value = Member(name, [](const Json& j) {
-            return j.is_array() && std::all_of(j.begin(), j.end(),
-                                               [](const Json& e) { return e.is_string(); });
+            return j.is_array() &&
+                   std::all_of(j.begin(), j.end(), [](const Json& e) { return e.is_string(); });
         });
         if (value != nullptr)
             for (const Json& entry : *value)
@@ -97,8 +98,7 @@ public:
     [[nodiscard]] bool Good() const { return good_; }
 
 private:
-    template <class Kind>
-    const Json* Member(const char* name, Kind kind)
+    template <class Kind> const Json* Member(const char* name, Kind kind)
     {
         if (!good_)
             return nullptr;
@@ -215,8 +215,7 @@ std::string FormatJournal(const SwapJournal& journal)
                     {"store", JsonOf(journal.store)},
                     {"remove", JsonOf(journal.remove)},
                     {"restore", JsonOf(journal.restore)},
-                    {"install", JsonOf(journal.install)},
-                    {"restore-folders", journal.restoreFolders}});
+                    {"install", JsonOf(journal.install)}});
 }
 
 Result<SwapJournal> ParseJournal(std::string_view text)
@@ -233,7 +232,6 @@ Result<SwapJournal> ParseJournal(std::string_view text)
     Read(reader, "remove", journal.remove);
     reader.Names("restore", journal.restore);
     Read(reader, "install", journal.install);
-    journal.restoreFolders = reader.Flag("restore-folders");
     if (!reader.Good() || phase < 0 || phase > static_cast<int>(SwapPhase::Restore))
         return Failure{ErrorCode::Damaged, {}, {}};
     journal.phase = static_cast<SwapPhase>(phase);

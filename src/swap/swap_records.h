@@ -39,7 +39,7 @@ inline constexpr std::string_view absentMarker = "absent";
 
 struct OwnerRecord {
     FolderMark folder;
-    std::string marker; ///< hash of the marker's bytes, or `absentMarker`
+    std::string marker;             ///< hash of the marker's bytes, or `absentMarker`
     std::optional<LevelCode> owner; ///< whose savegames stand in the folder; none: nobody's
     std::vector<OwnedFile> added;   ///< what levels brought, leftovers of a failed removal too
     std::vector<std::string> overwritten;
@@ -56,14 +56,13 @@ enum class SwapPhase {
 struct SwapJournal {
     FolderMark folder;
     SwapPhase phase = SwapPhase::Planned;
-    LevelCode from = 0; ///< whose store takes the live state
-    LevelCode to = 0;   ///< the level that comes; -1: none
-    std::vector<StateFile> live;  ///< the state in the folder at the beginning
-    std::vector<StateFile> store; ///< the store of `from` at the beginning
+    LevelCode from = 0;               ///< whose store takes the live state
+    LevelCode to = 0;                 ///< the level that comes; -1: none
+    std::vector<StateFile> live;      ///< the state in the folder at the beginning
+    std::vector<StateFile> store;     ///< the store of `from` at the beginning
     std::vector<OwnedFile> remove;    ///< what the old level brought
     std::vector<std::string> restore; ///< what comes back from the backup
     std::vector<OwnedFile> install;   ///< what the new level brings
-    bool restoreFolders = false; ///< a full restore brings back the big folders too
 };
 
 std::string FormatOwner(const OwnerRecord& record);

@@ -1,0 +1,222 @@
+#include "swap/history.h"
+
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+#include "core/staged_file.h"
+#include "swap/history_bounds.h"
+#include "swap/savegame_info.h"
+#include "swap/state_files.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+namespace kestrova
+{
+
+namespace
+{
+
+using Json = nlohmann::json;
+
+constexpr int gameSlots = 15;
+
+Path IndexPath(const Session& session, LevelCode code)
+{
+    return InFolder(InFolder(session.programFolder, RowText(Msg::DirHistory)),
+                    GetMsg(Msg::FragHistoryIndex, {ZeroPadded(code, 4)}));
+}
+
+std::string Line(const HistoryEntry& entry)
+{
+    const Json json = {
+        {"id", entry.id},           {"hash", entry.hash},     {"name", Readable(entry.name)},
+        {"title", entry.title},     {"number", entry.number}, {"size", entry.size},
+        {"time", entry.modifiedNs}, {"kept", entry.keptNs},   {"reason", entry.reason}};
+    return json.dump() + "\n";
+}
+
+/// A hash names a file of the content folder, so it must not be able to name anything else.
+bool IsHash(const std::string& text)
+{
+    return text.size() == 32 && text.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+std::optional<HistoryEntry> ParseLine(const std::string& line)
+{
+    const Json json = Json::parse(line, nullptr, false);
+    if (!json.is_object())
+        return {};
+    HistoryEntry entry;
+    const auto text = [&](const char* name, std::string& value) {
+        const auto found = json.find(name);
+        if (found != json.end() && found->is_string())
+            value = found->get<std::string>();
+    };
+    const auto number = [&](const char* name, auto& value) {
+        const auto found = json.find(name);
+        if (found != json.end() && found->is_number_integer())
+            value = found->get<std::remove_reference_t<decltype(value)>>();
+    };
+    text("id", entry.id);
+    text("hash", entry.hash);
+    text("name", entry.name);
+    text("title", entry.title);
+    text("reason", entry.reason);
+    number("number", entry.number);
+    number("size", entry.size);
+    number("time", entry.modifiedNs);
+    number("kept", entry.keptNs);
+    if (entry.id.empty() || !IsHash(entry.hash) || !SafeName(entry.name))
+        return {};
+    return entry;
+}
+
+/// The content under its hash, read back and flushed; nothing to do when it is there.
+Status KeepContent(Session& session, const Path& file, std::string& hash)
+{
+    if (const auto failure = platform::HashOfFile(file, hash))
+        return MakeFailure(ErrorCode::CannotRead, TextOf(file), failure);
+    const Path kept = HistoryContent(session, hash);
+    std::string keptHash;
+    if (FileExists(kept) && !platform::HashOfFile(kept, keptHash) && keptHash == hash)
+        return {};
+    if (auto status = MakeFolders(kept.parent_path()); !status)
+        return status;
+    if (auto status = CopyFileOver(file, kept, {Verify::Content, true, true, {}}); !status)
+        return status;
+    if (platform::HashOfFile(kept, keptHash) || keptHash != hash)
+        return Failure{ErrorCode::Differs, TextOf(file), {}};
+    return {};
+}
+
+} // namespace
+
+Status WriteHistoryIndex(const Session& session, LevelCode code,
+                         const std::vector<HistoryEntry>& entries)
+{
+    std::string text;
+    for (const HistoryEntry& entry : entries)
+        text += Line(entry);
+    return WriteWholeFile(IndexPath(session, code), text);
+}
+
+std::vector<HistoryEntry> HistoryOf(const Session& session, LevelCode code)
+{
+    std::vector<HistoryEntry> entries;
+    const auto text = ReadWholeFile(IndexPath(session, code), UINT64_C(64) << 20);
+    if (text)
+        for (const std::string& line : Split(*text, '\n'))
+            if (auto entry = ParseLine(line))
+                entries.push_back(std::move(*entry));
+    return entries;
+}
+
+Path HistoryContent(const Session& session, const std::string& hash)
+{
+    return InFolder(session.programFolder, RowText(Msg::DirHistoryContent)) / hash;
+}
+
+std::vector<LevelCode> LevelsWithHistory(const Session& session)
+{
+    std::vector<LevelCode> codes;
+    for (const Path& file : ListFiles(InFolder(session.programFolder, RowText(Msg::DirHistory)),
+                                      RowText(Msg::PatHistoryIndex))) {
+        const std::string name = BaseNameOf(file.filename().native());
+        codes.push_back(LeadingNumber(name.substr(name.find('_') + 1)));
+    }
+    return codes;
+}
+
+Status KeepInHistory(Session& session, LevelCode code, const std::vector<Path>& files,
+                     const std::string& reason, std::vector<std::string>* ids)
+{
+    if (files.empty())
+        return {};
+    std::vector<HistoryEntry> entries = HistoryOf(session, code);
+    std::int32_t last = 0;
+    for (const HistoryEntry& entry : entries)
+        last = std::max(last, LeadingNumber(entry.id.substr(entry.id.find('-') + 1)));
+    bool grown = false;
+    for (const Path& file : files) {
+        HistoryEntry entry;
+        if (auto status = KeepContent(session, file, entry.hash); !status)
+            return status;
+        entry.name = file.filename().native();
+        const auto same = std::find_if(entries.begin(), entries.end(), [&](const HistoryEntry& e) {
+            return e.hash == entry.hash && EqualNames(e.name, Readable(entry.name));
+        });
+        if (same != entries.end()) {
+            if (ids != nullptr)
+                ids->push_back(same->id);
+            continue;
+        }
+        const platform::FileFacts facts = platform::FactsOf(file);
+        if (MatchesPattern(entry.name, RowText(Msg::SavegamePattern))) {
+            const SavegameInfo info = ReadSavegameInfo(file);
+            entry.title = info.title;
+            entry.number = info.number;
+        }
+        entry.id = ZeroPadded(code, 4) + "-" + std::to_string(++last);
+        entry.size = facts.size;
+        entry.modifiedNs = facts.modifiedNs;
+        entry.keptNs = session.machine.NowNs();
+        entry.reason = reason;
+        if (ids != nullptr)
+            ids->push_back(entry.id);
+        entries.push_back(std::move(entry));
+        grown = true;
+    }
+    if (!grown)
+        return {};
+    if (auto status = WriteHistoryIndex(session, code, entries); !status)
+        return status;
+    BoundHistory(session, code);
+    return {};
+}
+
+namespace
+{
+
+/// A free place for a kept file in a folder of live state.
+Result<Path> FreePlace(const Path& folder, const std::string& name)
+{
+    if (!FileExists(folder / name))
+        return folder / name;
+    if (MatchesPattern(name, RowText(Msg::SavegamePattern))) {
+        for (int slot = 0; slot < gameSlots; ++slot) {
+            Path place = folder / (GetMsg(Msg::SavegameStem) + std::to_string(slot));
+            if (!FileExists(place))
+                return place;
+        }
+        return Failure{ErrorCode::Refused, GetMsg(Msg::HistoryNoFreeSlot), {}};
+    }
+    for (int number = 2;; ++number) {
+        Path place = folder / (BaseNameOf(name) + "-" + std::to_string(number) + ExtensionOf(name));
+        if (!FileExists(place))
+            return place;
+    }
+}
+
+} // namespace
+
+Result<Path> BringBack(Session& session, LevelCode code, const std::string& id)
+{
+    const std::vector<HistoryEntry> entries = HistoryOf(session, code);
+    const auto entry = std::find_if(entries.begin(), entries.end(),
+                                    [&](const HistoryEntry& e) { return e.id == id; });
+    if (entry == entries.end())
+        return Failure{ErrorCode::Missing, GetMsg(Msg::HistoryUnknownId, {id}), {}};
+    const Path content = HistoryContent(session, entry->hash);
+    std::string hash;
+    if (platform::HashOfFile(content, hash) || hash != entry->hash)
+        return Failure{ErrorCode::Damaged, GetMsg(Msg::HistoryContentGone), {}};
+    const Path folder = ResolvePath(LiveStateFolder(session, code));
+    auto place = FreePlace(folder, entry->name);
+    if (!place)
+        return place;
+    if (auto status = CopyFileOver(content, *place, {Verify::Content, true, true, {}}); !status)
+        return status.Error();
+    return place;
+}
+
+} // namespace kestrova

@@ -1,0 +1,70 @@
+#include "swap/history_bounds.h"
+
+#include "archive/level_folders.h"
+#include "swap/state_files.h"
+
+#include <set>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Hashes of all that the level holds outside the history: live, stored, and in archive slots.
+std::set<std::string> HashesElsewhere(const Session& session, LevelCode code)
+{
+    std::set<std::string> hashes;
+    const auto add = [&](const Path& file) {
+        std::string hash;
+        if (!platform::HashOfFile(file, hash))
+            hashes.insert(hash);
+    };
+    for (const Path& file : StateFilesIn(LiveStateFolder(session, code)))
+        add(file);
+    if (const auto tree = ScanTree(LevelHomeOf(session, code)))
+        for (const Path& file : tree->files)
+            if (IsPlayersFile(file.filename().native()))
+                add(file);
+    return hashes;
+}
+
+} // namespace
+
+void BoundHistory(Session& session, LevelCode code)
+{
+    const std::vector<HistoryEntry> entries = HistoryOf(session, code);
+    std::uint64_t bytes = 0;
+    for (const HistoryEntry& entry : entries)
+        bytes += entry.size;
+    std::size_t count = entries.size();
+    const auto mostCount = static_cast<std::size_t>(session.settings.historyCount);
+    const std::uint64_t mostBytes = static_cast<std::uint64_t>(session.settings.historyMegabytes)
+                                    << 20;
+    if (count <= mostCount && bytes <= mostBytes)
+        return;
+
+    const std::set<std::string> elsewhere = HashesElsewhere(session, code);
+    std::vector<HistoryEntry> stay;
+    std::set<std::string> dropped;
+    for (const HistoryEntry& entry : entries) {
+        const bool over = count > mostCount || bytes > mostBytes;
+        if (over && elsewhere.contains(entry.hash)) {
+            --count;
+            bytes -= entry.size;
+            dropped.insert(entry.hash);
+        } else {
+            stay.push_back(entry);
+        }
+    }
+    if (dropped.empty() || !WriteHistoryIndex(session, code, stay))
+        return;
+    // A content goes only when no level's history names it any more.
+    for (const LevelCode other : LevelsWithHistory(session))
+        for (const HistoryEntry& entry : HistoryOf(session, other))
+            dropped.erase(entry.hash);
+    for (const std::string& hash : dropped)
+        (void)platform::Unlink(HistoryContent(session, hash)); // unnamed content does no harm
+}
+
+} // namespace kestrova

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "swap/history.h"
+
+namespace kestrova
+{
+
+/// Takes the oldest entries out of a level's history until it keeps its bounds of the settings. An
+/// entry whose content exists nowhere else stays, whatever the bounds say. Failures leave more than
+/// the bound, never less, and are tried again with the next entry.
+void BoundHistory(Session& session, LevelCode code);
+
+Status WriteHistoryIndex(const Session& session, LevelCode code,
+                         const std::vector<HistoryEntry>& entries);
+
+} // namespace kestrova

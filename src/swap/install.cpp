@@ -1,0 +1,131 @@
+#include "swap/install.h"
+
+#include "archive/level_folders.h"
+#include "archive/storage.h"
+#include "catalogue/message.h"
+#include "core/staged_file.h"
+#include "swap/level_files.h"
+#include "swap/recovery.h"
+#include "swap/state_files.h"
+#include "swap/swap_run.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Copies the level's files and the marker in. The folder is original when this begins.
+bool InstallFiles(Session& session, SwapRun& run, LevelCode code,
+                  const std::vector<Placement>& placements, ActivityLog& log)
+{
+    const std::string name = LevelNameOf(session, code);
+    const Path marker = session.MarkerPath();
+    const auto markerFailed = [&](const Failure& failure) {
+        TellFailure(session, GetMsg(Msg::CannotOverwriteMarker) + TextOf(marker), failure);
+        return false;
+    };
+    if (const auto status = WriteWholeFile(marker, MarkerHead(code, name)); !status)
+        return markerFailed(status.Error());
+
+    const std::vector<Path> present = ListFiles(session.TrleFolder(), RowText(Msg::PatDat));
+    std::vector<std::string> failed;
+    std::vector<std::string> copied;
+    if (!placements.empty()) {
+        const auto progress =
+            session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CopyingFilesToPlay));
+        for (std::size_t i = 0; i < placements.size(); ++i) {
+            progress->SetBar(i + 1, placements.size());
+            progress->Step();
+            bool overwritten = false;
+            if (!run.Put(placements[i], overwritten))
+                failed.push_back(Readable(placements[i].target));
+            copied.push_back(Readable(placements[i].target));
+        }
+    }
+    if (const std::string language = LanguageFileToRemove(present, placements); !language.empty())
+        if (!run.RemoveLanguageFile(language))
+            failed.push_back(Readable(language));
+
+    std::vector<std::string> overwritten;
+    for (const std::string& entry : run.Overwritten())
+        overwritten.push_back(Readable(entry));
+    if (const auto status = WriteWholeFile(marker, MarkerText(code, name, overwritten, copied));
+        !status)
+        return markerFailed(status.Error());
+    WriteActivityLog(session, log);
+    if (!failed.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::SomeFilesNotCopied, {Join(failed, ", ")}));
+    return true;
+}
+
+bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
+{
+    StagingFolder staging{InFolder(session.TrleFolder(), RowText(Msg::DirReady))};
+    std::vector<Placement> placements;
+    if (code != originalCode && !ReadyPlacements(session, code, staging.Folder(), placements))
+        return false;
+
+    SwapRun run{session, log, code};
+    run.Announce(placements);
+    LevelCode previous = originalCode;
+    if (!run.TakeOut(previous))
+        return false;
+    if (!run.HasBegun()) // it stands there already
+        return true;
+    const bool backToOriginal = code == originalCode && previous == originalCode;
+    if (!run.BringIn(!backToOriginal))
+        return false;
+    bool installed = true;
+    if (code != originalCode)
+        installed = InstallFiles(session, run, code, placements, log);
+    else if (!backToOriginal)
+        (void)DeleteFile(session.MarkerPath()); // gone already unless the marker had no text
+    return run.Settle() && installed;
+}
+
+} // namespace
+
+bool InstallLevel(Session& session, LevelCode code)
+{
+    const Operation running{session};
+    if (FindLevel(session, code) < 0) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
+        return false;
+    }
+    if (!FolderExists(session.TrleFolder())) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::TrleFolderGone, {TextOf(session.TrleFolder())}));
+        return false;
+    }
+    if (!RecoverInterruptedWork(session))
+        return false;
+    ActivityLog log = GetMsg(Msg::LogSetLevel, {LevelNameOf(session, code)}) +
+                      std::to_string(code) + GetMsg(Msg::LogSetLevelEnd) + std::string{lineBreak};
+    if (code != originalCode && CurrentLevelCode(session) == code) {
+        LevelCode previous = RemovePreviousLevel(session, code, log);
+        return previous == code && MendAfterRestart(session, code);
+    }
+    return SwapTo(session, code, log);
+}
+
+LevelCode RemovePreviousLevel(Session& session, LevelCode newCode, ActivityLog& log)
+{
+    const Operation running{session};
+    SwapRun run{session, log, newCode};
+    LevelCode previous = originalCode;
+    if (!run.TakeOut(previous))
+        return originalCode;
+    if (run.HasBegun())
+        (void)run.Settle(); // it has told; the next swap mends first
+    return previous;
+}
+
+bool RestoreFast(Session& session)
+{
+    if (!InstallLevel(session, originalCode))
+        return false;
+    session.list.Refresh();
+    return true;
+}
+
+} // namespace kestrova

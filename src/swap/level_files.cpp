@@ -1,0 +1,110 @@
+#include "swap/level_files.h"
+
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+#include "swap/swap_notes.h"
+
+namespace kestrova
+{
+
+StagingFolder::StagingFolder(Path folder) : folder_(std::move(folder))
+{
+    if (FolderExists(folder_)) // left by a killed program
+        (void)RemoveTree(folder_);
+}
+
+StagingFolder::~StagingFolder()
+{
+    if (FolderExists(folder_))
+        (void)RemoveTree(folder_); // its name is never listed, and the next swap clears it
+}
+
+namespace
+{
+
+bool TellNoSpace(Session& session, double need)
+{
+    const auto free = session.machine.FreeSpace(session.TrleFolder());
+    const double bytes = free ? static_cast<double>(*free) : 0;
+    session.host.Tell(Tone::Error,
+                      GetMsg(Msg::NoSpaceForLevel, {FormatSize(need), FormatSize(bytes)}));
+    return false;
+}
+
+} // namespace
+
+bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
+                     std::vector<Placement>& placements)
+{
+    const Path home = LevelFolderOf(session, code, true);
+    if (session.cdNotAvailable) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
+        return false;
+    }
+    const Path source = InFolder(home, RowText(Msg::DirFiles));
+    const auto plan = PlanLevelFiles(source);
+    if (!FolderExists(source) || !plan) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::LevelFilesGone), TextOf(source));
+        return false;
+    }
+    const auto progress =
+        session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
+    auto ready = ReadyLevelFiles(session, source, staging, true, progress.get());
+    if (!ready) {
+        if (ready.Error().code == ErrorCode::NoSpace) {
+            double need = 0;
+            for (const ReadyFile& file : *plan)
+                need += static_cast<double>(file.size);
+            return TellNoSpace(session, need);
+        }
+        TellFailure(session, GetMsg(Msg::ErrorDecompressingFiles), ready.Error());
+        return false;
+    }
+    std::vector<std::string> refused;
+    placements = PlaceFiles(*ready, refused);
+    if (!refused.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::NamesLeftOut, {Join(refused, ", ")}));
+
+    // What the old level leaves makes room, but its own files come out one by one before.
+    double need = 0;
+    for (const Placement& placement : placements)
+        if (!placement.file.moved)
+            need += static_cast<double>(placement.file.size);
+    double freed = 0;
+    if (const auto owner = OwnerThatCounts(session))
+        for (const OwnedFile& file : owner->added)
+            freed += static_cast<double>(file.size);
+    const auto free = session.machine.FreeSpace(session.TrleFolder());
+    if (free && need > static_cast<double>(*free) + freed)
+        return TellNoSpace(session, need);
+    return true;
+}
+
+bool MendAfterRestart(Session& session, LevelCode code)
+{
+    const auto owner = OwnerThatCounts(session);
+    if (!owner || owner->bootId == session.machine.BootId())
+        return true;
+    StagingFolder staging{InFolder(session.TrleFolder(), RowText(Msg::DirReady))};
+    std::vector<Placement> placements;
+    if (!ReadyPlacements(session, code, staging.Folder(), placements))
+        return false;
+    std::vector<std::string> mended;
+    for (const Placement& placement : placements) {
+        const Path target = session.TrleFolder() / placement.relative;
+        if (SameContent(placement.file.path, target))
+            continue;
+        if (const auto status = CopyFileOver(placement.file.path, target); !status) {
+            TellFailure(session, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
+                        status.Error());
+            return false;
+        }
+        mended.push_back(Readable(placement.target));
+    }
+    if (!mended.empty())
+        session.host.Tell(Tone::Plain, GetMsg(Msg::MendedFiles, {Join(mended, ", ")}));
+    (void)WriteOwner(session, *owner); // otherwise the files are compared once more
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,148 @@
+#include "swap/swap_run.h"
+
+#include "catalogue/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+struct FileClass {
+    Msg pattern;
+    Msg folder;
+};
+
+constexpr FileClass scripts[] = {{Msg::PatDat, Msg::FragRoot}, {Msg::PatH, Msg::FragRoot}};
+constexpr FileClass levelData[] = {
+    {Msg::PatTr4, Msg::FragData}, {Msg::PatPak, Msg::FragData}, {Msg::PatWav, Msg::FragAudio}};
+
+bool SameInCodePage(const std::string& a, const std::string& b)
+{
+    return a == b || ToWindows1252(a) == ToWindows1252(b);
+}
+
+} // namespace
+
+std::vector<Placement> PlaceFiles(const std::vector<ReadyFile>& files,
+                                  std::vector<std::string>& refused)
+{
+    std::vector<Placement> placements;
+    const auto place = [&](const ReadyFile& file, Msg folder) {
+        Placement placement{file, GetMsg(folder) + file.name, {}};
+        const auto relative = SafeRelative(placement.target);
+        if (!SafeName(file.name) || !relative) {
+            refused.push_back(Readable(file.name));
+            return;
+        }
+        placement.relative = *relative;
+        placements.push_back(std::move(placement));
+    };
+    const auto placeClass = [&](const FileClass& kind) {
+        for (const ReadyFile& file : files)
+            if (MatchesPattern(file.name, RowText(kind.pattern)))
+                place(file, kind.folder);
+    };
+    for (const FileClass& kind : scripts)
+        placeClass(kind);
+    for (const std::string& loose : Split(RowText(Msg::LooseFiles), '|'))
+        for (const ReadyFile& file : files)
+            if (EqualNames(file.name, loose))
+                place(file, Msg::FragRoot);
+    for (const FileClass& kind : levelData)
+        placeClass(kind);
+    return placements;
+}
+
+std::string LanguageFileToRemove(const std::vector<Path>& present,
+                                 const std::vector<Placement>& placements)
+{
+    const std::string_view script = RowText(Msg::ScriptDat);
+    const auto installed = std::find_if(present.begin(), present.end(), [&](const Path& file) {
+        return !EqualNames(file.filename().native(), script);
+    });
+    if (installed == present.end())
+        return {};
+    std::string name = installed->filename().native();
+    const bool replaced =
+        std::any_of(placements.begin(), placements.end(), [&](const Placement& placement) {
+            return EqualNames(placement.target, GetMsg(Msg::FragRoot) + name);
+        });
+    const bool another =
+        std::any_of(placements.begin(), placements.end(), [&](const Placement& placement) {
+            return EndsWithName(placement.file.name, RowText(Msg::DatExtension)) &&
+                   !EqualNames(placement.file.name, script);
+        });
+    return !replaced && another ? name : std::string{};
+}
+
+Belongings BelongingsOf(const MarkerContent& marker, const std::optional<OwnerRecord>& owner)
+{
+    Belongings belongings;
+    const auto usable = [&](const std::string& entry) {
+        if (SafeRelative(entry))
+            return true;
+        if (!entry.empty())
+            belongings.refused.push_back(Readable(entry));
+        return false;
+    };
+    std::vector<OwnedFile> exact;
+    std::vector<std::string> exactOverwritten;
+    if (owner) {
+        exact = owner->added;
+        exactOverwritten = owner->overwritten;
+    }
+    for (const std::string& entry : marker.copied) {
+        if (!usable(entry))
+            continue;
+        const auto known = std::find_if(exact.begin(), exact.end(), [&](const OwnedFile& file) {
+            return SameInCodePage(file.name, entry);
+        });
+        if (known == exact.end()) {
+            belongings.added.push_back({entry, 0, 0});
+        } else {
+            belongings.added.push_back(*known);
+            exact.erase(known);
+        }
+    }
+    for (OwnedFile& file : exact)
+        if (usable(file.name))
+            belongings.added.push_back(std::move(file));
+    for (const std::string& entry : marker.overwritten) {
+        if (!usable(entry))
+            continue;
+        const auto known =
+            std::find_if(exactOverwritten.begin(), exactOverwritten.end(),
+                         [&](const std::string& name) { return SameInCodePage(name, entry); });
+        if (known == exactOverwritten.end()) {
+            belongings.overwritten.push_back(entry);
+        } else {
+            belongings.overwritten.push_back(*known);
+            exactOverwritten.erase(known);
+        }
+    }
+    for (std::string& name : exactOverwritten)
+        if (usable(name))
+            belongings.overwritten.push_back(std::move(name));
+    return belongings;
+}
+
+Status RestoreOriginal(Session& session, const Path& relative)
+{
+    const Path source = ResolvePath(session.BackupFolder() / relative);
+    const Path folder = ResolvePath((session.TrleFolder() / relative).parent_path());
+    const Path wanted = folder / source.filename();
+    const Path existing = ResolvePath(wanted);
+    if (auto status = MakeFolders(folder); !status)
+        return status;
+    if (auto status = CopyFileOver(source, existing); !status)
+        return status;
+    if (existing != wanted) // the backup's spelling is the original one
+        if (const auto failure = platform::Rename(existing, wanted))
+            return MakeFailure(ErrorCode::CannotWrite, TextOf(wanted), failure);
+    return {};
+}
+
+} // namespace kestrova

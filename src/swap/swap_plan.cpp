@@ -1,0 +1,212 @@
+#include "swap/swap_plan.h"
+
+#include "archive/level_folders.h"
+#include "archive/storage.h"
+#include "catalogue/message.h"
+#include "swap/level_files.h"
+#include "swap/swap_notes.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+Path FilesFolder(Session& session, LevelCode code)
+{
+    return InFolder(LevelFolderOf(session, code, true), RowText(Msg::DirFiles));
+}
+
+/// The folder as it will be once the old level is out.
+struct Foresight {
+    std::vector<std::string> gone;     ///< folded names of what the old level brought
+    std::vector<std::string> restored; ///< folded names of what comes back
+
+    [[nodiscard]] bool WillStand(const Session& session, const std::string& name) const
+    {
+        const auto has = [&](const std::vector<std::string>& names) {
+            return std::find(names.begin(), names.end(), FoldCase(name)) != names.end();
+        };
+        const auto relative = SafeRelative(name);
+        return relative &&
+               (has(restored) || (!has(gone) && FileExists(session.TrleFolder() / *relative)));
+    }
+};
+
+void PlanRemoval(Session& session, std::vector<PlannedFile>& plan, Foresight& foresight)
+{
+    const auto bytes = ReadWholeFile(session.MarkerPath());
+    const Belongings belongings =
+        BelongingsOf(ParseMarker(bytes ? *bytes : std::string{}), OwnerThatCounts(session));
+    const std::string_view audio = RowText(Msg::FragAudio);
+    for (const OwnedFile& file : belongings.added) {
+        const auto relative = SafeRelative(file.name);
+        const Path place = session.TrleFolder() / *relative;
+        const bool stays = !session.preferences.fullBackup &&
+                           EqualNames(std::string_view{file.name}.substr(0, audio.size()), audio);
+        if (stays || !FileExists(place))
+            continue;
+        plan.push_back({PlannedAction::Remove, Readable(file.name), FileSize(place)});
+        foresight.gone.push_back(FoldCase(file.name));
+    }
+    for (const std::string& name : belongings.overwritten) {
+        const Path pristine = session.BackupFolder() / *SafeRelative(name);
+        if (!FileExists(pristine))
+            continue;
+        plan.push_back({PlannedAction::Restore, Readable(name), FileSize(pristine)});
+        foresight.restored.push_back(FoldCase(name));
+    }
+}
+
+} // namespace
+
+Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
+{
+    if (FindLevel(session, code) < 0)
+        return Failure{
+            ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
+    std::vector<PlannedFile> plan;
+    if (CurrentLevelCode(session) == code)
+        return plan;
+    Foresight foresight;
+    PlanRemoval(session, plan, foresight);
+    if (code == originalCode)
+        return plan;
+    const Path source = FilesFolder(session, code);
+    if (session.cdNotAvailable)
+        return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
+    const auto files = PlanLevelFiles(source);
+    if (!files)
+        return files.Error();
+    std::vector<std::string> refused;
+    for (const Placement& placement : PlaceFiles(*files, refused))
+        plan.push_back({foresight.WillStand(session, placement.target) ? PlannedAction::Overwrite
+                                                                       : PlannedAction::Add,
+                        Readable(placement.target), placement.file.size});
+    return plan;
+}
+
+namespace
+{
+
+/// The kinds of file that a swap brings, so that a stranger among them is found.
+bool IsLevelFile(const Path& relative)
+{
+    std::vector<std::string> refused;
+    ReadyFile file;
+    file.name = relative.filename().native();
+    const auto placed = PlaceFiles({file}, refused);
+    return std::any_of(placed.begin(), placed.end(), [&](const Placement& placement) {
+        return EqualNames(placement.relative.native(), relative.native());
+    });
+}
+
+void CompareWithBackup(Session& session, const std::vector<Placement>& level,
+                       const std::vector<std::string>& replaced, std::vector<Difference>& found)
+{
+    const auto isLevels = [&](const Path& relative) {
+        return std::any_of(level.begin(), level.end(), [&](const Placement& placement) {
+            return EqualNames(placement.relative.native(), relative.native());
+        });
+    };
+    const auto isReplaced = [&](const Path& relative) {
+        return std::any_of(replaced.begin(), replaced.end(), [&](const std::string& name) {
+            return EqualNames(name, ToBackslashes(relative));
+        });
+    };
+    const Path backup = ResolvePath(session.BackupFolder());
+    const Path trle = ResolvePath(session.TrleFolder());
+    if (const auto tree = ScanTree(backup))
+        for (const Path& file : tree->files) {
+            const Path relative = file.lexically_relative(backup);
+            if (isLevels(relative) || isReplaced(relative))
+                continue;
+            if (!FileExists(trle / relative))
+                found.push_back({Mismatch::Missing, Readable(ToBackslashes(relative))});
+            else if (!SameContent(file, trle / relative))
+                found.push_back({Mismatch::Differs, Readable(ToBackslashes(relative))});
+        }
+    for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio}) {
+        // Of the sounds a compact backup knows nothing.
+        if (fragment == Msg::DirAudio && !session.preferences.fullBackup)
+            continue;
+        for (const Path& file : ListFiles(InFolder(trle, RowText(fragment)).lexically_normal(),
+                                          RowText(Msg::PatAll))) {
+            const Path relative = file.lexically_relative(trle);
+            if (IsLevelFile(relative) && !isLevels(relative) && !FileExists(backup / relative))
+                found.push_back({Mismatch::Unexpected, Readable(ToBackslashes(relative))});
+        }
+    }
+}
+
+Result<std::vector<Placement>> PlacedFiles(Session& session, LevelCode code, const Path& staging)
+{
+    const Path source = FilesFolder(session, code);
+    if (session.cdNotAvailable)
+        return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
+    if (!FolderExists(source))
+        return Failure{ErrorCode::Missing, TextOf(source), {}};
+    auto ready = ReadyLevelFiles(session, source, staging, false, nullptr);
+    if (!ready)
+        return ready.Error();
+    std::vector<std::string> refused;
+    return PlaceFiles(*ready, refused);
+}
+
+} // namespace
+
+Result<std::vector<Difference>> VerifyFolder(Session& session)
+{
+    std::vector<Difference> found;
+    if (!FolderExists(session.TrleFolder()))
+        return Failure{ErrorCode::Missing, TextOf(session.TrleFolder()), {}};
+    const LevelCode code = CurrentLevelCode(session);
+    const StagingFolder staging{InFolder(session.programFolder, RowText(Msg::DirVerify))};
+    std::vector<Placement> level;
+    std::vector<std::string> replaced;
+    if (code != originalCode) {
+        auto placed = PlacedFiles(session, code, staging.Folder());
+        if (!placed)
+            return placed.Error();
+        level = std::move(placed).Value();
+        const auto bytes = ReadWholeFile(session.MarkerPath());
+        replaced = ParseMarker(bytes ? *bytes : std::string{}).overwritten;
+    }
+    for (const Placement& placement : level) {
+        const Path target = session.TrleFolder() / placement.relative;
+        if (!FileExists(target))
+            found.push_back({Mismatch::Missing, Readable(placement.target)});
+        else if (!SameContent(placement.file.path, target))
+            found.push_back({Mismatch::Differs, Readable(placement.target)});
+    }
+    if (FolderExists(session.BackupFolder()))
+        CompareWithBackup(session, level, replaced, found);
+    return found;
+}
+
+Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
+{
+    if (FindLevel(session, code) < 0)
+        return Failure{
+            ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
+    const Path source = FilesFolder(session, code);
+    if (session.cdNotAvailable)
+        return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
+    if (!FolderExists(source))
+        return std::vector<Difference>{{Mismatch::Missing, TextOf(source)}};
+    const StagingFolder staging{InFolder(session.programFolder, RowText(Msg::DirVerify))};
+    const auto ready = ReadyLevelFiles(session, source, staging.Folder(), false, nullptr);
+    if (!ready)
+        return std::vector<Difference>{{Mismatch::Differs, ready.Error().subject}};
+    std::vector<Difference> found;
+    for (const ReadyFile& file : *ready) {
+        std::string hash;
+        if (platform::HashOfFile(file.path, hash))
+            found.push_back({Mismatch::Differs, Readable(file.name)});
+    }
+    return found;
+}
+
+} // namespace kestrova

@@ -1,0 +1,387 @@
+#include "swap/swap_run.h"
+
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+#include "swap/history.h"
+#include "swap/state_files.h"
+#include "swap/swap_notes.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Disks keep times in steps of up to two seconds.
+constexpr std::int64_t timeStepNs = 2'000'000'000;
+
+bool IsSound(const std::string& name)
+{
+    return EqualNames(std::string_view{name}.substr(0, RowText(Msg::FragAudio).size()),
+                      RowText(Msg::FragAudio));
+}
+
+std::string Lines(std::initializer_list<std::string> parts)
+{
+    std::string text;
+    for (const std::string& part : parts)
+        text += part;
+    return text + std::string{lineBreak};
+}
+
+} // namespace
+
+bool IsAsListed(const OwnedFile& listed, const platform::FileFacts& facts)
+{
+    const std::int64_t apart = facts.modifiedNs - listed.modifiedNs;
+    return facts.kind == platform::FileKind::File && facts.size == listed.size &&
+           apart < timeStepNs && apart > -timeStepNs;
+}
+
+SwapRun::SwapRun(Session& session, ActivityLog& log, LevelCode to)
+    : session_(session), log_(log), trle_(ResolvePath(session.TrleFolder()))
+{
+    journal_.to = to;
+    journal_.folder = MarkOf(trle_);
+    journal_.folder.path = session.TrleFolder().native();
+}
+
+void SwapRun::Announce(const std::vector<Placement>& placements)
+{
+    for (const Placement& placement : placements)
+        journal_.install.push_back(
+            {placement.target, placement.file.size, placement.file.modifiedNs});
+}
+
+bool SwapRun::Begin()
+{
+    if (const auto status = WriteJournal(session_, journal_); !status) {
+        TellFailure(session_, GetMsg(Msg::CannotWriteJournal), status.Error());
+        (void)DropJournal(
+            session_); // it may stand though its flush failed; recovery reads it right
+        return false;
+    }
+    begun_ = true;
+    return true;
+}
+
+/// Nothing of the player could be kept: everything as it was before, in words.
+bool SwapRun::Abandon(const Failure& failure)
+{
+    TellFailure(session_, GetMsg(Msg::CannotKeepState), failure);
+    // What cannot be put back now stays noted in the journal, and the next start tries again.
+    if (PutStoreBack(session_, journal_.from, journal_.store) && DropJournal(session_))
+        begun_ = false;
+    return false;
+}
+
+bool SwapRun::TakeOut(LevelCode& previous)
+{
+    owner_ = OwnerThatCounts(session_);
+    const Path marker = session_.MarkerPath();
+    if (!FileExists(marker))
+        return TakeOutOriginal(previous);
+
+    const auto bytes = ReadWholeFile(marker);
+    const MarkerContent content = ParseMarker(bytes ? *bytes : std::string{});
+    previous = content.code;
+    if (content.hasText) {
+        const Path folder = LevelHomeOf(session_, previous);
+        if (!FolderExists(folder)) {
+            session_.host.Tell(Tone::Error,
+                               GetMsg(Msg::LevelFolderNotFound, {TextOf(folder), lineBreak}));
+            log_ += Lines({GetMsg(Msg::LogLevelFolderNotFound, {TextOf(folder)})});
+            return previous == journal_.to || KeepLiveState(previous);
+        }
+    }
+    log_ += content.code == -1
+                ? Lines({GetMsg(Msg::LogPreviousNone)})
+                : Lines({GetMsg(Msg::LogPreviousLevel, {LevelNameOf(session_, previous)}),
+                         std::to_string(previous)});
+    if (previous == journal_.to)
+        return true;
+
+    const Belongings belongings = BelongingsOf(content, owner_);
+    journal_.remove = belongings.added;
+    journal_.restore = belongings.overwritten;
+    if (!belongings.refused.empty())
+        session_.host.Tell(Tone::Warning,
+                           GetMsg(Msg::MarkerEntriesRefused, {Join(belongings.refused, ", ")}));
+    if (!content.hasText) {
+        if (!KeepLiveState(originalCode))
+            return false;
+        (void)DeleteFile(marker);
+        return true;
+    }
+    switch (MoveStateOut(previous, true)) {
+    case StateMove::Stopped:
+        return false;
+    case StateMove::Failed:
+        leftAdded_ = belongings.added;
+        leftOverwritten_ = belongings.overwritten;
+        previous = originalCode;
+        return true;
+    case StateMove::Moved:
+        break;
+    }
+    if (previous != originalCode) {
+        if (!DeleteAdded(belongings)) {
+            leftOverwritten_ = belongings.overwritten;
+            previous = originalCode;
+            return true;
+        }
+        RestoreOverwritten(belongings.overwritten);
+    }
+    (void)DeleteFile(marker); // one that stays is overwritten by the next
+    return true;
+}
+
+bool SwapRun::TakeOutOriginal(LevelCode& previous)
+{
+    previous = originalCode;
+    const Belongings belongings = BelongingsOf({}, owner_);
+    journal_.remove = belongings.added;
+    journal_.restore = belongings.overwritten;
+    if (MoveStateOut(originalCode, false) == StateMove::Stopped)
+        return false;
+    // Leftovers of a swap whose end was told stay on the list of what is to be cleared.
+    leftAdded_ = belongings.added;
+    leftOverwritten_ = belongings.overwritten;
+    log_ += Lines({GetMsg(Msg::LogNoMarker)});
+    return true;
+}
+
+/// The state has no store to go to: it stays live, and a copy of it is kept.
+bool SwapRun::KeepLiveState(LevelCode code)
+{
+    journal_.from = code;
+    stateOf_ = owner_ ? owner_->owner : std::optional<LevelCode>{code};
+    const auto stored = HashesOf(ListFiles(StateStoreOf(session_, code), RowText(Msg::PatAll)));
+    if (!stored) {
+        TellFailure(session_, GetMsg(Msg::CannotKeepState), stored.Error());
+        return false;
+    }
+    journal_.store = *stored;
+    if (!Begin())
+        return false;
+    const auto status = KeepInHistory(session_, code, StateFilesIn(trle_), GetMsg(Msg::ReasonSwap));
+    return status ? true : Abandon(status.Error());
+}
+
+SwapRun::StateMove SwapRun::MoveStateOut(LevelCode storeOf, bool marked)
+{
+    const bool nobodys = owner_ && !owner_->owner;
+    if (owner_ && owner_->owner && FolderExists(LevelHomeOf(session_, *owner_->owner)))
+        storeOf = *owner_->owner;
+    stateOf_ = nobodys ? std::optional<LevelCode>{} : std::optional<LevelCode>{storeOf};
+    const Path home = LevelHomeOf(session_, storeOf);
+    const Path store = ResolvePath(StateStoreOf(session_, storeOf));
+    const std::vector<Path> stored = ListFiles(store, RowText(Msg::PatAll));
+    const auto live = HashesOf(StateFilesIn(trle_));
+    const auto before = HashesOf(stored);
+    journal_.from = storeOf;
+    if (live)
+        journal_.live = *live;
+    if (before)
+        journal_.store = *before;
+    if (!live || !before) {
+        TellFailure(session_, GetMsg(Msg::CannotKeepState), live ? before.Error() : live.Error());
+        return StateMove::Stopped;
+    }
+    if (!Begin())
+        return StateMove::Stopped;
+    const auto stop = [&](const Failure& failure) {
+        Abandon(failure);
+        return StateMove::Stopped;
+    };
+
+    if (auto status = MakeFolders(store); !status)
+        return stop(status.Error());
+    if (nobodys) { // emptied and filled already; only what a game wrote since comes to it
+        if (auto status = ReturnLiveState(session_, storeOf); !status)
+            return stop(status.Error());
+    } else {
+        std::vector<Path> alone;
+        for (std::size_t i = 0; i < stored.size(); ++i)
+            if (std::none_of(live->begin(), live->end(),
+                             [&](const StateFile& file) { return file.hash == (*before)[i].hash; }))
+                alone.push_back(stored[i]);
+        if (auto status = KeepInHistory(session_, storeOf, alone, GetMsg(Msg::ReasonSwap)); !status)
+            return stop(status.Error());
+        const Status emptied = marked ? LogDeleteMatching(store, log_, RowText(Msg::PatAllFiles))
+                                      : DeleteMatching(store, RowText(Msg::PatAll));
+        if (!emptied && marked) {
+            TellFailure(session_, GetMsg(Msg::CannotDeleteBackupSavegames, {TextOf(home)}),
+                        emptied.Error());
+            if (auto status = PutStoreBack(session_, storeOf, journal_.store); !status)
+                return stop(status.Error());
+            if (auto status =
+                    KeepInHistory(session_, storeOf, StateFilesIn(trle_), GetMsg(Msg::ReasonSwap));
+                !status)
+                return stop(status.Error());
+            return StateMove::Failed;
+        }
+        if (auto status = CopyStateOut(store, marked); !status)
+            return stop(status.Error());
+    }
+    journal_.phase = SwapPhase::Stored;
+    if (auto status = WriteJournal(session_, journal_); !status) {
+        journal_.phase = SwapPhase::Planned;
+        return stop(status.Error());
+    }
+    stateOf_.reset();
+    if (!nobodys)
+        for (const std::string& pattern : StatePatterns()) {
+            if (marked)
+                (void)LogDeleteMatching(trle_, log_, pattern); // its outcome stands in the log
+            else
+                (void)DeleteMatching(trle_, pattern);
+        }
+    return StateMove::Moved;
+}
+
+/// All live state into the empty store, compared and flushed, each file as the journal has it.
+Status SwapRun::CopyStateOut(const Path& store, bool marked)
+{
+    const CopyOptions safe{Verify::Content, true, false, {}};
+    for (const std::string& pattern : StatePatterns()) {
+        auto status = marked ? LogCopyMatching(trle_, store, log_, pattern, safe)
+                             : CopyMatching(trle_, store, pattern, safe);
+        if (!status)
+            return status;
+    }
+    for (const StateFile& file : journal_.live) {
+        std::string hash;
+        if (platform::HashOfFile(store / file.name, hash) || hash != file.hash)
+            return Failure{ErrorCode::Differs, file.name, {}};
+    }
+    return FlushFolder(store);
+}
+
+bool SwapRun::DeleteAdded(const Belongings& belongings)
+{
+    if (belongings.added.empty())
+        return true;
+    const auto progress =
+        session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RemovingPreviousFiles));
+    for (std::size_t i = 0; i < belongings.added.size(); ++i) {
+        const OwnedFile& file = belongings.added[i];
+        const auto relative = SafeRelative(file.name);
+        if (!session_.preferences.fullBackup && IsSound(file.name)) {
+            log_ += Lines({GetMsg(Msg::LogNotRemovedCompact, {Readable(file.name)})});
+            leftAdded_.push_back(file);
+        } else if (const auto status = LogDeleteFile(trle_ / *relative, log_); !status) {
+            TellFailure(session_,
+                        GetMsg(Msg::CannotDeleteFile) + TextOf(trle_) + Readable(file.name),
+                        status.Error());
+            leftAdded_.insert(leftAdded_.end(),
+                              belongings.added.begin() + static_cast<std::ptrdiff_t>(i),
+                              belongings.added.end());
+            return false;
+        }
+        progress->SetBar(i + 1, belongings.added.size());
+        progress->Step();
+    }
+    return true;
+}
+
+void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
+{
+    if (names.empty())
+        return;
+    const auto progress =
+        session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RestoringChangedFiles));
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const auto relative = SafeRelative(names[i]);
+        log_ += GetMsg(Msg::LogCopy) + TextOf(session_.BackupFolder()) + Readable(names[i]) +
+                GetMsg(Msg::LogArrow) + TextOf(trle_) + Readable(names[i]);
+        const auto status = RestoreOriginal(session_, *relative);
+        log_ += Lines({GetMsg(status ? Msg::LogOk : Msg::LogError)});
+        progress->SetBar(i + 1, names.size());
+        progress->Step();
+    }
+}
+
+bool SwapRun::BringIn(bool logged)
+{
+    journal_.phase = SwapPhase::Coming;
+    if (const auto status = WriteJournal(session_, journal_); !status) {
+        TellFailure(session_, GetMsg(Msg::SwapBroken), status.Error());
+        return false;
+    }
+    const LevelCode before = stateOf_.value_or(journal_.from);
+    stateOf_ = journal_.to;
+    std::vector<std::string> failed;
+    BringStateIn(session_, journal_.to, before, logged ? &log_ : nullptr, failed);
+    if (!failed.empty())
+        session_.host.Tell(Tone::Warning, GetMsg(Msg::StateNotBrought, {Join(failed, ", ")}));
+    return true;
+}
+
+Status SwapRun::Put(const Placement& placement, bool& overwritten)
+{
+    const Path target = ResolvePath(trle_ / placement.relative);
+    log_ += GetMsg(Msg::LogCopy) + TextOf(placement.file.path) + GetMsg(Msg::LogArrow) +
+            TextOf(trle_) + Readable(placement.target);
+    overwritten = FileExists(target);
+    const auto put = [&]() -> Status {
+        if (auto status = MakeFolders(target.parent_path()); !status)
+            return status;
+        const bool known =
+            std::any_of(leftAdded_.begin(), leftAdded_.end(), [&](const OwnedFile& file) {
+                return EqualNames(file.name, placement.target) &&
+                       IsAsListed(file, platform::FactsOf(target));
+            });
+        if (overwritten && !known)
+            if (auto status = KeepOriginal(session_, placement.relative); !status)
+                return status;
+        return placement.file.moved ? MoveFileOver(placement.file.path, target)
+                                    : CopyFileOver(placement.file.path, target);
+    };
+    auto status = put();
+    log_ += GetMsg(status ? Msg::LogOk : Msg::LogError) +
+            (overwritten ? GetMsg(Msg::LogOverwrite) : std::string{}) + std::string{lineBreak};
+    put_.push_back({placement.target, placement.file.size, placement.file.modifiedNs});
+    if (overwritten)
+        overwritten_.push_back(placement.target);
+    return status;
+}
+
+bool SwapRun::RemoveLanguageFile(const std::string& name)
+{
+    const std::string entry = GetMsg(Msg::FragRoot) + name;
+    overwritten_.push_back(entry);
+    const auto kept = KeepOriginal(session_, name);
+    return kept && DeleteFile(trle_ / name);
+}
+
+bool SwapRun::Settle()
+{
+    OwnerRecord record;
+    record.owner = stateOf_;
+    record.added = put_;
+    record.overwritten = overwritten_;
+    for (const OwnedFile& left : leftAdded_)
+        if (std::none_of(put_.begin(), put_.end(),
+                         [&](const OwnedFile& file) { return EqualNames(file.name, left.name); }))
+            record.added.push_back(left);
+    for (const std::string& left : leftOverwritten_)
+        if (std::find(overwritten_.begin(), overwritten_.end(), left) == overwritten_.end())
+            record.overwritten.push_back(left);
+    for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio}) {
+        const Path folder = ResolvePath(InFolder(trle_, RowText(fragment)));
+        if (FolderExists(folder))
+            (void)FlushFolder(folder); // names that were not flushed are found missing and mended
+    }
+    auto status = WriteOwner(session_, std::move(record));
+    if (status)
+        status = DropJournal(session_);
+    if (!status)
+        TellFailure(session_, GetMsg(Msg::SwapBroken), status.Error());
+    begun_ = begun_ && !status;
+    return static_cast<bool>(status);
+}
+
+} // namespace kestrova

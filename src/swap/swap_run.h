@@ -1,0 +1,98 @@
+#pragma once
+
+#include "archive/storage.h"
+#include "session/session.h"
+#include "swap/marker.h"
+#include "swap/swap_records.h"
+
+namespace kestrova
+{
+
+/// Where a level's file goes: the fragment of its folder and its name.
+struct Placement {
+    ReadyFile file;
+    std::string target; ///< `\data\level1.tr4`
+    Path relative;      ///< `data/level1.tr4`
+};
+/// The files that reach the Level Editor's folder, by class in the order of the marker's list:
+/// `*.dat`, `*.h`, the three loose files, `*.tr4`, `*.pak`, `*.wav`. `refused` gets names that no
+/// marker could hold.
+std::vector<Placement> PlaceFiles(const std::vector<ReadyFile>& files,
+                                  std::vector<std::string>& refused);
+
+/// The installed language file that must go because the level brings another one: its name, empty
+/// when none must. `present` are the `*.dat` files of the folder before the swap's copies.
+std::string LanguageFileToRemove(const std::vector<Path>& present,
+                                 const std::vector<Placement>& placements);
+
+/// What the marker and the owner record say the folder holds beside the originals.
+struct Belongings {
+    std::vector<OwnedFile> added; ///< size and time 0 when only the marker tells
+    std::vector<std::string> overwritten;
+    std::vector<std::string> refused; ///< marker entries that reach outside
+};
+Belongings BelongingsOf(const MarkerContent& marker, const std::optional<OwnerRecord>& owner);
+
+/// True when the file is the one that was put there, not one that somebody changed since.
+bool IsAsListed(const OwnedFile& listed, const platform::FileFacts& facts);
+
+/// One swap under way. It keeps the journal in step with the folder: whenever the program ends
+/// between two of its calls, recovery finds what it needs.
+class SwapRun
+{
+public:
+    /// `to` is the level that will come; -1 when none does.
+    SwapRun(Session& session, ActivityLog& log, LevelCode to);
+
+    /// What will be installed, known before anything changes.
+    void Announce(const std::vector<Placement>& placements);
+    /// Takes out what stands in the folder. `previous` is the answer for callers that know only
+    /// codes. False when the player's files could not be kept: then nothing has changed.
+    bool TakeOut(LevelCode& previous);
+    /// The saved state of `to` comes in; False, with words, when that could not be noted.
+    bool BringIn(bool logged);
+    /// Puts one file in place; `overwritten` tells whether the target was there.
+    Status Put(const Placement& placement, bool& overwritten);
+    /// Deletes the installed language file; it comes back with the replaced ones.
+    bool RemoveLanguageFile(const std::string& name);
+    /// The folder stands as it was meant, or as the person was told: the journal becomes the owner
+    /// record.
+    bool Settle();
+
+    /// True once a journal was written that is still there.
+    [[nodiscard]] bool HasBegun() const { return begun_; }
+    /// In the order in which they were replaced, as the marker lists them.
+    [[nodiscard]] const std::vector<std::string>& Overwritten() const { return overwritten_; }
+
+private:
+    enum class StateMove {
+        Moved,
+        Failed, ///< told; the swap goes on over what is there
+        Stopped ///< told; nothing has changed
+    };
+    StateMove MoveStateOut(LevelCode storeOf, bool marked);
+    Status CopyStateOut(const Path& store, bool marked);
+    bool TakeOutOriginal(LevelCode& previous);
+    bool KeepLiveState(LevelCode code);
+    bool DeleteAdded(const Belongings& belongings);
+    void RestoreOverwritten(const std::vector<std::string>& names);
+    bool Begin();
+    bool Abandon(const Failure& failure);
+
+    Session& session_;
+    ActivityLog& log_;
+    Path trle_;
+    SwapJournal journal_;
+    std::optional<OwnerRecord> owner_;
+    std::optional<LevelCode> stateOf_; ///< whose state is in the folder now
+    bool begun_ = false;
+    std::vector<OwnedFile> leftAdded_; ///< what a removal left behind
+    std::vector<std::string> leftOverwritten_;
+    std::vector<OwnedFile> put_;
+    std::vector<std::string> overwritten_;
+};
+
+/// An original back from the backup, in the backup's spelling, without the read-only bit.
+Status RestoreOriginal(Session& session, const Path& relative);
+
+} // namespace kestrova

@@ -1,0 +1,145 @@
+#include "swap/backup.h"
+
+#include "support/faults.h"
+#include "swap/recovery.h"
+#include "swap_world.h"
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+/// A first start: an original folder, no backup.
+class FirstStart : public Sandbox
+{
+public:
+    FirstStart() { MakeTrle(); }
+};
+
+} // namespace
+
+TEST(MakeTrleBackup, AsksOnceAndCopiesWhatWasChosen)
+{
+    FirstStart world;
+    world.host.WillAsk("is original?", true);
+    world.host.WillAsk("Do you want a full backup?", false);
+    ASSERT_TRUE(MakeTrleBackup(world.session, false)) << world.host.AllTold();
+    EXPECT_FALSE(world.session.preferences.fullBackup);
+    EXPECT_EQ(world.Read("home/backup_trle/Script.dat"), "original script");
+    EXPECT_EQ(world.Read("home/backup_trle/data/Title.tr4"), "original title");
+    EXPECT_EQ(world.Read("home/backup_trle/graphics/wads/city.was"), "wad");
+    EXPECT_TRUE(world.Has("home/backup_trle/sound/levelsfx creator"));
+    EXPECT_TRUE(world.Has("home/backup_trle/audio"));
+    EXPECT_FALSE(world.Has("home/backup_trle/audio/003.wav"));
+    EXPECT_FALSE(world.Has("home/backup_trle/tomb4.exe"));
+
+    ASSERT_TRUE(MakeTrleBackup(world.session, false)); // a second start asks nothing
+
+    world.host.WillAsk("Remove old backup files", true);
+    ASSERT_TRUE(RefreshFullBackup(world.session, {BackupForm::Full, true}));
+    EXPECT_TRUE(world.session.preferences.fullBackup);
+    EXPECT_EQ(world.Snapshot("home/backup_trle"), world.Snapshot("trle"));
+    EXPECT_TRUE(world.Has("home/Kestrova.prf")); // the choice is saved at once
+}
+
+TEST(MakeTrleBackup, TouchesNothingWhenItMayNot)
+{
+    FirstStart world;
+    world.host.WillAsk("is original?", false);
+    EXPECT_FALSE(MakeTrleBackup(world.session, false));
+    EXPECT_TRUE(world.host.WasTold("You must perform a new setup"));
+
+    world.machine.free = 1000;
+    EXPECT_FALSE(MakeTrleBackup(world.session, false, {BackupForm::Full, true}));
+    EXPECT_TRUE(world.host.WasTold("has not sufficient free space for setup files (240 Mb)") ||
+                world.host.WasTold("(240.0 Mb)"))
+        << world.host.AllTold();
+    EXPECT_FALSE(world.Has("home/backup_trle"));
+
+    // With a level in the folder its files would be taken for originals.
+    SwapWorld played;
+    played.PlayFirst();
+    const auto backup = played.Snapshot("home/backup_trle");
+    played.host.WillAsk("already FULL", true);
+    EXPECT_FALSE(RefreshFullBackup(played.session, {BackupForm::Full, true}));
+    EXPECT_EQ(played.Snapshot("home/backup_trle"), backup);
+}
+
+TEST(RefreshFullBackup, IsTheOldOrTheNewBackupWhereverItIsStopped)
+{
+    const auto refresh = [](SwapWorld& world) {
+        return RefreshFullBackup(world.session, {BackupForm::Full, true});
+    };
+    // A small folder keeps the number of steps small.
+    const auto prepare = [](SwapWorld& world) {
+        world.host.AnswerAll(true);
+        std::filesystem::remove_all(world / "trle/Audio");
+        world.Write("trle/Audio/000.wav", "wave");
+        world.Write("trle/Script.dat", "patched script");
+    };
+    for (int step = 1; step < 2000; ++step) {
+        SwapWorld world;
+        prepare(world);
+        const auto old = world.Snapshot("home/backup_trle");
+        const auto fresh = world.Configuration();
+        const KillRun run = WithKillAt(step, [&] { return refresh(world); });
+        SCOPED_TRACE("killed at step " + std::to_string(step) + ": " + run.call);
+        Session next = world.Reopened();
+        ASSERT_TRUE(RecoverInterruptedWork(next));
+        auto backup = world.Snapshot("home/backup_trle");
+        std::erase_if(backup, [](const auto& file) {
+            return file.first.starts_with("savegame.") || file.first.starts_with("note");
+        });
+        EXPECT_TRUE(backup == old || backup == fresh);
+        EXPECT_TRUE(InterruptedWork(next).empty());
+        if (!run.killed || HasFailure())
+            break;
+    }
+    for (int step = 1; step < 2000; ++step) {
+        SwapWorld world;
+        prepare(world);
+        const auto old = world.Snapshot("home/backup_trle");
+        const FaultRun run = WithFaultAt(step, [&] { return refresh(world); });
+        SCOPED_TRACE("failed at step " + std::to_string(step) + ": " + run.call);
+        if (!run.answer) {
+            EXPECT_EQ(world.Snapshot("home/backup_trle"), old);
+            EXPECT_FALSE(world.host.told.empty());
+        }
+        if (!run.reached || HasFailure())
+            break;
+    }
+}
+
+TEST(RestoreOriginalConfiguration, ClearsWhatABrokenInstallLeft)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    std::filesystem::remove_all(world / "levels/LEVEL_0001");
+    world.Write("trle/DATA/stray.tr4", "stray");
+    world.Write("trle/stray.h", "stray header");
+    world.Write("trle/graphics/wads/city.was", "changed wad");
+    world.host.WillAsk("Restore also folders", true);
+    const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
+    RestoreOriginalConfiguration(world.session, *progress);
+    EXPECT_TRUE(world.host.WasTold("I cann't find level folder"));
+    EXPECT_TRUE(world.host.WasTold("Restored original Tomb Raider Level Editor configuration"));
+    world.ExpectOriginal();
+    EXPECT_EQ(world.Read("home/history/originals/DATA/stray.tr4"), "stray");
+    world.host.told.clear();
+    EXPECT_TRUE(InstallLevel(world.session, world.second)); // the next swap is clean
+    EXPECT_TRUE(world.host.told.empty()) << world.host.AllTold();
+}
+
+TEST(RestoreOriginalConfiguration, RemovesNothingWithoutABackup)
+{
+    SwapWorld world;
+    std::filesystem::remove_all(world / "home/backup_trle");
+    const auto before = world.Snapshot("trle");
+    const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
+    RestoreOriginalConfiguration(world.session, *progress);
+    EXPECT_TRUE(world.host.WasTold("There is no backup"));
+    EXPECT_EQ(world.Snapshot("trle"), before);
+}
+
+} // namespace kestrova::testing
