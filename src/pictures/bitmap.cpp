@@ -57,7 +57,8 @@ struct Channel {
         shift = std::max(std::countr_zero(wanted), top - 8);
         mask = wanted >> shift;
         for (std::uint32_t value = 0; value < 256; ++value)
-            spread[value] = static_cast<std::uint8_t>(std::min(value, mask) * 255 / mask);
+            spread[value] =
+                static_cast<std::uint8_t>((std::min(value, mask) * 255 + mask / 2) / mask);
     }
     [[nodiscard]] std::uint8_t Of(std::uint32_t pixel) const
     {

@@ -126,9 +126,12 @@ Status MakeFiles(const std::vector<Job>& jobs, const PracticeProgress& progress)
             ++done;
         },
         [&] {
-            const std::lock_guard lock{mutex};
-            return !failure && (!progress || progress(done, static_cast<int>(jobs.size()),
-                                                      TextOf(jobs[latest].file.filename())));
+            std::unique_lock lock{mutex};
+            const Path name = jobs[latest].file.filename();
+            const bool failed = failure.has_value();
+            lock.unlock();
+            const int total = static_cast<int>(jobs.size());
+            return !failed && (!progress || progress(done, total, TextOf(name)));
         });
     if (failure)
         return *failure;
@@ -136,7 +139,7 @@ Status MakeFiles(const std::vector<Job>& jobs, const PracticeProgress& progress)
 }
 
 /// Packs a level's folder beside it. The tool makes its file aside and renames it when it is whole.
-bool PackFolder(const Path& folder, const std::function<bool()>& heartbeat)
+bool PackFolder(const Path& folder, const std::function<void()>& heartbeat)
 {
     const Path zip = folder.native() + GetMsg(Msg::PracticeZipEnding);
     platform::Launch launch;
@@ -147,7 +150,7 @@ bool PackFolder(const Path& folder, const std::function<bool()>& heartbeat)
     if (platform::StartDetached(launch, pid))
         return false;
     while (platform::IsRunning(pid)) {
-        (void)heartbeat(); // asked again behind the pack, which takes less than a second
+        heartbeat();
         std::this_thread::sleep_for(std::chrono::milliseconds{10});
     }
     return FileExists(zip);
@@ -169,15 +172,17 @@ Status PackLevels(PracticeMade& made, const Path& levels, const PracticeProgress
         if (!level.alsoZip)
             continue;
         const std::string name = GetMsg(level.name);
+        bool goOn = true; // a stop waits for the pack, which takes less than a second
         const auto heartbeat = [&] {
-            return !progress || progress(total, total, GetMsg(Msg::PracticePacking, {name}));
+            goOn =
+                goOn && (!progress || progress(total, total, GetMsg(Msg::PracticePacking, {name})));
         };
-        if (!heartbeat())
-            return MakeFailure(ErrorCode::Stopped, {});
         if (PackFolder(levels / name, heartbeat))
             made.zips.push_back(made.levels / (name + GetMsg(Msg::PracticeZipEnding)));
         else
             made.remark = GetMsg(Msg::PracticeZipFailed, {name});
+        if (!goOn)
+            return MakeFailure(ErrorCode::Stopped, {});
     }
     return {};
 }

@@ -120,6 +120,10 @@ TEST(Bitmap, OneBitAndRunsThatSkip)
     const Result<Picture> jumped = DecodeBitmap(jump.Bytes());
     ASSERT_TRUE(jumped);
     EXPECT_TRUE(Rgb(*jumped) == K + K + B + R + K + K);
+    // Half tones of 5 bits come out rounded: 29 of 31 are 238.5 of 255.
+    const Result<Picture> tone = DecodeBitmap(Sketch{1, 1, 16, 0, "", "\xA0\x77\0\0"s}.Bytes());
+    ASSERT_TRUE(tone);
+    EXPECT_EQ(tone->rgb, (std::vector<std::uint8_t>{239, 239, 0}));
     // Runs beyond the row's or the picture's end write nowhere.
     EXPECT_TRUE(DecodeBitmap(Sketch{3, 1, 8, 1, palette4, "\xFF\1\0\1"s, 40, 5}.Bytes()));
     EXPECT_FALSE(DecodeBitmap(Sketch{3, 1, 8, 1, palette4, "\0\2\0\xFF\3\1\0\1"s, 40, 5}.Bytes()));
