@@ -4,25 +4,13 @@
 #include "swap/install.h"
 #include "swap/marker.h"
 #include "swap/recovery.h"
+#include "swap/swap_notes.h"
 
 namespace kestrova
 {
 
 namespace
 {
-
-/// True when no program runs in the Level Editor's folder, or the person goes on nevertheless.
-bool TrleIsQuiet(Session& session)
-{
-    const auto programs = session.machine.ProgramsRunningIn(session.TrleFolder());
-    if (programs.empty())
-        return true;
-    std::vector<std::string> names;
-    for (const platform::RunningProgram& program : programs)
-        names.push_back(program.name);
-    return session.host.AskYesNo(
-        GetMsg(Msg::ProgramsRunInTrle, {Join(names, ", "), lineBreak, lineBreak}));
-}
 
 bool StartGame(Session& session)
 {
@@ -42,10 +30,26 @@ bool StartGame(Session& session)
 
 } // namespace
 
+bool TrleIsQuiet(Session& session)
+{
+    const auto programs = session.machine.ProgramsRunningIn(session.TrleFolder());
+    if (programs.empty())
+        return true;
+    std::vector<std::string> names;
+    for (const platform::RunningProgram& program : programs)
+        names.push_back(program.name);
+    return session.host.AskYesNo(
+        GetMsg(Msg::ProgramsRunInTrle, {Join(names, ", "), lineBreak, lineBreak}));
+}
+
 bool StandsInTrle(const Session& session, LevelCode code)
 {
-    return code != originalCode && FindLevel(session, code) >= 0 &&
-           CurrentLevelCode(session) == code && InterruptedWork(session).empty();
+    if (code == originalCode || FindLevel(session, code) < 0 || CurrentLevelCode(session) != code ||
+        !InterruptedWork(session).empty())
+        return false;
+    // After a new start of the machine the files in the folder are looked at once more.
+    const auto owner = OwnerThatCounts(session);
+    return owner && owner->owner == code && owner->bootId == session.machine.BootId();
 }
 
 bool PlayLevel(Session& session, LevelCode code, bool start)

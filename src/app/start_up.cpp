@@ -78,7 +78,7 @@ bool HoldFolder(Session& session, const Path& folder)
 
 } // namespace
 
-Result<Path> ChooseProgramFolder(const Path& home)
+Result<Path> ChooseProgramFolder(const Path& home, bool make)
 {
     Path folder;
     const Path own = platform::ExecutableFolder();
@@ -89,8 +89,9 @@ Result<Path> ChooseProgramFolder(const Path& home)
         folder = own;
     else
         folder = InFolder(platform::UserDataFolder(), RowText(Msg::DirProgramData));
-    if (const auto status = MakeFolders(folder); !status)
-        return status.Error();
+    if (make)
+        if (const auto status = MakeFolders(folder); !status)
+            return status.Error();
     return folder;
 }
 

@@ -18,8 +18,8 @@ public:
 };
 
 /// The program's folder: `home` when given; else the executable's own when a preferences file or a
-/// file `portable` lies there; else the user's data folder. Made when missing.
-Result<Path> ChooseProgramFolder(const Path& home);
+/// file `portable` lies there; else the user's data folder. Made when missing, unless not `make`.
+Result<Path> ChooseProgramFolder(const Path& home, bool make = true);
 
 /// Fills the session from the program's folder: settings and preferences. `firstRun` tells that no
 /// preferences were there. With `writing` it takes the locks of a writer and then mends what an

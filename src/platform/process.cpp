@@ -85,6 +85,8 @@ std::error_code StartDetached(const Launch& launch, std::int64_t& pid)
     const pid_t child = ::fork();
     if (child == 0) {
         ::setsid();
+        // What this program ignores the other one must not: that would outlive the exec.
+        ::signal(SIGPIPE, SIG_DFL);
         const int nothing = ::open("/dev/null", O_RDWR);
         for (const int stream : {0, 1, 2})
             ::dup2(nothing, stream);

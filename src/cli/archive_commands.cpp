@@ -1,0 +1,130 @@
+#include "archive/level_sizes.h"
+#include "cli/work.h"
+#include "upkeep/archive_life.h"
+#include "upkeep/level_life.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+void ShowArchive(Run& run)
+{
+    if (run.json != nullptr)
+        *run.json = {{"archive", TextOf(run.session.ArchivePath())},
+                     {"folder", Readable(Trim(run.session.archive.secondaryFolder))},
+                     {"levels", run.session.levels.size()}};
+    else
+        AddLine(run, TextOf(run.session.ArchivePath()));
+}
+
+bool IsArchiveName(const std::string& word)
+{
+    return EndsWithName(word, RowText(Msg::ExtensionArchive));
+}
+
+} // namespace
+
+Exit RunNew(Run& run)
+{
+    Path file;
+    if (!run.arguments.words.empty()) {
+        if (!IsArchiveName(run.arguments.words.front()))
+            return WrongUse("new", GetMsg(Msg::WrongArchiveName, {run.arguments.words.front()}));
+        file = PlaceFromWord(run.arguments.words.front());
+    }
+    Path folder;
+    if (run.arguments.Has("--folder")) {
+        if (run.arguments.ValueOf("--folder").empty())
+            return WrongUse("new", GetMsg(Msg::WrongValueMissing, {"--folder"}));
+        folder = PlaceFromWord(run.arguments.ValueOf("--folder"));
+    }
+    if (!BeginWork(run, Needs::LevelEditor))
+        return Exit::Failed;
+    if (!file.empty() && FileExists(file)) {
+        run.host.Tell(Tone::Error, GetMsg(Msg::ArchiveIsThere, {TextOf(file)}));
+        return EndWork(run, false);
+    }
+    const bool made = CreateArchive(run.session, folder, file);
+    if (made)
+        ShowArchive(run);
+    return EndWork(run, made);
+}
+
+Exit RunLoad(Run& run)
+{
+    const Path file = PlaceFromWord(run.arguments.words.front());
+    if (!BeginWork(run, Needs::LevelEditor))
+        return Exit::Failed;
+    if (!FileExists(file)) {
+        run.host.Tell(Tone::Error, GetMsg(Msg::ArchiveGone, {TextOf(file)}));
+        return EndWork(run, false);
+    }
+    const bool loaded = ReadArchive(run.session, file);
+    if (loaded)
+        ShowArchive(run);
+    return EndWork(run, loaded);
+}
+
+Exit RunAdd(Run& run)
+{
+    const std::string name{Trim(run.arguments.ValueOf("--name"))};
+    if (name.empty())
+        return WrongUse("add", GetMsg(Msg::WrongOptionMissing, {"--name"}));
+    const Path folder = PlaceFromWord(run.arguments.words.front());
+    if (!BeginWork(run, Needs::Archive))
+        return Exit::Failed;
+    if (!FolderExists(folder)) {
+        run.host.Tell(Tone::Error, GetMsg(Msg::NoSuchFolder, {TextOf(folder)}));
+        return EndWork(run, false);
+    }
+    LevelCode code = 0;
+    const bool added =
+        AddFolderAsLevel(run.session, name, run.arguments.ValueOf("--note"), folder, code);
+    if (added && run.json != nullptr)
+        *run.json = {{"code", code}, {"name", Readable(name)}};
+    else if (added)
+        AddLine(run, std::to_string(code) + "\t" + name);
+    return EndWork(run, added);
+}
+
+Exit RunRemove(Run& run)
+{
+    const auto code = CodeFromWord(run, run.arguments.words.front());
+    if (!code)
+        return Exit::WrongUse;
+    if (!BeginWork(run, Needs::Archive))
+        return Exit::Failed;
+    const bool keep = run.arguments.Has("--keep-files");
+    return EndWork(run,
+                   RemoveLevel(run.session, *code, keep ? LevelFolders::Keep : LevelFolders::Ask));
+}
+
+Exit RunSizes(Run& run)
+{
+    if (!BeginWork(run, Needs::Archive))
+        return Exit::Failed;
+    const bool measured = RecomputeArchiveSize(run.session, true);
+    const ArchiveHeader& archive = run.session.archive;
+    if (run.json != nullptr) {
+        Json levels = Json::array();
+        for (const LevelRecord& level : run.session.levels)
+            levels.push_back({{"code", level.levelCode},
+                              {"filesSize", level.filesSize},
+                              {"extrasSize", level.extrasSize}});
+        *run.json = {{"mainFolderSize", archive.mainFolderSize},
+                     {"secondaryFolderSize", archive.secondaryFolderSize},
+                     {"levels", std::move(levels)}};
+        return EndWork(run, measured);
+    }
+    for (const LevelRecord& level : run.session.levels)
+        AddLine(run,
+                GetMsg(Msg::SizesLine, {ZeroPadded(level.levelCode, 4), FormatSize(level.filesSize),
+                                        FormatSize(level.extrasSize), Trim(level.levelName)}));
+    AddLine(run, GetMsg(Msg::SizesTotal,
+                        {FormatSize(archive.mainFolderSize + archive.secondaryFolderSize)}));
+    return EndWork(run, measured);
+}
+
+} // namespace kestrova

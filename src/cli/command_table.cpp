@@ -1,0 +1,69 @@
+#include "cli/command.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+std::span<const CommandRow> CommandTable()
+{
+    constexpr Msg noJson = Msg::BeforeFirst;
+    static const std::vector<CommandRow> table{
+        {"practice", Msg::UsePractice, Msg::SumPractice, noJson, 1, 1, {}, RunPractice},
+        {"setup",
+         Msg::UseSetup,
+         Msg::SumSetup,
+         noJson,
+         0,
+         0,
+         {"--trle", "--full", "--compact", "--folder-is-original"},
+         RunSetup},
+        {"backup",
+         Msg::UseBackup,
+         Msg::SumBackup,
+         noJson,
+         0,
+         0,
+         {"--refresh", "--folder-is-original"},
+         RunBackup},
+        {"new", Msg::UseNew, Msg::SumNew, Msg::KeysNew, 0, 1, {"--folder"}, RunNew},
+        {"load", Msg::UseLoad, Msg::SumLoad, Msg::KeysLoad, 1, 1, {}, RunLoad},
+        {"levels", Msg::UseLevels, Msg::SumLevels, Msg::KeysLevels, 0, 0, {}, RunLevels},
+        {"info", Msg::UseInfo, Msg::SumInfo, Msg::KeysInfo, 1, 1, {}, RunInfo},
+        {"add", Msg::UseAdd, Msg::SumAdd, Msg::KeysAdd, 1, 1, {"--name", "--note"}, RunAdd},
+        {"remove", Msg::UseRemove, Msg::SumRemove, noJson, 1, 1, {"--keep-files"}, RunRemove},
+        {"sizes", Msg::UseSizes, Msg::SumSizes, Msg::KeysSizes, 0, 0, {}, RunSizes},
+        {"play", Msg::UsePlay, Msg::SumPlay, Msg::KeysPlay, 1, 1, {"--no-start"}, RunPlay},
+        {"current", Msg::UseCurrent, Msg::SumCurrent, Msg::KeysCurrent, 0, 0, {}, RunCurrent},
+        {"original", Msg::UseOriginal, Msg::SumOriginal, noJson, 0, 0, {"--full"}, RunOriginal},
+        {"plan", Msg::UsePlan, Msg::SumPlan, Msg::KeysPlan, 1, 1, {}, RunPlan},
+        {"verify", Msg::UseVerify, Msg::SumVerify, Msg::KeysVerify, 0, 1, {}, RunVerify},
+        {"mend", Msg::UseMend, Msg::SumMend, noJson, 0, 0, {}, RunMend},
+        {"history", Msg::UseHistory, Msg::SumHistory, Msg::KeysHistory, 0, 2, {}, RunHistory},
+        {"set", Msg::UseSet, Msg::SumSet, Msg::KeysSet, 0, 2, {}, RunSet},
+        {"doctor", Msg::UseDoctor, Msg::SumDoctor, Msg::KeysDoctor, 0, 0, {}, RunDoctor},
+    };
+    return table;
+}
+
+const CommandRow* FindCommand(std::string_view name)
+{
+    const auto table = CommandTable();
+    const auto row = std::find_if(table.begin(), table.end(),
+                                  [&](const CommandRow& command) { return command.name == name; });
+    return row == table.end() ? nullptr : &*row;
+}
+
+std::span<const OptionRow> AllOptions()
+{
+    static constexpr OptionRow options[] = {
+        {"--home", true},   {"--yes"},      {"--no"},         {"--json"},
+        {"--version"},      {"--help"},     {"-h"},           {"--markdown"},
+        {"--trle", true},   {"--full"},     {"--compact"},    {"--folder-is-original"},
+        {"--folder", true}, {"--refresh"},  {"--name", true}, {"--note", true},
+        {"--keep-files"},   {"--no-start"},
+    };
+    return options;
+}
+
+} // namespace kestrova

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "cli/command.h"
+
+namespace kestrova
+{
+
+/// All commands, one line each.
+std::string HelpText();
+std::string HelpFor(const CommandRow& row);
+/// The manual page of the terminal, as it stands in the documents.
+std::string HelpAsMarkdown();
+
+} // namespace kestrova

@@ -1,0 +1,74 @@
+#include "cli/work.h"
+#include "swap/history.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+Exit ListHistory(Run& run)
+{
+    if (!BeginLooking(run, Needs::Nothing))
+        return Exit::Failed;
+    if (run.json != nullptr)
+        *run.json = Json::array();
+    for (const LevelCode code : LevelsWithHistory(run.session))
+        for (const HistoryEntry& entry : HistoryOf(run.session, code)) {
+            if (run.json != nullptr)
+                run.json->push_back({{"code", code},
+                                     {"id", entry.id},
+                                     {"name", Readable(entry.name)},
+                                     {"title", Readable(entry.title)},
+                                     {"number", entry.number},
+                                     {"size", entry.size},
+                                     {"modified", DateText(entry.modifiedNs)},
+                                     {"kept", DateText(entry.keptNs)},
+                                     {"reason", Readable(entry.reason)}});
+            else
+                AddLine(run, GetMsg(Msg::HistoryLine,
+                                    {entry.id, ZeroPadded(code, 4), DateText(entry.keptNs),
+                                     entry.name, entry.title, entry.reason}));
+        }
+    return Exit::Done;
+}
+
+Exit BringBackFile(Run& run, const std::string& id)
+{
+    if (!BeginWork(run, Needs::Archive))
+        return Exit::Failed;
+    for (const LevelCode code : LevelsWithHistory(run.session)) {
+        const auto entries = HistoryOf(run.session, code);
+        if (std::none_of(entries.begin(), entries.end(),
+                         [&](const HistoryEntry& entry) { return entry.id == id; }))
+            continue;
+        const auto place = BringBack(run.session, code, id);
+        if (!place)
+            TellFailure(run.session, GetMsg(Msg::NotBroughtBack), place.Error());
+        else
+            AddLine(run, TextOf(*place));
+        return EndWork(run, static_cast<bool>(place));
+    }
+    run.host.Tell(Tone::Error, GetMsg(Msg::HistoryHasNo, {id}));
+    return EndWork(run, false);
+}
+
+} // namespace
+
+Exit RunHistory(Run& run)
+{
+    const auto& words = run.arguments.words;
+    if (words.empty())
+        return ListHistory(run);
+    if (words.front() != "bring-back")
+        return WrongUse("history", GetMsg(Msg::WrongWordTooMany, {words.front()}));
+    if (words.size() < 2)
+        return WrongUse("history", GetMsg(Msg::WrongWordMissing, {"history"}));
+    if (run.json != nullptr)
+        return WrongUse("history", GetMsg(Msg::WrongOptionHere, {"--json", words.front()}));
+    return BringBackFile(run, words[1]);
+}
+
+} // namespace kestrova

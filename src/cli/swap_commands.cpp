@@ -1,0 +1,173 @@
+#include "app/level_commands.h"
+#include "app/start_up.h"
+#include "archive/level_folders.h"
+#include "cli/work.h"
+#include "swap/backup.h"
+#include "swap/marker.h"
+#include "swap/recovery.h"
+#include "swap/swap_plan.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+Exit TellAndFail(Run& run, const Failure& failure, Msg text)
+{
+    TellFailure(run.session, GetMsg(text), failure);
+    return Exit::Failed;
+}
+
+std::string_view WordOf(PlannedAction action)
+{
+    switch (action) {
+    case PlannedAction::Add:
+        return "add";
+    case PlannedAction::Overwrite:
+        return "overwrite";
+    case PlannedAction::Restore:
+        return "restore";
+    case PlannedAction::Remove:
+        break;
+    }
+    return "remove";
+}
+
+std::string_view WordOf(Mismatch kind)
+{
+    switch (kind) {
+    case Mismatch::Missing:
+        return "missing";
+    case Mismatch::Differs:
+        return "differs";
+    case Mismatch::Unexpected:
+        break;
+    }
+    return "unexpected";
+}
+
+void ShowPlayed(Run& run, LevelCode code, bool started)
+{
+    const std::string name = Readable(Trim(LevelNameOf(run.session, code)));
+    if (run.json != nullptr)
+        *run.json = {{"code", code}, {"name", name}, {"started", started}};
+    else
+        AddLine(run, std::to_string(code) + "\t" + name);
+}
+
+bool IsKnown(Run& run, LevelCode code)
+{
+    if (FindLevel(run.session, code) >= 0)
+        return true;
+    run.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
+    return false;
+}
+
+} // namespace
+
+Exit RunPlay(Run& run)
+{
+    const auto code = CodeFromWord(run, run.arguments.words.front());
+    if (!code)
+        return Exit::WrongUse;
+    const bool start = !run.arguments.Has("--no-start");
+    if (!BeginLooking(run, Needs::Archive) || !IsKnown(run, *code))
+        return Exit::Failed;
+    // A level that stands in its place needs no lock and no write.
+    if (StandsInTrle(run.session, *code)) {
+        const bool played = PlayLevel(run.session, *code, start);
+        if (played)
+            ShowPlayed(run, *code, start);
+        return played ? Exit::Done : Exit::Failed;
+    }
+    if (!BeginWork(run, Needs::Archive))
+        return Exit::Failed;
+    const bool played = PlayLevel(run.session, *code, start);
+    if (played)
+        ShowPlayed(run, *code, start);
+    return EndWork(run, played);
+}
+
+Exit RunOriginal(Run& run)
+{
+    if (!BeginWork(run, Needs::Archive))
+        return Exit::Failed;
+    if (!TrleIsQuiet(run.session))
+        return EndWork(run, false);
+    if (!run.arguments.Has("--full"))
+        return EndWork(run, RestoreFastWithWords(run.session));
+    const auto progress = run.host.BeginProgress(ProgressWindow::Progress, {});
+    RestoreOriginalConfiguration(run.session, *progress);
+    return EndWork(run, !run.host.ToldError() && CurrentLevelCode(run.session) == originalCode);
+}
+
+Exit RunPlan(Run& run)
+{
+    const auto code = CodeFromWord(run, run.arguments.words.front());
+    if (!code)
+        return Exit::WrongUse;
+    if (!BeginLooking(run, Needs::Archive) || !IsKnown(run, *code))
+        return Exit::Failed;
+    const auto plan = PlanSwap(run.session, *code);
+    if (!plan)
+        return TellAndFail(run, plan.Error(), Msg::PlanFailed);
+    Json files = Json::array();
+    for (const PlannedFile& file : *plan) {
+        if (run.json != nullptr)
+            files.push_back({{"action", WordOf(file.action)},
+                             {"file", Readable(file.file)},
+                             {"size", file.size}});
+        else
+            AddLine(run, std::string{WordOf(file.action)} + "\t" + std::to_string(file.size) +
+                             "\t" + file.file);
+    }
+    if (run.json != nullptr)
+        *run.json = {{"code", *code}, {"files", std::move(files)}};
+    return Exit::Done;
+}
+
+Exit RunVerify(Run& run)
+{
+    std::optional<LevelCode> code;
+    if (!run.arguments.words.empty()) {
+        code = CodeFromWord(run, run.arguments.words.front());
+        if (!code)
+            return Exit::WrongUse;
+    }
+    if (!BeginLooking(run, Needs::Archive) || (code && !IsKnown(run, *code)))
+        return Exit::Failed;
+    const auto found = code ? VerifyLevel(run.session, *code) : VerifyFolder(run.session);
+    if (!found)
+        return TellAndFail(run, found.Error(), Msg::VerifyFailed);
+    Json differences = Json::array();
+    for (const Difference& difference : *found) {
+        if (run.json != nullptr)
+            differences.push_back(
+                {{"kind", WordOf(difference.kind)}, {"file", Readable(difference.file)}});
+        else
+            AddLine(run, std::string{WordOf(difference.kind)} + "\t" + difference.file);
+    }
+    if (run.json != nullptr)
+        *run.json = {{"code", code ? *code : CurrentLevelCode(run.session)},
+                     {"differences", std::move(differences)}};
+    else if (found->empty())
+        AddLine(run, GetMsg(Msg::VerifyFine));
+    return found->empty() ? Exit::Done : Exit::Failed;
+}
+
+Exit RunMend(Run& run)
+{
+    if (!BeginLooking(run, Needs::Nothing))
+        return Exit::Failed;
+    if (InterruptedWork(run.session).empty()) {
+        AddLine(run, GetMsg(Msg::MendNothing));
+        return Exit::Done;
+    }
+    // The beginning of any work mends what waits.
+    if (!BeginWork(run, Needs::Nothing))
+        return Exit::Failed;
+    return EndWork(run, InterruptedWork(run.session).empty());
+}
+
+} // namespace kestrova

@@ -1,0 +1,210 @@
+#include "cli/terminal_host.h"
+
+#include "platform/clock.h"
+#include "platform/terminal.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+using platform::Stream;
+
+void Say(const std::string& text)
+{
+    // Nobody can be told that telling failed.
+    (void)platform::WriteStream(Stream::Error, text);
+}
+
+/// One line that is written over, on a terminal only.
+class TerminalProgress : public ProgressScope
+{
+public:
+    explicit TerminalProgress(std::string label)
+        : label_(std::move(label)), shows_(platform::IsTerminal(Stream::Error))
+    {
+    }
+    ~TerminalProgress() override
+    {
+        if (drawn_)
+            Say(GetMsg(Msg::TerminalLineStart));
+    }
+    void SetLabel(const std::string& text) override
+    {
+        label_ = text;
+        Draw();
+    }
+    void SetBar(std::uint64_t done, std::uint64_t total) override
+    {
+        percent_ =
+            total == 0
+                ? -1
+                : static_cast<int>(static_cast<double>(done) * 100.0 / static_cast<double>(total));
+        Draw();
+    }
+    void AllowStop() override { mayStop_ = true; }
+    bool Step() override
+    {
+        Draw();
+        return !(mayStop_ && platform::WasInterrupted());
+    }
+
+private:
+    void Draw()
+    {
+        constexpr std::int64_t pause = 100'000'000;
+        const std::int64_t now = platform::NowNs();
+        if (!shows_ || now - last_ < pause)
+            return;
+        last_ = now;
+        drawn_ = true;
+        const std::string share = percent_ < 0 ? "" : " " + std::to_string(percent_) + "%";
+        Say(GetMsg(Msg::TerminalLineStart) + ForTerminal(label_) + share);
+    }
+
+    std::string label_;
+    bool shows_;
+    bool drawn_ = false;
+    bool mayStop_ = false;
+    int percent_ = -1;
+    std::int64_t last_ = 0;
+};
+
+} // namespace
+
+std::string ForTerminal(std::string_view text)
+{
+    const std::string readable = Readable(text);
+    std::string shown;
+    shown.reserve(readable.size());
+    for (std::size_t i = 0; i < readable.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(readable[i]);
+        const bool upperControl = byte == 0xC2 && i + 1 < readable.size() &&
+                                  static_cast<unsigned char>(readable[i + 1]) < 0xA0;
+        if (upperControl)
+            ++i;
+        else if ((byte >= 0x20 && byte != 0x7F) || byte == '\n' || byte == '\t')
+            shown += readable[i];
+    }
+    return shown;
+}
+
+TerminalHost::TerminalHost()
+    : interactive_(platform::IsTerminal(Stream::Input) && platform::IsTerminal(Stream::Error))
+{
+}
+
+void TerminalHost::NameUnanswered(const std::string& text)
+{
+    unanswered_ = true;
+    Say(GetMsg(Msg::TerminalUnanswered) + ForTerminal(text) + "\n");
+}
+
+void TerminalHost::Tell(Tone tone, const std::string& text, const std::string& reason)
+{
+    toldError_ = toldError_ || tone == Tone::Error;
+    std::string lines = ForTerminal(text) + "\n";
+    if (!reason.empty())
+        lines += "  " + ForTerminal(reason) + "\n";
+    Say(lines);
+}
+
+std::optional<std::string> TerminalHost::Prompt(const std::string& text, const std::string& ending)
+{
+    std::string line;
+    if (interactive_) {
+        Say(ForTerminal(text) + ending);
+        if (platform::ReadLine(line))
+            return line;
+        Say("\n");
+    }
+    NameUnanswered(text);
+    return {};
+}
+
+std::optional<char> TerminalHost::AskLetter(const std::string& text, Msg choices, Msg letters)
+{
+    const std::string ending = GetMsg(choices);
+    while (const auto line = Prompt(text, ending)) {
+        const std::string answer = FoldCase(Trim(*line));
+        if (!answer.empty() && RowText(letters).find(answer.front()) != std::string_view::npos)
+            return answer.front();
+    }
+    return {};
+}
+
+bool TerminalHost::AskTwo(const std::string& text, Msg choices, Msg letters, bool standingCounts)
+{
+    if (standingCounts && standing_ != StandingAnswer::None) {
+        const bool yes = standing_ == StandingAnswer::Yes;
+        Say(ForTerminal(text) + GetMsg(yes ? Msg::TerminalAnswersYes : Msg::TerminalAnswersNo) +
+            "\n");
+        return yes;
+    }
+    return AskLetter(text, choices, letters) == RowText(letters).front();
+}
+
+bool TerminalHost::AskYesNo(const std::string& text, Consent consent)
+{
+    return AskTwo(text, Msg::TerminalYesNo, Msg::TerminalYesNoLetters,
+                  consent == Consent::Ordinary);
+}
+
+bool TerminalHost::AskOkCancel(const std::string& text)
+{
+    return AskTwo(text, Msg::TerminalOkCancel, Msg::TerminalOkCancelLetters, true);
+}
+
+YesNoCancel TerminalHost::AskYesNoCancel(const std::string& text)
+{
+    const auto letter = AskLetter(text, Msg::TerminalYesNoCancel, Msg::TerminalYesNoCancelLetters);
+    const std::string_view letters = RowText(Msg::TerminalYesNoCancelLetters);
+    if (letter == letters[0])
+        return YesNoCancel::Yes;
+    return letter == letters[1] ? YesNoCancel::No : YesNoCancel::Cancel;
+}
+
+std::optional<std::string> TerminalHost::AskText(const std::string& text,
+                                                 const std::string& suggestion)
+{
+    auto line = Prompt(text, GetMsg(Msg::TerminalSuggestion, {ForTerminal(suggestion)}));
+    if (line && line->empty())
+        return suggestion;
+    return line;
+}
+
+std::optional<Path> TerminalHost::AskPath(const std::string& title, const Path& suggestion)
+{
+    auto line = Prompt(title, GetMsg(Msg::TerminalPath, {ForTerminal(TextOf(suggestion))}));
+    // A single dot takes what is offered; an empty line cancels.
+    if (!line || Trim(*line).empty())
+        return {};
+    if (Trim(*line) == ".")
+        return suggestion;
+    return FolderFromText(std::filesystem::absolute(*line).lexically_normal().native());
+}
+
+std::optional<Path> TerminalHost::ChooseFolder(const std::string& title, const Path& start)
+{
+    return AskPath(title, start);
+}
+
+std::optional<Path> TerminalHost::ChooseOpenFile(const std::string& title, const std::string&,
+                                                 const Path& start)
+{
+    return AskPath(title, start);
+}
+
+std::optional<Path> TerminalHost::ChooseSaveFile(const std::string& title, const std::string&,
+                                                 const Path& start, const std::string& suggestion)
+{
+    return AskPath(title, start / suggestion);
+}
+
+std::unique_ptr<ProgressScope> TerminalHost::BeginProgress(ProgressWindow, const std::string& text)
+{
+    return std::make_unique<TerminalProgress>(text);
+}
+
+} // namespace kestrova

@@ -1,0 +1,139 @@
+#include "cli/work.h"
+
+#include "app/find_trle.h"
+#include "app/start_up.h"
+#include "archive/level_sizes.h"
+#include "platform/terminal.h"
+#include "upkeep/archive_life.h"
+#include "upkeep/level_life.h"
+
+#include <charconv>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool Refuse(Run& run, Msg text)
+{
+    run.host.Tell(Tone::Error, GetMsg(text));
+    return false;
+}
+
+bool TellArchive(Run& run, Msg text)
+{
+    run.host.Tell(Tone::Error, GetMsg(text, {TextOf(run.session.ArchivePath())}));
+    return false;
+}
+
+bool HasLevelEditor(Run& run)
+{
+    return IsTrleFolder(run.session, run.session.TrleFolder(), false) ||
+           Refuse(run, Msg::NeedsSetup);
+}
+
+bool ChooseHome(Run& run, bool make)
+{
+    const auto folder = ChooseProgramFolder(run.arguments.ValueOf("--home"), make);
+    if (!folder) {
+        TellFailure(run.session, GetMsg(Msg::NoProgramFolder), folder.Error());
+        return false;
+    }
+    run.session.programFolder = *folder;
+    return true;
+}
+
+} // namespace
+
+bool BeginLooking(Run& run, Needs needs)
+{
+    bool firstRun = false;
+    if (!ChooseHome(run, false) || !OpenSession(run.session, false, firstRun))
+        return false;
+    const auto loaded = LoadArchiveToLook(run.session);
+    if (needs == Needs::LevelEditor && run.session.TrleFolder().empty())
+        return Refuse(run, Msg::NeedsSetup);
+    if (needs != Needs::Archive || loaded)
+        return true;
+    if (run.session.ArchivePath().empty())
+        return Refuse(run, Msg::NeedsArchive);
+    TellFailure(run.session, GetMsg(Msg::ArchiveNotRead), loaded.Error());
+    return false;
+}
+
+bool BeginWork(Run& run, Needs needs)
+{
+    Session& session = run.session;
+    platform::NoteInterrupts(RowText(Msg::InterruptNoted));
+    bool firstRun = false;
+    if (!ChooseHome(run, true) || !OpenSession(session, true, firstRun))
+        return false;
+    // A run ends with its command: nobody could save the archive later.
+    run.keptAutoSave = session.preferences.autoSave;
+    session.preferences.autoSave = true;
+    if (needs == Needs::Nothing)
+        return true;
+    if (!HasLevelEditor(run))
+        return false;
+    if (!EnsureLevel0Folder(session))
+        return Refuse(run, Msg::ErrorLevel0);
+    if (needs == Needs::LevelEditor)
+        return true;
+    if (session.ArchivePath().empty())
+        return Refuse(run, Msg::NeedsArchive);
+    if (!FileExists(session.ArchivePath()))
+        return TellArchive(run, Msg::ArchiveGone);
+    if (!ReadArchive(session, session.ArchivePath()) || !HoldFolders(session))
+        return false;
+    if (session.level0Rebuilt)
+        RefreshLevelSizes(session, originalCode);
+    return true;
+}
+
+void RestoreAutoSave(Run& run)
+{
+    if (run.keptAutoSave)
+        run.session.preferences.autoSave = *run.keptAutoSave;
+    run.keptAutoSave.reset();
+}
+
+Exit EndWork(Run& run, bool done)
+{
+    RestoreAutoSave(run);
+    return done && SavePreferencesNow(run.session) ? Exit::Done : Exit::Failed;
+}
+
+std::optional<LevelCode> CodeFromWord(Run& run, const std::string& word)
+{
+    LevelCode code = -1;
+    const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), code);
+    if (failure == std::errc{} && end == word.data() + word.size() && code >= 0)
+        return code;
+    WrongUse(run.arguments.command, GetMsg(Msg::WrongCode, {word}));
+    return {};
+}
+
+Path PlaceFromWord(const std::string& word)
+{
+    return FolderFromText(std::filesystem::absolute(word).lexically_normal().native());
+}
+
+Exit WrongUse(std::string_view command, const std::string& what)
+{
+    std::string words = ForTerminal(what) + "\n";
+    if (const CommandRow* row = FindCommand(command))
+        words += GetMsg(Msg::UsageLine, {RowText(row->usage)}) + "\n";
+    else
+        words += GetMsg(Msg::UsageHint) + "\n";
+    (void)platform::WriteStream(platform::Stream::Error, words);
+    return Exit::WrongUse;
+}
+
+void AddLine(Run& run, std::string_view line)
+{
+    run.text += ForTerminal(line);
+    run.text += '\n';
+}
+
+} // namespace kestrova

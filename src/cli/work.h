@@ -1,0 +1,33 @@
+#pragma once
+
+#include "cli/command.h"
+
+#include <nlohmann/json.hpp>
+
+/// What the commands share: how they begin, how they end, how they read a word.
+namespace kestrova
+{
+
+enum class Needs { Nothing, LevelEditor, Archive };
+
+/// Preferences, settings and the archive as they stand in their files; nothing is written. False,
+/// with words, when what is needed is not there.
+bool BeginLooking(Run& run, Needs needs);
+/// The same for a command that changes things: with the locks, after interrupted work was mended,
+/// the archive loaded with all its questions. From here on Ctrl-C waits.
+bool BeginWork(Run& run, Needs needs);
+/// Writes preferences and settings, provided that the work was done.
+Exit EndWork(Run& run, bool done);
+/// Ends the saving after every change before a run's end.
+void RestoreAutoSave(Run& run);
+
+/// A level's number; no value, with words, when the word is none.
+std::optional<LevelCode> CodeFromWord(Run& run, const std::string& word);
+/// Absolute and tidied; relative words count from the working folder.
+Path PlaceFromWord(const std::string& word);
+/// Names the wrong word or option and shows the command's usage.
+Exit WrongUse(std::string_view command, const std::string& what);
+
+void AddLine(Run& run, std::string_view line);
+
+} // namespace kestrova

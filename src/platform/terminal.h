@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// The terminal that a program was started from, and the signals that come from there.
+namespace kestrova::platform
+{
+
+enum class Stream { Input = 0, Output = 1, Error = 2 };
+
+bool IsTerminal(Stream stream);
+/// All of the text to that stream; False when it could not be written (a full disk, a reader that
+/// has gone).
+bool WriteStream(Stream stream, std::string_view text);
+/// The next line of the standard input without its line end; False at the end of the input, and
+/// when Ctrl-C is pressed.
+bool ReadLine(std::string& line);
+
+/// A reader that goes away makes a write fail instead of ending the program.
+void IgnoreBrokenPipes();
+/// From now on the first Ctrl-C is only noted, and `words` are shown on the standard error; the
+/// second one ends the program. `words` must outlive the program's work.
+void NoteInterrupts(std::string_view words);
+bool WasInterrupted();
+
+} // namespace kestrova::platform
