@@ -2,8 +2,8 @@
 
 #include "archive/archive_saving.h"
 #include "catalogue/message.h"
-#include "core/staged_file.h"
 #include "platform/places.h"
+#include "session/preferences_file.h"
 #include "swap/recovery.h"
 
 namespace kestrova
@@ -12,53 +12,9 @@ namespace kestrova
 namespace
 {
 
-constexpr std::uint64_t preferencesLimit = 1 << 20;
-
 Path PreferencesFile(const Path& programFolder)
 {
     return InFolder(programFolder, RowText(Msg::FragPreferences));
-}
-
-/// The fields of the preferences that hold places, by the name under which the settings keep the
-/// exact form.
-struct PlaceField {
-    Msg name;
-    std::string PreferencesRecord::*text;
-};
-constexpr PlaceField placeFields[] = {
-    {Msg::ExactFieldTrle, &PreferencesRecord::trlePath},
-    {Msg::ExactFieldArchive, &PreferencesRecord::archivePath},
-    {Msg::ExactFieldDownload, &PreferencesRecord::downloadFolder},
-};
-
-Result<bool> ReadPreferences(Session& session)
-{
-    session.preferences = DefaultPreferences();
-    const Path file = PreferencesFile(session.programFolder);
-    if (!FileExists(file))
-        return false;
-    const auto bytes = ReadWholeFile(file, preferencesLimit);
-    if (!bytes)
-        return bytes.Error();
-    session.preferences = ParsePreferences(*bytes);
-    for (const PlaceField& field : placeFields) {
-        std::string& text = session.preferences.*field.text;
-        text = ExactFolder(session.settings, GetMsg(field.name), std::string{Trim(text)});
-    }
-    return true;
-}
-
-Status WritePreferenceFiles(Session& session)
-{
-    for (const PlaceField& field : placeFields)
-        KeepExactFolder(session.settings, GetMsg(field.name), session.preferences.*field.text);
-    if (const auto status = WriteSettings(session.programFolder, session.settings); !status)
-        return status;
-    const Path file = PreferencesFile(session.programFolder);
-    const std::string record = FormatPreferences(session.preferences);
-    if (const auto old = ReadWholeFile(file, preferencesLimit); old && old->starts_with(record))
-        return {};
-    return WriteRecordFile(file, record);
 }
 
 bool HoldFolder(Session& session, const Path& folder)
@@ -128,12 +84,11 @@ bool OpenSession(Session& session, bool writing, bool& firstRun)
         return false;
     if (auto settings = ReadSettings(session.programFolder))
         session.settings = std::move(*settings);
-    const auto read = ReadPreferences(session);
-    if (!read) {
-        TellFailure(session, GetMsg(Msg::PreferencesNotRead), read.Error());
+    firstRun = !ReadPreferencesFile(session);
+    if (const Path file = PreferencesFile(session.programFolder); firstRun && FileExists(file)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::PreferencesNotRead), TextOf(file));
         return false;
     }
-    firstRun = !*read;
     if (!writing)
         return true;
     // The stores of the levels are found through the archive; one that cannot be read has none.
@@ -147,12 +102,12 @@ bool OpenSession(Session& session, bool writing, bool& firstRun)
 void WritePreferences(Session& session)
 {
     AskSaveChanges(session);
-    (void)WritePreferenceFiles(session);
+    (void)WritePreferencesFile(session);
 }
 
 bool SavePreferencesNow(Session& session)
 {
-    const auto status = WritePreferenceFiles(session);
+    const auto status = WritePreferencesFile(session);
     if (!status)
         TellFailure(session, GetMsg(Msg::PreferencesNotSaved), status.Error());
     return static_cast<bool>(status);

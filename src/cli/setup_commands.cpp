@@ -18,7 +18,7 @@ Exit RunPractice(Run& run)
     const auto progress = run.host.BeginProgress(ProgressWindow::Progress, {});
     progress->AllowStop();
     const auto made = MakePracticeFolder(
-        folder, InFolder(platform::ExecutableFolder(), RowText(Msg::FragPracticeGame)),
+        folder, InFolder(platform::ExecutableFolder(), RowText(Msg::FragStandInGame)),
         [&](int done, int total, const std::string& what) {
             progress->SetLabel(what);
             progress->SetBar(static_cast<std::uint64_t>(done), static_cast<std::uint64_t>(total));
