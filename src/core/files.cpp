@@ -216,8 +216,10 @@ Status DeleteFile(const Path& file)
 Status DeleteMatching(const Path& folder, std::string_view pattern)
 {
     const Path place = ResolvePath(folder);
+    // A device or a pipe is nothing that this program ever made.
     const auto names = SortedNames(place, [&](const platform::FolderEntry& entry) {
-        return entry.kind != FileKind::Folder && MatchesPattern(entry.name, pattern);
+        return (entry.kind == FileKind::File || entry.kind == FileKind::Link) &&
+               MatchesPattern(entry.name, pattern);
     });
     for (const Path& file : FullPaths(place, names))
         if (const auto failure = platform::Unlink(file))
@@ -249,6 +251,9 @@ Status RemoveTree(const Path& folder, const Heartbeat& heartbeat)
         if (entry.kind == FileKind::Folder) {
             if (auto status = RemoveTree(path, heartbeat); !status)
                 return status;
+        } else if (entry.kind == FileKind::Other) {
+            return MakeFailure(ErrorCode::CannotDelete, TextOf(path),
+                               std::make_error_code(std::errc::operation_not_permitted));
         } else if (const auto failure = platform::Unlink(path)) {
             return MakeFailure(ErrorCode::CannotDelete, TextOf(path), failure);
         }

@@ -49,7 +49,7 @@ std::vector<MountedDrive> MountedDrives()
         const std::string_view device = entry.mnt_fsname;
         const std::string_view kind = entry.mnt_type;
         // What has no device behind it keeps no levels (proc, sysfs, cgroup …), but for these.
-        if (!device.starts_with('/') && kind != "tmpfs" && kind != "overlay" && kind != "zfs" &&
+        if (!device.starts_with('/') && kind != "overlay" && kind != "zfs" &&
             kind != "btrfs" && !kind.starts_with("nfs") && kind != "cifs")
             continue;
         const bool known = [&] {

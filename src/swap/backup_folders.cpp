@@ -43,8 +43,11 @@ Status ExchangeBackup(Session& session)
             (void)Renamed(old, backup); // the next start tries again
         return status;
     }
-    if (auto status = FlushFolder(session.programFolder); !status)
+    if (auto status = FlushFolder(session.programFolder); !status) {
+        if (replaces && Renamed(backup, fresh))
+            (void)Renamed(old, backup); // the next start tries again
         return status;
+    }
     if (replaces)
         (void)RemoveTree(old); // complete already; the next start clears what is left
     return {};

@@ -137,10 +137,12 @@ Status KeepInHistory(Session& session, LevelCode code, const std::vector<Path>& 
     for (const HistoryEntry& entry : entries)
         last = std::max(last, LeadingNumber(entry.id.substr(entry.id.find('-') + 1)));
     bool grown = false;
+    std::set<std::string> fresh;
     for (const Path& file : files) {
         HistoryEntry entry;
         if (auto status = KeepContent(session, file, entry.hash); !status)
             return status;
+        fresh.insert(entry.hash);
         entry.name = file.filename().native();
         const auto same = std::find_if(entries.begin(), entries.end(), [&](const HistoryEntry& e) {
             return e.hash == entry.hash && EqualNames(e.name, Readable(entry.name));
@@ -170,7 +172,7 @@ Status KeepInHistory(Session& session, LevelCode code, const std::vector<Path>& 
         return {};
     if (auto status = WriteHistoryIndex(session, code, entries); !status)
         return status;
-    BoundHistory(session, code);
+    BoundHistory(session, code, fresh);
     return {};
 }
 

@@ -3,8 +3,6 @@
 #include "archive/level_folders.h"
 #include "swap/state_files.h"
 
-#include <set>
-
 namespace kestrova
 {
 
@@ -31,7 +29,7 @@ std::set<std::string> HashesElsewhere(const Session& session, LevelCode code)
 
 } // namespace
 
-void BoundHistory(Session& session, LevelCode code)
+void BoundHistory(Session& session, LevelCode code, const std::set<std::string>& fresh)
 {
     const std::vector<HistoryEntry> entries = HistoryOf(session, code);
     std::uint64_t bytes = 0;
@@ -49,7 +47,7 @@ void BoundHistory(Session& session, LevelCode code)
     std::set<std::string> dropped;
     for (const HistoryEntry& entry : entries) {
         const bool over = count > mostCount || bytes > mostBytes;
-        if (over && elsewhere.contains(entry.hash)) {
+        if (over && !fresh.contains(entry.hash) && elsewhere.contains(entry.hash)) {
             --count;
             bytes -= entry.size;
             dropped.insert(entry.hash);

@@ -2,13 +2,16 @@
 
 #include "swap/history.h"
 
+#include <set>
+
 namespace kestrova
 {
 
 /// Takes the oldest entries out of a level's history until it keeps its bounds of the settings. An
 /// entry whose content exists nowhere else stays, whatever the bounds say. Failures leave more than
-/// the bound, never less, and are tried again with the next entry.
-void BoundHistory(Session& session, LevelCode code);
+/// the bound, never less, and are tried again with the next entry. `fresh`: hashes just kept, whose
+/// files are about to go.
+void BoundHistory(Session& session, LevelCode code, const std::set<std::string>& fresh);
 
 Status WriteHistoryIndex(const Session& session, LevelCode code,
                          const std::vector<HistoryEntry>& entries);

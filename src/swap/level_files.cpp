@@ -42,8 +42,7 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
         return false;
     }
     const Path source = InFolder(home, RowText(Msg::DirFiles));
-    const auto plan = PlanLevelFiles(source);
-    if (!FolderExists(source) || !plan) {
+    if (!FolderExists(source)) {
         session.host.Tell(Tone::Error, GetMsg(Msg::LevelFilesGone), TextOf(source));
         return false;
     }
@@ -53,8 +52,9 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
     if (!ready) {
         if (ready.Error().code == ErrorCode::NoSpace) {
             double need = 0;
-            for (const ReadyFile& file : *plan)
-                need += static_cast<double>(file.size);
+            if (const auto plan = PlanLevelFiles(source))
+                for (const ReadyFile& file : *plan)
+                    need += static_cast<double>(file.size);
             return TellNoSpace(session, need);
         }
         TellFailure(session, GetMsg(Msg::ErrorDecompressingFiles), ready.Error());

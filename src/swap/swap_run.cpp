@@ -146,10 +146,12 @@ bool SwapRun::TakeOutOriginal(LevelCode& previous)
     journal_.restore = belongings.overwritten;
     if (MoveStateOut(originalCode, false) == StateMove::Stopped)
         return false;
-    // Leftovers of a swap whose end was told stay on the list of what is to be cleared.
-    leftAdded_ = belongings.added;
-    leftOverwritten_ = belongings.overwritten;
     log_ += Lines({GetMsg(Msg::LogNoMarker)});
+    // What an earlier removal had to leave behind goes now.
+    if (DeleteAdded(belongings))
+        RestoreOverwritten(belongings.overwritten);
+    else
+        leftOverwritten_ = belongings.overwritten;
     return true;
 }
 
@@ -293,15 +295,23 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
         return;
     const auto progress =
         session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RestoringChangedFiles));
+    std::vector<std::string> failed;
     for (std::size_t i = 0; i < names.size(); ++i) {
         const auto relative = SafeRelative(names[i]);
         log_ += GetMsg(Msg::LogCopy) + TextOf(session_.BackupFolder()) + Readable(names[i]) +
                 GetMsg(Msg::LogArrow) + TextOf(trle_) + Readable(names[i]);
         const auto status = RestoreOriginal(session_, *relative);
         log_ += Lines({GetMsg(status ? Msg::LogOk : Msg::LogError)});
+        // What no backup holds stays missing; what it holds is tried again with the next swap.
+        if (!status && FileExists(session_.BackupFolder() / *relative)) {
+            leftOverwritten_.push_back(names[i]);
+            failed.push_back(Readable(names[i]));
+        }
         progress->SetBar(i + 1, names.size());
         progress->Step();
     }
+    if (!failed.empty())
+        session_.host.Tell(Tone::Warning, GetMsg(Msg::OriginalsNotBack, {Join(failed, ", ")}));
 }
 
 bool SwapRun::BringIn(bool logged)

@@ -136,8 +136,8 @@ public:
     /// All files below a folder as relative path and content; staged and lock files left out.
     [[nodiscard]] std::map<std::string, std::string> Snapshot(const std::string& relative) const;
 
-    /// A small original Level Editor's folder in `trle` that passes the folder test.
-    void MakeTrle() const;
+    /// A small original Level Editor's folder in `trle`; it passes the folder test with 54 waves.
+    void MakeTrle(int waves = 54) const;
     /// A full backup of it in `home/backup_trle`, the level 0000 folder and an archive with the
     /// original configuration.
     void MakeBackupAndArchive();

@@ -150,9 +150,7 @@ TEST(Recovery, WaitsForAFolderThatIsGone)
     EXPECT_FALSE(RecoverInterruptedWork(world.session));
     EXPECT_TRUE(world.host.WasTold("Connect its drive"));
     std::filesystem::rename(world / "elsewhere", world / "trle");
-    EXPECT_TRUE(RecoverInterruptedWork(world.session));
-    world.ExpectNothingLost(treasures);
-    world.ExpectOriginal();
+    ExpectMended(world, treasures);
 }
 
 TEST(Recovery, SetsAsideAJournalThatNobodyCanRead)

@@ -19,7 +19,7 @@ public:
 
     SwapWorld()
     {
-        MakeTrle();
+        MakeTrle(5); // thousands of steps are tried, each on a folder of its own
         MakeBackupAndArchive();
         first = AddLevel("The First", {{"script.dat", "first script"},
                                        {"english.dat", "first english"},
