@@ -31,6 +31,7 @@ SHOWS = re.compile(r"\b(?:set(?:Text|WindowTitle|ToolTip|StatusTip|WhatsThis|Pla
                    r"QGroupBox|QRadioButton)\s*[({]\s*"
                    r"(?:(?:QStringLiteral|QLatin1String|QString)\s*[({]\s*)?$")
 ESCAPES = {"n": "\n", "t": "\t", "r": "\r", "0": "\0"}
+CAPTION = re.compile(r"^\s*KV_CAPTION\([^\n]*?(\w+)\s*\)", re.M)
 ROW = re.compile(r"^\s*KV_MSG\(\s*(\w+)\s*,", re.M)
 
 
@@ -85,6 +86,7 @@ def faults(root):
             if name in rows:
                 yield f"{where}: {name} stands in {rows[name]} already"
             rows[name] = where
+        spoken.update(CAPTION.findall(text))
     for file in sorted(source.rglob("*")):
         if file.suffix not in (".h", ".cpp", ".inc"):
             continue
@@ -126,6 +128,9 @@ def self_test():
         user.write_text("GetMsg(Msg::One);\n")
         assert "nobody speaks Two" in "".join(faults(root))
         user.write_text("using enum Msg; GetMsg(One); GetMsg(Two);\n")
+        assert list(faults(root)) == []
+        user.write_text("GetMsg(Msg::One);\n")
+        (root / "src" / "catalogue" / "b.def").write_text('KV_CAPTION("w", "c", Two)\n')
         assert list(faults(root)) == []
         rows.write_text(rows.read_text() + 'KV_MSG(One, "d")\n')
         assert "already" in "".join(faults(root))

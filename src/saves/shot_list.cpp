@@ -1,0 +1,49 @@
+#include "saves/shot_list.h"
+
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+
+namespace kestrova
+{
+
+void ShotList::Load(Session& session, LevelCode code)
+{
+    const Path folder = InFolder(LevelHomeOf(session, code), RowText(Msg::FragShots));
+    files_ = ListFiles(folder, RowText(Msg::PatShotBmp));
+    for (Path& jpeg : ListFiles(folder, RowText(Msg::PatShotJpg)))
+        files_.push_back(std::move(jpeg));
+    default_ = InFolder(LevelHomeOf(session, originalCode), RowText(Msg::FragDefaultScreenshot));
+    index_ = -2;
+    ShowPair(0);
+}
+
+const Path& ShotList::At(std::ptrdiff_t index) const
+{
+    return index < Count() ? files_[static_cast<std::size_t>(index)] : default_;
+}
+
+void ShotList::ShowPair(std::ptrdiff_t index)
+{
+    if (index < Count())
+        index_ = index;
+    left_ = At(index);
+    right_ = At(index + 1);
+}
+
+bool ShotList::Previous()
+{
+    if (!HasPrevious())
+        return false;
+    ShowPair(index_ - 2);
+    return true;
+}
+
+bool ShotList::Next()
+{
+    if (!HasNext())
+        return false;
+    ShowPair(index_ + 2);
+    return true;
+}
+
+} // namespace kestrova

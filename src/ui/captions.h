@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QWidget>
+
+namespace kestrova
+{
+
+/// Gives a window and its controls, found by their object names, the captions of the catalogue, and
+/// each button and menu item a letter of its own that reaches it from the keyboard.
+void SetCaptions(QWidget& window);
+
+/// The captions that no control of the window bears, and controls without a caption that should
+/// have one; empty when table and window agree.
+QStringList CaptionFaults(const QWidget& window);
+
+} // namespace kestrova

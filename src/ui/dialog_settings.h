@@ -1,0 +1,48 @@
+#pragma once
+
+#include "app/settings_form.h"
+
+#include <QDialog>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QRadioButton;
+class QSpinBox;
+
+namespace kestrova
+{
+
+/// `Dialog_Settings`: the preferences, and on a second page what belongs to this computer.
+class SettingsDialog : public QDialog
+{
+public:
+    SettingsDialog(Session& session, QWidget* parent);
+
+    void accept() override;
+
+private:
+    QWidget* MakePreferences();
+    QWidget* MakePlaces();
+    QWidget* MakeAdvanced();
+    QWidget* MakeCapture();
+    QWidget* MakeComputer();
+    QCheckBox* Box(const char* name, bool checked);
+    void ShowPlaces();
+
+    Session& session_;
+    SettingsForm form_;
+    QCheckBox* autoSave_ = nullptr;
+    QCheckBox* noDecompress_ = nullptr;
+    QCheckBox* logFiles_ = nullptr;
+    QCheckBox* checkEqual_ = nullptr;
+    QCheckBox* noCompile_ = nullptr;
+    QCheckBox* capture_ = nullptr;
+    QRadioButton* prompt_ = nullptr;
+    QLineEdit* wine_ = nullptr;
+    QLineEdit* wineWords_ = nullptr;
+    QSpinBox* historyCount_ = nullptr;
+    QSpinBox* historySize_ = nullptr;
+};
+
+} // namespace kestrova

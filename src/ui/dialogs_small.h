@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QDialog>
+
+class QPushButton;
+
+namespace kestrova
+{
+
+/// `Dialog_Splash`: the picture of the program's folder, until a click or a key.
+class SplashDialog : public QDialog
+{
+public:
+    explicit SplashDialog(const QPixmap& picture);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+/// `Dialog_About`.
+class AboutDialog : public QDialog
+{
+public:
+    explicit AboutDialog(QWidget* parent);
+};
+
+/// `Dialog_NewArc`: a new archive when accepted; closing it means to load one.
+class NewArcDialog : public QDialog
+{
+public:
+    explicit NewArcDialog(QWidget* parent);
+};
+
+/// Parts that several dialogs are made of.
+QPushButton* NamedButton(QWidget* parent, const char* name);
+/// A button of a command that a later version brings.
+void MarkNotAvailable(QWidget& control);
+
+} // namespace kestrova

@@ -1,0 +1,181 @@
+#include "ui/host_windows.h"
+
+#include "core/text.h"
+#include "ui/input_gate.h"
+#include "ui/progress_windows.h"
+#include "ui/qt_text.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace kestrova
+{
+
+namespace
+{
+
+using Button = QMessageBox::StandardButton;
+
+struct Answer {
+    Button button;
+    Msg words;
+};
+
+Button ShowBox(QMessageBox::Icon icon, const std::string& text, const std::string& reason,
+               const std::vector<Answer>& answers)
+{
+    QMessageBox box(icon, Words(Msg::ProgramName), ToQt(text), QMessageBox::NoButton, TopWindow());
+    box.setObjectName(QStringLiteral("Box"));
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    if (!reason.empty())
+        box.setInformativeText(ToQt(reason));
+    for (const Answer& answer : answers)
+        box.addButton(answer.button)->setText(QLatin1Char('&') + Words(answer.words));
+    // What the Enter key and the closing of the box mean is the answer that changes nothing.
+    box.setDefaultButton(answers.back().button);
+    box.setEscapeButton(answers.back().button);
+    const InputGate::Admission admission{box};
+    return static_cast<Button>(box.exec());
+}
+
+Path NearestFolder(Path folder)
+{
+    std::error_code none;
+    while (!folder.empty() && !std::filesystem::is_directory(folder, none)) {
+        if (folder == folder.parent_path())
+            return {};
+        folder = folder.parent_path();
+    }
+    return folder;
+}
+
+std::optional<Path> Run(QFileDialog& chooser, const Path& start, const std::string& suggestion = {})
+{
+    const Path folder = NearestFolder(start);
+    chooser.setDirectory(folder.empty() ? QDir::homePath() : PathToQt(folder));
+    if (!suggestion.empty())
+        chooser.selectFile(ToQt(suggestion));
+    const InputGate::Admission admission{chooser};
+    if (chooser.exec() != QDialog::Accepted || chooser.selectedFiles().isEmpty())
+        return std::nullopt;
+    return PathFromQt(chooser.selectedFiles().constFirst());
+}
+
+} // namespace
+
+QWidget* TopWindow()
+{
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->objectName() == QLatin1String("Principale"))
+            return window;
+    return nullptr;
+}
+
+QString ChooserFilter(const std::string& filter)
+{
+    const std::vector<std::string> parts = Split(filter, '|');
+    QStringList rows;
+    for (std::size_t i = 0; i + 1 < parts.size(); i += 2) {
+        const QString words = ToQt(parts[i]).section(QLatin1String(" ("), 0, 0);
+        QString patterns = ToQt(parts[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' ')).toLower();
+        if (const QString upper = patterns.toUpper(); upper != patterns)
+            patterns += QLatin1Char(' ') + upper;
+        rows.append(words + QLatin1String(" (") + patterns + QLatin1Char(')'));
+    }
+    rows.append(Words(Msg::AllFiles) + QLatin1String(" (*)"));
+    return rows.join(QLatin1String(";;"));
+}
+
+void WindowHost::Tell(Tone tone, const std::string& text, const std::string& reason)
+{
+    const auto icon = tone == Tone::Error     ? QMessageBox::Critical
+                      : tone == Tone::Warning ? QMessageBox::Warning
+                                              : QMessageBox::Information;
+    ShowBox(icon, text, reason, {{QMessageBox::Ok, Msg::ButtonOk}});
+}
+
+bool WindowHost::AskYesNo(const std::string& text, Consent)
+{
+    return ShowBox(QMessageBox::Question, text, {},
+                   {{QMessageBox::Yes, Msg::ButtonYes}, {QMessageBox::No, Msg::ButtonNo}}) ==
+           QMessageBox::Yes;
+}
+
+bool WindowHost::AskOkCancel(const std::string& text)
+{
+    return ShowBox(QMessageBox::Question, text, {},
+                   {{QMessageBox::Ok, Msg::ButtonOk}, {QMessageBox::Cancel, Msg::ButtonCancel}}) ==
+           QMessageBox::Ok;
+}
+
+YesNoCancel WindowHost::AskYesNoCancel(const std::string& text)
+{
+    switch (ShowBox(QMessageBox::Question, text, {},
+                    {{QMessageBox::Yes, Msg::ButtonYes},
+                     {QMessageBox::No, Msg::ButtonNo},
+                     {QMessageBox::Cancel, Msg::ButtonCancel}})) {
+    case QMessageBox::Yes:
+        return YesNoCancel::Yes;
+    case QMessageBox::No:
+        return YesNoCancel::No;
+    default:
+        return YesNoCancel::Cancel;
+    }
+}
+
+std::optional<std::string> WindowHost::AskText(const std::string& text,
+                                               const std::string& suggestion)
+{
+    QInputDialog box(TopWindow());
+    box.setObjectName(QStringLiteral("Box"));
+    box.setWindowTitle(Words(Msg::ProgramName));
+    box.setLabelText(ToQt(text));
+    box.setTextValue(ToQt(suggestion));
+    box.setOkButtonText(Words(Msg::ButtonOk));
+    box.setCancelButtonText(Words(Msg::ButtonCancel));
+    const InputGate::Admission admission{box};
+    if (box.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return FromQt(box.textValue());
+}
+
+std::optional<Path> WindowHost::ChooseFolder(const std::string& title, const Path& start)
+{
+    QFileDialog chooser(TopWindow(), ToQt(title));
+    chooser.setFileMode(QFileDialog::Directory);
+    chooser.setOption(QFileDialog::ShowDirsOnly);
+    return Run(chooser, start);
+}
+
+std::optional<Path> WindowHost::ChooseOpenFile(const std::string& title, const std::string& filter,
+                                               const Path& start)
+{
+    QFileDialog chooser(TopWindow(), ToQt(title), {}, ChooserFilter(filter));
+    chooser.setFileMode(QFileDialog::ExistingFile);
+    return Run(chooser, start);
+}
+
+std::optional<Path> WindowHost::ChooseSaveFile(const std::string& title, const std::string& filter,
+                                               const Path& start, const std::string& suggestion)
+{
+    QFileDialog chooser(TopWindow(), ToQt(title), {}, ChooserFilter(filter));
+    chooser.setAcceptMode(QFileDialog::AcceptSave);
+    if (const std::string ending = ExtensionOf(filter); ending.size() > 1)
+        chooser.setDefaultSuffix(ToQt(ending.substr(1)));
+    return Run(chooser, start, suggestion);
+}
+
+std::unique_ptr<ProgressScope> WindowHost::BeginProgress(ProgressWindow window,
+                                                         const std::string& text)
+{
+    return std::make_unique<WindowProgress>(window, text, TopWindow());
+}
+
+} // namespace kestrova

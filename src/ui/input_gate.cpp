@@ -1,0 +1,113 @@
+#include "ui/input_gate.h"
+
+#include <QApplication>
+#include <QEvent>
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+InputGate* current = nullptr;
+
+bool IsInput(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride:
+    case QEvent::InputMethod:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletRelease:
+    case QEvent::NativeGesture:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+    case QEvent::Close:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// A popup and a dialog belong to the window that they were opened from.
+bool Belongs(const QObject* target, const QWidget* window)
+{
+    if (window == nullptr)
+        return false;
+    for (; target != nullptr; target = target->parent())
+        if (target == window)
+            return true;
+    return false;
+}
+
+} // namespace
+
+InputGate::InputGate(const int& runningOperations) : runningOperations_(runningOperations)
+{
+    current = this;
+    qApp->installEventFilter(this);
+}
+
+InputGate::~InputGate()
+{
+    current = nullptr;
+}
+
+InputGate* InputGate::Current()
+{
+    return current;
+}
+
+InputGate::Admission::Admission(QWidget& window)
+{
+    if (current != nullptr)
+        current->admitted_.push_back({&window, current->runningOperations_});
+}
+
+InputGate::Admission::~Admission()
+{
+    if (current != nullptr && !current->admitted_.empty())
+        current->admitted_.pop_back();
+}
+
+void InputGate::AdmitAlways(QWidget& window)
+{
+    std::erase_if(always_, [](const QPointer<QWidget>& gone) { return gone.isNull(); });
+    always_.emplace_back(&window);
+}
+
+bool InputGate::LetsThrough(const QObject* target) const
+{
+    if (runningOperations_ == 0)
+        return true;
+    if (!admitted_.empty() && admitted_.back().operations == runningOperations_ &&
+        Belongs(target, admitted_.back().window))
+        return true;
+    return std::any_of(always_.begin(), always_.end(),
+                       [&](const auto& window) { return Belongs(target, window); });
+}
+
+bool InputGate::eventFilter(QObject* object, QEvent* event)
+{
+    // What the window system sends to a whole window comes by again for the widget that it is for.
+    if (!IsInput(event->type()) || object->isWindowType() || object == qApp || LetsThrough(object))
+        return false;
+    event->ignore();
+    return true;
+}
+
+} // namespace kestrova

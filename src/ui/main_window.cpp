@@ -1,0 +1,493 @@
+#include "ui/main_window.h"
+
+#include "app/start_up.h"
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "swap/backup.h"
+#include "swap/marker.h"
+#include "ui/captions.h"
+#include "ui/dialog_add_folder.h"
+#include "ui/dialog_pref_arc.h"
+#include "ui/dialog_restore.h"
+#include "ui/dialog_settings.h"
+#include "ui/dialogs_small.h"
+#include "ui/icons.h"
+#include "ui/level_details.h"
+#include "ui/main_menu.h"
+#include "ui/qt_text.h"
+#include "upkeep/archive_life.h"
+#include "upkeep/level_life.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QListView>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QSettings>
+#include <QShortcut>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr int showSoonMs = 40;
+constexpr int statusMs = 15000;
+constexpr QSize firstSize{1000, 640};
+
+Path DroppedFolder(const QMimeData& data)
+{
+    const QList<QUrl> urls = data.urls();
+    if (urls.size() != 1 || !urls.constFirst().isLocalFile())
+        return {};
+    const QString file = urls.constFirst().toLocalFile();
+    return QFileInfo(file).isDir() ? PathFromQt(file) : Path{};
+}
+
+} // namespace
+
+void WindowLevelList::Refresh()
+{
+    if (window_ != nullptr)
+        window_->RefreshList();
+}
+
+void WindowLevelList::Select(LevelCode code)
+{
+    if (window_ != nullptr)
+        window_->Choose(code);
+}
+
+std::optional<LevelCode> WindowLevelList::Selected() const
+{
+    return window_ == nullptr ? std::nullopt : window_->Chosen();
+}
+
+void WindowLevelList::ShowActivity(const std::string& text)
+{
+    if (window_ != nullptr)
+        window_->ShowActivity(ToQt(text));
+}
+
+MainWindow::MainWindow(Session& session, WindowLevelList& list)
+    : session_(session), list_(list), model_(new LevelModel(this)), splitter_(new QSplitter(this)),
+      details_(new LevelDetails(splitter_)), bar_(new QProgressBar(this))
+{
+    setObjectName(QStringLiteral("Principale"));
+    setAcceptDrops(true);
+    const auto run = [this](auto work) { return [this, work] { Run(work); }; };
+    BuildMenu(*menuBar(),
+              {{"mnu_New", run([this] { CreateArchive(session_); })},
+               {"mnu_Load", run([this] { AskLoadArchive(session_); })},
+               {"mnu_Save", run([this] { SaveCurrentArchive(); })},
+               {"mnu_SaveAs", run([this] { AskSaveArchiveAs(session_); })},
+               {"Mnu_Exit", [this] { close(); }},
+               {"mnu_AddLevel", [this] { AddLevel(); }},
+               {"mnu_RemoveLevel", run([this] { RemoveChosen(); })},
+               {"mnu_CalcolaSize", run([this] { RecomputeArchiveSize(session_, true); })},
+               {"mnu_FaiFullBackup", run([this] { RefreshFullBackup(session_); })},
+               {"mnu_SetOriginale", [this] { RestoreDialog(session_, this).exec(); }},
+               {"mnu_Settings", [this] { SettingsDialog(session_, this).exec(); }},
+               {"mnu_PrefArchive", [this] { ArchiveDialog(session_, this).exec(); }},
+               {"mnu_About", [this] { AboutDialog(this).exec(); }}});
+
+    auto* side = new QWidget;
+    BuildList(*side);
+    splitter_->insertWidget(0, side);
+    splitter_->setStretchFactor(0, 2);
+    splitter_->setStretchFactor(1, 3);
+    splitter_->setChildrenCollapsible(false);
+    setCentralWidget(splitter_);
+
+    bar_->setObjectName(QStringLiteral("ProgressBar1"));
+    bar_->setTextVisible(false);
+    bar_->setFixedWidth(160);
+    bar_->setRange(0, 1000);
+    bar_->hide();
+    connect(bar_, &QProgressBar::valueChanged, bar_,
+            [this](int value) { bar_->setVisible(value > 0); });
+    statusBar()->addPermanentWidget(bar_);
+
+    showSoon_.setSingleShot(true);
+    connect(&showSoon_, &QTimer::timeout, this, [this] {
+        if (session_.runningOperations == 0)
+            ShowChosen();
+        else
+            showSoon_.start(showSoonMs);
+    });
+    ConnectList();
+    BuildKeys();
+    SetCaptions(*this);
+    setWindowTitle(Words(Msg::ProgramName));
+    RestorePlace();
+    view_->setFocus();
+    list_.Show(this);
+}
+
+MainWindow::~MainWindow()
+{
+    list_.Show(nullptr);
+}
+
+template <class Work> void MainWindow::Run(Work work)
+{
+    if (session_.runningOperations > 0)
+        return;
+    const Operation operation{session_};
+    work();
+}
+
+void MainWindow::BuildList(QWidget& side)
+{
+    side.setObjectName(QStringLiteral("Frame_Livelli"));
+    search_ = new QLineEdit(&side);
+    search_->setObjectName(QStringLiteral("Text_Search"));
+    search_->setPlaceholderText(Words(Msg::SearchHint));
+    search_->setAccessibleName(Words(Msg::SearchName));
+    search_->setClearButtonEnabled(true);
+    const auto button = [&side](const char* name, Drawing drawing, bool pictured) {
+        auto* made = new QToolButton(&side);
+        made->setObjectName(QString::fromLatin1(name));
+        made->setIcon(DrawnIcon(drawing));
+        made->setProperty("pictured", pictured);
+        made->setToolButtonStyle(pictured ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
+        made->setFocusPolicy(Qt::TabFocus);
+        return made;
+    };
+    auto* find = button("Pul_Search", Drawing::Search, true);
+    auto* before = button("Pul_Prima", Drawing::Previous, false);
+    auto* behind = button("Pul_Dopo", Drawing::Next, false);
+    before->setToolTip(Words(Msg::PreviousLevelTip));
+    behind->setToolTip(Words(Msg::NextLevelTip));
+    connect(find, &QToolButton::clicked, this, &MainWindow::SearchFirst);
+    connect(before, &QToolButton::clicked, this, [this] { SearchOn(-1); });
+    connect(behind, &QToolButton::clicked, this, [this] { SearchOn(1); });
+
+    view_ = new QListView(&side);
+    view_->setObjectName(QStringLiteral("Combo_Livelli"));
+    view_->setAccessibleName(Words(Msg::LevelsListName));
+    view_->setUniformItemSizes(true);
+    view_->setTextElideMode(Qt::ElideRight);
+    view_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view_->setItemDelegate(new LevelDelegate(view_));
+    view_->setModel(model_);
+    // In the list's own room, so that it does not change its size.
+    empty_ = new QLabel(view_->viewport());
+    (new QVBoxLayout(view_->viewport()))->addWidget(empty_);
+    empty_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    empty_->setObjectName(QStringLiteral("Label_Empty"));
+    empty_->setTextFormat(Qt::PlainText);
+    empty_->setWordWrap(true);
+    empty_->setAlignment(Qt::AlignCenter);
+    empty_->setMargin(12);
+    empty_->setForegroundRole(QPalette::PlaceholderText);
+    counts_ = new QLabel(&side);
+    counts_->setObjectName(QStringLiteral("Label_Counts"));
+
+    auto* top = new QHBoxLayout;
+    top->addWidget(search_, 1);
+    top->addWidget(find);
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(before);
+    bottom->addWidget(behind);
+    bottom->addStretch();
+    bottom->addWidget(counts_);
+    auto* column = new QVBoxLayout(&side);
+    column->setContentsMargins(4, 4, 4, 4);
+    column->addLayout(top);
+    column->addWidget(view_, 1);
+    column->addLayout(bottom);
+    QWidget* const order[] = {search_, find, view_, before, behind};
+    for (std::size_t i = 1; i < std::size(order); ++i)
+        setTabOrder(order[i - 1], order[i]);
+}
+
+void MainWindow::ConnectList()
+{
+    connect(search_, &QLineEdit::textChanged, this, &MainWindow::SearchTyped);
+    connect(search_, &QLineEdit::returnPressed, this, &MainWindow::SearchFirst);
+    search_->installEventFilter(this);
+    connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &MainWindow::RowChosen);
+    connect(view_, &QListView::activated, this, [this] { Play(); });
+    connect(details_->PlayButton(), &QPushButton::clicked, this, &MainWindow::Play);
+    connect(details_->MoreInfoButton(), &QPushButton::clicked, this, &MainWindow::MoreInfo);
+}
+
+void MainWindow::BuildKeys()
+{
+    const auto key = [this](const QKeySequence& sequence, auto work) {
+        connect(new QShortcut(sequence, this), &QShortcut::activated, this, work);
+    };
+    key(Qt::Key_F5, [this] { Play(); });
+    key(Qt::CTRL | Qt::Key_P, [this] { Play(); });
+    key(Qt::CTRL | Qt::Key_F, [this] {
+        search_->setFocus();
+        search_->selectAll();
+    });
+    key(Qt::Key_F3, [this] { SearchOn(1); });
+    key(Qt::SHIFT | Qt::Key_F3, [this] { SearchOn(-1); });
+}
+
+bool MainWindow::eventFilter(QObject* object, QEvent* event)
+{
+    if (object != search_ || event->type() != QEvent::KeyPress)
+        return QMainWindow::eventFilter(object, event);
+    switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Escape:
+        search_->clear();
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        // The list follows while the search keeps the keyboard.
+        return QCoreApplication::sendEvent(view_, event);
+    default:
+        return false;
+    }
+}
+
+void MainWindow::RefreshList()
+{
+    bar_->setValue(0);
+    setWindowTitle(session_.ArchivePath().empty() && session_.levels.empty()
+                       ? Words(Msg::ProgramName)
+                       : ToQt(WindowTitle(session_)));
+    model_->SetRows(ListRows(session_), CurrentLevelCode(session_));
+    if (!chosen_ || model_->RowOf(*chosen_) < 0)
+        chosen_ = model_->Rows().empty() ? std::nullopt
+                                         : std::optional<LevelCode>{model_->Rows().front().code};
+    MarkChosen();
+    ShowCounts();
+    ShowChosen();
+}
+
+void MainWindow::Choose(LevelCode code)
+{
+    if (model_->RowOf(code) < 0)
+        return;
+    chosen_ = code;
+    MarkChosen();
+    ShowChosen();
+}
+
+void MainWindow::MarkChosen()
+{
+    const int row = chosen_ ? model_->ShownRowOf(*chosen_) : -1;
+    const QSignalBlocker quiet{view_->selectionModel()};
+    const QModelIndex index = row < 0 ? QModelIndex() : model_->index(row);
+    view_->setCurrentIndex(index);
+    view_->selectionModel()->select(index, QItemSelectionModel::ClearAndSelect);
+    if (row >= 0)
+        view_->scrollTo(index);
+    view_->viewport()->update();
+}
+
+void MainWindow::ShowChosen()
+{
+    showSoon_.stop();
+    details_->PlayButton()->setEnabled(chosen_.has_value());
+    details_->MoreInfoButton()->setEnabled(chosen_.has_value());
+    if (!chosen_)
+        details_->ShowNothing();
+    else if (const auto facts = SelectLevel(session_, *chosen_))
+        details_->ShowFacts(session_, *facts);
+}
+
+void MainWindow::ShowActivity(const QString& text)
+{
+    details_->ShowActivity(text);
+}
+
+void MainWindow::RowChosen(const QModelIndex& index)
+{
+    if (!index.isValid())
+        return;
+    ChooseRow(model_->RowOf(model_->CodeAt(index.row())));
+}
+
+void MainWindow::ChooseRow(std::ptrdiff_t row)
+{
+    const LevelCode code = model_->Rows()[static_cast<std::size_t>(row)].code;
+    if (chosen_ == code)
+        return;
+    chosen_ = code;
+    if (const std::ptrdiff_t index = FindLevel(session_, code); index >= 0)
+        details_->ShowRecord(session_.levels[static_cast<std::size_t>(index)]);
+    showSoon_.start(showSoonMs);
+}
+
+void MainWindow::SearchTyped(const QString& text)
+{
+    {
+        // The list forgets its place when its rows change.
+        const QSignalBlocker quiet{view_->selectionModel()};
+        model_->SetSearch(FromQt(text));
+    }
+    if (model_->rowCount() > 0 && (!chosen_ || model_->ShownRowOf(*chosen_) < 0))
+        ChooseRow(model_->RowOf(model_->CodeAt(0)));
+    MarkChosen();
+    ShowCounts();
+}
+
+void MainWindow::SearchFirst()
+{
+    const std::string text{Trim(FromQt(search_->text()))};
+    const std::ptrdiff_t row = FindRow(model_->Rows(), text, 0, 1);
+    if (row >= 0) {
+        ChooseRow(row);
+        MarkChosen();
+        view_->setFocus();
+    } else if (!text.empty()) {
+        Run([this] { session_.host.Tell(Tone::Plain, GetMsg(Msg::NotFound)); });
+    }
+}
+
+void MainWindow::SearchOn(int step)
+{
+    const std::string text{Trim(FromQt(search_->text()))};
+    const std::ptrdiff_t from = chosen_ ? model_->RowOf(*chosen_) + step : 0;
+    const std::ptrdiff_t row = FindRow(model_->Rows(), text, from, step);
+    if (row >= 0) {
+        ChooseRow(row);
+        MarkChosen();
+    } else if (!text.empty()) {
+        Run([this] { session_.host.Tell(Tone::Plain, GetMsg(Msg::NotFound)); });
+    }
+}
+
+QString MainWindow::EmptyWords() const
+{
+    if (session_.levels.empty())
+        return Words(Msg::EmptyNoArchive, {lineBreak});
+    if (model_->rowCount() == 0)
+        return Words(Msg::EmptyNoHit, {FromQt(search_->text().trimmed()), lineBreak});
+    if (session_.levels.size() == 1)
+        return Words(Msg::EmptyNoLevels, {lineBreak});
+    return {};
+}
+
+void MainWindow::ShowCounts()
+{
+    const QString words = EmptyWords();
+    empty_->setText(words);
+    empty_->setVisible(!words.isEmpty());
+    const int all = static_cast<int>(model_->Rows().size());
+    const int shown = model_->rowCount();
+    counts_->setText(all == shown
+                         ? all == 1 ? Words(Msg::CountOneLevel)
+                                    : Words(Msg::CountLevels, {std::to_string(all)})
+                         : Words(Msg::CountMatches, {std::to_string(shown), std::to_string(all)}));
+}
+
+void MainWindow::Play()
+{
+    Run([this] {
+        if (!chosen_)
+            return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelToPlay));
+        if (PlayLevel(session_, *chosen_))
+            statusBar()->showMessage(Words(Msg::GameStarted, {LevelNameOf(session_, *chosen_)}),
+                                     statusMs);
+    });
+}
+
+void MainWindow::MoreInfo()
+{
+    Run([this] {
+        if (!chosen_)
+            return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelSelected));
+        ShowMoreInfo(session_, *chosen_);
+    });
+}
+
+void MainWindow::SaveCurrentArchive()
+{
+    const auto written = WriteArchive(session_, session_.ArchivePath());
+    if (written)
+        statusBar()->showMessage(Words(Msg::ArchiveSaved), statusMs);
+    else
+        TellFailure(session_, GetMsg(Msg::ErrorWhileSaving) + TextOf(session_.ArchivePath()),
+                    written.Error());
+}
+
+void MainWindow::AddLevel()
+{
+    AddLevelFrom({});
+}
+
+void MainWindow::AddLevelFrom(const Path& folder)
+{
+    if (session_.runningOperations > 0)
+        return;
+    if (session_.ArchivePath().empty()) {
+        Run([this] { session_.host.Tell(Tone::Error, GetMsg(Msg::WindowMissingArchive)); });
+        return;
+    }
+    AddFolderDialog(session_, folder, this).exec();
+}
+
+void MainWindow::RemoveChosen()
+{
+    if (!chosen_)
+        return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelSelected));
+    RemoveLevel(session_, *chosen_);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (session_.runningOperations > 0) {
+        statusBar()->showMessage(Words(Msg::PleaseWaitToClose), statusMs);
+        event->ignore();
+        return;
+    }
+    Run([this] { WritePreferences(session_); });
+    RememberPlace();
+    event->accept();
+    ended();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (session_.runningOperations == 0 && !DroppedFolder(*event->mimeData()).empty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    // Whoever dragged it must not wait for the dialog.
+    QTimer::singleShot(
+        0, this, [this, folder = DroppedFolder(*event->mimeData())] { AddLevelFrom(folder); });
+}
+
+void MainWindow::RememberPlace() const
+{
+    QSettings places(PathToQt(session_.programFolder / RowText(Msg::FileNameWindowState)),
+                     QSettings::IniFormat);
+    places.setValue(QStringLiteral("Principale/geometry"), saveGeometry());
+    places.setValue(QStringLiteral("Principale/splitter"), splitter_->saveState());
+}
+
+void MainWindow::RestorePlace()
+{
+    resize(firstSize);
+    const QSettings places(PathToQt(session_.programFolder / RowText(Msg::FileNameWindowState)),
+                           QSettings::IniFormat);
+    restoreGeometry(places.value(QStringLiteral("Principale/geometry")).toByteArray());
+    if (!splitter_->restoreState(places.value(QStringLiteral("Principale/splitter")).toByteArray()))
+        splitter_->setSizes({380, 620});
+}
+
+} // namespace kestrova

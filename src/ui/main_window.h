@@ -1,0 +1,105 @@
+#pragma once
+
+#include "session/session.h"
+#include "ui/level_model.h"
+
+#include <QMainWindow>
+#include <QTimer>
+#include <functional>
+
+class QListView;
+class QLineEdit;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class QSplitter;
+class QToolButton;
+
+namespace kestrova
+{
+
+class LevelDetails;
+class ShotPanes;
+class MainWindow;
+
+/// Hands what the operations say about the list to the main window, which comes later than the
+/// session and may go before it.
+class WindowLevelList : public LevelList
+{
+public:
+    void Show(MainWindow* window) { window_ = window; }
+    void Refresh() override;
+    void Select(LevelCode code) override;
+    [[nodiscard]] std::optional<LevelCode> Selected() const override;
+    void ShowActivity(const std::string& text) override;
+
+private:
+    MainWindow* window_ = nullptr;
+};
+
+/// `Principale`: the list of levels, the chosen one beside it, and the menu of all commands.
+class MainWindow : public QMainWindow
+{
+public:
+    MainWindow(Session& session, WindowLevelList& list);
+    ~MainWindow() override;
+
+    /// Title and rows from the session; the chosen level stays, otherwise the first one is chosen.
+    void RefreshList();
+    void Choose(LevelCode code);
+    [[nodiscard]] std::optional<LevelCode> Chosen() const { return chosen_; }
+    void ShowActivity(const QString& text);
+    /// Everything beside the list, for the chosen level, at once.
+    void ShowChosen();
+
+    /// The dialog that takes a folder in as a new level, the folder filled in.
+    void AddLevelFrom(const Path& folder);
+
+    /// Called when the window has closed for good: preferences are written.
+    std::function<void()> ended = [] {};
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    void BuildList(QWidget& side);
+    void BuildKeys();
+    void ConnectList();
+    /// Runs a command as an operation of its own; refused while one runs.
+    template <class Work> void Run(Work work);
+
+    void SearchTyped(const QString& text);
+    void SearchFirst();
+    void SearchOn(int step);
+    void RowChosen(const QModelIndex& index);
+    void ChooseRow(std::ptrdiff_t row);
+    void MarkChosen();
+    void ShowCounts();
+    [[nodiscard]] QString EmptyWords() const;
+
+    void Play();
+    void MoreInfo();
+    void SaveCurrentArchive();
+    void AddLevel();
+    void RemoveChosen();
+    void RememberPlace() const;
+    void RestorePlace();
+
+    Session& session_;
+    WindowLevelList& list_;
+    LevelModel* model_;
+    QListView* view_ = nullptr;
+    QLineEdit* search_ = nullptr;
+    QLabel* counts_ = nullptr;
+    QLabel* empty_ = nullptr;
+    QSplitter* splitter_ = nullptr;
+    LevelDetails* details_ = nullptr;
+    QProgressBar* bar_ = nullptr;
+    std::optional<LevelCode> chosen_;
+    QTimer showSoon_; ///< so that running through the list does not decode every picture
+};
+
+} // namespace kestrova

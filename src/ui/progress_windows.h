@@ -1,0 +1,90 @@
+#pragma once
+
+#include "session/host.h"
+
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPointer>
+#include <QProgressBar>
+
+class QPushButton;
+
+namespace kestrova
+{
+
+/// Keeps the windows painted during long work; what a person does meanwhile is the gate's matter.
+/// Cheap when called often.
+class Pump
+{
+public:
+    void Turn();
+
+private:
+    QElapsedTimer sinceLast_;
+};
+
+/// `Dialog_Progress`, `Dialog_Wait` and `Dialog_Zip`.
+class ProgressDialog : public QDialog
+{
+public:
+    ProgressDialog(ProgressWindow window, QWidget* parent);
+
+    void SetLabel(const QString& text);
+    void SetBar(std::uint64_t done, std::uint64_t total);
+    void AllowStop();
+    [[nodiscard]] bool Stopped() const { return stopped_; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void Stop();
+
+    QLabel* label_;
+    QProgressBar* bar_;
+    QPushButton* stop_;
+    bool stopped_ = false;
+};
+
+/// One of the three small windows for the length of its life. Work that is over at once never
+/// shows it, so that nothing flashes.
+class WindowProgress : public ProgressScope
+{
+public:
+    WindowProgress(ProgressWindow window, const std::string& text, QWidget* parent);
+    ~WindowProgress() override;
+
+    void SetLabel(const std::string& text) override;
+    void SetBar(std::uint64_t done, std::uint64_t total) override;
+    void AllowStop() override;
+    bool Step() override;
+
+private:
+    QPointer<ProgressDialog> dialog_;
+    QElapsedTimer age_;
+    Pump pump_;
+};
+
+/// A label and a bar of a window that is there already.
+class OwnProgress : public ProgressScope
+{
+public:
+    OwnProgress(QLabel& label, QProgressBar& bar) : label_(&label), bar_(&bar) {}
+
+    void SetLabel(const std::string& text) override;
+    void SetBar(std::uint64_t done, std::uint64_t total) override;
+    void AllowStop() override {}
+    bool Step() override;
+
+private:
+    QPointer<QLabel> label_;
+    QPointer<QProgressBar> bar_;
+    Pump pump_;
+};
+
+/// Sets a bar to `done` of `total`; paints only when it shows a difference.
+void ShowShare(QProgressBar& bar, std::uint64_t done, std::uint64_t total);
+
+} // namespace kestrova
