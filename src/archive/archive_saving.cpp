@@ -58,32 +58,31 @@ Status WriteArchive(Session& session, const Path& file)
     return {};
 }
 
-void SaveArchive(Session& session)
+bool SaveArchiveNow(Session& session)
 {
-    if (!session.preferences.autoSave) {
-        session.archiveDirty = true;
-        return;
-    }
     const Path file = session.ArchivePath();
-    if (const auto status = WriteArchive(session, file); !status) {
-        session.archiveDirty = true;
+    const auto status = WriteArchive(session, file);
+    if (!status)
         TellFailure(session, GetMsg(Msg::ErrorSavingArchive) + TextOf(file), status.Error());
-    }
+    return bool{status};
 }
 
-void AskSaveChanges(Session& session)
+bool SaveArchive(Session& session)
+{
+    session.archiveDirty = true;
+    return !session.preferences.autoSave || SaveArchiveNow(session);
+}
+
+bool AskSaveChanges(Session& session)
 {
     if (!session.archiveDirty)
-        return;
-    const bool autoSave = session.preferences.autoSave;
+        return true;
     const std::string name = TextOf(session.ArchivePath().filename());
-    if (!autoSave && !session.host.AskYesNo(GetMsg(Msg::AskSaveArchive, {name, lineBreak}))) {
-        session.archiveDirty = false;
-        return;
-    }
-    session.preferences.autoSave = true;
-    SaveArchive(session);
-    session.preferences.autoSave = autoSave;
+    if (session.preferences.autoSave ||
+        session.host.AskYesNo(GetMsg(Msg::AskSaveArchive, {name, lineBreak})))
+        return SaveArchiveNow(session);
+    session.archiveDirty = false;
+    return false;
 }
 
 } // namespace kestrova

@@ -45,7 +45,7 @@ double ExtrasSizeOf(const Path& levelFolder)
     return sum;
 }
 
-void AddLevelSize(Session& session, double delta, SizeKind kind, std::size_t index)
+void CountLevelSize(Session& session, double delta, SizeKind kind, std::size_t index)
 {
     LevelRecord& level = session.levels[index];
     std::int32_t& field = kind == SizeKind::Files ? level.filesSize : level.extrasSize;
@@ -53,6 +53,11 @@ void AddLevelSize(Session& session, double delta, SizeKind kind, std::size_t ind
     if (index > 0)
         (kind == SizeKind::Files ? session.archive.mainFolderSize
                                  : session.archive.secondaryFolderSize) += delta;
+}
+
+void AddLevelSize(Session& session, double delta, SizeKind kind, std::size_t index)
+{
+    CountLevelSize(session, delta, kind, index);
     SaveArchive(session);
 }
 

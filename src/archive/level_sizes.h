@@ -7,7 +7,9 @@ namespace kestrova
 
 enum class SizeKind { Files, Extras };
 
-/// Adds bytes to a level's size and, but for the record at index 0, to the archive's total; saves.
+/// Adds bytes to a level's size and, but for the record at index 0, to the archive's total.
+void CountLevelSize(Session& session, double delta, SizeKind kind, std::size_t index);
+/// The same, and saves.
 void AddLevelSize(Session& session, double delta, SizeKind kind, std::size_t index);
 /// Bytes of a level folder's savegames, their backup and its screen-shots.
 double ExtrasSizeOf(const Path& levelFolder);

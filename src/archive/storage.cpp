@@ -89,6 +89,27 @@ FileJob JobFor(const StoreStep& step, std::function<Status()> run)
     return {FileSize(step.source), std::move(label), std::move(run)};
 }
 
+/// The files are on the disk before the folder that they replace is gone.
+Status FlushFiles(const Path& folder, ProgressScope* progress)
+{
+    std::vector<FileJob> jobs;
+    for (const Path& file : ListFiles(folder, RowText(Msg::PatAll)))
+        jobs.push_back({1, GetMsg(Msg::StoreFileCopy), [file]() -> Status {
+                            platform::File handle;
+                            auto failure = platform::File::OpenForRead(file, handle);
+                            if (!failure)
+                                failure = handle.Sync();
+                            if (failure)
+                                return MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
+                            return {};
+                        }});
+    if (auto status = RunFileJobs(std::move(jobs), progress); !status)
+        return status;
+    if (const auto failure = platform::SyncFolder(folder))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
+    return {};
+}
+
 /// Fills `files.new` from the steps and puts it in place.
 Status FillAndExchange(const std::vector<StoreStep>& steps, const Path& files,
                        ProgressScope* progress)
@@ -102,15 +123,8 @@ Status FillAndExchange(const std::vector<StoreStep>& steps, const Path& files,
     for (const StoreStep& step : steps)
         jobs.push_back(JobFor(step, [&step, &fresh] { return RunStep(step, fresh); }));
     Status status = RunFileJobs(std::move(jobs), progress);
-    if (status) // the files are on the disk before the folder that they replace is gone
-        status = RunFileJobs({{1, GetMsg(Msg::StoreFileCopy),
-                               [&]() -> Status {
-                                   if (const auto failure = platform::SyncFileSystem(fresh))
-                                       return MakeFailure(ErrorCode::CannotWrite, TextOf(fresh),
-                                                          failure);
-                                   return {};
-                               }}},
-                             progress);
+    if (status)
+        status = FlushFiles(fresh, progress);
     if (status)
         status = ExchangeFiles(files);
     if (!status && FolderExists(fresh))

@@ -126,7 +126,8 @@ Path InFolder(const Path& folder, std::string_view fragment)
 {
     std::string text{fragment};
     std::replace(text.begin(), text.end(), '\\', '/');
-    return folder.native() + (text.starts_with('/') ? text : "/" + text);
+    const std::string above = folder == "/" ? std::string{} : folder.native();
+    return above + (text.starts_with('/') ? text : "/" + text);
 }
 
 std::string TextOf(const Path& path)

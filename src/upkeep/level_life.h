@@ -13,8 +13,9 @@ bool EnsureLevel0Folder(Session& session);
 /// A new level's record (not yet in the archive) and its empty folders. False, with a message,
 /// when the archive is missing or the folders cannot be made.
 bool BeginNewLevel(Session& session, LevelRecord& level);
-/// Puts the record behind the others, saves, refreshes the list and selects it.
-void FinishNewLevel(Session& session, const LevelRecord& level);
+/// Puts the record behind the others, its sizes into the totals, saves, refreshes the list and
+/// selects it. False, with a message, when it could not be saved: the archive is as it was then.
+bool FinishNewLevel(Session& session, const LevelRecord& level);
 /// Removes the folders of a level that did not come in.
 void DropNewLevel(Session& session, const LevelRecord& level);
 

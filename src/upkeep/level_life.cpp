@@ -1,0 +1,207 @@
+#include "upkeep/level_life.h"
+
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+#include "swap/history.h"
+#include "swap/install.h"
+#include "swap/marker.h"
+#include "swap/state_files.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Savegames, notes and shots in a level's store and in the slots of its savegame archive.
+std::vector<Path> PlayersFilesOf(const Path& levelFolder)
+{
+    std::vector<Path> files;
+    for (const Msg part : {Msg::DirBackupSavegames, Msg::DirSavegames})
+        if (const auto tree = ScanTree(InFolder(levelFolder, RowText(part))))
+            for (const Path& file : tree->files)
+                if (IsPlayersFile(file.filename().native()))
+                    files.push_back(file);
+    return files;
+}
+
+} // namespace
+
+bool BeginNewLevel(Session& session, LevelRecord& level)
+{
+    if (session.ArchivePath().empty() || session.levels.empty()) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::MissingArchive));
+        return false;
+    }
+    level = LevelRecord{};
+    level.levelCode = NextLevelCode(session);
+    const Path folder = LevelHomeOf(session, level.levelCode);
+    // Another level may have left its folder; what its player made there is kept before anything
+    // can remove it.
+    const bool leftOver = FolderExists(folder);
+    if (const auto kept = KeepInHistory(session, level.levelCode, PlayersFilesOf(folder),
+                                        GetMsg(Msg::ReasonLeftFolder));
+        !kept) {
+        TellFailure(session, GetMsg(Msg::CannotKeepLeft), kept.Error());
+        return false;
+    }
+    Status made = MakeLevelSubfolders(folder);
+    if (made)
+        made = DeleteMatching(InFolder(folder, RowText(Msg::DirFiles)), RowText(Msg::PatAll));
+    if (made)
+        return true;
+    TellFailure(session,
+                GetMsg(Msg::CannotCreateLevelFolders) +
+                    Readable(Trim(session.archive.secondaryFolder)) + GetMsg(Msg::ClosingBracket),
+                made.Error());
+    if (!leftOver && FolderExists(folder))
+        (void)RemoveTree(folder); // an empty folder may stay; the next level takes it
+    return false;
+}
+
+namespace
+{
+
+/// Saves a changed list of levels; a list that cannot be saved is put back. A write may fail after
+/// its file got its name, so the old list is written once more.
+bool SaveOrPutBack(Session& session, const ArchiveHeader& header,
+                   const std::vector<LevelRecord>& levels, bool wasDirty)
+{
+    if (SaveArchive(session))
+        return true;
+    session.archive = header;
+    session.levels = levels;
+    (void)WriteArchive(session, session.ArchivePath()); // the failure has been told already
+    session.archiveDirty = wasDirty;
+    return false;
+}
+
+} // namespace
+
+bool FinishNewLevel(Session& session, const LevelRecord& level)
+{
+    const ArchiveHeader header = session.archive;
+    const std::vector<LevelRecord> levels = session.levels;
+    const bool wasDirty = session.archiveDirty;
+    session.levels.push_back(level);
+    session.archive.mainFolderSize += level.filesSize;
+    session.archive.secondaryFolderSize += level.extrasSize;
+    if (!SaveOrPutBack(session, header, levels, wasDirty))
+        return false;
+    session.list.Refresh();
+    session.list.Select(level.levelCode);
+    return true;
+}
+
+void DropNewLevel(Session& session, const LevelRecord& level)
+{
+    const Path folder = LevelHomeOf(session, level.levelCode);
+    {
+        const auto wait =
+            session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingNewLevelFolder));
+        if (FolderExists(folder) && !RemoveTreeWithProgress(session, folder, *wait))
+            session.host.Tell(Tone::Error, GetMsg(Msg::ErrorInRemovingFolder) + TextOf(folder));
+    }
+    session.list.Refresh();
+}
+
+namespace
+{
+
+/// The reasons for which a level stays, in the order in which they are told.
+bool MayBeRemoved(Session& session, LevelCode code)
+{
+    const std::ptrdiff_t index = FindLevel(session, code);
+    if (index < 0) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
+        return false;
+    }
+    if (GuardLevelOnCd(session, static_cast<std::size_t>(index)))
+        return false;
+    if (code == originalCode) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::RemoveOriginalLevel, {lineBreak}));
+        return false;
+    }
+    return session.host.AskYesNo(GetMsg(Msg::AskRemoveLevel) + "\"" + LevelNameOf(session, code) +
+                                 "\"" + GetMsg(Msg::AskRemoveLevelEnd));
+}
+
+/// True when the level does not stand in the Level Editor's folder any more.
+bool TakeOut(Session& session, LevelCode code)
+{
+    if (CurrentLevelCode(session) != code)
+        return true;
+    ActivityLog log;
+    RemovePreviousLevel(session, -1, log);
+    if (CurrentLevelCode(session) != code)
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::LevelStillInstalled));
+    return false;
+}
+
+/// The last record takes the place of the one that goes. False: nothing changed.
+bool TakeOffList(Session& session, LevelCode code)
+{
+    const ArchiveHeader header = session.archive;
+    const std::vector<LevelRecord> levels = session.levels;
+    const bool wasDirty = session.archiveDirty;
+    session.levels[static_cast<std::size_t>(FindLevel(session, code))] = session.levels.back();
+    session.levels.pop_back();
+    if (!SaveOrPutBack(session, header, levels, wasDirty))
+        return false;
+    session.list.Refresh();
+    return true;
+}
+
+bool WantsFoldersGone(Session& session, LevelFolders folders, const Path& folder)
+{
+    if (folders != LevelFolders::Ask)
+        return folders == LevelFolders::Remove;
+    return session.host.AskYesNo(GetMsg(Msg::AskRemoveFolders, {lineBreak}) + "\"" +
+                                 TextOf(folder) + "\")");
+}
+
+/// The folder with all that is in it, what the player made kept first.
+bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder)
+{
+    if (!FolderExists(folder))
+        return true;
+    if (const auto kept =
+            KeepInHistory(session, code, PlayersFilesOf(folder), GetMsg(Msg::ReasonRemoved));
+        !kept) {
+        TellFailure(session, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), kept.Error());
+        return false;
+    }
+    const auto wait =
+        session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingLevelFolder));
+    if (RemoveTreeWithProgress(session, folder, *wait))
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::ErrorWhileRemovingFolder) + TextOf(folder));
+    return false;
+}
+
+} // namespace
+
+bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
+{
+    const Operation operation{session};
+    if (!MayBeRemoved(session, code) || !TakeOut(session, code))
+        return false;
+    const Path folder = LevelHomeOf(session, code);
+    const LevelRecord level = session.levels[static_cast<std::size_t>(FindLevel(session, code))];
+    if (!TakeOffList(session, code))
+        return false;
+    if (!WantsFoldersGone(session, folders, folder))
+        return true;
+    if (!RemoveLevelFolder(session, code, folder))
+        return false;
+    session.host.Tell(Tone::Plain, GetMsg(Msg::LevelRemoved));
+    session.archive.mainFolderSize -= level.filesSize;
+    session.archive.secondaryFolderSize -= level.extrasSize;
+    const bool saved = SaveArchive(session);
+    session.list.Refresh();
+    return saved;
+}
+
+} // namespace kestrova

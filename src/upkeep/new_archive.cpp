@@ -1,0 +1,128 @@
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "catalogue/message.h"
+#include "upkeep/archive_folder.h"
+#include "upkeep/archive_life.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr int mostNames = 100;
+
+/// The first name that is free of those that grow from `row` with "", "2", "3" …
+Path FirstFree(const Path& folder, Msg row)
+{
+    for (int n = 1; n <= mostNames; ++n) {
+        const Path candidate =
+            InFolder(folder, GetMsg(row, {n == 1 ? std::string{} : std::to_string(n)}));
+        if (platform::FactsOfLink(ResolvePath(candidate)).kind == platform::FileKind::Missing)
+            return candidate;
+    }
+    return {};
+}
+
+LevelRecord OriginalLevel(const Session& session)
+{
+    LevelRecord level;
+    level.levelCode = originalCode;
+    level.levelName = GetMsg(Msg::OriginalLevelName);
+    level.levelNote = GetMsg(Msg::OriginalLevelNote);
+    level.authorName = GetMsg(Msg::OriginalAuthor);
+    level.authorSites = Join(Split(RowText(Msg::OriginalSites), '|'), std::string_view{"\0", 1});
+    const Path files = InFolder(LevelHomeOf(session, originalCode), RowText(Msg::DirFiles));
+    for (const std::string& pattern : Split(RowText(Msg::OriginalInfoPatterns), '|'))
+        if (const auto found = ListFiles(files, pattern); !found.empty()) {
+            level.moreInfoFile = found.front().filename().native();
+            break;
+        }
+    return level;
+}
+
+/// Asks in the folder that is proposed, which stands while the chooser shows it.
+std::optional<Path> AskForNewFolder(Session& session)
+{
+    const Drive drive = FindLargestDrive(session);
+    const Path proposed =
+        DefaultArchiveFolder(drive.folder.empty() ? session.programFolder : drive.folder);
+    (void)MakeFolder(proposed); // where it cannot be, the chooser opens elsewhere
+    const auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectArchiveFolder), proposed);
+    if (!chosen || *chosen != proposed)
+        (void)platform::RemoveFolder(proposed); // only when nothing was put into it
+    return chosen;
+}
+
+Path Absolute(const Path& path)
+{
+    std::error_code failure;
+    const Path absolute = std::filesystem::absolute(path, failure);
+    return FolderFromText((failure ? path : absolute).lexically_normal().native());
+}
+
+} // namespace
+
+bool FitsArchive(Session& session, const Path& folder)
+{
+    if (ToWindows1252(folder.native()).size() <= longestArchiveFolder)
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::ArchiveFolderTooLong, {TextOf(folder)}));
+    return false;
+}
+
+Path DefaultArchivePath(const Session& session)
+{
+    return FirstFree(session.programFolder, Msg::FragDefaultArchive);
+}
+
+Path DefaultArchiveFolder(const Path& parent)
+{
+    return FirstFree(parent, Msg::FragDefaultFolder);
+}
+
+bool CreateArchive(Session& session, const Path& folder, const Path& file)
+{
+    const Operation operation{session};
+    if (!file.empty() && FileExists(file) &&
+        !session.host.AskYesNo(GetMsg(Msg::AskReplaceArchive, {TextOf(file)})))
+        return false;
+    AskSaveChanges(session);
+    const std::string mainFolder = session.archive.mainFolder;
+    const std::string secondaryFolder = session.archive.secondaryFolder;
+    session.archive = ArchiveHeader{};
+    session.archive.levelCount = 1;
+    session.archive.mainFolder = mainFolder;
+    session.archive.secondaryFolder = secondaryFolder;
+    session.levels = {OriginalLevel(session)};
+
+    const auto chosen = folder.empty() ? AskForNewFolder(session) : std::optional{Absolute(folder)};
+    if (!chosen)
+        return false;
+    Path place = *chosen;
+    if (!ListFiles(place, RowText(Msg::PatAll)).empty() || !ListSubfolders(place).empty()) {
+        place = DefaultArchiveFolder(place);
+        session.host.Tell(Tone::Warning, GetMsg(Msg::ArchiveFolderChanged) + TextOf(place));
+    }
+    if (!FitsArchive(session, place))
+        return false;
+    session.archive.mainFolder = session.archive.secondaryFolder = place.native();
+    const auto made = MakeFolders(place);
+    if (!made || !platform::IsWritableFolder(ResolvePath(place))) {
+        const std::string words = GetMsg(Msg::CannotWriteArchiveFolder) + TextOf(place);
+        TellFailure(session, words, made ? Failure{ErrorCode::CannotWrite, {}, {}} : made.Error());
+        return false;
+    }
+    const Path target = file.empty() ? DefaultArchivePath(session) : Absolute(file);
+    if (target.empty()) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::NoArchiveNameFree));
+        return false;
+    }
+    session.preferences.archivePath = target.native();
+    RecomputeArchiveSize(session, false);
+    session.list.Refresh();
+    return !session.archiveDirty || !session.preferences.autoSave;
+}
+
+} // namespace kestrova

@@ -1,0 +1,85 @@
+#include "saves/savegame_store.h"
+#include "support/sandbox.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+class SavegameStore : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        box.MakeTrle();
+        box.MakeBackupAndArchive();
+        code = box.AddLevel("Level", {});
+    }
+    Sandbox box;
+    LevelCode code = 0;
+};
+
+TEST_F(SavegameStore, LiesWhereTheLevelIs)
+{
+    EXPECT_EQ(CurrentSlotsFolder(box.session, 0), box / "trle") << "no marker: the original";
+    EXPECT_EQ(CurrentSlotsFolder(box.session, code), box / "levels/LEVEL_0001/backup_savegames");
+    box.Write("trle/KESTRVA.TXT", "#LEVEL_CODE=0001#");
+    EXPECT_EQ(CurrentSlotsFolder(box.session, code), box / "trle");
+    EXPECT_EQ(CurrentSlotsFolder(box.session, 0), box / "home/LEVEL_0000/backup_savegames");
+}
+
+TEST_F(SavegameStore, ComesIntoBeingWithItsDefaults)
+{
+    LoadSavegameStore(box.session, code);
+    const auto header =
+        ParseSavegameArchiveHeader(box.Read("levels/LEVEL_0001/savegames/savegames.bva"));
+    const auto tool = ParseSavegameToolPrefs(box.Read("levels/LEVEL_0001/savegames/manager.prf"));
+    ASSERT_TRUE(header && tool);
+    const std::string root = (box / "levels/LEVEL_0001/savegames").native();
+    EXPECT_EQ(header->slotPrefix, "slot");
+    EXPECT_EQ(header->archiveRoot, root);
+    EXPECT_EQ(header->liveFolder, (box / "trle").native());
+    EXPECT_EQ(header->gameExe, (box / "trle/tomb4.exe").native());
+    EXPECT_EQ(header->slotCount, 15);
+    EXPECT_EQ(tool->archivePath, root + "/savegames.bva");
+    EXPECT_EQ(tool->shotFolder, (box / "levels/LEVEL_0001/screenshots").native());
+    EXPECT_EQ(tool->flag4, -1);
+}
+
+TEST_F(SavegameStore, WhatTheFilesHoldComesOverTheDefaults)
+{
+    SavegameArchiveHeader header;
+    header.slotPrefix = "slot";
+    header.archivedCount = 12;
+    SavegameToolPrefs tool;
+    tool.flag0 = 7;
+    box.Write("levels/LEVEL_0001/savegames/Savegames.BVA", FormatSavegameArchiveHeader(header));
+    box.Write("levels/LEVEL_0001/savegames/manager.prf", FormatSavegameToolPrefs(tool));
+    const auto before = box.Snapshot("levels");
+    LoadSavegameStore(box.session, code);
+    EXPECT_EQ(box.session.savegameHeader.archivedCount, 12);
+    EXPECT_EQ(box.session.savegameTool.flag0, 7);
+    EXPECT_EQ(box.Snapshot("levels"), before);
+}
+
+TEST_F(SavegameStore, ACutFileOrAMissingFolderLeavesTheDefaultsInMemory)
+{
+    box.Write("levels/LEVEL_0001/savegames/savegames.bva", std::string(1029, 'x'));
+    box.Write("levels/LEVEL_0001/savegames/manager.prf", "");
+    const auto before = box.Snapshot("levels");
+    box.session.savegameHeader.archivedCount = 99;
+    LoadSavegameStore(box.session, code);
+    EXPECT_EQ(box.session.savegameHeader.archivedCount, 0);
+    EXPECT_EQ(box.session.savegameTool.flag1, -1);
+    EXPECT_EQ(box.Snapshot("levels"), before);
+    LoadSavegameStore(box.session, 77);
+    EXPECT_EQ(box.session.savegameHeader.slotCount, 15);
+    EXPECT_FALSE(box.Has("levels/LEVEL_0077"));
+}
+
+} // namespace
+
+} // namespace kestrova::testing

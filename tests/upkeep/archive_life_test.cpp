@@ -1,0 +1,246 @@
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "support/faults.h"
+#include "support/sandbox.h"
+#include "upkeep/archive_life.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+class ArchiveLife : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        box.MakeTrle();
+        box.MakeBackupAndArchive();
+        box.AddLevel("First", {{"a.tr4", "a"}});
+        ASSERT_TRUE(WriteArchive(box.session, box.session.ArchivePath()));
+    }
+    /// Another archive with two levels, in the file `other.kva`, with its own folder.
+    void MakeOther()
+    {
+        Session other = box.Reopened();
+        other.archive.mainFolder = other.archive.secondaryFolder = (box / "elsewhere").native();
+        other.levels[1].levelName = "Other";
+        ASSERT_TRUE(WriteArchive(other, box / "home/other.kva"));
+    }
+    Sandbox box;
+};
+
+TEST_F(ArchiveLife, ALoadTakesTheFileAndShowsTheCurrentLevel)
+{
+    MakeOther();
+    std::filesystem::create_directory(box / "elsewhere");
+    box.Write("trle/Kestrva.txt", "#LEVEL_CODE=0001#\r\n");
+    ASSERT_TRUE(ReadArchive(box.session, box / "home/other.kva")) << box.host.AllTold();
+    EXPECT_EQ(box.session.levels.at(1).levelName, "Other");
+    EXPECT_EQ(box.session.ArchivePath(), box / "home/other.kva");
+    EXPECT_EQ(box.list.refreshes, 1);
+    EXPECT_EQ(box.list.selected, 1);
+}
+
+TEST_F(ArchiveLife, WhatIsNoArchiveIsRefusedAndTheLoadedOneStays)
+{
+    const std::string bytes = box.Read("home/LevelArchive.kva");
+    std::string tooMany = bytes;
+    tooMany[516] = 3;
+    std::string none = bytes;
+    none[516] = 0;
+    for (const std::string& wrong :
+         {std::string{}, bytes.substr(0, 545), bytes.substr(0, bytes.size() - 1), tooMany, none,
+          std::string(100, '\xFF'), std::string(5000, '\xFF')}) {
+        box.host.told.clear();
+        box.Write("home/wrong.kva", wrong);
+        EXPECT_FALSE(ReadArchive(box.session, box / "home/wrong.kva"));
+        EXPECT_TRUE(box.host.WasTold("cannot be opened")) << wrong.size();
+        EXPECT_EQ(box.session.levels.at(1).levelName, "First");
+        EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
+        EXPECT_FALSE(box.session.loadFailedAskAnother);
+    }
+    EXPECT_FALSE(ReadArchive(box.session, box / "home/none.kva"));
+    EXPECT_FALSE(ReadArchive(box.session, box / "home"));
+}
+
+TEST_F(ArchiveLife, UnsavedChangesAreAskedAboutAndNeverForgottenByAFailedLoad)
+{
+    box.session.preferences.autoSave = false;
+    box.session.levels[1].levelNote = "changed";
+    SaveArchive(box.session);
+    EXPECT_TRUE(box.session.archiveDirty);
+    box.host.WillAsk("Current archive 'LevelArchive.kva' has been changed.\r\nDo you want save it?",
+                     false);
+    EXPECT_FALSE(ReadArchive(box.session, box / "home/none.kva"));
+    EXPECT_TRUE(box.session.archiveDirty) << "the changes are still only in memory";
+
+    box.host.WillAsk("has been changed", true);
+    EXPECT_FALSE(ReadArchive(box.session, box / "home/none.kva"));
+    EXPECT_FALSE(box.session.archiveDirty);
+    ASSERT_TRUE(ReadArchive(box.session, box / "home/LevelArchive.kva"));
+    EXPECT_EQ(box.session.levels[1].levelNote, "changed");
+    EXPECT_FALSE(box.session.preferences.autoSave);
+}
+
+TEST_F(ArchiveLife, MissingFoldersAreAskedFor)
+{
+    MakeOther();
+    std::filesystem::create_directory(box / "moved");
+    box.host.WillChoose("Select folder: elsewhere", std::nullopt);
+    EXPECT_FALSE(ReadArchive(box.session, box / "home/other.kva"));
+    EXPECT_TRUE(box.host.WasTold("Warning: not found main folder of current archive: "));
+    EXPECT_TRUE(box.session.loadFailedAskAnother);
+    EXPECT_EQ(box.session.levels.at(1).levelName, "Other") << "memory holds the new file";
+
+    box.host.WillChoose("Select folder: elsewhere", box / "moved");
+    ASSERT_TRUE(ReadArchive(box.session, box / "home/other.kva"));
+    EXPECT_EQ(box.session.archive.mainFolder, (box / "moved").native());
+    EXPECT_EQ(box.session.archive.secondaryFolder, (box / "moved").native());
+    EXPECT_TRUE(ReadArchive(box.session, box / "home/other.kva")) << "and it was saved";
+
+    box.session.archive.secondaryFolder = (box / "gone").native();
+    box.session.archive.cdCount = 2; // then the main folder is a drive's
+    box.host.WillChoose("Select folder: gone", box / "moved");
+    EXPECT_TRUE(CheckArchiveFolders(box.session));
+    EXPECT_TRUE(box.host.WasTold("Warning: not found secondary folder of current archive: "));
+}
+
+TEST_F(ArchiveLife, AFolderBeyondTheCodePageComesBackExactly)
+{
+    const Path folder = box / "Łódź μ";
+    std::filesystem::create_directory(folder);
+    box.session.archive.mainFolder = box.session.archive.secondaryFolder = folder.native();
+    const Path file = box / "home/My = [archive] Ł.kva";
+    ASSERT_TRUE(WriteArchive(box.session, file));
+
+    Session fresh = box.Reopened();
+    fresh.settings = *ReadSettings(box / "home");
+    ASSERT_TRUE(ReadArchive(fresh, file)) << box.host.AllTold();
+    EXPECT_EQ(fresh.archive.mainFolder, folder.native());
+    EXPECT_EQ(fresh.archive.secondaryFolder, folder.native());
+}
+
+TEST_F(ArchiveLife, StaleExtrasAreMeasuredAtALoad)
+{
+    box.session.levels[1].extrasDirty = true;
+    box.session.levels[1].extrasSize = 3;
+    box.session.archive.secondaryFolderSize = 3;
+    ASSERT_TRUE(WriteArchive(box.session, box.session.ArchivePath()));
+    box.Write("levels/LEVEL_0001/savegames/slot1/savegame.0", "12345");
+    box.Write("levels/LEVEL_0001/screenshots/a.bmp", "12");
+    ASSERT_TRUE(ReadArchive(box.session, box.session.ArchivePath()));
+    EXPECT_EQ(box.session.levels[1].extrasSize, 7);
+    EXPECT_EQ(box.session.archive.secondaryFolderSize, 7);
+    ASSERT_TRUE(ReadArchive(box.session, box.session.ArchivePath()));
+    EXPECT_FALSE(box.session.levels[1].extrasDirty);
+}
+
+TEST_F(ArchiveLife, ANewArchiveTakesAnEmptyFolderOrMakesOne)
+{
+    std::filesystem::create_directory(box / "empty");
+    box.Write("home/LEVEL_0000/files/manual.htm", "manual");
+    ASSERT_TRUE(CreateArchive(box.session, box / "empty")) << box.host.AllTold();
+    EXPECT_EQ(box.session.archive.mainFolder, (box / "empty").native());
+    EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive2.kva");
+    const auto content = ParseArchive(box.Read("home/LevelArchive2.kva"));
+    ASSERT_TRUE(content);
+    ASSERT_EQ(content->levels.size(), 1U);
+    EXPECT_EQ(content->levels[0].levelName, "- TRLE: Original configuration -");
+    EXPECT_EQ(content->levels[0].moreInfoFile, "manual.htm");
+    EXPECT_EQ(Split(content->levels[0].authorSites, '\0').size(), 2U);
+    EXPECT_EQ(content->levels[0].filesSize, 6);
+    EXPECT_EQ(content->header.mainFolderSize, 0) << "the record at index 0 counts in no total";
+    EXPECT_EQ(box.Read("home/LevelArchive2.kva").size(), 2180U);
+
+    // A folder with something in it, and a chooser in place of an argument.
+    box.Write("full/file", "x");
+    box.host.WillChoose("Select main folder for new archive", box / "full");
+    ASSERT_TRUE(CreateArchive(box.session));
+    EXPECT_TRUE(
+        box.host.WasTold("Folder has been changed in: " + (box / "full/LevelFolder").native()));
+    EXPECT_EQ(box.session.archive.secondaryFolder, (box / "full/LevelFolder").native());
+    EXPECT_FALSE(FolderExists(box.host.lastStart))
+        << "the proposed folder goes when it is not used";
+}
+
+TEST_F(ArchiveLife, ANewArchiveThatIsNotMadeLeavesTheOldFile)
+{
+    const std::string before = box.Read("home/LevelArchive.kva");
+    box.host.WillChoose("Select main folder for new archive", std::nullopt);
+    EXPECT_FALSE(CreateArchive(box.session));
+    EXPECT_EQ(box.session.levels.size(), 1U);
+    EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
+
+    EXPECT_FALSE(CreateArchive(box.session, box / std::string(230, 'x')));
+    EXPECT_TRUE(box.host.WasTold("too long for an archive"));
+    box.Write("file", "x");
+    EXPECT_FALSE(CreateArchive(box.session, box / "file/below"));
+    EXPECT_TRUE(box.host.WasTold("Error: I can not write in main archive folder: "));
+    box.host.WillAsk("There is an archive", false);
+    EXPECT_FALSE(CreateArchive(box.session, box / "new", box / "home/LevelArchive.kva"));
+    EXPECT_EQ(box.Read("home/LevelArchive.kva"), before);
+}
+
+TEST_F(ArchiveLife, DefaultNamesEndAtAHundred)
+{
+    EXPECT_EQ(DefaultArchivePath(box.session), box / "home/LevelArchive2.kva");
+    for (int n = 2; n <= 100; ++n)
+        box.Write("home/levelarchive" + std::to_string(n) + ".KVA", "");
+    EXPECT_TRUE(DefaultArchivePath(box.session).empty());
+    EXPECT_EQ(DefaultArchiveFolder("/"), "/LevelFolder");
+}
+
+TEST_F(ArchiveLife, LoadAndSaveAsTellCancelApartFromAChoice)
+{
+    MakeOther();
+    box.host.WillChoose("Load Tomb Raider Level Archive", std::nullopt);
+    EXPECT_FALSE(AskLoadArchive(box.session));
+    EXPECT_EQ(box.host.lastStart, box / "home");
+    box.host.WillChoose("Save current archive as ...", std::nullopt);
+    EXPECT_TRUE(AskSaveArchiveAs(box.session));
+    EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
+    box.host.WillChoose("Save current archive as ...", box / "home/copy.kva");
+    EXPECT_TRUE(AskSaveArchiveAs(box.session));
+    EXPECT_EQ(box.session.ArchivePath(), box / "home/copy.kva");
+    EXPECT_EQ(box.Read("home/copy.kva"), box.Read("home/LevelArchive.kva"));
+    box.host.WillChoose("Save current archive as ...", box / "none/copy.kva");
+    EXPECT_FALSE(AskSaveArchiveAs(box.session));
+    EXPECT_TRUE(box.host.WasTold("Error while saving archive: "));
+    EXPECT_EQ(box.session.ArchivePath(), box / "home/copy.kva");
+}
+
+TEST_F(ArchiveLife, AnArchiveWriteIsTheOldFileOrTheNewOneWherverItFailsOrIsKilled)
+{
+    const std::string before = box.Read("home/LevelArchive.kva");
+    box.session.levels[1].levelName = "New";
+    const auto write = [&] {
+        return bool{WriteArchive(box.session, box / "home/LevelArchive.kva")};
+    };
+    Sandbox twin;
+    twin.session.levels = box.session.levels;
+    twin.session.archive = box.session.archive;
+    ASSERT_TRUE(WriteArchive(twin.session, twin / "a.kva"));
+    const std::string after = twin.Read("a.kva");
+    for (int step = 1; step < 100; ++step) {
+        box.Write("home/LevelArchive.kva", before);
+        const FaultRun fault = WithFaultAt(step, write, std::errc::no_space_on_device);
+        const std::string content = box.Read("home/LevelArchive.kva");
+        EXPECT_TRUE(content == before || content == after) << fault.call;
+        EXPECT_TRUE(!fault.answer || content == after) << fault.call;
+        box.Write("home/LevelArchive.kva", before);
+        const KillRun kill = WithKillAt(step, write);
+        const std::string killed = box.Read("home/LevelArchive.kva");
+        EXPECT_TRUE(killed == before || killed == after) << kill.call;
+        if (!fault.reached && !kill.killed)
+            return;
+    }
+    FAIL() << "never finished";
+}
+
+} // namespace
+
+} // namespace kestrova::testing

@@ -1,0 +1,318 @@
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "archive/tr4_index.h"
+#include "support/faults.h"
+#include "support/sandbox.h"
+#include "swap/history.h"
+#include "swap/install.h"
+#include "swap/marker.h"
+#include "swap/recovery.h"
+#include "upkeep/archive_life.h"
+#include "upkeep/level_life.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+using Files = std::map<std::string, std::string>;
+
+void WritePackage(const Sandbox& box)
+{
+    box.Write("package/level1.tr4", "level");
+    box.Write("package/script.dat", "script");
+    box.Write("package/audio/107.wav", "wave");
+    box.Write("package/docs/README.TXT", "read me");
+    box.Write("package/docs/notes.txt", "some notes");
+    box.Write("package/docs/view.JPG", "view");
+    box.Write("package/saves/savegame.3", "saved");
+    box.Write("package/saves/note3.txt", "a note");
+    box.Write("package/saves/shot3.jpg", "slot picture");
+    box.Write("package/twin/script.dat", "another script");
+    box.Write("package/twin/level1.tr4", "level");
+    box.Write("package/start_me.exe", "tool");
+}
+
+class LevelLife : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        box.MakeTrle();
+        box.MakeBackupAndArchive();
+    }
+    bool Add()
+    {
+        return AddFolderAsLevel(box.session, " Salt Harbour ", "a note", box / "package", code);
+    }
+    /// The archive as another start of the program reads it.
+    [[nodiscard]] Session Reloaded()
+    {
+        Session fresh = box.Reopened();
+        EXPECT_TRUE(ReadArchive(fresh, box.session.ArchivePath())) << box.host.AllTold();
+        return fresh;
+    }
+    Sandbox box;
+    LevelCode code = -1;
+};
+
+TEST_F(LevelLife, AFoldersFilesGoWhereTheyBelong)
+{
+    WritePackage(box);
+    const Files before = box.Snapshot("package");
+    ASSERT_TRUE(Add()) << box.host.AllTold();
+    EXPECT_EQ(code, 1);
+    EXPECT_EQ(box.list.selected, 1);
+    EXPECT_EQ(box.Snapshot("package"), before);
+    EXPECT_EQ(box.Snapshot("levels/LEVEL_0001/files"), (Files{{"level1.tr4", "level"},
+                                                              {"script.dat", "script"},
+                                                              {"107.wav", "wave"},
+                                                              {"README.TXT", "read me"},
+                                                              {"notes.txt", "some notes"},
+                                                              {"view.JPG", "view"}}));
+    EXPECT_EQ(
+        box.Snapshot("levels/LEVEL_0001/backup_savegames"),
+        (Files{{"savegame.3", "saved"}, {"note3.txt", "a note"}, {"shot3.jpg", "slot picture"}}));
+    EXPECT_EQ(box.Snapshot("levels/LEVEL_0001/screenshots"), (Files{{"view.JPG", "view"}}));
+    EXPECT_TRUE(box.host.WasTold("twin/script.dat")) << "another file of that name is named";
+    EXPECT_FALSE(box.host.WasTold("twin/level1.tr4")) << "the same file twice is no matter";
+
+    const Session fresh = Reloaded();
+    ASSERT_EQ(fresh.levels.size(), 2U);
+    const LevelRecord& level = fresh.levels[1];
+    EXPECT_EQ(level.levelName, "Salt Harbour");
+    EXPECT_EQ(level.levelNote, "a note");
+    EXPECT_EQ(level.moreInfoFile, "README.TXT");
+    EXPECT_EQ(level.filesSize, 5 + 6 + 4 + 7 + 10 + 4);
+    EXPECT_EQ(level.extrasSize, 5 + 6 + 12 + 4);
+    EXPECT_EQ(fresh.archive.mainFolderSize, level.filesSize);
+    EXPECT_EQ(fresh.archive.secondaryFolderSize, level.extrasSize);
+    EXPECT_EQ(ReadTr4Inf(box.session, 1)->size(), 1U);
+}
+
+TEST_F(LevelLife, WhatIsNoLevelIsRefusedInWords)
+{
+    box.Write("package/readme.txt", "no level");
+    EXPECT_FALSE(Add());
+    EXPECT_TRUE(box.host.WasTold("Missing tr4 files"));
+    EXPECT_FALSE(AddFolderAsLevel(box.session, "  ", "", box / "package", code));
+    EXPECT_TRUE(box.host.WasTold("You must set a name for new level"));
+    EXPECT_FALSE(AddFolderAsLevel(box.session, "x", "", box / "none", code));
+    EXPECT_TRUE(box.host.WasTold("No level was added"));
+    WritePackage(box);
+    box.session.preferences.archivePath.clear();
+    EXPECT_FALSE(Add());
+    EXPECT_TRUE(box.host.WasTold("Missing archive! Before adding levels you must create new"));
+    EXPECT_EQ(box.session.levels.size(), 1U);
+    EXPECT_TRUE(box.Snapshot("levels").empty());
+}
+
+TEST_F(LevelLife, ALevelIsAddedWholeOrNotAtAllWhereverItFails)
+{
+    for (int step = 1;; ++step) {
+        ASSERT_LT(step, 600);
+        Sandbox own;
+        own.host.AnswerAll(true);
+        own.MakeTrle();
+        own.MakeBackupAndArchive();
+        own.session.archive.compressLevels = step % 2 == 0;
+        WritePackage(own);
+        LevelCode added = -1;
+        const FaultRun run = WithFaultAt(
+            step,
+            [&] { return AddFolderAsLevel(own.session, "Level", "", own / "package", added); },
+            std::errc::no_space_on_device);
+        const auto content = ParseArchive(own.Read("home/LevelArchive.kva"));
+        ASSERT_TRUE(content) << run.call;
+        const std::size_t expected = run.answer ? 2 : 1;
+        EXPECT_EQ(content->levels.size(), expected) << run.call << own.host.AllTold();
+        EXPECT_EQ(own.session.levels.size(), expected) << run.call;
+        EXPECT_EQ(own.Has("levels/LEVEL_0001/files/script.dat"), run.answer) << run.call;
+        EXPECT_TRUE(run.answer || !own.Has("levels/LEVEL_0001")) << run.call << own.host.AllTold();
+        EXPECT_TRUE(run.answer || !own.host.told.empty()) << run.call;
+        EXPECT_FALSE(own.session.archiveDirty) << run.call;
+        if (!run.reached)
+            break;
+    }
+}
+
+TEST_F(LevelLife, AStopLeavesNothingBehind)
+{
+    WritePackage(box);
+    box.host.StopAtStep(2);
+    EXPECT_FALSE(Add());
+    EXPECT_EQ(box.session.levels.size(), 1U);
+    EXPECT_FALSE(box.Has("levels/LEVEL_0001"));
+}
+
+TEST_F(LevelLife, WhatAnEarlierLevelLeftInTheFolderIsKeptInTheHistory)
+{
+    box.Write("levels/LEVEL_0001/files/old.tr4", "old");
+    box.Write("levels/LEVEL_0001/backup_savegames/savegame.0", SavegameBytes("Old", 5));
+    LevelRecord level;
+    ASSERT_TRUE(BeginNewLevel(box.session, level));
+    EXPECT_TRUE(box.Snapshot("levels/LEVEL_0001/files").empty());
+    DropNewLevel(box.session, level);
+    EXPECT_FALSE(box.Has("levels/LEVEL_0001"));
+    const auto history = HistoryOf(box.session, 1);
+    ASSERT_EQ(history.size(), 1U);
+    EXPECT_EQ(history[0].name, "savegame.0");
+    EXPECT_EQ(history[0].number, 5);
+}
+
+TEST_F(LevelLife, TheOriginalAndUnknownLevelsAreNotRemoved)
+{
+    EXPECT_FALSE(RemoveLevel(box.session, 0));
+    EXPECT_TRUE(box.host.WasTold("You can not delete TRLE original level!\r\nThis level"));
+    EXPECT_FALSE(RemoveLevel(box.session, 7));
+    box.AddLevel("On a disc", {});
+    box.session.levels[1].cdNumber = 1;
+    EXPECT_FALSE(RemoveLevel(box.session, 1));
+    EXPECT_TRUE(box.host.WasTold("Current level is also on cd. \r\n"));
+    box.session.levels[1].cdNumber = 0;
+    box.host.WillAsk("Are you sure to want remove level \"On a disc\" ?", false);
+    EXPECT_FALSE(RemoveLevel(box.session, 1));
+    EXPECT_EQ(box.session.levels.size(), 2U);
+}
+
+TEST_F(LevelLife, ARemovedLevelLeavesTheListAndItsFoldersWhenWanted)
+{
+    for (const char* name : {"one", "two", "three"})
+        box.AddLevel(name, {{"a.tr4", name}});
+    box.session.archive.mainFolderSize = 11;
+    box.session.levels[1].filesSize = 3;
+    box.session.levels[2].filesSize = 3;
+    ASSERT_TRUE(SaveArchive(box.session));
+    box.Write("levels/LEVEL_0001/savegames/slot1/savegame.4", SavegameBytes("Deep", 9));
+    box.host.WillAsk("Are you sure to want remove level \"one\" ?", true);
+    box.host.WillAsk("(Folder to remove: \"" + (box / "levels/LEVEL_0001").native() + "\")", true);
+    ASSERT_TRUE(RemoveLevel(box.session, 1)) << box.host.AllTold();
+    EXPECT_TRUE(box.host.WasTold("Level has been removed"));
+    EXPECT_FALSE(box.Has("levels/LEVEL_0001"));
+    EXPECT_EQ(HistoryOf(box.session, 1).size(), 1U);
+    const Session fresh = Reloaded();
+    ASSERT_EQ(fresh.levels.size(), 3U);
+    EXPECT_EQ(fresh.levels[1].levelName, "three") << "the last record takes the place";
+    EXPECT_EQ(fresh.levels[2].levelName, "two");
+    EXPECT_EQ(fresh.archive.mainFolderSize, 8);
+
+    box.host.WillAsk("Are you sure", true);
+    ASSERT_TRUE(RemoveLevel(box.session, 2, LevelFolders::Keep));
+    EXPECT_TRUE(box.Has("levels/LEVEL_0002/files/a.tr4"));
+    EXPECT_EQ(box.session.archive.mainFolderSize, 8) << "the bytes still lie on the disk";
+}
+
+/// All contents of savegames that stand anywhere: live, in stores, in the history.
+std::set<std::string> SavegamesAnywhere(const Sandbox& box)
+{
+    std::set<std::string> found;
+    for (const char* folder : {"trle", "levels", "home"})
+        for (const auto& [name, content] : box.Snapshot(folder))
+            if (content.starts_with("Save "))
+                found.insert(content);
+    return found;
+}
+
+/// A level that was played, with savegames live, in its store's slots and of the original.
+void MakePlayedLevel(Sandbox& box)
+{
+    box.host.AnswerAll(true);
+    box.MakeTrle();
+    box.MakeBackupAndArchive();
+    box.Write("trle/savegame.0", SavegameBytes("Save original", 1));
+    box.AddLevel("Level", {{"a.tr4", "a"}, {"script.dat", "level's script"}});
+    ASSERT_TRUE(SaveArchive(box.session));
+    ASSERT_TRUE(InstallLevel(box.session, 1)) << box.host.AllTold();
+    box.Write("trle/savegame.2", SavegameBytes("Save live", 2));
+    box.Write("levels/LEVEL_0001/savegames/slot1/savegame.5", SavegameBytes("Save slot", 3));
+}
+
+/// Every savegame is somewhere, and what the marker names is in the archive.
+void CheckNothingLost(const Sandbox& box, Session& session, const std::string& call)
+{
+    const std::set<std::string> wanted{SavegameBytes("Save original", 1),
+                                       SavegameBytes("Save live", 2),
+                                       SavegameBytes("Save slot", 3)};
+    EXPECT_EQ(SavegamesAnywhere(box), wanted) << call;
+    EXPECT_GE(FindLevel(session, CurrentLevelCode(session)), 0) << call;
+    EXPECT_TRUE(FindLevel(session, 1) < 0 || box.Has("levels/LEVEL_0001/files/a.tr4")) << call;
+}
+
+TEST_F(LevelLife, RemovingTheInstalledLevelLosesNothingWhereverItFails)
+{
+    for (const AfterFault after : {AfterFault::Works, AfterFault::Fails})
+        for (int step = 1;; ++step) {
+            ASSERT_LT(step, 600);
+            Sandbox own;
+            MakePlayedLevel(own);
+            const FaultRun run = WithFaultAt(
+                step, [&] { return RemoveLevel(own.session, 1, LevelFolders::Remove); },
+                std::errc::io_error, after);
+            Session fresh = own.Reopened();
+            EXPECT_TRUE(RecoverInterruptedWork(fresh)) << run.call << own.host.AllTold();
+            EXPECT_TRUE(ReadArchive(fresh, own.session.ArchivePath())) << run.call;
+            CheckNothingLost(own, fresh, run.call + "\n" + own.host.AllTold());
+            EXPECT_TRUE(run.answer || !own.host.told.empty()) << run.call;
+            if (run.answer) {
+                EXPECT_FALSE(own.Has("levels/LEVEL_0001")) << run.call;
+                EXPECT_EQ(fresh.levels.size(), 1U) << run.call;
+            }
+            if (!run.reached)
+                break;
+        }
+}
+
+TEST_F(LevelLife, RemovingTheInstalledLevelLosesNothingWhereverItIsKilled)
+{
+    for (int step = 1;; ++step) {
+        ASSERT_LT(step, 600);
+        Sandbox own;
+        MakePlayedLevel(own);
+        const KillRun run =
+            WithKillAt(step, [&] { return RemoveLevel(own.session, 1, LevelFolders::Remove); });
+        Session fresh = own.Reopened();
+        EXPECT_TRUE(ReadArchive(fresh, own.session.ArchivePath())) << run.call;
+        EXPECT_TRUE(RecoverInterruptedWork(fresh)) << run.call << own.host.AllTold();
+        CheckNothingLost(own, fresh, run.call);
+        const bool stands = CurrentLevelCode(fresh) == 1;
+        EXPECT_EQ(own.Has("trle/DATA/a.tr4"), stands) << run.call;
+        EXPECT_EQ(own.Read("trle/Script.dat"), stands ? "level's script" : "original script")
+            << run.call;
+        if (!run.killed)
+            break;
+    }
+}
+
+TEST_F(LevelLife, TheOriginalsFolderIsBuiltWholeOrNotAtAll)
+{
+    for (int step = 1;; ++step) {
+        ASSERT_LT(step, 200);
+        Sandbox own;
+        own.host.AnswerAll(true);
+        own.MakeTrle();
+        own.Write("home/backup_trle/savegame.1", "kept");
+        const FaultRun run = WithFaultAt(step, [&] { return EnsureLevel0Folder(own.session); });
+        EXPECT_EQ(own.session.level0Rebuilt, run.answer) << run.call;
+        EXPECT_EQ(own.Has("home/LEVEL_0000"), run.answer) << run.call;
+        EXPECT_TRUE(run.answer || own.host.WasTold("could not be made")) << run.call;
+        if (run.answer) {
+            EXPECT_EQ(own.Snapshot("home/LEVEL_0000"),
+                      (Files{{"screenshots/Tomb Raider Level Editor.bmp", "original load picture"},
+                             {"backup_savegames/savegame.1", "kept"},
+                             {"files/manual.htm", "manual"}}))
+                << run.call;
+        }
+        if (!run.reached)
+            break;
+    }
+    box.session.level0Rebuilt = false;
+    EXPECT_TRUE(EnsureLevel0Folder(box.session)) << "it stands";
+    EXPECT_FALSE(box.session.level0Rebuilt);
+}
+
+} // namespace
+
+} // namespace kestrova::testing
