@@ -272,7 +272,7 @@ bool SameContent(const Path& a, const Path& b, const Heartbeat& heartbeat)
         return false;
     if (first.Facts().size != second.Facts().size)
         return false;
-    std::vector<std::byte> left(std::size_t{1} << 20);
+    std::vector<std::byte> left(platform::BufferSize(first.Facts().size));
     std::vector<std::byte> right(left.size());
     const auto fill = [](platform::File& file, std::span<std::byte> into, std::size_t& got) {
         got = 0;

@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <dirent.h>
@@ -310,6 +311,11 @@ FileFacts File::Facts() const
     return ::fstat(descriptor_, &status) == 0 ? FactsFrom(status) : FileFacts{};
 }
 
+std::size_t BufferSize(std::uint64_t fileSize)
+{
+    return static_cast<std::size_t>(std::clamp<std::uint64_t>(fileSize + 1, 4096, 1 << 20));
+}
+
 namespace
 {
 
@@ -317,7 +323,8 @@ namespace
 std::error_code CopyThroughMemory(File& from, File& to, std::uint64_t done,
                                   const CopyProgress& progress)
 {
-    std::vector<std::byte> buffer(std::size_t{1} << 20);
+    // A buffer no larger than the file: most files here are small, and clearing memory costs.
+    std::vector<std::byte> buffer(BufferSize(from.Facts().size));
     for (;;) {
         std::size_t got = 0;
         if (const auto failure = from.Read(buffer, got))
@@ -442,7 +449,7 @@ std::error_code HashOfFile(const Path& path, std::string& hash)
     File file;
     if (const auto failure = File::OpenForRead(path, file))
         return failure;
-    std::vector<std::byte> buffer(std::size_t{1} << 18);
+    std::vector<std::byte> buffer(BufferSize(file.Facts().size));
     XXH3_state_t* state = XXH3_createState();
     XXH3_128bits_reset(state);
     std::error_code failure;

@@ -84,6 +84,9 @@ private:
     Path path_;
 };
 
+/// A buffer's size for reading a file of that size from end to end: up to 1 MiB.
+std::size_t BufferSize(std::uint64_t fileSize);
+
 /// Called with the bytes done so far; False stops the copy with `operation_canceled`.
 using CopyProgress = std::function<bool(std::uint64_t)>;
 

@@ -179,6 +179,29 @@ bool SetAsideDamaged(Session& session)
     return true;
 }
 
+/// Without a marker the folder is original; what a told failure left in it is cleared as soon as
+/// the disk allows it.
+void ClearToldLeftovers(Session& session)
+{
+    const auto owner = OwnerThatCounts(session);
+    if (!owner || FileExists(session.MarkerPath()) ||
+        (owner->overwritten.empty() && owner->added.empty()))
+        return;
+    SwapJournal lists;
+    lists.restore = owner->overwritten;
+    std::vector<OwnedFile> kept;
+    OwnerRecord left = *owner;
+    if (!DeleteBrought(session, owner->added, kept) || !RestoreMissing(session, lists))
+        return; // told when it happened; the next swap tries again
+    left.overwritten.clear();
+    std::erase_if(left.added, [&](const OwnedFile& file) {
+        const auto relative = SafeRelative(file.name);
+        return !relative || !FileExists(session.TrleFolder() / *relative);
+    });
+    if (left.added.size() != owner->added.size() || !owner->overwritten.empty())
+        (void)WriteOwner(session, std::move(left)); // otherwise it is looked at once more
+}
+
 } // namespace
 
 bool RecoverInterruptedWork(Session& session)
@@ -189,8 +212,10 @@ bool RecoverInterruptedWork(Session& session)
     if (!found)
         return found.Error().code == ErrorCode::Damaged ? SetAsideDamaged(session)
                                                         : Unfinished(session, found.Error());
-    if (!*found)
+    if (!*found) {
+        ClearToldLeftovers(session);
         return true;
+    }
     const SwapJournal& journal = **found;
     const Operation running{session};
     const platform::FileFacts folder = platform::FactsOf(journal.folder.path);
