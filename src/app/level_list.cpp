@@ -111,10 +111,17 @@ std::string WindowTitle(const Session& session)
 std::ptrdiff_t FindRow(const std::vector<ListRow>& rows, std::string_view text, std::ptrdiff_t from,
                        int step)
 {
+    const std::string wanted = FoldCase(text);
+    const bool plain = std::all_of(wanted.begin(), wanted.end(),
+                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    const auto holds = [&](const std::string& row) {
+        // Plain letters need no folding of the row, which a list of thousands would feel.
+        return plain ? FindFolded(row, wanted) != std::string::npos
+                     : FoldCase(row).find(wanted) != std::string::npos;
+    };
     const auto count = static_cast<std::ptrdiff_t>(rows.size());
     for (std::ptrdiff_t i = from; i >= 0 && i < count; i += step)
-        if (text.empty() ||
-            FindFolded(rows[static_cast<std::size_t>(i)].text, text) != std::string::npos)
+        if (text.empty() || holds(rows[static_cast<std::size_t>(i)].text))
             return i;
     return -1;
 }

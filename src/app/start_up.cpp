@@ -5,6 +5,7 @@
 #include "platform/places.h"
 #include "session/preferences_file.h"
 #include "swap/recovery.h"
+#include "upkeep/archive_life.h"
 
 namespace kestrova
 {
@@ -66,15 +67,7 @@ Status LoadArchiveToLook(Session& session)
     const Path file = session.ArchivePath();
     if (file.empty())
         return MakeFailure(ErrorCode::Missing, {});
-    const auto bytes = ReadWholeFile(ResolvePath(file));
-    if (!bytes)
-        return bytes.Error();
-    auto content = ParseArchive(*bytes);
-    if (!content)
-        return MakeFailure(ErrorCode::Damaged, TextOf(file));
-    session.archive = std::move(content->header);
-    session.levels = std::move(content->levels);
-    return {};
+    return ReadArchiveRecords(session, file);
 }
 
 bool OpenSession(Session& session, bool writing, bool& firstRun)

@@ -69,7 +69,7 @@ Exit RunLoad(Run& run)
 
 Exit RunAdd(Run& run)
 {
-    const std::string name{Trim(run.arguments.ValueOf("--name"))};
+    const std::string name = Readable(Trim(run.arguments.ValueOf("--name")));
     if (name.empty())
         return WrongUse("add", GetMsg(Msg::WrongOptionMissing, {"--name"}));
     const Path folder = PlaceFromWord(run.arguments.words.front());
@@ -80,10 +80,10 @@ Exit RunAdd(Run& run)
         return EndWork(run, false);
     }
     LevelCode code = 0;
-    const bool added =
-        AddFolderAsLevel(run.session, name, run.arguments.ValueOf("--note"), folder, code);
+    const bool added = AddFolderAsLevel(run.session, name,
+                                        Readable(run.arguments.ValueOf("--note")), folder, code);
     if (added && run.json != nullptr)
-        *run.json = {{"code", code}, {"name", Readable(name)}};
+        *run.json = {{"code", code}, {"name", name}};
     else if (added)
         AddLine(run, std::to_string(code) + "\t" + name);
     return EndWork(run, added);

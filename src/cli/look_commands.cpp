@@ -47,14 +47,16 @@ Exit RunLevels(Run& run)
     if (!BeginLooking(run, Needs::Archive))
         return Exit::Failed;
     const LevelCode current = CurrentLevelCode(run.session);
-    if (run.json != nullptr) {
-        *run.json = Json::array();
+    if (run.json == nullptr) {
         for (const LevelRecord& level : run.session.levels)
-            run.json->push_back(LevelAsJson(level, level.levelCode == current));
+            AddLine(run, LevelAsLine(level, level.levelCode == current));
         return Exit::Done;
     }
+    // One object at a time: the whole of a great archive costs more to build than to print.
     for (const LevelRecord& level : run.session.levels)
-        AddLine(run, LevelAsLine(level, level.levelCode == current));
+        run.text += (run.text.empty() ? "[\n " : ",\n ") +
+                    JsonText(LevelAsJson(level, level.levelCode == current));
+    run.text += "\n]\n";
     return Exit::Done;
 }
 

@@ -3,6 +3,8 @@
 #include "platform/clock.h"
 #include "platform/terminal.h"
 
+#include <algorithm>
+
 namespace kestrova
 {
 
@@ -75,6 +77,9 @@ private:
 
 std::string ForTerminal(std::string_view text)
 {
+    // Nearly every line, and there may be thousands.
+    if (std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; }))
+        return std::string{text};
     const std::string readable = Readable(text);
     std::string shown;
     shown.reserve(readable.size());

@@ -130,6 +130,11 @@ Exit WrongUse(std::string_view command, const std::string& what)
     return Exit::WrongUse;
 }
 
+std::string JsonText(const Json& value)
+{
+    return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
 void AddLine(Run& run, std::string_view line)
 {
     run.text += ForTerminal(line);

@@ -29,5 +29,7 @@ Path PlaceFromWord(const std::string& word);
 Exit WrongUse(std::string_view command, const std::string& what);
 
 void AddLine(Run& run, std::string_view line);
+/// On one line.
+std::string JsonText(const Json& value);
 
 } // namespace kestrova
