@@ -1,0 +1,61 @@
+# From nothing to three levels played and back, over the practice folder.
+source "$(dirname "$0")/common.bash"
+
+"$ctl" practice "$box/practice" >"$box/out" 2>"$box/err" || die "practice"
+trle=$box/practice/trle
+expect 1 practice "$box/practice" # which is there
+
+expect 0 setup --trle "$trle" --full --folder-is-original
+original=$(tree "$trle")
+[[ $(tree "$box/home/backup_trle") == "$original" ]] || die "the backup is no copy"
+expect 0 new --folder "$box/levels" "$box/my.kva"
+count=0
+for folder in "$box"/practice/levels/*/; do
+    folder=${folder%/}
+    expect 0 add --name "${folder##*/}" --note "note ${folder##*/}" "$folder"
+    count=$((count + 1))
+done
+((count == 5)) || die "$count practice levels"
+
+expect 0 --json levels
+json "[l['code'] for l in j] == [0, 1, 2, 3, 4, 5]"
+json "all({'code','name','note','author','cd','filesSize','extrasSize','current'} <= l.keys() for l in j)"
+json "[l['current'] for l in j] == [True] + [False] * 5 and all(l['filesSize'] > 0 for l in j[1:])"
+expect 0 sizes
+expect 0 verify
+said "No difference."
+
+for code in 1 2 3; do
+    expect 0 plan "$code" --json
+    json "j['code'] == $code and any(f['action'] == 'add' and f['file'].lower().endswith('.tr4') for f in j['files'])"
+    expect 0 play "$code" --no-start
+    expect 0 current
+    [[ $(cut -f1 "$box/out") == "$code" ]] || die "current"
+    expect 0 verify
+    expect 0 verify "$code"
+done
+
+# The stand-in game ends at once without a display; the command returns after the start.
+echo "my progress" >"$trle/savegame.0"
+env -u DISPLAY -u WAYLAND_DISPLAY "$ctl" --home "$box/home" --json play 3 >"$box/out" 2>"$box/err" || die "play"
+json "j['code'] == 3 and j['started']"
+
+expect 0 original
+[[ $(tree "$trle") == "$original" ]] || die "the originals are not back"
+[[ $(cat "$box/levels/LEVEL_0003/backup_savegames/savegame.0") == "my progress" ]] || die "savegame"
+expect 0 play 3 --no-start
+[[ $(cat "$trle/savegame.0") == "my progress" ]] || die "savegame back"
+
+# A file of the level that vanished is a difference.
+rm "$trle"/[Dd][Aa][Tt][Aa]/"$("$ctl" --home "$box/home" plan 0 | sed -n 's/^remove.*\\[Dd][Aa][Tt][Aa]\\//p' | head -1)"
+expect 1 verify
+said missing
+expect 0 --yes original --full
+expect 0 verify
+expect 0 --yes remove 2
+expect 0 levels --json
+json "sorted(l['code'] for l in j) == [0, 1, 3, 4, 5]"
+[[ ! -e $box/levels/LEVEL_0002 ]] || die "the folder stayed"
+expect 0 doctor --json
+json "all(f['fine'] == (f['remedy'] == '') for f in j) and len(j) > 6"
+expect 0 mend

@@ -1,0 +1,107 @@
+# What the terminal itself promises: exit codes, streams, wrong use, questions, settings.
+source "$(dirname "$0")/common.bash"
+
+# Wrong use says what and how, on the standard error.
+for words in "" "nothing" "info" "info one" "info -1" "info 99999999999" "levels 1" "play 1 2" \
+    "setup" "setup --trle x --full --compact" "backup" "add x" "add --name" "new x.zip" \
+    "levels --no-start" "--yes --no levels" "--home" "--json play" "set colour red" \
+    "set capture maybe" "set history-count -1" "set game ../tomb4.exe" "set capture" \
+    "history back 1" "help nothing" "levels --wrong"; do
+    # shellcheck disable=SC2086
+    got=0
+    "$ctl" $words >"$box/out" 2>"$box/err" </dev/null || got=$?
+    [[ $words != "--json play" ]] || got=2 # lacks its code only
+    [[ $got == 2 ]] || die "'$words': exit $got"
+    silent
+    [[ -s $box/err ]] || [[ $words == "--json play" ]] || die "'$words': no word about it"
+done
+expect 2 levels --wrong
+errs "'--wrong'"
+expect 2 info one
+errs "'one'"
+errs "info CODE"
+
+expect 0 --version
+said "kestrovactl "
+expect 0 help
+said "play CODE [--no-start]"
+expect 0 help play
+[[ $(wc -l <"$box/out") -ge 2 ]] || die "help play"
+expect 0 help --markdown
+diff "$box/out" "$here/../../docs/terminal.md" || die "docs/terminal.md is not what the program prints"
+
+# Reading commands make nothing, not even the folder.
+expect 1 levels
+errs "kestrovactl new"
+expect 0 doctor
+expect 0 set
+[[ ! -e $box/home ]] || die "a reading command made the home"
+
+# A question without a terminal is named, and nothing is done.
+make_trle "$box/trle"
+before=$(tree "$box/trle")
+expect 1 setup --trle "$box/trle" --full
+errs "Left unanswered: "
+errs "is original?"
+expect 1 --yes setup --trle "$box/trle" --full # which --yes must not answer
+errs "is original?"
+expect 1 setup --trle "$box/trle" --folder-is-original
+errs "--compact"
+[[ ! -e $box/home/backup_trle ]] || die "a backup was made"
+expect 1 setup --trle "$box/nowhere" --full --folder-is-original
+errs "Not right folder"
+[[ $(tree "$box/trle") == "$before" ]] || die "the Level Editor's folder has changed"
+
+make_archive
+expect 1 remove 1
+errs "Left unanswered: "
+expect 1 --no remove 1
+expect 0 levels
+[[ $(wc -l <"$box/out") == 4 ]] || die "levels"
+expect 1 info 9
+errs "9"
+expect 1 new "$box/my.kva"
+errs "already"
+expect 1 load "$box/none.kva"
+expect 1 add --name x "$box/none"
+
+# An answer on a terminal counts.
+if command -v script >/dev/null; then
+    echo "y" | script -qec "'$ctl' --home '$box/home' remove 3 --keep-files" /dev/null >"$box/out" 2>&1 ||
+        die "an answer at the terminal"
+    expect 0 levels
+    [[ $(wc -l <"$box/out") == 3 && -d $box/levels/LEVEL_0003 ]] || die "remove --keep-files"
+fi
+
+# Settings come back as they were set.
+for pair in "capture off" "auto-compile off" "log-files on" "auto-save off" "game tomb5.exe" \
+    "compress on" "wine-command /opt/wine/bin/wine" "wine-words a" "history-count 7" "mp3 on"; do
+    # shellcheck disable=SC2086
+    expect 0 set $pair
+    expect 0 set
+    said "$(printf '%s\t%s' ${pair% *} ${pair#* })"
+done
+expect 0 set --json
+json "j['game'] == 'tomb5.exe' and j['compress'] == 'on' and j['history-count'] == '7'"
+expect 0 add --name "after auto-save off" "$box/from/dusk"
+expect 0 levels
+said "after auto-save off"
+ls "$box"/levels/LEVEL_0003/files/*.zl >/dev/null 2>&1 || ls "$box"/levels/LEVEL_0004/files/*.zl >/dev/null || die "compress on"
+
+# Names that are no UTF-8 and names that would steer a terminal.
+bad=$box/from/$(printf 'caf\xe9')
+make_level "$bad" noon
+expect 0 add --name "$(printf 'caf\xe9 \x1b[31mred')" "$bad"
+expect 0 levels
+! grep -q "$(printf '\x1b')" "$box/out" || die "an escape reached the terminal"
+expect 0 levels --json
+json "any('caf\u00e9' in l['name'] for l in j)"
+expect 0 info 4 --json
+
+# A reader that goes away, a disk that is full.
+"$ctl" --home "$box/home" levels | true
+if [[ -w /dev/full ]]; then
+    got=0
+    "$ctl" --home "$box/home" levels >/dev/full 2>"$box/err" || got=$?
+    [[ $got == 1 ]] || die "a full disk: exit $got"
+fi
