@@ -5,6 +5,8 @@
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
 
+#include <algorithm>
+
 namespace kestrova
 {
 
@@ -14,12 +16,18 @@ namespace
 /// Longer ones leave no room for the paths that grow from them.
 constexpr std::size_t longestArchiveFolder = 220;
 
+bool AnyLevelOnCd(const Session& session)
+{
+    return std::any_of(session.levels.begin(), session.levels.end(),
+                       [](const LevelRecord& level) { return level.cdNumber != 0; });
+}
+
 } // namespace
 
 ArchiveForm::ArchiveForm(Session& session) : session_(session), kept_(session.archive)
 {
     ArchiveHeader& archive = session_.archive;
-    if (IsArchiveOnCd(session_) || Trim(archive.mainFolder) == Trim(archive.secondaryFolder))
+    if (AnyLevelOnCd(session_) || Trim(archive.mainFolder) == Trim(archive.secondaryFolder))
         return;
     archive.mainFolder = archive.secondaryFolder;
     SaveArchive(session_);
@@ -33,7 +41,7 @@ ArchiveFacts ArchiveForm::Facts() const
     facts.mainFolder = Readable(Trim(archive.mainFolder));
     facts.secondaryFolder = Readable(Trim(archive.secondaryFolder));
     facts.levels = session_.levels.size();
-    facts.onCd = IsArchiveOnCd(session_);
+    facts.onCd = AnyLevelOnCd(session_);
     facts.cdCount = archive.cdCount;
     facts.size = FormatSize(archive.mainFolderSize) + "+" +
                  FormatSize(archive.secondaryFolderSize) + " = " +
@@ -54,7 +62,7 @@ void ArchiveForm::SetCompress(bool on)
 
 void ArchiveForm::BrowseMain()
 {
-    Browse(!IsArchiveOnCd(session_));
+    Browse(!AnyLevelOnCd(session_));
 }
 
 void ArchiveForm::BrowseSecondary()
@@ -66,8 +74,8 @@ void ArchiveForm::Browse(bool secondary)
 {
     ArchiveHeader& archive = session_.archive;
     const Path old{Trim(secondary ? archive.secondaryFolder : archive.mainFolder)};
-    const auto chosen =
-        session_.host.ChooseFolder(GetMsg(Msg::WindowSelectArchiveFolder) + TextOf(old.filename()), old);
+    const auto chosen = session_.host.ChooseFolder(
+        GetMsg(Msg::WindowSelectArchiveFolder) + TextOf(old.filename()), old);
     if (!chosen || *chosen == old)
         return;
     if (ToWindows1252(chosen->native()).size() > longestArchiveFolder)
@@ -78,7 +86,7 @@ void ArchiveForm::Browse(bool secondary)
         return session_.host.Tell(Tone::Error,
                                   GetMsg(Msg::ArchiveFolderNotTaken, {TextOf(*chosen)}),
                                   GetMsg(Msg::ArchiveFolderWithoutLevels));
-    const bool both = !IsArchiveOnCd(session_);
+    const bool both = !AnyLevelOnCd(session_);
     if (secondary || both)
         archive.secondaryFolder = chosen->native();
     if (!secondary || both)

@@ -1,5 +1,6 @@
 #include "ui/icons.h"
 
+#include "core/files.h"
 #include "platform/places.h"
 #include "ui/qt_text.h"
 
@@ -104,7 +105,8 @@ QIcon DrawnIcon(Drawing drawing)
 
 QIcon ProgramIcon()
 {
-    const QIcon icon(PathToQt(platform::ResourceFolder() / RowText(Msg::FileNameAppIcon)));
+    const Path file = platform::ResourceFolder() / RowText(Msg::FileNameAppIcon);
+    const QIcon icon = FileExists(file) ? QIcon(PathToQt(file)) : QIcon();
     return icon.pixmap(16).isNull() ? DrawnIcon(Drawing::Play) : icon;
 }
 

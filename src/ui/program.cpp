@@ -58,8 +58,8 @@ std::optional<int> AnswerAtOnce(int argc, char** argv)
     const Options options = ReadOptions(arguments);
     if (!options.version && !options.help)
         return std::nullopt;
-    const std::string line =
-        options.version ? GetMsg(Msg::WindowVersionLine, {KESTROVA_VERSION}) : GetMsg(Msg::WindowUsageLine);
+    const std::string line = options.version ? GetMsg(Msg::WindowVersionLine, {KESTROVA_VERSION})
+                                             : GetMsg(Msg::WindowUsageLine);
     std::fprintf(stdout, "%s\n", line.c_str());
     return 0;
 }

@@ -25,12 +25,15 @@ Failure Unshown(const Path& file, Msg why)
     return {ErrorCode::CannotRead, TextOf(file), GetMsg(why)};
 }
 
-/// Kinds that only the desktop's own reader knows.
+/// Kinds that only the desktop's own reader knows; of the other two it would show half a picture
+/// of a file that is cut.
 QImage ReadOther(std::string& bytes)
 {
     QByteArray view = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
     QBuffer buffer(&view);
     QImageReader reader(&buffer);
+    if (reader.format() == "bmp" || reader.format() == "jpeg")
+        return {};
     const QSize size = reader.size();
     return IsPictureSize(size.width(), size.height()) ? reader.read() : QImage();
 }

@@ -1,0 +1,255 @@
+#include "ui/captions.h"
+#include "ui/dialog_add_folder.h"
+#include "ui/dialog_pref_arc.h"
+#include "ui/dialog_restore.h"
+#include "ui/dialog_settings.h"
+#include "ui/dialog_trova_trle.h"
+#include "ui/dialogs_small.h"
+#include "ui/progress_windows.h"
+#include "window_world.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QSpinBox>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+template <class Control> Control* In(QWidget& dialog, const char* name)
+{
+    auto* found = dialog.findChild<Control*>(QString::fromLatin1(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+}
+
+void Press(QWidget& dialog, const char* button)
+{
+    In<QPushButton>(dialog, button)->click();
+}
+
+std::string Label(QWidget& dialog, const char* name)
+{
+    return FromQt(In<QLabel>(dialog, name)->text());
+}
+
+} // namespace
+
+TEST(Dialogs, EveryCaptionFindsItsControl)
+{
+    WindowWorld world;
+    TrleFinder finder{world.session};
+    AboutDialog about{nullptr};
+    NewArcDialog newArc{nullptr};
+    ArchiveDialog archive{world.session, nullptr};
+    SettingsDialog settings{world.session, nullptr};
+    FindTrleDialog find{world.session, finder, nullptr};
+    RestoreDialog restore{world.session, nullptr};
+    AddFolderDialog add{world.session, {}, nullptr};
+    ProgressDialog progress{ProgressWindow::Progress, nullptr};
+    ProgressDialog wait{ProgressWindow::Wait, nullptr};
+    ProgressDialog zip{ProgressWindow::Zip, nullptr};
+    for (const QWidget* dialog : std::initializer_list<const QWidget*>{
+             &about, &newArc, &archive, &settings, &find, &restore, &add, &progress, &wait, &zip}) {
+        EXPECT_EQ(CaptionFaults(*dialog), QStringList{}) << FromQt(dialog->objectName());
+        EXPECT_FALSE(dialog->windowTitle().isEmpty()) << FromQt(dialog->objectName());
+    }
+    EXPECT_EQ(settings.windowTitle(), " Kestrova Settings");
+    EXPECT_EQ(In<QCheckBox>(settings, "Check_EnableCapture")->text().remove(QLatin1Char('&')),
+              "Enable screen-shot capture (press [Print Screen]  while you are playing)");
+}
+
+TEST(Settings, OkTakesEveryControlOverAndCancelNone)
+{
+    WindowWorld world;
+    PreferencesRecord& record = world.session.preferences;
+    const PreferencesRecord before = record;
+    const auto change = [](QWidget& dialog) {
+        for (const char* box :
+             {"Check_AutoSave", "Check_NonDecomprimere", "Check_Logfile",
+              "Check_TestCOntrollaUguali", "Check_NoAutoCompila", "Check_EnableCapture"})
+            In<QCheckBox>(dialog, box)->toggle();
+        In<QRadioButton>(dialog, "Opt_PromptCapture")->setChecked(true);
+        In<QLineEdit>(dialog, "Text_Wine")->setText(" wine-9 ");
+        In<QLineEdit>(dialog, "Text_WineWords")->setText("-a b");
+        In<QSpinBox>(dialog, "Spin_HistoryCount")->setValue(7);
+        In<QSpinBox>(dialog, "Spin_HistorySize")->setValue(9);
+    };
+    {
+        SettingsDialog dialog{world.session, nullptr};
+        EXPECT_EQ(Label(dialog, "Label_FullBackup"), "YES");
+        EXPECT_EQ(Label(dialog, "Label_PathTrle"), (world.box / "trle").native());
+        change(dialog);
+        world.box.host.WillChoose("Select 'start tomb raider' program", Path{"/x/y/Tomb.EXE"});
+        Press(dialog, "Pul_SfogliaNomeTomb");
+        EXPECT_EQ(Label(dialog, "Label_NomeTombExe"), "Tomb.EXE");
+        Press(dialog, "Pul_Cancel");
+    }
+    EXPECT_EQ(FormatPreferences(record), FormatPreferences(before));
+    EXPECT_EQ(world.session.settings.wineCommand, "wine");
+    {
+        SettingsDialog dialog{world.session, nullptr};
+        change(dialog);
+        world.box.host.WillChoose("Select folder where you download", world.box / "levels");
+        Press(dialog, "Pul_SfogliaLoadDir");
+        world.box.host.WillChoose("Select program to convert", std::nullopt);
+        Press(dialog, "Pul_SfogliaTom2Pc");
+        Press(dialog, "Pul_Ok");
+        EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    }
+    EXPECT_FALSE(record.autoSave);
+    EXPECT_FALSE(record.noDecompressInProperties);
+    EXPECT_TRUE(record.writeLogFiles);
+    EXPECT_FALSE(record.checkEqualLevels);
+    EXPECT_TRUE(record.noAutoCompile);
+    EXPECT_FALSE(record.captureEnabled);
+    EXPECT_TRUE(record.promptCapture);
+    EXPECT_EQ(record.downloadFolder, (world.box / "levels").native());
+    EXPECT_EQ(record.tom2PcName, before.tom2PcName);
+    EXPECT_EQ(record.archivePath, before.archivePath);
+    EXPECT_TRUE(record.fullBackup);
+    EXPECT_EQ(world.session.settings.wineCommand, "wine-9");
+    EXPECT_EQ(world.session.settings.wineWords, "-a b");
+    EXPECT_EQ(world.session.settings.historyCount, 7);
+    EXPECT_EQ(world.session.settings.historyMegabytes, 9);
+    EXPECT_FALSE(world.box.Has("home/Kestrova.prf")) << "the file is written at the end";
+}
+
+TEST(Settings, AFolderThatHasNoRoomIsRefusedInWords)
+{
+    WindowWorld world;
+    SettingsForm form{world.session};
+    form.preferences.trlePath = "/" + std::string(256, 'a');
+    form.preferences.autoSave = false;
+    EXPECT_FALSE(form.Accept());
+    EXPECT_TRUE(world.box.host.WasTold("too long"));
+    EXPECT_EQ(world.session.preferences.trlePath, (world.box / "trle").native());
+    EXPECT_TRUE(world.session.preferences.autoSave);
+    form.preferences.trlePath.clear();
+    EXPECT_TRUE(form.Accept()) << "an empty folder is asked for at the next start";
+}
+
+TEST(ArchivePreferences, ShowsTheArchiveAndCancelPutsItBack)
+{
+    WindowWorld world;
+    world.AddLevel("One");
+    world.session.archive.mainFolderSize = 3 * 1024.0;
+    world.session.archive.secondaryFolderSize = 1024.0 * 1024 * 2;
+    const ArchiveHeader before = world.session.archive;
+    std::filesystem::create_directories(world.box / "empty");
+    std::filesystem::create_directories(world.box / "moved/LEVEL_0001");
+    {
+        ArchiveDialog dialog{world.session, nullptr};
+        EXPECT_EQ(Label(dialog, "Label_NomeArc"), (world.box / "home/LevelArchive.kva").native());
+        EXPECT_EQ(Label(dialog, "Label_TotLevels"), "2");
+        EXPECT_EQ(Label(dialog, "Label_OnCd"), "NO");
+        EXPECT_EQ(Label(dialog, "Label_SizeArc"),
+                  FormatSize(3072) + "+" + FormatSize(2097152) + " = " + FormatSize(2100224));
+        EXPECT_FALSE(In<QCheckBox>(dialog, "Check_WavInMp3")->isEnabled());
+        In<QCheckBox>(dialog, "Check_Compresso")->click();
+        EXPECT_TRUE(world.session.archive.compressLevels) << "it counts at once";
+
+        world.box.host.WillChoose("Select folder: levels", world.box / "empty");
+        Press(dialog, "Pul_SfogliaSecDir");
+        EXPECT_TRUE(world.box.host.WasTold("holds none of this archive's levels"));
+        EXPECT_EQ(world.session.archive.secondaryFolder, before.secondaryFolder);
+        world.box.host.WillChoose("Select folder: levels", world.box / "moved");
+        Press(dialog, "Pul_SfogliaSecDir");
+        EXPECT_EQ(Label(dialog, "Label_MainDir"), (world.box / "moved").native())
+            << "without cds both are one";
+        Press(dialog, "Pul_Cancel");
+    }
+    EXPECT_FALSE(world.session.archive.compressLevels);
+    EXPECT_EQ(world.session.archive.mainFolder, before.mainFolder);
+    EXPECT_EQ(world.session.archive.secondaryFolder, before.secondaryFolder);
+    {
+        ArchiveDialog dialog{world.session, nullptr};
+        In<QCheckBox>(dialog, "Check_Compresso")->click();
+        Press(dialog, "Pul_Ok");
+    }
+    const auto saved = ParseArchive(world.box.Read("home/LevelArchive.kva"));
+    ASSERT_TRUE(saved);
+    EXPECT_TRUE(saved->header.compressLevels);
+}
+
+TEST(ArchivePreferences, AnArchiveWithCdsKeepsItsTwoFolders)
+{
+    WindowWorld world;
+    world.AddLevel("On disc");
+    world.session.levels.back().cdNumber = 2;
+    world.session.levels.back().filesSize = 2048;
+    world.session.archive.cdCount = 2;
+    world.session.archive.mainFolder = "/media/disc";
+    ArchiveDialog dialog{world.session, nullptr};
+    EXPECT_EQ(Label(dialog, "Label_OnCd"), "YES");
+    EXPECT_EQ(Label(dialog, "Label_TotCd"), "2");
+    EXPECT_EQ(Label(dialog, "Label_SizeCd"), FormatSize(2048));
+    EXPECT_EQ(Label(dialog, "Label_MainDir"), "/media/disc");
+    dialog.reject();
+
+    world.session.levels.back().cdNumber = 0;
+    const ArchiveForm form{world.session};
+    EXPECT_EQ(world.session.archive.mainFolder, (world.box / "levels").native());
+}
+
+TEST(FindTrle, OkNeedsAFolderThatPasses)
+{
+    WindowWorld world;
+    world.session.preferences.trlePath.clear();
+    TrleFinder finder{world.session};
+    ASSERT_FALSE(finder.Prepare());
+    FindTrleDialog dialog{world.session, finder, nullptr};
+    EXPECT_FALSE(In<QPushButton>(dialog, "Pul_Ok")->isEnabled());
+    EXPECT_FALSE(In<QPushButton>(dialog, "Pul_InstallTrleCD")->isEnabled());
+    world.box.host.WillChoose("Choose TR Level Editor folder", world.box / "levels");
+    Press(dialog, "Pul_Sfoglia");
+    EXPECT_TRUE(world.box.host.WasTold("Not right folder"));
+    EXPECT_FALSE(In<QPushButton>(dialog, "Pul_Ok")->isEnabled());
+    world.box.host.WillChoose("practice Level Editor", world.box.root);
+    Press(dialog, "Pul_Practice");
+    EXPECT_EQ(Label(dialog, "Label_Path"), (world.box / "trle").native())
+        << "one that is there already is taken";
+    Press(dialog, "Pul_Ok");
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(world.session.preferences.trlePath, (world.box / "trle").native());
+
+    FindTrleDialog given{world.session, finder, nullptr};
+    given.show();
+    given.close();
+    EXPECT_EQ(given.result(), QDialog::Rejected);
+    EXPECT_TRUE(world.box.host.WasTold("This program cann't run without"));
+}
+
+TEST(AddFolder, SuggestsTheFoldersNameUntilAnotherIsTyped)
+{
+    WindowWorld world;
+    std::filesystem::create_directories(world.box / "First");
+    AddFolderDialog dialog{world.session, world.box / "First", nullptr};
+    auto* name = In<QLineEdit>(dialog, "Text_Name");
+    auto* folder = In<QLineEdit>(dialog, "Text_Folder");
+    EXPECT_EQ(name->text(), "First");
+    folder->setText(PathToQt(world.box / "Second"));
+    EXPECT_EQ(name->text(), "Second");
+    name->setText("My name");
+    folder->setText(PathToQt(world.box / "Third"));
+    EXPECT_EQ(name->text(), "My name");
+    dialog.accept();
+    EXPECT_TRUE(world.box.host.WasTold("This folder is not there"));
+    name->setText("  ");
+    EXPECT_FALSE(In<QPushButton>(dialog, "Pul_Ok")->isEnabled());
+}
+
+TEST(NewArchive, ClosingTheWindowMeansLoad)
+{
+    NewArcDialog dialog{nullptr};
+    dialog.show();
+    dialog.close();
+    EXPECT_EQ(dialog.result(), QDialog::Rejected);
+    Press(dialog, "Pul_New");
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+}
+
+} // namespace kestrova::testing

@@ -1,0 +1,140 @@
+#include "ui/host_windows.h"
+#include "ui/progress_windows.h"
+#include "window_world.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTimer>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+/// Runs in the event loop of whatever box opens next.
+template <class Work> void InNextBox(Work work)
+{
+    QTimer::singleShot(20, [work] {
+        QWidget* box = QApplication::activeModalWidget();
+        ASSERT_NE(box, nullptr);
+        work(*qobject_cast<QMessageBox*>(box));
+    });
+}
+
+} // namespace
+
+TEST(InputGate, InputDuringWorkIsDiscardedNotKept)
+{
+    WindowWorld world;
+    world.AddLevel("One");
+    world.Show();
+    auto* search = world.Find<QLineEdit>("Text_Search");
+    {
+        const Operation operation{world.session};
+        QTest::keyClicks(search, "abc");
+        world.Click("Pul_Dopo");
+        QTest::keyClick(&world.window, Qt::Key_F5);
+        QTest::keyClick(&world.window, Qt::Key_N, Qt::ControlModifier);
+        world.window.findChild<QAction*>(QStringLiteral("mnu_Save"))->trigger();
+        EXPECT_FALSE(world.window.close());
+        QCoreApplication::processEvents();
+    }
+    QTest::qWait(20);
+    EXPECT_EQ(search->text(), "");
+    EXPECT_EQ(world.list.Selected(), originalCode);
+    EXPECT_TRUE(world.box.machine.started.empty());
+    QTest::keyClicks(search, "abc");
+    EXPECT_EQ(search->text(), "abc") << "afterwards it counts again";
+}
+
+TEST(InputGate, ABoxOfTheWorkItselfAnswers)
+{
+    WindowHost host;
+    WindowWorld world{&host};
+    world.Show();
+    const Operation operation{world.session};
+    InNextBox([](QMessageBox& box) {
+        EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No));
+        QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton);
+    });
+    EXPECT_TRUE(host.AskYesNo("Go on?"));
+    InNextBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+    EXPECT_FALSE(host.AskYesNo("Enter is the answer that changes nothing"));
+    InNextBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    EXPECT_EQ(host.AskYesNoCancel("?"), YesNoCancel::Cancel);
+    InNextBox([](QMessageBox& box) {
+        EXPECT_EQ(box.text(), "First line\nsecond");
+        EXPECT_EQ(box.informativeText(), "Permission denied");
+        EXPECT_EQ(box.textFormat(), Qt::PlainText);
+        box.close();
+    });
+    host.Tell(Tone::Error, "First line\r\nsecond", "Permission denied");
+}
+
+TEST(InputGate, AWindowOfTheStartIsDeafWhileItsOwnWorkRuns)
+{
+    WindowWorld world;
+    const Operation start{world.session};
+    QDialog dialog(&world.window);
+    auto* button = new QPushButton(&dialog);
+    int clicks = 0;
+    QObject::connect(button, &QPushButton::clicked, [&] { ++clicks; });
+    const InputGate::Admission admission{dialog};
+    dialog.show();
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(clicks, 1);
+    {
+        const Operation inner{world.session};
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST(Progress, ShowsItselfOnlyForLongWorkAndStops)
+{
+    WindowHost host;
+    WindowWorld world{&host};
+    world.Show();
+    const Operation operation{world.session};
+    const auto shown = [&]() -> ProgressDialog* {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (auto* dialog = dynamic_cast<ProgressDialog*>(window))
+                return dialog;
+        return nullptr;
+    };
+    auto progress = host.BeginProgress(ProgressWindow::Progress, "");
+    ASSERT_NE(shown(), nullptr);
+    EXPECT_EQ(shown()->objectName(), "Dialog_Progress");
+    EXPECT_EQ(shown()->findChild<QLabel*>(QStringLiteral("Label_Info"))->text(),
+              "File copy in progress ... ");
+    EXPECT_TRUE(progress->Step());
+    EXPECT_FALSE(shown()->isVisible()) << "short work does not flash a window";
+    QTest::qSleep(260);
+    progress->SetBar(5'000'000'000, 10'000'000'000);
+    EXPECT_TRUE(progress->Step());
+    EXPECT_TRUE(shown()->isVisible());
+    EXPECT_EQ(shown()->findChild<QProgressBar*>()->value(), 500);
+
+    auto* stop = shown()->findChild<QPushButton*>(QStringLiteral("Pul_Stop"));
+    EXPECT_FALSE(shown()->close()) << "it stays as long as the work";
+    EXPECT_TRUE(progress->Step()) << "work that cannot be stopped is not stopped by closing";
+    progress->AllowStop();
+    QTest::mouseClick(stop, Qt::LeftButton);
+    QTest::qSleep(30);
+    EXPECT_FALSE(progress->Step());
+    EXPECT_FALSE(progress->Step()) << "once stopped it stays so";
+    progress.reset();
+    EXPECT_EQ(shown(), nullptr);
+}
+
+TEST(Chooser, FiltersKnowBothCases)
+{
+    EXPECT_EQ(ChooserFilter("Level Archive Files (*.kva)|*.kva"),
+              "Level Archive Files (*.kva *.KVA);;All files (*)");
+    EXPECT_EQ(ChooserFilter("Images (*.jpg) (*.bmp)|*.jpg;*.bmp"),
+              "Images (*.jpg *.bmp *.JPG *.BMP);;All files (*)");
+}
+
+} // namespace kestrova::testing

@@ -1,0 +1,287 @@
+#include "app/level_commands.h"
+#include "records/preferences.h"
+#include "ui/captions.h"
+#include "ui/main_menu.h"
+#include "window_world.h"
+
+#include <QAction>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenu>
+#include <QMimeData>
+#include <QTimer>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+constexpr const char* original = "- TRLE: Original configuration -";
+
+std::vector<std::string> ShownRows(WindowWorld& world)
+{
+    const QAbstractItemModel& model = *world.Find<QListView>("Combo_Livelli")->model();
+    std::vector<std::string> rows;
+    for (int i = 0; i < model.rowCount(); ++i)
+        rows.push_back(FromQt(model.index(i, 0).data().toString()));
+    return rows;
+}
+
+std::string ChosenName(WindowWorld& world)
+{
+    const QModelIndex index = world.Find<QListView>("Combo_Livelli")->currentIndex();
+    return FromQt(index.data().toString());
+}
+
+void Type(WindowWorld& world, const char* text)
+{
+    world.Find<QLineEdit>("Text_Search")->setText(QString::fromUtf8(text));
+}
+
+} // namespace
+
+TEST(MainWindow, ListsTheLevelsWithTheInstalledOneMarked)
+{
+    WindowWorld world;
+    const LevelCode zebra = world.AddLevel("Zebra", "stripes");
+    world.AddLevel("Ägypten & more");
+    world.AddLevel("Zebra");
+    world.box.Write("trle/Kestrva.txt", "#LEVEL_CODE=0001#\r\n");
+    world.Show();
+
+    EXPECT_EQ(ShownRows(world),
+              (std::vector<std::string>{original, "Zebra", "Zebra (*)", "Ägypten & more"}));
+    EXPECT_EQ(world.window.windowTitle(), "Kestrova: LevelArchive.kva (4 levels)");
+    EXPECT_EQ(ChosenName(world), original);
+    EXPECT_FALSE(world.Find("Label_Installed")->isVisible());
+
+    world.list.Select(zebra);
+    EXPECT_EQ(world.list.Selected(), zebra);
+    EXPECT_EQ(ChosenName(world), "Zebra (*)");
+    EXPECT_TRUE(world.Find("Label_Installed")->isVisible());
+    EXPECT_EQ(world.TextOfLabel("Label_InfoLevel"), "stripes");
+    EXPECT_EQ(world.TextOfLabel("Label_InfoDir"), "Path: \"" +
+                                                      (world.box / "levels/LEVEL_0001").native() +
+                                                      "\"  -  Screenshots: 0 - Savegames: 0 + 0");
+
+    world.session.levels.erase(world.session.levels.begin() + 2);
+    world.list.Refresh();
+    EXPECT_EQ(world.list.Selected(), zebra) << "a refresh keeps what was chosen";
+    world.session.levels.erase(world.session.levels.begin() + 1);
+    world.list.Refresh();
+    EXPECT_EQ(world.list.Selected(), originalCode) << "and takes the first row when that is gone";
+}
+
+TEST(MainWindow, SaysWhatToDoWhereThereIsNothing)
+{
+    WindowWorld world;
+    world.Show();
+    EXPECT_NE(world.TextOfLabel("Label_Empty").find("no custom levels yet"), std::string::npos);
+    world.session.levels.clear();
+    world.session.preferences.archivePath.clear();
+    world.list.Refresh();
+    EXPECT_NE(world.TextOfLabel("Label_Empty").find("No archive is loaded"), std::string::npos);
+    EXPECT_FALSE(world.list.Selected());
+    EXPECT_FALSE(world.Find("Pul_Play")->isEnabled());
+    EXPECT_EQ(world.window.windowTitle(), "Kestrova");
+}
+
+TEST(MainWindow, SearchNarrowsTheListAndWalksTheMatches)
+{
+    WindowWorld world;
+    for (const char* name : {"Alpha tomb", "Beta", "Gamma TOMB", "Omega"})
+        world.AddLevel(name);
+    world.Show();
+    Type(world, " tomb ");
+    EXPECT_EQ(ShownRows(world), (std::vector<std::string>{"Alpha tomb", "Gamma TOMB"}));
+    EXPECT_EQ(world.TextOfLabel("Label_Counts"), "2 of 5");
+    EXPECT_EQ(ChosenName(world), "Alpha tomb")
+        << "what was chosen is no match, so the first one is";
+
+    world.Click("Pul_Dopo");
+    EXPECT_EQ(ChosenName(world), "Gamma TOMB");
+    EXPECT_TRUE(world.box.host.told.empty());
+    world.Click("Pul_Dopo");
+    EXPECT_TRUE(world.box.host.WasTold("Not found")) << "no wrap-around";
+    EXPECT_EQ(ChosenName(world), "Gamma TOMB");
+    world.Click("Pul_Prima");
+    EXPECT_EQ(ChosenName(world), "Alpha tomb");
+    world.Click("Pul_Prima");
+    EXPECT_EQ(world.box.host.told.size(), 2U);
+
+    Type(world, "omeg");
+    world.box.host.told.clear();
+    world.Click("Pul_Dopo");
+    EXPECT_TRUE(world.box.host.WasTold("Not found")) << "only the chosen one holds it";
+    world.Click("Pul_Search");
+    EXPECT_EQ(ChosenName(world), "Omega");
+    EXPECT_EQ(world.box.host.told.size(), 1U);
+
+    Type(world, "nowhere");
+    EXPECT_TRUE(ShownRows(world).empty());
+    EXPECT_TRUE(world.Find("Label_Empty")->isVisible());
+    EXPECT_EQ(world.TextOfLabel("Label_LevelName"), "Omega") << "the chosen level stays chosen";
+    QTest::keyClick(world.Find("Text_Search"), Qt::Key_Return);
+    EXPECT_EQ(world.box.host.told.size(), 2U);
+    QTest::keyClick(world.Find("Text_Search"), Qt::Key_Escape);
+    EXPECT_EQ(ShownRows(world).size(), 5U);
+    EXPECT_EQ(ChosenName(world), "Omega");
+
+    world.Click("Pul_Dopo");
+    EXPECT_EQ(world.box.host.told.size(), 2U) << "without a search text the end is just the end";
+    world.Click("Pul_Search");
+    EXPECT_EQ(world.list.Selected(), originalCode) << "an empty text finds the first row";
+    world.Click("Pul_Dopo");
+    EXPECT_EQ(ChosenName(world), "Alpha tomb");
+}
+
+TEST(MainWindow, TheKeyboardChoosesAndPlays)
+{
+    WindowWorld world;
+    world.AddLevel("First");
+    const LevelCode second = world.AddLevel("Second");
+    world.Show();
+    auto* list = world.Find<QListView>("Combo_Livelli");
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_EQ(world.list.Selected(), second);
+    EXPECT_EQ(world.TextOfLabel("Label_LevelName"), "Second");
+    QTRY_VERIFY_WITH_TIMEOUT(
+        world.TextOfLabel("Label_InfoDir").find("LEVEL_0002") != std::string::npos, 2000);
+
+    QTest::keyClick(list, Qt::Key_Return);
+    ASSERT_EQ(world.box.machine.started.size(), 1U) << world.box.host.AllTold();
+    EXPECT_EQ(world.box.Read("trle/DATA/level1.tr4"), "Second");
+    EXPECT_EQ(ChosenName(world), "Second (*)");
+    EXPECT_TRUE(world.session.hotKeysActive);
+    EXPECT_EQ(world.box.machine.clipboardCleared, 1);
+    EXPECT_EQ(world.session.runningOperations, 0);
+}
+
+TEST(MainWindow, CommandsThatComeLaterAreDisabledAndSayIt)
+{
+    WindowWorld world;
+    world.Show();
+    const QSet<QString> now{"mnu_New",          "mnu_Load",        "mnu_Save",
+                            "mnu_SaveAs",       "Mnu_Exit",        "mnu_AddLevel",
+                            "mnu_RemoveLevel",  "mnu_CalcolaSize", "mnu_FaiFullBackup",
+                            "mnu_SetOriginale", "mnu_Settings",    "mnu_PrefArchive",
+                            "mnu_About"};
+    const QStringList commands = MenuCommands();
+    EXPECT_EQ(commands.size(), 51);
+    for (const QString& name : commands) {
+        const auto* action = world.window.findChild<QAction*>(name);
+        ASSERT_NE(action, nullptr) << FromQt(name);
+        EXPECT_FALSE(action->text().isEmpty()) << FromQt(name);
+        EXPECT_EQ(action->isEnabled(), now.contains(name)) << FromQt(name);
+        if (!action->isEnabled()) {
+            EXPECT_EQ(action->toolTip(), "Not available yet");
+        }
+    }
+    for (const char* name : {"Pul_AutoreInfo", "Pul_SaveGames", "Pul_Zoom1", "Pul_Zoom2"}) {
+        EXPECT_FALSE(world.Find(name)->isEnabled()) << name;
+        EXPECT_EQ(world.Find(name)->toolTip(), "Not available yet") << name;
+    }
+    EXPECT_EQ(CaptionFaults(world.window), QStringList{});
+    const auto caption = [&](const char* name) {
+        return world.window.findChild<QAction*>(QString::fromLatin1(name))
+            ->text()
+            .remove(QLatin1Char('&'));
+    };
+    EXPECT_EQ(caption("mnu_SaveAs"), "Save Archive  as ...");
+    EXPECT_EQ(caption("mnu_ConvertWav"), "Convert: WAV - >  different WAV format");
+}
+
+TEST(MainWindow, EveryCommandOfAMenuHasALetterOfItsOwn)
+{
+    WindowWorld world;
+    for (const auto* menu : world.window.findChildren<QMenu*>()) {
+        QSet<QChar> letters;
+        for (const QAction* action : menu->actions()) {
+            const qsizetype mark = action->text().indexOf(QLatin1Char('&'));
+            ASSERT_GE(mark, 0) << FromQt(action->text());
+            const QChar letter = action->text()[mark + 1].toLower();
+            EXPECT_FALSE(letters.contains(letter)) << FromQt(action->text());
+            letters.insert(letter);
+        }
+    }
+}
+
+TEST(MainWindow, ClosingSavesThePreferencesButNotInTheMiddleOfWork)
+{
+    WindowWorld world;
+    world.Show();
+    int ended = 0;
+    world.window.ended = [&] { ++ended; };
+    {
+        const Operation operation{world.session};
+        EXPECT_FALSE(world.window.close());
+    }
+    EXPECT_EQ(ended, 0);
+    EXPECT_TRUE(world.window.isVisible());
+    world.session.preferences.writeLogFiles = true;
+    world.window.resize(777, 555);
+    EXPECT_TRUE(world.window.close());
+    EXPECT_EQ(ended, 1);
+    EXPECT_TRUE(ParsePreferences(world.box.Read("home/Kestrova.prf")).writeLogFiles);
+
+    MainWindow again{world.session, world.list};
+    EXPECT_EQ(again.size(), QSize(777, 555));
+}
+
+TEST(MainWindow, AFolderThatIsDroppedIsOfferedAsALevel)
+{
+    WindowWorld world;
+    world.box.Write("My level/level1.tr4", "x");
+    world.Show();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(PathToQt(world.box / "My level"))});
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&world.window, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&world.window, &drop);
+    QWidget* dialog = nullptr;
+    QString name;
+    QTimer::singleShot(20, [&] {
+        dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr)
+            return;
+        name = dialog->findChild<QLineEdit*>(QStringLiteral("Text_Name"))->text();
+        dialog->close();
+    });
+    QTest::qWait(60);
+    EXPECT_NE(dialog, nullptr);
+    EXPECT_EQ(name, "My level");
+
+    QMimeData file;
+    file.setUrls({QUrl::fromLocalFile(PathToQt(world.box / "My level/level1.tr4"))});
+    QDragEnterEvent refused(QPoint(5, 5), Qt::CopyAction, &file, Qt::LeftButton, Qt::NoModifier);
+    refused.ignore();
+    QCoreApplication::sendEvent(&world.window, &refused);
+    EXPECT_FALSE(refused.isAccepted());
+}
+
+TEST(LevelModel, HoldsTenThousandLevels)
+{
+    std::vector<ListRow> rows;
+    for (int i = 0; i < 10'000; ++i)
+        rows.push_back({"Level " + std::to_string(i) + " (Näme)", i + 1});
+    LevelModel model;
+    model.SetRows(rows, 5000);
+    EXPECT_EQ(model.rowCount(), 10'000);
+    EXPECT_EQ(model.CodeAt(model.ShownRowOf(7001)), 7001);
+    EXPECT_TRUE(model.index(4999).data(LevelModel::CurrentRole).toBool());
+    model.SetSearch("999 (NÄM");
+    EXPECT_EQ(model.rowCount(), 10);
+    EXPECT_EQ(model.CodeAt(0), 1000);
+    EXPECT_EQ(model.ShownRowOf(7001), -1);
+    EXPECT_EQ(model.ShownRowOf(10'000), 9);
+    EXPECT_EQ(model.RowOf(7001), 7000) << "hidden rows keep their place among all";
+    model.SetRows({}, -1);
+    EXPECT_EQ(model.rowCount(), 0);
+}
+
+} // namespace kestrova::testing
