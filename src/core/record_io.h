@@ -7,8 +7,10 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Fixed binary records: little-endian, no padding, text in Windows-1252 padded with blanks, truth
 /// values as 16-bit integers with True = -1. One `Describe(io, record)` a record serves reading
@@ -46,6 +48,25 @@ public:
         Number(number);
         value = number == -1;
     }
+    /// A text behind its own 16-bit length, kept as it is.
+    void CountedText(std::string& value)
+    {
+        std::int16_t length = 0;
+        Number(length);
+        good_ = good_ && length >= 0;
+        value = FromWindows1252(Take(static_cast<std::size_t>(length)));
+    }
+    /// The 32-bit count of what follows, `least` bytes an entry at the least: room is made only for
+    /// entries that the bytes can hold.
+    template <class Entry> void Count(std::vector<Entry>& entries, std::size_t least)
+    {
+        std::int32_t count = 0;
+        Number(count);
+        good_ = good_ && count >= 0 && static_cast<std::size_t>(count) <= Left() / least;
+        entries.resize(good_ ? static_cast<std::size_t>(count) : 0);
+    }
+    /// False at the end of the bytes, for what older files end without.
+    [[nodiscard]] bool HasMore() const { return Left() > 0; }
 
     [[nodiscard]] bool Good() const { return good_; }
     [[nodiscard]] std::size_t Left() const { return bytes_.size() - place_; }
@@ -90,6 +111,22 @@ public:
     void F64(const double& value) { Number(value); }
     void Flag(const bool& value) { Number(static_cast<std::int16_t>(value ? -1 : 0)); }
 
+    /// A text longer than its length can say fails the writer for good.
+    void CountedText(const std::string& value)
+    {
+        const std::string text = ToWindows1252(value);
+        good_ = good_ && text.size() <= std::numeric_limits<std::int16_t>::max();
+        Number(static_cast<std::int16_t>(text.size()));
+        bytes_ += text;
+    }
+    template <class Entry> void Count(const std::vector<Entry>& entries, std::size_t)
+    {
+        good_ = good_ && entries.size() <= std::numeric_limits<std::int32_t>::max();
+        Number(static_cast<std::int32_t>(entries.size()));
+    }
+    [[nodiscard]] bool HasMore() const { return true; }
+
+    [[nodiscard]] bool Good() const { return good_; }
     [[nodiscard]] const std::string& Bytes() const { return bytes_; }
 
 private:
@@ -99,6 +136,7 @@ private:
     }
 
     std::string bytes_;
+    bool good_ = true;
 };
 
 } // namespace kestrova

@@ -32,7 +32,7 @@ Status StagedFile::Open()
         failure = platform::File::CreateNew(staged_, file_);
     }
     if (failure)
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(target_), failure);
+        return MakeFailure(ErrorCode::CannotOpen, TextOf(target_), failure);
     pending_ = true;
     return {};
 }
@@ -81,10 +81,10 @@ Status WriteStaged(const Path& target, std::string_view content, std::string_vie
 {
     const platform::FileFacts old = platform::FactsOf(target);
     if (old.kind == platform::FileKind::Folder)
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(target),
+        return MakeFailure(ErrorCode::CannotOpen, TextOf(target),
                            std::make_error_code(std::errc::is_a_directory));
     if (old.kind == platform::FileKind::File && ::access(target.c_str(), W_OK) != 0)
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(target),
+        return MakeFailure(ErrorCode::CannotOpen, TextOf(target),
                            std::make_error_code(std::errc::permission_denied));
     StagedFile staged{target};
     if (auto status = staged.Open(); !status)

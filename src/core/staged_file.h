@@ -20,7 +20,7 @@ public:
     StagedFile(const StagedFile&) = delete;
     StagedFile& operator=(const StagedFile&) = delete;
 
-    /// Creates the staged file; needed before the others.
+    /// Creates the staged file; needed before the others. Its failure is `CannotOpen`.
     Status Open();
     [[nodiscard]] const Path& StagedPath() const { return staged_; }
     platform::File& Handle() { return file_; }
@@ -39,7 +39,8 @@ private:
 Path StagedNameFor(const Path& target);
 
 /// The whole content or the old one. Durable when it answers. A link is written through, the
-/// mode of an old file is kept, and a file that a write in place could not change is not replaced.
+/// mode of an old file is kept, and a file that a write in place could not change is not replaced
+/// (`CannotOpen`).
 Status WriteWholeFile(const Path& target, std::string_view content);
 /// The same for a binary record whose count rules: an old longer file keeps its tail.
 Status WriteRecordFile(const Path& target, std::string_view content);
