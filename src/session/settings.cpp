@@ -101,7 +101,9 @@ Result<ProgramSettings> ReadSettings(const Path& programFolder)
     if (char** names = g_key_file_get_keys(keys.get(), exactGroup, nullptr, nullptr)) {
         for (char** name = names; *name != nullptr; ++name)
             if (char* value = g_key_file_get_string(keys.get(), exactGroup, *name, nullptr)) {
-                settings.exactFolders[*name] = Unescaped(value);
+                // No folder has a NUL in its name; the record's form serves then.
+                if (std::string folder = Unescaped(value); folder.find('\0') == std::string::npos)
+                    settings.exactFolders[*name] = std::move(folder);
                 g_free(value);
             }
         g_strfreev(names);
