@@ -1,0 +1,16 @@
+#pragma once
+
+#include "records/level_config.h"
+#include "session/session.h"
+
+namespace kestrova
+{
+
+/// Where a folder of level files has its configuration file.
+Path LevelConfigPath(const Path& folder);
+/// Shows its failure; `config` is as it was then.
+bool ReadLevelConfig(Session& session, const Path& file, LevelConfig& config);
+/// Shows its failure; the file is as it was then. An old longer file keeps its tail.
+bool WriteLevelConfig(Session& session, const Path& file, const LevelConfig& config);
+
+} // namespace kestrova
