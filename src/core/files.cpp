@@ -30,6 +30,9 @@ std::string SpellingIn(const Path& folder, const std::string& name)
         return {};
     std::string best;
     for (const auto& entry : entries)
+        if (entry.name == name)
+            return name;
+    for (const auto& entry : entries)
         if (EqualNames(entry.name, name) && (best.empty() || entry.name < best))
             best = entry.name;
     return best;
