@@ -1,16 +1,14 @@
 #include "platform/process.h"
 
 #include "platform/files.h"
+#include "platform/spawn.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <csignal>
-#include <fcntl.h>
+#include <cstdlib>
 #include <sys/wait.h>
 #include <unistd.h>
-
-extern char** environ;
 
 namespace kestrova::platform
 {
@@ -19,32 +17,6 @@ namespace fs = std::filesystem;
 
 namespace
 {
-
-std::vector<std::string> EnvironmentWith(const Launch& launch)
-{
-    std::vector<std::string> result;
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string_view text = *entry;
-        const bool replaced =
-            std::any_of(launch.environment.begin(), launch.environment.end(), [&](const auto& own) {
-                return text.starts_with(own.first + "=");
-            });
-        if (!replaced)
-            result.emplace_back(text);
-    }
-    for (const auto& [name, value] : launch.environment)
-        result.push_back(name + "=" + value);
-    return result;
-}
-
-std::vector<char*> Pointers(std::vector<std::string>& texts)
-{
-    std::vector<char*> pointers;
-    for (std::string& text : texts)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
 
 bool LiesIn(const fs::path& path, const fs::path& folder)
 {
@@ -64,56 +36,10 @@ fs::path LinkTarget(const fs::path& link)
 
 std::error_code StartDetached(const Launch& launch, std::int64_t& pid)
 {
-    pid = 0;
-    if (launch.argv.empty())
-        return std::make_error_code(std::errc::invalid_argument);
-    std::string program = launch.argv.front();
-    if (program.find('/') == std::string::npos)
-        program = FindOnPath(program).native();
-    if (program.empty())
-        return std::make_error_code(std::errc::no_such_file_or_directory);
-
-    // Everything is made ready before the fork: the child may only call what is signal-safe.
-    std::vector<std::string> arguments = launch.argv;
-    std::vector<std::string> variables = EnvironmentWith(launch);
-    const std::vector<char*> argv = Pointers(arguments);
-    const std::vector<char*> envp = Pointers(variables);
-    int report[2];
-    if (::pipe2(report, O_CLOEXEC) != 0)
-        return {errno, std::generic_category()};
-
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::setsid();
-        // What this program ignores the other one must not: that would outlive the exec.
-        ::signal(SIGPIPE, SIG_DFL);
-        const int nothing = ::open("/dev/null", O_RDWR);
-        for (const int stream : {0, 1, 2})
-            ::dup2(nothing, stream);
-        if (launch.folder.empty() || ::chdir(launch.folder.c_str()) == 0)
-            ::execve(program.c_str(), argv.data(), envp.data());
-        const int failure = errno;
-        (void)!::write(report[1], &failure, sizeof failure);
-        ::_exit(127);
-    }
-    const int forkFailure = errno;
-    ::close(report[1]);
-    if (child < 0) {
-        ::close(report[0]);
-        return {forkFailure, std::generic_category()};
-    }
-    int failure = 0;
-    ssize_t got = 0;
-    do
-        got = ::read(report[0], &failure, sizeof failure);
-    while (got < 0 && errno == EINTR);
-    ::close(report[0]);
-    if (got == sizeof failure) {
-        ::waitpid(child, nullptr, 0);
-        return {failure, std::generic_category()};
-    }
+    pid_t child = 0;
+    const std::error_code failure = Spawn(launch, {}, false, child);
     pid = child;
-    return {};
+    return failure;
 }
 
 std::int64_t OwnProcess()
