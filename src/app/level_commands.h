@@ -26,8 +26,8 @@ std::optional<LevelFacts> LookAtLevel(Session& session, LevelCode code);
 /// playing it changes no file.
 bool StandsInTrle(const Session& session, LevelCode code);
 
-/// True when no program runs in the Level Editor's folder, or the person goes on nevertheless: to be
-/// asked before anything changes the level there.
+/// True when no program runs in the Level Editor's folder, or the person goes on nevertheless: to
+/// be asked before anything changes the level there.
 bool TrleIsQuiet(Session& session);
 
 /// Installs and starts: asks first while a program runs in the Level Editor's folder. With `start`

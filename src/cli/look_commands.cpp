@@ -84,9 +84,11 @@ Exit RunInfo(Run& run)
         return Exit::Done;
     }
     AddLine(run, LevelAsLine(level, facts->current));
-    AddLine(run, Field(level.levelNote));
+    if (const std::string note = Field(level.levelNote); !note.empty())
+        AddLine(run, note);
     AddLine(run, facts->info);
-    AddLine(run, GetMsg(Msg::InfoAuthor, {Field(level.authorName)}));
+    if (const std::string author = Field(level.authorName); !author.empty())
+        AddLine(run, GetMsg(Msg::InfoAuthor, {author}));
     AddLine(run,
             GetMsg(Msg::InfoSizes, {FormatSize(level.filesSize), FormatSize(level.extrasSize)}));
     return Exit::Done;

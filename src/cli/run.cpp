@@ -19,9 +19,12 @@ constexpr std::string_view commonOptions[] = {"--home", "--yes", "--no", "--json
 
 int Finish(const std::string& result, Exit code)
 {
-    if (platform::WriteStream(Stream::Output, result))
+    const auto failure = platform::WriteStream(Stream::Output, result);
+    if (!failure)
         return static_cast<int>(code);
-    (void)platform::WriteStream(Stream::Error, GetMsg(Msg::ResultNotWritten) + "\n");
+    // A reader that has seen enough is no matter to speak of.
+    if (failure != std::errc::broken_pipe)
+        (void)platform::WriteStream(Stream::Error, GetMsg(Msg::ResultNotWritten) + "\n");
     return static_cast<int>(Exit::Failed);
 }
 

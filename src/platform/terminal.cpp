@@ -33,16 +33,16 @@ bool IsTerminal(Stream stream)
     return ::isatty(static_cast<int>(stream)) == 1;
 }
 
-bool WriteStream(Stream stream, std::string_view text)
+std::error_code WriteStream(Stream stream, std::string_view text)
 {
     while (!text.empty()) {
         const ssize_t written = ::write(static_cast<int>(stream), text.data(), text.size());
         if (written < 0 && errno != EINTR)
-            return false;
+            return {errno, std::generic_category()};
         if (written > 0)
             text.remove_prefix(static_cast<std::size_t>(written));
     }
-    return true;
+    return {};
 }
 
 bool ReadLine(std::string& line)

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <system_error>
 
 /// The terminal that a program was started from, and the signals that come from there.
 namespace kestrova::platform
@@ -10,9 +11,8 @@ namespace kestrova::platform
 enum class Stream { Input = 0, Output = 1, Error = 2 };
 
 bool IsTerminal(Stream stream);
-/// All of the text to that stream; False when it could not be written (a full disk, a reader that
-/// has gone).
-bool WriteStream(Stream stream, std::string_view text);
+/// All of the text to that stream; `broken_pipe` when the reader has gone.
+std::error_code WriteStream(Stream stream, std::string_view text);
 /// The next line of the standard input without its line end; False at the end of the input, and
 /// when Ctrl-C is pressed.
 bool ReadLine(std::string& line);

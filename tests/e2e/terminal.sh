@@ -98,8 +98,36 @@ expect 0 levels --json
 json "any('caf\u00e9' in l['name'] for l in j)"
 expect 0 info 4 --json
 
+# An archive that is cut or none is refused, and the loaded one stays.
+head -c 3000 "$box/my.kva" >"$box/cut.kva"
+echo none >"$box/none.kva"
+for file in cut none; do
+    expect 1 load "$box/$file.kva"
+    errs "$file.kva"
+done
+expect 0 info 1
+said dawn
+mv "$box/my.kva" "$box/away.kva"
+cp "$box/cut.kva" "$box/my.kva"
+for command in "levels --json" "play 1" "verify" "plan 1" "sizes"; do
+    # shellcheck disable=SC2086
+    expect 1 $command
+    silent
+done
+expect 0 doctor --json
+json "[f for f in j if f['name'] == 'archive' and not f['fine'] and f['remedy']]"
+mv "$box/away.kva" "$box/my.kva"
+
+# The archive's folder is gone: a new one is asked for, and nobody answers.
+mv "$box/levels" "$box/moved"
+expect 1 play 1 --no-start
+errs "Left unanswered: Select folder: levels"
+expect 0 levels
+mv "$box/moved" "$box/levels"
+
 # A reader that goes away, a disk that is full.
-"$ctl" --home "$box/home" levels | true
+("$ctl" --home "$box/home" levels 2>"$box/err" || true) | true
+[[ ! -s $box/err ]] || die "a word about a reader that went away"
 if [[ -w /dev/full ]]; then
     got=0
     "$ctl" --home "$box/home" levels >/dev/full 2>"$box/err" || got=$?
