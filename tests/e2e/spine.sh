@@ -35,10 +35,42 @@ for code in 1 2 3; do
     expect 0 verify "$code"
 done
 
-# The stand-in game ends at once without a display; the command returns after the start.
+# games: the processes of this script's game.
+games() {
+    local process
+    for process in /proc/[0-9]*; do
+        [[ $(readlink "$process/exe" 2>/dev/null) != "$trle"/* ]] || echo "${process#/proc/}"
+    done
+}
+# shellcheck disable=SC2046
+trap 'kill $(games) 2>/dev/null; rm -rf "$box"' EXIT
+wait_for_end() {
+    local try
+    for try in {1..100}; do
+        [[ -n $(games) ]] || return 0
+        sleep 0.1
+    done
+    die "the game still runs after $try tries"
+}
+
+# The command returns after the start; a swap under a running game is asked about first.
 echo "my progress" >"$trle/savegame.0"
-env -u DISPLAY -u WAYLAND_DISPLAY "$ctl" --home "$box/home" --json play 3 >"$box/out" 2>"$box/err" || die "play"
+QT_QPA_PLATFORM=offscreen expect 0 --json play 3
 json "j['code'] == 3 and j['started']"
+running=$(games)
+[[ -n $running ]] || die "the game does not run"
+expect 1 play 1 --no-start
+errs "Programs still run"
+expect 0 current
+said "3"
+# shellcheck disable=SC2086
+kill $running
+wait_for_end
+
+# Without a display the game ends at once, which is its own matter.
+env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM \
+    "$ctl" --home "$box/home" play 3 >"$box/out" 2>"$box/err" || die "play without a display"
+wait_for_end
 
 expect 0 original
 [[ $(tree "$trle") == "$original" ]] || die "the originals are not back"
