@@ -43,7 +43,7 @@ games() {
     done
 }
 # shellcheck disable=SC2046
-trap 'kill $(games) 2>/dev/null; rm -rf "$box"' EXIT
+trap 'kill $(games) 2>/dev/null || true; rm -rf "$box"' EXIT
 wait_for_end() {
     local try
     for try in {1..100}; do
