@@ -1,0 +1,226 @@
+#include "swap/level_language.h"
+
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+#include "swap/installed_language.h"
+#include "swap/level_files.h"
+#include "swap/marker.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool IsLanguageFile(const Path& file)
+{
+    return !EqualNames(file.filename().native(), RowText(Msg::ScriptDat));
+}
+
+/// The `*.dat` of a folder but `script.dat`, in listing order.
+std::vector<Path> LanguageFilesIn(const Path& folder)
+{
+    std::vector<Path> files = ListFiles(folder, RowText(Msg::PatDat));
+    std::erase_if(files, [](const Path& file) { return !IsLanguageFile(file); });
+    return files;
+}
+
+bool HasEnglish(const Session& session)
+{
+    return FileExists(session.BackupFolder() / RowText(Msg::EnglishDat));
+}
+
+bool Fail(LanguageFailure& failure, std::string words, std::string reason = {})
+{
+    failure = {std::move(words), std::move(reason)};
+    return false;
+}
+
+/// Renames in one step, never over a name that is taken.
+std::error_code RenameToFreeName(const Path& from, const Path& to)
+{
+    if (platform::FactsOfLink(ResolvePath(to)).kind != platform::FileKind::Missing)
+        return std::make_error_code(std::errc::file_exists);
+    return platform::Rename(from, to);
+}
+
+bool SetMine(Session& session, const Path& folder, LanguageFailure& failure,
+             std::vector<Path>& changed)
+{
+    std::string languageFile;
+    if (!CanSetMyLanguage(session, folder, failure, languageFile))
+        return false;
+    Path levelLanguage;
+    for (const Path& file : LanguageFilesIn(folder)) {
+        Path bak = file;
+        bak += RowText(Msg::EndingBak);
+        const std::error_code renamed = RenameToFreeName(file, bak);
+        if (renamed == std::errc::file_exists)
+            return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
+        if (renamed)
+            return Fail(failure, GetMsg(Msg::LanguageErrorRenamingAs, {TextOf(file), TextOf(file)}),
+                        renamed.message());
+        levelLanguage = file;
+    }
+    const Path source = session.BackupFolder() / languageFile;
+    if (const auto status = CopyFileOver(source, levelLanguage, {Verify::Content, true, true, {}});
+        !status)
+        return Fail(failure,
+                    GetMsg(Msg::LanguageErrorCopying, {TextOf(source)}) + TextOf(levelLanguage) +
+                        "'",
+                    status.Error().reason);
+    changed.push_back(levelLanguage);
+    return true;
+}
+
+bool RestoreOriginalLanguage(Session& session, const Path& folder, LanguageFailure& failure,
+                             std::vector<Path>& changed)
+{
+    if (HasEnglish(session))
+        return Fail(failure, GetMsg(Msg::LanguageNothingToRestore));
+    const std::vector<Path> kept = ListFiles(folder, RowText(Msg::PatDatBak));
+    if (kept.empty())
+        return Fail(failure, GetMsg(Msg::LanguageNoBackupOfDat));
+    const auto original = [](const Path& bak) {
+        return bak.parent_path() / StripExtension(bak.filename().native());
+    };
+    const auto replaced = std::find_if(kept.begin(), kept.end(),
+                                       [&](const Path& bak) { return FileExists(original(bak)); });
+    if (replaced != kept.end())
+        (void)DeleteFile(original(*replaced)); // one that stays fails the renaming, in words
+    for (const Path& bak : kept) {
+        const Path target = original(bak);
+        if (const auto renamed = RenameToFreeName(bak, target))
+            return Fail(failure,
+                        GetMsg(Msg::LanguageErrorRenamingTo, {TextOf(bak)}) + TextOf(target) + "'",
+                        renamed.message());
+        changed.push_back(target);
+    }
+    (void)FlushFolder(folder); // until it is on the disk the other name is, and holds the same
+    return true;
+}
+
+} // namespace
+
+bool CanSetMyLanguage(const Session& session, const Path& folder, LanguageFailure& failure,
+                      std::string& languageFile)
+{
+    failure = {};
+    languageFile.clear();
+    if (HasEnglish(session))
+        return Fail(failure, GetMsg(Msg::LanguageEditorIsEnglish));
+    const std::vector<Path> mine = LanguageFilesIn(session.BackupFolder());
+    if (mine.empty())
+        return Fail(failure, GetMsg(Msg::LanguageNotInBackup));
+    languageFile = mine.front().filename().native();
+    if (FileExists(folder / languageFile))
+        return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
+    if (AnyFile(folder, RowText(Msg::PatDatBak)))
+        return Fail(failure, GetMsg(Msg::LanguageAlreadySet));
+    if (LanguageFilesIn(folder).empty())
+        return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
+    return true;
+}
+
+bool ChangeLanguage(Session& session, const Path& folder, LanguageChange change, bool installed,
+                    LanguageFailure& failure)
+{
+    failure = {};
+    std::vector<Path> changed;
+    const bool done = change == LanguageChange::Mine
+                          ? SetMine(session, folder, failure, changed)
+                          : RestoreOriginalLanguage(session, folder, failure, changed);
+    if (done && installed)
+        for (const Path& file : changed)
+            if (const auto status = PutInstalledLanguage(session, file); !status)
+                session.host.Tell(Tone::Warning,
+                                  GetMsg(Msg::LanguageNotInstalled, {TextOf(file.filename())}),
+                                  status.Error().reason);
+    return done;
+}
+
+bool WarnIfEnglish(Session& session)
+{
+    if (!HasEnglish(session))
+        return false;
+    session.host.Tell(Tone::Warning, GetMsg(Msg::LanguageWarnEnglish, {lineBreak}));
+    return true;
+}
+
+bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange change, bool verbose)
+{
+    const auto refuse = [&](const std::string& words) {
+        if (verbose)
+            session.host.Tell(Tone::Error, words);
+        return false;
+    };
+    if (code == originalCode)
+        return refuse(GetMsg(Msg::LanguageNotForOriginal));
+    if (FindLevel(session, code) < 0)
+        return refuse(GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
+    const Path home = LevelFolderOf(session, code, true);
+    if (session.cdNotAvailable)
+        return false;
+    const bool installed = code == CurrentLevelCode(session);
+    // The record of what stands in the folder is about to be renewed.
+    if (installed && !MendAfterRestart(session, code))
+        return false;
+    LanguageFailure failure;
+    if (!ChangeLanguage(session, InFolder(home, RowText(Msg::DirFiles)), change, installed,
+                        failure)) {
+        if (verbose)
+            session.host.Tell(Tone::Error, GetMsg(Msg::LanguageError) + failure.words,
+                              failure.reason);
+        return false;
+    }
+    if (verbose)
+        session.host.Tell(
+            Tone::Plain,
+            GetMsg(change == LanguageChange::Mine ? Msg::LanguageSet : Msg::LanguageRestored));
+    return true;
+}
+
+bool ChangeLanguageOfSelected(Session& session, LanguageChange change)
+{
+    const auto code = session.list.Selected();
+    if (!code) {
+        session.host.Tell(Tone::Error, GetMsg(change == LanguageChange::Mine
+                                                  ? Msg::LanguageNoneSelectedSet
+                                                  : Msg::LanguageNoneSelectedRestore));
+        return false;
+    }
+    const std::ptrdiff_t index = FindLevel(session, *code);
+    if (index >= 0 && GuardLevelOnCd(session, static_cast<std::size_t>(index)))
+        return false;
+    return ChangeLanguageOfLevel(session, *code, change, true);
+}
+
+bool ChangeLanguageOfAll(Session& session, LanguageChange change)
+{
+    if (WarnIfEnglish(session))
+        return false;
+    const std::size_t count = session.levels.size();
+    std::size_t done = 0;
+    {
+        session.list.ShowActivity(GetMsg(Msg::LanguageConverting));
+        const auto progress =
+            session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::LanguageConverting));
+        for (std::size_t i = 0; i < count; ++i) {
+            if (ChangeLanguageOfLevel(session, session.levels[i].levelCode, change, false))
+                ++done;
+            progress->SetBar(i + 1, count);
+            progress->Step();
+        }
+    }
+    session.list.Refresh();
+    session.host.Tell(Tone::Plain,
+                      change == LanguageChange::Mine
+                          ? GetMsg(Msg::LanguageAllSet,
+                                   {std::to_string(done), lineBreak, std::to_string(count - done)})
+                          : GetMsg(Msg::LanguageAllRestored, {std::to_string(done)}));
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,87 @@
+#include "upkeep/create_tr4_infos.h"
+
+#include "archive/level_folders.h"
+#include "archive/tr4_index.h"
+#include "archive/zl_file.h"
+#include "catalogue/message.h"
+#include "core/parallel.h"
+
+#include <limits>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// The entries of files that are stored deflated, as they would be after their expansion: the size
+/// is found in memory, the time is the stream's, since that is its source's.
+Result<std::vector<Tr4Entry>> ScanDeflated(const std::vector<Path>& streams,
+                                           ProgressScope& progress)
+{
+    static_assert(maxZlContent <= std::numeric_limits<std::int32_t>::max());
+    std::vector<Tr4Entry> entries(streams.size());
+    std::vector<Status> outcomes(streams.size());
+    const auto scan = [&](std::size_t i) {
+        const auto size = ExpandedSizeOfZl(streams[i], maxZlContent);
+        if (!size) {
+            outcomes[i] = size.Error();
+            return;
+        }
+        entries[i] = Tr4EntryOf(StripExtension(streams[i].filename().native()), streams[i]);
+        entries[i].size = static_cast<std::int32_t>(*size);
+    };
+    RunOnAllCores(streams.size(), scan, [&] { return progress.Step(), true; });
+    for (const Status& outcome : outcomes)
+        if (!outcome)
+            return outcome.Error();
+    return entries;
+}
+
+Result<std::vector<Tr4Entry>> ScanLevel(const Path& folder, ProgressScope& progress)
+{
+    if (!FolderExists(folder))
+        return MakeFailure(ErrorCode::Missing, TextOf(folder));
+    auto entries = ScanTr4Files(folder);
+    if (!entries.empty())
+        return entries;
+    return ScanDeflated(ListFiles(folder, RowText(Msg::PatTr4Zl)), progress);
+}
+
+} // namespace
+
+bool CreateTr4Infos(Session& session)
+{
+    const std::size_t count = session.levels.size();
+    const auto progress =
+        session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CreatingTr4Infos));
+    for (std::size_t i = 0; i < count; ++i) {
+        progress->SetBar(i, count);
+        progress->Step();
+        if (FileExists(Tr4InfPath(session, i)))
+            continue;
+        const LevelRecord& level = session.levels[i];
+        const Path home = LevelFolderOf(session, level.levelCode, true);
+        if (session.cdNotAvailable) {
+            session.host.Tell(Tone::Error, GetMsg(Msg::Tr4InfosCdMissing));
+            return false;
+        }
+        const std::string name{Trim(level.levelName)};
+        const auto entries = ScanLevel(InFolder(home, RowText(Msg::DirFiles)), *progress);
+        if (!entries) {
+            TellFailure(session, GetMsg(Msg::Tr4InfosErrorDecompressing) + name + "]",
+                        entries.Error());
+            return false;
+        }
+        if (entries->empty())
+            continue;
+        if (const auto status = WriteTr4Inf(session, i, *entries); !status) {
+            TellFailure(session, GetMsg(Msg::Tr4InfosErrorWriting, {name}), status.Error());
+            return false;
+        }
+    }
+    progress->SetBar(count, count);
+    return true;
+}
+
+} // namespace kestrova

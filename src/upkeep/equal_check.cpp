@@ -1,0 +1,65 @@
+#include "upkeep/equal_check.h"
+
+#include "archive/equal_levels.h"
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+std::string Quoted(const std::string& text, int lines)
+{
+    std::string quoted = '"' + text + '"';
+    for (; lines > 0; --lines)
+        quoted += lineBreak;
+    return quoted;
+}
+
+/// A level on a disc that the hard disk has no `tr4.inf` of.
+bool NeedsDisc(const Session& session, std::size_t index)
+{
+    return session.levels[index].cdNumber != 0 && !ReadTr4Inf(session, index);
+}
+
+} // namespace
+
+bool CheckEqualLevels(Session& session)
+{
+    const std::size_t count = session.levels.size();
+    const std::string scanning = GetMsg(Msg::EqualScanning);
+    const std::string ofAll = GetMsg(Msg::EqualOfLevels, {std::to_string(count)});
+    const auto progress = session.host.BeginProgress(ProgressWindow::Progress, scanning);
+    const EqualTr4Index index{session, progress.get()};
+
+    std::size_t equal = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        progress->SetLabel(scanning + " " + std::to_string(i + 1) + ofAll);
+        std::vector<Tr4Entry> files = index.FilesOf(i);
+        if (files.empty() && NeedsDisc(session, i)) {
+            const Path home = LevelFolderOf(session, session.levels[i].levelCode, true);
+            if (session.cdNotAvailable) {
+                session.host.Tell(Tone::Error, GetMsg(Msg::EqualCdNotAvailable));
+                return false;
+            }
+            files = ScanTr4Files(InFolder(home, RowText(Msg::DirFiles)));
+        }
+        if (const auto found = index.Find(files, i)) {
+            ++equal;
+            const std::string other{Trim(session.levels[found->level].levelName)};
+            if (!session.host.AskYesNo(
+                    GetMsg(Msg::AskEqualFound, {Quoted(found->name, 1), Quoted(other, 2)})))
+                break;
+        }
+        progress->SetBar(i + 1, count);
+        progress->Step();
+    }
+    session.host.Tell(Tone::Plain,
+                      equal == 0 ? GetMsg(Msg::EqualNone, {lineBreak})
+                                 : GetMsg(Msg::EqualCount, {lineBreak, std::to_string(equal)}));
+    return true;
+}
+
+} // namespace kestrova
