@@ -216,9 +216,21 @@ Status DeleteFile(const Path& file)
     return {};
 }
 
+Status CanList(const Path& folder)
+{
+    const Path place = ResolvePath(folder);
+    std::vector<platform::FolderEntry> entries;
+    const auto failure = platform::ListFolder(place, entries);
+    if (failure && failure != std::errc::no_such_file_or_directory)
+        return MakeFailure(ErrorCode::CannotRead, TextOf(place), failure);
+    return {};
+}
+
 Status DeleteMatching(const Path& folder, std::string_view pattern)
 {
     const Path place = ResolvePath(folder);
+    if (auto status = CanList(place); !status)
+        return status;
     // A device or a pipe is nothing that this program ever made.
     const auto names = SortedNames(place, [&](const platform::FolderEntry& entry) {
         return (entry.kind == FileKind::File || entry.kind == FileKind::Link) &&
@@ -246,6 +258,11 @@ Status RemoveTree(const Path& folder, const Heartbeat& heartbeat)
     const Path place = ResolvePath(folder);
     if (heartbeat && !heartbeat())
         return MakeFailure(ErrorCode::Stopped, TextOf(place));
+    if (platform::FactsOfLink(place).kind == FileKind::Link) {
+        if (const auto failure = platform::Unlink(place))
+            return MakeFailure(ErrorCode::CannotDelete, TextOf(place), failure);
+        return {};
+    }
     std::vector<platform::FolderEntry> entries;
     if (const auto failure = platform::ListFolder(place, entries))
         return MakeFailure(ErrorCode::CannotDelete, TextOf(place), failure);

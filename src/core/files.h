@@ -38,6 +38,9 @@ Status MakeFolders(const Path& folder);
 std::vector<Path> ListFiles(const Path& folder, std::string_view pattern);
 std::vector<Path> ListSubfolders(const Path& folder);
 bool AnyFile(const Path& folder, std::string_view pattern);
+/// A failure where a listing would be empty only because the folder cannot be read. A folder that
+/// is missing is none.
+Status CanList(const Path& folder);
 
 struct Tree {
     std::vector<Path> folders; ///< the root first, parents before their children

@@ -480,8 +480,11 @@ std::error_code FileLock::Take(const Path& file, const std::string& words, FileL
                                std::string& holder)
 {
     FileLock taken;
-    if (const auto failure = File::OpenForUpdate(file, taken.file_))
-        return failure;
+    auto opened = File::OpenForUpdate(file, taken.file_);
+    if (opened == std::errc::permission_denied) // another user's lock file can be held all the same
+        opened = File::OpenForRead(file, taken.file_);
+    if (opened)
+        return opened;
     if (::flock(taken.file_.Descriptor(), LOCK_EX | LOCK_NB) != 0) {
         const std::error_code failure = LastError();
         if (failure == std::errc::resource_unavailable_try_again)

@@ -5,6 +5,7 @@
 #include "session/preferences_file.h"
 #include "swap/backup_folders.h"
 #include "swap/marker.h"
+#include "swap/recovery.h"
 
 namespace kestrova
 {
@@ -100,6 +101,8 @@ bool CopyCompact(Session& session, const Path& trle, const Path& target)
 bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes& wishes)
 {
     const Operation running{session};
+    if (!RecoverInterruptedWork(session))
+        return false;
     const Path trle = ConfirmTrleOriginal(session, wishes);
     if (trle.empty())
         return false;

@@ -6,6 +6,7 @@
 #include "swap/history_bounds.h"
 #include "swap/savegame_info.h"
 #include "swap/state_files.h"
+#include "swap/swap_records.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -35,12 +36,6 @@ std::string Line(const HistoryEntry& entry)
     return json.dump() + "\n";
 }
 
-/// A hash names a file of the content folder, so it must not be able to name anything else.
-bool IsHash(const std::string& text)
-{
-    return text.size() == 32 && text.find_first_not_of("0123456789abcdef") == std::string::npos;
-}
-
 std::optional<HistoryEntry> ParseLine(const std::string& line)
 {
     const Json json = Json::parse(line, nullptr, false);
@@ -66,7 +61,7 @@ std::optional<HistoryEntry> ParseLine(const std::string& line)
     number("size", entry.size);
     number("time", entry.modifiedNs);
     number("kept", entry.keptNs);
-    if (entry.id.empty() || !IsHash(entry.hash) || !SafeName(entry.name))
+    if (entry.id.empty() || !IsContentHash(entry.hash) || !SafeName(entry.name))
         return {};
     return entry;
 }
@@ -91,24 +86,38 @@ Status KeepContent(Session& session, const Path& file, std::string& hash)
 
 } // namespace
 
-Status WriteHistoryIndex(const Session& session, LevelCode code,
-                         const std::vector<HistoryEntry>& entries)
+Result<HistoryIndex> ReadHistoryIndex(const Session& session, LevelCode code)
 {
-    std::string text;
-    for (const HistoryEntry& entry : entries)
+    const Path file = IndexPath(session, code);
+    HistoryIndex index;
+    if (!FileExists(file))
+        return index;
+    const auto text = ReadWholeFile(file, UINT64_C(64) << 20);
+    if (!text)
+        return text.Error();
+    for (std::string& line : Split(*text, '\n')) {
+        if (line.empty())
+            continue;
+        if (auto entry = ParseLine(line))
+            index.entries.push_back(std::move(*entry));
+        else
+            index.strangeLines += line + "\n";
+    }
+    return index;
+}
+
+Status WriteHistoryIndex(const Session& session, LevelCode code, const HistoryIndex& index)
+{
+    std::string text = index.strangeLines;
+    for (const HistoryEntry& entry : index.entries)
         text += Line(entry);
     return WriteWholeFile(IndexPath(session, code), text);
 }
 
 std::vector<HistoryEntry> HistoryOf(const Session& session, LevelCode code)
 {
-    std::vector<HistoryEntry> entries;
-    const auto text = ReadWholeFile(IndexPath(session, code), UINT64_C(64) << 20);
-    if (text)
-        for (const std::string& line : Split(*text, '\n'))
-            if (auto entry = ParseLine(line))
-                entries.push_back(std::move(*entry));
-    return entries;
+    auto index = ReadHistoryIndex(session, code);
+    return index ? std::move(index->entries) : std::vector<HistoryEntry>{};
 }
 
 Path HistoryContent(const Session& session, const std::string& hash)
@@ -132,7 +141,10 @@ Status KeepInHistory(Session& session, LevelCode code, const std::vector<Path>& 
 {
     if (files.empty())
         return {};
-    std::vector<HistoryEntry> entries = HistoryOf(session, code);
+    auto index = ReadHistoryIndex(session, code);
+    if (!index)
+        return index.Error();
+    std::vector<HistoryEntry>& entries = index->entries;
     std::int32_t last = 0;
     for (const HistoryEntry& entry : entries)
         last = std::max(last, LeadingNumber(entry.id.substr(entry.id.find('-') + 1)));
@@ -170,7 +182,7 @@ Status KeepInHistory(Session& session, LevelCode code, const std::vector<Path>& 
     }
     if (!grown)
         return {};
-    if (auto status = WriteHistoryIndex(session, code, entries); !status)
+    if (auto status = WriteHistoryIndex(session, code, *index); !status)
         return status;
     BoundHistory(session, code, fresh);
     return {};

@@ -31,7 +31,10 @@ std::set<std::string> HashesElsewhere(const Session& session, LevelCode code)
 
 void BoundHistory(Session& session, LevelCode code, const std::set<std::string>& fresh)
 {
-    const std::vector<HistoryEntry> entries = HistoryOf(session, code);
+    auto index = ReadHistoryIndex(session, code);
+    if (!index)
+        return;
+    const std::vector<HistoryEntry> entries = index->entries;
     std::uint64_t bytes = 0;
     for (const HistoryEntry& entry : entries)
         bytes += entry.size;
@@ -55,12 +58,17 @@ void BoundHistory(Session& session, LevelCode code, const std::set<std::string>&
             stay.push_back(entry);
         }
     }
-    if (dropped.empty() || !WriteHistoryIndex(session, code, stay))
+    index->entries = std::move(stay);
+    if (dropped.empty() || !WriteHistoryIndex(session, code, *index))
         return;
     // A content goes only when no level's history names it any more.
-    for (const LevelCode other : LevelsWithHistory(session))
-        for (const HistoryEntry& entry : HistoryOf(session, other))
+    for (const LevelCode other : LevelsWithHistory(session)) {
+        const auto others = ReadHistoryIndex(session, other);
+        if (!others || !others->strangeLines.empty())
+            return; // nobody knows what it names
+        for (const HistoryEntry& entry : others->entries)
             dropped.erase(entry.hash);
+    }
     for (const std::string& hash : dropped)
         (void)platform::Unlink(HistoryContent(session, hash)); // unnamed content does no harm
 }

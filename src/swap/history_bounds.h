@@ -13,7 +13,13 @@ namespace kestrova
 /// files are about to go.
 void BoundHistory(Session& session, LevelCode code, const std::set<std::string>& fresh);
 
-Status WriteHistoryIndex(const Session& session, LevelCode code,
-                         const std::vector<HistoryEntry>& entries);
+/// A level's index as it stands in its file: lines that this version cannot read are carried along.
+struct HistoryIndex {
+    std::vector<HistoryEntry> entries;
+    std::string strangeLines;
+};
+/// Empty when there is none; a failure when it cannot be read.
+Result<HistoryIndex> ReadHistoryIndex(const Session& session, LevelCode code);
+Status WriteHistoryIndex(const Session& session, LevelCode code, const HistoryIndex& index);
 
 } // namespace kestrova

@@ -103,7 +103,9 @@ bool InstallLevel(Session& session, LevelCode code)
                       std::to_string(code) + GetMsg(Msg::LogSetLevelEnd) + std::string{lineBreak};
     if (code != originalCode && CurrentLevelCode(session) == code) {
         LevelCode previous = RemovePreviousLevel(session, code, log);
-        return previous == code && MendAfterRestart(session, code);
+        if (previous == code)
+            MendAfterRestart(session, code);
+        return previous == code;
     }
     return SwapTo(session, code, log);
 }
@@ -111,6 +113,12 @@ bool InstallLevel(Session& session, LevelCode code)
 LevelCode RemovePreviousLevel(Session& session, LevelCode newCode, ActivityLog& log)
 {
     const Operation running{session};
+    if (!FolderExists(session.TrleFolder())) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::TrleFolderGone, {TextOf(session.TrleFolder())}));
+        return originalCode;
+    }
+    if (!RecoverInterruptedWork(session))
+        return originalCode;
     SwapRun run{session, log, newCode};
     LevelCode previous = originalCode;
     if (!run.TakeOut(previous))

@@ -4,6 +4,8 @@
 #include "catalogue/message.h"
 #include "swap/swap_notes.h"
 
+#include <algorithm>
+
 namespace kestrova
 {
 
@@ -80,31 +82,36 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
     return true;
 }
 
-bool MendAfterRestart(Session& session, LevelCode code)
+void MendAfterRestart(Session& session, LevelCode code)
 {
     const auto owner = OwnerThatCounts(session);
     if (!owner || owner->bootId == session.machine.BootId())
-        return true;
+        return;
     StagingFolder staging{InFolder(session.TrleFolder(), RowText(Msg::DirReady))};
     std::vector<Placement> placements;
     if (!ReadyPlacements(session, code, staging.Folder(), placements))
-        return false;
+        return;
     std::vector<std::string> mended;
     for (const Placement& placement : placements) {
-        const Path target = session.TrleFolder() / placement.relative;
-        if (SameContent(placement.file.path, target))
+        const Path target = ResolvePath(session.TrleFolder() / placement.relative);
+        const platform::FileFacts facts = platform::FactsOf(target);
+        const bool ours =
+            facts.kind == platform::FileKind::Missing || facts.size == 0 ||
+            std::any_of(owner->added.begin(), owner->added.end(), [&](const OwnedFile& file) {
+                return EqualNames(file.name, placement.target) && IsAsListed(file, facts);
+            });
+        if (!ours || SameContent(placement.file.path, target))
             continue;
         if (const auto status = CopyFileOver(placement.file.path, target); !status) {
             TellFailure(session, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
                         status.Error());
-            return false;
+            return;
         }
         mended.push_back(Readable(placement.target));
     }
     if (!mended.empty())
         session.host.Tell(Tone::Plain, GetMsg(Msg::MendedFiles, {Join(mended, ", ")}));
     (void)WriteOwner(session, *owner); // otherwise the files are compared once more
-    return true;
 }
 
 } // namespace kestrova

@@ -165,8 +165,8 @@ bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange chan
         return false;
     const bool installed = code == CurrentLevelCode(session);
     // The record of what stands in the folder is about to be renewed.
-    if (installed && !MendAfterRestart(session, code))
-        return false;
+    if (installed)
+        MendAfterRestart(session, code);
     LanguageFailure failure;
     if (!ChangeLanguage(session, InFolder(home, RowText(Msg::DirFiles)), change, installed,
                         failure)) {

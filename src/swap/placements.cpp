@@ -1,6 +1,7 @@
 #include "swap/swap_run.h"
 
 #include "catalogue/message.h"
+#include "swap/state_files.h"
 
 #include <algorithm>
 
@@ -82,7 +83,7 @@ Belongings BelongingsOf(const MarkerContent& marker, const std::optional<OwnerRe
 {
     Belongings belongings;
     const auto usable = [&](const std::string& entry) {
-        if (SafeRelative(entry))
+        if (SafeRelative(entry) && !IsPlayersFile(FileNameOf(entry)))
             return true;
         if (!entry.empty())
             belongings.refused.push_back(Readable(entry));

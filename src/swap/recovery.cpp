@@ -4,6 +4,7 @@
 #include "catalogue/message.h"
 #include "core/staged_file.h"
 #include "swap/backup_folders.h"
+#include "swap/history.h"
 #include "swap/restore_steps.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
@@ -48,7 +49,11 @@ Status DeleteBrought(Session& session, const std::vector<OwnedFile>& files,
         if (facts.kind != platform::FileKind::File || IsSoundOfCompactBackup(session, file.name) ||
             SameContent(place, session.BackupFolder() / *relative))
             continue;
-        const bool listed = IsAsListed(file, facts) || (file.size == 0 && file.modifiedNs == 0);
+        // The old and the new level may both have brought a name; either's file goes.
+        const bool listed = std::any_of(files.begin(), files.end(), [&](const OwnedFile& other) {
+            return EqualNames(other.name, file.name) &&
+                   (IsAsListed(other, facts) || (other.size == 0 && other.modifiedNs == 0));
+        });
         if (!listed)
             kept.push_back(file);
         else if (auto status = DeleteFile(place); !status)
@@ -61,7 +66,8 @@ Status DeleteBrought(Session& session, const std::vector<OwnedFile>& files,
 Status RestoreMissing(Session& session, const SwapJournal& journal)
 {
     const auto restore = [&](const Path& relative) -> Status {
-        const bool wanted = FileExists(session.BackupFolder() / relative) &&
+        const bool wanted = !IsPlayersFile(relative.filename().native()) &&
+                            FileExists(session.BackupFolder() / relative) &&
                             !FileExists(session.TrleFolder() / relative);
         return wanted ? RestoreOriginal(session, relative) : Status{};
     };
@@ -80,19 +86,46 @@ Status RestoreMissing(Session& session, const SwapJournal& journal)
     return {};
 }
 
+/// The live state leaves the folder: into its store, or, when the level has been removed since,
+/// into the history.
+Status SaveLiveState(Session& session, LevelCode owner, const Path& store)
+{
+    std::vector<StateFile> live;
+    if (FolderExists(store.parent_path())) {
+        if (auto status = StoreLiveState(session, owner, store, live); !status)
+            return status;
+    } else {
+        const std::vector<Path> files = StateFilesIn(session.TrleFolder());
+        auto hashes = HashesOf(files);
+        if (!hashes)
+            return hashes.Error();
+        live = std::move(*hashes);
+        if (auto status = KeepInHistory(session, owner, files, GetMsg(Msg::ReasonInterrupted));
+            !status)
+            return status;
+    }
+    return DropLiveState(session, owner, live);
+}
+
 /// Everything behind the point where the live state was stored ends at the original configuration.
 /// Each step may be repeated.
 Status ReturnToOriginal(Session& session, SwapJournal journal, std::vector<OwnedFile>& kept)
 {
-    const bool coming = journal.phase == SwapPhase::Coming;
-    if (auto status =
-            ReturnLiveState(session, coming && journal.to >= 0 ? journal.to : journal.from);
-        !status)
+    const bool coming = journal.phase == SwapPhase::Coming && journal.to >= 0;
+    const LevelCode owner = coming ? journal.to : journal.from;
+    const Path store = coming ? journal.toStore : journal.fromStore;
+    if (auto status = SettleTwins(session, owner, session.TrleFolder()); !status)
+        return status;
+    if (journal.liveIsKept) // the state of a level that has no folder any more
+        if (auto status = DropLiveState(session, journal.from, journal.live); !status)
+            return status;
+    if (auto status = SaveLiveState(session, owner, store); !status)
         return status;
     ClearLeftovers(session);
-    for (const auto* list : {&journal.remove, &journal.install})
-        if (auto status = DeleteBrought(session, *list, kept); !status)
-            return status;
+    std::vector<OwnedFile> brought = journal.install;
+    brought.insert(brought.end(), journal.remove.begin(), journal.remove.end());
+    if (auto status = DeleteBrought(session, brought, kept); !status)
+        return status;
     if (auto status = RestoreMissing(session, journal); !status)
         return status;
     if (auto status = DeleteFile(session.MarkerPath()); !status)
@@ -100,15 +133,21 @@ Status ReturnToOriginal(Session& session, SwapJournal journal, std::vector<Owned
     // From here on the state in the folder is that of the original configuration.
     journal.phase = SwapPhase::Coming;
     journal.to = originalCode;
+    journal.toStore = StateStoreOf(session, originalCode).native();
+    journal.liveIsKept = false;
     if (auto status = WriteJournal(session, journal); !status)
         return status;
+    if (auto status = SettleTwins(session, originalCode, journal.toStore); !status)
+        return status;
     std::vector<std::string> failed;
-    BringStateIn(session, originalCode, originalCode, nullptr, failed);
-    if (!failed.empty())
-        return Failure{ErrorCode::CannotWrite, Join(failed, ", "), {}};
-    OwnerRecord owner;
-    owner.owner = originalCode;
-    if (auto status = WriteOwner(session, std::move(owner)); !status)
+    std::vector<std::string> replaced;
+    BringStateIn(session, originalCode, originalCode, nullptr, replaced, failed);
+    if (!failed.empty()) // they are in their store, and no reason to wait for ever
+        session.host.Tell(Tone::Warning, GetMsg(Msg::StateNotIn, {Join(failed, ", ")}));
+    OwnerRecord record;
+    record.owner = originalCode;
+    record.overwritten = std::move(replaced);
+    if (auto status = WriteOwner(session, std::move(record)); !status)
         return status;
     return DropJournal(session);
 }
@@ -119,19 +158,16 @@ bool Unfinished(Session& session, const Failure& failure)
     return false;
 }
 
-/// The folder of the journal is another one now: only the stores can be settled.
-bool SettleStores(Session& session, const SwapJournal& journal)
+/// A level's folder may be on a drive that is away now: its root is missing then too. Where the
+/// root stands, a missing level has been removed.
+bool StoresAreThere(Session& session, const SwapJournal& journal)
 {
-    Status status;
-    if (journal.phase == SwapPhase::Planned)
-        status = PutStoreBack(session, journal.from, journal.store);
-    if (status)
-        status = DropJournal(session);
-    if (!status)
-        return Unfinished(session, status.Error());
-    session.host.Tell(Tone::Warning,
-                      GetMsg(Msg::InterruptedFolderOther, {Readable(journal.folder.path)}));
-    return true;
+    const Path store = journal.phase == SwapPhase::Coming ? journal.toStore : journal.fromStore;
+    const Path root = store.parent_path().parent_path();
+    if (journal.phase == SwapPhase::Restore || FolderExists(root))
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::InterruptedStoreGone, {TextOf(root)}));
+    return false;
 }
 
 bool MendSwap(Session& session, const SwapJournal& journal)
@@ -143,8 +179,10 @@ bool MendSwap(Session& session, const SwapJournal& journal)
         session.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedRestore));
         return true;
     }
+    if (!StoresAreThere(session, journal))
+        return false;
     if (journal.phase == SwapPhase::Planned) {
-        auto status = PutStoreBack(session, journal.from, journal.store);
+        auto status = PutStoreBack(session, journal.from, journal.fromStore, journal.store);
         if (status)
             status = DropJournal(session);
         if (!status)
@@ -224,8 +262,6 @@ bool RecoverInterruptedWork(Session& session)
                           GetMsg(Msg::InterruptedFolderGone, {Readable(journal.folder.path)}));
         return false;
     }
-    if (folder.inode != journal.folder.inode)
-        return SettleStores(session, journal);
     // The preferences may name another folder by now; the work is mended where it began.
     std::string chosen = journal.folder.path;
     std::swap(chosen, session.preferences.trlePath);

@@ -51,6 +51,9 @@ Status CopyFilesWithBar(Session& session, const Path& folder, ProgressScope* pro
     const std::vector<Path> files =
         ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
     for (std::size_t i = 0; i < files.size(); ++i) {
+        // A savegame of the time of the backup is no original: what the player has now stays.
+        if (IsPlayersFile(files[i].filename().native()))
+            continue;
         if (auto status = RestoreOriginal(session, folder / files[i].filename()); !status)
             return status;
         if (progress != nullptr) {
@@ -94,6 +97,12 @@ void RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
     }
     Show(&progress, Msg::RestoreRemovingLevel);
     (void)RestoreFast(session); // its failures have been told; the critical files go anyway
+    if (!FolderExists(session.TrleFolder()))
+        return;
+    if (FileExists(JournalPath(session))) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::WorkPending));
+        return;
+    }
 
     SwapJournal journal;
     journal.folder = MarkOf(session.TrleFolder());

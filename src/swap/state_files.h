@@ -19,20 +19,29 @@ Result<std::vector<StateFile>> HashesOf(const std::vector<Path>& files);
 /// Where a level's live state is now.
 Path LiveStateFolder(const Session& session, LevelCode code);
 
-/// Moves what is live in the Level Editor's folder into a level's store without emptying it. Where
-/// a name is taken with another content the newer file wins and the older goes to the history.
-/// A live file is deleted only after its content was read back from the store.
-Status ReturnLiveState(Session& session, LevelCode owner);
+/// Where no two names may differ in case only: of twins the newest stays, the others go to the
+/// history.
+Status SettleTwins(Session& session, LevelCode code, const Path& folder);
 
-/// Makes a store hold exactly `wanted` again, contents from the history; what else it holds goes to
-/// the history first.
-Status PutStoreBack(Session& session, LevelCode code, const std::vector<StateFile>& wanted);
+/// Copies what is live in the Level Editor's folder into a level's store without emptying it, read
+/// back and flushed. Where a name is taken with another content the newer file wins and the older
+/// goes to the history. `live` gets what was found.
+Status StoreLiveState(Session& session, LevelCode owner, const Path& store,
+                      std::vector<StateFile>& live);
+/// Deletes live files that still are what the list says; what a game wrote since stays and is kept
+/// in the history as well.
+Status DropLiveState(Session& session, LevelCode owner, const std::vector<StateFile>& live);
 
-/// Copies a store into the Level Editor's folder, every copy compared. What it would replace there
-/// is kept first: a player's file in the history of `before`, anything else with the originals.
-/// `failed` gets the names that did not come in.
+/// Makes a store hold exactly `wanted` again, contents from the history or from what is live; what
+/// else it holds goes to the history first.
+Status PutStoreBack(Session& session, LevelCode code, const Path& store,
+                    const std::vector<StateFile>& wanted);
+
+/// Copies a store into the Level Editor's folder, every copy compared and flushed. What it would
+/// replace there is kept first: players' files in the history of `before`, anything else with the
+/// originals. `replaced` gets the names of the latter, `failed` those that did not come in.
 void BringStateIn(Session& session, LevelCode code, LevelCode before, ActivityLog* log,
-                  std::vector<std::string>& failed);
+                  std::vector<std::string>& replaced, std::vector<std::string>& failed);
 
 /// A file of the Level Editor's folder that is about to be replaced or deleted and that the backup
 /// does not hold goes to `history/originals`; nothing when the backup has these bytes.

@@ -9,7 +9,7 @@ namespace kestrova
 namespace
 {
 
-constexpr std::uint64_t noteLimit = UINT64_C(256) << 20;
+constexpr std::uint64_t noteLimit = UINT64_C(16) << 20;
 
 Path OwnerPath(const Session& session)
 {

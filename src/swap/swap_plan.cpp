@@ -4,6 +4,7 @@
 #include "archive/storage.h"
 #include "catalogue/message.h"
 #include "swap/level_files.h"
+#include "swap/state_files.h"
 #include "swap/swap_notes.h"
 
 #include <algorithm>
@@ -121,7 +122,8 @@ void CompareWithBackup(Session& session, const std::vector<Placement>& level,
     if (const auto tree = ScanTree(backup))
         for (const Path& file : tree->files) {
             const Path relative = file.lexically_relative(backup);
-            if (isLevels(relative) || isReplaced(relative))
+            if (isLevels(relative) || isReplaced(relative) ||
+                IsPlayersFile(relative.filename().native()))
                 continue;
             if (!FileExists(trle / relative))
                 found.push_back({Mismatch::Missing, Readable(ToBackslashes(relative))});

@@ -1,5 +1,6 @@
 #include "swap/swap_records.h"
 
+#include "core/names.h"
 #include "core/text.h"
 
 #include <algorithm>
@@ -153,14 +154,18 @@ Json JsonOf(const std::vector<StateFile>& files)
     return list;
 }
 
-void Read(Reader& reader, const char* name, std::vector<StateFile>& files)
+bool Read(Reader& reader, const char* name, std::vector<StateFile>& files)
 {
+    bool sound = true;
     reader.List(name, [&](Reader& entry, const Json&) {
         StateFile file;
         file.name = entry.Text("name");
         file.hash = entry.Text("hash");
+        // Both become names of files: what could name another place spoils the whole note.
+        sound = sound && SafeName(file.name) && IsContentHash(file.hash);
         files.push_back(std::move(file));
     });
+    return sound;
 }
 
 Json JsonOf(const std::vector<std::string>& names)
@@ -177,6 +182,12 @@ std::string Written(const Json& json)
 }
 
 } // namespace
+
+bool IsContentHash(std::string_view text)
+{
+    return text.size() == 32 &&
+           text.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+}
 
 std::string FormatOwner(const OwnerRecord& record)
 {
@@ -210,6 +221,9 @@ std::string FormatJournal(const SwapJournal& journal)
     return Written({{"folder", Json::array({JsonOf(journal.folder)})},
                     {"phase", static_cast<int>(journal.phase)},
                     {"from", journal.from},
+                    {"from-store", Encoded(journal.fromStore)},
+                    {"to-store", Encoded(journal.toStore)},
+                    {"live-is-kept", journal.liveIsKept},
                     {"to", journal.to},
                     {"live", JsonOf(journal.live)},
                     {"store", JsonOf(journal.store)},
@@ -226,13 +240,15 @@ Result<SwapJournal> ParseJournal(std::string_view text)
     Read(reader, journal.folder);
     const int phase = reader.Number<int>("phase");
     journal.from = reader.Number<LevelCode>("from");
+    journal.fromStore = reader.Text("from-store");
+    journal.toStore = reader.Text("to-store");
+    journal.liveIsKept = reader.Flag("live-is-kept");
     journal.to = reader.Number<LevelCode>("to");
-    Read(reader, "live", journal.live);
-    Read(reader, "store", journal.store);
+    const bool sound = Read(reader, "live", journal.live) && Read(reader, "store", journal.store);
     Read(reader, "remove", journal.remove);
     reader.Names("restore", journal.restore);
     Read(reader, "install", journal.install);
-    if (!reader.Good() || phase < 0 || phase > static_cast<int>(SwapPhase::Restore))
+    if (!reader.Good() || !sound || phase < 0 || phase > static_cast<int>(SwapPhase::Restore))
         return Failure{ErrorCode::Damaged, {}, {}};
     journal.phase = static_cast<SwapPhase>(phase);
     return journal;

@@ -56,7 +56,11 @@ enum class SwapPhase {
 struct SwapJournal {
     FolderMark folder;
     SwapPhase phase = SwapPhase::Planned;
-    LevelCode from = 0;               ///< whose store takes the live state
+    LevelCode from = 0;    ///< whose store takes the live state
+    std::string fromStore; ///< that store's folder
+    std::string toStore;   ///< the coming level's store
+    /// The level of `live` has no folder any more: its state stays live and is in the history.
+    bool liveIsKept = false;
     LevelCode to = 0;                 ///< the level that comes; -1: none
     std::vector<StateFile> live;      ///< the state in the folder at the beginning
     std::vector<StateFile> store;     ///< the store of `from` at the beginning
@@ -64,6 +68,9 @@ struct SwapJournal {
     std::vector<std::string> restore; ///< what comes back from the backup
     std::vector<OwnedFile> install;   ///< what the new level brings
 };
+
+/// 32 lower-case hexadecimal digits, as `platform::HashOf` gives them.
+bool IsContentHash(std::string_view text);
 
 std::string FormatOwner(const OwnerRecord& record);
 /// `Damaged` for anything that this program did not write.

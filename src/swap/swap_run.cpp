@@ -57,6 +57,13 @@ void SwapRun::Announce(const std::vector<Placement>& placements)
 
 bool SwapRun::Begin()
 {
+    if (FileExists(JournalPath(session_))) { // another swap's note is never written over
+        session_.host.Tell(Tone::Error, GetMsg(Msg::WorkPending));
+        return false;
+    }
+    journal_.fromStore = StateStoreOf(session_, journal_.from).native();
+    if (journal_.to >= 0)
+        journal_.toStore = StateStoreOf(session_, journal_.to).native();
     if (const auto status = WriteJournal(session_, journal_); !status) {
         TellFailure(session_, GetMsg(Msg::CannotWriteJournal), status.Error());
         (void)DropJournal(
@@ -72,7 +79,8 @@ bool SwapRun::Abandon(const Failure& failure)
 {
     TellFailure(session_, GetMsg(Msg::CannotKeepState), failure);
     // What cannot be put back now stays noted in the journal, and the next start tries again.
-    if (PutStoreBack(session_, journal_.from, journal_.store) && DropJournal(session_))
+    if (PutStoreBack(session_, journal_.from, journal_.fromStore, journal_.store) &&
+        DropJournal(session_))
         begun_ = false;
     return false;
 }
@@ -85,7 +93,14 @@ bool SwapRun::TakeOut(LevelCode& previous)
         return TakeOutOriginal(previous);
 
     const auto bytes = ReadWholeFile(marker);
-    const MarkerContent content = ParseMarker(bytes ? *bytes : std::string{});
+    if (!bytes) {
+        TellFailure(session_, GetMsg(Msg::MarkerUnreadable, {TextOf(marker)}), bytes.Error());
+        return false;
+    }
+    const MarkerContent content = ParseMarker(*bytes);
+    const Belongings belongings = BelongingsOf(content, owner_);
+    journal_.remove = belongings.added;
+    journal_.restore = belongings.overwritten;
     previous = content.code;
     if (content.hasText) {
         const Path folder = LevelHomeOf(session_, previous);
@@ -93,7 +108,12 @@ bool SwapRun::TakeOut(LevelCode& previous)
             session_.host.Tell(Tone::Error,
                                GetMsg(Msg::LevelFolderNotFound, {TextOf(folder), lineBreak}));
             log_ += Lines({GetMsg(Msg::LogLevelFolderNotFound, {TextOf(folder)})});
-            return previous == journal_.to || KeepLiveState(previous);
+            if (previous == journal_.to)
+                return true;
+            journal_.liveIsKept = true;
+            leftAdded_ = belongings.added;
+            leftOverwritten_ = belongings.overwritten;
+            return KeepLiveState(previous);
         }
     }
     log_ += content.code == -1
@@ -103,9 +123,6 @@ bool SwapRun::TakeOut(LevelCode& previous)
     if (previous == journal_.to)
         return true;
 
-    const Belongings belongings = BelongingsOf(content, owner_);
-    journal_.remove = belongings.added;
-    journal_.restore = belongings.overwritten;
     if (!belongings.refused.empty())
         session_.host.Tell(Tone::Warning,
                            GetMsg(Msg::MarkerEntriesRefused, {Join(belongings.refused, ", ")}));
@@ -161,11 +178,13 @@ bool SwapRun::KeepLiveState(LevelCode code)
     journal_.from = code;
     stateOf_ = owner_ ? owner_->owner : std::optional<LevelCode>{code};
     const auto stored = HashesOf(ListFiles(StateStoreOf(session_, code), RowText(Msg::PatAll)));
-    if (!stored) {
-        TellFailure(session_, GetMsg(Msg::CannotKeepState), stored.Error());
+    const auto live = HashesOf(StateFilesIn(trle_));
+    if (!stored || !live) {
+        TellFailure(session_, GetMsg(Msg::CannotKeepState), stored ? live.Error() : stored.Error());
         return false;
     }
     journal_.store = *stored;
+    journal_.live = *live;
     if (!Begin())
         return false;
     const auto status = KeepInHistory(session_, code, StateFilesIn(trle_), GetMsg(Msg::ReasonSwap));
@@ -180,6 +199,13 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelCode storeOf, bool marked)
     stateOf_ = nobodys ? std::optional<LevelCode>{} : std::optional<LevelCode>{storeOf};
     const Path home = LevelHomeOf(session_, storeOf);
     const Path store = ResolvePath(StateStoreOf(session_, storeOf));
+    Status readable = CanList(trle_);
+    if (readable)
+        readable = CanList(store);
+    if (readable)
+        readable = SettleTwins(session_, storeOf, trle_);
+    if (readable)
+        readable = SettleTwins(session_, storeOf, store);
     const std::vector<Path> stored = ListFiles(store, RowText(Msg::PatAll));
     const auto live = HashesOf(StateFilesIn(trle_));
     const auto before = HashesOf(stored);
@@ -188,8 +214,11 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelCode storeOf, bool marked)
         journal_.live = *live;
     if (before)
         journal_.store = *before;
-    if (!live || !before) {
-        TellFailure(session_, GetMsg(Msg::CannotKeepState), live ? before.Error() : live.Error());
+    if (!readable || !live || !before) {
+        TellFailure(session_, GetMsg(Msg::CannotKeepState),
+                    !readable ? readable.Error()
+                    : live    ? before.Error()
+                              : live.Error());
         return StateMove::Stopped;
     }
     if (!Begin())
@@ -202,24 +231,26 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelCode storeOf, bool marked)
     if (auto status = MakeFolders(store); !status)
         return stop(status.Error());
     if (nobodys) { // emptied and filled already; only what a game wrote since comes to it
-        if (auto status = ReturnLiveState(session_, storeOf); !status)
+        if (auto status = StoreLiveState(session_, storeOf, store, journal_.live); !status)
             return stop(status.Error());
     } else {
-        std::vector<Path> alone;
+        // What is live under the same name need not go: it would come again as it is.
+        std::vector<Path> going;
         for (std::size_t i = 0; i < stored.size(); ++i)
-            if (std::none_of(live->begin(), live->end(),
-                             [&](const StateFile& file) { return file.hash == (*before)[i].hash; }))
-                alone.push_back(stored[i]);
-        if (auto status = KeepInHistory(session_, storeOf, alone, GetMsg(Msg::ReasonSwap)); !status)
+            if (std::none_of(live->begin(), live->end(), [&](const StateFile& file) {
+                    return file.hash == (*before)[i].hash && file.name == (*before)[i].name;
+                }))
+                going.push_back(stored[i]);
+        if (auto status = KeepInHistory(session_, storeOf, going, GetMsg(Msg::ReasonSwap)); !status)
             return stop(status.Error());
-        const Status emptied = marked ? LogDeleteMatching(store, log_, RowText(Msg::PatAllFiles))
-                                      : DeleteMatching(store, RowText(Msg::PatAll));
-        if (!emptied && marked) {
-            TellFailure(session_, GetMsg(Msg::CannotDeleteBackupSavegames, {TextOf(home)}),
-                        emptied.Error());
-            if (auto status = PutStoreBack(session_, storeOf, journal_.store); !status)
+        if (auto status = EmptyStore(store, going, marked); !status) {
+            if (!marked)
                 return stop(status.Error());
-            if (auto status =
+            TellFailure(session_, GetMsg(Msg::CannotDeleteBackupSavegames, {TextOf(home)}),
+                        status.Error());
+            if (status = PutStoreBack(session_, storeOf, store, journal_.store); !status)
+                return stop(status.Error());
+            if (status =
                     KeepInHistory(session_, storeOf, StateFilesIn(trle_), GetMsg(Msg::ReasonSwap));
                 !status)
                 return stop(status.Error());
@@ -234,14 +265,26 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelCode storeOf, bool marked)
         return stop(status.Error());
     }
     stateOf_.reset();
-    if (!nobodys)
-        for (const std::string& pattern : StatePatterns()) {
-            if (marked)
-                (void)LogDeleteMatching(trle_, log_, pattern); // its outcome stands in the log
-            else
-                (void)DeleteMatching(trle_, pattern);
-        }
+    const auto dropped = DropLiveState(session_, storeOf, journal_.live);
+    if (marked)
+        for (const std::string& pattern : StatePatterns())
+            log_ +=
+                Lines({GetMsg(Msg::LogDeleteDir) + "\"" + pattern + "\"" + GetMsg(Msg::LogArrow) +
+                       TextOf(trle_) + GetMsg(dropped ? Msg::LogOk : Msg::LogError)});
     return StateMove::Moved;
+}
+
+Status SwapRun::EmptyStore(const Path& store, const std::vector<Path>& going, bool marked)
+{
+    Status emptied;
+    for (const Path& file : going)
+        if (const auto failure = platform::Unlink(file); failure && emptied)
+            emptied = MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure);
+    if (marked)
+        log_ += Lines({GetMsg(Msg::LogDeleteDir) + "\"" + GetMsg(Msg::PatAllFiles) + "\"" +
+                       GetMsg(Msg::LogArrow) + TextOf(store) +
+                       GetMsg(emptied ? Msg::LogOk : Msg::LogError)});
+    return emptied;
 }
 
 /// All live state into the empty store, compared and flushed, each file as the journal has it.
@@ -324,7 +367,9 @@ bool SwapRun::BringIn(bool logged)
     const LevelCode before = stateOf_.value_or(journal_.from);
     stateOf_ = journal_.to;
     std::vector<std::string> failed;
-    BringStateIn(session_, journal_.to, before, logged ? &log_ : nullptr, failed);
+    std::vector<std::string> replaced;
+    BringStateIn(session_, journal_.to, before, logged ? &log_ : nullptr, replaced, failed);
+    leftOverwritten_.insert(leftOverwritten_.end(), replaced.begin(), replaced.end());
     if (!failed.empty())
         session_.host.Tell(Tone::Warning, GetMsg(Msg::StateNotBrought, {Join(failed, ", ")}));
     return true;
@@ -353,7 +398,10 @@ Status SwapRun::Put(const Placement& placement, bool& overwritten)
     auto status = put();
     log_ += GetMsg(status ? Msg::LogOk : Msg::LogError) +
             (overwritten ? GetMsg(Msg::LogOverwrite) : std::string{}) + std::string{lineBreak};
-    put_.push_back({placement.target, placement.file.size, placement.file.modifiedNs});
+    const platform::FileFacts facts = platform::FactsOf(target);
+    put_.push_back(
+        status ? OwnedFile{placement.target, facts.size, facts.modifiedNs}
+               : OwnedFile{placement.target, placement.file.size, placement.file.modifiedNs});
     if (overwritten)
         overwritten_.push_back(placement.target);
     return status;

@@ -71,6 +71,7 @@ private:
         Stopped ///< told; nothing has changed
     };
     StateMove MoveStateOut(LevelCode storeOf, bool marked);
+    Status EmptyStore(const Path& store, const std::vector<Path>& going, bool marked);
     Status CopyStateOut(const Path& store, bool marked);
     bool TakeOutOriginal(LevelCode& previous);
     bool KeepLiveState(LevelCode code);

@@ -82,7 +82,7 @@ TEST(SwapRecords, ComeBackAsTheyWereWritten)
     journal.phase = SwapPhase::Coming;
     journal.from = 3;
     journal.to = -1;
-    journal.live = {{"savegame.0", "00ff"}};
+    journal.live = {{"savegame.0", std::string(32, 'a')}};
     journal.remove = {{"\\data\\\xE9.tr4", 12, -5}};
     journal.restore = {"\\script.dat"};
     const std::string text = FormatJournal(journal);

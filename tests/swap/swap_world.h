@@ -3,6 +3,7 @@
 #include "support/sandbox.h"
 #include "swap/install.h"
 #include "swap/marker.h"
+#include "swap/state_files.h"
 
 #include <gtest/gtest.h>
 
@@ -74,10 +75,7 @@ public:
     [[nodiscard]] std::map<std::string, std::string> Configuration() const
     {
         auto files = Snapshot("trle");
-        std::erase_if(files, [](const auto& file) {
-            return file.first.starts_with("savegame.") || file.first.starts_with("note") ||
-                   file.first.starts_with("shot");
-        });
+        std::erase_if(files, [](const auto& file) { return IsPlayersFile(file.first); });
         return files;
     }
 

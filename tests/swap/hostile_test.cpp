@@ -1,0 +1,235 @@
+// States of the folders that no player makes on purpose, and that happen all the same.
+#include "support/faults.h"
+#include "swap/backup.h"
+#include "swap/history.h"
+#include "swap/install.h"
+#include "swap/recovery.h"
+#include "swap/swap_notes.h"
+#include "swap_world.h"
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+/// Somebody else writes into the folders in front of the n-th changing call.
+class Intruder : public platform::FileHook
+{
+public:
+    Intruder(int at, std::function<void()> act) : at_(at), act_(std::move(act))
+    {
+        platform::SetFileHook(this);
+    }
+    ~Intruder() override { platform::SetFileHook(nullptr); }
+    std::error_code Before(platform::FileAction, const platform::Path&) override
+    {
+        if (++calls_ == at_) {
+            platform::SetFileHook(nullptr);
+            act_();
+            platform::SetFileHook(this);
+        }
+        return {};
+    }
+    [[nodiscard]] bool Came() const { return calls_ >= at_; }
+
+private:
+    int at_;
+    int calls_ = 0;
+    std::function<void()> act_;
+};
+
+bool FullRestore(SwapWorld& world)
+{
+    const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
+    RestoreOriginalConfiguration(world.session, *progress);
+    return true;
+}
+
+/// Kills a piece of work everywhere, lets the player save over everything, starts again.
+void KillThenPlay(bool (*work)(SwapWorld&))
+{
+    for (int step = 1; step < 500; ++step) {
+        SwapWorld world;
+        world.host.AnswerAll(true);
+        world.PlayFirst();
+        // Live and stored hold the same bytes, as they do right after an install.
+        world.Write("trle/savegame.0", SavegameBytes("First", 5));
+        const auto before = world.Treasures();
+        const KillRun run = WithKillAt(step, [&] { return work(world); });
+        if (!run.killed)
+            return;
+        SCOPED_TRACE("killed at step " + std::to_string(step) + ": " + run.call);
+        for (const char* name : {"trle/savegame.0", "trle/savegame.4", "trle/savegame.12"})
+            world.Write(name, SavegameBytes(std::string{"After "} + name, 20));
+        auto treasures = world.Treasures();
+        Session fresh = world.Reopened();
+        ASSERT_TRUE(RecoverInterruptedWork(fresh)) << world.host.AllTold();
+        world.ExpectNothingLost(treasures);
+        ASSERT_TRUE(InstallLevel(fresh, world.second));
+        world.ExpectNothingLost(treasures);
+        if (::testing::Test::HasFailure())
+            return;
+    }
+    FAIL() << "never finished";
+}
+
+} // namespace
+
+TEST(AfterAKill, WhatWasPlayedSinceIsKept)
+{
+    KillThenPlay([](SwapWorld& world) { return InstallLevel(world.session, world.second); });
+    KillThenPlay(FullRestore);
+}
+
+TEST(DuringASwap, ASavegameThatTheGameWritesIsNeverDeleted)
+{
+    for (int step = 1; step < 300; ++step) {
+        SwapWorld world;
+        world.host.AnswerAll(true);
+        world.PlayFirst();
+        auto treasures = world.Treasures();
+        // What is being overwritten by the game itself is no business of the swap.
+        treasures.erase(SavegameBytes("First later", 6));
+        const std::string over = SavegameBytes("Written over", 30);
+        const std::string fresh = SavegameBytes("Written anew", 31);
+        Intruder game{step, [&] {
+                          if (!world.Has("home/swap/journal"))
+                              return;
+                          world.Write("trle/savegame.0", over);
+                          world.Write("trle/savegame.14", fresh);
+                          treasures.insert(over);
+                          treasures.insert(fresh);
+                      }};
+        (void)InstallLevel(world.session, world.second); // it may well refuse
+        SCOPED_TRACE("written at step " + std::to_string(step));
+        EXPECT_EQ(world.Treasures().contains(fresh), treasures.contains(fresh));
+        const auto now = world.Treasures();
+        for (const std::string& content : treasures)
+            EXPECT_TRUE(content == over || now.contains(content)) << content.substr(0, 20);
+        if (!game.Came() || HasFailure())
+            return;
+    }
+}
+
+TEST(Twins, OfACaseAreSettledInsteadOfBlockingEverySwap)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    world.Write("trle/Savegame.4", SavegameBytes("Twin", 2));
+    world.Write("home/LEVEL_0000/backup_savegames/NOTE0.txt", "twin of a note");
+    const auto treasures = world.Treasures();
+    EXPECT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    EXPECT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    world.ExpectNothingLost(treasures);
+    world.ExpectOriginal();
+}
+
+TEST(VanishedLevel, LeavesNoFilesBehindForEver)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    auto treasures = world.Treasures();
+    fs::rename(world / "levels/LEVEL_0001", world / "elsewhere");
+    EXPECT_TRUE(InstallLevel(world.session, world.second));
+    EXPECT_TRUE(world.host.WasTold("I cann't find level folder"));
+    EXPECT_TRUE(InstallLevel(world.session, originalCode));
+    world.ExpectOriginal();
+    world.ExpectNothingLost(treasures);
+}
+
+TEST(UnpluggedArchive, MakesRecoveryWaitInsteadOfGuessing)
+{
+    SwapWorld world;
+    world.host.AnswerAll(true);
+    world.PlayFirst();
+    const auto treasures = world.Treasures();
+    for (int step = 30; step < 60; step += 10) {
+        ASSERT_TRUE(
+            WithKillAt(step, [&] { return InstallLevel(world.session, world.second); }).killed);
+        fs::rename(world / "levels", world / "unplugged");
+        EXPECT_FALSE(RecoverInterruptedWork(world.session)) << step;
+        EXPECT_FALSE(world.Has("levels"));
+        EXPECT_FALSE(InstallLevel(world.session, originalCode));
+        fs::rename(world / "unplugged", world / "levels");
+        EXPECT_TRUE(RecoverInterruptedWork(world.session));
+        world.ExpectNothingLost(treasures);
+        if (CurrentLevelCode(world.session) != world.first) {
+            ASSERT_TRUE(InstallLevel(world.session, world.first));
+        }
+    }
+}
+
+TEST(Markers, OfStrangersHarmNobody)
+{
+    SwapWorld world;
+    world.Write("trle/shot4.bmp", "a big shot");
+    world.Write("trle/Kestrva.txt",
+                "#LEVEL_CODE=0001#\r\n#COPIED_FILES=\\shot4.bmp|\\note9.txt#\r\n");
+    const auto treasures = world.Treasures();
+    EXPECT_TRUE(InstallLevel(world.session, world.second));
+    EXPECT_TRUE(world.host.WasTold("shot4.bmp"));
+    world.ExpectNothingLost(treasures);
+    EXPECT_EQ(world.Read("trle/shot4.bmp"), "a big shot");
+
+    fs::remove(world / "trle/Kestrva.txt");
+    fs::create_directory(world / "trle/Kestrva.txt");
+    (void)InstallLevel(world.session, world.first); // a folder of that name is no marker
+    world.ExpectNothingLost(treasures);
+}
+
+TEST(Journals, OfStrangersReachNothingOutside)
+{
+    SwapWorld world;
+    world.Write("outside.txt", "outside");
+    SwapJournal journal;
+    journal.folder = MarkOf(world / "trle");
+    journal.fromStore = (world / "levels/LEVEL_0001/backup_savegames").native();
+    journal.store = {{"../../../evil", "../../../outside.txt"}};
+    world.Write("home/swap/journal", FormatJournal(journal));
+    EXPECT_TRUE(RecoverInterruptedWork(world.session));
+    EXPECT_TRUE(world.host.WasTold("cannot be read"));
+    EXPECT_FALSE(world.Has("evil"));
+}
+
+TEST(Links, AreNeverFollowedByARemoval)
+{
+    SwapWorld world;
+    world.Write("documents/thesis.txt", "years of work");
+    fs::create_directory_symlink(world / "documents", world / "trle/.kv~ready");
+    fs::create_symlink(world / "documents/thesis.txt", world / "trle/savegame.7");
+    EXPECT_TRUE(InstallLevel(world.session, world.first));
+    EXPECT_EQ(world.Read("documents/thesis.txt"), "years of work");
+}
+
+TEST(HistoryIndex, ThatCannotBeReadIsNeverReplaced)
+{
+    SwapWorld world;
+    ASSERT_TRUE(KeepInHistory(world.session, 0, {world / "trle/savegame.0"}, "test"));
+    const std::string old = world.Read("home/history/level_0000.jsonl");
+    world.Write("home/history/level_0000.jsonl", old + "{\"of\": \"a later version\"}\n");
+    ASSERT_TRUE(KeepInHistory(world.session, 0, {world / "trle/savegame.12"}, "test"));
+    const std::string now = world.Read("home/history/level_0000.jsonl");
+    EXPECT_NE(now.find("a later version"), std::string::npos);
+    EXPECT_NE(now.find(old), std::string::npos);
+    fs::remove(world / "home/history/level_0000.jsonl");
+    fs::create_directory(world / "home/history/level_0000.jsonl");
+    EXPECT_FALSE(KeepInHistory(world.session, 0, {world / "trle/note0.txt"}, "test"));
+}
+
+TEST(AfterARestart, WhatTheDesignerRebuiltStays)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    world.Write("trle/DATA/first.TR4", "rebuilt by its designer");
+    world.machine.bootId = "boot-2";
+    EXPECT_TRUE(InstallLevel(world.session, world.first));
+    EXPECT_EQ(world.Read("trle/DATA/first.TR4"), "rebuilt by its designer");
+    fs::remove_all(world / "levels/LEVEL_0001/files");
+    world.machine.bootId = "boot-3";
+    EXPECT_TRUE(InstallLevel(world.session, world.first)); // it stands there all the same
+}
+
+} // namespace kestrova::testing
