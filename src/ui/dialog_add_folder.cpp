@@ -61,10 +61,13 @@ AddFolderDialog::AddFolderDialog(Session& session, const Path& folder, QWidget* 
     connect(name_, &QLineEdit::textChanged, this, &AddFolderDialog::AllowOk);
     connect(ok_, &QPushButton::clicked, this, &AddFolderDialog::accept);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    for (auto [before, behind] : std::initializer_list<std::pair<QWidget*, QWidget*>>{
+             {folder_, browse}, {browse, name_}, {name_, note_}, {note_, ok_}, {ok_, cancel}})
+        setTabOrder(before, behind);
     SetCaptions(*this);
     AllowOk();
     if (folder.empty()) {
-        browse->setFocus();
+        folder_->setFocus();
     } else {
         folder_->setText(PathToQt(folder));
         name_->setFocus();

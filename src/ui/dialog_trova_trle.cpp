@@ -125,7 +125,10 @@ void FindTrleDialog::ShowFolder()
     const bool there = !finder_.Folder().empty();
     path_->setText(there ? ToQt(TextOf(finder_.Folder())) : Words(Msg::TrovaNothing));
     path_->setEnabled(there);
-    findChild<QPushButton*>(QStringLiteral("Pul_Ok"))->setEnabled(there);
+    auto* ok = findChild<QPushButton*>(QStringLiteral("Pul_Ok"));
+    ok->setEnabled(there);
+    if (there)
+        ok->setFocus();
 }
 
 void FindTrleDialog::reject()

@@ -13,9 +13,9 @@ namespace
 
 InputGate* current = nullptr;
 
-bool IsInput(QEvent::Type type)
+bool IsInput(const QEvent& event)
 {
-    switch (type) {
+    switch (event.type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
@@ -36,19 +36,29 @@ bool IsInput(QEvent::Type type)
     case QEvent::DragEnter:
     case QEvent::DragMove:
     case QEvent::Drop:
-    case QEvent::Close:
         return true;
+    case QEvent::Close:
+        // A dialog that accepts itself at the end of its work is closed by nobody's hand.
+        return event.spontaneous();
     default:
         return false;
     }
 }
 
-/// A popup and a dialog belong to the window that they were opened from.
+/// What a popup and a dialog were opened from. The list of completions under a line of text has no
+/// parent, only the line that it works for.
+const QObject* OpenerOf(const QObject* target)
+{
+    if (target->parent() != nullptr || !target->isWidgetType())
+        return target->parent();
+    return static_cast<const QWidget*>(target)->focusProxy();
+}
+
 bool Belongs(const QObject* target, const QWidget* window)
 {
     if (window == nullptr)
         return false;
-    for (; target != nullptr; target = target->parent())
+    for (; target != nullptr; target = OpenerOf(target))
         if (target == window)
             return true;
     return false;
@@ -104,7 +114,7 @@ bool InputGate::LetsThrough(const QObject* target) const
 bool InputGate::eventFilter(QObject* object, QEvent* event)
 {
     // What the window system sends to a whole window comes by again for the widget that it is for.
-    if (!IsInput(event->type()) || object->isWindowType() || object == qApp || LetsThrough(object))
+    if (!IsInput(*event) || object->isWindowType() || object == qApp || LetsThrough(object))
         return false;
     event->ignore();
     return true;

@@ -125,6 +125,8 @@ QLayout* LevelDetails::MakeButtons()
 
 void LevelDetails::ShowRecord(const LevelRecord& record)
 {
+    play_->setEnabled(true);
+    moreInfo_->setEnabled(true);
     name_->setText(ToQt(Trim(record.levelName)));
     note_->setText(ToQt(Trim(record.levelNote)));
     note_->setToolTip(note_->text().toHtmlEscaped());
@@ -148,6 +150,8 @@ void LevelDetails::ShowNothing()
     for (QLabel* label : std::initializer_list<QLabel*>{note_, author_, sizes_, code_, place_})
         label->clear();
     installed_->hide();
+    play_->setEnabled(false);
+    moreInfo_->setEnabled(false);
     shots_->Clear();
 }
 

@@ -298,8 +298,6 @@ void MainWindow::MarkChosen()
 void MainWindow::ShowChosen()
 {
     showSoon_.stop();
-    details_->PlayButton()->setEnabled(chosen_.has_value());
-    details_->MoreInfoButton()->setEnabled(chosen_.has_value());
     if (!chosen_)
         details_->ShowNothing();
     else if (const auto facts = SelectLevel(session_, *chosen_))

@@ -2,10 +2,14 @@
 #include "ui/progress_windows.h"
 #include "window_world.h"
 
+#include <QAbstractItemView>
 #include <QAction>
+#include <QCloseEvent>
+#include <QCompleter>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTimer>
+#include <QtTest/qtestspontaneevent.h>
 
 namespace kestrova::testing
 {
@@ -73,6 +77,23 @@ TEST(InputGate, ABoxOfTheWorkItselfAnswers)
     host.Tell(Tone::Error, "First line\r\nsecond", "Permission denied");
 }
 
+TEST(InputGate, TheCompletionsUnderALineBelongToItsWindow)
+{
+    WindowWorld world;
+    const Operation operation{world.session};
+    QDialog dialog(&world.window);
+    auto* line = new QLineEdit(&dialog);
+    line->setCompleter(new QCompleter(QStringList{"tomb", "tomb raider"}, line));
+    const InputGate::Admission admission{dialog};
+    dialog.show();
+    line->setFocus();
+    QTest::keyClicks(line, "t");
+    QWidget* popup = line->completer()->popup();
+    ASSERT_TRUE(popup->isVisible());
+    QTest::keyClicks(popup, "o");
+    EXPECT_EQ(line->text(), "to");
+}
+
 TEST(InputGate, AWindowOfTheStartIsDeafWhileItsOwnWorkRuns)
 {
     WindowWorld world;
@@ -88,6 +109,13 @@ TEST(InputGate, AWindowOfTheStartIsDeafWhileItsOwnWorkRuns)
     {
         const Operation inner{world.session};
         QTest::mouseClick(button, Qt::LeftButton);
+        QCloseEvent byHand;
+        QSpontaneKeyEvent::setSpontaneous(&byHand);
+        qApp->notify(&dialog, &byHand);
+        EXPECT_FALSE(byHand.isAccepted());
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.accept();
+        EXPECT_FALSE(dialog.isVisible()) << "its own work may end it";
     }
     EXPECT_EQ(clicks, 1);
 }
