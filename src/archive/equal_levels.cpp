@@ -46,8 +46,12 @@ private:
 
 std::vector<Tr4Entry> EntriesIn(const Path& levelFolder)
 {
-    const auto bytes = ReadWholeFile(InFolder(levelFolder, RowText(Msg::FragTr4Inf)), sizeLimit);
-    auto entries = ParseTr4Inf(bytes ? *bytes : std::string{});
+    const Path file = InFolder(levelFolder, RowText(Msg::FragTr4Inf));
+    std::string bytes;
+    std::error_code failure = platform::ReadAll(file, bytes, sizeLimit);
+    if (failure == std::errc::no_such_file_or_directory) // or it is spelled in another way
+        failure = platform::ReadAll(ResolvePath(file), bytes, sizeLimit);
+    auto entries = ParseTr4Inf(failure ? std::string_view{} : bytes);
     return entries ? std::move(entries).Value() : std::vector<Tr4Entry>{};
 }
 

@@ -63,6 +63,7 @@ TEST_F(EqualLevels, PassesOverWhatCannotBeReadAndFindsFoldersInAnySpelling)
     EXPECT_EQ(Find(1), "");
     EXPECT_EQ(Find(2), "3 one.tr4");
     std::filesystem::rename(box / "levels/LEVEL_0003", box / "levels/Level_0003");
+    std::filesystem::rename(box / "levels/Level_0003/tr4.inf", box / "levels/Level_0003/TR4.Inf");
     EXPECT_EQ(Find(2), "3 one.tr4");
     std::filesystem::remove_all(box / "levels");
     EXPECT_EQ(Find(2), "");
