@@ -1,37 +1,27 @@
 #include "records/level_config.h"
 
-#include <cstdlib>
+#include "check.h"
 
 using namespace kestrova;
-
-namespace
-{
-
-void Promise(bool kept)
-{
-    if (!kept)
-        std::abort();
-}
-
-} // namespace
+using namespace kestrova::fuzz;
 
 /// `kestrova.cfg`: what parses is written in a form that reads and writes the same for ever.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::string_view bytes{reinterpret_cast<const char*>(data), size};
+    const std::string_view bytes = TextOfInput(data, size);
     const auto config = ParseLevelConfig(bytes);
     if (!config)
         return 0;
     const auto written = FormatLevelConfig(*config);
-    Promise(written && written->size() >= levelConfigBlockSize + 2);
-    // The fixed block comes back byte for byte; names of files may lose their folders.
-    Promise(bytes.substr(0, levelConfigBlockSize) ==
-            std::string_view{*written}.substr(0, levelConfigBlockSize));
-    const auto again = ParseLevelConfig(*written);
+    Promise(written && written->size() >= levelConfigBlockSize + 2, "what parses can be written");
+    const std::string_view view = *written;
+    Promise(view.starts_with(bytes.substr(0, levelConfigBlockSize)), "the fixed block's bytes");
+    const auto again = ParseLevelConfig(view);
     Promise(again && again->files.size() == config->files.size() &&
-            again->tomWads == config->tomWads);
+                again->tomWads == config->tomWads,
+            "nothing but folders in front of file names is lost");
     const auto rewritten = FormatLevelConfig(*again);
-    Promise(rewritten && *rewritten == *written);
-    Promise(!ParseLevelConfig(std::string_view{*written}.substr(0, written->size() - 1)));
+    Promise(rewritten && *rewritten == view, "what was written reads the same");
+    Promise(!ParseLevelConfig(view.substr(0, view.size() - 1)), "a cut file is refused");
     return 0;
 }

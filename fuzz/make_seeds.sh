@@ -74,4 +74,17 @@ seed savegame_records bva savegames.bva
 } >manager.prf
 seed savegame_records prf manager.prf
 
+# A level's configuration in both shapes: older files end behind the list of files.
+{
+    field 256 'The Drowned Observatory'; field 256 'Practice'; field 80 'Kestrova'; field 256 ''
+    printf 'a@example.org\0b@example.org%229s' ''; field 256 'http://example.org'
+    printf 'TR4\x00001.wav\x00107.wav\x00alt.wav%4069s' ''
+    printf 'city.was\0http://example.org/city.zip%2012s' ''; field 512 ''
+    printf 'base.*\0other.was%584s' ''; field 80 readme.txt; field 10 ZIP
+    printf '\x02\x00\x00\x00\x0a\x00level1.tr4\x05\x00\x00\x00\x08\x00load.bmp\x36\x00\x0c\x00'
+} >older.cfg
+{ cat older.cfg; printf '\x0e\x00one.tom\0city.*'; } >kestrova.cfg
+seed level_config older older.cfg
+seed level_config whole kestrova.cfg
+
 find "$corpus" -type f -printf '%6s %P\n' | sort -k2
