@@ -3,7 +3,7 @@
 #include "support/faults.h"
 #include "support/sandbox.h"
 #include "swap/install.h"
-#include "swap/recovery.h"
+#include "swap/swap_plan.h"
 
 #include <gtest/gtest.h>
 
@@ -159,6 +159,21 @@ TEST(LevelLanguage, OfTheInstalledLevelChangesInBothPlacesAndLeavesNoTrace)
     ASSERT_TRUE(InstallLevel(world.session, originalCode));
     EXPECT_EQ(world.Snapshot("trle"), original);
     EXPECT_TRUE(world.host.told.empty()) << world.host.AllTold();
+}
+
+TEST(LevelLanguage, OfALevelThatARestartDamagedIsChangedAfterItWasMended)
+{
+    LanguageWorld world;
+    ASSERT_TRUE(InstallLevel(world.session, world.code)) << world.host.AllTold();
+    world.machine.bootId = "boot-2";
+    world.Write("trle/DATA/level.tr4", "");
+    EXPECT_TRUE(world.Change(LanguageChange::Mine));
+    EXPECT_EQ(world.Read("trle/DATA/level.tr4"), "level");
+    EXPECT_EQ(world.Read("trle/English.dat"), "testi italiani");
+    EXPECT_TRUE(world.host.WasTold("level.tr4")) << world.host.AllTold();
+    const auto differences = VerifyFolder(world.session);
+    ASSERT_TRUE(differences);
+    EXPECT_TRUE(differences->empty());
 }
 
 TEST(LevelLanguage, NeverLosesAFileOfTheLevelEditorsFolder)
