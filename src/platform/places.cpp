@@ -49,8 +49,8 @@ std::vector<MountedDrive> MountedDrives()
         const std::string_view device = entry.mnt_fsname;
         const std::string_view kind = entry.mnt_type;
         // What has no device behind it keeps no levels (proc, sysfs, cgroup …), but for these.
-        if (!device.starts_with('/') && kind != "overlay" && kind != "zfs" &&
-            kind != "btrfs" && !kind.starts_with("nfs") && kind != "cifs")
+        if (!device.starts_with('/') && kind != "overlay" && kind != "zfs" && kind != "btrfs" &&
+            !kind.starts_with("nfs") && kind != "cifs")
             continue;
         const bool known = [&] {
             for (const MountedDrive& drive : drives)
@@ -59,8 +59,8 @@ std::vector<MountedDrive> MountedDrives()
             return false;
         }();
         if (!known && FactsOf(entry.mnt_dir).kind == FileKind::Folder)
-            drives.push_back({entry.mnt_dir, std::string{kind},
-                              ::hasmntopt(&entry, MNTOPT_RO) != nullptr});
+            drives.push_back(
+                {entry.mnt_dir, std::string{kind}, ::hasmntopt(&entry, MNTOPT_RO) != nullptr});
     }
     ::endmntent(table);
     return drives;

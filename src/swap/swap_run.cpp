@@ -2,7 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
-#include "swap/history.h"
+#include "swap/log_lines.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
 
@@ -21,14 +21,6 @@ bool IsSound(const std::string& name)
 {
     return EqualNames(std::string_view{name}.substr(0, RowText(Msg::FragAudio).size()),
                       RowText(Msg::FragAudio));
-}
-
-std::string Lines(std::initializer_list<std::string> parts)
-{
-    std::string text;
-    for (const std::string& part : parts)
-        text += part;
-    return text + std::string{lineBreak};
 }
 
 } // namespace
@@ -55,36 +47,6 @@ void SwapRun::Announce(const std::vector<Placement>& placements)
             {placement.target, placement.file.size, placement.file.modifiedNs});
 }
 
-bool SwapRun::Begin()
-{
-    if (FileExists(JournalPath(session_))) { // another swap's note is never written over
-        session_.host.Tell(Tone::Error, GetMsg(Msg::WorkPending));
-        return false;
-    }
-    journal_.fromStore = StateStoreOf(session_, journal_.from).native();
-    if (journal_.to >= 0)
-        journal_.toStore = StateStoreOf(session_, journal_.to).native();
-    if (const auto status = WriteJournal(session_, journal_); !status) {
-        TellFailure(session_, GetMsg(Msg::CannotWriteJournal), status.Error());
-        (void)DropJournal(
-            session_); // it may stand though its flush failed; recovery reads it right
-        return false;
-    }
-    begun_ = true;
-    return true;
-}
-
-/// Nothing of the player could be kept: everything as it was before, in words.
-bool SwapRun::Abandon(const Failure& failure)
-{
-    TellFailure(session_, GetMsg(Msg::CannotKeepState), failure);
-    // What cannot be put back now stays noted in the journal, and the next start tries again.
-    if (PutStoreBack(session_, journal_.from, journal_.fromStore, journal_.store) &&
-        DropJournal(session_))
-        begun_ = false;
-    return false;
-}
-
 bool SwapRun::TakeOut(LevelCode& previous)
 {
     owner_ = OwnerThatCounts(session_);
@@ -107,7 +69,7 @@ bool SwapRun::TakeOut(LevelCode& previous)
         if (!FolderExists(folder)) {
             session_.host.Tell(Tone::Error,
                                GetMsg(Msg::LevelFolderNotFound, {TextOf(folder), lineBreak}));
-            log_ += Lines({GetMsg(Msg::LogLevelFolderNotFound, {TextOf(folder)})});
+            log_ += LogLine({GetMsg(Msg::LogLevelFolderNotFound, {TextOf(folder)})});
             if (previous == journal_.to)
                 return true;
             journal_.liveIsKept = true;
@@ -117,9 +79,9 @@ bool SwapRun::TakeOut(LevelCode& previous)
         }
     }
     log_ += content.code == -1
-                ? Lines({GetMsg(Msg::LogPreviousNone)})
-                : Lines({GetMsg(Msg::LogPreviousLevel, {LevelNameOf(session_, previous)}),
-                         std::to_string(previous)});
+                ? LogLine({GetMsg(Msg::LogPreviousNone)})
+                : LogLine({GetMsg(Msg::LogPreviousLevel, {LevelNameOf(session_, previous)}),
+                           std::to_string(previous)});
     if (previous == journal_.to)
         return true;
 
@@ -163,146 +125,13 @@ bool SwapRun::TakeOutOriginal(LevelCode& previous)
     journal_.restore = belongings.overwritten;
     if (MoveStateOut(originalCode, false) == StateMove::Stopped)
         return false;
-    log_ += Lines({GetMsg(Msg::LogNoMarker)});
+    log_ += LogLine({GetMsg(Msg::LogNoMarker)});
     // What an earlier removal had to leave behind goes now.
     if (DeleteAdded(belongings))
         RestoreOverwritten(belongings.overwritten);
     else
         leftOverwritten_ = belongings.overwritten;
     return true;
-}
-
-/// The state has no store to go to: it stays live, and a copy of it is kept.
-bool SwapRun::KeepLiveState(LevelCode code)
-{
-    journal_.from = code;
-    stateOf_ = owner_ ? owner_->owner : std::optional<LevelCode>{code};
-    const auto stored = HashesOf(ListFiles(StateStoreOf(session_, code), RowText(Msg::PatAll)));
-    const auto live = HashesOf(StateFilesIn(trle_));
-    if (!stored || !live) {
-        TellFailure(session_, GetMsg(Msg::CannotKeepState), stored ? live.Error() : stored.Error());
-        return false;
-    }
-    journal_.store = *stored;
-    journal_.live = *live;
-    if (!Begin())
-        return false;
-    const auto status = KeepInHistory(session_, code, StateFilesIn(trle_), GetMsg(Msg::ReasonSwap));
-    return status ? true : Abandon(status.Error());
-}
-
-SwapRun::StateMove SwapRun::MoveStateOut(LevelCode storeOf, bool marked)
-{
-    const bool nobodys = owner_ && !owner_->owner;
-    if (owner_ && owner_->owner && FolderExists(LevelHomeOf(session_, *owner_->owner)))
-        storeOf = *owner_->owner;
-    stateOf_ = nobodys ? std::optional<LevelCode>{} : std::optional<LevelCode>{storeOf};
-    const Path home = LevelHomeOf(session_, storeOf);
-    const Path store = ResolvePath(StateStoreOf(session_, storeOf));
-    Status readable = CanList(trle_);
-    if (readable)
-        readable = CanList(store);
-    if (readable)
-        readable = SettleTwins(session_, storeOf, trle_);
-    if (readable)
-        readable = SettleTwins(session_, storeOf, store);
-    const std::vector<Path> stored = ListFiles(store, RowText(Msg::PatAll));
-    const auto live = HashesOf(StateFilesIn(trle_));
-    const auto before = HashesOf(stored);
-    journal_.from = storeOf;
-    if (live)
-        journal_.live = *live;
-    if (before)
-        journal_.store = *before;
-    if (!readable || !live || !before) {
-        TellFailure(session_, GetMsg(Msg::CannotKeepState),
-                    !readable ? readable.Error()
-                    : live    ? before.Error()
-                              : live.Error());
-        return StateMove::Stopped;
-    }
-    if (!Begin())
-        return StateMove::Stopped;
-    const auto stop = [&](const Failure& failure) {
-        Abandon(failure);
-        return StateMove::Stopped;
-    };
-
-    if (auto status = MakeFolders(store); !status)
-        return stop(status.Error());
-    if (nobodys) { // emptied and filled already; only what a game wrote since comes to it
-        if (auto status = StoreLiveState(session_, storeOf, store, journal_.live); !status)
-            return stop(status.Error());
-    } else {
-        // What is live under the same name need not go: it would come again as it is.
-        std::vector<Path> going;
-        for (std::size_t i = 0; i < stored.size(); ++i)
-            if (std::none_of(live->begin(), live->end(), [&](const StateFile& file) {
-                    return file.hash == (*before)[i].hash && file.name == (*before)[i].name;
-                }))
-                going.push_back(stored[i]);
-        if (auto status = KeepInHistory(session_, storeOf, going, GetMsg(Msg::ReasonSwap)); !status)
-            return stop(status.Error());
-        if (auto status = EmptyStore(store, going, marked); !status) {
-            if (!marked)
-                return stop(status.Error());
-            TellFailure(session_, GetMsg(Msg::CannotDeleteBackupSavegames, {TextOf(home)}),
-                        status.Error());
-            if (status = PutStoreBack(session_, storeOf, store, journal_.store); !status)
-                return stop(status.Error());
-            if (status =
-                    KeepInHistory(session_, storeOf, StateFilesIn(trle_), GetMsg(Msg::ReasonSwap));
-                !status)
-                return stop(status.Error());
-            return StateMove::Failed;
-        }
-        if (auto status = CopyStateOut(store, marked); !status)
-            return stop(status.Error());
-    }
-    journal_.phase = SwapPhase::Stored;
-    if (auto status = WriteJournal(session_, journal_); !status) {
-        journal_.phase = SwapPhase::Planned;
-        return stop(status.Error());
-    }
-    stateOf_.reset();
-    const auto dropped = DropLiveState(session_, storeOf, journal_.live);
-    if (marked)
-        for (const std::string& pattern : StatePatterns())
-            log_ +=
-                Lines({GetMsg(Msg::LogDeleteDir) + "\"" + pattern + "\"" + GetMsg(Msg::LogArrow) +
-                       TextOf(trle_) + GetMsg(dropped ? Msg::LogOk : Msg::LogError)});
-    return StateMove::Moved;
-}
-
-Status SwapRun::EmptyStore(const Path& store, const std::vector<Path>& going, bool marked)
-{
-    Status emptied;
-    for (const Path& file : going)
-        if (const auto failure = platform::Unlink(file); failure && emptied)
-            emptied = MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure);
-    if (marked)
-        log_ += Lines({GetMsg(Msg::LogDeleteDir) + "\"" + GetMsg(Msg::PatAllFiles) + "\"" +
-                       GetMsg(Msg::LogArrow) + TextOf(store) +
-                       GetMsg(emptied ? Msg::LogOk : Msg::LogError)});
-    return emptied;
-}
-
-/// All live state into the empty store, compared and flushed, each file as the journal has it.
-Status SwapRun::CopyStateOut(const Path& store, bool marked)
-{
-    const CopyOptions safe{Verify::Content, true, false, {}};
-    for (const std::string& pattern : StatePatterns()) {
-        auto status = marked ? LogCopyMatching(trle_, store, log_, pattern, safe)
-                             : CopyMatching(trle_, store, pattern, safe);
-        if (!status)
-            return status;
-    }
-    for (const StateFile& file : journal_.live) {
-        std::string hash;
-        if (platform::HashOfFile(store / file.name, hash) || hash != file.hash)
-            return Failure{ErrorCode::Differs, file.name, {}};
-    }
-    return FlushFolder(store);
 }
 
 bool SwapRun::DeleteAdded(const Belongings& belongings)
@@ -315,7 +144,7 @@ bool SwapRun::DeleteAdded(const Belongings& belongings)
         const OwnedFile& file = belongings.added[i];
         const auto relative = SafeRelative(file.name);
         if (!session_.preferences.fullBackup && IsSound(file.name)) {
-            log_ += Lines({GetMsg(Msg::LogNotRemovedCompact, {Readable(file.name)})});
+            log_ += LogLine({GetMsg(Msg::LogNotRemovedCompact, {Readable(file.name)})});
             leftAdded_.push_back(file);
         } else if (const auto status = LogDeleteFile(trle_ / *relative, log_); !status) {
             TellFailure(session_,
@@ -344,7 +173,7 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
         log_ += GetMsg(Msg::LogCopy) + TextOf(session_.BackupFolder()) + Readable(names[i]) +
                 GetMsg(Msg::LogArrow) + TextOf(trle_) + Readable(names[i]);
         const auto status = RestoreOriginal(session_, *relative);
-        log_ += Lines({GetMsg(status ? Msg::LogOk : Msg::LogError)});
+        log_ += LogLine({GetMsg(status ? Msg::LogOk : Msg::LogError)});
         // What no backup holds stays missing; what it holds is tried again with the next swap.
         if (!status && FileExists(session_.BackupFolder() / *relative)) {
             leftOverwritten_.push_back(names[i]);
