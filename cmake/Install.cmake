@@ -36,7 +36,7 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, xdg-utils, zip, unzip")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, xdg-utils, zip, unzip, libarchive-tools")
 # The game and the Level Editor's programs are for another system.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "wine, qt6-gtk-platformtheme")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland")

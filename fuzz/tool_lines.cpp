@@ -1,0 +1,62 @@
+// What outside tools print: bytes into lines, lines into progress and lists, the end into words.
+
+#include "catalogue/message.h"
+#include "session/line_splitter.h"
+#include "session/tool_runner.h"
+
+#include "check.h"
+
+using namespace kestrova;
+using namespace kestrova::fuzz;
+
+namespace
+{
+
+/// What was captured, and what the handlers made of it.
+struct Read {
+    std::string output;
+    std::size_t lines = 0;
+    LineSplitter::State state = LineSplitter::State::Goes;
+    bool operator==(const Read&) const = default;
+};
+
+Read ReadBy(std::string_view bytes, std::size_t chunk, bool wholeLines)
+{
+    constexpr std::uint64_t total = 3;
+    std::vector<std::unique_ptr<LineHandler>> handlers;
+    for (const Msg name :
+         {Msg::HandlerUnzip, Msg::HandlerZip, Msg::HandlerMadPlay, Msg::HandlerLame})
+        for (const ToolId tool : {ToolId::Zip, ToolId::Unzip, ToolId::Bsdtar})
+            handlers.push_back(MakeLineHandler(RowText(name), RowOf(tool).marks));
+    Read read;
+    LineSplitter splitter{wholeLines};
+    const auto take = [&](std::string_view line) {
+        Promise(line.size() <= LineSplitter::usualLimit, "a line keeps to the limit");
+        ++read.lines;
+        for (const auto& handler : handlers)
+            (void)handler->Feed(line, total);
+        (void)ShownLine(line);
+        return true;
+    };
+    for (std::size_t at = 0; at < bytes.size() && read.state == LineSplitter::State::Goes;
+         at += chunk)
+        read.state = splitter.Feed(bytes.substr(at, chunk), take);
+    read.output = splitter.Output();
+    return read;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string_view bytes = TextOfInput(data, size);
+    for (const bool wholeLines : {true, false})
+        Promise(ReadBy(bytes, 1, wholeLines) == ReadBy(bytes, 7, wholeLines),
+                "chunks do not matter");
+    for (const auto& entries : {ParseZipListing(bytes), ParseTarListing(bytes)})
+        for (const PackageEntry& entry : entries)
+            Promise(entry.name.find_first_of("\r\n") == std::string::npos, "a name is one line");
+    (void)ComplaintIn(RowOf(ToolId::Unzip), bytes);
+    Promise(LastLines(bytes).size() < 10'000, "the last lines are few");
+    return 0;
+}

@@ -1,0 +1,158 @@
+#include "session/tool_table.h"
+
+#include "catalogue/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// A path has up to 4,096 bytes here, and these tools print paths behind a word or two.
+constexpr std::size_t lineWithPath = 256 + 4096;
+/// `zip -9` was measured at 7 MB a second and says nothing within a file.
+constexpr std::chrono::seconds longestSilence{300};
+
+/// zip 3.0: maximal compression, the folder's name left out, a file that is not there is an error.
+/// Without names in the arguments they come by standard input, a line each.
+ToolArguments ZipArguments(const Path& package, const std::vector<std::string>& names)
+{
+    ToolArguments arguments{"-9", "-j", "-MM", package.native()};
+    if (names.empty())
+        arguments.emplace_back("-@");
+    arguments.insert(arguments.end(), names.begin(), names.end());
+    return arguments;
+}
+
+ToolArguments UnzipArguments(const Path& package, const Path& folder, bool junkPaths)
+{
+    ToolArguments arguments{"-o", package.native(), "-d", folder.native()};
+    if (junkPaths)
+        arguments.insert(arguments.begin(), "-j");
+    return arguments;
+}
+
+ToolArguments UnzipListArguments(const Path& package)
+{
+    return {"-l", package.native()};
+}
+
+/// A password that is wrong ends the question for one, which without any input has no end.
+constexpr const char* noPassword = "-";
+
+/// Rights, owners and marks of another system stay behind; so do the folders when they are junk.
+ToolArguments TarArguments(const Path& package, const Path& folder, bool junkPaths)
+{
+    ToolArguments arguments{
+        "-x",           "-v",          "--no-same-owner", "--no-same-permissions",
+        "--no-acls",    "--no-fflags", "--no-xattrs",     "--passphrase",
+        noPassword,     "-f",          package.native(),  "-C",
+        folder.native()};
+    if (junkPaths) {
+        arguments.emplace_back("-s");
+        arguments.emplace_back("#.*/##");
+    }
+    return arguments;
+}
+
+ToolArguments TarListArguments(const Path& package)
+{
+    return {"-t", "-v", "--numeric-owner", "--passphrase", noPassword, "-f", package.native()};
+}
+
+const std::vector<ToolRow>& Table()
+{
+    // Names are UTF-8, and no variable of the player's adds switches.
+    static const std::vector<ToolRow> rows{
+        {ToolId::Zip,
+         "zip",
+         "zip",
+         {{"LC_ALL", "C.UTF-8"}, {"ZIPOPT", ""}, {"ZIP", ""}},
+         {{"adding:"}},
+         lineWithPath,
+         longestSilence,
+         true, // stopped at the last name it would remove its unfinished file
+         0,
+         {},
+         ZipArguments,
+         nullptr,
+         nullptr,
+         nullptr},
+        {ToolId::Unzip,
+         "unzip",
+         "unzip",
+         {{"LC_ALL", "C.UTF-8"}, {"UNZIPOPT", ""}, {"UNZIP", ""}},
+         {{"inflating:"}, {"extracting:"}, {"creating:"}},
+         lineWithPath,
+         longestSilence,
+         false,
+         1, // a warning: an empty zip, names with backslashes
+         {"skipping:"},
+         nullptr,
+         UnzipArguments,
+         UnzipListArguments,
+         ParseZipListing},
+        {ToolId::Bsdtar,
+         "bsdtar",
+         "libarchive-tools",
+         {{"LC_ALL", "C.UTF-8"}, {"TAR_READER_OPTIONS", ""}},
+         {{"x ", true}},
+         lineWithPath,
+         longestSilence,
+         false,
+         0,
+         {},
+         nullptr,
+         TarArguments,
+         TarListArguments,
+         ParseTarListing},
+    };
+    return rows;
+}
+
+bool IsExecutable(const Path& file)
+{
+    constexpr std::uint32_t anyExecute = 0111;
+    const platform::FileFacts facts = platform::FactsOf(file);
+    return facts.kind == platform::FileKind::File && (facts.mode & anyExecute) != 0;
+}
+
+} // namespace
+
+const ToolRow& RowOf(ToolId tool)
+{
+    return Table()[static_cast<std::size_t>(tool)];
+}
+
+ToolId UnpackerOf(const Path& package)
+{
+    const std::vector<std::string> endings = Split(RowText(Msg::PackageEndings), '|');
+    const bool other = std::any_of(endings.begin(), endings.end(), [&](const std::string& ending) {
+        return EndsWithName(package.filename().native(), ending);
+    });
+    return other ? ToolId::Bsdtar : ToolId::Unzip;
+}
+
+Path FindTool(Session& session, const ToolRow& row)
+{
+    const Path own = ResolvePath(session.programFolder / row.name);
+    return IsExecutable(own) ? std::filesystem::absolute(own) : session.machine.FindTool(row.name);
+}
+
+std::string ComplaintIn(const ToolRow& row, std::string_view output)
+{
+    if (row.complaints.empty())
+        return {};
+    for (std::string& line : Split(output, '\n')) {
+        std::erase(line, '\r');
+        const std::string_view words = Trim(line);
+        for (const std::string_view complaint : row.complaints)
+            if (words.starts_with(complaint))
+                return std::string{words};
+    }
+    return {};
+}
+
+} // namespace kestrova

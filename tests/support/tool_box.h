@@ -1,0 +1,45 @@
+#pragma once
+
+#include "support/sandbox.h"
+
+#include <fstream>
+
+namespace kestrova::testing
+{
+
+/// A sandbox whose program folder is `tools`, into which shell scripts are put that play an
+/// outside tool. The sandbox may lie in memory that no program may be started from, so the folder
+/// is a link to one that lies with the other temporary files.
+class ToolBox : public Sandbox
+{
+public:
+    ToolBox()
+    {
+        std::string name = (std::filesystem::temp_directory_path() / "kestrova-tools-XXXXXX");
+        if (::mkdtemp(name.data()) == nullptr)
+            std::abort();
+        session.programFolder = name;
+        std::filesystem::create_directory_symlink(name, root / "tools");
+    }
+    ~ToolBox()
+    {
+        std::error_code failure;
+        std::filesystem::remove_all(session.programFolder, failure);
+    }
+
+    Path AddTool(const std::string& name, const std::string& script) const
+    {
+        Path file = session.programFolder / name;
+        std::ofstream{file} << "#!/bin/sh\n" << script << "\n";
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+        return file;
+    }
+    /// The tools that this machine has.
+    void UseRealTools()
+    {
+        for (const char* name : {"zip", "unzip", "bsdtar"})
+            machine.tools[name] = platform::FindOnPath(name);
+    }
+};
+
+} // namespace kestrova::testing
