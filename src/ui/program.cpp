@@ -10,6 +10,7 @@
 #include "ui/start_windows.h"
 
 #include <QApplication>
+#include <QPalette>
 #include <QTimer>
 
 #include <cstdio>
@@ -64,6 +65,17 @@ std::optional<int> AnswerAtOnce(int argc, char** argv)
     return 0;
 }
 
+/// Some desktops' dark palettes leave the hint in an empty line black on black.
+void MendHintColour()
+{
+    QColor hint = QApplication::palette().color(QPalette::Text);
+    hint.setAlphaF(0.5F);
+    // Only this one role, so that all the others go on following the desktop.
+    QPalette mended;
+    mended.setColor(QPalette::PlaceholderText, hint);
+    QApplication::setPalette(mended);
+}
+
 /// The splash, when the player has put a picture there.
 std::unique_ptr<SplashDialog> ShowSplash(const Path& programFolder)
 {
@@ -109,6 +121,7 @@ int RunWindows(int argc, char** argv)
         return 2;
     }
     QApplication::setStyle(QStringLiteral("Fusion"));
+    MendHintColour();
     QApplication::setApplicationName(Words(Msg::ProgramName));
     QApplication::setDesktopFileName(QStringLiteral("kestrova"));
     QApplication::setWindowIcon(ProgramIcon());

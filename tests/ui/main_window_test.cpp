@@ -140,13 +140,17 @@ TEST(MainWindow, SearchNarrowsTheListAndWalksTheMatches)
 TEST(MainWindow, TheKeyboardChoosesAndPlays)
 {
     WindowWorld world;
-    world.AddLevel("First");
-    const LevelCode second = world.AddLevel("Second");
+    for (const char* name : {"First", "Second", "Third", "Third and a half"})
+        world.AddLevel(name);
     world.Show();
     auto* list = world.Find<QListView>("Combo_Livelli");
     QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_EQ(world.TextOfLabel("Label_LevelName"), "First") << "one row at a time";
     QTest::keyClick(list, Qt::Key_Down);
-    EXPECT_EQ(world.list.Selected(), second);
+    EXPECT_EQ(world.TextOfLabel("Label_LevelName"), "Second");
+    QTest::keyClick(list, Qt::Key_End);
+    QTest::keyClick(world.Find("Text_Search"), Qt::Key_Up);
+    QTest::keyClick(list, Qt::Key_Up);
     EXPECT_EQ(world.TextOfLabel("Label_LevelName"), "Second");
     QTRY_VERIFY_WITH_TIMEOUT(
         world.TextOfLabel("Label_InfoDir").find("LEVEL_0002") != std::string::npos, 2000);
