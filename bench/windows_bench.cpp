@@ -4,15 +4,18 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QListView>
+#include <QProcess>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 
 /// How long the main window needs to open, empty and with 10,000 levels, and to show the list again
-/// after a key of the search. Medians of pairs that take turns, as `name value unit` lines.
+/// after a key of the search. Medians of pairs that take turns, each window in a run of its own, as
+/// `name value unit` lines.
 
 using namespace kestrova;
 
@@ -20,7 +23,14 @@ namespace
 {
 
 constexpr int pairs = 5;
+constexpr const char* openEmpty = "--open-empty";
+constexpr const char* openFull = "--open-full";
 constexpr int manyLevels = 10'000;
+
+constexpr const char* places[] = {"Caves",  "Temple", "Ruins", "Secret", "Lost city", "The tomb",
+                                  "Palace", "Return", "Curse", "Shadow", "Harbour",   "Night"};
+constexpr const char* sights[] = {"seven moons", "drowned king", "Nile",      "old machines",
+                                  "jade mask",   "north wind",   "lost army", "sleeping god"};
 
 double Milliseconds(const std::function<void()>& work)
 {
@@ -57,8 +67,10 @@ std::vector<LevelRecord> ManyLevels(const LevelRecord& original)
     std::vector<LevelRecord> levels{original};
     for (int i = 1; i <= manyLevels; ++i) {
         LevelRecord level;
-        // Not in the order of the list, and names as long as real ones.
-        level.levelName = "Adventure " + std::to_string(i * 7919 % manyLevels) + ": the lost city";
+        // Not in the order of the list, and as long and as different as real names are.
+        const auto number = static_cast<std::size_t>(i * 7919 % manyLevels);
+        level.levelName = std::string{places[number % std::size(places)]} + " of the " +
+                          sights[number / 7 % std::size(sights)] + " " + std::to_string(number);
         level.levelCode = i;
         levels.push_back(level);
     }
@@ -74,7 +86,7 @@ void MeasureSearch(MainWindow& window)
     for (int round = 0; round < pairs; ++round) {
         search->clear();
         QCoreApplication::processEvents();
-        for (const QChar letter : QStringLiteral("city 9731")) {
+        for (const QChar letter : QStringLiteral("of the 97")) {
             keys.push_back(Milliseconds([&] {
                 search->insert(letter);
                 list->viewport()->repaint();
@@ -87,6 +99,37 @@ void MeasureSearch(MainWindow& window)
     Print("window_search_slowest_later_key", slowest, "ms");
 }
 
+/// A world with that many levels beside the original configuration.
+struct World {
+    explicit World(bool full) : session{box.host, box.machine, list, box.session.programFolder}
+    {
+        box.MakeTrle();
+        box.MakeBackupAndArchive();
+        session.preferences = box.session.preferences;
+        session.archive = box.session.archive;
+        session.levels = full ? ManyLevels(box.session.levels.front()) : box.session.levels;
+    }
+
+    testing::Sandbox box;
+    WindowLevelList list;
+    Session session;
+};
+
+/// The window of a run of its own, as a person meets it: fonts and style are not there yet.
+double OpenInRunOfItsOwn(const QString& program, const char* what)
+{
+    QProcess run;
+    run.start(program, {QString::fromLatin1(what)});
+    run.waitForFinished();
+    bool isNumber = false;
+    const double value = run.readAllStandardOutput().trimmed().toDouble(&isNumber);
+    if (!isNumber) {
+        std::fputs("no measurement\n", stderr);
+        std::exit(1);
+    }
+    return value;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -95,32 +138,25 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     QApplication::setStyle(QStringLiteral("Fusion"));
-    testing::Sandbox box;
-    box.MakeTrle();
-    box.MakeBackupAndArchive();
-    WindowLevelList list;
-    Session session{box.host, box.machine, list, box.session.programFolder};
-    session.preferences = box.session.preferences;
-    session.archive = box.session.archive;
-    const std::vector<LevelRecord> few = box.session.levels;
-    const std::vector<LevelRecord> many = ManyLevels(few.front());
+    const std::string_view what = argc > 1 ? argv[1] : "";
+    if (what == openEmpty || what == openFull) {
+        World world{what == openFull};
+        std::unique_ptr<MainWindow> window;
+        std::printf("%.3f\n", Milliseconds([&] { window = Open(world.session, world.list); }));
+        return 0;
+    }
 
-    session.levels = few;
-    Open(session, list); // fonts and style are read once
     std::vector<double> empty;
     std::vector<double> full;
-    std::unique_ptr<MainWindow> window;
     for (int pair = 0; pair < pairs; ++pair) {
-        session.levels = few;
-        window.reset();
-        empty.push_back(Milliseconds([&] { window = Open(session, list); }));
-        session.levels = many;
-        window.reset();
-        full.push_back(Milliseconds([&] { window = Open(session, list); }));
+        empty.push_back(OpenInRunOfItsOwn(QApplication::applicationFilePath(), openEmpty));
+        full.push_back(OpenInRunOfItsOwn(QApplication::applicationFilePath(), openFull));
     }
     Print("window_open_empty", Median(empty), "ms");
     Print("window_open_10000", Median(full), "ms");
     Print("window_open_ratio", Median(full) / Median(empty), "x");
+    World world{true};
+    const auto window = Open(world.session, world.list);
     MeasureSearch(*window);
     return 0;
 }
