@@ -104,6 +104,8 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
         session.preferences.archivePath.clear();
         session.list.Refresh();
     }
+    // A run that ends badly must not forget which archive was made or loaded.
+    SavePreferencesNow(session);
     return true;
 }
 

@@ -11,8 +11,7 @@ namespace kestrova
 namespace
 {
 
-template <class Io, class Record>
-void Describe(Io& io, Record& record)
+template <class Io, class Record> void Describe(Io& io, Record& record)
 {
     io.Flag(record.captureEnabled);
     io.Flag(record.promptCapture);

@@ -8,8 +8,7 @@ namespace kestrova
 namespace
 {
 
-template <class Io, class Record>
-void DescribeHeader(Io& io, Record& record)
+template <class Io, class Record> void DescribeHeader(Io& io, Record& record)
 {
     io.Text(record.slotPrefix, 256);
     io.Text(record.archiveRoot, 256);
@@ -19,8 +18,7 @@ void DescribeHeader(Io& io, Record& record)
     io.I32(record.archivedCount);
 }
 
-template <class Io, class Record>
-void DescribeToolPrefs(Io& io, Record& record)
+template <class Io, class Record> void DescribeToolPrefs(Io& io, Record& record)
 {
     io.Text(record.archivePath, 256);
     io.I16(record.flag0);

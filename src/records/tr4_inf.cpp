@@ -10,8 +10,7 @@ namespace
 
 constexpr std::size_t entrySize = 92;
 
-template <class Io, class Entry>
-void Describe(Io& io, Entry& entry)
+template <class Io, class Entry> void Describe(Io& io, Entry& entry)
 {
     io.Text(entry.name, 80);
     io.F64(entry.date);
