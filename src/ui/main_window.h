@@ -18,6 +18,9 @@ class QToolButton;
 namespace kestrova
 {
 
+/// How long a line of the status bar stays.
+inline constexpr int statusMs = 15000;
+
 class LevelDetails;
 class ShotPanes;
 class MainWindow;
@@ -69,7 +72,13 @@ private:
     void BuildKeys();
     void ConnectList();
     /// Runs a command as an operation of its own; refused while one runs.
-    template <class Work> void Run(Work work);
+    template <class Work> void Run(Work work)
+    {
+        if (session_.runningOperations > 0)
+            return;
+        const Operation operation{session_};
+        work();
+    }
 
     void SearchTyped(const QString& text);
     void SearchFirst();

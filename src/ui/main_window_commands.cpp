@@ -1,0 +1,140 @@
+// What a person does in the main window: searching, and the buttons' and menu's commands.
+#include "ui/main_window.h"
+
+#include "app/level_commands.h"
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "ui/captions.h"
+#include "ui/dialog_add_folder.h"
+#include "ui/level_details.h"
+#include "ui/main_menu.h"
+#include "ui/qt_text.h"
+#include "upkeep/level_life.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QStatusBar>
+
+namespace kestrova
+{
+
+void MainWindow::SearchTyped(const QString& text)
+{
+    {
+        // The list forgets its place when its rows change.
+        const QSignalBlocker quiet{view_->selectionModel()};
+        model_->SetSearch(FromQt(text));
+    }
+    if (model_->rowCount() > 0 && (!chosen_ || model_->ShownRowOf(*chosen_) < 0))
+        ChooseRow(model_->RowOf(model_->CodeAt(0)));
+    MarkChosen();
+    ShowCounts();
+}
+
+void MainWindow::SearchFirst()
+{
+    const std::string text{Trim(FromQt(search_->text()))};
+    const std::ptrdiff_t row = FindRow(model_->Rows(), text, 0, 1);
+    if (row >= 0) {
+        ChooseRow(row);
+        MarkChosen();
+        view_->setFocus();
+    } else if (!text.empty()) {
+        Run([this] { session_.host.Tell(Tone::Plain, GetMsg(Msg::NotFound)); });
+    }
+}
+
+void MainWindow::SearchOn(int step)
+{
+    const std::string text{Trim(FromQt(search_->text()))};
+    const std::ptrdiff_t from = chosen_ ? model_->RowOf(*chosen_) + step : 0;
+    const std::ptrdiff_t row = FindRow(model_->Rows(), text, from, step);
+    if (row >= 0) {
+        ChooseRow(row);
+        MarkChosen();
+    } else if (!text.empty()) {
+        Run([this] { session_.host.Tell(Tone::Plain, GetMsg(Msg::NotFound)); });
+    }
+}
+
+QString MainWindow::EmptyWords() const
+{
+    if (session_.levels.empty())
+        return Words(Msg::EmptyNoArchive, {lineBreak});
+    if (model_->rowCount() == 0)
+        return Words(Msg::EmptyNoHit, {FromQt(search_->text().trimmed()), lineBreak});
+    if (session_.levels.size() == 1)
+        return Words(Msg::EmptyNoLevels, {lineBreak});
+    return {};
+}
+
+void MainWindow::ShowCounts()
+{
+    const QString words = EmptyWords();
+    empty_->setText(words);
+    empty_->setVisible(!words.isEmpty());
+    const int all = static_cast<int>(model_->Rows().size());
+    const int shown = model_->rowCount();
+    counts_->setText(all == shown
+                         ? all == 1 ? Words(Msg::CountOneLevel)
+                                    : Words(Msg::CountLevels, {std::to_string(all)})
+                         : Words(Msg::CountMatches, {std::to_string(shown), std::to_string(all)}));
+}
+
+void MainWindow::Play()
+{
+    Run([this] {
+        if (!chosen_)
+            return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelToPlay));
+        if (PlayLevel(session_, *chosen_))
+            statusBar()->showMessage(Words(Msg::GameStarted, {LevelNameOf(session_, *chosen_)}),
+                                     statusMs);
+    });
+}
+
+void MainWindow::MoreInfo()
+{
+    Run([this] {
+        if (!chosen_)
+            return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelSelected));
+        ShowMoreInfo(session_, *chosen_);
+    });
+}
+
+void MainWindow::SaveCurrentArchive()
+{
+    const auto written = WriteArchive(session_, session_.ArchivePath());
+    if (written)
+        statusBar()->showMessage(Words(Msg::ArchiveSaved), statusMs);
+    else
+        TellFailure(session_, GetMsg(Msg::ErrorWhileSaving) + TextOf(session_.ArchivePath()),
+                    written.Error());
+}
+
+void MainWindow::AddLevel()
+{
+    AddLevelFrom({});
+}
+
+void MainWindow::AddLevelFrom(const Path& folder)
+{
+    if (session_.runningOperations > 0)
+        return;
+    if (session_.ArchivePath().empty()) {
+        Run([this] { session_.host.Tell(Tone::Error, GetMsg(Msg::WindowMissingArchive)); });
+        return;
+    }
+    AddFolderDialog(session_, folder, this).exec();
+}
+
+void MainWindow::RemoveChosen()
+{
+    if (!chosen_)
+        return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelSelected));
+    RemoveLevel(session_, *chosen_);
+}
+
+} // namespace kestrova
