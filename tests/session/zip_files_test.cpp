@@ -39,8 +39,8 @@ std::string StoredZip(const std::string& name, const std::string& content, std::
 {
     const auto number = [](std::uint32_t value, int width) {
         std::string bytes;
-        for (int i = 0; i < width; ++i)
-            bytes += static_cast<char>(value >> (8 * i) & 0xFF);
+        for (int i = 0; i < width; ++i, value >>= 8)
+            bytes += static_cast<char>(value & 0xFF);
         return bytes;
     };
     std::uint32_t crc = 0xFFFFFFFF;
