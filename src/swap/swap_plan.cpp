@@ -61,6 +61,25 @@ void PlanRemoval(Session& session, std::vector<PlannedFile>& plan, Foresight& fo
     }
 }
 
+/// The `*.dat` files of the root once the old level is out, in listing order.
+std::vector<Path> DatFilesToCome(const Session& session, const Foresight& foresight)
+{
+    std::vector<Path> files;
+    for (const Path& folder : {session.TrleFolder(), session.BackupFolder()})
+        for (const Path& file : ListFiles(folder, RowText(Msg::PatDat))) {
+            const bool known = std::any_of(files.begin(), files.end(), [&](const Path& other) {
+                return EqualNames(other.filename().native(), file.filename().native());
+            });
+            if (!known &&
+                foresight.WillStand(session, GetMsg(Msg::FragRoot) + file.filename().native()))
+                files.push_back(file);
+        }
+    std::sort(files.begin(), files.end(), [](const Path& a, const Path& b) {
+        return UpperCase(a.filename().native()) < UpperCase(b.filename().native());
+    });
+    return files;
+}
+
 } // namespace
 
 Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
@@ -82,10 +101,17 @@ Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
     if (!files)
         return files.Error();
     std::vector<std::string> refused;
-    for (const Placement& placement : PlaceFiles(*files, refused))
+    const std::vector<Placement> placements = PlaceFiles(*files, refused);
+    for (const Placement& placement : placements)
         plan.push_back({foresight.WillStand(session, placement.target) ? PlannedAction::Overwrite
                                                                        : PlannedAction::Add,
                         Readable(placement.target), placement.file.size});
+    const std::string language =
+        LanguageFileToRemove(DatFilesToCome(session, foresight), placements);
+    if (!language.empty())
+        plan.push_back({PlannedAction::Remove, Readable(GetMsg(Msg::FragRoot) + language),
+                        std::max(FileSize(session.TrleFolder() / language),
+                                 FileSize(session.BackupFolder() / language))});
     return plan;
 }
 

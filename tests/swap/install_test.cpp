@@ -2,6 +2,7 @@
 
 #include "archive/zl_file.h"
 #include "swap/history.h"
+#include "swap/swap_plan.h"
 #include "swap_world.h"
 
 namespace kestrova::testing
@@ -222,6 +223,22 @@ TEST(InstallLevel, LooksAfterALevelThatTheMachineLostInAPowerCut)
     world.host.told.clear();
     EXPECT_TRUE(InstallLevel(world.session, world.first));
     EXPECT_TRUE(world.host.told.empty());
+}
+
+TEST(PlanSwap, TellsWhatTheSwapThenDoes)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    const auto before = world.Snapshot("");
+    const auto plan = PlanSwap(world.session, world.second);
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(world.Snapshot(""), before);
+    std::multiset<std::string> told;
+    for (const PlannedFile& file : *plan)
+        told.insert(std::to_string(static_cast<int>(file.action)) + file.file);
+    for (const char* wanted : {"3\\data\\first.TR4", "2\\data\\title.tr4", "2\\LOAD.bmp",
+                               "1\\script.dat", "0\\italian.dat", "3\\English.DAT", "0\\extra.h"})
+        EXPECT_TRUE(told.contains(wanted)) << wanted;
 }
 
 } // namespace kestrova::testing
