@@ -1,5 +1,6 @@
 #include "ui/dialog_restore.h"
 
+#include "app/level_commands.h"
 #include "swap/backup.h"
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
@@ -79,6 +80,8 @@ void RestoreDialog::AllowButtons(bool allowed)
 
 void RestoreDialog::RestoreFast()
 {
+    if (!TrleIsQuiet(session_))
+        return;
     const Operation operation{session_};
     AllowButtons(false);
     const bool done = RestoreFastWithWords(session_);
@@ -89,6 +92,8 @@ void RestoreDialog::RestoreFast()
 
 void RestoreDialog::RestoreFull()
 {
+    if (!TrleIsQuiet(session_))
+        return;
     const Operation operation{session_};
     AllowButtons(false);
     bar_->show();

@@ -4,6 +4,7 @@
 #include "app/level_commands.h"
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
+#include "swap/marker.h"
 #include "ui/captions.h"
 #include "ui/dialog_add_folder.h"
 #include "ui/level_details.h"
@@ -134,6 +135,8 @@ void MainWindow::RemoveChosen()
 {
     if (!chosen_)
         return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelSelected));
+    if (CurrentLevelCode(session_) == *chosen_ && !TrleIsQuiet(session_))
+        return;
     RemoveLevel(session_, *chosen_);
 }
 
