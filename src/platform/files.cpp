@@ -176,13 +176,6 @@ std::error_code SetModified(const Path& path, std::int64_t modifiedNs)
     return ::utimensat(AT_FDCWD, path.c_str(), times, 0) == 0 ? std::error_code{} : LastError();
 }
 
-std::error_code MakeLink(const Path& target, const Path& link)
-{
-    if (const auto failure = AskFileHook(FileAction::Create, link))
-        return failure;
-    return ::symlink(target.c_str(), link.c_str()) == 0 ? std::error_code{} : LastError();
-}
-
 File::File(File&& other) noexcept : descriptor_(other.descriptor_), path_(std::move(other.path_))
 {
     other.descriptor_ = -1;

@@ -47,7 +47,6 @@ std::error_code Rename(const Path& from, const Path& to);
 std::error_code Exchange(const Path& a, const Path& b);
 std::error_code SetMode(const Path& path, std::uint32_t mode);
 std::error_code SetModified(const Path& path, std::int64_t modifiedNs);
-std::error_code MakeLink(const Path& target, const Path& link);
 
 /// An open file; closed at the end of its life, never inherited by a child.
 class File

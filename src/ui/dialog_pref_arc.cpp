@@ -53,18 +53,7 @@ ArchiveDialog::ArchiveDialog(Session& session, QWidget* parent)
     newOnly->setWordWrap(true);
     newOnly->setForegroundRole(QPalette::PlaceholderText);
 
-    auto* ok = NamedButton(this, "Pul_Ok");
-    auto* cancel = NamedButton(this, "Pul_Cancel");
-    auto* help = NamedButton(this, "Pul_Help");
-    MarkNotAvailable(*help);
-    ok->setDefault(true);
-    connect(ok, &QPushButton::clicked, this, &ArchiveDialog::accept);
-    connect(cancel, &QPushButton::clicked, this, &ArchiveDialog::reject);
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(help);
-    buttons->addStretch();
-    buttons->addWidget(ok);
-    buttons->addWidget(cancel);
+    auto* buttons = AnswerButtons(*this);
 
     auto* column = new QVBoxLayout(this);
     column->addLayout(MakeFacts());

@@ -27,6 +27,23 @@ QPushButton* NamedButton(QWidget* parent, const char* name)
     return button;
 }
 
+QHBoxLayout* AnswerButtons(QDialog& dialog)
+{
+    auto* ok = NamedButton(&dialog, "Pul_Ok");
+    auto* cancel = NamedButton(&dialog, "Pul_Cancel");
+    auto* help = NamedButton(&dialog, "Pul_Help");
+    MarkNotAvailable(*help);
+    ok->setDefault(true);
+    QObject::connect(ok, &QPushButton::clicked, &dialog, &QDialog::accept);
+    QObject::connect(cancel, &QPushButton::clicked, &dialog, &QDialog::reject);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(help);
+    buttons->addStretch();
+    buttons->addWidget(ok);
+    buttons->addWidget(cancel);
+    return buttons;
+}
+
 void MarkNotAvailable(QWidget& control)
 {
     control.setEnabled(false);

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 
+class QHBoxLayout;
 class QPushButton;
 
 namespace kestrova
@@ -34,6 +35,8 @@ public:
 
 /// Parts that several dialogs are made of.
 QPushButton* NamedButton(QWidget* parent, const char* name);
+/// `Pul_Help`, `Pul_Ok`, `Pul_Cancel` in a row; the last two accept and reject the dialog.
+QHBoxLayout* AnswerButtons(QDialog& dialog);
 /// A button of a command that a later version brings.
 void MarkNotAvailable(QWidget& control);
 
