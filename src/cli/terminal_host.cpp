@@ -171,9 +171,11 @@ YesNoCancel TerminalHost::AskYesNoCancel(const std::string& text)
 }
 
 std::optional<std::string> TerminalHost::AskText(const std::string& text,
-                                                 const std::string& suggestion)
+                                                 const std::string& suggestion,
+                                                 const std::string& title)
 {
-    auto line = Prompt(text, GetMsg(Msg::TerminalSuggestion, {ForTerminal(suggestion)}));
+    auto line = Prompt(title.empty() ? text : title + "\n" + text,
+                       GetMsg(Msg::TerminalSuggestion, {ForTerminal(suggestion)}));
     if (line && line->empty())
         return suggestion;
     return line;

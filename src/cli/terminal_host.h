@@ -34,8 +34,8 @@ public:
     bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) override;
     bool AskOkCancel(const std::string& text) override;
     YesNoCancel AskYesNoCancel(const std::string& text) override;
-    std::optional<std::string> AskText(const std::string& text,
-                                       const std::string& suggestion) override;
+    std::optional<std::string> AskText(const std::string& text, const std::string& suggestion,
+                                       const std::string& title = {}) override;
     std::optional<Path> ChooseFolder(const std::string& title, const Path& start) override;
     std::optional<Path> ChooseOpenFile(const std::string& title, const std::string& filter,
                                        const Path& start) override;

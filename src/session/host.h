@@ -45,8 +45,10 @@ public:
     virtual bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) = 0;
     virtual bool AskOkCancel(const std::string& text) = 0;
     virtual YesNoCancel AskYesNoCancel(const std::string& text) = 0;
+    /// No value when the person cancelled. `title`: of the question's window; empty: the program's.
     virtual std::optional<std::string> AskText(const std::string& text,
-                                               const std::string& suggestion) = 0;
+                                               const std::string& suggestion,
+                                               const std::string& title = {}) = 0;
     /// Folders come back without a trailing separator; no value when the person cancelled.
     virtual std::optional<Path> ChooseFolder(const std::string& title, const Path& start) = 0;
     /// `filter`: pairs of description and pattern joined by `|`.

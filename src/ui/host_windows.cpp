@@ -131,11 +131,12 @@ YesNoCancel WindowHost::AskYesNoCancel(const std::string& text)
 }
 
 std::optional<std::string> WindowHost::AskText(const std::string& text,
-                                               const std::string& suggestion)
+                                               const std::string& suggestion,
+                                               const std::string& title)
 {
     QInputDialog box(TopWindow());
     box.setObjectName(QStringLiteral("Box"));
-    box.setWindowTitle(Words(Msg::ProgramName));
+    box.setWindowTitle(title.empty() ? Words(Msg::ProgramName) : ToQt(title));
     box.setLabelText(ToQt(text));
     box.setTextValue(ToQt(suggestion));
     box.setOkButtonText(Words(Msg::ButtonOk));

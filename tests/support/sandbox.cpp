@@ -90,7 +90,8 @@ YesNoCancel ScriptedHost::AskYesNoCancel(const std::string& text)
     return answer ? answer->answer : YesNoCancel::Cancel;
 }
 
-std::optional<std::string> ScriptedHost::AskText(const std::string& text, const std::string&)
+std::optional<std::string> ScriptedHost::AskText(const std::string& text, const std::string&,
+                                                 const std::string&)
 {
     const auto answer = Next('t', text);
     return answer ? answer->text : std::nullopt;
