@@ -33,6 +33,9 @@ std::span<const CommandRow> CommandTable()
         {"add", Msg::UseAdd, Msg::SumAdd, Msg::KeysAdd, 1, 1, {"--name", "--note"}, RunAdd},
         {"remove", Msg::UseRemove, Msg::SumRemove, noJson, 1, 1, {"--keep-files"}, RunRemove},
         {"sizes", Msg::UseSizes, Msg::SumSizes, Msg::KeysSizes, 0, 0, {}, RunSizes},
+        {"language", Msg::UseLanguage, Msg::SumLanguage, noJson, 1, 2, {"--all"}, RunLanguage},
+        {"equal", Msg::UseEqual, Msg::SumEqual, Msg::KeysEqual, 0, 0, {}, RunEqual},
+        {"index", Msg::UseIndex, Msg::SumIndex, noJson, 0, 0, {}, RunIndex},
         {"play", Msg::UsePlay, Msg::SumPlay, Msg::KeysPlay, 1, 1, {"--no-start"}, RunPlay},
         {"current", Msg::UseCurrent, Msg::SumCurrent, Msg::KeysCurrent, 0, 0, {}, RunCurrent},
         {"original", Msg::UseOriginal, Msg::SumOriginal, noJson, 0, 0, {"--full"}, RunOriginal},
@@ -61,7 +64,7 @@ std::span<const OptionRow> AllOptions()
         {"--version"},      {"--help"},     {"-h"},           {"--markdown"},
         {"--trle", true},   {"--full"},     {"--compact"},    {"--folder-is-original"},
         {"--folder", true}, {"--refresh"},  {"--name", true}, {"--note", true},
-        {"--keep-files"},   {"--no-start"},
+        {"--keep-files"},   {"--no-start"}, {"--all"},
     };
     return options;
 }

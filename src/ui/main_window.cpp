@@ -3,7 +3,6 @@
 #include "app/start_up.h"
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
-#include "archive/level_sizes.h"
 #include "swap/backup.h"
 #include "swap/marker.h"
 #include "ui/captions.h"
@@ -16,6 +15,9 @@
 #include "ui/main_menu.h"
 #include "ui/qt_text.h"
 #include "upkeep/archive_life.h"
+#include "upkeep/archive_sizes.h"
+#include "upkeep/create_tr4_infos.h"
+#include "upkeep/equal_check.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -91,7 +93,13 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
                {"Mnu_Exit", [this] { close(); }},
                {"mnu_AddLevel", [this] { AddLevel(); }},
                {"mnu_RemoveLevel", run([this] { RemoveChosen(); })},
-               {"mnu_CalcolaSize", run([this] { RecomputeArchiveSize(session_, true); })},
+               {"mnu_CalcolaSize", run([this] { ShowArchiveSizes(session_); })},
+               {"mnu_SetMylanguage", run([this] { ChangeLanguage(LanguageChange::Mine); })},
+               {"mnu_RestoreLanguage", run([this] { ChangeLanguage(LanguageChange::Original); })},
+               {"mnu_SetLanguageAll", run([this] { ChangeAllLanguages(LanguageChange::Mine); })},
+               {"mnu_RestoreAll", run([this] { ChangeAllLanguages(LanguageChange::Original); })},
+               {"mnu_ControllaUguali", run([this] { CheckEqualLevels(session_); })},
+               {"mnu_CreaInfoTr4", run([this] { CreateTr4Infos(session_); })},
                {"mnu_FaiFullBackup", run([this] { RefreshFullBackup(session_); })},
                {"mnu_SetOriginale", [this] { RestoreDialog(session_, this).exec(); }},
                {"mnu_Settings", [this] { SettingsDialog(session_, this).exec(); }},

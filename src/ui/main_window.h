@@ -1,6 +1,7 @@
 #pragma once
 
 #include "session/session.h"
+#include "swap/level_language.h"
 #include "ui/level_model.h"
 
 #include <QMainWindow>
@@ -94,6 +95,8 @@ private:
     void SaveCurrentArchive();
     void AddLevel();
     void RemoveChosen();
+    void ChangeLanguage(LanguageChange change);
+    void ChangeAllLanguages(LanguageChange change);
     void RememberPlace() const;
     void RestorePlace();
 

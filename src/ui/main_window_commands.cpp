@@ -140,4 +140,18 @@ void MainWindow::RemoveChosen()
     RemoveLevel(session_, *chosen_);
 }
 
+void MainWindow::ChangeLanguage(LanguageChange change)
+{
+    if (chosen_ && *chosen_ != originalCode && CurrentLevelCode(session_) == *chosen_ &&
+        !TrleIsQuiet(session_))
+        return;
+    ChangeLanguageOfSelected(session_, change);
+}
+
+void MainWindow::ChangeAllLanguages(LanguageChange change)
+{
+    if (CurrentLevelCode(session_) == originalCode || TrleIsQuiet(session_))
+        ChangeLanguageOfAll(session_, change);
+}
+
 } // namespace kestrova

@@ -26,7 +26,7 @@ bool NeedsDisc(const Session& session, std::size_t index)
 
 } // namespace
 
-bool CheckEqualLevels(Session& session)
+bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&)>& found)
 {
     const std::size_t count = session.levels.size();
     const std::string scanning = GetMsg(Msg::EqualScanning);
@@ -34,7 +34,6 @@ bool CheckEqualLevels(Session& session)
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, scanning);
     const EqualTr4Index index{session, progress.get()};
 
-    std::size_t equal = 0;
     for (std::size_t i = 0; i < count; ++i) {
         progress->SetLabel(scanning + " " + std::to_string(i + 1) + ofAll);
         std::vector<Tr4Entry> files = index.FilesOf(i);
@@ -46,20 +45,29 @@ bool CheckEqualLevels(Session& session)
             }
             files = ScanTr4Files(InFolder(home, RowText(Msg::DirFiles)));
         }
-        if (const auto found = index.Find(files, i)) {
-            ++equal;
-            const std::string other{Trim(session.levels[found->level].levelName)};
-            if (!session.host.AskYesNo(
-                    GetMsg(Msg::AskEqualFound, {Quoted(found->name, 1), Quoted(other, 2)})))
-                break;
-        }
+        if (const auto equal = index.Find(files, i);
+            equal && !found({i, equal->level, equal->name}))
+            break;
         progress->SetBar(i + 1, count);
         progress->Step();
     }
-    session.host.Tell(Tone::Plain,
-                      equal == 0 ? GetMsg(Msg::EqualNone, {lineBreak})
-                                 : GetMsg(Msg::EqualCount, {lineBreak, std::to_string(equal)}));
     return true;
+}
+
+bool CheckEqualLevels(Session& session)
+{
+    std::size_t equal = 0;
+    const bool scanned = FindEqualLevels(session, [&](const EqualPair& pair) {
+        ++equal;
+        const std::string other{Trim(session.levels[pair.other].levelName)};
+        return session.host.AskYesNo(
+            GetMsg(Msg::AskEqualFound, {Quoted(pair.file, 1), Quoted(other, 2)}));
+    });
+    if (scanned)
+        session.host.Tell(Tone::Plain,
+                          equal == 0 ? GetMsg(Msg::EqualNone, {lineBreak})
+                                     : GetMsg(Msg::EqualCount, {lineBreak, std::to_string(equal)}));
+    return scanned;
 }
 
 } // namespace kestrova

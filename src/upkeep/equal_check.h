@@ -5,9 +5,18 @@
 namespace kestrova
 {
 
-/// Compares every level of the archive with the others by names and sizes of their `.tr4` and asks
-/// at each pair whether to go on; tells the count at the end. False, with a message, when a disc
-/// that is needed is not there: a level's files are looked at only where it has no `tr4.inf`.
+/// Two levels of the archive that hold the same `.tr4`.
+struct EqualPair {
+    std::size_t level = 0; ///< index in the archive
+    std::size_t other = 0;
+    std::string file;
+};
+
+/// Compares every level of the archive with the others by names and sizes of their `.tr4` and hands
+/// each pair on; an answer of False ends it. False, with a message, when a disc that is needed is
+/// not there: a level's files are looked at only where it has no `tr4.inf`.
+bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&)>& found);
+/// The same, asking at each pair whether to go on; tells the count at the end.
 bool CheckEqualLevels(Session& session);
 
 } // namespace kestrova

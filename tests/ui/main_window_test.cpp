@@ -168,11 +168,25 @@ TEST(MainWindow, CommandsThatComeLaterAreDisabledAndSayIt)
 {
     WindowWorld world;
     world.Show();
-    const QSet<QString> now{"mnu_New",          "mnu_Load",        "mnu_Save",
-                            "mnu_SaveAs",       "Mnu_Exit",        "mnu_AddLevel",
-                            "mnu_RemoveLevel",  "mnu_CalcolaSize", "mnu_FaiFullBackup",
-                            "mnu_SetOriginale", "mnu_Settings",    "mnu_PrefArchive",
-                            "mnu_About"};
+    const QSet<QString> now{"mnu_New",
+                            "mnu_Load",
+                            "mnu_Save",
+                            "mnu_SaveAs",
+                            "Mnu_Exit",
+                            "mnu_AddLevel",
+                            "mnu_RemoveLevel",
+                            "mnu_CalcolaSize",
+                            "mnu_FaiFullBackup",
+                            "mnu_SetOriginale",
+                            "mnu_Settings",
+                            "mnu_PrefArchive",
+                            "mnu_About",
+                            "mnu_SetMylanguage",
+                            "mnu_RestoreLanguage",
+                            "mnu_SetLanguageAll",
+                            "mnu_RestoreAll",
+                            "mnu_ControllaUguali",
+                            "mnu_CreaInfoTr4"};
     const QStringList commands = MenuCommands();
     EXPECT_EQ(commands.size(), 51);
     for (const QString& name : commands) {
@@ -196,6 +210,43 @@ TEST(MainWindow, CommandsThatComeLaterAreDisabledAndSayIt)
     };
     EXPECT_EQ(caption("mnu_SaveAs"), "Save Archive  as ...");
     EXPECT_EQ(caption("mnu_ConvertWav"), "Convert: WAV - >  different WAV format");
+}
+
+TEST(MainWindow, MenuCommandsWorkOnTheChosenLevelAndOnAll)
+{
+    WindowWorld world;
+    const LevelCode level = world.AddLevel("First");
+    world.box.Write("levels/LEVEL_0001/files/english.dat", "english");
+    std::filesystem::remove(world.box / "home/backup_trle/English.DAT");
+    world.box.Write("home/backup_trle/italiano.dat", "italiano");
+    world.Show();
+    const auto trigger = [&](const char* name) {
+        world.box.host.told.clear();
+        world.window.findChild<QAction*>(QString::fromLatin1(name))->trigger();
+    };
+    trigger("mnu_SetMylanguage");
+    EXPECT_TRUE(world.box.host.WasTold("original configuration")) << world.box.host.AllTold();
+    world.list.Select(level);
+    trigger("mnu_SetMylanguage");
+    EXPECT_EQ(world.box.Read("levels/LEVEL_0001/files/english.dat"), "italiano")
+        << world.box.host.AllTold();
+    trigger("mnu_RestoreAll");
+    EXPECT_TRUE(world.box.host.WasTold("Restored 1 levels"));
+    EXPECT_EQ(world.box.Read("levels/LEVEL_0001/files/english.dat"), "english");
+    trigger("mnu_CreaInfoTr4");
+    EXPECT_TRUE(world.box.Has("levels/LEVEL_0001/tr4.inf"));
+    trigger("mnu_ControllaUguali");
+    EXPECT_TRUE(world.box.host.WasTold("There is no equal level."));
+    trigger("mnu_CalcolaSize");
+    EXPECT_TRUE(world.box.host.WasTold("Level files: 12\r\n")) << world.box.host.AllTold();
+
+    // A game that runs on the level is asked about before its files change.
+    world.box.Write("trle/Kestrva.txt", "#LEVEL_CODE=0001#\r\n");
+    world.box.machine.running = {{}};
+    world.box.host.AnswerAll(false);
+    trigger("mnu_SetMylanguage");
+    trigger("mnu_SetLanguageAll");
+    EXPECT_EQ(world.box.Read("levels/LEVEL_0001/files/english.dat"), "english");
 }
 
 TEST(MainWindow, EveryCommandOfAMenuHasALetterOfItsOwn)

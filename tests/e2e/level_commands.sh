@@ -1,0 +1,45 @@
+# What is done to levels beside playing them: their language, which are equal.
+source "$(dirname "$0")/common.bash"
+
+make_archive
+for words in "language" "language swap 1" "language set" "language set one" "language set 1 --all" \
+    "language set 1 2" "equal 1"; do
+    # shellcheck disable=SC2086
+    expect 2 $words
+    silent
+done
+
+# An English Level Editor needs none of it.
+expect 1 language set --all
+errs "you have english version"
+mv "$box/home/backup_trle/English.dat" "$box/home/backup_trle/Italiano.dat"
+echo italiano >"$box/home/backup_trle/Italiano.dat"
+echo english >"$box/from/dawn/english.dat"
+expect 0 add --name tongues "$box/from/dawn"
+files=$box/levels/LEVEL_0004/files
+expect 1 language set 0
+expect 1 language set 9
+expect 1 language set 1 # it has a script and no language file
+errs "already in your language"
+expect 0 language set 4
+[[ $(<"$files/english.dat") == italiano && -e $files/english.dat.bak ]] || die "language set"
+expect 1 language set 4
+expect 0 language restore 4
+[[ $(<"$files/english.dat") == english && ! -e $files/english.dat.bak ]] || die "language restore"
+expect 0 language set --all
+errs "Converted 1 levels in your language"
+errs "in 4 levels"
+expect 0 language restore --all
+errs "Restored 1 levels"
+[[ $(<"$files/english.dat") == english ]] || die "language restore --all"
+
+# The level that was added twice; what each has is found anew when its note is gone.
+rm "$box"/levels/LEVEL_0001/tr4.inf
+expect 0 equal
+silent
+expect 0 index
+[[ -s $box/levels/LEVEL_0001/tr4.inf ]] || die "index"
+expect 0 equal --json
+json "[(p['code'], p['otherCode'], p['file']) for p in j] == [(1, 4, 'dawn.tr4'), (4, 1, 'dawn.tr4')]"
+expect 0 equal
+said "0004  tongues  has the same dawn.tr4 as  0001  dawn"
