@@ -66,8 +66,11 @@ std::optional<HistoryEntry> ParseLine(const std::string& line)
     return entry;
 }
 
-/// The content under its hash, read back and flushed; nothing to do when it is there.
-Status KeepContent(Session& session, const Path& file, std::string& hash)
+/// For more files than these one flush of the whole file system is cheaper than one for each.
+constexpr std::size_t flushedSingly = 2;
+
+/// The content under its hash, read back; nothing to do when it is there.
+Status KeepContent(Session& session, const Path& file, std::string& hash, bool flush, bool& copied)
 {
     if (const auto failure = platform::HashOfFile(file, hash))
         return MakeFailure(ErrorCode::CannotRead, TextOf(file), failure);
@@ -77,10 +80,29 @@ Status KeepContent(Session& session, const Path& file, std::string& hash)
         return {};
     if (auto status = MakeFolders(kept.parent_path()); !status)
         return status;
-    if (auto status = CopyFileOver(file, kept, {Verify::Content, true, true, {}}); !status)
+    copied = true;
+    if (auto status = CopyFileOver(file, kept, {Verify::Size, flush, flush, {}}); !status)
         return status;
     if (platform::HashOfFile(kept, keptHash) || keptHash != hash)
         return Failure{ErrorCode::Differs, TextOf(file), {}};
+    return {};
+}
+
+/// All contents under their hashes, read back and flushed.
+Status KeepContents(Session& session, const std::vector<Path>& files,
+                    std::vector<std::string>& hashes)
+{
+    const bool singly = files.size() <= flushedSingly;
+    bool copied = false;
+    for (const Path& file : files)
+        if (auto status = KeepContent(session, file, hashes.emplace_back(), singly, copied);
+            !status)
+            return status;
+    if (singly || !copied)
+        return {};
+    const Path folder = InFolder(session.programFolder, RowText(Msg::DirHistoryContent));
+    if (const auto failure = platform::SyncFileSystem(ResolvePath(folder)))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
     return {};
 }
 
@@ -149,12 +171,14 @@ Status KeepInHistory(Session& session, LevelCode code, const std::vector<Path>& 
     for (const HistoryEntry& entry : entries)
         last = std::max(last, LeadingNumber(entry.id.substr(entry.id.find('-') + 1)));
     bool grown = false;
-    std::set<std::string> fresh;
-    for (const Path& file : files) {
+    std::vector<std::string> hashes;
+    if (auto status = KeepContents(session, files, hashes); !status)
+        return status;
+    const std::set<std::string> fresh{hashes.begin(), hashes.end()};
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const Path& file = files[i];
         HistoryEntry entry;
-        if (auto status = KeepContent(session, file, entry.hash); !status)
-            return status;
-        fresh.insert(entry.hash);
+        entry.hash = hashes[i];
         entry.name = file.filename().native();
         const auto same = std::find_if(entries.begin(), entries.end(), [&](const HistoryEntry& e) {
             return e.hash == entry.hash && EqualNames(e.name, Readable(entry.name));

@@ -6,6 +6,7 @@
 #include "swap/backup_folders.h"
 #include "swap/history.h"
 #include "swap/restore_steps.h"
+#include "swap/state_change.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
 #include "swap/swap_run.h"
@@ -217,6 +218,20 @@ bool SetAsideDamaged(Session& session)
     return true;
 }
 
+/// A change of savegames is finished before a swap moves them.
+bool FinishSavegames(Session& session)
+{
+    if (!StateChangeWaits(session))
+        return true;
+    const Operation running{session};
+    if (const auto status = FinishStateChange(session); !status) {
+        TellFailure(session, GetMsg(Msg::SavegamesUnfinished), status.Error());
+        return false;
+    }
+    session.host.Tell(Tone::Warning, GetMsg(Msg::SavegamesFinished));
+    return true;
+}
+
 /// Without a marker the folder is original; what a told failure left in it is cleared as soon as
 /// the disk allows it.
 void ClearToldLeftovers(Session& session)
@@ -244,7 +259,7 @@ void ClearToldLeftovers(Session& session)
 
 bool RecoverInterruptedWork(Session& session)
 {
-    if (!SettleBackupFolders(session))
+    if (!SettleBackupFolders(session) || !FinishSavegames(session))
         return false;
     const auto found = ReadJournal(session);
     if (!found)
@@ -274,6 +289,8 @@ std::string InterruptedWork(const Session& session)
 {
     if (FileExists(JournalPath(session)))
         return GetMsg(Msg::WaitingSwap);
+    if (StateChangeWaits(session))
+        return GetMsg(Msg::WaitingSavegames);
     return BackupFoldersWait(session) ? GetMsg(Msg::WaitingBackup) : std::string{};
 }
 

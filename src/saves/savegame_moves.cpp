@@ -1,0 +1,299 @@
+#include "saves/savegame_moves.h"
+
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+#include "core/staged_file.h"
+#include "saves/savegame_plan.h"
+#include "saves/savegame_store.h"
+#include "swap/history.h"
+#include "swap/recovery.h"
+#include "swap/state_files.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+Path RootOf(const Session& session, LevelCode code)
+{
+    return ResolvePath(InFolder(LevelHomeOf(session, code), RowText(Msg::DirSavegames)));
+}
+
+Path ArchiveSlot(const Path& root, int number)
+{
+    return root / (GetMsg(Msg::SlotPrefix) + std::to_string(number));
+}
+
+std::string SlotName(std::size_t slot)
+{
+    return GetMsg(Msg::SavegameStem) + std::to_string(slot);
+}
+
+/// What an earlier run left is finished first; nothing moves in the middle of a swap.
+Status FinishEarlier(Session& session)
+{
+    if (auto status = FinishStateChange(session); !status)
+        return status;
+    if (!InterruptedWork(session).empty())
+        return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
+    return {};
+}
+
+/// The archive slots of a level: their savegames by save number, and the first free place.
+struct ArchiveSlots {
+    std::multimap<std::int32_t, Path> byNumber;
+    int free = 1;
+};
+
+ArchiveSlots SurveySlots(const Path& root)
+{
+    ArchiveSlots slots;
+    for (; FolderExists(ArchiveSlot(root, slots.free)); ++slots.free)
+        for (Path& file : ListFiles(ArchiveSlot(root, slots.free), RowText(Msg::SavegamePattern)))
+            slots.byNumber.emplace(ReadSavegameInfo(file).number, std::move(file));
+    return slots;
+}
+
+/// Adds the hash of a live file when `other` holds the same bytes.
+void NoteIfSame(const Path& live, const Path& other, std::set<std::string>& hashes)
+{
+    std::string hash;
+    if (FileExists(live) && SameContent(live, other) && !platform::HashOfFile(live, hash))
+        hashes.insert(hash);
+}
+
+/// Hashes of a savegame, its note and pictures, as far as an archive slot has the same.
+void NoteArchived(const ArchiveSlots& slots, const Path& live, std::int32_t number,
+                  std::set<std::string>& hashes)
+{
+    const auto mine = CompanionsOf(SlotNumberOf(live));
+    const auto [first, last] = slots.byNumber.equal_range(number);
+    for (auto other = first; other != last; ++other) {
+        NoteIfSame(live, other->second, hashes);
+        const auto theirs = CompanionsOf(SlotNumberOf(other->second));
+        for (std::size_t i = 0; i < mine.size(); ++i)
+            NoteIfSame(ResolvePath(live.parent_path() / mine[i]),
+                       ResolvePath(other->second.parent_path() / theirs[i]), hashes);
+    }
+}
+
+/// The newest savegame; the first of all when no number is above 0.
+std::string NewestOf(const std::vector<std::string>& names,
+                     const std::vector<std::int32_t>& numbers)
+{
+    std::size_t keep = 0;
+    std::int32_t best = 0;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (numbers[i] > best) {
+            best = numbers[i];
+            keep = i;
+        }
+    return names[keep];
+}
+
+/// Makes what was planned, counts `added` savegames more in the archive, and shows it.
+Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, Msg reason,
+                   int added, const std::set<std::string>& elsewhere)
+{
+    auto folders = plan.Changes();
+    if (!folders)
+        return folders.Error();
+    LoadSavegameStore(session, code);
+    const auto count = static_cast<std::int32_t>(
+        std::int64_t{session.savegameHeader.archivedCount} + added); // wraps as the record does
+    const Path header = RootOf(session, code) / FileNameOf(RowText(Msg::FragSavegameHeader));
+    const StateChange change{code, GetMsg(reason), std::filesystem::absolute(header).native(),
+                             count, std::move(*folders)};
+    auto status = MakeStateChange(session, change, elsewhere);
+    LoadSavegameStore(session, code);
+    if (status) {
+        session.savegameHeader.archivedCount = count;
+        // Only a number that is shown; the savegames are where they belong.
+        (void)WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader));
+        status = EndStateChange(session);
+    }
+    session.list.Select(code);
+    return status;
+}
+
+/// Takes the archive slots without a savegame away from the end; the number of the last that has
+/// one, 0 when none has.
+Result<int> LastFilledSlot(Session& session, LevelCode code, const Path& root)
+{
+    int last = 0;
+    while (FolderExists(ArchiveSlot(root, last + 1)))
+        ++last;
+    for (; last > 0; --last) {
+        const Path slot = ResolvePath(ArchiveSlot(root, last));
+        if (auto status = CanList(slot); !status)
+            return status.Error();
+        if (AnyFile(slot, RowText(Msg::SavegamePattern)))
+            break;
+        if (auto status = KeepInHistory(session, code, ListFiles(slot, RowText(Msg::PatAll)),
+                                        GetMsg(Msg::ReasonEmptySlot));
+            !status)
+            return status.Error();
+        (void)RemoveFolder(slot); // one that stays counts as taken, and is tried again
+    }
+    return last;
+}
+
+/// The temporary folder of an older program may hold the only copy of what it moved.
+Status ClearTemporary(Session& session, LevelCode code)
+{
+    const Path folder = ResolvePath(InFolder(session.programFolder, RowText(Msg::DirTempSavegame)));
+    if (!FolderExists(folder))
+        return {};
+    if (auto status = KeepInHistory(session, code, ListFiles(folder, RowText(Msg::PatAll)),
+                                    GetMsg(Msg::ReasonTempLeft));
+        !status)
+        return status;
+    (void)RemoveFolder(folder); // nothing is read from it
+    return {};
+}
+
+/// The live savegames with their notes and pictures.
+Status TakeSnapshot(Session& session, LevelCode code, const Path& live)
+{
+    std::vector<Path> files;
+    for (Path& file : ListFiles(live, RowText(Msg::PatAll)))
+        if (IsPlayersFile(file.filename().native()))
+            files.push_back(std::move(file));
+    return KeepInHistory(session, code, files, GetMsg(Msg::ReasonBeforeRestore));
+}
+
+/// Which of the slot's savegames come, newest first, until the fifteen places are taken: those that
+/// are live already go from the slot, the others get the lowest free place. How many were handled.
+int TakeFromSlot(SavegamePlan& plan, SavegamePlan::Folder slot, SavegamePlan::Folder passing,
+                 std::ptrdiff_t free)
+{
+    const auto names = plan.Savegames(slot);
+    int handled = 0;
+    for (const std::size_t i : SortIndex(plan.NumbersOf(slot, names), true)) {
+        const std::int32_t number = plan.NumberOf(slot, names[i]);
+        const auto there = plan.NumbersOf(passing, plan.Savegames(passing));
+        if (std::find(there.begin(), there.end(), number) != there.end()) {
+            plan.DeleteSavegame(slot, names[i]);
+            ++handled;
+            continue;
+        }
+        std::size_t place = 0;
+        while (place < gameSlotCount && plan.Has(passing, SlotName(place)))
+            ++place;
+        if (place == gameSlotCount)
+            break;
+        plan.MoveSavegame(slot, names[i], passing, SlotName(place), true);
+        ++handled;
+        // Upwards, so that only a folder that held more than fifteen ends it here.
+        if (++free < 1)
+            break;
+    }
+    return handled;
+}
+
+} // namespace
+
+Status ArchiveSavegamesOf(Session& session, LevelCode code)
+{
+    const Operation operation{session};
+    if (auto status = FinishEarlier(session); !status)
+        return status;
+    const Path live = ResolvePath(CurrentSlotsFolder(session, code));
+    if (auto status = CanList(live); !status)
+        return status;
+    if (!AnyFile(live, RowText(Msg::SavegamePattern)))
+        return {};
+    if (auto status = SettleTwins(session, code, live); !status)
+        return status;
+    const Path root = RootOf(session, code);
+    if (auto status = MakeFolder(root); !status)
+        return status;
+    const ArchiveSlots slots = SurveySlots(root);
+
+    SavegamePlan plan;
+    const auto from = plan.AddFolder(live);
+    const auto slot = plan.AddFolder(ArchiveSlot(root, slots.free), true);
+    const auto names = plan.Savegames(from);
+    const auto numbers = plan.NumbersOf(from, names);
+    std::set<std::string> elsewhere;
+    int copied = 0;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (slots.byNumber.contains(numbers[i])) {
+            NoteArchived(slots, live / names[i], numbers[i], elsewhere);
+        } else {
+            plan.MoveSavegame(from, names[i], slot, names[i], false);
+            ++copied;
+        }
+    }
+    const std::string keep = NewestOf(names, numbers);
+    // The others go before it is renamed, so that one which shares its note does not take it along.
+    for (const std::string& name : names)
+        if (name != keep)
+            plan.DeleteSavegame(from, name);
+    if (SlotNumberOf(keep) > 0)
+        plan.MoveSavegame(from, keep, from, SlotName(0), true);
+    return MakePlanned(session, code, plan, Msg::ReasonArchived, copied, elsewhere);
+}
+
+Status RestoreSavegamesOf(Session& session, LevelCode code)
+{
+    const Operation operation{session};
+    if (auto status = FinishEarlier(session); !status)
+        return status;
+    const Path live = ResolvePath(CurrentSlotsFolder(session, code));
+    if (auto status = CanList(live); !status)
+        return status;
+    if (ListFiles(live, RowText(Msg::SavegamePattern)).size() == gameSlotCount)
+        return {};
+    const Path root = RootOf(session, code);
+    const auto last = LastFilledSlot(session, code, root);
+    if (!last)
+        return last.Error();
+    if (*last == 0)
+        return {};
+    const Path source = ResolvePath(ArchiveSlot(root, *last));
+    for (const Path& folder : {live, source})
+        if (auto status = SettleTwins(session, code, folder); !status)
+            return status;
+    if (auto status = ClearTemporary(session, code); !status)
+        return status;
+    if (auto status = TakeSnapshot(session, code, live); !status)
+        return status;
+
+    SavegamePlan plan;
+    const auto slots = plan.AddFolder(live);
+    const auto slot = plan.AddFolder(source);
+    const auto passing = plan.AddPassing();
+    const auto before = plan.Savegames(slots);
+    for (const std::string& name : before)
+        plan.MoveSavegame(slots, name, passing, name, true);
+    const int handled =
+        TakeFromSlot(plan, slot, passing, std::ptrdiff_t{gameSlotCount} - std::ssize(before));
+    const auto names = plan.Savegames(passing);
+    const auto order = SortIndex(plan.NumbersOf(passing, names), false);
+    for (std::size_t i = 0; i < order.size(); ++i)
+        plan.MoveSavegame(passing, names[order[i]], slots, SlotName(i), true);
+    return MakePlanned(session, code, plan, Msg::ReasonBeforeRestore, -handled, {});
+}
+
+Status ArchiveSavegames(Session& session)
+{
+    const auto code = session.list.Selected();
+    return code ? ArchiveSavegamesOf(session, *code) : Status{};
+}
+
+Status RestoreSavegames(Session& session)
+{
+    const auto code = session.list.Selected();
+    return code ? RestoreSavegamesOf(session, *code) : Status{};
+}
+
+bool SavegameMoveWaits(const Session& session)
+{
+    return StateChangeWaits(session);
+}
+
+} // namespace kestrova

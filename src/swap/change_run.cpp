@@ -1,0 +1,245 @@
+#include "swap/change_run.h"
+
+#include "catalogue/message.h"
+#include "core/staged_file.h"
+#include "swap/history.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Empty for a file that is missing; a failure for one that cannot be read.
+Result<std::string> HashNow(const Path& file)
+{
+    std::string hash;
+    if (platform::FactsOfLink(file).kind == platform::FileKind::Missing)
+        return hash;
+    if (const auto failure = platform::HashOfFile(file, hash))
+        return MakeFailure(ErrorCode::CannotRead, TextOf(file), failure);
+    return hash;
+}
+
+bool Holds(const Path& file, const std::string& hash)
+{
+    const auto now = HashNow(file);
+    return now && *now == hash && !hash.empty();
+}
+
+} // namespace
+
+ChangeRun::ChangeRun(Session& session, const StateChange& change, std::set<std::string> elsewhere)
+    : session_(session), change_(change), elsewhere_(std::move(elsewhere))
+{
+}
+
+Status ChangeRun::Go()
+{
+    for (Status (ChangeRun::*step)() :
+         {&ChangeRun::MakeNewFolders, &ChangeRun::Look, &ChangeRun::PutNew,
+          &ChangeRun::KeepOverwritten, &ChangeRun::Overwrite, &ChangeRun::KeepGoing,
+          &ChangeRun::Delete})
+        if (auto status = (this->*step)(); !status)
+            return status;
+    return {};
+}
+
+Status ChangeRun::MakeNewFolders()
+{
+    for (const ChangedFolder& folder : change_.folders) {
+        const Path place = ResolvePath(folder.folder);
+        if (folder.made) {
+            if (auto status = MakeFolder(place); !status)
+                return status;
+        } else if (!FolderExists(place) && !folder.after.empty()) {
+            return MakeFailure(ErrorCode::Missing, TextOf(place));
+        }
+    }
+    return {};
+}
+
+Status ChangeRun::Look()
+{
+    targets_.clear();
+    for (const ChangedFolder& folder : change_.folders) {
+        const Path place = ResolvePath(folder.folder);
+        ClearStagedLeftovers(place);
+        const std::size_t first = targets_.size();
+        for (const StateFile& file : folder.before)
+            targets_.push_back({ResolvePath(place / file.name), file.hash, {}});
+        for (const StateFile& file : folder.after) {
+            const Path path = ResolvePath(place / file.name);
+            const auto same =
+                std::find_if(targets_.begin() + static_cast<std::ptrdiff_t>(first), targets_.end(),
+                             [&](const Target& target) { return target.file == path; });
+            if (same != targets_.end())
+                same->becomes = file.hash;
+            else
+                targets_.push_back({path, {}, file.hash});
+        }
+    }
+    for (Target& target : targets_) {
+        const auto now = HashNow(target.file);
+        if (!now)
+            return now.Error();
+        if (!now->empty() && *now != target.was && *now != target.becomes)
+            if (auto status = LeaveForeign(target); !status)
+                return status;
+    }
+    return {};
+}
+
+Status ChangeRun::LeaveForeign(Target& target)
+{
+    target.foreign = true;
+    std::vector<Path> files{target.file};
+    if (!target.becomes.empty())
+        if (Path source = SourceOf(target.becomes, target.file);
+            !source.empty() && source != HistoryContent(session_, target.becomes))
+            files.push_back(std::move(source));
+    return Keep(files);
+}
+
+Path ChangeRun::SourceOf(const std::string& hash, const Path& except) const
+{
+    for (const Target& target : targets_)
+        if ((target.was == hash || target.becomes == hash) && target.file != except &&
+            Holds(target.file, hash))
+            return target.file;
+    Path kept = HistoryContent(session_, hash);
+    return Holds(kept, hash) ? kept : Path{};
+}
+
+Status ChangeRun::Place(Target& target)
+{
+    const Path source = SourceOf(target.becomes, target.file);
+    if (source.empty())
+        return {}; // gone by another hand; waiting would not bring it back
+    if (auto status = CopyFileOver(source, target.file); !status)
+        return status;
+    if (!Holds(target.file, target.becomes))
+        return MakeFailure(ErrorCode::Differs, TextOf(target.file));
+    return {};
+}
+
+Status ChangeRun::PutNew()
+{
+    bool any = false;
+    for (Target& target : targets_) {
+        if (target.foreign || !target.was.empty())
+            continue;
+        any = true;
+        if (!Holds(target.file, target.becomes))
+            if (auto status = Place(target); !status)
+                return status;
+    }
+    return any ? Flush() : Status{};
+}
+
+bool ChangeRun::IsSafe(const std::string& hash) const
+{
+    return elsewhere_.contains(hash) ||
+           std::any_of(targets_.begin(), targets_.end(), [&](const Target& target) {
+               return target.becomes == hash && !target.foreign && Holds(target.file, hash);
+           });
+}
+
+Status ChangeRun::Keep(const std::vector<Path>& files)
+{
+    return KeepInHistory(session_, change_.code, files, change_.reason);
+}
+
+Status ChangeRun::KeepOverwritten()
+{
+    std::vector<Path> files;
+    for (const Target& target : targets_)
+        if (!target.foreign && !target.was.empty() && !target.becomes.empty() &&
+            Holds(target.file, target.was) && !IsSafe(target.was))
+            files.push_back(target.file);
+    return Keep(files);
+}
+
+Status ChangeRun::Overwrite()
+{
+    bool any = false;
+    for (Target& target : targets_) {
+        if (target.foreign || target.was.empty() || target.becomes.empty())
+            continue;
+        any = true;
+        if (Holds(target.file, target.becomes))
+            continue;
+        if (!Holds(target.file, target.was)) { // written, or deleted, just now
+            const auto now = HashNow(target.file);
+            if (!now)
+                return now.Error();
+            if (!now->empty()) {
+                if (auto status = LeaveForeign(target); !status)
+                    return status;
+                continue;
+            }
+        }
+        destroyed_ = true;
+        if (auto status = Place(target); !status)
+            return status;
+    }
+    return any ? Flush() : Status{};
+}
+
+Status ChangeRun::KeepGoing()
+{
+    std::vector<Path> files;
+    for (const Target& target : targets_)
+        if (!target.foreign && target.becomes.empty() && Holds(target.file, target.was) &&
+            !IsSafe(target.was))
+            files.push_back(target.file);
+    return Keep(files);
+}
+
+Status ChangeRun::Delete()
+{
+    for (const Target& target : targets_) {
+        if (target.foreign || !target.becomes.empty() || !Holds(target.file, target.was))
+            continue;
+        destroyed_ = true;
+        if (const auto failure = platform::Unlink(target.file))
+            return MakeFailure(ErrorCode::CannotDelete, TextOf(target.file), failure);
+    }
+    return {};
+}
+
+Status ChangeRun::Flush()
+{
+    std::set<std::uint64_t> flushed;
+    for (const ChangedFolder& folder : change_.folders) {
+        const Path place = ResolvePath(folder.folder);
+        const platform::FileFacts facts = platform::FactsOf(place);
+        if (facts.kind != platform::FileKind::Folder || !flushed.insert(facts.device).second)
+            continue;
+        if (const auto failure = platform::SyncFileSystem(place))
+            return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
+    }
+    return {};
+}
+
+bool ChangeRun::TakeBack()
+{
+    if (destroyed_)
+        return false;
+    bool whole = true;
+    for (const Target& target : targets_) {
+        if (target.foreign || !target.was.empty() || !Holds(target.file, target.becomes))
+            continue;
+        // What it was copied from may have been rewritten since by the game.
+        whole = !SourceOf(target.becomes, target.file).empty() && !platform::Unlink(target.file) &&
+                whole;
+    }
+    for (const ChangedFolder& folder : change_.folders)
+        if (folder.made && FolderExists(folder.folder))
+            whole = !platform::RemoveFolder(ResolvePath(folder.folder)) && whole;
+    return whole;
+}
+
+} // namespace kestrova

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "swap/state_change.h"
+
+namespace kestrova
+{
+
+/// One run of a change of state, the first or one that goes on after a killed one. Each step may
+/// be repeated.
+class ChangeRun
+{
+public:
+    ChangeRun(Session& session, const StateChange& change, std::set<std::string> elsewhere);
+
+    Status Go();
+    /// After a failure: removes what `Go` added. False when files were overwritten or deleted
+    /// already, or when something added could not be removed.
+    bool TakeBack();
+
+private:
+    /// A file that takes part: `was` is empty for a new name, `becomes` for one that goes.
+    struct Target {
+        Path file;
+        std::string was;
+        std::string becomes;
+        bool foreign = false; ///< somebody else wrote it since; it stays
+    };
+
+    Status MakeNewFolders();
+    Status Look();
+    Status PutNew();
+    Status KeepOverwritten();
+    Status Overwrite();
+    Status KeepGoing();
+    Status Delete();
+    Status Flush();
+    Status Place(Target& target);
+    /// Keeps what stands there, and what was to come, in the history.
+    Status LeaveForeign(Target& target);
+    /// Where a content lies now; empty when it is nowhere.
+    [[nodiscard]] Path SourceOf(const std::string& hash, const Path& except) const;
+    /// True when a file that stays holds that content.
+    [[nodiscard]] bool IsSafe(const std::string& hash) const;
+    Status Keep(const std::vector<Path>& files);
+
+    Session& session_;
+    const StateChange& change_;
+    std::set<std::string> elsewhere_;
+    std::vector<Target> targets_;
+    bool destroyed_ = false; ///< from here on there is only the way forward
+};
+
+} // namespace kestrova

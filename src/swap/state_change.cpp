@@ -1,0 +1,146 @@
+#include "swap/state_change.h"
+
+#include "catalogue/message.h"
+#include "core/staged_file.h"
+#include "records/savegame_records.h"
+#include "swap/change_run.h"
+#include "swap/note_json.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::uint64_t noteLimit = UINT64_C(16) << 20;
+
+Path NotePath(const Session& session)
+{
+    return InFolder(session.programFolder, RowText(Msg::FragStateChange));
+}
+
+Status WriteNote(Session& session, const StateChange& change)
+{
+    if (auto status = MakeFolders(InFolder(session.programFolder, RowText(Msg::DirSwap))); !status)
+        return status;
+    return WriteWholeFile(NotePath(session), FormatStateChange(change));
+}
+
+/// A note that nobody can read must not stop the program for ever, nor be lost.
+Status SetAsideDamaged(const Path& file)
+{
+    Path aside;
+    for (int number = 1; aside.empty() || FileExists(aside); ++number)
+        aside = file.native() + "." + std::to_string(number);
+    if (const auto failure = platform::Rename(file, aside))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
+    return {};
+}
+
+/// The record's count; a record that is missing or damaged is made anew when its level is looked
+/// at, and then has none.
+void WriteCount(const StateChange& change)
+{
+    const Path file = change.header;
+    const auto bytes = ReadWholeFile(file);
+    if (!bytes)
+        return;
+    auto record = ParseSavegameArchiveHeader(*bytes);
+    if (!record || record->archivedCount == change.archivedCount)
+        return;
+    record->archivedCount = change.archivedCount;
+    (void)WriteRecordFile(file,
+                          FormatSavegameArchiveHeader(*record)); // only a number that is shown
+}
+
+} // namespace
+
+std::string FormatStateChange(const StateChange& change)
+{
+    NoteJson folders = NoteJson::array();
+    for (const ChangedFolder& folder : change.folders)
+        folders.push_back({{"folder", Encoded(folder.folder)},
+                           {"made", folder.made},
+                           {"before", JsonOf(folder.before)},
+                           {"after", JsonOf(folder.after)}});
+    return Written({{"code", change.code},
+                    {"reason", Encoded(change.reason)},
+                    {"header", Encoded(change.header)},
+                    {"archived", change.archivedCount},
+                    {"folders", std::move(folders)}});
+}
+
+Result<StateChange> ParseStateChange(std::string_view text)
+{
+    const NoteJson json = NoteJson::parse(text, nullptr, false);
+    NoteReader reader{json};
+    StateChange change;
+    bool sound = true;
+    change.code = reader.Number<LevelCode>("code");
+    change.reason = reader.Text("reason");
+    change.header = reader.Text("header");
+    change.archivedCount = reader.Number<std::int32_t>("archived");
+    reader.List("folders", [&](NoteReader& entry, const NoteJson&) {
+        ChangedFolder folder;
+        folder.folder = entry.Text("folder");
+        folder.made = entry.Flag("made");
+        sound = Read(entry, "before", folder.before) && sound;
+        sound = Read(entry, "after", folder.after) && sound;
+        sound = sound && Path{folder.folder}.is_absolute();
+        change.folders.push_back(std::move(folder));
+    });
+    if (!reader.Good() || !sound || !Path{change.header}.is_absolute())
+        return Failure{ErrorCode::Damaged, {}, {}};
+    return change;
+}
+
+Status MakeStateChange(Session& session, const StateChange& change,
+                       const std::set<std::string>& elsewhere)
+{
+    if (auto status = WriteNote(session, change); !status) {
+        (void)EndStateChange(session); // it may stand though its flush failed; nothing is done yet
+        return status;
+    }
+    ChangeRun run{session, change, elsewhere};
+    auto status = run.Go();
+    if (!status && run.TakeBack())
+        (void)EndStateChange(session); // a note that stays is finished at the next start
+    return status;
+}
+
+Status EndStateChange(Session& session)
+{
+    const Path file = NotePath(session);
+    if (!FileExists(file))
+        return {};
+    if (auto status = DeleteFile(file); !status)
+        return status;
+    // A note that a power cut brings back is gone through once more and finds nothing to do.
+    (void)FlushFolder(file.parent_path());
+    return {};
+}
+
+bool StateChangeWaits(const Session& session)
+{
+    return FileExists(NotePath(session));
+}
+
+Status FinishStateChange(Session& session)
+{
+    const Path file = NotePath(session);
+    if (!FileExists(file))
+        return {};
+    const auto text = ReadWholeFile(file, noteLimit);
+    if (!text)
+        return text.Error();
+    const auto change = ParseStateChange(*text);
+    if (!change)
+        return SetAsideDamaged(file);
+    ChangeRun run{session, *change, {}};
+    if (auto status = run.Go(); !status)
+        return status;
+    WriteCount(*change);
+    return EndStateChange(session);
+}
+
+} // namespace kestrova
