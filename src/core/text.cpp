@@ -164,10 +164,18 @@ std::string Join(const std::vector<std::string>& parts, std::string_view separat
 
 std::string ReplaceAll(std::string text, std::string_view what, std::string_view with)
 {
-    for (std::size_t place = 0; (place = text.find(what, place)) != std::string::npos;
-         place += with.size())
-        text.replace(place, what.size(), with);
-    return text;
+    std::size_t place = text.find(what);
+    if (place == std::string::npos || what.empty())
+        return text;
+    // Into a new text: in place, each hit would move all that is behind it.
+    std::string replaced;
+    replaced.reserve(text.size());
+    std::size_t from = 0;
+    for (; place != std::string::npos; place = text.find(what, from)) {
+        replaced.append(text, from, place - from).append(with);
+        from = place + what.size();
+    }
+    return replaced.append(text, from);
 }
 
 std::int32_t LeadingNumber(std::string_view text)

@@ -251,6 +251,22 @@ std::error_code File::Read(std::span<std::byte> into, std::size_t& got)
     }
 }
 
+std::error_code File::ReadAt(std::uint64_t offset, std::span<std::byte> into, std::size_t& got)
+{
+    got = 0;
+    while (got < into.size()) {
+        const ssize_t count = ::pread(descriptor_, into.data() + got, into.size() - got,
+                                      static_cast<off_t>(offset + got));
+        if (count == 0)
+            return {};
+        if (count > 0)
+            got += static_cast<std::size_t>(count);
+        else if (errno != EINTR)
+            return LastError();
+    }
+    return {};
+}
+
 std::error_code File::Write(std::span<const std::byte> bytes)
 {
     if (const auto failure = AskFileHook(FileAction::Write, path_))

@@ -67,6 +67,8 @@ public:
 
     /// `got` 0 is the end.
     std::error_code Read(std::span<std::byte> into, std::size_t& got);
+    /// The bytes from `offset` on; fewer than asked for only at the end of the file.
+    std::error_code ReadAt(std::uint64_t offset, std::span<std::byte> into, std::size_t& got);
     /// All of `bytes` or an error.
     std::error_code Write(std::span<const std::byte> bytes);
     std::error_code Sync();

@@ -26,7 +26,8 @@ ToolArguments ZipArguments(const Path& package, const std::vector<std::string>& 
     return arguments;
 }
 
-ToolArguments UnzipArguments(const Path& package, const Path& folder, bool junkPaths)
+ToolArguments UnzipArguments(const Path& package, const Path& folder, bool junkPaths,
+                             const std::string&)
 {
     ToolArguments arguments{"-o", package.native(), "-d", folder.native()};
     if (junkPaths)
@@ -34,7 +35,7 @@ ToolArguments UnzipArguments(const Path& package, const Path& folder, bool junkP
     return arguments;
 }
 
-ToolArguments UnzipListArguments(const Path& package)
+ToolArguments UnzipListArguments(const Path& package, const std::string&)
 {
     return {"-l", package.native()};
 }
@@ -42,8 +43,17 @@ ToolArguments UnzipListArguments(const Path& package)
 /// A password that is wrong ends the question for one, which without any input has no end.
 constexpr const char* noPassword = "-";
 
+void AddCharset(ToolArguments& arguments, const std::string& charset)
+{
+    if (charset.empty())
+        return;
+    arguments.emplace_back("--options");
+    arguments.push_back("hdrcharset=" + charset);
+}
+
 /// Rights, owners and marks of another system stay behind; so do the folders when they are junk.
-ToolArguments TarArguments(const Path& package, const Path& folder, bool junkPaths)
+ToolArguments TarArguments(const Path& package, const Path& folder, bool junkPaths,
+                           const std::string& charset)
 {
     ToolArguments arguments{
         "-x",           "-v",          "--no-same-owner", "--no-same-permissions",
@@ -54,12 +64,16 @@ ToolArguments TarArguments(const Path& package, const Path& folder, bool junkPat
         arguments.emplace_back("-s");
         arguments.emplace_back("#.*/##");
     }
+    AddCharset(arguments, charset);
     return arguments;
 }
 
-ToolArguments TarListArguments(const Path& package)
+ToolArguments TarListArguments(const Path& package, const std::string& charset)
 {
-    return {"-t", "-v", "--numeric-owner", "--passphrase", noPassword, "-f", package.native()};
+    ToolArguments arguments{"-t",       "-v", "--numeric-owner", "--passphrase",
+                            noPassword, "-f", package.native()};
+    AddCharset(arguments, charset);
+    return arguments;
 }
 
 const std::vector<ToolRow>& Table()
@@ -143,7 +157,10 @@ Path FindTool(Session& session, const ToolRow& row)
 
 std::string ComplaintIn(const ToolRow& row, std::string_view output)
 {
-    if (row.complaints.empty())
+    // Lists may have a million lines, complaints are rare.
+    if (std::none_of(row.complaints.begin(), row.complaints.end(), [&](std::string_view complaint) {
+            return output.find(complaint) != std::string_view::npos;
+        }))
         return {};
     for (std::string& line : Split(output, '\n')) {
         std::erase(line, '\r');

@@ -34,8 +34,10 @@ struct ToolRow {
     /// What the arguments of each use become; null for a use that the tool does not have. All
     /// paths are absolute, so none is taken for a switch.
     ToolArguments (*pack)(const Path& package, const std::vector<std::string>& names);
-    ToolArguments (*unpack)(const Path& package, const Path& folder, bool junkPaths);
-    ToolArguments (*list)(const Path& package);
+    /// `charset`: the code page of names that have none of their own; empty: as the tool thinks.
+    ToolArguments (*unpack)(const Path& package, const Path& folder, bool junkPaths,
+                            const std::string& charset);
+    ToolArguments (*list)(const Path& package, const std::string& charset);
     std::vector<PackageEntry> (*parseList)(std::string_view text);
 };
 

@@ -1,5 +1,8 @@
 #include "session/zip_files.h"
 
+#include "core/parallel.h"
+#include "session/zip_directory.h"
+
 #include <algorithm>
 
 namespace kestrova
@@ -51,15 +54,97 @@ bool CleanFolder(const Path& folder, const UnzipOptions& options)
     return !options.cleanDestination || DeleteMatching(folder, RowText(Msg::PatAll));
 }
 
-/// The file's name, or the nearest free one.
-Path ReadableName(const Path& folder, const std::string& name)
+/// The tool for a package, and the code page that its names are in where the tool must be told.
+struct Unpacker {
+    const ToolRow& row;
+    std::string charset;
+};
+
+/// `unzip` takes names without a code page for those of one system and writes them in another
+/// code page of its own; where that would spoil them the other tool unpacks.
+Unpacker UnpackerFor(Session& session, const Path& package)
 {
-    const Path readable = folder / Readable(name);
-    Path free = readable;
-    for (int i = 2; platform::FactsOfLink(free).kind != platform::FileKind::Missing; ++i)
-        free = folder /
-               (readable.stem().native() + "_" + std::to_string(i) + readable.extension().native());
-    return free;
+    const ToolRow& usual = RowOf(UnpackerOf(package));
+    if (usual.id != ToolId::Unzip)
+        return {usual, {}};
+    const ToolRow& other = RowOf(ToolId::Bsdtar);
+    std::string charset{CharsetOfNames(ReadZipDirectory(package))};
+    if (charset.empty() || FindTool(session, other).empty())
+        return {usual, {}};
+    return {other, std::move(charset)};
+}
+
+bool List(Session& session, const Unpacker& unpacker, const Path& package,
+          std::vector<PackageEntry>& entries, ToolProgressState& state)
+{
+    entries.clear();
+    const ToolRow& row = unpacker.row;
+    if (!RunToolBatch(session, row.id, row.list(package, unpacker.charset), listLimit, state))
+        return false;
+    // A list of a million names takes longer than a window may stand still.
+    RunOnAllCores(
+        1, [&](std::size_t) { entries = row.parseList(state.output); },
+        [&] { return state.progress == nullptr || (state.progress->Step(), true); });
+    return true;
+}
+
+/// Where a package is unpacked before its files are moved in; nothing is in it.
+Result<Path> EmptyStaging(const Path& folder)
+{
+    Path staging = InFolder(folder, RowText(Msg::FragUnpacking));
+    // A link there is unlinked, never followed.
+    if (platform::FactsOfLink(staging).kind == platform::FileKind::Folder) {
+        if (auto status = RemoveTree(staging); !status)
+            return status.Error();
+    } else {
+        (void)platform::Unlink(staging);
+    }
+    if (auto status = MakeFolder(staging); !status)
+        return status.Error();
+    return staging;
+}
+
+void DropStaging(const Path& staging, ProgressScope* progress)
+{
+    MakePlain(staging, progress); // folders that the package shut could not be removed
+    (void)RemoveTree(staging, [&] { return progress == nullptr || (progress->Step(), true); });
+}
+
+/// Runs the tool into a staging folder and moves in what came, `always` or when the tool did its
+/// work.
+bool UnpackInto(Session& session, const Unpacker& unpacker, const Path& package, const Path& folder,
+                ToolRun run, const UnzipOptions& options, const std::vector<PackageEntry>& entries,
+                bool always, ToolProgressState& state)
+{
+    const auto failed = [&](const Failure& failure) {
+        state.error = GetMsg(Msg::UnpackNotMoved, {TextOf(package.filename())});
+        state.details = failure.subject + ": " + failure.reason;
+        return false;
+    };
+    const auto staging = EmptyStaging(folder);
+    if (!staging)
+        return failed(staging.Error());
+    std::string stopped;
+    if (options.guard != nullptr)
+        run.watch = [&] { return stopped = options.guard->Watch(); };
+    const bool flatten = options.junkPaths && (always || CollideWhenFlat(entries));
+    run.arguments =
+        unpacker.row.unpack(package, *staging, options.junkPaths && !flatten, unpacker.charset);
+    const bool unpacked = RunTool(session, run, state);
+    // What came within the last moments was not looked at yet.
+    if (unpacked && options.guard != nullptr)
+        state.error = stopped = options.guard->Look();
+    if (!stopped.empty() || !(unpacked || always)) {
+        DropStaging(*staging, state.progress);
+        return false;
+    }
+    MakePlain(*staging, state.progress);
+    const auto placed = PlaceUnpacked(*staging, folder, options.junkPaths, entries, state.progress);
+    if (!placed) {
+        DropStaging(*staging, state.progress);
+        return failed(placed.Error());
+    }
+    return unpacked;
 }
 
 } // namespace
@@ -116,13 +201,8 @@ bool ZipFolder(Session& session, const Path& zip, const Path& folder, ToolProgre
 bool ListZip(Session& session, const Path& package, std::vector<PackageEntry>& entries,
              ToolProgressState& state)
 {
-    entries.clear();
     const Path source = std::filesystem::absolute(ResolvePath(package));
-    const ToolRow& row = RowOf(UnpackerOf(source));
-    if (!RunToolBatch(session, row.id, row.list(source), listLimit, state))
-        return false;
-    entries = row.parseList(state.output);
-    return true;
+    return List(session, UnpackerFor(session, source), source, entries, state);
 }
 
 bool UnzipWithProgress(Session& session, const Path& package, const Path& folder,
@@ -141,20 +221,21 @@ bool UnzipWithProgress(Session& session, const Path& package, const Path& folder
     }
     if (!state.quiet && state.progress != nullptr)
         state.progress->SetLabel(GetMsg(Msg::ExtractFileList) + TextOf(source.filename()));
+    const Unpacker unpacker = UnpackerFor(session, source);
     std::vector<PackageEntry> entries;
-    if (!ListZip(session, source, entries, state))
+    if (!List(session, unpacker, source, entries, state))
         return false;
+    if (options.guard != nullptr)
+        if (state.error = options.guard->Refuses(entries); !state.error.empty())
+            return false;
 
-    const ToolRow& row = RowOf(UnpackerOf(source));
-    ToolRun run{row.id};
-    run.arguments = row.unpack(source, target, options.junkPaths);
+    ToolRun run{unpacker.row.id};
     run.handler = Msg::HandlerUnzip;
     // Entries of size 0 are folders.
     run.total = static_cast<std::uint64_t>(std::count_if(
         entries.begin(), entries.end(), [](const PackageEntry& entry) { return entry.size != 0; }));
-    run.watch = options.watch;
-    const bool unpacked = RunTool(session, run, state);
-    MakePlain(target, state.progress);
+    const bool unpacked =
+        UnpackInto(session, unpacker, source, target, run, options, entries, false, state);
     if (unpacked)
         ClearToolProgress(state);
     return unpacked;
@@ -165,11 +246,11 @@ bool UnzipQuick(Session& session, const Path& package, const Path& folder,
 {
     const Path source = std::filesystem::absolute(ResolvePath(package));
     const Path target = std::filesystem::absolute(ResolvePath(folder));
-    const ToolRow& row = RowOf(UnpackerOf(source));
-    if (FindTool(session, row).empty()) {
+    const ToolRow& usual = RowOf(UnpackerOf(source));
+    if (FindTool(session, usual).empty()) {
         const std::string place = TextOf(session.programFolder);
         session.host.Tell(Tone::Error, GetMsg(Msg::UnzipProgramMissing, {lineBreak}) + place,
-                          GetMsg(Msg::ToolInstallHint, {row.name, place, row.package}));
+                          GetMsg(Msg::ToolInstallHint, {usual.name, place, usual.package}));
         return false;
     }
     if (!FileExists(source) || !FolderExists(target))
@@ -178,49 +259,11 @@ bool UnzipQuick(Session& session, const Path& package, const Path& folder,
         session.host.Tell(Tone::Error, GetMsg(Msg::ErrorDeletingOldFiles) + TextOf(target));
         return false;
     }
-    ToolRun run{row.id};
-    run.arguments = row.unpack(source, target, options.junkPaths);
-    run.watch = options.watch;
-    (void)RunTool(session, run, state); // the caller looks for the files
-    MakePlain(target, state.progress);
+    const Unpacker unpacker = UnpackerFor(session, source);
+    // The caller looks for the files.
+    (void)UnpackInto(session, unpacker, source, target, ToolRun{unpacker.row.id}, options, {}, true,
+                     state);
     return true;
-}
-
-void MakePlain(const Path& folder, ProgressScope* progress)
-{
-    constexpr std::uint32_t ownerAll = 0700;
-    constexpr std::uint32_t ownerReadWrite = 0600;
-    std::vector<Path> folders{folder};
-    while (!folders.empty()) {
-        const Path place = std::move(folders.back());
-        folders.pop_back();
-        std::vector<platform::FolderEntry> entries;
-        // What cannot be mended here shows when the file is used; nothing is lost by going on.
-        (void)platform::ListFolder(place, entries);
-        for (const platform::FolderEntry& entry : entries) {
-            // Mended to the end, whatever Stop says: what lies there is not to be trusted yet.
-            if (progress != nullptr)
-                (void)progress->Step();
-            Path path = place / entry.name;
-            if (entry.kind != platform::FileKind::File &&
-                entry.kind != platform::FileKind::Folder) {
-                (void)platform::Unlink(path);
-                continue;
-            }
-            const bool isFolder = entry.kind == platform::FileKind::Folder;
-            const std::uint32_t mode = platform::FactsOfLink(path).mode;
-            const std::uint32_t wanted = mode | (isFolder ? ownerAll : ownerReadWrite);
-            if (mode != wanted)
-                (void)platform::SetMode(path, wanted & 0777);
-            if (!IsUtf8(entry.name)) {
-                const Path readable = ReadableName(place, entry.name);
-                if (!platform::Rename(path, readable))
-                    path = readable;
-            }
-            if (isFolder)
-                folders.push_back(path);
-        }
-    }
 }
 
 } // namespace kestrova

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "session/tool_runner.h"
+#include "session/unpack_guard.h"
+#include "session/unpacked_files.h"
 
 /// Packages through the outside tools. Beside zip files the reading operations take every kind
 /// that `UnpackerOf` knows a tool for.
@@ -15,29 +17,24 @@ bool ZipFolder(Session& session, const Path& zip, const Path& folder, ToolProgre
 struct UnzipOptions {
     bool junkPaths = false;        ///< all files straight into the folder
     bool cleanDestination = false; ///< the folder's files go first
-    /// As in `ToolRun`: words stop the unpacking.
-    std::function<std::string()> watch{};
+    UnpackGuard* guard = nullptr;  ///< whose words end it
 };
 
-/// Unpacks, with the bar following the count of files; the folder is made when missing. Whatever
-/// happened, what lies in the folder afterwards is plain (`MakePlain`). True on success; a failure
-/// is in the state.
+/// Unpacks, with the bar following the count of files; the folder is made when missing. All of the
+/// package comes in, made plain (`MakePlain`), two files of the same name under distinct ones, or
+/// nothing does. True on success; a failure is in the state.
 bool UnzipWithProgress(Session& session, const Path& package, const Path& folder,
                        const UnzipOptions& options, ToolProgressState& state);
 
 /// The same without a bar: True without a look at what happened, for callers that look for the
-/// files they expect. A missing tool and files that cannot be deleted are told. False and silent
-/// when `package` or `folder` is not there.
+/// files they expect: what the tool brought comes in even where it failed, unless the guard ended
+/// it. A missing tool and files that cannot be deleted are told. False and silent when `package` or
+/// `folder` is not there.
 bool UnzipQuick(Session& session, const Path& package, const Path& folder,
                 const UnzipOptions& options, ToolProgressState& state);
 
 /// The entries of a package; 20 seconds at most. A failure is in the state.
 bool ListZip(Session& session, const Path& package, std::vector<PackageEntry>& entries,
              ToolProgressState& state);
-
-/// What a package of anybody's making brought becomes plain files and folders: links and other
-/// things are unlinked, the owner may read and write all, a name that is no text is made readable
-/// from the older code page. Links are never entered.
-void MakePlain(const Path& folder, ProgressScope* progress = nullptr);
 
 } // namespace kestrova

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "session/host.h"
+#include "session/tool_listing.h"
+
+/// What a tool unpacked, on its way into the folder that it is meant for.
+namespace kestrova
+{
+
+/// What a package of anybody's making brought becomes plain files and folders: links and other
+/// things are unlinked, the owner may read and write all. A name that is no text is made readable
+/// from the older code page; characters that would steer a terminal or mean a folder, and the
+/// beginning by which unfinished files are known, become an underscore. Links are never entered.
+void MakePlain(const Path& folder, ProgressScope* progress = nullptr);
+
+/// True when two of the files would have the same name, case ignored, without their folders.
+bool CollideWhenFlat(const std::vector<PackageEntry>& entries);
+
+/// Moves the files of `staging`, a folder inside `folder` that `MakePlain` has seen, to `folder`
+/// itself with their sub-folders or, `flat`, without. A file that was there before is replaced and
+/// keeps its spelling; of two in the package that have the same name, case ignored, the later in
+/// `entries` has it and the other one gets a number behind its own. `staging` is gone afterwards.
+Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
+                     const std::vector<PackageEntry>& entries, ProgressScope* progress);
+
+} // namespace kestrova

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "core/names.h"
+
+#include <cstdint>
+#include <vector>
+
+/// The names in a zip's directory as bytes, for the one thing that no tool tells: in which code
+/// page they are. Read without trust. The directory lies at the end of the file:
+///
+///     entry                                              end record
+///        0  4  "PK" 1 2                                     0  4  "PK" 5 6
+///        5  1  made by: 0 DOS, 3 Unix, 11 NT               10  2  number of entries
+///        8  2  flags, bit 11: the name is UTF-8            12  4  size of all entries
+///       10  2  method: 0 stored, 8 deflated                20  2  length c of the comment
+///       28  6  lengths n, e, c of name, extras, comment    22  c  comment
+///       46  n  name; then e, c
+namespace kestrova
+{
+
+struct ZipName {
+    std::string bytes;
+    bool isUtf8 = false;  ///< says the zip
+    bool hasUtf8 = false; ///< stands there in UTF-8 once more
+    std::uint8_t madeBy = 0;
+    std::uint16_t method = 0;
+
+    bool operator==(const ZipName&) const = default;
+};
+
+/// How many bytes at the end of the file the directory takes up to its end; 0 when `tail`, the last
+/// bytes of a file, holds no end record, or one of a zip beyond 4 GB.
+std::uint64_t ZipDirectorySize(std::string_view tail);
+/// The entries of the directory that ends with `tail`; empty when it is none, or damaged.
+std::vector<ZipName> ParseZipDirectory(std::string_view tail);
+/// The same for a file. Directories above 16 MB are not read.
+std::vector<ZipName> ReadZipDirectory(const Path& zip);
+
+/// The code page, by the name that converters know, that the names without one are written in:
+/// the one in which they hold most letters as people write them. Empty when there is nothing to
+/// find out, and when the zip has something that `unzip` alone reads.
+std::string_view CharsetOfNames(const std::vector<ZipName>& names);
+
+} // namespace kestrova
