@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 #include <cstring>
-#include <vector>
 
 namespace kestrova
 {
@@ -63,18 +62,6 @@ inline Ints CodeSample(Trials& run, float sample)
     return code;
 }
 
-/// What a channel hands from block to block.
-struct Carry {
-    std::size_t predictor = 1;
-    int step = smallestStep;
-};
-
-struct ChannelBlock {
-    std::size_t predictor = 0;
-    int firstStep = smallestStep;
-    std::vector<std::uint8_t> codes; ///< from the third sample on
-};
-
 /// About the step at which the sizes of the codes stay level: the mean error of the first guesses
 /// over two and a half.
 int FirstStep(std::span<const std::int16_t> samples, const std::array<int, 2>& coefficient)
@@ -88,10 +75,57 @@ int FirstStep(std::span<const std::int16_t> samples, const std::array<int, 2>& c
     return std::clamp(static_cast<int>(mean / 2.5), smallestStep, largestFirstStep);
 }
 
+void PutNumber(std::string& bytes, std::size_t number, int size)
+{
+    for (int i = 0; i < size; ++i)
+        bytes += static_cast<char>((number >> (8 * i)) & 0xFF);
+}
+
+void PutSample(std::string& bytes, int number)
+{
+    PutNumber(bytes, static_cast<std::uint16_t>(number), 2);
+}
+
+/// By samples a second over all channels, as players expect it.
+std::size_t BlockSizeFor(int channels, int rate)
+{
+    const std::int64_t flow = std::int64_t{channels} * rate;
+    return flow < 12000 ? 256 : flow < 23000 ? 512 : flow < 44000 ? 1024 : 2048;
+}
+
+std::string HeaderBytes(std::size_t channels, std::size_t rate, std::size_t blockSize,
+                        std::size_t blockSamples, std::size_t frames, std::size_t dataSize)
+{
+    std::string bytes = "RIFF";
+    PutNumber(bytes, 82 + dataSize, 4);
+    bytes += "WAVEfmt ";
+    PutNumber(bytes, 50, 4);
+    PutNumber(bytes, 2, 2);
+    PutNumber(bytes, channels, 2);
+    PutNumber(bytes, rate, 4);
+    PutNumber(bytes, rate * blockSize / blockSamples, 4);
+    PutNumber(bytes, blockSize, 2);
+    PutNumber(bytes, 4, 2);
+    PutNumber(bytes, 32, 2);
+    PutNumber(bytes, blockSamples, 2);
+    PutNumber(bytes, predictors, 2);
+    for (const auto& pair : coefficients)
+        for (const int coefficient : pair)
+            PutSample(bytes, coefficient);
+    bytes += "fact";
+    PutNumber(bytes, 4, 4);
+    PutNumber(bytes, frames, 4);
+    bytes += "data";
+    PutNumber(bytes, dataSize, 4);
+    return bytes;
+}
+
+} // namespace
+
 /// Only the first `heard` samples count for the choice: the jump to the silence that fills the last
 /// block would otherwise decide it.
-void EncodeChannel(std::span<const std::int16_t> samples, std::size_t heard, Carry& carry,
-                   ChannelBlock& block)
+void MsAdpcmEncoder::EncodeChannel(std::span<const std::int16_t> samples, std::size_t heard,
+                                   Carry& carry, ChannelBlock& block)
 {
     std::array<std::size_t, trials> predictorOf{};
     std::array<int, trials> stepOf{};
@@ -134,93 +168,85 @@ void EncodeChannel(std::span<const std::int16_t> samples, std::size_t heard, Car
     carry.step = std::min(runs[best / width].step[best % width], largestFirstStep);
 }
 
-void PutNumber(std::string& bytes, std::size_t number, int size)
+MsAdpcmEncoder::MsAdpcmEncoder(int channels, int rate)
+    : channels_(static_cast<std::size_t>(channels)), rate_(static_cast<std::size_t>(rate)),
+      blockSize_(BlockSizeFor(channels, rate)),
+      blockSamples_((blockSize_ - 7 * channels_) * 2 / channels_ + 2)
 {
-    for (int i = 0; i < size; ++i)
-        bytes += static_cast<char>((number >> (8 * i)) & 0xFF);
 }
 
-void PutSample(std::string& bytes, int number)
+std::uint64_t MsAdpcmEncoder::WaveSize(std::uint64_t frames) const
 {
-    PutNumber(bytes, static_cast<std::uint16_t>(number), 2);
+    constexpr std::uint64_t headerSize = 90;
+    return headerSize + (frames + blockSamples_ - 1) / blockSamples_ * blockSize_;
 }
 
-/// By samples a second over all channels, as players expect it.
-std::size_t BlockSizeFor(int channels, int rate)
+std::string MsAdpcmEncoder::Header(std::uint64_t frames) const
 {
-    const std::int64_t flow = std::int64_t{channels} * rate;
-    return flow < 12000 ? 256 : flow < 23000 ? 512 : flow < 44000 ? 1024 : 2048;
+    const std::uint64_t blocks = (frames + blockSamples_ - 1) / blockSamples_;
+    return HeaderBytes(channels_, rate_, blockSize_, blockSamples_, frames, blocks * blockSize_);
 }
 
-std::string Header(std::size_t channels, std::size_t rate, std::size_t blockSize,
-                   std::size_t blockSamples, std::size_t frames, std::size_t dataSize)
+void MsAdpcmEncoder::PutBlock(std::span<const std::int16_t> interleaved, std::string& bytes)
 {
-    std::string bytes = "RIFF";
-    PutNumber(bytes, 82 + dataSize, 4);
-    bytes += "WAVEfmt ";
-    PutNumber(bytes, 50, 4);
-    PutNumber(bytes, 2, 2);
-    PutNumber(bytes, channels, 2);
-    PutNumber(bytes, rate, 4);
-    PutNumber(bytes, rate * blockSize / blockSamples, 4);
-    PutNumber(bytes, blockSize, 2);
-    PutNumber(bytes, 4, 2);
-    PutNumber(bytes, 32, 2);
-    PutNumber(bytes, blockSamples, 2);
-    PutNumber(bytes, predictors, 2);
-    for (const auto& pair : coefficients)
-        for (const int coefficient : pair)
-            PutSample(bytes, coefficient);
-    bytes += "fact";
-    PutNumber(bytes, 4, 4);
-    PutNumber(bytes, frames, 4);
-    bytes += "data";
-    PutNumber(bytes, dataSize, 4);
-    return bytes;
+    const std::size_t count = interleaved.size() / channels_;
+    for (std::size_t channel = 0; channel < channels_; ++channel) {
+        samples_[channel].assign(blockSamples_, 0);
+        for (std::size_t i = 0; i < count; ++i)
+            samples_[channel][i] = interleaved[i * channels_ + channel];
+        EncodeChannel(samples_[channel], count, carries_[channel], parts_[channel]);
+    }
+    const auto forEachChannel = [&](const auto& put) {
+        for (std::size_t channel = 0; channel < channels_; ++channel)
+            put(channel);
+    };
+    forEachChannel([&](std::size_t c) { PutNumber(bytes, parts_[c].predictor, 1); });
+    forEachChannel([&](std::size_t c) { PutSample(bytes, parts_[c].firstStep); });
+    forEachChannel([&](std::size_t c) { PutSample(bytes, samples_[c][1]); });
+    forEachChannel([&](std::size_t c) { PutSample(bytes, samples_[c][0]); });
+    const auto& left = parts_[0].codes;
+    const auto& right = parts_[channels_ - 1].codes;
+    if (channels_ == 2)
+        for (std::size_t i = 0; i < left.size(); ++i)
+            bytes += static_cast<char>(left[i] << 4 | right[i]);
+    else
+        for (std::size_t i = 0; i + 1 < left.size(); i += 2)
+            bytes += static_cast<char>(left[i] << 4 | left[i + 1]);
 }
 
-} // namespace
+void MsAdpcmEncoder::Encode(std::span<const std::int16_t> interleaved, std::string& bytes)
+{
+    const std::size_t block = blockSamples_ * channels_;
+    if (!waiting_.empty()) {
+        const std::size_t taken = std::min(interleaved.size(), block - waiting_.size());
+        waiting_.insert(waiting_.end(), interleaved.begin(),
+                        interleaved.begin() + static_cast<std::ptrdiff_t>(taken));
+        interleaved = interleaved.subspan(taken);
+        if (waiting_.size() < block)
+            return;
+        PutBlock(waiting_, bytes);
+        waiting_.clear();
+    }
+    for (; interleaved.size() >= block; interleaved = interleaved.subspan(block))
+        PutBlock(interleaved.first(block), bytes);
+    waiting_.assign(interleaved.begin(), interleaved.end());
+}
+
+void MsAdpcmEncoder::Finish(std::string& bytes)
+{
+    if (waiting_.size() >= channels_)
+        PutBlock(std::span<const std::int16_t>(waiting_), bytes);
+    waiting_.clear();
+}
 
 std::string EncodeMsAdpcmWave(std::span<const std::int16_t> interleaved, int channels, int rate)
 {
-    const auto channelCount = static_cast<std::size_t>(channels);
-    const std::size_t frames = interleaved.size() / channelCount;
-    const std::size_t blockSize = BlockSizeFor(channels, rate);
-    const std::size_t blockSamples = (blockSize - 7 * channelCount) * 2 / channelCount + 2;
-    const std::size_t blocks = (frames + blockSamples - 1) / blockSamples;
-    std::string bytes = Header(channelCount, static_cast<std::size_t>(rate), blockSize,
-                               blockSamples, frames, blocks * blockSize);
-    bytes.reserve(bytes.size() + blocks * blockSize);
-
-    std::array<Carry, 2> carries;
-    std::array<ChannelBlock, 2> parts;
-    std::array<std::vector<std::int16_t>, 2> samples;
-    for (std::size_t block = 0; block < blocks; ++block) {
-        const std::size_t first = block * blockSamples;
-        const std::size_t count = std::min(blockSamples, frames - first);
-        for (std::size_t channel = 0; channel < channelCount; ++channel) {
-            samples[channel].assign(blockSamples, 0);
-            for (std::size_t i = 0; i < count; ++i)
-                samples[channel][i] = interleaved[(first + i) * channelCount + channel];
-            EncodeChannel(samples[channel], count, carries[channel], parts[channel]);
-        }
-        const auto forEachChannel = [&](const auto& put) {
-            for (std::size_t channel = 0; channel < channelCount; ++channel)
-                put(channel);
-        };
-        forEachChannel([&](std::size_t c) { PutNumber(bytes, parts[c].predictor, 1); });
-        forEachChannel([&](std::size_t c) { PutSample(bytes, parts[c].firstStep); });
-        forEachChannel([&](std::size_t c) { PutSample(bytes, samples[c][1]); });
-        forEachChannel([&](std::size_t c) { PutSample(bytes, samples[c][0]); });
-        const auto& left = parts[0].codes;
-        const auto& right = parts[channelCount - 1].codes;
-        if (channelCount == 2)
-            for (std::size_t i = 0; i < left.size(); ++i)
-                bytes += static_cast<char>(left[i] << 4 | right[i]);
-        else
-            for (std::size_t i = 0; i + 1 < left.size(); i += 2)
-                bytes += static_cast<char>(left[i] << 4 | left[i + 1]);
-    }
+    MsAdpcmEncoder encoder{channels, rate};
+    const std::size_t frames = interleaved.size() / static_cast<std::size_t>(channels);
+    std::string bytes = encoder.Header(frames);
+    bytes.reserve(static_cast<std::size_t>(encoder.WaveSize(frames)));
+    encoder.Encode(interleaved.first(frames * static_cast<std::size_t>(channels)), bytes);
+    encoder.Finish(bytes);
     return bytes;
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
+#include <vector>
 
 /// Waves in Microsoft's 4-bit ADPCM, little-endian, as the game plays them:
 ///
@@ -17,9 +19,49 @@
 namespace kestrova
 {
 
-/// The wave of samples that stand channel by channel (1 or 2 channels; a part of a last frame is
-/// left out). 2,036 samples a block at 44,100 Hz stereo; the last block is filled with silence.
-/// A block takes the predictor that gives the smallest error when all are tried.
+/// Codes samples as they come, whole blocks at a time. 2,036 samples a block at 44,100 Hz stereo. A
+/// block takes the predictor that gives the smallest error when all are tried.
+class MsAdpcmEncoder
+{
+public:
+    /// 1 or 2 channels.
+    MsAdpcmEncoder(int channels, int rate);
+
+    /// What stands before the blocks of a wave of that many samples a channel.
+    [[nodiscard]] std::string Header(std::uint64_t frames) const;
+    /// Bytes of the whole wave.
+    [[nodiscard]] std::uint64_t WaveSize(std::uint64_t frames) const;
+    /// Appends the blocks that are full now; samples stand channel by channel, whole frames.
+    void Encode(std::span<const std::int16_t> interleaved, std::string& bytes);
+    /// Appends the last block, filled up with silence.
+    void Finish(std::string& bytes);
+
+private:
+    /// What a channel hands from block to block.
+    struct Carry {
+        std::size_t predictor = 1;
+        int step = 16;
+    };
+    struct ChannelBlock {
+        std::size_t predictor = 0;
+        int firstStep = 16;
+        std::vector<std::uint8_t> codes; ///< from the third sample on
+    };
+    static void EncodeChannel(std::span<const std::int16_t> samples, std::size_t heard,
+                              Carry& carry, ChannelBlock& block);
+    void PutBlock(std::span<const std::int16_t> interleaved, std::string& bytes);
+
+    std::size_t channels_;
+    std::size_t rate_;
+    std::size_t blockSize_;
+    std::size_t blockSamples_;
+    std::vector<std::int16_t> waiting_; ///< less than a block
+    std::array<Carry, 2> carries_{};
+    std::array<ChannelBlock, 2> parts_{};
+    std::array<std::vector<std::int16_t>, 2> samples_{};
+};
+
+/// The whole wave of samples in memory; a part of a last frame is left out.
 std::string EncodeMsAdpcmWave(std::span<const std::int16_t> interleaved, int channels, int rate);
 
 } // namespace kestrova

@@ -61,6 +61,7 @@ Exit RunVerify(Run& run);
 Exit RunMend(Run& run);
 Exit RunHistory(Run& run);
 Exit RunSet(Run& run);
+Exit RunAudio(Run& run);
 Exit RunDoctor(Run& run);
 
 } // namespace kestrova

@@ -8,6 +8,7 @@ namespace kestrova
 std::span<const CommandRow> CommandTable()
 {
     constexpr Msg noJson = Msg::BeforeFirst;
+    constexpr std::size_t mostFiles = 1'000'000;
     static const std::vector<CommandRow> table{
         {"practice", Msg::UsePractice, Msg::SumPractice, noJson, 1, 1, {}, RunPractice},
         {"setup",
@@ -44,6 +45,14 @@ std::span<const CommandRow> CommandTable()
         {"mend", Msg::UseMend, Msg::SumMend, noJson, 0, 0, {}, RunMend},
         {"history", Msg::UseHistory, Msg::SumHistory, Msg::KeysHistory, 0, 2, {}, RunHistory},
         {"set", Msg::UseSet, Msg::SumSet, Msg::KeysSet, 0, 2, {}, RunSet},
+        {"audio",
+         Msg::UseAudio,
+         Msg::SumAudio,
+         Msg::KeysAudio,
+         2,
+         mostFiles,
+         {"--out", "--format", "--bitrate", "--mono", "--frequency"},
+         RunAudio},
         {"doctor", Msg::UseDoctor, Msg::SumDoctor, Msg::KeysDoctor, 0, 0, {}, RunDoctor},
     };
     return table;
@@ -60,11 +69,12 @@ const CommandRow* FindCommand(std::string_view name)
 std::span<const OptionRow> AllOptions()
 {
     static constexpr OptionRow options[] = {
-        {"--home", true},   {"--yes"},      {"--no"},         {"--json"},
-        {"--version"},      {"--help"},     {"-h"},           {"--markdown"},
-        {"--trle", true},   {"--full"},     {"--compact"},    {"--folder-is-original"},
-        {"--folder", true}, {"--refresh"},  {"--name", true}, {"--note", true},
-        {"--keep-files"},   {"--no-start"}, {"--all"},
+        {"--home", true},   {"--yes"},           {"--no"},         {"--json"},
+        {"--version"},      {"--help"},          {"-h"},           {"--markdown"},
+        {"--trle", true},   {"--full"},          {"--compact"},    {"--folder-is-original"},
+        {"--folder", true}, {"--refresh"},       {"--name", true}, {"--note", true},
+        {"--keep-files"},   {"--no-start"},      {"--all"},        {"--out", true},
+        {"--format", true}, {"--bitrate", true}, {"--mono"},       {"--frequency", true},
     };
     return options;
 }

@@ -16,6 +16,33 @@ Path StagedNameFor(const Path& target)
            fmt::format("{}{:x}-{:x}", stagedPrefix, platform::OwnProcess(), ++counter);
 }
 
+StagedPlace::StagedPlace(const Path& target)
+    : path_(StagedNameFor(std::filesystem::absolute(ResolvePath(target))))
+{
+}
+
+StagedPlace& StagedPlace::operator=(StagedPlace&& other) noexcept
+{
+    Clear();
+    path_ = std::exchange(other.path_, {});
+    return *this;
+}
+
+void StagedPlace::Clear()
+{
+    if (!path_.empty() && platform::FactsOfLink(path_).kind != platform::FileKind::Missing)
+        (void)platform::Unlink(path_); // a leftover is skipped by listings and cleared later
+}
+
+Status StagedPlace::MoveTo(const Path& target)
+{
+    const Path place = ResolvePath(target);
+    if (const auto failure = platform::Rename(path_, place))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
+    path_.clear();
+    return {};
+}
+
 StagedFile::StagedFile(const Path& target) : target_(target), staged_(StagedNameFor(target)) {}
 
 StagedFile::~StagedFile()

@@ -5,6 +5,7 @@
 #include "platform/files.h"
 
 #include <string_view>
+#include <utility>
 
 namespace kestrova
 {
@@ -33,6 +34,25 @@ private:
     Path staged_;
     platform::File file_;
     bool pending_ = false;
+};
+
+/// A staged name beside `target` for a file that somebody else writes; what is there at the end of
+/// its life is removed.
+class StagedPlace
+{
+public:
+    explicit StagedPlace(const Path& target);
+    ~StagedPlace() { Clear(); }
+    StagedPlace(StagedPlace&& other) noexcept : path_(std::exchange(other.path_, {})) {}
+    StagedPlace& operator=(StagedPlace&& other) noexcept;
+
+    [[nodiscard]] const Path& Staged() const { return path_; }
+    /// What was written becomes `target`, whose existing spelling stays.
+    Status MoveTo(const Path& target);
+
+private:
+    void Clear();
+    Path path_;
 };
 
 /// A free name beside `target`, one that no listing shows.

@@ -18,8 +18,8 @@ enum class YesNoCancel { Yes, No, Cancel };
 /// every question.
 enum class Consent { Ordinary, Explicit };
 
-/// Which of the three small windows a piece of long work shows.
-enum class ProgressWindow { Progress, Wait, Zip };
+/// Which of the small windows a piece of long work shows.
+enum class ProgressWindow { Progress, Wait, Zip, Audio };
 
 /// A shown progress; it disappears at the end of its life.
 class ProgressScope
@@ -29,6 +29,12 @@ public:
     virtual void SetLabel(const std::string& text) = 0;
     /// The bar shows `done` of `total`; a total of 0 is an empty bar.
     virtual void SetBar(std::uint64_t done, std::uint64_t total) = 0;
+    /// A second bar, of the step under way, where the window has one.
+    virtual void SetPart(std::uint64_t done, std::uint64_t total)
+    {
+        (void)done;
+        (void)total;
+    }
     /// Shows a Stop button.
     virtual void AllowStop() = 0;
     /// Keeps the window alive; to be called at least every 50 ms. False once Stop was pressed.

@@ -8,6 +8,7 @@
 #include "session/folder_locks.h"
 #include "session/host.h"
 #include "session/machine.h"
+#include "session/mp3_settings.h"
 #include "session/settings.h"
 
 #include <optional>
@@ -38,6 +39,8 @@ struct Session {
     PreferencesRecord preferences = DefaultPreferences();
     ProgramSettings settings = DefaultSettings();
     FolderLocks locks{};
+
+    Mp3Settings mp3Settings{};
 
     ArchiveHeader archive{};
     std::vector<LevelRecord> levels{};

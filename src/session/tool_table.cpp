@@ -12,6 +12,8 @@ namespace
 
 /// A path has up to 4,096 bytes here, and these tools print paths behind a word or two.
 constexpr std::size_t lineWithPath = 256 + 4096;
+/// The decoder prints the texts of a file's tags, of whatever length, a line each.
+constexpr std::size_t lineWithTags = std::size_t{1} << 20;
 /// `zip -9` was measured at 7 MB a second and says nothing within a file.
 constexpr std::chrono::seconds longestSilence{300};
 
@@ -76,6 +78,30 @@ ToolArguments TarListArguments(const Path& package, const std::string& charset)
     return arguments;
 }
 
+/// madplay 0.15.2: the kind stands before the target's name, so that no name is taken for one. It
+/// calls garbage and an empty file a success, so the caller looks at what came out.
+ToolArguments MadplayArguments(const Path& source, const Path& wave)
+{
+    return {source.native(), "-v", "--bit-depth=16", "-S", "-owave:" + wave.native()};
+}
+
+/// lame 3.100: takes what is no wave for raw samples, so the caller looks at the source. Without
+/// the picture of bit rates, and ten lines of progress a second.
+ToolArguments LameArguments(const Path& wave, const Path& target, const Mp3Settings& settings)
+{
+    ToolArguments arguments{"--nohist", "--disptime", "0.1", "-b",
+                            std::to_string(settings.bitRate)};
+    if (settings.channels == 1)
+        arguments.emplace_back("-a");
+    if (settings.frequency != 0) {
+        arguments.emplace_back("--resample");
+        arguments.push_back(std::to_string(settings.frequency));
+    }
+    arguments.push_back(wave.native());
+    arguments.push_back(target.native());
+    return arguments;
+}
+
 const std::vector<ToolRow>& Table()
 {
     // Names are UTF-8, and no variable of the player's adds switches.
@@ -122,6 +148,37 @@ const std::vector<ToolRow>& Table()
          TarArguments,
          TarListArguments,
          ParseTarListing},
+        {ToolId::Madplay,
+         "madplay",
+         "madplay",
+         {{"LC_ALL", "C.UTF-8"}},
+         {},
+         lineWithTags,
+         longestSilence,
+         false,
+         0,
+         {},
+         nullptr,
+         nullptr,
+         nullptr,
+         nullptr,
+         MadplayArguments},
+        {ToolId::Lame,
+         "lame",
+         "lame",
+         {{"LC_ALL", "C.UTF-8"}, {"LAMEOPT", ""}},
+         {},
+         lineWithPath,
+         longestSilence,
+         false,
+         0,
+         {},
+         nullptr,
+         nullptr,
+         nullptr,
+         nullptr,
+         nullptr,
+         LameArguments},
     };
     return rows;
 }

@@ -10,7 +10,7 @@
 namespace kestrova
 {
 
-enum class ToolId { Zip, Unzip, Bsdtar };
+enum class ToolId { Zip, Unzip, Bsdtar, Madplay, Lame };
 
 using ToolArguments = std::vector<std::string>;
 
@@ -39,6 +39,9 @@ struct ToolRow {
                             const std::string& charset);
     ToolArguments (*list)(const Path& package, const std::string& charset);
     std::vector<PackageEntry> (*parseList)(std::string_view text);
+    ToolArguments (*decode)(const Path& source, const Path& wave) = nullptr;
+    ToolArguments (*encode)(const Path& wave, const Path& target,
+                            const Mp3Settings& settings) = nullptr;
 };
 
 const ToolRow& RowOf(ToolId tool);

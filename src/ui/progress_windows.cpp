@@ -32,6 +32,8 @@ const char* NameOf(ProgressWindow window)
         return "Dialog_Wait";
     case ProgressWindow::Zip:
         return "Dialog_Zip";
+    case ProgressWindow::Audio:
+        return "Dialog_ConvertiMp3";
     case ProgressWindow::Progress:
         break;
     }

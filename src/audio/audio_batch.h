@@ -1,0 +1,60 @@
+#pragma once
+
+#include "audio/audio_item.h"
+
+namespace kestrova
+{
+
+/// Brings a list of sound files to one form in one folder: mp3 files are decoded, waves converted
+/// or encoded, on all cores; results and questions come in the order of the list. Every file is
+/// looked at before anything is touched. An existing file of a result's name is replaced, in one
+/// step, by a file that was proved whole.
+class AudioBatch
+{
+public:
+    /// mp3 targets are encoded by the session's settings.
+    AudioBatch(Session& session, std::vector<Path> files, const Path& folder, AudioKind target);
+    ~AudioBatch();
+
+    /// In a window with a Stop. True when the run ended without being stopped and without a No.
+    bool Run();
+
+    /// The last line of the window: how it ended.
+    [[nodiscard]] const std::string& StatusText() const { return status_; }
+    /// A file that came through and what it became, which may be the same file.
+    struct Pair {
+        Path source;
+        Path result;
+    };
+    [[nodiscard]] const std::vector<Pair>& Converted() const { return converted_; }
+
+private:
+    struct Shared;
+
+    bool LookAtAll();
+    bool ConvertAll();
+    bool TakeOutcome(std::size_t index, AudioOutcome outcome);
+    /// Asks whether to go on; a No is noted as the end.
+    bool AskToGoOn(std::size_t index, std::string error, int step);
+    void ShowProgress(std::size_t index);
+    [[nodiscard]] bool ResultsMeetSources() const;
+    bool Stopped();
+
+    Session& session_;
+    std::vector<Path> files_;
+    AudioTarget target_;
+    std::vector<AudioPlan> plans_;
+    std::unique_ptr<ProgressScope> window_;
+    std::unique_ptr<Shared> shared_;
+    std::string status_;
+    std::string shown_;
+    std::uint64_t steps_ = 0;
+    std::uint64_t done_ = 0;
+    std::vector<Pair> converted_;
+};
+
+/// Sources whose sound stands elsewhere now go, after that is on the disk. Files that did not come
+/// through stay.
+Status DeleteConverted(const AudioBatch& batch);
+
+} // namespace kestrova

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "audio/wave_header.h"
+#include "core/staged_file.h"
+#include "session/session.h"
+
+#include <atomic>
+#include <mutex>
+
+/// One file on its way into another form, on whatever thread: nothing that has a name in the target
+/// folder is touched before the owner of the list takes the outcome.
+namespace kestrova
+{
+
+/// What the whole list is brought to.
+struct AudioTarget {
+    Path folder;
+    AudioKind kind = AudioKind::Standard;
+    std::string text; ///< as the person reads it
+};
+
+/// `44100 stereo 4 bits`, `Mp3 48 Kbps Mono`.
+std::string AudioTargetText(AudioKind kind, const Mp3Settings& settings);
+
+/// What the look at a file found before anything is touched.
+struct AudioPlan {
+    bool mp3 = false;
+    int mode = 0; ///< of a wave, as `WaveClass` has it
+    std::string description{};
+    int steps = 0;
+};
+AudioPlan PlanAudioFile(const Path& file, AudioKind target);
+
+/// Told by the worker, shown by the owner.
+class AudioItemView
+{
+public:
+    void Show(std::string text);
+    [[nodiscard]] std::string Text() const;
+    void SetPart(std::uint64_t done, std::uint64_t total);
+    std::atomic<std::uint64_t> partDone{0};
+    std::atomic<std::uint64_t> partTotal{0};
+    std::atomic<int> steps{0}; ///< finished
+    /// An outside tool is to be ended; our own conversion is to end.
+    std::function<bool()> endTool;
+    std::function<bool()> endConversion;
+
+private:
+    mutable std::mutex mutex_;
+    std::string text_;
+};
+
+struct AudioOutcome {
+    bool failed = false;
+    bool stopped = false;
+    int step = 0; ///< at which it failed
+    std::string error{};
+    /// The file is there already under its own name.
+    bool stands = false;
+    std::string name{}; ///< of the result in the target folder
+    std::optional<StagedPlace> made{};
+    std::vector<std::string> remarks{}; ///< what the tools had to be told about
+};
+
+/// Does what the plan says. `session` is only read.
+AudioOutcome ConvertAudioFile(Session& session, const Path& file, const AudioPlan& plan,
+                              const AudioTarget& target, AudioItemView& view);
+
+} // namespace kestrova

@@ -1,0 +1,95 @@
+#include "audio/wave_reader.h"
+
+#include "audio/wave_chunks.h"
+
+#include <algorithm>
+#include <mutex>
+#include <sndfile.h>
+
+namespace kestrova
+{
+
+namespace
+{
+
+void Close(void* handle)
+{
+    sf_close(static_cast<SNDFILE*>(handle)); // it was only read
+}
+
+int BitsOf(int subtype)
+{
+    switch (subtype) {
+    case SF_FORMAT_PCM_24:
+        return 24;
+    case SF_FORMAT_PCM_32:
+    case SF_FORMAT_FLOAT:
+    case SF_FORMAT_DOUBLE:
+        return 32;
+    default:
+        return 16; // fewer bits fit, and so does what is coded
+    }
+}
+
+/// Why the last opening failed stands in one place for the whole library.
+std::mutex& OpeningMutex()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
+} // namespace
+
+WaveReader::WaveReader(WaveReader&&) noexcept = default;
+WaveReader::~WaveReader() = default;
+
+Result<WaveReader> WaveReader::Open(const Path& file)
+{
+    const Path place = ResolvePath(file);
+    const auto facts = WalkWave(place);
+    if (!facts)
+        return facts.Error();
+    SF_INFO info{};
+    WaveReader reader;
+    std::string words;
+    {
+        const std::lock_guard lock{OpeningMutex()};
+        reader.handle_ = {sf_open(place.c_str(), SFM_READ, &info), Close};
+        if (reader.handle_ == nullptr)
+            words = sf_strerror(nullptr);
+    }
+    const int form = info.format & SF_FORMAT_TYPEMASK;
+    const bool wave = form == SF_FORMAT_WAV || form == SF_FORMAT_WAVEX;
+    if (reader.handle_ == nullptr || !wave || info.channels < 1 || info.samplerate < 1 ||
+        info.frames < 0)
+        return Failure{ErrorCode::Damaged, TextOf(file), words};
+    reader.channels_ = info.channels;
+    reader.rate_ = info.samplerate;
+    reader.bits_ = BitsOf(info.format & SF_FORMAT_SUBMASK);
+    reader.frames_ =
+        TrimmedFrames(static_cast<std::uint64_t>(info.frames), facts->samplesPerBlock, facts->fact);
+    reader.left_ = reader.frames_;
+    return reader;
+}
+
+std::size_t WaveReader::Read(std::span<std::int16_t> into)
+{
+    const auto wanted =
+        std::min<std::uint64_t>(left_, into.size() / static_cast<std::size_t>(channels_));
+    const sf_count_t got = sf_readf_short(static_cast<SNDFILE*>(handle_.get()), into.data(),
+                                          static_cast<sf_count_t>(wanted));
+    left_ -= static_cast<std::uint64_t>(got);
+    return static_cast<std::size_t>(got);
+}
+
+std::size_t WaveReader::Read(std::span<float> into)
+{
+    const auto wanted =
+        std::min<std::uint64_t>(left_, into.size() / static_cast<std::size_t>(channels_));
+    const sf_count_t got = sf_readf_float(static_cast<SNDFILE*>(handle_.get()), into.data(),
+                                          static_cast<sf_count_t>(wanted));
+    left_ -= static_cast<std::uint64_t>(got);
+    return static_cast<std::size_t>(got);
+}
+
+} // namespace kestrova
