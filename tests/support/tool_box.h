@@ -37,7 +37,7 @@ public:
     /// The tools that this machine has.
     void UseRealTools()
     {
-        for (const char* name : {"zip", "unzip", "bsdtar"})
+        for (const char* name : {"zip", "unzip", "bsdtar", "madplay", "lame"})
             machine.tools[name] = platform::FindOnPath(name);
     }
 };

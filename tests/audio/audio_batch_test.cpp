@@ -1,0 +1,261 @@
+#include "audio/audio_batch.h"
+#include "audio/level_audio.h"
+#include "audio/mp3_tools.h"
+#include "audio/mpeg_frames.h"
+#include "audio/wave_converter.h"
+#include "support/sound_files.h"
+#include "support/tool_box.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrova
+{
+namespace
+{
+
+using namespace kestrova::testing;
+
+/// A box with the real tools and a folder `in` of sounds; `out` is the target.
+struct SoundBox : ToolBox {
+    SoundBox()
+    {
+        UseRealTools();
+        std::filesystem::create_directory(root / "out");
+        session.mp3Settings = {2, 64, 0};
+    }
+    /// A second of a tone as mp3.
+    std::string Mp3(std::size_t frames = 44100)
+    {
+        Write("make.wav", ToneWave({}, frames));
+        ToolProgressState state;
+        EXPECT_TRUE(EncodeMp3(session, root / "make.wav", root / "make.mp3", state)) << state.error;
+        std::filesystem::remove(root / "make.wav");
+        std::string bytes = Read("make.mp3");
+        std::filesystem::remove(root / "make.mp3");
+        return bytes;
+    }
+    std::vector<Path> In() const { return ListFiles(root / "in", "*"); }
+    bool Run(AudioKind kind, const Path& folder, std::string* status = nullptr)
+    {
+        AudioBatch batch{session, In(), folder, kind};
+        const bool done = batch.Run();
+        converted = batch.Converted().size();
+        if (status != nullptr)
+            *status = batch.StatusText();
+        return done;
+    }
+    std::size_t converted = 0;
+};
+
+TEST(AudioBatch, EveryFileBecomesTheTarget)
+{
+    SoundBox box;
+    const std::string mp3 = box.Mp3();
+    box.Write("in/a name with blanks ü.mp3", mp3);
+    box.Write("in/-dash.MP3", mp3);
+    box.Write("in/low.mp3", [&] {
+        box.session.mp3Settings = {1, 16, 8000};
+        const std::string low = box.Mp3();
+        box.session.mp3Settings = {2, 64, 0};
+        return low;
+    }());
+    box.Write("in/standard.wav", ToneWave({}, 50'000));
+    const auto before = box.Snapshot("in");
+    const std::vector<std::string> names = {"-dash.wav", "a name with blanks ü.wav", "low.wav",
+                                            "standard.wav"};
+    for (const AudioKind kind : {AudioKind::Standard, AudioKind::Adpcm, AudioKind::Mono}) {
+        ASSERT_TRUE(box.Run(kind, box / "out")) << box.host.AllTold();
+        EXPECT_EQ(box.converted, 4U);
+        for (const std::string& name : names)
+            EXPECT_EQ(ClassifyWav(box / "out" / name, AudioKind::Mp3).kind, kind) << name;
+    }
+    ASSERT_TRUE(box.Run(AudioKind::Mp3, box / "out"));
+    EXPECT_EQ(ScanMpeg(box.Read("out/low.mp3")).first.kbits, 64) << "decoded and encoded again";
+    const MpegFacts encoded = ScanMpeg(box.Read("out/standard.mp3"));
+    EXPECT_GE(encoded.samples * 44100, 50'000U * static_cast<unsigned>(encoded.first.rate));
+    EXPECT_EQ(box.Snapshot("in"), before);
+    EXPECT_EQ(box.Snapshot("out").size(), 8U) << "nothing temporary stays";
+    EXPECT_TRUE(box.host.told.empty()) << box.host.AllTold();
+    const auto& shown = box.host.progressTexts;
+    for (const char* words :
+         {"[1\\4]  Decode \"-dash.MP3\" --> WAV ~ stereo 16 bits",
+          "[4\\4]  Convert \"standard.wav\" --> 44100 stereo 4 bits", "Conversion terminated"})
+        EXPECT_NE(std::find(shown.begin(), shown.end(), words), shown.end()) << words;
+}
+
+TEST(AudioBatch, WhatIsTheTargetAlreadyIsOnlyCopiedOrLeft)
+{
+    SoundBox box;
+    box.Write("in/A.WAV", ToneWave({}, 3000));
+    const auto before = box.Snapshot("in");
+    ASSERT_TRUE(box.Run(AudioKind::Standard, box / "in"));
+    EXPECT_EQ(box.Snapshot("in"), before);
+    ASSERT_TRUE(box.Run(AudioKind::Standard, box / "out"));
+    EXPECT_EQ(box.Read("out/A.wav"), before.at("A.WAV"));
+    // In its own folder a wave is replaced by what it became.
+    ASSERT_TRUE(box.Run(AudioKind::Adpcm, box / "in"));
+    EXPECT_EQ(ClassifyWav(box / "in/a.wav", AudioKind::Adpcm).mode, 0);
+    EXPECT_EQ(box.Snapshot("in").size(), 1U);
+}
+
+TEST(AudioBatch, OneFileWithoutAWayStopsAllBeforeAnythingChanges)
+{
+    SoundBox box;
+    const std::string wave = ToneWave({}, 3000);
+    struct Row {
+        const char* name;
+        std::string bytes;
+        const char* words;
+    };
+    const Row rows[] = {
+        {"zeros.wav", std::string(500, '\0'), "[UNKNOWN 0Hz   0 bits]"},
+        {"empty.wav", "", "I cannot convert file 'empty.wav'"},
+        {"zeros.mp3", std::string(5000, '\0'), "[mp3 without any sound]"},
+        {"empty.mp3", "", "to format [44100 stereo 4 bits]"},
+        {"mono.wav", ToneWave({1, 22050, 16, 1}, 100), "[PCM 22050Hz mono 16 bits]"},
+        // The first bytes say what it is, and nothing is behind them.
+        {"head.wav", wave.substr(0, 36), "[PCM 44100Hz stereo 16 bits]"},
+        {"fraction.wav", ToneWave({2, 44100, 32, 3}, 100), "[UNKNOWN 44100Hz stereo 32 bits]"},
+    };
+    for (const Row& row : rows) {
+        std::filesystem::remove_all(box / "in");
+        box.Write("in/a.wav", wave);
+        box.Write(std::string{"in/"} + row.name, row.bytes);
+        const auto before = box.Snapshot("in");
+        EXPECT_FALSE(box.Run(AudioKind::Adpcm, box / "in"));
+        EXPECT_TRUE(box.host.WasTold(row.words)) << row.name << box.host.AllTold();
+        EXPECT_EQ(box.Snapshot("in"), before) << row.name;
+    }
+}
+
+TEST(AudioBatch, AFailureIsAskedAboutInTheOrderOfTheList)
+{
+    SoundBox box;
+    const std::string mp3 = box.Mp3(4000);
+    for (const char* name : {"1.mp3", "2.mp3", "3.mp3"})
+        box.Write(std::string{"in/"} + name, mp3);
+    // A decoder that breaks off at the second one with half of the sound.
+    const std::string real = platform::FindOnPath("madplay").native();
+    box.machine.tools["madplay"] =
+        box.AddTool("half", "case $1 in *2.mp3) for last; do :; done; head -c 600 /dev/zero > "
+                            "\"${last#-owave:}\"; exit 0;; esac\nexec " +
+                                real + " \"$@\"");
+    box.host.WillAsk("Error processing file '2.mp3' : Error decoding '2.mp3' : What came out",
+                     true);
+    EXPECT_TRUE(box.Run(AudioKind::Standard, box / "out"));
+    EXPECT_EQ(box.converted, 2U);
+    EXPECT_TRUE(box.Has("out/3.wav") && !box.Has("out/2.wav"));
+
+    std::filesystem::remove_all(box / "out");
+    std::filesystem::create_directory(box / "out");
+    box.Write("out/2.wav", "an older one");
+    box.host.WillAsk("Error processing file '2.mp3' : ", false);
+    std::string status;
+    EXPECT_FALSE(box.Run(AudioKind::Standard, box / "out", &status));
+    EXPECT_EQ(status.find("Error decoding mp3 (2.mp3) : Error decoding '2.mp3' : "), 0U) << status;
+    EXPECT_TRUE(box.Has("out/1.wav"));
+    EXPECT_FALSE(box.Has("out/3.wav")) << "what was done ahead is dropped";
+    EXPECT_EQ(box.Read("out/2.wav"), "an older one");
+    EXPECT_EQ(box.Snapshot("out").size(), 2U);
+}
+
+TEST(AudioBatch, MissingToolsAreNamedWithThePackageThatBringsThem)
+{
+    SoundBox box;
+    box.Write("in/a.mp3", box.Mp3(3000));
+    box.machine.tools.clear();
+    box.host.WillAsk("Missing mp3 decoder 'madplay.exe'.", false);
+    EXPECT_FALSE(box.Run(AudioKind::Standard, box / "out"));
+    std::filesystem::remove(box / "in/a.mp3");
+    box.Write("in/a.wav", ToneWave({}, 3000));
+    box.host.WillAsk("Install the package 'lame'", true);
+    box.host.WillAsk("Target audio file not create", true);
+    EXPECT_TRUE(box.Run(AudioKind::Mp3, box / "out"));
+    EXPECT_EQ(box.converted, 0U);
+}
+
+TEST(AudioBatch, AStopTakesEffectBetweenFiles)
+{
+    SoundBox box;
+    for (int i = 0; i < 6; ++i)
+        box.Write("in/" + std::to_string(i) + ".wav", ToneWave({1, 8000, 8, 1}, 200'000));
+    const auto before = box.Snapshot("in");
+    box.host.StopAtStep(4);
+    std::string status;
+    EXPECT_FALSE(box.Run(AudioKind::Standard, box / "in", &status));
+    EXPECT_EQ(status, "Break user: conversion cancelled");
+    const auto after = box.Snapshot("in");
+    ASSERT_EQ(after.size(), before.size());
+    for (const auto& [name, bytes] : after)
+        EXPECT_TRUE(bytes == before.at(name) ||
+                    ClassifyWav(box / "in" / name, AudioKind::Standard).mode == 0)
+            << name;
+    EXPECT_NE(after.at("5.wav").size(), 0U);
+}
+
+TEST(AudioBatch, FilesOfOneNameTakeTheirTurns)
+{
+    SoundBox box;
+    box.Write("in/a.mp3", box.Mp3(44100));
+    box.Write("in/a.wav", ToneWave({}, 100));
+    ASSERT_TRUE(box.Run(AudioKind::Standard, box / "in")) << box.host.AllTold();
+    // The list begins with the mp3; the wave that it became is what the second entry finds.
+    EXPECT_GT(FileSize(box / "in/a.wav"), 44100U * 4);
+}
+
+TEST(Mp3Tools, WhatNeedsAStandardWaveOrAnMp3SaysSo)
+{
+    SoundBox box;
+    ToolProgressState state;
+    box.Write("mono.wav", ToneWave({1, 22050, 16, 1}, 3000));
+    EXPECT_FALSE(EncodeMp3(box.session, box / "mono.wav", box / "x.mp3", state));
+    EXPECT_EQ(state.error, "Error: file 'mono.wav' is not standard waw 44100 stereo 16 bits");
+    EXPECT_FALSE(DecodeMp3(box.session, box / "none.mp3", box / "x.wav", state));
+    EXPECT_EQ(state.error, "Mp3 file not found in: " + (box / "none.mp3").native());
+    box.Write("b.mp3", box.Mp3(3000));
+    EXPECT_FALSE(DecodeMp3(box.session, box / "b.mp3", box / "nowhere/x.wav", state));
+    EXPECT_FALSE(state.error.empty());
+    EXPECT_FALSE(box.Has("x.mp3") || box.Has("x.wav"));
+    // The tools' own switches.
+    EXPECT_EQ(
+        RowOf(ToolId::Lame).encode("/a.wav", "/a.mp3", {1, 24, 0}),
+        (ToolArguments{"--nohist", "--disptime", "0.1", "-b", "24", "-a", "/a.wav", "/a.mp3"}));
+    EXPECT_EQ(RowOf(ToolId::Lame).encode("/a.wav", "/a.mp3", {2, 128, 22050}),
+              (ToolArguments{"--nohist", "--disptime", "0.1", "-b", "128", "--resample", "22050",
+                             "/a.wav", "/a.mp3"}));
+}
+
+TEST(LevelAudio, TracksBecomeTheGamesFormAndSamplesMono)
+{
+    SoundBox box;
+    const std::string mp3 = box.Mp3(5000);
+    const auto fill = [&] {
+        std::filesystem::remove_all(box / "in");
+        for (const char* name : {"101.mp3", "step.mp3", "readme.txt"})
+            box.Write(std::string{"in/"} + name, mp3);
+    };
+    const auto decode = [&](bool force, bool samplesOnly) {
+        return DecodeLevelMp3(box.session, box / "in", box.In(), force, samplesOnly);
+    };
+    fill();
+    const auto before = box.Snapshot("in");
+    EXPECT_TRUE(decode(false, false));
+    EXPECT_EQ(box.Snapshot("in"), before) << "the archive keeps waves as waves";
+    EXPECT_TRUE(decode(true, true));
+    EXPECT_TRUE(box.Has("in/101.mp3") && box.Has("in/step.wav") && !box.Has("in/step.mp3"));
+    fill();
+    box.session.archive.wavInMp3 = true;
+    EXPECT_TRUE(decode(false, false));
+    EXPECT_EQ(ClassifyWav(box / "in/101.wav", AudioKind::Adpcm).mode, 0);
+    EXPECT_EQ(ClassifyWav(box / "in/step.wav", AudioKind::Mono).mode, 0);
+    EXPECT_EQ(box.Snapshot("in").size(), 3U);
+    fill();
+    box.machine.tools.clear();
+    box.host.WillAsk("Missing mp3 decoder", false);
+    EXPECT_FALSE(decode(false, false));
+    EXPECT_TRUE(box.host.WasTold("Failed conversion: Error decoding mp3 (101.mp3)"));
+    EXPECT_EQ(box.Snapshot("in"), before);
+}
+
+} // namespace
+} // namespace kestrova
