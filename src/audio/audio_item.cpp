@@ -21,7 +21,8 @@ public:
     bool AskYesNo(const std::string&, Consent) override { return false; }
     bool AskOkCancel(const std::string&) override { return false; }
     YesNoCancel AskYesNoCancel(const std::string&) override { return YesNoCancel::Cancel; }
-    std::optional<std::string> AskText(const std::string&, const std::string&) override
+    std::optional<std::string> AskText(const std::string&, const std::string&,
+                                       const std::string&) override
     {
         return {};
     }
