@@ -48,10 +48,7 @@ Status ConvertBitmapToJpeg(const Path& bitmap, const Path& jpeg)
     const Result<Picture> picture = ReadPicture(bitmap);
     if (!picture)
         return picture.Error();
-    const Result<std::string> bytes = EncodeJpeg(*picture);
-    if (!bytes)
-        return WithSubject(bytes.Error(), bitmap);
-    return WriteWhole(jpeg, *bytes);
+    return SaveAsJpeg(*picture, jpeg);
 }
 
 Status ConvertJpegToBitmap(const Path& jpeg, const Path& bitmap)
@@ -59,7 +56,20 @@ Status ConvertJpegToBitmap(const Path& jpeg, const Path& bitmap)
     const Result<Picture> picture = ReadPicture(jpeg);
     if (!picture)
         return picture.Error();
-    return WriteWhole(bitmap, EncodeBitmap(*picture));
+    return SaveAsBitmap(*picture, bitmap);
+}
+
+Status SaveAsJpeg(const Picture& picture, const Path& jpeg)
+{
+    const Result<std::string> bytes = EncodeJpeg(picture);
+    if (!bytes)
+        return WithSubject(bytes.Error(), jpeg);
+    return WriteWhole(jpeg, *bytes);
+}
+
+Status SaveAsBitmap(const Picture& picture, const Path& bitmap)
+{
+    return WriteWhole(bitmap, EncodeBitmap(picture));
 }
 
 } // namespace kestrova

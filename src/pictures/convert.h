@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/names.h"
-#include "core/result.h"
+#include "pictures/picture.h"
 
 namespace kestrova
 {
@@ -10,5 +10,9 @@ namespace kestrova
 /// for what its content is, whatever its name says. Names are found without regard to case.
 Status ConvertBitmapToJpeg(const Path& bitmap, const Path& jpeg);
 Status ConvertJpegToBitmap(const Path& jpeg, const Path& bitmap);
+
+/// The target whole or not at all.
+Status SaveAsJpeg(const Picture& picture, const Path& jpeg);
+Status SaveAsBitmap(const Picture& picture, const Path& bitmap);
 
 } // namespace kestrova

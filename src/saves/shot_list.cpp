@@ -8,6 +8,7 @@ namespace kestrova
 
 void ShotList::Load(Session& session, LevelCode code)
 {
+    code_ = code;
     const Path folder = InFolder(LevelHomeOf(session, code), RowText(Msg::FragShots));
     files_ = ListFiles(folder, RowText(Msg::PatShotBmp));
     for (Path& jpeg : ListFiles(folder, RowText(Msg::PatShotJpg)))
@@ -19,7 +20,20 @@ void ShotList::Load(Session& session, LevelCode code)
 
 const Path& ShotList::At(std::ptrdiff_t index) const
 {
-    return index < Count() ? files_[static_cast<std::size_t>(index)] : default_;
+    return Has(index) ? files_[static_cast<std::size_t>(index)] : default_;
+}
+
+std::ptrdiff_t ShotList::Find(std::string_view name) const
+{
+    std::ptrdiff_t found = -1;
+    for (std::ptrdiff_t i = 0; i < Count(); ++i) {
+        const std::string other = At(i).filename().native();
+        if (other == name)
+            return i;
+        if (found < 0 && EqualNames(other, name))
+            found = i;
+    }
+    return found;
 }
 
 void ShotList::ShowPair(std::ptrdiff_t index)

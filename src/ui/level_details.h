@@ -25,6 +25,7 @@ public:
     void ShowActivity(const QString& text);
 
     [[nodiscard]] QPushButton* PlayButton() const { return play_; }
+    [[nodiscard]] ShotPanes& Shots() const { return *shots_; }
     [[nodiscard]] QPushButton* MoreInfoButton() const { return moreInfo_; }
 
 private:

@@ -112,8 +112,9 @@ QKeySequence SequenceOf(Key key)
 
 } // namespace
 
-void BuildMenu(QMenuBar& bar, const Commands& commands)
+void BuildMenu(QMenuBar& bar, Commands commands, Commands more)
 {
+    commands.merge(std::move(more));
     std::vector<QMenu*> open;
     for (std::size_t i = 0; i < std::size(rows); ++i) {
         const Row& row = rows[i];

@@ -104,7 +104,8 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
                {"mnu_SetOriginale", [this] { RestoreDialog(session_, this).exec(); }},
                {"mnu_Settings", [this] { SettingsDialog(session_, this).exec(); }},
                {"mnu_PrefArchive", [this] { ArchiveDialog(session_, this).exec(); }},
-               {"mnu_About", [this] { AboutDialog(this).exec(); }}});
+               {"mnu_About", [this] { AboutDialog(this).exec(); }}},
+              ShotCommands());
 
     auto* side = new QWidget;
     BuildList(*side);
@@ -131,6 +132,7 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
             showSoon_.start(showSoonMs);
     });
     ConnectList();
+    ConnectShots();
     BuildKeys();
     SetCaptions(*this);
     setWindowTitle(Words(Msg::ProgramName));

@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QTimer>
 #include <functional>
+#include <map>
 
 class QListView;
 class QLineEdit;
@@ -97,6 +98,12 @@ private:
     void RemoveChosen();
     void ChangeLanguage(LanguageChange change);
     void ChangeAllLanguages(LanguageChange change);
+    /// The commands of the menu of screen-shots.
+    std::map<std::string, std::function<void()>> ShotCommands();
+    void ConnectShots();
+    void ZoomShot(std::ptrdiff_t index);
+    void ResizeShot();
+    void ImportShotsOfStore();
     void RememberPlace() const;
     void RestorePlace();
 

@@ -3,47 +3,30 @@
 #include "catalogue/message.h"
 #include "saves/shot_list.h"
 #include "ui/elided_label.h"
+#include "ui/picture_reading.h"
+#include "ui/picture_view.h"
 
-#include <QImage>
 #include <QToolButton>
 
 namespace kestrova
 {
 
-/// A picture file decoded by its content; the failure's words are for people.
-Result<QImage> LoadPicture(const Path& file);
-
-/// A picture scaled into whatever room there is, or words in its place.
-class PictureView : public QWidget
-{
-public:
-    using QWidget::QWidget;
-
-    void Show(const QImage& picture);
-    void ShowWords(const QString& words);
-    [[nodiscard]] const QString& ShownWords() const { return words_; }
-    [[nodiscard]] bool HasPicture() const { return !picture_.isNull(); }
-
-    [[nodiscard]] QSize sizeHint() const override { return {320, 240}; }
-    [[nodiscard]] QSize minimumSizeHint() const override { return {96, 72}; }
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-
-private:
-    QImage picture_;
-    QPixmap scaled_; ///< for the present size
-    QString words_;
-};
-
-/// The two panes with the pictures of the selected level.
+/// The two panes with the pictures of the selected level. Only the two shown are decoded.
 class ShotPanes : public QWidget
 {
 public:
     explicit ShotPanes(QWidget* parent = nullptr);
 
     void ShowLevel(Session& session, LevelCode code);
+    /// The pair of the list again, after a command has changed the list.
+    void ShowPair();
     void Clear();
+    [[nodiscard]] ShotList& List() { return shots_; }
+
+    /// A picture is to be looked at in a window of its own; its place may lie outside the list.
+    std::function<void(std::ptrdiff_t)> zoomed = [](std::ptrdiff_t) {};
+    /// The commands are wanted at that place of the screen; the list's target is the picture there.
+    std::function<void(QPoint)> menuWanted = [](QPoint) {};
 
 private:
     struct Pane {
@@ -51,11 +34,10 @@ private:
         ElidedLabel* label = nullptr;
         QToolButton* zoom = nullptr;
         Path shown; ///< what was decoded last
-        std::int64_t shownTime = 0;
+        platform::FileFacts shownFacts;
     };
-    void ShowPair();
     static void ShowFile(Pane& pane, const Path& file);
-    QLayout* MakePane(Pane& pane, const char* number, Msg name);
+    QLayout* MakePane(Pane& pane, int side, Msg name);
 
     ShotList shots_;
     Pane left_;

@@ -1,0 +1,177 @@
+#include "saves/shot_commands.h"
+
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+#include "saves/shot_files.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::size_t extensionSize = 4;
+
+std::string TwoBreaks()
+{
+    return std::string{lineBreak}.append(lineBreak);
+}
+
+/// The place of the picture that a command is meant for; none, with `refusal`, when a pane with
+/// the default picture is meant.
+std::optional<std::ptrdiff_t> ChosenShot(Session& session, ShotList& shots, Msg refusal,
+                                         bool firstOfOriginalCounts = true)
+{
+    std::ptrdiff_t target = shots.Target();
+    if (target == ShotList::noTarget) {
+        target = shots.Index();
+        const bool both = shots.Has(target) && shots.Has(target + 1);
+        if (both && !session.host.AskYesNo(GetMsg(Msg::ShotAskWhich, {TwoBreaks(), TwoBreaks()})))
+            ++target;
+    }
+    const bool isDefault = !shots.Has(target) ||
+                           (!firstOfOriginalCounts && target == 0 && shots.Code() == originalCode);
+    if (isDefault) {
+        session.host.Tell(Tone::Error, GetMsg(refusal));
+        return std::nullopt;
+    }
+    shots.SetTarget(ShotList::noTarget);
+    return target;
+}
+
+/// The level's facts and pictures are shown anew.
+void ShowAgain(Session& session, ShotList& shots)
+{
+    session.list.Select(shots.Code());
+    shots.Load(session, shots.Code());
+}
+
+bool IsShotName(std::string_view name)
+{
+    return EndsWithName(name, RowText(Msg::ShotJpgExtension)) ||
+           EndsWithName(name, RowText(Msg::ShotBmpExtension));
+}
+
+} // namespace
+
+bool AddShot(Session& session, ShotList& shots)
+{
+    shots.SetTarget(ShotList::noTarget);
+    const auto source = session.host.ChooseOpenFile(
+        GetMsg(Msg::ShotAddTitle), GetMsg(Msg::ShotAddFilter), std::filesystem::current_path());
+    return source && AddShotFile(session, shots, *source);
+}
+
+bool AddShotFile(Session& session, ShotList& shots, const Path& source)
+{
+    const std::ptrdiff_t index = FindLevel(session, shots.Code());
+    if (index < 0)
+        return false;
+    const std::string name = source.filename().native();
+    if (!IsShotName(name)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ShotAddOtherKind, {TextOf(source)}));
+        return false;
+    }
+    const Path folder = ResolvePath(ShotFolderOf(session, shots.Code()));
+    Path target = folder / name;
+    if (FileExists(target) &&
+        !session.host.AskYesNo(GetMsg(Msg::ShotAskOverwrite, {name, TwoBreaks(), TwoBreaks()}))) {
+        std::string extension = name.substr(name.size() - extensionSize);
+        target = NewShotName(session, static_cast<std::size_t>(index), extension);
+        session.host.Tell(Tone::Plain,
+                          GetMsg(Msg::ShotSavedAs, {name}) + target.filename().native() + "'");
+    }
+    auto done = MakeFolder(folder);
+    if (done)
+        done = CopyFileOver(source, target, {Verify::Content, true, true, {}});
+    if (!done)
+        TellFailure(session, GetMsg(Msg::ShotAddFailed), done.Error());
+    ShowAgain(session, shots);
+    if (const std::ptrdiff_t place = shots.Find(target.filename().native()); done && place >= 0)
+        shots.ShowPair(place - place % 2);
+    return static_cast<bool>(done);
+}
+
+bool DeleteShot(Session& session, ShotList& shots)
+{
+    const auto chosen = ChosenShot(session, shots, Msg::ShotNotDelete, false);
+    if (!chosen)
+        return false;
+    const Path shot = shots.At(*chosen);
+    if (!session.host.AskYesNo(GetMsg(Msg::ShotAskDelete) + '"' + TextOf(shot) + '"'))
+        return false;
+    const auto size = static_cast<double>(FileSize(shot));
+    // Exactly this one: a file whose name differs in case only is another picture.
+    const auto failure = platform::Unlink(shot);
+    if (failure)
+        TellFailure(session, GetMsg(Msg::ShotDeleteFailed),
+                    MakeFailure(ErrorCode::CannotDelete, TextOf(shot), failure));
+    else if (const std::ptrdiff_t index = FindLevel(session, shots.Code()); index >= 0)
+        AddShotSize(session, -size, static_cast<std::size_t>(index));
+    ShowAgain(session, shots);
+    return !failure;
+}
+
+bool RenameShot(Session& session, ShotList& shots)
+{
+    const auto chosen = ChosenShot(session, shots, Msg::ShotNotRename);
+    if (!chosen)
+        return false;
+    const Path shot = shots.At(*chosen);
+    const auto name = session.host.AskText(GetMsg(Msg::ShotRenamePrompt), shot.filename().native(),
+                                           GetMsg(Msg::ShotRenameTitle));
+    return name && !Trim(*name).empty() && RenameShotTo(session, shots, shot, *name);
+}
+
+bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std::string& name)
+{
+    const auto safe = SafeName(name);
+    if (!safe || name.starts_with(stagedPrefix)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ShotRenameBadName, {name}));
+        return false;
+    }
+    const Path target = shot.parent_path() / *safe;
+    // The picture itself under another spelling is no other file.
+    const Path found = ResolvePath(target);
+    if (found != shot && platform::FactsOfLink(found).kind != platform::FileKind::Missing) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ShotRenameTaken, {name}));
+        return false;
+    }
+    const auto failure = platform::Rename(shot, target);
+    if (failure)
+        TellFailure(session, GetMsg(Msg::ShotRenameFailed),
+                    MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure));
+    shots.Load(session, shots.Code());
+    return !failure;
+}
+
+bool SaveShotAs(Session& session, ShotList& shots)
+{
+    const auto chosen = ChosenShot(session, shots, Msg::ShotNotSave);
+    if (!chosen)
+        return false;
+    const Path shot = shots.At(*chosen);
+    const std::string name = shot.filename().native();
+    const Msg filter = EndsWithName(name, RowText(Msg::ShotBmpExtension)) ? Msg::ShotSaveFilterBmp
+                                                                          : Msg::ShotSaveFilterJpg;
+    const auto target = session.host.ChooseSaveFile(GetMsg(Msg::ShotSaveTitle), GetMsg(filter),
+                                                    session.programFolder, name);
+    return target && SaveShotTo(session, shot, *target);
+}
+
+bool SaveShotTo(Session& session, const Path& shot, const Path& target)
+{
+    const auto copied = CopyFileOver(shot, target, {Verify::Content, true, true, {}});
+    if (!copied)
+        TellFailure(session, GetMsg(Msg::ShotSaveFailed, {TextOf(shot)}) + TextOf(target),
+                    copied.Error());
+    return static_cast<bool>(copied);
+}
+
+std::optional<Path> ShotToResize(Session& session, ShotList& shots)
+{
+    const auto chosen = ChosenShot(session, shots, Msg::ShotNotResize);
+    return chosen ? std::optional<Path>{shots.At(*chosen)} : std::nullopt;
+}
+
+} // namespace kestrova

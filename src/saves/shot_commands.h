@@ -1,0 +1,32 @@
+#pragma once
+
+#include "saves/shot_list.h"
+
+/// What a person does with the screen-shots of the level that the list shows. Each takes the
+/// picture that was chosen for it, or asks which of the two panes is meant.
+namespace kestrova
+{
+
+/// Asks for a file and adds it; the pair with it is shown.
+bool AddShot(Session& session, ShotList& shots);
+/// Copies a file into the level's folder. Where the name is taken it asks, and on No finds a new
+/// one. Refuses a file that no list would show.
+bool AddShotFile(Session& session, ShotList& shots, const Path& source);
+
+/// Asks first.
+bool DeleteShot(Session& session, ShotList& shots);
+
+/// Asks for the new name.
+bool RenameShot(Session& session, ShotList& shots);
+/// Refuses a name that is taken and one that reaches outside the folder.
+bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std::string& name);
+
+/// Asks where to, and copies.
+bool SaveShotAs(Session& session, ShotList& shots);
+/// Copies a picture to a place outside the list.
+bool SaveShotTo(Session& session, const Path& shot, const Path& target);
+
+/// The picture that a resize is meant for; none, with words, when a default picture is.
+std::optional<Path> ShotToResize(Session& session, ShotList& shots);
+
+} // namespace kestrova

@@ -1,0 +1,56 @@
+#include "saves/shot_files.h"
+
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "catalogue/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Bytes that a file name may have, less room for a counter.
+constexpr std::size_t titleRoom = 255 - 16;
+
+/// Whole letters only.
+std::string Cut(std::string text, std::size_t room)
+{
+    if (text.size() <= room)
+        return text;
+    constexpr unsigned char inside = 0x80;
+    constexpr unsigned char kind = 0xC0;
+    while (room > 0 && (static_cast<unsigned char>(text[room]) & kind) == inside)
+        --room;
+    text.resize(room);
+    return text;
+}
+
+} // namespace
+
+Path ShotFolderOf(const Session& session, LevelCode code)
+{
+    return InFolder(LevelHomeOf(session, code), RowText(Msg::DirScreenshots));
+}
+
+Path NewShotName(const Session& session, std::size_t index, std::string& extension)
+{
+    if (extension.empty())
+        extension = RowText(Msg::ShotJpgExtension);
+    const LevelRecord& level = session.levels[index];
+    const std::string title = Cut(ReplaceForbiddenChars(Trim(level.levelName)), titleRoom);
+    const Path folder = ResolvePath(ShotFolderOf(session, level.levelCode));
+    for (std::uint64_t n = 1;; ++n) {
+        Path candidate =
+            folder / (std::to_string(n).append(RowText(Msg::ShotNumberEnds)) + title + extension);
+        if (platform::FactsOfLink(ResolvePath(candidate)).kind == platform::FileKind::Missing)
+            return candidate;
+    }
+}
+
+void AddShotSize(Session& session, double bytes, std::size_t index)
+{
+    AddLevelSize(session, bytes, SizeKind::Extras, index);
+}
+
+} // namespace kestrova

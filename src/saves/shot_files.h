@@ -1,0 +1,20 @@
+#pragma once
+
+#include "session/session.h"
+
+/// Where a level's screen-shots lie, what new ones are called, and how they are counted.
+namespace kestrova
+{
+
+Path ShotFolderOf(const Session& session, LevelCode code);
+
+/// A free path in the level's folder: the first of `1) Title.jpg`, `2) Title.jpg` … that no file
+/// bears. An empty extension becomes `.jpg`, for the caller too. A title that no file name has room
+/// for is cut.
+Path NewShotName(const Session& session, std::size_t index, std::string& extension);
+
+/// Adds to the level's size of screen-shots and, but for the record at index 0, to the archive's
+/// total, and saves the archive.
+void AddShotSize(Session& session, double bytes, std::size_t index);
+
+} // namespace kestrova

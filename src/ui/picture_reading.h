@@ -1,0 +1,19 @@
+#pragma once
+
+#include "core/names.h"
+#include "pictures/picture.h"
+
+#include <QImage>
+
+namespace kestrova
+{
+
+/// A picture file decoded by its content; the failure's reason is in words for people.
+Result<QImage> LoadPicture(const Path& file);
+/// The same for bytes that came another way; `Refused` for more pixels than any picture has.
+Result<QImage> ReadPicture(std::string& bytes);
+
+/// For the encoders, which know no window library.
+Picture PictureOf(const QImage& image);
+
+} // namespace kestrova
