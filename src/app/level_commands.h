@@ -39,6 +39,10 @@ bool PlayLevel(Session& session, LevelCode code, bool start = true);
 /// what is missing.
 Result<platform::Launch> GameLaunch(Session& session);
 
+/// Starts the sibling tool on the selected level with its two records prepared; asks first whether
+/// a level that is not installed shall be. False when it was not started.
+bool StartSavegameTool(Session& session);
+
 /// Opens the level's readme with the desktop's program; says why when it cannot.
 bool ShowMoreInfo(Session& session, LevelCode code);
 

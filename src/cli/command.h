@@ -60,6 +60,7 @@ Exit RunPlan(Run& run);
 Exit RunVerify(Run& run);
 Exit RunMend(Run& run);
 Exit RunHistory(Run& run);
+Exit RunSaves(Run& run);
 Exit RunShots(Run& run);
 Exit RunSet(Run& run);
 Exit RunAudio(Run& run);

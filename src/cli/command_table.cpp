@@ -43,6 +43,7 @@ std::span<const CommandRow> CommandTable()
         {"plan", Msg::UsePlan, Msg::SumPlan, Msg::KeysPlan, 1, 1, {}, RunPlan},
         {"verify", Msg::UseVerify, Msg::SumVerify, Msg::KeysVerify, 0, 1, {}, RunVerify},
         {"mend", Msg::UseMend, Msg::SumMend, noJson, 0, 0, {}, RunMend},
+        {"saves", Msg::UseSaves, Msg::SumSaves, Msg::KeysSaves, 2, 3, {"--delete"}, RunSaves},
         {"history", Msg::UseHistory, Msg::SumHistory, Msg::KeysHistory, 0, 2, {}, RunHistory},
         {"shots", Msg::UseShots, Msg::SumShots, Msg::KeysShots, 1, 4, {}, RunShots},
         {"set", Msg::UseSet, Msg::SumSet, Msg::KeysSet, 0, 2, {}, RunSet},
@@ -76,6 +77,7 @@ std::span<const OptionRow> AllOptions()
         {"--folder", true}, {"--refresh"},       {"--name", true}, {"--note", true},
         {"--keep-files"},   {"--no-start"},      {"--all"},        {"--out", true},
         {"--format", true}, {"--bitrate", true}, {"--mono"},       {"--frequency", true},
+        {"--delete"},
     };
     return options;
 }

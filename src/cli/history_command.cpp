@@ -1,10 +1,43 @@
+#include "cli/history_lines.h"
 #include "cli/work.h"
+#include "saves/savegame_moves.h"
 #include "swap/history.h"
 
 #include <algorithm>
 
 namespace kestrova
 {
+
+void AddHistory(Run& run, LevelCode code)
+{
+    for (const HistoryEntry& entry : HistoryOf(run.session, code)) {
+        if (run.json != nullptr)
+            run.json->push_back({{"code", code},
+                                 {"id", entry.id},
+                                 {"name", Readable(entry.name)},
+                                 {"title", Readable(entry.title)},
+                                 {"number", entry.number},
+                                 {"size", entry.size},
+                                 {"modified", DateText(entry.modifiedNs)},
+                                 {"kept", DateText(entry.keptNs)},
+                                 {"reason", Readable(entry.reason)}});
+        else
+            AddLine(run,
+                    GetMsg(Msg::HistoryLine, {entry.id, ZeroPadded(code, 4), DateText(entry.keptNs),
+                                              entry.name, entry.title, entry.reason}));
+    }
+}
+
+bool BringBackTold(Run& run, LevelCode code, const std::string& id)
+{
+    auto ready = EndEarlierMove(run.session);
+    const auto place = ready ? BringBack(run.session, code, id) : Result<Path>{ready.Error()};
+    if (!place)
+        TellFailure(run.session, GetMsg(Msg::NotBroughtBack), place.Error());
+    else
+        AddLine(run, TextOf(*place));
+    return static_cast<bool>(place);
+}
 
 namespace
 {
@@ -16,22 +49,7 @@ Exit ListHistory(Run& run)
     if (run.json != nullptr)
         *run.json = Json::array();
     for (const LevelCode code : LevelsWithHistory(run.session))
-        for (const HistoryEntry& entry : HistoryOf(run.session, code)) {
-            if (run.json != nullptr)
-                run.json->push_back({{"code", code},
-                                     {"id", entry.id},
-                                     {"name", Readable(entry.name)},
-                                     {"title", Readable(entry.title)},
-                                     {"number", entry.number},
-                                     {"size", entry.size},
-                                     {"modified", DateText(entry.modifiedNs)},
-                                     {"kept", DateText(entry.keptNs)},
-                                     {"reason", Readable(entry.reason)}});
-            else
-                AddLine(run, GetMsg(Msg::HistoryLine,
-                                    {entry.id, ZeroPadded(code, 4), DateText(entry.keptNs),
-                                     entry.name, entry.title, entry.reason}));
-        }
+        AddHistory(run, code);
     return Exit::Done;
 }
 
@@ -41,15 +59,9 @@ Exit BringBackFile(Run& run, const std::string& id)
         return Exit::Failed;
     for (const LevelCode code : LevelsWithHistory(run.session)) {
         const auto entries = HistoryOf(run.session, code);
-        if (std::none_of(entries.begin(), entries.end(),
-                         [&](const HistoryEntry& entry) { return entry.id == id; }))
-            continue;
-        const auto place = BringBack(run.session, code, id);
-        if (!place)
-            TellFailure(run.session, GetMsg(Msg::NotBroughtBack), place.Error());
-        else
-            AddLine(run, TextOf(*place));
-        return EndWork(run, static_cast<bool>(place));
+        if (std::any_of(entries.begin(), entries.end(),
+                        [&](const HistoryEntry& entry) { return entry.id == id; }))
+            return EndWork(run, BringBackTold(run, code, id));
     }
     run.host.Tell(Tone::Error, GetMsg(Msg::HistoryHasNo, {id}));
     return EndWork(run, false);

@@ -57,6 +57,15 @@ bool IsRunning(std::int64_t pid)
     return ::kill(static_cast<pid_t>(pid), 0) == 0 || errno == EPERM;
 }
 
+std::optional<int> ExitOf(std::int64_t pid)
+{
+    constexpr int signalled = 128;
+    int state = 0;
+    if (pid <= 0 || ::waitpid(static_cast<pid_t>(pid), &state, WNOHANG) != static_cast<pid_t>(pid))
+        return {};
+    return WIFEXITED(state) ? WEXITSTATUS(state) : signalled + WTERMSIG(state);
+}
+
 std::vector<RunningProgram> ProgramsRunningIn(const fs::path& folder)
 {
     std::vector<RunningProgram> found;

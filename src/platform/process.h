@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -25,6 +26,10 @@ std::int64_t OwnProcess();
 
 /// True while the process exists and has not become a zombie; reaps a child that has ended.
 bool IsRunning(std::int64_t pid);
+
+/// How a program that `StartDetached` began has ended: its exit code, 128 and the signal's number
+/// for a killed one; none while it runs, and none when nobody can tell.
+std::optional<int> ExitOf(std::int64_t pid);
 
 struct RunningProgram {
     std::int64_t pid = 0;

@@ -32,16 +32,6 @@ std::string SlotName(std::size_t slot)
     return GetMsg(Msg::SavegameStem) + std::to_string(slot);
 }
 
-/// What an earlier run left is finished first; nothing moves in the middle of a swap.
-Status FinishEarlier(Session& session)
-{
-    if (auto status = FinishStateChange(session); !status)
-        return status;
-    if (!InterruptedWork(session).empty())
-        return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
-    return {};
-}
-
 /// The archive slots of a level: their savegames by save number, and the first free place.
 struct ArchiveSlots {
     std::multimap<std::int32_t, Path> byNumber;
@@ -199,7 +189,7 @@ int TakeFromSlot(SavegamePlan& plan, SavegamePlan::Folder slot, SavegamePlan::Fo
 Status ArchiveSavegamesOf(Session& session, LevelCode code)
 {
     const Operation operation{session};
-    if (auto status = FinishEarlier(session); !status)
+    if (auto status = EndEarlierMove(session); !status)
         return status;
     const Path live = ResolvePath(CurrentSlotsFolder(session, code));
     if (auto status = CanList(live); !status)
@@ -241,7 +231,7 @@ Status ArchiveSavegamesOf(Session& session, LevelCode code)
 Status RestoreSavegamesOf(Session& session, LevelCode code)
 {
     const Operation operation{session};
-    if (auto status = FinishEarlier(session); !status)
+    if (auto status = EndEarlierMove(session); !status)
         return status;
     const Path live = ResolvePath(CurrentSlotsFolder(session, code));
     if (auto status = CanList(live); !status)
@@ -289,6 +279,15 @@ Status RestoreSavegames(Session& session)
 {
     const auto code = session.list.Selected();
     return code ? RestoreSavegamesOf(session, *code) : Status{};
+}
+
+Status EndEarlierMove(Session& session)
+{
+    if (auto status = FinishStateChange(session); !status)
+        return status;
+    if (!InterruptedWork(session).empty())
+        return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
+    return {};
 }
 
 bool SavegameMoveWaits(const Session& session)

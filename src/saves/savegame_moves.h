@@ -19,6 +19,9 @@ Status RestoreSavegames(Session& session);
 Status ArchiveSavegamesOf(Session& session, LevelCode code);
 Status RestoreSavegamesOf(Session& session, LevelCode code);
 
+/// Finishes what an earlier move left. A failure also while a swap waits to be mended: nothing may
+/// move savegames then.
+Status EndEarlierMove(Session& session);
 /// True while a move that failed or was killed waits to be finished.
 bool SavegameMoveWaits(const Session& session);
 

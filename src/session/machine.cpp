@@ -63,6 +63,11 @@ bool DesktopMachine::IsRunning(std::int64_t pid)
     return platform::IsRunning(pid);
 }
 
+std::optional<int> DesktopMachine::ExitOf(std::int64_t pid)
+{
+    return platform::ExitOf(pid);
+}
+
 std::vector<platform::RunningProgram> DesktopMachine::ProgramsRunningIn(const Path& folder)
 {
     return platform::ProgramsRunningIn(ResolvePath(folder));

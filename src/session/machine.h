@@ -32,6 +32,8 @@ public:
     /// Starts a program that goes on by itself; its process id.
     virtual Result<std::int64_t> Start(const platform::Launch& launch) = 0;
     virtual bool IsRunning(std::int64_t pid) = 0;
+    /// The exit code of a started program, once it has ended.
+    virtual std::optional<int> ExitOf(std::int64_t pid) = 0;
     virtual std::vector<platform::RunningProgram> ProgramsRunningIn(const Path& folder) = 0;
     /// The executable of that name on the system's path; empty when there is none.
     virtual Path FindTool(const std::string& name) = 0;
@@ -49,6 +51,7 @@ public:
     Status Open(const std::string& fileOrAddress, const Path& folder) override;
     Result<std::int64_t> Start(const platform::Launch& launch) override;
     bool IsRunning(std::int64_t pid) override;
+    std::optional<int> ExitOf(std::int64_t pid) override;
     std::vector<platform::RunningProgram> ProgramsRunningIn(const Path& folder) override;
     Path FindTool(const std::string& name) override;
     void ClearClipboard() override {}

@@ -51,7 +51,8 @@ LevelDetails::LevelDetails(QWidget* parent)
       note_(Named<QLabel>(this, "Label_InfoLevel")), shots_(new ShotPanes(this)),
       author_(Named<ElidedLabel>(this, "Label_Author")),
       sizes_(Named<ElidedLabel>(this, "Label_Size")), code_(Named<ElidedLabel>(this, "Label_Code")),
-      place_(Named<ElidedLabel>(this, "Label_InfoDir")), moreInfo_(new QPushButton(this))
+      place_(Named<ElidedLabel>(this, "Label_InfoDir")), moreInfo_(new QPushButton(this)),
+      saveGames_(new QPushButton(this))
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(8, 4, 4, 4);
@@ -113,12 +114,13 @@ QLayout* LevelDetails::MakeButtons()
     auto* row = new QHBoxLayout;
     moreInfo_->setObjectName(QStringLiteral("Pul_MoreInfo"));
     row->addWidget(moreInfo_);
-    for (const char* later : {"Pul_AutoreInfo", "Pul_SaveGames"}) {
-        auto* button = new QPushButton(this);
-        button->setObjectName(QString::fromLatin1(later));
-        NotYet(button);
-        row->addWidget(button);
-    }
+    auto* author = new QPushButton(this);
+    author->setObjectName(QStringLiteral("Pul_AutoreInfo"));
+    NotYet(author);
+    row->addWidget(author);
+    saveGames_->setObjectName(QStringLiteral("Pul_SaveGames"));
+    saveGames_->setToolTip(Words(Msg::MenuStartSaveGameMan));
+    row->addWidget(saveGames_);
     row->addStretch();
     return row;
 }
@@ -127,6 +129,7 @@ void LevelDetails::ShowRecord(const LevelRecord& record)
 {
     play_->setEnabled(true);
     moreInfo_->setEnabled(true);
+    saveGames_->setEnabled(true);
     name_->setText(ToQt(Trim(record.levelName)));
     note_->setText(ToQt(Trim(record.levelNote)));
     note_->setToolTip(note_->text().toHtmlEscaped());
@@ -152,6 +155,7 @@ void LevelDetails::ShowNothing()
     installed_->hide();
     play_->setEnabled(false);
     moreInfo_->setEnabled(false);
+    saveGames_->setEnabled(false);
     shots_->Clear();
 }
 

@@ -27,6 +27,7 @@ public:
     [[nodiscard]] QPushButton* PlayButton() const { return play_; }
     [[nodiscard]] ShotPanes& Shots() const { return *shots_; }
     [[nodiscard]] QPushButton* MoreInfoButton() const { return moreInfo_; }
+    [[nodiscard]] QPushButton* SaveGamesButton() const { return saveGames_; }
 
 private:
     QLayout* MakeHead();
@@ -43,6 +44,7 @@ private:
     ElidedLabel* code_;
     ElidedLabel* place_;
     QPushButton* moreInfo_;
+    QPushButton* saveGames_;
 };
 
 } // namespace kestrova

@@ -42,6 +42,7 @@ constexpr Row rows[] = {
     {1, "mnu_SendSaveGameEmail"},
     {1, "mnu_BackupSavegame"},
     {1, "mnu_RestoreSavegames"},
+    {1, "mnu_SavegameHistory"},
     {0, "mnu_Edit"},
     {1, "mnu_CopyScreenShots"},
     {1, "mnu_CaptureScreen"},
@@ -112,9 +113,11 @@ QKeySequence SequenceOf(Key key)
 
 } // namespace
 
-void BuildMenu(QMenuBar& bar, Commands commands, Commands more)
+void BuildMenu(QMenuBar& bar, std::vector<Commands> parts)
 {
-    commands.merge(std::move(more));
+    Commands commands;
+    for (Commands& part : parts)
+        commands.merge(part);
     std::vector<QMenu*> open;
     for (std::size_t i = 0; i < std::size(rows); ++i) {
         const Row& row = rows[i];

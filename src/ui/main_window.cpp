@@ -14,6 +14,7 @@
 #include "ui/level_details.h"
 #include "ui/main_menu.h"
 #include "ui/qt_text.h"
+#include "ui/savegame_commands.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/archive_sizes.h"
 #include "upkeep/create_tr4_infos.h"
@@ -85,27 +86,29 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     setObjectName(QStringLiteral("Principale"));
     setAcceptDrops(true);
     const auto run = [this](auto work) { return [this, work] { Run(work); }; };
-    BuildMenu(*menuBar(),
-              {{"mnu_New", run([this] { CreateArchive(session_); })},
-               {"mnu_Load", run([this] { AskLoadArchive(session_); })},
-               {"mnu_Save", run([this] { SaveCurrentArchive(); })},
-               {"mnu_SaveAs", run([this] { AskSaveArchiveAs(session_); })},
-               {"Mnu_Exit", [this] { close(); }},
-               {"mnu_AddLevel", [this] { AddLevel(); }},
-               {"mnu_RemoveLevel", run([this] { RemoveChosen(); })},
-               {"mnu_CalcolaSize", run([this] { ShowArchiveSizes(session_); })},
-               {"mnu_SetMylanguage", run([this] { ChangeLanguage(LanguageChange::Mine); })},
-               {"mnu_RestoreLanguage", run([this] { ChangeLanguage(LanguageChange::Original); })},
-               {"mnu_SetLanguageAll", run([this] { ChangeAllLanguages(LanguageChange::Mine); })},
-               {"mnu_RestoreAll", run([this] { ChangeAllLanguages(LanguageChange::Original); })},
-               {"mnu_ControllaUguali", run([this] { CheckEqualLevels(session_); })},
-               {"mnu_CreaInfoTr4", run([this] { CreateTr4Infos(session_); })},
-               {"mnu_FaiFullBackup", run([this] { RefreshFullBackup(session_); })},
-               {"mnu_SetOriginale", [this] { RestoreDialog(session_, this).exec(); }},
-               {"mnu_Settings", [this] { SettingsDialog(session_, this).exec(); }},
-               {"mnu_PrefArchive", [this] { ArchiveDialog(session_, this).exec(); }},
-               {"mnu_About", [this] { AboutDialog(this).exec(); }}},
-              ShotCommands());
+    BuildMenu(
+        *menuBar(),
+        {Commands{
+             {"mnu_New", run([this] { CreateArchive(session_); })},
+             {"mnu_Load", run([this] { AskLoadArchive(session_); })},
+             {"mnu_Save", run([this] { SaveCurrentArchive(); })},
+             {"mnu_SaveAs", run([this] { AskSaveArchiveAs(session_); })},
+             {"Mnu_Exit", [this] { close(); }},
+             {"mnu_AddLevel", [this] { AddLevel(); }},
+             {"mnu_RemoveLevel", run([this] { RemoveChosen(); })},
+             {"mnu_CalcolaSize", run([this] { ShowArchiveSizes(session_); })},
+             {"mnu_SetMylanguage", run([this] { ChangeLanguage(LanguageChange::Mine); })},
+             {"mnu_RestoreLanguage", run([this] { ChangeLanguage(LanguageChange::Original); })},
+             {"mnu_SetLanguageAll", run([this] { ChangeAllLanguages(LanguageChange::Mine); })},
+             {"mnu_RestoreAll", run([this] { ChangeAllLanguages(LanguageChange::Original); })},
+             {"mnu_ControllaUguali", run([this] { CheckEqualLevels(session_); })},
+             {"mnu_CreaInfoTr4", run([this] { CreateTr4Infos(session_); })},
+             {"mnu_FaiFullBackup", run([this] { RefreshFullBackup(session_); })},
+             {"mnu_SetOriginale", [this] { RestoreDialog(session_, this).exec(); }},
+             {"mnu_Settings", [this] { SettingsDialog(session_, this).exec(); }},
+             {"mnu_PrefArchive", [this] { ArchiveDialog(session_, this).exec(); }},
+             {"mnu_About", [this] { AboutDialog(this).exec(); }}},
+         ShotCommands(), SavegameCommands(session_, this)});
 
     auto* side = new QWidget;
     BuildList(*side);
@@ -137,6 +140,7 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     SetCaptions(*this);
     setWindowTitle(Words(Msg::ProgramName));
     RestorePlace();
+    WatchSavegames(session_, this);
     view_->setFocus();
     list_.Show(this);
 }
@@ -222,6 +226,8 @@ void MainWindow::ConnectList()
     connect(view_, &QListView::activated, this, [this] { Play(); });
     connect(details_->PlayButton(), &QPushButton::clicked, this, &MainWindow::Play);
     connect(details_->MoreInfoButton(), &QPushButton::clicked, this, &MainWindow::MoreInfo);
+    connect(details_->SaveGamesButton(), &QPushButton::clicked, this,
+            [this] { StartSavegameToolNow(session_); });
 }
 
 void MainWindow::BuildKeys()

@@ -1,3 +1,4 @@
+#include "saves/savegame_transfer.h"
 #include "saves_world.h"
 #include "support/faults.h"
 #include "swap/recovery.h"
@@ -143,6 +144,43 @@ TEST_P(SavegameInterruption, FailedAnywhereIsAnsweredAndLosesNothing)
 
 INSTANTIATE_TEST_SUITE_P(Saves, SavegameInterruption, ::testing::ValuesIn(works),
                          [](const auto& row) { return std::string{row.param.name}; });
+
+TEST(SavegameTransfer, KilledOrFailedAnywhereLosesNothing)
+{
+    const auto work = [](SavesWorld& world, bool import) {
+        const std::vector<Path> live = ListFiles(world / "trle", "savegame.*");
+        return (import ? CopyIntoSlots(world.session, world.resting, live)
+                       : ExportSavegames(world.session, world.played, live, world / "out", true))
+            .empty();
+    };
+    for (const bool import : {true, false})
+        for (const bool kill : {true, false})
+            for (int step = 1;; ++step) {
+                SavesWorld world;
+                Fill(world);
+                world.Write("out/savegame.3", SavegameBytes("of another level", 2));
+                const auto everywhere = world.Treasures();
+                const auto inside = world.Treasures(false);
+                bool reached = false;
+                std::string call;
+                if (kill) {
+                    const KillRun run = WithKillAt(step, [&] { return work(world, import); });
+                    reached = run.killed;
+                    call = run.call;
+                } else {
+                    const FaultRun run = WithFaultAt(step, [&] { return work(world, import); });
+                    reached = run.reached;
+                    call = run.call;
+                }
+                SCOPED_TRACE((import ? "import" : "export") + std::string{", step "} +
+                             std::to_string(step) + ": " + call);
+                world.ExpectNothingLost(everywhere);
+                world.ExpectNothingLost(inside, false);
+                ASSERT_LT(step, 500) << "never finished";
+                if (!reached || HasFailure())
+                    break;
+            }
+}
 
 TEST(SavegameRecovery, IsItselfFinishedWhereverItIsKilled)
 {

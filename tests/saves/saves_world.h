@@ -64,19 +64,22 @@ public:
         return header ? header->archivedCount : -1;
     }
 
-    /// Every content of a player's file that the sandbox holds anywhere.
-    [[nodiscard]] std::set<std::string> Treasures() const
+    /// Every content of a player's file that the sandbox holds, the exported ones in `out` with
+    /// them or not.
+    [[nodiscard]] std::set<std::string> Treasures(bool exported = true) const
     {
         std::set<std::string> contents;
         for (const auto& [file, content] : Snapshot(""))
-            if (IsPlayersFile(Path{file}.filename().native()) ||
-                file.find("history/content") != std::string::npos)
+            if (!exported && file.starts_with("out/"))
+                continue;
+            else if (IsPlayersFile(Path{file}.filename().native()) ||
+                     file.find("history/content") != std::string::npos)
                 contents.insert(content);
         return contents;
     }
-    void ExpectNothingLost(const std::set<std::string>& before) const
+    void ExpectNothingLost(const std::set<std::string>& before, bool exported = true) const
     {
-        const std::set<std::string> now = Treasures();
+        const std::set<std::string> now = Treasures(exported);
         for (const std::string& content : before)
             EXPECT_TRUE(now.contains(content)) << "lost: " << content.substr(0, 20);
     }

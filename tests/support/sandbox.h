@@ -91,6 +91,8 @@ public:
     std::vector<Drive> FixedDrives() override { return drives; }
     Status Open(const std::string& fileOrAddress, const Path& folder) override;
     Result<std::int64_t> Start(const platform::Launch& launch) override;
+    std::optional<int> exitCode = 0; ///< of every started program
+    std::optional<int> ExitOf(std::int64_t) override { return exitCode; }
     bool IsRunning(std::int64_t) override { return !running.empty(); }
     std::vector<platform::RunningProgram> ProgramsRunningIn(const Path&) override
     {

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "cli/command.h"
+
+namespace kestrova
+{
+
+/// What was kept of a level, oldest first: lines, or entries of the result's array.
+void AddHistory(Run& run, LevelCode code);
+/// Brings a kept file back and says where it is, or why not.
+bool BringBackTold(Run& run, LevelCode code, const std::string& id);
+
+} // namespace kestrova

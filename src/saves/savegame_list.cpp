@@ -1,0 +1,177 @@
+#include "saves/savegame_list.h"
+
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+#include "saves/savegame_moves.h"
+#include "saves/savegame_store.h"
+#include "saves/savegame_transfer.h"
+#include "swap/savegame_info.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::size_t titleColumns = 32;
+constexpr int numberColumns = 4;
+
+bool IsLetterStart(char c)
+{
+    return (static_cast<unsigned char>(c) & 0xC0U) != 0x80;
+}
+
+/// Cut or padded to so many letters of its UTF-8.
+std::string InColumns(std::string text, std::size_t columns)
+{
+    std::size_t letters = 0;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (IsLetterStart(text[i]) && letters++ == columns) {
+            text.resize(i);
+            return text;
+        }
+    text.append(columns - letters, ' ');
+    return text;
+}
+
+std::size_t LiveCount(Session& session, LevelCode code)
+{
+    return ListFiles(CurrentSlotsFolder(session, code), RowText(Msg::SavegamePattern)).size();
+}
+
+std::string Quoted(const std::string& text)
+{
+    return "\"" + text + "\"";
+}
+
+bool TellMoveFailed(Session& session, const Failure& failure)
+{
+    TellFailure(
+        session,
+        GetMsg(SavegameMoveWaits(session) ? Msg::SavegamesUnfinished : Msg::SavegamesNotMoved),
+        failure);
+    return false;
+}
+
+} // namespace
+
+std::string SavegameRow(const Path& file)
+{
+    const SavegameInfo info = ReadSavegameInfo(file);
+    // `2026-11-21 14:05:09` in the other order.
+    const std::string date = DateText(platform::FactsOf(file).modifiedNs);
+    return fmt::format("{:>{}} - {}  ({}  {}/{}/{})", info.number, numberColumns,
+                       InColumns(Readable(info.title), titleColumns), date.substr(11, 5),
+                       date.substr(8, 2), date.substr(5, 2), date.substr(0, 4)); // not shown
+}
+
+bool SavegameList::Prepare(const Path& folder)
+{
+    const auto code = session_.list.Selected();
+    if (!code) {
+        session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelForSavegames));
+        return false;
+    }
+    code_ = *code;
+    const Path source =
+        purpose_ == ListPurpose::Import ? folder : CurrentSlotsFolder(session_, code_);
+    files_ = ListFiles(source, RowText(Msg::SavegamePattern));
+    if (files_.empty())
+        session_.host.Tell(Tone::Plain, GetMsg(Msg::NoSavegamesIn) + TextOf(source));
+    return !files_.empty();
+}
+
+std::string SavegameList::Title() const
+{
+    return GetMsg(purpose_ == ListPurpose::Import ? Msg::ListSavegamesImport
+                                                  : Msg::ListSavegamesExport);
+}
+
+std::vector<std::string> SavegameList::Rows() const
+{
+    std::vector<std::string> rows;
+    for (const Path& file : files_)
+        rows.push_back(SavegameRow(file));
+    return rows;
+}
+
+bool SavegameList::Take(const std::vector<std::size_t>& rows, bool deleteExported)
+{
+    std::vector<Path> files;
+    for (const std::size_t row : rows)
+        files.push_back(files_[row]);
+    if (files.empty()) {
+        session_.host.Tell(Tone::Error, GetMsg(Msg::NoSavegameSelected));
+        return false;
+    }
+    if (purpose_ == ListPurpose::Import)
+        return Import(files);
+    if (purpose_ == ListPurpose::Mail)
+        return Mail(files);
+    const auto folder = session_.host.ChooseFolder(GetMsg(Msg::ChooseExportFolder),
+                                                   std::filesystem::current_path());
+    if (!folder)
+        return false;
+    Export(files, *folder, deleteExported);
+    return true;
+}
+
+bool SavegameList::Import(const std::vector<Path>& files)
+{
+    if (files.size() + LiveCount(session_, code_) > gameSlotCount)
+        if (const auto status = ArchiveSavegamesOf(session_, code_); !status)
+            return TellMoveFailed(session_, status.Error());
+    if (files.size() + LiveCount(session_, code_) > gameSlotCount) {
+        session_.host.Tell(Tone::Error, GetMsg(Msg::TooManySavegames) +
+                                            std::to_string(gameSlotCount - 1)); // the told number
+        return false;
+    }
+    TellFailedFiles(session_, Msg::ImportFailed, CopyIntoSlots(session_, code_, files));
+    return true;
+}
+
+bool SavegameList::Export(const std::vector<Path>& files, const Path& folder, bool deleteExported)
+{
+    const auto failed = ExportSavegames(session_, code_, files, folder, deleteExported);
+    TellFailedFiles(session_, Msg::ExportFailed, failed);
+    return failed.empty();
+}
+
+bool SavegameList::Mail(const std::vector<Path>& files)
+{
+    const std::string level = Quoted(LevelNameOf(session_, code_));
+    std::string subject = std::to_string(files.size()) + GetMsg(Msg::MailSubjectMany) + level;
+    if (files.size() == 1) {
+        const SavegameInfo info = ReadSavegameInfo(files.front());
+        subject = GetMsg(Msg::MailSubjectOne,
+                         {Quoted(info.title + " - " + std::to_string(info.number))}) +
+                  level;
+    }
+    std::string body;
+    for (const Path& file : files)
+        body += TextOf(file.filename()) + " -> " + SavegameRow(file) + std::string{lineBreak};
+    if (!SendMail(session_, subject, body, files))
+        session_.host.Tell(Tone::Error, GetMsg(Msg::MailFailed));
+    return true;
+}
+
+bool ArchiveWithWords(Session& session)
+{
+    if (const auto status = ArchiveSavegames(session); !status)
+        return TellMoveFailed(session, status.Error());
+    session.host.Tell(Tone::Plain, GetMsg(Msg::SavegamesArchived));
+    return true;
+}
+
+bool RestoreWithWords(Session& session)
+{
+    if (const auto status = RestoreSavegames(session); !status)
+        return TellMoveFailed(session, status.Error());
+    session.host.Tell(Tone::Plain, GetMsg(Msg::SavegamesRestored));
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,124 @@
+#include "saves/savegame_transfer.h"
+
+#include "saves/savegame_moves.h"
+#include "saves/savegame_store.h"
+#include "swap/history.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+FailedFiles AllFailed(const std::vector<Path>& files, const Failure& failure)
+{
+    FailedFiles failed;
+    for (const Path& file : files)
+        failed.push_back({file, failure});
+    return failed;
+}
+
+bool IsSameFile(const Path& a, const Path& b)
+{
+    const platform::FileFacts first = platform::FactsOf(a);
+    const platform::FileFacts second = platform::FactsOf(b);
+    return first.kind != platform::FileKind::Missing && first.device == second.device &&
+           first.inode == second.inode;
+}
+
+Status ExportOne(Session& session, LevelCode code, const Path& file, const Path& target)
+{
+    if (IsSameFile(file, target))
+        return Failure{ErrorCode::Refused, TextOf(file), GetMsg(Msg::ExportOntoItself)};
+    if (FileExists(target) && !SameContent(file, target))
+        if (auto status = KeepInHistory(session, code, {target}, GetMsg(Msg::ReasonExportedOver));
+            !status)
+            return status;
+    return CopyFileOver(file, target, {Verify::Content, true, false, {}});
+}
+
+/// Deletes what was exported, once it is in the history too.
+void DeleteExported(Session& session, LevelCode code, const std::vector<Path>& files,
+                    const Path& folder, FailedFiles& failed)
+{
+    auto status = FlushFolder(folder);
+    if (status)
+        status = KeepInHistory(session, code, files, GetMsg(Msg::ReasonExported));
+    if (!status) {
+        for (FailedFile& file : AllFailed(files, status.Error()))
+            failed.push_back(std::move(file));
+        return;
+    }
+    for (const Path& file : files)
+        // The game may have saved again since it was copied.
+        if (!SameContent(file, ResolvePath(folder / file.filename())))
+            failed.push_back({file, MakeFailure(ErrorCode::Differs, TextOf(file))});
+        else if (const auto failure = platform::Unlink(file))
+            failed.push_back({file, MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure)});
+}
+
+} // namespace
+
+FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Path>& files)
+{
+    const Operation operation{session};
+    const Path folder = ResolvePath(CurrentSlotsFolder(session, code));
+    auto ready = EndEarlierMove(session);
+    if (ready)
+        ready = MakeFolder(folder);
+    if (!ready)
+        return AllFailed(files, ready.Error());
+    FailedFiles failed;
+    std::size_t slot = 0;
+    for (const Path& file : files) {
+        const auto place = [&] {
+            return folder / (GetMsg(Msg::SavegameStem) + std::to_string(slot));
+        };
+        while (slot < gameSlotCount && FileExists(place()))
+            ++slot;
+        if (slot == gameSlotCount)
+            failed.push_back(
+                {file, Failure{ErrorCode::Refused, {}, GetMsg(Msg::HistoryNoFreeSlot)}});
+        else if (const auto status =
+                     CopyFileOver(file, place(), {Verify::Content, true, false, {}});
+                 !status)
+            failed.push_back({file, status.Error()});
+    }
+    (void)FlushFolder(folder); // what was imported is still where it came from
+    return failed;
+}
+
+FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<Path>& files,
+                            const Path& folder, bool deleteSources)
+{
+    const Operation operation{session};
+    if (const auto ready = EndEarlierMove(session); !ready)
+        return AllFailed(files, ready.Error());
+    const Path place = ResolvePath(folder);
+    FailedFiles failed;
+    std::vector<Path> exported;
+    for (const Path& file : files) {
+        const Path target = ResolvePath(place / file.filename());
+        if (const auto status = ExportOne(session, code, file, target); !status)
+            failed.push_back({file, status.Error()});
+        else
+            exported.push_back(file);
+    }
+    if (deleteSources && !exported.empty())
+        DeleteExported(session, code, exported, place, failed);
+    return failed;
+}
+
+void TellFailedFiles(Session& session, Msg text, const FailedFiles& failed)
+{
+    if (failed.empty())
+        return;
+    std::vector<std::string> names;
+    for (const FailedFile& file : failed)
+        names.push_back(TextOf(file.file.filename()));
+    TellFailure(session, GetMsg(text, {Join(names, ", ")}), failed.front().failure);
+}
+
+} // namespace kestrova

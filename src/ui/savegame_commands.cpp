@@ -1,0 +1,97 @@
+#include "ui/savegame_commands.h"
+
+#include "app/level_commands.h"
+#include "catalogue/message.h"
+#include "saves/savegame_watch.h"
+#include "ui/dialog_list_savegame.h"
+#include "ui/dialog_savegame_history.h"
+
+#include <QTimer>
+
+#include <memory>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr int watchMs = 500;
+
+/// Prepares the list, shows it, and shows the level anew when something was done.
+void ShowList(Session& session, ListPurpose purpose, const Path& folder, QWidget* window)
+{
+    SavegameList rules{session, purpose};
+    bool prepared = false;
+    {
+        const Operation operation{session};
+        prepared = rules.Prepare(folder);
+    }
+    if (!prepared || ListSavegameDialog{session, rules, window}.exec() != QDialog::Accepted ||
+        purpose == ListPurpose::Mail)
+        return;
+    if (const auto code = session.list.Selected())
+        session.list.Select(*code);
+}
+
+void Import(Session& session, QWidget* window)
+{
+    std::optional<Path> folder;
+    {
+        const Operation operation{session};
+        folder = session.host.ChooseFolder(GetMsg(Msg::ChooseImportFolder),
+                                           std::filesystem::current_path());
+    }
+    if (folder)
+        ShowList(session, ListPurpose::Import, *folder, window);
+}
+
+void ShowHistory(Session& session, QWidget* window)
+{
+    if (const auto code = session.list.Selected())
+        SavegameHistoryDialog{session, *code, window}.exec();
+    else
+        session.host.Tell(Tone::Error, GetMsg(Msg::NoLevelForSavegames));
+}
+
+} // namespace
+
+void StartSavegameToolNow(Session& session)
+{
+    if (session.runningOperations == 0)
+        StartSavegameTool(session);
+}
+
+Commands SavegameCommands(Session& session, QWidget* window)
+{
+    Commands commands;
+    const auto add = [&](const char* name, const std::function<void()>& work) {
+        commands[name] = [&session, work] {
+            if (session.runningOperations == 0)
+                work();
+        };
+    };
+    add("mnu_StartSaveGameMan", [&session] { StartSavegameToolNow(session); });
+    add("mnu_ImportSavegame", [&session, window] { Import(session, window); });
+    add("mnu_ExportSavegame",
+        [&session, window] { ShowList(session, ListPurpose::Export, {}, window); });
+    add("mnu_SendSaveGameEmail",
+        [&session, window] { ShowList(session, ListPurpose::Mail, {}, window); });
+    add("mnu_BackupSavegame", [&session] { ArchiveWithWords(session); });
+    add("mnu_RestoreSavegames", [&session] { RestoreWithWords(session); });
+    add("mnu_SavegameHistory", [&session, window] { ShowHistory(session, window); });
+    return commands;
+}
+
+void WatchSavegames(Session& session, QWidget* window)
+{
+    auto* timer = new QTimer(window);
+    QObject::connect(
+        timer, &QTimer::timeout, window, [&session, watch = std::make_shared<SavegameWatch>()] {
+            const bool runs = session.gamePid != 0 && session.machine.IsRunning(session.gamePid);
+            watch->Tick(session, runs);
+        });
+    timer->start(watchMs);
+}
+
+} // namespace kestrova

@@ -1,0 +1,85 @@
+#include "saves/savegame_watch.h"
+#include "saves_world.h"
+#include "swap/history.h"
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+/// So many seconds of the program's life, two looks in each.
+void Live(SavesWorld& world, SavegameWatch& watch, int seconds, bool gameRuns)
+{
+    for (int half = 0; half < 2 * seconds; ++half) {
+        world.machine.now += 500'000'000;
+        watch.Tick(world.session, gameRuns);
+    }
+}
+
+std::vector<int> Kept(const SavesWorld& world)
+{
+    std::vector<int> numbers;
+    for (const HistoryEntry& entry : HistoryOf(world.session, world.played))
+        numbers.push_back(entry.number);
+    return numbers;
+}
+
+} // namespace
+
+TEST(SavegameWatch, KeepsEachVersionOnceItLiesStill)
+{
+    SavesWorld world;
+    SavegameWatch watch;
+    world.Live("0", 1);
+    Live(world, watch, 10, false);
+    EXPECT_TRUE(Kept(world).empty()) << "no game, nothing to watch";
+    Live(world, watch, 4, true);
+    EXPECT_EQ(Kept(world), std::vector<int>{1}) << "what the game may write over";
+    world.Live("0", 2, "half");
+    Live(world, watch, 1, true);
+    world.Live("0", 2, "half and the rest");
+    Live(world, watch, 1, true);
+    EXPECT_EQ(Kept(world), std::vector<int>{1}) << "still being written";
+    Live(world, watch, 3, true);
+    EXPECT_EQ(Kept(world), (std::vector<int>{1, 2}));
+    EXPECT_EQ(HistoryOf(world.session, world.played)[1].reason, "written by the game");
+    const auto quiet = world.Snapshot("home");
+    Live(world, watch, 20, true);
+    EXPECT_EQ(world.Snapshot("home"), quiet) << "each version once";
+}
+
+TEST(SavegameWatch, LooksOnceMoreBehindTheEndAndNeverDuringAnOperation)
+{
+    SavesWorld world;
+    SavegameWatch watch;
+    Live(world, watch, 3, true);
+    world.Live("7", 5);
+    {
+        const Operation operation{world.session};
+        Live(world, watch, 20, true);
+        EXPECT_TRUE(Kept(world).empty());
+    }
+    Live(world, watch, 4, false);
+    EXPECT_EQ(Kept(world), std::vector<int>{5}) << "saved at the very end";
+    world.Live("8", 6);
+    Live(world, watch, 20, false);
+    EXPECT_EQ(Kept(world), std::vector<int>{5});
+}
+
+TEST(SavegameWatch, TriesAgainLaterWhenTheDiskTakesNothing)
+{
+    SavesWorld world;
+    SavegameWatch watch;
+    world.Live("0", 1);
+    world.Write("home/history", "no folder can be made here");
+    Live(world, watch, 10, true);
+    EXPECT_TRUE(world.host.told.empty()) << "nobody is disturbed in the game";
+    std::filesystem::remove(world / "home/history");
+    Live(world, watch, 20, true);
+    EXPECT_TRUE(Kept(world).empty());
+    Live(world, watch, 60, true);
+    EXPECT_EQ(Kept(world), std::vector<int>{1});
+}
+
+} // namespace kestrova::testing
