@@ -50,6 +50,7 @@ Exit RunInfo(Run& run);
 Exit RunAdd(Run& run);
 Exit RunRemove(Run& run);
 Exit RunSizes(Run& run);
+Exit RunAuthor(Run& run);
 Exit RunLanguage(Run& run);
 Exit RunEqual(Run& run);
 Exit RunIndex(Run& run);

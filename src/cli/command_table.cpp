@@ -34,6 +34,14 @@ std::span<const CommandRow> CommandTable()
         {"add", Msg::UseAdd, Msg::SumAdd, Msg::KeysAdd, 1, 1, {"--name", "--note"}, RunAdd},
         {"remove", Msg::UseRemove, Msg::SumRemove, noJson, 1, 1, {"--keep-files"}, RunRemove},
         {"sizes", Msg::UseSizes, Msg::SumSizes, Msg::KeysSizes, 0, 0, {}, RunSizes},
+        {"author",
+         Msg::UseAuthor,
+         Msg::SumAuthor,
+         Msg::KeysAuthor,
+         1,
+         1,
+         {"--name", "--email", "--site", "--note"},
+         RunAuthor},
         {"language", Msg::UseLanguage, Msg::SumLanguage, noJson, 1, 2, {"--all"}, RunLanguage},
         {"equal", Msg::UseEqual, Msg::SumEqual, Msg::KeysEqual, 0, 0, {}, RunEqual},
         {"index", Msg::UseIndex, Msg::SumIndex, noJson, 0, 0, {}, RunIndex},
@@ -70,15 +78,37 @@ const CommandRow* FindCommand(std::string_view name)
 
 std::span<const OptionRow> AllOptions()
 {
+    // clang-format off
     static constexpr OptionRow options[] = {
-        {"--home", true},   {"--yes"},           {"--no"},         {"--json"},
-        {"--version"},      {"--help"},          {"-h"},           {"--markdown"},
-        {"--trle", true},   {"--full"},          {"--compact"},    {"--folder-is-original"},
-        {"--folder", true}, {"--refresh"},       {"--name", true}, {"--note", true},
-        {"--keep-files"},   {"--no-start"},      {"--all"},        {"--out", true},
-        {"--format", true}, {"--bitrate", true}, {"--mono"},       {"--frequency", true},
+        {"--home", true},
+        {"--yes"},
+        {"--no"},
+        {"--json"},
+        {"--version"},
+        {"--help"},
+        {"-h"},
+        {"--markdown"},
+        {"--trle", true},
+        {"--full"},
+        {"--compact"},
+        {"--folder-is-original"},
+        {"--folder", true},
+        {"--refresh"},
+        {"--name", true},
+        {"--note", true},
+        {"--keep-files"},
+        {"--no-start"},
+        {"--all"},
+        {"--out", true},
+        {"--format", true},
+        {"--bitrate", true},
+        {"--mono"},
+        {"--frequency", true},
+        {"--email", true},
+        {"--site", true},
         {"--delete"},
     };
+    // clang-format on
     return options;
 }
 

@@ -2,6 +2,7 @@
 #include "app/level_commands.h"
 #include "archive/level_folders.h"
 #include "cli/work.h"
+#include "publish/author_infos.h"
 #include "swap/level_language.h"
 #include "swap/marker.h"
 #include "upkeep/create_tr4_infos.h"
@@ -16,6 +17,41 @@ namespace
 std::string NameAt(const Session& session, std::size_t index)
 {
     return Readable(Trim(session.levels[index].levelName));
+}
+
+std::vector<std::string> WordsOf(const std::string& text)
+{
+    std::vector<std::string> words = Split(Readable(text), ' ');
+    std::erase(words, "");
+    return words;
+}
+
+std::vector<std::string> ReadableTexts(std::vector<std::string> texts)
+{
+    for (std::string& text : texts)
+        text = Readable(text);
+    return texts;
+}
+
+void ShowAuthor(Run& run, LevelCode code, const AuthorInfos& infos)
+{
+    const auto emails = ReadableTexts(infos.emails.items);
+    const auto sites = ReadableTexts(infos.sites.items);
+    if (run.json != nullptr) {
+        *run.json = {{"code", code},
+                     {"name", Readable(infos.name)},
+                     {"note", Readable(infos.note)},
+                     {"emails", emails},
+                     {"sites", sites}};
+        return;
+    }
+    AddLine(run, GetMsg(Msg::InfoAuthor, {infos.name}));
+    if (!infos.note.empty())
+        AddLine(run, GetMsg(Msg::AuthorNoteLine, {infos.note}));
+    for (const std::string& email : emails)
+        AddLine(run, GetMsg(Msg::AuthorEmailLine, {email}));
+    for (const std::string& site : sites)
+        AddLine(run, GetMsg(Msg::AuthorSiteLine, {site}));
 }
 
 } // namespace
@@ -74,6 +110,40 @@ Exit RunIndex(Run& run)
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;
     return EndWork(run, CreateTr4Infos(run.session));
+}
+
+Exit RunAuthor(Run& run)
+{
+    const auto code = CodeFromWord(run, run.arguments.words.front());
+    if (!code)
+        return Exit::WrongUse;
+    const auto& options = run.arguments;
+    const bool changes = options.Has("--name") || options.Has("--email") || options.Has("--site") ||
+                         options.Has("--note");
+    if (!(changes ? BeginWork(run, Needs::Archive) : BeginLooking(run, Needs::Archive)))
+        return Exit::Failed;
+    const std::ptrdiff_t index = FindLevel(run.session, *code);
+    if (index < 0) {
+        run.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(*code)}));
+        return changes ? EndWork(run, false) : Exit::Failed;
+    }
+    AuthorInfos infos{run.session, static_cast<std::size_t>(index)};
+    if (!changes) {
+        ShowAuthor(run, *code, infos);
+        return Exit::Done;
+    }
+    if (options.Has("--name"))
+        infos.name = Readable(Trim(options.ValueOf("--name")));
+    if (options.Has("--note"))
+        infos.note = Readable(Trim(options.ValueOf("--note")));
+    if (options.Has("--email"))
+        infos.emails.items = WordsOf(options.ValueOf("--email"));
+    if (options.Has("--site"))
+        infos.sites.items = WordsOf(options.ValueOf("--site"));
+    const bool stored = infos.Store();
+    if (stored)
+        ShowAuthor(run, *code, infos);
+    return EndWork(run, stored);
 }
 
 } // namespace kestrova

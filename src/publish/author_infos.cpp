@@ -71,7 +71,7 @@ AuthorInfos::AuthorInfos(Session& session, std::size_t index) : session_(session
 
 void AuthorInfos::Add(Addresses& list, Msg question)
 {
-    const auto text = session_.host.AskText(GetMsg(question), {});
+    const auto text = session_.host.AskText(GetMsg(question), {}, GetMsg(Msg::ChangeAuthorTitle));
     if (!text || text->empty())
         return;
     list.items.push_back(*text);
@@ -91,7 +91,7 @@ void AuthorInfos::Change(Addresses& list, Msg question)
     const auto old = Selected(list, Msg::NoSelectedItem);
     if (!old)
         return;
-    const auto text = session_.host.AskText(GetMsg(question), *old);
+    const auto text = session_.host.AskText(GetMsg(question), *old, GetMsg(Msg::ChangeAuthorTitle));
     if (text && !text->empty())
         list.items[*list.selected] = *text;
 }

@@ -36,13 +36,6 @@ template <class Label> Label* Named(QWidget* parent, const char* name)
     return label;
 }
 
-/// A button of a command that a later version brings.
-void NotYet(QPushButton* button)
-{
-    button->setEnabled(false);
-    button->setToolTip(Words(Msg::NotAvailableYet));
-}
-
 } // namespace
 
 LevelDetails::LevelDetails(QWidget* parent)
@@ -52,7 +45,7 @@ LevelDetails::LevelDetails(QWidget* parent)
       author_(Named<ElidedLabel>(this, "Label_Author")),
       sizes_(Named<ElidedLabel>(this, "Label_Size")), code_(Named<ElidedLabel>(this, "Label_Code")),
       place_(Named<ElidedLabel>(this, "Label_InfoDir")), moreInfo_(new QPushButton(this)),
-      saveGames_(new QPushButton(this))
+      authorInfo_(new QPushButton(this)), saveGames_(new QPushButton(this))
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(8, 4, 4, 4);
@@ -114,10 +107,8 @@ QLayout* LevelDetails::MakeButtons()
     auto* row = new QHBoxLayout;
     moreInfo_->setObjectName(QStringLiteral("Pul_MoreInfo"));
     row->addWidget(moreInfo_);
-    auto* author = new QPushButton(this);
-    author->setObjectName(QStringLiteral("Pul_AutoreInfo"));
-    NotYet(author);
-    row->addWidget(author);
+    authorInfo_->setObjectName(QStringLiteral("Pul_AutoreInfo"));
+    row->addWidget(authorInfo_);
     saveGames_->setObjectName(QStringLiteral("Pul_SaveGames"));
     saveGames_->setToolTip(Words(Msg::MenuStartSaveGameMan));
     row->addWidget(saveGames_);
@@ -129,6 +120,7 @@ void LevelDetails::ShowRecord(const LevelRecord& record)
 {
     play_->setEnabled(true);
     moreInfo_->setEnabled(true);
+    authorInfo_->setEnabled(true);
     saveGames_->setEnabled(true);
     name_->setText(ToQt(Trim(record.levelName)));
     note_->setText(ToQt(Trim(record.levelNote)));
@@ -155,6 +147,7 @@ void LevelDetails::ShowNothing()
     installed_->hide();
     play_->setEnabled(false);
     moreInfo_->setEnabled(false);
+    authorInfo_->setEnabled(false);
     saveGames_->setEnabled(false);
     shots_->Clear();
 }

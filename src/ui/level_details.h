@@ -27,6 +27,7 @@ public:
     [[nodiscard]] QPushButton* PlayButton() const { return play_; }
     [[nodiscard]] ShotPanes& Shots() const { return *shots_; }
     [[nodiscard]] QPushButton* MoreInfoButton() const { return moreInfo_; }
+    [[nodiscard]] QPushButton* AuthorButton() const { return authorInfo_; }
     [[nodiscard]] QPushButton* SaveGamesButton() const { return saveGames_; }
 
 private:
@@ -44,6 +45,7 @@ private:
     ElidedLabel* code_;
     ElidedLabel* place_;
     QPushButton* moreInfo_;
+    QPushButton* authorInfo_;
     QPushButton* saveGames_;
 };
 

@@ -226,6 +226,7 @@ void MainWindow::ConnectList()
     connect(view_, &QListView::activated, this, [this] { Play(); });
     connect(details_->PlayButton(), &QPushButton::clicked, this, &MainWindow::Play);
     connect(details_->MoreInfoButton(), &QPushButton::clicked, this, &MainWindow::MoreInfo);
+    connect(details_->AuthorButton(), &QPushButton::clicked, this, &MainWindow::ShowAuthor);
     connect(details_->SaveGamesButton(), &QPushButton::clicked, this,
             [this] { StartSavegameToolNow(session_); });
 }

@@ -93,6 +93,7 @@ private:
 
     void Play();
     void MoreInfo();
+    void ShowAuthor();
     void SaveCurrentArchive();
     void AddLevel();
     void RemoveChosen();

@@ -7,6 +7,7 @@
 #include "swap/marker.h"
 #include "ui/captions.h"
 #include "ui/dialog_add_folder.h"
+#include "ui/dialog_author.h"
 #include "ui/level_details.h"
 #include "ui/main_menu.h"
 #include "ui/qt_text.h"
@@ -103,6 +104,13 @@ void MainWindow::MoreInfo()
             return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelSelected));
         ShowMoreInfo(session_, *chosen_);
     });
+}
+
+void MainWindow::ShowAuthor()
+{
+    const std::ptrdiff_t index = chosen_ ? FindLevel(session_, *chosen_) : -1;
+    if (index >= 0 && session_.runningOperations == 0)
+        AuthorDialog(session_, static_cast<std::size_t>(index), this).exec();
 }
 
 void MainWindow::SaveCurrentArchive()

@@ -43,3 +43,17 @@ expect 0 equal --json
 json "[(p['code'], p['otherCode'], p['file']) for p in j] == [(1, 4, 'dawn.tr4'), (4, 1, 'dawn.tr4')]"
 expect 0 equal
 said "0004  tongues  has the same dawn.tr4 as  0001  dawn"
+
+# The author's data.
+expect 0 author 1 --name "Ada L." --email "a@b.org c@d.org" --site http://x.org --note "my first"
+expect 0 author 1
+said "Author: Ada L."
+said "Mail: c@d.org"
+expect 0 author 1 --email ""
+expect 0 author 1 --json
+json "j == {'code': 1, 'name': 'Ada L.', 'note': 'my first', 'emails': [], 'sites': ['http://x.org']}"
+expect 1 author 9
+expect 1 author 1 --name "$(printf 'a%.0s' {1..80})"
+errs "Game designer name too long"
+expect 0 info 1 --json
+json "j['author'] == 'Ada L.'"

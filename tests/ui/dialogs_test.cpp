@@ -1,5 +1,6 @@
 #include "ui/captions.h"
 #include "ui/dialog_add_folder.h"
+#include "ui/dialog_author.h"
 #include "ui/dialog_pref_arc.h"
 #include "ui/dialog_restore.h"
 #include "ui/dialog_settings.h"
@@ -9,6 +10,7 @@
 #include "window_world.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QSpinBox>
@@ -49,11 +51,13 @@ TEST(Dialogs, EveryCaptionFindsItsControl)
     FindTrleDialog find{world.session, finder, nullptr};
     RestoreDialog restore{world.session, nullptr};
     AddFolderDialog add{world.session, {}, nullptr};
+    AuthorDialog author{world.session, 0, nullptr};
     ProgressDialog progress{ProgressWindow::Progress, nullptr};
     ProgressDialog wait{ProgressWindow::Wait, nullptr};
     ProgressDialog zip{ProgressWindow::Zip, nullptr};
-    for (const QWidget* dialog : std::initializer_list<const QWidget*>{
-             &about, &newArc, &archive, &settings, &find, &restore, &add, &progress, &wait, &zip}) {
+    for (const QWidget* dialog :
+         std::initializer_list<const QWidget*>{&about, &newArc, &archive, &settings, &find,
+                                               &restore, &add, &author, &progress, &wait, &zip}) {
         EXPECT_EQ(CaptionFaults(*dialog), QStringList{}) << FromQt(dialog->objectName());
         EXPECT_FALSE(dialog->windowTitle().isEmpty()) << FromQt(dialog->objectName());
     }
@@ -240,6 +244,42 @@ TEST(AddFolder, SuggestsTheFoldersNameUntilAnotherIsTyped)
     EXPECT_TRUE(world.box.host.WasTold("This folder is not there"));
     name->setText("  ");
     EXPECT_FALSE(In<QPushButton>(dialog, "Pul_Ok")->isEnabled());
+}
+
+TEST(Author, TheListsFollowTheirButtonsAndARefusalKeepsTheWindow)
+{
+    using namespace std::string_literals;
+    WindowWorld world;
+    world.AddLevel("Level");
+    LevelRecord& record = world.session.levels[1];
+    record.authorName = "Ada";
+    record.authorNote = "one\r\ntwo";
+    record.authorEmails = "a@b\0c@d"s;
+    AuthorDialog dialog{world.session, 1, nullptr};
+    dialog.show();
+    auto* emails = In<QComboBox>(dialog, "Combo_Email");
+    EXPECT_EQ(emails->currentText(), "a@b");
+    QTest::keyClick(emails, Qt::Key_Down);
+    world.box.host.WillAskText("Change current email address", "e@f");
+    Press(dialog, "Pul_ChangeEmail");
+    EXPECT_EQ(emails->currentText(), "e@f");
+    Press(dialog, "Pul_SendMail");
+    EXPECT_EQ(world.box.machine.opened, std::vector<std::string>{"mailto:e@f"});
+    Press(dialog, "Pul_GoSito");
+    EXPECT_TRUE(world.box.host.WasTold("No selected site"));
+    world.box.host.WillAskText("Insert new url address", "www.x.org");
+    Press(dialog, "Pul_New_Sito");
+    In<QLineEdit>(dialog, "Text_NomeAutore")->setText(QString(80, 'a'));
+    Press(dialog, "Pul_Ok");
+    EXPECT_TRUE(world.box.host.WasTold("Game designer name too long"));
+    EXPECT_TRUE(dialog.isVisible());
+    In<QLineEdit>(dialog, "Text_NomeAutore")->setText("Bea");
+    Press(dialog, "Pul_Ok");
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(record.authorName, "Bea");
+    EXPECT_EQ(record.authorNote, "one\r\ntwo") << "as it was";
+    EXPECT_EQ(record.authorEmails, "a@b\0e@f"s);
+    EXPECT_EQ(record.authorSites, "www.x.org");
 }
 
 TEST(NewArchive, ClosingTheWindowMeansLoad)

@@ -212,10 +212,6 @@ TEST(MainWindow, CommandsThatComeLaterAreDisabledAndSayIt)
             EXPECT_EQ(action->toolTip(), "Not available yet");
         }
     }
-    for (const char* name : {"Pul_AutoreInfo"}) {
-        EXPECT_FALSE(world.Find(name)->isEnabled()) << name;
-        EXPECT_EQ(world.Find(name)->toolTip(), "Not available yet") << name;
-    }
     EXPECT_EQ(CaptionFaults(world.window), QStringList{});
     const auto caption = [&](const char* name) {
         return world.window.findChild<QAction*>(QString::fromLatin1(name))
