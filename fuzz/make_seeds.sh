@@ -87,4 +87,33 @@ seed savegame_records prf manager.prf
 seed level_config older older.cfg
 seed level_config whole kestrova.cfg
 
+# Pictures of every kind that is read: pixels in 1, 4, 8, 16, 24 and 32 bits, packed and not, and
+# jpegs in colours, in grey and for print.
+python3 - <<'PICTURES'
+import struct
+def bitmap(name, bits, width, height, pixels, packing=0, palette=b"", masks=b""):
+    offset = 54 + len(masks) + len(palette)
+    head = struct.pack("<IiiHHIIiiII", 40, width, height, 1, bits, packing, len(pixels), 0, 0,
+                       len(palette) // 4, 0)
+    with open(name, "wb") as file:
+        file.write(b"BM" + struct.pack("<IHHI", offset + len(pixels), 0, 0, offset) + head + masks +
+                   palette + pixels)
+grey = bytes(v for i in range(16) for v in (i * 17, i * 17, i * 17, 0))
+bitmap("1.bmp", 1, 9, 3, b"\xAA\x80\0\0" * 3, palette=grey[:8])
+bitmap("4.bmp", 4, 5, 3, b"\x12\x34\x50\0" * 3, palette=grey)
+bitmap("8.bmp", 8, 3, -3, b"\1\2\3\0" * 3, palette=grey)
+bitmap("8packed.bmp", 8, 4, 2, b"\x04\x03\0\0\0\x04\1\2\3\4\0\1", 1, grey)
+bitmap("4packed.bmp", 4, 4, 2, b"\x04\x12\0\0\0\x04\x12\x34\0\1", 2, grey)
+bitmap("16.bmp", 16, 2, 2, b"\x1F\x7C\xE0\x03" * 2)
+bitmap("24.bmp", 24, 3, 2, bytes(range(9)) + b"\0\0\0" + bytes(range(9)) + b"\0\0\0")
+bitmap("32.bmp", 32, 2, 1, b"\1\2\3\0\4\5\6\0", 3, masks=struct.pack("<III", 255, 65280, 16711680))
+bitmap("huge.bmp", 24, 100000, 100000, b"")
+PICTURES
+for name in *.bmp; do seed picture "$name" "$name"; done
+for form in "-colorspace sRGB" "-colorspace Gray" "-colorspace CMYK" "-interlace JPEG"; do
+    # shellcheck disable=SC2086
+    convert -size 24x16 gradient:red-blue $form "picture${form##* }.jpg"
+    seed picture "${form##* }.jpg" "picture${form##* }.jpg"
+done
+
 find "$corpus" -type f -printf '%6s %P\n' | sort -k2

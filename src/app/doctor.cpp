@@ -4,6 +4,7 @@
 #include "app/level_commands.h"
 #include "app/start_up.h"
 #include "catalogue/message.h"
+#include "platform/places.h"
 #include "swap/backup.h"
 #include "swap/recovery.h"
 
@@ -105,6 +106,21 @@ Finding Tool(Session& session, Msg tool, Msg remedy)
     return {true, name, TextOf(found), {}};
 }
 
+Finding Keys()
+{
+    switch (platform::SessionDesktop()) {
+    case platform::Desktop::None:
+        return Fine(Msg::DoctorKeys, GetMsg(Msg::DoctorKeysNone));
+    case platform::Desktop::X:
+        return Fine(Msg::DoctorKeys, GetMsg(Msg::DoctorKeysX));
+    case platform::Desktop::WaylandWithX:
+        return Fine(Msg::DoctorKeys, GetMsg(Msg::DoctorKeysWaylandX));
+    case platform::Desktop::Wayland:
+        break;
+    }
+    return Bad(Msg::DoctorKeys, GetMsg(Msg::DoctorKeysWayland), Msg::DoctorKeysRemedy);
+}
+
 /// The drives that a swap writes to, each once.
 void Drives(Session& session, std::vector<Finding>& findings)
 {
@@ -143,6 +159,7 @@ std::vector<Finding> Examine(Session& session)
     if (findings[1].fine)
         Game(session, findings);
     findings.push_back(Tool(session, Msg::DoctorToolOpen, Msg::DoctorToolOpenRemedy));
+    findings.push_back(Keys());
     Drives(session, findings);
     return findings;
 }

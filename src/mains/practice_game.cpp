@@ -1,6 +1,7 @@
 #include "practice/practice_script.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -27,7 +28,8 @@ constexpr const char* noPicture = "There is no load.bmp in this folder.";
 constexpr const char* saved = "Saved in slot %1";
 constexpr const char* notSaved = "Slot %1 could not be written";
 constexpr const char* savegames = "Savegames";
-constexpr const char* keys = "S  or  Enter   save            Q  or  Esc   quit";
+constexpr const char* keys =
+    "S  or  Enter   save        Print Screen   picture        Q  or  Esc   quit";
 } // namespace texts
 
 constexpr int slotCount = 15;
@@ -145,6 +147,10 @@ protected:
         case Qt::Key_Enter:
             if (!event->isAutoRepeat())
                 Save();
+            return;
+        case Qt::Key_Print:
+            // As the game's own system does it, which the desktop may leave undone.
+            QGuiApplication::clipboard()->setImage(grab().toImage());
             return;
         case Qt::Key_Q:
         case Qt::Key_Escape:

@@ -66,6 +66,17 @@ std::vector<MountedDrive> MountedDrives()
     return drives;
 }
 
+Desktop SessionDesktop()
+{
+    const auto has = [](const char* variable) {
+        const char* value = std::getenv(variable);
+        return value != nullptr && value[0] != '\0';
+    };
+    if (has("WAYLAND_DISPLAY"))
+        return has("DISPLAY") ? Desktop::WaylandWithX : Desktop::Wayland;
+    return has("DISPLAY") ? Desktop::X : Desktop::None;
+}
+
 std::error_code OpenWithDesktop(const std::string& fileOrAddress, const fs::path& folder)
 {
     std::int64_t pid = 0;

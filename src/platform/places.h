@@ -24,6 +24,10 @@ struct MountedDrive {
 /// Real disks only: one row a mount point, in the order of the system.
 std::vector<MountedDrive> MountedDrives();
 
+/// What the session that this process belongs to can show windows on.
+enum class Desktop { None, X, Wayland, WaylandWithX };
+Desktop SessionDesktop();
+
 /// Hands a file or an address to the desktop (`xdg-open`).
 std::error_code OpenWithDesktop(const std::string& fileOrAddress,
                                 const std::filesystem::path& folder);

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kestrova
@@ -15,6 +16,9 @@ struct Drive {
     std::uint64_t free = 0;
     bool writable = false;
 };
+
+/// Keys that work while the game has the screen.
+enum class GameKey { F9, F11 };
 
 /// What the desktop gives. Real over `platform/`, faked in tests.
 class Machine
@@ -37,10 +41,22 @@ public:
     virtual std::vector<platform::RunningProgram> ProgramsRunningIn(const Path& folder) = 0;
     /// The executable of that name on the system's path; empty when there is none.
     virtual Path FindTool(const std::string& name) = 0;
+    /// Whether the desktop tells of keys that are pressed in other programs' windows.
+    virtual bool SeesKeys() = 0;
+    /// True while the key is down, whichever window has the keyboard, and once for a press that
+    /// came and went since the last question.
+    virtual bool IsKeyDown(GameKey key) = 0;
+    /// Types digits, and Enter for a line feed, into the window that has the keyboard.
+    virtual void TypeKeys(std::string_view keys) = 0;
+    /// Gives the keyboard to the window of that title, and waits for it. False when there is none.
+    virtual bool ActivateWindow(const std::string& title) = 0;
+    /// The picture on the clipboard as the bytes of a bitmap or jpeg; empty when there is none. A
+    /// failure when its owner does not hand it over now. It may take seconds.
+    virtual Result<std::string> ClipboardPicture() = 0;
     virtual void ClearClipboard() = 0;
 };
 
-/// The machine that this program runs on. A face with a clipboard overrides `ClearClipboard`.
+/// The machine that this program runs on, without what only windows reach: keys and clipboard.
 class DesktopMachine : public Machine
 {
 public:
@@ -54,6 +70,11 @@ public:
     std::optional<int> ExitOf(std::int64_t pid) override;
     std::vector<platform::RunningProgram> ProgramsRunningIn(const Path& folder) override;
     Path FindTool(const std::string& name) override;
+    bool SeesKeys() override { return false; }
+    bool IsKeyDown(GameKey) override { return false; }
+    void TypeKeys(std::string_view) override {}
+    bool ActivateWindow(const std::string&) override { return false; }
+    Result<std::string> ClipboardPicture() override { return std::string{}; }
     void ClearClipboard() override {}
 };
 

@@ -98,6 +98,7 @@ Result<ProgramSettings> ReadSettings(const Path& programFolder)
     settings.historyCount = NumberValue(keys.get(), "history-count", settings.historyCount);
     settings.historyMegabytes =
         NumberValue(keys.get(), "history-megabytes", settings.historyMegabytes);
+    settings.unseenKeysTold = NumberValue(keys.get(), "unseen-keys-told", 0) != 0;
     if (char** names = g_key_file_get_keys(keys.get(), exactGroup, nullptr, nullptr)) {
         for (char** name = names; *name != nullptr; ++name)
             if (char* value = g_key_file_get_string(keys.get(), exactGroup, *name, nullptr)) {
@@ -119,6 +120,8 @@ Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
     g_key_file_set_integer(keys.get(), programGroup, "history-count", settings.historyCount);
     g_key_file_set_integer(keys.get(), programGroup, "history-megabytes",
                            settings.historyMegabytes);
+    if (settings.unseenKeysTold)
+        g_key_file_set_integer(keys.get(), programGroup, "unseen-keys-told", 1);
     g_key_file_remove_group(keys.get(), exactGroup, nullptr);
     for (const auto& [field, folder] : settings.exactFolders)
         g_key_file_set_string(keys.get(), exactGroup, field.c_str(), Escaped(folder).c_str());

@@ -16,6 +16,7 @@ struct ProgramSettings {
     std::string wineWords;               ///< extra words behind it, parted by blanks
     std::int32_t historyCount = 200;     ///< kept files a level
     std::int32_t historyMegabytes = 200; ///< kept bytes a level
+    bool unseenKeysTold = false;         ///< that this desktop keeps keys to itself was said once
     /// Exact folders whose letters the code page of a record cannot hold, by the field's name.
     std::map<std::string, std::string> exactFolders;
 };

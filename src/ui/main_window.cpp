@@ -136,6 +136,7 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     });
     ConnectList();
     ConnectShots();
+    WatchPlay();
     BuildKeys();
     SetCaptions(*this);
     setWindowTitle(Words(Msg::ProgramName));

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "session/session.h"
+#include "saves/game_watch.h"
+#include "saves/hot_keys.h"
 #include "swap/level_language.h"
 #include "ui/level_model.h"
 
@@ -102,6 +103,10 @@ private:
     /// The commands of the menu of screen-shots.
     std::map<std::string, std::function<void()>> ShotCommands();
     void ConnectShots();
+    void WatchPlay();
+    void LookForGame();
+    void ShowGame();
+    void GameHasStarted();
     void ZoomShot(std::ptrdiff_t index);
     void ResizeShot();
     void ImportShotsOfStore();
@@ -118,6 +123,11 @@ private:
     QSplitter* splitter_ = nullptr;
     LevelDetails* details_ = nullptr;
     QProgressBar* bar_ = nullptr;
+    QLabel* game_ = nullptr;
+    HotKeys hotKeys_{session_};
+    GameWatch gameWatch_{session_};
+    QTimer keysTimer_{this};
+    QTimer gameTimer_{this};
     std::optional<LevelCode> chosen_;
     QTimer showSoon_; ///< so that running through the list does not decode every picture
 };

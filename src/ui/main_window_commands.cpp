@@ -91,9 +91,11 @@ void MainWindow::Play()
     Run([this] {
         if (!chosen_)
             return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelToPlay));
-        if (PlayLevel(session_, *chosen_))
-            statusBar()->showMessage(Words(Msg::GameStarted, {LevelNameOf(session_, *chosen_)}),
-                                     statusMs);
+        if (!PlayLevel(session_, *chosen_))
+            return;
+        statusBar()->showMessage(Words(Msg::GameStarted, {LevelNameOf(session_, *chosen_)}),
+                                 statusMs);
+        GameHasStarted();
     });
 }
 

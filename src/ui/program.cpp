@@ -1,5 +1,6 @@
 #include "ui/program.h"
 
+#include "platform/places.h"
 #include "ui/dialogs_small.h"
 #include "ui/host_windows.h"
 #include "ui/icons.h"
@@ -76,6 +77,15 @@ void MendHintColour()
     QApplication::setPalette(mended);
 }
 
+/// Only as a program of X do the windows learn of keys that are pressed in the game, which is one
+/// under Wine. Whoever chose otherwise is followed.
+void PreferX()
+{
+    if (platform::SessionDesktop() == platform::Desktop::WaylandWithX &&
+        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+}
+
 /// The splash, when the player has put a picture there.
 std::unique_ptr<SplashDialog> ShowSplash(const Path& programFolder)
 {
@@ -114,6 +124,7 @@ int RunWindows(int argc, char** argv)
 {
     if (const auto exitCode = AnswerAtOnce(argc, argv))
         return *exitCode;
+    PreferX();
     QApplication application(argc, argv);
     const Options options = ReadOptions(QApplication::arguments());
     if (options.wrong) {

@@ -158,6 +158,15 @@ Result<std::int64_t> FakeMachine::Start(const platform::Launch& launch)
     return std::int64_t{4711};
 }
 
+Result<std::string> FakeMachine::ClipboardPicture()
+{
+    ++clipboardReads;
+    now += clipboardTakes;
+    if (clipboardBusy)
+        return Failure{ErrorCode::CannotRead, {}, "in use"};
+    return clipboard;
+}
+
 Path FakeMachine::FindTool(const std::string& name)
 {
     const auto found = tools.find(name);

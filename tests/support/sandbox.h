@@ -84,6 +84,14 @@ public:
     std::map<std::string, Path> tools;
     bool startFails = false;
     int clipboardCleared = 0;
+    bool seesKeys = true;
+    std::set<GameKey> keysDown;
+    std::string typed;
+    std::string windowOfGame; ///< the title that `ActivateWindow` finds
+    std::string clipboard;    ///< a picture's bytes
+    int clipboardReads = 0;
+    bool clipboardBusy = false;
+    std::int64_t clipboardTakes = 0; ///< nanoseconds a read
 
     std::int64_t NowNs() override { return now; }
     std::string BootId() override { return bootId; }
@@ -99,7 +107,16 @@ public:
         return running;
     }
     Path FindTool(const std::string& name) override;
-    void ClearClipboard() override { ++clipboardCleared; }
+    bool SeesKeys() override { return seesKeys; }
+    bool IsKeyDown(GameKey key) override { return keysDown.contains(key); }
+    void TypeKeys(std::string_view keys) override { typed += keys; }
+    bool ActivateWindow(const std::string& title) override { return title == windowOfGame; }
+    Result<std::string> ClipboardPicture() override;
+    void ClearClipboard() override
+    {
+        clipboard.clear();
+        ++clipboardCleared;
+    }
 };
 
 class PlainList : public LevelList

@@ -1,4 +1,7 @@
+#include "pictures/bitmap.h"
+#include "records/preferences.h"
 #include "ui/captions.h"
+#include "ui/dialog_cattura.h"
 #include "ui/dialog_import_shot.h"
 #include "ui/dialog_resize.h"
 #include "ui/dialog_screen_shot.h"
@@ -8,6 +11,8 @@
 #include "window_world.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QMenu>
 #include <QProgressBar>
@@ -162,6 +167,78 @@ TEST(ImportShotDialog, TakesThoseOfOneLevelOrOfAll)
     EXPECT_EQ(all.result(), QDialog::Accepted);
     EXPECT_TRUE(world.box.Has(folder + "2) Lost City.jpg"));
     EXPECT_TRUE(world.box.Has("levels/LEVEL_0002/screenshots/1) Second.jpg"));
+}
+
+TEST(CaptureDialog, ShowsThePictureAndClosesOnlyWhenItIsDecided)
+{
+    ShotWindows world;
+    world.session.preferences.promptCapture = true;
+    world.box.machine.windowOfGame = "Tomb Raider - The Last Revelation";
+    CapturedShot shot{{40, 30, {}}, 1, world.box / folder};
+    shot.picture.rgb.assign(40 * 30 * 3, 90);
+    {
+        CaptureDialog dialog{world.session, shot, nullptr};
+        EXPECT_EQ(CaptionFaults(dialog), QStringList{});
+        EXPECT_EQ(FromQt(dialog.windowTitle()), " Tomb Raider screen-shot captured");
+        EXPECT_EQ(dynamic_cast<PictureView*>(In<QWidget>(dialog, "Image1"))->Shown().size(),
+                  QSize(40, 30));
+        dialog.show();
+        In<QCheckBox>(dialog, "Check_AutoSave")->click();
+        EXPECT_FALSE(world.session.preferences.promptCapture);
+        const auto kept = ParsePreferences(world.box.Read("home/Kestrova.prf"));
+        EXPECT_FALSE(kept.promptCapture) << "at once";
+        world.box.host.WillChoose("Save captured", std::nullopt);
+        In<QPushButton>(dialog, "Pul_Save")->click();
+        EXPECT_TRUE(dialog.isVisible()) << "a cancelled chooser decides nothing";
+        EXPECT_TRUE(world.box.machine.typed.empty());
+        world.box.host.WillChoose("Save captured", world.box / (folder + "mine.jpg"));
+        In<QPushButton>(dialog, "Pul_Save")->click();
+        EXPECT_EQ(dialog.result(), QDialog::Accepted);
+        EXPECT_EQ(world.box.machine.typed, "\n") << "the game has the keyboard again";
+    }
+    EXPECT_EQ(world.Saved(folder + "mine.jpg").size(), QSize(40, 30));
+    CaptureDialog dropped{world.session, shot, nullptr};
+    In<QPushButton>(dropped, "Pul_Cancel")->click();
+    EXPECT_EQ(world.box.machine.typed, "\n\n");
+}
+
+TEST(Play, ArmsTheKeysShowsTheGameAndSaysOnceWhenKeysAreNotSeen)
+{
+    ShotWindows world;
+    world.box.Write("trle/tomb4.exe", "#!/bin/sh\n");
+    world.Show();
+    world.list.Select(world.code);
+    auto* timer = world.window.findChild<QTimer*>("Timer1");
+    EXPECT_FALSE(world.Find("Label_Game")->isVisible());
+    EXPECT_FALSE(world.session.hotKeysActive);
+    world.box.machine.seesKeys = false;
+    world.Click("Pul_Play");
+    ASSERT_EQ(world.box.machine.started.size(), 1U) << world.box.host.AllTold();
+    EXPECT_TRUE(world.session.hotKeysActive);
+    ASSERT_TRUE(world.box.host.WasTold("F9, F11 and Print Screen do not reach Kestrova"));
+    EXPECT_NE(world.box.Read("home/kestrova.ini").find("unseen-keys-told"), std::string::npos);
+    world.box.host.told.clear();
+    world.box.machine.running = {{4711, "tomb4.exe"}};
+    world.Click("Pul_Play");
+    EXPECT_FALSE(world.box.host.WasTold("do not reach")) << "once is enough";
+    EXPECT_TRUE(world.Find("Label_Game")->isVisible());
+    EXPECT_EQ(world.TextOfLabel("Label_Game"), "Game running");
+    world.box.machine.seesKeys = true;
+    world.Click("Pul_Play");
+    EXPECT_EQ(world.TextOfLabel("Label_Game"), "Game running (F9, F11, Print Screen)");
+
+    // A tick of the window's own timer takes a picture that comes onto the clipboard.
+    ASSERT_NE(timer, nullptr);
+    EXPECT_TRUE(timer->isActive());
+    EXPECT_EQ(timer->interval(), 150);
+    QImage copied(8, 8, QImage::Format_RGB32);
+    copied.fill(Qt::red);
+    world.box.machine.clipboard = EncodeBitmap(PictureOf(copied));
+    QTest::qWait(400); // the keys are armed
+    QApplication::clipboard()->setImage(copied);
+    for (int i = 0; i < 50 && !world.box.Has(folder + "1) Lost City.jpg"); ++i)
+        QTest::qWait(50);
+    EXPECT_EQ(world.TextOfLabel("Label_InfoImage1"), "1) Lost City");
 }
 
 TEST(ShotMenu, ActsOnThePictureUnderTheRightButtonOrAsks)

@@ -1,0 +1,19 @@
+#include "app/play_words.h"
+
+#include "app/start_up.h"
+#include "catalogue/message.h"
+
+namespace kestrova
+{
+
+void TellOfUnseenKeysOnce(Session& session)
+{
+    if (session.machine.SeesKeys() || session.settings.unseenKeysTold)
+        return;
+    session.settings.unseenKeysTold = true;
+    const std::string gap = std::string{lineBreak}.append(lineBreak);
+    session.host.Tell(Tone::Plain, GetMsg(Msg::KeysNotSeen, {gap, gap}));
+    SavePreferencesNow(session);
+}
+
+} // namespace kestrova
