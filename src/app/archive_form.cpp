@@ -60,6 +60,11 @@ void ArchiveForm::SetCompress(bool on)
     session_.archive.compressLevels = on;
 }
 
+void ArchiveForm::SetWavInMp3(bool on)
+{
+    session_.archive.wavInMp3 = on;
+}
+
 void ArchiveForm::BrowseMain()
 {
     Browse(!AnyLevelOnCd(session_));

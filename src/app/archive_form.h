@@ -27,6 +27,7 @@ public:
 
     [[nodiscard]] ArchiveFacts Facts() const;
     void SetCompress(bool on);
+    void SetWavInMp3(bool on);
     /// Choosers. A folder that holds none of the archive's levels is refused in words.
     void BrowseMain();
     void BrowseSecondary();

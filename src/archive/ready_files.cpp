@@ -1,4 +1,5 @@
 #include "archive/file_jobs.h"
+#include "archive/ready_audio.h"
 #include "archive/storage.h"
 #include "archive/stored_form.h"
 #include "archive/zl_file.h"
@@ -92,27 +93,18 @@ Result<std::vector<StoredFile>> Examine(const Path& folder)
 /// In listing order; a load picture that could not be converted stays what it was.
 std::vector<ReadyFile> InOrder(std::vector<StoredFile> files)
 {
-    std::vector<std::pair<std::string, ReadyFile>> keyed;
-    const auto add = [&](ReadyFile file) {
-        std::string key = UpperCase(file.name);
-        keyed.emplace_back(std::move(key), std::move(file));
-    };
+    std::vector<ReadyFile> ready;
     for (StoredFile& file : files) {
         if (file.converted) {
-            add(std::move(file.ready));
+            ready.push_back(std::move(file.ready));
             continue;
         }
         if (file.under)
-            add(*file.under);
+            ready.push_back(*file.under);
         file.ready.name = file.ready.path.filename().native();
-        add(std::move(file.ready));
+        ready.push_back(std::move(file.ready));
     }
-    std::sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) {
-        return a.first != b.first ? a.first < b.first : a.second.name < b.second.name;
-    });
-    std::vector<ReadyFile> ready;
-    for (auto& [key, file] : keyed)
-        ready.push_back(std::move(file));
+    SortByListing(ready);
     return ready;
 }
 
@@ -198,6 +190,16 @@ Status PlanPicture(StoredFile& file)
     return {};
 }
 
+Result<std::string> StoredContent(const ReadyFile& file)
+{
+    if (!EndsWithName(file.path.native(), RowText(Msg::ZlExtension)))
+        return ReadWholeFile(file.path, maxZlContent);
+    const auto bytes = ZlExpander::OfThisThread().ExpandFile(file.path, maxZlContent);
+    if (!bytes)
+        return bytes.Error();
+    return std::string{*bytes};
+}
+
 Status PlanStream(StoredFile& file)
 {
     const auto size = ExpandedSizeOfZl(file.ready.path, maxZlContent);
@@ -222,11 +224,15 @@ Result<std::vector<ReadyFile>> PlanLevelFiles(const Path& folder)
             }));
     if (const auto status = RunFileJobs(std::move(jobs), nullptr); !status)
         return status.Error();
-    return InOrder(std::move(*files));
+    std::vector<ReadyFile> ready = InOrder(std::move(*files));
+    if (AnyMp3(ready))
+        NameAsWaves(ready, StoredContent);
+    return ready;
 }
 
 Result<std::vector<ReadyFile>> ReadyLevelFiles(Session& session, const Path& folder,
-                                               const Path& staging, bool, ProgressScope* progress)
+                                               const Path& staging, bool mp3ToWave,
+                                               ProgressScope* progress)
 {
     auto files = Examine(folder);
     if (!files)
@@ -247,17 +253,23 @@ Result<std::vector<ReadyFile>> ReadyLevelFiles(Session& session, const Path& fol
                 return file.form == StoredAs::Jpeg ? ConvertInto(file, target)
                                                    : ExpandInto(file.ready, target, space);
             }));
-    if (jobs.empty())
-        return InOrder(std::move(*files));
-    Status status = MakeFolders(place);
-    if (status)
-        status = RunFileJobs(std::move(jobs), progress);
-    if (!status) {
+    const auto fails = [&](const Failure& failure) {
         if (FolderExists(place))
             (void)RemoveTree(place); // the first failure is the one to tell; a rest goes next time
-        return status.Error();
-    }
-    return InOrder(std::move(*files));
+        return failure;
+    };
+    const auto isMp3 = [](const StoredFile& file) { return IsMp3Name(file.ready.name); };
+    const bool decodes = mp3ToWave && std::any_of(files->begin(), files->end(), isMp3);
+    if (!jobs.empty() || decodes)
+        if (const auto status = MakeFolders(place); !status)
+            return fails(status.Error());
+    if (!jobs.empty())
+        if (const auto status = RunFileJobs(std::move(jobs), progress); !status)
+            return fails(status.Error());
+    std::vector<ReadyFile> ready = InOrder(std::move(*files));
+    if (decodes && !DecodeReadyFiles(session, ready, place))
+        return fails({ErrorCode::Stopped, {}, {}});
+    return ready;
 }
 
 } // namespace kestrova

@@ -2,6 +2,7 @@
 
 #include "archive/file_jobs.h"
 #include "archive/level_folders.h"
+#include "archive/stored_audio.h"
 #include "archive/stored_form.h"
 #include "archive/tr4_index.h"
 #include "archive/zl_file.h"
@@ -171,6 +172,14 @@ bool Told(Session& session, const Status& status)
     return bool{status};
 }
 
+std::vector<LevelFile> FilesOf(const Path& folder)
+{
+    std::vector<LevelFile> files;
+    for (const Path& file : ListFiles(folder, RowText(Msg::PatAll)))
+        files.push_back({file.filename().native(), file});
+    return files;
+}
+
 Status WriteIndex(const Session& session, LevelCode code, const std::vector<LevelFile>& files)
 {
     std::vector<Tr4Entry> entries;
@@ -192,9 +201,15 @@ bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<Level
         session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
         return false;
     }
-    const bool compress = session.archive.compressLevels && code != originalCode;
+    const bool converts = code != originalCode;
+    const bool compress = session.archive.compressLevels && converts;
     const Path target = ResolvePath(InFolder(folder, RowText(Msg::DirFiles)));
-    return Told(session, FillAndExchange(StepsFor(files, compress), target, label));
+    if (!converts || !session.archive.wavInMp3)
+        return Told(session, FillAndExchange(StepsFor(files, compress), target, label));
+    const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
+    std::vector<LevelFile> encoded = files;
+    return EncodeWaves(session, encoded, work.Folder()) &&
+           Told(session, FillAndExchange(StepsFor(encoded, compress), target, label));
 }
 
 bool StoreLevelFiles(Session& session, const Path& source, std::size_t index, ProgressScope* label)
@@ -202,9 +217,7 @@ bool StoreLevelFiles(Session& session, const Path& source, std::size_t index, Pr
     const LevelCode code = session.levels[index].levelCode;
     if (!FolderExists(source))
         return Told(session, MakeFailure(ErrorCode::Missing, TextOf(source)));
-    std::vector<LevelFile> files;
-    for (const Path& file : ListFiles(source, RowText(Msg::PatAll)))
-        files.push_back({file.filename().native(), file});
+    const std::vector<LevelFile> files = FilesOf(source);
     const Path home = InFolder(LevelHomeOf(session, code), RowText(Msg::DirFiles));
     if (!SameFolder(source, home))
         return StoreFilesOfLevel(session, code, files, label);
@@ -212,9 +225,12 @@ bool StoreLevelFiles(Session& session, const Path& source, std::size_t index, Pr
         return false;
     if (const auto status = WriteIndex(session, code, files); !status)
         return Told(session, status);
+    const Path place = ResolvePath(source);
+    if (session.archive.wavInMp3 && !EncodeWavesInPlace(session, place))
+        return false;
     if (!session.archive.compressLevels)
         return true;
-    return Told(session, ConvertInPlace(StepsFor(files, true), ResolvePath(source), label));
+    return Told(session, ConvertInPlace(StepsFor(FilesOf(place), true), place, label));
 }
 
 } // namespace kestrova

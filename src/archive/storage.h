@@ -2,8 +2,8 @@
 
 #include "session/session.h"
 
-/// The stored form of a level's files: `.tr4`, `.wav` and `.mp3` deflated to `.zl`, `load.bmp` as
-/// `load.jpg`, everything else as it is.
+/// The stored form of a level's files: waves as mp3 where the archive wishes so, `.tr4`, `.wav` and
+/// `.mp3` deflated to `.zl`, `load.bmp` as `load.jpg`, everything else as it is.
 namespace kestrova
 {
 
@@ -39,12 +39,15 @@ struct ReadyFile {
 };
 
 /// What a stored folder gives, in listing order, without touching anything: names and sizes of the
-/// files as the game needs them. `path` is the stored file.
+/// files as the game needs them, an mp3 as the wave that it becomes, whose size is told to within
+/// a block. `path` is the stored file.
 Result<std::vector<ReadyFile>> PlanLevelFiles(const Path& folder);
 
 /// Makes the files of a stored folder ready: what is compressed is expanded into `staging` (made
-/// when needed, on all cores), the rest stays where it is. Proves every `.zl` on the way. On a
-/// failure the staging folder is removed and the failure names the file; nothing else was changed.
+/// when needed, on all cores), the rest stays where it is. Proves every `.zl` on the way. With
+/// `mp3ToWave` mp3 files become waves of the game's form; a failure there is shown, and comes back
+/// as `Stopped`. On a failure the staging folder is removed and the failure names the file; nothing
+/// else was changed.
 Result<std::vector<ReadyFile>> ReadyLevelFiles(Session& session, const Path& folder,
                                                const Path& staging, bool mp3ToWave,
                                                ProgressScope* progress);

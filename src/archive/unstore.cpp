@@ -39,7 +39,8 @@ bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool 
 {
     result.clear();
     if (FolderExists(folder) && !AnyFile(folder, RowText(Msg::PatternZl)) &&
-        !FileExists(folder / RowText(Msg::LoadJpg)))
+        !FileExists(folder / RowText(Msg::LoadJpg)) &&
+        !(mp3ToWave && AnyFile(folder, "*" + GetMsg(Msg::Mp3Extension))))
         return true;
     const Path temp = InFolder(session.programFolder, RowText(Msg::DirTempDec));
     const auto zip =

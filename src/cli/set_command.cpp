@@ -198,8 +198,6 @@ Exit RunSet(Run& run)
     row->set(run.session, words[1]);
     if (row->ofArchive) {
         SaveArchive(run.session);
-        if (row->name == "mp3" && run.session.archive.wavInMp3)
-            run.host.Tell(Tone::Warning, GetMsg(Msg::Mp3NotYet));
         if (run.session.archiveDirty)
             return EndWork(run, false);
     }

@@ -176,7 +176,7 @@ Result<std::vector<Placement>> PlacedFiles(Session& session, LevelCode code, con
         return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
     if (!FolderExists(source))
         return Failure{ErrorCode::Missing, TextOf(source), {}};
-    auto ready = ReadyLevelFiles(session, source, staging, false, nullptr);
+    auto ready = ReadyLevelFiles(session, source, staging, true, nullptr);
     if (!ready)
         return ready.Error();
     std::vector<std::string> refused;

@@ -47,7 +47,7 @@ ArchiveDialog::ArchiveDialog(Session& session, QWidget* parent)
     auto* mp3 = new QCheckBox(this);
     mp3->setObjectName(QStringLiteral("Check_WavInMp3"));
     mp3->setChecked(session.archive.wavInMp3);
-    MarkNotAvailable(*mp3);
+    connect(mp3, &QCheckBox::toggled, this, [this](bool on) { form_.SetWavInMp3(on); });
     auto* newOnly = new QLabel(this);
     newOnly->setObjectName(QStringLiteral("Label_NewOnly"));
     newOnly->setWordWrap(true);

@@ -67,16 +67,25 @@ ProgressDialog::ProgressDialog(ProgressWindow window, QWidget* parent)
     label_->setTextFormat(Qt::PlainText);
     label_->setWordWrap(true);
     label_->setMinimumWidth(textWidth);
-    bar_->setObjectName(QStringLiteral("ProgressBar1"));
+    const bool audio = window == ProgressWindow::Audio;
+    bar_->setObjectName(audio ? QStringLiteral("ProgrBar_Tutti1") : QStringLiteral("ProgressBar1"));
     bar_->setRange(0, barSteps);
     bar_->setTextVisible(false);
+    if (audio) {
+        part_ = new QProgressBar(this);
+        part_->setObjectName(QStringLiteral("ProgressBar_Singolo"));
+        part_->setRange(0, barSteps);
+        part_->setTextVisible(false);
+    }
     // The other two have a bar only while somebody steps one.
-    bar_->setVisible(window == ProgressWindow::Progress);
+    bar_->setVisible(audio || window == ProgressWindow::Progress);
     stop_->setObjectName(QStringLiteral("Pul_Stop"));
     stop_->setAutoDefault(false);
     stop_->hide();
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(label_);
+    if (part_ != nullptr)
+        layout->addWidget(part_);
     layout->addWidget(bar_);
     layout->addWidget(stop_, 0, Qt::AlignRight);
     connect(stop_, &QPushButton::clicked, this, &ProgressDialog::Stop);
@@ -96,6 +105,12 @@ void ProgressDialog::SetBar(std::uint64_t done, std::uint64_t total)
     if (total > 0)
         bar_->setVisible(true);
     ShowShare(*bar_, done, total);
+}
+
+void ProgressDialog::SetPart(std::uint64_t done, std::uint64_t total)
+{
+    if (part_ != nullptr)
+        ShowShare(*part_, done, total);
 }
 
 void ProgressDialog::AllowStop()
@@ -151,6 +166,12 @@ void WindowProgress::SetBar(std::uint64_t done, std::uint64_t total)
 {
     if (dialog_ != nullptr)
         dialog_->SetBar(done, total);
+}
+
+void WindowProgress::SetPart(std::uint64_t done, std::uint64_t total)
+{
+    if (dialog_ != nullptr)
+        dialog_->SetPart(done, total);
 }
 
 void WindowProgress::AllowStop()

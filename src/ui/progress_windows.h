@@ -24,7 +24,7 @@ private:
     QElapsedTimer sinceLast_;
 };
 
-/// `Dialog_Progress`, `Dialog_Wait` and `Dialog_Zip`.
+/// `Dialog_Progress`, `Dialog_Wait`, `Dialog_Zip`, and `Dialog_ConvertiMp3` with a second bar.
 class ProgressDialog : public QDialog
 {
 public:
@@ -32,6 +32,7 @@ public:
 
     void SetLabel(const QString& text);
     void SetBar(std::uint64_t done, std::uint64_t total);
+    void SetPart(std::uint64_t done, std::uint64_t total);
     void AllowStop();
     [[nodiscard]] bool Stopped() const { return stopped_; }
 
@@ -43,6 +44,7 @@ private:
     void Stop();
 
     QLabel* label_;
+    QProgressBar* part_ = nullptr; ///< of the step under way
     QProgressBar* bar_;
     QPushButton* stop_;
     bool stopped_ = false;
@@ -58,6 +60,7 @@ public:
 
     void SetLabel(const std::string& text) override;
     void SetBar(std::uint64_t done, std::uint64_t total) override;
+    void SetPart(std::uint64_t done, std::uint64_t total) override;
     void AllowStop() override;
     bool Step() override;
 

@@ -1,0 +1,146 @@
+#include "archive/stored_audio.h"
+
+#include "audio/audio_batch.h"
+#include "catalogue/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// What an encoding came to.
+enum class Encoded { All, AcceptedLoss, No };
+
+Encoded Judge(Session& session, AudioBatch& batch)
+{
+    if (batch.Run())
+        return Encoded::All;
+    session.host.Tell(Tone::Error, GetMsg(Msg::AudioCompressionFailed) + batch.StatusText());
+    return session.host.AskYesNo(GetMsg(Msg::ContinueFileCopy)) ? Encoded::AcceptedLoss
+                                                                : Encoded::No;
+}
+
+bool IsWave(const std::string& name)
+{
+    return EndsWithName(name, RowText(Msg::WavExtension));
+}
+
+/// A wave under the name that it has in the level.
+Status NamedSource(const LevelFile& file, const Path& work, Path& source)
+{
+    source = file.path;
+    if (EqualNames(file.path.filename().native(), file.name))
+        return {};
+    source = work / file.name;
+    return CopyFileOver(file.path, source);
+}
+
+std::string PatternOf(Msg extension)
+{
+    return "*" + GetMsg(extension);
+}
+
+} // namespace
+
+WorkingFolder::WorkingFolder(Path folder) : folder_(std::move(folder))
+{
+    if (FolderExists(folder_)) // left by a killed program
+        (void)RemoveTree(folder_);
+    (void)MakeFolders(folder_); // the first file in it tells of a failure
+}
+
+WorkingFolder::~WorkingFolder()
+{
+    (void)RemoveTree(folder_); // the next use clears what stays
+}
+
+bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& work)
+{
+    // Of two files of one name the later one counts, as in the stored folder.
+    std::vector<LevelFile> waves;
+    for (const LevelFile& file : files) {
+        if (!IsWave(file.name))
+            continue;
+        std::erase_if(waves,
+                      [&](const LevelFile& other) { return EqualNames(other.name, file.name); });
+        waves.push_back(file);
+    }
+    if (waves.empty())
+        return true;
+    std::vector<Path> sources;
+    for (const LevelFile& wave : waves) {
+        Path source;
+        if (const auto status = NamedSource(wave, work, source); !status) {
+            TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
+            return false;
+        }
+        sources.push_back(std::move(source));
+    }
+    AudioBatch batch{session, sources, work, AudioKind::Mp3};
+    const Encoded encoded = Judge(session, batch);
+    if (encoded == Encoded::No)
+        return false;
+    std::erase_if(files, [](const LevelFile& file) { return IsWave(file.name); });
+    for (std::size_t i = 0; i < waves.size(); ++i) {
+        const auto pair =
+            std::find_if(batch.Converted().begin(), batch.Converted().end(),
+                         [&](const AudioBatch::Pair& done) { return done.source == sources[i]; });
+        if (pair != batch.Converted().end())
+            files.push_back(
+                {StripExtension(waves[i].name) + GetMsg(Msg::Mp3Extension), pair->result});
+        else if (encoded == Encoded::All)
+            files.push_back(waves[i]); // the person passed it over
+    }
+    return true;
+}
+
+bool EncodeWavesInPlace(Session& session, const Path& folder)
+{
+    const std::vector<Path> waves = ListFiles(folder, PatternOf(Msg::WavExtension));
+    if (waves.empty())
+        return true;
+    AudioBatch batch{session, waves, folder, AudioKind::Mp3};
+    const Encoded encoded = Judge(session, batch);
+    if (encoded == Encoded::No)
+        return false;
+    Status status = DeleteConverted(batch);
+    if (encoded == Encoded::AcceptedLoss)
+        for (const Path& wave : waves)
+            if (status)
+                status = DeleteFile(wave);
+    if (!status)
+        TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
+    return bool{status};
+}
+
+bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
+{
+    const std::vector<Path> sources =
+        ListFiles(folder, PatternOf(toMp3 ? Msg::WavExtension : Msg::Mp3Extension));
+    if (sources.empty())
+        return true;
+    const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
+    AudioBatch batch{session, sources, work.Folder(), toMp3 ? AudioKind::Mp3 : AudioKind::Adpcm};
+    if (!batch.Run())
+        return false;
+    CopyOptions compared;
+    compared.verify = Verify::Content;
+    compared.flush = true;
+    for (const AudioBatch::Pair& pair : batch.Converted()) {
+        Status status = CopyFileOver(pair.result, folder / pair.result.filename(), compared);
+        if (status)
+            status = FlushFolder(folder);
+        if (status)
+            status = DeleteFile(pair.source);
+        if (!status) {
+            TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace kestrova
