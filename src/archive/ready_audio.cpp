@@ -79,12 +79,14 @@ void NameAsWaves(std::vector<ReadyFile>& files,
     constexpr int rate = 44100;
     const MsAdpcmEncoder encoder{channels, rate};
     for (ReadyFile& file : TakeMp3s(files)) {
-        if (const auto bytes = contentOf(file)) {
-            const MpegFacts sound = ScanMpeg(*bytes);
-            if (sound.frames > 0)
-                file.size = encoder.WaveSize(sound.samples * rate /
-                                             static_cast<std::uint64_t>(sound.first.rate));
+        const auto bytes = contentOf(file);
+        const MpegFacts sound = bytes ? ScanMpeg(*bytes) : MpegFacts{};
+        if (sound.frames == 0) {
+            files.push_back(std::move(file));
+            continue;
         }
+        file.size =
+            encoder.WaveSize(sound.samples * rate / static_cast<std::uint64_t>(sound.first.rate));
         file.name = WaveName(file);
         PutWave(files, std::move(file));
     }
@@ -95,8 +97,21 @@ bool DecodeReadyFiles(Session& session, std::vector<ReadyFile>& files, const Pat
 {
     const std::vector<ReadyFile> mp3s = TakeMp3s(files);
     std::vector<Path> sources;
-    for (const ReadyFile& file : mp3s)
-        sources.push_back(file.path);
+    for (const ReadyFile& file : mp3s) {
+        // What is only called so is nothing that a level waits for, and must not keep it from play.
+        if (const auto bytes = ReadWholeFile(file.path); bytes && ScanMpeg(*bytes).frames == 0)
+            files.push_back(file);
+        else
+            sources.push_back(file.path);
+    }
+    if (sources.empty()) {
+        SortByListing(files);
+        return true;
+    }
+    if (const auto made = MakeFolders(staging); !made) {
+        TellFailure(session, GetMsg(Msg::CannotCreateFolder, {TextOf(staging)}), made.Error());
+        return false;
+    }
     AudioBatch batch{session, sources, staging, AudioKind::Adpcm};
     if (!batch.Run()) {
         session.host.Tell(Tone::Error, GetMsg(Msg::FailedConversion) + batch.StatusText());

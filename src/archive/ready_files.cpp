@@ -260,12 +260,13 @@ Result<std::vector<ReadyFile>> ReadyLevelFiles(Session& session, const Path& fol
     };
     const auto isMp3 = [](const StoredFile& file) { return IsMp3Name(file.ready.name); };
     const bool decodes = mp3ToWave && std::any_of(files->begin(), files->end(), isMp3);
-    if (!jobs.empty() || decodes)
-        if (const auto status = MakeFolders(place); !status)
+    if (!jobs.empty()) {
+        Status status = MakeFolders(place);
+        if (status)
+            status = RunFileJobs(std::move(jobs), progress);
+        if (!status)
             return fails(status.Error());
-    if (!jobs.empty())
-        if (const auto status = RunFileJobs(std::move(jobs), progress); !status)
-            return fails(status.Error());
+    }
     std::vector<ReadyFile> ready = InOrder(std::move(*files));
     if (decodes && !DecodeReadyFiles(session, ready, place))
         return fails({ErrorCode::Stopped, {}, {}});

@@ -135,6 +135,7 @@ bool AudioBatch::ConvertAll()
             (void)
                 Stopped(); // it takes effect at the next file; our own conversions hear it at once
         } while (!jobs.WaitFor(i, slice));
+        ShowProgress(i);
         going = TakeOutcome(i, std::move(shared.outcomes[i]));
         done_ += static_cast<std::uint64_t>(shared.views[i].steps.load());
     }
@@ -144,14 +145,11 @@ bool AudioBatch::ConvertAll()
 
 void AudioBatch::ShowProgress(std::size_t index)
 {
-    const AudioItemView& view = shared_->views[index];
-    const std::string text = view.Text();
-    const std::string label =
-        "[" + std::to_string(index + 1) + "\\" + std::to_string(files_.size()) + text;
-    if (!text.empty() && label != shown_) {
-        shown_ = label;
-        window_->SetLabel(label);
-    }
+    AudioItemView& view = shared_->views[index];
+    const std::string prefix =
+        "[" + std::to_string(index + 1) + "\\" + std::to_string(files_.size());
+    for (const std::string& text : view.TakeTexts())
+        window_->SetLabel(prefix + text);
     const std::uint64_t total = view.partTotal;
     window_->SetPart(std::min<std::uint64_t>(view.partDone, total), total);
     const std::uint64_t done = done_ + static_cast<std::uint64_t>(view.steps.load());

@@ -47,7 +47,6 @@ private:
     std::unique_ptr<ProgressScope> window_;
     std::unique_ptr<Shared> shared_;
     std::string status_;
-    std::string shown_;
     std::uint64_t steps_ = 0;
     std::uint64_t done_ = 0;
     std::vector<Pair> converted_;

@@ -257,13 +257,13 @@ AudioPlan PlanAudioFile(const Path& file, AudioKind target)
 void AudioItemView::Show(std::string text)
 {
     const std::lock_guard lock{mutex_};
-    text_ = std::move(text);
+    texts_.push_back(std::move(text));
 }
 
-std::string AudioItemView::Text() const
+std::vector<std::string> AudioItemView::TakeTexts()
 {
     const std::lock_guard lock{mutex_};
-    return text_;
+    return std::exchange(texts_, {});
 }
 
 void AudioItemView::SetPart(std::uint64_t done, std::uint64_t total)

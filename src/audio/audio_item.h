@@ -36,7 +36,8 @@ class AudioItemView
 {
 public:
     void Show(std::string text);
-    [[nodiscard]] std::string Text() const;
+    /// What was shown since the last asking, in order.
+    std::vector<std::string> TakeTexts();
     void SetPart(std::uint64_t done, std::uint64_t total);
     std::atomic<std::uint64_t> partDone{0};
     std::atomic<std::uint64_t> partTotal{0};
@@ -46,8 +47,8 @@ public:
     std::function<bool()> endConversion;
 
 private:
-    mutable std::mutex mutex_;
-    std::string text_;
+    std::mutex mutex_;
+    std::vector<std::string> texts_;
 };
 
 struct AudioOutcome {

@@ -300,11 +300,18 @@ void ConvertAudioDialog::dropEvent(QDropEvent* event)
     });
 }
 
-void OpenAudioTool(Session& session, AudioToolMode mode, QWidget* parent)
+Commands AudioCommands(Session& session, QWidget* parent)
 {
-    ConvertAudioDialog dialog{session, mode, parent};
-    if (dialog.Ready())
-        dialog.exec();
+    const auto open = [&session, parent](AudioToolMode mode) {
+        return [&session, parent, mode] {
+            ConvertAudioDialog dialog{session, mode, parent};
+            if (dialog.Ready())
+                dialog.exec();
+        };
+    };
+    return {{"mnu_DecodeMp3", open(AudioToolMode::Decode)},
+            {"mnu_EncodeMp3", open(AudioToolMode::Encode)},
+            {"mnu_ConvertWav", open(AudioToolMode::Convert)}};
 }
 
 } // namespace kestrova

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/audio_tool.h"
+#include "ui/main_menu.h"
 
 #include <QDialog>
 
@@ -64,7 +65,7 @@ private:
     QRadioButton* adpcm_ = nullptr;
 };
 
-/// Shows the tool until the person leaves it.
-void OpenAudioTool(Session& session, AudioToolMode mode, QWidget* parent);
+/// The menu's commands: each shows the tool until the person leaves it.
+Commands AudioCommands(Session& session, QWidget* parent);
 
 } // namespace kestrova

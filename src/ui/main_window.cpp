@@ -6,6 +6,7 @@
 #include "swap/backup.h"
 #include "swap/marker.h"
 #include "ui/captions.h"
+#include "ui/dialog_convert_audio.h"
 #include "ui/dialog_pref_arc.h"
 #include "ui/dialog_restore.h"
 #include "ui/dialog_settings.h"
@@ -108,7 +109,7 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
              {"mnu_Settings", [this] { SettingsDialog(session_, this).exec(); }},
              {"mnu_PrefArchive", [this] { ArchiveDialog(session_, this).exec(); }},
              {"mnu_About", [this] { AboutDialog(this).exec(); }}},
-         ShotCommands(), SavegameCommands(session_, this)});
+         ShotCommands(), SavegameCommands(session_, this), AudioCommands(session_, this)});
 
     auto* side = new QWidget;
     BuildList(*side);

@@ -119,8 +119,15 @@ TEST(StoredAudio, ALevelThatCannotBeDecodedIsNotUnstored)
     AudioArchive box;
     box.Write("in/101.wav", ToneWave({}, 9000));
     box.Write("in/a.tr4", "a level");
+    box.Write("in/none.mp3", "this is called mp3 and is none");
     ASSERT_TRUE(box.Store());
     const auto stored = box.Snapshot(box.Files());
+    const auto ready =
+        ReadyLevelFiles(box.session, box / box.Files(), box / "ready", true, nullptr);
+    ASSERT_TRUE(ready) << "what is no sound keeps no level from play";
+    ASSERT_EQ(ready->size(), 3U);
+    EXPECT_EQ((*ready)[0].name, "101.wav");
+    EXPECT_EQ((*ready)[2].path, box / box.Files() / "none.mp3");
     box.machine.tools.erase("madplay");
     box.host.WillAsk("Missing mp3 decoder 'madplay.exe'", false);
     Path result;

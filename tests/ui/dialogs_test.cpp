@@ -1,6 +1,7 @@
 #include "ui/captions.h"
 #include "ui/dialog_add_folder.h"
 #include "ui/dialog_author.h"
+#include "ui/dialog_convert_audio.h"
 #include "ui/dialog_pref_arc.h"
 #include "ui/dialog_restore.h"
 #include "ui/dialog_settings.h"
@@ -55,9 +56,12 @@ TEST(Dialogs, EveryCaptionFindsItsControl)
     ProgressDialog progress{ProgressWindow::Progress, nullptr};
     ProgressDialog wait{ProgressWindow::Wait, nullptr};
     ProgressDialog zip{ProgressWindow::Zip, nullptr};
-    for (const QWidget* dialog :
-         std::initializer_list<const QWidget*>{&about, &newArc, &archive, &settings, &find,
-                                               &restore, &add, &author, &progress, &wait, &zip}) {
+    ProgressDialog batch{ProgressWindow::Audio, nullptr};
+    ConvertAudioDialog encode{world.session, AudioToolMode::Encode, nullptr};
+    ConvertAudioDialog convert{world.session, AudioToolMode::Convert, nullptr};
+    for (const QWidget* dialog : std::initializer_list<const QWidget*>{
+             &about, &newArc, &archive, &settings, &find, &restore, &add, &author, &progress, &wait,
+             &zip, &batch, &encode, &convert}) {
         EXPECT_EQ(CaptionFaults(*dialog), QStringList{}) << FromQt(dialog->objectName());
         EXPECT_FALSE(dialog->windowTitle().isEmpty()) << FromQt(dialog->objectName());
     }
