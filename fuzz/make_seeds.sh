@@ -115,5 +115,22 @@ for form in "-colorspace sRGB" "-colorspace Gray" "-colorspace CMYK" "-interlace
     convert -size 24x16 gradient:red-blue $form "picture${form##* }.jpg"
     seed picture "${form##* }.jpg" "picture${form##* }.jpg"
 done
+# Sounds: the game's form, the plain one, chunks about it, frames of mp3.
+wave=$(find practice/levels -iname '*.wav' | sort | head -n 1)
+seed wave_file adpcm "$wave" 3000
+"$program" audio convert "$wave" --out plain --format 44100s16 >/dev/null
+plain=plain/$(basename "$wave")
+seed wave_file plain "$plain" 400
+{
+    printf 'RIFF\x80\x00\x00\x00WAVELIST\x05\x00\x00\x00INFOx\x00'
+    tail -c +13 "$plain" | head -c 100
+} >chunks.wav
+seed wave_file chunks chunks.wav
+lame --quiet -b 32 "$plain" frames.mp3
+seed mpeg_frames frames frames.mp3 2000
+lame --quiet --freeformat -b 80 "$plain" free.mp3
+seed mpeg_frames free free.mp3 2000
+{ printf 'ID3\x04\x00\x00\x00\x00\x00\x14%20s' ''; head -c 1000 frames.mp3; } >tagged.mp3
+seed mpeg_frames tagged tagged.mp3
 
 find "$corpus" -type f -printf '%6s %P\n' | sort -k2

@@ -1,5 +1,6 @@
 // Waves: the record at a file's start, and the walk over its chunks.
 
+#include "audio/ms_adpcm_reader.h"
 #include "audio/wave_chunks.h"
 #include "audio/wave_header.h"
 
@@ -20,6 +21,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Promise(found.mode >= -1 && found.mode <= encodeStep, "a mode is one of the list");
         Promise((found.mode == 0) == (found.kind == target), "only the target needs nothing");
         Promise(!found.description.empty(), "every file has words");
+    }
+    for (const MsAdpcmForm& form : {MsAdpcmForm{2, 2048}, MsAdpcmForm{1, 256}, MsAdpcmForm{1, 8}}) {
+        std::vector<std::int16_t> samples(form.BlockSamples() * form.channels, 7);
+        DecodeMsAdpcmBlock(form, bytes, samples);
+        std::vector<std::int16_t> fewer(size < samples.size() ? size : samples.size());
+        DecodeMsAdpcmBlock(form, bytes, fewer);
+        Promise(std::equal(fewer.begin(), fewer.end(), samples.begin()),
+                "a block gives the same sound however much of it is asked for");
     }
     const auto facts = WalkWave(
         [&](std::uint64_t place, std::span<char> into) -> std::size_t {

@@ -17,7 +17,11 @@ constexpr int mostChunks = 10'000;
 constexpr std::size_t riffSize = 12;
 constexpr std::size_t chunkHead = 8;
 constexpr std::size_t leastFormat = 16;
-constexpr std::size_t mostFormat = 40;
+constexpr std::size_t mostFormat = 50;
+
+/// How many, then their pairs of factors.
+constexpr std::array<std::int16_t, 15> usualPredictors = {7,  256, 0, 512, -256, 0,   0,   192,
+                                                          64, 240, 0, 460, -208, 392, -232};
 
 template <class T> T NumberAt(std::span<const char> bytes, std::size_t place)
 {
@@ -40,6 +44,9 @@ bool ReadFormat(std::span<const char> block, WaveFacts& facts)
         facts.formatTag = NumberAt<std::uint16_t>(block, 24);
     else if (facts.formatTag != waveTagPcm)
         facts.samplesPerBlock = NumberAt<std::uint16_t>(block, 18);
+    facts.usualPredictors =
+        block.size() == mostFormat &&
+        std::memcmp(&block[20], usualPredictors.data(), sizeof usualPredictors) == 0;
     return facts.channels > 0 && facts.rate > 0 && facts.blockAlign > 0;
 }
 

@@ -21,8 +21,9 @@ struct WaveFacts {
     int channels = 0;
     int bits = 0;
     int blockAlign = 0;
-    int samplesPerBlock = 0; ///< of the formats that are coded in blocks
-    std::uint32_t rate = 0;  ///< Hz
+    int samplesPerBlock = 0;      ///< of the formats that are coded in blocks
+    bool usualPredictors = false; ///< of Microsoft's ADPCM: the seven that every coder knows
+    std::uint32_t rate = 0;       ///< Hz
     std::uint64_t dataStart = 0;
     std::uint64_t dataSize = 0; ///< the bytes that are there
     std::optional<std::uint32_t> fact;

@@ -51,6 +51,13 @@ Result<WaveReader> WaveReader::Open(const Path& file)
         return facts.Error();
     SF_INFO info{};
     WaveReader reader;
+    if ((reader.blocks_ = MsAdpcmReader::Open(place, *facts))) {
+        reader.channels_ = facts->channels;
+        reader.rate_ = static_cast<int>(facts->rate);
+        reader.bits_ = 16;
+        reader.frames_ = reader.left_ = facts->frames;
+        return reader;
+    }
     std::string words;
     {
         const std::lock_guard lock{OpeningMutex()};
@@ -76,6 +83,12 @@ std::size_t WaveReader::Read(std::span<std::int16_t> into)
 {
     const auto wanted =
         std::min<std::uint64_t>(left_, into.size() / static_cast<std::size_t>(channels_));
+    if (blocks_) {
+        const std::size_t got = blocks_->Read(
+            into.first(static_cast<std::size_t>(wanted) * static_cast<std::size_t>(channels_)));
+        left_ -= got;
+        return got;
+    }
     const sf_count_t got = sf_readf_short(static_cast<SNDFILE*>(handle_.get()), into.data(),
                                           static_cast<sf_count_t>(wanted));
     left_ -= static_cast<std::uint64_t>(got);
@@ -86,6 +99,13 @@ std::size_t WaveReader::Read(std::span<float> into)
 {
     const auto wanted =
         std::min<std::uint64_t>(left_, into.size() / static_cast<std::size_t>(channels_));
+    if (blocks_) {
+        std::vector<std::int16_t> samples(into.size());
+        const std::size_t got = Read(std::span(samples));
+        for (std::size_t i = 0; i < got * static_cast<std::size_t>(channels_); ++i)
+            into[i] = static_cast<float>(samples[i]) / 32768.0F;
+        return got;
+    }
     const sf_count_t got = sf_readf_float(static_cast<SNDFILE*>(handle_.get()), into.data(),
                                           static_cast<sf_count_t>(wanted));
     left_ -= static_cast<std::uint64_t>(got);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/files.h"
+#include "audio/ms_adpcm_reader.h"
 
 #include <cstdint>
 #include <memory>
@@ -36,6 +36,7 @@ private:
     WaveReader() = default;
 
     std::unique_ptr<void, void (*)(void*)> handle_{nullptr, nullptr};
+    std::optional<MsAdpcmReader> blocks_; ///< in place of the handle, for the game's own form
     int channels_ = 0;
     int rate_ = 0;
     int bits_ = 0;

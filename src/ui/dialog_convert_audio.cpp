@@ -304,6 +304,8 @@ Commands AudioCommands(Session& session, QWidget* parent)
 {
     const auto open = [&session, parent](AudioToolMode mode) {
         return [&session, parent, mode] {
+            if (session.runningOperations > 0)
+                return;
             ConvertAudioDialog dialog{session, mode, parent};
             if (dialog.Ready())
                 dialog.exec();

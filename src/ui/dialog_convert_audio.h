@@ -65,7 +65,8 @@ private:
     QRadioButton* adpcm_ = nullptr;
 };
 
-/// The menu's commands: each shows the tool until the person leaves it.
+/// The menu's commands: each shows the tool until the person leaves it; refused while an operation
+/// runs.
 Commands AudioCommands(Session& session, QWidget* parent);
 
 } // namespace kestrova

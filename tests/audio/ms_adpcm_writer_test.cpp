@@ -1,4 +1,6 @@
 #include "audio/ms_adpcm_writer.h"
+#include "audio/wave_reader.h"
+#include "support/sandbox.h"
 
 #include <array>
 #include <cmath>
@@ -147,6 +149,35 @@ TEST(MsAdpcm, SoundsCloseToTheSourceThroughAPlainDecoder)
     check("sine", sine, 60);
     check("notes", notes, 50);
     check("pink", pink, 20);
+}
+
+TEST(MsAdpcm, OurDecoderIsThePlainOne)
+{
+    testing::Sandbox box;
+    std::mt19937 dice{8};
+    std::uniform_int_distribution<int> any{-30000, 30000};
+    for (const auto& [channels, rate, frames] :
+         {std::array{2, 44100, 700'000}, {1, 22050, 5001}, {1, 8000, 3}, {2, 11025, 507}}) {
+        std::vector<std::int16_t> samples;
+        for (int i = 0; i < frames * channels; ++i)
+            samples.push_back(static_cast<std::int16_t>(any(dice) * (i % 5000) / 5000));
+        const std::string bytes = EncodeMsAdpcmWave(samples, channels, rate);
+        box.Write("a.wav", bytes);
+        auto reader = WaveReader::Open(box / "a.wav");
+        ASSERT_TRUE(reader);
+        EXPECT_EQ(reader->Frames(), static_cast<std::uint64_t>(frames));
+        std::vector<std::int16_t> read(samples.size() + 2);
+        std::size_t done = 0;
+        // In pieces that fit no block.
+        while (const std::size_t got =
+                   reader->Read(std::span(read).subspan(done).first(std::min<std::size_t>(
+                       read.size() - done, static_cast<std::size_t>(channels) * 1777))))
+            done += got * static_cast<std::size_t>(channels);
+        EXPECT_EQ(done, samples.size());
+        const Wave plain = Decode(bytes);
+        for (std::size_t i = 0; i < samples.size(); ++i)
+            ASSERT_EQ(read[i], plain.samples[i]) << channels << " " << rate << " at " << i;
+    }
 }
 
 TEST(MsAdpcm, EdgesOfLengthLoudnessAndForm)

@@ -81,6 +81,7 @@ for pair in "capture off" "auto-compile off" "log-files on" "auto-save off" "gam
     expect 0 set
     said "$(printf '%s\t%s' ${pair% *} ${pair#* })"
 done
+expect 0 set mp3 off # its waves are none
 expect 0 set --json
 json "j['game'] == 'tomb5.exe' and j['compress'] == 'on' and j['history-count'] == '7'"
 expect 0 add --name "after auto-save off" "$box/from/dusk"

@@ -1,0 +1,48 @@
+# A level whose waves are kept as mp3 is played, and its waves are the game's again.
+source "$(dirname "$0")/common.bash"
+
+"$ctl" practice "$box/practice" >"$box/out" 2>"$box/err" || die "practice"
+trle=$box/practice/trle
+expect 0 setup --trle "$trle" --full --folder-is-original
+expect 0 new --folder "$box/levels" "$box/my.kva"
+expect 0 set mp3 on
+level=$(find "$box/practice/levels" -iname '*.wav' -printf '%h\n' | sort | head -n 1)
+[[ -n $level ]] || die "no practice level has waves"
+waves=$(find "$level" -maxdepth 1 -iname '*.wav' | wc -l)
+for compress in off on; do
+    expect 0 set compress "$compress"
+    expect 0 --json add --name "Sounds $compress" "$level"
+    code=$(python3 -c 'import json, sys; print(json.load(open(sys.argv[1]))["code"])' "$box/out")
+    files=$box/levels/$(printf 'LEVEL_%04d' "$code")/files
+    [[ -z $(find "$files" -iname '*.wav*') ]] || die "a wave was kept"
+    (($(find "$files" -iname '*.mp3*' | wc -l) == waves)) || die "mp3 files for $waves waves"
+    expect 0 plan "$code"
+    expect 0 play "$code" --no-start
+    expect 0 verify
+    said "No difference."
+    played=()
+    while IFS= read -r -d '' wave; do
+        played+=("$trle/audio/$(basename "${wave%.*}").wav")
+    done < <(find "$level" -maxdepth 1 -iname '*.wav' -print0)
+    expect 0 --json audio info "${played[@]}"
+    json "len(j) == $waves and all(s['form'] == 'ADPCM 44100Hz stereo 4 bits' for s in j)"
+    expect 0 original
+    expect 0 verify
+done
+
+# There and back; a file that is none stops all before anything is written.
+first=$(find "$level" -maxdepth 1 -iname '*.wav' | sort | head -n 1)
+name=$(basename "${first%.*}")
+expect 0 audio encode "$first" --out "$box/out.mp3s" --bitrate 64
+expect 0 audio decode "$box/out.mp3s/$name.mp3" --out "$box/waves"
+expect 0 audio convert "$box/waves/$name.wav" --out "$box/mono" --format 22050m16
+expect 0 --json audio info "$box/mono/$name.wav"
+json "j[0]['rate'] == 22050 and j[0]['channels'] == 1"
+head -c 5000 /dev/zero >"$box/zeros.mp3"
+expect 1 audio decode "$box/out.mp3s/$name.mp3" "$box/zeros.mp3" --out "$box/none"
+errs "I cannot convert file 'zeros.mp3'"
+[[ -z $(ls -A "$box/none") ]] || die "something was written"
+expect 2 audio encode "$first"
+expect 2 audio convert "$first" --out "$box/x" --format 44100s5
+expect 2 audio encode "$first" --out "$box/x" --bitrate 33
+expect 1 audio decode "$first" --out "$box/x"
