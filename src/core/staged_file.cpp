@@ -104,7 +104,7 @@ Path WriteTarget(const Path& target)
     return failure ? resolved : behind;
 }
 
-Status WriteStaged(const Path& target, std::string_view content, std::string_view tail)
+Status WriteStaged(const Path& target, std::string_view content, std::string_view tail, bool flush)
 {
     const platform::FileFacts old = platform::FactsOf(target);
     if (old.kind == platform::FileKind::Folder)
@@ -124,17 +124,17 @@ Status WriteStaged(const Path& target, std::string_view content, std::string_vie
     if (old.kind == platform::FileKind::File)
         if (const auto failure = platform::SetMode(staged.StagedPath(), old.mode))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
-    return staged.Commit(true);
+    return staged.Commit(flush);
 }
 
 } // namespace
 
-Status WriteWholeFile(const Path& target, std::string_view content)
+Status WriteWholeFile(const Path& target, std::string_view content, bool flush)
 {
-    return WriteStaged(WriteTarget(target), content, {});
+    return WriteStaged(WriteTarget(target), content, {}, flush);
 }
 
-Status WriteRecordFile(const Path& target, std::string_view content)
+Status WriteRecordFile(const Path& target, std::string_view content, bool flush)
 {
     const Path place = WriteTarget(target);
     std::string old;
@@ -144,7 +144,7 @@ Status WriteRecordFile(const Path& target, std::string_view content)
             return MakeFailure(ErrorCode::CannotRead, TextOf(place), failure);
         tail = std::string_view{old}.substr(std::min(content.size(), old.size()));
     }
-    return WriteStaged(place, content, tail);
+    return WriteStaged(place, content, tail, flush);
 }
 
 void ClearStagedLeftovers(const Path& folder)

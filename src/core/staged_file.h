@@ -58,12 +58,13 @@ private:
 /// A free name beside `target`, one that no listing shows.
 Path StagedNameFor(const Path& target);
 
-/// The whole content or the old one. Durable when it answers. A link is written through, the
+/// The whole content or the old one. Durable when it answers, unless a later flush of the file
+/// system is to make it so (`flush` False). A link is written through, the
 /// mode of an old file is kept, and a file that a write in place could not change is not replaced
 /// (`CannotOpen`).
-Status WriteWholeFile(const Path& target, std::string_view content);
+Status WriteWholeFile(const Path& target, std::string_view content, bool flush = true);
 /// The same for a binary record whose count rules: an old longer file keeps its tail.
-Status WriteRecordFile(const Path& target, std::string_view content);
+Status WriteRecordFile(const Path& target, std::string_view content, bool flush = true);
 
 /// Removes what staged files of killed programs left in a folder.
 void ClearStagedLeftovers(const Path& folder);

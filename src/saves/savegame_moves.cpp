@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/parallel.h"
 #include "core/staged_file.h"
 #include "saves/savegame_plan.h"
 #include "saves/savegame_store.h"
@@ -41,9 +42,18 @@ struct ArchiveSlots {
 ArchiveSlots SurveySlots(const Path& root)
 {
     ArchiveSlots slots;
-    for (; FolderExists(ArchiveSlot(root, slots.free)); ++slots.free)
-        for (Path& file : ListFiles(ArchiveSlot(root, slots.free), RowText(Msg::SavegamePattern)))
-            slots.byNumber.emplace(ReadSavegameInfo(file).number, std::move(file));
+    while (FolderExists(ArchiveSlot(root, slots.free)))
+        ++slots.free;
+    using Found = std::vector<std::pair<std::int32_t, Path>>;
+    std::vector<Found> found(static_cast<std::size_t>(slots.free - 1));
+    RunOnAllCores(found.size(), [&](std::size_t i) {
+        const Path slot = ArchiveSlot(root, static_cast<int>(i) + 1);
+        for (Path& file : ListFiles(slot, RowText(Msg::SavegamePattern)))
+            found[i].emplace_back(ReadSavegameInfo(file).number, std::move(file));
+    });
+    for (Found& slot : found)
+        for (auto& entry : slot)
+            slots.byNumber.insert(std::move(entry));
     return slots;
 }
 
@@ -102,8 +112,8 @@ Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, M
     if (status) {
         session.savegameHeader.archivedCount = count;
         // Only a number that is shown; the savegames are where they belong.
-        (void)WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader));
-        status = EndStateChange(session);
+        (void)WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader), false);
+        status = EndStateChange(session, change);
     }
     session.list.Select(code);
     return status;

@@ -31,6 +31,22 @@ bool Holds(const Path& file, const std::string& hash)
 
 } // namespace
 
+Status FlushChange(const Session& session, const StateChange& change)
+{
+    std::vector<Path> folders{ResolvePath(session.programFolder)};
+    for (const ChangedFolder& folder : change.folders)
+        folders.push_back(ResolvePath(folder.folder));
+    std::set<std::uint64_t> flushed;
+    for (const Path& folder : folders) {
+        const platform::FileFacts facts = platform::FactsOf(folder);
+        if (facts.kind != platform::FileKind::Folder || !flushed.insert(facts.device).second)
+            continue;
+        if (const auto failure = platform::SyncFileSystem(folder))
+            return MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
+    }
+    return {};
+}
+
 ChangeRun::ChangeRun(Session& session, const StateChange& change, std::set<std::string> elsewhere)
     : session_(session), change_(change), elsewhere_(std::move(elsewhere))
 {
@@ -127,24 +143,28 @@ Status ChangeRun::Place(Target& target)
 
 Status ChangeRun::PutNew()
 {
-    bool any = false;
     for (Target& target : targets_) {
         if (target.foreign || !target.was.empty())
             continue;
-        any = true;
         if (!Holds(target.file, target.becomes))
             if (auto status = Place(target); !status)
                 return status;
     }
-    return any ? Flush() : Status{};
+    return FlushChange(session_, change_);
 }
 
-bool ChangeRun::IsSafe(const std::string& hash) const
+ChangeRun::Holder ChangeRun::HolderOf(const std::string& hash) const
 {
-    return elsewhere_.contains(hash) ||
-           std::any_of(targets_.begin(), targets_.end(), [&](const Target& target) {
-               return target.becomes == hash && !target.foreign && Holds(target.file, hash);
-           });
+    if (elsewhere_.contains(hash))
+        return Holder::Flushed;
+    Holder holder = Holder::Nobody;
+    for (const Target& target : targets_)
+        if (target.becomes == hash && !target.foreign && Holds(target.file, hash)) {
+            if (target.was.empty())
+                return Holder::Flushed;
+            holder = Holder::Unflushed;
+        }
+    return holder;
 }
 
 Status ChangeRun::Keep(const std::vector<Path>& files)
@@ -157,18 +177,16 @@ Status ChangeRun::KeepOverwritten()
     std::vector<Path> files;
     for (const Target& target : targets_)
         if (!target.foreign && !target.was.empty() && !target.becomes.empty() &&
-            Holds(target.file, target.was) && !IsSafe(target.was))
+            Holds(target.file, target.was) && HolderOf(target.was) == Holder::Nobody)
             files.push_back(target.file);
     return Keep(files);
 }
 
 Status ChangeRun::Overwrite()
 {
-    bool any = false;
     for (Target& target : targets_) {
         if (target.foreign || target.was.empty() || target.becomes.empty())
             continue;
-        any = true;
         if (Holds(target.file, target.becomes))
             continue;
         if (!Holds(target.file, target.was)) { // written, or deleted, just now
@@ -185,16 +203,24 @@ Status ChangeRun::Overwrite()
         if (auto status = Place(target); !status)
             return status;
     }
-    return any ? Flush() : Status{};
+    return {};
 }
 
 Status ChangeRun::KeepGoing()
 {
     std::vector<Path> files;
-    for (const Target& target : targets_)
-        if (!target.foreign && target.becomes.empty() && Holds(target.file, target.was) &&
-            !IsSafe(target.was))
+    bool unflushed = false;
+    for (const Target& target : targets_) {
+        if (target.foreign || !target.becomes.empty() || !Holds(target.file, target.was))
+            continue;
+        const Holder holder = HolderOf(target.was);
+        unflushed = unflushed || holder == Holder::Unflushed;
+        if (holder == Holder::Nobody)
             files.push_back(target.file);
+    }
+    if (unflushed)
+        if (auto status = FlushChange(session_, change_); !status)
+            return status;
     return Keep(files);
 }
 
@@ -206,20 +232,6 @@ Status ChangeRun::Delete()
         destroyed_ = true;
         if (const auto failure = platform::Unlink(target.file))
             return MakeFailure(ErrorCode::CannotDelete, TextOf(target.file), failure);
-    }
-    return {};
-}
-
-Status ChangeRun::Flush()
-{
-    std::set<std::uint64_t> flushed;
-    for (const ChangedFolder& folder : change_.folders) {
-        const Path place = ResolvePath(folder.folder);
-        const platform::FileFacts facts = platform::FactsOf(place);
-        if (facts.kind != platform::FileKind::Folder || !flushed.insert(facts.device).second)
-            continue;
-        if (const auto failure = platform::SyncFileSystem(place))
-            return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
     }
     return {};
 }

@@ -5,6 +5,9 @@
 namespace kestrova
 {
 
+/// Everything that the change wrote, and its note, is on the disk when it answers.
+Status FlushChange(const Session& session, const StateChange& change);
+
 /// One run of a change of state, the first or one that goes on after a killed one. Each step may
 /// be repeated.
 class ChangeRun
@@ -33,14 +36,14 @@ private:
     Status Overwrite();
     Status KeepGoing();
     Status Delete();
-    Status Flush();
     Status Place(Target& target);
     /// Keeps what stands there, and what was to come, in the history.
     Status LeaveForeign(Target& target);
     /// Where a content lies now; empty when it is nowhere.
     [[nodiscard]] Path SourceOf(const std::string& hash, const Path& except) const;
-    /// True when a file that stays holds that content.
-    [[nodiscard]] bool IsSafe(const std::string& hash) const;
+    enum class Holder { Nobody, Flushed, Unflushed };
+    /// Whether a file that stays holds that content.
+    [[nodiscard]] Holder HolderOf(const std::string& hash) const;
     Status Keep(const std::vector<Path>& files);
 
     Session& session_;

@@ -23,7 +23,20 @@ Status WriteNote(Session& session, const StateChange& change)
 {
     if (auto status = MakeFolders(InFolder(session.programFolder, RowText(Msg::DirSwap))); !status)
         return status;
-    return WriteWholeFile(NotePath(session), FormatStateChange(change));
+    return WriteWholeFile(NotePath(session), FormatStateChange(change),
+                          false); // flushed by the run
+}
+
+Status DropNote(const Session& session)
+{
+    const Path file = NotePath(session);
+    if (!FileExists(file))
+        return {};
+    if (auto status = DeleteFile(file); !status)
+        return status;
+    // A note that a power cut brings back is gone through once more and finds nothing to do.
+    (void)FlushFolder(file.parent_path());
+    return {};
 }
 
 /// A note that nobody can read must not stop the program for ever, nor be lost.
@@ -49,8 +62,8 @@ void WriteCount(const StateChange& change)
     if (!record || record->archivedCount == change.archivedCount)
         return;
     record->archivedCount = change.archivedCount;
-    (void)WriteRecordFile(file,
-                          FormatSavegameArchiveHeader(*record)); // only a number that is shown
+    // Only a number that is shown.
+    (void)WriteRecordFile(file, FormatSavegameArchiveHeader(*record), false);
 }
 
 } // namespace
@@ -98,26 +111,21 @@ Status MakeStateChange(Session& session, const StateChange& change,
                        const std::set<std::string>& elsewhere)
 {
     if (auto status = WriteNote(session, change); !status) {
-        (void)EndStateChange(session); // it may stand though its flush failed; nothing is done yet
+        (void)DropNote(session); // it may stand though a part of it failed; nothing is done yet
         return status;
     }
     ChangeRun run{session, change, elsewhere};
     auto status = run.Go();
     if (!status && run.TakeBack())
-        (void)EndStateChange(session); // a note that stays is finished at the next start
+        (void)DropNote(session); // a note that stays is finished at the next start
     return status;
 }
 
-Status EndStateChange(Session& session)
+Status EndStateChange(Session& session, const StateChange& change)
 {
-    const Path file = NotePath(session);
-    if (!FileExists(file))
-        return {};
-    if (auto status = DeleteFile(file); !status)
+    if (auto status = FlushChange(session, change); !status)
         return status;
-    // A note that a power cut brings back is gone through once more and finds nothing to do.
-    (void)FlushFolder(file.parent_path());
-    return {};
+    return DropNote(session);
 }
 
 bool StateChangeWaits(const Session& session)
@@ -140,7 +148,7 @@ Status FinishStateChange(Session& session)
     if (auto status = run.Go(); !status)
         return status;
     WriteCount(*change);
-    return EndStateChange(session);
+    return EndStateChange(session, *change);
 }
 
 } // namespace kestrova

@@ -40,8 +40,8 @@ Result<StateChange> ParseStateChange(std::string_view text);
 /// one leaves the note, and the next start, or the next change, finishes the work.
 Status MakeStateChange(Session& session, const StateChange& change,
                        const std::set<std::string>& elsewhere = {});
-/// Drops the note: the change is whole, its record written.
-Status EndStateChange(Session& session);
+/// Flushes the change and drops its note: the change is whole, its record written.
+Status EndStateChange(Session& session, const StateChange& change);
 
 /// True while a change waits to be finished.
 bool StateChangeWaits(const Session& session);

@@ -42,6 +42,8 @@ SavegameHistoryDialog::SavegameHistoryDialog(Session& session, LevelCode code, Q
     list_->setHeaderLabels({Words(Msg::HistoryColumnKept), Words(Msg::HistoryColumnFile),
                             Words(Msg::HistoryColumnNumber), Words(Msg::HistoryColumnTitle),
                             Words(Msg::HistoryColumnTime), Words(Msg::HistoryColumnReason)});
+    list_->header()->setStretchLastSection(false);
+    list_->header()->setSectionResizeMode(title, QHeaderView::Stretch);
     list_->setAccessibleName(Words(Msg::HistoryTitle));
     auto* close = NamedButton(this, "Pul_Cancel");
     bringBack_->setDefault(true);
@@ -87,7 +89,7 @@ void SavegameHistoryDialog::Fill()
         items.append(item);
     }
     list_->addTopLevelItems(items);
-    for (const int narrow : {kept, file, number, saved})
+    for (const int narrow : {kept, file, number, saved, reason})
         list_->resizeColumnToContents(narrow);
     list_->setCurrentItem(items.isEmpty() ? nullptr : items.constFirst());
 }

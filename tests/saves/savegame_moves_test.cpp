@@ -1,8 +1,37 @@
 #include "saves_world.h"
 #include "swap/history.h"
 
+#include <unistd.h>
+
 namespace kestrova::testing
 {
+
+namespace
+{
+
+/// Without the rights that let the administrator read everything.
+class AsNobody
+{
+public:
+    explicit AsNobody(const Path& root) : before_(::geteuid())
+    {
+        if (before_ != 0)
+            return;
+        constexpr uid_t nobody = 65534;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator{root})
+            EXPECT_EQ(::chown(entry.path().c_str(), nobody, nobody), 0);
+        EXPECT_EQ(::chown(root.c_str(), nobody, nobody), 0);
+        EXPECT_EQ(::seteuid(nobody), 0);
+    }
+    ~AsNobody() { EXPECT_EQ(::seteuid(before_), 0); }
+    AsNobody(const AsNobody&) = delete;
+    AsNobody& operator=(const AsNobody&) = delete;
+
+private:
+    uid_t before_;
+};
+
+} // namespace
 
 TEST(ArchiveSavegames, LeavesTheNewestInSlotZeroAndTheRestInANewArchiveSlot)
 {
@@ -69,17 +98,28 @@ TEST(ArchiveSavegames, TakesAnyNumberAndName)
 
 TEST(ArchiveSavegames, StopsBeforeAnythingWhenASavegameCannotBeRead)
 {
-    if (::geteuid() == 0)
-        GTEST_SKIP() << "nothing is unreadable for this user";
     SavesWorld world;
     world.Live("1", 4);
     world.Live("2", 5);
+    world.Archived(1, "0", 3);
+    const AsNobody nobody{world.root};
     std::filesystem::permissions(world / "trle/savegame.1", std::filesystem::perms::none);
     const auto status = ArchiveSavegames(world.session);
     ASSERT_FALSE(status);
     EXPECT_EQ(status.Error().subject, (world / "trle/savegame.1").native());
+    EXPECT_FALSE(RestoreSavegames(world.session));
+    EXPECT_TRUE(world.Has("trle/savegame.1"));
     EXPECT_TRUE(world.Has("trle/savegame.2"));
-    EXPECT_FALSE(world.Has("levels/LEVEL_0001/savegames/slot1"));
+    EXPECT_EQ(world.ShownSlot(1), "savegame.0=3");
+    EXPECT_FALSE(world.Has("levels/LEVEL_0001/savegames/slot2"));
+
+    // A slot that cannot be listed is no empty one.
+    std::filesystem::permissions(world / "levels/LEVEL_0001/savegames/slot1",
+                                 std::filesystem::perms::none);
+    EXPECT_FALSE(RestoreSavegames(world.session));
+    std::filesystem::permissions(world / "levels/LEVEL_0001/savegames/slot1",
+                                 std::filesystem::perms::all);
+    EXPECT_EQ(world.ShownSlot(1), "savegame.0=3");
 }
 
 TEST(ArchiveSavegames, WorksOnTheSelectedLevelOnly)
