@@ -142,7 +142,7 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     SetCaptions(*this);
     setWindowTitle(Words(Msg::ProgramName));
     RestorePlace();
-    WatchSavegames(session_, this);
+    WatchSavegames(session_, this, [this] { return gameWatch_.Running(); });
     view_->setFocus();
     list_.Show(this);
 }

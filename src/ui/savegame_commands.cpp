@@ -83,13 +83,13 @@ Commands SavegameCommands(Session& session, QWidget* window)
     return commands;
 }
 
-void WatchSavegames(Session& session, QWidget* window)
+void WatchSavegames(Session& session, QWidget* window, std::function<bool()> gameRuns)
 {
     auto* timer = new QTimer(window);
     QObject::connect(
-        timer, &QTimer::timeout, window, [&session, watch = std::make_shared<SavegameWatch>()] {
-            const bool runs = session.gamePid != 0 && session.machine.IsRunning(session.gamePid);
-            watch->Tick(session, runs);
+        timer, &QTimer::timeout, window,
+        [&session, gameRuns = std::move(gameRuns), watch = std::make_shared<SavegameWatch>()] {
+            watch->Tick(session, gameRuns());
         });
     timer->start(watchMs);
 }

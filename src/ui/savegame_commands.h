@@ -16,6 +16,6 @@ Commands SavegameCommands(Session& session, QWidget* window);
 void StartSavegameToolNow(Session& session);
 
 /// Keeps what a running game writes for as long as `window` lives.
-void WatchSavegames(Session& session, QWidget* window);
+void WatchSavegames(Session& session, QWidget* window, std::function<bool()> gameRuns);
 
 } // namespace kestrova
