@@ -237,8 +237,10 @@ void ConvertAudioDialog::ShowAll()
 {
     const int row = list_->currentRow();
     list_->clear();
-    for (const AudioTool::Row& file : tool_.Rows())
-        list_->addItem(ToQt(file.text));
+    for (const AudioTool::Row& file : tool_.Rows()) {
+        auto* item = new QListWidgetItem(ToQt(file.text), list_);
+        item->setToolTip(item->text()); // a long name hides what the file holds
+    }
     list_->setCurrentRow(std::min(row, list_->count() - 1));
     size_->setText(ToQt(tool_.SizeText()));
     target_->setText(tool_.Target().empty() ? Words(Msg::AudioNoTarget)
