@@ -68,19 +68,20 @@ void Decode(const char* block, std::size_t codes, std::int16_t* samples, std::si
         head[channels + c] = static_cast<std::int16_t>(state[c].newer);
     }
     std::copy_n(head.begin(), std::min(wanted, head.size()), samples);
+    if (wanted <= head.size())
+        return;
+    // Two codes a byte; of the last one a half may be wanted.
+    const std::size_t left = std::min(2 * codes, wanted - head.size());
     const char* code = block + 7 * channels;
-    const std::size_t pairs =
-        std::min(codes, wanted > head.size() ? (wanted - head.size() + 1) / 2 : 0);
     std::int16_t* out = samples + head.size();
-    const auto bytes = wanted > head.size() ? (wanted - head.size()) / 2 : 0;
-    for (std::size_t i = 0; i < std::min(pairs, bytes); ++i) {
+    for (std::size_t i = 0; i < left / 2; ++i) {
         const auto both = static_cast<unsigned char>(code[i]);
         *out++ = static_cast<std::int16_t>(state[0].Next(both >> 4));
         *out++ = static_cast<std::int16_t>(state[channels - 1].Next(both & 15U));
     }
-    if (pairs > bytes)
-        *out =
-            static_cast<std::int16_t>(state[0].Next(static_cast<unsigned char>(code[bytes]) >> 4));
+    if (left % 2 != 0)
+        *out = static_cast<std::int16_t>(
+            state[0].Next(static_cast<unsigned char>(code[left / 2]) >> 4));
 }
 
 } // namespace
