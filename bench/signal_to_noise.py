@@ -29,7 +29,7 @@ def main():
     noise = max(1, sum(d * d for d in differences))
     largest = max(map(abs, differences))
     last = max(map(abs, differences[-LAST * channels:]))
-    print(f"{10 * math.log10(signal / noise):.1f} {last} {largest}")
+    print(f"{10 * math.log10(signal / noise):.2f} {last} {largest}")
 
 
 main()

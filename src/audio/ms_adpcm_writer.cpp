@@ -17,9 +17,9 @@ constexpr std::array<std::array<int, 2>, predictors> coefficients = {
 constexpr int smallestStep = 16;
 constexpr int largestFirstStep = 32767;
 
-// Four trials run side by side in one vector; eight make a round: the seven predictors, each with
-// a step measured at the block's beginning, and once more the predictor of the block before with
-// the step it ended with.
+// Four trials run side by side in one vector; eight make the first round: the seven predictors,
+// each with a step measured at the block's beginning, and once more the predictor of the block
+// before with the step it ended with.
 constexpr std::size_t trials = 8;
 constexpr std::size_t width = 4;
 using Ints [[gnu::vector_size(16)]] = std::int32_t;
@@ -124,48 +124,115 @@ std::string HeaderBytes(std::size_t channels, std::size_t rate, std::size_t bloc
 
 /// Only the first `heard` samples count for the choice: the jump to the silence that fills the last
 /// block would otherwise decide it.
+namespace
+{
+
+/// A predictor and the step to begin with.
+struct Beginning {
+    std::size_t predictor = 0;
+    int step = smallestStep;
+};
+
+/// Several beginnings tried on one block, side by side.
+template <std::size_t count> class Round
+{
+public:
+    Round(std::span<const std::int16_t> samples, const std::array<Beginning, count>& beginnings)
+        : samples_(samples)
+    {
+        for (std::size_t trial = 0; trial < count; ++trial) {
+            const std::array<int, 2>& pair = coefficients[beginnings[trial].predictor];
+            Trials& run = runs_[trial / width];
+            run.coefficient1[trial % width] = static_cast<float>(pair[0]) / 4;
+            run.coefficient2[trial % width] = static_cast<float>(pair[1]) / 4;
+            run.older[trial % width] = samples[0];
+            run.newer[trial % width] = samples[1];
+            run.step[trial % width] = beginnings[trial].step;
+        }
+    }
+
+    /// The trial with the smallest error over the first `heard` samples, and that error.
+    std::size_t Best(std::size_t heard, float& error)
+    {
+        codes_.resize(samples_.size());
+        Code(2, heard);
+        std::size_t best = 0;
+        for (std::size_t trial = 1; trial < count; ++trial)
+            if (ErrorOf(trial) < ErrorOf(best))
+                best = trial;
+        error = ErrorOf(best);
+        Code(heard, samples_.size());
+        return best;
+    }
+    void TakeCodes(std::size_t trial, std::vector<std::uint8_t>& codes) const
+    {
+        codes.resize(samples_.size() - 2);
+        for (std::size_t i = 2; i < samples_.size(); ++i)
+            codes[i - 2] = static_cast<std::uint8_t>(codes_[i][trial / width][trial % width] & 15);
+    }
+    [[nodiscard]] int LastStep(std::size_t trial) const
+    {
+        return runs_[trial / width].step[trial % width];
+    }
+
+private:
+    [[nodiscard]] float ErrorOf(std::size_t trial) const
+    {
+        return runs_[trial / width].error[trial % width];
+    }
+    void Code(std::size_t from, std::size_t to)
+    {
+        for (std::size_t i = from; i < to; ++i)
+            for (std::size_t run = 0; run < runs_.size(); ++run)
+                codes_[i][run] = CodeSample(runs_[run], samples_[i]);
+    }
+
+    std::span<const std::int16_t> samples_;
+    std::array<Trials, count / width> runs_;
+    static thread_local std::vector<std::array<Ints, count / width>> codes_;
+};
+
+template <std::size_t count>
+thread_local std::vector<std::array<Ints, count / width>> Round<count>::codes_;
+
+} // namespace
+
+/// Only the first `heard` samples count for the choice: the jump to the silence that fills the last
+/// block would otherwise decide it.
 void MsAdpcmEncoder::EncodeChannel(std::span<const std::int16_t> samples, std::size_t heard,
                                    Carry& carry, ChannelBlock& block)
 {
-    std::array<std::size_t, trials> predictorOf{};
-    std::array<int, trials> stepOf{};
-    std::array<Trials, trials / width> runs;
-    for (std::size_t trial = 0; trial < trials; ++trial) {
-        const bool carried = trial == predictors;
-        predictorOf[trial] = carried ? carry.predictor : trial;
-        const std::array<int, 2>& pair = coefficients[predictorOf[trial]];
-        stepOf[trial] = carried ? carry.step : FirstStep(samples, pair);
-        Trials& run = runs[trial / width];
-        run.coefficient1[trial % width] = static_cast<float>(pair[0]) / 4;
-        run.coefficient2[trial % width] = static_cast<float>(pair[1]) / 4;
-        run.older[trial % width] = samples[0];
-        run.newer[trial % width] = samples[1];
-        run.step[trial % width] = stepOf[trial];
-    }
-    static thread_local std::vector<std::array<Ints, trials / width>> codes;
-    codes.resize(samples.size());
-    const auto code = [&](std::size_t from, std::size_t to) {
-        for (std::size_t i = from; i < to; ++i)
-            for (std::size_t run = 0; run < runs.size(); ++run)
-                codes[i][run] = CodeSample(runs[run], samples[i]);
-    };
     heard = std::max<std::size_t>(heard, 2);
-    code(2, heard);
-    const std::array<Floats, trials / width> errors = {runs[0].error, runs[1].error};
-    code(heard, samples.size());
+    std::array<Beginning, trials> beginnings;
+    for (std::size_t trial = 0; trial < predictors; ++trial)
+        beginnings[trial] = {trial, FirstStep(samples, coefficients[trial])};
+    beginnings[predictors] = {carry.predictor, carry.step};
+    Round<trials> first{samples, beginnings};
+    float error = 0;
+    const std::size_t best = first.Best(heard, error);
+    Beginning chosen = beginnings[best];
 
-    std::size_t best = 0;
-    const auto errorOf = [&](std::size_t trial) { return errors[trial / width][trial % width]; };
-    for (std::size_t trial = 1; trial < trials; ++trial)
-        if (errorOf(trial) < errorOf(best))
-            best = trial;
-    block.predictor = predictorOf[best];
-    block.firstStep = stepOf[best];
-    block.codes.resize(samples.size() - 2);
-    for (std::size_t i = 2; i < samples.size(); ++i)
-        block.codes[i - 2] = static_cast<std::uint8_t>(codes[i][best / width][best % width] & 15);
-    carry.predictor = predictorOf[best];
-    carry.step = std::min(runs[best / width].step[best % width], largestFirstStep);
+    // The measured step is a guess, so others about it have their turn with the best predictor.
+    std::array<Beginning, width> nearby;
+    for (std::size_t trial = 0; trial < width; ++trial) {
+        constexpr std::array<int, width> quarters = {1, 2, 6, 12};
+        nearby[trial] = {chosen.predictor, std::clamp(chosen.step * quarters[trial] / 4,
+                                                      smallestStep, largestFirstStep)};
+    }
+    Round<width> second{samples, nearby};
+    float otherError = 0;
+    const std::size_t other = second.Best(heard, otherError);
+    if (otherError < error) {
+        chosen = nearby[other];
+        second.TakeCodes(other, block.codes);
+        carry.step = second.LastStep(other);
+    } else {
+        first.TakeCodes(best, block.codes);
+        carry.step = first.LastStep(best);
+    }
+    block.predictor = carry.predictor = chosen.predictor;
+    block.firstStep = chosen.step;
+    carry.step = std::min(carry.step, largestFirstStep);
 }
 
 MsAdpcmEncoder::MsAdpcmEncoder(int channels, int rate)
