@@ -132,7 +132,6 @@ saved=$(live)
 xdotool key Print
 prompt=$(shown 'screen-shot captured')
 sleep 0.5
-[[ -z ${KESTROVA_SHOTS:-} ]] || import -window root "$KESTROVA_SHOTS/prompt.png"
 xdotool windowfocus "$prompt" key Escape
 soon count $((saved + 1)) "$trle" 'savegame.*'
 [[ $(xdotool getwindowfocus) == "$screen" ]] || die "the game has not got the keyboard"

@@ -77,6 +77,23 @@ TEST(ShotPanes, SaysWhyAPictureCannotBeSeen)
     EXPECT_EQ(picture.Error().reason, "it is too large");
 }
 
+TEST(LoadPicture, TakesTheFirstPictureOfAnAnimationAndNoneThatClaimsTooMuch)
+{
+    Sandbox box;
+    const auto animation = [](const std::string& size) {
+        const std::string frame{"\x2C\0\0\0\0\1\0\1\0\0\x02\x02\x44\x01\0", 15};
+        return "GIF89a" + size + std::string{"\x80\0\0\0\0\0\xFF\xFF\xFF", 9} + frame + frame + ";";
+    };
+    box.Write("moving.jpg", animation(std::string{"\1\0\1\0", 4}));
+    const auto moving = LoadPicture(box / "moving.jpg");
+    ASSERT_TRUE(moving) << moving.Error().reason;
+    EXPECT_EQ(moving->size(), QSize(1, 1));
+    box.Write("wide.bmp", animation("\xFF\xFF\xFF\xFF"));
+    EXPECT_FALSE(LoadPicture(box / "wide.bmp")) << "65,535 by 65,535 pixels";
+    box.Write("drawing.jpg", "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>");
+    EXPECT_FALSE(LoadPicture(box / "drawing.jpg")) << "what can name other files is no picture";
+}
+
 TEST(ShotList, TurnsOnlyWherePicturesAre)
 {
     Sandbox box;
