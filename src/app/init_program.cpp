@@ -3,6 +3,7 @@
 #include "archive/level_sizes.h"
 #include "catalogue/message.h"
 #include "swap/backup.h"
+#include "upkeep/add_level.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/level_life.h"
 
@@ -106,6 +107,7 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
     }
     // A run that ends badly must not forget which archive was made or loaded.
     SavePreferencesNow(session);
+    OfferLeftIntake(session);
     return true;
 }
 

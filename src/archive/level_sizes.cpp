@@ -14,13 +14,6 @@ namespace kestrova
 namespace
 {
 
-/// A record holds sizes as 32-bit numbers.
-std::int32_t AsField(double bytes)
-{
-    constexpr double most = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(std::clamp(std::nearbyint(bytes), -most, most));
-}
-
 struct Sizes {
     double files = 0;
     double extras = 0;
@@ -37,6 +30,12 @@ Sizes Measured(const Session& session, const LevelRecord& level)
 
 } // namespace
 
+std::int32_t SizeField(double bytes)
+{
+    constexpr double most = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(std::clamp(std::nearbyint(bytes), -most, most));
+}
+
 double ExtrasSizeOf(const Path& levelFolder)
 {
     double sum = 0;
@@ -49,7 +48,7 @@ void CountLevelSize(Session& session, double delta, SizeKind kind, std::size_t i
 {
     LevelRecord& level = session.levels[index];
     std::int32_t& field = kind == SizeKind::Files ? level.filesSize : level.extrasSize;
-    field = AsField(field + delta);
+    field = SizeField(field + delta);
     if (index > 0)
         (kind == SizeKind::Files ? session.archive.mainFolderSize
                                  : session.archive.secondaryFolderSize) += delta;
@@ -72,8 +71,8 @@ void RefreshLevelSizes(Session& session, LevelCode code)
         session.archive.mainFolderSize += sizes.files - level.filesSize;
         session.archive.secondaryFolderSize += sizes.extras - level.extrasSize;
     }
-    level.filesSize = AsField(sizes.files);
-    level.extrasSize = AsField(sizes.extras);
+    level.filesSize = SizeField(sizes.files);
+    level.extrasSize = SizeField(sizes.extras);
     SaveArchive(session);
 }
 
@@ -90,8 +89,8 @@ bool RecomputeArchiveSize(Session& session, bool withProgress)
     for (std::size_t i = 0; i < count && finished; ++i) {
         LevelRecord& level = session.levels[i];
         const Sizes sizes = Measured(session, level);
-        level.filesSize = AsField(sizes.files);
-        level.extrasSize = AsField(sizes.extras);
+        level.filesSize = SizeField(sizes.files);
+        level.extrasSize = SizeField(sizes.extras);
         level.extrasDirty = false;
         if (progress) {
             progress->SetBar(i + 1, count);

@@ -180,19 +180,49 @@ std::vector<LevelFile> FilesOf(const Path& folder)
     return files;
 }
 
+bool Compresses(const Session& session, LevelCode code, StoreAs form)
+{
+    return form == StoreAs::ArchiveSays && session.archive.compressLevels && code != originalCode;
+}
+
+bool ConvertsWaves(const Session& session, LevelCode code, StoreAs form)
+{
+    return form == StoreAs::ArchiveSays && session.archive.wavInMp3 && code != originalCode;
+}
+
+/// What the index knows of a file that is compressed already; no value when it does not.
+std::optional<Tr4Entry> KnownEntry(const std::vector<Tr4Entry>& known,
+                                   const std::string& storedName)
+{
+    const std::string name = StripExtension(storedName);
+    const auto entry = std::find_if(known.begin(), known.end(), [&](const Tr4Entry& each) {
+        return EqualNames(Trim(each.name), name);
+    });
+    return entry == known.end() ? std::nullopt : std::optional<Tr4Entry>{*entry};
+}
+
+/// True names and sizes; those of a compressed file are the ones that the index has.
 Status WriteIndex(const Session& session, LevelCode code, const std::vector<LevelFile>& files)
 {
     std::vector<Tr4Entry> entries;
-    for (const LevelFile& file : files)
+    std::vector<Tr4Entry> stored;
+    const auto known = ReadTr4InfOf(session, code);
+    for (const LevelFile& file : files) {
         if (MatchesPattern(file.name, RowText(Msg::PatTr4)))
             entries.push_back(Tr4EntryOf(file.name, file.path));
+        else if (known && MatchesPattern(file.name, RowText(Msg::PatTr4Zl)))
+            if (auto entry = KnownEntry(*known, file.name))
+                stored.push_back(std::move(*entry));
+    }
+    if (!entries.empty())
+        entries.insert(entries.end(), stored.begin(), stored.end());
     return entries.empty() ? Status{} : WriteTr4InfOf(session, code, entries);
 }
 
 } // namespace
 
 bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
-                       ProgressScope* label)
+                       ProgressScope* label, StoreAs form)
 {
     if (const auto status = WriteIndex(session, code, files); !status)
         return Told(session, status);
@@ -201,10 +231,9 @@ bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<Level
         session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
         return false;
     }
-    const bool converts = code != originalCode;
-    const bool compress = session.archive.compressLevels && converts;
+    const bool compress = Compresses(session, code, form);
     const Path target = ResolvePath(InFolder(folder, RowText(Msg::DirFiles)));
-    if (!converts || !session.archive.wavInMp3)
+    if (!ConvertsWaves(session, code, form))
         return Told(session, FillAndExchange(StepsFor(files, compress), target, label));
     const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
     std::vector<LevelFile> encoded = files;
@@ -212,23 +241,23 @@ bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<Level
            Told(session, FillAndExchange(StepsFor(encoded, compress), target, label));
 }
 
-bool StoreLevelFiles(Session& session, const Path& source, std::size_t index, ProgressScope* label)
+bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, ProgressScope* label,
+                     StoreAs form)
 {
-    const LevelCode code = session.levels[index].levelCode;
     if (!FolderExists(source))
         return Told(session, MakeFailure(ErrorCode::Missing, TextOf(source)));
     const std::vector<LevelFile> files = FilesOf(source);
     const Path home = InFolder(LevelHomeOf(session, code), RowText(Msg::DirFiles));
     if (!SameFolder(source, home))
-        return StoreFilesOfLevel(session, code, files, label);
+        return StoreFilesOfLevel(session, code, files, label, form);
     if (code == originalCode)
         return false;
     if (const auto status = WriteIndex(session, code, files); !status)
         return Told(session, status);
     const Path place = ResolvePath(source);
-    if (session.archive.wavInMp3 && !EncodeWavesInPlace(session, place))
+    if (ConvertsWaves(session, code, form) && !EncodeWavesInPlace(session, place))
         return false;
-    if (!session.archive.compressLevels)
+    if (!Compresses(session, code, form))
         return true;
     return Told(session, ConvertInPlace(StepsFor(FilesOf(place), true), place, label));
 }

@@ -13,16 +13,23 @@ struct LevelFile {
     Path path;
 };
 
+/// What form files take.
+enum class StoreAs {
+    ArchiveSays,
+    Plain ///< as they are, whatever the archive's preferences say
+};
+
 /// Puts files in stored form into a level's `files`, whatever was there before; shows its failure.
 /// The new folder is filled as `files.new`, read back, compared, and exchanged by rename; the
 /// sources stay as they are. Notes the true names and sizes in `tr4.inf` first. The level's record
 /// need not be in the archive yet. `label` may be null.
 bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
-                       ProgressScope* label);
+                       ProgressScope* label, StoreAs form = StoreAs::ArchiveSays);
 
 /// The same with the files of a folder. When that is the level's own `files`, each file takes its
 /// stored form in place, and goes only when that was read back.
-bool StoreLevelFiles(Session& session, const Path& source, std::size_t index, ProgressScope* label);
+bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, ProgressScope* label,
+                     StoreAs form = StoreAs::ArchiveSays);
 
 /// Expands a stored folder into the temporary folder `_temp_Dec`. `result` stays empty when nothing
 /// had to be done; otherwise the caller removes it with `RemoveFolder`. Shows its failure; nothing

@@ -15,6 +15,11 @@ namespace
 
 constexpr std::size_t nameWidth = 80;
 
+Path Tr4InfPathOf(const Session& session, LevelCode code)
+{
+    return InFolder(LevelHomeOf(session, code), RowText(Msg::FragTr4Inf));
+}
+
 } // namespace
 
 Tr4Entry Tr4EntryOf(const std::string& name, const Path& file)
@@ -36,14 +41,12 @@ std::vector<Tr4Entry> ScanTr4Files(const Path& folder)
 
 Path Tr4InfPath(const Session& session, std::size_t index)
 {
-    return InFolder(LevelHomeOf(session, session.levels[index].levelCode),
-                    RowText(Msg::FragTr4Inf));
+    return Tr4InfPathOf(session, session.levels[index].levelCode);
 }
 
 Status WriteTr4InfOf(const Session& session, LevelCode code, const std::vector<Tr4Entry>& entries)
 {
-    return WriteRecordFile(InFolder(LevelHomeOf(session, code), RowText(Msg::FragTr4Inf)),
-                           FormatTr4Inf(entries));
+    return WriteRecordFile(Tr4InfPathOf(session, code), FormatTr4Inf(entries));
 }
 
 Status WriteTr4Inf(const Session& session, std::size_t index, const std::vector<Tr4Entry>& entries)
@@ -53,7 +56,12 @@ Status WriteTr4Inf(const Session& session, std::size_t index, const std::vector<
 
 Result<std::vector<Tr4Entry>> ReadTr4Inf(const Session& session, std::size_t index)
 {
-    const Path file = Tr4InfPath(session, index);
+    return ReadTr4InfOf(session, session.levels[index].levelCode);
+}
+
+Result<std::vector<Tr4Entry>> ReadTr4InfOf(const Session& session, LevelCode code)
+{
+    const Path file = Tr4InfPathOf(session, code);
     const auto bytes = ReadWholeFile(file);
     if (!bytes)
         return bytes.Error();

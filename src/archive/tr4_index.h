@@ -14,6 +14,7 @@ Path Tr4InfPath(const Session& session, std::size_t index);
 /// For a level whose record is not in the archive yet.
 Status WriteTr4InfOf(const Session& session, LevelCode code, const std::vector<Tr4Entry>& entries);
 Status WriteTr4Inf(const Session& session, std::size_t index, const std::vector<Tr4Entry>& entries);
+Result<std::vector<Tr4Entry>> ReadTr4InfOf(const Session& session, LevelCode code);
 Result<std::vector<Tr4Entry>> ReadTr4Inf(const Session& session, std::size_t index);
 
 } // namespace kestrova

@@ -69,28 +69,6 @@ Exit RunLoad(Run& run)
     return EndWork(run, loaded);
 }
 
-Exit RunAdd(Run& run)
-{
-    const std::string name = Readable(Trim(run.arguments.ValueOf("--name")));
-    if (name.empty())
-        return WrongUse("add", GetMsg(Msg::WrongOptionMissing, {"--name"}));
-    const Path folder = PlaceFromWord(run.arguments.words.front());
-    if (!BeginWork(run, Needs::Archive))
-        return Exit::Failed;
-    if (!FolderExists(folder)) {
-        run.host.Tell(Tone::Error, GetMsg(Msg::NoSuchFolder, {TextOf(folder)}));
-        return EndWork(run, false);
-    }
-    LevelCode code = 0;
-    const bool added = AddFolderAsLevel(run.session, name,
-                                        Readable(run.arguments.ValueOf("--note")), folder, code);
-    if (added && run.json != nullptr)
-        *run.json = {{"code", code}, {"name", name}};
-    else if (added)
-        AddLine(run, std::to_string(code) + "\t" + name);
-    return EndWork(run, added);
-}
-
 Exit RunRemove(Run& run)
 {
     const auto code = CodeFromWord(run, run.arguments.words.front());

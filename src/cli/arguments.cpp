@@ -8,7 +8,13 @@ namespace kestrova
 std::string Arguments::ValueOf(std::string_view option) const
 {
     const auto found = options.find(option);
-    return found == options.end() ? std::string{} : found->second;
+    return found == options.end() ? std::string{} : found->second.back();
+}
+
+std::vector<std::string> Arguments::ValuesOf(std::string_view option) const
+{
+    const auto found = options.find(option);
+    return found == options.end() ? std::vector<std::string>{} : found->second;
 }
 
 Arguments ParseArguments(const std::vector<std::string>& items, std::span<const OptionRow> known)
@@ -34,7 +40,7 @@ Arguments ParseArguments(const std::vector<std::string>& items, std::span<const 
                                       [&](const OptionRow& option) { return option.name == name; });
         if (row == known.end())
             result.wrong = GetMsg(Msg::WrongOption, {name});
-        else if (result.options.contains(name))
+        else if (result.options.contains(name) && !row->repeats)
             result.wrong = GetMsg(Msg::WrongTwice, {name});
         else if (!row->takesValue && equals != std::string::npos)
             result.wrong = GetMsg(Msg::WrongValueGiven, {name});
@@ -42,7 +48,7 @@ Arguments ParseArguments(const std::vector<std::string>& items, std::span<const 
             result.wrong = GetMsg(Msg::WrongValueMissing, {name});
         if (!result.wrong.empty())
             return result;
-        std::string& value = result.options[name];
+        std::string& value = result.options[name].emplace_back();
         if (row->takesValue)
             value = equals != std::string::npos ? item.substr(equals + 1) : items[++i];
     }

@@ -48,6 +48,7 @@ Exit RunLoad(Run& run);
 Exit RunLevels(Run& run);
 Exit RunInfo(Run& run);
 Exit RunAdd(Run& run);
+Exit RunEdit(Run& run);
 Exit RunRemove(Run& run);
 Exit RunSizes(Run& run);
 Exit RunAuthor(Run& run);

@@ -31,6 +31,7 @@ public:
     void NameUnanswered(const std::string& text);
 
     void Tell(Tone tone, const std::string& text, const std::string& reason = {}) override;
+    [[nodiscard]] bool CanAsk() const override { return interactive_; }
     bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) override;
     bool AskOkCancel(const std::string& text) override;
     YesNoCancel AskYesNoCancel(const std::string& text) override;

@@ -51,6 +51,8 @@ public:
     virtual bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) = 0;
     virtual bool AskOkCancel(const std::string& text) = 0;
     virtual YesNoCancel AskYesNoCancel(const std::string& text) = 0;
+    /// False where nobody can answer, so that a question that needs one must not be repeated.
+    [[nodiscard]] virtual bool CanAsk() const { return true; }
     /// No value when the person cancelled. `title`: of the question's window; empty: the program's.
     virtual std::optional<std::string> AskText(const std::string& text,
                                                const std::string& suggestion,

@@ -7,6 +7,7 @@
 #include "swap/marker.h"
 #include "ui/captions.h"
 #include "ui/dialog_convert_audio.h"
+#include "ui/dialog_new_level.h"
 #include "ui/dialog_pref_arc.h"
 #include "ui/dialog_restore.h"
 #include "ui/dialog_settings.h"
@@ -24,7 +25,6 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListView>
@@ -45,15 +45,6 @@ namespace
 
 constexpr int showSoonMs = 40;
 constexpr QSize firstSize{1000, 640};
-
-Path DroppedFolder(const QMimeData& data)
-{
-    const QList<QUrl> urls = data.urls();
-    if (urls.size() != 1 || !urls.constFirst().isLocalFile())
-        return {};
-    const QString file = urls.constFirst().toLocalFile();
-    return QFileInfo(file).isDir() ? PathFromQt(file) : Path{};
-}
 
 } // namespace
 
@@ -95,7 +86,8 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
              {"mnu_Save", run([this] { SaveCurrentArchive(); })},
              {"mnu_SaveAs", run([this] { AskSaveArchiveAs(session_); })},
              {"Mnu_Exit", [this] { close(); }},
-             {"mnu_AddLevel", [this] { AddLevel(); }},
+             {"mnu_AddLevel", [this] { AddLevelFrom({}); }},
+             {"mnu_Property", [this] { EditChosen(); }},
              {"mnu_RemoveLevel", run([this] { RemoveChosen(); })},
              {"mnu_CalcolaSize", run([this] { ShowArchiveSizes(session_); })},
              {"mnu_SetMylanguage", run([this] { ChangeLanguage(LanguageChange::Mine); })},
@@ -350,7 +342,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (session_.runningOperations == 0 && !DroppedFolder(*event->mimeData()).empty())
+    if (session_.runningOperations == 0 && !DraggedPaths(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 
@@ -358,8 +350,8 @@ void MainWindow::dropEvent(QDropEvent* event)
 {
     event->acceptProposedAction();
     // Whoever dragged it must not wait for the dialog.
-    QTimer::singleShot(
-        0, this, [this, folder = DroppedFolder(*event->mimeData())] { AddLevelFrom(folder); });
+    QTimer::singleShot(0, this,
+                       [this, paths = DraggedPaths(*event->mimeData())] { AddLevelFrom(paths); });
 }
 
 void MainWindow::RememberPlace() const

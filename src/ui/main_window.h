@@ -58,8 +58,8 @@ public:
     /// Everything beside the list, for the chosen level, at once.
     void ShowChosen();
 
-    /// The dialog that takes a folder in as a new level, the folder filled in.
-    void AddLevelFrom(const Path& folder);
+    /// The dialog of a new level; files, packages and folders given here come in at once.
+    void AddLevelFrom(const std::vector<Path>& sources);
 
     /// Called when the window has closed for good: preferences are written.
     std::function<void()> ended = [] {};
@@ -96,7 +96,7 @@ private:
     void MoreInfo();
     void ShowAuthor();
     void SaveCurrentArchive();
-    void AddLevel();
+    void EditChosen();
     void RemoveChosen();
     void ChangeLanguage(LanguageChange change);
     void ChangeAllLanguages(LanguageChange change);

@@ -6,11 +6,12 @@
 #include "archive/level_folders.h"
 #include "swap/marker.h"
 #include "ui/captions.h"
-#include "ui/dialog_add_folder.h"
 #include "ui/dialog_author.h"
+#include "ui/dialog_new_level.h"
 #include "ui/level_details.h"
 #include "ui/main_menu.h"
 #include "ui/qt_text.h"
+#include "upkeep/add_level.h"
 #include "upkeep/level_life.h"
 
 #include <QLabel>
@@ -125,20 +126,27 @@ void MainWindow::SaveCurrentArchive()
                     written.Error());
 }
 
-void MainWindow::AddLevel()
-{
-    AddLevelFrom({});
-}
-
-void MainWindow::AddLevelFrom(const Path& folder)
+void MainWindow::AddLevelFrom(const std::vector<Path>& sources)
 {
     if (session_.runningOperations > 0)
         return;
-    if (session_.ArchivePath().empty()) {
-        Run([this] { session_.host.Tell(Tone::Error, GetMsg(Msg::WindowMissingArchive)); });
+    NewLevelDialog dialog{session_, this};
+    LevelCode code = 0;
+    if (AddLevel(
+            session_, dialog.Progress(),
+            [&](NewLevel& level) { return dialog.Show(level, sources); }, code))
+        statusBar()->showMessage(Words(Msg::LevelAdded, {LevelNameOf(session_, code)}), statusMs);
+}
+
+void MainWindow::EditChosen()
+{
+    if (session_.runningOperations > 0)
         return;
-    }
-    AddFolderDialog(session_, folder, this).exec();
+    if (!chosen_)
+        return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelSelected));
+    NewLevelDialog dialog{session_, this};
+    EditLevel(session_, dialog.Progress(), *chosen_,
+              [&](NewLevel& level) { return dialog.Show(level); });
 }
 
 void MainWindow::RemoveChosen()

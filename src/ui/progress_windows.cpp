@@ -208,4 +208,44 @@ bool OwnProgress::Step()
     return true;
 }
 
+StoppableProgress::StoppableProgress(QLabel& label, QProgressBar& bar, QPushButton& stop)
+    : OwnProgress(label, bar), bar_(&bar), stop_(&stop)
+{
+    bar.setRange(0, barSteps);
+    QObject::connect(&stop, &QPushButton::clicked, &stop, [this] {
+        stopped_ = true;
+        stop_->setEnabled(false);
+        SetLabel(GetMsg(Msg::StoppingNow));
+    });
+    if (InputGate* gate = InputGate::Current())
+        gate->AdmitAlways(stop);
+    End();
+}
+
+void StoppableProgress::Begin()
+{
+    stopped_ = false;
+    bar_->show();
+}
+
+void StoppableProgress::End()
+{
+    bar_->setValue(0);
+    bar_->hide();
+    stop_->hide();
+}
+
+void StoppableProgress::AllowStop()
+{
+    if (stop_ == nullptr || !stop_->isHidden())
+        return;
+    stop_->setEnabled(true);
+    stop_->show();
+}
+
+bool StoppableProgress::Step()
+{
+    return OwnProgress::Step() && !stopped_;
+}
+
 } // namespace kestrova

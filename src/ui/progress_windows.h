@@ -87,6 +87,25 @@ private:
     Pump pump_;
 };
 
+/// The same with a Stop button of that window, which only this may be pressed while work goes on.
+class StoppableProgress : public OwnProgress
+{
+public:
+    StoppableProgress(QLabel& label, QProgressBar& bar, QPushButton& stop);
+
+    /// Around each piece of work: an old Stop counts no more, and the bar goes with the work.
+    void Begin();
+    void End();
+
+    void AllowStop() override;
+    bool Step() override;
+
+private:
+    QPointer<QProgressBar> bar_;
+    QPointer<QPushButton> stop_;
+    bool stopped_ = false;
+};
+
 /// Sets a bar to `done` of `total`; paints only when it shows a difference.
 void ShowShare(QProgressBar& bar, std::uint64_t done, std::uint64_t total);
 

@@ -2,6 +2,7 @@
 
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
+#include "archive/level_sizes.h"
 #include "catalogue/message.h"
 #include "swap/history.h"
 #include "swap/install.h"
@@ -87,6 +88,25 @@ bool FinishNewLevel(Session& session, const LevelRecord& level)
     session.levels.push_back(level);
     session.archive.mainFolderSize += level.filesSize;
     session.archive.secondaryFolderSize += level.extrasSize;
+    if (!SaveOrPutBack(session, header, levels, wasDirty))
+        return false;
+    session.list.Refresh();
+    session.list.Select(level.levelCode);
+    return true;
+}
+
+bool ReplaceLevel(Session& session, const LevelRecord& level)
+{
+    const ArchiveHeader header = session.archive;
+    const std::vector<LevelRecord> levels = session.levels;
+    const bool wasDirty = session.archiveDirty;
+    const auto index = static_cast<std::size_t>(FindLevel(session, level.levelCode));
+    const LevelRecord old = session.levels[index];
+    CountLevelSize(session, static_cast<double>(level.filesSize) - old.filesSize, SizeKind::Files,
+                   index);
+    CountLevelSize(session, static_cast<double>(level.extrasSize) - old.extrasSize,
+                   SizeKind::Extras, index);
+    session.levels[index] = level;
     if (!SaveOrPutBack(session, header, levels, wasDirty))
         return false;
     session.list.Refresh();

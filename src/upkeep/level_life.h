@@ -19,11 +19,9 @@ bool FinishNewLevel(Session& session, const LevelRecord& level);
 /// Removes the folders of a level that did not come in.
 void DropNewLevel(Session& session, const LevelRecord& level);
 
-/// A folder's files, those of its sub-folders too, as a new level: savegames, notes and shots go to
-/// the level's own folders, pictures to its screen-shots, the rest is stored. True when it stands
-/// in the archive; `code` is its number.
-bool AddFolderAsLevel(Session& session, const std::string& name, const std::string& note,
-                      const Path& folder, LevelCode& code);
+/// A changed record in place of the one with its code, its sizes into the totals, saved, the list
+/// refreshed. False, with a message, when it could not be saved: the archive is as it was then.
+bool ReplaceLevel(Session& session, const LevelRecord& level);
 
 enum class LevelFolders { Ask, Remove, Keep };
 /// Takes a level out of the archive, out of the Level Editor's folder first when it stands there,

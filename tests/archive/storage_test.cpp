@@ -48,7 +48,7 @@ protected:
         for (const auto& [name, content] : files)
             box.Write("source/" + name, content);
     }
-    bool Store() { return StoreLevelFiles(box.session, box / "source", index, nullptr); }
+    bool Store() { return StoreLevelFiles(box.session, box / "source", code, nullptr); }
     [[nodiscard]] Files Stored() const { return box.Snapshot("levels/LEVEL_0001/files"); }
     /// What the stored folder gives to the game.
     Files Ready()
@@ -124,7 +124,7 @@ TEST_F(Storage, ConvertsInPlaceWhenSourceIsTarget)
 {
     Prepare({});
     box.Write("levels/LEVEL_0001/files/load.bmp", "no picture at all");
-    ASSERT_TRUE(StoreLevelFiles(box.session, box / "levels/level_0001/FILES", index, nullptr));
+    ASSERT_TRUE(StoreLevelFiles(box.session, box / "levels/level_0001/FILES", code, nullptr));
     Files stored = Stored();
     EXPECT_EQ(stored["load.bmp"], "no picture at all");
     EXPECT_EQ(*ExpandZlBytes(stored["old.tr4.zl"], 100), "old");
@@ -136,7 +136,7 @@ TEST_F(Storage, StoredTwiceOverItselfChangesNothing)
     Prepare(LevelSource());
     ASSERT_TRUE(Store());
     const Files stored = Stored();
-    ASSERT_TRUE(StoreLevelFiles(box.session, box / "levels/LEVEL_0001/files", index, nullptr));
+    ASSERT_TRUE(StoreLevelFiles(box.session, box / "levels/LEVEL_0001/files", code, nullptr));
     EXPECT_EQ(Stored(), stored);
     EXPECT_EQ(ReadTr4Inf(box.session, index)->size(), 2U) << "the index of the true files stays";
 }
@@ -291,7 +291,7 @@ TEST_F(Storage, WhatDoesNotFitOnTheDiskIsFoundBeforeItIsWritten)
 TEST_F(Storage, AVanishedOrStoppedSourceIsToldAndLeavesNothing)
 {
     Prepare(LevelSource());
-    EXPECT_FALSE(StoreLevelFiles(box.session, box / "gone", index, nullptr));
+    EXPECT_FALSE(StoreLevelFiles(box.session, box / "gone", code, nullptr));
     EXPECT_TRUE(box.host.WasTold("Errore copying/compressing level files"));
     const auto gone =
         ReadyLevelFiles(box.session, box / "gone", box / "home/staging", true, nullptr);

@@ -1,7 +1,7 @@
 #include "ui/captions.h"
-#include "ui/dialog_add_folder.h"
 #include "ui/dialog_author.h"
 #include "ui/dialog_convert_audio.h"
+#include "ui/dialog_new_level.h"
 #include "ui/dialog_pref_arc.h"
 #include "ui/dialog_restore.h"
 #include "ui/dialog_settings.h"
@@ -51,8 +51,8 @@ TEST(Dialogs, EveryCaptionFindsItsControl)
     SettingsDialog settings{world.session, nullptr};
     FindTrleDialog find{world.session, finder, nullptr};
     RestoreDialog restore{world.session, nullptr};
-    AddFolderDialog add{world.session, {}, nullptr};
     AuthorDialog author{world.session, 0, nullptr};
+    NewLevelDialog add{world.session, nullptr};
     ProgressDialog progress{ProgressWindow::Progress, nullptr};
     ProgressDialog wait{ProgressWindow::Wait, nullptr};
     ProgressDialog zip{ProgressWindow::Zip, nullptr};
@@ -230,25 +230,6 @@ TEST(FindTrle, OkNeedsAFolderThatPasses)
     given.close();
     EXPECT_EQ(given.result(), QDialog::Rejected);
     EXPECT_TRUE(world.box.host.WasTold("This program cann't run without"));
-}
-
-TEST(AddFolder, SuggestsTheFoldersNameUntilAnotherIsTyped)
-{
-    WindowWorld world;
-    std::filesystem::create_directories(world.box / "First");
-    AddFolderDialog dialog{world.session, world.box / "First", nullptr};
-    auto* name = In<QLineEdit>(dialog, "Text_Name");
-    auto* folder = In<QLineEdit>(dialog, "Text_Folder");
-    EXPECT_EQ(name->text(), "First");
-    folder->setText(PathToQt(world.box / "Second"));
-    EXPECT_EQ(name->text(), "Second");
-    name->setText("My name");
-    folder->setText(PathToQt(world.box / "Third"));
-    EXPECT_EQ(name->text(), "My name");
-    dialog.accept();
-    EXPECT_TRUE(world.box.host.WasTold("This folder is not there"));
-    name->setText("  ");
-    EXPECT_FALSE(In<QPushButton>(dialog, "Pul_Ok")->isEnabled());
 }
 
 TEST(Author, TheListsFollowTheirButtonsAndARefusalKeepsTheWindow)

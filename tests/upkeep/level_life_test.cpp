@@ -20,22 +20,6 @@ namespace
 
 using Files = std::map<std::string, std::string>;
 
-void WritePackage(const Sandbox& box)
-{
-    box.Write("package/level1.tr4", "level");
-    box.Write("package/script.dat", "script");
-    box.Write("package/audio/107.wav", "wave");
-    box.Write("package/docs/README.TXT", "read me");
-    box.Write("package/docs/notes.txt", "some notes");
-    box.Write("package/docs/view.JPG", "view");
-    box.Write("package/saves/savegame.3", "saved");
-    box.Write("package/saves/note3.txt", "a note");
-    box.Write("package/saves/shot3.jpg", "slot picture");
-    box.Write("package/twin/script.dat", "another script");
-    box.Write("package/twin/level1.tr4", "level");
-    box.Write("package/start_me.exe", "tool");
-}
-
 class LevelLife : public ::testing::Test
 {
 protected:
@@ -43,10 +27,6 @@ protected:
     {
         box.MakeTrle();
         box.MakeBackupAndArchive();
-    }
-    bool Add()
-    {
-        return AddFolderAsLevel(box.session, " Salt Harbour ", "a note", box / "package", code);
     }
     /// The archive as another start of the program reads it.
     [[nodiscard]] Session Reloaded()
@@ -56,97 +36,7 @@ protected:
         return fresh;
     }
     Sandbox box;
-    LevelCode code = -1;
 };
-
-TEST_F(LevelLife, AFoldersFilesGoWhereTheyBelong)
-{
-    WritePackage(box);
-    const Files before = box.Snapshot("package");
-    ASSERT_TRUE(Add()) << box.host.AllTold();
-    EXPECT_EQ(code, 1);
-    EXPECT_EQ(box.list.selected, 1);
-    EXPECT_EQ(box.Snapshot("package"), before);
-    EXPECT_EQ(box.Snapshot("levels/LEVEL_0001/files"), (Files{{"level1.tr4", "level"},
-                                                              {"script.dat", "script"},
-                                                              {"107.wav", "wave"},
-                                                              {"README.TXT", "read me"},
-                                                              {"notes.txt", "some notes"},
-                                                              {"view.JPG", "view"}}));
-    EXPECT_EQ(
-        box.Snapshot("levels/LEVEL_0001/backup_savegames"),
-        (Files{{"savegame.3", "saved"}, {"note3.txt", "a note"}, {"shot3.jpg", "slot picture"}}));
-    EXPECT_EQ(box.Snapshot("levels/LEVEL_0001/screenshots"), (Files{{"view.JPG", "view"}}));
-    EXPECT_TRUE(box.host.WasTold("twin/script.dat")) << "another file of that name is named";
-    EXPECT_FALSE(box.host.WasTold("twin/level1.tr4")) << "the same file twice is no matter";
-
-    const Session fresh = Reloaded();
-    ASSERT_EQ(fresh.levels.size(), 2U);
-    const LevelRecord& level = fresh.levels[1];
-    EXPECT_EQ(level.levelName, "Salt Harbour");
-    EXPECT_EQ(level.levelNote, "a note");
-    EXPECT_EQ(level.moreInfoFile, "README.TXT");
-    EXPECT_EQ(level.filesSize, 5 + 6 + 4 + 7 + 10 + 4);
-    EXPECT_EQ(level.extrasSize, 5 + 6 + 12 + 4);
-    EXPECT_EQ(fresh.archive.mainFolderSize, level.filesSize);
-    EXPECT_EQ(fresh.archive.secondaryFolderSize, level.extrasSize);
-    EXPECT_EQ(ReadTr4Inf(box.session, 1)->size(), 1U);
-}
-
-TEST_F(LevelLife, WhatIsNoLevelIsRefusedInWords)
-{
-    box.Write("package/readme.txt", "no level");
-    EXPECT_FALSE(Add());
-    EXPECT_TRUE(box.host.WasTold("Missing tr4 files"));
-    EXPECT_FALSE(AddFolderAsLevel(box.session, "  ", "", box / "package", code));
-    EXPECT_TRUE(box.host.WasTold("You must set a name for new level"));
-    EXPECT_FALSE(AddFolderAsLevel(box.session, "x", "", box / "none", code));
-    EXPECT_TRUE(box.host.WasTold("No level was added"));
-    WritePackage(box);
-    box.session.preferences.archivePath.clear();
-    EXPECT_FALSE(Add());
-    EXPECT_TRUE(box.host.WasTold("Missing archive! Before adding levels you must create new"));
-    EXPECT_EQ(box.session.levels.size(), 1U);
-    EXPECT_TRUE(box.Snapshot("levels").empty());
-}
-
-TEST_F(LevelLife, ALevelIsAddedWholeOrNotAtAllWhereverItFails)
-{
-    for (int step = 1;; ++step) {
-        ASSERT_LT(step, 600);
-        Sandbox own;
-        own.host.AnswerAll(true);
-        own.MakeTrle();
-        own.MakeBackupAndArchive();
-        own.session.archive.compressLevels = step % 2 == 0;
-        WritePackage(own);
-        LevelCode added = -1;
-        const FaultRun run = WithFaultAt(
-            step,
-            [&] { return AddFolderAsLevel(own.session, "Level", "", own / "package", added); },
-            std::errc::no_space_on_device);
-        const auto content = ParseArchive(own.Read("home/LevelArchive.kva"));
-        ASSERT_TRUE(content) << run.call;
-        const std::size_t expected = run.answer ? 2 : 1;
-        EXPECT_EQ(content->levels.size(), expected) << run.call << own.host.AllTold();
-        EXPECT_EQ(own.session.levels.size(), expected) << run.call;
-        EXPECT_EQ(own.Has("levels/LEVEL_0001/files/script.dat"), run.answer) << run.call;
-        EXPECT_TRUE(run.answer || !own.Has("levels/LEVEL_0001")) << run.call << own.host.AllTold();
-        EXPECT_TRUE(run.answer || !own.host.told.empty()) << run.call;
-        EXPECT_FALSE(own.session.archiveDirty) << run.call;
-        if (!run.reached)
-            break;
-    }
-}
-
-TEST_F(LevelLife, AStopLeavesNothingBehind)
-{
-    WritePackage(box);
-    box.host.StopAtStep(2);
-    EXPECT_FALSE(Add());
-    EXPECT_EQ(box.session.levels.size(), 1U);
-    EXPECT_FALSE(box.Has("levels/LEVEL_0001"));
-}
 
 TEST_F(LevelLife, WhatAnEarlierLevelLeftInTheFolderIsKeptInTheHistory)
 {

@@ -1,0 +1,132 @@
+#include "archive/level_folders.h"
+#include "cli/work.h"
+#include "upkeep/add_level.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+std::vector<Path> PlacesFrom(const std::vector<std::string>& words)
+{
+    std::vector<Path> places;
+    for (const std::string& word : words)
+        places.push_back(PlaceFromWord(word));
+    return places;
+}
+
+/// Packages within packages come out one level a time; deeper than this somebody is joking.
+constexpr int deepestPackage = 8;
+
+void UnpackAll(NewLevel& level)
+{
+    const auto anyPackage = [&] {
+        return std::any_of(level.Files().begin(), level.Files().end(), IsPackage);
+    };
+    for (int i = 0; i < deepestPackage && anyPackage(); ++i)
+        level.Refresh();
+}
+
+void TakeTexts(Run& run, NewLevel& level)
+{
+    if (run.arguments.Has("--name"))
+        level.name = Readable(run.arguments.ValueOf("--name"));
+    if (run.arguments.Has("--note"))
+        level.note = Readable(run.arguments.ValueOf("--note"));
+}
+
+/// The file of that name in the level; no value, with words, when there is none.
+std::optional<Path> FileOfLevel(Run& run, const NewLevel& level, const std::string& name)
+{
+    for (const Path& file : level.Files())
+        if (EqualNames(file.filename().native(), name))
+            return file;
+    run.host.Tell(Tone::Error, GetMsg(Msg::NoSuchLevelFile, {name}));
+    return {};
+}
+
+bool ChangeFiles(Run& run, NewLevel& level)
+{
+    if (run.arguments.Has("--add")) {
+        if (!level.AddSources(PlacesFrom(run.arguments.ValuesOf("--add")), Subfolders::Take))
+            return false;
+        UnpackAll(level);
+    }
+    for (const std::string& name : run.arguments.ValuesOf("--remove-file")) {
+        const auto file = FileOfLevel(run, level, name);
+        if (!file || !level.RemoveFile(*file))
+            return false;
+    }
+    if (!run.arguments.Has("--more-info"))
+        return true;
+    level.moreInfo.clear();
+    const std::string name = run.arguments.ValueOf("--more-info");
+    if (name.empty())
+        return true;
+    const auto file = FileOfLevel(run, level, name);
+    if (file)
+        level.moreInfo = file->filename().native();
+    return file.has_value();
+}
+
+Exit ShowAdded(Run& run, bool done, LevelCode code)
+{
+    if (!done)
+        return EndWork(run, false);
+    const std::string name = Readable(LevelNameOf(run.session, code));
+    if (run.json != nullptr)
+        *run.json = {{"code", code}, {"name", name}};
+    else
+        AddLine(run, std::to_string(code) + "\t" + name);
+    return EndWork(run, true);
+}
+
+} // namespace
+
+Exit RunAdd(Run& run)
+{
+    const std::vector<Path> sources = PlacesFrom(run.arguments.words);
+    if (!BeginWork(run, Needs::Archive))
+        return Exit::Failed;
+    const Operation operation{run.session};
+    const auto progress = run.host.BeginProgress(ProgressWindow::Progress, {});
+    LevelCode code = 0;
+    const bool added = AddLevel(
+        run.session, *progress,
+        [&](NewLevel& level) {
+            const bool all = level.AddSources(sources, Subfolders::Take);
+            if (!all && (level.LastReport().stopped || !run.arguments.Has("--keep-going"))) {
+                run.host.Tell(Tone::Error, GetMsg(Msg::AddGivenUp));
+                return false;
+            }
+            UnpackAll(level);
+            TakeTexts(run, level);
+            return level.Accept();
+        },
+        code);
+    return ShowAdded(run, added, code);
+}
+
+Exit RunEdit(Run& run)
+{
+    const auto code = CodeFromWord(run, run.arguments.words.front());
+    if (!code)
+        return Exit::WrongUse;
+    if (!BeginWork(run, Needs::Archive))
+        return Exit::Failed;
+    const Operation operation{run.session};
+    const auto progress = run.host.BeginProgress(ProgressWindow::Progress, {});
+    const bool changed = EditLevel(run.session, *progress, *code, [&](NewLevel& level) {
+        TakeTexts(run, level);
+        if (ChangeFiles(run, level) && level.Accept())
+            return true;
+        level.Cancel();
+        return false;
+    });
+    return ShowAdded(run, changed, *code);
+}
+
+} // namespace kestrova

@@ -1,0 +1,311 @@
+#include "intake/new_level.h"
+
+#include "archive/level_folders.h"
+#include "archive/storage.h"
+#include "catalogue/message.h"
+#include "swap/level_language.h"
+#include "swap/marker.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+NewLevel::NewLevel(Session& session, LevelRecord& record, LevelMode mode, ProgressScope& progress)
+    : session_(session), record_(record), saved_(record), mode_(mode), progress_(progress)
+{
+}
+
+NewLevel::~NewLevel()
+{
+    if (isTemp_)
+        (void)RemoveTree(workFolder_); // the next use clears what stays
+}
+
+bool NewLevel::Open()
+{
+    FindFolder();
+    if (!session_.preferences.noDecompressInProperties) {
+        Path temp;
+        if (!UnstoreLevelFiles(session_, filesFolder_, temp, false)) {
+            session_.host.Tell(Tone::Error, GetMsg(Msg::ErrorDecompressingFiles));
+            return false;
+        }
+        if (!temp.empty()) {
+            workFolder_ = temp;
+            isTemp_ = true;
+        }
+    }
+    TakeSnapshot();
+    forceChanged_ = filesDirty_;
+    RefreshFileList();
+    name = Trim(record_.levelName);
+    note = Trim(record_.levelNote);
+    const std::string wanted = FileNameOf(Trim(record_.moreInfoFile));
+    for (const Path& file : files_)
+        if (EqualNames(file.filename().native(), wanted))
+            moreInfo = file.filename().native();
+    progress_.SetLabel(SizeText());
+    return true;
+}
+
+void NewLevel::FindFolder()
+{
+    Path folder = LevelFolderOf(session_, record_.levelCode, true);
+    if (session_.cdNotAvailable) {
+        session_.host.Tell(Tone::Warning, GetMsg(Msg::CdMissingForFiles));
+        folder = LevelHomeOf(session_, record_.levelCode);
+    }
+    filesFolder_ = ResolvePath(InFolder(folder, RowText(Msg::DirFiles)));
+    workFolder_ = filesFolder_;
+}
+
+void NewLevel::TakeSnapshot()
+{
+    for (const Path& file : ListFiles(workFolder_, RowText(Msg::PatAll))) {
+        const platform::FileFacts facts = platform::FactsOf(file);
+        snapshot_[FoldCase(file.filename().native())] = {facts.size, facts.modifiedNs};
+    }
+}
+
+std::string NewLevel::FilesText() const
+{
+    return std::to_string(files_.size()) + GetMsg(Msg::CountOfFiles) + FormatSize(filesBytes_) +
+           GetMsg(Msg::ClosingRound);
+}
+
+std::string NewLevel::SizeText() const
+{
+    const double files = saved_.filesSize;
+    const double extras = saved_.extrasSize;
+    return GetMsg(Msg::LevelSizeLine) + FormatSize(files) + " + " + FormatSize(extras) + " = " +
+           FormatSize(files + extras);
+}
+
+void NewLevel::ClearProgress()
+{
+    progress_.SetLabel({});
+    progress_.SetBar(0, 0);
+}
+
+bool NewLevel::GuardOnCd()
+{
+    if (!OnCd())
+        return false;
+    session_.host.Tell(Tone::Error, GetMsg(Msg::LevelOnCd, {lineBreak}));
+    return true;
+}
+
+void NewLevel::UnpackInside()
+{
+    for (const Path& file : ListFiles(workFolder_, RowText(Msg::PatAll))) {
+        if (!IsPackage(file))
+            continue;
+        const auto status =
+            CopyOrUnzipSource(session_, file, workFolder_, Replace::Silent, progress_, report_);
+        if (!status && status.Error().code == ErrorCode::Stopped) {
+            report_.stopped = true;
+            return; // it is still there for the next refresh
+        }
+        // What the archive held is nowhere else; what has just come in still is where it came from.
+        const bool onlyHere = snapshot_.contains(FoldCase(file.filename().native()));
+        if (!status)
+            TellFailure(session_,
+                        GetMsg(Msg::ErrorDecompressingPackage) + TextOf(file.filename()) +
+                            std::string{lineBreak} +
+                            GetMsg(onlyHere ? Msg::PackageStays : Msg::PackageStillAtSource),
+                        status.Error());
+        if (status || !onlyHere) {
+            filesDirty_ = true;
+            (void)DeleteFile(file); // one that stays is met again by the next refresh
+        }
+    }
+    ClearProgress();
+}
+
+void NewLevel::RefreshFileList()
+{
+    if (!OnCd())
+        UnpackInside();
+    files_ = ListFiles(workFolder_, RowText(Msg::PatAll));
+    filesBytes_ = 0;
+    bool moreInfoThere = false;
+    for (const Path& file : files_) {
+        filesBytes_ += static_cast<double>(FileSize(file));
+        moreInfoThere = moreInfoThere || EqualNames(file.filename().native(), moreInfo);
+    }
+    if (!moreInfoThere)
+        moreInfo.clear();
+    LanguageFailure failure;
+    std::string languageFile;
+    canSetLanguage_ = !OnCd() && !files_.empty() && record_.levelCode != originalCode &&
+                      CanSetMyLanguage(session_, workFolder_, failure, languageFile);
+}
+
+void NewLevel::AfterSource()
+{
+    filesDirty_ = true;
+    RefreshFileList();
+    TellLeftOut(session_, report_);
+    if (mode_ == LevelMode::New) {
+        ApplyLevelConfig();
+        FillNameAndInfo();
+    }
+}
+
+bool NewLevel::AddChosenFile()
+{
+    if (GuardOnCd())
+        return false;
+    report_ = {};
+    const auto chosen = AddFilesFromFile(session_, workFolder_, progress_, {}, report_);
+    if (!chosen)
+        return false;
+    lastSource_ = *chosen;
+    AfterSource();
+    return report_.failed == 0;
+}
+
+bool NewLevel::AddChosenFolder()
+{
+    if (GuardOnCd())
+        return false;
+    report_ = {};
+    if (!AddFilesFromFolder(session_, {}, workFolder_, progress_, GetMsg(Msg::EveryEnding),
+                            Subfolders::Ask, report_))
+        return false;
+    AfterSource();
+    return report_.failed == 0;
+}
+
+bool NewLevel::AddSources(const std::vector<Path>& sources, Subfolders subfolders)
+{
+    if (GuardOnCd())
+        return false;
+    report_ = {};
+    for (const Path& source : sources) {
+        if (report_.stopped)
+            break;
+        if (FolderExists(source)) {
+            AddFilesFromFolder(session_, source, workFolder_, progress_, GetMsg(Msg::EveryEnding),
+                               subfolders, report_);
+        } else if (FileExists(source)) {
+            AddFile(session_, source, workFolder_, progress_, report_);
+        } else {
+            ++report_.failed;
+            session_.host.Tell(Tone::Error, GetMsg(Msg::SourceMissing, {TextOf(source)}));
+            continue;
+        }
+        lastSource_ = source;
+    }
+    AfterSource();
+    return report_.failed == 0 && !report_.stopped;
+}
+
+bool NewLevel::RemoveFile(const Path& file)
+{
+    if (GuardOnCd())
+        return false;
+    if (file.empty()) {
+        session_.host.Tell(Tone::Error, GetMsg(Msg::NoFileSelected));
+        return false;
+    }
+    if (!session_.host.AskYesNo(GetMsg(Msg::AskRemoveFile) + TextOf(file.filename())))
+        return false;
+    const auto status = DeleteFile(file);
+    if (!status)
+        TellFailure(session_, GetMsg(Msg::ErrorRemovingFile) + TextOf(file), status.Error());
+    filesDirty_ = true;
+    RefreshFileList();
+    return static_cast<bool>(status);
+}
+
+void NewLevel::Refresh()
+{
+    report_ = {};
+    RefreshFileList();
+    TellLeftOut(session_, report_);
+    if (mode_ == LevelMode::New)
+        ApplyLevelConfig();
+}
+
+void NewLevel::OpenFile(const Path& file)
+{
+    Path shown = file;
+    if (EndsWithName(file.filename().native(), RowText(Msg::ZlExtension)))
+        shown = DecompressSingleFile(session_, file, true);
+    if (shown.empty())
+        return;
+    if (const auto status = session_.machine.Open(shown.native(), shown.parent_path()); !status)
+        TellFailure(session_, GetMsg(Msg::FileNotOpened, {TextOf(file.filename())}),
+                    status.Error());
+}
+
+bool NewLevel::SetMyLanguage()
+{
+    if (GuardOnCd())
+        return false;
+    LanguageFailure failure;
+    // Files that become the level's only when the person accepts leave the game's folder alone.
+    const bool installed = mode_ == LevelMode::Properties && !isTemp_ &&
+                           CurrentLevelCode(session_) == record_.levelCode;
+    const bool changed =
+        ChangeLanguage(session_, workFolder_, LanguageChange::Mine, installed, failure);
+    if (changed)
+        session_.host.Tell(Tone::Plain, GetMsg(Msg::LanguageSet));
+    else
+        session_.host.Tell(Tone::Error, GetMsg(Msg::LanguageError) + failure.words, failure.reason);
+    filesDirty_ = true;
+    RefreshFileList();
+    return changed;
+}
+
+void NewLevel::FillNameAndInfo()
+{
+    if (configApplied_)
+        return;
+    if (Trim(name).empty() && !lastSource_.empty())
+        name = LevelNameFrom(lastSource_);
+    if (!moreInfo.empty())
+        return;
+    // A word earlier in the list beats a file higher in the folder.
+    for (const std::string& word : Split(RowText(Msg::MoreInfoWords), '|'))
+        for (const Path& file : files_)
+            if (FoldCase(file.filename().native()).find(FoldCase(word)) != std::string::npos) {
+                moreInfo = file.filename().native();
+                return;
+            }
+}
+
+bool NewLevel::LevelFilesChanged() const
+{
+    if (forceChanged_)
+        return true;
+    const std::vector<Path> now = ListFiles(workFolder_, RowText(Msg::PatAll));
+    return now.size() != snapshot_.size() ||
+           std::any_of(now.begin(), now.end(), [&](const Path& file) {
+               const auto known = snapshot_.find(FoldCase(file.filename().native()));
+               const platform::FileFacts facts = platform::FactsOf(file);
+               return known == snapshot_.end() || known->second.size != facts.size ||
+                      known->second.modifiedNs != facts.modifiedNs;
+           });
+}
+
+void NewLevel::RemoveTemp()
+{
+    if (!isTemp_)
+        return;
+    progress_.SetLabel(GetMsg(Msg::RemovingTempFiles));
+    (void)RemoveTree(workFolder_); // the next use clears what stays
+    isTemp_ = false;
+    ClearProgress();
+}
+
+void NewLevel::Cancel()
+{
+    record_ = saved_;
+    RemoveTemp();
+    cancelled_ = true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,127 @@
+#pragma once
+
+#include "intake/package_sources.h"
+#include "records/level_config.h"
+
+/// A level on its way into the archive, or one of the archive while it is edited: its texts, its
+/// folder, and everything that may be done to it until it is accepted or cancelled.
+namespace kestrova
+{
+
+enum class LevelMode {
+    New,       ///< the record is not in the archive yet, its folders are made and empty
+    Properties ///< a level of the archive
+};
+
+class NewLevel
+{
+public:
+    /// `record` is changed while this goes on, and is as it was after `Cancel`. `progress` follows
+    /// every long step; its Stop ends the step that runs.
+    NewLevel(Session& session, LevelRecord& record, LevelMode mode, ProgressScope& progress);
+    /// A temporary folder that is still there goes.
+    ~NewLevel();
+    NewLevel(const NewLevel&) = delete;
+    NewLevel& operator=(const NewLevel&) = delete;
+
+    /// Finds the folder to work on, expands a stored level where the preferences want that, and
+    /// fills the texts. False, with a message, when that failed.
+    bool Open();
+
+    /// The texts as the person sees and changes them.
+    std::string name;
+    std::string note;
+    /// Name of the documentation; empty: none.
+    std::string moreInfo;
+
+    [[nodiscard]] LevelMode Mode() const { return mode_; }
+    [[nodiscard]] bool OnCd() const { return saved_.cdNumber != 0; }
+    [[nodiscard]] const Path& WorkFolder() const { return workFolder_; }
+    /// The folder's files in listing order, as the last refresh found them.
+    [[nodiscard]] const std::vector<Path>& Files() const { return files_; }
+    /// "12 files (3.4 Mb)".
+    [[nodiscard]] std::string FilesText() const;
+    /// "Level size: 3.4 Mb + 20 Kb = 3.5 Mb", of the record as it was.
+    [[nodiscard]] std::string SizeText() const;
+    /// Whether the player's own language could go into the folder.
+    [[nodiscard]] bool CanSetLanguage() const { return canSetLanguage_; }
+
+    /// Sources, each with what follows a change of the folder. False when nothing came in: the
+    /// person cancelled, or it failed.
+    bool AddChosenFile();
+    bool AddChosenFolder();
+    /// Files, packages and folders together make one level.
+    bool AddSources(const std::vector<Path>& sources, Subfolders subfolders = Subfolders::Ask);
+    /// What failed or was stopped in the last source operation.
+    [[nodiscard]] const SourceReport& LastReport() const { return report_; }
+
+    /// Deletes a file of the folder after a question; an empty path: none is selected.
+    bool RemoveFile(const Path& file);
+    /// The folder anew, packages in it unpacked one level deep, and what follows that.
+    void Refresh();
+    /// Opens a file with the desktop's program, a compressed one after expanding it.
+    void OpenFile(const Path& file);
+    bool SetMyLanguage();
+
+    /// Checks, distributes and stores everything, in its binding order. False leaves all open, with
+    /// the reason told; `Cancelled` tells when the person gave the level up in a question. The
+    /// caller takes the record into the archive.
+    bool Accept();
+    void Cancel();
+    [[nodiscard]] bool Cancelled() const { return cancelled_; }
+
+private:
+    /// A file of the folder at opening.
+    struct Seen {
+        std::uint64_t size = 0;
+        std::int64_t modifiedNs = 0;
+    };
+
+    void FindFolder();
+    void TakeSnapshot();
+    bool GuardOnCd();
+    void RefreshFileList();
+    void UnpackInside();
+    void ApplyLevelConfig();
+    void TakeConfigTexts(const LevelConfig& config);
+    void FillNameAndInfo();
+    void AfterSource();
+    [[nodiscard]] bool LevelFilesChanged() const;
+    [[nodiscard]] bool HasLevelFiles() const;
+    bool AskEqualLevels();
+    bool TakeSavegames();
+    bool TakeScreenshots();
+    void DropTools();
+    bool StoreFiles();
+    bool StorePlainCopy();
+    void CountSizes();
+    void RemoveTemp();
+    void ClearProgress();
+
+    Session& session_;
+    LevelRecord& record_;
+    const LevelRecord saved_;
+    const LevelMode mode_;
+    ProgressScope& progress_;
+
+    Path filesFolder_;
+    Path workFolder_;
+    bool isTemp_ = false;
+    bool filesDirty_ = false;
+    bool forceChanged_ = false;
+    bool configApplied_ = false;
+    bool canSetLanguage_ = false;
+    bool cancelled_ = false;
+    std::map<std::string, Seen> snapshot_; ///< by folded name
+    std::vector<Path> files_;
+    double filesBytes_ = 0;
+    Path lastSource_;
+    SourceReport report_;
+};
+
+/// Of several language files beside `script.dat` one stays: the one that is called as the player's
+/// own, otherwise the one that the person names; a missing `script.dat` comes from the backup.
+/// False, with a message, when a file could not be copied or deleted.
+bool ChooseLanguageFile(Session& session, const Path& folder);
+
+} // namespace kestrova

@@ -1,0 +1,188 @@
+// What accepting a new or changed level does, in its binding order.
+#include "archive/equal_levels.h"
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "archive/storage.h"
+#include "catalogue/message.h"
+#include "intake/new_level.h"
+#include "swap/history.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+CopyOptions Safely(ProgressScope& progress)
+{
+    CopyOptions options;
+    options.verify = Verify::Content;
+    options.flush = true;
+    options.progress = [&](std::uint64_t) { return progress.Step(); };
+    return options;
+}
+
+/// True when `target` holds something else than `file`.
+bool HoldsOther(const Path& target, const Path& file)
+{
+    return FileExists(target) && !SameContent(file, target);
+}
+
+} // namespace
+
+bool NewLevel::Accept()
+{
+    const std::string trimmed{Trim(name)};
+    if (trimmed.empty()) {
+        session_.host.Tell(Tone::Error, GetMsg(Msg::LevelNeedsName));
+        return false;
+    }
+    record_.levelName = trimmed;
+    if (!HasLevelFiles() && !OnCd() && record_.levelCode != originalCode) {
+        session_.host.Tell(Tone::Error, GetMsg(Msg::MissingTr4));
+        return false;
+    }
+    if (mode_ == LevelMode::New && !ChooseLanguageFile(session_, workFolder_))
+        return false;
+    record_.levelNote = note;
+    if (mode_ == LevelMode::New && session_.preferences.checkEqualLevels && !AskEqualLevels())
+        return false;
+    record_.moreInfoFile = moreInfo;
+    progress_.AllowStop();
+    if (!OnCd()) {
+        if (!TakeSavegames() || !TakeScreenshots())
+            return false;
+        DropTools();
+        if (LevelFilesChanged()) {
+            if (!StoreFiles())
+                return false;
+            CountSizes();
+        }
+    }
+    RemoveTemp();
+    ClearProgress();
+    return true;
+}
+
+bool NewLevel::HasLevelFiles() const
+{
+    const std::vector<std::string> patterns = Split(RowText(Msg::Tr4Patterns), '|');
+    return std::any_of(patterns.begin(), patterns.end(),
+                       [&](const std::string& pattern) { return AnyFile(workFolder_, pattern); });
+}
+
+bool NewLevel::AskEqualLevels()
+{
+    progress_.SetLabel(GetMsg(Msg::VerifyingEqual));
+    const auto equal = FindEqualTr4(session_, workFolder_, session_.levels.size(), &progress_);
+    ClearProgress();
+    if (!equal)
+        return true;
+    const std::string other{Trim(session_.levels[equal->level].levelName)};
+    if (session_.host.AskYesNo(
+            GetMsg(Msg::AskAddEqual,
+                   {'"' + equal->name + '"' + std::string{lineBreak},
+                    '"' + other + '"' + std::string{lineBreak} + std::string{lineBreak}})))
+        return true;
+    Cancel();
+    return false;
+}
+
+bool NewLevel::TakeSavegames()
+{
+    const std::string_view pattern = RowText(Msg::SavegamePattern);
+    const std::vector<Path> savegames = ListFiles(workFolder_, pattern);
+    const Path store = StateStoreOf(session_, record_.levelCode);
+    const auto fail = [&](Msg words, const Failure& failure) {
+        if (failure.code != ErrorCode::Stopped)
+            TellFailure(session_, GetMsg(words), failure);
+        return false;
+    };
+    for (const Path& file : savegames) {
+        const Path target = ResolvePath(store / file.filename());
+        const bool other = HoldsOther(target, file);
+        const bool taken = !other || ConfirmReplace(session_, file, target);
+        // Whichever of two different savegames goes, it can be brought back.
+        if (other)
+            if (const auto kept =
+                    KeepInHistory(session_, record_.levelCode, {taken ? target : file},
+                                  GetMsg(taken ? Msg::ReasonReplaced : Msg::ReasonRefused));
+                !kept)
+                return fail(Msg::IncomingNotKept, kept.Error());
+        if (taken)
+            if (const auto copied = CopyFileOver(file, target, Safely(progress_)); !copied)
+                return fail(Msg::IncomingNotCopied, copied.Error());
+    }
+    if (savegames.empty())
+        return true;
+    if (const auto flushed = FlushFolder(store); !flushed)
+        return fail(Msg::IncomingNotCopied, flushed.Error());
+    if (const auto deleted = DeleteMatching(workFolder_, pattern); !deleted)
+        return fail(Msg::IncomingNotCopied, deleted.Error());
+    return true;
+}
+
+bool NewLevel::TakeScreenshots()
+{
+    const Path shots =
+        InFolder(LevelHomeOf(session_, record_.levelCode), RowText(Msg::DirScreenshots));
+    for (const std::string& pattern : Split(RowText(Msg::PicturePatterns), '|'))
+        for (const Path& file : ListFiles(workFolder_, pattern)) {
+            const Path target = ResolvePath(shots / file.filename());
+            const bool other = HoldsOther(target, file);
+            Status taken;
+            if (other)
+                taken = KeepInHistory(session_, record_.levelCode, {target},
+                                      GetMsg(Msg::ReasonReplaced));
+            if (taken && (other || !FileExists(target)))
+                taken = CopyFileOver(file, target, Safely(progress_));
+            if (taken)
+                continue;
+            if (taken.Error().code != ErrorCode::Stopped)
+                TellFailure(session_, GetMsg(Msg::IncomingNotCopied), taken.Error());
+            return false;
+        }
+    return true;
+}
+
+void NewLevel::DropTools()
+{
+    for (const std::string& tool : Split(RowText(Msg::IntakeTools), '|'))
+        (void)DeleteFile(workFolder_ / tool); // a program too many harms no level
+}
+
+bool NewLevel::StoreFiles()
+{
+    if (record_.levelCode == originalCode && !isTemp_)
+        return true; // it stands as it is
+    const bool compress = session_.archive.compressLevels || session_.archive.wavInMp3;
+    if (!compress)
+        return StorePlainCopy();
+    progress_.SetLabel(GetMsg(Msg::AddingLevel));
+    if (StoreLevelFiles(session_, workFolder_, record_.levelCode, &progress_))
+        return true;
+    if (!progress_.Step()) {
+        // Stopped by the person: nothing was given up, the dialog is as before.
+        ClearProgress();
+        return false;
+    }
+    // Without a temporary folder the files stand in their place already, some of them compressed.
+    return !isTemp_ || StorePlainCopy();
+}
+
+bool NewLevel::StorePlainCopy()
+{
+    if (isTemp_)
+        progress_.SetLabel(GetMsg(Msg::FileCopyLabel));
+    return StoreLevelFiles(session_, workFolder_, record_.levelCode, &progress_, StoreAs::Plain);
+}
+
+void NewLevel::CountSizes()
+{
+    record_.filesSize = SizeField(FolderSize(filesFolder_));
+    record_.extrasSize = SizeField(ExtrasSizeOf(LevelHomeOf(session_, record_.levelCode)));
+}
+
+} // namespace kestrova

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "session/session.h"
+
+/// How files come into the folder of a level: single files, packages, whole folders. The sources
+/// themselves are never changed.
+namespace kestrova
+{
+
+/// True for a name that only a package has: `.zip`, `.7z`, `.tar.gz` …
+bool IsPackage(const Path& file);
+/// What a source is called as a level: its name without its endings.
+std::string LevelNameFrom(const Path& source);
+
+/// A name of the folder that is taken already.
+enum class Replace {
+    Ask,    ///< as the person says; the same content needs no question
+    Silent, ///< the new file goes in its place
+};
+
+/// What a source gave, beyond what it was asked for.
+struct SourceReport {
+    std::size_t failed = 0;           ///< files that could not be copied; each was told
+    std::vector<std::string> leftOut; ///< two files of one name in one source: the later ones
+    bool stopped = false;             ///< by the person; what was copied until then stays
+};
+
+/// One file, or the files of a package, its folders left out, into `folder`. `Stopped` when the
+/// person stopped it. Files of one name within the package: the first stays, the others are named
+/// in the report.
+Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folder, Replace replace,
+                         ProgressScope& progress, SourceReport& report);
+
+/// `CopyOrUnzipSource` with its label and its message.
+bool AddFile(Session& session, const Path& source, const Path& folder, ProgressScope& progress,
+             SourceReport& report);
+/// The same for the file that the person chooses; no value when that was cancelled. `audioType`:
+/// an ending like `.wav` to offer those alone; empty for packages and all.
+std::optional<Path> AddFilesFromFile(Session& session, const Path& folder, ProgressScope& progress,
+                                     const std::string& audioType, SourceReport& report);
+
+/// Whether the files of sub-folders come too.
+enum class Subfolders { Ask, Take };
+/// All files of a folder, packages unpacked. `source` empty: the person chooses. `pattern`: `.*`
+/// for all, otherwise the four characters that names end with. Failures are told together at the
+/// end. False when the person chose none.
+bool AddFilesFromFolder(Session& session, const Path& source, const Path& folder,
+                        ProgressScope& progress, const std::string& pattern, Subfolders subfolders,
+                        SourceReport& report);
+
+/// Names what `leftOut` holds, if anything.
+void TellLeftOut(Session& session, const SourceReport& report);
+
+/// Where packages are unpacked before their files go on; empty of meaning between two runs.
+Path UnpackingFolder(const Session& session);
+
+} // namespace kestrova

@@ -1,0 +1,169 @@
+#include "upkeep/add_level.h"
+
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "support/faults.h"
+#include "support/sandbox.h"
+#include "upkeep/archive_life.h"
+#include "upkeep/level_life.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+using Files = std::map<std::string, std::string>;
+
+void WritePackage(const Sandbox& box)
+{
+    box.Write("package/level1.tr4", "level");
+    box.Write("package/script.dat", "script");
+    box.Write("package/audio/107.wav", "wave");
+    box.Write("package/docs/view.JPG", "view");
+    box.Write("package/saves/savegame.3", "saved");
+}
+
+bool AddPackage(Sandbox& box, LevelCode& code)
+{
+    const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+    return AddLevel(
+        box.session, *progress,
+        [&](NewLevel& level) {
+            const bool taken = level.AddSources({box / "package"}, Subfolders::Take);
+            level.name = "Salt Harbour";
+            return taken && level.Accept();
+        },
+        code);
+}
+
+class AddLevelTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        box.MakeTrle();
+        box.MakeBackupAndArchive();
+        WritePackage(box);
+    }
+    Sandbox box;
+    LevelCode code = -1;
+};
+
+TEST_F(AddLevelTest, ALevelComesIntoTheArchiveAndIsSelected)
+{
+    ASSERT_TRUE(AddPackage(box, code)) << box.host.AllTold();
+    EXPECT_EQ(code, 1);
+    EXPECT_EQ(box.list.selected, 1);
+    Session fresh = box.Reopened();
+    ASSERT_TRUE(ReadArchive(fresh, box.session.ArchivePath()));
+    ASSERT_EQ(fresh.levels.size(), 2U);
+    EXPECT_EQ(fresh.levels[1].levelName, "Salt Harbour");
+    EXPECT_EQ(fresh.archive.mainFolderSize, 5 + 6 + 4 + 4);
+    EXPECT_EQ(fresh.archive.secondaryFolderSize, 4 + 5);
+    EXPECT_FALSE(box.Has("home/intake_note"));
+
+    // Its properties, with another file.
+    box.Write("more.wav", "more wave");
+    const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+    ASSERT_TRUE(EditLevel(box.session, *progress, 1, [&](NewLevel& level) {
+        level.name = "Renamed";
+        return level.AddSources({box / "more.wav"}) && level.Accept();
+    }));
+    EXPECT_EQ(box.session.levels[1].levelName, "Renamed");
+    EXPECT_EQ(box.session.archive.mainFolderSize, 5 + 6 + 4 + 4 + 9);
+    EXPECT_FALSE(EditLevel(box.session, *progress, 1, [](NewLevel& level) {
+        level.name = "Given up";
+        level.Cancel();
+        return false;
+    }));
+    EXPECT_EQ(box.session.levels[1].levelName, "Renamed");
+    EXPECT_FALSE(EditLevel(box.session, *progress, 9, [](NewLevel&) { return true; }));
+    EXPECT_TRUE(box.host.WasTold("9"));
+}
+
+TEST_F(AddLevelTest, WhatIsGivenUpOrStoppedLeavesNothing)
+{
+    const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+    EXPECT_FALSE(AddLevel(
+        box.session, *progress,
+        [&](NewLevel& level) {
+            level.AddSources({box / "package"}, Subfolders::Take);
+            level.Cancel();
+            return false;
+        },
+        code));
+    EXPECT_FALSE(box.Has("levels/LEVEL_0001"));
+    box.host.StopAtStep(6);
+    EXPECT_FALSE(AddPackage(box, code));
+    EXPECT_FALSE(box.Has("levels/LEVEL_0001"));
+    EXPECT_EQ(box.session.levels.size(), 1U);
+    box.session.preferences.archivePath.clear();
+    EXPECT_FALSE(AddPackage(box, code));
+    EXPECT_TRUE(box.host.WasTold("Missing archive! Before adding levels you must create new"));
+    EXPECT_TRUE(box.Snapshot("levels").empty());
+}
+
+TEST_F(AddLevelTest, ALevelIsAddedWholeOrNotAtAllWhereverItFails)
+{
+    for (int step = 1;; ++step) {
+        ASSERT_LT(step, 900);
+        Sandbox own;
+        own.host.AnswerAll(true);
+        own.MakeTrle();
+        own.MakeBackupAndArchive();
+        own.session.archive.compressLevels = step % 2 == 0;
+        WritePackage(own);
+        const Files package = own.Snapshot("package");
+        LevelCode added = -1;
+        const FaultRun run = WithFaultAt(
+            step, [&] { return AddPackage(own, added); }, std::errc::no_space_on_device);
+        const auto content = ParseArchive(own.Read("home/LevelArchive.kva"));
+        ASSERT_TRUE(content) << run.call;
+        const std::size_t expected = run.answer ? 2 : 1;
+        EXPECT_EQ(content->levels.size(), expected) << run.call << own.host.AllTold();
+        EXPECT_EQ(own.session.levels.size(), expected) << run.call;
+        EXPECT_EQ(own.Has("levels/LEVEL_0001/files/script.dat"), run.answer) << run.call;
+        EXPECT_TRUE(run.answer || !own.Has("levels/LEVEL_0001")) << run.call << own.host.AllTold();
+        EXPECT_TRUE(run.answer || !own.host.told.empty()) << run.call;
+        EXPECT_EQ(own.Snapshot("package"), package) << run.call;
+        EXPECT_FALSE(own.session.archiveDirty) << run.call;
+        if (!run.reached)
+            break;
+    }
+}
+
+TEST_F(AddLevelTest, AKilledRunLeavesAFolderThatTheNextStartOffersToClear)
+{
+    bool offered = false;
+    for (int step = 1;; ++step) {
+        ASSERT_LT(step, 900);
+        Sandbox own;
+        own.host.AnswerAll(true);
+        own.MakeTrle();
+        own.MakeBackupAndArchive();
+        WritePackage(own);
+        LevelCode added = -1;
+        const KillRun run = WithKillAt(step, [&] { return AddPackage(own, added); });
+        Session fresh = own.Reopened();
+        ASSERT_TRUE(ReadArchive(fresh, own.session.ArchivePath())) << run.call;
+        const bool stands = FindLevel(fresh, 1) >= 0;
+        const bool leftOver = !stands && own.Has("levels/LEVEL_0001/files");
+        const bool noted = own.Has("home/intake_note");
+        OfferLeftIntake(fresh);
+        EXPECT_FALSE(own.Has("home/intake_note")) << run.call;
+        EXPECT_EQ(own.Has("levels/LEVEL_0001/files/level1.tr4"), stands) << run.call;
+        EXPECT_TRUE(noted || !leftOver || !own.Has("levels/LEVEL_0001/files/level1.tr4"))
+            << run.call;
+        offered = offered || (noted && leftOver && !own.Has("levels/LEVEL_0001"));
+        if (!run.killed)
+            break;
+    }
+    EXPECT_TRUE(offered);
+}
+
+} // namespace
+
+} // namespace kestrova::testing
