@@ -3,7 +3,7 @@ source "$(dirname "$0")/common.bash"
 
 # Wrong use says what and how, on the standard error.
 for words in "" "nothing" "info" "info one" "info -1" "info 99999999999" "levels 1" "play 1 2" \
-    "setup" "setup --trle x --full --compact" "backup" "add x" "add --name" "new x.zip" \
+    "setup" "setup --trle x --full --compact" "backup" "add" "add --name" "edit x" "new x.zip" \
     "levels --no-start" "--yes --no levels" "--home" "--json play" "set colour red" \
     "set capture maybe" "set history-count -1" "set game ../tomb4.exe" "set capture" \
     "history back 1" "help nothing" "levels --wrong"; do
@@ -84,7 +84,7 @@ done
 expect 0 set mp3 off # its waves are none
 expect 0 set --json
 json "j['game'] == 'tomb5.exe' and j['compress'] == 'on' and j['history-count'] == '7'"
-expect 0 add --name "after auto-save off" "$box/from/dusk"
+expect 0 --yes add --name "after auto-save off" "$box/from/dusk"
 expect 0 levels
 said "after auto-save off"
 ls "$box"/levels/LEVEL_0003/files/*.zl >/dev/null 2>&1 || ls "$box"/levels/LEVEL_0004/files/*.zl >/dev/null || die "compress on"
@@ -92,7 +92,7 @@ ls "$box"/levels/LEVEL_0003/files/*.zl >/dev/null 2>&1 || ls "$box"/levels/LEVEL
 # Names that are no UTF-8 and names that would steer a terminal.
 bad=$box/from/$(printf 'caf\xe9')
 make_level "$bad" noon
-expect 0 add --name "$(printf 'caf\xe9 \x1b[31mred')" "$bad"
+expect 0 --yes add --name "$(printf 'caf\xe9 \x1b[31mred')" "$bad"
 expect 0 levels
 ! grep -q "$(printf '\x1b')" "$box/out" || die "an escape reached the terminal"
 expect 0 levels --json

@@ -181,6 +181,7 @@ TEST(MainWindow, CommandsThatComeLaterAreDisabledAndSayIt)
                             "mnu_Settings",
                             "mnu_PrefArchive",
                             "mnu_About",
+                            "mnu_Property",
                             "mnu_SetMylanguage",
                             "mnu_RestoreLanguage",
                             "mnu_SetLanguageAll",

@@ -1,0 +1,101 @@
+#!/usr/bin/env bash
+# Downloads dragged onto the windows become levels and are played, by the mouse alone.
+source "$(dirname "$0")/windows.bash"
+
+ctl() { "$KESTROVACTL" --home "$box/home" --yes "$@" >"$box/out"; }
+ctl practice "$box/practice"
+printf '#!/bin/sh\npwd >>"%s/played"\n' "$box" >"$box/practice/trle/tomb4.exe"
+ctl setup --trle "$box/practice/trle" --full --folder-is-original
+ctl new --folder "$box/archive" "$box/home/my.kva"
+open_display 1200x840
+start_windows
+appears 'my.kva .1 levels'
+
+# drag X Y FILE…: takes the files from a window of another program to that place and lets go.
+drag() {
+    local x=$1 y=$2 source i
+    shift 2
+    "$DRAG_SOURCE" "$@" >/dev/null 2>&1 &
+    source=$!
+    appears 'Drag source'
+    xdotool mousemove 60 760 mousedown 1
+    sleep 0.2
+    for ((i = 1; i <= 10; ++i)); do
+        xdotool mousemove $((60 + (x - 60) * i / 10)) $((760 + (y - 760) * i / 10))
+        sleep 0.05
+    done
+    sleep 0.3
+    xdotool mouseup 1
+    # It ends with its drag; one that was refused must not be waited for.
+    for ((i = 0; i < 100; ++i)); do
+        kill -0 "$source" 2>/dev/null || return 0
+        sleep 0.1
+    done
+    kill "$source"
+    echo "nothing was dropped at $x $y" >&2
+    exit 1
+}
+# click WINDOW X Y: a place of that window.
+click() {
+    xdotool mousemove --window "$(xdotool search --onlyvisible --name "$1" | tail -1)" "$2" "$3" click 1
+}
+
+# accepted: Ok, as soon as the window has taken in what was dropped; at work it discards what is typed.
+accepted() {
+    local i
+    for ((i = 0; i < 20; ++i)); do
+        appears 'Add new level'
+        press Return
+        sleep 0.8
+        xdotool search --onlyvisible --name 'Add new level' >/dev/null 2>&1 || return 0
+    done
+    echo "the level is not accepted" >&2
+    exit 1
+}
+
+cd "$box/practice/levels"
+declare -i count=0
+for package in *.zip "The Clockmaker's Attic" "The Drowned Observatory" "Schloß Grünfels"; do
+    drag 200 400 "$PWD/$package"
+    if [[ -d $package && -n $(find "$package" -mindepth 1 -type d) ]]; then
+        appears '^Kestrova$' # sub-folders too?
+        press Return
+        gone '^Kestrova$'
+    fi
+    appears 'Add new level'
+    count+=1
+    accepted
+    holds "$box/home/my.kva" "$(iconv -t WINDOWS-1252 <<<"${package%.zip}")"
+done
+ctl levels
+[[ $(wc -l <"$box/out") == $((count + 1)) ]]
+
+# Onto the dialog itself: two sources make one level.
+press alt+l
+press a
+appears 'Add new level'
+mkdir "$box/more"
+echo walk >"$box/more/walkthrough.txt"
+echo level >"$box/more/second.tr4"
+drag 400 300 "$box/more/second.tr4" "$box/more/walkthrough.txt"
+accepted
+ctl info $((count + 1)) --json
+grep -q walkthrough "$box/out"
+[[ -f $box/archive/LEVEL_000$((count + 1))/files/walkthrough.txt ]]
+
+# What is no level stays out, and the archive is as it was.
+before=$(sha256sum <"$box/home/my.kva")
+drag 200 400 "$box/more/walkthrough.txt"
+appears 'Add new level'
+sleep 1
+press Return
+appears '^Kestrova$' # no tr4 files
+press Return
+appears 'Add new level'
+press Escape
+gone 'Add new level'
+[[ $(sha256sum <"$box/home/my.kva") == "$before" && ! -e $box/archive/LEVEL_000$((count + 2)) ]]
+
+click 'my.kva' 930 50 # Play
+holds "$box/played" trle
+[[ -e $box/practice/trle/Kestrva.txt ]]
