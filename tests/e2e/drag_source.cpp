@@ -4,6 +4,7 @@
 #include <QDrag>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QTimer>
 #include <QUrl>
 #include <QWidget>
 
@@ -24,7 +25,8 @@ protected:
         auto* drag = new QDrag(this);
         drag->setMimeData(data);
         drag->exec(Qt::CopyAction);
-        QCoreApplication::quit();
+        // The other side fetches what it was given after that.
+        QTimer::singleShot(1500, QCoreApplication::instance(), &QCoreApplication::quit);
     }
 };
 

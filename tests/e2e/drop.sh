@@ -71,6 +71,7 @@ ctl levels
 [[ $(wc -l <"$box/out") == $((count + 1)) ]]
 
 # Onto the dialog itself: two sources make one level.
+appears 'my.kva .6 levels'
 press alt+l
 press a
 appears 'Add new level'
