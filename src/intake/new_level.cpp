@@ -283,19 +283,22 @@ bool NewLevel::LevelFilesChanged() const
         return true;
     const std::vector<Path> now = ListFiles(workFolder_, RowText(Msg::PatAll));
     return now.size() != snapshot_.size() ||
-           std::any_of(now.begin(), now.end(), [&](const Path& file) {
-               const auto known = snapshot_.find(FoldCase(file.filename().native()));
-               const platform::FileFacts facts = platform::FactsOf(file);
-               return known == snapshot_.end() || known->second.size != facts.size ||
-                      known->second.modifiedNs != facts.modifiedNs;
-           });
+           !std::all_of(now.begin(), now.end(), [&](const Path& file) { return IsAsOpened(file); });
+}
+
+bool NewLevel::IsAsOpened(const Path& file) const
+{
+    const auto known = snapshot_.find(FoldCase(file.filename().native()));
+    const platform::FileFacts facts = platform::FactsOf(file);
+    return known != snapshot_.end() && known->second.size == facts.size &&
+           known->second.modifiedNs == facts.modifiedNs;
 }
 
 void NewLevel::RemoveTemp()
 {
     if (!isTemp_)
         return;
-    progress_.SetLabel(GetMsg(Msg::RemovingTempFiles));
+    progress_.SetLabel(GetMsg(Msg::RemovingTempDirectory));
     (void)RemoveTree(workFolder_); // the next use clears what stays
     isTemp_ = false;
     ClearProgress();

@@ -87,6 +87,8 @@ private:
     void FillNameAndInfo();
     void AfterSource();
     [[nodiscard]] bool LevelFilesChanged() const;
+    [[nodiscard]] bool IsAsOpened(const Path& file) const;
+    bool DecodeSounds();
     [[nodiscard]] bool HasLevelFiles() const;
     bool AskEqualLevels();
     bool TakeSavegames();

@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "archive/storage.h"
+#include "audio/level_audio.h"
 #include "catalogue/message.h"
 #include "intake/new_level.h"
 #include "swap/history.h"
@@ -40,6 +41,8 @@ bool NewLevel::Accept()
         return false;
     }
     record_.levelName = trimmed;
+    if (!OnCd() && !DecodeSounds())
+        return false;
     if (!HasLevelFiles() && !OnCd() && record_.levelCode != originalCode) {
         session_.host.Tell(Tone::Error, GetMsg(Msg::MissingTr4));
         return false;
@@ -63,6 +66,17 @@ bool NewLevel::Accept()
     }
     RemoveTemp();
     ClearProgress();
+    return true;
+}
+
+bool NewLevel::DecodeSounds()
+{
+    // What the archive stored itself stays as it is: every further coding would cost quality.
+    std::vector<Path> fresh = files_;
+    std::erase_if(fresh, [&](const Path& file) { return IsAsOpened(file); });
+    if (!DecodeLevelMp3(session_, workFolder_, fresh, false, false))
+        return false;
+    RefreshFileList();
     return true;
 }
 

@@ -68,7 +68,10 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
     ToolProgressState state{&progress};
     state.quiet = true;
     progress.AllowStop();
-    if (UnzipWithProgress(session, package, folder, {}, state))
+    UnpackGuard guard{session, package, folder};
+    UnzipOptions options;
+    options.guard = &guard;
+    if (UnzipWithProgress(session, package, folder, options, state))
         return {};
     if (IsMyStop(state))
         return MakeFailure(ErrorCode::Stopped, TextOf(package));
