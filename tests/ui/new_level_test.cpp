@@ -1,0 +1,116 @@
+#include "ui/dialog_new_level.h"
+#include "ui/window_world.h"
+#include "upkeep/add_level.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QTimer>
+#include <QTreeWidget>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+template <class Control = QWidget> Control* In(QWidget& dialog, const char* name)
+{
+    auto* found = dialog.findChild<Control*>(QString::fromLatin1(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+}
+
+void Press(QWidget& dialog, const char* name)
+{
+    In<QPushButton>(dialog, name)->click();
+}
+
+TEST(NewLevelDialog, ShowsWhatComesInAndTakesTheTextsBack)
+{
+    WindowWorld world;
+    world.box.Write("down/level.tr4", "level");
+    world.box.Write("down/read this.txt", "read");
+    world.box.Write("down/" + std::string(200, 'x') + ".txt", "long");
+    NewLevelDialog dialog{world.session, nullptr};
+    bool looked = false;
+    QTimer::singleShot(400, &dialog, [&] {
+        auto* files = In<QTreeWidget>(dialog, "List_Files");
+        ASSERT_EQ(files->topLevelItemCount(), 3);
+        EXPECT_EQ(files->topLevelItem(0)->text(0), "level.tr4");
+        EXPECT_FALSE(In<QWidget>(dialog, "Label_Hint")->isVisible());
+        EXPECT_EQ(In<QLabel>(dialog, "Label_Size")->text(), "3 files (13)");
+        auto* moreInfo = In<QComboBox>(dialog, "Combo_MoreInfo");
+        EXPECT_EQ(moreInfo->count(), 4);
+        EXPECT_EQ(moreInfo->currentText(), "read this.txt");
+        auto* name = In<QLineEdit>(dialog, "Text_NameLevel");
+        EXPECT_EQ(name->text(), "down");
+        EXPECT_FALSE(In<QWidget>(dialog, "ProgressBar1")->isVisible());
+
+        // Remove asks; the selected file goes.
+        Press(dialog, "Pul_Remove");
+        EXPECT_TRUE(world.box.host.WasTold("No file selected"));
+        files->setCurrentItem(files->topLevelItem(2));
+        world.box.host.WillAsk("Are you sure to remove file: xxxx", true);
+        Press(dialog, "Pul_Remove");
+        EXPECT_EQ(files->topLevelItemCount(), 2);
+
+        name->setText("  My level ");
+        In<QLineEdit>(dialog, "Text_Note")->setText("a note");
+        moreInfo->setCurrentIndex(0);
+        Q_EMIT moreInfo->activated(0);
+        looked = true;
+        Press(dialog, "Pul_Ok");
+    });
+    LevelCode code = 0;
+    ASSERT_TRUE(AddLevel(
+        world.session, dialog.Progress(),
+        [&](NewLevel& level) { return dialog.Show(level, {world.box / "down"}); }, code));
+    EXPECT_TRUE(looked);
+    const LevelRecord& record = world.session.levels.back();
+    EXPECT_EQ(record.levelName, "My level");
+    EXPECT_EQ(record.levelNote, "a note");
+    EXPECT_EQ(record.moreInfoFile, "");
+    EXPECT_EQ(world.session.runningOperations, 0);
+}
+
+TEST(NewLevelDialog, EscapeGivesTheLevelUp)
+{
+    WindowWorld world;
+    NewLevelDialog dialog{world.session, nullptr};
+    QTimer::singleShot(100, &dialog, [&] {
+        EXPECT_TRUE(In<QWidget>(dialog, "Label_Hint")->isVisible());
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    LevelCode code = 0;
+    EXPECT_FALSE(AddLevel(
+        world.session, dialog.Progress(), [&](NewLevel& level) { return dialog.Show(level); },
+        code));
+    EXPECT_EQ(world.session.levels.size(), 1U);
+    EXPECT_FALSE(world.box.Has("levels/LEVEL_0001"));
+}
+
+TEST(NewLevelDialog, StopIsHeardDuringTheWorkAndForgottenByTheNext)
+{
+    WindowWorld world;
+    NewLevelDialog dialog{world.session, nullptr};
+    dialog.show();
+    auto& progress = dynamic_cast<StoppableProgress&>(dialog.Progress());
+    const Operation operation{world.session};
+    progress.Begin();
+    progress.AllowStop();
+    EXPECT_TRUE(progress.Step());
+    auto* stop = In<QPushButton>(dialog, "Pul_Stop");
+    ASSERT_TRUE(stop->isVisible());
+    QTest::mouseClick(In<QPushButton>(dialog, "Pul_Ok"), Qt::LeftButton);
+    QTest::mouseClick(stop, Qt::LeftButton);
+    EXPECT_FALSE(progress.Step());
+    progress.End();
+    EXPECT_FALSE(stop->isVisible());
+    progress.Begin();
+    EXPECT_TRUE(progress.Step());
+}
+
+} // namespace
+
+} // namespace kestrova::testing
