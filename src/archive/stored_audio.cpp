@@ -1,5 +1,6 @@
 #include "archive/stored_audio.h"
 
+#include "archive/zl_file.h"
 #include "audio/audio_batch.h"
 #include "catalogue/message.h"
 
@@ -118,11 +119,24 @@ bool EncodeWavesInPlace(Session& session, const Path& folder)
 
 bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
 {
-    const std::vector<Path> sources =
-        ListFiles(folder, PatternOf(toMp3 ? Msg::WavExtension : Msg::Mp3Extension));
+    const std::string pattern = PatternOf(toMp3 ? Msg::WavExtension : Msg::Mp3Extension);
+    const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
+    std::vector<Path> origins = ListFiles(folder, pattern);
+    std::vector<Path> sources = origins;
+    for (const Path& stream : ListFiles(folder, pattern + GetMsg(Msg::ZlExtension))) {
+        const auto free = session.machine.FreeSpace(work.Folder());
+        const Path expanded = work.Folder() / StripExtension(stream.filename().native());
+        const Status status = free ? ExpandZl(stream, expanded, *free) : Status{free.Error()};
+        if (!status) {
+            TellFailure(session, GetMsg(Msg::ErrorUnzippingFile) + TextOf(stream.filename()) + "'",
+                        status.Error());
+            return false;
+        }
+        origins.push_back(stream);
+        sources.push_back(expanded);
+    }
     if (sources.empty())
         return true;
-    const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
     AudioBatch batch{session, sources, work.Folder(), toMp3 ? AudioKind::Mp3 : AudioKind::Adpcm};
     if (!batch.Run())
         return false;
@@ -133,14 +147,23 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
         Status status = CopyFileOver(pair.result, folder / pair.result.filename(), compared);
         if (status)
             status = FlushFolder(folder);
+        const auto place = std::find(sources.begin(), sources.end(), pair.source);
         if (status)
-            status = DeleteFile(pair.source);
+            status = DeleteFile(origins[static_cast<std::size_t>(place - sources.begin())]);
         if (!status) {
             TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
             return false;
         }
     }
     return true;
+}
+
+bool ChangeLevelAudio(Session& session, const std::string& name, const Path& files,
+                      bool wavInMp3Before)
+{
+    const bool toMp3 = session.archive.wavInMp3;
+    return toMp3 == wavInMp3Before || ChangeStoredAudio(session, files, toMp3) ||
+           session.host.AskYesNo(GetMsg(Msg::AskErrorLevelAudio, {name + std::string{lineBreak}}));
 }
 
 } // namespace kestrova

@@ -30,9 +30,16 @@ bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& wo
 /// or not, as the answer accepts.
 bool EncodeWavesInPlace(Session& session, const Path& folder);
 
-/// Stored sounds change form: the folder's `*.wav` become mp3, or its `*.mp3` waves of the game's
-/// form. An original goes when the new file lies beside it and was read back. A file that the
-/// person passed over stays. False, told, when nothing or not all was changed.
+/// Stored sounds change form: the folder's waves become mp3, or its mp3 files waves of the game's
+/// form, deflated ones too, which come back expanded. An original goes when the new file lies
+/// beside it and was read back. A file that the person passed over stays. False when nothing or not
+/// all was changed.
 bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3);
+
+/// What a change of the archive's settings does to one level's sounds, from the wish that stood
+/// before: nothing when that is the same. A failure is asked about with the level's name; False
+/// ends the change.
+bool ChangeLevelAudio(Session& session, const std::string& name, const Path& files,
+                      bool wavInMp3Before);
 
 } // namespace kestrova

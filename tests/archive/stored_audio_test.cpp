@@ -1,5 +1,6 @@
 #include "archive/storage.h"
 #include "archive/stored_audio.h"
+#include "archive/zl_file.h"
 #include "audio/audio_batch.h"
 #include "audio/mp3_tools.h"
 #include "support/sound_files.h"
@@ -148,10 +149,20 @@ TEST(StoredAudio, StoredSoundsChangeFormBothWays)
     ASSERT_TRUE(ChangeStoredAudio(box.session, box / box.Files(), false));
     EXPECT_EQ(box.Names(box.Files()), (Names{"101.wav", "a.tr4"}));
     EXPECT_EQ(ClassifyWav(box / box.Files() / "101.wav", AudioKind::Adpcm).mode, 0);
-    box.Write(box.Files() + "/102.wav", "no wave");
+    // Deflated ones too.
+    ASSERT_TRUE(CompressToZl(box / box.Files() / "101.wav", box / box.Files() / "102.wav.zl"));
+    ASSERT_TRUE(ChangeLevelAudio(box.session, "With sounds", box / box.Files(), false));
+    EXPECT_EQ(box.Names(box.Files()), (Names{"101.mp3", "102.mp3", "a.tr4"}));
+    box.Write(box.Files() + "/103.wav", "no wave");
     const auto before = box.Snapshot(box.Files());
-    EXPECT_FALSE(ChangeStoredAudio(box.session, box / box.Files(), true));
+    EXPECT_TRUE(ChangeLevelAudio(box.session, "With sounds", box / box.Files(), true))
+        << "the wish is the same";
+    for (const bool goOn : {true, false}) {
+        box.host.WillAsk("Error converting audio files for level: With sounds", goOn);
+        EXPECT_EQ(ChangeLevelAudio(box.session, "With sounds", box / box.Files(), false), goOn);
+    }
     EXPECT_EQ(box.Snapshot(box.Files()), before);
+    EXPECT_FALSE(box.Has("home/_temp_Compr"));
 }
 
 } // namespace
