@@ -52,6 +52,7 @@ Exit RunEdit(Run& run);
 Exit RunRemove(Run& run);
 Exit RunSizes(Run& run);
 Exit RunAuthor(Run& run);
+Exit RunExport(Run& run);
 Exit RunLanguage(Run& run);
 Exit RunEqual(Run& run);
 Exit RunIndex(Run& run);

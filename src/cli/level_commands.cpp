@@ -7,6 +7,7 @@
 #include "swap/marker.h"
 #include "upkeep/create_tr4_infos.h"
 #include "upkeep/equal_check.h"
+#include "upkeep/export_level.h"
 
 namespace kestrova
 {
@@ -144,6 +145,30 @@ Exit RunAuthor(Run& run)
     if (stored)
         ShowAuthor(run, *code, infos);
     return EndWork(run, stored);
+}
+
+Exit RunExport(Run& run)
+{
+    const auto code = CodeFromWord(run, run.arguments.words.front());
+    if (!code)
+        return Exit::WrongUse;
+    if (!EndsWithName(run.arguments.words[1], RowText(Msg::ExtensionZip)))
+        return WrongUse("export", GetMsg(Msg::WrongZipName, {run.arguments.words[1]}));
+    const Path zip = PlaceFromWord(run.arguments.words[1]);
+    if (!BeginWork(run, Needs::Archive))
+        return Exit::Failed;
+    if (FileExists(zip) && !run.host.AskYesNo(GetMsg(Msg::AskReplaceZip, {TextOf(zip)})))
+        return EndWork(run, false);
+    ExportChoices choices{zip, run.arguments.Has("--screenshots"), std::nullopt};
+    if (run.arguments.Has("--savegames"))
+        choices.savegames = true;
+    const bool exported = ExportLevel(run.session, *code, choices);
+    if (exported && run.json != nullptr)
+        *run.json = {{"code", *code},
+                     {"name", Readable(LevelNameOf(run.session, *code))},
+                     {"file", TextOf(zip)},
+                     {"size", FileSize(zip)}};
+    return EndWork(run, exported);
 }
 
 } // namespace kestrova

@@ -77,6 +77,15 @@ template <bool ArchiveHeader::*flag> constexpr SettingRow ArchiveFlag(std::strin
             }};
 }
 
+template <bool ProgramSettings::*flag> constexpr SettingRow ProgramFlag(std::string_view name)
+{
+    return {name, Msg::TakesOnOff, false,
+            [](const Session& session) { return OnOff(session.settings.*flag); },
+            [](Session& session, const std::string& word) {
+                return SetFlag(session.settings.*flag, word);
+            }};
+}
+
 template <std::string PreferencesRecord::*field>
 constexpr SettingRow FileNameRow(std::string_view name)
 {
@@ -135,6 +144,7 @@ constexpr SettingRow settingRows[] = {
          session.settings.wineWords = Trim(word);
          return true;
      }},
+    ProgramFlag<&ProgramSettings::exportSavegames>("export-savegames"),
     NumberRow<&ProgramSettings::historyCount>("history-count"),
     NumberRow<&ProgramSettings::historyMegabytes>("history-megabytes"),
 };

@@ -99,6 +99,7 @@ Result<ProgramSettings> ReadSettings(const Path& programFolder)
     settings.historyMegabytes =
         NumberValue(keys.get(), "history-megabytes", settings.historyMegabytes);
     settings.unseenKeysTold = NumberValue(keys.get(), "unseen-keys-told", 0) != 0;
+    settings.exportSavegames = NumberValue(keys.get(), "export-savegames", 0) != 0;
     if (char** names = g_key_file_get_keys(keys.get(), exactGroup, nullptr, nullptr)) {
         for (char** name = names; *name != nullptr; ++name)
             if (char* value = g_key_file_get_string(keys.get(), exactGroup, *name, nullptr)) {
@@ -122,6 +123,8 @@ Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
                            settings.historyMegabytes);
     if (settings.unseenKeysTold)
         g_key_file_set_integer(keys.get(), programGroup, "unseen-keys-told", 1);
+    g_key_file_set_integer(keys.get(), programGroup, "export-savegames",
+                           settings.exportSavegames ? 1 : 0);
     g_key_file_remove_group(keys.get(), exactGroup, nullptr);
     for (const auto& [field, folder] : settings.exactFolders)
         g_key_file_set_string(keys.get(), exactGroup, field.c_str(), Escaped(folder).c_str());

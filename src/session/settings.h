@@ -17,6 +17,7 @@ struct ProgramSettings {
     std::int32_t historyCount = 200;     ///< kept files a level
     std::int32_t historyMegabytes = 200; ///< kept bytes a level
     bool unseenKeysTold = false;         ///< that this desktop keeps keys to itself was said once
+    bool exportSavegames = false;        ///< a level's zip holds its savegames too
     /// Exact folders whose letters the code page of a record cannot hold, by the field's name.
     std::map<std::string, std::string> exactFolders;
 };

@@ -179,10 +179,15 @@ QWidget* SettingsDialog::MakeComputer()
     addRow(historyForm, "Label_HistorySizeOf", historySize_);
     historyForm->addRow(NoteLabel("Label_HistoryNote"));
 
+    exportSavegames_ = Box("Check_ExportSavegames", form_.settings.exportSavegames);
+    auto* exported = Named<QGroupBox>("Frame_Export");
+    (new QVBoxLayout(exported))->addWidget(exportSavegames_);
+
     auto* page = new QWidget;
     auto* column = new QVBoxLayout(page);
     column->addWidget(wine);
     column->addWidget(history);
+    column->addWidget(exported);
     column->addStretch();
     return page;
 }
@@ -208,6 +213,7 @@ void SettingsDialog::accept()
     record.promptCapture = prompt_->isChecked();
     form_.settings.wineCommand = FromQt(wine_->text().trimmed());
     form_.settings.wineWords = FromQt(wineWords_->text().trimmed());
+    form_.settings.exportSavegames = exportSavegames_->isChecked();
     form_.settings.historyCount = historyCount_->value();
     form_.settings.historyMegabytes = historySize_->value();
     const Operation operation{session_};

@@ -41,6 +41,7 @@ private:
     QRadioButton* prompt_ = nullptr;
     QLineEdit* wine_ = nullptr;
     QLineEdit* wineWords_ = nullptr;
+    QCheckBox* exportSavegames_ = nullptr;
     QSpinBox* historyCount_ = nullptr;
     QSpinBox* historySize_ = nullptr;
 };

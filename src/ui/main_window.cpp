@@ -94,6 +94,7 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
              {"mnu_RestoreLanguage", run([this] { ChangeLanguage(LanguageChange::Original); })},
              {"mnu_SetLanguageAll", run([this] { ChangeAllLanguages(LanguageChange::Mine); })},
              {"mnu_RestoreAll", run([this] { ChangeAllLanguages(LanguageChange::Original); })},
+             {"mnu_Export", run([this] { ExportChosen(); })},
              {"mnu_ControllaUguali", run([this] { CheckEqualLevels(session_); })},
              {"mnu_CreaInfoTr4", run([this] { CreateTr4Infos(session_); })},
              {"mnu_FaiFullBackup", run([this] { RefreshFullBackup(session_); })},

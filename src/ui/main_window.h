@@ -95,6 +95,7 @@ private:
     void Play();
     void MoreInfo();
     void ShowAuthor();
+    void ExportChosen();
     void SaveCurrentArchive();
     void EditChosen();
     void RemoveChosen();

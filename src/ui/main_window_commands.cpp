@@ -12,6 +12,7 @@
 #include "ui/main_menu.h"
 #include "ui/qt_text.h"
 #include "upkeep/add_level.h"
+#include "upkeep/export_level.h"
 #include "upkeep/level_life.h"
 
 #include <QLabel>
@@ -114,6 +115,14 @@ void MainWindow::ShowAuthor()
     const std::ptrdiff_t index = chosen_ ? FindLevel(session_, *chosen_) : -1;
     if (index >= 0 && session_.runningOperations == 0)
         AuthorDialog(session_, static_cast<std::size_t>(index), this).exec();
+}
+
+void MainWindow::ExportChosen()
+{
+    if (chosen_)
+        ExportLevel(session_, *chosen_);
+    else
+        session_.host.Tell(Tone::Error, GetMsg(Msg::ExportNoLevel));
 }
 
 void MainWindow::SaveCurrentArchive()

@@ -57,3 +57,18 @@ expect 1 author 1 --name "$(printf 'a%.0s' {1..80})"
 errs "Game designer name too long"
 expect 0 info 1 --json
 json "j['author'] == 'Ada L.'"
+
+# A level as a zip.
+expect 2 export 1
+expect 2 export 1 level.rar
+mkdir -p "$box/levels/LEVEL_0001/backup_savegames"
+echo game >"$box/levels/LEVEL_0001/backup_savegames/savegame.0"
+expect 0 export 1 "$box/my level.zip" --savegames --json
+json "j['code'] == 1 and j['size'] > 100"
+unzip -Z1 "$box/my level.zip" | sort | tr '\n' ' ' >"$box/names"
+[[ $(<"$box/names") == "099.wav dawn.tr4 english.dat kestrova.cfg savegame.0 script.dat " ]] ||
+    [[ $(<"$box/names") == "099.wav dawn.tr4 kestrova.cfg savegame.0 script.dat " ]] || die "export: $(<"$box/names")"
+expect 1 export 1 "$box/my level.zip"
+errs "Left unanswered: There is a file"
+expect 0 --yes export 1 "$box/my level.zip"
+expect 1 export 9 "$box/none.zip"

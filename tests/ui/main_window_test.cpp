@@ -191,6 +191,7 @@ TEST(MainWindow, CommandsThatComeLaterAreDisabledAndSayIt)
                             "mnu_DecodeMp3",
                             "mnu_EncodeMp3",
                             "mnu_ConvertWav",
+                            "mnu_Export",
                             "mnu_CopyScreenShots",
                             "mnu_CaptureScreen",
                             "mnu_AddScreenshot",
