@@ -4,6 +4,7 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "upkeep/change_compression.h"
 
 #include <algorithm>
 
@@ -121,8 +122,10 @@ void ArchiveForm::Accept()
     const bool moved = now.secondaryFolder != kept_.secondaryFolder;
     if (moved && !HoldFolders(session_))
         return Cancel();
-    if (moved || now.mainFolder != kept_.mainFolder || now.compressLevels != kept_.compressLevels)
+    if (moved || now.mainFolder != kept_.mainFolder || now.compressLevels != kept_.compressLevels ||
+        now.wavInMp3 != kept_.wavInMp3)
         SaveArchive(session_);
+    OfferChangeCompression(session_, kept_);
 }
 
 } // namespace kestrova

@@ -33,7 +33,7 @@ public:
     void BrowseSecondary();
 
     void Cancel();
-    /// Saves what was changed.
+    /// Saves what was changed, and offers to bring the levels into the new form.
     void Accept();
 
 private:

@@ -53,6 +53,8 @@ Exit RunRemove(Run& run);
 Exit RunSizes(Run& run);
 Exit RunAuthor(Run& run);
 Exit RunExport(Run& run);
+Exit RunConfig(Run& run);
+Exit RunRecompress(Run& run);
 Exit RunLanguage(Run& run);
 Exit RunEqual(Run& run);
 Exit RunIndex(Run& run);

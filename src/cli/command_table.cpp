@@ -65,6 +65,8 @@ std::span<const CommandRow> CommandTable()
          2,
          {"--screenshots", "--savegames"},
          RunExport},
+        {"config", Msg::UseConfig, Msg::SumConfig, Msg::KeysConfig, 2, mostFiles, {}, RunConfig},
+        {"recompress", Msg::UseRecompress, Msg::SumRecompress, noJson, 0, 0, {}, RunRecompress},
         {"language", Msg::UseLanguage, Msg::SumLanguage, noJson, 1, 2, {"--all"}, RunLanguage},
         {"equal", Msg::UseEqual, Msg::SumEqual, Msg::KeysEqual, 0, 0, {}, RunEqual},
         {"index", Msg::UseIndex, Msg::SumIndex, noJson, 0, 0, {}, RunIndex},

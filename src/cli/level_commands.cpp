@@ -5,6 +5,7 @@
 #include "publish/author_infos.h"
 #include "swap/level_language.h"
 #include "swap/marker.h"
+#include "upkeep/change_compression.h"
 #include "upkeep/create_tr4_infos.h"
 #include "upkeep/equal_check.h"
 #include "upkeep/export_level.h"
@@ -169,6 +170,13 @@ Exit RunExport(Run& run)
                      {"file", TextOf(zip)},
                      {"size", FileSize(zip)}};
     return EndWork(run, exported);
+}
+
+Exit RunRecompress(Run& run)
+{
+    if (!BeginWork(run, Needs::Archive))
+        return Exit::Failed;
+    return EndWork(run, ChangeCompression(run.session));
 }
 
 } // namespace kestrova

@@ -72,3 +72,36 @@ expect 1 export 1 "$box/my level.zip"
 errs "Left unanswered: There is a file"
 expect 0 --yes export 1 "$box/my level.zip"
 expect 1 export 9 "$box/none.zip"
+
+# All levels in the other form, and back.
+expect 0 set compress on
+expect 0 recompress
+errs "New size [files] folders = "
+[[ -e $box/levels/LEVEL_0002/files/noon.tr4.zl && ! -e $box/levels/LEVEL_0002/files/noon.tr4 ]] || die "recompress"
+expect 0 verify 2
+expect 0 set compress off
+expect 0 recompress
+[[ -e $box/levels/LEVEL_0002/files/noon.tr4 ]] || die "recompress back"
+
+# The configuration file of a level.
+for fields in "color=red" "name" "name=a name=b" "import-wad=only" "exe-format=RAR" "author=$(printf 'a%.0s' {1..81})"; do
+    # shellcheck disable=SC2086
+    expect 2 config write "$box/from/noon" $fields
+done
+expect 2 config look x
+expect 1 config write "$box/nowhere"
+expect 0 config write "$box/from/noon" "name=High noon" email=a@b email=c@d "import-wad=w.was|http://x" exe-format=ZIP
+expect 0 config show "$box/from/noon/kestrova.cfg" --json
+json "j['name'] == 'High noon' and j['email'] == ['a@b', 'c@d'] and j['import-wad'] == ['w.was|http://x']"
+json "j['exe-format'] == 'ZIP' and [f['name'] for f in j['files']] == ['noon.tr4'] and j['tom-wads'] == []"
+size=$(stat -c %s "$box/from/noon/kestrova.cfg")
+head -c $((size - 2)) "$box/from/noon/kestrova.cfg" >"$box/older.cfg"
+expect 0 config show "$box/older.cfg"
+said "$(printf 'name\tHigh noon')"
+head -c $((size - 5)) "$box/from/noon/kestrova.cfg" >"$box/cut.cfg"
+expect 1 config show "$box/cut.cfg"
+errs "Error reading config file: $box/cut.cfg"
+expect 1 config show "$box/none.cfg"
+errs "Config file '$box/none.cfg' not found"
+expect 0 config write "$box/from/noon"
+[[ $(stat -c %s "$box/from/noon/kestrova.cfg") -lt $((size + 1)) ]] || die "an old tail"

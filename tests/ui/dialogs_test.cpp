@@ -177,7 +177,10 @@ TEST(ArchivePreferences, ShowsTheArchiveAndCancelPutsItBack)
     {
         ArchiveDialog dialog{world.session, nullptr};
         In<QCheckBox>(dialog, "Check_Compresso")->click();
+        world.box.host.WillAsk("Compression settings have been changed.", true);
         Press(dialog, "Pul_Ok");
+        EXPECT_TRUE(world.box.Has("levels/LEVEL_0001/files/level1.tr4.zl"))
+            << world.box.host.AllTold();
     }
     const auto saved = ParseArchive(world.box.Read("home/LevelArchive.kva"));
     ASSERT_TRUE(saved);

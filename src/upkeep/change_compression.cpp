@@ -1,0 +1,189 @@
+#include "upkeep/change_compression.h"
+
+#include "archive/file_jobs.h"
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "archive/stored_form.h"
+#include "archive/zl_file.h"
+#include "catalogue/message.h"
+#include "pictures/convert.h"
+#include "pictures/picture.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// One file on its way from one form to the other.
+struct Change {
+    Path source;
+    Path target;
+    Status outcome{};
+};
+
+/// A level is brought to its end: Stop counts between levels.
+class WithoutStop : public ProgressScope
+{
+public:
+    explicit WithoutStop(ProgressScope& shown, ProgressScope& stop) : shown_(shown), stop_(stop) {}
+    void SetLabel(const std::string& text) override { shown_.SetLabel(text); }
+    void SetBar(std::uint64_t done, std::uint64_t total) override { shown_.SetBar(done, total); }
+    void AllowStop() override {}
+    bool Step() override { return (void)shown_.Step(), (void)stop_.Step(), true; }
+
+private:
+    ProgressScope& shown_;
+    ProgressScope& stop_;
+};
+
+/// The files that have the wrong form. Sound and level files are deflated, streams expanded.
+std::vector<Change> ChangesIn(const Path& folder, bool compress)
+{
+    std::vector<Change> changes;
+    for (const Path& file : ListFiles(folder, RowText(compress ? Msg::PatAll : Msg::PatternZl))) {
+        const std::string name = file.filename().native();
+        if (compress ? !IsCompressed(name) : StripExtension(name).empty())
+            continue;
+        changes.push_back(
+            {file, folder / (compress ? name + GetMsg(Msg::ZlExtension) : StripExtension(name))});
+    }
+    return changes;
+}
+
+/// The target stands whole when it answers; the source is still there.
+Status Convert(Session& session, const Change& change, bool compress)
+{
+    if (compress)
+        return CompressToZl(change.source, change.target);
+    const auto free = session.machine.FreeSpace(change.target.parent_path());
+    if (!free)
+        return free.Error();
+    return ExpandZl(change.source, change.target, std::min(*free, maxZlContent));
+}
+
+/// Asks about each file that failed. False ends the work.
+bool AskAboutFailures(Session& session, const std::vector<Change>& changes, bool compress)
+{
+    const std::string word = GetMsg(compress ? Msg::WordCompression : Msg::WordDecompression);
+    for (const Change& change : changes)
+        if (!change.outcome &&
+            !session.host.AskYesNo(GetMsg(Msg::AskErrorChangingFile,
+                                          {word, TextOf(change.source) + std::string{lineBreak}})))
+            return false;
+    return true;
+}
+
+/// Until the new files are on the disk the old ones stay.
+bool DropSources(const std::vector<Change>& changes, const Path& folder)
+{
+    if (platform::SyncFileSystem(folder))
+        return false;
+    bool dropped = true;
+    for (const Change& change : changes)
+        if (change.outcome)
+            dropped = !platform::Unlink(change.source) && dropped;
+    return dropped;
+}
+
+bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressScope& progress)
+{
+    std::vector<Change> changes = ChangesIn(folder, compress);
+    if (changes.empty())
+        return true;
+    const auto zip = session.host.BeginProgress(
+        ProgressWindow::Zip, GetMsg(compress ? Msg::ZippingFiles : Msg::UnzippingFiles));
+    WithoutStop shown{*zip, progress};
+    const std::string word = GetMsg(compress ? Msg::WordCompression : Msg::WordDecompression);
+    std::vector<FileJob> jobs;
+    for (Change& change : changes)
+        jobs.push_back({FileSize(change.source),
+                        word + GetMsg(Msg::ChangingFile, {TextOf(change.source.filename())}),
+                        [&session, &change, compress]() -> Status {
+                            change.outcome = Convert(session, change, compress);
+                            return {}; // one that fails does not hold up the others
+                        }});
+    const auto ran = RunFileJobs(std::move(jobs), &shown);
+    if (!ran || !DropSources(changes, folder)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ErrorDroppingOldForm, {TextOf(folder)}));
+        return false;
+    }
+    return AskAboutFailures(session, changes, compress);
+}
+
+/// The load picture; one that cannot be converted stays as it is.
+void ChangeLoadPicture(const Path& folder, bool compress, ProgressScope& progress)
+{
+    const Path bitmap = ResolvePath(folder / RowText(Msg::LoadBmp));
+    const Path jpeg = ResolvePath(folder / RowText(Msg::LoadJpg));
+    const Path& source = compress ? bitmap : jpeg;
+    const Path& target = compress ? jpeg : bitmap;
+    if (!FileExists(source))
+        return;
+    progress.SetLabel(GetMsg(compress ? Msg::StoreConvertingLoad : Msg::ConvertingLoadBack));
+    progress.Step();
+    const bool converted = static_cast<bool>(compress ? ConvertBitmapToJpeg(source, target)
+                                                      : ConvertJpegToBitmap(source, target));
+    const auto bytes = converted ? ReadWholeFile(target) : Result<std::string>{std::string{}};
+    if (converted && bytes && DecodePicture(*bytes) && !platform::SyncFileSystem(folder))
+        (void)DeleteFile(source); // while both are there the level reads the same
+}
+
+/// The levels, one after the other; False when it was ended before the last.
+bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progress)
+{
+    const std::size_t count = session.levels.size();
+    const bool compress = session.archive.compressLevels;
+    for (std::size_t i = 0; i < count; ++i) {
+        const LevelRecord& level = session.levels[i];
+        const std::string name{Trim(level.levelName)};
+        progress.SetBar(i, count);
+        progress.SetLabel(GetMsg(Msg::ChangingLevel) + name);
+        if (!progress.Step())
+            return false;
+        if (level.cdNumber != 0 || level.levelCode == originalCode)
+            continue;
+        const Path folder =
+            ResolvePath(InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirFiles)));
+        if (!FolderExists(folder))
+            continue;
+        if ((audio && !audio(name, folder)) || !ChangeFiles(session, folder, compress, progress))
+            return false;
+        ChangeLoadPicture(folder, compress, progress);
+    }
+    progress.SetBar(count, count);
+    return true;
+}
+
+} // namespace
+
+bool ChangeCompression(Session& session, const AudioStep& audio)
+{
+    const double before = session.archive.mainFolderSize;
+    bool all = false;
+    {
+        const auto progress =
+            session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ChangingCompression));
+        progress->AllowStop();
+        all = ChangeLevels(session, audio, *progress);
+    }
+    RecomputeArchiveSize(session, false);
+    session.list.Refresh();
+    session.host.Tell(Tone::Plain,
+                      GetMsg(Msg::CompressionChanged,
+                             {FormatSize(session.archive.mainFolderSize) + std::string{lineBreak},
+                              FormatSize(before) + std::string{lineBreak}}),
+                      all ? std::string{} : GetMsg(Msg::CompressionPartlyChanged));
+    return all;
+}
+
+void OfferChangeCompression(Session& session, const ArchiveHeader& before, const AudioStep& audio)
+{
+    const ArchiveHeader& now = session.archive;
+    const bool changed =
+        now.compressLevels != before.compressLevels || (audio && now.wavInMp3 != before.wavInMp3);
+    if (changed && session.host.AskYesNo(GetMsg(Msg::AskChangeCompression, {lineBreak, lineBreak})))
+        ChangeCompression(session, audio);
+}
+
+} // namespace kestrova
