@@ -5,6 +5,7 @@
 #include "app/start_up.h"
 #include "catalogue/message.h"
 #include "platform/places.h"
+#include "session/tool_table.h"
 #include "swap/backup.h"
 #include "swap/recovery.h"
 
@@ -121,6 +122,22 @@ Finding Keys()
     return Bad(Msg::DoctorKeys, GetMsg(Msg::DoctorKeysWayland), Msg::DoctorKeysRemedy);
 }
 
+/// The programs that packages go through.
+void PackageTools(Session& session, std::vector<Finding>& findings)
+{
+    for (const ToolId id : {ToolId::Zip, ToolId::Unzip, ToolId::Bsdtar}) {
+        const ToolRow& row = RowOf(id);
+        const Path found = FindTool(session, row);
+        const std::string name = GetMsg(Msg::DoctorTool, {row.name});
+        if (found.empty())
+            findings.push_back({false, name, GetMsg(Msg::DoctorToolMissing),
+                                GetMsg(Msg::ToolInstallHint,
+                                       {row.name, TextOf(session.programFolder), row.package})});
+        else
+            findings.push_back({true, name, TextOf(found), {}});
+    }
+}
+
 /// The drives that a swap writes to, each once.
 void Drives(Session& session, std::vector<Finding>& findings)
 {
@@ -160,6 +177,7 @@ std::vector<Finding> Examine(Session& session)
         Game(session, findings);
     findings.push_back(Tool(session, Msg::DoctorToolOpen, Msg::DoctorToolOpenRemedy));
     findings.push_back(Keys());
+    PackageTools(session, findings);
     Drives(session, findings);
     return findings;
 }
