@@ -139,7 +139,7 @@ Exit WriteConfig(Run& run, const Path& folder)
     if (!BeginLooking(run, Needs::Nothing))
         return Exit::Failed;
     if (!FolderExists(folder)) {
-        run.host.Tell(Tone::Error, GetMsg(Msg::NoSuchFolder, {TextOf(folder)}));
+        run.host.Tell(Tone::Error, GetMsg(Msg::SourceMissing, {TextOf(folder)}));
         return Exit::Failed;
     }
     config.files = ConfigForFolder({}, folder).files;

@@ -92,7 +92,7 @@ bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressSc
     if (changes.empty())
         return true;
     const auto zip = session.host.BeginProgress(
-        ProgressWindow::Zip, GetMsg(compress ? Msg::ZippingFiles : Msg::UnzippingFiles));
+        ProgressWindow::Zip, GetMsg(compress ? Msg::DeflatingFiles : Msg::ExpandingFiles));
     WithoutStop shown{*zip, progress};
     const std::string word = GetMsg(compress ? Msg::WordCompression : Msg::WordDecompression);
     std::vector<FileJob> jobs;

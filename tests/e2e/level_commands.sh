@@ -15,7 +15,7 @@ errs "you have english version"
 mv "$box/home/backup_trle/English.dat" "$box/home/backup_trle/Italiano.dat"
 echo italiano >"$box/home/backup_trle/Italiano.dat"
 echo english >"$box/from/dawn/english.dat"
-expect 0 add --name tongues "$box/from/dawn"
+expect 0 --yes add --name tongues "$box/from/dawn"
 files=$box/levels/LEVEL_0004/files
 expect 1 language set 0
 expect 1 language set 9
