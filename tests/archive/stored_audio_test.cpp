@@ -29,7 +29,7 @@ struct AudioArchive : ToolBox {
     [[nodiscard]] std::string Files() const { return "levels/LEVEL_0001/files"; }
     bool Store()
     {
-        return StoreLevelFiles(session, root / "in", session.levels.size() - 1, nullptr);
+        return StoreLevelFiles(session, root / "in", session.levels.back().levelCode, nullptr);
     }
     [[nodiscard]] std::vector<std::string> Names(const std::string& folder) const
     {
