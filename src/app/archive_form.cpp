@@ -3,6 +3,7 @@
 #include "app/start_up.h"
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
+#include "archive/stored_audio.h"
 #include "catalogue/message.h"
 #include "upkeep/change_compression.h"
 
@@ -125,7 +126,10 @@ void ArchiveForm::Accept()
     if (moved || now.mainFolder != kept_.mainFolder || now.compressLevels != kept_.compressLevels ||
         now.wavInMp3 != kept_.wavInMp3)
         SaveArchive(session_);
-    OfferChangeCompression(session_, kept_);
+    const bool mp3Before = kept_.wavInMp3;
+    OfferChangeCompression(session_, kept_, [&](const std::string& name, const Path& files) {
+        return ChangeLevelAudio(session_, name, files, mp3Before);
+    });
 }
 
 } // namespace kestrova

@@ -1,6 +1,7 @@
 // Commands for what levels are, beside being played: their language, and which of them are equal.
 #include "app/level_commands.h"
 #include "archive/level_folders.h"
+#include "archive/stored_audio.h"
 #include "cli/work.h"
 #include "publish/author_infos.h"
 #include "swap/level_language.h"
@@ -176,7 +177,12 @@ Exit RunRecompress(Run& run)
 {
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;
-    return EndWork(run, ChangeCompression(run.session));
+    // Every level, whatever the settings were when it was stored.
+    const bool other = !run.session.archive.wavInMp3;
+    return EndWork(run,
+                   ChangeCompression(run.session, [&](const std::string& name, const Path& files) {
+                       return ChangeLevelAudio(run.session, name, files, other);
+                   }));
 }
 
 } // namespace kestrova

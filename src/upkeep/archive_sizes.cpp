@@ -11,13 +11,12 @@ bool ShowArchiveSizes(Session& session)
     const bool measured = RecomputeArchiveSize(session, true);
     session.list.Refresh();
     const ArchiveHeader& archive = session.archive;
-    session.host.Tell(
-        Tone::Plain,
-        GetMsg(Msg::ArchiveSizes,
-               {FormatSize(archive.mainFolderSize), lineBreak,
-                FormatSize(archive.secondaryFolderSize), lineBreak,
-                FormatSize(archive.mainFolderSize + archive.secondaryFolderSize)}),
-        measured ? std::string{} : GetMsg(Msg::ArchiveSizesStopped));
+    session.host.Tell(Tone::Plain,
+                      GetMsg(Msg::ArchiveSizes,
+                             {FormatSize(archive.mainFolderSize), lineBreak,
+                              FormatSize(archive.secondaryFolderSize), lineBreak,
+                              FormatSize(archive.mainFolderSize + archive.secondaryFolderSize)}),
+                      measured ? std::string{} : GetMsg(Msg::ArchiveSizesStopped));
     return measured;
 }
 

@@ -11,7 +11,7 @@ level=$(find "$box/practice/levels" -iname '*.wav' -printf '%h\n' | sort | head 
 waves=$(find "$level" -maxdepth 1 -iname '*.wav' | wc -l)
 for compress in off on; do
     expect 0 set compress "$compress"
-    expect 0 --json add --name "Sounds $compress" "$level"
+    expect 0 --yes --json add --name "Sounds $compress" "$level"
     code=$(python3 -c 'import json, sys; print(json.load(open(sys.argv[1]))["code"])' "$box/out")
     files=$box/levels/$(printf 'LEVEL_%04d' "$code")/files
     [[ -z $(find "$files" -iname '*.wav*') ]] || die "a wave was kept"

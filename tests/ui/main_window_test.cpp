@@ -301,7 +301,7 @@ TEST(MainWindow, ClosingSavesThePreferencesButNotInTheMiddleOfWork)
     EXPECT_EQ(again.size(), QSize(777, 555));
 }
 
-TEST(MainWindow, AFolderThatIsDroppedIsOfferedAsALevel)
+TEST(MainWindow, WhatIsDroppedIsOfferedAsALevel)
 {
     WindowWorld world;
     world.box.Write("My level/level1.tr4", "x");
@@ -315,20 +315,21 @@ TEST(MainWindow, AFolderThatIsDroppedIsOfferedAsALevel)
     QCoreApplication::sendEvent(&world.window, &drop);
     QWidget* dialog = nullptr;
     QString name;
-    QTimer::singleShot(20, [&] {
+    QTimer::singleShot(400, [&] {
         dialog = QApplication::activeModalWidget();
         if (dialog == nullptr)
             return;
-        name = dialog->findChild<QLineEdit*>(QStringLiteral("Text_Name"))->text();
+        name = dialog->findChild<QLineEdit*>(QStringLiteral("Text_NameLevel"))->text();
         dialog->close();
     });
-    QTest::qWait(60);
+    QTest::qWait(500);
     EXPECT_NE(dialog, nullptr);
     EXPECT_EQ(name, "My level");
+    EXPECT_FALSE(world.box.Has("levels/LEVEL_0001")) << "closing the window gives it up";
 
-    QMimeData file;
-    file.setUrls({QUrl::fromLocalFile(PathToQt(world.box / "My level/level1.tr4"))});
-    QDragEnterEvent refused(QPoint(5, 5), Qt::CopyAction, &file, Qt::LeftButton, Qt::NoModifier);
+    QMimeData text;
+    text.setText(QStringLiteral("no file"));
+    QDragEnterEvent refused(QPoint(5, 5), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
     refused.ignore();
     QCoreApplication::sendEvent(&world.window, &refused);
     EXPECT_FALSE(refused.isAccepted());
