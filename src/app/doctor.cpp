@@ -122,10 +122,11 @@ Finding Keys()
     return Bad(Msg::DoctorKeys, GetMsg(Msg::DoctorKeysWayland), Msg::DoctorKeysRemedy);
 }
 
-/// The programs that packages go through.
+/// The programs that packages and sounds go through.
 void PackageTools(Session& session, std::vector<Finding>& findings)
 {
-    for (const ToolId id : {ToolId::Zip, ToolId::Unzip, ToolId::Bsdtar}) {
+    for (const ToolId id :
+         {ToolId::Zip, ToolId::Unzip, ToolId::Bsdtar, ToolId::Madplay, ToolId::Lame}) {
         const ToolRow& row = RowOf(id);
         const Path found = FindTool(session, row);
         const std::string name = GetMsg(Msg::DoctorTool, {row.name});

@@ -97,7 +97,9 @@ Exit RunAdd(Run& run)
     const bool added = AddLevel(
         run.session, *progress,
         [&](NewLevel& level) {
-            const bool all = level.AddSources(sources, Subfolders::Take);
+            // A file that nobody could be asked about was not taken either.
+            const bool all =
+                level.AddSources(sources, Subfolders::Take) && !run.host.LeftUnanswered();
             if (!all && (level.LastReport().stopped || !run.arguments.Has("--keep-going"))) {
                 run.host.Tell(Tone::Error, GetMsg(Msg::AddGivenUp));
                 return false;

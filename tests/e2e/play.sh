@@ -1,22 +1,8 @@
 #!/usr/bin/env bash
 # What the keys do while the stand-in game has the keyboard, on a real display: F9, F11, and a
 # picture that the game puts onto the clipboard.
-set -euo pipefail
+source "$(dirname "$0")/windows.bash"
 
-[[ -n ${KESTROVA:-} ]] || exit 0 # built without the windows
-box=$(mktemp -d)
-display=
-window=
-finish() {
-    local code=$?
-    ((code == 0)) || cat "$box/log" >&2 2>/dev/null || true
-    [[ -z $window ]] || kill "$window" 2>/dev/null || true
-    [[ -z ${game:-} ]] || kill "$game" 2>/dev/null || true
-    [[ -z $display ]] || kill "$display" 2>/dev/null || true
-    wait
-    rm -rf "$box"
-}
-trap finish EXIT
 die() {
     echo "FAILED: $*" >&2
     exit 1
@@ -41,10 +27,7 @@ ctl add --name Attic "$box/practice/levels/The Clockmaker's Attic" >/dev/null
 counted() { ctl --json shots list 1 | grep -c '"file"'; }
 before=$(counted)
 
-Xvfb -displayfd 3 -screen 0 1300x900x24 3>"$box/display" >/dev/null 2>&1 &
-display=$!
-soon test -s "$box/display"
-export DISPLAY=:$(cat "$box/display") QT_QPA_PLATFORM=xcb
+open_display 1300x900
 # shown TITLE: the number of that window, once it is there.
 shown() {
     soon xdotool search --onlyvisible --name "$1"
@@ -53,8 +36,7 @@ shown() {
 # plays WORD: starts the program and plays the level of that word; `main` and `screen` are the
 # windows of program and game.
 plays() {
-    "$KESTROVA" --home "$box/home" >>"$box/log" 2>&1 &
-    window=$!
+    start_windows
     main=$(shown 'my.kva .2 levels')
     sleep 0.5
     xdotool windowfocus "$main" key ctrl+f type --delay 5 "$1"

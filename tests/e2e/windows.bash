@@ -6,10 +6,12 @@ set -euo pipefail
 box=$(mktemp -d)
 display=
 window=
+game= # the game's process, for a script that starts one
 finish() {
     local code=$?
     ((code == 0)) || cat "$box/log" >&2 2>/dev/null || true
     [[ -z $window ]] || kill "$window" 2>/dev/null || true
+    [[ -z $game ]] || kill "$game" 2>/dev/null || true
     [[ -z $display ]] || kill "$display" 2>/dev/null || true
     wait
     rm -rf "$box"
@@ -29,7 +31,7 @@ open_display() {
 
 # start_windows: the program with the home $box/home.
 start_windows() {
-    "$KESTROVA" --home "$box/home" >"$box/log" 2>&1 &
+    "$KESTROVA" --home "$box/home" >>"$box/log" 2>&1 &
     window=$!
 }
 
