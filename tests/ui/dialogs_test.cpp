@@ -22,18 +22,6 @@ namespace kestrova::testing
 namespace
 {
 
-template <class Control> Control* In(QWidget& dialog, const char* name)
-{
-    auto* found = dialog.findChild<Control*>(QString::fromLatin1(name));
-    EXPECT_NE(found, nullptr) << name;
-    return found;
-}
-
-void Press(QWidget& dialog, const char* button)
-{
-    In<QPushButton>(dialog, button)->click();
-}
-
 std::string Label(QWidget& dialog, const char* name)
 {
     return FromQt(In<QLabel>(dialog, name)->text());

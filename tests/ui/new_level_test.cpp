@@ -14,18 +14,6 @@ namespace kestrova::testing
 namespace
 {
 
-template <class Control = QWidget> Control* In(QWidget& dialog, const char* name)
-{
-    auto* found = dialog.findChild<Control*>(QString::fromLatin1(name));
-    EXPECT_NE(found, nullptr) << name;
-    return found;
-}
-
-void Press(QWidget& dialog, const char* name)
-{
-    In<QPushButton>(dialog, name)->click();
-}
-
 TEST(NewLevelDialog, ShowsWhatComesInAndTakesTheTextsBack)
 {
     WindowWorld world;

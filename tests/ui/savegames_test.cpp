@@ -46,11 +46,6 @@ QListWidget& RowsOf(QWidget& dialog)
     return *dialog.findChild<QListWidget*>(QStringLiteral("List_Shot"));
 }
 
-void Press(QWidget& dialog, const char* button)
-{
-    dialog.findChild<QPushButton*>(QString::fromLatin1(button))->click();
-}
-
 } // namespace
 
 TEST(SavegameWindows, ExportTakesTheChosenRowsAndDeletesWhenTicked)

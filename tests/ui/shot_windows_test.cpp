@@ -53,13 +53,6 @@ public:
     }
 };
 
-template <class Control> Control* In(QWidget& window, const char* name)
-{
-    auto* found = window.findChild<Control*>(QString::fromLatin1(name));
-    EXPECT_NE(found, nullptr) << name;
-    return found;
-}
-
 } // namespace
 
 TEST(ScreenShotDialog, FitsTheWindowZoomsAtThePointerAndStepsThroughTheList)

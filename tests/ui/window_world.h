@@ -13,6 +13,19 @@
 namespace kestrova::testing
 {
 
+/// A control of a dialog by its name.
+template <class Control = QWidget> Control* In(QWidget& dialog, const char* name)
+{
+    auto* found = dialog.findChild<Control*>(QString::fromLatin1(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+}
+
+inline void Press(QWidget& dialog, const char* button)
+{
+    In<QPushButton>(dialog, button)->click();
+}
+
 /// A sandbox whose session shows its levels in a main window.
 class WindowWorld
 {
