@@ -194,16 +194,26 @@ int TakeFromSlot(SavegamePlan& plan, SavegamePlan::Folder slot, SavegamePlan::Fo
     return handled;
 }
 
+/// The level's live folder, which can be read, an earlier move being at its end.
+Result<Path> ReadyLiveFolder(Session& session, LevelCode code)
+{
+    if (auto status = EndEarlierMove(session); !status)
+        return status.Error();
+    Path live = ResolvePath(CurrentSlotsFolder(session, code));
+    if (auto status = CanList(live); !status)
+        return status.Error();
+    return live;
+}
+
 } // namespace
 
 Status ArchiveSavegamesOf(Session& session, LevelCode code)
 {
     const Operation operation{session};
-    if (auto status = EndEarlierMove(session); !status)
-        return status;
-    const Path live = ResolvePath(CurrentSlotsFolder(session, code));
-    if (auto status = CanList(live); !status)
-        return status;
+    const auto ready = ReadyLiveFolder(session, code);
+    if (!ready)
+        return ready.Error();
+    const Path& live = *ready;
     if (!AnyFile(live, RowText(Msg::SavegamePattern)))
         return {};
     if (auto status = SettleTwins(session, code, live); !status)
@@ -241,11 +251,10 @@ Status ArchiveSavegamesOf(Session& session, LevelCode code)
 Status RestoreSavegamesOf(Session& session, LevelCode code)
 {
     const Operation operation{session};
-    if (auto status = EndEarlierMove(session); !status)
-        return status;
-    const Path live = ResolvePath(CurrentSlotsFolder(session, code));
-    if (auto status = CanList(live); !status)
-        return status;
+    const auto ready = ReadyLiveFolder(session, code);
+    if (!ready)
+        return ready.Error();
+    const Path& live = *ready;
     if (ListFiles(live, RowText(Msg::SavegamePattern)).size() == gameSlotCount)
         return {};
     const Path root = RootOf(session, code);
