@@ -1,5 +1,6 @@
 #include "catalogue/message.h"
 #include "intake/new_level.h"
+#include "swap/level_language.h"
 
 #include <algorithm>
 #include <charconv>
@@ -9,16 +10,6 @@ namespace kestrova
 
 namespace
 {
-
-/// The `*.dat` of a folder but `script.dat`, in listing order.
-std::vector<Path> LanguageFilesIn(const Path& folder)
-{
-    std::vector<Path> files = ListFiles(folder, RowText(Msg::PatDat));
-    std::erase_if(files, [](const Path& file) {
-        return EqualNames(file.filename().native(), RowText(Msg::ScriptDat));
-    });
-    return files;
-}
 
 std::optional<std::size_t> NumberFrom(std::string_view text, std::size_t count)
 {

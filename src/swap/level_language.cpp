@@ -19,14 +19,6 @@ bool IsLanguageFile(const Path& file)
     return !EqualNames(file.filename().native(), RowText(Msg::ScriptDat));
 }
 
-/// The `*.dat` of a folder but `script.dat`, in listing order.
-std::vector<Path> LanguageFilesIn(const Path& folder)
-{
-    std::vector<Path> files = ListFiles(folder, RowText(Msg::PatDat));
-    std::erase_if(files, [](const Path& file) { return !IsLanguageFile(file); });
-    return files;
-}
-
 bool HasEnglish(const Session& session)
 {
     return FileExists(session.BackupFolder() / RowText(Msg::EnglishDat));
@@ -103,6 +95,13 @@ bool RestoreOriginalLanguage(Session& session, const Path& folder, LanguageFailu
 }
 
 } // namespace
+
+std::vector<Path> LanguageFilesIn(const Path& folder)
+{
+    std::vector<Path> files = ListFiles(folder, RowText(Msg::PatDat));
+    std::erase_if(files, [](const Path& file) { return !IsLanguageFile(file); });
+    return files;
+}
 
 bool CanSetMyLanguage(const Session& session, const Path& folder, LanguageFailure& failure,
                       std::string& languageFile)
@@ -192,7 +191,7 @@ bool ChangeLanguageOfSelected(Session& session, LanguageChange change)
         return false;
     }
     const std::ptrdiff_t index = FindLevel(session, *code);
-    if (index >= 0 && GuardLevelOnCd(session, static_cast<std::size_t>(index)))
+    if (index >= 0 && GuardLevelOnCd(session, session.levels[static_cast<std::size_t>(index)]))
         return false;
     return ChangeLanguageOfLevel(session, *code, change, true);
 }

@@ -20,6 +20,9 @@ struct LanguageFailure {
     std::string reason; ///< the system's own; may be empty
 };
 
+/// The `*.dat` of a folder but `script.dat`, in listing order.
+std::vector<Path> LanguageFilesIn(const Path& folder);
+
 /// Whether the player's language can go into a folder of level files: the name of its file, or why
 /// it cannot.
 bool CanSetMyLanguage(const Session& session, const Path& folder, LanguageFailure& failure,
