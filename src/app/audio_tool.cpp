@@ -2,8 +2,7 @@
 
 #include "audio/audio_batch.h"
 #include "catalogue/message.h"
-
-#include <algorithm>
+#include "intake/package_sources.h"
 
 namespace kestrova
 {
@@ -108,20 +107,25 @@ bool AudioTool::Take(const std::vector<Path>& files)
 
 void AudioTool::AddFile()
 {
-    const std::string type = Extension();
-    const auto file = session_.host.ChooseOpenFile(
-        GetMsg(Msg::ChooseSound, {type}), GetMsg(Msg::SoundsFilter, {type, type}),
-        FolderFromText(Trim(session_.preferences.downloadFolder)));
-    if (file)
+    if (const auto file = ChooseSourceFile(session_, Extension()))
         AddPaths({*file});
 }
 
 void AudioTool::AddFolder()
 {
-    const auto folder = session_.host.ChooseFolder(
-        GetMsg(Msg::ChooseSoundFolder), FolderFromText(Trim(session_.preferences.downloadFolder)));
-    if (folder)
+    if (const auto folder = ChooseSourceFolder(session_))
         AddPaths({*folder});
+}
+
+std::vector<Path> AudioTool::SoundsIn(const Path& folder)
+{
+    const auto progress =
+        session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::GatheringSounds));
+    const auto found = FilesOfSource(session_, folder, Extension(), Subfolders::Ask, *progress);
+    if (found)
+        return *found;
+    TellFailure(session_, GetMsg(Msg::SourceFolderNotRead, {TextOf(folder)}), found.Error());
+    return {};
 }
 
 void AudioTool::AddPaths(const std::vector<Path>& paths)
@@ -131,19 +135,7 @@ void AudioTool::AddPaths(const std::vector<Path>& paths)
     std::vector<std::string> strange;
     for (const Path& path : paths) {
         if (FolderExists(path)) {
-            std::vector<Path> found = ListFiles(path, "*" + type);
-            const bool below =
-                !ListSubfolders(path).empty() &&
-                session_.host.AskYesNo(GetMsg(Msg::AskSoundSubfolders,
-                                              {"\"" + TextOf(path.filename()) + "\"",
-                                               std::string{lineBreak} + std::string{lineBreak}}));
-            if (below)
-                if (const auto tree = ScanTree(path)) {
-                    found = tree->files;
-                    std::erase_if(found, [&](const Path& file) {
-                        return !EndsWithName(file.filename().native(), type);
-                    });
-                }
+            const std::vector<Path> found = SoundsIn(path);
             files.insert(files.end(), found.begin(), found.end());
         } else if (EndsWithName(path.filename().native(), type)) {
             files.push_back(path);

@@ -49,6 +49,7 @@ public:
     bool Convert(AudioKind kind);
 
 private:
+    std::vector<Path> SoundsIn(const Path& folder);
     bool Take(const std::vector<Path>& files);
     void Refresh();
 

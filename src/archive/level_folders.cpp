@@ -74,9 +74,9 @@ bool IsArchiveOnCd(const Session& session)
     return session.archive.cdCount >= 1;
 }
 
-bool GuardLevelOnCd(Session& session, std::size_t index)
+bool GuardLevelOnCd(Session& session, const LevelRecord& level)
 {
-    if (session.levels[index].cdNumber == 0)
+    if (level.cdNumber == 0)
         return false;
     session.host.Tell(Tone::Error, GetMsg(Msg::LevelOnCd, {lineBreak}));
     return true;

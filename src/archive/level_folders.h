@@ -26,6 +26,6 @@ Path StateStoreOf(const Session& session, LevelCode code);
 Status MakeLevelSubfolders(const Path& folder);
 bool IsArchiveOnCd(const Session& session);
 /// True, and a message, when the level's files lie on a disc.
-bool GuardLevelOnCd(Session& session, std::size_t index);
+bool GuardLevelOnCd(Session& session, const LevelRecord& level);
 
 } // namespace kestrova

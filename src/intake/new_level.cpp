@@ -37,7 +37,6 @@ bool NewLevel::Open()
         }
     }
     TakeSnapshot();
-    forceChanged_ = filesDirty_;
     RefreshFileList();
     name = Trim(record_.levelName);
     note = Trim(record_.levelNote);
@@ -88,14 +87,6 @@ void NewLevel::ClearProgress()
     progress_.SetBar(0, 0);
 }
 
-bool NewLevel::GuardOnCd()
-{
-    if (!OnCd())
-        return false;
-    session_.host.Tell(Tone::Error, GetMsg(Msg::LevelOnCd, {lineBreak}));
-    return true;
-}
-
 void NewLevel::UnpackInside()
 {
     for (const Path& file : ListFiles(workFolder_, RowText(Msg::PatAll))) {
@@ -116,7 +107,6 @@ void NewLevel::UnpackInside()
                             GetMsg(onlyHere ? Msg::PackageStays : Msg::PackageStillAtSource),
                         status.Error());
         if (status || !onlyHere) {
-            filesDirty_ = true;
             (void)DeleteFile(file); // one that stays is met again by the next refresh
         }
     }
@@ -144,7 +134,6 @@ void NewLevel::RefreshFileList()
 
 void NewLevel::AfterSource()
 {
-    filesDirty_ = true;
     RefreshFileList();
     TellLeftOut(session_, report_);
     if (mode_ == LevelMode::New) {
@@ -155,40 +144,35 @@ void NewLevel::AfterSource()
 
 bool NewLevel::AddChosenFile()
 {
-    if (GuardOnCd())
+    if (GuardLevelOnCd(session_, saved_))
         return false;
-    report_ = {};
-    const auto chosen = AddFilesFromFile(session_, workFolder_, progress_, {}, report_);
-    if (!chosen)
-        return false;
-    lastSource_ = *chosen;
-    AfterSource();
-    return report_.failed == 0;
+    const auto chosen = ChooseSourceFile(session_);
+    return chosen && AddSources({*chosen});
 }
 
 bool NewLevel::AddChosenFolder()
 {
-    if (GuardOnCd())
+    if (GuardLevelOnCd(session_, saved_))
+        return false;
+    const auto chosen = ChooseSourceFolder(session_);
+    if (!chosen)
         return false;
     report_ = {};
-    if (!AddFilesFromFolder(session_, {}, workFolder_, progress_, GetMsg(Msg::EveryEnding),
-                            Subfolders::Ask, report_))
-        return false;
+    AddFilesFromFolder(session_, *chosen, workFolder_, progress_, Subfolders::Ask, report_);
     AfterSource();
     return report_.failed == 0;
 }
 
 bool NewLevel::AddSources(const std::vector<Path>& sources, Subfolders subfolders)
 {
-    if (GuardOnCd())
+    if (GuardLevelOnCd(session_, saved_))
         return false;
     report_ = {};
     for (const Path& source : sources) {
         if (report_.stopped)
             break;
         if (FolderExists(source)) {
-            AddFilesFromFolder(session_, source, workFolder_, progress_, GetMsg(Msg::EveryEnding),
-                               subfolders, report_);
+            AddFilesFromFolder(session_, source, workFolder_, progress_, subfolders, report_);
         } else if (FileExists(source)) {
             AddFile(session_, source, workFolder_, progress_, report_);
         } else {
@@ -204,7 +188,7 @@ bool NewLevel::AddSources(const std::vector<Path>& sources, Subfolders subfolder
 
 bool NewLevel::RemoveFile(const Path& file)
 {
-    if (GuardOnCd())
+    if (GuardLevelOnCd(session_, saved_))
         return false;
     if (file.empty()) {
         session_.host.Tell(Tone::Error, GetMsg(Msg::NoFileSelected));
@@ -215,7 +199,6 @@ bool NewLevel::RemoveFile(const Path& file)
     const auto status = DeleteFile(file);
     if (!status)
         TellFailure(session_, GetMsg(Msg::ErrorRemovingFile) + TextOf(file), status.Error());
-    filesDirty_ = true;
     RefreshFileList();
     return static_cast<bool>(status);
 }
@@ -243,7 +226,7 @@ void NewLevel::OpenFile(const Path& file)
 
 bool NewLevel::SetMyLanguage()
 {
-    if (GuardOnCd())
+    if (GuardLevelOnCd(session_, saved_))
         return false;
     LanguageFailure failure;
     // Files that become the level's only when the person accepts leave the game's folder alone.
@@ -255,7 +238,6 @@ bool NewLevel::SetMyLanguage()
         session_.host.Tell(Tone::Plain, GetMsg(Msg::LanguageSet));
     else
         session_.host.Tell(Tone::Error, GetMsg(Msg::LanguageError) + failure.words, failure.reason);
-    filesDirty_ = true;
     RefreshFileList();
     return changed;
 }
@@ -279,8 +261,6 @@ void NewLevel::FillNameAndInfo()
 
 bool NewLevel::LevelFilesChanged() const
 {
-    if (forceChanged_)
-        return true;
     const std::vector<Path> now = ListFiles(workFolder_, RowText(Msg::PatAll));
     return now.size() != snapshot_.size() ||
            !std::all_of(now.begin(), now.end(), [&](const Path& file) { return IsAsOpened(file); });

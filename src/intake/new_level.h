@@ -79,7 +79,6 @@ private:
 
     void FindFolder();
     void TakeSnapshot();
-    bool GuardOnCd();
     void RefreshFileList();
     void UnpackInside();
     void ApplyLevelConfig();
@@ -109,8 +108,6 @@ private:
     Path filesFolder_;
     Path workFolder_;
     bool isTemp_ = false;
-    bool filesDirty_ = false;
-    bool forceChanged_ = false;
     bool configApplied_ = false;
     bool canSetLanguage_ = false;
     bool cancelled_ = false;

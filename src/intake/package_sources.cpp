@@ -141,31 +141,6 @@ bool IsBelow(const Path& file, const Path& folder)
     return !relative.empty() && *relative.begin() != "..";
 }
 
-/// The files that a folder gives; no value when it cannot be read or was stopped.
-Result<std::vector<Path>> FilesOf(Session& session, const Path& source, const std::string& pattern,
-                                  Subfolders subfolders, ProgressScope& progress)
-{
-    const bool deeper =
-        !ListSubfolders(source).empty() &&
-        (subfolders == Subfolders::Take ||
-         session.host.AskYesNo(
-             GetMsg(Msg::AskSubfolders, {'"' + TextOf(source.filename()) + '"',
-                                         std::string{lineBreak} + std::string{lineBreak}})));
-    if (!deeper) {
-        if (auto status = CanList(source); !status)
-            return status.Error();
-        return ListFiles(source, "*" + pattern);
-    }
-    auto tree = ScanTree(source, [&] { return progress.Step(); });
-    if (!tree)
-        return tree.Error();
-    if (pattern != RowText(Msg::EveryEnding))
-        std::erase_if(tree->files, [&](const Path& file) {
-            return !EndsWithName(file.filename().native(), pattern);
-        });
-    return std::move(tree->files);
-}
-
 /// How many names a message of several failures holds.
 constexpr std::size_t mostNamesTold = 10;
 
@@ -228,46 +203,66 @@ bool AddFile(Session& session, const Path& source, const Path& folder, ProgressS
     return false;
 }
 
-std::optional<Path> AddFilesFromFile(Session& session, const Path& folder, ProgressScope& progress,
-                                     const std::string& audioType, SourceReport& report)
+std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioType)
 {
     const bool audio = !audioType.empty();
     auto chosen = session.host.ChooseOpenFile(
         audio ? GetMsg(Msg::SelectAudioFile, {audioType}) : GetMsg(Msg::SelectSourceFile),
-        audio ? GetMsg(Msg::AudioFilesFilter) + audioType + ")|*" + audioType
+        audio ? GetMsg(Msg::AudioFilesFilter, {audioType, audioType})
               : GetMsg(Msg::SourceFilesFilter),
         PlaceToStart(session));
-    if (!chosen)
-        return {};
-    RememberPlace(session, chosen->parent_path());
-    AddFile(session, *chosen, folder, progress, report);
+    if (chosen)
+        RememberPlace(session, chosen->parent_path());
     return chosen;
 }
 
-bool AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
-                        ProgressScope& progress, const std::string& pattern, Subfolders subfolders,
-                        SourceReport& report)
+std::optional<Path> ChooseSourceFolder(Session& session)
 {
-    Path source = given;
-    if (source.empty()) {
-        const auto chosen =
-            session.host.ChooseFolder(GetMsg(Msg::SelectSourceFolder), PlaceToStart(session));
-        if (!chosen)
-            return false;
-        source = *chosen;
-        RememberPlace(session, source);
+    auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectSourceFolder), PlaceToStart(session));
+    if (chosen)
+        RememberPlace(session, *chosen);
+    return chosen;
+}
+
+Result<std::vector<Path>> FilesOfSource(Session& session, const Path& source,
+                                        const std::string& ending, Subfolders subfolders,
+                                        ProgressScope& progress)
+{
+    const bool deeper =
+        !ListSubfolders(source).empty() &&
+        (subfolders == Subfolders::Take ||
+         session.host.AskYesNo(
+             GetMsg(Msg::AskSubfolders, {'"' + TextOf(source.filename()) + '"',
+                                         std::string{lineBreak} + std::string{lineBreak}})));
+    if (!deeper) {
+        if (auto status = CanList(source); !status)
+            return status.Error();
+        return ListFiles(source, "*" + ending);
     }
+    auto tree = ScanTree(source, [&] { return progress.Step(); });
+    if (!tree)
+        return tree.Error();
+    if (ending != RowText(Msg::EveryEnding))
+        std::erase_if(tree->files, [&](const Path& file) {
+            return !EndsWithName(file.filename().native(), ending);
+        });
+    return std::move(tree->files);
+}
+
+void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
+                        ProgressScope& progress, Subfolders subfolders, SourceReport& report)
+{
     progress.AllowStop();
     progress.SetLabel(GetMsg(Msg::CopyingFilesLabel));
-    source = ResolvePath(source);
-    auto files = FilesOf(session, source, pattern, subfolders, progress);
+    const Path source = ResolvePath(given);
+    auto files = FilesOfSource(session, source, GetMsg(Msg::EveryEnding), subfolders, progress);
     if (!files) {
         report.stopped = files.Error().code == ErrorCode::Stopped;
         ++report.failed;
         ClearProgress(progress);
         if (!report.stopped)
             TellFailure(session, GetMsg(Msg::SourceFolderNotRead, {TextOf(source)}), files.Error());
-        return true;
+        return;
     }
     // A folder that holds the level's own gives everything but that.
     const Path own = ResolvePath(folder);
@@ -291,7 +286,6 @@ bool AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
     report.failed += failed.size();
     if (!failed.empty())
         TellFailedFiles(session, failed, folder, firstFailure);
-    return true;
 }
 
 void TellLeftOut(Session& session, const SourceReport& report)

@@ -34,19 +34,20 @@ Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folde
 /// `CopyOrUnzipSource` with its label and its message.
 bool AddFile(Session& session, const Path& source, const Path& folder, ProgressScope& progress,
              SourceReport& report);
-/// The same for the file that the person chooses; no value when that was cancelled. `audioType`:
-/// an ending like `.wav` to offer those alone; empty for packages and all.
-std::optional<Path> AddFilesFromFile(Session& session, const Path& folder, ProgressScope& progress,
-                                     const std::string& audioType, SourceReport& report);
+/// The file or folder that the person chooses as a source; the first chosen place is remembered for
+/// the next. `audioType`: an ending like `.wav` to offer those alone; empty for packages and all.
+std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioType = {});
+std::optional<Path> ChooseSourceFolder(Session& session);
 
 /// Whether the files of sub-folders come too.
 enum class Subfolders { Ask, Take };
-/// All files of a folder, packages unpacked. `source` empty: the person chooses. `pattern`: `.*`
-/// for all, otherwise the four characters that names end with. Failures are told together at the
-/// end. False when the person chose none.
-bool AddFilesFromFolder(Session& session, const Path& source, const Path& folder,
-                        ProgressScope& progress, const std::string& pattern, Subfolders subfolders,
-                        SourceReport& report);
+/// What a folder gives. `ending`: `.*` for all, otherwise the characters that names end with.
+Result<std::vector<Path>> FilesOfSource(Session& session, const Path& source,
+                                        const std::string& ending, Subfolders subfolders,
+                                        ProgressScope& progress);
+/// All files of a folder, packages unpacked. Failures are told together at the end.
+void AddFilesFromFolder(Session& session, const Path& source, const Path& folder,
+                        ProgressScope& progress, Subfolders subfolders, SourceReport& report);
 
 /// Names what `leftOut` holds, if anything.
 void TellLeftOut(Session& session, const SourceReport& report);

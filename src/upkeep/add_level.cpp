@@ -76,9 +76,16 @@ bool EditLevel(Session& session, ProgressScope& progress, LevelCode code, const 
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
     }
-    LevelRecord record = session.levels[static_cast<std::size_t>(index)];
+    const LevelRecord& current = session.levels[static_cast<std::size_t>(index)];
+    LevelRecord record = current;
+    const std::int32_t extrasBefore = record.extrasSize;
     NewLevel level{session, record, LevelMode::Properties, progress};
-    return level.Open() && show(level) && ReplaceLevel(session, record);
+    if (!level.Open() || !show(level))
+        return false;
+    // A picture may have been taken meanwhile.
+    if (record.extrasSize == extrasBefore)
+        record.extrasSize = current.extrasSize;
+    return ReplaceLevel(session, record);
 }
 
 void OfferLeftIntake(Session& session)

@@ -137,7 +137,7 @@ bool MayBeRemoved(Session& session, LevelCode code)
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
     }
-    if (GuardLevelOnCd(session, static_cast<std::size_t>(index)))
+    if (GuardLevelOnCd(session, session.levels[static_cast<std::size_t>(index)]))
         return false;
     if (code == originalCode) {
         session.host.Tell(Tone::Error, GetMsg(Msg::RemoveOriginalLevel, {lineBreak}));

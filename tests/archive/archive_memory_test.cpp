@@ -49,8 +49,8 @@ TEST_F(ArchiveMemory, ALevelOnADiscIsNotAvailable)
     EXPECT_TRUE(box.session.cdNotAvailable);
     EXPECT_EQ(LevelFolderOf(box.session, code, false), box / "levels/LEVEL_0001");
     EXPECT_FALSE(box.session.cdNotAvailable) << "set by the last call alone";
-    EXPECT_TRUE(GuardLevelOnCd(box.session, 1));
-    EXPECT_FALSE(GuardLevelOnCd(box.session, 0));
+    EXPECT_TRUE(GuardLevelOnCd(box.session, box.session.levels[1]));
+    EXPECT_FALSE(GuardLevelOnCd(box.session, box.session.levels[0]));
     box.session.archive.cdCount = 2;
     EXPECT_TRUE(IsArchiveOnCd(box.session));
 }
