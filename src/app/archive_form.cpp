@@ -126,9 +126,9 @@ void ArchiveForm::Accept()
     if (moved || now.mainFolder != kept_.mainFolder || now.compressLevels != kept_.compressLevels ||
         now.wavInMp3 != kept_.wavInMp3)
         SaveArchive(session_);
-    const bool mp3Before = kept_.wavInMp3;
+    const bool sameAudio = now.wavInMp3 == kept_.wavInMp3;
     OfferChangeCompression(session_, kept_, [&](const std::string& name, const Path& files) {
-        return ChangeLevelAudio(session_, name, files, mp3Before);
+        return sameAudio || ChangeLevelAudio(session_, name, files);
     });
 }
 

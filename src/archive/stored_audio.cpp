@@ -158,11 +158,9 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
     return true;
 }
 
-bool ChangeLevelAudio(Session& session, const std::string& name, const Path& files,
-                      bool wavInMp3Before)
+bool ChangeLevelAudio(Session& session, const std::string& name, const Path& files)
 {
-    const bool toMp3 = session.archive.wavInMp3;
-    return toMp3 == wavInMp3Before || ChangeStoredAudio(session, files, toMp3) ||
+    return ChangeStoredAudio(session, files, session.archive.wavInMp3) ||
            session.host.AskYesNo(GetMsg(Msg::AskErrorLevelAudio, {name + std::string{lineBreak}}));
 }
 

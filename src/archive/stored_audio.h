@@ -36,10 +36,8 @@ bool EncodeWavesInPlace(Session& session, const Path& folder);
 /// all was changed.
 bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3);
 
-/// What a change of the archive's settings does to one level's sounds, from the wish that stood
-/// before: nothing when that is the same. A failure is asked about with the level's name; False
-/// ends the change.
-bool ChangeLevelAudio(Session& session, const std::string& name, const Path& files,
-                      bool wavInMp3Before);
+/// One level's stored sounds become what the archive wants now. A failure is asked about with the
+/// level's name; False ends the change over all levels.
+bool ChangeLevelAudio(Session& session, const std::string& name, const Path& files);
 
 } // namespace kestrova

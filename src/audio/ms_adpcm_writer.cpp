@@ -120,13 +120,6 @@ std::string HeaderBytes(std::size_t channels, std::size_t rate, std::size_t bloc
     return bytes;
 }
 
-} // namespace
-
-/// Only the first `heard` samples count for the choice: the jump to the silence that fills the last
-/// block would otherwise decide it.
-namespace
-{
-
 /// A predictor and the step to begin with.
 struct Beginning {
     std::size_t predictor = 0;

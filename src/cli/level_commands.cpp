@@ -178,10 +178,9 @@ Exit RunRecompress(Run& run)
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;
     // Every level, whatever the settings were when it was stored.
-    const bool other = !run.session.archive.wavInMp3;
     return EndWork(run,
                    ChangeCompression(run.session, [&](const std::string& name, const Path& files) {
-                       return ChangeLevelAudio(run.session, name, files, other);
+                       return ChangeLevelAudio(run.session, name, files);
                    }));
 }
 

@@ -151,15 +151,13 @@ TEST(StoredAudio, StoredSoundsChangeFormBothWays)
     EXPECT_EQ(ClassifyWav(box / box.Files() / "101.wav", AudioKind::Adpcm).mode, 0);
     // Deflated ones too.
     ASSERT_TRUE(CompressToZl(box / box.Files() / "101.wav", box / box.Files() / "102.wav.zl"));
-    ASSERT_TRUE(ChangeLevelAudio(box.session, "With sounds", box / box.Files(), false));
+    ASSERT_TRUE(ChangeLevelAudio(box.session, "With sounds", box / box.Files()));
     EXPECT_EQ(box.Names(box.Files()), (Names{"101.mp3", "102.mp3", "a.tr4"}));
     box.Write(box.Files() + "/103.wav", "no wave");
     const auto before = box.Snapshot(box.Files());
-    EXPECT_TRUE(ChangeLevelAudio(box.session, "With sounds", box / box.Files(), true))
-        << "the wish is the same";
     for (const bool goOn : {true, false}) {
         box.host.WillAsk("Error converting audio files for level: With sounds", goOn);
-        EXPECT_EQ(ChangeLevelAudio(box.session, "With sounds", box / box.Files(), false), goOn);
+        EXPECT_EQ(ChangeLevelAudio(box.session, "With sounds", box / box.Files()), goOn);
     }
     EXPECT_EQ(box.Snapshot(box.Files()), before);
     EXPECT_FALSE(box.Has("home/_temp_Compr"));
