@@ -91,6 +91,7 @@ bool AudioBatch::LookAtAll()
                              {TextOf(files_[i].filename()), plans_[i].description}) +
                       target_.text + "]";
             session_.host.Tell(Tone::Error, status_);
+            refused_ = true;
             return false;
         }
         steps_ += static_cast<std::uint64_t>(plans_[i].steps);

@@ -21,6 +21,8 @@ public:
 
     /// The last line of the window: how it ended.
     [[nodiscard]] const std::string& StatusText() const { return status_; }
+    /// A file of the list cannot become the target, so nothing was changed; the person was told.
+    [[nodiscard]] bool Refused() const { return refused_; }
     /// A file that came through and what it became, which may be the same file.
     struct Pair {
         Path source;
@@ -47,6 +49,7 @@ private:
     std::unique_ptr<ProgressScope> window_;
     std::unique_ptr<Shared> shared_;
     std::string status_;
+    bool refused_ = false;
     std::uint64_t steps_ = 0;
     std::uint64_t done_ = 0;
     std::vector<Pair> converted_;

@@ -94,7 +94,7 @@ Exit ConvertSounds(Run& run, const std::vector<Path>& files, AudioKind kind)
     platform::NoteInterrupts(RowText(Msg::InterruptNoted));
     AudioBatch batch{run.session, files, folder, kind};
     const bool done = batch.Run();
-    if (!done)
+    if (!done && !batch.Refused())
         run.host.Tell(Tone::Error, GetMsg(Msg::FailedConversion) + batch.StatusText());
     if (run.json != nullptr)
         *run.json = Json::array();
