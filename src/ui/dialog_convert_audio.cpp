@@ -1,24 +1,21 @@
 #include "ui/dialog_convert_audio.h"
 
-#include "audio/mp3_choices.h"
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
 #include "ui/elided_label.h"
+#include "ui/mp3_settings_box.h"
 #include "ui/qt_text.h"
 
-#include <QComboBox>
 #include <QDragEnterEvent>
 #include <QFontDatabase>
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
-#include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShortcut>
 #include <QTimer>
-#include <QUrl>
 
 namespace kestrova
 {
@@ -29,32 +26,6 @@ namespace
 constexpr int dialogWidth = 600;
 constexpr int dialogHeight = 520;
 
-std::vector<Path> DroppedPaths(const QMimeData& data)
-{
-    std::vector<Path> paths;
-    for (const QUrl& url : data.urls())
-        if (url.isLocalFile())
-            paths.push_back(PathFromQt(url.toLocalFile()));
-    return paths;
-}
-
-QComboBox* Combo(QWidget* parent, const char* name, const Mp3Choice& choice)
-{
-    auto* combo = new QComboBox(parent);
-    combo->setObjectName(QString::fromLatin1(name));
-    for (const std::string& row : choice.rows)
-        combo->addItem(ToQt(row));
-    return combo;
-}
-
-QLabel* Caption(QWidget* of, const char* name)
-{
-    auto* label = new QLabel(of->parentWidget());
-    label->setObjectName(QString::fromLatin1(name));
-    label->setBuddy(of);
-    return label;
-}
-
 QGroupBox* Frame(QWidget* parent, const char* name)
 {
     auto* frame = new QGroupBox(parent);
@@ -62,9 +33,9 @@ QGroupBox* Frame(QWidget* parent, const char* name)
     return frame;
 }
 
-QRadioButton* Option(QGroupBox* frame, const char* name, Msg words)
+QRadioButton* Option(QGroupBox* frame, const char* name)
 {
-    auto* option = new QRadioButton(Words(words), frame);
+    auto* option = new QRadioButton(frame);
     option->setObjectName(QString::fromLatin1(name));
     frame->layout()->addWidget(option);
     return option;
@@ -82,7 +53,7 @@ Msg FrameWords(AudioToolMode mode)
 ConvertAudioDialog::ConvertAudioDialog(Session& session, AudioToolMode mode, QWidget* parent)
     : QDialog(parent), session_(session), tool_(session, mode), list_(new QListWidget(this)),
       size_(new QLabel(this)), hint_(new QLabel(this)), target_(new ElidedLabel(this)),
-      convert_(NamedButton(this, "Pul_Converti"))
+      convert_(NamedButton(this, "Pul_Converti")), mp3_(new Mp3SettingsBox(this))
 {
     setObjectName(QStringLiteral("Dialog_ConvertAudio"));
     setAcceptDrops(true);
@@ -97,7 +68,11 @@ ConvertAudioDialog::ConvertAudioDialog(Session& session, AudioToolMode mode, QWi
     auto* column = new QVBoxLayout(this);
     column->addWidget(MakeFiles(), 1);
     column->addWidget(MakeTarget());
-    column->addWidget(tool_.ToMp3() ? MakeMp3() : MakeWave());
+    QGroupBox* wave = MakeWave();
+    column->addWidget(mp3_);
+    column->addWidget(wave);
+    mp3_->setVisible(tool_.ToMp3());
+    wave->setVisible(!tool_.ToMp3());
     column->addLayout(buttons);
     connect(convert_, &QPushButton::clicked, this, &ConvertAudioDialog::Convert);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -168,69 +143,15 @@ QGroupBox* ConvertAudioDialog::MakeTarget()
     return frame;
 }
 
-QGroupBox* ConvertAudioDialog::MakeMp3()
-{
-    auto* frame = Frame(this, "Frame_Mp3");
-    frame->setTitle(Words(Msg::FrameMp3));
-    bitRate_ = Combo(frame, "Combo_BitRate", BitRateChoice());
-    channels_ = Combo(frame, "Combo_Canali", ChannelChoice());
-    frequency_ = Combo(frame, "Combo_Frequenza", FrequencyChoice());
-    estimate_ = new QLabel(frame);
-    estimate_->setObjectName(QStringLiteral("Label_InfoMp3"));
-    auto* restore = NamedButton(frame, "Pul_Restore");
-    restore->setAutoDefault(false);
-    restore->setText(Words(Msg::AudioRestore));
-    restore->setAccessibleName(restore->text());
-    const auto caption = [](QWidget* of, const char* name, Msg words) {
-        QLabel* label = Caption(of, name);
-        label->setText(Words(words));
-        return label;
-    };
-    auto* grid = new QGridLayout(frame);
-    grid->addWidget(caption(bitRate_, "Label_BitRate", Msg::AudioBitRate), 0, 0);
-    grid->addWidget(bitRate_, 0, 1);
-    grid->addWidget(caption(channels_, "Label_Canali", Msg::AudioChannels), 0, 2);
-    grid->addWidget(channels_, 0, 3);
-    grid->addWidget(caption(frequency_, "Label_Frequenza", Msg::AudioFrequency), 0, 4);
-    grid->addWidget(frequency_, 0, 5);
-    auto* line = new QHBoxLayout;
-    line->addWidget(new QLabel(Words(Msg::AudioEstimate), frame));
-    line->addWidget(estimate_);
-    line->addStretch();
-    line->addWidget(restore);
-    grid->addLayout(line, 1, 0, 1, 6);
-    grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(3, 1);
-    grid->setColumnStretch(5, 1);
-    connect(bitRate_, &QComboBox::currentIndexChanged, this, [this] { ShowEstimate(); });
-    connect(restore, &QPushButton::clicked, this, [this] { UseUsualSettings(); });
-    UseUsualSettings();
-    return frame;
-}
-
 QGroupBox* ConvertAudioDialog::MakeWave()
 {
     auto* frame = Frame(this, "Frame1_Outputwav");
-    frame->setTitle(Words(Msg::FrameWave));
     new QVBoxLayout(frame);
-    auto* standard = Option(frame, "Opt_StandardWav", Msg::AudioStandardFull);
-    mono_ = Option(frame, "Opt_22050_mono", Msg::AudioMonoFull);
-    adpcm_ = Option(frame, "Opt_Wav4bit", Msg::AudioAdpcmFull);
+    auto* standard = Option(frame, "Opt_StandardWav");
+    mono_ = Option(frame, "Opt_22050_mono");
+    adpcm_ = Option(frame, "Opt_Wav4bit");
     standard->setChecked(true);
     return frame;
-}
-
-void ConvertAudioDialog::UseUsualSettings()
-{
-    bitRate_->setCurrentIndex(static_cast<int>(BitRateChoice().usual));
-    channels_->setCurrentIndex(static_cast<int>(ChannelChoice().usual));
-    frequency_->setCurrentIndex(static_cast<int>(FrequencyChoice().usual));
-    ShowEstimate();
-}
-
-void ConvertAudioDialog::ShowEstimate()
-{
-    estimate_->setText(ToQt(Mp3Estimate(bitRate_->currentText().toInt())));
 }
 
 void ConvertAudioDialog::ShowAll()
@@ -246,8 +167,6 @@ void ConvertAudioDialog::ShowAll()
     target_->setText(tool_.Target().empty() ? Words(Msg::AudioNoTarget)
                                             : ToQt(TextOf(tool_.Target())));
     convert_->setEnabled(!tool_.Rows().empty());
-    if (estimate_ != nullptr)
-        ShowEstimate();
 }
 
 std::size_t ConvertAudioDialog::ChosenRow() const
@@ -262,9 +181,7 @@ void ConvertAudioDialog::Convert()
     Do([&] {
         AudioKind kind = AudioKind::Standard;
         if (tool_.ToMp3()) {
-            session_.mp3Settings =
-                SettingsOfRows(FromQt(bitRate_->currentText()), FromQt(channels_->currentText()),
-                               static_cast<std::size_t>(frequency_->currentIndex()));
+            session_.mp3Settings = mp3_->Settings();
             kind = AudioKind::Mp3;
         } else if (mono_->isChecked()) {
             kind = AudioKind::Mono;
@@ -288,7 +205,7 @@ void ConvertAudioDialog::reject()
 
 void ConvertAudioDialog::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (session_.runningOperations == 0 && !DroppedPaths(*event->mimeData()).empty())
+    if (session_.runningOperations == 0 && !DraggedPaths(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 
@@ -296,7 +213,7 @@ void ConvertAudioDialog::dropEvent(QDropEvent* event)
 {
     event->acceptProposedAction();
     // Whoever dragged them must not wait for the copies.
-    QTimer::singleShot(0, this, [this, paths = DroppedPaths(*event->mimeData())] {
+    QTimer::singleShot(0, this, [this, paths = DraggedPaths(*event->mimeData())] {
         if (session_.runningOperations == 0)
             Do([&] { tool_.AddPaths(paths); });
     });

@@ -5,7 +5,6 @@
 
 #include <QDialog>
 
-class QComboBox;
 class QGroupBox;
 class QLabel;
 class QListWidget;
@@ -16,6 +15,7 @@ namespace kestrova
 {
 
 class ElidedLabel;
+class Mp3SettingsBox;
 
 /// `Dialog_ConvertAudio`: decodes, encodes or converts sound files that are chosen or dropped.
 class ConvertAudioDialog : public QDialog
@@ -35,10 +35,7 @@ protected:
 private:
     QGroupBox* MakeFiles();
     QGroupBox* MakeTarget();
-    QGroupBox* MakeMp3();
     QGroupBox* MakeWave();
-    void UseUsualSettings();
-    void ShowEstimate();
     void ShowAll();
     void Convert();
     [[nodiscard]] std::size_t ChosenRow() const;
@@ -57,10 +54,7 @@ private:
     QLabel* hint_;
     ElidedLabel* target_;
     QPushButton* convert_;
-    QComboBox* bitRate_ = nullptr;
-    QComboBox* channels_ = nullptr;
-    QComboBox* frequency_ = nullptr;
-    QLabel* estimate_ = nullptr;
+    Mp3SettingsBox* mp3_;
     QRadioButton* mono_ = nullptr;
     QRadioButton* adpcm_ = nullptr;
 };

@@ -38,15 +38,6 @@ QLabel* CaptionFor(QWidget* control, const char* name)
 
 } // namespace
 
-std::vector<Path> DraggedPaths(const QMimeData& data)
-{
-    std::vector<Path> paths;
-    for (const QUrl& url : data.urls())
-        if (url.isLocalFile())
-            paths.push_back(PathFromQt(url.toLocalFile()));
-    return paths;
-}
-
 NewLevelDialog::NewLevelDialog(Session& session, QWidget* parent)
     : QDialog(parent), session_(session), name_(new QLineEdit(this)), note_(new QLineEdit(this)),
       moreInfo_(new QComboBox(this)), files_(new QTreeWidget(this)),

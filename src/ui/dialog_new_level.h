@@ -68,7 +68,4 @@ private:
     StoppableProgress progress_;
 };
 
-/// The local files and folders of something dragged.
-std::vector<Path> DraggedPaths(const QMimeData& data);
-
 } // namespace kestrova

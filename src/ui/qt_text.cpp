@@ -3,6 +3,8 @@
 #include "core/text.h"
 
 #include <QFile>
+#include <QMimeData>
+#include <QUrl>
 
 namespace kestrova
 {
@@ -32,6 +34,15 @@ QString PathToQt(const Path& path)
 Path PathFromQt(const QString& text)
 {
     return FolderFromText(QFile::encodeName(text).toStdString());
+}
+
+std::vector<Path> DraggedPaths(const QMimeData& data)
+{
+    std::vector<Path> paths;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile())
+            paths.push_back(PathFromQt(url.toLocalFile()));
+    return paths;
 }
 
 } // namespace kestrova

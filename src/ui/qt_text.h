@@ -4,6 +4,9 @@
 #include "core/names.h"
 
 #include <QString>
+#include <vector>
+
+class QMimeData;
 
 /// Between the core's text and Qt's.
 namespace kestrova
@@ -20,5 +23,7 @@ QString Words(Msg id, std::initializer_list<std::string_view> args = {});
 QString PathToQt(const Path& path);
 /// Without a trailing separator.
 Path PathFromQt(const QString& text);
+/// The local files and folders among what is dragged.
+std::vector<Path> DraggedPaths(const QMimeData& data);
 
 } // namespace kestrova

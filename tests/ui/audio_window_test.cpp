@@ -1,8 +1,12 @@
+#include "audio/sound_info.h"
 #include "support/sound_files.h"
+#include "ui/captions.h"
 #include "ui/dialog_convert_audio.h"
+#include "ui/dialog_set_mp3.h"
 #include "ui/progress_windows.h"
 #include "window_world.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDropEvent>
 #include <QListWidget>
@@ -41,6 +45,7 @@ TEST(AudioWindow, WhatIsDroppedIsListedAndConverted)
         ConvertAudioDialog dialog{world.session, AudioToolMode::Convert, nullptr};
         ASSERT_TRUE(dialog.Ready());
         EXPECT_FALSE(In<QPushButton>(dialog, "Pul_Converti")->isEnabled());
+        EXPECT_TRUE(In(dialog, "Frame_Mp3")->isHidden());
         Drop(dialog, {QUrl::fromLocalFile(PathToQt(box / "music"))});
         auto* list = In<QListWidget>(dialog, "List_Files");
         ASSERT_EQ(list->count(), 2);
@@ -66,6 +71,8 @@ TEST(AudioWindow, WhatIsDroppedIsListedAndConverted)
 
     ConvertAudioDialog encode{world.session, AudioToolMode::Encode, nullptr};
     ASSERT_TRUE(encode.Ready());
+    EXPECT_EQ(CaptionFaults(encode), QStringList{});
+    EXPECT_TRUE(In(encode, "Frame1_Outputwav")->isHidden());
     EXPECT_EQ(FromQt(In<QLabel>(encode, "Label_InfoMp3")->text()), "6.75 %");
     In<QComboBox>(encode, "Combo_BitRate")->setCurrentIndex(0);
     EXPECT_EQ(FromQt(In<QLabel>(encode, "Label_InfoMp3")->text()), "36.00 %");
@@ -75,6 +82,41 @@ TEST(AudioWindow, WhatIsDroppedIsListedAndConverted)
     EXPECT_EQ(In<QComboBox>(encode, "Combo_Frequenza")->currentText(), "Automatic");
     Press(encode, "Pul_Cancel");
     EXPECT_FALSE(box.Has("home/_audio_temp"));
+}
+
+TEST(AudioWindow, TheSettingsAreAskedForAndHeard)
+{
+    WindowWorld world;
+    Sandbox& box = world.box;
+    box.machine.tools["lame"] = platform::FindOnPath("lame");
+    box.Write("trle/audio/105.wav", ToneWave({}, 44100));
+    box.Write("trle/audio/no wave.wav", "nothing of a wave");
+    SetMp3Dialog dialog{world.session, true, nullptr};
+    EXPECT_TRUE(dialog.WithDecoder());
+    EXPECT_EQ(CaptionFaults(dialog), QStringList{});
+    In<QComboBox>(dialog, "Combo_BitRate")->setCurrentIndex(0);
+    In<QComboBox>(dialog, "Combo_Canali")->setCurrentText("stereo");
+    box.host.WillChoose("Choose a wav", std::nullopt);
+    Press(dialog, "Pul_TestMp3");
+    EXPECT_TRUE(box.machine.opened.empty());
+    box.host.WillChoose("Choose a wav", box / "trle/audio/105.wav");
+    Press(dialog, "Pul_TestMp3");
+    ASSERT_EQ(box.machine.opened.size(), 1U);
+    const auto sound = LookAtSound(box / "home/105.mp3");
+    ASSERT_TRUE(sound);
+    EXPECT_EQ(sound->kbits, 128);
+    EXPECT_EQ(sound->channels, 2);
+    box.host.WillChoose("Choose a wav", box / "trle/audio/no wave.wav");
+    Press(dialog, "Pul_TestMp3");
+    EXPECT_TRUE(box.host.WasTold("Failed conversion: I cannot convert file 'no wave.wav'"));
+    EXPECT_EQ(box.machine.opened.size(), 1U);
+
+    In<QComboBox>(dialog, "Combo_Frequenza")->setCurrentText("22050");
+    In<QCheckBox>(dialog, "Check_InsertUtiliy")->setChecked(false);
+    Press(dialog, "Pul_Start");
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_FALSE(dialog.WithDecoder());
+    EXPECT_EQ(world.session.mp3Settings, (Mp3Settings{2, 128, 22050}));
 }
 
 TEST(AudioWindow, TheBatchShowsTheStepAndTheWhole)
