@@ -73,3 +73,31 @@ holds() {
     echo "'$2' is not in $1" >&2
     exit 1
 }
+# drag X Y FILE…: takes the files from a window of another program to that place and lets go.
+drag() {
+    local x=$1 y=$2 source i
+    shift 2
+    "$DRAG_SOURCE" "$@" >/dev/null 2>&1 &
+    source=$!
+    appears 'Drag source'
+    xdotool mousemove 60 760 mousedown 1
+    sleep 0.2
+    for ((i = 1; i <= 10; ++i)); do
+        xdotool mousemove $((60 + (x - 60) * i / 10)) $((760 + (y - 760) * i / 10))
+        sleep 0.05
+    done
+    sleep 0.3
+    xdotool mouseup 1
+    # It ends with its drag; one that was refused must not be waited for.
+    for ((i = 0; i < 100; ++i)); do
+        kill -0 "$source" 2>/dev/null || return 0
+        sleep 0.1
+    done
+    kill "$source"
+    echo "nothing was dropped at $x $y" >&2
+    exit 1
+}
+# click WINDOW X Y: a place of that window.
+click() {
+    xdotool mousemove --window "$(xdotool search --onlyvisible --name "$1" | tail -1)" "$2" "$3" click 1
+}
