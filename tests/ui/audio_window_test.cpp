@@ -1,6 +1,5 @@
 #include "audio/sound_info.h"
 #include "support/sound_files.h"
-#include "ui/captions.h"
 #include "ui/dialog_convert_audio.h"
 #include "ui/dialog_set_mp3.h"
 #include "ui/progress_windows.h"
@@ -71,7 +70,6 @@ TEST(AudioWindow, WhatIsDroppedIsListedAndConverted)
 
     ConvertAudioDialog encode{world.session, AudioToolMode::Encode, nullptr};
     ASSERT_TRUE(encode.Ready());
-    EXPECT_EQ(CaptionFaults(encode), QStringList{});
     EXPECT_TRUE(In(encode, "Frame1_Outputwav")->isHidden());
     EXPECT_EQ(FromQt(In<QLabel>(encode, "Label_InfoMp3")->text()), "6.75 %");
     In<QComboBox>(encode, "Combo_BitRate")->setCurrentIndex(0);
@@ -93,7 +91,6 @@ TEST(AudioWindow, TheSettingsAreAskedForAndHeard)
     box.Write("trle/audio/no wave.wav", "nothing of a wave");
     SetMp3Dialog dialog{world.session, true, nullptr};
     EXPECT_TRUE(dialog.WithDecoder());
-    EXPECT_EQ(CaptionFaults(dialog), QStringList{});
     In<QComboBox>(dialog, "Combo_BitRate")->setCurrentIndex(0);
     In<QComboBox>(dialog, "Combo_Canali")->setCurrentText("stereo");
     box.host.WillChoose("Choose a wav", std::nullopt);

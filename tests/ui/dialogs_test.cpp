@@ -4,6 +4,7 @@
 #include "ui/dialog_new_level.h"
 #include "ui/dialog_pref_arc.h"
 #include "ui/dialog_restore.h"
+#include "ui/dialog_set_mp3.h"
 #include "ui/dialog_settings.h"
 #include "ui/dialog_trova_trle.h"
 #include "ui/dialogs_small.h"
@@ -47,9 +48,10 @@ TEST(Dialogs, EveryCaptionFindsItsControl)
     ProgressDialog batch{ProgressWindow::Audio, nullptr};
     ConvertAudioDialog encode{world.session, AudioToolMode::Encode, nullptr};
     ConvertAudioDialog convert{world.session, AudioToolMode::Convert, nullptr};
+    SetMp3Dialog settingsOfMp3{world.session, true, nullptr};
     for (const QWidget* dialog : std::initializer_list<const QWidget*>{
              &about, &newArc, &archive, &settings, &find, &restore, &add, &author, &progress, &wait,
-             &zip, &batch, &encode, &convert}) {
+             &zip, &batch, &encode, &convert, &settingsOfMp3}) {
         EXPECT_EQ(CaptionFaults(*dialog), QStringList{}) << FromQt(dialog->objectName());
         EXPECT_FALSE(dialog->windowTitle().isEmpty()) << FromQt(dialog->objectName());
     }
