@@ -37,6 +37,7 @@ bool NewLevel::Open()
         }
     }
     TakeSnapshot();
+    bytesBeforeInside_ = BytesOfFolder();
     RefreshFileList();
     name = Trim(record_.levelName);
     note = Trim(record_.levelNote);
@@ -87,13 +88,34 @@ void NewLevel::ClearProgress()
     progress_.SetBar(0, 0);
 }
 
+std::uint64_t NewLevel::BytesOfFolder() const
+{
+    std::uint64_t bytes = 0;
+    for (const Path& file : ListFiles(workFolder_, RowText(Msg::PatAll)))
+        bytes += FileSize(file);
+    return bytes;
+}
+
+/// Packages within packages count together, however deep they lie and however often the folder is
+/// looked at again; otherwise a small one could fill the disk step by step.
+UnpackLimits NewLevel::LimitsInside() const
+{
+    UnpackLimits limits;
+    const std::uint64_t most =
+        std::max(limits.alwaysAllowed, bytesBeforeInside_ * limits.mostTimes);
+    const std::uint64_t now = BytesOfFolder();
+    limits.alwaysAllowed = most > now ? most - now : 0;
+    limits.mostTimes = 0;
+    return limits;
+}
+
 void NewLevel::UnpackInside()
 {
     for (const Path& file : ListFiles(workFolder_, RowText(Msg::PatAll))) {
         if (!IsPackage(file))
             continue;
-        const auto status =
-            CopyOrUnzipSource(session_, file, workFolder_, Replace::Silent, progress_, report_);
+        const auto status = CopyOrUnzipSource(session_, file, workFolder_, Replace::Silent,
+                                              progress_, report_, LimitsInside());
         if (!status && status.Error().code == ErrorCode::Stopped) {
             report_.stopped = true;
             return; // it is still there for the next refresh
@@ -134,6 +156,7 @@ void NewLevel::RefreshFileList()
 
 void NewLevel::AfterSource()
 {
+    bytesBeforeInside_ = BytesOfFolder();
     RefreshFileList();
     TellLeftOut(session_, report_);
     if (mode_ == LevelMode::New) {

@@ -81,6 +81,8 @@ private:
     void TakeSnapshot();
     void RefreshFileList();
     void UnpackInside();
+    [[nodiscard]] UnpackLimits LimitsInside() const;
+    [[nodiscard]] std::uint64_t BytesOfFolder() const;
     void ApplyLevelConfig();
     void TakeConfigTexts(const LevelConfig& config);
     void FillNameAndInfo();
@@ -114,6 +116,7 @@ private:
     std::map<std::string, Seen> snapshot_; ///< by folded name
     std::vector<Path> files_;
     double filesBytes_ = 0;
+    std::uint64_t bytesBeforeInside_ = 0; ///< in the folder, before packages in it were unpacked
     Path lastSource_;
     SourceReport report_;
 };

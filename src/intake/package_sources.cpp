@@ -59,7 +59,8 @@ bool IsMyStop(const ToolProgressState& state)
     return state.error == GetMsg(Msg::BreakUser);
 }
 
-Status Unpack(Session& session, const Path& package, const Path& folder, ProgressScope& progress)
+Status Unpack(Session& session, const Path& package, const Path& folder, ProgressScope& progress,
+              const UnpackLimits& limits)
 {
     progress.SetLabel(GetMsg(Msg::UnzippingPackage, {TextOf(package.filename())}));
     if (FolderExists(folder))
@@ -68,7 +69,7 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
     ToolProgressState state{&progress};
     state.quiet = true;
     progress.AllowStop();
-    UnpackGuard guard{session, package, folder};
+    UnpackGuard guard{session, package, folder, limits};
     UnzipOptions options;
     options.guard = &guard;
     if (UnzipWithProgress(session, package, folder, options, state))
@@ -97,10 +98,10 @@ std::vector<Path> FirstOfEachName(const Tree& tree, SourceReport& report)
 }
 
 Status UnzipSource(Session& session, const Path& package, const Path& folder, Replace replace,
-                   ProgressScope& progress, SourceReport& report)
+                   ProgressScope& progress, SourceReport& report, const UnpackLimits& limits)
 {
     const UnpackedFiles unpacked{session};
-    if (auto status = Unpack(session, package, unpacked.Folder(), progress); !status)
+    if (auto status = Unpack(session, package, unpacked.Folder(), progress, limits); !status)
         return status;
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
     const auto tree = ScanTree(unpacked.Folder(), [&] { return progress.Step(); });
@@ -180,10 +181,10 @@ std::string LevelNameFrom(const Path& source)
 }
 
 Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folder, Replace replace,
-                         ProgressScope& progress, SourceReport& report)
+                         ProgressScope& progress, SourceReport& report, const UnpackLimits& limits)
 {
     if (IsPackage(source))
-        return UnzipSource(session, source, folder, replace, progress, report);
+        return UnzipSource(session, source, folder, replace, progress, report, limits);
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
     return PutFile(session, source, folder, Replace::Silent, true, progress);
 }

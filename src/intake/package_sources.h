@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "session/unpack_guard.h"
 
 /// How files come into the folder of a level: single files, packages, whole folders. The sources
 /// themselves are never changed.
@@ -29,7 +29,8 @@ struct SourceReport {
 /// person stopped it. Files of one name within the package: the first stays, the others are named
 /// in the report.
 Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folder, Replace replace,
-                         ProgressScope& progress, SourceReport& report);
+                         ProgressScope& progress, SourceReport& report,
+                         const UnpackLimits& limits = {});
 
 /// `CopyOrUnzipSource` with its label and its message.
 bool AddFile(Session& session, const Path& source, const Path& folder, ProgressScope& progress,

@@ -167,6 +167,21 @@ TEST_F(NewLevelTest, WhatCannotBeUnpackedIsNamedAndTheRestComesIn)
     EXPECT_EQ(box.Read("levels/LEVEL_0001/files/extra.zip"), "PK no zip");
 }
 
+TEST_F(NewLevelTest, PackagesInAPackageCountTogether)
+{
+    Shell("mkdir in out && truncate -s 100M in/1.wav && cd in && zip -q1 ../out/1.zip 1.wav && "
+          "mv 1.wav 2.wav && zip -q1 ../out/2.zip 2.wav && mv 2.wav 3.wav && "
+          "zip -q1 ../out/3.zip 3.wav && rm 3.wav && echo level >../out/a.tr4");
+    Zip("out", "down/three.zip");
+    NewLevel& level = Begin();
+    level.AddSources({box / "down/three.zip"});
+    // Two are within what any package may become, all three are not.
+    EXPECT_EQ(Names(), (std::vector<std::string>{"1.wav", "2.wav", "a.tr4"}));
+    EXPECT_TRUE(box.host.WasTold("3.zip")) << box.host.AllTold();
+    level.Refresh();
+    EXPECT_EQ(Names().size(), 3U);
+}
+
 TEST_F(NewLevelTest, AFolderComesWithItsSubfoldersWhenThePersonWantsThem)
 {
     box.Write("in/level.tr4", "level");
