@@ -47,6 +47,8 @@ bool ReadFormat(std::span<const char> block, WaveFacts& facts)
     facts.usualPredictors =
         block.size() == mostFormat &&
         std::memcmp(&block[20], usualPredictors.data(), sizeof usualPredictors) == 0;
+    if (facts.formatTag == waveTagPcm && facts.bits == 16)
+        facts.blockAlign = 2 * facts.channels; // every decoder counts so, whatever stands there
     return facts.channels > 0 && facts.rate > 0 && facts.blockAlign > 0;
 }
 
@@ -65,6 +67,17 @@ std::uint64_t CodedFrames(const WaveFacts& facts)
     const std::uint64_t full =
         std::min(framesIn(align), static_cast<std::uint64_t>(std::max(facts.samplesPerBlock, 0)));
     return whole * full + std::min(full, framesIn(facts.dataSize % align));
+}
+
+/// True when a chunk with a name in letters and a size that fits stands there.
+bool ChunkFollows(const ByteSource& bytes, std::uint64_t place, std::uint64_t size)
+{
+    std::array<char, chunkHead> head{};
+    if (size - place < chunkHead || bytes(place, head) != chunkHead)
+        return false;
+    return std::all_of(head.begin(), head.begin() + 4,
+                       [](char byte) { return byte >= ' ' && byte <= '~'; }) &&
+           NumberAt<std::uint32_t>(head, 4) <= size - place - chunkHead;
 }
 
 } // namespace
@@ -111,10 +124,12 @@ Result<WaveFacts> WalkWave(const ByteSource& bytes, std::uint64_t size)
         } else if (isData) {
             data = true;
             facts.dataStart = place;
+            facts.dataSize = there;
             // A writer that was killed leaves 0 as the size, and the sound runs to the end.
-            facts.dataSize = claimed == 0 ? size - place : there;
-            if (claimed == 0)
+            if (claimed == 0 && !ChunkFollows(bytes, place, size)) {
+                facts.dataSize = size - place;
                 break;
+            }
         }
         place += there + (there & 1);
     }

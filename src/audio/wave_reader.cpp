@@ -31,6 +31,10 @@ int BitsOf(int subtype)
     }
 }
 
+/// Hz. What tells of other rates is damaged: its few bytes would become hours, or nothing at all.
+constexpr std::uint32_t leastRate = 1000;
+constexpr std::uint32_t mostRate = 768'000;
+
 /// Why the last opening failed stands in one place for the whole library.
 std::mutex& OpeningMutex()
 {
@@ -49,6 +53,8 @@ Result<WaveReader> WaveReader::Open(const Path& file)
     const auto facts = WalkWave(place);
     if (!facts)
         return facts.Error();
+    if (facts->rate < leastRate || facts->rate > mostRate)
+        return Failure{ErrorCode::Damaged, TextOf(file), {}};
     SF_INFO info{};
     WaveReader reader;
     if ((reader.blocks_ = MsAdpcmReader::Open(place, *facts))) {
@@ -67,8 +73,10 @@ Result<WaveReader> WaveReader::Open(const Path& file)
     }
     const int form = info.format & SF_FORMAT_TYPEMASK;
     const bool wave = form == SF_FORMAT_WAV || form == SF_FORMAT_WAVEX;
+    // Sound behind a size of 0 is there, but not for the library.
+    const bool unheard = info.frames == 0 && facts->frames > 0;
     if (reader.handle_ == nullptr || !wave || info.channels < 1 || info.samplerate < 1 ||
-        info.frames < 0)
+        info.frames < 0 || unheard)
         return Failure{ErrorCode::Damaged, TextOf(file), words};
     reader.channels_ = info.channels;
     reader.rate_ = info.samplerate;

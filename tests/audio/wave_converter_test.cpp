@@ -141,7 +141,10 @@ TEST(WavConverter, WhatIsCutIsConvertedAsFarAsItGoesAndWhatIsNoneIsRefused)
     box.Write("out.wav", "the old one");
     for (const std::string& bad :
          {std::string{}, std::string(5000, '\0'), wave.substr(0, 30), "ID3" + wave,
-          Riff(Chunk("fmt ", FormatBlock({2, 44100, 16, 77})) + Chunk("data", "12345678"))}) {
+          Riff(Chunk("fmt ", FormatBlock({2, 44100, 16, 77})) + Chunk("data", "12345678")),
+          // Sound that the decoder does not hear, and rates that make hours or nothing of it.
+          Riff(Chunk("fmt ", FormatBlock({})) + "data" + Little(0, 4) + wave.substr(44)),
+          ToneWave({2, 1, 16, 1}, 9), ToneWave({2, 2'000'000'000, 16, 1}, 9)}) {
         const auto status = Converted(box, bad, pcmToStandard);
         ASSERT_FALSE(status);
         EXPECT_EQ(status.Error().code, ErrorCode::Damaged);

@@ -103,6 +103,14 @@ TEST(WaveChunks, AreFoundInAnyOrderAndWithAnySize)
         ASSERT_TRUE(facts);
         EXPECT_EQ(facts->frames, 100U) << claimed;
     }
+    const auto silent = Walk(Riff(format + Chunk("data", "") + list));
+    ASSERT_TRUE(silent);
+    EXPECT_EQ(silent->frames, 0U) << "nothing, and a chunk behind it";
+    std::string block = FormatBlock(form);
+    block[12] = 3; // bytes of a frame, in which two samples of 16 bits have no place
+    const auto narrow = Walk(Riff(Chunk("fmt ", block) + data));
+    ASSERT_TRUE(narrow);
+    EXPECT_EQ(narrow->frames, 100U);
     for (const std::string& bad :
          {Riff(format), Riff(data), Riff(Chunk("fmt ", "short") + data), std::string{"RIFF"},
           Riff(Chunk("fmt ", std::string(16, '\0')) + data), std::string(5000, '\0')})
