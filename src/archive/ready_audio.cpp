@@ -85,8 +85,8 @@ void NameAsWaves(std::vector<ReadyFile>& files,
             files.push_back(std::move(file));
             continue;
         }
-        file.size =
-            encoder.WaveSize(sound.samples * rate / static_cast<std::uint64_t>(sound.first.rate));
+        const auto from = static_cast<std::uint64_t>(sound.first.rate);
+        file.size = encoder.WaveSize((sound.samples * rate + from / 2) / from);
         file.name = WaveName(file);
         PutWave(files, std::move(file));
     }

@@ -39,8 +39,10 @@ bool RunAudioTool(Session& session, const ToolRun& run, const Path& made, ToolPr
     ClearToolProgress(state);
     if (!ended)
         return false;
-    if (!FileExists(made))
-        return Fail(state, LastLineOf(state.output));
+    if (!FileExists(made)) {
+        const std::string words = LastLineOf(state.output);
+        return Fail(state, words.empty() ? GetMsg(Msg::Mp3NotWhole) : words);
+    }
     return true;
 }
 
@@ -73,7 +75,16 @@ bool DecodeMp3(Session& session, const Path& source, const Path& destination,
         return Fail(state, GetMsg(Msg::Mp3Silent));
 
     StagedPlace wave{destination};
-    ToolRun run{ToolId::Madplay, row.decode(place, wave.Staged()), Msg::HandlerMadPlay};
+    // The decoder believes a tag's size and would skip all that there is.
+    const StagedPlace bare{destination};
+    if (sound.tagLies)
+        if (const auto cut =
+                WriteWholeFile(bare.Staged(), std::string_view{*bytes}.substr(sound.start), false);
+            !cut)
+            return Fail(state, GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
+                        cut.Error().reason);
+    ToolRun run{ToolId::Madplay, row.decode(sound.tagLies ? bare.Staged() : place, wave.Staged()),
+                Msg::HandlerMadPlay};
     run.total = static_cast<std::uint64_t>(std::max(DurationOfMpeg(*bytes), 1));
     if (!RunAudioTool(session, run, wave.Staged(), state))
         return false;

@@ -1,10 +1,11 @@
 #include "audio/mpeg_frames.h"
 
-#include "core/files.h"
+#include "audio/wave_chunks.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace kestrova
 {
@@ -13,6 +14,7 @@ namespace
 {
 
 constexpr std::size_t headerSize = 4;
+constexpr std::size_t tagHead = 10;
 /// No frame is larger: 448 kbit/s of layer I at the lowest rate, free format with room to spare.
 constexpr std::size_t mostFrameSize = 16384;
 
@@ -53,6 +55,49 @@ std::uint32_t FreeSize(std::string_view bytes, std::size_t place, const MpegFram
         if (const auto other = FrameAt(bytes, next); other && SameKind(frame, *other))
             return static_cast<std::uint32_t>(next - place);
     return 0;
+}
+
+/// Two headers at some distance are found in any noise, a row of them is not.
+bool FreeFramesFollow(std::string_view bytes, std::size_t place, MpegFrame frame,
+                      std::uint32_t freeSize)
+{
+    constexpr int row = 4;
+    for (int count = 0; count < row; ++count) {
+        place += freeSize + frame.padding;
+        if (place + headerSize > bytes.size())
+            return count > 0 && place <= bytes.size();
+        const auto next = FrameAt(bytes, place);
+        if (!next || !SameKind(frame, *next))
+            return false;
+        frame = *next;
+    }
+    return true;
+}
+
+/// True for a frame of silence that holds a table for those who seek in the file.
+bool IsTableOfFrames(std::string_view bytes, const MpegFrame& frame)
+{
+    if (frame.layer != 3)
+        return false;
+    const std::size_t sideInfo =
+        frame.version == 1 ? (frame.channels == 1 ? 17 : 32) : (frame.channels == 1 ? 9 : 17);
+    const std::string_view name = bytes.substr(std::min(headerSize + sideInfo, bytes.size()), 4);
+    return name == "Xing" || name == "Info";
+}
+
+/// True when the bytes are a wave, and what is in it is no mpeg.
+bool IsOtherWave(std::string_view bytes)
+{
+    constexpr int waveTagMpeg = 0x50;
+    constexpr int waveTagMp3 = 0x55;
+    const auto facts = WalkWave(
+        [&](std::uint64_t place, std::span<char> into) {
+            const auto from =
+                static_cast<std::size_t>(std::min<std::uint64_t>(place, bytes.size()));
+            return bytes.copy(into.data(), into.size(), from);
+        },
+        bytes.size());
+    return facts && facts->formatTag != waveTagMpeg && facts->formatTag != waveTagMp3;
 }
 
 std::uint32_t SyncSafe(std::string_view bytes, std::size_t place)
@@ -96,7 +141,6 @@ std::optional<MpegFrame> ParseMpegHeader(std::string_view bytes)
 
 std::size_t SkipMpegTags(std::string_view bytes)
 {
-    constexpr std::size_t tagHead = 10;
     std::size_t place = 0;
     while (place + tagHead <= bytes.size() && bytes.substr(place, 3) == "ID3") {
         const bool footer = (ByteAt(bytes, place + 5) & 0x10) != 0;
@@ -113,10 +157,15 @@ std::size_t SkipMpegTags(std::string_view bytes)
 MpegFacts ScanMpeg(std::string_view bytes)
 {
     MpegFacts facts;
+    if (IsOtherWave(bytes))
+        return facts;
     std::uint32_t freeSize = 0; // without padding
     MpegFrame last;
     bool inStep = false; // the place follows from the frame before
-    for (std::size_t place = SkipMpegTags(bytes); place + headerSize <= bytes.size();) {
+    std::size_t place = SkipMpegTags(bytes);
+    facts.tagLies = place >= tagHead && bytes.substr(place - tagHead, 3) == "ID3";
+    bool first = true;
+    while (place + headerSize <= bytes.size()) {
         auto frame = FrameAt(bytes, place);
         if (frame && facts.frames > 0 && !SameKind(*frame, facts.first) && !inStep)
             frame.reset(); // behind damage only what was heard before counts
@@ -126,6 +175,8 @@ MpegFacts ScanMpeg(std::string_view bytes)
                 freeSize = distance > frame->padding ? distance - frame->padding : 0;
             }
             frame->size = freeSize == 0 ? 0 : freeSize + frame->padding;
+            if (!inStep && freeSize > 0 && !FreeFramesFollow(bytes, place, *frame, freeSize))
+                frame->size = 0;
         }
         const bool whole = frame && frame->size > headerSize && place + frame->size <= bytes.size();
         const std::size_t next = whole ? place + frame->size : 0;
@@ -137,6 +188,14 @@ MpegFacts ScanMpeg(std::string_view bytes)
             place = sync == std::string_view::npos ? bytes.size() : sync;
             continue;
         }
+        inStep = true;
+        if (std::exchange(first, false)) {
+            facts.start = place;
+            if (IsTableOfFrames(bytes.substr(place), *frame)) {
+                place = next;
+                continue;
+            }
+        }
         if (facts.frames == 0)
             facts.first = *frame;
         else if (frame->kbits != last.kbits)
@@ -145,7 +204,6 @@ MpegFacts ScanMpeg(std::string_view bytes)
         ++facts.frames;
         facts.samples += frame->samples;
         facts.audioBytes += frame->size;
-        inStep = true;
         place = next;
     }
     return facts;

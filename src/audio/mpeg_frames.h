@@ -31,12 +31,15 @@ struct MpegFacts {
     MpegFrame first{};
     bool variable = false; ///< bit rates differ
     std::uint64_t audioBytes = 0;
+    std::size_t start = 0; ///< where the first frame stands
+    bool tagLies = false;  ///< the tag before it tells of more bytes than there are
 };
 
 /// Where the sound begins: behind tags that name their size.
 std::size_t SkipMpegTags(std::string_view bytes);
 /// Walks the frames, past tags and damage. A frame counts when another of its kind, or the end,
-/// follows where it ends. No frames: no sound.
+/// follows where it ends; in free format several must. A first frame that only tells of the others
+/// is none. No frames: no sound, as in a wave of plain samples, some of which look like frames.
 MpegFacts ScanMpeg(std::string_view bytes);
 
 /// Roughly the seconds, from the length and the first frame's bit rate, less one; exactly 0 becomes

@@ -1,4 +1,5 @@
 #include "audio/mpeg_frames.h"
+#include "support/sound_files.h"
 
 #include <gtest/gtest.h>
 
@@ -6,6 +7,8 @@ namespace kestrova
 {
 namespace
 {
+
+using namespace kestrova::testing;
 
 std::string Header(unsigned second, unsigned third, unsigned fourth = 0)
 {
@@ -85,12 +88,40 @@ TEST(MpegFrames, SoundIsCountedPastTagsAndDamage)
     EXPECT_FALSE(ScanMpeg(sound).variable);
     const std::string freeFrame = Frame(Header(0xFB, 0x00), 700);
     EXPECT_EQ(frames(Times(5, freeFrame)), 5U);
+    // A frame that only tells of the others, in stereo and in mono of a low rate.
+    std::string table = usual;
+    table.replace(36, 4, "Info");
+    EXPECT_EQ(frames(table + sound), 10U);
+    EXPECT_EQ(frames(table), 0U);
+    std::string lowTable = Frame(Header(0xF3, 0x80, 0xC0), 208);
+    const std::string low = Times(3, lowTable);
+    lowTable.replace(13, 4, "Xing");
+    EXPECT_EQ(frames(lowTable + low), 3U);
     for (const std::string& silent :
          {std::string{}, std::string(4000, '\0'), std::string(4000, '\xFF'), std::string{"ID3"},
           std::string{"RIFF....WAVE and so on, no frame at all"}, usual.substr(0, 416)})
         EXPECT_EQ(frames(silent), 0U);
     for (std::size_t length = 0; length < sound.size(); ++length)
         EXPECT_EQ(frames(sound.substr(0, length)), length / 417);
+}
+
+TEST(MpegFrames, NoiseAndPlainSamplesAreNoSound)
+{
+    std::string noise;
+    std::uint32_t state = 1;
+    for (int i = 0; i < 1'000'000; ++i) {
+        state = state * 1664525U + 1013904223U;
+        noise += static_cast<char>(state >> 24);
+    }
+    EXPECT_EQ(ScanMpeg(noise).frames, 0U);
+    // Samples about zero are full of what looks like headers.
+    std::string quiet;
+    for (const char byte : noise.substr(0, 600'000))
+        quiet += Little(static_cast<std::uint16_t>(byte % 4), 2);
+    EXPECT_EQ(ScanMpeg(Riff(Chunk("fmt ", FormatBlock({})) + Chunk("data", quiet))).frames, 0U);
+    // A wave may hold frames, too.
+    const std::string format = FormatBlock({2, 44100, 16, 0x55});
+    EXPECT_EQ(ScanMpeg(Riff(Chunk("fmt ", format) + Chunk("data", Times(10, usual)))).frames, 10U);
 }
 
 TEST(MpegFrames, TheDurationIsRough)
