@@ -148,8 +148,11 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
         if (status)
             status = FlushFolder(folder);
         const auto place = std::find(sources.begin(), sources.end(), pair.source);
+        const Path& origin = origins[static_cast<std::size_t>(place - sources.begin())];
+        // As it is spelled: another one's spelling may be a sound that did not come through.
         if (status)
-            status = DeleteFile(origins[static_cast<std::size_t>(place - sources.begin())]);
+            if (const auto failure = platform::Unlink(origin))
+                status = MakeFailure(ErrorCode::CannotDelete, TextOf(origin), failure);
         if (!status) {
             TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
             return false;

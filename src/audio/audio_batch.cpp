@@ -104,13 +104,14 @@ bool AudioBatch::ResultsMeetSources() const
 {
     std::set<std::string> stems;
     return !std::all_of(files_.begin(), files_.end(), [&](const Path& file) {
-        return stems.insert(FoldCase(BaseNameOf(file.filename().native()))).second;
+        return stems.insert(FoldCase(StripExtension(file.filename().native()))).second;
     });
 }
 
 bool AudioBatch::ConvertAll()
 {
     Shared& shared = *shared_;
+    ClearLeftoversOfKilled(target_.folder);
     for (std::size_t i = 0; i < files_.size(); ++i) {
         shared.views[i].endTool = [&shared, i] {
             return shared.ended || (shared.stop && i != shared.head);
@@ -187,11 +188,28 @@ bool AudioBatch::TakeOutcome(std::size_t index, AudioOutcome outcome)
             reason = moved.Error().reason;
     }
     if (!outcome.failed && reason.empty() && FileExists(place)) {
-        converted_.push_back({files_[index], place});
+        const Path result = ResolvePath(place); // an existing spelling stays
+        LeaveOutReplaced(index, result);
+        converted_.push_back({files_[index], result});
         return true;
     }
     return AskToGoOn(index, GetMsg(Msg::AudioNotCreated) + (reason.empty() ? "" : ": ") + reason,
                      outcome.step);
+}
+
+/// A file whose result gave way to a later one's did not come through.
+void AudioBatch::LeaveOutReplaced(std::size_t index, const Path& place)
+{
+    const auto same = std::find_if(converted_.begin(), converted_.end(), [&](const Pair& pair) {
+        return EqualNames(pair.result.native(), place.native());
+    });
+    if (same == converted_.end())
+        return;
+    session_.host.Tell(Tone::Warning,
+                       GetMsg(Msg::AudioSameName,
+                              {TextOf(same->source.filename()), TextOf(files_[index].filename()),
+                               TextOf(same->result.filename())}));
+    converted_.erase(same);
 }
 
 bool AudioBatch::AskToGoOn(std::size_t index, std::string error, int step)
@@ -224,8 +242,9 @@ Status DeleteConverted(const AudioBatch& batch)
             return status;
     for (const AudioBatch::Pair& pair : batch.Converted())
         if (!EqualNames(pair.source.native(), pair.result.native()))
-            if (auto status = DeleteFile(pair.source); !status)
-                return status;
+            // As it is spelled: another one's spelling may be a sound that did not come through.
+            if (const auto failure = platform::Unlink(pair.source))
+                return MakeFailure(ErrorCode::CannotDelete, TextOf(pair.source), failure);
     return {};
 }
 

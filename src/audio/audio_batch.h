@@ -36,6 +36,7 @@ private:
     bool LookAtAll();
     bool ConvertAll();
     bool TakeOutcome(std::size_t index, AudioOutcome outcome);
+    void LeaveOutReplaced(std::size_t index, const Path& place);
     /// Asks whether to go on; a No is noted as the end.
     bool AskToGoOn(std::size_t index, std::string error, int step);
     void ShowProgress(std::size_t index);

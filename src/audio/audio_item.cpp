@@ -48,10 +48,16 @@ public:
     explicit PartProgress(AudioItemView& view) : view_(view) {}
     void SetLabel(const std::string&) override {}
     void SetBar(std::uint64_t done, std::uint64_t total) override { view_.SetPart(done, total); }
-    void AllowStop() override {}
-    bool Step() override { return !view_.endTool || !view_.endTool(); }
+    /// The tool has been silent for long, so it no longer has the right to finish its file.
+    void AllowStop() override { silent_ = true; }
+    bool Step() override
+    {
+        const auto& end = silent_ ? view_.endConversion : view_.endTool;
+        return !end || !end();
+    }
 
 private:
+    bool silent_ = false;
     AudioItemView& view_;
 };
 
@@ -75,7 +81,7 @@ public:
         if (plan.mp3 && !Decode())
             return End();
         outcome_.step = mode_;
-        outcome_.name = BaseNameOf(file_.filename().native()) +
+        outcome_.name = StripExtension(file_.filename().native()) +
                         GetMsg(mode_ == encodeStep ? Msg::Mp3Extension : Msg::WavExtension);
         if (mode_ < 1)
             TakeAsItIs();

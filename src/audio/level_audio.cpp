@@ -12,7 +12,7 @@ namespace
 
 bool IsTrack(const Path& file)
 {
-    const std::string stem = BaseNameOf(file.filename().native());
+    const std::string stem = StripExtension(file.filename().native());
     return std::all_of(stem.begin(), stem.end(),
                        [](char byte) { return byte >= '0' && byte <= '9'; });
 }

@@ -4,7 +4,9 @@
 #include "platform/process.h"
 
 #include <atomic>
+#include <charconv>
 #include <fmt/format.h>
+#include <functional>
 
 namespace kestrova
 {
@@ -147,15 +149,37 @@ Status WriteRecordFile(const Path& target, std::string_view content, bool flush)
     return WriteStaged(place, content, tail, flush);
 }
 
-void ClearStagedLeftovers(const Path& folder)
+namespace
+{
+
+void ClearStaged(const Path& folder, const std::function<bool(const std::string& name)>& isDead)
 {
     std::vector<platform::FolderEntry> entries;
     if (platform::ListFolder(folder, entries))
         return;
     for (const auto& entry : entries)
         if (entry.name.starts_with(stagedPrefix) && entry.name != lockFileName &&
-            entry.kind == platform::FileKind::File)
+            entry.kind == platform::FileKind::File && isDead(entry.name))
             (void)platform::Unlink(folder / entry.name); // tried again at the next occasion
+}
+
+} // namespace
+
+void ClearStagedLeftovers(const Path& folder)
+{
+    ClearStaged(folder, [](const std::string&) { return true; });
+}
+
+void ClearLeftoversOfKilled(const Path& folder)
+{
+    ClearStaged(folder, [](const std::string& name) {
+        constexpr int hexadecimal = 16;
+        std::int64_t owner = 0;
+        const char* end = name.data() + name.size();
+        const auto [rest, failure] =
+            std::from_chars(name.data() + stagedPrefix.size(), end, owner, hexadecimal);
+        return failure == std::errc{} && rest != end && *rest == '-' && !platform::IsRunning(owner);
+    });
 }
 
 } // namespace kestrova

@@ -68,5 +68,7 @@ Status WriteRecordFile(const Path& target, std::string_view content, bool flush 
 
 /// Removes what staged files of killed programs left in a folder.
 void ClearStagedLeftovers(const Path& folder);
+/// The same where other programs may be at work: what belongs to a process that runs stays.
+void ClearLeftoversOfKilled(const Path& folder);
 
 } // namespace kestrova

@@ -3,6 +3,7 @@
 #include "audio/mp3_tools.h"
 #include "audio/mpeg_frames.h"
 #include "audio/wave_converter.h"
+#include "core/staged_file.h"
 #include "support/sound_files.h"
 #include "support/tool_box.h"
 
@@ -201,6 +202,47 @@ TEST(AudioBatch, FilesOfOneNameTakeTheirTurns)
     ASSERT_TRUE(box.Run(AudioKind::Standard, box / "in")) << box.host.AllTold();
     // The list begins with the mp3; the wave that it became is what the second entry finds.
     EXPECT_GT(FileSize(box / "in/a.wav"), 44100U * 4);
+}
+
+TEST(AudioBatch, NamesStayAsTheyAreAndOfTwoThatBecomeOneTheFirstIsKept)
+{
+    SoundBox box;
+    for (const char* name : {"a:b.wav", "c:b.wav", "d\\b.wav", "Twin.wav", "twin.wav"})
+        box.Write(std::string{"in/"} + name, ToneWave({}, name[0] == 'T' ? 100 : 5000));
+    AudioBatch batch{box.session, box.In(), box / "in", AudioKind::Mp3};
+    ASSERT_TRUE(batch.Run()) << box.host.AllTold();
+    EXPECT_TRUE(box.host.WasTold("'Twin.wav' and 'twin.wav' both become 'Twin.mp3'"));
+    ASSERT_TRUE(DeleteConverted(batch));
+    std::vector<std::string> left;
+    for (const auto& [name, bytes] : box.Snapshot("in"))
+        left.push_back(name);
+    EXPECT_EQ(left,
+              (std::vector<std::string>{"Twin.mp3", "Twin.wav", "a:b.mp3", "c:b.mp3", "d\\b.mp3"}));
+    EXPECT_EQ(box.Read("in/Twin.wav"), ToneWave({}, 100));
+}
+
+TEST(AudioBatch, WhatAKilledRunLeftIsClearedAndWhatALivingOneNeedsIsNot)
+{
+    SoundBox box;
+    const Path killed = StagedNameFor(box / "out/x");
+    const std::string dead = "out/.kv~7fffffff-1";
+    const std::string alive = "out/" + killed.filename().native();
+    box.Write(dead, "half a wave");
+    box.Write(alive, "half a wave");
+    box.Write("in/a.wav", ToneWave({}, 100));
+    ASSERT_TRUE(box.Run(AudioKind::Adpcm, box / "out"));
+    EXPECT_FALSE(box.Has(dead));
+    EXPECT_TRUE(box.Has(alive) && box.Has("out/a.wav"));
+}
+
+TEST(Mp3Tools, ATagThatTellsOfMoreThanThereIsHidesNoSound)
+{
+    SoundBox box;
+    box.Write("a.mp3", std::string("ID3\3\0\0\x7F\0\0\0", 10) + std::string(100, '\0') + box.Mp3());
+    ToolProgressState state;
+    ASSERT_TRUE(DecodeMp3(box.session, box / "a.mp3", box / "a.wav", state)) << state.error;
+    EXPECT_GT(FileSize(box / "a.wav"), 22050U * 4) << "the encoder lowers the rate";
+    EXPECT_EQ(box.Snapshot("").size(), 2U);
 }
 
 TEST(Mp3Tools, WhatNeedsAStandardWaveOrAnMp3SaysSo)
