@@ -121,8 +121,10 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
 {
     const std::string pattern = PatternOf(toMp3 ? Msg::WavExtension : Msg::Mp3Extension);
     const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
-    std::vector<Path> origins = ListFiles(folder, pattern);
-    std::vector<Path> sources = origins;
+    std::vector<Path> sources = ListFiles(folder, pattern);
+    std::vector<std::vector<Path>> origins; // of each source
+    for (const Path& source : sources)
+        origins.push_back({source});
     for (const Path& stream : ListFiles(folder, pattern + GetMsg(Msg::ZlExtension))) {
         const auto free = session.machine.FreeSpace(work.Folder());
         const Path expanded = work.Folder() / StripExtension(stream.filename().native());
@@ -132,7 +134,16 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
                         status.Error());
             return false;
         }
-        origins.push_back(stream);
+        // A killed run leaves a file beside its own stream.
+        const auto same = std::find_if(sources.begin(), sources.end(), [&](const Path& source) {
+            return EqualNames(source.filename().native(), expanded.filename().native()) &&
+                   SameContent(source, expanded);
+        });
+        if (same != sources.end()) {
+            origins[static_cast<std::size_t>(same - sources.begin())].push_back(stream);
+            continue;
+        }
+        origins.push_back({stream});
         sources.push_back(expanded);
     }
     if (sources.empty())
@@ -148,10 +159,9 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
         if (status)
             status = FlushFolder(folder);
         const auto place = std::find(sources.begin(), sources.end(), pair.source);
-        const Path& origin = origins[static_cast<std::size_t>(place - sources.begin())];
-        // As it is spelled: another one's spelling may be a sound that did not come through.
-        if (status)
-            if (const auto failure = platform::Unlink(origin))
+        // As they are spelled: another one's spelling may be a sound that did not come through.
+        for (const Path& origin : origins[static_cast<std::size_t>(place - sources.begin())])
+            if (const auto failure = status ? platform::Unlink(origin) : std::error_code{})
                 status = MakeFailure(ErrorCode::CannotDelete, TextOf(origin), failure);
         if (!status) {
             TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());

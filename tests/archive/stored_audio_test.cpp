@@ -153,6 +153,11 @@ TEST(StoredAudio, StoredSoundsChangeFormBothWays)
     ASSERT_TRUE(CompressToZl(box / box.Files() / "101.wav", box / box.Files() / "102.wav.zl"));
     ASSERT_TRUE(ChangeLevelAudio(box.session, "With sounds", box / box.Files()));
     EXPECT_EQ(box.Names(box.Files()), (Names{"101.mp3", "102.mp3", "a.tr4"}));
+    // A killed run left a wave beside its own stream.
+    ASSERT_TRUE(ChangeStoredAudio(box.session, box / box.Files(), false));
+    ASSERT_TRUE(CompressToZl(box / box.Files() / "101.wav", box / box.Files() / "101.wav.zl"));
+    ASSERT_TRUE(ChangeStoredAudio(box.session, box / box.Files(), true));
+    EXPECT_EQ(box.Names(box.Files()), (Names{"101.mp3", "102.mp3", "a.tr4"}));
     box.Write(box.Files() + "/103.wav", "no wave");
     const auto before = box.Snapshot(box.Files());
     for (const bool goOn : {true, false}) {
