@@ -20,8 +20,10 @@ Encoded Judge(Session& session, AudioBatch& batch)
     if (batch.Run())
         return Encoded::All;
     session.host.Tell(Tone::Error, GetMsg(Msg::AudioCompressionFailed) + batch.StatusText());
-    return session.host.AskYesNo(GetMsg(Msg::ContinueFileCopy)) ? Encoded::AcceptedLoss
-                                                                : Encoded::No;
+    // A loss of sounds, after a stop too, is for nobody but the person to accept.
+    return session.host.AskYesNo(GetMsg(Msg::ContinueFileCopy), Consent::Explicit)
+               ? Encoded::AcceptedLoss
+               : Encoded::No;
 }
 
 bool IsWave(const std::string& name)

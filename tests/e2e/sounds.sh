@@ -30,6 +30,12 @@ for compress in off on; do
     expect 0 verify
 done
 
+# A switch that answers everything does not accept that sounds are lost.
+cp -r "$level" "$box/lossy"
+head -c 500 /dev/zero >"$box/lossy/no sound.wav"
+expect 1 --yes add --name "Lossy" "$box/lossy"
+errs "Left unanswered: Do you want continue in file copy?"
+
 # There and back; a file that is none stops all before anything is written.
 first=$(find "$level" -maxdepth 1 -iname '*.wav' | sort | head -n 1)
 name=$(basename "${first%.*}")
