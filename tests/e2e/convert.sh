@@ -31,9 +31,10 @@ press alt+h # 4 bits
 press Return
 appears '^Kestrova$' # the footstep has no way there
 press Return
-gone '^Audio conversion'
-appears '^Kestrova$'
+appears '^Kestrova$' other # all is as it was
 press Return
+gone '^Kestrova$'
+gone '^Audio conversion'
 appears 'Audio Converter tool'
 [[ -z $(ls -A "$box/waves") ]]
 
@@ -41,6 +42,8 @@ click 'Audio Converter tool' 60 104 # the last row
 press Delete
 appears '^Kestrova$'
 press alt+y
+gone '^Kestrova$'
+gone '^Audio conversion'
 appears 'Audio Converter tool'
 press alt+c
 appears '^Kestrova$' # leave?

@@ -11,19 +11,6 @@ open_display 1200x840
 start_windows
 appears 'my.kva .1 levels'
 
-# accepted: Ok, as soon as the window has taken in what was dropped; at work it discards what is typed.
-accepted() {
-    local i
-    for ((i = 0; i < 20; ++i)); do
-        appears 'Add new level'
-        press Return
-        sleep 0.8
-        xdotool search --onlyvisible --name 'Add new level' >/dev/null 2>&1 || return 0
-    done
-    echo "the level is not accepted" >&2
-    exit 1
-}
-
 cd "$box/practice/levels"
 declare -i count=0
 for package in *.zip "The Clockmaker's Attic" "The Drowned Observatory" "Schloß Grünfels"; do

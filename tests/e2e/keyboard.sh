@@ -20,8 +20,7 @@ press Return
 gone 'Where is'
 appears '^Kestrova$' # is it original?
 press alt+y
-sleep 1
-appears '^Kestrova$' # a full backup?
+appears '^Kestrova$' other # a full backup?
 press alt+y
 appears 'Level archive'
 press alt+m
@@ -32,8 +31,7 @@ appears 'LevelArchive.kva .1 levels'
 
 cd "$box/practice/levels"
 for level in "The Clockmaker's Attic" "The Drowned Observatory" "Winds over Kestrel Ridge"; do
-    press alt+l
-    press a
+    leads_to 'Add new level' Escape alt+l a
     appears 'Add new level'
     xdotool type --delay 4 "$level"
     press alt+f
@@ -45,18 +43,17 @@ for level in "The Clockmaker's Attic" "The Drowned Observatory" "Winds over Kest
         press alt+y
         gone '^Kestrova$'
     fi
-    appears 'Add new level'
-    press Return
+    accepted
     holds "$box/home/LevelArchive.kva" "$level"
-    gone 'Add new level'
     appears 'LevelArchive.kva'
 done
 
-# plays N CODE: the game was started the n-th time, with that level in the folder. Before that the
-# program is at work and discards what is typed.
+# plays N CODE KEYS: those keys start the game the n-th time, with that level in the folder. The
+# program may still be at work, and then discards what is typed.
 plays() {
     local i
     for ((i = 0; i < 300; ++i)); do
+        ((i % 75)) || "$3"
         [[ $(cat "$box/played" 2>/dev/null | wc -l) -lt $1 ]] || break
         sleep 0.1
     done
@@ -66,20 +63,30 @@ plays() {
     }
     sleep 0.5
 }
-press ctrl+f
-xdotool type --delay 4 attic
-press Return # to the list, on the match
-press Return # plays it
-plays 1 1
-press ctrl+f
-press Escape
-press Down
-press F5
-plays 2 2
-press ctrl+f
-xdotool type --delay 4 original
-press alt+p
-plays 3 0
+attic() {
+    press ctrl+f
+    xdotool key ctrl+a type --delay 4 attic
+    press Return # to the list, on the match
+    press Return # plays it
+}
+next() {
+    press ctrl+f
+    press Escape
+    press Up
+    press Up
+    press Up
+    press Down
+    press Down
+    press F5
+}
+original() {
+    press ctrl+f
+    xdotool key ctrl+a type --delay 4 original
+    press alt+p
+}
+plays 1 1 attic
+plays 2 2 next
+plays 3 0 original
 [[ ! -e $box/practice/trle/Kestrva.txt ]]
 press ctrl+q
 wait "$window"

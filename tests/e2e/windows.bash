@@ -35,15 +35,19 @@ start_windows() {
     window=$!
 }
 
-# appears TITLE: waits for a window and gives it the keyboard, since no window manager does.
+seen= # the window that appeared last
+# appears TITLE [OTHER]: waits for a window and gives it the keyboard, since no window manager does.
+# With OTHER it is not the one that appeared last, which may go slowly and have the same title.
 appears() {
     local i id
     for ((i = 0; i < 300; ++i)); do
         id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1) || true
-        if [[ -n $id ]]; then
+        if [[ -n $id && (-z ${2:-} || $id != "$seen") ]]; then
             sleep 0.3
-            xdotool windowfocus "$id"
-            return
+            ! xdotool windowfocus "$id" || {
+                seen=$id
+                return
+            }
         fi
         sleep 0.1
     done
@@ -63,6 +67,32 @@ gone() {
 }
 press() { sleep 0.2; xdotool key --clearmodifiers "$@"; }
 enter() { sleep 0.2; xdotool type --delay 4 "$1"; press Return; }
+# leads_to TITLE KEY…: presses until that window is there; a program at work discards what is typed.
+leads_to() {
+    local title=$1 i j
+    shift
+    for ((i = 0; i < 5; ++i)); do
+        press "$@"
+        for ((j = 0; j < 50; ++j)); do
+            ! xdotool search --onlyvisible --name "$title" >/dev/null 2>&1 || return 0
+            sleep 0.1
+        done
+    done
+    echo "$* does not lead to '$title'" >&2
+    exit 1
+}
+# accepted: Ok for the level's window, as soon as it has taken in its sources.
+accepted() {
+    local i
+    for ((i = 0; i < 20; ++i)); do
+        appears 'Add new level'
+        press Return
+        sleep 0.8
+        xdotool search --onlyvisible --name 'Add new level' >/dev/null 2>&1 || return 0
+    done
+    echo "the level is not accepted" >&2
+    exit 1
+}
 # holds FILE TEXT: waits until the file holds the text.
 holds() {
     local i
