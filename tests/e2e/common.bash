@@ -5,6 +5,7 @@ set -euo pipefail
 ctl=${KESTROVACTL:?the program to drive}
 box=$(mktemp -d)
 trap 'rm -rf "$box"' EXIT
+trap 'echo "FAILED at line $LINENO: $BASH_COMMAND" >&2' ERR
 here=$(cd "$(dirname "$0")" && pwd)
 cd "$box"
 export LC_ALL=C.UTF-8

@@ -6,7 +6,7 @@ trle=$box/practice/trle
 expect 0 setup --trle "$trle" --full --folder-is-original
 expect 0 new --folder "$box/levels" "$box/my.kva"
 expect 0 set mp3 on
-level=$(find "$box/practice/levels" -iname '*.wav' -printf '%h\n' | sort | head -n 1)
+level=$(find "$box/practice/levels" -iname '*.wav' -printf '%h\n' | sort | sed -n 1p)
 [[ -n $level ]] || die "no practice level has waves"
 waves=$(find "$level" -maxdepth 1 -iname '*.wav' | wc -l)
 for compress in off on; do
@@ -37,7 +37,7 @@ expect 1 --yes add --name "Lossy" "$box/lossy"
 errs "Left unanswered: Do you want continue in file copy?"
 
 # There and back; a file that is none stops all before anything is written.
-first=$(find "$level" -maxdepth 1 -iname '*.wav' | sort | head -n 1)
+first=$(find "$level" -maxdepth 1 -iname '*.wav' | sort | sed -n 1p)
 name=$(basename "${first%.*}")
 expect 0 audio encode "$first" --out "$box/out.mp3s" --bitrate 64
 expect 0 audio decode "$box/out.mp3s/$name.mp3" --out "$box/waves"

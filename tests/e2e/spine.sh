@@ -79,7 +79,7 @@ expect 0 play 3 --no-start
 [[ $(cat "$trle/savegame.0") == "my progress" ]] || die "savegame back"
 
 # A file of the level that vanished is a difference.
-rm "$trle"/[Dd][Aa][Tt][Aa]/"$("$ctl" --home "$box/home" plan 0 | sed -n 's/^remove.*\\[Dd][Aa][Tt][Aa]\\//p' | head -1)"
+rm "$trle"/[Dd][Aa][Tt][Aa]/"$("$ctl" --home "$box/home" plan 0 | sed -n 's/^remove.*\\[Dd][Aa][Tt][Aa]\\//p' | sed -n 1p)"
 expect 1 verify
 said missing
 expect 0 --yes original --full

@@ -17,6 +17,7 @@ finish() {
     rm -rf "$box"
 }
 trap finish EXIT
+trap 'echo "FAILED at line $LINENO: $BASH_COMMAND" >&2' ERR
 
 # open_display WIDTHxHEIGHT
 open_display() {
