@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/files.h"
 #include "core/result.h"
 
 #include <cstdint>
@@ -71,6 +72,9 @@ inline constexpr std::size_t folderFieldSize = 256;
 
 /// `Damaged` when the bytes end before the count says so, or the count is below 1.
 Result<ArchiveContent> ParseArchive(std::string_view bytes);
+/// The same of a file, which is read in pieces: most of an archive is the blanks of its fields.
+/// `CannotRead` when it cannot be opened or read.
+Result<ArchiveContent> ReadArchiveFile(const Path& file);
 /// The header's count is written as the number of levels.
 std::string FormatArchive(const ArchiveHeader& header, const std::vector<LevelRecord>& levels);
 inline std::string FormatArchive(const ArchiveContent& content)

@@ -13,8 +13,6 @@ namespace kestrova
 namespace
 {
 
-constexpr std::uint64_t largestArchive = UINT64_C(1) << 30;
-
 /// Sizes of the levels on which the savegame tool was at work.
 void MeasureStaleExtras(Session& session)
 {
@@ -55,12 +53,9 @@ bool ReadAfterAsking(Session& session, const Path& file, bool saved)
 Status ReadArchiveRecords(Session& session, const Path& file)
 {
     const Path place = ResolvePath(file);
-    const auto bytes = ReadWholeFile(place, largestArchive);
-    if (!bytes)
-        return bytes.Error();
-    auto content = ParseArchive(*bytes);
+    auto content = ReadArchiveFile(place);
     if (!content)
-        return MakeFailure(content.Error().code, TextOf(place));
+        return content.Error();
     session.archive = std::move(content->header);
     session.levels = std::move(content->levels);
     for (const auto& [folder, field] :

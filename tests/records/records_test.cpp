@@ -3,6 +3,7 @@
 #include "records/preferences.h"
 #include "records/savegame_records.h"
 #include "records/tr4_inf.h"
+#include "support/sandbox.h"
 
 #include <gtest/gtest.h>
 
@@ -109,6 +110,32 @@ TEST(ArchiveFile, EveryShorterLengthIsDamaged)
         std::string wrong = bytes;
         wrong.replace(516, 4, Raw(count));
         EXPECT_FALSE(ParseArchive(wrong)) << count;
+    }
+}
+
+TEST(ArchiveFile, IsReadFromTheDiskAsFromMemory)
+{
+    const testing::Sandbox box;
+    const Path file = box / "my.kva";
+    const auto read = [&](std::string_view bytes) {
+        box.Write("my.kva", bytes);
+        return ReadArchiveFile(file);
+    };
+    EXPECT_EQ(ReadArchiveFile(file).Error().code, ErrorCode::CannotRead);
+    EXPECT_EQ(read("").Error().code, ErrorCode::Damaged);
+    ArchiveContent many = SomeArchive();
+    for (const std::size_t count : {1U, 99U, 100U, 101U, 1234U}) {
+        many.levels.resize(count);
+        for (std::size_t i = 0; i < count; ++i)
+            many.levels[i].levelName = "level " + std::to_string(i);
+        const std::string bytes = FormatArchive(many);
+        const auto content = read(bytes + "tail");
+        ASSERT_TRUE(content) << count;
+        EXPECT_EQ(FormatArchive(*content), bytes) << count;
+        const auto cut = read(std::string_view{bytes}.substr(0, bytes.size() - 1));
+        ASSERT_FALSE(cut);
+        EXPECT_EQ(cut.Error().code, ErrorCode::Damaged);
+        EXPECT_EQ(cut.Error().subject, TextOf(file));
     }
 }
 
