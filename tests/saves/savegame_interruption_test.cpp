@@ -34,6 +34,10 @@ struct Work {
     const char* name;
     Status (*run)(Session&, LevelCode);
 };
+void PrintTo(const Work& work, std::ostream* out)
+{
+    *out << work.name;
+}
 const Work works[] = {{"Archive", ArchiveSavegamesOf}, {"Restore", RestoreSavegamesOf}};
 
 std::string Everything(const SavesWorld& world)

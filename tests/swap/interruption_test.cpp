@@ -17,6 +17,10 @@ struct Work {
     void (*prepare)(SwapWorld&);
     bool (*run)(SwapWorld&);
 };
+void PrintTo(const Work& work, std::ostream* out)
+{
+    *out << work.name;
+}
 
 void Nothing(SwapWorld&) {}
 
