@@ -55,7 +55,7 @@ Result<ArchiveContent> ParsePieces(std::uint64_t size, const ArchiveBytes& bytes
     ArchiveContent content;
     DescribeHeader(headReader, content.header);
     const std::int64_t count = content.header.levelCount;
-    if (!headReader.Good() || count < 1 ||
+    if (!headReader.Good() || size < archiveHeaderSize || count < 1 ||
         count > static_cast<std::int64_t>((size - archiveHeaderSize) / levelRecordSize))
         return damaged;
     content.levels.resize(static_cast<std::size_t>(count));
