@@ -37,7 +37,7 @@ bool NewLevel::Open()
         }
     }
     TakeSnapshot();
-    bytesBeforeInside_ = BytesOfFolder();
+    bytesBeforeInside_ = FolderSize(workFolder_);
     RefreshFileList();
     name = Trim(record_.levelName);
     note = Trim(record_.levelNote);
@@ -88,22 +88,14 @@ void NewLevel::ClearProgress()
     progress_.SetBar(0, 0);
 }
 
-std::uint64_t NewLevel::BytesOfFolder() const
-{
-    std::uint64_t bytes = 0;
-    for (const Path& file : ListFiles(workFolder_, RowText(Msg::PatAll)))
-        bytes += FileSize(file);
-    return bytes;
-}
-
 /// Packages within packages count together, however deep they lie and however often the folder is
 /// looked at again; otherwise a small one could fill the disk step by step.
 UnpackLimits NewLevel::LimitsInside() const
 {
     UnpackLimits limits;
-    const std::uint64_t most =
-        std::max(limits.alwaysAllowed, bytesBeforeInside_ * limits.mostTimes);
-    const std::uint64_t now = BytesOfFolder();
+    const std::uint64_t most = std::max(
+        limits.alwaysAllowed, static_cast<std::uint64_t>(bytesBeforeInside_) * limits.mostTimes);
+    const auto now = static_cast<std::uint64_t>(FolderSize(workFolder_));
     limits.alwaysAllowed = most > now ? most - now : 0;
     limits.mostTimes = 0;
     return limits;
@@ -156,7 +148,7 @@ void NewLevel::RefreshFileList()
 
 void NewLevel::AfterSource()
 {
-    bytesBeforeInside_ = BytesOfFolder();
+    bytesBeforeInside_ = FolderSize(workFolder_);
     RefreshFileList();
     TellLeftOut(session_, report_);
     if (mode_ == LevelMode::New) {

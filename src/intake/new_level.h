@@ -82,7 +82,6 @@ private:
     void RefreshFileList();
     void UnpackInside();
     [[nodiscard]] UnpackLimits LimitsInside() const;
-    [[nodiscard]] std::uint64_t BytesOfFolder() const;
     void ApplyLevelConfig();
     void TakeConfigTexts(const LevelConfig& config);
     void FillNameAndInfo();
@@ -116,7 +115,7 @@ private:
     std::map<std::string, Seen> snapshot_; ///< by folded name
     std::vector<Path> files_;
     double filesBytes_ = 0;
-    std::uint64_t bytesBeforeInside_ = 0; ///< in the folder, before packages in it were unpacked
+    double bytesBeforeInside_ = 0; ///< in the folder, before packages in it were unpacked
     Path lastSource_;
     SourceReport report_;
 };
