@@ -5,6 +5,7 @@
 #include "catalogue/message.h"
 
 #include <algorithm>
+#include <map>
 
 namespace kestrova
 {
@@ -123,10 +124,16 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
 {
     const std::string pattern = PatternOf(toMp3 ? Msg::WavExtension : Msg::Mp3Extension);
     const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
-    std::vector<Path> sources = ListFiles(folder, pattern);
-    std::vector<std::vector<Path>> origins; // of each source
-    for (const Path& source : sources)
-        origins.push_back({source});
+    std::vector<Path> sources;
+    std::map<Path, std::vector<Path>> origins; // of each source
+    std::multimap<std::string, Path> byName;   // the sources, by folded name
+    const auto add = [&](const Path& source, const Path& origin) {
+        sources.push_back(source);
+        origins[source] = {origin};
+        byName.emplace(FoldCase(source.filename().native()), source);
+    };
+    for (const Path& file : ListFiles(folder, pattern))
+        add(file, file);
     for (const Path& stream : ListFiles(folder, pattern + GetMsg(Msg::ZlExtension))) {
         const auto free = session.machine.FreeSpace(work.Folder());
         const Path expanded = work.Folder() / StripExtension(stream.filename().native());
@@ -137,16 +144,13 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
             return false;
         }
         // A killed run leaves a file beside its own stream.
-        const auto same = std::find_if(sources.begin(), sources.end(), [&](const Path& source) {
-            return EqualNames(source.filename().native(), expanded.filename().native()) &&
-                   SameContent(source, expanded);
-        });
-        if (same != sources.end()) {
-            origins[static_cast<std::size_t>(same - sources.begin())].push_back(stream);
-            continue;
-        }
-        origins.push_back({stream});
-        sources.push_back(expanded);
+        const auto [first, last] = byName.equal_range(FoldCase(expanded.filename().native()));
+        const auto same = std::find_if(
+            first, last, [&](const auto& entry) { return SameContent(entry.second, expanded); });
+        if (same == last)
+            add(expanded, stream);
+        else
+            origins[same->second].push_back(stream);
     }
     if (sources.empty())
         return true;
@@ -160,9 +164,8 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
         Status status = CopyFileOver(pair.result, folder / pair.result.filename(), compared);
         if (status)
             status = FlushFolder(folder);
-        const auto place = std::find(sources.begin(), sources.end(), pair.source);
         // As they are spelled: another one's spelling may be a sound that did not come through.
-        for (const Path& origin : origins[static_cast<std::size_t>(place - sources.begin())])
+        for (const Path& origin : origins[pair.source])
             if (const auto failure = status ? platform::Unlink(origin) : std::error_code{})
                 status = MakeFailure(ErrorCode::CannotDelete, TextOf(origin), failure);
         if (!status) {

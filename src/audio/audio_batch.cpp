@@ -49,7 +49,7 @@ AudioBatch::AudioBatch(Session& session, std::vector<Path> files, const Path& fo
       files_(std::move(files)), target_{ResolvePath(folder), target,
                                         AudioTargetText(target, session.mp3Settings)},
       plans_(files_.size()), shared_(std::make_unique<Shared>(files_.size())),
-      status_(GetMsg(Msg::AudioPreparing))
+      status_(GetMsg(Msg::AudioPreparing)), stemsMeet_(StemsMeet())
 {
 }
 
@@ -100,7 +100,7 @@ bool AudioBatch::LookAtAll()
 }
 
 /// True when the order of the list matters: two files become one, or one becomes what another is.
-bool AudioBatch::ResultsMeetSources() const
+bool AudioBatch::StemsMeet() const
 {
     std::set<std::string> stems;
     return !std::all_of(files_.begin(), files_.end(), [&](const Path& file) {
@@ -118,7 +118,7 @@ bool AudioBatch::ConvertAll()
         };
         shared.views[i].endConversion = [&shared] { return shared.ended || shared.stop; };
     }
-    const std::size_t ahead = ResultsMeetSources() ? 0 : 2 * OrderedJobs::Cores();
+    const std::size_t ahead = stemsMeet_ ? 0 : 2 * OrderedJobs::Cores();
     OrderedJobs jobs{files_.size(), ahead, [&](std::size_t i) {
                          if (!shared.views[i].endTool())
                              shared.outcomes[i] = ConvertAudioFile(session_, files_[i], plans_[i],
@@ -189,7 +189,8 @@ bool AudioBatch::TakeOutcome(std::size_t index, AudioOutcome outcome)
     }
     if (!outcome.failed && reason.empty() && FileExists(place)) {
         const Path result = ResolvePath(place); // an existing spelling stays
-        LeaveOutReplaced(index, result);
+        if (stemsMeet_)
+            LeaveOutReplaced(index, result);
         converted_.push_back({files_[index], result});
         return true;
     }

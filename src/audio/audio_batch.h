@@ -40,7 +40,7 @@ private:
     /// Asks whether to go on; a No is noted as the end.
     bool AskToGoOn(std::size_t index, std::string error, int step);
     void ShowProgress(std::size_t index);
-    [[nodiscard]] bool ResultsMeetSources() const;
+    [[nodiscard]] bool StemsMeet() const;
     bool Stopped();
 
     Session& session_;
@@ -51,6 +51,7 @@ private:
     std::unique_ptr<Shared> shared_;
     std::string status_;
     bool refused_ = false;
+    const bool stemsMeet_; ///< the order of the list matters
     std::uint64_t steps_ = 0;
     std::uint64_t done_ = 0;
     std::vector<Pair> converted_;
