@@ -56,7 +56,7 @@ ModelWorld::ModelWorld(std::uint32_t seed) : scratch_(box_.root / "scratch"), ra
               (box_ / (archive + ".kva")).native()});
         loaded_ = archive;
         for (int i = 0; i < 2; ++i)
-            AddLevel(archive, {});
+            AddLevel({});
     }
 }
 
@@ -150,8 +150,9 @@ void ModelWorld::LearnLevels(const std::string& archive)
     }
 }
 
-void ModelWorld::AddLevel(const std::string& archive, const Trouble& trouble)
+void ModelWorld::AddLevel(const Trouble& trouble)
 {
+    const std::string archive = loaded_;
     const std::string number = std::to_string(++made_);
     const std::string name = UpperCase(archive) + number;
     ModelLevel level{archive, -1, {}};
@@ -363,6 +364,35 @@ void ModelWorld::ExpectStateWhereItBelongs()
     }
 }
 
+ModelWorld::Slots ModelWorld::SlotsOfAll() const
+{
+    Slots slots;
+    for (const auto& [file, content] : box_.Snapshot("")) {
+        const auto treasure = treasures_.find(content);
+        if (treasure == treasures_.end() || treasure->second.kind != Treasure::State)
+            continue;
+        const Path path{file};
+        const std::string parent = path.parent_path().filename().native();
+        if (parent == "trle" || parent == "backup_savegames")
+            slots[treasure->second.owner].emplace(path.filename().native(), content);
+    }
+    return slots;
+}
+
+/// What belongs into the slots of a level stays there, whichever level stands in the folder.
+void ModelWorld::ExpectSameSlots(const Slots& before)
+{
+    const Slots now = SlotsOfAll();
+    for (const auto& [level, files] : before) {
+        if (!levels_.contains(level))
+            continue;
+        const auto found = now.find(level);
+        for (const auto& file : files)
+            EXPECT_TRUE(found != now.end() && found->second.contains(file))
+                << file.first << " is no longer among the savegames of " << level;
+    }
+}
+
 void ModelWorld::ExpectInstalled(const std::string& name)
 {
     EXPECT_EQ(Standing(), name);
@@ -409,25 +439,29 @@ void ModelWorld::Step()
     struct Row {
         int weight;
         void (ModelWorld::*run)(const Trouble&);
+        bool movesSlots = false;
     };
-    static constexpr Row rows[] = {{8, &ModelWorld::Play},      {3, &ModelWorld::Original},
-                                   {5, &ModelWorld::Savegames}, {1, &ModelWorld::Edit},
-                                   {1, &ModelWorld::Compress},  {2, &ModelWorld::LoadOther},
-                                   {2, &ModelWorld::ReadAgain}, {1, &ModelWorld::RemoveLevel}};
+    static constexpr Row rows[] = {{8, &ModelWorld::Play},
+                                   {3, &ModelWorld::Original},
+                                   {5, &ModelWorld::Savegames, true},
+                                   {1, &ModelWorld::Edit},
+                                   {1, &ModelWorld::Compress},
+                                   {2, &ModelWorld::LoadOther},
+                                   {2, &ModelWorld::ReadAgain},
+                                   {1, &ModelWorld::RemoveLevel, true},
+                                   {2, &ModelWorld::AddLevel}};
     if (Roll(2) == 0)
         GameSaves();
     if (Roll(6) == 0)
         PlayerWorks();
     int at = Roll(25);
-    for (const Row& row : rows) {
-        at -= row.weight;
-        if (at < 0) {
-            (this->*row.run)(RandomTrouble());
-            break;
-        }
-    }
-    if (at >= 0)
-        AddLevel(loaded_, RandomTrouble());
+    const Row* row = rows;
+    while ((at -= row->weight) >= 0)
+        ++row;
+    const Slots before = SlotsOfAll();
+    (this->*row->run)(RandomTrouble());
+    if (!row->movesSlots)
+        ExpectSameSlots(before);
     ExpectNothingLost();
     ExpectStateWhereItBelongs();
     ExpectNoLeftovers();

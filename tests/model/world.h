@@ -51,7 +51,7 @@ private:
     std::string PickLevel(bool originalToo);
     [[nodiscard]] std::string Standing() const;
 
-    void AddLevel(const std::string& archive, const Trouble& trouble);
+    void AddLevel(const Trouble& trouble);
     void RemoveLevel(const Trouble& trouble);
     void Play(const Trouble& trouble);
     void Original(const Trouble& trouble);
@@ -62,6 +62,11 @@ private:
     void ReadAgain(const Trouble& trouble);
     void GameSaves();
     void PlayerWorks();
+
+    /// By level: names and contents of the player's files in its slots, live or in its store.
+    using Slots = std::map<std::string, std::set<std::pair<std::string, std::string>>>;
+    [[nodiscard]] Slots SlotsOfAll() const;
+    void ExpectSameSlots(const Slots& before);
 
     void LearnLevels(const std::string& archive);
     void Forget(const std::string& file);
