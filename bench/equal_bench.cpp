@@ -41,9 +41,9 @@ struct Archive {
     {
         box.Write("new/level1.tr4", "a level of its own");
         std::filesystem::create_directories(folder);
-        box.session.archive.secondaryFolder = std::filesystem::absolute(folder).native();
+        box.session.archive.header.secondaryFolder = std::filesystem::absolute(folder).native();
         for (LevelCode code = 1; code <= count; ++code) {
-            box.session.levels.push_back(Record(code));
+            box.session.archive.levels.push_back(Record(code));
             if (!MakeLevelSubfolders(LevelHomeOf(box.session, code)) ||
                 !WriteTr4InfOf(box.session, code, FilesOf(code)))
                 return false;
@@ -53,7 +53,7 @@ struct Archive {
     void Look()
     {
         const auto start = std::chrono::steady_clock::now();
-        if (FindEqualTr4(box.session, box / "new", box.session.levels.size(), nullptr))
+        if (FindEqualTr4(box.session, box / "new", box.session.archive.levels.size(), nullptr))
             std::abort(); // there is none
         times.push_back(
             std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)

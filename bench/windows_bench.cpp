@@ -106,8 +106,9 @@ struct World {
         box.MakeTrle();
         box.MakeBackupAndArchive();
         session.preferences = box.session.preferences;
-        session.archive = box.session.archive;
-        session.levels = full ? ManyLevels(box.session.levels.front()) : box.session.levels;
+        session.archive.header = box.session.archive.header;
+        session.archive.levels =
+            full ? ManyLevels(box.session.archive.levels.front()) : box.session.archive.levels;
     }
 
     testing::Sandbox box;

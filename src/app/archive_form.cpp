@@ -20,15 +20,15 @@ constexpr std::size_t longestArchiveFolder = 220;
 
 bool AnyLevelOnCd(const Session& session)
 {
-    return std::any_of(session.levels.begin(), session.levels.end(),
+    return std::any_of(session.archive.levels.begin(), session.archive.levels.end(),
                        [](const LevelRecord& level) { return level.cdNumber != 0; });
 }
 
 } // namespace
 
-ArchiveForm::ArchiveForm(Session& session) : session_(session), kept_(session.archive)
+ArchiveForm::ArchiveForm(Session& session) : session_(session), kept_(session.archive.header)
 {
-    ArchiveHeader& archive = session_.archive;
+    ArchiveHeader& archive = session_.archive.header;
     if (AnyLevelOnCd(session_) || Trim(archive.mainFolder) == Trim(archive.secondaryFolder))
         return;
     archive.mainFolder = archive.secondaryFolder;
@@ -37,12 +37,12 @@ ArchiveForm::ArchiveForm(Session& session) : session_(session), kept_(session.ar
 
 ArchiveFacts ArchiveForm::Facts() const
 {
-    const ArchiveHeader& archive = session_.archive;
+    const ArchiveHeader& archive = session_.archive.header;
     ArchiveFacts facts;
     facts.file = TextOf(session_.ArchivePath());
     facts.mainFolder = Readable(Trim(archive.mainFolder));
     facts.secondaryFolder = Readable(Trim(archive.secondaryFolder));
-    facts.levels = session_.levels.size();
+    facts.levels = session_.archive.levels.size();
     facts.onCd = AnyLevelOnCd(session_);
     facts.cdCount = archive.cdCount;
     facts.size = FormatSize(archive.mainFolderSize) + "+" +
@@ -50,7 +50,7 @@ ArchiveFacts ArchiveForm::Facts() const
                  FormatSize(archive.mainFolderSize + archive.secondaryFolderSize);
     double onCd = 0;
     double onDisk = 0;
-    for (const LevelRecord& level : session_.levels)
+    for (const LevelRecord& level : session_.archive.levels)
         (level.cdNumber != 0 ? onCd : onDisk) += level.filesSize;
     facts.sizeOnCd = FormatSize(onCd);
     facts.sizeOnDisk = FormatSize(onDisk);
@@ -59,12 +59,12 @@ ArchiveFacts ArchiveForm::Facts() const
 
 void ArchiveForm::SetCompress(bool on)
 {
-    session_.archive.compressLevels = on;
+    session_.archive.header.compressLevels = on;
 }
 
 void ArchiveForm::SetWavInMp3(bool on)
 {
-    session_.archive.wavInMp3 = on;
+    session_.archive.header.wavInMp3 = on;
 }
 
 void ArchiveForm::BrowseMain()
@@ -79,7 +79,7 @@ void ArchiveForm::BrowseSecondary()
 
 void ArchiveForm::Browse(bool secondary)
 {
-    ArchiveHeader& archive = session_.archive;
+    ArchiveHeader& archive = session_.archive.header;
     const Path old{Trim(secondary ? archive.secondaryFolder : archive.mainFolder)};
     const auto chosen = session_.host.ChooseFolder(
         GetMsg(Msg::WindowSelectArchiveFolder) + TextOf(old.filename()), old);
@@ -103,7 +103,7 @@ void ArchiveForm::Browse(bool secondary)
 bool ArchiveForm::HoldsLevels(const Path& folder) const
 {
     bool custom = false;
-    for (const LevelRecord& level : session_.levels)
+    for (const LevelRecord& level : session_.archive.levels)
         if (level.levelCode != originalCode) {
             custom = true;
             if (FolderExists(InFolder(folder, LevelFolderName(level.levelCode))))
@@ -114,12 +114,12 @@ bool ArchiveForm::HoldsLevels(const Path& folder) const
 
 void ArchiveForm::Cancel()
 {
-    session_.archive = kept_;
+    session_.archive.header = kept_;
 }
 
 void ArchiveForm::Accept()
 {
-    const ArchiveHeader& now = session_.archive;
+    const ArchiveHeader& now = session_.archive.header;
     const bool moved = now.secondaryFolder != kept_.secondaryFolder;
     if (moved && !HoldFolders(session_))
         return Cancel();

@@ -63,14 +63,14 @@ Finding ArchiveState(Session& session)
         return Bad(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveNone),
                    Msg::DoctorArchiveNoneRemedy);
     const std::string shown = TextOf(session.ArchivePath());
-    if (session.levels.empty() && !LoadArchiveToLook(session))
+    if (session.archive.levels.empty() && !LoadArchiveToLook(session))
         return Bad(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveDamaged, {shown}),
                    Msg::DoctorArchiveDamagedRemedy);
-    if (const Path folder{Trim(session.archive.secondaryFolder)}; !FolderExists(folder))
+    if (const Path folder{Trim(session.archive.header.secondaryFolder)}; !FolderExists(folder))
         return Bad(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveFolderGone, {TextOf(folder)}),
                    Msg::DoctorArchiveFolderRemedy);
-    return Fine(Msg::DoctorArchive,
-                GetMsg(Msg::DoctorArchiveFine, {shown, std::to_string(session.levels.size())}));
+    return Fine(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveFine,
+                                           {shown, std::to_string(session.archive.levels.size())}));
 }
 
 Finding Interrupted(Session& session)
@@ -144,7 +144,7 @@ void Drives(Session& session, std::vector<Finding>& findings)
 {
     std::vector<std::uint64_t> seen;
     for (const Path& folder : {session.programFolder, session.TrleFolder(),
-                               Path{Trim(session.archive.secondaryFolder)}}) {
+                               Path{Trim(session.archive.header.secondaryFolder)}}) {
         const platform::FileFacts facts = platform::FactsOf(ResolvePath(folder));
         if (folder.empty() || facts.kind != platform::FileKind::Folder ||
             std::find(seen.begin(), seen.end(), facts.device) != seen.end())

@@ -43,9 +43,7 @@ bool LoadLastArchive(Session& session)
 
 void DropArchiveInMemory(Session& session)
 {
-    session.archiveDirty = false;
     session.archive = {};
-    session.levels.clear();
 }
 
 } // namespace
@@ -84,7 +82,7 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
     if (!finder.Prepare() && !windows.FindLevelEditor(session))
         return true;
     if (!MakeTrleBackup(session, false))
-        session.archiveDirty = false;
+        session.archive.dirty = false;
     // The form of the backup must not be lost with a run that ends badly.
     SavePreferencesNow(session);
     if (!EnsureLevel0Folder(session)) {

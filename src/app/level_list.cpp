@@ -87,7 +87,7 @@ LevelFacts FactsOfLevel(Session& session, std::size_t index, int archivedSavegam
 {
     LevelFacts facts;
     facts.index = index;
-    facts.record = session.levels[index];
+    facts.record = session.archive.levels[index];
     const LevelCode code = facts.record.levelCode;
     facts.folder = LevelHomeOf(session, code);
     facts.current = CurrentLevelCode(session) == code;
@@ -129,9 +129,9 @@ std::vector<ListRow> ListRows(Session& session)
 {
     const LevelCode current = CurrentLevelCode(session);
     std::vector<ListRow> unsorted;
-    unsorted.reserve(session.levels.size());
+    unsorted.reserve(session.archive.levels.size());
     RowOrder order;
-    for (const LevelRecord& level : session.levels) {
+    for (const LevelRecord& level : session.archive.levels) {
         std::string text = Readable(Trim(level.levelName));
         if (level.levelCode == current)
             text += RowText(Msg::CurrentLevelMark);
@@ -149,7 +149,7 @@ std::string WindowTitle(const Session& session)
 {
     return GetMsg(Msg::TitleLevels,
                   {TextOf(session.ArchivePath().filename()) + GetMsg(Msg::TitleCountOpens) +
-                   std::to_string(session.levels.size())});
+                   std::to_string(session.archive.levels.size())});
 }
 
 std::ptrdiff_t FindRow(const std::vector<ListRow>& rows, std::string_view text, std::ptrdiff_t from,

@@ -48,7 +48,7 @@ bool ShowMoreInfo(Session& session, LevelCode code)
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownCodeInList) + std::to_string(code));
         return false;
     }
-    const LevelRecord& level = session.levels[static_cast<std::size_t>(index)];
+    const LevelRecord& level = session.archive.levels[static_cast<std::size_t>(index)];
     if (Trim(level.moreInfoFile).empty()) {
         session.host.Tell(Tone::Plain, GetMsg(Msg::NoMoreInfoFile, {lineBreak}));
         return false;

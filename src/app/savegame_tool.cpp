@@ -71,7 +71,7 @@ bool StartSavegameTool(Session& session)
         return false;
     }
     const bool started = StartTool(session, program);
-    session.levels[static_cast<std::size_t>(index)].extrasDirty = true;
+    session.archive.levels[static_cast<std::size_t>(index)].extrasDirty = true;
     SaveArchive(session);
     return started;
 }

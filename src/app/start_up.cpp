@@ -56,14 +56,12 @@ bool HoldFolders(Session& session)
 {
     return HoldFolder(session, session.programFolder) &&
            HoldFolder(session, session.TrleFolder()) &&
-           HoldFolder(session, Path{Trim(session.archive.secondaryFolder)});
+           HoldFolder(session, Path{Trim(session.archive.header.secondaryFolder)});
 }
 
 Status LoadArchiveToLook(Session& session)
 {
     session.archive = {};
-    session.levels.clear();
-    session.archiveDirty = false;
     const Path file = session.ArchivePath();
     if (file.empty())
         return MakeFailure(ErrorCode::Missing, {});

@@ -33,7 +33,7 @@ std::string ExactFolderField(ArchiveFolder folder, const Path& file)
 
 Status WriteArchive(Session& session, const Path& file)
 {
-    ArchiveHeader& header = session.archive;
+    ArchiveHeader& header = session.archive.header;
     for (const std::string& folder : {header.mainFolder, header.secondaryFolder})
         if (ToWindows1252(folder).size() > folderFieldSize)
             return MakeFailure(ErrorCode::Refused, Readable(folder));
@@ -50,10 +50,10 @@ Status WriteArchive(Session& session, const Path& file)
             return status;
         session.settings = std::move(settings);
     }
-    header.levelCount = static_cast<std::int32_t>(session.levels.size());
-    if (auto status = WriteRecordFile(file, FormatArchive(header, session.levels)); !status)
+    header.levelCount = static_cast<std::int32_t>(session.archive.levels.size());
+    if (auto status = WriteRecordFile(file, FormatArchive(header, session.archive.levels)); !status)
         return status;
-    session.archiveDirty = false;
+    session.archive.dirty = false;
     session.preferences.archivePath = file.native();
     return {};
 }
@@ -69,19 +69,19 @@ bool SaveArchiveNow(Session& session)
 
 bool SaveArchive(Session& session)
 {
-    session.archiveDirty = true;
+    session.archive.dirty = true;
     return !session.preferences.autoSave || SaveArchiveNow(session);
 }
 
 bool AskSaveChanges(Session& session)
 {
-    if (!session.archiveDirty)
+    if (!session.archive.dirty)
         return true;
     const std::string name = TextOf(session.ArchivePath().filename());
     if (session.preferences.autoSave ||
         session.host.AskYesNo(GetMsg(Msg::AskSaveArchive, {name, lineBreak})))
         return SaveArchiveNow(session);
-    session.archiveDirty = false;
+    session.archive.dirty = false;
     return false;
 }
 

@@ -58,12 +58,12 @@ std::vector<Tr4Entry> EntriesIn(const Path& levelFolder)
 } // namespace
 
 EqualTr4Index::EqualTr4Index(const Session& session, ProgressScope* progress)
-    : levels_(session.levels.size())
+    : levels_(session.archive.levels.size())
 {
-    const Spellings spellings{FolderFromText(Trim(session.archive.secondaryFolder))};
+    const Spellings spellings{FolderFromText(Trim(session.archive.header.secondaryFolder))};
     std::atomic<std::size_t> done{0};
     const auto read = [&](std::size_t i) {
-        const LevelCode code = session.levels[i].levelCode;
+        const LevelCode code = session.archive.levels[i].levelCode;
         const Path home = LevelHomeOf(session, code);
         const Path folder = code == originalCode ? home : spellings.Find(home.filename());
         if (!folder.empty())
@@ -112,10 +112,10 @@ std::optional<EqualTr4> FindEqualTr4(const Session& session, const Path& folder,
     if (files.empty())
         return {};
     if (progress != nullptr)
-        progress->SetBar(0, session.levels.size());
+        progress->SetBar(0, session.archive.levels.size());
     const EqualTr4Index index{session, progress};
     if (progress != nullptr)
-        progress->SetBar(0, session.levels.size());
+        progress->SetBar(0, session.archive.levels.size());
     return index.Find(files, levelIndex);
 }
 

@@ -10,22 +10,23 @@ namespace kestrova
 std::ptrdiff_t FindLevel(const Session& session, LevelCode code)
 {
     const auto found =
-        std::find_if(session.levels.begin(), session.levels.end(),
+        std::find_if(session.archive.levels.begin(), session.archive.levels.end(),
                      [&](const LevelRecord& level) { return level.levelCode == code; });
-    return found == session.levels.end() ? -1 : found - session.levels.begin();
+    return found == session.archive.levels.end() ? -1 : found - session.archive.levels.begin();
 }
 
 std::string LevelNameOf(const Session& session, LevelCode code)
 {
     const std::ptrdiff_t index = FindLevel(session, code);
     return index < 0 ? std::string{}
-                     : std::string{Trim(session.levels[static_cast<std::size_t>(index)].levelName)};
+                     : std::string{
+                           Trim(session.archive.levels[static_cast<std::size_t>(index)].levelName)};
 }
 
 LevelCode NextLevelCode(const Session& session)
 {
     LevelCode next = 0;
-    for (const LevelRecord& level : session.levels)
+    for (const LevelRecord& level : session.archive.levels)
         next = std::max(next, level.levelCode + 1);
     return next;
 }
@@ -37,8 +38,9 @@ std::string LevelFolderName(LevelCode code)
 
 Path LevelHomeOf(const Session& session, LevelCode code)
 {
-    const Path root = code == originalCode ? session.programFolder
-                                           : FolderFromText(Trim(session.archive.secondaryFolder));
+    const Path root = code == originalCode
+                          ? session.programFolder
+                          : FolderFromText(Trim(session.archive.header.secondaryFolder));
     return InFolder(root, LevelFolderName(code));
 }
 
@@ -46,7 +48,8 @@ Path LevelFolderOf(Session& session, LevelCode code, bool wantCdCopy)
 {
     session.cdNotAvailable = false;
     const std::ptrdiff_t index = code == originalCode ? -1 : FindLevel(session, code);
-    const bool onDisc = index >= 0 && session.levels[static_cast<std::size_t>(index)].cdNumber != 0;
+    const bool onDisc =
+        index >= 0 && session.archive.levels[static_cast<std::size_t>(index)].cdNumber != 0;
     if (!wantCdCopy || !onDisc)
         return LevelHomeOf(session, code);
     session.cdNotAvailable = true;
@@ -71,7 +74,7 @@ Status MakeLevelSubfolders(const Path& folder)
 
 bool IsArchiveOnCd(const Session& session)
 {
-    return session.archive.cdCount >= 1;
+    return session.archive.header.cdCount >= 1;
 }
 
 bool GuardLevelOnCd(Session& session, const LevelRecord& level)

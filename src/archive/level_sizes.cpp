@@ -46,12 +46,12 @@ double ExtrasSizeOf(const Path& levelFolder)
 
 void CountLevelSize(Session& session, double delta, SizeKind kind, std::size_t index)
 {
-    LevelRecord& level = session.levels[index];
+    LevelRecord& level = session.archive.levels[index];
     std::int32_t& field = kind == SizeKind::Files ? level.filesSize : level.extrasSize;
     field = SizeField(field + delta);
     if (index > 0)
-        (kind == SizeKind::Files ? session.archive.mainFolderSize
-                                 : session.archive.secondaryFolderSize) += delta;
+        (kind == SizeKind::Files ? session.archive.header.mainFolderSize
+                                 : session.archive.header.secondaryFolderSize) += delta;
 }
 
 void AddLevelSize(Session& session, double delta, SizeKind kind, std::size_t index)
@@ -65,11 +65,11 @@ void RefreshLevelSizes(Session& session, LevelCode code)
     const std::ptrdiff_t index = FindLevel(session, code);
     if (index < 0)
         return;
-    LevelRecord& level = session.levels[static_cast<std::size_t>(index)];
+    LevelRecord& level = session.archive.levels[static_cast<std::size_t>(index)];
     const Sizes sizes = Measured(session, level);
     if (index > 0) {
-        session.archive.mainFolderSize += sizes.files - level.filesSize;
-        session.archive.secondaryFolderSize += sizes.extras - level.extrasSize;
+        session.archive.header.mainFolderSize += sizes.files - level.filesSize;
+        session.archive.header.secondaryFolderSize += sizes.extras - level.extrasSize;
     }
     level.filesSize = SizeField(sizes.files);
     level.extrasSize = SizeField(sizes.extras);
@@ -78,7 +78,7 @@ void RefreshLevelSizes(Session& session, LevelCode code)
 
 bool RecomputeArchiveSize(Session& session, bool withProgress)
 {
-    const std::size_t count = session.levels.size();
+    const std::size_t count = session.archive.levels.size();
     std::unique_ptr<ProgressScope> progress;
     if (withProgress) {
         progress = session.host.BeginProgress(ProgressWindow::Progress,
@@ -87,7 +87,7 @@ bool RecomputeArchiveSize(Session& session, bool withProgress)
     }
     bool finished = true;
     for (std::size_t i = 0; i < count && finished; ++i) {
-        LevelRecord& level = session.levels[i];
+        LevelRecord& level = session.archive.levels[i];
         const Sizes sizes = Measured(session, level);
         level.filesSize = SizeField(sizes.files);
         level.extrasSize = SizeField(sizes.extras);
@@ -97,11 +97,11 @@ bool RecomputeArchiveSize(Session& session, bool withProgress)
             finished = progress->Step();
         }
     }
-    session.archive.mainFolderSize = 0;
-    session.archive.secondaryFolderSize = 0;
+    session.archive.header.mainFolderSize = 0;
+    session.archive.header.secondaryFolderSize = 0;
     for (std::size_t i = 1; i < count; ++i) {
-        session.archive.mainFolderSize += session.levels[i].filesSize;
-        session.archive.secondaryFolderSize += session.levels[i].extrasSize;
+        session.archive.header.mainFolderSize += session.archive.levels[i].filesSize;
+        session.archive.header.secondaryFolderSize += session.archive.levels[i].extrasSize;
     }
     SaveArchive(session);
     return finished;

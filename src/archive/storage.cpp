@@ -182,12 +182,13 @@ std::vector<LevelFile> FilesOf(const Path& folder)
 
 bool Compresses(const Session& session, LevelCode code, StoreAs form)
 {
-    return form == StoreAs::ArchiveSays && session.archive.compressLevels && code != originalCode;
+    return form == StoreAs::ArchiveSays && session.archive.header.compressLevels &&
+           code != originalCode;
 }
 
 bool ConvertsWaves(const Session& session, LevelCode code, StoreAs form)
 {
-    return form == StoreAs::ArchiveSays && session.archive.wavInMp3 && code != originalCode;
+    return form == StoreAs::ArchiveSays && session.archive.header.wavInMp3 && code != originalCode;
 }
 
 /// What the index knows of a file that is compressed already; no value when it does not.

@@ -178,7 +178,7 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
 
 bool ChangeLevelAudio(Session& session, const std::string& name, const Path& files)
 {
-    return ChangeStoredAudio(session, files, session.archive.wavInMp3) ||
+    return ChangeStoredAudio(session, files, session.archive.header.wavInMp3) ||
            session.host.AskYesNo(GetMsg(Msg::AskErrorLevelAudio, {name + std::string{lineBreak}}));
 }
 

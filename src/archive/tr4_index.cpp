@@ -41,7 +41,7 @@ std::vector<Tr4Entry> ScanTr4Files(const Path& folder)
 
 Path Tr4InfPath(const Session& session, std::size_t index)
 {
-    return Tr4InfPathOf(session, session.levels[index].levelCode);
+    return Tr4InfPathOf(session, session.archive.levels[index].levelCode);
 }
 
 Status WriteTr4InfOf(const Session& session, LevelCode code, const std::vector<Tr4Entry>& entries)
@@ -51,12 +51,12 @@ Status WriteTr4InfOf(const Session& session, LevelCode code, const std::vector<T
 
 Status WriteTr4Inf(const Session& session, std::size_t index, const std::vector<Tr4Entry>& entries)
 {
-    return WriteTr4InfOf(session, session.levels[index].levelCode, entries);
+    return WriteTr4InfOf(session, session.archive.levels[index].levelCode, entries);
 }
 
 Result<std::vector<Tr4Entry>> ReadTr4Inf(const Session& session, std::size_t index)
 {
-    return ReadTr4InfOf(session, session.levels[index].levelCode);
+    return ReadTr4InfOf(session, session.archive.levels[index].levelCode);
 }
 
 Result<std::vector<Tr4Entry>> ReadTr4InfOf(const Session& session, LevelCode code)

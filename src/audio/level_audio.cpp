@@ -38,7 +38,7 @@ bool DecodeList(Session& session, const Path& folder, const std::vector<Path>& f
 bool DecodeLevelMp3(Session& session, const Path& folder, const std::vector<Path>& files,
                     bool force, bool samplesOnly)
 {
-    if (!force && !session.archive.wavInMp3)
+    if (!force && !session.archive.header.wavInMp3)
         return true;
     std::vector<Path> tracks;
     std::vector<Path> samples;

@@ -15,8 +15,8 @@ void ShowArchive(Run& run)
 {
     if (run.json != nullptr)
         *run.json = {{"archive", TextOf(run.session.ArchivePath())},
-                     {"folder", Readable(Trim(run.session.archive.secondaryFolder))},
-                     {"levels", run.session.levels.size()}};
+                     {"folder", Readable(Trim(run.session.archive.header.secondaryFolder))},
+                     {"levels", run.session.archive.levels.size()}};
     else
         AddLine(run, TextOf(run.session.ArchivePath()));
 }
@@ -88,10 +88,10 @@ Exit RunSizes(Run& run)
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;
     const bool measured = RecomputeArchiveSize(run.session, true);
-    const ArchiveHeader& archive = run.session.archive;
+    const ArchiveHeader& archive = run.session.archive.header;
     if (run.json != nullptr) {
         Json levels = Json::array();
-        for (const LevelRecord& level : run.session.levels)
+        for (const LevelRecord& level : run.session.archive.levels)
             levels.push_back({{"code", level.levelCode},
                               {"filesSize", level.filesSize},
                               {"extrasSize", level.extrasSize}});
@@ -100,7 +100,7 @@ Exit RunSizes(Run& run)
                      {"levels", std::move(levels)}};
         return EndWork(run, measured);
     }
-    for (const LevelRecord& level : run.session.levels)
+    for (const LevelRecord& level : run.session.archive.levels)
         AddLine(run,
                 GetMsg(Msg::SizesLine, {ZeroPadded(level.levelCode, 4), FormatSize(level.filesSize),
                                         FormatSize(level.extrasSize), Trim(level.levelName)}));

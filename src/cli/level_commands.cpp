@@ -19,7 +19,7 @@ namespace
 
 std::string NameAt(const Session& session, std::size_t index)
 {
-    return Readable(Trim(session.levels[index].levelName));
+    return Readable(Trim(session.archive.levels[index].levelName));
 }
 
 std::vector<std::string> WordsOf(const std::string& text)
@@ -88,8 +88,8 @@ Exit RunEqual(Run& run)
         return Exit::Failed;
     Json pairs = Json::array();
     const bool scanned = FindEqualLevels(run.session, [&](const EqualPair& pair) {
-        const LevelCode code = run.session.levels[pair.level].levelCode;
-        const LevelCode other = run.session.levels[pair.other].levelCode;
+        const LevelCode code = run.session.archive.levels[pair.level].levelCode;
+        const LevelCode other = run.session.archive.levels[pair.other].levelCode;
         const std::string name = NameAt(run.session, pair.level);
         const std::string otherName = NameAt(run.session, pair.other);
         if (run.json != nullptr)

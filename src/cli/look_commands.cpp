@@ -48,12 +48,12 @@ Exit RunLevels(Run& run)
         return Exit::Failed;
     const LevelCode current = CurrentLevelCode(run.session);
     if (run.json == nullptr) {
-        for (const LevelRecord& level : run.session.levels)
+        for (const LevelRecord& level : run.session.archive.levels)
             AddLine(run, LevelAsLine(level, level.levelCode == current));
         return Exit::Done;
     }
     // One object at a time: the whole of a great archive costs more to build than to print.
-    for (const LevelRecord& level : run.session.levels)
+    for (const LevelRecord& level : run.session.archive.levels)
         run.text += (run.text.empty() ? "[\n " : ",\n ") +
                     JsonText(LevelAsJson(level, level.levelCode == current));
     run.text += "\n]\n";

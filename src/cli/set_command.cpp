@@ -71,9 +71,9 @@ constexpr SettingRow PreferenceFlag(std::string_view name)
 template <bool ArchiveHeader::*flag> constexpr SettingRow ArchiveFlag(std::string_view name)
 {
     return {name, Msg::TakesOnOff, true,
-            [](const Session& session) { return OnOff(session.archive.*flag); },
+            [](const Session& session) { return OnOff(session.archive.header.*flag); },
             [](Session& session, const std::string& word) {
-                return SetFlag(session.archive.*flag, word);
+                return SetFlag(session.archive.header.*flag, word);
             }};
 }
 
@@ -156,7 +156,7 @@ Exit ListSettings(Run& run)
     if (run.json != nullptr)
         *run.json = Json::object();
     for (const SettingRow& row : settingRows) {
-        if (row.ofArchive && run.session.levels.empty())
+        if (row.ofArchive && run.session.archive.levels.empty())
             continue;
         const std::string value = Readable(row.get(run.session));
         if (run.json != nullptr)
@@ -208,7 +208,7 @@ Exit RunSet(Run& run)
     row->set(run.session, words[1]);
     if (row->ofArchive) {
         SaveArchive(run.session);
-        if (run.session.archiveDirty)
+        if (run.session.archive.dirty)
             return EndWork(run, false);
     }
     return EndWork(run, true);

@@ -90,11 +90,12 @@ bool NewLevel::HasLevelFiles() const
 bool NewLevel::AskEqualLevels()
 {
     progress_.SetLabel(GetMsg(Msg::VerifyingEqual));
-    const auto equal = FindEqualTr4(session_, workFolder_, session_.levels.size(), &progress_);
+    const auto equal =
+        FindEqualTr4(session_, workFolder_, session_.archive.levels.size(), &progress_);
     ClearProgress();
     if (!equal)
         return true;
-    const std::string other{Trim(session_.levels[equal->level].levelName)};
+    const std::string other{Trim(session_.archive.levels[equal->level].levelName)};
     if (session_.host.AskYesNo(
             GetMsg(Msg::AskAddEqual,
                    {'"' + equal->name + '"' + std::string{lineBreak},
@@ -171,7 +172,8 @@ bool NewLevel::StoreFiles()
 {
     if (record_.levelCode == originalCode && !isTemp_)
         return true; // it stands as it is
-    const bool compress = session_.archive.compressLevels || session_.archive.wavInMp3;
+    const bool compress =
+        session_.archive.header.compressLevels || session_.archive.header.wavInMp3;
     if (!compress)
         return StorePlainCopy();
     progress_.SetLabel(GetMsg(Msg::AddingLevel));

@@ -62,7 +62,7 @@ std::string WebAddress(const std::string& site)
 
 AuthorInfos::AuthorInfos(Session& session, std::size_t index) : session_(session), index_(index)
 {
-    const LevelRecord& level = session.levels[index];
+    const LevelRecord& level = session.archive.levels[index];
     name = Trim(level.authorName);
     note = Trim(level.authorNote);
     emails = AddressesOf(level.authorEmails);
@@ -159,7 +159,7 @@ void AuthorInfos::VisitSite()
 
 bool AuthorInfos::Store()
 {
-    LevelRecord& level = session_.levels[index_];
+    LevelRecord& level = session_.archive.levels[index_];
     const struct {
         std::string value;
         std::string& field;

@@ -37,7 +37,7 @@ Path NewShotName(const Session& session, std::size_t index, std::string& extensi
 {
     if (extension.empty())
         extension = RowText(Msg::ShotJpgExtension);
-    const LevelRecord& level = session.levels[index];
+    const LevelRecord& level = session.archive.levels[index];
     const std::string title = Cut(ReplaceForbiddenChars(Trim(level.levelName)), titleRoom);
     const Path folder = ResolvePath(ShotFolderOf(session, level.levelCode));
     for (std::uint64_t n = 1;; ++n) {

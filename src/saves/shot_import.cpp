@@ -16,7 +16,7 @@ using Shown = std::function<void(std::size_t done, std::size_t total)>;
 
 bool Import(Session& session, std::size_t index, const Shown& shown)
 {
-    const LevelRecord& level = session.levels[index];
+    const LevelRecord& level = session.archive.levels[index];
     const Path store =
         ResolvePath(InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirSavegames)));
     if (!FolderExists(store))
@@ -66,10 +66,10 @@ bool ImportShots(Session& session, std::size_t index, ProgressScope& progress)
 bool ImportShotsOfAllLevels(Session& session, ProgressScope& progress)
 {
     bool all = true;
-    for (std::size_t index = 0; index < session.levels.size(); ++index) {
+    for (std::size_t index = 0; index < session.archive.levels.size(); ++index) {
         all =
             Import(session, index, [&](std::size_t, std::size_t) { (void)progress.Step(); }) && all;
-        progress.SetBar(index + 1, session.levels.size());
+        progress.SetBar(index + 1, session.archive.levels.size());
         (void)progress.Step(); // it offers no stop
     }
     return all;

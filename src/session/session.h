@@ -2,9 +2,9 @@
 
 #include "core/activity_log.h"
 #include "core/text.h"
-#include "records/archive_file.h"
 #include "records/preferences.h"
 #include "records/savegame_records.h"
+#include "session/archive.h"
 #include "session/folder_locks.h"
 #include "session/host.h"
 #include "session/machine.h"
@@ -42,9 +42,7 @@ struct Session {
 
     Mp3Settings mp3Settings{};
 
-    ArchiveHeader archive{};
-    std::vector<LevelRecord> levels{};
-    bool archiveDirty = false;
+    Archive archive{};
     bool loadFailedAskAnother = false;
     bool level0Rebuilt = false;
     bool hotKeysActive = false;

@@ -191,7 +191,8 @@ bool ChangeLanguageOfSelected(Session& session, LanguageChange change)
         return false;
     }
     const std::ptrdiff_t index = FindLevel(session, *code);
-    if (index >= 0 && GuardLevelOnCd(session, session.levels[static_cast<std::size_t>(index)]))
+    if (index >= 0 &&
+        GuardLevelOnCd(session, session.archive.levels[static_cast<std::size_t>(index)]))
         return false;
     return ChangeLanguageOfLevel(session, *code, change, true);
 }
@@ -200,14 +201,14 @@ bool ChangeLanguageOfAll(Session& session, LanguageChange change)
 {
     if (WarnIfEnglish(session))
         return false;
-    const std::size_t count = session.levels.size();
+    const std::size_t count = session.archive.levels.size();
     std::size_t done = 0;
     {
         session.list.ShowActivity(GetMsg(Msg::LanguageConverting));
         const auto progress =
             session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::LanguageConverting));
         for (std::size_t i = 0; i < count; ++i) {
-            if (ChangeLanguageOfLevel(session, session.levels[i].levelCode, change, false))
+            if (ChangeLanguageOfLevel(session, session.archive.levels[i].levelCode, change, false))
                 ++done;
             progress->SetBar(i + 1, count);
             progress->Step();

@@ -55,7 +55,7 @@ ImportShotDialog::ImportShotDialog(Session& session, std::size_t index, QWidget*
     connect(cancel, &QPushButton::clicked, this, &ImportShotDialog::reject);
     SetCaptions(*this);
     setWindowTitle(Words(Msg::ImportShotTitle) + QLatin1Char('"') +
-                   ToQt(Trim(session.levels[index].levelName)) + QLatin1Char('"'));
+                   ToQt(Trim(session.archive.levels[index].levelName)) + QLatin1Char('"'));
     resize(dialogWidth, sizeHint().height());
 }
 

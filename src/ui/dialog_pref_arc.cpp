@@ -42,11 +42,11 @@ ArchiveDialog::ArchiveDialog(Session& session, QWidget* parent)
 {
     setObjectName(QStringLiteral("Dialog_PrefArc"));
     compress_->setObjectName(QStringLiteral("Check_Compresso"));
-    compress_->setChecked(session.archive.compressLevels);
+    compress_->setChecked(session.archive.header.compressLevels);
     connect(compress_, &QCheckBox::toggled, this, [this](bool on) { form_.SetCompress(on); });
     auto* mp3 = new QCheckBox(this);
     mp3->setObjectName(QStringLiteral("Check_WavInMp3"));
-    mp3->setChecked(session.archive.wavInMp3);
+    mp3->setChecked(session.archive.header.wavInMp3);
     connect(mp3, &QCheckBox::toggled, this, [this](bool on) { form_.SetWavInMp3(on); });
     auto* newOnly = new QLabel(this);
     newOnly->setObjectName(QStringLiteral("Label_NewOnly"));

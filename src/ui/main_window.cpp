@@ -263,7 +263,7 @@ bool MainWindow::eventFilter(QObject* object, QEvent* event)
 void MainWindow::RefreshList()
 {
     bar_->setValue(0);
-    setWindowTitle(session_.ArchivePath().empty() && session_.levels.empty()
+    setWindowTitle(session_.ArchivePath().empty() && session_.archive.levels.empty()
                        ? Words(Msg::ProgramName)
                        : ToQt(WindowTitle(session_)));
     model_->SetRows(ListRows(session_), CurrentLevelCode(session_));
@@ -324,7 +324,7 @@ void MainWindow::ChooseRow(std::ptrdiff_t row)
         return;
     chosen_ = code;
     if (const std::ptrdiff_t index = FindLevel(session_, code); index >= 0)
-        details_->ShowRecord(session_.levels[static_cast<std::size_t>(index)]);
+        details_->ShowRecord(session_.archive.levels[static_cast<std::size_t>(index)]);
     showSoon_.start(showSoonMs);
 }
 

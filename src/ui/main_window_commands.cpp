@@ -66,11 +66,11 @@ void MainWindow::SearchOn(int step)
 
 QString MainWindow::EmptyWords() const
 {
-    if (session_.levels.empty())
+    if (session_.archive.levels.empty())
         return Words(Msg::EmptyNoArchive, {lineBreak});
     if (model_->rowCount() == 0)
         return Words(Msg::EmptyNoHit, {FromQt(search_->text().trimmed()), lineBreak});
-    if (session_.levels.size() == 1)
+    if (session_.archive.levels.size() == 1)
         return Words(Msg::EmptyNoLevels, {lineBreak});
     return {};
 }

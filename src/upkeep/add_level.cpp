@@ -42,9 +42,9 @@ private:
 
 bool IsLevelOfArchive(const Session& session, const Path& folder)
 {
-    return std::any_of(session.levels.begin(), session.levels.end(), [&](const LevelRecord& level) {
-        return LevelHomeOf(session, level.levelCode) == folder;
-    });
+    return std::any_of(
+        session.archive.levels.begin(), session.archive.levels.end(),
+        [&](const LevelRecord& level) { return LevelHomeOf(session, level.levelCode) == folder; });
 }
 
 } // namespace
@@ -76,7 +76,7 @@ bool EditLevel(Session& session, ProgressScope& progress, LevelCode code, const 
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
     }
-    const LevelRecord& current = session.levels[static_cast<std::size_t>(index)];
+    const LevelRecord& current = session.archive.levels[static_cast<std::size_t>(index)];
     LevelRecord record = current;
     const std::int32_t extrasBefore = record.extrasSize;
     NewLevel level{session, record, LevelMode::Properties, progress};
@@ -92,12 +92,12 @@ void OfferLeftIntake(Session& session)
 {
     const IntakeNote note{session};
     const Path folder = note.LevelFolder();
-    if (folder.empty() || session.levels.empty())
+    if (folder.empty() || session.archive.levels.empty())
         return;
     (void)RemoveTree(UnpackingFolder(session)); // the next package clears what stays
     if (FolderExists(folder) && !IsLevelOfArchive(session, folder)) {
         // It may belong to another archive; that one's next start asks.
-        if (folder.parent_path() != Path{Trim(session.archive.secondaryFolder)})
+        if (folder.parent_path() != Path{Trim(session.archive.header.secondaryFolder)})
             return;
         if (session.host.AskYesNo(
                 GetMsg(Msg::AskLeftIntake,

@@ -17,8 +17,8 @@ namespace
 void MeasureStaleExtras(Session& session)
 {
     bool changed = false;
-    for (std::size_t i = 0; i < session.levels.size(); ++i) {
-        LevelRecord& level = session.levels[i];
+    for (std::size_t i = 0; i < session.archive.levels.size(); ++i) {
+        LevelRecord& level = session.archive.levels[i];
         if (!level.extrasDirty)
             continue;
         const double size = ExtrasSizeOf(LevelHomeOf(session, level.levelCode));
@@ -34,7 +34,7 @@ void MeasureStaleExtras(Session& session)
 bool ReadAfterAsking(Session& session, const Path& file, bool saved)
 {
     if (const auto status = ReadArchiveRecords(session, file); !status) {
-        session.archiveDirty = session.archiveDirty || !saved; // it is asked about again
+        session.archive.dirty = session.archive.dirty || !saved; // it is asked about again
         TellFailure(session, GetMsg(Msg::CannotOpenArchive, {TextOf(file)}), status.Error());
         return false;
     }
@@ -56,14 +56,14 @@ Status ReadArchiveRecords(Session& session, const Path& file)
     auto content = ReadArchiveFile(place);
     if (!content)
         return content.Error();
-    session.archive = std::move(content->header);
-    session.levels = std::move(content->levels);
+    session.archive.header = std::move(content->header);
+    session.archive.levels = std::move(content->levels);
     for (const auto& [folder, field] :
-         {std::pair{&session.archive.mainFolder, ArchiveFolder::Main},
-          std::pair{&session.archive.secondaryFolder, ArchiveFolder::Secondary}})
+         {std::pair{&session.archive.header.mainFolder, ArchiveFolder::Main},
+          std::pair{&session.archive.header.secondaryFolder, ArchiveFolder::Secondary}})
         *folder = ExactFolder(session.settings, ExactFolderField(field, place), *folder);
     session.preferences.archivePath = place.native();
-    session.archiveDirty = false;
+    session.archive.dirty = false;
     return {};
 }
 
@@ -81,7 +81,7 @@ bool AskLoadArchive(Session& session)
     const auto file = session.host.ChooseOpenFile(
         GetMsg(Msg::LoadArchiveTitle), GetMsg(Msg::LoadArchiveFilter), session.programFolder);
     if (!file) {
-        session.archiveDirty = session.archiveDirty || !saved;
+        session.archive.dirty = session.archive.dirty || !saved;
         return false;
     }
     return ReadAfterAsking(session, *file, saved);
@@ -123,9 +123,9 @@ std::optional<Path> AskForFolder(Session& session, Msg warning, const std::strin
 
 bool CheckArchiveFolders(Session& session)
 {
-    if (session.levels.empty())
+    if (session.archive.levels.empty())
         return true;
-    ArchiveHeader& header = session.archive;
+    ArchiveHeader& header = session.archive.header;
     const auto stands = [](const std::string& folder) {
         return FolderExists(FolderFromText(Trim(folder)));
     };

@@ -10,7 +10,7 @@ bool ShowArchiveSizes(Session& session)
 {
     const bool measured = RecomputeArchiveSize(session, true);
     session.list.Refresh();
-    const ArchiveHeader& archive = session.archive;
+    const ArchiveHeader& archive = session.archive.header;
     session.host.Tell(Tone::Plain,
                       GetMsg(Msg::ArchiveSizes,
                              {FormatSize(archive.mainFolderSize), lineBreak,

@@ -132,10 +132,10 @@ void ChangeLoadPicture(const Path& folder, bool compress, ProgressScope& progres
 /// The levels, one after the other; False when it was ended before the last.
 bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progress)
 {
-    const std::size_t count = session.levels.size();
-    const bool compress = session.archive.compressLevels;
+    const std::size_t count = session.archive.levels.size();
+    const bool compress = session.archive.header.compressLevels;
     for (std::size_t i = 0; i < count; ++i) {
-        const LevelRecord& level = session.levels[i];
+        const LevelRecord& level = session.archive.levels[i];
         const std::string name{Trim(level.levelName)};
         progress.SetBar(i, count);
         progress.SetLabel(GetMsg(Msg::ChangingLevel) + name);
@@ -159,7 +159,7 @@ bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progr
 
 bool ChangeCompression(Session& session, const AudioStep& audio)
 {
-    const double before = session.archive.mainFolderSize;
+    const double before = session.archive.header.mainFolderSize;
     bool all = false;
     {
         const auto progress =
@@ -169,17 +169,18 @@ bool ChangeCompression(Session& session, const AudioStep& audio)
     }
     RecomputeArchiveSize(session, false);
     session.list.Refresh();
-    session.host.Tell(Tone::Plain,
-                      GetMsg(Msg::CompressionChanged,
-                             {FormatSize(session.archive.mainFolderSize) + std::string{lineBreak},
-                              FormatSize(before) + std::string{lineBreak}}),
-                      all ? std::string{} : GetMsg(Msg::CompressionPartlyChanged));
+    session.host.Tell(
+        Tone::Plain,
+        GetMsg(Msg::CompressionChanged,
+               {FormatSize(session.archive.header.mainFolderSize) + std::string{lineBreak},
+                FormatSize(before) + std::string{lineBreak}}),
+        all ? std::string{} : GetMsg(Msg::CompressionPartlyChanged));
     return all;
 }
 
 void OfferChangeCompression(Session& session, const ArchiveHeader& before, const AudioStep& audio)
 {
-    const ArchiveHeader& now = session.archive;
+    const ArchiveHeader& now = session.archive.header;
     const bool changed =
         now.compressLevels != before.compressLevels || (audio && now.wavInMp3 != before.wavInMp3);
     if (changed && session.host.AskYesNo(GetMsg(Msg::AskChangeCompression, {lineBreak, lineBreak})))

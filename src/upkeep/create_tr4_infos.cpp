@@ -52,7 +52,7 @@ Result<std::vector<Tr4Entry>> ScanLevel(const Path& folder, ProgressScope& progr
 
 bool CreateTr4Infos(Session& session)
 {
-    const std::size_t count = session.levels.size();
+    const std::size_t count = session.archive.levels.size();
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CreatingTr4Infos));
     for (std::size_t i = 0; i < count; ++i) {
@@ -60,7 +60,7 @@ bool CreateTr4Infos(Session& session)
         progress->Step();
         if (FileExists(Tr4InfPath(session, i)))
             continue;
-        const LevelRecord& level = session.levels[i];
+        const LevelRecord& level = session.archive.levels[i];
         const Path home = LevelFolderOf(session, level.levelCode, true);
         if (session.cdNotAvailable) {
             session.host.Tell(Tone::Error, GetMsg(Msg::Tr4InfosCdMissing));

@@ -21,14 +21,14 @@ std::string Quoted(const std::string& text, int lines)
 /// A level on a disc that the hard disk has no `tr4.inf` of.
 bool NeedsDisc(const Session& session, std::size_t index)
 {
-    return session.levels[index].cdNumber != 0 && !ReadTr4Inf(session, index);
+    return session.archive.levels[index].cdNumber != 0 && !ReadTr4Inf(session, index);
 }
 
 } // namespace
 
 bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&)>& found)
 {
-    const std::size_t count = session.levels.size();
+    const std::size_t count = session.archive.levels.size();
     const std::string scanning = GetMsg(Msg::EqualScanning);
     const std::string ofAll = GetMsg(Msg::EqualOfLevels, {std::to_string(count)});
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, scanning);
@@ -38,7 +38,7 @@ bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&
         progress->SetLabel(scanning + " " + std::to_string(i + 1) + ofAll);
         std::vector<Tr4Entry> files = index.FilesOf(i);
         if (files.empty() && NeedsDisc(session, i)) {
-            const Path home = LevelFolderOf(session, session.levels[i].levelCode, true);
+            const Path home = LevelFolderOf(session, session.archive.levels[i].levelCode, true);
             if (session.cdNotAvailable) {
                 session.host.Tell(Tone::Error, GetMsg(Msg::EqualCdNotAvailable));
                 return false;
@@ -59,7 +59,7 @@ bool CheckEqualLevels(Session& session)
     std::size_t equal = 0;
     const bool scanned = FindEqualLevels(session, [&](const EqualPair& pair) {
         ++equal;
-        const std::string other{Trim(session.levels[pair.other].levelName)};
+        const std::string other{Trim(session.archive.levels[pair.other].levelName)};
         return session.host.AskYesNo(
             GetMsg(Msg::AskEqualFound, {Quoted(pair.file, 1), Quoted(other, 2)}));
     });

@@ -211,7 +211,7 @@ bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
     }
-    const LevelRecord level = session.levels[static_cast<std::size_t>(index)];
+    const LevelRecord level = session.archive.levels[static_cast<std::size_t>(index)];
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ExportCopying));
     std::optional<Path> zip;

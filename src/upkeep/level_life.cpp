@@ -31,7 +31,7 @@ std::vector<Path> PlayersFilesOf(const Path& levelFolder)
 
 bool BeginNewLevel(Session& session, LevelRecord& level)
 {
-    if (session.ArchivePath().empty() || session.levels.empty()) {
+    if (session.ArchivePath().empty() || session.archive.levels.empty()) {
         session.host.Tell(Tone::Error, GetMsg(Msg::MissingArchive));
         return false;
     }
@@ -54,7 +54,8 @@ bool BeginNewLevel(Session& session, LevelRecord& level)
         return true;
     TellFailure(session,
                 GetMsg(Msg::CannotCreateLevelFolders) +
-                    Readable(Trim(session.archive.secondaryFolder)) + GetMsg(Msg::ClosingBracket),
+                    Readable(Trim(session.archive.header.secondaryFolder)) +
+                    GetMsg(Msg::ClosingBracket),
                 made.Error());
     if (!leftOver && FolderExists(folder))
         (void)RemoveTree(folder); // an empty folder may stay; the next level takes it
@@ -66,15 +67,14 @@ namespace
 
 /// Saves a changed list of levels; a list that cannot be saved is put back. A write may fail after
 /// its file got its name, so the old list is written once more.
-bool SaveOrPutBack(Session& session, const ArchiveHeader& header,
-                   const std::vector<LevelRecord>& levels, bool wasDirty)
+bool SaveOrPutBack(Session& session, Archive before)
 {
     if (SaveArchive(session))
         return true;
-    session.archive = header;
-    session.levels = levels;
+    const bool wasDirty = before.dirty;
+    session.archive = std::move(before);
     (void)WriteArchive(session, session.ArchivePath()); // the failure has been told already
-    session.archiveDirty = wasDirty;
+    session.archive.dirty = wasDirty;
     return false;
 }
 
@@ -82,13 +82,11 @@ bool SaveOrPutBack(Session& session, const ArchiveHeader& header,
 
 bool FinishNewLevel(Session& session, const LevelRecord& level)
 {
-    const ArchiveHeader header = session.archive;
-    const std::vector<LevelRecord> levels = session.levels;
-    const bool wasDirty = session.archiveDirty;
-    session.levels.push_back(level);
-    session.archive.mainFolderSize += level.filesSize;
-    session.archive.secondaryFolderSize += level.extrasSize;
-    if (!SaveOrPutBack(session, header, levels, wasDirty))
+    Archive before = session.archive;
+    session.archive.levels.push_back(level);
+    session.archive.header.mainFolderSize += level.filesSize;
+    session.archive.header.secondaryFolderSize += level.extrasSize;
+    if (!SaveOrPutBack(session, std::move(before)))
         return false;
     session.list.Refresh();
     session.list.Select(level.levelCode);
@@ -97,17 +95,15 @@ bool FinishNewLevel(Session& session, const LevelRecord& level)
 
 bool ReplaceLevel(Session& session, const LevelRecord& level)
 {
-    const ArchiveHeader header = session.archive;
-    const std::vector<LevelRecord> levels = session.levels;
-    const bool wasDirty = session.archiveDirty;
+    Archive before = session.archive;
     const auto index = static_cast<std::size_t>(FindLevel(session, level.levelCode));
-    const LevelRecord old = session.levels[index];
+    const LevelRecord old = session.archive.levels[index];
     CountLevelSize(session, static_cast<double>(level.filesSize) - old.filesSize, SizeKind::Files,
                    index);
     CountLevelSize(session, static_cast<double>(level.extrasSize) - old.extrasSize,
                    SizeKind::Extras, index);
-    session.levels[index] = level;
-    if (!SaveOrPutBack(session, header, levels, wasDirty))
+    session.archive.levels[index] = level;
+    if (!SaveOrPutBack(session, std::move(before)))
         return false;
     session.list.Refresh();
     session.list.Select(level.levelCode);
@@ -137,7 +133,7 @@ bool MayBeRemoved(Session& session, LevelCode code)
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
     }
-    if (GuardLevelOnCd(session, session.levels[static_cast<std::size_t>(index)]))
+    if (GuardLevelOnCd(session, session.archive.levels[static_cast<std::size_t>(index)]))
         return false;
     if (code == originalCode) {
         session.host.Tell(Tone::Error, GetMsg(Msg::RemoveOriginalLevel, {lineBreak}));
@@ -163,12 +159,11 @@ bool TakeOut(Session& session, LevelCode code)
 /// The last record takes the place of the one that goes. False: nothing changed.
 bool TakeOffList(Session& session, LevelCode code)
 {
-    const ArchiveHeader header = session.archive;
-    const std::vector<LevelRecord> levels = session.levels;
-    const bool wasDirty = session.archiveDirty;
-    session.levels[static_cast<std::size_t>(FindLevel(session, code))] = session.levels.back();
-    session.levels.pop_back();
-    if (!SaveOrPutBack(session, header, levels, wasDirty))
+    Archive before = session.archive;
+    session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))] =
+        session.archive.levels.back();
+    session.archive.levels.pop_back();
+    if (!SaveOrPutBack(session, std::move(before)))
         return false;
     session.list.Refresh();
     return true;
@@ -209,7 +204,8 @@ bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
     if (!MayBeRemoved(session, code) || !TakeOut(session, code))
         return false;
     const Path folder = LevelHomeOf(session, code);
-    const LevelRecord level = session.levels[static_cast<std::size_t>(FindLevel(session, code))];
+    const LevelRecord level =
+        session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))];
     if (!TakeOffList(session, code))
         return false;
     if (!WantsFoldersGone(session, folders, folder))
@@ -217,8 +213,8 @@ bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
     if (!RemoveLevelFolder(session, code, folder))
         return false;
     session.host.Tell(Tone::Plain, GetMsg(Msg::LevelRemoved));
-    session.archive.mainFolderSize -= level.filesSize;
-    session.archive.secondaryFolderSize -= level.extrasSize;
+    session.archive.header.mainFolderSize -= level.filesSize;
+    session.archive.header.secondaryFolderSize -= level.extrasSize;
     const bool saved = SaveArchive(session);
     session.list.Refresh();
     return saved;

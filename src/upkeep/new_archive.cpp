@@ -89,13 +89,13 @@ bool CreateArchive(Session& session, const Path& folder, const Path& file)
         !session.host.AskYesNo(GetMsg(Msg::AskReplaceArchive, {TextOf(file)})))
         return false;
     AskSaveChanges(session);
-    const std::string mainFolder = session.archive.mainFolder;
-    const std::string secondaryFolder = session.archive.secondaryFolder;
-    session.archive = ArchiveHeader{};
-    session.archive.levelCount = 1;
-    session.archive.mainFolder = mainFolder;
-    session.archive.secondaryFolder = secondaryFolder;
-    session.levels = {OriginalLevel(session)};
+    const std::string mainFolder = session.archive.header.mainFolder;
+    const std::string secondaryFolder = session.archive.header.secondaryFolder;
+    session.archive.header = ArchiveHeader{};
+    session.archive.header.levelCount = 1;
+    session.archive.header.mainFolder = mainFolder;
+    session.archive.header.secondaryFolder = secondaryFolder;
+    session.archive.levels = {OriginalLevel(session)};
 
     const auto chosen = folder.empty() ? AskForNewFolder(session) : std::optional{Absolute(folder)};
     if (!chosen)
@@ -107,7 +107,7 @@ bool CreateArchive(Session& session, const Path& folder, const Path& file)
     }
     if (!FitsArchive(session, place))
         return false;
-    session.archive.mainFolder = session.archive.secondaryFolder = place.native();
+    session.archive.header.mainFolder = session.archive.header.secondaryFolder = place.native();
     const auto made = MakeFolders(place);
     if (!made || !platform::IsWritableFolder(ResolvePath(place))) {
         const std::string words = GetMsg(Msg::CannotWriteArchiveFolder) + TextOf(place);
@@ -122,7 +122,7 @@ bool CreateArchive(Session& session, const Path& folder, const Path& file)
     session.preferences.archivePath = target.native();
     RecomputeArchiveSize(session, false);
     session.list.Refresh();
-    return !session.archiveDirty || !session.preferences.autoSave;
+    return !session.archive.dirty || !session.preferences.autoSave;
 }
 
 } // namespace kestrova

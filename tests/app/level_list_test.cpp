@@ -47,7 +47,7 @@ TEST_F(LevelListing, TheTitleNamesTheArchive)
 {
     EXPECT_EQ(WindowTitle(box.session), "Kestrova: LevelArchive.kva (1 levels)");
     box.session.preferences.archivePath = "/a/levels.kva";
-    box.session.levels.resize(12);
+    box.session.archive.levels.resize(12);
     EXPECT_EQ(WindowTitle(box.session), "Kestrova: levels.kva (12 levels)");
 }
 
@@ -86,11 +86,11 @@ TEST_F(LevelListing, TheInfoLineCountsSavegamesWhereTheyLie)
     EXPECT_EQ(looked->info, path + "  -  Screenshots: 2 - Savegames: 2 + 7");
     EXPECT_EQ(box.Snapshot(""), before);
 
-    box.session.levels[1].cdNumber = 3;
+    box.session.archive.levels[1].cdNumber = 3;
     const auto selected = SelectLevel(box.session, code);
     ASSERT_TRUE(selected);
     EXPECT_EQ(selected->info, path + " - CD# 3  -  Screenshots: 2 - Savegames: 2 + 7");
-    box.session.levels[1].cdNumber = 0;
+    box.session.archive.levels[1].cdNumber = 0;
 
     ASSERT_TRUE(InstallLevel(box.session, code)) << box.host.AllTold();
     box.Write("trle/savegame.9", SavegameBytes("three", 3));
@@ -112,14 +112,14 @@ TEST_F(LevelListing, MoreInfoOpensAFileOfTheLevelAndNothingElse)
     EXPECT_FALSE(ShowMoreInfo(box.session, code));
     EXPECT_TRUE(box.host.WasTold("Sorry, there is not any doc file\r\n"));
 
-    box.session.levels[1].moreInfoFile = "readme.TXT";
+    box.session.archive.levels[1].moreInfoFile = "readme.TXT";
     EXPECT_TRUE(ShowMoreInfo(box.session, code));
     EXPECT_EQ(box.machine.opened,
               std::vector<std::string>{(box / "levels/LEVEL_0001/files/ReadMe.txt").native()});
 
     box.Write("levels/secret.txt", "");
     for (const char* name : {"../../secret.txt", "..\\..\\secret.txt", "gone.txt"}) {
-        box.session.levels[1].moreInfoFile = name;
+        box.session.archive.levels[1].moreInfoFile = name;
         EXPECT_FALSE(ShowMoreInfo(box.session, code)) << name;
     }
     EXPECT_EQ(box.machine.opened.size(), 1U);

@@ -23,7 +23,7 @@ TEST(SavegameTool, IsStartedOnTheSelectedLevelWithItsTwoRecords)
     EXPECT_TRUE(box.host.WasTold("Brivanta not found. \r\nIn folder \"" + (box / "home").native() +
                                  "\" is missing: brivanta.exe"))
         << box.host.AllTold();
-    EXPECT_FALSE(box.session.levels[1].extrasDirty);
+    EXPECT_FALSE(box.session.archive.levels[1].extrasDirty);
     const auto records = [&] {
         const std::string root = "levels/LEVEL_0001/savegames/";
         return std::pair{ParseSavegameArchiveHeader(box.Read(root + "savegames.bva")).Value(),
@@ -46,8 +46,8 @@ TEST(SavegameTool, IsStartedOnTheSelectedLevelWithItsTwoRecords)
     EXPECT_EQ(box.machine.started[0].argv,
               std::vector<std::string>{(box / "home/Brivanta.exe").native()});
     EXPECT_EQ(box.machine.started[0].folder, box / "home");
-    EXPECT_TRUE(box.session.levels[1].extrasDirty) << "it may change the level's files";
-    EXPECT_FALSE(box.session.archiveDirty) << "saved at once";
+    EXPECT_TRUE(box.session.archive.levels[1].extrasDirty) << "it may change the level's files";
+    EXPECT_FALSE(box.session.archive.dirty) << "saved at once";
 
     // The level is current now: no question. What cannot be written is told, and it goes on.
     std::filesystem::remove(box / "levels/LEVEL_0001/savegames/savegames.bva");

@@ -37,7 +37,7 @@ protected:
     {
         box.MakeTrle();
         box.session.preferences = DefaultPreferences();
-        box.session.archive = {};
+        box.session.archive.header = {};
     }
     /// A first start that ends with a new archive in `levels`.
     void StartFirst()
@@ -68,21 +68,21 @@ TEST_F(StartUp, TheFirstStartFindsBacksUpAndMakesAnArchiveAndTheSecondAsksNothin
     EXPECT_EQ(windows.shown, (std::vector<std::string>{"find", "archive"}));
     EXPECT_TRUE(box.Has("home/backup_trle/DATA/tut1.tr4"));
     EXPECT_TRUE(box.Has("home/LEVEL_0000"));
-    ASSERT_EQ(box.session.levels.size(), 1U);
+    ASSERT_EQ(box.session.archive.levels.size(), 1U);
     EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
 
     ASSERT_TRUE(StartAgain()) << box.host.AllTold();
     EXPECT_TRUE(windows.shown.empty());
     EXPECT_TRUE(box.session.preferences.fullBackup);
     EXPECT_EQ(box.session.TrleFolder(), box / "trle");
-    EXPECT_EQ(box.session.levels.size(), 1U);
+    EXPECT_EQ(box.session.archive.levels.size(), 1U);
 }
 
 TEST_F(StartUp, WithoutALevelEditorItStopsWithNoArchive)
 {
     ASSERT_TRUE(InitProgram(box.session, windows, {}));
     EXPECT_EQ(windows.shown, std::vector<std::string>{"find"});
-    EXPECT_TRUE(box.session.levels.empty());
+    EXPECT_TRUE(box.session.archive.levels.empty());
     EXPECT_FALSE(box.Has("home/backup_trle"));
 }
 
@@ -93,7 +93,7 @@ TEST_F(StartUp, ABackupThatIsRefusedDoesNotStopTheStart)
     box.host.WillChoose("Select main folder", box / "levels");
     ASSERT_TRUE(InitProgram(box.session, windows, {}));
     EXPECT_FALSE(box.Has("home/backup_trle"));
-    EXPECT_EQ(box.session.levels.size(), 1U);
+    EXPECT_EQ(box.session.archive.levels.size(), 1U);
 }
 
 TEST_F(StartUp, AnArchiveThatIsGoneOrDamagedIsNamedAndTheStartGoesOn)
@@ -111,7 +111,7 @@ TEST_F(StartUp, AnArchiveThatIsGoneOrDamagedIsNamedAndTheStartGoesOn)
         EXPECT_TRUE(box.host.WasTold(damaged ? "Error loading last archive: "
                                              : "Last archive not found: "));
         EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
-        EXPECT_EQ(box.session.levels.size(), 1U);
+        EXPECT_EQ(box.session.archive.levels.size(), 1U);
     }
 }
 
@@ -120,7 +120,7 @@ TEST_F(StartUp, AnArchiveOfTheCommandLineReplacesTheLastOne)
     StartFirst();
     box.Write("home/second.kva", box.Read("home/LevelArchive.kva"));
     ASSERT_TRUE(StartAgain({(box / "home/second.KVA").native()})) << box.host.AllTold();
-    EXPECT_EQ(box.session.levels.size(), 1U);
+    EXPECT_EQ(box.session.archive.levels.size(), 1U);
     EXPECT_EQ(ResolvePath(box.session.ArchivePath()), box / "home/second.kva");
 }
 
@@ -145,7 +145,7 @@ TEST_F(StartUp, TheSecondProgramOnAFolderNamesTheFirstAndReadersNeedNotWait)
     EXPECT_TRUE(OpenSession(reader, false, firstRun));
     EXPECT_FALSE(firstRun);
     EXPECT_TRUE(static_cast<bool>(LoadArchiveToLook(reader)));
-    EXPECT_EQ(reader.levels.size(), 1U);
+    EXPECT_EQ(reader.archive.levels.size(), 1U);
     EXPECT_EQ(box.Snapshot("home"), before);
 }
 
@@ -156,7 +156,7 @@ TEST_F(StartUp, LookingAtADamagedArchiveGivesAnEmptyOne)
     for (const std::string& bytes : {whole.substr(0, whole.size() - 1), std::string{"x"}}) {
         box.Write("home/LevelArchive.kva", bytes);
         EXPECT_FALSE(static_cast<bool>(LoadArchiveToLook(box.session)));
-        EXPECT_TRUE(box.session.levels.empty());
+        EXPECT_TRUE(box.session.archive.levels.empty());
     }
 }
 

@@ -28,14 +28,14 @@ TEST_F(ArchiveMemory, LevelsAreFoundByCodeAndTheirFoldersByKind)
     EXPECT_EQ(FindLevel(session, 9), -1);
     EXPECT_EQ(LevelNameOf(session, 2), "Two");
     EXPECT_EQ(NextLevelCode(session), 3);
-    session.levels.erase(session.levels.begin() + 2);
+    session.archive.levels.erase(session.archive.levels.begin() + 2);
     EXPECT_EQ(NextLevelCode(session), 2) << "the highest number is free again";
-    session.levels.clear();
+    session.archive.levels.clear();
     EXPECT_EQ(NextLevelCode(session), 0);
 
     EXPECT_EQ(LevelFolderName(12), "\\LEVEL_0012");
     EXPECT_EQ(LevelFolderName(10000), "\\LEVEL_10000");
-    session.archive.secondaryFolder = (box / "other").native() + "/  ";
+    session.archive.header.secondaryFolder = (box / "other").native() + "/  ";
     EXPECT_EQ(LevelFolderOf(session, 3, false), box / "other/LEVEL_0003");
     EXPECT_EQ(LevelFolderOf(session, 0, true), box / "home/LEVEL_0000");
     EXPECT_EQ(StateStoreOf(session, 3), box / "other/LEVEL_0003/backup_savegames");
@@ -44,14 +44,14 @@ TEST_F(ArchiveMemory, LevelsAreFoundByCodeAndTheirFoldersByKind)
 TEST_F(ArchiveMemory, ALevelOnADiscIsNotAvailable)
 {
     const LevelCode code = box.AddLevel("Disc", {});
-    box.session.levels[1].cdNumber = 2;
+    box.session.archive.levels[1].cdNumber = 2;
     EXPECT_TRUE(LevelFolderOf(box.session, code, true).empty());
     EXPECT_TRUE(box.session.cdNotAvailable);
     EXPECT_EQ(LevelFolderOf(box.session, code, false), box / "levels/LEVEL_0001");
     EXPECT_FALSE(box.session.cdNotAvailable) << "set by the last call alone";
-    EXPECT_TRUE(GuardLevelOnCd(box.session, box.session.levels[1]));
-    EXPECT_FALSE(GuardLevelOnCd(box.session, box.session.levels[0]));
-    box.session.archive.cdCount = 2;
+    EXPECT_TRUE(GuardLevelOnCd(box.session, box.session.archive.levels[1]));
+    EXPECT_FALSE(GuardLevelOnCd(box.session, box.session.archive.levels[0]));
+    box.session.archive.header.cdCount = 2;
     EXPECT_TRUE(IsArchiveOnCd(box.session));
 }
 
@@ -62,28 +62,28 @@ TEST_F(ArchiveMemory, SizesAreSummedForAllButTheFirstRecord)
     box.Write("levels/LEVEL_0001/savegames/slot1/savegame.0", "123");
     box.Write("home/LEVEL_0000/files/manual.htm", "1234567");
     RefreshLevelSizes(session, 1);
-    EXPECT_EQ(session.levels[1].filesSize, 5);
-    EXPECT_EQ(session.levels[1].extrasSize, 3);
-    EXPECT_EQ(session.archive.mainFolderSize, 5);
+    EXPECT_EQ(session.archive.levels[1].filesSize, 5);
+    EXPECT_EQ(session.archive.levels[1].extrasSize, 3);
+    EXPECT_EQ(session.archive.header.mainFolderSize, 5);
     AddLevelSize(session, 10, SizeKind::Files, 1);
     AddLevelSize(session, -1, SizeKind::Extras, 1);
     AddLevelSize(session, 100, SizeKind::Files, 0);
-    EXPECT_EQ(session.levels[0].filesSize, 100);
-    EXPECT_EQ(session.archive.mainFolderSize, 15);
-    EXPECT_EQ(session.archive.secondaryFolderSize, 2);
+    EXPECT_EQ(session.archive.levels[0].filesSize, 100);
+    EXPECT_EQ(session.archive.header.mainFolderSize, 15);
+    EXPECT_EQ(session.archive.header.secondaryFolderSize, 2);
     EXPECT_EQ(ParseArchive(box.Read("home/LevelArchive.kva"))->header.mainFolderSize, 15)
         << "each change is saved";
 
     EXPECT_TRUE(RecomputeArchiveSize(session, true));
-    EXPECT_EQ(session.levels[0].filesSize, 7);
-    EXPECT_EQ(session.archive.mainFolderSize, 5);
-    EXPECT_EQ(session.archive.secondaryFolderSize, 3);
-    session.levels[1].cdNumber = 1;
-    session.levels[1].filesSize = 900;
+    EXPECT_EQ(session.archive.levels[0].filesSize, 7);
+    EXPECT_EQ(session.archive.header.mainFolderSize, 5);
+    EXPECT_EQ(session.archive.header.secondaryFolderSize, 3);
+    session.archive.levels[1].cdNumber = 1;
+    session.archive.levels[1].filesSize = 900;
     RefreshLevelSizes(session, 1);
-    EXPECT_EQ(session.levels[1].filesSize, 900) << "a disc is not read";
+    EXPECT_EQ(session.archive.levels[1].filesSize, 900) << "a disc is not read";
     AddLevelSize(session, 5e9, SizeKind::Files, 1);
-    EXPECT_EQ(session.levels[1].filesSize, 0x7FFFFFFF) << "what a field can hold";
+    EXPECT_EQ(session.archive.levels[1].filesSize, 0x7FFFFFFF) << "what a field can hold";
 }
 
 TEST_F(ArchiveMemory, AStoppedMeasureKeepsWhatItHas)
@@ -92,9 +92,9 @@ TEST_F(ArchiveMemory, AStoppedMeasureKeepsWhatItHas)
     box.AddLevel("Two", {{"a.tr4", "22"}});
     box.host.StopAtStep(2);
     EXPECT_FALSE(RecomputeArchiveSize(box.session, true));
-    EXPECT_EQ(box.session.levels[1].filesSize, 1);
-    EXPECT_EQ(box.session.levels[2].filesSize, 0);
-    EXPECT_EQ(box.session.archive.mainFolderSize, 1);
+    EXPECT_EQ(box.session.archive.levels[1].filesSize, 1);
+    EXPECT_EQ(box.session.archive.levels[2].filesSize, 0);
+    EXPECT_EQ(box.session.archive.header.mainFolderSize, 1);
 }
 
 TEST_F(ArchiveMemory, AShrunkArchiveKeepsItsOldTailAndReadsByItsCount)
@@ -103,7 +103,7 @@ TEST_F(ArchiveMemory, AShrunkArchiveKeepsItsOldTailAndReadsByItsCount)
     box.AddLevel("Two", {});
     ASSERT_TRUE(SaveArchive(box.session));
     EXPECT_EQ(box.Read("home/LevelArchive.kva").size(), 546U + 3 * 1634);
-    box.session.levels.pop_back();
+    box.session.archive.levels.pop_back();
     ASSERT_TRUE(SaveArchive(box.session));
     const std::string bytes = box.Read("home/LevelArchive.kva");
     EXPECT_EQ(bytes.size(), 546U + 3 * 1634);
@@ -115,14 +115,14 @@ TEST_F(ArchiveMemory, AFailedSaveIsToldAndLeavesTheArchiveDirty)
 {
     box.session.preferences.archivePath = (box / "none/a.kva").native();
     EXPECT_FALSE(SaveArchive(box.session));
-    EXPECT_TRUE(box.session.archiveDirty);
+    EXPECT_TRUE(box.session.archive.dirty);
     EXPECT_TRUE(box.host.WasTold("Error while saving archive: " + (box / "none/a.kva").native()));
     box.session.preferences.archivePath = (box / "home/b.kva").native();
     EXPECT_TRUE(AskSaveChanges(box.session)) << "saved without a question";
-    EXPECT_FALSE(box.session.archiveDirty);
+    EXPECT_FALSE(box.session.archive.dirty);
     EXPECT_TRUE(box.Has("home/b.kva"));
 
-    box.session.archive.mainFolder = "/" + std::string(256, 'x');
+    box.session.archive.header.mainFolder = "/" + std::string(256, 'x');
     const auto status = WriteArchive(box.session, box / "home/c.kva");
     ASSERT_FALSE(status);
     EXPECT_EQ(status.Error().code, ErrorCode::Refused) << "a folder is never cut";

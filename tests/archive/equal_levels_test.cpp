@@ -17,7 +17,7 @@ protected:
     void Add(const std::vector<Tr4Entry>& files)
     {
         box.AddLevel("Level", {});
-        ASSERT_TRUE(WriteTr4Inf(box.session, box.session.levels.size() - 1, files));
+        ASSERT_TRUE(WriteTr4Inf(box.session, box.session.archive.levels.size() - 1, files));
     }
     /// Index and name, or nothing.
     std::string Find(std::size_t level, const std::string& folder = {})

@@ -42,9 +42,9 @@ protected:
     void Prepare(const Files& files, bool compress = true)
     {
         box.MakeBackupAndArchive();
-        box.session.archive.compressLevels = compress;
+        box.session.archive.header.compressLevels = compress;
         code = box.AddLevel("Level", {{"old.tr4", "old"}});
-        index = box.session.levels.size() - 1;
+        index = box.session.archive.levels.size() - 1;
         for (const auto& [name, content] : files)
             box.Write("source/" + name, content);
     }
@@ -149,7 +149,7 @@ TEST_F(Storage, IsTheOldLevelOrTheNewOneWhereverItFails)
             Sandbox own;
             own.host.AnswerAll(true);
             own.MakeBackupAndArchive();
-            own.session.archive.compressLevels = true;
+            own.session.archive.header.compressLevels = true;
             own.AddLevel("Level", {{"old.tr4", "old"}});
             for (const auto& [name, content] : LevelSource())
                 own.Write("source/" + name, content);
@@ -197,7 +197,7 @@ TEST_F(Storage, InPlaceNoFileIsLostWhereverItIsKilled)
         Sandbox own;
         own.host.AnswerAll(true);
         own.MakeBackupAndArchive();
-        own.session.archive.compressLevels = true;
+        own.session.archive.header.compressLevels = true;
         own.AddLevel("Level", {{"a.tr4", "first"}, {"b.wav", "second"}, {"c.dat", "third"}});
         const Path files = own / "levels/LEVEL_0001/files";
         const KillRun run =

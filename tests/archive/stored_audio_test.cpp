@@ -22,14 +22,15 @@ struct AudioArchive : ToolBox {
         UseRealTools();
         MakeTrle();
         MakeBackupAndArchive();
-        session.archive.wavInMp3 = true;
+        session.archive.header.wavInMp3 = true;
         session.mp3Settings = {2, 64, 0};
         code = AddLevel("With sounds", {});
     }
     [[nodiscard]] std::string Files() const { return "levels/LEVEL_0001/files"; }
     bool Store()
     {
-        return StoreLevelFiles(session, root / "in", session.levels.back().levelCode, nullptr);
+        return StoreLevelFiles(session, root / "in", session.archive.levels.back().levelCode,
+                               nullptr);
     }
     [[nodiscard]] std::vector<std::string> Names(const std::string& folder) const
     {
@@ -51,7 +52,7 @@ TEST(StoredAudio, WavesAreKeptAsMp3AndComeBackInTheGamesForm)
     box.Write("in/a.tr4", "a level");
     const auto before = box.Snapshot("in");
     for (const bool compress : {false, true}) {
-        box.session.archive.compressLevels = compress;
+        box.session.archive.header.compressLevels = compress;
         ASSERT_TRUE(box.Store()) << box.host.AllTold();
         EXPECT_EQ(box.Snapshot("in"), before) << "the source is not ours";
         EXPECT_EQ(box.Names(box.Files()), compress
@@ -83,7 +84,7 @@ TEST(StoredAudio, WavesAreKeptAsMp3AndComeBackInTheGamesForm)
 TEST(StoredAudio, TheLevelsOwnFolderIsConvertedWhereItLies)
 {
     AudioArchive box;
-    box.session.archive.compressLevels = true;
+    box.session.archive.header.compressLevels = true;
     box.Write(box.Files() + "/101.wav", ToneWave({}, 9000));
     box.Write(box.Files() + "/readme.txt", "words");
     ASSERT_TRUE(StoreLevelFiles(box.session, box / box.Files(), 1, nullptr)) << box.host.AllTold();

@@ -286,7 +286,7 @@ TEST(LevelAudio, TracksBecomeTheGamesFormAndSamplesMono)
     EXPECT_TRUE(decode(true, true));
     EXPECT_TRUE(box.Has("in/101.mp3") && box.Has("in/step.wav") && !box.Has("in/step.mp3"));
     fill();
-    box.session.archive.wavInMp3 = true;
+    box.session.archive.header.wavInMp3 = true;
     EXPECT_TRUE(decode(false, false));
     EXPECT_EQ(ClassifyWav(box / "in/101.wav", AudioKind::Adpcm).mode, 0);
     EXPECT_EQ(ClassifyWav(box / "in/step.wav", AudioKind::Mono).mode, 0);

@@ -40,7 +40,7 @@ protected:
     NewLevel& Edit(const Files& files)
     {
         box.AddLevel("Stored", files);
-        record = box.session.levels.back();
+        record = box.session.archive.levels.back();
         return Open(LevelMode::Properties);
     }
     NewLevel& Open(LevelMode mode)
@@ -96,7 +96,7 @@ TEST_F(NewLevelTest, APackageIsFlattenedAndDistributed)
     Zip("deepest", "in/audio/second.zip");
     Zip("in", "my first level.zip");
     const Files before = box.Snapshot("my first level.zip");
-    box.session.archive.compressLevels = true;
+    box.session.archive.header.compressLevels = true;
 
     NewLevel& level = Begin();
     ASSERT_TRUE(level.AddSources({box / "my first level.zip"})) << box.host.AllTold();
@@ -263,7 +263,7 @@ TEST_F(NewLevelTest, TheChooserRemembersItsFolderAndALevelOnCdTakesNothing)
     record = {};
     record.levelCode = 5;
     record.cdNumber = 1;
-    box.session.levels.push_back(record);
+    box.session.archive.levels.push_back(record);
     NewLevel onCd{box.session, record, LevelMode::Properties, *progress};
     ASSERT_TRUE(onCd.Open());
     EXPECT_TRUE(box.host.WasTold("Cd missing. Main files will not be showed"));
@@ -344,7 +344,7 @@ TEST_F(NewLevelTest, ALevelThatIsThereAlreadyIsAskedFor)
     box.Write("in/same.tr4", "12345");
     ASSERT_TRUE(first.AddSources({box / "in"}));
     ASSERT_TRUE(first.Accept());
-    box.session.levels.push_back(record);
+    box.session.archive.levels.push_back(record);
     std::filesystem::rename(box / "in/same.tr4", box / "in/SAME.tr4");
     record = {};
     NewLevel& second = Begin();
@@ -364,7 +364,7 @@ TEST_F(NewLevelTest, PropertiesStoreOnlyWhatChanged)
 {
     const Path stored = box / "levels/LEVEL_0001/files/a.tr4";
     NewLevel& level = Edit({{"a.tr4", "aaaa"}, {"script.dat", "s"}});
-    box.session.archive.compressLevels = true;
+    box.session.archive.header.compressLevels = true;
     EXPECT_EQ(level.name, "Stored");
     EXPECT_EQ(level.SizeText(), "Level size: 0 + 0 = 0");
     level.name = "Renamed";
@@ -397,7 +397,7 @@ TEST_F(NewLevelTest, PropertiesStoreOnlyWhatChanged)
 
 TEST_F(NewLevelTest, PropertiesOnAnExpandedCopyStoreItAnewOrDropIt)
 {
-    box.session.archive.compressLevels = true;
+    box.session.archive.header.compressLevels = true;
     NewLevel& first = Begin();
     box.Write("in/a.tr4", "aaaa");
     ASSERT_TRUE(first.AddSources({box / "in"}));

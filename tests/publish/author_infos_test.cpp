@@ -24,7 +24,7 @@ protected:
         Record().authorName = "  Ada ";
         Record().authorEmails = "a@b\0c@d"s;
     }
-    LevelRecord& Record() { return box.session.levels[1]; }
+    LevelRecord& Record() { return box.session.archive.levels[1]; }
     std::string Told()
     {
         EXPECT_EQ(box.host.told.size(), 1U) << box.host.AllTold();

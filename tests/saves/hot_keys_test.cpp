@@ -130,7 +130,7 @@ TEST(HotKeys, APictureIsKeptOnceWithTheInstalledLevel)
     const auto kept = DecodeJpeg(jpeg);
     ASSERT_TRUE(kept);
     EXPECT_EQ(kept->width, 40);
-    EXPECT_EQ(world.session.levels[1].extrasSize, static_cast<std::int32_t>(jpeg.size()));
+    EXPECT_EQ(world.session.archive.levels[1].extrasSize, static_cast<std::int32_t>(jpeg.size()));
     EXPECT_EQ(world.machine.clipboardCleared, 1) << "it is used up";
     EXPECT_EQ(world.list.selected, 2) << "what is selected is shown anew";
     EXPECT_TRUE(world.machine.typed.empty());
@@ -196,7 +196,7 @@ TEST(HotKeys, APictureThatCannotBeKeptIsSaid)
     EXPECT_TRUE(world.host.WasTold("1) Lost City.jpg"));
     EXPECT_EQ(world.machine.clipboardCleared, 1);
     EXPECT_TRUE(world.session.hotKeysActive);
-    EXPECT_EQ(world.session.levels[1].extrasSize, 0);
+    EXPECT_EQ(world.session.archive.levels[1].extrasSize, 0);
 
     world.Write("trle/Kestrva.txt", "#LEVEL_CODE=0777#\r\n");
     world.Copy(BitmapOf(4, 4));
@@ -232,7 +232,7 @@ TEST(HotKeys, WithThePromptThePersonNamesIt)
     EXPECT_FALSE(world.HasSlot(1)) << "F9 did not act under the prompt";
     const auto kept = world.Snapshot(world.shots);
     ASSERT_EQ(kept.size(), 1U);
-    EXPECT_EQ(world.session.levels[1].extrasSize,
+    EXPECT_EQ(world.session.archive.levels[1].extrasSize,
               static_cast<std::int32_t>(kept.at("mine.jpg").size()));
     EXPECT_TRUE(world.host.WasTold("Error while saving captured screen-shot in : \r\n" +
                                    (world / "no/folder/mine.jpg").native() + "\r\nError: "));

@@ -69,7 +69,7 @@ TEST(NewShotName, CountsUpInTheFolderAndKeepsToWhatANameCanBe)
     std::string longTitle = "x";
     for (int i = 0; i < 255; ++i)
         longTitle += "é";
-    world.session.levels[1].levelName = longTitle;
+    world.session.archive.levels[1].levelName = longTitle;
     const Path path = NewShotName(world.session, 1, extension);
     EXPECT_LE(path.filename().native().size(), 255U);
     EXPECT_TRUE(IsUtf8(path.filename().native()));
@@ -115,8 +115,8 @@ TEST(ShotCommands, TakeTheChosenPictureOrAskWhichPane)
 TEST(ShotCommands, DeleteTakesOneFileAndItsSizeAndSparesTheDefaultPicture)
 {
     ShotWorld world;
-    world.session.levels[1].extrasSize = 100;
-    world.session.archive.secondaryFolderSize = 1000;
+    world.session.archive.levels[1].extrasSize = 100;
+    world.session.archive.header.secondaryFolderSize = 1000;
     world.Put("a.jpg", "0123456789");
     world.Put("A.JPG", "another picture");
     world.Load();
@@ -124,8 +124,8 @@ TEST(ShotCommands, DeleteTakesOneFileAndItsSizeAndSparesTheDefaultPicture)
     world.host.WillAsk("a.jpg\"", true);
     ASSERT_TRUE(DeleteShot(world.session, world.shots));
     EXPECT_EQ(world.Names(), Names{"A.JPG"}) << "a name in other letters is another picture";
-    EXPECT_EQ(world.session.levels[1].extrasSize, 90);
-    EXPECT_EQ(world.session.archive.secondaryFolderSize, 990);
+    EXPECT_EQ(world.session.archive.levels[1].extrasSize, 90);
+    EXPECT_EQ(world.session.archive.header.secondaryFolderSize, 990);
     const auto saved = ParseArchive(world.Read("home/LevelArchive.kva"));
     ASSERT_TRUE(saved);
     EXPECT_EQ(saved->levels[1].extrasSize, 90);
@@ -180,7 +180,7 @@ TEST(ShotCommands, AddKeepsBothPicturesOrAsksAndShowsAnEvenPair)
     EXPECT_EQ(world.shots.Target(), ShotList::noTarget);
     EXPECT_EQ(world.shots.Index(), 2) << "new.JPG is the fourth and stands on the right";
     EXPECT_EQ(world.shots.Right().filename(), "new.JPG");
-    EXPECT_EQ(world.session.levels[1].extrasSize, 0) << "added pictures are not counted";
+    EXPECT_EQ(world.session.archive.levels[1].extrasSize, 0) << "added pictures are not counted";
 
     world.host.WillAsk("already a screenshot with name 'a.jpg'", false);
     ASSERT_TRUE(AddShotFile(world.session, world.shots, world / "from/a.jpg"));

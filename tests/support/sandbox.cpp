@@ -194,7 +194,8 @@ Sandbox::Sandbox() : root(NewFolder()), session{host, machine, list, root / "hom
     for (const char* folder : {"home", "trle", "levels"})
         fs::create_directories(root / folder);
     session.preferences.trlePath = (root / "trle").native();
-    session.archive.mainFolder = session.archive.secondaryFolder = (root / "levels").native();
+    session.archive.header.mainFolder = session.archive.header.secondaryFolder =
+        (root / "levels").native();
     machine.drives = {{root, UINT64_C(1) << 40, true}};
 }
 
@@ -266,10 +267,10 @@ void Sandbox::MakeBackupAndArchive()
         fs::create_directories(root / "home/LEVEL_0000" / folder);
     LevelRecord original;
     original.levelName = "- TRLE: Original configuration -";
-    session.levels = {original};
+    session.archive.levels = {original};
     session.preferences.archivePath = (root / "home/LevelArchive.kva").native();
-    ASSERT_TRUE(
-        WriteWholeFile(session.ArchivePath(), FormatArchive({session.archive, session.levels})));
+    ASSERT_TRUE(WriteWholeFile(session.ArchivePath(),
+                               FormatArchive({session.archive.header, session.archive.levels})));
 }
 
 LevelCode Sandbox::AddLevel(const std::string& name,
@@ -277,14 +278,14 @@ LevelCode Sandbox::AddLevel(const std::string& name,
 {
     LevelRecord level;
     level.levelName = name;
-    for (const LevelRecord& other : session.levels)
+    for (const LevelRecord& other : session.archive.levels)
         level.levelCode = std::max(level.levelCode, other.levelCode + 1);
     const std::string folder = "levels/LEVEL_" + ZeroPadded(level.levelCode, 4);
     for (const char* part : {"savegames", "backup_savegames", "files", "screenshots"})
         fs::create_directories(root / folder / part);
     for (const auto& [file, content] : files)
         Write(folder + "/files/" + file, content);
-    session.levels.push_back(level);
+    session.archive.levels.push_back(level);
     return level.levelCode;
 }
 
@@ -294,7 +295,6 @@ Session Sandbox::Reopened()
     fresh.preferences = session.preferences;
     fresh.settings = session.settings;
     fresh.archive = session.archive;
-    fresh.levels = session.levels;
     return fresh;
 }
 

@@ -124,7 +124,8 @@ TEST(InstallLevel, ProvesEverythingBeforeItChangesAnything)
              world.machine.free = UINT64_C(1) << 40;
              std::filesystem::remove_all(world / "levels/LEVEL_0002/files");
          }},
-        {"it lies on a disc", "Cd not available", [&] { world.session.levels[2].cdNumber = 1; }},
+        {"it lies on a disc", "Cd not available",
+         [&] { world.session.archive.levels[2].cdNumber = 1; }},
     };
     for (const auto& fault : cases) {
         fault.harm();

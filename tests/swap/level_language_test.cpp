@@ -274,7 +274,7 @@ TEST(LevelLanguage, CommandsRefuseInWords)
     EXPECT_FALSE(ChangeLanguageOfLevel(world.session, 77, LanguageChange::Mine, true));
     EXPECT_NE(world.Told().find("77"), std::string::npos);
     world.list.selected = world.code;
-    world.session.levels[1].cdNumber = 1;
+    world.session.archive.levels[1].cdNumber = 1;
     EXPECT_FALSE(ChangeLanguageOfSelected(world.session, LanguageChange::Mine));
     EXPECT_EQ(world.Told().find("Current level is also on cd."), 0U);
     EXPECT_EQ(world.Level(), inEnglish);

@@ -134,9 +134,9 @@ TEST(ArchivePreferences, ShowsTheArchiveAndCancelPutsItBack)
 {
     WindowWorld world;
     world.AddLevel("One");
-    world.session.archive.mainFolderSize = 3 * 1024.0;
-    world.session.archive.secondaryFolderSize = 1024.0 * 1024 * 2;
-    const ArchiveHeader before = world.session.archive;
+    world.session.archive.header.mainFolderSize = 3 * 1024.0;
+    world.session.archive.header.secondaryFolderSize = 1024.0 * 1024 * 2;
+    const ArchiveHeader before = world.session.archive.header;
     std::filesystem::create_directories(world.box / "empty");
     std::filesystem::create_directories(world.box / "moved/LEVEL_0001");
     {
@@ -147,23 +147,23 @@ TEST(ArchivePreferences, ShowsTheArchiveAndCancelPutsItBack)
         EXPECT_EQ(Label(dialog, "Label_SizeArc"),
                   FormatSize(3072) + "+" + FormatSize(2097152) + " = " + FormatSize(2100224));
         In<QCheckBox>(dialog, "Check_WavInMp3")->click();
-        EXPECT_TRUE(world.session.archive.wavInMp3);
+        EXPECT_TRUE(world.session.archive.header.wavInMp3);
         In<QCheckBox>(dialog, "Check_Compresso")->click();
-        EXPECT_TRUE(world.session.archive.compressLevels) << "it counts at once";
+        EXPECT_TRUE(world.session.archive.header.compressLevels) << "it counts at once";
 
         world.box.host.WillChoose("Select folder: levels", world.box / "empty");
         Press(dialog, "Pul_SfogliaSecDir");
         EXPECT_TRUE(world.box.host.WasTold("holds none of this archive's levels"));
-        EXPECT_EQ(world.session.archive.secondaryFolder, before.secondaryFolder);
+        EXPECT_EQ(world.session.archive.header.secondaryFolder, before.secondaryFolder);
         world.box.host.WillChoose("Select folder: levels", world.box / "moved");
         Press(dialog, "Pul_SfogliaSecDir");
         EXPECT_EQ(Label(dialog, "Label_MainDir"), (world.box / "moved").native())
             << "without cds both are one";
         Press(dialog, "Pul_Cancel");
     }
-    EXPECT_FALSE(world.session.archive.compressLevels);
-    EXPECT_EQ(world.session.archive.mainFolder, before.mainFolder);
-    EXPECT_EQ(world.session.archive.secondaryFolder, before.secondaryFolder);
+    EXPECT_FALSE(world.session.archive.header.compressLevels);
+    EXPECT_EQ(world.session.archive.header.mainFolder, before.mainFolder);
+    EXPECT_EQ(world.session.archive.header.secondaryFolder, before.secondaryFolder);
     {
         ArchiveDialog dialog{world.session, nullptr};
         In<QCheckBox>(dialog, "Check_Compresso")->click();
@@ -181,10 +181,10 @@ TEST(ArchivePreferences, AnArchiveWithCdsKeepsItsTwoFolders)
 {
     WindowWorld world;
     world.AddLevel("On disc");
-    world.session.levels.back().cdNumber = 2;
-    world.session.levels.back().filesSize = 2048;
-    world.session.archive.cdCount = 2;
-    world.session.archive.mainFolder = "/media/disc";
+    world.session.archive.levels.back().cdNumber = 2;
+    world.session.archive.levels.back().filesSize = 2048;
+    world.session.archive.header.cdCount = 2;
+    world.session.archive.header.mainFolder = "/media/disc";
     ArchiveDialog dialog{world.session, nullptr};
     EXPECT_EQ(Label(dialog, "Label_OnCd"), "YES");
     EXPECT_EQ(Label(dialog, "Label_TotCd"), "2");
@@ -192,9 +192,9 @@ TEST(ArchivePreferences, AnArchiveWithCdsKeepsItsTwoFolders)
     EXPECT_EQ(Label(dialog, "Label_MainDir"), "/media/disc");
     dialog.reject();
 
-    world.session.levels.back().cdNumber = 0;
+    world.session.archive.levels.back().cdNumber = 0;
     const ArchiveForm form{world.session};
-    EXPECT_EQ(world.session.archive.mainFolder, (world.box / "levels").native());
+    EXPECT_EQ(world.session.archive.header.mainFolder, (world.box / "levels").native());
 }
 
 TEST(FindTrle, OkNeedsAFolderThatPasses)
@@ -230,7 +230,7 @@ TEST(Author, TheListsFollowTheirButtonsAndARefusalKeepsTheWindow)
     using namespace std::string_literals;
     WindowWorld world;
     world.AddLevel("Level");
-    LevelRecord& record = world.session.levels[1];
+    LevelRecord& record = world.session.archive.levels[1];
     record.authorName = "Ada";
     record.authorNote = "one\r\ntwo";
     record.authorEmails = "a@b\0c@d"s;

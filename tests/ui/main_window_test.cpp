@@ -66,10 +66,10 @@ TEST(MainWindow, ListsTheLevelsWithTheInstalledOneMarked)
                                                       (world.box / "levels/LEVEL_0001").native() +
                                                       "\"  -  Screenshots: 0 - Savegames: 0 + 0");
 
-    world.session.levels.erase(world.session.levels.begin() + 2);
+    world.session.archive.levels.erase(world.session.archive.levels.begin() + 2);
     world.list.Refresh();
     EXPECT_EQ(world.list.Selected(), zebra) << "a refresh keeps what was chosen";
-    world.session.levels.erase(world.session.levels.begin() + 1);
+    world.session.archive.levels.erase(world.session.archive.levels.begin() + 1);
     world.list.Refresh();
     EXPECT_EQ(world.list.Selected(), originalCode) << "and takes the first row when that is gone";
 }
@@ -79,7 +79,7 @@ TEST(MainWindow, SaysWhatToDoWhereThereIsNothing)
     WindowWorld world;
     world.Show();
     EXPECT_NE(world.TextOfLabel("Label_Empty").find("no custom levels yet"), std::string::npos);
-    world.session.levels.clear();
+    world.session.archive.levels.clear();
     world.session.preferences.archivePath.clear();
     world.list.Refresh();
     EXPECT_NE(world.TextOfLabel("Label_Empty").find("No archive is loaded"), std::string::npos);

@@ -55,7 +55,7 @@ TEST(NewLevelDialog, ShowsWhatComesInAndTakesTheTextsBack)
         world.session, dialog.Progress(),
         [&](NewLevel& level) { return dialog.Show(level, {world.box / "down"}); }, code));
     EXPECT_TRUE(looked);
-    const LevelRecord& record = world.session.levels.back();
+    const LevelRecord& record = world.session.archive.levels.back();
     EXPECT_EQ(record.levelName, "My level");
     EXPECT_EQ(record.levelNote, "a note");
     EXPECT_EQ(record.moreInfoFile, "");
@@ -74,7 +74,7 @@ TEST(NewLevelDialog, EscapeGivesTheLevelUp)
     EXPECT_FALSE(AddLevel(
         world.session, dialog.Progress(), [&](NewLevel& level) { return dialog.Show(level); },
         code));
-    EXPECT_EQ(world.session.levels.size(), 1U);
+    EXPECT_EQ(world.session.archive.levels.size(), 1U);
     EXPECT_FALSE(world.box.Has("levels/LEVEL_0001"));
 }
 

@@ -39,14 +39,13 @@ public:
         session.preferences = box.session.preferences;
         session.settings = box.session.settings;
         session.archive = box.session.archive;
-        session.levels = box.session.levels;
     }
 
     LevelCode AddLevel(const std::string& name, const std::string& note = {})
     {
         const LevelCode code = box.AddLevel(name, {{"level1.tr4", name}});
-        box.session.levels.back().levelNote = note;
-        session.levels = box.session.levels;
+        box.session.archive.levels.back().levelNote = note;
+        session.archive.levels = box.session.archive.levels;
         return code;
     }
 

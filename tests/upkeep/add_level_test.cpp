@@ -59,10 +59,10 @@ TEST_F(AddLevelTest, ALevelComesIntoTheArchiveAndIsSelected)
     EXPECT_EQ(box.list.selected, 1);
     Session fresh = box.Reopened();
     ASSERT_TRUE(ReadArchive(fresh, box.session.ArchivePath()));
-    ASSERT_EQ(fresh.levels.size(), 2U);
-    EXPECT_EQ(fresh.levels[1].levelName, "Salt Harbour");
-    EXPECT_EQ(fresh.archive.mainFolderSize, 5 + 6 + 4 + 4);
-    EXPECT_EQ(fresh.archive.secondaryFolderSize, 4 + 5);
+    ASSERT_EQ(fresh.archive.levels.size(), 2U);
+    EXPECT_EQ(fresh.archive.levels[1].levelName, "Salt Harbour");
+    EXPECT_EQ(fresh.archive.header.mainFolderSize, 5 + 6 + 4 + 4);
+    EXPECT_EQ(fresh.archive.header.secondaryFolderSize, 4 + 5);
     EXPECT_FALSE(box.Has("home/intake_note"));
 
     // Its properties, with another file.
@@ -72,14 +72,14 @@ TEST_F(AddLevelTest, ALevelComesIntoTheArchiveAndIsSelected)
         level.name = "Renamed";
         return level.AddSources({box / "more.wav"}) && level.Accept();
     }));
-    EXPECT_EQ(box.session.levels[1].levelName, "Renamed");
-    EXPECT_EQ(box.session.archive.mainFolderSize, 5 + 6 + 4 + 4 + 9);
+    EXPECT_EQ(box.session.archive.levels[1].levelName, "Renamed");
+    EXPECT_EQ(box.session.archive.header.mainFolderSize, 5 + 6 + 4 + 4 + 9);
     EXPECT_FALSE(EditLevel(box.session, *progress, 1, [](NewLevel& level) {
         level.name = "Given up";
         level.Cancel();
         return false;
     }));
-    EXPECT_EQ(box.session.levels[1].levelName, "Renamed");
+    EXPECT_EQ(box.session.archive.levels[1].levelName, "Renamed");
     EXPECT_FALSE(EditLevel(box.session, *progress, 9, [](NewLevel&) { return true; }));
     EXPECT_TRUE(box.host.WasTold("9"));
 }
@@ -99,7 +99,7 @@ TEST_F(AddLevelTest, WhatIsGivenUpOrStoppedLeavesNothing)
     box.host.StopAtStep(6);
     EXPECT_FALSE(AddPackage(box, code));
     EXPECT_FALSE(box.Has("levels/LEVEL_0001"));
-    EXPECT_EQ(box.session.levels.size(), 1U);
+    EXPECT_EQ(box.session.archive.levels.size(), 1U);
     box.session.preferences.archivePath.clear();
     EXPECT_FALSE(AddPackage(box, code));
     EXPECT_TRUE(box.host.WasTold("Missing archive! Before adding levels you must create new"));
@@ -114,7 +114,7 @@ TEST_F(AddLevelTest, ALevelIsAddedWholeOrNotAtAllWhereverItFails)
         own.host.AnswerAll(true);
         own.MakeTrle();
         own.MakeBackupAndArchive();
-        own.session.archive.compressLevels = step % 2 == 0;
+        own.session.archive.header.compressLevels = step % 2 == 0;
         WritePackage(own);
         const Files package = own.Snapshot("package");
         LevelCode added = -1;
@@ -124,12 +124,12 @@ TEST_F(AddLevelTest, ALevelIsAddedWholeOrNotAtAllWhereverItFails)
         ASSERT_TRUE(content) << run.call;
         const std::size_t expected = run.answer ? 2 : 1;
         EXPECT_EQ(content->levels.size(), expected) << run.call << own.host.AllTold();
-        EXPECT_EQ(own.session.levels.size(), expected) << run.call;
+        EXPECT_EQ(own.session.archive.levels.size(), expected) << run.call;
         EXPECT_EQ(own.Has("levels/LEVEL_0001/files/script.dat"), run.answer) << run.call;
         EXPECT_TRUE(run.answer || !own.Has("levels/LEVEL_0001")) << run.call << own.host.AllTold();
         EXPECT_TRUE(run.answer || !own.host.told.empty()) << run.call;
         EXPECT_EQ(own.Snapshot("package"), package) << run.call;
-        EXPECT_FALSE(own.session.archiveDirty) << run.call;
+        EXPECT_FALSE(own.session.archive.dirty) << run.call;
         if (!run.reached)
             break;
     }

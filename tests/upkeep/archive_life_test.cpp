@@ -26,8 +26,9 @@ protected:
     void MakeOther()
     {
         Session other = box.Reopened();
-        other.archive.mainFolder = other.archive.secondaryFolder = (box / "elsewhere").native();
-        other.levels[1].levelName = "Other";
+        other.archive.header.mainFolder = other.archive.header.secondaryFolder =
+            (box / "elsewhere").native();
+        other.archive.levels[1].levelName = "Other";
         ASSERT_TRUE(WriteArchive(other, box / "home/other.kva"));
     }
     Sandbox box;
@@ -39,7 +40,7 @@ TEST_F(ArchiveLife, ALoadTakesTheFileAndShowsTheCurrentLevel)
     std::filesystem::create_directory(box / "elsewhere");
     box.Write("trle/Kestrva.txt", "#LEVEL_CODE=0001#\r\n");
     ASSERT_TRUE(ReadArchive(box.session, box / "home/other.kva")) << box.host.AllTold();
-    EXPECT_EQ(box.session.levels.at(1).levelName, "Other");
+    EXPECT_EQ(box.session.archive.levels.at(1).levelName, "Other");
     EXPECT_EQ(box.session.ArchivePath(), box / "home/other.kva");
     EXPECT_EQ(box.list.refreshes, 1);
     EXPECT_EQ(box.list.selected, 1);
@@ -59,7 +60,7 @@ TEST_F(ArchiveLife, WhatIsNoArchiveIsRefusedAndTheLoadedOneStays)
         box.Write("home/wrong.kva", wrong);
         EXPECT_FALSE(ReadArchive(box.session, box / "home/wrong.kva"));
         EXPECT_TRUE(box.host.WasTold("cannot be opened")) << wrong.size();
-        EXPECT_EQ(box.session.levels.at(1).levelName, "First");
+        EXPECT_EQ(box.session.archive.levels.at(1).levelName, "First");
         EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
         EXPECT_FALSE(box.session.loadFailedAskAnother);
     }
@@ -70,19 +71,19 @@ TEST_F(ArchiveLife, WhatIsNoArchiveIsRefusedAndTheLoadedOneStays)
 TEST_F(ArchiveLife, UnsavedChangesAreAskedAboutAndNeverForgottenByAFailedLoad)
 {
     box.session.preferences.autoSave = false;
-    box.session.levels[1].levelNote = "changed";
+    box.session.archive.levels[1].levelNote = "changed";
     SaveArchive(box.session);
-    EXPECT_TRUE(box.session.archiveDirty);
+    EXPECT_TRUE(box.session.archive.dirty);
     box.host.WillAsk("Current archive 'LevelArchive.kva' has been changed.\r\nDo you want save it?",
                      false);
     EXPECT_FALSE(ReadArchive(box.session, box / "home/none.kva"));
-    EXPECT_TRUE(box.session.archiveDirty) << "the changes are still only in memory";
+    EXPECT_TRUE(box.session.archive.dirty) << "the changes are still only in memory";
 
     box.host.WillAsk("has been changed", true);
     EXPECT_FALSE(ReadArchive(box.session, box / "home/none.kva"));
-    EXPECT_FALSE(box.session.archiveDirty);
+    EXPECT_FALSE(box.session.archive.dirty);
     ASSERT_TRUE(ReadArchive(box.session, box / "home/LevelArchive.kva"));
-    EXPECT_EQ(box.session.levels[1].levelNote, "changed");
+    EXPECT_EQ(box.session.archive.levels[1].levelNote, "changed");
     EXPECT_FALSE(box.session.preferences.autoSave);
 }
 
@@ -94,16 +95,16 @@ TEST_F(ArchiveLife, MissingFoldersAreAskedFor)
     EXPECT_FALSE(ReadArchive(box.session, box / "home/other.kva"));
     EXPECT_TRUE(box.host.WasTold("Warning: not found main folder of current archive: "));
     EXPECT_TRUE(box.session.loadFailedAskAnother);
-    EXPECT_EQ(box.session.levels.at(1).levelName, "Other") << "memory holds the new file";
+    EXPECT_EQ(box.session.archive.levels.at(1).levelName, "Other") << "memory holds the new file";
 
     box.host.WillChoose("Select folder: elsewhere", box / "moved");
     ASSERT_TRUE(ReadArchive(box.session, box / "home/other.kva"));
-    EXPECT_EQ(box.session.archive.mainFolder, (box / "moved").native());
-    EXPECT_EQ(box.session.archive.secondaryFolder, (box / "moved").native());
+    EXPECT_EQ(box.session.archive.header.mainFolder, (box / "moved").native());
+    EXPECT_EQ(box.session.archive.header.secondaryFolder, (box / "moved").native());
     EXPECT_TRUE(ReadArchive(box.session, box / "home/other.kva")) << "and it was saved";
 
-    box.session.archive.secondaryFolder = (box / "gone").native();
-    box.session.archive.cdCount = 2; // then the main folder is a drive's
+    box.session.archive.header.secondaryFolder = (box / "gone").native();
+    box.session.archive.header.cdCount = 2; // then the main folder is a drive's
     box.host.WillChoose("Select folder: gone", box / "moved");
     EXPECT_TRUE(CheckArchiveFolders(box.session));
     EXPECT_TRUE(box.host.WasTold("Warning: not found secondary folder of current archive: "));
@@ -113,30 +114,31 @@ TEST_F(ArchiveLife, AFolderBeyondTheCodePageComesBackExactly)
 {
     const Path folder = box / "Łódź μ";
     std::filesystem::create_directory(folder);
-    box.session.archive.mainFolder = box.session.archive.secondaryFolder = folder.native();
+    box.session.archive.header.mainFolder = box.session.archive.header.secondaryFolder =
+        folder.native();
     const Path file = box / "home/My = [archive] Ł.kva";
     ASSERT_TRUE(WriteArchive(box.session, file));
 
     Session fresh = box.Reopened();
     fresh.settings = *ReadSettings(box / "home");
     ASSERT_TRUE(ReadArchive(fresh, file)) << box.host.AllTold();
-    EXPECT_EQ(fresh.archive.mainFolder, folder.native());
-    EXPECT_EQ(fresh.archive.secondaryFolder, folder.native());
+    EXPECT_EQ(fresh.archive.header.mainFolder, folder.native());
+    EXPECT_EQ(fresh.archive.header.secondaryFolder, folder.native());
 }
 
 TEST_F(ArchiveLife, StaleExtrasAreMeasuredAtALoad)
 {
-    box.session.levels[1].extrasDirty = true;
-    box.session.levels[1].extrasSize = 3;
-    box.session.archive.secondaryFolderSize = 3;
+    box.session.archive.levels[1].extrasDirty = true;
+    box.session.archive.levels[1].extrasSize = 3;
+    box.session.archive.header.secondaryFolderSize = 3;
     ASSERT_TRUE(WriteArchive(box.session, box.session.ArchivePath()));
     box.Write("levels/LEVEL_0001/savegames/slot1/savegame.0", "12345");
     box.Write("levels/LEVEL_0001/screenshots/a.bmp", "12");
     ASSERT_TRUE(ReadArchive(box.session, box.session.ArchivePath()));
-    EXPECT_EQ(box.session.levels[1].extrasSize, 7);
-    EXPECT_EQ(box.session.archive.secondaryFolderSize, 7);
+    EXPECT_EQ(box.session.archive.levels[1].extrasSize, 7);
+    EXPECT_EQ(box.session.archive.header.secondaryFolderSize, 7);
     ASSERT_TRUE(ReadArchive(box.session, box.session.ArchivePath()));
-    EXPECT_FALSE(box.session.levels[1].extrasDirty);
+    EXPECT_FALSE(box.session.archive.levels[1].extrasDirty);
 }
 
 TEST_F(ArchiveLife, ANewArchiveTakesAnEmptyFolderOrMakesOne)
@@ -144,7 +146,7 @@ TEST_F(ArchiveLife, ANewArchiveTakesAnEmptyFolderOrMakesOne)
     std::filesystem::create_directory(box / "empty");
     box.Write("home/LEVEL_0000/files/manual.htm", "manual");
     ASSERT_TRUE(CreateArchive(box.session, box / "empty")) << box.host.AllTold();
-    EXPECT_EQ(box.session.archive.mainFolder, (box / "empty").native());
+    EXPECT_EQ(box.session.archive.header.mainFolder, (box / "empty").native());
     EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive2.kva");
     const auto content = ParseArchive(box.Read("home/LevelArchive2.kva"));
     ASSERT_TRUE(content);
@@ -162,7 +164,7 @@ TEST_F(ArchiveLife, ANewArchiveTakesAnEmptyFolderOrMakesOne)
     ASSERT_TRUE(CreateArchive(box.session));
     EXPECT_TRUE(
         box.host.WasTold("Folder has been changed in: " + (box / "full/LevelFolder").native()));
-    EXPECT_EQ(box.session.archive.secondaryFolder, (box / "full/LevelFolder").native());
+    EXPECT_EQ(box.session.archive.header.secondaryFolder, (box / "full/LevelFolder").native());
     EXPECT_FALSE(FolderExists(box.host.lastStart))
         << "the proposed folder goes when it is not used";
 }
@@ -172,7 +174,7 @@ TEST_F(ArchiveLife, ANewArchiveThatIsNotMadeLeavesTheOldFile)
     const std::string before = box.Read("home/LevelArchive.kva");
     box.host.WillChoose("Select main folder for new archive", std::nullopt);
     EXPECT_FALSE(CreateArchive(box.session));
-    EXPECT_EQ(box.session.levels.size(), 1U);
+    EXPECT_EQ(box.session.archive.levels.size(), 1U);
     EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
 
     EXPECT_FALSE(CreateArchive(box.session, box / std::string(230, 'x')));
@@ -216,12 +218,11 @@ TEST_F(ArchiveLife, LoadAndSaveAsTellCancelApartFromAChoice)
 TEST_F(ArchiveLife, AnArchiveWriteIsTheOldFileOrTheNewOneWherverItFailsOrIsKilled)
 {
     const std::string before = box.Read("home/LevelArchive.kva");
-    box.session.levels[1].levelName = "New";
+    box.session.archive.levels[1].levelName = "New";
     const auto write = [&] {
         return bool{WriteArchive(box.session, box / "home/LevelArchive.kva")};
     };
     Sandbox twin;
-    twin.session.levels = box.session.levels;
     twin.session.archive = box.session.archive;
     ASSERT_TRUE(WriteArchive(twin.session, twin / "a.kva"));
     const std::string after = twin.Read("a.kva");

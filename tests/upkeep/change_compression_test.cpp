@@ -57,7 +57,7 @@ protected:
     }
     bool Change(bool compress)
     {
-        box.session.archive.compressLevels = compress;
+        box.session.archive.header.compressLevels = compress;
         return ChangeCompression(box.session);
     }
     Sandbox box;
@@ -66,7 +66,7 @@ protected:
 TEST_F(Compression, GoesThereAndBackOverAllLevelsOnTheDisk)
 {
     box.AddLevel("On disc", {{"d.tr4", "d"}});
-    box.session.levels.back().cdNumber = 1;
+    box.session.archive.levels.back().cdNumber = 1;
     box.Write("levels/LEVEL_0003/files/d.tr4", "d");
     const Files before = Read();
     ASSERT_TRUE(Change(true)) << box.host.AllTold();
@@ -77,7 +77,7 @@ TEST_F(Compression, GoesThereAndBackOverAllLevelsOnTheDisk)
     EXPECT_EQ(Read(), before);
     EXPECT_TRUE(box.host.WasTold("New size [files] folders = ")) << box.host.AllTold();
     EXPECT_TRUE(box.host.WasTold("Note: levels on cd have been not changed"));
-    EXPECT_EQ(box.session.levels[2].filesSize, FolderSize(box / "levels/LEVEL_0002/files"));
+    EXPECT_EQ(box.session.archive.levels[2].filesSize, FolderSize(box / "levels/LEVEL_0002/files"));
     EXPECT_GT(box.list.refreshes, 0);
 
     ASSERT_TRUE(Change(false)) << box.host.AllTold();
@@ -121,9 +121,9 @@ TEST_F(Compression, AsksAboutWhatFailsAndStopsBetweenLevels)
 
 TEST_F(Compression, TheQuestionComesWithAChangeOnly)
 {
-    const ArchiveHeader before = box.session.archive;
+    const ArchiveHeader before = box.session.archive.header;
     OfferChangeCompression(box.session, before);
-    box.session.archive.compressLevels = true;
+    box.session.archive.header.compressLevels = true;
     box.host.WillAsk("Compression settings have been changed. \r\nDo you want", false);
     OfferChangeCompression(box.session, before);
     EXPECT_EQ(Names("LEVEL_0002"), std::set<std::string>{"c.tr4"});

@@ -20,7 +20,7 @@ protected:
     std::size_t Add(const std::string& name, const std::map<std::string, std::string>& files)
     {
         box.AddLevel(name, files);
-        return box.session.levels.size() - 1;
+        return box.session.archive.levels.size() - 1;
     }
     Sandbox box;
 };
@@ -46,7 +46,7 @@ TEST_F(EqualCheck, AsksAtEachPairAndTellsTheCount)
     EXPECT_TRUE(box.host.WasTold("There are 1 equal levels"));
 
     box.host.told.clear();
-    box.session.levels.erase(box.session.levels.begin() + 2);
+    box.session.archive.levels.erase(box.session.archive.levels.begin() + 2);
     EXPECT_TRUE(CheckEqualLevels(box.session));
     EXPECT_TRUE(box.host.WasTold("Check for equal levels terminated.\r\nThere is no equal level."));
 }
@@ -56,12 +56,12 @@ TEST_F(EqualCheck, NeedsADiscOnlyWhereNothingIsKnownOfItsLevel)
     const std::size_t known = Add("Known", {{"one.tr4", "one"}});
     const std::size_t unknown = Add("Unknown", {});
     ASSERT_TRUE(CreateTr4Infos(box.session));
-    box.session.levels[known].cdNumber = 1;
+    box.session.archive.levels[known].cdNumber = 1;
     EXPECT_TRUE(CheckEqualLevels(box.session));
     EXPECT_TRUE(box.host.WasTold("There is no equal level."));
 
     box.host.told.clear();
-    box.session.levels[unknown].cdNumber = 2;
+    box.session.archive.levels[unknown].cdNumber = 2;
     EXPECT_FALSE(CheckEqualLevels(box.session));
     ASSERT_EQ(box.host.told.size(), 1U) << box.host.AllTold();
     EXPECT_EQ(box.host.told[0].text, "Cd not available: control for equal level aborted");
@@ -107,7 +107,7 @@ TEST_F(EqualCheck, Tr4InfosStopInWords)
     EXPECT_FALSE(box.Has("levels/LEVEL_0003/tr4.inf"));
 
     box.host.told.clear();
-    box.session.levels[broken].cdNumber = 1;
+    box.session.archive.levels[broken].cdNumber = 1;
     EXPECT_FALSE(CreateTr4Infos(box.session));
     EXPECT_TRUE(box.host.WasTold("Missing cd. Creating tr4.inf files aborted"));
 }

@@ -34,7 +34,7 @@ protected:
         EXPECT_TRUE(CompressToZl(box / "levels/LEVEL_0001/files/b.WAV",
                                  box / "levels/LEVEL_0001/files/b.WAV.zl"));
         fs::remove(box / "levels/LEVEL_0001/files/b.WAV");
-        LevelRecord& record = box.session.levels[1];
+        LevelRecord& record = box.session.archive.levels[1];
         record.authorEmails = "a@b\0c@d"s;
         record.moreInfoFile = "read me.txt";
     }

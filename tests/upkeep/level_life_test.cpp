@@ -59,22 +59,22 @@ TEST_F(LevelLife, TheOriginalAndUnknownLevelsAreNotRemoved)
     EXPECT_TRUE(box.host.WasTold("You can not delete TRLE original level!\r\nThis level"));
     EXPECT_FALSE(RemoveLevel(box.session, 7));
     box.AddLevel("On a disc", {});
-    box.session.levels[1].cdNumber = 1;
+    box.session.archive.levels[1].cdNumber = 1;
     EXPECT_FALSE(RemoveLevel(box.session, 1));
     EXPECT_TRUE(box.host.WasTold("Current level is also on cd. \r\n"));
-    box.session.levels[1].cdNumber = 0;
+    box.session.archive.levels[1].cdNumber = 0;
     box.host.WillAsk("Are you sure to want remove level \"On a disc\" ?", false);
     EXPECT_FALSE(RemoveLevel(box.session, 1));
-    EXPECT_EQ(box.session.levels.size(), 2U);
+    EXPECT_EQ(box.session.archive.levels.size(), 2U);
 }
 
 TEST_F(LevelLife, ARemovedLevelLeavesTheListAndItsFoldersWhenWanted)
 {
     for (const char* name : {"one", "two", "three"})
         box.AddLevel(name, {{"a.tr4", name}});
-    box.session.archive.mainFolderSize = 11;
-    box.session.levels[1].filesSize = 3;
-    box.session.levels[2].filesSize = 3;
+    box.session.archive.header.mainFolderSize = 11;
+    box.session.archive.levels[1].filesSize = 3;
+    box.session.archive.levels[2].filesSize = 3;
     ASSERT_TRUE(SaveArchive(box.session));
     box.Write("levels/LEVEL_0001/savegames/slot1/savegame.4", SavegameBytes("Deep", 9));
     box.host.WillAsk("Are you sure to want remove level \"one\" ?", true);
@@ -84,15 +84,15 @@ TEST_F(LevelLife, ARemovedLevelLeavesTheListAndItsFoldersWhenWanted)
     EXPECT_FALSE(box.Has("levels/LEVEL_0001"));
     EXPECT_EQ(HistoryOf(box.session, 1).size(), 1U);
     const Session fresh = Reloaded();
-    ASSERT_EQ(fresh.levels.size(), 3U);
-    EXPECT_EQ(fresh.levels[1].levelName, "three") << "the last record takes the place";
-    EXPECT_EQ(fresh.levels[2].levelName, "two");
-    EXPECT_EQ(fresh.archive.mainFolderSize, 8);
+    ASSERT_EQ(fresh.archive.levels.size(), 3U);
+    EXPECT_EQ(fresh.archive.levels[1].levelName, "three") << "the last record takes the place";
+    EXPECT_EQ(fresh.archive.levels[2].levelName, "two");
+    EXPECT_EQ(fresh.archive.header.mainFolderSize, 8);
 
     box.host.WillAsk("Are you sure", true);
     ASSERT_TRUE(RemoveLevel(box.session, 2, LevelFolders::Keep));
     EXPECT_TRUE(box.Has("levels/LEVEL_0002/files/a.tr4"));
-    EXPECT_EQ(box.session.archive.mainFolderSize, 8) << "the bytes still lie on the disk";
+    EXPECT_EQ(box.session.archive.header.mainFolderSize, 8) << "the bytes still lie on the disk";
 }
 
 /// All contents of savegames that stand anywhere: live, in stores, in the history.
@@ -148,7 +148,7 @@ TEST_F(LevelLife, RemovingTheInstalledLevelLosesNothingWhereverItFails)
             EXPECT_TRUE(run.answer || !own.host.told.empty()) << run.call;
             if (run.answer) {
                 EXPECT_FALSE(own.Has("levels/LEVEL_0001")) << run.call;
-                EXPECT_EQ(fresh.levels.size(), 1U) << run.call;
+                EXPECT_EQ(fresh.archive.levels.size(), 1U) << run.call;
             }
             if (!run.reached)
                 break;
