@@ -44,6 +44,9 @@ std::error_code CopyThroughMemory(File& from, File& to, std::uint64_t done,
 std::error_code CopyContent(File& from, File& to, const CopyProgress& progress)
 {
     constexpr std::size_t slice = std::size_t{8} << 20;
+    std::size_t none = 0;
+    if (const auto failure = from.Read({}, none))
+        return failure;
     if (const auto failure = to.Write({}))
         return failure;
     if (::ioctl(to.Descriptor(), FICLONE, from.Descriptor()) == 0)

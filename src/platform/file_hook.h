@@ -9,7 +9,8 @@ namespace kestrova::platform
 using Path = std::filesystem::path;
 
 /// Every call of the file system that changes something passes here first, so that a test can
-/// make any one of them fail or end the process there. Called from any thread.
+/// make any one of them fail or end the process there; so do those that read. Called from any
+/// thread.
 enum class FileAction {
     Create,
     Write,
@@ -22,14 +23,25 @@ enum class FileAction {
     SetMode,
     SetTimes,
     Truncate,
+    // These change nothing.
+    List, ///< the names of a folder
+    Open, ///< a file, for reading alone
+    Read, ///< bytes of an open file, once a piece
 };
+
+inline bool IsReading(FileAction action)
+{
+    return action >= FileAction::List;
+}
 
 class FileHook
 {
 public:
     virtual ~FileHook() = default;
-    /// An error makes the call fail with it; nothing is changed then.
+    /// An error makes the changing call fail with it; nothing is changed then.
     virtual std::error_code Before(FileAction action, const Path& path) = 0;
+    /// The same for a call that reads.
+    virtual std::error_code BeforeReading(FileAction, const Path&) { return {}; }
 };
 
 /// Null, the default, lets everything through. The hook must outlive its use.

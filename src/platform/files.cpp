@@ -64,7 +64,9 @@ void SetFileHook(FileHook* hook)
 std::error_code AskFileHook(FileAction action, const Path& path)
 {
     FileHook* hook = fileHook;
-    return hook != nullptr ? hook->Before(action, path) : std::error_code{};
+    if (hook == nullptr)
+        return {};
+    return IsReading(action) ? hook->BeforeReading(action, path) : hook->Before(action, path);
 }
 
 FileFacts FactsOf(const Path& path)
@@ -84,6 +86,8 @@ FileFacts FactsOfLink(const Path& path)
 std::error_code ListFolder(const Path& folder, std::vector<FolderEntry>& entries)
 {
     entries.clear();
+    if (const auto failure = AskFileHook(FileAction::List, folder))
+        return failure;
     DIR* listing = ::opendir(folder.c_str());
     if (listing == nullptr)
         return LastError();
@@ -213,6 +217,8 @@ std::error_code File::OpenForRead(const Path& path, File& file)
         return std::make_error_code(std::errc::invalid_argument);
     if (kind == FileKind::Folder)
         return std::make_error_code(std::errc::is_a_directory);
+    if (const auto failure = AskFileHook(FileAction::Open, path))
+        return failure;
     return Open(path, O_RDONLY, file);
 }
 
@@ -240,6 +246,8 @@ std::error_code File::OpenForUpdate(const Path& path, File& file)
 std::error_code File::Read(std::span<std::byte> into, std::size_t& got)
 {
     got = 0;
+    if (const auto failure = AskFileHook(FileAction::Read, path_))
+        return failure;
     for (;;) {
         const ssize_t count = ::read(descriptor_, into.data(), into.size());
         if (count >= 0) {
@@ -254,6 +262,8 @@ std::error_code File::Read(std::span<std::byte> into, std::size_t& got)
 std::error_code File::ReadAt(std::uint64_t offset, std::span<std::byte> into, std::size_t& got)
 {
     got = 0;
+    if (const auto failure = AskFileHook(FileAction::Read, path_))
+        return failure;
     while (got < into.size()) {
         const ssize_t count = ::pread(descriptor_, into.data() + got, into.size() - got,
                                       static_cast<off_t>(offset + got));

@@ -55,6 +55,27 @@ TEST(StagedWrite, IsAllOrNothingWhereverTheProgramIsKilled)
     EXPECT_GT(step, 4) << "create, write, sync, rename and the folder's sync are calls";
 }
 
+/// Each call that reads can fail by itself, and what changes files is not counted among them.
+TEST(ReadFaults, MakeOneReadFailOnce)
+{
+    Sandbox box;
+    box.Write("x/a", "abc");
+    const auto read = [&] { return bool{ReadWholeFile(box / "x/a")}; };
+    EXPECT_EQ(CountFileCalls(read), 0);
+    int reads = 0;
+    for (const char* call : {"open ", "read "}) {
+        const FaultRun run = WithReadFaultAt(++reads, read);
+        EXPECT_TRUE(run.reached);
+        EXPECT_FALSE(run.answer);
+        EXPECT_TRUE(run.call.starts_with(call)) << run.call;
+    }
+    std::vector<platform::FolderEntry> entries;
+    const FailingCalls failing{platform::FileAction::List, "/x"};
+    EXPECT_TRUE(platform::ListFolder(box / "x", entries));
+    EXPECT_FALSE(platform::ListFolder(box / "x", entries)) << "once is enough";
+    EXPECT_EQ(failing.Failed(), 1);
+}
+
 } // namespace
 
 } // namespace kestrova::testing

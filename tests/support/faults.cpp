@@ -41,25 +41,37 @@ const char* NameOf(FileAction action)
         return "set time of ";
     case FileAction::Truncate:
         return "truncate ";
+    case FileAction::List:
+        return "list ";
+    case FileAction::Open:
+        return "open ";
+    case FileAction::Read:
+        return "read ";
     }
     return "change ";
 }
+
+enum class Counts { Changes, Reads };
 
 /// Counts the calls; at the n-th, and behind it, `AtCall` decides.
 class CountingHook : public platform::FileHook
 {
 public:
-    explicit CountingHook(int n) : n_(n) { platform::SetFileHook(this); }
+    explicit CountingHook(int n, Counts counts = Counts::Changes) : n_(n), counts_(counts)
+    {
+        platform::SetFileHook(this);
+    }
     ~CountingHook() override { platform::SetFileHook(nullptr); }
     CountingHook(const CountingHook&) = delete;
     CountingHook& operator=(const CountingHook&) = delete;
 
     std::error_code Before(FileAction action, const Path& path) override
     {
-        const int call = ++count_;
-        if (n_ <= 0 || call < n_)
-            return {};
-        return AtCall(call == n_, NameOf(action) + path.native());
+        return counts_ == Counts::Changes ? Counted(action, path) : std::error_code{};
+    }
+    std::error_code BeforeReading(FileAction action, const Path& path) override
+    {
+        return counts_ == Counts::Reads ? Counted(action, path) : std::error_code{};
     }
     [[nodiscard]] int Count() const { return count_; }
 
@@ -68,15 +80,23 @@ protected:
     virtual std::error_code AtCall(bool, const std::string&) { return {}; }
 
 private:
+    std::error_code Counted(FileAction action, const Path& path)
+    {
+        const int call = ++count_;
+        if (n_ <= 0 || call < n_)
+            return {};
+        return AtCall(call == n_, NameOf(action) + path.native());
+    }
     int n_;
+    Counts counts_;
     std::atomic<int> count_{0};
 };
 
 class FaultHook : public CountingHook
 {
 public:
-    FaultHook(int n, std::errc error, AfterFault after)
-        : CountingHook(n), error_(std::make_error_code(error)), after_(after)
+    FaultHook(int n, std::errc error, AfterFault after, Counts counts = Counts::Changes)
+        : CountingHook(n, counts), error_(std::make_error_code(error)), after_(after)
     {
     }
     std::string call;
@@ -137,6 +157,36 @@ FaultRun WithFaultAt(int n, const FaultyWork& work, std::errc error, AfterFault 
     FaultHook hook{n, error, after};
     const bool answer = work();
     return {answer, hook.Count() >= n, hook.call};
+}
+
+FaultRun WithReadFaultAt(int n, const FaultyWork& work, std::errc error, AfterFault after)
+{
+    FaultHook hook{n, error, after, Counts::Reads};
+    const bool answer = work();
+    return {answer, hook.Count() >= n, hook.call};
+}
+
+FailingCalls::FailingCalls(FileAction action, std::string ending, int times, std::errc error)
+    : action_(action), ending_(std::move(ending)), times_(times),
+      error_(std::make_error_code(error))
+{
+    platform::SetFileHook(this);
+}
+
+FailingCalls::~FailingCalls()
+{
+    platform::SetFileHook(nullptr);
+}
+
+std::error_code FailingCalls::Before(FileAction action, const Path& path)
+{
+    if (action != action_ || !path.native().ends_with(ending_))
+        return {};
+    if (const int call = ++failed_; times_ >= 0 && call > times_) {
+        failed_ = times_;
+        return {};
+    }
+    return error_;
 }
 
 KillRun WithKillAt(int n, const FaultyWork& work)

@@ -2,6 +2,7 @@
 
 #include "platform/file_hook.h"
 
+#include <atomic>
 #include <functional>
 #include <string>
 
@@ -43,5 +44,36 @@ KillRun WithKillAt(int n, const FaultyWork& work);
 
 /// How many changing calls the work makes.
 int CountFileCalls(const FaultyWork& work);
+
+/// The same as `WithFaultAt` for the calls that read: listings, openings, pieces of content.
+FaultRun WithReadFaultAt(int n, const FaultyWork& work, std::errc error = std::errc::io_error,
+                         AfterFault after = AfterFault::Works);
+
+/// As long as it lives, one kind of call fails for paths that end with `ending`, `times` times
+/// (below 0: always). Reading and changing actions alike. One at a time.
+class FailingCalls : public platform::FileHook
+{
+public:
+    FailingCalls(platform::FileAction action, std::string ending, int times = 1,
+                 std::errc error = std::errc::io_error);
+    ~FailingCalls() override;
+    FailingCalls(const FailingCalls&) = delete;
+    FailingCalls& operator=(const FailingCalls&) = delete;
+
+    std::error_code Before(platform::FileAction action, const platform::Path& path) override;
+    std::error_code BeforeReading(platform::FileAction action, const platform::Path& path) override
+    {
+        return Before(action, path);
+    }
+    /// How many calls failed so far.
+    [[nodiscard]] int Failed() const { return failed_; }
+
+private:
+    platform::FileAction action_;
+    std::string ending_;
+    int times_;
+    std::error_code error_;
+    std::atomic<int> failed_{0};
+};
 
 } // namespace kestrova::testing
