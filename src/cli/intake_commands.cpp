@@ -21,13 +21,18 @@ std::vector<Path> PlacesFrom(const std::vector<std::string>& words)
 /// Packages within packages come out one level a time; deeper than this somebody is joking.
 constexpr int deepestPackage = 8;
 
-void UnpackAll(NewLevel& level)
+/// False when one of them could not be unpacked; it was told.
+bool UnpackAll(NewLevel& level)
 {
     const auto anyPackage = [&] {
         return std::any_of(level.Files().begin(), level.Files().end(), IsPackage);
     };
-    for (int i = 0; i < deepestPackage && anyPackage(); ++i)
+    bool all = true;
+    for (int i = 0; i < deepestPackage && anyPackage() && !level.LastReport().stopped; ++i) {
         level.Refresh();
+        all = all && level.LastReport().failed == 0;
+    }
+    return all;
 }
 
 void TakeTexts(Run& run, NewLevel& level)
@@ -51,9 +56,9 @@ std::optional<Path> FileOfLevel(Run& run, const NewLevel& level, const std::stri
 bool ChangeFiles(Run& run, NewLevel& level)
 {
     if (run.arguments.Has("--add")) {
-        if (!level.AddSources(PlacesFrom(run.arguments.ValuesOf("--add")), Subfolders::Take))
+        if (!level.AddSources(PlacesFrom(run.arguments.ValuesOf("--add")), Subfolders::Take) ||
+            !UnpackAll(level))
             return false;
-        UnpackAll(level);
     }
     for (const std::string& name : run.arguments.ValuesOf("--remove-file")) {
         const auto file = FileOfLevel(run, level, name);
@@ -97,14 +102,15 @@ Exit RunAdd(Run& run)
     const bool added = AddLevel(
         run.session, *progress,
         [&](NewLevel& level) {
+            bool all = level.AddSources(sources, Subfolders::Take);
+            if (!level.LastReport().stopped)
+                all = UnpackAll(level) && all;
             // A file that nobody could be asked about was not taken either.
-            const bool all =
-                level.AddSources(sources, Subfolders::Take) && !run.host.LeftUnanswered();
+            all = all && !run.host.LeftUnanswered();
             if (!all && (level.LastReport().stopped || !run.arguments.Has("--keep-going"))) {
                 run.host.Tell(Tone::Error, GetMsg(Msg::AddGivenUp));
                 return false;
             }
-            UnpackAll(level);
             TakeTexts(run, level);
             return level.Accept();
         },

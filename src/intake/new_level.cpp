@@ -106,23 +106,27 @@ void NewLevel::UnpackInside()
     for (const Path& file : ListFiles(workFolder_, RowText(Msg::PatAll))) {
         if (!IsPackage(file))
             continue;
-        const auto status = CopyOrUnzipSource(session_, file, workFolder_, Replace::Silent,
+        const std::string folded = FoldCase(file.filename().native());
+        report_.placed.erase(folded);
+        const auto status = CopyOrUnzipSource(session_, file, workFolder_, Replace::KeepBoth,
                                               progress_, report_, LimitsInside());
         if (!status && status.Error().code == ErrorCode::Stopped) {
             report_.stopped = true;
             return; // it is still there for the next refresh
         }
         // What the archive held is nowhere else; what has just come in still is where it came from.
-        const bool onlyHere = snapshot_.contains(FoldCase(file.filename().native()));
-        if (!status)
+        const bool onlyHere = snapshot_.contains(folded);
+        if (!status) {
+            ++report_.failed;
             TellFailure(session_,
                         GetMsg(Msg::ErrorDecompressingPackage) + TextOf(file.filename()) +
                             std::string{lineBreak} +
                             GetMsg(onlyHere ? Msg::PackageStays : Msg::PackageStillAtSource),
                         status.Error());
-        if (status || !onlyHere) {
-            (void)DeleteFile(file); // one that stays is met again by the next refresh
         }
+        const bool replacedItself = report_.placed.contains(folded);
+        if (!replacedItself && (status || !onlyHere))
+            (void)DeleteFile(file); // one that stays is met again by the next refresh
     }
     ClearProgress();
 }
@@ -150,7 +154,7 @@ void NewLevel::AfterSource()
 {
     bytesBeforeInside_ = FolderSize(workFolder_);
     RefreshFileList();
-    TellLeftOut(session_, report_);
+    TellReport(session_, report_);
     if (mode_ == LevelMode::New) {
         ApplyLevelConfig();
         FillNameAndInfo();
@@ -222,7 +226,7 @@ void NewLevel::Refresh()
 {
     report_ = {};
     RefreshFileList();
-    TellLeftOut(session_, report_);
+    TellReport(session_, report_);
     if (mode_ == LevelMode::New)
         ApplyLevelConfig();
 }

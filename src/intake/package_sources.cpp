@@ -1,6 +1,7 @@
 #include "intake/package_sources.h"
 
 #include "catalogue/message.h"
+#include "session/name_list.h"
 #include "session/zip_files.h"
 
 #include <algorithm>
@@ -35,23 +36,77 @@ Status DropStoredForm(const Path& target)
     return FileExists(stored) ? DeleteFile(stored) : Status{};
 }
 
-/// One file into the folder, `keepSource` as it is or moved.
-Status PutFile(Session& session, const Path& file, const Path& folder, Replace replace,
-               bool keepSource, ProgressScope& progress)
+/// A free name for a file that gives its own to another one. A second `.dat` would count as a
+/// language of the level, so there the number stands behind the ending.
+Path FreeNameFor(const Path& file)
 {
-    const Path target = ResolvePath(folder / Readable(file.filename().native()));
-    if (replace == Replace::Ask && FileExists(target) && !SameContent(file, target) &&
-        !ConfirmReplace(session, file, target))
+    const bool isData = EqualNames(file.extension().native(), RowText(Msg::EndingDat));
+    const std::string head = isData ? file.filename().native() : file.stem().native();
+    const std::string tail = isData ? std::string{} : file.extension().native();
+    Path free;
+    int number = 1;
+    do
+        free = file.parent_path() / (head + "_" + std::to_string(++number) + tail);
+    while (!CaseTwins(free).empty());
+    return free;
+}
+
+Status KeepUnderFreeName(const Path& file, SourceReport& report)
+{
+    const Path free = FreeNameFor(file);
+    if (const auto failure = platform::Rename(file, free))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(free), failure);
+    report.renamed.push_back(
+        GetMsg(Msg::RenamedPair, {TextOf(file.filename()), TextOf(free.filename())}));
+    return {};
+}
+
+/// How files come into the level's folder.
+struct Placing {
+    const Path& folder;
+    Replace replace;
+    bool keepSource;     ///< copied, otherwise moved
+    const Path& package; ///< the one that they come from; a file may take its place
+};
+
+/// True when another file of the same content, or the person's word, leaves nothing to do.
+Result<bool> MakeWay(Session& session, const Path& file, const Path& target, const Placing& placing,
+                     SourceReport& report)
+{
+    if (target == placing.package || !FileExists(target) || SameContent(file, target))
+        return false;
+    // Of two that come in together the second one must not go over the first without a word.
+    const bool cameNow = report.placed.contains(FoldCase(target.filename().native()));
+    if (placing.replace == Replace::KeepBoth) {
+        if (auto kept = KeepUnderFreeName(target, report); !kept)
+            return kept.Error();
+    } else if (placing.replace == Replace::Ask || cameNow) {
+        return !ConfirmReplace(session, file, target);
+    }
+    return false;
+}
+
+Status PutFile(Session& session, const Path& file, const Placing& placing, ProgressScope& progress,
+               SourceReport& report)
+{
+    const Path target = ResolvePath(placing.folder / Readable(file.filename().native()));
+    const auto stays = MakeWay(session, file, target, placing, report);
+    if (!stays)
+        return stays.Error();
+    if (*stays)
         return {};
     Status put;
-    if (keepSource) {
+    if (placing.keepSource) {
         CopyOptions options;
         options.progress = [&](std::uint64_t) { return progress.Step(); };
         put = CopyFileOver(file, target, options);
     } else {
         put = MoveFileOver(file, target);
     }
-    return put ? DropStoredForm(target) : put;
+    if (!put)
+        return put;
+    report.placed.insert(FoldCase(target.filename().native()));
+    return DropStoredForm(target);
 }
 
 bool IsMyStop(const ToolProgressState& state)
@@ -88,7 +143,8 @@ std::vector<Path> FirstOfEachName(const Tree& tree, SourceReport& report)
     std::map<std::string, Path> byName;
     std::vector<Path> files;
     for (const Path& file : tree.files) {
-        const auto [known, isNew] = byName.emplace(FoldCase(file.filename().native()), file);
+        const auto [known, isNew] =
+            byName.emplace(FoldCase(Readable(file.filename().native())), file);
         if (isNew)
             files.push_back(file);
         else if (!SameContent(known->second, file))
@@ -107,9 +163,14 @@ Status UnzipSource(Session& session, const Path& package, const Path& folder, Re
     const auto tree = ScanTree(unpacked.Folder(), [&] { return progress.Step(); });
     if (!tree)
         return tree.Error();
-    const std::vector<Path> files = FirstOfEachName(*tree, report);
+    std::vector<Path> files = FirstOfEachName(*tree, report);
+    // The file that takes the package's own place comes last: until then the package is whole.
+    std::stable_partition(files.begin(), files.end(), [&](const Path& file) {
+        return ResolvePath(folder / Readable(file.filename().native())) != package;
+    });
+    const Placing placing{folder, replace, false, package};
     for (std::size_t i = 0; i < files.size(); ++i) {
-        if (auto status = PutFile(session, files[i], folder, replace, false, progress); !status)
+        if (auto status = PutFile(session, files[i], placing, progress, report); !status)
             return status;
         progress.SetBar(i + 1, files.size());
         if (!progress.Step())
@@ -142,21 +203,55 @@ bool IsBelow(const Path& file, const Path& folder)
     return !relative.empty() && *relative.begin() != "..";
 }
 
-/// How many names a message of several failures holds.
-constexpr std::size_t mostNamesTold = 10;
-
 void TellFailedFiles(Session& session, const std::vector<std::string>& names, const Path& folder,
                      const Failure& first)
 {
-    std::vector<std::string> shown{
-        names.begin(),
-        names.begin() + static_cast<std::ptrdiff_t>(std::min(names.size(), mostNamesTold))};
-    if (names.size() > mostNamesTold)
-        shown.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(names.size() - mostNamesTold)}));
     TellFailure(session,
-                GetMsg(Msg::ErrorCopyingFileIn, {Join(shown, ", ")}) + TextOf(folder) +
+                GetMsg(Msg::ErrorCopyingFileIn, {ShownNames(names)}) + TextOf(folder) +
                     GetMsg(Msg::ClosingBracket),
                 first);
+}
+
+/// The folders that count, and the files in them.
+Result<Tree> TreeOfSource(Session& session, const Path& source, const std::string& ending,
+                          Subfolders subfolders, ProgressScope& progress)
+{
+    const bool deeper =
+        !ListSubfolders(source).empty() &&
+        (subfolders == Subfolders::Take ||
+         session.host.AskYesNo(
+             GetMsg(Msg::AskSubfolders, {'"' + TextOf(source.filename()) + '"',
+                                         std::string{lineBreak} + std::string{lineBreak}})));
+    if (!deeper) {
+        if (auto status = CanList(source); !status)
+            return status.Error();
+        return Tree{{source}, ListFiles(source, "*" + ending)};
+    }
+    auto tree = ScanTree(source, [&] { return progress.Step(); });
+    if (tree && ending != RowText(Msg::EveryEnding))
+        std::erase_if(tree->files, [&](const Path& file) {
+            return !EndsWithName(file.filename().native(), ending);
+        });
+    return tree;
+}
+
+/// Links that lead out of the tree, and whatever else is no file.
+std::vector<std::string> NotFilesIn(const Tree& tree)
+{
+    const std::set<Path> files{tree.files.begin(), tree.files.end()};
+    std::vector<std::string> names;
+    for (const Path& folder : tree.folders) {
+        std::vector<platform::FolderEntry> entries;
+        (void)platform::ListFolder(folder, entries); // it could be listed a moment ago
+        for (const platform::FolderEntry& entry : entries) {
+            const Path path = folder / entry.name;
+            if (entry.kind != platform::FileKind::File &&
+                entry.kind != platform::FileKind::Folder && !files.contains(path))
+                names.push_back(TextOf(path.lexically_relative(tree.folders.front())));
+        }
+    }
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 } // namespace
@@ -186,7 +281,8 @@ Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folde
     if (IsPackage(source))
         return UnzipSource(session, source, folder, replace, progress, report, limits);
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
-    return PutFile(session, source, folder, Replace::Silent, true, progress);
+    const Path none;
+    return PutFile(session, source, {folder, Replace::Silent, true, none}, progress, report);
 }
 
 bool AddFile(Session& session, const Path& source, const Path& folder, ProgressScope& progress,
@@ -229,24 +325,9 @@ Result<std::vector<Path>> FilesOfSource(Session& session, const Path& source,
                                         const std::string& ending, Subfolders subfolders,
                                         ProgressScope& progress)
 {
-    const bool deeper =
-        !ListSubfolders(source).empty() &&
-        (subfolders == Subfolders::Take ||
-         session.host.AskYesNo(
-             GetMsg(Msg::AskSubfolders, {'"' + TextOf(source.filename()) + '"',
-                                         std::string{lineBreak} + std::string{lineBreak}})));
-    if (!deeper) {
-        if (auto status = CanList(source); !status)
-            return status.Error();
-        return ListFiles(source, "*" + ending);
-    }
-    auto tree = ScanTree(source, [&] { return progress.Step(); });
+    auto tree = TreeOfSource(session, source, ending, subfolders, progress);
     if (!tree)
         return tree.Error();
-    if (ending != RowText(Msg::EveryEnding))
-        std::erase_if(tree->files, [&](const Path& file) {
-            return !EndsWithName(file.filename().native(), ending);
-        });
     return std::move(tree->files);
 }
 
@@ -256,20 +337,23 @@ void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
     progress.AllowStop();
     progress.SetLabel(GetMsg(Msg::CopyingFilesLabel));
     const Path source = ResolvePath(given);
-    auto files = FilesOfSource(session, source, GetMsg(Msg::EveryEnding), subfolders, progress);
-    if (!files) {
-        report.stopped = files.Error().code == ErrorCode::Stopped;
+    auto tree = TreeOfSource(session, source, GetMsg(Msg::EveryEnding), subfolders, progress);
+    if (!tree) {
+        report.stopped = tree.Error().code == ErrorCode::Stopped;
         ++report.failed;
         ClearProgress(progress);
         if (!report.stopped)
-            TellFailure(session, GetMsg(Msg::SourceFolderNotRead, {TextOf(source)}), files.Error());
+            TellFailure(session, GetMsg(Msg::SourceFolderNotRead, {TextOf(source)}), tree.Error());
         return;
     }
     // A folder that holds the level's own gives everything but that.
     const Path own = ResolvePath(folder);
-    std::erase_if(*files, [&](const Path& file) { return IsBelow(file, own); });
+    const auto isOwn = [&](const Path& path) { return path == own || IsBelow(path, own); };
+    std::erase_if(tree->files, isOwn);
+    std::erase_if(tree->folders, isOwn);
+    report.notFiles = NotFilesIn(*tree);
 
-    const std::vector<Path> first = FirstOfEachName({{source}, std::move(*files)}, report);
+    const std::vector<Path> first = FirstOfEachName(*tree, report);
     std::vector<std::string> failed;
     Failure firstFailure;
     for (std::size_t i = 0; i < first.size() && !report.stopped; ++i) {
@@ -289,11 +373,19 @@ void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
         TellFailedFiles(session, failed, folder, firstFailure);
 }
 
-void TellLeftOut(Session& session, const SourceReport& report)
+void TellReport(Session& session, const SourceReport& report)
 {
-    if (!report.leftOut.empty())
+    std::vector<std::string> words;
+    const auto add = [&](const std::vector<std::string>& names, Msg row) {
+        if (!names.empty())
+            words.push_back(GetMsg(row, {ShownNames(names)}));
+    };
+    add(report.leftOut, Msg::SameNameLeftOut);
+    add(report.renamed, Msg::KeptUnderFreeName);
+    add(report.notFiles, Msg::NoFilesLeftOut);
+    if (!words.empty())
         session.host.Tell(Tone::Warning,
-                          GetMsg(Msg::SameNameLeftOut, {Join(report.leftOut, ", ")}));
+                          Join(words, std::string{lineBreak} + std::string{lineBreak}));
 }
 
 } // namespace kestrova

@@ -2,6 +2,8 @@
 
 #include "session/unpack_guard.h"
 
+#include <set>
+
 /// How files come into the folder of a level: single files, packages, whole folders. The sources
 /// themselves are never changed.
 namespace kestrova
@@ -14,20 +16,25 @@ std::string LevelNameFrom(const Path& source);
 
 /// A name of the folder that is taken already.
 enum class Replace {
-    Ask,    ///< as the person says; the same content needs no question
-    Silent, ///< the new file goes in its place
+    Ask,      ///< as the person says; the same content needs no question
+    Silent,   ///< the new file goes in its place
+    KeepBoth, ///< so it does, and the old one gets a free name
 };
 
 /// What a source gave, beyond what it was asked for.
 struct SourceReport {
-    std::size_t failed = 0;           ///< files that could not be copied; each was told
-    std::vector<std::string> leftOut; ///< two files of one name in one source: the later ones
-    bool stopped = false;             ///< by the person; what was copied until then stays
+    std::size_t failed = 0;            ///< files that could not be copied; each was told
+    std::vector<std::string> leftOut;  ///< two files of one name in one source: the later ones
+    std::vector<std::string> notFiles; ///< links and devices
+    std::vector<std::string> renamed;  ///< files that keep a free name, with that name
+    std::set<std::string> placed;      ///< the names, folded, that came into the level's folder
+    bool stopped = false;              ///< by the person; what was copied until then stays
 };
 
 /// One file, or the files of a package, its folders left out, into `folder`. `Stopped` when the
 /// person stopped it. Files of one name within the package: the first stays, the others are named
-/// in the report.
+/// in the report. A package that lies in `folder` itself may hold a file of its own name, which
+/// takes its place.
 Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folder, Replace replace,
                          ProgressScope& progress, SourceReport& report,
                          const UnpackLimits& limits = {});
@@ -50,8 +57,8 @@ Result<std::vector<Path>> FilesOfSource(Session& session, const Path& source,
 void AddFilesFromFolder(Session& session, const Path& source, const Path& folder,
                         ProgressScope& progress, Subfolders subfolders, SourceReport& report);
 
-/// Names what `leftOut` holds, if anything.
-void TellLeftOut(Session& session, const SourceReport& report);
+/// Names what is not in the level, or not under its own name, if anything.
+void TellReport(Session& session, const SourceReport& report);
 
 /// Where packages are unpacked before their files go on; empty of meaning between two runs.
 Path UnpackingFolder(const Session& session);

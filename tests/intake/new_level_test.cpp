@@ -167,6 +167,66 @@ TEST_F(NewLevelTest, WhatCannotBeUnpackedIsNamedAndTheRestComesIn)
     EXPECT_EQ(box.Read("levels/LEVEL_0001/files/extra.zip"), "PK no zip");
 }
 
+TEST_F(NewLevelTest, NoFileIsLostBesideAnotherOne)
+{
+    // A package that holds one of its own name, and one whose files are called like the outer's.
+    box.Write("own/inner.txt", "inner");
+    Zip("own", "again/level.zip");
+    box.Write("again/own.txt", "own");
+    Zip("again", "in/level.zip");
+    box.Write("more/readme.txt", "the inner one");
+    box.Write("more/same.txt", "same");
+    box.Write("more/SCRIPT.dat", "the inner script");
+    Zip("more", "in/more.zip");
+    box.Write("in/readme.txt", "the outer one");
+    box.Write("in/same.txt", "same");
+    box.Write("in/script.dat", "the outer script");
+    box.Write("in/level.tr4", "level");
+    Zip("in", "outer.zip");
+    NewLevel& level = Begin();
+    ASSERT_TRUE(level.AddSources({box / "outer.zip"})) << box.host.AllTold();
+    EXPECT_EQ(box.Read("levels/LEVEL_0001/files/own.txt"), "own");
+    EXPECT_TRUE(box.host.WasTold("readme.txt as readme_2.txt, script.dat as script.dat_2"));
+    EXPECT_FALSE(box.host.WasTold("same.txt"));
+    level.Refresh();
+    EXPECT_EQ(Part("files"), (Files{{"inner.txt", "inner"},
+                                    {"level.tr4", "level"},
+                                    {"own.txt", "own"},
+                                    {"readme.txt", "the inner one"},
+                                    {"readme_2.txt", "the outer one"},
+                                    {"same.txt", "same"},
+                                    {"script.dat", "the inner script"},
+                                    {"script.dat_2", "the outer script"}}));
+    // A folder: links are named, and of what comes from a package and beside it the person chooses.
+    Shell("rm in/level.zip && ln -s /etc/hostname in/link.tr4 && ln -s same.txt in/within.txt && "
+          "ln -s .. in/up");
+    std::filesystem::remove_all(box / "levels/LEVEL_0001/files");
+    std::filesystem::create_directory(box / "levels/LEVEL_0001/files");
+    box.host.told.clear();
+    box.host.WillAsk("readme.txt", false);
+    box.host.WillAsk("script.dat", true);
+    EXPECT_TRUE(level.AddSources({box / "in"}));
+    EXPECT_TRUE(box.host.WasTold("left out: link.tr4, up.")) << box.host.AllTold();
+    EXPECT_EQ(box.Read("levels/LEVEL_0001/files/within.txt"), "same");
+    EXPECT_EQ(box.Read("levels/LEVEL_0001/files/readme.txt"), "the inner one");
+}
+
+TEST_F(NewLevelTest, ManyNamesInAMessageAreBounded)
+{
+    for (int i = 0; i < 1'000; ++i) {
+        const std::string name = std::to_string(i) + ".txt";
+        box.Write("in/a/" + name, "one");
+        box.Write("in/b/" + name, "two");
+    }
+    box.Write("in/a/" + std::string(240, 'n'), "one");
+    box.Write("in/b/" + std::string(240, 'n'), "two");
+    NewLevel& level = Begin();
+    EXPECT_TRUE(level.AddSources({box / "in"}, Subfolders::Take));
+    EXPECT_TRUE(box.host.WasTold("b/0.txt, ")) << box.host.AllTold();
+    EXPECT_TRUE(box.host.WasTold("and 991 more"));
+    EXPECT_LT(box.host.AllTold().size(), 600U);
+}
+
 TEST_F(NewLevelTest, PackagesInAPackageCountTogether)
 {
     Shell("mkdir in out && truncate -s 100M in/1.wav && cd in && zip -q1 ../out/1.zip 1.wav && "

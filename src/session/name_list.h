@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kestrova
+{
+
+/// The names as a message can show them, however many and long they are: the first ones, parted by
+/// commas, and how many more there are.
+std::string ShownNames(const std::vector<std::string>& names);
+
+} // namespace kestrova
