@@ -64,6 +64,11 @@ expect 1 new "$box/my.kva"
 errs "already"
 expect 1 load "$box/none.kva"
 expect 1 add --name x "$box/none"
+# What could not be unpacked inside a package is a failure too, unless the person goes on.
+mkdir "$box/outer" && cp -r "$box/from/dusk/." "$box/outer" && echo "PK no zip" >"$box/outer/in.zip"
+(cd "$box/outer" && zip -qr "$box/outer.zip" .)
+expect 1 --yes add --name half "$box/outer.zip"
+errs "in.zip" && errs "--keep-going"
 
 # An answer on a terminal counts.
 if command -v script >/dev/null; then
