@@ -97,6 +97,7 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelCode storeOf, bool marked)
         return StateMove::Stopped;
     };
 
+    std::vector<std::string> copies;
     if (auto status = MakeFolders(store); !status)
         return stop(status.Error());
     if (nobodys) { // emptied and filled already; only what a game wrote since comes to it
@@ -125,7 +126,7 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelCode storeOf, bool marked)
                 return stop(status.Error());
             return StateMove::Failed;
         }
-        if (auto status = CopyStateOut(store, marked); !status)
+        if (auto status = CopyStateOut(store, copies); !status)
             return stop(status.Error());
     }
     journal_.phase = SwapPhase::Stored;
@@ -136,11 +137,17 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelCode storeOf, bool marked)
     stateOf_.reset();
     const auto dropped = DropLiveState(session_, storeOf, journal_.live);
     if (marked)
-        for (const std::string& pattern : StatePatterns())
-            log_ +=
-                LogLine({GetMsg(Msg::LogDeleteDir) + "\"" + pattern + "\"" + GetMsg(Msg::LogArrow) +
-                         TextOf(trle_) + GetMsg(dropped ? Msg::LogOk : Msg::LogError)});
+        LogStateMove(copies, static_cast<bool>(dropped));
     return StateMove::Moved;
+}
+
+/// Pattern by pattern, as a reader follows it, though all copies stand before the first deletion.
+void SwapRun::LogStateMove(const std::vector<std::string>& copies, bool dropped)
+{
+    const std::vector<std::string> patterns = StatePatterns();
+    for (std::size_t i = 0; i < patterns.size(); ++i)
+        log_ += (i < copies.size() ? copies[i] : std::string{}) +
+                DeleteDirLine(trle_, patterns[i], dropped);
 }
 
 Status SwapRun::EmptyStore(const Path& store, const std::vector<Path>& going, bool marked)
@@ -150,19 +157,17 @@ Status SwapRun::EmptyStore(const Path& store, const std::vector<Path>& going, bo
         if (const auto failure = platform::Unlink(file); failure && emptied)
             emptied = MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure);
     if (marked)
-        log_ += LogLine({GetMsg(Msg::LogDeleteDir) + "\"" + GetMsg(Msg::PatAllFiles) + "\"" +
-                         GetMsg(Msg::LogArrow) + TextOf(store) +
-                         GetMsg(emptied ? Msg::LogOk : Msg::LogError)});
+        log_ += DeleteDirLine(store, GetMsg(Msg::PatAllFiles), static_cast<bool>(emptied));
     return emptied;
 }
 
 /// All live state into the empty store, compared and flushed, each file as the journal has it.
-Status SwapRun::CopyStateOut(const Path& store, bool marked)
+/// `copies` gets the log's line of each pattern.
+Status SwapRun::CopyStateOut(const Path& store, std::vector<std::string>& copies)
 {
     const CopyOptions safe{Verify::Content, true, false, {}};
     for (const std::string& pattern : StatePatterns()) {
-        auto status = marked ? LogCopyMatching(trle_, store, log_, pattern, safe)
-                             : CopyMatching(trle_, store, pattern, safe);
+        auto status = LogCopyMatching(trle_, store, copies.emplace_back(), pattern, safe);
         if (!status)
             return status;
     }

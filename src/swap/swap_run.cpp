@@ -147,8 +147,7 @@ bool SwapRun::DeleteAdded(const Belongings& belongings)
             log_ += LogLine({GetMsg(Msg::LogNotRemovedCompact, {Readable(file.name)})});
             leftAdded_.push_back(file);
         } else if (const auto status = LogDeleteFile(trle_ / *relative, log_); !status) {
-            TellFailure(session_,
-                        GetMsg(Msg::CannotDeleteFile) + TextOf(trle_) + Readable(file.name),
+            TellFailure(session_, GetMsg(Msg::CannotDeleteFile) + TextOf(trle_ / *relative),
                         status.Error());
             leftAdded_.insert(leftAdded_.end(),
                               belongings.added.begin() + static_cast<std::ptrdiff_t>(i),
@@ -170,10 +169,9 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
     std::vector<std::string> failed;
     for (std::size_t i = 0; i < names.size(); ++i) {
         const auto relative = SafeRelative(names[i]);
-        log_ += GetMsg(Msg::LogCopy) + TextOf(session_.BackupFolder()) + Readable(names[i]) +
-                GetMsg(Msg::LogArrow) + TextOf(trle_) + Readable(names[i]);
         const auto status = RestoreOriginal(session_, *relative);
-        log_ += LogLine({GetMsg(status ? Msg::LogOk : Msg::LogError)});
+        log_ += CopyLine(session_.BackupFolder() / *relative, trle_ / *relative,
+                         static_cast<bool>(status), false);
         // What no backup holds stays missing; what it holds is tried again with the next swap.
         if (!status && FileExists(session_.BackupFolder() / *relative)) {
             leftOverwritten_.push_back(names[i]);
@@ -207,8 +205,6 @@ bool SwapRun::BringIn(bool logged)
 Status SwapRun::Put(const Placement& placement, bool& overwritten)
 {
     const Path target = ResolvePath(trle_ / placement.relative);
-    log_ += GetMsg(Msg::LogCopy) + TextOf(placement.file.path) + GetMsg(Msg::LogArrow) +
-            TextOf(trle_) + Readable(placement.target);
     overwritten = FileExists(target);
     const auto put = [&]() -> Status {
         if (auto status = MakeFolders(target.parent_path()); !status)
@@ -225,8 +221,8 @@ Status SwapRun::Put(const Placement& placement, bool& overwritten)
                                     : CopyFileOver(placement.file.path, target);
     };
     auto status = put();
-    log_ += GetMsg(status ? Msg::LogOk : Msg::LogError) +
-            (overwritten ? GetMsg(Msg::LogOverwrite) : std::string{}) + std::string{lineBreak};
+    log_ += CopyLine(placement.file.path, trle_ / placement.relative, static_cast<bool>(status),
+                     overwritten);
     const platform::FileFacts facts = platform::FactsOf(target);
     put_.push_back(
         status ? OwnedFile{placement.target, facts.size, facts.modifiedNs}

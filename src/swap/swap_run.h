@@ -72,7 +72,8 @@ private:
     };
     StateMove MoveStateOut(LevelCode storeOf, bool marked);
     Status EmptyStore(const Path& store, const std::vector<Path>& going, bool marked);
-    Status CopyStateOut(const Path& store, bool marked);
+    Status CopyStateOut(const Path& store, std::vector<std::string>& copies);
+    void LogStateMove(const std::vector<std::string>& copies, bool dropped);
     bool TakeOutOriginal(LevelCode& previous);
     bool KeepLiveState(LevelCode code);
     bool DeleteAdded(const Belongings& belongings);
