@@ -1,6 +1,7 @@
 #pragma once
 
 #include "session/session.h"
+#include "swap/folder_guard.h"
 
 /// What the main window's buttons do to the selected level, for every face.
 namespace kestrova
@@ -22,16 +23,9 @@ std::optional<LevelFacts> SelectLevel(Session& session, LevelCode code);
 /// The same without loading anything into the session: nothing is written.
 std::optional<LevelFacts> LookAtLevel(Session& session, LevelCode code);
 
-/// True when that level stands in the Level Editor's folder and no work on it waits to be mended:
-/// playing it changes no file.
-bool StandsInTrle(const Session& session, LevelCode code);
-
-/// True when no program runs in the Level Editor's folder, or the person goes on nevertheless: to
-/// be asked before anything changes the level there.
-bool TrleIsQuiet(Session& session);
-
-/// Installs and starts: asks first while a program runs in the Level Editor's folder. With `start`
-/// False the game is not started. True when all of that went well.
+/// Installs and starts: asks first while a program runs in the Level Editor's folder, for the level
+/// that stands there too, since a second game would write into the same slots. With `start` False
+/// the game is not started. True when all of that went well.
 bool PlayLevel(Session& session, LevelCode code, bool start = true);
 
 /// How the game would be started: as it is, or through Wine when the file begins with `MZ`; the

@@ -2,9 +2,6 @@
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
 #include "swap/install.h"
-#include "swap/marker.h"
-#include "swap/recovery.h"
-#include "swap/swap_notes.h"
 
 namespace kestrova
 {
@@ -30,28 +27,6 @@ bool StartGame(Session& session)
 
 } // namespace
 
-bool TrleIsQuiet(Session& session)
-{
-    const auto programs = session.machine.ProgramsRunningIn(session.TrleFolder());
-    if (programs.empty())
-        return true;
-    std::vector<std::string> names;
-    for (const platform::RunningProgram& program : programs)
-        names.push_back(program.name);
-    return session.host.AskYesNo(
-        GetMsg(Msg::ProgramsRunInTrle, {Join(names, ", "), lineBreak, lineBreak}));
-}
-
-bool StandsInTrle(const Session& session, LevelCode code)
-{
-    if (code == originalCode || FindLevel(session, code) < 0 || CurrentLevelCode(session) != code ||
-        !InterruptedWork(session).empty())
-        return false;
-    // After a new start of the machine the files in the folder are looked at once more.
-    const auto owner = OwnerThatCounts(session);
-    return owner && owner->owner == code && owner->bootId == session.machine.BootId();
-}
-
 bool PlayLevel(Session& session, LevelCode code, bool start)
 {
     Operation operation{session};
@@ -59,7 +34,8 @@ bool PlayLevel(Session& session, LevelCode code, bool start)
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownCodeInList) + std::to_string(code));
         return false;
     }
-    if (!StandsInTrle(session, code) && !TrleIsQuiet(session))
+    if (!StandsInTrle(session, code) ? !MayChangeTrle(session)
+                                     : start && !MayStartBesideOthers(session))
         return false;
     if (!InstallLevel(session, code)) {
         session.host.Tell(Tone::Error, GetMsg(Msg::PlayInstallFailed));

@@ -1,7 +1,5 @@
-#include "app/level_commands.h"
 #include "archive/level_sizes.h"
 #include "cli/work.h"
-#include "swap/marker.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/level_life.h"
 
@@ -76,8 +74,6 @@ Exit RunRemove(Run& run)
         return Exit::WrongUse;
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;
-    if (CurrentLevelCode(run.session) == *code && !TrleIsQuiet(run.session))
-        return EndWork(run, false);
     const bool keep = run.arguments.Has("--keep-files");
     return EndWork(run,
                    RemoveLevel(run.session, *code, keep ? LevelFolders::Keep : LevelFolders::Ask));

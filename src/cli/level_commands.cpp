@@ -1,11 +1,9 @@
 // Commands for what levels are, beside being played: their language, and which of them are equal.
-#include "app/level_commands.h"
 #include "archive/level_folders.h"
 #include "archive/stored_audio.h"
 #include "cli/work.h"
 #include "publish/author_infos.h"
 #include "swap/level_language.h"
-#include "swap/marker.h"
 #include "upkeep/change_compression.h"
 #include "upkeep/create_tr4_infos.h"
 #include "upkeep/equal_check.h"
@@ -73,9 +71,6 @@ Exit RunLanguage(Run& run)
         return Exit::WrongUse;
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;
-    const LevelCode current = CurrentLevelCode(run.session);
-    if (current != originalCode && (all || current == *code) && !TrleIsQuiet(run.session))
-        return EndWork(run, false);
     if (all)
         return EndWork(run, ChangeLanguageOfAll(run.session, change));
     run.session.list.Select(*code);

@@ -93,8 +93,6 @@ Exit RunOriginal(Run& run)
 {
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;
-    if (!TrleIsQuiet(run.session))
-        return EndWork(run, false);
     if (!run.arguments.Has("--full"))
         return EndWork(run, RestoreFastWithWords(run.session));
     const auto progress = run.host.BeginProgress(ProgressWindow::Progress, {});

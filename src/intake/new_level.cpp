@@ -245,6 +245,7 @@ void NewLevel::OpenFile(const Path& file)
 
 bool NewLevel::SetMyLanguage()
 {
+    const Operation running{session_};
     if (GuardLevelOnCd(session_, saved_))
         return false;
     LanguageFailure failure;
@@ -255,7 +256,7 @@ bool NewLevel::SetMyLanguage()
         ChangeLanguage(session_, workFolder_, LanguageChange::Mine, installed, failure);
     if (changed)
         session_.host.Tell(Tone::Plain, GetMsg(Msg::LanguageSet));
-    else
+    else if (!failure.declined)
         session_.host.Tell(Tone::Error, GetMsg(Msg::LanguageError) + failure.words, failure.reason);
     RefreshFileList();
     return changed;

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "platform/waker.h"
 #include "session/session.h"
 
 namespace kestrova
 {
 
 /// Whether a game is running: the one that was started here, also through Wine, or any program in
-/// the Level Editor's folder.
+/// the Level Editor's folder. Looking costs a walk through all processes, so it says when another
+/// look is worth it: when what runs has ended, or when a file of the folder was opened.
 class GameWatch
 {
 public:
@@ -16,9 +18,18 @@ public:
     bool Look();
     [[nodiscard]] bool Running() const { return running_; }
 
+    /// What becomes readable when there may be news; new ones after each look.
+    [[nodiscard]] const std::vector<platform::Waker>& Wakers() const { return wakers_; }
+    /// True when another look is worth it; to be asked when one of them is readable.
+    [[nodiscard]] bool HasNews() const;
+    /// False where the system cannot tell: then somebody has to look every now and then.
+    [[nodiscard]] bool IsTold() const { return told_; }
+
 private:
     Session& session_;
     bool running_ = false;
+    bool told_ = false;
+    std::vector<platform::Waker> wakers_;
 };
 
 } // namespace kestrova

@@ -54,6 +54,9 @@ struct Session {
 
     /// Above 0 while an operation runs: timers and notices return at once, commands are refused.
     int runningOperations = 0;
+    /// The person goes on though a program runs in the Level Editor's folder; asked once for each
+    /// operation.
+    bool agreedToProgramsInTrle = false;
 
     [[nodiscard]] Path TrleFolder() const { return FolderFromText(Trim(preferences.trlePath)); }
     [[nodiscard]] Path ArchivePath() const { return Path{Trim(preferences.archivePath)}; }
@@ -67,7 +70,11 @@ class Operation
 {
 public:
     explicit Operation(Session& session) : session_(session) { ++session_.runningOperations; }
-    ~Operation() { --session_.runningOperations; }
+    ~Operation()
+    {
+        if (--session_.runningOperations == 0)
+            session_.agreedToProgramsInTrle = false;
+    }
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
 

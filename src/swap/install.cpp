@@ -4,6 +4,7 @@
 #include "archive/storage.h"
 #include "catalogue/message.h"
 #include "core/staged_file.h"
+#include "swap/folder_guard.h"
 #include "swap/level_files.h"
 #include "swap/recovery.h"
 #include "swap/state_files.h"
@@ -97,6 +98,8 @@ bool InstallLevel(Session& session, LevelCode code)
         session.host.Tell(Tone::Error, GetMsg(Msg::TrleFolderGone, {TextOf(session.TrleFolder())}));
         return false;
     }
+    if (!StandsInTrle(session, code) && !MayChangeTrle(session))
+        return false;
     if (!RecoverInterruptedWork(session))
         return false;
     ActivityLog log = GetMsg(Msg::LogSetLevel, {LevelNameOf(session, code)}) +
@@ -117,6 +120,8 @@ LevelCode RemovePreviousLevel(Session& session, LevelCode newCode, ActivityLog& 
         session.host.Tell(Tone::Error, GetMsg(Msg::TrleFolderGone, {TextOf(session.TrleFolder())}));
         return originalCode;
     }
+    if (CurrentLevelCode(session) != newCode && !MayChangeTrle(session))
+        return originalCode;
     if (!RecoverInterruptedWork(session))
         return originalCode;
     SwapRun run{session, log, newCode};

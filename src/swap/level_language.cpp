@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "swap/folder_guard.h"
 #include "swap/installed_language.h"
 #include "swap/level_files.h"
 #include "swap/marker.h"
@@ -127,6 +128,10 @@ bool ChangeLanguage(Session& session, const Path& folder, LanguageChange change,
                     LanguageFailure& failure)
 {
     failure = {};
+    if (installed && !MayChangeTrle(session)) {
+        failure.declined = true;
+        return false;
+    }
     std::vector<Path> changed;
     const bool done = change == LanguageChange::Mine
                           ? SetMine(session, folder, failure, changed)
@@ -150,6 +155,7 @@ bool WarnIfEnglish(Session& session)
 
 bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange change, bool verbose)
 {
+    const Operation running{session};
     const auto refuse = [&](const std::string& words) {
         if (verbose)
             session.host.Tell(Tone::Error, words);
@@ -163,9 +169,12 @@ bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange chan
     if (session.cdNotAvailable)
         return false;
     const bool installed = code == CurrentLevelCode(session);
-    // The record of what stands in the folder is about to be renewed.
-    if (installed)
+    if (installed) {
+        if (!MayChangeTrle(session))
+            return false;
+        // The record of what stands in the folder is about to be renewed.
         MendAfterRestart(session, code);
+    }
     LanguageFailure failure;
     if (!ChangeLanguage(session, InFolder(home, RowText(Msg::DirFiles)), change, installed,
                         failure)) {
@@ -199,7 +208,9 @@ bool ChangeLanguageOfSelected(Session& session, LanguageChange change)
 
 bool ChangeLanguageOfAll(Session& session, LanguageChange change)
 {
-    if (WarnIfEnglish(session))
+    const Operation running{session};
+    if (WarnIfEnglish(session) ||
+        (CurrentLevelCode(session) != originalCode && !MayChangeTrle(session)))
         return false;
     const std::size_t count = session.archive.levels.size();
     std::size_t done = 0;

@@ -17,7 +17,8 @@ enum class LanguageChange {
 /// Why a language was not changed.
 struct LanguageFailure {
     std::string words;
-    std::string reason; ///< the system's own; may be empty
+    std::string reason;    ///< the system's own; may be empty
+    bool declined = false; ///< the person's own answer, of which nothing more is said
 };
 
 /// The `*.dat` of a folder but `script.dat`, in listing order.
@@ -28,7 +29,8 @@ std::vector<Path> LanguageFilesIn(const Path& folder);
 bool CanSetMyLanguage(const Session& session, const Path& folder, LanguageFailure& failure,
                       std::string& languageFile);
 /// Changes the language in a folder of level files. With `installed` the Level Editor's folder
-/// follows, since the level stands there; what is not possible there is told as a warning.
+/// follows, since the level stands there, and the person is asked first while a program runs in it;
+/// what is not possible there is told as a warning.
 bool ChangeLanguage(Session& session, const Path& folder, LanguageChange change, bool installed,
                     LanguageFailure& failure);
 

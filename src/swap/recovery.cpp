@@ -4,6 +4,7 @@
 #include "catalogue/message.h"
 #include "core/staged_file.h"
 #include "swap/backup_folders.h"
+#include "swap/folder_guard.h"
 #include "swap/history.h"
 #include "swap/restore_steps.h"
 #include "swap/state_change.h"
@@ -238,7 +239,7 @@ void ClearToldLeftovers(Session& session)
 {
     const auto owner = OwnerThatCounts(session);
     if (!owner || FileExists(session.MarkerPath()) ||
-        (owner->overwritten.empty() && owner->added.empty()))
+        (owner->overwritten.empty() && owner->added.empty()) || !ProgramsInTrle(session).empty())
         return;
     SwapJournal lists;
     lists.restore = owner->overwritten;
@@ -280,7 +281,7 @@ bool RecoverInterruptedWork(Session& session)
     // The preferences may name another folder by now; the work is mended where it began.
     std::string chosen = journal.folder.path;
     std::swap(chosen, session.preferences.trlePath);
-    const bool mended = MendSwap(session, journal);
+    const bool mended = MayChangeTrle(session) && MendSwap(session, journal);
     std::swap(chosen, session.preferences.trlePath);
     return mended;
 }

@@ -1,6 +1,7 @@
 #include "swap/backup.h"
 
 #include "catalogue/message.h"
+#include "swap/folder_guard.h"
 #include "swap/install.h"
 #include "swap/restore_steps.h"
 #include "swap/state_files.h"
@@ -95,6 +96,8 @@ void RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
         session.host.Tell(Tone::Error, GetMsg(Msg::NoBackupToRestore));
         return;
     }
+    if (!MayChangeTrle(session))
+        return;
     Show(&progress, Msg::RestoreRemovingLevel);
     (void)RestoreFast(session); // its failures have been told; the critical files go anyway
     if (!FolderExists(session.TrleFolder()))
@@ -133,6 +136,9 @@ void RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
 
 bool RestoreFastWithWords(Session& session)
 {
+    const Operation running{session};
+    if (!MayChangeTrle(session))
+        return false;
     const bool done = RestoreFast(session);
     session.host.Tell(done ? Tone::Plain : Tone::Error,
                       GetMsg(done ? Msg::FastRestoreDone : Msg::FastRestoreFailed));

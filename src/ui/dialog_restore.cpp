@@ -1,6 +1,6 @@
 #include "ui/dialog_restore.h"
 
-#include "app/level_commands.h"
+#include "swap/folder_guard.h"
 #include "swap/backup.h"
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
@@ -80,8 +80,6 @@ void RestoreDialog::AllowButtons(bool allowed)
 
 void RestoreDialog::RestoreFast()
 {
-    if (!TrleIsQuiet(session_))
-        return;
     const Operation operation{session_};
     AllowButtons(false);
     const bool done = RestoreFastWithWords(session_);
@@ -92,9 +90,9 @@ void RestoreDialog::RestoreFast()
 
 void RestoreDialog::RestoreFull()
 {
-    if (!TrleIsQuiet(session_))
-        return;
     const Operation operation{session_};
+    if (!MayChangeTrle(session_))
+        return;
     AllowButtons(false);
     bar_->show();
     OwnProgress progress{*info_, *bar_};

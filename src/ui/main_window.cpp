@@ -4,6 +4,7 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "swap/backup.h"
+#include "swap/level_language.h"
 #include "swap/marker.h"
 #include "ui/captions.h"
 #include "ui/dialog_convert_audio.h"
@@ -32,6 +33,7 @@
 #include <QProgressBar>
 #include <QSettings>
 #include <QShortcut>
+#include <QSocketNotifier>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QToolButton>
@@ -78,31 +80,34 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     setObjectName(QStringLiteral("Principale"));
     setAcceptDrops(true);
     const auto run = [this](auto work) { return [this, work] { Run(work); }; };
-    BuildMenu(
-        *menuBar(),
-        {Commands{
-             {"mnu_New", run([this] { CreateArchive(session_); })},
-             {"mnu_Load", run([this] { AskLoadArchive(session_); })},
-             {"mnu_Save", run([this] { SaveCurrentArchive(); })},
-             {"mnu_SaveAs", run([this] { AskSaveArchiveAs(session_); })},
-             {"Mnu_Exit", [this] { close(); }},
-             {"mnu_AddLevel", [this] { AddLevelFrom({}); }},
-             {"mnu_Property", [this] { EditChosen(); }},
-             {"mnu_RemoveLevel", run([this] { RemoveChosen(); })},
-             {"mnu_CalcolaSize", run([this] { ShowArchiveSizes(session_); })},
-             {"mnu_SetMylanguage", run([this] { ChangeLanguage(LanguageChange::Mine); })},
-             {"mnu_RestoreLanguage", run([this] { ChangeLanguage(LanguageChange::Original); })},
-             {"mnu_SetLanguageAll", run([this] { ChangeAllLanguages(LanguageChange::Mine); })},
-             {"mnu_RestoreAll", run([this] { ChangeAllLanguages(LanguageChange::Original); })},
-             {"mnu_Export", run([this] { ExportChosen(); })},
-             {"mnu_ControllaUguali", run([this] { CheckEqualLevels(session_); })},
-             {"mnu_CreaInfoTr4", run([this] { CreateTr4Infos(session_); })},
-             {"mnu_FaiFullBackup", run([this] { RefreshFullBackup(session_); })},
-             {"mnu_SetOriginale", [this] { RestoreDialog(session_, this).exec(); }},
-             {"mnu_Settings", [this] { SettingsDialog(session_, this).exec(); }},
-             {"mnu_PrefArchive", [this] { ArchiveDialog(session_, this).exec(); }},
-             {"mnu_About", [this] { AboutDialog(this).exec(); }}},
-         ShotCommands(), SavegameCommands(session_, this), AudioCommands(session_, this)});
+    BuildMenu(*menuBar(),
+              {Commands{{"mnu_New", run([this] { CreateArchive(session_); })},
+                        {"mnu_Load", run([this] { AskLoadArchive(session_); })},
+                        {"mnu_Save", run([this] { SaveCurrentArchive(); })},
+                        {"mnu_SaveAs", run([this] { AskSaveArchiveAs(session_); })},
+                        {"Mnu_Exit", [this] { close(); }},
+                        {"mnu_AddLevel", [this] { AddLevelFrom({}); }},
+                        {"mnu_Property", [this] { EditChosen(); }},
+                        {"mnu_RemoveLevel", run([this] { RemoveChosen(); })},
+                        {"mnu_CalcolaSize", run([this] { ShowArchiveSizes(session_); })},
+                        {"mnu_SetMylanguage",
+                         run([this] { ChangeLanguageOfSelected(session_, LanguageChange::Mine); })},
+                        {"mnu_RestoreLanguage", run([this] {
+                             ChangeLanguageOfSelected(session_, LanguageChange::Original);
+                         })},
+                        {"mnu_SetLanguageAll",
+                         run([this] { ChangeLanguageOfAll(session_, LanguageChange::Mine); })},
+                        {"mnu_RestoreAll",
+                         run([this] { ChangeLanguageOfAll(session_, LanguageChange::Original); })},
+                        {"mnu_Export", run([this] { ExportChosen(); })},
+                        {"mnu_ControllaUguali", run([this] { CheckEqualLevels(session_); })},
+                        {"mnu_CreaInfoTr4", run([this] { CreateTr4Infos(session_); })},
+                        {"mnu_FaiFullBackup", run([this] { RefreshFullBackup(session_); })},
+                        {"mnu_SetOriginale", [this] { RestoreDialog(session_, this).exec(); }},
+                        {"mnu_Settings", [this] { SettingsDialog(session_, this).exec(); }},
+                        {"mnu_PrefArchive", [this] { ArchiveDialog(session_, this).exec(); }},
+                        {"mnu_About", [this] { AboutDialog(this).exec(); }}},
+               ShotCommands(), SavegameCommands(session_, this), AudioCommands(session_, this)});
 
     auto* side = new QWidget;
     BuildList(*side);
@@ -326,6 +331,14 @@ void MainWindow::ChooseRow(std::ptrdiff_t row)
     if (const std::ptrdiff_t index = FindLevel(session_, code); index >= 0)
         details_->ShowRecord(session_.archive.levels[static_cast<std::size_t>(index)]);
     showSoon_.start(showSoonMs);
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    // Whoever comes back from another program may have started or ended a game there.
+    if (event->type() == QEvent::ActivationChange && !gameTimer_.isActive())
+        gameTimer_.start(0);
+    QMainWindow::changeEvent(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

@@ -2,19 +2,20 @@
 
 #include "saves/game_watch.h"
 #include "saves/hot_keys.h"
-#include "swap/level_language.h"
 #include "ui/level_model.h"
 
 #include <QMainWindow>
 #include <QTimer>
 #include <functional>
 #include <map>
+#include <memory>
 
 class QListView;
 class QLineEdit;
 class QLabel;
 class QProgressBar;
 class QPushButton;
+class QSocketNotifier;
 class QSplitter;
 class QToolButton;
 
@@ -69,6 +70,7 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void BuildList(QWidget& side);
@@ -99,13 +101,13 @@ private:
     void SaveCurrentArchive();
     void EditChosen();
     void RemoveChosen();
-    void ChangeLanguage(LanguageChange change);
-    void ChangeAllLanguages(LanguageChange change);
     /// The commands of the menu of screen-shots.
     std::map<std::string, std::function<void()>> ShotCommands();
     void ConnectShots();
     void WatchPlay();
     void LookForGame();
+    bool LookNow();
+    void HearOfGame();
     void ShowGame();
     void GameHasStarted();
     void ZoomShot(std::ptrdiff_t index);
@@ -129,6 +131,9 @@ private:
     GameWatch gameWatch_{session_};
     QTimer keysTimer_{this};
     QTimer gameTimer_{this};
+    /// Behind the watch, whose descriptors they wait on.
+    std::vector<std::unique_ptr<QSocketNotifier>> gameNews_;
+    bool lookOnceMore_ = false;
     std::optional<LevelCode> chosen_;
     QTimer showSoon_; ///< so that running through the list does not decode every picture
 };

@@ -4,7 +4,6 @@
 #include "app/level_commands.h"
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
-#include "swap/marker.h"
 #include "ui/captions.h"
 #include "ui/dialog_author.h"
 #include "ui/dialog_new_level.h"
@@ -66,7 +65,7 @@ void MainWindow::SearchOn(int step)
 
 QString MainWindow::EmptyWords() const
 {
-    if (session_.archive.levels.empty())
+    if (session_.archive.levels.empty() || session_.ArchivePath().empty())
         return Words(Msg::EmptyNoArchive, {lineBreak});
     if (model_->rowCount() == 0)
         return Words(Msg::EmptyNoHit, {FromQt(search_->text().trimmed()), lineBreak});
@@ -162,23 +161,7 @@ void MainWindow::RemoveChosen()
 {
     if (!chosen_)
         return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelSelected));
-    if (CurrentLevelCode(session_) == *chosen_ && !TrleIsQuiet(session_))
-        return;
     RemoveLevel(session_, *chosen_);
-}
-
-void MainWindow::ChangeLanguage(LanguageChange change)
-{
-    if (chosen_ && *chosen_ != originalCode && CurrentLevelCode(session_) == *chosen_ &&
-        !TrleIsQuiet(session_))
-        return;
-    ChangeLanguageOfSelected(session_, change);
-}
-
-void MainWindow::ChangeAllLanguages(LanguageChange change)
-{
-    if (CurrentLevelCode(session_) == originalCode || TrleIsQuiet(session_))
-        ChangeLanguageOfAll(session_, change);
 }
 
 } // namespace kestrova

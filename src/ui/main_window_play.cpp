@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QSocketNotifier>
 #include <QStatusBar>
 
 namespace kestrova
@@ -16,8 +17,12 @@ namespace kestrova
 namespace
 {
 
-/// The list of processes is read for it.
-constexpr int gameWatchMs = 2000;
+/// A program that is being started opens its file before it runs.
+constexpr int lookSoonMs = 500;
+/// One that is started by another program takes a while.
+constexpr int lookOnceMoreMs = 3000;
+/// Where nothing tells of a start or an end. The list of processes is read for each look.
+constexpr int lookAgainMs = 2000;
 
 } // namespace
 
@@ -36,13 +41,47 @@ void MainWindow::WatchPlay()
     // No box: it would take the screen from the game.
     hotKeys_.failed = [this](const std::string& words) { statusBar()->showMessage(ToQt(words)); };
     keysTimer_.start(hotKeysMs);
+    gameTimer_.setObjectName(QStringLiteral("Timer_Game"));
+    gameTimer_.setSingleShot(true);
     connect(&gameTimer_, &QTimer::timeout, this, &MainWindow::LookForGame);
-    gameTimer_.start(gameWatchMs);
+    gameTimer_.start(lookSoonMs);
+}
+
+bool MainWindow::LookNow()
+{
+    gameNews_.clear(); // they wait on what is closed now
+    const bool changed = gameWatch_.Look();
+    for (const platform::Waker& waker : gameWatch_.Wakers()) {
+        if (!waker.Works())
+            continue;
+        auto news = std::make_unique<QSocketNotifier>(waker.Descriptor(), QSocketNotifier::Read);
+        connect(news.get(), &QSocketNotifier::activated, this, &MainWindow::HearOfGame);
+        gameNews_.push_back(std::move(news));
+    }
+    if (!gameWatch_.IsTold())
+        gameTimer_.start(lookAgainMs);
+    return changed;
+}
+
+void MainWindow::HearOfGame()
+{
+    if (!gameWatch_.HasNews())
+        return;
+    for (const auto& news : gameNews_)
+        news->setEnabled(false); // an end stays readable until the look
+    lookOnceMore_ = true;
+    gameTimer_.start(lookSoonMs);
 }
 
 void MainWindow::LookForGame()
 {
-    if (session_.runningOperations > 0 || !gameWatch_.Look())
+    if (session_.runningOperations > 0)
+        return gameTimer_.start(lookAgainMs);
+    const bool changed = LookNow();
+    if (lookOnceMore_ && !gameTimer_.isActive())
+        gameTimer_.start(lookOnceMoreMs);
+    lookOnceMore_ = false;
+    if (!changed)
         return;
     ShowGame();
     // What the game saved is counted.
@@ -60,7 +99,7 @@ void MainWindow::ShowGame()
 
 void MainWindow::GameHasStarted()
 {
-    gameWatch_.Look();
+    LookNow();
     ShowGame();
     TellOfUnseenKeysOnce(session_);
 }

@@ -4,6 +4,7 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "catalogue/message.h"
+#include "swap/folder_guard.h"
 #include "swap/history.h"
 #include "swap/install.h"
 #include "swap/marker.h"
@@ -148,6 +149,8 @@ bool TakeOut(Session& session, LevelCode code)
 {
     if (CurrentLevelCode(session) != code)
         return true;
+    if (!MayChangeTrle(session))
+        return false;
     ActivityLog log;
     RemovePreviousLevel(session, -1, log);
     if (CurrentLevelCode(session) != code)

@@ -65,15 +65,27 @@ TEST_F(Playing, WithoutAStartOnlyTheLevelComes)
     EXPECT_EQ(CurrentLevelCode(box.session), code);
 }
 
-TEST_F(Playing, ASecondPlayChangesNoFileAndAsksNothing)
+TEST_F(Playing, ASecondPlayChangesNoFileAndStartsNoSecondGameUnasked)
 {
     ASSERT_TRUE(PlayLevel(box.session, code));
     EXPECT_TRUE(StandsInTrle(box.session, code));
     const auto before = box.Snapshot("");
-    box.machine.running = {{77, "tomb4.exe"}}; // the game that runs already
     ASSERT_TRUE(PlayLevel(box.session, code)) << box.host.AllTold();
     EXPECT_EQ(box.Snapshot(""), before);
     EXPECT_EQ(box.machine.started.size(), 2U);
+
+    // A game that runs already shares its slots with nobody unasked.
+    box.machine.running = {{77, "tomb4.exe"}};
+    box.host.WillAsk("tomb4.exe runs", false);
+    EXPECT_FALSE(PlayLevel(box.session, code));
+    EXPECT_EQ(box.machine.started.size(), 2U);
+    EXPECT_TRUE(box.host.told.empty()) << "the person's own answer is no failure";
+    EXPECT_TRUE(PlayLevel(box.session, code, false)) << "nothing is to be started";
+    box.host.WillAsk("tomb4.exe runs", true);
+    EXPECT_TRUE(PlayLevel(box.session, code));
+    EXPECT_EQ(box.machine.started.size(), 3U);
+    EXPECT_EQ(box.Snapshot(""), before);
+    box.machine.running.clear();
 
     box.machine.bootId = "boot-2"; // whether the files reached the disk is not known
     EXPECT_FALSE(StandsInTrle(box.session, code));

@@ -79,8 +79,11 @@ TEST(MainWindow, SaysWhatToDoWhereThereIsNothing)
     WindowWorld world;
     world.Show();
     EXPECT_NE(world.TextOfLabel("Label_Empty").find("no custom levels yet"), std::string::npos);
-    world.session.archive.levels.clear();
+    // The original configuration alone is no archive that a level could be dropped into.
     world.session.preferences.archivePath.clear();
+    world.list.Refresh();
+    EXPECT_NE(world.TextOfLabel("Label_Empty").find("No archive is loaded"), std::string::npos);
+    world.session.archive.levels.clear();
     world.list.Refresh();
     EXPECT_NE(world.TextOfLabel("Label_Empty").find("No archive is loaded"), std::string::npos);
     EXPECT_FALSE(world.list.Selected());

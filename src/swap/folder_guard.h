@@ -1,0 +1,26 @@
+#pragma once
+
+#include "session/session.h"
+
+/// Whether the Level Editor's folder may be changed: a program that runs there reads its files and
+/// writes into them. Every operation that changes the folder asks here, so no face can forget it.
+namespace kestrova
+{
+
+/// The programs that run in the Level Editor's folder; the game that was started from here counts
+/// wherever it runs.
+std::vector<platform::RunningProgram> ProgramsInTrle(Session& session);
+
+/// True when no program runs in the Level Editor's folder, or the person goes on nevertheless. The
+/// answer holds for the whole operation under way, which asks before anything changes and, when it
+/// is False, stops without a further word.
+bool MayChangeTrle(Session& session);
+
+/// True when no game runs beside the one that is to be started, or the person wants both.
+bool MayStartBesideOthers(Session& session);
+
+/// True when that level stands in the Level Editor's folder and no work on it waits to be mended:
+/// playing it changes no file.
+bool StandsInTrle(const Session& session, LevelCode code);
+
+} // namespace kestrova
