@@ -82,7 +82,7 @@ next() {
 original() {
     press ctrl+f
     xdotool key ctrl+a type --delay 4 original
-    press alt+p
+    press ctrl+p
 }
 plays 1 1 attic
 plays 2 2 next
