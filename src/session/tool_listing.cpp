@@ -53,6 +53,46 @@ bool IsDashed(std::string_view line)
     return line.ends_with("----") && line.find_first_not_of("- ") == std::string_view::npos;
 }
 
+bool IsOctal(char c)
+{
+    return c >= '0' && c <= '7';
+}
+
+/// The bytes that a printed name stands for.
+std::string Unescaped(std::string_view printed)
+{
+    constexpr std::string_view letters = "abfnrtv\\";
+    constexpr std::string_view meant = "\a\b\f\n\r\t\v\\";
+    constexpr std::size_t octalDigits = 3;
+    std::string name;
+    name.reserve(printed.size());
+    while (!printed.empty()) {
+        std::size_t taken = 1;
+        char byte = printed.front();
+        if (byte == '\\' && printed.size() > octalDigits && IsOctal(printed[1]) &&
+            IsOctal(printed[2]) && IsOctal(printed[3])) {
+            byte = static_cast<char>((printed[1] - '0') << 6 | (printed[2] - '0') << 3 |
+                                     (printed[3] - '0'));
+            taken += octalDigits;
+        } else if (byte == '\\' && printed.size() > 1) {
+            if (const auto letter = letters.find(printed[1]); letter != std::string_view::npos) {
+                byte = meant[letter];
+                ++taken;
+            }
+        }
+        name += byte;
+        printed.remove_prefix(taken);
+    }
+    return name;
+}
+
+/// A link's name without where it leads: a `kind` of `l` or `h`.
+std::string_view WithoutTarget(std::string_view name, char kind)
+{
+    const std::string_view between = kind == 'l' ? " -> " : kind == 'h' ? " link to " : "";
+    return between.empty() ? name : name.substr(0, name.rfind(between));
+}
+
 } // namespace
 
 std::vector<PackageEntry> ParseZipListing(std::string_view text)
@@ -83,13 +123,16 @@ std::vector<PackageEntry> ParseTarListing(std::string_view text)
     std::vector<PackageEntry> entries;
     while (!text.empty()) {
         std::string_view line = TakeLine(text);
+        const char kind = line.empty() ? ' ' : line.front();
         for (int i = 0; i < wordsBeforeSize; ++i)
             TakeWord(line);
-        const auto size = NumberIn(TakeWord(line));
+        auto size = NumberIn(TakeWord(line));
+        if (kind == 'b' || kind == 'c')
+            size = 0; // a device has two numbers there
         for (int i = 0; i < wordsOfDate; ++i)
             TakeWord(line);
         if (size && line.size() > 1)
-            entries.push_back({std::string{line.substr(1)}, *size});
+            entries.push_back({Unescaped(WithoutTarget(line.substr(1), kind)), *size});
     }
     return entries;
 }

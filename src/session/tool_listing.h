@@ -10,7 +10,7 @@ namespace kestrova
 {
 
 struct PackageEntry {
-    std::string name; ///< as the tool prints it, which makes control characters visible
+    std::string name; ///< bytes; `unzip` alone makes control characters visible
     std::uint64_t size = 0;
 };
 
@@ -20,7 +20,9 @@ struct PackageEntry {
 std::vector<PackageEntry> ParseZipListing(std::string_view text);
 
 /// `bsdtar -tv --numeric-owner`: mode, links, owner, group, size, three words of a date, one blank,
-/// the name. Other lines are passed over.
+/// the name, of a link also where it leads, which is left out. What the tool writes with
+/// backslashes
+/// (`\\`, `\n`, `\303`) becomes the bytes that it stands for. Other lines are passed over.
 std::vector<PackageEntry> ParseTarListing(std::string_view text);
 
 } // namespace kestrova

@@ -37,9 +37,10 @@ ToolArguments UnzipArguments(const Path& package, const Path& folder, bool junkP
     return arguments;
 }
 
+/// Without the archive's comment, which could look like a list.
 ToolArguments UnzipListArguments(const Path& package, const std::string&)
 {
-    return {"-l", package.native()};
+    return {"-l", "-q", package.native()};
 }
 
 /// A password that is wrong ends the question for one, which without any input has no end.

@@ -2,6 +2,7 @@
 
 #include "catalogue/message.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace kestrova
@@ -12,32 +13,97 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
+/// What a folder takes of the disk at least.
+constexpr std::uint64_t blockOfFolder = 4096;
+
 /// Everything below the folder, hidden names and unfinished files too. Looks no further than to
 /// `enough`.
-std::uint64_t BytesIn(const Path& folder, std::uint64_t enough)
+Amount AmountIn(const Path& folder, const Amount& enough)
 {
-    std::uint64_t bytes = 0;
-    std::vector<Path> folders{folder};
-    while (!folders.empty() && bytes <= enough) {
-        const Path place = std::move(folders.back());
+    struct Place {
+        Path folder;
+        std::size_t depth = 0;
+    };
+    Amount amount;
+    std::vector<Place> folders{{folder, 0}};
+    while (!folders.empty() && amount.bytes <= enough.bytes && amount.entries <= enough.entries &&
+           amount.depth <= enough.depth) {
+        const Place place = std::move(folders.back());
         folders.pop_back();
         std::vector<platform::FolderEntry> entries;
-        if (platform::ListFolder(place, entries))
+        if (platform::ListFolder(place.folder, entries))
             continue; // gone again, or not there yet
+        amount.entries += entries.size();
+        if (!entries.empty())
+            amount.depth = std::max(amount.depth, place.depth + 1);
         for (const platform::FolderEntry& entry : entries) {
-            if (entry.kind == platform::FileKind::Folder)
-                folders.push_back(place / entry.name);
-            else
-                bytes += platform::FactsOfLink(place / entry.name).size;
+            Path path = place.folder / entry.name;
+            if (entry.kind == platform::FileKind::Folder) {
+                amount.bytes += blockOfFolder;
+                folders.push_back({std::move(path), place.depth + 1});
+            } else {
+                amount.bytes += platform::FactsOfLink(path).size;
+            }
         }
     }
-    return bytes;
+    return amount;
+}
+
+constexpr Amount anything{std::numeric_limits<std::uint64_t>::max(),
+                          std::numeric_limits<std::uint64_t>::max(),
+                          std::numeric_limits<std::size_t>::max()};
+
+/// A backslash may be the second byte of a letter, so it ends a part but makes nothing deeper:
+/// where a tool makes a folder of it, that is met while it comes out.
+struct NameShape {
+    std::size_t longestPart = 0;
+    std::size_t depth = 0; ///< parts between slashes
+};
+
+NameShape ShapeOf(std::string_view name)
+{
+    NameShape shape;
+    bool inPart = false;
+    std::size_t length = 0;
+    for (const char c : name) {
+        length = c == '/' || c == '\\' ? 0 : length + 1;
+        shape.longestPart = std::max(shape.longestPart, length);
+        shape.depth += c != '/' && !inPart ? 1 : 0;
+        inPart = c != '/';
+    }
+    return shape;
+}
+
+/// The beginning of a name, fit to be shown.
+std::string ShownName(std::string_view name)
+{
+    constexpr std::size_t most = 60;
+    std::string shown = Readable(name);
+    std::replace_if(
+        shown.begin(), shown.end(),
+        [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; }, '_');
+    if (shown.size() <= most)
+        return shown;
+    std::size_t end = most;
+    while (end > 0 && (static_cast<unsigned char>(shown[end]) & 0xC0U) == 0x80U)
+        --end;
+    return shown.substr(0, end) + GetMsg(Msg::NameGoesOn);
+}
+
+bool IsFolderName(std::string_view name)
+{
+    return name.ends_with('/');
 }
 
 std::uint64_t Times(std::uint64_t bytes, std::uint64_t factor)
 {
     constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
     return factor != 0 && bytes > most / factor ? most : bytes * factor;
+}
+
+std::uint64_t Sum(std::uint64_t a, std::uint64_t b)
+{
+    return a + std::min(b, ~a);
 }
 
 std::string SizeText(std::uint64_t bytes)
@@ -49,10 +115,9 @@ std::string SizeText(std::uint64_t bytes)
 
 UnpackGuard::UnpackGuard(Session& session, const Path& package, const Path& folder,
                          const UnpackLimits& limits)
-    : session_(session), package_(package), folder_(ResolvePath(folder)),
-      mostFiles_(limits.mostFiles),
+    : session_(session), package_(package), folder_(ResolvePath(folder)), limits_(limits),
       mostBytes_(std::max(limits.alwaysAllowed, Times(FileSize(package), limits.mostTimes))),
-      before_(BytesIn(folder_, std::numeric_limits<std::uint64_t>::max()))
+      before_(AmountIn(folder_, anything))
 {
     constexpr std::uint64_t share = 4;
     if (const auto free = session.machine.FreeSpace(folder_))
@@ -62,25 +127,37 @@ UnpackGuard::UnpackGuard(Session& session, const Path& package, const Path& fold
 std::string UnpackGuard::TooBig(std::uint64_t bytes) const
 {
     return GetMsg(Msg::UnpackTooBig,
-                  {TextOf(package_.filename()), SizeText(FileSize(package_)), SizeText(bytes)});
+                  {PackageName(), SizeText(FileSize(package_)), SizeText(bytes)});
 }
 
 std::string UnpackGuard::NoRoom(std::uint64_t needed) const
 {
-    return GetMsg(Msg::UnpackNoRoom,
-                  {TextOf(package_.filename()), SizeText(needed), TextOf(folder_)});
+    return GetMsg(Msg::UnpackNoRoom, {PackageName(), SizeText(needed), TextOf(folder_)});
+}
+
+std::string UnpackGuard::BadName(const std::vector<PackageEntry>& entries) const
+{
+    for (const PackageEntry& entry : entries) {
+        const NameShape shape = ShapeOf(entry.name);
+        if (shape.depth > limits_.deepest)
+            return GetMsg(Msg::UnpackTooDeep, {PackageName(), std::to_string(shape.depth)});
+        if (shape.longestPart > limits_.longestName || entry.name.size() > limits_.longestPath)
+            return GetMsg(Msg::UnpackNameTooLong, {PackageName(), ShownName(entry.name)});
+    }
+    return {};
 }
 
 std::string UnpackGuard::Refuses(const std::vector<PackageEntry>& entries) const
 {
-    if (entries.size() > mostFiles_)
-        return GetMsg(Msg::UnpackTooManyFiles,
-                      {TextOf(package_.filename()), std::to_string(entries.size())});
+    if (entries.size() > limits_.mostFiles)
+        return GetMsg(Msg::UnpackTooManyFiles, {PackageName(), std::to_string(entries.size())});
+    if (std::string words = BadName(entries); !words.empty())
+        return words;
     std::uint64_t promised = 0;
     for (const PackageEntry& entry : entries) {
         if (entry.size > mostBytes_ || promised > mostBytes_)
             return TooBig(std::max(entry.size, promised));
-        promised += entry.size;
+        promised += entry.size + (IsFolderName(entry.name) ? blockOfFolder : 0);
     }
     if (promised > mostBytes_)
         return TooBig(promised);
@@ -107,11 +184,23 @@ std::string UnpackGuard::Watch()
     return words;
 }
 
-std::string UnpackGuard::Look() const
+std::string UnpackGuard::Look()
 {
-    const std::uint64_t most = before_ + std::min(mostBytes_, ~before_);
-    const std::uint64_t now = BytesIn(folder_, most);
-    return now > most ? TooBig(now - before_) : std::string{};
+    // The folder that a package is unpacked in, inside the one that is watched, is none of its own.
+    constexpr std::size_t staging = 1;
+    const Amount most{Sum(before_.entries, limits_.mostFiles + staging),
+                      Sum(before_.bytes, Sum(mostBytes_, blockOfFolder)),
+                      std::max(before_.depth, limits_.deepest + staging)};
+    const Amount now = AmountIn(folder_, most);
+    came_.entries = std::max(came_.entries, now.entries - std::min(before_.entries, now.entries));
+    came_.bytes = std::max(came_.bytes, now.bytes - std::min(before_.bytes, now.bytes));
+    if (now.bytes > most.bytes)
+        return TooBig(now.bytes - before_.bytes);
+    if (now.entries > most.entries)
+        return GetMsg(Msg::UnpackTooManyCame, {PackageName(), std::to_string(limits_.mostFiles)});
+    if (now.depth > most.depth)
+        return GetMsg(Msg::UnpackTooDeep, {PackageName(), std::to_string(now.depth)});
+    return {};
 }
 
 } // namespace kestrova

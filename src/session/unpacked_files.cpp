@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 namespace kestrova
 {
@@ -29,19 +30,61 @@ std::string SafeNameFor(const std::string& name)
     return safe;
 }
 
-std::string Numbered(const Path& name, int number)
+/// What a file system takes as one name.
+constexpr std::size_t longestName = 255;
+
+/// The name cut to `most` bytes, at a whole character.
+std::string Cut(std::string name, std::size_t most)
 {
-    return name.stem().native() + "_" + std::to_string(number) + name.extension().native();
+    if (name.size() <= most)
+        return name;
+    while (most > 0 && (static_cast<unsigned char>(name[most]) & 0xC0U) == 0x80U)
+        --most;
+    name.resize(most);
+    return name;
 }
 
-/// The name, or the nearest free one.
-Path FreePath(const Path& folder, const std::string& name)
+/// The name with `tail` ahead of its ending, short enough for a file.
+std::string WithTail(const Path& name, const std::string& tail)
 {
-    Path free = folder / name;
-    for (int i = 2; platform::FactsOfLink(free).kind != FileKind::Missing; ++i)
-        free = folder / Numbered(name, i);
-    return free;
+    constexpr std::size_t longestEnding = 32;
+    std::string ending = name.extension().native();
+    std::string stem = name.stem().native();
+    if (ending.size() > longestEnding)
+        stem += std::exchange(ending, {});
+    return Cut(std::move(stem), longestName - tail.size() - ending.size()) + tail + ending;
 }
+
+/// Gives out names that are free in one folder, and looks at none of them twice.
+class FreeNames
+{
+public:
+    enum class Case { Counts, Ignored };
+    explicit FreeNames(Case cases) : case_(cases) {}
+
+    void Add(const std::string& name) { taken_.insert(KeyOf(name)); }
+    /// The name itself or, when it is taken, one with the next free number. It is taken then.
+    std::string Take(const std::string& name)
+    {
+        std::string free = WithTail(name, {});
+        if (taken_.insert(KeyOf(free)).second)
+            return free;
+        int& number = numbers_.try_emplace(KeyOf(free), 1).first->second;
+        do
+            free = WithTail(name, "_" + std::to_string(++number));
+        while (!taken_.insert(KeyOf(free)).second);
+        return free;
+    }
+
+private:
+    [[nodiscard]] std::string KeyOf(const std::string& name) const
+    {
+        return case_ == Case::Ignored ? FoldCase(name) : name;
+    }
+    Case case_;
+    std::unordered_set<std::string> taken_;
+    std::unordered_map<std::string, int> numbers_;
+};
 
 /// A name as the lists and the disk both have it.
 std::string Key(std::string_view name)
@@ -70,10 +113,7 @@ public:
 
     [[nodiscard]] Path PlaceForFile(const std::string& name)
     {
-        std::string free = name;
-        for (int i = 2; placed_.contains(FoldCase(free)); ++i)
-            free = Numbered(name, i);
-        placed_.insert(FoldCase(free));
+        const std::string free = placed_.Take(name);
         const auto known = names_.find(FoldCase(free));
         return folder_ / (known == names_.end() ? free : known->second.name);
     }
@@ -84,7 +124,7 @@ public:
         if (known != names_.end() && known->second.kind == FileKind::Folder)
             return folder_ / known->second.name;
         // Never through a link, and a file of that name stays.
-        const Path made = known == names_.end() ? folder_ / name : FreePath(folder_, name);
+        const Path made = folder_ / (known == names_.end() ? name : FreeName(name));
         if (const auto failure = platform::MakeFolder(made))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(made), failure);
         names_[FoldCase(name)] = {made.filename().native(), FileKind::Folder};
@@ -92,9 +132,17 @@ public:
     }
 
 private:
+    [[nodiscard]] std::string FreeName(const std::string& name) const
+    {
+        std::string free = name;
+        for (int i = 2; names_.contains(FoldCase(free)); ++i)
+            free = WithTail(name, "_" + std::to_string(i));
+        return free;
+    }
+
     Path folder_;
     std::unordered_map<std::string, platform::FolderEntry> names_;
-    std::unordered_set<std::string> placed_; ///< folded
+    FreeNames placed_{FreeNames::Case::Ignored};
 };
 
 /// The files below a folder, as relative paths.
@@ -132,40 +180,60 @@ void SortByPackage(std::vector<Path>& files, const std::vector<PackageEntry>& en
 
 } // namespace
 
-void MakePlain(const Path& folder, ProgressScope* progress)
+namespace
 {
-    constexpr std::uint32_t ownerAll = 0700;
-    constexpr std::uint32_t ownerReadWrite = 0600;
+
+constexpr std::uint32_t folderRights = 0755;
+constexpr std::uint32_t fileRights = 0644;
+constexpr std::size_t entriesAStep = 64;
+
+/// The entries of one folder; what lies deeper comes to `folders`.
+bool MakeEntriesPlain(const Path& place, std::vector<Path>& folders, const Heartbeat& heartbeat)
+{
+    std::vector<platform::FolderEntry> entries;
+    // What cannot be mended here shows when the file is used; nothing is lost by going on.
+    (void)platform::ListFolder(place, entries);
+    FreeNames names{FreeNames::Case::Counts};
+    for (const platform::FolderEntry& entry : entries)
+        names.Add(entry.name);
+    std::size_t seen = 0;
+    for (const platform::FolderEntry& entry : entries) {
+        if (++seen % entriesAStep == 0 && heartbeat && !heartbeat())
+            return false;
+        Path path = place / entry.name;
+        if (entry.kind != FileKind::File && entry.kind != FileKind::Folder) {
+            (void)platform::Unlink(path);
+            continue;
+        }
+        const bool isFolder = entry.kind == FileKind::Folder;
+        const std::uint32_t wanted = isFolder ? folderRights : fileRights;
+        if (platform::FactsOfLink(path).mode != wanted)
+            (void)platform::SetMode(path, wanted);
+        if (const std::string safe = SafeNameFor(entry.name); safe != entry.name) {
+            const Path free = place / names.Take(safe);
+            if (!platform::Rename(path, free))
+                path = free;
+        }
+        if (isFolder)
+            folders.push_back(std::move(path));
+    }
+    return true;
+}
+
+} // namespace
+
+bool MakePlain(const Path& folder, const Heartbeat& heartbeat)
+{
+    if (platform::FactsOfLink(folder).mode != folderRights)
+        (void)platform::SetMode(folder, folderRights);
     std::vector<Path> folders{folder};
     while (!folders.empty()) {
         const Path place = std::move(folders.back());
         folders.pop_back();
-        std::vector<platform::FolderEntry> entries;
-        // What cannot be mended here shows when the file is used; nothing is lost by going on.
-        (void)platform::ListFolder(place, entries);
-        for (const platform::FolderEntry& entry : entries) {
-            // Mended to the end, whatever Stop says: what lies there is not to be trusted yet.
-            if (progress != nullptr)
-                (void)progress->Step();
-            Path path = place / entry.name;
-            if (entry.kind != FileKind::File && entry.kind != FileKind::Folder) {
-                (void)platform::Unlink(path);
-                continue;
-            }
-            const bool isFolder = entry.kind == FileKind::Folder;
-            const std::uint32_t mode = platform::FactsOfLink(path).mode;
-            const std::uint32_t wanted = mode | (isFolder ? ownerAll : ownerReadWrite);
-            if (mode != wanted)
-                (void)platform::SetMode(path, wanted & 0777);
-            if (const std::string safe = SafeNameFor(entry.name); safe != entry.name) {
-                const Path free = FreePath(place, safe);
-                if (!platform::Rename(path, free))
-                    path = free;
-            }
-            if (isFolder)
-                folders.push_back(path);
-        }
+        if ((heartbeat && !heartbeat()) || !MakeEntriesPlain(place, folders, heartbeat))
+            return false;
     }
+    return true;
 }
 
 bool CollideWhenFlat(const std::vector<PackageEntry>& entries)
@@ -191,16 +259,21 @@ Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
         return targets.try_emplace(place.native(), place).first->second;
     };
     std::size_t moved = 0;
+    Path parent;
+    Path place = folder;
     for (const Path& file : files) {
         // Moved to the end, whatever Stop says: it is all there.
         if (progress != nullptr && ++moved % filesAStep == 0)
             (void)progress->Step();
-        Path place = folder;
-        for (const Path& part : flat ? Path{} : file.parent_path()) {
-            auto sub = targetOf(place).Subfolder(part.native());
-            if (!sub)
-                return sub.Error();
-            place = *sub;
+        if (const Path above = flat ? Path{} : file.parent_path(); above != parent) {
+            place = folder;
+            for (const Path& part : above) {
+                auto sub = targetOf(place).Subfolder(part.native());
+                if (!sub)
+                    return sub.Error();
+                place = *sub;
+            }
+            parent = above;
         }
         const Path target = targetOf(place).PlaceForFile(file.filename().native());
         if (const auto failure = platform::Rename(staging / file, target))

@@ -7,11 +7,12 @@
 namespace kestrova
 {
 
-/// What a package of anybody's making brought becomes plain files and folders: links and other
-/// things are unlinked, the owner may read and write all. A name that is no text is made readable
-/// from the older code page; characters that would steer a terminal or mean a folder, and the
-/// beginning by which unfinished files are known, become an underscore. Links are never entered.
-void MakePlain(const Path& folder, ProgressScope* progress = nullptr);
+/// What a package of anybody's making brought becomes plain files and folders: links, pipes and
+/// other things are unlinked, never opened or entered; files have the rights 0644, folders 0755. A
+/// name that is no text is made readable from the older code page; characters that would steer a
+/// terminal or mean a folder, and the beginning by which unfinished files are known, become an
+/// underscore. False when the heartbeat stopped it; the rest is as it came then.
+bool MakePlain(const Path& folder, const Heartbeat& heartbeat = {});
 
 /// True when two of the files would have the same name, case ignored, without their folders.
 bool CollideWhenFlat(const std::vector<PackageEntry>& entries);

@@ -5,15 +5,17 @@
 #include <cstdint>
 #include <vector>
 
-/// The names in a zip's directory as bytes, for the one thing that no tool tells: in which code
-/// page they are. Read without trust. The directory lies at the end of the file:
+/// The entries of a zip's directory, for what no tool tells: in which code page the names are, and
+/// how many there are whatever else the file makes a tool print. Read without trust. The directory
+/// lies at the end of the file:
 ///
 ///     entry                                              end record
 ///        0  4  "PK" 1 2                                     0  4  "PK" 5 6
 ///        5  1  made by: 0 DOS, 3 Unix, 11 NT               10  2  number of entries
 ///        8  2  flags, bit 11: the name is UTF-8            12  4  size of all entries
 ///       10  2  method: 0 stored, 8 deflated                20  2  length c of the comment
-///       28  6  lengths n, e, c of name, extras, comment    22  c  comment
+///       24  4  size when unpacked                          22  c  comment
+///       28  6  lengths n, e, c of name, extras, comment
 ///       46  n  name; then e, c
 namespace kestrova
 {
@@ -24,6 +26,7 @@ struct ZipName {
     bool hasUtf8 = false; ///< stands there in UTF-8 once more
     std::uint8_t madeBy = 0;
     std::uint16_t method = 0;
+    std::uint32_t size = 0; ///< when unpacked; 0 where the true one stands elsewhere
 
     bool operator==(const ZipName&) const = default;
 };

@@ -58,7 +58,18 @@ bool CleanFolder(const Path& folder, const UnzipOptions& options)
 struct Unpacker {
     const ToolRow& row;
     std::string charset;
+    /// What the program itself reads in a zip's directory; empty for another kind of package.
+    std::vector<PackageEntry> entries;
 };
+
+std::vector<PackageEntry> EntriesOf(std::vector<ZipName> directory)
+{
+    std::vector<PackageEntry> entries;
+    entries.reserve(directory.size());
+    for (ZipName& name : directory)
+        entries.push_back({std::move(name.bytes), name.size});
+    return entries;
+}
 
 /// `unzip` takes names without a code page for those of one system and writes them in another
 /// code page of its own; where that would spoil them the other tool unpacks.
@@ -66,12 +77,14 @@ Unpacker UnpackerFor(Session& session, const Path& package)
 {
     const ToolRow& usual = RowOf(UnpackerOf(package));
     if (usual.id != ToolId::Unzip)
-        return {usual, {}};
+        return {usual, {}, {}};
     const ToolRow& other = RowOf(ToolId::Bsdtar);
-    std::string charset{CharsetOfNames(ReadZipDirectory(package))};
+    std::vector<ZipName> directory = ReadZipDirectory(package);
+    std::string charset{CharsetOfNames(directory)};
+    std::vector<PackageEntry> entries = EntriesOf(std::move(directory));
     if (charset.empty() || FindTool(session, other).empty())
-        return {usual, {}};
-    return {other, std::move(charset)};
+        return {usual, {}, std::move(entries)};
+    return {other, std::move(charset), std::move(entries)};
 }
 
 bool List(Session& session, const Unpacker& unpacker, const Path& package,
@@ -94,6 +107,7 @@ Result<Path> EmptyStaging(const Path& folder)
     Path staging = InFolder(folder, RowText(Msg::FragUnpacking));
     // A link there is unlinked, never followed.
     if (platform::FactsOfLink(staging).kind == platform::FileKind::Folder) {
+        MakePlain(staging); // a program that was killed left what a package had shut
         if (auto status = RemoveTree(staging); !status)
             return status.Error();
     } else {
@@ -104,10 +118,16 @@ Result<Path> EmptyStaging(const Path& folder)
     return staging;
 }
 
+/// Keeps the window alive without listening to Stop.
+Heartbeat ToTheEnd(ProgressScope* progress)
+{
+    return [progress] { return progress == nullptr || (progress->Step(), true); };
+}
+
 void DropStaging(const Path& staging, ProgressScope* progress)
 {
-    MakePlain(staging, progress); // folders that the package shut could not be removed
-    (void)RemoveTree(staging, [&] { return progress == nullptr || (progress->Step(), true); });
+    MakePlain(staging, ToTheEnd(progress)); // folders that the package shut could not be removed
+    (void)RemoveTree(staging, ToTheEnd(progress));
 }
 
 /// Runs the tool into a staging folder and moves in what came, `always` or when the tool did its
@@ -138,7 +158,11 @@ bool UnpackInto(Session& session, const Unpacker& unpacker, const Path& package,
         DropStaging(*staging, state.progress);
         return false;
     }
-    MakePlain(*staging, state.progress);
+    if (!MakePlain(*staging, [&] { return state.progress == nullptr || state.progress->Step(); })) {
+        state.error = GetMsg(Msg::BreakUser);
+        DropStaging(*staging, state.progress);
+        return false;
+    }
     const auto placed = PlaceUnpacked(*staging, folder, options.junkPaths, entries, state.progress);
     if (!placed) {
         DropStaging(*staging, state.progress);
@@ -225,9 +249,14 @@ bool UnzipWithProgress(Session& session, const Path& package, const Path& folder
     std::vector<PackageEntry> entries;
     if (!List(session, unpacker, source, entries, state))
         return false;
-    if (options.guard != nullptr)
-        if (state.error = options.guard->Refuses(entries); !state.error.empty())
+    // A list can be made to say less than what comes out; so can the directory, in another way.
+    if (options.guard != nullptr) {
+        state.error = options.guard->Refuses(entries);
+        if (state.error.empty())
+            state.error = options.guard->Refuses(unpacker.entries);
+        if (!state.error.empty())
             return false;
+    }
 
     ToolRun run{unpacker.row.id};
     run.handler = Msg::HandlerUnzip;

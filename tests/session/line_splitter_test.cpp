@@ -185,9 +185,12 @@ TEST(ToolListing, TakesNamesAndSizesWhereverTheColumnsStand)
                   "drwxr-xr-x  0 0      0           0 Nov 21 03:47 ./back/\n"
                   "-rw-r--r--  0 1000   1000        2 Nov 21  2019 ./back/sub/one and two\n"
                   "lrwxrwxrwx  0 0      0           0 Nov 21 03:47 l -> /etc/passwd\n"
+                  "hrw-r--r--  0 0      0           0 Nov 21 03:47 h link to ./back\n"
+                  "crw-r--r--  0 0      0         1,3 Nov 21 03:47 null\n"
+                  "-rw-r--r--  0 0      0           1 Nov 21 03:47 a\\\\b\\t\\303\\244\\9\n"
                   "bsdtar: Error exit delayed from previous errors.\n"
                   "-rwxrwxrwx  0 0 0 99999999999999999999 Nov 21 03:47 too big\n")),
-              "./back/|0\n./back/sub/one and two|2\nl -> /etc/passwd|0\n");
+              "./back/|0\n./back/sub/one and two|2\nl|0\nh|0\nnull|0\na\\b\tä\\9|1\n");
 }
 
 } // namespace

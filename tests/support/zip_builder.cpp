@@ -42,7 +42,7 @@ std::string Deflated(const std::string& content)
 
 } // namespace
 
-std::string BuildZip(const std::vector<BuiltEntry>& entries)
+std::string BuildZip(const std::vector<BuiltEntry>& entries, const std::string& comment)
 {
     std::string local;
     std::string directory;
@@ -74,8 +74,8 @@ std::string BuildZip(const std::vector<BuiltEntry>& entries)
     Put(end, static_cast<std::uint32_t>(entries.size() & 0xFFFF), 2);
     Put(end, static_cast<std::uint32_t>(directory.size()), 4);
     Put(end, static_cast<std::uint32_t>(local.size()), 4);
-    Put(end, 0, 2);
-    return local + directory + end;
+    Put(end, static_cast<std::uint32_t>(comment.size()), 2);
+    return local + directory + end + comment;
 }
 
 } // namespace kestrova::testing

@@ -21,6 +21,7 @@ struct BuiltEntry {
 
 inline constexpr std::uint16_t madeByDos = 0x0014;
 
-std::string BuildZip(const std::vector<BuiltEntry>& entries);
+/// `comment`: of the archive, up to 65,535 bytes.
+std::string BuildZip(const std::vector<BuiltEntry>& entries, const std::string& comment = {});
 
 } // namespace kestrova::testing
