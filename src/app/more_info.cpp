@@ -1,6 +1,7 @@
 #include "app/level_commands.h"
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "session/documents.h"
 
 namespace kestrova
 {
@@ -10,8 +11,8 @@ namespace
 
 bool OpenReadme(Session& session, const Path& file)
 {
-    const auto status = session.machine.Open(file.native(), file.parent_path());
-    if (!status)
+    const auto status = OpenOfLevel(session, file);
+    if (!status && status.Error().code != ErrorCode::Stopped)
         TellFailure(session, GetMsg(Msg::MoreInfoNotOpened), status.Error());
     return static_cast<bool>(status);
 }
@@ -29,7 +30,9 @@ void KeepOnHardDisk(Session& session, const Path& file, const Path& folder)
     (void)MakeFolders(folder); // the copies below say what is wrong
     for (const Path& source : files) {
         const Path target = folder / source.filename();
-        if (const auto status = CopyFileOver(source, target); !status) {
+        CopyOptions plain;
+        plain.rights = plainRights;
+        if (const auto status = CopyFileOver(source, target, plain); !status) {
             TellFailure(session,
                         GetMsg(Msg::MoreInfoCopyFailed, {TextOf(source)}) + TextOf(target) +
                             GetMsg(Msg::MoreInfoCopyEnds),

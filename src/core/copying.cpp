@@ -31,7 +31,9 @@ Status CopyFileOver(const Path& source, const Path& target, const CopyOptions& o
         return MakeFailure(ErrorCode::Differs, TextOf(to));
     if (options.verify == Verify::Content && !SameContent(from, staged.StagedPath()))
         return MakeFailure(ErrorCode::Differs, TextOf(to));
-    if (const auto failure = platform::SetMode(staged.StagedPath(), (facts.mode & 0777U) | 0600U))
+    const std::uint32_t rights =
+        options.rights != 0 ? options.rights : (facts.mode & 0777U) | 0600U;
+    if (const auto failure = platform::SetMode(staged.StagedPath(), rights))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(to), failure);
     // Some disks keep no times; the bytes are what counts.
     (void)platform::SetModified(staged.StagedPath(), facts.modifiedNs);

@@ -68,11 +68,15 @@ enum class Verify {
     Size,   ///< the kernel's word and the length
     Content ///< read back and compared
 };
+/// What a file may be used for that somebody else made: read, and changed by its owner.
+inline constexpr std::uint32_t plainRights = 0644;
+
 struct CopyOptions {
     Verify verify = Verify::Size;
     bool flush = false;     ///< the content is on the disk before the name is there
     bool flushName = false; ///< the name too; for many files one flush of their folder is cheaper
     std::function<bool(std::uint64_t)> progress; ///< bytes of this file so far; False stops
+    std::uint32_t rights = 0; ///< of the target; 0: the source's, and the owner may write
 };
 /// `target` holds the source's bytes and time afterwards, writable by the owner. It is built beside
 /// the target and renamed into place, so the target is the old file or the new one at any moment.

@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "archive/storage.h"
 #include "catalogue/message.h"
+#include "session/documents.h"
 #include "swap/level_language.h"
 #include "swap/marker.h"
 
@@ -238,7 +239,8 @@ void NewLevel::OpenFile(const Path& file)
         shown = DecompressSingleFile(session_, file, true);
     if (shown.empty())
         return;
-    if (const auto status = session_.machine.Open(shown.native(), shown.parent_path()); !status)
+    if (const auto status = OpenOfLevel(session_, shown);
+        !status && status.Error().code != ErrorCode::Stopped)
         TellFailure(session_, GetMsg(Msg::FileNotOpened, {TextOf(file.filename())}),
                     status.Error());
 }
@@ -273,7 +275,8 @@ void NewLevel::FillNameAndInfo()
     // A word earlier in the list beats a file higher in the folder.
     for (const std::string& word : Split(RowText(Msg::MoreInfoWords), '|'))
         for (const Path& file : files_)
-            if (FoldCase(file.filename().native()).find(FoldCase(word)) != std::string::npos) {
+            if (IsDocument(file) &&
+                FoldCase(file.filename().native()).find(FoldCase(word)) != std::string::npos) {
                 moreInfo = file.filename().native();
                 return;
             }

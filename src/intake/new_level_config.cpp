@@ -1,6 +1,7 @@
 // The steps of a new level that its author's configuration file drives.
 #include "catalogue/message.h"
 #include "intake/new_level.h"
+#include "session/documents.h"
 #include "session/level_config_file.h"
 
 #include "records/nul_list.h"
@@ -59,7 +60,7 @@ void NewLevel::ApplyLevelConfig()
     if (const std::string asked = AskedFromElsewhere(config); !asked.empty())
         session_.host.Tell(Tone::Warning, GetMsg(Msg::ConfigAsksElsewhere, {asked}));
     for (const Path& each : files_)
-        if (!Trim(config.moreInfo).empty() &&
+        if (!Trim(config.moreInfo).empty() && IsDocument(each) &&
             EqualNames(each.filename().native(), Trim(config.moreInfo)))
             moreInfo = each.filename().native();
     configApplied_ = true;

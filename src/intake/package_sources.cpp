@@ -98,6 +98,7 @@ Status PutFile(Session& session, const Path& file, const Placing& placing, Progr
     Status put;
     if (placing.keepSource) {
         CopyOptions options;
+        options.rights = plainRights;
         options.progress = [&](std::uint64_t) { return progress.Step(); };
         put = CopyFileOver(file, target, options);
     } else {

@@ -89,7 +89,8 @@ std::string Unescaped(std::string_view printed)
 /// A link's name without where it leads: a `kind` of `l` or `h`.
 std::string_view WithoutTarget(std::string_view name, char kind)
 {
-    const std::string_view between = kind == 'l' ? " -> " : kind == 'h' ? " link to " : "";
+    constexpr std::string_view hardLink = " link to "; // not shown
+    const std::string_view between = kind == 'l' ? " -> " : kind == 'h' ? hardLink : "";
     return between.empty() ? name : name.substr(0, name.rfind(between));
 }
 

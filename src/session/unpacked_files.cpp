@@ -184,7 +184,6 @@ namespace
 {
 
 constexpr std::uint32_t folderRights = 0755;
-constexpr std::uint32_t fileRights = 0644;
 constexpr std::size_t entriesAStep = 64;
 
 /// The entries of one folder; what lies deeper comes to `folders`.
@@ -206,7 +205,7 @@ bool MakeEntriesPlain(const Path& place, std::vector<Path>& folders, const Heart
             continue;
         }
         const bool isFolder = entry.kind == FileKind::Folder;
-        const std::uint32_t wanted = isFolder ? folderRights : fileRights;
+        const std::uint32_t wanted = isFolder ? folderRights : plainRights;
         if (platform::FactsOfLink(path).mode != wanted)
             (void)platform::SetMode(path, wanted);
         if (const std::string safe = SafeNameFor(entry.name); safe != entry.name) {

@@ -126,5 +126,24 @@ TEST_F(LevelListing, MoreInfoOpensAFileOfTheLevelAndNothingElse)
     EXPECT_TRUE(box.host.WasTold("gone.txt' not found"));
 }
 
+TEST_F(LevelListing, WhatIsNoDocumentIsOpenedOnlyAfterItsNameWasAsked)
+{
+    const LevelCode code =
+        box.AddLevel("Trap", {{"Readme.desktop", "[Desktop Entry]"}, {"plain.txt", "text"}});
+    std::filesystem::create_symlink("Readme.desktop", box / "levels/LEVEL_0001/files/Page.html");
+    for (const char* name : {"Readme.desktop", "Page.html"}) {
+        box.session.archive.levels[1].moreInfoFile = name;
+        box.host.WillAsk(name, false);
+        EXPECT_FALSE(ShowMoreInfo(box.session, code));
+        EXPECT_TRUE(box.machine.opened.empty()) << name;
+    }
+    box.host.WillAsk("Page.html is no text, page or picture", true);
+    EXPECT_TRUE(ShowMoreInfo(box.session, code));
+    box.session.archive.levels[1].moreInfoFile = "plain.txt";
+    EXPECT_TRUE(ShowMoreInfo(box.session, code)) << "a document needs no question";
+    EXPECT_EQ(box.machine.opened.size(), 2U);
+    EXPECT_TRUE(box.host.told.empty()) << box.host.AllTold();
+}
+
 } // namespace
 } // namespace kestrova::testing

@@ -365,6 +365,41 @@ TEST_F(NewLevelTest, TheConfigurationFileFillsTheTextsAndIsNotStored)
     EXPECT_EQ(record.authorName, "") << "the record is as it was";
 }
 
+TEST_F(NewLevelTest, NoProgramIsTakenForADocumentNorKeepsTheRightsOfOne)
+{
+    namespace fs = std::filesystem;
+    box.Write("in/level.tr4", "level");
+    box.Write("in/Walkthrough.exe", "MZ");
+    box.Write("in/Readme.desktop", "[Desktop Entry]");
+    box.Write("in/game notes.rtf", "notes");
+    for (const char* name : {"level.tr4", "Walkthrough.exe", "Readme.desktop", "game notes.rtf"})
+        fs::permissions(box / "in" / name, fs::perms::all | fs::perms::set_uid);
+    Shell("mkfifo in/Install.txt && cd in && bsdtar -cf ../in.tar *");
+    for (const char* source : {"in", "in.tar"}) {
+        NewLevel& level = Begin();
+        (void)level.AddSources({box / source});
+        EXPECT_EQ(level.moreInfo, "game notes.rtf") << source;
+        ASSERT_EQ(level.Files().size(), 4U) << source;
+        for (const Path& file : level.Files())
+            EXPECT_EQ(platform::FactsOf(file).mode, 0644U) << source << file;
+        level.OpenFile(level.WorkFolder() / "game notes.rtf");
+        box.host.WillAsk("Readme.desktop is no text, page or picture", false);
+        level.OpenFile(level.WorkFolder() / "Readme.desktop");
+        level.Cancel();
+        fs::remove_all(level.WorkFolder());
+    }
+    EXPECT_EQ(box.machine.opened.size(), 2U);
+    // Neither does the level's own configuration file choose one.
+    LevelConfig config;
+    config.name = "Trap";
+    config.moreInfo = "Readme.desktop";
+    ASSERT_TRUE(WriteLevelConfig(box.session, box / "in/kestrova.cfg", config));
+    NewLevel& level = Begin();
+    (void)level.AddSources({box / "in"});
+    EXPECT_EQ(level.name, "Trap");
+    EXPECT_EQ(level.moreInfo, "");
+}
+
 TEST_F(NewLevelTest, OneLanguageFileStays)
 {
     box.Write("home/backup_trle/Script.dat", "the original script");

@@ -1,0 +1,31 @@
+#include "session/documents.h"
+
+#include "catalogue/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+bool IsDocument(const Path& file)
+{
+    if (platform::FactsOfLink(file).kind == platform::FileKind::Link)
+        return false;
+    const std::vector<std::string> endings = Split(RowText(Msg::DocumentEndings), '|');
+    return std::any_of(endings.begin(), endings.end(), [&](const std::string& ending) {
+        return EndsWithName(file.filename().native(), ending);
+    });
+}
+
+Status OpenOfLevel(Session& session, const Path& file)
+{
+    if (!IsDocument(file) &&
+        !session.host.AskYesNo(
+            GetMsg(Msg::AskOpenNoDocument,
+                   {TextOf(file.filename()), std::string{lineBreak} + std::string{lineBreak}}),
+            Consent::Explicit))
+        return MakeFailure(ErrorCode::Stopped, TextOf(file));
+    return session.machine.Open(file.native(), file.parent_path());
+}
+
+} // namespace kestrova
