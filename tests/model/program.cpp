@@ -42,9 +42,11 @@ Ending RunOn(const std::vector<std::string>& words, const Trouble& trouble)
         (void)run();
         return ending;
     }
-    const FaultRun fault = WithFaultAt(trouble.call, run, trouble.error,
-                                       trouble.kind == Trouble::Kind::FailOnce ? AfterFault::Works
-                                                                               : AfterFault::Fails);
+    const AfterFault after =
+        trouble.kind == Trouble::Kind::FailOn ? AfterFault::Fails : AfterFault::Works;
+    const FaultRun fault = trouble.kind == Trouble::Kind::ReadOnce
+                               ? WithReadFaultAt(trouble.call, run, trouble.error)
+                               : WithFaultAt(trouble.call, run, trouble.error, after);
     ending.faulted = fault.reached;
     ending.call = fault.call;
     return ending;
@@ -68,6 +70,8 @@ std::string NameOf(const Trouble& trouble)
         return "one failure" + at + " (" + std::make_error_code(trouble.error).message() + ")";
     case Trouble::Kind::FailOn:
         return "failures from" + at + " (" + std::make_error_code(trouble.error).message() + ")";
+    case Trouble::Kind::ReadOnce:
+        return "one failing look" + at + " (" + std::make_error_code(trouble.error).message() + ")";
     case Trouble::Kind::None:
         break;
     }

@@ -15,7 +15,8 @@ struct Trouble {
         None,
         Kill,     ///< the process ends in front of its n-th changing call
         FailOnce, ///< that call fails, the next one works again
-        FailOn    ///< that call and all behind it fail
+        FailOn,   ///< that call and all behind it fail
+        ReadOnce  ///< the n-th look at the disk fails: a listing, an opening, a read
     };
     Kind kind = Kind::None;
     int call = 0; ///< which one, from 1

@@ -63,7 +63,7 @@ ModelWorld::ModelWorld(std::uint32_t seed) : scratch_(box_.root / "scratch"), ra
 std::string ModelWorld::Trail() const
 {
     std::string text;
-    const std::size_t shown = 12;
+    const std::size_t shown = 60;
     for (std::size_t i = trail_.size() > shown ? trail_.size() - shown : 0; i < trail_.size(); ++i)
         text += trail_[i] + "\n";
     return text;
@@ -76,7 +76,7 @@ Trouble ModelWorld::RandomTrouble()
     constexpr std::errc errors[] = {std::errc::io_error, std::errc::permission_denied,
                                     std::errc::no_space_on_device};
     Trouble trouble;
-    trouble.kind = static_cast<Trouble::Kind>(1 + Roll(3));
+    trouble.kind = static_cast<Trouble::Kind>(1 + Roll(4));
     trouble.call = 1 + Roll(1 << (1 + Roll(8)));
     trouble.error = errors[Roll(3)];
     return trouble;
