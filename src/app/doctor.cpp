@@ -3,6 +3,7 @@
 #include "app/find_trle.h"
 #include "app/level_commands.h"
 #include "app/start_up.h"
+#include "archive/set_aside.h"
 #include "catalogue/message.h"
 #include "platform/places.h"
 #include "session/tool_table.h"
@@ -59,11 +60,11 @@ Finding Backup(Session& session)
 
 Finding ArchiveState(Session& session)
 {
-    if (session.ArchivePath().empty())
+    if (session.RememberedArchive().empty())
         return Bad(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveNone),
                    Msg::DoctorArchiveNoneRemedy);
-    const std::string shown = TextOf(session.ArchivePath());
-    if (session.archive.levels.empty() && !LoadArchiveToLook(session))
+    const std::string shown = TextOf(session.RememberedArchive());
+    if (!session.archive.Loaded() && !LoadArchiveToLook(session))
         return Bad(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveDamaged, {shown}),
                    Msg::DoctorArchiveDamagedRemedy);
     if (const Path folder{Trim(session.archive.header.secondaryFolder)}; !FolderExists(folder))
@@ -71,6 +72,27 @@ Finding ArchiveState(Session& session)
                    Msg::DoctorArchiveFolderRemedy);
     return Fine(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveFine,
                                            {shown, std::to_string(session.archive.levels.size())}));
+}
+
+/// Folders named as a level's that the list does not know, and those that were set aside.
+void FoldersOfNoLevel(const Session& session, std::vector<Finding>& findings)
+{
+    const auto named = [](const std::vector<Path>& folders) {
+        constexpr std::size_t most = 20;
+        std::vector<std::string> names;
+        for (std::size_t i = 0; i < std::min(folders.size(), most); ++i)
+            names.push_back(TextOf(folders[i]));
+        if (folders.size() > most)
+            names.push_back(
+                GetMsg(Msg::DoctorMoreFolders, {std::to_string(folders.size() - most)}));
+        return Join(names, ", ");
+    };
+    const UnknownFolders found = FindUnknownFolders(session);
+    if (!found.unlisted.empty())
+        findings.push_back(
+            Bad(Msg::DoctorUnlisted, named(found.unlisted), Msg::DoctorUnlistedRemedy));
+    if (!found.setAside.empty())
+        findings.push_back(Fine(Msg::DoctorSetAside, named(found.setAside)));
 }
 
 Finding Interrupted(Session& session)
@@ -173,6 +195,7 @@ std::vector<Finding> Examine(Session& session)
     findings.push_back(LevelEditor(session));
     findings.push_back(Backup(session));
     findings.push_back(ArchiveState(session));
+    FoldersOfNoLevel(session, findings);
     findings.push_back(Interrupted(session));
     if (findings[1].fine)
         Game(session, findings);

@@ -84,7 +84,8 @@ bool TrleFinder::Accept()
 
 void TrleFinder::GiveUp()
 {
-    session_.host.Tell(Tone::Plain, GetMsg(Msg::CannotRunWithoutTrle, {lineBreak}));
+    session_.host.Tell(Tone::Plain, GetMsg(Msg::CannotRunWithoutTrle, {lineBreak}),
+                       GetMsg(Msg::WindowStaysWithoutTrle));
 }
 
 } // namespace kestrova

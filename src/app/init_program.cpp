@@ -13,37 +13,31 @@ namespace kestrova
 namespace
 {
 
-void TellWithPath(Session& session, Msg text)
-{
-    session.host.Tell(Tone::Error, GetMsg(text) + TextOf(session.ArchivePath()));
-}
-
 /// False when the start ends here.
 bool LoadLastArchive(Session& session)
 {
-    if (session.ArchivePath().empty())
+    const Path last = session.RememberedArchive();
+    if (last.empty())
         return true;
-    if (!FileExists(session.ArchivePath())) {
-        TellWithPath(session, Msg::LastArchiveNotFound);
+    if (!FileExists(last)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::LastArchiveNotFound) + TextOf(last));
         session.preferences.archivePath.clear();
         return true;
     }
-    if (ReadArchive(session, session.ArchivePath()))
+    switch (ReadLastArchive(session)) {
+    case Load::Done:
         return true;
-    if (!session.loadFailedAskAnother) {
-        TellWithPath(session, Msg::ErrorLastArchive);
+    case Load::NotRead:
         session.preferences.archivePath.clear();
         return true;
+    case Load::Held:
+        return false; // it is remembered for the next start
+    case Load::FoldersRefused:
+        break;
     }
     if (!session.host.AskYesNo(GetMsg(Msg::LoadDifferentArchive)) || !AskLoadArchive(session))
         return false;
-    session.loadFailedAskAnother = false;
     return true;
-}
-
-void DropArchiveInMemory(Session& session)
-{
-    session.archive = {};
 }
 
 } // namespace
@@ -76,7 +70,7 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
         return false;
     if (!commandLine.archive.empty())
         session.preferences.archivePath = commandLine.archive.native();
-    DropArchiveInMemory(session);
+    session.archive = {};
 
     TrleFinder finder{session};
     if (!finder.Prepare() && !windows.FindLevelEditor(session))
@@ -91,18 +85,13 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
     }
     if (!LoadLastArchive(session))
         return true;
-    if (session.ArchivePath().empty() &&
+    if (!session.archive.Loaded() &&
         windows.AskNewOrLoad(session) == StartWindows::ArchiveChoice::Load)
         AskLoadArchive(session);
-    if (session.ArchivePath().empty())
+    if (!session.archive.Loaded())
         CreateArchive(session);
     else if (session.level0Rebuilt)
         RefreshLevelSizes(session, originalCode);
-    if (!HoldFolders(session)) {
-        DropArchiveInMemory(session);
-        session.preferences.archivePath.clear();
-        session.list.Refresh();
-    }
     // A run that ends badly must not forget which archive was made or loaded.
     SavePreferencesNow(session);
     OfferLeftIntake(session);

@@ -1,4 +1,5 @@
 #include "app/level_commands.h"
+#include "archive/level_document.h"
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
 #include "session/documents.h"
@@ -56,27 +57,24 @@ bool ShowMoreInfo(Session& session, LevelCode code)
         session.host.Tell(Tone::Plain, GetMsg(Msg::NoMoreInfoFile, {lineBreak}));
         return false;
     }
-    // The name comes out of a file that somebody else may have made.
-    const auto name = SafeName(Trim(level.moreInfoFile));
     const auto notFound = [&](const Path& place) {
         session.host.Tell(Tone::Error, GetMsg(Msg::MoreInfoNotFound, {TextOf(place)}));
         return false;
     };
-    if (!name)
-        return notFound(Path{Trim(level.moreInfoFile)});
     const Path home = InFolder(LevelHomeOf(session, code), RowText(Msg::FragMoreInfoFiles));
-    if (const Path file = ResolvePath(home / *name); FileExists(file))
-        return OpenReadme(session, file);
+    if (const auto file = FindDocument(home, level.moreInfoFile))
+        return OpenReadme(session, *file);
     const Path disc = LevelFolderOf(session, code, true);
     if (session.cdNotAvailable) {
         session.host.Tell(Tone::Error, GetMsg(Msg::MoreInfoCdNotAvailable));
         return false;
     }
-    const Path file = ResolvePath(InFolder(disc, RowText(Msg::FragMoreInfoFiles)) / *name);
-    if (!FileExists(file))
-        return notFound(file);
-    const bool opened = OpenReadme(session, file);
-    KeepOnHardDisk(session, file, home);
+    const Path onDisc = InFolder(disc, RowText(Msg::FragMoreInfoFiles));
+    const auto file = FindDocument(onDisc, level.moreInfoFile);
+    if (!file)
+        return notFound(onDisc / Path{Trim(level.moreInfoFile)});
+    const bool opened = OpenReadme(session, *file);
+    KeepOnHardDisk(session, *file, home);
     return opened;
 }
 

@@ -18,21 +18,6 @@ Path PreferencesFile(const Path& programFolder)
     return InFolder(programFolder, RowText(Msg::FragPreferences));
 }
 
-bool HoldFolder(Session& session, const Path& folder)
-{
-    if (folder.empty() || !FolderExists(folder))
-        return true;
-    const auto status = session.locks.Hold(folder);
-    if (status)
-        return true;
-    if (status.Error().code == ErrorCode::Refused)
-        session.host.Tell(Tone::Error,
-                          GetMsg(Msg::HeldByAnother, {TextOf(folder), status.Error().reason}));
-    else
-        TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), status.Error());
-    return false;
-}
-
 } // namespace
 
 Result<Path> ChooseProgramFolder(const Path& home, bool make)
@@ -56,13 +41,13 @@ bool HoldFolders(Session& session)
 {
     return HoldFolder(session, session.programFolder) &&
            HoldFolder(session, session.TrleFolder()) &&
-           HoldFolder(session, Path{Trim(session.archive.header.secondaryFolder)});
+           HoldArchiveFolder(session, Path{Trim(session.archive.header.secondaryFolder)});
 }
 
 Status LoadArchiveToLook(Session& session)
 {
     session.archive = {};
-    const Path file = session.ArchivePath();
+    const Path file = session.RememberedArchive();
     if (file.empty())
         return MakeFailure(ErrorCode::Missing, {});
     return ReadArchiveRecords(session, file);

@@ -2,6 +2,7 @@
 
 #include "catalogue/message.h"
 #include "core/staged_file.h"
+#include "records/exact_names.h"
 
 #include <fmt/format.h>
 
@@ -31,9 +32,50 @@ std::string ExactFolderField(ArchiveFolder folder, const Path& file)
            KeyPart(file.filename().native());
 }
 
+Path ExactNamesFile(const ArchiveHeader& header)
+{
+    const Path folder = FolderFromText(Trim(header.secondaryFolder));
+    return folder.empty() ? Path{} : InFolder(folder, RowText(Msg::FragExactNames));
+}
+
+namespace
+{
+
+/// Written before the records: without it they would come back with `?` for letters.
+Status KeepExactNames(const Archive& archive)
+{
+    ExactNames names;
+    if (!MergeExactNames(names, archive.levels))
+        return {};
+    const Path file = ExactNamesFile(archive.header);
+    if (file.empty())
+        return {}; // a list without a folder has no levels
+    if (FileExists(file)) {
+        const auto bytes = ReadWholeFile(file, longestExactNames);
+        if (!bytes)
+            return bytes.Error();
+        names = ParseExactNames(*bytes);
+        if (!MergeExactNames(names, archive.levels))
+            return {};
+    }
+    return WriteWholeFile(file, FormatExactNames(names));
+}
+
+} // namespace
+
+bool HasArchive(Session& session)
+{
+    if (session.archive.Loaded())
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::MissingArchive));
+    return false;
+}
+
 Status WriteArchive(Session& session, const Path& file)
 {
     ArchiveHeader& header = session.archive.header;
+    if (session.archive.Find(originalCode) == nullptr)
+        return Failure{ErrorCode::Refused, TextOf(file), GetMsg(Msg::ListWithoutOriginal)};
     for (const std::string& folder : {header.mainFolder, header.secondaryFolder})
         if (ToWindows1252(folder).size() > folderFieldSize)
             return MakeFailure(ErrorCode::Refused, Readable(folder));
@@ -50,16 +92,26 @@ Status WriteArchive(Session& session, const Path& file)
             return status;
         session.settings = std::move(settings);
     }
+    if (auto status = KeepExactNames(session.archive); !status)
+        return status;
     header.levelCount = static_cast<std::int32_t>(session.archive.levels.size());
     if (auto status = WriteRecordFile(file, FormatArchive(header, session.archive.levels)); !status)
         return status;
     session.archive.dirty = false;
-    session.preferences.archivePath = file.native();
+    session.archive.file = file;
+    RememberArchive(session);
     return {};
+}
+
+void RememberArchive(Session& session)
+{
+    session.preferences.archivePath = session.archive.file.native();
 }
 
 bool SaveArchiveNow(Session& session)
 {
+    if (!HasArchive(session))
+        return false;
     const Path file = session.ArchivePath();
     const auto status = WriteArchive(session, file);
     if (!status)
@@ -69,6 +121,8 @@ bool SaveArchiveNow(Session& session)
 
 bool SaveArchive(Session& session)
 {
+    if (!session.archive.Loaded())
+        return false;
     session.archive.dirty = true;
     return !session.preferences.autoSave || SaveArchiveNow(session);
 }
@@ -79,10 +133,21 @@ bool AskSaveChanges(Session& session)
         return true;
     const std::string name = TextOf(session.ArchivePath().filename());
     if (session.preferences.autoSave ||
-        session.host.AskYesNo(GetMsg(Msg::AskSaveArchive, {name, lineBreak})))
+        session.host.AskYesNo(GetMsg(Msg::AskSaveArchive, {name, lineBreak}), Consent::YesKeeps))
         return SaveArchiveNow(session);
     session.archive.dirty = false;
     return false;
+}
+
+bool MayReplaceArchive(Session& session, bool& saved)
+{
+    saved = AskSaveChanges(session);
+    if (!session.archive.dirty)
+        return true;
+    if (!session.host.AskYesNo(GetMsg(Msg::AskDropChanges), Consent::Explicit))
+        return false;
+    session.archive.dirty = false;
+    return true;
 }
 
 } // namespace kestrova

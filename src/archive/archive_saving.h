@@ -5,17 +5,30 @@
 namespace kestrova
 {
 
+/// True while an archive is loaded; otherwise False, with words. Whatever changes an archive or its
+/// folders asks here first.
+bool HasArchive(Session& session);
 /// Writes header and levels as they stand in memory; without a message. The file becomes the
-/// session's archive. `Refused` for a folder that its field cannot hold.
+/// archive's own, and the one that the next start loads. `Refused` for a list without the original
+/// configuration, and for a folder that its field cannot hold.
 Status WriteArchive(Session& session, const Path& file);
+/// The loaded archive becomes the one that the next start loads.
+void RememberArchive(Session& session);
 /// What every change of the archive ends with: writes at once with `AutoSave`, marks the archive
-/// dirty without it. False when a write failed, which it shows; the archive is dirty then.
+/// dirty without it. False when a write failed, which it shows; the archive is dirty then. A list
+/// that belongs to no file is not written: False, and nothing is said.
 bool SaveArchive(Session& session);
 /// The command to save: writes whether or not anything changed. Shows its failure.
 bool SaveArchiveNow(Session& session);
 /// Saves or drops changes before something replaces the archive. True when the file holds all that
 /// memory holds; False when changes were dropped, or a failed save was told.
 bool AskSaveChanges(Session& session);
+/// The same before something replaces the archive: False when its changes could be neither saved
+/// nor given up. `saved`: what `AskSaveChanges` answered.
+bool MayReplaceArchive(Session& session, bool& saved);
+
+/// Where the exact forms of names lie that the records cannot hold: beside the levels' folders.
+Path ExactNamesFile(const ArchiveHeader& header);
 
 enum class ArchiveFolder { Main, Secondary };
 /// Under what name the settings keep an archive's folder that the code page cannot hold.

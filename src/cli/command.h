@@ -58,6 +58,7 @@ Exit RunRecompress(Run& run);
 Exit RunLanguage(Run& run);
 Exit RunEqual(Run& run);
 Exit RunIndex(Run& run);
+Exit RunDocuments(Run& run);
 Exit RunPlay(Run& run);
 Exit RunCurrent(Run& run);
 Exit RunOriginal(Run& run);

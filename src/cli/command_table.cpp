@@ -70,6 +70,7 @@ std::span<const CommandRow> CommandTable()
         {"language", Msg::UseLanguage, Msg::SumLanguage, noJson, 1, 2, {"--all"}, RunLanguage},
         {"equal", Msg::UseEqual, Msg::SumEqual, Msg::KeysEqual, 0, 0, {}, RunEqual},
         {"index", Msg::UseIndex, Msg::SumIndex, noJson, 0, 0, {}, RunIndex},
+        {"documents", Msg::UseDocuments, Msg::SumDocuments, noJson, 0, 0, {}, RunDocuments},
         {"play", Msg::UsePlay, Msg::SumPlay, Msg::KeysPlay, 1, 1, {"--no-start"}, RunPlay},
         {"current", Msg::UseCurrent, Msg::SumCurrent, Msg::KeysCurrent, 0, 0, {}, RunCurrent},
         {"original", Msg::UseOriginal, Msg::SumOriginal, noJson, 0, 0, {"--full"}, RunOriginal},

@@ -5,6 +5,7 @@
 #include "publish/author_infos.h"
 #include "swap/level_language.h"
 #include "upkeep/change_compression.h"
+#include "upkeep/copy_more_info.h"
 #include "upkeep/create_tr4_infos.h"
 #include "upkeep/equal_check.h"
 #include "upkeep/export_level.h"
@@ -108,6 +109,13 @@ Exit RunIndex(Run& run)
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;
     return EndWork(run, CreateTr4Infos(run.session));
+}
+
+Exit RunDocuments(Run& run)
+{
+    if (!BeginWork(run, Needs::Archive))
+        return Exit::Failed;
+    return EndWork(run, CopyMoreInfoFiles(run.session));
 }
 
 Exit RunAuthor(Run& run)

@@ -156,7 +156,7 @@ Exit ListSettings(Run& run)
     if (run.json != nullptr)
         *run.json = Json::object();
     for (const SettingRow& row : settingRows) {
-        if (row.ofArchive && run.session.archive.levels.empty())
+        if (row.ofArchive && !run.session.archive.Loaded())
             continue;
         const std::string value = Readable(row.get(run.session));
         if (run.json != nullptr)

@@ -65,7 +65,7 @@ Exit RunSetup(Run& run)
         run.host.Tell(Tone::Error, GetMsg(Msg::ErrorLevel0));
         return EndWork(run, false);
     }
-    if (session.level0Rebuilt && !session.archive.levels.empty())
+    if (session.level0Rebuilt && session.archive.Loaded())
         RefreshLevelSizes(session, originalCode);
     AddLine(run, TextOf(session.TrleFolder()));
     return EndWork(run, true);

@@ -128,18 +128,22 @@ std::optional<std::string> TerminalHost::Prompt(const std::string& text, const s
     return {};
 }
 
-std::optional<char> TerminalHost::AskLetter(const std::string& text, Msg choices, Msg letters)
+std::optional<char> TerminalHost::AskLetter(const std::string& text, Msg choices, Msg letters,
+                                            char safe)
 {
-    const std::string ending = GetMsg(choices);
+    const std::string ending = GetMsg(choices, {std::string{safe}});
     while (const auto line = Prompt(text, ending)) {
         const std::string answer = FoldCase(Trim(*line));
-        if (!answer.empty() && RowText(letters).find(answer.front()) != std::string_view::npos)
+        if (answer.empty())
+            return safe;
+        if (RowText(letters).find(answer.front()) != std::string_view::npos)
             return answer.front();
     }
     return {};
 }
 
-bool TerminalHost::AskTwo(const std::string& text, Msg choices, Msg letters, bool standingCounts)
+bool TerminalHost::AskTwo(const std::string& text, Msg choices, Msg letters, bool standingCounts,
+                          std::size_t safe)
 {
     if (standingCounts && standing_ != StandingAnswer::None) {
         const bool yes = standing_ == StandingAnswer::Yes;
@@ -147,24 +151,25 @@ bool TerminalHost::AskTwo(const std::string& text, Msg choices, Msg letters, boo
             "\n");
         return yes;
     }
-    return AskLetter(text, choices, letters) == RowText(letters).front();
+    return AskLetter(text, choices, letters, RowText(letters)[safe]) == RowText(letters).front();
 }
 
 bool TerminalHost::AskYesNo(const std::string& text, Consent consent)
 {
-    return AskTwo(text, Msg::TerminalYesNo, Msg::TerminalYesNoLetters,
-                  consent == Consent::Ordinary);
+    return AskTwo(text, Msg::TerminalYesNo, Msg::TerminalYesNoLetters, consent != Consent::Explicit,
+                  consent == Consent::YesKeeps ? 0 : 1);
 }
 
 bool TerminalHost::AskOkCancel(const std::string& text)
 {
-    return AskTwo(text, Msg::TerminalOkCancel, Msg::TerminalOkCancelLetters, true);
+    return AskTwo(text, Msg::TerminalOkCancel, Msg::TerminalOkCancelLetters, true, 1);
 }
 
 YesNoCancel TerminalHost::AskYesNoCancel(const std::string& text)
 {
-    const auto letter = AskLetter(text, Msg::TerminalYesNoCancel, Msg::TerminalYesNoCancelLetters);
     const std::string_view letters = RowText(Msg::TerminalYesNoCancelLetters);
+    const auto letter =
+        AskLetter(text, Msg::TerminalYesNoCancel, Msg::TerminalYesNoCancelLetters, letters.back());
     if (letter == letters[0])
         return YesNoCancel::Yes;
     return letter == letters[1] ? YesNoCancel::No : YesNoCancel::Cancel;

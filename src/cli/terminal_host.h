@@ -51,8 +51,11 @@ private:
     /// The line that the person types; no value without a person or at the end of the input.
     std::optional<std::string> Prompt(const std::string& text, const std::string& ending);
     /// The first letter that is one of `letters`; no value when there is no answer.
-    std::optional<char> AskLetter(const std::string& text, Msg choices, Msg letters);
-    bool AskTwo(const std::string& text, Msg choices, Msg letters, bool standingCounts);
+    /// `safe`: the letter that an empty line stands for.
+    std::optional<char> AskLetter(const std::string& text, Msg choices, Msg letters, char safe);
+    /// `safe`: the place of that letter among `letters`; the first is the answer Yes.
+    bool AskTwo(const std::string& text, Msg choices, Msg letters, bool standingCounts,
+                std::size_t safe);
     std::optional<Path> AskPath(const std::string& title, const Path& suggestion);
 
     StandingAnswer standing_ = StandingAnswer::None;

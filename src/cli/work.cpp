@@ -23,7 +23,7 @@ bool Refuse(Run& run, Msg text)
 
 bool TellArchive(Run& run, Msg text)
 {
-    run.host.Tell(Tone::Error, GetMsg(text, {TextOf(run.session.ArchivePath())}));
+    run.host.Tell(Tone::Error, GetMsg(text, {TextOf(run.session.RememberedArchive())}));
     return false;
 }
 
@@ -56,7 +56,7 @@ bool BeginLooking(Run& run, Needs needs)
         return Refuse(run, Msg::NeedsSetup);
     if (needs != Needs::Archive || loaded)
         return true;
-    if (run.session.ArchivePath().empty())
+    if (run.session.RememberedArchive().empty())
         return Refuse(run, Msg::NeedsArchive);
     TellFailure(run.session, GetMsg(Msg::ArchiveNotRead), loaded.Error());
     return false;
@@ -80,11 +80,12 @@ bool BeginWork(Run& run, Needs needs)
         return Refuse(run, Msg::ErrorLevel0);
     if (needs == Needs::LevelEditor)
         return true;
-    if (session.ArchivePath().empty())
+    const Path remembered = session.RememberedArchive();
+    if (remembered.empty())
         return Refuse(run, Msg::NeedsArchive);
-    if (!FileExists(session.ArchivePath()))
+    if (!FileExists(remembered))
         return TellArchive(run, Msg::ArchiveGone);
-    if (!ReadArchive(session, session.ArchivePath()) || !HoldFolders(session))
+    if (!ReadArchive(session, remembered))
         return false;
     if (session.level0Rebuilt)
         RefreshLevelSizes(session, originalCode);

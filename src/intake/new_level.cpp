@@ -1,5 +1,6 @@
 #include "intake/new_level.h"
 
+#include "archive/level_document.h"
 #include "archive/level_folders.h"
 #include "archive/storage.h"
 #include "catalogue/message.h"
@@ -42,10 +43,8 @@ bool NewLevel::Open()
     RefreshFileList();
     name = Trim(record_.levelName);
     note = Trim(record_.levelNote);
-    const std::string wanted = FileNameOf(Trim(record_.moreInfoFile));
-    for (const Path& file : files_)
-        if (EqualNames(file.filename().native(), wanted))
-            moreInfo = file.filename().native();
+    if (const auto document = FindDocument(workFolder_, FileNameOf(Trim(record_.moreInfoFile))))
+        moreInfo = document->filename().native();
     progress_.SetLabel(SizeText());
     return true;
 }

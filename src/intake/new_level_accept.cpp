@@ -99,7 +99,8 @@ bool NewLevel::AskEqualLevels()
     if (session_.host.AskYesNo(
             GetMsg(Msg::AskAddEqual,
                    {'"' + equal->name + '"' + std::string{lineBreak},
-                    '"' + other + '"' + std::string{lineBreak} + std::string{lineBreak}})))
+                    '"' + other + '"' + std::string{lineBreak} + std::string{lineBreak}}),
+            Consent::YesKeeps))
         return true;
     Cancel();
     return false;

@@ -37,10 +37,47 @@ fs::path ResourceFolder()
     return FactsOf(beside).kind == FileKind::Folder ? beside : fs::path{KESTROVA_SHARE_FOLDER};
 }
 
-std::vector<MountedDrive> MountedDrives()
+namespace
+{
+
+bool IsNetwork(std::string_view device, std::string_view kind)
+{
+    return device.starts_with("//") || device.find(":/") != std::string_view::npos ||
+           kind.starts_with("nfs") || kind.starts_with("smb") || kind == "cifs" || kind == "9p" ||
+           kind == "ceph" || kind == "fuse.sshfs" || kind == "davfs";
+}
+
+/// A stick, a card, a disc, or whatever hangs on a USB cable: it may be gone tomorrow. What lies on
+/// other devices, as an encrypted disk does, is asked of those.
+bool IsRemovable(const fs::path& device, const fs::path& devices, int depth = 0)
+{
+    constexpr int deepest = 8;
+    std::error_code none;
+    const fs::path real = fs::canonical(device, none);
+    const fs::path node = fs::canonical(devices / (none ? device : real).filename(), none);
+    if (none || depth > deepest)
+        return false;
+    for (const fs::path& part : node)
+        if (part.native().starts_with("usb"))
+            return true;
+    for (const fs::path& place : {node, node.parent_path()}) { // a partition lies in its disk
+        std::string word;
+        if (!ReadAll(place / "removable", word) && word.starts_with('1'))
+            return true;
+    }
+    for (fs::directory_iterator below(node / "slaves", none), end; !none && below != end;
+         below.increment(none))
+        if (IsRemovable(below->path().filename(), devices, depth + 1))
+            return true;
+    return false;
+}
+
+} // namespace
+
+std::vector<MountedDrive> MountedDrives(const fs::path& mounts, const fs::path& devices)
 {
     std::vector<MountedDrive> drives;
-    FILE* table = ::setmntent("/proc/self/mounts", "r");
+    FILE* table = ::setmntent(mounts.c_str(), "r");
     if (table == nullptr)
         return drives;
     mntent entry{};
@@ -59,8 +96,9 @@ std::vector<MountedDrive> MountedDrives()
             return false;
         }();
         if (!known && FactsOf(entry.mnt_dir).kind == FileKind::Folder)
-            drives.push_back(
-                {entry.mnt_dir, std::string{kind}, ::hasmntopt(&entry, MNTOPT_RO) != nullptr});
+            drives.push_back({entry.mnt_dir, std::string{kind},
+                              ::hasmntopt(&entry, MNTOPT_RO) != nullptr,
+                              !IsNetwork(device, kind) && !IsRemovable(device, devices)});
     }
     ::endmntent(table);
     return drives;

@@ -20,9 +20,12 @@ struct MountedDrive {
     std::filesystem::path folder; ///< where it is mounted
     std::string kind;             ///< file system type
     bool readOnly = false;
+    bool fixed = true; ///< neither removable nor on a network
 };
-/// Real disks only: one row a mount point, in the order of the system.
-std::vector<MountedDrive> MountedDrives();
+/// Real disks only: one row a mount point, in the order of the system. `table` and `devices` are
+/// where the system tells of its mounts and of what its disks are.
+std::vector<MountedDrive> MountedDrives(const std::filesystem::path& table = "/proc/self/mounts",
+                                        const std::filesystem::path& devices = "/sys/class/block");
 
 /// What the session that this process belongs to can show windows on.
 enum class Desktop { None, X, Wayland, WaylandWithX };

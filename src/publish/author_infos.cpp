@@ -159,6 +159,8 @@ void AuthorInfos::VisitSite()
 
 bool AuthorInfos::Store()
 {
+    if (!HasArchive(session_))
+        return false;
     LevelRecord& level = session_.archive.levels[index_];
     const struct {
         std::string value;

@@ -9,7 +9,14 @@ namespace kestrova
 struct Archive {
     ArchiveHeader header{};
     std::vector<LevelRecord> levels{};
-    bool dirty = false; ///< memory differs from the file
+    /// The file that the list was read from or written to. Empty while the list belongs to none:
+    /// then nothing is written, and no level comes in or goes.
+    Path file{};
+    bool dirty = false; ///< the list differs from the file
+
+    [[nodiscard]] bool Loaded() const { return !file.empty(); }
+    /// The record with that code; nothing when there is none.
+    [[nodiscard]] const LevelRecord* Find(LevelCode code) const;
 };
 
 } // namespace kestrova

@@ -29,6 +29,12 @@ Status FolderLocks::Hold(const Path& folder)
     return {};
 }
 
+bool FolderLocks::Holds(const Path& folder) const
+{
+    std::error_code unresolved;
+    return held_.contains(std::filesystem::canonical(ResolvePath(folder), unresolved));
+}
+
 void FolderLocks::Release(const Path& folder)
 {
     std::error_code unresolved;

@@ -14,6 +14,7 @@ class FolderLocks
 public:
     /// `Refused` with the holder's words as the reason when another program holds the folder.
     Status Hold(const Path& folder);
+    [[nodiscard]] bool Holds(const Path& folder) const;
     void Release(const Path& folder);
 
 private:

@@ -14,9 +14,13 @@ namespace kestrova
 enum class Tone { Plain, Warning, Error };
 enum class YesNoCancel { Yes, No, Cancel };
 
-/// A question whose Yes nobody but the person may give, least of all a switch that answers
-/// every question.
-enum class Consent { Ordinary, Explicit };
+/// What a question's Yes is. Enter, and closing the question, mean the answer that keeps what the
+/// person made, which is No unless Yes keeps it.
+enum class Consent {
+    Ordinary,
+    Explicit, ///< nobody but the person may give it, least of all a switch that answers everything
+    YesKeeps  ///< No would drop what the person made
+};
 
 /// Which of the small windows a piece of long work shows.
 enum class ProgressWindow { Progress, Wait, Zip, Audio };

@@ -32,7 +32,7 @@ std::vector<Drive> DesktopMachine::FixedDrives()
 {
     std::vector<Drive> drives;
     for (const platform::MountedDrive& mounted : platform::MountedDrives()) {
-        if (mounted.kind == "iso9660" || mounted.kind == "udf")
+        if (!mounted.fixed || mounted.kind == "iso9660" || mounted.kind == "udf")
             continue;
         Drive drive{mounted.folder, 0,
                     !mounted.readOnly && platform::IsWritableFolder(mounted.folder)};

@@ -3,6 +3,8 @@
 #include "catalogue/message.h"
 #include "platform/clock.h"
 
+#include <utility>
+
 namespace kestrova
 {
 
@@ -126,6 +128,36 @@ Drive FindLargestDrive(Session& session)
         if (drive.writable && drive.free > largest.free)
             largest = drive;
     return largest;
+}
+
+bool HoldFolder(Session& session, const Path& folder)
+{
+    if (folder.empty() || !FolderExists(folder))
+        return true;
+    const auto status = session.locks.Hold(folder);
+    if (status)
+        return true;
+    if (status.Error().code == ErrorCode::Refused)
+        session.host.Tell(Tone::Error,
+                          GetMsg(Msg::HeldByAnother, {TextOf(folder), status.Error().reason}));
+    else
+        TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), status.Error());
+    return false;
+}
+
+bool HoldArchiveFolder(Session& session, const Path& folder)
+{
+    if (!HoldFolder(session, folder))
+        return false;
+    const Path before = std::exchange(session.lockedArchiveFolder, folder);
+    const auto isOneOf = [&](const Path& other) {
+        std::error_code none;
+        return std::filesystem::equivalent(before, other, none);
+    };
+    if (!before.empty() && !isOneOf(folder) && !isOneOf(session.programFolder) &&
+        !isOneOf(session.TrleFolder()))
+        session.locks.Release(before);
+    return true;
 }
 
 void WriteActivityLog(Session& session, const ActivityLog& log)

@@ -39,6 +39,7 @@ struct Session {
     PreferencesRecord preferences = DefaultPreferences();
     ProgramSettings settings = DefaultSettings();
     FolderLocks locks{};
+    Path lockedArchiveFolder{}; ///< the folder whose lock is held for the archive
 
     Mp3Settings mp3Settings{};
 
@@ -59,7 +60,10 @@ struct Session {
     bool agreedToProgramsInTrle = false;
 
     [[nodiscard]] Path TrleFolder() const { return FolderFromText(Trim(preferences.trlePath)); }
-    [[nodiscard]] Path ArchivePath() const { return Path{Trim(preferences.archivePath)}; }
+    /// The loaded archive's file; empty when none is loaded.
+    [[nodiscard]] const Path& ArchivePath() const { return archive.file; }
+    /// The archive that the next start loads.
+    [[nodiscard]] Path RememberedArchive() const { return Path{Trim(preferences.archivePath)}; }
     [[nodiscard]] Path BackupFolder() const;
     /// The marker that tells which level stands in the Level Editor's folder.
     [[nodiscard]] Path MarkerPath() const;
@@ -98,6 +102,14 @@ bool CopyTreeWithProgress(Session& session, const Path& source, const Path& targ
 
 /// The fixed, writable drive with the most free space; the first of equals.
 Drive FindLargestDrive(Session& session);
+
+/// Takes a writer's lock on a folder; a folder that is not there needs none. False, with words that
+/// name the holder.
+bool HoldFolder(Session& session, const Path& folder);
+
+/// The lock of the archive's writable folder in place of the one that was held for the archive
+/// before. False, with words: then that one is still held.
+bool HoldArchiveFolder(Session& session, const Path& folder);
 
 /// Writes the log as a new file of the program's folder when the preferences ask for it.
 void WriteActivityLog(Session& session, const ActivityLog& log);

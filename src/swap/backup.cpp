@@ -108,7 +108,8 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
         return false;
     const bool full = refresh || wishes.form == BackupForm::Full ||
                       (wishes.form == BackupForm::Ask &&
-                       session.host.AskYesNo(GetMsg(Msg::AskFullBackup, {lineBreak, lineBreak})));
+                       session.host.AskYesNo(GetMsg(Msg::AskFullBackup, {lineBreak, lineBreak}),
+                                             Consent::YesKeeps));
     if (!refresh && !HasSpace(session, full ? fullNeed : compactNeed))
         return false;
 

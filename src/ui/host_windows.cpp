@@ -25,8 +25,9 @@ struct Answer {
     Msg words;
 };
 
+/// `safe`: what the Enter key and the closing of the box mean.
 Button ShowBox(QMessageBox::Icon icon, const std::string& text, const std::string& reason,
-               const std::vector<Answer>& answers)
+               const std::vector<Answer>& answers, Button safe)
 {
     QMessageBox box(icon, Words(Msg::ProgramName), ToQt(text), QMessageBox::NoButton, TopWindow());
     box.setObjectName(QStringLiteral("Box"));
@@ -36,9 +37,8 @@ Button ShowBox(QMessageBox::Icon icon, const std::string& text, const std::strin
         box.setInformativeText(ToQt(reason));
     for (const Answer& answer : answers)
         box.addButton(answer.button)->setText(QLatin1Char('&') + Words(answer.words));
-    // What the Enter key and the closing of the box mean is the answer that changes nothing.
-    box.setDefaultButton(answers.back().button);
-    box.setEscapeButton(answers.back().button);
+    box.setDefaultButton(safe);
+    box.setEscapeButton(safe);
     const InputGate::Admission admission{box};
     return static_cast<Button>(box.exec());
 }
@@ -98,21 +98,22 @@ void WindowHost::Tell(Tone tone, const std::string& text, const std::string& rea
     const auto icon = tone == Tone::Error     ? QMessageBox::Critical
                       : tone == Tone::Warning ? QMessageBox::Warning
                                               : QMessageBox::Information;
-    ShowBox(icon, text, reason, {{QMessageBox::Ok, Msg::ButtonOk}});
+    ShowBox(icon, text, reason, {{QMessageBox::Ok, Msg::ButtonOk}}, QMessageBox::Ok);
 }
 
-bool WindowHost::AskYesNo(const std::string& text, Consent)
+bool WindowHost::AskYesNo(const std::string& text, Consent consent)
 {
     return ShowBox(QMessageBox::Question, text, {},
-                   {{QMessageBox::Yes, Msg::ButtonYes}, {QMessageBox::No, Msg::ButtonNo}}) ==
+                   {{QMessageBox::Yes, Msg::ButtonYes}, {QMessageBox::No, Msg::ButtonNo}},
+                   consent == Consent::YesKeeps ? QMessageBox::Yes : QMessageBox::No) ==
            QMessageBox::Yes;
 }
 
 bool WindowHost::AskOkCancel(const std::string& text)
 {
     return ShowBox(QMessageBox::Question, text, {},
-                   {{QMessageBox::Ok, Msg::ButtonOk}, {QMessageBox::Cancel, Msg::ButtonCancel}}) ==
-           QMessageBox::Ok;
+                   {{QMessageBox::Ok, Msg::ButtonOk}, {QMessageBox::Cancel, Msg::ButtonCancel}},
+                   QMessageBox::Cancel) == QMessageBox::Ok;
 }
 
 YesNoCancel WindowHost::AskYesNoCancel(const std::string& text)
@@ -120,7 +121,8 @@ YesNoCancel WindowHost::AskYesNoCancel(const std::string& text)
     switch (ShowBox(QMessageBox::Question, text, {},
                     {{QMessageBox::Yes, Msg::ButtonYes},
                      {QMessageBox::No, Msg::ButtonNo},
-                     {QMessageBox::Cancel, Msg::ButtonCancel}})) {
+                     {QMessageBox::Cancel, Msg::ButtonCancel}},
+                    QMessageBox::Cancel)) {
     case QMessageBox::Yes:
         return YesNoCancel::Yes;
     case QMessageBox::No:

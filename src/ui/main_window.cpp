@@ -9,7 +9,6 @@
 #include "ui/captions.h"
 #include "ui/dialog_convert_audio.h"
 #include "ui/dialog_new_level.h"
-#include "ui/dialog_pref_arc.h"
 #include "ui/dialog_restore.h"
 #include "ui/dialog_settings.h"
 #include "ui/dialogs_small.h"
@@ -20,6 +19,7 @@
 #include "ui/savegame_commands.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/archive_sizes.h"
+#include "upkeep/copy_more_info.h"
 #include "upkeep/create_tr4_infos.h"
 #include "upkeep/equal_check.h"
 
@@ -101,11 +101,12 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
                          run([this] { ChangeLanguageOfAll(session_, LanguageChange::Original); })},
                         {"mnu_Export", run([this] { ExportChosen(); })},
                         {"mnu_ControllaUguali", run([this] { CheckEqualLevels(session_); })},
+                        {"mnu_CopiaFileInfos", run([this] { CopyMoreInfoFiles(session_); })},
                         {"mnu_CreaInfoTr4", run([this] { CreateTr4Infos(session_); })},
                         {"mnu_FaiFullBackup", run([this] { RefreshFullBackup(session_); })},
                         {"mnu_SetOriginale", [this] { RestoreDialog(session_, this).exec(); }},
                         {"mnu_Settings", [this] { SettingsDialog(session_, this).exec(); }},
-                        {"mnu_PrefArchive", [this] { ArchiveDialog(session_, this).exec(); }},
+                        {"mnu_PrefArchive", [this] { EditArchivePreferences(); }},
                         {"mnu_About", [this] { AboutDialog(this).exec(); }}},
                ShotCommands(), SavegameCommands(session_, this), AudioCommands(session_, this)});
 
@@ -268,9 +269,8 @@ bool MainWindow::eventFilter(QObject* object, QEvent* event)
 void MainWindow::RefreshList()
 {
     bar_->setValue(0);
-    setWindowTitle(session_.ArchivePath().empty() && session_.archive.levels.empty()
-                       ? Words(Msg::ProgramName)
-                       : ToQt(WindowTitle(session_)));
+    setWindowTitle(!session_.archive.Loaded() ? Words(Msg::ProgramName)
+                                              : ToQt(WindowTitle(session_)));
     model_->SetRows(ListRows(session_), CurrentLevelCode(session_));
     if (!chosen_ || model_->RowOf(*chosen_) < 0)
         chosen_ = model_->Rows().empty() ? std::nullopt

@@ -99,6 +99,7 @@ private:
     void ShowAuthor();
     void ExportChosen();
     void SaveCurrentArchive();
+    void EditArchivePreferences();
     void EditChosen();
     void RemoveChosen();
     /// The commands of the menu of screen-shots.

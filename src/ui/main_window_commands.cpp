@@ -7,6 +7,7 @@
 #include "ui/captions.h"
 #include "ui/dialog_author.h"
 #include "ui/dialog_new_level.h"
+#include "ui/dialog_pref_arc.h"
 #include "ui/level_details.h"
 #include "ui/main_menu.h"
 #include "ui/qt_text.h"
@@ -65,7 +66,7 @@ void MainWindow::SearchOn(int step)
 
 QString MainWindow::EmptyWords() const
 {
-    if (session_.archive.levels.empty() || session_.ArchivePath().empty())
+    if (!session_.archive.Loaded())
         return Words(Msg::EmptyNoArchive, {lineBreak});
     if (model_->rowCount() == 0)
         return Words(Msg::EmptyNoHit, {FromQt(search_->text().trimmed()), lineBreak});
@@ -126,6 +127,8 @@ void MainWindow::ExportChosen()
 
 void MainWindow::SaveCurrentArchive()
 {
+    if (!HasArchive(session_))
+        return;
     const auto written = WriteArchive(session_, session_.ArchivePath());
     if (written)
         statusBar()->showMessage(Words(Msg::ArchiveSaved), statusMs);
@@ -134,9 +137,15 @@ void MainWindow::SaveCurrentArchive()
                     written.Error());
 }
 
+void MainWindow::EditArchivePreferences()
+{
+    if (session_.runningOperations == 0 && HasArchive(session_))
+        ArchiveDialog(session_, this).exec();
+}
+
 void MainWindow::AddLevelFrom(const std::vector<Path>& sources)
 {
-    if (session_.runningOperations > 0)
+    if (session_.runningOperations > 0 || !HasArchive(session_))
         return;
     NewLevelDialog dialog{session_, this};
     LevelCode code = 0;

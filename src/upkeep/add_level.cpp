@@ -1,5 +1,6 @@
 #include "upkeep/add_level.h"
 
+#include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
 #include "core/staged_file.h"
@@ -71,6 +72,8 @@ bool AddLevel(Session& session, ProgressScope& progress, const ShowLevel& show, 
 
 bool EditLevel(Session& session, ProgressScope& progress, LevelCode code, const ShowLevel& show)
 {
+    if (!HasArchive(session))
+        return false;
     const std::ptrdiff_t index = FindLevel(session, code);
     if (index < 0) {
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
@@ -92,7 +95,7 @@ void OfferLeftIntake(Session& session)
 {
     const IntakeNote note{session};
     const Path folder = note.LevelFolder();
-    if (folder.empty() || session.archive.levels.empty())
+    if (folder.empty() || !session.archive.Loaded())
         return;
     (void)RemoveTree(UnpackingFolder(session)); // the next package clears what stays
     if (FolderExists(folder) && !IsLevelOfArchive(session, folder)) {

@@ -4,6 +4,7 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "catalogue/message.h"
+#include "records/exact_names.h"
 #include "swap/marker.h"
 #include "upkeep/archive_folder.h"
 
@@ -30,22 +31,65 @@ void MeasureStaleExtras(Session& session)
         SaveArchive(session);
 }
 
-/// `saved`: the file of the loaded archive holds all that memory holds.
-bool ReadAfterAsking(Session& session, const Path& file, bool saved)
+/// Reads the file and takes the lock of its folder. What another program wrote before the lock was
+/// there is read as well.
+Load ReadAndHold(Session& session, const Path& file, Failure& why)
 {
-    if (const auto status = ReadArchiveRecords(session, file); !status) {
-        session.archive.dirty = session.archive.dirty || !saved; // it is asked about again
-        TellFailure(session, GetMsg(Msg::CannotOpenArchive, {TextOf(file)}), status.Error());
-        return false;
+    for (bool again = true; again;) {
+        if (const auto status = ReadArchiveRecords(session, file); !status) {
+            why = status.Error();
+            return Load::NotRead;
+        }
+        const Path folder{Trim(session.archive.header.secondaryFolder)};
+        again = FolderExists(folder) && !session.locks.Holds(folder);
+        if (again && !HoldFolder(session, folder))
+            return Load::Held;
     }
-    if (!CheckArchiveFolders(session)) {
-        session.loadFailedAskAnother = true;
-        return false;
+    return Load::Done;
+}
+
+/// Memory holds the new archive when it is done, and otherwise what it held before.
+Load LoadOrKeep(Session& session, const Path& file, Failure& why)
+{
+    Archive before = session.archive;
+    const Path remembered = session.RememberedArchive();
+    const Path lockedBefore = session.lockedArchiveFolder;
+    Load load = ReadAndHold(session, file, why);
+    const Path folder{Trim(session.archive.header.secondaryFolder)};
+    if (load == Load::Done && !CheckArchiveFolders(session))
+        load = Load::FoldersRefused;
+    const Path now{Trim(session.archive.header.secondaryFolder)};
+    if (load == Load::Done && HoldArchiveFolder(session, now)) {
+        RememberArchive(session);
+        return load;
     }
+    session.archive = std::move(before);
+    session.preferences.archivePath = remembered.native();
+    for (const Path& taken : {folder, now})
+        if (load != Load::NotRead && taken != lockedBefore && session.locks.Holds(taken)) {
+            session.lockedArchiveFolder = taken;
+            (void)HoldArchiveFolder(session, lockedBefore); // it was held all the time
+        }
+    return load == Load::Done ? Load::Held : load;
+}
+
+/// `saved`: the file of the loaded archive holds all that memory holds.
+Load ReadAfterAsking(Session& session, const Path& file, bool saved, const std::string& notRead)
+{
+    Failure why;
+    const Load load = LoadOrKeep(session, file, why);
+    if (load != Load::Done) {
+        session.archive.dirty = session.archive.Loaded() && !saved; // it is asked about again
+        if (load == Load::NotRead)
+            TellFailure(session, notRead, why);
+        session.loadFailedAskAnother = load == Load::FoldersRefused;
+        return load;
+    }
+    session.loadFailedAskAnother = false;
     MeasureStaleExtras(session);
     session.list.Refresh();
     session.list.Select(CurrentLevelCode(session));
-    return true;
+    return load;
 }
 
 } // namespace
@@ -56,40 +100,55 @@ Status ReadArchiveRecords(Session& session, const Path& file)
     auto content = ReadArchiveFile(place);
     if (!content)
         return content.Error();
-    session.archive.header = std::move(content->header);
-    session.archive.levels = std::move(content->levels);
+    session.archive = {std::move(content->header), std::move(content->levels), place};
     for (const auto& [folder, field] :
          {std::pair{&session.archive.header.mainFolder, ArchiveFolder::Main},
           std::pair{&session.archive.header.secondaryFolder, ArchiveFolder::Secondary}})
         *folder = ExactFolder(session.settings, ExactFolderField(field, place), *folder);
-    session.preferences.archivePath = place.native();
-    session.archive.dirty = false;
+    // Where it cannot be read the records' own forms serve.
+    if (const Path names = ExactNamesFile(session.archive.header); FileExists(names))
+        if (const auto bytes = ReadWholeFile(names, longestExactNames))
+            ApplyExactNames(ParseExactNames(*bytes), session.archive.levels);
     return {};
 }
 
 bool ReadArchive(Session& session, const Path& file)
 {
     const Operation operation{session};
-    const bool saved = AskSaveChanges(session);
-    return ReadAfterAsking(session, file, saved);
+    bool saved = false;
+    return MayReplaceArchive(session, saved) &&
+           ReadAfterAsking(session, file, saved, GetMsg(Msg::CannotOpenArchive, {TextOf(file)})) ==
+               Load::Done;
+}
+
+Load ReadLastArchive(Session& session)
+{
+    const Operation operation{session};
+    const Path file = session.RememberedArchive();
+    return ReadAfterAsking(session, file, true, GetMsg(Msg::ErrorLastArchive) + TextOf(file));
 }
 
 bool AskLoadArchive(Session& session)
 {
     const Operation operation{session};
-    const bool saved = AskSaveChanges(session);
+    bool saved = false;
+    if (!MayReplaceArchive(session, saved))
+        return false;
     const auto file = session.host.ChooseOpenFile(
         GetMsg(Msg::LoadArchiveTitle), GetMsg(Msg::LoadArchiveFilter), session.programFolder);
     if (!file) {
         session.archive.dirty = session.archive.dirty || !saved;
         return false;
     }
-    return ReadAfterAsking(session, *file, saved);
+    return ReadAfterAsking(session, *file, saved,
+                           GetMsg(Msg::CannotOpenArchive, {TextOf(*file)})) == Load::Done;
 }
 
 bool AskSaveArchiveAs(Session& session)
 {
     const Operation operation{session};
+    if (!HasArchive(session))
+        return false;
     const auto file = session.host.ChooseSaveFile(
         GetMsg(Msg::SaveArchiveTitle), GetMsg(Msg::SaveArchiveFilter), session.programFolder,
         TextOf(session.ArchivePath().filename()));
@@ -114,7 +173,8 @@ std::optional<Path> AskForFolder(Session& session, Msg warning, const std::strin
     std::error_code none;
     const auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectFolder) + FileNameOf(missing),
                                                   std::filesystem::current_path(none));
-    if (!chosen || !FitsArchive(session, *chosen))
+    // Nothing is written before this program is the only one that works there.
+    if (!chosen || !FitsArchive(session, *chosen) || !HoldFolder(session, *chosen))
         return {};
     return chosen;
 }

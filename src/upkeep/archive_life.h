@@ -6,10 +6,15 @@
 namespace kestrova
 {
 
-/// Loads an archive; asks for unsaved changes first. A file that is damaged, or none, is refused
-/// with words and leaves the loaded archive as it is. When only its folders were refused, memory
-/// holds the new file and `loadFailedAskAnother` is set.
+/// Loads an archive and takes the lock of its folder; asks for unsaved changes first. False, with
+/// words, for a file that is damaged, or none, for a folder that another program holds, and when
+/// the person names no folder in place of one that is gone, which sets `loadFailedAskAnother`. Then
+/// memory holds the archive that was loaded before, or none, as a whole.
 bool ReadArchive(Session& session, const Path& file);
+/// What became of a load; `Held`: another program works on the archive's folder.
+enum class Load { Done, NotRead, Held, FoldersRefused };
+/// The same for the archive that is remembered, at a start.
+Load ReadLastArchive(Session& session);
 /// Only fills the session from the file: no question, no check of folders, nothing written. For
 /// commands that only read.
 Status ReadArchiveRecords(Session& session, const Path& file);
@@ -17,8 +22,9 @@ Status ReadArchiveRecords(Session& session, const Path& file);
 bool AskLoadArchive(Session& session);
 bool AskSaveArchiveAs(Session& session);
 /// A new archive with the original configuration alone; asks for its folder. `folder` and `file`
-/// replace chooser and default name when they are not empty. When it ends early, memory may hold
-/// the new archive while the file of the old one is untouched.
+/// replace chooser and default name when they are not empty. When it ends early, memory holds the
+/// new list, which belongs to no file; the old one's file is untouched, and the next start loads
+/// it.
 bool CreateArchive(Session& session, const Path& folder = {}, const Path& file = {});
 /// Asks for the main or the secondary folder when they are gone.
 bool CheckArchiveFolders(Session& session);

@@ -1,5 +1,6 @@
 #include "upkeep/archive_sizes.h"
 
+#include "archive/archive_saving.h"
 #include "archive/level_sizes.h"
 #include "catalogue/message.h"
 
@@ -8,6 +9,8 @@ namespace kestrova
 
 bool ShowArchiveSizes(Session& session)
 {
+    if (!HasArchive(session))
+        return false;
     const bool measured = RecomputeArchiveSize(session, true);
     session.list.Refresh();
     const ArchiveHeader& archive = session.archive.header;

@@ -1,5 +1,6 @@
 #include "upkeep/create_tr4_infos.h"
 
+#include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
 #include "archive/zl_file.h"
@@ -40,21 +41,37 @@ Result<std::vector<Tr4Entry>> ScanDeflated(const std::vector<Path>& streams,
 
 Result<std::vector<Tr4Entry>> ScanLevel(const Path& folder, ProgressScope& progress)
 {
-    if (!FolderExists(folder))
-        return MakeFailure(ErrorCode::Missing, TextOf(folder));
     auto entries = ScanTr4Files(folder);
     if (!entries.empty())
         return entries;
     return ScanDeflated(ListFiles(folder, RowText(Msg::PatTr4Zl)), progress);
 }
 
+/// The levels without a folder, in one box that no number of them makes too long.
+void TellVanished(Session& session, std::vector<std::string> names)
+{
+    constexpr std::size_t most = 20;
+    if (names.empty())
+        return;
+    const std::size_t count = names.size();
+    names.resize(std::min(count, most));
+    const std::string more =
+        count > most ? GetMsg(Msg::Tr4InfosMoreVanished, {std::to_string(count - most)}) : "";
+    session.host.Tell(Tone::Error, GetMsg(Msg::Tr4InfosVanished, {std::to_string(count)}),
+                      Join(names, ", ") + more);
+}
+
 } // namespace
 
 bool CreateTr4Infos(Session& session)
 {
+    if (!HasArchive(session))
+        return false;
     const std::size_t count = session.archive.levels.size();
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CreatingTr4Infos));
+    std::vector<std::string> vanished;
+    bool all = true;
     for (std::size_t i = 0; i < count; ++i) {
         progress->SetBar(i, count);
         progress->Step();
@@ -67,11 +84,17 @@ bool CreateTr4Infos(Session& session)
             return false;
         }
         const std::string name{Trim(level.levelName)};
-        const auto entries = ScanLevel(InFolder(home, RowText(Msg::DirFiles)), *progress);
+        const Path files = InFolder(home, RowText(Msg::DirFiles));
+        if (!FolderExists(files)) {
+            vanished.push_back(Readable(name));
+            continue;
+        }
+        const auto entries = ScanLevel(files, *progress);
         if (!entries) {
             TellFailure(session, GetMsg(Msg::Tr4InfosErrorDecompressing) + name + "]",
                         entries.Error());
-            return false;
+            all = false; // the others are worth no less
+            continue;
         }
         if (entries->empty())
             continue;
@@ -81,7 +104,8 @@ bool CreateTr4Infos(Session& session)
         }
     }
     progress->SetBar(count, count);
-    return true;
+    TellVanished(session, vanished);
+    return all && vanished.empty();
 }
 
 } // namespace kestrova

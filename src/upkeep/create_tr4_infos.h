@@ -6,8 +6,8 @@ namespace kestrova
 {
 
 /// Writes the `tr4.inf` of every level that has none, from its files, however they are stored.
-/// False, with a message, at the first level whose disc is missing or whose files cannot be
-/// expanded: what was written until then stays.
+/// A level whose folder is gone, or whose files cannot be expanded, is named, and the others
+/// follow. False then, and, at once, where a disc is missing or an index cannot be written.
 bool CreateTr4Infos(Session& session);
 
 } // namespace kestrova

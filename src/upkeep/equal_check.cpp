@@ -1,5 +1,6 @@
 #include "upkeep/equal_check.h"
 
+#include "archive/archive_saving.h"
 #include "archive/equal_levels.h"
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
@@ -56,6 +57,8 @@ bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&
 
 bool CheckEqualLevels(Session& session)
 {
+    if (!HasArchive(session))
+        return false;
     std::size_t equal = 0;
     const bool scanned = FindEqualLevels(session, [&](const EqualPair& pair) {
         ++equal;

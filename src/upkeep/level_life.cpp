@@ -3,6 +3,7 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
+#include "archive/set_aside.h"
 #include "catalogue/message.h"
 #include "swap/folder_guard.h"
 #include "swap/history.h"
@@ -30,27 +31,45 @@ std::vector<Path> PlayersFilesOf(const Path& levelFolder)
 
 } // namespace
 
+namespace
+{
+
+/// The name of the new level's folder is free afterwards, or an empty folder has it. What an older
+/// list may have known is set aside whole, and named.
+bool MakeWay(Session& session, const Path& folder)
+{
+    if (!FolderExists(folder))
+        return true;
+    const auto fail = [&](const Failure& failure) {
+        TellFailure(session, GetMsg(Msg::CannotSetAside, {TextOf(folder)}), failure);
+        return false;
+    };
+    const auto holds = HoldsAnything(ResolvePath(folder));
+    if (!holds)
+        return fail(holds.Error());
+    if (!*holds)
+        return true;
+    const auto names = SetAside(session, folder);
+    if (!names)
+        return fail(names.Error());
+    for (const Path& name : *names)
+        session.host.Tell(Tone::Warning,
+                          GetMsg(Msg::FolderSetAside, {TextOf(folder.filename()), TextOf(name)}));
+    return true;
+}
+
+} // namespace
+
 bool BeginNewLevel(Session& session, LevelRecord& level)
 {
-    if (session.ArchivePath().empty() || session.archive.levels.empty()) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::MissingArchive));
+    if (!HasArchive(session))
         return false;
-    }
     level = LevelRecord{};
     level.levelCode = NextLevelCode(session);
     const Path folder = LevelHomeOf(session, level.levelCode);
-    // Another level may have left its folder; what its player made there is kept before anything
-    // can remove it.
-    const bool leftOver = FolderExists(folder);
-    if (const auto kept = KeepInHistory(session, level.levelCode, PlayersFilesOf(folder),
-                                        GetMsg(Msg::ReasonLeftFolder));
-        !kept) {
-        TellFailure(session, GetMsg(Msg::CannotKeepLeft), kept.Error());
+    if (!MakeWay(session, folder))
         return false;
-    }
-    Status made = MakeLevelSubfolders(folder);
-    if (made)
-        made = DeleteMatching(InFolder(folder, RowText(Msg::DirFiles)), RowText(Msg::PatAll));
+    const Status made = MakeLevelSubfolders(folder);
     if (made)
         return true;
     TellFailure(session,
@@ -58,7 +77,7 @@ bool BeginNewLevel(Session& session, LevelRecord& level)
                     Readable(Trim(session.archive.header.secondaryFolder)) +
                     GetMsg(Msg::ClosingBracket),
                 made.Error());
-    if (!leftOver && FolderExists(folder))
+    if (FolderExists(folder))
         (void)RemoveTree(folder); // an empty folder may stay; the next level takes it
     return false;
 }
@@ -68,14 +87,13 @@ namespace
 
 /// Saves a changed list of levels; a list that cannot be saved is put back. A write may fail after
 /// its file got its name, so the old list is written once more.
-bool SaveOrPutBack(Session& session, Archive before)
+bool SaveOrPutBack(Session& session, const Archive& before)
 {
     if (SaveArchive(session))
         return true;
-    const bool wasDirty = before.dirty;
-    session.archive = std::move(before);
-    (void)WriteArchive(session, session.ArchivePath()); // the failure has been told already
-    session.archive.dirty = wasDirty;
+    session.archive = before;
+    (void)WriteArchive(session, before.file); // the failure has been told already
+    session.archive.dirty = before.dirty;
     return false;
 }
 
@@ -83,11 +101,11 @@ bool SaveOrPutBack(Session& session, Archive before)
 
 bool FinishNewLevel(Session& session, const LevelRecord& level)
 {
-    Archive before = session.archive;
+    const Archive before = session.archive;
     session.archive.levels.push_back(level);
     session.archive.header.mainFolderSize += level.filesSize;
     session.archive.header.secondaryFolderSize += level.extrasSize;
-    if (!SaveOrPutBack(session, std::move(before)))
+    if (!SaveOrPutBack(session, before))
         return false;
     session.list.Refresh();
     session.list.Select(level.levelCode);
@@ -96,7 +114,7 @@ bool FinishNewLevel(Session& session, const LevelRecord& level)
 
 bool ReplaceLevel(Session& session, const LevelRecord& level)
 {
-    Archive before = session.archive;
+    const Archive before = session.archive;
     const auto index = static_cast<std::size_t>(FindLevel(session, level.levelCode));
     const LevelRecord old = session.archive.levels[index];
     CountLevelSize(session, static_cast<double>(level.filesSize) - old.filesSize, SizeKind::Files,
@@ -104,7 +122,7 @@ bool ReplaceLevel(Session& session, const LevelRecord& level)
     CountLevelSize(session, static_cast<double>(level.extrasSize) - old.extrasSize,
                    SizeKind::Extras, index);
     session.archive.levels[index] = level;
-    if (!SaveOrPutBack(session, std::move(before)))
+    if (!SaveOrPutBack(session, before))
         return false;
     session.list.Refresh();
     session.list.Select(level.levelCode);
@@ -162,11 +180,11 @@ bool TakeOut(Session& session, LevelCode code)
 /// The last record takes the place of the one that goes. False: nothing changed.
 bool TakeOffList(Session& session, LevelCode code)
 {
-    Archive before = session.archive;
+    const Archive before = session.archive;
     session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))] =
         session.archive.levels.back();
     session.archive.levels.pop_back();
-    if (!SaveOrPutBack(session, std::move(before)))
+    if (!SaveOrPutBack(session, before))
         return false;
     session.list.Refresh();
     return true;
@@ -204,7 +222,7 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder)
 bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
 {
     const Operation operation{session};
-    if (!MayBeRemoved(session, code) || !TakeOut(session, code))
+    if (!HasArchive(session) || !MayBeRemoved(session, code) || !TakeOut(session, code))
         return false;
     const Path folder = LevelHomeOf(session, code);
     const LevelRecord level =

@@ -10,8 +10,9 @@ namespace kestrova
 /// `level0Rebuilt` then.
 bool EnsureLevel0Folder(Session& session);
 
-/// A new level's record (not yet in the archive) and its empty folders. False, with a message,
-/// when the archive is missing or the folders cannot be made.
+/// A new level's record (not yet in the archive) and its empty folders. A folder of that name that
+/// holds anything is set aside and named. False, with a message, when no archive is loaded or the
+/// folders cannot be made.
 bool BeginNewLevel(Session& session, LevelRecord& level);
 /// Puts the record behind the others, its sizes into the totals, saves, refreshes the list and
 /// selects it. False, with a message, when it could not be saved: the archive is as it was then.

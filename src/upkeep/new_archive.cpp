@@ -82,21 +82,23 @@ Path DefaultArchiveFolder(const Path& parent)
     return FirstFree(parent, Msg::FragDefaultFolder);
 }
 
-bool CreateArchive(Session& session, const Path& folder, const Path& file)
+namespace
 {
-    const Operation operation{session};
-    if (!file.empty() && FileExists(file) &&
-        !session.host.AskYesNo(GetMsg(Msg::AskReplaceArchive, {TextOf(file)})))
-        return false;
-    AskSaveChanges(session);
-    const std::string mainFolder = session.archive.header.mainFolder;
-    const std::string secondaryFolder = session.archive.header.secondaryFolder;
-    session.archive.header = ArchiveHeader{};
-    session.archive.header.levelCount = 1;
-    session.archive.header.mainFolder = mainFolder;
-    session.archive.header.secondaryFolder = secondaryFolder;
-    session.archive.levels = {OriginalLevel(session)};
 
+/// A list with the original configuration alone, of no file. The folders are those of the archive
+/// before until others are chosen: the level that is installed still has its store there.
+void BeginNewList(Session& session)
+{
+    ArchiveHeader header;
+    header.levelCount = 1;
+    header.mainFolder = session.archive.header.mainFolder;
+    header.secondaryFolder = session.archive.header.secondaryFolder;
+    session.archive = {std::move(header), {OriginalLevel(session)}};
+}
+
+/// Folder and file of the new archive, measured and written.
+bool FillNewArchive(Session& session, const Path& folder, const Path& file)
+{
     const auto chosen = folder.empty() ? AskForNewFolder(session) : std::optional{Absolute(folder)};
     if (!chosen)
         return false;
@@ -119,10 +121,28 @@ bool CreateArchive(Session& session, const Path& folder, const Path& file)
         session.host.Tell(Tone::Error, GetMsg(Msg::NoArchiveNameFree));
         return false;
     }
-    session.preferences.archivePath = target.native();
+    if (!HoldArchiveFolder(session, place))
+        return false;
+    session.archive.file = target;
     RecomputeArchiveSize(session, false);
-    session.list.Refresh();
     return !session.archive.dirty || !session.preferences.autoSave;
+}
+
+} // namespace
+
+bool CreateArchive(Session& session, const Path& folder, const Path& file)
+{
+    const Operation operation{session};
+    if (!file.empty() && FileExists(file) &&
+        !session.host.AskYesNo(GetMsg(Msg::AskReplaceArchive, {TextOf(file)})))
+        return false;
+    bool saved = false;
+    if (!MayReplaceArchive(session, saved))
+        return false;
+    BeginNewList(session);
+    const bool made = FillNewArchive(session, folder, file);
+    session.list.Refresh();
+    return made;
 }
 
 } // namespace kestrova

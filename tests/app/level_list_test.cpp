@@ -46,7 +46,7 @@ TEST_F(LevelListing, RowsAreSortedByTextAndKeepTheirCodes)
 TEST_F(LevelListing, TheTitleNamesTheArchive)
 {
     EXPECT_EQ(WindowTitle(box.session), "Kestrova: LevelArchive.kva (1 levels)");
-    box.session.preferences.archivePath = "/a/levels.kva";
+    box.session.archive.file = "/a/levels.kva";
     box.session.archive.levels.resize(12);
     EXPECT_EQ(WindowTitle(box.session), "Kestrova: levels.kva (12 levels)");
 }
@@ -123,6 +123,11 @@ TEST_F(LevelListing, MoreInfoOpensAFileOfTheLevelAndNothingElse)
         EXPECT_FALSE(ShowMoreInfo(box.session, code)) << name;
     }
     EXPECT_EQ(box.machine.opened.size(), 1U);
+    box.Write("levels/LEVEL_0001/files/Przeczytaj się.txt", "how to play");
+    for (const char* name : {"Przeczytaj się.txt", "Przeczytaj si?.txt"}) {
+        box.session.archive.levels[1].moreInfoFile = name;
+        EXPECT_TRUE(ShowMoreInfo(box.session, code)) << name;
+    }
     EXPECT_TRUE(box.host.WasTold("gone.txt' not found"));
 }
 

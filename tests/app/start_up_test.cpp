@@ -1,5 +1,6 @@
 #include "app/find_trle.h"
 #include "app/start_up.h"
+#include "archive/archive_saving.h"
 #include "support/sandbox.h"
 
 #include <gtest/gtest.h>
@@ -84,6 +85,19 @@ TEST_F(StartUp, WithoutALevelEditorItStopsWithNoArchive)
     EXPECT_EQ(windows.shown, std::vector<std::string>{"find"});
     EXPECT_TRUE(box.session.archive.levels.empty());
     EXPECT_FALSE(box.Has("home/backup_trle"));
+
+    // Where an archive is remembered, its file is not touched by what follows.
+    StartFirst();
+    const std::string archive = box.Read("home/LevelArchive.kva");
+    box.session.preferences.trlePath.clear();
+    windows.trle.clear();
+    ASSERT_TRUE(StartAgain());
+    EXPECT_FALSE(box.session.archive.Loaded());
+    EXPECT_EQ(box.session.RememberedArchive(), box / "home/LevelArchive.kva");
+    EXPECT_FALSE(SaveArchiveNow(box.session));
+    EXPECT_TRUE(box.host.WasTold("Missing archive!"));
+    WritePreferences(box.session);
+    EXPECT_EQ(box.Read("home/LevelArchive.kva"), archive);
 }
 
 TEST_F(StartUp, ABackupThatIsRefusedDoesNotStopTheStart)
@@ -110,9 +124,18 @@ TEST_F(StartUp, AnArchiveThatIsGoneOrDamagedIsNamedAndTheStartGoesOn)
         ASSERT_TRUE(StartAgain());
         EXPECT_TRUE(box.host.WasTold(damaged ? "Error loading last archive: "
                                              : "Last archive not found: "));
+        EXPECT_EQ(box.host.told.size(), 1U) << "one box: " << box.host.AllTold();
         EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
         EXPECT_EQ(box.session.archive.levels.size(), 1U);
     }
+    // A folder that is gone is asked for; without an answer nothing is loaded, and nothing
+    // forgotten.
+    std::filesystem::rename(box / "levels", box / "unplugged");
+    box.host.WillChoose("Select folder", std::nullopt);
+    box.host.WillAsk("Do you want load a different archive?", false);
+    ASSERT_TRUE(StartAgain());
+    EXPECT_FALSE(box.session.archive.Loaded());
+    EXPECT_EQ(box.session.RememberedArchive(), box / "home/LevelArchive.kva");
 }
 
 TEST_F(StartUp, AnArchiveOfTheCommandLineReplacesTheLastOne)

@@ -113,11 +113,11 @@ TEST_F(ArchiveMemory, AShrunkArchiveKeepsItsOldTailAndReadsByItsCount)
 
 TEST_F(ArchiveMemory, AFailedSaveIsToldAndLeavesTheArchiveDirty)
 {
-    box.session.preferences.archivePath = (box / "none/a.kva").native();
+    box.session.archive.file = box / "none/a.kva";
     EXPECT_FALSE(SaveArchive(box.session));
     EXPECT_TRUE(box.session.archive.dirty);
     EXPECT_TRUE(box.host.WasTold("Error while saving archive: " + (box / "none/a.kva").native()));
-    box.session.preferences.archivePath = (box / "home/b.kva").native();
+    box.session.archive.file = box / "home/b.kva";
     EXPECT_TRUE(AskSaveChanges(box.session)) << "saved without a question";
     EXPECT_FALSE(box.session.archive.dirty);
     EXPECT_TRUE(box.Has("home/b.kva"));

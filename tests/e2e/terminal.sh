@@ -70,8 +70,12 @@ mkdir "$box/outer" && cp -r "$box/from/dusk/." "$box/outer" && echo "PK no zip" 
 expect 1 --yes add --name half "$box/outer.zip"
 errs "in.zip" && errs "--keep-going"
 
-# An answer on a terminal counts.
+# An answer on a terminal counts; Enter is the answer that keeps what is there.
 if command -v script >/dev/null; then
+    echo | script -qec "'$ctl' --home '$box/home' remove 3" /dev/null >"$box/out" 2>&1 &&
+        die "Enter removed a level"
+    expect 0 levels
+    [[ $(wc -l <"$box/out") == 4 ]] || die "Enter removed a level"
     echo "y" | script -qec "'$ctl' --home '$box/home' remove 3 --keep-files" /dev/null >"$box/out" 2>&1 ||
         die "an answer at the terminal"
     expect 0 levels

@@ -268,7 +268,8 @@ void Sandbox::MakeBackupAndArchive()
     LevelRecord original;
     original.levelName = "- TRLE: Original configuration -";
     session.archive.levels = {original};
-    session.preferences.archivePath = (root / "home/LevelArchive.kva").native();
+    session.archive.file = root / "home/LevelArchive.kva";
+    session.preferences.archivePath = session.archive.file.native();
     ASSERT_TRUE(WriteWholeFile(session.ArchivePath(),
                                FormatArchive({session.archive.header, session.archive.levels})));
 }

@@ -66,6 +66,10 @@ TEST(InputGate, ABoxOfTheWorkItselfAnswers)
     EXPECT_TRUE(host.AskYesNo("Go on?"));
     InNextBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
     EXPECT_FALSE(host.AskYesNo("Enter is the answer that changes nothing"));
+    for (const auto key : {Qt::Key_Return, Qt::Key_Escape}) {
+        InNextBox([key](QMessageBox& box) { QTest::keyClick(&box, key); });
+        EXPECT_TRUE(host.AskYesNo("No would drop the work", Consent::YesKeeps)) << key;
+    }
     InNextBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
     EXPECT_EQ(host.AskYesNoCancel("?"), YesNoCancel::Cancel);
     InNextBox([](QMessageBox& box) {

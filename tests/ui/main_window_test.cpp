@@ -80,7 +80,7 @@ TEST(MainWindow, SaysWhatToDoWhereThereIsNothing)
     world.Show();
     EXPECT_NE(world.TextOfLabel("Label_Empty").find("no custom levels yet"), std::string::npos);
     // The original configuration alone is no archive that a level could be dropped into.
-    world.session.preferences.archivePath.clear();
+    world.session.archive.file.clear();
     world.list.Refresh();
     EXPECT_NE(world.TextOfLabel("Label_Empty").find("No archive is loaded"), std::string::npos);
     world.session.archive.levels.clear();
@@ -208,7 +208,8 @@ TEST(MainWindow, CommandsThatComeLaterAreDisabledAndSayIt)
                             "mnu_SendSaveGameEmail",
                             "mnu_BackupSavegame",
                             "mnu_RestoreSavegames",
-                            "mnu_SavegameHistory"};
+                            "mnu_SavegameHistory",
+                            "mnu_CopiaFileInfos"};
     const QStringList commands = MenuCommands();
     EXPECT_EQ(commands.size(), 52);
     for (const QString& name : commands) {

@@ -100,7 +100,7 @@ TEST_F(AddLevelTest, WhatIsGivenUpOrStoppedLeavesNothing)
     EXPECT_FALSE(AddPackage(box, code));
     EXPECT_FALSE(box.Has("levels/LEVEL_0001"));
     EXPECT_EQ(box.session.archive.levels.size(), 1U);
-    box.session.preferences.archivePath.clear();
+    box.session.archive.file.clear();
     EXPECT_FALSE(AddPackage(box, code));
     EXPECT_TRUE(box.host.WasTold("Missing archive! Before adding levels you must create new"));
     EXPECT_TRUE(box.Snapshot("levels").empty());

@@ -1,8 +1,12 @@
 #include "archive/archive_saving.h"
+#include "archive/level_document.h"
 #include "archive/level_folders.h"
+#include "archive/level_sizes.h"
 #include "support/faults.h"
 #include "support/sandbox.h"
 #include "upkeep/archive_life.h"
+#include "upkeep/archive_sizes.h"
+#include "upkeep/level_life.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +15,8 @@ namespace kestrova::testing
 
 namespace
 {
+
+using Files = std::map<std::string, std::string>;
 
 class ArchiveLife : public ::testing::Test
 {
@@ -95,7 +101,12 @@ TEST_F(ArchiveLife, MissingFoldersAreAskedFor)
     EXPECT_FALSE(ReadArchive(box.session, box / "home/other.kva"));
     EXPECT_TRUE(box.host.WasTold("Warning: not found main folder of current archive: "));
     EXPECT_TRUE(box.session.loadFailedAskAnother);
-    EXPECT_EQ(box.session.archive.levels.at(1).levelName, "Other") << "memory holds the new file";
+    EXPECT_EQ(box.session.archive.levels.at(1).levelName, "First") << "the old archive, whole";
+    EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
+    EXPECT_EQ(box.session.RememberedArchive(), box / "home/LevelArchive.kva");
+    const std::string other = box.Read("home/other.kva");
+    ASSERT_TRUE(SaveArchive(box.session));
+    EXPECT_EQ(box.Read("home/other.kva"), other) << "a list is written to its own file alone";
 
     box.host.WillChoose("Select folder: elsewhere", box / "moved");
     ASSERT_TRUE(ReadArchive(box.session, box / "home/other.kva"));
@@ -175,7 +186,9 @@ TEST_F(ArchiveLife, ANewArchiveThatIsNotMadeLeavesTheOldFile)
     box.host.WillChoose("Select main folder for new archive", std::nullopt);
     EXPECT_FALSE(CreateArchive(box.session));
     EXPECT_EQ(box.session.archive.levels.size(), 1U);
-    EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
+    EXPECT_TRUE(box.session.ArchivePath().empty()) << "the list belongs to no file";
+    EXPECT_EQ(box.session.RememberedArchive(), box / "home/LevelArchive.kva");
+    EXPECT_FALSE(FolderExists(box.host.lastStart)) << "the folder was there only to be shown";
 
     EXPECT_FALSE(CreateArchive(box.session, box / std::string(230, 'x')));
     EXPECT_TRUE(box.host.WasTold("too long for an archive"));
@@ -184,6 +197,125 @@ TEST_F(ArchiveLife, ANewArchiveThatIsNotMadeLeavesTheOldFile)
     EXPECT_TRUE(box.host.WasTold("Error: I can not write in main archive folder: "));
     box.host.WillAsk("There is an archive", false);
     EXPECT_FALSE(CreateArchive(box.session, box / "new", box / "home/LevelArchive.kva"));
+    EXPECT_EQ(box.Read("home/LevelArchive.kva"), before);
+}
+
+TEST_F(ArchiveLife, AListThatBelongsToNoFileChangesNothingOnTheDisk)
+{
+    box.session.preferences.autoSave = false;
+    const Files before = box.Snapshot("home");
+    const Files levels = box.Snapshot("levels");
+    for (const bool cancelled : {true, false}) {
+        SCOPED_TRACE(cancelled ? "New Archive and Cancel"
+                               : "nothing loaded, as without a Level Editor");
+        if (cancelled) {
+            box.host.WillChoose("Select main folder for new archive", std::nullopt);
+            EXPECT_FALSE(CreateArchive(box.session));
+        } else {
+            box.session.archive = {};
+        }
+        for (const bool autoSave : {true, false}) {
+            box.session.preferences.autoSave = autoSave;
+            LevelRecord level;
+            box.host.told.clear();
+            EXPECT_FALSE(SaveArchiveNow(box.session));
+            EXPECT_FALSE(AskSaveArchiveAs(box.session));
+            EXPECT_FALSE(BeginNewLevel(box.session, level));
+            EXPECT_FALSE(RemoveLevel(box.session, 1));
+            EXPECT_FALSE(ShowArchiveSizes(box.session));
+            EXPECT_EQ(box.host.told.size(), 5U) << "each says why, once: " << box.host.AllTold();
+            EXPECT_FALSE(SaveArchive(box.session));
+            EXPECT_FALSE(box.session.archive.dirty) << "there is nothing to be asked about";
+            RecomputeArchiveSize(box.session, false);
+            AskSaveChanges(box.session);
+        }
+    }
+    box.session.archive.file = box / "home/LevelArchive.kva";
+    EXPECT_FALSE(WriteArchive(box.session, box.session.archive.file)) << "a list without code 0";
+    EXPECT_EQ(box.Snapshot("home"), before);
+    EXPECT_EQ(box.Snapshot("levels"), levels);
+}
+
+TEST_F(ArchiveLife, WhoeverOpensAnArchiveHoldsItsFolderAlone)
+{
+    MakeOther();
+    std::filesystem::create_directory(box / "elsewhere");
+    ASSERT_TRUE(ReadArchive(box.session, box.session.ArchivePath()));
+    {
+        FolderLocks stranger;
+        EXPECT_FALSE(stranger.Hold(box / "levels"));
+        ASSERT_TRUE(stranger.Hold(box / "elsewhere"));
+        box.host.WillChoose("Load Tomb Raider Level Archive", box / "home/other.kva");
+        EXPECT_FALSE(AskLoadArchive(box.session));
+        EXPECT_TRUE(box.host.WasTold("Another Kestrova already works on the folder"));
+        EXPECT_EQ(box.session.archive.levels.at(1).levelName, "First");
+        EXPECT_FALSE(stranger.Hold(box / "levels")) << "the old archive's folder is still held";
+    }
+    box.host.WillChoose("Load Tomb Raider Level Archive", box / "home/other.kva");
+    ASSERT_TRUE(AskLoadArchive(box.session)) << box.host.AllTold();
+    FolderLocks stranger;
+    EXPECT_FALSE(stranger.Hold(box / "elsewhere"));
+    EXPECT_TRUE(stranger.Hold(box / "levels")) << "nobody works there any more";
+    std::filesystem::create_directory(box / "fresh");
+    ASSERT_TRUE(CreateArchive(box.session, box / "fresh")) << box.host.AllTold();
+    EXPECT_FALSE(stranger.Hold(box / "fresh"));
+}
+
+TEST_F(ArchiveLife, ChangesThatCannotBeSavedAreGivenUpOnlyWhenThePersonSaysSo)
+{
+    MakeOther();
+    std::filesystem::create_directory(box / "elsewhere");
+    box.session.archive.levels[1].levelName = "Changed";
+    box.session.archive.dirty = true;
+    box.session.archive.file = box / "gone/LevelArchive.kva";
+    box.host.WillAsk("could not be saved", false);
+    EXPECT_FALSE(ReadArchive(box.session, box / "home/other.kva"));
+    EXPECT_EQ(box.session.archive.levels.at(1).levelName, "Changed");
+    EXPECT_TRUE(box.session.archive.dirty);
+    box.host.WillAsk("could not be saved", true);
+    EXPECT_TRUE(ReadArchive(box.session, box / "home/other.kva"));
+}
+
+TEST_F(ArchiveLife, TextsBeyondTheCodePageComeBackAndWhatWasChangedElsewhereSpeaks)
+{
+    LevelRecord& level = box.session.archive.levels[1];
+    level.levelName = "Zamek Książ";
+    level.levelNote = "Ποιος φοβάται;";
+    level.authorName = std::string(79, 'x') + "Řč";
+    level.authorEmails = std::string{"a@ł.pl"} + '\0' + "b@c.gr";
+    level.moreInfoFile = "Инструкция.txt";
+    box.Write("levels/LEVEL_0001/files/Инструкция.txt", "how to");
+    ASSERT_TRUE(SaveArchive(box.session));
+    const auto record = ParseArchive(box.Read("home/LevelArchive.kva"))->levels.at(1);
+    EXPECT_EQ(record.levelName, "Zamek Ksi??") << "the record holds what its code page can";
+    EXPECT_EQ(record.moreInfoFile, "??????????.txt");
+    const Path files = box / "levels/LEVEL_0001/files";
+    EXPECT_EQ(FindDocument(files, record.moreInfoFile), files / "Инструкция.txt");
+    box.Write("levels/LEVEL_0001/files/Документац.txt", "another of that form");
+    EXPECT_FALSE(FindDocument(files, record.moreInfoFile)) << "nobody can tell which is meant";
+
+    ASSERT_TRUE(ReadArchive(box.session, box.session.ArchivePath()));
+    const LevelRecord& back = box.session.archive.levels.at(1);
+    EXPECT_EQ(back.levelName, "Zamek Książ");
+    EXPECT_EQ(back.levelNote, "Ποιος φοβάται;");
+    EXPECT_EQ(back.authorName, std::string(79, 'x') + "Ř") << "as long as its field";
+    EXPECT_EQ(back.authorEmails, (std::string{"a@ł.pl"} + '\0' + "b@c.gr"));
+    EXPECT_EQ(FindDocument(files, back.moreInfoFile), files / "Инструкция.txt");
+
+    // Another program renames the level; a damaged line harms no other.
+    ArchiveContent content = *ParseArchive(box.Read("home/LevelArchive.kva"));
+    content.levels[1].levelName = "Zamek Ksi?";
+    box.Write("home/LevelArchive.kva", FormatArchive(content));
+    box.Write("levels/exact-names.jsonl", "{\"code\":\n" + box.Read("levels/exact-names.jsonl"));
+    ASSERT_TRUE(ReadArchive(box.session, box.session.ArchivePath()));
+    EXPECT_EQ(box.session.archive.levels.at(1).levelName, "Zamek Ksi?");
+    EXPECT_EQ(box.session.archive.levels.at(1).levelNote, "Ποιος φοβάται;");
+
+    // Where the exact forms cannot be kept the list is not written without them.
+    std::filesystem::remove(box / "levels/exact-names.jsonl");
+    std::filesystem::create_directory(box / "levels/exact-names.jsonl");
+    const std::string before = box.Read("home/LevelArchive.kva");
+    EXPECT_FALSE(SaveArchive(box.session));
     EXPECT_EQ(box.Read("home/LevelArchive.kva"), before);
 }
 

@@ -94,7 +94,7 @@ TEST_F(EqualCheck, Tr4InfosAreTheSameHoweverTheFilesAreStored)
     EXPECT_TRUE(box.host.told.empty()) << box.host.AllTold();
 }
 
-TEST_F(EqualCheck, Tr4InfosStopInWords)
+TEST_F(EqualCheck, Tr4InfosNameWhatTheyCannotDoAndGoOn)
 {
     Add("First", {{"a.tr4", "a"}});
     const std::size_t broken = Add("Broken", {{"b.tr4.zl", "no stream"}});
@@ -104,7 +104,18 @@ TEST_F(EqualCheck, Tr4InfosStopInWords)
     EXPECT_EQ(box.host.told[0].text, "Error decompressing files of level [Broken]");
     EXPECT_NE(box.host.told[0].reason.find("b.tr4.zl"), std::string::npos);
     EXPECT_TRUE(box.Has("levels/LEVEL_0001/tr4.inf"));
-    EXPECT_FALSE(box.Has("levels/LEVEL_0003/tr4.inf"));
+    EXPECT_TRUE(box.Has("levels/LEVEL_0003/tr4.inf"));
+
+    for (int n = 0; n < 30; ++n)
+        std::filesystem::remove_all(
+            box / ("levels/LEVEL_" + ZeroPadded(static_cast<std::int64_t>(Add("Gone", {})), 4)));
+    Add("Behind", {{"d.tr4", "d"}});
+    box.host.told.clear();
+    EXPECT_FALSE(CreateTr4Infos(box.session));
+    ASSERT_EQ(box.host.told.size(), 2U) << box.host.AllTold();
+    EXPECT_EQ(box.host.told[1].text.substr(0, 24), "The folders of 30 levels");
+    EXPECT_NE(box.host.told[1].reason.find("and 10 more"), std::string::npos);
+    EXPECT_TRUE(box.Has("levels/LEVEL_0034/tr4.inf"));
 
     box.host.told.clear();
     box.session.archive.levels[broken].cdNumber = 1;

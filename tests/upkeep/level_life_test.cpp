@@ -1,5 +1,6 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
+#include "archive/set_aside.h"
 #include "archive/tr4_index.h"
 #include "support/faults.h"
 #include "support/sandbox.h"
@@ -38,19 +39,79 @@ protected:
     Sandbox box;
 };
 
-TEST_F(LevelLife, WhatAnEarlierLevelLeftInTheFolderIsKeptInTheHistory)
+TEST_F(LevelLife, AFolderThatTheListDoesNotKnowIsSetAsideWhole)
 {
     box.Write("levels/LEVEL_0001/files/old.tr4", "old");
-    box.Write("levels/LEVEL_0001/backup_savegames/savegame.0", SavegameBytes("Old", 5));
+    box.Write("levels/LEVEL_0001/screenshots/view.jpg", "view");
+    box.Write("levels/level_0001/backup_savegames/savegame.0", SavegameBytes("Old", 5));
+    const Files upper = box.Snapshot("levels/LEVEL_0001");
+    const Files lower = box.Snapshot("levels/level_0001");
     LevelRecord level;
     ASSERT_TRUE(BeginNewLevel(box.session, level));
-    EXPECT_TRUE(box.Snapshot("levels/LEVEL_0001/files").empty());
+    ASSERT_EQ(box.host.told.size(), 2U) << box.host.AllTold();
+    EXPECT_TRUE(box.Snapshot("levels/LEVEL_0001").empty());
+    const auto found = FindUnknownFolders(box.session);
+    ASSERT_EQ(found.setAside.size(), 2U);
+    EXPECT_EQ(found.unlisted, std::vector<Path>{box / "levels/LEVEL_0001"}) << "not yet";
+    std::set<Files> kept;
+    for (const Path& folder : found.setAside) {
+        EXPECT_TRUE(box.host.WasTold(folder.native())) << folder;
+        kept.insert(box.Snapshot(folder.lexically_relative(box.root).native()));
+    }
+    EXPECT_EQ(kept, (std::set<Files>{upper, lower}));
+
     DropNewLevel(box.session, level);
-    EXPECT_FALSE(box.Has("levels/LEVEL_0001"));
-    const auto history = HistoryOf(box.session, 1);
-    ASSERT_EQ(history.size(), 1U);
-    EXPECT_EQ(history[0].name, "savegame.0");
-    EXPECT_EQ(history[0].number, 5);
+    EXPECT_FALSE(box.Has("levels/LEVEL_0001")) << "its own folder is empty again";
+    EXPECT_EQ(FindUnknownFolders(box.session).setAside.size(), 2U);
+    ASSERT_TRUE(BeginNewLevel(box.session, level));
+    EXPECT_EQ(box.host.told.size(), 2U) << "a folder without a file is taken as it is";
+    ASSERT_TRUE(BeginNewLevel(box.session, level));
+    EXPECT_EQ(box.host.told.size(), 2U);
+}
+
+TEST_F(LevelLife, SettingAFolderAsideLosesNothingWhereverItFailsOrIsKilled)
+{
+    for (int step = 1;; ++step) {
+        ASSERT_LT(step, 200);
+        bool reached = false;
+        for (const bool killed : {false, true}) {
+            Sandbox own;
+            own.MakeTrle();
+            own.MakeBackupAndArchive();
+            own.Write("levels/LEVEL_0001/files/old.tr4", "old");
+            LevelRecord level;
+            const auto begin = [&] { return BeginNewLevel(own.session, level); };
+            if (killed) {
+                reached = WithKillAt(step, begin).killed || reached;
+            } else {
+                const FaultRun run = WithFaultAt(step, begin, std::errc::io_error);
+                reached = run.reached || reached;
+                EXPECT_TRUE(run.answer || !own.host.told.empty()) << run.call;
+            }
+            std::size_t found = 0;
+            for (const auto& [name, content] : own.Snapshot("levels"))
+                found += name.ends_with("old.tr4") && content == "old" ? 1 : 0;
+            EXPECT_EQ(found, 1U) << step;
+        }
+        if (!reached)
+            break;
+    }
+}
+
+TEST_F(LevelLife, AKeptFolderOutlivesALaterLevelOfItsNumberThatIsGivenUp)
+{
+    box.AddLevel("one", {{"a.tr4", "one"}});
+    box.Write("levels/LEVEL_0001/screenshots/view.jpg", "view");
+    const Files kept = box.Snapshot("levels/LEVEL_0001");
+    box.host.WillAsk("Are you sure", true);
+    ASSERT_TRUE(RemoveLevel(box.session, 1, LevelFolders::Keep));
+    LevelRecord level;
+    ASSERT_TRUE(BeginNewLevel(box.session, level));
+    EXPECT_EQ(level.levelCode, 1);
+    DropNewLevel(box.session, level);
+    const auto found = FindUnknownFolders(box.session).setAside;
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(box.Snapshot(found[0].lexically_relative(box.root).native()), kept);
 }
 
 TEST_F(LevelLife, TheOriginalAndUnknownLevelsAreNotRemoved)

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "session/session.h"
+
+namespace kestrova
+{
+
+/// Copies the documents of the levels on discs to their folders on the hard disk. A document that
+/// cannot be copied is named, and the others follow. False when one was left out, or no archive is
+/// loaded.
+bool CopyMoreInfoFiles(Session& session);
+
+} // namespace kestrova
