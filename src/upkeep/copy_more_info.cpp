@@ -22,7 +22,9 @@ Status CopyDocument(Session& session, const LevelRecord& level)
     const Path files = InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirFiles));
     if (auto made = MakeFolders(files); !made)
         return made;
-    return CopyFileOver(*document, files / document->filename());
+    CopyOptions plain;
+    plain.rights = plainRights;
+    return CopyFileOver(*document, files / document->filename(), plain);
 }
 
 } // namespace
