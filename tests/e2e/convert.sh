@@ -16,37 +16,45 @@ open_display 1200x840
 start_windows
 appears 'my.kva .1 levels'
 
-press alt+t
-press c
-press c
-appears 'Audio Converter tool'
-drag 500 350 "$box/album" "$box/footstep.wav"
-appears 'Audio Converter tool'
-press alt+b
-appears 'Select target folder'
-enter "$box/waves"
-gone 'Select target folder'
-appears 'Audio Converter tool'
-press alt+h # 4 bits
-press Return
+# opens: the tool with the album and the footstep in its list, which has the keyboard.
+opens() {
+    appears 'my.kva .1 levels'
+    press alt+t c c
+    appears 'Audio Converter tool'
+    drag 'Audio Converter tool' "$box/album" "$box/footstep.wav"
+}
+# converts: to the game's form, into the folder of the waves.
+converts() {
+    appears 'Audio Converter tool'
+    press alt+b
+    appears 'Select target folder'
+    enter "$box/waves"
+    gone 'Select target folder'
+    appears 'Audio Converter tool'
+    press alt+h # 4 bits
+    press Return
+}
+opens
+converts
 appears '^Kestrova$' # the footstep has no way there
 press Return
 appears '^Kestrova$' other # all is as it was
 press Return
 gone '^Kestrova$'
 gone '^Audio conversion'
-appears 'Audio Converter tool'
 [[ -z $(ls -A "$box/waves") ]]
+appears 'Audio Converter tool'
+press Escape
+gone 'Audio Converter tool'
 
-click 'Audio Converter tool' 60 104 # the last row
-press Delete
+opens
+appears 'Audio Converter tool'
+press End Delete # the last row
 appears '^Kestrova$'
 press alt+y
 gone '^Kestrova$'
-gone '^Audio conversion'
-appears 'Audio Converter tool'
-press alt+c
-appears '^Kestrova$' # leave?
+converts
+appears '^Kestrova$' # all is done: leave?
 press alt+y
 gone 'Audio Converter tool'
 [[ $(ls "$box/waves") == "$sources" && ! -e $box/home/_audio_temp ]]

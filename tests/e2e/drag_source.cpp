@@ -1,5 +1,6 @@
 // A window that gives the files of its command line to whatever they are dragged onto, as a file
-// manager does.
+// manager does. It says on its standard output when the drag has begun, and when what lies below
+// takes the files; it ends with 0 when they were dropped there.
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>
@@ -8,8 +9,19 @@
 #include <QUrl>
 #include <QWidget>
 
+#include <cstdio>
+
 namespace
 {
+
+/// The other side fetches what it was given after the drop.
+constexpr int fetchMs = 1500;
+
+void Say(const char* word)
+{
+    std::puts(word);
+    std::fflush(stdout);
+}
 
 class DragSource : public QWidget
 {
@@ -24,9 +36,14 @@ protected:
         data->setUrls(urls);
         auto* drag = new QDrag(this);
         drag->setMimeData(data);
-        drag->exec(Qt::CopyAction);
-        // The other side fetches what it was given after that.
-        QTimer::singleShot(1500, QCoreApplication::instance(), &QCoreApplication::quit);
+        connect(drag, &QDrag::actionChanged, this, [](Qt::DropAction action) {
+            if (action == Qt::CopyAction)
+                Say("taken");
+        });
+        Say("begun");
+        const bool dropped = drag->exec(Qt::CopyAction) == Qt::CopyAction;
+        QTimer::singleShot(fetchMs, QCoreApplication::instance(),
+                           [dropped] { QCoreApplication::exit(dropped ? 0 : 1); });
     }
 };
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Downloads dragged onto the windows become levels and are played, by the mouse alone.
+# Downloads dragged onto the windows become levels and are played.
 source "$(dirname "$0")/windows.bash"
 
 ctl() { "$KESTROVACTL" --home "$box/home" --yes "$@" >"$box/out"; }
@@ -14,7 +14,7 @@ appears 'my.kva .1 levels'
 cd "$box/practice/levels"
 declare -i count=0
 for package in *.zip "The Clockmaker's Attic" "The Drowned Observatory" "Schloß Grünfels"; do
-    drag 200 400 "$PWD/$package"
+    drag 'my.kva' "$PWD/$package"
     if [[ -d $package && -n $(find "$package" -mindepth 1 -type d) ]]; then
         appears '^Kestrova$' # sub-folders too?
         press Return
@@ -30,13 +30,12 @@ ctl levels
 
 # Onto the dialog itself: two sources make one level.
 appears 'my.kva .6 levels'
-press alt+l
-press a
+press alt+l a
 appears 'Add new level'
 mkdir "$box/more"
 echo walk >"$box/more/walkthrough.txt"
 echo level >"$box/more/second.tr4"
-drag 400 300 "$box/more/second.tr4" "$box/more/walkthrough.txt"
+drag 'Add new level' "$box/more/second.tr4" "$box/more/walkthrough.txt"
 accepted
 ctl info $((count + 1)) --json
 grep -q walkthrough "$box/out"
@@ -44,9 +43,8 @@ grep -q walkthrough "$box/out"
 
 # What is no level stays out, and the archive is as it was.
 before=$(sha256sum <"$box/home/my.kva")
-drag 200 400 "$box/more/walkthrough.txt"
+drag 'my.kva' "$box/more/walkthrough.txt"
 appears 'Add new level'
-sleep 1
 press Return
 appears '^Kestrova$' # no tr4 files
 press Return
@@ -55,6 +53,7 @@ press Escape
 gone 'Add new level'
 [[ $(sha256sum <"$box/home/my.kva") == "$before" && ! -e $box/archive/LEVEL_000$((count + 2)) ]]
 
-click 'my.kva' 930 50 # Play
+appears 'my.kva .7 levels'
+press ctrl+p
 holds "$box/played" trle
 [[ -e $box/practice/trle/Kestrva.txt ]]

@@ -31,9 +31,9 @@ appears 'LevelArchive.kva .1 levels'
 
 cd "$box/practice/levels"
 for level in "The Clockmaker's Attic" "The Drowned Observatory" "Winds over Kestrel Ridge"; do
-    leads_to 'Add new level' Escape alt+l a
+    press alt+l a
     appears 'Add new level'
-    xdotool type --delay 4 "$level"
+    types "$level"
     press alt+f
     appears 'Select source folder'
     enter "$PWD/$level"
@@ -48,40 +48,30 @@ for level in "The Clockmaker's Attic" "The Drowned Observatory" "Winds over Kest
     appears 'LevelArchive.kva'
 done
 
-# plays N CODE KEYS: those keys start the game the n-th time, with that level in the folder. The
-# program may still be at work, and then discards what is typed.
+# plays N CODE KEYS: those keys start the game the n-th time, with that level in the folder.
+played() { [[ $(cat "$box/played" 2>/dev/null | wc -l) -ge $1 ]]; }
 plays() {
-    local i
-    for ((i = 0; i < 300; ++i)); do
-        ((i % 75)) || "$3"
-        [[ $(cat "$box/played" 2>/dev/null | wc -l) -lt $1 ]] || break
-        sleep 0.1
-    done
+    appears 'LevelArchive.kva'
+    "$3"
+    soon played "$1"
+    rests
     [[ $("$KESTROVACTL" --home "$box/home" current | cut -f1) == "$2" ]] || {
         echo "$2 is not played" >&2
         exit 1
     }
-    sleep 0.5
 }
 attic() {
-    press ctrl+f
-    xdotool key ctrl+a type --delay 4 attic
+    press ctrl+f ctrl+a
+    types attic
     press Return # to the list, on the match
     press Return # plays it
 }
 next() {
-    press ctrl+f
-    press Escape
-    press Up
-    press Up
-    press Up
-    press Down
-    press Down
-    press F5
+    press ctrl+f Escape Up Up Up Down Down F5
 }
 original() {
-    press ctrl+f
-    xdotool key ctrl+a type --delay 4 original
+    press ctrl+f ctrl+a
+    types original
     press ctrl+p
 }
 plays 1 1 attic

@@ -8,15 +8,6 @@ die() {
     exit 1
 }
 ctl() { "$KESTROVACTL" --home "$box/home" "$@"; }
-# soon COMMAND…: waits until it succeeds.
-soon() {
-    local i
-    for ((i = 0; i < 150; ++i)); do
-        ! "$@" >/dev/null 2>&1 || return 0
-        sleep 0.1
-    done
-    die "never: $*"
-}
 # count N FOLDER PATTERN: so many files of that name lie there.
 count() { [[ $(find "$2" -maxdepth 1 -name "$3" 2>/dev/null | wc -l) == "$1" ]]; }
 
@@ -28,30 +19,37 @@ counted() { ctl --json shots list 1 | grep -c '"file"'; }
 before=$(counted)
 
 open_display 1300x900
-# shown TITLE: the number of that window, once it is there.
-shown() {
-    soon xdotool search --onlyvisible --name "$1"
-    xdotool search --onlyvisible --name "$1" | tail -1
-}
 # plays WORD: starts the program and plays the level of that word; `main` and `screen` are the
 # windows of program and game.
 plays() {
     start_windows
-    main=$(shown 'my.kva .2 levels')
-    sleep 0.5
-    xdotool windowfocus "$main" key ctrl+f type --delay 5 "$1"
-    xdotool key Return F5
+    appears 'my.kva .2 levels'
+    main=$seen
+    press ctrl+f ctrl+a
+    types "$1"
+    press Return
+    press F5
+    soon shown 'practice game'
     screen=$(shown 'practice game')
-    game=$(xdotool getwindowpid "$screen" 2>/dev/null) || game=
-    xdotool windowfocus "$screen"
-    sleep 0.5
+    game=$(xdotool getwindowpid "$screen")
+    turns_to "$screen"
+}
+# turns_to WINDOW: that window has the keyboard, and program and game wait for a key.
+turns_to() {
+    xdotool windowfocus "$1"
+    soon focused "$1"
+    rests
+    rests "$game"
 }
 # closes: the program ends by its own key, and the game before it.
 closes() {
-    xdotool windowfocus "$screen" key q
+    turns_to "$screen"
+    xdotool key q
+    gone 'practice game'
     game=
-    sleep 0.3
-    xdotool windowfocus "$main" key ctrl+q
+    xdotool windowfocus "$main"
+    soon focused "$main"
+    press ctrl+q
     wait "$window"
     window=
 }
@@ -66,42 +64,58 @@ for slot in 0 1 2; do
     xdotool key s
     soon count $((slot + 1)) "$trle" 'savegame.*'
 done
+rests "$game"
 newest=$(sha256sum <"$trle/savegame.2")
-sleep 0.5
 xdotool key --delay 5 F9
 soon count 1 "$trle" 'savegame.*'
 soon count 3 "$level/savegames/slot1" 'savegame.*'
-soon test "$(sha256sum <"$trle/savegame.0")" = "$newest"
-sleep 0.5
+is_newest() { [[ $(sha256sum <"$trle/savegame.0") == "$newest" ]]; }
+soon is_newest
+rests
 [[ ! -e $level/savegames/slot2 ]] || die "one tap acted twice"
 
 # One more, then F11 brings the others back, oldest first.
-xdotool windowfocus "$screen"
+turns_to "$screen"
 xdotool key s
 soon count 2 "$trle" 'savegame.*'
+rests "$game"
 xdotool key --delay 5 F11
 soon count 4 "$trle" 'savegame.*'
 number() { od -An -tu2 -j75 -N2 "$trle/savegame.$1" | tr -d ' '; }
-soon test "$(number 0) $(number 1) $(number 2) $(number 3)" = "1 2 3 4"
+in_order() { [[ "$(number 0) $(number 1) $(number 2) $(number 3)" == "1 2 3 4" ]]; }
+soon in_order
+rests
 
 # Print Screen: the game's process puts its window onto the clipboard. Each press is one picture.
 for n in 1 2; do
     xdotool key Print
     soon test -s "$level/screenshots/$n) Attic.jpg"
-    sleep 0.6
+    rests
+    rests "$game"
 done
 count 2 "$level/screenshots" '*) Attic.jpg' || die "$(ls "$level/screenshots")"
 identify "$level/screenshots/1) Attic.jpg" | grep "JPEG 820x760" >/dev/null ||
     die "$(identify "$level/screenshots/1) Attic.jpg")"
 
 # While the game runs, no other level comes into its folder without a question.
-xdotool windowfocus "$main" key ctrl+f key ctrl+a type --delay 5 original
-xdotool key F5
-box_=$(shown '^Kestrova$')
-xdotool windowfocus "$box_" key Escape
-sleep 0.5
+turns_to "$main"
+press ctrl+f ctrl+a
+types original
+press F5
+appears '^Kestrova$'
+press Escape
+gone '^Kestrova$'
 [[ $(ctl current | cut -f1) == 1 ]] || die "swapped behind a running game"
-xdotool windowfocus "$main" key Escape
+
+# Nor does a second game start on the same slots.
+turns_to "$main"
+press ctrl+f ctrl+a
+types attic
+press Return F5
+appears '^Kestrova$'
+press Escape
+gone '^Kestrova$'
+[[ $(xdotool search --onlyvisible --name 'practice game' | wc -l) == 1 ]] || die "two games"
 closes
 [[ $(counted) == $((before + 2)) ]] || die "the archive counts $(counted) pictures"
 
@@ -112,10 +126,9 @@ plays attic
 xdotool set_window --name 'Tomb Raider - The Last Revelation' "$screen"
 saved=$(live)
 xdotool key Print
-prompt=$(shown 'screen-shot captured')
-sleep 0.5
-xdotool windowfocus "$prompt" key Escape
+appears 'screen-shot captured'
+press Escape
 soon count $((saved + 1)) "$trle" 'savegame.*'
-[[ $(xdotool getwindowfocus) == "$screen" ]] || die "the game has not got the keyboard"
+focused "$screen" || die "the game has not got the keyboard"
 [[ $(counted) == $((before + 2)) ]] || die "a picture that was dropped is there"
 closes

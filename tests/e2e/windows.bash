@@ -36,99 +36,140 @@ start_windows() {
     window=$!
 }
 
+# fails WORDS…: says so, with the windows that are there.
+fails() {
+    echo "$*; there are:" >&2
+    xdotool search --onlyvisible --name . getwindowname %@ >&2 || true
+    exit 1
+}
+# soon COMMAND…: waits until it succeeds, as long as a machine at work may take.
+soon() {
+    local i
+    for ((i = 0; i < 600; ++i)); do
+        ! "$@" >/dev/null 2>&1 || return 0
+        sleep 0.1
+    done
+    fails "never: $*"
+}
+
+# spent PID: the processor's ticks that the program has used; nothing unless all its threads sleep
+# and no child works for it (a game that it has started plays).
+spent() {
+    local task sum=0 line child children
+    for task in /proc/"$1"/task/*; do
+        { read -r line <"$task/stat"; } 2>/dev/null || return 0
+        # shellcheck disable=SC2086
+        set -- "$1" ${line##*) }
+        [[ $2 == S ]] || return 0
+        sum=$((sum + ${13} + ${14}))
+        children=
+        { read -r children <"$task/children"; } 2>/dev/null || true
+        for child in $children; do
+            [[ $child == "$game" ]] || return 0
+        done
+    done
+    echo "$sum"
+}
+# rests [PID]: waits until the program (or another one) has done what it was told and sleeps: what is
+# typed while it works is discarded.
+rests() {
+    local before now i calm=0
+    before=$(spent "${1:-$window}")
+    for ((i = 0; i < 900; ++i)); do
+        sleep 0.07
+        now=$(spent "${1:-$window}")
+        # A blinking cursor takes a tick now and then.
+        if [[ -n $before && -n $now ]] && ((now - before <= 1)); then
+            ((++calm < 3)) || return 0
+        else
+            calm=0
+        fi
+        before=$now
+    done
+    fails "the program does not come to rest"
+}
+
+# shown TITLE: the number of that window, the last one of several.
+shown() { xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1 | grep .; }
+focused() { [[ $(xdotool getwindowfocus) == "$1" ]]; }
+
 seen= # the window that appeared last
 # appears TITLE [OTHER]: waits for a window and gives it the keyboard, since no window manager does.
 # With OTHER it is not the one that appeared last, which may go slowly and have the same title.
 appears() {
     local i id
-    for ((i = 0; i < 300; ++i)); do
-        id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1) || true
-        if [[ -n $id && (-z ${2:-} || $id != "$seen") ]]; then
-            sleep 0.3
-            ! xdotool windowfocus "$id" || {
+    for ((i = 0; i < 600; ++i)); do
+        if id=$(shown "$1") && [[ -z ${2:-} || $id != "$seen" ]]; then
+            rests
+            # It may have been another one's turn meanwhile.
+            if [[ $(shown "$1") == "$id" ]] && xdotool windowfocus "$id" 2>/dev/null; then
+                soon focused "$id"
                 seen=$id
                 return
-            }
+            fi
         fi
         sleep 0.1
     done
-    echo "no window '$1'; there are:" >&2
-    xdotool search --onlyvisible --name . getwindowname %@ >&2 || true
-    exit 1
+    fails "no window '$1'"
 }
 # gone TITLE: waits until no such window is there.
 gone() {
     local i
-    for ((i = 0; i < 100; ++i)); do
-        xdotool search --onlyvisible --name "$1" >/dev/null 2>&1 || return 0
+    for ((i = 0; i < 600; ++i)); do
+        shown "$1" >/dev/null || return 0
         sleep 0.1
     done
-    echo "the window '$1' stays" >&2
-    exit 1
+    fails "the window '$1' stays"
 }
-press() { sleep 0.2; xdotool key --clearmodifiers "$@"; }
-enter() { sleep 0.2; xdotool type --delay 4 "$1"; press Return; }
-# leads_to TITLE KEY…: presses until that window is there; a program at work discards what is typed.
-leads_to() {
-    local title=$1 i j
-    shift
-    for ((i = 0; i < 5; ++i)); do
-        press "$@"
-        for ((j = 0; j < 50; ++j)); do
-            ! xdotool search --onlyvisible --name "$title" >/dev/null 2>&1 || return 0
-            sleep 0.1
-        done
+press() {
+    local key
+    for key in "$@"; do
+        rests
+        xdotool key --clearmodifiers "$key"
     done
-    echo "$* does not lead to '$title'" >&2
-    exit 1
 }
+# types TEXT: into what has the keyboard.
+types() {
+    rests
+    xdotool type --delay 8 "$1"
+}
+enter() { types "$1" && press Return; }
 # accepted: Ok for the level's window, as soon as it has taken in its sources.
 accepted() {
-    local i
-    for ((i = 0; i < 20; ++i)); do
-        appears 'Add new level'
-        press Return
-        sleep 0.8
-        xdotool search --onlyvisible --name 'Add new level' >/dev/null 2>&1 || return 0
-    done
-    echo "the level is not accepted" >&2
-    exit 1
+    appears 'Add new level'
+    press Return
+    gone 'Add new level'
 }
 # holds FILE TEXT: waits until the file holds the text.
-holds() {
-    local i
-    for ((i = 0; i < 200; ++i)); do
-        ! grep -qs -- "$2" "$1" || return 0
-        sleep 0.1
-    done
-    echo "'$2' is not in $1" >&2
-    exit 1
+holds() { soon grep -qs -- "$2" "$1"; }
+
+# middle TITLE: X and Y of the middle of that window on the screen.
+middle() {
+    local X Y WIDTH HEIGHT
+    eval "$(xdotool getwindowgeometry --shell "$(shown "$1")" | grep -E '^(X|Y|WIDTH|HEIGHT)=')"
+    echo $((X + WIDTH / 2)) $((Y + HEIGHT / 2))
 }
-# drag X Y FILE…: takes the files from a window of another program to that place and lets go.
+# drag TITLE FILE…: takes the files from a window of another program onto that one and lets go.
 drag() {
-    local x=$1 y=$2 source i
-    shift 2
-    "$DRAG_SOURCE" "$@" >/dev/null 2>&1 &
+    local target=$1 source from_x from_y x y i
+    shift
+    rests
+    read -r x y < <(middle "$target")
+    "$DRAG_SOURCE" "$@" >"$box/drag" 2>/dev/null &
     source=$!
-    appears 'Drag source'
-    xdotool mousemove 60 760 mousedown 1
-    sleep 0.2
-    for ((i = 1; i <= 10; ++i)); do
-        xdotool mousemove $((60 + (x - 60) * i / 10)) $((760 + (y - 760) * i / 10))
-        sleep 0.05
-    done
-    sleep 0.3
-    xdotool mouseup 1
-    # It ends with its drag; one that was refused must not be waited for.
-    for ((i = 0; i < 100; ++i)); do
-        kill -0 "$source" 2>/dev/null || return 0
+    soon shown 'Drag source'
+    rests "$source"
+    read -r from_x from_y < <(middle 'Drag source')
+    xdotool mousemove "$from_x" "$from_y" mousedown 1
+    xdotool mousemove $((from_x + 30)) $((from_y + 3))
+    soon grep -q begun "$box/drag"
+    # Each move asks the window below anew, until it says that it takes the files.
+    for ((i = 0; i < 600; ++i)); do
+        xdotool mousemove $((x + i % 2)) "$y"
         sleep 0.1
+        ! grep -q taken "$box/drag" || break
     done
-    kill "$source"
-    echo "nothing was dropped at $x $y" >&2
-    exit 1
-}
-# click WINDOW X Y: a place of that window.
-click() {
-    xdotool mousemove --window "$(xdotool search --onlyvisible --name "$1" | tail -1)" "$2" "$3" click 1
+    xdotool mouseup 1
+    wait "$source" || fails "nothing was dropped on '$target'"
+    rests
 }
