@@ -38,13 +38,35 @@ Path ConfirmTrleOriginal(Session& session, const BackupWishes& wishes)
     return {};
 }
 
-bool HasSpace(Session& session, double need)
+/// What a backup of this very folder takes, in words: the figures of the question are those of the
+/// Level Editor's own distribution.
+std::string SizesInWords(const Path& trle)
+{
+    double compact = FolderSize(InFolder(trle, RowText(Msg::DirData))) +
+                     FolderSize(InFolder(trle, RowText(Msg::DirGraphics)));
+    for (const std::string& pattern : Split(RowText(Msg::CompactPatterns), '|'))
+        for (const Path& file : ListFiles(trle, pattern))
+            compact += static_cast<double>(FileSize(file));
+    return GetMsg(Msg::BackupSizesHere, {FormatSize(FolderSize(trle)), FormatSize(compact)});
+}
+
+bool AsksForFull(Session& session, const Path& trle)
+{
+    const std::string line{lineBreak};
+    return session.host.AskYesNo(GetMsg(Msg::AskFullBackup, {line, line}) + line + line +
+                                     SizesInWords(trle),
+                                 Consent::YesKeeps);
+}
+
+bool HasSpace(Session& session, const Path& trle, double need)
 {
     const auto free = session.machine.FreeSpace(session.programFolder);
     if (!free || static_cast<double>(*free) >= need)
         return true;
-    session.host.Tell(Tone::Error, GetMsg(Msg::DriveWithoutSpace, {TextOf(session.programFolder)}) +
-                                       FormatSize(need) + ")");
+    session.host.Tell(Tone::Error,
+                      GetMsg(Msg::DriveWithoutSpace, {TextOf(session.programFolder)}) +
+                          FormatSize(need) + ")",
+                      SizesInWords(trle));
     return false;
 }
 
@@ -107,10 +129,8 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     if (trle.empty())
         return false;
     const bool full = refresh || wishes.form == BackupForm::Full ||
-                      (wishes.form == BackupForm::Ask &&
-                       session.host.AskYesNo(GetMsg(Msg::AskFullBackup, {lineBreak, lineBreak}),
-                                             Consent::YesKeeps));
-    if (!refresh && !HasSpace(session, full ? fullNeed : compactNeed))
+                      (wishes.form == BackupForm::Ask && AsksForFull(session, trle));
+    if (!refresh && !HasSpace(session, trle, full ? fullNeed : compactNeed))
         return false;
 
     const Path target = NewBackupFolder(session);

@@ -76,12 +76,12 @@ TEST_F(Playing, ASecondPlayChangesNoFileAndStartsNoSecondGameUnasked)
 
     // A game that runs already shares its slots with nobody unasked.
     box.machine.running = {{77, "tomb4.exe"}};
-    box.host.WillAsk("tomb4.exe runs", false);
+    box.host.WillAsk("runs already in the Level Editor's folder: tomb4.exe", false);
     EXPECT_FALSE(PlayLevel(box.session, code));
     EXPECT_EQ(box.machine.started.size(), 2U);
     EXPECT_TRUE(box.host.told.empty()) << "the person's own answer is no failure";
     EXPECT_TRUE(PlayLevel(box.session, code, false)) << "nothing is to be started";
-    box.host.WillAsk("tomb4.exe runs", true);
+    box.host.WillAsk("runs already in the Level Editor's folder: tomb4.exe", true);
     EXPECT_TRUE(PlayLevel(box.session, code));
     EXPECT_EQ(box.machine.started.size(), 3U);
     EXPECT_EQ(box.Snapshot(""), before);

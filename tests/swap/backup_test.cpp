@@ -23,7 +23,8 @@ TEST(MakeTrleBackup, AsksOnceAndCopiesWhatWasChosen)
 {
     FirstStart world;
     world.host.WillAsk("is original?", true);
-    world.host.WillAsk("Do you want a full backup?", false);
+    // What this folder needs stands beside the figures of the whole distribution.
+    world.host.WillAsk(FormatSize(FolderSize(world / "trle")) + " for a full backup", false);
     ASSERT_TRUE(MakeTrleBackup(world.session, false)) << world.host.AllTold();
     EXPECT_FALSE(world.session.preferences.fullBackup);
     EXPECT_EQ(world.Read("home/backup_trle/Script.dat"), "original script");
@@ -55,6 +56,7 @@ TEST(MakeTrleBackup, TouchesNothingWhenItMayNot)
     EXPECT_TRUE(world.host.WasTold("has not sufficient free space for setup files (240 Mb)") ||
                 world.host.WasTold("(240.0 Mb)"))
         << world.host.AllTold();
+    EXPECT_NE(world.host.told.back().reason.find("for a compact one"), std::string::npos);
     EXPECT_FALSE(world.Has("home/backup_trle"));
 
     // With a level in the folder its files would be taken for originals.

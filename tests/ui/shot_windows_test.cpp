@@ -212,13 +212,13 @@ TEST(Play, ArmsTheKeysShowsTheGameAndSaysOnceWhenKeysAreNotSeen)
     EXPECT_NE(world.box.Read("home/kestrova.ini").find("unseen-keys-told"), std::string::npos);
     world.box.host.told.clear();
     world.box.machine.running = {{4711, "tomb4.exe"}};
-    world.box.host.WillAsk("tomb4.exe runs", true);
+    world.box.host.WillAsk("runs already in the Level Editor's folder: tomb4.exe", true);
     world.Click("Pul_Play");
     EXPECT_FALSE(world.box.host.WasTold("do not reach")) << "once is enough";
     EXPECT_TRUE(world.Find("Label_Game")->isVisible());
     EXPECT_EQ(world.TextOfLabel("Label_Game"), "Game running");
     world.box.machine.seesKeys = true;
-    world.box.host.WillAsk("tomb4.exe runs", true);
+    world.box.host.WillAsk("runs already in the Level Editor's folder: tomb4.exe", true);
     world.Click("Pul_Play");
     EXPECT_EQ(world.TextOfLabel("Label_Game"), "Game running (F9, F11, Print Screen)");
 
