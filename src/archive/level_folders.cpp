@@ -61,6 +61,16 @@ Path StateStoreOf(const Session& session, LevelCode code)
     return InFolder(LevelHomeOf(session, code), RowText(Msg::DirBackupSavegames));
 }
 
+Path HomeOf(const Session& session, const LevelPlace& level)
+{
+    return level.home.empty() ? LevelHomeOf(session, level.code) : level.home;
+}
+
+Path StateStoreOf(const Session& session, const LevelPlace& level)
+{
+    return InFolder(HomeOf(session, level), RowText(Msg::DirBackupSavegames));
+}
+
 Status MakeLevelSubfolders(const Path& folder)
 {
     if (auto status = MakeFolder(folder); !status)

@@ -22,6 +22,21 @@ Path LevelFolderOf(Session& session, LevelCode code, bool wantCdCopy);
 Path LevelHomeOf(const Session& session, LevelCode code);
 /// The level's `backup_savegames`: its state while another level stands in the folder.
 Path StateStoreOf(const Session& session, LevelCode code);
+
+/// A level by its code and its own folder: two archives that are used by turns have levels of one
+/// code.
+struct LevelPlace {
+    /// Without a folder: the level of the archive in memory.
+    LevelPlace(LevelCode levelCode, Path folder = {}) // NOLINT(google-explicit-constructor)
+        : code(levelCode), home(std::move(folder))
+    {
+    }
+    LevelCode code;
+    Path home;
+};
+/// The folder of that level.
+Path HomeOf(const Session& session, const LevelPlace& level);
+Path StateStoreOf(const Session& session, const LevelPlace& level);
 /// The level's folder and its four sub-folders; the first failure ends it.
 Status MakeLevelSubfolders(const Path& folder);
 bool IsArchiveOnCd(const Session& session);

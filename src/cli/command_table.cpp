@@ -78,7 +78,7 @@ std::span<const CommandRow> CommandTable()
         {"verify", Msg::UseVerify, Msg::SumVerify, Msg::KeysVerify, 0, 1, {}, RunVerify},
         {"mend", Msg::UseMend, Msg::SumMend, noJson, 0, 0, {}, RunMend},
         {"saves", Msg::UseSaves, Msg::SumSaves, Msg::KeysSaves, 2, 3, {"--delete"}, RunSaves},
-        {"history", Msg::UseHistory, Msg::SumHistory, Msg::KeysHistory, 0, 2, {}, RunHistory},
+        {"history", Msg::UseHistory, Msg::SumHistory, Msg::KeysHistory, 0, 3, {}, RunHistory},
         {"shots", Msg::UseShots, Msg::SumShots, Msg::KeysShots, 1, 4, {}, RunShots},
         {"set", Msg::UseSet, Msg::SumSet, Msg::KeysSet, 0, 2, {}, RunSet},
         {"audio",

@@ -1,7 +1,9 @@
+#include "app/kept_originals.h"
 #include "cli/history_lines.h"
 #include "cli/work.h"
 #include "saves/savegame_moves.h"
 #include "swap/history.h"
+#include "swap/vault.h"
 
 #include <algorithm>
 
@@ -67,6 +69,48 @@ Exit BringBackFile(Run& run, const std::string& id)
     return EndWork(run, false);
 }
 
+Exit ListOriginals(Run& run)
+{
+    if (!BeginLooking(run, Needs::Nothing))
+        return Exit::Failed;
+    if (run.json != nullptr)
+        *run.json = Json::array();
+    const auto files = KeptFiles(run.session);
+    if (!files) {
+        TellFailure(run.session, GetMsg(Msg::OriginalsUnreadable), files.Error());
+        return Exit::Failed;
+    }
+    for (const KeptFile& file : *files)
+        if (run.json != nullptr)
+            run.json->push_back({{"id", file.id},
+                                 {"file", Readable(file.file)},
+                                 {"size", file.size},
+                                 {"modified", DateText(file.modifiedNs)},
+                                 {"kept", DateText(file.keptNs)},
+                                 {"folder", Readable(file.folder)},
+                                 {"content", TextOf(file.content)}});
+        else
+            AddLine(run, GetMsg(Msg::OriginalLine, {file.id, DateText(file.keptNs),
+                                                    Readable(file.file), Readable(file.folder)}));
+    return Exit::Done;
+}
+
+/// `history originals`, `history originals bring-back ID`.
+Exit RunOriginals(Run& run, const std::vector<std::string>& words)
+{
+    if (words.size() == 1)
+        return ListOriginals(run);
+    if (words[1] != "bring-back")
+        return WrongUse("history", GetMsg(Msg::WrongWordTooMany, {words[1]}));
+    if (words.size() < 3)
+        return WrongUse("history", GetMsg(Msg::WrongWordMissing, {"history"}));
+    if (run.json != nullptr)
+        return WrongUse("history", GetMsg(Msg::WrongOptionHere, {"--json", words[1]}));
+    if (!BeginWork(run, Needs::LevelEditor))
+        return Exit::Failed;
+    return EndWork(run, BringOriginalBackTold(run.session, words[2]));
+}
+
 } // namespace
 
 Exit RunHistory(Run& run)
@@ -74,6 +118,10 @@ Exit RunHistory(Run& run)
     const auto& words = run.arguments.words;
     if (words.empty())
         return ListHistory(run);
+    if (words.front() == "originals")
+        return RunOriginals(run, words);
+    if (words.size() > 2)
+        return WrongUse("history", GetMsg(Msg::WrongWordTooMany, {words[2]}));
     if (words.front() != "bring-back")
         return WrongUse("history", GetMsg(Msg::WrongWordTooMany, {words.front()}));
     if (words.size() < 2)

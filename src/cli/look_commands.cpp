@@ -98,7 +98,16 @@ Exit RunCurrent(Run& run)
 {
     if (!BeginLooking(run, Needs::LevelEditor))
         return Exit::Failed;
-    const LevelCode code = CurrentLevelCode(run.session);
+    const LevelPlace level = StandingLevel(run.session);
+    const LevelCode code = level.code;
+    if (CurrentLevelCode(run.session) == foreignLevel) {
+        const std::string folder = TextOf(level.home);
+        if (run.json != nullptr)
+            *run.json = {{"code", code}, {"name", ""}, {"other-archive", folder}};
+        else
+            AddLine(run, std::to_string(code) + "\t" + GetMsg(Msg::OtherArchivesLevel, {folder}));
+        return Exit::Done;
+    }
     const std::string name = Field(LevelNameOf(run.session, code));
     if (run.json != nullptr)
         *run.json = {{"code", code}, {"name", name}};

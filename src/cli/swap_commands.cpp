@@ -147,7 +147,7 @@ Exit RunVerify(Run& run)
             AddLine(run, std::string{WordOf(difference.kind)} + "\t" + difference.file);
     }
     if (run.json != nullptr)
-        *run.json = {{"code", code ? *code : CurrentLevelCode(run.session)},
+        *run.json = {{"code", code ? *code : StandingLevel(run.session).code},
                      {"differences", std::move(differences)}};
     else if (found->empty())
         AddLine(run, GetMsg(Msg::VerifyFine));

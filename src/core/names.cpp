@@ -42,6 +42,19 @@ std::string ReplaceForbiddenChars(std::string_view name)
     return result;
 }
 
+std::string ListableName(std::string_view name)
+{
+    std::string result = Readable(name);
+    std::replace_if(
+        result.begin(), result.end(),
+        [](char c) {
+            const auto byte = static_cast<unsigned char>(c);
+            return byte < ' ' || byte == 0x7F || c == '|';
+        },
+        '_');
+    return result;
+}
+
 namespace
 {
 

@@ -23,6 +23,9 @@ std::string BaseNameOf(std::string_view path);
 bool HasWildcard(std::string_view name);
 /// Each of / \ < > : ? | and the double quote replaced by one blank; an asterisk stays.
 std::string ReplaceForbiddenChars(std::string_view name);
+/// A name from outside as the text files that list names can hold it: readable, `|` and control
+/// characters replaced by `_`.
+std::string ListableName(std::string_view name);
 
 /// `*.*` is every name, `x.*` matches `x` too, `*.htm` does not match `.html`; `*` and `?` as
 /// usual, case ignored.

@@ -244,4 +244,13 @@ std::string Readable(std::string_view text)
     return IsUtf8(text) ? std::string{text} : FromWindows1252(text);
 }
 
+std::string OnOneLine(std::string_view text)
+{
+    std::string line{text};
+    std::replace_if(
+        line.begin(), line.end(),
+        [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
+    return line;
+}
+
 } // namespace kestrova

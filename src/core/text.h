@@ -44,5 +44,7 @@ bool FitsWindows1252(std::string_view utf8);
 bool IsUtf8(std::string_view text);
 /// As text that any window can show: bytes that are no UTF-8 are taken for Windows-1252.
 std::string Readable(std::string_view text);
+/// Line ends and other control characters replaced by blanks.
+std::string OnOneLine(std::string_view text);
 
 } // namespace kestrova

@@ -35,7 +35,7 @@ bool HoldsOther(const Path& target, const Path& file)
 
 bool NewLevel::Accept()
 {
-    const std::string trimmed{Trim(name)};
+    const std::string trimmed{Trim(OnOneLine(name))};
     if (trimmed.empty()) {
         session_.host.Tell(Tone::Error, GetMsg(Msg::LevelNeedsName));
         return false;

@@ -89,7 +89,7 @@ Result<bool> MakeWay(Session& session, const Path& file, const Path& target, con
 Status PutFile(Session& session, const Path& file, const Placing& placing, ProgressScope& progress,
                SourceReport& report)
 {
-    const Path target = ResolvePath(placing.folder / Readable(file.filename().native()));
+    const Path target = ResolvePath(placing.folder / ListableName(file.filename().native()));
     const auto stays = MakeWay(session, file, target, placing, report);
     if (!stays)
         return stays.Error();
@@ -145,7 +145,7 @@ std::vector<Path> FirstOfEachName(const Tree& tree, SourceReport& report)
     std::vector<Path> files;
     for (const Path& file : tree.files) {
         const auto [known, isNew] =
-            byName.emplace(FoldCase(Readable(file.filename().native())), file);
+            byName.emplace(FoldCase(ListableName(file.filename().native())), file);
         if (isNew)
             files.push_back(file);
         else if (!SameContent(known->second, file))
@@ -167,7 +167,7 @@ Status UnzipSource(Session& session, const Path& package, const Path& folder, Re
     std::vector<Path> files = FirstOfEachName(*tree, report);
     // The file that takes the package's own place comes last: until then the package is whole.
     std::stable_partition(files.begin(), files.end(), [&](const Path& file) {
-        return ResolvePath(folder / Readable(file.filename().native())) != package;
+        return ResolvePath(folder / ListableName(file.filename().native())) != package;
     });
     const Placing placing{folder, replace, false, package};
     for (std::size_t i = 0; i < files.size(); ++i) {

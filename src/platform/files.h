@@ -23,6 +23,7 @@ struct FileFacts {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
     std::uint32_t mode = 0;
+    std::int64_t changedNs = 0; ///< of content, name or mode; no program can set it back
 };
 
 /// Follows links; a dangling link is `Missing`. `FactsOfLink` tells of the link itself.

@@ -2,14 +2,14 @@
 
 #include "catalogue/message.h"
 #include "core/staged_file.h"
-#include "swap/marker.h"
+#include "swap/state_files.h"
 
 namespace kestrova
 {
 
 Path CurrentSlotsFolder(Session& session, LevelCode code)
 {
-    return code == CurrentLevelCode(session) ? session.TrleFolder() : StateStoreOf(session, code);
+    return LiveStateFolder(session, code);
 }
 
 namespace

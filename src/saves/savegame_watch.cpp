@@ -41,10 +41,11 @@ void SavegameWatch::Tick(Session& session, bool gameRuns)
 
 void SavegameWatch::Look(Session& session, std::int64_t now)
 {
-    const LevelCode code = CurrentLevelCode(session);
-    if (code != code_)
+    const LevelPlace level = StateOwner(session);
+    if (const Path home = HomeOf(session, level); home != home_) {
         seen_.clear();
-    code_ = code;
+        home_ = home;
+    }
     std::vector<Path> still;
     for (const Path& file : ListFiles(session.TrleFolder(), RowText(Msg::SavegamePattern))) {
         const platform::FileFacts facts = platform::FactsOf(file);
@@ -58,7 +59,7 @@ void SavegameWatch::Look(Session& session, std::int64_t now)
     if (still.empty())
         return;
     const Operation operation{session};
-    const auto kept = KeepInHistory(session, code, still, GetMsg(Msg::ReasonPlayed));
+    const auto kept = KeepInHistory(session, level, still, GetMsg(Msg::ReasonPlayed));
     for (const Path& file : still) {
         // What was written meanwhile is seen as changed by the next look.
         seen_[file].kept = static_cast<bool>(kept);

@@ -27,7 +27,7 @@ private:
     void Look(Session& session, std::int64_t now);
 
     std::map<Path, Seen> seen_;
-    LevelCode code_ = 0;
+    Path home_; ///< of the level whose savegames are watched
     std::int64_t lastLookNs_ = 0;
     std::int64_t untilNs_ = 0; ///< how long it goes on behind the game's end
 };

@@ -17,13 +17,12 @@ using platform::FileKind;
 
 bool IsUnsafe(char c)
 {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte < ' ' || byte == 0x7F || c == ':' || c == '\\';
+    return c == ':' || c == '\\';
 }
 
 std::string SafeNameFor(const std::string& name)
 {
-    std::string safe = Readable(name);
+    std::string safe = ListableName(name);
     std::replace_if(safe.begin(), safe.end(), IsUnsafe, '_');
     if (safe.starts_with(stagedPrefix))
         safe.front() = '_';

@@ -9,6 +9,7 @@
 #include "swap/swap_records.h"
 
 #include <algorithm>
+#include <map>
 #include <nlohmann/json.hpp>
 
 namespace kestrova
@@ -29,10 +30,16 @@ Path IndexPath(const Session& session, LevelCode code)
 
 std::string Line(const HistoryEntry& entry)
 {
-    const Json json = {
-        {"id", entry.id},           {"hash", entry.hash},     {"name", Readable(entry.name)},
-        {"title", entry.title},     {"number", entry.number}, {"size", entry.size},
-        {"time", entry.modifiedNs}, {"kept", entry.keptNs},   {"reason", entry.reason}};
+    const Json json = {{"id", entry.id},
+                       {"hash", entry.hash},
+                       {"name", Readable(entry.name)},
+                       {"title", entry.title},
+                       {"number", entry.number},
+                       {"size", entry.size},
+                       {"time", entry.modifiedNs},
+                       {"kept", entry.keptNs},
+                       {"reason", entry.reason},
+                       {"home", Readable(entry.home)}};
     return json.dump() + "\n";
 }
 
@@ -57,6 +64,7 @@ std::optional<HistoryEntry> ParseLine(const std::string& line)
     text("name", entry.name);
     text("title", entry.title);
     text("reason", entry.reason);
+    text("home", entry.home);
     number("number", entry.number);
     number("size", entry.size);
     number("time", entry.modifiedNs);
@@ -136,10 +144,22 @@ Status WriteHistoryIndex(const Session& session, LevelCode code, const HistoryIn
     return WriteWholeFile(IndexPath(session, code), text);
 }
 
-std::vector<HistoryEntry> HistoryOf(const Session& session, LevelCode code)
+std::vector<HistoryEntry> HistoryOf(const Session& session, const LevelPlace& level)
 {
-    auto index = ReadHistoryIndex(session, code);
-    return index ? std::move(index->entries) : std::vector<HistoryEntry>{};
+    auto index = ReadHistoryIndex(session, level.code);
+    if (!index)
+        return {};
+    const std::string home = Readable(HomeOf(session, level).native());
+    std::map<std::string, bool> others; // of another archive that is there
+    std::erase_if(index->entries, [&](const HistoryEntry& entry) {
+        if (entry.home.empty() || entry.home == home)
+            return false;
+        const auto [known, first] = others.emplace(entry.home, false);
+        if (first)
+            known->second = FolderExists(entry.home);
+        return known->second;
+    });
+    return std::move(index->entries);
 }
 
 Path HistoryContent(const Session& session, const std::string& hash)
@@ -158,11 +178,13 @@ std::vector<LevelCode> LevelsWithHistory(const Session& session)
     return codes;
 }
 
-Status KeepInHistory(Session& session, LevelCode code, const std::vector<Path>& files,
+Status KeepInHistory(Session& session, const LevelPlace& level, const std::vector<Path>& files,
                      const std::string& reason, std::vector<std::string>* ids)
 {
     if (files.empty())
         return {};
+    const LevelCode code = level.code;
+    const std::string home = HomeOf(session, level).native();
     auto index = ReadHistoryIndex(session, code);
     if (!index)
         return index.Error();
@@ -181,7 +203,8 @@ Status KeepInHistory(Session& session, LevelCode code, const std::vector<Path>& 
         entry.hash = hashes[i];
         entry.name = file.filename().native();
         const auto same = std::find_if(entries.begin(), entries.end(), [&](const HistoryEntry& e) {
-            return e.hash == entry.hash && EqualNames(e.name, Readable(entry.name));
+            return e.hash == entry.hash && EqualNames(e.name, Readable(entry.name)) &&
+                   (e.home.empty() || e.home == Readable(home));
         });
         if (same != entries.end()) {
             if (ids != nullptr)
@@ -199,6 +222,7 @@ Status KeepInHistory(Session& session, LevelCode code, const std::vector<Path>& 
         entry.modifiedNs = facts.modifiedNs;
         entry.keptNs = session.machine.NowNs();
         entry.reason = reason;
+        entry.home = home;
         if (ids != nullptr)
             ids->push_back(entry.id);
         entries.push_back(std::move(entry));
@@ -208,7 +232,7 @@ Status KeepInHistory(Session& session, LevelCode code, const std::vector<Path>& 
         return {};
     if (auto status = WriteHistoryIndex(session, code, *index); !status)
         return status;
-    BoundHistory(session, code, fresh);
+    BoundHistory(session, level, fresh);
     return {};
 }
 

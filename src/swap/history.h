@@ -1,5 +1,6 @@
 #pragma once
 
+#include "archive/level_folders.h"
 #include "session/session.h"
 
 /// Every savegame, note and shot that an operation is about to delete or overwrite and that exists
@@ -18,14 +19,16 @@ struct HistoryEntry {
     std::int64_t modifiedNs = 0; ///< the file's own time
     std::int64_t keptNs = 0;     ///< when it was kept
     std::string reason;
+    std::string home; ///< the level's own folder; empty in entries of earlier versions
 };
 
 /// Keeps the files, read back and flushed when it answers True. A content that is kept already is
 /// not kept twice but counts. `ids` gets the entries' ids in the files' order.
-Status KeepInHistory(Session& session, LevelCode code, const std::vector<Path>& files,
+Status KeepInHistory(Session& session, const LevelPlace& level, const std::vector<Path>& files,
                      const std::string& reason, std::vector<std::string>* ids = nullptr);
-/// Oldest first; damaged index lines are passed over.
-std::vector<HistoryEntry> HistoryOf(const Session& session, LevelCode code);
+/// Oldest first; damaged index lines are passed over, and so is what belongs to a level of the same
+/// code in another archive that is there.
+std::vector<HistoryEntry> HistoryOf(const Session& session, const LevelPlace& level);
 /// Where a kept content lies.
 Path HistoryContent(const Session& session, const std::string& hash);
 /// Copies a kept file back into the level's live folder: a savegame into its old slot when that is

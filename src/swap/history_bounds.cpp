@@ -10,7 +10,7 @@ namespace
 {
 
 /// Hashes of all that the level holds outside the history: live, stored, and in archive slots.
-std::set<std::string> HashesElsewhere(const Session& session, LevelCode code)
+std::set<std::string> HashesElsewhere(const Session& session, const LevelPlace& level)
 {
     std::set<std::string> hashes;
     const auto add = [&](const Path& file) {
@@ -18,9 +18,9 @@ std::set<std::string> HashesElsewhere(const Session& session, LevelCode code)
         if (!platform::HashOfFile(file, hash))
             hashes.insert(hash);
     };
-    for (const Path& file : StateFilesIn(LiveStateFolder(session, code)))
+    for (const Path& file : StateFilesIn(LiveStateFolder(session, level)))
         add(file);
-    if (const auto tree = ScanTree(LevelHomeOf(session, code)))
+    if (const auto tree = ScanTree(HomeOf(session, level)))
         for (const Path& file : tree->files)
             if (IsPlayersFile(file.filename().native()))
                 add(file);
@@ -29,8 +29,9 @@ std::set<std::string> HashesElsewhere(const Session& session, LevelCode code)
 
 } // namespace
 
-void BoundHistory(Session& session, LevelCode code, const std::set<std::string>& fresh)
+void BoundHistory(Session& session, const LevelPlace& level, const std::set<std::string>& fresh)
 {
+    const LevelCode code = level.code;
     auto index = ReadHistoryIndex(session, code);
     if (!index)
         return;
@@ -45,7 +46,7 @@ void BoundHistory(Session& session, LevelCode code, const std::set<std::string>&
     if (count <= mostCount && bytes <= mostBytes)
         return;
 
-    const std::set<std::string> elsewhere = HashesElsewhere(session, code);
+    const std::set<std::string> elsewhere = HashesElsewhere(session, level);
     std::vector<HistoryEntry> stay;
     std::set<std::string> dropped;
     for (const HistoryEntry& entry : entries) {

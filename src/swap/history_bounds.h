@@ -11,7 +11,7 @@ namespace kestrova
 /// entry whose content exists nowhere else stays, whatever the bounds say. Failures leave more than
 /// the bound, never less, and are tried again with the next entry. `fresh`: hashes just kept, whose
 /// files are about to go.
-void BoundHistory(Session& session, LevelCode code, const std::set<std::string>& fresh);
+void BoundHistory(Session& session, const LevelPlace& level, const std::set<std::string>& fresh);
 
 /// A level's index as it stands in its file: lines that this version cannot read are carried along.
 struct HistoryIndex {

@@ -32,6 +32,7 @@ bool InstallFiles(Session& session, SwapRun& run, LevelCode code,
     const std::vector<Path> present = ListFiles(session.TrleFolder(), RowText(Msg::PatDat));
     std::vector<std::string> failed;
     std::vector<std::string> copied;
+    run.KeepTargets(placements);
     if (!placements.empty()) {
         const auto progress =
             session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CopyingFilesToPlay));
@@ -69,6 +70,8 @@ bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
 
     SwapRun run{session, log, code};
     run.Announce(placements);
+    if (!run.LookIntoStore())
+        return false;
     LevelCode previous = originalCode;
     if (!run.TakeOut(previous))
         return false;
@@ -104,10 +107,12 @@ bool InstallLevel(Session& session, LevelCode code)
         return false;
     ActivityLog log = GetMsg(Msg::LogSetLevel, {LevelNameOf(session, code)}) +
                       std::to_string(code) + GetMsg(Msg::LogSetLevelEnd) + std::string{lineBreak};
-    if (code != originalCode && CurrentLevelCode(session) == code) {
+    if (code != originalCode && LevelStands(session, code)) {
         LevelCode previous = RemovePreviousLevel(session, code, log);
-        if (previous == code)
+        if (previous == code) {
             MendAfterRestart(session, code);
+            BringWaiting(session);
+        }
         return previous == code;
     }
     return SwapTo(session, code, log);

@@ -92,6 +92,7 @@ void MendAfterRestart(Session& session, LevelCode code)
     if (!ReadyPlacements(session, code, staging.Folder(), placements))
         return;
     std::vector<std::string> mended;
+    OwnerRecord record = *owner;
     for (const Placement& placement : placements) {
         const Path target = ResolvePath(session.TrleFolder() / placement.relative);
         const platform::FileFacts facts = platform::FactsOf(target);
@@ -108,10 +109,14 @@ void MendAfterRestart(Session& session, LevelCode code)
             return;
         }
         mended.push_back(Readable(placement.target));
+        std::erase_if(record.added, [&](const OwnedFile& file) {
+            return EqualNames(file.name, placement.target);
+        });
+        record.added.push_back(AsItStands(placement.target, target));
     }
     if (!mended.empty())
         session.host.Tell(Tone::Plain, GetMsg(Msg::MendedFiles, {Join(mended, ", ")}));
-    (void)WriteOwner(session, *owner); // otherwise the files are compared once more
+    (void)WriteOwner(session, std::move(record)); // otherwise the files are compared once more
 }
 
 } // namespace kestrova

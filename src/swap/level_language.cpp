@@ -39,32 +39,56 @@ std::error_code RenameToFreeName(const Path& from, const Path& to)
     return platform::Rename(from, to);
 }
 
+Path BakOf(const Path& file)
+{
+    Path bak = file;
+    bak += RowText(Msg::EndingBak);
+    return bak;
+}
+
+/// A change that was killed before the player's language went in: file and `.bak` are the same.
+bool IsUnfinished(const Path& file)
+{
+    return SameContent(file, BakOf(file));
+}
+
+/// The level's own file gives its name to the player's language and stays as `.bak`. There is a
+/// language file under that name at any moment: first a copy is put beside it, then it is replaced.
+bool ReplaceLanguage(const Path& file, const Path& mine, LanguageFailure& failure)
+{
+    const CopyOptions safe{Verify::Content, true, true, {}};
+    if (const auto status = CopyFileOver(file, BakOf(file), safe); !status)
+        return Fail(failure, GetMsg(Msg::LanguageErrorRenamingAs, {TextOf(file), TextOf(file)}),
+                    status.Error().reason);
+    if (const auto status = CopyFileOver(mine, file, safe); !status) {
+        if (IsUnfinished(file))
+            (void)DeleteFile(BakOf(file)); // one that stays is known by its content
+        return Fail(failure, GetMsg(Msg::LanguageErrorCopying, {TextOf(mine)}) + TextOf(file) + "'",
+                    status.Error().reason);
+    }
+    return true;
+}
+
 bool SetMine(Session& session, const Path& folder, LanguageFailure& failure,
              std::vector<Path>& changed)
 {
     std::string languageFile;
     if (!CanSetMyLanguage(session, folder, failure, languageFile))
         return false;
-    Path levelLanguage;
-    for (const Path& file : LanguageFilesIn(folder)) {
-        Path bak = file;
-        bak += RowText(Msg::EndingBak);
-        const std::error_code renamed = RenameToFreeName(file, bak);
-        if (renamed == std::errc::file_exists)
+    const std::vector<Path> files = LanguageFilesIn(folder);
+    for (const Path& file : files)
+        if (FileExists(BakOf(file)) && !IsUnfinished(file))
             return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
-        if (renamed)
-            return Fail(failure, GetMsg(Msg::LanguageErrorRenamingAs, {TextOf(file), TextOf(file)}),
-                        renamed.message());
-        levelLanguage = file;
-    }
-    const Path source = session.BackupFolder() / languageFile;
-    if (const auto status = CopyFileOver(source, levelLanguage, {Verify::Content, true, true, {}});
-        !status)
-        return Fail(failure,
-                    GetMsg(Msg::LanguageErrorCopying, {TextOf(source)}) + TextOf(levelLanguage) +
-                        "'",
-                    status.Error().reason);
-    changed.push_back(levelLanguage);
+    const Path& last = files.back();
+    if (!ReplaceLanguage(last, session.BackupFolder() / languageFile, failure))
+        return false;
+    changed.push_back(last);
+    for (const Path& file : files)
+        if (file != last)
+            if (const auto failed = platform::Rename(file, BakOf(file)))
+                return Fail(failure,
+                            GetMsg(Msg::LanguageErrorRenamingAs, {TextOf(file), TextOf(file)}),
+                            failed.message());
     return true;
 }
 
@@ -81,15 +105,17 @@ bool RestoreOriginalLanguage(Session& session, const Path& folder, LanguageFailu
     };
     const auto replaced = std::find_if(kept.begin(), kept.end(),
                                        [&](const Path& bak) { return FileExists(original(bak)); });
-    if (replaced != kept.end())
-        (void)DeleteFile(original(*replaced)); // one that stays fails the renaming, in words
     for (const Path& bak : kept) {
         const Path target = original(bak);
-        if (const auto renamed = RenameToFreeName(bak, target))
+        // Of several only the first gives way: it takes the player's language in one step.
+        const bool givesWay = replaced != kept.end() && bak == *replaced;
+        const Path place = givesWay ? ResolvePath(target) : target;
+        if (const auto renamed =
+                givesWay ? platform::Rename(bak, place) : RenameToFreeName(bak, target))
             return Fail(failure,
                         GetMsg(Msg::LanguageErrorRenamingTo, {TextOf(bak)}) + TextOf(target) + "'",
                         renamed.message());
-        changed.push_back(target);
+        changed.push_back(place);
     }
     (void)FlushFolder(folder); // until it is on the disk the other name is, and holds the same
     return true;
@@ -117,8 +143,9 @@ bool CanSetMyLanguage(const Session& session, const Path& folder, LanguageFailur
     languageFile = mine.front().filename().native();
     if (FileExists(folder / languageFile))
         return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
-    if (AnyFile(folder, RowText(Msg::PatDatBak)))
-        return Fail(failure, GetMsg(Msg::LanguageAlreadySet));
+    for (const Path& bak : ListFiles(folder, RowText(Msg::PatDatBak)))
+        if (!IsUnfinished(folder / StripExtension(bak.filename().native())))
+            return Fail(failure, GetMsg(Msg::LanguageAlreadySet));
     if (LanguageFilesIn(folder).empty())
         return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
     return true;

@@ -1,25 +1,83 @@
 #include "swap/marker.h"
 
 #include "catalogue/message.h"
+#include "swap/swap_notes.h"
 
 namespace kestrova
 {
 
 std::string MarkerValue(std::string_view tag, std::string_view text)
 {
-    const std::size_t place = FindFolded(text, tag);
+    std::size_t place = FindFolded(text, tag);
+    while (place != std::string_view::npos && place > 0 && text[place - 1] != '\n' &&
+           text[place - 1] != '\r')
+        place = FindFolded(text, tag, place + 1);
     if (place == std::string_view::npos)
         return {};
     const std::string_view rest = text.substr(place + tag.size());
     return std::string{Trim(rest.substr(0, rest.find('#')))};
 }
 
-LevelCode CurrentLevelCode(const Session& session)
+namespace
+{
+
+/// True when the noted folder is the one that the archive in memory has for that level: by its
+/// path, by its identity after a move, or, copied to another disk, by the level's name.
+bool IsOfThisArchive(const Session& session, const OwnerRecord& record)
+{
+    const Path home = LevelHomeOf(session, *record.owner);
+    if (*record.owner == originalCode || record.home.path.empty() || record.home.path == home)
+        return true;
+    const platform::FileFacts here = platform::FactsOf(ResolvePath(home));
+    if (here.kind != platform::FileKind::Folder)
+        return false;
+    if (here.device == record.home.device && here.inode == record.home.inode)
+        return true;
+    return !FolderExists(record.home.path) &&
+           record.levelName == Readable(LevelNameOf(session, *record.owner));
+}
+
+LevelPlace PlaceOfOwner(const Session& session, const OwnerRecord& record)
+{
+    return {*record.owner, IsOfThisArchive(session, record) ? LevelHomeOf(session, *record.owner)
+                                                            : Path{record.home.path}};
+}
+
+LevelCode MarkedCode(const Session& session)
 {
     const auto bytes = ReadWholeFile(session.MarkerPath());
-    if (!bytes)
-        return originalCode;
-    return LeadingNumber(MarkerValue(RowText(Msg::TagLevelCode), *bytes));
+    return bytes ? LeadingNumber(MarkerValue(RowText(Msg::TagLevelCode), *bytes)) : originalCode;
+}
+
+LevelCode CodeHere(const Session& session, const LevelPlace& level)
+{
+    const bool ours = level.home.empty() || level.home == LevelHomeOf(session, level.code);
+    return ours ? level.code : foreignLevel;
+}
+
+} // namespace
+
+LevelPlace StandingLevel(const Session& session)
+{
+    const LevelCode code = MarkedCode(session);
+    const auto owner = OwnerThatCounts(session);
+    return owner && owner->owner == code ? PlaceOfOwner(session, *owner) : LevelPlace{code};
+}
+
+LevelPlace StateOwner(const Session& session)
+{
+    const auto owner = OwnerThatCounts(session);
+    return owner && owner->owner ? PlaceOfOwner(session, *owner) : LevelPlace{MarkedCode(session)};
+}
+
+LevelCode CurrentLevelCode(const Session& session)
+{
+    return CodeHere(session, StandingLevel(session));
+}
+
+bool LevelStands(const Session& session, LevelCode code)
+{
+    return CurrentLevelCode(session) == code && CodeHere(session, StateOwner(session)) == code;
 }
 
 std::string MarkerHead(LevelCode code, const std::string& name)
@@ -28,7 +86,8 @@ std::string MarkerHead(LevelCode code, const std::string& name)
     for (const Msg line : {Msg::MarkerLine1, Msg::MarkerLine2, Msg::MarkerLine3, Msg::MarkerLine4})
         text += GetMsg(line) + std::string{lineBreak};
     text += GetMsg(Msg::TagLevelCode) + ZeroPadded(code, 4) + "#" + std::string{lineBreak};
-    text += GetMsg(Msg::TagLevelName) + std::string{Trim(name)} + "#" + std::string{lineBreak};
+    text += GetMsg(Msg::TagLevelName) + std::string{Trim(OnOneLine(name))} + "#" +
+            std::string{lineBreak};
     return ToWindows1252(text);
 }
 

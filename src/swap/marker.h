@@ -15,14 +15,27 @@
 ///     #OVERWROTEN_FILES=\script.dat|\data\level1.tr4#
 ///     #COPIED_FILES=\script.dat|\data\level1.tr4|\audio\107.wav#
 ///
-/// Tags are found by text search; a value ends at the next `#`.
+/// A tag counts at its line's start only, so that no level's name holds one; a value ends at the
+/// next `#`.
 namespace kestrova
 {
 
 /// The value behind a tag (compared without regard to case), trimmed; empty when it is absent.
 std::string MarkerValue(std::string_view tag, std::string_view text);
-/// The code in the folder: 0 when there is no marker or no code in it.
+/// The code of `CurrentLevelCode` where a level of another archive stands in the folder.
+inline constexpr LevelCode foreignLevel = -2;
+
+/// The level whose files stand in the Level Editor's folder, by the marker; the original
+/// configuration without one. The owner record tells which archive's level it is.
+LevelPlace StandingLevel(const Session& session);
+/// Whose savegames, notes and shots are live there. The same level, unless a swap could not take
+/// out all that it should.
+LevelPlace StateOwner(const Session& session);
+/// The code of the level of this archive that stands in the folder, 0 for the original
+/// configuration, `foreignLevel` for another archive's level.
 LevelCode CurrentLevelCode(const Session& session);
+/// True when a level of this archive stands there with its own state.
+bool LevelStands(const Session& session, LevelCode code);
 
 /// Lines 1 to 6, as they stand while an installation is under way.
 std::string MarkerHead(LevelCode code, const std::string& name);

@@ -38,6 +38,8 @@ public:
         const NoteJson* value = Member(name, [](const NoteJson& j) { return j.is_boolean(); });
         return value != nullptr && value->get<bool>();
     }
+    /// Members that notes of earlier versions lack are asked for first.
+    bool Has(const char* name) const { return good_ && object_.contains(name); }
     bool IsNull(const char* name) const
     {
         return object_.contains(name) && object_[name].is_null();

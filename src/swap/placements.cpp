@@ -20,11 +20,6 @@ constexpr FileClass scripts[] = {{Msg::PatDat, Msg::FragRoot}, {Msg::PatH, Msg::
 constexpr FileClass levelData[] = {
     {Msg::PatTr4, Msg::FragData}, {Msg::PatPak, Msg::FragData}, {Msg::PatWav, Msg::FragAudio}};
 
-bool SameInCodePage(const std::string& a, const std::string& b)
-{
-    return a == b || ToWindows1252(a) == ToWindows1252(b);
-}
-
 } // namespace
 
 std::vector<Placement> PlaceFiles(const std::vector<ReadyFile>& files,
@@ -34,7 +29,7 @@ std::vector<Placement> PlaceFiles(const std::vector<ReadyFile>& files,
     const auto place = [&](const ReadyFile& file, Msg folder) {
         Placement placement{file, GetMsg(folder) + file.name, {}};
         const auto relative = SafeRelative(placement.target);
-        if (!SafeName(file.name) || !relative) {
+        if (!SafeName(file.name) || !relative || ListableName(file.name) != Readable(file.name)) {
             refused.push_back(Readable(file.name));
             return;
         }
@@ -82,52 +77,45 @@ std::string LanguageFileToRemove(const std::vector<Path>& present,
 Belongings BelongingsOf(const MarkerContent& marker, const std::optional<OwnerRecord>& owner)
 {
     Belongings belongings;
+    if (owner) {
+        const auto usable = [](const std::string& name) {
+            const auto relative = SafeRelative(name);
+            return relative && !IsPlayersPlace(*relative);
+        };
+        for (const OwnedFile& file : owner->added)
+            if (usable(file.name))
+                belongings.added.push_back(file);
+        for (const std::string& name : owner->overwritten)
+            if (usable(name))
+                belongings.overwritten.push_back(name);
+        return belongings;
+    }
     const auto usable = [&](const std::string& entry) {
-        if (SafeRelative(entry) && !IsPlayersFile(FileNameOf(entry)))
+        const auto relative = SafeRelative(entry);
+        if (relative && IsLevelPlace(*relative))
             return true;
         if (!entry.empty())
             belongings.refused.push_back(Readable(entry));
         return false;
     };
-    std::vector<OwnedFile> exact;
-    std::vector<std::string> exactOverwritten;
-    if (owner) {
-        exact = owner->added;
-        exactOverwritten = owner->overwritten;
-    }
-    for (const std::string& entry : marker.copied) {
-        if (!usable(entry))
-            continue;
-        const auto known = std::find_if(exact.begin(), exact.end(), [&](const OwnedFile& file) {
-            return SameInCodePage(file.name, entry);
-        });
-        if (known == exact.end()) {
-            belongings.added.push_back({entry, 0, 0});
-        } else {
-            belongings.added.push_back(*known);
-            exact.erase(known);
-        }
-    }
-    for (OwnedFile& file : exact)
-        if (usable(file.name))
-            belongings.added.push_back(std::move(file));
-    for (const std::string& entry : marker.overwritten) {
-        if (!usable(entry))
-            continue;
-        const auto known =
-            std::find_if(exactOverwritten.begin(), exactOverwritten.end(),
-                         [&](const std::string& name) { return SameInCodePage(name, entry); });
-        if (known == exactOverwritten.end()) {
+    for (const std::string& entry : marker.copied)
+        if (usable(entry))
+            belongings.added.push_back({entry});
+    for (const std::string& entry : marker.overwritten)
+        if (usable(entry))
             belongings.overwritten.push_back(entry);
-        } else {
-            belongings.overwritten.push_back(*known);
-            exactOverwritten.erase(known);
-        }
-    }
-    for (std::string& name : exactOverwritten)
-        if (usable(name))
-            belongings.overwritten.push_back(std::move(name));
     return belongings;
+}
+
+bool IsLevelPlace(const Path& relative)
+{
+    std::vector<std::string> refused;
+    ReadyFile file;
+    file.name = relative.filename().native();
+    const auto placed = PlaceFiles({file}, refused);
+    return std::any_of(placed.begin(), placed.end(), [&](const Placement& placement) {
+        return EqualNames(placement.relative.native(), relative.native());
+    });
 }
 
 Status RestoreOriginal(Session& session, const Path& relative)

@@ -6,11 +6,13 @@
 #include "swap/backup_folders.h"
 #include "swap/folder_guard.h"
 #include "swap/history.h"
+#include "swap/owned_files.h"
 #include "swap/restore_steps.h"
 #include "swap/state_change.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
 #include "swap/swap_run.h"
+#include "swap/vault.h"
 
 #include <algorithm>
 
@@ -37,67 +39,92 @@ void ClearLeftovers(const Session& session)
         (void)RemoveTree(ready); // unlisted; the next swap tries again
 }
 
-/// Deletes what the old or the new level brought, but for files that are original or that somebody
-/// changed since. `kept` gets the names of the latter.
-Status DeleteBrought(Session& session, const std::vector<OwnedFile>& files,
-                     std::vector<OwnedFile>& kept)
+/// What mending had to leave, each noted so that the next start tries it again.
+struct Leftovers {
+    std::vector<std::string> kept;        ///< of somebody's own making, in the vault now
+    std::vector<std::string> spared;      ///< could not be kept, so they stand where they are
+    std::vector<OwnedFile> added;         ///< could not be deleted
+    std::vector<std::string> overwritten; ///< could not be brought back
+    std::vector<OwnedFile> strangers;
+};
+
+/// Deletes what the old or the new level brought, but for files that are original. What somebody
+/// changed since is kept first.
+void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const LevelPlace& level,
+                   Leftovers& left)
 {
-    for (const OwnedFile& file : files) {
-        const auto relative = SafeRelative(file.name);
-        if (!relative || IsPlayersFile(relative->filename().native()))
-            continue;
-        const Path place = ResolvePath(session.TrleFolder() / *relative);
-        const platform::FileFacts facts = platform::FactsOf(place);
-        if (facts.kind != platform::FileKind::File || IsSoundOfCompactBackup(session, file.name) ||
-            SameContent(place, session.BackupFolder() / *relative))
-            continue;
-        // The old and the new level may both have brought a name; either's file goes.
-        const bool listed = std::any_of(files.begin(), files.end(), [&](const OwnedFile& other) {
-            return EqualNames(other.name, file.name) &&
-                   (IsAsListed(other, facts) || (other.size == 0 && other.modifiedNs == 0));
-        });
-        if (!listed)
-            kept.push_back(file);
-        else if (auto status = DeleteFile(place); !status)
-            return status;
+    const OwnedNames brought{files}; // the old and the new level may both have brought a name
+    std::vector<std::pair<Path, OwnedFile>> going;
+    std::vector<Path> unsafe;
+    {
+        SafeContents safe{session, level};
+        for (const OwnedFile& file : files) {
+            const auto relative = SafeRelative(file.name);
+            if (!relative || IsPlayersPlace(*relative))
+                continue;
+            const Path place = ResolvePath(session.TrleFolder() / *relative);
+            const platform::FileFacts facts = platform::FactsOf(place);
+            if (facts.kind != platform::FileKind::File ||
+                IsSoundOfCompactBackup(session, file.name) ||
+                SameContent(place, session.BackupFolder() / *relative))
+                continue;
+            going.emplace_back(*relative, file);
+            if (!brought.IsAsPut(file.name, facts) && !safe.Holds(file, *relative))
+                unsafe.push_back(*relative);
+        }
     }
-    return {};
+    const Keeping keeping = KeepOriginals(session, unsafe);
+    for (const Path& relative : keeping.kept)
+        left.kept.push_back(Readable(ToBackslashes(relative)));
+    for (const Path& relative : keeping.failed)
+        left.spared.push_back(Readable(ToBackslashes(relative)));
+    for (const auto& [relative, file] : going) {
+        const bool spared = std::find(keeping.failed.begin(), keeping.failed.end(), relative) !=
+                            keeping.failed.end();
+        if (spared || !DeleteFile(session.TrleFolder() / relative))
+            left.added.push_back(file);
+    }
 }
 
 /// Whatever the root and `data` of the backup hold and the folder lacks comes back.
-Status RestoreMissing(Session& session, const SwapJournal& journal)
+void RestoreMissing(Session& session, const SwapJournal& journal, Leftovers& left)
 {
-    const auto restore = [&](const Path& relative) -> Status {
-        const bool wanted = !IsPlayersFile(relative.filename().native()) &&
+    const auto restore = [&](const Path& relative) {
+        const bool wanted = !IsPlayersPlace(relative) &&
                             FileExists(session.BackupFolder() / relative) &&
                             !FileExists(session.TrleFolder() / relative);
-        return wanted ? RestoreOriginal(session, relative) : Status{};
+        if (wanted && !RestoreOriginal(session, relative))
+            left.overwritten.push_back(ToBackslashes(relative));
     };
     for (const Path& folder : {Path{}, Path{InFolder({}, RowText(Msg::DirData))}.relative_path()})
         for (const Path& file : ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll)))
-            if (auto status = restore(folder / file.filename()); !status)
-                return status;
+            restore(folder / file.filename());
     std::vector<std::string> names = journal.restore;
     for (const auto* list : {&journal.remove, &journal.install})
         for (const OwnedFile& file : *list)
             names.push_back(file.name);
     for (const std::string& name : names)
         if (const auto relative = SafeRelative(name))
-            if (auto status = restore(*relative); !status)
-                return status;
-    return {};
+            restore(*relative);
+    // Where a file could not be deleted its original waits too.
+    for (const OwnedFile& file : left.added)
+        if (const auto relative = SafeRelative(file.name);
+            relative && FileExists(session.BackupFolder() / *relative))
+            left.overwritten.push_back(file.name);
 }
 
 /// The live state leaves the folder: into its store, or, when the level has been removed since,
 /// into the history.
-Status SaveLiveState(Session& session, LevelCode owner, const Path& store)
+Status SaveLiveState(Session& session, const LevelPlace& owner, const Path& store,
+                     std::vector<OwnedFile>& strangers)
 {
     std::vector<StateFile> live;
+    strangers = StrangersThere(session, strangers);
     if (FolderExists(store.parent_path())) {
-        if (auto status = StoreLiveState(session, owner, store, live); !status)
+        if (auto status = StoreLiveState(session, owner, store, live, strangers); !status)
             return status;
     } else {
-        const std::vector<Path> files = StateFilesIn(session.TrleFolder());
+        const std::vector<Path> files = LiveStateFiles(session, strangers);
         auto hashes = HashesOf(files);
         if (!hashes)
             return hashes.Error();
@@ -106,49 +133,78 @@ Status SaveLiveState(Session& session, LevelCode owner, const Path& store)
             !status)
             return status;
     }
-    return DropLiveState(session, owner, live);
+    strangers.clear();
+    return DropLiveState(session, owner, live, strangers);
+}
+
+void TellLeftovers(Session& session, const Leftovers& left)
+{
+    const auto tell = [&](Msg words, const std::vector<std::string>& names) {
+        if (!names.empty())
+            session.host.Tell(Tone::Warning, GetMsg(words, {Join(names, ", ")}));
+    };
+    const auto namesOf = [](const std::vector<OwnedFile>& files) {
+        std::vector<std::string> names;
+        for (const OwnedFile& file : files)
+            names.push_back(Readable(file.name));
+        return names;
+    };
+    tell(Msg::FilesKept, left.kept);
+    tell(Msg::KeptUnlisted, left.spared);
+    tell(Msg::LeftBehind, namesOf(left.added));
+    tell(Msg::OriginalsNotBack, left.overwritten);
+    tell(Msg::StateLeft, namesOf(left.strangers));
 }
 
 /// Everything behind the point where the live state was stored ends at the original configuration.
 /// Each step may be repeated.
-Status ReturnToOriginal(Session& session, SwapJournal journal, std::vector<OwnedFile>& kept)
+Status ReturnToOriginal(Session& session, SwapJournal journal, Leftovers& left)
 {
     const bool coming = journal.phase == SwapPhase::Coming && journal.to >= 0;
-    const LevelCode owner = coming ? journal.to : journal.from;
     const Path store = coming ? journal.toStore : journal.fromStore;
+    const LevelPlace owner{coming ? journal.to : journal.from, store.parent_path()};
     if (auto status = SettleTwins(session, owner, session.TrleFolder()); !status)
         return status;
-    if (journal.liveIsKept) // the state of a level that has no folder any more
-        if (auto status = DropLiveState(session, journal.from, journal.live); !status)
+    left.strangers = journal.strangers;
+    if (journal.liveIsKept) { // the state of a level that has no folder any more
+        const LevelPlace gone{journal.from, Path{journal.fromStore}.parent_path()};
+        std::vector<OwnedFile> there;
+        if (auto status = DropLiveState(session, gone, journal.live, there); !status)
             return status;
-    if (auto status = SaveLiveState(session, owner, store); !status)
+    }
+    if (auto status = SaveLiveState(session, owner, store, left.strangers); !status)
         return status;
     ClearLeftovers(session);
     std::vector<OwnedFile> brought = journal.install;
     brought.insert(brought.end(), journal.remove.begin(), journal.remove.end());
-    if (auto status = DeleteBrought(session, brought, kept); !status)
-        return status;
-    if (auto status = RestoreMissing(session, journal); !status)
-        return status;
-    if (auto status = DeleteFile(session.MarkerPath()); !status)
-        return status;
+    const LevelPlace old{journal.from, Path{journal.fromStore}.parent_path()};
+    DeleteBrought(session, brought, old, left);
+    RestoreMissing(session, journal, left);
+    (void)DeleteFile(session.MarkerPath()); // the owner record outweighs one that stays
     // From here on the state in the folder is that of the original configuration.
     journal.phase = SwapPhase::Coming;
     journal.to = originalCode;
     journal.toStore = StateStoreOf(session, originalCode).native();
     journal.liveIsKept = false;
+    journal.strangers = left.strangers;
     if (auto status = WriteJournal(session, journal); !status)
         return status;
     if (auto status = SettleTwins(session, originalCode, journal.toStore); !status)
         return status;
-    std::vector<std::string> failed;
-    std::vector<std::string> replaced;
-    BringStateIn(session, originalCode, originalCode, nullptr, replaced, failed);
-    if (!failed.empty()) // they are in their store, and no reason to wait for ever
-        session.host.Tell(Tone::Warning, GetMsg(Msg::StateNotIn, {Join(failed, ", ")}));
+    const auto stored = StoredState(session, originalCode);
+    if (!stored)
+        return stored.Error();
+    BroughtState state = BringStateIn(session, journal.toStore, *stored, originalCode, nullptr);
+    if (!state.waiting.empty()) // they are in their store, and no reason to wait for ever
+        session.host.Tell(Tone::Warning, GetMsg(Msg::StateNotIn, {Join(state.waiting, ", ")}));
     OwnerRecord record;
-    record.owner = originalCode;
-    record.overwritten = std::move(replaced);
+    SetOwner(session, record, originalCode);
+    record.overwritten = std::move(state.replaced);
+    record.overwritten.insert(record.overwritten.end(), left.overwritten.begin(),
+                              left.overwritten.end());
+    record.added = left.added;
+    record.strangers = StrangersThere(session, left.strangers);
+    record.waiting = std::move(state.waiting);
     if (auto status = WriteOwner(session, std::move(record)); !status)
         return status;
     return DropJournal(session);
@@ -184,7 +240,8 @@ bool MendSwap(Session& session, const SwapJournal& journal)
     if (!StoresAreThere(session, journal))
         return false;
     if (journal.phase == SwapPhase::Planned) {
-        auto status = PutStoreBack(session, journal.from, journal.fromStore, journal.store);
+        const LevelPlace from{journal.from, Path{journal.fromStore}.parent_path()};
+        auto status = PutStoreBack(session, from, journal.fromStore, journal.store);
         if (status)
             status = DropJournal(session);
         if (!status)
@@ -193,16 +250,11 @@ bool MendSwap(Session& session, const SwapJournal& journal)
         session.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedBefore));
         return true;
     }
-    std::vector<OwnedFile> kept;
-    if (const auto status = ReturnToOriginal(session, journal, kept); !status)
+    Leftovers left;
+    if (const auto status = ReturnToOriginal(session, journal, left); !status)
         return Unfinished(session, status.Error());
     session.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedSwap));
-    if (!kept.empty()) {
-        std::vector<std::string> names;
-        for (const OwnedFile& file : kept)
-            names.push_back(Readable(file.name));
-        session.host.Tell(Tone::Warning, GetMsg(Msg::KeptUnlisted, {Join(names, ", ")}));
-    }
+    TellLeftovers(session, left);
     return true;
 }
 
@@ -243,17 +295,19 @@ void ClearToldLeftovers(Session& session)
         return;
     SwapJournal lists;
     lists.restore = owner->overwritten;
-    std::vector<OwnedFile> kept;
-    OwnerRecord left = *owner;
-    if (!DeleteBrought(session, owner->added, kept) || !RestoreMissing(session, lists))
-        return; // told when it happened; the next swap tries again
-    left.overwritten.clear();
-    std::erase_if(left.added, [&](const OwnedFile& file) {
+    Leftovers left;
+    DeleteBrought(session, owner->added, originalCode, left); // told already; only what is kept is
+    RestoreMissing(session, lists, left);                     // new
+    if (!left.kept.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {Join(left.kept, ", ")}));
+    OwnerRecord now = *owner;
+    now.overwritten = std::move(left.overwritten);
+    std::erase_if(now.added, [&](const OwnedFile& file) {
         const auto relative = SafeRelative(file.name);
         return !relative || !FileExists(session.TrleFolder() / *relative);
     });
-    if (left.added.size() != owner->added.size() || !owner->overwritten.empty())
-        (void)WriteOwner(session, std::move(left)); // otherwise it is looked at once more
+    if (now.added.size() != owner->added.size() || now.overwritten != owner->overwritten)
+        (void)WriteOwner(session, std::move(now)); // otherwise it is looked at once more
 }
 
 } // namespace

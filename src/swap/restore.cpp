@@ -53,7 +53,7 @@ Status CopyFilesWithBar(Session& session, const Path& folder, ProgressScope* pro
         ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
     for (std::size_t i = 0; i < files.size(); ++i) {
         // A savegame of the time of the backup is no original: what the player has now stays.
-        if (IsPlayersFile(files[i].filename().native()))
+        if (IsPlayersPlace(folder / files[i].filename()))
             continue;
         if (auto status = RestoreOriginal(session, folder / files[i].filename()); !status)
             return status;
@@ -83,7 +83,7 @@ Status FinishRestore(Session& session, const SwapJournal& journal, ProgressScope
             return status;
     OwnerRecord owner;
     if (journal.from >= 0)
-        owner.owner = journal.from;
+        SetOwner(session, owner, LevelPlace{journal.from, Path{journal.fromStore}.parent_path()});
     if (auto status = WriteOwner(session, std::move(owner)); !status)
         return status;
     return DropJournal(session);
@@ -110,8 +110,10 @@ void RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
     SwapJournal journal;
     journal.folder = MarkOf(session.TrleFolder());
     journal.phase = SwapPhase::Restore;
-    if (const auto owner = OwnerThatCounts(session))
+    if (const auto owner = OwnerThatCounts(session)) {
         journal.from = owner->owner.value_or(-1); // -1: the state in the folder is nobody's
+        journal.fromStore = StateStoreOf(session, StateOwner(session)).native();
+    }
     auto status = WriteJournal(session, journal);
     if (!status) {
         TellFailure(session, GetMsg(Msg::CannotWriteJournal), status.Error());

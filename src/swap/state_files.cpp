@@ -4,6 +4,9 @@
 #include "catalogue/message.h"
 #include "swap/history.h"
 #include "swap/marker.h"
+#include "swap/owned_files.h"
+#include "swap/swap_notes.h"
+#include "swap/vault.h"
 
 #include <algorithm>
 #include <map>
@@ -70,12 +73,20 @@ Result<std::vector<StateFile>> HashesOf(const std::vector<Path>& files)
     return result;
 }
 
-Path LiveStateFolder(const Session& session, LevelCode code)
+bool IsPlayersPlace(const Path& relative)
 {
-    return code == CurrentLevelCode(session) ? session.TrleFolder() : StateStoreOf(session, code);
+    return !relative.has_parent_path() && IsPlayersFile(relative.native());
 }
 
-Status SettleTwins(Session& session, LevelCode code, const Path& folder)
+Path LiveStateFolder(const Session& session, const LevelPlace& level)
+{
+    const LevelPlace standing = StateOwner(session);
+    const bool live =
+        level.code == standing.code && HomeOf(session, level) == HomeOf(session, standing);
+    return live ? session.TrleFolder() : StateStoreOf(session, level);
+}
+
+Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder)
 {
     const Path place = ResolvePath(folder);
     if (auto status = CanList(place); !status)
@@ -94,7 +105,7 @@ Status SettleTwins(Session& session, LevelCode code, const Path& folder)
         if (newer)
             known->second = file;
     }
-    if (auto status = KeepInHistory(session, code, others, GetMsg(Msg::ReasonTwin)); !status)
+    if (auto status = KeepInHistory(session, level, others, GetMsg(Msg::ReasonTwin)); !status)
         return status;
     for (const Path& file : others)
         if (const auto failure = platform::Unlink(file))
@@ -102,12 +113,34 @@ Status SettleTwins(Session& session, LevelCode code, const Path& folder)
     return {};
 }
 
-Status StoreLiveState(Session& session, LevelCode owner, const Path& store,
-                      std::vector<StateFile>& live)
+std::vector<OwnedFile> StrangersThere(const Session& session, const std::vector<OwnedFile>& noted)
+{
+    std::vector<OwnedFile> there;
+    const Path trle = ResolvePath(session.TrleFolder());
+    for (const OwnedFile& file : noted)
+        if (const auto name = SafeName(file.name);
+            name && IsPlayersFile(file.name) && IsAsPut(file, platform::FactsOf(trle / *name)))
+            there.push_back(file);
+    return there;
+}
+
+std::vector<Path> LiveStateFiles(const Session& session, const std::vector<OwnedFile>& strangers)
+{
+    std::vector<Path> files = StateFilesIn(session.TrleFolder());
+    std::erase_if(files, [&](const Path& file) {
+        return std::any_of(strangers.begin(), strangers.end(), [&](const OwnedFile& stranger) {
+            return stranger.name == file.filename().native();
+        });
+    });
+    return files;
+}
+
+Status StoreLiveState(Session& session, const LevelPlace& owner, const Path& store,
+                      std::vector<StateFile>& live, const std::vector<OwnedFile>& strangers)
 {
     if (auto status = CanList(session.TrleFolder()); !status)
         return status;
-    const std::vector<Path> files = StateFilesIn(session.TrleFolder());
+    const std::vector<Path> files = LiveStateFiles(session, strangers);
     auto hashes = HashesOf(files);
     if (!hashes)
         return hashes.Error();
@@ -139,20 +172,24 @@ Status StoreLiveState(Session& session, LevelCode owner, const Path& store,
     return FlushFolder(place);
 }
 
-Status DropLiveState(Session& session, LevelCode owner, const std::vector<StateFile>& live)
+Status DropLiveState(Session& session, const LevelPlace& owner, const std::vector<StateFile>& live,
+                     std::vector<OwnedFile>& left)
 {
     const Path trle = ResolvePath(session.TrleFolder());
-    for (const StateFile& entry : live) {
-        const Path file = trle / entry.name;
-        if (HashOrEmpty(file) != entry.hash)
-            continue;
-        if (const auto failure = platform::Unlink(file))
-            return MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure);
+    for (const StateFile& entry : live)
+        if (const Path file = trle / entry.name; HashOrEmpty(file) == entry.hash)
+            (void)platform::Unlink(file); // one that stays is found below
+    Status kept;
+    for (const Path& file : StateFilesIn(trle)) {
+        left.push_back(AsItStands(file.filename().native(), file));
+        // What cannot be read now is stored already, or was written since and stays where it is.
+        if (const std::string hash = HashOrEmpty(file); !hash.empty() && kept)
+            kept = KeepInHistory(session, owner, {file}, GetMsg(Msg::ReasonSwap));
     }
-    return KeepInHistory(session, owner, StateFilesIn(trle), GetMsg(Msg::ReasonSwap));
+    return kept;
 }
 
-Status PutStoreBack(Session& session, LevelCode code, const Path& folder,
+Status PutStoreBack(Session& session, const LevelPlace& level, const Path& folder,
                     const std::vector<StateFile>& wanted)
 {
     const Path store = ResolvePath(folder);
@@ -169,7 +206,7 @@ Status PutStoreBack(Session& session, LevelCode code, const Path& folder,
         if (!belongs)
             strange.push_back(file);
     }
-    if (auto status = KeepInHistory(session, code, strange, GetMsg(Msg::ReasonInterrupted));
+    if (auto status = KeepInHistory(session, level, strange, GetMsg(Msg::ReasonInterrupted));
         !status)
         return status;
     for (const Path& file : strange)
@@ -188,22 +225,29 @@ Status PutStoreBack(Session& session, LevelCode code, const Path& folder,
     return FlushFolder(store);
 }
 
-void BringStateIn(Session& session, LevelCode code, LevelCode before, ActivityLog* log,
-                  std::vector<std::string>& replaced, std::vector<std::string>& failed)
+Result<std::vector<Path>> StoredState(const Session& session, const LevelPlace& level)
 {
-    const Path store = StateStoreOf(session, code);
+    const Path store = StateStoreOf(session, level);
+    if (auto status = CanList(store); !status)
+        return status.Error();
+    return ListFiles(store, RowText(Msg::PatAllFiles));
+}
+
+BroughtState BringStateIn(Session& session, const Path& store, const std::vector<Path>& stored,
+                          const LevelPlace& before, ActivityLog* log)
+{
+    BroughtState brought;
     const Path trle = ResolvePath(session.TrleFolder());
-    const std::vector<Path> files = ListFiles(store, RowText(Msg::PatAllFiles));
     std::vector<Path> players;
     std::vector<std::string> spared;
-    for (const Path& file : files) {
+    for (const Path& file : stored) {
         const Path target = ResolvePath(trle / file.filename());
         if (!FileExists(target) || SameContent(file, target))
             continue;
         if (IsPlayersFile(file.filename().native()))
             players.push_back(target);
         else if (KeepOriginal(session, file.filename()))
-            replaced.push_back(GetMsg(Msg::FragRoot) + file.filename().native());
+            brought.replaced.push_back(GetMsg(Msg::FragRoot) + file.filename().native());
         else
             spared.push_back(file.filename().native());
     }
@@ -220,37 +264,29 @@ void BringStateIn(Session& session, LevelCode code, LevelCode before, ActivityLo
         (void)LogCopyMatching(store, trle, log != nullptr ? *log : unread,
                               RowText(Msg::PatAllFiles), keptCopy);
     }
-    for (const Path& file : files) {
+    for (const Path& file : stored) {
         if (!spared.empty() && !isSpared(file))
             (void)CopyFileOver(file, trle / file.filename(), keptCopy);
         if (isSpared(file) || !SameContent(file, trle / file.filename()))
-            failed.push_back(TextOf(file.filename()));
+            brought.waiting.push_back(file.filename().native());
     }
-    if (!files.empty())
+    if (!stored.empty())
         (void)FlushFolder(trle); // the store still has what a power cut would take
+    return brought;
 }
 
-Status KeepOriginal(Session& session, const Path& relative)
+void BringWaiting(Session& session)
 {
-    const Path file = ResolvePath(session.TrleFolder() / relative);
-    const platform::FileFacts facts = platform::FactsOf(file);
-    if (facts.kind != platform::FileKind::File)
-        return {};
-    const Path pristine = ResolvePath(session.BackupFolder() / relative);
-    const platform::FileFacts backed = platform::FactsOf(pristine);
-    const bool untouched = backed.kind == platform::FileKind::File && backed.size == facts.size &&
-                           (backed.modifiedNs == facts.modifiedNs || SameContent(file, pristine));
-    if (untouched)
-        return {};
-    const Path folder =
-        InFolder(session.programFolder, RowText(Msg::DirHistoryOriginals)) / relative.parent_path();
-    if (auto status = MakeFolders(folder); !status)
-        return status;
-    Path kept = folder / relative.filename();
-    for (int number = 2; FileExists(kept) && !SameContent(kept, file); ++number)
-        kept = folder / (relative.filename().native() + "." + std::to_string(number));
-    return FileExists(kept) ? Status{}
-                            : CopyFileOver(file, kept, {Verify::Content, true, true, {}});
+    auto owner = OwnerThatCounts(session);
+    if (!owner || owner->waiting.empty())
+        return;
+    const Path trle = ResolvePath(session.TrleFolder());
+    const Path store = StateStoreOf(session, StateOwner(session));
+    const auto came = std::erase_if(owner->waiting, [&](const std::string& name) {
+        return !FileExists(trle / name) && CopyFileOver(store / name, trle / name, keptCopy);
+    });
+    if (came > 0 && FlushFolder(trle))
+        (void)WriteOwner(session, std::move(*owner)); // otherwise they are looked for once more
 }
 
 } // namespace kestrova

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "archive/level_folders.h"
 #include "session/session.h"
 #include "swap/swap_records.h"
+#include "swap/vault.h"
 
 /// A level's state: savegames, shots and notes of its slots. While the level stands in the Level
 /// Editor's folder they are live there; else they lie in its store `backup_savegames`.
@@ -11,40 +13,57 @@ namespace kestrova
 /// `savegame.*`, `shot*.jpg`, `note*.txt`: what a swap moves.
 std::vector<std::string> StatePatterns();
 std::vector<Path> StateFilesIn(const Path& folder);
-/// A savegame, note or shot of any kind, `shotN.bmp` included: what nothing may ever lose.
+/// A savegame, note or shot of any kind, `shotN.bmp` included: what nothing may ever lose. Of files
+/// in the root of the Level Editor's folder, and in folders that hold nothing but state.
 bool IsPlayersFile(std::string_view name);
+/// The same for a path below the Level Editor's folder: below its root nothing is state, whatever
+/// it is called.
+bool IsPlayersPlace(const Path& relative);
 /// Names and contents' hashes; fails with the first file that cannot be read.
 Result<std::vector<StateFile>> HashesOf(const std::vector<Path>& files);
 
 /// Where a level's live state is now.
-Path LiveStateFolder(const Session& session, LevelCode code);
+Path LiveStateFolder(const Session& session, const LevelPlace& level);
 
 /// Where no two names may differ in case only: of twins the newest stays, the others go to the
 /// history.
-Status SettleTwins(Session& session, LevelCode code, const Path& folder);
+Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder);
+
+/// State of other levels that a swap had to leave in the folder, still as it was noted.
+std::vector<OwnedFile> StrangersThere(const Session& session, const std::vector<OwnedFile>& noted);
+/// The state in the Level Editor's folder without those.
+std::vector<Path> LiveStateFiles(const Session& session, const std::vector<OwnedFile>& strangers);
 
 /// Copies what is live in the Level Editor's folder into a level's store without emptying it, read
 /// back and flushed. Where a name is taken with another content the newer file wins and the older
 /// goes to the history. `live` gets what was found.
-Status StoreLiveState(Session& session, LevelCode owner, const Path& store,
-                      std::vector<StateFile>& live);
-/// Deletes live files that still are what the list says; what a game wrote since stays and is kept
-/// in the history as well.
-Status DropLiveState(Session& session, LevelCode owner, const std::vector<StateFile>& live);
+Status StoreLiveState(Session& session, const LevelPlace& owner, const Path& store,
+                      std::vector<StateFile>& live, const std::vector<OwnedFile>& strangers = {});
+/// Deletes live files that still are what the list says. What a game wrote since stays and is kept
+/// in the history as well; what cannot be read or deleted now stays too. `left` gets all state that
+/// is still in the folder.
+Status DropLiveState(Session& session, const LevelPlace& owner, const std::vector<StateFile>& live,
+                     std::vector<OwnedFile>& left);
 
 /// Makes a store hold exactly `wanted` again, contents from the history or from what is live; what
 /// else it holds goes to the history first.
-Status PutStoreBack(Session& session, LevelCode code, const Path& store,
+Status PutStoreBack(Session& session, const LevelPlace& level, const Path& store,
                     const std::vector<StateFile>& wanted);
 
-/// Copies a store into the Level Editor's folder, every copy compared and flushed. What it would
-/// replace there is kept first: players' files in the history of `before`, anything else with the
-/// originals. `replaced` gets the names of the latter, `failed` those that did not come in.
-void BringStateIn(Session& session, LevelCode code, LevelCode before, ActivityLog* log,
-                  std::vector<std::string>& replaced, std::vector<std::string>& failed);
+/// What a level's store holds, to be copied into the folder.
+Result<std::vector<Path>> StoredState(const Session& session, const LevelPlace& level);
 
-/// A file of the Level Editor's folder that is about to be replaced or deleted and that the backup
-/// does not hold goes to `history/originals`; nothing when the backup has these bytes.
-Status KeepOriginal(Session& session, const Path& relative);
+/// What did not go smoothly when stored state was copied into the folder.
+struct BroughtState {
+    std::vector<std::string> replaced; ///< files that are no state, kept with the originals first
+    std::vector<std::string> waiting;  ///< names of what did not come in and stays in the store
+};
+/// Copies stored state into the Level Editor's folder, every copy compared and flushed. What it
+/// would replace there is kept first: players' files in the history of `before`, anything else with
+/// the originals.
+BroughtState BringStateIn(Session& session, const Path& store, const std::vector<Path>& stored,
+                          const LevelPlace& before, ActivityLog* log);
+/// What had to wait in the store of the standing level comes in now, where its name is free.
+void BringWaiting(Session& session);
 
 } // namespace kestrova

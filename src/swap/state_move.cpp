@@ -17,7 +17,6 @@ bool SwapRun::Begin()
         session_.host.Tell(Tone::Error, GetMsg(Msg::WorkPending));
         return false;
     }
-    journal_.fromStore = StateStoreOf(session_, journal_.from).native();
     if (journal_.to >= 0)
         journal_.toStore = StateStoreOf(session_, journal_.to).native();
     if (const auto status = WriteJournal(session_, journal_); !status) {
@@ -35,18 +34,21 @@ bool SwapRun::Abandon(const Failure& failure)
 {
     TellFailure(session_, GetMsg(Msg::CannotKeepState), failure);
     // What cannot be put back now stays noted in the journal, and the next start tries again.
-    if (PutStoreBack(session_, journal_.from, journal_.fromStore, journal_.store) &&
-        DropJournal(session_))
+    const LevelPlace from{journal_.from, Path{journal_.fromStore}.parent_path()};
+    if (PutStoreBack(session_, from, journal_.fromStore, journal_.store) && DropJournal(session_))
         begun_ = false;
     return false;
 }
 
 /// The state has no store to go to: it stays live, and a copy of it is kept.
-bool SwapRun::KeepLiveState(LevelCode code)
+bool SwapRun::KeepLiveState(const LevelPlace& level)
 {
-    journal_.from = code;
-    stateOf_ = owner_ ? owner_->owner : std::optional<LevelCode>{code};
-    const auto stored = HashesOf(ListFiles(StateStoreOf(session_, code), RowText(Msg::PatAll)));
+    const LevelPlace standing = StateOwner(session_);
+    const Path store = StateStoreOf(session_, level);
+    journal_.from = level.code;
+    journal_.fromStore = store.native();
+    stateOf_ = owner_ && owner_->owner ? standing : level;
+    const auto stored = HashesOf(ListFiles(store, RowText(Msg::PatAll)));
     const auto live = HashesOf(StateFilesIn(trle_));
     if (!stored || !live) {
         TellFailure(session_, GetMsg(Msg::CannotKeepState), stored ? live.Error() : stored.Error());
@@ -56,33 +58,57 @@ bool SwapRun::KeepLiveState(LevelCode code)
     journal_.live = *live;
     if (!Begin())
         return false;
-    const auto status = KeepInHistory(session_, code, StateFilesIn(trle_), GetMsg(Msg::ReasonSwap));
+    const auto status =
+        KeepInHistory(session_, level, StateFilesIn(trle_), GetMsg(Msg::ReasonSwap));
     return status ? true : Abandon(status.Error());
 }
 
-SwapRun::StateMove SwapRun::MoveStateOut(LevelCode storeOf, bool marked)
+/// State of another level that an earlier swap could not take out goes now, if it can: it is in
+/// that level's own folder or in the history.
+void SwapRun::DropStrangers(const LevelPlace& from)
 {
-    const bool nobodys = owner_ && !owner_->owner;
-    if (owner_ && owner_->owner && FolderExists(LevelHomeOf(session_, *owner_->owner)))
-        storeOf = *owner_->owner;
-    stateOf_ = nobodys ? std::optional<LevelCode>{} : std::optional<LevelCode>{storeOf};
-    const Path home = LevelHomeOf(session_, storeOf);
-    const Path store = ResolvePath(StateStoreOf(session_, storeOf));
+    for (const OwnedFile& stranger : strangers_) {
+        const Path file = trle_ / stranger.name;
+        std::string hash;
+        std::string kept;
+        const bool safe = !platform::HashOfFile(file, hash) &&
+                          !platform::HashOfFile(HistoryContent(session_, hash), kept) &&
+                          kept == hash;
+        if (safe || KeepInHistory(session_, from, {file}, GetMsg(Msg::ReasonLeft)))
+            (void)platform::Unlink(file); // what still cannot go stays noted
+    }
+    strangers_ = StrangersThere(session_, strangers_);
+}
+
+SwapRun::StateMove SwapRun::MoveStateOut(LevelPlace from, bool marked)
+{
+    if (owner_ && owner_->owner)
+        if (const LevelPlace standing = StateOwner(session_);
+            FolderExists(HomeOf(session_, standing)))
+            from = standing;
+    if (owner_ && !owner_->owner)
+        stateOf_.reset();
+    else
+        stateOf_ = from;
+    const Path store = ResolvePath(StateStoreOf(session_, from));
+    journal_.from = from.code;
+    journal_.fromStore = StateStoreOf(session_, from).native();
     Status readable = CanList(trle_);
     if (readable)
         readable = CanList(store);
+    DropStrangers(from);
     if (readable)
-        readable = SettleTwins(session_, storeOf, trle_);
+        readable = SettleTwins(session_, from, trle_);
     if (readable)
-        readable = SettleTwins(session_, storeOf, store);
+        readable = SettleTwins(session_, from, store);
     const std::vector<Path> stored = ListFiles(store, RowText(Msg::PatAll));
-    const auto live = HashesOf(StateFilesIn(trle_));
+    const auto live = HashesOf(LiveStateFiles(session_, strangers_));
     const auto before = HashesOf(stored);
-    journal_.from = storeOf;
     if (live)
         journal_.live = *live;
     if (before)
         journal_.store = *before;
+    journal_.strangers = strangers_;
     if (!readable || !live || !before) {
         TellFailure(session_, GetMsg(Msg::CannotKeepState),
                     !readable ? readable.Error()
@@ -90,38 +116,52 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelCode storeOf, bool marked)
                               : live.Error());
         return StateMove::Stopped;
     }
-    if (!Begin())
-        return StateMove::Stopped;
+    return Begin() ? MoveToStore(from, stored, marked) : StateMove::Stopped;
+}
+
+SwapRun::StateMove SwapRun::MoveToStore(const LevelPlace& from, const std::vector<Path>& stored,
+                                        bool marked)
+{
+    const Path store = ResolvePath(journal_.fromStore);
     const auto stop = [&](const Failure& failure) {
         Abandon(failure);
         return StateMove::Stopped;
     };
-
     std::vector<std::string> copies;
     if (auto status = MakeFolders(store); !status)
         return stop(status.Error());
-    if (nobodys) { // emptied and filled already; only what a game wrote since comes to it
-        if (auto status = StoreLiveState(session_, storeOf, store, journal_.live); !status)
+    if (!stateOf_) { // emptied and filled already; only what a game wrote since comes to it
+        if (auto status = StoreLiveState(session_, from, store, journal_.live, strangers_); !status)
             return stop(status.Error());
     } else {
-        // What is live under the same name need not go: it would come again as it is.
+        // What is live under the same name need not go: it would come again as it is. What could
+        // not be brought in waits in the store, unless its name was taken since.
         std::vector<Path> going;
-        for (std::size_t i = 0; i < stored.size(); ++i)
-            if (std::none_of(live->begin(), live->end(), [&](const StateFile& file) {
-                    return file.hash == (*before)[i].hash && file.name == (*before)[i].name;
-                }))
+        for (std::size_t i = 0; i < stored.size(); ++i) {
+            const StateFile& kept = journal_.store[i];
+            const bool same =
+                std::any_of(journal_.live.begin(), journal_.live.end(), [&](const StateFile& file) {
+                    return file.hash == kept.hash && file.name == kept.name;
+                });
+            const bool waits =
+                std::find(waiting_.begin(), waiting_.end(), kept.name) != waiting_.end() &&
+                std::none_of(journal_.live.begin(), journal_.live.end(),
+                             [&](const StateFile& f) { return EqualNames(f.name, kept.name); });
+            if (!same && !waits)
                 going.push_back(stored[i]);
-        if (auto status = KeepInHistory(session_, storeOf, going, GetMsg(Msg::ReasonSwap)); !status)
+        }
+        if (auto status = KeepInHistory(session_, from, going, GetMsg(Msg::ReasonSwap)); !status)
             return stop(status.Error());
         if (auto status = EmptyStore(store, going, marked); !status) {
             if (!marked)
                 return stop(status.Error());
-            TellFailure(session_, GetMsg(Msg::CannotDeleteBackupSavegames, {TextOf(home)}),
+            TellFailure(session_,
+                        GetMsg(Msg::CannotDeleteBackupSavegames, {TextOf(HomeOf(session_, from))}),
                         status.Error());
-            if (status = PutStoreBack(session_, storeOf, store, journal_.store); !status)
+            if (status = PutStoreBack(session_, from, store, journal_.store); !status)
                 return stop(status.Error());
             if (status =
-                    KeepInHistory(session_, storeOf, StateFilesIn(trle_), GetMsg(Msg::ReasonSwap));
+                    KeepInHistory(session_, from, StateFilesIn(trle_), GetMsg(Msg::ReasonSwap));
                 !status)
                 return stop(status.Error());
             return StateMove::Failed;
@@ -135,10 +175,25 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelCode storeOf, bool marked)
         return stop(status.Error());
     }
     stateOf_.reset();
-    const auto dropped = DropLiveState(session_, storeOf, journal_.live);
-    if (marked)
-        LogStateMove(copies, static_cast<bool>(dropped));
+    waiting_.clear();
+    DropLive(from, marked ? &copies : nullptr);
     return StateMove::Moved;
+}
+
+/// `copies`: the log's lines of the copying; null when nothing is logged.
+void SwapRun::DropLive(const LevelPlace& from, const std::vector<std::string>* copies)
+{
+    strangers_.clear();
+    const auto dropped = DropLiveState(session_, from, journal_.live, strangers_);
+    if (copies != nullptr)
+        LogStateMove(*copies, dropped && strangers_.empty());
+    if (strangers_.empty())
+        return;
+    std::vector<std::string> names;
+    for (const OwnedFile& file : strangers_)
+        names.push_back(Readable(file.name));
+    session_.host.Tell(Tone::Warning, GetMsg(Msg::StateLeft, {Join(names, ", ")}),
+                       dropped ? std::string{} : dropped.Error().reason);
 }
 
 /// Pattern by pattern, as a reader follows it, though all copies stand before the first deletion.
@@ -167,9 +222,15 @@ Status SwapRun::CopyStateOut(const Path& store, std::vector<std::string>& copies
 {
     const CopyOptions safe{Verify::Content, true, false, {}};
     for (const std::string& pattern : StatePatterns()) {
-        auto status = LogCopyMatching(trle_, store, copies.emplace_back(), pattern, safe);
-        if (!status)
-            return status;
+        std::string& lines = copies.emplace_back();
+        if (strangers_.empty())
+            if (auto status = LogCopyMatching(trle_, store, lines, pattern, safe); !status)
+                return status;
+        for (const StateFile& file : journal_.live) // one by one beside what is another level's
+            if (!strangers_.empty() && MatchesPattern(file.name, pattern))
+                if (auto status = LogCopyFile(trle_ / file.name, store / file.name, lines, safe);
+                    !status)
+                    return status;
     }
     for (const StateFile& file : journal_.live) {
         std::string hash;

@@ -53,6 +53,20 @@ std::optional<OwnerRecord> OwnerThatCounts(const Session& session)
     return std::move(record).Value();
 }
 
+void SetOwner(const Session& session, OwnerRecord& record, const std::optional<LevelPlace>& owner)
+{
+    record.owner.reset();
+    record.home = {};
+    record.levelName.clear();
+    if (!owner)
+        return;
+    record.owner = owner->code;
+    const Path home = HomeOf(session, *owner);
+    record.home = MarkOf(home);
+    if (home == LevelHomeOf(session, owner->code))
+        record.levelName = LevelNameOf(session, owner->code);
+}
+
 Status WriteOwner(Session& session, OwnerRecord record)
 {
     record.folder = MarkOf(session.TrleFolder());

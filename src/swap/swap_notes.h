@@ -1,5 +1,6 @@
 #pragma once
 
+#include "archive/level_folders.h"
 #include "session/session.h"
 #include "swap/swap_records.h"
 
@@ -13,6 +14,8 @@ std::string MarkerHash(const Session& session);
 
 /// The owner record, provided that it speaks of this folder with this marker: only then it counts.
 std::optional<OwnerRecord> OwnerThatCounts(const Session& session);
+/// Notes whose state it is, and that level's own folder and name.
+void SetOwner(const Session& session, OwnerRecord& record, const std::optional<LevelPlace>& owner);
 /// Fills in folder, marker and boot, and writes; durable when it answers. Nothing is written when
 /// the file says the same already.
 Status WriteOwner(Session& session, OwnerRecord record);

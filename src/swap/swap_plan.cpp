@@ -88,7 +88,7 @@ Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
         return Failure{
             ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
     std::vector<PlannedFile> plan;
-    if (CurrentLevelCode(session) == code)
+    if (LevelStands(session, code))
         return plan;
     Foresight foresight;
     PlanRemoval(session, plan, foresight);
@@ -118,18 +118,6 @@ Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
 namespace
 {
 
-/// The kinds of file that a swap brings, so that a stranger among them is found.
-bool IsLevelFile(const Path& relative)
-{
-    std::vector<std::string> refused;
-    ReadyFile file;
-    file.name = relative.filename().native();
-    const auto placed = PlaceFiles({file}, refused);
-    return std::any_of(placed.begin(), placed.end(), [&](const Placement& placement) {
-        return EqualNames(placement.relative.native(), relative.native());
-    });
-}
-
 void CompareWithBackup(Session& session, const std::vector<Placement>& level,
                        const std::vector<std::string>& replaced, std::vector<Difference>& found)
 {
@@ -148,8 +136,7 @@ void CompareWithBackup(Session& session, const std::vector<Placement>& level,
     if (const auto tree = ScanTree(backup))
         for (const Path& file : tree->files) {
             const Path relative = file.lexically_relative(backup);
-            if (isLevels(relative) || isReplaced(relative) ||
-                IsPlayersFile(relative.filename().native()))
+            if (isLevels(relative) || isReplaced(relative) || IsPlayersPlace(relative))
                 continue;
             if (!FileExists(trle / relative))
                 found.push_back({Mismatch::Missing, Readable(ToBackslashes(relative))});
@@ -163,16 +150,19 @@ void CompareWithBackup(Session& session, const std::vector<Placement>& level,
         for (const Path& file : ListFiles(InFolder(trle, RowText(fragment)).lexically_normal(),
                                           RowText(Msg::PatAll))) {
             const Path relative = file.lexically_relative(trle);
-            if (IsLevelFile(relative) && !isLevels(relative) && !FileExists(backup / relative))
+            if (IsLevelPlace(relative) && !isLevels(relative) && !FileExists(backup / relative))
                 found.push_back({Mismatch::Unexpected, Readable(ToBackslashes(relative))});
         }
     }
 }
 
-Result<std::vector<Placement>> PlacedFiles(Session& session, LevelCode code, const Path& staging)
+Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& level,
+                                           const Path& staging)
 {
-    const Path source = FilesFolder(session, code);
-    if (session.cdNotAvailable)
+    const bool ours = CurrentLevelCode(session) == level.code;
+    const Path source = ours ? FilesFolder(session, level.code)
+                             : InFolder(HomeOf(session, level), RowText(Msg::DirFiles));
+    if (ours && session.cdNotAvailable)
         return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
     if (!FolderExists(source))
         return Failure{ErrorCode::Missing, TextOf(source), {}};
@@ -190,17 +180,19 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
     std::vector<Difference> found;
     if (!FolderExists(session.TrleFolder()))
         return Failure{ErrorCode::Missing, TextOf(session.TrleFolder()), {}};
-    const LevelCode code = CurrentLevelCode(session);
+    const LevelPlace standing = StandingLevel(session);
     const StagingFolder staging{InFolder(session.programFolder, RowText(Msg::DirVerify))};
     std::vector<Placement> level;
     std::vector<std::string> replaced;
-    if (code != originalCode) {
-        auto placed = PlacedFiles(session, code, staging.Folder());
+    if (standing.code != originalCode) {
+        auto placed = PlacedFiles(session, standing, staging.Folder());
         if (!placed)
             return placed.Error();
         level = std::move(placed).Value();
         const auto bytes = ReadWholeFile(session.MarkerPath());
-        replaced = ParseMarker(bytes ? *bytes : std::string{}).overwritten;
+        replaced =
+            BelongingsOf(ParseMarker(bytes ? *bytes : std::string{}), OwnerThatCounts(session))
+                .overwritten;
     }
     for (const Placement& placement : level) {
         const Path target = session.TrleFolder() / placement.relative;

@@ -15,9 +15,9 @@ Json JsonOf(const FolderMark& mark)
     return {{"path", Encoded(mark.path)}, {"device", mark.device}, {"inode", mark.inode}};
 }
 
-void Read(NoteReader& reader, FolderMark& mark)
+void Read(NoteReader& reader, const char* name, FolderMark& mark)
 {
-    reader.List("folder", [&](NoteReader& entry, const Json&) {
+    reader.List(name, [&](NoteReader& entry, const Json&) {
         mark.path = entry.Text("path");
         mark.device = entry.Number<std::uint64_t>("device");
         mark.inode = entry.Number<std::uint64_t>("inode");
@@ -28,8 +28,11 @@ Json JsonOf(const std::vector<OwnedFile>& files)
 {
     Json list = Json::array();
     for (const OwnedFile& file : files)
-        list.push_back(
-            {{"name", Encoded(file.name)}, {"size", file.size}, {"time", file.modifiedNs}});
+        list.push_back({{"name", Encoded(file.name)},
+                        {"size", file.size},
+                        {"time", file.modifiedNs},
+                        {"changed", file.changedNs},
+                        {"inode", file.inode}});
     return list;
 }
 
@@ -40,6 +43,10 @@ void Read(NoteReader& reader, const char* name, std::vector<OwnedFile>& files)
         file.name = entry.Text("name");
         file.size = entry.Number<std::uint64_t>("size");
         file.modifiedNs = entry.Number<std::int64_t>("time");
+        if (entry.Has("changed"))
+            file.changedNs = entry.Number<std::int64_t>("changed");
+        if (entry.Has("inode"))
+            file.inode = entry.Number<std::uint64_t>("inode");
         files.push_back(std::move(file));
     });
 }
@@ -59,8 +66,12 @@ std::string FormatOwner(const OwnerRecord& record)
     return Written({{"folder", Json::array({JsonOf(record.folder)})},
                     {"marker", Encoded(record.marker)},
                     {"owner", record.owner ? Json(*record.owner) : Json(nullptr)},
+                    {"home", Json::array({JsonOf(record.home)})},
+                    {"level", Encoded(Readable(record.levelName))},
                     {"added", JsonOf(record.added)},
                     {"overwritten", JsonOf(record.overwritten)},
+                    {"strangers", JsonOf(record.strangers)},
+                    {"waiting", JsonOf(record.waiting)},
                     {"boot", Encoded(record.bootId)}});
 }
 
@@ -69,14 +80,23 @@ Result<OwnerRecord> ParseOwner(std::string_view text)
     const Json json = Json::parse(text, nullptr, false);
     NoteReader reader{json};
     OwnerRecord record;
-    Read(reader, record.folder);
+    Read(reader, "folder", record.folder);
     record.marker = reader.Text("marker");
     if (reader.Good() && !reader.IsNull("owner"))
         record.owner = reader.Number<LevelCode>("owner");
     Read(reader, "added", record.added);
     reader.Names("overwritten", record.overwritten);
     record.bootId = reader.Text("boot");
-    if (!reader.Good())
+    bool sound = true;
+    if (reader.Has("home")) {
+        Read(reader, "home", record.home);
+        record.levelName = reader.Text("level");
+        Read(reader, "strangers", record.strangers);
+        reader.Names("waiting", record.waiting);
+        sound = std::all_of(record.waiting.begin(), record.waiting.end(),
+                            [](const std::string& name) { return bool{SafeName(name)}; });
+    }
+    if (!reader.Good() || !sound)
         return Failure{ErrorCode::Damaged, {}, {}};
     return record;
 }
@@ -92,6 +112,7 @@ std::string FormatJournal(const SwapJournal& journal)
                     {"to", journal.to},
                     {"live", JsonOf(journal.live)},
                     {"store", JsonOf(journal.store)},
+                    {"strangers", JsonOf(journal.strangers)},
                     {"remove", JsonOf(journal.remove)},
                     {"restore", JsonOf(journal.restore)},
                     {"install", JsonOf(journal.install)}});
@@ -102,7 +123,7 @@ Result<SwapJournal> ParseJournal(std::string_view text)
     const Json json = Json::parse(text, nullptr, false);
     NoteReader reader{json};
     SwapJournal journal;
-    Read(reader, journal.folder);
+    Read(reader, "folder", journal.folder);
     const int phase = reader.Number<int>("phase");
     journal.from = reader.Number<LevelCode>("from");
     journal.fromStore = reader.Text("from-store");
@@ -110,6 +131,8 @@ Result<SwapJournal> ParseJournal(std::string_view text)
     journal.liveIsKept = reader.Flag("live-is-kept");
     journal.to = reader.Number<LevelCode>("to");
     const bool sound = Read(reader, "live", journal.live) && Read(reader, "store", journal.store);
+    if (reader.Has("strangers"))
+        Read(reader, "strangers", journal.strangers);
     Read(reader, "remove", journal.remove);
     reader.Names("restore", journal.restore);
     Read(reader, "install", journal.install);

@@ -15,11 +15,13 @@ namespace kestrova
 {
 
 /// A file of the Level Editor's folder as it was put there. Size and time tell it from a file that
-/// somebody changed since.
+/// somebody changed since; the time of its last change of any kind and its inode prove it.
 struct OwnedFile {
     std::string name; ///< `\data\level1.tr4`, exact
     std::uint64_t size = 0;
     std::int64_t modifiedNs = 0;
+    std::int64_t changedNs = 0; ///< 0: not noted
+    std::uint64_t inode = 0;
 };
 
 /// A savegame, note or shot with its content's hash.
@@ -41,8 +43,14 @@ struct OwnerRecord {
     FolderMark folder;
     std::string marker;             ///< hash of the marker's bytes, or `absentMarker`
     std::optional<LevelCode> owner; ///< whose savegames stand in the folder; none: nobody's
-    std::vector<OwnedFile> added;   ///< what levels brought, leftovers of a failed removal too
+    FolderMark home;                ///< that level's own folder; no path in notes of old versions
+    std::string levelName;
+    std::vector<OwnedFile> added; ///< what levels brought, leftovers of a failed removal too
     std::vector<std::string> overwritten;
+    /// Savegames, notes and shots of another level that could not be taken out of the folder.
+    std::vector<OwnedFile> strangers;
+    /// Names in the owner's store of what could not be brought in.
+    std::vector<std::string> waiting;
     std::string bootId;
 };
 
@@ -64,6 +72,7 @@ struct SwapJournal {
     LevelCode to = 0;                 ///< the level that comes; -1: none
     std::vector<StateFile> live;      ///< the state in the folder at the beginning
     std::vector<StateFile> store;     ///< the store of `from` at the beginning
+    std::vector<OwnedFile> strangers; ///< as in the owner record
     std::vector<OwnedFile> remove;    ///< what the old level brought
     std::vector<std::string> restore; ///< what comes back from the backup
     std::vector<OwnedFile> install;   ///< what the new level brings

@@ -5,6 +5,7 @@
 #include "swap/log_lines.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
+#include "swap/vault.h"
 
 #include <algorithm>
 
@@ -14,9 +15,6 @@ namespace kestrova
 namespace
 {
 
-/// Disks keep times in steps of up to two seconds.
-constexpr std::int64_t timeStepNs = 2'000'000'000;
-
 bool IsSound(const std::string& name)
 {
     return EqualNames(std::string_view{name}.substr(0, RowText(Msg::FragAudio).size()),
@@ -24,13 +22,6 @@ bool IsSound(const std::string& name)
 }
 
 } // namespace
-
-bool IsAsListed(const OwnedFile& listed, const platform::FileFacts& facts)
-{
-    const std::int64_t apart = facts.modifiedNs - listed.modifiedNs;
-    return facts.kind == platform::FileKind::File && facts.size == listed.size &&
-           apart < timeStepNs && apart > -timeStepNs;
-}
 
 SwapRun::SwapRun(Session& session, ActivityLog& log, LevelCode to)
     : session_(session), log_(log), trle_(ResolvePath(session.TrleFolder()))
@@ -47,9 +38,37 @@ void SwapRun::Announce(const std::vector<Placement>& placements)
             {placement.target, placement.file.size, placement.file.modifiedNs});
 }
 
+bool SwapRun::LookIntoStore()
+{
+    if (journal_.to < 0)
+        return true;
+    auto stored = StoredState(session_, journal_.to);
+    if (!stored) {
+        TellFailure(session_, GetMsg(Msg::CannotReadStore), stored.Error());
+        return false;
+    }
+    comingState_ = std::move(*stored);
+    return true;
+}
+
+bool SwapRun::Stands(LevelCode marked) const
+{
+    return marked == journal_.to && (marked < 0 || LevelStands(session_, marked));
+}
+
+LevelPlace SwapRun::StandingPlace(LevelCode marked) const
+{
+    const LevelPlace standing = StandingLevel(session_);
+    return standing.code == marked ? standing : LevelPlace{marked};
+}
+
 bool SwapRun::TakeOut(LevelCode& previous)
 {
     owner_ = OwnerThatCounts(session_);
+    if (owner_) {
+        strangers_ = StrangersThere(session_, owner_->strangers);
+        waiting_ = owner_->waiting;
+    }
     const Path marker = session_.MarkerPath();
     if (!FileExists(marker))
         return TakeOutOriginal(previous);
@@ -64,25 +83,26 @@ bool SwapRun::TakeOut(LevelCode& previous)
     journal_.remove = belongings.added;
     journal_.restore = belongings.overwritten;
     previous = content.code;
+    const LevelPlace level = StandingPlace(previous);
     if (content.hasText) {
-        const Path folder = LevelHomeOf(session_, previous);
+        const Path folder = HomeOf(session_, level);
         if (!FolderExists(folder)) {
             session_.host.Tell(Tone::Error,
                                GetMsg(Msg::LevelFolderNotFound, {TextOf(folder), lineBreak}));
             log_ += LogLine({GetMsg(Msg::LogLevelFolderNotFound, {TextOf(folder)})});
-            if (previous == journal_.to)
+            if (Stands(previous))
                 return true;
             journal_.liveIsKept = true;
             leftAdded_ = belongings.added;
             leftOverwritten_ = belongings.overwritten;
-            return KeepLiveState(previous);
+            return KeepLiveState(level);
         }
     }
     log_ += content.code == -1
                 ? LogLine({GetMsg(Msg::LogPreviousNone)})
                 : LogLine({GetMsg(Msg::LogPreviousLevel, {LevelNameOf(session_, previous)}),
                            std::to_string(previous)});
-    if (previous == journal_.to)
+    if (Stands(previous))
         return true;
 
     if (!belongings.refused.empty())
@@ -94,7 +114,7 @@ bool SwapRun::TakeOut(LevelCode& previous)
         (void)DeleteFile(marker);
         return true;
     }
-    switch (MoveStateOut(previous, true)) {
+    switch (MoveStateOut(level, true)) {
     case StateMove::Stopped:
         return false;
     case StateMove::Failed:
@@ -106,12 +126,12 @@ bool SwapRun::TakeOut(LevelCode& previous)
         break;
     }
     if (previous != originalCode) {
-        if (!DeleteAdded(belongings)) {
-            leftOverwritten_ = belongings.overwritten;
+        const bool deleted = DeleteAdded(level, belongings);
+        RestoreOverwritten(belongings.overwritten);
+        if (!deleted) {
             previous = originalCode;
             return true;
         }
-        RestoreOverwritten(belongings.overwritten);
     }
     (void)DeleteFile(marker); // one that stays is overwritten by the next
     return true;
@@ -127,37 +147,70 @@ bool SwapRun::TakeOutOriginal(LevelCode& previous)
         return false;
     log_ += LogLine({GetMsg(Msg::LogNoMarker)});
     // What an earlier removal had to leave behind goes now.
-    if (DeleteAdded(belongings))
-        RestoreOverwritten(belongings.overwritten);
-    else
-        leftOverwritten_ = belongings.overwritten;
+    (void)DeleteAdded(originalCode, belongings); // what stays again is told and noted
+    RestoreOverwritten(belongings.overwritten);
     return true;
 }
 
-bool SwapRun::DeleteAdded(const Belongings& belongings)
+void SwapRun::Keep(const std::vector<Path>& relatives)
+{
+    const Keeping keeping = KeepOriginals(session_, relatives);
+    for (const Path& relative : keeping.kept)
+        kept_.push_back(Readable(ToBackslashes(relative)));
+    if (keeping.failed.empty())
+        return;
+    spared_.insert(spared_.end(), keeping.failed.begin(), keeping.failed.end());
+    std::vector<std::string> names;
+    for (const Path& relative : keeping.failed)
+        names.push_back(Readable(ToBackslashes(relative)));
+    TellFailure(session_, GetMsg(Msg::CannotKeepFiles, {Join(names, ", ")}), keeping.failure);
+}
+
+bool SwapRun::IsSpared(const Path& relative) const
+{
+    return std::any_of(spared_.begin(), spared_.end(), [&](const Path& other) {
+        return EqualNames(other.native(), relative.native());
+    });
+}
+
+bool SwapRun::DeleteAdded(const LevelPlace& level, const Belongings& belongings)
 {
     if (belongings.added.empty())
         return true;
     const auto progress =
         session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RemovingPreviousFiles));
+    const auto stays = [&](const OwnedFile& file) {
+        return !session_.preferences.fullBackup && IsSound(file.name);
+    };
+    std::vector<Path> unsafe;
+    {
+        SafeContents safe{session_, level};
+        for (const OwnedFile& file : belongings.added) {
+            const auto relative = SafeRelative(file.name);
+            if (!stays(file) && !safe.Holds(file, *relative))
+                unsafe.push_back(*relative);
+        }
+    }
+    Keep(unsafe);
+    bool deleted = true;
     for (std::size_t i = 0; i < belongings.added.size(); ++i) {
         const OwnedFile& file = belongings.added[i];
         const auto relative = SafeRelative(file.name);
-        if (!session_.preferences.fullBackup && IsSound(file.name)) {
+        if (stays(file)) {
             log_ += LogLine({GetMsg(Msg::LogNotRemovedCompact, {Readable(file.name)})});
             leftAdded_.push_back(file);
+        } else if (IsSpared(*relative)) {
+            leftAdded_.push_back(file); // the next swap tries again to keep it and to take it out
         } else if (const auto status = LogDeleteFile(trle_ / *relative, log_); !status) {
             TellFailure(session_, GetMsg(Msg::CannotDeleteFile) + TextOf(trle_ / *relative),
                         status.Error());
-            leftAdded_.insert(leftAdded_.end(),
-                              belongings.added.begin() + static_cast<std::ptrdiff_t>(i),
-                              belongings.added.end());
-            return false;
+            leftAdded_.push_back(file);
+            deleted = false;
         }
         progress->SetBar(i + 1, belongings.added.size());
         progress->Step();
     }
-    return true;
+    return deleted;
 }
 
 void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
@@ -166,10 +219,22 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
         return;
     const auto progress =
         session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RestoringChangedFiles));
+    std::vector<Path> inTheWay; // a designer's file, or one that came in by another hand
+    for (const std::string& name : names) {
+        const Path relative = *SafeRelative(name);
+        const bool left =
+            std::any_of(leftAdded_.begin(), leftAdded_.end(),
+                        [&](const OwnedFile& file) { return EqualNames(file.name, name); });
+        if (!left && !IsSpared(relative) && FileExists(session_.BackupFolder() / relative))
+            inTheWay.push_back(relative);
+    }
+    Keep(inTheWay);
     std::vector<std::string> failed;
     for (std::size_t i = 0; i < names.size(); ++i) {
         const auto relative = SafeRelative(names[i]);
-        const auto status = RestoreOriginal(session_, *relative);
+        const auto status = IsSpared(*relative)
+                                ? Status{Failure{ErrorCode::Refused, Readable(names[i]), {}}}
+                                : RestoreOriginal(session_, *relative);
         log_ += CopyLine(session_.BackupFolder() / *relative, trle_ / *relative,
                          static_cast<bool>(status), false);
         // What no backup holds stays missing; what it holds is tried again with the next swap.
@@ -177,6 +242,9 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
             leftOverwritten_.push_back(names[i]);
             failed.push_back(Readable(names[i]));
         }
+        if (status) // whatever stood there, the original does now
+            std::erase_if(leftAdded_,
+                          [&](const OwnedFile& file) { return EqualNames(file.name, names[i]); });
         progress->SetBar(i + 1, names.size());
         progress->Step();
     }
@@ -187,19 +255,43 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
 bool SwapRun::BringIn(bool logged)
 {
     journal_.phase = SwapPhase::Coming;
+    if (stateOf_) { // it had to stay; it is in the history and not the coming level's
+        strangers_.clear();
+        for (const Path& file : StateFilesIn(trle_))
+            strangers_.push_back(AsItStands(file.filename().native(), file));
+    }
+    journal_.strangers = strangers_;
     if (const auto status = WriteJournal(session_, journal_); !status) {
         TellFailure(session_, GetMsg(Msg::SwapBroken), status.Error());
         return false;
     }
-    const LevelCode before = stateOf_.value_or(journal_.from);
+    const LevelPlace before =
+        stateOf_.value_or(LevelPlace{journal_.from, Path{journal_.fromStore}.parent_path()});
     stateOf_ = journal_.to;
-    std::vector<std::string> failed;
-    std::vector<std::string> replaced;
-    BringStateIn(session_, journal_.to, before, logged ? &log_ : nullptr, replaced, failed);
-    leftOverwritten_.insert(leftOverwritten_.end(), replaced.begin(), replaced.end());
-    if (!failed.empty())
-        session_.host.Tell(Tone::Warning, GetMsg(Msg::StateNotBrought, {Join(failed, ", ")}));
+    BroughtState brought = BringStateIn(session_, StateStoreOf(session_, journal_.to), comingState_,
+                                        before, logged ? &log_ : nullptr);
+    leftOverwritten_.insert(leftOverwritten_.end(), brought.replaced.begin(),
+                            brought.replaced.end());
+    waiting_ = std::move(brought.waiting);
+    strangers_ = StrangersThere(session_, strangers_);
+    if (!waiting_.empty())
+        session_.host.Tell(Tone::Warning, GetMsg(Msg::StateNotBrought, {Join(waiting_, ", ")}));
     return true;
+}
+
+void SwapRun::KeepTargets(const std::vector<Placement>& placements)
+{
+    const OwnedNames left{leftAdded_};
+    std::vector<Path> unknown;
+    for (const Placement& placement : placements) {
+        const platform::FileFacts facts =
+            platform::FactsOf(ResolvePath(trle_ / placement.relative));
+        const bool known =
+            facts.kind != platform::FileKind::File || left.IsAsPut(placement.target, facts);
+        if (!known && !IsSpared(placement.relative))
+            unknown.push_back(placement.relative);
+    }
+    Keep(unknown);
 }
 
 Status SwapRun::Put(const Placement& placement, bool& overwritten)
@@ -207,28 +299,22 @@ Status SwapRun::Put(const Placement& placement, bool& overwritten)
     const Path target = ResolvePath(trle_ / placement.relative);
     overwritten = FileExists(target);
     const auto put = [&]() -> Status {
+        if (IsSpared(placement.relative))
+            return Failure{ErrorCode::Refused, Readable(placement.target), {}};
         if (auto status = MakeFolders(target.parent_path()); !status)
             return status;
-        const bool known =
-            std::any_of(leftAdded_.begin(), leftAdded_.end(), [&](const OwnedFile& file) {
-                return EqualNames(file.name, placement.target) &&
-                       IsAsListed(file, platform::FactsOf(target));
-            });
-        if (overwritten && !known)
-            if (auto status = KeepOriginal(session_, placement.relative); !status)
-                return status;
         return placement.file.moved ? MoveFileOver(placement.file.path, target)
                                     : CopyFileOver(placement.file.path, target);
     };
     auto status = put();
     log_ += CopyLine(placement.file.path, trle_ / placement.relative, static_cast<bool>(status),
                      overwritten);
-    const platform::FileFacts facts = platform::FactsOf(target);
-    put_.push_back(
-        status ? OwnedFile{placement.target, facts.size, facts.modifiedNs}
-               : OwnedFile{placement.target, placement.file.size, placement.file.modifiedNs});
+    if (status)
+        put_.push_back(AsItStands(placement.target, target));
     if (overwritten)
         overwritten_.push_back(placement.target);
+    if (overwritten && status)
+        replaced_.push_back(placement.target);
     return status;
 }
 
@@ -236,22 +322,27 @@ bool SwapRun::RemoveLanguageFile(const std::string& name)
 {
     const std::string entry = GetMsg(Msg::FragRoot) + name;
     overwritten_.push_back(entry);
-    const auto kept = KeepOriginal(session_, name);
-    return kept && DeleteFile(trle_ / name);
+    Keep({Path{name}});
+    const bool deleted = !IsSpared(name) && DeleteFile(trle_ / name);
+    if (deleted)
+        replaced_.push_back(entry);
+    return deleted;
 }
 
 bool SwapRun::Settle()
 {
     OwnerRecord record;
-    record.owner = stateOf_;
+    SetOwner(session_, record, stateOf_);
     record.added = put_;
-    record.overwritten = overwritten_;
+    record.overwritten = replaced_;
+    record.strangers = strangers_;
+    record.waiting = waiting_;
+    const OwnedNames put{put_};
     for (const OwnedFile& left : leftAdded_)
-        if (std::none_of(put_.begin(), put_.end(),
-                         [&](const OwnedFile& file) { return EqualNames(file.name, left.name); }))
+        if (!put.Has(left.name))
             record.added.push_back(left);
     for (const std::string& left : leftOverwritten_)
-        if (std::find(overwritten_.begin(), overwritten_.end(), left) == overwritten_.end())
+        if (std::find(replaced_.begin(), replaced_.end(), left) == replaced_.end())
             record.overwritten.push_back(left);
     for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio}) {
         const Path folder = ResolvePath(InFolder(trle_, RowText(fragment)));
@@ -264,6 +355,8 @@ bool SwapRun::Settle()
     if (!status)
         TellFailure(session_, GetMsg(Msg::SwapBroken), status.Error());
     begun_ = begun_ && !status;
+    if (!kept_.empty())
+        session_.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {Join(kept_, ", ")}));
     return static_cast<bool>(status);
 }
 

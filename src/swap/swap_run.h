@@ -3,6 +3,7 @@
 #include "archive/storage.h"
 #include "session/session.h"
 #include "swap/marker.h"
+#include "swap/owned_files.h"
 #include "swap/swap_records.h"
 
 namespace kestrova
@@ -20,21 +21,22 @@ struct Placement {
 std::vector<Placement> PlaceFiles(const std::vector<ReadyFile>& files,
                                   std::vector<std::string>& refused);
 
+/// True for a place that a level's file can have. What else a marker names is no level's.
+bool IsLevelPlace(const Path& relative);
+
 /// The installed language file that must go because the level brings another one: its name, empty
 /// when none must. `present` are the `*.dat` files of the folder before the swap's copies.
 std::string LanguageFileToRemove(const std::vector<Path>& present,
                                  const std::vector<Placement>& placements);
 
-/// What the marker and the owner record say the folder holds beside the originals.
+/// What the folder holds beside the originals: by the owner record alone where it counts, otherwise
+/// by the marker.
 struct Belongings {
     std::vector<OwnedFile> added; ///< size and time 0 when only the marker tells
     std::vector<std::string> overwritten;
-    std::vector<std::string> refused; ///< marker entries that reach outside
+    std::vector<std::string> refused; ///< marker entries that no level brings
 };
 Belongings BelongingsOf(const MarkerContent& marker, const std::optional<OwnerRecord>& owner);
-
-/// True when the file is the one that was put there, not one that somebody changed since.
-bool IsAsListed(const OwnedFile& listed, const platform::FileFacts& facts);
 
 /// One swap under way. It keeps the journal in step with the folder: whenever the program ends
 /// between two of its calls, recovery finds what it needs.
@@ -46,11 +48,16 @@ public:
 
     /// What will be installed, known before anything changes.
     void Announce(const std::vector<Placement>& placements);
+    /// Reads what the store of `to` holds; false, with words, when it cannot be read.
+    bool LookIntoStore();
     /// Takes out what stands in the folder. `previous` is the answer for callers that know only
     /// codes. False when the player's files could not be kept: then nothing has changed.
     bool TakeOut(LevelCode& previous);
     /// The saved state of `to` comes in; False, with words, when that could not be noted.
     bool BringIn(bool logged);
+    /// Keeps what stands in the way of the level's files and is safe nowhere else. A target whose
+    /// keeping failed is spared by `Put`.
+    void KeepTargets(const std::vector<Placement>& placements);
     /// Puts one file in place; `overwritten` tells whether the target was there.
     Status Put(const Placement& placement, bool& overwritten);
     /// Deletes the installed language file; it comes back with the replaced ones.
@@ -70,14 +77,24 @@ private:
         Failed, ///< told; the swap goes on over what is there
         Stopped ///< told; nothing has changed
     };
-    StateMove MoveStateOut(LevelCode storeOf, bool marked);
+    /// True when the level that is to come stands there already, with its own state.
+    [[nodiscard]] bool Stands(LevelCode marked) const;
+    [[nodiscard]] LevelPlace StandingPlace(LevelCode marked) const;
+    StateMove MoveStateOut(LevelPlace from, bool marked);
+    StateMove MoveToStore(const LevelPlace& from, const std::vector<Path>& stored, bool marked);
+    void DropStrangers(const LevelPlace& from);
+    void DropLive(const LevelPlace& from, const std::vector<std::string>* copies);
     Status EmptyStore(const Path& store, const std::vector<Path>& going, bool marked);
     Status CopyStateOut(const Path& store, std::vector<std::string>& copies);
     void LogStateMove(const std::vector<std::string>& copies, bool dropped);
     bool TakeOutOriginal(LevelCode& previous);
-    bool KeepLiveState(LevelCode code);
-    bool DeleteAdded(const Belongings& belongings);
+    bool KeepLiveState(const LevelPlace& level);
+    /// False when a file that the level brought is still there.
+    bool DeleteAdded(const LevelPlace& level, const Belongings& belongings);
     void RestoreOverwritten(const std::vector<std::string>& names);
+    /// Keeps files of the folder that are safe nowhere else; the failed ones are told and spared.
+    void Keep(const std::vector<Path>& relatives);
+    [[nodiscard]] bool IsSpared(const Path& relative) const;
     bool Begin();
     bool Abandon(const Failure& failure);
 
@@ -86,12 +103,18 @@ private:
     Path trle_;
     SwapJournal journal_;
     std::optional<OwnerRecord> owner_;
-    std::optional<LevelCode> stateOf_; ///< whose state is in the folder now
+    std::optional<LevelPlace> stateOf_; ///< whose state is in the folder now
     bool begun_ = false;
+    std::vector<Path> comingState_;    ///< what the store of `to` holds
+    std::vector<OwnedFile> strangers_; ///< state of other levels that stays in the folder
+    std::vector<std::string> waiting_; ///< what could not be brought in
     std::vector<OwnedFile> leftAdded_; ///< what a removal left behind
     std::vector<std::string> leftOverwritten_;
     std::vector<OwnedFile> put_;
-    std::vector<std::string> overwritten_;
+    std::vector<std::string> overwritten_; ///< as the marker lists them
+    std::vector<std::string> replaced_;    ///< those that were really replaced
+    std::vector<Path> spared_;             ///< could not be kept, so they stay
+    std::vector<std::string> kept_;        ///< told at the end
 };
 
 /// An original back from the backup, in the backup's spelling, without the read-only bit.

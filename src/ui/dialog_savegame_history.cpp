@@ -2,12 +2,14 @@
 
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
+#include "ui/originals_page.h"
 #include "ui/qt_text.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -53,12 +55,22 @@ SavegameHistoryDialog::SavegameHistoryDialog(Session& session, LevelCode code, Q
     connect(list_, &QTreeWidget::currentItemChanged, this,
             [this](const QTreeWidgetItem* item) { bringBack_->setEnabled(item != nullptr); });
 
+    auto* savegames = new QWidget(this);
+    auto* page = new QVBoxLayout(savegames);
+    page->addWidget(words);
+    page->addWidget(list_, 1);
+    auto* actions = new QHBoxLayout;
+    actions->addStretch();
+    actions->addWidget(bringBack_);
+    page->addLayout(actions);
+    auto* tabs = new QTabWidget(this);
+    tabs->setObjectName(QStringLiteral("Tabs_History"));
+    tabs->addTab(savegames, Words(Msg::SavegamesTab));
+    tabs->addTab(new OriginalsPage(session, tabs), Words(Msg::OriginalsTab));
     auto* column = new QVBoxLayout(this);
-    column->addWidget(words);
-    column->addWidget(list_, 1);
+    column->addWidget(tabs, 1);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
-    buttons->addWidget(bringBack_);
     buttons->addWidget(close);
     column->addLayout(buttons);
     SetCaptions(*this);

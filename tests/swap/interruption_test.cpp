@@ -29,6 +29,21 @@ void PlayFirst(SwapWorld& world)
     world.PlayFirst();
 }
 
+/// A designer compiled the level anew, in both folders that hold files of a level.
+void PlayFirstAndWorkOnIt(SwapWorld& world)
+{
+    world.PlayFirst();
+    world.Write("trle/DATA/first.TR4", "my own level");
+    world.Write("trle/Script.dat", "my own script");
+}
+
+/// A level stands there, and another archive is loaded whose levels have the same codes.
+void PlayFirstOfAnotherArchive(SwapWorld& world)
+{
+    world.PlayFirst();
+    world.ExchangeArchive();
+}
+
 bool FullRestore(SwapWorld& world)
 {
     const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
@@ -47,6 +62,10 @@ const Work works[] = {
          return RemovePreviousLevel(w.session, -1, log) == w.first;
      }},
     {"FullRestore", PlayFirst, FullRestore},
+    {"OwnWorkIsKept", PlayFirstAndWorkOnIt,
+     [](SwapWorld& w) { return InstallLevel(w.session, w.second); }},
+    {"AnotherArchivesLevel", PlayFirstOfAnotherArchive,
+     [](SwapWorld& w) { return InstallLevel(w.session, w.first); }},
 };
 
 /// The next start of the program: everything is mended, and nothing of the player is lost, neither

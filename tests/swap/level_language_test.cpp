@@ -209,6 +209,7 @@ void ExpectMendable(LanguageWorld& world, const Files& original, const std::stri
         (files.contains("English.dat.bak") && files.at("English.dat.bak") == "english texts") ||
         (files.contains("English.dat") && files.at("English.dat") == "english texts");
     EXPECT_TRUE(kept) << where;
+    EXPECT_TRUE(files.contains("English.dat")) << "no language at all, " << where;
     EXPECT_EQ(files.at("script.dat"), "level script") << where;
     if (files.contains("English.dat.bak")) {
         EXPECT_TRUE(world.Change(LanguageChange::Original)) << where << world.host.AllTold();

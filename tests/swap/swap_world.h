@@ -51,7 +51,29 @@ public:
         Write("trle/shot4.bmp", "first big shot");
     }
 
-    /// Every content of a player's file that the sandbox holds anywhere.
+    /// From now on another archive is the loaded one, whose levels have the same codes; then the
+    /// first one again.
+    void ExchangeArchive()
+    {
+        std::swap(session.archive.header.secondaryFolder, otherFolder_);
+        std::swap(session.archive.levels, otherLevels_);
+        if (!otherLevels_.empty() && session.archive.levels.empty()) {
+            session.archive.header.secondaryFolder = (root / "other").native();
+            session.archive.levels = otherLevels_;
+            for (LevelRecord& level : session.archive.levels)
+                level.levelName += " of the other archive";
+            for (const char* name : {"other/LEVEL_0001", "other/LEVEL_0002"})
+                for (const char* part : {"savegames", "backup_savegames", "files", "screenshots"})
+                    std::filesystem::create_directories(root / name / part);
+            Write("other/LEVEL_0001/files/other.tr4", "other level");
+            Write("other/LEVEL_0001/files/script.dat", "other script");
+            Write("other/LEVEL_0002/files/more.tr4", "one more level");
+            Write("other/LEVEL_0001/backup_savegames/savegame.2", SavegameBytes("Other", 11));
+        }
+    }
+
+    /// Every content of a player's file that the sandbox holds anywhere, and all that a test wrote
+    /// as "my own" work.
     [[nodiscard]] std::set<std::string> Treasures() const
     {
         std::set<std::string> contents;
@@ -59,7 +81,7 @@ public:
             if (file.find("savegame.") != std::string::npos ||
                 file.find("/note") != std::string::npos ||
                 file.find("/shot") != std::string::npos ||
-                file.find("history/content") != std::string::npos)
+                file.find("history/content") != std::string::npos || content.starts_with("my own"))
                 contents.insert(content);
         return contents;
     }
@@ -84,6 +106,10 @@ public:
         EXPECT_EQ(Configuration(), Snapshot("home/backup_trle"));
         EXPECT_EQ(CurrentLevelCode(session), originalCode);
     }
+
+private:
+    std::string otherFolder_;
+    std::vector<LevelRecord> otherLevels_;
 };
 
 } // namespace kestrova::testing

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QListWidget>
+#include <QTabWidget>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -98,8 +99,16 @@ TEST(SavegameWindows, TheMenuMovesAndTheHistoryBringsBack)
     world.Trigger("mnu_RestoreSavegames");
     EXPECT_EQ(world.box.Read("levels/LEVEL_0001/backup_savegames/savegame.0"),
               SavegameBytes("Caves", 4));
+    world.box.Write("home/history/originals/data/mine.tr4", "my own level");
     world.WithDialog("mnu_SavegameHistory", [&](QWidget& dialog) {
         EXPECT_EQ(CaptionFaults(dialog), QStringList{});
+        auto& kept = *dialog.findChild<QTreeWidget*>(QStringLiteral("List_Originals"));
+        ASSERT_EQ(kept.topLevelItemCount(), 1);
+        EXPECT_EQ(kept.topLevelItem(0)->text(1), "\\data\\mine.tr4");
+        dialog.findChild<QTabWidget*>(QStringLiteral("Tabs_History"))->setCurrentIndex(1);
+        Press(dialog, "Pul_BringOriginalBack");
+        EXPECT_EQ(world.box.Read("trle/DATA/mine.tr4"), "my own level");
+        dialog.findChild<QTabWidget*>(QStringLiteral("Tabs_History"))->setCurrentIndex(0);
         auto& rows = *dialog.findChild<QTreeWidget*>(QStringLiteral("List_History"));
         ASSERT_EQ(rows.topLevelItemCount(), 1) << "what was live before the restore";
         EXPECT_EQ(rows.topLevelItem(0)->text(3), "Temple");

@@ -1,0 +1,107 @@
+#include "swap/owned_files.h"
+
+#include "archive/storage.h"
+#include "catalogue/message.h"
+#include "swap/level_files.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Some disks keep times in steps of up to two seconds; their times are whole seconds.
+constexpr std::int64_t timeStepNs = 2'000'000'000;
+constexpr std::int64_t secondNs = 1'000'000'000;
+
+} // namespace
+
+OwnedFile AsItStands(std::string name, const Path& file)
+{
+    const platform::FileFacts facts = platform::FactsOf(file);
+    return {std::move(name), facts.size, facts.modifiedNs, facts.changedNs, facts.inode};
+}
+
+bool IsAsListed(const OwnedFile& listed, const platform::FileFacts& facts)
+{
+    const std::int64_t apart = facts.modifiedNs - listed.modifiedNs;
+    const bool coarse = facts.modifiedNs % secondNs == 0;
+    return facts.kind == platform::FileKind::File && facts.size == listed.size &&
+           (apart == 0 || (coarse && apart < timeStepNs && apart > -timeStepNs));
+}
+
+bool IsAsPut(const OwnedFile& listed, const platform::FileFacts& facts)
+{
+    return IsAsListed(listed, facts) &&
+           (listed.changedNs == 0 ||
+            (listed.changedNs == facts.changedNs && listed.inode == facts.inode));
+}
+
+OwnedNames::OwnedNames(const std::vector<OwnedFile>& files)
+{
+    for (const OwnedFile& file : files)
+        files_.emplace(FoldCase(file.name), file);
+}
+
+bool OwnedNames::Has(const std::string& name) const
+{
+    return files_.contains(FoldCase(name));
+}
+
+bool OwnedNames::IsAsPut(const std::string& name, const platform::FileFacts& facts) const
+{
+    const auto [first, last] = files_.equal_range(FoldCase(name));
+    return std::any_of(first, last,
+                       [&](const auto& entry) { return kestrova::IsAsPut(entry.second, facts); });
+}
+
+/// The level's files as the game has them, expanded where they are stored compressed.
+struct SafeContents::Stored {
+    explicit Stored(const Path& folder) : staging(folder) {}
+    StagingFolder staging;
+    std::vector<Placement> files;
+};
+
+SafeContents::SafeContents(Session& session, LevelPlace level)
+    : session_(session), level_(std::move(level))
+{
+}
+
+SafeContents::~SafeContents() = default;
+
+bool SafeContents::Holds(const OwnedFile& listed, const Path& relative)
+{
+    const Path place = ResolvePath(session_.TrleFolder() / relative);
+    const platform::FileFacts facts = platform::FactsOf(place);
+    if (facts.kind != platform::FileKind::File)
+        return true; // nothing that a deletion could lose
+    return IsAsPut(listed, facts) ||
+           SameContent(place, ResolvePath(session_.BackupFolder() / relative)) ||
+           LevelHolds(relative);
+}
+
+bool SafeContents::LevelHolds(const Path& relative)
+{
+    if (level_.code <= originalCode)
+        return false;
+    if (!stored_) {
+        stored_ =
+            std::make_unique<Stored>(InFolder(session_.programFolder, RowText(Msg::DirVerify)));
+        const Path source = InFolder(HomeOf(session_, level_), RowText(Msg::DirFiles));
+        std::vector<std::string> refused;
+        // A level that cannot be read proves nothing: then the file is kept.
+        if (FolderExists(source))
+            if (const auto ready =
+                    ReadyLevelFiles(session_, source, stored_->staging.Folder(), true, nullptr))
+                stored_->files = PlaceFiles(*ready, refused);
+    }
+    return std::any_of(
+        stored_->files.begin(), stored_->files.end(), [&](const Placement& placement) {
+            return EqualNames(placement.relative.native(), relative.native()) &&
+                   SameContent(placement.file.path, session_.TrleFolder() / relative);
+        });
+}
+
+} // namespace kestrova

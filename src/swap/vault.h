@@ -1,0 +1,38 @@
+#pragma once
+
+#include "session/session.h"
+
+/// The vault `history/originals`: files of the Level Editor's folder that were about to be replaced
+/// or deleted and whose content nothing else holds, originals that no backup has and what a
+/// designer compiled over a level's file. `history/originals.jsonl` lists them, newest last.
+namespace kestrova
+{
+
+struct KeptFile {
+    std::string id;   ///< short and unique in the vault
+    std::string file; ///< where it stood: `\data\level1.tr4`
+    Path content;     ///< where it lies now
+    std::uint64_t size = 0;
+    std::int64_t modifiedNs = 0;
+    std::int64_t keptNs = 0;
+    std::string folder; ///< the Level Editor's folder; empty for what older versions kept
+};
+
+/// What became of files that were to be kept.
+struct Keeping {
+    std::vector<Path> kept;   ///< newly kept
+    std::vector<Path> failed; ///< stand where they are and must stay there
+    Failure failure;          ///< the first
+};
+/// Keeps files of the Level Editor's folder, read back and flushed. Passed over: what is no file,
+/// what the backup holds, what the vault holds already.
+Keeping KeepOriginals(Session& session, const std::vector<Path>& relatives);
+/// The same for one file.
+Status KeepOriginal(Session& session, const Path& relative);
+
+/// All that is kept, oldest first.
+Result<std::vector<KeptFile>> KeptFiles(const Session& session);
+/// Copies a kept file back to where it stood; what stands there now is kept first. The path it got.
+Result<Path> BringOriginalBack(Session& session, const std::string& id);
+
+} // namespace kestrova

@@ -1,0 +1,332 @@
+// Whose is what in the Level Editor's folder: the level's, the original's, the player's, and that
+// of a level of another archive.
+#include "support/faults.h"
+#include "swap/history.h"
+#include "swap/install.h"
+#include "swap/recovery.h"
+#include "swap/swap_notes.h"
+#include "swap/swap_plan.h"
+#include "swap/vault.h"
+#include "swap_world.h"
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using platform::FileAction;
+
+std::vector<KeptFile> Kept(const Session& session)
+{
+    auto files = KeptFiles(session);
+    EXPECT_TRUE(files);
+    return files ? std::move(*files) : std::vector<KeptFile>{};
+}
+
+} // namespace
+
+TEST(Names, OutOfADownloadEndNoListAndDeleteNothing)
+{
+    for (const bool noted : {true, false}) {
+        SwapWorld world;
+        const LevelCode code = world.AddLevel("Hero #COPIED_FILES=\\tomb4.exe",
+                                              {{"x|tomb4.exe|.tr4", "evil"}, {"good.tr4", "good"}});
+        world.session.archive.levels.back().levelName += "\r\n#COPIED_FILES=\\Script.dat#\r\n";
+        ASSERT_TRUE(InstallLevel(world.session, code)) << world.host.AllTold();
+        EXPECT_TRUE(world.host.WasTold("x|tomb4.exe|.tr4")); // no marker can hold it
+        if (!noted)
+            fs::remove(world / "home/swap/owner");
+        ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+        world.ExpectOriginal();
+    }
+    EXPECT_EQ(ListableName("x|tomb4.exe|\n.tr4"), "x_tomb4.exe__.tr4");
+
+    // A stranger's marker names what no level brings.
+    SwapWorld world;
+    world.Write("trle/Kestrva.txt", "#LEVEL_CODE=0001#\r\n#OVERWROTEN_FILES=#\r\n"
+                                    "#COPIED_FILES=\\tomb4.exe|\\script\\script.txt#\r\n");
+    ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    EXPECT_TRUE(world.host.WasTold("tomb4.exe"));
+    world.ExpectOriginal();
+}
+
+TEST(PlayersNames, CountInTheRootAlone)
+{
+    SwapWorld world;
+    world.Write("trle/Audio/shotgun.wav", "original shotgun");
+    world.Write("home/backup_trle/Audio/shotgun.wav", "original shotgun");
+    const LevelCode code = world.AddLevel(
+        "Shots", {{"shot_in_the_dark.tr4", "level"}, {"note1.wav", "n"}, {"shotgun.wav", "loud"}});
+    ASSERT_TRUE(InstallLevel(world.session, code));
+    EXPECT_EQ(world.Read("trle/Audio/shotgun.wav"), "loud");
+    ASSERT_TRUE(InstallLevel(world.session, originalCode));
+    world.ExpectOriginal();
+    // A killed swap is mended the same way.
+    for (int step = 20;; step += 7) {
+        const KillRun run = WithKillAt(step, [&] { return InstallLevel(world.session, code); });
+        if (!run.killed)
+            break;
+        ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+        SCOPED_TRACE(step);
+        world.ExpectOriginal();
+    }
+}
+
+TEST(OwnWork, OverALevelsFileIsKeptListedAndBroughtBack)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    const Path file = world / "trle/DATA/first.TR4";
+    const auto time = fs::last_write_time(file);
+    world.Write("trle/DATA/first.TR4", "MINE  level"); // of the same length
+    fs::last_write_time(file, time);                   // and of the same time
+    world.Write("trle/Script.dat", "my own script");
+    ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    EXPECT_TRUE(world.host.WasTold("\\data\\first.TR4")) << world.host.AllTold();
+    EXPECT_TRUE(world.host.WasTold("history originals"));
+    EXPECT_FALSE(world.Has("trle/DATA/first.TR4"));
+    EXPECT_EQ(world.Read("trle/Script.dat"), "second script");
+    auto kept = Kept(world.session);
+    ASSERT_EQ(kept.size(), 2U);
+    EXPECT_EQ(Readable(kept[1].file), "\\data\\first.TR4");
+
+    world.host.told.clear();
+    const auto back = BringOriginalBack(world.session, kept[1].id);
+    ASSERT_TRUE(back);
+    EXPECT_EQ(world.Read("trle/DATA/first.TR4"), "MINE  level");
+    // It is nobody's but the player's now, and a level's file of that name asks for its place.
+    ASSERT_TRUE(InstallLevel(world.session, world.first)) << world.host.AllTold();
+    EXPECT_EQ(world.Read("trle/DATA/first.TR4"), "first level");
+    ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    world.ExpectOriginal();
+    EXPECT_EQ(Kept(world.session).size(), 2U); // one content is kept once
+    EXPECT_FALSE(BringOriginalBack(world.session, "o-99"));
+}
+
+TEST(OwnWork, ThatCannotBeKeptStaysWhereItIs)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    world.Write("trle/DATA/first.TR4", "compiled anew");
+    world.Write("trle/DATA/second.tr4", "my second");
+    world.Write("home/history/originals", "no folder can be made here");
+    EXPECT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    EXPECT_TRUE(world.host.WasTold("first.TR4")) << world.host.AllTold();
+    for (const LevelCode code : {originalCode, world.first, originalCode}) {
+        EXPECT_TRUE(InstallLevel(world.session, code)) << world.host.AllTold();
+        EXPECT_EQ(world.Read("trle/DATA/first.TR4"), "compiled anew");
+        EXPECT_EQ(world.Read("trle/DATA/second.tr4"), "my second");
+    }
+    // As soon as there is a place they give way to a level, and no sooner.
+    fs::remove(world / "home/history/originals");
+    EXPECT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    EXPECT_EQ(world.Read("trle/DATA/second.tr4"), "second level");
+    EXPECT_EQ(world.Read("home/history/originals/data/second.tr4"), "my second");
+}
+
+TEST(MarkerAlone, TakesOutWhatTheArchiveHasAndKeepsTheRest)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    fs::remove(world / "home/swap/owner");
+    world.host.told.clear();
+    ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    EXPECT_TRUE(world.host.told.empty()) << world.host.AllTold();
+    EXPECT_TRUE(Kept(world.session).empty());
+    fs::remove(world / "home/swap/owner");
+    world.Write("trle/DATA/second.tr4", "compiled anew");
+    ASSERT_TRUE(InstallLevel(world.session, originalCode));
+    ASSERT_EQ(Kept(world.session).size(), 1U);
+    world.ExpectOriginal();
+}
+
+TEST(TwoArchives, UsedByTurnsKeepTheirOwnSavegames)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    const auto treasures = world.Treasures();
+    world.ExchangeArchive();
+    EXPECT_EQ(CurrentLevelCode(world.session), foreignLevel);
+    EXPECT_EQ(LiveStateFolder(world.session, 1), world / "other/LEVEL_0001/backup_savegames");
+    const auto differences = VerifyFolder(world.session);
+    ASSERT_TRUE(differences);
+    EXPECT_TRUE(differences->empty()) << differences->front().file;
+
+    // The same code, and another level: it is not the one that stands there.
+    ASSERT_TRUE(InstallLevel(world.session, 1)) << world.host.AllTold();
+    EXPECT_EQ(world.Read("trle/DATA/other.tr4"), "other level");
+    EXPECT_EQ(world.Read("trle/savegame.2"), SavegameBytes("Other", 11));
+    EXPECT_FALSE(world.Has("trle/savegame.4"));
+    EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/savegame.4"),
+              SavegameBytes("First new", 8));
+    EXPECT_FALSE(world.Has("other/LEVEL_0001/backup_savegames/savegame.4"));
+    EXPECT_TRUE(HistoryOf(world.session, 1).empty()); // the other's older savegame is not ours
+    EXPECT_EQ(CurrentLevelCode(world.session), 1);
+
+    world.ExchangeArchive();
+    EXPECT_EQ(CurrentLevelCode(world.session), foreignLevel);
+    EXPECT_EQ(HistoryOf(world.session, 1).size(), 1U);
+    world.Write("trle/savegame.2", SavegameBytes("Other later", 12));
+    ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    EXPECT_EQ(world.Read("other/LEVEL_0001/backup_savegames/savegame.2"),
+              SavegameBytes("Other later", 12));
+    world.ExpectNothingLost(treasures);
+    EXPECT_TRUE(world.host.told.empty()) << world.host.AllTold();
+    world.ExpectOriginal();
+}
+
+TEST(TwoArchives, AnArchiveThatWasMovedIsTheSameOne)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    fs::rename(world / "levels", world / "moved");
+    world.session.archive.header.secondaryFolder = (world / "moved").native();
+    EXPECT_TRUE(LevelStands(world.session, world.first));
+    fs::copy(world / "moved", world / "copied", fs::copy_options::recursive);
+    fs::remove_all(world / "moved");
+    world.session.archive.header.secondaryFolder = (world / "copied").native();
+    EXPECT_TRUE(LevelStands(world.session, world.first));
+    ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    EXPECT_EQ(world.Read("copied/LEVEL_0001/backup_savegames/savegame.4"),
+              SavegameBytes("First new", 8));
+}
+
+TEST(OwnerRecords, OfEarlierVersionsAreStillRead)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    const auto record = OwnerThatCounts(world.session);
+    ASSERT_TRUE(record);
+    world.Write("home/swap/owner",
+                "{\"folder\":[{\"path\":\"" + record->folder.path +
+                    "\",\"device\":" + std::to_string(record->folder.device) + ",\"inode\":" +
+                    std::to_string(record->folder.inode) + "}],\"marker\":\"" + record->marker +
+                    "\",\"owner\":1,\"added\":[{\"name\":\"\\\\data\\\\first.TR4\",\"size\":11,"
+                    "\"time\":" +
+                    std::to_string(record->added[3].modifiedNs) +
+                    "}],\"overwritten\":[],\"boot\":\"boot-1\"}");
+    ASSERT_TRUE(OwnerThatCounts(world.session));
+    EXPECT_TRUE(LevelStands(world.session, world.first));
+    ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    EXPECT_FALSE(world.Has("trle/DATA/first.TR4"));
+    EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/savegame.4"),
+              SavegameBytes("First new", 8));
+}
+
+TEST(StateThatStays, IsNotTheNextLevels)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    {
+        const FailingCalls immutable{FileAction::Unlink, "trle/savegame.4", -1,
+                                     std::errc::operation_not_permitted};
+        ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+        EXPECT_TRUE(world.host.WasTold("savegame.4")) << world.host.AllTold();
+        EXPECT_TRUE(world.Has("trle/savegame.4"));
+        world.Write("trle/savegame.5", SavegameBytes("Second later", 12));
+        ASSERT_TRUE(InstallLevel(world.session, world.first)) << world.host.AllTold();
+        EXPECT_FALSE(world.Has("levels/LEVEL_0002/backup_savegames/savegame.4"));
+        ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    }
+    ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    EXPECT_FALSE(world.Has("trle/savegame.4"));
+    EXPECT_FALSE(world.Has("levels/LEVEL_0002/backup_savegames/savegame.4"));
+    EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/savegame.4"),
+              SavegameBytes("First new", 8));
+    EXPECT_EQ(world.Read("levels/LEVEL_0002/backup_savegames/savegame.5"),
+              SavegameBytes("Second later", 12));
+    world.ExpectOriginal();
+}
+
+TEST(StateThatStays, AfterAFailureOfAMomentIsNotTheNextLevelsEither)
+{
+    for (const bool reading : {true, false})
+        for (int step = 1;; ++step) {
+            ASSERT_LT(step, 1000);
+            SwapWorld world;
+            world.host.AnswerAll(true);
+            world.PlayFirst();
+            const auto treasures = world.Treasures();
+            const auto work = [&] { return InstallLevel(world.session, world.second); };
+            const FaultRun run = reading ? WithReadFaultAt(step, work) : WithFaultAt(step, work);
+            if (run.call.starts_with("list"))
+                continue;
+            SCOPED_TRACE(std::string{reading ? "reading" : "changing"} + " failed at step " +
+                         std::to_string(step) + ": " + run.call);
+            Session fresh = world.Reopened();
+            ASSERT_TRUE(RecoverInterruptedWork(fresh)) << world.host.AllTold();
+            ASSERT_TRUE(InstallLevel(fresh, world.second)) << world.host.AllTold();
+            world.Write("trle/savegame.9", SavegameBytes("Second later", 12));
+            ASSERT_TRUE(InstallLevel(fresh, originalCode)) << world.host.AllTold();
+            world.ExpectNothingLost(treasures);
+            world.ExpectOriginal();
+            const std::map<std::string, std::string> seconds = {
+                {"savegame.1", SavegameBytes("Second", 7)},
+                {"savegame.9", SavegameBytes("Second later", 12)}};
+            EXPECT_EQ(world.Snapshot("levels/LEVEL_0002/backup_savegames"), seconds);
+            EXPECT_EQ(world.Read("trle/savegame.12"), SavegameBytes("Original late", 9));
+            if (!run.reached || HasFailure())
+                break;
+        }
+}
+
+TEST(StateThatDidNotComeIn, WaitsInItsStore)
+{
+    SwapWorld world;
+    world.Write("levels/LEVEL_0002/backup_savegames/savegame.3", SavegameBytes("Slow", 4));
+    {
+        const FailingCalls full{FileAction::Rename, "trle/savegame.3", -1};
+        ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    }
+    EXPECT_TRUE(world.host.WasTold("savegame.3")) << world.host.AllTold();
+    ASSERT_FALSE(world.Has("trle/savegame.3"));
+    world.Write("trle/savegame.1", SavegameBytes("Second later", 8));
+    ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    EXPECT_EQ(world.Read("levels/LEVEL_0002/backup_savegames/savegame.3"),
+              SavegameBytes("Slow", 4));
+    ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    EXPECT_EQ(world.Read("trle/savegame.3"), SavegameBytes("Slow", 4));
+}
+
+TEST(OneFileThatCannotGo, KeepsNothingElseFromComingBack)
+{
+    const auto immutable = [] {
+        return std::make_unique<FailingCalls>(FileAction::Unlink, "DATA/first.TR4", -1,
+                                              std::errc::operation_not_permitted);
+    };
+    SwapWorld world;
+    world.PlayFirst();
+    {
+        const auto held = immutable();
+        EXPECT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+        EXPECT_TRUE(world.host.WasTold("I cann't delete file: ")) << world.host.AllTold();
+        EXPECT_EQ(world.Read("trle/Script.dat"), "original script");
+        EXPECT_EQ(world.Read("trle/DATA/Title.tr4"), "original title");
+        EXPECT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+        EXPECT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    }
+    EXPECT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    world.ExpectOriginal();
+
+    // Nor does any command refuse when a swap was killed with such a file in its way.
+    for (int step = 10;; step += 5) {
+        SwapWorld killed;
+        killed.PlayFirst();
+        const auto treasures = killed.Treasures();
+        if (!WithKillAt(step, [&] { return InstallLevel(killed.session, killed.second); }).killed)
+            break;
+        SCOPED_TRACE(step);
+        {
+            const auto held = immutable();
+            ASSERT_TRUE(RecoverInterruptedWork(killed.session)) << killed.host.AllTold();
+            ASSERT_TRUE(InstallLevel(killed.session, killed.second)) << killed.host.AllTold();
+        }
+        ASSERT_TRUE(InstallLevel(killed.session, originalCode)) << killed.host.AllTold();
+        killed.ExpectOriginal();
+        killed.ExpectNothingLost(treasures);
+    }
+}
+
+} // namespace kestrova::testing
