@@ -1,5 +1,7 @@
 #include "pictures/jpeg.h"
 
+#include "pictures/jpeg_reader.h"
+
 #include <memory>
 #include <turbojpeg.h>
 
@@ -44,31 +46,19 @@ void FromPrintColours(const std::vector<std::uint8_t>& cmyk, std::vector<std::ui
 
 Result<Picture> DecodeJpeg(std::string_view bytes)
 {
-    const Codec codec{tjInitDecompress()};
-    if (!codec)
-        return NoMemory();
-    const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
-    const auto size = static_cast<unsigned long>(bytes.size());
-    int width = 0;
-    int height = 0;
-    int sampling = 0;
-    int colours = 0;
-    if (tjDecompressHeader3(codec.get(), data, size, &width, &height, &sampling, &colours) != 0 &&
-        tjGetErrorCode(codec.get()) != TJERR_WARNING)
+    JpegReader reader;
+    if (!reader.ReadHeader(bytes))
         return Damaged();
-    if (!IsPictureSize(width, height))
+    Picture picture{reader.Width(), reader.Height(), {}};
+    if (!IsPictureSize(picture.width, picture.height))
         return MakeFailure(ErrorCode::Refused, {});
-
-    Picture picture{width, height, {}};
-    const std::size_t pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    const std::size_t pixels =
+        static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height);
     picture.rgb.resize(pixels * 3);
-    const bool print = colours == TJCS_CMYK || colours == TJCS_YCCK;
+    const bool print = reader.HasPrintColours();
     std::vector<std::uint8_t> cmyk(print ? pixels * 4 : 0);
-    const int failed =
-        tjDecompress2(codec.get(), data, size, print ? cmyk.data() : picture.rgb.data(), width, 0,
-                      height, print ? TJPF_CMYK : TJPF_RGB,
-                      TJFLAG_LIMITSCANS); // a small file with thousands of scans takes minutes
-    if (failed != 0 && (tjGetErrorCode(codec.get()) != TJERR_WARNING || !HasItsEnd(bytes)))
+    const bool read = reader.ReadPixels(print ? cmyk : picture.rgb);
+    if (!read || (reader.Warned() && !HasItsEnd(bytes)))
         return Damaged();
     if (print)
         FromPrintColours(cmyk, picture.rgb);

@@ -3,9 +3,11 @@
 #include "pictures/jpeg.h"
 #include "support/sandbox.h"
 
+#include <cstdio> // wanted by the header of the jpeg library
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <jpeglib.h>
 #include <turbojpeg.h>
 
 namespace kestrova
@@ -72,6 +74,80 @@ TEST(Jpeg, GreyAndPrintColoursBecomeRgb)
         for (const std::uint8_t part : picture->rgb)
             EXPECT_NEAR(part, expected, 2);
     }
+}
+
+/// With so many samples of brightness for one of colour, across and down.
+std::string SampledJpeg(const Picture& picture, int across, int down, bool progressive)
+{
+    jpeg_compress_struct writer{};
+    jpeg_error_mgr errors{};
+    writer.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&writer);
+    unsigned char* out = nullptr;
+    unsigned long size = 0;
+    jpeg_mem_dest(&writer, &out, &size);
+    writer.image_width = static_cast<JDIMENSION>(picture.width);
+    writer.image_height = static_cast<JDIMENSION>(picture.height);
+    writer.input_components = 3;
+    writer.in_color_space = JCS_RGB;
+    jpeg_set_defaults(&writer);
+    jpeg_set_quality(&writer, 95, TRUE);
+    writer.comp_info[0].h_samp_factor = across;
+    writer.comp_info[0].v_samp_factor = down;
+    // More than ten blocks together must stand in a scan for each colour.
+    constexpr int mostBlocks = 10;
+    std::vector<jpeg_scan_info> scans;
+    for (int part = 0; part < 3; ++part)
+        scans.push_back({1, {part}, 0, 63, 0, 0});
+    if (across * down + 2 > mostBlocks) {
+        writer.scan_info = scans.data();
+        writer.num_scans = static_cast<int>(scans.size());
+    } else if (progressive) {
+        jpeg_simple_progression(&writer);
+    }
+    jpeg_start_compress(&writer, TRUE);
+    std::vector<std::uint8_t> pixels = picture.rgb;
+    for (std::size_t row = pixels.size() / static_cast<std::size_t>(picture.height), y = 0;
+         y * row < pixels.size(); ++y) {
+        JSAMPROW line = &pixels[y * row];
+        jpeg_write_scanlines(&writer, &line, 1);
+    }
+    jpeg_finish_compress(&writer);
+    std::string bytes{reinterpret_cast<char*>(out), size};
+    jpeg_destroy_compress(&writer);
+    std::free(out);
+    return bytes;
+}
+
+TEST(Jpeg, EverySamplingOfColoursIsRead)
+{
+    Picture picture{97, 61, {}};
+    for (int y = 0; y < picture.height; ++y)
+        for (int x = 0; x < picture.width; ++x)
+            for (const int part : {x * 2, y * 4, 90})
+                picture.rgb.push_back(static_cast<std::uint8_t>(part));
+    for (const auto& [across, down] : {std::pair{1, 1},
+                                       {2, 1},
+                                       {2, 2},
+                                       {1, 2},
+                                       {4, 1},
+                                       {1, 4},
+                                       {4, 2},
+                                       {4, 4},
+                                       {3, 1},
+                                       {1, 3},
+                                       {3, 3},
+                                       {2, 4}})
+        for (const bool progressive : {false, true}) {
+            SCOPED_TRACE(std::to_string(across) + "x" + std::to_string(down));
+            const std::string bytes = SampledJpeg(picture, across, down, progressive);
+            const auto back = DecodePicture(bytes);
+            ASSERT_TRUE(back);
+            ASSERT_EQ(back->width, picture.width);
+            ASSERT_EQ(back->height, picture.height);
+            EXPECT_LT(MeanDifference(picture, *back), 4.0);
+            EXPECT_FALSE(DecodePicture(std::string_view{bytes}.substr(0, bytes.size() / 2)));
+        }
 }
 
 TEST(Jpeg, AVastPictureIsRefusedBeforeMemoryIsTaken)
