@@ -42,6 +42,7 @@ std::string AudioTool::Extension() const
 bool AudioTool::Open()
 {
     Status status;
+    origins_.clear();
     if (FolderExists(work_))
         status = RemoveTree(work_);
     if (status)
@@ -98,6 +99,8 @@ bool AudioTool::Take(const std::vector<Path>& files)
         const auto status = CopyFileOver(files[i], place, options);
         progress->SetBar(i + 1, files.size());
         all = bool{status};
+        if (status)
+            origins_.push_back(files[i]);
         if (!status && status.Error().code != ErrorCode::Stopped)
             TellFailure(session_, GetMsg(Msg::ErrorGathering, {TextOf(files[i])}), status.Error());
     }
@@ -195,6 +198,7 @@ bool AudioTool::Convert(AudioKind kind)
     for (const Row& row : rows_)
         files.push_back(work_ / row.name);
     AudioBatch batch{session_, files, target_, kind};
+    batch.Protect(origins_);
     if (!batch.Run()) {
         session_.host.Tell(Tone::Error, GetMsg(Msg::FailedConversion) + batch.StatusText());
         Refresh();

@@ -58,6 +58,7 @@ private:
     Path work_;
     Path target_;
     std::vector<Row> rows_;
+    std::vector<Path> origins_; ///< where what was gathered came from
     double size_ = 0;
 };
 

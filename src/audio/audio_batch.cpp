@@ -67,7 +67,7 @@ bool AudioBatch::Run()
     const Operation operation{session_};
     window_ = session_.host.BeginProgress(ProgressWindow::Audio, status_);
     window_->AllowStop();
-    const bool done = LookAtAll() && ConvertAll();
+    const bool done = LookAtAll() && !RefuseToReplace() && ConvertAll();
     if (done)
         status_ = GetMsg(Msg::AudioTerminated);
     window_->SetLabel(status_);
@@ -97,6 +97,40 @@ bool AudioBatch::LookAtAll()
         steps_ += static_cast<std::uint64_t>(plans_[i].steps);
     }
     return true;
+}
+
+/// Told, when a result would take the place of a file that is protected.
+bool AudioBatch::RefuseToReplace()
+{
+    const auto isSame = [](const platform::FileFacts& a, const platform::FileFacts& b) {
+        return a.kind != platform::FileKind::Missing && a.device == b.device && a.inode == b.inode;
+    };
+    std::vector<platform::FileFacts> originals;
+    for (const Path& file : originals_)
+        originals.push_back(platform::FactsOf(ResolvePath(file)));
+    for (std::size_t i = 0; i < files_.size() && !originals.empty(); ++i) {
+        if (plans_[i].mode == 0 && !plans_[i].mp3)
+            continue; // it stays what it is
+        const platform::FileFacts place =
+            platform::FactsOf(ResolvePath(target_.folder / ResultName(i)));
+        const auto own = std::find_if(originals.begin(), originals.end(),
+                                      [&](const auto& facts) { return isSame(place, facts); });
+        if (own == originals.end())
+            continue;
+        status_ = GetMsg(
+            Msg::AudioOntoItself,
+            {TextOf(originals_[static_cast<std::size_t>(own - originals.begin())].filename())});
+        session_.host.Tell(Tone::Error, status_);
+        refused_ = true;
+        return true;
+    }
+    return false;
+}
+
+std::string AudioBatch::ResultName(std::size_t index) const
+{
+    return StripExtension(files_[index].filename().native()) +
+           GetMsg(target_.kind == AudioKind::Mp3 ? Msg::Mp3Extension : Msg::WavExtension);
 }
 
 /// True when the order of the list matters: two files become one, or one becomes what another is.

@@ -16,6 +16,10 @@ public:
     AudioBatch(Session& session, std::vector<Path> files, const Path& folder, AudioKind target);
     ~AudioBatch();
 
+    /// These files of the person's must not give way to a result: the run is refused before
+    /// anything changes when one would.
+    void Protect(std::vector<Path> originals) { originals_ = std::move(originals); }
+
     /// In a window with a Stop. True when the run ended without being stopped and without a No.
     bool Run();
 
@@ -34,6 +38,8 @@ private:
     struct Shared;
 
     bool LookAtAll();
+    bool RefuseToReplace();
+    [[nodiscard]] std::string ResultName(std::size_t index) const;
     bool ConvertAll();
     bool TakeOutcome(std::size_t index, AudioOutcome outcome);
     void LeaveOutReplaced(std::size_t index, const Path& place);
@@ -45,6 +51,7 @@ private:
 
     Session& session_;
     std::vector<Path> files_;
+    std::vector<Path> originals_;
     AudioTarget target_;
     std::vector<AudioPlan> plans_;
     std::unique_ptr<ProgressScope> window_;

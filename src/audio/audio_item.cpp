@@ -2,6 +2,7 @@
 
 #include "audio/mp3_tools.h"
 #include "audio/mpeg_frames.h"
+#include "audio/wave_chunks.h"
 #include "audio/wave_converter.h"
 #include "audio/wave_reader.h"
 
@@ -78,6 +79,8 @@ public:
     AudioOutcome Go(const AudioPlan& plan)
     {
         mode_ = plan.mode;
+        if (!plan.remark.empty())
+            quiet_.told.push_back(plan.remark);
         if (plan.mp3 && !Decode())
             return End();
         outcome_.step = mode_;
@@ -217,6 +220,12 @@ private:
     AudioOutcome outcome_;
 };
 
+/// The forms are told apart by rate, channels and bits; the game reads no other coding of them.
+bool IsOfTheGame(const WaveClass& found)
+{
+    return found.header.formatTag == (found.kind == AudioKind::Adpcm ? waveTagMsAdpcm : waveTagPcm);
+}
+
 } // namespace
 
 std::string AudioTargetText(AudioKind kind, const Mp3Settings& settings)
@@ -252,9 +261,17 @@ AudioPlan PlanAudioFile(const Path& file, AudioKind target)
     const WaveClass found = ClassifyWav(file, target);
     plan.mode = found.mode;
     plan.description = found.description;
+    if (plan.mode == 0 && !IsOfTheGame(found))
+        plan.mode = target == AudioKind::Adpcm  ? toAdpcm
+                    : target == AudioKind::Mono ? toMono
+                                                : pcmToStandard;
     // A header may say anything; what is behind it must be a sound.
     if (plan.mode > 0 && !WaveReader::Open(file))
         plan.mode = -1;
+    if (const auto facts = WalkWave(file); plan.mode > 0 && facts && facts->missing > 0)
+        plan.remark =
+            GetMsg(Msg::AudioCutWave, {TextOf(file.filename()), std::to_string(facts->dataSize),
+                                       std::to_string(facts->dataSize + facts->missing)});
     if (plan.mode > 0)
         plan.steps = plan.mode == encodeStep ? 2 : 1;
     return plan;

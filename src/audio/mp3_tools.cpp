@@ -3,9 +3,11 @@
 #include "audio/mpeg_frames.h"
 #include "audio/wave_chunks.h"
 #include "audio/wave_header.h"
+#include "audio/wave_reader.h"
 #include "core/staged_file.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace kestrova
 {
@@ -54,6 +56,44 @@ bool HoldsEnough(std::uint64_t made, std::uint64_t needed, std::uint64_t frame)
     return made + framesOfGrace * frame + needed / 100 >= needed;
 }
 
+// How madplay tells of a frame from which no sound came: `error: frame 12: CRC check failed`.
+constexpr std::string_view frameError = "error: frame ";
+constexpr std::string_view checksumError = ": CRC check failed"; // not shown
+
+std::size_t CountOf(std::string_view words, std::string_view text)
+{
+    std::size_t count = 0;
+    for (std::size_t at = text.find(words); at != std::string_view::npos;
+         at = text.find(words, at + words.size()))
+        ++count;
+    return count;
+}
+
+/// Nothing in it is louder than what rounding leaves.
+bool IsSilent(const Path& wave)
+{
+    constexpr int loudest = 4;
+    auto reader = WaveReader::Open(wave);
+    if (!reader)
+        return true;
+    constexpr std::size_t pieceFrames = 32768;
+    std::vector<std::int16_t> samples(pieceFrames * static_cast<std::size_t>(reader->Channels()));
+    while (const std::size_t got = reader->Read(std::span(samples)))
+        for (std::size_t i = 0; i < got * static_cast<std::size_t>(reader->Channels()); ++i)
+            if (std::abs(samples[i]) > loudest)
+                return false;
+    return true;
+}
+
+/// True when so many frames gave no sound that the mp3 must not be replaced by what came out.
+bool IsMostlyDamaged(const std::string& output, const MpegFacts& sound, const Path& wave)
+{
+    constexpr std::uint64_t tenth = 10;
+    const std::uint64_t errors = CountOf(frameError, output);
+    return errors > 0 &&
+           ((errors > framesOfGrace && errors * tenth > sound.frames) || IsSilent(wave));
+}
+
 } // namespace
 
 bool DecodeMp3(Session& session, const Path& source, const Path& destination,
@@ -83,11 +123,20 @@ bool DecodeMp3(Session& session, const Path& source, const Path& destination,
             !cut)
             return Fail(state, GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
                         cut.Error().reason);
-    ToolRun run{ToolId::Madplay, row.decode(sound.tagLies ? bare.Staged() : place, wave.Staged()),
-                Msg::HandlerMadPlay};
-    run.total = static_cast<std::uint64_t>(std::max(DurationOfMpeg(*bytes), 1));
-    if (!RunAudioTool(session, run, wave.Staged(), state))
+    const auto decode = [&](Checksums checksums) {
+        ToolRun run{ToolId::Madplay,
+                    row.decode(sound.tagLies ? bare.Staged() : place, wave.Staged(), checksums),
+                    Msg::HandlerMadPlay};
+        run.total = static_cast<std::uint64_t>(std::max(DurationOfMpeg(*bytes), 1));
+        return RunAudioTool(session, run, wave.Staged(), state);
+    };
+    if (!decode(Checksums::Heeded))
         return false;
+    // Programs that change the volume of an mp3 leave its checksums as they were.
+    if (state.output.find(checksumError) != std::string::npos && !decode(Checksums::Ignored))
+        return false;
+    if (IsMostlyDamaged(state.output, sound, wave.Staged()))
+        return Fail(state, GetMsg(Msg::Mp3NotDecoded), LastLines(state.output));
     const auto facts = WalkWave(wave.Staged());
     if (!facts || facts->frames == 0 ||
         !HoldsEnough(facts->frames, sound.samples, sound.first.samples))

@@ -16,6 +16,8 @@ namespace
 constexpr int mostChunks = 10'000;
 constexpr std::size_t riffSize = 12;
 constexpr std::size_t chunkHead = 8;
+/// Who writes into a pipe does not know the size and claims this or more.
+constexpr std::uint64_t unknownSize = 0x7FFF0000;
 constexpr std::size_t leastFormat = 16;
 constexpr std::size_t mostFormat = 50;
 
@@ -125,6 +127,7 @@ Result<WaveFacts> WalkWave(const ByteSource& bytes, std::uint64_t size)
             data = true;
             facts.dataStart = place;
             facts.dataSize = there;
+            facts.missing = claimed < unknownSize ? claimed - there : 0;
             // A writer that was killed leaves 0 as the size, and the sound runs to the end.
             if (claimed == 0 && !ChunkFollows(bytes, place, size)) {
                 facts.dataSize = size - place;

@@ -26,6 +26,7 @@ struct WaveFacts {
     std::uint32_t rate = 0;       ///< Hz
     std::uint64_t dataStart = 0;
     std::uint64_t dataSize = 0; ///< the bytes that are there
+    std::uint64_t missing = 0;  ///< bytes of sound that the file tells of and does not have
     std::optional<std::uint32_t> fact;
     /// Samples of a channel: what the data holds, less what `fact` takes off the last block.
     std::uint64_t frames = 0;

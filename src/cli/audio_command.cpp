@@ -93,6 +93,7 @@ Exit ConvertSounds(Run& run, const std::vector<Path>& files, AudioKind kind)
     }
     platform::NoteInterrupts(RowText(Msg::InterruptNoted));
     AudioBatch batch{run.session, files, folder, kind};
+    batch.Protect(files);
     const bool done = batch.Run();
     if (!done && !batch.Refused())
         run.host.Tell(Tone::Error, GetMsg(Msg::FailedConversion) + batch.StatusText());

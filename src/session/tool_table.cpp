@@ -81,9 +81,13 @@ ToolArguments TarListArguments(const Path& package, const std::string& charset)
 
 /// madplay 0.15.2: the kind stands before the target's name, so that no name is taken for one. It
 /// calls garbage and an empty file a success, so the caller looks at what came out.
-ToolArguments MadplayArguments(const Path& source, const Path& wave)
+ToolArguments MadplayArguments(const Path& source, const Path& wave, Checksums checksums)
 {
-    return {source.native(), "-v", "--bit-depth=16", "-S", "-owave:" + wave.native()};
+    ToolArguments arguments{source.native(), "-v", "--bit-depth=16", "-S",
+                            "-owave:" + wave.native()};
+    if (checksums == Checksums::Ignored)
+        arguments.emplace_back("-i");
+    return arguments;
 }
 
 /// lame 3.100: takes what is no wave for raw samples, so the caller looks at the source. Without

@@ -10,6 +10,9 @@
 namespace kestrova
 {
 
+/// Frames whose checksum does not match are silenced, or played as they are.
+enum class Checksums { Heeded, Ignored };
+
 enum class ToolId { Zip, Unzip, Bsdtar, Madplay, Lame };
 
 using ToolArguments = std::vector<std::string>;
@@ -39,7 +42,7 @@ struct ToolRow {
                             const std::string& charset);
     ToolArguments (*list)(const Path& package, const std::string& charset);
     std::vector<PackageEntry> (*parseList)(std::string_view text);
-    ToolArguments (*decode)(const Path& source, const Path& wave) = nullptr;
+    ToolArguments (*decode)(const Path& source, const Path& wave, Checksums checksums) = nullptr;
     ToolArguments (*encode)(const Path& wave, const Path& target,
                             const Mp3Settings& settings) = nullptr;
 };

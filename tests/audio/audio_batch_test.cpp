@@ -3,10 +3,13 @@
 #include "audio/mp3_tools.h"
 #include "audio/mpeg_frames.h"
 #include "audio/wave_converter.h"
+#include "audio/wave_reader.h"
 #include "core/staged_file.h"
 #include "support/sound_files.h"
 #include "support/tool_box.h"
 
+#include <cmath>
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace kestrova
@@ -243,6 +246,137 @@ TEST(Mp3Tools, ATagThatTellsOfMoreThanThereIsHidesNoSound)
     ASSERT_TRUE(DecodeMp3(box.session, box / "a.mp3", box / "a.wav", state)) << state.error;
     EXPECT_GT(FileSize(box / "a.wav"), 22050U * 4) << "the encoder lowers the rate";
     EXPECT_EQ(box.Snapshot("").size(), 2U);
+}
+
+/// The loudest sample of a wave, from 0 to 1.
+float LoudestOf(const Path& wave)
+{
+    auto reader = WaveReader::Open(wave);
+    if (!reader)
+        return -1;
+    std::vector<float> samples(static_cast<std::size_t>(reader->Frames()) *
+                               static_cast<std::size_t>(reader->Channels()));
+    reader->Read(std::span(samples));
+    float loudest = 0;
+    for (const float sample : samples)
+        loudest = std::max(loudest, std::abs(sample));
+    return loudest;
+}
+
+/// An mp3 with checksums; `spoil` gets each frame, header included.
+std::string Mp3WithChecksums(const SoundBox& box, const std::function<void(std::span<char>)>& spoil)
+{
+    box.Write("make.wav", ToneWave({}, 88'200));
+    const std::string tool = "lame --quiet -p -b 64 '" + (box / "make.wav").native() + "' '" +
+                             (box / "make.mp3").native() + "'";
+    EXPECT_EQ(std::system(tool.c_str()), 0);
+    std::string bytes = box.Read("make.mp3");
+    std::filesystem::remove(box / "make.wav");
+    std::filesystem::remove(box / "make.mp3");
+    for (std::size_t place = SkipMpegTags(bytes); place + 4 <= bytes.size();) {
+        const auto frame = ParseMpegHeader(std::string_view{bytes}.substr(place));
+        if (!frame || place + frame->size > bytes.size())
+            break;
+        spoil(std::span(bytes).subspan(place, frame->size));
+        place += frame->size;
+    }
+    return bytes;
+}
+
+TEST(Mp3Tools, FramesWithAWrongChecksumAreHeardAndWhatCannotBeHeardIsRefused)
+{
+    SoundBox box;
+    ToolProgressState state;
+    const auto decode = [&](const std::string& mp3) {
+        box.Write("in/a.mp3", mp3);
+        std::filesystem::remove(box / "in/a.wav");
+        return DecodeMp3(box.session, box / "in/a.mp3", box / "in/a.wav", state);
+    };
+    ASSERT_TRUE(decode(Mp3WithChecksums(box, [](std::span<char>) {}))) << state.error;
+    const float loudest = LoudestOf(box / "in/a.wav");
+    ASSERT_GT(loudest, 0.1F);
+    // A program that changes the loudness leaves the two bytes behind the header as they were.
+    const auto wrongChecksum = [](std::span<char> frame) { frame[4] ^= 0x55; };
+    ASSERT_TRUE(decode(Mp3WithChecksums(box, wrongChecksum))) << state.error;
+    EXPECT_NEAR(LoudestOf(box / "in/a.wav"), loudest, 0.05F);
+
+    // Its frames are there, but no sound comes out of them; the mp3 stays where it is.
+    const std::string lost = Mp3WithChecksums(box, [](std::span<char> frame) {
+        std::fill(frame.begin() + 4,
+                  frame.begin() + std::min<std::ptrdiff_t>(40, std::ssize(frame)), '\xFF');
+    });
+    EXPECT_FALSE(decode(lost));
+    EXPECT_FALSE(box.Has("in/a.wav"));
+    box.host.AnswerAll(true);
+    box.session.archive.header.wavInMp3 = true;
+    EXPECT_TRUE(DecodeLevelMp3(box.session, box / "in", box.In(), true, false));
+    EXPECT_EQ(box.Read("in/a.mp3"), lost);
+
+    // A decoder that leaves most of it silent, the length being right.
+    box.AddTool("madplay", "for a; do case $a in -owave:*) o=${a#-owave:};; esac; done\n"
+                           "sox -n -r 44100 -c 2 -b 16 -t wav \"$o\" trim 0 2\n"
+                           "n=0; while [ $n -lt 60 ]; do echo \"error: frame $n: bad\" >&2; "
+                           "n=$((n+1)); done");
+    EXPECT_FALSE(decode(Mp3WithChecksums(box, [](std::span<char>) {})));
+    EXPECT_NE(state.error.find("parts of the sound came out silent"), std::string::npos)
+        << state.error << state.output;
+    EXPECT_FALSE(box.Has("in/a.wav"));
+}
+
+TEST(AudioBatch, OtherCodingsOfTheGamesFormAreConvertedAndNotCopied)
+{
+    SoundBox box;
+    box.Write("make.wav", ToneWave({}, 44100));
+    const auto sox = [&](const char* options, const char* name) {
+        const std::string tool = "sox '" + (box / "make.wav").native() + "' " + options + " '" +
+                                 (box / "in" / name).native() + "'";
+        std::filesystem::create_directories(box / "in");
+        EXPECT_EQ(std::system(tool.c_str()), 0);
+    };
+    sox("-e ima-adpcm", "ima.wav");
+    ASSERT_EQ(ClassifyWav(box / "in/ima.wav", AudioKind::Adpcm).kind, AudioKind::Adpcm);
+    ASSERT_TRUE(box.Run(AudioKind::Adpcm, box / "out")) << box.host.AllTold();
+    EXPECT_TRUE(HoldsWave(box / "out/ima.wav", {44100, 2, true}, 44100))
+        << "the game reads Microsoft's coding alone";
+    EXPECT_GT(LoudestOf(box / "out/ima.wav"), 0.1F);
+
+    std::filesystem::remove_all(box / "in");
+    const SoundForm standard;
+    box.Write("in/extended.wav", Riff(Chunk("fmt ", FormatBlock(standard, 40)) +
+                                      Chunk("data", std::string(4000, '\x11'))));
+    box.Write("in/strange.wav", Riff(Chunk("fmt ", FormatBlock({2, 44100, 16, 0x1234})) +
+                                     Chunk("data", std::string(4000, '\x11'))));
+    const auto before = box.Snapshot("in");
+    EXPECT_FALSE(box.Run(AudioKind::Standard, box / "out"));
+    EXPECT_TRUE(box.host.WasTold("I cannot convert file 'strange.wav'"));
+    EXPECT_EQ(box.Snapshot("in"), before);
+    std::filesystem::remove(box / "in/strange.wav");
+    ASSERT_TRUE(box.Run(AudioKind::Standard, box / "out")) << box.host.AllTold();
+    WavHeader header;
+    EXPECT_TRUE(ReadWavHeader(box / "out/extended.wav", header));
+}
+
+TEST(AudioBatch, ACutWaveIsToldOfAndASourceIsNeverReplaced)
+{
+    SoundBox box;
+    const std::string wave = ToneWave({}, 10'000);
+    box.Write("in/cut.wav", wave.substr(0, 44 + 4000 * 4));
+    ASSERT_TRUE(box.Run(AudioKind::Adpcm, box / "out"));
+    EXPECT_TRUE(box.host.WasTold("'cut.wav' is cut: it tells of 40000 bytes of sound, and 16000 "
+                                 "are there"));
+    EXPECT_TRUE(HoldsWave(box / "out/cut.wav", {44100, 2, true}, 4000));
+
+    box.Write("in/whole.wav", wave);
+    const auto before = box.Snapshot("in");
+    std::filesystem::create_directory_symlink(box / "in", box / "same");
+    for (const char* folder : {"in", "same"}) {
+        AudioBatch batch{box.session, {box / "in/whole.wav"}, box / folder, AudioKind::Adpcm};
+        batch.Protect({box / "in/whole.wav"});
+        EXPECT_FALSE(batch.Run());
+        EXPECT_TRUE(batch.Refused());
+        EXPECT_TRUE(box.host.WasTold("'whole.wav' would be written over itself"));
+    }
+    EXPECT_EQ(box.Snapshot("in"), before);
 }
 
 TEST(Mp3Tools, WhatNeedsAStandardWaveOrAnMp3SaysSo)
