@@ -19,7 +19,7 @@ class TerminalHost : public Host
 public:
     void SetStandingAnswer(StandingAnswer answer) { standing_ = answer; }
     /// A question found no answer; it was named on the standard error.
-    [[nodiscard]] bool LeftUnanswered() const { return unanswered_; }
+    [[nodiscard]] bool LeftUnanswered() const override { return unanswered_; }
     /// Something was told as an error.
     [[nodiscard]] bool ToldError() const { return toldError_; }
     /// True when a yes/no question would find an answer.

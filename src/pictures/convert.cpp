@@ -20,17 +20,6 @@ Failure WithSubject(Failure failure, const Path& file)
     return failure;
 }
 
-Result<Picture> ReadPicture(const Path& file)
-{
-    const Result<std::string> bytes = ReadWholeFile(file, maxPictureFile);
-    if (!bytes)
-        return bytes.Error();
-    Result<Picture> picture = DecodePicture(*bytes);
-    if (!picture)
-        return WithSubject(picture.Error(), file);
-    return picture;
-}
-
 Status WriteWhole(const Path& target, std::string_view bytes)
 {
     StagedFile staged{ResolvePath(target)};
@@ -43,9 +32,20 @@ Status WriteWhole(const Path& target, std::string_view bytes)
 
 } // namespace
 
+Result<Picture> ReadPictureFile(const Path& file)
+{
+    const Result<std::string> bytes = ReadWholeFile(file, maxPictureFile);
+    if (!bytes)
+        return bytes.Error();
+    Result<Picture> picture = DecodePicture(*bytes);
+    if (!picture)
+        return WithSubject(picture.Error(), file);
+    return picture;
+}
+
 Status ConvertBitmapToJpeg(const Path& bitmap, const Path& jpeg)
 {
-    const Result<Picture> picture = ReadPicture(bitmap);
+    const Result<Picture> picture = ReadPictureFile(bitmap);
     if (!picture)
         return picture.Error();
     return SaveAsJpeg(*picture, jpeg);
@@ -53,7 +53,7 @@ Status ConvertBitmapToJpeg(const Path& bitmap, const Path& jpeg)
 
 Status ConvertJpegToBitmap(const Path& jpeg, const Path& bitmap)
 {
-    const Result<Picture> picture = ReadPicture(jpeg);
+    const Result<Picture> picture = ReadPictureFile(jpeg);
     if (!picture)
         return picture.Error();
     return SaveAsBitmap(*picture, bitmap);

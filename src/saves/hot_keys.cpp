@@ -78,6 +78,8 @@ void HotKeys::LookAtClipboard()
         return;
     if (auto picture = DecodePicture(*bytes))
         Keep(std::move(*picture));
+    else
+        failed(GetMsg(Msg::CaptureNotRead));
 }
 
 void HotKeys::Keep(Picture picture)

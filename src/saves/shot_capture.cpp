@@ -23,8 +23,21 @@ bool AskSaveCapturedShot(Session& session, const CapturedShot& shot)
                                                   GetMsg(Msg::CaptureSaveFilter), shot.folder, {});
     if (!jpeg)
         return false;
-    if (const auto saved = SaveCapturedShot(session, shot, *jpeg); !saved) {
-        const std::string place = std::string{lineBreak} + TextOf(*jpeg) + std::string{lineBreak};
+    const std::string_view ending = RowText(Msg::ShotJpgExtension);
+    Path file = *jpeg;
+    if (!EndsWithName(file.filename().native(), ending)) {
+        file += ending; // `Mr. Fox` has a dot, but no ending
+        const std::string breaks = std::string{lineBreak}.append(lineBreak);
+        // The chooser asked about the name that was typed.
+        if (FileExists(file) &&
+            !session.host.AskYesNo(
+                GetMsg(Msg::ShotAskOverwrite, {TextOf(file.filename()), breaks, breaks}))) {
+            std::string extension;
+            file = NewShotName(session, shot.level, extension);
+        }
+    }
+    if (const auto saved = SaveCapturedShot(session, shot, file); !saved) {
+        const std::string place = std::string{lineBreak} + TextOf(file) + std::string{lineBreak};
         session.host.Tell(Tone::Error,
                           GetMsg(Msg::CaptureSaveFailed, {place}) + saved.Error().reason);
     }

@@ -46,12 +46,6 @@ void ShowAgain(Session& session, ShotList& shots)
     shots.Load(session, shots.Code());
 }
 
-bool IsShotName(std::string_view name)
-{
-    return EndsWithName(name, RowText(Msg::ShotJpgExtension)) ||
-           EndsWithName(name, RowText(Msg::ShotBmpExtension));
-}
-
 } // namespace
 
 bool AddShot(Session& session, ShotList& shots)
@@ -72,10 +66,16 @@ bool AddShotFile(Session& session, ShotList& shots, const Path& source)
         session.host.Tell(Tone::Error, GetMsg(Msg::ShotAddOtherKind, {TextOf(source)}));
         return false;
     }
+    if (const auto held = HoldsPicture(source); !held) {
+        TellFailure(session, GetMsg(Msg::ShotAddNoPicture, {TextOf(source)}), held.Error());
+        return false;
+    }
     const Path folder = ResolvePath(ShotFolderOf(session, shots.Code()));
     Path target = folder / name;
     if (FileExists(target) &&
         !session.host.AskYesNo(GetMsg(Msg::ShotAskOverwrite, {name, TwoBreaks(), TwoBreaks()}))) {
+        if (session.host.LeftUnanswered())
+            return false;
         std::string extension = name.substr(name.size() - extensionSize);
         target = NewShotName(session, static_cast<std::size_t>(index), extension);
         session.host.Tell(Tone::Plain,
@@ -123,11 +123,14 @@ bool RenameShot(Session& session, ShotList& shots)
     return name && !Trim(*name).empty() && RenameShotTo(session, shots, shot, *name);
 }
 
-bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std::string& name)
+bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std::string& wish)
 {
+    const std::string name =
+        WithShotEnding(std::string{Trim(wish)}, ExtensionOf(shot.filename().native()));
     const auto safe = SafeName(name);
-    if (!safe || name.starts_with(stagedPrefix)) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::ShotRenameBadName, {name}));
+    if (!safe || !SafeName(Trim(wish)) || name.starts_with(stagedPrefix) ||
+        Trim(StripExtension(name)).empty()) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ShotRenameBadName, {wish}));
         return false;
     }
     const Path target = shot.parent_path() / *safe;
@@ -156,7 +159,13 @@ bool SaveShotAs(Session& session, ShotList& shots)
                                                                           : Msg::ShotSaveFilterJpg;
     const auto target = session.host.ChooseSaveFile(GetMsg(Msg::ShotSaveTitle), GetMsg(filter),
                                                     session.programFolder, name);
-    return target && SaveShotTo(session, shot, *target);
+    if (!target)
+        return false;
+    const Path whole =
+        target->parent_path() / WithShotEnding(target->filename().native(), ExtensionOf(name));
+    // The chooser asked about the name that was typed.
+    return (whole == *target || !FileExists(whole) || ConfirmReplace(session, shot, whole)) &&
+           SaveShotTo(session, shot, whole);
 }
 
 bool SaveShotTo(Session& session, const Path& shot, const Path& target)

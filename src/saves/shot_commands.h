@@ -10,7 +10,8 @@ namespace kestrova
 /// Asks for a file and adds it; the pair with it is shown.
 bool AddShot(Session& session, ShotList& shots);
 /// Copies a file into the level's folder. Where the name is taken it asks, and on No finds a new
-/// one. Refuses a file that no list would show.
+/// one; a question that nobody answers ends it. Refuses a file that no list would show, and one
+/// without a picture in it.
 bool AddShotFile(Session& session, ShotList& shots, const Path& source);
 
 /// Asks first.
@@ -18,10 +19,11 @@ bool DeleteShot(Session& session, ShotList& shots);
 
 /// Asks for the new name.
 bool RenameShot(Session& session, ShotList& shots);
-/// Refuses a name that is taken and one that reaches outside the folder.
-bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std::string& name);
+/// Refuses a name that is taken, blank, or reaches outside the folder. A name without an ending of
+/// a picture gets the one that the picture has.
+bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std::string& wish);
 
-/// Asks where to, and copies.
+/// Asks where to, and copies, the picture's ending being kept.
 bool SaveShotAs(Session& session, ShotList& shots);
 /// Copies a picture to a place outside the list.
 bool SaveShotTo(Session& session, const Path& shot, const Path& target);

@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "catalogue/message.h"
+#include "pictures/convert.h"
 
 namespace kestrova
 {
@@ -46,6 +47,23 @@ Path NewShotName(const Session& session, std::size_t index, std::string& extensi
         if (platform::FactsOfLink(ResolvePath(candidate)).kind == platform::FileKind::Missing)
             return candidate;
     }
+}
+
+bool IsShotName(std::string_view name)
+{
+    return EndsWithName(name, RowText(Msg::ShotJpgExtension)) ||
+           EndsWithName(name, RowText(Msg::ShotBmpExtension));
+}
+
+std::string WithShotEnding(const std::string& name, std::string_view extension)
+{
+    return IsShotName(name) ? name : name + std::string{extension};
+}
+
+Status HoldsPicture(const Path& file)
+{
+    const auto picture = ReadPictureFile(file);
+    return picture ? Status{} : picture.Error();
 }
 
 void AddShotSize(Session& session, double bytes, std::size_t index)

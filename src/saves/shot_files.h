@@ -13,6 +13,13 @@ Path ShotFolderOf(const Session& session, LevelCode code);
 /// for is cut.
 Path NewShotName(const Session& session, std::size_t index, std::string& extension);
 
+/// The name with an ending of a picture: the one that it has, otherwise `extension`.
+std::string WithShotEnding(const std::string& name, std::string_view extension);
+/// True for a name that the list of pictures shows.
+bool IsShotName(std::string_view name);
+/// A failure for a file without a picture in it, whatever its name says.
+Status HoldsPicture(const Path& file);
+
 /// Adds to the level's size of screen-shots and, but for the record at index 0, to the archive's
 /// total, and saves the archive.
 void AddShotSize(Session& session, double bytes, std::size_t index);

@@ -1,6 +1,8 @@
 #include "saves/shot_resize.h"
 
+#include "catalogue/message.h"
 #include "pictures/convert.h"
+#include "saves/shot_files.h"
 
 namespace kestrova
 {
@@ -37,10 +39,15 @@ bool SaveResizedShot(Session& session, const Picture& drawn, const Path& shot)
                                     shot.parent_path(), shot.filename().native());
     if (!target)
         return false;
-    const auto written = Write(session, drawn, *target);
+    const Path whole = target->parent_path() /
+                       WithShotEnding(target->filename().native(), RowText(Msg::ShotBmpExtension));
+    // The chooser asked about the name that was typed.
+    if (whole != *target && FileExists(whole) && !ConfirmReplace(session, shot, whole))
+        return false;
+    const auto written = Write(session, drawn, whole);
     if (!written)
         TellFailure(session,
-                    GetMsg(EndsWithName(target->native(), RowText(Msg::ShotJpgExtension))
+                    GetMsg(EndsWithName(whole.native(), RowText(Msg::ShotJpgExtension))
                                ? Msg::ResizeConvertFailed
                                : Msg::ResizeWriteFailed),
                     written.Error());

@@ -57,6 +57,8 @@ public:
     virtual YesNoCancel AskYesNoCancel(const std::string& text) = 0;
     /// False where nobody can answer, so that a question that needs one must not be repeated.
     [[nodiscard]] virtual bool CanAsk() const { return true; }
+    /// True once a question stayed without any answer: the No that it gave was nobody's wish.
+    [[nodiscard]] virtual bool LeftUnanswered() const { return false; }
     /// No value when the person cancelled. `title`: of the question's window; empty: the program's.
     virtual std::optional<std::string> AskText(const std::string& text,
                                                const std::string& suggestion,

@@ -1,6 +1,7 @@
 #include "ui/host_windows.h"
 
 #include "core/text.h"
+#include "saves/shot_files.h"
 #include "ui/input_gate.h"
 #include "ui/progress_windows.h"
 #include "ui/qt_text.h"
@@ -9,8 +10,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTimer>
 
 namespace kestrova
 {
@@ -143,6 +146,12 @@ std::optional<std::string> WindowHost::AskText(const std::string& text,
     box.setTextValue(ToQt(suggestion));
     box.setOkButtonText(Words(Msg::ButtonOk));
     box.setCancelButtonText(Words(Msg::ButtonCancel));
+    // Typing over a picture's name leaves its ending, without which no list would show it.
+    if (IsShotName(suggestion))
+        QTimer::singleShot(0, &box, [&box, stem = ToQt(StripExtension(suggestion)).size()] {
+            if (auto* line = box.findChild<QLineEdit*>())
+                line->setSelection(0, static_cast<int>(stem));
+        });
     const InputGate::Admission admission{box};
     if (box.exec() != QDialog::Accepted)
         return std::nullopt;

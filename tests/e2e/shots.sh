@@ -4,8 +4,8 @@ source "$(dirname "$0")/common.bash"
 
 make_archive
 shots=$box/levels/LEVEL_0001/screenshots
-printf 'first picture' >"$box/one.jpg"
-printf 'second picture' >"$box/two.BMP"
+convert -size 8x6 xc:red "$box/one.jpg"
+convert -size 9x6 xc:blue "bmp:$box/two.BMP"
 
 expect 2 shots
 expect 2 shots show 1
@@ -19,11 +19,13 @@ expect 0 shots add 1 "$box/one.jpg"
 expect 0 shots add 1 "$box/two.BMP"
 expect 1 shots add 1 "$box/err"
 errs "only files whose names end in .jpg or .bmp are"
+expect 1 shots add 1 "$box/one.jpg"
+[[ $(ls "$shots") == $'one.jpg\ntwo.BMP' ]] || die "added without an answer: $(ls "$shots")"
 expect 0 --no shots add 1 "$box/one.jpg"
 errs "saved in screenshot list as '1) dawn.jpg'"
 expect 0 --json shots list 1
 json '[s["name"] for s in j] == ["two.BMP", "1) dawn.jpg", "one.jpg"]'
-json 'j[0]["size"] == 14 and j[0]["file"].endswith("LEVEL_0001/screenshots/two.BMP")'
+json 'j[0]["size"] > 54 and j[0]["file"].endswith("LEVEL_0001/screenshots/two.BMP")'
 expect 2 --json shots delete 1 one.jpg
 
 expect 1 shots rename 1 one.jpg two.bmp

@@ -1,3 +1,5 @@
+#include "pictures/bitmap.h"
+#include "saves/shot_capture.h"
 #include "saves/shot_commands.h"
 #include "saves/shot_files.h"
 #include "saves/shot_import.h"
@@ -42,6 +44,12 @@ public:
 };
 
 using Names = std::vector<std::string>;
+
+/// A picture of one pixel; others have another shade.
+std::string Pixel(int shade)
+{
+    return EncodeBitmap({1, 1, std::vector<std::uint8_t>(3, static_cast<std::uint8_t>(shade))});
+}
 
 } // namespace
 
@@ -149,8 +157,8 @@ TEST(ShotCommands, RenameNeverReplacesAPictureAndStaysInItsFolder)
         world.host.WillAskText("Type new name for screenshot", answer);
         return RenameShot(world.session, world.shots);
     };
-    for (const char* bad : {"", "  ", "../out.jpg", "sub/x.jpg", "x\\y.jpg", "..", "C:x.jpg",
-                            "line\nend.jpg", ".kv~hidden.jpg", "b.jpg", "B.JPG"})
+    for (const char* bad : {"", "  ", ".jpg", "  .jpg", "b", "../out.jpg", "sub/x.jpg", "x\\y.jpg",
+                            "..", "C:x.jpg", "line\nend.jpg", ".kv~hidden.jpg", "b.jpg", "B.JPG"})
         EXPECT_FALSE(rename(bad)) << bad;
     EXPECT_FALSE(rename(std::string(300, 'x') + ".jpg"));
     EXPECT_TRUE(world.host.WasTold("could not be renamed"));
@@ -161,16 +169,22 @@ TEST(ShotCommands, RenameNeverReplacesAPictureAndStaysInItsFolder)
     world.shots.SetTarget(world.shots.Find("A.jpg"));
     world.host.WillAskText("Type new name", "Zoë 1");
     EXPECT_TRUE(RenameShot(world.session, world.shots));
-    EXPECT_EQ(world.Read(folder + "Zoë 1"), "picture a") << "no extension is forced";
-    EXPECT_EQ(world.Names(), Names{"b.jpg"}) << "but only two kinds are listed";
+    EXPECT_EQ(world.Names(), (Names{"b.jpg", "Zoë 1.jpg"})) << "it keeps its ending";
+    EXPECT_EQ(world.Read(folder + "Zoë 1.jpg"), "picture a");
+    world.shots.SetTarget(world.shots.Find("b.jpg"));
+    world.host.WillAskText("Type new name", " Mr. Fox ");
+    EXPECT_TRUE(RenameShot(world.session, world.shots));
+    EXPECT_EQ(world.Names(), (Names{"Mr. Fox.jpg", "Zoë 1.jpg"}));
 }
 
 TEST(ShotCommands, AddKeepsBothPicturesOrAsksAndShowsAnEvenPair)
 {
     ShotWorld world;
-    world.Write("from/new.JPG", "new picture");
-    world.Write("from/a.jpg", "other a");
-    world.Write("from/picture.png", "never listed");
+    world.Write("from/new.JPG", Pixel(1));
+    world.Write("from/a.jpg", Pixel(2));
+    world.Write("from/picture.png", Pixel(3));
+    world.Write("from/garbage.jpg", "only its name says that it is a picture");
+    world.Write("from/cut.bmp", Pixel(4).substr(0, 40));
     for (const char* name : {"a.jpg", "b.jpg", "c.jpg"})
         world.Put(name, "old");
     world.Load();
@@ -185,19 +199,44 @@ TEST(ShotCommands, AddKeepsBothPicturesOrAsksAndShowsAnEvenPair)
     world.host.WillAsk("already a screenshot with name 'a.jpg'", false);
     ASSERT_TRUE(AddShotFile(world.session, world.shots, world / "from/a.jpg"));
     EXPECT_EQ(world.Read(folder + "a.jpg"), "old");
-    EXPECT_EQ(world.Read(folder + "1) Lost City.jpg"), "other a");
+    EXPECT_EQ(world.Read(folder + "1) Lost City.jpg"), Pixel(2));
     EXPECT_TRUE(
         world.host.WasTold("Screenshot 'a.jpg' saved in screenshot list as '1) Lost City.jpg'"));
     world.host.WillAsk("already a screenshot", true);
     ASSERT_TRUE(AddShotFile(world.session, world.shots, world / "from/a.jpg"));
-    EXPECT_EQ(world.Read(folder + "a.jpg"), "other a");
+    EXPECT_EQ(world.Read(folder + "a.jpg"), Pixel(2));
 
+    const auto before = world.Snapshot(folder);
+    for (const char* bad : {"from/garbage.jpg", "from/cut.bmp"}) {
+        EXPECT_FALSE(AddShotFile(world.session, world.shots, world / bad));
+        EXPECT_TRUE(world.host.WasTold("there is no picture in it"));
+    }
+    EXPECT_EQ(world.Snapshot(folder), before);
     EXPECT_FALSE(AddShotFile(world.session, world.shots, world / "from/picture.png"));
     EXPECT_FALSE(AddShotFile(world.session, world.shots, world / "from/gone.jpg"));
-    EXPECT_TRUE(world.host.WasTold("The picture could not be added"));
     std::filesystem::remove_all(world / folder);
     ASSERT_TRUE(AddShotFile(world.session, world.shots, world / "from/a.jpg"))
         << "a folder that is gone is made again";
+}
+
+TEST(ShotCapture, ANameWithoutAnEndingGetsOne)
+{
+    ShotWorld world;
+    const CapturedShot shot{{1, 1, {1, 2, 3}}, 1, world / folder};
+    std::filesystem::create_directories(world / folder);
+    for (const char* name : {"Mr. Fox", "plain", "whole.JPG"}) {
+        world.host.WillChoose("Save captured screen-shot", world / (folder + name));
+        ASSERT_TRUE(AskSaveCapturedShot(world.session, shot));
+    }
+    world.Load();
+    EXPECT_EQ(world.Names(), (Names{"Mr. Fox.jpg", "plain.jpg", "whole.JPG"}));
+    // The name that it gets may be taken, of which no chooser asked.
+    world.Put("plain.jpg", "mine");
+    world.host.WillChoose("Save captured screen-shot", world / (folder + "plain"));
+    world.host.WillAsk("already a screenshot with name 'plain.jpg'", false);
+    ASSERT_TRUE(AskSaveCapturedShot(world.session, shot));
+    EXPECT_EQ(world.Read(folder + "plain.jpg"), "mine");
+    EXPECT_TRUE(world.Has(folder + "1) Lost City.jpg"));
 }
 
 TEST(ShotCommands, AFaultAtAnyStepLeavesEveryOldPicture)
@@ -207,7 +246,7 @@ TEST(ShotCommands, AFaultAtAnyStepLeavesEveryOldPicture)
         world.host.AnswerAll(true);
         world.Put("a.jpg", "old a");
         world.Put("b.jpg", "old b");
-        world.Write("from/a.jpg", "new a");
+        world.Write("from/a.jpg", Pixel(5));
         world.Load();
         const FaultRun run = WithFaultAt(step, [&] {
             const bool added = AddShotFile(world.session, world.shots, world / "from/a.jpg");
@@ -215,7 +254,7 @@ TEST(ShotCommands, AFaultAtAnyStepLeavesEveryOldPicture)
                    added;
         });
         const std::string a = world.Read(folder + "a.jpg");
-        EXPECT_TRUE(a == "old a" || a == "new a") << run.call;
+        EXPECT_TRUE(a == "old a" || a == Pixel(5)) << run.call;
         EXPECT_TRUE(world.Read(folder + "b.jpg") == "old b" ||
                     world.Read(folder + "c.jpg") == "old b")
             << run.call;
