@@ -169,6 +169,9 @@ drag() {
         sleep 0.1
         ! grep -q taken "$box/drag" || break
     done
+    # Both have answered the last move.
+    rests "$source"
+    rests
     xdotool mouseup 1
     wait "$source" || fails "nothing was dropped on '$target'"
     rests
