@@ -9,6 +9,7 @@
 #include "swap/marker.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrova
 {
@@ -108,8 +109,9 @@ void NewLevel::UnpackInside()
             continue;
         const std::string folded = FoldCase(file.filename().native());
         report_.placed.erase(folded);
-        const auto status = CopyOrUnzipSource(session_, file, workFolder_, Replace::KeepBoth,
-                                              progress_, report_, LimitsInside());
+        const auto status =
+            CopyOrUnzipSource(session_, file, workFolder_,
+                              {Replace::KeepBoth, LimitsInside(), namesPage}, progress_, report_);
         if (!status && status.Error().code == ErrorCode::Stopped) {
             report_.stopped = true;
             return; // it is still there for the next refresh
@@ -118,11 +120,11 @@ void NewLevel::UnpackInside()
         const bool onlyHere = snapshot_.contains(folded);
         if (!status) {
             ++report_.failed;
-            TellFailure(session_,
-                        GetMsg(Msg::ErrorDecompressingPackage) + TextOf(file.filename()) +
-                            std::string{lineBreak} +
-                            GetMsg(onlyHere ? Msg::PackageStays : Msg::PackageStillAtSource),
-                        status.Error());
+            TellSourceFailure(session_,
+                              GetMsg(Msg::ErrorDecompressingPackage) + TextOf(file.filename()) +
+                                  std::string{lineBreak} +
+                                  GetMsg(onlyHere ? Msg::PackageStays : Msg::PackageStillAtSource),
+                              status.Error());
         }
         const bool replacedItself = report_.placed.contains(folded);
         if (!replacedItself && (status || !onlyHere))
@@ -150,10 +152,63 @@ void NewLevel::RefreshFileList()
                       CanSetMyLanguage(session_, workFolder_, failure, languageFile);
 }
 
+SourceOptions NewLevel::Options() const
+{
+    SourceOptions options;
+    options.namesAs = namesPage;
+    return options;
+}
+
+/// What came out of packages, as it stands now.
+void NewLevel::NoteUnpacked()
+{
+    packages_.insert(packages_.end(), report_.packages.begin(), report_.packages.end());
+    if (!report_.namesAs.empty())
+        namesReadAs_ = report_.namesAs;
+    for (const Path& file : files_) {
+        const std::string folded = FoldCase(file.filename().native());
+        if (!report_.unpacked.contains(folded))
+            continue;
+        const platform::FileFacts facts = platform::FactsOf(file);
+        unpacked_[folded] = {facts.size, facts.modifiedNs};
+    }
+}
+
+/// What came out of packages goes, as far as nobody changed it since.
+void NewLevel::DropUnpacked()
+{
+    for (const Path& file : files_) {
+        const auto known = unpacked_.find(FoldCase(file.filename().native()));
+        const platform::FileFacts facts = platform::FactsOf(file);
+        if (known != unpacked_.end() && known->second.size == facts.size &&
+            known->second.modifiedNs == facts.modifiedNs)
+            (void)DeleteFile(file); // one that stays is asked for when its twin comes in
+    }
+    unpacked_.clear();
+}
+
+bool NewLevel::ReadNamesAs(const std::string& page)
+{
+    for (const Path& package : packages_)
+        if (!FileExists(package)) {
+            session_.host.Tell(Tone::Error, GetMsg(Msg::PackagesGone, {TextOf(package)}));
+            return false;
+        }
+    namesPage = page;
+    report_ = {};
+    DropUnpacked();
+    for (const Path& package : std::exchange(packages_, {}))
+        if (!report_.stopped)
+            AddFile(session_, package, workFolder_, Options(), progress_, report_);
+    AfterSource();
+    return report_.failed == 0 && !report_.stopped;
+}
+
 void NewLevel::AfterSource()
 {
     bytesBeforeInside_ = FolderSize(workFolder_);
     RefreshFileList();
+    NoteUnpacked();
     TellReport(session_, report_);
     if (mode_ == LevelMode::New) {
         ApplyLevelConfig();
@@ -177,7 +232,8 @@ bool NewLevel::AddChosenFolder()
     if (!chosen)
         return false;
     report_ = {};
-    AddFilesFromFolder(session_, *chosen, workFolder_, progress_, Subfolders::Ask, report_);
+    AddFilesFromFolder(session_, *chosen, workFolder_, Options(), progress_, Subfolders::Ask,
+                       report_);
     AfterSource();
     return report_.failed == 0;
 }
@@ -191,9 +247,10 @@ bool NewLevel::AddSources(const std::vector<Path>& sources, Subfolders subfolder
         if (report_.stopped)
             break;
         if (FolderExists(source)) {
-            AddFilesFromFolder(session_, source, workFolder_, progress_, subfolders, report_);
+            AddFilesFromFolder(session_, source, workFolder_, Options(), progress_, subfolders,
+                               report_);
         } else if (FileExists(source)) {
-            AddFile(session_, source, workFolder_, progress_, report_);
+            AddFile(session_, source, workFolder_, Options(), progress_, report_);
         } else {
             ++report_.failed;
             session_.host.Tell(Tone::Error, GetMsg(Msg::SourceMissing, {TextOf(source)}));
@@ -226,6 +283,7 @@ void NewLevel::Refresh()
 {
     report_ = {};
     RefreshFileList();
+    NoteUnpacked();
     TellReport(session_, report_);
     if (mode_ == LevelMode::New)
         ApplyLevelConfig();

@@ -33,6 +33,8 @@ public:
     std::string note;
     /// Name of the documentation; empty: none.
     std::string moreInfo;
+    /// The code page for names in packages that say none (`session/name_pages.h`); empty: guessed.
+    std::string namesPage;
 
     [[nodiscard]] LevelMode Mode() const { return mode_; }
     [[nodiscard]] bool OnCd() const { return saved_.cdNumber != 0; }
@@ -52,6 +54,11 @@ public:
     bool AddChosenFolder();
     /// Files, packages and folders together make one level.
     bool AddSources(const std::vector<Path>& sources, Subfolders subfolders = Subfolders::Ask);
+    /// The code page that names of the packages had to be read in; empty when they say their own.
+    [[nodiscard]] const std::string& NamesReadAs() const { return namesReadAs_; }
+    /// The packages anew, their names read in that code page: what came out of them goes, and comes
+    /// in once more. False, with a message, when a package is gone or fails.
+    bool ReadNamesAs(const std::string& page);
     /// What failed or was stopped in the last source operation.
     [[nodiscard]] const SourceReport& LastReport() const { return report_; }
 
@@ -86,6 +93,9 @@ private:
     void TakeConfigTexts(const LevelConfig& config);
     void FillNameAndInfo();
     void AfterSource();
+    [[nodiscard]] SourceOptions Options() const;
+    void NoteUnpacked();
+    void DropUnpacked();
     [[nodiscard]] bool LevelFilesChanged() const;
     [[nodiscard]] bool IsAsOpened(const Path& file) const;
     bool DecodeSounds();
@@ -117,6 +127,9 @@ private:
     double filesBytes_ = 0;
     double bytesBeforeInside_ = 0; ///< in the folder, before packages in it were unpacked
     Path lastSource_;
+    std::vector<Path> packages_;           ///< that came in since the opening
+    std::map<std::string, Seen> unpacked_; ///< what came out of them, by folded name
+    std::string namesReadAs_;
     SourceReport report_;
 };
 

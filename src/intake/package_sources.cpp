@@ -106,7 +106,10 @@ Status PutFile(Session& session, const Path& file, const Placing& placing, Progr
     }
     if (!put)
         return put;
-    report.placed.insert(FoldCase(target.filename().native()));
+    const std::string name = FoldCase(target.filename().native());
+    report.placed.insert(name);
+    if (!placing.keepSource)
+        report.unpacked.insert(name);
     return DropStoredForm(target);
 }
 
@@ -116,7 +119,7 @@ bool IsMyStop(const ToolProgressState& state)
 }
 
 Status Unpack(Session& session, const Path& package, const Path& folder, ProgressScope& progress,
-              const UnpackLimits& limits)
+              const SourceOptions& source, SourceReport& report)
 {
     progress.SetLabel(GetMsg(Msg::UnzippingPackage, {TextOf(package.filename())}));
     if (FolderExists(folder))
@@ -125,17 +128,25 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
     ToolProgressState state{&progress};
     state.quiet = true;
     progress.AllowStop();
-    UnpackGuard guard{session, package, folder, limits};
+    UnpackGuard guard{session, package, folder, source.limits};
+    UnpackReport unpacked;
     UnzipOptions options;
     options.guard = &guard;
-    if (UnzipWithProgress(session, package, folder, options, state))
-        return {};
-    if (IsMyStop(state))
-        return MakeFailure(ErrorCode::Stopped, TextOf(package));
-    Failure failure{ErrorCode::CannotRead, TextOf(package), state.error};
-    if (!state.details.empty())
-        failure.reason += "\n" + state.details;
-    return failure;
+    options.namesAs = source.namesAs;
+    options.report = &unpacked;
+    if (!UnzipWithProgress(session, package, folder, options, state)) {
+        if (IsMyStop(state))
+            return MakeFailure(ErrorCode::Stopped, TextOf(package));
+        return Failure{ErrorCode::Damaged, state.error, state.details};
+    }
+    if (!unpacked.namesAs.empty())
+        report.namesAs = unpacked.namesAs;
+    const auto append = [](std::vector<std::string>& to, const std::vector<std::string>& from) {
+        to.insert(to.end(), from.begin(), from.end());
+    };
+    append(report.notFiles, unpacked.notFiles);
+    append(report.twice, unpacked.twice);
+    return {};
 }
 
 /// The first of each name; the others go to the report.
@@ -154,11 +165,12 @@ std::vector<Path> FirstOfEachName(const Tree& tree, SourceReport& report)
     return files;
 }
 
-Status UnzipSource(Session& session, const Path& package, const Path& folder, Replace replace,
-                   ProgressScope& progress, SourceReport& report, const UnpackLimits& limits)
+Status UnzipSource(Session& session, const Path& package, const Path& folder,
+                   const SourceOptions& options, ProgressScope& progress, SourceReport& report)
 {
     const UnpackedFiles unpacked{session};
-    if (auto status = Unpack(session, package, unpacked.Folder(), progress, limits); !status)
+    if (auto status = Unpack(session, package, unpacked.Folder(), progress, options, report);
+        !status)
         return status;
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
     const auto tree = ScanTree(unpacked.Folder(), [&] { return progress.Step(); });
@@ -169,7 +181,7 @@ Status UnzipSource(Session& session, const Path& package, const Path& folder, Re
     std::stable_partition(files.begin(), files.end(), [&](const Path& file) {
         return ResolvePath(folder / ListableName(file.filename().native())) != package;
     });
-    const Placing placing{folder, replace, false, package};
+    const Placing placing{folder, options.replace, false, package};
     for (std::size_t i = 0; i < files.size(); ++i) {
         if (auto status = PutFile(session, files[i], placing, progress, report); !status)
             return status;
@@ -207,10 +219,10 @@ bool IsBelow(const Path& file, const Path& folder)
 void TellFailedFiles(Session& session, const std::vector<std::string>& names, const Path& folder,
                      const Failure& first)
 {
-    TellFailure(session,
-                GetMsg(Msg::ErrorCopyingFileIn, {ShownNames(names)}) + TextOf(folder) +
-                    GetMsg(Msg::ClosingBracket),
-                first);
+    TellSourceFailure(session,
+                      GetMsg(Msg::ErrorCopyingFileIn, {ShownNames(names)}) + TextOf(folder) +
+                          GetMsg(Msg::ClosingBracket),
+                      first);
 }
 
 /// The folders that count, and the files in them.
@@ -265,6 +277,7 @@ Path UnpackingFolder(const Session& session)
 bool IsPackage(const Path& file)
 {
     return EndsWithName(file.filename().native(), RowText(Msg::EndingZip)) ||
+           EndsWithName(file.filename().native(), RowText(Msg::EndingZipx)) ||
            UnpackerOf(file) == ToolId::Bsdtar;
 }
 
@@ -276,28 +289,42 @@ std::string LevelNameFrom(const Path& source)
     return name;
 }
 
-Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folder, Replace replace,
-                         ProgressScope& progress, SourceReport& report, const UnpackLimits& limits)
+Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folder,
+                         const SourceOptions& options, ProgressScope& progress,
+                         SourceReport& report)
 {
     if (IsPackage(source))
-        return UnzipSource(session, source, folder, replace, progress, report, limits);
+        return UnzipSource(session, source, folder, options, progress, report);
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
     const Path none;
     return PutFile(session, source, {folder, Replace::Silent, true, none}, progress, report);
 }
 
-bool AddFile(Session& session, const Path& source, const Path& folder, ProgressScope& progress,
-             SourceReport& report)
+void TellSourceFailure(Session& session, const std::string& text, const Failure& failure)
 {
-    progress.SetLabel(GetMsg(IsPackage(source) ? Msg::UnzippingFiles : Msg::FileCopyLabel));
-    const auto status = CopyOrUnzipSource(session, source, folder, Replace::Ask, progress, report);
+    if (failure.code == ErrorCode::Damaged)
+        session.host.Tell(Tone::Error, text + std::string{lineBreak} + failure.subject,
+                          failure.reason);
+    else
+        TellFailure(session, text, failure);
+}
+
+bool AddFile(Session& session, const Path& source, const Path& folder, const SourceOptions& options,
+             ProgressScope& progress, SourceReport& report)
+{
+    const bool package = IsPackage(source);
+    progress.SetLabel(GetMsg(package ? Msg::UnzippingFiles : Msg::FileCopyLabel));
+    if (package)
+        report.packages.push_back(source);
+    const auto status = CopyOrUnzipSource(session, source, folder, options, progress, report);
     ClearProgress(progress);
     if (status)
         return true;
     ++report.failed;
     report.stopped = status.Error().code == ErrorCode::Stopped;
     if (!report.stopped)
-        TellFailure(session, GetMsg(Msg::ErrorCopyingOrUnzipping) + TextOf(source), status.Error());
+        TellSourceFailure(session, GetMsg(Msg::ErrorCopyingOrUnzipping) + TextOf(source),
+                          status.Error());
     return false;
 }
 
@@ -333,7 +360,8 @@ Result<std::vector<Path>> FilesOfSource(Session& session, const Path& source,
 }
 
 void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
-                        ProgressScope& progress, Subfolders subfolders, SourceReport& report)
+                        const SourceOptions& options, ProgressScope& progress,
+                        Subfolders subfolders, SourceReport& report)
 {
     progress.AllowStop();
     progress.SetLabel(GetMsg(Msg::CopyingFilesLabel));
@@ -352,14 +380,16 @@ void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
     const auto isOwn = [&](const Path& path) { return path == own || IsBelow(path, own); };
     std::erase_if(tree->files, isOwn);
     std::erase_if(tree->folders, isOwn);
-    report.notFiles = NotFilesIn(*tree);
+    for (std::string& name : NotFilesIn(*tree))
+        report.notFiles.push_back(std::move(name));
 
     const std::vector<Path> first = FirstOfEachName(*tree, report);
     std::vector<std::string> failed;
     Failure firstFailure;
     for (std::size_t i = 0; i < first.size() && !report.stopped; ++i) {
-        const auto status =
-            CopyOrUnzipSource(session, first[i], folder, Replace::Ask, progress, report);
+        if (IsPackage(first[i]))
+            report.packages.push_back(first[i]);
+        const auto status = CopyOrUnzipSource(session, first[i], folder, options, progress, report);
         report.stopped = (!status && status.Error().code == ErrorCode::Stopped) || !progress.Step();
         if (!status && !report.stopped) {
             if (failed.empty())
@@ -384,6 +414,7 @@ void TellReport(Session& session, const SourceReport& report)
     add(report.leftOut, Msg::SameNameLeftOut);
     add(report.renamed, Msg::KeptUnderFreeName);
     add(report.notFiles, Msg::NoFilesLeftOut);
+    add(report.twice, Msg::TwiceInPackage);
     if (!words.empty())
         session.host.Tell(Tone::Warning,
                           Join(words, std::string{lineBreak} + std::string{lineBreak}));

@@ -21,13 +21,24 @@ enum class Replace {
     KeepBoth, ///< so it does, and the old one gets a free name
 };
 
+struct SourceOptions {
+    Replace replace = Replace::Ask;
+    UnpackLimits limits{};
+    /// The code page of names in packages that say none; empty: guessed.
+    std::string namesAs{};
+};
+
 /// What a source gave, beyond what it was asked for.
 struct SourceReport {
     std::size_t failed = 0;            ///< files that could not be copied; each was told
     std::vector<std::string> leftOut;  ///< two files of one name in one source: the later ones
     std::vector<std::string> notFiles; ///< links and devices
+    std::vector<std::string> twice;    ///< names that a package has several times; the last counts
     std::vector<std::string> renamed;  ///< files that keep a free name, with that name
     std::set<std::string> placed;      ///< the names, folded, that came into the level's folder
+    std::set<std::string> unpacked;    ///< those of them that came out of packages
+    std::vector<Path> packages;        ///< the packages among the sources
+    std::string namesAs;               ///< the code page that names had to be read in, if any
     bool stopped = false;              ///< by the person; what was copied until then stays
 };
 
@@ -35,13 +46,13 @@ struct SourceReport {
 /// person stopped it. Files of one name within the package: the first stays, the others are named
 /// in the report. A package that lies in `folder` itself may hold a file of its own name, which
 /// takes its place.
-Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folder, Replace replace,
-                         ProgressScope& progress, SourceReport& report,
-                         const UnpackLimits& limits = {});
+Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folder,
+                         const SourceOptions& options, ProgressScope& progress,
+                         SourceReport& report);
 
 /// `CopyOrUnzipSource` with its label and its message.
-bool AddFile(Session& session, const Path& source, const Path& folder, ProgressScope& progress,
-             SourceReport& report);
+bool AddFile(Session& session, const Path& source, const Path& folder, const SourceOptions& options,
+             ProgressScope& progress, SourceReport& report);
 /// The file or folder that the person chooses as a source; the first chosen place is remembered for
 /// the next. `audioType`: an ending like `.wav` to offer those alone; empty for packages and all.
 std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioType = {});
@@ -55,7 +66,11 @@ Result<std::vector<Path>> FilesOfSource(Session& session, const Path& source,
                                         ProgressScope& progress);
 /// All files of a folder, packages unpacked. Failures are told together at the end.
 void AddFilesFromFolder(Session& session, const Path& source, const Path& folder,
-                        ProgressScope& progress, Subfolders subfolders, SourceReport& report);
+                        const SourceOptions& options, ProgressScope& progress,
+                        Subfolders subfolders, SourceReport& report);
+
+/// Tells that a source failed: of a package what is wrong with it, in words of its own.
+void TellSourceFailure(Session& session, const std::string& text, const Failure& failure);
 
 /// Names what is not in the level, or not under its own name, if anything.
 void TellReport(Session& session, const SourceReport& report);

@@ -28,11 +28,10 @@ ToolArguments ZipArguments(const Path& package, const std::vector<std::string>& 
     return arguments;
 }
 
-ToolArguments UnzipArguments(const Path& package, const Path& folder, bool junkPaths,
-                             const std::string&)
+ToolArguments UnzipArguments(const UnpackOrder& order)
 {
-    ToolArguments arguments{"-o", package.native(), "-d", folder.native()};
-    if (junkPaths)
+    ToolArguments arguments{"-o", order.package.native(), "-d", order.folder.native()};
+    if (order.junkPaths)
         arguments.insert(arguments.begin(), "-j");
     return arguments;
 }
@@ -54,20 +53,43 @@ void AddCharset(ToolArguments& arguments, const std::string& charset)
     arguments.push_back("hdrcharset=" + charset);
 }
 
-/// Rights, owners and marks of another system stay behind; so do the folders when they are junk.
-ToolArguments TarArguments(const Path& package, const Path& folder, bool junkPaths,
-                           const std::string& charset)
+/// A pattern that fits this name alone, and nothing below it.
+std::string ExactPattern(const std::string& name)
 {
-    ToolArguments arguments{
-        "-x",           "-v",          "--no-same-owner", "--no-same-permissions",
-        "--no-acls",    "--no-fflags", "--no-xattrs",     "--passphrase",
-        noPassword,     "-f",          package.native(),  "-C",
-        folder.native()};
-    if (junkPaths) {
+    std::string pattern = "^";
+    for (const char c : name) {
+        if (std::string_view{"*?[]\\$^"}.find(c) != std::string_view::npos)
+            pattern += '\\';
+        pattern += c;
+    }
+    return pattern + "$";
+}
+
+/// Rights, owners and marks of another system stay behind; so do the folders when they are junk.
+ToolArguments TarArguments(const UnpackOrder& order)
+{
+    ToolArguments arguments{"-x",
+                            "-v",
+                            "--no-same-owner",
+                            "--no-same-permissions",
+                            "--no-acls",
+                            "--no-fflags",
+                            "--no-xattrs",
+                            "--passphrase",
+                            noPassword,
+                            "-f",
+                            order.package.native(),
+                            "-C",
+                            order.folder.native()};
+    if (order.junkPaths) {
         arguments.emplace_back("-s");
         arguments.emplace_back("#.*/##");
     }
-    AddCharset(arguments, charset);
+    for (const std::string& name : order.skip) {
+        arguments.emplace_back("--exclude");
+        arguments.push_back(ExactPattern(name));
+    }
+    AddCharset(arguments, order.page);
     return arguments;
 }
 

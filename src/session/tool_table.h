@@ -17,6 +17,15 @@ enum class ToolId { Zip, Unzip, Bsdtar, Madplay, Lame };
 
 using ToolArguments = std::vector<std::string>;
 
+/// What a package is unpacked with.
+struct UnpackOrder {
+    const Path& package;
+    const Path& folder;
+    bool junkPaths = false;
+    const std::string& page;              ///< of names that have none; empty: as the tool thinks
+    const std::vector<std::string>& skip; ///< entries that stay packed, by their exact names
+};
+
 struct ToolRow {
     ToolId id;
     /// The executable: in the program's folder, otherwise on the system's path.
@@ -37,9 +46,8 @@ struct ToolRow {
     /// What the arguments of each use become; null for a use that the tool does not have. All
     /// paths are absolute, so none is taken for a switch.
     ToolArguments (*pack)(const Path& package, const std::vector<std::string>& names);
+    ToolArguments (*unpack)(const UnpackOrder& order);
     /// `charset`: the code page of names that have none of their own; empty: as the tool thinks.
-    ToolArguments (*unpack)(const Path& package, const Path& folder, bool junkPaths,
-                            const std::string& charset);
     ToolArguments (*list)(const Path& package, const std::string& charset);
     std::vector<PackageEntry> (*parseList)(std::string_view text);
     ToolArguments (*decode)(const Path& source, const Path& wave, Checksums checksums) = nullptr;

@@ -1,10 +1,8 @@
 #include "session/zip_directory.h"
 
-#include "core/text.h"
 #include "platform/files.h"
 
 #include <algorithm>
-#include <array>
 #include <span>
 
 namespace kestrova
@@ -58,58 +56,16 @@ bool HasUnicodeName(std::string_view extras)
     return false;
 }
 
-// What each byte from 0x80 on is in a code page: a small letter of names (3), a rarer one (2), a
-// capital or a rare letter (1), a sign (0), a piece of a frame (-), nothing at all (x).
-constexpr std::string_view cp437 = "13333333333333111313333321100000"
-                                   "3333310000000000----------------"
-                                   "--------------------------------"
-                                   "030000000000000000000000000000-0";
-constexpr std::string_view cp850 = "13333333333333111313333321130100"
-                                   "3333310000000000-----1110----00-"
-                                   "------31-------0111111111----01-"
-                                   "131121011111210000000000000000-0";
-constexpr std::string_view windows1252 = "0x00000000101x1xx000000000101x11"
-                                         "00000000000000000000000000000000"
-                                         "11111111111111111111111011111113"
-                                         "33333333333333331333323033333212";
-
-int WeightOf(char kind)
+bool IsFolder(std::uint8_t madeBy, std::uint32_t attributes)
 {
-    constexpr int sign = -1;
-    constexpr int frame = -3;
-    constexpr int nothing = -1000;
-    switch (kind) {
-    case '0':
-        return sign;
-    case '-':
-        return frame;
-    case 'x':
-        return nothing;
-    default:
-        return kind - '0';
-    }
+    constexpr std::uint8_t unix = 3;
+    constexpr std::uint32_t kindOfUnix = 0170000;
+    constexpr std::uint32_t folderOfUnix = 0040000;
+    constexpr std::uint32_t folderOfDos = 0x10;
+    if (madeBy == unix)
+        return ((attributes >> 16) & kindOfUnix) == folderOfUnix;
+    return (attributes & folderOfDos) != 0;
 }
-
-int Score(std::string_view kinds, const std::vector<std::string_view>& names)
-{
-    constexpr unsigned char firstHigh = 0x80;
-    int score = 0;
-    for (const std::string_view name : names)
-        for (const char c : name)
-            if (const auto byte = static_cast<unsigned char>(c); byte >= firstHigh)
-                score += WeightOf(kinds[byte - firstHigh]);
-    return score;
-}
-
-bool IsAscii(std::string_view name)
-{
-    return std::all_of(name.begin(), name.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-constexpr std::uint8_t madeByDos = 0;
-constexpr std::uint8_t madeByNt = 11;
-constexpr std::string_view utf8 = "UTF-8";
 
 } // namespace
 
@@ -146,13 +102,14 @@ std::vector<ZipName> ParseZipDirectory(std::string_view tail)
         name.method = static_cast<std::uint16_t>(NumberAt(entries, 10, 2));
         if (const std::uint32_t bytes = NumberAt(entries, 24, 4); bytes != beyond)
             name.size = bytes;
+        name.isFolder = IsFolder(name.madeBy, NumberAt(entries, 38, 4));
         names.push_back(std::move(name));
         entries.remove_prefix(whole);
     }
     return names;
 }
 
-std::vector<ZipName> ReadZipDirectory(const Path& zip)
+ZipDirectory ReadZipDirectory(const Path& zip)
 {
     platform::File file;
     if (platform::File::OpenForRead(zip, file))
@@ -170,44 +127,10 @@ std::vector<ZipName> ReadZipDirectory(const Path& zip)
     const std::uint64_t wanted = ZipDirectorySize(tail);
     if (wanted > longestDirectory || (wanted > tail.size() && !readTail(wanted)))
         return {};
-    return ParseZipDirectory(tail);
-}
-
-std::string_view CharsetOfNames(const std::vector<ZipName>& names)
-{
-    constexpr std::uint16_t stored = 0;
-    constexpr std::uint16_t deflated = 8;
-    std::vector<std::string_view> unknown;
-    bool dos = false;
-    bool spoiled = false; // unzip 6.0 takes UTF-8 of DOS for the code page of DOS
-    for (const ZipName& name : names) {
-        if (name.method != stored && name.method != deflated)
-            return {};
-        if (IsAscii(name.bytes))
-            continue;
-        if (name.hasUtf8 || (name.isUtf8 && !IsUtf8(name.bytes)))
-            return {};
-        spoiled = spoiled || (name.isUtf8 && name.madeBy == madeByDos);
-        if (name.isUtf8)
-            continue;
-        unknown.push_back(name.bytes);
-        dos = dos || name.madeBy == madeByDos || name.madeBy == madeByNt;
-    }
-    if (std::all_of(unknown.begin(), unknown.end(), IsUtf8))
-        return dos || spoiled ? utf8 : std::string_view{};
-    struct CodePage {
-        std::string_view name;
-        std::string_view kinds;
-    };
-    // Of equals the first one counts: what is usual where the zip was made.
-    std::array<CodePage, 3> pages{{{"CP437", cp437}, {"CP850", cp850}, {"CP1252", windows1252}}};
-    if (!dos)
-        std::swap(pages.front(), pages.back());
-    return std::max_element(pages.begin(), pages.end(),
-                            [&](const CodePage& a, const CodePage& b) {
-                                return Score(a.kinds, unknown) < Score(b.kinds, unknown);
-                            })
-        ->name;
+    ZipDirectory directory{ParseZipDirectory(tail), {}};
+    if (const std::size_t end = EndOf(tail); end != std::string_view::npos)
+        directory.comment = tail.substr(end + endSize);
+    return directory;
 }
 
 } // namespace kestrova

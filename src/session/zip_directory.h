@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <vector>
 
-/// The entries of a zip's directory, for what no tool tells: in which code page the names are, and
-/// how many there are whatever else the file makes a tool print. Read without trust. The directory
-/// lies at the end of the file:
+/// The entries of a zip's directory, for what no tool tells: in which code page the names are, by
+/// which methods the files are packed, and how many there are whatever else the file makes a tool
+/// print. Read without trust. The directory lies at the end of the file:
 ///
 ///     entry                                              end record
 ///        0  4  "PK" 1 2                                     0  4  "PK" 5 6
@@ -16,6 +16,7 @@
 ///       10  2  method: 0 stored, 8 deflated                20  2  length c of the comment
 ///       24  4  size when unpacked                          22  c  comment
 ///       28  6  lengths n, e, c of name, extras, comment
+///       38  4  attributes: of DOS (0x10: a folder), of Unix in the upper half
 ///       46  n  name; then e, c
 namespace kestrova
 {
@@ -27,8 +28,14 @@ struct ZipName {
     std::uint8_t madeBy = 0;
     std::uint16_t method = 0;
     std::uint32_t size = 0; ///< when unpacked; 0 where the true one stands elsewhere
+    bool isFolder = false;  ///< by its attributes, whatever its name ends with
 
     bool operator==(const ZipName&) const = default;
+};
+
+struct ZipDirectory {
+    std::vector<ZipName> names;
+    std::string comment; ///< of the whole zip, as bytes
 };
 
 /// How many bytes at the end of the file the directory takes up to its end; 0 when `tail`, the last
@@ -37,11 +44,6 @@ std::uint64_t ZipDirectorySize(std::string_view tail);
 /// The entries of the directory that ends with `tail`; empty when it is none, or damaged.
 std::vector<ZipName> ParseZipDirectory(std::string_view tail);
 /// The same for a file. Directories above 16 MB are not read.
-std::vector<ZipName> ReadZipDirectory(const Path& zip);
-
-/// The code page, by the name that converters know, that the names without one are written in:
-/// the one in which they hold most letters as people write them. Empty when there is nothing to
-/// find out, and when the zip has something that `unzip` alone reads.
-std::string_view CharsetOfNames(const std::vector<ZipName>& names);
+ZipDirectory ReadZipDirectory(const Path& zip);
 
 } // namespace kestrova

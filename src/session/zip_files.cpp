@@ -1,7 +1,7 @@
 #include "session/zip_files.h"
 
 #include "core/parallel.h"
-#include "session/zip_directory.h"
+#include "session/package_plan.h"
 
 #include <algorithm>
 
@@ -54,51 +54,85 @@ bool CleanFolder(const Path& folder, const UnzipOptions& options)
     return !options.cleanDestination || DeleteMatching(folder, RowText(Msg::PatAll));
 }
 
-/// The tool for a package, and the code page that its names are in where the tool must be told.
-struct Unpacker {
-    const ToolRow& row;
-    std::string charset;
-    /// What the program itself reads in a zip's directory; empty for another kind of package.
-    std::vector<PackageEntry> entries;
-};
-
-std::vector<PackageEntry> EntriesOf(std::vector<ZipName> directory)
+bool Holds(const std::string& text, std::initializer_list<std::string_view> parts)
 {
-    std::vector<PackageEntry> entries;
-    entries.reserve(directory.size());
-    for (ZipName& name : directory)
-        entries.push_back({std::move(name.bytes), name.size});
-    return entries;
+    return std::any_of(parts.begin(), parts.end(), [&](std::string_view part) {
+        return FindFolded(text, part) != std::string::npos;
+    });
 }
 
-/// `unzip` takes names without a code page for those of one system and writes them in another
-/// code page of its own; where that would spoil them the other tool unpacks.
-Unpacker UnpackerFor(Session& session, const Path& package)
+/// A tool that ran and did not do its work: what that means for the person, with the tool's own
+/// words beside it. The answer is False.
+bool JudgePackage(const ToolRow& row, const Path& package, ToolProgressState& state)
 {
-    const ToolRow& usual = RowOf(UnpackerOf(package));
-    if (usual.id != ToolId::Unzip)
-        return {usual, {}, {}};
-    const ToolRow& other = RowOf(ToolId::Bsdtar);
-    std::vector<ZipName> directory = ReadZipDirectory(package);
-    std::string charset{CharsetOfNames(directory)};
-    std::vector<PackageEntry> entries = EntriesOf(std::move(directory));
-    if (charset.empty() || FindTool(session, other).empty())
-        return {usual, {}, std::move(entries)};
-    return {other, std::move(charset), std::move(entries)};
+    constexpr int lockedForUnzip = 82;
+    constexpr int methodForUnzip = 81;
+    constexpr int fullForUnzip = 50;
+    const int code = state.end.code;
+    const bool leftOut = state.error == GetMsg(Msg::ToolLeftOut, {row.name});
+    if (!leftOut && state.error != GetMsg(Msg::ToolEndedWithCode, {row.name, std::to_string(code)}))
+        return false;                                      // it was stopped, or never ran
+    const bool tells = leftOut || row.id != ToolId::Unzip; // not in names of files
+    Msg words = Msg::PackageDamaged;
+    if (code == lockedForUnzip ||
+        (tells && Holds(state.details, {"passphrase", "password", "encrypt"})))
+        words = Msg::PackageLocked;
+    else if (code == methodForUnzip || (tells && Holds(state.details, {"unsupported"})))
+        words = Msg::PackageMethod;
+    else if (code == fullForUnzip || (tells && Holds(state.details, {"no space left"})))
+        words = Msg::PackageNoRoom;
+    state.details = state.error + std::string{lineBreak} + state.details;
+    state.error = GetMsg(words, {TextOf(package.filename())});
+    return false;
 }
 
-bool List(Session& session, const Unpacker& unpacker, const Path& package,
+/// Before the listing of a compressed tape is there, all of it was expanded.
+std::chrono::milliseconds ListLimit(ToolId tool, const Path& package)
+{
+    constexpr std::uint64_t megabyte = std::uint64_t{1} << 20;
+    const std::chrono::seconds more{FileSize(package) / megabyte};
+    return tool == ToolId::Unzip ? listLimit : listLimit + more;
+}
+
+/// The entries as the tool lists them, their names as text; with that, the page of their names is
+/// in the plan.
+bool List(Session& session, PackagePlan& plan, const Path& package, const std::string& namesAs,
           std::vector<PackageEntry>& entries, ToolProgressState& state)
 {
     entries.clear();
-    const ToolRow& row = unpacker.row;
-    if (!RunToolBatch(session, row.id, row.list(package, unpacker.charset), listLimit, state))
-        return false;
+    const ToolRow& row = RowOf(plan.tool);
+    if (!RunToolBatch(session, row.id, row.list(package, plan.page), ListLimit(row.id, package),
+                      state))
+        return JudgePackage(row, package, state);
     // A list of a million names takes longer than a window may stand still.
     RunOnAllCores(
         1, [&](std::size_t) { entries = row.parseList(state.output); },
         [&] { return state.progress == nullptr || (state.progress->Step(), true); });
+    if (UnpackerOf(package) != ToolId::Unzip)
+        PlanNames(plan, entries, namesAs);
+    ReadNames(entries, plan.page);
     return true;
+}
+
+/// What is neither a file nor a folder, by its place below `top`.
+std::vector<std::string> NotFilesBelow(const Path& top)
+{
+    std::vector<std::string> names;
+    std::vector<Path> folders{{}};
+    while (!folders.empty()) {
+        const Path place = std::move(folders.back());
+        folders.pop_back();
+        std::vector<platform::FolderEntry> entries;
+        (void)platform::ListFolder(top / place, entries); // what is shut is opened later
+        for (const platform::FolderEntry& entry : entries) {
+            if (entry.kind == platform::FileKind::Folder)
+                folders.push_back(place / entry.name);
+            else if (entry.kind != platform::FileKind::File)
+                names.push_back(TextOf(place / entry.name));
+        }
+    }
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 /// Where a package is unpacked before its files are moved in; nothing is in it.
@@ -132,7 +166,7 @@ void DropStaging(const Path& staging, ProgressScope* progress)
 
 /// Runs the tool into a staging folder and moves in what came, `always` or when the tool did its
 /// work.
-bool UnpackInto(Session& session, const Unpacker& unpacker, const Path& package, const Path& folder,
+bool UnpackInto(Session& session, const PackagePlan& plan, const Path& package, const Path& folder,
                 ToolRun run, const UnzipOptions& options, const std::vector<PackageEntry>& entries,
                 bool always, ToolProgressState& state)
 {
@@ -148,15 +182,22 @@ bool UnpackInto(Session& session, const Unpacker& unpacker, const Path& package,
     if (options.guard != nullptr)
         run.watch = [&] { return stopped = options.guard->Watch(); };
     const bool flatten = options.junkPaths && (always || CollideWhenFlat(entries));
-    run.arguments =
-        unpacker.row.unpack(package, *staging, options.junkPaths && !flatten, unpacker.charset);
+    run.arguments = RowOf(plan.tool).unpack(
+        {package, *staging, options.junkPaths && !flatten, plan.page, plan.skip});
     const bool unpacked = RunTool(session, run, state);
+    if (!unpacked && stopped.empty())
+        JudgePackage(RowOf(plan.tool), package, state);
     // What came within the last moments was not looked at yet.
     if (unpacked && options.guard != nullptr)
         state.error = stopped = options.guard->Look();
     if (!stopped.empty() || !(unpacked || always)) {
         DropStaging(*staging, state.progress);
         return false;
+    }
+    if (options.report != nullptr) {
+        options.report->namesAs = plan.namesAs;
+        options.report->notFiles = NotFilesBelow(*staging);
+        options.report->twice = NamesTwice(entries);
     }
     if (!MakePlain(*staging, [&] { return state.progress == nullptr || state.progress->Step(); })) {
         state.error = GetMsg(Msg::BreakUser);
@@ -226,7 +267,8 @@ bool ListZip(Session& session, const Path& package, std::vector<PackageEntry>& e
              ToolProgressState& state)
 {
     const Path source = std::filesystem::absolute(ResolvePath(package));
-    return List(session, UnpackerFor(session, source), source, entries, state);
+    PackagePlan plan = PlanFor(session, source, {});
+    return List(session, plan, source, {}, entries, state);
 }
 
 bool UnzipWithProgress(Session& session, const Path& package, const Path& folder,
@@ -245,26 +287,29 @@ bool UnzipWithProgress(Session& session, const Path& package, const Path& folder
     }
     if (!state.quiet && state.progress != nullptr)
         state.progress->SetLabel(GetMsg(Msg::ExtractFileList) + TextOf(source.filename()));
-    const Unpacker unpacker = UnpackerFor(session, source);
+    PackagePlan plan = PlanFor(session, source, options.namesAs);
     std::vector<PackageEntry> entries;
-    if (!List(session, unpacker, source, entries, state))
+    if (!List(session, plan, source, options.namesAs, entries, state))
         return false;
     // A list can be made to say less than what comes out; so can the directory, in another way.
     if (options.guard != nullptr) {
         state.error = options.guard->Refuses(entries);
         if (state.error.empty())
-            state.error = options.guard->Refuses(unpacker.entries);
+            state.error = options.guard->Refuses(plan.entries);
         if (!state.error.empty())
             return false;
     }
+    // The names in the directory are exact, those of the list are made harmless.
+    if (plan.entries.size() == entries.size())
+        entries = std::move(plan.entries);
 
-    ToolRun run{unpacker.row.id};
+    ToolRun run{plan.tool};
     run.handler = Msg::HandlerUnzip;
     // Entries of size 0 are folders.
     run.total = static_cast<std::uint64_t>(std::count_if(
         entries.begin(), entries.end(), [](const PackageEntry& entry) { return entry.size != 0; }));
     const bool unpacked =
-        UnpackInto(session, unpacker, source, target, run, options, entries, false, state);
+        UnpackInto(session, plan, source, target, run, options, entries, false, state);
     if (unpacked)
         ClearToolProgress(state);
     return unpacked;
@@ -288,10 +333,9 @@ bool UnzipQuick(Session& session, const Path& package, const Path& folder,
         session.host.Tell(Tone::Error, GetMsg(Msg::ErrorDeletingOldFiles) + TextOf(target));
         return false;
     }
-    const Unpacker unpacker = UnpackerFor(session, source);
+    const PackagePlan plan = PlanFor(session, source, options.namesAs);
     // The caller looks for the files.
-    (void)UnpackInto(session, unpacker, source, target, ToolRun{unpacker.row.id}, options, {}, true,
-                     state);
+    (void)UnpackInto(session, plan, source, target, ToolRun{plan.tool}, options, {}, true, state);
     return true;
 }
 

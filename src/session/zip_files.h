@@ -14,10 +14,19 @@ namespace kestrova
 /// told; any other failure is in the state. True when the zip is there.
 bool ZipFolder(Session& session, const Path& zip, const Path& folder, ToolProgressState& state);
 
+/// What unpacking brought to light beside the files.
+struct UnpackReport {
+    std::string namesAs{};               ///< the code page of `PackagePlan`; empty: none needed
+    std::vector<std::string> notFiles{}; ///< links and devices, which do not come in
+    std::vector<std::string> twice{};    ///< names of several files; the last of each came in
+};
+
 struct UnzipOptions {
     bool junkPaths = false;        ///< all files straight into the folder
     bool cleanDestination = false; ///< the folder's files go first
     UnpackGuard* guard = nullptr;  ///< whose words end it
+    std::string namesAs{};         ///< the code page for names that say none; empty: guessed
+    UnpackReport* report = nullptr;
 };
 
 /// Unpacks, with the bar following the count of files; the folder is made when missing. All of the
@@ -33,7 +42,8 @@ bool UnzipWithProgress(Session& session, const Path& package, const Path& folder
 bool UnzipQuick(Session& session, const Path& package, const Path& folder,
                 const UnzipOptions& options, ToolProgressState& state);
 
-/// The entries of a package; 20 seconds at most. A failure is in the state.
+/// The entries of a package; 20 seconds at most for a zip, for other kinds one more for each
+/// megabyte, since their lists stand among the packed files. A failure is in the state.
 bool ListZip(Session& session, const Path& package, std::vector<PackageEntry>& entries,
              ToolProgressState& state);
 
