@@ -1,5 +1,6 @@
 #include "archive/level_folders.h"
 #include "cli/work.h"
+#include "session/name_pages.h"
 #include "upkeep/add_level.h"
 
 #include <algorithm>
@@ -35,6 +36,38 @@ bool UnpackAll(NewLevel& level)
     return all;
 }
 
+std::string KnownNamePages()
+{
+    std::vector<std::string> names;
+    for (const NamePage& page : NamePages())
+        names.emplace_back(page.name);
+    return Join(names, ", ");
+}
+
+/// False, with words, when the page is none.
+bool CheckNamesPage(const Run& run, std::string_view command)
+{
+    const std::string wanted = run.arguments.ValueOf("--names");
+    if (!run.arguments.Has("--names") || FindNamePage(wanted) != nullptr)
+        return true;
+    (void)WrongUse(command, GetMsg(Msg::WrongNamesPage, {wanted, KnownNamePages()}));
+    return false;
+}
+
+void TakeNamesPage(const Run& run, NewLevel& level)
+{
+    if (const NamePage* page = FindNamePage(run.arguments.ValueOf("--names")); page != nullptr)
+        level.namesPage = page->name;
+}
+
+/// Says in which code page names were read, unless the person said it.
+void TellNamesPage(Run& run, const NewLevel& level)
+{
+    if (!level.NamesReadAs().empty() && !run.arguments.Has("--names"))
+        run.host.Tell(Tone::Plain, GetMsg(Msg::NamesReadAs,
+                                          {NamePageText(level.NamesReadAs()), KnownNamePages()}));
+}
+
 void TakeTexts(Run& run, NewLevel& level)
 {
     if (run.arguments.Has("--name"))
@@ -55,10 +88,12 @@ std::optional<Path> FileOfLevel(Run& run, const NewLevel& level, const std::stri
 
 bool ChangeFiles(Run& run, NewLevel& level)
 {
+    TakeNamesPage(run, level);
     if (run.arguments.Has("--add")) {
         if (!level.AddSources(PlacesFrom(run.arguments.ValuesOf("--add")), Subfolders::Take) ||
             !UnpackAll(level))
             return false;
+        TellNamesPage(run, level);
     }
     for (const std::string& name : run.arguments.ValuesOf("--remove-file")) {
         const auto file = FileOfLevel(run, level, name);
@@ -77,15 +112,18 @@ bool ChangeFiles(Run& run, NewLevel& level)
     return file.has_value();
 }
 
-Exit ShowAdded(Run& run, bool done, LevelCode code)
+Exit ShowAdded(Run& run, bool done, LevelCode code, const std::string& namesPage = {})
 {
     if (!done)
         return EndWork(run, false);
     const std::string name = Readable(LevelNameOf(run.session, code));
-    if (run.json != nullptr)
-        *run.json = {{"code", code}, {"name", name}};
-    else
+    if (run.json == nullptr) {
         AddLine(run, std::to_string(code) + "\t" + name);
+    } else {
+        *run.json = {{"code", code}, {"name", name}};
+        if (!namesPage.empty())
+            (*run.json)["names"] = namesPage;
+    }
     return EndWork(run, true);
 }
 
@@ -93,15 +131,19 @@ Exit ShowAdded(Run& run, bool done, LevelCode code)
 
 Exit RunAdd(Run& run)
 {
+    if (!CheckNamesPage(run, "add"))
+        return Exit::WrongUse;
     const std::vector<Path> sources = PlacesFrom(run.arguments.words);
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;
     const Operation operation{run.session};
     const auto progress = run.host.BeginProgress(ProgressWindow::Progress, {});
     LevelCode code = 0;
+    std::string namesPage;
     const bool added = AddLevel(
         run.session, *progress,
         [&](NewLevel& level) {
+            TakeNamesPage(run, level);
             bool all = level.AddSources(sources, Subfolders::Take);
             if (!level.LastReport().stopped)
                 all = UnpackAll(level) && all;
@@ -111,17 +153,19 @@ Exit RunAdd(Run& run)
                 run.host.Tell(Tone::Error, GetMsg(Msg::AddGivenUp));
                 return false;
             }
+            namesPage = level.NamesReadAs();
+            TellNamesPage(run, level);
             TakeTexts(run, level);
             return level.Accept();
         },
         code);
-    return ShowAdded(run, added, code);
+    return ShowAdded(run, added, code, namesPage);
 }
 
 Exit RunEdit(Run& run)
 {
     const auto code = CodeFromWord(run, run.arguments.words.front());
-    if (!code)
+    if (!code || !CheckNamesPage(run, "edit"))
         return Exit::WrongUse;
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;

@@ -1,6 +1,7 @@
 #include "ui/dialog_new_level.h"
 
 #include "catalogue/message.h"
+#include "session/name_pages.h"
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
 #include "ui/qt_text.h"
@@ -40,7 +41,8 @@ QLabel* CaptionFor(QWidget* control, const char* name)
 
 NewLevelDialog::NewLevelDialog(Session& session, QWidget* parent)
     : QDialog(parent), session_(session), name_(new QLineEdit(this)), note_(new QLineEdit(this)),
-      moreInfo_(new QComboBox(this)), files_(new QTreeWidget(this)),
+      moreInfo_(new QComboBox(this)), names_(new QComboBox(this)),
+      namesLabel_(CaptionFor(names_, "Label_NamesOf")), files_(new QTreeWidget(this)),
       hint_(new QLabel(files_->viewport())), size_(new QLabel(this)), info_(new QLabel(this)),
       bar_(new QProgressBar(this)), stop_(NamedButton(this, "Pul_Stop")),
       addFile_(NamedButton(this, "Pul_AddFile")), addFolder_(NamedButton(this, "Pul_AddFolder")),
@@ -80,6 +82,13 @@ QLayout* NewLevelDialog::MakeTexts()
     grid->addWidget(note_, 1, 1);
     grid->addWidget(CaptionFor(moreInfo_, "Label_MoreInfoOf"), 2, 0);
     grid->addWidget(moreInfo_, 2, 1);
+    names_->setObjectName(QStringLiteral("Combo_Names"));
+    names_->setToolTip(Words(Msg::NewLevelNamesTip));
+    names_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    for (const NamePage& page : NamePages())
+        names_->addItem(ToQt(NamePageText(page.name)), ToQt(std::string{page.name}));
+    grid->addWidget(namesLabel_, 3, 0);
+    grid->addWidget(names_, 3, 1);
     grid->setColumnStretch(1, 1);
     return grid;
 }
@@ -143,6 +152,11 @@ void NewLevelDialog::Connect()
     connect(moreInfo_, &QComboBox::activated, this, [this](int row) {
         level_->moreInfo = row == 0 ? std::string{} : FromQt(moreInfo_->itemText(row));
     });
+    connect(names_, &QComboBox::activated, this, [this](int row) {
+        const std::string page = FromQt(names_->itemData(row).toString());
+        if (page != level_->NamesReadAs())
+            Run([this, page] { level_->ReadNamesAs(page); });
+    });
     const auto step = [this](QPushButton* button, auto work) {
         connect(button, &QPushButton::clicked, this, [this, work] { Run(work); });
     };
@@ -202,6 +216,7 @@ void NewLevelDialog::ShowLevel()
         note_->setText(ToQt(level_->note));
     ShowFiles();
     ShowMoreInfo();
+    ShowNamesPage();
     size_->setText(ToQt(level_->FilesText()));
     setMyLanguage_->setEnabled(level_->CanSetLanguage());
     for (QPushButton* button : {addFile_, addFolder_, remove_})
@@ -242,6 +257,15 @@ void NewLevelDialog::ShowMoreInfo()
     }
     moreInfo_->addItems(names);
     moreInfo_->setCurrentIndex(chosen);
+}
+
+/// Only where a package has names that do not say their code page is there something to choose.
+void NewLevelDialog::ShowNamesPage()
+{
+    const std::string& page = level_->NamesReadAs();
+    namesLabel_->setVisible(!page.empty());
+    names_->setVisible(!page.empty());
+    names_->setCurrentIndex(names_->findData(ToQt(page)));
 }
 
 Path NewLevelDialog::SelectedFile() const

@@ -46,6 +46,7 @@ private:
     void ShowLevel();
     void ShowFiles();
     void ShowMoreInfo();
+    void ShowNamesPage();
     [[nodiscard]] Path SelectedFile() const;
 
     Session& session_;
@@ -53,6 +54,8 @@ private:
     QLineEdit* name_;
     QLineEdit* note_;
     QComboBox* moreInfo_;
+    QComboBox* names_;
+    QLabel* namesLabel_;
     QTreeWidget* files_;
     QLabel* hint_;
     QLabel* size_;

@@ -5,6 +5,7 @@
 #include "session/level_config_file.h"
 #include "session/zip_files.h"
 #include "support/tool_box.h"
+#include "support/zip_builder.h"
 #include "swap/history.h"
 
 #include <gtest/gtest.h>
@@ -209,6 +210,37 @@ TEST_F(NewLevelTest, NoFileIsLostBesideAnotherOne)
     EXPECT_TRUE(box.host.WasTold("left out: link.tr4, up.")) << box.host.AllTold();
     EXPECT_EQ(box.Read("levels/LEVEL_0001/files/within.txt"), "same");
     EXPECT_EQ(box.Read("levels/LEVEL_0001/files/readme.txt"), "the inner one");
+}
+
+TEST_F(NewLevelTest, NamesOfAPackageAreReadAnewInTheChosenCodePage)
+{
+    // The same bytes are the one in Russian and the other in English.
+    const std::string name = "\x8A\xA0\xE0\xE2\xA0.txt";
+    const std::string inner =
+        BuildZip({{"\x8F\xE0\xAE\xE7\xE2\xA8.txt", "inner", madeByDos}, {"level.tr4", "level"}});
+    box.Write("r.zip", BuildZip({{name, "outer", madeByDos}, {"inner.zip", inner}}));
+    box.Write("own.txt", "own");
+    NewLevel& level = Begin();
+    ASSERT_TRUE(level.AddSources({box / "r.zip", box / "own.txt"})) << box.host.AllTold();
+    EXPECT_EQ(level.NamesReadAs(), "CP866");
+    const Files russian{{"level.tr4", "level"},
+                        {"own.txt", "own"},
+                        {"Карта.txt", "outer"},
+                        {"Прочти.txt", "inner"}};
+    EXPECT_EQ(Part("files"), russian);
+    ASSERT_TRUE(level.ReadNamesAs("CP437")) << box.host.AllTold();
+    EXPECT_EQ(level.NamesReadAs(), "CP437");
+    EXPECT_EQ(Part("files"), (Files{{"level.tr4", "level"},
+                                    {"own.txt", "own"},
+                                    {"èáαΓá.txt", "outer"},
+                                    {"Åα«τΓ¿.txt", "inner"}}));
+    ASSERT_TRUE(level.ReadNamesAs("CP866"));
+    EXPECT_EQ(Part("files"), russian);
+    // Without the package nothing goes.
+    std::filesystem::remove(box / "r.zip");
+    EXPECT_FALSE(level.ReadNamesAs("CP437"));
+    EXPECT_TRUE(box.host.WasTold("r.zip"));
+    EXPECT_EQ(Part("files"), russian);
 }
 
 TEST_F(NewLevelTest, ManyNamesInAMessageAreBounded)

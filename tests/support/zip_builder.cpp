@@ -47,11 +47,13 @@ std::string BuildZip(const std::vector<BuiltEntry>& entries, const std::string& 
     std::string local;
     std::string directory;
     for (const BuiltEntry& entry : entries) {
-        const std::string packed = entry.deflated ? Deflated(entry.content) : entry.content;
+        const std::string packed = entry.packed     ? *entry.packed
+                                   : entry.deflated ? Deflated(entry.content)
+                                                    : entry.content;
         std::string common;
         Put(common, 20, 2);
         Put(common, entry.flags, 2);
-        Put(common, entry.deflated ? 8 : 0, 2);
+        Put(common, entry.deflated ? 8U : entry.method, 2);
         Put(common, 0x21'0000, 4);
         Put(common, Crc(entry.content), 4);
         Put(common, static_cast<std::uint32_t>(packed.size()), 4);
@@ -63,7 +65,7 @@ std::string BuildZip(const std::vector<BuiltEntry>& entries, const std::string& 
         Put(directory, entry.madeBy, 2);
         directory += common;
         Put(directory, 0, 6);
-        Put(directory, entry.mode << 16, 4);
+        Put(directory, entry.mode << 16 | entry.dosAttributes, 4);
         Put(directory, static_cast<std::uint32_t>(local.size()), 4);
         directory += entry.name;
         local += "PK\x03\x04" + common + entry.name + packed;

@@ -17,6 +17,9 @@ struct BuiltEntry {
     std::uint32_t mode = 0100644;  ///< of Unix
     bool deflated = false;
     std::optional<std::uint32_t> claimedSize{}; ///< what the directory says instead of the truth
+    std::uint32_t dosAttributes = 0;            ///< 0x10: a folder
+    std::uint16_t method = 0;                   ///< with `packed`: how that is packed
+    std::optional<std::string> packed{};        ///< what stands in the zip for the content
 };
 
 inline constexpr std::uint16_t madeByDos = 0x0014;
