@@ -131,19 +131,21 @@ private:
 /// Nobody else looks into the staging folder: the file is written under its own name at once.
 Status ExpandInto(ReadyFile& file, const Path& target, SpaceLeft& space)
 {
-    const auto bytes = ZlExpander::OfThisThread().ExpandFile(file.path, space.Now());
-    if (!bytes)
-        return bytes.Error();
-    if (auto status = space.Take(bytes->size(), file.path); !status)
-        return status;
+    const auto written = [&](const std::error_code& failure) {
+        return failure ? Status{MakeFailure(ErrorCode::CannotWrite, TextOf(file.path), failure)}
+                       : Status{};
+    };
     platform::File output;
-    auto failure = platform::File::CreateNew(target, output);
-    if (!failure)
-        failure = output.Write(std::as_bytes(std::span(*bytes)));
-    if (!failure)
-        failure = output.Close();
-    if (failure)
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(file.path), failure);
+    if (auto status = written(platform::File::CreateNew(target, output)); !status)
+        return status;
+    const auto write = [&](std::string_view piece) {
+        auto status = space.Take(piece.size(), file.path);
+        return status ? written(output.Write(std::as_bytes(std::span(piece)))) : status;
+    };
+    if (auto status = StreamZl(file.path, space.Now(), write); !status)
+        return status;
+    if (auto status = written(output.Close()); !status)
+        return status;
     // Some disks keep no times; the bytes are what counts.
     (void)platform::SetModified(target, file.modifiedNs);
     const platform::FileFacts facts = platform::FactsOf(target);

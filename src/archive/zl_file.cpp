@@ -5,6 +5,10 @@
 #include <algorithm>
 #include <libdeflate.h>
 #include <new>
+#include <optional>
+#include <span>
+#include <vector>
+#include <zlib.h>
 
 namespace kestrova
 {
@@ -120,16 +124,90 @@ Result<std::string> ExpandZlBytes(std::string_view bytes, std::uint64_t limit)
     return std::string{*expanded};
 }
 
-Result<std::uint64_t> ExpandedSizeOfZl(const Path& source, std::uint64_t limit)
-{
-    const auto expanded = ZlExpander::OfThisThread().ExpandFile(ResolvePath(source), limit);
-    if (!expanded)
-        return expanded.Error();
-    return std::uint64_t{expanded->size()};
-}
-
 namespace
 {
+
+/// zlib's own engine, which is slower and needs no more memory than its window.
+class Inflater
+{
+public:
+    Inflater() : good_(inflateInit(&stream_) == Z_OK) {}
+    ~Inflater()
+    {
+        if (good_)
+            inflateEnd(&stream_);
+    }
+    Inflater(const Inflater&) = delete;
+    Inflater& operator=(const Inflater&) = delete;
+
+    [[nodiscard]] bool Good() const { return good_; }
+    [[nodiscard]] bool AtEnd() const { return atEnd_; }
+    void Give(std::span<std::byte> bytes)
+    {
+        stream_.next_in = reinterpret_cast<Bytef*>(bytes.data());
+        stream_.avail_in = static_cast<uInt>(bytes.size());
+    }
+    [[nodiscard]] bool HasMore() const { return stream_.avail_in > 0; }
+    /// How much came out; no value when the stream is wrong.
+    std::optional<std::size_t> Take(std::span<char> room)
+    {
+        stream_.next_out = reinterpret_cast<Bytef*>(room.data());
+        stream_.avail_out = static_cast<uInt>(room.size());
+        const int result = inflate(&stream_, Z_NO_FLUSH);
+        atEnd_ = result == Z_STREAM_END;
+        if (!atEnd_ && result != Z_OK && result != Z_BUF_ERROR)
+            return {};
+        return room.size() - stream_.avail_out;
+    }
+
+private:
+    z_stream stream_{};
+    bool good_;
+    bool atEnd_ = false;
+};
+
+/// All that comes out of the bytes that were given.
+Status TakeAll(Inflater& inflater, std::span<char> room, std::uint64_t& left, const ZlSink& sink)
+{
+    for (;;) {
+        const auto made = inflater.Take(room);
+        if (!made || (inflater.AtEnd() && inflater.HasMore()))
+            return Failure{ErrorCode::Damaged, {}, {}};
+        if (*made > left)
+            return Failure{ErrorCode::NoSpace, {}, {}};
+        left -= *made;
+        if (*made > 0)
+            if (auto status = sink({room.data(), *made}); !status)
+                return status;
+        if (inflater.AtEnd() || (*made < room.size() && !inflater.HasMore()))
+            return {};
+    }
+}
+
+Status InflateFile(const Path& file, std::uint64_t limit, const ZlSink& sink)
+{
+    constexpr std::size_t pieceSize = std::size_t{1} << 18;
+    platform::File input;
+    if (const auto failure = platform::File::OpenForRead(file, input))
+        return MakeFailure(ErrorCode::CannotOpen, TextOf(file), failure);
+    Inflater inflater;
+    if (!inflater.Good())
+        throw std::bad_alloc{};
+    std::vector<std::byte> in(pieceSize);
+    std::vector<char> out(pieceSize);
+    std::uint64_t left = std::min(limit, maxZlContent);
+    for (;;) {
+        std::size_t got = 0;
+        if (const auto failure = input.Read(in, got))
+            return MakeFailure(ErrorCode::CannotRead, TextOf(file), failure);
+        if (got == 0 || inflater.AtEnd()) // junk behind the end, or an end that is missing
+            return got == 0 && inflater.AtEnd() ? Status{}
+                                                : Failure{ErrorCode::Damaged, TextOf(file), {}};
+        inflater.Give(std::span{in}.first(got));
+        if (auto status = TakeAll(inflater, out, left, sink); !status)
+            return status.Error().subject.empty() ? WithSubject(status.Error(), file) : status;
+    }
+}
 
 Status WriteWithTimeOf(const Path& source, StagedFile& staged, std::string_view bytes)
 {
@@ -143,6 +221,31 @@ Status WriteWithTimeOf(const Path& source, StagedFile& staged, std::string_view 
 }
 
 } // namespace
+
+Status StreamZl(const Path& source, std::uint64_t limit, const ZlSink& sink)
+{
+    const Path file = ResolvePath(source);
+    if (platform::FactsOf(file).size <= zlMemory) {
+        const auto whole = ZlExpander::OfThisThread().ExpandFile(file, std::min(limit, zlMemory));
+        if (whole)
+            return sink(*whole);
+        if (whole.Error().code != ErrorCode::NoSpace || limit <= zlMemory)
+            return whole.Error();
+    }
+    return InflateFile(file, limit, sink);
+}
+
+Result<std::uint64_t> ExpandedSizeOfZl(const Path& source, std::uint64_t limit)
+{
+    std::uint64_t size = 0;
+    const auto counted = StreamZl(source, limit, [&](std::string_view piece) {
+        size += piece.size();
+        return Status{};
+    });
+    if (!counted)
+        return counted.Error();
+    return size;
+}
 
 Status CompressToZl(const Path& source, const Path& target)
 {
@@ -162,12 +265,15 @@ Status CompressToZl(const Path& source, const Path& target)
 Status ExpandZl(const Path& source, const Path& target, std::uint64_t limit)
 {
     const Path from = ResolvePath(source);
-    const auto expanded = ZlExpander::OfThisThread().ExpandFile(from, limit);
-    if (!expanded)
-        return expanded.Error();
     StagedFile staged{ResolvePath(target)};
-    if (auto status = WriteWithTimeOf(from, staged, *expanded); !status)
+    if (auto status = staged.Open(); !status)
         return status;
+    if (auto status =
+            StreamZl(from, limit, [&](std::string_view piece) { return staged.Write(piece); });
+        !status)
+        return status;
+    (void)platform::SetModified(staged.StagedPath(),
+                                platform::FactsOf(from).modifiedNs); // as above
     return staged.Commit(false);
 }
 

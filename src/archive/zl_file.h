@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 
+#include <functional>
 #include <memory>
 
 /// `.zl`: one file as one zlib stream (RFC 1950), named like its source with ".zl" added.
@@ -18,7 +19,15 @@ Status CompressToZl(const Path& source, const Path& target);
 /// `Damaged` for a stream that is cut, wrong, or followed by junk; `NoSpace` when it would expand
 /// beyond `limit` bytes. The target is written whole or not at all, with the stream's time.
 Status ExpandZl(const Path& source, const Path& target, std::uint64_t limit);
-/// The expanded size, found by expanding in memory; proves the stream whole.
+/// Takes the expanded bytes, piece by piece and in order.
+using ZlSink = std::function<Status(std::string_view piece)>;
+/// Expands a file piece by piece. Whatever the stream becomes, no more than `zlMemory` of it is
+/// held at once. Failures as with `ExpandZl`, and the sink's own; what came before one was given
+/// out.
+Status StreamZl(const Path& source, std::uint64_t limit, const ZlSink& sink);
+/// The most that one thread holds of a stream and of what comes out of it.
+inline constexpr std::uint64_t zlMemory = std::uint64_t{64} << 20;
+/// The expanded size, found by expanding; proves the stream whole.
 Result<std::uint64_t> ExpandedSizeOfZl(const Path& source, std::uint64_t limit);
 /// The stream in memory, for readers and tests.
 Result<std::string> ExpandZlBytes(std::string_view bytes, std::uint64_t limit);

@@ -6,6 +6,7 @@
 #include "audio/level_audio.h"
 #include "catalogue/message.h"
 #include "intake/new_level.h"
+#include "session/level_config_file.h"
 #include "swap/history.h"
 
 #include <algorithm>
@@ -167,6 +168,9 @@ void NewLevel::DropTools()
 {
     for (const std::string& tool : Split(RowText(Msg::IntakeTools), '|'))
         (void)DeleteFile(workFolder_ / tool); // a program too many harms no level
+    // One that could be read is gone already; one that could not was told, and is no part of it.
+    if (mode_ == LevelMode::New)
+        (void)DeleteFile(LevelConfigPath(workFolder_));
 }
 
 bool NewLevel::StoreFiles()

@@ -1,6 +1,8 @@
 #include "intake/package_sources.h"
 
+#include "archive/zl_file.h"
 #include "catalogue/message.h"
+#include "core/staged_file.h"
 #include "session/name_list.h"
 #include "session/zip_files.h"
 
@@ -108,7 +110,7 @@ Status PutFile(Session& session, const Path& file, const Placing& placing, Progr
         return put;
     const std::string name = FoldCase(target.filename().native());
     report.placed.insert(name);
-    if (!placing.keepSource)
+    if (!placing.package.empty())
         report.unpacked.insert(name);
     return DropStoredForm(target);
 }
@@ -165,6 +167,108 @@ std::vector<Path> FirstOfEachName(const Tree& tree, SourceReport& report)
     return files;
 }
 
+bool IsStoredForm(const Path& file)
+{
+    return EndsWithName(file.filename().native(), RowText(Msg::ZlExtension));
+}
+
+/// How much a source may still become.
+struct ExpandLimit {
+    Path source;        ///< what the player gave
+    std::uint64_t most; ///< bytes, beyond which it counts as made to do harm
+};
+
+/// Expands a stored file to `target`, which it gives back; `limit` counts down.
+Result<Path> ExpandStored(Session& session, const Path& stored, const Path& target,
+                          ExpandLimit& limit, ProgressScope& progress)
+{
+    const auto refused = [&](const std::string& words, const Failure& why) {
+        return Failure{ErrorCode::Damaged, words, why.subject};
+    };
+    const std::string source = TextOf(limit.source.filename());
+    const auto free = session.machine.FreeSpace(target.parent_path());
+    if (!free)
+        return free.Error();
+    const UnpackLimits usual;
+    const std::uint64_t room = *free > usual.keepFree ? *free - usual.keepFree : 0;
+    std::uint64_t made = 0;
+    StagedFile staged{target};
+    if (auto status = staged.Open(); !status)
+        return status.Error();
+    const auto write = [&](std::string_view piece) {
+        made += piece.size();
+        return progress.Step() ? staged.Write(piece) : Status{MakeFailure(ErrorCode::Stopped, {})};
+    };
+    const auto expanded = StreamZl(stored, std::min(limit.most, room), write);
+    if (!expanded && expanded.Error().code == ErrorCode::Damaged)
+        return refused(GetMsg(Msg::StoredFormDamaged, {TextOf(stored.filename()), source}),
+                       expanded.Error());
+    if (!expanded && expanded.Error().code == ErrorCode::NoSpace && limit.most <= room)
+        return refused(GetMsg(Msg::UnpackTooBig,
+                              {source, FormatSize(static_cast<double>(FileSize(limit.source))),
+                               FormatSize(static_cast<double>(limit.most))}),
+                       expanded.Error());
+    if (!expanded)
+        return expanded.Error();
+    limit.most -= std::min(limit.most, made);
+    (void)platform::SetModified(staged.StagedPath(), platform::FactsOf(stored).modifiedNs);
+    if (auto status = staged.Commit(false); !status)
+        return status.Error();
+    return target;
+}
+
+/// The unpacked files with what they are in place of their stored form.
+Status ExpandStoredFiles(Session& session, std::vector<Path>& files, ExpandLimit limit,
+                         ProgressScope& progress, SourceReport& report)
+{
+    for (Path& file : files)
+        while (IsStoredForm(file)) {
+            Path target = file.parent_path() / StripExtension(file.filename().native());
+            if (!CaseTwins(target).empty()) {
+                const Path free = FreeNameFor(target);
+                report.renamed.push_back(
+                    GetMsg(Msg::RenamedPair, {TextOf(file.filename()), TextOf(free.filename())}));
+                target = free;
+            }
+            const auto expanded = ExpandStored(session, file, target, limit, progress);
+            if (!expanded)
+                return expanded.Error();
+            if (auto status = DeleteFile(file); !status)
+                return status;
+            file = *expanded;
+        }
+    return {};
+}
+
+std::uint64_t MostBytesOf(std::uint64_t source, const UnpackLimits& limits)
+{
+    const bool fits = limits.mostTimes == 0 || source <= ~std::uint64_t{0} / limits.mostTimes;
+    return std::max(limits.alwaysAllowed, fits ? source * limits.mostTimes : ~std::uint64_t{0});
+}
+
+/// A single file in stored form.
+Status ExpandSource(Session& session, const Path& source, const Placing& placing,
+                    const SourceOptions& options, ProgressScope& progress, SourceReport& report)
+{
+    const UnpackedFiles expanded{session};
+    if (auto status = MakeFolders(expanded.Folder()); !status)
+        return status;
+    // All of them together become no more than one could.
+    report.storedBytes += FileSize(source);
+    const std::uint64_t most = MostBytesOf(report.storedBytes, options.limits);
+    ExpandLimit limit{source, most - std::min(most, report.expandedBytes)};
+    Path file = source;
+    while (IsStoredForm(file)) {
+        const Path name = StripExtension(Readable(file.filename().native()));
+        const auto next = ExpandStored(session, file, expanded.Folder() / name, limit, progress);
+        if (!next)
+            return next.Error();
+        report.expandedBytes += FileSize(*next);
+        file = *next;
+    }
+    return PutFile(session, file, placing, progress, report);
+}
+
 Status UnzipSource(Session& session, const Path& package, const Path& folder,
                    const SourceOptions& options, ProgressScope& progress, SourceReport& report)
 {
@@ -173,9 +277,15 @@ Status UnzipSource(Session& session, const Path& package, const Path& folder,
         !status)
         return status;
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
-    const auto tree = ScanTree(unpacked.Folder(), [&] { return progress.Step(); });
+    auto tree = ScanTree(unpacked.Folder(), [&] { return progress.Step(); });
     if (!tree)
         return tree.Error();
+    const auto came = static_cast<std::uint64_t>(FolderSize(unpacked.Folder()));
+    const std::uint64_t most = MostBytesOf(FileSize(package), options.limits);
+    if (auto status = ExpandStoredFiles(session, tree->files,
+                                        {package, most - std::min(most, came)}, progress, report);
+        !status)
+        return status;
     std::vector<Path> files = FirstOfEachName(*tree, report);
     // The file that takes the package's own place comes last: until then the package is whole.
     std::stable_partition(files.begin(), files.end(), [&](const Path& file) {
@@ -297,6 +407,9 @@ Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folde
         return UnzipSource(session, source, folder, options, progress, report);
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
     const Path none;
+    if (IsStoredForm(source))
+        return ExpandSource(session, source, {folder, Replace::Silent, false, none}, options,
+                            progress, report);
     return PutFile(session, source, {folder, Replace::Silent, true, none}, progress, report);
 }
 

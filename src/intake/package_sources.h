@@ -37,6 +37,8 @@ struct SourceReport {
     std::vector<std::string> renamed;  ///< files that keep a free name, with that name
     std::set<std::string> placed;      ///< the names, folded, that came into the level's folder
     std::set<std::string> unpacked;    ///< those of them that came out of packages
+    std::uint64_t storedBytes = 0;     ///< in the stored form that came as single files
+    std::uint64_t expandedBytes = 0;   ///< what they became
     std::vector<Path> packages;        ///< the packages among the sources
     std::string namesAs;               ///< the code page that names had to be read in, if any
     bool stopped = false;              ///< by the person; what was copied until then stays
@@ -45,7 +47,9 @@ struct SourceReport {
 /// One file, or the files of a package, its folders left out, into `folder`. `Stopped` when the
 /// person stopped it. Files of one name within the package: the first stays, the others are named
 /// in the report. A package that lies in `folder` itself may hold a file of its own name, which
-/// takes its place.
+/// takes its place. What stands there in an archive's stored form (`.zl`) comes in as what it is,
+/// within the limits; `Damaged`, with words for the person as its subject, when it is not whole or
+/// goes beyond them.
 Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folder,
                          const SourceOptions& options, ProgressScope& progress,
                          SourceReport& report);

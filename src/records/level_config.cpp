@@ -34,8 +34,18 @@ template <class Io, class Config> void Describe(Io& io, Config& config)
     io.Count(config.files, leastFileEntry);
     for (auto& file : config.files)
         DescribeFile(io, file);
-    if (io.HasMore())
-        io.CountedText(config.tomWads);
+}
+
+/// The text behind the list, or what is there of it: a file that was cut here has lost nothing that
+/// the level itself needs.
+std::string TrailingText(std::string_view bytes)
+{
+    RecordReader length{bytes};
+    std::int16_t wanted = 0;
+    length.I16(wanted);
+    if (!length.Good() || wanted < 0)
+        return {};
+    return FromWindows1252(bytes.substr(length.Place(), static_cast<std::size_t>(wanted)));
 }
 
 } // namespace
@@ -47,6 +57,7 @@ Result<LevelConfig> ParseLevelConfig(std::string_view bytes)
     Describe(reader, config);
     if (!reader.Good())
         return Failure{ErrorCode::Damaged, {}, {}};
+    config.tomWads = TrailingText(bytes.substr(reader.Place()));
     return config;
 }
 
@@ -57,6 +68,7 @@ Result<std::string> FormatLevelConfig(const LevelConfig& config)
         file.name = FileNameOf(file.name);
     RecordWriter writer;
     Describe(writer, plain);
+    writer.CountedText(plain.tomWads);
     if (!writer.Good())
         return Failure{ErrorCode::Refused, {}, {}};
     return writer.Bytes();

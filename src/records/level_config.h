@@ -25,8 +25,8 @@
 ///     8696    10  ExeFormat
 ///     8706     4  FileCount
 ///
-/// A file may end right behind its last file entry: TomWads is empty then. It may be longer than
-/// that (an old tail). Lists, pairs and groups are NUL lists (`records/nul_list.h`).
+/// A file may end right behind its last file entry: TomWads is empty then. Where it ends within
+/// TomWads, what is there counts. It may be longer than that (an old tail). Lists, pairs and groups are NUL lists (`records/nul_list.h`).
 namespace kestrova
 {
 
@@ -56,7 +56,7 @@ struct LevelConfig {
 
 inline constexpr std::size_t levelConfigBlockSize = 8710;
 
-/// `Damaged` when a count or a length goes beyond the bytes, or is negative.
+/// `Damaged` when the file count, or a length in the list, goes beyond the bytes or is negative.
 Result<LevelConfig> ParseLevelConfig(std::string_view bytes);
 /// Texts longer than their fields are cut. `Refused` for a file's name or TomWads above 32767
 /// bytes, which no length can tell.

@@ -112,6 +112,42 @@ TEST(ZlFile, KeepsTheSourcesTime)
     EXPECT_EQ(missing.Error().code, ErrorCode::CannotRead);
 }
 
+TEST(ZlFile, WhateverAStreamBecomesOnlyAPieceOfItIsHeldAtOnce)
+{
+    Sandbox box;
+    const std::uint64_t size = zlMemory + (zlMemory >> 1) + 7;
+    const std::string stream = CompressZlBytes(std::string(size, 'x'));
+    box.Write("big.zl", stream);
+    std::uint64_t came = 0;
+    std::size_t longest = 0;
+    const auto take = [&](std::string_view piece) {
+        came += piece.size();
+        longest = std::max(longest, piece.size());
+        return Status{};
+    };
+    ASSERT_TRUE(StreamZl(box / "big.zl", maxZlContent, take));
+    EXPECT_EQ(came, size);
+    EXPECT_LT(longest, zlMemory / 16);
+    // Both ways find the same faults.
+    const std::string small = CompressZlBytes("small");
+    for (const std::string& whole : {stream, small}) {
+        for (const std::string& bad : {whole.substr(0, whole.size() - 1), whole + "x",
+                                       whole.substr(0, whole.size() - 4) + "sum!"}) {
+            box.Write("bad.zl", bad);
+            const auto status = StreamZl(box / "bad.zl", maxZlContent, take);
+            ASSERT_FALSE(status);
+            EXPECT_EQ(status.Error().code, ErrorCode::Damaged) << bad.size();
+            EXPECT_EQ(status.Error().subject, (box / "bad.zl").native());
+        }
+    }
+    came = 0;
+    EXPECT_EQ(StreamZl(box / "big.zl", size - 1, take).Error().code, ErrorCode::NoSpace);
+    EXPECT_LT(came, size);
+    EXPECT_EQ(*ExpandedSizeOfZl(box / "big.zl", size), size);
+    EXPECT_TRUE(ExpandZl(box / "big.zl", box / "big", size));
+    EXPECT_EQ(FileSize(box / "big"), size);
+}
+
 } // namespace
 
 } // namespace kestrova::testing

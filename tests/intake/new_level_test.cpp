@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
+#include "archive/zl_file.h"
 #include "session/level_config_file.h"
 #include "session/zip_files.h"
 #include "support/tool_box.h"
@@ -243,6 +244,59 @@ TEST_F(NewLevelTest, NamesOfAPackageAreReadAnewInTheChosenCodePage)
     EXPECT_EQ(Part("files"), russian);
 }
 
+TEST_F(NewLevelTest, TheStoredFormOfAnArchiveComesInAsWhatItIsAndWithinTheLimits)
+{
+    box.Write("in/level.tr4.zl", CompressZlBytes("level"));
+    box.Write("in/deep/twice.wav.zl.ZL", CompressZlBytes(CompressZlBytes("wave")));
+    box.Write("in/deep/readme.txt.zl", CompressZlBytes("the packed one"));
+    box.Write("in/deep/readme.txt", "the plain one");
+    Zip("in", "p.zip");
+    NewLevel& level = Begin();
+    ASSERT_TRUE(level.AddSources({box / "p.zip"})) << box.host.AllTold();
+    const Files expected{{"level.tr4", "level"},
+                         {"twice.wav", "wave"},
+                         {"readme.txt", "the plain one"},
+                         {"readme_2.txt", "the packed one"}};
+    EXPECT_EQ(Part("files"), expected);
+    EXPECT_TRUE(box.host.WasTold("readme.txt.zl as readme_2.txt"));
+    // A folder and a single file give the same.
+    box.Write("one/other.tr4.zl", CompressZlBytes("other"));
+    ASSERT_TRUE(level.AddSources({box / "one", box / "in/level.tr4.zl"})) << box.host.AllTold();
+    EXPECT_EQ(Part("files")["other.tr4"], "other");
+    EXPECT_EQ(Part("files").size(), 5U);
+
+    // What is damaged, or would fill the disk, is refused and leaves nothing.
+    const Files before = Part("files");
+    box.Write("bad/cut.tr4.zl", CompressZlBytes("level").substr(0, 6));
+    Zip("bad", "bad.zip");
+    EXPECT_FALSE(level.AddSources({box / "bad.zip"}));
+    EXPECT_TRUE(box.host.WasTold("'cut.tr4.zl' of 'bad.zip' is in the form in which an archive"));
+    const std::string zeros = CompressZlBytes(std::string(3 << 20, '\0'));
+    for (const char* name : {"a", "b", "c"})
+        box.Write("bomb/" + std::string{name} + ".tr4.zl", zeros);
+    Zip("bomb", "bomb.zip");
+    SourceOptions options;
+    options.limits.alwaysAllowed = 8 << 20;
+    options.limits.mostTimes = 10;
+    SourceReport report;
+    const auto packed = CopyOrUnzipSource(box.session, box / "bomb.zip", level.WorkFolder(),
+                                          options, *progress, report);
+    ASSERT_FALSE(packed);
+    EXPECT_NE(packed.Error().subject.find("No level does that"), std::string::npos)
+        << packed.Error().subject;
+    Status last;
+    for (const char* name : {"a", "b", "c"})
+        if (last)
+            last = CopyOrUnzipSource(box.session, box / ("bomb/" + std::string{name} + ".tr4.zl"),
+                                     level.WorkFolder(), options, *progress, report);
+    EXPECT_FALSE(last) << "single files count together";
+    Files after = Part("files");
+    after.erase("a.tr4");
+    after.erase("b.tr4");
+    EXPECT_EQ(after, before);
+    EXPECT_FALSE(FolderExists(UnpackingFolder(box.session)));
+}
+
 TEST_F(NewLevelTest, ManyNamesInAMessageAreBounded)
 {
     for (int i = 0; i < 1'000; ++i) {
@@ -395,6 +449,17 @@ TEST_F(NewLevelTest, TheConfigurationFileFillsTheTextsAndIsNotStored)
     EXPECT_EQ(level.Files().size(), 3U);
     level.Cancel();
     EXPECT_EQ(record.authorName, "") << "the record is as it was";
+
+    // One that cannot be read is told, and does not become a file of the level.
+    std::filesystem::remove_all(box / "levels/LEVEL_0001");
+    record = {};
+    box.Write("in/kestrova.cfg", "none at all");
+    NewLevel& other = Begin();
+    ASSERT_TRUE(other.AddSources({box / "in"}));
+    EXPECT_TRUE(box.host.WasTold("Error reading config file: "));
+    ASSERT_TRUE(other.Accept()) << box.host.AllTold();
+    EXPECT_EQ(Part("files").count("kestrova.cfg"), 0U);
+    EXPECT_EQ(Part("files").count("level.tr4"), 1U);
 }
 
 TEST_F(NewLevelTest, NoProgramIsTakenForADocumentNorKeepsTheRightsOfOne)

@@ -82,7 +82,7 @@ TEST(LevelConfig, EveryByteHasItsPlace)
     EXPECT_EQ(ParseLevelConfig("  x " + bytes.substr(4))->name, "  x");
 }
 
-TEST(LevelConfig, BothShapesAreTakenAndEveryShorterFileIsRefused)
+TEST(LevelConfig, BothShapesAreTakenAndOnlyTheTextBehindTheListMayBeCut)
 {
     const std::string empty = Bytes({});
     ASSERT_EQ(empty.size(), 8712U);
@@ -95,10 +95,14 @@ TEST(LevelConfig, BothShapesAreTakenAndEveryShorterFileIsRefused)
     const std::size_t listEnd = whole.size() - 2 - Example().tomWads.size();
     for (std::size_t size = 0; size < whole.size(); ++size) {
         const auto read = ParseLevelConfig(std::string_view{whole}.substr(0, size));
-        EXPECT_EQ(static_cast<bool>(read), size == listEnd) << size;
+        ASSERT_EQ(static_cast<bool>(read), size >= listEnd) << size;
         if (!read) {
             EXPECT_EQ(read.Error().code, ErrorCode::Damaged);
+            continue;
         }
+        const std::size_t left = size - std::min(size, listEnd + 2);
+        EXPECT_EQ(read->tomWads, Example().tomWads.substr(0, left)) << size;
+        EXPECT_EQ(read->files.size(), Example().files.size());
     }
     const auto withTail = ParseLevelConfig(whole + "an older, longer file");
     ASSERT_TRUE(withTail);
@@ -111,9 +115,10 @@ TEST(LevelConfig, CountsAndLengthsThatLieAreRefused)
     for (const std::string& rest :
          {"\xFF\xFF\xFF\x7F"s, "\xFF\xFF\xFF\xFF"s, "\0\0\0\x80"s, "\1\0\0\0"s,
           "\2\0\0\0\0\0\0\0\0\0"s + "\0\0\0"s, "\1\0\0\0"s + I16(-1) + "\0\0\0\0"s,
-          "\1\0\0\0"s + I16(32767) + "name\0\0\0\0"s, "\0\0\0\0"s + I16(-1) + "text",
-          "\0\0\0\0"s + I16(5) + "text"})
+          "\1\0\0\0"s + I16(32767) + "name\0\0\0\0"s})
         EXPECT_FALSE(ParseLevelConfig(block + rest)) << ::testing::PrintToString(rest);
+    EXPECT_EQ(ParseLevelConfig(block + "\0\0\0\0"s + I16(-1) + "text")->tomWads, "");
+    EXPECT_EQ(ParseLevelConfig(block + "\0\0\0\0"s + I16(5) + "text")->tomWads, "text");
 }
 
 TEST(LevelConfig, WhatIsTooLongIsCutOrRefused)
