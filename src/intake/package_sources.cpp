@@ -1,8 +1,8 @@
 #include "intake/package_sources.h"
 
-#include "archive/zl_file.h"
 #include "catalogue/message.h"
-#include "core/staged_file.h"
+#include "intake/file_placing.h"
+#include "intake/stored_sources.h"
 #include "session/name_list.h"
 #include "session/zip_files.h"
 
@@ -29,91 +29,6 @@ public:
 private:
     Path folder_;
 };
-
-/// A file that takes the place of a stored one: that one's compressed form must not stay beside it.
-Status DropStoredForm(const Path& target)
-{
-    Path stored = target;
-    stored += RowText(Msg::ZlExtension);
-    return FileExists(stored) ? DeleteFile(stored) : Status{};
-}
-
-/// A free name for a file that gives its own to another one. A second `.dat` would count as a
-/// language of the level, so there the number stands behind the ending.
-Path FreeNameFor(const Path& file)
-{
-    const bool isData = EqualNames(file.extension().native(), RowText(Msg::EndingDat));
-    const std::string head = isData ? file.filename().native() : file.stem().native();
-    const std::string tail = isData ? std::string{} : file.extension().native();
-    Path free;
-    int number = 1;
-    do
-        free = file.parent_path() / (head + "_" + std::to_string(++number) + tail);
-    while (!CaseTwins(free).empty());
-    return free;
-}
-
-Status KeepUnderFreeName(const Path& file, SourceReport& report)
-{
-    const Path free = FreeNameFor(file);
-    if (const auto failure = platform::Rename(file, free))
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(free), failure);
-    report.renamed.push_back(
-        GetMsg(Msg::RenamedPair, {TextOf(file.filename()), TextOf(free.filename())}));
-    return {};
-}
-
-/// How files come into the level's folder.
-struct Placing {
-    const Path& folder;
-    Replace replace;
-    bool keepSource;     ///< copied, otherwise moved
-    const Path& package; ///< the one that they come from; a file may take its place
-};
-
-/// True when another file of the same content, or the person's word, leaves nothing to do.
-Result<bool> MakeWay(Session& session, const Path& file, const Path& target, const Placing& placing,
-                     SourceReport& report)
-{
-    if (target == placing.package || !FileExists(target) || SameContent(file, target))
-        return false;
-    // Of two that come in together the second one must not go over the first without a word.
-    const bool cameNow = report.placed.contains(FoldCase(target.filename().native()));
-    if (placing.replace == Replace::KeepBoth) {
-        if (auto kept = KeepUnderFreeName(target, report); !kept)
-            return kept.Error();
-    } else if (placing.replace == Replace::Ask || cameNow) {
-        return !ConfirmReplace(session, file, target);
-    }
-    return false;
-}
-
-Status PutFile(Session& session, const Path& file, const Placing& placing, ProgressScope& progress,
-               SourceReport& report)
-{
-    const Path target = ResolvePath(placing.folder / ListableName(file.filename().native()));
-    const auto stays = MakeWay(session, file, target, placing, report);
-    if (!stays)
-        return stays.Error();
-    if (*stays)
-        return {};
-    Status put;
-    if (placing.keepSource) {
-        CopyOptions options;
-        options.rights = plainRights;
-        options.progress = [&](std::uint64_t) { return progress.Step(); };
-        put = CopyFileOver(file, target, options);
-    } else {
-        put = MoveFileOver(file, target);
-    }
-    if (!put)
-        return put;
-    const std::string name = FoldCase(target.filename().native());
-    report.placed.insert(name);
-    if (!placing.package.empty())
-        report.unpacked.insert(name);
-    return DropStoredForm(target);
-}
 
 bool IsMyStop(const ToolProgressState& state)
 {
@@ -167,87 +82,8 @@ std::vector<Path> FirstOfEachName(const Tree& tree, SourceReport& report)
     return files;
 }
 
-bool IsStoredForm(const Path& file)
-{
-    return EndsWithName(file.filename().native(), RowText(Msg::ZlExtension));
-}
-
-/// How much a source may still become.
-struct ExpandLimit {
-    Path source;        ///< what the player gave
-    std::uint64_t most; ///< bytes, beyond which it counts as made to do harm
-};
-
-/// Expands a stored file to `target`, which it gives back; `limit` counts down.
-Result<Path> ExpandStored(Session& session, const Path& stored, const Path& target,
-                          ExpandLimit& limit, ProgressScope& progress)
-{
-    const auto refused = [&](const std::string& words, const Failure& why) {
-        return Failure{ErrorCode::Damaged, words, why.subject};
-    };
-    const std::string source = TextOf(limit.source.filename());
-    const auto free = session.machine.FreeSpace(target.parent_path());
-    if (!free)
-        return free.Error();
-    const UnpackLimits usual;
-    const std::uint64_t room = *free > usual.keepFree ? *free - usual.keepFree : 0;
-    std::uint64_t made = 0;
-    StagedFile staged{target};
-    if (auto status = staged.Open(); !status)
-        return status.Error();
-    const auto write = [&](std::string_view piece) {
-        made += piece.size();
-        return progress.Step() ? staged.Write(piece) : Status{MakeFailure(ErrorCode::Stopped, {})};
-    };
-    const auto expanded = StreamZl(stored, std::min(limit.most, room), write);
-    if (!expanded && expanded.Error().code == ErrorCode::Damaged)
-        return refused(GetMsg(Msg::StoredFormDamaged, {TextOf(stored.filename()), source}),
-                       expanded.Error());
-    if (!expanded && expanded.Error().code == ErrorCode::NoSpace && limit.most <= room)
-        return refused(GetMsg(Msg::UnpackTooBig,
-                              {source, FormatSize(static_cast<double>(FileSize(limit.source))),
-                               FormatSize(static_cast<double>(limit.most))}),
-                       expanded.Error());
-    if (!expanded)
-        return expanded.Error();
-    limit.most -= std::min(limit.most, made);
-    (void)platform::SetModified(staged.StagedPath(), platform::FactsOf(stored).modifiedNs);
-    if (auto status = staged.Commit(false); !status)
-        return status.Error();
-    return target;
-}
-
-/// The unpacked files with what they are in place of their stored form.
-Status ExpandStoredFiles(Session& session, std::vector<Path>& files, ExpandLimit limit,
-                         ProgressScope& progress, SourceReport& report)
-{
-    for (Path& file : files)
-        while (IsStoredForm(file)) {
-            Path target = file.parent_path() / StripExtension(file.filename().native());
-            if (!CaseTwins(target).empty()) {
-                const Path free = FreeNameFor(target);
-                report.renamed.push_back(
-                    GetMsg(Msg::RenamedPair, {TextOf(file.filename()), TextOf(free.filename())}));
-                target = free;
-            }
-            const auto expanded = ExpandStored(session, file, target, limit, progress);
-            if (!expanded)
-                return expanded.Error();
-            if (auto status = DeleteFile(file); !status)
-                return status;
-            file = *expanded;
-        }
-    return {};
-}
-
-std::uint64_t MostBytesOf(std::uint64_t source, const UnpackLimits& limits)
-{
-    const bool fits = limits.mostTimes == 0 || source <= ~std::uint64_t{0} / limits.mostTimes;
-    return std::max(limits.alwaysAllowed, fits ? source * limits.mostTimes : ~std::uint64_t{0});
-}
-
 /// A single file in stored form.
-Status ExpandSource(Session& session, const Path& source, const Placing& placing,
+Status ExpandSource(Session& session, const Path& source, const Path& folder,
                     const SourceOptions& options, ProgressScope& progress, SourceReport& report)
 {
     const UnpackedFiles expanded{session};
@@ -259,14 +95,14 @@ Status ExpandSource(Session& session, const Path& source, const Placing& placing
     ExpandLimit limit{source, most - std::min(most, report.expandedBytes)};
     Path file = source;
     while (IsStoredForm(file)) {
-        const Path name = StripExtension(Readable(file.filename().native()));
-        const auto next = ExpandStored(session, file, expanded.Folder() / name, limit, progress);
-        if (!next)
-            return next.Error();
-        report.expandedBytes += FileSize(*next);
-        file = *next;
+        const std::string name = StripExtension(ListableName(file.filename().native()));
+        const Path next = expanded.Folder() / name;
+        if (auto status = ExpandStored(session, file, next, limit, progress); !status)
+            return status;
+        report.expandedBytes += FileSize(next);
+        file = next;
     }
-    return PutFile(session, file, placing, progress, report);
+    return PutFile(session, file, folder, {Replace::Silent, false, {}}, progress, report);
 }
 
 Status UnzipSource(Session& session, const Path& package, const Path& folder,
@@ -288,12 +124,13 @@ Status UnzipSource(Session& session, const Path& package, const Path& folder,
         return status;
     std::vector<Path> files = FirstOfEachName(*tree, report);
     // The file that takes the package's own place comes last: until then the package is whole.
+    const FolderNames& names = NamesOf(folder, report);
     std::stable_partition(files.begin(), files.end(), [&](const Path& file) {
-        return ResolvePath(folder / ListableName(file.filename().native())) != package;
+        return names.PathOf(ListableName(file.filename().native())) != package;
     });
-    const Placing placing{folder, options.replace, false, package};
+    const Placing placing{options.replace, false, package};
     for (std::size_t i = 0; i < files.size(); ++i) {
-        if (auto status = PutFile(session, files[i], placing, progress, report); !status)
+        if (auto status = PutFile(session, files[i], folder, placing, progress, report); !status)
             return status;
         progress.SetBar(i + 1, files.size());
         if (!progress.Step())
@@ -406,11 +243,9 @@ Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folde
     if (IsPackage(source))
         return UnzipSource(session, source, folder, options, progress, report);
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
-    const Path none;
     if (IsStoredForm(source))
-        return ExpandSource(session, source, {folder, Replace::Silent, false, none}, options,
-                            progress, report);
-    return PutFile(session, source, {folder, Replace::Silent, true, none}, progress, report);
+        return ExpandSource(session, source, folder, options, progress, report);
+    return PutFile(session, source, folder, {Replace::Silent, true, {}}, progress, report);
 }
 
 void TellSourceFailure(Session& session, const std::string& text, const Failure& failure)

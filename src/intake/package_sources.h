@@ -2,6 +2,7 @@
 
 #include "session/unpack_guard.h"
 
+#include <memory>
 #include <set>
 
 /// How files come into the folder of a level: single files, packages, whole folders. The sources
@@ -28,20 +29,23 @@ struct SourceOptions {
     std::string namesAs{};
 };
 
+class FolderNames;
+
 /// What a source gave, beyond what it was asked for.
 struct SourceReport {
-    std::size_t failed = 0;            ///< files that could not be copied; each was told
-    std::vector<std::string> leftOut;  ///< two files of one name in one source: the later ones
-    std::vector<std::string> notFiles; ///< links and devices
-    std::vector<std::string> twice;    ///< names that a package has several times; the last counts
-    std::vector<std::string> renamed;  ///< files that keep a free name, with that name
-    std::set<std::string> placed;      ///< the names, folded, that came into the level's folder
-    std::set<std::string> unpacked;    ///< those of them that came out of packages
-    std::uint64_t storedBytes = 0;     ///< in the stored form that came as single files
-    std::uint64_t expandedBytes = 0;   ///< what they became
-    std::vector<Path> packages;        ///< the packages among the sources
-    std::string namesAs;               ///< the code page that names had to be read in, if any
-    bool stopped = false;              ///< by the person; what was copied until then stays
+    std::size_t failed = 0;             ///< files that could not be copied; each was told
+    std::vector<std::string> leftOut;   ///< two files of one name in one source: the later ones
+    std::vector<std::string> notFiles;  ///< links and devices
+    std::vector<std::string> twice;     ///< names that a package has several times; the last counts
+    std::vector<std::string> renamed;   ///< files that keep a free name, with that name
+    std::set<std::string> placed;       ///< the names, folded, that came into the level's folder
+    std::set<std::string> unpacked;     ///< those of them that came out of packages
+    std::uint64_t storedBytes = 0;      ///< in the stored form that came as single files
+    std::uint64_t expandedBytes = 0;    ///< what they became
+    std::vector<Path> packages;         ///< the packages among the sources
+    std::string namesAs;                ///< the code page that names had to be read in, if any
+    bool stopped = false;               ///< by the person; what was copied until then stays
+    std::shared_ptr<FolderNames> names; ///< the level's folder, listed once
 };
 
 /// One file, or the files of a package, its folders left out, into `folder`. `Stopped` when the

@@ -133,9 +133,6 @@ constexpr std::array detectedPages{
     Detected{"IBM866", "CP866", {USCRIPT_CYRILLIC, noScript, noScript}},
     Detected{"WINDOWS-1251", "CP1251", {USCRIPT_CYRILLIC, noScript, noScript}},
     Detected{"KOI8-R", "KOI8-R", {USCRIPT_CYRILLIC, noScript, noScript}},
-    Detected{"ISO-8859-5", "ISO-8859-5", {USCRIPT_CYRILLIC, noScript, noScript}},
-    Detected{"IBM855", "CP855", {USCRIPT_CYRILLIC, noScript, noScript}},
-    Detected{"MAC-CYRILLIC", "MAC-CYRILLIC", {USCRIPT_CYRILLIC, noScript, noScript}},
     Detected{"ISO-8859-7", "CP1253", {USCRIPT_GREEK, noScript, noScript}},
     Detected{"WINDOWS-1253", "CP1253", {USCRIPT_GREEK, noScript, noScript}},
     Detected{"ISO-8859-8", "CP1255", {USCRIPT_HEBREW, noScript, noScript}},
@@ -292,7 +289,7 @@ std::string NamePageText(std::string_view name)
 std::string GuessNamePage(const std::vector<std::string_view>& names, bool ofDos)
 {
     constexpr std::size_t enough = 65536; ///< bytes; more names make no surer guess
-    constexpr int clearly = 2;
+    constexpr int clearly = 1;
     if (std::all_of(names.begin(), names.end(), IsUtf8))
         return "UTF-8";
     std::string joined;

@@ -153,6 +153,25 @@ std::string TextIn(const std::string& bytes, const std::string& page)
 
 } // namespace
 
+namespace
+{
+
+constexpr std::size_t longestName = 255; ///< bytes that a file system takes
+
+/// True when every part of every name is short enough for a file system.
+bool FitAsText(const std::vector<PackageEntry>& entries, const std::string& page)
+{
+    return std::all_of(entries.begin(), entries.end(), [&](const PackageEntry& entry) {
+        if (entry.name.size() * 3 <= longestName)
+            return true; // no byte becomes more than three
+        const std::vector<std::string> parts = Split(TextIn(entry.name, page), '/');
+        return std::all_of(parts.begin(), parts.end(),
+                           [](const std::string& part) { return part.size() <= longestName; });
+    });
+}
+
+} // namespace
+
 PackagePlan PlanFor(Session& session, const Path& package, const std::string& wanted)
 {
     PackagePlan plan;
@@ -195,9 +214,9 @@ void PlanNames(PackagePlan& plan, const std::vector<PackageEntry>& listed,
             unknown.push_back(entry.name);
     if (unknown.empty() || std::all_of(unknown.begin(), unknown.end(), IsUtf8))
         return;
-    // What most of them are is no matter of one name that is damaged.
-    plan.namesAs = wanted.empty() ? GuessNamePage(unknown, false) : wanted;
-    plan.page = plan.namesAs;
+    std::string page = wanted.empty() ? GuessNamePage(unknown, false) : wanted;
+    if (FitAsText(listed, page))
+        plan.page = plan.namesAs = std::move(page);
 }
 
 std::vector<std::string> NamesTwice(const std::vector<PackageEntry>& entries)

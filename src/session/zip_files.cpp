@@ -54,10 +54,12 @@ bool CleanFolder(const Path& folder, const UnzipOptions& options)
     return !options.cleanDestination || DeleteMatching(folder, RowText(Msg::PatAll));
 }
 
-bool Holds(const std::string& text, std::initializer_list<std::string_view> parts)
+/// True when the tool's words hold one of the row's, which are parted by `|`.
+bool Says(const std::string& words, Msg row)
 {
-    return std::any_of(parts.begin(), parts.end(), [&](std::string_view part) {
-        return FindFolded(text, part) != std::string::npos;
+    const std::vector<std::string> parts = Split(RowText(row), '|');
+    return std::any_of(parts.begin(), parts.end(), [&](const std::string& part) {
+        return FindFolded(words, part) != std::string::npos;
     });
 }
 
@@ -69,17 +71,18 @@ bool JudgePackage(const ToolRow& row, const Path& package, ToolProgressState& st
     constexpr int methodForUnzip = 81;
     constexpr int fullForUnzip = 50;
     const int code = state.end.code;
-    const bool leftOut = state.error == GetMsg(Msg::ToolLeftOut, {row.name});
-    if (!leftOut && state.error != GetMsg(Msg::ToolEndedWithCode, {row.name, std::to_string(code)}))
-        return false;                                      // it was stopped, or never ran
-    const bool tells = leftOut || row.id != ToolId::Unzip; // not in names of files
+    if (state.error != GetMsg(Msg::ToolLeftOut, {row.name}) &&
+        state.error != GetMsg(Msg::ToolEndedWithCode, {row.name, std::to_string(code)}))
+        return false; // it was stopped, or never ran
+    // `unzip` names each file on its way; only what it leaves out is a complaint.
+    const std::string complaint =
+        row.id == ToolId::Unzip ? ComplaintIn(row, state.output) : state.details;
     Msg words = Msg::PackageDamaged;
-    if (code == lockedForUnzip ||
-        (tells && Holds(state.details, {"passphrase", "password", "encrypt"})))
+    if (code == lockedForUnzip || Says(complaint, Msg::ToolSaysLocked))
         words = Msg::PackageLocked;
-    else if (code == methodForUnzip || (tells && Holds(state.details, {"unsupported"})))
+    else if (code == methodForUnzip || Says(complaint, Msg::ToolSaysUnknown))
         words = Msg::PackageMethod;
-    else if (code == fullForUnzip || (tells && Holds(state.details, {"no space left"})))
+    else if (code == fullForUnzip || Says(complaint, Msg::ToolSaysFull))
         words = Msg::PackageNoRoom;
     state.details = state.error + std::string{lineBreak} + state.details;
     state.error = GetMsg(words, {TextOf(package.filename())});

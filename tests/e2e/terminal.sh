@@ -69,6 +69,33 @@ mkdir "$box/outer" && cp -r "$box/from/dusk/." "$box/outer" && echo "PK no zip" 
 (cd "$box/outer" && zip -qr "$box/outer.zip" .)
 expect 1 --yes add --name half "$box/outer.zip"
 errs "in.zip" && errs "--keep-going"
+# Names in an old code page are guessed, the guess is told, and another can be given.
+python3 - "$box/names.zip" <<'END'
+import sys, zipfile
+with zipfile.ZipFile(sys.argv[1], "w") as z:
+    for mark, name in (("x", "Карта.tr4"), ("q", "Прочти меня.txt")):
+        raw = name.encode("cp866")
+        info = zipfile.ZipInfo(mark * len(raw))
+        info.create_system = 0
+        z.writestr(info, name)
+data = open(sys.argv[1], "rb").read()
+for mark, name in (("x", "Карта.tr4"), ("q", "Прочти меня.txt")):
+    raw = name.encode("cp866")
+    data = data.replace(mark.encode() * len(raw), raw)
+open(sys.argv[1], "wb").write(data)
+END
+expect 2 add --names nonsense "$box/names.zip"
+errs "CP866"
+expect 0 --yes --json add --names CP437 "$box/names.zip"
+json "j['names'] == 'CP437'"
+code=$(python3 -c 'import json,sys; print(json.load(open(sys.argv[1]))["code"])' "$box/out")
+expect 0 --yes remove "$code"
+expect 0 --yes --json add "$box/names.zip"
+json "j['names'] == 'CP866'"
+errs "Russian, DOS (CP866)"
+ls "$box"/levels/LEVEL_*/files/Карта.tr4* >/dev/null || die "the Russian name"
+code=$(python3 -c 'import json,sys; print(json.load(open(sys.argv[1]))["code"])' "$box/out")
+expect 0 --yes remove "$code"
 
 # An answer on a terminal counts; Enter is the answer that keeps what is there.
 if command -v script >/dev/null; then

@@ -453,7 +453,7 @@ TEST_F(NewLevelTest, TheConfigurationFileFillsTheTextsAndIsNotStored)
     // One that cannot be read is told, and does not become a file of the level.
     std::filesystem::remove_all(box / "levels/LEVEL_0001");
     record = {};
-    box.Write("in/kestrova.cfg", "none at all");
+    box.Write("in/Kestrova.CFG", "none at all");
     NewLevel& other = Begin();
     ASSERT_TRUE(other.AddSources({box / "in"}));
     EXPECT_TRUE(box.host.WasTold("Error reading config file: "));

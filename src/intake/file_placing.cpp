@@ -1,0 +1,94 @@
+#include "intake/file_placing.h"
+
+#include "catalogue/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool IsThere(const Path& exact)
+{
+    return platform::FactsOf(exact).kind == platform::FileKind::File;
+}
+
+/// A file that takes the place of a stored one: that one's compressed form must not stay beside it.
+Status DropStoredForm(FolderNames& names, const std::string& name)
+{
+    const std::string stored = name + GetMsg(Msg::ZlExtension);
+    if (!names.Has(stored))
+        return {};
+    auto dropped = DeleteFile(names.PathOf(stored));
+    names.Remove(stored);
+    return dropped;
+}
+
+Status KeepUnderFreeName(FolderNames& names, const Path& file, SourceReport& report)
+{
+    const std::string name = file.filename().native();
+    const std::string free = names.FreeName(name);
+    if (const auto failure = platform::Rename(file, names.Folder() / free))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(names.Folder() / free), failure);
+    names.Remove(name);
+    names.Add(free);
+    report.renamed.push_back(GetMsg(Msg::RenamedPair, {TextOf(Path{name}), TextOf(Path{free})}));
+    return {};
+}
+
+/// True when the person's word leaves nothing to do.
+Result<bool> MakeWay(Session& session, const Path& file, const Path& target, const Placing& placing,
+                     FolderNames& names, SourceReport& report)
+{
+    if (target == placing.package || !IsThere(target) || SameContent(file, target))
+        return false;
+    // Of two that come in together the second one must not go over the first without a word.
+    const bool cameNow = report.placed.contains(FoldCase(target.filename().native()));
+    if (placing.replace == Replace::KeepBoth) {
+        if (auto kept = KeepUnderFreeName(names, target, report); !kept)
+            return kept.Error();
+    } else if (placing.replace == Replace::Ask || cameNow) {
+        return !ConfirmReplace(session, file, target);
+    }
+    return false;
+}
+
+} // namespace
+
+FolderNames& NamesOf(const Path& folder, SourceReport& report)
+{
+    if (report.names == nullptr || report.names->Folder() != ResolvePath(folder))
+        report.names = std::make_shared<FolderNames>(folder);
+    return *report.names;
+}
+
+Status PutFile(Session& session, const Path& file, const Path& folder, const Placing& placing,
+               ProgressScope& progress, SourceReport& report)
+{
+    FolderNames& names = NamesOf(folder, report);
+    const Path target = names.PathOf(ListableName(file.filename().native()));
+    const auto stays = MakeWay(session, file, target, placing, names, report);
+    if (!stays)
+        return stays.Error();
+    if (*stays)
+        return {};
+    Status put;
+    if (placing.keepSource) {
+        CopyOptions options;
+        options.rights = plainRights;
+        options.progress = [&](std::uint64_t) { return progress.Step(); };
+        put = CopyFileOver(file, target, options);
+    } else if (platform::Rename(file, target)) {
+        put = MoveFileOver(file, target); // to another disk, or it says what is wrong
+    }
+    if (!put)
+        return put;
+    const std::string name = target.filename().native();
+    names.Add(name);
+    report.placed.insert(FoldCase(name));
+    if (!placing.package.empty())
+        report.unpacked.insert(FoldCase(name));
+    return DropStoredForm(names, name);
+}
+
+} // namespace kestrova

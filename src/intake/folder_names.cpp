@@ -1,0 +1,52 @@
+#include "intake/folder_names.h"
+
+#include "catalogue/message.h"
+#include "core/text.h"
+
+namespace kestrova
+{
+
+FolderNames::FolderNames(const Path& folder) : folder_(ResolvePath(folder))
+{
+    std::vector<platform::FolderEntry> entries;
+    (void)platform::ListFolder(folder_, entries); // what cannot be read fails at the first file
+    for (platform::FolderEntry& entry : entries)
+        names_.emplace(FoldCase(entry.name), std::move(entry.name));
+}
+
+Path FolderNames::PathOf(const std::string& name) const
+{
+    const auto known = names_.find(FoldCase(name));
+    return folder_ / (known == names_.end() ? name : known->second);
+}
+
+bool FolderNames::Has(const std::string& name) const
+{
+    return names_.contains(FoldCase(name));
+}
+
+void FolderNames::Add(const std::string& name)
+{
+    names_.emplace(FoldCase(name), name);
+}
+
+void FolderNames::Remove(const std::string& name)
+{
+    names_.erase(FoldCase(name));
+}
+
+std::string FolderNames::FreeName(const std::string& name)
+{
+    const Path file = name;
+    const bool isData = EqualNames(file.extension().native(), RowText(Msg::EndingDat));
+    const std::string head = isData ? name : file.stem().native();
+    const std::string tail = isData ? std::string{} : file.extension().native();
+    int& number = numbers_.try_emplace(FoldCase(name), 1).first->second;
+    std::string free;
+    do
+        free = head + "_" + std::to_string(++number) + tail;
+    while (Has(free));
+    return free;
+}
+
+} // namespace kestrova
