@@ -78,7 +78,7 @@ int WeightOf(UChar32 c, const LatinGroup& group)
         return usual;
     if (group.rarer.find(letter) != std::u32string_view::npos)
         return 2;
-    if (std::u32string_view{U"‘’“”–—…"}.find(letter) != std::u32string_view::npos)
+    if (std::u32string_view{U"‘’“”–—…¡¿"}.find(letter) != std::u32string_view::npos)
         return 2; // they stand in names of every language
     if (c >= firstFrame && c <= lastFrame)
         return -usual;
