@@ -10,7 +10,7 @@ using platform::FileKind;
 Status CopyFileOver(const Path& source, const Path& target, const CopyOptions& options)
 {
     const Path from = ResolvePath(source);
-    const Path to = ResolvePath(target);
+    const Path to = options.spelled ? target : ResolvePath(target);
     platform::File input;
     if (const auto failure = platform::File::OpenForRead(from, input))
         return MakeFailure(ErrorCode::CannotRead, TextOf(from), failure);

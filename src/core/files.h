@@ -77,6 +77,7 @@ struct CopyOptions {
     bool flushName = false; ///< the name too; for many files one flush of their folder is cheaper
     std::function<bool(std::uint64_t)> progress; ///< bytes of this file so far; False stops
     std::uint32_t rights = 0; ///< of the target; 0: the source's, and the owner may write
+    bool spelled = false;     ///< the target is spelled as its folder has it: no look for another
 };
 /// `target` holds the source's bytes and time afterwards, writable by the owner. It is built beside
 /// the target and renamed into place, so the target is the old file or the new one at any moment.

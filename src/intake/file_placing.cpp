@@ -38,10 +38,15 @@ Status KeepUnderFreeName(FolderNames& names, const Path& file, SourceReport& rep
 
 /// True when the person's word leaves nothing to do.
 Result<bool> MakeWay(Session& session, const Path& file, const Path& target, const Placing& placing,
-                     FolderNames& names, SourceReport& report)
+                     FolderNames& names, ProgressScope& progress, SourceReport& report)
 {
-    if (target == placing.package || !IsThere(target) || SameContent(file, target))
+    if (target == placing.package || !IsThere(target))
         return false;
+    bool goesOn = true;
+    if (SameContent(file, target, [&] { return goesOn = progress.Step(); }))
+        return false;
+    if (!goesOn)
+        return MakeFailure(ErrorCode::Stopped, TextOf(file));
     // Of two that come in together the second one must not go over the first without a word.
     const bool cameNow = report.placed.contains(FoldCase(target.filename().native()));
     if (placing.replace == Replace::KeepBoth) {
@@ -51,6 +56,27 @@ Result<bool> MakeWay(Session& session, const Path& file, const Path& target, con
         return !ConfirmReplace(session, file, target);
     }
     return false;
+}
+
+/// A file into a place that is spelled as its folder has it.
+Status TakeFile(const Path& file, const Path& target, bool keepSource, ProgressScope& progress)
+{
+    CopyOptions options;
+    options.rights = plainRights;
+    options.spelled = true;
+    options.progress = [&](std::uint64_t) { return progress.Step(); };
+    if (keepSource)
+        return CopyFileOver(file, target, options);
+    const auto failure = platform::Rename(file, target);
+    if (!failure)
+        return {};
+    if (failure != std::errc::cross_device_link)
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
+    options.verify = Verify::Content; // unflushed: the package that it came from is still there
+    if (auto status = CopyFileOver(file, target, options); !status)
+        return status;
+    (void)platform::Unlink(file); // its folder goes soon
+    return {};
 }
 
 } // namespace
@@ -67,21 +93,12 @@ Status PutFile(Session& session, const Path& file, const Path& folder, const Pla
 {
     FolderNames& names = NamesOf(folder, report);
     const Path target = names.PathOf(ListableName(file.filename().native()));
-    const auto stays = MakeWay(session, file, target, placing, names, report);
+    const auto stays = MakeWay(session, file, target, placing, names, progress, report);
     if (!stays)
         return stays.Error();
     if (*stays)
         return {};
-    Status put;
-    if (placing.keepSource) {
-        CopyOptions options;
-        options.rights = plainRights;
-        options.progress = [&](std::uint64_t) { return progress.Step(); };
-        put = CopyFileOver(file, target, options);
-    } else if (platform::Rename(file, target)) {
-        put = MoveFileOver(file, target); // to another disk, or it says what is wrong
-    }
-    if (!put)
+    if (auto put = TakeFile(file, target, placing.keepSource, progress); !put)
         return put;
     const std::string name = target.filename().native();
     names.Add(name);

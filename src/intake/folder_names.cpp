@@ -16,6 +16,8 @@ FolderNames::FolderNames(const Path& folder) : folder_(ResolvePath(folder))
 
 Path FolderNames::PathOf(const std::string& name) const
 {
+    if (platform::FactsOfLink(folder_ / name).kind != platform::FileKind::Missing)
+        return folder_ / name; // of two spellings the exact one counts
     const auto known = names_.find(FoldCase(name));
     return folder_ / (known == names_.end() ? name : known->second);
 }

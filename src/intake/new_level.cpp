@@ -4,6 +4,7 @@
 #include "archive/level_folders.h"
 #include "archive/storage.h"
 #include "catalogue/message.h"
+#include "intake/folder_names.h"
 #include "session/documents.h"
 #include "swap/level_language.h"
 #include "swap/marker.h"
@@ -96,22 +97,26 @@ UnpackLimits NewLevel::LimitsInside() const
     UnpackLimits limits;
     const std::uint64_t most = std::max(
         limits.alwaysAllowed, static_cast<std::uint64_t>(bytesBeforeInside_) * limits.mostTimes);
-    const auto now = static_cast<std::uint64_t>(FolderSize(workFolder_));
-    limits.alwaysAllowed = most > now ? most - now : 0;
+    limits.alwaysAllowed = most - std::min(most, inside_.bytes);
     limits.mostTimes = 0;
+    limits.mostFiles -= std::min(limits.mostFiles, inside_.entries);
     return limits;
 }
 
 void NewLevel::UnpackInside()
 {
+    report_.names.reset(); // other steps were in the folder since
     for (const Path& file : ListFiles(workFolder_, RowText(Msg::PatAll))) {
         if (!IsPackage(file))
             continue;
         const std::string folded = FoldCase(file.filename().native());
         report_.placed.erase(folded);
+        report_.came = {};
         const auto status =
             CopyOrUnzipSource(session_, file, workFolder_,
                               {Replace::KeepBoth, LimitsInside(), namesPage}, progress_, report_);
+        inside_.entries += report_.came.entries;
+        inside_.bytes += report_.came.bytes;
         if (!status && status.Error().code == ErrorCode::Stopped) {
             report_.stopped = true;
             return; // it is still there for the next refresh
@@ -127,8 +132,11 @@ void NewLevel::UnpackInside()
                               status.Error());
         }
         const bool replacedItself = report_.placed.contains(folded);
-        if (!replacedItself && (status || !onlyHere))
-            (void)DeleteFile(file); // one that stays is met again by the next refresh
+        if (!replacedItself && (status || !onlyHere)) {
+            (void)platform::Unlink(file); // one that stays is met again by the next refresh
+            if (report_.names != nullptr)
+                report_.names->Remove(file.filename().native());
+        }
     }
     ClearProgress();
 }
@@ -206,6 +214,7 @@ bool NewLevel::ReadNamesAs(const std::string& page)
 
 void NewLevel::AfterSource()
 {
+    inside_ = {};
     bytesBeforeInside_ = FolderSize(workFolder_);
     RefreshFileList();
     NoteUnpacked();
@@ -332,8 +341,8 @@ void NewLevel::FillNameAndInfo()
     // A word earlier in the list beats a file higher in the folder.
     for (const std::string& word : Split(RowText(Msg::MoreInfoWords), '|'))
         for (const Path& file : files_)
-            if (IsDocument(file) &&
-                FoldCase(file.filename().native()).find(FoldCase(word)) != std::string::npos) {
+            if (FindFolded(file.filename().native(), word) != std::string::npos &&
+                IsDocument(file)) {
                 moreInfo = file.filename().native();
                 return;
             }

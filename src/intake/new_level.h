@@ -126,6 +126,7 @@ private:
     std::vector<Path> files_;
     double filesBytes_ = 0;
     double bytesBeforeInside_ = 0; ///< in the folder, before packages in it were unpacked
+    Amount inside_;                ///< what came out of those since then
     Path lastSource_;
     std::vector<Path> packages_;           ///< that came in since the opening
     std::map<std::string, Seen> unpacked_; ///< what came out of them, by folded name

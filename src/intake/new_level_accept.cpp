@@ -5,6 +5,7 @@
 #include "archive/storage.h"
 #include "audio/level_audio.h"
 #include "catalogue/message.h"
+#include "intake/folder_names.h"
 #include "intake/new_level.h"
 #include "session/level_config_file.h"
 #include "swap/history.h"
@@ -22,14 +23,25 @@ CopyOptions Safely(ProgressScope& progress)
     CopyOptions options;
     options.verify = Verify::Content;
     options.flush = true;
+    options.spelled = true;
     options.progress = [&](std::uint64_t) { return progress.Step(); };
     return options;
+}
+
+bool IsThere(const Path& file)
+{
+    return platform::FactsOf(file).kind == platform::FileKind::File;
 }
 
 /// True when `target` holds something else than `file`.
 bool HoldsOther(const Path& target, const Path& file)
 {
-    return FileExists(target) && !SameContent(file, target);
+    return IsThere(target) && !SameContent(file, target);
+}
+
+Failure StoppedAt(const Path& file)
+{
+    return MakeFailure(ErrorCode::Stopped, TextOf(file));
 }
 
 } // namespace
@@ -117,8 +129,11 @@ bool NewLevel::TakeSavegames()
             TellFailure(session_, GetMsg(words), failure);
         return false;
     };
+    FolderNames names{store};
     for (const Path& file : savegames) {
-        const Path target = ResolvePath(store / file.filename());
+        if (!progress_.Step())
+            return fail(Msg::IncomingNotCopied, StoppedAt(file));
+        const Path target = names.PathOf(file.filename().native());
         const bool other = HoldsOther(target, file);
         const bool taken = !other || ConfirmReplace(session_, file, target);
         // Whichever of two different savegames goes, it can be brought back.
@@ -131,6 +146,7 @@ bool NewLevel::TakeSavegames()
         if (taken)
             if (const auto copied = CopyFileOver(file, target, Safely(progress_)); !copied)
                 return fail(Msg::IncomingNotCopied, copied.Error());
+        names.Add(target.filename().native());
     }
     if (savegames.empty())
         return true;
@@ -145,16 +161,18 @@ bool NewLevel::TakeScreenshots()
 {
     const Path shots =
         InFolder(LevelHomeOf(session_, record_.levelCode), RowText(Msg::DirScreenshots));
+    FolderNames names{shots};
     for (const std::string& pattern : Split(RowText(Msg::PicturePatterns), '|'))
         for (const Path& file : ListFiles(workFolder_, pattern)) {
-            const Path target = ResolvePath(shots / file.filename());
+            const Path target = names.PathOf(file.filename().native());
             const bool other = HoldsOther(target, file);
-            Status taken;
-            if (other)
+            Status taken = progress_.Step() ? Status{} : StoppedAt(file);
+            if (taken && other)
                 taken = KeepInHistory(session_, record_.levelCode, {target},
                                       GetMsg(Msg::ReasonReplaced));
-            if (taken && (other || !FileExists(target)))
+            if (taken && (other || !IsThere(target)))
                 taken = CopyFileOver(file, target, Safely(progress_));
+            names.Add(target.filename().native());
             if (taken)
                 continue;
             if (taken.Error().code != ErrorCode::Stopped)

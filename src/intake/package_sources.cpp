@@ -20,7 +20,7 @@ class UnpackedFiles
 {
 public:
     explicit UnpackedFiles(const Session& session) : folder_(UnpackingFolder(session)) {}
-    ~UnpackedFiles() { (void)RemoveTree(folder_); } // what stays is cleared by the next package
+    ~UnpackedFiles() { (void)RemoveUnpacked(folder_); } // what stays is cleared by the next package
     UnpackedFiles(const UnpackedFiles&) = delete;
     UnpackedFiles& operator=(const UnpackedFiles&) = delete;
 
@@ -39,9 +39,8 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
               const SourceOptions& source, SourceReport& report)
 {
     progress.SetLabel(GetMsg(Msg::UnzippingPackage, {TextOf(package.filename())}));
-    if (FolderExists(folder))
-        if (auto status = RemoveTree(folder); !status)
-            return status;
+    if (auto status = RemoveUnpacked(folder); !status)
+        return status;
     ToolProgressState state{&progress};
     state.quiet = true;
     progress.AllowStop();
@@ -51,7 +50,10 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
     options.guard = &guard;
     options.namesAs = source.namesAs;
     options.report = &unpacked;
-    if (!UnzipWithProgress(session, package, folder, options, state)) {
+    const bool done = UnzipWithProgress(session, package, folder, options, state);
+    report.came.entries += guard.Came().entries;
+    report.came.bytes += guard.Came().bytes;
+    if (!done) {
         if (IsMyStop(state))
             return MakeFailure(ErrorCode::Stopped, TextOf(package));
         return Failure{ErrorCode::Damaged, state.error, state.details};
@@ -67,8 +69,10 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
 }
 
 /// The first of each name; the others go to the report.
-std::vector<Path> FirstOfEachName(const Tree& tree, SourceReport& report)
+std::vector<Path> FirstOfEachName(const Tree& tree, ProgressScope& progress, SourceReport& report)
 {
+    // What a Stop leaves uncompared is named; the next step hears the Stop.
+    const auto heartbeat = [&] { return progress.Step(); };
     std::map<std::string, Path> byName;
     std::vector<Path> files;
     for (const Path& file : tree.files) {
@@ -76,7 +80,7 @@ std::vector<Path> FirstOfEachName(const Tree& tree, SourceReport& report)
             byName.emplace(FoldCase(ListableName(file.filename().native())), file);
         if (isNew)
             files.push_back(file);
-        else if (!SameContent(known->second, file))
+        else if (!SameContent(known->second, file, heartbeat))
             report.leftOut.push_back(TextOf(file.lexically_relative(tree.folders.front())));
     }
     return files;
@@ -122,7 +126,7 @@ Status UnzipSource(Session& session, const Path& package, const Path& folder,
                                         {package, most - std::min(most, came)}, progress, report);
         !status)
         return status;
-    std::vector<Path> files = FirstOfEachName(*tree, report);
+    std::vector<Path> files = FirstOfEachName(*tree, progress, report);
     // The file that takes the package's own place comes last: until then the package is whole.
     const FolderNames& names = NamesOf(folder, report);
     std::stable_partition(files.begin(), files.end(), [&](const Path& file) {
@@ -331,7 +335,7 @@ void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
     for (std::string& name : NotFilesIn(*tree))
         report.notFiles.push_back(std::move(name));
 
-    const std::vector<Path> first = FirstOfEachName(*tree, report);
+    const std::vector<Path> first = FirstOfEachName(*tree, progress, report);
     std::vector<std::string> failed;
     Failure firstFailure;
     for (std::size_t i = 0; i < first.size() && !report.stopped; ++i) {

@@ -42,6 +42,7 @@ struct SourceReport {
     std::set<std::string> unpacked;     ///< those of them that came out of packages
     std::uint64_t storedBytes = 0;      ///< in the stored form that came as single files
     std::uint64_t expandedBytes = 0;    ///< what they became
+    Amount came;                        ///< out of packages, whatever became of it
     std::vector<Path> packages;         ///< the packages among the sources
     std::string namesAs;                ///< the code page that names had to be read in, if any
     bool stopped = false;               ///< by the person; what was copied until then stays

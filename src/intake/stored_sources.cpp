@@ -79,6 +79,7 @@ Status ExpandStoredFiles(Session& session, std::vector<Path>& files, ExpandLimit
                          ProgressScope& progress, SourceReport& report)
 {
     std::map<Path, FolderNames> folders;
+    const std::uint64_t most = limit.most;
     for (Path& file : files)
         while (IsStoredForm(file)) {
             const Path folder = file.parent_path();
@@ -98,6 +99,7 @@ Status ExpandStoredFiles(Session& session, std::vector<Path>& files, ExpandLimit
             names.Add(name);
             file = target;
         }
+    report.came.bytes += most - limit.most;
     return {};
 }
 

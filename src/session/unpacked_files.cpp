@@ -1,5 +1,6 @@
 #include "session/unpacked_files.h"
 
+#include "core/staged_file.h"
 #include "core/text.h"
 
 #include <algorithm>
@@ -232,6 +233,19 @@ bool MakePlain(const Path& folder, const Heartbeat& heartbeat)
             return false;
     }
     return true;
+}
+
+Status RemoveUnpacked(const Path& folder, const Heartbeat& heartbeat)
+{
+    if (platform::FactsOfLink(folder).kind == FileKind::Missing)
+        return {};
+    // Folders that are shut could not be removed.
+    if (platform::FactsOfLink(folder).kind == FileKind::Folder)
+        MakePlain(folder, heartbeat);
+    auto removed = RemoveTree(folder, heartbeat);
+    if (removed || !platform::Rename(folder, StagedNameFor(folder)))
+        return {};
+    return removed;
 }
 
 bool CollideWhenFlat(const std::vector<PackageEntry>& entries)

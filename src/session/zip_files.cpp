@@ -143,13 +143,8 @@ Result<Path> EmptyStaging(const Path& folder)
 {
     Path staging = InFolder(folder, RowText(Msg::FragUnpacking));
     // A link there is unlinked, never followed.
-    if (platform::FactsOfLink(staging).kind == platform::FileKind::Folder) {
-        MakePlain(staging); // a program that was killed left what a package had shut
-        if (auto status = RemoveTree(staging); !status)
-            return status.Error();
-    } else {
-        (void)platform::Unlink(staging);
-    }
+    if (auto status = RemoveUnpacked(staging); !status)
+        return status.Error();
     if (auto status = MakeFolder(staging); !status)
         return status.Error();
     return staging;
@@ -163,8 +158,7 @@ Heartbeat ToTheEnd(ProgressScope* progress)
 
 void DropStaging(const Path& staging, ProgressScope* progress)
 {
-    MakePlain(staging, ToTheEnd(progress)); // folders that the package shut could not be removed
-    (void)RemoveTree(staging, ToTheEnd(progress));
+    (void)RemoveUnpacked(staging, ToTheEnd(progress)); // a hidden name; the next package clears it
 }
 
 /// Runs the tool into a staging folder and moves in what came, `always` or when the tool did its

@@ -4,6 +4,7 @@
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
 #include "core/staged_file.h"
+#include "session/unpacked_files.h"
 #include "upkeep/level_life.h"
 
 #include <algorithm>
@@ -97,7 +98,7 @@ void OfferLeftIntake(Session& session)
     const Path folder = note.LevelFolder();
     if (folder.empty() || !session.archive.Loaded())
         return;
-    (void)RemoveTree(UnpackingFolder(session)); // the next package clears what stays
+    (void)RemoveUnpacked(UnpackingFolder(session)); // the next package clears what stays
     if (FolderExists(folder) && !IsLevelOfArchive(session, folder)) {
         // It may belong to another archive; that one's next start asks.
         if (folder.parent_path() != Path{Trim(session.archive.header.secondaryFolder)})
