@@ -6,6 +6,7 @@
 #include "archive/set_aside.h"
 #include "catalogue/message.h"
 #include "platform/places.h"
+#include "session/name_list.h"
 #include "session/tool_table.h"
 #include "swap/backup.h"
 #include "swap/recovery.h"
@@ -20,6 +21,17 @@ namespace
 
 /// Below it a level of ordinary size finds no room to be expanded.
 constexpr std::uint64_t scarce = UINT64_C(512) << 20;
+
+/// `.kv~` and a process's number: `StagedNameFor` gives such names.
+bool IsStagedNumber(std::string_view name)
+{
+    constexpr std::string_view hexadecimal = "0123456789abcdef";
+    if (!name.starts_with(stagedPrefix))
+        return false;
+    name.remove_prefix(stagedPrefix.size());
+    const std::size_t end = name.find_first_not_of(hexadecimal);
+    return end != 0 && end != std::string_view::npos && name[end] == '-';
+}
 
 Finding Fine(Msg name, std::string state)
 {
@@ -185,6 +197,21 @@ void Drives(Session& session, std::vector<Finding>& findings)
     }
 }
 
+/// Folders in which packages were unpacked, and that were renamed aside since they could not go.
+void Leftovers(Session& session, std::vector<Finding>& findings)
+{
+    std::vector<platform::FolderEntry> entries;
+    (void)platform::ListFolder(session.programFolder, entries); // told as the folder's own finding
+    std::vector<std::string> names;
+    for (const platform::FolderEntry& entry : entries)
+        if (entry.kind == platform::FileKind::Folder && IsStagedNumber(entry.name))
+            names.push_back(TextOf(session.programFolder / entry.name));
+    if (!names.empty())
+        findings.push_back(Bad(Msg::DoctorLeftovers,
+                               GetMsg(Msg::DoctorLeftoversThere, {ShownNames(names)}),
+                               Msg::DoctorLeftoversRemedy));
+}
+
 } // namespace
 
 std::vector<Finding> Examine(Session& session)
@@ -203,6 +230,7 @@ std::vector<Finding> Examine(Session& session)
     findings.push_back(Keys());
     PackageTools(session, findings);
     Drives(session, findings);
+    Leftovers(session, findings);
     return findings;
 }
 
