@@ -12,8 +12,10 @@ namespace kestrova
 namespace
 {
 
-/// Some disks keep times in steps of up to two seconds; their times are whole seconds.
-constexpr std::int64_t timeStepNs = 2'000'000'000;
+/// Disks keep times in steps of less than a microsecond, or of up to two seconds: these give whole
+/// seconds alone.
+constexpr std::int64_t fineStepNs = 1'000;
+constexpr std::int64_t coarseStepNs = 2'000'000'000;
 constexpr std::int64_t secondNs = 1'000'000'000;
 
 } // namespace
@@ -27,9 +29,9 @@ OwnedFile AsItStands(std::string name, const Path& file)
 bool IsAsListed(const OwnedFile& listed, const platform::FileFacts& facts)
 {
     const std::int64_t apart = facts.modifiedNs - listed.modifiedNs;
-    const bool coarse = facts.modifiedNs % secondNs == 0;
-    return facts.kind == platform::FileKind::File && facts.size == listed.size &&
-           (apart == 0 || (coarse && apart < timeStepNs && apart > -timeStepNs));
+    const std::int64_t step = facts.modifiedNs % secondNs == 0 ? coarseStepNs : fineStepNs;
+    return facts.kind == platform::FileKind::File && facts.size == listed.size && apart < step &&
+           apart > -step;
 }
 
 bool IsAsPut(const OwnedFile& listed, const platform::FileFacts& facts)
