@@ -3,6 +3,7 @@
 #include "audio/audio_batch.h"
 #include "catalogue/message.h"
 #include "intake/package_sources.h"
+#include "session/name_list.h"
 
 namespace kestrova
 {
@@ -147,7 +148,7 @@ void AudioTool::AddPaths(const std::vector<Path>& paths)
         }
     }
     if (!strange.empty())
-        session_.host.Tell(Tone::Warning, GetMsg(Msg::StrangeSounds, {type}) + Join(strange, ", "));
+        session_.host.Tell(Tone::Warning, GetMsg(Msg::StrangeSounds, {type}) + ShownNames(strange));
     if (!files.empty())
         Take(files);
     else if (strange.empty())

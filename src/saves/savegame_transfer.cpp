@@ -2,6 +2,7 @@
 
 #include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
+#include "session/name_list.h"
 #include "swap/history.h"
 
 #include <algorithm>
@@ -118,7 +119,7 @@ void TellFailedFiles(Session& session, Msg text, const FailedFiles& failed)
     std::vector<std::string> names;
     for (const FailedFile& file : failed)
         names.push_back(TextOf(file.file.filename()));
-    TellFailure(session, GetMsg(text, {Join(names, ", ")}), failed.front().failure);
+    TellFailure(session, GetMsg(text, {ShownNames(names)}), failed.front().failure);
 }
 
 } // namespace kestrova

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "session/name_list.h"
 #include "swap/marker.h"
 #include "swap/recovery.h"
 #include "swap/swap_notes.h"
@@ -22,7 +23,7 @@ bool Agrees(Session& session, Msg question)
     if (names.empty())
         return true;
     const bool agreed =
-        session.host.AskYesNo(GetMsg(question, {Join(names, ", "), lineBreak, lineBreak}));
+        session.host.AskYesNo(GetMsg(question, {ShownNames(names), lineBreak, lineBreak}));
     session.agreedToProgramsInTrle = agreed && session.runningOperations > 0;
     return agreed;
 }

@@ -4,6 +4,7 @@
 #include "archive/storage.h"
 #include "catalogue/message.h"
 #include "core/staged_file.h"
+#include "session/name_list.h"
 #include "swap/folder_guard.h"
 #include "swap/level_files.h"
 #include "swap/recovery.h"
@@ -57,7 +58,7 @@ bool InstallFiles(Session& session, SwapRun& run, LevelCode code,
         return markerFailed(status.Error());
     WriteActivityLog(session, log);
     if (!failed.empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::SomeFilesNotCopied, {Join(failed, ", ")}));
+        session.host.Tell(Tone::Warning, GetMsg(Msg::SomeFilesNotCopied, {ShownNames(failed)}));
     return true;
 }
 

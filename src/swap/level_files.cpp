@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "session/name_list.h"
 #include "swap/swap_notes.h"
 
 #include <algorithm>
@@ -65,7 +66,7 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
     std::vector<std::string> refused;
     placements = PlaceFiles(*ready, refused);
     if (!refused.empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::NamesLeftOut, {Join(refused, ", ")}));
+        session.host.Tell(Tone::Warning, GetMsg(Msg::NamesLeftOut, {ShownNames(refused)}));
 
     // What the old level leaves makes room, but its own files come out one by one before.
     double need = 0;
@@ -115,7 +116,7 @@ void MendAfterRestart(Session& session, LevelCode code)
         record.added.push_back(AsItStands(placement.target, target));
     }
     if (!mended.empty())
-        session.host.Tell(Tone::Plain, GetMsg(Msg::MendedFiles, {Join(mended, ", ")}));
+        session.host.Tell(Tone::Plain, GetMsg(Msg::MendedFiles, {ShownNames(mended)}));
     (void)WriteOwner(session, std::move(record)); // otherwise the files are compared once more
 }
 

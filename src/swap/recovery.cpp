@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
 #include "core/staged_file.h"
+#include "session/name_list.h"
 #include "swap/backup_folders.h"
 #include "swap/folder_guard.h"
 #include "swap/history.h"
@@ -141,7 +142,7 @@ void TellLeftovers(Session& session, const Leftovers& left)
 {
     const auto tell = [&](Msg words, const std::vector<std::string>& names) {
         if (!names.empty())
-            session.host.Tell(Tone::Warning, GetMsg(words, {Join(names, ", ")}));
+            session.host.Tell(Tone::Warning, GetMsg(words, {ShownNames(names)}));
     };
     const auto namesOf = [](const std::vector<OwnedFile>& files) {
         std::vector<std::string> names;
@@ -196,7 +197,7 @@ Status ReturnToOriginal(Session& session, SwapJournal journal, Leftovers& left)
         return stored.Error();
     BroughtState state = BringStateIn(session, journal.toStore, *stored, originalCode, nullptr);
     if (!state.waiting.empty()) // they are in their store, and no reason to wait for ever
-        session.host.Tell(Tone::Warning, GetMsg(Msg::StateNotIn, {Join(state.waiting, ", ")}));
+        session.host.Tell(Tone::Warning, GetMsg(Msg::StateNotIn, {ShownNames(state.waiting)}));
     OwnerRecord record;
     SetOwner(session, record, originalCode);
     record.overwritten = std::move(state.replaced);
@@ -299,7 +300,7 @@ void ClearToldLeftovers(Session& session)
     DeleteBrought(session, owner->added, originalCode, left); // told already; only what is kept is
     RestoreMissing(session, lists, left);                     // new
     if (!left.kept.empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {Join(left.kept, ", ")}));
+        session.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {ShownNames(left.kept)}));
     OwnerRecord now = *owner;
     now.overwritten = std::move(left.overwritten);
     std::erase_if(now.added, [&](const OwnedFile& file) {

@@ -1,6 +1,7 @@
 #include "swap/swap_run.h"
 
 #include "archive/level_folders.h"
+#include "session/name_list.h"
 #include "swap/history.h"
 #include "swap/log_lines.h"
 #include "swap/state_files.h"
@@ -192,7 +193,7 @@ void SwapRun::DropLive(const LevelPlace& from, const std::vector<std::string>* c
     std::vector<std::string> names;
     for (const OwnedFile& file : strangers_)
         names.push_back(Readable(file.name));
-    session_.host.Tell(Tone::Warning, GetMsg(Msg::StateLeft, {Join(names, ", ")}),
+    session_.host.Tell(Tone::Warning, GetMsg(Msg::StateLeft, {ShownNames(names)}),
                        dropped ? std::string{} : dropped.Error().reason);
 }
 

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "session/name_list.h"
 #include "swap/log_lines.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
@@ -107,7 +108,7 @@ bool SwapRun::TakeOut(LevelCode& previous)
 
     if (!belongings.refused.empty())
         session_.host.Tell(Tone::Warning,
-                           GetMsg(Msg::MarkerEntriesRefused, {Join(belongings.refused, ", ")}));
+                           GetMsg(Msg::MarkerEntriesRefused, {ShownNames(belongings.refused)}));
     if (!content.hasText) {
         if (!KeepLiveState(originalCode))
             return false;
@@ -163,7 +164,7 @@ void SwapRun::Keep(const std::vector<Path>& relatives)
     std::vector<std::string> names;
     for (const Path& relative : keeping.failed)
         names.push_back(Readable(ToBackslashes(relative)));
-    TellFailure(session_, GetMsg(Msg::CannotKeepFiles, {Join(names, ", ")}), keeping.failure);
+    TellFailure(session_, GetMsg(Msg::CannotKeepFiles, {ShownNames(names)}), keeping.failure);
 }
 
 bool SwapRun::IsSpared(const Path& relative) const
@@ -249,7 +250,7 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
         progress->Step();
     }
     if (!failed.empty())
-        session_.host.Tell(Tone::Warning, GetMsg(Msg::OriginalsNotBack, {Join(failed, ", ")}));
+        session_.host.Tell(Tone::Warning, GetMsg(Msg::OriginalsNotBack, {ShownNames(failed)}));
 }
 
 bool SwapRun::BringIn(bool logged)
