@@ -57,6 +57,8 @@ bool StartSavegameTool(Session& session)
     const std::ptrdiff_t index = code ? FindLevel(session, *code) : -1;
     if (index < 0)
         return false;
+    if (!TellUnlessKnown(session))
+        return false;
     bool current = CurrentLevelCode(session) == *code;
     if (!current && session.host.AskYesNo(
                         GetMsg(Msg::ToolNotCurrent, {LevelNameOf(session, *code), lineBreak})))

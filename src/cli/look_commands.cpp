@@ -98,6 +98,8 @@ Exit RunCurrent(Run& run)
 {
     if (!BeginLooking(run, Needs::LevelEditor))
         return Exit::Failed;
+    if (!TellUnlessKnown(run.session))
+        return Exit::Failed;
     const LevelPlace level = StandingLevel(run.session);
     const LevelCode code = level.code;
     if (CurrentLevelCode(run.session) == foreignLevel) {

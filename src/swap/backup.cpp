@@ -20,6 +20,8 @@ constexpr double compactNeed = 94371840; // bytes
 Path ConfirmTrleOriginal(Session& session, const BackupWishes& wishes)
 {
     const Path trle = session.TrleFolder();
+    if (!TellUnlessKnown(session))
+        return {};
     if (const LevelCode code = CurrentLevelCode(session); code != originalCode) {
         session.host.Tell(Tone::Error, GetMsg(Msg::BackupWithLevel, {ZeroPadded(code, 4)}));
         return {};

@@ -106,6 +106,8 @@ bool InstallLevel(Session& session, LevelCode code)
         return false;
     if (!RecoverInterruptedWork(session))
         return false;
+    if (!TellUnlessKnown(session))
+        return false;
     ActivityLog log = GetMsg(Msg::LogSetLevel, {LevelNameOf(session, code)}) +
                       std::to_string(code) + GetMsg(Msg::LogSetLevelEnd) + std::string{lineBreak};
     if (code != originalCode && LevelStands(session, code)) {

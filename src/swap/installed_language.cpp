@@ -22,6 +22,8 @@ Status PutInstalledLanguage(Session& session, const Path& file)
 
     const auto before = OwnerThatCounts(session);
     OwnerRecord record = before.value_or(OwnerRecord{});
+    if (auto known = KnowsStandingLevel(session); !known)
+        return known;
     const auto marker = ReadWholeFile(session.MarkerPath());
     const Belongings belongings =
         BelongingsOf(ParseMarker(marker ? *marker : std::string{}), before);

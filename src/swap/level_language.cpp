@@ -195,6 +195,8 @@ bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange chan
     const Path home = LevelFolderOf(session, code, true);
     if (session.cdNotAvailable)
         return false;
+    if (!KnowsStandingLevel(session))
+        return refuse(GetMsg(Msg::MarkerUnreadable, {TextOf(session.MarkerPath())}));
     const bool installed = code == CurrentLevelCode(session);
     if (installed) {
         if (!MayChangeTrle(session))

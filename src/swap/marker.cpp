@@ -43,10 +43,22 @@ LevelPlace PlaceOfOwner(const Session& session, const OwnerRecord& record)
                                                             : Path{record.home.path}};
 }
 
+/// Empty without a marker.
+Result<std::string> MarkerBytes(const Session& session)
+{
+    const Path marker = ResolvePath(session.MarkerPath());
+    std::string bytes;
+    const auto failure = platform::ReadAll(marker, bytes);
+    if (failure && failure != std::errc::no_such_file_or_directory &&
+        failure != std::errc::not_a_directory)
+        return MakeFailure(ErrorCode::CannotRead, TextOf(marker), failure);
+    return failure ? std::string{} : bytes;
+}
+
 LevelCode MarkedCode(const Session& session)
 {
-    const auto bytes = ReadWholeFile(session.MarkerPath());
-    return bytes ? LeadingNumber(MarkerValue(RowText(Msg::TagLevelCode), *bytes)) : originalCode;
+    const auto bytes = MarkerBytes(session);
+    return bytes ? LeadingNumber(MarkerValue(RowText(Msg::TagLevelCode), *bytes)) : unknownLevel;
 }
 
 LevelCode CodeHere(const Session& session, const LevelPlace& level)
@@ -56,6 +68,21 @@ LevelCode CodeHere(const Session& session, const LevelPlace& level)
 }
 
 } // namespace
+
+Status KnowsStandingLevel(const Session& session)
+{
+    const auto bytes = MarkerBytes(session);
+    return bytes ? Status{} : bytes.Error();
+}
+
+bool TellUnlessKnown(Session& session)
+{
+    const auto known = KnowsStandingLevel(session);
+    if (!known)
+        TellFailure(session, GetMsg(Msg::MarkerUnreadable, {TextOf(session.MarkerPath())}),
+                    known.Error());
+    return bool{known};
+}
 
 LevelPlace StandingLevel(const Session& session)
 {

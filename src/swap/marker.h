@@ -24,6 +24,13 @@ namespace kestrova
 std::string MarkerValue(std::string_view tag, std::string_view text);
 /// The code of `CurrentLevelCode` where a level of another archive stands in the folder.
 inline constexpr LevelCode foreignLevel = -2;
+/// The same where a marker stands that cannot be read: nobody knows which level stands there.
+inline constexpr LevelCode unknownLevel = -3;
+
+/// A failure while the marker cannot be read: nothing may be decided by which level stands there.
+Status KnowsStandingLevel(const Session& session);
+/// False, told, in that case.
+bool TellUnlessKnown(Session& session);
 
 /// The level whose files stand in the Level Editor's folder, by the marker; the original
 /// configuration without one. The owner record tells which archive's level it is.
@@ -32,7 +39,8 @@ LevelPlace StandingLevel(const Session& session);
 /// out all that it should.
 LevelPlace StateOwner(const Session& session);
 /// The code of the level of this archive that stands in the folder, 0 for the original
-/// configuration, `foreignLevel` for another archive's level.
+/// configuration, `foreignLevel` for another archive's level, `unknownLevel` for nobody knows
+/// which.
 LevelCode CurrentLevelCode(const Session& session);
 /// True when a level of this archive stands there with its own state.
 bool LevelStands(const Session& session, LevelCode code);

@@ -88,6 +88,8 @@ Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
         return Failure{
             ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
     std::vector<PlannedFile> plan;
+    if (auto known = KnowsStandingLevel(session); !known)
+        return known.Error();
     if (LevelStands(session, code))
         return plan;
     Foresight foresight;
@@ -180,6 +182,8 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
     std::vector<Difference> found;
     if (!FolderExists(session.TrleFolder()))
         return Failure{ErrorCode::Missing, TextOf(session.TrleFolder()), {}};
+    if (auto known = KnowsStandingLevel(session); !known)
+        return known.Error();
     const LevelPlace standing = StandingLevel(session);
     const StagingFolder staging{InFolder(session.programFolder, RowText(Msg::DirVerify))};
     std::vector<Placement> level;

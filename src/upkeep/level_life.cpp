@@ -165,6 +165,8 @@ bool MayBeRemoved(Session& session, LevelCode code)
 /// True when the level does not stand in the Level Editor's folder any more.
 bool TakeOut(Session& session, LevelCode code)
 {
+    if (!TellUnlessKnown(session))
+        return false;
     if (CurrentLevelCode(session) != code)
         return true;
     if (!MayChangeTrle(session))
