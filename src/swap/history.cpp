@@ -4,6 +4,7 @@
 #include "catalogue/message.h"
 #include "core/staged_file.h"
 #include "swap/history_bounds.h"
+#include "swap/marker.h"
 #include "swap/savegame_info.h"
 #include "swap/state_files.h"
 #include "swap/swap_records.h"
@@ -39,7 +40,8 @@ std::string Line(const HistoryEntry& entry)
                        {"time", entry.modifiedNs},
                        {"kept", entry.keptNs},
                        {"reason", entry.reason},
-                       {"home", Readable(entry.home)}};
+                       {"home", Readable(entry.home)},
+                       {"picture", entry.picture}};
     return json.dump() + "\n";
 }
 
@@ -69,6 +71,10 @@ std::optional<HistoryEntry> ParseLine(const std::string& line)
     number("size", entry.size);
     number("time", entry.modifiedNs);
     number("kept", entry.keptNs);
+    // An index that does not say it has nothing of the player's under other names but pictures.
+    const auto picture = json.find("picture");
+    entry.picture = picture != json.end() && picture->is_boolean() ? picture->get<bool>()
+                                                                   : !IsPlayersFile(entry.name);
     if (entry.id.empty() || !IsContentHash(entry.hash) || !SafeName(entry.name))
         return {};
     return entry;
@@ -112,6 +118,26 @@ Status KeepContents(Session& session, const std::vector<Path>& files,
     if (const auto failure = platform::SyncFileSystem(ResolvePath(folder)))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
     return {};
+}
+
+bool LiesWithPictures(const Path& file)
+{
+    const std::string_view folder = RowText(Msg::DirScreenshots);
+    return EqualNames(file.parent_path().filename().native(), folder.substr(1));
+}
+
+/// Where a kept file of the level belongs.
+Result<Path> PlaceFor(Session& session, LevelCode code, const HistoryEntry& entry)
+{
+    if (!entry.picture) {
+        if (auto known = KnowsStandingLevel(session); !known)
+            return known.Error();
+        return LiveStateFolder(session, code);
+    }
+    Path folder = ResolvePath(InFolder(LevelHomeOf(session, code), RowText(Msg::DirScreenshots)));
+    if (auto status = MakeFolders(folder); !status)
+        return status.Error();
+    return folder;
 }
 
 } // namespace
@@ -202,9 +228,10 @@ Status KeepInHistory(Session& session, const LevelPlace& level, const std::vecto
         HistoryEntry entry;
         entry.hash = hashes[i];
         entry.name = file.filename().native();
+        entry.picture = LiesWithPictures(file);
         const auto same = std::find_if(entries.begin(), entries.end(), [&](const HistoryEntry& e) {
             return e.hash == entry.hash && EqualNames(e.name, Readable(entry.name)) &&
-                   (e.home.empty() || e.home == Readable(home));
+                   e.picture == entry.picture && (e.home.empty() || e.home == Readable(home));
         });
         if (same != entries.end()) {
             if (ids != nullptr)
@@ -272,7 +299,10 @@ Result<Path> BringBack(Session& session, LevelCode code, const std::string& id)
     std::string hash;
     if (platform::HashOfFile(content, hash) || hash != entry->hash)
         return Failure{ErrorCode::Damaged, GetMsg(Msg::HistoryContentGone), {}};
-    const Path folder = ResolvePath(LiveStateFolder(session, code));
+    const auto home = PlaceFor(session, code, *entry);
+    if (!home)
+        return home;
+    const Path folder = ResolvePath(*home);
     auto place = FreePlace(folder, entry->name);
     if (!place)
         return place;

@@ -19,7 +19,8 @@ struct HistoryEntry {
     std::int64_t modifiedNs = 0; ///< the file's own time
     std::int64_t keptNs = 0;     ///< when it was kept
     std::string reason;
-    std::string home; ///< the level's own folder; empty in entries of earlier versions
+    std::string home;     ///< the level's own folder; empty in entries of earlier versions
+    bool picture = false; ///< of the level's screen-shots, no savegame's companion
 };
 
 /// Keeps the files, read back and flushed when it answers True. A content that is kept already is
@@ -31,7 +32,8 @@ Status KeepInHistory(Session& session, const LevelPlace& level, const std::vecto
 std::vector<HistoryEntry> HistoryOf(const Session& session, const LevelPlace& level);
 /// Where a kept content lies.
 Path HistoryContent(const Session& session, const std::string& hash);
-/// Copies a kept file back into the level's live folder: a savegame into its old slot when that is
+/// Copies a kept file back, a picture of the level's to its screen-shots, anything else into the
+/// level's live folder: a savegame into its old slot when that is
 /// free, otherwise the lowest free one. The path it got, or why not.
 Result<Path> BringBack(Session& session, LevelCode code, const std::string& id);
 /// All levels that have a history.

@@ -34,6 +34,32 @@ TEST(History, KeepsContentsOnceAndBringsThemBackIntoAFreeSlot)
     EXPECT_FALSE(BringBack(world.session, 1, "0001-99"));
 }
 
+TEST(History, APictureComesBackAmongTheLevelsPictures)
+{
+    SwapWorld world;
+    const std::string shots = "levels/LEVEL_0001/screenshots/";
+    // Among the pictures, a name as the game's companions have it is a picture all the same.
+    for (const char* name : {"1) Dawn.jpg", "shot3.jpg"})
+        world.Write(shots + name, std::string{"picture "} + name);
+    world.Write("levels/LEVEL_0001/backup_savegames/shot4.jpg", "of a savegame");
+    std::vector<std::string> ids;
+    ASSERT_TRUE(KeepInHistory(world.session, 1,
+                              {world / (shots + "1) Dawn.jpg"), world / (shots + "shot3.jpg"),
+                               world / "levels/LEVEL_0001/backup_savegames/shot4.jpg"},
+                              "test", &ids));
+    std::filesystem::remove_all(world / shots);
+    std::filesystem::remove(world / "levels/LEVEL_0001/backup_savegames/shot4.jpg");
+    const auto folder = world.Snapshot("trle");
+    for (const std::string& id : ids)
+        ASSERT_TRUE(BringBack(world.session, 1, id));
+    EXPECT_EQ(world.Snapshot("trle"), folder);
+    EXPECT_EQ(world.Read(shots + "1) Dawn.jpg"), "picture 1) Dawn.jpg");
+    EXPECT_EQ(world.Read(shots + "shot3.jpg"), "picture shot3.jpg");
+    EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/shot4.jpg"), "of a savegame");
+    EXPECT_EQ(BringBack(world.session, 1, ids[0])->filename(), "1) Dawn-2.jpg")
+        << "what stands there stays";
+}
+
 TEST(History, NeverDropsWhatExistsNowhereElse)
 {
     SwapWorld world;
