@@ -25,23 +25,61 @@ void SavegameWatch::Tick(Session& session, bool gameRuns)
     const std::int64_t now = session.machine.NowNs();
     if (gameRuns)
         untilNs_ = now + afterTheEnd;
+    NoteClosed(session, gameRuns);
     if (session.runningOperations > 0)
         return;
-    if (now > untilNs_) {
-        seen_.clear();
-        return;
-    }
+    if (now > untilNs_)
+        return Rest();
     // A clock that was set back must not stop it.
-    if (now >= lastLookNs_ && now - lastLookNs_ < betweenLooks)
+    const bool looks = now < lastLookNs_ || now - lastLookNs_ >= betweenLooks;
+    if ((!looks && closed_.empty()) || !InterruptedWork(session).empty())
+        return;
+    if (!KnowsStandingLevel(session))
+        return; // the next look may know
+    const LevelPlace level = StateOwner(session);
+    KeepClosed(session, level, now);
+    if (!looks)
         return;
     lastLookNs_ = now;
-    if (InterruptedWork(session).empty())
-        Look(session, now);
+    Look(session, level, now);
 }
 
-void SavegameWatch::Look(Session& session, std::int64_t now)
+void SavegameWatch::Rest()
 {
-    const LevelPlace level = StateOwner(session);
+    seen_.clear();
+    closed_.clear();
+    watch_.Close();
+}
+
+void SavegameWatch::NoteClosed(const Session& session, bool gameRuns)
+{
+    if (gameRuns) {
+        Path folder = ResolvePath(session.TrleFolder());
+        if (!watch_.IsOpen() || watched_ != folder) {
+            watched_ = std::move(folder);
+            (void)watch_.Open(watched_); // without it the looks find what lies still
+        }
+    }
+    for (std::string& name : watch_.TakeNames())
+        if (MatchesPattern(name, RowText(Msg::SavegamePattern)))
+            closed_.insert(std::move(name));
+}
+
+void SavegameWatch::KeepClosed(Session& session, const LevelPlace& level, std::int64_t now)
+{
+    std::vector<Path> files;
+    for (const std::string& name : std::exchange(closed_, {}))
+        if (Path file = watched_ / name; FileExists(file))
+            files.push_back(std::move(file));
+    for (const Path& file : files) {
+        const platform::FileFacts facts = platform::FactsOf(file);
+        seen_[file] = {facts.size, facts.modifiedNs, now, false};
+    }
+    Keep(session, level, files, now);
+}
+
+void SavegameWatch::Look(Session& session, const LevelPlace& level, std::int64_t now)
+{
     if (const Path home = HomeOf(session, level); home != home_) {
         seen_.clear();
         home_ = home;
@@ -56,11 +94,17 @@ void SavegameWatch::Look(Session& session, std::int64_t now)
         else if (!seen.kept && now - seen.sinceNs >= stillFor)
             still.push_back(file);
     }
-    if (still.empty())
+    Keep(session, level, still, now);
+}
+
+void SavegameWatch::Keep(Session& session, const LevelPlace& level, const std::vector<Path>& files,
+                         std::int64_t now)
+{
+    if (files.empty())
         return;
     const Operation operation{session};
-    const auto kept = KeepInHistory(session, level, still, GetMsg(Msg::ReasonPlayed));
-    for (const Path& file : still) {
+    const auto kept = KeepInHistory(session, level, files, GetMsg(Msg::ReasonPlayed));
+    for (const Path& file : files) {
         // What was written meanwhile is seen as changed by the next look.
         seen_[file].kept = static_cast<bool>(kept);
         if (!kept)

@@ -1,20 +1,25 @@
 #pragma once
 
+#include "archive/level_folders.h"
+#include "platform/folder_watch.h"
 #include "session/session.h"
 
 #include <map>
+#include <set>
 
 namespace kestrova
 {
 
-/// Keeps what a running game writes: each savegame of the installed level goes to the history once
-/// it has lain still for a while, those that lie there when the game starts too. So a slot that the
+/// Keeps what a running game writes: each savegame of the installed level goes to the history when
+/// the game closes it, those that lie there when the game starts too. Where the system does not
+/// tell of closed files they go there once they have lain still for a while. So a slot that the
 /// game fills again loses nothing.
 class SavegameWatch
 {
 public:
-    /// To be called often while the program is idle; looks once a second at most, and once more
-    /// behind the game's end. Does nothing while an operation runs.
+    /// To be called several times a second while the program is idle: what was closed is kept at
+    /// once. It looks through the folder once a second at most, and once more behind the game's
+    /// end. Nothing is kept while an operation runs, but what was closed meanwhile is behind it.
     void Tick(Session& session, bool gameRuns);
 
 private:
@@ -24,8 +29,16 @@ private:
         std::int64_t sinceNs = 0;
         bool kept = false;
     };
-    void Look(Session& session, std::int64_t now);
+    void Look(Session& session, const LevelPlace& level, std::int64_t now);
+    void NoteClosed(const Session& session, bool gameRuns);
+    void KeepClosed(Session& session, const LevelPlace& level, std::int64_t now);
+    void Keep(Session& session, const LevelPlace& level, const std::vector<Path>& files,
+              std::int64_t now);
+    void Rest();
 
+    platform::FolderWatch watch_;
+    Path watched_;
+    std::set<std::string> closed_; ///< names that wait to be kept
     std::map<Path, Seen> seen_;
     Path home_; ///< of the level whose savegames are watched
     std::int64_t lastLookNs_ = 0;

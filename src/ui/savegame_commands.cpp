@@ -16,7 +16,7 @@ namespace kestrova
 namespace
 {
 
-constexpr int watchMs = 500;
+constexpr int watchMs = 150;
 
 /// Prepares the list, shows it, and shows the level anew when something was done.
 void ShowList(Session& session, ListPurpose purpose, const Path& folder, QWidget* window)

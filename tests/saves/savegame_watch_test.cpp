@@ -2,6 +2,8 @@
 #include "saves_world.h"
 #include "swap/history.h"
 
+#include <fstream>
+
 namespace kestrova::testing
 {
 
@@ -27,7 +29,7 @@ std::vector<int> Kept(const SavesWorld& world)
 
 } // namespace
 
-TEST(SavegameWatch, KeepsEachVersionOnceItLiesStill)
+TEST(SavegameWatch, KeepsEachVersionWhenItIsClosed)
 {
     SavesWorld world;
     SavegameWatch watch;
@@ -36,17 +38,39 @@ TEST(SavegameWatch, KeepsEachVersionOnceItLiesStill)
     EXPECT_TRUE(Kept(world).empty()) << "no game, nothing to watch";
     Live(world, watch, 4, true);
     EXPECT_EQ(Kept(world), std::vector<int>{1}) << "what the game may write over";
-    world.Live("0", 2, "half");
-    Live(world, watch, 1, true);
-    world.Live("0", 2, "half and the rest");
-    Live(world, watch, 1, true);
-    EXPECT_EQ(Kept(world), std::vector<int>{1}) << "still being written";
+    // Closed files are told of at once: three versions within the time of one look.
+    for (const char* version : {"first", "second", "third"}) {
+        world.Live("0", 2, version);
+        watch.Tick(world.session, true);
+    }
+    EXPECT_EQ(Kept(world), (std::vector<int>{1, 2, 2, 2}))
+        << "each one was kept when it was closed";
+    world.Live("7", 3);
+    std::filesystem::rename(world / "trle/savegame.7", world / "trle/savegame.8");
+    world.Write("trle/note8.txt", "no savegame");
+    watch.Tick(world.session, true);
+    EXPECT_EQ(Kept(world), (std::vector<int>{1, 2, 2, 2, 3})) << "under the name that it has";
     Live(world, watch, 3, true);
-    EXPECT_EQ(Kept(world), (std::vector<int>{1, 2}));
+    EXPECT_EQ(Kept(world), (std::vector<int>{1, 2, 2, 2, 3})) << "and not once more";
     EXPECT_EQ(HistoryOf(world.session, world.played)[1].reason, "written by the game");
     const auto quiet = world.Snapshot("home");
     Live(world, watch, 20, true);
     EXPECT_EQ(world.Snapshot("home"), quiet) << "each version once";
+}
+
+TEST(SavegameWatch, WithoutWordOfClosedFilesKeepsWhatLiesStill)
+{
+    SavesWorld world;
+    SavegameWatch watch;
+    world.Live("0", 1);
+    Live(world, watch, 3, true);
+    // A file that is mapped or held open is never closed.
+    std::ofstream held{world / "trle/savegame.1", std::ios::binary};
+    held << SavegameBytes("held open", 2) << std::flush;
+    Live(world, watch, 1, true);
+    EXPECT_EQ(Kept(world), std::vector<int>{1}) << "it may still be written";
+    Live(world, watch, 4, true);
+    EXPECT_EQ(Kept(world), (std::vector<int>{1, 2}));
 }
 
 TEST(SavegameWatch, LooksOnceMoreBehindTheEndAndNeverDuringAnOperation)
@@ -62,6 +86,7 @@ TEST(SavegameWatch, LooksOnceMoreBehindTheEndAndNeverDuringAnOperation)
     }
     Live(world, watch, 4, false);
     EXPECT_EQ(Kept(world), std::vector<int>{5}) << "saved at the very end";
+    Live(world, watch, 4, false);
     world.Live("8", 6);
     Live(world, watch, 20, false);
     EXPECT_EQ(Kept(world), std::vector<int>{5});
