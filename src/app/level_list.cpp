@@ -1,6 +1,7 @@
 #include "app/level_commands.h"
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
 #include "swap/marker.h"
 
@@ -83,7 +84,7 @@ private:
     std::vector<Key> keys_;
 };
 
-LevelFacts FactsOfLevel(Session& session, std::size_t index, int archivedSavegames)
+LevelFacts FactsOfLevel(Session& session, std::size_t index)
 {
     LevelFacts facts;
     facts.index = index;
@@ -95,7 +96,7 @@ LevelFacts FactsOfLevel(Session& session, std::size_t index, int archivedSavegam
     facts.screenshots = Count(shots, Msg::PatShotBmp) + Count(shots, Msg::PatShotJpg);
     facts.liveSavegames = Count(facts.current ? session.TrleFolder() : StateStoreOf(session, code),
                                 Msg::PatLiveSavegame);
-    facts.archivedSavegames = archivedSavegames;
+    facts.archivedSavegames = CountArchivedSavegames(session, code);
     facts.info = InfoLine(facts);
     return facts;
 }
@@ -108,8 +109,7 @@ std::optional<LevelFacts> SelectLevel(Session& session, LevelCode code)
     if (index < 0)
         return TellUnknown(session, code), std::nullopt;
     LoadSavegameStore(session, code);
-    return FactsOfLevel(session, static_cast<std::size_t>(index),
-                        session.savegameHeader.archivedCount);
+    return FactsOfLevel(session, static_cast<std::size_t>(index));
 }
 
 std::optional<LevelFacts> LookAtLevel(Session& session, LevelCode code)
@@ -117,12 +117,7 @@ std::optional<LevelFacts> LookAtLevel(Session& session, LevelCode code)
     const std::ptrdiff_t index = FindLevel(session, code);
     if (index < 0)
         return TellUnknown(session, code), std::nullopt;
-    int archived = 0;
-    const Path file = InFolder(LevelHomeOf(session, code), RowText(Msg::FragSavegameRecord));
-    if (const auto bytes = ReadWholeFile(ResolvePath(file), savegameArchiveHeaderSize))
-        if (const auto record = ParseSavegameArchiveHeader(*bytes))
-            archived = record->archivedCount;
-    return FactsOfLevel(session, static_cast<std::size_t>(index), archived);
+    return FactsOfLevel(session, static_cast<std::size_t>(index));
 }
 
 std::vector<ListRow> ListRows(Session& session)

@@ -35,7 +35,12 @@ Exit ListSaves(Run& run, LevelCode code)
 {
     if (run.json != nullptr)
         *run.json = Json::array();
-    AddSavegames(run, CurrentSlotsFolder(run.session, code), GetMsg(Msg::SavesLive));
+    const auto live = CurrentSlotsFolder(run.session, code);
+    if (!live) {
+        TellFailure(run.session, GetMsg(Msg::CannotListSavegames), live.Error());
+        return Exit::Failed;
+    }
+    AddSavegames(run, *live, GetMsg(Msg::SavesLive));
     const Path root = InFolder(LevelHomeOf(run.session, code), RowText(Msg::DirSavegames));
     for (int number = 1;; ++number) {
         const std::string slot = GetMsg(Msg::SlotPrefix) + std::to_string(number);

@@ -1,7 +1,6 @@
 #include "saves/hot_keys.h"
 
 #include "archive/level_folders.h"
-#include "saves/savegame_moves.h"
 #include "saves/shot_files.h"
 #include "swap/marker.h"
 
@@ -56,7 +55,7 @@ void HotKeys::NoteClipboard()
     clipboardTries_ = 0;
 }
 
-void HotKeys::Act(Status (*move)(Session&), Msg failure)
+void HotKeys::Act(Result<SavegamesMoved> (*move)(Session&), Msg failure)
 {
     const Asleep asleep{session_};
     const Operation operation{session_};
@@ -85,6 +84,8 @@ void HotKeys::LookAtClipboard()
 void HotKeys::Keep(Picture picture)
 {
     const Asleep asleep{session_};
+    if (!TellUnlessKnown(session_))
+        return; // the picture stays on the clipboard
     const LevelCode code = CurrentLevelCode(session_);
     const std::ptrdiff_t index = FindLevel(session_, code);
     CapturedShot shot{std::move(picture),

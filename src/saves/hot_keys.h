@@ -1,6 +1,7 @@
 #pragma once
 
 #include "catalogue/message.h"
+#include "saves/savegame_moves.h"
 #include "saves/shot_capture.h"
 
 #include <functional>
@@ -26,11 +27,12 @@ public:
 
     /// Lets a person name and save, or drop, a captured picture.
     std::function<void(const CapturedShot&)> ask = [](const CapturedShot&) {};
-    /// Told of an F9 or F11 that could not do its work, and of a picture that cannot be read: words that must not hide the game.
+    /// Told of an F9 or F11 that could not do its work, and of a picture that cannot be read: words
+    /// that must not hide the game.
     std::function<void(const std::string&)> failed = [](const std::string&) {};
 
 private:
-    void Act(Status (*move)(Session&), Msg failure);
+    void Act(Result<SavegamesMoved> (*move)(Session&), Msg failure);
     void LookAtClipboard();
     void Keep(Picture picture);
 

@@ -37,14 +37,54 @@ std::string InColumns(std::string text, std::size_t columns)
     return text;
 }
 
-std::size_t LiveCount(Session& session, LevelCode code)
+Result<std::vector<Path>> SavegamesIn(const Path& folder)
 {
-    return ListFiles(CurrentSlotsFolder(session, code), RowText(Msg::SavegamePattern)).size();
+    if (auto status = CanList(folder); !status)
+        return status.Error();
+    return ListFiles(folder, RowText(Msg::SavegamePattern));
+}
+
+Result<std::size_t> LiveCount(Session& session, LevelCode code)
+{
+    const auto folder = CurrentSlotsFolder(session, code);
+    if (!folder)
+        return folder.Error();
+    const auto files = SavegamesIn(*folder);
+    if (!files)
+        return files.Error();
+    return files->size();
 }
 
 std::string Quoted(const std::string& text)
 {
     return "\"" + text + "\"";
+}
+
+/// Behind the words of the box: what was done, and what was not.
+std::string Below(const std::string& words)
+{
+    return std::string{lineBreak}.append(lineBreak) + words;
+}
+
+std::string CountsOfArchive(const SavegamesMoved& moved)
+{
+    if (moved.live == 0)
+        return Below(GetMsg(Msg::NothingToArchive));
+    return Below(moved.moved == 0
+                     ? GetMsg(Msg::ArchivedBefore, {std::to_string(moved.known)})
+                     : GetMsg(Msg::ArchivedCounts,
+                              {std::to_string(moved.moved), std::to_string(moved.slot),
+                               std::to_string(moved.known), std::to_string(moved.live)}));
+}
+
+std::string CountsOfRestore(const SavegamesMoved& moved)
+{
+    if (moved.slot == 0)
+        return Below(GetMsg(moved.live == int{gameSlotCount} ? Msg::RestoreSlotsFull
+                                                             : Msg::RestoreNothingThere));
+    return Below(
+        GetMsg(Msg::RestoredCounts, {std::to_string(moved.moved), std::to_string(moved.slot),
+                                     std::to_string(moved.known), std::to_string(moved.waiting)}));
 }
 
 bool TellMoveFailed(Session& session, const Failure& failure)
@@ -76,11 +116,16 @@ bool SavegameList::Prepare(const Path& folder)
         return false;
     }
     code_ = *code;
-    const Path source =
-        purpose_ == ListPurpose::Import ? folder : CurrentSlotsFolder(session_, code_);
-    files_ = ListFiles(source, RowText(Msg::SavegamePattern));
+    const auto source = purpose_ == ListPurpose::Import ? Result<Path>{folder}
+                                                        : CurrentSlotsFolder(session_, code_);
+    auto found = source ? SavegamesIn(*source) : source.Error();
+    if (!found) {
+        TellFailure(session_, GetMsg(Msg::CannotListSavegames), found.Error());
+        return false;
+    }
+    files_ = std::move(found).Value();
     if (files_.empty())
-        session_.host.Tell(Tone::Plain, GetMsg(Msg::NoSavegamesIn) + TextOf(source));
+        session_.host.Tell(Tone::Plain, GetMsg(Msg::NoSavegamesIn) + TextOf(*source));
     return !files_.empty();
 }
 
@@ -121,10 +166,17 @@ bool SavegameList::Take(const std::vector<std::size_t>& rows, bool deleteExporte
 
 bool SavegameList::Import(const std::vector<Path>& files)
 {
-    if (files.size() + LiveCount(session_, code_) > gameSlotCount)
-        if (const auto status = ArchiveSavegamesOf(session_, code_); !status)
-            return TellMoveFailed(session_, status.Error());
-    if (files.size() + LiveCount(session_, code_) > gameSlotCount) {
+    auto live = LiveCount(session_, code_);
+    if (live && files.size() + *live > gameSlotCount) {
+        if (const auto moved = ArchiveSavegamesOf(session_, code_); !moved)
+            return TellMoveFailed(session_, moved.Error());
+        live = LiveCount(session_, code_);
+    }
+    if (!live) {
+        TellFailure(session_, GetMsg(Msg::CannotListSavegames), live.Error());
+        return false;
+    }
+    if (files.size() + *live > gameSlotCount) {
         session_.host.Tell(Tone::Error, GetMsg(Msg::TooManySavegames) +
                                             std::to_string(gameSlotCount - 1)); // the told number
         return false;
@@ -160,17 +212,19 @@ bool SavegameList::Mail(const std::vector<Path>& files)
 
 bool ArchiveWithWords(Session& session)
 {
-    if (const auto status = ArchiveSavegames(session); !status)
-        return TellMoveFailed(session, status.Error());
-    session.host.Tell(Tone::Plain, GetMsg(Msg::SavegamesArchived));
+    const auto moved = ArchiveSavegames(session);
+    if (!moved)
+        return TellMoveFailed(session, moved.Error());
+    session.host.Tell(Tone::Plain, GetMsg(Msg::SavegamesArchived) + CountsOfArchive(*moved));
     return true;
 }
 
 bool RestoreWithWords(Session& session)
 {
-    if (const auto status = RestoreSavegames(session); !status)
-        return TellMoveFailed(session, status.Error());
-    session.host.Tell(Tone::Plain, GetMsg(Msg::SavegamesRestored));
+    const auto moved = RestoreSavegames(session);
+    if (!moved)
+        return TellMoveFailed(session, moved.Error());
+    session.host.Tell(Tone::Plain, GetMsg(Msg::SavegamesRestored) + CountsOfRestore(*moved));
     return true;
 }
 

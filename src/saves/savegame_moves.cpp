@@ -33,24 +33,54 @@ std::string SlotName(std::size_t slot)
     return GetMsg(Msg::SavegameStem) + std::to_string(slot);
 }
 
+Result<std::vector<Path>> SavegamesIn(const Path& folder)
+{
+    if (auto status = CanList(folder); !status)
+        return status.Error();
+    return ListFiles(folder, RowText(Msg::SavegamePattern));
+}
+
+/// The last of the archive slots, which are numbered from 1 without gaps; 0 when there is none.
+Result<int> LastSlot(const Path& root)
+{
+    if (auto status = CanList(root); !status)
+        return status.Error();
+    std::set<std::string> names;
+    for (const Path& folder : ListSubfolders(root))
+        names.insert(FoldCase(folder.filename().native()));
+    int last = 0;
+    while (names.contains(FoldCase(ArchiveSlot(root, last + 1).filename().native())))
+        ++last;
+    return last;
+}
+
 /// The archive slots of a level: their savegames by save number, and the first free place.
 struct ArchiveSlots {
     std::multimap<std::int32_t, Path> byNumber;
     int free = 1;
 };
 
-ArchiveSlots SurveySlots(const Path& root)
+Result<ArchiveSlots> SurveySlots(const Path& root)
 {
+    const auto last = LastSlot(root);
+    if (!last)
+        return last.Error();
     ArchiveSlots slots;
-    while (FolderExists(ArchiveSlot(root, slots.free)))
-        ++slots.free;
+    slots.free = *last + 1;
     using Found = std::vector<std::pair<std::int32_t, Path>>;
-    std::vector<Found> found(static_cast<std::size_t>(slots.free - 1));
+    std::vector<Found> found(static_cast<std::size_t>(*last));
+    std::vector<std::optional<Failure>> failures(found.size());
     RunOnAllCores(found.size(), [&](std::size_t i) {
-        const Path slot = ArchiveSlot(root, static_cast<int>(i) + 1);
-        for (Path& file : ListFiles(slot, RowText(Msg::SavegamePattern)))
-            found[i].emplace_back(ReadSavegameInfo(file).number, std::move(file));
+        auto files = SavegamesIn(ArchiveSlot(root, static_cast<int>(i) + 1));
+        if (!files)
+            failures[i] = files.Error();
+        else
+            for (Path& file : *files)
+                found[i].emplace_back(ReadSavegameInfo(file).number, std::move(file));
     });
+    for (const auto& failure : failures)
+        if (failure)
+            return *failure;
     for (Found& slot : found)
         for (auto& entry : slot)
             slots.byNumber.insert(std::move(entry));
@@ -123,14 +153,13 @@ Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, M
 /// one, 0 when none has.
 Result<int> LastFilledSlot(Session& session, LevelCode code, const Path& root)
 {
-    int last = 0;
-    while (FolderExists(ArchiveSlot(root, last + 1)))
-        ++last;
-    for (; last > 0; --last) {
-        const Path slot = ResolvePath(ArchiveSlot(root, last));
-        if (auto status = CanList(slot); !status)
-            return status.Error();
-        if (AnyFile(slot, RowText(Msg::SavegamePattern)))
+    auto last = LastSlot(root);
+    for (; last && *last > 0; --*last) {
+        const Path slot = ResolvePath(ArchiveSlot(root, *last));
+        const auto savegames = SavegamesIn(slot);
+        if (!savegames)
+            return savegames.Error();
+        if (!savegames->empty())
             break;
         if (auto status = KeepInHistory(session, code, ListFiles(slot, RowText(Msg::PatAll)),
                                         GetMsg(Msg::ReasonEmptySlot));
@@ -158,6 +187,8 @@ Status ClearTemporary(Session& session, LevelCode code)
 /// The live savegames with their notes and pictures.
 Status TakeSnapshot(Session& session, LevelCode code, const Path& live)
 {
+    if (auto status = CanList(live); !status)
+        return status;
     std::vector<Path> files;
     for (Path& file : ListFiles(live, RowText(Msg::PatAll)))
         if (IsPlayersFile(file.filename().native()))
@@ -166,18 +197,17 @@ Status TakeSnapshot(Session& session, LevelCode code, const Path& live)
 }
 
 /// Which of the slot's savegames come, newest first, until the fifteen places are taken: those that
-/// are live already go from the slot, the others get the lowest free place. How many were handled.
-int TakeFromSlot(SavegamePlan& plan, SavegamePlan::Folder slot, SavegamePlan::Folder passing,
-                 std::ptrdiff_t free)
+/// are live already go from the slot, the others get the lowest free place.
+void TakeFromSlot(SavegamePlan& plan, SavegamePlan::Folder slot, SavegamePlan::Folder passing,
+                  std::ptrdiff_t free, SavegamesMoved& counts)
 {
     const auto names = plan.Savegames(slot);
-    int handled = 0;
     for (const std::size_t i : SortIndex(plan.NumbersOf(slot, names), true)) {
         const std::int32_t number = plan.NumberOf(slot, names[i]);
         const auto there = plan.NumbersOf(passing, plan.Savegames(passing));
         if (std::find(there.begin(), there.end(), number) != there.end()) {
             plan.DeleteSavegame(slot, names[i]);
-            ++handled;
+            ++counts.known;
             continue;
         }
         std::size_t place = 0;
@@ -186,12 +216,21 @@ int TakeFromSlot(SavegamePlan& plan, SavegamePlan::Folder slot, SavegamePlan::Fo
         if (place == gameSlotCount)
             break;
         plan.MoveSavegame(slot, names[i], passing, SlotName(place), true);
-        ++handled;
+        ++counts.moved;
         // Upwards, so that only a folder that held more than fifteen ends it here.
         if (++free < 1)
             break;
     }
-    return handled;
+    counts.waiting = static_cast<int>(plan.Savegames(slot).size());
+}
+
+/// A folder in the plan, one spelling of each name in it.
+Result<SavegamePlan::Folder> FolderOf(Session& session, LevelCode code, SavegamePlan& plan,
+                                      const Path& folder)
+{
+    if (auto status = SettleTwins(session, code, folder); !status)
+        return status.Error();
+    return plan.AddFolder(folder);
 }
 
 /// The level's live folder, which can be read, an earlier move being at its end.
@@ -199,7 +238,10 @@ Result<Path> ReadyLiveFolder(Session& session, LevelCode code)
 {
     if (auto status = EndEarlierMove(session); !status)
         return status.Error();
-    Path live = ResolvePath(CurrentSlotsFolder(session, code));
+    const auto folder = CurrentSlotsFolder(session, code);
+    if (!folder)
+        return folder.Error();
+    Path live = ResolvePath(*folder);
     if (auto status = CanList(live); !status)
         return status.Error();
     return live;
@@ -207,97 +249,119 @@ Result<Path> ReadyLiveFolder(Session& session, LevelCode code)
 
 } // namespace
 
-Status ArchiveSavegamesOf(Session& session, LevelCode code)
+Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
 {
     const Operation operation{session};
-    const auto ready = ReadyLiveFolder(session, code);
-    if (!ready)
-        return ready.Error();
-    const Path& live = *ready;
-    if (!AnyFile(live, RowText(Msg::SavegamePattern)))
-        return {};
-    if (auto status = SettleTwins(session, code, live); !status)
-        return status;
+    const auto live = ReadyLiveFolder(session, code);
+    if (!live)
+        return live.Error();
+    SavegamePlan plan;
+    const auto from = FolderOf(session, code, plan, *live);
+    if (!from)
+        return from.Error();
+    const auto names = plan.Savegames(*from);
+    if (names.empty())
+        return SavegamesMoved{};
     const Path root = RootOf(session, code);
     if (auto status = MakeFolder(root); !status)
-        return status;
-    const ArchiveSlots slots = SurveySlots(root);
+        return status.Error();
+    const auto slots = SurveySlots(root);
+    if (!slots)
+        return slots.Error();
 
-    SavegamePlan plan;
-    const auto from = plan.AddFolder(live);
-    const auto slot = plan.AddFolder(ArchiveSlot(root, slots.free), true);
-    const auto names = plan.Savegames(from);
-    const auto numbers = plan.NumbersOf(from, names);
+    const auto slot = plan.AddNew(ArchiveSlot(root, slots->free));
+    const auto numbers = plan.NumbersOf(*from, names);
     std::set<std::string> elsewhere;
-    int copied = 0;
+    SavegamesMoved counts{static_cast<int>(names.size()), 0, 0, slots->free, 0};
     for (std::size_t i = 0; i < names.size(); ++i) {
-        if (slots.byNumber.contains(numbers[i])) {
-            NoteArchived(slots, live / names[i], numbers[i], elsewhere);
+        if (slots->byNumber.contains(numbers[i])) {
+            NoteArchived(*slots, *live / names[i], numbers[i], elsewhere);
+            ++counts.known;
         } else {
-            plan.MoveSavegame(from, names[i], slot, names[i], false);
-            ++copied;
+            plan.MoveSavegame(*from, names[i], slot, names[i], false);
+            ++counts.moved;
         }
     }
     const std::string keep = NewestOf(names, numbers);
     // The others go before it is renamed, so that one which shares its note does not take it along.
     for (const std::string& name : names)
         if (name != keep)
-            plan.DeleteSavegame(from, name);
+            plan.DeleteSavegame(*from, name);
     if (SlotNumberOf(keep) > 0)
-        plan.MoveSavegame(from, keep, from, SlotName(0), true);
-    return MakePlanned(session, code, plan, Msg::ReasonArchived, copied, elsewhere);
+        plan.MoveSavegame(*from, keep, *from, SlotName(0), true);
+    if (auto status =
+            MakePlanned(session, code, plan, Msg::ReasonArchived, counts.moved, elsewhere);
+        !status)
+        return status.Error();
+    return counts;
 }
 
-Status RestoreSavegamesOf(Session& session, LevelCode code)
+Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
 {
     const Operation operation{session};
-    const auto ready = ReadyLiveFolder(session, code);
-    if (!ready)
-        return ready.Error();
-    const Path& live = *ready;
-    if (ListFiles(live, RowText(Msg::SavegamePattern)).size() == gameSlotCount)
-        return {};
+    const auto live = ReadyLiveFolder(session, code);
+    if (!live)
+        return live.Error();
+    const auto standing = SavegamesIn(*live);
+    if (!standing)
+        return standing.Error();
+    SavegamesMoved counts{static_cast<int>(standing->size()), 0, 0, 0, 0};
+    if (standing->size() == gameSlotCount)
+        return counts;
     const Path root = RootOf(session, code);
     const auto last = LastFilledSlot(session, code, root);
     if (!last)
         return last.Error();
+    counts.slot = *last;
     if (*last == 0)
-        return {};
-    const Path source = ResolvePath(ArchiveSlot(root, *last));
-    for (const Path& folder : {live, source})
-        if (auto status = SettleTwins(session, code, folder); !status)
-            return status;
+        return counts;
     if (auto status = ClearTemporary(session, code); !status)
-        return status;
-    if (auto status = TakeSnapshot(session, code, live); !status)
-        return status;
+        return status.Error();
 
     SavegamePlan plan;
-    const auto slots = plan.AddFolder(live);
-    const auto slot = plan.AddFolder(source);
+    const auto slots = FolderOf(session, code, plan, *live);
+    const auto slot = slots ? FolderOf(session, code, plan, ArchiveSlot(root, *last)) : slots;
+    if (!slot)
+        return slot.Error();
+    if (auto status = TakeSnapshot(session, code, *live); !status)
+        return status.Error();
     const auto passing = plan.AddPassing();
-    const auto before = plan.Savegames(slots);
+    const auto before = plan.Savegames(*slots);
     for (const std::string& name : before)
-        plan.MoveSavegame(slots, name, passing, name, true);
-    const int handled =
-        TakeFromSlot(plan, slot, passing, std::ptrdiff_t{gameSlotCount} - std::ssize(before));
+        plan.MoveSavegame(*slots, name, passing, name, true);
+    TakeFromSlot(plan, *slot, passing, std::ptrdiff_t{gameSlotCount} - std::ssize(before), counts);
     const auto names = plan.Savegames(passing);
     const auto order = SortIndex(plan.NumbersOf(passing, names), false);
     for (std::size_t i = 0; i < order.size(); ++i)
-        plan.MoveSavegame(passing, names[order[i]], slots, SlotName(i), true);
-    return MakePlanned(session, code, plan, Msg::ReasonBeforeRestore, -handled, {});
+        plan.MoveSavegame(passing, names[order[i]], *slots, SlotName(i), true);
+    if (auto status = MakePlanned(session, code, plan, Msg::ReasonBeforeRestore,
+                                  -(counts.moved + counts.known), {});
+        !status)
+        return status.Error();
+    return counts;
 }
 
-Status ArchiveSavegames(Session& session)
+Result<SavegamesMoved> ArchiveSavegames(Session& session)
 {
     const auto code = session.list.Selected();
-    return code ? ArchiveSavegamesOf(session, *code) : Status{};
+    return code ? ArchiveSavegamesOf(session, *code) : SavegamesMoved{};
 }
 
-Status RestoreSavegames(Session& session)
+Result<SavegamesMoved> RestoreSavegames(Session& session)
 {
     const auto code = session.list.Selected();
-    return code ? RestoreSavegamesOf(session, *code) : Status{};
+    return code ? RestoreSavegamesOf(session, *code) : SavegamesMoved{};
+}
+
+int CountArchivedSavegames(const Session& session, LevelCode code)
+{
+    const Path root = RootOf(session, code);
+    const auto last = LastSlot(root);
+    std::size_t count = 0;
+    for (int number = 1; last && number <= *last; ++number)
+        if (const auto files = SavegamesIn(ResolvePath(ArchiveSlot(root, number))))
+            count += files->size();
+    return static_cast<int>(count);
 }
 
 Status EndEarlierMove(Session& session)

@@ -8,16 +8,29 @@
 namespace kestrova
 {
 
+/// What a move came to.
+struct SavegamesMoved {
+    int live = 0;    ///< how many savegames stood in the game's slots before
+    int moved = 0;   ///< went into the new archive slot, or came back from one
+    int known = 0;   ///< were on the other side already
+    int slot = 0;    ///< the archive slot; 0 when none took part
+    int waiting = 0; ///< found no room and wait in that slot
+};
+
 /// Frees the game's slots of the selected level: what no archive slot has goes into a new one, and
 /// only the newest savegame stays, in slot 0. Does nothing while no level is selected.
-Status ArchiveSavegames(Session& session);
+Result<SavegamesMoved> ArchiveSavegames(Session& session);
 /// Brings back the last archive slot that holds anything; the game's slots are packed anew from 0,
 /// oldest first. What was live before is in the history too.
-Status RestoreSavegames(Session& session);
+Result<SavegamesMoved> RestoreSavegames(Session& session);
 
 /// The same for any level.
-Status ArchiveSavegamesOf(Session& session, LevelCode code);
-Status RestoreSavegamesOf(Session& session, LevelCode code);
+Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code);
+Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code);
+
+/// How many savegames lie in the level's archive slots, counted on the disk; a slot that cannot be
+/// listed counts nothing.
+int CountArchivedSavegames(const Session& session, LevelCode code);
 
 /// Finishes what an earlier move left. A failure also while a swap waits to be mended: nothing may
 /// move savegames then.

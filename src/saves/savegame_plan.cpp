@@ -37,9 +37,17 @@ std::vector<std::size_t> SortIndex(const std::vector<std::int32_t>& values, bool
     return order;
 }
 
-SavegamePlan::Folder SavegamePlan::AddFolder(const Path& folder, bool made)
+SavegamePlan::Folder SavegamePlan::AddNew(const Path& folder)
 {
-    Place place{ResolvePath(folder), made, {}, {}};
+    places_.push_back({ResolvePath(folder), true, {}, {}});
+    return places_.size() - 1;
+}
+
+Result<SavegamePlan::Folder> SavegamePlan::AddFolder(const Path& folder)
+{
+    Place place{ResolvePath(folder), false, {}, {}};
+    if (auto status = CanList(place.folder); !status)
+        return status.Error();
     for (const Path& file : ListFiles(place.folder, RowText(Msg::PatAll)))
         if (const std::string name = file.filename().native(); IsPlayersFile(name))
             place.before.emplace(FoldCase(name), Entry{name, file});
@@ -127,6 +135,9 @@ Result<std::vector<ChangedFolder>> SavegamePlan::Changes() const
                 unreadable = MakeFailure(ErrorCode::CannotRead, TextOf(file), failure);
         return known->second;
     };
+    const auto coming = [&](const std::string& name, const Path& source) -> ComingFile {
+        return {name, hashOf(source), std::filesystem::absolute(source).native()};
+    };
     std::vector<ChangedFolder> changes;
     for (const Place& place : places_) {
         if (place.folder.empty())
@@ -139,12 +150,12 @@ Result<std::vector<ChangedFolder>> SavegamePlan::Changes() const
             } else if (now->second.source != old.source &&
                        hashOf(now->second.source) != hashOf(old.source)) {
                 change.before.push_back({old.name, hashOf(old.source)});
-                change.after.push_back({old.name, hashOf(now->second.source)});
+                change.after.push_back(coming(old.name, now->second.source));
             }
         }
         for (const auto& [key, now] : place.after)
             if (!place.before.contains(key))
-                change.after.push_back({now.name, hashOf(now.source)});
+                change.after.push_back(coming(now.name, now.source));
         changes.push_back(std::move(change));
     }
     if (unreadable)

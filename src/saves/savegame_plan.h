@@ -23,8 +23,10 @@ class SavegamePlan
 public:
     using Folder = std::size_t;
 
-    /// A folder as it stands on the disk; `made` for one that does not exist yet.
-    Folder AddFolder(const Path& folder, bool made = false);
+    /// A folder as it stands on the disk; a failure when it cannot be listed.
+    Result<Folder> AddFolder(const Path& folder);
+    /// A folder that does not exist yet and is made by the change.
+    Folder AddNew(const Path& folder);
     /// A folder that only the plan has, empty.
     Folder AddPassing();
 
@@ -42,7 +44,8 @@ public:
     /// With its note and pictures.
     void DeleteSavegame(Folder folder, const std::string& name);
 
-    /// What is different from the disk. A failure names the file that cannot be read.
+    /// What is different from the disk, each content that comes with the file that holds it now. A
+    /// failure names the file that cannot be read.
     [[nodiscard]] Result<std::vector<ChangedFolder>> Changes() const;
 
 private:

@@ -2,13 +2,16 @@
 
 #include "catalogue/message.h"
 #include "core/staged_file.h"
+#include "swap/marker.h"
 #include "swap/state_files.h"
 
 namespace kestrova
 {
 
-Path CurrentSlotsFolder(Session& session, LevelCode code)
+Result<Path> CurrentSlotsFolder(const Session& session, LevelCode code)
 {
+    if (auto known = KnowsStandingLevel(session); !known)
+        return known.Error();
     return LiveStateFolder(session, code);
 }
 

@@ -65,7 +65,10 @@ void DeleteExported(Session& session, LevelCode code, const std::vector<Path>& f
 FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Path>& files)
 {
     const Operation operation{session};
-    const Path folder = ResolvePath(CurrentSlotsFolder(session, code));
+    const auto live = CurrentSlotsFolder(session, code);
+    if (!live)
+        return AllFailed(files, live.Error());
+    const Path folder = ResolvePath(*live);
     auto ready = EndEarlierMove(session);
     if (ready)
         ready = MakeFolder(folder);

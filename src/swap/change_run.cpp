@@ -47,8 +47,9 @@ Status FlushChange(const Session& session, const StateChange& change)
     return {};
 }
 
-ChangeRun::ChangeRun(Session& session, const StateChange& change, std::set<std::string> elsewhere)
-    : session_(session), change_(change), elsewhere_(std::move(elsewhere))
+ChangeRun::ChangeRun(Session& session, const StateChange& change, std::set<std::string> elsewhere,
+                     Round round)
+    : session_(session), change_(change), elsewhere_(std::move(elsewhere)), round_(round)
 {
 }
 
@@ -77,26 +78,39 @@ Status ChangeRun::MakeNewFolders()
     return {};
 }
 
+void ChangeRun::Add(const ChangedFolder& folder)
+{
+    const Path place = ResolvePath(folder.folder);
+    ClearStagedLeftovers(place);
+    const std::size_t first = targets_.size();
+    for (const StateFile& file : folder.before)
+        targets_.push_back({ResolvePath(place / file.name), file.hash, {}, {}});
+    for (const ComingFile& file : folder.after) {
+        const Path path = ResolvePath(place / file.name);
+        auto same =
+            std::find_if(targets_.begin() + static_cast<std::ptrdiff_t>(first), targets_.end(),
+                         [&](const Target& target) { return target.file == path; });
+        if (same == targets_.end())
+            same = targets_.insert(targets_.end(), {path, {}, {}, {}});
+        same->becomes = file.hash;
+        same->source = file.source;
+    }
+}
+
+Status ChangeRun::AllIsThere() const
+{
+    for (const Target& target : targets_)
+        if (!target.foreign && !target.becomes.empty() && !Holds(target.file, target.becomes) &&
+            SourceOf(target).empty())
+            return MakeFailure(ErrorCode::Differs, TextOf(target.source));
+    return {};
+}
+
 Status ChangeRun::Look()
 {
     targets_.clear();
-    for (const ChangedFolder& folder : change_.folders) {
-        const Path place = ResolvePath(folder.folder);
-        ClearStagedLeftovers(place);
-        const std::size_t first = targets_.size();
-        for (const StateFile& file : folder.before)
-            targets_.push_back({ResolvePath(place / file.name), file.hash, {}});
-        for (const StateFile& file : folder.after) {
-            const Path path = ResolvePath(place / file.name);
-            const auto same =
-                std::find_if(targets_.begin() + static_cast<std::ptrdiff_t>(first), targets_.end(),
-                             [&](const Target& target) { return target.file == path; });
-            if (same != targets_.end())
-                same->becomes = file.hash;
-            else
-                targets_.push_back({path, {}, file.hash});
-        }
-    }
+    for (const ChangedFolder& folder : change_.folders)
+        Add(folder);
     for (Target& target : targets_) {
         const auto now = HashNow(target.file);
         if (!now)
@@ -105,7 +119,7 @@ Status ChangeRun::Look()
             if (auto status = LeaveForeign(target); !status)
                 return status;
     }
-    return {};
+    return round_ == Round::First ? AllIsThere() : Status{};
 }
 
 Status ChangeRun::LeaveForeign(Target& target)
@@ -113,16 +127,19 @@ Status ChangeRun::LeaveForeign(Target& target)
     target.foreign = true;
     std::vector<Path> files{target.file};
     if (!target.becomes.empty())
-        if (Path source = SourceOf(target.becomes, target.file);
+        if (Path source = SourceOf(target);
             !source.empty() && source != HistoryContent(session_, target.becomes))
             files.push_back(std::move(source));
     return Keep(files);
 }
 
-Path ChangeRun::SourceOf(const std::string& hash, const Path& except) const
+Path ChangeRun::SourceOf(const Target& wanted) const
 {
+    const std::string& hash = wanted.becomes;
+    if (wanted.source != wanted.file && Holds(wanted.source, hash))
+        return wanted.source;
     for (const Target& target : targets_)
-        if ((target.was == hash || target.becomes == hash) && target.file != except &&
+        if ((target.was == hash || target.becomes == hash) && target.file != wanted.file &&
             Holds(target.file, hash))
             return target.file;
     Path kept = HistoryContent(session_, hash);
@@ -131,7 +148,9 @@ Path ChangeRun::SourceOf(const std::string& hash, const Path& except) const
 
 Status ChangeRun::Place(Target& target)
 {
-    const Path source = SourceOf(target.becomes, target.file);
+    const Path source = SourceOf(target);
+    if (source.empty() && round_ == Round::First)
+        return MakeFailure(ErrorCode::Differs, TextOf(target.source));
     if (source.empty())
         return {}; // gone by another hand; waiting would not bring it back
     if (auto status = CopyFileOver(source, target.file); !status)
@@ -236,6 +255,17 @@ Status ChangeRun::Delete()
     return {};
 }
 
+std::int32_t ChangeRun::NotArchived() const
+{
+    std::int32_t missing = 0;
+    for (const ChangedFolder& folder : change_.folders)
+        for (const ComingFile& file : folder.after)
+            if (folder.made && MatchesPattern(file.name, RowText(Msg::SavegamePattern)) &&
+                !FileExists(Path{folder.folder} / file.name))
+                ++missing;
+    return missing;
+}
+
 bool ChangeRun::TakeBack()
 {
     if (destroyed_)
@@ -245,8 +275,7 @@ bool ChangeRun::TakeBack()
         if (target.foreign || !target.was.empty() || !Holds(target.file, target.becomes))
             continue;
         // What it was copied from may have been rewritten since by the game.
-        whole = !SourceOf(target.becomes, target.file).empty() && !platform::Unlink(target.file) &&
-                whole;
+        whole = !SourceOf(target).empty() && !platform::Unlink(target.file) && whole;
     }
     for (const ChangedFolder& folder : change_.folders)
         if (folder.made && FolderExists(folder.folder))

@@ -50,18 +50,41 @@ Status SetAsideDamaged(const Path& file)
     return {};
 }
 
+NoteJson JsonOfComing(const std::vector<ComingFile>& files)
+{
+    NoteJson list = NoteJson::array();
+    for (const ComingFile& file : files)
+        list.push_back({{"name", Encoded(file.name)},
+                        {"hash", Encoded(file.hash)},
+                        {"from", Encoded(file.source)}});
+    return list;
+}
+
+bool ReadComing(NoteReader& reader, std::vector<ComingFile>& files)
+{
+    bool sound = true;
+    reader.List("after", [&](NoteReader& entry, const NoteJson&) {
+        ComingFile file{entry.Text("name"), entry.Text("hash"), entry.Text("from")};
+        // The first two become names of files: what could name another place spoils the whole note.
+        sound = sound && SafeName(file.name) && IsContentHash(file.hash) &&
+                Path{file.source}.is_absolute();
+        files.push_back(std::move(file));
+    });
+    return sound;
+}
+
 /// The record's count; a record that is missing or damaged is made anew when its level is looked
 /// at, and then has none.
-void WriteCount(const StateChange& change)
+void WriteCount(const StateChange& change, std::int32_t archivedCount)
 {
     const Path file = change.header;
     const auto bytes = ReadWholeFile(file);
     if (!bytes)
         return;
     auto record = ParseSavegameArchiveHeader(*bytes);
-    if (!record || record->archivedCount == change.archivedCount)
+    if (!record || record->archivedCount == archivedCount)
         return;
-    record->archivedCount = change.archivedCount;
+    record->archivedCount = archivedCount;
     // Only a number that is shown.
     (void)WriteRecordFile(file, FormatSavegameArchiveHeader(*record), false);
 }
@@ -75,7 +98,7 @@ std::string FormatStateChange(const StateChange& change)
         folders.push_back({{"folder", Encoded(folder.folder)},
                            {"made", folder.made},
                            {"before", JsonOf(folder.before)},
-                           {"after", JsonOf(folder.after)}});
+                           {"after", JsonOfComing(folder.after)}});
     return Written({{"code", change.code},
                     {"reason", Encoded(change.reason)},
                     {"header", Encoded(change.header)},
@@ -98,7 +121,7 @@ Result<StateChange> ParseStateChange(std::string_view text)
         folder.folder = entry.Text("folder");
         folder.made = entry.Flag("made");
         sound = Read(entry, "before", folder.before) && sound;
-        sound = Read(entry, "after", folder.after) && sound;
+        sound = ReadComing(entry, folder.after) && sound;
         sound = sound && Path{folder.folder}.is_absolute();
         change.folders.push_back(std::move(folder));
     });
@@ -114,7 +137,7 @@ Status MakeStateChange(Session& session, const StateChange& change,
         (void)DropNote(session); // it may stand though a part of it failed; nothing is done yet
         return status;
     }
-    ChangeRun run{session, change, elsewhere};
+    ChangeRun run{session, change, elsewhere, ChangeRun::Round::First};
     auto status = run.Go();
     if (!status && run.TakeBack())
         (void)DropNote(session); // a note that stays is finished at the next start
@@ -144,10 +167,10 @@ Status FinishStateChange(Session& session)
     const auto change = ParseStateChange(*text);
     if (!change)
         return SetAsideDamaged(file);
-    ChangeRun run{session, *change, {}};
+    ChangeRun run{session, *change, {}, ChangeRun::Round::Later};
     if (auto status = run.Go(); !status)
         return status;
-    WriteCount(*change);
+    WriteCount(*change, change->archivedCount - run.NotArchived());
     return EndStateChange(session, *change);
 }
 

@@ -16,11 +16,19 @@
 namespace kestrova
 {
 
+/// A content that comes under a name, and the file that held it when the change was worked out: it
+/// may be one that takes no other part.
+struct ComingFile {
+    std::string name;
+    std::string hash;
+    std::string source; ///< exact and absolute
+};
+
 struct ChangedFolder {
     std::string folder;            ///< exact
     bool made = false;             ///< the change makes it
     std::vector<StateFile> before; ///< files that change or go
-    std::vector<StateFile> after;  ///< what comes: under a new name, or in place of one of `before`
+    std::vector<ComingFile> after; ///< under a new name, or in place of one of `before`
 };
 
 struct StateChange {
@@ -36,8 +44,9 @@ std::string FormatStateChange(const StateChange& change);
 Result<StateChange> ParseStateChange(std::string_view text);
 
 /// Notes the change and makes it. `elsewhere`: hashes of contents that other files hold which take
-/// no part. A failure before anything was overwritten or deleted takes back what was done; a later
-/// one leaves the note, and the next start, or the next change, finishes the work.
+/// no part. A content that is nowhere any more fails it before anything changes. A failure before
+/// anything was overwritten or deleted takes back what was done; a later one leaves the note, and
+/// the next start, or the next change, finishes the work.
 Status MakeStateChange(Session& session, const StateChange& change,
                        const std::set<std::string>& elsewhere = {});
 /// Flushes the change and drops its note: the change is whole, its record written.
@@ -45,7 +54,8 @@ Status EndStateChange(Session& session, const StateChange& change);
 
 /// True while a change waits to be finished.
 bool StateChangeWaits(const Session& session);
-/// Finishes a change that a killed or failed run left, its record with it. Nothing to do is done.
+/// Finishes a change that a killed or failed run left, its record with it. What another hand took
+/// away meanwhile is passed over, and not counted. Nothing to do is done.
 Status FinishStateChange(Session& session);
 
 } // namespace kestrova

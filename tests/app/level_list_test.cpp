@@ -76,20 +76,23 @@ TEST_F(LevelListing, TheInfoLineCountsSavegamesWhereTheyLie)
     box.Write(folder + "screenshots/b.BMP", "");
     box.Write(folder + "screenshots/c.txt", "");
     SavegameArchiveHeader header;
-    header.archivedCount = 7;
+    header.archivedCount = -7; // a running count, which drifts when files are changed by hand
     box.Write(folder + "savegames/savegames.bva", FormatSavegameArchiveHeader(header));
+    for (const char* file : {"slot1/savegame.0", "slot1/savegame.1", "slot2/SAVEGAME.0",
+                             "slot2/note0.txt", "slot4/savegame.0"})
+        box.Write(folder + "savegames/" + file, "");
 
     const std::string path = "Path: \"" + (box / "levels/LEVEL_0001").native() + "\"";
     const auto before = box.Snapshot("");
     const auto looked = LookAtLevel(box.session, code);
     ASSERT_TRUE(looked);
-    EXPECT_EQ(looked->info, path + "  -  Screenshots: 2 - Savegames: 2 + 7");
+    EXPECT_EQ(looked->info, path + "  -  Screenshots: 2 - Savegames: 2 + 3");
     EXPECT_EQ(box.Snapshot(""), before);
 
     box.session.archive.levels[1].cdNumber = 3;
     const auto selected = SelectLevel(box.session, code);
     ASSERT_TRUE(selected);
-    EXPECT_EQ(selected->info, path + " - CD# 3  -  Screenshots: 2 - Savegames: 2 + 7");
+    EXPECT_EQ(selected->info, path + " - CD# 3  -  Screenshots: 2 - Savegames: 2 + 3");
     box.session.archive.levels[1].cdNumber = 0;
 
     ASSERT_TRUE(InstallLevel(box.session, code)) << box.host.AllTold();

@@ -30,15 +30,34 @@ void Fill(SavesWorld& world)
     LoadSavegameStore(world.session, world.played);
 }
 
+/// The everyday case after a first freeing: the newest stands in slot 0 already, with its note.
+void FillWithKeeperInSlotZero(SavesWorld& world)
+{
+    Fill(world);
+    world.Live("0", 30, "the newest");
+}
+
+/// The newest has a name that keeps its place.
+void FillWithOtherKeeper(SavesWorld& world)
+{
+    Fill(world);
+    world.Live("bak", 31, "the newest");
+}
+
 struct Work {
     const char* name;
-    Status (*run)(Session&, LevelCode);
+    Result<SavegamesMoved> (*run)(Session&, LevelCode);
+    void (*fill)(SavesWorld&) = Fill;
 };
 void PrintTo(const Work& work, std::ostream* out)
 {
     *out << work.name;
 }
-const Work works[] = {{"Archive", ArchiveSavegamesOf}, {"Restore", RestoreSavegamesOf}};
+const Work works[] = {{"Archive", ArchiveSavegamesOf},
+                      {"ArchiveKeeperInSlotZero", ArchiveSavegamesOf, FillWithKeeperInSlotZero},
+                      {"ArchiveOtherKeeper", ArchiveSavegamesOf, FillWithOtherKeeper},
+                      {"Restore", RestoreSavegamesOf},
+                      {"RestoreKeeperInSlotZero", RestoreSavegamesOf, FillWithKeeperInSlotZero}};
 
 std::string Everything(const SavesWorld& world)
 {
@@ -79,7 +98,7 @@ protected:
     void SetUp() override
     {
         SavesWorld world;
-        Fill(world);
+        GetParam().fill(world);
         before = Everything(world);
         ASSERT_TRUE(GetParam().run(world.session, world.played));
         after = Everything(world);
@@ -111,7 +130,7 @@ TEST_P(SavegameInterruption, KilledAnywhereIsFinishedOrUndoneAtTheNextStart)
 {
     for (int step = 1; step < 1000; ++step) {
         SavesWorld world;
-        Fill(world);
+        GetParam().fill(world);
         const auto treasures = world.Treasures();
         const KillRun run =
             WithKillAt(step, [&] { return bool(GetParam().run(world.session, world.played)); });
@@ -128,7 +147,7 @@ TEST_P(SavegameInterruption, FailedAnywhereIsAnsweredAndLosesNothing)
     for (const AfterFault after_ : {AfterFault::Works, AfterFault::Fails})
         for (int step = 1;; ++step) {
             SavesWorld world;
-            Fill(world);
+            GetParam().fill(world);
             const auto treasures = world.Treasures();
             const FaultRun run = WithFaultAt(
                 step, [&] { return bool(GetParam().run(world.session, world.played)); },
@@ -244,6 +263,36 @@ TEST(SavegameRecovery, WaitsForAFolderThatIsGoneAndSwapsWaitToo)
     EXPECT_TRUE(InterruptedWork(world.session).empty());
 }
 
+TEST(StateChange, FailsBeforeAnythingChangesWhenWhatIsToComeIsNowhere)
+{
+    SavesWorld world;
+    Fill(world);
+    const auto before = world.Snapshot("");
+    StateChange change;
+    change.code = world.played;
+    change.header = (world / "levels/LEVEL_0001/savegames/savegames.bva").native();
+    change.folders = {{(world / "trle").native(), false, {}, {}},
+                      {(world / "levels/LEVEL_0001/savegames/slot9").native(), true, {}, {}}};
+    std::string hash;
+    ASSERT_FALSE(platform::HashOfFile(world / "trle/savegame.3", hash));
+    change.folders[0].before = {{"savegame.3", hash}};
+    change.folders[1].after = {
+        {"savegame.3", hash, (world / "trle/savegame.3").native()},
+        {"savegame.5", std::string(32, 'c'), (world / "trle/savegame.5").native()}};
+    const auto made = MakeStateChange(world.session, change);
+    ASSERT_FALSE(made);
+    EXPECT_EQ(made.Error().subject, (world / "trle/savegame.5").native());
+    EXPECT_EQ(world.Snapshot(""), before);
+    EXPECT_FALSE(SavegameMoveWaits(world.session));
+
+    // A later run goes on without it, and does not count it.
+    change.archivedCount = 2;
+    world.Write("home/swap/savegames", FormatStateChange(change));
+    ASSERT_TRUE(RecoverInterruptedWork(world.session)) << world.host.AllTold();
+    EXPECT_EQ(world.ShownSlot(9), "savegame.3=14");
+    EXPECT_EQ(world.Count(), 1);
+}
+
 TEST(StateChange, ANoteComesBackAsItWasWrittenOrNotAtAll)
 {
     StateChange change;
@@ -254,15 +303,18 @@ TEST(StateChange, ANoteComesBackAsItWasWrittenOrNotAtAll)
     change.folders = {{"/trle %41",
                        true,
                        {{"savegame.0", std::string(32, 'a')}},
-                       {{"note0.txt", std::string(32, 'b')}}}};
+                       {{"note0.txt", std::string(32, 'b'), "/levels/a\xFE/note3.txt"}}}};
     const std::string text = FormatStateChange(change);
     const auto back = ParseStateChange(text);
     ASSERT_TRUE(back);
     EXPECT_EQ(FormatStateChange(*back), text);
     EXPECT_EQ(back->header, change.header);
+    EXPECT_EQ(back->folders[0].after[0].source, change.folders[0].after[0].source);
     for (std::size_t length = 0; length + 2 < text.size(); ++length)
         EXPECT_FALSE(ParseStateChange(std::string_view{text}.substr(0, length))) << length;
     change.folders[0].after[0].name = "../note0.txt";
+    EXPECT_FALSE(ParseStateChange(FormatStateChange(change)));
+    change.folders[0].after[0] = {"note0.txt", std::string(32, 'b'), "note3.txt"};
     EXPECT_FALSE(ParseStateChange(FormatStateChange(change)));
 
     SavesWorld world;

@@ -1,3 +1,4 @@
+#include "saves/savegame_transfer.h"
 #include "saves_world.h"
 #include "swap/history.h"
 
@@ -57,6 +58,57 @@ TEST(ArchiveSavegames, LeavesTheNewestInSlotZeroAndTheRestInANewArchiveSlot)
     EXPECT_EQ(world.Shown("trle"), "note0.txt=my note savegame.0=40 shot0.bmp=big");
     EXPECT_EQ(world.Count(), 2);
     EXPECT_EQ(world.session.savegameHeader.archivedCount, 2);
+}
+
+TEST(ArchiveSavegames, PutsTheNewestIntoTheArchiveWhereverItStands)
+{
+    for (const char* keeper : {"0", "bak", "7"}) {
+        SavesWorld world;
+        world.Live("3", 39);
+        world.Live(keeper, 40);
+        const bool renamed = std::string{keeper} == "7";
+        world.Write(renamed ? "trle/note7.txt" : "trle/note0.txt", "of the newest");
+        world.Write(renamed ? "trle/shot7.bmp" : "trle/shot0.bmp", "picture");
+        const auto moved = ArchiveSavegames(world.session);
+        ASSERT_TRUE(moved);
+        const std::string number = renamed ? "7" : "0";
+        EXPECT_EQ(world.Read(SavesWorld::store + ("slot1/savegame." + std::string{keeper})),
+                  SavegameBytes("Live " + std::string{keeper}, 40));
+        EXPECT_EQ(world.Read(SavesWorld::store + ("slot1/note" + number + ".txt")),
+                  "of the newest");
+        EXPECT_EQ(world.Read(SavesWorld::store + ("slot1/shot" + number + ".bmp")), "picture");
+        EXPECT_EQ(moved->moved, 2);
+        EXPECT_EQ(world.Count(), 2);
+        EXPECT_EQ(CountArchivedSavegames(world.session, world.played), 2);
+        EXPECT_EQ(world.Shown("trle"), "note0.txt=of the newest savegame." +
+                                           std::string{renamed ? "0" : keeper} +
+                                           "=40 shot0.bmp=picture");
+    }
+}
+
+TEST(SavegameMoves, DecideNothingWhileTheMarkerCannotBeRead)
+{
+    SavesWorld world;
+    world.Live("1", 4);
+    world.Live("2", 5);
+    world.Archived(1, "0", 3);
+    world.Write("home/LEVEL_0000/backup_savegames/savegame.1", SavegameBytes("Original", 1));
+    world.list.selected = originalCode;
+    ASSERT_TRUE(KeepInHistory(world.session, originalCode, {world / "trle/savegame.1"}, "kept"));
+    const auto before = world.Snapshot("");
+    {
+        const AsNobody nobody{world.root};
+        std::filesystem::permissions(world / "trle/Kestrva.txt", std::filesystem::perms::none);
+        EXPECT_FALSE(ArchiveSavegames(world.session))
+            << "it might be the original that stands there";
+        EXPECT_FALSE(RestoreSavegames(world.session));
+        EXPECT_FALSE(BringBack(world.session, originalCode, "0000-1"));
+        EXPECT_FALSE(CurrentSlotsFolder(world.session, world.played));
+        EXPECT_EQ(CopyIntoSlots(world.session, originalCode, {world / "trle/savegame.2"}).size(),
+                  1U);
+        std::filesystem::permissions(world / "trle/Kestrva.txt", std::filesystem::perms::all);
+    }
+    EXPECT_EQ(world.Snapshot(""), before);
 }
 
 TEST(ArchiveSavegames, KnowsNumbersOfAllSlotsAndKeepsWhatOnlySeemsArchived)
