@@ -9,6 +9,7 @@
 #include "session/name_list.h"
 #include "session/tool_table.h"
 #include "swap/backup.h"
+#include "swap/level_gaps.h"
 #include "swap/recovery.h"
 
 #include <algorithm>
@@ -55,9 +56,14 @@ Finding LevelEditor(Session& session)
     const Path trle = session.TrleFolder();
     if (trle.empty())
         return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorTrleNotSet), Msg::DoctorTrleRemedy);
-    if (!IsTrleFolder(session, trle, false))
+    if (const std::string lacks = WhatTrleLacks(trle); !lacks.empty()) {
+        if (FolderExists(trle) && BackupPresent(session) && !BackupSeemsOfAnother(session))
+            return Bad(Msg::DoctorTrle,
+                       GetMsg(Msg::DoctorTrleNotWhole, {TextOf(trle)}) + ": " + lacks,
+                       Msg::DoctorTrleNotWholeRemedy);
         return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorTrleWrong, {TextOf(trle)}),
                    Msg::DoctorTrleRemedy);
+    }
     return Folder(Msg::DoctorTrle, trle, Msg::DoctorTrleNotWritable);
 }
 
@@ -65,6 +71,9 @@ Finding Backup(Session& session)
 {
     if (!BackupPresent(session))
         return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorBackupMissing), Msg::DoctorBackupRemedy);
+    if (const auto other = BackupSeemsOfAnother(session))
+        return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorBackupOther, {TextOf(*other)}),
+                   Msg::DoctorBackupOtherRemedy);
     return Fine(
         Msg::DoctorBackup,
         GetMsg(session.preferences.fullBackup ? Msg::DoctorBackupFull : Msg::DoctorBackupCompact));
@@ -107,11 +116,36 @@ void FoldersOfNoLevel(const Session& session, std::vector<Finding>& findings)
         findings.push_back(Fine(Msg::DoctorSetAside, named(found.setAside)));
 }
 
+/// Levels whose stored files are not all that they are known to have.
+Finding Levels(Session& session)
+{
+    constexpr std::size_t mostNamed = 20;
+    std::vector<std::string> lacking;
+    std::size_t more = 0;
+    for (const LevelRecord& level : session.archive.levels) {
+        const auto gaps = GapsOf(session, level);
+        if (gaps && AllGaps(*gaps).empty())
+            continue;
+        if (lacking.size() < mostNamed)
+            lacking.push_back(ZeroPadded(level.levelCode, 4));
+        else
+            ++more;
+    }
+    if (more > 0)
+        lacking.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(more)}));
+    if (lacking.empty())
+        return Fine(Msg::DoctorLevels, GetMsg(Msg::DoctorLevelsWhole));
+    return Bad(Msg::DoctorLevels, GetMsg(Msg::DoctorLevelsLack, {Join(lacking, ", ")}),
+               Msg::DoctorLevelsRemedy);
+}
+
 Finding Interrupted(Session& session)
 {
     const std::string waiting = InterruptedWork(session);
     if (!waiting.empty())
-        return Bad(Msg::DoctorInterrupted, waiting, Msg::DoctorInterruptedRemedy);
+        return Bad(Msg::DoctorInterrupted, waiting,
+                   WhatMendingLacks(session) ? Msg::DoctorWaitsRemedy
+                                             : Msg::DoctorInterruptedRemedy);
     return Fine(Msg::DoctorInterrupted, GetMsg(Msg::DoctorInterruptedNone));
 }
 
@@ -222,6 +256,8 @@ std::vector<Finding> Examine(Session& session)
     findings.push_back(LevelEditor(session));
     findings.push_back(Backup(session));
     findings.push_back(ArchiveState(session));
+    if (findings.back().fine)
+        findings.push_back(Levels(session));
     FoldersOfNoLevel(session, findings);
     findings.push_back(Interrupted(session));
     if (findings[1].fine)

@@ -13,27 +13,38 @@ namespace
 constexpr std::size_t fullAudio = 54;
 constexpr std::size_t placeFieldSize = 256;
 
+std::size_t MusicTracks(const Path& folder)
+{
+    return ListFiles(InFolder(folder, RowText(Msg::FragTrleAudio)), RowText(Msg::PatTrleWav))
+        .size();
+}
+
 } // namespace
+
+std::string WhatTrleLacks(const Path& folder)
+{
+    const std::string shown = TextOf(folder);
+    if (!FileExists(InFolder(folder, RowText(Msg::FragTrleTomb4))))
+        return GetMsg(Msg::TrleNoTomb4) + shown;
+    if (!AnyFile(InFolder(folder, RowText(Msg::FragTrleData)), RowText(Msg::PatTrleTr4)))
+        return GetMsg(Msg::TrleNoTr4, {shown});
+    if (!AnyFile(folder, RowText(Msg::PatTrleDat)))
+        return GetMsg(Msg::TrleNoDat) + shown;
+    const std::size_t waves = MusicTracks(folder);
+    return waves < fullAudio ? GetMsg(Msg::TrleFewWaves, {std::to_string(fullAudio - waves)})
+                             : std::string{};
+}
 
 bool IsTrleFolder(Session& session, const Path& folder, bool showErrors)
 {
-    const auto wrong = [&](Tone tone, const std::string& words) {
-        if (showErrors)
-            session.host.Tell(tone, words);
-        return false;
-    };
-    const std::string shown = TextOf(folder);
-    if (!FileExists(InFolder(folder, RowText(Msg::FragTrleTomb4))))
-        return wrong(Tone::Error, GetMsg(Msg::TrleNoTomb4) + shown);
-    if (!AnyFile(InFolder(folder, RowText(Msg::FragTrleData)), RowText(Msg::PatTrleTr4)))
-        return wrong(Tone::Error, GetMsg(Msg::TrleNoTr4, {shown}));
-    if (!AnyFile(folder, RowText(Msg::PatTrleDat)))
-        return wrong(Tone::Error, GetMsg(Msg::TrleNoDat) + shown);
-    const std::size_t waves =
-        ListFiles(InFolder(folder, RowText(Msg::FragTrleAudio)), RowText(Msg::PatTrleWav)).size();
-    if (waves < fullAudio)
-        return wrong(Tone::Plain, GetMsg(Msg::TrleFewWaves, {std::to_string(fullAudio - waves)}));
-    return true;
+    const std::string lacks = WhatTrleLacks(folder);
+    // The last test, of the music, speaks in a plain box.
+    if (showErrors && !lacks.empty()) {
+        const bool music =
+            lacks == GetMsg(Msg::TrleFewWaves, {std::to_string(fullAudio - MusicTracks(folder))});
+        session.host.Tell(music ? Tone::Plain : Tone::Error, lacks);
+    }
+    return lacks.empty();
 }
 
 bool TrleFinder::Prepare()

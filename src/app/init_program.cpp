@@ -40,6 +40,23 @@ bool LoadLastArchive(Session& session)
     return true;
 }
 
+/// The folder of the preferences is not whole any more, and the backup has its originals: they come
+/// back when the person wants it. True when the folder passes the test afterwards.
+bool OfferRestore(Session& session, TrleFinder& finder)
+{
+    const Path trle = session.TrleFolder();
+    if (trle.empty() || !FolderExists(trle) || !BackupPresent(session) ||
+        BackupSeemsOfAnother(session) ||
+        !session.host.AskYesNo(GetMsg(Msg::AskRestoreAtStart, {WhatTrleLacks(trle), lineBreak})) ||
+        !TrleIsQuiet(session))
+        return false;
+    (void)LoadArchiveToLook(session); // the level that stands there finds its store through it
+    const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
+    const bool whole = RestoreOriginalConfiguration(session, *progress);
+    session.archive = {};
+    return whole && finder.Prepare();
+}
+
 } // namespace
 
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments)
@@ -73,7 +90,7 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
     session.archive = {};
 
     TrleFinder finder{session};
-    if (!finder.Prepare() && !windows.FindLevelEditor(session))
+    if (!finder.Prepare() && !OfferRestore(session, finder) && !windows.FindLevelEditor(session))
         return true;
     if (!MakeTrleBackup(session, false))
         session.archive.dirty = false;

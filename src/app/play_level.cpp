@@ -2,6 +2,7 @@
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
 #include "swap/install.h"
+#include "swap/level_gaps.h"
 
 namespace kestrova
 {
@@ -25,6 +26,26 @@ bool StartGame(Session& session)
     return true;
 }
 
+/// True when nothing is known to be missing, or the person goes on nevertheless. What cannot be
+/// looked at is told by the installation.
+bool IsWholeEnough(Session& session, LevelCode code)
+{
+    const auto gaps =
+        GapsOf(session, session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))]);
+    if (!gaps)
+        return true;
+    constexpr std::size_t mostNames = 12;
+    std::vector<std::string> names = PlayGaps(*gaps);
+    if (names.empty())
+        return true;
+    if (names.size() > mostNames) {
+        const std::size_t more = names.size() - mostNames;
+        names.resize(mostNames);
+        names.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(more)}));
+    }
+    return session.host.AskYesNo(GetMsg(Msg::AskPlayIncomplete, {Join(names, ", "), lineBreak}));
+}
+
 } // namespace
 
 bool PlayLevel(Session& session, LevelCode code, bool start)
@@ -36,6 +57,8 @@ bool PlayLevel(Session& session, LevelCode code, bool start)
     }
     if (!StandsInTrle(session, code) ? !MayChangeTrle(session)
                                      : start && !MayStartBesideOthers(session))
+        return false;
+    if (!StandsInTrle(session, code) && !IsWholeEnough(session, code))
         return false;
     if (!InstallLevel(session, code)) {
         session.host.Tell(Tone::Error, GetMsg(Msg::PlayInstallFailed));

@@ -18,6 +18,16 @@ Path PreferencesFile(const Path& programFolder)
     return InFolder(programFolder, RowText(Msg::FragPreferences));
 }
 
+void MendAtStart(Session& session, const Whereabouts& said)
+{
+    Whereabouts where = said;
+    const bool nothingSaid = said.trle.empty() && said.archiveFolder.empty() && !said.letGo;
+    if (nothingSaid && session.host.CanAsk())
+        if (const auto lacking = WhatMendingLacks(session))
+            where = AskWhere(session, *lacking).value_or(said);
+    (void)RecoverInterruptedWork(session, where); // what still waits has been told
+}
+
 } // namespace
 
 Result<Path> ChooseProgramFolder(const Path& home, bool make)
@@ -53,7 +63,7 @@ Status LoadArchiveToLook(Session& session)
     return ReadArchiveRecords(session, file);
 }
 
-bool OpenSession(Session& session, bool writing, bool& firstRun)
+bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabouts& said)
 {
     // Locked before it is read: otherwise another program's last words would be overwritten.
     if (writing && !HoldFolder(session, session.programFolder))
@@ -71,7 +81,7 @@ bool OpenSession(Session& session, bool writing, bool& firstRun)
     (void)LoadArchiveToLook(session);
     if (!HoldFolders(session))
         return false;
-    RecoverInterruptedWork(session);
+    MendAtStart(session, said);
     return true;
 }
 

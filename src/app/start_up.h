@@ -1,6 +1,7 @@
 #pragma once
 
 #include "session/session.h"
+#include "swap/whereabouts.h"
 
 /// The program's start and end, in the order in which a player meets it.
 namespace kestrova
@@ -24,8 +25,9 @@ Result<Path> ChooseProgramFolder(const Path& home, bool make = true);
 /// Fills the session from the program's folder: settings and preferences. `firstRun` tells that no
 /// preferences were there. With `writing` it takes the locks of a writer and then mends what an
 /// earlier run left half done; False with words when another program holds a folder, or the
-/// preferences cannot be read. Writes nothing when not `writing`.
-bool OpenSession(Session& session, bool writing, bool& firstRun);
+/// preferences cannot be read. Writes nothing when not `writing`. `said`: what the person knows of
+/// folders that an interrupted swap waits for; when nothing is said, whoever can answer is asked.
+bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabouts& said = {});
 
 /// The locks of a writer: the program's folder, the Level Editor's, the archive's writable one, as
 /// far as they are there. False with words that name the holder. Repeatable.

@@ -215,9 +215,11 @@ Status WriteIndex(const Session& session, LevelCode code, const std::vector<Leve
             if (auto entry = KnownEntry(*known, file.name))
                 stored.push_back(std::move(*entry));
     }
-    if (!entries.empty())
-        entries.insert(entries.end(), stored.begin(), stored.end());
-    return entries.empty() ? Status{} : WriteTr4InfOf(session, code, entries);
+    // An index that still fits stays; one that names files which are gone by now does not.
+    if (entries.empty() && (!known || known->size() == stored.size()))
+        return {};
+    entries.insert(entries.end(), stored.begin(), stored.end());
+    return WriteTr4InfOf(session, code, entries);
 }
 
 } // namespace

@@ -55,7 +55,8 @@ Exit RunSetup(Run& run)
     else if (arguments.Has("--compact"))
         wishes.form = BackupForm::Compact;
     // Left unanswered, the question would count as a wish for the compact form.
-    if (wishes.form == BackupForm::Ask && !BackupPresent(session) && !run.host.CanAnswer()) {
+    if (wishes.form == BackupForm::Ask && !run.host.CanAnswer() &&
+        (!BackupPresent(session) || BackupOfAnotherFolder(session))) {
         run.host.NameUnanswered(GetMsg(Msg::SayBackupForm));
         return EndWork(run, false);
     }

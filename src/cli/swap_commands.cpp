@@ -1,3 +1,4 @@
+#include "app/find_trle.h"
 #include "app/level_commands.h"
 #include "app/start_up.h"
 #include "archive/level_folders.h"
@@ -91,13 +92,20 @@ Exit RunPlay(Run& run)
 
 Exit RunOriginal(Run& run)
 {
-    if (!BeginWork(run, Needs::Archive))
+    const bool full = run.arguments.Has("--full");
+    // The full restore is the way out when folder or archive are broken: it asks for neither.
+    if (!BeginWork(run, full ? Needs::Nothing : Needs::Archive))
         return Exit::Failed;
-    if (!run.arguments.Has("--full"))
+    if (full && run.session.TrleFolder().empty()) {
+        run.host.Tell(Tone::Error, GetMsg(Msg::NeedsSetup));
+        return EndWork(run, false);
+    }
+    if (!full)
         return EndWork(run, RestoreFastWithWords(run.session));
     const auto progress = run.host.BeginProgress(ProgressWindow::Progress, {});
-    RestoreOriginalConfiguration(run.session, *progress);
-    return EndWork(run, !run.host.ToldError() && CurrentLevelCode(run.session) == originalCode);
+    const bool whole = RestoreOriginalConfiguration(run.session, *progress);
+    // A compact backup has neither the game nor its music: what only a new setup brings is named.
+    return EndWork(run, whole && IsTrleFolder(run.session, run.session.TrleFolder(), true));
 }
 
 Exit RunPlan(Run& run)
@@ -162,8 +170,14 @@ Exit RunMend(Run& run)
         AddLine(run, GetMsg(Msg::MendNothing));
         return Exit::Done;
     }
+    Whereabouts said;
+    if (const std::string trle = run.arguments.ValueOf("--trle"); !trle.empty())
+        said.trle = PlaceFromWord(trle);
+    if (const std::string folder = run.arguments.ValueOf("--archive-folder"); !folder.empty())
+        said.archiveFolder = PlaceFromWord(folder);
+    said.letGo = run.arguments.Has("--let-go");
     // The beginning of any work mends what waits.
-    if (!BeginWork(run, Needs::Nothing))
+    if (!BeginWork(run, Needs::Nothing, said))
         return Exit::Failed;
     return EndWork(run, InterruptedWork(run.session).empty());
 }

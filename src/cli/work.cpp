@@ -4,6 +4,7 @@
 #include "app/start_up.h"
 #include "archive/level_sizes.h"
 #include "platform/terminal.h"
+#include "swap/backup.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/level_life.h"
 
@@ -29,8 +30,11 @@ bool TellArchive(Run& run, Msg text)
 
 bool HasLevelEditor(Run& run)
 {
-    return IsTrleFolder(run.session, run.session.TrleFolder(), false) ||
-           Refuse(run, Msg::NeedsSetup);
+    const Path trle = run.session.TrleFolder();
+    if (IsTrleFolder(run.session, trle, false))
+        return true;
+    const bool mendable = FolderExists(trle) && BackupPresent(run.session);
+    return Refuse(run, mendable ? Msg::NeedsRestore : Msg::NeedsSetup);
 }
 
 bool ChooseHome(Run& run, bool make)
@@ -62,12 +66,12 @@ bool BeginLooking(Run& run, Needs needs)
     return false;
 }
 
-bool BeginWork(Run& run, Needs needs)
+bool BeginWork(Run& run, Needs needs, const Whereabouts& said)
 {
     Session& session = run.session;
     platform::NoteInterrupts(RowText(Msg::InterruptNoted));
     bool firstRun = false;
-    if (!ChooseHome(run, true) || !OpenSession(session, true, firstRun))
+    if (!ChooseHome(run, true) || !OpenSession(session, true, firstRun, said))
         return false;
     // A run ends with its command: nobody could save the archive later.
     run.keptAutoSave = session.preferences.autoSave;

@@ -15,7 +15,8 @@ enum class Needs { Nothing, LevelEditor, Archive };
 bool BeginLooking(Run& run, Needs needs);
 /// The same for a command that changes things: with the locks, after interrupted work was mended,
 /// the archive loaded with all its questions. From here on Ctrl-C waits.
-bool BeginWork(Run& run, Needs needs);
+/// `said`: of folders that interrupted work waits for.
+bool BeginWork(Run& run, Needs needs, const Whereabouts& said = {});
 /// Writes preferences and settings, provided that the work was done.
 Exit EndWork(Run& run, bool done);
 /// Ends the saving after every change before a run's end.

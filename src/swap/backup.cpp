@@ -6,6 +6,12 @@
 #include "swap/backup_folders.h"
 #include "swap/marker.h"
 #include "swap/recovery.h"
+#include "swap/state_files.h"
+#include "swap/swap_notes.h"
+#include "swap/swap_run.h"
+#include "swap/trle_tree.h"
+
+#include <algorithm>
 
 namespace kestrova
 {
@@ -72,11 +78,78 @@ bool HasSpace(Session& session, const Path& trle, double need)
     return false;
 }
 
-bool CopyFull(Session& session, const Path& trle, const Path& target)
+/// Files in the Level Editor's folder that levels left there (the sounds under a compact backup).
+/// They are no originals; what they replaced was kept in the vault.
+class Leftovers
+{
+public:
+    explicit Leftovers(Session& session) : session_(session), trle_(session.TrleFolder())
+    {
+        if (const auto owner = OwnerThatCounts(session))
+            owner_ = *owner;
+        for (const OwnedFile& file : owner_.added) {
+            const auto relative = SafeRelative(file.name);
+            if (!relative)
+                continue;
+            Path place = ResolvePath(trle_ / *relative);
+            if (IsAsListed(file, platform::FactsOf(place)) &&
+                !SameContent(place, session.BackupFolder() / *relative))
+                files_.push_back({file, *relative, std::move(place)});
+        }
+    }
+
+    /// The original that belongs in the place of `file`; `file` itself when no level left it.
+    [[nodiscard]] Path OriginalOf(const Path& file) const
+    {
+        for (const Left& left : files_) {
+            if (!EqualNames(left.place.native(), ResolvePath(file).native()))
+                continue;
+            const Path vault =
+                ResolvePath(InFolder(session_.programFolder, RowText(Msg::DirHistoryOriginals)) /
+                            left.relative);
+            return FileExists(vault) ? vault : Path{};
+        }
+        return file;
+    }
+
+    /// Now that the backup has every original, they go and what they replaced comes back. What
+    /// cannot go yet stays noted, and the next start tries again.
+    void Settle()
+    {
+        if (files_.empty())
+            return;
+        std::vector<std::string> names;
+        for (const Left& left : files_) {
+            names.push_back(Readable(left.listed.name));
+            const bool original = FileExists(session_.BackupFolder() / left.relative);
+            const auto status =
+                original ? RestoreOriginal(session_, left.relative) : DeleteFile(left.place);
+            if (status)
+                std::erase_if(owner_.added,
+                              [&](const OwnedFile& file) { return file.name == left.listed.name; });
+        }
+        (void)WriteOwner(session_, owner_); // otherwise they are looked at once more
+        session_.host.Tell(Tone::Plain, GetMsg(Msg::BackupLeftSounds, {Join(names, ", ")}));
+    }
+
+private:
+    struct Left {
+        OwnedFile listed;
+        Path relative;
+        Path place;
+    };
+    Session& session_;
+    Path trle_;
+    OwnerRecord owner_;
+    std::vector<Left> files_;
+};
+
+bool CopyFull(Session& session, const Path& trle, const Path& target, const Leftovers& leftovers)
 {
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::FileCopyInProgress));
-    if (!CopyTreeWithProgress(session, trle, target, progress.get(), Verify::Content))
+    if (!CopyThroughLinks(session, trle, target, *progress,
+                          [&](const Path& file) { return leftovers.OriginalOf(file); }))
         return false;
     const Path audio = InFolder(target, RowText(Msg::DirAudio));
     const Path script = InFolder(target, RowText(Msg::DirScript));
@@ -109,16 +182,15 @@ bool CopyCompact(Session& session, const Path& trle, const Path& target)
             !status)
             return failed(status.Error());
     }
-    progress->SetLabel(GetMsg(Msg::CopyFromData));
-    if (!CopyTreeWithProgress(session, InFolder(trle, RowText(Msg::DirData)),
-                              InFolder(target, RowText(Msg::DirData)), progress.get(),
-                              Verify::Content))
-        return false;
-    progress->SetLabel(GetMsg(Msg::CopyFromGraphics));
-    const Path graphics = InFolder(trle, RowText(Msg::DirGraphics));
-    return !FolderExists(graphics) ||
-           CopyTreeWithProgress(session, graphics, InFolder(target, RowText(Msg::DirGraphics)),
-                                progress.get(), Verify::Content);
+    const auto copyFolder = [&](Msg label, Msg folder) {
+        progress->SetLabel(GetMsg(label));
+        return CopyThroughLinks(session, InFolder(trle, RowText(folder)),
+                                InFolder(target, RowText(folder)), *progress,
+                                [](const Path& file) { return file; });
+    };
+    return copyFolder(Msg::CopyFromData, Msg::DirData) &&
+           (!FolderExists(InFolder(trle, RowText(Msg::DirGraphics))) ||
+            copyFolder(Msg::CopyFromGraphics, Msg::DirGraphics));
 }
 
 /// `keepOld`: files of the old backup that the folder lacks stay in the new one.
@@ -127,6 +199,8 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     const Operation running{session};
     if (!RecoverInterruptedWork(session))
         return false;
+    const bool ofAnother = BackupOfAnotherFolder(session).has_value();
+    keepOld = keepOld && !ofAnother;
     const Path trle = ConfirmTrleOriginal(session, wishes);
     if (trle.empty())
         return false;
@@ -140,9 +214,11 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
         return false;
     bool made = !keepOld || !FolderExists(session.BackupFolder()) ||
                 CopyTreeWithProgress(session, session.BackupFolder(), target, nullptr);
-    made = made && (full ? CopyFull(session, trle, target) : CopyCompact(session, trle, target));
+    Leftovers leftovers{session};
+    made = made &&
+           (full ? CopyFull(session, trle, target, leftovers) : CopyCompact(session, trle, target));
     if (made)
-        if (const auto status = ExchangeBackup(session); !status) {
+        if (const auto status = ExchangeBackup(session, full, ofAnother); !status) {
             TellFailure(session, GetMsg(Msg::BackupNotEqual), status.Error());
             made = false;
         }
@@ -154,10 +230,76 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     session.preferences.fullBackup = full;
     if (const auto status = WritePreferencesFile(session); !status)
         TellFailure(session, GetMsg(Msg::CannotSavePreferences), status.Error());
+    if (full)
+        leftovers.Settle();
     return true;
 }
 
+/// True when every file of the backup stands in the Level Editor's folder with the same bytes, but
+/// for those that a level there replaced.
+bool FitsFolder(Session& session)
+{
+    const Path backup = ResolvePath(session.BackupFolder());
+    const Path trle = ResolvePath(session.TrleFolder());
+    const auto tree = ScanTree(backup);
+    if (!tree)
+        return false;
+    const auto bytes = ReadWholeFile(session.MarkerPath());
+    const MarkerContent marker = ParseMarker(bytes ? *bytes : std::string{});
+    const auto progress =
+        session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ScanningFiles));
+    return std::all_of(tree->files.begin(), tree->files.end(), [&](const Path& file) {
+        progress->Step();
+        const Path relative = file.lexically_relative(backup);
+        const std::string name = ToBackslashes(relative);
+        const auto isLevels = [&](const std::string& other) { return EqualNames(other, name); };
+        return IsPlayersFile(relative.filename().native()) ||
+               std::any_of(marker.overwritten.begin(), marker.overwritten.end(), isLevels) ||
+               SameContent(file, trle / relative, [&] { return progress->Step(), true; });
+    });
+}
+
+/// The folder was newly chosen and the backup is of another one.
+bool MakeBackupOfThisFolder(Session& session, const Path& other, const BackupWishes& wishes)
+{
+    const auto back = BringBackupBack(session);
+    if (!back) {
+        TellFailure(session, GetMsg(Msg::BackupNotSetAside), back.Error());
+        return false;
+    }
+    if (*back) {
+        session.host.Tell(Tone::Plain, GetMsg(Msg::BackupComesBack));
+        return true;
+    }
+    if (session.host.AskYesNo(GetMsg(Msg::AskBackupOfThis,
+                                     {TextOf(other), TextOf(session.TrleFolder()), lineBreak})) &&
+        MakeBackup(session, false, false, wishes))
+        return true;
+    session.host.Tell(Tone::Warning, GetMsg(Msg::BackupOfAnother, {TextOf(other)}));
+    return false;
+}
+
 } // namespace
+
+std::optional<Path> BackupSeemsOfAnother(const Session& session)
+{
+    const auto origin = BackupOrigin(session);
+    if (!origin || Path{origin->path} == session.TrleFolder() ||
+        IsMarked(*origin, session.TrleFolder()))
+        return {};
+    return Path{origin->path};
+}
+
+std::optional<Path> BackupOfAnotherFolder(Session& session)
+{
+    auto other = BackupSeemsOfAnother(session);
+    if (other && !FitsFolder(session))
+        return other;
+    // Moved, or of the same content: from now on it counts as this folder's.
+    if (BackupPresent(session))
+        (void)NoteBackupOrigin(session, session.preferences.fullBackup); // asked again otherwise
+    return {};
+}
 
 bool BackupPresent(const Session& session)
 {
@@ -169,8 +311,13 @@ bool BackupPresent(const Session& session)
 
 bool MakeTrleBackup(Session& session, bool refresh, const BackupWishes& wishes)
 {
-    if (!refresh && BackupPresent(session))
-        return true;
+    if (!refresh && BackupPresent(session)) {
+        const auto other = BackupOfAnotherFolder(session);
+        return !other || MakeBackupOfThisFolder(session, *other, wishes);
+    }
+    if (!refresh)
+        if (const auto back = BringBackupBack(session); back && *back)
+            return true; // set aside when another folder was chosen
     return MakeBackup(session, refresh, refresh, wishes);
 }
 

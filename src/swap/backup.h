@@ -15,14 +15,22 @@ struct BackupWishes {
 };
 
 bool BackupPresent(const Session& session);
-/// Makes the backup unless it is there (`refresh` makes it anew, in full). An old backup is set
-/// aside and comes back when the new one does not compare equal.
+/// The folder that the backup is of, when that is another one than the Level Editor's folder in
+/// use and its files are not the same. Compares contents only while the folder was newly chosen.
+std::optional<Path> BackupOfAnotherFolder(Session& session);
+/// The same by what was noted alone: nothing is read but that.
+std::optional<Path> BackupSeemsOfAnother(const Session& session);
+/// Makes the backup unless it is there (`refresh` makes it anew, in full). An old backup stays
+/// until the new one compared equal. When the backup is of another folder, one of this folder that
+/// was set aside comes back, or the person is asked for a new one.
 bool MakeTrleBackup(Session& session, bool refresh, const BackupWishes& wishes = {});
 /// The command behind "Create\Refresh full backup", its questions included.
 bool RefreshFullBackup(Session& session, const BackupWishes& wishes = {});
 
-/// The full restore: the ordinary removal, then all critical files from the backup.
-void RestoreOriginalConfiguration(Session& session, ProgressScope& progress);
+/// The full restore: the ordinary removal, then all critical files from the backup. It needs
+/// neither the archive nor a whole Level Editor's folder. True when every original is back; what is
+/// missing has been told otherwise, and running it again goes on where it stopped.
+bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress);
 /// `Pul_Fast`'s words around `RestoreFast`; True when the dialog may close.
 bool RestoreFastWithWords(Session& session);
 

@@ -162,7 +162,7 @@ void TellLeftovers(Session& session, const Leftovers& left)
 Status ReturnToOriginal(Session& session, SwapJournal journal, Leftovers& left)
 {
     const bool coming = journal.phase == SwapPhase::Coming && journal.to >= 0;
-    const Path store = coming ? journal.toStore : journal.fromStore;
+    const Path store = NeededStore(session, journal);
     const LevelPlace owner{coming ? journal.to : journal.from, store.parent_path()};
     if (auto status = SettleTwins(session, owner, session.TrleFolder()); !status)
         return status;
@@ -217,32 +217,54 @@ bool Unfinished(Session& session, const Failure& failure)
     return false;
 }
 
-/// A level's folder may be on a drive that is away now: its root is missing then too. Where the
-/// root stands, a missing level has been removed.
-bool StoresAreThere(Session& session, const SwapJournal& journal)
+void TellLacking(Session& session, const LackingFolder& lacking)
 {
-    const Path store = journal.phase == SwapPhase::Coming ? journal.toStore : journal.fromStore;
-    const Path root = store.parent_path().parent_path();
-    if (journal.phase == SwapPhase::Restore || FolderExists(root))
-        return true;
-    session.host.Tell(Tone::Error, GetMsg(Msg::InterruptedStoreGone, {TextOf(root)}));
-    return false;
+    const Msg text =
+        lacking.place == Place::LevelEditor
+            ? (lacking.anotherIsThere ? Msg::InterruptedFolderOther : Msg::InterruptedFolderGone)
+            : (lacking.anotherIsThere ? Msg::InterruptedStoreOther : Msg::InterruptedStoreGone);
+    session.host.Tell(Tone::Error, GetMsg(text, {TextOf(lacking.noted)}));
+}
+
+/// The Level Editor's folder is gone for good. What its swap took out of a store comes back there,
+/// as far as nothing newer stands in its place.
+bool GiveUpFolder(Session& session, const SwapJournal& journal)
+{
+    const Path store = ResolvePath(NeededStore(session, journal));
+    if (journal.phase == SwapPhase::Planned && FolderExists(store))
+        for (const StateFile& file : journal.store) {
+            const Path content = HistoryContent(session, file.hash);
+            if (!SafeName(file.name) || !FileExists(content) || FileExists(store / file.name))
+                continue;
+            if (const auto status =
+                    CopyFileOver(content, store / file.name, {Verify::Content, true, true, {}});
+                !status)
+                return Unfinished(session, status.Error());
+        }
+    if (const auto status = DropJournal(session); !status)
+        return Unfinished(session, status.Error());
+    session.host.Tell(Tone::Warning, GetMsg(Msg::LetGoFolder, {Readable(journal.folder.path)}));
+    return true;
 }
 
 bool MendSwap(Session& session, const SwapJournal& journal)
 {
     if (journal.phase == SwapPhase::Restore) {
-        auto status = FinishRestore(session, journal);
-        if (!status)
-            return Unfinished(session, status.Error());
-        session.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedRestore));
+        RestoreReport report;
+        const auto status = FinishRestore(session, journal, report);
+        TellIncompleteRestore(session, report);
+        if (!status) {
+            TellFailure(session, GetMsg(Msg::RestoreNotFinished), status.Error());
+            return false;
+        }
+        if (report.Whole())
+            session.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedRestore));
         return true;
     }
-    if (!StoresAreThere(session, journal))
-        return false;
     if (journal.phase == SwapPhase::Planned) {
-        const LevelPlace from{journal.from, Path{journal.fromStore}.parent_path()};
-        auto status = PutStoreBack(session, from, journal.fromStore, journal.store);
+        const Path store = NeededStore(session, journal);
+        const LevelPlace from{journal.from, store.parent_path()};
+        auto status = PutStoreBack(session, from, store, journal.store);
         if (status)
             status = DropJournal(session);
         if (!status)
@@ -296,6 +318,7 @@ void ClearToldLeftovers(Session& session)
         return;
     SwapJournal lists;
     lists.restore = owner->overwritten;
+    lists.remove = owner->added;
     Leftovers left;
     DeleteBrought(session, owner->added, originalCode, left); // told already; only what is kept is
     RestoreMissing(session, lists, left);                     // new
@@ -313,7 +336,7 @@ void ClearToldLeftovers(Session& session)
 
 } // namespace
 
-bool RecoverInterruptedWork(Session& session)
+bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
 {
     if (!SettleBackupFolders(session) || !FinishSavegames(session))
         return false;
@@ -325,12 +348,14 @@ bool RecoverInterruptedWork(Session& session)
         ClearToldLeftovers(session);
         return true;
     }
-    const SwapJournal& journal = **found;
+    SwapJournal journal = **found;
     const Operation running{session};
-    const platform::FileFacts folder = platform::FactsOf(journal.folder.path);
-    if (folder.kind != platform::FileKind::Folder) {
-        session.host.Tell(Tone::Error,
-                          GetMsg(Msg::InterruptedFolderGone, {Readable(journal.folder.path)}));
+    if (!FollowMovedFolders(session, journal, said))
+        return false;
+    if (const auto lacking = LackingOf(session, journal)) {
+        if (said.letGo && lacking->place == Place::LevelEditor)
+            return GiveUpFolder(session, journal);
+        TellLacking(session, *lacking);
         return false;
     }
     // The preferences may name another folder by now; the work is mended where it began.
@@ -343,6 +368,10 @@ bool RecoverInterruptedWork(Session& session)
 
 std::string InterruptedWork(const Session& session)
 {
+    if (const auto lacking = WhatMendingLacks(session))
+        return GetMsg(lacking->place == Place::LevelEditor ? Msg::WaitingSwapFolder
+                                                           : Msg::WaitingSwapStore,
+                      {TextOf(lacking->noted)});
     if (FileExists(JournalPath(session)))
         return GetMsg(Msg::WaitingSwap);
     if (StateChangeWaits(session))

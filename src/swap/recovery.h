@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "swap/whereabouts.h"
 
 /// Interrupted work of a run that ended in the middle of it.
 namespace kestrova
@@ -8,9 +8,10 @@ namespace kestrova
 
 /// Finishes or undoes what a killed swap or backup left; to be called before all else, with the
 /// locks held. Says what it did. Repeatable. False when it could not and swaps must wait (the Level
-/// Editor's folder is gone, say).
-bool RecoverInterruptedWork(Session& session);
-/// What waits to be mended, in words; empty when nothing does. Touches nothing.
+/// Editor's folder is gone, say). `said`: what the person knows of folders that were moved.
+bool RecoverInterruptedWork(Session& session, const Whereabouts& said = {});
+/// What waits to be mended, and for which folder, in words; empty when nothing does. Touches
+/// nothing.
 std::string InterruptedWork(const Session& session);
 
 } // namespace kestrova

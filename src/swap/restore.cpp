@@ -1,8 +1,11 @@
 #include "swap/backup.h"
 
+#include "archive/level_folders.h"
 #include "catalogue/message.h"
 #include "swap/folder_guard.h"
 #include "swap/install.h"
+#include "swap/marker.h"
+#include "swap/recovery.h"
 #include "swap/restore_steps.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
@@ -14,126 +17,151 @@ namespace kestrova
 namespace
 {
 
-struct Critical {
-    Msg folder;
-    Msg pattern;
-};
-constexpr Critical criticalFiles[] = {{Msg::FragRoot, Msg::PatDat},
-                                      {Msg::FragRoot, Msg::PatH},
-                                      {Msg::DirData, Msg::PatTr4},
-                                      {Msg::DirData, Msg::PatPak}};
-
-void Show(ProgressScope* progress, Msg label)
+/// The ordinary removal, which tells what it cannot do; the critical files go anyway. While the
+/// archive is away nothing else comes in: the level's savegames stay live and wait for their store.
+void RemoveLevelFirst(Session& session)
 {
-    if (progress == nullptr)
+    const bool archiveIsThere =
+        FindLevel(session, originalCode) >= 0 &&
+        FolderExists(FolderFromText(Trim(session.archive.header.secondaryFolder)));
+    if (archiveIsThere) {
+        (void)RestoreFast(session);
         return;
-    progress->SetLabel(GetMsg(label));
-    progress->Step();
-}
-
-Status DeleteCritical(Session& session)
-{
-    const Path trle = ResolvePath(session.TrleFolder());
-    for (const Critical& kind : criticalFiles)
-        for (const Path& file :
-             ListFiles(InFolder(trle, RowText(kind.folder)), RowText(kind.pattern))) {
-            const Path relative = file.lexically_relative(trle);
-            if (auto status = KeepOriginal(session, relative); !status)
-                return status;
-            if (auto status = DeleteFile(file); !status)
-                return status;
-        }
-    return DeleteFile(session.MarkerPath());
-}
-
-/// The files of one folder of the backup, the bar following.
-Status CopyFilesWithBar(Session& session, const Path& folder, ProgressScope* progress)
-{
-    const std::vector<Path> files =
-        ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        // A savegame of the time of the backup is no original: what the player has now stays.
-        if (IsPlayersPlace(folder / files[i].filename()))
-            continue;
-        if (auto status = RestoreOriginal(session, folder / files[i].filename()); !status)
-            return status;
-        if (progress != nullptr) {
-            progress->SetBar(i + 1, files.size());
-            progress->Step();
-        }
     }
-    return {};
+    ActivityLog log;
+    (void)RemovePreviousLevel(session, -1, log);
 }
 
-Path Relative(std::string_view fragment)
+/// A swap that was interrupted and cannot be mended now goes on as a full restore, provided that it
+/// belongs to this folder: an archive that is away is not waited for, and neither is a full disk.
+bool TakeOver(Session& session, SwapJournal& journal)
 {
-    return InFolder({}, fragment).relative_path();
+    if (journal.phase == SwapPhase::Restore)
+        return true;
+    if (journal.phase == SwapPhase::Planned || !IsMarked(journal.folder, session.TrleFolder()))
+        return false; // a store waits to be put back, or another folder
+    journal.phase = SwapPhase::Restore;
+    journal.from = -1; // the state is in its store; what is still live is nobody's
+    journal.remove.insert(journal.remove.end(), journal.install.begin(), journal.install.end());
+    return true;
+}
+
+/// What waits is mended first. Savegames whose archive is away go to the history.
+void MendFirst(Session& session)
+{
+    const auto lacking = WhatMendingLacks(session);
+    if (lacking && lacking->place == Place::Archive)
+        (void)RecoverInterruptedWork(session, {{}, {}, true});
+}
+
+/// The journal of the restore: what the level brought, and whose savegames stand in the folder.
+SwapJournal PlannedRestore(Session& session)
+{
+    SwapJournal journal;
+    journal.folder = MarkOf(session.TrleFolder());
+    journal.phase = SwapPhase::Restore;
+    const auto owner = OwnerThatCounts(session);
+    if (owner) {
+        journal.from = owner->owner.value_or(-1); // -1: the state in the folder is nobody's
+        journal.fromStore = StateStoreOf(session, StateOwner(session)).native();
+        journal.strangers = owner->strangers;
+    }
+    const auto marker = ReadWholeFile(session.MarkerPath());
+    Belongings belongings = BelongingsOf(ParseMarker(marker ? *marker : std::string{}), owner);
+    journal.remove = std::move(belongings.added);
+    journal.restore = std::move(belongings.overwritten);
+    return journal;
+}
+
+/// The restore noted down. On a full disk what the level brought goes first and makes room.
+bool Begin(Session& session, const SwapJournal& journal)
+{
+    auto status = WriteJournal(session, journal);
+    if (!status) {
+        RestoreReport unused; // what is not deleted now is tried once more
+        (void)DeleteListed(session, journal.remove, unused);
+        status = WriteJournal(session, journal);
+    }
+    if (!status)
+        TellFailure(session, GetMsg(Msg::CannotWriteJournal), status.Error());
+    return bool{status};
+}
+
+/// The folders that only a full backup has, when the person wants them.
+void RestoreOtherFolders(Session& session, ProgressScope& progress, RestoreReport& report)
+{
+    if (!session.preferences.fullBackup || !session.host.AskYesNo(GetMsg(Msg::AskRestoreFolders)))
+        return;
+    for (const std::string& folder : Split(RowText(Msg::RestoreFolders), '|')) {
+        progress.SetLabel(GetMsg(Msg::RestoringFolder) + folder);
+        RestoreReport ofFolder;
+        const auto status =
+            RestoreFolder(session, InFolder({}, folder).relative_path(), ofFolder, &progress);
+        if (!status || !ofFolder.Whole())
+            session.host.Tell(Tone::Error, GetMsg(Msg::ErrorRestoringFolder) + folder,
+                              status ? ofFolder.reason : status.Error().reason);
+        report.missing.insert(report.missing.end(), ofFolder.missing.begin(),
+                              ofFolder.missing.end());
+        report.left.insert(report.left.end(), ofFolder.left.begin(), ofFolder.left.end());
+        if (report.reason.empty())
+            report.reason = ofFolder.reason;
+    }
+}
+
+/// True unless the backup is of another folder and the person does not want its files here.
+bool MayRestoreFrom(Session& session)
+{
+    const auto other = BackupSeemsOfAnother(session);
+    return !other ||
+           session.host.AskYesNo(GetMsg(Msg::AskRestoreFromOther,
+                                        {TextOf(*other), TextOf(session.TrleFolder()), lineBreak}));
+}
+
+bool Refused(Session& session, const std::string& words)
+{
+    session.host.Tell(Tone::Error, words);
+    return false;
 }
 
 } // namespace
 
-Status FinishRestore(Session& session, const SwapJournal& journal, ProgressScope* progress)
-{
-    Show(progress, Msg::RestoreRemovingCritical);
-    if (auto status = DeleteCritical(session); !status)
-        return status;
-    Show(progress, Msg::RestoreCopyingOriginal);
-    for (const Path& folder : {Path{}, Relative(RowText(Msg::DirData))})
-        if (auto status = CopyFilesWithBar(session, folder, progress); !status)
-            return status;
-    OwnerRecord owner;
-    if (journal.from >= 0)
-        SetOwner(session, owner, LevelPlace{journal.from, Path{journal.fromStore}.parent_path()});
-    if (auto status = WriteOwner(session, std::move(owner)); !status)
-        return status;
-    return DropJournal(session);
-}
-
-void RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
+bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
 {
     const Operation running{session};
-    if (!BackupPresent(session)) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::NoBackupToRestore));
-        return;
-    }
-    if (!MayChangeTrle(session))
-        return;
-    Show(&progress, Msg::RestoreRemovingLevel);
-    (void)RestoreFast(session); // its failures have been told; the critical files go anyway
+    if (!BackupPresent(session))
+        return Refused(session, GetMsg(Msg::NoBackupToRestore, {TextOf(session.MarkerPath())}));
     if (!FolderExists(session.TrleFolder()))
-        return;
-    if (FileExists(JournalPath(session))) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::WorkPending));
-        return;
+        return Refused(session, GetMsg(Msg::RestoreFolderGone, {TextOf(session.TrleFolder())}));
+    if (!MayRestoreFrom(session) || !MayChangeTrle(session))
+        return false;
+    progress.SetLabel(GetMsg(Msg::RestoreRemovingLevel));
+    progress.Step();
+    MendFirst(session);
+    RemoveLevelFirst(session);
+    auto found = ReadJournal(session);
+    if (!found) {
+        TellFailure(session, GetMsg(Msg::RestoreNotFinished), found.Error());
+        return false;
     }
-
-    SwapJournal journal;
-    journal.folder = MarkOf(session.TrleFolder());
-    journal.phase = SwapPhase::Restore;
-    if (const auto owner = OwnerThatCounts(session)) {
-        journal.from = owner->owner.value_or(-1); // -1: the state in the folder is nobody's
-        journal.fromStore = StateStoreOf(session, StateOwner(session)).native();
+    SwapJournal journal = *found ? **found : PlannedRestore(session);
+    if (!TakeOver(session, journal))
+        return Refused(session, GetMsg(Msg::WorkPending));
+    if (!Begin(session, journal))
+        return false;
+    RestoreReport report;
+    if (const auto status = FinishRestore(session, journal, report, &progress); !status) {
+        TellIncompleteRestore(session, report);
+        TellFailure(session, GetMsg(Msg::RestoreNotFinished), status.Error());
+        return false;
     }
-    auto status = WriteJournal(session, journal);
-    if (!status) {
-        TellFailure(session, GetMsg(Msg::CannotWriteJournal), status.Error());
-        return;
-    }
-    status = FinishRestore(session, journal, &progress);
-    if (!status) {
-        TellFailure(session, GetMsg(Msg::InterruptedFailed), status.Error());
-        return;
-    }
-    if (session.preferences.fullBackup && session.host.AskYesNo(GetMsg(Msg::AskRestoreFolders)))
-        for (const std::string& folder : Split(RowText(Msg::RestoreFolders), '|')) {
-            progress.SetLabel(GetMsg(Msg::RestoringFolder) + folder);
-            const auto copied = CopyFilesWithBar(session, Relative(folder), &progress);
-            if (!copied)
-                TellFailure(session, GetMsg(Msg::ErrorRestoringFolder) + folder, copied.Error());
-        }
+    RestoreOtherFolders(session, progress, report);
     progress.SetLabel(GetMsg(Msg::RestoreFinished));
     session.list.Refresh();
-    session.host.Tell(Tone::Plain, GetMsg(Msg::RestoredOriginal));
+    if (report.Whole())
+        session.host.Tell(Tone::Plain, GetMsg(Msg::RestoredOriginal));
+    else
+        TellIncompleteRestore(session, report);
+    return report.Whole();
 }
 
 bool RestoreFastWithWords(Session& session)

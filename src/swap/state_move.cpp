@@ -18,8 +18,13 @@ bool SwapRun::Begin()
         session_.host.Tell(Tone::Error, GetMsg(Msg::WorkPending));
         return false;
     }
-    if (journal_.to >= 0)
-        journal_.toStore = StateStoreOf(session_, journal_.to).native();
+    if (!journal_.fromStore.empty())
+        journal_.fromRoot = MarkOf(RootOfStore(journal_.fromStore));
+    if (journal_.to >= 0) {
+        const Path to = StateStoreOf(session_, journal_.to);
+        journal_.toStore = to.native();
+        journal_.toRoot = MarkOf(RootOfStore(to));
+    }
     if (const auto status = WriteJournal(session_, journal_); !status) {
         TellFailure(session_, GetMsg(Msg::CannotWriteJournal), status.Error());
         (void)DropJournal(

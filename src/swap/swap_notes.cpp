@@ -31,6 +31,18 @@ FolderMark MarkOf(const Path& folder)
     return {folder.native(), facts.device, facts.inode};
 }
 
+bool IsMarked(const FolderMark& mark, const Path& folder)
+{
+    const platform::FileFacts facts = platform::FactsOf(ResolvePath(folder));
+    return facts.kind == platform::FileKind::Folder && facts.device == mark.device &&
+           facts.inode == mark.inode;
+}
+
+Path RootOfStore(const Path& store)
+{
+    return store.parent_path().parent_path();
+}
+
 std::string MarkerHash(const Session& session)
 {
     const Path marker = session.MarkerPath();

@@ -9,6 +9,10 @@ namespace kestrova
 {
 
 FolderMark MarkOf(const Path& folder);
+/// True when the folder is the very one that the mark was taken of, wherever it stands now.
+bool IsMarked(const FolderMark& mark, const Path& folder);
+/// The archive's folder above a level's store (`LEVEL_0001/backup_savegames`).
+Path RootOfStore(const Path& store);
 /// Hash of the marker's bytes, `absentMarker` without one, empty when it cannot be read.
 std::string MarkerHash(const Session& session);
 

@@ -2,8 +2,10 @@
 
 #include "archive/level_folders.h"
 #include "archive/storage.h"
+#include "archive/tr4_index.h"
 #include "catalogue/message.h"
 #include "swap/level_files.h"
+#include "swap/level_gaps.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
 
@@ -177,6 +179,20 @@ Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& l
 
 } // namespace
 
+namespace
+{
+
+/// An expanded file against the size that it had when it was stored.
+bool IsSmallerThanNoted(const std::vector<Tr4Entry>& index, const ReadyFile& file)
+{
+    return std::any_of(index.begin(), index.end(), [&](const Tr4Entry& entry) {
+        return file.moved && EqualNames(Trim(entry.name), file.name) && entry.size > 0 &&
+               file.size < static_cast<std::uint64_t>(entry.size);
+    });
+}
+
+} // namespace
+
 Result<std::vector<Difference>> VerifyFolder(Session& session)
 {
     std::vector<Difference> found;
@@ -220,12 +236,21 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
         return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
     if (!FolderExists(source))
         return std::vector<Difference>{{Mismatch::Missing, TextOf(source)}};
+    const auto gaps =
+        GapsOf(session, session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))]);
+    if (!gaps)
+        return gaps.Error();
     const StagingFolder staging{InFolder(session.programFolder, RowText(Msg::DirVerify))};
     const auto ready = ReadyLevelFiles(session, source, staging.Folder(), false, nullptr);
     if (!ready)
         return std::vector<Difference>{{Mismatch::Differs, ready.Error().subject}};
     std::vector<Difference> found;
+    for (std::string& file : AllGaps(*gaps))
+        found.push_back({Mismatch::Missing, std::move(file)});
+    const auto index = ReadTr4InfOf(session, code);
     for (const ReadyFile& file : *ready) {
+        if (index && IsSmallerThanNoted(*index, file))
+            found.push_back({Mismatch::Differs, Readable(file.name)});
         std::string hash;
         if (platform::HashOfFile(file.path, hash))
             found.push_back({Mismatch::Differs, Readable(file.name)});

@@ -108,6 +108,8 @@ std::string FormatJournal(const SwapJournal& journal)
                     {"from", journal.from},
                     {"from-store", Encoded(journal.fromStore)},
                     {"to-store", Encoded(journal.toStore)},
+                    {"from-root", Json::array({JsonOf(journal.fromRoot)})},
+                    {"to-root", Json::array({JsonOf(journal.toRoot)})},
                     {"live-is-kept", journal.liveIsKept},
                     {"to", journal.to},
                     {"live", JsonOf(journal.live)},
@@ -128,6 +130,11 @@ Result<SwapJournal> ParseJournal(std::string_view text)
     journal.from = reader.Number<LevelCode>("from");
     journal.fromStore = reader.Text("from-store");
     journal.toStore = reader.Text("to-store");
+    // A journal of an earlier version has none.
+    if (json.contains("from-root"))
+        Read(reader, "from-root", journal.fromRoot);
+    if (json.contains("to-root"))
+        Read(reader, "to-root", journal.toRoot);
     journal.liveIsKept = reader.Flag("live-is-kept");
     journal.to = reader.Number<LevelCode>("to");
     const bool sound = Read(reader, "live", journal.live) && Read(reader, "store", journal.store);

@@ -67,6 +67,8 @@ struct SwapJournal {
     LevelCode from = 0;    ///< whose store takes the live state
     std::string fromStore; ///< that store's folder
     std::string toStore;   ///< the coming level's store
+    FolderMark fromRoot;   ///< the archive's folder above `fromStore`; inode 0: not noted
+    FolderMark toRoot;     ///< the one above `toStore`
     /// The level of `live` has no folder any more: its state stays live and is in the history.
     bool liveIsKept = false;
     LevelCode to = 0;                 ///< the level that comes; -1: none

@@ -1,0 +1,105 @@
+#include "swap/level_gaps.h"
+
+#include "archive/level_folders.h"
+#include "archive/tr4_index.h"
+#include "catalogue/message.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Scripts and language files change with a level's language, and nobody measures the level for
+/// them; what is lost with a level's own file is more.
+constexpr double measuredLoosely = 64 * 1024;
+constexpr std::size_t indexNameWidth = 80;
+
+/// A name as the fields of records hold it.
+std::string AsNoted(const std::string& name)
+{
+    return FromWindows1252(ToWindows1252(name).substr(0, indexNameWidth));
+}
+
+bool IsNoted(const std::string& noted, const std::string& name)
+{
+    return EqualNames(noted, name) || EqualNames(noted, AsNoted(name));
+}
+
+struct Stored {
+    std::string name; ///< as it is called in the Level Editor's folder
+    std::uint64_t size = 0;
+    bool plain = true;
+};
+
+std::vector<Stored> StoredFiles(const Path& folder)
+{
+    std::vector<Stored> files;
+    for (const Path& path : ListFiles(folder, RowText(Msg::PatAll))) {
+        const std::string name = path.filename().native();
+        const bool deflated = EndsWithName(name, RowText(Msg::ZlExtension));
+        files.push_back({deflated ? StripExtension(name) : name, FileSize(path), !deflated});
+    }
+    return files;
+}
+
+} // namespace
+
+Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level)
+{
+    LevelGaps gaps;
+    if (level.cdNumber != 0 || level.levelCode == originalCode)
+        return gaps;
+    const Path folder = InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirFiles));
+    if (auto status = CanList(folder); !status)
+        return status.Error();
+    const std::vector<Stored> files = StoredFiles(folder);
+    const auto find = [&](const std::string& noted) {
+        return std::find_if(files.begin(), files.end(),
+                            [&](const Stored& file) { return IsNoted(noted, file.name); });
+    };
+    if (const auto index = ReadTr4InfOf(session, level.levelCode))
+        for (const Tr4Entry& entry : *index) {
+            const std::string name{Trim(entry.name)};
+            const auto file = find(name);
+            const bool sizeIsKnown = entry.size < std::numeric_limits<std::int32_t>::max();
+            if (file == files.end() ||
+                (file->plain && sizeIsKnown &&
+                 file->size < static_cast<std::uint64_t>(std::max(entry.size, 0))))
+                gaps.files.push_back(name);
+        }
+    const std::string readme = FileNameOf(Trim(level.moreInfoFile));
+    if (!readme.empty() && find(readme) == files.end())
+        gaps.texts.push_back(readme);
+    double stored = 0;
+    for (const Stored& file : files)
+        stored += static_cast<double>(file.size);
+    const double less = level.filesSize - stored;
+    if (gaps.files.empty() && less > measuredLoosely &&
+        level.filesSize < std::numeric_limits<std::int32_t>::max())
+        gaps.bytes = less;
+    return gaps;
+}
+
+std::vector<std::string> PlayGaps(const LevelGaps& gaps)
+{
+    std::vector<std::string> names;
+    for (const std::string& file : gaps.files)
+        names.push_back(Readable(file));
+    if (gaps.bytes > 0)
+        names.push_back(GetMsg(Msg::LevelLacksBytes, {FormatSize(gaps.bytes)}));
+    return names;
+}
+
+std::vector<std::string> AllGaps(const LevelGaps& gaps)
+{
+    std::vector<std::string> names = PlayGaps(gaps);
+    for (const std::string& text : gaps.texts)
+        names.push_back(Readable(text));
+    return names;
+}
+
+} // namespace kestrova

@@ -1,0 +1,199 @@
+#include "swap/restore_steps.h"
+
+#include "catalogue/message.h"
+#include "swap/owned_files.h"
+#include "swap/state_files.h"
+#include "swap/swap_notes.h"
+#include "swap/swap_run.h"
+#include "swap/vault.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+struct Critical {
+    Msg folder;
+    Msg pattern;
+};
+constexpr Critical criticalFiles[] = {{Msg::FragRoot, Msg::PatDat},
+                                      {Msg::FragRoot, Msg::PatH},
+                                      {Msg::DirData, Msg::PatTr4},
+                                      {Msg::DirData, Msg::PatPak}};
+/// A box holds so many names; the rest is counted.
+constexpr std::size_t mostNames = 12;
+
+void Show(ProgressScope* progress, Msg label)
+{
+    if (progress == nullptr)
+        return;
+    progress->SetLabel(GetMsg(label));
+    progress->Step();
+}
+
+void Note(RestoreReport& report, std::vector<std::string>& list, const Path& relative,
+          const Failure& failure)
+{
+    std::string name = ToBackslashes(relative);
+    for (const std::string& known : list)
+        if (EqualNames(known, name))
+            return;
+    list.push_back(std::move(name));
+    if (report.reason.empty())
+        report.reason = failure.reason;
+}
+
+bool StaysWithCompactBackup(const Session& session, const std::string& name)
+{
+    const std::string_view audio = RowText(Msg::FragAudio);
+    return !session.preferences.fullBackup &&
+           EqualNames(std::string_view{name}.substr(0, audio.size()), audio);
+}
+
+/// One original back in its place. What stood there and is not the original is kept first.
+void BringBack(Session& session, const Path& relative, RestoreReport& report)
+{
+    const Path source = ResolvePath(session.BackupFolder() / relative);
+    const Path target = ResolvePath(session.TrleFolder() / relative);
+    if (SameContent(source, target)) {
+        if (target.filename() != source.filename()) // the backup's spelling is the original one
+            (void)platform::Rename(target, target.parent_path() / source.filename());
+        return;
+    }
+    if (const auto kept = KeepOriginal(session, relative); !kept)
+        Note(report, report.left, relative, kept.Error());
+    else if (const auto back = RestoreOriginal(session, relative); !back)
+        Note(report, report.missing, relative, back.Error());
+}
+
+void DeleteCritical(Session& session, RestoreReport& report)
+{
+    const Path trle = ResolvePath(session.TrleFolder());
+    for (const Critical& kind : criticalFiles)
+        for (const Path& file :
+             ListFiles(InFolder(trle, RowText(kind.folder)), RowText(kind.pattern))) {
+            const Path relative = file.lexically_relative(trle).lexically_normal();
+            if (SameContent(file, session.BackupFolder() / relative))
+                continue; // deleted and copied back it would be the same
+            auto status = KeepOriginal(session, relative);
+            if (status)
+                status = DeleteFile(file);
+            if (!status)
+                Note(report, report.left, relative, status.Error());
+        }
+}
+
+Path Relative(std::string_view fragment)
+{
+    return InFolder({}, fragment).relative_path();
+}
+
+/// What the level replaced in other folders than the critical ones (its sounds).
+void RestoreListed(Session& session, const SwapJournal& journal, RestoreReport& report)
+{
+    std::vector<std::string> names = journal.restore;
+    for (const OwnedFile& file : journal.remove)
+        names.push_back(file.name);
+    for (const std::string& name : names) {
+        const auto relative = SafeRelative(name);
+        if (relative && FileExists(session.BackupFolder() / *relative) &&
+            !IsPlayersPlace(*relative))
+            BringBack(session, *relative, report);
+    }
+}
+
+std::string Shown(const std::vector<std::string>& names)
+{
+    std::vector<std::string> shown;
+    for (std::size_t i = 0; i < names.size() && i < mostNames; ++i)
+        shown.push_back(Readable(names[i]));
+    if (names.size() > mostNames)
+        shown.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(names.size() - mostNames)}));
+    return Join(shown, ", ");
+}
+
+} // namespace
+
+std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFile>& files,
+                                    RestoreReport& report)
+{
+    std::vector<OwnedFile> left;
+    for (const OwnedFile& file : files) {
+        const auto relative = SafeRelative(file.name);
+        if (!relative || IsPlayersPlace(*relative))
+            continue;
+        const Path place = ResolvePath(session.TrleFolder() / *relative);
+        const platform::FileFacts facts = platform::FactsOf(place);
+        if (facts.kind != platform::FileKind::File)
+            continue;
+        if (StaysWithCompactBackup(session, file.name)) {
+            left.push_back(file);
+            continue;
+        }
+        // Only a file that is as it was put there goes like this; others are kept where they are
+        // about to be replaced.
+        if (!IsAsPut(file, facts) || SameContent(place, session.BackupFolder() / *relative))
+            continue;
+        if (const auto status = DeleteFile(place); !status) {
+            Note(report, report.left, *relative, status.Error());
+            left.push_back(file);
+        }
+    }
+    return left;
+}
+
+Status RestoreFolder(Session& session, const Path& folder, RestoreReport& report,
+                     ProgressScope* progress)
+{
+    const std::vector<Path> files =
+        ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        // A savegame of the time of the backup is no original: what the player has now stays.
+        if (!IsPlayersPlace(folder / files[i].filename()))
+            BringBack(session, folder / files[i].filename(), report);
+        if (progress != nullptr) {
+            progress->SetBar(i + 1, files.size());
+            progress->Step();
+        }
+    }
+    return {};
+}
+
+Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport& report,
+                     ProgressScope* progress)
+{
+    Show(progress, Msg::RestoreRemovingCritical);
+    OwnerRecord owner;
+    // First of all, since it makes room for what comes back.
+    owner.added = DeleteListed(session, journal.remove, report);
+    DeleteCritical(session, report);
+    if (auto status = DeleteFile(session.MarkerPath()); !status)
+        return status;
+    Show(progress, Msg::RestoreCopyingOriginal);
+    for (const Path& folder : {Path{}, Relative(RowText(Msg::DirData))})
+        if (auto status = RestoreFolder(session, folder, report, progress); !status)
+            return status;
+    RestoreListed(session, journal, report);
+    if (journal.from >= 0)
+        SetOwner(session, owner, LevelPlace{journal.from, Path{journal.fromStore}.parent_path()});
+    owner.overwritten = report.missing;
+    owner.strangers = StrangersThere(session, journal.strangers);
+    if (auto status = WriteOwner(session, std::move(owner)); !status)
+        return status;
+    return DropJournal(session);
+}
+
+void TellIncompleteRestore(Session& session, const RestoreReport& report)
+{
+    if (report.Whole())
+        return;
+    std::string text = GetMsg(Msg::RestoreIncomplete);
+    if (!report.missing.empty())
+        text += std::string{lineBreak} + GetMsg(Msg::RestoreStillMissing, {Shown(report.missing)});
+    if (!report.left.empty())
+        text += std::string{lineBreak} + GetMsg(Msg::RestoreLeft, {Shown(report.left)});
+    session.host.Tell(Tone::Error, text, report.reason);
+}
+
+} // namespace kestrova

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "session/session.h"
+
+/// The Level Editor's folder as the game sees it: a link to a folder (`DATA` on another disk) is
+/// part of it.
+namespace kestrova
+{
+
+/// Everything below a folder, as paths relative to it; links are gone through, circles are not. A
+/// link that leads nowhere is a failure: what it stands for would be missing, unsaid.
+struct LinkedTree {
+    std::vector<Path> folders; ///< parents before their children, without the folder itself
+    std::vector<Path> files;
+};
+Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbeat = {});
+
+/// Where the content of a file comes from, which is `file` itself as a rule; empty: it is left out.
+using PickSource = std::function<Path(const Path& file)>;
+
+/// Copies the tree with plain folders in place of links, every file compared with its source, the
+/// bar following the bytes. Shows its failure.
+bool CopyThroughLinks(Session& session, const Path& source, const Path& target,
+                      ProgressScope& progress, const PickSource& pick);
+
+} // namespace kestrova

@@ -1,0 +1,208 @@
+#include "swap/whereabouts.h"
+
+#include "archive/level_folders.h"
+#include "catalogue/message.h"
+#include "swap/owned_files.h"
+#include "swap/state_files.h"
+#include "swap/swap_notes.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool HoldsAnyState(const Path& folder, const std::vector<StateFile>& files)
+{
+    return std::any_of(files.begin(), files.end(), [&](const StateFile& file) {
+        std::string hash;
+        return !platform::HashOfFile(ResolvePath(folder / file.name), hash) && hash == file.hash;
+    });
+}
+
+/// Files that a level has in common with the originals tell nothing: any folder has them.
+bool HoldsAnyFile(const Session& session, const Path& folder, const std::vector<OwnedFile>& files)
+{
+    return std::any_of(files.begin(), files.end(), [&](const OwnedFile& file) {
+        const auto relative = SafeRelative(file.name);
+        const auto stands = [&](const Path& root) {
+            return IsAsListed(file, platform::FactsOf(ResolvePath(root / *relative)));
+        };
+        return relative && file.modifiedNs != 0 && stands(folder) &&
+               !stands(session.BackupFolder());
+    });
+}
+
+/// Some disks number their folders anew each time; what the swap put there tells it then.
+bool IsFolderOfSwap(const Session& session, const SwapJournal& journal, const Path& folder)
+{
+    return FolderExists(folder) &&
+           (IsMarked(journal.folder, folder) || HoldsAnyFile(session, folder, journal.remove) ||
+            HoldsAnyFile(session, folder, journal.install) || HoldsAnyState(folder, journal.live));
+}
+
+bool NeedsComingStore(const SwapJournal& journal)
+{
+    return journal.phase == SwapPhase::Coming && journal.to >= 0;
+}
+
+const FolderMark& NeededRoot(const SwapJournal& journal)
+{
+    return NeedsComingStore(journal) ? journal.toRoot : journal.fromRoot;
+}
+
+/// `store`: where the needed store would be in that root.
+bool IsRootOfSwap(const Session& session, const SwapJournal& journal, const Path& store)
+{
+    const Path root = RootOfStore(store);
+    if (!FolderExists(root))
+        return false;
+    if (NeededRoot(journal).inode == 0 || IsMarked(NeededRoot(journal), root))
+        return true;
+    if (HoldsAnyState(store, journal.store) || HoldsAnyState(store, journal.live))
+        return true;
+    if (!NeedsComingStore(journal))
+        return false;
+    const auto live = HashesOf(StateFilesIn(session.TrleFolder()));
+    return live && HoldsAnyState(store, *live);
+}
+
+Path StoreBelow(const Path& root, const Path& noted)
+{
+    return root / noted.parent_path().filename() / noted.filename();
+}
+
+void SetNeededStore(SwapJournal& journal, const Path& store)
+{
+    const FolderMark root = store.empty() ? FolderMark{} : MarkOf(RootOfStore(store));
+    (NeedsComingStore(journal) ? journal.toStore : journal.fromStore) = store.native();
+    (NeedsComingStore(journal) ? journal.toRoot : journal.fromRoot) = root;
+}
+
+/// True when the person says that this is the folder that stood in `noted`.
+bool Confirmed(Session& session, const Path& said, const Path& noted)
+{
+    if (FolderExists(said) &&
+        session.host.AskYesNo(GetMsg(Msg::AskIsThatFolder, {TextOf(said), TextOf(noted)})))
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::NotThatFolder, {TextOf(said), TextOf(noted)}));
+    return false;
+}
+
+/// Follows folders that were moved by a rename to where the program knows them already.
+void FollowKnown(const Session& session, SwapJournal& journal)
+{
+    if (!IsFolderOfSwap(session, journal, journal.folder.path) &&
+        IsMarked(journal.folder, session.TrleFolder()))
+        journal.folder = MarkOf(session.TrleFolder());
+    const Path store = NeededStore(session, journal);
+    const Path loaded = FolderFromText(Trim(session.archive.header.secondaryFolder));
+    if (!store.empty() && !IsRootOfSwap(session, journal, store) &&
+        NeededRoot(journal).inode != 0 && IsMarked(NeededRoot(journal), loaded))
+        SetNeededStore(journal, StoreBelow(loaded, store));
+}
+
+bool FollowSaidTrle(Session& session, SwapJournal& journal, const Path& said)
+{
+    const Path noted = journal.folder.path;
+    if (!IsFolderOfSwap(session, journal, said) && !Confirmed(session, said, noted))
+        return false;
+    if (const auto held = session.locks.Hold(said); !held) {
+        TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(said)}), held.Error());
+        return false;
+    }
+    // Whoever moved the folder that the preferences name means the moved one from now on.
+    if (session.TrleFolder() == noted)
+        session.preferences.trlePath = said.native();
+    journal.folder = MarkOf(said);
+    return true;
+}
+
+bool FollowSaidArchive(Session& session, SwapJournal& journal, const Path& said)
+{
+    const Path noted = NeededStore(session, journal);
+    if (noted.empty() || noted == StateStoreOf(session, originalCode))
+        return true;
+    const Path store = StoreBelow(said, noted);
+    if (!IsRootOfSwap(session, journal, store) && !Confirmed(session, said, RootOfStore(noted)))
+        return false;
+    SetNeededStore(journal, store);
+    return true;
+}
+
+} // namespace
+
+Path NeededStore(const Session& session, const SwapJournal& journal)
+{
+    if (journal.phase == SwapPhase::Restore)
+        return {};
+    const bool coming = NeedsComingStore(journal);
+    // The original configuration's store goes where the program's folder goes.
+    if ((coming ? journal.to : journal.from) == originalCode)
+        return StateStoreOf(session, originalCode);
+    return coming ? journal.toStore : journal.fromStore;
+}
+
+std::optional<LackingFolder> LackingOf(const Session& session, const SwapJournal& journal)
+{
+    const Path folder = journal.folder.path;
+    if (!IsFolderOfSwap(session, journal, folder))
+        return LackingFolder{Place::LevelEditor, folder, FolderExists(folder)};
+    const Path store = NeededStore(session, journal);
+    if (store.empty() || store == StateStoreOf(session, originalCode) ||
+        IsRootOfSwap(session, journal, store))
+        return {};
+    return LackingFolder{Place::Archive, RootOfStore(store), FolderExists(RootOfStore(store))};
+}
+
+std::optional<LackingFolder> WhatMendingLacks(const Session& session)
+{
+    auto journal = ReadJournal(session);
+    if (!journal || !*journal)
+        return {};
+    FollowKnown(session, **journal);
+    return LackingOf(session, **journal);
+}
+
+bool FollowMovedFolders(Session& session, SwapJournal& journal, const Whereabouts& said)
+{
+    const std::string before = FormatJournal(journal);
+    FollowKnown(session, journal);
+    if (!said.trle.empty() && !FollowSaidTrle(session, journal, said.trle))
+        return false;
+    if (!said.archiveFolder.empty() && !FollowSaidArchive(session, journal, said.archiveFolder))
+        return false;
+    const auto lacking = LackingOf(session, journal);
+    if (said.letGo && lacking && lacking->place == Place::Archive)
+        SetNeededStore(journal, {});
+    if (FormatJournal(journal) == before)
+        return true;
+    if (const auto status = WriteJournal(session, journal); !status) {
+        TellFailure(session, GetMsg(Msg::InterruptedFailed), status.Error());
+        return false;
+    }
+    return true;
+}
+
+std::optional<Whereabouts> AskWhere(Session& session, const LackingFolder& lacking)
+{
+    const bool trle = lacking.place == Place::LevelEditor;
+    switch (session.host.AskYesNoCancel(GetMsg(trle ? Msg::AskWhereFolder : Msg::AskWhereStore,
+                                               {lineBreak, TextOf(lacking.noted)}))) {
+    case YesNoCancel::Yes:
+        if (auto chosen = session.host.ChooseFolder(
+                GetMsg(trle ? Msg::TitleWhereFolder : Msg::TitleWhereStore),
+                lacking.noted.parent_path()))
+            return trle ? Whereabouts{*chosen, {}, false} : Whereabouts{{}, *chosen, false};
+        return {};
+    case YesNoCancel::No:
+        return Whereabouts{{}, {}, true};
+    case YesNoCancel::Cancel:
+        break;
+    }
+    return {};
+}
+
+} // namespace kestrova
