@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/command.h"
+#include "swap/whereabouts.h"
 
 #include <nlohmann/json.hpp>
 

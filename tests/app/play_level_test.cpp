@@ -1,6 +1,10 @@
+#include "app/doctor.h"
 #include "app/level_commands.h"
+#include "archive/tr4_index.h"
 #include "support/sandbox.h"
+#include "swap/level_gaps.h"
 #include "swap/marker.h"
+#include "swap/swap_plan.h"
 
 #include <gtest/gtest.h>
 
@@ -54,6 +58,50 @@ TEST_F(Playing, InstallsRefreshesStartsAndArmsTheHotKeys)
     EXPECT_EQ(box.machine.started[0].folder, box / "trle");
     EXPECT_EQ(box.machine.clipboardCleared, 1);
     EXPECT_TRUE(box.session.hotKeysActive);
+}
+
+TEST_F(Playing, AnIncompleteLevelIsNamedByPlayVerifyAndDoctor)
+{
+    LevelRecord& level = box.session.archive.levels.back();
+    ASSERT_TRUE(WriteTr4InfOf(
+        box.session, code, {{"dawn.tr4", 1, 5}, {"zeni\xc4\x87.tr4", 1, 900}, {"big.tr4", 1, 9}}));
+    box.Write("levels/LEVEL_0001/files/zeni\xc4\x87.tr4.zl", "(stored)");
+    box.Write("levels/LEVEL_0001/files/big.tr4", "nine byte");
+    level.moreInfoFile = "readme.txt";
+    box.Write("levels/LEVEL_0001/files/readme.txt", "text");
+    const auto gaps = [&] {
+        const auto found = GapsOf(box.session, level);
+        return found ? AllGaps(*found) : std::vector<std::string>{"(failed)"};
+    };
+    EXPECT_EQ(gaps(), std::vector<std::string>{});
+
+    std::filesystem::remove(box / "levels/LEVEL_0001/files/dawn.tr4");
+    std::filesystem::remove(box / "levels/LEVEL_0001/files/readme.txt");
+    std::filesystem::remove(box / "levels/LEVEL_0001/files/zeni\xc4\x87.tr4.zl");
+    box.Write("levels/LEVEL_0001/files/big.tr4", "cut");
+    EXPECT_EQ(gaps(),
+              (std::vector<std::string>{"dawn.tr4", "zeni\xc4\x87.tr4", "big.tr4", "readme.txt"}));
+    const auto differences = VerifyLevel(box.session, code);
+    ASSERT_TRUE(differences);
+    EXPECT_EQ(differences->size(), 4U);
+    bool named = false;
+    for (const Finding& finding : Examine(box.session))
+        named = named || (!finding.fine && finding.state.find("0001") != std::string::npos);
+    EXPECT_TRUE(named);
+
+    const auto before = box.Snapshot("trle");
+    box.host.WillAsk("dawn.tr4", false);
+    EXPECT_FALSE(PlayLevel(box.session, code));
+    EXPECT_EQ(box.Snapshot("trle"), before);
+    box.host.WillAsk("It lacks: ", true);
+    EXPECT_TRUE(PlayLevel(box.session, code)) << box.host.AllTold();
+
+    // Nothing knows the names any more, but the record knows the size.
+    std::filesystem::remove(box / "levels/LEVEL_0001/tr4.inf");
+    level.moreInfoFile.clear();
+    level.filesSize = 5'000'000;
+    ASSERT_EQ(gaps().size(), 1U);
+    EXPECT_NE(gaps().front().find("less than the archive noted"), std::string::npos);
 }
 
 TEST_F(Playing, WithoutAStartOnlyTheLevelComes)

@@ -2,6 +2,7 @@
 
 #include "support/faults.h"
 #include "swap/recovery.h"
+#include "swap/swap_plan.h"
 #include "swap_world.h"
 
 namespace kestrova::testing
@@ -111,6 +112,104 @@ TEST(RefreshFullBackup, IsTheOldOrTheNewBackupWhereverItIsStopped)
         if (!run.reached || HasFailure())
             break;
     }
+}
+
+TEST(Backup, TakesNoLeftoverOfALevelForAnOriginal)
+{
+    SwapWorld world;
+    // A compact backup: the sounds of a level stay when it goes.
+    std::filesystem::remove_all(world / "home/backup_trle/Audio");
+    world.session.preferences.fullBackup = false;
+    world.Write("levels/LEVEL_0001/files/200.wav", "a wave of its own");
+    ASSERT_TRUE(InstallLevel(world.session, world.first)) << world.host.AllTold();
+    ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    ASSERT_EQ(world.Read("trle/Audio/003.wav"), "first wave");
+
+    world.host.WillAsk("Remove old backup files", true);
+    ASSERT_TRUE(RefreshFullBackup(world.session, {BackupForm::Full, true})) << world.host.AllTold();
+    EXPECT_EQ(world.Read("home/backup_trle/Audio/003.wav"), "wave 3");
+    EXPECT_FALSE(world.Has("home/backup_trle/Audio/200.wav"));
+    EXPECT_TRUE(world.host.WasTold("not taken for originals"));
+    // The folder has its originals again, now and after the next swap.
+    world.ExpectOriginal();
+    ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    world.ExpectOriginal();
+}
+
+TEST(Backup, GoesThroughLinksToFolders)
+{
+    namespace fs = std::filesystem;
+    SwapWorld world;
+    fs::rename(world / "trle/DATA", world / "other disk");
+    fs::create_directory_symlink(world / "other disk", world / "trle/DATA");
+    fs::rename(world / "trle/graphics/wads", world / "wads");
+    fs::create_directory_symlink("../../wads", world / "trle/graphics/wads");
+    fs::create_directory_symlink(world / "trle", world / "trle/graphics/round");
+    fs::remove_all(world / "home/backup_trle");
+    ASSERT_TRUE(MakeTrleBackup(world.session, false, {BackupForm::Full, true}))
+        << world.host.AllTold();
+    EXPECT_EQ(world.Read("home/backup_trle/DATA/tut1.tr4"), "original tutorial");
+    EXPECT_EQ(world.Read("home/backup_trle/graphics/wads/city.was"), "wad");
+    EXPECT_FALSE(world.Has("home/backup_trle/graphics/round/tomb4.exe"));
+
+    // Swaps, comparison and the full restore go through them too, and the links stay.
+    ASSERT_TRUE(InstallLevel(world.session, world.first)) << world.host.AllTold();
+    EXPECT_EQ(world.Read("other disk/Title.tr4"), "first title");
+    fs::remove(world / "other disk/tut1.tr4");
+    const auto differences = VerifyFolder(world.session);
+    ASSERT_TRUE(differences);
+    ASSERT_EQ(differences->size(), 1U);
+    EXPECT_EQ(differences->front().file, "\\DATA\\tut1.tr4");
+    world.host.WillAsk("Restore also folders", true);
+    const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
+    EXPECT_TRUE(RestoreOriginalConfiguration(world.session, *progress)) << world.host.AllTold();
+    EXPECT_EQ(world.Read("other disk/tut1.tr4"), "original tutorial");
+    EXPECT_TRUE(fs::is_symlink(world / "trle/DATA"));
+
+    // A link that leads nowhere would be missing from the backup, unsaid.
+    const auto backup = world.Snapshot("home/backup_trle");
+    fs::rename(world / "wads", world / "unplugged");
+    world.host.WillAsk("already FULL", true);
+    EXPECT_FALSE(RefreshFullBackup(world.session, {BackupForm::Full, true}));
+    EXPECT_TRUE(world.host.WasTold("leads to a place that is not there"));
+    EXPECT_EQ(world.Snapshot("home/backup_trle"), backup);
+}
+
+TEST(Backup, BelongsToItsFolderAndComesBackWithIt)
+{
+    namespace fs = std::filesystem;
+    SwapWorld world;
+    ASSERT_TRUE(MakeTrleBackup(world.session, false)); // notes which folder it is of
+    const auto first = world.Snapshot("home/backup_trle");
+    const auto choose = [&](const char* folder) {
+        world.session.preferences.trlePath = (world / folder).native();
+        return MakeTrleBackup(world.session, false, {BackupForm::Full, true});
+    };
+    // The same folder under another name, and a copy of it, ask nothing.
+    fs::rename(world / "trle", world / "moved");
+    EXPECT_TRUE(choose("moved"));
+    fs::copy(world / "moved", world / "copied", fs::copy_options::recursive);
+    EXPECT_TRUE(choose("copied"));
+    EXPECT_TRUE(choose("moved"));
+
+    fs::copy(world / "moved", world / "another", fs::copy_options::recursive);
+    world.Write("another/DATA/tut1.tr4", "another edition's tutorial");
+    world.host.WillAsk("The backup is of another Level Editor's folder", false);
+    EXPECT_FALSE(choose("another"));
+    EXPECT_TRUE(world.host.WasTold("kestrovactl backup --refresh"));
+    EXPECT_EQ(world.Snapshot("home/backup_trle"), first);
+    world.host.WillAsk("The backup is of another Level Editor's folder", true);
+    EXPECT_TRUE(choose("another")) << world.host.AllTold();
+    EXPECT_EQ(world.Read("home/backup_trle/DATA/tut1.tr4"), "another edition's tutorial");
+    EXPECT_EQ(world.Snapshot("home/backup_trle_1"), first);
+
+    world.session.preferences.fullBackup = false;
+    EXPECT_TRUE(choose("moved")) << world.host.AllTold();
+    EXPECT_TRUE(world.session.preferences.fullBackup);
+    EXPECT_EQ(world.Snapshot("home/backup_trle"), first);
+    EXPECT_TRUE(choose("another"));
+    EXPECT_EQ(world.Read("home/backup_trle/DATA/tut1.tr4"), "another edition's tutorial");
 }
 
 TEST(RestoreOriginalConfiguration, ClearsWhatABrokenInstallLeft)

@@ -1,0 +1,276 @@
+#include "support/faults.h"
+#include "swap/backup.h"
+#include "swap/recovery.h"
+#include "swap/swap_notes.h"
+#include "swap_world.h"
+
+#include <sys/mount.h>
+#include <unistd.h>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+bool RestoreFully(SwapWorld& world)
+{
+    const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
+    return RestoreOriginalConfiguration(world.session, *progress);
+}
+
+/// A folder on a disk of its own that is as small as the test wants it; needs the superuser.
+class SmallDisk
+{
+public:
+    SmallDisk(const Path& folder, const std::string& size) : folder_(folder)
+    {
+        mounted_ = ::mount("none", folder.c_str(), "tmpfs", 0, ("size=" + size).c_str()) == 0;
+    }
+    ~SmallDisk()
+    {
+        if (mounted_)
+            ::umount2(folder_.c_str(), MNT_DETACH);
+    }
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+    [[nodiscard]] bool Mounted() const { return mounted_; }
+
+private:
+    Path folder_;
+    bool mounted_ = false;
+};
+
+/// Fails, once, the n-th creation of a file below a folder.
+class FailingDelete : public platform::FileHook
+{
+public:
+    explicit FailingDelete(std::string name) : name_(std::move(name))
+    {
+        platform::SetFileHook(this);
+    }
+    ~FailingDelete() override { platform::SetFileHook(nullptr); }
+    FailingDelete(const FailingDelete&) = delete;
+    FailingDelete& operator=(const FailingDelete&) = delete;
+    std::error_code Before(platform::FileAction action, const Path& path) override
+    {
+        return action == platform::FileAction::Unlink && path.filename() == name_
+                   ? std::make_error_code(std::errc::operation_not_permitted)
+                   : std::error_code{};
+    }
+
+private:
+    std::string name_;
+};
+
+} // namespace
+
+TEST(FullRestore, KeepsWhatThePlayerPatchedBeforeItWritesOverIt)
+{
+    SwapWorld world;
+    world.Write("trle/tomb4.exe", "the game, patched by hand");
+    world.Write("trle/DATA/tut1.tr4", "the tutorial, compiled anew");
+    world.Write("trle/Audio/001.wav", "another tune");
+    world.host.WillAsk("Restore also folders", true);
+    EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
+    world.ExpectOriginal();
+    const auto kept = world.Snapshot("home/history");
+    for (const char* content :
+         {"the game, patched by hand", "the tutorial, compiled anew", "another tune"})
+        EXPECT_TRUE(std::any_of(kept.begin(), kept.end(), [&](const auto& file) {
+            return file.second == content;
+        })) << content;
+}
+
+TEST(FullRestore, ComesBackFromAFolderThatLacksNearlyEverything)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    world.session.archive = {}; // no archive is loaded
+    std::filesystem::rename(world / "levels", world / "away");
+    for (const char* gone : {"tomb4.exe", "DATA/Title.tr4", "DATA/tut1.tr4", "Audio/001.wav"})
+        std::filesystem::remove(world / "trle" / gone);
+    std::filesystem::remove(world / "trle/DATA/first.TR4");
+    const auto treasures = world.Treasures();
+    world.host.AnswerAll(true);
+    EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
+    world.ExpectOriginal();
+    world.ExpectNothingLost(treasures);
+}
+
+TEST(FullRestore, RemembersWhatTheLevelBroughtWhenItCannotEnd)
+{
+    SwapWorld world;
+    const std::string stem = "levels/LEVEL_0001/files/";
+    world.Write(stem + "200.wav", "a wave of its own");
+    world.PlayFirst();
+    world.host.AnswerAll(false);
+    {
+        const FailingDelete disk{"200.wav"};
+        EXPECT_FALSE(RestoreFully(world));
+        EXPECT_TRUE(world.host.WasTold("\\audio\\200.wav")) << world.host.AllTold();
+    }
+    EXPECT_TRUE(world.Has("trle/Audio/200.wav"));
+    EXPECT_EQ(world.Read("trle/Audio/003.wav"), "wave 3"); // it went on with the rest
+    Session next = world.Reopened();
+    EXPECT_TRUE(RecoverInterruptedWork(next));
+    EXPECT_FALSE(world.Has("trle/Audio/200.wav")) << "nobody knows any more whose it is";
+    world.ExpectOriginal();
+}
+
+TEST(FullRestore, GoesOnWithWhatFitsOnAFullDisk)
+{
+    SwapWorld world;
+    const std::string big(300 * 1024, 'b');
+    world.Write("home/backup_trle/DATA/big.tr4", big);
+    world.Write("home/backup_trle/a first.dat", "small and first");
+    world.Write("home/backup_trle/DATA/zz.tr4", "small and last");
+    SmallDisk disk{world / "trle", "220k"};
+    if (!disk.Mounted())
+        GTEST_SKIP() << "needs the right to mount";
+    world.Write("trle/DATA/patched.tr4", "the player's own level");
+    world.host.AnswerAll(true);
+    EXPECT_FALSE(RestoreFully(world));
+    EXPECT_TRUE(world.host.WasTold("\\DATA\\big.tr4")) << world.host.AllTold();
+    EXPECT_FALSE(world.host.WasTold("\\DATA\\zz.tr4"));
+    EXPECT_EQ(world.Read("trle/a first.dat"), "small and first");
+    EXPECT_EQ(world.Read("trle/DATA/zz.tr4"), "small and last");
+    EXPECT_EQ(world.Read("home/history/originals/DATA/patched.tr4"), "the player's own level");
+    // Room was made: a later run ends it.
+    ASSERT_EQ(::mount("none", (world / "trle").c_str(), "tmpfs", MS_REMOUNT, "size=2m"), 0);
+    EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
+    world.ExpectOriginal();
+}
+
+TEST(FullRestore, CountsTheRoomThatTheLevelGivesBack)
+{
+    SwapWorld world;
+    const std::string big(150 * 1024, 'b');
+    world.Write("home/backup_trle/DATA/big.tr4", big);
+    world.Write("levels/LEVEL_0001/files/large.tr4", std::string(160 * 1024, 'l'));
+    SmallDisk disk{world / "trle", "240k"};
+    if (!disk.Mounted())
+        GTEST_SKIP() << "needs the right to mount";
+    world.host.AnswerAll(true);
+    ASSERT_TRUE(InstallLevel(world.session, world.first)) << world.host.AllTold();
+    EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
+    world.ExpectOriginal();
+}
+
+// An interrupted swap whose folders are somewhere else now.
+
+namespace
+{
+
+/// The first level stands, and the swap to the second one ends in the middle of its files.
+class Moved : public ::testing::TestWithParam<int>
+{
+protected:
+    void SetUp() override
+    {
+        world.host.AnswerAll(true);
+        world.PlayFirst();
+        treasures = world.Treasures();
+        ASSERT_TRUE(WithKillAt(GetParam(), [&] {
+                        return InstallLevel(world.session, world.second);
+                    }).killed);
+        ASSERT_TRUE(FileExists(JournalPath(world.session)));
+    }
+    void ExpectMendedAt(Session& session, const char* folder)
+    {
+        world.ExpectNothingLost(treasures);
+        EXPECT_TRUE(InterruptedWork(session).empty());
+        EXPECT_TRUE(InstallLevel(session, originalCode)) << world.host.AllTold();
+        EXPECT_TRUE(world.Has(std::string{folder} + "/DATA/tut1.tr4"));
+        EXPECT_FALSE(world.Has(std::string{folder} + "/Kestrva.txt"));
+        world.ExpectNothingLost(treasures);
+    }
+    SwapWorld world;
+    std::set<std::string> treasures;
+};
+
+} // namespace
+
+TEST_P(Moved, AFreshFolderAtTheOldPathIsNeverFilled)
+{
+    std::filesystem::rename(world / "trle", world / "elsewhere");
+    world.MakeTrle(5);
+    const auto fresh = world.Snapshot("trle");
+    EXPECT_FALSE(RecoverInterruptedWork(world.session));
+    EXPECT_TRUE(world.host.WasTold("mend --trle DIR")) << world.host.AllTold();
+    EXPECT_NE(InterruptedWork(world.session).find((world / "trle").native()), std::string::npos);
+    EXPECT_FALSE(InstallLevel(world.session, world.first));
+    EXPECT_EQ(world.Snapshot("trle"), fresh);
+
+    ASSERT_TRUE(RecoverInterruptedWork(world.session, {world / "elsewhere", {}, false}))
+        << world.host.AllTold();
+    EXPECT_EQ(world.Snapshot("trle"), fresh);
+    EXPECT_EQ(world.session.TrleFolder(), world / "elsewhere");
+    ExpectMendedAt(world.session, "elsewhere");
+}
+
+TEST_P(Moved, AFolderThatThePreferencesNameByNowIsFollowedWithoutAQuestion)
+{
+    std::filesystem::rename(world / "trle", world / "elsewhere");
+    world.session.preferences.trlePath = (world / "elsewhere").native();
+    ASSERT_TRUE(RecoverInterruptedWork(world.session)) << world.host.AllTold();
+    ExpectMendedAt(world.session, "elsewhere");
+}
+
+TEST_P(Moved, AnArchiveThatWasMovedIsNamedAndAWrongOneNotTaken)
+{
+    std::filesystem::rename(world / "levels", world / "moved");
+    const auto stores = world.Snapshot("moved");
+    // A fresh folder with levels of the same numbers stands in its place.
+    for (const char* level : {"LEVEL_0001", "LEVEL_0002"})
+        world.Write(std::string{"levels/"} + level + "/backup_savegames/savegame.0", "a stranger");
+    EXPECT_FALSE(RecoverInterruptedWork(world.session));
+    EXPECT_TRUE(world.host.WasTold("mend --archive-folder DIR")) << world.host.AllTold();
+    EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/savegame.0"), "a stranger");
+    EXPECT_EQ(world.Read("levels/LEVEL_0002/backup_savegames/savegame.0"), "a stranger");
+
+    ASSERT_TRUE(RecoverInterruptedWork(world.session, {{}, world / "moved", false}))
+        << world.host.AllTold();
+    EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/savegame.0"), "a stranger");
+    std::filesystem::remove_all(world / "levels");
+    std::filesystem::rename(world / "moved", world / "levels");
+    ExpectMendedAt(world.session, "trle");
+}
+
+TEST_P(Moved, WhatIsGoneForGoodIsGivenUpAndItsStateIsInTheHistory)
+{
+    std::filesystem::rename(world / "levels", world / "gone");
+    EXPECT_FALSE(RecoverInterruptedWork(world.session));
+    ASSERT_TRUE(RecoverInterruptedWork(world.session, {{}, {}, true})) << world.host.AllTold();
+    EXPECT_TRUE(InterruptedWork(world.session).empty());
+    world.ExpectNothingLost(treasures);
+    EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
+    world.ExpectOriginal();
+    world.ExpectNothingLost(treasures);
+}
+
+TEST_P(Moved, WithoutTheLevelEditorsFolderItCanBeGivenUpToo)
+{
+    std::filesystem::rename(world / "trle", world / "gone");
+    EXPECT_FALSE(RecoverInterruptedWork(world.session));
+    ASSERT_TRUE(RecoverInterruptedWork(world.session, {{}, {}, true})) << world.host.AllTold();
+    EXPECT_TRUE(InterruptedWork(world.session).empty());
+    world.ExpectNothingLost(treasures);
+    world.MakeTrle(5);
+    EXPECT_TRUE(InstallLevel(world.session, world.first)) << world.host.AllTold();
+    world.ExpectNothingLost(treasures);
+}
+
+TEST_P(Moved, TheFullRestoreDoesNotWaitForTheArchive)
+{
+    std::filesystem::rename(world / "levels", world / "away");
+    world.session.archive = {};
+    EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
+    world.ExpectOriginal();
+    world.ExpectNothingLost(treasures);
+}
+
+// Before the store is emptied, while it is filled, and among the new level's files.
+INSTANTIATE_TEST_SUITE_P(Recovery, Moved, ::testing::Values(8, 25, 40, 70));
+
+} // namespace kestrova::testing
