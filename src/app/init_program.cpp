@@ -47,8 +47,7 @@ bool OfferRestore(Session& session, TrleFinder& finder)
     const Path trle = session.TrleFolder();
     if (trle.empty() || !FolderExists(trle) || !BackupPresent(session) ||
         BackupSeemsOfAnother(session) ||
-        !session.host.AskYesNo(GetMsg(Msg::AskRestoreAtStart, {WhatTrleLacks(trle), lineBreak})) ||
-        !TrleIsQuiet(session))
+        !session.host.AskYesNo(GetMsg(Msg::AskRestoreAtStart, {WhatTrleLacks(trle), lineBreak})))
         return false;
     (void)LoadArchiveToLook(session); // the level that stands there finds its store through it
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});

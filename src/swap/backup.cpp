@@ -6,10 +6,12 @@
 #include "swap/backup_folders.h"
 #include "swap/marker.h"
 #include "swap/recovery.h"
+#include "swap/owned_files.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
 #include "swap/swap_run.h"
 #include "swap/trle_tree.h"
+#include "swap/vault.h"
 
 #include <algorithm>
 
@@ -122,8 +124,12 @@ public:
         for (const Left& left : files_) {
             names.push_back(Readable(left.listed.name));
             const bool original = FileExists(session_.BackupFolder() / left.relative);
-            const auto status =
-                original ? RestoreOriginal(session_, left.relative) : DeleteFile(left.place);
+            Status status;
+            if (!IsAsPut(left.listed, platform::FactsOf(left.place))) // touched since
+                status = KeepOriginal(session_, left.relative);
+            if (status)
+                status =
+                    original ? RestoreOriginal(session_, left.relative) : DeleteFile(left.place);
             if (status)
                 std::erase_if(owner_.added,
                               [&](const OwnedFile& file) { return file.name == left.listed.name; });
@@ -253,7 +259,7 @@ bool FitsFolder(Session& session)
         const Path relative = file.lexically_relative(backup);
         const std::string name = ToBackslashes(relative);
         const auto isLevels = [&](const std::string& other) { return EqualNames(other, name); };
-        return IsPlayersFile(relative.filename().native()) ||
+        return IsPlayersPlace(relative) ||
                std::any_of(marker.overwritten.begin(), marker.overwritten.end(), isLevels) ||
                SameContent(file, trle / relative, [&] { return progress->Step(), true; });
     });

@@ -1,0 +1,50 @@
+# The ways out: a broken Level Editor's folder, an archive that is away, another folder, a level
+# that lost its main file.
+source "$(dirname "$0")/common.bash"
+make_archive
+original=$(tree "$box/trle")
+
+# One wave and the game are gone and the archive's drive is away: everything names the full
+# restore, which needs none of them.
+expect 0 play 1 --no-start
+rm "$box/trle/audio/007.wav" "$box/trle/tomb4.exe"
+mv "$box/levels" "$box/unplugged"
+expect 1 play 2 --no-start
+errs "kestrovactl original --full"
+expect 0 doctor
+said "kestrovactl original --full"
+expect 0 --yes original --full
+[[ $(tree "$box/trle") == "$original" ]] || die "the full restore"
+mv "$box/unplugged" "$box/levels"
+expect 0 play 2 --no-start
+expect 0 original
+
+# An empty folder under the old name is filled by the backup.
+mv "$box/trle" "$box/broken"
+expect 1 --yes original --full
+errs "make an empty folder of that name"
+mkdir "$box/trle"
+expect 0 --yes original --full
+[[ -f $box/trle/tomb4.exe && -f $box/trle/audio/053.wav ]] || die "an empty folder was not filled"
+rm -r "$box/trle"
+mv "$box/broken" "$box/trle"
+
+# The backup knows its folder.
+cp -r "$box/trle" "$box/other"
+echo "another edition" >"$box/other/Data/title.tr4"
+expect 1 --no setup --trle "$box/other"
+errs "another Level Editor's folder"
+expect 0 --yes setup --trle "$box/other" --full --folder-is-original
+expect 0 --yes setup --trle "$box/trle"
+errs "in use again"
+[[ $(cat "$box/home/backup_trle/Data/title.tr4") == title ]] || die "not the backup of its folder"
+
+# A level that lost its main file is named, and not put in without a word.
+mv "$box/levels/LEVEL_0003/files/dusk.tr4" "$box/dusk.tr4"
+expect 1 verify 3
+said "dusk.tr4"
+expect 0 doctor
+said "0003"
+expect 1 play 3 --no-start
+errs "dusk.tr4"
+expect 0 --yes play 3 --no-start
