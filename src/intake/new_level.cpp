@@ -29,6 +29,8 @@ NewLevel::~NewLevel()
 bool NewLevel::Open()
 {
     FindFolder();
+    if (mode_ == LevelMode::Properties && !OnCd())
+        before_ = std::make_unique<FilesBefore>(filesFolder_);
     if (!session_.preferences.noDecompressInProperties) {
         Path temp;
         if (!UnstoreLevelFiles(session_, filesFolder_, temp, false)) {
@@ -60,6 +62,25 @@ void NewLevel::FindFolder()
     }
     filesFolder_ = ResolvePath(InFolder(folder, RowText(Msg::DirFiles)));
     workFolder_ = filesFolder_;
+}
+
+bool NewLevel::BeginChange()
+{
+    if (!before_)
+        return true;
+    const auto kept = before_->Keep([&] { return (void)progress_.Step(), true; });
+    if (!kept)
+        TellFailure(session_, GetMsg(Msg::EditNotBegun), kept.Error());
+    return static_cast<bool>(kept);
+}
+
+void NewLevel::PutBack()
+{
+    if (!before_)
+        return;
+    if (const auto status = before_->PutBack(); !status)
+        TellFailure(session_, GetMsg(Msg::EditNotPutBack), status.Error());
+    before_.reset();
 }
 
 void NewLevel::TakeSnapshot()
@@ -109,6 +130,8 @@ void NewLevel::UnpackInside()
     for (const Path& file : ListFiles(workFolder_, RowText(Msg::PatAll))) {
         if (!IsPackage(file))
             continue;
+        if (!BeginChange())
+            return;
         const std::string folded = FoldCase(file.filename().native());
         report_.placed.erase(folded);
         report_.came = {};
@@ -238,7 +261,7 @@ bool NewLevel::AddChosenFolder()
     if (GuardLevelOnCd(session_, saved_))
         return false;
     const auto chosen = ChooseSourceFolder(session_);
-    if (!chosen)
+    if (!chosen || !BeginChange())
         return false;
     report_ = {};
     AddFilesFromFolder(session_, *chosen, workFolder_, Options(), progress_, Subfolders::Ask,
@@ -249,7 +272,7 @@ bool NewLevel::AddChosenFolder()
 
 bool NewLevel::AddSources(const std::vector<Path>& sources, Subfolders subfolders)
 {
-    if (GuardLevelOnCd(session_, saved_))
+    if (GuardLevelOnCd(session_, saved_) || !BeginChange())
         return false;
     report_ = {};
     for (const Path& source : sources) {
@@ -279,7 +302,8 @@ bool NewLevel::RemoveFile(const Path& file)
         session_.host.Tell(Tone::Error, GetMsg(Msg::NoFileSelected));
         return false;
     }
-    if (!session_.host.AskYesNo(GetMsg(Msg::AskRemoveFile) + TextOf(file.filename())))
+    if (!session_.host.AskYesNo(GetMsg(Msg::AskRemoveFile) + TextOf(file.filename())) ||
+        !BeginChange())
         return false;
     const auto status = DeleteFile(file);
     if (!status)
@@ -314,7 +338,7 @@ void NewLevel::OpenFile(const Path& file)
 bool NewLevel::SetMyLanguage()
 {
     const Operation running{session_};
-    if (GuardLevelOnCd(session_, saved_))
+    if (GuardLevelOnCd(session_, saved_) || !BeginChange())
         return false;
     LanguageFailure failure;
     // Files that become the level's only when the person accepts leave the game's folder alone.
@@ -322,6 +346,9 @@ bool NewLevel::SetMyLanguage()
                            CurrentLevelCode(session_) == record_.levelCode;
     const bool changed =
         ChangeLanguage(session_, workFolder_, LanguageChange::Mine, installed, failure);
+    // The game's folder has the language already: from here on it belongs to the level.
+    if (changed && installed && before_)
+        before_ = std::make_unique<FilesBefore>(filesFolder_);
     if (changed)
         session_.host.Tell(Tone::Plain, GetMsg(Msg::LanguageSet));
     else if (!failure.declined)

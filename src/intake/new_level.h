@@ -1,5 +1,6 @@
 #pragma once
 
+#include "intake/files_before.h"
 #include "intake/package_sources.h"
 #include "records/level_config.h"
 
@@ -75,6 +76,9 @@ public:
     /// caller takes the record into the archive.
     bool Accept();
     void Cancel();
+    /// What the changes of a level of the archive did to its files is undone; shows its failure. To
+    /// be called when the level was not taken over, after `Cancel` or a failed `Accept`.
+    void PutBack();
     [[nodiscard]] bool Cancelled() const { return cancelled_; }
 
 private:
@@ -85,6 +89,9 @@ private:
     };
 
     void FindFolder();
+    /// To be called before the level's stored files change. False, with a message, when they could
+    /// not be kept; nothing may change then.
+    bool BeginChange();
     void TakeSnapshot();
     void RefreshFileList();
     void UnpackInside();
@@ -116,6 +123,7 @@ private:
     const LevelMode mode_;
     ProgressScope& progress_;
 
+    std::unique_ptr<FilesBefore> before_; ///< of a level of the archive
     Path filesFolder_;
     Path workFolder_;
     bool isTemp_ = false;

@@ -54,6 +54,10 @@ bool NewLevel::Accept()
         return false;
     }
     record_.levelName = trimmed;
+    const bool changes =
+        !OnCd() && (LevelFilesChanged() || AnyFile(workFolder_, RowText(Msg::SavegamePattern)));
+    if (changes && !BeginChange())
+        return false;
     if (!OnCd() && !DecodeSounds())
         return false;
     if (!HasLevelFiles() && !OnCd() && record_.levelCode != originalCode) {
@@ -143,6 +147,9 @@ bool NewLevel::TakeSavegames()
                                   GetMsg(taken ? Msg::ReasonReplaced : Msg::ReasonRefused));
                 !kept)
                 return fail(Msg::IncomingNotKept, kept.Error());
+        if (taken && before_)
+            if (const auto kept = before_->KeepTarget(target); !kept)
+                return fail(Msg::IncomingNotKept, kept.Error());
         if (taken)
             if (const auto copied = CopyFileOver(file, target, Safely(progress_)); !copied)
                 return fail(Msg::IncomingNotCopied, copied.Error());
@@ -170,7 +177,10 @@ bool NewLevel::TakeScreenshots()
             if (taken && other)
                 taken = KeepInHistory(session_, record_.levelCode, {target},
                                       GetMsg(Msg::ReasonReplaced));
-            if (taken && (other || !IsThere(target)))
+            const bool copies = other || !IsThere(target);
+            if (taken && copies && before_)
+                taken = before_->KeepTarget(target);
+            if (taken && copies)
                 taken = CopyFileOver(file, target, Safely(progress_));
             names.Add(target.filename().native());
             if (taken)
@@ -195,6 +205,15 @@ bool NewLevel::StoreFiles()
 {
     if (record_.levelCode == originalCode && !isTemp_)
         return true; // it stands as it is
+    // What the level holds is known by its index as well.
+    if (before_)
+        if (const auto kept = before_->KeepTarget(
+                InFolder(LevelHomeOf(session_, record_.levelCode), RowText(Msg::FragTr4Inf)),
+                IfNew::Goes);
+            !kept) {
+            TellFailure(session_, GetMsg(Msg::EditNotBegun), kept.Error());
+            return false;
+        }
     const bool compress =
         session_.archive.header.compressLevels || session_.archive.header.wavInMp3;
     if (!compress)

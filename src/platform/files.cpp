@@ -147,6 +147,13 @@ std::error_code Rename(const Path& from, const Path& to)
     return ::rename(from.c_str(), to.c_str()) == 0 ? std::error_code{} : LastError();
 }
 
+std::error_code HardLink(const Path& file, const Path& name)
+{
+    if (const auto failure = AskFileHook(FileAction::Create, name))
+        return failure;
+    return ::link(file.c_str(), name.c_str()) == 0 ? std::error_code{} : LastError();
+}
+
 std::error_code Exchange(const Path& a, const Path& b)
 {
     if (const auto failure = AskFileHook(FileAction::Exchange, b))

@@ -84,12 +84,17 @@ bool EditLevel(Session& session, ProgressScope& progress, LevelCode code, const 
     LevelRecord record = current;
     const std::int32_t extrasBefore = record.extrasSize;
     NewLevel level{session, record, LevelMode::Properties, progress};
-    if (!level.Open() || !show(level))
+    if (!level.Open() || !show(level)) {
+        level.PutBack();
         return false;
+    }
     // A picture may have been taken meanwhile.
     if (record.extrasSize == extrasBefore)
         record.extrasSize = current.extrasSize;
-    return ReplaceLevel(session, record);
+    if (ReplaceLevel(session, record))
+        return true;
+    level.PutBack();
+    return false;
 }
 
 void OfferLeftIntake(Session& session)

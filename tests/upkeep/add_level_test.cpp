@@ -84,6 +84,80 @@ TEST_F(AddLevelTest, ALevelComesIntoTheArchiveAndIsSelected)
     EXPECT_TRUE(box.host.WasTold("9"));
 }
 
+/// A level with a savegame and a picture of each kind that an edit may meet.
+void MakeEdited(Sandbox& box)
+{
+    box.MakeTrle();
+    box.MakeBackupAndArchive();
+    box.AddLevel("Old", {{"a.tr4", "old"}, {"readme.txt", "how to"}, {"sound.wav", "sound"}});
+    box.Write("levels/LEVEL_0001/backup_savegames/savegame.3", SavegameBytes("Mine", 7));
+    box.Write("levels/LEVEL_0001/tr4.inf", "index");
+    box.Write("from/A.TR4", "newer");
+    box.Write("from/more.txt", "more");
+    box.Write("from/savegame.3", SavegameBytes("Theirs", 1));
+    box.Write("from/savegame.4", SavegameBytes("Another", 2));
+    box.Write("from/view.jpg", "view");
+    ASSERT_TRUE(SaveArchive(box.session));
+}
+
+/// Changes of every kind; `wrong` ends it with a refusal.
+bool EditAll(Sandbox& box, bool wrong)
+{
+    const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+    return EditLevel(box.session, *progress, 1, [&](NewLevel& level) {
+        if (!level.AddSources({box / "from"}, Subfolders::Take))
+            return false;
+        for (const Path& file : std::vector<Path>{level.Files()})
+            if (file.filename() == "sound.wav" && !level.RemoveFile(file))
+                return false;
+        level.name = "New";
+        level.moreInfo = "more.txt";
+        return level.Accept() && !wrong;
+    });
+}
+
+TEST_F(AddLevelTest, ARefusedEditLeavesTheLevelAsItWas)
+{
+    for (const bool compressed : {false, true}) {
+        Sandbox own;
+        own.host.AnswerAll(true);
+        MakeEdited(own);
+        own.session.archive.header.compressLevels = compressed;
+        const Files before = own.Snapshot("levels");
+        const LevelRecord record = own.session.archive.levels[1];
+        EXPECT_FALSE(EditAll(own, true));
+        EXPECT_EQ(own.Snapshot("levels"), before) << own.host.AllTold();
+        EXPECT_EQ(own.session.archive.levels[1].levelName, "Old");
+        EXPECT_EQ(own.session.archive.levels[1].filesSize, record.filesSize);
+
+        ASSERT_TRUE(EditAll(own, false)) << own.host.AllTold();
+        EXPECT_FALSE(own.Has("levels/LEVEL_0001/.kv~before_edit"));
+        EXPECT_TRUE(own.Has("levels/LEVEL_0001/files/more.txt"));
+        EXPECT_TRUE(own.Has("levels/LEVEL_0001/screenshots/view.jpg"));
+        EXPECT_FALSE(own.Has("levels/LEVEL_0001/files/sound.wav"));
+    }
+}
+
+TEST_F(AddLevelTest, AnEditThatFailsAnywhereChangesAllOrNothing)
+{
+    for (int step = 1;; ++step) {
+        ASSERT_LT(step, 400);
+        Sandbox own;
+        own.host.AnswerAll(true);
+        MakeEdited(own);
+        const Files before = own.Snapshot("levels");
+        const FaultRun run = WithFaultAt(
+            step, [&] { return EditAll(own, false); }, std::errc::no_space_on_device);
+        if (!run.answer) {
+            EXPECT_EQ(own.Snapshot("levels"), before) << run.call << own.host.AllTold();
+            EXPECT_FALSE(own.host.told.empty()) << run.call;
+        }
+        EXPECT_EQ(own.session.archive.levels[1].levelName, run.answer ? "New" : "Old") << run.call;
+        if (!run.reached)
+            break;
+    }
+}
+
 TEST_F(AddLevelTest, WhatIsGivenUpOrStoppedLeavesNothing)
 {
     const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});

@@ -1,10 +1,12 @@
 #include "upkeep/change_compression.h"
 
+#include "archive/archive_saving.h"
 #include "archive/storage.h"
 #include "archive/zl_file.h"
 #include "pictures/convert.h"
 #include "support/faults.h"
 #include "support/sandbox.h"
+#include "upkeep/archive_life.h"
 
 #include <gtest/gtest.h>
 
@@ -28,6 +30,7 @@ protected:
                                {"B.WAV", std::string(300, 'b')},
                                {"read.txt", "text"}});
         box.AddLevel("Second", {{"c.tr4", "c"}});
+        ASSERT_TRUE(SaveArchive(box.session));
         EXPECT_TRUE(SaveAsBitmap({8, 8, std::vector<std::uint8_t>(8 * 8 * 3, 77)},
                                  box / "levels/LEVEL_0001/files/LOAD.BMP"));
     }
@@ -54,6 +57,15 @@ protected:
         for (const auto& [name, content] : box.Snapshot("levels/" + level + "/files"))
             names.insert(name);
         return names;
+    }
+    /// Staged files in the levels' folders.
+    [[nodiscard]] std::ptrdiff_t Leftovers() const
+    {
+        const fs::recursive_directory_iterator all{box / "levels"};
+        return std::count_if(begin(all), end(all), [](const fs::directory_entry& entry) {
+            const std::string name = entry.path().filename().native();
+            return name.starts_with(stagedPrefix) && name != lockFileName;
+        });
     }
     bool Change(bool compress)
     {
@@ -149,6 +161,9 @@ TEST_F(Compression, EveryLevelStaysReadableWhereverItIsKilledOrTheDiskFails)
             again();
             const KillRun killed = WithKillAt(n, work);
             EXPECT_EQ(Read(), content) << "killed at " << n << ": " << killed.call;
+            Session fresh = box.Reopened();
+            ASSERT_TRUE(ReadArchive(fresh, box.session.ArchivePath())) << box.host.AllTold();
+            EXPECT_EQ(Leftovers(), 0) << "killed at " << n << ": " << killed.call;
             again();
             const FaultRun failed = WithFaultAt(n, work);
             EXPECT_EQ(Read(), content) << "failed at " << n << ": " << failed.call;

@@ -1,0 +1,124 @@
+#include "intake/files_before.h"
+
+#include "catalogue/message.h"
+#include "core/staged_file.h"
+
+#include <algorithm>
+#include <set>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// A second name where that can be: whatever changes a file here writes another one in its place.
+Status KeepOne(const Path& file, const Path& kept, const Heartbeat& heartbeat)
+{
+    if (!platform::HardLink(file, kept))
+        return {};
+    CopyOptions options;
+    options.verify = Verify::Content;
+    if (heartbeat)
+        options.progress = [&](std::uint64_t) { return heartbeat(); };
+    return CopyFileOver(file, kept, options);
+}
+
+} // namespace
+
+FilesBefore::FilesBefore(Path folder)
+    : folder_(std::move(folder)),
+      kept_(InFolder(folder_.parent_path(), RowText(Msg::FragBeforeEdit)))
+{
+}
+
+FilesBefore::~FilesBefore()
+{
+    if (isKept_)
+        (void)RemoveTree(kept_); // the next change of the level removes what stays
+    for (const Target& target : targets_)
+        if (!target.kept.empty())
+            (void)platform::Unlink(target.kept); // no listing shows it
+}
+
+Status FilesBefore::Keep(const Heartbeat& heartbeat)
+{
+    if (isKept_)
+        return {};
+    if (platform::FactsOfLink(kept_).kind != platform::FileKind::Missing)
+        if (auto status = RemoveTree(kept_); !status)
+            return status;
+    if (auto status = MakeFolder(kept_); !status)
+        return status;
+    isKept_ = true;
+    for (const Path& file : ListFiles(folder_, RowText(Msg::PatAll)))
+        if (auto status = KeepOne(file, kept_ / file.filename(), heartbeat); !status) {
+            (void)RemoveTree(kept_);
+            isKept_ = false;
+            return status;
+        }
+    return {};
+}
+
+Status FilesBefore::KeepTarget(const Path& target, IfNew ifNew)
+{
+    Path kept;
+    if (FileExists(target)) {
+        kept = StagedNameFor(target);
+        if (auto status = KeepOne(target, kept, {}); !status)
+            return status;
+    }
+    targets_.push_back({target, std::move(kept), ifNew});
+    return {};
+}
+
+Status FilesBefore::PutFilesBack() const
+{
+    if (!isKept_)
+        return {};
+    const std::vector<Path> kept = ListFiles(kept_, RowText(Msg::PatAll));
+    std::set<std::string> names;
+    for (const Path& file : kept)
+        names.insert(file.filename().native());
+    Status first;
+    const auto note = [&](const Path& file, const std::error_code& failure) {
+        if (failure && first)
+            first = MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
+    };
+    for (const Path& file : kept)
+        note(file, platform::Rename(file, folder_ / file.filename()));
+    for (const Path& file : ListFiles(folder_, RowText(Msg::PatAll)))
+        if (!names.contains(file.filename().native()))
+            note(file, platform::Unlink(file));
+    if (!first)
+        return first;
+    return FlushFolder(folder_);
+}
+
+Status FilesBefore::PutTargetsBack()
+{
+    Status first;
+    for (auto target = targets_.rbegin(); target != targets_.rend(); ++target) {
+        auto& [file, kept, ifNew] = *target;
+        std::error_code failure;
+        if (!kept.empty())
+            failure = platform::Rename(kept, file);
+        else if (FileExists(file) &&
+                 (ifNew == IfNew::Goes || SameContent(file, folder_ / file.filename())))
+            failure = platform::Unlink(file);
+        if (!failure)
+            kept.clear();
+        else if (first)
+            first = MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
+    }
+    return first;
+}
+
+Status FilesBefore::PutBack()
+{
+    const Status files = PutFilesBack();
+    const Status targets = PutTargetsBack();
+    return files ? targets : files;
+}
+
+} // namespace kestrova
