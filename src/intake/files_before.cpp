@@ -60,7 +60,7 @@ Status FilesBefore::Keep(const Heartbeat& heartbeat)
     return {};
 }
 
-Status FilesBefore::KeepTarget(const Path& target, IfNew ifNew)
+Status FilesBefore::KeepTarget(const Path& target, const Path& source)
 {
     Path kept;
     if (FileExists(target)) {
@@ -68,7 +68,8 @@ Status FilesBefore::KeepTarget(const Path& target, IfNew ifNew)
         if (auto status = KeepOne(target, kept, {}); !status)
             return status;
     }
-    targets_.push_back({target, std::move(kept), ifNew});
+    const platform::FileFacts facts = platform::FactsOf(source);
+    targets_.push_back({target, std::move(kept), source, facts.size, facts.modifiedNs});
     return {};
 }
 
@@ -99,12 +100,13 @@ Status FilesBefore::PutTargetsBack()
 {
     Status first;
     for (auto target = targets_.rbegin(); target != targets_.rend(); ++target) {
-        auto& [file, kept, ifNew] = *target;
+        auto& [file, kept, source, size, modifiedNs] = *target;
+        const platform::FileFacts now = platform::FactsOf(file);
+        const bool ours = source.empty() || (now.size == size && now.modifiedNs == modifiedNs);
         std::error_code failure;
         if (!kept.empty())
             failure = platform::Rename(kept, file);
-        else if (FileExists(file) &&
-                 (ifNew == IfNew::Goes || SameContent(file, folder_ / file.filename())))
+        else if (now.kind == platform::FileKind::File && ours)
             failure = platform::Unlink(file);
         if (!failure)
             kept.clear();

@@ -5,12 +5,6 @@
 namespace kestrova
 {
 
-/// What becomes of a target that was not there before.
-enum class IfNew {
-    StaysUnlessHeld, ///< it goes while the folder holds its content; otherwise it stays
-    Goes
-};
-
 /// The files of a level as they were before it was edited, for the case that the person gives the
 /// change up. Names of the same files where the file system can, copies elsewhere; they go at the
 /// end of its life.
@@ -24,8 +18,10 @@ public:
 
     /// Before the folder's files change. Does its work once.
     Status Keep(const Heartbeat& heartbeat);
-    /// Before a file of another folder is written from one of this folder, be it there or not.
-    Status KeepTarget(const Path& target, IfNew ifNew = IfNew::StaysUnlessHeld);
+    /// Before a file of another folder is written as a copy of `source`, be it there or not. One
+    /// that was not there goes again while it is as that copy; without a source it goes at all
+    /// events.
+    Status KeepTarget(const Path& target, const Path& source = {});
     /// The folder's files are those that were kept, and the targets too.
     Status PutBack();
 
@@ -39,7 +35,9 @@ private:
     struct Target {
         Path file;
         Path kept; ///< empty: the file was missing
-        IfNew ifNew;
+        Path source;
+        std::uint64_t size = 0; ///< of the source, as is its time
+        std::int64_t modifiedNs = 0;
     };
     std::vector<Target> targets_;
 };

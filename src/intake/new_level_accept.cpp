@@ -148,7 +148,7 @@ bool NewLevel::TakeSavegames()
                 !kept)
                 return fail(Msg::IncomingNotKept, kept.Error());
         if (taken && before_)
-            if (const auto kept = before_->KeepTarget(target); !kept)
+            if (const auto kept = before_->KeepTarget(target, file); !kept)
                 return fail(Msg::IncomingNotKept, kept.Error());
         if (taken)
             if (const auto copied = CopyFileOver(file, target, Safely(progress_)); !copied)
@@ -179,7 +179,7 @@ bool NewLevel::TakeScreenshots()
                                       GetMsg(Msg::ReasonReplaced));
             const bool copies = other || !IsThere(target);
             if (taken && copies && before_)
-                taken = before_->KeepTarget(target);
+                taken = before_->KeepTarget(target, file);
             if (taken && copies)
                 taken = CopyFileOver(file, target, Safely(progress_));
             names.Add(target.filename().native());
@@ -208,8 +208,7 @@ bool NewLevel::StoreFiles()
     // What the level holds is known by its index as well.
     if (before_)
         if (const auto kept = before_->KeepTarget(
-                InFolder(LevelHomeOf(session_, record_.levelCode), RowText(Msg::FragTr4Inf)),
-                IfNew::Goes);
+                InFolder(LevelHomeOf(session_, record_.levelCode), RowText(Msg::FragTr4Inf)));
             !kept) {
             TellFailure(session_, GetMsg(Msg::EditNotBegun), kept.Error());
             return false;
