@@ -39,15 +39,10 @@ bool SaveResizedShot(Session& session, const Picture& drawn, const Path& shot)
                                     shot.parent_path(), shot.filename().native());
     if (!target)
         return false;
-    const Path whole = target->parent_path() /
-                       WithShotEnding(target->filename().native(), RowText(Msg::ShotBmpExtension));
-    // The chooser asked about the name that was typed.
-    if (whole != *target && FileExists(whole) && !ConfirmReplace(session, shot, whole))
-        return false;
-    const auto written = Write(session, drawn, whole);
+    const auto written = Write(session, drawn, *target);
     if (!written)
         TellFailure(session,
-                    GetMsg(EndsWithName(whole.native(), RowText(Msg::ShotJpgExtension))
+                    GetMsg(EndsWithName(target->native(), RowText(Msg::ShotJpgExtension))
                                ? Msg::ResizeConvertFailed
                                : Msg::ResizeWriteFailed),
                     written.Error());
