@@ -26,7 +26,8 @@
 ///     8706     4  FileCount
 ///
 /// A file may end right behind its last file entry: TomWads is empty then. Where it ends within
-/// TomWads, what is there counts. It may be longer than that (an old tail). Lists, pairs and groups are NUL lists (`records/nul_list.h`).
+/// TomWads, what is there counts. It may be longer than that (an old tail). Lists, pairs and groups
+/// are NUL lists (`records/nul_list.h`).
 namespace kestrova
 {
 

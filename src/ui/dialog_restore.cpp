@@ -1,7 +1,7 @@
 #include "ui/dialog_restore.h"
 
-#include "swap/folder_guard.h"
 #include "swap/backup.h"
+#include "swap/folder_guard.h"
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
 #include "ui/progress_windows.h"

@@ -98,8 +98,7 @@ TEST_F(PackageBounds, NamesAreBoundedInLengthAndDepthBeforeAnythingComesOut)
     ExpectRefused("wide.tar.gz", "too long");
     EXPECT_LT(Clock::now() - start, std::chrono::seconds{5});
     // Names of another alphabet are as long as they are, not as the tool prints them.
-    Tape("bytes.tar",
-         "./" + Repeated("\\203\\134", 80) + " type=file size=0 contents=empty\n");
+    Tape("bytes.tar", "./" + Repeated("\\203\\134", 80) + " type=file size=0 contents=empty\n");
     ASSERT_TRUE(Unzip("bytes.tar", "bytes")) << state.error << state.details;
     EXPECT_EQ(box.Snapshot("bytes").size(), 1U);
 }
