@@ -8,6 +8,7 @@
 #include "swap/swap_notes.h"
 
 #include <algorithm>
+#include <set>
 
 namespace kestrova
 {
@@ -174,6 +175,8 @@ SwapRun::StateMove SwapRun::MoveToStore(const LevelPlace& from, const std::vecto
         }
         if (auto status = CopyStateOut(store, copies); !status)
             return stop(status.Error());
+        if (journal_.fromStore == journal_.toStore)
+            ComesAgain(store, going);
     }
     journal_.phase = SwapPhase::Stored;
     if (auto status = WriteJournal(session_, journal_); !status) {
@@ -184,6 +187,21 @@ SwapRun::StateMove SwapRun::MoveToStore(const LevelPlace& from, const std::vecto
     waiting_.clear();
     DropLive(from, marked ? &copies : nullptr);
     return StateMove::Moved;
+}
+
+/// What has just gone into the store of the coming level comes in; what left the store does not.
+void SwapRun::ComesAgain(const Path& store, const std::vector<Path>& gone)
+{
+    std::set<std::string> coming;
+    for (const Path& file : comingState_)
+        coming.insert(file.filename().native());
+    for (const Path& file : gone)
+        coming.erase(file.filename().native());
+    for (const StateFile& file : journal_.live)
+        coming.insert(file.name);
+    comingState_.clear();
+    for (const std::string& name : coming)
+        comingState_.push_back(store / name);
 }
 
 /// `copies`: the log's lines of the copying; null when nothing is logged.

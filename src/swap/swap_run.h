@@ -85,6 +85,7 @@ private:
     void DropStrangers(const LevelPlace& from);
     void DropLive(const LevelPlace& from, const std::vector<std::string>* copies);
     Status EmptyStore(const Path& store, const std::vector<Path>& going, bool marked);
+    void ComesAgain(const Path& store, const std::vector<Path>& gone);
     Status CopyStateOut(const Path& store, std::vector<std::string>& copies);
     void LogStateMove(const std::vector<std::string>& copies, bool dropped);
     bool TakeOutOriginal(LevelCode& previous);

@@ -272,6 +272,20 @@ TEST(StateThatStays, AfterAFailureOfAMomentIsNotTheNextLevelsEither)
         }
 }
 
+TEST(OriginalToOriginal, BringsBackWhatWentOutAndNothingOlder)
+{
+    SwapWorld world;
+    world.host.AnswerAll(true);
+    world.Write("home/LEVEL_0000/backup_savegames/savegame.7", SavegameBytes("Freed since", 2));
+    world.Write("home/LEVEL_0000/backup_savegames/savegame.0", SavegameBytes("Older", 1));
+    const auto live = world.Snapshot("trle");
+    const auto treasures = world.Treasures();
+    ASSERT_TRUE(InstallLevel(world.session, originalCode));
+    EXPECT_EQ(world.host.AllTold(), "");
+    EXPECT_EQ(world.Snapshot("trle"), live);
+    world.ExpectNothingLost(treasures);
+}
+
 TEST(StateThatDidNotComeIn, WaitsInItsStore)
 {
     SwapWorld world;
