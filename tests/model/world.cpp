@@ -364,17 +364,21 @@ void ModelWorld::ExpectStateWhereItBelongs()
     }
 }
 
-ModelWorld::Slots ModelWorld::SlotsOfAll() const
+ModelWorld::Slots ModelWorld::SlotsOfAll(Store store) const
 {
     Slots slots;
+    const std::string standing = Standing();
     for (const auto& [file, content] : box_.Snapshot("")) {
         const auto treasure = treasures_.find(content);
         if (treasure == treasures_.end() || treasure->second.kind != Treasure::State)
             continue;
         const Path path{file};
         const std::string parent = path.parent_path().filename().native();
-        if (parent == "trle" || parent == "backup_savegames")
-            slots[treasure->second.owner].emplace(path.filename().native(), content);
+        const std::string& owner = treasure->second.owner;
+        const bool stored =
+            parent == "backup_savegames" && (store == Store::Counts || owner != standing);
+        if (parent == "trle" || stored)
+            slots[owner].emplace(path.filename().native(), content);
     }
     return slots;
 }
@@ -382,7 +386,7 @@ ModelWorld::Slots ModelWorld::SlotsOfAll() const
 /// What belongs into the slots of a level stays there, whichever level stands in the folder.
 void ModelWorld::ExpectSameSlots(const Slots& before)
 {
-    const Slots now = SlotsOfAll();
+    const Slots now = SlotsOfAll(Store::Counts);
     for (const auto& [level, files] : before) {
         if (!levels_.contains(level))
             continue;
@@ -458,7 +462,7 @@ void ModelWorld::Step()
     const Row* row = rows;
     while ((at -= row->weight) >= 0)
         ++row;
-    const Slots before = SlotsOfAll();
+    const Slots before = SlotsOfAll(Store::ButOfStanding);
     (this->*row->run)(RandomTrouble());
     if (!row->movesSlots)
         ExpectSameSlots(before);

@@ -63,9 +63,13 @@ private:
     void GameSaves();
     void PlayerWorks();
 
-    /// By level: names and contents of the player's files in its slots, live or in its store.
+    /// By level: names and contents of the player's files in its slots.
     using Slots = std::map<std::string, std::set<std::pair<std::string, std::string>>>;
-    [[nodiscard]] Slots SlotsOfAll() const;
+    enum class Store {
+        Counts,       ///< what could not be brought in waits there
+        ButOfStanding ///< that of the level that stands in the folder holds what was there once
+    };
+    [[nodiscard]] Slots SlotsOfAll(Store store) const;
     void ExpectSameSlots(const Slots& before);
 
     void LearnLevels(const std::string& archive);
