@@ -76,6 +76,7 @@ private:
     void Forget(const std::string& file);
     void Mend();
     void ExpectNothingLost();
+    void NoteStrangers(const std::string& said);
     void ExpectStateWhereItBelongs();
     void ExpectInstalled(const std::string& level);
     void ExpectOriginal();
@@ -89,6 +90,8 @@ private:
     std::map<std::string, std::string> original_;
     std::string loaded_ = "a";
     int made_ = 0; ///< numbers everything that is made, so that no two contents are equal
+    /// Files of another level that the program said it could not take out of the folder.
+    std::set<std::string> strangers_;
     std::vector<std::string> trail_;
 };
 
