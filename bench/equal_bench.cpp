@@ -33,7 +33,7 @@ std::vector<Tr4Entry> FilesOf(LevelCode code)
 }
 
 /// An archive of so many levels.
-struct Archive {
+struct EqualLevels {
     testing::Sandbox box;
     std::vector<double> times; ///< ms
 
@@ -72,8 +72,8 @@ int main(int argc, char** argv)
 {
     if (argc != 2)
         return EXIT_FAILURE;
-    Archive small;
-    Archive large;
+    EqualLevels small;
+    EqualLevels large;
     if (!small.Fill(Path{argv[1]} / "500", 500) || !large.Fill(Path{argv[1]} / "5000", 5000))
         return EXIT_FAILURE;
     // By turns, so that what else runs on the machine takes from both alike.
