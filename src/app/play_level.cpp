@@ -1,6 +1,7 @@
 #include "app/level_commands.h"
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "session/name_list.h"
 #include "swap/install.h"
 #include "swap/level_gaps.h"
 
@@ -34,16 +35,10 @@ bool IsWholeEnough(Session& session, LevelCode code)
         GapsOf(session, session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))]);
     if (!gaps)
         return true;
-    constexpr std::size_t mostNames = 12;
-    std::vector<std::string> names = PlayGaps(*gaps);
+    const std::vector<std::string> names = PlayGaps(*gaps);
     if (names.empty())
         return true;
-    if (names.size() > mostNames) {
-        const std::size_t more = names.size() - mostNames;
-        names.resize(mostNames);
-        names.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(more)}));
-    }
-    return session.host.AskYesNo(GetMsg(Msg::AskPlayIncomplete, {Join(names, ", "), lineBreak}));
+    return session.host.AskYesNo(GetMsg(Msg::AskPlayIncomplete, {ShownNames(names), lineBreak}));
 }
 
 } // namespace

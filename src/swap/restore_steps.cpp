@@ -1,6 +1,7 @@
 #include "swap/restore_steps.h"
 
 #include "catalogue/message.h"
+#include "session/name_list.h"
 #include "swap/owned_files.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
@@ -21,8 +22,6 @@ constexpr Critical criticalFiles[] = {{Msg::FragRoot, Msg::PatDat},
                                       {Msg::FragRoot, Msg::PatH},
                                       {Msg::DirData, Msg::PatTr4},
                                       {Msg::DirData, Msg::PatPak}};
-/// A box holds so many names; the rest is counted.
-constexpr std::size_t mostNames = 12;
 
 void Show(ProgressScope* progress, Msg label)
 {
@@ -103,16 +102,6 @@ void RestoreListed(Session& session, const SwapJournal& journal, RestoreReport& 
     }
 }
 
-std::string Shown(const std::vector<std::string>& names)
-{
-    std::vector<std::string> shown;
-    for (std::size_t i = 0; i < names.size() && i < mostNames; ++i)
-        shown.push_back(Readable(names[i]));
-    if (names.size() > mostNames)
-        shown.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(names.size() - mostNames)}));
-    return Join(shown, ", ");
-}
-
 } // namespace
 
 std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFile>& files,
@@ -190,9 +179,10 @@ void TellIncompleteRestore(Session& session, const RestoreReport& report)
         return;
     std::string text = GetMsg(Msg::RestoreIncomplete);
     if (!report.missing.empty())
-        text += std::string{lineBreak} + GetMsg(Msg::RestoreStillMissing, {Shown(report.missing)});
+        text +=
+            std::string{lineBreak} + GetMsg(Msg::RestoreStillMissing, {ShownNames(report.missing)});
     if (!report.left.empty())
-        text += std::string{lineBreak} + GetMsg(Msg::RestoreLeft, {Shown(report.left)});
+        text += std::string{lineBreak} + GetMsg(Msg::RestoreLeft, {ShownNames(report.left)});
     session.host.Tell(Tone::Error, text, report.reason);
 }
 
