@@ -13,11 +13,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto change = ParseStateChange(TextOfInput(data, size));
     if (!change)
         return 0;
+    const auto check = [](const auto& files) {
+        for (const auto& file : files)
+            Promise(SafeName(file.name) && IsContentHash(file.hash), "a name in its folder");
+    };
     for (const ChangedFolder& folder : change->folders) {
         Promise(Path{folder.folder}.is_absolute(), "a folder of its own");
-        for (const auto* files : {&folder.before, &folder.after})
-            for (const StateFile& file : *files)
-                Promise(SafeName(file.name) && IsContentHash(file.hash), "a name in its folder");
+        check(folder.before);
+        check(folder.after);
     }
     const std::string written = FormatStateChange(*change);
     const auto again = ParseStateChange(written);

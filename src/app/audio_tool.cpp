@@ -67,9 +67,14 @@ void AudioTool::Leave()
 
 void AudioTool::Refresh()
 {
+    const auto files = ListFiles(work_, RowText(Msg::PatAll));
+    if (!files) {
+        TellFolderNotRead(session_, files.Error());
+        return;
+    }
     rows_.clear();
     size_ = 0;
-    for (const Path& file : ListFiles(work_, RowText(Msg::PatAll))) {
+    for (const Path& file : *files) {
         Row row{file.filename().native(), TextOf(file.filename())};
         if (row.text.size() < nameColumns)
             row.text.resize(nameColumns, ' ');

@@ -56,10 +56,16 @@ Finding LevelEditor(Session& session)
     const Path trle = session.TrleFolder();
     if (trle.empty())
         return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorTrleNotSet), Msg::DoctorTrleRemedy);
-    if (const std::string lacks = WhatTrleLacks(trle); !lacks.empty()) {
-        if (FolderExists(trle) && BackupPresent(session) && !BackupSeemsOfAnother(session))
+    const auto lacks = WhatTrleLacks(trle);
+    if (!lacks)
+        return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorNotRead, {lacks.Error().subject}),
+                   Msg::DoctorNotReadRemedy);
+    if (!lacks->empty()) {
+        const auto backup = LookAtBackup(session); // not read, it has a finding of its own
+        if (FolderExists(trle) && backup && *backup == BackupState::Present &&
+            !BackupSeemsOfAnother(session))
             return Bad(Msg::DoctorTrle,
-                       GetMsg(Msg::DoctorTrleNotWhole, {TextOf(trle)}) + ": " + lacks,
+                       GetMsg(Msg::DoctorTrleNotWhole, {TextOf(trle)}) + ": " + *lacks,
                        Msg::DoctorTrleNotWholeRemedy);
         return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorTrleWrong, {TextOf(trle)}),
                    Msg::DoctorTrleRemedy);
@@ -69,7 +75,11 @@ Finding LevelEditor(Session& session)
 
 Finding Backup(Session& session)
 {
-    if (!BackupPresent(session))
+    const auto backup = LookAtBackup(session);
+    if (!backup)
+        return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorNotRead, {backup.Error().subject}),
+                   Msg::DoctorNotReadRemedy);
+    if (*backup == BackupState::Missing)
         return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorBackupMissing), Msg::DoctorBackupRemedy);
     if (const auto other = BackupSeemsOfAnother(session))
         return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorBackupOther, {TextOf(*other)}),
@@ -121,10 +131,13 @@ Finding Levels(Session& session)
 {
     constexpr std::size_t mostNamed = 20;
     std::vector<std::string> lacking;
+    std::string notRead;
     std::size_t more = 0;
     for (const LevelRecord& level : session.archive.levels) {
         const auto gaps = GapsOf(session, level);
-        if (gaps && AllGaps(*gaps).empty())
+        if (!gaps && notRead.empty())
+            notRead = gaps.Error().subject;
+        if (!gaps || AllGaps(*gaps).empty())
             continue;
         if (lacking.size() < mostNamed)
             lacking.push_back(ZeroPadded(level.levelCode, 4));
@@ -133,6 +146,9 @@ Finding Levels(Session& session)
     }
     if (more > 0)
         lacking.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(more)}));
+    if (lacking.empty() && !notRead.empty())
+        return Bad(Msg::DoctorLevels, GetMsg(Msg::DoctorNotRead, {notRead}),
+                   Msg::DoctorNotReadRemedy);
     if (lacking.empty())
         return Fine(Msg::DoctorLevels, GetMsg(Msg::DoctorLevelsWhole));
     return Bad(Msg::DoctorLevels, GetMsg(Msg::DoctorLevelsLack, {Join(lacking, ", ")}),

@@ -13,38 +13,51 @@ namespace
 constexpr std::size_t fullAudio = 54;
 constexpr std::size_t placeFieldSize = 256;
 
-std::size_t MusicTracks(const Path& folder)
+struct Lack {
+    Tone tone;
+    std::string words; ///< empty: nothing is missing
+};
+
+/// The first test that fails. The last one, of the music, speaks in a plain box.
+Result<Lack> FirstLack(const Path& folder)
 {
-    return ListFiles(InFolder(folder, RowText(Msg::FragTrleAudio)), RowText(Msg::PatTrleWav))
-        .size();
+    const std::string shown = TextOf(folder);
+    if (!FileExists(InFolder(folder, RowText(Msg::FragTrleTomb4))))
+        return Lack{Tone::Error, GetMsg(Msg::TrleNoTomb4) + shown};
+    const auto levels =
+        ListFiles(InFolder(folder, RowText(Msg::FragTrleData)), RowText(Msg::PatTrleTr4));
+    const auto scripts = ListFiles(folder, RowText(Msg::PatTrleDat));
+    const auto sounds =
+        ListFiles(InFolder(folder, RowText(Msg::FragTrleAudio)), RowText(Msg::PatTrleWav));
+    for (const auto* listing : {&levels, &scripts, &sounds})
+        if (!*listing)
+            return listing->Error();
+    if (levels->empty())
+        return Lack{Tone::Error, GetMsg(Msg::TrleNoTr4, {shown})};
+    if (scripts->empty())
+        return Lack{Tone::Error, GetMsg(Msg::TrleNoDat) + shown};
+    if (sounds->size() < fullAudio)
+        return Lack{Tone::Plain,
+                    GetMsg(Msg::TrleFewWaves, {std::to_string(fullAudio - sounds->size())})};
+    return Lack{Tone::Plain, {}};
 }
 
 } // namespace
 
-std::string WhatTrleLacks(const Path& folder)
+Result<std::string> WhatTrleLacks(const Path& folder)
 {
-    const std::string shown = TextOf(folder);
-    if (!FileExists(InFolder(folder, RowText(Msg::FragTrleTomb4))))
-        return GetMsg(Msg::TrleNoTomb4) + shown;
-    if (!AnyFile(InFolder(folder, RowText(Msg::FragTrleData)), RowText(Msg::PatTrleTr4)))
-        return GetMsg(Msg::TrleNoTr4, {shown});
-    if (!AnyFile(folder, RowText(Msg::PatTrleDat)))
-        return GetMsg(Msg::TrleNoDat) + shown;
-    const std::size_t waves = MusicTracks(folder);
-    return waves < fullAudio ? GetMsg(Msg::TrleFewWaves, {std::to_string(fullAudio - waves)})
-                             : std::string{};
+    const auto lack = FirstLack(folder);
+    return lack ? Result<std::string>{lack->words} : lack.Error();
 }
 
 bool IsTrleFolder(Session& session, const Path& folder, bool showErrors)
 {
-    const std::string lacks = WhatTrleLacks(folder);
-    // The last test, of the music, speaks in a plain box.
-    if (showErrors && !lacks.empty()) {
-        const bool music =
-            lacks == GetMsg(Msg::TrleFewWaves, {std::to_string(fullAudio - MusicTracks(folder))});
-        session.host.Tell(music ? Tone::Plain : Tone::Error, lacks);
-    }
-    return lacks.empty();
+    const auto lack = FirstLack(folder);
+    if (!lack)
+        return showErrors && TellFolderNotRead(session, lack.Error());
+    if (showErrors && !lack->words.empty())
+        session.host.Tell(lack->tone, lack->words);
+    return lack->words.empty();
 }
 
 bool TrleFinder::Prepare()

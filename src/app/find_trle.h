@@ -5,8 +5,9 @@
 namespace kestrova
 {
 
-/// Why a folder is no whole Level Editor's folder, in words; empty when it is one.
-std::string WhatTrleLacks(const Path& folder);
+/// Why a folder is no whole Level Editor's folder, in words; empty when it is one. A failure when
+/// nobody can tell, because one of its folders cannot be listed.
+Result<std::string> WhatTrleLacks(const Path& folder);
 /// The one test of what a Level Editor's folder is; with `showErrors` the first test that fails is
 /// told in words.
 bool IsTrleFolder(Session& session, const Path& folder, bool showErrors);

@@ -45,9 +45,14 @@ bool LoadLastArchive(Session& session)
 bool OfferRestore(Session& session, TrleFinder& finder)
 {
     const Path trle = session.TrleFolder();
-    if (trle.empty() || !FolderExists(trle) || !BackupPresent(session) ||
-        BackupSeemsOfAnother(session) ||
-        !session.host.AskYesNo(GetMsg(Msg::AskRestoreAtStart, {WhatTrleLacks(trle), lineBreak})))
+    if (trle.empty() || !FolderExists(trle))
+        return false;
+    const auto lacks = WhatTrleLacks(trle);
+    const auto backup = LookAtBackup(session);
+    if (!lacks || !backup)
+        return TellFolderNotRead(session, lacks ? backup.Error() : lacks.Error());
+    if (*backup == BackupState::Missing || BackupSeemsOfAnother(session) ||
+        !session.host.AskYesNo(GetMsg(Msg::AskRestoreAtStart, {*lacks, lineBreak})))
         return false;
     (void)LoadArchiveToLook(session); // the level that stands there finds its store through it
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});

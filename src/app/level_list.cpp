@@ -13,9 +13,10 @@ namespace kestrova
 namespace
 {
 
+/// Only shown: a folder that cannot be read shows nothing of what it holds.
 int Count(const Path& folder, Msg pattern)
 {
-    return static_cast<int>(ListFiles(folder, RowText(pattern)).size());
+    return static_cast<int>(ListFiles(folder, RowText(pattern)).ValueOr({}).size());
 }
 
 bool TellUnknown(Session& session, LevelCode code)

@@ -26,9 +26,9 @@ void KeepOnHardDisk(Session& session, const Path& file, const Path& folder)
     const auto patterns = Split(RowText(Msg::MoreInfoPatterns), '|');
     if (MatchesPattern(ending, patterns[2]) || MatchesPattern(ending, patterns[3]))
         for (const std::string& pattern : patterns)
-            for (Path& found : ListFiles(file.parent_path(), pattern))
-                files.push_back(std::move(found));
-    (void)MakeFolders(folder); // the copies below say what is wrong
+            for (Path& found : ListFiles(file.parent_path(), pattern).ValueOr({}))
+                files.push_back(std::move(found)); // the page itself comes in any case
+    (void)MakeFolders(folder);                     // the copies below say what is wrong
     for (const Path& source : files) {
         const Path target = folder / source.filename();
         CopyOptions plain;
@@ -62,8 +62,11 @@ bool ShowMoreInfo(Session& session, LevelCode code)
         return false;
     };
     const Path home = InFolder(LevelHomeOf(session, code), RowText(Msg::FragMoreInfoFiles));
-    if (const auto file = FindDocument(home, level.moreInfoFile))
-        return OpenReadme(session, *file);
+    const auto stored = FindDocument(home, level.moreInfoFile);
+    if (!stored)
+        return TellFolderNotRead(session, stored.Error());
+    if (*stored)
+        return OpenReadme(session, **stored);
     const Path disc = LevelFolderOf(session, code, true);
     if (session.cdNotAvailable) {
         session.host.Tell(Tone::Error, GetMsg(Msg::MoreInfoCdNotAvailable));
@@ -72,9 +75,11 @@ bool ShowMoreInfo(Session& session, LevelCode code)
     const Path onDisc = InFolder(disc, RowText(Msg::FragMoreInfoFiles));
     const auto file = FindDocument(onDisc, level.moreInfoFile);
     if (!file)
+        return TellFolderNotRead(session, file.Error());
+    if (!*file)
         return notFound(onDisc / Path{Trim(level.moreInfoFile)});
-    const bool opened = OpenReadme(session, *file);
-    KeepOnHardDisk(session, *file, home);
+    const bool opened = OpenReadme(session, **file);
+    KeepOnHardDisk(session, **file, home);
     return opened;
 }
 

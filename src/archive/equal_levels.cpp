@@ -27,12 +27,15 @@ class Spellings
 public:
     explicit Spellings(const Path& folder) : folder_(ResolvePath(folder))
     {
-        std::vector<platform::FolderEntry> entries;
-        if (platform::ListFolder(folder_, entries))
-            return; // a folder that is gone has no levels
-        for (platform::FolderEntry& entry : entries)
-            names_.emplace(FoldCase(entry.name), std::move(entry.name));
+        const auto folders = ListSubfolders(folder_); // a folder that is gone has no levels
+        if (!folders) {
+            state_ = folders.Error();
+            return;
+        }
+        for (const Path& each : *folders)
+            names_.emplace(FoldCase(each.filename().native()), each.filename().native());
     }
+    [[nodiscard]] const Status& State() const { return state_; }
     [[nodiscard]] Path Find(const Path& name) const
     {
         const auto found = names_.find(FoldCase(name.native()));
@@ -41,6 +44,7 @@ public:
 
 private:
     Path folder_;
+    Status state_;
     std::unordered_map<std::string, std::string> names_;
 };
 
@@ -61,6 +65,10 @@ EqualTr4Index::EqualTr4Index(const Session& session, ProgressScope* progress)
     : levels_(session.archive.levels.size())
 {
     const Spellings spellings{FolderFromText(Trim(session.archive.header.secondaryFolder))};
+    if (!spellings.State()) {
+        state_ = spellings.State();
+        return;
+    }
     std::atomic<std::size_t> done{0};
     const auto read = [&](std::size_t i) {
         const LevelCode code = session.archive.levels[i].levelCode;
@@ -101,19 +109,25 @@ std::optional<EqualTr4> EqualTr4Index::Find(const std::vector<Tr4Entry>& files,
     return found;
 }
 
-std::optional<EqualTr4> FindEqualTr4(const Session& session, const Path& folder,
-                                     std::size_t levelIndex, ProgressScope* progress)
+Result<std::optional<EqualTr4>> FindEqualTr4(const Session& session, const Path& folder,
+                                             std::size_t levelIndex, ProgressScope* progress)
 {
     std::vector<Tr4Entry> files;
-    if (!folder.empty())
-        files = ScanTr4Files(folder);
-    else if (auto own = ReadTr4Inf(session, levelIndex))
+    if (!folder.empty()) {
+        auto found = ScanTr4Files(folder);
+        if (!found)
+            return found.Error();
+        files = std::move(*found);
+    } else if (auto own = ReadTr4Inf(session, levelIndex)) {
         files = std::move(own).Value();
+    }
     if (files.empty())
-        return {};
+        return std::optional<EqualTr4>{};
     if (progress != nullptr)
         progress->SetBar(0, session.archive.levels.size());
     const EqualTr4Index index{session, progress};
+    if (!index.State())
+        return index.State().Error();
     if (progress != nullptr)
         progress->SetBar(0, session.archive.levels.size());
     return index.Find(files, levelIndex);

@@ -24,6 +24,8 @@ public:
     /// Reads on all cores; `progress`, which may be null, follows by levels done.
     EqualTr4Index(const Session& session, ProgressScope* progress);
 
+    /// A failure when the archive's folder could not be listed; the index is empty then.
+    [[nodiscard]] const Status& State() const { return state_; }
     [[nodiscard]] const std::vector<Tr4Entry>& FilesOf(std::size_t level) const
     {
         return levels_[level];
@@ -38,13 +40,14 @@ private:
         std::size_t first;
         std::optional<std::size_t> second;
     };
+    Status state_;
     std::vector<std::vector<Tr4Entry>> levels_;
     std::unordered_map<std::string, Owners> owners_; ///< by folded name and size
 };
 
 /// Whether another level has one of the `*.tr4` of `folder`, or, for an empty path, of those in the
 /// level's own `tr4.inf`. `levelIndex` may be that of a level that is not in the archive yet.
-std::optional<EqualTr4> FindEqualTr4(const Session& session, const Path& folder,
-                                     std::size_t levelIndex, ProgressScope* progress);
+Result<std::optional<EqualTr4>> FindEqualTr4(const Session& session, const Path& folder,
+                                             std::size_t levelIndex, ProgressScope* progress);
 
 } // namespace kestrova

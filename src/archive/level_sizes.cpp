@@ -19,13 +19,15 @@ struct Sizes {
     double extras = 0;
 };
 
-Sizes Measured(const Session& session, const LevelRecord& level)
+Result<Sizes> Measured(const Session& session, const LevelRecord& level)
 {
     const Path folder = LevelHomeOf(session, level.levelCode);
-    Sizes sizes{static_cast<double>(level.filesSize), ExtrasSizeOf(folder)};
-    if (level.cdNumber == 0)
-        sizes.files = FolderSize(InFolder(folder, RowText(Msg::DirFiles)));
-    return sizes;
+    const auto extras = ExtrasSizeOf(folder);
+    const auto files = level.cdNumber == 0 ? FolderSize(InFolder(folder, RowText(Msg::DirFiles)))
+                                           : Result<double>{static_cast<double>(level.filesSize)};
+    if (!extras || !files)
+        return extras ? files.Error() : extras.Error();
+    return Sizes{*files, *extras};
 }
 
 } // namespace
@@ -36,11 +38,15 @@ std::int32_t SizeField(double bytes)
     return static_cast<std::int32_t>(std::clamp(std::nearbyint(bytes), -most, most));
 }
 
-double ExtrasSizeOf(const Path& levelFolder)
+Result<double> ExtrasSizeOf(const Path& levelFolder)
 {
     double sum = 0;
-    for (const Msg part : {Msg::DirSavegames, Msg::DirBackupSavegames, Msg::DirScreenshots})
-        sum += FolderSize(InFolder(levelFolder, RowText(part)));
+    for (const Msg part : {Msg::DirSavegames, Msg::DirBackupSavegames, Msg::DirScreenshots}) {
+        const auto size = FolderSize(InFolder(levelFolder, RowText(part)));
+        if (!size)
+            return size.Error();
+        sum += *size;
+    }
     return sum;
 }
 
@@ -66,13 +72,15 @@ void RefreshLevelSizes(Session& session, LevelCode code)
     if (index < 0)
         return;
     LevelRecord& level = session.archive.levels[static_cast<std::size_t>(index)];
-    const Sizes sizes = Measured(session, level);
+    const auto sizes = Measured(session, level);
+    if (!sizes)
+        return; // a number that is shown; it is told when all sizes are computed anew
     if (index > 0) {
-        session.archive.header.mainFolderSize += sizes.files - level.filesSize;
-        session.archive.header.secondaryFolderSize += sizes.extras - level.extrasSize;
+        session.archive.header.mainFolderSize += sizes->files - level.filesSize;
+        session.archive.header.secondaryFolderSize += sizes->extras - level.extrasSize;
     }
-    level.filesSize = SizeField(sizes.files);
-    level.extrasSize = SizeField(sizes.extras);
+    level.filesSize = SizeField(sizes->files);
+    level.extrasSize = SizeField(sizes->extras);
     SaveArchive(session);
 }
 
@@ -86,12 +94,16 @@ bool RecomputeArchiveSize(Session& session, bool withProgress)
         progress->AllowStop();
     }
     bool finished = true;
+    Status read;
     for (std::size_t i = 0; i < count && finished; ++i) {
         LevelRecord& level = session.archive.levels[i];
-        const Sizes sizes = Measured(session, level);
-        level.filesSize = SizeField(sizes.files);
-        level.extrasSize = SizeField(sizes.extras);
-        level.extrasDirty = false;
+        if (const auto sizes = Measured(session, level)) {
+            level.filesSize = SizeField(sizes->files);
+            level.extrasSize = SizeField(sizes->extras);
+            level.extrasDirty = false;
+        } else if (read) {
+            read = sizes.Error();
+        }
         if (progress) {
             progress->SetBar(i + 1, count);
             finished = progress->Step();
@@ -104,6 +116,8 @@ bool RecomputeArchiveSize(Session& session, bool withProgress)
         session.archive.header.secondaryFolderSize += session.archive.levels[i].extrasSize;
     }
     SaveArchive(session);
+    if (!read)
+        TellFolderNotRead(session, read.Error());
     return finished;
 }
 

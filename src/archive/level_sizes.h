@@ -14,11 +14,13 @@ void CountLevelSize(Session& session, double delta, SizeKind kind, std::size_t i
 /// The same, and saves.
 void AddLevelSize(Session& session, double delta, SizeKind kind, std::size_t index);
 /// Bytes of a level folder's savegames, their backup and its screen-shots.
-double ExtrasSizeOf(const Path& levelFolder);
-/// Measures a level's folders anew and saves. Files on a disc keep their size.
+Result<double> ExtrasSizeOf(const Path& levelFolder);
+/// Measures a level's folders anew and saves. Files on a disc keep their size, and so does what
+/// cannot be read.
 void RefreshLevelSizes(Session& session, LevelCode code);
 /// Measures all levels, with progress when asked, sums the totals anew and saves. False when the
-/// person stopped it; sizes measured so far are kept.
+/// person stopped it; sizes measured so far are kept. Levels that cannot be read keep theirs; the
+/// first of them is told.
 bool RecomputeArchiveSize(Session& session, bool withProgress);
 
 } // namespace kestrova

@@ -53,12 +53,14 @@ StoredAs FormOf(const std::string& stored, std::string& name)
 Result<std::vector<StoredFile>> Examine(const Path& folder)
 {
     const Path place = StandingFolder(folder);
-    std::vector<platform::FolderEntry> probe;
-    if (const auto failure = platform::ListFolder(place, probe))
-        return MakeFailure(ErrorCode::Missing, TextOf(place), failure);
+    if (platform::FactsOf(place).kind != platform::FileKind::Folder)
+        return MakeFailure(ErrorCode::Missing, TextOf(place));
+    const auto stored = ListFiles(place, RowText(Msg::PatAll));
+    if (!stored)
+        return stored.Error();
     std::vector<StoredFile> files;
     std::map<std::string, std::size_t> byName;
-    for (const Path& path : ListFiles(place, RowText(Msg::PatAll))) {
+    for (const Path& path : *stored) {
         StoredFile file;
         file.form = FormOf(path.filename().native(), file.ready.name);
         if (file.form == StoredAs::Deflated &&

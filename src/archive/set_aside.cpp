@@ -47,7 +47,10 @@ Result<bool> HoldsAnything(const Path& folder)
 Result<std::vector<Path>> SetAside(Session& session, const Path& folder)
 {
     std::vector<Path> names;
-    for (const Path& twin : CaseTwins(folder)) {
+    const auto twins = CaseTwins(folder);
+    if (!twins)
+        return twins.Error();
+    for (const Path& twin : *twins) {
         Path name = FreeName(twin, session.machine.NowNs());
         if (const auto failure = platform::Rename(twin, name))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(twin), failure);
@@ -70,7 +73,8 @@ UnknownFolders FindUnknownFolders(const Session& session)
             known.push_back(LevelFolderName(level.levelCode).substr(1));
     std::sort(known.begin(), known.end());
     const std::string mark = GetMsg(Msg::FragSetAside, {"", ""});
-    for (const Path& folder : ListSubfolders(root)) {
+    // The folder that cannot be listed now is looked through at the next look.
+    for (const Path& folder : ListSubfolders(root).ValueOr({})) {
         const std::string name = folder.filename().native();
         if (name.find(mark) != std::string::npos)
             found.setAside.push_back(folder);

@@ -93,8 +93,11 @@ FileJob JobFor(const StoreStep& step, std::function<Status()> run)
 /// The files are on the disk before the folder that they replace is gone.
 Status FlushFiles(const Path& folder, ProgressScope* progress)
 {
+    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    if (!files)
+        return files.Error();
     std::vector<FileJob> jobs;
-    for (const Path& file : ListFiles(folder, RowText(Msg::PatAll)))
+    for (const Path& file : *files)
         jobs.push_back({1, GetMsg(Msg::StoreFileCopy), [file]() -> Status {
                             platform::File handle;
                             auto failure = platform::File::OpenForRead(file, handle);
@@ -172,10 +175,13 @@ bool Told(Session& session, const Status& status)
     return bool{status};
 }
 
-std::vector<LevelFile> FilesOf(const Path& folder)
+Result<std::vector<LevelFile>> FilesOf(const Path& folder)
 {
+    const auto listed = ListFiles(folder, RowText(Msg::PatAll));
+    if (!listed)
+        return listed.Error();
     std::vector<LevelFile> files;
-    for (const Path& file : ListFiles(folder, RowText(Msg::PatAll)))
+    for (const Path& file : *listed)
         files.push_back({file.filename().native(), file});
     return files;
 }
@@ -249,7 +255,10 @@ bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, Progr
 {
     if (!FolderExists(source))
         return Told(session, MakeFailure(ErrorCode::Missing, TextOf(source)));
-    const std::vector<LevelFile> files = FilesOf(source);
+    const auto listed = FilesOf(source);
+    if (!listed)
+        return Told(session, listed.Error());
+    const std::vector<LevelFile>& files = *listed;
     const Path home = InFolder(LevelHomeOf(session, code), RowText(Msg::DirFiles));
     if (!SameFolder(source, home))
         return StoreFilesOfLevel(session, code, files, label, form);
@@ -262,7 +271,9 @@ bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, Progr
         return false;
     if (!Compresses(session, code, form))
         return true;
-    return Told(session, ConvertInPlace(StepsFor(FilesOf(place), true), place, label));
+    const auto encoded = FilesOf(place);
+    return Told(session, encoded ? ConvertInPlace(StepsFor(*encoded, true), place, label)
+                                 : Status{encoded.Error()});
 }
 
 } // namespace kestrova

@@ -103,7 +103,10 @@ bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& wo
 
 bool EncodeWavesInPlace(Session& session, const Path& folder)
 {
-    const std::vector<Path> waves = ListFiles(folder, PatternOf(Msg::WavExtension));
+    const auto listed = ListFiles(folder, PatternOf(Msg::WavExtension));
+    if (!listed)
+        return TellFolderNotRead(session, listed.Error());
+    const std::vector<Path>& waves = *listed;
     if (waves.empty())
         return true;
     AudioBatch batch{session, waves, folder, AudioKind::Mp3};
@@ -132,9 +135,13 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
         origins[source] = {origin};
         byName.emplace(FoldCase(source.filename().native()), source);
     };
-    for (const Path& file : ListFiles(folder, pattern))
+    const auto plain = ListFiles(folder, pattern);
+    const auto streams = ListFiles(folder, pattern + GetMsg(Msg::ZlExtension));
+    if (!plain || !streams)
+        return TellFolderNotRead(session, plain ? streams.Error() : plain.Error());
+    for (const Path& file : *plain)
         add(file, file);
-    for (const Path& stream : ListFiles(folder, pattern + GetMsg(Msg::ZlExtension))) {
+    for (const Path& stream : *streams) {
         const auto free = session.machine.FreeSpace(work.Folder());
         const Path expanded = work.Folder() / StripExtension(stream.filename().native());
         const Status status = free ? ExpandZl(stream, expanded, *free) : Status{free.Error()};

@@ -33,7 +33,10 @@ Status ClearOut(const Path& folder, const Path& heir)
 {
     if (!FolderExists(folder))
         return {};
-    for (const Path& child : ListSubfolders(folder))
+    const auto children = ListSubfolders(folder);
+    if (!children)
+        return children.Error();
+    for (const Path& child : *children)
         if (auto status = RenameFolder(child, heir / child.filename()); !status)
             return status;
     return RemoveFolder(folder);

@@ -31,10 +31,13 @@ Tr4Entry Tr4EntryOf(const std::string& name, const Path& file)
             static_cast<std::int32_t>(std::min<std::uint64_t>(facts.size, most))};
 }
 
-std::vector<Tr4Entry> ScanTr4Files(const Path& folder)
+Result<std::vector<Tr4Entry>> ScanTr4Files(const Path& folder)
 {
+    const auto files = ListFiles(folder, RowText(Msg::PatTr4));
+    if (!files)
+        return files.Error();
     std::vector<Tr4Entry> entries;
-    for (const Path& file : ListFiles(folder, RowText(Msg::PatTr4)))
+    for (const Path& file : *files)
         entries.push_back(Tr4EntryOf(file.filename().native(), file));
     return entries;
 }

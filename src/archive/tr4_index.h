@@ -7,7 +7,7 @@ namespace kestrova
 {
 
 /// Name (cut to 80 characters), date and size of each `*.tr4` of a folder.
-std::vector<Tr4Entry> ScanTr4Files(const Path& folder);
+Result<std::vector<Tr4Entry>> ScanTr4Files(const Path& folder);
 /// The entry of a file that is called `name` in its level.
 Tr4Entry Tr4EntryOf(const std::string& name, const Path& file);
 Path Tr4InfPath(const Session& session, std::size_t index);

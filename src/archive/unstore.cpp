@@ -4,6 +4,8 @@
 #include "archive/zl_file.h"
 #include "catalogue/message.h"
 
+#include <algorithm>
+
 namespace kestrova
 {
 
@@ -14,6 +16,13 @@ void TellUnlessStopped(Session& session, Msg words, const Failure& failure)
 {
     if (failure.code != ErrorCode::Stopped)
         TellFailure(session, GetMsg(words) + FileNameOf(failure.subject) + "'", failure);
+}
+
+bool MustBeExpanded(const std::string& name, bool mp3ToWave)
+{
+    return EndsWithName(name, RowText(Msg::ZlExtension)) ||
+           EqualNames(name, RowText(Msg::LoadJpg)) ||
+           (mp3ToWave && EndsWithName(name, RowText(Msg::Mp3Extension)));
 }
 
 /// The files that are stored as they are, beside those that were expanded.
@@ -38,9 +47,14 @@ Status CopyTheRest(const std::vector<ReadyFile>& files, const Path& temp, Progre
 bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool mp3ToWave)
 {
     result.clear();
-    if (FolderExists(folder) && !AnyFile(folder, RowText(Msg::PatternZl)) &&
-        !FileExists(folder / RowText(Msg::LoadJpg)) &&
-        !(mp3ToWave && AnyFile(folder, "*" + GetMsg(Msg::Mp3Extension))))
+    const auto stored = ListFiles(folder, RowText(Msg::PatAll));
+    if (!stored) {
+        TellUnlessStopped(session, Msg::ErrorUnzippingFile, stored.Error());
+        return false;
+    }
+    if (FolderExists(folder) && std::none_of(stored->begin(), stored->end(), [&](const Path& file) {
+            return MustBeExpanded(file.filename().native(), mp3ToWave);
+        }))
         return true;
     const Path temp = InFolder(session.programFolder, RowText(Msg::DirTempDec));
     const auto zip =

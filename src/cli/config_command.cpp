@@ -142,7 +142,10 @@ Exit WriteConfig(Run& run, const Path& folder)
         run.host.Tell(Tone::Error, GetMsg(Msg::SourceMissing, {TextOf(folder)}));
         return Exit::Failed;
     }
-    config.files = ConfigForFolder({}, folder).files;
+    auto listed = ConfigForFolder({}, folder);
+    if (!listed)
+        return TellFolderNotRead(run.session, listed.Error()), Exit::Failed;
+    config.files = std::move(listed->files);
     const Path file = LevelConfigPath(folder);
     // An old longer one would keep its tail.
     if (const auto status = DeleteFile(file); !status) {

@@ -50,7 +50,10 @@ Exit ListHistory(Run& run)
         return Exit::Failed;
     if (run.json != nullptr)
         *run.json = Json::array();
-    for (const LevelCode code : LevelsWithHistory(run.session))
+    const auto codes = LevelsWithHistory(run.session);
+    if (!codes)
+        return TellFolderNotRead(run.session, codes.Error()), Exit::Failed;
+    for (const LevelCode code : *codes)
         AddHistory(run, code);
     return Exit::Done;
 }
@@ -59,7 +62,10 @@ Exit BringBackFile(Run& run, const std::string& id)
 {
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;
-    for (const LevelCode code : LevelsWithHistory(run.session)) {
+    const auto codes = LevelsWithHistory(run.session);
+    if (!codes)
+        return EndWork(run, TellFolderNotRead(run.session, codes.Error()));
+    for (const LevelCode code : *codes) {
         const auto entries = HistoryOf(run.session, code);
         if (std::any_of(entries.begin(), entries.end(),
                         [&](const HistoryEntry& entry) { return entry.id == id; }))

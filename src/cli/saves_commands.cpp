@@ -14,9 +14,12 @@ namespace kestrova
 namespace
 {
 
-void AddSavegames(Run& run, const Path& folder, const std::string& place)
+bool AddSavegames(Run& run, const Path& folder, const std::string& place)
 {
-    for (const Path& file : ListFiles(folder, RowText(Msg::SavegamePattern))) {
+    const auto files = ListFiles(folder, RowText(Msg::SavegamePattern));
+    if (!files)
+        return TellFolderNotRead(run.session, files.Error());
+    for (const Path& file : *files) {
         const platform::FileFacts facts = platform::FactsOf(file);
         const SavegameInfo info = ReadSavegameInfo(file);
         if (run.json != nullptr)
@@ -29,6 +32,7 @@ void AddSavegames(Run& run, const Path& folder, const std::string& place)
         else
             AddLine(run, place + "\t" + file.filename().native() + "\t" + SavegameRow(file));
     }
+    return true;
 }
 
 Exit ListSaves(Run& run, LevelCode code)
@@ -40,13 +44,15 @@ Exit ListSaves(Run& run, LevelCode code)
         TellFailure(run.session, GetMsg(Msg::CannotListSavegames), live.Error());
         return Exit::Failed;
     }
-    AddSavegames(run, *live, GetMsg(Msg::SavesLive));
+    if (!AddSavegames(run, *live, GetMsg(Msg::SavesLive)))
+        return Exit::Failed;
     const Path root = InFolder(LevelHomeOf(run.session, code), RowText(Msg::DirSavegames));
     for (int number = 1;; ++number) {
         const std::string slot = GetMsg(Msg::SlotPrefix) + std::to_string(number);
         if (!FolderExists(root / slot))
             return Exit::Done;
-        AddSavegames(run, root / slot, slot);
+        if (!AddSavegames(run, root / slot, slot))
+            return Exit::Failed;
     }
 }
 

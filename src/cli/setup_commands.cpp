@@ -11,6 +11,21 @@
 namespace kestrova
 {
 
+namespace
+{
+
+/// Whether a backup will be made. Where nobody can tell it will not, and the attempt says why.
+bool NeedsBackup(Session& session)
+{
+    const auto backup = LookAtBackup(session);
+    if (!backup || *backup == BackupState::Missing)
+        return static_cast<bool>(backup);
+    const auto other = BackupOfAnotherFolder(session);
+    return other && other->has_value();
+}
+
+} // namespace
+
 Exit RunPractice(Run& run)
 {
     const Path folder = PlaceFromWord(run.arguments.words.front());
@@ -55,8 +70,7 @@ Exit RunSetup(Run& run)
     else if (arguments.Has("--compact"))
         wishes.form = BackupForm::Compact;
     // Left unanswered, the question would count as a wish for the compact form.
-    if (wishes.form == BackupForm::Ask && !run.host.CanAnswer() &&
-        (!BackupPresent(session) || BackupOfAnotherFolder(session))) {
+    if (wishes.form == BackupForm::Ask && !run.host.CanAnswer() && NeedsBackup(session)) {
         run.host.NameUnanswered(GetMsg(Msg::SayBackupForm));
         return EndWork(run, false);
     }

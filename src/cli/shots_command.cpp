@@ -20,8 +20,8 @@ bool LoadShots(Run& run, LevelCode code, ShotList& shots)
         run.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
     }
-    shots.Load(run.session, code);
-    return true;
+    const auto loaded = shots.Load(run.session, code);
+    return loaded || TellFolderNotRead(run.session, loaded.Error());
 }
 
 /// The named picture is the one that the next command takes.

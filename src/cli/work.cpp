@@ -31,9 +31,15 @@ bool TellArchive(Run& run, Msg text)
 bool HasLevelEditor(Run& run)
 {
     const Path trle = run.session.TrleFolder();
-    if (IsTrleFolder(run.session, trle, false))
+    const auto lacks = WhatTrleLacks(trle);
+    if (!lacks)
+        return TellFolderNotRead(run.session, lacks.Error());
+    if (lacks->empty())
         return true;
-    const bool mendable = FolderExists(trle) && BackupPresent(run.session);
+    const auto backup = LookAtBackup(run.session);
+    if (!backup)
+        return TellFolderNotRead(run.session, backup.Error());
+    const bool mendable = FolderExists(trle) && *backup == BackupState::Present;
     return Refuse(run, mendable ? Msg::NeedsRestore : Msg::NeedsSetup);
 }
 

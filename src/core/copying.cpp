@@ -10,7 +10,10 @@ using platform::FileKind;
 Status CopyFileOver(const Path& source, const Path& target, const CopyOptions& options)
 {
     const Path from = ResolvePath(source);
-    const Path to = options.spelled ? target : ResolvePath(target);
+    const auto place = options.spelled ? Result<Path>{target} : FindPath(target);
+    if (!place)
+        return place.Error();
+    const Path& to = *place;
     platform::File input;
     if (const auto failure = platform::File::OpenForRead(from, input))
         return MakeFailure(ErrorCode::CannotRead, TextOf(from), failure);
@@ -46,9 +49,12 @@ Status CopyFileOver(const Path& source, const Path& target, const CopyOptions& o
 Status CopyMatching(const Path& source, const Path& target, std::string_view pattern,
                     const CopyOptions& options)
 {
+    const auto files = ListFiles(source, pattern);
+    if (!files)
+        return files.Error();
     Status answer;
     const Path folder = ResolvePath(target);
-    for (const Path& file : ListFiles(source, pattern))
+    for (const Path& file : *files)
         if (auto status = CopyFileOver(file, folder / file.filename(), options); !status && answer)
             answer = std::move(status);
     return answer;
@@ -65,7 +71,10 @@ Status FlushFolder(const Path& folder)
 Status MoveFileOver(const Path& source, const Path& target)
 {
     const Path from = ResolvePath(source);
-    const Path to = ResolvePath(target);
+    const auto place = FindPath(target);
+    if (!place)
+        return place.Error();
+    const Path& to = *place;
     const auto failure = platform::Rename(from, to);
     if (!failure)
         return {};

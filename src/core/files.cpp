@@ -23,20 +23,31 @@ bool IsStagedName(std::string_view name)
     return name.starts_with(stagedPrefix);
 }
 
-/// The existing spelling of a name in a folder; empty when there is none.
-std::string SpellingIn(const Path& folder, const std::string& name)
+/// Names of a folder in the order of the system; a folder that is not there has none.
+Result<std::vector<platform::FolderEntry>> EntriesOf(const Path& folder)
 {
     std::vector<platform::FolderEntry> entries;
-    if (platform::ListFolder(folder, entries))
-        return {};
+    const auto failure = platform::ListFolder(folder.empty() ? Path{"."} : folder, entries);
+    if (failure && failure != std::errc::no_such_file_or_directory &&
+        failure != std::errc::not_a_directory)
+        return MakeFailure(ErrorCode::CannotRead, TextOf(folder), failure);
+    return entries;
+}
+
+/// The existing spelling of a name in a folder; the name itself when there is none.
+Result<std::string> SpellingIn(const Path& folder, const std::string& name)
+{
+    const auto entries = EntriesOf(folder);
+    if (!entries)
+        return entries.Error();
     std::string best;
-    for (const auto& entry : entries)
+    for (const auto& entry : *entries) {
         if (entry.name == name)
             return name;
-    for (const auto& entry : entries)
         if (EqualNames(entry.name, name) && (best.empty() || entry.name < best))
             best = entry.name;
-    return best;
+    }
+    return best.empty() ? name : best;
 }
 
 /// Where a link leads, provided that this is a file inside the tree of `root`.
@@ -58,29 +69,31 @@ struct Listed {
     std::string key; ///< the upper-cased name
 };
 
-/// Names of a folder sorted by upper-cased name, then by bytes so that twins have an order too.
-template <class Wanted> std::vector<Listed> SortedNames(const Path& folder, Wanted wanted)
+/// The wanted names sorted by upper-cased name, then by bytes so that twins have an order too.
+template <class Wanted>
+std::vector<Path> SortedPaths(const Path& folder, const std::vector<platform::FolderEntry>& entries,
+                              Wanted wanted)
 {
-    std::vector<platform::FolderEntry> entries;
     std::vector<Listed> names;
-    if (platform::ListFolder(folder, entries))
-        return names;
-    for (auto& entry : entries)
+    for (const auto& entry : entries)
         if (!IsStagedName(entry.name) && wanted(entry))
             names.push_back({entry.name, UpperCase(entry.name)});
     std::sort(names.begin(), names.end(), [](const Listed& a, const Listed& b) {
         return a.key != b.key ? a.key < b.key : a.name < b.name;
     });
-    return names;
-}
-
-std::vector<Path> FullPaths(const Path& folder, const std::vector<Listed>& names)
-{
     std::vector<Path> paths;
     paths.reserve(names.size());
     for (const Listed& entry : names)
         paths.push_back(folder / entry.name);
     return paths;
+}
+
+template <class Wanted> Result<std::vector<Path>> ListWanted(const Path& folder, Wanted wanted)
+{
+    const auto entries = EntriesOf(folder);
+    if (!entries)
+        return entries.Error();
+    return SortedPaths(folder, *entries, wanted);
 }
 
 bool IsFileOf(const Path& folder, const platform::FolderEntry& entry, const Path& root)
@@ -89,38 +102,47 @@ bool IsFileOf(const Path& folder, const platform::FolderEntry& entry, const Path
            (entry.kind == FileKind::Link && StaysInside(folder / entry.name, root));
 }
 
-std::vector<Path> FilesOf(const Path& folder, std::string_view pattern, const Path& root)
+bool IsFolderEntry(const platform::FolderEntry& entry)
 {
-    return FullPaths(folder, SortedNames(folder, [&](const platform::FolderEntry& entry) {
-                         return MatchesPattern(entry.name, pattern) &&
-                                IsFileOf(folder, entry, root);
-                     }));
+    return entry.kind == FileKind::Folder;
 }
 
 } // namespace
 
-Path ResolvePath(const Path& path)
+Result<Path> FindPath(const Path& path)
 {
     if (path.empty() || platform::FactsOfLink(path).kind != FileKind::Missing)
         return path;
-    if (!path.has_filename() || path.filename() == "..") // a trailing separator, or the way up
-        return path.has_parent_path() && path.parent_path() != path
-                   ? ResolvePath(path.parent_path()) / path.filename()
-                   : path;
-    const Path parent = path.has_parent_path() ? ResolvePath(path.parent_path()) : Path{"."};
-    const std::string spelling = SpellingIn(parent, path.filename().native());
-    const Path name = spelling.empty() ? path.filename() : Path{spelling};
-    return path.has_parent_path() ? parent / name : name;
+    if (!path.has_filename() || path.filename() == "..") { // a trailing separator, or the way up
+        if (!path.has_parent_path() || path.parent_path() == path)
+            return path;
+        const auto parent = FindPath(path.parent_path());
+        return parent ? Result<Path>{*parent / path.filename()} : parent;
+    }
+    const auto parent =
+        path.has_parent_path() ? FindPath(path.parent_path()) : Result<Path>{Path{}};
+    if (!parent)
+        return parent;
+    const auto spelling = SpellingIn(*parent, path.filename().native());
+    if (!spelling)
+        return spelling.Error();
+    return *parent / *spelling;
 }
 
-std::vector<Path> CaseTwins(const Path& path)
+Path ResolvePath(const Path& path)
 {
-    const Path folder = ResolvePath(path.parent_path());
+    auto found = FindPath(path);
+    return found ? *found : path;
+}
+
+Result<std::vector<Path>> CaseTwins(const Path& path)
+{
+    const auto folder = FindPath(path.parent_path());
+    if (!folder)
+        return folder.Error();
     const std::string name = path.filename().native();
-    return FullPaths(folder, SortedNames(folder.empty() ? Path{"."} : folder,
-                                         [&](const platform::FolderEntry& entry) {
-                                             return EqualNames(entry.name, name);
-                                         }));
+    return ListWanted(
+        *folder, [&](const platform::FolderEntry& entry) { return EqualNames(entry.name, name); });
 }
 
 bool FileExists(const Path& file)
@@ -135,71 +157,87 @@ bool FolderExists(const Path& folder)
 
 Status MakeFolder(const Path& folder)
 {
-    const Path place = ResolvePath(folder);
-    if (platform::FactsOf(place).kind == FileKind::Folder)
+    const auto place = FindPath(folder);
+    if (!place)
+        return place.Error();
+    if (platform::FactsOf(*place).kind == FileKind::Folder)
         return {};
-    if (const auto failure = platform::MakeFolder(place))
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
+    if (const auto failure = platform::MakeFolder(*place))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(*place), failure);
     return {};
 }
 
 Status MakeFolders(const Path& folder)
 {
-    const Path place = ResolvePath(folder);
-    if (const auto failure = platform::MakeFolders(place))
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
+    const auto place = FindPath(folder);
+    if (!place)
+        return place.Error();
+    if (const auto failure = platform::MakeFolders(*place))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(*place), failure);
     return {};
 }
 
-std::vector<Path> ListFiles(const Path& folder, std::string_view pattern)
+Result<std::vector<Path>> ListFiles(const Path& folder, std::string_view pattern)
 {
-    const Path place = ResolvePath(folder);
-    return FilesOf(place, pattern, place);
+    const auto place = FindPath(folder);
+    if (!place)
+        return place.Error();
+    return ListWanted(*place, [&](const platform::FolderEntry& entry) {
+        return MatchesPattern(entry.name, pattern) && IsFileOf(*place, entry, *place);
+    });
 }
 
-std::vector<Path> ListSubfolders(const Path& folder)
+Result<std::vector<Path>> ListSubfolders(const Path& folder)
 {
-    const Path place = ResolvePath(folder);
-    return FullPaths(place, SortedNames(place, [](const platform::FolderEntry& entry) {
-                         return entry.kind == FileKind::Folder;
-                     }));
-}
-
-bool AnyFile(const Path& folder, std::string_view pattern)
-{
-    return !ListFiles(folder, pattern).empty();
+    const auto place = FindPath(folder);
+    if (!place)
+        return place.Error();
+    return ListWanted(*place, IsFolderEntry);
 }
 
 Result<Tree> ScanTree(const Path& folder, const Heartbeat& heartbeat)
 {
-    const Path root = ResolvePath(folder);
+    auto tree = ScanTreeIfThere(folder, heartbeat);
+    if (tree && tree->folders.empty())
+        return MakeFailure(ErrorCode::Missing, TextOf(folder));
+    return tree;
+}
+
+Result<Tree> ScanTreeIfThere(const Path& folder, const Heartbeat& heartbeat)
+{
+    const auto root = FindPath(folder);
+    if (!root)
+        return root.Error();
     Tree tree;
-    if (platform::FactsOf(root).kind != FileKind::Folder)
-        return MakeFailure(ErrorCode::Missing, TextOf(root));
-    tree.folders.push_back(root);
+    if (platform::FactsOf(*root).kind != FileKind::Folder)
+        return tree;
+    tree.folders.push_back(*root);
     for (std::size_t i = 0; i < tree.folders.size(); ++i) {
         const Path current = tree.folders[i];
         if (heartbeat && !heartbeat())
             return MakeFailure(ErrorCode::Stopped, TextOf(current));
-        std::vector<platform::FolderEntry> probe;
-        if (const auto failure = platform::ListFolder(current, probe))
+        std::vector<platform::FolderEntry> entries;
+        if (const auto failure = platform::ListFolder(current, entries))
             return MakeFailure(ErrorCode::CannotRead, TextOf(current), failure);
-        for (Path& file : FilesOf(current, "*", root))
+        for (Path& file : SortedPaths(current, entries, [&](const platform::FolderEntry& entry) {
+                 return IsFileOf(current, entry, *root);
+             }))
             tree.files.push_back(std::move(file));
-        for (Path& child : ListSubfolders(current))
+        for (Path& child : SortedPaths(current, entries, IsFolderEntry))
             tree.folders.push_back(std::move(child));
     }
     return tree;
 }
 
-double FolderSize(const Path& folder, std::string_view pattern)
+Result<double> FolderSize(const Path& folder, std::string_view pattern)
 {
-    const auto tree = ScanTree(folder);
+    const auto tree = ScanTreeIfThere(folder);
+    if (!tree)
+        return tree.Error();
     double sum = 0;
-    if (tree)
-        for (const Path& file : tree->files)
-            if (MatchesPattern(file.filename().native(), pattern))
-                sum += static_cast<double>(platform::FactsOf(file).size);
+    for (const Path& file : tree->files)
+        if (MatchesPattern(file.filename().native(), pattern))
+            sum += static_cast<double>(platform::FactsOf(file).size);
     return sum;
 }
 
@@ -210,34 +248,29 @@ std::uint64_t FileSize(const Path& file)
 
 Status DeleteFile(const Path& file)
 {
-    for (const Path& twin : CaseTwins(file))
+    const auto twins = CaseTwins(file);
+    if (!twins)
+        return twins.Error();
+    for (const Path& twin : *twins)
         if (const auto failure = platform::Unlink(twin);
             failure && failure != std::errc::no_such_file_or_directory)
             return MakeFailure(ErrorCode::CannotDelete, TextOf(twin), failure);
     return {};
 }
 
-Status CanList(const Path& folder)
-{
-    const Path place = ResolvePath(folder);
-    std::vector<platform::FolderEntry> entries;
-    const auto failure = platform::ListFolder(place, entries);
-    if (failure && failure != std::errc::no_such_file_or_directory)
-        return MakeFailure(ErrorCode::CannotRead, TextOf(place), failure);
-    return {};
-}
-
 Status DeleteMatching(const Path& folder, std::string_view pattern)
 {
-    const Path place = ResolvePath(folder);
-    if (auto status = CanList(place); !status)
-        return status;
+    const auto place = FindPath(folder);
+    if (!place)
+        return place.Error();
     // A device or a pipe is nothing that this program ever made.
-    const auto names = SortedNames(place, [&](const platform::FolderEntry& entry) {
+    const auto files = ListWanted(*place, [&](const platform::FolderEntry& entry) {
         return (entry.kind == FileKind::File || entry.kind == FileKind::Link) &&
                MatchesPattern(entry.name, pattern);
     });
-    for (const Path& file : FullPaths(place, names))
+    if (!files)
+        return files.Error();
+    for (const Path& file : *files)
         if (const auto failure = platform::Unlink(file))
             return MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure);
     return {};
@@ -319,10 +352,12 @@ bool SameContent(const Path& a, const Path& b, const Heartbeat& heartbeat)
 
 Result<std::string> ReadWholeFile(const Path& file, std::uint64_t limit)
 {
+    const auto place = FindPath(file);
+    if (!place)
+        return place.Error();
     std::string content;
-    const Path place = ResolvePath(file);
-    if (const auto failure = platform::ReadAll(place, content, limit))
-        return MakeFailure(ErrorCode::CannotRead, TextOf(place), failure);
+    if (const auto failure = platform::ReadAll(*place, content, limit))
+        return MakeFailure(ErrorCode::CannotRead, TextOf(*place), failure);
     return content;
 }
 

@@ -22,8 +22,11 @@ inline constexpr std::string_view lockFileName = ".kv~lock";
 /// The path with each part as it is spelled on the disk: as given where that exists, otherwise the
 /// existing spelling; what does not exist stays as given.
 Path ResolvePath(const Path& path);
+/// The same where a wrong guess would decide something: a failure when a folder on the way, in
+/// which another spelling may stand, cannot be listed.
+Result<Path> FindPath(const Path& path);
 /// All spellings of the last part that the folder holds (`SCRIPT.DAT` and `script.dat`).
-std::vector<Path> CaseTwins(const Path& path);
+Result<std::vector<Path>> CaseTwins(const Path& path);
 
 bool FileExists(const Path& file);
 bool FolderExists(const Path& folder);
@@ -34,13 +37,10 @@ Status MakeFolders(const Path& folder);
 
 /// Full paths of the files that match, sorted by upper-cased name. A link to a file inside the
 /// folder's own tree counts as that file; other links are passed over. A folder that is missing
-/// or cannot be read lists nothing.
-std::vector<Path> ListFiles(const Path& folder, std::string_view pattern);
-std::vector<Path> ListSubfolders(const Path& folder);
-bool AnyFile(const Path& folder, std::string_view pattern);
-/// A failure where a listing would be empty only because the folder cannot be read. A folder that
-/// is missing is none.
-Status CanList(const Path& folder);
+/// lists nothing; one that cannot be read is a failure, and nobody may take it for an empty one.
+Result<std::vector<Path>> ListFiles(const Path& folder, std::string_view pattern);
+/// The same for the folders in it.
+Result<std::vector<Path>> ListSubfolders(const Path& folder);
 
 struct Tree {
     std::vector<Path> folders; ///< the root first, parents before their children
@@ -49,10 +49,12 @@ struct Tree {
 /// Called now and then during long work; False stops it with `Stopped`.
 using Heartbeat = std::function<bool()>;
 /// Everything below a folder. Links to folders are never entered; links to files are passed over
-/// unless they stay inside the tree.
+/// unless they stay inside the tree. A missing root is the failure `Missing`.
 Result<Tree> ScanTree(const Path& folder, const Heartbeat& heartbeat = {});
+/// The same where a missing folder is one without anything: `folders` is empty then.
+Result<Tree> ScanTreeIfThere(const Path& folder, const Heartbeat& heartbeat = {});
 /// Sum of the file sizes below the folder; 0 for a folder that is missing.
-double FolderSize(const Path& folder, std::string_view pattern = "*");
+Result<double> FolderSize(const Path& folder, std::string_view pattern = "*");
 std::uint64_t FileSize(const Path& file);
 
 /// Gone afterwards, with its case twins; a missing file is no failure. A folder is.

@@ -45,6 +45,8 @@ public:
     const Failure& Error() const { return std::get<Failure>(content_); }
     T& operator*() & { return Value(); }
     const T& operator*() const& { return Value(); }
+    /// For what is only shown, or where nothing is decided on a failure.
+    T ValueOr(T other) && { return *this ? std::get<T>(std::move(content_)) : std::move(other); }
     T* operator->() { return &Value(); }
     const T* operator->() const { return &Value(); }
 

@@ -83,7 +83,8 @@ Status TakeFile(const Path& file, const Path& target, bool keepSource, ProgressS
 
 FolderNames& NamesOf(const Path& folder, SourceReport& report)
 {
-    if (report.names == nullptr || report.names->Folder() != ResolvePath(folder))
+    if (report.names == nullptr || !report.names->State() ||
+        report.names->Folder() != ResolvePath(folder))
         report.names = std::make_shared<FolderNames>(folder);
     return *report.names;
 }
@@ -92,6 +93,8 @@ Status PutFile(Session& session, const Path& file, const Path& folder, const Pla
                ProgressScope& progress, SourceReport& report)
 {
     FolderNames& names = NamesOf(folder, report);
+    if (!names.State())
+        return names.State();
     const Path target = names.PathOf(ListableName(file.filename().native()));
     const auto stays = MakeWay(session, file, target, placing, names, progress, report);
     if (!stays)

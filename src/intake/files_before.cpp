@@ -48,10 +48,13 @@ Status FilesBefore::Keep(const Heartbeat& heartbeat)
     if (platform::FactsOfLink(kept_).kind != platform::FileKind::Missing)
         if (auto status = RemoveTree(kept_); !status)
             return status;
+    const auto files = ListFiles(folder_, RowText(Msg::PatAll));
+    if (!files)
+        return files.Error();
     if (auto status = MakeFolder(kept_); !status)
         return status;
     isKept_ = true;
-    for (const Path& file : ListFiles(folder_, RowText(Msg::PatAll)))
+    for (const Path& file : *files)
         if (auto status = KeepOne(file, kept_ / file.filename(), heartbeat); !status) {
             (void)RemoveTree(kept_);
             isKept_ = false;
@@ -73,22 +76,27 @@ Status FilesBefore::KeepTarget(const Path& target, const Path& source)
     return {};
 }
 
-Status FilesBefore::PutFilesBack() const
+Status FilesBefore::PutFilesBack()
 {
     if (!isKept_)
         return {};
-    const std::vector<Path> kept = ListFiles(kept_, RowText(Msg::PatAll));
+    const auto kept = ListFiles(kept_, RowText(Msg::PatAll));
+    const auto now = ListFiles(folder_, RowText(Msg::PatAll));
+    if (!kept || !now) {
+        isKept_ = false; // they stay, until the level is edited again
+        return kept ? now.Error() : kept.Error();
+    }
     std::set<std::string> names;
-    for (const Path& file : kept)
+    for (const Path& file : *kept)
         names.insert(file.filename().native());
     Status first;
     const auto note = [&](const Path& file, const std::error_code& failure) {
         if (failure && first)
             first = MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
     };
-    for (const Path& file : kept)
+    for (const Path& file : *kept)
         note(file, platform::Rename(file, folder_ / file.filename()));
-    for (const Path& file : ListFiles(folder_, RowText(Msg::PatAll)))
+    for (const Path& file : *now)
         if (!names.contains(file.filename().native()))
             note(file, platform::Unlink(file));
     if (!first)

@@ -26,7 +26,7 @@ public:
     Status PutBack();
 
 private:
-    [[nodiscard]] Status PutFilesBack() const;
+    [[nodiscard]] Status PutFilesBack();
     [[nodiscard]] Status PutTargetsBack();
 
     Path folder_;

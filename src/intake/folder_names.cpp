@@ -9,7 +9,9 @@ namespace kestrova
 FolderNames::FolderNames(const Path& folder) : folder_(ResolvePath(folder))
 {
     std::vector<platform::FolderEntry> entries;
-    (void)platform::ListFolder(folder_, entries); // what cannot be read fails at the first file
+    const auto failure = platform::ListFolder(folder_, entries);
+    if (failure && failure != std::errc::no_such_file_or_directory)
+        state_ = MakeFailure(ErrorCode::CannotRead, TextOf(folder_), failure);
     for (platform::FolderEntry& entry : entries)
         names_.emplace(FoldCase(entry.name), std::move(entry.name));
 }

@@ -13,6 +13,9 @@ class FolderNames
 public:
     explicit FolderNames(const Path& folder);
 
+    /// A failure when the folder could not be listed; no file may be put there then. A folder that
+    /// is missing has no names.
+    [[nodiscard]] const Status& State() const { return state_; }
     [[nodiscard]] const Path& Folder() const { return folder_; }
     /// Where a file of that name lies, in the spelling that is there, or where it would lie.
     [[nodiscard]] Path PathOf(const std::string& name) const;
@@ -25,6 +28,7 @@ public:
 
 private:
     Path folder_;
+    Status state_;
     std::unordered_map<std::string, std::string> names_; ///< by folded name
     std::unordered_map<std::string, int> numbers_;       ///< the last one given, by folded name
 };

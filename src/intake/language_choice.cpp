@@ -53,10 +53,14 @@ bool ChooseLanguageFile(Session& session, const Path& folder)
     if (!FileExists(folder / script) && FileExists(backup / script) &&
         !told(CopyFileOver(backup / script, folder / script), folder / script))
         return false;
-    const std::vector<Path> files = LanguageFilesIn(folder);
+    const auto listed = LanguageFilesIn(folder);
+    const auto owned = LanguageFilesIn(backup);
+    if (!listed || !owned)
+        return TellFolderNotRead(session, listed ? owned.Error() : listed.Error());
+    const std::vector<Path>& files = *listed;
+    const std::vector<Path>& own = *owned;
     if (files.size() < 2)
         return true;
-    const std::vector<Path> own = LanguageFilesIn(backup);
     const auto mine = std::find_if(files.begin(), files.end(), [&](const Path& file) {
         return !own.empty() &&
                EqualNames(file.filename().native(), own.front().filename().native());

@@ -42,13 +42,19 @@ bool NewLevel::Open()
             isTemp_ = true;
         }
     }
-    TakeSnapshot();
-    bytesBeforeInside_ = FolderSize(workFolder_);
-    RefreshFileList();
+    const auto bytes = FolderSize(workFolder_);
+    if (!bytes)
+        return TellFolderNotRead(session_, bytes.Error());
+    bytesBeforeInside_ = *bytes;
+    if (!TakeSnapshot() || !RefreshFileList())
+        return false;
     name = Trim(record_.levelName);
     note = Trim(record_.levelNote);
-    if (const auto document = FindDocument(workFolder_, FileNameOf(Trim(record_.moreInfoFile))))
-        moreInfo = document->filename().native();
+    const auto document = FindDocument(workFolder_, FileNameOf(Trim(record_.moreInfoFile)));
+    if (!document)
+        return TellFolderNotRead(session_, document.Error());
+    if (*document)
+        moreInfo = (*document)->filename().native();
     progress_.SetLabel(SizeText());
     return true;
 }
@@ -83,12 +89,16 @@ void NewLevel::PutBack()
     before_.reset();
 }
 
-void NewLevel::TakeSnapshot()
+bool NewLevel::TakeSnapshot()
 {
-    for (const Path& file : ListFiles(workFolder_, RowText(Msg::PatAll))) {
+    const auto files = ListFiles(workFolder_, RowText(Msg::PatAll));
+    if (!files)
+        return TellFolderNotRead(session_, files.Error());
+    for (const Path& file : *files) {
         const platform::FileFacts facts = platform::FactsOf(file);
         snapshot_[FoldCase(file.filename().native())] = {facts.size, facts.modifiedNs};
     }
+    return true;
 }
 
 std::string NewLevel::FilesText() const
@@ -127,7 +137,10 @@ UnpackLimits NewLevel::LimitsInside() const
 void NewLevel::UnpackInside()
 {
     report_.names.reset(); // other steps were in the folder since
-    for (const Path& file : ListFiles(workFolder_, RowText(Msg::PatAll))) {
+    const auto files = ListFiles(workFolder_, RowText(Msg::PatAll));
+    if (!files)
+        return; // the refresh that follows tells of it
+    for (const Path& file : *files) {
         if (!IsPackage(file))
             continue;
         if (!BeginChange())
@@ -164,11 +177,14 @@ void NewLevel::UnpackInside()
     ClearProgress();
 }
 
-void NewLevel::RefreshFileList()
+bool NewLevel::RefreshFileList()
 {
     if (!OnCd())
         UnpackInside();
-    files_ = ListFiles(workFolder_, RowText(Msg::PatAll));
+    auto listed = ListFiles(workFolder_, RowText(Msg::PatAll));
+    if (!listed)
+        return TellFolderNotRead(session_, listed.Error());
+    files_ = std::move(*listed);
     filesBytes_ = 0;
     bool moreInfoThere = false;
     for (const Path& file : files_) {
@@ -181,6 +197,7 @@ void NewLevel::RefreshFileList()
     std::string languageFile;
     canSetLanguage_ = !OnCd() && !files_.empty() && record_.levelCode != originalCode &&
                       CanSetMyLanguage(session_, workFolder_, failure, languageFile);
+    return true;
 }
 
 SourceOptions NewLevel::Options() const
@@ -238,11 +255,12 @@ bool NewLevel::ReadNamesAs(const std::string& page)
 void NewLevel::AfterSource()
 {
     inside_ = {};
-    bytesBeforeInside_ = FolderSize(workFolder_);
-    RefreshFileList();
+    // A size that cannot be told leaves the earlier, smaller one, and so the narrower limit.
+    bytesBeforeInside_ = FolderSize(workFolder_).ValueOr(bytesBeforeInside_);
+    const bool listed = RefreshFileList();
     NoteUnpacked();
     TellReport(session_, report_);
-    if (mode_ == LevelMode::New) {
+    if (listed && mode_ == LevelMode::New) {
         ApplyLevelConfig();
         FillNameAndInfo();
     }
@@ -315,10 +333,10 @@ bool NewLevel::RemoveFile(const Path& file)
 void NewLevel::Refresh()
 {
     report_ = {};
-    RefreshFileList();
+    const bool listed = RefreshFileList();
     NoteUnpacked();
     TellReport(session_, report_);
-    if (mode_ == LevelMode::New)
+    if (listed && mode_ == LevelMode::New)
         ApplyLevelConfig();
 }
 
@@ -375,9 +393,8 @@ void NewLevel::FillNameAndInfo()
             }
 }
 
-bool NewLevel::LevelFilesChanged() const
+bool NewLevel::LevelFilesChanged(const std::vector<Path>& now) const
 {
-    const std::vector<Path> now = ListFiles(workFolder_, RowText(Msg::PatAll));
     return now.size() != snapshot_.size() ||
            !std::all_of(now.begin(), now.end(), [&](const Path& file) { return IsAsOpened(file); });
 }

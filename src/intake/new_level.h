@@ -92,8 +92,11 @@ private:
     /// To be called before the level's stored files change. False, with a message, when they could
     /// not be kept; nothing may change then.
     bool BeginChange();
-    void TakeSnapshot();
-    void RefreshFileList();
+    /// The same for what accepting changes, if it changes anything.
+    bool BeginAccepting();
+    bool TakeSnapshot();
+    /// False, with a message, when the folder cannot be listed; the list is as before then.
+    bool RefreshFileList();
     void UnpackInside();
     [[nodiscard]] UnpackLimits LimitsInside() const;
     void ApplyLevelConfig();
@@ -103,7 +106,7 @@ private:
     [[nodiscard]] SourceOptions Options() const;
     void NoteUnpacked();
     void DropUnpacked();
-    [[nodiscard]] bool LevelFilesChanged() const;
+    [[nodiscard]] bool LevelFilesChanged(const std::vector<Path>& now) const;
     [[nodiscard]] bool IsAsOpened(const Path& file) const;
     bool DecodeSounds();
     [[nodiscard]] bool HasLevelFiles() const;

@@ -54,11 +54,7 @@ bool NewLevel::Accept()
         return false;
     }
     record_.levelName = trimmed;
-    const bool changes =
-        !OnCd() && (LevelFilesChanged() || AnyFile(workFolder_, RowText(Msg::SavegamePattern)));
-    if (changes && !BeginChange())
-        return false;
-    if (!OnCd() && !DecodeSounds())
+    if (!OnCd() && (!BeginAccepting() || !DecodeSounds()))
         return false;
     if (!HasLevelFiles() && !OnCd() && record_.levelCode != originalCode) {
         session_.host.Tell(Tone::Error, GetMsg(Msg::MissingTr4));
@@ -75,7 +71,10 @@ bool NewLevel::Accept()
         if (!TakeSavegames() || !TakeScreenshots())
             return false;
         DropTools();
-        if (LevelFilesChanged()) {
+        const auto now = ListFiles(workFolder_, RowText(Msg::PatAll));
+        if (!now)
+            return TellFolderNotRead(session_, now.Error());
+        if (LevelFilesChanged(*now)) {
             if (!StoreFiles())
                 return false;
             CountSizes();
@@ -86,6 +85,17 @@ bool NewLevel::Accept()
     return true;
 }
 
+bool NewLevel::BeginAccepting()
+{
+    const auto now = ListFiles(workFolder_, RowText(Msg::PatAll));
+    if (!now)
+        return TellFolderNotRead(session_, now.Error());
+    const bool savegames = std::any_of(now->begin(), now->end(), [](const Path& file) {
+        return MatchesPattern(file.filename().native(), RowText(Msg::SavegamePattern));
+    });
+    return (!savegames && !LevelFilesChanged(*now)) || BeginChange();
+}
+
 bool NewLevel::DecodeSounds()
 {
     // What the archive stored itself stays as it is: every further coding would cost quality.
@@ -93,15 +103,17 @@ bool NewLevel::DecodeSounds()
     std::erase_if(fresh, [&](const Path& file) { return IsAsOpened(file); });
     if (!DecodeLevelMp3(session_, workFolder_, fresh, false, false))
         return false;
-    RefreshFileList();
-    return true;
+    return RefreshFileList();
 }
 
 bool NewLevel::HasLevelFiles() const
 {
     const std::vector<std::string> patterns = Split(RowText(Msg::Tr4Patterns), '|');
-    return std::any_of(patterns.begin(), patterns.end(),
-                       [&](const std::string& pattern) { return AnyFile(workFolder_, pattern); });
+    return std::any_of(files_.begin(), files_.end(), [&](const Path& file) {
+        return std::any_of(patterns.begin(), patterns.end(), [&](const std::string& pattern) {
+            return MatchesPattern(file.filename().native(), pattern);
+        });
+    });
 }
 
 bool NewLevel::AskEqualLevels()
@@ -111,11 +123,13 @@ bool NewLevel::AskEqualLevels()
         FindEqualTr4(session_, workFolder_, session_.archive.levels.size(), &progress_);
     ClearProgress();
     if (!equal)
+        return TellFolderNotRead(session_, equal.Error());
+    if (!*equal)
         return true;
-    const std::string other{Trim(session_.archive.levels[equal->level].levelName)};
+    const std::string other{Trim(session_.archive.levels[(*equal)->level].levelName)};
     if (session_.host.AskYesNo(
             GetMsg(Msg::AskAddEqual,
-                   {'"' + equal->name + '"' + std::string{lineBreak},
+                   {'"' + (*equal)->name + '"' + std::string{lineBreak},
                     '"' + other + '"' + std::string{lineBreak} + std::string{lineBreak}}),
             Consent::YesKeeps))
         return true;
@@ -126,7 +140,10 @@ bool NewLevel::AskEqualLevels()
 bool NewLevel::TakeSavegames()
 {
     const std::string_view pattern = RowText(Msg::SavegamePattern);
-    const std::vector<Path> savegames = ListFiles(workFolder_, pattern);
+    const auto listed = ListFiles(workFolder_, pattern);
+    if (!listed)
+        return TellFolderNotRead(session_, listed.Error());
+    const std::vector<Path>& savegames = *listed;
     const Path store = StateStoreOf(session_, record_.levelCode);
     const auto fail = [&](Msg words, const Failure& failure) {
         if (failure.code != ErrorCode::Stopped)
@@ -134,6 +151,8 @@ bool NewLevel::TakeSavegames()
         return false;
     };
     FolderNames names{store};
+    if (!savegames.empty() && !names.State())
+        return fail(Msg::IncomingNotCopied, names.State().Error());
     for (const Path& file : savegames) {
         if (!progress_.Step())
             return fail(Msg::IncomingNotCopied, StoppedAt(file));
@@ -169,8 +188,13 @@ bool NewLevel::TakeScreenshots()
     const Path shots =
         InFolder(LevelHomeOf(session_, record_.levelCode), RowText(Msg::DirScreenshots));
     FolderNames names{shots};
-    for (const std::string& pattern : Split(RowText(Msg::PicturePatterns), '|'))
-        for (const Path& file : ListFiles(workFolder_, pattern)) {
+    if (!names.State())
+        return TellFolderNotRead(session_, names.State().Error());
+    for (const std::string& pattern : Split(RowText(Msg::PicturePatterns), '|')) {
+        const auto pictures = ListFiles(workFolder_, pattern);
+        if (!pictures)
+            return TellFolderNotRead(session_, pictures.Error());
+        for (const Path& file : *pictures) {
             const Path target = names.PathOf(file.filename().native());
             const bool other = HoldsOther(target, file);
             Status taken = progress_.Step() ? Status{} : StoppedAt(file);
@@ -189,6 +213,7 @@ bool NewLevel::TakeScreenshots()
                 TellFailure(session_, GetMsg(Msg::IncomingNotCopied), taken.Error());
             return false;
         }
+    }
     return true;
 }
 
@@ -238,8 +263,10 @@ bool NewLevel::StorePlainCopy()
 
 void NewLevel::CountSizes()
 {
-    record_.filesSize = SizeField(FolderSize(filesFolder_));
-    record_.extrasSize = SizeField(ExtrasSizeOf(LevelHomeOf(session_, record_.levelCode)));
+    // A size that cannot be told stays what it was until the sizes are computed anew.
+    record_.filesSize = SizeField(FolderSize(filesFolder_).ValueOr(record_.filesSize));
+    record_.extrasSize = SizeField(
+        ExtrasSizeOf(LevelHomeOf(session_, record_.levelCode)).ValueOr(record_.extrasSize));
 }
 
 } // namespace kestrova

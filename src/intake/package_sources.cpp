@@ -120,7 +120,10 @@ Status UnzipSource(Session& session, const Path& package, const Path& folder,
     auto tree = ScanTree(unpacked.Folder(), [&] { return progress.Step(); });
     if (!tree)
         return tree.Error();
-    const auto came = static_cast<std::uint64_t>(FolderSize(unpacked.Folder()));
+    const auto size = FolderSize(unpacked.Folder());
+    if (!size)
+        return size.Error();
+    const auto came = static_cast<std::uint64_t>(*size);
     const std::uint64_t most = MostBytesOf(FileSize(package), options.limits);
     if (auto status = ExpandStoredFiles(session, tree->files,
                                         {package, most - std::min(most, came)}, progress, report);
@@ -129,6 +132,8 @@ Status UnzipSource(Session& session, const Path& package, const Path& folder,
     std::vector<Path> files = FirstOfEachName(*tree, progress, report);
     // The file that takes the package's own place comes last: until then the package is whole.
     const FolderNames& names = NamesOf(folder, report);
+    if (!names.State())
+        return names.State();
     std::stable_partition(files.begin(), files.end(), [&](const Path& file) {
         return names.PathOf(ListableName(file.filename().native())) != package;
     });
@@ -180,16 +185,20 @@ void TellFailedFiles(Session& session, const std::vector<std::string>& names, co
 Result<Tree> TreeOfSource(Session& session, const Path& source, const std::string& ending,
                           Subfolders subfolders, ProgressScope& progress)
 {
+    const auto folders = ListSubfolders(source);
+    if (!folders)
+        return folders.Error();
     const bool deeper =
-        !ListSubfolders(source).empty() &&
+        !folders->empty() &&
         (subfolders == Subfolders::Take ||
          session.host.AskYesNo(
              GetMsg(Msg::AskSubfolders, {'"' + TextOf(source.filename()) + '"',
                                          std::string{lineBreak} + std::string{lineBreak}})));
     if (!deeper) {
-        if (auto status = CanList(source); !status)
-            return status.Error();
-        return Tree{{source}, ListFiles(source, "*" + ending)};
+        const auto files = ListFiles(source, "*" + ending);
+        if (!files)
+            return files.Error();
+        return Tree{{source}, *files};
     }
     auto tree = ScanTree(source, [&] { return progress.Step(); });
     if (tree && ending != RowText(Msg::EveryEnding))

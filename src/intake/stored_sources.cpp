@@ -84,6 +84,8 @@ Status ExpandStoredFiles(Session& session, std::vector<Path>& files, ExpandLimit
         while (IsStoredForm(file)) {
             const Path folder = file.parent_path();
             FolderNames& names = folders.try_emplace(folder, folder).first->second;
+            if (!names.State())
+                return names.State();
             const std::string stored = file.filename().native();
             std::string name = StripExtension(stored);
             if (names.Has(name)) {

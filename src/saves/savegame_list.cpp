@@ -39,8 +39,6 @@ std::string InColumns(std::string text, std::size_t columns)
 
 Result<std::vector<Path>> SavegamesIn(const Path& folder)
 {
-    if (auto status = CanList(folder); !status)
-        return status.Error();
     return ListFiles(folder, RowText(Msg::SavegamePattern));
 }
 
@@ -118,6 +116,7 @@ bool SavegameList::Prepare(const Path& folder)
     code_ = *code;
     const auto source = purpose_ == ListPurpose::Import ? Result<Path>{folder}
                                                         : CurrentSlotsFolder(session_, code_);
+    files_.clear();
     auto found = source ? SavegamesIn(*source) : source.Error();
     if (!found) {
         TellFailure(session_, GetMsg(Msg::CannotListSavegames), found.Error());

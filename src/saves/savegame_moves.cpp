@@ -35,18 +35,17 @@ std::string SlotName(std::size_t slot)
 
 Result<std::vector<Path>> SavegamesIn(const Path& folder)
 {
-    if (auto status = CanList(folder); !status)
-        return status.Error();
     return ListFiles(folder, RowText(Msg::SavegamePattern));
 }
 
 /// The last of the archive slots, which are numbered from 1 without gaps; 0 when there is none.
 Result<int> LastSlot(const Path& root)
 {
-    if (auto status = CanList(root); !status)
-        return status.Error();
+    const auto folders = ListSubfolders(root);
+    if (!folders)
+        return folders.Error();
     std::set<std::string> names;
-    for (const Path& folder : ListSubfolders(root))
+    for (const Path& folder : *folders)
         names.insert(FoldCase(folder.filename().native()));
     int last = 0;
     while (names.contains(FoldCase(ArchiveSlot(root, last + 1).filename().native())))
@@ -110,6 +109,13 @@ void NoteArchived(const ArchiveSlots& slots, const Path& live, std::int32_t numb
     }
 }
 
+/// Keeps all files of a folder in the history.
+Status KeepFilesOf(Session& session, LevelCode code, const Path& folder, Msg reason)
+{
+    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    return files ? KeepInHistory(session, code, *files, GetMsg(reason)) : Status{files.Error()};
+}
+
 /// The newest savegame; the first of all when no number is above 0.
 std::string NewestOf(const std::vector<std::string>& names,
                      const std::vector<std::int32_t>& numbers)
@@ -161,9 +167,7 @@ Result<int> LastFilledSlot(Session& session, LevelCode code, const Path& root)
             return savegames.Error();
         if (!savegames->empty())
             break;
-        if (auto status = KeepInHistory(session, code, ListFiles(slot, RowText(Msg::PatAll)),
-                                        GetMsg(Msg::ReasonEmptySlot));
-            !status)
+        if (auto status = KeepFilesOf(session, code, slot, Msg::ReasonEmptySlot); !status)
             return status.Error();
         (void)RemoveFolder(slot); // one that stays counts as taken, and is tried again
     }
@@ -176,9 +180,7 @@ Status ClearTemporary(Session& session, LevelCode code)
     const Path folder = ResolvePath(InFolder(session.programFolder, RowText(Msg::DirTempSavegame)));
     if (!FolderExists(folder))
         return {};
-    if (auto status = KeepInHistory(session, code, ListFiles(folder, RowText(Msg::PatAll)),
-                                    GetMsg(Msg::ReasonTempLeft));
-        !status)
+    if (auto status = KeepFilesOf(session, code, folder, Msg::ReasonTempLeft); !status)
         return status;
     (void)RemoveFolder(folder); // nothing is read from it
     return {};
@@ -187,13 +189,12 @@ Status ClearTemporary(Session& session, LevelCode code)
 /// The live savegames with their notes and pictures.
 Status TakeSnapshot(Session& session, LevelCode code, const Path& live)
 {
-    if (auto status = CanList(live); !status)
-        return status;
-    std::vector<Path> files;
-    for (Path& file : ListFiles(live, RowText(Msg::PatAll)))
-        if (IsPlayersFile(file.filename().native()))
-            files.push_back(std::move(file));
-    return KeepInHistory(session, code, files, GetMsg(Msg::ReasonBeforeRestore));
+    auto files = ListFiles(live, RowText(Msg::PatAll));
+    if (!files)
+        return files.Error();
+    std::erase_if(*files,
+                  [](const Path& file) { return !IsPlayersFile(file.filename().native()); });
+    return KeepInHistory(session, code, *files, GetMsg(Msg::ReasonBeforeRestore));
 }
 
 /// Which of the slot's savegames come, newest first, until the fifteen places are taken: those that
@@ -233,7 +234,7 @@ Result<SavegamePlan::Folder> FolderOf(Session& session, LevelCode code, Savegame
     return plan.AddFolder(folder);
 }
 
-/// The level's live folder, which can be read, an earlier move being at its end.
+/// The level's live folder, an earlier move being at its end.
 Result<Path> ReadyLiveFolder(Session& session, LevelCode code)
 {
     if (auto status = EndEarlierMove(session); !status)
@@ -241,10 +242,7 @@ Result<Path> ReadyLiveFolder(Session& session, LevelCode code)
     const auto folder = CurrentSlotsFolder(session, code);
     if (!folder)
         return folder.Error();
-    Path live = ResolvePath(*folder);
-    if (auto status = CanList(live); !status)
-        return status.Error();
-    return live;
+    return ResolvePath(*folder);
 }
 
 } // namespace

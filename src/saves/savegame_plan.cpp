@@ -46,9 +46,10 @@ SavegamePlan::Folder SavegamePlan::AddNew(const Path& folder)
 Result<SavegamePlan::Folder> SavegamePlan::AddFolder(const Path& folder)
 {
     Place place{ResolvePath(folder), false, {}, {}};
-    if (auto status = CanList(place.folder); !status)
-        return status.Error();
-    for (const Path& file : ListFiles(place.folder, RowText(Msg::PatAll)))
+    const auto files = ListFiles(place.folder, RowText(Msg::PatAll));
+    if (!files)
+        return files.Error();
+    for (const Path& file : *files)
         if (const std::string name = file.filename().native(); IsPlayersFile(name))
             place.before.emplace(FoldCase(name), Entry{name, file});
     place.after = place.before;

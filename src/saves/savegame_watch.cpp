@@ -84,8 +84,11 @@ void SavegameWatch::Look(Session& session, const LevelPlace& level, std::int64_t
         seen_.clear();
         home_ = home;
     }
+    const auto files = ListFiles(session.TrleFolder(), RowText(Msg::SavegamePattern));
+    if (!files)
+        return; // the next look comes soon
     std::vector<Path> still;
-    for (const Path& file : ListFiles(session.TrleFolder(), RowText(Msg::SavegamePattern))) {
+    for (const Path& file : *files) {
         const platform::FileFacts facts = platform::FactsOf(file);
         Seen& seen = seen_[file];
         if (seen.sinceNs == 0 || seen.size != facts.size || seen.modifiedNs != facts.modifiedNs ||

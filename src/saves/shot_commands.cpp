@@ -39,11 +39,17 @@ std::optional<std::ptrdiff_t> ChosenShot(Session& session, ShotList& shots, Msg 
     return target;
 }
 
+void Reload(Session& session, ShotList& shots)
+{
+    if (const auto loaded = shots.Load(session, shots.Code()); !loaded)
+        TellFolderNotRead(session, loaded.Error());
+}
+
 /// The level's facts and pictures are shown anew.
 void ShowAgain(Session& session, ShotList& shots)
 {
     session.list.Select(shots.Code());
-    shots.Load(session, shots.Code());
+    Reload(session, shots);
 }
 
 } // namespace
@@ -144,7 +150,7 @@ bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std
     if (failure)
         TellFailure(session, GetMsg(Msg::ShotRenameFailed),
                     MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure));
-    shots.Load(session, shots.Code());
+    Reload(session, shots);
     return !failure;
 }
 

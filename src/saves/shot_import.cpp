@@ -17,11 +17,8 @@ using Shown = std::function<void(std::size_t done, std::size_t total)>;
 bool Import(Session& session, std::size_t index, const Shown& shown)
 {
     const LevelRecord& level = session.archive.levels[index];
-    const Path store =
-        ResolvePath(InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirSavegames)));
-    if (!FolderExists(store))
-        return true;
-    auto tree = ScanTree(store);
+    const Path store = InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirSavegames));
+    auto tree = ScanTreeIfThere(store);
     if (tree)
         std::erase_if(tree->files, [](const Path& file) {
             const std::string name = file.filename().native();

@@ -6,16 +6,23 @@
 namespace kestrova
 {
 
-void ShotList::Load(Session& session, LevelCode code)
+Status ShotList::Load(Session& session, LevelCode code)
 {
     code_ = code;
     const Path folder = InFolder(LevelHomeOf(session, code), RowText(Msg::FragShots));
-    files_ = ListFiles(folder, RowText(Msg::PatShotBmp));
-    for (Path& jpeg : ListFiles(folder, RowText(Msg::PatShotJpg)))
-        files_.push_back(std::move(jpeg));
+    Status status;
+    files_.clear();
+    for (const Msg pattern : {Msg::PatShotBmp, Msg::PatShotJpg}) {
+        auto files = ListFiles(folder, RowText(pattern));
+        if (files)
+            files_.insert(files_.end(), files->begin(), files->end());
+        else
+            status = files.Error();
+    }
     default_ = InFolder(LevelHomeOf(session, originalCode), RowText(Msg::FragDefaultScreenshot));
     index_ = -2;
     ShowPair(0);
+    return status;
 }
 
 const Path& ShotList::At(std::ptrdiff_t index) const

@@ -12,8 +12,9 @@ public:
     /// No picture is chosen for the next command.
     static constexpr std::ptrdiff_t noTarget = -1;
 
-    /// All bitmaps of the level's folder, then all jpegs; the pair from the first on is shown.
-    void Load(Session& session, LevelCode code);
+    /// All bitmaps of the level's folder, then all jpegs; the pair from the first on is shown. On a
+    /// failure the list is empty, and nobody may say that the level has no pictures.
+    Status Load(Session& session, LevelCode code);
     /// Shows a pair. A place behind the list's end shows the default picture; a pair that is wholly
     /// behind it keeps the index.
     void ShowPair(std::ptrdiff_t index);

@@ -26,6 +26,12 @@ void TellFailure(Session& session, const std::string& text, const Failure& failu
     session.host.Tell(Tone::Error, text, reason);
 }
 
+bool TellFolderNotRead(Session& session, const Failure& failure)
+{
+    TellFailure(session, GetMsg(Msg::FolderNotRead, {failure.subject}), failure);
+    return false;
+}
+
 bool ConfirmReplace(Session& session, const Path& newFile, const Path& oldFile)
 {
     const auto lines = [](Msg head, const Path& file) {

@@ -89,6 +89,9 @@ private:
 /// Shows a failure in words: `text`, and the failure's subject and system reason beside it.
 void TellFailure(Session& session, const std::string& text, const Failure& failure);
 
+/// Tells that a folder could not be listed, and that nothing was decided on it. Answers False.
+bool TellFolderNotRead(Session& session, const Failure& failure);
+
 /// True unless the person says that the old file must stay.
 bool ConfirmReplace(Session& session, const Path& newFile, const Path& oldFile);
 

@@ -106,10 +106,14 @@ public:
     explicit Target(Path folder) : folder_(std::move(folder))
     {
         std::vector<platform::FolderEntry> entries;
-        (void)platform::ListFolder(folder_, entries); // what cannot be read fails at the first move
+        if (const auto failure = platform::ListFolder(folder_, entries))
+            state_ = MakeFailure(ErrorCode::CannotRead, TextOf(folder_), failure);
         for (platform::FolderEntry& entry : entries)
             names_.emplace(FoldCase(entry.name), std::move(entry));
     }
+
+    /// A failure when its names could not be read; nothing may be moved there then.
+    [[nodiscard]] const Status& State() const { return state_; }
 
     [[nodiscard]] Path PlaceForFile(const std::string& name)
     {
@@ -141,12 +145,13 @@ private:
     }
 
     Path folder_;
+    Status state_;
     std::unordered_map<std::string, platform::FolderEntry> names_;
     FreeNames placed_{FreeNames::Case::Ignored};
 };
 
 /// The files below a folder, as relative paths.
-std::vector<Path> FilesBelow(const Path& top)
+Result<std::vector<Path>> FilesBelow(const Path& top)
 {
     std::vector<Path> files;
     std::vector<Path> folders{{}};
@@ -154,7 +159,8 @@ std::vector<Path> FilesBelow(const Path& top)
         const Path place = std::move(folders.back());
         folders.pop_back();
         std::vector<platform::FolderEntry> entries;
-        (void)platform::ListFolder(top / place, entries); // `RemoveTree` will fail on what is shut
+        if (const auto failure = platform::ListFolder(top / place, entries))
+            return MakeFailure(ErrorCode::CannotRead, TextOf(top / place), failure);
         for (const platform::FolderEntry& entry : entries)
             (entry.kind == FileKind::Folder ? folders : files).push_back(place / entry.name);
     }
@@ -264,7 +270,10 @@ Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
                      const std::vector<PackageEntry>& entries, ProgressScope* progress)
 {
     constexpr std::size_t filesAStep = 64;
-    std::vector<Path> files = FilesBelow(staging);
+    auto listed = FilesBelow(staging);
+    if (!listed)
+        return listed.Error();
+    std::vector<Path>& files = *listed;
     SortByPackage(files, entries);
     std::unordered_map<std::string, Target> targets;
     const auto targetOf = [&](const Path& place) -> Target& {
@@ -280,6 +289,8 @@ Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
         if (const Path above = flat ? Path{} : file.parent_path(); above != parent) {
             place = folder;
             for (const Path& part : above) {
+                if (const Status& state = targetOf(place).State(); !state)
+                    return state;
                 auto sub = targetOf(place).Subfolder(part.native());
                 if (!sub)
                     return sub.Error();
@@ -287,7 +298,10 @@ Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
             }
             parent = above;
         }
-        const Path target = targetOf(place).PlaceForFile(file.filename().native());
+        Target& last = targetOf(place);
+        if (!last.State())
+            return last.State();
+        const Path target = last.PlaceForFile(file.filename().native());
         if (const auto failure = platform::Rename(staging / file, target))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
     }

@@ -227,7 +227,13 @@ bool ZipFolder(Session& session, const Path& zip, const Path& folder, ToolProgre
         state.details = status.Error().reason;
         return false;
     }
-    const std::vector<Path> files = ListFiles(source, RowText(Msg::PatAllFiles));
+    const auto listed = ListFiles(source, RowText(Msg::PatAllFiles));
+    if (!listed) {
+        state.error = GetMsg(Msg::FolderNotRead, {listed.Error().subject});
+        state.details = listed.Error().reason;
+        return false;
+    }
+    const std::vector<Path>& files = *listed;
     const PackRuns runs = RunsFor(files);
 
     ToolRun run{ToolId::Zip};

@@ -49,15 +49,23 @@ Path ConfirmTrleOriginal(Session& session, const BackupWishes& wishes)
 }
 
 /// What a backup of this very folder takes, in words: the figures of the question are those of the
-/// Level Editor's own distribution.
+/// Level Editor's own distribution. Nothing where the folder cannot be read just now.
 std::string SizesInWords(const Path& trle)
 {
-    double compact = FolderSize(InFolder(trle, RowText(Msg::DirData))) +
-                     FolderSize(InFolder(trle, RowText(Msg::DirGraphics)));
-    for (const std::string& pattern : Split(RowText(Msg::CompactPatterns), '|'))
-        for (const Path& file : ListFiles(trle, pattern))
+    const auto full = FolderSize(trle);
+    const auto data = FolderSize(InFolder(trle, RowText(Msg::DirData)));
+    const auto graphics = FolderSize(InFolder(trle, RowText(Msg::DirGraphics)));
+    if (!full || !data || !graphics)
+        return {};
+    double compact = *data + *graphics;
+    for (const std::string& pattern : Split(RowText(Msg::CompactPatterns), '|')) {
+        const auto files = ListFiles(trle, pattern);
+        if (!files)
+            return {};
+        for (const Path& file : *files)
             compact += static_cast<double>(FileSize(file));
-    return GetMsg(Msg::BackupSizesHere, {FormatSize(FolderSize(trle)), FormatSize(compact)});
+    }
+    return GetMsg(Msg::BackupSizesHere, {FormatSize(*full), FormatSize(compact)});
 }
 
 bool AsksForFull(Session& session, const Path& trle)
@@ -159,7 +167,11 @@ bool CopyFull(Session& session, const Path& trle, const Path& target, const Left
         return false;
     const Path audio = InFolder(target, RowText(Msg::DirAudio));
     const Path script = InFolder(target, RowText(Msg::DirScript));
-    if (AnyFile(audio, RowText(Msg::PatWav)) || AnyFile(script, RowText(Msg::PatAllFiles)))
+    const auto waves = ListFiles(audio, RowText(Msg::PatWav));
+    const auto scripts = ListFiles(script, RowText(Msg::PatAllFiles));
+    if (!waves || !scripts)
+        return TellFolderNotRead(session, waves ? scripts.Error() : waves.Error());
+    if (!waves->empty() || !scripts->empty())
         return true;
     session.preferences.fullBackup = false;
     return false;
@@ -205,7 +217,10 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     const Operation running{session};
     if (!RecoverInterruptedWork(session))
         return false;
-    const bool ofAnother = BackupOfAnotherFolder(session).has_value();
+    const auto other = BackupOfAnotherFolder(session);
+    if (!other)
+        return TellFolderNotRead(session, other.Error());
+    const bool ofAnother = other->has_value();
     keepOld = keepOld && !ofAnother;
     const Path trle = ConfirmTrleOriginal(session, wishes);
     if (trle.empty())
@@ -241,20 +256,24 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     return true;
 }
 
-/// True when every file of the backup stands in the Level Editor's folder with the same bytes, but
-/// for those that a level there replaced.
-bool FitsFolder(Session& session)
+enum class Fit { Same, Differs };
+
+/// The same when every file of the backup stands in the Level Editor's folder with the same bytes,
+/// but for those that a level there replaced.
+Result<Fit> CompareWithFolder(Session& session)
 {
     const Path backup = ResolvePath(session.BackupFolder());
     const Path trle = ResolvePath(session.TrleFolder());
-    const auto tree = ScanTree(backup);
+    const auto tree = ScanTreeIfThere(backup);
     if (!tree)
-        return false;
+        return tree.Error();
+    if (tree->folders.empty())
+        return Fit::Differs;
     const auto bytes = ReadWholeFile(session.MarkerPath());
     const MarkerContent marker = ParseMarker(bytes ? *bytes : std::string{});
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ScanningFiles));
-    return std::all_of(tree->files.begin(), tree->files.end(), [&](const Path& file) {
+    const bool same = std::all_of(tree->files.begin(), tree->files.end(), [&](const Path& file) {
         progress->Step();
         const Path relative = file.lexically_relative(backup);
         const std::string name = ToBackslashes(relative);
@@ -263,6 +282,7 @@ bool FitsFolder(Session& session)
                std::any_of(marker.overwritten.begin(), marker.overwritten.end(), isLevels) ||
                SameContent(file, trle / relative, [&] { return progress->Step(), true; });
     });
+    return same ? Fit::Same : Fit::Differs;
 }
 
 /// The folder was newly chosen and the backup is of another one.
@@ -296,30 +316,51 @@ std::optional<Path> BackupSeemsOfAnother(const Session& session)
     return Path{origin->path};
 }
 
-std::optional<Path> BackupOfAnotherFolder(Session& session)
+Result<std::optional<Path>> BackupOfAnotherFolder(Session& session)
 {
     auto other = BackupSeemsOfAnother(session);
-    if (other && !FitsFolder(session))
-        return other;
+    if (other) {
+        const auto fit = CompareWithFolder(session);
+        if (!fit)
+            return fit.Error();
+        if (*fit == Fit::Differs)
+            return other;
+    }
     // Moved, or of the same content: from now on it counts as this folder's.
-    if (BackupPresent(session))
+    if (LookAtBackup(session).ValueOr(BackupState::Missing) == BackupState::Present)
         (void)NoteBackupOrigin(session, session.preferences.fullBackup); // asked again otherwise
-    return {};
+    return std::optional<Path>{};
 }
 
-bool BackupPresent(const Session& session)
+Result<BackupState> LookAtBackup(const Session& session)
 {
-    const Path backup = session.BackupFolder();
-    return FolderExists(backup) && AnyFile(backup, RowText(Msg::PatDat)) &&
-           AnyFile(backup, RowText(Msg::PatBmp)) &&
-           AnyFile(InFolder(backup, RowText(Msg::DirData)), RowText(Msg::PatTr4));
+    struct Sign {
+        Msg folder;
+        Msg pattern;
+    };
+    constexpr Sign signs[] = {
+        {Msg::FragRoot, Msg::PatDat}, {Msg::FragRoot, Msg::PatBmp}, {Msg::DirData, Msg::PatTr4}};
+    for (const Sign& sign : signs) {
+        const auto files = ListFiles(InFolder(session.BackupFolder(), RowText(sign.folder)),
+                                     RowText(sign.pattern));
+        if (!files)
+            return files.Error();
+        if (files->empty())
+            return BackupState::Missing;
+    }
+    return BackupState::Present;
 }
 
 bool MakeTrleBackup(Session& session, bool refresh, const BackupWishes& wishes)
 {
-    if (!refresh && BackupPresent(session)) {
+    const auto backup = LookAtBackup(session);
+    if (!backup)
+        return TellFolderNotRead(session, backup.Error());
+    if (!refresh && *backup == BackupState::Present) {
         const auto other = BackupOfAnotherFolder(session);
-        return !other || MakeBackupOfThisFolder(session, *other, wishes);
+        if (!other)
+            return TellFolderNotRead(session, other.Error());
+        return !*other || MakeBackupOfThisFolder(session, **other, wishes);
     }
     if (!refresh)
         if (const auto back = BringBackupBack(session); back && *back)

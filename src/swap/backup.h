@@ -14,10 +14,12 @@ struct BackupWishes {
     bool folderIsOriginal = false;
 };
 
-bool BackupPresent(const Session& session);
+enum class BackupState { Missing, Present };
+Result<BackupState> LookAtBackup(const Session& session);
 /// The folder that the backup is of, when that is another one than the Level Editor's folder in
-/// use and its files are not the same. Compares contents only while the folder was newly chosen.
-std::optional<Path> BackupOfAnotherFolder(Session& session);
+/// use and its files are not the same. Compares contents only while the folder was newly chosen; a
+/// failure when the backup cannot be listed for that.
+Result<std::optional<Path>> BackupOfAnotherFolder(Session& session);
 /// The same by what was noted alone: nothing is read but that.
 std::optional<Path> BackupSeemsOfAnother(const Session& session);
 /// Makes the backup unless it is there (`refresh` makes it anew, in full). An old backup stays

@@ -193,11 +193,14 @@ Path HistoryContent(const Session& session, const std::string& hash)
     return InFolder(session.programFolder, RowText(Msg::DirHistoryContent)) / hash;
 }
 
-std::vector<LevelCode> LevelsWithHistory(const Session& session)
+Result<std::vector<LevelCode>> LevelsWithHistory(const Session& session)
 {
+    const auto files = ListFiles(InFolder(session.programFolder, RowText(Msg::DirHistory)),
+                                 RowText(Msg::PatHistoryIndex));
+    if (!files)
+        return files.Error();
     std::vector<LevelCode> codes;
-    for (const Path& file : ListFiles(InFolder(session.programFolder, RowText(Msg::DirHistory)),
-                                      RowText(Msg::PatHistoryIndex))) {
+    for (const Path& file : *files) {
         const std::string name = BaseNameOf(file.filename().native());
         codes.push_back(LeadingNumber(name.substr(name.find('_') + 1)));
     }

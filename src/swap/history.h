@@ -37,6 +37,6 @@ Path HistoryContent(const Session& session, const std::string& hash);
 /// free, otherwise the lowest free one. The path it got, or why not.
 Result<Path> BringBack(Session& session, LevelCode code, const std::string& id);
 /// All levels that have a history.
-std::vector<LevelCode> LevelsWithHistory(const Session& session);
+Result<std::vector<LevelCode>> LevelsWithHistory(const Session& session);
 
 } // namespace kestrova

@@ -18,7 +18,8 @@ std::set<std::string> HashesElsewhere(const Session& session, const LevelPlace& 
         if (!platform::HashOfFile(file, hash))
             hashes.insert(hash);
     };
-    for (const Path& file : StateFilesIn(LiveStateFolder(session, level)))
+    // What cannot be listed is held nowhere, so that more stays in the history.
+    for (const Path& file : StateFilesIn(LiveStateFolder(session, level)).ValueOr({}))
         add(file);
     if (const auto tree = ScanTree(HomeOf(session, level)))
         for (const Path& file : tree->files)
@@ -63,11 +64,14 @@ void BoundHistory(Session& session, const LevelPlace& level, const std::set<std:
     if (dropped.empty() || !WriteHistoryIndex(session, code, *index))
         return;
     // A content goes only when no level's history names it any more.
-    for (const LevelCode other : LevelsWithHistory(session)) {
-        const auto others = ReadHistoryIndex(session, other);
-        if (!others || !others->strangeLines.empty())
+    const auto others = LevelsWithHistory(session);
+    if (!others)
+        return;
+    for (const LevelCode other : *others) {
+        const auto named = ReadHistoryIndex(session, other);
+        if (!named || !named->strangeLines.empty())
             return; // nobody knows what it names
-        for (const HistoryEntry& entry : others->entries)
+        for (const HistoryEntry& entry : named->entries)
             dropped.erase(entry.hash);
     }
     for (const std::string& hash : dropped)

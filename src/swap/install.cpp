@@ -27,10 +27,12 @@ bool InstallFiles(Session& session, SwapRun& run, LevelCode code,
         TellFailure(session, GetMsg(Msg::CannotOverwriteMarker) + TextOf(marker), failure);
         return false;
     };
+    const auto present = ListFiles(session.TrleFolder(), RowText(Msg::PatDat));
+    if (!present)
+        return TellFolderNotRead(session, present.Error());
     if (const auto status = WriteWholeFile(marker, MarkerHead(code, name)); !status)
         return markerFailed(status.Error());
 
-    const std::vector<Path> present = ListFiles(session.TrleFolder(), RowText(Msg::PatDat));
     std::vector<std::string> failed;
     std::vector<std::string> copied;
     run.KeepTargets(placements);
@@ -46,7 +48,7 @@ bool InstallFiles(Session& session, SwapRun& run, LevelCode code,
             copied.push_back(Readable(placements[i].target));
         }
     }
-    if (const std::string language = LanguageFileToRemove(present, placements); !language.empty())
+    if (const std::string language = LanguageFileToRemove(*present, placements); !language.empty())
         if (!run.RemoveLanguageFile(language))
             failed.push_back(Readable(language));
 

@@ -35,10 +35,13 @@ struct Stored {
     bool plain = true;
 };
 
-std::vector<Stored> StoredFiles(const Path& folder)
+Result<std::vector<Stored>> StoredFiles(const Path& folder)
 {
+    const auto listed = ListFiles(folder, RowText(Msg::PatAll));
+    if (!listed)
+        return listed.Error();
     std::vector<Stored> files;
-    for (const Path& path : ListFiles(folder, RowText(Msg::PatAll))) {
+    for (const Path& path : *listed) {
         const std::string name = path.filename().native();
         const bool deflated = EndsWithName(name, RowText(Msg::ZlExtension));
         files.push_back({deflated ? StripExtension(name) : name, FileSize(path), !deflated});
@@ -54,9 +57,10 @@ Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level)
     if (level.cdNumber != 0 || level.levelCode == originalCode)
         return gaps;
     const Path folder = InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirFiles));
-    if (auto status = CanList(folder); !status)
-        return status.Error();
-    const std::vector<Stored> files = StoredFiles(folder);
+    const auto stored = StoredFiles(folder);
+    if (!stored)
+        return stored.Error();
+    const std::vector<Stored>& files = *stored;
     const auto find = [&](const std::string& noted) {
         return std::find_if(files.begin(), files.end(),
                             [&](const Stored& file) { return IsNoted(noted, file.name); });
@@ -74,10 +78,10 @@ Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level)
     const std::string readme = FileNameOf(Trim(level.moreInfoFile));
     if (!readme.empty() && find(readme) == files.end())
         gaps.texts.push_back(readme);
-    double stored = 0;
+    double bytes = 0;
     for (const Stored& file : files)
-        stored += static_cast<double>(file.size);
-    const double less = level.filesSize - stored;
+        bytes += static_cast<double>(file.size);
+    const double less = level.filesSize - bytes;
     if (gaps.files.empty() && less > measuredLoosely &&
         level.filesSize < std::numeric_limits<std::int32_t>::max())
         gaps.bytes = less;

@@ -31,6 +31,11 @@ bool Fail(LanguageFailure& failure, std::string words, std::string reason = {})
     return false;
 }
 
+bool NotRead(LanguageFailure& failure, const Failure& cause)
+{
+    return Fail(failure, GetMsg(Msg::FolderNotRead, {cause.subject}), cause.reason);
+}
+
 /// Renames in one step, never over a name that is taken.
 std::error_code RenameToFreeName(const Path& from, const Path& to)
 {
@@ -75,7 +80,12 @@ bool SetMine(Session& session, const Path& folder, LanguageFailure& failure,
     std::string languageFile;
     if (!CanSetMyLanguage(session, folder, failure, languageFile))
         return false;
-    const std::vector<Path> files = LanguageFilesIn(folder);
+    const auto listed = LanguageFilesIn(folder);
+    if (!listed)
+        return NotRead(failure, listed.Error());
+    const std::vector<Path>& files = *listed;
+    if (files.empty()) // somebody took them away meanwhile
+        return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
     for (const Path& file : files)
         if (FileExists(BakOf(file)) && !IsUnfinished(file))
             return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
@@ -97,7 +107,10 @@ bool RestoreOriginalLanguage(Session& session, const Path& folder, LanguageFailu
 {
     if (HasEnglish(session))
         return Fail(failure, GetMsg(Msg::LanguageNothingToRestore));
-    const std::vector<Path> kept = ListFiles(folder, RowText(Msg::PatDatBak));
+    const auto listed = ListFiles(folder, RowText(Msg::PatDatBak));
+    if (!listed)
+        return NotRead(failure, listed.Error());
+    const std::vector<Path>& kept = *listed;
     if (kept.empty())
         return Fail(failure, GetMsg(Msg::LanguageNoBackupOfDat));
     const auto original = [](const Path& bak) {
@@ -123,10 +136,11 @@ bool RestoreOriginalLanguage(Session& session, const Path& folder, LanguageFailu
 
 } // namespace
 
-std::vector<Path> LanguageFilesIn(const Path& folder)
+Result<std::vector<Path>> LanguageFilesIn(const Path& folder)
 {
-    std::vector<Path> files = ListFiles(folder, RowText(Msg::PatDat));
-    std::erase_if(files, [](const Path& file) { return !IsLanguageFile(file); });
+    auto files = ListFiles(folder, RowText(Msg::PatDat));
+    if (files)
+        std::erase_if(*files, [](const Path& file) { return !IsLanguageFile(file); });
     return files;
 }
 
@@ -137,16 +151,20 @@ bool CanSetMyLanguage(const Session& session, const Path& folder, LanguageFailur
     languageFile.clear();
     if (HasEnglish(session))
         return Fail(failure, GetMsg(Msg::LanguageEditorIsEnglish));
-    const std::vector<Path> mine = LanguageFilesIn(session.BackupFolder());
-    if (mine.empty())
+    const auto mine = LanguageFilesIn(session.BackupFolder());
+    const auto kept = ListFiles(folder, RowText(Msg::PatDatBak));
+    const auto files = LanguageFilesIn(folder);
+    if (!mine || !kept || !files)
+        return NotRead(failure, !mine ? mine.Error() : !kept ? kept.Error() : files.Error());
+    if (mine->empty())
         return Fail(failure, GetMsg(Msg::LanguageNotInBackup));
-    languageFile = mine.front().filename().native();
+    languageFile = mine->front().filename().native();
     if (FileExists(folder / languageFile))
         return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
-    for (const Path& bak : ListFiles(folder, RowText(Msg::PatDatBak)))
+    for (const Path& bak : *kept)
         if (!IsUnfinished(folder / StripExtension(bak.filename().native())))
             return Fail(failure, GetMsg(Msg::LanguageAlreadySet));
-    if (LanguageFilesIn(folder).empty())
+    if (files->empty())
         return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
     return true;
 }

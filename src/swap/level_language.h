@@ -22,7 +22,7 @@ struct LanguageFailure {
 };
 
 /// The `*.dat` of a folder but `script.dat`, in listing order.
-std::vector<Path> LanguageFilesIn(const Path& folder);
+Result<std::vector<Path>> LanguageFilesIn(const Path& folder);
 
 /// Whether the player's language can go into a folder of level files: the name of its file, or why
 /// it cannot.

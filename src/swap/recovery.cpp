@@ -87,8 +87,9 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
     }
 }
 
-/// Whatever the root and `data` of the backup hold and the folder lacks comes back.
-void RestoreMissing(Session& session, const SwapJournal& journal, Leftovers& left)
+/// Whatever the root and `data` of the backup hold and the folder lacks comes back. Fails before it
+/// changes anything when the backup cannot be listed.
+Status RestoreMissing(Session& session, const SwapJournal& journal, Leftovers& left)
 {
     const auto restore = [&](const Path& relative) {
         const bool wanted = !IsPlayersPlace(relative) &&
@@ -97,9 +98,16 @@ void RestoreMissing(Session& session, const SwapJournal& journal, Leftovers& lef
         if (wanted && !RestoreOriginal(session, relative))
             left.overwritten.push_back(ToBackslashes(relative));
     };
-    for (const Path& folder : {Path{}, Path{InFolder({}, RowText(Msg::DirData))}.relative_path()})
-        for (const Path& file : ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll)))
-            restore(folder / file.filename());
+    std::vector<Path> originals;
+    for (const Path& folder : {Path{}, Path{InFolder({}, RowText(Msg::DirData))}.relative_path()}) {
+        const auto files = ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
+        if (!files)
+            return files.Error();
+        for (const Path& file : *files)
+            originals.push_back(folder / file.filename());
+    }
+    for (const Path& file : originals)
+        restore(file);
     std::vector<std::string> names = journal.restore;
     for (const auto* list : {&journal.remove, &journal.install})
         for (const OwnedFile& file : *list)
@@ -112,6 +120,7 @@ void RestoreMissing(Session& session, const SwapJournal& journal, Leftovers& lef
         if (const auto relative = SafeRelative(file.name);
             relative && FileExists(session.BackupFolder() / *relative))
             left.overwritten.push_back(file.name);
+    return {};
 }
 
 /// The live state leaves the folder: into its store, or, when the level has been removed since,
@@ -125,12 +134,14 @@ Status SaveLiveState(Session& session, const LevelPlace& owner, const Path& stor
         if (auto status = StoreLiveState(session, owner, store, live, strangers); !status)
             return status;
     } else {
-        const std::vector<Path> files = LiveStateFiles(session, strangers);
-        auto hashes = HashesOf(files);
+        const auto files = LiveStateFiles(session, strangers);
+        if (!files)
+            return files.Error();
+        auto hashes = HashesOf(*files);
         if (!hashes)
             return hashes.Error();
         live = std::move(*hashes);
-        if (auto status = KeepInHistory(session, owner, files, GetMsg(Msg::ReasonInterrupted));
+        if (auto status = KeepInHistory(session, owner, *files, GetMsg(Msg::ReasonInterrupted));
             !status)
             return status;
     }
@@ -180,7 +191,8 @@ Status ReturnToOriginal(Session& session, SwapJournal journal, Leftovers& left)
     brought.insert(brought.end(), journal.remove.begin(), journal.remove.end());
     const LevelPlace old{journal.from, Path{journal.fromStore}.parent_path()};
     DeleteBrought(session, brought, old, left);
-    RestoreMissing(session, journal, left);
+    if (auto status = RestoreMissing(session, journal, left); !status)
+        return status;
     (void)DeleteFile(session.MarkerPath()); // the owner record outweighs one that stays
     // From here on the state in the folder is that of the original configuration.
     journal.phase = SwapPhase::Coming;
@@ -321,9 +333,11 @@ void ClearToldLeftovers(Session& session)
     lists.remove = owner->added;
     Leftovers left;
     DeleteBrought(session, owner->added, originalCode, left); // told already; only what is kept is
-    RestoreMissing(session, lists, left);                     // new
+    const auto restored = RestoreMissing(session, lists, left); // new
     if (!left.kept.empty())
         session.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {ShownNames(left.kept)}));
+    if (!restored)
+        return; // nothing is known of what waits; the next occasion tries again
     OwnerRecord now = *owner;
     now.overwritten = std::move(left.overwritten);
     std::erase_if(now.added, [&](const OwnedFile& file) {

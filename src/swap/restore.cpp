@@ -128,7 +128,10 @@ bool Refused(Session& session, const std::string& words)
 bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
 {
     const Operation running{session};
-    if (!BackupPresent(session))
+    const auto backup = LookAtBackup(session);
+    if (!backup)
+        return TellFolderNotRead(session, backup.Error());
+    if (*backup == BackupState::Missing)
         return Refused(session, GetMsg(Msg::NoBackupToRestore, {TextOf(session.MarkerPath())}));
     if (!FolderExists(session.TrleFolder()))
         return Refused(session, GetMsg(Msg::RestoreFolderGone, {TextOf(session.TrleFolder())}));

@@ -66,21 +66,36 @@ void BringBack(Session& session, const Path& relative, RestoreReport& report)
         Note(report, report.missing, relative, back.Error());
 }
 
-void DeleteCritical(Session& session, RestoreReport& report)
+/// What stands in the Level Editor's folder and no original may stand beside.
+Result<std::vector<Path>> CriticalFiles(const Path& trle)
+{
+    std::vector<Path> critical;
+    for (const Critical& kind : criticalFiles) {
+        const auto files = ListFiles(InFolder(trle, RowText(kind.folder)), RowText(kind.pattern));
+        if (!files)
+            return files.Error();
+        critical.insert(critical.end(), files->begin(), files->end());
+    }
+    return critical;
+}
+
+Status DeleteCritical(Session& session, RestoreReport& report)
 {
     const Path trle = ResolvePath(session.TrleFolder());
-    for (const Critical& kind : criticalFiles)
-        for (const Path& file :
-             ListFiles(InFolder(trle, RowText(kind.folder)), RowText(kind.pattern))) {
-            const Path relative = file.lexically_relative(trle).lexically_normal();
-            if (SameContent(file, session.BackupFolder() / relative))
-                continue; // deleted and copied back it would be the same
-            auto status = KeepOriginal(session, relative);
-            if (status)
-                status = DeleteFile(file);
-            if (!status)
-                Note(report, report.left, relative, status.Error());
-        }
+    const auto files = CriticalFiles(trle);
+    if (!files)
+        return files.Error();
+    for (const Path& file : *files) {
+        const Path relative = file.lexically_relative(trle).lexically_normal();
+        if (SameContent(file, session.BackupFolder() / relative))
+            continue; // deleted and copied back it would be the same
+        auto status = KeepOriginal(session, relative);
+        if (status)
+            status = DeleteFile(file);
+        if (!status)
+            Note(report, report.left, relative, status.Error());
+    }
+    return {};
 }
 
 Path Relative(std::string_view fragment)
@@ -135,8 +150,10 @@ std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFil
 Status RestoreFolder(Session& session, const Path& folder, RestoreReport& report,
                      ProgressScope* progress)
 {
-    const std::vector<Path> files =
-        ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
+    const auto listed = ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
+    if (!listed)
+        return listed.Error();
+    const std::vector<Path>& files = *listed;
     for (std::size_t i = 0; i < files.size(); ++i) {
         // A savegame of the time of the backup is no original: what the player has now stays.
         if (!IsPlayersPlace(folder / files[i].filename()))
@@ -153,14 +170,21 @@ Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport
                      ProgressScope* progress)
 {
     Show(progress, Msg::RestoreRemovingCritical);
+    const Path folders[] = {Path{}, Relative(RowText(Msg::DirData))};
+    // Nothing goes while nobody can tell what comes back.
+    for (const Path& folder : folders)
+        if (const auto files = ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
+            !files)
+            return files.Error();
     OwnerRecord owner;
     // First of all, since it makes room for what comes back.
     owner.added = DeleteListed(session, journal.remove, report);
-    DeleteCritical(session, report);
+    if (auto status = DeleteCritical(session, report); !status)
+        return status;
     if (auto status = DeleteFile(session.MarkerPath()); !status)
         return status;
     Show(progress, Msg::RestoreCopyingOriginal);
-    for (const Path& folder : {Path{}, Relative(RowText(Msg::DirData))})
+    for (const Path& folder : folders)
         if (auto status = RestoreFolder(session, folder, report, progress); !status)
             return status;
     RestoreListed(session, journal, report);

@@ -27,14 +27,17 @@ std::string HashOrEmpty(const Path& file)
 
 /// Where a content of a store lies while the store is empty: in the history, unless the same bytes
 /// are live.
-Path ContentOf(const Session& session, const std::string& hash)
+Result<Path> ContentOf(const Session& session, const std::string& hash)
 {
     Path kept = HistoryContent(session, hash);
     if (FileExists(kept))
         return kept;
-    for (Path& file : StateFilesIn(session.TrleFolder()))
+    const auto live = StateFilesIn(session.TrleFolder());
+    if (!live)
+        return live.Error();
+    for (const Path& file : *live)
         if (HashOrEmpty(file) == hash)
-            return std::move(file);
+            return file;
     return kept;
 }
 
@@ -45,12 +48,15 @@ std::vector<std::string> StatePatterns()
     return Split(RowText(Msg::StatePatterns), '|');
 }
 
-std::vector<Path> StateFilesIn(const Path& folder)
+Result<std::vector<Path>> StateFilesIn(const Path& folder)
 {
     std::vector<Path> files;
-    for (const std::string& pattern : StatePatterns())
-        for (Path& file : ListFiles(folder, pattern))
-            files.push_back(std::move(file));
+    for (const std::string& pattern : StatePatterns()) {
+        const auto found = ListFiles(folder, pattern);
+        if (!found)
+            return found.Error();
+        files.insert(files.end(), found->begin(), found->end());
+    }
     return files;
 }
 
@@ -88,12 +94,12 @@ Path LiveStateFolder(const Session& session, const LevelPlace& level)
 
 Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder)
 {
-    const Path place = ResolvePath(folder);
-    if (auto status = CanList(place); !status)
-        return status;
+    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    if (!files)
+        return files.Error();
     std::map<std::string, Path> newest;
     std::vector<Path> others;
-    for (const Path& file : ListFiles(place, RowText(Msg::PatAll))) {
+    for (const Path& file : *files) {
         if (!IsPlayersFile(file.filename().native()))
             continue;
         const auto [known, first] = newest.emplace(FoldCase(file.filename().native()), file);
@@ -124,10 +130,13 @@ std::vector<OwnedFile> StrangersThere(const Session& session, const std::vector<
     return there;
 }
 
-std::vector<Path> LiveStateFiles(const Session& session, const std::vector<OwnedFile>& strangers)
+Result<std::vector<Path>> LiveStateFiles(const Session& session,
+                                         const std::vector<OwnedFile>& strangers)
 {
-    std::vector<Path> files = StateFilesIn(session.TrleFolder());
-    std::erase_if(files, [&](const Path& file) {
+    auto files = StateFilesIn(session.TrleFolder());
+    if (!files)
+        return files;
+    std::erase_if(*files, [&](const Path& file) {
         return std::any_of(strangers.begin(), strangers.end(), [&](const OwnedFile& stranger) {
             return stranger.name == file.filename().native();
         });
@@ -138,9 +147,10 @@ std::vector<Path> LiveStateFiles(const Session& session, const std::vector<Owned
 Status StoreLiveState(Session& session, const LevelPlace& owner, const Path& store,
                       std::vector<StateFile>& live, const std::vector<OwnedFile>& strangers)
 {
-    if (auto status = CanList(session.TrleFolder()); !status)
-        return status;
-    const std::vector<Path> files = LiveStateFiles(session, strangers);
+    const auto listed = LiveStateFiles(session, strangers);
+    if (!listed)
+        return listed.Error();
+    const std::vector<Path>& files = *listed;
     auto hashes = HashesOf(files);
     if (!hashes)
         return hashes.Error();
@@ -172,6 +182,13 @@ Status StoreLiveState(Session& session, const LevelPlace& owner, const Path& sto
     return FlushFolder(place);
 }
 
+Status KeepStateIn(Session& session, const LevelPlace& level, const Path& folder)
+{
+    const auto files = StateFilesIn(folder);
+    return files ? KeepInHistory(session, level, *files, GetMsg(Msg::ReasonSwap))
+                 : Status{files.Error()};
+}
+
 Status DropLiveState(Session& session, const LevelPlace& owner, const std::vector<StateFile>& live,
                      std::vector<OwnedFile>& left)
 {
@@ -179,8 +196,15 @@ Status DropLiveState(Session& session, const LevelPlace& owner, const std::vecto
     for (const StateFile& entry : live)
         if (const Path file = trle / entry.name; HashOrEmpty(file) == entry.hash)
             (void)platform::Unlink(file); // one that stays is found below
+    const auto stays = StateFilesIn(trle);
+    if (!stays) { // what was stored and is still there is known by name
+        for (const StateFile& entry : live)
+            if (platform::FactsOfLink(trle / entry.name).kind != platform::FileKind::Missing)
+                left.push_back(AsItStands(entry.name, trle / entry.name));
+        return stays.Error();
+    }
     Status kept;
-    for (const Path& file : StateFilesIn(trle)) {
+    for (const Path& file : *stays) {
         left.push_back(AsItStands(file.filename().native(), file));
         // What cannot be read now is stored already, or was written since and stays where it is.
         if (const std::string hash = HashOrEmpty(file); !hash.empty() && kept)
@@ -195,10 +219,11 @@ Status PutStoreBack(Session& session, const LevelPlace& level, const Path& folde
     const Path store = ResolvePath(folder);
     if (!FolderExists(store))
         return {};
-    if (auto status = CanList(store); !status)
-        return status;
+    const auto stored = ListFiles(store, RowText(Msg::PatAll));
+    if (!stored)
+        return stored.Error();
     std::vector<Path> strange;
-    for (const Path& file : ListFiles(store, RowText(Msg::PatAll))) {
+    for (const Path& file : *stored) {
         const std::string hash = HashOrEmpty(file);
         const bool belongs = std::any_of(wanted.begin(), wanted.end(), [&](const StateFile& entry) {
             return entry.name == file.filename().native() && entry.hash == hash;
@@ -216,10 +241,12 @@ Status PutStoreBack(Session& session, const LevelPlace& level, const Path& folde
         const Path file = store / entry.name;
         if (platform::FactsOf(file).kind == platform::FileKind::File)
             continue;
-        const Path content = ContentOf(session, entry.hash);
-        if (!FileExists(content))
+        const auto content = ContentOf(session, entry.hash);
+        if (!content)
+            return content.Error();
+        if (!FileExists(*content))
             continue; // gone by another hand; waiting would not bring it back
-        if (auto status = CopyFileOver(content, file, keptCopy); !status)
+        if (auto status = CopyFileOver(*content, file, keptCopy); !status)
             return status;
     }
     return FlushFolder(store);
@@ -227,10 +254,7 @@ Status PutStoreBack(Session& session, const LevelPlace& level, const Path& folde
 
 Result<std::vector<Path>> StoredState(const Session& session, const LevelPlace& level)
 {
-    const Path store = StateStoreOf(session, level);
-    if (auto status = CanList(store); !status)
-        return status.Error();
-    return ListFiles(store, RowText(Msg::PatAllFiles));
+    return ListFiles(StateStoreOf(session, level), RowText(Msg::PatAllFiles));
 }
 
 BroughtState BringStateIn(Session& session, const Path& store, const std::vector<Path>& stored,

@@ -12,7 +12,7 @@ namespace kestrova
 
 /// `savegame.*`, `shot*.jpg`, `note*.txt`: what a swap moves.
 std::vector<std::string> StatePatterns();
-std::vector<Path> StateFilesIn(const Path& folder);
+Result<std::vector<Path>> StateFilesIn(const Path& folder);
 /// A savegame, note or shot of any kind, `shotN.bmp` included: what nothing may ever lose. Of files
 /// in the root of the Level Editor's folder, and in folders that hold nothing but state.
 bool IsPlayersFile(std::string_view name);
@@ -21,6 +21,9 @@ bool IsPlayersFile(std::string_view name);
 bool IsPlayersPlace(const Path& relative);
 /// Names and contents' hashes; fails with the first file that cannot be read.
 Result<std::vector<StateFile>> HashesOf(const std::vector<Path>& files);
+
+/// Keeps the state files of a folder in the level's history.
+Status KeepStateIn(Session& session, const LevelPlace& level, const Path& folder);
 
 /// Where a level's live state is now.
 Path LiveStateFolder(const Session& session, const LevelPlace& level);
@@ -32,7 +35,8 @@ Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder
 /// State of other levels that a swap had to leave in the folder, still as it was noted.
 std::vector<OwnedFile> StrangersThere(const Session& session, const std::vector<OwnedFile>& noted);
 /// The state in the Level Editor's folder without those.
-std::vector<Path> LiveStateFiles(const Session& session, const std::vector<OwnedFile>& strangers);
+Result<std::vector<Path>> LiveStateFiles(const Session& session,
+                                         const std::vector<OwnedFile>& strangers);
 
 /// Copies what is live in the Level Editor's folder into a level's store without emptying it, read
 /// back and flushed. Where a name is taken with another content the newer file wins and the older

@@ -13,6 +13,17 @@
 namespace kestrova
 {
 
+namespace
+{
+
+/// Of a listing that came through.
+Result<std::vector<StateFile>> HashesIn(const Result<std::vector<Path>>& files)
+{
+    return files ? HashesOf(*files) : Result<std::vector<StateFile>>{files.Error()};
+}
+
+} // namespace
+
 bool SwapRun::Begin()
 {
     if (FileExists(JournalPath(session_))) { // another swap's note is never written over
@@ -55,8 +66,8 @@ bool SwapRun::KeepLiveState(const LevelPlace& level)
     journal_.from = level.code;
     journal_.fromStore = store.native();
     stateOf_ = owner_ && owner_->owner ? standing : level;
-    const auto stored = HashesOf(ListFiles(store, RowText(Msg::PatAll)));
-    const auto live = HashesOf(StateFilesIn(trle_));
+    const auto stored = HashesIn(ListFiles(store, RowText(Msg::PatAll)));
+    const auto live = HashesIn(StateFilesIn(trle_));
     if (!stored || !live) {
         TellFailure(session_, GetMsg(Msg::CannotKeepState), stored ? live.Error() : stored.Error());
         return false;
@@ -65,8 +76,7 @@ bool SwapRun::KeepLiveState(const LevelPlace& level)
     journal_.live = *live;
     if (!Begin())
         return false;
-    const auto status =
-        KeepInHistory(session_, level, StateFilesIn(trle_), GetMsg(Msg::ReasonSwap));
+    const auto status = KeepStateIn(session_, level, trle_);
     return status ? true : Abandon(status.Error());
 }
 
@@ -100,17 +110,13 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelPlace from, bool marked)
     const Path store = ResolvePath(StateStoreOf(session_, from));
     journal_.from = from.code;
     journal_.fromStore = StateStoreOf(session_, from).native();
-    Status readable = CanList(trle_);
-    if (readable)
-        readable = CanList(store);
     DropStrangers(from);
-    if (readable)
-        readable = SettleTwins(session_, from, trle_);
+    Status readable = SettleTwins(session_, from, trle_);
     if (readable)
         readable = SettleTwins(session_, from, store);
-    const std::vector<Path> stored = ListFiles(store, RowText(Msg::PatAll));
-    const auto live = HashesOf(LiveStateFiles(session_, strangers_));
-    const auto before = HashesOf(stored);
+    const auto stored = ListFiles(store, RowText(Msg::PatAll));
+    const auto live = HashesIn(LiveStateFiles(session_, strangers_));
+    const auto before = HashesIn(stored);
     if (live)
         journal_.live = *live;
     if (before)
@@ -123,7 +129,7 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelPlace from, bool marked)
                               : live.Error());
         return StateMove::Stopped;
     }
-    return Begin() ? MoveToStore(from, stored, marked) : StateMove::Stopped;
+    return Begin() ? MoveToStore(from, *stored, marked) : StateMove::Stopped;
 }
 
 SwapRun::StateMove SwapRun::MoveToStore(const LevelPlace& from, const std::vector<Path>& stored,
@@ -167,9 +173,7 @@ SwapRun::StateMove SwapRun::MoveToStore(const LevelPlace& from, const std::vecto
                         status.Error());
             if (status = PutStoreBack(session_, from, store, journal_.store); !status)
                 return stop(status.Error());
-            if (status =
-                    KeepInHistory(session_, from, StateFilesIn(trle_), GetMsg(Msg::ReasonSwap));
-                !status)
+            if (status = KeepStateIn(session_, from, trle_); !status)
                 return stop(status.Error());
             return StateMove::Failed;
         }

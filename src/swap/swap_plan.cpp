@@ -64,11 +64,14 @@ void PlanRemoval(Session& session, std::vector<PlannedFile>& plan, Foresight& fo
 }
 
 /// The `*.dat` files of the root once the old level is out, in listing order.
-std::vector<Path> DatFilesToCome(const Session& session, const Foresight& foresight)
+Result<std::vector<Path>> DatFilesToCome(const Session& session, const Foresight& foresight)
 {
     std::vector<Path> files;
-    for (const Path& folder : {session.TrleFolder(), session.BackupFolder()})
-        for (const Path& file : ListFiles(folder, RowText(Msg::PatDat))) {
+    for (const Path& folder : {session.TrleFolder(), session.BackupFolder()}) {
+        const auto found = ListFiles(folder, RowText(Msg::PatDat));
+        if (!found)
+            return found.Error();
+        for (const Path& file : *found) {
             const bool known = std::any_of(files.begin(), files.end(), [&](const Path& other) {
                 return EqualNames(other.filename().native(), file.filename().native());
             });
@@ -76,6 +79,7 @@ std::vector<Path> DatFilesToCome(const Session& session, const Foresight& foresi
                 foresight.WillStand(session, GetMsg(Msg::FragRoot) + file.filename().native()))
                 files.push_back(file);
         }
+    }
     std::sort(files.begin(), files.end(), [](const Path& a, const Path& b) {
         return UpperCase(a.filename().native()) < UpperCase(b.filename().native());
     });
@@ -110,8 +114,10 @@ Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
         plan.push_back({foresight.WillStand(session, placement.target) ? PlannedAction::Overwrite
                                                                        : PlannedAction::Add,
                         Readable(placement.target), placement.file.size});
-    const std::string language =
-        LanguageFileToRemove(DatFilesToCome(session, foresight), placements);
+    const auto present = DatFilesToCome(session, foresight);
+    if (!present)
+        return present.Error();
+    const std::string language = LanguageFileToRemove(*present, placements);
     if (!language.empty())
         plan.push_back({PlannedAction::Remove, Readable(GetMsg(Msg::FragRoot) + language),
                         std::max(FileSize(session.TrleFolder() / language),
@@ -122,8 +128,8 @@ Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
 namespace
 {
 
-void CompareWithBackup(Session& session, const std::vector<Placement>& level,
-                       const std::vector<std::string>& replaced, std::vector<Difference>& found)
+Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
+                         const std::vector<std::string>& replaced, std::vector<Difference>& found)
 {
     const auto isLevels = [&](const Path& relative) {
         return std::any_of(level.begin(), level.end(), [&](const Placement& placement) {
@@ -137,27 +143,33 @@ void CompareWithBackup(Session& session, const std::vector<Placement>& level,
     };
     const Path backup = ResolvePath(session.BackupFolder());
     const Path trle = ResolvePath(session.TrleFolder());
-    if (const auto tree = ScanTree(backup))
-        for (const Path& file : tree->files) {
-            const Path relative = file.lexically_relative(backup);
-            if (isLevels(relative) || isReplaced(relative) || IsPlayersPlace(relative))
-                continue;
-            if (!FileExists(trle / relative))
-                found.push_back({Mismatch::Missing, Readable(ToBackslashes(relative))});
-            else if (!SameContent(file, trle / relative))
-                found.push_back({Mismatch::Differs, Readable(ToBackslashes(relative))});
-        }
+    const auto tree = ScanTree(backup);
+    if (!tree)
+        return tree.Error();
+    for (const Path& file : tree->files) {
+        const Path relative = file.lexically_relative(backup);
+        if (isLevels(relative) || isReplaced(relative) || IsPlayersPlace(relative))
+            continue;
+        if (!FileExists(trle / relative))
+            found.push_back({Mismatch::Missing, Readable(ToBackslashes(relative))});
+        else if (!SameContent(file, trle / relative))
+            found.push_back({Mismatch::Differs, Readable(ToBackslashes(relative))});
+    }
     for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio}) {
         // Of the sounds a compact backup knows nothing.
         if (fragment == Msg::DirAudio && !session.preferences.fullBackup)
             continue;
-        for (const Path& file : ListFiles(InFolder(trle, RowText(fragment)).lexically_normal(),
-                                          RowText(Msg::PatAll))) {
+        const auto files =
+            ListFiles(InFolder(trle, RowText(fragment)).lexically_normal(), RowText(Msg::PatAll));
+        if (!files)
+            return files.Error();
+        for (const Path& file : *files) {
             const Path relative = file.lexically_relative(trle);
             if (IsLevelPlace(relative) && !isLevels(relative) && !FileExists(backup / relative))
                 found.push_back({Mismatch::Unexpected, Readable(ToBackslashes(relative))});
         }
     }
+    return {};
 }
 
 Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& level,
@@ -222,7 +234,8 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
             found.push_back({Mismatch::Differs, Readable(placement.target)});
     }
     if (FolderExists(session.BackupFolder()))
-        CompareWithBackup(session, level, replaced, found);
+        if (auto status = CompareWithBackup(session, level, replaced, found); !status)
+            return status.Error();
     return found;
 }
 

@@ -255,12 +255,17 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
 
 bool SwapRun::BringIn(bool logged)
 {
-    journal_.phase = SwapPhase::Coming;
     if (stateOf_) { // it had to stay; it is in the history and not the coming level's
+        const auto stays = StateFilesIn(trle_);
+        if (!stays) {
+            TellFailure(session_, GetMsg(Msg::SwapBroken), stays.Error());
+            return false;
+        }
         strangers_.clear();
-        for (const Path& file : StateFilesIn(trle_))
+        for (const Path& file : *stays)
             strangers_.push_back(AsItStands(file.filename().native(), file));
     }
+    journal_.phase = SwapPhase::Coming;
     journal_.strangers = strangers_;
     if (const auto status = WriteJournal(session_, journal_); !status) {
         TellFailure(session_, GetMsg(Msg::SwapBroken), status.Error());

@@ -65,7 +65,10 @@ bool IsRootOfSwap(const Session& session, const SwapJournal& journal, const Path
         return true;
     if (!NeedsComingStore(journal))
         return false;
-    const auto live = HashesOf(StateFilesIn(session.TrleFolder()));
+    const auto files = StateFilesIn(session.TrleFolder());
+    if (!files)
+        return false; // nobody is sent there on a guess
+    const auto live = HashesOf(*files);
     return live && HoldsAnyState(store, *live);
 }
 

@@ -14,9 +14,12 @@ namespace kestrova
 namespace
 {
 
+/// What cannot be listed counts as filled: the practice folder is made below it, or refused there.
 bool IsEmptyFolder(const Path& folder)
 {
-    return ListFiles(folder, RowText(Msg::PatAll)).empty() && ListSubfolders(folder).empty();
+    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    const auto folders = ListSubfolders(folder);
+    return files && folders && files->empty() && folders->empty();
 }
 
 std::optional<PracticeMade> Make(Session& session, const Path& folder)

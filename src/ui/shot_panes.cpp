@@ -71,7 +71,8 @@ QLayout* ShotPanes::MakePane(Pane& pane, int side, Msg name)
 
 void ShotPanes::ShowLevel(Session& session, LevelCode code)
 {
-    shots_.Load(session, code);
+    if (const auto loaded = shots_.Load(session, code); !loaded)
+        TellFolderNotRead(session, loaded.Error());
     ShowPair();
 }
 

@@ -23,8 +23,10 @@ void MeasureStaleExtras(Session& session)
         LevelRecord& level = session.archive.levels[i];
         if (!level.extrasDirty)
             continue;
-        const double size = ExtrasSizeOf(LevelHomeOf(session, level.levelCode));
-        CountLevelSize(session, size - level.extrasSize, SizeKind::Extras, i);
+        const auto size = ExtrasSizeOf(LevelHomeOf(session, level.levelCode));
+        if (!size)
+            continue; // it stays noted as stale
+        CountLevelSize(session, *size - level.extrasSize, SizeKind::Extras, i);
         level.extrasDirty = false;
         changed = true;
     }

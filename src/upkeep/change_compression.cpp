@@ -41,10 +41,13 @@ private:
 };
 
 /// The files that have the wrong form. Sound and level files are deflated, streams expanded.
-std::vector<Change> ChangesIn(const Path& folder, bool compress)
+Result<std::vector<Change>> ChangesIn(const Path& folder, bool compress)
 {
+    const auto files = ListFiles(folder, RowText(compress ? Msg::PatAll : Msg::PatternZl));
+    if (!files)
+        return files.Error();
     std::vector<Change> changes;
-    for (const Path& file : ListFiles(folder, RowText(compress ? Msg::PatAll : Msg::PatternZl))) {
+    for (const Path& file : *files) {
         const std::string name = file.filename().native();
         if (compress ? !IsCompressed(name) : StripExtension(name).empty())
             continue;
@@ -91,7 +94,10 @@ bool DropSources(const std::vector<Change>& changes, const Path& folder)
 
 bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressScope& progress)
 {
-    std::vector<Change> changes = ChangesIn(folder, compress);
+    auto found = ChangesIn(folder, compress);
+    if (!found)
+        return TellFolderNotRead(session, found.Error());
+    std::vector<Change>& changes = *found;
     if (changes.empty())
         return true;
     const auto zip = session.host.BeginProgress(

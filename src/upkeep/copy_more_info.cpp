@@ -16,7 +16,10 @@ Status CopyDocument(Session& session, const LevelRecord& level)
     const Path disc = LevelFolderOf(session, level.levelCode, true);
     if (session.cdNotAvailable)
         return Failure{ErrorCode::Missing, {}, GetMsg(Msg::MoreInfoCdNotAvailable)};
-    const auto document = FindDocument(InFolder(disc, RowText(Msg::DirFiles)), level.moreInfoFile);
+    const auto found = FindDocument(InFolder(disc, RowText(Msg::DirFiles)), level.moreInfoFile);
+    if (!found)
+        return found.Error();
+    const std::optional<Path>& document = *found;
     if (!document)
         return MakeFailure(ErrorCode::Missing, TextOf(disc));
     const Path files = InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirFiles));

@@ -42,9 +42,10 @@ Result<std::vector<Tr4Entry>> ScanDeflated(const std::vector<Path>& streams,
 Result<std::vector<Tr4Entry>> ScanLevel(const Path& folder, ProgressScope& progress)
 {
     auto entries = ScanTr4Files(folder);
-    if (!entries.empty())
+    if (!entries || !entries->empty())
         return entries;
-    return ScanDeflated(ListFiles(folder, RowText(Msg::PatTr4Zl)), progress);
+    const auto streams = ListFiles(folder, RowText(Msg::PatTr4Zl));
+    return streams ? ScanDeflated(*streams, progress) : streams.Error();
 }
 
 /// The levels without a folder, in one box that no number of them makes too long.

@@ -34,6 +34,8 @@ bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&
     const std::string ofAll = GetMsg(Msg::EqualOfLevels, {std::to_string(count)});
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, scanning);
     const EqualTr4Index index{session, progress.get()};
+    if (!index.State())
+        return TellFolderNotRead(session, index.State().Error());
 
     for (std::size_t i = 0; i < count; ++i) {
         progress->SetLabel(scanning + " " + std::to_string(i + 1) + ofAll);
@@ -44,7 +46,10 @@ bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&
                 session.host.Tell(Tone::Error, GetMsg(Msg::EqualCdNotAvailable));
                 return false;
             }
-            files = ScanTr4Files(InFolder(home, RowText(Msg::DirFiles)));
+            auto scanned = ScanTr4Files(InFolder(home, RowText(Msg::DirFiles)));
+            if (!scanned)
+                return TellFolderNotRead(session, scanned.Error());
+            files = std::move(*scanned);
         }
         if (const auto equal = index.Find(files, i);
             equal && !found({i, equal->level, equal->name}))

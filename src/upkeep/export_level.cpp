@@ -53,8 +53,11 @@ private:
 };
 
 /// Files come in under their own names; one that is there already stays.
-Status CopyIn(const std::vector<Path>& files, const Path& folder, ProgressScope& progress)
+Status CopyIn(const Result<std::vector<Path>>& listed, const Path& folder, ProgressScope& progress)
 {
+    if (!listed)
+        return listed.Error();
+    const std::vector<Path>& files = *listed;
     std::uint64_t total = 0;
     for (const Path& file : files)
         total += FileSize(file);
@@ -79,7 +82,10 @@ Status CopyIn(const std::vector<Path>& files, const Path& folder, ProgressScope&
 
 Status MoveIn(const Path& source, const Path& folder, ProgressScope& progress)
 {
-    for (const Path& file : ListFiles(source, RowText(Msg::PatAll))) {
+    const auto files = ListFiles(source, RowText(Msg::PatAll));
+    if (!files)
+        return files.Error();
+    for (const Path& file : *files) {
         if (auto status = MoveFileOver(file, folder / file.filename()); !status)
             return status;
         progress.Step();
@@ -87,12 +93,15 @@ Status MoveIn(const Path& source, const Path& folder, ProgressScope& progress)
     return {};
 }
 
-std::vector<Path> PicturesOf(const Path& folder)
+Result<std::vector<Path>> PicturesOf(const Path& folder)
 {
     std::vector<Path> pictures;
-    for (const std::string& pattern : Split(RowText(Msg::PicturePatterns), '|'))
-        for (Path& file : ListFiles(folder, pattern))
-            pictures.push_back(std::move(file));
+    for (const std::string& pattern : Split(RowText(Msg::PicturePatterns), '|')) {
+        const auto files = ListFiles(folder, pattern);
+        if (!files)
+            return files.Error();
+        pictures.insert(pictures.end(), files->begin(), files->end());
+    }
     return pictures;
 }
 
@@ -132,9 +141,11 @@ bool GatherExtras(Session& session, LevelCode code, const ExportChoices& choices
                        out.Place(), progress);
             !status)
             return Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
-    const std::vector<Path> pictures =
+    const auto pictures =
         PicturesOf(InFolder(LevelHomeOf(session, code), RowText(Msg::DirScreenshots)));
-    if (pictures.empty() ||
+    if (!pictures)
+        return Fail(session, GetMsg(Msg::ExportErrorCopying), pictures.Error());
+    if (pictures->empty() ||
         !(choices.screenshots ? *choices.screenshots
                               : session.host.AskYesNo(GetMsg(Msg::AskExportScreenshots))))
         return true;
@@ -186,8 +197,11 @@ bool Pack(Session& session, const Path& zip, const Path& folder, ProgressScope& 
 
 } // namespace
 
-LevelConfig ConfigForFolder(const LevelRecord& level, const Path& folder)
+Result<LevelConfig> ConfigForFolder(const LevelRecord& level, const Path& folder)
 {
+    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    if (!files)
+        return files.Error();
     constexpr std::uint64_t most = std::numeric_limits<std::int32_t>::max();
     LevelConfig config;
     config.name = Trim(level.levelName);
@@ -197,7 +211,7 @@ LevelConfig ConfigForFolder(const LevelRecord& level, const Path& folder)
     config.authorEmails = Trim(level.authorEmails);
     config.authorSites = Trim(level.authorSites);
     config.moreInfo = Trim(level.moreInfoFile);
-    for (const Path& file : ListFiles(folder, RowText(Msg::PatAll)))
+    for (const Path& file : *files)
         if (!EqualNames(file.filename().native(), LevelConfigPath({}).filename().native()))
             config.files.push_back({file.filename().native(),
                                     static_cast<std::int32_t>(std::min(FileSize(file), most))});
@@ -225,7 +239,10 @@ bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
         const Path config = LevelConfigPath(out.Place());
         if (const auto status = DeleteFile(config); !status)
             return Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
-        if (!WriteLevelConfig(session, config, ConfigForFolder(level, out.Place())))
+        const auto content = ConfigForFolder(level, out.Place());
+        if (!content)
+            return Fail(session, GetMsg(Msg::ExportErrorCopying), content.Error());
+        if (!WriteLevelConfig(session, config, *content))
             return false;
         zip = ZipPlace(session, std::string{Trim(level.levelName)}, choices.zip);
         if (!zip || !Pack(session, *zip, out.Place(), *progress))

@@ -20,6 +20,6 @@ bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices 
 
 /// The configuration file for a folder with a level's files: its texts from the record, the names
 /// and sizes of what lies in the folder.
-LevelConfig ConfigForFolder(const LevelRecord& level, const Path& folder);
+Result<LevelConfig> ConfigForFolder(const LevelRecord& level, const Path& folder);
 
 } // namespace kestrova

@@ -18,15 +18,24 @@ namespace
 {
 
 /// Savegames, notes and shots in a level's store and in the slots of its savegame archive.
-std::vector<Path> PlayersFilesOf(const Path& levelFolder)
+Result<std::vector<Path>> PlayersFilesOf(const Path& levelFolder)
 {
     std::vector<Path> files;
-    for (const Msg part : {Msg::DirBackupSavegames, Msg::DirSavegames})
-        if (const auto tree = ScanTree(InFolder(levelFolder, RowText(part))))
-            for (const Path& file : tree->files)
-                if (IsPlayersFile(file.filename().native()))
-                    files.push_back(file);
+    for (const Msg part : {Msg::DirBackupSavegames, Msg::DirSavegames}) {
+        const auto tree = ScanTreeIfThere(InFolder(levelFolder, RowText(part)));
+        if (!tree)
+            return tree.Error();
+        for (const Path& file : tree->files)
+            if (IsPlayersFile(file.filename().native()))
+                files.push_back(file);
+    }
     return files;
+}
+
+Status KeepPlayersFiles(Session& session, LevelCode code, const Path& levelFolder, Msg reason)
+{
+    const auto files = PlayersFilesOf(levelFolder);
+    return files ? KeepInHistory(session, code, *files, GetMsg(reason)) : Status{files.Error()};
 }
 
 } // namespace
@@ -205,9 +214,7 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder)
 {
     if (!FolderExists(folder))
         return true;
-    if (const auto kept =
-            KeepInHistory(session, code, PlayersFilesOf(folder), GetMsg(Msg::ReasonRemoved));
-        !kept) {
+    if (const auto kept = KeepPlayersFiles(session, code, folder, Msg::ReasonRemoved); !kept) {
         TellFailure(session, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), kept.Error());
         return false;
     }

@@ -35,7 +35,7 @@ LevelRecord OriginalLevel(const Session& session)
     level.authorSites = Join(Split(RowText(Msg::OriginalSites), '|'), std::string_view{"\0", 1});
     const Path files = InFolder(LevelHomeOf(session, originalCode), RowText(Msg::DirFiles));
     for (const std::string& pattern : Split(RowText(Msg::OriginalInfoPatterns), '|'))
-        if (const auto found = ListFiles(files, pattern); !found.empty()) {
+        if (const auto found = ListFiles(files, pattern).ValueOr({}); !found.empty()) {
             level.moreInfoFile = found.front().filename().native();
             break;
         }
@@ -103,7 +103,11 @@ bool FillNewArchive(Session& session, const Path& folder, const Path& file)
     if (!chosen)
         return false;
     Path place = *chosen;
-    if (!ListFiles(place, RowText(Msg::PatAll)).empty() || !ListSubfolders(place).empty()) {
+    const auto files = ListFiles(place, RowText(Msg::PatAll));
+    const auto folders = ListSubfolders(place);
+    if (!files || !folders)
+        return TellFolderNotRead(session, files ? folders.Error() : files.Error());
+    if (!files->empty() || !folders->empty()) {
         place = DefaultArchiveFolder(place);
         session.host.Tell(Tone::Warning, GetMsg(Msg::ArchiveFolderChanged) + TextOf(place));
     }

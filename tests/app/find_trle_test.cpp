@@ -1,4 +1,5 @@
 #include "app/find_trle.h"
+#include "support/faults.h"
 #include "support/sandbox.h"
 
 #include <gtest/gtest.h>
@@ -42,6 +43,15 @@ TEST_F(FindTrle, TheFirstTestThatFailsIsTold)
     EXPECT_EQ(box.host.told.front().tone, Tone::Error);
     Remove("trle/tomb4.exe");
     EXPECT_EQ(Words(), "Not right folder: Missing file 'tomb4.exe' in folder: " + folder);
+}
+
+TEST_F(FindTrle, OfAFolderThatCannotBeReadNobodySaysWhatItLacks)
+{
+    const FailingCalls failing{platform::FileAction::List, "/DATA", -1};
+    EXPECT_FALSE(WhatTrleLacks(box / "trle"));
+    const std::string words = Words();
+    EXPECT_EQ(words.find("Not right folder"), std::string::npos) << words;
+    EXPECT_NE(words.find((box / "trle/DATA").native()), std::string::npos) << words;
 }
 
 TEST_F(FindTrle, AWrongFolderIsNeverTaken)

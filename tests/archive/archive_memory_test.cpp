@@ -133,7 +133,7 @@ TEST_F(ArchiveMemory, AFailedSaveIsToldAndLeavesTheArchiveDirty)
 TEST_F(ArchiveMemory, TheIndexHoldsTrueNamesAndSizes)
 {
     box.AddLevel("One", {{"Grün.TR4", "12345"}, {"b.tr4", "1"}, {"c.tr4.zl", "stream"}});
-    const auto entries = ScanTr4Files(box / "levels/LEVEL_0001/files");
+    const auto entries = *ScanTr4Files(box / "levels/LEVEL_0001/files");
     ASSERT_EQ(entries.size(), 2U);
     ASSERT_TRUE(WriteTr4Inf(box.session, 1, entries));
     EXPECT_EQ(Tr4InfPath(box.session, 1), box / "levels/LEVEL_0001/tr4.inf");

@@ -24,7 +24,8 @@ protected:
     {
         const auto found =
             FindEqualTr4(box.session, folder.empty() ? Path{} : box / folder, level, nullptr);
-        return found ? std::to_string(found->level) + " " + found->name : std::string{};
+        EXPECT_TRUE(found);
+        return *found ? std::to_string((*found)->level) + " " + (*found)->name : std::string{};
     }
     Sandbox box;
 };

@@ -63,11 +63,11 @@ TEST(StoredAudio, WavesAreKeptAsMp3AndComeBackInTheGamesForm)
         Path result;
         ASSERT_TRUE(UnstoreLevelFiles(box.session, box / box.Files(), result, true))
             << box.host.AllTold();
-        ASSERT_EQ(ListFiles(result, "*").size(), 3U);
+        ASSERT_EQ(ListFiles(result, "*")->size(), 3U);
         for (std::size_t i = 0; i < 3; ++i) {
-            EXPECT_EQ((*plan)[i].name, ListFiles(result, "*")[i].filename());
+            EXPECT_EQ((*plan)[i].name, ListFiles(result, "*")->at(i).filename());
             EXPECT_NEAR(static_cast<double>((*plan)[i].size),
-                        static_cast<double>(FileSize(ListFiles(result, "*")[i])), 2048);
+                        static_cast<double>(FileSize(ListFiles(result, "*")->at(i))), 2048);
         }
         for (const char* name : {"101.wav", "step.wav"})
             EXPECT_EQ(ClassifyWav(result / name, AudioKind::Adpcm).mode, 0) << name;

@@ -38,7 +38,7 @@ struct SoundBox : ToolBox {
         std::filesystem::remove(root / "make.mp3");
         return bytes;
     }
-    std::vector<Path> In() const { return ListFiles(root / "in", "*"); }
+    std::vector<Path> In() const { return *ListFiles(root / "in", "*"); }
     bool Run(AudioKind kind, const Path& folder, std::string* status = nullptr)
     {
         AudioBatch batch{session, In(), folder, kind};

@@ -44,7 +44,7 @@ TEST(StagedWrite, IsAllOrNothingWhereverTheProgramIsKilled)
         const std::string content = box.Read("home/settings");
         EXPECT_TRUE(content == "old" || content == "newer text") << run.call;
         ClearStagedLeftovers(box / "home");
-        EXPECT_EQ(ListFiles(box / "home", "*").size(), 1U);
+        EXPECT_EQ(ListFiles(box / "home", "*")->size(), 1U);
         if (!run.killed) {
             EXPECT_TRUE(run.answer);
             EXPECT_EQ(content, "newer text");

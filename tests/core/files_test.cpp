@@ -22,7 +22,7 @@ protected:
                                                  std::string_view pattern) const
     {
         std::vector<std::string> names;
-        for (const Path& file : ListFiles(box / folder, pattern))
+        for (const Path& file : ListFiles(box / folder, pattern).ValueOr({}))
             names.push_back(file.filename().native());
         return names;
     }
@@ -60,7 +60,7 @@ TEST_F(Files, AnOverwriteKeepsTheSpellingAndADeleteTakesTheTwins)
     EXPECT_EQ(AllNames("b"), (List{"SCRIPT.DAT"}));
     EXPECT_EQ(box.Read("b/SCRIPT.DAT"), "new");
     box.Write("b/script.dat", "twin");
-    EXPECT_EQ(CaseTwins(box / "b/Script.Dat").size(), 2U);
+    EXPECT_EQ(CaseTwins(box / "b/Script.Dat")->size(), 2U);
     EXPECT_TRUE(DeleteFile(box / "b/Script.dat"));
     EXPECT_TRUE(AllNames("b").empty());
     EXPECT_TRUE(DeleteFile(box / "b/Script.dat")) << "a missing file is gone";
@@ -75,7 +75,30 @@ TEST_F(Files, ListingsAreSortedByUpperCasedName)
     box.Write("x/sub.dat/file", "");
     EXPECT_EQ(Names("x", "*.dat"), (List{"A.DAT", "a1.dat", "b.dat", "Z.dat", "_x.dat", "ä.dat"}));
     EXPECT_EQ(Names("none", "*"), List{});
-    EXPECT_EQ(ListSubfolders(box / "X"), (std::vector<Path>{box / "x/sub.dat"}));
+    EXPECT_EQ(*ListSubfolders(box / "X"), (std::vector<Path>{box / "x/sub.dat"}));
+}
+
+TEST_F(Files, AFolderThatCannotBeListedIsNoEmptyOne)
+{
+    box.Write("x/SUB/file", "1");
+    const auto fails = [&](const std::string& ending, auto work) {
+        const FailingCalls failing{platform::FileAction::List, ending};
+        const auto result = work();
+        EXPECT_EQ(failing.Failed(), 1);
+        return !result && result.Error().code == ErrorCode::CannotRead;
+    };
+    EXPECT_TRUE(fails("/x", [&] { return ListFiles(box / "x", "*"); }));
+    EXPECT_TRUE(fails("/x", [&] { return ListSubfolders(box / "x"); }));
+    EXPECT_TRUE(fails("/x/SUB", [&] { return ScanTree(box / "x"); }));
+    EXPECT_TRUE(fails("/x/SUB", [&] { return FolderSize(box / "x"); }));
+    EXPECT_TRUE(fails("/x/SUB", [&] { return CaseTwins(box / "x/SUB/FILE"); }));
+    EXPECT_TRUE(fails("/x/SUB", [&] { return DeleteFile(box / "x/SUB/FILE"); }));
+    EXPECT_TRUE(fails("/x/SUB", [&] { return DeleteMatching(box / "x/SUB", "*"); }));
+    EXPECT_TRUE(fails("/x", [&] { return ListFiles(box / "x/sub", "*"); }))
+        << "another spelling may stand there";
+    EXPECT_TRUE(fails("/x", [&] { return MakeFolder(box / "x/sub"); })) << "no second folder";
+    EXPECT_EQ(box.Read("x/SUB/file"), "1");
+    EXPECT_TRUE(ListFiles(box / "none", "*")->empty()) << "a missing folder is one without files";
 }
 
 TEST_F(Files, LinksAreNeverEnteredAndRemovedAsLinks)
@@ -87,7 +110,7 @@ TEST_F(Files, LinksAreNeverEnteredAndRemovedAsLinks)
     std::filesystem::create_directory_symlink(box / "outside", box / "x/folder");
     std::filesystem::create_symlink(box / "nowhere", box / "x/dangling");
     EXPECT_EQ(Names("x", "*"), (List{"inside.txt", "real.txt"}));
-    EXPECT_EQ(FolderSize(box / "x"), 8);
+    EXPECT_EQ(*FolderSize(box / "x"), 8);
     const auto tree = ScanTree(box / "x");
     ASSERT_TRUE(tree);
     EXPECT_EQ(tree->folders.size(), 1U);
@@ -107,9 +130,9 @@ TEST_F(Files, FoldersAreScannedParentsFirstAndRemovedOnlyWhenTheyMay)
     EXPECT_EQ(tree->folders,
               (std::vector<Path>{box / "x", box / "x/a", box / "x/b", box / "x/b/deep"}));
     EXPECT_EQ(tree->files.size(), 2U);
-    EXPECT_EQ(FolderSize(box / "x"), 6);
-    EXPECT_EQ(FolderSize(box / "x", "none*"), 0);
-    EXPECT_EQ(FolderSize(box / "none"), 0);
+    EXPECT_EQ(*FolderSize(box / "x"), 6);
+    EXPECT_EQ(*FolderSize(box / "x", "none*"), 0);
+    EXPECT_EQ(*FolderSize(box / "none"), 0);
     EXPECT_FALSE(RemoveFolder(box / "x")) << "it has sub-folders";
     EXPECT_TRUE(DeleteMatching(box / "x/b/deep", "*"));
     EXPECT_TRUE(DeleteMatching(box / "x/b/deep", "*")) << "an empty folder";

@@ -120,7 +120,7 @@ TEST_F(NewLevelTest, APackageIsFlattenedAndDistributed)
     EXPECT_EQ(record.levelName, "my first level");
     EXPECT_EQ(record.levelNote, "my note");
     EXPECT_EQ(record.moreInfoFile, "Walkthrough.doc");
-    EXPECT_EQ(record.filesSize, static_cast<int>(FolderSize(box / "levels/LEVEL_0001/files")));
+    EXPECT_EQ(record.filesSize, static_cast<int>(*FolderSize(box / "levels/LEVEL_0001/files")));
     EXPECT_EQ(record.extrasSize, 9);
     const auto index = ReadTr4InfOf(box.session, 1);
     ASSERT_TRUE(index && index->size() == 1);

@@ -68,14 +68,14 @@ TEST_F(PracticeFolder, PassesForALevelEditorsFolder)
     const Path game = trle / "tomb4.exe";
     EXPECT_EQ(Bytes(game), "the game");
     EXPECT_EQ(platform::FactsOf(game).mode & 0777U, 0755U);
-    EXPECT_GE(ListFiles(trle / "data", "*.tr4").size(), 2U);
-    EXPECT_GE(ListFiles(trle, "*.dat").size(), 2U);
+    EXPECT_GE(ListFiles(trle / "data", "*.tr4")->size(), 2U);
+    EXPECT_GE(ListFiles(trle, "*.dat")->size(), 2U);
     for (const char* file : {"script.dat", "english.dat", "load.bmp", "script/script.txt"})
         EXPECT_TRUE(FileExists(trle / file)) << file;
     for (const char* folder : {"manual", "script", "graphics/wads", "sound/samples"})
-        EXPECT_FALSE(ListFiles(ResolvePath(trle / folder), "*.*").empty()) << folder;
+        EXPECT_FALSE(ListFiles(ResolvePath(trle / folder), "*.*")->empty()) << folder;
 
-    const std::vector<Path> waves = ListFiles(trle / "audio", "*.wav");
+    const std::vector<Path> waves = *ListFiles(trle / "audio", "*.wav");
     EXPECT_EQ(waves.size(), 54U);
     std::set<std::string> different;
     for (const Path& wave : waves) {
@@ -89,7 +89,7 @@ TEST_F(PracticeFolder, PassesForALevelEditorsFolder)
     }
     EXPECT_EQ(different.size(), waves.size());
     EXPECT_EQ(PracticeTitle(Bytes(trle / "Script.dat")), "TRLE");
-    EXPECT_TRUE(ListFiles(trle, "savegame.*").empty());
+    EXPECT_TRUE(ListFiles(trle, "savegame.*")->empty());
 }
 
 TEST_F(PracticeFolder, NamesAreInMixedCase)
@@ -110,7 +110,7 @@ TEST_F(PracticeFolder, NamesAreInMixedCase)
 
 TEST_F(PracticeFolder, HasFiveLevelsOfTheirOwnKinds)
 {
-    const std::vector<Path> levels = ListSubfolders((*made)->levels);
+    const std::vector<Path> levels = *ListSubfolders((*made)->levels);
     ASSERT_EQ(levels.size(), 5U);
     std::set<std::string> pictures;
     int italian = 0;
@@ -145,7 +145,7 @@ TEST_F(PracticeFolder, HasFiveLevelsOfTheirOwnKinds)
         EXPECT_EQ(title, level.filename()); // what the game finds is the folder's name
         EXPECT_TRUE(endings.contains(".tr4") && endings.contains(".dat")) << level;
         nested += tree->folders.size() > 3 ? 1 : 0;
-        largest = std::max(largest, FolderSize(level));
+        largest = std::max(largest, *FolderSize(level));
     }
     EXPECT_EQ(pictures.size(), 5U);
     EXPECT_EQ(italian, 1);

@@ -85,12 +85,12 @@ TEST(HotKeys, ActAtEachTickInWhichTheyAreDownAndF9GoesFirst)
     world.machine.keysDown = {GameKey::F9};
     world.keys.Tick();
     EXPECT_TRUE(world.HasSlot(1));
-    EXPECT_EQ(ListFiles(world / "trle", "savegame.*").size(), 1U);
+    EXPECT_EQ(ListFiles(world / "trle", "savegame.*")->size(), 1U);
     world.keys.Tick();
     EXPECT_TRUE(world.HasSlot(2)) << "held for two ticks it acts twice: an empty slot more";
     world.machine.keysDown = {GameKey::F9, GameKey::F11};
     world.keys.Tick();
-    EXPECT_EQ(ListFiles(world / "trle", "savegame.*").size(), 3U)
+    EXPECT_EQ(ListFiles(world / "trle", "savegame.*")->size(), 3U)
         << "what F9 freed came back in the same tick";
     EXPECT_TRUE(world.session.hotKeysActive);
     EXPECT_EQ(world.session.runningOperations, 0);

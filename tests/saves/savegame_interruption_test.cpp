@@ -171,7 +171,7 @@ INSTANTIATE_TEST_SUITE_P(Saves, SavegameInterruption, ::testing::ValuesIn(works)
 TEST(SavegameTransfer, KilledOrFailedAnywhereLosesNothing)
 {
     const auto work = [](SavesWorld& world, bool import) {
-        const std::vector<Path> live = ListFiles(world / "trle", "savegame.*");
+        const std::vector<Path> live = *ListFiles(world / "trle", "savegame.*");
         return (import ? CopyIntoSlots(world.session, world.resting, live)
                        : ExportSavegames(world.session, world.played, live, world / "out", true))
             .empty();

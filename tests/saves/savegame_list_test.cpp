@@ -66,7 +66,7 @@ TEST(SavegameImport, TakesTheLowestFreeSlots)
     ASSERT_TRUE(list.Take(AllRows(list)));
     EXPECT_EQ(world.Shown("levels/LEVEL_0002/backup_savegames"),
               "savegame.0=3 savegame.1=1 savegame.2=5");
-    EXPECT_EQ(ListFiles(world / "from", "*").size(), 3U);
+    EXPECT_EQ(ListFiles(world / "from", "*")->size(), 3U);
 }
 
 TEST(SavegameImport, FreesTheSlotsWhenFifteenAreNotEnough)
@@ -85,7 +85,7 @@ TEST(SavegameImport, FreesTheSlotsWhenFifteenAreNotEnough)
     auto fourteen = AllRows(list);
     fourteen.pop_back();
     EXPECT_TRUE(list.Take(fourteen));
-    EXPECT_EQ(ListFiles(world / "trle", "savegame.*").size(), 15U);
+    EXPECT_EQ(ListFiles(world / "trle", "savegame.*")->size(), 15U);
     EXPECT_EQ(ReadSavegameInfo(world / "trle/savegame.0").number, 52);
 }
 

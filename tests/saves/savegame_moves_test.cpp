@@ -224,7 +224,7 @@ TEST(RestoreSavegames, FillsFifteenPlacesWithTheNewestAndLeavesTheOthers)
     for (int i = 0; i < 5; ++i)
         world.Archived(1, std::to_string(i), 50 + i);
     ASSERT_TRUE(RestoreSavegames(world.session));
-    EXPECT_EQ(ListFiles(world / "trle", "savegame.*").size(), 15U);
+    EXPECT_EQ(ListFiles(world / "trle", "savegame.*")->size(), 15U);
     EXPECT_EQ(ReadSavegameInfo(world / "trle/savegame.0").number, 53);
     EXPECT_EQ(ReadSavegameInfo(world / "trle/savegame.14").number, 112);
     EXPECT_EQ(world.ShownSlot(1), "savegame.0=50 savegame.1=51 savegame.2=52");
@@ -273,7 +273,7 @@ TEST(RestoreSavegames, MoreThanFifteenAtTheStartEndsAtTheToldPlace)
         world.Archived(1, std::to_string(i), 20 + i);
     ASSERT_TRUE(RestoreSavegames(world.session));
     // Seventeen live: the first that came made the count of free places -1 and ended it.
-    EXPECT_EQ(ListFiles(world / "trle", "savegame.*").size(), 18U);
+    EXPECT_EQ(ListFiles(world / "trle", "savegame.*")->size(), 18U);
     EXPECT_EQ(world.ShownSlot(1), "savegame.0=20 savegame.1=21 savegame.2=22");
 }
 

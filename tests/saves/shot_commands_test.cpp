@@ -33,7 +33,7 @@ public:
     {
         Write(folder + name, content);
     }
-    void Load() { shots.Load(session, code); }
+    void Load() { ASSERT_TRUE(shots.Load(session, code)); }
     std::vector<std::string> Names()
     {
         std::vector<std::string> names;
@@ -140,7 +140,7 @@ TEST(ShotCommands, DeleteTakesOneFileAndItsSizeAndSparesTheDefaultPicture)
 
     const std::string original = "home/LEVEL_0000/screenshots/Tomb Raider Level Editor.bmp";
     world.Write(original, "the default picture");
-    world.shots.Load(world.session, originalCode);
+    ASSERT_TRUE(world.shots.Load(world.session, originalCode));
     EXPECT_FALSE(DeleteShot(world.session, world.shots));
     EXPECT_TRUE(world.host.WasTold("default screen-shot, you can not delete it :-)"));
     EXPECT_TRUE(world.Has(original));

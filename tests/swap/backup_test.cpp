@@ -25,7 +25,7 @@ TEST(MakeTrleBackup, AsksOnceAndCopiesWhatWasChosen)
     FirstStart world;
     world.host.WillAsk("is original?", true);
     // What this folder needs stands beside the figures of the whole distribution.
-    world.host.WillAsk(FormatSize(FolderSize(world / "trle")) + " for a full backup", false);
+    world.host.WillAsk(FormatSize(*FolderSize(world / "trle")) + " for a full backup", false);
     ASSERT_TRUE(MakeTrleBackup(world.session, false)) << world.host.AllTold();
     EXPECT_FALSE(world.session.preferences.fullBackup);
     EXPECT_EQ(world.Read("home/backup_trle/Script.dat"), "original script");

@@ -1,6 +1,7 @@
 #include "support/faults.h"
 #include "swap/backup.h"
 #include "swap/recovery.h"
+#include "swap/restore_steps.h"
 #include "swap/swap_notes.h"
 #include "swap_world.h"
 
@@ -115,6 +116,24 @@ TEST(FullRestore, RemembersWhatTheLevelBroughtWhenItCannotEnd)
     Session next = world.Reopened();
     EXPECT_TRUE(RecoverInterruptedWork(next));
     EXPECT_FALSE(world.Has("trle/Audio/200.wav")) << "nobody knows any more whose it is";
+    world.ExpectOriginal();
+}
+
+TEST(FullRestore, DeletesNothingWhileTheBackupCannotBeListed)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    world.host.AnswerAll(true);
+    const auto before = world.Snapshot("trle");
+    {
+        const FailingCalls failing{platform::FileAction::List, "/backup_trle/DATA", -1};
+        EXPECT_FALSE(RestoreFully(world));
+        EXPECT_TRUE(world.host.WasTold("could not be read")) << world.host.AllTold();
+        RestoreReport report;
+        EXPECT_FALSE(FinishRestore(world.session, {}, report));
+    }
+    EXPECT_EQ(world.Snapshot("trle"), before);
+    EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
     world.ExpectOriginal();
 }
 

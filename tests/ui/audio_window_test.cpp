@@ -64,7 +64,7 @@ TEST(AudioWindow, WhatIsDroppedIsListedAndConverted)
         box.host.WillAsk("Do you want exit", true);
         Press(dialog, "Pul_Converti");
         EXPECT_EQ(dialog.result(), QDialog::Accepted);
-        EXPECT_EQ(ClassifyWav(ListFiles(box / "out", "*.wav").at(0), AudioKind::Adpcm).mode, 0);
+        EXPECT_EQ(ClassifyWav(ListFiles(box / "out", "*.wav")->at(0), AudioKind::Adpcm).mode, 0);
     }
     EXPECT_FALSE(box.Has("home/_audio_temp"));
 

@@ -44,7 +44,7 @@ public:
         std::filesystem::create_directories(box / folder);
         EXPECT_TRUE(image.save(PathToQt(box / (folder + name)), "bmp"));
     }
-    void Load() { shots.Load(session, code); }
+    void Load() { ASSERT_TRUE(shots.Load(session, code)); }
     QImage Saved(const std::string& name)
     {
         const auto picture = LoadPicture(box / name);

@@ -290,9 +290,9 @@ TEST_F(ArchiveLife, TextsBeyondTheCodePageComeBackAndWhatWasChangedElsewhereSpea
     EXPECT_EQ(record.levelName, "Zamek Ksi??") << "the record holds what its code page can";
     EXPECT_EQ(record.moreInfoFile, "??????????.txt");
     const Path files = box / "levels/LEVEL_0001/files";
-    EXPECT_EQ(FindDocument(files, record.moreInfoFile), files / "Инструкция.txt");
+    EXPECT_EQ(*FindDocument(files, record.moreInfoFile), files / "Инструкция.txt");
     box.Write("levels/LEVEL_0001/files/Документац.txt", "another of that form");
-    EXPECT_FALSE(FindDocument(files, record.moreInfoFile)) << "nobody can tell which is meant";
+    EXPECT_FALSE(*FindDocument(files, record.moreInfoFile)) << "nobody can tell which is meant";
 
     ASSERT_TRUE(ReadArchive(box.session, box.session.ArchivePath()));
     const LevelRecord& back = box.session.archive.levels.at(1);
@@ -300,7 +300,7 @@ TEST_F(ArchiveLife, TextsBeyondTheCodePageComeBackAndWhatWasChangedElsewhereSpea
     EXPECT_EQ(back.levelNote, "Ποιος φοβάται;");
     EXPECT_EQ(back.authorName, std::string(79, 'x') + "Ř") << "as long as its field";
     EXPECT_EQ(back.authorEmails, (std::string{"a@ł.pl"} + '\0' + "b@c.gr"));
-    EXPECT_EQ(FindDocument(files, back.moreInfoFile), files / "Инструкция.txt");
+    EXPECT_EQ(*FindDocument(files, back.moreInfoFile), files / "Инструкция.txt");
 
     // Another program renames the level; a damaged line harms no other.
     ArchiveContent content = *ParseArchive(box.Read("home/LevelArchive.kva"));

@@ -89,7 +89,8 @@ TEST_F(Compression, GoesThereAndBackOverAllLevelsOnTheDisk)
     EXPECT_EQ(Read(), before);
     EXPECT_TRUE(box.host.WasTold("New size [files] folders = ")) << box.host.AllTold();
     EXPECT_TRUE(box.host.WasTold("Note: levels on cd have been not changed"));
-    EXPECT_EQ(box.session.archive.levels[2].filesSize, FolderSize(box / "levels/LEVEL_0002/files"));
+    EXPECT_EQ(box.session.archive.levels[2].filesSize,
+              *FolderSize(box / "levels/LEVEL_0002/files"));
     EXPECT_GT(box.list.refreshes, 0);
 
     ASSERT_TRUE(Change(false)) << box.host.AllTold();
