@@ -3,6 +3,7 @@
 #include "catalogue/message.h"
 #include "core/staged_file.h"
 #include "core/text.h"
+#include "platform/folder_memory.h"
 
 #include <algorithm>
 #include <cmath>
@@ -34,20 +35,26 @@ Result<std::vector<platform::FolderEntry>> EntriesOf(const Path& folder)
     return entries;
 }
 
+/// All spellings of a name that a folder holds; a folder that is not there has none.
+Result<std::vector<std::string>> SpellingsIn(const Path& folder, const std::string& name)
+{
+    std::vector<std::string> names;
+    const auto failure =
+        platform::NamesLike(folder.empty() ? Path{"."} : folder, name, &FoldCase, names);
+    if (failure && failure != std::errc::no_such_file_or_directory &&
+        failure != std::errc::not_a_directory)
+        return MakeFailure(ErrorCode::CannotRead, TextOf(folder), failure);
+    return names;
+}
+
 /// The existing spelling of a name in a folder; the name itself when there is none.
 Result<std::string> SpellingIn(const Path& folder, const std::string& name)
 {
-    const auto entries = EntriesOf(folder);
-    if (!entries)
-        return entries.Error();
-    std::string best;
-    for (const auto& entry : *entries) {
-        if (entry.name == name)
-            return name;
-        if (EqualNames(entry.name, name) && (best.empty() || entry.name < best))
-            best = entry.name;
-    }
-    return best.empty() ? name : best;
+    const auto names = SpellingsIn(folder, name);
+    if (!names)
+        return names.Error();
+    const bool exact = std::find(names->begin(), names->end(), name) != names->end();
+    return exact || names->empty() ? name : names->front();
 }
 
 /// Where a link leads, provided that this is a file inside the tree of `root`.
@@ -140,9 +147,14 @@ Result<std::vector<Path>> CaseTwins(const Path& path)
     const auto folder = FindPath(path.parent_path());
     if (!folder)
         return folder.Error();
-    const std::string name = path.filename().native();
-    return ListWanted(
-        *folder, [&](const platform::FolderEntry& entry) { return EqualNames(entry.name, name); });
+    const auto names = SpellingsIn(*folder, path.filename().native());
+    if (!names)
+        return names.Error();
+    std::vector<Path> twins;
+    for (const std::string& name : *names)
+        if (!IsStagedName(name))
+            twins.push_back(*folder / name);
+    return twins;
 }
 
 bool FileExists(const Path& file)

@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include "platform/folder_memory.h"
 #include "platform/last_error.h"
 
 #include <atomic>
@@ -109,7 +110,10 @@ std::error_code MakeFolder(const Path& folder)
 {
     if (const auto failure = AskFileHook(FileAction::MakeFolder, folder))
         return failure;
-    return ::mkdir(folder.c_str(), 0777) == 0 ? std::error_code{} : LastError();
+    if (::mkdir(folder.c_str(), 0777) != 0)
+        return LastError();
+    NoteName(folder, true);
+    return {};
 }
 
 std::error_code MakeFolders(const Path& folder)
@@ -130,28 +134,41 @@ std::error_code RemoveFolder(const Path& folder)
 {
     if (const auto failure = AskFileHook(FileAction::RemoveFolder, folder))
         return failure;
-    return ::rmdir(folder.c_str()) == 0 ? std::error_code{} : LastError();
+    if (::rmdir(folder.c_str()) != 0)
+        return LastError();
+    NoteName(folder, false);
+    return {};
 }
 
 std::error_code Unlink(const Path& file)
 {
     if (const auto failure = AskFileHook(FileAction::Unlink, file))
         return failure;
-    return ::unlink(file.c_str()) == 0 ? std::error_code{} : LastError();
+    if (::unlink(file.c_str()) != 0)
+        return LastError();
+    NoteName(file, false);
+    return {};
 }
 
 std::error_code Rename(const Path& from, const Path& to)
 {
     if (const auto failure = AskFileHook(FileAction::Rename, to))
         return failure;
-    return ::rename(from.c_str(), to.c_str()) == 0 ? std::error_code{} : LastError();
+    if (::rename(from.c_str(), to.c_str()) != 0)
+        return LastError();
+    NoteName(from, false);
+    NoteName(to, true);
+    return {};
 }
 
 std::error_code HardLink(const Path& file, const Path& name)
 {
     if (const auto failure = AskFileHook(FileAction::Create, name))
         return failure;
-    return ::link(file.c_str(), name.c_str()) == 0 ? std::error_code{} : LastError();
+    if (::link(file.c_str(), name.c_str()) != 0)
+        return LastError();
+    NoteName(name, true);
+    return {};
 }
 
 std::error_code Exchange(const Path& a, const Path& b)
@@ -214,6 +231,8 @@ std::error_code File::Open(const Path& path, int flags, File& file)
     if (opened.descriptor_ < 0)
         return LastError();
     opened.path_ = path;
+    if ((flags & O_CREAT) != 0)
+        NoteName(path, true);
     file = std::move(opened);
     return {};
 }

@@ -2,6 +2,7 @@
 
 #include "core/activity_log.h"
 #include "core/text.h"
+#include "platform/folder_memory.h"
 #include "records/preferences.h"
 #include "records/savegame_records.h"
 #include "session/archive.h"
@@ -69,7 +70,7 @@ struct Session {
     [[nodiscard]] Path MarkerPath() const;
 };
 
-/// Counts an operation for the length of its life.
+/// Counts an operation for the length of its life; folders are listed once meanwhile.
 class Operation
 {
 public:
@@ -84,6 +85,7 @@ public:
 
 private:
     Session& session_;
+    platform::FolderMemory folders_;
 };
 
 /// Shows a failure in words: `text`, and the failure's subject and system reason beside it.
