@@ -6,6 +6,7 @@
 #include "catalogue/message.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace kestrova
 {
@@ -23,18 +24,21 @@ std::string WaveName(const ReadyFile& file)
     return StripExtension(file.name) + GetMsg(Msg::WavExtension);
 }
 
-/// The wave takes the place of one of the same name, whose spelling stays.
-void PutWave(std::vector<ReadyFile>& files, ReadyFile wave)
+/// Each wave takes the place of one of the same name, whose spelling stays.
+void PutWaves(std::vector<ReadyFile>& files, std::vector<ReadyFile> waves)
 {
-    const auto same = std::find_if(files.begin(), files.end(), [&](const ReadyFile& file) {
-        return EqualNames(file.name, wave.name);
-    });
-    if (same == files.end()) {
-        files.push_back(std::move(wave));
-        return;
+    std::unordered_map<std::string, std::size_t> places; // by folded name, the first of equals
+    for (std::size_t i = 0; i < files.size(); ++i)
+        places.emplace(FoldCase(files[i].name), i);
+    for (ReadyFile& wave : waves) {
+        const auto [same, isNew] = places.emplace(FoldCase(wave.name), files.size());
+        if (isNew) {
+            files.push_back(std::move(wave));
+            continue;
+        }
+        wave.name = files[same->second].name;
+        files[same->second] = std::move(wave);
     }
-    wave.name = same->name;
-    *same = std::move(wave);
 }
 
 std::vector<ReadyFile> TakeMp3s(std::vector<ReadyFile>& files)
@@ -78,6 +82,7 @@ void NameAsWaves(std::vector<ReadyFile>& files,
     constexpr int channels = 2;
     constexpr int rate = 44100;
     const MsAdpcmEncoder encoder{channels, rate};
+    std::vector<ReadyFile> waves;
     for (ReadyFile& file : TakeMp3s(files)) {
         const auto bytes = contentOf(file);
         const MpegFacts sound = bytes ? ScanMpeg(*bytes) : MpegFacts{};
@@ -88,8 +93,9 @@ void NameAsWaves(std::vector<ReadyFile>& files,
         const auto from = static_cast<std::uint64_t>(sound.first.rate);
         file.size = encoder.WaveSize((sound.samples * rate + from / 2) / from);
         file.name = WaveName(file);
-        PutWave(files, std::move(file));
+        waves.push_back(std::move(file));
     }
+    PutWaves(files, std::move(waves));
     SortByListing(files);
 }
 
@@ -117,10 +123,12 @@ bool DecodeReadyFiles(Session& session, std::vector<ReadyFile>& files, const Pat
         session.host.Tell(Tone::Error, GetMsg(Msg::FailedConversion) + batch.StatusText());
         return false;
     }
+    std::unordered_map<std::string, const ReadyFile*> origins; // by path
+    for (const ReadyFile& file : mp3s)
+        origins.emplace(file.path.native(), &file);
+    std::vector<ReadyFile> waves;
     for (const AudioBatch::Pair& pair : batch.Converted()) {
-        const auto origin = std::find_if(mp3s.begin(), mp3s.end(), [&](const ReadyFile& file) {
-            return file.path == pair.source;
-        });
+        const ReadyFile* const origin = origins.at(pair.source.native());
         ReadyFile wave{WaveName(*origin), pair.result, true};
         // The same stored file gives the same wave with the same time. Some disks keep no times.
         (void)platform::SetModified(pair.result, origin->modifiedNs);
@@ -129,8 +137,9 @@ bool DecodeReadyFiles(Session& session, std::vector<ReadyFile>& files, const Pat
         wave.modifiedNs = facts.modifiedNs;
         if (origin->moved)
             (void)DeleteFile(origin->path); // the whole folder goes at the end
-        PutWave(files, std::move(wave));
+        waves.push_back(std::move(wave));
     }
+    PutWaves(files, std::move(waves));
     SortByListing(files);
     return true;
 }

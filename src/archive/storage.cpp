@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <map>
+#include <unordered_map>
 
 namespace kestrova
 {
@@ -197,29 +198,23 @@ bool ConvertsWaves(const Session& session, LevelCode code, StoreAs form)
     return form == StoreAs::ArchiveSays && session.archive.header.wavInMp3 && code != originalCode;
 }
 
-/// What the index knows of a file that is compressed already; no value when it does not.
-std::optional<Tr4Entry> KnownEntry(const std::vector<Tr4Entry>& known,
-                                   const std::string& storedName)
-{
-    const std::string name = StripExtension(storedName);
-    const auto entry = std::find_if(known.begin(), known.end(), [&](const Tr4Entry& each) {
-        return EqualNames(Trim(each.name), name);
-    });
-    return entry == known.end() ? std::nullopt : std::optional<Tr4Entry>{*entry};
-}
-
 /// True names and sizes; those of a compressed file are the ones that the index has.
 Status WriteIndex(const Session& session, LevelCode code, const std::vector<LevelFile>& files)
 {
     std::vector<Tr4Entry> entries;
     std::vector<Tr4Entry> stored;
     const auto known = ReadTr4InfOf(session, code);
+    std::unordered_map<std::string, Tr4Entry> knownByName; // folded
+    if (known)
+        for (const Tr4Entry& entry : *known)
+            knownByName.emplace(FoldCase(Trim(entry.name)), entry);
     for (const LevelFile& file : files) {
         if (MatchesPattern(file.name, RowText(Msg::PatTr4)))
             entries.push_back(Tr4EntryOf(file.name, file.path));
-        else if (known && MatchesPattern(file.name, RowText(Msg::PatTr4Zl)))
-            if (auto entry = KnownEntry(*known, file.name))
-                stored.push_back(std::move(*entry));
+        else if (known && MatchesPattern(file.name, RowText(Msg::PatTr4Zl))) // compressed already
+            if (const auto entry = knownByName.find(FoldCase(StripExtension(file.name)));
+                entry != knownByName.end())
+                stored.push_back(entry->second);
     }
     // An index that still fits stays; one that names files which are gone by now does not.
     if (entries.empty() && (!known || known->size() == stored.size()))

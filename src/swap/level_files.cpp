@@ -2,10 +2,11 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/name_set.h"
 #include "session/name_list.h"
 #include "swap/swap_notes.h"
 
-#include <algorithm>
+#include <unordered_map>
 
 namespace kestrova
 {
@@ -92,16 +93,19 @@ void MendAfterRestart(Session& session, LevelCode code)
     std::vector<Placement> placements;
     if (!ReadyPlacements(session, code, staging.Folder(), placements))
         return;
+    std::unordered_map<std::string, OwnedFile> listed; // by folded name
+    for (const OwnedFile& file : owner->added)
+        listed.emplace(FoldCase(file.name), file);
+    NameSet again;
+    std::vector<OwnedFile> standing;
     std::vector<std::string> mended;
     OwnerRecord record = *owner;
     for (const Placement& placement : placements) {
         const Path target = ResolvePath(session.TrleFolder() / placement.relative);
         const platform::FileFacts facts = platform::FactsOf(target);
-        const bool ours =
-            facts.kind == platform::FileKind::Missing || facts.size == 0 ||
-            std::any_of(owner->added.begin(), owner->added.end(), [&](const OwnedFile& file) {
-                return EqualNames(file.name, placement.target) && IsAsListed(file, facts);
-            });
+        const auto known = listed.find(FoldCase(placement.target));
+        const bool ours = facts.kind == platform::FileKind::Missing || facts.size == 0 ||
+                          (known != listed.end() && IsAsListed(known->second, facts));
         if (!ours || SameContent(placement.file.path, target))
             continue;
         if (const auto status = CopyFileOver(placement.file.path, target); !status) {
@@ -110,11 +114,11 @@ void MendAfterRestart(Session& session, LevelCode code)
             return;
         }
         mended.push_back(Readable(placement.target));
-        std::erase_if(record.added, [&](const OwnedFile& file) {
-            return EqualNames(file.name, placement.target);
-        });
-        record.added.push_back(AsItStands(placement.target, target));
+        again.Add(placement.target);
+        standing.push_back(AsItStands(placement.target, target));
     }
+    std::erase_if(record.added, [&](const OwnedFile& file) { return again.Has(file.name); });
+    record.added.insert(record.added.end(), standing.begin(), standing.end());
     if (!mended.empty())
         session.host.Tell(Tone::Plain, GetMsg(Msg::MendedFiles, {ShownNames(mended)}));
     (void)WriteOwner(session, std::move(record)); // otherwise the files are compared once more

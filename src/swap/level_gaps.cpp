@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <unordered_map>
 
 namespace kestrova
 {
@@ -22,11 +23,6 @@ constexpr std::size_t indexNameWidth = 80;
 std::string AsNoted(const std::string& name)
 {
     return FromWindows1252(ToWindows1252(name).substr(0, indexNameWidth));
-}
-
-bool IsNoted(const std::string& noted, const std::string& name)
-{
-    return EqualNames(noted, name) || EqualNames(noted, AsNoted(name));
 }
 
 struct Stored {
@@ -61,22 +57,27 @@ Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level)
     if (!stored)
         return stored.Error();
     const std::vector<Stored>& files = *stored;
+    std::unordered_map<std::string, const Stored*> byName; // folded, whole and as noted
+    for (const Stored& file : files) {
+        byName.emplace(FoldCase(file.name), &file);
+        byName.emplace(FoldCase(AsNoted(file.name)), &file);
+    }
     const auto find = [&](const std::string& noted) {
-        return std::find_if(files.begin(), files.end(),
-                            [&](const Stored& file) { return IsNoted(noted, file.name); });
+        const auto found = byName.find(FoldCase(noted));
+        return found == byName.end() ? nullptr : found->second;
     };
     if (const auto index = ReadTr4InfOf(session, level.levelCode))
         for (const Tr4Entry& entry : *index) {
             const std::string name{Trim(entry.name)};
-            const auto file = find(name);
+            const Stored* const file = find(name);
             const bool sizeIsKnown = entry.size < std::numeric_limits<std::int32_t>::max();
-            if (file == files.end() ||
+            if (file == nullptr ||
                 (file->plain && sizeIsKnown &&
                  file->size < static_cast<std::uint64_t>(std::max(entry.size, 0))))
                 gaps.files.push_back(name);
         }
     const std::string readme = FileNameOf(Trim(level.moreInfoFile));
-    if (!readme.empty() && find(readme) == files.end())
+    if (!readme.empty() && find(readme) == nullptr)
         gaps.texts.push_back(readme);
     double bytes = 0;
     for (const Stored& file : files)

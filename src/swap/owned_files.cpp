@@ -63,7 +63,7 @@ bool OwnedNames::IsAsPut(const std::string& name, const platform::FileFacts& fac
 struct SafeContents::Stored {
     explicit Stored(const Path& folder) : staging(folder) {}
     StagingFolder staging;
-    std::vector<Placement> files;
+    std::unordered_multimap<std::string, Path> files; ///< by the folded name of their place
 };
 
 SafeContents::SafeContents(Session& session, LevelPlace level)
@@ -97,13 +97,14 @@ bool SafeContents::LevelHolds(const Path& relative)
         if (FolderExists(source))
             if (const auto ready =
                     ReadyLevelFiles(session_, source, stored_->staging.Folder(), true, nullptr))
-                stored_->files = PlaceFiles(*ready, refused);
+                for (const Placement& placement : PlaceFiles(*ready, refused))
+                    stored_->files.emplace(FoldCase(placement.relative.native()),
+                                           placement.file.path);
     }
-    return std::any_of(
-        stored_->files.begin(), stored_->files.end(), [&](const Placement& placement) {
-            return EqualNames(placement.relative.native(), relative.native()) &&
-                   SameContent(placement.file.path, session_.TrleFolder() / relative);
-        });
+    const auto [first, last] = stored_->files.equal_range(FoldCase(relative.native()));
+    return std::any_of(first, last, [&](const auto& entry) {
+        return SameContent(entry.second, session_.TrleFolder() / relative);
+    });
 }
 
 } // namespace kestrova

@@ -4,12 +4,14 @@
 #include "archive/storage.h"
 #include "archive/tr4_index.h"
 #include "catalogue/message.h"
+#include "core/name_set.h"
 #include "swap/level_files.h"
 #include "swap/level_gaps.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace kestrova
 {
@@ -24,17 +26,14 @@ Path FilesFolder(Session& session, LevelCode code)
 
 /// The folder as it will be once the old level is out.
 struct Foresight {
-    std::vector<std::string> gone;     ///< folded names of what the old level brought
-    std::vector<std::string> restored; ///< folded names of what comes back
+    NameSet gone;     ///< what the old level brought
+    NameSet restored; ///< what comes back
 
     [[nodiscard]] bool WillStand(const Session& session, const std::string& name) const
     {
-        const auto has = [&](const std::vector<std::string>& names) {
-            return std::find(names.begin(), names.end(), FoldCase(name)) != names.end();
-        };
         const auto relative = SafeRelative(name);
-        return relative &&
-               (has(restored) || (!has(gone) && FileExists(session.TrleFolder() / *relative)));
+        return relative && (restored.Has(name) ||
+                            (!gone.Has(name) && FileExists(session.TrleFolder() / *relative)));
     }
 };
 
@@ -52,14 +51,14 @@ void PlanRemoval(Session& session, std::vector<PlannedFile>& plan, Foresight& fo
         if (stays || !FileExists(place))
             continue;
         plan.push_back({PlannedAction::Remove, Readable(file.name), FileSize(place)});
-        foresight.gone.push_back(FoldCase(file.name));
+        foresight.gone.Add(file.name);
     }
     for (const std::string& name : belongings.overwritten) {
         const Path pristine = session.BackupFolder() / *SafeRelative(name);
         if (!FileExists(pristine))
             continue;
         plan.push_back({PlannedAction::Restore, Readable(name), FileSize(pristine)});
-        foresight.restored.push_back(FoldCase(name));
+        foresight.restored.Add(name);
     }
 }
 
@@ -67,17 +66,17 @@ void PlanRemoval(Session& session, std::vector<PlannedFile>& plan, Foresight& fo
 Result<std::vector<Path>> DatFilesToCome(const Session& session, const Foresight& foresight)
 {
     std::vector<Path> files;
+    NameSet known;
     for (const Path& folder : {session.TrleFolder(), session.BackupFolder()}) {
         const auto found = ListFiles(folder, RowText(Msg::PatDat));
         if (!found)
             return found.Error();
         for (const Path& file : *found) {
-            const bool known = std::any_of(files.begin(), files.end(), [&](const Path& other) {
-                return EqualNames(other.filename().native(), file.filename().native());
-            });
-            if (!known &&
-                foresight.WillStand(session, GetMsg(Msg::FragRoot) + file.filename().native()))
-                files.push_back(file);
+            const std::string name = file.filename().native();
+            if (known.Has(name) || !foresight.WillStand(session, GetMsg(Msg::FragRoot) + name))
+                continue;
+            known.Add(name);
+            files.push_back(file);
         }
     }
     std::sort(files.begin(), files.end(), [](const Path& a, const Path& b) {
@@ -131,15 +130,15 @@ namespace
 Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
                          const std::vector<std::string>& replaced, std::vector<Difference>& found)
 {
-    const auto isLevels = [&](const Path& relative) {
-        return std::any_of(level.begin(), level.end(), [&](const Placement& placement) {
-            return EqualNames(placement.relative.native(), relative.native());
-        });
-    };
+    NameSet levels;
+    for (const Placement& placement : level)
+        levels.Add(placement.relative.native());
+    NameSet exchanged;
+    for (const std::string& name : replaced)
+        exchanged.Add(name);
+    const auto isLevels = [&](const Path& relative) { return levels.Has(relative.native()); };
     const auto isReplaced = [&](const Path& relative) {
-        return std::any_of(replaced.begin(), replaced.end(), [&](const std::string& name) {
-            return EqualNames(name, ToBackslashes(relative));
-        });
+        return exchanged.Has(ToBackslashes(relative));
     };
     const Path backup = ResolvePath(session.BackupFolder());
     const Path trle = ResolvePath(session.TrleFolder());
@@ -194,13 +193,26 @@ Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& l
 namespace
 {
 
-/// An expanded file against the size that it had when it was stored.
-bool IsSmallerThanNoted(const std::vector<Tr4Entry>& index, const ReadyFile& file)
+/// The sizes that files had when they were stored, by folded name.
+using NotedSizes = std::unordered_map<std::string, std::uint64_t>;
+
+NotedSizes SizesNoted(Session& session, LevelCode code)
 {
-    return std::any_of(index.begin(), index.end(), [&](const Tr4Entry& entry) {
-        return file.moved && EqualNames(Trim(entry.name), file.name) && entry.size > 0 &&
-               file.size < static_cast<std::uint64_t>(entry.size);
-    });
+    NotedSizes sizes;
+    if (const auto index = ReadTr4InfOf(session, code))
+        for (const Tr4Entry& entry : *index)
+            if (entry.size > 0) {
+                std::uint64_t& largest = sizes[FoldCase(Trim(entry.name))];
+                largest = std::max(largest, static_cast<std::uint64_t>(entry.size));
+            }
+    return sizes;
+}
+
+/// Of an expanded file.
+bool IsSmallerThanNoted(const NotedSizes& sizes, const ReadyFile& file)
+{
+    const auto noted = sizes.find(FoldCase(file.name));
+    return file.moved && noted != sizes.end() && file.size < noted->second;
 }
 
 } // namespace
@@ -260,9 +272,9 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
     std::vector<Difference> found;
     for (std::string& file : AllGaps(*gaps))
         found.push_back({Mismatch::Missing, std::move(file)});
-    const auto index = ReadTr4InfOf(session, code);
+    const NotedSizes sizes = SizesNoted(session, code);
     for (const ReadyFile& file : *ready) {
-        if (index && IsSmallerThanNoted(*index, file))
+        if (IsSmallerThanNoted(sizes, file))
             found.push_back({Mismatch::Differs, Readable(file.name)});
         std::string hash;
         if (platform::HashOfFile(file.path, hash))

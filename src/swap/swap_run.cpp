@@ -8,7 +8,7 @@
 #include "swap/swap_notes.h"
 #include "swap/vault.h"
 
-#include <algorithm>
+#include <set>
 
 namespace kestrova
 {
@@ -160,18 +160,17 @@ void SwapRun::Keep(const std::vector<Path>& relatives)
         kept_.push_back(Readable(ToBackslashes(relative)));
     if (keeping.failed.empty())
         return;
-    spared_.insert(spared_.end(), keeping.failed.begin(), keeping.failed.end());
     std::vector<std::string> names;
-    for (const Path& relative : keeping.failed)
+    for (const Path& relative : keeping.failed) {
+        spared_.Add(relative.native());
         names.push_back(Readable(ToBackslashes(relative)));
+    }
     TellFailure(session_, GetMsg(Msg::CannotKeepFiles, {ShownNames(names)}), keeping.failure);
 }
 
 bool SwapRun::IsSpared(const Path& relative) const
 {
-    return std::any_of(spared_.begin(), spared_.end(), [&](const Path& other) {
-        return EqualNames(other.native(), relative.native());
-    });
+    return spared_.Has(relative.native());
 }
 
 bool SwapRun::DeleteAdded(const LevelPlace& level, const Belongings& belongings)
@@ -220,16 +219,16 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
         return;
     const auto progress =
         session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RestoringChangedFiles));
+    const OwnedNames left{leftAdded_};
     std::vector<Path> inTheWay; // a designer's file, or one that came in by another hand
     for (const std::string& name : names) {
         const Path relative = *SafeRelative(name);
-        const bool left =
-            std::any_of(leftAdded_.begin(), leftAdded_.end(),
-                        [&](const OwnedFile& file) { return EqualNames(file.name, name); });
-        if (!left && !IsSpared(relative) && FileExists(session_.BackupFolder() / relative))
+        if (!left.Has(name) && !IsSpared(relative) &&
+            FileExists(session_.BackupFolder() / relative))
             inTheWay.push_back(relative);
     }
     Keep(inTheWay);
+    NameSet back; // whatever stood there, the original does now
     std::vector<std::string> failed;
     for (std::size_t i = 0; i < names.size(); ++i) {
         const auto relative = SafeRelative(names[i]);
@@ -243,12 +242,12 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
             leftOverwritten_.push_back(names[i]);
             failed.push_back(Readable(names[i]));
         }
-        if (status) // whatever stood there, the original does now
-            std::erase_if(leftAdded_,
-                          [&](const OwnedFile& file) { return EqualNames(file.name, names[i]); });
+        if (status)
+            back.Add(names[i]);
         progress->SetBar(i + 1, names.size());
         progress->Step();
     }
+    std::erase_if(leftAdded_, [&](const OwnedFile& file) { return back.Has(file.name); });
     if (!failed.empty())
         session_.host.Tell(Tone::Warning, GetMsg(Msg::OriginalsNotBack, {ShownNames(failed)}));
 }
@@ -347,8 +346,9 @@ bool SwapRun::Settle()
     for (const OwnedFile& left : leftAdded_)
         if (!put.Has(left.name))
             record.added.push_back(left);
+    const std::set<std::string> replaced{replaced_.begin(), replaced_.end()};
     for (const std::string& left : leftOverwritten_)
-        if (std::find(replaced_.begin(), replaced_.end(), left) == replaced_.end())
+        if (!replaced.contains(left))
             record.overwritten.push_back(left);
     for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio}) {
         const Path folder = ResolvePath(InFolder(trle_, RowText(fragment)));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/storage.h"
+#include "core/name_set.h"
 #include "session/session.h"
 #include "swap/marker.h"
 #include "swap/owned_files.h"
@@ -114,7 +115,7 @@ private:
     std::vector<OwnedFile> put_;
     std::vector<std::string> overwritten_; ///< as the marker lists them
     std::vector<std::string> replaced_;    ///< those that were really replaced
-    std::vector<Path> spared_;             ///< could not be kept, so they stay
+    NameSet spared_;                       ///< could not be kept, so they stay
     std::vector<std::string> kept_;        ///< told at the end
 };
 
