@@ -2,6 +2,7 @@
 
 #include "audio/audio_batch.h"
 #include "catalogue/message.h"
+#include "core/removal.h"
 #include "intake/package_sources.h"
 #include "session/name_list.h"
 
@@ -42,10 +43,8 @@ std::string AudioTool::Extension() const
 
 bool AudioTool::Open()
 {
-    Status status;
     origins_.clear();
-    if (FolderExists(work_))
-        status = RemoveTree(work_);
+    Status status = ClearPlace(work_);
     if (status)
         status = MakeFolders(work_);
     if (!status)
@@ -58,9 +57,7 @@ void AudioTool::Leave()
 {
     const auto wait =
         session_.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingTempFiles));
-    if (!FolderExists(work_))
-        return;
-    const auto status = RemoveTree(work_, [&] { return wait->Step(), true; });
+    const auto status = ClearPlace(work_, [&] { return wait->Step(), true; });
     if (!status)
         TellFailure(session_, GetMsg(Msg::ErrorDeletingFolder) + TextOf(work_), status.Error());
 }

@@ -4,6 +4,7 @@
 #include "archive/stored_form.h"
 #include "archive/zl_file.h"
 #include "catalogue/message.h"
+#include "core/removal.h"
 #include "pictures/bitmap.h"
 #include "pictures/convert.h"
 
@@ -242,9 +243,8 @@ Result<std::vector<ReadyFile>> ReadyLevelFiles(Session& session, const Path& fol
     if (!files)
         return files.Error();
     const Path place = ResolvePath(staging);
-    if (FolderExists(place))
-        if (auto status = RemoveTree(place); !status)
-            return status.Error();
+    if (auto status = ClearPlace(place); !status)
+        return status.Error();
     const auto free = session.machine.FreeSpace(place);
     if (!free)
         return free.Error();
@@ -258,8 +258,7 @@ Result<std::vector<ReadyFile>> ReadyLevelFiles(Session& session, const Path& fol
                                                    : ExpandInto(file.ready, target, space);
             }));
     const auto fails = [&](const Failure& failure) {
-        if (FolderExists(place))
-            (void)RemoveTree(place); // the first failure is the one to tell; a rest goes next time
+        (void)ClearPlace(place); // the first failure is the one to tell; a rest goes next time
         return failure;
     };
     const auto isMp3 = [](const StoredFile& file) { return IsMp3Name(file.ready.name); };

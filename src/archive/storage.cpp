@@ -7,6 +7,7 @@
 #include "archive/tr4_index.h"
 #include "archive/zl_file.h"
 #include "catalogue/message.h"
+#include "core/removal.h"
 #include "pictures/convert.h"
 #include "pictures/picture.h"
 
@@ -132,8 +133,8 @@ Status FillAndExchange(const std::vector<StoreStep>& steps, const Path& files,
         status = FlushFiles(fresh, progress);
     if (status)
         status = ExchangeFiles(files);
-    if (!status && FolderExists(fresh))
-        (void)RemoveTree(fresh); // what stays is cleared by the next store
+    if (!status)
+        (void)ClearPlace(fresh); // what stays is cleared by the next store
     return status;
 }
 

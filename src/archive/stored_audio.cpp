@@ -3,6 +3,7 @@
 #include "archive/zl_file.h"
 #include "audio/audio_batch.h"
 #include "catalogue/message.h"
+#include "core/removal.h"
 
 #include <algorithm>
 #include <map>
@@ -51,14 +52,13 @@ std::string PatternOf(Msg extension)
 
 WorkingFolder::WorkingFolder(Path folder) : folder_(std::move(folder))
 {
-    if (FolderExists(folder_)) // left by a killed program
-        (void)RemoveTree(folder_);
+    (void)ClearPlace(folder_);  // left by a killed program
     (void)MakeFolders(folder_); // the first file in it tells of a failure
 }
 
 WorkingFolder::~WorkingFolder()
 {
-    (void)RemoveTree(folder_); // the next use clears what stays
+    (void)ClearPlace(folder_); // the next use clears what stays
 }
 
 bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& work)

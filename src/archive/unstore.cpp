@@ -3,6 +3,7 @@
 #include "archive/stored_form.h"
 #include "archive/zl_file.h"
 #include "catalogue/message.h"
+#include "core/removal.h"
 
 #include <algorithm>
 
@@ -66,7 +67,7 @@ bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool 
     }
     zip->SetLabel(GetMsg(Msg::CopyingFilesInProgress));
     if (const auto status = CopyTheRest(*files, temp, *zip); !status) {
-        (void)RemoveTree(temp); // the next use clears what stays
+        (void)ClearPlace(temp); // the next use clears what stays
         TellUnlessStopped(session, Msg::ErrorUnzippingFile, status.Error());
         return false;
     }

@@ -299,36 +299,6 @@ Status RemoveFolder(const Path& folder)
     return {};
 }
 
-Status RemoveTree(const Path& folder, const Heartbeat& heartbeat)
-{
-    const Path place = ResolvePath(folder);
-    if (heartbeat && !heartbeat())
-        return MakeFailure(ErrorCode::Stopped, TextOf(place));
-    if (platform::FactsOfLink(place).kind == FileKind::Link) {
-        if (const auto failure = platform::Unlink(place))
-            return MakeFailure(ErrorCode::CannotDelete, TextOf(place), failure);
-        return {};
-    }
-    std::vector<platform::FolderEntry> entries;
-    if (const auto failure = platform::ListFolder(place, entries))
-        return MakeFailure(ErrorCode::CannotDelete, TextOf(place), failure);
-    for (const auto& entry : entries) {
-        const Path path = place / entry.name;
-        if (entry.kind == FileKind::Folder) {
-            if (auto status = RemoveTree(path, heartbeat); !status)
-                return status;
-        } else if (entry.kind == FileKind::Other) {
-            return MakeFailure(ErrorCode::CannotDelete, TextOf(path),
-                               std::make_error_code(std::errc::operation_not_permitted));
-        } else if (const auto failure = platform::Unlink(path)) {
-            return MakeFailure(ErrorCode::CannotDelete, TextOf(path), failure);
-        }
-    }
-    if (const auto failure = platform::RemoveFolder(place))
-        return MakeFailure(ErrorCode::CannotDelete, TextOf(place), failure);
-    return {};
-}
-
 bool SameContent(const Path& a, const Path& b, const Heartbeat& heartbeat)
 {
     platform::File first;

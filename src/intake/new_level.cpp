@@ -4,6 +4,7 @@
 #include "archive/level_folders.h"
 #include "archive/storage.h"
 #include "catalogue/message.h"
+#include "core/removal.h"
 #include "intake/folder_names.h"
 #include "session/documents.h"
 #include "swap/level_language.h"
@@ -23,7 +24,7 @@ NewLevel::NewLevel(Session& session, LevelRecord& record, LevelMode mode, Progre
 NewLevel::~NewLevel()
 {
     if (isTemp_)
-        (void)RemoveTree(workFolder_); // the next use clears what stays
+        (void)ClearPlace(workFolder_); // the next use clears what stays
 }
 
 bool NewLevel::Open()
@@ -412,7 +413,7 @@ void NewLevel::RemoveTemp()
     if (!isTemp_)
         return;
     progress_.SetLabel(GetMsg(Msg::RemovingTempDirectory));
-    (void)RemoveTree(workFolder_); // the next use clears what stays
+    (void)ClearPlace(workFolder_); // the next use clears what stays
     isTemp_ = false;
     ClearProgress();
 }

@@ -1,6 +1,7 @@
 #include "intake/package_sources.h"
 
 #include "catalogue/message.h"
+#include "core/removal.h"
 #include "intake/file_placing.h"
 #include "intake/stored_sources.h"
 #include "session/name_list.h"
@@ -20,7 +21,7 @@ class UnpackedFiles
 {
 public:
     explicit UnpackedFiles(const Session& session) : folder_(UnpackingFolder(session)) {}
-    ~UnpackedFiles() { (void)RemoveUnpacked(folder_); } // what stays is cleared by the next package
+    ~UnpackedFiles() { (void)ClearPlace(folder_); } // what stays is cleared by the next package
     UnpackedFiles(const UnpackedFiles&) = delete;
     UnpackedFiles& operator=(const UnpackedFiles&) = delete;
 
@@ -39,7 +40,7 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
               const SourceOptions& source, SourceReport& report)
 {
     progress.SetLabel(GetMsg(Msg::UnzippingPackage, {TextOf(package.filename())}));
-    if (auto status = RemoveUnpacked(folder); !status)
+    if (auto status = ClearPlace(folder); !status)
         return status;
     ToolProgressState state{&progress};
     state.quiet = true;

@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include "platform/folder_memory.h"
+#include "platform/hook_at.h"
 #include "platform/last_error.h"
 
 #include <atomic>
@@ -70,6 +71,11 @@ std::error_code AskFileHook(FileAction action, const Path& path)
     if (hook == nullptr)
         return {};
     return IsReading(action) ? hook->BeforeReading(action, path) : hook->Before(action, path);
+}
+
+std::error_code AskFileHookAt(FileAction action, const std::function<Path()>& path)
+{
+    return fileHook.load() == nullptr ? std::error_code{} : AskFileHook(action, path());
 }
 
 FileFacts FactsOf(const Path& path)

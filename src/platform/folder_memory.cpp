@@ -124,4 +124,17 @@ void NoteName(const Path& file, bool isThere)
     place->second.facts = FactsOf(folder);
 }
 
+void ForgetTree(const Path& root)
+{
+    if (standing == 0)
+        return;
+    const std::lock_guard lock{guard};
+    ++changes;
+    known.erase(root.parent_path().native());
+    const std::string below = root.native() + "/";
+    std::erase_if(known, [&](const auto& folder) {
+        return folder.first == root.native() || folder.first.starts_with(below);
+    });
+}
+
 } // namespace kestrova::platform

@@ -31,5 +31,7 @@ std::error_code NamesLike(const Path& folder, std::string_view name, NameKey key
 
 /// Told by whatever adds or removes a name, after it did.
 void NoteName(const Path& file, bool isThere);
+/// Told by whatever removed much of a tree at once, its root maybe.
+void ForgetTree(const Path& root);
 
 } // namespace kestrova::platform

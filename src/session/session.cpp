@@ -49,16 +49,16 @@ bool RemoveTreeWithProgress(Session& session, const Path& folder, ProgressScope&
 {
     progress.SetLabel(GetMsg(Msg::ScanningFiles));
     progress.SetBar(0, 0);
-    const auto tree = ScanTree(folder, [&] { return progress.Step(), true; });
-    if (!tree) {
-        TellFailure(session, GetMsg(Msg::ErrorDeletingFolder) + TextOf(folder), tree.Error());
-        return false;
-    }
+    const auto alive = [&] { return progress.Step(), true; };
+    auto tree = ScanTree(folder, alive);
+    if (!tree) // a path that is too long, say; the removal needs none
+        tree = Tree{{folder}, {}};
     progress.SetLabel(GetMsg(Msg::RemovingFiles));
     for (std::size_t i = 0; i < tree->files.size(); ++i) {
-        if (const auto status = DeleteFile(tree->files[i]); !status) {
+        if (const auto failure = platform::Unlink(tree->files[i]);
+            failure && failure != std::errc::no_such_file_or_directory) {
             TellFailure(session, GetMsg(Msg::ErrorRemovingFile) + TextOf(tree->files[i]),
-                        status.Error());
+                        MakeFailure(ErrorCode::CannotDelete, TextOf(tree->files[i]), failure));
             progress.SetLabel(GetMsg(Msg::ErrorRemovingFiles));
             return false;
         }
@@ -68,7 +68,7 @@ bool RemoveTreeWithProgress(Session& session, const Path& folder, ProgressScope&
     progress.SetLabel(GetMsg(Msg::RemovingFolders));
     for (std::size_t i = tree->folders.size(); i-- > 0;) {
         // What a listing does not show (links, staged leftovers) goes with its folder.
-        if (const auto status = RemoveTree(tree->folders[i]); !status) {
+        if (const auto status = RemoveTree(tree->folders[i], alive); !status) {
             TellFailure(session, GetMsg(Msg::ErrorDeletingFolder) + TextOf(tree->folders[i]),
                         status.Error());
             return false;

@@ -1,5 +1,6 @@
 #include "session/unpacked_files.h"
 
+#include "core/removal.h"
 #include "core/staged_file.h"
 #include "core/text.h"
 
@@ -241,19 +242,6 @@ bool MakePlain(const Path& folder, const Heartbeat& heartbeat)
     return true;
 }
 
-Status RemoveUnpacked(const Path& folder, const Heartbeat& heartbeat)
-{
-    if (platform::FactsOfLink(folder).kind == FileKind::Missing)
-        return {};
-    // Folders that are shut could not be removed.
-    if (platform::FactsOfLink(folder).kind == FileKind::Folder)
-        MakePlain(folder, heartbeat);
-    auto removed = RemoveTree(folder, heartbeat);
-    if (removed || !platform::Rename(folder, StagedNameFor(folder)))
-        return {};
-    return removed;
-}
-
 bool CollideWhenFlat(const std::vector<PackageEntry>& entries)
 {
     std::unordered_set<std::string> names;
@@ -305,7 +293,7 @@ Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
         if (const auto failure = platform::Rename(staging / file, target))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
     }
-    return RemoveTree(staging);
+    return ClearPlace(staging);
 }
 
 } // namespace kestrova

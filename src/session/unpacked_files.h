@@ -14,11 +14,6 @@ namespace kestrova
 /// underscore. False when the heartbeat stopped it; the rest is as it came then.
 bool MakePlain(const Path& folder, const Heartbeat& heartbeat = {});
 
-/// A folder that packages were unpacked in is gone afterwards, whatever they or a killed program
-/// left in it. What cannot be removed is renamed to a name that no listing shows, so that it holds
-/// up nothing; only a failure of that too is one.
-Status RemoveUnpacked(const Path& folder, const Heartbeat& heartbeat = {});
-
 /// True when two of the files would have the same name, case ignored, without their folders.
 bool CollideWhenFlat(const std::vector<PackageEntry>& entries);
 

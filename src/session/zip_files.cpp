@@ -1,6 +1,7 @@
 #include "session/zip_files.h"
 
 #include "core/parallel.h"
+#include "core/removal.h"
 #include "session/package_plan.h"
 
 #include <algorithm>
@@ -143,7 +144,7 @@ Result<Path> EmptyStaging(const Path& folder)
 {
     Path staging = InFolder(folder, RowText(Msg::FragUnpacking));
     // A link there is unlinked, never followed.
-    if (auto status = RemoveUnpacked(staging); !status)
+    if (auto status = ClearPlace(staging); !status)
         return status.Error();
     if (auto status = MakeFolder(staging); !status)
         return status.Error();
@@ -158,7 +159,7 @@ Heartbeat ToTheEnd(ProgressScope* progress)
 
 void DropStaging(const Path& staging, ProgressScope* progress)
 {
-    (void)RemoveUnpacked(staging, ToTheEnd(progress)); // a hidden name; the next package clears it
+    (void)ClearPlace(staging, ToTheEnd(progress)); // the next package clears what stays
 }
 
 /// Runs the tool into a staging folder and moves in what came, `always` or when the tool did its

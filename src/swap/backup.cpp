@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/removal.h"
 #include "session/preferences_file.h"
 #include "swap/backup_folders.h"
 #include "swap/marker.h"
@@ -244,8 +245,7 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
             made = false;
         }
     if (!made) {
-        if (FolderExists(target))
-            (void)RemoveTree(target); // cleared again at the next start
+        (void)ClearPlace(target); // cleared again at the next start
         return false;
     }
     session.preferences.fullBackup = full;

@@ -1,6 +1,7 @@
 #include "swap/backup_folders.h"
 
 #include "catalogue/message.h"
+#include "core/removal.h"
 #include "core/staged_file.h"
 #include "swap/note_json.h"
 #include "swap/swap_notes.h"
@@ -183,7 +184,7 @@ Status ExchangeBackup(Session& session, bool full, bool keepAside)
         return status;
     }
     if (replaces)
-        (void)RemoveTree(old);             // complete already; the next start clears what is left
+        (void)ClearPlace(old);             // complete already; the next start clears what is left
     (void)NoteBackupOrigin(session, full); // unnoted, it is compared when a folder is chosen
     return {};
 }
@@ -194,9 +195,9 @@ bool SettleBackupFolders(Session& session)
     const Path old = OldBackupFolder(session);
     Status status;
     if (FolderExists(old))
-        status = FolderExists(backup) ? RemoveTree(old) : Renamed(old, backup);
+        status = FolderExists(backup) ? ClearPlace(old) : Renamed(old, backup);
     if (status && FolderExists(NewBackupFolder(session)))
-        status = RemoveTree(NewBackupFolder(session));
+        status = ClearPlace(NewBackupFolder(session));
     if (!status && !FolderExists(backup)) {
         TellFailure(session, GetMsg(Msg::InterruptedFailed), status.Error());
         return false;

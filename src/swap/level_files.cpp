@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
 #include "core/name_set.h"
+#include "core/removal.h"
 #include "session/name_list.h"
 #include "swap/swap_notes.h"
 
@@ -13,14 +14,12 @@ namespace kestrova
 
 StagingFolder::StagingFolder(Path folder) : folder_(std::move(folder))
 {
-    if (FolderExists(folder_)) // left by a killed program
-        (void)RemoveTree(folder_);
+    (void)ClearPlace(folder_); // left by a killed program
 }
 
 StagingFolder::~StagingFolder()
 {
-    if (FolderExists(folder_))
-        (void)RemoveTree(folder_); // its name is never listed, and the next swap clears it
+    (void)ClearPlace(folder_); // its name is never listed, and the next swap clears it
 }
 
 namespace

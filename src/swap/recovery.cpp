@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/removal.h"
 #include "core/staged_file.h"
 #include "session/name_list.h"
 #include "swap/backup_folders.h"
@@ -35,9 +36,7 @@ void ClearLeftovers(const Session& session)
     const Path trle = session.TrleFolder();
     for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio})
         ClearStagedLeftovers(ResolvePath(InFolder(trle, RowText(fragment))));
-    const Path ready = InFolder(trle, RowText(Msg::DirReady));
-    if (FolderExists(ready))
-        (void)RemoveTree(ready); // unlisted; the next swap tries again
+    (void)ClearPlace(InFolder(trle, RowText(Msg::DirReady))); // the next swap tries again
 }
 
 /// What mending had to leave, each noted so that the next start tries it again.

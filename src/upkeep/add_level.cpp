@@ -3,6 +3,7 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/removal.h"
 #include "core/staged_file.h"
 #include "session/unpacked_files.h"
 #include "upkeep/level_life.h"
@@ -103,7 +104,7 @@ void OfferLeftIntake(Session& session)
     const Path folder = note.LevelFolder();
     if (folder.empty() || !session.archive.Loaded())
         return;
-    (void)RemoveUnpacked(UnpackingFolder(session)); // the next package clears what stays
+    (void)ClearPlace(UnpackingFolder(session)); // the next package clears what stays
     if (FolderExists(folder) && !IsLevelOfArchive(session, folder)) {
         // It may belong to another archive; that one's next start asks.
         if (folder.parent_path() != Path{Trim(session.archive.header.secondaryFolder)})

@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "archive/storage.h"
 #include "catalogue/message.h"
+#include "core/removal.h"
 #include "core/staged_file.h"
 #include "session/level_config_file.h"
 #include "session/zip_files.h"
@@ -30,17 +31,16 @@ public:
         progress_.SetLabel(GetMsg(Msg::ExportClearing));
         progress_.SetBar(0, 0);
         for (const Path& folder : {path_, unpacked})
-            if (!folder.empty() && FolderExists(folder))
-                (void)RemoveTree(folder, [&] { return progress_.Step(), true; });
+            if (!folder.empty())
+                (void)ClearPlace(folder, [&] { return progress_.Step(), true; });
     }
     OutFolder(const OutFolder&) = delete;
     OutFolder& operator=(const OutFolder&) = delete;
 
     Status Make()
     {
-        if (FolderExists(path_))
-            if (auto status = RemoveTree(path_); !status)
-                return status;
+        if (auto status = ClearPlace(path_); !status)
+            return status;
         return MakeFolder(path_);
     }
     [[nodiscard]] const Path& Place() const { return path_; }

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/removal.h"
 
 namespace kestrova
 {
@@ -40,17 +41,14 @@ bool EnsureLevel0Folder(Session& session)
         return true;
     // Built aside: a folder of that name is taken for whole.
     const Path aside = InFolder(session.programFolder, RowText(Msg::FragBuildingLevel0));
-    Status built;
-    if (FolderExists(aside))
-        built = RemoveTree(aside);
+    Status built = ClearPlace(aside);
     if (built)
         built = FillOriginalLevel(session, aside);
     if (built)
         if (const auto failure = platform::Rename(aside, folder))
             built = MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
     if (!built) {
-        if (FolderExists(aside))
-            (void)RemoveTree(aside); // what stays is removed by the next start
+        (void)ClearPlace(aside); // what stays is removed by the next start
         TellFailure(session, GetMsg(Msg::Level0Failed, {TextOf(folder)}), built.Error());
         return false;
     }

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "core/files.h"
+
+namespace kestrova
+{
+
+/// A place for work is free afterwards, whatever a package or a killed program left there. What
+/// cannot be removed is renamed to a name beside it that no listing shows, so that it holds up
+/// nothing; it is tried again with the leftovers of killed programs (`core/leftovers.h`). Only a
+/// failure of that too is one.
+Status ClearPlace(const Path& place, const Heartbeat& heartbeat = {});
+
+} // namespace kestrova
