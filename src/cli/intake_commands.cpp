@@ -76,12 +76,14 @@ void TakeTexts(Run& run, NewLevel& level)
         level.note = Readable(run.arguments.ValueOf("--note"));
 }
 
-/// The file of that name in the level; no value, with words, when there is none.
+/// The file of that name in the level, as the game has it or as it is stored; no value, with words,
+/// when there is none.
 std::optional<Path> FileOfLevel(Run& run, const NewLevel& level, const std::string& name)
 {
-    for (const Path& file : level.Files())
-        if (EqualNames(file.filename().native(), name))
-            return file;
+    for (const std::string& stored : {name, name + GetMsg(Msg::ZlExtension)})
+        for (const Path& file : level.Files())
+            if (EqualNames(file.filename().native(), stored))
+                return file;
     run.host.Tell(Tone::Error, GetMsg(Msg::NoSuchLevelFile, {name}));
     return {};
 }

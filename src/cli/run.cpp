@@ -78,6 +78,7 @@ int RunCommand(const CommandRow& row, const Arguments& arguments)
     Run run{session, host, arguments};
     if (arguments.Has("--json"))
         run.json = &json;
+    const platform::FolderMemory folders;
     Exit code = row.run(run);
     if (host.LeftUnanswered() && code == Exit::Done)
         code = Exit::Failed;

@@ -130,6 +130,9 @@ Result<Path> FindPath(const Path& path)
         path.has_parent_path() ? FindPath(path.parent_path()) : Result<Path>{Path{}};
     if (!parent)
         return parent;
+    if (const Path here = *parent / path.filename();
+        here != path && platform::FactsOfLink(here).kind != FileKind::Missing)
+        return here;
     const auto spelling = SpellingIn(*parent, path.filename().native());
     if (!spelling)
         return spelling.Error();

@@ -5,6 +5,7 @@
 #include "archive/tr4_index.h"
 #include "catalogue/message.h"
 #include "core/name_set.h"
+#include "platform/folder_memory.h"
 #include "swap/level_files.h"
 #include "swap/level_gaps.h"
 #include "swap/state_files.h"
@@ -92,6 +93,7 @@ Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
     if (FindLevel(session, code) < 0)
         return Failure{
             ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
+    const platform::FolderMemory folders;
     std::vector<PlannedFile> plan;
     if (auto known = KnowsStandingLevel(session); !known)
         return known.Error();
@@ -219,6 +221,7 @@ bool IsSmallerThanNoted(const NotedSizes& sizes, const ReadyFile& file)
 
 Result<std::vector<Difference>> VerifyFolder(Session& session)
 {
+    const platform::FolderMemory folders;
     std::vector<Difference> found;
     if (!FolderExists(session.TrleFolder()))
         return Failure{ErrorCode::Missing, TextOf(session.TrleFolder()), {}};
