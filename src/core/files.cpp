@@ -4,6 +4,7 @@
 #include "core/staged_file.h"
 #include "core/text.h"
 #include "platform/folder_memory.h"
+#include "platform/look.h"
 
 #include <algorithm>
 #include <cmath>
@@ -224,7 +225,10 @@ Result<Tree> ScanTreeIfThere(const Path& folder, const Heartbeat& heartbeat)
     if (!root)
         return root.Error();
     Tree tree;
-    if (platform::FactsOf(*root).kind != FileKind::Folder)
+    FileFacts facts;
+    if (const auto failure = platform::Look(*root, facts))
+        return MakeFailure(ErrorCode::CannotRead, TextOf(*root), failure);
+    if (facts.kind != FileKind::Folder)
         return tree;
     tree.folders.push_back(*root);
     for (std::size_t i = 0; i < tree.folders.size(); ++i) {

@@ -1,6 +1,7 @@
 #include "core/staged_file.h"
 
 #include "core/files.h"
+#include "platform/look.h"
 #include "platform/process.h"
 
 #include <atomic>
@@ -96,19 +97,26 @@ namespace
 {
 
 /// Where a write in place would end up: behind links, in the existing spelling.
-Path WriteTarget(const Path& target)
+Result<Path> WriteTarget(const Path& target)
 {
-    const Path resolved = ResolvePath(target);
-    if (platform::FactsOfLink(resolved).kind != platform::FileKind::Link)
+    auto resolved = FindPath(target);
+    if (!resolved)
+        return resolved;
+    platform::FileFacts facts;
+    if (const auto failure = platform::LookAtLink(*resolved, facts))
+        return MakeFailure(ErrorCode::CannotOpen, TextOf(*resolved), failure);
+    if (facts.kind != platform::FileKind::Link)
         return resolved;
     std::error_code failure;
-    const Path behind = std::filesystem::weakly_canonical(resolved, failure);
+    const Path behind = std::filesystem::weakly_canonical(*resolved, failure);
     return failure ? resolved : behind;
 }
 
 Status WriteStaged(const Path& target, std::string_view content, std::string_view tail, bool flush)
 {
-    const platform::FileFacts old = platform::FactsOf(target);
+    platform::FileFacts old;
+    if (const auto failure = platform::Look(target, old))
+        return MakeFailure(ErrorCode::CannotOpen, TextOf(target), failure);
     if (old.kind == platform::FileKind::Folder)
         return MakeFailure(ErrorCode::CannotOpen, TextOf(target),
                            std::make_error_code(std::errc::is_a_directory));
@@ -133,20 +141,26 @@ Status WriteStaged(const Path& target, std::string_view content, std::string_vie
 
 Status WriteWholeFile(const Path& target, std::string_view content, bool flush)
 {
-    return WriteStaged(WriteTarget(target), content, {}, flush);
+    const auto place = WriteTarget(target);
+    return place ? WriteStaged(*place, content, {}, flush) : place.Error();
 }
 
 Status WriteRecordFile(const Path& target, std::string_view content, bool flush)
 {
-    const Path place = WriteTarget(target);
+    const auto place = WriteTarget(target);
+    if (!place)
+        return place.Error();
+    platform::FileFacts facts;
+    if (const auto failure = platform::Look(*place, facts))
+        return MakeFailure(ErrorCode::CannotOpen, TextOf(*place), failure);
     std::string old;
     std::string_view tail;
-    if (platform::FactsOf(place).size > content.size()) {
-        if (const auto failure = platform::ReadAll(place, old))
-            return MakeFailure(ErrorCode::CannotRead, TextOf(place), failure);
+    if (facts.size > content.size()) {
+        if (const auto failure = platform::ReadAll(*place, old))
+            return MakeFailure(ErrorCode::CannotRead, TextOf(*place), failure);
         tail = std::string_view{old}.substr(std::min(content.size(), old.size()));
     }
-    return WriteStaged(place, content, tail, flush);
+    return WriteStaged(*place, content, tail, flush);
 }
 
 namespace

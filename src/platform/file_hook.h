@@ -27,6 +27,7 @@ enum class FileAction {
     List, ///< the names of a folder
     Open, ///< a file, for reading alone
     Read, ///< bytes of an open file, once a piece
+    Look, ///< what stands under a name
 };
 
 inline bool IsReading(FileAction action)

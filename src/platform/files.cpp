@@ -3,6 +3,7 @@
 #include "platform/folder_memory.h"
 #include "platform/hook_at.h"
 #include "platform/last_error.h"
+#include "platform/look.h"
 
 #include <atomic>
 #include <cerrno>
@@ -42,20 +43,51 @@ FileFacts FactsFrom(const struct stat& status)
     return facts;
 }
 
-FileKind KindOfEntry(const Path& folder, const dirent& entry)
+/// Errors that say the same at any time: nothing can stand under such a name.
+bool SaysMissing(int error)
 {
+    return error == ENOENT || error == ENOTDIR || error == ELOOP || error == ENAMETOOLONG;
+}
+
+using StatusCall = int (*)(const char*, struct stat*);
+
+std::error_code LookWith(StatusCall call, const Path& path, FileFacts& facts)
+{
+    facts = {};
+    if (const auto failure = AskFileHook(FileAction::Look, path))
+        return failure;
+    struct stat status {
+    };
+    if (call(path.c_str(), &status) == 0)
+        facts = FactsFrom(status);
+    else if (!SaysMissing(errno))
+        return LastError();
+    return {};
+}
+
+/// Of an entry that a listing gave; some disks do not tell its kind there.
+std::error_code KindOfEntry(const Path& folder, const dirent& entry, FileKind& kind)
+{
+    FileFacts facts;
+    std::error_code failure;
     switch (entry.d_type) {
     case DT_REG:
-        return FileKind::File;
+        kind = FileKind::File;
+        break;
     case DT_DIR:
-        return FileKind::Folder;
+        kind = FileKind::Folder;
+        break;
     case DT_LNK:
-        return FileKind::Link;
+        kind = FileKind::Link;
+        break;
     case DT_UNKNOWN:
-        return FactsOfLink(folder / entry.d_name).kind;
+        failure = LookAtLink(folder / entry.d_name, facts);
+        kind = facts.kind;
+        break;
     default:
-        return FileKind::Other;
+        kind = FileKind::Other;
     }
+    return failure;
 }
 
 } // namespace
@@ -78,18 +110,28 @@ std::error_code AskFileHookAt(FileAction action, const std::function<Path()>& pa
     return fileHook.load() == nullptr ? std::error_code{} : AskFileHook(action, path());
 }
 
+std::error_code Look(const Path& path, FileFacts& facts)
+{
+    return LookWith(::stat, path, facts);
+}
+
+std::error_code LookAtLink(const Path& path, FileFacts& facts)
+{
+    return LookWith(::lstat, path, facts);
+}
+
 FileFacts FactsOf(const Path& path)
 {
-    struct stat status {
-    };
-    return ::stat(path.c_str(), &status) == 0 ? FactsFrom(status) : FileFacts{};
+    FileFacts facts;
+    (void)Look(path, facts); // for what is only shown; see platform/look.h
+    return facts;
 }
 
 FileFacts FactsOfLink(const Path& path)
 {
-    struct stat status {
-    };
-    return ::lstat(path.c_str(), &status) == 0 ? FactsFrom(status) : FileFacts{};
+    FileFacts facts;
+    (void)LookAtLink(path, facts); // as above
+    return facts;
 }
 
 std::error_code ListFolder(const Path& folder, std::vector<FolderEntry>& entries)
@@ -100,14 +142,18 @@ std::error_code ListFolder(const Path& folder, std::vector<FolderEntry>& entries
     DIR* listing = ::opendir(folder.c_str());
     if (listing == nullptr)
         return LastError();
+    std::error_code failure;
     errno = 0;
-    while (const dirent* entry = ::readdir(listing)) {
-        std::string name = entry->d_name;
-        if (name != "." && name != "..")
-            entries.push_back({std::move(name), KindOfEntry(folder, *entry)});
+    while (const dirent* entry = failure ? nullptr : ::readdir(listing)) {
+        FolderEntry found{entry->d_name, FileKind::Missing};
+        if (found.name != "." && found.name != "..") {
+            failure = KindOfEntry(folder, *entry, found.kind);
+            entries.push_back(std::move(found));
+        }
         errno = 0;
     }
-    const std::error_code failure = errno != 0 ? LastError() : std::error_code{};
+    if (!failure && errno != 0)
+        failure = LastError();
     ::closedir(listing);
     return failure;
 }

@@ -47,11 +47,13 @@ const char* NameOf(FileAction action)
         return "open ";
     case FileAction::Read:
         return "read ";
+    case FileAction::Look:
+        return "look at ";
     }
     return "change ";
 }
 
-enum class Counts { Changes, Reads };
+enum class Counts { Changes, Reads, Looks };
 
 /// Counts the calls; at the n-th, and behind it, `AtCall` decides.
 class CountingHook : public platform::FileHook
@@ -71,7 +73,8 @@ public:
     }
     std::error_code BeforeReading(FileAction action, const Path& path) override
     {
-        return counts_ == Counts::Reads ? Counted(action, path) : std::error_code{};
+        const Counts kind = action == FileAction::Look ? Counts::Looks : Counts::Reads;
+        return counts_ == kind ? Counted(action, path) : std::error_code{};
     }
     [[nodiscard]] int Count() const { return count_; }
 
@@ -162,6 +165,13 @@ FaultRun WithFaultAt(int n, const FaultyWork& work, std::errc error, AfterFault 
 FaultRun WithReadFaultAt(int n, const FaultyWork& work, std::errc error, AfterFault after)
 {
     FaultHook hook{n, error, after, Counts::Reads};
+    const bool answer = work();
+    return {answer, hook.Count() >= n, hook.call};
+}
+
+FaultRun WithLookFaultAt(int n, const FaultyWork& work, std::errc error, AfterFault after)
+{
+    FaultHook hook{n, error, after, Counts::Looks};
     const bool answer = work();
     return {answer, hook.Count() >= n, hook.call};
 }

@@ -49,6 +49,11 @@ int CountFileCalls(const FaultyWork& work);
 FaultRun WithReadFaultAt(int n, const FaultyWork& work, std::errc error = std::errc::io_error,
                          AfterFault after = AfterFault::Works);
 
+/// The same for single looks at a name. They are many: a walk takes those of one path after the
+/// other, or every so many.
+FaultRun WithLookFaultAt(int n, const FaultyWork& work, std::errc error = std::errc::io_error,
+                         AfterFault after = AfterFault::Works);
+
 /// As long as it lives, one kind of call fails for paths that end with `ending`, `times` times
 /// (below 0: always). Reading and changing actions alike. One at a time.
 class FailingCalls : public platform::FileHook

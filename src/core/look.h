@@ -1,0 +1,29 @@
+#pragma once
+
+#include "core/files.h"
+
+#include <optional>
+
+/// Looks at files and folders by which something is decided: what cannot be looked at just now (a
+/// network, a disk that answers with an error, no right) is a failure and never an absence.
+namespace kestrova
+{
+
+/// What stands there, links followed, in whatever spelling; kind `Missing` when nothing does.
+Result<platform::FileFacts> LookAt(const Path& path);
+/// The same of a name that is spelled as its folder has it.
+Result<platform::FileFacts> LookAtSpelled(const Path& path);
+/// A file stands there, or a link to one.
+Result<bool> IsFile(const Path& file);
+Result<bool> IsFolder(const Path& folder);
+/// Nothing stands under that name, not even a dangling link.
+Result<bool> IsFree(const Path& path);
+/// The first free one of `file.1`, `file.2` and on.
+Result<Path> FreeNumbered(const Path& file);
+/// The file's bytes; no value where there is no file.
+Result<std::optional<std::string>> ReadFileIfThere(const Path& file,
+                                                   std::uint64_t limit = UINT64_C(1) << 32);
+/// Hash of the file's content; empty where there is no file.
+Result<std::string> HashIfThere(const Path& file);
+
+} // namespace kestrova
