@@ -63,7 +63,7 @@ Finding LevelEditor(Session& session)
     if (!lacks->empty()) {
         const auto backup = LookAtBackup(session); // not read, it has a finding of its own
         if (FolderExists(trle) && backup && *backup == BackupState::Present &&
-            !BackupSeemsOfAnother(session))
+            !BackupSeemsOfAnother(session).ValueOr(trle))
             return Bad(Msg::DoctorTrle,
                        GetMsg(Msg::DoctorTrleNotWhole, {TextOf(trle)}) + ": " + *lacks,
                        Msg::DoctorTrleNotWholeRemedy);
@@ -81,8 +81,12 @@ Finding Backup(Session& session)
                    Msg::DoctorNotReadRemedy);
     if (*backup == BackupState::Missing)
         return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorBackupMissing), Msg::DoctorBackupRemedy);
-    if (const auto other = BackupSeemsOfAnother(session))
-        return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorBackupOther, {TextOf(*other)}),
+    const auto other = BackupSeemsOfAnother(session);
+    if (!other)
+        return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorNotRead, {other.Error().subject}),
+                   Msg::DoctorNotReadRemedy);
+    if (*other)
+        return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorBackupOther, {TextOf(**other)}),
                    Msg::DoctorBackupOtherRemedy);
     return Fine(
         Msg::DoctorBackup,
@@ -118,12 +122,18 @@ void FoldersOfNoLevel(const Session& session, std::vector<Finding>& findings)
                 GetMsg(Msg::DoctorMoreFolders, {std::to_string(folders.size() - most)}));
         return Join(names, ", ");
     };
-    const UnknownFolders found = FindUnknownFolders(session);
-    if (!found.unlisted.empty())
+    const auto found = FindUnknownFolders(session);
+    if (!found) {
+        findings.push_back(Bad(Msg::DoctorUnlisted,
+                               GetMsg(Msg::DoctorNotRead, {found.Error().subject}),
+                               Msg::DoctorNotReadRemedy));
+        return;
+    }
+    if (!found->unlisted.empty())
         findings.push_back(
-            Bad(Msg::DoctorUnlisted, named(found.unlisted), Msg::DoctorUnlistedRemedy));
-    if (!found.setAside.empty())
-        findings.push_back(Fine(Msg::DoctorSetAside, named(found.setAside)));
+            Bad(Msg::DoctorUnlisted, named(found->unlisted), Msg::DoctorUnlistedRemedy));
+    if (!found->setAside.empty())
+        findings.push_back(Fine(Msg::DoctorSetAside, named(found->setAside)));
 }
 
 /// Levels whose stored files are not all that they are known to have.
@@ -160,8 +170,8 @@ Finding Interrupted(Session& session)
     const std::string waiting = InterruptedWork(session);
     if (!waiting.empty())
         return Bad(Msg::DoctorInterrupted, waiting,
-                   WhatMendingLacks(session) ? Msg::DoctorWaitsRemedy
-                                             : Msg::DoctorInterruptedRemedy);
+                   WhatMendingLacks(session).ValueOr({}) ? Msg::DoctorWaitsRemedy
+                                                         : Msg::DoctorInterruptedRemedy);
     return Fine(Msg::DoctorInterrupted, GetMsg(Msg::DoctorInterruptedNone));
 }
 

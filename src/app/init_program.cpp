@@ -51,7 +51,8 @@ bool OfferRestore(Session& session, TrleFinder& finder)
     const auto backup = LookAtBackup(session);
     if (!lacks || !backup)
         return TellFolderNotRead(session, lacks ? backup.Error() : lacks.Error());
-    if (*backup == BackupState::Missing || BackupSeemsOfAnother(session) ||
+    // What cannot be told now is no reason to restore.
+    if (*backup == BackupState::Missing || BackupSeemsOfAnother(session).ValueOr(trle) ||
         !session.host.AskYesNo(GetMsg(Msg::AskRestoreAtStart, {*lacks, lineBreak})))
         return false;
     (void)LoadArchiveToLook(session); // the level that stands there finds its store through it

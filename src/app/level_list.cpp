@@ -109,7 +109,7 @@ std::optional<LevelFacts> SelectLevel(Session& session, LevelCode code)
     const std::ptrdiff_t index = FindLevel(session, code);
     if (index < 0)
         return TellUnknown(session, code), std::nullopt;
-    LoadSavegameStore(session, code);
+    (void)LoadSavegameStore(session, code); // what is not read is shown as of a new level
     return FactsOfLevel(session, static_cast<std::size_t>(index));
 }
 

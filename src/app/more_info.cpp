@@ -25,10 +25,15 @@ void KeepOnHardDisk(Session& session, const Path& file, const Path& folder)
     const std::string ending = ExtensionOf(file.filename().native());
     const auto patterns = Split(RowText(Msg::MoreInfoPatterns), '|');
     if (MatchesPattern(ending, patterns[2]) || MatchesPattern(ending, patterns[3]))
-        for (const std::string& pattern : patterns)
-            for (Path& found : ListFiles(file.parent_path(), pattern).ValueOr({}))
-                files.push_back(std::move(found)); // the page itself comes in any case
-    (void)MakeFolders(folder);                     // the copies below say what is wrong
+        for (const std::string& pattern : patterns) {
+            const auto found = ListFiles(file.parent_path(), pattern);
+            if (!found) { // a page without its pictures would stay so
+                TellFolderNotRead(session, found.Error());
+                return;
+            }
+            files.insert(files.end(), found->begin(), found->end());
+        }
+    (void)MakeFolders(folder); // the copies below say what is wrong
     for (const Path& source : files) {
         const Path target = folder / source.filename();
         CopyOptions plain;

@@ -19,7 +19,10 @@ void PrepareRecords(Session& session, LevelCode code, bool current)
     const Path level = LevelHomeOf(session, code);
     const Path root = InFolder(level, RowText(Msg::DirSavegames));
     const Path header = InFolder(root, RowText(Msg::FragSavegameHeader));
-    LoadSavegameStore(session, code);
+    if (const auto loaded = LoadSavegameStore(session, code); !loaded) {
+        TellFailure(session, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header), loaded.Error());
+        return;
+    }
     session.savegameHeader.liveFolder =
         TextOf(current ? session.TrleFolder() : StateStoreOf(session, code));
     session.savegameHeader.archiveRoot = TextOf(root);

@@ -23,8 +23,8 @@ void MendAtStart(Session& session, const Whereabouts& said)
     Whereabouts where = said;
     const bool nothingSaid = said.trle.empty() && said.archiveFolder.empty() && !said.letGo;
     if (nothingSaid && session.host.CanAsk())
-        if (const auto lacking = WhatMendingLacks(session))
-            where = AskWhere(session, *lacking).value_or(said);
+        if (const auto lacking = WhatMendingLacks(session); lacking && *lacking)
+            where = AskWhere(session, **lacking).value_or(said);
     (void)RecoverInterruptedWork(session, where); // what still waits has been told
 }
 

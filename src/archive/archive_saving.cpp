@@ -1,6 +1,7 @@
 #include "archive/archive_saving.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 #include "records/exact_names.h"
 
@@ -50,11 +51,11 @@ Status KeepExactNames(const Archive& archive)
     const Path file = ExactNamesFile(archive.header);
     if (file.empty())
         return {}; // a list without a folder has no levels
-    if (FileExists(file)) {
-        const auto bytes = ReadWholeFile(file, longestExactNames);
-        if (!bytes)
-            return bytes.Error();
-        names = ParseExactNames(*bytes);
+    const auto bytes = ReadFileIfThere(file, longestExactNames);
+    if (!bytes)
+        return bytes.Error();
+    if (*bytes) {
+        names = ParseExactNames(**bytes);
         if (!MergeExactNames(names, archive.levels))
             return {};
     }

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 
 #include <algorithm>
 
@@ -12,7 +13,7 @@ namespace
 {
 
 /// A name beside the folder that nothing has yet.
-Path FreeName(const Path& folder, std::int64_t now)
+Result<Path> FreeName(const Path& folder, std::int64_t now)
 {
     std::string time = DateText(now);
     std::replace(time.begin(), time.end(), ' ', '_');
@@ -21,7 +22,10 @@ Path FreeName(const Path& folder, std::int64_t now)
         const std::string again = n == 1 ? std::string{} : '-' + std::to_string(n);
         Path name = folder.parent_path() /
                     GetMsg(Msg::FragSetAside, {folder.filename().native(), time + again});
-        if (platform::FactsOfLink(name).kind == platform::FileKind::Missing)
+        const auto isFree = IsFree(name);
+        if (!isFree)
+            return isFree.Error();
+        if (*isFree)
             return name;
     }
 }
@@ -51,17 +55,19 @@ Result<std::vector<Path>> SetAside(Session& session, const Path& folder)
     if (!twins)
         return twins.Error();
     for (const Path& twin : *twins) {
-        Path name = FreeName(twin, session.machine.NowNs());
-        if (const auto failure = platform::Rename(twin, name))
+        auto name = FreeName(twin, session.machine.NowNs());
+        if (!name)
+            return name.Error();
+        if (const auto failure = platform::Rename(twin, *name))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(twin), failure);
-        names.push_back(std::move(name));
+        names.push_back(std::move(*name));
     }
     if (const auto flushed = FlushFolder(folder.parent_path()); !flushed)
         return flushed.Error();
     return names;
 }
 
-UnknownFolders FindUnknownFolders(const Session& session)
+Result<UnknownFolders> FindUnknownFolders(const Session& session)
 {
     UnknownFolders found;
     const Path root = FolderFromText(Trim(session.archive.header.secondaryFolder));
@@ -73,8 +79,10 @@ UnknownFolders FindUnknownFolders(const Session& session)
             known.push_back(LevelFolderName(level.levelCode).substr(1));
     std::sort(known.begin(), known.end());
     const std::string mark = GetMsg(Msg::FragSetAside, {"", ""});
-    // The folder that cannot be listed now is looked through at the next look.
-    for (const Path& folder : ListSubfolders(root).ValueOr({})) {
+    const auto folders = ListSubfolders(root);
+    if (!folders)
+        return folders.Error();
+    for (const Path& folder : *folders) {
         const std::string name = folder.filename().native();
         if (name.find(mark) != std::string::npos)
             found.setAside.push_back(folder);

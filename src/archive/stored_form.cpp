@@ -1,5 +1,6 @@
 #include "archive/stored_form.h"
 
+#include "core/look.h"
 #include "core/text.h"
 
 namespace kestrova
@@ -31,7 +32,10 @@ Status RenameFolder(const Path& from, const Path& to)
 /// The folder's files go; sub-folders, which are no part of a level but somebody's, move to `heir`.
 Status ClearOut(const Path& folder, const Path& heir)
 {
-    if (!FolderExists(folder))
+    const auto isThere = IsFolder(folder);
+    if (!isThere)
+        return isThere.Error();
+    if (!*isThere)
         return {};
     const auto children = ListSubfolders(folder);
     if (!children)
@@ -47,7 +51,11 @@ Status ClearOut(const Path& folder, const Path& heir)
 Status FinishExchange(const Path& files)
 {
     const Path old = BesideFiles(files, Msg::EndingOld);
-    if (!FolderExists(files) && FolderExists(old))
+    const auto hasFiles = IsFolder(files);
+    const auto hasOld = IsFolder(old);
+    if (!hasFiles || !hasOld)
+        return hasFiles ? hasOld.Error() : hasFiles.Error();
+    if (!*hasFiles && *hasOld)
         if (auto status = RenameFolder(old, files); !status)
             return status;
     if (auto status = MakeFolder(files); !status)

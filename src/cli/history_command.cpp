@@ -10,9 +10,12 @@
 namespace kestrova
 {
 
-void AddHistory(Run& run, LevelCode code)
+bool AddHistory(Run& run, LevelCode code)
 {
-    for (const HistoryEntry& entry : HistoryOf(run.session, code)) {
+    const auto entries = ReadHistoryOf(run.session, code);
+    if (!entries)
+        return TellFolderNotRead(run.session, entries.Error());
+    for (const HistoryEntry& entry : *entries) {
         if (run.json != nullptr)
             run.json->push_back({{"code", code},
                                  {"id", entry.id},
@@ -28,6 +31,7 @@ void AddHistory(Run& run, LevelCode code)
                     GetMsg(Msg::HistoryLine, {entry.id, ZeroPadded(code, 4), DateText(entry.keptNs),
                                               entry.name, entry.title, entry.reason}));
     }
+    return true;
 }
 
 bool BringBackTold(Run& run, LevelCode code, const std::string& id)
@@ -53,9 +57,10 @@ Exit ListHistory(Run& run)
     const auto codes = LevelsWithHistory(run.session);
     if (!codes)
         return TellFolderNotRead(run.session, codes.Error()), Exit::Failed;
+    bool whole = true;
     for (const LevelCode code : *codes)
-        AddHistory(run, code);
-    return Exit::Done;
+        whole = AddHistory(run, code) && whole;
+    return whole ? Exit::Done : Exit::Failed;
 }
 
 Exit BringBackFile(Run& run, const std::string& id)
@@ -66,8 +71,10 @@ Exit BringBackFile(Run& run, const std::string& id)
     if (!codes)
         return EndWork(run, TellFolderNotRead(run.session, codes.Error()));
     for (const LevelCode code : *codes) {
-        const auto entries = HistoryOf(run.session, code);
-        if (std::any_of(entries.begin(), entries.end(),
+        const auto entries = ReadHistoryOf(run.session, code);
+        if (!entries)
+            return EndWork(run, TellFolderNotRead(run.session, entries.Error()));
+        if (std::any_of(entries->begin(), entries->end(),
                         [&](const HistoryEntry& entry) { return entry.id == id; }))
             return EndWork(run, BringBackTold(run, code, id));
     }

@@ -6,7 +6,7 @@ namespace kestrova
 {
 
 /// What was kept of a level, oldest first: lines, or entries of the result's array.
-void AddHistory(Run& run, LevelCode code);
+bool AddHistory(Run& run, LevelCode code);
 /// Brings a kept file back and says where it is, or why not.
 bool BringBackTold(Run& run, LevelCode code, const std::string& id);
 

@@ -60,8 +60,7 @@ Exit ListKept(Run& run, LevelCode code)
 {
     if (run.json != nullptr)
         *run.json = Json::array();
-    AddHistory(run, code);
-    return Exit::Done;
+    return AddHistory(run, code) ? Exit::Done : Exit::Failed;
 }
 
 bool ImportFrom(Session& session, const Path& folder)

@@ -1,6 +1,7 @@
 #include "intake/file_placing.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 
 namespace kestrova
 {
@@ -8,9 +9,10 @@ namespace kestrova
 namespace
 {
 
-bool IsThere(const Path& exact)
+Result<bool> IsThere(const Path& exact)
 {
-    return platform::FactsOf(exact).kind == platform::FileKind::File;
+    const auto facts = LookAtSpelled(exact);
+    return facts ? Result<bool>{facts->kind == platform::FileKind::File} : facts.Error();
 }
 
 /// A file that takes the place of a stored one: that one's compressed form must not stay beside it.
@@ -40,8 +42,11 @@ Status KeepUnderFreeName(FolderNames& names, const Path& file, SourceReport& rep
 Result<bool> MakeWay(Session& session, const Path& file, const Path& target, const Placing& placing,
                      FolderNames& names, ProgressScope& progress, SourceReport& report)
 {
-    if (target == placing.package || !IsThere(target))
+    if (target == placing.package)
         return false;
+    const auto isThere = IsThere(target);
+    if (!isThere || !*isThere)
+        return isThere;
     bool goesOn = true;
     if (SameContent(file, target, [&] { return goesOn = progress.Step(); }))
         return false;

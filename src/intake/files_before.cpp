@@ -1,7 +1,9 @@
 #include "intake/files_before.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
+#include "platform/look.h"
 
 #include <algorithm>
 #include <set>
@@ -45,7 +47,10 @@ Status FilesBefore::Keep(const Heartbeat& heartbeat)
 {
     if (isKept_)
         return {};
-    if (platform::FactsOfLink(kept_).kind != platform::FileKind::Missing)
+    const auto isFree = IsFree(kept_);
+    if (!isFree)
+        return isFree.Error();
+    if (!*isFree)
         if (auto status = RemoveTree(kept_); !status)
             return status;
     const auto files = ListFiles(folder_, RowText(Msg::PatAll));
@@ -66,13 +71,16 @@ Status FilesBefore::Keep(const Heartbeat& heartbeat)
 Status FilesBefore::KeepTarget(const Path& target, const Path& source)
 {
     Path kept;
-    if (FileExists(target)) {
+    const auto isThere = IsFile(target);
+    const auto facts = LookAt(source);
+    if (!isThere || !facts)
+        return isThere ? facts.Error() : isThere.Error();
+    if (*isThere) {
         kept = StagedNameFor(target);
         if (auto status = KeepOne(target, kept, {}); !status)
             return status;
     }
-    const platform::FileFacts facts = platform::FactsOf(source);
-    targets_.push_back({target, std::move(kept), source, facts.size, facts.modifiedNs});
+    targets_.push_back({target, std::move(kept), source, facts->size, facts->modifiedNs});
     return {};
 }
 
@@ -109,12 +117,12 @@ Status FilesBefore::PutTargetsBack()
     Status first;
     for (auto target = targets_.rbegin(); target != targets_.rend(); ++target) {
         auto& [file, kept, source, size, modifiedNs] = *target;
-        const platform::FileFacts now = platform::FactsOf(file);
+        platform::FileFacts now;
+        std::error_code failure = platform::Look(file, now);
         const bool ours = source.empty() || (now.size == size && now.modifiedNs == modifiedNs);
-        std::error_code failure;
         if (!kept.empty())
             failure = platform::Rename(kept, file);
-        else if (now.kind == platform::FileKind::File && ours)
+        else if (!failure && now.kind == platform::FileKind::File && ours)
             failure = platform::Unlink(file);
         if (!failure)
             kept.clear();

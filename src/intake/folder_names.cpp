@@ -12,13 +12,13 @@ FolderNames::FolderNames(const Path& folder) : folder_(ResolvePath(folder))
     const auto failure = platform::ListFolder(folder_, entries);
     if (failure && failure != std::errc::no_such_file_or_directory)
         state_ = MakeFailure(ErrorCode::CannotRead, TextOf(folder_), failure);
-    for (platform::FolderEntry& entry : entries)
-        names_.emplace(FoldCase(entry.name), std::move(entry.name));
+    for (const platform::FolderEntry& entry : entries)
+        Add(entry.name);
 }
 
 Path FolderNames::PathOf(const std::string& name) const
 {
-    if (platform::FactsOfLink(folder_ / name).kind != platform::FileKind::Missing)
+    if (exact_.contains(name))
         return folder_ / name; // of two spellings the exact one counts
     const auto known = names_.find(FoldCase(name));
     return folder_ / (known == names_.end() ? name : known->second);
@@ -32,11 +32,13 @@ bool FolderNames::Has(const std::string& name) const
 void FolderNames::Add(const std::string& name)
 {
     names_.emplace(FoldCase(name), name);
+    exact_.insert(name);
 }
 
 void FolderNames::Remove(const std::string& name)
 {
     names_.erase(FoldCase(name));
+    exact_.erase(name);
 }
 
 std::string FolderNames::FreeName(const std::string& name)

@@ -3,6 +3,7 @@
 #include "core/files.h"
 
 #include <unordered_map>
+#include <unordered_set>
 
 namespace kestrova
 {
@@ -30,7 +31,8 @@ private:
     Path folder_;
     Status state_;
     std::unordered_map<std::string, std::string> names_; ///< by folded name
-    std::unordered_map<std::string, int> numbers_;       ///< the last one given, by folded name
+    std::unordered_set<std::string> exact_;
+    std::unordered_map<std::string, int> numbers_; ///< the last one given, by folded name
 };
 
 } // namespace kestrova

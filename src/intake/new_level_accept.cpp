@@ -5,6 +5,7 @@
 #include "archive/storage.h"
 #include "audio/level_audio.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "intake/folder_names.h"
 #include "intake/new_level.h"
 #include "session/level_config_file.h"
@@ -28,15 +29,17 @@ CopyOptions Safely(ProgressScope& progress)
     return options;
 }
 
-bool IsThere(const Path& file)
-{
-    return platform::FactsOf(file).kind == platform::FileKind::File;
-}
+enum class Held { Nothing, Same, Other };
 
-/// True when `target` holds something else than `file`.
-bool HoldsOther(const Path& target, const Path& file)
+/// What stands where `file` is to go.
+Result<Held> HeldAt(const Path& target, const Path& file)
 {
-    return IsThere(target) && !SameContent(file, target);
+    const auto facts = LookAtSpelled(target);
+    if (!facts)
+        return facts.Error();
+    if (facts->kind != platform::FileKind::File)
+        return Held::Nothing;
+    return SameContent(file, target) ? Held::Same : Held::Other;
 }
 
 Failure StoppedAt(const Path& file)
@@ -157,7 +160,10 @@ bool NewLevel::TakeSavegames()
         if (!progress_.Step())
             return fail(Msg::IncomingNotCopied, StoppedAt(file));
         const Path target = names.PathOf(file.filename().native());
-        const bool other = HoldsOther(target, file);
+        const auto held = HeldAt(target, file);
+        if (!held)
+            return fail(Msg::IncomingNotCopied, held.Error());
+        const bool other = *held == Held::Other;
         const bool taken = !other || ConfirmReplace(session_, file, target);
         // Whichever of two different savegames goes, it can be brought back.
         if (other)
@@ -196,12 +202,14 @@ bool NewLevel::TakeScreenshots()
             return TellFolderNotRead(session_, pictures.Error());
         for (const Path& file : *pictures) {
             const Path target = names.PathOf(file.filename().native());
-            const bool other = HoldsOther(target, file);
-            Status taken = progress_.Step() ? Status{} : StoppedAt(file);
-            if (taken && other)
+            const auto held = HeldAt(target, file);
+            Status taken = held ? Status{} : held.Error();
+            if (taken && !progress_.Step())
+                taken = StoppedAt(file);
+            if (taken && *held == Held::Other)
                 taken = KeepInHistory(session_, record_.levelCode, {target},
                                       GetMsg(Msg::ReasonReplaced));
-            const bool copies = other || !IsThere(target);
+            const bool copies = taken && *held != Held::Same;
             if (taken && copies && before_)
                 taken = before_->KeepTarget(target, file);
             if (taken && copies)

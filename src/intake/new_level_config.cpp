@@ -1,5 +1,6 @@
 // The steps of a new level that its author's configuration file drives.
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "intake/new_level.h"
 #include "session/documents.h"
 #include "session/level_config_file.h"
@@ -42,7 +43,7 @@ void NewLevel::TakeConfigTexts(const LevelConfig& config)
 void NewLevel::ApplyLevelConfig()
 {
     const Path file = LevelConfigPath(workFolder_);
-    if (!FileExists(file))
+    if (!IsFile(file).ValueOr(true)) // the reading below tells what is wrong with it
         return;
     if (configApplied_) {
         // A later file is unwelcome.

@@ -1,6 +1,7 @@
 #include "practice/practice_folder.h"
 
 #include "core/files.h"
+#include "core/look.h"
 #include "core/parallel.h"
 #include "core/staged_file.h"
 #include "core/text.h"
@@ -221,9 +222,13 @@ Result<PracticeMade> MakePracticeFolder(const Path& dir, const Path& gameProgram
     PracticeMade made;
     made.trle = InFolder(dir, GetMsg(Msg::FragPracticeTrle));
     made.levels = InFolder(dir, GetMsg(Msg::FragPracticeLevels));
-    for (const Path& taken : {made.trle, made.levels})
-        if (platform::FactsOfLink(ResolvePath(taken)).kind != platform::FileKind::Missing)
+    for (const Path& taken : {made.trle, made.levels}) {
+        const auto isFree = IsFree(taken);
+        if (!isFree)
+            return isFree.Error();
+        if (!*isFree)
             return WithWords(ErrorCode::Refused, Msg::PracticeExists, taken);
+    }
     if (!FileExists(gameProgram))
         return WithWords(ErrorCode::Missing, Msg::PracticeNoGame, gameProgram);
     if (Status folder = MakeFolders(dir); !folder)
@@ -231,13 +236,16 @@ Result<PracticeMade> MakePracticeFolder(const Path& dir, const Path& gameProgram
 
     const Path aside = StagedNameFor(made.trle);
     Status status = MakeAll(aside, gameProgram, progress, options, made);
+    bool levelsMoved = false; // what else stands there is not ours
     for (const Path& target : {made.levels, made.trle}) {
         if (!status)
             break;
-        if (const auto failure = platform::Rename(aside / target.filename(), target)) {
+        const auto failure = platform::Rename(aside / target.filename(), target);
+        if (failure)
             status = MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
-            (void)RemoveTree(made.levels); // ours, if it is there: it was not before
-        }
+        if (failure && levelsMoved)
+            (void)RemoveTree(made.levels);
+        levelsMoved = true;
     }
     (void)RemoveTree(aside); // listings skip what cannot be removed
     if (!status)

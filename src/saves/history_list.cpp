@@ -16,7 +16,10 @@ HistoryList::HistoryList(Session& session, LevelCode code) : session_(session), 
 
 void HistoryList::Load()
 {
-    entries_ = HistoryOf(session_, code_);
+    auto entries = ReadHistoryOf(session_, code_);
+    if (!entries)
+        TellFolderNotRead(session_, entries.Error());
+    entries_ = std::move(entries).ValueOr({});
     std::reverse(entries_.begin(), entries_.end());
 }
 

@@ -94,12 +94,17 @@ void HotKeys::Keep(Picture picture)
     if (index < 0 || !session_.preferences.promptCapture) {
         const Operation operation{session_};
         std::string extension;
-        const Path file = index < 0 ? shot.folder : NewShotName(session_, shot.level, extension);
+        const auto file =
+            index < 0 ? Result<Path>{shot.folder} : NewShotName(session_, shot.level, extension);
+        if (!file) {
+            TellFolderNotRead(session_, file.Error());
+            return; // the picture stays on the clipboard
+        }
         const auto saved =
             index < 0 ? Status{Failure{ErrorCode::Missing, {}, GetMsg(Msg::CaptureNoLevel)}}
-                      : SaveCapturedShot(session_, shot, file);
+                      : SaveCapturedShot(session_, shot, *file);
         if (!saved) {
-            session_.host.Tell(Tone::Error, GetMsg(Msg::CaptureFailed) + TextOf(file),
+            session_.host.Tell(Tone::Error, GetMsg(Msg::CaptureFailed) + TextOf(*file),
                                saved.Error().reason);
             session_.machine.ClearClipboard();
             return;

@@ -74,8 +74,11 @@ Result<ArchiveSlots> SurveySlots(const Path& root)
         if (!files)
             failures[i] = files.Error();
         else
-            for (Path& file : *files)
-                found[i].emplace_back(ReadSavegameInfo(file).number, std::move(file));
+            for (Path& file : *files) {
+                // One that cannot be read is nobody's double.
+                if (const SavegameInfo info = ReadSavegameInfo(file); !info.unread)
+                    found[i].emplace_back(info.number, std::move(file));
+            }
     });
     for (const auto& failure : failures)
         if (failure)
@@ -137,18 +140,21 @@ Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, M
     auto folders = plan.Changes();
     if (!folders)
         return folders.Error();
-    LoadSavegameStore(session, code);
+    if (auto loaded = LoadSavegameStore(session, code); !loaded)
+        return loaded;
     const auto count = static_cast<std::int32_t>(
         std::int64_t{session.savegameHeader.archivedCount} + added); // wraps as the record does
     const Path header = RootOf(session, code) / FileNameOf(RowText(Msg::FragSavegameHeader));
     const StateChange change{code, GetMsg(reason), std::filesystem::absolute(header).native(),
                              count, std::move(*folders)};
     auto status = MakeStateChange(session, change, elsewhere);
-    LoadSavegameStore(session, code);
+    const auto loaded = LoadSavegameStore(session, code);
     if (status) {
         session.savegameHeader.archivedCount = count;
         // Only a number that is shown; the savegames are where they belong.
-        (void)WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader), false);
+        if (loaded)
+            (void)WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader),
+                                  false);
         status = EndStateChange(session, change);
     }
     session.list.Select(code);

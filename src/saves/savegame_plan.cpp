@@ -80,13 +80,17 @@ bool SavegamePlan::Has(Folder folder, const std::string& name) const
     return places_[folder].after.contains(FoldCase(name));
 }
 
-std::int32_t SavegamePlan::NumberOf(Folder folder, const std::string& name) const
+std::int32_t SavegamePlan::NumberOf(Folder folder, const std::string& name)
 {
-    return ReadSavegameInfo(places_[folder].after.at(FoldCase(name)).source).number;
+    const Path& source = places_[folder].after.at(FoldCase(name)).source;
+    const SavegameInfo info = ReadSavegameInfo(source);
+    if (info.unread)
+        unread_ = MakeFailure(ErrorCode::CannotRead, TextOf(source), info.unread);
+    return info.number;
 }
 
 std::vector<std::int32_t> SavegamePlan::NumbersOf(Folder folder,
-                                                  const std::vector<std::string>& names) const
+                                                  const std::vector<std::string>& names)
 {
     std::vector<std::int32_t> numbers;
     for (const std::string& name : names)
@@ -128,7 +132,7 @@ void SavegamePlan::DeleteSavegame(Folder folder, const std::string& name)
 Result<std::vector<ChangedFolder>> SavegamePlan::Changes() const
 {
     std::map<Path, std::string> hashes;
-    std::optional<Failure> unreadable;
+    std::optional<Failure> unreadable = unread_;
     const auto hashOf = [&](const Path& file) {
         const auto [known, first] = hashes.try_emplace(file);
         if (first)

@@ -33,9 +33,10 @@ public:
     /// Names of the savegames, in listing order.
     [[nodiscard]] std::vector<std::string> Savegames(Folder folder) const;
     [[nodiscard]] bool Has(Folder folder, const std::string& name) const;
-    [[nodiscard]] std::int32_t NumberOf(Folder folder, const std::string& name) const;
+    /// 0 for a savegame that cannot be read; `Changes` fails then.
+    [[nodiscard]] std::int32_t NumberOf(Folder folder, const std::string& name);
     [[nodiscard]] std::vector<std::int32_t> NumbersOf(Folder folder,
-                                                      const std::vector<std::string>& names) const;
+                                                      const std::vector<std::string>& names);
 
     /// Copies a savegame over `target` with its note and pictures, whose numbers follow; with
     /// `deleteSource` they are gone where they were.
@@ -65,6 +66,7 @@ private:
               bool deleteSource);
 
     std::vector<Place> places_;
+    std::optional<Failure> unread_; ///< what nobody could plan with
 };
 
 } // namespace kestrova

@@ -1,8 +1,8 @@
 #include "saves/savegame_store.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
-#include "swap/marker.h"
 #include "swap/state_files.h"
 
 namespace kestrova
@@ -10,8 +10,6 @@ namespace kestrova
 
 Result<Path> CurrentSlotsFolder(const Session& session, LevelCode code)
 {
-    if (auto known = KnowsStandingLevel(session); !known)
-        return known.Error();
     return LiveStateFolder(session, code);
 }
 
@@ -38,30 +36,35 @@ SavegameArchiveHeader DefaultHeader(const Session& session, const Path& root)
 
 } // namespace
 
-void LoadSavegameStore(Session& session, LevelCode code)
+Status LoadSavegameStore(Session& session, LevelCode code)
 {
     const Path level = LevelHomeOf(session, code);
     const Path root = InFolder(level, RowText(Msg::DirSavegames));
 
     session.savegameTool = DefaultTool(level, root);
     const Path tool = InFolder(root, RowText(Msg::FragSavegameTool));
-    if (!FileExists(tool)) {
+    const auto toolBytes = ReadFileIfThere(tool);
+    if (toolBytes && !*toolBytes) {
         // Where the folder allows no file, the record lives in memory.
         (void)WriteRecordFile(tool, FormatSavegameToolPrefs(session.savegameTool));
-    } else if (const auto bytes = ReadWholeFile(tool)) {
-        if (auto record = ParseSavegameToolPrefs(*bytes))
+    } else if (toolBytes) {
+        if (auto record = ParseSavegameToolPrefs(**toolBytes))
             session.savegameTool = std::move(*record);
     }
 
     session.savegameHeader = DefaultHeader(session, root);
     const Path header = InFolder(root, RowText(Msg::FragSavegameHeader));
-    if (!FileExists(header)) {
+    const auto headerBytes = ReadFileIfThere(header);
+    if (headerBytes && !*headerBytes) {
         (void)WriteRecordFile(header,
                               FormatSavegameArchiveHeader(session.savegameHeader)); // as above
-    } else if (const auto bytes = ReadWholeFile(header)) {
-        if (auto record = ParseSavegameArchiveHeader(*bytes))
+    } else if (headerBytes) {
+        if (auto record = ParseSavegameArchiveHeader(**headerBytes))
             session.savegameHeader = std::move(*record);
     }
+    if (!headerBytes)
+        return headerBytes.Error();
+    return toolBytes ? Status{} : toolBytes.Error();
 }
 
 } // namespace kestrova

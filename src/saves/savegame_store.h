@@ -11,6 +11,6 @@ Result<Path> CurrentSlotsFolder(const Session& session, LevelCode code);
 /// Fills both savegame records of the session for a level: defaults first, over them what the
 /// files hold. A file that is missing is created where its folder allows it; failures of that are
 /// ignored, the records then live in memory only.
-void LoadSavegameStore(Session& session, LevelCode code);
+Status LoadSavegameStore(Session& session, LevelCode code);
 
 } // namespace kestrova

@@ -1,5 +1,6 @@
 #include "saves/savegame_transfer.h"
 
+#include "core/look.h"
 #include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
 #include "session/name_list.h"
@@ -21,23 +22,38 @@ FailedFiles AllFailed(const std::vector<Path>& files, const Failure& failure)
     return failed;
 }
 
-bool IsSameFile(const Path& a, const Path& b)
+bool IsSameFile(const platform::FileFacts& a, const platform::FileFacts& b)
 {
-    const platform::FileFacts first = platform::FactsOf(a);
-    const platform::FileFacts second = platform::FactsOf(b);
-    return first.kind != platform::FileKind::Missing && first.device == second.device &&
-           first.inode == second.inode;
+    return a.kind != platform::FileKind::Missing && a.device == b.device && a.inode == b.inode;
 }
 
 Status ExportOne(Session& session, LevelCode code, const Path& file, const Path& target)
 {
-    if (IsSameFile(file, target))
+    const auto facts = LookAt(file);
+    const auto there = LookAt(target);
+    if (!facts || !there)
+        return facts ? there.Error() : facts.Error();
+    if (IsSameFile(*facts, *there))
         return Failure{ErrorCode::Refused, TextOf(file), GetMsg(Msg::ExportOntoItself)};
-    if (FileExists(target) && !SameContent(file, target))
+    if (there->kind == platform::FileKind::File && !SameContent(file, target))
         if (auto status = KeepInHistory(session, code, {target}, GetMsg(Msg::ReasonExportedOver));
             !status)
             return status;
     return CopyFileOver(file, target, {Verify::Content, true, false, {}});
+}
+
+/// The lowest place of the game that has no savegame.
+Result<Path> FreeSlot(const Path& folder)
+{
+    for (std::size_t slot = 0; slot < gameSlotCount; ++slot) {
+        Path place = folder / (GetMsg(Msg::SavegameStem) + std::to_string(slot));
+        const auto isFree = IsFree(place);
+        if (!isFree)
+            return isFree.Error();
+        if (*isFree)
+            return place;
+    }
+    return Failure{ErrorCode::Refused, {}, GetMsg(Msg::HistoryNoFreeSlot)};
 }
 
 /// Deletes what was exported, once it is in the history too.
@@ -75,19 +91,11 @@ FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Pa
     if (!ready)
         return AllFailed(files, ready.Error());
     FailedFiles failed;
-    std::size_t slot = 0;
     for (const Path& file : files) {
-        const auto place = [&] {
-            return folder / (GetMsg(Msg::SavegameStem) + std::to_string(slot));
-        };
-        while (slot < gameSlotCount && FileExists(place()))
-            ++slot;
-        if (slot == gameSlotCount)
-            failed.push_back(
-                {file, Failure{ErrorCode::Refused, {}, GetMsg(Msg::HistoryNoFreeSlot)}});
-        else if (const auto status =
-                     CopyFileOver(file, place(), {Verify::Content, true, false, {}});
-                 !status)
+        const auto place = FreeSlot(folder);
+        const auto status =
+            place ? CopyFileOver(file, *place, {Verify::Content, true, false, {}}) : place.Error();
+        if (!status)
             failed.push_back({file, status.Error()});
     }
     (void)FlushFolder(folder); // what was imported is still where it came from

@@ -34,9 +34,10 @@ void SavegameWatch::Tick(Session& session, bool gameRuns)
     const bool looks = now < lastLookNs_ || now - lastLookNs_ >= betweenLooks;
     if ((!looks && closed_.empty()) || !InterruptedWork(session).empty())
         return;
-    if (!KnowsStandingLevel(session))
+    const auto standing = LookAtStanding(session);
+    if (!standing)
         return; // the next look may know
-    const LevelPlace level = StateOwner(session);
+    const LevelPlace& level = standing->state;
     KeepClosed(session, level, now);
     if (!looks)
         return;

@@ -1,6 +1,7 @@
 #include "saves/shot_capture.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "pictures/convert.h"
 #include "saves/shot_files.h"
 
@@ -29,11 +30,16 @@ bool AskSaveCapturedShot(Session& session, const CapturedShot& shot)
         file += ending; // `Mr. Fox` has a dot, but no ending
         const std::string breaks = std::string{lineBreak}.append(lineBreak);
         // The chooser asked about the name that was typed.
-        if (FileExists(file) &&
-            !session.host.AskYesNo(
-                GetMsg(Msg::ShotAskOverwrite, {TextOf(file.filename()), breaks, breaks}))) {
+        const auto isFree = IsFree(file);
+        if (!isFree)
+            return TellFolderNotRead(session, isFree.Error());
+        if (!*isFree && !session.host.AskYesNo(GetMsg(Msg::ShotAskOverwrite,
+                                                      {TextOf(file.filename()), breaks, breaks}))) {
             std::string extension;
-            file = NewShotName(session, shot.level, extension);
+            auto free = NewShotName(session, shot.level, extension);
+            if (!free)
+                return TellFolderNotRead(session, free.Error());
+            file = std::move(*free);
         }
     }
     if (const auto saved = SaveCapturedShot(session, shot, file); !saved) {

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "saves/shot_files.h"
 
 namespace kestrova
@@ -78,12 +79,18 @@ bool AddShotFile(Session& session, ShotList& shots, const Path& source)
     }
     const Path folder = ResolvePath(ShotFolderOf(session, shots.Code()));
     Path target = folder / name;
-    if (FileExists(target) &&
+    const auto isFree = IsFree(target);
+    if (!isFree)
+        return TellFolderNotRead(session, isFree.Error());
+    if (!*isFree &&
         !session.host.AskYesNo(GetMsg(Msg::ShotAskOverwrite, {name, TwoBreaks(), TwoBreaks()}))) {
         if (session.host.LeftUnanswered())
             return false;
         std::string extension = name.substr(name.size() - extensionSize);
-        target = NewShotName(session, static_cast<std::size_t>(index), extension);
+        auto other = NewShotName(session, static_cast<std::size_t>(index), extension);
+        if (!other)
+            return TellFolderNotRead(session, other.Error());
+        target = std::move(*other);
         session.host.Tell(Tone::Plain,
                           GetMsg(Msg::ShotSavedAs, {name}) + target.filename().native() + "'");
     }
@@ -141,8 +148,11 @@ bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std
     }
     const Path target = shot.parent_path() / *safe;
     // The picture itself under another spelling is no other file.
-    const Path found = ResolvePath(target);
-    if (found != shot && platform::FactsOfLink(found).kind != platform::FileKind::Missing) {
+    const auto found = FindPath(target);
+    const auto isFree = IsFree(target);
+    if (!found || !isFree)
+        return TellFolderNotRead(session, found ? isFree.Error() : found.Error());
+    if (*found != shot && !*isFree) {
         session.host.Tell(Tone::Error, GetMsg(Msg::ShotRenameTaken, {name}));
         return false;
     }
@@ -170,7 +180,10 @@ bool SaveShotAs(Session& session, ShotList& shots)
     const Path whole =
         target->parent_path() / WithShotEnding(target->filename().native(), ExtensionOf(name));
     // The chooser asked about the name that was typed.
-    return (whole == *target || !FileExists(whole) || ConfirmReplace(session, shot, whole)) &&
+    const auto isFree = IsFree(whole);
+    if (!isFree)
+        return TellFolderNotRead(session, isFree.Error());
+    return (whole == *target || *isFree || ConfirmReplace(session, shot, whole)) &&
            SaveShotTo(session, shot, whole);
 }
 

@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "pictures/convert.h"
 
 namespace kestrova
@@ -34,7 +35,7 @@ Path ShotFolderOf(const Session& session, LevelCode code)
     return InFolder(LevelHomeOf(session, code), RowText(Msg::DirScreenshots));
 }
 
-Path NewShotName(const Session& session, std::size_t index, std::string& extension)
+Result<Path> NewShotName(const Session& session, std::size_t index, std::string& extension)
 {
     if (extension.empty())
         extension = RowText(Msg::ShotJpgExtension);
@@ -44,7 +45,10 @@ Path NewShotName(const Session& session, std::size_t index, std::string& extensi
     for (std::uint64_t n = 1;; ++n) {
         Path candidate =
             folder / (std::to_string(n).append(RowText(Msg::ShotNumberEnds)) + title + extension);
-        if (platform::FactsOfLink(ResolvePath(candidate)).kind == platform::FileKind::Missing)
+        const auto isFree = IsFree(candidate);
+        if (!isFree)
+            return isFree.Error();
+        if (*isFree)
             return candidate;
     }
 }

@@ -37,12 +37,14 @@ bool Import(Session& session, std::size_t index, const Shown& shown)
     for (std::size_t i = 0; i < tree->files.size(); ++i) {
         const Path& file = tree->files[i];
         std::string extension;
-        const Path target = NewShotName(session, index, extension);
-        if (const auto copied = CopyFileOver(file, target); !copied) {
+        const auto target = NewShotName(session, index, extension);
+        const auto copied = target ? CopyFileOver(file, *target) : target.Error();
+        if (!copied) {
             all = false;
             TellFailure(session,
                         GetMsg(Msg::ShotImportFailed) + TextOf(file) +
-                            GetMsg(Msg::ShotImportArrow) + TextOf(target),
+                            GetMsg(Msg::ShotImportArrow) +
+                            (target ? TextOf(*target) : target.Error().subject),
                         copied.Error());
         }
         shown(i + 1, tree->files.size());

@@ -1,6 +1,7 @@
 #include "session/level_config_file.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 
 namespace kestrova
@@ -25,7 +26,10 @@ bool ReadLevelConfig(Session& session, const Path& file, LevelConfig& config)
         session.host.Tell(Tone::Error, GetMsg(words) + TextOf(file), reason);
         return false;
     };
-    if (!FileExists(file)) {
+    const auto isThere = IsFile(file);
+    if (!isThere)
+        return failed(Msg::ConfigErrorOpening, isThere.Error().reason);
+    if (!*isThere) {
         session.host.Tell(Tone::Error, GetMsg(Msg::ConfigNotFound, {TextOf(file)}));
         return false;
     }

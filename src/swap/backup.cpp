@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/removal.h"
 #include "session/preferences_file.h"
 #include "swap/backup_folders.h"
@@ -94,19 +95,28 @@ bool HasSpace(Session& session, const Path& trle, double need)
 class Leftovers
 {
 public:
-    explicit Leftovers(Session& session) : session_(session), trle_(session.TrleFolder())
+    explicit Leftovers(Session& session) : session_(session), trle_(session.TrleFolder()) {}
+
+    /// Fails while it cannot be told what they are.
+    Status Find()
     {
-        if (const auto owner = OwnerThatCounts(session))
-            owner_ = *owner;
+        auto owner = ReadOwner(session_);
+        if (!owner)
+            return owner.Error();
+        owner_ = owner->value_or(OwnerRecord{});
         for (const OwnedFile& file : owner_.added) {
             const auto relative = SafeRelative(file.name);
             if (!relative)
                 continue;
             Path place = ResolvePath(trle_ / *relative);
-            if (IsAsListed(file, platform::FactsOf(place)) &&
-                !SameContent(place, session.BackupFolder() / *relative))
+            const auto facts = LookAt(place);
+            if (!facts)
+                return facts.Error();
+            if (IsAsListed(file, *facts) &&
+                !SameContent(place, session_.BackupFolder() / *relative))
                 files_.push_back({file, *relative, std::move(place)});
         }
+        return {};
     }
 
     /// The original that belongs in the place of `file`; `file` itself when no level left it.
@@ -118,7 +128,7 @@ public:
             const Path vault =
                 ResolvePath(InFolder(session_.programFolder, RowText(Msg::DirHistoryOriginals)) /
                             left.relative);
-            return FileExists(vault) ? vault : Path{};
+            return IsFile(vault).ValueOr(true) ? vault : Path{};
         }
         return file;
     }
@@ -132,13 +142,14 @@ public:
         std::vector<std::string> names;
         for (const Left& left : files_) {
             names.push_back(Readable(left.listed.name));
-            const bool original = FileExists(session_.BackupFolder() / left.relative);
-            Status status;
-            if (!IsAsPut(left.listed, platform::FactsOf(left.place))) // touched since
+            const auto original = IsFile(session_.BackupFolder() / left.relative);
+            const auto facts = LookAt(left.place);
+            auto status = original ? Status{} : original.Error();
+            if (status && !(facts && IsAsPut(left.listed, *facts))) // touched since
                 status = KeepOriginal(session_, left.relative);
             if (status)
                 status =
-                    original ? RestoreOriginal(session_, left.relative) : DeleteFile(left.place);
+                    *original ? RestoreOriginal(session_, left.relative) : DeleteFile(left.place);
             if (status)
                 std::erase_if(owner_.added,
                               [&](const OwnedFile& file) { return file.name == left.listed.name; });
@@ -207,9 +218,11 @@ bool CopyCompact(Session& session, const Path& trle, const Path& target)
                                 InFolder(target, RowText(folder)), *progress,
                                 [](const Path& file) { return file; });
     };
+    const auto graphics = IsFolder(InFolder(trle, RowText(Msg::DirGraphics)));
+    if (!graphics)
+        return TellFolderNotRead(session, graphics.Error());
     return copyFolder(Msg::CopyFromData, Msg::DirData) &&
-           (!FolderExists(InFolder(trle, RowText(Msg::DirGraphics))) ||
-            copyFolder(Msg::CopyFromGraphics, Msg::DirGraphics));
+           (!*graphics || copyFolder(Msg::CopyFromGraphics, Msg::DirGraphics));
 }
 
 /// `keepOld`: files of the old backup that the folder lacks stay in the new one.
@@ -234,9 +247,13 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     const Path target = NewBackupFolder(session);
     if (!SettleBackupFolders(session))
         return false;
-    bool made = !keepOld || !FolderExists(session.BackupFolder()) ||
-                CopyTreeWithProgress(session, session.BackupFolder(), target, nullptr);
+    const auto hasOld = IsFolder(session.BackupFolder());
     Leftovers leftovers{session};
+    const auto known = leftovers.Find();
+    if (!hasOld || !known)
+        return TellFolderNotRead(session, hasOld ? known.Error() : hasOld.Error());
+    bool made = !keepOld || !*hasOld ||
+                CopyTreeWithProgress(session, session.BackupFolder(), target, nullptr);
     made = made &&
            (full ? CopyFull(session, trle, target, leftovers) : CopyCompact(session, trle, target));
     if (made)
@@ -269,8 +286,10 @@ Result<Fit> CompareWithFolder(Session& session)
         return tree.Error();
     if (tree->folders.empty())
         return Fit::Differs;
-    const auto bytes = ReadWholeFile(session.MarkerPath());
-    const MarkerContent marker = ParseMarker(bytes ? *bytes : std::string{});
+    const auto bytes = ReadFileIfThere(session.MarkerPath());
+    if (!bytes)
+        return bytes.Error();
+    const MarkerContent marker = ParseMarker(bytes->value_or(std::string{}));
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ScanningFiles));
     const bool same = std::all_of(tree->files.begin(), tree->files.end(), [&](const Path& file) {
@@ -307,19 +326,25 @@ bool MakeBackupOfThisFolder(Session& session, const Path& other, const BackupWis
 
 } // namespace
 
-std::optional<Path> BackupSeemsOfAnother(const Session& session)
+Result<std::optional<Path>> BackupSeemsOfAnother(const Session& session)
 {
     const auto origin = BackupOrigin(session);
-    if (!origin || Path{origin->path} == session.TrleFolder() ||
-        IsMarked(*origin, session.TrleFolder()))
-        return {};
-    return Path{origin->path};
+    if (!origin)
+        return origin.Error();
+    if (!*origin || Path{(*origin)->path} == session.TrleFolder())
+        return std::optional<Path>{};
+    const auto isThis = HasMark(session.TrleFolder(), **origin);
+    if (!isThis)
+        return isThis.Error();
+    return *isThis ? std::optional<Path>{} : std::optional{Path{(*origin)->path}};
 }
 
 Result<std::optional<Path>> BackupOfAnotherFolder(Session& session)
 {
     auto other = BackupSeemsOfAnother(session);
-    if (other) {
+    if (!other)
+        return other;
+    if (*other) {
         const auto fit = CompareWithFolder(session);
         if (!fit)
             return fit.Error();
@@ -362,9 +387,13 @@ bool MakeTrleBackup(Session& session, bool refresh, const BackupWishes& wishes)
             return TellFolderNotRead(session, other.Error());
         return !*other || MakeBackupOfThisFolder(session, **other, wishes);
     }
-    if (!refresh)
-        if (const auto back = BringBackupBack(session); back && *back)
+    if (!refresh) {
+        const auto back = BringBackupBack(session);
+        if (!back)
+            return TellFolderNotRead(session, back.Error());
+        if (*back)
             return true; // set aside when another folder was chosen
+    }
     return MakeBackup(session, refresh, refresh, wishes);
 }
 

@@ -21,7 +21,7 @@ Result<BackupState> LookAtBackup(const Session& session);
 /// failure when the backup cannot be listed for that.
 Result<std::optional<Path>> BackupOfAnotherFolder(Session& session);
 /// The same by what was noted alone: nothing is read but that.
-std::optional<Path> BackupSeemsOfAnother(const Session& session);
+Result<std::optional<Path>> BackupSeemsOfAnother(const Session& session);
 /// Makes the backup unless it is there (`refresh` makes it anew, in full). An old backup stays
 /// until the new one compared equal. When the backup is of another folder, one of this folder that
 /// was set aside comes back, or the person is asked for a new one.

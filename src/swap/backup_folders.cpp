@@ -1,6 +1,7 @@
 #include "swap/backup_folders.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "swap/note_json.h"
@@ -38,14 +39,17 @@ Path NotePath(const Session& session)
     return InFolder(session.programFolder, RowText(Msg::FragBackupNote));
 }
 
-/// Backups that are not there any more are left out; a note that nobody can read knows none.
-std::vector<NotedBackup> NotedBackups(const Session& session)
+/// Backups that are not there any more are left out; a damaged note knows none.
+Result<std::vector<NotedBackup>> NotedBackups(const Session& session)
 {
     std::vector<NotedBackup> backups;
-    const auto text = ReadWholeFile(NotePath(session), UINT64_C(1) << 20);
+    const auto text = ReadFileIfThere(NotePath(session), UINT64_C(1) << 20);
     if (!text)
+        return text.Error();
+    if (!*text)
         return backups;
-    const NoteJson json = NoteJson::parse(*text, nullptr, false);
+    std::optional<Failure> unknown;
+    const NoteJson json = NoteJson::parse(**text, nullptr, false);
     NoteReader reader{json};
     reader.List("backups", [&](NoteReader& entry, const NoteJson&) {
         NotedBackup backup;
@@ -54,10 +58,16 @@ std::vector<NotedBackup> NotedBackups(const Session& session)
         backup.origin.device = entry.Number<std::uint64_t>("device");
         backup.origin.inode = entry.Number<std::uint64_t>("inode");
         backup.full = entry.Flag("full");
-        if (entry.Good() && SafeName(backup.name) &&
-            FolderExists(session.programFolder / backup.name))
+        if (!entry.Good() || !SafeName(backup.name))
+            return;
+        const auto isThere = IsFolder(session.programFolder / backup.name);
+        if (!isThere)
+            unknown = isThere.Error();
+        else if (*isThere)
             backups.push_back(std::move(backup));
     });
+    if (unknown)
+        return *unknown;
     return reader.Good() ? backups : std::vector<NotedBackup>{};
 }
 
@@ -83,62 +93,92 @@ std::string CurrentName(const Session& session)
     return session.BackupFolder().filename().native();
 }
 
-bool IsOf(const NotedBackup& backup, const Session& session)
+Result<bool> IsOf(const NotedBackup& backup, const Session& session)
 {
-    return IsMarked(backup.origin, session.TrleFolder()) ||
-           Path{backup.origin.path} == session.TrleFolder();
+    if (Path{backup.origin.path} == session.TrleFolder())
+        return true;
+    return HasMark(session.TrleFolder(), backup.origin);
+}
+
+Result<Path> FreeAside(const Session& session)
+{
+    for (int number = 1;; ++number) {
+        Path place =
+            InFolder(session.programFolder, GetMsg(Msg::FragAsideBackup, {std::to_string(number)}));
+        const auto isFree = IsFree(place);
+        if (!isFree)
+            return isFree.Error();
+        if (*isFree)
+            return place;
+    }
 }
 
 /// The backup under a free name, noted there before it moves.
 Status SetAside(Session& session)
 {
-    std::vector<NotedBackup> backups = NotedBackups(session);
+    auto backups = NotedBackups(session);
+    if (!backups)
+        return backups.Error();
     const auto current =
-        std::find_if(backups.begin(), backups.end(), [&](const NotedBackup& backup) {
+        std::find_if(backups->begin(), backups->end(), [&](const NotedBackup& backup) {
             return backup.name == CurrentName(session);
         });
     NotedBackup aside;
-    if (current != backups.end())
+    if (current != backups->end())
         aside = *current;
-    Path place;
-    for (int number = 1; place.empty() || FolderExists(place); ++number)
-        place =
-            InFolder(session.programFolder, GetMsg(Msg::FragAsideBackup, {std::to_string(number)}));
-    aside.name = place.filename().native();
+    const auto place = FreeAside(session);
+    if (!place)
+        return place.Error();
+    aside.name = place->filename().native();
     // Entries of folders that are not there are passed over, so this one counts from the rename on.
-    backups.push_back(std::move(aside));
-    if (auto status = WriteNoted(session, backups); !status)
+    backups->push_back(std::move(aside));
+    if (auto status = WriteNoted(session, *backups); !status)
         return status;
-    return Renamed(session.BackupFolder(), place);
+    return Renamed(session.BackupFolder(), *place);
 }
 
 } // namespace
 
-std::optional<FolderMark> BackupOrigin(const Session& session)
+Result<std::optional<FolderMark>> BackupOrigin(const Session& session)
 {
-    for (const NotedBackup& backup : NotedBackups(session))
+    const auto backups = NotedBackups(session);
+    if (!backups)
+        return backups.Error();
+    for (const NotedBackup& backup : *backups)
         if (backup.name == CurrentName(session))
-            return backup.origin;
-    return {};
+            return std::optional{backup.origin};
+    return std::optional<FolderMark>{};
 }
 
 Status NoteBackupOrigin(Session& session, bool full)
 {
-    std::vector<NotedBackup> backups = NotedBackups(session);
-    std::erase_if(backups,
+    auto backups = NotedBackups(session);
+    if (!backups)
+        return backups.Error();
+    std::erase_if(*backups,
                   [&](const NotedBackup& backup) { return backup.name == CurrentName(session); });
-    FolderMark origin = MarkOf(session.TrleFolder());
-    origin.path = session.TrleFolder().native();
-    backups.insert(backups.begin(), {CurrentName(session), std::move(origin), full});
-    return WriteNoted(session, backups);
+    auto origin = MarkOf(session.TrleFolder());
+    if (!origin)
+        return origin.Error();
+    backups->insert(backups->begin(), {CurrentName(session), std::move(*origin), full});
+    return WriteNoted(session, *backups);
 }
 
 Result<bool> BringBackupBack(Session& session)
 {
-    for (const NotedBackup& backup : NotedBackups(session)) {
-        if (backup.name == CurrentName(session) || !IsOf(backup, session))
+    const auto backups = NotedBackups(session);
+    if (!backups)
+        return backups.Error();
+    for (const NotedBackup& backup : *backups) {
+        const auto isThis = IsOf(backup, session);
+        if (!isThis)
+            return isThis;
+        if (backup.name == CurrentName(session) || !*isThis)
             continue;
-        if (FolderExists(session.BackupFolder()))
+        const auto hasOther = IsFolder(session.BackupFolder());
+        if (!hasOther)
+            return hasOther;
+        if (*hasOther)
             if (auto status = SetAside(session); !status)
                 return status.Error();
         if (auto status = Renamed(session.programFolder / backup.name, session.BackupFolder());
@@ -166,10 +206,13 @@ Status ExchangeBackup(Session& session, bool full, bool keepAside)
     const Path old = OldBackupFolder(session);
     if (const auto failure = platform::SyncFileSystem(fresh))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(fresh), failure);
-    if (keepAside && FolderExists(backup))
+    const auto hasOld = IsFolder(backup);
+    if (!hasOld)
+        return hasOld.Error();
+    if (keepAside && *hasOld)
         if (auto status = SetAside(session); !status)
             return status;
-    const bool replaces = FolderExists(backup);
+    const bool replaces = *hasOld && !keepAside;
     if (replaces)
         if (auto status = Renamed(backup, old); !status)
             return status;
@@ -194,8 +237,12 @@ bool SettleBackupFolders(Session& session)
     const Path backup = session.BackupFolder();
     const Path old = OldBackupFolder(session);
     Status status;
-    if (FolderExists(old))
-        status = FolderExists(backup) ? ClearPlace(old) : Renamed(old, backup);
+    const auto hasOld = IsFolder(old);
+    const auto hasBackup = IsFolder(backup);
+    if (!hasOld || !hasBackup)
+        status = hasOld ? hasBackup.Error() : hasOld.Error();
+    else if (*hasOld)
+        status = *hasBackup ? ClearPlace(old) : Renamed(old, backup);
     if (status && FolderExists(NewBackupFolder(session)))
         status = ClearPlace(NewBackupFolder(session));
     if (!status && !FolderExists(backup)) {

@@ -19,7 +19,7 @@ bool SettleBackupFolders(Session& session);
 bool BackupFoldersWait(const Session& session);
 
 /// The folder that the backup was made of; no value when nobody noted it.
-std::optional<FolderMark> BackupOrigin(const Session& session);
+Result<std::optional<FolderMark>> BackupOrigin(const Session& session);
 /// Notes that the backup is of the present Level Editor's folder.
 Status NoteBackupOrigin(Session& session, bool full);
 /// A backup of the present Level Editor's folder that was set aside takes its place again; the

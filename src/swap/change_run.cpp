@@ -1,6 +1,7 @@
 #include "swap/change_run.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 #include "swap/history.h"
 
@@ -16,7 +17,10 @@ namespace
 Result<std::string> HashNow(const Path& file)
 {
     std::string hash;
-    if (platform::FactsOfLink(file).kind == platform::FileKind::Missing)
+    const auto isFree = IsFree(file);
+    if (!isFree)
+        return isFree.Error();
+    if (*isFree)
         return hash;
     if (const auto failure = platform::HashOfFile(file, hash))
         return MakeFailure(ErrorCode::CannotRead, TextOf(file), failure);
@@ -38,8 +42,10 @@ Status FlushChange(const Session& session, const StateChange& change)
         folders.push_back(ResolvePath(folder.folder));
     std::set<std::uint64_t> flushed;
     for (const Path& folder : folders) {
-        const platform::FileFacts facts = platform::FactsOf(folder);
-        if (facts.kind != platform::FileKind::Folder || !flushed.insert(facts.device).second)
+        const auto facts = LookAt(folder);
+        if (!facts)
+            return facts.Error();
+        if (facts->kind != platform::FileKind::Folder || !flushed.insert(facts->device).second)
             continue;
         if (const auto failure = platform::SyncFileSystem(folder))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
@@ -71,8 +77,12 @@ Status ChangeRun::MakeNewFolders()
         if (folder.made) {
             if (auto status = MakeFolder(place); !status)
                 return status;
-        } else if (!FolderExists(place) && !folder.after.empty()) {
-            return MakeFailure(ErrorCode::Missing, TextOf(place));
+        } else if (!folder.after.empty()) {
+            const auto isThere = IsFolder(place);
+            if (!isThere)
+                return isThere.Error();
+            if (!*isThere)
+                return MakeFailure(ErrorCode::Missing, TextOf(place));
         }
     }
     return {};
@@ -194,10 +204,15 @@ Status ChangeRun::Keep(const std::vector<Path>& files)
 Status ChangeRun::KeepOverwritten()
 {
     std::vector<Path> files;
-    for (const Target& target : targets_)
-        if (!target.foreign && !target.was.empty() && !target.becomes.empty() &&
-            Holds(target.file, target.was) && HolderOf(target.was) == Holder::Nobody)
+    for (const Target& target : targets_) {
+        if (target.foreign || target.was.empty() || target.becomes.empty())
+            continue;
+        const auto now = HashNow(target.file);
+        if (!now) // what cannot be read now may be readable when it is overwritten
+            return now.Error();
+        if (*now == target.was && HolderOf(target.was) == Holder::Nobody)
             files.push_back(target.file);
+    }
     return Keep(files);
 }
 
@@ -230,7 +245,12 @@ Status ChangeRun::KeepGoing()
     std::vector<Path> files;
     bool unflushed = false;
     for (const Target& target : targets_) {
-        if (target.foreign || !target.becomes.empty() || !Holds(target.file, target.was))
+        if (target.foreign || !target.becomes.empty())
+            continue;
+        const auto now = HashNow(target.file);
+        if (!now)
+            return now.Error();
+        if (*now != target.was)
             continue;
         const Holder holder = HolderOf(target.was);
         unflushed = unflushed || holder == Holder::Unflushed;
@@ -246,7 +266,12 @@ Status ChangeRun::KeepGoing()
 Status ChangeRun::Delete()
 {
     for (const Target& target : targets_) {
-        if (target.foreign || !target.becomes.empty() || !Holds(target.file, target.was))
+        if (target.foreign || !target.becomes.empty())
+            continue;
+        const auto now = HashNow(target.file);
+        if (!now)
+            return now.Error();
+        if (*now != target.was)
             continue;
         destroyed_ = true;
         if (const auto failure = platform::Unlink(target.file))
@@ -261,7 +286,7 @@ std::int32_t ChangeRun::NotArchived() const
     for (const ChangedFolder& folder : change_.folders)
         for (const ComingFile& file : folder.after)
             if (folder.made && MatchesPattern(file.name, RowText(Msg::SavegamePattern)) &&
-                !FileExists(Path{folder.folder} / file.name))
+                !IsFile(Path{folder.folder} / file.name).ValueOr(true))
                 ++missing;
     return missing;
 }
@@ -272,13 +297,17 @@ bool ChangeRun::TakeBack()
         return false;
     bool whole = true;
     for (const Target& target : targets_) {
-        if (target.foreign || !target.was.empty() || !Holds(target.file, target.becomes))
+        if (target.foreign || !target.was.empty())
+            continue;
+        const auto now = HashNow(target.file);
+        whole = now && whole;
+        if (!now || *now != target.becomes)
             continue;
         // What it was copied from may have been rewritten since by the game.
         whole = !SourceOf(target).empty() && !platform::Unlink(target.file) && whole;
     }
     for (const ChangedFolder& folder : change_.folders)
-        if (folder.made && FolderExists(folder.folder))
+        if (folder.made && IsFolder(folder.folder).ValueOr(true))
             whole = !platform::RemoveFolder(ResolvePath(folder.folder)) && whole;
     return whole;
 }

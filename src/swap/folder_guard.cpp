@@ -56,8 +56,9 @@ bool StandsInTrle(const Session& session, LevelCode code)
         !InterruptedWork(session).empty())
         return false;
     // After a new start of the machine the files in the folder are looked at once more.
-    const auto owner = OwnerThatCounts(session);
-    return owner && owner->owner == code && owner->bootId == session.machine.BootId();
+    const auto owner = ReadOwner(session);
+    return owner && *owner && (*owner)->owner == code &&
+           (*owner)->bootId == session.machine.BootId();
 }
 
 } // namespace kestrova

@@ -2,9 +2,9 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 #include "swap/history_bounds.h"
-#include "swap/marker.h"
 #include "swap/savegame_info.h"
 #include "swap/state_files.h"
 #include "swap/swap_records.h"
@@ -129,11 +129,8 @@ bool LiesWithPictures(const Path& file)
 /// Where a kept file of the level belongs.
 Result<Path> PlaceFor(Session& session, LevelCode code, const HistoryEntry& entry)
 {
-    if (!entry.picture) {
-        if (auto known = KnowsStandingLevel(session); !known)
-            return known.Error();
+    if (!entry.picture)
         return LiveStateFolder(session, code);
-    }
     Path folder = ResolvePath(InFolder(LevelHomeOf(session, code), RowText(Msg::DirScreenshots)));
     if (auto status = MakeFolders(folder); !status)
         return status.Error();
@@ -146,12 +143,12 @@ Result<HistoryIndex> ReadHistoryIndex(const Session& session, LevelCode code)
 {
     const Path file = IndexPath(session, code);
     HistoryIndex index;
-    if (!FileExists(file))
-        return index;
-    const auto text = ReadWholeFile(file, UINT64_C(64) << 20);
+    const auto text = ReadFileIfThere(file, UINT64_C(64) << 20);
     if (!text)
         return text.Error();
-    for (std::string& line : Split(*text, '\n')) {
+    if (!*text)
+        return index;
+    for (std::string& line : Split(**text, '\n')) {
         if (line.empty())
             continue;
         if (auto entry = ParseLine(line))
@@ -170,22 +167,31 @@ Status WriteHistoryIndex(const Session& session, LevelCode code, const HistoryIn
     return WriteWholeFile(IndexPath(session, code), text);
 }
 
-std::vector<HistoryEntry> HistoryOf(const Session& session, const LevelPlace& level)
+Result<std::vector<HistoryEntry>> ReadHistoryOf(const Session& session, const LevelPlace& level)
 {
     auto index = ReadHistoryIndex(session, level.code);
     if (!index)
-        return {};
+        return index.Error();
     const std::string home = Readable(HomeOf(session, level).native());
     std::map<std::string, bool> others; // of another archive that is there
-    std::erase_if(index->entries, [&](const HistoryEntry& entry) {
-        if (entry.home.empty() || entry.home == home)
-            return false;
-        const auto [known, first] = others.emplace(entry.home, false);
-        if (first)
-            known->second = FolderExists(entry.home);
-        return known->second;
-    });
-    return std::move(index->entries);
+    std::vector<HistoryEntry> entries;
+    for (HistoryEntry& entry : index->entries) {
+        const auto [other, first] = others.emplace(entry.home, false);
+        if (first && !entry.home.empty() && entry.home != home) {
+            const auto isThere = IsFolder(entry.home);
+            if (!isThere)
+                return isThere.Error();
+            other->second = *isThere;
+        }
+        if (!other->second)
+            entries.push_back(std::move(entry));
+    }
+    return entries;
+}
+
+std::vector<HistoryEntry> HistoryOf(const Session& session, const LevelPlace& level)
+{
+    return ReadHistoryOf(session, level).ValueOr({});
 }
 
 Path HistoryContent(const Session& session, const std::string& hash)
@@ -241,15 +247,17 @@ Status KeepInHistory(Session& session, const LevelPlace& level, const std::vecto
                 ids->push_back(same->id);
             continue;
         }
-        const platform::FileFacts facts = platform::FactsOf(file);
+        const auto facts = LookAt(file);
+        if (!facts)
+            return facts.Error();
         if (MatchesPattern(entry.name, RowText(Msg::SavegamePattern))) {
             const SavegameInfo info = ReadSavegameInfo(file);
             entry.title = info.title;
             entry.number = info.number;
         }
         entry.id = ZeroPadded(code, 4) + "-" + std::to_string(++last);
-        entry.size = facts.size;
-        entry.modifiedNs = facts.modifiedNs;
+        entry.size = facts->size;
+        entry.modifiedNs = facts->modifiedNs;
         entry.keptNs = session.machine.NowNs();
         entry.reason = reason;
         entry.home = home;
@@ -272,20 +280,21 @@ namespace
 /// A free place for a kept file in a folder of live state.
 Result<Path> FreePlace(const Path& folder, const std::string& name)
 {
-    if (!FileExists(folder / name))
-        return folder / name;
-    if (MatchesPattern(name, RowText(Msg::SavegamePattern))) {
-        for (int slot = 0; slot < gameSlots; ++slot) {
-            Path place = folder / (GetMsg(Msg::SavegameStem) + std::to_string(slot));
-            if (!FileExists(place))
-                return place;
-        }
-        return Failure{ErrorCode::Refused, GetMsg(Msg::HistoryNoFreeSlot), {}};
-    }
-    for (int number = 2;; ++number) {
-        Path place = folder / (BaseNameOf(name) + "-" + std::to_string(number) + ExtensionOf(name));
-        if (!FileExists(place))
+    const bool savegame = MatchesPattern(name, RowText(Msg::SavegamePattern));
+    const std::string ending = ExtensionOf(name);
+    for (int number = 0;; ++number) {
+        Path place = folder / name;
+        if (number > 0)
+            place = savegame
+                        ? folder / (GetMsg(Msg::SavegameStem) + std::to_string(number - 1))
+                        : folder / (BaseNameOf(name) + "-" + std::to_string(number + 1) + ending);
+        const auto isFree = IsFree(place);
+        if (!isFree)
+            return isFree.Error();
+        if (*isFree)
             return place;
+        if (savegame && number == gameSlots)
+            return Failure{ErrorCode::Refused, GetMsg(Msg::HistoryNoFreeSlot), {}};
     }
 }
 
@@ -293,10 +302,12 @@ Result<Path> FreePlace(const Path& folder, const std::string& name)
 
 Result<Path> BringBack(Session& session, LevelCode code, const std::string& id)
 {
-    const std::vector<HistoryEntry> entries = HistoryOf(session, code);
-    const auto entry = std::find_if(entries.begin(), entries.end(),
+    const auto entries = ReadHistoryOf(session, code);
+    if (!entries)
+        return entries.Error();
+    const auto entry = std::find_if(entries->begin(), entries->end(),
                                     [&](const HistoryEntry& e) { return e.id == id; });
-    if (entry == entries.end())
+    if (entry == entries->end())
         return Failure{ErrorCode::Missing, GetMsg(Msg::HistoryUnknownId, {id}), {}};
     const Path content = HistoryContent(session, entry->hash);
     std::string hash;

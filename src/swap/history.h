@@ -29,6 +29,8 @@ Status KeepInHistory(Session& session, const LevelPlace& level, const std::vecto
                      const std::string& reason, std::vector<std::string>* ids = nullptr);
 /// Oldest first; damaged index lines are passed over, and so is what belongs to a level of the same
 /// code in another archive that is there.
+Result<std::vector<HistoryEntry>> ReadHistoryOf(const Session& session, const LevelPlace& level);
+/// The same for what is only shown: nothing while it cannot be read.
 std::vector<HistoryEntry> HistoryOf(const Session& session, const LevelPlace& level);
 /// Where a kept content lies.
 Path HistoryContent(const Session& session, const std::string& hash);

@@ -19,8 +19,9 @@ std::set<std::string> HashesElsewhere(const Session& session, const LevelPlace& 
             hashes.insert(hash);
     };
     // What cannot be listed is held nowhere, so that more stays in the history.
-    for (const Path& file : StateFilesIn(LiveStateFolder(session, level)).ValueOr({}))
-        add(file);
+    if (const auto live = LiveStateFolder(session, level))
+        for (const Path& file : StateFilesIn(*live).ValueOr({}))
+            add(file);
     if (const auto tree = ScanTree(HomeOf(session, level)))
         for (const Path& file : tree->files)
             if (IsPlayersFile(file.filename().native()))

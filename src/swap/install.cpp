@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "archive/storage.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 #include "session/name_list.h"
 #include "swap/folder_guard.h"
@@ -64,6 +65,17 @@ bool InstallFiles(Session& session, SwapRun& run, LevelCode code,
     return true;
 }
 
+/// False, told, when the Level Editor's folder is not there, or nobody can tell.
+bool HasTrleFolder(Session& session)
+{
+    const auto isThere = IsFolder(session.TrleFolder());
+    if (!isThere)
+        return TellFolderNotRead(session, isThere.Error());
+    if (!*isThere)
+        session.host.Tell(Tone::Error, GetMsg(Msg::TrleFolderGone, {TextOf(session.TrleFolder())}));
+    return *isThere;
+}
+
 bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
 {
     StagingFolder staging{InFolder(session.TrleFolder(), RowText(Msg::DirReady))};
@@ -100,10 +112,8 @@ bool InstallLevel(Session& session, LevelCode code)
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
     }
-    if (!FolderExists(session.TrleFolder())) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::TrleFolderGone, {TextOf(session.TrleFolder())}));
+    if (!HasTrleFolder(session))
         return false;
-    }
     if (!StandsInTrle(session, code) && !MayChangeTrle(session))
         return false;
     if (!RecoverInterruptedWork(session))
@@ -126,10 +136,8 @@ bool InstallLevel(Session& session, LevelCode code)
 LevelCode RemovePreviousLevel(Session& session, LevelCode newCode, ActivityLog& log)
 {
     const Operation running{session};
-    if (!FolderExists(session.TrleFolder())) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::TrleFolderGone, {TextOf(session.TrleFolder())}));
+    if (!HasTrleFolder(session))
         return originalCode;
-    }
     if (CurrentLevelCode(session) != newCode && !MayChangeTrle(session))
         return originalCode;
     if (!RecoverInterruptedWork(session))

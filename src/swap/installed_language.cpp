@@ -1,6 +1,7 @@
 #include "swap/installed_language.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "swap/marker.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
@@ -18,32 +19,39 @@ Status PutInstalledLanguage(Session& session, const Path& file)
         return relative.Error();
     const std::string entry = GetMsg(Msg::FragRoot) + file.filename().native();
     const Path target = ResolvePath(session.TrleFolder() / *relative);
-    const bool wasThere = FileExists(target);
-
-    const auto before = OwnerThatCounts(session);
+    const auto now = LookAt(target);
+    if (!now)
+        return now.Error();
+    const bool wasThere = now->kind == platform::FileKind::File;
+    const auto standing = LookAtStanding(session);
+    if (!standing)
+        return standing.Error();
+    const auto marker = ReadFileIfThere(session.MarkerPath());
+    if (!marker)
+        return marker.Error();
+    const auto& before = standing->owner;
     OwnerRecord record = before.value_or(OwnerRecord{});
-    if (auto known = KnowsStandingLevel(session); !known)
-        return known;
-    const auto marker = ReadWholeFile(session.MarkerPath());
     const Belongings belongings =
-        BelongingsOf(ParseMarker(marker ? *marker : std::string{}), before);
+        BelongingsOf(ParseMarker(marker->value_or(std::string{})), before);
     if (!before) { // from now on the record speaks alone
-        SetOwner(session, record, StateOwner(session));
+        SetOwner(session, record, standing->state);
         record.added = belongings.added;
         record.overwritten = belongings.overwritten;
     }
     const auto sameFile = [&](const OwnedFile& owned) { return EqualNames(owned.name, entry); };
     const auto listed = std::find_if(belongings.added.begin(), belongings.added.end(), sameFile);
     const bool isLevels = listed != belongings.added.end();
-    if (wasThere && !(isLevels && IsAsPut(*listed, platform::FactsOf(target))))
+    if (wasThere && !(isLevels && IsAsPut(*listed, *now)))
         if (auto status = KeepOriginal(session, *relative); !status)
             return status;
 
     // Noted before it changes: whatever ends the program in between, the next swap takes it out.
-    const platform::FileFacts facts = platform::FactsOf(ResolvePath(file));
+    const auto facts = LookAt(file);
+    if (!facts)
+        return facts.Error();
     const std::string name = isLevels ? listed->name : entry;
     std::erase_if(record.added, sameFile);
-    record.added.push_back({name, facts.size, facts.modifiedNs});
+    record.added.push_back({name, facts->size, facts->modifiedNs});
     if (wasThere && !isLevels)
         record.overwritten.push_back(entry);
     if (auto status = WriteOwner(session, record); !status)

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/name_set.h"
 #include "core/removal.h"
 #include "session/name_list.h"
@@ -74,8 +75,8 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
         if (!placement.file.moved)
             need += static_cast<double>(placement.file.size);
     double freed = 0;
-    if (const auto owner = OwnerThatCounts(session))
-        for (const OwnedFile& file : owner->added)
+    if (const auto owner = ReadOwner(session); owner && *owner)
+        for (const OwnedFile& file : (*owner)->added)
             freed += static_cast<double>(file.size);
     const auto free = session.machine.FreeSpace(session.TrleFolder());
     if (free && need > static_cast<double>(*free) + freed)
@@ -85,7 +86,8 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
 
 void MendAfterRestart(Session& session, LevelCode code)
 {
-    const auto owner = OwnerThatCounts(session);
+    const auto found = ReadOwner(session); // the next occasion may be able to
+    const auto& owner = found ? *found : std::optional<OwnerRecord>{};
     if (!owner || owner->bootId == session.machine.BootId())
         return;
     StagingFolder staging{InFolder(session.TrleFolder(), RowText(Msg::DirReady))};
@@ -101,10 +103,15 @@ void MendAfterRestart(Session& session, LevelCode code)
     OwnerRecord record = *owner;
     for (const Placement& placement : placements) {
         const Path target = ResolvePath(session.TrleFolder() / placement.relative);
-        const platform::FileFacts facts = platform::FactsOf(target);
+        const auto facts = LookAt(target);
+        if (!facts) {
+            TellFailure(session, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
+                        facts.Error());
+            return;
+        }
         const auto known = listed.find(FoldCase(placement.target));
-        const bool ours = facts.kind == platform::FileKind::Missing || facts.size == 0 ||
-                          (known != listed.end() && IsAsListed(known->second, facts));
+        const bool ours = facts->kind == platform::FileKind::Missing || facts->size == 0 ||
+                          (known != listed.end() && IsAsListed(known->second, *facts));
         if (!ours || SameContent(placement.file.path, target))
             continue;
         if (const auto status = CopyFileOver(placement.file.path, target); !status) {

@@ -1,6 +1,7 @@
 #include "swap/marker.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "swap/swap_notes.h"
 
 namespace kestrova
@@ -23,42 +24,31 @@ namespace
 
 /// True when the noted folder is the one that the archive in memory has for that level: by its
 /// path, by its identity after a move, or, copied to another disk, by the level's name.
-bool IsOfThisArchive(const Session& session, const OwnerRecord& record)
+Result<bool> IsOfThisArchive(const Session& session, const OwnerRecord& record)
 {
     const Path home = LevelHomeOf(session, *record.owner);
     if (*record.owner == originalCode || record.home.path.empty() || record.home.path == home)
         return true;
-    const platform::FileFacts here = platform::FactsOf(ResolvePath(home));
-    if (here.kind != platform::FileKind::Folder)
+    const auto here = LookAt(home);
+    if (!here)
+        return here.Error();
+    if (here->kind != platform::FileKind::Folder)
         return false;
-    if (here.device == record.home.device && here.inode == record.home.inode)
+    if (here->device == record.home.device && here->inode == record.home.inode)
         return true;
-    return !FolderExists(record.home.path) &&
-           record.levelName == Readable(LevelNameOf(session, *record.owner));
+    const auto isThere = IsFolder(record.home.path);
+    if (!isThere)
+        return isThere.Error();
+    return !*isThere && record.levelName == Readable(LevelNameOf(session, *record.owner));
 }
 
-LevelPlace PlaceOfOwner(const Session& session, const OwnerRecord& record)
+Result<LevelPlace> PlaceOfOwner(const Session& session, const OwnerRecord& record)
 {
-    return {*record.owner, IsOfThisArchive(session, record) ? LevelHomeOf(session, *record.owner)
-                                                            : Path{record.home.path}};
-}
-
-/// Empty without a marker.
-Result<std::string> MarkerBytes(const Session& session)
-{
-    const Path marker = ResolvePath(session.MarkerPath());
-    std::string bytes;
-    const auto failure = platform::ReadAll(marker, bytes);
-    if (failure && failure != std::errc::no_such_file_or_directory &&
-        failure != std::errc::not_a_directory)
-        return MakeFailure(ErrorCode::CannotRead, TextOf(marker), failure);
-    return failure ? std::string{} : bytes;
-}
-
-LevelCode MarkedCode(const Session& session)
-{
-    const auto bytes = MarkerBytes(session);
-    return bytes ? LeadingNumber(MarkerValue(RowText(Msg::TagLevelCode), *bytes)) : unknownLevel;
+    const auto ours = IsOfThisArchive(session, record);
+    if (!ours)
+        return ours.Error();
+    return LevelPlace{*record.owner,
+                      *ours ? LevelHomeOf(session, *record.owner) : Path{record.home.path}};
 }
 
 LevelCode CodeHere(const Session& session, const LevelPlace& level)
@@ -69,32 +59,56 @@ LevelCode CodeHere(const Session& session, const LevelPlace& level)
 
 } // namespace
 
+Result<Standing> LookAtStanding(const Session& session)
+{
+    const auto bytes = ReadFileIfThere(session.MarkerPath());
+    if (!bytes)
+        return bytes.Error();
+    auto owner = ReadOwner(session);
+    if (!owner)
+        return owner.Error();
+    const std::string_view text = *bytes ? std::string_view{**bytes} : std::string_view{};
+    const LevelCode code = LeadingNumber(MarkerValue(RowText(Msg::TagLevelCode), text));
+    Standing standing{code, code, std::move(*owner)};
+    if (!standing.owner || !standing.owner->owner)
+        return standing;
+    auto place = PlaceOfOwner(session, *standing.owner);
+    if (!place)
+        return place.Error();
+    standing.state = std::move(*place);
+    if (standing.state.code == code)
+        standing.level = standing.state;
+    return standing;
+}
+
+bool TellUnknown(Session& session, const Failure& failure)
+{
+    TellFailure(session, GetMsg(Msg::MarkerUnreadable, {failure.subject}), failure);
+    return false;
+}
+
 Status KnowsStandingLevel(const Session& session)
 {
-    const auto bytes = MarkerBytes(session);
-    return bytes ? Status{} : bytes.Error();
+    const auto standing = LookAtStanding(session);
+    return standing ? Status{} : standing.Error();
 }
 
 bool TellUnlessKnown(Session& session)
 {
     const auto known = KnowsStandingLevel(session);
-    if (!known)
-        TellFailure(session, GetMsg(Msg::MarkerUnreadable, {TextOf(session.MarkerPath())}),
-                    known.Error());
-    return bool{known};
+    return known || TellUnknown(session, known.Error());
 }
 
 LevelPlace StandingLevel(const Session& session)
 {
-    const LevelCode code = MarkedCode(session);
-    const auto owner = OwnerThatCounts(session);
-    return owner && owner->owner == code ? PlaceOfOwner(session, *owner) : LevelPlace{code};
+    const auto standing = LookAtStanding(session);
+    return standing ? standing->level : LevelPlace{unknownLevel};
 }
 
 LevelPlace StateOwner(const Session& session)
 {
-    const auto owner = OwnerThatCounts(session);
-    return owner && owner->owner ? PlaceOfOwner(session, *owner) : LevelPlace{MarkedCode(session)};
+    const auto standing = LookAtStanding(session);
+    return standing ? standing->state : LevelPlace{unknownLevel};
 }
 
 LevelCode CurrentLevelCode(const Session& session)
@@ -104,7 +118,9 @@ LevelCode CurrentLevelCode(const Session& session)
 
 bool LevelStands(const Session& session, LevelCode code)
 {
-    return CurrentLevelCode(session) == code && CodeHere(session, StateOwner(session)) == code;
+    const auto standing = LookAtStanding(session);
+    return standing && CodeHere(session, standing->level) == code &&
+           CodeHere(session, standing->state) == code;
 }
 
 std::string MarkerHead(LevelCode code, const std::string& name)

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "session/session.h"
+#include "swap/swap_records.h"
 
 /// `Kestrva.txt` in the root of the Level Editor's folder: which level stands there, which files it
 /// brought, which of them replaced an original. Text in Windows-1252, lines ended by CRLF:
@@ -27,16 +28,27 @@ inline constexpr LevelCode foreignLevel = -2;
 /// The same where a marker stands that cannot be read: nobody knows which level stands there.
 inline constexpr LevelCode unknownLevel = -3;
 
-/// A failure while the marker cannot be read: nothing may be decided by which level stands there.
+/// What is known of the Level Editor's folder.
+struct Standing {
+    /// The level whose files stand there, by the marker; the original configuration without one.
+    /// The owner record tells which archive's level it is.
+    LevelPlace level;
+    /// Whose savegames, notes and shots are live there. The same level, unless a swap could not
+    /// take out all that it should.
+    LevelPlace state;
+    std::optional<OwnerRecord> owner; ///< when it counts
+};
+/// A failure while marker or owner record cannot be read: nothing may be decided then by which
+/// level stands there.
+Result<Standing> LookAtStanding(const Session& session);
+/// Tells that failure. The answer is false.
+bool TellUnknown(Session& session, const Failure& failure);
 Status KnowsStandingLevel(const Session& session);
-/// False, told, in that case.
+/// False, told, when it is not known.
 bool TellUnlessKnown(Session& session);
 
-/// The level whose files stand in the Level Editor's folder, by the marker; the original
-/// configuration without one. The owner record tells which archive's level it is.
+/// For what is shown: the code is `unknownLevel` when it is not known.
 LevelPlace StandingLevel(const Session& session);
-/// Whose savegames, notes and shots are live there. The same level, unless a swap could not take
-/// out all that it should.
 LevelPlace StateOwner(const Session& session);
 /// The code of the level of this archive that stands in the folder, 0 for the original
 /// configuration, `foreignLevel` for another archive's level, `unknownLevel` for nobody knows

@@ -2,6 +2,7 @@
 
 #include "archive/storage.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "swap/level_files.h"
 
 #include <algorithm>
@@ -76,10 +77,12 @@ SafeContents::~SafeContents() = default;
 bool SafeContents::Holds(const OwnedFile& listed, const Path& relative)
 {
     const Path place = ResolvePath(session_.TrleFolder() / relative);
-    const platform::FileFacts facts = platform::FactsOf(place);
-    if (facts.kind != platform::FileKind::File)
+    const auto facts = LookAt(place);
+    if (!facts)
+        return false;
+    if (facts->kind != platform::FileKind::File)
         return true; // nothing that a deletion could lose
-    return IsAsPut(listed, facts) ||
+    return IsAsPut(listed, *facts) ||
            SameContent(place, ResolvePath(session_.BackupFolder() / relative)) ||
            LevelHolds(relative);
 }

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "session/name_list.h"
@@ -63,13 +64,17 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
             if (!relative || IsPlayersPlace(*relative))
                 continue;
             const Path place = ResolvePath(session.TrleFolder() / *relative);
-            const platform::FileFacts facts = platform::FactsOf(place);
-            if (facts.kind != platform::FileKind::File ||
+            const auto facts = LookAt(place);
+            if (!facts) { // it stays noted
+                left.added.push_back(file);
+                continue;
+            }
+            if (facts->kind != platform::FileKind::File ||
                 IsSoundOfCompactBackup(session, file.name) ||
                 SameContent(place, session.BackupFolder() / *relative))
                 continue;
             going.emplace_back(*relative, file);
-            if (!brought.IsAsPut(file.name, facts) && !safe.Holds(file, *relative))
+            if (!brought.IsAsPut(file.name, *facts) && !safe.Holds(file, *relative))
                 unsafe.push_back(*relative);
         }
     }
@@ -91,10 +96,13 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
 Status RestoreMissing(Session& session, const SwapJournal& journal, Leftovers& left)
 {
     const auto restore = [&](const Path& relative) {
-        const bool wanted = !IsPlayersPlace(relative) &&
-                            FileExists(session.BackupFolder() / relative) &&
-                            !FileExists(session.TrleFolder() / relative);
-        if (wanted && !RestoreOriginal(session, relative))
+        if (IsPlayersPlace(relative))
+            return;
+        const auto isOriginal = IsFile(session.BackupFolder() / relative);
+        const auto isThere = IsFile(session.TrleFolder() / relative);
+        // Where one of both cannot be told it waits.
+        const bool wanted = isOriginal && isThere && *isOriginal && !*isThere;
+        if (!isOriginal || !isThere || (wanted && !RestoreOriginal(session, relative)))
             left.overwritten.push_back(ToBackslashes(relative));
     };
     std::vector<Path> originals;
@@ -117,7 +125,7 @@ Status RestoreMissing(Session& session, const SwapJournal& journal, Leftovers& l
     // Where a file could not be deleted its original waits too.
     for (const OwnedFile& file : left.added)
         if (const auto relative = SafeRelative(file.name);
-            relative && FileExists(session.BackupFolder() / *relative))
+            relative && IsFile(session.BackupFolder() / *relative).ValueOr(true))
             left.overwritten.push_back(file.name);
     return {};
 }
@@ -128,8 +136,12 @@ Status SaveLiveState(Session& session, const LevelPlace& owner, const Path& stor
                      std::vector<OwnedFile>& strangers)
 {
     std::vector<StateFile> live;
-    strangers = StrangersThere(session, strangers);
-    if (FolderExists(store.parent_path())) {
+    const auto there = StrangersThere(session, strangers);
+    const auto hasHome = IsFolder(store.parent_path());
+    if (!there || !hasHome)
+        return there ? hasHome.Error() : there.Error();
+    strangers = *there;
+    if (*hasHome) {
         if (auto status = StoreLiveState(session, owner, store, live, strangers); !status)
             return status;
     } else {
@@ -171,9 +183,8 @@ void TellLeftovers(Session& session, const Leftovers& left)
 /// Each step may be repeated.
 Status ReturnToOriginal(Session& session, SwapJournal journal, Leftovers& left)
 {
-    const bool coming = journal.phase == SwapPhase::Coming && journal.to >= 0;
     const Path store = NeededStore(session, journal);
-    const LevelPlace owner{coming ? journal.to : journal.from, store.parent_path()};
+    const LevelPlace owner = LevelOfNeededStore(session, journal);
     if (auto status = SettleTwins(session, owner, session.TrleFolder()); !status)
         return status;
     left.strangers = journal.strangers;
@@ -215,7 +226,7 @@ Status ReturnToOriginal(Session& session, SwapJournal journal, Leftovers& left)
     record.overwritten.insert(record.overwritten.end(), left.overwritten.begin(),
                               left.overwritten.end());
     record.added = left.added;
-    record.strangers = StrangersThere(session, left.strangers);
+    record.strangers = StrangersThere(session, left.strangers).ValueOr(left.strangers);
     record.waiting = std::move(state.waiting);
     if (auto status = WriteOwner(session, std::move(record)); !status)
         return status;
@@ -237,22 +248,40 @@ void TellLacking(Session& session, const LackingFolder& lacking)
     session.host.Tell(Tone::Error, GetMsg(text, {TextOf(lacking.noted)}));
 }
 
-/// The Level Editor's folder is gone for good. What its swap took out of a store comes back there,
-/// as far as nothing newer stands in its place.
-bool GiveUpFolder(Session& session, const SwapJournal& journal)
+/// What a swap took out of a store comes back there, as far as nothing newer stands in its place.
+Status RefillStore(const Session& session, const SwapJournal& journal)
 {
     const Path store = ResolvePath(NeededStore(session, journal));
-    if (journal.phase == SwapPhase::Planned && FolderExists(store))
-        for (const StateFile& file : journal.store) {
-            const Path content = HistoryContent(session, file.hash);
-            if (!SafeName(file.name) || !FileExists(content) || FileExists(store / file.name))
-                continue;
-            if (const auto status =
-                    CopyFileOver(content, store / file.name, {Verify::Content, true, true, {}});
-                !status)
-                return Unfinished(session, status.Error());
-        }
-    if (const auto status = DropJournal(session); !status)
+    const auto isThere = IsFolder(store);
+    if (!isThere)
+        return isThere.Error();
+    if (journal.phase != SwapPhase::Planned || !*isThere)
+        return {};
+    for (const StateFile& file : journal.store) {
+        if (!SafeName(file.name))
+            continue;
+        const Path content = HistoryContent(session, file.hash);
+        const auto isKept = IsFile(content);
+        const auto isFree = IsFree(store / file.name);
+        if (!isKept || !isFree)
+            return isKept ? isFree.Error() : isKept.Error();
+        if (!*isKept || !*isFree)
+            continue;
+        if (auto status =
+                CopyFileOver(content, store / file.name, {Verify::Content, true, true, {}});
+            !status)
+            return status;
+    }
+    return {};
+}
+
+/// The Level Editor's folder is gone for good.
+bool GiveUpFolder(Session& session, const SwapJournal& journal)
+{
+    auto status = RefillStore(session, journal);
+    if (status)
+        status = DropJournal(session);
+    if (!status)
         return Unfinished(session, status.Error());
     session.host.Tell(Tone::Warning, GetMsg(Msg::LetGoFolder, {Readable(journal.folder.path)}));
     return true;
@@ -273,9 +302,8 @@ bool MendSwap(Session& session, const SwapJournal& journal)
         return true;
     }
     if (journal.phase == SwapPhase::Planned) {
-        const Path store = NeededStore(session, journal);
-        const LevelPlace from{journal.from, store.parent_path()};
-        auto status = PutStoreBack(session, from, store, journal.store);
+        auto status = PutStoreBack(session, LevelOfNeededStore(session, journal),
+                                   NeededStore(session, journal), journal.store);
         if (status)
             status = DropJournal(session);
         if (!status)
@@ -296,12 +324,12 @@ bool MendSwap(Session& session, const SwapJournal& journal)
 bool SetAsideDamaged(Session& session)
 {
     const Path file = JournalPath(session);
-    Path aside;
-    for (int number = 1; aside.empty() || FileExists(aside); ++number)
-        aside = file.native() + "." + std::to_string(number);
-    if (const auto failure = platform::Rename(file, aside))
+    const auto aside = FreeNumbered(file);
+    if (!aside)
+        return Unfinished(session, aside.Error());
+    if (const auto failure = platform::Rename(file, *aside))
         return Unfinished(session, MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure));
-    session.host.Tell(Tone::Error, GetMsg(Msg::InterruptedDamaged, {TextOf(aside)}));
+    session.host.Tell(Tone::Error, GetMsg(Msg::InterruptedDamaged, {TextOf(*aside)}));
     return true;
 }
 
@@ -323,8 +351,9 @@ bool FinishSavegames(Session& session)
 /// the disk allows it.
 void ClearToldLeftovers(Session& session)
 {
-    const auto owner = OwnerThatCounts(session);
-    if (!owner || FileExists(session.MarkerPath()) ||
+    const auto found = ReadOwner(session); // the next occasion may be able to
+    const auto& owner = found ? *found : std::optional<OwnerRecord>{};
+    if (!owner || !IsFree(session.MarkerPath()).ValueOr(false) ||
         (owner->overwritten.empty() && owner->added.empty()) || !ProgramsInTrle(session).empty())
         return;
     SwapJournal lists;
@@ -341,7 +370,7 @@ void ClearToldLeftovers(Session& session)
     now.overwritten = std::move(left.overwritten);
     std::erase_if(now.added, [&](const OwnedFile& file) {
         const auto relative = SafeRelative(file.name);
-        return !relative || !FileExists(session.TrleFolder() / *relative);
+        return !relative || !IsFile(session.TrleFolder() / *relative).ValueOr(true);
     });
     if (now.added.size() != owner->added.size() || now.overwritten != owner->overwritten)
         (void)WriteOwner(session, std::move(now)); // otherwise it is looked at once more
@@ -365,10 +394,13 @@ bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
     const Operation running{session};
     if (!FollowMovedFolders(session, journal, said))
         return false;
-    if (const auto lacking = LackingOf(session, journal)) {
-        if (said.letGo && lacking->place == Place::LevelEditor)
+    const auto lacking = LackingOf(session, journal);
+    if (!lacking)
+        return Unfinished(session, lacking.Error());
+    if (*lacking) {
+        if (said.letGo && (*lacking)->place == Place::LevelEditor)
             return GiveUpFolder(session, journal);
-        TellLacking(session, *lacking);
+        TellLacking(session, **lacking);
         return false;
     }
     // The preferences may name another folder by now; the work is mended where it began.
@@ -381,11 +413,11 @@ bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
 
 std::string InterruptedWork(const Session& session)
 {
-    if (const auto lacking = WhatMendingLacks(session))
-        return GetMsg(lacking->place == Place::LevelEditor ? Msg::WaitingSwapFolder
-                                                           : Msg::WaitingSwapStore,
-                      {TextOf(lacking->noted)});
-    if (FileExists(JournalPath(session)))
+    if (const auto lacking = WhatMendingLacks(session); lacking && *lacking)
+        return GetMsg((*lacking)->place == Place::LevelEditor ? Msg::WaitingSwapFolder
+                                                              : Msg::WaitingSwapStore,
+                      {TextOf((*lacking)->noted)});
+    if (!IsFree(JournalPath(session)).ValueOr(false)) // nor is one that cannot be looked at none
         return GetMsg(Msg::WaitingSwap);
     if (StateChangeWaits(session))
         return GetMsg(Msg::WaitingSavegames);

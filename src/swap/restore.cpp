@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "swap/folder_guard.h"
 #include "swap/install.h"
 #include "swap/marker.h"
@@ -38,7 +39,8 @@ bool TakeOver(Session& session, SwapJournal& journal)
 {
     if (journal.phase == SwapPhase::Restore)
         return true;
-    if (journal.phase == SwapPhase::Planned || !IsMarked(journal.folder, session.TrleFolder()))
+    if (journal.phase == SwapPhase::Planned ||
+        !HasMark(session.TrleFolder(), journal.folder).ValueOr(false))
         return false; // a store waits to be put back, or another folder
     journal.phase = SwapPhase::Restore;
     journal.from = -1; // the state is in its store; what is still live is nobody's
@@ -50,20 +52,29 @@ bool TakeOver(Session& session, SwapJournal& journal)
 void MendFirst(Session& session)
 {
     const auto lacking = WhatMendingLacks(session);
-    if (lacking && lacking->place == Place::Archive)
+    if (lacking && *lacking && (*lacking)->place == Place::Archive)
         (void)RecoverInterruptedWork(session, {{}, {}, true});
 }
 
 /// The journal of the restore: what the level brought, and whose savegames stand in the folder.
-SwapJournal PlannedRestore(Session& session)
+Result<SwapJournal> PlannedRestore(Session& session)
 {
     SwapJournal journal;
-    journal.folder = MarkOf(session.TrleFolder());
+    auto folder = MarkOf(session.TrleFolder());
+    if (!folder)
+        return folder.Error();
+    journal.folder = std::move(*folder);
     journal.phase = SwapPhase::Restore;
-    const auto owner = OwnerThatCounts(session);
+    const auto known = ReadOwner(session);
+    if (!known) // it alone knows what the level brought
+        return known.Error();
+    const auto& owner = *known;
     if (owner) {
+        const auto standing = LookAtStanding(session);
+        if (!standing)
+            return standing.Error();
         journal.from = owner->owner.value_or(-1); // -1: the state in the folder is nobody's
-        journal.fromStore = StateStoreOf(session, StateOwner(session)).native();
+        journal.fromStore = StateStoreOf(session, standing->state).native();
         journal.strangers = owner->strangers;
     }
     const auto marker = ReadWholeFile(session.MarkerPath());
@@ -112,9 +123,11 @@ void RestoreOtherFolders(Session& session, ProgressScope& progress, RestoreRepor
 bool MayRestoreFrom(Session& session)
 {
     const auto other = BackupSeemsOfAnother(session);
-    return !other ||
-           session.host.AskYesNo(GetMsg(Msg::AskRestoreFromOther,
-                                        {TextOf(*other), TextOf(session.TrleFolder()), lineBreak}));
+    if (!other)
+        return TellFolderNotRead(session, other.Error());
+    return !*other || session.host.AskYesNo(
+                          GetMsg(Msg::AskRestoreFromOther,
+                                 {TextOf(**other), TextOf(session.TrleFolder()), lineBreak}));
 }
 
 bool Refused(Session& session, const std::string& words)
@@ -146,7 +159,12 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
         TellFailure(session, GetMsg(Msg::RestoreNotFinished), found.Error());
         return false;
     }
-    SwapJournal journal = *found ? **found : PlannedRestore(session);
+    const auto planned = *found ? Result<SwapJournal>{**found} : PlannedRestore(session);
+    if (!planned) {
+        TellFailure(session, GetMsg(Msg::RestoreNotFinished), planned.Error());
+        return false;
+    }
+    SwapJournal journal = *planned;
     if (!TakeOver(session, journal))
         return Refused(session, GetMsg(Msg::WorkPending));
     if (!Begin(session, journal))

@@ -191,7 +191,7 @@ Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport
     if (journal.from >= 0)
         SetOwner(session, owner, LevelPlace{journal.from, Path{journal.fromStore}.parent_path()});
     owner.overwritten = report.missing;
-    owner.strangers = StrangersThere(session, journal.strangers);
+    owner.strangers = StrangersThere(session, journal.strangers).ValueOr(journal.strangers);
     if (auto status = WriteOwner(session, std::move(owner)); !status)
         return status;
     return DropJournal(session);

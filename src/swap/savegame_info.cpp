@@ -35,9 +35,11 @@ SavegameInfo ReadSavegameInfo(const Path& file)
     platform::File handle;
     std::array<char, headSize> head{};
     std::size_t got = 0;
-    if (platform::File::OpenForRead(ResolvePath(file), handle) ||
-        handle.Read(std::as_writable_bytes(std::span(head)), got))
-        return {GetMsg(Msg::NotReadableTitle), 0};
+    auto failure = platform::File::OpenForRead(ResolvePath(file), handle);
+    if (!failure)
+        failure = handle.Read(std::as_writable_bytes(std::span(head)), got);
+    if (failure)
+        return {GetMsg(Msg::NotReadableTitle), 0, failure};
     return ParseSavegameInfo({head.data(), got});
 }
 

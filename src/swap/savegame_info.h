@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <system_error>
 
 namespace kestrova
 {
@@ -14,6 +15,7 @@ namespace kestrova
 struct SavegameInfo {
     std::string title;
     std::int32_t number = 0;
+    std::error_code unread; ///< why the file cannot be read
 };
 /// A file that cannot be read has number 0 and the title "<NOT READABLE>".
 SavegameInfo ReadSavegameInfo(const Path& file);

@@ -1,6 +1,7 @@
 #include "swap/state_change.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 #include "records/savegame_records.h"
 #include "swap/change_run.h"
@@ -30,7 +31,10 @@ Status WriteNote(Session& session, const StateChange& change)
 Status DropNote(const Session& session)
 {
     const Path file = NotePath(session);
-    if (!FileExists(file))
+    const auto isFree = IsFree(file);
+    if (!isFree)
+        return isFree.Error();
+    if (*isFree)
         return {};
     if (auto status = DeleteFile(file); !status)
         return status;
@@ -42,10 +46,10 @@ Status DropNote(const Session& session)
 /// A note that nobody can read must not stop the program for ever, nor be lost.
 Status SetAsideDamaged(const Path& file)
 {
-    Path aside;
-    for (int number = 1; aside.empty() || FileExists(aside); ++number)
-        aside = file.native() + "." + std::to_string(number);
-    if (const auto failure = platform::Rename(file, aside))
+    const auto aside = FreeNumbered(file);
+    if (!aside)
+        return aside.Error();
+    if (const auto failure = platform::Rename(file, *aside))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
     return {};
 }
@@ -153,18 +157,18 @@ Status EndStateChange(Session& session, const StateChange& change)
 
 bool StateChangeWaits(const Session& session)
 {
-    return FileExists(NotePath(session));
+    return !IsFree(NotePath(session)).ValueOr(false); // one that cannot be looked at may wait
 }
 
 Status FinishStateChange(Session& session)
 {
     const Path file = NotePath(session);
-    if (!FileExists(file))
-        return {};
-    const auto text = ReadWholeFile(file, noteLimit);
+    const auto text = ReadFileIfThere(file, noteLimit);
     if (!text)
         return text.Error();
-    const auto change = ParseStateChange(*text);
+    if (!*text)
+        return {};
+    const auto change = ParseStateChange(**text);
     if (!change)
         return SetAsideDamaged(file);
     ChangeRun run{session, *change, {}, ChangeRun::Round::Later};

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "swap/history.h"
 #include "swap/marker.h"
 #include "swap/owned_files.h"
@@ -25,12 +26,26 @@ std::string HashOrEmpty(const Path& file)
     return platform::HashOfFile(file, hash) ? std::string{} : hash;
 }
 
+Result<bool> IsNewer(const Path& file, const Path& other)
+{
+    const auto first = LookAt(file);
+    if (!first)
+        return first.Error();
+    const auto second = LookAt(other);
+    if (!second)
+        return second.Error();
+    return first->modifiedNs > second->modifiedNs;
+}
+
 /// Where a content of a store lies while the store is empty: in the history, unless the same bytes
 /// are live.
 Result<Path> ContentOf(const Session& session, const std::string& hash)
 {
     Path kept = HistoryContent(session, hash);
-    if (FileExists(kept))
+    const auto isKept = IsFile(kept);
+    if (!isKept)
+        return isKept.Error();
+    if (*isKept)
         return kept;
     const auto live = StateFilesIn(session.TrleFolder());
     if (!live)
@@ -84,11 +99,13 @@ bool IsPlayersPlace(const Path& relative)
     return !relative.has_parent_path() && IsPlayersFile(relative.native());
 }
 
-Path LiveStateFolder(const Session& session, const LevelPlace& level)
+Result<Path> LiveStateFolder(const Session& session, const LevelPlace& level)
 {
-    const LevelPlace standing = StateOwner(session);
-    const bool live =
-        level.code == standing.code && HomeOf(session, level) == HomeOf(session, standing);
+    const auto standing = LookAtStanding(session);
+    if (!standing)
+        return standing.Error();
+    const bool live = level.code == standing->state.code &&
+                      HomeOf(session, level) == HomeOf(session, standing->state);
     return live ? session.TrleFolder() : StateStoreOf(session, level);
 }
 
@@ -105,10 +122,11 @@ Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder
         const auto [known, first] = newest.emplace(FoldCase(file.filename().native()), file);
         if (first)
             continue;
-        const bool newer =
-            platform::FactsOf(file).modifiedNs > platform::FactsOf(known->second).modifiedNs;
-        others.push_back(newer ? known->second : file);
-        if (newer)
+        const auto newer = IsNewer(file, known->second);
+        if (!newer)
+            return newer.Error();
+        others.push_back(*newer ? known->second : file);
+        if (*newer)
             known->second = file;
     }
     if (auto status = KeepInHistory(session, level, others, GetMsg(Msg::ReasonTwin)); !status)
@@ -119,14 +137,22 @@ Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder
     return {};
 }
 
-std::vector<OwnedFile> StrangersThere(const Session& session, const std::vector<OwnedFile>& noted)
+Result<std::vector<OwnedFile>> StrangersThere(const Session& session,
+                                              const std::vector<OwnedFile>& noted)
 {
     std::vector<OwnedFile> there;
-    const Path trle = ResolvePath(session.TrleFolder());
-    for (const OwnedFile& file : noted)
-        if (const auto name = SafeName(file.name);
-            name && IsPlayersFile(file.name) && IsAsPut(file, platform::FactsOf(trle / *name)))
+    for (const OwnedFile& file : noted) {
+        const auto name = SafeName(file.name);
+        if (!name || !IsPlayersFile(file.name))
+            continue;
+        const auto facts = LookAt(session.TrleFolder() / *name);
+        if (!facts)
+            return facts.Error();
+        const bool byName =
+            file.modifiedNs == 0 && file.size == 0 && facts->kind == platform::FileKind::File;
+        if (byName || IsAsPut(file, *facts))
             there.push_back(file);
+    }
     return there;
 }
 
@@ -164,13 +190,17 @@ Status StoreLiveState(Session& session, const LevelPlace& owner, const Path& sto
     std::vector<Path> coming;
     for (const Path& file : files) {
         const Path kept = ResolvePath(place / file.filename());
-        if (!FileExists(kept)) {
+        const auto isStored = IsFile(kept);
+        if (!isStored)
+            return isStored.Error();
+        if (!*isStored) {
             coming.push_back(file);
         } else if (!SameContent(file, kept)) {
-            const bool liveIsNewer =
-                platform::FactsOf(file).modifiedNs > platform::FactsOf(kept).modifiedNs;
-            older.push_back(liveIsNewer ? kept : file);
-            if (liveIsNewer)
+            const auto liveIsNewer = IsNewer(file, kept);
+            if (!liveIsNewer)
+                return liveIsNewer.Error();
+            older.push_back(*liveIsNewer ? kept : file);
+            if (*liveIsNewer)
                 coming.push_back(file);
         }
     }
@@ -199,7 +229,7 @@ Status DropLiveState(Session& session, const LevelPlace& owner, const std::vecto
     const auto stays = StateFilesIn(trle);
     if (!stays) { // what was stored and is still there is known by name
         for (const StateFile& entry : live)
-            if (platform::FactsOfLink(trle / entry.name).kind != platform::FileKind::Missing)
+            if (!IsFree(trle / entry.name).ValueOr(false))
                 left.push_back(AsItStands(entry.name, trle / entry.name));
         return stays.Error();
     }
@@ -217,7 +247,10 @@ Status PutStoreBack(Session& session, const LevelPlace& level, const Path& folde
                     const std::vector<StateFile>& wanted)
 {
     const Path store = ResolvePath(folder);
-    if (!FolderExists(store))
+    const auto isThere = IsFolder(store);
+    if (!isThere)
+        return isThere.Error();
+    if (!*isThere)
         return {};
     const auto stored = ListFiles(store, RowText(Msg::PatAll));
     if (!stored)
@@ -239,12 +272,18 @@ Status PutStoreBack(Session& session, const LevelPlace& level, const Path& folde
             return MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure);
     for (const StateFile& entry : wanted) {
         const Path file = store / entry.name;
-        if (platform::FactsOf(file).kind == platform::FileKind::File)
+        const auto isStored = IsFile(file);
+        if (!isStored)
+            return isStored.Error();
+        if (*isStored)
             continue;
         const auto content = ContentOf(session, entry.hash);
         if (!content)
             return content.Error();
-        if (!FileExists(*content))
+        const auto isKept = IsFile(*content);
+        if (!isKept)
+            return isKept.Error();
+        if (!*isKept)
             continue; // gone by another hand; waiting would not bring it back
         if (auto status = CopyFileOver(*content, file, keptCopy); !status)
             return status;
@@ -266,9 +305,12 @@ BroughtState BringStateIn(Session& session, const Path& store, const std::vector
     std::vector<std::string> spared;
     for (const Path& file : stored) {
         const Path target = ResolvePath(trle / file.filename());
-        if (!FileExists(target) || SameContent(file, target))
+        const auto isTaken = IsFile(target);
+        if (isTaken && (!*isTaken || SameContent(file, target)))
             continue;
-        if (IsPlayersFile(file.filename().native()))
+        if (!isTaken) // nobody knows what would be replaced
+            spared.push_back(file.filename().native());
+        else if (IsPlayersFile(file.filename().native()))
             players.push_back(target);
         else if (KeepOriginal(session, file.filename()))
             brought.replaced.push_back(GetMsg(Msg::FragRoot) + file.filename().native());
@@ -301,16 +343,18 @@ BroughtState BringStateIn(Session& session, const Path& store, const std::vector
 
 void BringWaiting(Session& session)
 {
-    auto owner = OwnerThatCounts(session);
-    if (!owner || owner->waiting.empty())
+    auto standing = LookAtStanding(session);
+    if (!standing || !standing->owner || standing->owner->waiting.empty())
         return;
+    OwnerRecord& owner = *standing->owner;
     const Path trle = ResolvePath(session.TrleFolder());
-    const Path store = StateStoreOf(session, StateOwner(session));
-    const auto came = std::erase_if(owner->waiting, [&](const std::string& name) {
-        return !FileExists(trle / name) && CopyFileOver(store / name, trle / name, keptCopy);
+    const Path store = StateStoreOf(session, standing->state);
+    const auto came = std::erase_if(owner.waiting, [&](const std::string& name) {
+        return IsFree(trle / name).ValueOr(false) &&
+               CopyFileOver(store / name, trle / name, keptCopy);
     });
     if (came > 0 && FlushFolder(trle))
-        (void)WriteOwner(session, std::move(*owner)); // otherwise they are looked for once more
+        (void)WriteOwner(session, std::move(owner)); // otherwise they are looked for once more
 }
 
 } // namespace kestrova

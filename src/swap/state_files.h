@@ -26,14 +26,16 @@ Result<std::vector<StateFile>> HashesOf(const std::vector<Path>& files);
 Status KeepStateIn(Session& session, const LevelPlace& level, const Path& folder);
 
 /// Where a level's live state is now.
-Path LiveStateFolder(const Session& session, const LevelPlace& level);
+Result<Path> LiveStateFolder(const Session& session, const LevelPlace& level);
 
 /// Where no two names may differ in case only: of twins the newest stays, the others go to the
 /// history.
 Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder);
 
-/// State of other levels that a swap had to leave in the folder, still as it was noted.
-std::vector<OwnedFile> StrangersThere(const Session& session, const std::vector<OwnedFile>& noted);
+/// State of other levels that a swap had to leave in the folder, still as it was noted; one that
+/// was noted by its name alone counts as long as it is there.
+Result<std::vector<OwnedFile>> StrangersThere(const Session& session,
+                                              const std::vector<OwnedFile>& noted);
 /// The state in the Level Editor's folder without those.
 Result<std::vector<Path>> LiveStateFiles(const Session& session,
                                          const std::vector<OwnedFile>& strangers);

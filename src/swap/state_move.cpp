@@ -1,6 +1,7 @@
 #include "swap/swap_run.h"
 
 #include "archive/level_folders.h"
+#include "core/look.h"
 #include "session/name_list.h"
 #include "swap/history.h"
 #include "swap/log_lines.h"
@@ -26,17 +27,23 @@ Result<std::vector<StateFile>> HashesIn(const Result<std::vector<Path>>& files)
 
 bool SwapRun::Begin()
 {
-    if (FileExists(JournalPath(session_))) { // another swap's note is never written over
+    if (!IsFree(JournalPath(session_)).ValueOr(false)) { // another swap's is never written over
         session_.host.Tell(Tone::Error, GetMsg(Msg::WorkPending));
         return false;
     }
-    if (!journal_.fromStore.empty())
-        journal_.fromRoot = MarkOf(RootOfStore(journal_.fromStore));
-    if (journal_.to >= 0) {
-        const Path to = StateStoreOf(session_, journal_.to);
-        journal_.toStore = to.native();
-        journal_.toRoot = MarkOf(RootOfStore(to));
-    }
+    if (journal_.to >= 0)
+        journal_.toStore = StateStoreOf(session_, journal_.to).native();
+    const auto mark = [&](FolderMark& noted, const Path& folder) {
+        auto found = folder.empty() ? Result<FolderMark>{FolderMark{}} : MarkOf(folder);
+        if (!found)
+            return TellFolderNotRead(session_, found.Error());
+        noted = std::move(*found);
+        return true;
+    };
+    if (!mark(journal_.folder, session_.TrleFolder()) ||
+        !mark(journal_.fromRoot, RootOfStore(journal_.fromStore)) ||
+        !mark(journal_.toRoot, RootOfStore(journal_.toStore)))
+        return false;
     if (const auto status = WriteJournal(session_, journal_); !status) {
         TellFailure(session_, GetMsg(Msg::CannotWriteJournal), status.Error());
         (void)DropJournal(
@@ -61,11 +68,10 @@ bool SwapRun::Abandon(const Failure& failure)
 /// The state has no store to go to: it stays live, and a copy of it is kept.
 bool SwapRun::KeepLiveState(const LevelPlace& level)
 {
-    const LevelPlace standing = StateOwner(session_);
     const Path store = StateStoreOf(session_, level);
     journal_.from = level.code;
     journal_.fromStore = store.native();
-    stateOf_ = owner_ && owner_->owner ? standing : level;
+    stateOf_ = owner_ && owner_->owner ? standing_.state : level;
     const auto stored = HashesIn(ListFiles(store, RowText(Msg::PatAll)));
     const auto live = HashesIn(StateFilesIn(trle_));
     if (!stored || !live) {
@@ -94,15 +100,20 @@ void SwapRun::DropStrangers(const LevelPlace& from)
         if (safe || KeepInHistory(session_, from, {file}, GetMsg(Msg::ReasonLeft)))
             (void)platform::Unlink(file); // what still cannot go stays noted
     }
-    strangers_ = StrangersThere(session_, strangers_);
+    strangers_ = StrangersThere(session_, strangers_).ValueOr(strangers_);
 }
 
 SwapRun::StateMove SwapRun::MoveStateOut(LevelPlace from, bool marked)
 {
-    if (owner_ && owner_->owner)
-        if (const LevelPlace standing = StateOwner(session_);
-            FolderExists(HomeOf(session_, standing)))
-            from = standing;
+    if (owner_ && owner_->owner) {
+        const auto hasHome = IsFolder(HomeOf(session_, standing_.state));
+        if (!hasHome) {
+            TellFailure(session_, GetMsg(Msg::CannotKeepState), hasHome.Error());
+            return StateMove::Stopped;
+        }
+        if (*hasHome)
+            from = standing_.state;
+    }
     if (owner_ && !owner_->owner)
         stateOf_.reset();
     else

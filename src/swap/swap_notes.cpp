@@ -1,6 +1,7 @@
 #include "swap/swap_notes.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 
 namespace kestrova
@@ -25,17 +26,21 @@ Status WriteNote(Session& session, const Path& file, const std::string& text)
 
 } // namespace
 
-FolderMark MarkOf(const Path& folder)
+Result<FolderMark> MarkOf(const Path& folder)
 {
-    const platform::FileFacts facts = platform::FactsOf(ResolvePath(folder));
-    return {folder.native(), facts.device, facts.inode};
+    const auto facts = LookAt(folder);
+    if (!facts)
+        return facts.Error();
+    return FolderMark{folder.native(), facts->device, facts->inode};
 }
 
-bool IsMarked(const FolderMark& mark, const Path& folder)
+Result<bool> HasMark(const Path& folder, const FolderMark& mark)
 {
-    const platform::FileFacts facts = platform::FactsOf(ResolvePath(folder));
-    return facts.kind == platform::FileKind::Folder && facts.device == mark.device &&
-           facts.inode == mark.inode;
+    const auto facts = LookAt(folder);
+    if (!facts)
+        return facts.Error();
+    return facts->kind == platform::FileKind::Folder && facts->device == mark.device &&
+           facts->inode == mark.inode;
 }
 
 Path RootOfStore(const Path& store)
@@ -43,26 +48,32 @@ Path RootOfStore(const Path& store)
     return store.parent_path().parent_path();
 }
 
-std::string MarkerHash(const Session& session)
+Result<std::string> MarkerHash(const Session& session)
 {
-    const Path marker = session.MarkerPath();
-    if (!FileExists(marker))
+    auto hash = HashIfThere(session.MarkerPath());
+    if (hash && hash->empty())
         return std::string{absentMarker};
-    std::string hash;
-    return platform::HashOfFile(ResolvePath(marker), hash) ? std::string{} : hash;
+    return hash;
 }
 
-std::optional<OwnerRecord> OwnerThatCounts(const Session& session)
+Result<std::optional<OwnerRecord>> ReadOwner(const Session& session)
 {
-    const auto text = ReadWholeFile(OwnerPath(session), noteLimit);
+    using Found = std::optional<OwnerRecord>;
+    const auto text = ReadFileIfThere(OwnerPath(session), noteLimit);
     if (!text)
-        return {};
-    auto record = ParseOwner(*text);
-    const FolderMark folder = MarkOf(session.TrleFolder());
-    if (!record || record->folder.device != folder.device || record->folder.inode != folder.inode ||
-        record->marker != MarkerHash(session))
-        return {};
-    return std::move(record).Value();
+        return text.Error();
+    if (!*text)
+        return Found{};
+    auto record = ParseOwner(**text);
+    if (!record)
+        return Found{};
+    const auto isThis = HasMark(session.TrleFolder(), record->folder);
+    if (!isThis)
+        return isThis.Error();
+    const auto marker = MarkerHash(session);
+    if (!marker)
+        return marker.Error();
+    return *isThis && record->marker == *marker ? Found{std::move(record).Value()} : Found{};
 }
 
 void SetOwner(const Session& session, OwnerRecord& record, const std::optional<LevelPlace>& owner)
@@ -74,15 +85,22 @@ void SetOwner(const Session& session, OwnerRecord& record, const std::optional<L
         return;
     record.owner = owner->code;
     const Path home = HomeOf(session, *owner);
-    record.home = MarkOf(home);
+    // Without its identity it is known by its path, as long as it is not moved.
+    record.home = MarkOf(home).ValueOr({home.native()});
     if (home == LevelHomeOf(session, owner->code))
         record.levelName = LevelNameOf(session, owner->code);
 }
 
 Status WriteOwner(Session& session, OwnerRecord record)
 {
-    record.folder = MarkOf(session.TrleFolder());
-    record.marker = MarkerHash(session);
+    auto folder = MarkOf(session.TrleFolder());
+    if (!folder)
+        return folder.Error();
+    auto marker = MarkerHash(session);
+    if (!marker)
+        return marker.Error();
+    record.folder = std::move(*folder);
+    record.marker = std::move(*marker);
     record.bootId = session.machine.BootId();
     const std::string text = FormatOwner(record);
     if (const auto old = ReadWholeFile(OwnerPath(session), noteLimit); old && *old == text)
@@ -98,12 +116,12 @@ Path JournalPath(const Session& session)
 Result<std::optional<SwapJournal>> ReadJournal(const Session& session)
 {
     const Path file = JournalPath(session);
-    if (!FileExists(file))
-        return std::optional<SwapJournal>{};
-    const auto text = ReadWholeFile(file, noteLimit);
+    const auto text = ReadFileIfThere(file, noteLimit);
     if (!text)
         return text.Error();
-    auto journal = ParseJournal(*text);
+    if (!*text)
+        return std::optional<SwapJournal>{};
+    auto journal = ParseJournal(**text);
     if (!journal)
         return Failure{ErrorCode::Damaged, TextOf(file), {}};
     return std::optional<SwapJournal>{std::move(journal).Value()};
@@ -117,7 +135,10 @@ Status WriteJournal(Session& session, const SwapJournal& journal)
 Status DropJournal(Session& session)
 {
     const Path file = JournalPath(session);
-    if (!FileExists(file))
+    const auto isFree = IsFree(file);
+    if (!isFree)
+        return isFree.Error();
+    if (*isFree)
         return {};
     if (auto status = DeleteFile(file); !status)
         return status;

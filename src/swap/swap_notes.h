@@ -8,16 +8,18 @@
 namespace kestrova
 {
 
-FolderMark MarkOf(const Path& folder);
+/// Of a folder that is missing: its path alone.
+Result<FolderMark> MarkOf(const Path& folder);
 /// True when the folder is the very one that the mark was taken of, wherever it stands now.
-bool IsMarked(const FolderMark& mark, const Path& folder);
+Result<bool> HasMark(const Path& folder, const FolderMark& mark);
 /// The archive's folder above a level's store (`LEVEL_0001/backup_savegames`).
 Path RootOfStore(const Path& store);
-/// Hash of the marker's bytes, `absentMarker` without one, empty when it cannot be read.
-std::string MarkerHash(const Session& session);
+/// Hash of the marker's bytes, `absentMarker` without one.
+Result<std::string> MarkerHash(const Session& session);
 
 /// The owner record, provided that it speaks of this folder with this marker: only then it counts.
-std::optional<OwnerRecord> OwnerThatCounts(const Session& session);
+/// A failure while that cannot be told; a record that is damaged does not count.
+Result<std::optional<OwnerRecord>> ReadOwner(const Session& session);
 /// Notes whose state it is, and that level's own folder and name.
 void SetOwner(const Session& session, OwnerRecord& record, const std::optional<LevelPlace>& owner);
 /// Fills in folder, marker and boot, and writes; durable when it answers. Nothing is written when

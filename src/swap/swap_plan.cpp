@@ -4,6 +4,7 @@
 #include "archive/storage.h"
 #include "archive/tr4_index.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/name_set.h"
 #include "platform/folder_memory.h"
 #include "swap/level_files.h"
@@ -38,11 +39,18 @@ struct Foresight {
     }
 };
 
-void PlanRemoval(Session& session, std::vector<PlannedFile>& plan, Foresight& foresight)
+/// What stands there beside the originals, by marker and owner record.
+Result<Belongings> StandingBelongings(const Session& session, const Standing& standing)
 {
-    const auto bytes = ReadWholeFile(session.MarkerPath());
-    const Belongings belongings =
-        BelongingsOf(ParseMarker(bytes ? *bytes : std::string{}), OwnerThatCounts(session));
+    const auto bytes = ReadFileIfThere(session.MarkerPath());
+    if (!bytes)
+        return bytes.Error();
+    return BelongingsOf(ParseMarker(bytes->value_or(std::string{})), standing.owner);
+}
+
+void PlanRemoval(Session& session, const Belongings& belongings, std::vector<PlannedFile>& plan,
+                 Foresight& foresight)
+{
     const std::string_view audio = RowText(Msg::FragAudio);
     for (const OwnedFile& file : belongings.added) {
         const auto relative = SafeRelative(file.name);
@@ -95,12 +103,16 @@ Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
             ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
     const platform::FolderMemory folders;
     std::vector<PlannedFile> plan;
-    if (auto known = KnowsStandingLevel(session); !known)
-        return known.Error();
+    const auto standing = LookAtStanding(session);
+    if (!standing)
+        return standing.Error();
     if (LevelStands(session, code))
         return plan;
+    const auto belongings = StandingBelongings(session, *standing);
+    if (!belongings)
+        return belongings.Error();
     Foresight foresight;
-    PlanRemoval(session, plan, foresight);
+    PlanRemoval(session, *belongings, plan, foresight);
     if (code == originalCode)
         return plan;
     const Path source = FilesFolder(session, code);
@@ -151,7 +163,10 @@ Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
         const Path relative = file.lexically_relative(backup);
         if (isLevels(relative) || isReplaced(relative) || IsPlayersPlace(relative))
             continue;
-        if (!FileExists(trle / relative))
+        const auto stands = IsFile(trle / relative);
+        if (!stands)
+            return stands.Error();
+        if (!*stands)
             found.push_back({Mismatch::Missing, Readable(ToBackslashes(relative))});
         else if (!SameContent(file, trle / relative))
             found.push_back({Mismatch::Differs, Readable(ToBackslashes(relative))});
@@ -166,7 +181,12 @@ Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
             return files.Error();
         for (const Path& file : *files) {
             const Path relative = file.lexically_relative(trle);
-            if (IsLevelPlace(relative) && !isLevels(relative) && !FileExists(backup / relative))
+            if (!IsLevelPlace(relative) || isLevels(relative))
+                continue;
+            const auto isOriginal = IsFile(backup / relative);
+            if (!isOriginal)
+                return isOriginal.Error();
+            if (!*isOriginal)
                 found.push_back({Mismatch::Unexpected, Readable(ToBackslashes(relative))});
         }
     }
@@ -223,11 +243,15 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
 {
     const platform::FolderMemory folders;
     std::vector<Difference> found;
-    if (!FolderExists(session.TrleFolder()))
+    const auto isThere = IsFolder(session.TrleFolder());
+    if (!isThere)
+        return isThere.Error();
+    if (!*isThere)
         return Failure{ErrorCode::Missing, TextOf(session.TrleFolder()), {}};
-    if (auto known = KnowsStandingLevel(session); !known)
+    const auto known = LookAtStanding(session);
+    if (!known)
         return known.Error();
-    const LevelPlace standing = StandingLevel(session);
+    const LevelPlace& standing = known->level;
     const StagingFolder staging{InFolder(session.programFolder, RowText(Msg::DirVerify))};
     std::vector<Placement> level;
     std::vector<std::string> replaced;
@@ -236,19 +260,25 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
         if (!placed)
             return placed.Error();
         level = std::move(placed).Value();
-        const auto bytes = ReadWholeFile(session.MarkerPath());
-        replaced =
-            BelongingsOf(ParseMarker(bytes ? *bytes : std::string{}), OwnerThatCounts(session))
-                .overwritten;
+        auto belongings = StandingBelongings(session, *known);
+        if (!belongings)
+            return belongings.Error();
+        replaced = std::move(belongings->overwritten);
     }
     for (const Placement& placement : level) {
         const Path target = session.TrleFolder() / placement.relative;
-        if (!FileExists(target))
+        const auto stands = IsFile(target);
+        if (!stands)
+            return stands.Error();
+        if (!*stands)
             found.push_back({Mismatch::Missing, Readable(placement.target)});
         else if (!SameContent(placement.file.path, target))
             found.push_back({Mismatch::Differs, Readable(placement.target)});
     }
-    if (FolderExists(session.BackupFolder()))
+    const auto hasBackup = IsFolder(session.BackupFolder());
+    if (!hasBackup)
+        return hasBackup.Error();
+    if (*hasBackup)
         if (auto status = CompareWithBackup(session, level, replaced, found); !status)
             return status.Error();
     return found;

@@ -111,6 +111,7 @@ std::string FormatJournal(const SwapJournal& journal)
                     {"from-root", Json::array({JsonOf(journal.fromRoot)})},
                     {"to-root", Json::array({JsonOf(journal.toRoot)})},
                     {"live-is-kept", journal.liveIsKept},
+                    {"let-go", journal.storeLetGo},
                     {"to", journal.to},
                     {"live", JsonOf(journal.live)},
                     {"store", JsonOf(journal.store)},
@@ -136,6 +137,8 @@ Result<SwapJournal> ParseJournal(std::string_view text)
     if (json.contains("to-root"))
         Read(reader, "to-root", journal.toRoot);
     journal.liveIsKept = reader.Flag("live-is-kept");
+    if (reader.Has("let-go"))
+        journal.storeLetGo = reader.Flag("let-go");
     journal.to = reader.Number<LevelCode>("to");
     const bool sound = Read(reader, "live", journal.live) && Read(reader, "store", journal.store);
     if (reader.Has("strangers"))

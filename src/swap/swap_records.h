@@ -71,6 +71,8 @@ struct SwapJournal {
     FolderMark toRoot;     ///< the one above `toStore`
     /// The level of `live` has no folder any more: its state stays live and is in the history.
     bool liveIsKept = false;
+    /// The needed store's archive is given up: what was to go there goes to that level's history.
+    bool storeLetGo = false;
     LevelCode to = 0;                 ///< the level that comes; -1: none
     std::vector<StateFile> live;      ///< the state in the folder at the beginning
     std::vector<StateFile> store;     ///< the store of `from` at the beginning

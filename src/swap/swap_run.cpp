@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "session/name_list.h"
 #include "swap/log_lines.h"
 #include "swap/state_files.h"
@@ -28,8 +29,6 @@ SwapRun::SwapRun(Session& session, ActivityLog& log, LevelCode to)
     : session_(session), log_(log), trle_(ResolvePath(session.TrleFolder()))
 {
     journal_.to = to;
-    journal_.folder = MarkOf(trle_);
-    journal_.folder.path = session.TrleFolder().native();
 }
 
 void SwapRun::Announce(const std::vector<Placement>& placements)
@@ -54,32 +53,41 @@ bool SwapRun::LookIntoStore()
 
 bool SwapRun::Stands(LevelCode marked) const
 {
-    return marked == journal_.to && (marked < 0 || LevelStands(session_, marked));
+    const auto isOurs = [&](const LevelPlace& place) {
+        return place.code == marked && HomeOf(session_, place) == LevelHomeOf(session_, marked);
+    };
+    return marked == journal_.to &&
+           (marked < 0 || (isOurs(standing_.level) && isOurs(standing_.state)));
 }
 
 LevelPlace SwapRun::StandingPlace(LevelCode marked) const
 {
-    const LevelPlace standing = StandingLevel(session_);
-    return standing.code == marked ? standing : LevelPlace{marked};
+    return standing_.level.code == marked ? standing_.level : LevelPlace{marked};
 }
 
 bool SwapRun::TakeOut(LevelCode& previous)
 {
-    owner_ = OwnerThatCounts(session_);
+    auto standing = LookAtStanding(session_);
+    if (!standing)
+        return TellUnknown(session_, standing.Error());
+    standing_ = std::move(*standing);
+    owner_ = standing_.owner;
     if (owner_) {
-        strangers_ = StrangersThere(session_, owner_->strangers);
+        auto there = StrangersThere(session_, owner_->strangers);
+        if (!there) {
+            TellFailure(session_, GetMsg(Msg::CannotKeepState), there.Error());
+            return false;
+        }
+        strangers_ = std::move(*there);
         waiting_ = owner_->waiting;
     }
     const Path marker = session_.MarkerPath();
-    if (!FileExists(marker))
+    const auto bytes = ReadFileIfThere(marker);
+    if (!bytes)
+        return TellUnknown(session_, bytes.Error());
+    if (!*bytes)
         return TakeOutOriginal(previous);
-
-    const auto bytes = ReadWholeFile(marker);
-    if (!bytes) {
-        TellFailure(session_, GetMsg(Msg::MarkerUnreadable, {TextOf(marker)}), bytes.Error());
-        return false;
-    }
-    const MarkerContent content = ParseMarker(*bytes);
+    const MarkerContent content = ParseMarker(**bytes);
     const Belongings belongings = BelongingsOf(content, owner_);
     journal_.remove = belongings.added;
     journal_.restore = belongings.overwritten;
@@ -87,7 +95,10 @@ bool SwapRun::TakeOut(LevelCode& previous)
     const LevelPlace level = StandingPlace(previous);
     if (content.hasText) {
         const Path folder = HomeOf(session_, level);
-        if (!FolderExists(folder)) {
+        const auto isThere = IsFolder(folder);
+        if (!isThere)
+            return TellFolderNotRead(session_, isThere.Error());
+        if (!*isThere) {
             session_.host.Tell(Tone::Error,
                                GetMsg(Msg::LevelFolderNotFound, {TextOf(folder), lineBreak}));
             log_ += LogLine({GetMsg(Msg::LogLevelFolderNotFound, {TextOf(folder)})});
@@ -224,7 +235,7 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
     for (const std::string& name : names) {
         const Path relative = *SafeRelative(name);
         if (!left.Has(name) && !IsSpared(relative) &&
-            FileExists(session_.BackupFolder() / relative))
+            IsFile(session_.BackupFolder() / relative).ValueOr(true))
             inTheWay.push_back(relative);
     }
     Keep(inTheWay);
@@ -238,7 +249,7 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
         log_ += CopyLine(session_.BackupFolder() / *relative, trle_ / *relative,
                          static_cast<bool>(status), false);
         // What no backup holds stays missing; what it holds is tried again with the next swap.
-        if (!status && FileExists(session_.BackupFolder() / *relative)) {
+        if (!status && IsFile(session_.BackupFolder() / *relative).ValueOr(true)) {
             leftOverwritten_.push_back(names[i]);
             failed.push_back(Readable(names[i]));
         }
@@ -278,7 +289,7 @@ bool SwapRun::BringIn(bool logged)
     leftOverwritten_.insert(leftOverwritten_.end(), brought.replaced.begin(),
                             brought.replaced.end());
     waiting_ = std::move(brought.waiting);
-    strangers_ = StrangersThere(session_, strangers_);
+    strangers_ = StrangersThere(session_, strangers_).ValueOr(strangers_);
     if (!waiting_.empty())
         session_.host.Tell(Tone::Warning, GetMsg(Msg::StateNotBrought, {Join(waiting_, ", ")}));
     return true;
@@ -289,10 +300,9 @@ void SwapRun::KeepTargets(const std::vector<Placement>& placements)
     const OwnedNames left{leftAdded_};
     std::vector<Path> unknown;
     for (const Placement& placement : placements) {
-        const platform::FileFacts facts =
-            platform::FactsOf(ResolvePath(trle_ / placement.relative));
-        const bool known =
-            facts.kind != platform::FileKind::File || left.IsAsPut(placement.target, facts);
+        const auto facts = LookAt(trle_ / placement.relative);
+        const bool known = facts && (facts->kind != platform::FileKind::File ||
+                                     left.IsAsPut(placement.target, *facts));
         if (!known && !IsSpared(placement.relative))
             unknown.push_back(placement.relative);
     }
@@ -302,8 +312,11 @@ void SwapRun::KeepTargets(const std::vector<Placement>& placements)
 Status SwapRun::Put(const Placement& placement, bool& overwritten)
 {
     const Path target = ResolvePath(trle_ / placement.relative);
-    overwritten = FileExists(target);
+    const auto isTaken = IsFile(target);
+    overwritten = isTaken && *isTaken;
     const auto put = [&]() -> Status {
+        if (!isTaken) // an original that it replaces would not come back
+            return isTaken.Error();
         if (IsSpared(placement.relative))
             return Failure{ErrorCode::Refused, Readable(placement.target), {}};
         if (auto status = MakeFolders(target.parent_path()); !status)

@@ -104,6 +104,7 @@ private:
     ActivityLog& log_;
     Path trle_;
     SwapJournal journal_;
+    Standing standing_{originalCode, originalCode, {}}; ///< when the swap began
     std::optional<OwnerRecord> owner_;
     std::optional<LevelPlace> stateOf_; ///< whose state is in the folder now
     bool begun_ = false;

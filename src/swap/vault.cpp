@@ -1,6 +1,7 @@
 #include "swap/vault.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 #include "swap/note_json.h"
 
@@ -75,13 +76,12 @@ struct VaultList {
 Result<VaultList> ReadVault(const Session& session)
 {
     VaultList list;
-    const Path file = VaultIndex(session);
-    if (!FileExists(file))
-        return list;
-    const auto text = ReadWholeFile(file, UINT64_C(64) << 20);
+    const auto text = ReadFileIfThere(VaultIndex(session), UINT64_C(64) << 20);
     if (!text)
         return text.Error();
-    for (const std::string& line : Split(*text, '\n')) {
+    if (!*text)
+        return list;
+    for (const std::string& line : Split(**text, '\n')) {
         if (line.empty())
             continue;
         if (auto entry = ParseLine(session, line))
@@ -93,18 +93,21 @@ Result<VaultList> ReadVault(const Session& session)
 }
 
 /// A place of the vault that holds the file's content already, or the next free one.
-Path PlaceInVault(const Session& session, const Path& relative, const Path& file, bool& held)
+Result<Path> PlaceInVault(const Session& session, const Path& relative, const Path& file,
+                          bool& held)
 {
     const Path folder = VaultFolder(session) / relative.parent_path();
     Path kept = folder / relative.filename();
     held = false;
-    for (int number = 2; FileExists(kept); ++number) {
-        held = SameContent(kept, file);
-        if (held)
+    for (int number = 2;; ++number) {
+        const auto isFree = IsFree(kept);
+        if (!isFree)
+            return isFree.Error();
+        held = !*isFree && SameContent(kept, file);
+        if (*isFree || held)
             return kept;
         kept = folder / (relative.filename().native() + "." + std::to_string(number));
     }
-    return kept;
 }
 
 int LastNumber(const VaultList& list)
@@ -132,26 +135,30 @@ Keeping KeepOriginals(Session& session, const std::vector<Path>& relatives)
     const bool singly = relatives.size() <= flushedSingly;
     for (const Path& relative : relatives) {
         const Path file = ResolvePath(session.TrleFolder() / relative);
-        const platform::FileFacts facts = platform::FactsOf(file);
-        if (facts.kind != platform::FileKind::File ||
+        const auto facts = LookAt(file);
+        if (!facts) {
+            fail(relative, facts.Error());
+            continue;
+        }
+        if (facts->kind != platform::FileKind::File ||
             SameContent(file, ResolvePath(session.BackupFolder() / relative)))
             continue;
         bool held = false;
-        const Path place = PlaceInVault(session, relative, file, held);
+        const auto place = PlaceInVault(session, relative, file, held);
         if (held)
             continue;
-        Status kept = MakeFolders(place.parent_path());
+        Status kept = place ? MakeFolders(place->parent_path()) : place.Error();
         if (kept)
-            kept = CopyFileOver(file, place, {Verify::Content, singly, singly, {}});
+            kept = CopyFileOver(file, *place, {Verify::Content, singly, singly, {}});
         if (!kept) {
             fail(relative, kept.Error());
             continue;
         }
         fresh.push_back({{},
                          ToBackslashes(relative),
-                         place,
-                         facts.size,
-                         facts.modifiedNs,
+                         *place,
+                         facts->size,
+                         facts->modifiedNs,
                          session.machine.NowNs(),
                          session.TrleFolder().native()});
         keeping.kept.push_back(relative);
@@ -200,14 +207,16 @@ Result<std::vector<KeptFile>> KeptFiles(const Session& session)
     const Path vault = VaultFolder(session);
     std::set<Path> listed;
     std::vector<KeptFile> files;
-    for (KeptFile& entry : list->entries)
-        if (listed.insert(entry.content).second && FileExists(entry.content))
-            files.push_back(std::move(entry));
-    if (!FolderExists(vault))
-        return files;
-    const auto tree = ScanTree(vault);
+    const auto tree = ScanTreeIfThere(vault);
     if (!tree)
         return tree.Error();
+    for (KeptFile& entry : list->entries) {
+        const auto isKept = IsFile(entry.content);
+        if (!isKept)
+            return isKept.Error();
+        if (listed.insert(entry.content).second && *isKept)
+            files.push_back(std::move(entry));
+    }
     std::vector<KeptFile> unlisted; // kept before there was a list
     for (const Path& file : tree->files) {
         if (listed.contains(file))

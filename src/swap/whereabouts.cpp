@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "swap/owned_files.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
@@ -36,11 +37,16 @@ bool HoldsAnyFile(const Session& session, const Path& folder, const std::vector<
 }
 
 /// Some disks number their folders anew each time; what the swap put there tells it then.
-bool IsFolderOfSwap(const Session& session, const SwapJournal& journal, const Path& folder)
+Result<bool> IsFolderOfSwap(const Session& session, const SwapJournal& journal, const Path& folder)
 {
-    return FolderExists(folder) &&
-           (IsMarked(journal.folder, folder) || HoldsAnyFile(session, folder, journal.remove) ||
-            HoldsAnyFile(session, folder, journal.install) || HoldsAnyState(folder, journal.live));
+    const auto isThere = IsFolder(folder);
+    if (!isThere || !*isThere)
+        return isThere;
+    const auto isNoted = HasMark(folder, journal.folder);
+    if (!isNoted || *isNoted)
+        return isNoted;
+    return HoldsAnyFile(session, folder, journal.remove) ||
+           HoldsAnyFile(session, folder, journal.install) || HoldsAnyState(folder, journal.live);
 }
 
 bool NeedsComingStore(const SwapJournal& journal)
@@ -54,13 +60,17 @@ const FolderMark& NeededRoot(const SwapJournal& journal)
 }
 
 /// `store`: where the needed store would be in that root.
-bool IsRootOfSwap(const Session& session, const SwapJournal& journal, const Path& store)
+Result<bool> IsRootOfSwap(const Session& session, const SwapJournal& journal, const Path& store)
 {
     const Path root = RootOfStore(store);
-    if (!FolderExists(root))
-        return false;
-    if (NeededRoot(journal).inode == 0 || IsMarked(NeededRoot(journal), root))
+    const auto isThere = IsFolder(root);
+    if (!isThere || !*isThere)
+        return isThere;
+    if (NeededRoot(journal).inode == 0)
         return true;
+    const auto isNoted = HasMark(root, NeededRoot(journal));
+    if (!isNoted || *isNoted)
+        return isNoted;
     if (HoldsAnyState(store, journal.store) || HoldsAnyState(store, journal.live))
         return true;
     if (!NeedsComingStore(journal))
@@ -79,9 +89,10 @@ Path StoreBelow(const Path& root, const Path& noted)
 
 void SetNeededStore(SwapJournal& journal, const Path& store)
 {
-    const FolderMark root = store.empty() ? FolderMark{} : MarkOf(RootOfStore(store));
     (NeedsComingStore(journal) ? journal.toStore : journal.fromStore) = store.native();
-    (NeedsComingStore(journal) ? journal.toRoot : journal.fromRoot) = root;
+    // Without its identity the folder is known by its path alone.
+    (NeedsComingStore(journal) ? journal.toRoot : journal.fromRoot) =
+        MarkOf(RootOfStore(store)).ValueOr({});
 }
 
 /// True when the person says that this is the folder that stood in `noted`.
@@ -94,23 +105,34 @@ bool Confirmed(Session& session, const Path& said, const Path& noted)
     return false;
 }
 
-/// Follows folders that were moved by a rename to where the program knows them already.
+/// Follows folders that were moved by a rename to where the program knows them already. One that
+/// cannot be looked at is no moved one.
 void FollowKnown(const Session& session, SwapJournal& journal)
 {
-    if (!IsFolderOfSwap(session, journal, journal.folder.path) &&
-        IsMarked(journal.folder, session.TrleFolder()))
-        journal.folder = MarkOf(session.TrleFolder());
+    if (!IsFolderOfSwap(session, journal, journal.folder.path).ValueOr(true) &&
+        HasMark(session.TrleFolder(), journal.folder).ValueOr(false))
+        journal.folder.path = session.TrleFolder().native();
     const Path store = NeededStore(session, journal);
     const Path loaded = FolderFromText(Trim(session.archive.header.secondaryFolder));
-    if (!store.empty() && !IsRootOfSwap(session, journal, store) &&
-        NeededRoot(journal).inode != 0 && IsMarked(NeededRoot(journal), loaded))
+    if (!store.empty() && !IsRootOfSwap(session, journal, store).ValueOr(true) &&
+        NeededRoot(journal).inode != 0 && HasMark(loaded, NeededRoot(journal)).ValueOr(false))
         SetNeededStore(journal, StoreBelow(loaded, store));
+}
+
+bool NotLookedAt(Session& session, const Failure& failure)
+{
+    TellFailure(session, GetMsg(Msg::InterruptedFailed), failure);
+    return false;
 }
 
 bool FollowSaidTrle(Session& session, SwapJournal& journal, const Path& said)
 {
     const Path noted = journal.folder.path;
-    if (!IsFolderOfSwap(session, journal, said) && !Confirmed(session, said, noted))
+    const auto isNoted = IsFolderOfSwap(session, journal, said);
+    auto mark = MarkOf(said);
+    if (!isNoted || !mark)
+        return NotLookedAt(session, isNoted ? mark.Error() : isNoted.Error());
+    if (!*isNoted && !Confirmed(session, said, noted))
         return false;
     if (const auto held = session.locks.Hold(said); !held) {
         TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(said)}), held.Error());
@@ -119,7 +141,7 @@ bool FollowSaidTrle(Session& session, SwapJournal& journal, const Path& said)
     // Whoever moved the folder that the preferences name means the moved one from now on.
     if (session.TrleFolder() == noted)
         session.preferences.trlePath = said.native();
-    journal.folder = MarkOf(said);
+    journal.folder = std::move(*mark);
     return true;
 }
 
@@ -129,7 +151,10 @@ bool FollowSaidArchive(Session& session, SwapJournal& journal, const Path& said)
     if (noted.empty() || noted == StateStoreOf(session, originalCode))
         return true;
     const Path store = StoreBelow(said, noted);
-    if (!IsRootOfSwap(session, journal, store) && !Confirmed(session, said, RootOfStore(noted)))
+    const auto isNoted = IsRootOfSwap(session, journal, store);
+    if (!isNoted)
+        return NotLookedAt(session, isNoted.Error());
+    if (!*isNoted && !Confirmed(session, said, RootOfStore(noted)))
         return false;
     SetNeededStore(journal, store);
     return true;
@@ -141,6 +166,9 @@ Path NeededStore(const Session& session, const SwapJournal& journal)
 {
     if (journal.phase == SwapPhase::Restore)
         return {};
+    // What is given up is that of the phase in which this was said: behind it comes the original's.
+    if (journal.storeLetGo && LevelOfNeededStore(session, journal).code != originalCode)
+        return {};
     const bool coming = NeedsComingStore(journal);
     // The original configuration's store goes where the program's folder goes.
     if ((coming ? journal.to : journal.from) == originalCode)
@@ -148,23 +176,42 @@ Path NeededStore(const Session& session, const SwapJournal& journal)
     return coming ? journal.toStore : journal.fromStore;
 }
 
-std::optional<LackingFolder> LackingOf(const Session& session, const SwapJournal& journal)
+LevelPlace LevelOfNeededStore(const Session& session, const SwapJournal& journal)
 {
-    const Path folder = journal.folder.path;
-    if (!IsFolderOfSwap(session, journal, folder))
-        return LackingFolder{Place::LevelEditor, folder, FolderExists(folder)};
-    const Path store = NeededStore(session, journal);
-    if (store.empty() || store == StateStoreOf(session, originalCode) ||
-        IsRootOfSwap(session, journal, store))
-        return {};
-    return LackingFolder{Place::Archive, RootOfStore(store), FolderExists(RootOfStore(store))};
+    const bool coming = NeedsComingStore(journal);
+    const LevelCode code = coming ? journal.to : journal.from;
+    if (code == originalCode)
+        return {code, LevelHomeOf(session, code)};
+    return {code, Path{coming ? journal.toStore : journal.fromStore}.parent_path()};
 }
 
-std::optional<LackingFolder> WhatMendingLacks(const Session& session)
+Result<std::optional<LackingFolder>> LackingOf(const Session& session, const SwapJournal& journal)
+{
+    const Path folder = journal.folder.path;
+    const auto isNoted = IsFolderOfSwap(session, journal, folder);
+    if (!isNoted)
+        return isNoted.Error();
+    if (!*isNoted)
+        return std::optional{LackingFolder{Place::LevelEditor, folder, FolderExists(folder)}};
+    const Path store = NeededStore(session, journal);
+    if (store.empty() || store == StateStoreOf(session, originalCode))
+        return std::optional<LackingFolder>{};
+    const auto isRoot = IsRootOfSwap(session, journal, store);
+    if (!isRoot)
+        return isRoot.Error();
+    if (*isRoot)
+        return std::optional<LackingFolder>{};
+    const Path root = RootOfStore(store);
+    return std::optional{LackingFolder{Place::Archive, root, FolderExists(root)}};
+}
+
+Result<std::optional<LackingFolder>> WhatMendingLacks(const Session& session)
 {
     auto journal = ReadJournal(session);
-    if (!journal || !*journal)
-        return {};
+    if (!journal)
+        return journal.Error();
+    if (!*journal)
+        return std::optional<LackingFolder>{};
     FollowKnown(session, **journal);
     return LackingOf(session, **journal);
 }
@@ -178,8 +225,10 @@ bool FollowMovedFolders(Session& session, SwapJournal& journal, const Whereabout
     if (!said.archiveFolder.empty() && !FollowSaidArchive(session, journal, said.archiveFolder))
         return false;
     const auto lacking = LackingOf(session, journal);
-    if (said.letGo && lacking && lacking->place == Place::Archive)
-        SetNeededStore(journal, {});
+    if (!lacking)
+        return NotLookedAt(session, lacking.Error());
+    if (said.letGo && *lacking && (*lacking)->place == Place::Archive)
+        journal.storeLetGo = true;
     if (FormatJournal(journal) == before)
         return true;
     if (const auto status = WriteJournal(session, journal); !status) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "archive/level_folders.h"
 #include "session/session.h"
 #include "swap/swap_records.h"
 
@@ -25,15 +26,18 @@ struct LackingFolder {
 
 /// The store of the journal that mending needs; empty when it needs none.
 Path NeededStore(const Session& session, const SwapJournal& journal);
-/// What the journal waits for; no value when everything is there.
-std::optional<LackingFolder> LackingOf(const Session& session, const SwapJournal& journal);
+/// The level of that store, whose folder is known even when it is given up.
+LevelPlace LevelOfNeededStore(const Session& session, const SwapJournal& journal);
+/// What the journal waits for; no value when everything is there. A failure while a folder cannot
+/// be looked at: it is not gone then.
+Result<std::optional<LackingFolder>> LackingOf(const Session& session, const SwapJournal& journal);
 /// The same for the journal that waits in the program's folder.
-std::optional<LackingFolder> WhatMendingLacks(const Session& session);
+Result<std::optional<LackingFolder>> WhatMendingLacks(const Session& session);
 
 /// Brings the journal's paths up to date: with folders that the preferences or the archive in
 /// memory name, as far as they are the noted ones, and with what the person said. Where the disk
-/// does not tell that it is the noted one, the person is asked. An archive's folder that is given
-/// up leaves an empty store. False, with words, when what was said was not taken.
+/// does not tell that it is the noted one, the person is asked. False, with words, when what was
+/// said was not taken.
 bool FollowMovedFolders(Session& session, SwapJournal& journal, const Whereabouts& said);
 
 /// Asks where a lacking folder is now, for a face in which a person can answer: no value to wait.

@@ -3,6 +3,7 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "session/unpacked_files.h"
@@ -105,7 +106,10 @@ void OfferLeftIntake(Session& session)
     if (folder.empty() || !session.archive.Loaded())
         return;
     (void)ClearPlace(UnpackingFolder(session)); // the next package clears what stays
-    if (FolderExists(folder) && !IsLevelOfArchive(session, folder)) {
+    const auto isThere = IsFolder(folder);
+    if (!isThere)
+        return; // the next start asks
+    if (*isThere && !IsLevelOfArchive(session, folder)) {
         // It may belong to another archive; that one's next start asks.
         if (folder.parent_path() != Path{Trim(session.archive.header.secondaryFolder)})
             return;

@@ -6,6 +6,7 @@
 #include "archive/stored_form.h"
 #include "archive/zl_file.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 #include "pictures/convert.h"
 #include "pictures/picture.h"
@@ -154,7 +155,10 @@ bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progr
             continue;
         const Path folder =
             ResolvePath(InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirFiles)));
-        if (!FolderExists(folder))
+        const auto isThere = IsFolder(folder);
+        if (!isThere)
+            return TellFolderNotRead(session, isThere.Error());
+        if (!*isThere)
             continue;
         if ((audio && !audio(name, folder)) || !ChangeFiles(session, folder, compress, progress))
             return false;

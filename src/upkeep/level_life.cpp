@@ -5,6 +5,7 @@
 #include "archive/level_sizes.h"
 #include "archive/set_aside.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "swap/folder_guard.h"
 #include "swap/history.h"
 #include "swap/install.h"
@@ -47,12 +48,15 @@ namespace
 /// list may have known is set aside whole, and named.
 bool MakeWay(Session& session, const Path& folder)
 {
-    if (!FolderExists(folder))
-        return true;
     const auto fail = [&](const Failure& failure) {
         TellFailure(session, GetMsg(Msg::CannotSetAside, {TextOf(folder)}), failure);
         return false;
     };
+    const auto isThere = IsFolder(folder);
+    if (!isThere)
+        return fail(isThere.Error());
+    if (!*isThere)
+        return true;
     const auto holds = HoldsAnything(ResolvePath(folder));
     if (!holds)
         return fail(holds.Error());
@@ -212,7 +216,12 @@ bool WantsFoldersGone(Session& session, LevelFolders folders, const Path& folder
 /// The folder with all that is in it, what the player made kept first.
 bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder)
 {
-    if (!FolderExists(folder))
+    const auto isThere = IsFolder(folder);
+    if (!isThere) {
+        TellFailure(session, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), isThere.Error());
+        return false;
+    }
+    if (!*isThere)
         return true;
     if (const auto kept = KeepPlayersFiles(session, code, folder, Msg::ReasonRemoved); !kept) {
         TellFailure(session, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), kept.Error());

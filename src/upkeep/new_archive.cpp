@@ -2,6 +2,7 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "upkeep/archive_folder.h"
 #include "upkeep/archive_life.h"
 
@@ -19,7 +20,7 @@ Path FirstFree(const Path& folder, Msg row)
     for (int n = 1; n <= mostNames; ++n) {
         const Path candidate =
             InFolder(folder, GetMsg(row, {n == 1 ? std::string{} : std::to_string(n)}));
-        if (platform::FactsOfLink(ResolvePath(candidate)).kind == platform::FileKind::Missing)
+        if (IsFree(candidate).ValueOr(false)) // what cannot be looked at is taken
             return candidate;
     }
     return {};
@@ -137,8 +138,10 @@ bool FillNewArchive(Session& session, const Path& folder, const Path& file)
 bool CreateArchive(Session& session, const Path& folder, const Path& file)
 {
     const Operation operation{session};
-    if (!file.empty() && FileExists(file) &&
-        !session.host.AskYesNo(GetMsg(Msg::AskReplaceArchive, {TextOf(file)})))
+    const auto isFree = file.empty() ? Result<bool>{true} : IsFree(file);
+    if (!isFree)
+        return TellFolderNotRead(session, isFree.Error());
+    if (!*isFree && !session.host.AskYesNo(GetMsg(Msg::AskReplaceArchive, {TextOf(file)})))
         return false;
     bool saved = false;
     if (!MayReplaceArchive(session, saved))

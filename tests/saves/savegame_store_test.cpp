@@ -33,7 +33,7 @@ TEST_F(SavegameStore, LiesWhereTheLevelIs)
 
 TEST_F(SavegameStore, ComesIntoBeingWithItsDefaults)
 {
-    LoadSavegameStore(box.session, code);
+    ASSERT_TRUE(LoadSavegameStore(box.session, code));
     const auto header =
         ParseSavegameArchiveHeader(box.Read("levels/LEVEL_0001/savegames/savegames.bva"));
     const auto tool = ParseSavegameToolPrefs(box.Read("levels/LEVEL_0001/savegames/manager.prf"));
@@ -59,7 +59,7 @@ TEST_F(SavegameStore, WhatTheFilesHoldComesOverTheDefaults)
     box.Write("levels/LEVEL_0001/savegames/Savegames.BVA", FormatSavegameArchiveHeader(header));
     box.Write("levels/LEVEL_0001/savegames/manager.prf", FormatSavegameToolPrefs(tool));
     const auto before = box.Snapshot("levels");
-    LoadSavegameStore(box.session, code);
+    ASSERT_TRUE(LoadSavegameStore(box.session, code));
     EXPECT_EQ(box.session.savegameHeader.archivedCount, 12);
     EXPECT_EQ(box.session.savegameTool.flag0, 7);
     EXPECT_EQ(box.Snapshot("levels"), before);
@@ -71,11 +71,11 @@ TEST_F(SavegameStore, ACutFileOrAMissingFolderLeavesTheDefaultsInMemory)
     box.Write("levels/LEVEL_0001/savegames/manager.prf", "");
     const auto before = box.Snapshot("levels");
     box.session.savegameHeader.archivedCount = 99;
-    LoadSavegameStore(box.session, code);
+    ASSERT_TRUE(LoadSavegameStore(box.session, code));
     EXPECT_EQ(box.session.savegameHeader.archivedCount, 0);
     EXPECT_EQ(box.session.savegameTool.flag1, -1);
     EXPECT_EQ(box.Snapshot("levels"), before);
-    LoadSavegameStore(box.session, 77);
+    ASSERT_TRUE(LoadSavegameStore(box.session, 77));
     EXPECT_EQ(box.session.savegameHeader.slotCount, 15);
     EXPECT_FALSE(box.Has("levels/LEVEL_0077"));
 }

@@ -62,23 +62,23 @@ TEST(NewShotName, CountsUpInTheFolderAndKeepsToWhatANameCanBe)
                                       {"..", "1) ...jpg"}}) {
         ShotWorld world{title};
         std::string extension;
-        EXPECT_EQ(NewShotName(world.session, 1, extension).filename(), name);
+        EXPECT_EQ(NewShotName(world.session, 1, extension)->filename(), name);
         EXPECT_EQ(extension, ".jpg");
     }
     ShotWorld world;
     world.Put("1) lost city.JPG", "taken, however it is spelled");
     world.Put("3) Lost City.jpg", "a number further up");
     std::string extension = ".jpg";
-    EXPECT_EQ(NewShotName(world.session, 1, extension).filename(), "2) Lost City.jpg");
+    EXPECT_EQ(NewShotName(world.session, 1, extension)->filename(), "2) Lost City.jpg");
     extension = ".bmp";
-    EXPECT_EQ(NewShotName(world.session, 1, extension).filename(), "1) Lost City.bmp");
+    EXPECT_EQ(NewShotName(world.session, 1, extension)->filename(), "1) Lost City.bmp");
 
     // 256 letters of two bytes each fit the archive, but no file name; no letter is torn.
     std::string longTitle = "x";
     for (int i = 0; i < 255; ++i)
         longTitle += "é";
     world.session.archive.levels[1].levelName = longTitle;
-    const Path path = NewShotName(world.session, 1, extension);
+    const Path path = *NewShotName(world.session, 1, extension);
     EXPECT_LE(path.filename().native().size(), 255U);
     EXPECT_TRUE(IsUtf8(path.filename().native()));
     world.Put(path.filename().native(), "can be made");

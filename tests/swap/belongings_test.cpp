@@ -149,7 +149,7 @@ TEST(TwoArchives, UsedByTurnsKeepTheirOwnSavegames)
     const auto treasures = world.Treasures();
     world.ExchangeArchive();
     EXPECT_EQ(CurrentLevelCode(world.session), foreignLevel);
-    EXPECT_EQ(LiveStateFolder(world.session, 1), world / "other/LEVEL_0001/backup_savegames");
+    EXPECT_EQ(*LiveStateFolder(world.session, 1), world / "other/LEVEL_0001/backup_savegames");
     const auto differences = VerifyFolder(world.session);
     ASSERT_TRUE(differences);
     EXPECT_TRUE(differences->empty()) << differences->front().file;
@@ -197,8 +197,9 @@ TEST(OwnerRecords, OfEarlierVersionsAreStillRead)
 {
     SwapWorld world;
     world.PlayFirst();
-    const auto record = OwnerThatCounts(world.session);
-    ASSERT_TRUE(record);
+    const auto read = ReadOwner(world.session);
+    ASSERT_TRUE(read && *read);
+    const auto& record = *read;
     world.Write("home/swap/owner",
                 "{\"folder\":[{\"path\":\"" + record->folder.path +
                     "\",\"device\":" + std::to_string(record->folder.device) + ",\"inode\":" +
@@ -207,7 +208,7 @@ TEST(OwnerRecords, OfEarlierVersionsAreStillRead)
                     "\"time\":" +
                     std::to_string(record->added[3].modifiedNs) +
                     "}],\"overwritten\":[],\"boot\":\"boot-1\"}");
-    ASSERT_TRUE(OwnerThatCounts(world.session));
+    ASSERT_TRUE(ReadOwner(world.session).ValueOr({}));
     EXPECT_TRUE(LevelStands(world.session, world.first));
     ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
     EXPECT_FALSE(world.Has("trle/DATA/first.TR4"));

@@ -93,7 +93,7 @@ TEST_F(GuardedFolder, WhatWaitsToBeMendedWaitsForTheGamesEnd)
     journal.phase = SwapPhase::Planned;
     journal.fromStore = StateStoreOf(world.session, world.first).native();
     journal.toStore = StateStoreOf(world.session, world.second).native();
-    journal.folder = MarkOf(world / "trle");
+    journal.folder = *MarkOf(world / "trle");
     ASSERT_TRUE(WriteJournal(world.session, journal));
     world.host.WillAsk("tomb4.exe", false);
     EXPECT_FALSE(RecoverInterruptedWork(world.session));

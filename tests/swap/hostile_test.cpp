@@ -185,7 +185,7 @@ TEST(Journals, OfStrangersReachNothingOutside)
     SwapWorld world;
     world.Write("outside.txt", "outside");
     SwapJournal journal;
-    journal.folder = MarkOf(world / "trle");
+    journal.folder = *MarkOf(world / "trle");
     journal.fromStore = (world / "levels/LEVEL_0001/backup_savegames").native();
     journal.store = {{"../../../evil", "../../../outside.txt"}};
     world.Write("home/swap/journal", FormatJournal(journal));

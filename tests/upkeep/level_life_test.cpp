@@ -50,7 +50,7 @@ TEST_F(LevelLife, AFolderThatTheListDoesNotKnowIsSetAsideWhole)
     ASSERT_TRUE(BeginNewLevel(box.session, level));
     ASSERT_EQ(box.host.told.size(), 2U) << box.host.AllTold();
     EXPECT_TRUE(box.Snapshot("levels/LEVEL_0001").empty());
-    const auto found = FindUnknownFolders(box.session);
+    const auto found = *FindUnknownFolders(box.session);
     ASSERT_EQ(found.setAside.size(), 2U);
     EXPECT_EQ(found.unlisted, std::vector<Path>{box / "levels/LEVEL_0001"}) << "not yet";
     std::set<Files> kept;
@@ -62,7 +62,7 @@ TEST_F(LevelLife, AFolderThatTheListDoesNotKnowIsSetAsideWhole)
 
     DropNewLevel(box.session, level);
     EXPECT_FALSE(box.Has("levels/LEVEL_0001")) << "its own folder is empty again";
-    EXPECT_EQ(FindUnknownFolders(box.session).setAside.size(), 2U);
+    EXPECT_EQ(FindUnknownFolders(box.session)->setAside.size(), 2U);
     ASSERT_TRUE(BeginNewLevel(box.session, level));
     EXPECT_EQ(box.host.told.size(), 2U) << "a folder without a file is taken as it is";
     ASSERT_TRUE(BeginNewLevel(box.session, level));
@@ -109,7 +109,7 @@ TEST_F(LevelLife, AKeptFolderOutlivesALaterLevelOfItsNumberThatIsGivenUp)
     ASSERT_TRUE(BeginNewLevel(box.session, level));
     EXPECT_EQ(level.levelCode, 1);
     DropNewLevel(box.session, level);
-    const auto found = FindUnknownFolders(box.session).setAside;
+    const auto found = FindUnknownFolders(box.session)->setAside;
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(box.Snapshot(found[0].lexically_relative(box.root).native()), kept);
 }
