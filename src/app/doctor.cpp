@@ -11,6 +11,7 @@
 #include "swap/backup.h"
 #include "swap/level_gaps.h"
 #include "swap/recovery.h"
+#include "upkeep/leftovers.h"
 
 #include <algorithm>
 
@@ -22,17 +23,6 @@ namespace
 
 /// Below it a level of ordinary size finds no room to be expanded.
 constexpr std::uint64_t scarce = UINT64_C(512) << 20;
-
-/// `.kv~` and a process's number: `StagedNameFor` gives such names.
-bool IsStagedNumber(std::string_view name)
-{
-    constexpr std::string_view hexadecimal = "0123456789abcdef";
-    if (!name.starts_with(stagedPrefix))
-        return false;
-    name.remove_prefix(stagedPrefix.size());
-    const std::size_t end = name.find_first_not_of(hexadecimal);
-    return end != 0 && end != std::string_view::npos && name[end] == '-';
-}
 
 Finding Fine(Msg name, std::string state)
 {
@@ -257,15 +247,13 @@ void Drives(Session& session, std::vector<Finding>& findings)
     }
 }
 
-/// Folders in which packages were unpacked, and that were renamed aside since they could not go.
-void Leftovers(Session& session, std::vector<Finding>& findings)
+/// Folders to work in that were renamed aside since they could not go, and what else killed
+/// programs left.
+void Leftovers(const Session& session, std::vector<Finding>& findings)
 {
-    std::vector<platform::FolderEntry> entries;
-    (void)platform::ListFolder(session.programFolder, entries); // told as the folder's own finding
     std::vector<std::string> names;
-    for (const platform::FolderEntry& entry : entries)
-        if (entry.kind == platform::FileKind::Folder && IsStagedNumber(entry.name))
-            names.push_back(TextOf(session.programFolder / entry.name));
+    for (const Path& left : LeftoversThatStay(session))
+        names.push_back(TextOf(left));
     if (!names.empty())
         findings.push_back(Bad(Msg::DoctorLeftovers,
                                GetMsg(Msg::DoctorLeftoversThere, {ShownNames(names)}),

@@ -2,10 +2,12 @@
 
 #include "archive/archive_saving.h"
 #include "catalogue/message.h"
+#include "core/leftovers.h"
 #include "platform/places.h"
 #include "session/preferences_file.h"
 #include "swap/recovery.h"
 #include "upkeep/archive_life.h"
+#include "upkeep/leftovers.h"
 
 namespace kestrova
 {
@@ -68,6 +70,8 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
     // Locked before it is read: otherwise another program's last words would be overwritten.
     if (writing && !HoldFolder(session, session.programFolder))
         return false;
+    if (writing)
+        NotePlacesIn(WorkNotes(session));
     if (auto settings = ReadSettings(session.programFolder))
         session.settings = std::move(*settings);
     firstRun = !ReadPreferencesFile(session);
@@ -82,6 +86,7 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
     if (!HoldFolders(session))
         return false;
     MendAtStart(session, said);
+    ClearLeftovers(session);
     return true;
 }
 

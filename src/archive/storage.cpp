@@ -7,6 +7,7 @@
 #include "archive/tr4_index.h"
 #include "archive/zl_file.h"
 #include "catalogue/message.h"
+#include "core/leftovers.h"
 #include "core/removal.h"
 #include "pictures/convert.h"
 #include "pictures/picture.h"
@@ -123,6 +124,7 @@ Status FillAndExchange(const std::vector<StoreStep>& steps, const Path& files,
     if (auto status = FinishExchange(files); !status)
         return status;
     const Path fresh = BesideFiles(files, Msg::EndingNew);
+    NotePlace(files.parent_path());
     if (auto status = MakeFolder(fresh); !status)
         return status;
     std::vector<FileJob> jobs;

@@ -7,6 +7,7 @@
 #include "swap/marker.h"
 #include "swap/recovery.h"
 #include "swap/swap_plan.h"
+#include "upkeep/leftovers.h"
 
 namespace kestrova
 {
@@ -166,10 +167,7 @@ Exit RunMend(Run& run)
 {
     if (!BeginLooking(run, Needs::Nothing))
         return Exit::Failed;
-    if (InterruptedWork(run.session).empty()) {
-        AddLine(run, GetMsg(Msg::MendNothing));
-        return Exit::Done;
-    }
+    const bool waits = !InterruptedWork(run.session).empty();
     Whereabouts said;
     if (const std::string trle = run.arguments.ValueOf("--trle"); !trle.empty())
         said.trle = PlaceFromWord(trle);
@@ -179,6 +177,9 @@ Exit RunMend(Run& run)
     // The beginning of any work mends what waits.
     if (!BeginWork(run, Needs::Nothing, said))
         return Exit::Failed;
+    ClearAllLeftovers(run.session);
+    if (!waits)
+        AddLine(run, GetMsg(Msg::MendNothing));
     return EndWork(run, InterruptedWork(run.session).empty());
 }
 

@@ -46,4 +46,9 @@ Status ClearPlace(const Path& place, const Heartbeat& heartbeat)
     return removed;
 }
 
+Path FreshPlaceIn(const Path& folder)
+{
+    return StagedNameFor(folder / stagedPrefix);
+}
+
 } // namespace kestrova

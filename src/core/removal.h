@@ -11,4 +11,7 @@ namespace kestrova
 /// failure of that too is one.
 Status ClearPlace(const Path& place, const Heartbeat& heartbeat = {});
 
+/// A free name in `folder` for a folder to work in, one that no listing shows.
+Path FreshPlaceIn(const Path& folder);
+
 } // namespace kestrova

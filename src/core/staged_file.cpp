@@ -1,11 +1,11 @@
 #include "core/staged_file.h"
 
 #include "core/files.h"
+#include "core/leftovers.h"
 #include "platform/look.h"
 #include "platform/process.h"
 
 #include <atomic>
-#include <charconv>
 #include <fmt/format.h>
 #include <functional>
 
@@ -15,6 +15,7 @@ namespace kestrova
 Path StagedNameFor(const Path& target)
 {
     static std::atomic<unsigned> counter{0};
+    NotePlace(target.parent_path());
     return target.parent_path() /
            fmt::format("{}{:x}-{:x}", stagedPrefix, platform::OwnProcess(), ++counter);
 }
@@ -187,12 +188,8 @@ void ClearStagedLeftovers(const Path& folder)
 void ClearLeftoversOfKilled(const Path& folder)
 {
     ClearStaged(folder, [](const std::string& name) {
-        constexpr int hexadecimal = 16;
-        std::int64_t owner = 0;
-        const char* end = name.data() + name.size();
-        const auto [rest, failure] =
-            std::from_chars(name.data() + stagedPrefix.size(), end, owner, hexadecimal);
-        return failure == std::errc{} && rest != end && *rest == '-' && !platform::IsRunning(owner);
+        const auto owner = OwnerOfStaged(name);
+        return owner && !platform::IsRunning(*owner);
     });
 }
 

@@ -31,7 +31,7 @@ bool NewLevel::Open()
 {
     FindFolder();
     if (mode_ == LevelMode::Properties && !OnCd())
-        before_ = std::make_unique<FilesBefore>(filesFolder_);
+        before_ = std::make_unique<FilesBefore>(filesFolder_, saved_);
     if (!session_.preferences.noDecompressInProperties) {
         Path temp;
         if (!UnstoreLevelFiles(session_, filesFolder_, temp, false)) {
@@ -367,7 +367,7 @@ bool NewLevel::SetMyLanguage()
         ChangeLanguage(session_, workFolder_, LanguageChange::Mine, installed, failure);
     // The game's folder has the language already: from here on it belongs to the level.
     if (changed && installed && before_)
-        before_ = std::make_unique<FilesBefore>(filesFolder_);
+        before_ = std::make_unique<FilesBefore>(filesFolder_, saved_);
     if (changed)
         session_.host.Tell(Tone::Plain, GetMsg(Msg::LanguageSet));
     else if (!failure.declined)

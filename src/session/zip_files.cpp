@@ -1,5 +1,6 @@
 #include "session/zip_files.h"
 
+#include "core/leftovers.h"
 #include "core/parallel.h"
 #include "core/removal.h"
 #include "session/package_plan.h"
@@ -146,6 +147,7 @@ Result<Path> EmptyStaging(const Path& folder)
     // A link there is unlinked, never followed.
     if (auto status = ClearPlace(staging); !status)
         return status.Error();
+    NotePlace(folder);
     if (auto status = MakeFolder(staging); !status)
         return status.Error();
     return staging;

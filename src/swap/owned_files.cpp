@@ -3,6 +3,7 @@
 #include "archive/storage.h"
 #include "catalogue/message.h"
 #include "core/look.h"
+#include "core/removal.h"
 #include "swap/level_files.h"
 
 #include <algorithm>
@@ -92,8 +93,7 @@ bool SafeContents::LevelHolds(const Path& relative)
     if (level_.code <= originalCode)
         return false;
     if (!stored_) {
-        stored_ =
-            std::make_unique<Stored>(InFolder(session_.programFolder, RowText(Msg::DirVerify)));
+        stored_ = std::make_unique<Stored>(FreshPlaceIn(session_.programFolder));
         const Path source = InFolder(HomeOf(session_, level_), RowText(Msg::DirFiles));
         std::vector<std::string> refused;
         // A level that cannot be read proves nothing: then the file is kept.

@@ -6,6 +6,7 @@
 #include "catalogue/message.h"
 #include "core/look.h"
 #include "core/name_set.h"
+#include "core/removal.h"
 #include "platform/folder_memory.h"
 #include "swap/level_files.h"
 #include "swap/level_gaps.h"
@@ -252,7 +253,7 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
     if (!known)
         return known.Error();
     const LevelPlace& standing = known->level;
-    const StagingFolder staging{InFolder(session.programFolder, RowText(Msg::DirVerify))};
+    const StagingFolder staging{FreshPlaceIn(session.programFolder)};
     std::vector<Placement> level;
     std::vector<std::string> replaced;
     if (standing.code != originalCode) {
@@ -298,7 +299,7 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
         GapsOf(session, session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))]);
     if (!gaps)
         return gaps.Error();
-    const StagingFolder staging{InFolder(session.programFolder, RowText(Msg::DirVerify))};
+    const StagingFolder staging{FreshPlaceIn(session.programFolder)};
     const auto ready = ReadyLevelFiles(session, source, staging.Folder(), false, nullptr);
     if (!ready)
         return std::vector<Difference>{{Mismatch::Differs, ready.Error().subject}};

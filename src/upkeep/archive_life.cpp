@@ -7,7 +7,7 @@
 #include "records/exact_names.h"
 #include "swap/marker.h"
 #include "upkeep/archive_folder.h"
-#include "upkeep/change_compression.h"
+#include "upkeep/leftovers.h"
 
 namespace kestrova
 {
@@ -89,7 +89,7 @@ Load ReadAfterAsking(Session& session, const Path& file, bool saved, const std::
         return load;
     }
     session.loadFailedAskAnother = false;
-    ClearKilledChange(session);
+    ClearLeftovers(session);
     MeasureStaleExtras(session);
     session.list.Refresh();
     session.list.Select(CurrentLevelCode(session));

@@ -7,7 +7,6 @@
 #include "archive/zl_file.h"
 #include "catalogue/message.h"
 #include "core/look.h"
-#include "core/staged_file.h"
 #include "pictures/convert.h"
 #include "pictures/picture.h"
 
@@ -16,8 +15,6 @@ namespace kestrova
 
 namespace
 {
-
-constexpr std::uint64_t longestNote = 65536;
 
 /// One file on its way from one form to the other.
 struct Change {
@@ -168,34 +165,10 @@ bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progr
     return true;
 }
 
-/// Says during a change in which archive's folder it works, for the load after a run that was
-/// killed.
-Path ChangeNote(const Session& session)
-{
-    return InFolder(session.programFolder, RowText(Msg::FragChangeNote));
-}
-
 } // namespace
-
-void ClearKilledChange(Session& session)
-{
-    const Path note = ChangeNote(session);
-    if (!FileExists(note))
-        return;
-    const auto folder = ReadWholeFile(note, longestNote);
-    if (!folder || *folder != Trim(session.archive.header.secondaryFolder))
-        return; // another archive's next load clears it
-    for (const LevelRecord& level : session.archive.levels)
-        ClearStagedLeftovers(
-            ResolvePath(InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirFiles))));
-    (void)DeleteFile(note); // the next load tries again
-}
 
 bool ChangeCompression(Session& session, const AudioStep& audio)
 {
-    // Without the note only what a kill leaves behind would stay.
-    (void)WriteWholeFile(ChangeNote(session),
-                         std::string{Trim(session.archive.header.secondaryFolder)});
     const double before = session.archive.header.mainFolderSize;
     bool all = false;
     {
@@ -204,7 +177,6 @@ bool ChangeCompression(Session& session, const AudioStep& audio)
         progress->AllowStop();
         all = ChangeLevels(session, audio, *progress);
     }
-    (void)DeleteFile(ChangeNote(session));
     RecomputeArchiveSize(session, false);
     session.list.Refresh();
     session.host.Tell(

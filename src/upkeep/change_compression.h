@@ -20,8 +20,4 @@ bool ChangeCompression(Session& session, const AudioStep& audio = {});
 void OfferChangeCompression(Session& session, const ArchiveHeader& before,
                             const AudioStep& audio = {});
 
-/// Removes what a change that was killed left half made in the loaded archive's folders. To be
-/// called after a load, when nobody else works there.
-void ClearKilledChange(Session& session);
-
 } // namespace kestrova

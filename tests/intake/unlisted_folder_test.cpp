@@ -40,7 +40,7 @@ TEST(UnlistedFolder, AnEditThatIsGivenUpDeletesNothingForIt)
 {
     Sandbox box;
     box.Write("level/files/a.tr4", "old");
-    FilesBefore before{box / "level/files"};
+    FilesBefore before{box / "level/files", {}};
     {
         const FailingCalls failing{platform::FileAction::List, "/files"};
         EXPECT_FALSE(before.Keep({}));
@@ -49,12 +49,12 @@ TEST(UnlistedFolder, AnEditThatIsGivenUpDeletesNothingForIt)
     ASSERT_TRUE(before.Keep({}));
     box.Write("level/files/new.dat", "came with the edit");
     {
-        const FailingCalls failing{platform::FileAction::List, "/.kv~before_edit"};
+        const FailingCalls failing{platform::FileAction::List, "/.kv~before_edit/files"};
         EXPECT_FALSE(before.PutBack());
         EXPECT_EQ(failing.Failed(), 1);
     }
     EXPECT_EQ(box.Read("level/files/a.tr4"), "old");
-    EXPECT_EQ(box.Read("level/.kv~before_edit/a.tr4"), "old");
+    EXPECT_EQ(box.Read("level/.kv~before_edit/files/a.tr4"), "old");
 }
 
 } // namespace kestrova::testing

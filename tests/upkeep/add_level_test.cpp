@@ -2,9 +2,11 @@
 
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
+#include "core/leftovers.h"
 #include "support/faults.h"
 #include "support/sandbox.h"
 #include "upkeep/archive_life.h"
+#include "upkeep/leftovers.h"
 #include "upkeep/level_life.h"
 
 #include <gtest/gtest.h>
@@ -156,6 +158,54 @@ TEST_F(AddLevelTest, AnEditThatFailsAnywhereChangesAllOrNothing)
         if (!run.reached)
             break;
     }
+}
+
+/// What no listing shows, but for the locks.
+std::vector<std::string> HiddenIn(const Sandbox& box)
+{
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(box.root))
+        if (const std::string name = entry.path().filename().native();
+            name.starts_with(stagedPrefix) && name != lockFileName)
+            names.push_back(entry.path());
+    return names;
+}
+
+TEST_F(AddLevelTest, AnEditThatIsKilledAnywhereIsUndoneOrAcceptedAndLeavesNothing)
+{
+    std::map<std::string, int> ends;
+    for (int step = 1;; ++step) {
+        ASSERT_LT(step, 400);
+        Sandbox own;
+        own.host.AnswerAll(true);
+        MakeEdited(own);
+        own.session.archive.header.compressLevels = step % 2 == 0;
+        const Files before = own.Snapshot("levels");
+        const KillRun run = WithKillAt(step, [&] {
+            NotePlacesIn(WorkNotes(own.session));
+            return EditAll(own, false);
+        });
+        Session fresh = own.Reopened();
+        // The start after it may be killed as well.
+        (void)WithKillAt(1 + step % 11, [&] {
+            NotePlacesIn(WorkNotes(own.session));
+            return ReadArchive(fresh, own.session.ArchivePath());
+        });
+        ASSERT_TRUE(ReadArchive(fresh, own.session.ArchivePath())) << own.host.AllTold();
+        EXPECT_EQ(HiddenIn(own), std::vector<std::string>{}) << step << ": " << run.call;
+        const std::string name{Trim(fresh.archive.levels[1].levelName)};
+        ++ends[name];
+        if (name == "Old") {
+            EXPECT_EQ(own.Snapshot("levels"), before) << step << ": " << run.call;
+        } else {
+            EXPECT_TRUE(own.Has("levels/LEVEL_0001/files/more.txt")) << step << ": " << run.call;
+            EXPECT_FALSE(own.Has("levels/LEVEL_0001/files/sound.wav")) << step << ": " << run.call;
+        }
+        if (!run.killed)
+            break;
+    }
+    EXPECT_GT(ends["Old"], 5);
+    EXPECT_GT(ends["New"], 1);
 }
 
 TEST_F(AddLevelTest, WhatIsGivenUpOrStoppedLeavesNothing)

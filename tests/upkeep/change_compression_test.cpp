@@ -3,10 +3,12 @@
 #include "archive/archive_saving.h"
 #include "archive/storage.h"
 #include "archive/zl_file.h"
+#include "core/leftovers.h"
 #include "pictures/convert.h"
 #include "support/faults.h"
 #include "support/sandbox.h"
 #include "upkeep/archive_life.h"
+#include "upkeep/leftovers.h"
 
 #include <gtest/gtest.h>
 
@@ -156,7 +158,10 @@ TEST_F(Compression, EveryLevelStaysReadableWhereverItIsKilledOrTheDiskFails)
             for (const auto& [name, bytes] : stored)
                 box.Write("levels/" + name, bytes);
         };
-        const auto work = [&] { return Change(compress); };
+        const auto work = [&] {
+            NotePlacesIn(WorkNotes(box.session));
+            return Change(compress);
+        };
         bool reached = true;
         for (int n = 1; reached; ++n) {
             again();
