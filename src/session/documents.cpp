@@ -1,6 +1,7 @@
 #include "session/documents.h"
 
 #include "catalogue/message.h"
+#include "platform/look.h"
 
 #include <algorithm>
 
@@ -9,7 +10,8 @@ namespace kestrova
 
 bool IsDocument(const Path& file)
 {
-    if (platform::FactsOfLink(file).kind == platform::FileKind::Link)
+    platform::FileFacts facts;
+    if (platform::LookAtLink(file, facts) || facts.kind == platform::FileKind::Link)
         return false;
     const std::vector<std::string> endings = Split(RowText(Msg::DocumentEndings), '|');
     return std::any_of(endings.begin(), endings.end(), [&](const std::string& ending) {

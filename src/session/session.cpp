@@ -1,6 +1,7 @@
 #include "session/session.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "platform/clock.h"
 
 #include <utility>
@@ -138,7 +139,12 @@ Drive FindLargestDrive(Session& session)
 
 bool HoldFolder(Session& session, const Path& folder)
 {
-    if (folder.empty() || !FolderExists(folder))
+    if (folder.empty())
+        return true;
+    const auto isThere = IsFolder(folder);
+    if (!isThere)
+        return TellFolderNotRead(session, isThere.Error());
+    if (!*isThere)
         return true;
     const auto status = session.locks.Hold(folder);
     if (status)

@@ -1,6 +1,7 @@
 #include "session/settings.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 #include "core/text.h"
 
@@ -20,13 +21,16 @@ constexpr std::int32_t historyMost = 1'000'000;
 
 using KeyFile = std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)>;
 
-KeyFile Load(const Path& file)
+/// Empty without a file; a failure for one that cannot be read now.
+Result<KeyFile> Load(const Path& file)
 {
     KeyFile keys{g_key_file_new(), &g_key_file_unref};
-    const auto content = ReadWholeFile(file, 1 << 20);
-    if (content && !content->empty() &&
-        !g_key_file_load_from_data(keys.get(), content->data(), content->size(),
-                                   G_KEY_FILE_KEEP_COMMENTS, nullptr))
+    const auto content = ReadFileIfThere(file, 1 << 20);
+    if (!content)
+        return content.Error();
+    const std::string text = content->value_or(std::string{});
+    if (!text.empty() && !g_key_file_load_from_data(keys.get(), text.data(), text.size(),
+                                                    G_KEY_FILE_KEEP_COMMENTS, nullptr))
         keys.reset(g_key_file_new()); // no settings file: first-run values
     return keys;
 }
@@ -92,17 +96,19 @@ ProgramSettings DefaultSettings()
 Result<ProgramSettings> ReadSettings(const Path& programFolder)
 {
     ProgramSettings settings = DefaultSettings();
-    const KeyFile keys = Load(FileOf(programFolder));
-    settings.wineCommand = TextValue(keys.get(), "wine-command", settings.wineCommand);
-    settings.wineWords = TextValue(keys.get(), "wine-words", settings.wineWords);
-    settings.historyCount = NumberValue(keys.get(), "history-count", settings.historyCount);
-    settings.historyMegabytes =
-        NumberValue(keys.get(), "history-megabytes", settings.historyMegabytes);
-    settings.unseenKeysTold = NumberValue(keys.get(), "unseen-keys-told", 0) != 0;
-    settings.exportSavegames = NumberValue(keys.get(), "export-savegames", 0) != 0;
-    if (char** names = g_key_file_get_keys(keys.get(), exactGroup, nullptr, nullptr)) {
+    const auto loaded = Load(FileOf(programFolder));
+    if (!loaded)
+        return loaded.Error();
+    GKeyFile* const keys = loaded->get();
+    settings.wineCommand = TextValue(keys, "wine-command", settings.wineCommand);
+    settings.wineWords = TextValue(keys, "wine-words", settings.wineWords);
+    settings.historyCount = NumberValue(keys, "history-count", settings.historyCount);
+    settings.historyMegabytes = NumberValue(keys, "history-megabytes", settings.historyMegabytes);
+    settings.unseenKeysTold = NumberValue(keys, "unseen-keys-told", 0) != 0;
+    settings.exportSavegames = NumberValue(keys, "export-savegames", 0) != 0;
+    if (char** names = g_key_file_get_keys(keys, exactGroup, nullptr, nullptr)) {
         for (char** name = names; *name != nullptr; ++name)
-            if (char* value = g_key_file_get_string(keys.get(), exactGroup, *name, nullptr)) {
+            if (char* value = g_key_file_get_string(keys, exactGroup, *name, nullptr)) {
                 // No folder has a NUL in its name; the record's form serves then.
                 if (std::string folder = Unescaped(value); folder.find('\0') == std::string::npos)
                     settings.exactFolders[*name] = std::move(folder);
@@ -115,21 +121,23 @@ Result<ProgramSettings> ReadSettings(const Path& programFolder)
 
 Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
 {
-    const KeyFile keys = Load(FileOf(programFolder));
-    g_key_file_set_string(keys.get(), programGroup, "wine-command", settings.wineCommand.c_str());
-    g_key_file_set_string(keys.get(), programGroup, "wine-words", settings.wineWords.c_str());
-    g_key_file_set_integer(keys.get(), programGroup, "history-count", settings.historyCount);
-    g_key_file_set_integer(keys.get(), programGroup, "history-megabytes",
-                           settings.historyMegabytes);
+    const auto loaded = Load(FileOf(programFolder));
+    if (!loaded)
+        return loaded.Error();
+    GKeyFile* const keys = loaded->get();
+    g_key_file_set_string(keys, programGroup, "wine-command", settings.wineCommand.c_str());
+    g_key_file_set_string(keys, programGroup, "wine-words", settings.wineWords.c_str());
+    g_key_file_set_integer(keys, programGroup, "history-count", settings.historyCount);
+    g_key_file_set_integer(keys, programGroup, "history-megabytes", settings.historyMegabytes);
     if (settings.unseenKeysTold)
-        g_key_file_set_integer(keys.get(), programGroup, "unseen-keys-told", 1);
-    g_key_file_set_integer(keys.get(), programGroup, "export-savegames",
+        g_key_file_set_integer(keys, programGroup, "unseen-keys-told", 1);
+    g_key_file_set_integer(keys, programGroup, "export-savegames",
                            settings.exportSavegames ? 1 : 0);
-    g_key_file_remove_group(keys.get(), exactGroup, nullptr);
+    g_key_file_remove_group(keys, exactGroup, nullptr);
     for (const auto& [field, folder] : settings.exactFolders)
-        g_key_file_set_string(keys.get(), exactGroup, field.c_str(), Escaped(folder).c_str());
+        g_key_file_set_string(keys, exactGroup, field.c_str(), Escaped(folder).c_str());
     gsize length = 0;
-    char* data = g_key_file_to_data(keys.get(), &length, nullptr);
+    char* data = g_key_file_to_data(keys, &length, nullptr);
     const std::string content{data, length};
     g_free(data);
     const Path file = FileOf(programFolder);
