@@ -165,19 +165,46 @@ TEST_P(SavegameInterruption, FailedAnywhereIsAnsweredAndLosesNothing)
         }
 }
 
+TEST_P(SavegameInterruption, FailedReadsAndLooksAreAnsweredAndLoseNothing)
+{
+    for (const auto& [withFaultAt, stride] :
+         {std::pair{&WithReadFaultAt, 7}, std::pair{&WithLookFaultAt, 19}})
+        for (const AfterFault after_ : {AfterFault::Works, AfterFault::Fails})
+            for (int step = 1;; step += stride) {
+                SavesWorld world;
+                GetParam().fill(world);
+                const auto treasures = world.Treasures();
+                const FaultRun run = withFaultAt(
+                    step, [&] { return bool(GetParam().run(world.session, world.played)); },
+                    std::errc::io_error, after_);
+                SCOPED_TRACE("failed at step " + std::to_string(step) + ": " + run.call);
+                if (!run.answer && !SavegameMoveWaits(world.session)) {
+                    EXPECT_EQ(world.Shown("trle"), before.substr(0, before.find(" |")))
+                        << "a failure that leaves nothing to finish has changed nothing";
+                }
+                ExpectSettled(world, treasures);
+                ASSERT_LT(step, 5000) << "never finished";
+                if (!run.reached || HasFailure())
+                    break;
+            }
+}
+
 INSTANTIATE_TEST_SUITE_P(Saves, SavegameInterruption, ::testing::ValuesIn(works),
                          [](const auto& row) { return std::string{row.param.name}; });
 
 TEST(SavegameTransfer, KilledOrFailedAnywhereLosesNothing)
 {
     const auto work = [](SavesWorld& world, bool import) {
-        const std::vector<Path> live = *ListFiles(world / "trle", "savegame.*");
+        std::vector<Path> live;
+        for (const char* name : {"savegame.0", "savegame.3", "savegame.4"})
+            live.push_back(world / "trle" / name);
         return (import ? CopyIntoSlots(world.session, world.resting, live)
                        : ExportSavegames(world.session, world.played, live, world / "out", true))
             .empty();
     };
+    enum class Trouble { Kill, Change, Read, Look };
     for (const bool import : {true, false})
-        for (const bool kill : {true, false})
+        for (const Trouble trouble : {Trouble::Kill, Trouble::Change, Trouble::Read, Trouble::Look})
             for (int step = 1;; ++step) {
                 SavesWorld world;
                 Fill(world);
@@ -186,12 +213,17 @@ TEST(SavegameTransfer, KilledOrFailedAnywhereLosesNothing)
                 const auto inside = world.Treasures(false);
                 bool reached = false;
                 std::string call;
-                if (kill) {
+                if (trouble == Trouble::Kill) {
                     const KillRun run = WithKillAt(step, [&] { return work(world, import); });
                     reached = run.killed;
                     call = run.call;
                 } else {
-                    const FaultRun run = WithFaultAt(step, [&] { return work(world, import); });
+                    const auto withFaultAt = trouble == Trouble::Change ? &WithFaultAt
+                                             : trouble == Trouble::Read ? &WithReadFaultAt
+                                                                        : &WithLookFaultAt;
+                    const FaultRun run = withFaultAt(
+                        step, [&] { return work(world, import); }, std::errc::io_error,
+                        AfterFault::Works);
                     reached = run.reached;
                     call = run.call;
                 }

@@ -176,6 +176,22 @@ FaultRun WithLookFaultAt(int n, const FaultyWork& work, std::errc error, AfterFa
     return {answer, hook.Count() >= n, hook.call};
 }
 
+void AtEachReadAndLook(const std::function<FaultRun(const FailingRun&)>& once)
+{
+    for (const auto withFaultAt : {&WithReadFaultAt, &WithLookFaultAt})
+        for (int step = 1; !::testing::Test::HasFailure(); ++step) {
+            ASSERT_LT(step, 5000) << "never finished";
+            SCOPED_TRACE("failed at step " + std::to_string(step));
+            const FaultRun run = once([&](const FaultyWork& work) {
+                return withFaultAt(step, work, std::errc::io_error, AfterFault::Works);
+            });
+            if (::testing::Test::HasFailure())
+                ADD_FAILURE() << "the call that failed: " << run.call;
+            if (!run.reached)
+                break;
+        }
+}
+
 FailingCalls::FailingCalls(FileAction action, std::string ending, int times, std::errc error)
     : action_(action), ending_(std::move(ending)), times_(times),
       error_(std::make_error_code(error))

@@ -54,6 +54,11 @@ FaultRun WithReadFaultAt(int n, const FaultyWork& work, std::errc error = std::e
 FaultRun WithLookFaultAt(int n, const FaultyWork& work, std::errc error = std::errc::io_error,
                          AfterFault after = AfterFault::Works);
 
+/// Hands a way to run work, in which each time another call that reads or looks fails once, to
+/// `once`, which makes its world, runs the work in it, judges, and answers what the run was.
+using FailingRun = std::function<FaultRun(const FaultyWork&)>;
+void AtEachReadAndLook(const std::function<FaultRun(const FailingRun&)>& once);
+
 /// As long as it lives, one kind of call fails for paths that end with `ending`, `times` times
 /// (below 0: always). Reading and changing actions alike. One at a time.
 class FailingCalls : public platform::FileHook

@@ -136,6 +136,29 @@ TEST_P(Interruption, FailedAnywhereIsToldAndLosesNothing)
         }
 }
 
+TEST_P(Interruption, FailedReadsAndLooksAreToldAndLoseNothing)
+{
+    // They are thousands; each work comes by other ones.
+    for (const auto& [withFaultAt, stride] :
+         {std::pair{&WithReadFaultAt, 5}, std::pair{&WithLookFaultAt, 23}})
+        for (const AfterFault after : {AfterFault::Works, AfterFault::Fails})
+            for (int step = 1;; step += stride) {
+                SwapWorld world;
+                world.host.AnswerAll(true);
+                GetParam().prepare(world);
+                const auto treasures = world.Treasures();
+                const FaultRun run = withFaultAt(
+                    step, [&] { return GetParam().run(world); }, std::errc::io_error, after);
+                SCOPED_TRACE("failed at step " + std::to_string(step) + ": " + run.call);
+                EXPECT_TRUE(run.answer || !world.host.told.empty()) << "a failure without a word";
+                world.ExpectNothingLost(treasures);
+                ExpectMended(world, treasures);
+                ASSERT_LT(step, 5000) << "never finished";
+                if (!run.reached || HasFailure())
+                    break;
+            }
+}
+
 INSTANTIATE_TEST_SUITE_P(Swap, Interruption, ::testing::ValuesIn(works),
                          [](const auto& row) { return std::string{row.param.name}; });
 
@@ -160,6 +183,37 @@ TEST(Recovery, IsItselfMendedWhereverItIsKilled)
             return;
     }
     FAIL() << "never finished";
+}
+
+TEST(Recovery, LosesNothingWhereverItCannotReadOrLook)
+{
+    for (const auto& [withFaultAt, stride] :
+         {std::pair{&WithReadFaultAt, 3}, std::pair{&WithLookFaultAt, 7}})
+        for (const int calls : {30, 45, 70, 100})
+            for (int step = 1;; step += stride) {
+                SwapWorld world;
+                world.host.AnswerAll(true);
+                world.PlayFirst();
+                const auto treasures = world.Treasures();
+                ASSERT_TRUE(WithKillAt(calls, [&] {
+                                return InstallLevel(world.session, world.second);
+                            }).killed);
+                const FaultRun run = withFaultAt(
+                    step, [&] { return RecoverInterruptedWork(world.session); },
+                    std::errc::io_error, AfterFault::Works);
+                SCOPED_TRACE("killed at call " + std::to_string(calls) + ", recovery failed at " +
+                             std::to_string(step) + ": " + run.call);
+                world.ExpectNothingLost(treasures);
+                ExpectMended(world, treasures);
+                EXPECT_EQ(world.Read("trle/savegame.12"), SavegameBytes("Original late", 9));
+                EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/savegame.4"),
+                          SavegameBytes("First new", 8));
+                EXPECT_EQ(world.Read("levels/LEVEL_0002/backup_savegames/savegame.1"),
+                          SavegameBytes("Second", 7));
+                ASSERT_LT(step, 5000) << "never finished";
+                if (!run.reached || HasFailure())
+                    break;
+            }
 }
 
 TEST(Recovery, WaitsForAFolderThatIsGone)
