@@ -2,6 +2,7 @@
 
 #include "audio/audio_batch.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/removal.h"
 #include "intake/package_sources.h"
 #include "session/name_list.h"
@@ -94,7 +95,7 @@ bool AudioTool::Take(const std::vector<Path>& files)
     bool all = true;
     for (std::size_t i = 0; i < files.size() && all; ++i) {
         const Path place = work_ / files[i].filename();
-        if (FileExists(place) && !SameContent(files[i], place) &&
+        if (IsFile(place).ValueOr(true) && !SameContent(files[i], place) &&
             !ConfirmReplace(session_, files[i], place))
             continue;
         CopyOptions options;

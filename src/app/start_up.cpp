@@ -3,6 +3,7 @@
 #include "archive/archive_saving.h"
 #include "catalogue/message.h"
 #include "core/leftovers.h"
+#include "core/look.h"
 #include "platform/places.h"
 #include "session/preferences_file.h"
 #include "swap/recovery.h"
@@ -38,11 +39,15 @@ Result<Path> ChooseProgramFolder(const Path& home, bool make)
     const Path own = platform::ExecutableFolder();
     if (!home.empty())
         folder = FolderFromText(std::filesystem::absolute(home).lexically_normal().native());
-    else if (FileExists(PreferencesFile(own)) ||
-             FileExists(InFolder(own, RowText(Msg::FragPortable))))
-        folder = own;
-    else
-        folder = InFolder(platform::UserDataFolder(), RowText(Msg::DirProgramData));
+    else {
+        const auto hasPreferences = IsFile(PreferencesFile(own));
+        const auto isPortable = IsFile(InFolder(own, RowText(Msg::FragPortable)));
+        if (!hasPreferences || !isPortable)
+            return hasPreferences ? isPortable.Error() : hasPreferences.Error();
+        folder = *hasPreferences || *isPortable
+                     ? own
+                     : InFolder(platform::UserDataFolder(), RowText(Msg::DirProgramData));
+    }
     if (make)
         if (const auto status = MakeFolders(folder); !status)
             return status.Error();
@@ -72,11 +77,15 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
         return false;
     if (writing)
         NotePlacesIn(WorkNotes(session));
-    if (auto settings = ReadSettings(session.programFolder))
+    auto settings = ReadSettings(session.programFolder);
+    if (settings)
         session.settings = std::move(*settings);
     firstRun = !ReadPreferencesFile(session);
-    if (const Path file = PreferencesFile(session.programFolder); firstRun && FileExists(file)) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::PreferencesNotRead), TextOf(file));
+    const Path file = PreferencesFile(session.programFolder);
+    // What is there and cannot be read would be written over by first-run values.
+    if (!settings || (firstRun && !IsFree(file).ValueOr(false))) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::PreferencesNotRead),
+                          settings ? TextOf(file) : settings.Error().subject);
         return false;
     }
     if (!writing)

@@ -207,6 +207,8 @@ Status WriteIndex(const Session& session, LevelCode code, const std::vector<Leve
     std::vector<Tr4Entry> entries;
     std::vector<Tr4Entry> stored;
     const auto known = ReadTr4InfOf(session, code);
+    if (!known && known.Error().code == ErrorCode::CannotRead)
+        return known.Error(); // it alone knows what the compressed files were
     std::unordered_map<std::string, Tr4Entry> knownByName; // folded
     if (known)
         for (const Tr4Entry& entry : *known)

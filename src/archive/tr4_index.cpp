@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 
 #include <algorithm>
@@ -65,10 +66,12 @@ Result<std::vector<Tr4Entry>> ReadTr4Inf(const Session& session, std::size_t ind
 Result<std::vector<Tr4Entry>> ReadTr4InfOf(const Session& session, LevelCode code)
 {
     const Path file = Tr4InfPathOf(session, code);
-    const auto bytes = ReadWholeFile(file);
+    const auto bytes = ReadFileIfThere(file);
     if (!bytes)
         return bytes.Error();
-    auto entries = ParseTr4Inf(*bytes);
+    if (!*bytes)
+        return MakeFailure(ErrorCode::Missing, TextOf(file));
+    auto entries = ParseTr4Inf(**bytes);
     if (!entries)
         return MakeFailure(entries.Error().code, TextOf(file));
     return entries;

@@ -1,6 +1,7 @@
 #include "audio/audio_batch.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/ordered_jobs.h"
 #include "core/parallel.h"
 
@@ -105,16 +106,26 @@ bool AudioBatch::RefuseToReplace()
     const auto isSame = [](const platform::FileFacts& a, const platform::FileFacts& b) {
         return a.kind != platform::FileKind::Missing && a.device == b.device && a.inode == b.inode;
     };
+    const auto unknown = [&](const Failure& failure) {
+        status_ = GetMsg(Msg::FolderNotRead, {failure.subject});
+        refused_ = true;
+        return !TellFolderNotRead(session_, failure);
+    };
     std::vector<platform::FileFacts> originals;
-    for (const Path& file : originals_)
-        originals.push_back(platform::FactsOf(ResolvePath(file)));
+    for (const Path& file : originals_) {
+        const auto facts = LookAt(file);
+        if (!facts)
+            return unknown(facts.Error());
+        originals.push_back(*facts);
+    }
     for (std::size_t i = 0; i < files_.size() && !originals.empty(); ++i) {
         if (plans_[i].mode == 0 && !plans_[i].mp3)
             continue; // it stays what it is
-        const platform::FileFacts place =
-            platform::FactsOf(ResolvePath(target_.folder / ResultName(i)));
+        const auto place = LookAt(target_.folder / ResultName(i));
+        if (!place)
+            return unknown(place.Error());
         const auto own = std::find_if(originals.begin(), originals.end(),
-                                      [&](const auto& facts) { return isSame(place, facts); });
+                                      [&](const auto& facts) { return isSame(*place, facts); });
         if (own == originals.end())
             continue;
         status_ = GetMsg(

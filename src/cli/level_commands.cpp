@@ -2,6 +2,7 @@
 #include "archive/level_folders.h"
 #include "archive/stored_audio.h"
 #include "cli/work.h"
+#include "core/look.h"
 #include "publish/author_infos.h"
 #include "swap/level_language.h"
 #include "upkeep/change_compression.h"
@@ -162,7 +163,10 @@ Exit RunExport(Run& run)
     const Path zip = PlaceFromWord(run.arguments.words[1]);
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;
-    if (FileExists(zip) && !run.host.AskYesNo(GetMsg(Msg::AskReplaceZip, {TextOf(zip)})))
+    const auto isFree = IsFree(zip);
+    if (!isFree)
+        return EndWork(run, TellFolderNotRead(run.session, isFree.Error()));
+    if (!*isFree && !run.host.AskYesNo(GetMsg(Msg::AskReplaceZip, {TextOf(zip)})))
         return EndWork(run, false);
     ExportChoices choices{zip, run.arguments.Has("--screenshots"), std::nullopt};
     if (run.arguments.Has("--savegames"))

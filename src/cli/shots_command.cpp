@@ -1,5 +1,6 @@
 #include "archive/level_folders.h"
 #include "cli/work.h"
+#include "core/look.h"
 #include "saves/shot_commands.h"
 #include "saves/shot_import.h"
 
@@ -66,7 +67,10 @@ bool Export(Run& run, ShotList& shots, const Words& words)
 {
     const Path& shot = shots.At(shots.Target());
     const Path target = PlaceFromWord(words[3]);
-    return (!FileExists(target) || ConfirmReplace(run.session, shot, target)) &&
+    const auto isFree = IsFree(target);
+    if (!isFree)
+        return TellFolderNotRead(run.session, isFree.Error());
+    return (*isFree || ConfirmReplace(run.session, shot, target)) &&
            SaveShotTo(run.session, shot, target);
 }
 

@@ -1,4 +1,5 @@
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "intake/new_level.h"
 #include "swap/level_language.h"
 
@@ -50,7 +51,11 @@ bool ChooseLanguageFile(Session& session, const Path& folder)
         return static_cast<bool>(status);
     };
     const std::string_view script = RowText(Msg::ScriptDat);
-    if (!FileExists(folder / script) && FileExists(backup / script) &&
+    const auto hasScript = IsFile(folder / script);
+    const auto isOriginal = IsFile(backup / script);
+    if (!hasScript || !isOriginal)
+        return TellFolderNotRead(session, hasScript ? isOriginal.Error() : hasScript.Error());
+    if (!*hasScript && *isOriginal &&
         !told(CopyFileOver(backup / script, folder / script), folder / script))
         return false;
     const auto listed = LanguageFilesIn(folder);

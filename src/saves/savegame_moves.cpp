@@ -75,9 +75,10 @@ Result<ArchiveSlots> SurveySlots(const Path& root)
             failures[i] = files.Error();
         else
             for (Path& file : *files) {
-                // One that cannot be read is nobody's double.
-                if (const SavegameInfo info = ReadSavegameInfo(file); !info.unread)
-                    found[i].emplace_back(info.number, std::move(file));
+                const SavegameInfo info = ReadSavegameInfo(file);
+                if (info.unread) // it may be the double of a live one
+                    failures[i] = MakeFailure(ErrorCode::CannotRead, TextOf(file), info.unread);
+                found[i].emplace_back(info.number, std::move(file));
             }
     });
     for (const auto& failure : failures)

@@ -221,17 +221,15 @@ Status ChangeRun::Overwrite()
     for (Target& target : targets_) {
         if (target.foreign || target.was.empty() || target.becomes.empty())
             continue;
-        if (Holds(target.file, target.becomes))
+        const auto now = HashNow(target.file);
+        if (!now)
+            return now.Error();
+        if (*now == target.becomes)
             continue;
-        if (!Holds(target.file, target.was)) { // written, or deleted, just now
-            const auto now = HashNow(target.file);
-            if (!now)
-                return now.Error();
-            if (!now->empty()) {
-                if (auto status = LeaveForeign(target); !status)
-                    return status;
-                continue;
-            }
+        if (!now->empty() && *now != target.was) { // written just now
+            if (auto status = LeaveForeign(target); !status)
+                return status;
+            continue;
         }
         destroyed_ = true;
         if (auto status = Place(target); !status)

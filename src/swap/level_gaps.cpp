@@ -66,7 +66,10 @@ Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level)
         const auto found = byName.find(FoldCase(noted));
         return found == byName.end() ? nullptr : found->second;
     };
-    if (const auto index = ReadTr4InfOf(session, level.levelCode))
+    const auto index = ReadTr4InfOf(session, level.levelCode);
+    if (!index && index.Error().code == ErrorCode::CannotRead)
+        return index.Error();
+    if (index)
         for (const Tr4Entry& entry : *index) {
             const std::string name{Trim(entry.name)};
             const Stored* const file = find(name);

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "swap/folder_guard.h"
 #include "swap/installed_language.h"
 #include "swap/level_files.h"
@@ -20,9 +21,9 @@ bool IsLanguageFile(const Path& file)
     return !EqualNames(file.filename().native(), RowText(Msg::ScriptDat));
 }
 
-bool HasEnglish(const Session& session)
+Result<bool> HasEnglish(const Session& session)
 {
-    return FileExists(session.BackupFolder() / RowText(Msg::EnglishDat));
+    return IsFile(session.BackupFolder() / RowText(Msg::EnglishDat));
 }
 
 bool Fail(LanguageFailure& failure, std::string words, std::string reason = {})
@@ -39,7 +40,7 @@ bool NotRead(LanguageFailure& failure, const Failure& cause)
 /// Renames in one step, never over a name that is taken.
 std::error_code RenameToFreeName(const Path& from, const Path& to)
 {
-    if (platform::FactsOfLink(ResolvePath(to)).kind != platform::FileKind::Missing)
+    if (!IsFree(to).ValueOr(false)) // what cannot be looked at is taken
         return std::make_error_code(std::errc::file_exists);
     return platform::Rename(from, to);
 }
@@ -87,7 +88,7 @@ bool SetMine(Session& session, const Path& folder, LanguageFailure& failure,
     if (files.empty()) // somebody took them away meanwhile
         return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
     for (const Path& file : files)
-        if (FileExists(BakOf(file)) && !IsUnfinished(file))
+        if (!IsFree(BakOf(file)).ValueOr(false) && !IsUnfinished(file))
             return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
     const Path& last = files.back();
     if (!ReplaceLanguage(last, session.BackupFolder() / languageFile, failure))
@@ -105,7 +106,10 @@ bool SetMine(Session& session, const Path& folder, LanguageFailure& failure,
 bool RestoreOriginalLanguage(Session& session, const Path& folder, LanguageFailure& failure,
                              std::vector<Path>& changed)
 {
-    if (HasEnglish(session))
+    const auto hasEnglish = HasEnglish(session);
+    if (!hasEnglish)
+        return NotRead(failure, hasEnglish.Error());
+    if (*hasEnglish)
         return Fail(failure, GetMsg(Msg::LanguageNothingToRestore));
     const auto listed = ListFiles(folder, RowText(Msg::PatDatBak));
     if (!listed)
@@ -149,7 +153,10 @@ bool CanSetMyLanguage(const Session& session, const Path& folder, LanguageFailur
 {
     failure = {};
     languageFile.clear();
-    if (HasEnglish(session))
+    const auto hasEnglish = HasEnglish(session);
+    if (!hasEnglish)
+        return NotRead(failure, hasEnglish.Error());
+    if (*hasEnglish)
         return Fail(failure, GetMsg(Msg::LanguageEditorIsEnglish));
     const auto mine = LanguageFilesIn(session.BackupFolder());
     const auto kept = ListFiles(folder, RowText(Msg::PatDatBak));
@@ -159,7 +166,10 @@ bool CanSetMyLanguage(const Session& session, const Path& folder, LanguageFailur
     if (mine->empty())
         return Fail(failure, GetMsg(Msg::LanguageNotInBackup));
     languageFile = mine->front().filename().native();
-    if (FileExists(folder / languageFile))
+    const auto hasMine = IsFile(folder / languageFile);
+    if (!hasMine)
+        return NotRead(failure, hasMine.Error());
+    if (*hasMine)
         return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
     for (const Path& bak : *kept)
         if (!IsUnfinished(folder / StripExtension(bak.filename().native())))
@@ -192,7 +202,7 @@ bool ChangeLanguage(Session& session, const Path& folder, LanguageChange change,
 
 bool WarnIfEnglish(Session& session)
 {
-    if (!HasEnglish(session))
+    if (!HasEnglish(session).ValueOr(false)) // each level tells what cannot be read
         return false;
     session.host.Tell(Tone::Warning, GetMsg(Msg::LanguageWarnEnglish, {lineBreak}));
     return true;

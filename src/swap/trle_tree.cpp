@@ -1,6 +1,7 @@
 #include "swap/trle_tree.h"
 
 #include "catalogue/message.h"
+#include "platform/look.h"
 
 #include <algorithm>
 
@@ -30,7 +31,9 @@ struct Scan {
         const Path folder = relative.empty() ? root : root / relative;
         if (heartbeat && !heartbeat())
             return MakeFailure(ErrorCode::Stopped, TextOf(folder));
-        const FileFacts facts = platform::FactsOf(folder);
+        FileFacts facts;
+        if (const auto failure = platform::Look(folder, facts))
+            return MakeFailure(ErrorCode::CannotRead, TextOf(folder), failure);
         const Identity self{facts.device, facts.inode};
         if (std::find(way.begin(), way.end(), self) != way.end())
             return {}; // a link to a folder above itself
@@ -55,7 +58,10 @@ struct Scan {
             return {};
         FileKind kind = entry.kind;
         if (kind == FileKind::Link) {
-            kind = platform::FactsOf(root / relative).kind;
+            FileFacts behind;
+            if (const auto failure = platform::Look(root / relative, behind))
+                return MakeFailure(ErrorCode::CannotRead, TextOf(root / relative), failure);
+            kind = behind.kind;
             if (kind == FileKind::Missing)
                 return MakeFailure(ErrorCode::Missing, TextOf(root / relative));
         }

@@ -4,6 +4,7 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "records/exact_names.h"
 #include "swap/marker.h"
 #include "upkeep/archive_folder.h"
@@ -191,9 +192,13 @@ bool CheckArchiveFolders(Session& session)
         return true;
     ArchiveHeader& header = session.archive.header;
     const auto stands = [](const std::string& folder) {
-        return FolderExists(FolderFromText(Trim(folder)));
+        return IsFolder(FolderFromText(Trim(folder)));
     };
-    if (!IsArchiveOnCd(session) && !stands(header.mainFolder)) {
+    const auto hasMain = stands(header.mainFolder);
+    const auto hasSecondary = stands(header.secondaryFolder);
+    if (!hasMain || !hasSecondary)
+        return TellFolderNotRead(session, hasMain ? hasSecondary.Error() : hasMain.Error());
+    if (!IsArchiveOnCd(session) && !*hasMain) {
         const auto chosen = AskForFolder(session, Msg::MainFolderMissing, header.mainFolder);
         if (!chosen)
             return false;
@@ -205,7 +210,7 @@ bool CheckArchiveFolders(Session& session)
         if (same)
             return true;
     }
-    if (stands(header.secondaryFolder))
+    if (*hasSecondary)
         return true;
     const auto chosen = AskForFolder(session, Msg::SecondaryFolderMissing, header.secondaryFolder);
     if (!chosen)

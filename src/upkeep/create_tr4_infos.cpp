@@ -5,6 +5,7 @@
 #include "archive/tr4_index.h"
 #include "archive/zl_file.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/parallel.h"
 
 #include <limits>
@@ -76,8 +77,8 @@ bool CreateTr4Infos(Session& session)
     for (std::size_t i = 0; i < count; ++i) {
         progress->SetBar(i, count);
         progress->Step();
-        if (FileExists(Tr4InfPath(session, i)))
-            continue;
+        if (!IsFree(Tr4InfPath(session, i)).ValueOr(false))
+            continue; // one that cannot be looked at is not written over
         const LevelRecord& level = session.archive.levels[i];
         const Path home = LevelFolderOf(session, level.levelCode, true);
         if (session.cdNotAvailable) {
@@ -86,7 +87,10 @@ bool CreateTr4Infos(Session& session)
         }
         const std::string name{Trim(level.levelName)};
         const Path files = InFolder(home, RowText(Msg::DirFiles));
-        if (!FolderExists(files)) {
+        const auto isThere = IsFolder(files);
+        if (!isThere)
+            return TellFolderNotRead(session, isThere.Error());
+        if (!*isThere) {
             vanished.push_back(Readable(name));
             continue;
         }

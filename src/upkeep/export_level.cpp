@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "archive/storage.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "session/level_config_file.h"
@@ -64,7 +65,10 @@ Status CopyIn(const Result<std::vector<Path>>& listed, const Path& folder, Progr
     std::uint64_t done = 0;
     for (const Path& file : files) {
         const Path target = folder / file.filename();
-        if (FileExists(target))
+        const auto isFree = IsFree(target);
+        if (!isFree)
+            return isFree.Error();
+        if (!*isFree)
             continue;
         CopyOptions options;
         options.progress = [&](std::uint64_t bytes) {
