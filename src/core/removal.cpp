@@ -1,6 +1,7 @@
 #include "core/removal.h"
 
 #include "core/staged_file.h"
+#include "platform/look.h"
 #include "platform/removal.h"
 
 namespace kestrova
@@ -38,7 +39,10 @@ Status ClearPlace(const Path& place, const Heartbeat& heartbeat)
     const auto found = FindPath(place);
     if (!found)
         return found.Error();
-    if (platform::FactsOfLink(*found).kind == platform::FileKind::Missing)
+    platform::FileFacts facts;
+    if (const auto failure = platform::LookAtLink(*found, facts))
+        return MakeFailure(ErrorCode::CannotDelete, TextOf(*found), failure);
+    if (facts.kind == platform::FileKind::Missing)
         return {};
     auto removed = RemoveTree(*found, heartbeat);
     if (removed || !platform::Rename(*found, StagedNameFor(*found)))

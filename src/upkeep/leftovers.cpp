@@ -4,6 +4,7 @@
 #include "archive/stored_form.h"
 #include "catalogue/message.h"
 #include "core/leftovers.h"
+#include "core/look.h"
 #include "core/removal.h"
 #include "intake/files_before.h"
 #include "swap/recovery.h"
@@ -19,9 +20,10 @@ namespace
 
 using platform::FileKind;
 
+/// What cannot be looked at may be there.
 bool IsThere(const Path& path)
 {
-    return platform::FactsOfLink(path).kind != FileKind::Missing;
+    return !IsFree(path).ValueOr(false);
 }
 
 bool IsSameFolder(const Path& a, const Path& b)
@@ -88,9 +90,9 @@ bool FinishLevel(Session& session, const Path& folder)
 /// False when something of a killed program stays in the folder.
 bool Settle(Session& session, const Path& place, const std::vector<Path>& held)
 {
-    const FileKind kind = platform::FactsOf(place).kind;
-    if (kind != FileKind::Folder)
-        return true;
+    const auto isFolder = IsFolder(place);
+    if (!isFolder || !*isFolder)
+        return bool{isFolder}; // looked at another time
     bool settled = FinishLevel(session, place);
     const Path unpacking = InFolder(place, RowText(Msg::FragUnpacking));
     if (IsThere(unpacking))

@@ -1,4 +1,5 @@
 #include "archive/storage.h"
+#include "archive/stored_form.h"
 #include "archive/tr4_index.h"
 #include "archive/zl_file.h"
 #include "pictures/bitmap.h"
@@ -188,6 +189,21 @@ TEST_F(Storage, ATakenExchangeLeavesOneWholeFolderWhereverItIsKilled)
         if (!run.killed)
             break;
     }
+}
+
+TEST_F(Storage, AHalfExchangeIsEndedOrLeftWhereverALookFails)
+{
+    AtEachReadAndLook([](const FailingRun& failing) {
+        Sandbox own;
+        own.MakeBackupAndArchive();
+        own.Write("levels/LEVEL_0001/files.old/old.tr4", "old");
+        own.Write("levels/LEVEL_0001/files.new/half.tr4", "half");
+        const auto work = [&] { return bool{FinishExchange(own / "levels/LEVEL_0001/files")}; };
+        const FaultRun run = failing(work);
+        EXPECT_TRUE(work());
+        EXPECT_EQ(own.Snapshot("levels/LEVEL_0001"), (Files{{"files/old.tr4", "old"}}));
+        return run;
+    });
 }
 
 TEST_F(Storage, InPlaceNoFileIsLostWhereverItIsKilled)

@@ -55,6 +55,19 @@ TEST(StagedWrite, IsAllOrNothingWhereverTheProgramIsKilled)
     EXPECT_GT(step, 4) << "create, write, sync, rename and the folder's sync are calls";
 }
 
+/// A shorter record is written over a longer file, whose end is another program's.
+TEST(StagedWrite, KeepsTheEndOfARecordWhereverALookFails)
+{
+    AtEachReadAndLook([](const FailingRun& failing) {
+        Sandbox box;
+        box.Write("home/record", "old and its end");
+        const FaultRun run =
+            failing([&] { return bool{WriteRecordFile(box / "home/record", "NEW")}; });
+        EXPECT_EQ(box.Read("home/record"), run.answer ? "NEW and its end" : "old and its end");
+        return run;
+    });
+}
+
 /// Each call that reads can fail by itself, and what changes files is not counted among them.
 TEST(ReadFaults, MakeOneReadFailOnce)
 {

@@ -1,4 +1,5 @@
 #include "saves/savegame_store.h"
+#include "support/faults.h"
 #include "support/sandbox.h"
 
 #include <gtest/gtest.h>
@@ -78,6 +79,21 @@ TEST_F(SavegameStore, ACutFileOrAMissingFolderLeavesTheDefaultsInMemory)
     ASSERT_TRUE(LoadSavegameStore(box.session, 77));
     EXPECT_EQ(box.session.savegameHeader.slotCount, 15);
     EXPECT_FALSE(box.Has("levels/LEVEL_0077"));
+}
+
+TEST_F(SavegameStore, RecordsThatCannotBeReadNowAreNotMadeAnew)
+{
+    SavegameArchiveHeader header;
+    header.archivedCount = 12;
+    box.Write("levels/LEVEL_0001/savegames/savegames.bva", FormatSavegameArchiveHeader(header));
+    box.Write("levels/LEVEL_0001/savegames/manager.prf", FormatSavegameToolPrefs({}));
+    const auto before = box.Snapshot("levels");
+    AtEachReadAndLook([&](const FailingRun& failing) {
+        const FaultRun run = failing([&] { return bool{LoadSavegameStore(box.session, code)}; });
+        EXPECT_TRUE(!run.answer || box.session.savegameHeader.archivedCount == 12);
+        EXPECT_EQ(box.Snapshot("levels"), before);
+        return run;
+    });
 }
 
 } // namespace

@@ -293,4 +293,24 @@ TEST(ImportShots, TakesEveryPictureOfTheStoreUnderNewNames)
     EXPECT_EQ(world.Snapshot(folder).size(), 9U) << "the others go on";
 }
 
+TEST(ShotCommands, NoPictureTakesTheNameOfOneThatCouldNotBeLookedAt)
+{
+    AtEachReadAndLook([](const FailingRun& failing) {
+        ShotWorld world;
+        world.host.AnswerAll(false); // no picture is to be replaced
+        for (const char* name : {"a.jpg", "b.jpg", "c.jpg"})
+            world.Put(name, std::string{"old "} + name);
+        world.Write("from/a.jpg", Pixel(5));
+        world.Load();
+        const FaultRun run = failing([&] {
+            const bool added = AddShotFile(world.session, world.shots, world / "from/a.jpg");
+            return !RenameShotTo(world.session, world.shots, world / (folder + "b.jpg"), "C.jpg") &&
+                   added;
+        });
+        for (const char* name : {"a.jpg", "b.jpg", "c.jpg"})
+            EXPECT_EQ(world.Read(folder + name), std::string{"old "} + name);
+        return run;
+    });
+}
+
 } // namespace kestrova::testing

@@ -1,5 +1,6 @@
 #include "session/settings.h"
 
+#include "support/faults.h"
 #include "support/sandbox.h"
 
 #include <gtest/gtest.h>
@@ -37,6 +38,21 @@ TEST(Settings, AFileThatMakesNoSenseGivesWhatDoesAndReadsTheSameAgain)
             ASSERT_TRUE(WriteSettings(home, *settings));
         }
     }
+}
+
+TEST(Settings, WhatCannotBeReadNowIsNotWrittenOver)
+{
+    testing::AtEachReadAndLook([](const testing::FailingRun& failing) {
+        testing::Sandbox box;
+        box.Write("home/kestrova.ini", "[program]\nhistory-count=7\n[other]\nkey=x\n");
+        const auto run = failing([&] {
+            const auto settings = ReadSettings(box / "home");
+            return settings && WriteSettings(box / "home", *settings);
+        });
+        EXPECT_NE(box.Read("home/kestrova.ini").find("history-count=7"), std::string::npos);
+        EXPECT_NE(box.Read("home/kestrova.ini").find("key=x"), std::string::npos);
+        return run;
+    });
 }
 
 } // namespace kestrova

@@ -98,6 +98,30 @@ TEST_F(LevelLife, SettingAFolderAsideLosesNothingWhereverItFailsOrIsKilled)
     }
 }
 
+TEST_F(LevelLife, NoFolderAndNoListGivesWayWhereALookFails)
+{
+    AtEachReadAndLook([](const FailingRun& failing) {
+        Sandbox own;
+        own.MakeTrle();
+        own.MakeBackupAndArchive();
+        own.Write("levels/LEVEL_0001/files/old.tr4", "old");
+        own.Write("home/other.kva", "another list");
+        own.host.AnswerAll(false); // no list is to be replaced
+        LevelRecord level;
+        const FaultRun run = failing([&] {
+            const bool begun = BeginNewLevel(own.session, level);
+            return !CreateArchive(own.session, own / "fresh", own / "home/other.kva") && begun;
+        });
+        EXPECT_TRUE(run.answer || !own.host.told.empty());
+        EXPECT_EQ(own.Read("home/other.kva"), "another list");
+        std::size_t found = 0;
+        for (const auto& [name, content] : own.Snapshot("levels"))
+            found += name.ends_with("old.tr4") && content == "old" ? 1 : 0;
+        EXPECT_EQ(found, 1U);
+        return run;
+    });
+}
+
 TEST_F(LevelLife, AKeptFolderOutlivesALaterLevelOfItsNumberThatIsGivenUp)
 {
     box.AddLevel("one", {{"a.tr4", "one"}});
