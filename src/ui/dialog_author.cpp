@@ -2,6 +2,7 @@
 
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
+#include "ui/fit_to_screen.h"
 #include "ui/qt_text.h"
 
 #include <QComboBox>
@@ -79,7 +80,7 @@ AuthorDialog::AuthorDialog(Session& session, std::size_t index, QWidget* parent)
     SetCaptions(*this);
     name_->setAccessibleName(author->title().trimmed());
     note_->setAccessibleName(note->title().trimmed());
-    resize(dialogWidth, sizeHint().height());
+    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
     name_->setFocus();
 }
 

@@ -3,6 +3,7 @@
 #include "app/start_up.h"
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
+#include "ui/fit_to_screen.h"
 #include "ui/picture_view.h"
 #include "ui/qt_text.h"
 
@@ -42,7 +43,7 @@ CaptureDialog::CaptureDialog(Session& session, const CapturedShot& shot, QWidget
     connect(cancel, &QPushButton::clicked, this, &CaptureDialog::reject);
     connect(automatic, &QCheckBox::clicked, this, &CaptureDialog::PromptChanged);
     SetCaptions(*this);
-    resize(640, 560);
+    ResizeToFit(*this, {640, 560});
 }
 
 void CaptureDialog::PromptChanged(bool never)

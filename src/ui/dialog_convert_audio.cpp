@@ -3,6 +3,7 @@
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
 #include "ui/elided_label.h"
+#include "ui/fit_to_screen.h"
 #include "ui/mp3_settings_box.h"
 #include "ui/qt_text.h"
 
@@ -78,7 +79,7 @@ ConvertAudioDialog::ConvertAudioDialog(Session& session, AudioToolMode mode, QWi
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     SetCaptions(*this);
     ShowAll();
-    resize(dialogWidth, dialogHeight);
+    ResizeToFit(*this, {dialogWidth, dialogHeight});
     list_->setFocus();
 }
 
@@ -134,6 +135,7 @@ QGroupBox* ConvertAudioDialog::MakeTarget()
     auto* frame = Frame(this, "Frame_Target");
     frame->setTitle(Words(tool_.ToMp3() ? Msg::FrameTargetMp3 : Msg::FrameTargetWave));
     target_->setObjectName(QStringLiteral("Label_DirOut"));
+    target_->SetElide(Qt::ElideMiddle);
     auto* browse = NamedButton(frame, "Pul_SfogliaDirOut");
     browse->setAutoDefault(false);
     connect(browse, &QPushButton::clicked, this, [this] { Do([this] { tool_.BrowseTarget(); }); });

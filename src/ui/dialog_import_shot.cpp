@@ -4,6 +4,7 @@
 #include "saves/shot_import.h"
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
+#include "ui/fit_to_screen.h"
 #include "ui/progress_windows.h"
 #include "ui/qt_text.h"
 
@@ -56,7 +57,7 @@ ImportShotDialog::ImportShotDialog(Session& session, std::size_t index, QWidget*
     SetCaptions(*this);
     setWindowTitle(Words(Msg::ImportShotTitle) + QLatin1Char('"') +
                    ToQt(Trim(session.archive.levels[index].levelName)) + QLatin1Char('"'));
-    resize(dialogWidth, sizeHint().height());
+    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
 }
 
 void ImportShotDialog::Import()

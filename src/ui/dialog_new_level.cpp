@@ -4,6 +4,7 @@
 #include "session/name_pages.h"
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
+#include "ui/fit_to_screen.h"
 #include "ui/qt_text.h"
 
 #include <QComboBox>
@@ -64,7 +65,7 @@ NewLevelDialog::NewLevelDialog(Session& session, QWidget* parent)
     Connect();
     SetCaptions(*this);
     MarkNotAvailable(*compileTom_);
-    resize(firstSize);
+    ResizeToFit(*this, firstSize);
 }
 
 QLayout* NewLevelDialog::MakeTexts()
@@ -213,7 +214,10 @@ void NewLevelDialog::ShowLevel()
     if (name_->text() != ToQt(level_->name))
         name_->setText(ToQt(level_->name));
     if (note_->text() != ToQt(level_->note))
+    {
         note_->setText(ToQt(level_->note));
+        note_->setCursorPosition(0); // a long one is read from its beginning
+    }
     ShowFiles();
     ShowMoreInfo();
     ShowNamesPage();

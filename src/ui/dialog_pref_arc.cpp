@@ -3,6 +3,7 @@
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
 #include "ui/elided_label.h"
+#include "ui/fit_to_screen.h"
 #include "ui/qt_text.h"
 
 #include <QCheckBox>
@@ -65,7 +66,7 @@ ArchiveDialog::ArchiveDialog(Session& session, QWidget* parent)
     column->addLayout(buttons);
     SetCaptions(*this);
     ShowFacts();
-    resize(dialogWidth, sizeHint().height());
+    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
     compress_->setFocus();
 }
 
@@ -80,6 +81,7 @@ QLayout* ArchiveDialog::MakeFacts()
         caption->setObjectName(QString::fromLatin1(row.caption));
         auto* value = new ElidedLabel(this);
         value->setObjectName(QString::fromLatin1(row.value));
+        value->SetElide(Qt::ElideMiddle);
         grid->addWidget(caption, line, 0);
         grid->addWidget(value, line, 1);
         caption->setVisible(onCd || !row.onlyOnCd);

@@ -4,6 +4,7 @@
 #include "swap/folder_guard.h"
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
+#include "ui/fit_to_screen.h"
 #include "ui/progress_windows.h"
 
 #include <QGridLayout>
@@ -68,7 +69,7 @@ RestoreDialog::RestoreDialog(Session& session, QWidget* parent)
     connect(full, &QPushButton::clicked, this, &RestoreDialog::RestoreFull);
     connect(cancel, &QPushButton::clicked, this, &RestoreDialog::reject);
     SetCaptions(*this);
-    resize(dialogWidth, sizeHint().height());
+    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
     cancel->setFocus();
 }
 

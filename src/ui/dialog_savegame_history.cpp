@@ -2,6 +2,7 @@
 
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
+#include "ui/fit_to_screen.h"
 #include "ui/originals_page.h"
 #include "ui/qt_text.h"
 
@@ -74,7 +75,7 @@ SavegameHistoryDialog::SavegameHistoryDialog(Session& session, LevelCode code, Q
     buttons->addWidget(close);
     column->addLayout(buttons);
     SetCaptions(*this);
-    resize(firstSize);
+    ResizeToFit(*this, firstSize);
     Fill();
     list_->setFocus();
 }

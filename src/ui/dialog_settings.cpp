@@ -3,6 +3,7 @@
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
 #include "ui/elided_label.h"
+#include "ui/fit_to_screen.h"
 #include "ui/qt_text.h"
 
 #include <QCheckBox>
@@ -75,7 +76,7 @@ SettingsDialog::SettingsDialog(Session& session, QWidget* parent)
     column->addLayout(buttons);
     SetCaptions(*this);
     ShowPlaces();
-    resize(dialogWidth, sizeHint().height());
+    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
 }
 
 QCheckBox* SettingsDialog::Box(const char* name, bool checked)
@@ -105,7 +106,9 @@ QWidget* SettingsDialog::MakePlaces()
     int line = 0;
     for (const Place& place : places) {
         grid->addWidget(Named<QLabel>(place.caption), line, 0);
-        grid->addWidget(Named<ElidedLabel>(place.value), line, 1);
+        auto* value = Named<ElidedLabel>(place.value);
+        value->SetElide(Qt::ElideMiddle);
+        grid->addWidget(value, line, 1);
         if (place.browse != nullptr) {
             auto* browse = NamedButton(widget, place.browse);
             browse->setAutoDefault(false);

@@ -3,6 +3,7 @@
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
 #include "ui/elided_label.h"
+#include "ui/fit_to_screen.h"
 #include "ui/icons.h"
 #include "ui/practice_offer.h"
 #include "ui/qt_text.h"
@@ -34,6 +35,7 @@ FindTrleDialog::FindTrleDialog(Session& session, TrleFinder& finder, QWidget* pa
     ask->setObjectName(QStringLiteral("Label_Ask"));
     ask->setWordWrap(true);
     path_->setObjectName(QStringLiteral("Label_Path"));
+    path_->SetElide(Qt::ElideMiddle);
     auto* browse = NamedButton(this, "Pul_Sfoglia");
     auto* ok = NamedButton(this, "Pul_Ok");
     auto* cancel = NamedButton(this, "Pul_Cancel");
@@ -84,7 +86,7 @@ FindTrleDialog::FindTrleDialog(Session& session, TrleFinder& finder, QWidget* pa
     ok->setDefault(true);
     SetCaptions(*this);
     ShowFolder();
-    resize(dialogWidth, sizeHint().height());
+    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
     browse->setFocus();
 }
 

@@ -15,6 +15,12 @@ ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent)
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
+void ElidedLabel::SetElide(Qt::TextElideMode elide)
+{
+    elide_ = elide;
+    update();
+}
+
 QSize ElidedLabel::minimumSizeHint() const
 {
     return {fontMetrics().averageCharWidth() * 4, QLabel::minimumSizeHint().height()};
@@ -24,7 +30,7 @@ QString ElidedLabel::Shown() const
 {
     QString line = text();
     line.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    return fontMetrics().elidedText(line, Qt::ElideRight, contentsRect().width());
+    return fontMetrics().elidedText(line, elide_, contentsRect().width());
 }
 
 bool ElidedLabel::event(QEvent* event)

@@ -5,12 +5,14 @@
 namespace kestrova
 {
 
-/// One line of text that ends in "…" where it does not fit; the whole of it is the tool tip then.
+/// One line of text with "…" where it does not fit, at its end unless told otherwise; the whole of it is the tool tip then.
 /// Never asks for more width than it is given.
 class ElidedLabel : public QLabel
 {
 public:
     explicit ElidedLabel(QWidget* parent = nullptr);
+    /// In the middle for a path, whose end says most.
+    void SetElide(Qt::TextElideMode elide);
 
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -20,6 +22,8 @@ protected:
 
 private:
     [[nodiscard]] QString Shown() const;
+
+    Qt::TextElideMode elide_ = Qt::ElideRight;
 };
 
 } // namespace kestrova

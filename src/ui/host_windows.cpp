@@ -2,6 +2,7 @@
 
 #include "core/text.h"
 #include "saves/shot_files.h"
+#include "ui/fit_to_screen.h"
 #include "ui/input_gate.h"
 #include "ui/progress_windows.h"
 #include "ui/qt_text.h"
@@ -10,6 +11,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -22,6 +24,9 @@ namespace
 {
 
 using Button = QMessageBox::StandardButton;
+
+/// Of the line that a text is typed into.
+constexpr int textWidth = 380;
 
 struct Answer {
     Button button;
@@ -42,6 +47,7 @@ Button ShowBox(QMessageBox::Icon icon, const std::string& text, const std::strin
         box.addButton(answer.button)->setText(QLatin1Char('&') + Words(answer.words));
     box.setDefaultButton(safe);
     box.setEscapeButton(safe);
+    KeepOnScreen(box);
     const InputGate::Admission admission{box};
     return static_cast<Button>(box.exec());
 }
@@ -146,6 +152,11 @@ std::optional<std::string> WindowHost::AskText(const std::string& text,
     box.setTextValue(ToQt(suggestion));
     box.setOkButtonText(Words(Msg::ButtonOk));
     box.setCancelButtonText(Words(Msg::ButtonCancel));
+    // A question that wraps keeps the box within the screen, and a name has room to be read.
+    for (auto* label : box.findChildren<QLabel*>())
+        label->setWordWrap(true);
+    if (auto* line = box.findChild<QLineEdit*>())
+        line->setMinimumWidth(textWidth);
     // Typing over a picture's name leaves its ending, without which no list would show it.
     if (IsShotName(suggestion))
         QTimer::singleShot(0, &box, [&box, stem = ToQt(StripExtension(suggestion)).size()] {

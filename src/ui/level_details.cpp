@@ -52,6 +52,8 @@ LevelDetails::LevelDetails(QWidget* parent)
     column->addLayout(MakeHead());
     column->addWidget(shots_, 1);
     column->addLayout(MakeFacts());
+    // Its counts stand behind the path.
+    place_->SetElide(Qt::ElideMiddle);
     column->addWidget(place_);
     column->addLayout(MakeButtons());
     note_->setWordWrap(true);

@@ -12,6 +12,7 @@
 #include "ui/dialog_restore.h"
 #include "ui/dialog_settings.h"
 #include "ui/dialogs_small.h"
+#include "ui/fit_to_screen.h"
 #include "ui/icons.h"
 #include "ui/level_details.h"
 #include "ui/main_menu.h"
@@ -378,7 +379,7 @@ void MainWindow::RememberPlace() const
 
 void MainWindow::RestorePlace()
 {
-    resize(firstSize);
+    ResizeToFit(*this, firstSize);
     const QSettings places(PathToQt(session_.programFolder / RowText(Msg::FileNameWindowState)),
                            QSettings::IniFormat);
     restoreGeometry(places.value(QStringLiteral("Principale/geometry")).toByteArray());

@@ -36,7 +36,11 @@ OriginalsPage::OriginalsPage(Session& session, QWidget* parent)
     list_->setHeaderLabels({Words(Msg::HistoryColumnKept), Words(Msg::HistoryColumnFile),
                             Words(Msg::OriginalsColumnSize), Words(Msg::HistoryColumnTime),
                             Words(Msg::OriginalsColumnFolder)});
-    list_->header()->setStretchLastSection(true);
+    list_->setTextElideMode(Qt::ElideMiddle);
+    list_->header()->setStretchLastSection(false);
+    // The two that may be long share the room, so that none pushes the others out of sight.
+    for (const int wide : {file, folder})
+        list_->header()->setSectionResizeMode(wide, QHeaderView::Stretch);
     list_->setAccessibleName(Words(Msg::OriginalsTab));
     connect(bringBack_, &QPushButton::clicked, this, &OriginalsPage::BringBack);
     connect(list_, &QTreeWidget::itemActivated, this, &OriginalsPage::BringBack);
@@ -77,12 +81,13 @@ void OriginalsPage::Fill()
         item->setTextAlignment(bytes, Qt::AlignRight | Qt::AlignVCenter);
         item->setText(saved, ToQt(DateText(entry.modifiedNs)));
         item->setText(folder, ToQt(Readable(entry.folder)));
-        item->setToolTip(folder, item->text(folder).toHtmlEscaped());
+        for (const int wide : {file, folder})
+            item->setToolTip(wide, item->text(wide).toHtmlEscaped());
         item->setData(kept, Qt::UserRole, ToQt(entry.id));
         items.prepend(item);
     }
     list_->addTopLevelItems(items);
-    for (const int narrow : {kept, file, bytes, saved})
+    for (const int narrow : {kept, bytes, saved})
         list_->resizeColumnToContents(narrow);
     list_->setCurrentItem(items.isEmpty() ? nullptr : items.constFirst());
 }

@@ -1,6 +1,7 @@
 #include "ui/progress_windows.h"
 
 #include "ui/captions.h"
+#include "ui/fit_to_screen.h"
 #include "ui/input_gate.h"
 #include "ui/qt_text.h"
 
@@ -97,7 +98,7 @@ ProgressDialog::ProgressDialog(ProgressWindow window, QWidget* parent)
 void ProgressDialog::SetLabel(const QString& text)
 {
     if (!stopped_)
-        label_->setText(text + QLatin1Char(' '));
+        label_->setText(WithWordsWithin(text, label_->fontMetrics(), textWidth) + QLatin1Char(' '));
 }
 
 void ProgressDialog::SetBar(std::uint64_t done, std::uint64_t total)

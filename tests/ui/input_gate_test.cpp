@@ -8,6 +8,8 @@
 #include <QCompleter>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QScreen>
 #include <QTimer>
 #include <QtTest/qtestspontaneevent.h>
 
@@ -79,6 +81,45 @@ TEST(InputGate, ABoxOfTheWorkItselfAnswers)
         box.close();
     });
     host.Tell(Tone::Error, "First line\r\nsecond", "Permission denied");
+}
+
+TEST(Boxes, WordsOfAnyLengthStayOnTheScreenAndCanBeAnswered)
+{
+    WindowHost host;
+    WindowWorld world{&host};
+    world.Show();
+    const Operation operation{world.session};
+    std::string lines;
+    for (int i = 0; i < 300; ++i)
+        lines += "name " + std::to_string(i) + "\n";
+    for (const std::string& words : {lines, std::string(2000, 'x')}) {
+        InNextBox([&](QMessageBox& box) {
+            const QRect screen = box.screen()->availableGeometry();
+            EXPECT_LE(box.width(), screen.width());
+            EXPECT_LE(box.height(), screen.height());
+            const auto* view = In<QPlainTextEdit>(box, "Text_Words");
+            EXPECT_TRUE(view->isVisible());
+            EXPECT_EQ(FromQt(view->toPlainText()), words + "\n\nwhy");
+            QTest::keyClick(&box, Qt::Key_Return);
+        });
+        host.Tell(Tone::Error, words, "why");
+    }
+    InNextBox([&](QMessageBox& box) {
+        EXPECT_LE(box.width(), box.screen()->availableGeometry().width());
+        QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton);
+    });
+    EXPECT_TRUE(host.AskYesNo(lines));
+}
+
+TEST(Boxes, AProgressWithALongNameIsNotWider)
+{
+    ProgressDialog dialog{ProgressWindow::Progress, nullptr};
+    dialog.SetLabel("Copying");
+    const int width = dialog.sizeHint().width();
+    dialog.SetLabel("Copying " + QString(255, 'w') + " now");
+    EXPECT_EQ(dialog.sizeHint().width(), width);
+    EXPECT_TRUE(In<QLabel>(dialog, "Label_Info")->text().startsWith("Copying www"));
+    EXPECT_TRUE(In<QLabel>(dialog, "Label_Info")->text().endsWith("w now "));
 }
 
 TEST(InputGate, TheCompletionsUnderALineBelongToItsWindow)

@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QHeaderView>
 #include <QListWidget>
 #include <QTabWidget>
 #include <QTimer>
@@ -100,12 +101,18 @@ TEST(SavegameWindows, TheMenuMovesAndTheHistoryBringsBack)
     EXPECT_EQ(world.box.Read("levels/LEVEL_0001/backup_savegames/savegame.0"),
               SavegameBytes("Caves", 4));
     world.box.Write("home/history/originals/data/mine.tr4", "my own level");
+    const std::string longName(200, 'w');
+    world.box.Write("home/history/originals/" + longName, "theirs");
     world.WithDialog("mnu_SavegameHistory", [&](QWidget& dialog) {
         EXPECT_EQ(CaptionFaults(dialog), QStringList{});
         auto& kept = *dialog.findChild<QTreeWidget*>(QStringLiteral("List_Originals"));
-        ASSERT_EQ(kept.topLevelItemCount(), 1);
-        EXPECT_EQ(kept.topLevelItem(0)->text(1), "\\data\\mine.tr4");
+        ASSERT_EQ(kept.topLevelItemCount(), 2);
         dialog.findChild<QTabWidget*>(QStringLiteral("Tabs_History"))->setCurrentIndex(1);
+        EXPECT_LE(kept.header()->length(), kept.viewport()->width())
+            << "a long name leaves size and time in sight";
+        const auto mine = kept.findItems("\\data\\mine.tr4", Qt::MatchExactly, 1);
+        ASSERT_EQ(mine.size(), 1);
+        kept.setCurrentItem(mine.front());
         Press(dialog, "Pul_BringOriginalBack");
         EXPECT_EQ(world.box.Read("trle/DATA/mine.tr4"), "my own level");
         dialog.findChild<QTabWidget*>(QStringLiteral("Tabs_History"))->setCurrentIndex(0);
