@@ -11,6 +11,7 @@
 #include "swap/backup.h"
 #include "swap/level_gaps.h"
 #include "swap/recovery.h"
+#include "swap/return_to_original.h"
 #include "upkeep/leftovers.h"
 
 #include <algorithm>
@@ -162,6 +163,8 @@ Finding Interrupted(Session& session)
         return Bad(Msg::DoctorInterrupted, waiting,
                    WhatMendingLacks(session).ValueOr({}) ? Msg::DoctorWaitsRemedy
                                                          : Msg::DoctorInterruptedRemedy);
+    if (const std::string left = WhatWaitsInTrle(session); !left.empty())
+        return Bad(Msg::DoctorInterrupted, left, Msg::DoctorInterruptedRemedy);
     return Fine(Msg::DoctorInterrupted, GetMsg(Msg::DoctorInterruptedNone));
 }
 

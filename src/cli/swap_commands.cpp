@@ -6,6 +6,7 @@
 #include "swap/backup.h"
 #include "swap/marker.h"
 #include "swap/recovery.h"
+#include "swap/return_to_original.h"
 #include "swap/swap_plan.h"
 #include "upkeep/leftovers.h"
 
@@ -167,7 +168,11 @@ Exit RunMend(Run& run)
 {
     if (!BeginLooking(run, Needs::Nothing))
         return Exit::Failed;
-    const bool waits = !InterruptedWork(run.session).empty();
+    const auto waiting = [&] {
+        const std::string work = InterruptedWork(run.session);
+        return work.empty() ? WhatWaitsInTrle(run.session) : work;
+    };
+    const bool waits = !waiting().empty();
     Whereabouts said;
     if (const std::string trle = run.arguments.ValueOf("--trle"); !trle.empty())
         said.trle = PlaceFromWord(trle);
@@ -178,9 +183,12 @@ Exit RunMend(Run& run)
     if (!BeginWork(run, Needs::Nothing, said))
         return Exit::Failed;
     ClearAllLeftovers(run.session);
-    if (!waits)
-        AddLine(run, GetMsg(Msg::MendNothing));
-    return EndWork(run, InterruptedWork(run.session).empty());
+    const std::string still = waiting();
+    if (still.empty())
+        AddLine(run, GetMsg(waits ? Msg::MendDone : Msg::MendNothing));
+    else
+        run.host.Tell(Tone::Warning, GetMsg(Msg::MendWaits, {still}));
+    return EndWork(run, still.empty());
 }
 
 } // namespace kestrova

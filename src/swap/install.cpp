@@ -95,7 +95,7 @@ bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
     const bool backToOriginal = code == originalCode && previous == originalCode;
     if (!run.BringIn(!backToOriginal))
         return false;
-    bool installed = true;
+    bool installed = code != originalCode || !run.LeavesAnything();
     if (code != originalCode)
         installed = InstallFiles(session, run, code, placements, log);
     else if (!backToOriginal)
@@ -153,10 +153,9 @@ LevelCode RemovePreviousLevel(Session& session, LevelCode newCode, ActivityLog& 
 
 bool RestoreFast(Session& session)
 {
-    if (!InstallLevel(session, originalCode))
-        return false;
+    const bool whole = InstallLevel(session, originalCode);
     session.list.Refresh();
-    return true;
+    return whole;
 }
 
 } // namespace kestrova

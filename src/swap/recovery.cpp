@@ -11,6 +11,7 @@
 #include "swap/history.h"
 #include "swap/owned_files.h"
 #include "swap/restore_steps.h"
+#include "swap/return_to_original.h"
 #include "swap/state_change.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
@@ -24,214 +25,6 @@ namespace kestrova
 
 namespace
 {
-
-bool IsSoundOfCompactBackup(const Session& session, const std::string& name)
-{
-    const std::string_view audio = RowText(Msg::FragAudio);
-    return !session.preferences.fullBackup &&
-           EqualNames(std::string_view{name}.substr(0, audio.size()), audio);
-}
-
-void ClearLeftovers(const Session& session)
-{
-    const Path trle = session.TrleFolder();
-    for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio})
-        ClearStagedLeftovers(ResolvePath(InFolder(trle, RowText(fragment))));
-    (void)ClearPlace(InFolder(trle, RowText(Msg::DirReady))); // the next swap tries again
-}
-
-/// What mending had to leave, each noted so that the next start tries it again.
-struct Leftovers {
-    std::vector<std::string> kept;        ///< of somebody's own making, in the vault now
-    std::vector<std::string> spared;      ///< could not be kept, so they stand where they are
-    std::vector<OwnedFile> added;         ///< could not be deleted
-    std::vector<std::string> overwritten; ///< could not be brought back
-    std::vector<OwnedFile> strangers;
-};
-
-/// Deletes what the old or the new level brought, but for files that are original. What somebody
-/// changed since is kept first.
-void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const LevelPlace& level,
-                   Leftovers& left)
-{
-    const OwnedNames brought{files}; // the old and the new level may both have brought a name
-    std::vector<std::pair<Path, OwnedFile>> going;
-    std::vector<Path> unsafe;
-    {
-        SafeContents safe{session, level};
-        for (const OwnedFile& file : files) {
-            const auto relative = SafeRelative(file.name);
-            if (!relative || IsPlayersPlace(*relative))
-                continue;
-            const Path place = ResolvePath(session.TrleFolder() / *relative);
-            const auto facts = LookAt(place);
-            if (!facts) { // it stays noted
-                left.added.push_back(file);
-                continue;
-            }
-            if (facts->kind != platform::FileKind::File ||
-                IsSoundOfCompactBackup(session, file.name) ||
-                SameContent(place, session.BackupFolder() / *relative))
-                continue;
-            going.emplace_back(*relative, file);
-            if (!brought.IsAsPut(file.name, *facts) && !safe.Holds(file, *relative))
-                unsafe.push_back(*relative);
-        }
-    }
-    const Keeping keeping = KeepOriginals(session, unsafe);
-    for (const Path& relative : keeping.kept)
-        left.kept.push_back(Readable(ToBackslashes(relative)));
-    for (const Path& relative : keeping.failed)
-        left.spared.push_back(Readable(ToBackslashes(relative)));
-    for (const auto& [relative, file] : going) {
-        const bool spared = std::find(keeping.failed.begin(), keeping.failed.end(), relative) !=
-                            keeping.failed.end();
-        if (spared || !DeleteFile(session.TrleFolder() / relative))
-            left.added.push_back(file);
-    }
-}
-
-/// Whatever the root and `data` of the backup hold and the folder lacks comes back. Fails before it
-/// changes anything when the backup cannot be listed.
-Status RestoreMissing(Session& session, const SwapJournal& journal, Leftovers& left)
-{
-    const auto restore = [&](const Path& relative) {
-        if (IsPlayersPlace(relative))
-            return;
-        const auto isOriginal = IsFile(session.BackupFolder() / relative);
-        const auto isThere = IsFile(session.TrleFolder() / relative);
-        // Where one of both cannot be told it waits.
-        const bool wanted = isOriginal && isThere && *isOriginal && !*isThere;
-        if (!isOriginal || !isThere || (wanted && !RestoreOriginal(session, relative)))
-            left.overwritten.push_back(ToBackslashes(relative));
-    };
-    std::vector<Path> originals;
-    for (const Path& folder : {Path{}, Path{InFolder({}, RowText(Msg::DirData))}.relative_path()}) {
-        const auto files = ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
-        if (!files)
-            return files.Error();
-        for (const Path& file : *files)
-            originals.push_back(folder / file.filename());
-    }
-    for (const Path& file : originals)
-        restore(file);
-    std::vector<std::string> names = journal.restore;
-    for (const auto* list : {&journal.remove, &journal.install})
-        for (const OwnedFile& file : *list)
-            names.push_back(file.name);
-    for (const std::string& name : names)
-        if (const auto relative = SafeRelative(name))
-            restore(*relative);
-    // Where a file could not be deleted its original waits too.
-    for (const OwnedFile& file : left.added)
-        if (const auto relative = SafeRelative(file.name);
-            relative && IsFile(session.BackupFolder() / *relative).ValueOr(true))
-            left.overwritten.push_back(file.name);
-    return {};
-}
-
-/// The live state leaves the folder: into its store, or, when the level has been removed since,
-/// into the history.
-Status SaveLiveState(Session& session, const LevelPlace& owner, const Path& store,
-                     std::vector<OwnedFile>& strangers)
-{
-    std::vector<StateFile> live;
-    const auto there = StrangersThere(session, strangers);
-    const auto hasHome = IsFolder(store.parent_path());
-    if (!there || !hasHome)
-        return there ? hasHome.Error() : there.Error();
-    strangers = *there;
-    if (*hasHome) {
-        if (auto status = StoreLiveState(session, owner, store, live, strangers); !status)
-            return status;
-    } else {
-        const auto files = LiveStateFiles(session, strangers);
-        if (!files)
-            return files.Error();
-        auto hashes = HashesOf(*files);
-        if (!hashes)
-            return hashes.Error();
-        live = std::move(*hashes);
-        if (auto status = KeepInHistory(session, owner, *files, GetMsg(Msg::ReasonInterrupted));
-            !status)
-            return status;
-    }
-    strangers.clear();
-    return DropLiveState(session, owner, live, strangers);
-}
-
-void TellLeftovers(Session& session, const Leftovers& left)
-{
-    const auto tell = [&](Msg words, const std::vector<std::string>& names) {
-        if (!names.empty())
-            session.host.Tell(Tone::Warning, GetMsg(words, {ShownNames(names)}));
-    };
-    const auto namesOf = [](const std::vector<OwnedFile>& files) {
-        std::vector<std::string> names;
-        for (const OwnedFile& file : files)
-            names.push_back(Readable(file.name));
-        return names;
-    };
-    tell(Msg::FilesKept, left.kept);
-    tell(Msg::KeptUnlisted, left.spared);
-    tell(Msg::LeftBehind, namesOf(left.added));
-    tell(Msg::OriginalsNotBack, left.overwritten);
-    tell(Msg::StateLeft, namesOf(left.strangers));
-}
-
-/// Everything behind the point where the live state was stored ends at the original configuration.
-/// Each step may be repeated.
-Status ReturnToOriginal(Session& session, SwapJournal journal, Leftovers& left)
-{
-    const Path store = NeededStore(session, journal);
-    const LevelPlace owner = LevelOfNeededStore(session, journal);
-    if (auto status = SettleTwins(session, owner, session.TrleFolder()); !status)
-        return status;
-    left.strangers = journal.strangers;
-    if (journal.liveIsKept) { // the state of a level that has no folder any more
-        const LevelPlace gone{journal.from, Path{journal.fromStore}.parent_path()};
-        std::vector<OwnedFile> there;
-        if (auto status = DropLiveState(session, gone, journal.live, there); !status)
-            return status;
-    }
-    if (auto status = SaveLiveState(session, owner, store, left.strangers); !status)
-        return status;
-    ClearLeftovers(session);
-    std::vector<OwnedFile> brought = journal.install;
-    brought.insert(brought.end(), journal.remove.begin(), journal.remove.end());
-    const LevelPlace old{journal.from, Path{journal.fromStore}.parent_path()};
-    DeleteBrought(session, brought, old, left);
-    if (auto status = RestoreMissing(session, journal, left); !status)
-        return status;
-    (void)DeleteFile(session.MarkerPath()); // the owner record outweighs one that stays
-    // From here on the state in the folder is that of the original configuration.
-    journal.phase = SwapPhase::Coming;
-    journal.to = originalCode;
-    journal.toStore = StateStoreOf(session, originalCode).native();
-    journal.liveIsKept = false;
-    journal.strangers = left.strangers;
-    if (auto status = WriteJournal(session, journal); !status)
-        return status;
-    if (auto status = SettleTwins(session, originalCode, journal.toStore); !status)
-        return status;
-    const auto stored = StoredState(session, originalCode);
-    if (!stored)
-        return stored.Error();
-    BroughtState state = BringStateIn(session, journal.toStore, *stored, originalCode, nullptr);
-    if (!state.waiting.empty()) // they are in their store, and no reason to wait for ever
-        session.host.Tell(Tone::Warning, GetMsg(Msg::StateNotIn, {ShownNames(state.waiting)}));
-    OwnerRecord record;
-    SetOwner(session, record, originalCode);
-    record.overwritten = std::move(state.replaced);
-    record.overwritten.insert(record.overwritten.end(), left.overwritten.begin(),
-                              left.overwritten.end());
-    record.added = left.added;
-    record.strangers = StrangersThere(session, left.strangers).ValueOr(left.strangers);
-    record.waiting = std::move(state.waiting);
-    if (auto status = WriteOwner(session, std::move(record)); !status)
-        return status;
-    return DropJournal(session);
-}
 
 bool Unfinished(Session& session, const Failure& failure)
 {
@@ -308,11 +101,11 @@ bool MendSwap(Session& session, const SwapJournal& journal)
             status = DropJournal(session);
         if (!status)
             return Unfinished(session, status.Error());
-        ClearLeftovers(session);
+        ClearHalfDone(session);
         session.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedBefore));
         return true;
     }
-    Leftovers left;
+    LeftInTrle left;
     if (const auto status = ReturnToOriginal(session, journal, left); !status)
         return Unfinished(session, status.Error());
     session.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedSwap));
@@ -347,35 +140,6 @@ bool FinishSavegames(Session& session)
     return true;
 }
 
-/// Without a marker the folder is original; what a told failure left in it is cleared as soon as
-/// the disk allows it.
-void ClearToldLeftovers(Session& session)
-{
-    const auto found = ReadOwner(session); // the next occasion may be able to
-    const auto& owner = found ? *found : std::optional<OwnerRecord>{};
-    if (!owner || !IsFree(session.MarkerPath()).ValueOr(false) ||
-        (owner->overwritten.empty() && owner->added.empty()) || !ProgramsInTrle(session).empty())
-        return;
-    SwapJournal lists;
-    lists.restore = owner->overwritten;
-    lists.remove = owner->added;
-    Leftovers left;
-    DeleteBrought(session, owner->added, originalCode, left); // told already; only what is kept is
-    const auto restored = RestoreMissing(session, lists, left); // new
-    if (!left.kept.empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {ShownNames(left.kept)}));
-    if (!restored)
-        return; // nothing is known of what waits; the next occasion tries again
-    OwnerRecord now = *owner;
-    now.overwritten = std::move(left.overwritten);
-    std::erase_if(now.added, [&](const OwnedFile& file) {
-        const auto relative = SafeRelative(file.name);
-        return !relative || !IsFile(session.TrleFolder() / *relative).ValueOr(true);
-    });
-    if (now.added.size() != owner->added.size() || now.overwritten != owner->overwritten)
-        (void)WriteOwner(session, std::move(now)); // otherwise it is looked at once more
-}
-
 } // namespace
 
 bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
@@ -387,6 +151,8 @@ bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
         return found.Error().code == ErrorCode::Damaged ? SetAsideDamaged(session)
                                                         : Unfinished(session, found.Error());
     if (!*found) {
+        std::vector<std::string> stay;
+        (void)ReturnHomelessState(session, stay); // a swap, or the next start, tries again
         ClearToldLeftovers(session);
         return true;
     }

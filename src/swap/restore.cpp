@@ -11,6 +11,7 @@
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
 #include "swap/swap_run.h"
+#include "swap/whereabouts.h"
 
 namespace kestrova
 {
@@ -26,7 +27,8 @@ void RemoveLevelFirst(Session& session)
         FindLevel(session, originalCode) >= 0 &&
         FolderExists(FolderFromText(Trim(session.archive.header.secondaryFolder)));
     if (archiveIsThere) {
-        (void)RestoreFast(session);
+        if (!RestoreFast(session))
+            session.host.Tell(Tone::Warning, GetMsg(Msg::RestoreGoesOn));
         return;
     }
     ActivityLog log;
@@ -42,8 +44,10 @@ bool TakeOver(Session& session, SwapJournal& journal)
     if (journal.phase == SwapPhase::Planned ||
         !HasMark(session.TrleFolder(), journal.folder).ValueOr(false))
         return false; // a store waits to be put back, or another folder
+    const LevelPlace level = LevelOfNeededStore(session, journal);
+    journal.from = journal.liveIsKept || journal.storeLetGo ? -1 : level.code;
+    journal.fromStore = StateStoreOf(session, level).native();
     journal.phase = SwapPhase::Restore;
-    journal.from = -1; // the state is in its store; what is still live is nobody's
     journal.remove.insert(journal.remove.end(), journal.install.begin(), journal.install.end());
     return true;
 }
@@ -69,12 +73,13 @@ Result<SwapJournal> PlannedRestore(Session& session)
     if (!known) // it alone knows what the level brought
         return known.Error();
     const auto& owner = *known;
+    const auto standing = LookAtStanding(session);
+    if (!standing)
+        return standing.Error();
+    journal.from = standing->state.code;
+    journal.fromStore = StateStoreOf(session, standing->state).native();
     if (owner) {
-        const auto standing = LookAtStanding(session);
-        if (!standing)
-            return standing.Error();
         journal.from = owner->owner.value_or(-1); // -1: the state in the folder is nobody's
-        journal.fromStore = StateStoreOf(session, standing->state).native();
         journal.strangers = owner->strangers;
     }
     const auto marker = ReadWholeFile(session.MarkerPath());

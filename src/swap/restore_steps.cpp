@@ -3,6 +3,7 @@
 #include "catalogue/message.h"
 #include "session/name_list.h"
 #include "swap/owned_files.h"
+#include "swap/return_to_original.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
 #include "swap/swap_run.h"
@@ -31,6 +32,12 @@ void Show(ProgressScope* progress, Msg label)
     progress->Step();
 }
 
+void NoteReason(RestoreReport& report, const Failure& failure)
+{
+    if (report.reason.empty())
+        report.reason = failure.reason;
+}
+
 void Note(RestoreReport& report, std::vector<std::string>& list, const Path& relative,
           const Failure& failure)
 {
@@ -39,8 +46,7 @@ void Note(RestoreReport& report, std::vector<std::string>& list, const Path& rel
         if (EqualNames(known, name))
             return;
     list.push_back(std::move(name));
-    if (report.reason.empty())
-        report.reason = failure.reason;
+    NoteReason(report, failure);
 }
 
 bool StaysWithCompactBackup(const Session& session, const std::string& name)
@@ -194,7 +200,11 @@ Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport
     owner.strangers = StrangersThere(session, journal.strangers).ValueOr(journal.strangers);
     if (auto status = WriteOwner(session, std::move(owner)); !status)
         return status;
-    return DropJournal(session);
+    if (auto status = DropJournal(session); !status)
+        return status;
+    if (const auto status = ReturnHomelessState(session, report.state); !status)
+        NoteReason(report, status.Error());
+    return {};
 }
 
 void TellIncompleteRestore(Session& session, const RestoreReport& report)
@@ -207,6 +217,8 @@ void TellIncompleteRestore(Session& session, const RestoreReport& report)
             std::string{lineBreak} + GetMsg(Msg::RestoreStillMissing, {ShownNames(report.missing)});
     if (!report.left.empty())
         text += std::string{lineBreak} + GetMsg(Msg::RestoreLeft, {ShownNames(report.left)});
+    if (!report.state.empty())
+        text += std::string{lineBreak} + GetMsg(Msg::RestoreStateLeft, {ShownNames(report.state)});
     session.host.Tell(Tone::Error, text, report.reason);
 }
 

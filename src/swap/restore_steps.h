@@ -11,10 +11,11 @@ namespace kestrova
 /// What a full restore could not do, by file as the marker names it (`\data\tut1.tr4`).
 struct RestoreReport {
     std::vector<std::string> missing; ///< originals that are not back
-    std::vector<std::string> left; ///< files that stayed, since they could not be kept or deleted
-    std::string reason;            ///< the system's reason for the first of them
+    std::vector<std::string> left;  ///< files that stayed, since they could not be kept or deleted
+    std::vector<std::string> state; ///< savegames of the level that stood, which are still live
+    std::string reason;             ///< the system's reason for the first of them
 
-    [[nodiscard]] bool Whole() const { return missing.empty() && left.empty(); }
+    [[nodiscard]] bool Whole() const { return missing.empty() && left.empty() && state.empty(); }
 };
 
 /// Deletes what the level brought, as far as it is as it was put there. What stays comes back: the
@@ -23,7 +24,8 @@ std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFil
                                     RestoreReport& report);
 
 /// The critical part of a full restore, from the point that the journal notes: deletes what no
-/// original may stand beside, copies the originals back, writes the owner, drops the journal. What
+/// original may stand beside, copies the originals back, writes the owner, drops the journal, and
+/// brings the savegames of the level that stood to its store, as far as its folder is there. What
 /// the player changed is kept first. A failure leaves the journal; a file that could not be brought
 /// back is no failure but stands in the report, and the owner record still knows it. `progress` may
 /// be null.

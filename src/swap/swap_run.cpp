@@ -9,6 +9,7 @@
 #include "swap/swap_notes.h"
 #include "swap/vault.h"
 
+#include <algorithm>
 #include <set>
 
 namespace kestrova
@@ -222,6 +223,14 @@ bool SwapRun::DeleteAdded(const LevelPlace& level, const Belongings& belongings)
         progress->Step();
     }
     return deleted;
+}
+
+bool SwapRun::LeavesAnything() const
+{
+    return !leftOverwritten_.empty() ||
+           std::any_of(leftAdded_.begin(), leftAdded_.end(), [&](const OwnedFile& file) {
+               return session_.preferences.fullBackup || !IsSound(file.name);
+           });
 }
 
 void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)

@@ -67,6 +67,8 @@ public:
     /// record.
     bool Settle();
 
+    /// True when the removal left files behind, or originals are not back.
+    [[nodiscard]] bool LeavesAnything() const;
     /// True once a journal was written that is still there.
     [[nodiscard]] bool HasBegun() const { return begun_; }
     /// In the order in which they were replaced, as the marker lists them.

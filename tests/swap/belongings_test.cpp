@@ -115,7 +115,8 @@ TEST(OwnWork, ThatCannotBeKeptStaysWhereItIs)
     EXPECT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
     EXPECT_TRUE(world.host.WasTold("first.TR4")) << world.host.AllTold();
     for (const LevelCode code : {originalCode, world.first, originalCode}) {
-        EXPECT_TRUE(InstallLevel(world.session, code)) << world.host.AllTold();
+        // Beside it no configuration is the original one.
+        EXPECT_EQ(InstallLevel(world.session, code), code == world.first) << world.host.AllTold();
         EXPECT_EQ(world.Read("trle/DATA/first.TR4"), "compiled anew");
         EXPECT_EQ(world.Read("trle/DATA/second.tr4"), "my second");
     }
@@ -332,12 +333,12 @@ TEST(OneFileThatCannotGo, KeepsNothingElseFromComingBack)
     world.PlayFirst();
     {
         const auto held = immutable();
-        EXPECT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+        EXPECT_FALSE(InstallLevel(world.session, originalCode)) << "it is not whole";
         EXPECT_TRUE(world.host.WasTold("I cann't delete file: ")) << world.host.AllTold();
         EXPECT_EQ(world.Read("trle/Script.dat"), "original script");
         EXPECT_EQ(world.Read("trle/DATA/Title.tr4"), "original title");
         EXPECT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
-        EXPECT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+        EXPECT_FALSE(InstallLevel(world.session, originalCode));
     }
     EXPECT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
     world.ExpectOriginal();

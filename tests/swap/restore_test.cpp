@@ -2,6 +2,7 @@
 #include "swap/backup.h"
 #include "swap/recovery.h"
 #include "swap/restore_steps.h"
+#include "swap/return_to_original.h"
 #include "swap/swap_notes.h"
 #include "swap_world.h"
 
@@ -117,6 +118,73 @@ TEST(FullRestore, RemembersWhatTheLevelBroughtWhenItCannotEnd)
     EXPECT_TRUE(RecoverInterruptedWork(next));
     EXPECT_FALSE(world.Has("trle/Audio/200.wav")) << "nobody knows any more whose it is";
     world.ExpectOriginal();
+}
+
+TEST(FullRestore, GivesALevelItsSavegamesWhereTheOrdinaryRemovalFailed)
+{
+    const auto liveIsFirsts = [](const SwapWorld& world) {
+        return world.Read("trle/savegame.4") == SavegameBytes("First new", 8);
+    };
+    const auto isAtHome = [](const SwapWorld& world) {
+        const std::string store = "levels/LEVEL_0001/backup_savegames/";
+        return world.Read(store + "savegame.0") == SavegameBytes("First later", 6) &&
+               world.Read(store + "savegame.4") == SavegameBytes("First new", 8) &&
+               !world.Has("trle/savegame.4") &&
+               world.Read("trle/savegame.12") == SavegameBytes("Original late", 9);
+    };
+    SwapWorld world;
+    world.PlayFirst();
+    world.host.AnswerAll(true);
+    {
+        const FailingCalls failing{platform::FileAction::Rename, "/swap/journal", 1};
+        EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
+        EXPECT_EQ(failing.Failed(), 1);
+    }
+    EXPECT_TRUE(world.host.WasTold("The full restore goes on")) << world.host.AllTold();
+    world.ExpectOriginal();
+    EXPECT_TRUE(isAtHome(world));
+
+    // They stay the level's while its store takes nothing; that is told, and tried at each start.
+    SwapWorld other;
+    other.PlayFirst();
+    other.host.AnswerAll(true);
+    {
+        const FailingCalls failing{platform::FileAction::Rename, "/backup_savegames/savegame.4", -1,
+                                   std::errc::no_space_on_device};
+        EXPECT_FALSE(RestoreFully(other));
+        EXPECT_TRUE(other.host.WasTold("They stay that level's")) << other.host.AllTold();
+        other.ExpectOriginal();
+        EXPECT_TRUE(liveIsFirsts(other));
+        EXPECT_NE(WhatWaitsInTrle(other.session).find("LEVEL_0001"), std::string::npos);
+        Session next = other.Reopened();
+        EXPECT_TRUE(RecoverInterruptedWork(next)) << "nothing that holds up a swap";
+        EXPECT_TRUE(liveIsFirsts(other));
+    }
+    Session next = other.Reopened();
+    EXPECT_TRUE(RecoverInterruptedWork(next));
+    EXPECT_TRUE(isAtHome(other));
+    EXPECT_EQ(WhatWaitsInTrle(other.session), "");
+}
+
+TEST(OriginalConfiguration, IsNotToldAsSetWhileAnOriginalIsMissing)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    {
+        const FailingCalls failing{platform::FileAction::Rename, "/DATA/Title.tr4", -1,
+                                   std::errc::no_space_on_device};
+        EXPECT_FALSE(RestoreFastWithWords(world.session));
+        EXPECT_TRUE(world.host.WasTold("\\data\\title.tr4")) << world.host.AllTold();
+        EXPECT_FALSE(world.host.WasTold("Set in Tomb Raider Level Editor, original"));
+        Session next = world.Reopened();
+        EXPECT_TRUE(RecoverInterruptedWork(next));
+        EXPECT_NE(WhatWaitsInTrle(next).find("title.tr4"), std::string::npos);
+    }
+    Session next = world.Reopened();
+    EXPECT_TRUE(RecoverInterruptedWork(next));
+    EXPECT_EQ(WhatWaitsInTrle(next), "");
+    world.ExpectOriginal();
+    EXPECT_TRUE(RestoreFastWithWords(world.session)) << world.host.AllTold();
 }
 
 TEST(FullRestore, DeletesNothingWhileTheBackupCannotBeListed)

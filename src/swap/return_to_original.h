@@ -1,0 +1,40 @@
+#pragma once
+
+#include "swap/swap_records.h"
+
+#include "session/session.h"
+
+/// The way back to the original configuration of what a swap left half done, or said that it left.
+namespace kestrova
+{
+
+/// What mending had to leave, each noted so that the next start tries it again.
+struct LeftInTrle {
+    std::vector<std::string> kept;        ///< of somebody's own making, in the vault now
+    std::vector<std::string> spared;      ///< could not be kept, so they stand where they are
+    std::vector<OwnedFile> added;         ///< could not be deleted
+    std::vector<std::string> overwritten; ///< could not be brought back
+    std::vector<OwnedFile> strangers;
+};
+
+void TellLeftovers(Session& session, const LeftInTrle& left);
+
+/// Everything behind the point where the live state was stored ends at the original configuration.
+/// Each step may be repeated.
+Status ReturnToOriginal(Session& session, SwapJournal journal, LeftInTrle& left);
+/// What a swap built beside its targets in the Level Editor's folder goes.
+void ClearHalfDone(const Session& session);
+
+/// Without a marker the folder is original; what a told failure left in it is cleared as soon as
+/// the disk allows it.
+void ClearToldLeftovers(Session& session);
+/// The savegames of a level that a full restore had to leave in the folder go to that level's
+/// store, and the original configuration's come in. `stay` gets the names of those that still
+/// cannot; a level whose folder is not there just now is waited for.
+Status ReturnHomelessState(Session& session, std::vector<std::string>& stay);
+
+/// What waits for a better moment while the original configuration stands, in words; empty when
+/// nothing does.
+std::string WhatWaitsInTrle(const Session& session);
+
+} // namespace kestrova
