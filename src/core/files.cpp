@@ -58,18 +58,38 @@ Result<std::string> SpellingIn(const Path& folder, const std::string& name)
     return exact || names->empty() ? name : names->front();
 }
 
-/// Where a link leads, provided that this is a file inside the tree of `root`.
-bool StaysInside(const Path& link, const Path& root)
+/// True for a link that leads to a file inside the tree of `root`.
+Result<bool> StaysInside(const Path& link, const Path& root)
 {
+    FileFacts facts;
+    if (const auto failure = platform::Look(link, facts))
+        return MakeFailure(ErrorCode::CannotRead, TextOf(link), failure);
+    if (facts.kind != FileKind::File)
+        return false;
     std::error_code failure;
     const Path target = std::filesystem::canonical(link, failure);
     if (failure)
-        return false;
+        return MakeFailure(ErrorCode::CannotRead, TextOf(link), failure);
     const Path top = std::filesystem::canonical(root, failure);
     if (failure)
-        return false;
-    const auto [end, place] = std::mismatch(top.begin(), top.end(), target.begin(), target.end());
-    return end == top.end() && platform::FactsOf(target).kind == FileKind::File;
+        return MakeFailure(ErrorCode::CannotRead, TextOf(root), failure);
+    return std::mismatch(top.begin(), top.end(), target.begin(), target.end()).first == top.end();
+}
+
+/// Links that count as files become ones; the others stay links.
+Status SettleLinks(const Path& folder, const Path& root,
+                   std::vector<platform::FolderEntry>& entries)
+{
+    for (platform::FolderEntry& entry : entries) {
+        if (entry.kind != FileKind::Link)
+            continue;
+        const auto counts = StaysInside(folder / entry.name, root);
+        if (!counts)
+            return counts.Error();
+        if (*counts)
+            entry.kind = FileKind::File;
+    }
+    return {};
 }
 
 struct Listed {
@@ -104,10 +124,9 @@ template <class Wanted> Result<std::vector<Path>> ListWanted(const Path& folder,
     return SortedPaths(folder, *entries, wanted);
 }
 
-bool IsFileOf(const Path& folder, const platform::FolderEntry& entry, const Path& root)
+bool IsFileEntry(const platform::FolderEntry& entry)
 {
-    return entry.kind == FileKind::File ||
-           (entry.kind == FileKind::Link && StaysInside(folder / entry.name, root));
+    return entry.kind == FileKind::File;
 }
 
 bool IsFolderEntry(const platform::FolderEntry& entry)
@@ -198,9 +217,15 @@ Result<std::vector<Path>> ListFiles(const Path& folder, std::string_view pattern
     const auto place = FindPath(folder);
     if (!place)
         return place.Error();
-    return ListWanted(*place, [&](const platform::FolderEntry& entry) {
-        return MatchesPattern(entry.name, pattern) && IsFileOf(*place, entry, *place);
+    auto entries = EntriesOf(*place);
+    if (!entries)
+        return entries.Error();
+    std::erase_if(*entries, [&](const platform::FolderEntry& entry) {
+        return !MatchesPattern(entry.name, pattern);
     });
+    if (auto settled = SettleLinks(*place, *place, *entries); !settled)
+        return settled.Error();
+    return SortedPaths(*place, *entries, IsFileEntry);
 }
 
 Result<std::vector<Path>> ListSubfolders(const Path& folder)
@@ -238,9 +263,9 @@ Result<Tree> ScanTreeIfThere(const Path& folder, const Heartbeat& heartbeat)
         std::vector<platform::FolderEntry> entries;
         if (const auto failure = platform::ListFolder(current, entries))
             return MakeFailure(ErrorCode::CannotRead, TextOf(current), failure);
-        for (Path& file : SortedPaths(current, entries, [&](const platform::FolderEntry& entry) {
-                 return IsFileOf(current, entry, *root);
-             }))
+        if (auto settled = SettleLinks(current, *root, entries); !settled)
+            return settled.Error();
+        for (Path& file : SortedPaths(current, entries, IsFileEntry))
             tree.files.push_back(std::move(file));
         for (Path& child : SortedPaths(current, entries, IsFolderEntry))
             tree.folders.push_back(std::move(child));

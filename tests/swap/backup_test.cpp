@@ -143,6 +143,37 @@ TEST(Backup, TakesNoLeftoverOfALevelForAnOriginal)
     originals();
 }
 
+TEST(Backup, IsWholeAndOfOriginalsAloneWhereverALookFails)
+{
+    std::map<std::string, std::string> expected;
+    int step = 1;
+    for (bool reached = true; reached && !::testing::Test::HasFailure(); step += 11) {
+        ASSERT_LT(step, 10000);
+        SwapWorld world;
+        world.host.AnswerAll(true);
+        std::filesystem::remove_all(world / "home/backup_trle/Audio");
+        world.session.preferences.fullBackup = false;
+        ASSERT_TRUE(InstallLevel(world.session, world.first)) << world.host.AllTold();
+        ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+        std::filesystem::rename(world / "trle/graphics", world / "other disk");
+        std::filesystem::create_directory_symlink(world / "other disk", world / "trle/graphics");
+        const auto before = world.Snapshot("home/backup_trle");
+        const auto refresh = [&](const FaultyWork& work) {
+            return expected.empty() ? FaultRun{work(), true, {}} : WithLookFaultAt(step, work);
+        };
+        const FaultRun run = refresh([&] {
+            return RefreshFullBackup(world.session, {BackupForm::Full, true});
+        });
+        reached = run.reached;
+        const auto made = world.Snapshot("home/backup_trle");
+        if (expected.empty())
+            expected = made;
+        EXPECT_EQ(made.at("Script.dat"), "original script");
+        EXPECT_EQ(made, run.answer ? expected : before) << step << ": " << run.call;
+        EXPECT_TRUE(run.answer || !world.host.told.empty());
+    }
+}
+
 TEST(Backup, GoesThroughLinksToFolders)
 {
     namespace fs = std::filesystem;

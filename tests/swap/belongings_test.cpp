@@ -252,7 +252,8 @@ class FailureOfAMoment : public ::testing::TestWithParam<std::pair<const char*, 
 TEST_P(FailureOfAMoment, OfASwapLeavesEverythingWhereItBelongs)
 {
     const FaultAt withFaultAt = GetParam().second;
-    for (int step = 1;; ++step) {
+    const int stride = withFaultAt == &WithLookFaultAt ? 3 : 1; // they are some thousand
+    for (int step = 1;; step += stride) {
         ASSERT_LT(step, 5000);
         SwapWorld world;
         world.host.AnswerAll(true);

@@ -88,6 +88,22 @@ TEST(FailedLook, NotesThatCannotBeReadAreNeitherAbsentNorWrittenOver)
     EXPECT_EQ(world.Read("home/swap/journal"), journal);
 }
 
+TEST(FailedLook, OriginalToOriginalBringsBackWhatWentOutOrSaysWhatWaits)
+{
+    AtEachReadAndLook([](const FailingRun& failing) {
+        SwapWorld world;
+        world.Write("trle/savegame.4", SavegameBytes("Original", 4));
+        world.Write("home/LEVEL_0000/backup_savegames/savegame.7", SavegameBytes("Freed", 2));
+        const auto live = world.Snapshot("trle");
+        const FaultRun run = failing([&] { return InstallLevel(world.session, originalCode); });
+        EXPECT_TRUE(world.Snapshot("trle") == live || !world.host.told.empty());
+        EXPECT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+        for (const auto& [file, content] : live)
+            EXPECT_EQ(world.Read("trle/" + file), content) << file;
+        return run;
+    });
+}
+
 TEST(LetGo, SavegamesOfAnArchiveThatIsGoneStayThatArchives)
 {
     for (int step = 30;; step += 9) {

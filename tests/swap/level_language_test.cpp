@@ -262,6 +262,24 @@ TEST(LevelLanguage, SurvivesEveryFailureAndEveryKill)
     EXPECT_GT(steps, 20);
 }
 
+TEST(LevelLanguage, SurvivesEveryFailedReadAndLook)
+{
+    for (const LanguageChange change : {LanguageChange::Mine, LanguageChange::Original})
+        AtEachReadAndLook([&](const FailingRun& failing) {
+            LanguageWorld world;
+            const Files original = world.Snapshot("trle");
+            EXPECT_TRUE(InstallLevel(world.session, world.code));
+            if (change == LanguageChange::Original) {
+                EXPECT_TRUE(world.Change(LanguageChange::Mine));
+            }
+            world.host.told.clear();
+            const FaultRun run = failing([&] { return world.Change(change); });
+            EXPECT_FALSE(world.host.told.empty());
+            ExpectMendable(world, original, run.call);
+            return run;
+        });
+}
+
 TEST(LevelLanguage, CommandsRefuseInWords)
 {
     LanguageWorld world;
