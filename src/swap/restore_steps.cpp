@@ -1,6 +1,7 @@
 #include "swap/restore_steps.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "session/name_list.h"
 #include "swap/owned_files.h"
 #include "swap/return_to_original.h"
@@ -117,7 +118,7 @@ void RestoreListed(Session& session, const SwapJournal& journal, RestoreReport& 
         names.push_back(file.name);
     for (const std::string& name : names) {
         const auto relative = SafeRelative(name);
-        if (relative && FileExists(session.BackupFolder() / *relative) &&
+        if (relative && IsFile(session.BackupFolder() / *relative).ValueOr(true) &&
             !IsPlayersPlace(*relative))
             BringBack(session, *relative, report);
     }
@@ -134,8 +135,13 @@ std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFil
         if (!relative || IsPlayersPlace(*relative))
             continue;
         const Path place = ResolvePath(session.TrleFolder() / *relative);
-        const platform::FileFacts facts = platform::FactsOf(place);
-        if (facts.kind != platform::FileKind::File)
+        const auto facts = LookAt(place);
+        if (!facts) { // it stays noted
+            Note(report, report.left, *relative, facts.Error());
+            left.push_back(file);
+            continue;
+        }
+        if (facts->kind != platform::FileKind::File)
             continue;
         if (StaysWithCompactBackup(session, file.name)) {
             left.push_back(file);
@@ -143,7 +149,7 @@ std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFil
         }
         // Only a file that is as it was put there goes like this; others are kept where they are
         // about to be replaced.
-        if (!IsAsPut(file, facts) || SameContent(place, session.BackupFolder() / *relative))
+        if (!IsAsPut(file, *facts) || SameContent(place, session.BackupFolder() / *relative))
             continue;
         if (const auto status = DeleteFile(place); !status) {
             Note(report, report.left, *relative, status.Error());
