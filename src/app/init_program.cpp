@@ -20,7 +20,8 @@ bool LoadLastArchive(Session& session)
     if (last.empty())
         return true;
     if (!FileExists(last)) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::LastArchiveNotFound) + TextOf(last));
+        session.host.Tell(Tone::Error, GetMsg(Msg::LastArchiveNotFound) + TextOf(last),
+                          GetMsg(Msg::LastArchiveAway));
         session.preferences.archivePath.clear();
         return true;
     }

@@ -21,7 +21,8 @@ Path Session::MarkerPath() const
 
 void TellFailure(Session& session, const std::string& text, const Failure& failure)
 {
-    std::string reason = failure.subject;
+    // A text that names the file already does not name it twice.
+    std::string reason = text.find(failure.subject) == std::string::npos ? failure.subject : "";
     if (!failure.reason.empty())
         reason += (reason.empty() ? "" : ": ") + failure.reason;
     session.host.Tell(Tone::Error, text, reason);

@@ -53,20 +53,24 @@ AuthorDialog::AuthorDialog(Session& session, std::size_t index, QWidget* parent)
     (new QVBoxLayout(author))->addWidget(name_);
     auto* note = Frame(this, "Frame_Note");
     (new QVBoxLayout(note))->addWidget(note_);
+    auto* page = new QWidget;
+    auto* parts = new QVBoxLayout(page);
+    parts->setContentsMargins({});
+    parts->addWidget(author);
+    parts->addWidget(note);
+    parts->addWidget(MakeAddresses("Frame_Email", *emails_, infos_.emails,
+                                   {{"Pul_NewEmail", &AuthorInfos::NewEmail},
+                                    {"Pul_ChangeEmail", &AuthorInfos::ChangeEmail},
+                                    {"Pul_DelEmail", &AuthorInfos::DeleteEmail},
+                                    {"Pul_SendMail", &AuthorInfos::SendMail}}));
+    parts->addWidget(MakeAddresses("Frame_Sito", *sites_, infos_.sites,
+                                   {{"Pul_New_Sito", &AuthorInfos::NewSite},
+                                    {"Pul_ModSito", &AuthorInfos::ChangeSite},
+                                    {"Pul_DelSito", &AuthorInfos::DeleteSite},
+                                    {"Pul_GoSito", &AuthorInfos::VisitSite}}));
+    parts->addStretch();
     auto* column = new QVBoxLayout(this);
-    column->addWidget(author);
-    column->addWidget(note);
-    column->addWidget(MakeAddresses("Frame_Email", *emails_, infos_.emails,
-                                    {{"Pul_NewEmail", &AuthorInfos::NewEmail},
-                                     {"Pul_ChangeEmail", &AuthorInfos::ChangeEmail},
-                                     {"Pul_DelEmail", &AuthorInfos::DeleteEmail},
-                                     {"Pul_SendMail", &AuthorInfos::SendMail}}));
-    column->addWidget(MakeAddresses("Frame_Sito", *sites_, infos_.sites,
-                                    {{"Pul_New_Sito", &AuthorInfos::NewSite},
-                                     {"Pul_ModSito", &AuthorInfos::ChangeSite},
-                                     {"Pul_DelSito", &AuthorInfos::DeleteSite},
-                                     {"Pul_GoSito", &AuthorInfos::VisitSite}}));
-    column->addStretch();
+    column->addWidget(new ScrollPage(page), 1);
     auto* ok = NamedButton(this, "Pul_Ok");
     auto* cancel = NamedButton(this, "Pul_Cancel");
     ok->setDefault(true);

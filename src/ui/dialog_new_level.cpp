@@ -213,8 +213,7 @@ void NewLevelDialog::ShowLevel()
 {
     if (name_->text() != ToQt(level_->name))
         name_->setText(ToQt(level_->name));
-    if (note_->text() != ToQt(level_->note))
-    {
+    if (note_->text() != ToQt(level_->note)) {
         note_->setText(ToQt(level_->note));
         note_->setCursorPosition(0); // a long one is read from its beginning
     }

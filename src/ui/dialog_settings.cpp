@@ -68,8 +68,8 @@ SettingsDialog::SettingsDialog(Session& session, QWidget* parent)
 {
     setObjectName(QStringLiteral("Dialog_Settings"));
     auto* pages = new QTabWidget(this);
-    pages->addTab(MakePreferences(), Words(Msg::SettingsPageGeneral));
-    pages->addTab(MakeComputer(), Words(Msg::SettingsPageSystem));
+    pages->addTab(new ScrollPage(MakePreferences()), Words(Msg::SettingsPageGeneral));
+    pages->addTab(new ScrollPage(MakeComputer()), Words(Msg::SettingsPageSystem));
     auto* buttons = AnswerButtons(*this);
     auto* column = new QVBoxLayout(this);
     column->addWidget(pages, 1);

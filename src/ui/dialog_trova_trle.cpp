@@ -58,14 +58,18 @@ FindTrleDialog::FindTrleDialog(Session& session, TrleFinder& finder, QWidget* pa
     buttons->addStretch();
     buttons->addWidget(ok);
     buttons->addWidget(cancel);
-    auto* column = new QVBoxLayout(this);
-    column->addLayout(top);
-    column->addLayout(browseRow);
-    column->addWidget(MakeOffer("Frame_Practice", "Label_PracticeNote", "Pul_Practice", true));
-    column->addWidget(MakeOffer("Frame_Cd", nullptr, "Pul_InstallTrleCD", false));
-    column->addWidget(
+    auto* page = new QWidget;
+    auto* parts = new QVBoxLayout(page);
+    parts->setContentsMargins({});
+    parts->addLayout(top);
+    parts->addLayout(browseRow);
+    parts->addWidget(MakeOffer("Frame_Practice", "Label_PracticeNote", "Pul_Practice", true));
+    parts->addWidget(MakeOffer("Frame_Cd", nullptr, "Pul_InstallTrleCD", false));
+    parts->addWidget(
         MakeOffer("Frame_Compress", "Label_CompressNote", "Pul_InstallCompresso", false));
-    column->addStretch();
+    parts->addStretch();
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(new ScrollPage(page), 1);
     column->addLayout(buttons);
 
     connect(browse, &QPushButton::clicked, this, [this] { Run([this] { finder_.Browse(); }); });
@@ -125,8 +129,11 @@ QWidget* FindTrleDialog::MakeOffer(const char* frame, const char* note, const ch
 void FindTrleDialog::ShowFolder()
 {
     const bool there = !finder_.Folder().empty();
-    path_->setText(there ? ToQt(TextOf(finder_.Folder())) : Words(Msg::TrovaNothing));
-    path_->setEnabled(there);
+    const std::string last{Trim(session_.preferences.trlePath)};
+    path_->setText(there          ? ToQt(TextOf(finder_.Folder()))
+                   : last.empty() ? Words(Msg::TrovaNothing)
+                                  : Words(Msg::TrovaGone, {last}));
+    path_->setEnabled(there || !last.empty());
     auto* ok = findChild<QPushButton*>(QStringLiteral("Pul_Ok"));
     ok->setEnabled(there);
     if (there)

@@ -45,6 +45,22 @@ void ResizeToFit(QWidget& window, QSize wanted)
     window.resize(wanted.boundedTo(RoomFor(window)));
 }
 
+ScrollPage::ScrollPage(QWidget* content)
+{
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus); // the controls in it take the keys
+    setWidget(content);
+    // The window's own colour, or that of the page of a tab, shows through.
+    viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+}
+
+QSize ScrollPage::sizeHint() const
+{
+    return widget()->sizeHint();
+}
+
 void KeepOnScreen(QMessageBox& box)
 {
     const QSize room = RoomFor(box) - boxRoom;

@@ -1,17 +1,27 @@
 #pragma once
 
+#include <QScrollArea>
 #include <QSize>
 #include <QString>
 
 class QFontMetrics;
 class QMessageBox;
-class QWidget;
 
 namespace kestrova
 {
 
 /// Gives the window that size, or what its screen has room for.
 void ResizeToFit(QWidget& window, QSize wanted);
+
+/// What stands above a window's buttons, shown whole where there is room and scrolled where the
+/// screen is too small, so that the buttons stay on it.
+class ScrollPage : public QScrollArea
+{
+public:
+    explicit ScrollPage(QWidget* content);
+
+    [[nodiscard]] QSize sizeHint() const override;
+};
 
 /// A box whose words would make it larger than its screen shows them in `Text_Words` instead, where
 /// they can be scrolled. To be called when the box has all its words and buttons.

@@ -77,13 +77,17 @@ Load LoadOrKeep(Session& session, const Path& file, Failure& why)
     return load == Load::Done ? Load::Held : load;
 }
 
-/// `saved`: the file of the loaded archive holds all that memory holds.
-Load ReadAfterAsking(Session& session, const Path& file, bool saved, const std::string& notRead)
+/// `saved`: the file of the loaded archive holds all that memory holds. `damaged`: what is said
+/// beside `notRead` of a file that can be read and is no archive.
+Load ReadAfterAsking(Session& session, const Path& file, bool saved, const std::string& notRead,
+                     const std::string& damaged = {})
 {
     Failure why;
     const Load load = LoadOrKeep(session, file, why);
     if (load != Load::Done) {
         session.archive.dirty = session.archive.Loaded() && !saved; // it is asked about again
+        if (why.code == ErrorCode::Damaged && why.reason.empty())
+            why.reason = damaged;
         if (load == Load::NotRead)
             TellFailure(session, notRead, why);
         session.loadFailedAskAnother = load == Load::FoldersRefused;
@@ -130,7 +134,8 @@ Load ReadLastArchive(Session& session)
 {
     const Operation operation{session};
     const Path file = session.RememberedArchive();
-    return ReadAfterAsking(session, file, true, GetMsg(Msg::ErrorLastArchive) + TextOf(file));
+    return ReadAfterAsking(session, file, true, GetMsg(Msg::ErrorLastArchive) + TextOf(file),
+                           GetMsg(Msg::LastArchiveDamaged));
 }
 
 bool AskLoadArchive(Session& session)

@@ -125,6 +125,9 @@ TEST_F(StartUp, AnArchiveThatIsGoneOrDamagedIsNamedAndTheStartGoesOn)
         EXPECT_TRUE(box.host.WasTold(damaged ? "Error loading last archive: "
                                              : "Last archive not found: "));
         EXPECT_EQ(box.host.told.size(), 1U) << "one box: " << box.host.AllTold();
+        EXPECT_TRUE(box.host.WasTold(damaged ? "Put a copy of this file in its place"
+                                             : "Once it is there again"))
+            << "what to do: " << box.host.AllTold();
         EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
         EXPECT_EQ(box.session.archive.levels.size(), 1U);
     }

@@ -203,6 +203,14 @@ TEST(FindTrle, OkNeedsAFolderThatPasses)
     world.session.preferences.trlePath.clear();
     TrleFinder finder{world.session};
     ASSERT_FALSE(finder.Prepare());
+    {
+        world.session.preferences.trlePath = (world.box / "unplugged").native();
+        FindTrleDialog gone{world.session, finder, nullptr};
+        EXPECT_NE(Label(gone, "Label_Path").find((world.box / "unplugged").native()),
+                  std::string::npos)
+            << "which folder is missed";
+        world.session.preferences.trlePath.clear();
+    }
     FindTrleDialog dialog{world.session, finder, nullptr};
     EXPECT_FALSE(In<QPushButton>(dialog, "Pul_Ok")->isEnabled());
     EXPECT_FALSE(In<QPushButton>(dialog, "Pul_InstallTrleCD")->isEnabled());
@@ -259,6 +267,22 @@ TEST(Author, TheListsFollowTheirButtonsAndARefusalKeepsTheWindow)
     EXPECT_EQ(record.authorNote, "one\r\ntwo") << "as it was";
     EXPECT_EQ(record.authorEmails, "a@b\0e@f"s);
     EXPECT_EQ(record.authorSites, "www.x.org");
+}
+
+TEST(Dialogs, ASmallScreenStillHasTheirAnswers)
+{
+    WindowWorld world;
+    TrleFinder finder{world.session};
+    SettingsDialog settings{world.session, nullptr};
+    AuthorDialog author{world.session, 0, nullptr};
+    FindTrleDialog find{world.session, finder, nullptr};
+    for (QDialog* dialog : std::initializer_list<QDialog*>{&settings, &author, &find}) {
+        dialog->show();
+        dialog->resize(496, 336); // 1024 by 768 at twice the size
+        EXPECT_LE(dialog->height(), 336) << FromQt(dialog->objectName());
+        EXPECT_LE(dialog->width(), 496) << FromQt(dialog->objectName());
+        dialog->hide();
+    }
 }
 
 TEST(NewArchive, ClosingTheWindowMeansLoad)
