@@ -150,14 +150,33 @@ bool SwapRun::TakeOut(LevelCode& previous)
     return true;
 }
 
+/// True when the state in the folder is a level's whose own folder is not there just now.
+Result<bool> SwapRun::StateIsHomeless() const
+{
+    if (!owner_ || !owner_->owner || standing_.state.code == originalCode)
+        return false;
+    const auto hasHome = IsFolder(HomeOf(session_, standing_.state));
+    return hasHome ? Result<bool>{!*hasHome} : hasHome.Error();
+}
+
 bool SwapRun::TakeOutOriginal(LevelCode& previous)
 {
     previous = originalCode;
     const Belongings belongings = BelongingsOf({}, owner_);
     journal_.remove = belongings.added;
     journal_.restore = belongings.overwritten;
-    if (MoveStateOut(originalCode, false) == StateMove::Stopped)
+    const auto isHomeless = StateIsHomeless();
+    if (!isHomeless) {
+        TellFailure(session_, GetMsg(Msg::CannotKeepState), isHomeless.Error());
         return false;
+    }
+    if (*isHomeless) { // nobody else may take it over
+        journal_.liveIsKept = true;
+        if (!KeepLiveState(standing_.state))
+            return false;
+    } else if (MoveStateOut(originalCode, false) == StateMove::Stopped) {
+        return false;
+    }
     log_ += LogLine({GetMsg(Msg::LogNoMarker)});
     // What an earlier removal had to leave behind goes now.
     (void)DeleteAdded(originalCode, belongings); // what stays again is told and noted

@@ -92,6 +92,7 @@ private:
     Status CopyStateOut(const Path& store, std::vector<std::string>& copies);
     void LogStateMove(const std::vector<std::string>& copies, bool dropped);
     bool TakeOutOriginal(LevelCode& previous);
+    [[nodiscard]] Result<bool> StateIsHomeless() const;
     bool KeepLiveState(const LevelPlace& level);
     /// False when a file that the level brought is still there.
     bool DeleteAdded(const LevelPlace& level, const Belongings& belongings);

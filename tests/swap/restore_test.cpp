@@ -166,6 +166,25 @@ TEST(FullRestore, GivesALevelItsSavegamesWhereTheOrdinaryRemovalFailed)
     EXPECT_EQ(WhatWaitsInTrle(other.session), "");
 }
 
+TEST(FullRestore, LeavesSavegamesWhoseArchiveIsAwayToNoOtherLevel)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    const auto treasures = world.Treasures();
+    world.host.AnswerAll(true);
+    std::filesystem::rename(world / "levels", world / "away");
+    EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
+    world.ExchangeArchive();
+    Session other = world.Reopened();
+    ASSERT_TRUE(InstallLevel(other, world.first)) << world.host.AllTold();
+    ASSERT_TRUE(InstallLevel(other, originalCode)) << world.host.AllTold();
+    for (const auto& [file, content] : world.Snapshot("")) {
+        EXPECT_FALSE(content == SavegameBytes("First new", 8) && !file.starts_with("home/history/"))
+            << file;
+    }
+    world.ExpectNothingLost(treasures);
+}
+
 TEST(OriginalConfiguration, IsNotToldAsSetWhileAnOriginalIsMissing)
 {
     SwapWorld world;
