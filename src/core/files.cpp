@@ -292,13 +292,13 @@ std::uint64_t FileSize(const Path& file)
 
 Status DeleteFile(const Path& file)
 {
-    const auto twins = CaseTwins(file);
-    if (!twins)
-        return twins.Error();
-    for (const Path& twin : *twins)
-        if (const auto failure = platform::Unlink(twin);
-            failure && failure != std::errc::no_such_file_or_directory)
-            return MakeFailure(ErrorCode::CannotDelete, TextOf(twin), failure);
+    const auto place = FindPath(file);
+    if (!place)
+        return place.Error();
+    if (const auto failure = platform::Unlink(*place);
+        failure && failure != std::errc::no_such_file_or_directory &&
+        failure != std::errc::not_a_directory)
+        return MakeFailure(ErrorCode::CannotDelete, TextOf(*place), failure);
     return {};
 }
 

@@ -43,6 +43,17 @@ bool IsAsPut(const OwnedFile& listed, const platform::FileFacts& facts)
             (listed.changedNs == facts.changedNs && listed.inode == facts.inode));
 }
 
+Path SpelledAsPut(const Session& session, const OwnedFile& listed, const Path& relative)
+{
+    const auto twins = CaseTwins(session.TrleFolder() / relative);
+    if (!twins || twins->size() < 2)
+        return relative;
+    for (const Path& twin : *twins)
+        if (IsAsPut(listed, platform::FactsOf(twin))) // a look that fails proves nothing
+            return relative.parent_path() / twin.filename();
+    return relative;
+}
+
 OwnedNames::OwnedNames(const std::vector<OwnedFile>& files)
 {
     for (const OwnedFile& file : files)

@@ -20,6 +20,10 @@ bool IsAsListed(const OwnedFile& listed, const platform::FileFacts& facts);
 /// alone, when these are as noted.
 bool IsAsPut(const OwnedFile& listed, const platform::FileFacts& facts);
 
+/// `relative` (below the Level Editor's folder) in the spelling of the noted file: where several
+/// files differ by case alone, of the one that is as it was put there.
+Path SpelledAsPut(const Session& session, const OwnedFile& listed, const Path& relative);
+
 /// A list of noted files by name, case ignored.
 class OwnedNames
 {

@@ -134,7 +134,8 @@ std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFil
         const auto relative = SafeRelative(file.name);
         if (!relative || IsPlayersPlace(*relative))
             continue;
-        const Path place = ResolvePath(session.TrleFolder() / *relative);
+        const Path place =
+            ResolvePath(session.TrleFolder() / SpelledAsPut(session, file, *relative));
         const auto facts = LookAt(place);
         if (!facts) { // it stays noted
             Note(report, report.left, *relative, facts.Error());

@@ -42,10 +42,11 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
     {
         SafeContents safe{session, level};
         for (const OwnedFile& file : files) {
-            const auto relative = SafeRelative(file.name);
-            if (!relative || IsPlayersPlace(*relative))
+            const auto name = SafeRelative(file.name);
+            if (!name || IsPlayersPlace(*name))
                 continue;
-            const Path place = ResolvePath(session.TrleFolder() / *relative);
+            const Path relative = SpelledAsPut(session, file, *name);
+            const Path place = ResolvePath(session.TrleFolder() / relative);
             const auto facts = LookAt(place);
             if (!facts) { // it stays noted
                 left.added.push_back(file);
@@ -53,11 +54,11 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
             }
             if (facts->kind != platform::FileKind::File ||
                 IsSoundOfCompactBackup(session, file.name) ||
-                SameContent(place, session.BackupFolder() / *relative))
+                SameContent(place, session.BackupFolder() / relative))
                 continue;
-            going.emplace_back(*relative, file);
-            if (!brought.IsAsPut(file.name, *facts) && !safe.Holds(file, *relative))
-                unsafe.push_back(*relative);
+            going.emplace_back(relative, file);
+            if (!brought.IsAsPut(file.name, *facts) && !safe.Holds(file, relative))
+                unsafe.push_back(relative);
         }
     }
     const Keeping keeping = KeepOriginals(session, unsafe);

@@ -213,27 +213,28 @@ bool SwapRun::DeleteAdded(const LevelPlace& level, const Belongings& belongings)
     const auto stays = [&](const OwnedFile& file) {
         return !session_.preferences.fullBackup && IsSound(file.name);
     };
+    std::vector<Path> places;
     std::vector<Path> unsafe;
     {
         SafeContents safe{session_, level};
         for (const OwnedFile& file : belongings.added) {
-            const auto relative = SafeRelative(file.name);
-            if (!stays(file) && !safe.Holds(file, *relative))
-                unsafe.push_back(*relative);
+            places.push_back(SpelledAsPut(session_, file, *SafeRelative(file.name)));
+            if (!stays(file) && !safe.Holds(file, places.back()))
+                unsafe.push_back(places.back());
         }
     }
     Keep(unsafe);
     bool deleted = true;
     for (std::size_t i = 0; i < belongings.added.size(); ++i) {
         const OwnedFile& file = belongings.added[i];
-        const auto relative = SafeRelative(file.name);
+        const Path& relative = places[i];
         if (stays(file)) {
             log_ += LogLine({GetMsg(Msg::LogNotRemovedCompact, {Readable(file.name)})});
             leftAdded_.push_back(file);
-        } else if (IsSpared(*relative)) {
+        } else if (IsSpared(relative)) {
             leftAdded_.push_back(file); // the next swap tries again to keep it and to take it out
-        } else if (const auto status = LogDeleteFile(trle_ / *relative, log_); !status) {
-            TellFailure(session_, GetMsg(Msg::CannotDeleteFile) + TextOf(trle_ / *relative),
+        } else if (const auto status = LogDeleteFile(trle_ / relative, log_); !status) {
+            TellFailure(session_, GetMsg(Msg::CannotDeleteFile) + TextOf(trle_ / relative),
                         status.Error());
             leftAdded_.push_back(file);
             deleted = false;

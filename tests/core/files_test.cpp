@@ -52,7 +52,7 @@ TEST_F(Files, PathsAreFoundInAnySpelling)
         << "as spelled where that exists";
 }
 
-TEST_F(Files, AnOverwriteKeepsTheSpellingAndADeleteTakesTheTwins)
+TEST_F(Files, AnOverwriteKeepsTheSpellingAndADeleteSparesTheTwin)
 {
     box.Write("a/New.dat", "new");
     box.Write("b/SCRIPT.DAT", "old");
@@ -61,6 +61,8 @@ TEST_F(Files, AnOverwriteKeepsTheSpellingAndADeleteTakesTheTwins)
     EXPECT_EQ(box.Read("b/SCRIPT.DAT"), "new");
     box.Write("b/script.dat", "twin");
     EXPECT_EQ(CaseTwins(box / "b/Script.Dat")->size(), 2U);
+    EXPECT_TRUE(DeleteFile(box / "b/script.dat"));
+    EXPECT_EQ(AllNames("b"), (List{"SCRIPT.DAT"}));
     EXPECT_TRUE(DeleteFile(box / "b/Script.dat"));
     EXPECT_TRUE(AllNames("b").empty());
     EXPECT_TRUE(DeleteFile(box / "b/Script.dat")) << "a missing file is gone";

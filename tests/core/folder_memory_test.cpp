@@ -73,7 +73,9 @@ TEST(FolderMemory, KeepsUpWithEveryChange)
     EXPECT_EQ(spelling("two.tr4"), "Two.tr4");
     ASSERT_FALSE(platform::HardLink(folder / "Two.tr4", folder / "TWO.TR4"));
     EXPECT_EQ(CaseTwins(folder / "two.tr4")->size(), 2U);
-    ASSERT_TRUE(DeleteFile(folder / "two.tr4")); // both
+    ASSERT_TRUE(DeleteFile(folder / "two.tr4"));
+    EXPECT_EQ(CaseTwins(folder / "two.tr4")->size(), 1U);
+    ASSERT_TRUE(DeleteFile(folder / "two.tr4"));
     EXPECT_EQ(spelling("two.tr4"), "two.tr4");
     ASSERT_TRUE(MakeFolder(folder / "Sub"));
     EXPECT_EQ(spelling("SUB"), "Sub");

@@ -1,6 +1,7 @@
 // Whose is what in the Level Editor's folder: the level's, the original's, the player's, and that
 // of a level of another archive.
 #include "support/faults.h"
+#include "swap/backup.h"
 #include "swap/history.h"
 #include "swap/install.h"
 #include "swap/recovery.h"
@@ -103,6 +104,30 @@ TEST(OwnWork, OverALevelsFileIsKeptListedAndBroughtBack)
     world.ExpectOriginal();
     EXPECT_EQ(Kept(world.session).size(), 2U); // one content is kept once
     EXPECT_FALSE(BringOriginalBack(world.session, "o-99"));
+}
+
+TEST(OwnWork, ThatDiffersByCaseAloneFromAnotherFileIsNotTakenForIt)
+{
+    SwapWorld world;
+    world.Write("trle/Load.Bmp", "my own picture");
+    world.Write("trle/DATA/Title.TR4", "my own title");
+    world.Write("trle/ENGLISH.dat", "my own words");
+    const auto treasures = world.Treasures();
+    ASSERT_TRUE(InstallLevel(world.session, world.first)) << world.host.AllTold();
+    world.Write("trle/DATA/FIRST.tr4", "my own first");
+    auto all = world.Treasures();
+    all.insert(treasures.begin(), treasures.end());
+    ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    world.ExpectNothingLost(all);
+    EXPECT_EQ(world.Read("trle/DATA/FIRST.tr4"), "my own first");
+    EXPECT_FALSE(world.Has("trle/DATA/first.TR4"));
+    ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    world.ExpectNothingLost(all);
+    const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
+    ASSERT_TRUE(RestoreOriginalConfiguration(world.session, *progress)) << world.host.AllTold();
+    world.ExpectNothingLost(all);
+    for (const auto& [file, content] : world.Snapshot("home/backup_trle"))
+        EXPECT_EQ(world.Read("trle/" + file), content) << file;
 }
 
 TEST(OwnWork, ThatCannotBeKeptStaysWhereItIs)
