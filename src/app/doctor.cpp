@@ -13,6 +13,7 @@
 #include "swap/recovery.h"
 #include "swap/return_to_original.h"
 #include "upkeep/leftovers.h"
+#include "upkeep/unfinished_intake.h"
 
 #include <algorithm>
 
@@ -120,9 +121,16 @@ void FoldersOfNoLevel(const Session& session, std::vector<Finding>& findings)
                                Msg::DoctorNotReadRemedy));
         return;
     }
-    if (!found->unlisted.empty())
+    const std::vector<Path> cutShort = UnfinishedIntakes(session);
+    std::vector<Path> unlisted = found->unlisted;
+    std::erase_if(unlisted, [&](const Path& folder) {
+        return std::find(cutShort.begin(), cutShort.end(), folder) != cutShort.end();
+    });
+    if (!cutShort.empty())
         findings.push_back(
-            Bad(Msg::DoctorUnlisted, named(found->unlisted), Msg::DoctorUnlistedRemedy));
+            Bad(Msg::DoctorLeftIntake, named(cutShort), Msg::DoctorLeftIntakeRemedy));
+    if (!unlisted.empty())
+        findings.push_back(Bad(Msg::DoctorUnlisted, named(unlisted), Msg::DoctorUnlistedRemedy));
     if (!found->setAside.empty())
         findings.push_back(Fine(Msg::DoctorSetAside, named(found->setAside)));
 }

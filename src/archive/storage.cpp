@@ -30,6 +30,13 @@ struct StoreStep {
 };
 using Form = StoreStep::Form;
 
+/// A name that is too long with its further ending stays the plain file's.
+bool FitsCompressed(const std::string& name)
+{
+    constexpr std::size_t longestName = 255; // bytes that a file system takes
+    return name.size() + RowText(Msg::ZlExtension).size() <= longestName;
+}
+
 /// Each name once: what is converted beats what had that name already, otherwise the later wins.
 std::vector<StoreStep> StepsFor(const std::vector<LevelFile>& files, bool compress)
 {
@@ -37,7 +44,7 @@ std::vector<StoreStep> StepsFor(const std::vector<LevelFile>& files, bool compre
     std::map<std::string, std::size_t> byName;
     for (const LevelFile& file : files) {
         StoreStep step{file.path, file.name, Form::Copy};
-        if (compress && IsCompressed(file.name)) {
+        if (compress && IsCompressed(file.name) && FitsCompressed(file.name)) {
             step.name += RowText(Msg::ZlExtension);
             step.form = Form::Deflate;
         } else if (compress && EqualNames(file.name, RowText(Msg::LoadBmp))) {
@@ -217,7 +224,7 @@ Status WriteIndex(const Session& session, LevelCode code, const std::vector<Leve
         if (MatchesPattern(file.name, RowText(Msg::PatTr4)))
             entries.push_back(Tr4EntryOf(file.name, file.path));
         else if (known && MatchesPattern(file.name, RowText(Msg::PatTr4Zl))) // compressed already
-            if (const auto entry = knownByName.find(FoldCase(StripExtension(file.name)));
+            if (const auto entry = knownByName.find(FoldCase(Trim(StripExtension(file.name))));
                 entry != knownByName.end())
                 stored.push_back(entry->second);
     }

@@ -3,8 +3,6 @@
 #include "session/name_pages.h"
 #include "upkeep/add_level.h"
 
-#include <algorithm>
-
 namespace kestrova
 {
 
@@ -17,23 +15,6 @@ std::vector<Path> PlacesFrom(const std::vector<std::string>& words)
     for (const std::string& word : words)
         places.push_back(PlaceFromWord(word));
     return places;
-}
-
-/// Packages within packages come out one level a time; deeper than this somebody is joking.
-constexpr int deepestPackage = 8;
-
-/// False when one of them could not be unpacked; it was told.
-bool UnpackAll(NewLevel& level)
-{
-    const auto anyPackage = [&] {
-        return std::any_of(level.Files().begin(), level.Files().end(), IsPackage);
-    };
-    bool all = true;
-    for (int i = 0; i < deepestPackage && anyPackage() && !level.LastReport().stopped; ++i) {
-        level.Refresh();
-        all = all && level.LastReport().failed == 0;
-    }
-    return all;
 }
 
 std::string KnownNamePages()
@@ -93,7 +74,7 @@ bool ChangeFiles(Run& run, NewLevel& level)
     TakeNamesPage(run, level);
     if (run.arguments.Has("--add")) {
         if (!level.AddSources(PlacesFrom(run.arguments.ValuesOf("--add")), Subfolders::Take) ||
-            !UnpackAll(level))
+            !level.UnpackAll())
             return false;
         TellNamesPage(run, level);
     }
@@ -146,19 +127,24 @@ Exit RunAdd(Run& run)
         run.session, *progress,
         [&](NewLevel& level) {
             TakeNamesPage(run, level);
+            level.keepGoing = run.arguments.Has("--keep-going");
             bool all = level.AddSources(sources, Subfolders::Take);
             if (!level.LastReport().stopped)
-                all = UnpackAll(level) && all;
+                all = level.UnpackAll() && all;
+            const auto giveUp = [&](Msg words) {
+                run.host.Tell(Tone::Error, GetMsg(words));
+                return false;
+            };
+            if (level.LastReport().stopped || !progress->Step())
+                return giveUp(Msg::AddStopped);
             // A file that nobody could be asked about was not taken either.
             all = all && !run.host.LeftUnanswered();
-            if (!all && (level.LastReport().stopped || !run.arguments.Has("--keep-going"))) {
-                run.host.Tell(Tone::Error, GetMsg(Msg::AddGivenUp));
-                return false;
-            }
+            if (!all && !level.keepGoing)
+                return giveUp(Msg::AddGivenUp);
             namesPage = level.NamesReadAs();
             TellNamesPage(run, level);
             TakeTexts(run, level);
-            return level.Accept();
+            return level.Accept() || giveUp(Msg::AddStopped);
         },
         code);
     return ShowAdded(run, added, code, namesPage);

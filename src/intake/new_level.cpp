@@ -122,62 +122,6 @@ void NewLevel::ClearProgress()
     progress_.SetBar(0, 0);
 }
 
-/// Packages within packages count together, however deep they lie and however often the folder is
-/// looked at again; otherwise a small one could fill the disk step by step.
-UnpackLimits NewLevel::LimitsInside() const
-{
-    UnpackLimits limits;
-    const std::uint64_t most = std::max(
-        limits.alwaysAllowed, static_cast<std::uint64_t>(bytesBeforeInside_) * limits.mostTimes);
-    limits.alwaysAllowed = most - std::min(most, inside_.bytes);
-    limits.mostTimes = 0;
-    limits.mostFiles -= std::min(limits.mostFiles, inside_.entries);
-    return limits;
-}
-
-void NewLevel::UnpackInside()
-{
-    report_.names.reset(); // other steps were in the folder since
-    const auto files = ListFiles(workFolder_, RowText(Msg::PatAll));
-    if (!files)
-        return; // the refresh that follows tells of it
-    for (const Path& file : *files) {
-        if (!IsPackage(file))
-            continue;
-        if (!BeginChange())
-            return;
-        const std::string folded = FoldCase(file.filename().native());
-        report_.placed.erase(folded);
-        report_.came = {};
-        const auto status =
-            CopyOrUnzipSource(session_, file, workFolder_,
-                              {Replace::KeepBoth, LimitsInside(), namesPage}, progress_, report_);
-        inside_.entries += report_.came.entries;
-        inside_.bytes += report_.came.bytes;
-        if (!status && status.Error().code == ErrorCode::Stopped) {
-            report_.stopped = true;
-            return; // it is still there for the next refresh
-        }
-        // What the archive held is nowhere else; what has just come in still is where it came from.
-        const bool onlyHere = snapshot_.contains(folded);
-        if (!status) {
-            ++report_.failed;
-            TellSourceFailure(session_,
-                              GetMsg(Msg::ErrorDecompressingPackage) + TextOf(file.filename()) +
-                                  std::string{lineBreak} +
-                                  GetMsg(onlyHere ? Msg::PackageStays : Msg::PackageStillAtSource),
-                              status.Error());
-        }
-        const bool replacedItself = report_.placed.contains(folded);
-        if (!replacedItself && (status || !onlyHere)) {
-            (void)platform::Unlink(file); // one that stays is met again by the next refresh
-            if (report_.names != nullptr)
-                report_.names->Remove(file.filename().native());
-        }
-    }
-    ClearProgress();
-}
-
 bool NewLevel::RefreshFileList()
 {
     if (!OnCd())
@@ -199,58 +143,6 @@ bool NewLevel::RefreshFileList()
     canSetLanguage_ = !OnCd() && !files_.empty() && record_.levelCode != originalCode &&
                       CanSetMyLanguage(session_, workFolder_, failure, languageFile);
     return true;
-}
-
-SourceOptions NewLevel::Options() const
-{
-    SourceOptions options;
-    options.namesAs = namesPage;
-    return options;
-}
-
-/// What came out of packages, as it stands now.
-void NewLevel::NoteUnpacked()
-{
-    packages_.insert(packages_.end(), report_.packages.begin(), report_.packages.end());
-    if (!report_.namesAs.empty())
-        namesReadAs_ = report_.namesAs;
-    for (const Path& file : files_) {
-        const std::string folded = FoldCase(file.filename().native());
-        if (!report_.unpacked.contains(folded))
-            continue;
-        const platform::FileFacts facts = platform::FactsOf(file);
-        unpacked_[folded] = {facts.size, facts.modifiedNs};
-    }
-}
-
-/// What came out of packages goes, as far as nobody changed it since.
-void NewLevel::DropUnpacked()
-{
-    for (const Path& file : files_) {
-        const auto known = unpacked_.find(FoldCase(file.filename().native()));
-        const platform::FileFacts facts = platform::FactsOf(file);
-        if (known != unpacked_.end() && known->second.size == facts.size &&
-            known->second.modifiedNs == facts.modifiedNs)
-            (void)DeleteFile(file); // one that stays is asked for when its twin comes in
-    }
-    unpacked_.clear();
-}
-
-bool NewLevel::ReadNamesAs(const std::string& page)
-{
-    for (const Path& package : packages_)
-        if (!FileExists(package)) {
-            session_.host.Tell(Tone::Error, GetMsg(Msg::PackagesGone, {TextOf(package)}));
-            return false;
-        }
-    namesPage = page;
-    report_ = {};
-    DropUnpacked();
-    for (const Path& package : std::exchange(packages_, {}))
-        if (!report_.stopped)
-            AddFile(session_, package, workFolder_, Options(), progress_, report_);
-    AfterSource();
-    return report_.failed == 0 && !report_.stopped;
 }
 
 void NewLevel::AfterSource()
@@ -286,7 +178,7 @@ bool NewLevel::AddChosenFolder()
     AddFilesFromFolder(session_, *chosen, workFolder_, Options(), progress_, Subfolders::Ask,
                        report_);
     AfterSource();
-    return report_.failed == 0;
+    return report_.failed == 0 && !report_.stopped;
 }
 
 bool NewLevel::AddSources(const std::vector<Path>& sources, Subfolders subfolders)
@@ -304,7 +196,9 @@ bool NewLevel::AddSources(const std::vector<Path>& sources, Subfolders subfolder
             AddFile(session_, source, workFolder_, Options(), progress_, report_);
         } else {
             ++report_.failed;
-            session_.host.Tell(Tone::Error, GetMsg(Msg::SourceMissing, {TextOf(source)}));
+            const bool isThere = platform::FactsOf(source).kind != platform::FileKind::Missing;
+            session_.host.Tell(Tone::Error, GetMsg(isThere ? Msg::SourceNoFile : Msg::SourceMissing,
+                                                   {TextOf(source)}));
             continue;
         }
         lastSource_ = source;

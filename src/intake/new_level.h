@@ -36,6 +36,8 @@ public:
     std::string moreInfo;
     /// The code page for names in packages that say none (`session/name_pages.h`); empty: guessed.
     std::string namesPage;
+    /// Of a package that is damaged, what is whole comes in.
+    bool keepGoing = false;
 
     [[nodiscard]] LevelMode Mode() const { return mode_; }
     [[nodiscard]] bool OnCd() const { return saved_.cdNumber != 0; }
@@ -67,6 +69,9 @@ public:
     bool RemoveFile(const Path& file);
     /// The folder anew, packages in it unpacked one level deep, and what follows that.
     void Refresh();
+    /// Refreshes until no package is left, or they lie deeper in each other than anybody makes
+    /// them. Which ones stay is told. False when one failed, or when the person stopped it.
+    bool UnpackAll();
     /// Opens a file with the desktop's program, a compressed one after expanding it.
     void OpenFile(const Path& file);
     bool SetMyLanguage();

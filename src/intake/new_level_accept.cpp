@@ -106,7 +106,8 @@ bool NewLevel::DecodeSounds()
     std::erase_if(fresh, [&](const Path& file) { return IsAsOpened(file); });
     if (!DecodeLevelMp3(session_, workFolder_, fresh, false, false))
         return false;
-    return RefreshFileList();
+    report_.stopped = false;
+    return RefreshFileList() && !report_.stopped;
 }
 
 bool NewLevel::HasLevelFiles() const

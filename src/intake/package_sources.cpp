@@ -51,6 +51,7 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
     options.guard = &guard;
     options.namesAs = source.namesAs;
     options.report = &unpacked;
+    options.keepWhole = source.keepWhole;
     const bool done = UnzipWithProgress(session, package, folder, options, state);
     report.came.entries += guard.Came().entries;
     report.came.bytes += guard.Came().bytes;
@@ -64,6 +65,11 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
     const auto append = [](std::vector<std::string>& to, const std::vector<std::string>& from) {
         to.insert(to.end(), from.begin(), from.end());
     };
+    if (!unpacked.lost.empty()) {
+        ++report.failed;
+        session.host.Tell(Tone::Error, GetMsg(Msg::PackagePartsLost, {TextOf(package.filename()),
+                                                                      ShownNames(unpacked.lost)}));
+    }
     append(report.notFiles, unpacked.notFiles);
     append(report.twice, unpacked.twice);
     return {};
@@ -182,9 +188,38 @@ void TellFailedFiles(Session& session, const std::vector<std::string>& names, co
                       first);
 }
 
-/// The folders that count, and the files in them.
+/// The tree without the folders in it that cannot be read, which are failures of their own.
+Result<Tree> ReadableTree(const Path& source, ProgressScope& progress,
+                          std::vector<Failure>& notRead)
+{
+    const Heartbeat heartbeat = [&] { return progress.Step(); };
+    auto whole = ScanTree(source, heartbeat);
+    if (whole || whole.Error().code == ErrorCode::Stopped)
+        return whole;
+    const auto files = ListFiles(source, RowText(Msg::PatAll));
+    const auto folders = ListSubfolders(source);
+    if (!files || !folders)
+        return files ? folders.Error() : files.Error();
+    Tree tree{{source}, *files};
+    for (const Path& folder : *folders) {
+        auto below = ReadableTree(folder, progress, notRead);
+        if (!below && below.Error().code == ErrorCode::Stopped)
+            return below;
+        if (!below) {
+            notRead.push_back({below.Error().code, TextOf(folder), below.Error().reason});
+            continue;
+        }
+        tree.folders.insert(tree.folders.end(), below->folders.begin(), below->folders.end());
+        tree.files.insert(tree.files.end(), below->files.begin(), below->files.end());
+    }
+    return tree;
+}
+
+/// The folders that count, and the files in them. With `notRead` a sub-folder that cannot be read
+/// goes there, and the rest counts.
 Result<Tree> TreeOfSource(Session& session, const Path& source, const std::string& ending,
-                          Subfolders subfolders, ProgressScope& progress)
+                          Subfolders subfolders, ProgressScope& progress,
+                          std::vector<Failure>* notRead)
 {
     const auto folders = ListSubfolders(source);
     if (!folders)
@@ -201,7 +236,8 @@ Result<Tree> TreeOfSource(Session& session, const Path& source, const std::strin
             return files.Error();
         return Tree{{source}, *files};
     }
-    auto tree = ScanTree(source, [&] { return progress.Step(); });
+    auto tree = notRead != nullptr ? ReadableTree(source, progress, *notRead)
+                                   : ScanTree(source, [&] { return progress.Step(); });
     if (tree && ending != RowText(Msg::EveryEnding))
         std::erase_if(tree->files, [&](const Path& file) {
             return !EndsWithName(file.filename().native(), ending);
@@ -315,7 +351,7 @@ Result<std::vector<Path>> FilesOfSource(Session& session, const Path& source,
                                         const std::string& ending, Subfolders subfolders,
                                         ProgressScope& progress)
 {
-    auto tree = TreeOfSource(session, source, ending, subfolders, progress);
+    auto tree = TreeOfSource(session, source, ending, subfolders, progress, nullptr);
     if (!tree)
         return tree.Error();
     return std::move(tree->files);
@@ -328,7 +364,9 @@ void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
     progress.AllowStop();
     progress.SetLabel(GetMsg(Msg::CopyingFilesLabel));
     const Path source = ResolvePath(given);
-    auto tree = TreeOfSource(session, source, GetMsg(Msg::EveryEnding), subfolders, progress);
+    std::vector<Failure> notRead;
+    auto tree =
+        TreeOfSource(session, source, GetMsg(Msg::EveryEnding), subfolders, progress, &notRead);
     if (!tree) {
         report.stopped = tree.Error().code == ErrorCode::Stopped;
         ++report.failed;
@@ -337,6 +375,10 @@ void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
             TellFailure(session, GetMsg(Msg::SourceFolderNotRead, {TextOf(source)}), tree.Error());
         return;
     }
+    report.failed += notRead.size();
+    for (const Failure& failure : notRead)
+        session.host.Tell(Tone::Error, GetMsg(Msg::SourceFolderNotRead, {failure.subject}),
+                          failure.reason);
     // A folder that holds the level's own gives everything but that.
     const Path own = ResolvePath(folder);
     const auto isOwn = [&](const Path& path) { return path == own || IsBelow(path, own); };

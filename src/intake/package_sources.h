@@ -27,6 +27,8 @@ struct SourceOptions {
     UnpackLimits limits{};
     /// The code page of names in packages that say none; empty: guessed.
     std::string namesAs{};
+    /// Of a package that is damaged, what is whole comes in.
+    bool keepWhole = false;
 };
 
 class FolderNames;

@@ -34,6 +34,9 @@ Failure Refusal(const Failure& failure, const Path& stored, const ExpandLimit& l
                 GetMsg(Msg::UnpackTooBig,
                        {source, SizeText(FileSize(limit.source)), SizeText(limit.most)}),
                 details};
+    if (failure.code == ErrorCode::NoSpace)
+        return {ErrorCode::Damaged,
+                GetMsg(Msg::StoredFormNoRoom, {TextOf(stored.filename()), source}), details};
     return failure;
 }
 

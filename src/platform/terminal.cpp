@@ -17,6 +17,9 @@ std::string_view interruptWords;
 extern "C" void OnInterrupt(int signal)
 {
     const int kept = errno;
+    // The end of a terminal is often told twice; only a person who presses again means more.
+    if (interrupted != 0 && signal != SIGINT)
+        return;
     if (interrupted != 0) {
         ::signal(signal, SIG_DFL);
         ::raise(signal);
@@ -71,6 +74,11 @@ void NoteInterrupts(std::string_view words)
     struct sigaction action = {};
     action.sa_handler = OnInterrupt; // no SA_RESTART: a question must come back
     ::sigaction(SIGINT, &action, nullptr);
+    ::sigaction(SIGTERM, &action, nullptr);
+    struct sigaction before = {};
+    // Whoever started the program may have wanted it to outlive the terminal.
+    if (::sigaction(SIGHUP, nullptr, &before) == 0 && before.sa_handler != SIG_IGN)
+        ::sigaction(SIGHUP, &action, nullptr);
 }
 
 bool WasInterrupted()

@@ -20,7 +20,8 @@ bool ReadLine(std::string& line);
 /// A reader that goes away makes a write fail instead of ending the program.
 void IgnoreBrokenPipes();
 /// From now on the first Ctrl-C is only noted, and `words` are shown on the standard error; the
-/// second one ends the program. `words` must outlive the program's work.
+/// second one ends the program. So is the wish that the program ends, and the end of its terminal,
+/// however often they are told. `words` must outlive the program's work.
 void NoteInterrupts(std::string_view words);
 bool WasInterrupted();
 

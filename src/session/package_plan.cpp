@@ -2,9 +2,12 @@
 
 #include "core/code_page.h"
 #include "session/name_pages.h"
+#include "session/rar_headers.h"
 #include "session/zip_directory.h"
 
 #include <algorithm>
+#include <array>
+#include <span>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -156,6 +159,18 @@ std::string TextIn(const std::string& bytes, const std::string& page)
 namespace
 {
 
+/// By its beginning, whatever it is called.
+bool IsSevenZip(const Path& package)
+{
+    constexpr std::string_view mark{"7z\xBC\xAF\x27\x1C"};
+    platform::File file;
+    std::array<char, mark.size()> begin{};
+    std::size_t got = 0;
+    return !platform::File::OpenForRead(package, file) &&
+           !file.ReadAt(0, std::as_writable_bytes(std::span{begin}), got) &&
+           std::string_view{begin.data(), got} == mark;
+}
+
 constexpr std::size_t longestName = 255; ///< bytes that a file system takes
 
 /// True when every part of every name is short enough for a file system.
@@ -176,10 +191,22 @@ PackagePlan PlanFor(Session& session, const Path& package, const std::string& wa
 {
     PackagePlan plan;
     plan.tool = UnpackerOf(package);
-    if (plan.tool != ToolId::Unzip)
+    if (RarHeaders rar = ReadRarHeaders(package); rar.isRar) {
+        plan.tool = ToolId::Bsdtar;
+        plan.needsProof = true;
+        plan.files = std::move(rar.files);
+        plan.locked = rar.locked;
+    } else if (IsSevenZip(package)) {
+        plan.tool = ToolId::Bsdtar;
+    }
+    plan.isZip = plan.tool == ToolId::Unzip;
+    if (!plan.isZip)
         return plan;
     const ZipDirectory directory = ReadZipDirectory(package);
     plan.entries = EntriesOf(directory.names);
+    for (const ZipName& name : directory.names)
+        if (!name.isFolder && !name.bytes.ends_with('/'))
+            plan.files.push_back({name.bytes, name.checksum});
     const NameFacts facts = FactsOfNames(directory.names);
     bool onlyUnzip = false;
     bool onlyTar = false;
@@ -227,6 +254,29 @@ std::vector<std::string> NamesTwice(const std::vector<PackageEntry>& entries)
         if (!entry.name.ends_with('/') && ++counts[entry.name] == 2)
             twice.push_back(entry.name);
     return twice;
+}
+
+std::string BytesIn(const std::string& text, const std::string& page)
+{
+    constexpr int firstLetter = 0x80;
+    constexpr int bytesInAll = 0x100;
+    std::unordered_map<std::string, char> byteOf;
+    for (int byte = firstLetter; byte < bytesInAll; ++byte) {
+        const char c = static_cast<char>(byte);
+        if (const auto letter = FromCodePage({&c, 1}, page))
+            byteOf.emplace(*letter, c);
+    }
+    std::string bytes;
+    for (std::size_t i = 0; i < text.size();) {
+        std::size_t end = i + 1;
+        while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
+            ++end;
+        const std::string letter = text.substr(i, end - i);
+        const auto known = byteOf.find(letter);
+        bytes += known == byteOf.end() ? letter : std::string(1, known->second);
+        i = end;
+    }
+    return bytes;
 }
 
 void ReadNames(std::vector<PackageEntry>& entries, const std::string& page)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "session/packed_files.h"
 #include "session/tool_table.h"
 
 namespace kestrova
@@ -17,6 +18,12 @@ struct PackagePlan {
     std::vector<PackageEntry> entries{};
     /// Entries without content that other entries use as a folder: not to be unpacked as files.
     std::vector<std::string> skip{};
+    bool isZip = true;
+    /// Of a zip or rar: its plain files, and whether a password is needed.
+    std::vector<PackedFile> files{};
+    bool locked = false;
+    /// The tool does not prove each file by its checksum.
+    bool needsProof = false;
 };
 
 /// `wanted`: the code page that the person chose for names; empty: to be guessed.
@@ -33,6 +40,9 @@ void PlanNames(PackagePlan& plan, const std::vector<PackageEntry>& listed,
 
 /// The names that the package has for more than one file.
 std::vector<std::string> NamesTwice(const std::vector<PackageEntry>& entries);
+
+/// The bytes that a text was read from, in a code page in which each byte is one letter.
+std::string BytesIn(const std::string& text, const std::string& page);
 
 /// The list's names as text, read in the code page where they are none.
 void ReadNames(std::vector<PackageEntry>& entries, const std::string& page);

@@ -100,6 +100,7 @@ std::vector<ZipName> ParseZipDirectory(std::string_view tail)
         name.hasUtf8 = HasUnicodeName(entries.substr(entrySize + nameSize, extraSize));
         name.madeBy = static_cast<std::uint8_t>(entries[5]);
         name.method = static_cast<std::uint16_t>(NumberAt(entries, 10, 2));
+        name.checksum = NumberAt(entries, 16, 4);
         if (const std::uint32_t bytes = NumberAt(entries, 24, 4); bytes != beyond)
             name.size = bytes;
         name.isFolder = IsFolder(name.madeBy, NumberAt(entries, 38, 4));

@@ -14,6 +14,7 @@
 ///        5  1  made by: 0 DOS, 3 Unix, 11 NT               10  2  number of entries
 ///        8  2  flags, bit 11: the name is UTF-8            12  4  size of all entries
 ///       10  2  method: 0 stored, 8 deflated                20  2  length c of the comment
+///       16  4  checksum of the content
 ///       24  4  size when unpacked                          22  c  comment
 ///       28  6  lengths n, e, c of name, extras, comment
 ///       38  4  attributes: of DOS (0x10: a folder), of Unix in the upper half
@@ -27,6 +28,7 @@ struct ZipName {
     bool hasUtf8 = false; ///< stands there in UTF-8 once more
     std::uint8_t madeBy = 0;
     std::uint16_t method = 0;
+    std::uint32_t checksum = 0;
     std::uint32_t size = 0; ///< when unpacked; 0 where the true one stands elsewhere
     bool isFolder = false;  ///< by its attributes, whatever its name ends with
 

@@ -3,6 +3,7 @@
 #include "core/leftovers.h"
 #include "core/parallel.h"
 #include "core/removal.h"
+#include "session/name_list.h"
 #include "session/package_plan.h"
 
 #include <algorithm>
@@ -69,6 +70,11 @@ bool Says(const std::string& words, Msg row)
 /// words beside it. The answer is False.
 bool JudgePackage(const ToolRow& row, const Path& package, ToolProgressState& state)
 {
+    if (state.error == GetMsg(Msg::NoTextOnOutput)) {
+        state.details = state.error + std::string{lineBreak} + state.details;
+        state.error = GetMsg(Msg::PackageEmpty, {TextOf(package.filename())});
+        return false;
+    }
     constexpr int lockedForUnzip = 82;
     constexpr int methodForUnzip = 81;
     constexpr int fullForUnzip = 50;
@@ -84,6 +90,12 @@ bool JudgePackage(const ToolRow& row, const Path& package, ToolProgressState& st
         words = Msg::PackageLocked;
     else if (code == methodForUnzip || Says(complaint, Msg::ToolSaysUnknown))
         words = Msg::PackageMethod;
+    else if (Says(state.details, Msg::ToolSaysClash))
+        words = Msg::PackageClash;
+    else if (row.id == ToolId::Bsdtar && Says(complaint, Msg::ToolSaysLeadsOut))
+        words = Msg::PackageLeadsOut;
+    else if (row.id == ToolId::Bsdtar && Says(complaint, Msg::ToolSaysNames))
+        words = Msg::PackageNames;
     else if (code == fullForUnzip || Says(complaint, Msg::ToolSaysFull))
         words = Msg::PackageNoRoom;
     state.details = state.error + std::string{lineBreak} + state.details;
@@ -106,15 +118,31 @@ bool List(Session& session, PackagePlan& plan, const Path& package, const std::s
 {
     entries.clear();
     const ToolRow& row = RowOf(plan.tool);
-    if (!RunToolBatch(session, row.id, row.list(package, plan.page), ListLimit(row.id, package),
-                      state))
+    const auto list = [&](const std::string& page) {
+        return RunToolBatch(session, row.id, row.list(package, page), ListLimit(row.id, package),
+                            state);
+    };
+    bool listed = list(plan.page);
+    // Of some kinds the tool gives no name without being told a code page; in this one every byte
+    // is a letter, so that the bytes can be had back.
+    constexpr const char* allBytes = "CP437";
+    const bool nameless =
+        !listed && !plan.isZip && plan.page.empty() && Says(state.details, Msg::ToolSaysNames);
+    if (nameless)
+        listed = list(allBytes);
+    if (!listed)
         return JudgePackage(row, package, state);
     // A list of a million names takes longer than a window may stand still.
     RunOnAllCores(
         1, [&](std::size_t) { entries = row.parseList(state.output); },
         [&] { return state.progress == nullptr || (state.progress->Step(), true); });
-    if (UnpackerOf(package) != ToolId::Unzip)
+    if (nameless)
+        for (PackageEntry& entry : entries)
+            entry.name = BytesIn(entry.name, allBytes);
+    if (!plan.isZip)
         PlanNames(plan, entries, namesAs);
+    if (nameless && plan.page.empty())
+        plan.page = allBytes;
     ReadNames(entries, plan.page);
     return true;
 }
@@ -164,12 +192,49 @@ void DropStaging(const Path& staging, ProgressScope* progress)
     (void)ClearPlace(staging, ToTheEnd(progress)); // the next package clears what stays
 }
 
+/// Holds what came out against what the package says of its files. False, with the words in the
+/// state, when some of it is wrong, unless what is whole is wanted and there is some.
+bool Prove(const PackagePlan& plan, const Path& package, const Path& staging,
+           const UnzipOptions& options, bool toolIsContent, ToolProgressState& state)
+{
+    const auto proof = ProveUnpacked(
+        staging, plan.files, [&] { return state.progress == nullptr || state.progress->Step(); });
+    if (!proof) {
+        state.error = proof.Error().code == ErrorCode::Stopped
+                          ? GetMsg(Msg::BreakUser)
+                          : GetMsg(Msg::PackageDamaged, {TextOf(package.filename())});
+        state.details = proof.Error().reason;
+        return false;
+    }
+    if (toolIsContent && proof->lacking.empty())
+        return true;
+    const bool tellsAll = std::all_of(plan.files.begin(), plan.files.end(),
+                                      [](const PackedFile& file) { return file.checksum; });
+    if (options.keepWhole && tellsAll && proof->whole > 0 && options.report != nullptr) {
+        for (const Path& wrong : proof->wrong)
+            (void)platform::Unlink(wrong); // one that stays shows when it is used
+        options.report->lost = proof->lacking;
+        state.error.clear();
+        return true;
+    }
+    if (toolIsContent) {
+        state.error = GetMsg(plan.locked ? Msg::PackageLocked : Msg::PackageDamaged,
+                             {TextOf(package.filename())});
+        state.details = ShownNames(proof->lacking);
+    }
+    return false;
+}
+
 /// Runs the tool into a staging folder and moves in what came, `always` or when the tool did its
 /// work.
 bool UnpackInto(Session& session, const PackagePlan& plan, const Path& package, const Path& folder,
                 ToolRun run, const UnzipOptions& options, const std::vector<PackageEntry>& entries,
                 bool always, ToolProgressState& state)
 {
+    if (plan.locked && !options.keepWhole) {
+        state.error = GetMsg(Msg::PackageLocked, {TextOf(package.filename())});
+        return false;
+    }
     const auto failed = [&](const Failure& failure) {
         state.error = GetMsg(Msg::UnpackNotMoved, {TextOf(package.filename())});
         state.details = failure.subject + ": " + failure.reason;
@@ -184,9 +249,15 @@ bool UnpackInto(Session& session, const PackagePlan& plan, const Path& package, 
     const bool flatten = options.junkPaths && (always || CollideWhenFlat(entries));
     run.arguments = RowOf(plan.tool).unpack(
         {package, *staging, options.junkPaths && !flatten, plan.page, plan.skip});
-    const bool unpacked = RunTool(session, run, state);
+    bool unpacked = RunTool(session, run, state);
+    const bool toolIsContent = unpacked;
+    const bool endedBadly = !unpacked && stopped.empty() && state.end.signal == 0 &&
+                            state.end.code != 0 && state.error != GetMsg(Msg::BreakUser);
     if (!unpacked && stopped.empty())
         JudgePackage(RowOf(plan.tool), package, state);
+    const bool noRoom = state.error == GetMsg(Msg::PackageNoRoom, {TextOf(package.filename())});
+    if ((unpacked && plan.needsProof) || (endedBadly && options.keepWhole && !noRoom))
+        unpacked = Prove(plan, package, *staging, options, toolIsContent, state);
     // What came within the last moments was not looked at yet.
     if (unpacked && options.guard != nullptr)
         state.error = stopped = options.guard->Look();
@@ -293,7 +364,17 @@ bool UnzipWithProgress(Session& session, const Path& package, const Path& folder
     }
     if (!state.quiet && state.progress != nullptr)
         state.progress->SetLabel(GetMsg(Msg::ExtractFileList) + TextOf(source.filename()));
+    platform::File readable;
+    if (const auto failure = platform::File::OpenForRead(source, readable)) {
+        state.error = GetMsg(Msg::PackageNotRead, {TextOf(source.filename())});
+        state.details = failure.message();
+        return false;
+    }
     PackagePlan plan = PlanFor(session, source, options.namesAs);
+    if (plan.locked && !options.keepWhole) {
+        state.error = GetMsg(Msg::PackageLocked, {TextOf(source.filename())});
+        return false;
+    }
     std::vector<PackageEntry> entries;
     if (!List(session, plan, source, options.namesAs, entries, state))
         return false;

@@ -19,19 +19,21 @@ struct UnpackReport {
     std::string namesAs{};               ///< the code page of `PackagePlan`; empty: none needed
     std::vector<std::string> notFiles{}; ///< links and devices, which do not come in
     std::vector<std::string> twice{};    ///< names of several files; the last of each came in
+    std::vector<std::string> lost{};     ///< what was not whole and did not come in
 };
 
 struct UnzipOptions {
     bool junkPaths = false;        ///< all files straight into the folder
     bool cleanDestination = false; ///< the folder's files go first
     UnpackGuard* guard = nullptr;  ///< whose words end it
+    bool keepWhole = false;        ///< of a damaged package that tells checksums what is whole
     std::string namesAs{};         ///< the code page for names that say none; empty: guessed
     UnpackReport* report = nullptr;
 };
 
 /// Unpacks, with the bar following the count of files; the folder is made when missing. All of the
 /// package comes in, made plain (`MakePlain`), two files of the same name under distinct ones, or
-/// nothing does. True on success; a failure is in the state.
+/// nothing does, unless `keepWhole` is set. True on success; a failure is in the state.
 bool UnzipWithProgress(Session& session, const Path& package, const Path& folder,
                        const UnzipOptions& options, ToolProgressState& state);
 

@@ -59,11 +59,11 @@ Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level)
     const std::vector<Stored>& files = *stored;
     std::unordered_map<std::string, const Stored*> byName; // folded, whole and as noted
     for (const Stored& file : files) {
-        byName.emplace(FoldCase(file.name), &file);
-        byName.emplace(FoldCase(AsNoted(file.name)), &file);
+        byName.emplace(FoldCase(Trim(file.name)), &file);
+        byName.emplace(FoldCase(Trim(AsNoted(file.name))), &file);
     }
     const auto find = [&](const std::string& noted) {
-        const auto found = byName.find(FoldCase(noted));
+        const auto found = byName.find(FoldCase(Trim(noted)));
         return found == byName.end() ? nullptr : found->second;
     };
     const auto index = ReadTr4InfOf(session, level.levelCode);

@@ -234,7 +234,7 @@ NotedSizes SizesNoted(Session& session, LevelCode code)
 /// Of an expanded file.
 bool IsSmallerThanNoted(const NotedSizes& sizes, const ReadyFile& file)
 {
-    const auto noted = sizes.find(FoldCase(file.name));
+    const auto noted = sizes.find(FoldCase(Trim(file.name)));
     return file.moved && noted != sizes.end() && file.size < noted->second;
 }
 

@@ -8,6 +8,7 @@
 #include "core/removal.h"
 #include "intake/files_before.h"
 #include "swap/recovery.h"
+#include "upkeep/unfinished_intake.h"
 
 #include <algorithm>
 #include <set>
@@ -139,6 +140,7 @@ void ClearLeftovers(Session& session)
     ClearWorkFolders(session);
     (void)Settle(session, session.programFolder, held); // the doctor names what stays
     SettleNotes(session, held);
+    ClearUnfinishedIntakes(session);
 }
 
 void ClearAllLeftovers(Session& session)

@@ -6,11 +6,13 @@
 #include "archive/set_aside.h"
 #include "catalogue/message.h"
 #include "core/look.h"
+#include "core/staged_file.h"
 #include "swap/folder_guard.h"
 #include "swap/history.h"
 #include "swap/install.h"
 #include "swap/marker.h"
 #include "swap/state_files.h"
+#include "upkeep/unfinished_intake.h"
 
 namespace kestrova
 {
@@ -57,6 +59,14 @@ bool MakeWay(Session& session, const Path& folder)
         return fail(isThere.Error());
     if (!*isThere)
         return true;
+    const auto unfinished = IsUnfinishedIntake(session, folder);
+    if (!unfinished)
+        return fail(unfinished.Error());
+    if (*unfinished)
+        if (const auto cleared = ClearUnfinishedIntake(folder); !cleared)
+            return fail(cleared.Error());
+    if (*unfinished)
+        return true;
     const auto holds = HoldsAnything(ResolvePath(folder));
     if (!holds)
         return fail(holds.Error());
@@ -83,8 +93,11 @@ bool BeginNewLevel(Session& session, LevelRecord& level)
     if (!MakeWay(session, folder))
         return false;
     const Status made = MakeLevelSubfolders(folder);
-    if (made)
+    if (made) {
+        // Without the mark a killed intake's folder would only be set aside.
+        (void)WriteWholeFile(IntakeMark(folder), {}, false);
         return true;
+    }
     TellFailure(session,
                 GetMsg(Msg::CannotCreateLevelFolders) +
                     Readable(Trim(session.archive.header.secondaryFolder)) +
@@ -114,6 +127,13 @@ bool SaveOrPutBack(Session& session, const Archive& before)
 
 bool FinishNewLevel(Session& session, const LevelRecord& level)
 {
+    // From here on the folder holds a whole level, whatever becomes of the list.
+    const Path folder = LevelHomeOf(session, level.levelCode);
+    if (const auto whole = DropIntakeMark(folder); !whole) {
+        TellFailure(session, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
+                    whole.Error());
+        return false;
+    }
     const Archive before = session.archive;
     session.archive.levels.push_back(level);
     session.archive.header.mainFolderSize += level.filesSize;

@@ -4,7 +4,8 @@
 #include "archive/level_folders.h"
 #include "core/leftovers.h"
 #include "support/faults.h"
-#include "support/sandbox.h"
+#include "support/tool_box.h"
+#include "support/zip_builder.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/leftovers.h"
 #include "upkeep/level_life.h"
@@ -41,6 +42,17 @@ bool AddPackage(Sandbox& box, LevelCode& code)
         code);
 }
 
+/// What no listing shows, but for the locks.
+std::vector<std::string> HiddenIn(const Sandbox& box)
+{
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(box.root))
+        if (const std::string name = entry.path().filename().native();
+            name.starts_with(stagedPrefix) && name != lockFileName)
+            names.push_back(entry.path());
+    return names;
+}
+
 class AddLevelTest : public ::testing::Test
 {
 protected:
@@ -66,6 +78,7 @@ TEST_F(AddLevelTest, ALevelComesIntoTheArchiveAndIsSelected)
     EXPECT_EQ(fresh.archive.header.mainFolderSize, 5 + 6 + 4 + 4);
     EXPECT_EQ(fresh.archive.header.secondaryFolderSize, 4 + 5);
     EXPECT_FALSE(box.Has("home/intake_note"));
+    EXPECT_EQ(HiddenIn(box), std::vector<std::string>{});
 
     // Its properties, with another file.
     box.Write("more.wav", "more wave");
@@ -160,17 +173,6 @@ TEST_F(AddLevelTest, AnEditThatFailsAnywhereChangesAllOrNothing)
     }
 }
 
-/// What no listing shows, but for the locks.
-std::vector<std::string> HiddenIn(const Sandbox& box)
-{
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(box.root))
-        if (const std::string name = entry.path().filename().native();
-            name.starts_with(stagedPrefix) && name != lockFileName)
-            names.push_back(entry.path());
-    return names;
-}
-
 TEST_F(AddLevelTest, AnEditThatIsKilledAnywhereIsUndoneOrAcceptedAndLeavesNothing)
 {
     std::map<std::string, int> ends;
@@ -230,6 +232,47 @@ TEST_F(AddLevelTest, WhatIsGivenUpOrStoppedLeavesNothing)
     EXPECT_TRUE(box.Snapshot("levels").empty());
 }
 
+/// A zip of zips of zips, with a level in each of the innermost.
+void WriteNestedPackage(ToolBox& box)
+{
+    std::vector<BuiltEntry> outer;
+    for (const char* middle : {"a", "b", "c"}) {
+        std::vector<BuiltEntry> inner;
+        for (const char* name : {"1", "2"}) {
+            const std::string level = std::string{middle} + name;
+            inner.push_back({level + ".zip", BuildZip({{level + ".tr4", "level"}})});
+        }
+        outer.push_back({std::string{middle} + ".zip", BuildZip(inner)});
+    }
+    box.Write("nested.zip", BuildZip(outer));
+}
+
+TEST(AddNestedPackage, StopGivesUpTheWholeLevelWhereverItIsPressed)
+{
+    bool added = false;
+    for (int step = 3; !added; step += 3) {
+        ASSERT_LT(step, 2000);
+        ToolBox box;
+        box.MakeTrle();
+        box.MakeBackupAndArchive();
+        box.UseRealTools();
+        WriteNestedPackage(box);
+        box.host.StopAtStep(step);
+        const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+        LevelCode code = -1;
+        added = AddLevel(
+            box.session, *progress,
+            [&](NewLevel& level) {
+                return level.AddSources({box / "nested.zip"}) && level.UnpackAll() &&
+                       level.Accept();
+            },
+            code);
+        EXPECT_EQ(box.Snapshot("levels/LEVEL_0001/files").size(), added ? 6U : 0U) << step;
+        EXPECT_EQ(box.Has("levels/LEVEL_0001"), added) << step;
+        EXPECT_EQ(box.session.archive.levels.size(), added ? 2U : 1U) << step;
+    }
+}
+
 TEST_F(AddLevelTest, ALevelIsAddedWholeOrNotAtAllWhereverItFails)
 {
     for (int step = 1;; ++step) {
@@ -259,9 +302,10 @@ TEST_F(AddLevelTest, ALevelIsAddedWholeOrNotAtAllWhereverItFails)
     }
 }
 
-TEST_F(AddLevelTest, AKilledRunLeavesAFolderThatTheNextStartOffersToClear)
+TEST_F(AddLevelTest, WhatAKilledRunLeftIsClearedByTheNextStartUnlessItMayBeALevel)
 {
-    bool offered = false;
+    int cleared = 0;
+    int offered = 0;
     for (int step = 1;; ++step) {
         ASSERT_LT(step, 900);
         Sandbox own;
@@ -271,21 +315,27 @@ TEST_F(AddLevelTest, AKilledRunLeavesAFolderThatTheNextStartOffersToClear)
         WritePackage(own);
         LevelCode added = -1;
         const KillRun run = WithKillAt(step, [&] { return AddPackage(own, added); });
+        const bool cameIn = own.Has("levels/LEVEL_0001/files/level1.tr4");
         Session fresh = own.Reopened();
         ASSERT_TRUE(ReadArchive(fresh, own.session.ArchivePath())) << run.call;
         const bool stands = FindLevel(fresh, 1) >= 0;
-        const bool leftOver = !stands && own.Has("levels/LEVEL_0001/files");
+        const bool stays = own.Has("levels/LEVEL_0001/files/level1.tr4");
+        EXPECT_TRUE(stays || !stands) << run.call;
+        cleared += cameIn && !stays ? 1 : 0;
         const bool noted = own.Has("home/intake_note");
         OfferLeftIntake(fresh);
         EXPECT_FALSE(own.Has("home/intake_note")) << run.call;
         EXPECT_EQ(own.Has("levels/LEVEL_0001/files/level1.tr4"), stands) << run.call;
-        EXPECT_TRUE(noted || !leftOver || !own.Has("levels/LEVEL_0001/files/level1.tr4"))
-            << run.call;
-        offered = offered || (noted && leftOver && !own.Has("levels/LEVEL_0001"));
+        EXPECT_TRUE(noted || stands || !stays) << run.call;
+        offered += noted && stays && !stands ? 1 : 0;
+        LevelRecord next;
+        ASSERT_TRUE(BeginNewLevel(fresh, next));
+        EXPECT_FALSE(own.host.WasTold("set-aside")) << run.call << own.host.AllTold();
         if (!run.killed)
             break;
     }
-    EXPECT_TRUE(offered);
+    EXPECT_GT(cleared, 5) << "it bore the mark";
+    EXPECT_GT(offered, 0) << "it was whole, but not in the list yet";
 }
 
 } // namespace
