@@ -123,6 +123,7 @@ TEST(OwnWork, ThatDiffersByCaseAloneFromAnotherFileIsNotTakenForIt)
     EXPECT_FALSE(world.Has("trle/DATA/first.TR4"));
     ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
     world.ExpectNothingLost(all);
+    world.host.AnswerAll(true);
     const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
     ASSERT_TRUE(RestoreOriginalConfiguration(world.session, *progress)) << world.host.AllTold();
     world.ExpectNothingLost(all);
