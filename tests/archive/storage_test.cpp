@@ -101,6 +101,24 @@ TEST_F(Storage, CompressedLevelComesBackWithTheSameBytes)
     EXPECT_EQ((*entries)[1].name, "X.TR4");
 }
 
+TEST_F(Storage, ANameTooLongForItsCompressedFormStaysPlainAndTheRestGoesOn)
+{
+    const std::string longest = std::string(251, 'n') + ".tr4";
+    Prepare({{"a.tr4", "first"}, {longest, "long"}, {"z.tr4", "last"}});
+    const Files wanted{{"a.tr4.zl", CompressZlBytes("first")},
+                       {longest, "long"},
+                       {"z.tr4.zl", CompressZlBytes("last")}};
+    ASSERT_TRUE(Store()) << box.host.AllTold();
+    EXPECT_EQ(Stored(), wanted);
+    std::filesystem::remove_all(box / "levels/LEVEL_0001/files");
+    for (const auto& [name, content] :
+         Files{{"a.tr4", "first"}, {longest, "long"}, {"z.tr4", "last"}})
+        box.Write("levels/LEVEL_0001/files/" + name, content);
+    ASSERT_TRUE(StoreLevelFiles(box.session, box / "levels/LEVEL_0001/files", code, nullptr))
+        << box.host.AllTold();
+    EXPECT_EQ(Stored(), wanted) << "in place";
+}
+
 TEST_F(Storage, PlainLevelIsACopy)
 {
     Prepare(LevelSource(), false);

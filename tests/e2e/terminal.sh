@@ -170,3 +170,22 @@ if [[ -w /dev/full ]]; then
     "$ctl" --home "$box/home" levels >/dev/full 2>"$box/err" || got=$?
     [[ $got == 1 ]] || die "a full disk: exit $got"
 fi
+
+# The wish that the program ends, and the end of its terminal, give up what comes in.
+printf '#!/bin/sh\nexec sleep 30\n' >"$box/home/unzip" && chmod +x "$box/home/unzip"
+before=$(ls "$box/levels")
+for signal in TERM HUP; do
+    "$ctl" --home "$box/home" --yes add "$box/outer.zip" >"$box/out" 2>"$box/err" </dev/null &
+    adding=$!
+    until [[ -e $box/home/intake_note ]]; do
+        kill -0 "$adding" 2>/dev/null || die "add ended by itself"
+        sleep 0.02
+    done
+    kill "-$signal" "$adding"
+    got=0
+    wait "$adding" || got=$?
+    [[ $got == 1 ]] || die "$signal: exit $got"
+    errs "No level was added"
+    [[ $(ls "$box/levels") == "$before" ]] || die "$signal left something"
+done
+rm "$box/home/unzip"

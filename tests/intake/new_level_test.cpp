@@ -9,7 +9,10 @@
 #include "support/zip_builder.h"
 #include "swap/history.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace kestrova::testing
 {
@@ -352,6 +355,39 @@ TEST_F(NewLevelTest, AFolderComesWithItsSubfoldersWhenThePersonWantsThem)
     box.Write("levels/other.tr4", "other");
     EXPECT_TRUE(level.AddSources({box / "levels"}, Subfolders::Take)) << box.host.AllTold();
     EXPECT_EQ(Names().size(), 4U);
+}
+
+TEST_F(NewLevelTest, OfASourceThatCannotBeReadWholeTheRestComesInAndTheLossIsNamed)
+{
+    box.Write("in/level.tr4", "level");
+    box.Write("in/sub/more.txt", "more");
+    // Folders so deep that no path leads there.
+    const std::string name(200, 'd');
+    int place = ::open((box / "in").c_str(), O_RDONLY | O_DIRECTORY);
+    for (int i = 0; i < 25; ++i) {
+        ASSERT_EQ(::mkdirat(place, name.c_str(), 0755), 0);
+        const int next = ::openat(place, name.c_str(), O_RDONLY | O_DIRECTORY);
+        ::close(std::exchange(place, next));
+    }
+    ::close(place);
+    NewLevel& level = Begin();
+    EXPECT_FALSE(level.AddSources({box / "in"}, Subfolders::Take));
+    EXPECT_EQ(level.LastReport().failed, 1U);
+    EXPECT_TRUE(box.host.WasTold("could not be read. Nothing of it was copied"));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"level.tr4", "more.txt"}));
+
+    Shell("mkfifo pipe");
+    EXPECT_FALSE(level.AddSources({box / "pipe"}));
+    EXPECT_TRUE(box.host.WasTold("neither a file nor a folder"));
+    BuiltEntry bad{"bad.txt", "what it was"};
+    bad.packed = "what it is ";
+    box.Write("part.zip", BuildZip({{"good.txt", "good"}, bad}));
+    EXPECT_FALSE(level.AddSources({box / "part.zip"}));
+    EXPECT_EQ(Names().size(), 2U);
+    level.keepGoing = true;
+    EXPECT_FALSE(level.AddSources({box / "part.zip"}));
+    EXPECT_TRUE(box.host.WasTold("did not come whole out of the package 'part.zip'"));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"good.txt", "level.tr4", "more.txt"}));
 }
 
 TEST_F(NewLevelTest, ASecondPackageAsksBeforeItReplacesAFile)

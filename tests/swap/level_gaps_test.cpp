@@ -1,0 +1,27 @@
+#include "swap/level_gaps.h"
+
+#include "archive/tr4_index.h"
+#include "support/sandbox.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrova::testing
+{
+
+TEST(LevelGaps, BlanksAroundANameAreNoGap)
+{
+    Sandbox box;
+    box.MakeBackupAndArchive();
+    const LevelCode code = box.AddLevel("Level", {{" lead.tr4", "level"}, {"b.tr4", "other"}});
+    const auto entries = ScanTr4Files(box / "levels/LEVEL_0001/files");
+    ASSERT_TRUE(entries && WriteTr4InfOf(box.session, code, *entries));
+    const auto whole = GapsOf(box.session, box.session.archive.levels.back());
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(whole->files, std::vector<std::string>{});
+    std::filesystem::remove(box / "levels/LEVEL_0001/files/ lead.tr4");
+    const auto gap = GapsOf(box.session, box.session.archive.levels.back());
+    ASSERT_TRUE(gap);
+    EXPECT_EQ(gap->files, (std::vector<std::string>{"lead.tr4"}));
+}
+
+} // namespace kestrova::testing
