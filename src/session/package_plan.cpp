@@ -228,6 +228,10 @@ PackagePlan PlanFor(Session& session, const Path& package, const std::string& wa
         plan.namesAs.clear();
         plan.skip.clear();
     }
+    // A small one is unpacked sooner than its list is there; the guard watches what comes out.
+    constexpr std::uint64_t small = std::uint64_t{1} << 20;
+    plan.listed = plan.tool == ToolId::Unzip && directory.isWhole && !plan.entries.empty() &&
+                  FileSize(package) <= small;
     ReadNames(plan.entries, plan.page);
     return plan;
 }

@@ -19,6 +19,8 @@ struct PackagePlan {
     /// Entries without content that other entries use as a folder: not to be unpacked as files.
     std::vector<std::string> skip{};
     bool isZip = true;
+    /// The directory alone tells what the tool's own list would.
+    bool listed = false;
     /// Of a zip or rar: its plain files, and whether a password is needed.
     std::vector<PackedFile> files{};
     bool locked = false;

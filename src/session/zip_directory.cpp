@@ -129,8 +129,10 @@ ZipDirectory ReadZipDirectory(const Path& zip)
     if (wanted > longestDirectory || (wanted > tail.size() && !readTail(wanted)))
         return {};
     ZipDirectory directory{ParseZipDirectory(tail), {}};
-    if (const std::size_t end = EndOf(tail); end != std::string_view::npos)
+    if (const std::size_t end = EndOf(tail); end != std::string_view::npos) {
         directory.comment = tail.substr(end + endSize);
+        directory.isWhole = directory.names.size() == NumberAt(tail, end + 10, 2);
+    }
     return directory;
 }
 

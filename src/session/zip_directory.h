@@ -37,7 +37,8 @@ struct ZipName {
 
 struct ZipDirectory {
     std::vector<ZipName> names;
-    std::string comment; ///< of the whole zip, as bytes
+    std::string comment;  ///< of the whole zip, as bytes
+    bool isWhole = false; ///< there are as many names as the end record says
 };
 
 /// How many bytes at the end of the file the directory takes up to its end; 0 when `tail`, the last

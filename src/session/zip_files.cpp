@@ -376,7 +376,9 @@ bool UnzipWithProgress(Session& session, const Path& package, const Path& folder
         return false;
     }
     std::vector<PackageEntry> entries;
-    if (!List(session, plan, source, options.namesAs, entries, state))
+    if (plan.listed && options.guard != nullptr)
+        entries = plan.entries;
+    else if (!List(session, plan, source, options.namesAs, entries, state))
         return false;
     // A list can be made to say less than what comes out; so can the directory, in another way.
     if (options.guard != nullptr) {

@@ -200,6 +200,20 @@ TEST_F(RarPackages, NamesOfAnLzhAreReadInTheirCodePage)
     EXPECT_EQ(Out(), (Files{{"トウーム.tr4", level}})) << report.namesAs;
 }
 
+TEST_F(RarPackages, OneProgramIsEnoughForASmallZip)
+{
+    box.AddTool("unzip", "echo run >>'" + (box / "runs").native() + "'\nexec '" +
+                             platform::FindOnPath("unzip").native() + "' \"$@\"");
+    box.Write("small.zip", BuildZip({{"a.tr4", level}}));
+    UnpackGuard guard{box.session, box / "small.zip", box / "out"};
+    UnzipOptions options;
+    options.guard = &guard;
+    ASSERT_TRUE(UnzipWithProgress(box.session, box / "small.zip", box / "out", options, state))
+        << state.error << state.details;
+    EXPECT_EQ(Out(), (Files{{"a.tr4", level}}));
+    EXPECT_EQ(box.Read("runs"), "run\n");
+}
+
 TEST_F(RarPackages, EachCauseHasWordsOfItsOwn)
 {
     EXPECT_FALSE(Unzip("empty.zip", BuildZip({})));
