@@ -2,6 +2,7 @@
 
 #include "app/start_up.h"
 #include "catalogue/message.h"
+#include "platform/places.h"
 
 namespace kestrova
 {
@@ -78,8 +79,7 @@ void TrleFinder::Browse()
 
 bool TrleFinder::Take(const Path& folder)
 {
-    const Path place =
-        FolderFromText(std::filesystem::absolute(folder).lexically_normal().native());
+    const Path place = FolderFromText(platform::AbsolutePath(folder).lexically_normal().native());
     if (!IsTrleFolder(session_, place, true))
         return false;
     folder_ = place;

@@ -2,6 +2,7 @@
 #include "app/start_up.h"
 #include "archive/level_sizes.h"
 #include "catalogue/message.h"
+#include "platform/places.h"
 #include "swap/backup.h"
 #include "upkeep/add_level.h"
 #include "upkeep/archive_life.h"
@@ -71,8 +72,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments)
     for (const std::string& item : arguments) {
         if (item.empty())
             break;
-        const Path place =
-            FolderFromText(std::filesystem::absolute(item).lexically_normal().native());
+        const Path place = FolderFromText(platform::AbsolutePath(item).lexically_normal().native());
         if (EndsWithName(item, RowText(Msg::ExtensionArchive)))
             found.archive = place;
         else if (EqualNames(place.filename().native(), RowText(Msg::LastPartTrle)))

@@ -38,7 +38,7 @@ Result<Path> ChooseProgramFolder(const Path& home, bool make)
     Path folder;
     const Path own = platform::ExecutableFolder();
     if (!home.empty())
-        folder = FolderFromText(std::filesystem::absolute(home).lexically_normal().native());
+        folder = FolderFromText(platform::AbsolutePath(home).lexically_normal().native());
     else {
         const auto hasPreferences = IsFile(PreferencesFile(own));
         const auto isPortable = IsFile(InFolder(own, RowText(Msg::FragPortable)));

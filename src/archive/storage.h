@@ -33,8 +33,9 @@ bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, Progr
 
 /// Expands a stored folder into the temporary folder `_temp_Dec`. `result` stays empty when nothing
 /// had to be done; otherwise the caller removes it with `RemoveFolder`. Shows its failure; nothing
-/// is left behind then.
-bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool mp3ToWave);
+/// is left behind then. With `stopped` the person may stop it, which that says afterwards.
+bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool mp3ToWave,
+                       bool* stopped = nullptr);
 
 /// A file of a level as the game needs it, ready to be put in place.
 struct ReadyFile {

@@ -17,8 +17,10 @@ namespace
 /// What an encoding came to.
 enum class Encoded { All, AcceptedLoss, No };
 
-Encoded Judge(Session& session, AudioBatch& batch)
+Encoded Encode(Session& session, AudioBatch& batch)
 {
+    if (session.host.WorksUnattended())
+        batch.LetPassOver(AudioBatch::PassOver::WhenAsked);
     if (batch.Run())
         return Encoded::All;
     session.host.Tell(Tone::Error, GetMsg(Msg::AudioCompressionFailed) + batch.StatusText());
@@ -84,7 +86,7 @@ bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& wo
         sources.push_back(std::move(source));
     }
     AudioBatch batch{session, sources, work, AudioKind::Mp3};
-    const Encoded encoded = Judge(session, batch);
+    const Encoded encoded = Encode(session, batch);
     if (encoded == Encoded::No)
         return false;
     std::erase_if(files, [](const LevelFile& file) { return IsWave(file.name); });
@@ -110,7 +112,7 @@ bool EncodeWavesInPlace(Session& session, const Path& folder)
     if (waves.empty())
         return true;
     AudioBatch batch{session, waves, folder, AudioKind::Mp3};
-    const Encoded encoded = Judge(session, batch);
+    const Encoded encoded = Encode(session, batch);
     if (encoded == Encoded::No)
         return false;
     Status status = DeleteConverted(batch);
@@ -123,7 +125,12 @@ bool EncodeWavesInPlace(Session& session, const Path& folder)
     return bool{status};
 }
 
-bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
+namespace
+{
+
+/// `refused`: because of sounds that cannot be converted, and nothing was changed.
+bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::PassOver passOver,
+                  bool& refused)
 {
     const std::string pattern = PatternOf(toMp3 ? Msg::WavExtension : Msg::Mp3Extension);
     const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
@@ -162,7 +169,10 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
     if (sources.empty())
         return true;
     AudioBatch batch{session, sources, work.Folder(), toMp3 ? AudioKind::Mp3 : AudioKind::Adpcm};
-    if (!batch.Run())
+    batch.LetPassOver(passOver);
+    const bool done = batch.Run();
+    refused = batch.Refused();
+    if (!done)
         return false;
     CopyOptions compared;
     compared.verify = Verify::Content;
@@ -183,10 +193,26 @@ bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
     return true;
 }
 
+} // namespace
+
+bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
+{
+    bool refused = false;
+    return ChangeSounds(session, folder, toMp3, AudioBatch::PassOver::Never, refused);
+}
+
 bool ChangeLevelAudio(Session& session, const std::string& name, const Path& files)
 {
-    return ChangeStoredAudio(session, files, session.archive.header.wavInMp3) ||
-           session.host.AskYesNo(GetMsg(Msg::AskErrorLevelAudio, {name + std::string{lineBreak}}));
+    const bool toMp3 = session.archive.header.wavInMp3;
+    bool refused = false;
+    if (ChangeSounds(session, files, toMp3, AudioBatch::PassOver::Never, refused))
+        return true;
+    if (!session.host.AskYesNo(GetMsg(Msg::AskErrorLevelAudio, {name + std::string{lineBreak}})))
+        return false;
+    // What can be converted is, and the rest stays as it is.
+    if (refused)
+        (void)ChangeSounds(session, files, toMp3, AudioBatch::PassOver::Always, refused);
+    return true;
 }
 
 } // namespace kestrova

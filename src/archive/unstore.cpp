@@ -45,14 +45,19 @@ Status CopyTheRest(const std::vector<ReadyFile>& files, const Path& temp, Progre
 
 } // namespace
 
-bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool mp3ToWave)
+bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool mp3ToWave,
+                       bool* stopped)
 {
     result.clear();
-    const auto stored = ListFiles(folder, RowText(Msg::PatAll));
-    if (!stored) {
-        TellUnlessStopped(session, Msg::ErrorUnzippingFile, stored.Error());
+    const auto failed = [&](const Failure& failure) {
+        if (stopped != nullptr)
+            *stopped = failure.code == ErrorCode::Stopped;
+        TellUnlessStopped(session, Msg::ErrorUnzippingFile, failure);
         return false;
-    }
+    };
+    const auto stored = ListFiles(folder, RowText(Msg::PatAll));
+    if (!stored)
+        return failed(stored.Error());
     if (FolderExists(folder) && std::none_of(stored->begin(), stored->end(), [&](const Path& file) {
             return MustBeExpanded(file.filename().native(), mp3ToWave);
         }))
@@ -60,16 +65,15 @@ bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool 
     const Path temp = InFolder(session.programFolder, RowText(Msg::DirTempDec));
     const auto zip =
         session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
+    if (stopped != nullptr)
+        zip->AllowStop();
     const auto files = ReadyLevelFiles(session, folder, temp, mp3ToWave, zip.get());
-    if (!files) {
-        TellUnlessStopped(session, Msg::ErrorUnzippingFile, files.Error());
-        return false;
-    }
+    if (!files)
+        return failed(files.Error());
     zip->SetLabel(GetMsg(Msg::CopyingFilesInProgress));
     if (const auto status = CopyTheRest(*files, temp, *zip); !status) {
         (void)ClearPlace(temp); // the next use clears what stays
-        TellUnlessStopped(session, Msg::ErrorUnzippingFile, status.Error());
-        return false;
+        return failed(status.Error());
     }
     zip->SetLabel({});
     result = temp;

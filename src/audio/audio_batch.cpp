@@ -91,13 +91,26 @@ bool AudioBatch::LookAtAll()
             status_ = GetMsg(Msg::AudioCannotConvert,
                              {TextOf(files_[i].filename()), plans_[i].description}) +
                       target_.text + "]";
+            if (passesOver_ == PassOver::Always)
+                continue;
             session_.host.Tell(Tone::Error, status_);
+            if (PassesOver(i))
+                continue;
             refused_ = true;
             return false;
         }
         steps_ += static_cast<std::uint64_t>(plans_[i].steps);
     }
     return true;
+}
+
+bool AudioBatch::PassesOver(std::size_t index)
+{
+    const std::string breaks = std::string{lineBreak} + std::string{lineBreak};
+    return passesOver_ == PassOver::WhenAsked &&
+           session_.host.AskYesNo(
+               GetMsg(Msg::AudioAskGoOn, {TextOf(files_[index].filename()) +
+                                          "' : " + GetMsg(Msg::AudioStaysAsItIs) + breaks}));
 }
 
 /// Told, when a result would take the place of a file that is protected.
@@ -119,7 +132,7 @@ bool AudioBatch::RefuseToReplace()
         originals.push_back(*facts);
     }
     for (std::size_t i = 0; i < files_.size() && !originals.empty(); ++i) {
-        if (plans_[i].mode == 0 && !plans_[i].mp3)
+        if (plans_[i].mode == -1 || (plans_[i].mode == 0 && !plans_[i].mp3))
             continue; // it stays what it is
         const auto place = LookAt(target_.folder / ResultName(i));
         if (!place)
@@ -158,14 +171,14 @@ bool AudioBatch::ConvertAll()
     Shared& shared = *shared_;
     ClearLeftoversOfKilled(target_.folder);
     for (std::size_t i = 0; i < files_.size(); ++i) {
-        shared.views[i].endTool = [&shared, i] {
-            return shared.ended || (shared.stop && i != shared.head);
+        shared.views[i].endTool = [&shared, i, atOnce = session_.host.WorksUnattended()] {
+            return shared.ended || (shared.stop && (atOnce || i != shared.head));
         };
         shared.views[i].endConversion = [&shared] { return shared.ended || shared.stop; };
     }
     const std::size_t ahead = stemsMeet_ ? 0 : 2 * OrderedJobs::Cores();
     OrderedJobs jobs{files_.size(), ahead, [&](std::size_t i) {
-                         if (!shared.views[i].endTool())
+                         if (plans_[i].mode != -1 && !shared.views[i].endTool())
                              shared.outcomes[i] = ConvertAudioFile(session_, files_[i], plans_[i],
                                                                    target_, shared.views[i]);
                      }};
@@ -183,6 +196,8 @@ bool AudioBatch::ConvertAll()
                 Stopped(); // it takes effect at the next file; our own conversions hear it at once
         } while (!jobs.WaitFor(i, slice));
         ShowProgress(i);
+        if (plans_[i].mode == -1)
+            continue;
         going = TakeOutcome(i, std::move(shared.outcomes[i]));
         done_ += static_cast<std::uint64_t>(shared.views[i].steps.load());
     }

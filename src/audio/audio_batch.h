@@ -20,6 +20,11 @@ public:
     /// anything changes when one would.
     void Protect(std::vector<Path> originals) { originals_ = std::move(originals); }
 
+    /// A file that cannot become the target refuses the whole list, unless it is passed over: it
+    /// stays as it is, and the others are converted.
+    enum class PassOver { Never, WhenAsked, Always };
+    void LetPassOver(PassOver when) { passesOver_ = when; }
+
     /// In a window with a Stop. True when the run ended without being stopped and without a No.
     bool Run();
 
@@ -38,6 +43,7 @@ private:
     struct Shared;
 
     bool LookAtAll();
+    bool PassesOver(std::size_t index);
     bool RefuseToReplace();
     [[nodiscard]] std::string ResultName(std::size_t index) const;
     bool ConvertAll();
@@ -58,6 +64,7 @@ private:
     std::unique_ptr<Shared> shared_;
     std::string status_;
     bool refused_ = false;
+    PassOver passesOver_ = PassOver::Never;
     const bool stemsMeet_; ///< the order of the list matters
     std::uint64_t steps_ = 0;
     std::uint64_t done_ = 0;

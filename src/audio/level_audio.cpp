@@ -23,6 +23,7 @@ bool DecodeList(Session& session, const Path& folder, const std::vector<Path>& f
     if (files.empty())
         return true;
     AudioBatch batch{session, files, folder, kind};
+    batch.LetPassOver(AudioBatch::PassOver::WhenAsked);
     if (!batch.Run()) {
         session.host.Tell(Tone::Error, GetMsg(words) + batch.StatusText());
         return false;

@@ -5,6 +5,7 @@
 #include "audio/wave_header.h"
 #include "audio/wave_reader.h"
 #include "core/staged_file.h"
+#include "platform/places.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -101,7 +102,7 @@ bool DecodeMp3(Session& session, const Path& source, const Path& destination,
 {
     state.error.clear();
     state.details.clear();
-    const Path place = std::filesystem::absolute(ResolvePath(source));
+    const Path place = platform::AbsolutePath(ResolvePath(source));
     if (!FileExists(place))
         return Fail(state, GetMsg(Msg::Mp3NotFound) + TextOf(source));
     const ToolRow& row = RowOf(ToolId::Madplay);
@@ -159,7 +160,7 @@ bool EncodeMp3(Session& session, const Path& source, const Path& destination,
     WavHeader header;
     if (!ReadWavHeader(source, header))
         return Fail(state, GetMsg(Msg::WaveNotStandard, {TextOf(source.filename())}));
-    const Path place = std::filesystem::absolute(ResolvePath(source));
+    const Path place = platform::AbsolutePath(ResolvePath(source));
     const auto sound = WalkWave(place);
     if (!sound || sound->formatTag != waveTagPcm)
         return Fail(state, GetMsg(Msg::WaveNotReadable));

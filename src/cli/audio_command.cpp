@@ -2,7 +2,9 @@
 #include "audio/mp3_choices.h"
 #include "audio/sound_info.h"
 #include "cli/work.h"
+#include "core/look.h"
 #include "platform/terminal.h"
+#include "session/file_to_write.h"
 
 #include <algorithm>
 #include <charconv>
@@ -84,7 +86,29 @@ std::string TakeSettings(Run& run)
     return {};
 }
 
-Exit ConvertSounds(Run& run, const std::vector<Path>& files, AudioKind kind)
+/// What stands where a result is to go is the person's: without a Yes it stays, and what would
+/// replace it is left out.
+std::vector<Path> LeaveOutKept(Run& run, const std::vector<Path>& files, const Path& folder,
+                               AudioKind kind)
+{
+    std::vector<Path> taken;
+    for (const Path& file : files) {
+        const Path result =
+            folder / (StripExtension(file.filename().native()) +
+                      GetMsg(kind == AudioKind::Mp3 ? Msg::Mp3Extension : Msg::WavExtension));
+        // A file that would be written over itself is refused below, in words of its own.
+        std::error_code none;
+        if (std::filesystem::equivalent(ResolvePath(file), ResolvePath(result), none) ||
+            FileToReplace(run.session, result))
+            taken.push_back(file);
+        else
+            run.host.Tell(Tone::Plain,
+                          GetMsg(Msg::AudioKept, {TextOf(result), TextOf(file.filename())}));
+    }
+    return taken;
+}
+
+Exit ConvertSounds(Run& run, const std::vector<Path>& given, AudioKind kind)
 {
     const Path folder = PlaceFromWord(run.arguments.ValueOf("--out"));
     if (const auto made = MakeFolders(folder); !made) {
@@ -92,8 +116,9 @@ Exit ConvertSounds(Run& run, const std::vector<Path>& files, AudioKind kind)
         return Exit::Failed;
     }
     platform::NoteInterrupts(RowText(Msg::InterruptNoted));
+    const std::vector<Path> files = LeaveOutKept(run, given, folder, kind);
     AudioBatch batch{run.session, files, folder, kind};
-    batch.Protect(files);
+    batch.Protect(given);
     const bool done = batch.Run();
     if (!done && !batch.Refused())
         run.host.Tell(Tone::Error, GetMsg(Msg::FailedConversion) + batch.StatusText());
@@ -105,7 +130,7 @@ Exit ConvertSounds(Run& run, const std::vector<Path>& files, AudioKind kind)
         else
             AddLine(run, TextOf(pair.result));
     }
-    return done && batch.Converted().size() == files.size() ? Exit::Done : Exit::Failed;
+    return done && batch.Converted().size() == given.size() ? Exit::Done : Exit::Failed;
 }
 
 } // namespace

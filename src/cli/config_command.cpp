@@ -1,6 +1,7 @@
 // The configuration file that travels with a level: shown, and written for a folder of files.
 #include "cli/work.h"
 #include "records/nul_list.h"
+#include "session/file_to_write.h"
 #include "session/level_config_file.h"
 #include "upkeep/export_level.h"
 
@@ -108,7 +109,9 @@ std::string TakeField(const std::string& word, LevelConfig& config)
                                    [&](const FieldRow& field) { return field.name == name; });
     if (equals == std::string::npos || row == std::end(fieldRows))
         return GetMsg(Msg::WrongConfigField, {word, AllFieldNames()});
-    const std::string value = Readable(std::string_view{word}.substr(equals + 1));
+    const std::string value = OnOneLine(Readable(std::string_view{word}.substr(equals + 1)));
+    if (!FitsWindows1252(value))
+        return GetMsg(Msg::WrongConfigLetters, {row->name, value});
     if (row->group == 0 && !(config.*row->field).empty())
         return GetMsg(Msg::WrongConfigTwice, {row->name});
     std::vector<std::string> parts{value};
@@ -146,16 +149,10 @@ Exit WriteConfig(Run& run, const Path& folder)
     if (!listed)
         return TellFolderNotRead(run.session, listed.Error()), Exit::Failed;
     config.files = std::move(listed->files);
-    const Path file = LevelConfigPath(folder);
-    // An old longer one would keep its tail.
-    if (const auto status = DeleteFile(file); !status) {
-        TellFailure(run.session, GetMsg(Msg::ConfigErrorOpeningWrite) + TextOf(file),
-                    status.Error());
+    const auto file = FileToReplace(run.session, LevelConfigPath(folder));
+    if (!file || !WriteLevelConfig(run.session, *file, config, OldConfig::Replaced))
         return Exit::Failed;
-    }
-    if (!WriteLevelConfig(run.session, file, config))
-        return Exit::Failed;
-    AddLine(run, TextOf(file));
+    AddLine(run, TextOf(*file));
     return Exit::Done;
 }
 

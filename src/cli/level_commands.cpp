@@ -4,6 +4,7 @@
 #include "cli/work.h"
 #include "core/look.h"
 #include "publish/author_infos.h"
+#include "session/file_to_write.h"
 #include "swap/level_language.h"
 #include "upkeep/change_compression.h"
 #include "upkeep/copy_more_info.h"
@@ -81,7 +82,7 @@ Exit RunLanguage(Run& run)
 
 Exit RunEqual(Run& run)
 {
-    if (!BeginLooking(run, Needs::Archive))
+    if (!BeginLooking(run, Needs::Archive) || !HasArchiveFolder(run))
         return Exit::Failed;
     Json pairs = Json::array();
     const bool scanned = FindEqualLevels(run.session, [&](const EqualPair& pair) {
@@ -163,10 +164,11 @@ Exit RunExport(Run& run)
     const Path zip = PlaceFromWord(run.arguments.words[1]);
     if (!BeginWork(run, Needs::Archive))
         return Exit::Failed;
-    const auto isFree = IsFree(zip);
-    if (!isFree)
-        return EndWork(run, TellFolderNotRead(run.session, isFree.Error()));
-    if (!*isFree && !run.host.AskYesNo(GetMsg(Msg::AskReplaceZip, {TextOf(zip)})))
+    if (FindLevel(run.session, *code) < 0) {
+        run.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(*code)}));
+        return EndWork(run, false);
+    }
+    if (!FileToReplace(run.session, zip))
         return EndWork(run, false);
     ExportChoices choices{zip, run.arguments.Has("--screenshots"), std::nullopt};
     if (run.arguments.Has("--savegames"))

@@ -67,6 +67,12 @@ Exit RunInfo(Run& run)
         return Exit::WrongUse;
     if (!BeginLooking(run, Needs::Archive))
         return Exit::Failed;
+    if (FindLevel(run.session, *code) < 0) {
+        run.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(*code)}));
+        return Exit::Failed;
+    }
+    if (!HasArchiveFolder(run, *code))
+        return Exit::Failed;
     const auto facts = LookAtLevel(run.session, *code);
     if (!facts)
         return Exit::Failed;

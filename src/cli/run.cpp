@@ -17,6 +17,12 @@ using platform::Stream;
 /// The options that go with every command.
 constexpr std::string_view commonOptions[] = {"--home", "--yes", "--no", "--json"};
 
+/// The options whose value is a path.
+constexpr std::string_view placeOptions[] = {"--home",           "--trle", "--folder",
+                                             "--archive-folder", "--out",  "--add"};
+/// A setting may be set to nothing; behind every other command a word is a path or a name.
+constexpr std::string_view settingCommand = "set";
+
 int Finish(const std::string& result, Exit code)
 {
     const auto failure = platform::WriteStream(Stream::Output, result);
@@ -40,8 +46,14 @@ std::string WrongWords(const CommandRow& row, const Arguments& arguments)
         return GetMsg(Msg::WrongOptionHere, {"--json", row.name});
     if (arguments.Has("--yes") && arguments.Has("--no"))
         return GetMsg(Msg::WrongBoth, {"--yes", "--no"});
-    if (arguments.Has("--home") && arguments.ValueOf("--home").empty())
-        return GetMsg(Msg::WrongValueMissing, {"--home"});
+    for (const std::string_view option : placeOptions) {
+        const std::vector<std::string> places = arguments.ValuesOf(option);
+        if (std::find(places.begin(), places.end(), "") != places.end())
+            return GetMsg(Msg::WrongValueMissing, {option});
+    }
+    if (row.name != settingCommand &&
+        std::find(arguments.words.begin(), arguments.words.end(), "") != arguments.words.end())
+        return GetMsg(Msg::WrongWordEmpty, {row.name});
     if (arguments.words.size() < row.leastWords)
         return GetMsg(Msg::WrongWordMissing, {row.name});
     if (arguments.words.size() > row.mostWords)

@@ -2,6 +2,7 @@
 #include "archive/level_folders.h"
 #include "cli/history_lines.h"
 #include "cli/work.h"
+#include "core/look.h"
 #include "saves/savegame_list.h"
 #include "saves/savegame_store.h"
 #include "swap/savegame_info.h"
@@ -37,6 +38,8 @@ bool AddSavegames(Run& run, const Path& folder, const std::string& place)
 
 Exit ListSaves(Run& run, LevelCode code)
 {
+    if (!HasArchiveFolder(run, code))
+        return Exit::Failed;
     if (run.json != nullptr)
         *run.json = Json::array();
     const auto live = CurrentSlotsFolder(run.session, code);
@@ -81,12 +84,19 @@ bool Work(Run& run, LevelCode code)
     const std::string& verb = words.front();
     Session& session = run.session;
     if (verb == "archive")
-        return ArchiveWithWords(session);
+        return ArchiveWithWords(session, BoxWords::OfWork);
     if (verb == "restore")
-        return RestoreWithWords(session);
+        return RestoreWithWords(session, BoxWords::OfWork);
     if (verb == "bring-back")
         return BringBackTold(run, code, words[2]);
     const Path folder = PlaceFromWord(words[2]);
+    const auto isThere = IsFolder(folder);
+    if (!isThere)
+        return TellFolderNotRead(session, isThere.Error());
+    if (!*isThere) {
+        run.host.Tell(Tone::Error, GetMsg(Msg::SourceMissing, {TextOf(folder)}));
+        return false;
+    }
     const bool done = verb == "import" ? ImportFrom(session, folder)
                                        : ExportTo(session, folder, run.arguments.Has("--delete"));
     return done && !run.host.ToldError();

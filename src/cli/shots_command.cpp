@@ -3,6 +3,7 @@
 #include "core/look.h"
 #include "saves/shot_commands.h"
 #include "saves/shot_import.h"
+#include "session/file_to_write.h"
 
 #include <algorithm>
 
@@ -38,7 +39,8 @@ bool AimAt(Run& run, ShotList& shots, const std::string& name)
 Exit List(Run& run, LevelCode code)
 {
     ShotList shots;
-    if (!BeginLooking(run, Needs::Archive) || !LoadShots(run, code, shots))
+    if (!BeginLooking(run, Needs::Archive) || !HasArchiveFolder(run, code) ||
+        !LoadShots(run, code, shots))
         return Exit::Failed;
     if (run.json != nullptr)
         *run.json = Json::array();
@@ -66,12 +68,14 @@ bool Import(Run& run, LevelCode code)
 bool Export(Run& run, ShotList& shots, const Words& words)
 {
     const Path& shot = shots.At(shots.Target());
-    const Path target = PlaceFromWord(words[3]);
-    const auto isFree = IsFree(target);
+    const auto target = FileToWrite(run.session, PlaceFromWord(words[3]));
+    if (!target)
+        return false;
+    const auto isFree = IsFree(*target);
     if (!isFree)
         return TellFolderNotRead(run.session, isFree.Error());
-    return (*isFree || ConfirmReplace(run.session, shot, target)) &&
-           SaveShotTo(run.session, shot, target);
+    return (*isFree || ConfirmReplace(run.session, shot, *target)) &&
+           SaveShotTo(run.session, shot, *target);
 }
 
 bool Change(Run& run, ShotList& shots, const Words& words)

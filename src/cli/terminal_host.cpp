@@ -1,6 +1,7 @@
 #include "cli/terminal_host.h"
 
 #include "platform/clock.h"
+#include "platform/places.h"
 #include "platform/terminal.h"
 
 #include <algorithm>
@@ -194,7 +195,7 @@ std::optional<Path> TerminalHost::AskPath(const std::string& title, const Path& 
         return {};
     if (Trim(*line) == ".")
         return suggestion;
-    return FolderFromText(std::filesystem::absolute(*line).lexically_normal().native());
+    return FolderFromText(platform::AbsolutePath(*line).lexically_normal().native());
 }
 
 std::optional<Path> TerminalHost::ChooseFolder(const std::string& title, const Path& start)

@@ -32,6 +32,7 @@ public:
 
     void Tell(Tone tone, const std::string& text, const std::string& reason = {}) override;
     [[nodiscard]] bool CanAsk() const override { return interactive_; }
+    [[nodiscard]] bool WorksUnattended() const override { return true; }
     bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) override;
     bool AskOkCancel(const std::string& text) override;
     YesNoCancel AskYesNoCancel(const std::string& text) override;

@@ -3,6 +3,8 @@
 #include "app/find_trle.h"
 #include "app/start_up.h"
 #include "archive/level_sizes.h"
+#include "core/look.h"
+#include "platform/places.h"
 #include "platform/terminal.h"
 #include "swap/backup.h"
 #include "upkeep/archive_life.h"
@@ -115,6 +117,19 @@ Exit EndWork(Run& run, bool done)
     return done && SavePreferencesNow(run.session) ? Exit::Done : Exit::Failed;
 }
 
+bool HasArchiveFolder(Run& run, std::optional<LevelCode> code)
+{
+    if (code == originalCode)
+        return true;
+    const Path folder = FolderFromText(Trim(run.session.archive.header.secondaryFolder));
+    const auto isThere = IsFolder(folder);
+    if (!isThere)
+        return TellFolderNotRead(run.session, isThere.Error());
+    if (!*isThere)
+        run.host.Tell(Tone::Error, GetMsg(Msg::ArchiveFolderAway, {TextOf(folder)}));
+    return *isThere;
+}
+
 std::optional<LevelCode> CodeFromWord(Run& run, const std::string& word)
 {
     LevelCode code = -1;
@@ -127,7 +142,7 @@ std::optional<LevelCode> CodeFromWord(Run& run, const std::string& word)
 
 Path PlaceFromWord(const std::string& word)
 {
-    return FolderFromText(std::filesystem::absolute(word).lexically_normal().native());
+    return FolderFromText(platform::AbsolutePath(word).lexically_normal().native());
 }
 
 Exit WrongUse(std::string_view command, const std::string& what)

@@ -23,6 +23,10 @@ Exit EndWork(Run& run, bool done);
 /// Ends the saving after every change before a run's end.
 void RestoreAutoSave(Run& run);
 
+/// False, with words, while the archive's folder is away: what it holds is not nothing then. The
+/// original configuration, which lies elsewhere, needs none.
+bool HasArchiveFolder(Run& run, std::optional<LevelCode> code = {});
+
 /// A level's number; no value, with words, when the word is none.
 std::optional<LevelCode> CodeFromWord(Run& run, const std::string& word);
 /// Absolute and tidied; relative words count from the working folder.

@@ -1,6 +1,7 @@
 #include "core/leftovers.h"
 
 #include "core/staged_file.h"
+#include "platform/places.h"
 #include "platform/process.h"
 
 #include <algorithm>
@@ -94,7 +95,7 @@ void NotePlace(const Path& place)
     if (!notes.file.IsOpen() && !OpenOwn(notes))
         return;
     const std::string text =
-        (place.is_absolute() ? place : std::filesystem::absolute(place)).native() + placeEnd;
+        (place.is_absolute() ? place : platform::AbsolutePath(place)).native() + placeEnd;
     if (!notes.file.Write(std::as_bytes(std::span(text))))
         notes.places.insert(place.native());
 }

@@ -3,6 +3,7 @@
 #include "core/files.h"
 #include "core/leftovers.h"
 #include "platform/look.h"
+#include "platform/places.h"
 #include "platform/process.h"
 
 #include <atomic>
@@ -21,7 +22,7 @@ Path StagedNameFor(const Path& target)
 }
 
 StagedPlace::StagedPlace(const Path& target)
-    : path_(StagedNameFor(std::filesystem::absolute(ResolvePath(target))))
+    : path_(StagedNameFor(platform::AbsolutePath(ResolvePath(target))))
 {
 }
 

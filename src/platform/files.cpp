@@ -373,6 +373,13 @@ std::error_code File::Write(std::span<const std::byte> bytes)
     return {};
 }
 
+std::error_code File::WriteAt(std::uint64_t offset, std::span<const std::byte> bytes)
+{
+    if (::lseek(descriptor_, static_cast<off_t>(offset), SEEK_SET) < 0)
+        return LastError();
+    return Write(bytes);
+}
+
 std::error_code File::Sync()
 {
     if (const auto failure = AskFileHook(FileAction::Sync, path_))

@@ -74,6 +74,8 @@ public:
     std::error_code ReadAt(std::uint64_t offset, std::span<std::byte> into, std::size_t& got);
     /// All of `bytes` or an error.
     std::error_code Write(std::span<const std::byte> bytes);
+    /// The same over what stands at `offset`.
+    std::error_code WriteAt(std::uint64_t offset, std::span<const std::byte> bytes);
     std::error_code Sync();
     std::error_code Truncate(std::uint64_t size);
     /// Reports what a close can still find out (a full quota, a lost server).

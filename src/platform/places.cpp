@@ -31,6 +31,18 @@ fs::path UserDataFolder()
     return fs::path{home != nullptr && home[0] == '/' ? home : "/tmp"} / ".local" / "share";
 }
 
+fs::path CurrentFolder()
+{
+    std::error_code failure;
+    fs::path folder = fs::current_path(failure);
+    return failure ? fs::path{"/proc/self/cwd"} : folder;
+}
+
+fs::path AbsolutePath(const fs::path& path)
+{
+    return path.empty() || path.is_absolute() ? path : CurrentFolder() / path;
+}
+
 fs::path ResourceFolder()
 {
     const fs::path beside = ExecutableFolder() / ".." / "share" / "kestrova";

@@ -13,6 +13,11 @@ namespace kestrova::platform
 std::filesystem::path ExecutableFolder();
 /// `$XDG_DATA_HOME`, or the place that stands for it.
 std::filesystem::path UserDataFolder();
+/// The folder that relative paths count from. One that was deleted in the meantime stands as a path
+/// below which nothing is found and nothing can be made.
+std::filesystem::path CurrentFolder();
+/// The path from the root on; an empty one stays empty. Fails for no path.
+std::filesystem::path AbsolutePath(const std::filesystem::path& path);
 /// The installed share folder of the program, or the one of the source tree it was built from.
 std::filesystem::path ResourceFolder();
 

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "platform/places.h"
 #include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
 #include "saves/savegame_transfer.h"
@@ -75,11 +76,16 @@ std::string CountsOfArchive(const SavegamesMoved& moved)
                                std::to_string(moved.known), std::to_string(moved.live)}));
 }
 
+std::string WhyNotRestored(const SavegamesMoved& moved)
+{
+    return GetMsg(moved.live == int{gameSlotCount} ? Msg::RestoreSlotsFull
+                                                   : Msg::RestoreNothingThere);
+}
+
 std::string CountsOfRestore(const SavegamesMoved& moved)
 {
     if (moved.slot == 0)
-        return Below(GetMsg(moved.live == int{gameSlotCount} ? Msg::RestoreSlotsFull
-                                                             : Msg::RestoreNothingThere));
+        return Below(WhyNotRestored(moved));
     return Below(
         GetMsg(Msg::RestoredCounts, {std::to_string(moved.moved), std::to_string(moved.slot),
                                      std::to_string(moved.known), std::to_string(moved.waiting)}));
@@ -155,8 +161,8 @@ bool SavegameList::Take(const std::vector<std::size_t>& rows, bool deleteExporte
         return Import(files);
     if (purpose_ == ListPurpose::Mail)
         return Mail(files);
-    const auto folder = session_.host.ChooseFolder(GetMsg(Msg::ChooseExportFolder),
-                                                   std::filesystem::current_path());
+    const auto folder =
+        session_.host.ChooseFolder(GetMsg(Msg::ChooseExportFolder), platform::CurrentFolder());
     if (!folder)
         return false;
     Export(files, *folder, deleteExported);
@@ -209,21 +215,25 @@ bool SavegameList::Mail(const std::vector<Path>& files)
     return true;
 }
 
-bool ArchiveWithWords(Session& session)
+bool ArchiveWithWords(Session& session, BoxWords words)
 {
     const auto moved = ArchiveSavegames(session);
     if (!moved)
         return TellMoveFailed(session, moved.Error());
-    session.host.Tell(Tone::Plain, GetMsg(Msg::SavegamesArchived) + CountsOfArchive(*moved));
+    const bool worked = words == BoxWords::Always || moved->live > 0;
+    session.host.Tell(Tone::Plain, worked ? GetMsg(Msg::SavegamesArchived) + CountsOfArchive(*moved)
+                                          : GetMsg(Msg::NothingToArchive));
     return true;
 }
 
-bool RestoreWithWords(Session& session)
+bool RestoreWithWords(Session& session, BoxWords words)
 {
     const auto moved = RestoreSavegames(session);
     if (!moved)
         return TellMoveFailed(session, moved.Error());
-    session.host.Tell(Tone::Plain, GetMsg(Msg::SavegamesRestored) + CountsOfRestore(*moved));
+    const bool worked = words == BoxWords::Always || moved->slot > 0;
+    session.host.Tell(Tone::Plain, worked ? GetMsg(Msg::SavegamesRestored) + CountsOfRestore(*moved)
+                                          : WhyNotRestored(*moved));
     return true;
 }
 

@@ -48,8 +48,11 @@ private:
 bool SendMail(Session& session, const std::string& subject, const std::string& body,
               const std::vector<Path>& attachments);
 
-/// The menu's two moves, which say that they are done.
-bool ArchiveWithWords(Session& session);
-bool RestoreWithWords(Session& session);
+/// When the words of a move's box, that it is done, are said: also where there was nothing to do,
+/// or only of work that was done.
+enum class BoxWords { Always, OfWork };
+/// The menu's two moves, and what they came to.
+bool ArchiveWithWords(Session& session, BoxWords words = BoxWords::Always);
+bool RestoreWithWords(Session& session, BoxWords words = BoxWords::Always);
 
 } // namespace kestrova

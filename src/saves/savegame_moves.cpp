@@ -4,6 +4,7 @@
 #include "catalogue/message.h"
 #include "core/parallel.h"
 #include "core/staged_file.h"
+#include "platform/places.h"
 #include "saves/savegame_plan.h"
 #include "saves/savegame_store.h"
 #include "swap/history.h"
@@ -146,8 +147,8 @@ Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, M
     const auto count = static_cast<std::int32_t>(
         std::int64_t{session.savegameHeader.archivedCount} + added); // wraps as the record does
     const Path header = RootOf(session, code) / FileNameOf(RowText(Msg::FragSavegameHeader));
-    const StateChange change{code, GetMsg(reason), std::filesystem::absolute(header).native(),
-                             count, std::move(*folders)};
+    const StateChange change{code, GetMsg(reason), platform::AbsolutePath(header).native(), count,
+                             std::move(*folders)};
     auto status = MakeStateChange(session, change, elsewhere);
     const auto loaded = LoadSavegameStore(session, code);
     if (status) {

@@ -1,6 +1,7 @@
 #include "saves/savegame_plan.h"
 
 #include "catalogue/message.h"
+#include "platform/places.h"
 #include "swap/state_files.h"
 
 #include <algorithm>
@@ -141,13 +142,13 @@ Result<std::vector<ChangedFolder>> SavegamePlan::Changes() const
         return known->second;
     };
     const auto coming = [&](const std::string& name, const Path& source) -> ComingFile {
-        return {name, hashOf(source), std::filesystem::absolute(source).native()};
+        return {name, hashOf(source), platform::AbsolutePath(source).native()};
     };
     std::vector<ChangedFolder> changes;
     for (const Place& place : places_) {
         if (place.folder.empty())
             continue;
-        ChangedFolder change{std::filesystem::absolute(place.folder).native(), place.made, {}, {}};
+        ChangedFolder change{platform::AbsolutePath(place.folder).native(), place.made, {}, {}};
         for (const auto& [key, old] : place.before) {
             const auto now = place.after.find(key);
             if (now == place.after.end()) {

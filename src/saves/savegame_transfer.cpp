@@ -35,6 +35,8 @@ Status ExportOne(Session& session, LevelCode code, const Path& file, const Path&
         return facts ? there.Error() : facts.Error();
     if (IsSameFile(*facts, *there))
         return Failure{ErrorCode::Refused, TextOf(file), GetMsg(Msg::ExportOntoItself)};
+    if (there->kind != platform::FileKind::File && there->kind != platform::FileKind::Missing)
+        return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WriteNoFile, {TextOf(target)})};
     if (there->kind == platform::FileKind::File && !SameContent(file, target))
         if (auto status = KeepInHistory(session, code, {target}, GetMsg(Msg::ReasonExportedOver));
             !status)

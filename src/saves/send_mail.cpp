@@ -1,4 +1,5 @@
 #include "catalogue/message.h"
+#include "platform/places.h"
 #include "saves/savegame_list.h"
 
 #include <chrono>
@@ -37,7 +38,7 @@ bool SendMail(Session& session, const std::string& subject, const std::string& b
     std::erase(lines, '\r');
     add("--body", lines);
     for (const Path& file : attachments)
-        add("--attach", std::filesystem::absolute(file).native());
+        add("--attach", platform::AbsolutePath(file).native());
     const auto pid = session.machine.Start(launch);
     if (!pid)
         return false;

@@ -3,7 +3,10 @@
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
 #include "core/look.h"
+#include "platform/places.h"
 #include "saves/shot_files.h"
+#include "session/file_to_write.h"
+#include "swap/history.h"
 
 namespace kestrova
 {
@@ -53,13 +56,22 @@ void ShowAgain(Session& session, ShotList& shots)
     Reload(session, shots);
 }
 
+/// What a picture shows may be nowhere else; false, with words, while it cannot be kept.
+bool KeepShot(Session& session, LevelCode code, const Path& shot, Msg reason)
+{
+    const auto kept = KeepInHistory(session, code, {shot}, GetMsg(reason));
+    if (!kept)
+        TellFailure(session, GetMsg(Msg::ShotNotKept, {TextOf(shot.filename())}), kept.Error());
+    return static_cast<bool>(kept);
+}
+
 } // namespace
 
 bool AddShot(Session& session, ShotList& shots)
 {
     shots.SetTarget(ShotList::noTarget);
     const auto source = session.host.ChooseOpenFile(
-        GetMsg(Msg::ShotAddTitle), GetMsg(Msg::ShotAddFilter), std::filesystem::current_path());
+        GetMsg(Msg::ShotAddTitle), GetMsg(Msg::ShotAddFilter), platform::CurrentFolder());
     return source && AddShotFile(session, shots, *source);
 }
 
@@ -94,6 +106,9 @@ bool AddShotFile(Session& session, ShotList& shots, const Path& source)
         session.host.Tell(Tone::Plain,
                           GetMsg(Msg::ShotSavedAs, {name}) + target.filename().native() + "'");
     }
+    if (!*isFree && target == folder / name && !SameContent(source, target) &&
+        !KeepShot(session, shots.Code(), ResolvePath(target), Msg::ReasonShotReplaced))
+        return false;
     auto done = MakeFolder(folder);
     if (done)
         done = CopyFileOver(source, target, {Verify::Content, true, true, {}});
@@ -112,6 +127,8 @@ bool DeleteShot(Session& session, ShotList& shots)
         return false;
     const Path shot = shots.At(*chosen);
     if (!session.host.AskYesNo(GetMsg(Msg::ShotAskDelete) + '"' + TextOf(shot) + '"'))
+        return false;
+    if (!KeepShot(session, shots.Code(), shot, Msg::ReasonShotDeleted))
         return false;
     const auto size = static_cast<double>(FileSize(shot));
     // Exactly this one: a file whose name differs in case only is another picture.
@@ -189,7 +206,10 @@ bool SaveShotAs(Session& session, ShotList& shots)
 
 bool SaveShotTo(Session& session, const Path& shot, const Path& target)
 {
-    const auto copied = CopyFileOver(shot, target, {Verify::Content, true, true, {}});
+    const auto file = FileToWrite(session, target);
+    if (!file)
+        return false;
+    const auto copied = CopyFileOver(shot, *file, {Verify::Content, true, true, {}});
     if (!copied)
         TellFailure(session, GetMsg(Msg::ShotSaveFailed, {TextOf(shot)}) + TextOf(target),
                     copied.Error());

@@ -46,7 +46,7 @@ bool ReadLevelConfig(Session& session, const Path& file, LevelConfig& config)
     return true;
 }
 
-bool WriteLevelConfig(Session& session, const Path& file, const LevelConfig& config)
+bool WriteLevelConfig(Session& session, const Path& file, const LevelConfig& config, OldConfig old)
 {
     const auto failed = [&](Msg words, const std::string& reason) {
         session.host.Tell(Tone::Error, GetMsg(words) + TextOf(file), reason);
@@ -55,7 +55,9 @@ bool WriteLevelConfig(Session& session, const Path& file, const LevelConfig& con
     const auto bytes = FormatLevelConfig(config);
     if (!bytes)
         return failed(Msg::ConfigErrorWriting, GetMsg(Msg::ConfigTextTooLong));
-    if (const auto status = WriteRecordFile(file, *bytes); !status)
+    const auto status =
+        old == OldConfig::Replaced ? WriteWholeFile(file, *bytes) : WriteRecordFile(file, *bytes);
+    if (!status)
         return failed(status.Error().code == ErrorCode::CannotOpen ? Msg::ConfigErrorOpeningWrite
                                                                    : Msg::ConfigErrorWriting,
                       status.Error().reason);

@@ -10,7 +10,10 @@ namespace kestrova
 Path LevelConfigPath(const Path& folder);
 /// Shows its failure; `config` is as it was then.
 bool ReadLevelConfig(Session& session, const Path& file, LevelConfig& config);
-/// Shows its failure; the file is as it was then. An old longer file keeps its tail.
-bool WriteLevelConfig(Session& session, const Path& file, const LevelConfig& config);
+/// What an old longer file leaves of itself.
+enum class OldConfig { KeepsItsTail, Replaced };
+/// Shows its failure; the file is as it was then.
+bool WriteLevelConfig(Session& session, const Path& file, const LevelConfig& config,
+                      OldConfig old = OldConfig::KeepsItsTail);
 
 } // namespace kestrova

@@ -151,8 +151,10 @@ bool HoldFolder(Session& session, const Path& folder)
     if (status)
         return true;
     if (status.Error().code == ErrorCode::Refused)
-        session.host.Tell(Tone::Error,
-                          GetMsg(Msg::HeldByAnother, {TextOf(folder), status.Error().reason}));
+        session.host.Tell(Tone::Error, GetMsg(Msg::HeldByAnother,
+                                              {TextOf(folder), status.Error().reason.empty()
+                                                                   ? GetMsg(Msg::LockWordsNone)
+                                                                   : status.Error().reason}));
     else
         TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), status.Error());
     return false;

@@ -1,5 +1,6 @@
 #include "session/tool_runner.h"
 
+#include "platform/places.h"
 #include "session/line_splitter.h"
 #include "session/program_launch.h"
 
@@ -283,7 +284,7 @@ bool RunAndWait(Session& session, const Path& program, const ToolArguments& argu
                 ToolProgressState& state)
 {
     Empty(state);
-    const Path place = std::filesystem::absolute(ResolvePath(program));
+    const Path place = platform::AbsolutePath(ResolvePath(program));
     const std::string words = GetMsg(Msg::ErrorExecutingUtility) + TextOf(place);
     const auto launch = LaunchOf(session, place, arguments);
     if (!launch) {

@@ -1,6 +1,7 @@
 #include "session/tool_table.h"
 
 #include "catalogue/message.h"
+#include "platform/places.h"
 
 #include <algorithm>
 
@@ -236,7 +237,7 @@ ToolId UnpackerOf(const Path& package)
 Path FindTool(Session& session, const ToolRow& row)
 {
     const Path own = ResolvePath(session.programFolder / row.name);
-    return IsExecutable(own) ? std::filesystem::absolute(own) : session.machine.FindTool(row.name);
+    return IsExecutable(own) ? platform::AbsolutePath(own) : session.machine.FindTool(row.name);
 }
 
 std::string ComplaintIn(const ToolRow& row, std::string_view output)

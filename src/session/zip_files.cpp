@@ -3,6 +3,7 @@
 #include "core/leftovers.h"
 #include "core/parallel.h"
 #include "core/removal.h"
+#include "platform/places.h"
 #include "session/name_list.h"
 #include "session/package_plan.h"
 
@@ -294,8 +295,8 @@ bool ZipFolder(Session& session, const Path& zip, const Path& folder, ToolProgre
                           GetMsg(Msg::ToolInstallHint, {row.name, place, row.package}));
         return false;
     }
-    const Path target = std::filesystem::absolute(ResolvePath(zip));
-    const Path source = std::filesystem::absolute(ResolvePath(folder));
+    const Path target = platform::AbsolutePath(ResolvePath(zip));
+    const Path source = platform::AbsolutePath(ResolvePath(folder));
     if (const auto status = DeleteFile(target); !status) {
         state.error = GetMsg(Msg::ErrorRemovingFile) + TextOf(target);
         state.details = status.Error().reason;
@@ -343,7 +344,7 @@ bool ZipFolder(Session& session, const Path& zip, const Path& folder, ToolProgre
 bool ListZip(Session& session, const Path& package, std::vector<PackageEntry>& entries,
              ToolProgressState& state)
 {
-    const Path source = std::filesystem::absolute(ResolvePath(package));
+    const Path source = platform::AbsolutePath(ResolvePath(package));
     PackagePlan plan = PlanFor(session, source, {});
     return List(session, plan, source, {}, entries, state);
 }
@@ -351,8 +352,8 @@ bool ListZip(Session& session, const Path& package, std::vector<PackageEntry>& e
 bool UnzipWithProgress(Session& session, const Path& package, const Path& folder,
                        const UnzipOptions& options, ToolProgressState& state)
 {
-    const Path source = std::filesystem::absolute(ResolvePath(package));
-    const Path target = std::filesystem::absolute(ResolvePath(folder));
+    const Path source = platform::AbsolutePath(ResolvePath(package));
+    const Path target = platform::AbsolutePath(ResolvePath(folder));
     if (const auto status = MakeFolders(target); !status) {
         state.error = GetMsg(Msg::CannotCreateFolder, {TextOf(target)});
         state.details = status.Error().reason;
@@ -407,8 +408,8 @@ bool UnzipWithProgress(Session& session, const Path& package, const Path& folder
 bool UnzipQuick(Session& session, const Path& package, const Path& folder,
                 const UnzipOptions& options, ToolProgressState& state)
 {
-    const Path source = std::filesystem::absolute(ResolvePath(package));
-    const Path target = std::filesystem::absolute(ResolvePath(folder));
+    const Path source = platform::AbsolutePath(ResolvePath(package));
+    const Path target = platform::AbsolutePath(ResolvePath(folder));
     const ToolRow& usual = RowOf(UnpackerOf(source));
     if (FindTool(session, usual).empty()) {
         const std::string place = TextOf(session.programFolder);

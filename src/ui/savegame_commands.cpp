@@ -2,6 +2,7 @@
 
 #include "app/level_commands.h"
 #include "catalogue/message.h"
+#include "platform/places.h"
 #include "saves/savegame_watch.h"
 #include "ui/dialog_list_savegame.h"
 #include "ui/dialog_savegame_history.h"
@@ -39,8 +40,8 @@ void Import(Session& session, QWidget* window)
     std::optional<Path> folder;
     {
         const Operation operation{session};
-        folder = session.host.ChooseFolder(GetMsg(Msg::ChooseImportFolder),
-                                           std::filesystem::current_path());
+        folder =
+            session.host.ChooseFolder(GetMsg(Msg::ChooseImportFolder), platform::CurrentFolder());
     }
     if (folder)
         ShowList(session, ListPurpose::Import, *folder, window);

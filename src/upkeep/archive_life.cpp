@@ -5,6 +5,7 @@
 #include "archive/level_sizes.h"
 #include "catalogue/message.h"
 #include "core/look.h"
+#include "platform/places.h"
 #include "records/exact_names.h"
 #include "swap/marker.h"
 #include "upkeep/archive_folder.h"
@@ -180,9 +181,8 @@ std::optional<Path> AskForFolder(Session& session, Msg warning, const std::strin
 {
     const std::string line{lineBreak};
     session.host.Tell(Tone::Warning, GetMsg(warning, {line + Readable(missing) + line}));
-    std::error_code none;
     const auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectFolder) + FileNameOf(missing),
-                                                  std::filesystem::current_path(none));
+                                                  platform::CurrentFolder());
     // Nothing is written before this program is the only one that works there.
     if (!chosen || !FitsArchive(session, *chosen) || !HoldFolder(session, *chosen))
         return {};

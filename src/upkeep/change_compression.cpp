@@ -10,6 +10,8 @@
 #include "pictures/convert.h"
 #include "pictures/picture.h"
 
+#include <atomic>
+
 namespace kestrova
 {
 
@@ -23,17 +25,29 @@ struct Change {
     Status outcome{};
 };
 
-/// A level is brought to its end: Stop counts between levels.
-class WithoutStop : public ProgressScope
+/// Files under way are brought to their end, and what is converted stays so: Stop counts between
+/// files.
+class StopBetweenFiles : public ProgressScope
 {
 public:
-    explicit WithoutStop(ProgressScope& shown, ProgressScope& stop) : shown_(shown), stop_(stop) {}
+    explicit StopBetweenFiles(ProgressScope& shown, ProgressScope& stop)
+        : shown_(shown), stop_(stop)
+    {
+    }
+    [[nodiscard]] bool Stopped() const { return stopped_; }
     void SetLabel(const std::string& text) override { shown_.SetLabel(text); }
     void SetBar(std::uint64_t done, std::uint64_t total) override { shown_.SetBar(done, total); }
     void AllowStop() override {}
-    bool Step() override { return (void)shown_.Step(), (void)stop_.Step(), true; }
+    bool Step() override
+    {
+        const bool goesOn = shown_.Step();
+        if (!stop_.Step() || !goesOn)
+            stopped_ = true;
+        return true;
+    }
 
 private:
+    std::atomic<bool> stopped_{false}; ///< looked at by the workers
     ProgressScope& shown_;
     ProgressScope& stop_;
 };
@@ -100,14 +114,16 @@ bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressSc
         return true;
     const auto zip = session.host.BeginProgress(
         ProgressWindow::Zip, GetMsg(compress ? Msg::DeflatingFiles : Msg::ExpandingFiles));
-    WithoutStop shown{*zip, progress};
+    StopBetweenFiles shown{*zip, progress};
     const std::string word = GetMsg(compress ? Msg::WordCompression : Msg::WordDecompression);
     std::vector<FileJob> jobs;
     for (Change& change : changes)
         jobs.push_back({FileSize(change.source),
                         word + GetMsg(Msg::ChangingFile, {TextOf(change.source.filename())}),
-                        [&session, &change, compress]() -> Status {
-                            change.outcome = Convert(session, change, compress);
+                        [&session, &change, &shown, compress]() -> Status {
+                            change.outcome = shown.Stopped()
+                                                 ? Status{MakeFailure(ErrorCode::Stopped, {})}
+                                                 : Convert(session, change, compress);
                             return {}; // one that fails does not hold up the others
                         }});
     const auto ran = RunFileJobs(std::move(jobs), &shown);
@@ -115,7 +131,7 @@ bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressSc
         session.host.Tell(Tone::Error, GetMsg(Msg::ErrorDroppingOldForm, {TextOf(folder)}));
         return false;
     }
-    return AskAboutFailures(session, changes, compress);
+    return !shown.Stopped() && AskAboutFailures(session, changes, compress);
 }
 
 /// The load picture; one that cannot be converted stays as it is.

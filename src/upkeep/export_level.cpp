@@ -6,8 +6,10 @@
 #include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
+#include "session/file_to_write.h"
 #include "session/level_config_file.h"
 #include "session/zip_files.h"
+#include "session/zip_names.h"
 
 #include <algorithm>
 #include <limits>
@@ -73,13 +75,14 @@ Status CopyIn(const Result<std::vector<Path>>& listed, const Path& folder, Progr
         CopyOptions options;
         options.progress = [&](std::uint64_t bytes) {
             progress.SetBar(done + bytes, total);
-            return progress.Step(), true;
+            return progress.Step();
         };
         if (auto status = CopyFileOver(file, target, options); !status)
             return status;
         done += FileSize(target);
         progress.SetBar(done, total);
-        progress.Step();
+        if (!progress.Step())
+            return MakeFailure(ErrorCode::Stopped, TextOf(file));
     }
     return {};
 }
@@ -92,7 +95,8 @@ Status MoveIn(const Path& source, const Path& folder, ProgressScope& progress)
     for (const Path& file : *files) {
         if (auto status = MoveFileOver(file, folder / file.filename()); !status)
             return status;
-        progress.Step();
+        if (!progress.Step())
+            return MakeFailure(ErrorCode::Stopped, TextOf(file));
     }
     return {};
 }
@@ -109,8 +113,16 @@ Result<std::vector<Path>> PicturesOf(const Path& folder)
     return pictures;
 }
 
+bool TellStopped(Session& session)
+{
+    session.host.Tell(Tone::Warning, GetMsg(Msg::ExportStopped));
+    return false;
+}
+
 bool Fail(Session& session, const std::string& words, const Failure& failure)
 {
+    if (failure.code == ErrorCode::Stopped)
+        return TellStopped(session);
     TellFailure(session, words, failure);
     return false;
 }
@@ -125,7 +137,10 @@ bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope
         session.host.Tell(Tone::Error, GetMsg(Msg::ExportCdNotAvailable));
         return false;
     }
-    if (!UnstoreLevelFiles(session, files, out.unpacked, true)) {
+    bool stopped = false;
+    if (!UnstoreLevelFiles(session, files, out.unpacked, true, &stopped)) {
+        if (stopped)
+            return TellStopped(session);
         session.host.Tell(Tone::Error, GetMsg(Msg::ExportErrorDecompressing));
         return false;
     }
@@ -174,14 +189,20 @@ std::optional<Path> ZipPlace(Session& session, const std::string& levelName, con
 }
 
 /// A zip of that name is there whole, the old one or the new one.
-bool Pack(Session& session, const Path& zip, const Path& folder, ProgressScope& progress)
+bool Pack(Session& session, const Path& target, const Path& folder, ProgressScope& progress)
 {
-    progress.SetLabel(GetMsg(Msg::ExportZipping) + TextOf(zip.filename()));
-    const Path target = ResolvePath(zip);
+    progress.SetLabel(GetMsg(Msg::ExportZipping) + TextOf(target.filename()));
     const Path staged = StagedNameFor(target).native() + GetMsg(Msg::ExtensionZip);
     ToolProgressState state{&progress};
     const bool told = FindTool(session, RowOf(ToolId::Zip)).empty(); // in words of its own
     bool packed = ZipFolder(session, staged, folder, state);
+    if (packed) {
+        if (const auto marked = MarkUtf8Names(staged); !marked) {
+            packed = false;
+            state.error = marked.Error().subject;
+            state.details = marked.Error().reason;
+        }
+    }
     if (packed) {
         if (const auto failure = platform::Rename(staged, target)) {
             packed = false;
@@ -191,6 +212,8 @@ bool Pack(Session& session, const Path& zip, const Path& folder, ProgressScope& 
     }
     if (!packed) {
         (void)DeleteFile(staged); // unlisted, and of no use to anybody
+        if (state.error == GetMsg(Msg::BreakUser))
+            return TellStopped(session);
         if (!told)
             session.host.Tell(
                 Tone::Error, GetMsg(Msg::ExportErrorZipping) + std::string{lineBreak} + state.error,
@@ -232,6 +255,7 @@ bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
     const LevelRecord level = session.archive.levels[static_cast<std::size_t>(index)];
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ExportCopying));
+    progress->AllowStop();
     std::optional<Path> zip;
     {
         OutFolder out{session, *progress};
@@ -249,7 +273,8 @@ bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
         if (!WriteLevelConfig(session, config, *content))
             return false;
         zip = ZipPlace(session, std::string{Trim(level.levelName)}, choices.zip);
-        if (!zip || !Pack(session, *zip, out.Place(), *progress))
+        const auto target = zip ? FileToWrite(session, *zip) : std::nullopt;
+        if (!target || !Pack(session, *target, out.Place(), *progress))
             return false;
     }
     session.host.Tell(Tone::Plain, GetMsg(Msg::ExportDone) + TextOf(*zip));

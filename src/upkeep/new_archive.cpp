@@ -3,6 +3,7 @@
 #include "archive/level_sizes.h"
 #include "catalogue/message.h"
 #include "core/look.h"
+#include "platform/places.h"
 #include "upkeep/archive_folder.h"
 #include "upkeep/archive_life.h"
 
@@ -58,9 +59,7 @@ std::optional<Path> AskForNewFolder(Session& session)
 
 Path Absolute(const Path& path)
 {
-    std::error_code failure;
-    const Path absolute = std::filesystem::absolute(path, failure);
-    return FolderFromText((failure ? path : absolute).lexically_normal().native());
+    return FolderFromText(platform::AbsolutePath(path).lexically_normal().native());
 }
 
 } // namespace

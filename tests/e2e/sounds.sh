@@ -30,11 +30,26 @@ for compress in off on; do
     expect 0 verify
 done
 
-# A switch that answers everything does not accept that sounds are lost.
+# What cannot be converted stays as it is, and the others are converted; there and back.
 cp -r "$level" "$box/lossy"
 head -c 500 /dev/zero >"$box/lossy/no sound.wav"
-expect 1 --yes add --name "Lossy" "$box/lossy"
-errs "Left unanswered: Do you want continue in file copy?"
+head -c 5000 /dev/zero >"$box/lossy/199.mp3"
+expect 1 add --name "Lossy" "$box/lossy"
+errs "No level was added"
+expect 0 --yes --json add --name "Lossy" "$box/lossy"
+errs "I cannot convert file 'no sound.wav'"
+errs "I cannot convert file '199.mp3'"
+
+code=$(python3 -c 'import json, sys; print(json.load(open(sys.argv[1]))["code"])' "$box/out")
+files=$box/levels/$(printf 'LEVEL_%04d' "$code")/files
+stored() { find "$files" -iname "*.$1*" | wc -l; }
+(($(stored wav) == 1 && $(stored mp3) == waves + 1)) || die "stored: $(ls "$files")"
+expect 0 set mp3 off
+expect 0 --yes recompress
+(($(stored wav) == waves + 1 && $(stored mp3) == 1)) || die "recompressed: $(ls "$files")"
+expect 0 set mp3 on
+expect 0 --yes recompress
+(($(stored wav) == 1 && $(stored mp3) == waves + 1)) || die "recompressed back: $(ls "$files")"
 
 # There and back; a file that is none stops all before anything is written.
 first=$(find "$level" -maxdepth 1 -iname '*.wav' | sort | sed -n 1p)

@@ -1,0 +1,38 @@
+# Ctrl-C is heard within a big file too; what was there before stays, and the exit says so.
+source "$(dirname "$0")/common.bash"
+
+make_archive
+mkdir "$box/big"
+echo tr4 >"$box/big/big.tr4"
+for part in 1 2 3 4; do head -c 40000000 /dev/urandom >"$box/big/part$part.bin"; done
+expect 0 add --name big "$box/big"
+
+# stopped WORDS…: interrupted once it works, the command ends within two seconds and failed.
+stopped() {
+    local got=0 begin
+    "$ctl" --home "$box/home" --yes "$@" >"$box/out" 2>"$box/err" </dev/null &
+    local pid=$!
+    sleep 0.7
+    kill -INT "$pid"
+    begin=$(date +%s%N)
+    wait "$pid" || got=$?
+    (($(date +%s%N) - begin < 2000000000)) || die "stopped late: $*"
+    [[ $got == 1 ]] || die "stopped: $*: exit $got, not 1"
+}
+
+echo old >"$box/big.zip"
+stopped export 4 "$box/big.zip"
+errs "The export was stopped."
+[[ $(<"$box/big.zip") == old ]] || die "the old zip is gone"
+[[ -z $(find "$box" -maxdepth 1 -name '.kv~*' -o -maxdepth 1 -name 'zi??????') ]] || die "something is left"
+
+# One sound of some minutes.
+python3 - "$box/long.wav" <<'END'
+import os, sys, wave
+with wave.open(sys.argv[1], "wb") as sound:
+    sound.setnchannels(2), sound.setsampwidth(2), sound.setframerate(44100)
+    sound.writeframes(os.urandom(60_000_000))
+END
+stopped audio encode "$box/long.wav" --out "$box/sounds"
+errs "conversion cancelled"
+[[ -z $(ls -A "$box/sounds") ]] || die "half a sound is left"
