@@ -57,8 +57,8 @@ public:
     virtual YesNoCancel AskYesNoCancel(const std::string& text) = 0;
     /// False where nobody can answer, so that a question that needs one must not be repeated.
     [[nodiscard]] virtual bool CanAsk() const { return true; }
-    /// Scripts work through this host. Stop ends the file under way too, and what cannot be converted
-    /// is offered to stay as it is before any question about a loss.
+    /// Scripts work through this host. Stop ends the file under way too, and what cannot be
+    /// converted is offered to stay as it is before any question about a loss.
     [[nodiscard]] virtual bool WorksUnattended() const { return false; }
     /// True once a question stayed without any answer: the No that it gave was nobody's wish.
     [[nodiscard]] virtual bool LeftUnanswered() const { return false; }
