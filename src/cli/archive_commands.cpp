@@ -55,6 +55,11 @@ Exit RunNew(Run& run)
 Exit RunLoad(Run& run)
 {
     const Path file = PlaceFromWord(run.arguments.words.front());
+    if (run.arguments.Has("--folder")) {
+        if (run.arguments.ValueOf("--folder").empty())
+            return WrongUse("load", GetMsg(Msg::WrongValueMissing, {"--folder"}));
+        run.host.AnswerFolder(PlaceFromWord(run.arguments.ValueOf("--folder")));
+    }
     if (!BeginWork(run, Needs::LevelEditor))
         return Exit::Failed;
     if (!FileExists(file)) {

@@ -28,7 +28,7 @@ std::span<const CommandRow> CommandTable()
          {"--refresh", "--folder-is-original"},
          RunBackup},
         {"new", Msg::UseNew, Msg::SumNew, Msg::KeysNew, 0, 1, {"--folder"}, RunNew},
-        {"load", Msg::UseLoad, Msg::SumLoad, Msg::KeysLoad, 1, 1, {}, RunLoad},
+        {"load", Msg::UseLoad, Msg::SumLoad, Msg::KeysLoad, 1, 1, {"--folder"}, RunLoad},
         {"levels", Msg::UseLevels, Msg::SumLevels, Msg::KeysLevels, 0, 0, {}, RunLevels},
         {"info", Msg::UseInfo, Msg::SumInfo, Msg::KeysInfo, 1, 1, {}, RunInfo},
         {"add",
@@ -85,7 +85,7 @@ std::span<const CommandRow> CommandTable()
          {"--trle", "--archive-folder", "--let-go"},
          RunMend},
         {"saves", Msg::UseSaves, Msg::SumSaves, Msg::KeysSaves, 2, 3, {"--delete"}, RunSaves},
-        {"history", Msg::UseHistory, Msg::SumHistory, Msg::KeysHistory, 0, 3, {}, RunHistory},
+        {"history", Msg::UseHistory, Msg::SumHistory, Msg::KeysHistory, 0, 3, {"--to"}, RunHistory},
         {"shots", Msg::UseShots, Msg::SumShots, Msg::KeysShots, 1, 4, {}, RunShots},
         {"set", Msg::UseSet, Msg::SumSet, Msg::KeysSet, 0, 2, {}, RunSet},
         {"audio",
@@ -149,6 +149,7 @@ std::span<const OptionRow> AllOptions()
         {"--savegames"},
         {"--site", true},
         {"--delete"},
+        {"--to", true},
     };
     // clang-format on
     return options;

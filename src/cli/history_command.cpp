@@ -82,6 +82,20 @@ Exit BringBackFile(Run& run, const std::string& id)
     return EndWork(run, false);
 }
 
+/// `history bring-back ID --to DIR`: needs neither the archive nor the level.
+Exit BringBackInto(Run& run, const std::string& id, const Path& folder)
+{
+    if (!BeginWork(run, Needs::Nothing))
+        return Exit::Failed;
+    const LevelCode code = LeadingNumber(id);
+    const auto place = BringBackTo(run.session, code, id, folder);
+    if (!place)
+        TellFailure(run.session, GetMsg(Msg::NotBroughtBack), place.Error());
+    else
+        AddLine(run, TextOf(*place));
+    return EndWork(run, static_cast<bool>(place));
+}
+
 Exit ListOriginals(Run& run)
 {
     if (!BeginLooking(run, Needs::Nothing))
@@ -129,6 +143,9 @@ Exit RunOriginals(Run& run, const std::vector<std::string>& words)
 Exit RunHistory(Run& run)
 {
     const auto& words = run.arguments.words;
+    if (run.arguments.Has("--to") && (words.empty() || words.front() != "bring-back"))
+        return WrongUse("history", GetMsg(Msg::WrongOptionHere,
+                                          {"--to", words.empty() ? "history" : words.front()}));
     if (words.empty())
         return ListHistory(run);
     if (words.front() == "originals")
@@ -141,7 +158,11 @@ Exit RunHistory(Run& run)
         return WrongUse("history", GetMsg(Msg::WrongWordMissing, {"history"}));
     if (run.json != nullptr)
         return WrongUse("history", GetMsg(Msg::WrongOptionHere, {"--json", words.front()}));
-    return BringBackFile(run, words[1]);
+    if (!run.arguments.Has("--to"))
+        return BringBackFile(run, words[1]);
+    if (run.arguments.ValueOf("--to").empty())
+        return WrongUse("history", GetMsg(Msg::WrongValueMissing, {"--to"}));
+    return BringBackInto(run, words[1], PlaceFromWord(run.arguments.ValueOf("--to")));
 }
 
 } // namespace kestrova

@@ -113,7 +113,8 @@ void TerminalHost::Tell(Tone tone, const std::string& text, const std::string& r
     std::string lines = ForTerminal(text) + "\n";
     if (!reason.empty())
         lines += "  " + ForTerminal(reason) + "\n";
-    Say(lines);
+    if (tone == Tone::Plain || told_.insert(lines).second)
+        Say(lines);
 }
 
 std::optional<std::string> TerminalHost::Prompt(const std::string& text, const std::string& ending)
@@ -200,7 +201,7 @@ std::optional<Path> TerminalHost::AskPath(const std::string& title, const Path& 
 
 std::optional<Path> TerminalHost::ChooseFolder(const std::string& title, const Path& start)
 {
-    return AskPath(title, start);
+    return folder_ ? folder_ : AskPath(title, start);
 }
 
 std::optional<Path> TerminalHost::ChooseOpenFile(const std::string& title, const std::string&,

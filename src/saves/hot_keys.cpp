@@ -59,7 +59,11 @@ void HotKeys::Act(Result<SavegamesMoved> (*move)(Session&), Msg failure)
 {
     const Asleep asleep{session_};
     const Operation operation{session_};
-    if (const auto moved = move(session_); !moved)
+    const auto code = session_.list.Selected();
+    const auto moved = move(session_);
+    if (moved && !moved->kept.empty() && code)
+        failed(WordsAboutKept(*moved, *code));
+    if (!moved)
         failed(GetMsg(failure, {moved.Error().subject, moved.Error().reason}));
 }
 

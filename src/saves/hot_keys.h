@@ -27,8 +27,8 @@ public:
 
     /// Lets a person name and save, or drop, a captured picture.
     std::function<void(const CapturedShot&)> ask = [](const CapturedShot&) {};
-    /// Told of an F9 or F11 that could not do its work, and of a picture that cannot be read: words
-    /// that must not hide the game.
+    /// Told of an F9 or F11 that could not do its work or left savegames to the history alone, and
+    /// of a picture that cannot be read: words that must not hide the game.
     std::function<void(const std::string&)> failed = [](const std::string&) {};
 
 private:

@@ -173,8 +173,11 @@ bool SavegameList::Import(const std::vector<Path>& files)
 {
     auto live = LiveCount(session_, code_);
     if (live && files.size() + *live > gameSlotCount) {
-        if (const auto moved = ArchiveSavegamesOf(session_, code_); !moved)
+        const auto moved = ArchiveSavegamesOf(session_, code_);
+        if (!moved)
             return TellMoveFailed(session_, moved.Error());
+        if (!moved->kept.empty())
+            session_.host.Tell(Tone::Warning, WordsAboutKept(*moved, code_));
         live = LiveCount(session_, code_);
     }
     if (!live) {
@@ -215,14 +218,29 @@ bool SavegameList::Mail(const std::vector<Path>& files)
     return true;
 }
 
+namespace
+{
+
+/// The counts, and what went to the history.
+void TellMoved(Session& session, Msg done, const std::string& counts, const SavegamesMoved& moved)
+{
+    std::string words = GetMsg(done) + counts;
+    if (const auto code = session.list.Selected(); code && !moved.kept.empty())
+        words += Below(WordsAboutKept(moved, *code));
+    session.host.Tell(moved.kept.empty() ? Tone::Plain : Tone::Warning, words);
+}
+
+} // namespace
+
 bool ArchiveWithWords(Session& session, BoxWords words)
 {
     const auto moved = ArchiveSavegames(session);
     if (!moved)
         return TellMoveFailed(session, moved.Error());
-    const bool worked = words == BoxWords::Always || moved->live > 0;
-    session.host.Tell(Tone::Plain, worked ? GetMsg(Msg::SavegamesArchived) + CountsOfArchive(*moved)
-                                          : GetMsg(Msg::NothingToArchive));
+    if (words == BoxWords::Always || moved->live > 0)
+        TellMoved(session, Msg::SavegamesArchived, CountsOfArchive(*moved), *moved);
+    else
+        session.host.Tell(Tone::Plain, GetMsg(Msg::NothingToArchive));
     return true;
 }
 
@@ -231,9 +249,10 @@ bool RestoreWithWords(Session& session, BoxWords words)
     const auto moved = RestoreSavegames(session);
     if (!moved)
         return TellMoveFailed(session, moved.Error());
-    const bool worked = words == BoxWords::Always || moved->slot > 0;
-    session.host.Tell(Tone::Plain, worked ? GetMsg(Msg::SavegamesRestored) + CountsOfRestore(*moved)
-                                          : WhyNotRestored(*moved));
+    if (words == BoxWords::Always || moved->slot > 0)
+        TellMoved(session, Msg::SavegamesRestored, CountsOfRestore(*moved), *moved);
+    else
+        session.host.Tell(Tone::Plain, WhyNotRestored(*moved));
     return true;
 }
 

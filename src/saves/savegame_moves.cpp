@@ -7,11 +7,13 @@
 #include "platform/places.h"
 #include "saves/savegame_plan.h"
 #include "saves/savegame_store.h"
+#include "session/name_list.h"
 #include "swap/history.h"
 #include "swap/recovery.h"
 #include "swap/state_files.h"
 
 #include <algorithm>
+#include <map>
 
 namespace kestrova
 {
@@ -135,9 +137,45 @@ std::string NewestOf(const std::vector<std::string>& names,
     return names[keep];
 }
 
-/// Makes what was planned, counts `added` savegames more in the archive, and shows it.
+/// Contents of savegames that no folder holds after the change.
+std::set<std::string> ContentsThatGo(const std::vector<ChangedFolder>& folders,
+                                     const std::set<std::string>& elsewhere)
+{
+    std::set<std::string> going;
+    for (const ChangedFolder& folder : folders)
+        for (const StateFile& file : folder.before)
+            if (MatchesPattern(file.name, RowText(Msg::SavegamePattern)) &&
+                !elsewhere.contains(file.hash))
+                going.insert(file.hash);
+    for (const ChangedFolder& folder : folders)
+        for (const ComingFile& file : folder.after)
+            going.erase(file.hash);
+    return going;
+}
+
+/// Ids of the newest entries that hold these contents, oldest first.
+std::vector<std::string> IdsOf(const Session& session, LevelCode code,
+                               const std::set<std::string>& contents)
+{
+    std::map<std::string, std::size_t> places;
+    const auto entries = HistoryOf(session, code);
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        if (contents.contains(entries[i].hash))
+            places[entries[i].hash] = i;
+    std::set<std::size_t> order;
+    for (const auto& [hash, place] : places)
+        order.insert(place);
+    std::vector<std::string> ids;
+    for (const std::size_t place : order)
+        ids.push_back(entries[place].id);
+    return ids;
+}
+
+/// Makes what was planned, counts `added` savegames more in the archive, and shows it. `kept` gets
+/// the ids of savegames that the history alone holds now.
 Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, Msg reason,
-                   int added, const std::set<std::string>& elsewhere)
+                   int added, const std::set<std::string>& elsewhere,
+                   std::vector<std::string>& kept)
 {
     auto folders = plan.Changes();
     if (!folders)
@@ -149,7 +187,10 @@ Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, M
     const Path header = RootOf(session, code) / FileNameOf(RowText(Msg::FragSavegameHeader));
     const StateChange change{code, GetMsg(reason), platform::AbsolutePath(header).native(), count,
                              std::move(*folders)};
+    const auto going = ContentsThatGo(change.folders, elsewhere);
     auto status = MakeStateChange(session, change, elsewhere);
+    if (status && !going.empty())
+        kept = IdsOf(session, code, going);
     const auto loaded = LoadSavegameStore(session, code);
     if (status) {
         session.savegameHeader.archivedCount = count;
@@ -255,6 +296,14 @@ Result<Path> ReadyLiveFolder(Session& session, LevelCode code)
 
 } // namespace
 
+std::string WordsAboutKept(const SavegamesMoved& moved, LevelCode code)
+{
+    if (moved.kept.empty())
+        return {};
+    return GetMsg(Msg::SavegamesToHistory, {std::to_string(moved.kept.size()),
+                                            ShownNames(moved.kept), std::to_string(code)});
+}
+
 Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
 {
     const Operation operation{session};
@@ -278,7 +327,7 @@ Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
     const auto slot = plan.AddNew(ArchiveSlot(root, slots->free));
     const auto numbers = plan.NumbersOf(*from, names);
     std::set<std::string> elsewhere;
-    SavegamesMoved counts{static_cast<int>(names.size()), 0, 0, slots->free, 0};
+    SavegamesMoved counts{static_cast<int>(names.size()), 0, 0, slots->free, 0, {}};
     for (std::size_t i = 0; i < names.size(); ++i) {
         if (slots->byNumber.contains(numbers[i])) {
             NoteArchived(*slots, *live / names[i], numbers[i], elsewhere);
@@ -295,8 +344,8 @@ Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
             plan.DeleteSavegame(*from, name);
     if (SlotNumberOf(keep) > 0)
         plan.MoveSavegame(*from, keep, *from, SlotName(0), true);
-    if (auto status =
-            MakePlanned(session, code, plan, Msg::ReasonArchived, counts.moved, elsewhere);
+    if (auto status = MakePlanned(session, code, plan, Msg::ReasonArchived, counts.moved, elsewhere,
+                                  counts.kept);
         !status)
         return status.Error();
     return counts;
@@ -311,7 +360,7 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
     const auto standing = SavegamesIn(*live);
     if (!standing)
         return standing.Error();
-    SavegamesMoved counts{static_cast<int>(standing->size()), 0, 0, 0, 0};
+    SavegamesMoved counts{static_cast<int>(standing->size()), 0, 0, 0, 0, {}};
     if (standing->size() == gameSlotCount)
         return counts;
     const Path root = RootOf(session, code);
@@ -341,7 +390,7 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
     for (std::size_t i = 0; i < order.size(); ++i)
         plan.MoveSavegame(passing, names[order[i]], *slots, SlotName(i), true);
     if (auto status = MakePlanned(session, code, plan, Msg::ReasonBeforeRestore,
-                                  -(counts.moved + counts.known), {});
+                                  -(counts.moved + counts.known), {}, counts.kept);
         !status)
         return status.Error();
     return counts;

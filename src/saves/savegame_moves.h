@@ -15,7 +15,12 @@ struct SavegamesMoved {
     int known = 0;   ///< were on the other side already
     int slot = 0;    ///< the archive slot; 0 when none took part
     int waiting = 0; ///< found no room and wait in that slot
+    /// Ids of savegames that left both sides: another content has their save number.
+    std::vector<std::string> kept{};
 };
+
+/// Names those that are in the history alone now, and how they come back; empty when none are.
+std::string WordsAboutKept(const SavegamesMoved& moved, LevelCode code);
 
 /// Frees the game's slots of the selected level: what no archive slot has goes into a new one, and
 /// only the newest savegame stays, in slot 0. Does nothing while no level is selected.

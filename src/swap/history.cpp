@@ -300,29 +300,75 @@ Result<Path> FreePlace(const Path& folder, const std::string& name)
 
 } // namespace
 
+namespace
+{
+
+/// The content of an entry, whole.
+Result<Path> SoundContent(const Session& session, const HistoryEntry& entry)
+{
+    Path content = HistoryContent(session, entry.hash);
+    std::string hash;
+    if (platform::HashOfFile(content, hash) || hash != entry.hash)
+        return Failure{ErrorCode::Damaged, GetMsg(Msg::HistoryContentGone), {}};
+    return content;
+}
+
+Result<HistoryEntry> EntryOf(std::vector<HistoryEntry> entries, const std::string& id)
+{
+    for (HistoryEntry& entry : entries)
+        if (entry.id == id)
+            return std::move(entry);
+    return Failure{ErrorCode::Missing, GetMsg(Msg::HistoryUnknownId, {id}), {}};
+}
+
+Result<Path> CopyOut(const Session& session, const HistoryEntry& entry, const Path& folder)
+{
+    const auto content = SoundContent(session, entry);
+    if (!content)
+        return content;
+    auto place = FreePlace(folder, entry.name);
+    if (!place)
+        return place;
+    if (auto status = CopyFileOver(*content, *place, {Verify::Content, true, true, {}}); !status)
+        return status.Error();
+    return place;
+}
+
+} // namespace
+
 Result<Path> BringBack(Session& session, LevelCode code, const std::string& id)
 {
-    const auto entries = ReadHistoryOf(session, code);
+    auto entries = ReadHistoryOf(session, code);
     if (!entries)
         return entries.Error();
-    const auto entry = std::find_if(entries->begin(), entries->end(),
-                                    [&](const HistoryEntry& e) { return e.id == id; });
-    if (entry == entries->end())
-        return Failure{ErrorCode::Missing, GetMsg(Msg::HistoryUnknownId, {id}), {}};
-    const Path content = HistoryContent(session, entry->hash);
-    std::string hash;
-    if (platform::HashOfFile(content, hash) || hash != entry->hash)
-        return Failure{ErrorCode::Damaged, GetMsg(Msg::HistoryContentGone), {}};
+    const auto entry = EntryOf(std::move(entries).Value(), id);
+    if (!entry)
+        return entry.Error();
+    const Path level = LevelHomeOf(session, code);
+    const auto isThere = IsFolder(level);
+    if (!isThere)
+        return isThere.Error();
+    if (!*isThere)
+        return Failure{ErrorCode::Missing, {}, GetMsg(Msg::HistoryLevelGone, {TextOf(level), id})};
     const auto home = PlaceFor(session, code, *entry);
     if (!home)
         return home;
-    const Path folder = ResolvePath(*home);
-    auto place = FreePlace(folder, entry->name);
-    if (!place)
-        return place;
-    if (auto status = CopyFileOver(content, *place, {Verify::Content, true, true, {}}); !status)
+    return CopyOut(session, *entry, ResolvePath(*home));
+}
+
+Result<Path> BringBackTo(const Session& session, LevelCode code, const std::string& id,
+                         const Path& folder)
+{
+    auto index = ReadHistoryIndex(session, code);
+    if (!index)
+        return index.Error();
+    const auto entry = EntryOf(std::move(index->entries), id);
+    if (!entry)
+        return entry.Error();
+    const Path place = ResolvePath(folder);
+    if (auto status = MakeFolders(place); !status)
         return status.Error();
-    return place;
+    return CopyOut(session, *entry, place);
 }
 
 } // namespace kestrova

@@ -38,6 +38,10 @@ Path HistoryContent(const Session& session, const std::string& hash);
 /// level's live folder: a savegame into its old slot when that is
 /// free, otherwise the lowest free one. The path it got, or why not.
 Result<Path> BringBack(Session& session, LevelCode code, const std::string& id);
+/// The same into any folder, which is made when it is missing, under the file's own name or one
+/// like it that is free there; the level needs not be there any more.
+Result<Path> BringBackTo(const Session& session, LevelCode code, const std::string& id,
+                         const Path& folder);
 /// All levels that have a history.
 Result<std::vector<LevelCode>> LevelsWithHistory(const Session& session);
 
