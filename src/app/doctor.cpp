@@ -55,10 +55,14 @@ Finding LevelEditor(Session& session)
     if (!lacks->empty()) {
         const auto backup = LookAtBackup(session); // not read, it has a finding of its own
         if (FolderExists(trle) && backup && *backup == BackupState::Present &&
-            !BackupSeemsOfAnother(session).ValueOr(trle))
+            !BackupSeemsOfAnother(session).ValueOr(trle)) {
+            if (const std::string waves = WavesToCopy(session).ValueOr({}); !waves.empty())
+                return {false, GetMsg(Msg::DoctorTrle),
+                        GetMsg(Msg::DoctorTrleNotWhole, {TextOf(trle)}) + ": " + *lacks, waves};
             return Bad(Msg::DoctorTrle,
                        GetMsg(Msg::DoctorTrleNotWhole, {TextOf(trle)}) + ": " + *lacks,
                        Msg::DoctorTrleNotWholeRemedy);
+        }
         return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorTrleWrong, {TextOf(trle)}),
                    Msg::DoctorTrleRemedy);
     }

@@ -3,6 +3,8 @@
 #include "app/start_up.h"
 #include "catalogue/message.h"
 #include "platform/places.h"
+#include "session/name_list.h"
+#include "swap/backup.h"
 
 namespace kestrova
 {
@@ -51,6 +53,23 @@ Result<std::string> WhatTrleLacks(const Path& folder)
     return lack ? Result<std::string>{lack->words} : lack.Error();
 }
 
+Result<std::string> WavesToCopy(const Session& session)
+{
+    const Path trle = session.TrleFolder();
+    const auto lack = FirstLack(trle);
+    if (!lack)
+        return lack.Error();
+    if (lack->words.empty() || lack->tone != Tone::Plain || session.preferences.fullBackup ||
+        BackupIsAway(session))
+        return std::string{};
+    const auto missing = MissingWaves(session);
+    if (!missing)
+        return missing.Error();
+    return GetMsg(Msg::FewWavesCompact,
+                  {TextOf(InFolder(trle, RowText(Msg::DirAudio))),
+                   missing->empty() ? GetMsg(Msg::FewWavesUnknown) : ShownNames(*missing)});
+}
+
 bool IsTrleFolder(Session& session, const Path& folder, bool showErrors)
 {
     const auto lack = FirstLack(folder);
@@ -58,6 +77,9 @@ bool IsTrleFolder(Session& session, const Path& folder, bool showErrors)
         return showErrors && TellFolderNotRead(session, lack.Error());
     if (showErrors && !lack->words.empty())
         session.host.Tell(lack->tone, lack->words);
+    if (showErrors && !lack->words.empty() && folder == session.TrleFolder())
+        if (const std::string words = WavesToCopy(session).ValueOr({}); !words.empty())
+            session.host.Tell(Tone::Plain, words);
     return lack->words.empty();
 }
 

@@ -44,6 +44,8 @@ std::string_view WordOf(Mismatch kind)
         return "missing";
     case Mismatch::Differs:
         return "differs";
+    case Mismatch::Cut:
+        return "cut";
     case Mismatch::Unexpected:
         break;
     }
@@ -89,7 +91,8 @@ Exit RunPlay(Run& run)
     const bool played = PlayLevel(run.session, *code, start);
     if (played)
         ShowPlayed(run, *code, start);
-    return EndWork(run, played);
+    // The level stands; what did not come in or back with it has been told.
+    return EndWork(run, played && !run.host.ToldError());
 }
 
 Exit RunOriginal(Run& run)
@@ -159,9 +162,13 @@ Exit RunVerify(Run& run)
     if (run.json != nullptr)
         *run.json = {{"code", code ? *code : StandingLevel(run.session).code},
                      {"differences", std::move(differences)}};
-    else if (found->empty())
+    const bool compared = code || !BackupIsAway(run.session);
+    if (!compared)
+        run.host.Tell(Tone::Warning,
+                      GetMsg(Msg::VerifyNoBackup, {TextOf(run.session.BackupFolder())}));
+    else if (found->empty() && run.json == nullptr)
         AddLine(run, GetMsg(Msg::VerifyFine));
-    return found->empty() ? Exit::Done : Exit::Failed;
+    return found->empty() && compared ? Exit::Done : Exit::Failed;
 }
 
 Exit RunMend(Run& run)

@@ -41,6 +41,11 @@ bool HasLevelEditor(Run& run)
     const auto backup = LookAtBackup(run.session);
     if (!backup)
         return TellFolderNotRead(run.session, backup.Error());
+    const auto waves = WavesToCopy(run.session);
+    if (waves && !waves->empty()) {
+        run.host.Tell(Tone::Error, *waves);
+        return false;
+    }
     const bool mendable = FolderExists(trle) && *backup == BackupState::Present;
     return Refuse(run, mendable ? Msg::NeedsRestore : Msg::NeedsSetup);
 }

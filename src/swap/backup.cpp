@@ -3,7 +3,9 @@
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
 #include "core/look.h"
+#include "core/name_set.h"
 #include "core/removal.h"
+#include "core/staged_file.h"
 #include "session/preferences_file.h"
 #include "swap/backup_folders.h"
 #include "swap/marker.h"
@@ -226,6 +228,27 @@ bool CopyCompact(Session& session, const Path& trle, const Path& target)
 }
 
 /// `keepOld`: files of the old backup that the folder lacks stay in the new one.
+Path WavesNote(const Session& session)
+{
+    return InFolder(session.programFolder, RowText(Msg::FragWavesNote));
+}
+
+Result<std::vector<Path>> WavesOf(const Session& session)
+{
+    return ListFiles(InFolder(session.TrleFolder(), RowText(Msg::DirAudio)), RowText(Msg::PatWav));
+}
+
+/// A compact backup holds no music: what there was is known by name at least, behind the folder's.
+void NoteWaves(Session& session)
+{
+    std::string names = session.TrleFolder().native() + "\n";
+    if (const auto files = WavesOf(session))
+        for (const Path& file : *files)
+            names += file.filename().native() + "\n";
+    if (MakeFolders(InFolder(session.programFolder, RowText(Msg::DirSwap))))
+        (void)WriteWholeFile(WavesNote(session), names); // without it they are not named
+}
+
 bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes& wishes)
 {
     const Operation running{session};
@@ -266,6 +289,8 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
         return false;
     }
     session.preferences.fullBackup = full;
+    if (!full)
+        NoteWaves(session);
     if (const auto status = WritePreferencesFile(session); !status)
         TellFailure(session, GetMsg(Msg::CannotSavePreferences), status.Error());
     if (full)
@@ -374,6 +399,34 @@ Result<BackupState> LookAtBackup(const Session& session)
             return BackupState::Missing;
     }
     return BackupState::Present;
+}
+
+Result<std::vector<std::string>> MissingWaves(const Session& session)
+{
+    std::vector<std::string> missing;
+    if (session.preferences.fullBackup)
+        return missing;
+    const auto noted = ReadFileIfThere(WavesNote(session), UINT64_C(1) << 20);
+    if (!noted || !*noted)
+        return noted ? Result<std::vector<std::string>>{missing} : noted.Error();
+    const auto names = Split(**noted, '\n');
+    if (names.empty() || names.front() != session.TrleFolder().native())
+        return missing; // of another folder
+    const auto files = WavesOf(session);
+    if (!files)
+        return files.Error();
+    NameSet there;
+    for (const Path& file : *files)
+        there.Add(file.filename().native());
+    for (std::size_t i = 1; i < names.size(); ++i)
+        if (!names[i].empty() && !there.Has(names[i]))
+            missing.push_back(names[i]);
+    return missing;
+}
+
+bool BackupIsAway(const Session& session)
+{
+    return LookAtBackup(session).ValueOr(BackupState::Missing) == BackupState::Missing;
 }
 
 bool MakeTrleBackup(Session& session, bool refresh, const BackupWishes& wishes)

@@ -61,7 +61,7 @@ bool InstallFiles(Session& session, SwapRun& run, LevelCode code,
         return markerFailed(status.Error());
     WriteActivityLog(session, log);
     if (!failed.empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::SomeFilesNotCopied, {ShownNames(failed)}));
+        session.host.Tell(Tone::Error, GetMsg(Msg::SomeFilesNotCopied, {ShownNames(failed)}));
     return true;
 }
 

@@ -74,10 +74,11 @@ Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level)
             const std::string name{Trim(entry.name)};
             const Stored* const file = find(name);
             const bool sizeIsKnown = entry.size < std::numeric_limits<std::int32_t>::max();
-            if (file == nullptr ||
-                (file->plain && sizeIsKnown &&
-                 file->size < static_cast<std::uint64_t>(std::max(entry.size, 0))))
+            if (file == nullptr)
                 gaps.files.push_back(name);
+            else if (file->plain && sizeIsKnown &&
+                     file->size < static_cast<std::uint64_t>(std::max(entry.size, 0)))
+                gaps.cut.push_back(name);
         }
     const std::string readme = FileNameOf(Trim(level.moreInfoFile));
     if (!readme.empty() && find(readme) == nullptr)
@@ -86,7 +87,7 @@ Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level)
     for (const Stored& file : files)
         bytes += static_cast<double>(file.size);
     const double less = level.filesSize - bytes;
-    if (gaps.files.empty() && less > measuredLoosely &&
+    if (gaps.files.empty() && gaps.cut.empty() && less > measuredLoosely &&
         level.filesSize < std::numeric_limits<std::int32_t>::max())
         gaps.bytes = less;
     return gaps;
@@ -96,6 +97,8 @@ std::vector<std::string> PlayGaps(const LevelGaps& gaps)
 {
     std::vector<std::string> names;
     for (const std::string& file : gaps.files)
+        names.push_back(Readable(file));
+    for (const std::string& file : gaps.cut)
         names.push_back(Readable(file));
     if (gaps.bytes > 0)
         names.push_back(GetMsg(Msg::LevelLacksBytes, {FormatSize(gaps.bytes)}));

@@ -9,6 +9,7 @@ namespace kestrova
 /// record's readme and from the size that the record noted.
 struct LevelGaps {
     std::vector<std::string> files; ///< of the game: `level1.tr4`
+    std::vector<std::string> cut;   ///< those that are there, shorter than they were
     std::vector<std::string> texts; ///< the readme behind [More info]
     double bytes = 0; ///< so much less than noted, when no file is known by name; otherwise 0
 };

@@ -108,7 +108,9 @@ bool MendSwap(Session& session, const SwapJournal& journal)
     LeftInTrle left;
     if (const auto status = ReturnToOriginal(session, journal, left); !status)
         return Unfinished(session, status.Error());
-    session.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedSwap));
+    const bool whole = left.overwritten.empty();
+    session.host.Tell(whole ? Tone::Warning : Tone::Error,
+                      GetMsg(whole ? Msg::InterruptedSwap : Msg::InterruptedNotWhole));
     TellLeftovers(session, left);
     return true;
 }

@@ -6,6 +6,7 @@
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "session/name_list.h"
+#include "swap/backup.h"
 #include "swap/folder_guard.h"
 #include "swap/history.h"
 #include "swap/marker.h"
@@ -36,6 +37,7 @@ bool IsSoundOfCompactBackup(const Session& session, const std::string& name)
 void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const LevelPlace& level,
                    LeftInTrle& left)
 {
+    const bool away = BackupIsAway(session);
     const OwnedNames brought{files}; // the old and the new level may both have brought a name
     std::vector<std::pair<Path, OwnedFile>> going;
     std::vector<Path> unsafe;
@@ -56,8 +58,13 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
                 IsSoundOfCompactBackup(session, file.name) ||
                 SameContent(place, session.BackupFolder() / relative))
                 continue;
+            const bool known = brought.IsAsPut(file.name, *facts) || safe.Holds(file, relative);
+            if (!known && away) {
+                left.unsure.push_back(file);
+                continue;
+            }
             going.emplace_back(relative, file);
-            if (!brought.IsAsPut(file.name, *facts) && !safe.Holds(file, relative))
+            if (!known)
                 unsafe.push_back(relative);
         }
     }
@@ -78,9 +85,19 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
 /// changes anything when the backup cannot be listed.
 Status RestoreMissing(Session& session, const SwapJournal& journal, LeftInTrle& left)
 {
+    const bool away = BackupIsAway(session);
+    NameSet owed;
     const auto restore = [&](const Path& relative) {
         if (IsPlayersPlace(relative))
             return;
+        if (away) { // whatever is missing may be an original
+            const std::string name = ToBackslashes(relative);
+            if (!IsFile(session.TrleFolder() / relative).ValueOr(false) &&
+                !IsSoundOfCompactBackup(session, name) && !owed.Has(name))
+                left.overwritten.push_back(name);
+            owed.Add(name);
+            return;
+        }
         const auto isOriginal = IsFile(session.BackupFolder() / relative);
         const auto isThere = IsFile(session.TrleFolder() / relative);
         // Where one of both cannot be told it waits.
@@ -105,6 +122,8 @@ Status RestoreMissing(Session& session, const SwapJournal& journal, LeftInTrle& 
     for (const std::string& name : names)
         if (const auto relative = SafeRelative(name))
             restore(*relative);
+    if (away)
+        return {};
     // Where a file could not be deleted its original waits too.
     for (const OwnedFile& file : left.added)
         if (const auto relative = SafeRelative(file.name);
@@ -168,7 +187,12 @@ void TellLeftovers(Session& session, const LeftInTrle& left)
     tell(Msg::FilesKept, left.kept);
     tell(Msg::KeptUnlisted, left.spared);
     tell(Msg::LeftBehind, namesOf(left.added));
-    tell(Msg::OriginalsNotBack, left.overwritten);
+    if (!left.overwritten.empty() && BackupIsAway(session))
+        session.host.Tell(Tone::Error,
+                          GetMsg(Msg::OriginalsNoBackup,
+                                 {TextOf(session.BackupFolder()), ShownNames(left.overwritten)}));
+    else
+        tell(Msg::OriginalsNotBack, left.overwritten);
     tell(Msg::StateLeft, namesOf(left.strangers));
 }
 
@@ -216,7 +240,9 @@ Status ReturnToOriginal(Session& session, SwapJournal journal, LeftInTrle& left)
     record.overwritten = std::move(state.replaced);
     record.overwritten.insert(record.overwritten.end(), left.overwritten.begin(),
                               left.overwritten.end());
+    record.owed = left.overwritten;
     record.added = left.added;
+    record.added.insert(record.added.end(), left.unsure.begin(), left.unsure.end());
     record.strangers = StrangersThere(session, left.strangers).ValueOr(left.strangers);
     record.waiting = std::move(state.waiting);
     if (auto status = WriteOwner(session, std::move(record)); !status)
@@ -286,12 +312,40 @@ Result<std::optional<Homeless>> FindHomeless(const Session& session, const Stand
 
 } // namespace
 
+namespace
+{
+
+/// Originals that a level found missing and does not replace come back beside it.
+void BringOwed(Session& session, const Standing& standing)
+{
+    if (!standing.owner || standing.owner->owed.empty() || !ProgramsInTrle(session).empty() ||
+        BackupIsAway(session))
+        return;
+    OwnerRecord now = *standing.owner;
+    const auto came = std::erase_if(now.owed, [&](const std::string& name) {
+        const auto relative = SafeRelative(name);
+        if (!relative || !IsFile(session.BackupFolder() / *relative).ValueOr(true))
+            return true; // nothing that could ever come
+        if (!IsFree(session.TrleFolder() / *relative).ValueOr(false) ||
+            !RestoreOriginal(session, *relative))
+            return false;
+        std::erase(now.overwritten, name);
+        return true;
+    });
+    if (came > 0)
+        (void)WriteOwner(session, std::move(now)); // otherwise they are looked for once more
+}
+
+} // namespace
+
 void ClearToldLeftovers(Session& session)
 {
     const auto standing = LookAtStanding(session); // otherwise the next occasion may be able to
+    if (standing && !IsOriginalButForLeftovers(session, *standing))
+        BringOwed(session, *standing);
     if (!standing || !IsOriginalButForLeftovers(session, *standing) ||
         (standing->owner->overwritten.empty() && standing->owner->added.empty()) ||
-        !ProgramsInTrle(session).empty())
+        !ProgramsInTrle(session).empty() || BackupIsAway(session))
         return;
     const OwnerRecord& owner = *standing->owner;
     SwapJournal lists;
@@ -306,6 +360,7 @@ void ClearToldLeftovers(Session& session)
         return; // nothing is known of what waits; the next occasion tries again
     OwnerRecord now = owner;
     now.overwritten = std::move(left.overwritten);
+    now.owed = now.overwritten;
     std::erase_if(now.added, [&](const OwnedFile& file) { return !Stays(session, file); });
     if (!IsOriginals(session, standing->level) &&
         std::none_of(now.added.begin(), now.added.end(),
@@ -374,11 +429,19 @@ std::string WhatWaitsInTrle(const Session& session)
     if (!standing)
         return {}; // that it cannot be told is told elsewhere
     std::vector<std::string> words;
-    if (IsOriginalButForLeftovers(session, *standing)) {
+    const bool away = BackupIsAway(session);
+    const bool original = IsOriginalButForLeftovers(session, *standing);
+    if (!original && standing->owner && !standing->owner->owed.empty()) {
+        std::vector<std::string> owed;
+        for (const std::string& name : standing->owner->owed)
+            owed.push_back(Readable(name));
+        words.push_back(GetMsg(Msg::WaitingOriginals, {ShownNames(owed)}));
+    }
+    if (original) {
         std::vector<std::string> originals;
         for (const std::string& name : standing->owner->overwritten) {
             const auto relative = SafeRelative(name);
-            if (relative && IsFile(session.BackupFolder() / *relative).ValueOr(true))
+            if (relative && (away || IsFile(session.BackupFolder() / *relative).ValueOr(true)))
                 originals.push_back(Readable(name));
         }
         std::vector<std::string> brought;

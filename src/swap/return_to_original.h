@@ -10,9 +10,11 @@ namespace kestrova
 
 /// What mending had to leave, each noted so that the next start tries it again.
 struct LeftInTrle {
-    std::vector<std::string> kept;        ///< of somebody's own making, in the vault now
-    std::vector<std::string> spared;      ///< could not be kept, so they stand where they are
-    std::vector<OwnedFile> added;         ///< could not be deleted
+    std::vector<std::string> kept;   ///< of somebody's own making, in the vault now
+    std::vector<std::string> spared; ///< could not be kept, so they stand where they are
+    std::vector<OwnedFile> added;    ///< could not be deleted
+    std::vector<OwnedFile>
+        unsure; ///< the level's or an original: without the backup nobody can tell
     std::vector<std::string> overwritten; ///< could not be brought back
     std::vector<OwnedFile> strangers;
 };

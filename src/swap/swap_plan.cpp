@@ -8,6 +8,7 @@
 #include "core/name_set.h"
 #include "core/removal.h"
 #include "platform/folder_memory.h"
+#include "swap/backup.h"
 #include "swap/level_files.h"
 #include "swap/level_gaps.h"
 #include "swap/state_files.h"
@@ -240,6 +241,40 @@ bool IsSmallerThanNoted(const NotedSizes& sizes, const ReadyFile& file)
 
 } // namespace
 
+namespace
+{
+
+/// Originals that a swap could not bring back, as far as they are still not there, and waves that
+/// a compact backup does not hold.
+Status AddOwed(const Session& session, const std::optional<OwnerRecord>& owner,
+               std::vector<Difference>& found)
+{
+    NameSet told;
+    for (const Difference& difference : found)
+        told.Add(difference.file);
+    const auto waves = MissingWaves(session);
+    if (!waves)
+        return waves.Error();
+    for (const std::string& wave : *waves)
+        if (const std::string name = Readable(GetMsg(Msg::FragAudio) + wave); !told.Has(name))
+            found.push_back({Mismatch::Missing, name});
+    if (!owner)
+        return {};
+    for (const std::string& name : owner->owed) {
+        const auto relative = SafeRelative(name);
+        if (!relative || told.Has(Readable(name)))
+            continue;
+        const auto stands = IsFile(session.TrleFolder() / *relative);
+        if (!stands)
+            return stands.Error();
+        if (!*stands)
+            found.push_back({Mismatch::Missing, Readable(name)});
+    }
+    return {};
+}
+
+} // namespace
+
 Result<std::vector<Difference>> VerifyFolder(Session& session)
 {
     const platform::FolderMemory folders;
@@ -282,6 +317,8 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
     if (*hasBackup)
         if (auto status = CompareWithBackup(session, level, replaced, found); !status)
             return status.Error();
+    if (auto status = AddOwed(session, known->owner, found); !status)
+        return status.Error();
     return found;
 }
 
@@ -304,7 +341,11 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
     if (!ready)
         return std::vector<Difference>{{Mismatch::Differs, ready.Error().subject}};
     std::vector<Difference> found;
-    for (std::string& file : AllGaps(*gaps))
+    for (const std::string& file : gaps->cut)
+        found.push_back({Mismatch::Cut, Readable(file)});
+    LevelGaps missing = *gaps;
+    missing.cut.clear();
+    for (std::string& file : AllGaps(missing))
         found.push_back({Mismatch::Missing, std::move(file)});
     const NotedSizes sizes = SizesNoted(session, code);
     for (const ReadyFile& file : *ready) {

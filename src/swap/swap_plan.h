@@ -15,7 +15,12 @@ struct PlannedFile {
 /// What a swap to that level would do to the folder; touches nothing.
 Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code);
 
-enum class Mismatch { Missing, Differs, Unexpected };
+enum class Mismatch {
+    Missing,
+    Differs,
+    Cut, ///< shorter than it was stored
+    Unexpected
+};
 struct Difference {
     Mismatch kind = Mismatch::Missing;
     std::string file;

@@ -70,6 +70,7 @@ std::string FormatOwner(const OwnerRecord& record)
                     {"level", Encoded(Readable(record.levelName))},
                     {"added", JsonOf(record.added)},
                     {"overwritten", JsonOf(record.overwritten)},
+                    {"owed", JsonOf(record.owed)},
                     {"strangers", JsonOf(record.strangers)},
                     {"waiting", JsonOf(record.waiting)},
                     {"boot", Encoded(record.bootId)}});
@@ -87,6 +88,8 @@ Result<OwnerRecord> ParseOwner(std::string_view text)
     Read(reader, "added", record.added);
     reader.Names("overwritten", record.overwritten);
     record.bootId = reader.Text("boot");
+    if (reader.Has("owed"))
+        reader.Names("owed", record.owed);
     bool sound = true;
     if (reader.Has("home")) {
         Read(reader, "home", record.home);

@@ -47,6 +47,8 @@ struct OwnerRecord {
     std::string levelName;
     std::vector<OwnedFile> added; ///< what levels brought, leftovers of a failed removal too
     std::vector<std::string> overwritten;
+    /// Those of them that should be back and are not.
+    std::vector<std::string> owed{};
     /// Savegames, notes and shots of another level that could not be taken out of the folder.
     std::vector<OwnedFile> strangers;
     /// Names in the owner's store of what could not be brought in.

@@ -4,6 +4,7 @@
 #include "catalogue/message.h"
 #include "core/look.h"
 #include "session/name_list.h"
+#include "swap/backup.h"
 #include "swap/log_lines.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
@@ -22,6 +23,12 @@ bool IsSound(const std::string& name)
 {
     return EqualNames(std::string_view{name}.substr(0, RowText(Msg::FragAudio).size()),
                       RowText(Msg::FragAudio));
+}
+
+/// A script or language file of the root.
+bool IsScript(const std::string& name)
+{
+    return EndsWithName(name, RowText(Msg::DatExtension)) && name.find_last_of('\\') == 0;
 }
 
 } // namespace
@@ -270,6 +277,8 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
     Keep(inTheWay);
     NameSet back; // whatever stood there, the original does now
     std::vector<std::string> failed;
+    std::vector<std::string> owed; // while there is no backup
+    const bool away = BackupIsAway(session_);
     for (std::size_t i = 0; i < names.size(); ++i) {
         const auto relative = SafeRelative(names[i]);
         const auto status = IsSpared(*relative)
@@ -281,6 +290,9 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
         if (!status && IsFile(session_.BackupFolder() / *relative).ValueOr(true)) {
             leftOverwritten_.push_back(names[i]);
             failed.push_back(Readable(names[i]));
+        } else if (!status && away && (session_.preferences.fullBackup || !IsSound(names[i]))) {
+            leftOverwritten_.push_back(names[i]);
+            owed.push_back(Readable(names[i]));
         }
         if (status)
             back.Add(names[i]);
@@ -289,7 +301,11 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
     }
     std::erase_if(leftAdded_, [&](const OwnedFile& file) { return back.Has(file.name); });
     if (!failed.empty())
-        session_.host.Tell(Tone::Warning, GetMsg(Msg::OriginalsNotBack, {ShownNames(failed)}));
+        session_.host.Tell(Tone::Error, GetMsg(Msg::OriginalsNotBack, {ShownNames(failed)}));
+    if (!owed.empty())
+        session_.host.Tell(
+            Tone::Error,
+            GetMsg(Msg::OriginalsNoBackup, {TextOf(session_.BackupFolder()), ShownNames(owed)}));
 }
 
 bool SwapRun::BringIn(bool logged)
@@ -362,6 +378,10 @@ Status SwapRun::Put(const Placement& placement, bool& overwritten)
         overwritten_.push_back(placement.target);
     if (overwritten && status)
         replaced_.push_back(placement.target);
+    // An original that is not there, with something in its place that no file can replace.
+    if (!status && !overwritten &&
+        IsFile(session_.BackupFolder() / placement.relative).ValueOr(false))
+        leftOverwritten_.push_back(placement.target);
     return status;
 }
 
@@ -389,9 +409,15 @@ bool SwapRun::Settle()
         if (!put.Has(left.name))
             record.added.push_back(left);
     const std::set<std::string> replaced{replaced_.begin(), replaced_.end()};
-    for (const std::string& left : leftOverwritten_)
+    const bool ownLanguage = std::any_of(put_.begin(), put_.end(),
+                                         [](const OwnedFile& file) { return IsScript(file.name); });
+    for (const std::string& left : leftOverwritten_) {
         if (!replaced.contains(left))
             record.overwritten.push_back(left);
+        // Beside the level's own language file no other one may stand.
+        if (!put.Has(left) && !(ownLanguage && IsScript(left)))
+            record.owed.push_back(left);
+    }
     for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio}) {
         const Path folder = ResolvePath(InFolder(trle_, RowText(fragment)));
         if (FolderExists(folder))

@@ -204,7 +204,7 @@ Result<std::vector<KeptFile>> KeptFiles(const Session& session)
     auto list = ReadVault(session);
     if (!list)
         return list.Error();
-    const Path vault = VaultFolder(session);
+    const Path vault = ResolvePath(VaultFolder(session));
     std::set<Path> listed;
     std::vector<KeptFile> files;
     const auto tree = ScanTreeIfThere(vault);
@@ -214,6 +214,8 @@ Result<std::vector<KeptFile>> KeptFiles(const Session& session)
         const auto isKept = IsFile(entry.content);
         if (!isKept)
             return isKept.Error();
+        // Its folders may have been made in another spelling.
+        entry.content = ResolvePath(entry.content);
         if (listed.insert(entry.content).second && *isKept)
             files.push_back(std::move(entry));
     }

@@ -260,9 +260,19 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder)
 bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
 {
     const Operation operation{session};
-    if (!HasArchive(session) || !MayBeRemoved(session, code) || !TakeOut(session, code))
+    if (!HasArchive(session) || !MayBeRemoved(session, code))
         return false;
     const Path folder = LevelHomeOf(session, code);
+    const auto canLook = IsFolder(folder);
+    std::error_code none;
+    const bool leadsNowhere = canLook && !*canLook && std::filesystem::is_symlink(folder, none);
+    if ((!canLook || leadsNowhere) && folders != LevelFolders::Keep) {
+        TellFailure(session, GetMsg(Msg::RemoveFolderAway, {TextOf(folder), std::to_string(code)}),
+                    canLook ? MakeFailure(ErrorCode::Missing, TextOf(folder)) : canLook.Error());
+        return false;
+    }
+    if (!TakeOut(session, code))
+        return false;
     const LevelRecord level =
         session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))];
     if (!TakeOffList(session, code))

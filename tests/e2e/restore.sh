@@ -48,3 +48,24 @@ said "0003"
 expect 1 play 3 --no-start
 errs "dusk.tr4"
 expect 0 --yes play 3 --no-start
+
+# Cut short is not missing.
+mv "$box/dusk.tr4" "$box/levels/LEVEL_0003/files/dusk.tr4"
+: >"$box/levels/LEVEL_0003/files/dusk.tr4"
+expect 1 verify 3
+said "$(printf 'cut\tdusk.tr4')"
+
+# Killed in the middle with the backup away: nothing is called original, nothing of it is lost.
+expect 0 original
+mv "$box/home/backup_trle" "$box/bk"
+expect 1 verify
+errs "There is no backup"
+expect 0 play 1 --no-start
+expect 1 play 2 --no-start
+errs "There is no backup"
+errs "script.dat"
+expect 1 original
+expect 1 mend
+mv "$box/bk" "$box/home/backup_trle"
+expect 0 mend
+[[ $(tree "$box/trle") == "$original" ]] || die "originals that were owed"

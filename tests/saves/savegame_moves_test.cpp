@@ -277,4 +277,50 @@ TEST(RestoreSavegames, MoreThanFifteenAtTheStartEndsAtTheToldPlace)
     EXPECT_EQ(world.ShownSlot(1), "savegame.0=20 savegame.1=21 savegame.2=22");
 }
 
+TEST(SavegameMoves, NameWhatOnlyTheHistoryHoldsAfterThem)
+{
+    SavesWorld world;
+    world.Archived(1, "0", 1, "first game");
+    world.Archived(1, "1", 2, "first game");
+    world.Live("0", 1, "second game");
+    world.Live("1", 2, "second game");
+    world.Live("2", 3, "second game");
+    const auto archived = ArchiveSavegames(world.session);
+    ASSERT_TRUE(archived);
+    ASSERT_EQ(archived->kept.size(), 2U) << "the third went into the archive";
+    EXPECT_NE(WordsAboutKept(*archived, world.played).find(archived->kept.front()),
+              std::string::npos);
+    ASSERT_TRUE(BringBack(world.session, world.played, archived->kept.front()));
+    EXPECT_EQ(world.Read("trle/savegame.1"), SavegameBytes("Live 0", 1, "second game"))
+        << "the place of the newest is taken";
+
+    // Two of one number in a slot, and that number is live already.
+    SavesWorld equal;
+    equal.Live("0", 7, "live");
+    equal.Archived(1, "0", 7, "one");
+    equal.Archived(1, "1", 7, "another");
+    const auto restored = RestoreSavegames(equal.session);
+    ASSERT_TRUE(restored);
+    EXPECT_EQ(restored->kept.size(), 2U);
+    EXPECT_TRUE(WordsAboutKept(SavegamesMoved{}, equal.played).empty());
+}
+
+TEST(BringBack, OfALevelWithoutItsFolderNamesTheWayOut)
+{
+    SavesWorld world;
+    world.Live("3", 4);
+    ASSERT_TRUE(KeepInHistory(world.session, world.resting, {world / "trle/savegame.3"}, "kept"));
+    std::filesystem::remove_all(world / "levels/LEVEL_0002");
+    const auto place = BringBack(world.session, world.resting, "0002-1");
+    ASSERT_FALSE(place);
+    EXPECT_NE(place.Error().reason.find("--to"), std::string::npos);
+    EXPECT_FALSE(world.Has("levels/LEVEL_0002"));
+    for (const char* name : {"out/new/savegame.3", "out/new/savegame.0"}) {
+        const auto copied = BringBackTo(world.session, world.resting, "0002-1", world / "out/new");
+        ASSERT_TRUE(copied);
+        EXPECT_EQ(*copied, world / name) << "nothing there is replaced";
+        EXPECT_EQ(world.Read(name), SavegameBytes("Live 3", 4));
+    }
+}
+
 } // namespace kestrova::testing

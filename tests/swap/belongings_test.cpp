@@ -5,6 +5,7 @@
 #include "swap/history.h"
 #include "swap/install.h"
 #include "swap/recovery.h"
+#include "swap/return_to_original.h"
 #include "swap/swap_notes.h"
 #include "swap/swap_plan.h"
 #include "swap/vault.h"
@@ -387,6 +388,63 @@ TEST(OneFileThatCannotGo, KeepsNothingElseFromComingBack)
         killed.ExpectOriginal();
         killed.ExpectNothingLost(treasures);
     }
+}
+
+TEST(Originals, AreOwedWhileThereIsNoBackup)
+{
+    SwapWorld world;
+    ASSERT_TRUE(InstallLevel(world.session, world.first));
+    std::filesystem::rename(world / "home/backup_trle", world / "away");
+    ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    EXPECT_TRUE(world.host.WasTold("There is no backup"));
+    EXPECT_TRUE(world.host.WasTold("load.bmp") || world.host.WasTold("LOAD.bmp"));
+    const auto isNamed = [&](const std::string& file) {
+        const auto found = VerifyFolder(world.session);
+        return found && std::any_of(found->begin(), found->end(), [&](const Difference& lack) {
+                   return EqualNames(lack.file, file);
+               });
+    };
+    EXPECT_TRUE(isNamed("\\data\\title.tr4"));
+    EXPECT_FALSE(isNamed("\\english.dat")) << "the level has its own language";
+    EXPECT_FALSE(WhatWaitsInTrle(world.session).empty());
+
+    // The backup is there again: what stands beside the level comes at once.
+    std::filesystem::rename(world / "away", world / "home/backup_trle");
+    ASSERT_TRUE(RecoverInterruptedWork(world.session));
+    EXPECT_FALSE(isNamed("\\data\\title.tr4"));
+    EXPECT_TRUE(WhatWaitsInTrle(world.session).empty());
+    EXPECT_TRUE(RestoreFast(world.session)) << world.host.AllTold();
+    world.ExpectOriginal();
+}
+
+TEST(Originals, AreNotSaidToBeBackWithoutABackup)
+{
+    SwapWorld world;
+    ASSERT_TRUE(InstallLevel(world.session, world.first));
+    std::filesystem::rename(world / "home/backup_trle", world / "away");
+    EXPECT_FALSE(RestoreFast(world.session));
+    EXPECT_FALSE(WhatWaitsInTrle(world.session).empty());
+    std::filesystem::rename(world / "away", world / "home/backup_trle");
+    ASSERT_TRUE(RecoverInterruptedWork(world.session));
+    world.ExpectOriginal();
+}
+
+TEST(Originals, WithAFolderInTheirPlaceStayOwed)
+{
+    SwapWorld world;
+    std::string picture;
+    for (const auto& [name, content] : world.Snapshot("trle"))
+        if (EqualNames(name, "load.bmp"))
+            picture = name;
+    ASSERT_FALSE(picture.empty());
+    std::filesystem::remove(world / ("trle/" + picture));
+    std::filesystem::create_directories(world / ("trle/" + picture));
+    ASSERT_TRUE(InstallLevel(world.session, world.first));
+    EXPECT_FALSE(RestoreFast(world.session)) << "an original is not there";
+    EXPECT_FALSE(WhatWaitsInTrle(world.session).empty());
+    std::filesystem::remove(world / ("trle/" + picture));
+    EXPECT_TRUE(RestoreFast(world.session)) << world.host.AllTold();
+    world.ExpectOriginal();
 }
 
 } // namespace kestrova::testing
