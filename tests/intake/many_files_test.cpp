@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <ctime>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -48,7 +49,22 @@ public:
     void SetLabel(const std::string&) override {}
     void SetBar(std::uint64_t, std::uint64_t) override {}
     void AllowStop() override {}
-    bool Step() override { return Clock::now() < at; }
+    bool Step() override
+    {
+        const bool goesOn = Clock::now() < at;
+        if (goesOn)
+            asked = std::clock();
+        return goesOn;
+    }
+    /// Seconds of the processor that the program worked since it last asked and was told to go on;
+    /// a disk at work for others counts nothing.
+    [[nodiscard]] double WorkedSinceAsked() const
+    {
+        return static_cast<double>(std::clock() - asked) / CLOCKS_PER_SEC;
+    }
+
+private:
+    std::clock_t asked = std::clock();
 };
 
 class ManyFiles : public ::testing::Test
@@ -110,8 +126,7 @@ TEST_F(ManyFiles, StopIsHeardWithinASecondWheneverItComes)
         NewLevel level{box.session, record, LevelMode::New, progress};
         ASSERT_TRUE(level.Open());
         const bool all = level.AddSources({box / "many.zip"});
-        // A second, and what a machine at work takes to clear 8,000 files away.
-        EXPECT_LT(Clock::now() - progress.at, std::chrono::seconds{4}) << wait;
+        EXPECT_LT(progress.WorkedSinceAsked(), 2) << wait; // sanitizers take their part
         EXPECT_EQ(level.LastReport().stopped, !all);
         EXPECT_FALSE(std::filesystem::exists(UnpackingFolder(box.session))) << wait;
         if (all) {
