@@ -69,3 +69,42 @@ expect 1 mend
 mv "$box/bk" "$box/home/backup_trle"
 expect 0 mend
 [[ $(tree "$box/trle") == "$original" ]] || die "originals that were owed"
+
+# A level's folder that leads nowhere is not removed by name alone.
+mv "$box/levels/LEVEL_0002" "$box/disk"
+ln -s "$box/disk" "$box/levels/LEVEL_0002"
+mv "$box/disk" "$box/disk-away"
+expect 1 --yes remove 2
+errs "--keep-files"
+expect 0 levels
+said noon
+rm "$box/levels/LEVEL_0002"
+mv "$box/disk-away" "$box/levels/LEVEL_0002"
+
+# The kept savegames of a removed level come out into any folder; a moved archive is named.
+mkdir -p "$box/levels/LEVEL_0002/backup_savegames"
+{ head -c 75 /dev/zero; printf '\5\0rest'; } >"$box/levels/LEVEL_0002/backup_savegames/savegame.1"
+expect 0 --yes remove 2
+expect 1 history bring-back 0002-1
+errs "--to FOLDER"
+expect 0 history bring-back 0002-1 --to "$box/mine"
+[[ -s $box/mine/savegame.1 ]] || die "history bring-back --to"
+mv "$box/levels" "$box/elsewhere"
+expect 0 load "$box/my.kva" --folder "$box/elsewhere"
+expect 0 play 1 --no-start
+expect 0 original
+
+# Music that a compact backup does not hold is named, with what to do, by all who refuse.
+mv "$box/home" "$box/home-full"
+expect 0 setup --trle "$box/trle" --compact --folder-is-original
+expect 0 new --folder "$box/few" "$box/few.kva"
+rm "$box/trle/audio/031.wav"
+for words in "setup --trle $box/trle" "original --full" "original" "play 0" "new $box/second.kva"; do
+    # shellcheck disable=SC2086
+    expect 1 --yes $words
+    [[ $(grep -c "031.wav" "$box/err") == 1 ]] || die "not told once: $words"
+done
+expect 1 verify
+said "031.wav"
+expect 0 doctor
+said "031.wav"

@@ -447,4 +447,17 @@ TEST(Originals, WithAFolderInTheirPlaceStayOwed)
     world.ExpectOriginal();
 }
 
+TEST(KeptFiles, AreListedOnceHoweverTheirFolderIsSpelled)
+{
+    SwapWorld world;
+    world.Write("trle/data/mine.tr4", "my own level");
+    ASSERT_TRUE(KeepOriginal(world.session, "data/mine.tr4"));
+    const Path vault = world / "home/history/originals";
+    std::filesystem::rename(vault / "data", vault / "DATA");
+    const auto files = KeptFiles(world.session);
+    ASSERT_TRUE(files);
+    ASSERT_EQ(files->size(), 1U);
+    EXPECT_EQ(files->front().id, "o-1");
+}
+
 } // namespace kestrova::testing
