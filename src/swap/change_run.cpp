@@ -238,17 +238,23 @@ Status ChangeRun::Overwrite()
     return {};
 }
 
+Result<bool> ChangeRun::StillGoes(const Target& target)
+{
+    if (target.foreign || !target.becomes.empty())
+        return false;
+    const auto now = HashNow(target.file);
+    return now ? Result<bool>{*now == target.was} : now.Error();
+}
+
 Status ChangeRun::KeepGoing()
 {
     std::vector<Path> files;
     bool unflushed = false;
     for (const Target& target : targets_) {
-        if (target.foreign || !target.becomes.empty())
-            continue;
-        const auto now = HashNow(target.file);
-        if (!now)
-            return now.Error();
-        if (*now != target.was)
+        const auto goes = StillGoes(target);
+        if (!goes)
+            return goes.Error();
+        if (!*goes)
             continue;
         const Holder holder = HolderOf(target.was);
         unflushed = unflushed || holder == Holder::Unflushed;
@@ -264,12 +270,10 @@ Status ChangeRun::KeepGoing()
 Status ChangeRun::Delete()
 {
     for (const Target& target : targets_) {
-        if (target.foreign || !target.becomes.empty())
-            continue;
-        const auto now = HashNow(target.file);
-        if (!now)
-            return now.Error();
-        if (*now != target.was)
+        const auto goes = StillGoes(target);
+        if (!goes)
+            return goes.Error();
+        if (!*goes)
             continue;
         destroyed_ = true;
         if (const auto failure = platform::Unlink(target.file))

@@ -46,6 +46,8 @@ private:
     Status PutNew();
     Status KeepOverwritten();
     Status Overwrite();
+    /// True for a target that goes and stands there as it did; asked right before it is deleted.
+    [[nodiscard]] static Result<bool> StillGoes(const Target& target);
     Status KeepGoing();
     Status Delete();
     Status Place(Target& target);

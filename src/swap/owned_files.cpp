@@ -54,6 +54,12 @@ Path SpelledAsPut(const Session& session, const OwnedFile& listed, const Path& r
     return relative;
 }
 
+bool StaysWithCompactBackup(const Session& session, std::string_view name)
+{
+    const std::string_view audio = RowText(Msg::FragAudio);
+    return !session.preferences.fullBackup && EqualNames(name.substr(0, audio.size()), audio);
+}
+
 OwnedNames::OwnedNames(const std::vector<OwnedFile>& files)
 {
     for (const OwnedFile& file : files)

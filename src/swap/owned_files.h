@@ -24,6 +24,10 @@ bool IsAsPut(const OwnedFile& listed, const platform::FileFacts& facts);
 /// files differ by case alone, of the one that is as it was put there.
 Path SpelledAsPut(const Session& session, const OwnedFile& listed, const Path& relative);
 
+/// True for a file in the folder of sounds while the backup is compact: it holds none of them, so
+/// what stands there stays.
+bool StaysWithCompactBackup(const Session& session, std::string_view name);
+
 /// A list of noted files by name, case ignored.
 class OwnedNames
 {

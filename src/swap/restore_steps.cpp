@@ -50,13 +50,6 @@ void Note(RestoreReport& report, std::vector<std::string>& list, const Path& rel
     NoteReason(report, failure);
 }
 
-bool StaysWithCompactBackup(const Session& session, const std::string& name)
-{
-    const std::string_view audio = RowText(Msg::FragAudio);
-    return !session.preferences.fullBackup &&
-           EqualNames(std::string_view{name}.substr(0, audio.size()), audio);
-}
-
 /// One original back in its place. What stood there and is not the original is kept first.
 void BringBack(Session& session, const Path& relative, RestoreReport& report)
 {

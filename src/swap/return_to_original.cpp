@@ -25,13 +25,6 @@ namespace kestrova
 namespace
 {
 
-bool IsSoundOfCompactBackup(const Session& session, const std::string& name)
-{
-    const std::string_view audio = RowText(Msg::FragAudio);
-    return !session.preferences.fullBackup &&
-           EqualNames(std::string_view{name}.substr(0, audio.size()), audio);
-}
-
 /// Deletes what the old or the new level brought, but for files that are original. What somebody
 /// changed since is kept first.
 void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const LevelPlace& level,
@@ -55,7 +48,7 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
                 continue;
             }
             if (facts->kind != platform::FileKind::File ||
-                IsSoundOfCompactBackup(session, file.name) ||
+                StaysWithCompactBackup(session, file.name) ||
                 SameContent(place, session.BackupFolder() / relative))
                 continue;
             const bool known = brought.IsAsPut(file.name, *facts) || safe.Holds(file, relative);
@@ -93,7 +86,7 @@ Status RestoreMissing(Session& session, const SwapJournal& journal, LeftInTrle& 
         if (away) { // whatever is missing may be an original
             const std::string name = ToBackslashes(relative);
             if (!IsFile(session.TrleFolder() / relative).ValueOr(false) &&
-                !IsSoundOfCompactBackup(session, name) && !owed.Has(name))
+                !StaysWithCompactBackup(session, name) && !owed.Has(name))
                 left.overwritten.push_back(name);
             owed.Add(name);
             return;
@@ -278,7 +271,7 @@ bool Stays(const Session& session, const OwnedFile& file)
 /// Those of them that are to go: the sounds of a compact backup stay.
 bool ShouldGo(const Session& session, const OwnedFile& file)
 {
-    return Stays(session, file) && !IsSoundOfCompactBackup(session, file.name);
+    return Stays(session, file) && !StaysWithCompactBackup(session, file.name);
 }
 
 std::vector<std::string> ShownNamesOf(const std::vector<Path>& files)

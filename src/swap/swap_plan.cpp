@@ -53,13 +53,10 @@ Result<Belongings> StandingBelongings(const Session& session, const Standing& st
 void PlanRemoval(Session& session, const Belongings& belongings, std::vector<PlannedFile>& plan,
                  Foresight& foresight)
 {
-    const std::string_view audio = RowText(Msg::FragAudio);
     for (const OwnedFile& file : belongings.added) {
         const auto relative = SafeRelative(file.name);
         const Path place = session.TrleFolder() / *relative;
-        const bool stays = !session.preferences.fullBackup &&
-                           EqualNames(std::string_view{file.name}.substr(0, audio.size()), audio);
-        if (stays || !FileExists(place))
+        if (StaysWithCompactBackup(session, file.name) || !FileExists(place))
             continue;
         plan.push_back({PlannedAction::Remove, Readable(file.name), FileSize(place)});
         foresight.gone.Add(file.name);

@@ -19,12 +19,6 @@ namespace kestrova
 namespace
 {
 
-bool IsSound(const std::string& name)
-{
-    return EqualNames(std::string_view{name}.substr(0, RowText(Msg::FragAudio).size()),
-                      RowText(Msg::FragAudio));
-}
-
 /// A script or language file of the root.
 bool IsScript(const std::string& name)
 {
@@ -218,7 +212,7 @@ bool SwapRun::DeleteAdded(const LevelPlace& level, const Belongings& belongings)
     const auto progress =
         session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RemovingPreviousFiles));
     const auto stays = [&](const OwnedFile& file) {
-        return !session_.preferences.fullBackup && IsSound(file.name);
+        return StaysWithCompactBackup(session_, file.name);
     };
     std::vector<Path> places;
     std::vector<Path> unsafe;
@@ -256,7 +250,7 @@ bool SwapRun::LeavesAnything() const
 {
     return !leftOverwritten_.empty() ||
            std::any_of(leftAdded_.begin(), leftAdded_.end(), [&](const OwnedFile& file) {
-               return session_.preferences.fullBackup || !IsSound(file.name);
+               return !StaysWithCompactBackup(session_, file.name);
            });
 }
 
@@ -290,7 +284,7 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
         if (!status && IsFile(session_.BackupFolder() / *relative).ValueOr(true)) {
             leftOverwritten_.push_back(names[i]);
             failed.push_back(Readable(names[i]));
-        } else if (!status && away && (session_.preferences.fullBackup || !IsSound(names[i]))) {
+        } else if (!status && away && !StaysWithCompactBackup(session_, names[i])) {
             leftOverwritten_.push_back(names[i]);
             owed.push_back(Readable(names[i]));
         }
