@@ -43,19 +43,6 @@ void AppendUtf8(std::string& text, UChar32 c)
     text.append(reinterpret_cast<const char*>(buffer.data()), static_cast<std::size_t>(length));
 }
 
-bool IsAscii(std::string_view text)
-{
-    constexpr std::uint64_t highBits = 0x8080808080808080;
-    std::uint64_t word = 0;
-    for (; text.size() >= sizeof word; text.remove_prefix(sizeof word)) {
-        std::memcpy(&word, text.data(), sizeof word);
-        if ((word & highBits) != 0)
-            return false;
-    }
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 char LowerAscii(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
@@ -116,6 +103,19 @@ std::string FoldCase(std::string_view text)
 std::string UpperCase(std::string_view text)
 {
     return WithCase(text, UpperAscii, [](UChar32 c) { return u_toupper(c); });
+}
+
+bool IsAscii(std::string_view text)
+{
+    constexpr std::uint64_t highBits = 0x8080808080808080;
+    std::uint64_t word = 0;
+    for (; text.size() >= sizeof word; text.remove_prefix(sizeof word)) {
+        std::memcpy(&word, text.data(), sizeof word);
+        if ((word & highBits) != 0)
+            return false;
+    }
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 bool EqualNames(std::string_view a, std::string_view b)

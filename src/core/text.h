@@ -18,6 +18,8 @@ std::string FoldCase(std::string_view text);
 /// By simple Unicode upper-casing: the key by which listings are sorted.
 std::string UpperCase(std::string_view text);
 /// Names of files, tags and extensions are compared so.
+/// Letters of 7 bits alone.
+bool IsAscii(std::string_view text);
 bool EqualNames(std::string_view a, std::string_view b);
 bool EndsWithName(std::string_view text, std::string_view ending);
 /// Where `part` stands in `text` without regard to case; npos when it does not.

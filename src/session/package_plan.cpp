@@ -21,12 +21,6 @@ constexpr std::uint8_t madeByDos = 0;
 constexpr std::uint8_t madeByNt = 11;
 constexpr std::string_view unicode = "UTF-8";
 
-bool IsAscii(std::string_view name)
-{
-    return std::all_of(name.begin(), name.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 enum class Reader { Any, UnzipAlone, TarAlone };
 
 /// By the methods of section 4.4.5 of the format's description.

@@ -17,7 +17,6 @@ constexpr std::size_t longestComment = 0xFFFF;
 constexpr std::uint64_t longestDirectory = std::uint64_t{16} << 20;
 constexpr std::string_view endMark{"PK\5\6", 4};
 constexpr std::string_view entryMark{"PK\1\2", 4};
-constexpr std::uint32_t beyond = 0xFFFFFFFF; ///< the true size stands elsewhere
 
 std::uint32_t NumberAt(std::string_view bytes, std::size_t place, std::size_t width)
 {
@@ -75,7 +74,7 @@ std::uint64_t ZipDirectorySize(std::string_view tail)
     if (end == std::string_view::npos)
         return 0;
     const std::uint32_t size = NumberAt(tail, end + 12, 4);
-    return size == beyond ? 0 : size + std::uint64_t{tail.size() - end};
+    return size == zipBeyond ? 0 : size + std::uint64_t{tail.size() - end};
 }
 
 std::vector<ZipName> ParseZipDirectory(std::string_view tail)
@@ -96,14 +95,17 @@ std::vector<ZipName> ParseZipDirectory(std::string_view tail)
         constexpr std::uint32_t utf8Flag = 0x800;
         ZipName name;
         name.bytes = entries.substr(entrySize, nameSize);
-        name.isUtf8 = (NumberAt(entries, 8, 2) & utf8Flag) != 0;
+        name.flags = static_cast<std::uint16_t>(NumberAt(entries, 8, 2));
+        name.isUtf8 = (name.flags & utf8Flag) != 0;
         name.hasUtf8 = HasUnicodeName(entries.substr(entrySize + nameSize, extraSize));
         name.madeBy = static_cast<std::uint8_t>(entries[5]);
         name.method = static_cast<std::uint16_t>(NumberAt(entries, 10, 2));
         name.checksum = NumberAt(entries, 16, 4);
-        if (const std::uint32_t bytes = NumberAt(entries, 24, 4); bytes != beyond)
+        if (const std::uint32_t bytes = NumberAt(entries, 24, 4); bytes != zipBeyond)
             name.size = bytes;
         name.isFolder = IsFolder(name.madeBy, NumberAt(entries, 38, 4));
+        name.header = NumberAt(entries, 42, 4);
+        name.fromEnd = entries.size() + (tail.size() - end);
         names.push_back(std::move(name));
         entries.remove_prefix(whole);
     }

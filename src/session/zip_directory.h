@@ -18,9 +18,12 @@
 ///       24  4  size when unpacked                          22  c  comment
 ///       28  6  lengths n, e, c of name, extras, comment
 ///       38  4  attributes: of DOS (0x10: a folder), of Unix in the upper half
+///       42  4  where the header before the file begins
 ///       46  n  name; then e, c
 namespace kestrova
 {
+
+constexpr std::uint32_t zipBeyond = 0xFFFFFFFF; ///< the true number stands elsewhere
 
 struct ZipName {
     std::string bytes;
@@ -31,6 +34,9 @@ struct ZipName {
     std::uint32_t checksum = 0;
     std::uint32_t size = 0; ///< when unpacked; 0 where the true one stands elsewhere
     bool isFolder = false;  ///< by its attributes, whatever its name ends with
+    std::uint16_t flags = 0;
+    std::uint32_t header = 0;  ///< where the header before the file begins; see `zipBeyond`
+    std::uint64_t fromEnd = 0; ///< the entry begins so many bytes before the end of the file
 
     bool operator==(const ZipName&) const = default;
 };
