@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 #include "core/staged_file.h"
+#include "support/listings.h"
 #include "support/sandbox.h"
 
 #include <gtest/gtest.h>
@@ -12,23 +13,6 @@ namespace
 {
 
 using testing::Sandbox;
-
-/// Counts the listings of folders.
-class ListingCounter : public platform::FileHook
-{
-public:
-    ListingCounter() { platform::SetFileHook(this); }
-    ~ListingCounter() override { platform::SetFileHook(nullptr); }
-    ListingCounter(const ListingCounter&) = delete;
-    ListingCounter& operator=(const ListingCounter&) = delete;
-    std::error_code Before(platform::FileAction, const Path&) override { return {}; }
-    std::error_code BeforeReading(platform::FileAction action, const Path&) override
-    {
-        listings += action == platform::FileAction::List ? 1 : 0;
-        return {};
-    }
-    int listings = 0;
-};
 
 std::string NameOf(int number)
 {
@@ -42,7 +26,7 @@ TEST(FolderMemory, ListsAFolderOnceForManyNames)
     const Path folder = box / "Audio";
     ASSERT_TRUE(MakeFolder(folder));
     ASSERT_TRUE(WriteWholeFile(source, "sound", false));
-    const ListingCounter counter;
+    const testing::Listings counter;
     const platform::FolderMemory memory;
     constexpr int many = 300;
     for (int i = 0; i < many; ++i)
@@ -52,7 +36,7 @@ TEST(FolderMemory, ListsAFolderOnceForManyNames)
         EXPECT_FALSE(FileExists(folder / ("No" + NameOf(i))));
         ASSERT_TRUE(DeleteFile(folder / UpperCase(NameOf(i))));
     }
-    EXPECT_LT(counter.listings, 20); // again and again after two seconds on a machine at work
+    EXPECT_LT(counter.count, 20); // again and again after two seconds on a machine at work
     EXPECT_EQ(ListFiles(folder, "*")->size(), 0U);
 }
 

@@ -3,10 +3,10 @@
 #include "archive/level_folders.h"
 #include "platform/file_hook.h"
 #include "session/tool_runner.h"
+#include "support/listings.h"
 #include "support/tool_box.h"
 #include "support/zip_builder.h"
 
-#include <atomic>
 #include <chrono>
 #include <ctime>
 #include <fcntl.h>
@@ -21,24 +21,6 @@ namespace
 {
 
 using Clock = std::chrono::steady_clock;
-
-/// Counts how often a folder is listed.
-class Listings : public platform::FileHook
-{
-public:
-    Listings() { platform::SetFileHook(this); }
-    ~Listings() override { platform::SetFileHook(nullptr); }
-    Listings(const Listings&) = delete;
-    Listings& operator=(const Listings&) = delete;
-
-    std::error_code Before(platform::FileAction, const Path&) override { return {}; }
-    std::error_code BeforeReading(platform::FileAction action, const Path&) override
-    {
-        count += action == platform::FileAction::List ? 1 : 0;
-        return {};
-    }
-    std::atomic<int> count = 0;
-};
 
 /// Stop is pressed some time after the beginning.
 class StopAfter : public ProgressScope
