@@ -57,8 +57,8 @@ Result<Tree> ScanTreeIfThere(const Path& folder, const Heartbeat& heartbeat = {}
 Result<double> FolderSize(const Path& folder, std::string_view pattern = "*");
 std::uint64_t FileSize(const Path& file);
 
-/// Gone afterwards in the spelling that is given, or else in the first that is there. A case twin is
-/// another file and stays. A missing file is no failure. A folder is.
+/// Gone afterwards in the spelling that is given, or else in the first that is there. A case twin
+/// is another file and stays. A missing file is no failure. A folder is.
 Status DeleteFile(const Path& file);
 /// All files of the folder itself that match, stopping at the first failure.
 Status DeleteMatching(const Path& folder, std::string_view pattern);

@@ -10,8 +10,9 @@ namespace kestrova::platform
 {
 
 /// While one stands, a folder whose names are asked for is listed once and not once a name: this
-/// program's own changes are kept up with, those of others are seen by the folder's times. Who works
-/// through thousands of files holds one; they may stand within each other and count for all threads.
+/// program's own changes are kept up with, those of others are seen by the folder's times. Who
+/// works through thousands of files holds one; they may stand within each other and count for all
+/// threads.
 class FolderMemory
 {
 public:

@@ -5,8 +5,8 @@
 namespace kestrova
 {
 
-/// One line of text with "…" where it does not fit, at its end unless told otherwise; the whole of it is the tool tip then.
-/// Never asks for more width than it is given.
+/// One line of text with "…" where it does not fit, at its end unless told otherwise; the whole of
+/// it is the tool tip then. Never asks for more width than it is given.
 class ElidedLabel : public QLabel
 {
 public:
