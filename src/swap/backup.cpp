@@ -18,6 +18,8 @@
 #include "swap/vault.h"
 
 #include <algorithm>
+#include <set>
+#include <unordered_map>
 
 namespace kestrova
 {
@@ -118,21 +120,22 @@ public:
                 !SameContent(place, session_.BackupFolder() / *relative))
                 files_.push_back({file, *relative, std::move(place)});
         }
+        for (std::size_t i = 0; i < files_.size(); ++i)
+            byPlace_.emplace(FoldCase(files_[i].place.native()), i);
         return {};
     }
 
     /// The original that belongs in the place of `file`; `file` itself when no level left it.
     [[nodiscard]] Path OriginalOf(const Path& file) const
     {
-        for (const Left& left : files_) {
-            if (!EqualNames(left.place.native(), ResolvePath(file).native()))
-                continue;
-            const Path vault =
-                ResolvePath(InFolder(session_.programFolder, RowText(Msg::DirHistoryOriginals)) /
-                            left.relative);
-            return IsFile(vault).ValueOr(true) ? vault : Path{};
-        }
-        return file;
+        const auto left =
+            byPlace_.empty() ? byPlace_.end() : byPlace_.find(FoldCase(ResolvePath(file).native()));
+        if (left == byPlace_.end())
+            return file;
+        const Path vault =
+            ResolvePath(InFolder(session_.programFolder, RowText(Msg::DirHistoryOriginals)) /
+                        files_[left->second].relative);
+        return IsFile(vault).ValueOr(true) ? vault : Path{};
     }
 
     /// Now that the backup has every original, they go and what they replaced comes back. What
@@ -141,6 +144,7 @@ public:
     {
         if (files_.empty())
             return;
+        std::set<std::string> settled;
         std::vector<std::string> names;
         for (const Left& left : files_) {
             names.push_back(Readable(left.listed.name));
@@ -153,9 +157,10 @@ public:
                 status =
                     *original ? RestoreOriginal(session_, left.relative) : DeleteFile(left.place);
             if (status)
-                std::erase_if(owner_.added,
-                              [&](const OwnedFile& file) { return file.name == left.listed.name; });
+                settled.insert(left.listed.name);
         }
+        std::erase_if(owner_.added,
+                      [&](const OwnedFile& file) { return settled.contains(file.name); });
         (void)WriteOwner(session_, owner_); // otherwise they are looked at once more
         session_.host.Tell(Tone::Plain, GetMsg(Msg::BackupLeftSounds, {Join(names, ", ")}));
     }
@@ -170,6 +175,7 @@ private:
     Path trle_;
     OwnerRecord owner_;
     std::vector<Left> files_;
+    std::unordered_map<std::string, std::size_t> byPlace_; ///< of `files_`, by folded path
 };
 
 bool CopyFull(Session& session, const Path& trle, const Path& target, const Leftovers& leftovers)
@@ -317,13 +323,13 @@ Result<Fit> CompareWithFolder(Session& session)
     const MarkerContent marker = ParseMarker(bytes->value_or(std::string{}));
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ScanningFiles));
+    NameSet exchanged;
+    for (const std::string& name : marker.overwritten)
+        exchanged.Add(name);
     const bool same = std::all_of(tree->files.begin(), tree->files.end(), [&](const Path& file) {
         progress->Step();
         const Path relative = file.lexically_relative(backup);
-        const std::string name = ToBackslashes(relative);
-        const auto isLevels = [&](const std::string& other) { return EqualNames(other, name); };
-        return IsPlayersPlace(relative) ||
-               std::any_of(marker.overwritten.begin(), marker.overwritten.end(), isLevels) ||
+        return IsPlayersPlace(relative) || exchanged.Has(ToBackslashes(relative)) ||
                SameContent(file, trle / relative, [&] { return progress->Step(), true; });
     });
     return same ? Fit::Same : Fit::Differs;
