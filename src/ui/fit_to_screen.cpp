@@ -69,13 +69,17 @@ void KeepOnScreen(QMessageBox& box)
     if (!box.informativeText().isEmpty())
         words += QStringLiteral("\n\n") + box.informativeText();
     const QSize wrapped = WrappedSize(words, box.font(), width);
-    auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
-    auto* grid = qobject_cast<QGridLayout*>(box.layout());
-    if (label == nullptr || grid == nullptr ||
-        (wrapped.width() <= room.width() && wrapped.height() <= room.height()))
+    if (wrapped.width() <= room.width() && wrapped.height() <= room.height())
         return;
     box.setInformativeText({});
     box.setText({});
+    // Looked for now: a box lays itself out anew when its words change.
+    auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (label == nullptr || grid == nullptr) {
+        box.setText(words);
+        return;
+    }
     auto* view = new QPlainTextEdit(words, &box);
     view->setObjectName(QStringLiteral("Text_Words"));
     view->setAccessibleName(box.windowTitle());
