@@ -126,6 +126,7 @@ bool NewLevel::RefreshFileList()
 {
     if (!OnCd())
         UnpackInside();
+    report_.unpacking.reset();
     auto listed = ListFiles(workFolder_, RowText(Msg::PatAll));
     if (!listed)
         return TellFolderNotRead(session_, listed.Error());

@@ -13,23 +13,30 @@
 namespace kestrova
 {
 
-namespace
-{
-
 /// Removes the unpacking folder on every way out.
-class UnpackedFiles
+class UnpackingPlace
 {
 public:
-    explicit UnpackedFiles(const Session& session) : folder_(UnpackingFolder(session)) {}
-    ~UnpackedFiles() { (void)ClearPlace(folder_); } // what stays is cleared by the next package
-    UnpackedFiles(const UnpackedFiles&) = delete;
-    UnpackedFiles& operator=(const UnpackedFiles&) = delete;
+    explicit UnpackingPlace(const Session& session) : folder_(UnpackingFolder(session)) {}
+    ~UnpackingPlace() { (void)ClearPlace(folder_); } // what stays is cleared by the next package
+    UnpackingPlace(const UnpackingPlace&) = delete;
+    UnpackingPlace& operator=(const UnpackingPlace&) = delete;
 
     [[nodiscard]] const Path& Folder() const { return folder_; }
 
 private:
     Path folder_;
 };
+
+namespace
+{
+
+const Path& UnpackingPlaceOf(const Session& session, SourceReport& report)
+{
+    if (report.unpacking == nullptr)
+        report.unpacking = std::make_shared<UnpackingPlace>(session);
+    return report.unpacking->Folder();
+}
 
 bool IsMyStop(const ToolProgressState& state)
 {
@@ -40,8 +47,9 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
               const SourceOptions& source, SourceReport& report)
 {
     progress.SetLabel(GetMsg(Msg::UnzippingPackage, {TextOf(package.filename())}));
-    if (auto status = ClearPlace(folder); !status)
-        return status;
+    if (!IsReadyToUnpack(folder))
+        if (auto status = ClearPlace(folder); !status)
+            return status;
     ToolProgressState state{&progress};
     state.quiet = true;
     progress.AllowStop();
@@ -51,6 +59,7 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
     options.guard = &guard;
     options.namesAs = source.namesAs;
     options.report = &unpacked;
+    options.keepStaging = true;
     options.keepWhole = source.keepWhole;
     const bool done = UnzipWithProgress(session, package, folder, options, state);
     report.came.entries += guard.Came().entries;
@@ -97,7 +106,7 @@ std::vector<Path> FirstOfEachName(const Tree& tree, ProgressScope& progress, Sou
 Status ExpandSource(Session& session, const Path& source, const Path& folder,
                     const SourceOptions& options, ProgressScope& progress, SourceReport& report)
 {
-    const UnpackedFiles expanded{session};
+    const UnpackingPlace expanded{session};
     if (auto status = MakeFolders(expanded.Folder()); !status)
         return status;
     // All of them together become no more than one could.
@@ -119,15 +128,14 @@ Status ExpandSource(Session& session, const Path& source, const Path& folder,
 Status UnzipSource(Session& session, const Path& package, const Path& folder,
                    const SourceOptions& options, ProgressScope& progress, SourceReport& report)
 {
-    const UnpackedFiles unpacked{session};
-    if (auto status = Unpack(session, package, unpacked.Folder(), progress, options, report);
-        !status)
+    const Path& unpacked = UnpackingPlaceOf(session, report);
+    if (auto status = Unpack(session, package, unpacked, progress, options, report); !status)
         return status;
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
-    auto tree = ScanTree(unpacked.Folder(), [&] { return progress.Step(); });
+    auto tree = ScanTree(unpacked, [&] { return progress.Step(); });
     if (!tree)
         return tree.Error();
-    const auto size = FolderSize(unpacked.Folder());
+    const auto size = FolderSize(unpacked);
     if (!size)
         return size.Error();
     const auto came = static_cast<std::uint64_t>(*size);

@@ -33,6 +33,9 @@ struct SourceOptions {
 
 class FolderNames;
 
+/// Where packages are unpacked, for as long as somebody holds it.
+class UnpackingPlace;
+
 /// What a source gave, beyond what it was asked for.
 struct SourceReport {
     std::size_t failed = 0;             ///< files that could not be copied; each was told
@@ -49,6 +52,8 @@ struct SourceReport {
     std::string namesAs;                ///< the code page that names had to be read in, if any
     bool stopped = false;               ///< by the person; what was copied until then stays
     std::shared_ptr<FolderNames> names; ///< the level's folder, listed once
+    /// Held from one package to the next; to be let go when the last one is in.
+    std::shared_ptr<UnpackingPlace> unpacking;
 };
 
 /// One file, or the files of a package, its folders left out, into `folder`. `Stopped` when the

@@ -25,6 +25,19 @@ LocalTime LocalTimeOf(std::int64_t ns)
             parts.tm_hour,        parts.tm_min,     parts.tm_sec};
 }
 
+std::int64_t NsOf(const LocalTime& time)
+{
+    std::tm parts{};
+    parts.tm_year = time.year - 1900;
+    parts.tm_mon = time.month - 1;
+    parts.tm_mday = time.day;
+    parts.tm_hour = time.hour;
+    parts.tm_min = time.minute;
+    parts.tm_sec = time.second;
+    parts.tm_isdst = -1; // as the place has it on that day
+    return std::int64_t{::mktime(&parts)} * 1'000'000'000;
+}
+
 std::string BootId()
 {
     std::string text;

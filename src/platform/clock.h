@@ -19,6 +19,8 @@ struct LocalTime {
     int second = 0;
 };
 LocalTime LocalTimeOf(std::int64_t ns);
+/// The other way; parts beyond their bounds carry over.
+std::int64_t NsOf(const LocalTime& time);
 
 /// Changes with every start of the machine; empty where the system does not tell.
 std::string BootId();

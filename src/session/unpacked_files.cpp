@@ -293,7 +293,7 @@ Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
         if (const auto failure = platform::Rename(staging / file, target))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
     }
-    return ClearPlace(staging);
+    return {};
 }
 
 } // namespace kestrova

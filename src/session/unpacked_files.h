@@ -20,7 +20,8 @@ bool CollideWhenFlat(const std::vector<PackageEntry>& entries);
 /// Moves the files of `staging`, a folder inside `folder` that `MakePlain` has seen, to `folder`
 /// itself with their sub-folders or, `flat`, without. A file that was there before is replaced and
 /// keeps its spelling; of two in the package that have the same name, case ignored, the later in
-/// `entries` has it and the other one gets a number behind its own. `staging` is gone afterwards.
+/// `entries` has it and the other one gets a number behind its own. What stays in `staging` are
+/// folders.
 Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
                      const std::vector<PackageEntry>& entries, ProgressScope* progress);
 

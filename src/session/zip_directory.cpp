@@ -55,15 +55,27 @@ bool HasUnicodeName(std::string_view extras)
     return false;
 }
 
+constexpr std::uint8_t madeByUnix = 3;
+constexpr std::uint32_t folderOfUnix = 0040000;
+
+std::uint32_t KindOfUnix(std::uint32_t attributes)
+{
+    constexpr std::uint32_t kinds = 0170000;
+    return (attributes >> 16) & kinds;
+}
+
 bool IsFolder(std::uint8_t madeBy, std::uint32_t attributes)
 {
-    constexpr std::uint8_t unix = 3;
-    constexpr std::uint32_t kindOfUnix = 0170000;
-    constexpr std::uint32_t folderOfUnix = 0040000;
     constexpr std::uint32_t folderOfDos = 0x10;
-    if (madeBy == unix)
-        return ((attributes >> 16) & kindOfUnix) == folderOfUnix;
-    return (attributes & folderOfDos) != 0;
+    return madeBy == madeByUnix ? KindOfUnix(attributes) == folderOfUnix
+                                : (attributes & folderOfDos) != 0;
+}
+
+bool IsOther(std::uint8_t madeBy, std::uint32_t attributes)
+{
+    constexpr std::uint32_t fileOfUnix = 0100000;
+    const std::uint32_t kind = KindOfUnix(attributes);
+    return madeBy == madeByUnix && kind != 0 && kind != fileOfUnix && kind != folderOfUnix;
 }
 
 } // namespace
@@ -103,13 +115,25 @@ std::vector<ZipName> ParseZipDirectory(std::string_view tail)
         name.checksum = NumberAt(entries, 16, 4);
         if (const std::uint32_t bytes = NumberAt(entries, 24, 4); bytes != zipBeyond)
             name.size = bytes;
+        name.packed = NumberAt(entries, 20, 4);
         name.isFolder = IsFolder(name.madeBy, NumberAt(entries, 38, 4));
+        name.isOther = IsOther(name.madeBy, NumberAt(entries, 38, 4));
         name.header = NumberAt(entries, 42, 4);
         name.fromEnd = entries.size() + (tail.size() - end);
         names.push_back(std::move(name));
         entries.remove_prefix(whole);
     }
     return names;
+}
+
+ZipDirectory DirectoryIn(std::string_view tail)
+{
+    ZipDirectory directory{ParseZipDirectory(tail), {}};
+    if (const std::size_t end = EndOf(tail); end != std::string_view::npos) {
+        directory.comment = tail.substr(end + endSize);
+        directory.isWhole = directory.names.size() == NumberAt(tail, end + 10, 2);
+    }
+    return directory;
 }
 
 ZipDirectory ReadZipDirectory(const Path& zip)
@@ -130,12 +154,7 @@ ZipDirectory ReadZipDirectory(const Path& zip)
     const std::uint64_t wanted = ZipDirectorySize(tail);
     if (wanted > longestDirectory || (wanted > tail.size() && !readTail(wanted)))
         return {};
-    ZipDirectory directory{ParseZipDirectory(tail), {}};
-    if (const std::size_t end = EndOf(tail); end != std::string_view::npos) {
-        directory.comment = tail.substr(end + endSize);
-        directory.isWhole = directory.names.size() == NumberAt(tail, end + 10, 2);
-    }
-    return directory;
+    return DirectoryIn(tail);
 }
 
 } // namespace kestrova

@@ -15,6 +15,7 @@
 ///        8  2  flags, bit 11: the name is UTF-8            12  4  size of all entries
 ///       10  2  method: 0 stored, 8 deflated                20  2  length c of the comment
 ///       16  4  checksum of the content
+///       20  4  size as it is packed
 ///       24  4  size when unpacked                          22  c  comment
 ///       28  6  lengths n, e, c of name, extras, comment
 ///       38  4  attributes: of DOS (0x10: a folder), of Unix in the upper half
@@ -32,8 +33,10 @@ struct ZipName {
     std::uint8_t madeBy = 0;
     std::uint16_t method = 0;
     std::uint32_t checksum = 0;
-    std::uint32_t size = 0; ///< when unpacked; 0 where the true one stands elsewhere
-    bool isFolder = false;  ///< by its attributes, whatever its name ends with
+    std::uint32_t size = 0;   ///< when unpacked; 0 where the true one stands elsewhere
+    std::uint32_t packed = 0; ///< its size as it is packed; see `zipBeyond`
+    bool isFolder = false;    ///< by its attributes, whatever its name ends with
+    bool isOther = false;     ///< by them neither a file nor a folder: a link, a pipe, a device
     std::uint16_t flags = 0;
     std::uint32_t header = 0;  ///< where the header before the file begins; see `zipBeyond`
     std::uint64_t fromEnd = 0; ///< the entry begins so many bytes before the end of the file
@@ -52,6 +55,8 @@ struct ZipDirectory {
 std::uint64_t ZipDirectorySize(std::string_view tail);
 /// The entries of the directory that ends with `tail`; empty when it is none, or damaged.
 std::vector<ZipName> ParseZipDirectory(std::string_view tail);
+/// The same with all that is known of it.
+ZipDirectory DirectoryIn(std::string_view tail);
 /// The same for a file. Directories above 16 MB are not read.
 ZipDirectory ReadZipDirectory(const Path& zip);
 

@@ -6,6 +6,7 @@
 #include "platform/places.h"
 #include "session/name_list.h"
 #include "session/package_plan.h"
+#include "session/small_zip.h"
 
 #include <algorithm>
 
@@ -169,10 +170,20 @@ std::vector<std::string> NotFilesBelow(const Path& top)
     return names;
 }
 
+/// A folder itself, and no link to one.
+bool IsEmptyFolder(const Path& place)
+{
+    std::vector<platform::FolderEntry> entries;
+    return platform::FactsOfLink(place).kind == platform::FileKind::Folder &&
+           !platform::ListFolder(place, entries) && entries.empty();
+}
+
 /// Where a package is unpacked before its files are moved in; nothing is in it.
 Result<Path> EmptyStaging(const Path& folder)
 {
     Path staging = InFolder(folder, RowText(Msg::FragUnpacking));
+    if (IsEmptyFolder(staging))
+        return staging;
     // A link there is unlinked, never followed.
     if (auto status = ClearPlace(staging); !status)
         return status.Error();
@@ -186,6 +197,26 @@ Result<Path> EmptyStaging(const Path& folder)
 Heartbeat ToTheEnd(ProgressScope* progress)
 {
     return [progress] { return progress == nullptr || (progress->Step(), true); };
+}
+
+struct Staging {
+    Path folder;
+    bool isFilled = false; ///< with all that the package holds: no tool is needed
+};
+
+/// A small zip whose directory tells all that a tool's list would needs no tool.
+Result<Staging> StagingFor(const PackagePlan& plan, const Path& package, const Path& folder,
+                           const UnzipOptions& options)
+{
+    auto staging = EmptyStaging(folder);
+    if (!staging)
+        return staging.Error();
+    if (!plan.listed || options.guard == nullptr || FileSize(package) > mostOfSmallZip)
+        return Staging{*staging};
+    if (UnpackSmallZip(package, *staging))
+        return Staging{*staging, true};
+    staging = EmptyStaging(folder);
+    return staging ? Result<Staging>{Staging{*staging}} : staging.Error();
 }
 
 void DropStaging(const Path& staging, ProgressScope* progress)
@@ -241,16 +272,17 @@ bool UnpackInto(Session& session, const PackagePlan& plan, const Path& package, 
         state.details = failure.subject + ": " + failure.reason;
         return false;
     };
-    const auto staging = EmptyStaging(folder);
-    if (!staging)
-        return failed(staging.Error());
+    const auto place = StagingFor(plan, package, folder, options);
+    if (!place)
+        return failed(place.Error());
+    const Path& staging = place->folder;
     std::string stopped;
     if (options.guard != nullptr)
         run.watch = [&] { return stopped = options.guard->Watch(); };
     const bool flatten = options.junkPaths && (always || CollideWhenFlat(entries));
     run.arguments = RowOf(plan.tool).unpack(
-        {package, *staging, options.junkPaths && !flatten, plan.page, plan.skip});
-    bool unpacked = RunTool(session, run, state);
+        {package, staging, options.junkPaths && !flatten, plan.page, plan.skip});
+    bool unpacked = place->isFilled || RunTool(session, run, state);
     const bool toolIsContent = unpacked;
     const bool endedBadly = !unpacked && stopped.empty() && state.end.signal == 0 &&
                             state.end.code != 0 && state.error != GetMsg(Msg::BreakUser);
@@ -258,33 +290,46 @@ bool UnpackInto(Session& session, const PackagePlan& plan, const Path& package, 
         JudgePackage(RowOf(plan.tool), package, state);
     const bool noRoom = state.error == GetMsg(Msg::PackageNoRoom, {TextOf(package.filename())});
     if ((unpacked && plan.needsProof) || (endedBadly && options.keepWhole && !noRoom))
-        unpacked = Prove(plan, package, *staging, options, toolIsContent, state);
+        unpacked = Prove(plan, package, staging, options, toolIsContent, state);
     // What came within the last moments was not looked at yet.
     if (unpacked && options.guard != nullptr)
         state.error = stopped = options.guard->Look();
     if (!stopped.empty() || !(unpacked || always)) {
-        DropStaging(*staging, state.progress);
+        DropStaging(staging, state.progress);
         return false;
     }
     if (options.report != nullptr) {
         options.report->namesAs = plan.namesAs;
-        options.report->notFiles = NotFilesBelow(*staging);
+        options.report->notFiles = NotFilesBelow(staging);
         options.report->twice = NamesTwice(entries);
     }
-    if (!MakePlain(*staging, [&] { return state.progress == nullptr || state.progress->Step(); })) {
+    if (!MakePlain(staging, [&] { return state.progress == nullptr || state.progress->Step(); })) {
         state.error = GetMsg(Msg::BreakUser);
-        DropStaging(*staging, state.progress);
+        DropStaging(staging, state.progress);
         return false;
     }
-    const auto placed = PlaceUnpacked(*staging, folder, options.junkPaths, entries, state.progress);
+    const auto placed = PlaceUnpacked(staging, folder, options.junkPaths, entries, state.progress);
     if (!placed) {
-        DropStaging(*staging, state.progress);
+        DropStaging(staging, state.progress);
         return failed(placed.Error());
     }
+    if (!options.keepStaging || !IsEmptyFolder(staging))
+        DropStaging(staging, state.progress);
     return unpacked;
 }
 
 } // namespace
+
+bool IsReadyToUnpack(const Path& folder)
+{
+    std::vector<platform::FolderEntry> entries;
+    if (platform::FactsOfLink(folder).kind != platform::FileKind::Folder ||
+        platform::ListFolder(folder, entries))
+        return false;
+    const Path staging = InFolder(folder, RowText(Msg::FragUnpacking));
+    return entries.empty() || (entries.size() == 1 && entries.front().name == staging.filename() &&
+                               IsEmptyFolder(staging));
+}
 
 bool ZipFolder(Session& session, const Path& zip, const Path& folder, ToolProgressState& state)
 {

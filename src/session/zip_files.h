@@ -9,6 +9,10 @@
 namespace kestrova
 {
 
+/// True for a folder that holds nothing, or an empty place to unpack in that `keepStaging` left: to
+/// remove folders costs the disk more than a small package does.
+bool IsReadyToUnpack(const Path& folder);
+
 /// Packs the files of `folder`, its sub-folders left out, flat and with maximal compression into
 /// `zip`, whose name has an ending. An existing file of that name goes first. A missing tool is
 /// told; any other failure is in the state. True when the zip is there.
@@ -26,6 +30,7 @@ struct UnzipOptions {
     bool junkPaths = false;        ///< all files straight into the folder
     bool cleanDestination = false; ///< the folder's files go first
     UnpackGuard* guard = nullptr;  ///< whose words end it
+    bool keepStaging = false;      ///< where it is unpacked first stays, empty, for the next one
     bool keepWhole = false;        ///< of a damaged package that tells checksums what is whole
     std::string namesAs{};         ///< the code page for names that say none; empty: guessed
     UnpackReport* report = nullptr;

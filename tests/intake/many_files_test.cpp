@@ -151,6 +151,29 @@ TEST_F(ManyFiles, WhatAKilledIntakeLeftHoldsUpNoOther)
         EXPECT_FALSE(entry.path().filename().native().starts_with(".kv~")) << entry.path();
 }
 
+TEST_F(ManyFiles, NoProgramIsStartedForEachOfManySmallPackages)
+{
+    constexpr int many = 120;
+    std::vector<BuiltEntry> entries{{"level.tr4", "level"}};
+    for (int i = 0; i < many; ++i)
+        entries.push_back({"inner" + std::to_string(i) + ".zip",
+                           ZipOf(1, "f" + std::to_string(i) + "_", "content")});
+    entries.push_back({"inner.zip", "no zip at all"});
+    box.Write("outer.zip", BuildZip(entries));
+    for (const std::string name : {"unzip", "bsdtar"})
+        box.AddTool(name, "echo run >>'" + (box / "runs").native() + "'\nexec '" +
+                              platform::FindOnPath(name).native() + "' \"$@\"");
+    StopAfter progress{std::chrono::hours{1}};
+    NewLevel level{box.session, record, LevelMode::New, progress};
+    ASSERT_TRUE(level.Open());
+    EXPECT_FALSE(level.AddSources({box / "outer.zip"}));
+    EXPECT_EQ(level.LastReport().failed, 1U) << box.host.AllTold();
+    EXPECT_TRUE(box.host.WasTold("inner.zip"));
+    EXPECT_EQ(level.Files().size(), many + 1U);
+    EXPECT_EQ(box.Read("runs"), "run\n") << "for the one that the program cannot read";
+    EXPECT_FALSE(FolderExists(UnpackingFolder(box.session)));
+}
+
 TEST_F(ManyFiles, InnerPackagesShareOneCountOfEntries)
 {
     box.Write("outer.zip", BuildZip({{"level.tr4", "level"},

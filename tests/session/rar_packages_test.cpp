@@ -200,17 +200,18 @@ TEST_F(RarPackages, NamesOfAnLzhAreReadInTheirCodePage)
     EXPECT_EQ(Out(), (Files{{"トウーム.tr4", level}})) << report.namesAs;
 }
 
-TEST_F(RarPackages, OneProgramIsEnoughForASmallZip)
+TEST_F(RarPackages, OneProgramIsEnoughForAMiddlingZip)
 {
+    const std::string middling(300'000, 'm');
     box.AddTool("unzip", "echo run >>'" + (box / "runs").native() + "'\nexec '" +
                              platform::FindOnPath("unzip").native() + "' \"$@\"");
-    box.Write("small.zip", BuildZip({{"a.tr4", level}}));
-    UnpackGuard guard{box.session, box / "small.zip", box / "out"};
+    box.Write("middling.zip", BuildZip({{"a.tr4", middling}}));
+    UnpackGuard guard{box.session, box / "middling.zip", box / "out"};
     UnzipOptions options;
     options.guard = &guard;
-    ASSERT_TRUE(UnzipWithProgress(box.session, box / "small.zip", box / "out", options, state))
+    ASSERT_TRUE(UnzipWithProgress(box.session, box / "middling.zip", box / "out", options, state))
         << state.error << state.details;
-    EXPECT_EQ(Out(), (Files{{"a.tr4", level}}));
+    EXPECT_EQ(Out(), (Files{{"a.tr4", middling}}));
     EXPECT_EQ(box.Read("runs"), "run\n");
 }
 
