@@ -94,9 +94,9 @@ Exit ShowConfig(Run& run, const Path& file)
     }
     for (const FieldRow& row : fieldRows)
         for (const std::string& text : TextsOf(row, config))
-            AddLine(run, std::string{row.name} + "\t" + text);
+            AddLine(run, std::string{row.name} + "\t" + OneField(text));
     for (const ConfigFile& listed : config.files)
-        AddLine(run, "file\t" + listed.name + "\t" + std::to_string(listed.size));
+        AddLine(run, "file\t" + OneField(listed.name) + "\t" + std::to_string(listed.size));
     return Exit::Done;
 }
 

@@ -101,7 +101,7 @@ Exit ShowAdded(Run& run, bool done, LevelCode code, const std::string& namesPage
         return EndWork(run, false);
     const std::string name = Readable(LevelNameOf(run.session, code));
     if (run.json == nullptr) {
-        AddLine(run, std::to_string(code) + "\t" + name);
+        AddLine(run, std::to_string(code) + "\t" + OneField(name));
     } else {
         *run.json = {{"code", code}, {"name", name}};
         if (!namesPage.empty())

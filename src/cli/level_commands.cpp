@@ -51,7 +51,7 @@ void ShowAuthor(Run& run, LevelCode code, const AuthorInfos& infos)
     }
     AddLine(run, GetMsg(Msg::InfoAuthor, {infos.name}));
     if (!infos.note.empty())
-        AddLine(run, GetMsg(Msg::AuthorNoteLine, {infos.note}));
+        AddText(run, GetMsg(Msg::AuthorNoteLine, {""}), infos.note);
     for (const std::string& email : emails)
         AddLine(run, GetMsg(Msg::AuthorEmailLine, {email}));
     for (const std::string& site : sites)

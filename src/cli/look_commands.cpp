@@ -34,7 +34,7 @@ Json LevelAsJson(const LevelRecord& level, bool current)
 
 std::string LevelAsLine(const LevelRecord& level, bool current)
 {
-    std::string line = ZeroPadded(level.levelCode, 4) + "  " + Field(level.levelName);
+    std::string line = ZeroPadded(level.levelCode, 4) + "  " + OneField(Field(level.levelName));
     if (current)
         line += RowText(Msg::CurrentLevelMark);
     return line;
@@ -91,10 +91,10 @@ Exit RunInfo(Run& run)
     }
     AddLine(run, LevelAsLine(level, facts->current));
     if (const std::string note = Field(level.levelNote); !note.empty())
-        AddLine(run, note);
+        AddText(run, {}, note);
     AddLine(run, facts->info);
     if (const std::string author = Field(level.authorName); !author.empty())
-        AddLine(run, GetMsg(Msg::InfoAuthor, {author}));
+        AddLine(run, GetMsg(Msg::InfoAuthor, {OneField(author)}));
     AddLine(run,
             GetMsg(Msg::InfoSizes, {FormatSize(level.filesSize), FormatSize(level.extrasSize)}));
     return Exit::Done;
@@ -120,7 +120,7 @@ Exit RunCurrent(Run& run)
     if (run.json != nullptr)
         *run.json = {{"code", code}, {"name", name}};
     else
-        AddLine(run, std::to_string(code) + "\t" + name);
+        AddLine(run, std::to_string(code) + "\t" + OneField(name));
     return Exit::Done;
 }
 

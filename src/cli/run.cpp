@@ -95,7 +95,7 @@ int RunCommand(const CommandRow& row, const Arguments& arguments)
     if (host.LeftUnanswered() && code == Exit::Done)
         code = Exit::Failed;
     if (run.json != nullptr && !json.is_null())
-        run.text = json.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
+        run.text = JsonText(json, 1) + "\n";
     return Finish(run.text, code);
 }
 

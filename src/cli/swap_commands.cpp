@@ -58,7 +58,7 @@ void ShowPlayed(Run& run, LevelCode code, bool started)
     if (run.json != nullptr)
         *run.json = {{"code", code}, {"name", name}, {"started", started}};
     else
-        AddLine(run, std::to_string(code) + "\t" + name);
+        AddLine(run, std::to_string(code) + "\t" + OneField(name));
 }
 
 bool IsKnown(Run& run, LevelCode code)
@@ -131,7 +131,7 @@ Exit RunPlan(Run& run)
                              {"size", file.size}});
         else
             AddLine(run, std::string{WordOf(file.action)} + "\t" + std::to_string(file.size) +
-                             "\t" + file.file);
+                             "\t" + OneField(file.file));
     }
     if (run.json != nullptr)
         *run.json = {{"code", *code}, {"files", std::move(files)}};
@@ -157,7 +157,7 @@ Exit RunVerify(Run& run)
             differences.push_back(
                 {{"kind", WordOf(difference.kind)}, {"file", Readable(difference.file)}});
         else
-            AddLine(run, std::string{WordOf(difference.kind)} + "\t" + difference.file);
+            AddLine(run, std::string{WordOf(difference.kind)} + "\t" + OneField(difference.file));
     }
     if (run.json != nullptr)
         *run.json = {{"code", code ? *code : StandingLevel(run.session).code},

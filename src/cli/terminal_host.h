@@ -11,7 +11,8 @@ namespace kestrova
 /// What `--yes` and `--no` say beforehand.
 enum class StandingAnswer { None, Yes, No };
 
-/// As a terminal may show it: lines end by LF; characters that would steer the terminal are gone.
+/// As a terminal may show it: lines end by LF; characters that would steer the terminal, or turn
+/// the direction of what follows, are gone.
 std::string ForTerminal(std::string_view text);
 
 /// Questions and messages on the standard error, answers from the standard input, provided that

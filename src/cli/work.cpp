@@ -11,6 +11,7 @@
 #include "upkeep/level_life.h"
 
 #include <charconv>
+#include <fmt/format.h>
 
 namespace kestrova
 {
@@ -161,15 +162,42 @@ Exit WrongUse(std::string_view command, const std::string& what)
     return Exit::WrongUse;
 }
 
-std::string JsonText(const Json& value)
+std::string JsonText(const Json& value, int indent)
 {
-    return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+    constexpr std::string_view escape = "\\u{:04x}"; // not shown
+    const std::string text = value.dump(indent, ' ', false, Json::error_handler_t::replace);
+    std::string safe;
+    safe.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+        const bool upperControl = byte == 0xC2 && next < 0xA0;
+        if (upperControl)
+            ++i;
+        if (upperControl || byte == 0x7F)
+            safe += fmt::format(escape, static_cast<unsigned char>(text[i]));
+        else
+            safe += text[i];
+    }
+    return safe;
+}
+
+std::string OneField(std::string_view text)
+{
+    return OnOneLine(ForTerminal(text));
 }
 
 void AddLine(Run& run, std::string_view line)
 {
-    run.text += ForTerminal(line);
+    run.text += ReplaceAll(ForTerminal(line), "\n", " ");
     run.text += '\n';
+}
+
+void AddText(Run& run, const std::string& head, std::string_view text)
+{
+    const std::vector<std::string> lines = Split(ForTerminal(text), '\n');
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        AddLine(run, (i == 0 ? head : "  ") + lines[i]);
 }
 
 } // namespace kestrova

@@ -34,8 +34,14 @@ Path PlaceFromWord(const std::string& word);
 /// Names the wrong word or option and shows the command's usage.
 Exit WrongUse(std::string_view command, const std::string& what);
 
+/// What is shown goes through these: names and texts come out of downloads, and none of them may
+/// steer the terminal or look like a line or column of its own.
 void AddLine(Run& run, std::string_view line);
-/// On one line.
-std::string JsonText(const Json& value);
+/// A text of several lines; those behind the first are set in.
+void AddText(Run& run, const std::string& head, std::string_view text);
+/// A name among others on a line.
+std::string OneField(std::string_view text);
+/// The exact value, on one line without an indent; what could steer a terminal is escaped.
+std::string JsonText(const Json& value, int indent = -1);
 
 } // namespace kestrova

@@ -1,13 +1,18 @@
 #include "cli/command.h"
 #include "cli/help.h"
+#include "cli/work.h"
+#include "support/sandbox.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 #include <set>
 
 namespace kestrova
 {
 namespace
 {
+
+using testing::Sandbox;
 
 Arguments Parse(const std::vector<std::string>& items)
 {
@@ -72,6 +77,26 @@ TEST(TerminalText, CannotSteerTheTerminal)
     EXPECT_EQ(ForTerminal("\xC2\x9B"
                           "31m ©"),
               "31m ©");
+    EXPECT_EQ(ForTerminal("a\u202Eb\u2066c\u2028d\u2069\u200E"), "abcd\u200E");
+}
+
+TEST(TerminalText, NoNameLooksLikeALineOrAColumnOfItsOwn)
+{
+    Sandbox box;
+    TerminalHost host;
+    const Arguments arguments;
+    kestrova::Run run{box.session, host, arguments};
+    AddLine(run, "1\t" + OneField("a\tname\n2\tforged\x1b]0;t\x07"));
+    AddText(run, "Note: ", "first\r\nMail: forged\n\n");
+    EXPECT_EQ(run.text, "1\ta name 2 forged]0;t\nNote: first\n  Mail: forged\n  \n  \n");
+}
+
+TEST(TerminalText, JsonIsExactAndSteersNothing)
+{
+    const std::string name = "a\x1b[2J\n\x7f\u009b31m \u0080\u00a9";
+    const std::string text = JsonText(Json{{"name", name}});
+    EXPECT_EQ(text, "{\"name\":\"a\\u001b[2J\\n\\u007f\\u009b31m \\u0080\u00a9\"}");
+    EXPECT_EQ(Json::parse(text)["name"], name);
 }
 
 } // namespace
