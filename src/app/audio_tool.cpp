@@ -1,6 +1,7 @@
 #include "app/audio_tool.h"
 
 #include "audio/audio_batch.h"
+#include "audio/sound_info.h"
 #include "catalogue/message.h"
 #include "core/look.h"
 #include "core/removal.h"
@@ -20,8 +21,10 @@ std::string WhatItHolds(const Path& file)
 {
     if (EndsWithName(file.filename().native(), RowText(Msg::Mp3Extension)))
         return GetMsg(Msg::RowMp3);
+    if (!LookAtSound(file))
+        return GetMsg(Msg::RowNoSound);
     WavHeader header;
-    (void)ReadWavHeader(file, header); // what is no wave shows zeros
+    (void)ReadWavHeader(file, header); // it could be read a moment ago
     return std::to_string(header.sampleRate) +
            GetMsg(Msg::RowBits, {std::to_string(header.bitsPerSample)}) +
            (header.channels == 1   ? GetMsg(Msg::WaveMono)

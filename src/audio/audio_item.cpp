@@ -226,6 +226,17 @@ bool IsOfTheGame(const WaveClass& found)
     return found.header.formatTag == (found.kind == AudioKind::Adpcm ? waveTagMsAdpcm : waveTagPcm);
 }
 
+/// What a file that no way leads from really is, where the description cannot tell.
+std::optional<std::string> WhyNot(const Path& file)
+{
+    if (const auto facts = WalkWave(file))
+        return CanBeSound(*facts) ? std::optional<std::string>{} : GetMsg(Msg::WaveHeaderDamaged);
+    const auto bytes = ReadWholeFile(ResolvePath(file));
+    if (bytes && ScanMpeg(*bytes).frames > 0)
+        return GetMsg(Msg::Mp3CalledWave);
+    return {};
+}
+
 } // namespace
 
 std::string AudioTargetText(AudioKind kind, const Mp3Settings& settings)
@@ -254,7 +265,7 @@ AudioPlan PlanAudioFile(const Path& file, AudioKind target)
         // A file that is not there or cannot be read is the decoder's to tell.
         if (bytes && ScanMpeg(*bytes).frames == 0) {
             plan.mode = -1;
-            plan.description = GetMsg(Msg::NoMp3Sound);
+            plan.description = GetMsg(WalkWave(file) ? Msg::WaveCalledMp3 : Msg::NoMp3Sound);
         }
         return plan;
     }
@@ -272,6 +283,8 @@ AudioPlan PlanAudioFile(const Path& file, AudioKind target)
         plan.remark =
             GetMsg(Msg::AudioCutWave, {TextOf(file.filename()), std::to_string(facts->dataSize),
                                        std::to_string(facts->dataSize + facts->missing)});
+    if (plan.mode == -1)
+        plan.description = WhyNot(file).value_or(plan.description);
     if (plan.mode > 0)
         plan.steps = plan.mode == encodeStep ? 2 : 1;
     return plan;

@@ -113,7 +113,7 @@ bool DecodeMp3(Session& session, const Path& source, const Path& destination,
         return Fail(state, GetMsg(Msg::Mp3NotRead) + TextOf(source), bytes.Error().reason);
     const MpegFacts sound = ScanMpeg(*bytes);
     if (sound.frames == 0)
-        return Fail(state, GetMsg(Msg::Mp3Silent));
+        return Fail(state, GetMsg(WalkWave(place) ? Msg::Mp3IsWave : Msg::Mp3Silent));
 
     StagedPlace wave{destination};
     // The decoder believes a tag's size and would skip all that there is.

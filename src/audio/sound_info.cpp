@@ -10,12 +10,35 @@
 namespace kestrova
 {
 
+namespace
+{
+
+/// As it would be with the format block at the beginning, wherever that stands.
+WavHeader HeaderOf(const WaveFacts& facts)
+{
+    WavHeader header;
+    header.formatTag = static_cast<std::int16_t>(facts.formatTag);
+    header.channels = static_cast<std::int16_t>(facts.channels);
+    header.sampleRate = static_cast<std::int32_t>(facts.rate);
+    header.bitsPerSample = static_cast<std::int16_t>(facts.bits);
+    return header;
+}
+
+} // namespace
+
 Result<SoundInfo> LookAtSound(const Path& file)
 {
     SoundInfo info;
     info.bytes = FileSize(file);
     if (const auto facts = WalkWave(file)) {
-        info.form = ClassifyWav(file, AudioKind::Standard).description;
+        if (!CanBeSound(*facts)) {
+            Failure failure = MakeFailure(ErrorCode::Damaged, TextOf(file));
+            failure.reason = GetMsg(Msg::NoSuchSound,
+                                    {std::to_string(facts->rate), std::to_string(facts->channels),
+                                     std::to_string(facts->bits)});
+            return failure;
+        }
+        info.form = ClassifyWav(HeaderOf(*facts), AudioKind::Standard).description;
         info.rate = facts->rate;
         info.channels = facts->channels;
         info.bits = facts->bits;

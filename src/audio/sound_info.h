@@ -17,7 +17,7 @@ struct SoundInfo {
     std::uint64_t bytes = 0;
 };
 
-/// `Damaged` for what is neither.
+/// `Damaged` for what is neither, and for a header of what no sound has, with words for that.
 Result<SoundInfo> LookAtSound(const Path& file);
 
 } // namespace kestrova

@@ -84,6 +84,14 @@ bool ChunkFollows(const ByteSource& bytes, std::uint64_t place, std::uint64_t si
 
 } // namespace
 
+bool CanBeSound(const WaveFacts& facts)
+{
+    constexpr std::uint32_t highestRate = 1'000'000;
+    constexpr int most = 64;
+    return facts.rate > 0 && facts.rate <= highestRate && facts.channels > 0 &&
+           facts.channels <= most && facts.bits >= 0 && facts.bits <= most;
+}
+
 std::uint64_t TrimmedFrames(std::uint64_t coded, int samplesPerBlock,
                             std::optional<std::uint32_t> fact)
 {

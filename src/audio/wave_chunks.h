@@ -40,6 +40,9 @@ using ByteSource = std::function<std::size_t(std::uint64_t place, std::span<char
 Result<WaveFacts> WalkWave(const ByteSource& bytes, std::uint64_t size);
 Result<WaveFacts> WalkWave(const Path& file);
 
+/// False when rate, channels or bits are what no sound has: a header can say anything.
+bool CanBeSound(const WaveFacts& facts);
+
 /// How many of `coded` samples a channel are sound. Coders in blocks fill their last block; what
 /// the `fact` chunk says counts when that is what it takes off.
 std::uint64_t TrimmedFrames(std::uint64_t coded, int samplesPerBlock,

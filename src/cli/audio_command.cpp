@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <charconv>
 #include <fmt/format.h>
+#include <map>
 
 namespace kestrova
 {
@@ -86,6 +87,32 @@ std::string TakeSettings(Run& run)
     return {};
 }
 
+std::string ResultName(const Path& file, AudioKind kind)
+{
+    return StripExtension(file.filename().native()) +
+           GetMsg(kind == AudioKind::Mp3 ? Msg::Mp3Extension : Msg::WavExtension);
+}
+
+/// Two different files that would become one, told; the same file given twice counts once.
+bool ResultsMeet(Run& run, std::vector<Path>& files, AudioKind kind)
+{
+    std::map<std::string, Path> sources;
+    std::vector<Path> once;
+    for (const Path& file : files) {
+        const std::string name = ResultName(file, kind);
+        const auto [known, isNew] = sources.emplace(FoldCase(name), file);
+        if (isNew) {
+            once.push_back(file);
+        } else if (ResolvePath(known->second) != ResolvePath(file)) {
+            run.host.Tell(Tone::Error, GetMsg(Msg::AudioMeets, {TextOf(known->second), TextOf(file),
+                                                                Readable(name)}));
+            return true;
+        }
+    }
+    files = std::move(once);
+    return false;
+}
+
 /// What stands where a result is to go is the person's: without a Yes it stays, and what would
 /// replace it is left out.
 std::vector<Path> LeaveOutKept(Run& run, const std::vector<Path>& files, const Path& folder,
@@ -93,9 +120,7 @@ std::vector<Path> LeaveOutKept(Run& run, const std::vector<Path>& files, const P
 {
     std::vector<Path> taken;
     for (const Path& file : files) {
-        const Path result =
-            folder / (StripExtension(file.filename().native()) +
-                      GetMsg(kind == AudioKind::Mp3 ? Msg::Mp3Extension : Msg::WavExtension));
+        const Path result = folder / ResultName(file, kind);
         // A file that would be written over itself is refused below, in words of its own.
         std::error_code none;
         if (std::filesystem::equivalent(ResolvePath(file), ResolvePath(result), none) ||
@@ -108,8 +133,10 @@ std::vector<Path> LeaveOutKept(Run& run, const std::vector<Path>& files, const P
     return taken;
 }
 
-Exit ConvertSounds(Run& run, const std::vector<Path>& given, AudioKind kind)
+Exit ConvertSounds(Run& run, std::vector<Path> given, AudioKind kind)
 {
+    if (ResultsMeet(run, given, kind))
+        return Exit::Failed;
     const Path folder = PlaceFromWord(run.arguments.ValueOf("--out"));
     if (const auto made = MakeFolders(folder); !made) {
         TellFailure(run.session, GetMsg(Msg::CannotCreateFolder, {TextOf(folder)}), made.Error());

@@ -2,6 +2,7 @@
 #include "audio/level_audio.h"
 #include "audio/mp3_tools.h"
 #include "audio/mpeg_frames.h"
+#include "audio/sound_info.h"
 #include "audio/wave_converter.h"
 #include "audio/wave_reader.h"
 #include "core/staged_file.h"
@@ -119,6 +120,10 @@ TEST(AudioBatch, OneFileWithoutAWayStopsAllBeforeAnythingChanges)
         {"mono.wav", ToneWave({1, 22050, 16, 1}, 100), "[PCM 22050Hz mono 16 bits]"},
         // The first bytes say what it is, and nothing is behind them.
         {"head.wav", wave.substr(0, 36), "[PCM 44100Hz stereo 16 bits]"},
+        // What it is called, and what it is.
+        {"wave.mp3", wave, "[a wave that is called .mp3; give it the ending .wav]"},
+        {"sound.wav", box.Mp3(5000), "[an mp3 that is called .wav; give it the ending .mp3]"},
+        {"rate.wav", ToneWave({2, -1, 32, 3}, 100), "[a wave whose header is damaged]"},
         {"fraction.wav", ToneWave({2, 44100, 32, 3}, 100), "[UNKNOWN 44100Hz stereo 32 bits]"},
     };
     for (const Row& row : rows) {
@@ -388,6 +393,9 @@ TEST(Mp3Tools, WhatNeedsAStandardWaveOrAnMp3SaysSo)
     EXPECT_EQ(state.error, "Error: file 'mono.wav' is not standard waw 44100 stereo 16 bits");
     EXPECT_FALSE(DecodeMp3(box.session, box / "none.mp3", box / "x.wav", state));
     EXPECT_EQ(state.error, "Mp3 file not found in: " + (box / "none.mp3").native());
+    box.Write("wave.mp3", ToneWave({}, 3000));
+    EXPECT_FALSE(DecodeMp3(box.session, box / "wave.mp3", box / "x.wav", state));
+    EXPECT_EQ(state.error, GetMsg(Msg::Mp3IsWave));
     box.Write("b.mp3", box.Mp3(3000));
     EXPECT_FALSE(DecodeMp3(box.session, box / "b.mp3", box / "nowhere/x.wav", state));
     EXPECT_FALSE(state.error.empty());
@@ -399,6 +407,27 @@ TEST(Mp3Tools, WhatNeedsAStandardWaveOrAnMp3SaysSo)
     EXPECT_EQ(RowOf(ToolId::Lame).encode("/a.wav", "/a.mp3", {2, 128, 22050}),
               (ToolArguments{"--nohist", "--disptime", "0.1", "-b", "128", "--resample", "22050",
                              "/a.wav", "/a.mp3"}));
+}
+
+TEST(SoundInfo, TellsOfNoSoundThatCannotBe)
+{
+    SoundBox box;
+    const auto reason = [&](const SoundForm& form) {
+        box.Write("odd.wav", ToneWave(form, 100));
+        const auto info = LookAtSound(box / "odd.wav");
+        return info ? std::string{} : info.Error().reason;
+    };
+    EXPECT_NE(reason({2, -1, 16, 1}).find("4294967295 Hz, 2 channels and 16 bits"),
+              std::string::npos);
+    EXPECT_EQ(reason({2, 44100, 16, 1}), "");
+    // The format block stands behind another chunk, and the form is that of the sound.
+    const SoundForm mono{1, 22050, 16, 1};
+    box.Write("late.wav",
+              Riff(Chunk("junk", std::string(300, '\xFF')) + Chunk("fmt ", FormatBlock(mono)) +
+                   Chunk("data", std::string(400, 'x'))));
+    const auto late = LookAtSound(box / "late.wav");
+    ASSERT_TRUE(late);
+    EXPECT_EQ(late->form, "PCM 22050Hz mono 16 bits");
 }
 
 TEST(LevelAudio, TracksBecomeTheGamesFormAndSamplesMono)

@@ -37,6 +37,17 @@ expect 1 audio encode "$wave" --out "$box/sounds"
 [[ $(<"$box/sounds/$name.mp3") == precious ]] || die "a sound was written over unasked"
 expect 0 --yes audio encode "$wave" --out "$box/sounds"
 [[ $(<"$box/sounds/$name.mp3") != precious ]] || die "a Yes was not heard"
+# Two that would become one file are refused before anything is written.
+mkdir "$box/a" "$box/b"
+cp "$wave" "$box/a/Ext.wav"
+cp "$wave" "$box/b/ext.WAV"
+for words in "audio encode" "audio convert --format 44100s16"; do
+    # shellcheck disable=SC2086
+    expect 1 --yes $words "$box/a/Ext.wav" "$box/b/ext.WAV" --out "$box/met"
+    errs "would both become"
+    [[ ! -e $box/met ]] || die "something was written"
+done
+expect 0 audio encode "$box/a/Ext.wav" "$box/a/../a/Ext.wav" --out "$box/met"
 
 # A configuration file, and what its letters can be.
 mkdir "$box/config"
