@@ -4,6 +4,8 @@
 #include "core/text.h"
 
 #include <algorithm>
+#include <string_view>
+#include <unordered_set>
 
 namespace kestrova
 {
@@ -38,10 +40,12 @@ std::string Shortened(const std::string& name)
 std::string ShownNames(const std::vector<std::string>& names)
 {
     std::vector<std::string> shown;
-    for (std::size_t i = 0; i < std::min(names.size(), mostNames); ++i)
-        shown.push_back(Shortened(Readable(names[i])));
-    if (names.size() > mostNames)
-        shown.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(names.size() - mostNames)}));
+    std::unordered_set<std::string_view> known;
+    for (const std::string& name : names)
+        if (known.insert(name).second && known.size() <= mostNames)
+            shown.push_back(Shortened(OnOneLine(Readable(name))));
+    if (known.size() > mostNames)
+        shown.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(known.size() - mostNames)}));
     return Join(shown, ", ");
 }
 

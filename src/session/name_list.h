@@ -7,7 +7,7 @@ namespace kestrova
 {
 
 /// The names as a message can show them, however many and long they are: the first ones, parted by
-/// commas, and how many more there are.
+/// commas, and how many more there are. What stands there several times is named once.
 std::string ShownNames(const std::vector<std::string>& names);
 
 } // namespace kestrova

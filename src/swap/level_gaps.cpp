@@ -88,8 +88,10 @@ Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level)
         bytes += static_cast<double>(file.size);
     const double less = level.filesSize - bytes;
     if (gaps.files.empty() && gaps.cut.empty() && less > measuredLoosely &&
-        level.filesSize < std::numeric_limits<std::int32_t>::max())
+        level.filesSize < std::numeric_limits<std::int32_t>::max()) {
         gaps.bytes = less;
+        gaps.noted = level.filesSize;
+    }
     return gaps;
 }
 
@@ -101,7 +103,9 @@ std::vector<std::string> PlayGaps(const LevelGaps& gaps)
     for (const std::string& file : gaps.cut)
         names.push_back(Readable(file));
     if (gaps.bytes > 0)
-        names.push_back(GetMsg(Msg::LevelLacksBytes, {FormatSize(gaps.bytes)}));
+        names.push_back(GetMsg(
+            Msg::LevelLacksBytes,
+            {FormatSize(gaps.bytes), FormatSize(gaps.noted - gaps.bytes), FormatSize(gaps.noted)}));
     return names;
 }
 

@@ -12,6 +12,7 @@ struct LevelGaps {
     std::vector<std::string> cut;   ///< those that are there, shorter than they were
     std::vector<std::string> texts; ///< the readme behind [More info]
     double bytes = 0; ///< so much less than noted, when no file is known by name; otherwise 0
+    double noted = 0; ///< that size, with `bytes`
 };
 /// One listing and no file's content; nothing is touched. A level on a disc has no gaps that could
 /// be seen.

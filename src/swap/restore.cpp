@@ -21,18 +21,22 @@ namespace
 
 /// The ordinary removal, which tells what it cannot do; the critical files go anyway. While the
 /// archive is away nothing else comes in: the level's savegames stay live and wait for their store.
-void RemoveLevelFirst(Session& session)
+/// The originals that were told as not back.
+std::vector<std::string> RemoveLevelFirst(Session& session)
 {
     const bool archiveIsThere =
         FindLevel(session, originalCode) >= 0 &&
         FolderExists(FolderFromText(Trim(session.archive.header.secondaryFolder)));
     if (archiveIsThere) {
-        if (!RestoreFast(session))
-            session.host.Tell(Tone::Warning, GetMsg(Msg::RestoreGoesOn));
-        return;
+        if (RestoreFast(session))
+            return {};
+        session.host.Tell(Tone::Warning, GetMsg(Msg::RestoreGoesOn));
+        const auto owner = ReadOwner(session); // unread, it only makes names be told twice
+        return owner && *owner ? (*owner)->owed : std::vector<std::string>{};
     }
     ActivityLog log;
     (void)RemovePreviousLevel(session, -1, log);
+    return {};
 }
 
 /// A swap that was interrupted and cannot be mended now goes on as a full restore, provided that it
@@ -158,7 +162,7 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
     progress.SetLabel(GetMsg(Msg::RestoreRemovingLevel));
     progress.Step();
     MendFirst(session);
-    RemoveLevelFirst(session);
+    const std::vector<std::string> told = RemoveLevelFirst(session);
     auto found = ReadJournal(session);
     if (!found) {
         TellFailure(session, GetMsg(Msg::RestoreNotFinished), found.Error());
@@ -176,7 +180,7 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
         return false;
     RestoreReport report;
     if (const auto status = FinishRestore(session, journal, report, &progress); !status) {
-        TellIncompleteRestore(session, report);
+        TellIncompleteRestore(session, report, told);
         TellFailure(session, GetMsg(Msg::RestoreNotFinished), status.Error());
         return false;
     }
@@ -186,7 +190,7 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
     if (report.Whole())
         session.host.Tell(Tone::Plain, GetMsg(Msg::RestoredOriginal));
     else
-        TellIncompleteRestore(session, report);
+        TellIncompleteRestore(session, report, told);
     return report.Whole();
 }
 

@@ -2,6 +2,7 @@
 
 #include "catalogue/message.h"
 #include "core/look.h"
+#include "core/name_set.h"
 #include "session/name_list.h"
 #include "swap/owned_files.h"
 #include "swap/return_to_original.h"
@@ -207,14 +208,19 @@ Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport
     return {};
 }
 
-void TellIncompleteRestore(Session& session, const RestoreReport& report)
+void TellIncompleteRestore(Session& session, const RestoreReport& report,
+                           const std::vector<std::string>& told)
 {
     if (report.Whole())
         return;
     std::string text = GetMsg(Msg::RestoreIncomplete);
-    if (!report.missing.empty())
-        text +=
-            std::string{lineBreak} + GetMsg(Msg::RestoreStillMissing, {ShownNames(report.missing)});
+    NameSet named;
+    for (const std::string& name : told)
+        named.Add(name);
+    std::vector<std::string> missing = report.missing;
+    std::erase_if(missing, [&](const std::string& name) { return named.Has(name); });
+    if (!missing.empty())
+        text += std::string{lineBreak} + GetMsg(Msg::RestoreStillMissing, {ShownNames(missing)});
     if (!report.left.empty())
         text += std::string{lineBreak} + GetMsg(Msg::RestoreLeft, {ShownNames(report.left)});
     if (!report.state.empty())

@@ -37,7 +37,8 @@ Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport
 Status RestoreFolder(Session& session, const Path& folder, RestoreReport& report,
                      ProgressScope* progress);
 
-/// Says what is missing and what to do, or, after a restore that was interrupted, that it is whole.
-void TellIncompleteRestore(Session& session, const RestoreReport& report);
+/// Says what is missing and what to do. `told`: originals that were named a moment ago as not back.
+void TellIncompleteRestore(Session& session, const RestoreReport& report,
+                           const std::vector<std::string>& told = {});
 
 } // namespace kestrova

@@ -2,6 +2,7 @@
 
 #include "catalogue/message.h"
 #include "core/look.h"
+#include "core/name_set.h"
 #include "core/staged_file.h"
 
 namespace kestrova
@@ -91,8 +92,27 @@ void SetOwner(const Session& session, OwnerRecord& record, const std::optional<L
         record.levelName = LevelNameOf(session, owner->code);
 }
 
+namespace
+{
+
+/// Originals are found without regard to case, so each is noted once, however its folder is
+/// spelled.
+void NameOnce(std::vector<std::string>& names)
+{
+    NameSet known;
+    std::erase_if(names, [&](const std::string& name) {
+        const bool again = known.Has(name);
+        known.Add(name);
+        return again;
+    });
+}
+
+} // namespace
+
 Status WriteOwner(Session& session, OwnerRecord record)
 {
+    NameOnce(record.overwritten);
+    NameOnce(record.owed);
     auto folder = MarkOf(session.TrleFolder());
     if (!folder)
         return folder.Error();

@@ -319,6 +319,32 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
     return found;
 }
 
+namespace
+{
+
+/// Files that the level brought into the Level Editor's folder, where it still stands, and that its
+/// stored files no longer give.
+Result<std::vector<std::string>> StandingNamesWithout(const Session& session, LevelCode code,
+                                                      const std::vector<ReadyFile>& ready)
+{
+    const auto owner = ReadOwner(session);
+    if (!owner)
+        return owner.Error();
+    std::vector<std::string> names;
+    if (!*owner || (*owner)->owner != code ||
+        (*owner)->home.path != LevelHomeOf(session, code).native())
+        return names;
+    NameSet stored;
+    for (const ReadyFile& file : ready)
+        stored.Add(file.name);
+    for (const OwnedFile& file : (*owner)->added)
+        if (const std::string name = FileNameOf(Readable(file.name)); !stored.Has(name))
+            names.push_back(name);
+    return names;
+}
+
+} // namespace
+
 Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
 {
     if (FindLevel(session, code) < 0)
@@ -342,6 +368,15 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
         found.push_back({Mismatch::Cut, Readable(file)});
     LevelGaps missing = *gaps;
     missing.cut.clear();
+    // Where only the size tells of a loss, what stands in the folder may have the names.
+    if (missing.bytes > 0) {
+        auto names = StandingNamesWithout(session, code, *ready);
+        if (!names)
+            return names.Error();
+        missing.bytes = names->empty() ? missing.bytes : 0;
+        for (std::string& name : *names)
+            found.push_back({Mismatch::Missing, std::move(name)});
+    }
     for (std::string& file : AllGaps(missing))
         found.push_back({Mismatch::Missing, std::move(file)});
     const NotedSizes sizes = SizesNoted(session, code);

@@ -120,6 +120,33 @@ TEST(FullRestore, RemembersWhatTheLevelBroughtWhenItCannotEnd)
     world.ExpectOriginal();
 }
 
+TEST(FullRestore, NamesEachOriginalThatIsNotBackOnceHoweverOftenItIsTried)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    world.host.AnswerAll(true);
+    const auto data = ResolvePath(world / "trle/data");
+    std::filesystem::remove_all(data);
+    world.Write("trle/DATA", "a file in place of the folder");
+    for (int i = 0; i < 3; ++i) {
+        world.host.told.clear();
+        EXPECT_FALSE(RestoreFully(world));
+        const std::string told = FoldCase(world.host.AllTold());
+        const std::size_t first = told.find("title.tr4");
+        ASSERT_NE(first, std::string::npos) << told;
+        EXPECT_EQ(told.find("title.tr4", first + 1), std::string::npos) << i << told;
+        const auto owner = ReadOwner(world.session);
+        ASSERT_TRUE(owner && *owner);
+        std::set<std::string> names;
+        for (const std::string& name : (*owner)->overwritten)
+            EXPECT_TRUE(names.insert(FoldCase(name)).second) << name;
+    }
+    std::filesystem::remove(world / "trle/DATA");
+    EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
+    EXPECT_EQ(ReadWholeFile(ResolvePath(world / "trle/data/title.tr4")).ValueOr(""),
+              "original title");
+}
+
 TEST(FullRestore, GivesALevelItsSavegamesWhereTheOrdinaryRemovalFailed)
 {
     const auto liveIsFirsts = [](const SwapWorld& world) {
@@ -197,7 +224,7 @@ TEST(OriginalConfiguration, IsNotToldAsSetWhileAnOriginalIsMissing)
         EXPECT_FALSE(world.host.WasTold("Set in Tomb Raider Level Editor, original"));
         Session next = world.Reopened();
         EXPECT_TRUE(RecoverInterruptedWork(next));
-        EXPECT_NE(WhatWaitsInTrle(next).find("title.tr4"), std::string::npos);
+        EXPECT_NE(FoldCase(WhatWaitsInTrle(next)).find("title.tr4"), std::string::npos);
     }
     Session next = world.Reopened();
     EXPECT_TRUE(RecoverInterruptedWork(next));
