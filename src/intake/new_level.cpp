@@ -6,6 +6,7 @@
 #include "catalogue/message.h"
 #include "core/removal.h"
 #include "intake/folder_names.h"
+#include "intake/setup_programs.h"
 #include "session/documents.h"
 #include "swap/level_language.h"
 #include "swap/marker.h"
@@ -156,6 +157,7 @@ void NewLevel::AfterSource()
     TellReport(session_, report_);
     if (listed && mode_ == LevelMode::New) {
         ApplyLevelConfig();
+        TellOfSetupExe();
         FillNameAndInfo();
     }
 }
@@ -232,8 +234,10 @@ void NewLevel::Refresh()
     const bool listed = RefreshFileList();
     NoteUnpacked();
     TellReport(session_, report_);
-    if (listed && mode_ == LevelMode::New)
+    if (listed && mode_ == LevelMode::New) {
         ApplyLevelConfig();
+        TellOfSetupExe();
+    }
 }
 
 void NewLevel::OpenFile(const Path& file)
@@ -269,6 +273,21 @@ bool NewLevel::SetMyLanguage()
         session_.host.Tell(Tone::Error, GetMsg(Msg::LanguageError) + failure.words, failure.reason);
     RefreshFileList();
     return changed;
+}
+
+void NewLevel::TellOfSetupExe()
+{
+    const bool hasLevel = std::any_of(files_.begin(), files_.end(), [](const Path& file) {
+        const std::string own = file.filename().native();
+        return IsPackage(file) || EndsWithName(own, RowText(Msg::EndingTom)) ||
+               (EndsWithName(own, RowText(Msg::EndingTr4)) &&
+                !EqualNames(own, RowText(Msg::TitleLevelName)));
+    });
+    const Path program = hasLevel || exeTold_ ? Path{} : FindSetupExe(files_);
+    if (program.empty())
+        return;
+    exeTold_ = true;
+    session_.host.Tell(Tone::Warning, WordsOfSetupExe(program));
 }
 
 void NewLevel::FillNameAndInfo()

@@ -107,6 +107,8 @@ private:
     void ApplyLevelConfig();
     void TakeConfigTexts(const LevelConfig& config);
     void FillNameAndInfo();
+    /// Tells once of a level that is still inside a program.
+    void TellOfSetupExe();
     void AfterSource();
     [[nodiscard]] SourceOptions Options() const;
     void NoteUnpacked();
@@ -136,6 +138,7 @@ private:
     Path workFolder_;
     bool isTemp_ = false;
     bool configApplied_ = false;
+    bool exeTold_ = false;
     bool canSetLanguage_ = false;
     bool cancelled_ = false;
     std::map<std::string, Seen> snapshot_; ///< by folded name

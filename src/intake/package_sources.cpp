@@ -80,6 +80,9 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
                                                                       ShownNames(unpacked.lost)}));
     }
     append(report.notFiles, unpacked.notFiles);
+    for (const RenamedFile& file : unpacked.renamed)
+        report.renamed.push_back(GetMsg(Msg::RenamedPair, {file.name, file.now}));
+    append(report.ledOut, unpacked.ledOut);
     append(report.twice, unpacked.twice);
     return {};
 }
@@ -426,6 +429,7 @@ void TellReport(Session& session, const SourceReport& report)
     add(report.leftOut, Msg::SameNameLeftOut);
     add(report.renamed, Msg::KeptUnderFreeName);
     add(report.notFiles, Msg::NoFilesLeftOut);
+    add(report.ledOut, Msg::LedOutLeftOut);
     add(report.twice, Msg::TwiceInPackage);
     if (!words.empty())
         session.host.Tell(Tone::Warning,

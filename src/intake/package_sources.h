@@ -41,6 +41,7 @@ struct SourceReport {
     std::size_t failed = 0;             ///< files that could not be copied; each was told
     std::vector<std::string> leftOut;   ///< two files of one name in one source: the later ones
     std::vector<std::string> notFiles;  ///< links and devices
+    std::vector<std::string> ledOut;    ///< names that lead out of the folder
     std::vector<std::string> twice;     ///< names that a package has several times; the last counts
     std::vector<std::string> renamed;   ///< files that keep a free name, with that name
     std::set<std::string> placed;       ///< the names, folded, that came into the level's folder

@@ -244,6 +244,29 @@ void PlanNames(PackagePlan& plan, const std::vector<PackageEntry>& listed,
         plan.page = plan.namesAs = std::move(page);
 }
 
+std::vector<std::string> LeaveOutWhatLeadsOut(PackagePlan& plan,
+                                              const std::vector<PackageEntry>& entries)
+{
+    constexpr std::size_t most = 1000; // they become arguments of the tool
+    std::vector<std::string> out;
+    bool stays = false;
+    for (const PackageEntry& entry : entries) {
+        const std::vector<std::string> parts = Split(entry.name, '/');
+        if (std::find(parts.begin(), parts.end(), "..") != parts.end())
+            out.push_back(entry.name);
+        else
+            stays = stays || !entry.name.ends_with('/');
+    }
+    if (plan.tool != ToolId::Bsdtar || !stays || out.size() > most)
+        return {};
+    const std::unordered_set<std::string> names{out.begin(), out.end()};
+    std::erase_if(plan.files, [&](const PackedFile& file) {
+        return names.contains(ReplaceAll(TextIn(file.name, plan.page), "\\", "/"));
+    });
+    plan.skip.insert(plan.skip.end(), out.begin(), out.end());
+    return out;
+}
+
 std::vector<std::string> NamesTwice(const std::vector<PackageEntry>& entries)
 {
     std::unordered_map<std::string_view, int> counts;

@@ -40,6 +40,11 @@ PackagePlan PlanFor(Session& session, const Path& package, const std::string& wa
 void PlanNames(PackagePlan& plan, const std::vector<PackageEntry>& listed,
                const std::string& wanted);
 
+/// Entries whose names climb out of the folder (`../x`) stay packed where the tool would refuse the
+/// whole package for them; their names. None when they are all there is, or too many to be named.
+std::vector<std::string> LeaveOutWhatLeadsOut(PackagePlan& plan,
+                                              const std::vector<PackageEntry>& entries);
+
 /// The names that the package has for more than one file.
 std::vector<std::string> NamesTwice(const std::vector<PackageEntry>& entries);
 

@@ -254,8 +254,9 @@ bool CollideWhenFlat(const std::vector<PackageEntry>& entries)
     return false;
 }
 
-Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
-                     const std::vector<PackageEntry>& entries, ProgressScope* progress)
+Result<std::vector<RenamedFile>> PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
+                                               const std::vector<PackageEntry>& entries,
+                                               ProgressScope* progress)
 {
     constexpr std::size_t filesAStep = 64;
     auto listed = FilesBelow(staging);
@@ -267,6 +268,7 @@ Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
     const auto targetOf = [&](const Path& place) -> Target& {
         return targets.try_emplace(place.native(), place).first->second;
     };
+    std::vector<RenamedFile> renamed;
     std::size_t moved = 0;
     Path parent;
     Path place = folder;
@@ -278,7 +280,7 @@ Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
             place = folder;
             for (const Path& part : above) {
                 if (const Status& state = targetOf(place).State(); !state)
-                    return state;
+                    return state.Error();
                 auto sub = targetOf(place).Subfolder(part.native());
                 if (!sub)
                     return sub.Error();
@@ -288,12 +290,14 @@ Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
         }
         Target& last = targetOf(place);
         if (!last.State())
-            return last.State();
+            return last.State().Error();
         const Path target = last.PlaceForFile(file.filename().native());
         if (const auto failure = platform::Rename(staging / file, target))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
+        if (!EqualNames(target.filename().native(), file.filename().native()))
+            renamed.push_back({TextOf(file), TextOf(target.filename())});
     }
-    return {};
+    return renamed;
 }
 
 } // namespace kestrova

@@ -14,6 +14,12 @@ namespace kestrova
 /// underscore. False when the heartbeat stopped it; the rest is as it came then.
 bool MakePlain(const Path& folder, const Heartbeat& heartbeat = {});
 
+/// A file of a package that could not keep its name.
+struct RenamedFile {
+    std::string name; ///< with its folder in the package
+    std::string now;
+};
+
 /// True when two of the files would have the same name, case ignored, without their folders.
 bool CollideWhenFlat(const std::vector<PackageEntry>& entries);
 
@@ -21,8 +27,9 @@ bool CollideWhenFlat(const std::vector<PackageEntry>& entries);
 /// itself with their sub-folders or, `flat`, without. A file that was there before is replaced and
 /// keeps its spelling; of two in the package that have the same name, case ignored, the later in
 /// `entries` has it and the other one gets a number behind its own. What stays in `staging` are
-/// folders.
-Status PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
-                     const std::vector<PackageEntry>& entries, ProgressScope* progress);
+/// folders. The answer names each of those others.
+Result<std::vector<RenamedFile>> PlaceUnpacked(const Path& staging, const Path& folder, bool flat,
+                                               const std::vector<PackageEntry>& entries,
+                                               ProgressScope* progress);
 
 } // namespace kestrova

@@ -313,6 +313,8 @@ bool UnpackInto(Session& session, const PackagePlan& plan, const Path& package, 
         DropStaging(staging, state.progress);
         return failed(placed.Error());
     }
+    if (options.report != nullptr)
+        options.report->renamed = *placed;
     if (!options.keepStaging || !IsEmptyFolder(staging))
         DropStaging(staging, state.progress);
     return unpacked;
@@ -438,6 +440,9 @@ bool UnzipWithProgress(Session& session, const Path& package, const Path& folder
     if (plan.entries.size() == entries.size())
         entries = std::move(plan.entries);
 
+    std::vector<std::string> ledOut = LeaveOutWhatLeadsOut(plan, entries);
+    if (options.report != nullptr)
+        options.report->ledOut = std::move(ledOut);
     ToolRun run{plan.tool};
     run.handler = Msg::HandlerUnzip;
     // Entries of size 0 are folders.

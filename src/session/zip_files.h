@@ -24,6 +24,8 @@ struct UnpackReport {
     std::vector<std::string> notFiles{}; ///< links and devices, which do not come in
     std::vector<std::string> twice{};    ///< names of several files; the last of each came in
     std::vector<std::string> lost{};     ///< what was not whole and did not come in
+    std::vector<RenamedFile> renamed{};  ///< of two names that differ in case alone
+    std::vector<std::string> ledOut{};   ///< names that lead out of the folder, left out
 };
 
 struct UnzipOptions {

@@ -300,6 +300,69 @@ TEST_F(NewLevelTest, TheStoredFormOfAnArchiveComesInAsWhatItIsAndWithinTheLimits
     EXPECT_FALSE(FolderExists(UnpackingFolder(box.session)));
 }
 
+TEST_F(NewLevelTest, NamesThatDifferInCaseAloneAreNamedWhereverTheyComeFrom)
+{
+    box.Write("in/A.TR4", "one");
+    box.Write("in/a.tr4", "two");
+    NewLevel& level = Begin();
+    EXPECT_TRUE(level.AddSources({box / "in"}));
+    EXPECT_TRUE(box.host.WasTold("were left out: a.tr4")) << box.host.AllTold();
+    EXPECT_EQ(Part("files"), (Files{{"A.TR4", "one"}}));
+    Shell("cd in && zip -q ../in.zip A.TR4 a.tr4 && bsdtar -cf ../in.tar A.TR4 a.tr4");
+    for (const std::string package : {"in.zip", "in.tar"}) {
+        std::filesystem::remove(box / "levels/LEVEL_0001/files/A.TR4");
+        std::filesystem::remove(box / "levels/LEVEL_0001/files/a.tr4");
+        std::filesystem::remove(box / "levels/LEVEL_0001/files/A_2.TR4");
+        box.host.told.clear();
+        level.Refresh();
+        EXPECT_TRUE(level.AddSources({box / package}));
+        EXPECT_TRUE(box.host.WasTold("A.TR4 as A_2.TR4")) << package << box.host.AllTold();
+        EXPECT_EQ(Part("files"), (Files{{"a.tr4", "two"}, {"A_2.TR4", "one"}})) << package;
+    }
+}
+
+TEST_F(NewLevelTest, ALevelThatIsStillInsideAProgramIsToldOf)
+{
+    const std::string stub = "MZ" + std::string(3'000, '\0');
+    const struct {
+        Files files;
+        std::string words; ///< none: nothing is said
+    } cases[] = {
+        {{{"game.exe", stub + BuildZip({{"inside.tr4", "level"}})}}, "give it the ending .zip"},
+        {{{"game.exe", stub + "7z\xBC\xAF\x27\x1C" + "packed"}}, "is an archive that unpacks"},
+        {{{"game.exe", stub + "Rar!\x1A\x07"}, {"title.tr4", "title"}}, "is an archive that"},
+        {{{"Setup.EXE", stub}, {"uninstall.exe", stub}}, "as a program, Setup.EXE, and its"},
+        {{{"game.exe", stub}, {"level.tr4", "level"}}, ""},
+        {{{"game.exe", stub}, {"level.tom", "source"}}, ""},
+        {{{"ReadMe.exe", stub}, {"madplay.exe", stub}, {"start_me.exe", stub}}, ""},
+    };
+    for (const auto& entry : cases) {
+        std::filesystem::remove_all(box / "in");
+        std::filesystem::remove_all(box / "levels/LEVEL_0001");
+        for (const auto& [name, content] : entry.files)
+            box.Write("in/" + name, content);
+        Zip("in", "level.zip");
+        for (const std::string source : {"in", "level.zip"}) {
+            std::filesystem::remove_all(box / "levels/LEVEL_0001");
+            box.host.told.clear();
+            NewLevel& level = Begin();
+            EXPECT_TRUE(level.AddSources({box / source}));
+            level.Refresh();
+            EXPECT_EQ(box.host.told.size(), entry.words.empty() ? 0U : 1U) << box.host.AllTold();
+            EXPECT_TRUE(entry.words.empty() || box.host.WasTold(entry.words))
+                << entry.words << box.host.AllTold();
+        }
+    }
+    // What comes out of a package in the package may be the level.
+    box.Write("out/setup.exe", stub);
+    box.Write("out/inner.zip", BuildZip({{"inside.tr4", "level"}}));
+    std::filesystem::remove_all(box / "levels/LEVEL_0001");
+    box.host.told.clear();
+    NewLevel& level = Begin();
+    EXPECT_TRUE(level.AddSources({box / "out"}));
+    EXPECT_EQ(box.host.AllTold(), "");
+}
+
 TEST_F(NewLevelTest, ManyNamesInAMessageAreBounded)
 {
     for (int i = 0; i < 1'000; ++i) {

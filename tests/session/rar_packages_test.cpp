@@ -215,6 +215,29 @@ TEST_F(RarPackages, OneProgramIsEnoughForAMiddlingZip)
     EXPECT_EQ(box.Read("runs"), "run\n");
 }
 
+TEST_F(RarPackages, NamesThatLeadOutAreLeftOutAndNamedAndTheRestComesIn)
+{
+    box.Write("up.txt", "up");
+    box.Write("in/a.tr4", level);
+    box.Write("in/d..e/..f", "odd but inside");
+    ToolProgressState own;
+    ASSERT_TRUE(ShellAndWait(box.session,
+                             "cd '" + (box / "in").native() +
+                                 "' && bsdtar -cPf ../out.tar a.tr4 ../up.txt 'd..e/../../up.txt' "
+                                 "d..e && bsdtar -cPf ../only.tar ../up.txt",
+                             own));
+    std::filesystem::remove(box / "up.txt");
+    EXPECT_TRUE(Unzip("out.tar", box.Read("out.tar"))) << state.error << state.details;
+    EXPECT_EQ(Out(), (Files{{"a.tr4", level}, {"d..e/..f", "odd but inside"}}));
+    EXPECT_EQ(report.ledOut, (std::vector<std::string>{"../up.txt", "d..e/../../up.txt"}));
+    EXPECT_FALSE(box.Has("up.txt"));
+    EXPECT_TRUE(Unzip("out.rar", OldRar({{"..\\up.txt", "up", "up"}, {"a.tr4", level, level}})))
+        << state.error << state.details;
+    EXPECT_EQ(Out(), (Files{{"a.tr4", level}}));
+    EXPECT_FALSE(box.Has("up.txt"));
+    EXPECT_FALSE(Unzip("only.tar", box.Read("only.tar"))) << "nothing would come in";
+}
+
 TEST_F(RarPackages, EachCauseHasWordsOfItsOwn)
 {
     EXPECT_FALSE(Unzip("empty.zip", BuildZip({})));
