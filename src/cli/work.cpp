@@ -120,7 +120,9 @@ void RestoreAutoSave(Run& run)
 Exit EndWork(Run& run, bool done)
 {
     RestoreAutoSave(run);
-    return done && SavePreferencesNow(run.session) ? Exit::Done : Exit::Failed;
+    // Without a word of the person's everything was written at once; what was not has been told.
+    const bool written = !run.session.archive.dirty;
+    return done && written && SavePreferencesNow(run.session) ? Exit::Done : Exit::Failed;
 }
 
 bool HasArchiveFolder(Run& run, std::optional<LevelCode> code)

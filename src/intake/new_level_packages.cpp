@@ -37,9 +37,12 @@ void NewLevel::UnpackInside()
         const std::string folded = FoldCase(file.filename().native());
         report_.placed.erase(folded);
         report_.came = {};
-        const auto status = CopyOrUnzipSource(
-            session_, file, workFolder_, {Replace::KeepBoth, LimitsInside(), namesPage, keepGoing},
-            progress_, report_);
+        SourceOptions options = Options();
+        options.replace = Replace::KeepBoth;
+        options.replaceByFile = Replace::Silent;
+        options.limits = LimitsInside();
+        const auto status =
+            CopyOrUnzipSource(session_, file, workFolder_, options, progress_, report_);
         inside_.entries += report_.came.entries;
         inside_.bytes += report_.came.bytes;
         if (!status && status.Error().code == ErrorCode::Stopped) {
@@ -92,6 +95,9 @@ SourceOptions NewLevel::Options() const
     SourceOptions options;
     options.namesAs = namesPage;
     options.keepWhole = keepGoing;
+    // Of a level of the archive the old file may be the player's own work.
+    if (mode_ == LevelMode::Properties)
+        options.replaceByFile = Replace::Ask;
     return options;
 }
 

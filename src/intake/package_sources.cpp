@@ -125,7 +125,7 @@ Status ExpandSource(Session& session, const Path& source, const Path& folder,
         report.expandedBytes += FileSize(next);
         file = next;
     }
-    return PutFile(session, file, folder, {Replace::Silent, false, {}}, progress, report);
+    return PutFile(session, file, folder, {options.replaceByFile, false, {}}, progress, report);
 }
 
 Status UnzipSource(Session& session, const Path& package, const Path& folder,
@@ -306,7 +306,7 @@ Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folde
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
     if (IsStoredForm(source))
         return ExpandSource(session, source, folder, options, progress, report);
-    return PutFile(session, source, folder, {Replace::Silent, true, {}}, progress, report);
+    return PutFile(session, source, folder, {options.replaceByFile, true, {}}, progress, report);
 }
 
 void TellSourceFailure(Session& session, const std::string& text, const Failure& failure)

@@ -23,7 +23,8 @@ enum class Replace {
 };
 
 struct SourceOptions {
-    Replace replace = Replace::Ask;
+    Replace replace = Replace::Ask;          ///< by what comes out of a package
+    Replace replaceByFile = Replace::Silent; ///< by a source that is a single file
     UnpackLimits limits{};
     /// The code page of names in packages that say none; empty: guessed.
     std::string namesAs{};

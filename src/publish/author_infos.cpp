@@ -180,8 +180,7 @@ bool AuthorInfos::Store()
         }
         step.field = step.value;
     }
-    SaveArchive(session_);
-    return true;
+    return SaveArchive(session_);
 }
 
 } // namespace kestrova

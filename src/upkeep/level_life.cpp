@@ -14,22 +14,34 @@
 #include "swap/state_files.h"
 #include "upkeep/unfinished_intake.h"
 
+#include <algorithm>
+
 namespace kestrova
 {
 
 namespace
 {
 
-/// Savegames, notes and shots in a level's store and in the slots of its savegame archive.
+bool IsPicture(const Path& file)
+{
+    const auto patterns = Split(RowText(Msg::PicturePatterns), '|');
+    return std::any_of(patterns.begin(), patterns.end(), [&](const std::string& pattern) {
+        return MatchesPattern(file.filename().native(), pattern);
+    });
+}
+
+/// Savegames, notes and shots in a level's store and in the slots of its savegame archive, and its
+/// pictures.
 Result<std::vector<Path>> PlayersFilesOf(const Path& levelFolder)
 {
     std::vector<Path> files;
-    for (const Msg part : {Msg::DirBackupSavegames, Msg::DirSavegames}) {
+    for (const Msg part : {Msg::DirBackupSavegames, Msg::DirSavegames, Msg::DirScreenshots}) {
         const auto tree = ScanTreeIfThere(InFolder(levelFolder, RowText(part)));
         if (!tree)
             return tree.Error();
         for (const Path& file : tree->files)
-            if (IsPlayersFile(file.filename().native()))
+            if (part == Msg::DirScreenshots ? IsPicture(file)
+                                            : IsPlayersFile(file.filename().native()))
                 files.push_back(file);
     }
     return files;

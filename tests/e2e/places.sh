@@ -89,6 +89,12 @@ done
 # Every program reads the names in an exported zip.
 echo tr4 >"$box/Schloß.tr4"
 expect 0 edit 1 --add "$box/Schloß.tr4"
+echo mine >"$box/levels/LEVEL_0001/files/dawn.tr4"
+echo other >"$box/dawn.tr4"
+expect 0 --no edit 1 --add "$box/dawn.tr4"
+[[ $(<"$box/levels/LEVEL_0001/files/dawn.tr4") == mine ]] || die "a level's file was replaced unasked"
+expect 0 --yes edit 1 --add "$box/dawn.tr4"
+[[ $(<"$box/levels/LEVEL_0001/files/dawn.tr4") == other ]] || die "a level's file was not replaced"
 expect 0 export 1 "$box/names.zip"
 python3 - "$box/names.zip" <<'END' || die "names in a zip"
 import sys, zipfile

@@ -76,6 +76,10 @@ TEST_F(AuthorInfosTest, ListsAreEditedAndStored)
 
     infos.DeleteSite();
     EXPECT_FALSE(infos.sites.selected);
+    const Path file = std::exchange(box.session.archive.file, box / "nowhere/at all.kva");
+    EXPECT_FALSE(infos.Store()) << "the list could not be written";
+    EXPECT_EQ(box.host.told.size(), 1U);
+    box.session.archive.file = file;
     EXPECT_TRUE(infos.Store());
     EXPECT_EQ(Record().authorSites, "");
 }
