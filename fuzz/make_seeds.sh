@@ -59,6 +59,14 @@ for stream in $(find levels -path "*0006*" -name '*.zl' | sort); do
 done
 seed zl_file cut "$(find levels -name '*.zl' -size +8k | sort | head -n 1)" 4096
 
+# Two files, one of them in a folder; one of them stored, one deflated.
+mkdir -p zipped/data
+echo short >zipped/a.txt
+head -c 2000 /dev/zero >zipped/data/zeros.tr4
+(cd zipped && zip -qr ../small.zip . && zip -qrX ../plain.zip a.txt)
+seed small_zip two small.zip
+seed small_zip one plain.zip
+
 # The stand-in game's savegame, and a store's two records in their fields' widths.
 printf 'The Drowned Observatory\0%51s\x2a\x00 and what the game keeps' '' >savegame.0
 seed savegame_info slot savegame.0

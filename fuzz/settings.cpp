@@ -2,30 +2,13 @@
 
 #include "check.h"
 #include "core/staged_file.h"
-
-#include <unistd.h>
+#include "work_folder.h"
 
 using namespace kestrova;
 using namespace kestrova::fuzz;
 
 namespace
 {
-
-/// A folder of this run, in memory where the system has such a place: a flush would be waited for.
-struct Folder {
-    Path path;
-    Folder()
-    {
-        const Path memory = "/dev/shm";
-        std::string name =
-            (std::filesystem::exists(memory) ? memory : std::filesystem::temp_directory_path())
-                .native() +
-            "/kestrova-fuzz-XXXXXX";
-        Promise(mkdtemp(name.data()) != nullptr, "a folder to work in");
-        path = name;
-    }
-    ~Folder() { std::filesystem::remove_all(path); }
-};
 
 bool Same(const ProgramSettings& a, const ProgramSettings& b)
 {
@@ -39,7 +22,7 @@ bool Same(const ProgramSettings& a, const ProgramSettings& b)
 /// `kestrova.ini`: any file gives settings, which are written and read the same, twice.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const Folder folder;
+    static const WorkFolder folder;
     const Path file = folder.path / "kestrova.ini";
     Promise(bool{WriteWholeFile(file, TextOfInput(data, size))}, "the input is written");
     const auto settings = ReadSettings(folder.path);
