@@ -1,6 +1,7 @@
 #include "archive/storage.h"
 
 #include "archive/file_jobs.h"
+#include "archive/form_clashes.h"
 #include "archive/level_folders.h"
 #include "archive/stored_audio.h"
 #include "archive/stored_form.h"
@@ -10,10 +11,12 @@
 #include "core/leftovers.h"
 #include "core/removal.h"
 #include "pictures/convert.h"
+#include "pictures/jpeg.h"
 #include "pictures/picture.h"
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <unordered_map>
 
 namespace kestrova
@@ -37,26 +40,62 @@ bool FitsCompressed(const std::string& name)
     return name.size() + RowText(Msg::ZlExtension).size() <= longestName;
 }
 
-/// Each name once: what is converted beats what had that name already, otherwise the later wins.
-std::vector<StoreStep> StepsFor(const std::vector<LevelFile>& files, bool compress)
+/// The step of a file when no other file stands in the way of its stored form.
+StoreStep StepFor(const LevelFile& file, bool compress)
 {
-    std::vector<StoreStep> steps;
-    std::map<std::string, std::size_t> byName;
-    for (const LevelFile& file : files) {
-        StoreStep step{file.path, file.name, Form::Copy};
-        if (compress && IsCompressed(file.name) && FitsCompressed(file.name)) {
-            step.name += RowText(Msg::ZlExtension);
-            step.form = Form::Deflate;
-        } else if (compress && EqualNames(file.name, RowText(Msg::LoadBmp))) {
-            step.name = GetMsg(Msg::LoadJpg);
-            step.form = Form::Jpeg;
-        }
-        const auto [known, isNew] = byName.emplace(FoldCase(step.name), steps.size());
-        if (isNew)
-            steps.push_back(std::move(step));
-        else if (step.form != Form::Copy || steps[known->second].form == Form::Copy)
-            steps[known->second] = std::move(step);
+    StoreStep step{file.path, file.name, Form::Copy};
+    if (compress && IsCompressed(file.name) && FitsCompressed(file.name)) {
+        step.name += RowText(Msg::ZlExtension);
+        step.form = Form::Deflate;
+    } else if (compress && EqualNames(file.name, RowText(Msg::LoadBmp))) {
+        step.name = GetMsg(Msg::LoadJpg);
+        step.form = Form::Jpeg;
     }
+    return step;
+}
+
+/// A load picture beside the jpeg that a killed run made of it.
+bool IsMadeOf(const LevelFile& jpeg, const LevelFile& bitmap)
+{
+    const auto picture = ReadPictureFile(bitmap.path);
+    const auto made = picture ? EncodeJpeg(*picture) : Result<std::string>{picture.Error()};
+    const auto bytes = ReadWholeFile(jpeg.path);
+    return made && bytes && *made == *bytes;
+}
+
+/// True when `other`, which has the name of the stored form, is that form already.
+bool IsStoredForm(const StoreStep& step, const LevelFile& file, const LevelFile& other)
+{
+    return step.form == Form::Jpeg ? IsMadeOf(other, file) : StreamHolds(other.path, file.path);
+}
+
+/// A file whose stored form would have another file's name stays as it is, and so do files whose
+/// names differ by case alone; `kept` names them.
+std::vector<StoreStep> StepsFor(const std::vector<LevelFile>& files, bool compress,
+                                std::vector<std::string>& kept)
+{
+    std::multimap<std::string, const LevelFile*> byName;
+    for (const LevelFile& file : files)
+        byName.emplace(FoldCase(file.name), &file);
+    std::vector<StoreStep> steps;
+    std::set<std::string> made; // stored forms that stand for their source too
+    for (const LevelFile& file : files) {
+        StoreStep step = StepFor(file, compress);
+        const auto [other, last] = byName.equal_range(FoldCase(step.name));
+        const bool isTwin = byName.count(FoldCase(file.name)) > 1;
+        if (step.form != Form::Copy && (isTwin || other != last)) {
+            if (!isTwin && std::next(other) == last && IsStoredForm(step, file, *other->second)) {
+                made.insert(other->first);
+            } else {
+                kept.push_back(file.name);
+                step = {file.path, file.name, Form::Copy};
+            }
+        }
+        steps.push_back(std::move(step));
+    }
+    std::erase_if(steps, [&](const StoreStep& step) {
+        return step.form == Form::Copy && made.contains(FoldCase(step.name));
+    });
     return steps;
 }
 
@@ -87,6 +126,7 @@ Status RunStep(const StoreStep& step, const Path& folder)
             return status;
         return CopyFileOver(step.source, folder / step.source.filename(), compared);
     }
+    compared.spelled = true; // a case twin is another file of the level
     return CopyFileOver(step.source, target, compared);
 }
 
@@ -249,12 +289,17 @@ bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<Level
     }
     const bool compress = Compresses(session, code, form);
     const Path target = ResolvePath(InFolder(folder, RowText(Msg::DirFiles)));
+    const auto store = [&](const std::vector<LevelFile>& ready) {
+        std::vector<std::string> kept;
+        const auto steps = StepsFor(ready, compress, kept);
+        TellKeptForms(session.host, kept);
+        return Told(session, FillAndExchange(steps, target, label));
+    };
     if (!ConvertsWaves(session, code, form))
-        return Told(session, FillAndExchange(StepsFor(files, compress), target, label));
+        return store(files);
     const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
     std::vector<LevelFile> encoded = files;
-    return EncodeWaves(session, encoded, work.Folder()) &&
-           Told(session, FillAndExchange(StepsFor(encoded, compress), target, label));
+    return EncodeWaves(session, encoded, work.Folder()) && store(encoded);
 }
 
 bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, ProgressScope* label,
@@ -279,8 +324,12 @@ bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, Progr
     if (!Compresses(session, code, form))
         return true;
     const auto encoded = FilesOf(place);
-    return Told(session, encoded ? ConvertInPlace(StepsFor(*encoded, true), place, label)
-                                 : Status{encoded.Error()});
+    if (!encoded)
+        return Told(session, encoded.Error());
+    std::vector<std::string> kept;
+    const auto steps = StepsFor(*encoded, true, kept);
+    TellKeptForms(session.host, kept);
+    return Told(session, ConvertInPlace(steps, place, label));
 }
 
 } // namespace kestrova

@@ -22,7 +22,8 @@ enum class StoreAs {
 /// Puts files in stored form into a level's `files`, whatever was there before; shows its failure.
 /// The new folder is filled as `files.new`, read back, compared, and exchanged by rename; the
 /// sources stay as they are. Notes the true names and sizes in `tr4.inf` first. The level's record
-/// need not be in the archive yet. `label` may be null.
+/// need not be in the archive yet. `label` may be null. A file whose stored form would take another
+/// file's name stays as it is, and is named.
 bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
                        ProgressScope* label, StoreAs form = StoreAs::ArchiveSays);
 

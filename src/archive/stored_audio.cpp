@@ -1,5 +1,6 @@
 #include "archive/stored_audio.h"
 
+#include "archive/form_clashes.h"
 #include "archive/zl_file.h"
 #include "audio/audio_batch.h"
 #include "catalogue/message.h"
@@ -45,6 +46,13 @@ Status NamedSource(const LevelFile& file, const Path& work, Path& source)
     return CopyFileOver(file.path, source);
 }
 
+/// The level has an mp3 of that name, deflated or not, that the wave's must not take the place of.
+bool HasOwnMp3(const NamesInUse& names, const std::string& wave)
+{
+    const std::string mp3 = StripExtension(wave) + GetMsg(Msg::Mp3Extension);
+    return names.Uses(mp3) > 0 || names.Uses(mp3 + GetMsg(Msg::ZlExtension)) > 0;
+}
+
 std::string PatternOf(Msg extension)
 {
     return "*" + GetMsg(extension);
@@ -66,14 +74,23 @@ WorkingFolder::~WorkingFolder()
 bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& work)
 {
     // Of two files of one name the later one counts, as in the stored folder.
+    NamesInUse names;
+    for (const LevelFile& file : files)
+        names.Add(file.name);
+    std::vector<std::string> kept;
     std::vector<LevelFile> waves;
     for (const LevelFile& file : files) {
         if (!IsWave(file.name))
             continue;
+        if (HasOwnMp3(names, file.name)) {
+            kept.push_back(file.name);
+            continue;
+        }
         std::erase_if(waves,
                       [&](const LevelFile& other) { return EqualNames(other.name, file.name); });
         waves.push_back(file);
     }
+    TellKeptForms(session.host, kept);
     if (waves.empty())
         return true;
     std::vector<Path> sources;
@@ -89,7 +106,9 @@ bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& wo
     const Encoded encoded = Encode(session, batch);
     if (encoded == Encoded::No)
         return false;
-    std::erase_if(files, [](const LevelFile& file) { return IsWave(file.name); });
+    std::erase_if(files, [&](const LevelFile& file) {
+        return IsWave(file.name) && !HasOwnMp3(names, file.name);
+    });
     for (std::size_t i = 0; i < waves.size(); ++i) {
         const auto pair =
             std::find_if(batch.Converted().begin(), batch.Converted().end(),
@@ -105,10 +124,22 @@ bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& wo
 
 bool EncodeWavesInPlace(Session& session, const Path& folder)
 {
-    const auto listed = ListFiles(folder, PatternOf(Msg::WavExtension));
+    const auto listed = ListFiles(folder, RowText(Msg::PatAll));
     if (!listed)
         return TellFolderNotRead(session, listed.Error());
-    const std::vector<Path>& waves = *listed;
+    NamesInUse names;
+    for (const Path& file : *listed)
+        names.Add(file.filename().native());
+    std::vector<Path> waves;
+    std::vector<std::string> kept;
+    for (const Path& file : *listed)
+        if (IsWave(file.filename().native())) {
+            if (HasOwnMp3(names, file.filename().native()))
+                kept.push_back(TextOf(file.filename()));
+            else
+                waves.push_back(file);
+        }
+    TellKeptForms(session.host, kept);
     if (waves.empty())
         return true;
     AudioBatch batch{session, waves, folder, AudioKind::Mp3};
@@ -177,8 +208,19 @@ bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::
     CopyOptions compared;
     compared.verify = Verify::Content;
     compared.flush = true;
+    std::vector<std::string> kept;
     for (const AudioBatch::Pair& pair : batch.Converted()) {
-        Status status = CopyFileOver(pair.result, folder / pair.result.filename(), compared);
+        const Path target = folder / pair.result.filename();
+        const auto there = CaseTwins(target);
+        Status status = there ? Status{} : Status{there.Error()};
+        if (there && !there->empty() &&
+            (there->size() > 1 || !SameContent(pair.result, there->front()))) {
+            for (const Path& origin : origins[pair.source])
+                kept.push_back(TextOf(origin.filename()));
+            continue;
+        }
+        if (there && there->empty())
+            status = CopyFileOver(pair.result, target, compared);
         if (status)
             status = FlushFolder(folder);
         // As they are spelled: another one's spelling may be a sound that did not come through.
@@ -190,6 +232,7 @@ bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::
             return false;
         }
     }
+    TellKeptForms(session.host, kept);
     return true;
 }
 

@@ -1,14 +1,17 @@
 #include "upkeep/change_compression.h"
 
 #include "archive/file_jobs.h"
+#include "archive/form_clashes.h"
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "archive/stored_form.h"
 #include "archive/zl_file.h"
 #include "catalogue/message.h"
 #include "core/look.h"
+#include "core/staged_file.h"
+#include "pictures/bitmap.h"
 #include "pictures/convert.h"
-#include "pictures/picture.h"
+#include "pictures/jpeg.h"
 
 #include <atomic>
 
@@ -22,6 +25,7 @@ namespace
 struct Change {
     Path source;
     Path target;
+    bool isMade = false; ///< a killed run left the target whole beside its source
     Status outcome{};
 };
 
@@ -52,26 +56,57 @@ private:
     ProgressScope& stop_;
 };
 
-/// The files that have the wrong form. Sound and level files are deflated, streams expanded.
-Result<std::vector<Change>> ChangesIn(const Path& folder, bool compress)
+/// The changes that take no other file's place; the rest is named in `kept`.
+std::vector<Change> WithoutClashes(std::vector<Change> changes, const std::vector<Path>& files,
+                                   bool compress, std::vector<std::string>& kept)
 {
-    const auto files = ListFiles(folder, RowText(compress ? Msg::PatAll : Msg::PatternZl));
+    NamesInUse standing;
+    NamesInUse coming;
+    for (const Path& file : files)
+        standing.Add(file.filename().native());
+    for (const Change& change : changes)
+        coming.Add(change.target.filename().native());
+    std::vector<Change> free;
+    for (Change& change : changes) {
+        const std::string name = change.target.filename().native();
+        const int taken = standing.Uses(name);
+        if (coming.Uses(name) == 1 && taken == 1) {
+            const Path there = ResolvePath(change.target);
+            change.isMade =
+                compress ? StreamHolds(there, change.source) : StreamHolds(change.source, there);
+        }
+        if (coming.Uses(name) == 1 && (taken == 0 || change.isMade))
+            free.push_back(std::move(change));
+        else
+            kept.push_back(TextOf(change.source.filename()));
+    }
+    return free;
+}
+
+/// The files that have the wrong form. Sound and level files are deflated, streams expanded.
+Result<std::vector<Change>> ChangesIn(const Path& folder, bool compress,
+                                      std::vector<std::string>& kept)
+{
+    const auto files = ListFiles(folder, RowText(Msg::PatAll));
     if (!files)
         return files.Error();
     std::vector<Change> changes;
     for (const Path& file : *files) {
         const std::string name = file.filename().native();
-        if (compress ? !IsCompressed(name) : StripExtension(name).empty())
+        const bool isStream = MatchesPattern(name, RowText(Msg::PatternZl));
+        if (compress ? !IsCompressed(name) : !isStream || StripExtension(name).empty())
             continue;
         changes.push_back(
             {file, folder / (compress ? name + GetMsg(Msg::ZlExtension) : StripExtension(name))});
     }
-    return changes;
+    return WithoutClashes(std::move(changes), *files, compress, kept);
 }
 
 /// The target stands whole when it answers; the source is still there.
 Status Convert(Session& session, const Change& change, bool compress)
 {
+    if (change.isMade)
+        return {};
     if (compress)
         return CompressToZl(change.source, change.target);
     const auto free = session.machine.FreeSpace(change.target.parent_path());
@@ -104,9 +139,10 @@ bool DropSources(const std::vector<Change>& changes, const Path& folder)
     return dropped;
 }
 
-bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressScope& progress)
+bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressScope& progress,
+                 std::vector<std::string>& kept)
 {
-    auto found = ChangesIn(folder, compress);
+    auto found = ChangesIn(folder, compress, kept);
     if (!found)
         return TellFolderNotRead(session, found.Error());
     std::vector<Change>& changes = *found;
@@ -134,22 +170,44 @@ bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressSc
     return !shown.Stopped() && AskAboutFailures(session, changes, compress);
 }
 
-/// The load picture; one that cannot be converted stays as it is.
-void ChangeLoadPicture(const Path& folder, bool compress, ProgressScope& progress)
+/// The picture's bytes in its other form; a failure for what is no picture.
+Result<std::string> OtherForm(const Path& picture, bool compress)
 {
-    const Path bitmap = ResolvePath(folder / RowText(Msg::LoadBmp));
-    const Path jpeg = ResolvePath(folder / RowText(Msg::LoadJpg));
-    const Path& source = compress ? bitmap : jpeg;
-    const Path& target = compress ? jpeg : bitmap;
-    if (!FileExists(source))
-        return;
+    const auto content = ReadPictureFile(picture);
+    if (!content)
+        return content.Error();
+    return compress ? EncodeJpeg(*content) : EncodeBitmap(*content);
+}
+
+/// The load picture; one that cannot be converted stays as it is, and so does one beside another of
+/// the other form. False when the folder cannot be listed.
+Status ChangeLoadPicture(const Path& folder, bool compress, ProgressScope& progress,
+                         std::vector<std::string>& kept)
+{
+    const Path bitmap = folder / RowText(Msg::LoadBmp);
+    const Path jpeg = folder / RowText(Msg::LoadJpg);
+    const auto sources = CaseTwins(compress ? bitmap : jpeg);
+    const auto targets = CaseTwins(compress ? jpeg : bitmap);
+    if (!sources || !targets)
+        return sources ? targets.Error() : sources.Error();
+    if (sources->empty())
+        return {};
     progress.SetLabel(GetMsg(compress ? Msg::StoreConvertingLoad : Msg::ConvertingLoadBack));
     progress.Step();
-    const bool converted = static_cast<bool>(compress ? ConvertBitmapToJpeg(source, target)
-                                                      : ConvertJpegToBitmap(source, target));
-    const auto bytes = converted ? ReadWholeFile(target) : Result<std::string>{std::string{}};
-    if (converted && bytes && DecodePicture(*bytes) && !platform::SyncFileSystem(folder))
+    const Path& source = sources->front();
+    const auto bytes = OtherForm(source, compress);
+    if (!bytes || !DecodePicture(*bytes))
+        return {};
+    const bool isMade =
+        targets->size() == 1 && ReadWholeFile(targets->front()).ValueOr({}) == *bytes;
+    if (sources->size() > 1 || (!targets->empty() && !isMade)) {
+        kept.push_back(TextOf(source.filename()));
+        return {};
+    }
+    if ((isMade || WriteWholeFile(compress ? jpeg : bitmap, *bytes)) &&
+        !platform::SyncFileSystem(folder))
         (void)DeleteFile(source); // while both are there the level reads the same
+    return {};
 }
 
 /// The levels, one after the other; False when it was ended before the last.
@@ -173,9 +231,13 @@ bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progr
             return TellFolderNotRead(session, isThere.Error());
         if (!*isThere)
             continue;
-        if ((audio && !audio(name, folder)) || !ChangeFiles(session, folder, compress, progress))
+        std::vector<std::string> kept;
+        if ((audio && !audio(name, folder)) ||
+            !ChangeFiles(session, folder, compress, progress, kept))
             return false;
-        ChangeLoadPicture(folder, compress, progress);
+        if (const auto picture = ChangeLoadPicture(folder, compress, progress, kept); !picture)
+            return TellFolderNotRead(session, picture.Error());
+        TellKeptForms(session.host, kept);
     }
     progress.SetBar(count, count);
     return true;

@@ -267,6 +267,25 @@ TEST_F(Storage, WhatIsConvertedComesInPlaceOfWhatHasThatName)
     EXPECT_EQ(ready["LOAD.JPG"], "no picture at all");
 }
 
+TEST_F(Storage, NoStoredFormTakesThePlaceOfAnotherFile)
+{
+    const Files source = {{"load.bmp", LoadPicture()}, {"LOAD.JPG", "the level's own"},
+                          {"x.tr4", "plain"},          {"X.tr4.zl", CompressZlBytes("another")},
+                          {"twin.wav", "one"},         {"TWIN.WAV", "two"}};
+    Prepare(source);
+    for (const auto& [name, content] : source)
+        box.Write("levels/LEVEL_0001/files/" + name, content);
+    box.Write("levels/LEVEL_0001/files/old.tr4.zl", CompressZlBytes("old"));
+    ASSERT_TRUE(StoreLevelFiles(box.session, box / "levels/LEVEL_0001/files", code, nullptr));
+    Files stored = Stored();
+    EXPECT_EQ(stored.erase("old.tr4.zl"), 1U) << "made of old.tr4, which went";
+    EXPECT_EQ(stored, source) << box.host.AllTold();
+    ASSERT_TRUE(Store());
+    EXPECT_EQ(Stored(), source);
+    for (const char* name : {"load.bmp", "x.tr4", "twin.wav", "TWIN.WAV"})
+        EXPECT_TRUE(box.host.WasTold(name)) << name;
+}
+
 TEST_F(Storage, FilesComeInListingOrderOfTheirTrueNames)
 {
     Prepare({});

@@ -14,6 +14,7 @@ namespace
 {
 
 using namespace kestrova::testing;
+namespace fs = std::filesystem;
 
 /// An archive that keeps waves as mp3, with the real tools.
 struct AudioArchive : ToolBox {
@@ -167,6 +168,34 @@ TEST(StoredAudio, StoredSoundsChangeFormBothWays)
     }
     EXPECT_EQ(box.Snapshot(box.Files()), before);
     EXPECT_FALSE(box.Has("home/_temp_Compr"));
+}
+
+TEST(StoredAudio, AnMp3OfTheLevelsOwnStaysBesideItsWave)
+{
+    AudioArchive box;
+    box.Write("in/104.WAV", ToneWave({}, 30'000));
+    box.Write("in/105.wav", ToneWave({}, 30'000));
+    box.Write("in/a.tr4", "a level");
+    box.Write("in/104.mp3", "the level's own");
+    const auto source = box.Snapshot("in");
+    const auto holdsBoth = [&] {
+        const auto now = box.Snapshot(box.Files());
+        return now.contains("104.WAV") && now.at("104.WAV") == source.at("104.WAV") &&
+               now.at("104.mp3") == source.at("104.mp3") && now.contains("105.mp3") &&
+               box.host.WasTold("104.WAV");
+    };
+    ASSERT_TRUE(box.Store()) << box.host.AllTold();
+    EXPECT_TRUE(holdsBoth()) << "as it was stored";
+    for (const bool inPlace : {true, false}) {
+        fs::remove_all(box / box.Files());
+        for (const auto& [name, content] : source)
+            box.Write(box.Files() + "/" + name, content);
+        box.host.told.clear();
+        ASSERT_TRUE(inPlace ? EncodeWavesInPlace(box.session, box / box.Files())
+                            : ChangeStoredAudio(box.session, box / box.Files(), true))
+            << box.host.AllTold();
+        EXPECT_TRUE(holdsBoth()) << inPlace;
+    }
 }
 
 } // namespace

@@ -20,6 +20,7 @@ namespace
 
 namespace fs = std::filesystem;
 using Files = std::map<std::string, std::string>;
+using Names = std::vector<std::string>;
 
 class Compression : public ::testing::Test
 {
@@ -53,7 +54,7 @@ protected:
         }
         return files;
     }
-    std::set<std::string> Names(const std::string& level)
+    std::set<std::string> NamesIn(const std::string& level)
     {
         std::set<std::string> names;
         for (const auto& [name, content] : box.Snapshot("levels/" + level + "/files"))
@@ -84,10 +85,10 @@ TEST_F(Compression, GoesThereAndBackOverAllLevelsOnTheDisk)
     box.Write("levels/LEVEL_0003/files/d.tr4", "d");
     const Files before = Read();
     ASSERT_TRUE(Change(true)) << box.host.AllTold();
-    EXPECT_EQ(Names("LEVEL_0001"),
+    EXPECT_EQ(NamesIn("LEVEL_0001"),
               (std::set<std::string>{"a.tr4.zl", "B.WAV.zl", "load.jpg", "read.txt"}));
-    EXPECT_EQ(Names("LEVEL_0002"), std::set<std::string>{"c.tr4.zl"});
-    EXPECT_EQ(Names("LEVEL_0003"), std::set<std::string>{"d.tr4"}) << "on cd";
+    EXPECT_EQ(NamesIn("LEVEL_0002"), std::set<std::string>{"c.tr4.zl"});
+    EXPECT_EQ(NamesIn("LEVEL_0003"), std::set<std::string>{"d.tr4"}) << "on cd";
     EXPECT_EQ(Read(), before);
     EXPECT_TRUE(box.host.WasTold("New size [files] folders = ")) << box.host.AllTold();
     EXPECT_TRUE(box.host.WasTold("Note: levels on cd have been not changed"));
@@ -96,7 +97,7 @@ TEST_F(Compression, GoesThereAndBackOverAllLevelsOnTheDisk)
     EXPECT_GT(box.list.refreshes, 0);
 
     ASSERT_TRUE(Change(false)) << box.host.AllTold();
-    EXPECT_EQ(Names("LEVEL_0001"),
+    EXPECT_EQ(NamesIn("LEVEL_0001"),
               (std::set<std::string>{"a.tr4", "B.WAV", "load.bmp", "read.txt"}));
     EXPECT_EQ(Read(), before);
 }
@@ -112,10 +113,10 @@ TEST_F(Compression, AsksAboutWhatFailsAndStopsBetweenLevels)
     EXPECT_FALSE(Change(false));
     EXPECT_EQ(box.Read("levels/LEVEL_0001/files/B.WAV.zl"), "damaged");
     EXPECT_TRUE(box.Has("levels/LEVEL_0001/files/a.tr4")) << "the others were changed";
-    EXPECT_EQ(Names("LEVEL_0002"), std::set<std::string>{"c.tr4.zl"});
+    EXPECT_EQ(NamesIn("LEVEL_0002"), std::set<std::string>{"c.tr4.zl"});
     box.host.WillAsk(question, true);
     EXPECT_TRUE(Change(false));
-    EXPECT_EQ(Names("LEVEL_0002"), std::set<std::string>{"c.tr4"});
+    EXPECT_EQ(NamesIn("LEVEL_0002"), std::set<std::string>{"c.tr4"});
 
     std::vector<std::string> sounds;
     const AudioStep audio = [&](const std::string& name, const Path& files) {
@@ -131,7 +132,7 @@ TEST_F(Compression, AsksAboutWhatFailsAndStopsBetweenLevels)
     EXPECT_FALSE(Change(true));
     ASSERT_EQ(box.host.told.size(), 1U);
     EXPECT_NE(box.host.told[0].reason.find("ended before the last level"), std::string::npos);
-    EXPECT_EQ(Names("LEVEL_0002"), std::set<std::string>{"c.tr4"});
+    EXPECT_EQ(NamesIn("LEVEL_0002"), std::set<std::string>{"c.tr4"});
 }
 
 TEST_F(Compression, TheQuestionComesWithAChangeOnly)
@@ -141,10 +142,35 @@ TEST_F(Compression, TheQuestionComesWithAChangeOnly)
     box.session.archive.header.compressLevels = true;
     box.host.WillAsk("Compression settings have been changed. \r\nDo you want", false);
     OfferChangeCompression(box.session, before);
-    EXPECT_EQ(Names("LEVEL_0002"), std::set<std::string>{"c.tr4"});
+    EXPECT_EQ(NamesIn("LEVEL_0002"), std::set<std::string>{"c.tr4"});
     box.host.WillAsk("Compression settings have been changed.", true);
     OfferChangeCompression(box.session, before);
-    EXPECT_EQ(Names("LEVEL_0002"), std::set<std::string>{"c.tr4.zl"});
+    EXPECT_EQ(NamesIn("LEVEL_0002"), std::set<std::string>{"c.tr4.zl"});
+}
+
+TEST_F(Compression, NoFileTakesThePlaceOfAnotherOne)
+{
+    const std::string files = "levels/LEVEL_0001/files/";
+    ASSERT_TRUE(SaveAsJpeg({1, 1, {1, 2, 3}}, box / (files + "load.jpg"))); // the level's own
+    box.Write(files + "A.TR4", "a twin of a.tr4");
+    box.Write(files + "b.wav.zl", CompressZlBytes("newer than B.WAV"));
+    box.Write(files + "own.tr4", "own");
+    box.Write(files + "own.tr4.zl", CompressZlBytes("own")); // what a killed run leaves
+    const Files all = box.Snapshot("levels/LEVEL_0001/files");
+    const auto kept = [&](bool compressed) {
+        Files now = all;
+        now.erase(compressed ? "own.tr4" : "own.tr4.zl");
+        return now;
+    };
+    for (const bool compress : {true, false, true}) {
+        box.host.told.clear();
+        ASSERT_TRUE(Change(compress)) << box.host.AllTold();
+        EXPECT_EQ(box.Snapshot("levels/LEVEL_0001/files"), kept(compress));
+        const Names named =
+            compress ? Names{"a.tr4", "A.TR4", "B.WAV", "LOAD.BMP"} : Names{"b.wav.zl", "load.jpg"};
+        for (const std::string& name : named)
+            EXPECT_TRUE(box.host.WasTold(name)) << name << ": " << box.host.AllTold();
+    }
 }
 
 TEST_F(Compression, EveryLevelStaysReadableWhereverItIsKilledOrTheDiskFails)
