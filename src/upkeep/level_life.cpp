@@ -203,7 +203,7 @@ bool MayBeRemoved(Session& session, LevelCode code)
         session.host.Tell(Tone::Error, GetMsg(Msg::RemoveOriginalLevel, {lineBreak}));
         return false;
     }
-    return session.host.AskYesNo(GetMsg(Msg::AskRemoveLevel) + "\"" + LevelNameOf(session, code) +
+    return session.host.AskYesNo(GetMsg(Msg::AskRemoveLevel) + "\"" + OnOneLine(LevelNameOf(session, code)) +
                                  "\"" + GetMsg(Msg::AskRemoveLevelEnd));
 }
 
