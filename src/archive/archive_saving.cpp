@@ -96,7 +96,7 @@ Status WriteArchive(Session& session, const Path& file)
     if (auto status = KeepExactNames(session.archive); !status)
         return status;
     header.levelCount = static_cast<std::int32_t>(session.archive.levels.size());
-    if (auto status = WriteRecordFile(file, FormatArchive(header, session.archive.levels)); !status)
+    if (auto status = WriteDocument(file, FormatArchive(header, session.archive.levels)); !status)
         return status;
     session.archive.dirty = false;
     session.archive.file = file;

@@ -57,10 +57,10 @@ Status LogCopyMatching(const Path& source, const Path& target, ActivityLog& log,
     return Marked(CopyMatching(source, target, pattern, options), log);
 }
 
-Status LogDeleteFile(const Path& file, ActivityLog& log)
+Status LogDeleteFile(const Path& exact, const Path& named, ActivityLog& log)
 {
-    log += GetMsg(Msg::LogDelete) + TextOf(file);
-    return Marked(DeleteFile(file), log);
+    log += GetMsg(Msg::LogDelete) + TextOf(named);
+    return Marked(DeleteSpelled(exact), log);
 }
 
 Status WriteLogFile(const Path& programFolder, const ActivityLog& log)

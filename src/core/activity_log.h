@@ -19,7 +19,8 @@ Status LogCopyFileNoting(const Path& source, const Path& target, bool& overwritt
 Status LogDeleteMatching(const Path& folder, ActivityLog& log, std::string_view pattern);
 Status LogCopyMatching(const Path& source, const Path& target, ActivityLog& log,
                        std::string_view pattern, const CopyOptions& options = {});
-Status LogDeleteFile(const Path& file, ActivityLog& log);
+/// Deletes the file of exactly that spelling, no twin of it; the line calls it `named`.
+Status LogDeleteFile(const Path& exact, const Path& named, ActivityLog& log);
 
 /// The text, and one more CRLF, as a new `LevelLog_nnn.txt` of the folder: the first free number
 /// from 000.

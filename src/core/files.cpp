@@ -36,7 +36,8 @@ Result<std::vector<platform::FolderEntry>> EntriesOf(const Path& folder)
     return entries;
 }
 
-/// All spellings of a name that a folder holds; a folder that is not there has none.
+/// All spellings of a name that a folder holds, in one order whatever the system's is, so that a
+/// second look finds the same file first; a folder that is not there has none.
 Result<std::vector<std::string>> SpellingsIn(const Path& folder, const std::string& name)
 {
     std::vector<std::string> names;
@@ -45,6 +46,7 @@ Result<std::vector<std::string>> SpellingsIn(const Path& folder, const std::stri
     if (failure && failure != std::errc::no_such_file_or_directory &&
         failure != std::errc::not_a_directory)
         return MakeFailure(ErrorCode::CannotRead, TextOf(folder), failure);
+    std::sort(names.begin(), names.end());
     return names;
 }
 
@@ -293,12 +295,15 @@ std::uint64_t FileSize(const Path& file)
 Status DeleteFile(const Path& file)
 {
     const auto place = FindPath(file);
-    if (!place)
-        return place.Error();
-    if (const auto failure = platform::Unlink(*place);
+    return place ? DeleteSpelled(*place) : place.Error();
+}
+
+Status DeleteSpelled(const Path& file)
+{
+    if (const auto failure = platform::Unlink(file);
         failure && failure != std::errc::no_such_file_or_directory &&
         failure != std::errc::not_a_directory)
-        return MakeFailure(ErrorCode::CannotDelete, TextOf(*place), failure);
+        return MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure);
     return {};
 }
 

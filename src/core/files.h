@@ -60,6 +60,9 @@ std::uint64_t FileSize(const Path& file);
 /// Gone afterwards in the spelling that is given, or else in the first that is there. A case twin
 /// is another file and stays. A missing file is no failure. A folder is.
 Status DeleteFile(const Path& file);
+/// Gone afterwards under exactly this name. Where it is missing no twin of another spelling goes
+/// in its place.
+Status DeleteSpelled(const Path& file);
 /// All files of the folder itself that match, stopping at the first failure.
 Status DeleteMatching(const Path& folder, std::string_view pattern);
 /// The folder's files, then the folder. Fails on a folder with sub-folders.

@@ -99,7 +99,7 @@ namespace
 {
 
 /// Where a write in place would end up: behind links, in the existing spelling.
-Result<Path> WriteTarget(const Path& target)
+Result<Path> BehindLinks(const Path& target)
 {
     auto resolved = FindPath(target);
     if (!resolved)
@@ -117,7 +117,7 @@ Result<Path> WriteTarget(const Path& target)
 Status WriteStaged(const Path& target, std::string_view content, std::string_view tail, bool flush)
 {
     platform::FileFacts old;
-    if (const auto failure = platform::Look(target, old))
+    if (const auto failure = platform::LookAtLink(target, old))
         return MakeFailure(ErrorCode::CannotOpen, TextOf(target), failure);
     if (old.kind == platform::FileKind::Folder)
         return MakeFailure(ErrorCode::CannotOpen, TextOf(target),
@@ -143,13 +143,13 @@ Status WriteStaged(const Path& target, std::string_view content, std::string_vie
 
 Status WriteWholeFile(const Path& target, std::string_view content, bool flush)
 {
-    const auto place = WriteTarget(target);
+    const auto place = FindPath(target);
     return place ? WriteStaged(*place, content, {}, flush) : place.Error();
 }
 
 Status WriteRecordFile(const Path& target, std::string_view content, bool flush)
 {
-    const auto place = WriteTarget(target);
+    const auto place = FindPath(target);
     if (!place)
         return place.Error();
     platform::FileFacts facts;
@@ -157,12 +157,18 @@ Status WriteRecordFile(const Path& target, std::string_view content, bool flush)
         return MakeFailure(ErrorCode::CannotOpen, TextOf(*place), failure);
     std::string old;
     std::string_view tail;
-    if (facts.size > content.size()) {
+    if (facts.kind == platform::FileKind::File && facts.size > content.size()) {
         if (const auto failure = platform::ReadAll(*place, old))
             return MakeFailure(ErrorCode::CannotRead, TextOf(*place), failure);
         tail = std::string_view{old}.substr(std::min(content.size(), old.size()));
     }
     return WriteStaged(*place, content, tail, flush);
+}
+
+Status WriteDocument(const Path& target, std::string_view content)
+{
+    const auto place = BehindLinks(target);
+    return place ? WriteRecordFile(*place, content) : place.Error();
 }
 
 namespace

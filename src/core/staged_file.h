@@ -59,12 +59,15 @@ private:
 Path StagedNameFor(const Path& target);
 
 /// The whole content or the old one. Durable when it answers, unless a later flush of the file
-/// system is to make it so (`flush` False). A link is written through, the
-/// mode of an old file is kept, and a file that a write in place could not change is not replaced
-/// (`CannotOpen`).
+/// system is to make it so (`flush` False). A link gives way to the file, and what it leads to is
+/// never touched; the mode of an old file is kept, and a file that a write in place could not
+/// change is not replaced (`CannotOpen`).
 Status WriteWholeFile(const Path& target, std::string_view content, bool flush = true);
 /// The same for a binary record whose count rules: an old longer file keeps its tail.
 Status WriteRecordFile(const Path& target, std::string_view content, bool flush = true);
+/// A binary record that is the person's own document: where it is a link, the person chose it, and
+/// the file behind it is written.
+Status WriteDocument(const Path& target, std::string_view content);
 
 /// Removes what staged files of killed programs left in a folder.
 void ClearStagedLeftovers(const Path& folder);

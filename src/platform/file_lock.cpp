@@ -12,6 +12,9 @@ std::error_code FileLock::Take(const Path& file, const std::string& words, FileL
 {
     FileLock taken;
     auto opened = File::OpenForUpdate(file, taken.file_);
+    if (opened == std::errc::too_many_symbolic_link_levels &&
+        !Unlink(file)) // no lock of this program
+        opened = File::OpenForUpdate(file, taken.file_);
     if (opened == std::errc::permission_denied) // another user's lock file can be held all the same
         opened = File::OpenForRead(file, taken.file_);
     if (opened)

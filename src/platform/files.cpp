@@ -320,7 +320,7 @@ std::error_code File::OpenForUpdate(const Path& path, File& file)
 {
     if (const auto failure = AskFileHook(FileAction::Create, path))
         return failure;
-    return Open(path, O_RDWR | O_CREAT, file);
+    return Open(path, O_RDWR | O_CREAT | O_NOFOLLOW, file);
 }
 
 std::error_code File::Read(std::span<std::byte> into, std::size_t& got)

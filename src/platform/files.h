@@ -65,7 +65,8 @@ public:
     static std::error_code Create(const Path& path, File& file);
     /// Fails where the name is taken.
     static std::error_code CreateNew(const Path& path, File& file);
-    /// Opens what is there, or creates, and keeps the content.
+    /// Opens what is there, or creates, and keeps the content. A link is refused
+    /// (`too_many_symbolic_link_levels`): what it leads to is nobody's to change.
     static std::error_code OpenForUpdate(const Path& path, File& file);
 
     /// `got` 0 is the end.

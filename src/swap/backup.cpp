@@ -99,7 +99,10 @@ bool HasSpace(Session& session, const Path& trle, double need)
 class Leftovers
 {
 public:
-    explicit Leftovers(Session& session) : session_(session), trle_(session.TrleFolder()) {}
+    explicit Leftovers(Session& session)
+        : session_(session), trle_(ResolvePath(session.TrleFolder()))
+    {
+    }
 
     /// Fails while it cannot be told what they are.
     Status Find()
@@ -112,13 +115,13 @@ public:
             const auto relative = SafeRelative(file.name);
             if (!relative)
                 continue;
-            Path place = ResolvePath(trle_ / *relative);
+            const Path place = ResolvePath(trle_ / *relative);
             const auto facts = LookAt(place);
             if (!facts)
                 return facts.Error();
             if (IsAsListed(file, *facts) &&
                 !SameContent(place, session_.BackupFolder() / *relative))
-                files_.push_back({file, *relative, std::move(place)});
+                files_.push_back({file, *relative, place});
         }
         for (std::size_t i = 0; i < files_.size(); ++i)
             byPlace_.emplace(FoldCase(files_[i].place.native()), i);
@@ -151,11 +154,15 @@ public:
             const auto original = IsFile(session_.BackupFolder() / left.relative);
             const auto facts = LookAt(left.place);
             auto status = original ? Status{} : original.Error();
-            if (status && !(facts && IsAsPut(left.listed, *facts))) // touched since
-                status = KeepOriginal(session_, left.relative);
+            const Path going =
+                original && *original ? PlaceOfOriginal(session_, left.relative) : left.relative;
+            const bool asPut =
+                facts && IsAsPut(left.listed, *facts) && ResolvePath(trle_ / going) == left.place;
+            if (status && !asPut) // touched since, or a twin of it
+                status = KeepOriginal(session_, going);
             if (status)
-                status =
-                    *original ? RestoreOriginal(session_, left.relative) : DeleteFile(left.place);
+                status = *original ? RestoreOriginal(session_, left.relative)
+                                   : DeleteSpelled(left.place);
             if (status)
                 settled.insert(left.listed.name);
         }

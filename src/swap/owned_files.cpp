@@ -51,7 +51,7 @@ Path SpelledAsPut(const Session& session, const OwnedFile& listed, const Path& r
     for (const Path& twin : *twins)
         if (IsAsPut(listed, platform::FactsOf(twin))) // a look that fails proves nothing
             return relative.parent_path() / twin.filename();
-    return relative;
+    return relative.parent_path() / ResolvePath(session.TrleFolder() / relative).filename();
 }
 
 bool StaysWithCompactBackup(const Session& session, std::string_view name)

@@ -118,12 +118,21 @@ bool IsLevelPlace(const Path& relative)
     });
 }
 
+Path PlaceOfOriginal(const Session& session, const Path& relative)
+{
+    const Path source = ResolvePath(session.BackupFolder() / relative);
+    const Path place = relative.parent_path() / source.filename();
+    const auto found = [&](const Path& name) { return ResolvePath(session.TrleFolder() / name); };
+    return found(place) == found(relative) ? relative
+                                           : relative.parent_path() / found(place).filename();
+}
+
 Status RestoreOriginal(Session& session, const Path& relative)
 {
     const Path source = ResolvePath(session.BackupFolder() / relative);
-    const Path folder = ResolvePath((session.TrleFolder() / relative).parent_path());
+    const Path existing = ResolvePath(session.TrleFolder() / PlaceOfOriginal(session, relative));
+    const Path folder = existing.parent_path();
     const Path wanted = folder / source.filename();
-    const Path existing = ResolvePath(wanted);
     if (auto status = MakeFolders(folder); !status)
         return status;
     if (auto status = CopyFileOver(source, existing); !status)

@@ -55,13 +55,14 @@ void Note(RestoreReport& report, std::vector<std::string>& list, const Path& rel
 void BringBack(Session& session, const Path& relative, RestoreReport& report)
 {
     const Path source = ResolvePath(session.BackupFolder() / relative);
-    const Path target = ResolvePath(session.TrleFolder() / relative);
+    const Path place = PlaceOfOriginal(session, relative);
+    const Path target = ResolvePath(session.TrleFolder() / place);
     if (SameContent(source, target)) {
         if (target.filename() != source.filename()) // the backup's spelling is the original one
             (void)platform::Rename(target, target.parent_path() / source.filename());
         return;
     }
-    if (const auto kept = KeepOriginal(session, relative); !kept)
+    if (const auto kept = KeepOriginal(session, place); !kept)
         Note(report, report.left, relative, kept.Error());
     else if (const auto back = RestoreOriginal(session, relative); !back)
         Note(report, report.missing, relative, back.Error());
@@ -92,7 +93,7 @@ Status DeleteCritical(Session& session, RestoreReport& report)
             continue; // deleted and copied back it would be the same
         auto status = KeepOriginal(session, relative);
         if (status)
-            status = DeleteFile(file);
+            status = DeleteSpelled(file);
         if (!status)
             Note(report, report.left, relative, status.Error());
     }
@@ -146,7 +147,7 @@ std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFil
         // about to be replaced.
         if (!IsAsPut(file, *facts) || SameContent(place, session.BackupFolder() / *relative))
             continue;
-        if (const auto status = DeleteFile(place); !status) {
+        if (const auto status = DeleteSpelled(place); !status) {
             Note(report, report.left, *relative, status.Error());
             left.push_back(file);
         }

@@ -32,7 +32,12 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
 {
     const bool away = BackupIsAway(session);
     const OwnedNames brought{files}; // the old and the new level may both have brought a name
-    std::vector<std::pair<Path, OwnedFile>> going;
+    struct Going {
+        Path relative;
+        Path place; ///< exactly as it is spelled
+        OwnedFile file;
+    };
+    std::vector<Going> going;
     std::vector<Path> unsafe;
     {
         SafeContents safe{session, level};
@@ -56,7 +61,7 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
                 left.unsure.push_back(file);
                 continue;
             }
-            going.emplace_back(relative, file);
+            going.push_back({relative, place, file});
             if (!known)
                 unsafe.push_back(relative);
         }
@@ -66,10 +71,10 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
         left.kept.push_back(Readable(ToBackslashes(relative)));
     for (const Path& relative : keeping.failed)
         left.spared.push_back(Readable(ToBackslashes(relative)));
-    for (const auto& [relative, file] : going) {
+    for (const auto& [relative, place, file] : going) {
         const bool spared = std::find(keeping.failed.begin(), keeping.failed.end(), relative) !=
                             keeping.failed.end();
-        if (spared || !DeleteFile(session.TrleFolder() / relative))
+        if (spared || !DeleteSpelled(place))
             left.added.push_back(file);
     }
 }

@@ -214,30 +214,37 @@ bool SwapRun::DeleteAdded(const LevelPlace& level, const Belongings& belongings)
     const auto stays = [&](const OwnedFile& file) {
         return StaysWithCompactBackup(session_, file.name);
     };
-    std::vector<Path> places;
+    struct Place {
+        Path relative;
+        Path exact; ///< as it is spelled now; no twin goes in its stead
+    };
+    std::vector<Place> places;
     std::vector<Path> unsafe;
     {
         SafeContents safe{session_, level};
         for (const OwnedFile& file : belongings.added) {
-            places.push_back(SpelledAsPut(session_, file, *SafeRelative(file.name)));
-            if (!stays(file) && !safe.Holds(file, places.back()))
-                unsafe.push_back(places.back());
+            Path relative = SpelledAsPut(session_, file, *SafeRelative(file.name));
+            if (!stays(file) && !safe.Holds(file, relative))
+                unsafe.push_back(relative);
+            Path exact = ResolvePath(trle_ / relative);
+            places.push_back({std::move(relative), std::move(exact)});
         }
     }
     Keep(unsafe);
     bool deleted = true;
     for (std::size_t i = 0; i < belongings.added.size(); ++i) {
         const OwnedFile& file = belongings.added[i];
-        const Path& relative = places[i];
+        const auto& [relative, exact] = places[i];
         if (stays(file)) {
             log_ += LogLine({GetMsg(Msg::LogNotRemovedCompact, {Readable(file.name)})});
             leftAdded_.push_back(file);
         } else if (IsSpared(relative)) {
             leftAdded_.push_back(file); // the next swap tries again to keep it and to take it out
-        } else if (const auto status = LogDeleteFile(trle_ / relative, log_); !status) {
+        } else if (const auto status = LogDeleteFile(exact, trle_ / relative, log_); !status) {
             TellFailure(session_, GetMsg(Msg::CannotDeleteFile) + TextOf(trle_ / relative),
                         status.Error());
             leftAdded_.push_back(file);
+            safeLeft_.insert(exact);
             deleted = false;
         }
         progress->SetBar(i + 1, belongings.added.size());
@@ -260,13 +267,13 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
         return;
     const auto progress =
         session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RestoringChangedFiles));
-    const OwnedNames left{leftAdded_};
     std::vector<Path> inTheWay; // a designer's file, or one that came in by another hand
     for (const std::string& name : names) {
         const Path relative = *SafeRelative(name);
-        if (!left.Has(name) && !IsSpared(relative) &&
+        const Path place = PlaceOfOriginal(session_, relative);
+        if (!safeLeft_.contains(ResolvePath(trle_ / place)) && !IsSpared(relative) &&
             IsFile(session_.BackupFolder() / relative).ValueOr(true))
-            inTheWay.push_back(relative);
+            inTheWay.push_back(place);
     }
     Keep(inTheWay);
     NameSet back; // whatever stood there, the original does now

@@ -7,6 +7,8 @@
 #include "swap/owned_files.h"
 #include "swap/swap_records.h"
 
+#include <set>
+
 namespace kestrova
 {
 
@@ -115,6 +117,7 @@ private:
     std::vector<OwnedFile> strangers_; ///< state of other levels that stays in the folder
     std::vector<std::string> waiting_; ///< what could not be brought in
     std::vector<OwnedFile> leftAdded_; ///< what a removal left behind
+    std::set<Path> safeLeft_; ///< those of them that could not be deleted, as they are spelled
     std::vector<std::string> leftOverwritten_;
     std::vector<OwnedFile> put_;
     std::vector<std::string> overwritten_; ///< as the marker lists them
@@ -123,6 +126,9 @@ private:
     std::vector<std::string> kept_;        ///< told at the end
 };
 
+/// The place below the Level Editor's folder that `RestoreOriginal` fills: of files that differ by
+/// case alone, the one that it replaces.
+Path PlaceOfOriginal(const Session& session, const Path& relative);
 /// An original back from the backup, in the backup's spelling, without the read-only bit.
 Status RestoreOriginal(Session& session, const Path& relative);
 

@@ -202,12 +202,40 @@ TEST_F(Files, ARecordKeepsTheOldLongerTailAndItsMode)
     ASSERT_TRUE(WriteWholeFile(box / "record", "whole"));
     EXPECT_EQ(box.Read("record"), "whole");
 
-    std::filesystem::create_symlink("record", box / "link");
-    ASSERT_TRUE(WriteRecordFile(box / "link", "through"));
-    EXPECT_EQ(box.Read("record"), "through");
-    EXPECT_TRUE(std::filesystem::is_symlink(box / "link"));
     EXPECT_FALSE(WriteRecordFile(box / "home", "x"));
     EXPECT_FALSE(WriteRecordFile(box / "none/record", "x"));
+}
+
+TEST_F(Files, ALinkIsWrittenThroughOnlyWhereItIsThePersonsDocument)
+{
+    box.Write("elsewhere", "of somebody else");
+    const auto link = [&](const char* target) {
+        std::filesystem::remove(box / "link");
+        std::filesystem::create_symlink(target, box / "link");
+    };
+    for (const char* target : {"elsewhere", "nowhere", "home"}) {
+        for (const auto write : {&WriteWholeFile, &WriteRecordFile}) {
+            link(target);
+            ASSERT_TRUE(write(box / "link", "a record of the program", true)) << target;
+            EXPECT_FALSE(std::filesystem::is_symlink(box / "link")) << target;
+            EXPECT_EQ(box.Read("link"), "a record of the program") << target;
+        }
+    }
+    EXPECT_FALSE(box.Has("nowhere"));
+    EXPECT_EQ(box.Read("elsewhere"), "of somebody else");
+
+    link("elsewhere");
+    ASSERT_TRUE(WriteDocument(box / "link", "a document"));
+    EXPECT_EQ(box.Read("elsewhere"), "a documenty else") << "the old longer tail stays";
+    EXPECT_TRUE(std::filesystem::is_symlink(box / "link"));
+
+    box.Write("x/elsewhere", "of somebody else");
+    std::filesystem::create_symlink("elsewhere", box / "x/.kv~lock");
+    platform::FileLock lock;
+    std::string holder;
+    ASSERT_FALSE(platform::FileLock::Take(box / "x/.kv~lock", "the holder", lock, holder));
+    EXPECT_EQ(box.Read("x/elsewhere"), "of somebody else");
+    EXPECT_EQ(box.Read("x/.kv~lock"), "the holder");
 }
 
 TEST_F(Files, WhatAWriteInPlaceCouldNotChangeIsNotReplaced)
@@ -264,7 +292,7 @@ TEST_F(Files, TheLogTellsEachStepAndHowItEnded)
     EXPECT_FALSE(LogCopyFile(box / "a/none", box / "b/y", log));
     EXPECT_TRUE(LogCopyMatching(box / "a", box / "b", log, "*.*"));
     EXPECT_TRUE(LogDeleteMatching(box / "b", log, "*.dat"));
-    EXPECT_TRUE(LogDeleteFile(box / "b/x.dat", log));
+    EXPECT_TRUE(LogDeleteFile(box / "b/x.dat", box / "b/x.dat", log));
     EXPECT_EQ(log, "COPY " + a + "/x.dat -> " + b + "/x.dat [OK] [OVERWRITE]\r\n" + "COPY " + a +
                        "/none -> " + b + "/y [ERROR]\r\n" + "COPYALL " + a + "\\*.* -> " + b +
                        " [OK]\r\n" + "DELETE DIR \"*.dat\" -> " + b + " [OK]\r\n" + "DELETE -> " +

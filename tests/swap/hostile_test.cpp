@@ -204,6 +204,46 @@ TEST(Links, AreNeverFollowedByARemoval)
     EXPECT_EQ(world.Read("documents/thesis.txt"), "years of work");
 }
 
+TEST(Links, InThePlaceOfTheProgramsNotesAreNotWrittenThrough)
+{
+    SwapWorld world;
+    fs::create_directories(world / "home/swap");
+    for (const char* note :
+         {"trle/Kestrva.txt", "home/swap/owner", "home/history/originals.jsonl"}) {
+        const std::string victim = "out/" + Path{note}.filename().native();
+        world.Write(victim, "my own, behind a link");
+        fs::create_directories((world / note).parent_path());
+        fs::create_symlink(world / victim, world / note);
+    }
+    world.Write("trle/extra.h", "my own header");
+    EXPECT_TRUE(InstallLevel(world.session, world.first)) << world.host.AllTold();
+    EXPECT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    EXPECT_EQ(CurrentLevelCode(world.session), world.second);
+    EXPECT_FALSE(fs::is_symlink(world / "trle/Kestrva.txt"));
+    for (const auto& [file, content] : world.Snapshot("out"))
+        EXPECT_EQ(content, "my own, behind a link") << file;
+}
+
+TEST(Twins, OfAnOriginalAreKeptAsTheFileThatGoes)
+{
+    for (const bool full : {false, true}) {
+        SwapWorld world;
+        world.host.AnswerAll(true);
+        ASSERT_TRUE(InstallLevel(world.session, world.first));
+        // Both spellings of what the level brought and of what it replaced, each of another hand.
+        for (const char* file :
+             {"script.dat", "SCRIPT.DAT", "Script.Dat", "data/title.tr4", "data/TITLE.TR4",
+              "data/Title.tr4", "audio/003.WAV", "audio/003.wav"})
+            world.Write("trle/" + std::string{file}, "my own " + std::string{file});
+        const auto treasures = world.Treasures();
+        (void)(full ? FullRestore(world) : InstallLevel(world.session, originalCode));
+        world.ExpectNothingLost(treasures);
+        EXPECT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+        EXPECT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+        world.ExpectNothingLost(treasures);
+    }
+}
+
 TEST(HistoryIndex, ThatCannotBeReadIsNeverReplaced)
 {
     SwapWorld world;
