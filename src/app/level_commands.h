@@ -15,7 +15,8 @@ struct LevelFacts {
     int liveSavegames = 0;
     int archivedSavegames = 0;
     bool current = false;
-    std::string info; ///< the line of path and counts as the window shows it
+    bool folderGone = false; ///< what it holds cannot be told
+    std::string info;        ///< the line of path and counts as the window shows it
 };
 /// Everything the selection of a level shows; loads its savegame records on the way. No value, with
 /// a message, for a code that the archive does not have.

@@ -1,6 +1,7 @@
 #include "app/level_commands.h"
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
 #include "swap/marker.h"
@@ -98,7 +99,9 @@ LevelFacts FactsOfLevel(Session& session, std::size_t index)
     facts.liveSavegames = Count(facts.current ? session.TrleFolder() : StateStoreOf(session, code),
                                 Msg::PatLiveSavegame);
     facts.archivedSavegames = CountArchivedSavegames(session, code);
-    facts.info = InfoLine(facts);
+    facts.folderGone = !IsFolder(facts.folder).ValueOr(false);
+    facts.info =
+        facts.folderGone ? GetMsg(Msg::FolderNotThereNow, {TextOf(facts.folder)}) : InfoLine(facts);
     return facts;
 }
 

@@ -99,10 +99,21 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
     return true;
 }
 
-void WritePreferences(Session& session)
+bool WritePreferences(Session& session)
 {
-    AskSaveChanges(session);
+    bool saved = false;
+    if (!MayReplaceArchive(session, saved))
+        return false;
     (void)WritePreferencesFile(session);
+    return true;
+}
+
+Status WriteAllNow(Session& session)
+{
+    const bool owed = session.archive.Loaded() && session.archive.dirty;
+    const Status list = owed ? WriteArchive(session, session.ArchivePath()) : Status{};
+    const Status preferences = WritePreferencesFile(session);
+    return list ? preferences : list;
 }
 
 bool SavePreferencesNow(Session& session)

@@ -128,21 +128,29 @@ bool SaveArchive(Session& session)
     return !session.preferences.autoSave || SaveArchiveNow(session);
 }
 
-bool AskSaveChanges(Session& session)
+Changes AskSaveChanges(Session& session)
 {
     if (!session.archive.dirty)
-        return true;
+        return Changes::Saved;
     const std::string name = TextOf(session.ArchivePath().filename());
-    if (session.preferences.autoSave ||
-        session.host.AskYesNo(GetMsg(Msg::AskSaveArchive, {name, lineBreak}), Consent::YesKeeps))
-        return SaveArchiveNow(session);
+    const YesNoCancel answer =
+        session.preferences.autoSave
+            ? YesNoCancel::Yes
+            : session.host.AskYesNoCancel(GetMsg(Msg::AskSaveArchive, {name, lineBreak}));
+    if (answer == YesNoCancel::Cancel)
+        return Changes::Stay;
+    if (answer == YesNoCancel::Yes)
+        return SaveArchiveNow(session) ? Changes::Saved : Changes::NotSaved;
     session.archive.dirty = false;
-    return false;
+    return Changes::Dropped;
 }
 
 bool MayReplaceArchive(Session& session, bool& saved)
 {
-    saved = AskSaveChanges(session);
+    const Changes changes = AskSaveChanges(session);
+    saved = changes == Changes::Saved;
+    if (changes == Changes::Stay)
+        return false;
     if (!session.archive.dirty)
         return true;
     if (!session.host.AskYesNo(GetMsg(Msg::AskDropChanges), Consent::Explicit))

@@ -20,11 +20,14 @@ void RememberArchive(Session& session);
 bool SaveArchive(Session& session);
 /// The command to save: writes whether or not anything changed. Shows its failure.
 bool SaveArchiveNow(Session& session);
-/// Saves or drops changes before something replaces the archive. True when the file holds all that
-/// memory holds; False when changes were dropped, or a failed save was told.
-bool AskSaveChanges(Session& session);
-/// The same before something replaces the archive: False when its changes could be neither saved
-/// nor given up. `saved`: what `AskSaveChanges` answered.
+/// What became of changes that were asked about. `Saved`: the file holds all that memory holds;
+/// `NotSaved`: a failed save was told; `Stay`: whatever would have ended or replaced the archive is
+/// called off.
+enum class Changes { Saved, Dropped, NotSaved, Stay };
+/// Saves or drops changes, as the person wants, before something replaces the archive.
+Changes AskSaveChanges(Session& session);
+/// The same: False when the archive must not be replaced, since its changes could be neither saved
+/// nor given up, or since the person called it off. `saved`: the file holds all changes.
 bool MayReplaceArchive(Session& session, bool& saved);
 
 /// Where the exact forms of names lie that the records cannot hold: beside the levels' folders.

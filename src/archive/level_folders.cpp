@@ -1,6 +1,7 @@
 #include "archive/level_folders.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 
 #include <algorithm>
 
@@ -80,6 +81,17 @@ Status MakeLevelSubfolders(const Path& folder)
         if (auto status = MakeFolder(InFolder(folder, RowText(part))); !status)
             return status;
     return {};
+}
+
+bool IsArchiveFolderThere(Session& session)
+{
+    const Path folder = FolderFromText(Trim(session.archive.header.secondaryFolder));
+    const auto isThere = IsFolder(folder);
+    if (!isThere)
+        return TellFolderNotRead(session, isThere.Error());
+    if (!*isThere)
+        session.host.Tell(Tone::Error, GetMsg(Msg::ArchiveFolderUnplugged, {TextOf(folder)}));
+    return *isThere;
 }
 
 bool IsArchiveOnCd(const Session& session)

@@ -39,6 +39,9 @@ Path HomeOf(const Session& session, const LevelPlace& level);
 Path StateStoreOf(const Session& session, const LevelPlace& level);
 /// The level's folder and its four sub-folders; the first failure ends it.
 Status MakeLevelSubfolders(const Path& folder);
+/// False, with words, when the folder that the archive's levels lie in is not there now, as when
+/// its drive was disconnected: a level's folder that is missing says nothing then.
+bool IsArchiveFolderThere(Session& session);
 bool IsArchiveOnCd(const Session& session);
 /// True, and a message, when the level's files lie on a disc.
 bool GuardLevelOnCd(Session& session, const LevelRecord& level);

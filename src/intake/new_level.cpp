@@ -314,6 +314,12 @@ bool NewLevel::LevelFilesChanged(const std::vector<Path>& now) const
            !std::all_of(now.begin(), now.end(), [&](const Path& file) { return IsAsOpened(file); });
 }
 
+bool NewLevel::HasOtherFiles() const
+{
+    const auto now = ListFiles(workFolder_, RowText(Msg::PatAll));
+    return !now || LevelFilesChanged(*now);
+}
+
 bool NewLevel::IsAsOpened(const Path& file) const
 {
     const auto known = snapshot_.find(FoldCase(file.filename().native()));

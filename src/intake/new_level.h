@@ -72,6 +72,8 @@ public:
     /// Refreshes until no package is left, or they lie deeper in each other than anybody makes
     /// them. Which ones stay is told. False when one failed, or when the person stopped it.
     bool UnpackAll();
+    /// Whether the folder's files are others than at the opening; true where that cannot be told.
+    [[nodiscard]] bool HasOtherFiles() const;
     /// Opens a file with the desktop's program, a compressed one after expanding it.
     void OpenFile(const Path& file);
     bool SetMyLanguage();

@@ -21,8 +21,8 @@ std::string TwoBreaks()
     return std::string{lineBreak}.append(lineBreak);
 }
 
-/// The place of the picture that a command is meant for; none, with `refusal`, when a pane with
-/// the default picture is meant.
+/// The place of the picture that a command is meant for; none when the person calls it off, and,
+/// with `refusal`, when a pane with the default picture is meant.
 std::optional<std::ptrdiff_t> ChosenShot(Session& session, ShotList& shots, Msg refusal,
                                          bool firstOfOriginalCounts = true)
 {
@@ -30,7 +30,13 @@ std::optional<std::ptrdiff_t> ChosenShot(Session& session, ShotList& shots, Msg 
     if (target == ShotList::noTarget) {
         target = shots.Index();
         const bool both = shots.Has(target) && shots.Has(target + 1);
-        if (both && !session.host.AskYesNo(GetMsg(Msg::ShotAskWhich, {TwoBreaks(), TwoBreaks()})))
+        const YesNoCancel left =
+            both
+                ? session.host.AskYesNoCancel(GetMsg(Msg::ShotAskWhich, {TwoBreaks(), TwoBreaks()}))
+                : YesNoCancel::Yes;
+        if (left == YesNoCancel::Cancel)
+            return std::nullopt;
+        if (left == YesNoCancel::No)
             ++target;
     }
     const bool isDefault = !shots.Has(target) ||

@@ -75,7 +75,7 @@ AuthorDialog::AuthorDialog(Session& session, std::size_t index, QWidget* parent)
     auto* cancel = NamedButton(this, "Pul_Cancel");
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &AuthorDialog::accept);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(cancel, &QPushButton::clicked, this, &AuthorDialog::reject);
     auto* answers = new QHBoxLayout;
     answers->addStretch();
     answers->addWidget(ok);
@@ -126,6 +126,17 @@ void AuthorDialog::ShowAddresses(QComboBox& combo, const AuthorInfos::Addresses&
     for (const std::string& text : list.items)
         combo.addItem(ToQt(text));
     combo.setCurrentIndex(list.selected ? static_cast<int>(*list.selected) : -1);
+}
+
+void AuthorDialog::reject()
+{
+    if (session_.runningOperations > 0)
+        return;
+    const bool typed = name_->text() != ToQt(shown_.name) || note_->document()->isModified() ||
+                       infos_.emails.items != shown_.emails.items ||
+                       infos_.sites.items != shown_.sites.items;
+    if (!typed || MayDropTyped(session_))
+        QDialog::reject();
 }
 
 void AuthorDialog::accept()

@@ -20,6 +20,7 @@ public:
     AuthorDialog(Session& session, std::size_t index, QWidget* parent);
 
     void accept() override;
+    void reject() override;
 
 private:
     /// One button below a list: its name, and what it does to the list.
@@ -33,6 +34,7 @@ private:
 
     Session& session_;
     AuthorInfos infos_;
+    const AuthorInfos shown_{infos_}; ///< as the window opened
     QLineEdit* name_;
     QPlainTextEdit* note_;
     QComboBox* emails_;

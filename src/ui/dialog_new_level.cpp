@@ -151,6 +151,7 @@ void NewLevelDialog::Connect()
     connect(note_, &QLineEdit::textChanged, this,
             [this](const QString& text) { level_->note = FromQt(text); });
     connect(moreInfo_, &QComboBox::activated, this, [this](int row) {
+        choseMoreInfo_ = true;
         level_->moreInfo = row == 0 ? std::string{} : FromQt(moreInfo_->itemText(row));
     });
     connect(names_, &QComboBox::activated, this, [this](int row) {
@@ -191,6 +192,9 @@ template <class Work> void NewLevelDialog::Run(Work work)
 bool NewLevelDialog::Show(NewLevel& level, std::vector<Path> sources)
 {
     level_ = &level;
+    filledName_ = level.name;
+    filledNote_ = level.note;
+    choseMoreInfo_ = false;
     setWindowTitle(
         Words(level.Mode() == LevelMode::New ? Msg::NewLevelTitle : Msg::LevelPropertiesTitle));
     info_->setText(ToQt(level.Mode() == LevelMode::New ? std::string{} : level.SizeText()));
@@ -211,9 +215,12 @@ void NewLevelDialog::AddSources(const std::vector<Path>& sources)
 
 void NewLevelDialog::ShowLevel()
 {
-    if (name_->text() != ToQt(level_->name))
+    if (name_->text() != ToQt(level_->name)) {
+        filledName_ = level_->name;
         name_->setText(ToQt(level_->name));
+    }
     if (note_->text() != ToQt(level_->note)) {
+        filledNote_ = level_->note;
         note_->setText(ToQt(level_->note));
         note_->setCursorPosition(0); // a long one is read from its beginning
     }
@@ -287,8 +294,18 @@ void NewLevelDialog::accept()
         QDialog::reject();
 }
 
+bool NewLevelDialog::HasTyped() const
+{
+    return level_->name != filledName_ || level_->note != filledNote_ || choseMoreInfo_ ||
+           (level_->Mode() == LevelMode::Properties && level_->HasOtherFiles());
+}
+
 void NewLevelDialog::reject()
 {
+    if (session_.runningOperations > 0)
+        return;
+    if (level_ != nullptr && HasTyped() && !MayDropTyped(session_))
+        return;
     Run([this] { level_->Cancel(); });
     QDialog::reject();
 }

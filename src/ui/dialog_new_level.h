@@ -48,9 +48,15 @@ private:
     void ShowMoreInfo();
     void ShowNamesPage();
     [[nodiscard]] Path SelectedFile() const;
+    /// True when the person typed, chose or changed what giving up would lose.
+    [[nodiscard]] bool HasTyped() const;
 
     Session& session_;
     NewLevel* level_ = nullptr;
+    /// The texts as the program filled them in.
+    std::string filledName_;
+    std::string filledNote_;
+    bool choseMoreInfo_ = false;
     QLineEdit* name_;
     QLineEdit* note_;
     QComboBox* moreInfo_;

@@ -44,6 +44,12 @@ QHBoxLayout* AnswerButtons(QDialog& dialog)
     return buttons;
 }
 
+bool MayDropTyped(Session& session)
+{
+    const Operation operation{session};
+    return session.host.AskYesNo(GetMsg(Msg::AskDropTyped));
+}
+
 void MarkNotAvailable(QWidget& control)
 {
     control.setEnabled(false);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "session/session.h"
+
 #include <QDialog>
 
 class QHBoxLayout;
@@ -37,6 +39,8 @@ public:
 QPushButton* NamedButton(QWidget* parent, const char* name);
 /// `Pul_Help`, `Pul_Ok`, `Pul_Cancel` in a row; the last two accept and reject the dialog.
 QHBoxLayout* AnswerButtons(QDialog& dialog);
+/// Asks before a window closes whose texts nobody has stored; closing the question means No.
+bool MayDropTyped(Session& session);
 /// A button of a command that a later version brings.
 void MarkNotAvailable(QWidget& control);
 

@@ -1,5 +1,6 @@
 #include "ui/host_windows.h"
 
+#include "core/look.h"
 #include "core/text.h"
 #include "saves/shot_files.h"
 #include "ui/fit_to_screen.h"
@@ -62,6 +63,44 @@ Path NearestFolder(Path folder)
     }
     return folder;
 }
+
+/// A chooser of folders that makes the one that was typed and is not there yet, after a question.
+class FolderChooser : public QFileDialog
+{
+public:
+    FolderChooser(Host& host, const QString& title) : QFileDialog(TopWindow(), title), host_(host)
+    {
+        setFileMode(QFileDialog::Directory);
+        setOption(QFileDialog::ShowDirsOnly);
+    }
+
+protected:
+    void accept() override
+    {
+        const QStringList chosen = selectedFiles();
+        if (!chosen.isEmpty() && !MakeIfMissing(PathFromQt(chosen.constFirst())))
+            return;
+        QFileDialog::accept();
+    }
+
+private:
+    /// False when the person did not want it, or it cannot be made.
+    bool MakeIfMissing(const Path& folder)
+    {
+        const auto isFree = IsFree(folder);
+        if (!isFree || !*isFree)
+            return true; // what stands there is judged by the chooser
+        if (!host_.AskYesNo(GetMsg(Msg::AskMakeFolder, {TextOf(folder)})))
+            return false;
+        const auto made = MakeFolders(folder);
+        if (!made)
+            host_.Tell(Tone::Error, GetMsg(Msg::FolderNotMade, {TextOf(folder)}),
+                       made.Error().reason);
+        return static_cast<bool>(made);
+    }
+
+    Host& host_;
+};
 
 std::optional<Path> Run(QFileDialog& chooser, const Path& start, const std::string& suggestion = {})
 {
@@ -171,9 +210,7 @@ std::optional<std::string> WindowHost::AskText(const std::string& text,
 
 std::optional<Path> WindowHost::ChooseFolder(const std::string& title, const Path& start)
 {
-    QFileDialog chooser(TopWindow(), ToQt(title));
-    chooser.setFileMode(QFileDialog::Directory);
-    chooser.setOption(QFileDialog::ShowDirsOnly);
+    FolderChooser chooser(*this, ToQt(title));
     return Run(chooser, start);
 }
 

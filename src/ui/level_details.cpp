@@ -138,7 +138,10 @@ void LevelDetails::ShowFacts(Session& session, const LevelFacts& facts)
     ShowRecord(facts.record);
     installed_->setVisible(facts.current);
     place_->setText(ToQt(facts.info));
-    shots_->ShowLevel(session, facts.record.levelCode);
+    if (facts.folderGone)
+        shots_->ShowGone(session, facts.record.levelCode);
+    else
+        shots_->ShowLevel(session, facts.record.levelCode);
 }
 
 void LevelDetails::ShowNothing()

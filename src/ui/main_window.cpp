@@ -24,6 +24,7 @@
 #include "upkeep/create_tr4_infos.h"
 #include "upkeep/equal_check.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDragEnterEvent>
@@ -39,6 +40,8 @@
 #include <QStatusBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <cstdio>
 
 namespace kestrova
 {
@@ -82,7 +85,7 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     setAcceptDrops(true);
     const auto run = [this](auto work) { return [this, work] { Run(work); }; };
     BuildMenu(*menuBar(),
-              {Commands{{"mnu_New", run([this] { CreateArchive(session_); })},
+              {Commands{{"mnu_New", run([this] { NewArchive(); })},
                         {"mnu_Load", run([this] { AskLoadArchive(session_); })},
                         {"mnu_Save", run([this] { SaveCurrentArchive(); })},
                         {"mnu_SaveAs", run([this] { AskSaveArchiveAs(session_); })},
@@ -349,10 +352,32 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
-    Run([this] { WritePreferences(session_); });
+    if (!MayEnd(true)) {
+        event->ignore();
+        return;
+    }
     RememberPlace();
     event->accept();
     ended();
+}
+
+bool MainWindow::MayEnd(bool mayAsk)
+{
+    if (!mayAsk || session_.runningOperations > 0) {
+        EndNow();
+        return true;
+    }
+    bool ends = true;
+    Run([&] { ends = WritePreferences(session_); });
+    return ends;
+}
+
+bool MainWindow::EndNow()
+{
+    if (const auto written = WriteAllNow(session_); !written)
+        std::fprintf(stderr, "%s\n", GetMsg(Msg::NotSavedAtEnd, {written.Error().subject}).c_str());
+    RememberPlace();
+    return session_.runningOperations == 0 && QApplication::activeModalWidget() == nullptr;
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

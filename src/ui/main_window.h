@@ -65,6 +65,13 @@ public:
     /// Called when the window has closed for good: preferences are written.
     std::function<void()> ended = [] {};
 
+    /// The desktop's session ends: changes of the list are asked about, or written where nobody may
+    /// be asked. False when the person wants to go on.
+    bool MayEnd(bool mayAsk);
+    /// The system ends the program: all that a person made is written, and nothing is asked. True
+    /// when the program can end in its own way, since nothing is under way in it.
+    bool EndNow();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -99,6 +106,7 @@ private:
     void ShowAuthor();
     void ExportChosen();
     void SaveCurrentArchive();
+    void NewArchive();
     void EditArchivePreferences();
     void EditChosen();
     void RemoveChosen();

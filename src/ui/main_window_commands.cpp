@@ -12,6 +12,7 @@
 #include "ui/main_menu.h"
 #include "ui/qt_text.h"
 #include "upkeep/add_level.h"
+#include "upkeep/archive_life.h"
 #include "upkeep/export_level.h"
 #include "upkeep/level_life.h"
 
@@ -81,6 +82,8 @@ void MainWindow::ShowCounts()
     empty_->setText(words);
     empty_->setVisible(!words.isEmpty());
     const int all = static_cast<int>(model_->Rows().size());
+    for (const char* button : {"Pul_Search", "Pul_Prima", "Pul_Dopo"})
+        findChild<QWidget*>(QString::fromLatin1(button))->setEnabled(all > 0);
     const int shown = model_->rowCount();
     counts_->setText(all == shown
                          ? all == 1 ? Words(Msg::CountOneLevel)
@@ -135,6 +138,17 @@ void MainWindow::SaveCurrentArchive()
     else
         TellFailure(session_, GetMsg(Msg::ErrorWhileSaving) + TextOf(session_.ArchivePath()),
                     written.Error());
+}
+
+void MainWindow::NewArchive()
+{
+    const bool had = session_.archive.Loaded();
+    if (CreateArchive(session_) || session_.archive.Loaded() || !had)
+        return;
+    // The list in memory belongs to no file now; nobody has to look for the old one.
+    const std::string name = TextOf(session_.RememberedArchive().filename());
+    if (session_.host.AskYesNo(GetMsg(Msg::AskBackToArchive, {name}), Consent::YesKeeps))
+        (void)ReadLastArchive(session_); // it tells why when it cannot
 }
 
 void MainWindow::EditArchivePreferences()

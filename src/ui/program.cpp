@@ -1,5 +1,6 @@
 #include "ui/program.h"
 
+#include "platform/end_signals.h"
 #include "platform/places.h"
 #include "ui/dialogs_small.h"
 #include "ui/host_windows.h"
@@ -12,6 +13,8 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QSessionManager>
+#include <QSocketNotifier>
 #include <QTimer>
 
 #include <cstdio>
@@ -97,6 +100,32 @@ std::unique_ptr<SplashDialog> ShowSplash(const Path& programFolder)
     return splash;
 }
 
+/// What was made is written before the desktop's session or the system ends the program.
+void HearOfTheEnd(QApplication& application, MainWindow& window)
+{
+    QObject::connect(
+        &application, &QGuiApplication::commitDataRequest, &window,
+        [&window](QSessionManager& manager) {
+            const bool asks = manager.allowsInteraction();
+            const bool ends = window.MayEnd(asks);
+            if (asks)
+                manager.release();
+            if (!ends)
+                manager.cancel();
+        },
+        Qt::DirectConnection);
+    const int descriptor = platform::NoteEndSignals();
+    if (descriptor < 0)
+        return; // a signal ends the program at once, as ever
+    auto* heard = new QSocketNotifier(descriptor, QSocketNotifier::Read, &window);
+    QObject::connect(heard, &QSocketNotifier::activated, &window, [heard, &window] {
+        heard->setEnabled(false);
+        if (!window.EndNow())
+            platform::EndBySignal(); // what is under way is mended by the next start
+        window.ended();
+    });
+}
+
 int ShowWindows(QApplication& application, Session& session, WindowLevelList& list,
                 const std::vector<std::string>& items)
 {
@@ -111,6 +140,7 @@ int ShowWindows(QApplication& application, Session& session, WindowLevelList& li
         StartDialogs dialogs;
         if (!InitProgram(session, dialogs, items))
             return QApplication::exit(1);
+        HearOfTheEnd(application, window); // not before the preferences were read
         window.RefreshList();
         if (splash != nullptr)
             splash->close();

@@ -78,10 +78,22 @@ void ShotPanes::ShowLevel(Session& session, LevelCode code)
 
 void ShotPanes::Clear()
 {
+    ShowWords(Words(Msg::NoPicture));
+}
+
+void ShotPanes::ShowGone(Session& session, LevelCode code)
+{
+    (void)shots_.Load(session, code); // so that no command acts on pictures of another level
+    ShowWords(Words(Msg::PicturesNotThereNow));
+}
+
+void ShotPanes::ShowWords(const QString& words)
+{
     for (Pane* pane : {&left_, &right_}) {
         pane->shown.clear();
         pane->label->clear();
-        pane->view->ShowWords(Words(Msg::NoPicture));
+        pane->view->ShowWords(words);
+        pane->zoom->setEnabled(false);
     }
     previous_->setEnabled(false);
     next_->setEnabled(false);
@@ -98,6 +110,7 @@ void ShotPanes::ShowPair()
 void ShotPanes::ShowFile(Pane& pane, const Path& file)
 {
     const Path found = ResolvePath(file);
+    pane.zoom->setEnabled(FileExists(found));
     if (!FileExists(found)) {
         pane.shown.clear();
         pane.label->clear();

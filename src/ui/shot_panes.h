@@ -21,6 +21,8 @@ public:
     /// The pair of the list again, after a command has changed the list.
     void ShowPair();
     void Clear();
+    /// The level's folder is not there now.
+    void ShowGone(Session& session, LevelCode code);
     [[nodiscard]] ShotList& List() { return shots_; }
 
     /// A picture is to be looked at in a window of its own; its place may lie outside the list.
@@ -37,6 +39,7 @@ private:
         platform::FileFacts shownFacts;
     };
     static void ShowFile(Pane& pane, const Path& file);
+    void ShowWords(const QString& words);
     QLayout* MakePane(Pane& pane, int side, Msg name);
 
     ShotList shots_;

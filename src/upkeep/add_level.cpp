@@ -82,7 +82,17 @@ bool EditLevel(Session& session, ProgressScope& progress, LevelCode code, const 
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
     }
+    if (code != originalCode && !IsArchiveFolderThere(session))
+        return false;
     const LevelRecord& current = session.archive.levels[static_cast<std::size_t>(index)];
+    const Path home = LevelHomeOf(session, code);
+    const auto isThere = IsFolder(home);
+    if (!isThere)
+        return TellFolderNotRead(session, isThere.Error());
+    if (!*isThere && current.cdNumber == 0) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::LevelFolderGone, {TextOf(home)}));
+        return false;
+    }
     LevelRecord record = current;
     const std::int32_t extrasBefore = record.extrasSize;
     NewLevel level{session, record, LevelMode::Properties, progress};

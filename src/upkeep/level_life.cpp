@@ -97,7 +97,7 @@ bool MakeWay(Session& session, const Path& folder)
 
 bool BeginNewLevel(Session& session, LevelRecord& level)
 {
-    if (!HasArchive(session))
+    if (!HasArchive(session) || !IsArchiveFolderThere(session))
         return false;
     level = LevelRecord{};
     level.levelCode = NextLevelCode(session);
@@ -237,8 +237,11 @@ bool TakeOffList(Session& session, LevelCode code)
     return true;
 }
 
+/// A folder that is not there is not asked about.
 bool WantsFoldersGone(Session& session, LevelFolders folders, const Path& folder)
 {
+    if (!IsFolder(folder).ValueOr(true))
+        return true;
     if (folders != LevelFolders::Ask)
         return folders == LevelFolders::Remove;
     return session.host.AskYesNo(GetMsg(Msg::AskRemoveFolders, {lineBreak}) + "\"" +
@@ -272,7 +275,7 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder)
 bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
 {
     const Operation operation{session};
-    if (!HasArchive(session) || !MayBeRemoved(session, code))
+    if (!HasArchive(session) || !IsArchiveFolderThere(session) || !MayBeRemoved(session, code))
         return false;
     const Path folder = LevelHomeOf(session, code);
     const auto canLook = IsFolder(folder);

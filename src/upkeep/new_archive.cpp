@@ -48,9 +48,12 @@ LevelRecord OriginalLevel(const Session& session)
 std::optional<Path> AskForNewFolder(Session& session)
 {
     const Drive drive = FindLargestDrive(session);
-    const Path proposed =
+    Path proposed =
         DefaultArchiveFolder(drive.folder.empty() ? session.programFolder : drive.folder);
-    (void)MakeFolder(proposed); // where it cannot be, the chooser opens elsewhere
+    if (!MakeFolder(proposed)) { // the drive's top is seldom a player's to write
+        proposed = DefaultArchiveFolder(session.programFolder);
+        (void)MakeFolder(proposed); // where it cannot be, the chooser opens elsewhere
+    }
     const auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectArchiveFolder), proposed);
     if (!chosen || *chosen != proposed)
         (void)platform::RemoveFolder(proposed); // only when nothing was put into it

@@ -100,6 +100,45 @@ TEST_F(StartUp, WithoutALevelEditorItStopsWithNoArchive)
     EXPECT_EQ(box.Read("home/LevelArchive.kva"), archive);
 }
 
+TEST_F(StartUp, TheEndLosesNoChangeOfTheListThatNobodyGaveUp)
+{
+    StartFirst();
+    const std::string before = box.Read("home/LevelArchive.kva");
+    const auto change = [&](const char* note) {
+        box.session.preferences.autoSave = false;
+        box.session.archive.levels[0].levelNote = note;
+        SaveArchive(box.session);
+    };
+    change("first");
+    box.host.WillAskYesNoCancel("has been changed", YesNoCancel::Cancel);
+    EXPECT_FALSE(WritePreferences(box.session)) << "called off";
+    EXPECT_TRUE(box.session.archive.dirty);
+    EXPECT_EQ(box.Read("home/LevelArchive.kva"), before);
+
+    // What cannot be saved is not lost by the way.
+    box.session.archive.file = box / "none/a.kva";
+    box.host.WillAskYesNoCancel("has been changed", YesNoCancel::Yes);
+    box.host.WillAsk("could not be saved. Do you want to give them up", false);
+    EXPECT_FALSE(WritePreferences(box.session));
+    EXPECT_TRUE(box.session.archive.dirty);
+    EXPECT_FALSE(WriteAllNow(box.session));
+    box.session.archive.file = box / "home/LevelArchive.kva";
+
+    box.host.told.clear();
+    EXPECT_TRUE(WriteAllNow(box.session));
+    EXPECT_TRUE(box.host.told.empty());
+    EXPECT_FALSE(box.session.archive.dirty);
+    ASSERT_TRUE(StartAgain()) << box.host.AllTold();
+    EXPECT_EQ(box.session.archive.levels[0].levelNote, "first");
+
+    change("second");
+    box.host.WillAskYesNoCancel("has been changed", YesNoCancel::No);
+    EXPECT_TRUE(WritePreferences(box.session));
+    EXPECT_TRUE(WriteAllNow(box.session));
+    ASSERT_TRUE(StartAgain()) << box.host.AllTold();
+    EXPECT_EQ(box.session.archive.levels[0].levelNote, "first") << "given up is given up";
+}
+
 TEST_F(StartUp, ABackupThatIsRefusedDoesNotStopTheStart)
 {
     windows.trle = box / "trle";

@@ -118,7 +118,7 @@ TEST_F(ArchiveMemory, AFailedSaveIsToldAndLeavesTheArchiveDirty)
     EXPECT_TRUE(box.session.archive.dirty);
     EXPECT_TRUE(box.host.WasTold("Error while saving archive: " + (box / "none/a.kva").native()));
     box.session.archive.file = box / "home/b.kva";
-    EXPECT_TRUE(AskSaveChanges(box.session)) << "saved without a question";
+    EXPECT_EQ(AskSaveChanges(box.session), Changes::Saved) << "saved without a question";
     EXPECT_FALSE(box.session.archive.dirty);
     EXPECT_TRUE(box.Has("home/b.kva"));
 

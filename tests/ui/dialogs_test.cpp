@@ -269,6 +269,38 @@ TEST(Author, TheListsFollowTheirButtonsAndARefusalKeepsTheWindow)
     EXPECT_EQ(record.authorSites, "www.x.org");
 }
 
+TEST(Author, EscapeAsksOnlyWhereSomethingWasTyped)
+{
+    WindowWorld world;
+    world.AddLevel("Level");
+    LevelRecord& record = world.session.archive.levels[1];
+    record.authorNote = "one\r\ntwo";
+    {
+        AuthorDialog untouched{world.session, 1, nullptr};
+        untouched.show();
+        QTest::keyClick(&untouched, Qt::Key_Escape);
+        EXPECT_FALSE(untouched.isVisible());
+    }
+    AuthorDialog dialog{world.session, 1, nullptr};
+    dialog.show();
+    In<QPlainTextEdit>(dialog, "Text_Note")->insertPlainText("a long note");
+    world.box.host.WillAsk("is not stored yet", false);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_TRUE(dialog.isVisible());
+    world.box.host.WillAsk("is not stored yet", true);
+    Press(dialog, "Pul_Cancel");
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(record.authorNote, "one\r\ntwo");
+
+    AuthorDialog lists{world.session, 1, nullptr};
+    lists.show();
+    world.box.host.WillAskText("Insert new url address", "www.x.org");
+    Press(lists, "Pul_New_Sito");
+    world.box.host.WillAsk("is not stored yet", false);
+    lists.close();
+    EXPECT_TRUE(lists.isVisible());
+}
+
 TEST(Dialogs, ASmallScreenStillHasTheirAnswers)
 {
     WindowWorld world;

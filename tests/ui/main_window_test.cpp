@@ -1,4 +1,5 @@
 #include "app/level_commands.h"
+#include "archive/archive_saving.h"
 #include "records/preferences.h"
 #include "ui/captions.h"
 #include "ui/main_menu.h"
@@ -303,6 +304,61 @@ TEST(MainWindow, ClosingSavesThePreferencesButNotInTheMiddleOfWork)
 
     MainWindow again{world.session, world.list};
     EXPECT_EQ(again.size(), QSize(777, 555));
+}
+
+TEST(MainWindow, ClosingAndANewArchiveCanBeCalledOff)
+{
+    WindowWorld world;
+    const LevelCode level = world.AddLevel("First");
+    ASSERT_TRUE(SaveArchiveNow(world.session));
+    world.session.preferences.autoSave = false;
+    world.session.archive.levels[1].levelNote = "changed";
+    SaveArchive(world.session);
+    world.Show();
+    int ended = 0;
+    world.window.ended = [&] { ++ended; };
+    const auto action = [&](const char* name) {
+        return world.window.findChild<QAction*>(QString::fromLatin1(name));
+    };
+    for (const char* name : {"Mnu_Exit", "mnu_New", "mnu_Load"}) {
+        world.box.host.WillAskYesNoCancel("has been changed", YesNoCancel::Cancel);
+        action(name)->trigger();
+        EXPECT_TRUE(world.window.isVisible()) << name;
+        EXPECT_TRUE(world.session.archive.dirty) << name;
+        EXPECT_EQ(world.session.archive.levels.size(), 2U) << name;
+    }
+    EXPECT_EQ(ended, 0);
+
+    // Without a folder there is no new archive, and the old one is not gone.
+    world.list.Select(level);
+    world.box.host.WillAskYesNoCancel("has been changed", YesNoCancel::Yes);
+    world.box.host.WillChoose("Select main folder for new archive", std::nullopt);
+    world.box.host.WillAsk("'LevelArchive.kva' is as it was. Do you want to have it loaded", true);
+    action("mnu_New")->trigger();
+    EXPECT_EQ(world.window.windowTitle(), "Kestrova: LevelArchive.kva (2 levels)");
+    EXPECT_EQ(world.session.archive.levels.at(1).levelNote, "changed");
+
+    // Where nobody can be asked, nothing is lost.
+    world.session.archive.levels[1].levelNote = "once more";
+    SaveArchive(world.session);
+    EXPECT_TRUE(world.window.MayEnd(false));
+    EXPECT_FALSE(world.session.archive.dirty);
+    EXPECT_NE(world.box.Read("home/LevelArchive.kva").find("once more"), std::string::npos);
+}
+
+TEST(MainWindow, ALevelWhoseFolderIsGoneIsNotShownAsAnEmptyOne)
+{
+    WindowWorld world;
+    const LevelCode level = world.AddLevel("First");
+    std::filesystem::rename(world.box / "levels", world.box / "unplugged");
+    world.Show();
+    world.list.Select(level);
+    EXPECT_EQ(world.TextOfLabel("Label_InfoDir"),
+              "The level's folder is not there now: " + (world.box / "levels/LEVEL_0001").native());
+    EXPECT_TRUE(world.TextOfLabel("Label_InfoImage1").empty()) << "no picture of the original";
+    EXPECT_FALSE(world.Find("Pul_Zoom1")->isEnabled());
+    world.window.findChild<QAction*>(QStringLiteral("mnu_Property"))->trigger();
+    EXPECT_TRUE(world.box.host.WasTold("is not there, so this cannot be done now"));
 }
 
 TEST(MainWindow, WhatIsDroppedIsOfferedAsALevel)

@@ -78,6 +78,40 @@ TEST(NewLevelDialog, EscapeGivesTheLevelUp)
     EXPECT_FALSE(world.box.Has("levels/LEVEL_0001"));
 }
 
+TEST(NewLevelDialog, WhatWasTypedIsNotDroppedUnasked)
+{
+    WindowWorld world;
+    world.AddLevel("Level", "a note");
+    for (const bool keeps : {true, false}) {
+        NewLevelDialog dialog{world.session, nullptr};
+        QTimer::singleShot(100, &dialog, [&] {
+            const QString typed = keeps ? "a longer note" : "the longest note";
+            In<QLineEdit>(dialog, "Text_Note")->setText(typed);
+            world.box.host.WillAsk("is not stored yet", false);
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+            ASSERT_TRUE(dialog.isVisible());
+            EXPECT_EQ(In<QLineEdit>(dialog, "Text_Note")->text(), typed);
+            if (!keeps)
+                world.box.host.WillAsk("is not stored yet", true);
+            Press(dialog, keeps ? "Pul_Ok" : "Pul_Cancel");
+        });
+        EXPECT_EQ(EditLevel(world.session, dialog.Progress(), 1,
+                            [&](NewLevel& level) { return dialog.Show(level); }),
+                  keeps);
+        EXPECT_EQ(world.session.archive.levels[1].levelNote, "a longer note");
+    }
+    // Nothing is asked where nothing was typed, nor where it was typed back.
+    NewLevelDialog dialog{world.session, nullptr};
+    QTimer::singleShot(100, &dialog, [&] {
+        auto* name = In<QLineEdit>(dialog, "Text_NameLevel");
+        name->setText("Other");
+        name->setText("Level");
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    EXPECT_FALSE(EditLevel(world.session, dialog.Progress(), 1,
+                           [&](NewLevel& level) { return dialog.Show(level); }));
+}
+
 TEST(NewLevelDialog, StopIsHeardDuringTheWorkAndForgottenByTheNext)
 {
     WindowWorld world;

@@ -8,6 +8,7 @@
 #include "swap/install.h"
 #include "swap/marker.h"
 #include "swap/recovery.h"
+#include "upkeep/add_level.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/level_life.h"
 
@@ -182,6 +183,37 @@ TEST_F(LevelLife, ARemovedLevelLeavesTheListAndItsFoldersWhenWanted)
     ASSERT_TRUE(RemoveLevel(box.session, 2, LevelFolders::Keep));
     EXPECT_TRUE(box.Has("levels/LEVEL_0002/files/a.tr4"));
     EXPECT_EQ(box.session.archive.header.mainFolderSize, 8) << "the bytes still lie on the disk";
+}
+
+TEST_F(LevelLife, WhileTheArchivesFolderIsGoneNoLevelComesGoesOrIsEdited)
+{
+    box.AddLevel("one", {{"a.tr4", "one"}});
+    box.session.preferences.autoSave = false;
+    ASSERT_TRUE(SaveArchiveNow(box.session));
+    const std::string list = box.Read("home/LevelArchive.kva");
+    std::filesystem::rename(box / "levels", box / "unplugged");
+    LevelRecord level;
+    const auto progress = box.host.BeginProgress(ProgressWindow::Wait, {});
+    const auto nobody = [](NewLevel&) { return ADD_FAILURE() << "shown", true; };
+    for (const LevelFolders folders : {LevelFolders::Ask, LevelFolders::Remove, LevelFolders::Keep})
+        EXPECT_FALSE(RemoveLevel(box.session, 1, folders));
+    EXPECT_FALSE(BeginNewLevel(box.session, level));
+    EXPECT_FALSE(EditLevel(box.session, *progress, 1, nobody));
+    ASSERT_EQ(box.host.told.size(), 5U) << "each says why, once: " << box.host.AllTold();
+    for (const auto& told : box.host.told)
+        EXPECT_NE(told.text.find((box / "levels").native() + " is not there"), std::string::npos);
+    EXPECT_FALSE(box.Has("levels")) << "nothing may be made where a drive belongs";
+    EXPECT_EQ(box.session.archive.levels.size(), 2U);
+    EXPECT_FALSE(box.session.archive.dirty);
+    EXPECT_EQ(box.Read("home/LevelArchive.kva"), list);
+
+    // A single folder that is gone is another thing: its level can be taken off the list.
+    std::filesystem::rename(box / "unplugged", box / "levels");
+    std::filesystem::remove_all(box / "levels/LEVEL_0001");
+    EXPECT_FALSE(EditLevel(box.session, *progress, 1, nobody));
+    EXPECT_TRUE(box.host.WasTold("The folder of this level is not there: "));
+    box.host.WillAsk("Are you sure", true);
+    EXPECT_TRUE(RemoveLevel(box.session, 1)) << "and no folder is asked about";
 }
 
 /// All contents of savegames that stand anywhere: live, in stores, in the history.
