@@ -168,7 +168,7 @@ Exit RunAudio(Run& run)
     const std::string& what = words.front();
     const bool encode = what == "encode";
     if (what != "decode" && !encode && what != "convert" && what != "info")
-        return WrongUse(command, GetMsg(Msg::WrongWordTooMany, {what}));
+        return WrongUse(command, GetMsg(Msg::WrongAudioWord, {what}));
     std::vector<Path> files;
     for (std::size_t i = 1; i < words.size(); ++i)
         files.push_back(PlaceFromWord(words[i]));

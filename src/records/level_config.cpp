@@ -3,6 +3,9 @@
 #include "core/names.h"
 #include "core/record_io.h"
 
+#include <iterator>
+#include <limits>
+
 namespace kestrova
 {
 
@@ -36,6 +39,64 @@ template <class Io, class Config> void Describe(Io& io, Config& config)
         DescribeFile(io, file);
 }
 
+constexpr std::string_view exactMark = "KvExact1";
+
+struct ExactField {
+    std::string LevelConfig::*text;
+    std::size_t width;
+};
+/// By the number that stands in the file.
+constexpr ExactField exactFields[] = {
+    {&LevelConfig::name, 256},         {&LevelConfig::note, 256},
+    {&LevelConfig::author, 80},        {&LevelConfig::authorNote, 256},
+    {&LevelConfig::authorEmails, 256}, {&LevelConfig::authorSites, 256},
+    {&LevelConfig::importNotes, 512},  {&LevelConfig::moreInfo, 80}};
+
+/// What is left of a text in its field.
+std::string InField(const std::string& text, std::size_t width)
+{
+    const std::string bytes = ToWindows1252(text);
+    return FromWindows1252(TrimEnd(std::string_view{bytes}.substr(0, width)));
+}
+
+std::string ExactTexts(const LevelConfig& config)
+{
+    constexpr std::size_t longest = std::numeric_limits<std::int16_t>::max();
+    std::string bytes;
+    for (std::size_t i = 0; i < std::size(exactFields); ++i) {
+        const std::string text{TrimEnd(config.*exactFields[i].text)};
+        if (FitsWindows1252(text) || !IsUtf8(text) || text.size() > longest)
+            continue;
+        bytes += static_cast<char>(i);
+        bytes += static_cast<char>(text.size() & 0xFFU);
+        bytes += static_cast<char>(text.size() >> 8U);
+        bytes += text;
+    }
+    return bytes.empty() ? bytes : std::string{exactMark} + bytes;
+}
+
+/// What is wrong in the tail, or follows from another file, is passed over.
+void TakeExactTexts(std::string_view bytes, LevelConfig& config)
+{
+    if (!bytes.starts_with(exactMark))
+        return;
+    bytes.remove_prefix(exactMark.size());
+    constexpr std::size_t head = 3;
+    while (bytes.size() > head) {
+        const auto field = static_cast<unsigned char>(bytes[0]);
+        const std::size_t length = static_cast<unsigned char>(bytes[1]) |
+                                   static_cast<unsigned>(static_cast<unsigned char>(bytes[2]))
+                                       << 8U;
+        if (field >= std::size(exactFields) || length > bytes.size() - head)
+            return;
+        const std::string text{TrimEnd(bytes.substr(head, length))};
+        std::string& plain = config.*exactFields[field].text;
+        if (IsUtf8(text) && InField(text, exactFields[field].width) == plain)
+            plain = text;
+        bytes.remove_prefix(head + length);
+    }
+}
+
 /// The text behind the list, or what is there of it: a file that was cut here has lost nothing that
 /// the level itself needs.
 std::string TrailingText(std::string_view bytes)
@@ -57,7 +118,11 @@ Result<LevelConfig> ParseLevelConfig(std::string_view bytes)
     Describe(reader, config);
     if (!reader.Good())
         return Failure{ErrorCode::Damaged, {}, {}};
-    config.tomWads = TrailingText(bytes.substr(reader.Place()));
+    const std::string_view behind = bytes.substr(reader.Place());
+    config.tomWads = TrailingText(behind);
+    constexpr std::size_t lengthSize = 2;
+    const std::size_t end = lengthSize + ToWindows1252(config.tomWads).size();
+    TakeExactTexts(behind.substr(std::min(end, behind.size())), config);
     return config;
 }
 
@@ -71,7 +136,7 @@ Result<std::string> FormatLevelConfig(const LevelConfig& config)
     writer.CountedText(plain.tomWads);
     if (!writer.Good())
         return Failure{ErrorCode::Refused, {}, {}};
-    return writer.Bytes();
+    return writer.Bytes() + ExactTexts(config);
 }
 
 } // namespace kestrova

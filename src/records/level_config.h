@@ -28,6 +28,16 @@
 /// A file may end right behind its last file entry: TomWads is empty then. Where it ends within
 /// TomWads, what is there counts. It may be longer than that (an old tail). Lists, pairs and groups
 /// are NUL lists (`records/nul_list.h`).
+///
+/// Texts whose letters the fields cannot hold stand once more behind TomWads, where other readers
+/// do not look:
+///
+///     exact texts                                    each text
+///        0     8  "KvExact1"                            0  1  number of its field, Name being 0
+///        8     n  the texts, up to the file's end       1  2  length n
+///                                                       3  n  the text in UTF-8
+///
+/// One of them counts while its field holds what is left of it there.
 namespace kestrova
 {
 

@@ -14,8 +14,11 @@ std::optional<Path> FileToWrite(Session& session, const Path& named)
         TellFolderNotRead(session, facts.Error());
         return {};
     }
-    if (facts->kind == platform::FileKind::Missing)
-        return *place;
+    if (facts->kind == platform::FileKind::Missing) {
+        std::error_code none; // a link whose file is not there yet stays a link
+        const Path behind = std::filesystem::read_symlink(*place, none);
+        return none ? *place : place->parent_path() / behind;
+    }
     if (facts->kind != platform::FileKind::File) {
         session.host.Tell(Tone::Error, GetMsg(Msg::WriteNoFile, {TextOf(named)}));
         return {};

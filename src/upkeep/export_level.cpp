@@ -3,11 +3,14 @@
 #include "archive/level_folders.h"
 #include "archive/storage.h"
 #include "catalogue/message.h"
-#include "core/look.h"
+#include "core/name_set.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
+#include "intake/folder_names.h"
+#include "saves/savegame_store.h"
 #include "session/file_to_write.h"
 #include "session/level_config_file.h"
+#include "session/name_list.h"
 #include "session/zip_files.h"
 #include "session/zip_names.h"
 
@@ -48,43 +51,63 @@ public:
     }
     [[nodiscard]] const Path& Place() const { return path_; }
 
-    Path unpacked; ///< the expanded files, when there had to be any
+    Path unpacked;                    ///< the expanded files, when there had to be any
+    std::vector<std::string> renamed; ///< of the player's files, pairs of names
 
 private:
     Path path_;
     ProgressScope& progress_;
 };
 
-/// Files come in under their own names; one that is there already stays.
-Status CopyIn(const Result<std::vector<Path>>& listed, const Path& folder, ProgressScope& progress)
+/// The name of a file of the player's that comes in beside the level's own ones.
+using NameInZip = std::function<std::string(FolderNames& names, const std::string& name)>;
+
+/// Files come in under their own names, or under the one that `nameOf` gives; an empty one keeps a
+/// file out.
+Status CopyIn(const Result<std::vector<Path>>& listed, OutFolder& out, ProgressScope& progress,
+              const NameInZip& nameOf = {})
 {
     if (!listed)
         return listed.Error();
     const std::vector<Path>& files = *listed;
+    FolderNames names{out.Place()};
+    if (!names.State())
+        return names.State();
     std::uint64_t total = 0;
     for (const Path& file : files)
         total += FileSize(file);
     std::uint64_t done = 0;
     for (const Path& file : files) {
-        const Path target = folder / file.filename();
-        const auto isFree = IsFree(target);
-        if (!isFree)
-            return isFree.Error();
-        if (!*isFree)
+        const std::string own = file.filename().native();
+        const std::string name = nameOf ? nameOf(names, own) : own;
+        if (name.empty())
             continue;
+        if (name != own)
+            out.renamed.push_back(GetMsg(Msg::RenamedPair, {TextOf(own), TextOf(name)}));
+        const Path target = out.Place() / name;
         CopyOptions options;
+        options.spelled = true; // of names that differ by case alone each one comes in
         options.progress = [&](std::uint64_t bytes) {
             progress.SetBar(done + bytes, total);
             return progress.Step();
         };
         if (auto status = CopyFileOver(file, target, options); !status)
             return status;
+        names.Add(name);
         done += FileSize(target);
         progress.SetBar(done, total);
         if (!progress.Step())
             return MakeFailure(ErrorCode::Stopped, TextOf(file));
     }
     return {};
+}
+
+/// A shot neither takes the place of a level's file nor becomes one where the zip is added.
+std::string NameOfShot(FolderNames& names, const std::string& name)
+{
+    const bool isLoadPicture =
+        EqualNames(name, RowText(Msg::LoadBmp)) || EqualNames(name, RowText(Msg::LoadJpg));
+    return isLoadPicture || names.Has(name) ? names.FreeName(name) : name;
 }
 
 Status MoveIn(const Path& source, const Path& folder, ProgressScope& progress)
@@ -145,9 +168,32 @@ bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope
         return false;
     }
     const auto status = out.unpacked.empty()
-                            ? CopyIn(ListFiles(files, RowText(Msg::PatAll)), out.Place(), progress)
+                            ? CopyIn(ListFiles(files, RowText(Msg::PatAll)), out, progress)
                             : MoveIn(out.unpacked, out.Place(), progress);
     return status || Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
+}
+
+/// The level's savegames: the live ones, and what only its store holds. Of one number the live one
+/// counts; a level's own file of such a name makes the player's take another number.
+Status GatherSavegames(Session& session, LevelCode code, OutFolder& out, ProgressScope& progress)
+{
+    const auto live = CurrentSlotsFolder(session, code);
+    if (!live)
+        return live.Error();
+    NameSet taken;
+    const NameInZip nameOf = [&](FolderNames& names, const std::string& name) {
+        if (taken.Has(name))
+            return std::string{};
+        taken.Add(name);
+        std::string free = name;
+        for (int number = 0; names.Has(free); ++number)
+            free = BaseNameOf(name) + "." + std::to_string(number);
+        return free;
+    };
+    auto status = CopyIn(ListFiles(*live, RowText(Msg::SavegamePattern)), out, progress, nameOf);
+    if (const Path store = StateStoreOf(session, code); status && store != *live)
+        status = CopyIn(ListFiles(store, RowText(Msg::SavegamePattern)), out, progress, nameOf);
+    return status;
 }
 
 /// What the player made with the level, as far as it is wanted.
@@ -155,10 +201,7 @@ bool GatherExtras(Session& session, LevelCode code, const ExportChoices& choices
                   ProgressScope& progress)
 {
     if (choices.savegames.value_or(session.settings.exportSavegames))
-        if (const auto status =
-                CopyIn(ListFiles(StateStoreOf(session, code), RowText(Msg::SavegamePattern)),
-                       out.Place(), progress);
-            !status)
+        if (const auto status = GatherSavegames(session, code, out, progress); !status)
             return Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
     const auto pictures =
         PicturesOf(InFolder(LevelHomeOf(session, code), RowText(Msg::DirScreenshots)));
@@ -169,7 +212,7 @@ bool GatherExtras(Session& session, LevelCode code, const ExportChoices& choices
                               : session.host.AskYesNo(GetMsg(Msg::AskExportScreenshots))))
         return true;
     progress.SetLabel(GetMsg(Msg::ExportCopyingShots));
-    const auto status = CopyIn(pictures, out.Place(), progress);
+    const auto status = CopyIn(pictures, out, progress, NameOfShot);
     return status || Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
 }
 
@@ -204,7 +247,12 @@ bool Pack(Session& session, const Path& target, const Path& folder, ProgressScop
         }
     }
     if (packed) {
-        if (const auto failure = platform::Rename(staged, target)) {
+        const platform::FileFacts old = platform::FactsOf(target);
+        auto failure = old.kind == platform::FileKind::File ? platform::SetMode(staged, old.mode)
+                                                            : std::error_code{};
+        if (!failure)
+            failure = platform::Rename(staged, target);
+        if (failure) {
             packed = false;
             state.error = TextOf(target);
             state.details = failure.message();
@@ -257,6 +305,7 @@ bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ExportCopying));
     progress->AllowStop();
     std::optional<Path> zip;
+    std::vector<std::string> renamed;
     {
         OutFolder out{session, *progress};
         if (const auto status = out.Make(); !status)
@@ -276,7 +325,10 @@ bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
         const auto target = zip ? FileToWrite(session, *zip) : std::nullopt;
         if (!target || !Pack(session, *target, out.Place(), *progress))
             return false;
+        renamed = std::move(out.renamed);
     }
+    if (!renamed.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::ExportRenamed, {ShownNames(renamed)}));
     session.host.Tell(Tone::Plain, GetMsg(Msg::ExportDone) + TextOf(*zip));
     return true;
 }

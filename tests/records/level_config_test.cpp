@@ -55,6 +55,33 @@ std::string I16(int value)
     return {static_cast<char>(value & 0xFF), static_cast<char>((value >> 8) & 0xFF)};
 }
 
+TEST(LevelConfig, LettersThatAFieldCannotHoldComeBackFromBehindTheList)
+{
+    LevelConfig config = Example();
+    const std::string before = Bytes(config);
+    config.name = "\u017b\u00f3\u0142w";
+    config.author = std::string(79, 'x') + "\u0416\u0416\u0416";
+    config.moreInfo = std::string(90, 'd') + "\u0416.txt";
+    const std::string bytes = Bytes(config);
+    const auto read = ParseLevelConfig(bytes);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->name, config.name);
+    EXPECT_EQ(read->author, config.author);
+    EXPECT_EQ(read->moreInfo, config.moreInfo);
+    EXPECT_EQ(read->tomWads, config.tomWads);
+    EXPECT_EQ(bytes.substr(0, 5), "?\xf3?w ") << "what other readers see";
+
+    std::string changed = bytes; // by a program that knows nothing of it
+    changed[0] = 'Z';
+    EXPECT_EQ(ParseLevelConfig(changed)->name, "Z\u00f3?w");
+    for (std::size_t length = before.size(); length < bytes.size(); ++length) {
+        const auto cut = ParseLevelConfig(bytes.substr(0, length));
+        ASSERT_TRUE(cut) << length;
+        EXPECT_TRUE(cut->moreInfo == std::string(80, 'd') && cut->tomWads == config.tomWads)
+            << length;
+    }
+}
+
 TEST(LevelConfig, EveryByteHasItsPlace)
 {
     const std::string bytes = Bytes(Example());

@@ -4,6 +4,7 @@
 #include "session/level_config_file.h"
 #include "session/zip_files.h"
 #include "support/tool_box.h"
+#include "swap/install.h"
 
 #include <gtest/gtest.h>
 
@@ -99,6 +100,41 @@ TEST_F(ExportTest, SavegamesAndShotsComeInWhenTheyAreWanted)
     EXPECT_EQ(all.at("one.jpg"), "shot");
     ASSERT_TRUE(ExportLevel(box.session, 1, {box / "no.zip", false, false}));
     EXPECT_EQ(Unpacked(box / "no.zip").size(), 4U) << "replaced";
+}
+
+TEST_F(ExportTest, WhatThePlayerMadeComesInBesideTheLevelsOwnFiles)
+{
+    box.Write("levels/LEVEL_0001/screenshots/Load.bmp", "shot 1");
+    box.Write("levels/LEVEL_0001/files/view.jpg", "the level's");
+    box.Write("levels/LEVEL_0001/screenshots/VIEW.jpg", "shot 2");
+    box.Write("levels/LEVEL_0001/files/savegame.3", "the level's");
+    box.Write("levels/LEVEL_0001/backup_savegames/savegame.3", "three, older");
+    box.Write("levels/LEVEL_0001/backup_savegames/savegame.5", "five");
+    ASSERT_TRUE(InstallLevel(box.session, 1)) << box.host.AllTold();
+    box.Write("trle/savegame.3", "three");
+    box.Write("trle/savegame.9", "nine");
+    const Path zip = box / "mine.zip";
+    const Path link = box / "link.zip";
+    fs::create_symlink(zip, link);
+    for (const bool again : {false, true}) {
+        ASSERT_TRUE(ExportLevel(box.session, 1, {link, true, true})) << box.host.AllTold();
+        EXPECT_TRUE(fs::is_symlink(link));
+        const fs::perms own = fs::perms::owner_read | fs::perms::owner_write;
+        EXPECT_TRUE(!again || fs::status(zip).permissions() == own);
+        fs::permissions(zip, own);
+        const Files all = Unpacked(zip);
+        for (const auto& [name, content] : Files{{"Load_2.bmp", "shot 1"},
+                                                 {"view.jpg", "the level's"},
+                                                 {"VIEW_2.jpg", "shot 2"},
+                                                 {"savegame.3", "the level's"},
+                                                 {"savegame.0", "three"},
+                                                 {"savegame.5", "five"},
+                                                 {"savegame.9", "nine"}})
+            EXPECT_EQ(all.contains(name) ? all.at(name) : "-", content) << name;
+        EXPECT_FALSE(all.contains("Load.bmp"));
+    }
+    for (const char* name : {"Load_2.bmp", "VIEW_2.jpg", "savegame.0"})
+        EXPECT_TRUE(box.host.WasTold(name)) << box.host.AllTold();
 }
 
 TEST_F(ExportTest, EndsInWordsWithTheOldZipAsItWas)
