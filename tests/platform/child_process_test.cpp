@@ -1,6 +1,7 @@
 #include "platform/child_process.h"
 
 #include "core/text.h"
+#include "support/patience.h"
 #include "support/sandbox.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +21,6 @@ using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
 constexpr milliseconds slice{30};
-constexpr milliseconds second{1000};
 
 struct Seen {
     std::error_code failure;
@@ -98,7 +98,7 @@ TEST(ChildProcess, IsNotWaitedForThroughWhatItLeftBehind)
 {
     const auto start = Clock::now();
     const Seen run = Shell("sleep 20 & echo $!");
-    EXPECT_LT(Clock::now() - start, second);
+    EXPECT_LT(Clock::now() - start, soon);
     const pid_t left = std::stoi(run.output);
     EXPECT_EQ(::kill(left, 0), 0);
     ::kill(left, SIGKILL);
@@ -123,7 +123,7 @@ TEST(ChildProcess, EndsWithAllOfItsChildren)
         child.Kill();
         EXPECT_EQ(child.Finish().signal, SIGKILL);
     }
-    EXPECT_LT(Clock::now() - start, second);
+    EXPECT_LT(Clock::now() - start, soon);
     // An orphan that nobody waits for may stand as a zombie for a moment.
     std::string state;
     for (int i = 0; i < 50; ++i) {

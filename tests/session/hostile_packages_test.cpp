@@ -1,6 +1,7 @@
 #include "session/zip_directory.h"
 #include "session/zip_files.h"
 
+#include "support/patience.h"
 #include "support/tool_box.h"
 #include "support/zip_builder.h"
 
@@ -259,7 +260,7 @@ TEST_F(HostilePackages, BombsAreRefusedOrStoppedAndTheFolderCleared)
     EXPECT_FALSE(Unzip("fine.zip", "slow", false, &slow));
     EXPECT_NE(state.error.find("no room"), std::string::npos) << state.error;
     EXPECT_TRUE(IsEmpty("slow"));
-    EXPECT_LT(Clock::now() - start, std::chrono::seconds{2});
+    EXPECT_LT(Clock::now() - start, soon);
 }
 
 TEST_F(HostilePackages, AMillionEntriesAreRefusedAndCanBeStopped)
@@ -279,13 +280,13 @@ TEST_F(HostilePackages, AMillionEntriesAreRefusedAndCanBeStopped)
     EXPECT_LT(Clock::now() - start, std::chrono::seconds{20});
     EXPECT_NE(state.error.find("'many.zip' holds 1000000 files"), std::string::npos) << state.error;
     EXPECT_TRUE(IsEmpty("out"));
-    EXPECT_LT(progress.longestPause, std::chrono::milliseconds{1000});
+    EXPECT_LT(progress.longestPause, soon);
 
     start = Clock::now();
     progress.atStep = [&] { return Clock::now() - start < std::chrono::milliseconds{200}; };
     EXPECT_FALSE(Unzip("many.zip", "out", true));
     EXPECT_EQ(state.error, "Break user");
-    EXPECT_LT(Clock::now() - start, std::chrono::milliseconds{1200});
+    EXPECT_LT(Clock::now() - start, soon);
     EXPECT_TRUE(IsEmpty("out"));
 }
 
@@ -306,7 +307,7 @@ TEST_F(HostilePackages, StopClearsWhatHadComeOut)
     };
     EXPECT_FALSE(Unzip("long.zip", "out"));
     ASSERT_TRUE(stopped);
-    EXPECT_LT(Clock::now() - at, std::chrono::milliseconds{1200});
+    EXPECT_LT(Clock::now() - at, soon);
     EXPECT_EQ(state.error, "Break user");
     EXPECT_TRUE(IsEmpty("out"));
 }

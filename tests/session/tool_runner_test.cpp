@@ -1,5 +1,6 @@
 #include "session/tool_runner.h"
 
+#include "support/patience.h"
 #include "support/sandbox.h"
 #include "support/tool_box.h"
 
@@ -22,6 +23,7 @@ public:
     std::string label = "before";
     std::vector<std::uint64_t> bars;
     Clock::duration longestPause{};
+    int steps = 0;
     Clock::time_point stopAt = Clock::time_point::max();
 
     void SetLabel(const std::string& text) override { label = text; }
@@ -29,6 +31,7 @@ public:
     void AllowStop() override {}
     bool Step() override
     {
+        ++steps;
         const auto now = Clock::now();
         longestPause = std::max(longestPause, now - last_);
         last_ = now;
@@ -58,14 +61,14 @@ protected:
 
 TEST_F(ToolRunner, ShowsEachLineAndMovesTheBarWhileTheToolRuns)
 {
-    EXPECT_TRUE(Run("echo Archive: a; echo '  inflating: one '; sleep 0.2; echo inflating: two\n"
+    EXPECT_TRUE(Run("echo Archive: a; echo '  inflating: one '; sleep 0.5; echo inflating: two\n"
                     "echo inflating: two; echo 'what it says at the end' >&2; printf 'no end'"));
     EXPECT_EQ(state.output, "Archive: a\r\n  inflating: one \r\ninflating: two\r\n"
                             "what it says at the end\r\n");
     EXPECT_EQ(progress.bars, (std::vector<std::uint64_t>{0, 25, 50}));
     EXPECT_EQ(progress.label, "what it says at the end");
     EXPECT_EQ(state.error, "");
-    EXPECT_LT(progress.longestPause, milliseconds{150}) << "50 ms on a machine that is not busy";
+    EXPECT_GE(progress.steps, 4) << "ten, with a pause of 50 ms, on a machine that is not busy";
 
     // The same tool in its own folder, with no input, told quietly.
     state.quiet = true;
@@ -97,7 +100,7 @@ TEST_F(ToolRunner, EndsInWordsWhateverTheToolDoes)
         EXPECT_NE(state.error.find(entry.error), std::string::npos) << state.error;
         EXPECT_TRUE(state.details.ends_with(entry.details)) << state.details;
         EXPECT_LT(state.details.size(), 3000U);
-        EXPECT_LT(Clock::now() - start, second);
+        EXPECT_LT(Clock::now() - start, soon);
     }
     EXPECT_TRUE(Run("exit 1")) << "a warning";
     EXPECT_TRUE(Run("exit 0")) << "nothing at all";
@@ -117,7 +120,7 @@ TEST_F(ToolRunner, EndsInWordsWhateverTheToolDoes)
                                "\"\r\nWith command line: \"-l a b\"");
 }
 
-TEST_F(ToolRunner, EndsAHungToolWithItsChildrenWithinASecond)
+TEST_F(ToolRunner, EndsAHungToolWithItsChildrenSoon)
 {
     // Deaf to the request, so that the force behind it is seen too.
     const std::string hangs = "trap '' TERM; echo begun; sleep 30 & sleep 30; sleep 30";
@@ -125,7 +128,7 @@ TEST_F(ToolRunner, EndsAHungToolWithItsChildrenWithinASecond)
         const auto start = Clock::now();
         progress.stopAt = start + milliseconds{100};
         EXPECT_FALSE(run());
-        EXPECT_LT(Clock::now() - start, second);
+        EXPECT_LT(Clock::now() - start, soon);
         progress.stopAt = Clock::time_point::max();
         return state.error;
     };
@@ -135,7 +138,7 @@ TEST_F(ToolRunner, EndsAHungToolWithItsChildrenWithinASecond)
     const Path script = box.AddTool("program", hangs);
     EXPECT_EQ(stopped([&] { return RunAndWait(box.session, script, {}, state); }), "Break user");
     EXPECT_EQ(stopped([&] { return ShellAndWait(box.session, "sleep 30", state); }), "Break user");
-    EXPECT_LT(progress.longestPause, milliseconds{150});
+    EXPECT_LT(progress.longestPause, soon);
 
     box.AddTool("unzip", hangs);
     const auto start = Clock::now();
@@ -146,7 +149,7 @@ TEST_F(ToolRunner, EndsAHungToolWithItsChildrenWithinASecond)
     run.watch = [] { return std::string{"the disk is nearly full"}; };
     EXPECT_FALSE(RunTool(box.session, run, state));
     EXPECT_EQ(state.error, "the disk is nearly full");
-    EXPECT_LT(Clock::now() - start, 2 * second);
+    EXPECT_LT(Clock::now() - start, soon);
 }
 
 TEST_F(ToolRunner, ObeysTheHandlersStopWhereTheRowDoes)
