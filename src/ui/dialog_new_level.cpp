@@ -54,9 +54,13 @@ NewLevelDialog::NewLevelDialog(Session& session, QWidget* parent)
     setObjectName(QStringLiteral("Dialog_NewLevel"));
     setAcceptDrops(true);
     auto* answers = AnswerButtons(*this);
+    auto* page = new QWidget;
+    auto* parts = new QVBoxLayout(page);
+    parts->setContentsMargins({});
+    parts->addLayout(MakeTexts());
+    parts->addLayout(MakeFiles(), 1);
     auto* column = new QVBoxLayout(this);
-    column->addLayout(MakeTexts());
-    column->addLayout(MakeFiles(), 1);
+    column->addWidget(new ScrollPage(page), 1);
     column->addLayout(MakeProgress());
     column->addLayout(answers);
     for (QPushButton* button :

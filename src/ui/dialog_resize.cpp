@@ -3,6 +3,7 @@
 #include "saves/shot_resize.h"
 #include "ui/captions.h"
 #include "ui/dialogs_small.h"
+#include "ui/fit_to_screen.h"
 #include "ui/picture_reading.h"
 #include "ui/qt_text.h"
 
@@ -29,6 +30,7 @@ ResizeDialog::ResizeDialog(Session& session, Path shot, QWidget* parent)
     label->setBuddy(sizes_);
     auto* resize = NamedButton(this, "Pul_Resize");
     auto* save = NamedButton(this, "Pul_Save");
+    auto* cancel = NamedButton(this, "Pul_Cancel");
     picture_->setObjectName(QStringLiteral("Picture1"));
     picture_->setAccessibleName(Words(Msg::ResizePicture));
     picture_->setAlignment(Qt::AlignCenter);
@@ -44,11 +46,13 @@ ResizeDialog::ResizeDialog(Session& session, Path shot, QWidget* parent)
     row->addWidget(resize);
     row->addStretch();
     row->addWidget(save);
+    row->addWidget(cancel);
     auto* column = new QVBoxLayout(this);
-    column->addWidget(picture_, 1);
+    column->addWidget(new ScrollPage(picture_), 1);
     column->addLayout(row);
     connect(resize, &QPushButton::clicked, this, &ResizeDialog::Resize);
     connect(save, &QPushButton::clicked, this, &ResizeDialog::Save);
+    connect(cancel, &QPushButton::clicked, this, &ResizeDialog::reject);
     SetCaptions(*this);
 
     const auto whole = LoadPicture(shot_);
@@ -58,6 +62,7 @@ ResizeDialog::ResizeDialog(Session& session, Path shot, QWidget* parent)
     } else {
         picture_->setText(Words(Msg::ShotUnreadable, {whole.Error().reason}));
     }
+    ResizeToFit(*this, sizeHint());
     resize->setEnabled(!whole_.isNull());
     save->setEnabled(!whole_.isNull());
 }

@@ -3,8 +3,12 @@
 #include <QEvent>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QStyle>
+#include <QTextLayout>
 #include <QToolTip>
+
+#include <algorithm>
 
 namespace kestrova
 {
@@ -48,6 +52,60 @@ void ElidedLabel::paintEvent(QPaintEvent*)
     QPainter painter(this);
     style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(),
                           isEnabled(), Shown(), foregroundRole());
+}
+
+ElidedParagraph::ElidedParagraph(QWidget* parent) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+}
+
+QStringList ElidedParagraph::ShownLines() const
+{
+    const int width = contentsRect().width();
+    const int most = std::max(1, contentsRect().height() / fontMetrics().lineSpacing());
+    QString words = text();
+    words.remove(QLatin1Char('\r')).replace(QLatin1Char('\n'), QChar::LineSeparator);
+    QTextLayout layout(words, font());
+    QTextOption wrapped;
+    wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(wrapped);
+    QStringList lines;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        if (lines.size() == most) {
+            // What follows the last line that has room shows in it that there is more.
+            const int start = layout.lineAt(most - 1).textStart();
+            QString rest = words.mid(start);
+            rest.replace(QChar::LineSeparator, QLatin1Char(' '));
+            lines.last() = fontMetrics().elidedText(rest, Qt::ElideRight, width);
+            break;
+        }
+        lines.append(words.mid(line.textStart(), line.textLength()));
+    }
+    layout.endLayout();
+    return lines;
+}
+
+void ElidedParagraph::paintEvent(QPaintEvent* event)
+{
+    const QStringList words = text().split(QRegularExpression(QStringLiteral("\\s+")));
+    const bool broken = std::any_of(words.begin(), words.end(), [&](const QString& word) {
+        return fontMetrics().horizontalAdvance(word) > contentsRect().width();
+    });
+    // The label's own painting shows what is selected, but no word that it would have to break.
+    if (!broken && heightForWidth(width()) <= height())
+        return QLabel::paintEvent(event);
+    const QStringList lines = ShownLines();
+    QPainter painter(this);
+    QRect row = contentsRect();
+    row.setHeight(fontMetrics().lineSpacing());
+    for (const QString& line : lines) {
+        style()->drawItemText(&painter, row, static_cast<int>(Qt::AlignLeft), palette(),
+                              isEnabled(), line, foregroundRole());
+        row.translate(0, row.height());
+    }
 }
 
 } // namespace kestrova

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QStringList>
 
 namespace kestrova
 {
@@ -24,6 +25,18 @@ private:
     [[nodiscard]] QString Shown() const;
 
     Qt::TextElideMode elide_ = Qt::ElideRight;
+};
+
+/// Wrapped text in the room that it is given, with "…" at its end where that is too little.
+class ElidedParagraph : public QLabel
+{
+public:
+    explicit ElidedParagraph(QWidget* parent = nullptr);
+    /// The lines as they are painted.
+    [[nodiscard]] QStringList ShownLines() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 };
 
 } // namespace kestrova

@@ -1,6 +1,7 @@
 #include "ui/level_details.h"
 
 #include "core/text.h"
+#include "ui/fit_to_screen.h"
 #include "ui/icons.h"
 #include "ui/qt_text.h"
 #include "ui/shot_panes.h"
@@ -41,7 +42,7 @@ template <class Label> Label* Named(QWidget* parent, const char* name)
 LevelDetails::LevelDetails(QWidget* parent)
     : QWidget(parent), name_(Named<ElidedLabel>(this, "Label_LevelName")),
       play_(new QPushButton(this)), installed_(Named<ElidedLabel>(this, "Label_Installed")),
-      note_(Named<QLabel>(this, "Label_InfoLevel")), shots_(new ShotPanes(this)),
+      note_(Named<ElidedParagraph>(this, "Label_InfoLevel")), shots_(new ShotPanes(this)),
       author_(Named<ElidedLabel>(this, "Label_Author")),
       sizes_(Named<ElidedLabel>(this, "Label_Size")), code_(Named<ElidedLabel>(this, "Label_Code")),
       place_(Named<ElidedLabel>(this, "Label_InfoDir")), moreInfo_(new QPushButton(this)),
@@ -50,11 +51,17 @@ LevelDetails::LevelDetails(QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(8, 4, 4, 4);
     column->addLayout(MakeHead());
-    column->addWidget(shots_, 1);
-    column->addLayout(MakeFacts());
+    // Play and the buttons stay where the screen is small.
+    auto* page = new QWidget;
+    auto* middle = new QVBoxLayout(page);
+    middle->setContentsMargins({});
+    middle->addWidget(note_);
+    middle->addWidget(shots_, 1);
+    middle->addLayout(MakeFacts());
     // Its counts stand behind the path.
     place_->SetElide(Qt::ElideMiddle);
-    column->addWidget(place_);
+    middle->addWidget(place_);
+    column->addWidget(new ScrollPage(page), 1);
     column->addLayout(MakeButtons());
     note_->setWordWrap(true);
     // The same room for every level, so that nothing below it jumps.
@@ -87,10 +94,7 @@ QLayout* LevelDetails::MakeHead()
     auto* row = new QHBoxLayout;
     row->addLayout(words, 1);
     row->addWidget(play_, 0, Qt::AlignTop);
-    auto* head = new QVBoxLayout;
-    head->addLayout(row);
-    head->addWidget(note_);
-    return head;
+    return row;
 }
 
 QLayout* LevelDetails::MakeFacts()

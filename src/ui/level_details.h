@@ -38,7 +38,7 @@ private:
     ElidedLabel* name_;
     QPushButton* play_;
     ElidedLabel* installed_;
-    QLabel* note_;
+    ElidedParagraph* note_;
     ShotPanes* shots_;
     ElidedLabel* author_;
     ElidedLabel* sizes_;

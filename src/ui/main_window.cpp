@@ -408,6 +408,9 @@ void MainWindow::RestorePlace()
     const QSettings places(PathToQt(session_.programFolder / RowText(Msg::FileNameWindowState)),
                            QSettings::IniFormat);
     restoreGeometry(places.value(QStringLiteral("Principale/geometry")).toByteArray());
+    // The screen may be smaller than the one that the place is remembered of.
+    if (!isMaximized() && !isFullScreen())
+        ResizeToFit(*this, size());
     if (!splitter_->restoreState(places.value(QStringLiteral("Principale/splitter")).toByteArray()))
         splitter_->setSizes({380, 620});
 }

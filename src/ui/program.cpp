@@ -2,6 +2,7 @@
 
 #include "platform/end_signals.h"
 #include "platform/places.h"
+#include "ui/clear_boxes_style.h"
 #include "ui/dialogs_small.h"
 #include "ui/host_windows.h"
 #include "ui/icons.h"
@@ -161,7 +162,7 @@ int RunWindows(int argc, char** argv)
         std::fprintf(stderr, "%s\n", GetMsg(Msg::WindowUsageLine).c_str());
         return 2;
     }
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(new ClearBoxesStyle);
     MendHintColour();
     QApplication::setApplicationName(Words(Msg::ProgramName));
     QApplication::setDesktopFileName(QStringLiteral("kestrova"));

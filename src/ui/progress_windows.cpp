@@ -226,7 +226,14 @@ StoppableProgress::StoppableProgress(QLabel& label, QProgressBar& bar, QPushButt
 void StoppableProgress::Begin()
 {
     stopped_ = false;
-    bar_->show();
+}
+
+void StoppableProgress::SetBar(std::uint64_t done, std::uint64_t total)
+{
+    // An empty one beside a question would look like something to fill in.
+    if (bar_ != nullptr && total > 0)
+        bar_->show();
+    OwnProgress::SetBar(done, total);
 }
 
 void StoppableProgress::End()

@@ -97,6 +97,7 @@ public:
     void Begin();
     void End();
 
+    void SetBar(std::uint64_t done, std::uint64_t total) override;
     void AllowStop() override;
     bool Step() override;
 

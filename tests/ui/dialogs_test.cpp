@@ -1,21 +1,27 @@
 #include "ui/captions.h"
+#include "ui/clear_boxes_style.h"
 #include "ui/dialog_author.h"
 #include "ui/dialog_convert_audio.h"
 #include "ui/dialog_new_level.h"
 #include "ui/dialog_pref_arc.h"
+#include "ui/dialog_resize.h"
 #include "ui/dialog_restore.h"
 #include "ui/dialog_set_mp3.h"
 #include "ui/dialog_settings.h"
 #include "ui/dialog_trova_trle.h"
 #include "ui/dialogs_small.h"
+#include "ui/elided_label.h"
 #include "ui/progress_windows.h"
 #include "window_world.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPainter>
+#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QStyleOption>
 
 namespace kestrova::testing
 {
@@ -308,12 +314,51 @@ TEST(Dialogs, ASmallScreenStillHasTheirAnswers)
     SettingsDialog settings{world.session, nullptr};
     AuthorDialog author{world.session, 0, nullptr};
     FindTrleDialog find{world.session, finder, nullptr};
-    for (QDialog* dialog : std::initializer_list<QDialog*>{&settings, &author, &find}) {
+    NewLevelDialog add{world.session, nullptr};
+    ResizeDialog resize{world.session, world.box / "none.bmp", nullptr};
+    for (QWidget* dialog :
+         std::initializer_list<QWidget*>{&settings, &author, &find, &add, &resize, &world.window}) {
         dialog->show();
-        dialog->resize(496, 336); // 1024 by 768 at twice the size
-        EXPECT_LE(dialog->height(), 336) << FromQt(dialog->objectName());
+        dialog->resize(496, 252); // 1024 by 600 at twice the size
+        EXPECT_LE(dialog->height(), 252) << FromQt(dialog->objectName());
         EXPECT_LE(dialog->width(), 496) << FromQt(dialog->objectName());
         dialog->hide();
+    }
+}
+
+TEST(ElidedParagraph, ShowsThatThereIsMore)
+{
+    ElidedParagraph note;
+    note.resize(200, 3 * note.fontMetrics().lineSpacing());
+    note.setText("short");
+    EXPECT_EQ(note.ShownLines(), QStringList{"short"});
+    note.setText("one\r\ntwo\r\nthree\r\nfour");
+    const QStringList lines = note.ShownLines();
+    ASSERT_EQ(lines.size(), 3);
+    EXPECT_EQ(lines[2], "three four") << "what there is room for";
+    note.setText(QString(400, 'w'));
+    EXPECT_LE(note.ShownLines().size(), 3);
+    EXPECT_TRUE(note.ShownLines().last().endsWith(QChar(0x2026)));
+}
+
+TEST(Style, BoxesAreSeenInADarkPalette)
+{
+    const ClearBoxesStyle style;
+    QStyleOptionButton option;
+    option.rect = {0, 0, 16, 16};
+    option.state = QStyle::State_Enabled;
+    const QColor window(42, 46, 50);
+    option.palette = QPalette(window);
+    for (const auto box : {QStyle::PE_IndicatorCheckBox, QStyle::PE_IndicatorRadioButton}) {
+        QImage picture(16, 16, QImage::Format_RGB32);
+        picture.fill(window);
+        QPainter painter(&picture);
+        style.drawPrimitive(box, &option, &painter, nullptr);
+        painter.end();
+        int brightest = 0;
+        for (int x = 0; x < 16; ++x)
+            brightest = std::max(brightest, picture.pixelColor(x, 8).lightness());
+        EXPECT_GT(brightest, window.lightness() + 60) << box;
     }
 }
 

@@ -120,6 +120,11 @@ TEST(NewLevelDialog, StopIsHeardDuringTheWorkAndForgottenByTheNext)
     auto& progress = dynamic_cast<StoppableProgress&>(dialog.Progress());
     const Operation operation{world.session};
     progress.Begin();
+    auto* bar = In<QProgressBar>(dialog, "ProgressBar1");
+    progress.SetBar(0, 0);
+    EXPECT_FALSE(bar->isVisible()) << "an empty one looks like something to fill in";
+    progress.SetBar(1, 2);
+    EXPECT_TRUE(bar->isVisible());
     progress.AllowStop();
     EXPECT_TRUE(progress.Step());
     auto* stop = In<QPushButton>(dialog, "Pul_Stop");
