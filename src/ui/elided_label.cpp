@@ -3,7 +3,6 @@
 #include <QEvent>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QRegularExpression>
 #include <QStyle>
 #include <QTextLayout>
 #include <QToolTip>
@@ -90,7 +89,7 @@ QStringList ElidedParagraph::ShownLines() const
 
 void ElidedParagraph::paintEvent(QPaintEvent* event)
 {
-    const QStringList words = text().split(QRegularExpression(QStringLiteral("\\s+")));
+    const QStringList words = text().simplified().split(QLatin1Char(' '));
     const bool broken = std::any_of(words.begin(), words.end(), [&](const QString& word) {
         return fontMetrics().horizontalAdvance(word) > contentsRect().width();
     });
