@@ -55,10 +55,11 @@ Exit RunNew(Run& run)
 Exit RunLoad(Run& run)
 {
     const Path file = PlaceFromWord(run.arguments.words.front());
+    Path folder;
     if (run.arguments.Has("--folder")) {
         if (run.arguments.ValueOf("--folder").empty())
             return WrongUse("load", GetMsg(Msg::WrongValueMissing, {"--folder"}));
-        run.host.AnswerFolder(PlaceFromWord(run.arguments.ValueOf("--folder")));
+        folder = PlaceFromWord(run.arguments.ValueOf("--folder"));
     }
     if (!BeginWork(run, Needs::LevelEditor))
         return Exit::Failed;
@@ -66,7 +67,7 @@ Exit RunLoad(Run& run)
         run.host.Tell(Tone::Error, GetMsg(Msg::ArchiveGone, {TextOf(file)}));
         return EndWork(run, false);
     }
-    const bool loaded = ReadArchive(run.session, file);
+    const bool loaded = ReadArchive(run.session, file, folder);
     if (loaded)
         ShowArchive(run);
     return EndWork(run, loaded);

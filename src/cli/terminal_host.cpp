@@ -220,7 +220,7 @@ std::optional<Path> TerminalHost::AskPath(const std::string& title, const Path& 
 
 std::optional<Path> TerminalHost::ChooseFolder(const std::string& title, const Path& start)
 {
-    return folder_ ? folder_ : AskPath(title, start);
+    return AskPath(title, start);
 }
 
 std::optional<Path> TerminalHost::ChooseOpenFile(const std::string& title, const std::string&,

@@ -21,8 +21,6 @@ class TerminalHost : public Host
 {
 public:
     void SetStandingAnswer(StandingAnswer answer) { standing_ = answer; }
-    /// What questions for a folder are answered with: the command line named it.
-    void AnswerFolder(Path folder) { folder_ = std::move(folder); }
     /// A question found no answer; it was named on the standard error.
     [[nodiscard]] bool LeftUnanswered() const override { return unanswered_; }
     /// Something was told as an error.
@@ -65,7 +63,6 @@ private:
     std::optional<Path> AskPath(const std::string& title, const Path& suggestion);
 
     StandingAnswer standing_ = StandingAnswer::None;
-    std::optional<Path> folder_;
     std::set<std::string> told_; ///< one failure is told once, however many steps meet it
     bool interactive_ = false;
     bool unanswered_ = false;

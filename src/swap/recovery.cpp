@@ -153,8 +153,10 @@ bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
         return found.Error().code == ErrorCode::Damaged ? SetAsideDamaged(session)
                                                         : Unfinished(session, found.Error());
     if (!*found) {
+        if (!FollowMovedState(session, said))
+            return false;
         std::vector<std::string> stay;
-        (void)ReturnHomelessState(session, stay); // a swap, or the next start, tries again
+        (void)ReturnHomelessState(session, stay, said); // a swap, or the next start, tries again
         ClearToldLeftovers(session);
         return true;
     }

@@ -370,7 +370,66 @@ void ClearToldLeftovers(Session& session)
         (void)WriteOwner(session, std::move(now)); // otherwise it is looked at once more
 }
 
-Status ReturnHomelessState(Session& session, std::vector<std::string>& stay)
+namespace
+{
+
+/// The level's folder where the person said that it is; no value, told, when it is not that one.
+std::optional<LevelPlace> FollowSaidHome(Session& session, const LevelPlace& level,
+                                         const OwnerRecord& owner, const Path& archiveFolder)
+{
+    const Path noted = HomeOf(session, level);
+    const Path said = archiveFolder / noted.filename();
+    const auto isNoted = HasMark(said, owner.home);
+    if (!isNoted) {
+        TellFailure(session, GetMsg(Msg::InterruptedFailed), isNoted.Error());
+        return {};
+    }
+    if (!*isNoted && !Confirmed(session, said, noted))
+        return {};
+    return LevelPlace{level.code, said};
+}
+
+/// The state goes to its level's store, which is there, or to the history.
+Status SendHome(Session& session, const Homeless& state, const OwnerRecord& owner, bool letGo)
+{
+    const LevelPlace& level = state.level;
+    SwapJournal journal;
+    journal.phase = SwapPhase::Stored;
+    journal.from = level.code;
+    journal.fromStore = StateStoreOf(session, level).native();
+    journal.to = -1;
+    journal.strangers = state.strangers;
+    journal.remove = owner.added;
+    journal.restore = owner.overwritten;
+    journal.storeLetGo = letGo;
+    auto folder = MarkOf(session.TrleFolder());
+    auto root = letGo ? Result<FolderMark>{FolderMark{}} : MarkOf(RootOfStore(journal.fromStore));
+    if (!folder || !root)
+        return folder ? root.Error() : folder.Error();
+    journal.folder = std::move(*folder);
+    journal.fromRoot = std::move(*root);
+    // First the copies alone: while they cannot be made nothing waits that would hold up a swap.
+    auto status = SettleTwins(session, level, session.TrleFolder());
+    if (status && !letGo)
+        status = SettleTwins(session, level, ResolvePath(journal.fromStore));
+    if (status && !letGo)
+        status = StoreLiveState(session, level, journal.fromStore, journal.live, state.strangers);
+    if (status && letGo)
+        status = KeepInHistory(session, level, state.live, GetMsg(Msg::ReasonInterrupted));
+    if (status)
+        status = WriteJournal(session, journal);
+    LeftInTrle left;
+    if (status)
+        status = ReturnToOriginal(session, std::move(journal), left);
+    if (status)
+        TellLeftovers(session, left);
+    return status;
+}
+
+} // namespace
+
+Status ReturnHomelessState(Session& session, std::vector<std::string>& stay,
+                           const Whereabouts& said)
 {
     const auto standing = LookAtStanding(session);
     if (!standing)
@@ -380,46 +439,72 @@ Status ReturnHomelessState(Session& session, std::vector<std::string>& stay)
         return found.Error();
     if (!*found)
         return {};
-    const auto& [level, strangers, files] = **found;
-    const auto hasHome = IsFolder(HomeOf(session, level));
+    Homeless state = **found;
+    const OwnerRecord& owner = *standing->owner;
+    auto hasHome = IsFolder(HomeOf(session, state.level));
+    if (hasHome && !*hasHome && !said.archiveFolder.empty()) {
+        const auto followed = FollowSaidHome(session, state.level, owner, said.archiveFolder);
+        if (!followed)
+            return {};
+        state.level = *followed;
+        hasHome = true;
+    }
     if (!hasHome)
         return hasHome.Error();
-    if (!*hasHome)
+    if (!*hasHome && !said.letGo)
         return {};
-    stay = ShownNamesOf(files);
+    stay = ShownNamesOf(state.live);
     if (!ProgramsInTrle(session).empty())
         return {};
-    SwapJournal journal;
-    journal.phase = SwapPhase::Stored;
-    journal.from = level.code;
-    journal.fromStore = StateStoreOf(session, level).native();
-    journal.to = -1;
-    journal.strangers = strangers;
-    journal.remove = standing->owner->added;
-    journal.restore = standing->owner->overwritten;
-    auto folder = MarkOf(session.TrleFolder());
-    auto root = MarkOf(RootOfStore(journal.fromStore));
-    if (!folder || !root)
-        return folder ? root.Error() : folder.Error();
-    journal.folder = std::move(*folder);
-    journal.fromRoot = std::move(*root);
-    // First the copies alone: while they cannot be made nothing waits that would hold up a swap.
-    auto status = SettleTwins(session, level, session.TrleFolder());
-    if (status)
-        status = SettleTwins(session, level, ResolvePath(journal.fromStore));
-    if (status)
-        status = StoreLiveState(session, level, journal.fromStore, journal.live, strangers);
-    if (status)
-        status = WriteJournal(session, journal);
-    LeftInTrle left;
-    if (status)
-        status = ReturnToOriginal(session, std::move(journal), left);
-    if (!status)
+    if (const auto status = SendHome(session, state, owner, !*hasHome); !status)
         return status;
+    const Msg words = *hasHome ? Msg::StateReturned : Msg::StateLetGo;
+    if (!stay.empty())
+        session.host.Tell(Tone::Warning,
+                          GetMsg(words, {TextOf(HomeOf(session, state.level)), ShownNames(stay)}));
     stay.clear();
-    TellLeftovers(session, left);
     return {};
 }
+
+bool FollowMovedState(Session& session, const Whereabouts& said)
+{
+    const Path noted = session.TrleFolder();
+    const auto isThere = IsFolder(noted);
+    if (said.trle.empty() || !isThere || *isThere)
+        return true;
+    const auto owner = ReadOwnerAsNoted(session);
+    if (!owner || !*owner || (*owner)->folder.path != noted.native())
+        return true;
+    const auto isNoted = HasMark(said.trle, (*owner)->folder);
+    if (!isNoted || !*isNoted) {
+        session.host.Tell(Tone::Error,
+                          GetMsg(Msg::NotThatFolder, {TextOf(said.trle), TextOf(noted)}));
+        return false;
+    }
+    if (const auto held = session.locks.Hold(said.trle); !held) {
+        TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(said.trle)}), held.Error());
+        return false;
+    }
+    session.preferences.trlePath = said.trle.native();
+    return true;
+}
+
+namespace
+{
+
+/// Savegames wait in a Level Editor's folder that is not where it was.
+std::string WhatWaitsElsewhere(const Session& session)
+{
+    const auto isThere = IsFolder(session.TrleFolder());
+    const auto owner = ReadOwnerAsNoted(session);
+    if (!isThere || *isThere || !owner || !*owner || !(*owner)->owner ||
+        *(*owner)->owner == originalCode || (*owner)->marker != absentMarker)
+        return {};
+    return GetMsg(Msg::WaitingStateAway,
+                  {Readable((*owner)->home.path), Readable((*owner)->folder.path)});
+}
+
+} // namespace
 
 std::string WhatWaitsInTrle(const Session& session)
 {
@@ -427,6 +512,8 @@ std::string WhatWaitsInTrle(const Session& session)
     if (!standing)
         return {}; // that it cannot be told is told elsewhere
     std::vector<std::string> words;
+    if (const std::string elsewhere = WhatWaitsElsewhere(session); !elsewhere.empty())
+        words.push_back(elsewhere);
     const bool away = BackupIsAway(session);
     const bool original = IsOriginalButForLeftovers(session, *standing);
     if (!original && standing->owner && !standing->owner->owed.empty()) {
@@ -452,9 +539,12 @@ std::string WhatWaitsInTrle(const Session& session)
             words.push_back(GetMsg(Msg::WaitingBrought, {ShownNames(brought)}));
     }
     const auto homeless = FindHomeless(session, *standing).ValueOr({});
-    if (homeless && !homeless->live.empty())
-        words.push_back(GetMsg(Msg::WaitingState, {TextOf(HomeOf(session, homeless->level)),
-                                                   ShownNames(ShownNamesOf(homeless->live))}));
+    if (homeless && !homeless->live.empty()) {
+        const Path home = HomeOf(session, homeless->level);
+        const bool gone = !IsFolder(home).ValueOr(true);
+        words.push_back(GetMsg(gone ? Msg::WaitingStateGone : Msg::WaitingState,
+                               {TextOf(home), ShownNames(ShownNamesOf(homeless->live))}));
+    }
     return Join(words, "; ");
 }
 

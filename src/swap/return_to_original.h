@@ -1,6 +1,7 @@
 #pragma once
 
 #include "swap/swap_records.h"
+#include "swap/whereabouts.h"
 
 #include "session/session.h"
 
@@ -32,8 +33,14 @@ void ClearHalfDone(const Session& session);
 void ClearToldLeftovers(Session& session);
 /// The savegames of a level that a full restore had to leave in the folder go to that level's
 /// store, and the original configuration's come in. `stay` gets the names of those that still
-/// cannot; a level whose folder is not there just now is waited for.
-Status ReturnHomelessState(Session& session, std::vector<std::string>& stay);
+/// cannot; a level whose folder is not there just now is waited for, unless the person said where
+/// it is or that it is gone for good, which sends them to the history.
+Status ReturnHomelessState(Session& session, std::vector<std::string>& stay,
+                           const Whereabouts& said = {});
+/// Such savegames wait in a Level Editor's folder that was moved: the one that the person named is
+/// the Level Editor's folder from now on, provided that it is that one. False, told, when it is
+/// not.
+bool FollowMovedState(Session& session, const Whereabouts& said);
 
 /// What waits for a better moment while the original configuration stands, in words; empty when
 /// nothing does.

@@ -57,7 +57,7 @@ Result<std::string> MarkerHash(const Session& session)
     return hash;
 }
 
-Result<std::optional<OwnerRecord>> ReadOwner(const Session& session)
+Result<std::optional<OwnerRecord>> ReadOwnerAsNoted(const Session& session)
 {
     using Found = std::optional<OwnerRecord>;
     const auto text = ReadFileIfThere(OwnerPath(session), noteLimit);
@@ -66,15 +66,22 @@ Result<std::optional<OwnerRecord>> ReadOwner(const Session& session)
     if (!*text)
         return Found{};
     auto record = ParseOwner(**text);
-    if (!record)
-        return Found{};
-    const auto isThis = HasMark(session.TrleFolder(), record->folder);
+    return record ? Found{std::move(record).Value()} : Found{};
+}
+
+Result<std::optional<OwnerRecord>> ReadOwner(const Session& session)
+{
+    using Found = std::optional<OwnerRecord>;
+    auto record = ReadOwnerAsNoted(session);
+    if (!record || !*record)
+        return record;
+    const auto isThis = HasMark(session.TrleFolder(), (*record)->folder);
     if (!isThis)
         return isThis.Error();
     const auto marker = MarkerHash(session);
     if (!marker)
         return marker.Error();
-    return *isThis && record->marker == *marker ? Found{std::move(record).Value()} : Found{};
+    return *isThis && (*record)->marker == *marker ? std::move(*record) : Found{};
 }
 
 void SetOwner(const Session& session, OwnerRecord& record, const std::optional<LevelPlace>& owner)

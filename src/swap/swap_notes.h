@@ -20,6 +20,8 @@ Result<std::string> MarkerHash(const Session& session);
 /// The owner record, provided that it speaks of this folder with this marker: only then it counts.
 /// A failure while that cannot be told; a record that is damaged does not count.
 Result<std::optional<OwnerRecord>> ReadOwner(const Session& session);
+/// The record whatever stands in the Level Editor's folder; none where it is damaged.
+Result<std::optional<OwnerRecord>> ReadOwnerAsNoted(const Session& session);
 /// Notes whose state it is, and that level's own folder and name.
 void SetOwner(const Session& session, OwnerRecord& record, const std::optional<LevelPlace>& owner);
 /// Fills in folder, marker and boot, and writes; durable when it answers. Nothing is written when

@@ -95,16 +95,6 @@ void SetNeededStore(SwapJournal& journal, const Path& store)
         MarkOf(RootOfStore(store)).ValueOr({});
 }
 
-/// True when the person says that this is the folder that stood in `noted`.
-bool Confirmed(Session& session, const Path& said, const Path& noted)
-{
-    if (FolderExists(said) &&
-        session.host.AskYesNo(GetMsg(Msg::AskIsThatFolder, {TextOf(said), TextOf(noted)})))
-        return true;
-    session.host.Tell(Tone::Error, GetMsg(Msg::NotThatFolder, {TextOf(said), TextOf(noted)}));
-    return false;
-}
-
 /// Follows folders that were moved by a rename to where the program knows them already. One that
 /// cannot be looked at is no moved one.
 void FollowKnown(const Session& session, SwapJournal& journal)
@@ -161,6 +151,15 @@ bool FollowSaidArchive(Session& session, SwapJournal& journal, const Path& said)
 }
 
 } // namespace
+
+bool Confirmed(Session& session, const Path& said, const Path& noted)
+{
+    if (FolderExists(said) &&
+        session.host.AskYesNo(GetMsg(Msg::AskIsThatFolder, {TextOf(said), TextOf(noted)})))
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::NotThatFolder, {TextOf(said), TextOf(noted)}));
+    return false;
+}
 
 Path NeededStore(const Session& session, const SwapJournal& journal)
 {

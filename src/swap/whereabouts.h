@@ -40,6 +40,9 @@ Result<std::optional<LackingFolder>> WhatMendingLacks(const Session& session);
 /// said was not taken.
 bool FollowMovedFolders(Session& session, SwapJournal& journal, const Whereabouts& said);
 
+/// True when the person says that `said` is the folder that stood in `noted`; told when it is not.
+bool Confirmed(Session& session, const Path& said, const Path& noted);
+
 /// Asks where a lacking folder is now, for a face in which a person can answer: no value to wait.
 std::optional<Whereabouts> AskWhere(Session& session, const LackingFolder& lacking);
 

@@ -53,15 +53,54 @@ Load ReadAndHold(Session& session, const Path& file, Failure& why)
     return Load::Done;
 }
 
+/// True when the folder of one of the archive's levels lies there, or when it has none.
+Result<bool> HoldsLevels(const Archive& archive, const Path& folder)
+{
+    bool hasLevels = false;
+    for (const LevelRecord& level : archive.levels) {
+        if (level.levelCode == originalCode)
+            continue;
+        hasLevels = true;
+        const auto isThere = IsFolder(InFolder(folder, LevelFolderName(level.levelCode)));
+        if (!isThere || *isThere)
+            return isThere;
+    }
+    return !hasLevels;
+}
+
+/// The folder that the person named counts, not the one that the file names.
+bool TakeNamedFolder(Session& session, const Path& folder)
+{
+    ArchiveHeader& header = session.archive.header;
+    if (FolderFromText(Trim(header.secondaryFolder)) == folder)
+        return true;
+    const auto isThere = IsFolder(folder);
+    const auto holds = isThere && *isThere ? HoldsLevels(session.archive, folder) : isThere;
+    if (!holds)
+        return TellFolderNotRead(session, holds.Error());
+    if (!*holds) {
+        const Msg words = *isThere ? Msg::NoLevelsThere : Msg::NoFolderThere;
+        session.host.Tell(Tone::Error, GetMsg(words, {TextOf(folder)}));
+        return false;
+    }
+    if (!FitsArchive(session, folder) || !HoldFolder(session, folder))
+        return false;
+    if (!IsArchiveOnCd(session))
+        header.mainFolder = folder.native();
+    header.secondaryFolder = folder.native();
+    return SaveArchive(session);
+}
+
 /// Memory holds the new archive when it is done, and otherwise what it held before.
-Load LoadOrKeep(Session& session, const Path& file, Failure& why)
+Load LoadOrKeep(Session& session, const Path& file, const Path& levelFolder, Failure& why)
 {
     Archive before = session.archive;
     const Path remembered = session.RememberedArchive();
     const Path lockedBefore = session.lockedArchiveFolder;
     Load load = ReadAndHold(session, file, why);
     const Path folder{Trim(session.archive.header.secondaryFolder)};
-    if (load == Load::Done && !CheckArchiveFolders(session))
+    if (load == Load::Done && ((!levelFolder.empty() && !TakeNamedFolder(session, levelFolder)) ||
+                               !CheckArchiveFolders(session)))
         load = Load::FoldersRefused;
     const Path now{Trim(session.archive.header.secondaryFolder)};
     if (load == Load::Done && HoldArchiveFolder(session, now)) {
@@ -81,10 +120,10 @@ Load LoadOrKeep(Session& session, const Path& file, Failure& why)
 /// `saved`: the file of the loaded archive holds all that memory holds. `damaged`: what is said
 /// beside `notRead` of a file that can be read and is no archive.
 Load ReadAfterAsking(Session& session, const Path& file, bool saved, const std::string& notRead,
-                     const std::string& damaged = {})
+                     const std::string& damaged = {}, const Path& levelFolder = {})
 {
     Failure why;
-    const Load load = LoadOrKeep(session, file, why);
+    const Load load = LoadOrKeep(session, file, levelFolder, why);
     if (load != Load::Done) {
         session.archive.dirty = session.archive.Loaded() && !saved; // it is asked about again
         if (why.code == ErrorCode::Damaged && why.reason.empty())
@@ -122,13 +161,13 @@ Status ReadArchiveRecords(Session& session, const Path& file)
     return {};
 }
 
-bool ReadArchive(Session& session, const Path& file)
+bool ReadArchive(Session& session, const Path& file, const Path& levelFolder)
 {
     const Operation operation{session};
     bool saved = false;
     return MayReplaceArchive(session, saved) &&
-           ReadAfterAsking(session, file, saved, GetMsg(Msg::CannotOpenArchive, {TextOf(file)})) ==
-               Load::Done;
+           ReadAfterAsking(session, file, saved, GetMsg(Msg::CannotOpenArchive, {TextOf(file)}), {},
+                           levelFolder) == Load::Done;
 }
 
 Load ReadLastArchive(Session& session)
@@ -183,10 +222,17 @@ std::optional<Path> AskForFolder(Session& session, Msg warning, const std::strin
     session.host.Tell(Tone::Warning, GetMsg(warning, {line + Readable(missing) + line}));
     const auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectFolder) + FileNameOf(missing),
                                                   platform::CurrentFolder());
-    // Nothing is written before this program is the only one that works there.
-    if (!chosen || !FitsArchive(session, *chosen) || !HoldFolder(session, *chosen))
+    if (!chosen || !FitsArchive(session, *chosen))
         return {};
-    return chosen;
+    const auto holds = HoldsLevels(session.archive, *chosen);
+    if (!holds)
+        TellFolderNotRead(session, holds.Error());
+    // Nothing is written before this program is the only one that works there.
+    const bool taken =
+        holds &&
+        (*holds || session.host.AskYesNo(GetMsg(Msg::AskNoLevelsThere, {TextOf(*chosen)}))) &&
+        HoldFolder(session, *chosen);
+    return taken ? chosen : std::nullopt;
 }
 
 } // namespace

@@ -212,6 +212,40 @@ TEST(FullRestore, LeavesSavegamesWhoseArchiveIsAwayToNoOtherLevel)
     world.ExpectNothingLost(treasures);
 }
 
+TEST(FullRestore, SavegamesThatWaitGoWhereThePersonSays)
+{
+    enum class Moved { Trle, Archive, Gone };
+    for (const Moved moved : {Moved::Trle, Moved::Archive, Moved::Gone}) {
+        SwapWorld world;
+        world.PlayFirst();
+        const auto treasures = world.Treasures();
+        world.host.AnswerAll(true);
+        std::filesystem::rename(world / "levels", world / "away");
+        EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
+        Whereabouts said;
+        if (moved == Moved::Trle) {
+            std::filesystem::rename(world / "away", world / "levels");
+            std::filesystem::rename(world / "trle", world / "elsewhere");
+            said.trle = world / "elsewhere";
+        } else if (moved == Moved::Archive) {
+            said.archiveFolder = world / "away";
+        } else {
+            said.letGo = true;
+        }
+        EXPECT_NE(WhatWaitsInTrle(world.session), "");
+        ASSERT_TRUE(RecoverInterruptedWork(world.session, said)) << world.host.AllTold();
+        EXPECT_EQ(WhatWaitsInTrle(world.session), "");
+        const Path store = moved == Moved::Trle ? "levels" : "away";
+        const std::string name = (store / "LEVEL_0001/backup_savegames/savegame.4").native();
+        EXPECT_EQ(world.Has(name) && world.Read(name) == SavegameBytes("First new", 8),
+                  moved != Moved::Gone);
+        for (const auto& [file, content] :
+             world.Snapshot(moved == Moved::Trle ? "elsewhere" : "trle"))
+            EXPECT_NE(content, SavegameBytes("First new", 8)) << file;
+        world.ExpectNothingLost(treasures);
+    }
+}
+
 TEST(OriginalConfiguration, IsNotToldAsSetWhileAnOriginalIsMissing)
 {
     SwapWorld world;

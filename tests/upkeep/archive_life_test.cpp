@@ -109,6 +109,11 @@ TEST_F(ArchiveLife, MissingFoldersAreAskedFor)
     EXPECT_EQ(box.Read("home/other.kva"), other) << "a list is written to its own file alone";
 
     box.host.WillChoose("Select folder: elsewhere", box / "moved");
+    box.host.WillAsk("lies none of this archive's levels", false);
+    EXPECT_FALSE(ReadArchive(box.session, box / "home/other.kva"));
+    EXPECT_EQ(box.Read("home/other.kva"), other);
+    box.host.WillChoose("Select folder: elsewhere", box / "moved");
+    box.host.WillAsk("lies none of this archive's levels", true);
     ASSERT_TRUE(ReadArchive(box.session, box / "home/other.kva"));
     EXPECT_EQ(box.session.archive.header.mainFolder, (box / "moved").native());
     EXPECT_EQ(box.session.archive.header.secondaryFolder, (box / "moved").native());
@@ -116,9 +121,34 @@ TEST_F(ArchiveLife, MissingFoldersAreAskedFor)
 
     box.session.archive.header.secondaryFolder = (box / "gone").native();
     box.session.archive.header.cdCount = 2; // then the main folder is a drive's
+    std::filesystem::create_directories(box / "moved/LEVEL_0001");
     box.host.WillChoose("Select folder: gone", box / "moved");
     EXPECT_TRUE(CheckArchiveFolders(box.session));
     EXPECT_TRUE(box.host.WasTold("Warning: not found secondary folder of current archive: "));
+}
+
+TEST_F(ArchiveLife, AFolderThatIsNamedCountsOrIsRefused)
+{
+    const Path file = box / "home/LevelArchive.kva";
+    const auto folder = [&] { return box.session.archive.header.secondaryFolder; };
+    ASSERT_TRUE(ReadArchive(box.session, file));
+    const std::string before = folder();
+    const std::string list = box.Read("home/LevelArchive.kva");
+    std::filesystem::create_directory(box / "empty");
+    for (const auto& [named, words] : {std::pair{"empty", "lies none of this archive's levels"},
+                                       {"none", "There is no folder"}}) {
+        EXPECT_FALSE(ReadArchive(box.session, file, box / named));
+        EXPECT_TRUE(box.host.WasTold(words)) << box.host.AllTold();
+        EXPECT_EQ(folder(), before);
+        EXPECT_EQ(box.Read("home/LevelArchive.kva"), list);
+    }
+    std::filesystem::copy(before, box / "copy", std::filesystem::copy_options::recursive);
+    for (const std::string& named : {(box / "copy").native(), before}) {
+        ASSERT_TRUE(ReadArchive(box.session, file, named)) << box.host.AllTold();
+        EXPECT_EQ(folder(), named);
+        ASSERT_TRUE(ReadArchive(box.session, file)) << "it was saved";
+        EXPECT_EQ(folder(), named);
+    }
 }
 
 TEST_F(ArchiveLife, AFolderBeyondTheCodePageComesBackExactly)
