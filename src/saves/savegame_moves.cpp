@@ -389,8 +389,10 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
     const auto order = SortIndex(plan.NumbersOf(passing, names), false);
     for (std::size_t i = 0; i < order.size(); ++i)
         plan.MoveSavegame(passing, names[order[i]], *slots, SlotName(i), true);
-    if (auto status = MakePlanned(session, code, plan, Msg::ReasonBeforeRestore,
-                                  -(counts.moved + counts.known), {}, counts.kept);
+    // What stays live was kept with the snapshot, whatever the game writes over it meanwhile.
+    if (auto status =
+            MakePlanned(session, code, plan, Msg::ReasonBeforeRestore,
+                        -(counts.moved + counts.known), plan.Staying(*slots), counts.kept);
         !status)
         return status.Error();
     return counts;

@@ -169,4 +169,18 @@ Result<std::vector<ChangedFolder>> SavegamePlan::Changes() const
     return changes;
 }
 
+std::set<std::string> SavegamePlan::Staying(Folder folder) const
+{
+    std::set<std::string> staying;
+    for (const auto& [key, old] : places_[folder].before) {
+        const auto now = places_[folder].after.find(key);
+        std::string hash;
+        if (now != places_[folder].after.end() &&
+            (now->second.source == old.source || SameContent(now->second.source, old.source)) &&
+            !platform::HashOfFile(old.source, hash))
+            staying.insert(std::move(hash));
+    }
+    return staying;
+}
+
 } // namespace kestrova

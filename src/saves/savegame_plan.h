@@ -4,6 +4,7 @@
 #include "swap/state_change.h"
 
 #include <map>
+#include <set>
 
 namespace kestrova
 {
@@ -48,6 +49,10 @@ public:
     /// What is different from the disk, each content that comes with the file that holds it now. A
     /// failure names the file that cannot be read.
     [[nodiscard]] Result<std::vector<ChangedFolder>> Changes() const;
+
+    /// Hashes of what the folder holds under the same name before and after. What cannot be read is
+    /// passed over.
+    [[nodiscard]] std::set<std::string> Staying(Folder folder) const;
 
 private:
     struct Entry {

@@ -303,6 +303,14 @@ TEST(SavegameMoves, NameWhatOnlyTheHistoryHoldsAfterThem)
     ASSERT_TRUE(restored);
     EXPECT_EQ(restored->kept.size(), 2U);
     EXPECT_TRUE(WordsAboutKept(SavegamesMoved{}, equal.played).empty());
+
+    // The only savegame there is comes and goes, and no other one is spoken of.
+    SavesWorld single;
+    single.Live("1", 4, "the only one");
+    ASSERT_TRUE(ArchiveSavegames(single.session));
+    const auto back = RestoreSavegames(single.session);
+    ASSERT_TRUE(back);
+    EXPECT_TRUE(back->kept.empty());
 }
 
 TEST(BringBack, OfALevelWithoutItsFolderNamesTheWayOut)
