@@ -242,15 +242,39 @@ Result<std::vector<KeptFile>> KeptFiles(const Session& session)
     return files;
 }
 
-Result<Path> BringOriginalBack(Session& session, const std::string& id)
+namespace
 {
-    const auto files = KeptFiles(session);
+
+Result<KeptFile> KeptFileOf(const Session& session, const std::string& id)
+{
+    auto files = KeptFiles(session);
     if (!files)
         return files.Error();
     const auto entry = std::find_if(files->begin(), files->end(),
                                     [&](const KeptFile& file) { return file.id == id; });
     if (entry == files->end())
         return Failure{ErrorCode::Missing, GetMsg(Msg::OriginalsUnknownId, {id}), {}};
+    return std::move(*entry);
+}
+
+} // namespace
+
+Result<Path> FolderOfKept(const Session& session, const std::string& id)
+{
+    const auto entry = KeptFileOf(session, id);
+    if (!entry)
+        return entry.Error();
+    const auto isThere = IsFolder(entry->folder);
+    if (!isThere)
+        return isThere.Error();
+    return !entry->folder.empty() && *isThere ? Path{entry->folder} : session.TrleFolder();
+}
+
+Result<Path> BringOriginalBack(Session& session, const std::string& id)
+{
+    const auto entry = KeptFileOf(session, id);
+    if (!entry)
+        return entry.Error();
     const auto relative = SafeRelative(entry->file);
     if (!relative)
         return relative.Error();

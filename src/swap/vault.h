@@ -32,7 +32,11 @@ Status KeepOriginal(Session& session, const Path& relative);
 
 /// All that is kept, oldest first.
 Result<std::vector<KeptFile>> KeptFiles(const Session& session);
-/// Copies a kept file back to where it stood; what stands there now is kept first. The path it got.
+/// The Level Editor's folder that a kept file stood in, as far as it is there; otherwise the one in
+/// use.
+Result<Path> FolderOfKept(const Session& session, const std::string& id);
+/// Copies a kept file back to its place in the Level Editor's folder in use; what stands there now
+/// is kept first. The path it got.
 Result<Path> BringOriginalBack(Session& session, const std::string& id);
 
 } // namespace kestrova
