@@ -5,6 +5,7 @@
 #include "app/start_up.h"
 #include "archive/set_aside.h"
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "platform/places.h"
 #include "session/name_list.h"
 #include "session/tool_table.h"
@@ -41,6 +42,22 @@ Finding Folder(Msg name, const Path& folder, Msg remedy)
     if (!platform::IsWritableFolder(ResolvePath(folder)))
         return Bad(name, GetMsg(Msg::DoctorNotWritable, {TextOf(folder)}), remedy);
     return Fine(name, GetMsg(Msg::DoctorWritable, {TextOf(folder)}));
+}
+
+/// The folder that this program makes itself.
+Finding ProgramFolder(const Session& session)
+{
+    Path place = ResolvePath(session.programFolder);
+    const auto isFree = IsFree(place);
+    if (!isFree || !*isFree)
+        return Folder(Msg::DoctorProgramFolder, place, Msg::DoctorNotWritableRemedy);
+    while (place.has_relative_path() && !FolderExists(place))
+        place = place.parent_path();
+    if (!platform::IsWritableFolder(place))
+        return Folder(Msg::DoctorProgramFolder, session.programFolder,
+                      Msg::DoctorNotWritableRemedy);
+    return Fine(Msg::DoctorProgramFolder,
+                GetMsg(Msg::DoctorNotYetMade, {TextOf(session.programFolder)}));
 }
 
 Finding LevelEditor(Session& session)
@@ -175,8 +192,9 @@ Finding Interrupted(Session& session)
         return Bad(Msg::DoctorInterrupted, waiting,
                    WhatMendingLacks(session).ValueOr({}) ? Msg::DoctorWaitsRemedy
                                                          : Msg::DoctorInterruptedRemedy);
-    if (const std::string left = WhatWaitsInTrle(session); !left.empty())
-        return Bad(Msg::DoctorInterrupted, left, Msg::DoctorInterruptedRemedy);
+    if (std::string left = WhatWaitsInTrle(session); !left.empty())
+        return {false, GetMsg(Msg::DoctorInterrupted), std::move(left),
+                RemedyInTrle(session) + " " + GetMsg(Msg::DoctorInterruptedRemedy)};
     return Fine(Msg::DoctorInterrupted, GetMsg(Msg::DoctorInterruptedNone));
 }
 
@@ -280,8 +298,7 @@ void Leftovers(const Session& session, std::vector<Finding>& findings)
 std::vector<Finding> Examine(Session& session)
 {
     std::vector<Finding> findings;
-    findings.push_back(
-        Folder(Msg::DoctorProgramFolder, session.programFolder, Msg::DoctorNotWritableRemedy));
+    findings.push_back(ProgramFolder(session));
     findings.push_back(LevelEditor(session));
     findings.push_back(Backup(session));
     findings.push_back(ArchiveState(session));

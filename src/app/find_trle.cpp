@@ -18,8 +18,20 @@ constexpr std::size_t placeFieldSize = 256;
 
 struct Lack {
     Tone tone;
-    std::string words; ///< empty: nothing is missing
+    std::string words;  ///< empty: nothing is missing
+    bool twins = false; ///< it is there, in a folder of nearly the same name
 };
+
+/// Words about folders whose names differ by case alone; the game reads one of them.
+std::string TwinsOf(const Path& folder)
+{
+    const auto twins = CaseTwins(folder);
+    std::vector<std::string> names;
+    if (twins && twins->size() > 1)
+        for (const Path& twin : *twins)
+            names.push_back(Readable(twin.filename().native()));
+    return names.empty() ? std::string{} : GetMsg(Msg::TrleTwinFolders, {ShownNames(names)});
+}
 
 /// The first test that fails. The last one, of the music, speaks in a plain box.
 Result<Lack> FirstLack(const Path& folder)
@@ -40,6 +52,10 @@ Result<Lack> FirstLack(const Path& folder)
     if (scripts->empty())
         return Lack{Tone::Error, GetMsg(Msg::TrleNoDat) + shown};
     if (sounds->size() < fullAudio)
+        if (std::string twins = TwinsOf(InFolder(folder, RowText(Msg::FragTrleAudio)));
+            !twins.empty())
+            return Lack{Tone::Plain, std::move(twins), true};
+    if (sounds->size() < fullAudio)
         return Lack{Tone::Plain,
                     GetMsg(Msg::TrleFewWaves, {std::to_string(fullAudio - sounds->size())})};
     return Lack{Tone::Plain, {}};
@@ -59,8 +75,8 @@ Result<std::string> WavesToCopy(const Session& session)
     const auto lack = FirstLack(trle);
     if (!lack)
         return lack.Error();
-    if (lack->words.empty() || lack->tone != Tone::Plain || session.preferences.fullBackup ||
-        BackupIsAway(session))
+    if (lack->words.empty() || lack->twins || lack->tone != Tone::Plain ||
+        session.preferences.fullBackup || BackupIsAway(session))
         return std::string{};
     const auto missing = MissingWaves(session);
     if (!missing)

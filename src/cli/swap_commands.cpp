@@ -194,7 +194,8 @@ Exit RunMend(Run& run)
     if (still.empty())
         AddLine(run, GetMsg(waits ? Msg::MendDone : Msg::MendNothing));
     else
-        run.host.Tell(Tone::Warning, GetMsg(Msg::MendWaits, {still}));
+        run.host.Tell(Tone::Warning,
+                      GetMsg(Msg::MendWaits, {still, RemedyForWaiting(run.session)}));
     return EndWork(run, still.empty());
 }
 

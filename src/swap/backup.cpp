@@ -8,6 +8,7 @@
 #include "core/staged_file.h"
 #include "session/preferences_file.h"
 #include "swap/backup_folders.h"
+#include "swap/history.h"
 #include "swap/marker.h"
 #include "swap/owned_files.h"
 #include "swap/recovery.h"
@@ -30,6 +31,56 @@ namespace
 constexpr double fullNeed = 251658240;   // bytes, the Level Editor's own distribution
 constexpr double compactNeed = 94371840; // bytes
 
+/// True when a marker alone speaks of the level that stands: neither a record of it nor a backup of
+/// this folder is there, as after the program's own folder was lost.
+bool IsUnknownLevel(const Session& session)
+{
+    const auto owner = ReadOwner(session);
+    const auto other = BackupSeemsOfAnother(session);
+    return owner && !*owner && other && (BackupIsAway(session) || *other);
+}
+
+bool MayForgetLevel(Session& session, LevelCode code, const BackupWishes& wishes)
+{
+    const std::string level = ZeroPadded(code, 4);
+    const std::string folder = TextOf(session.TrleFolder());
+    if (wishes.folderIsOriginal ||
+        session.host.AskYesNo(GetMsg(Msg::AskForgetLevel, {level, folder, lineBreak}),
+                              Consent::Explicit))
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::BackupLevelUnknown, {level, folder}));
+    return false;
+}
+
+/// The savegames of a level that nothing is known of go to the history, then its marker goes. Told;
+/// may be repeated.
+bool ForgetLevel(Session& session, LevelCode code)
+{
+    const auto failed = [&](const Failure& failure) {
+        TellFailure(session, GetMsg(Msg::CannotKeepState), failure);
+        return false;
+    };
+    const LevelPlace level{code};
+    auto files = ListFiles(session.TrleFolder(), RowText(Msg::PatAll));
+    if (!files)
+        return failed(files.Error());
+    std::erase_if(*files,
+                  [](const Path& file) { return !IsPlayersFile(file.filename().native()); });
+    const auto live = HashesOf(*files);
+    if (!live)
+        return failed(live.Error());
+    if (const auto status = KeepInHistory(session, level, *files, GetMsg(Msg::ReasonForgotten));
+        !status)
+        return failed(status.Error());
+    std::vector<OwnedFile> left; // what a game wrote since: it is the original configuration's now
+    if (const auto status = DropLiveState(session, level, *live, left); !status)
+        return failed(status.Error());
+    if (const auto status = DeleteFile(session.MarkerPath()); !status)
+        return failed(status.Error());
+    session.host.Tell(Tone::Warning, GetMsg(Msg::LevelForgotten, {ZeroPadded(code, 4)}));
+    return true;
+}
+
 /// The Level Editor's folder when the person says that it is original; empty otherwise.
 Path ConfirmTrleOriginal(Session& session, const BackupWishes& wishes)
 {
@@ -37,8 +88,11 @@ Path ConfirmTrleOriginal(Session& session, const BackupWishes& wishes)
     if (!TellUnlessKnown(session))
         return {};
     if (const LevelCode code = CurrentLevelCode(session); code != originalCode) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::BackupWithLevel, {ZeroPadded(code, 4)}));
-        return {};
+        if (!IsUnknownLevel(session)) {
+            session.host.Tell(Tone::Error, GetMsg(Msg::BackupWithLevel, {ZeroPadded(code, 4)}));
+            return {};
+        }
+        return MayForgetLevel(session, code, wishes) && ForgetLevel(session, code) ? trle : Path{};
     }
     const std::string line{lineBreak};
     const bool original =

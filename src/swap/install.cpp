@@ -9,7 +9,9 @@
 #include "swap/folder_guard.h"
 #include "swap/level_files.h"
 #include "swap/recovery.h"
+#include "swap/return_to_original.h"
 #include "swap/state_files.h"
+#include "swap/swap_plan.h"
 #include "swap/swap_run.h"
 
 namespace kestrova
@@ -76,6 +78,13 @@ bool HasTrleFolder(Session& session)
     return *isThere;
 }
 
+/// Compares every file with the backup, where no note says what a level brought.
+bool IsOriginalNow(Session& session)
+{
+    const auto differences = VerifyFolder(session);
+    return differences && differences->empty();
+}
+
 bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
 {
     StagingFolder staging{InFolder(session.TrleFolder(), RowText(Msg::DirReady))};
@@ -100,7 +109,11 @@ bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
         installed = InstallFiles(session, run, code, placements, log);
     else if (!backToOriginal)
         (void)DeleteFile(session.MarkerPath()); // gone already unless the marker had no text
-    return run.Settle() && installed;
+    installed = run.Settle() && installed;
+    if (!run.MarkerSaidNothing() || (code == originalCode && IsOriginalNow(session)))
+        return installed;
+    session.host.Tell(Tone::Error, GetMsg(Msg::MarkerSaidNothing, {TextOf(session.MarkerPath())}));
+    return installed && code != originalCode;
 }
 
 } // namespace
@@ -127,6 +140,8 @@ bool InstallLevel(Session& session, LevelCode code)
         if (previous == code) {
             MendAfterRestart(session, code);
             BringWaiting(session);
+            if (const auto owed = OwedOriginals(session); !owed.empty())
+                session.host.Tell(Tone::Error, GetMsg(Msg::OriginalsNotBack, {ShownNames(owed)}));
         }
         return previous == code;
     }

@@ -85,6 +85,7 @@ bool MendSwap(Session& session, const SwapJournal& journal)
     if (journal.phase == SwapPhase::Restore) {
         RestoreReport report;
         const auto status = FinishRestore(session, journal, report);
+        TellKept(session, report);
         TellIncompleteRestore(session, report);
         if (!status) {
             TellFailure(session, GetMsg(Msg::RestoreNotFinished), status.Error());
@@ -179,6 +180,15 @@ bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
     const bool mended = MayChangeTrle(session) && MendSwap(session, journal);
     std::swap(chosen, session.preferences.trlePath);
     return mended;
+}
+
+std::string RemedyForWaiting(const Session& session)
+{
+    if (WhatMendingLacks(session).ValueOr({}))
+        return GetMsg(Msg::DoctorWaitsRemedy);
+    if (!IsFree(JournalPath(session)).ValueOr(false))
+        return GetMsg(Msg::MendRoomRemedy);
+    return RemedyInTrle(session);
 }
 
 std::string InterruptedWork(const Session& session)

@@ -10,6 +10,8 @@ namespace kestrova
 /// locks held. Says what it did. Repeatable. False when it could not and swaps must wait (the Level
 /// Editor's folder is gone, say). `said`: what the person knows of folders that were moved.
 bool RecoverInterruptedWork(Session& session, const Whereabouts& said = {});
+/// What the person can do about what waits.
+std::string RemedyForWaiting(const Session& session);
 /// What waits to be mended, and for which folder, in words; empty when nothing does. Touches
 /// nothing.
 std::string InterruptedWork(const Session& session);

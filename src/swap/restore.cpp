@@ -123,6 +123,7 @@ void RestoreOtherFolders(Session& session, ProgressScope& progress, RestoreRepor
         report.missing.insert(report.missing.end(), ofFolder.missing.begin(),
                               ofFolder.missing.end());
         report.left.insert(report.left.end(), ofFolder.left.begin(), ofFolder.left.end());
+        report.kept.insert(report.kept.end(), ofFolder.kept.begin(), ofFolder.kept.end());
         if (report.reason.empty())
             report.reason = ofFolder.reason;
     }
@@ -180,11 +181,13 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
         return false;
     RestoreReport report;
     if (const auto status = FinishRestore(session, journal, report, &progress); !status) {
+        TellKept(session, report);
         TellIncompleteRestore(session, report, told);
         TellFailure(session, GetMsg(Msg::RestoreNotFinished), status.Error());
         return false;
     }
     RestoreOtherFolders(session, progress, report);
+    TellKept(session, report);
     progress.SetLabel(GetMsg(Msg::RestoreFinished));
     session.list.Refresh();
     if (report.Whole())

@@ -51,6 +51,15 @@ void Note(RestoreReport& report, std::vector<std::string>& list, const Path& rel
     NoteReason(report, failure);
 }
 
+/// Keeps a file that is about to go; the report names what was newly kept.
+Status KeepNoting(Session& session, const Path& relative, RestoreReport& report)
+{
+    Keeping keeping = KeepOriginals(session, {relative});
+    for (const Path& kept : keeping.kept)
+        report.kept.push_back(Readable(ToBackslashes(kept)));
+    return keeping.failed.empty() ? Status{} : Status{std::move(keeping.failure)};
+}
+
 /// One original back in its place. What stood there and is not the original is kept first.
 void BringBack(Session& session, const Path& relative, RestoreReport& report)
 {
@@ -62,7 +71,7 @@ void BringBack(Session& session, const Path& relative, RestoreReport& report)
             (void)platform::Rename(target, target.parent_path() / source.filename());
         return;
     }
-    if (const auto kept = KeepOriginal(session, place); !kept)
+    if (const auto kept = KeepNoting(session, place, report); !kept)
         Note(report, report.left, relative, kept.Error());
     else if (const auto back = RestoreOriginal(session, relative); !back)
         Note(report, report.missing, relative, back.Error());
@@ -91,7 +100,7 @@ Status DeleteCritical(Session& session, RestoreReport& report)
         const Path relative = file.lexically_relative(trle).lexically_normal();
         if (SameContent(file, session.BackupFolder() / relative))
             continue; // deleted and copied back it would be the same
-        auto status = KeepOriginal(session, relative);
+        auto status = KeepNoting(session, relative, report);
         if (status)
             status = DeleteSpelled(file);
         if (!status)
@@ -207,6 +216,12 @@ Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport
     if (const auto status = ReturnHomelessState(session, report.state); !status)
         NoteReason(report, status.Error());
     return {};
+}
+
+void TellKept(Session& session, const RestoreReport& report)
+{
+    if (!report.kept.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {ShownNames(report.kept)}));
 }
 
 void TellIncompleteRestore(Session& session, const RestoreReport& report,

@@ -11,9 +11,10 @@ namespace kestrova
 /// What a full restore could not do, by file as the marker names it (`\data\tut1.tr4`).
 struct RestoreReport {
     std::vector<std::string> missing; ///< originals that are not back
-    std::vector<std::string> left;  ///< files that stayed, since they could not be kept or deleted
-    std::vector<std::string> state; ///< savegames of the level that stood, which are still live
-    std::string reason;             ///< the system's reason for the first of them
+    std::vector<std::string> left;   ///< files that stayed, since they could not be kept or deleted
+    std::vector<std::string> state;  ///< savegames of the level that stood, which are still live
+    std::vector<std::string> kept{}; ///< somebody's own work, kept before it went
+    std::string reason;              ///< the system's reason for the first of them
 
     [[nodiscard]] bool Whole() const { return missing.empty() && left.empty() && state.empty(); }
 };
@@ -37,6 +38,8 @@ Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport
 Status RestoreFolder(Session& session, const Path& folder, RestoreReport& report,
                      ProgressScope* progress);
 
+/// Names what was kept before it went.
+void TellKept(Session& session, const RestoreReport& report);
 /// Says what is missing and what to do. `told`: originals that were named a moment ago as not back.
 void TellIncompleteRestore(Session& session, const RestoreReport& report,
                            const std::vector<std::string>& told = {});

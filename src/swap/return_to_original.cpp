@@ -313,25 +313,49 @@ Result<std::optional<Homeless>> FindHomeless(const Session& session, const Stand
 namespace
 {
 
-/// Originals that a level found missing and does not replace come back beside it.
+/// True when the place of an original is free, or what stands there is safe: an earlier level's, as
+/// it was put there, or kept now.
+bool MayGiveWay(Session& session, const OwnerRecord& owner, const std::string& name,
+                LeftInTrle& left)
+{
+    const Path place = PlaceOfOriginal(session, *SafeRelative(name));
+    const auto facts = LookAt(session.TrleFolder() / place);
+    if (!facts)
+        return false;
+    if (facts->kind != platform::FileKind::File)
+        return facts->kind == platform::FileKind::Missing;
+    if (OwnedNames{owner.added}.IsAsPut(name, *facts))
+        return true;
+    const Keeping keeping = KeepOriginals(session, {place});
+    for (const Path& kept : keeping.kept)
+        left.kept.push_back(Readable(ToBackslashes(kept)));
+    return keeping.failed.empty();
+}
+
+/// Originals that a level does not replace and that could not be brought back before it came in
+/// come back beside it.
 void BringOwed(Session& session, const Standing& standing)
 {
     if (!standing.owner || standing.owner->owed.empty() || !ProgramsInTrle(session).empty() ||
         BackupIsAway(session))
         return;
     OwnerRecord now = *standing.owner;
+    LeftInTrle left;
     const auto came = std::erase_if(now.owed, [&](const std::string& name) {
         const auto relative = SafeRelative(name);
         if (!relative || !IsFile(session.BackupFolder() / *relative).ValueOr(true))
             return true; // nothing that could ever come
-        if (!IsFree(session.TrleFolder() / *relative).ValueOr(false) ||
+        if (!MayGiveWay(session, *standing.owner, name, left) ||
             !RestoreOriginal(session, *relative))
             return false;
+        std::erase_if(now.added,
+                      [&](const OwnedFile& file) { return EqualNames(file.name, name); });
         std::erase(now.overwritten, name);
         return true;
     });
     if (came > 0)
         (void)WriteOwner(session, std::move(now)); // otherwise they are looked for once more
+    TellLeftovers(session, left);
 }
 
 } // namespace
@@ -505,6 +529,31 @@ std::string WhatWaitsElsewhere(const Session& session)
 }
 
 } // namespace
+
+std::string RemedyInTrle(const Session& session)
+{
+    const auto standing = LookAtStanding(session);
+    if (!standing)
+        return GetMsg(Msg::MendRoomRemedy);
+    const auto homeless = FindHomeless(session, *standing).ValueOr({});
+    const bool homeIsAway = homeless && !homeless->live.empty() &&
+                            !IsFolder(HomeOf(session, homeless->level)).ValueOr(true);
+    if (homeIsAway || !WhatWaitsElsewhere(session).empty())
+        return GetMsg(Msg::DoctorWaitsRemedy);
+    if (BackupIsAway(session))
+        return GetMsg(Msg::MendBackupRemedy, {TextOf(session.BackupFolder())});
+    return GetMsg(Msg::MendRoomRemedy);
+}
+
+std::vector<std::string> OwedOriginals(const Session& session)
+{
+    std::vector<std::string> owed;
+    const auto owner = ReadOwner(session);
+    if (owner && *owner && (*owner)->owner && *(*owner)->owner != originalCode)
+        for (const std::string& name : (*owner)->owed)
+            owed.push_back(Readable(name));
+    return owed;
+}
 
 std::string WhatWaitsInTrle(const Session& session)
 {

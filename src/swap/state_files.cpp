@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "catalogue/message.h"
 #include "core/look.h"
+#include "session/name_list.h"
 #include "swap/history.h"
 #include "swap/marker.h"
 #include "swap/owned_files.h"
@@ -131,9 +132,15 @@ Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder
     }
     if (auto status = KeepInHistory(session, level, others, GetMsg(Msg::ReasonTwin)); !status)
         return status;
-    for (const Path& file : others)
+    std::vector<std::string> names;
+    for (const Path& file : others) {
         if (const auto failure = platform::Unlink(file))
             return MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure);
+        names.push_back(Readable(file.filename().native()));
+    }
+    if (!names.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::TwinsToHistory,
+                                                {ShownNames(names), std::to_string(level.code)}));
     return {};
 }
 

@@ -29,7 +29,7 @@ Status KeepStateIn(Session& session, const LevelPlace& level, const Path& folder
 Result<Path> LiveStateFolder(const Session& session, const LevelPlace& level);
 
 /// Where no two names may differ in case only: of twins the newest stays, the others go to the
-/// history.
+/// history, and are named.
 Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder);
 
 /// State of other levels that a swap had to leave in the folder, still as it was noted; one that

@@ -140,6 +140,13 @@ Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
 namespace
 {
 
+/// Of the folders whose names differ by case alone the one that the originals came from.
+bool IsSpelledInBackup(const Path& backup, const Path& name)
+{
+    const auto facts = LookAtSpelled(backup / name);
+    return !facts || facts->kind == platform::FileKind::Folder;
+}
+
 Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
                          const std::vector<std::string>& replaced, std::vector<Difference>& found)
 {
@@ -169,6 +176,15 @@ Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
             found.push_back({Mismatch::Missing, Readable(ToBackslashes(relative))});
         else if (!SameContent(file, trle / relative))
             found.push_back({Mismatch::Differs, Readable(ToBackslashes(relative))});
+    }
+    for (const Msg fragment : {Msg::DirData, Msg::DirAudio}) {
+        const auto twins = CaseTwins(InFolder(trle, RowText(fragment)));
+        if (!twins)
+            return twins.Error();
+        for (const Path& twin : *twins)
+            if (twins->size() > 1 && !IsSpelledInBackup(backup, twin.filename()))
+                found.push_back(
+                    {Mismatch::Unexpected, Readable(ToBackslashes(twin.lexically_relative(trle)))});
     }
     for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio}) {
         // Of the sounds a compact backup knows nothing.

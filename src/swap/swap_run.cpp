@@ -94,6 +94,7 @@ bool SwapRun::TakeOut(LevelCode& previous)
     journal_.remove = belongings.added;
     journal_.restore = belongings.overwritten;
     previous = content.code;
+    markerSaidNothing_ = content.code == -1 && !owner_;
     const LevelPlace level = StandingPlace(previous);
     if (content.hasText) {
         const Path folder = HomeOf(session_, level);

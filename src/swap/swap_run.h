@@ -71,6 +71,8 @@ public:
 
     /// True when the removal left files behind, or originals are not back.
     [[nodiscard]] bool LeavesAnything() const;
+    /// True when a marker stood there that named no level, and no record knew better.
+    [[nodiscard]] bool MarkerSaidNothing() const { return markerSaidNothing_; }
     /// True once a journal was written that is still there.
     [[nodiscard]] bool HasBegun() const { return begun_; }
     /// In the order in which they were replaced, as the marker lists them.
@@ -113,6 +115,7 @@ private:
     std::optional<OwnerRecord> owner_;
     std::optional<LevelPlace> stateOf_; ///< whose state is in the folder now
     bool begun_ = false;
+    bool markerSaidNothing_ = false;
     std::vector<Path> comingState_;    ///< what the store of `to` holds
     std::vector<OwnedFile> strangers_; ///< state of other levels that stays in the folder
     std::vector<std::string> waiting_; ///< what could not be brought in

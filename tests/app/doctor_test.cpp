@@ -1,6 +1,10 @@
 #include "app/doctor.h"
+#include "app/find_trle.h"
 
 #include "support/tool_box.h"
+#include "swap/swap_plan.h"
+
+#include <algorithm>
 
 #include <gtest/gtest.h>
 
@@ -30,5 +34,33 @@ TEST(Doctor, NamesWhatOfPackagesCouldNotBeRemoved)
 }
 
 } // namespace
+
+TEST(Doctor, FindsNothingWrongWithAProgramFolderThatIsNotMadeYet)
+{
+    Sandbox box;
+    box.session.programFolder = box / "not/yet";
+    const auto findings = Examine(box.session);
+    ASSERT_FALSE(findings.empty());
+    EXPECT_TRUE(findings.front().fine) << findings.front().state;
+}
+
+TEST(Doctor, NamesTwoFoldersOfSoundsAsWhatIsWrong)
+{
+    Sandbox box;
+    box.MakeTrle();
+    box.MakeBackupAndArchive();
+    box.session.preferences.fullBackup = true;
+    std::filesystem::create_directories(box / "trle/audio");
+    box.Write("trle/audio/001.wav", "a wave");
+    const auto lacks = WhatTrleLacks(box / "trle");
+    ASSERT_TRUE(lacks);
+    EXPECT_NE(lacks->find("audio"), std::string::npos) << *lacks;
+    EXPECT_NE(lacks->find("Audio"), std::string::npos) << *lacks;
+    const auto found = VerifyFolder(box.session);
+    ASSERT_TRUE(found);
+    EXPECT_TRUE(std::any_of(found->begin(), found->end(), [](const Difference& difference) {
+        return difference.file == "\\audio" && difference.kind == Mismatch::Unexpected;
+    }));
+}
 
 } // namespace kestrova::testing

@@ -417,6 +417,52 @@ TEST(Originals, AreOwedWhileThereIsNoBackup)
     world.ExpectOriginal();
 }
 
+namespace
+{
+
+/// A file that nobody may delete or replace, as one with the attribute "immutable".
+class Immovable : public platform::FileHook
+{
+public:
+    explicit Immovable(std::string name) : name_(std::move(name)) { platform::SetFileHook(this); }
+    ~Immovable() override { platform::SetFileHook(nullptr); }
+    std::error_code Before(platform::FileAction action, const platform::Path& path) override
+    {
+        const bool goes =
+            action == platform::FileAction::Unlink || action == platform::FileAction::Rename;
+        return goes && path.filename() == name_
+                   ? std::make_error_code(std::errc::operation_not_permitted)
+                   : std::error_code{};
+    }
+
+private:
+    std::string name_;
+};
+
+} // namespace
+
+TEST(Originals, WithAnEarlierLevelsFileInTheirPlaceComeBackAsSoonAsTheyCan)
+{
+    for (const bool patched : {false, true}) {
+        SwapWorld world;
+        ASSERT_TRUE(InstallLevel(world.session, world.first));
+        if (patched)
+            world.Write("trle/LOAD.BMP", "my own picture");
+        const auto treasures = world.Treasures();
+        {
+            const Immovable held{"LOAD.BMP"};
+            (void)InstallLevel(world.session, world.second);
+        }
+        EXPECT_EQ(world.Read("trle/LOAD.BMP"), patched ? "my own picture" : "first picture");
+        EXPECT_NE(WhatWaitsInTrle(world.session).find("LOAD"), std::string::npos) << patched;
+        ASSERT_TRUE(RecoverInterruptedWork(world.session));
+        EXPECT_EQ(WhatWaitsInTrle(world.session), "") << world.host.AllTold();
+        EXPECT_EQ(CurrentLevelCode(world.session), world.second);
+        EXPECT_EQ(world.Read("trle/LOAD.BMP"), world.Read("home/backup_trle/LOAD.BMP"));
+        world.ExpectNothingLost(treasures);
+    }
+}
+
 TEST(Originals, AreNotSaidToBeBackWithoutABackup)
 {
     SwapWorld world;

@@ -123,6 +123,8 @@ TEST(Twins, OfACaseAreSettledInsteadOfBlockingEverySwap)
     const auto treasures = world.Treasures();
     EXPECT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
     EXPECT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    EXPECT_TRUE(world.host.WasTold("differ by case alone the newest stays"))
+        << world.host.AllTold();
     world.ExpectNothingLost(treasures);
     world.ExpectOriginal();
 }
@@ -178,6 +180,51 @@ TEST(Markers, OfStrangersHarmNobody)
     fs::create_directory(world / "trle/Kestrva.txt");
     (void)InstallLevel(world.session, world.first); // a folder of that name is no marker
     world.ExpectNothingLost(treasures);
+}
+
+TEST(Markers, ThatSayNothingLeaveNoLevelUntold)
+{
+    for (const char* marker : {"", "nothing of use"}) {
+        SwapWorld world;
+        world.PlayFirst();
+        const auto treasures = world.Treasures();
+        world.Write("trle/Kestrva.txt", marker);
+        EXPECT_FALSE(RestoreFastWithWords(world.session)) << marker;
+        EXPECT_FALSE(world.host.WasTold("Set in Tomb Raider Level Editor")) << marker;
+        EXPECT_TRUE(world.host.WasTold("original --full")) << world.host.AllTold();
+        world.host.AnswerAll(true);
+        EXPECT_TRUE(FullRestore(world));
+        world.ExpectOriginal();
+        world.ExpectNothingLost(treasures);
+
+        world.Write("trle/Kestrva.txt", marker);
+        EXPECT_TRUE(RestoreFastWithWords(world.session)) << "nothing of a level is there";
+    }
+}
+
+TEST(LostHome, LeadsOutByTheWordThatTheFolderIsOriginalAgain)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    const std::string later = world.Read("trle/savegame.0");
+    fs::remove_all(world / "home");
+    fs::create_directories(world / "home");
+    world.host.WillAsk("Did you install the Level Editor anew", false);
+    EXPECT_FALSE(MakeTrleBackup(world.session, false, {BackupForm::Full}));
+    EXPECT_TRUE(world.host.WasTold("--folder-is-original")) << world.host.AllTold();
+    EXPECT_TRUE(world.Has("trle/Kestrva.txt"));
+    EXPECT_EQ(world.Read("trle/savegame.0"), later);
+
+    EXPECT_TRUE(MakeTrleBackup(world.session, false, {BackupForm::Full, true}))
+        << world.host.AllTold();
+    EXPECT_EQ(CurrentLevelCode(world.session), originalCode);
+    EXPECT_TRUE(world.Has("home/backup_trle/Script.dat"));
+    EXPECT_FALSE(world.Has("trle/savegame.0"));
+    const auto kept = HistoryOf(world.session, world.first);
+    for (const char* name : {"savegame.0", "savegame.4", "note0.txt", "shot0.jpg", "shot4.bmp"})
+        EXPECT_TRUE(std::any_of(kept.begin(), kept.end(), [&](const HistoryEntry& entry) {
+            return entry.name == name;
+        })) << name;
 }
 
 TEST(Journals, OfStrangersReachNothingOutside)

@@ -82,6 +82,8 @@ TEST(FullRestore, KeepsWhatThePlayerPatchedBeforeItWritesOverIt)
         EXPECT_TRUE(std::any_of(kept.begin(), kept.end(), [&](const auto& file) {
             return file.second == content;
         })) << content;
+    for (const char* file : {"tomb4.exe", "tut1.tr4", "001.wav"})
+        EXPECT_TRUE(world.host.WasTold(file)) << file << " was taken out in silence";
 }
 
 TEST(FullRestore, ComesBackFromAFolderThatLacksNearlyEverything)
