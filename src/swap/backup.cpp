@@ -48,7 +48,8 @@ bool MayForgetLevel(Session& session, LevelCode code, const BackupWishes& wishes
         session.host.AskYesNo(GetMsg(Msg::AskForgetLevel, {level, folder, lineBreak}),
                               Consent::Explicit))
         return true;
-    session.host.Tell(Tone::Error, GetMsg(Msg::BackupLevelUnknown, {level, folder}));
+    session.host.Tell(Tone::Error,
+                      GetMsg(Msg::BackupLevelUnknown, {level, folder, folder, folder}));
     return false;
 }
 
@@ -77,7 +78,8 @@ bool ForgetLevel(Session& session, LevelCode code)
         return failed(status.Error());
     if (const auto status = DeleteFile(session.MarkerPath()); !status)
         return failed(status.Error());
-    session.host.Tell(Tone::Warning, GetMsg(Msg::LevelForgotten, {ZeroPadded(code, 4)}));
+    session.host.Tell(Tone::Warning,
+                      GetMsg(Msg::LevelForgotten, {ZeroPadded(code, 4), std::to_string(code)}));
     return true;
 }
 
