@@ -93,7 +93,7 @@ bool AudioBatch::LookAtAll()
                       target_.text + "]";
             if (passesOver_ == PassOver::Always)
                 continue;
-            session_.host.Tell(Tone::Error, status_);
+            session_.host.Tell(Tone::Error, status_, plans_[i].reason);
             if (PassesOver(i))
                 continue;
             refused_ = true;

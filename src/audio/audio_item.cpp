@@ -283,8 +283,14 @@ AudioPlan PlanAudioFile(const Path& file, AudioKind target)
         plan.remark =
             GetMsg(Msg::AudioCutWave, {TextOf(file.filename()), std::to_string(facts->dataSize),
                                        std::to_string(facts->dataSize + facts->missing)});
-    if (plan.mode == -1)
-        plan.description = WhyNot(file).value_or(plan.description);
+    if (plan.mode == -1) {
+        const auto known = WhyNot(file);
+        plan.description = known.value_or(plan.description);
+        if (!known)
+            plan.reason = GetMsg(found.kind == AudioKind::Unknown || !WaveReader::Open(file)
+                                     ? Msg::AudioKindUnknown
+                                     : Msg::AudioFirstToStandard);
+    }
     if (plan.mode > 0)
         plan.steps = plan.mode == encodeStep ? 2 : 1;
     return plan;

@@ -28,6 +28,7 @@ struct AudioPlan {
     int mode = 0; ///< of a wave, as `WaveClass` has it
     std::string description{};
     int steps = 0;
+    std::string reason{}; ///< why it cannot be converted, where the description does not say it
     std::string remark{}; ///< what the person has to know of a file that is converted
 };
 AudioPlan PlanAudioFile(const Path& file, AudioKind target);

@@ -138,6 +138,7 @@ Exit ConvertSounds(Run& run, std::vector<Path> given, AudioKind kind)
     if (ResultsMeet(run, given, kind))
         return Exit::Failed;
     const Path folder = PlaceFromWord(run.arguments.ValueOf("--out"));
+    const bool isNew = IsFree(folder).ValueOr(false);
     if (const auto made = MakeFolders(folder); !made) {
         TellFailure(run.session, GetMsg(Msg::CannotCreateFolder, {TextOf(folder)}), made.Error());
         return Exit::Failed;
@@ -149,6 +150,8 @@ Exit ConvertSounds(Run& run, std::vector<Path> given, AudioKind kind)
     const bool done = batch.Run();
     if (!done && !batch.Refused())
         run.host.Tell(Tone::Error, GetMsg(Msg::FailedConversion) + batch.StatusText());
+    if (isNew && batch.Converted().empty())
+        (void)platform::RemoveFolder(folder); // only when nothing was put into it
     if (run.json != nullptr)
         *run.json = Json::array();
     for (const AudioBatch::Pair& pair : batch.Converted()) {
@@ -190,8 +193,18 @@ Exit RunAudio(Run& run)
                                    [&](const FormWord& row) { return row.word == format; });
     if (form == std::end(formWords) || (encode != (form->kind == AudioKind::Mp3)))
         return WrongUse(command, GetMsg(Msg::WrongOptionHere, {"--format " + format, what}));
+    if (form->kind != AudioKind::Mp3)
+        for (const auto option : {"--bitrate", "--mono", "--frequency"})
+            if (arguments.Has(option))
+                return WrongUse(
+                    command, GetMsg(Msg::WrongOptionHere, {option, what + " --format " + format}));
     if (const std::string wrong = TakeSettings(run); !wrong.empty())
         return WrongUse(command, wrong);
+    for (const Path& file : files)
+        if (IsFree(file).ValueOr(false)) {
+            run.host.Tell(Tone::Error, GetMsg(Msg::SourceMissing, {TextOf(file)}));
+            return Exit::Failed;
+        }
     const Msg ending = what == "decode" ? Msg::Mp3Extension : Msg::WavExtension;
     for (const Path& file : files)
         if (!EndsWithName(file.filename().native(), RowText(ending))) {

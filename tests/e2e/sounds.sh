@@ -66,4 +66,11 @@ errs "I cannot convert file 'zeros.mp3'"
 expect 2 audio encode "$first"
 expect 2 audio convert "$first" --out "$box/x" --format 44100s5
 expect 2 audio encode "$first" --out "$box/x" --bitrate 33
+# A wish that only mp3 knows is not dropped in silence, and a refusal says why and leaves nothing.
+expect 2 audio convert "$first" --out "$box/x" --format 44100s16 --mono
+expect 1 audio encode "$box/nothing.wav" --out "$box/refused"
+grep -q 'is not there: .*nothing.wav' "$box/err"
+expect 1 audio convert "$box/mono/$name.wav" --out "$box/refused" --format 44100s4
+grep -q 'Convert it to 44100 stereo 16 bits first' "$box/err"
+[[ ! -e $box/refused ]]
 expect 1 audio decode "$first" --out "$box/x"
