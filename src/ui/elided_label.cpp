@@ -94,7 +94,9 @@ void ElidedParagraph::paintEvent(QPaintEvent* event)
         return fontMetrics().horizontalAdvance(word) > contentsRect().width();
     });
     // The label's own painting shows what is selected, but no word that it would have to break.
-    if (!broken && heightForWidth(width()) <= height())
+    // Its own measure would lay it out, and so paint it, anew.
+    const QRect needed = fontMetrics().boundingRect(contentsRect(), Qt::TextWordWrap, text());
+    if (!broken && needed.height() <= contentsRect().height())
         return QLabel::paintEvent(event);
     const QStringList lines = ShownLines();
     QPainter painter(this);

@@ -22,7 +22,7 @@ TEST(Doctor, NamesWhatOfPackagesCouldNotBeRemoved)
     const auto told = [&] {
         std::string states;
         for (const Finding& finding : Examine(box.session))
-            if (finding.state.find("could not be removed") != std::string::npos)
+            if (finding.state.find("left by a program") != std::string::npos)
                 states += finding.state;
         return states;
     };
