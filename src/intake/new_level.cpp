@@ -152,6 +152,7 @@ void NewLevel::AfterSource()
     inside_ = {};
     // A size that cannot be told leaves the earlier, smaller one, and so the narrower limit.
     bytesBeforeInside_ = FolderSize(workFolder_).ValueOr(bytesBeforeInside_);
+    NoteChangedSources(report_);
     const bool listed = RefreshFileList();
     NoteUnpacked();
     TellReport(session_, report_);

@@ -1,6 +1,7 @@
 #include "intake/package_sources.h"
 
 #include "catalogue/message.h"
+#include "core/look.h"
 #include "core/removal.h"
 #include "intake/file_placing.h"
 #include "intake/stored_sources.h"
@@ -301,6 +302,8 @@ Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folde
                          const SourceOptions& options, ProgressScope& progress,
                          SourceReport& report)
 {
+    if (const auto before = LookAt(source)) // otherwise the copy says so
+        report.read.emplace_back(source, *before);
     if (IsPackage(source))
         return UnzipSource(session, source, folder, options, progress, report);
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
@@ -419,8 +422,23 @@ void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
         TellFailedFiles(session, failed, folder, firstFailure);
 }
 
+void NoteChangedSources(SourceReport& report)
+{
+    for (const auto& [file, before] : report.read) {
+        const auto now = LookAt(file);
+        if (!now || now->kind != platform::FileKind::File || // what is gone by now was read whole
+            (now->size == before.size && now->modifiedNs == before.modifiedNs))
+            continue;
+        report.changed.push_back(TextOf(file.filename()));
+        ++report.failed;
+    }
+    report.read.clear();
+}
+
 void TellReport(Session& session, const SourceReport& report)
 {
+    if (!report.changed.empty())
+        session.host.Tell(Tone::Error, GetMsg(Msg::SourcesChanged, {ShownNames(report.changed)}));
     std::vector<std::string> words;
     const auto add = [&](const std::vector<std::string>& names, Msg row) {
         if (!names.empty())

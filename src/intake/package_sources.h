@@ -39,7 +39,10 @@ class UnpackingPlace;
 
 /// What a source gave, beyond what it was asked for.
 struct SourceReport {
-    std::size_t failed = 0;             ///< files that could not be copied; each was told
+    std::size_t failed = 0;           ///< files that could not be copied; each was told
+    std::vector<std::string> changed; ///< written to while they were taken in
+    /// The sources as they were before they were read.
+    std::vector<std::pair<Path, platform::FileFacts>> read;
     std::vector<std::string> leftOut;   ///< two files of one name in one source: the later ones
     std::vector<std::string> notFiles;  ///< links and devices
     std::vector<std::string> ledOut;    ///< names that lead out of the folder
@@ -89,6 +92,10 @@ void AddFilesFromFolder(Session& session, const Path& source, const Path& folder
 
 /// Tells that a source failed: of a package what is wrong with it, in words of its own.
 void TellSourceFailure(Session& session, const std::string& text, const Failure& failure);
+
+/// Sources that were written to since they were read, as by a download that still runs, count as
+/// failed: the level has a part of them.
+void NoteChangedSources(SourceReport& report);
 
 /// Names what is not in the level, or not under its own name, if anything.
 void TellReport(Session& session, const SourceReport& report);

@@ -6,6 +6,7 @@
 #include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
 #include "saves/savegame_transfer.h"
+#include "session/name_list.h"
 #include "swap/savegame_info.h"
 
 #include <algorithm>
@@ -195,7 +196,11 @@ bool SavegameList::Import(const std::vector<Path>& files)
 
 bool SavegameList::Export(const std::vector<Path>& files, const Path& folder, bool deleteExported)
 {
-    const auto failed = ExportSavegames(session_, code_, files, folder, deleteExported);
+    std::vector<std::string> replaced;
+    const auto failed = ExportSavegames(session_, code_, files, folder, deleteExported, &replaced);
+    if (!replaced.empty())
+        session_.host.Tell(Tone::Warning,
+                           GetMsg(Msg::ExportReplaced, {TextOf(folder), ShownNames(replaced)}));
     TellFailedFiles(session_, Msg::ExportFailed, failed);
     return failed.empty();
 }

@@ -27,7 +27,8 @@ bool IsSameFile(const platform::FileFacts& a, const platform::FileFacts& b)
     return a.kind != platform::FileKind::Missing && a.device == b.device && a.inode == b.inode;
 }
 
-Status ExportOne(Session& session, LevelCode code, const Path& file, const Path& target)
+Status ExportOne(Session& session, LevelCode code, const Path& file, const Path& target,
+                 std::vector<std::string>* replaced)
 {
     const auto facts = LookAt(file);
     const auto there = LookAt(target);
@@ -37,11 +38,15 @@ Status ExportOne(Session& session, LevelCode code, const Path& file, const Path&
         return Failure{ErrorCode::Refused, TextOf(file), GetMsg(Msg::ExportOntoItself)};
     if (there->kind != platform::FileKind::File && there->kind != platform::FileKind::Missing)
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WriteNoFile, {TextOf(target)})};
-    if (there->kind == platform::FileKind::File && !SameContent(file, target))
+    const bool replaces = there->kind == platform::FileKind::File && !SameContent(file, target);
+    if (replaces)
         if (auto status = KeepInHistory(session, code, {target}, GetMsg(Msg::ReasonExportedOver));
             !status)
             return status;
-    return CopyFileOver(file, target, {Verify::Content, true, false, {}});
+    auto status = CopyFileOver(file, target, {Verify::Content, true, false, {}});
+    if (status && replaces && replaced != nullptr)
+        replaced->push_back(TextOf(target.filename()));
+    return status;
 }
 
 /// The lowest place of the game that has no savegame.
@@ -105,7 +110,8 @@ FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Pa
 }
 
 FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<Path>& files,
-                            const Path& folder, bool deleteSources)
+                            const Path& folder, bool deleteSources,
+                            std::vector<std::string>* replaced)
 {
     const Operation operation{session};
     if (const auto ready = EndEarlierMove(session); !ready)
@@ -115,7 +121,7 @@ FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<
     std::vector<Path> exported;
     for (const Path& file : files) {
         const Path target = ResolvePath(place / file.filename());
-        if (const auto status = ExportOne(session, code, file, target); !status)
+        if (const auto status = ExportOne(session, code, file, target, replaced); !status)
             failed.push_back({file, status.Error()});
         else
             exported.push_back(file);

@@ -20,9 +20,10 @@ FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Pa
 
 /// Copies each file under its own name into a folder, over what is there, without its note and
 /// pictures. A savegame that is replaced there, and with `deleteSources` each one that goes, is in
-/// the history beforehand.
+/// the history beforehand. `replaced` gets the names of those with another content.
 FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<Path>& files,
-                            const Path& folder, bool deleteSources);
+                            const Path& folder, bool deleteSources,
+                            std::vector<std::string>* replaced = nullptr);
 
 /// Says what failed; `text` has a place for the files' names. Nothing for an empty list.
 void TellFailedFiles(Session& session, Msg text, const FailedFiles& failed);

@@ -182,7 +182,7 @@ Result<std::string> OtherForm(const Path& picture, bool compress)
 /// The load picture; one that cannot be converted stays as it is, and so does one beside another of
 /// the other form. False when the folder cannot be listed.
 Status ChangeLoadPicture(const Path& folder, bool compress, ProgressScope& progress,
-                         std::vector<std::string>& kept)
+                         std::vector<std::string>& kept, int& made)
 {
     const Path bitmap = folder / RowText(Msg::LoadBmp);
     const Path jpeg = folder / RowText(Msg::LoadJpg);
@@ -205,13 +205,15 @@ Status ChangeLoadPicture(const Path& folder, bool compress, ProgressScope& progr
         return {};
     }
     if ((isMade || WriteWholeFile(compress ? jpeg : bitmap, *bytes)) &&
-        !platform::SyncFileSystem(folder))
+        !platform::SyncFileSystem(folder)) {
         (void)DeleteFile(source); // while both are there the level reads the same
+        ++made;
+    }
     return {};
 }
 
 /// The levels, one after the other; False when it was ended before the last.
-bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progress)
+bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progress, int& pictures)
 {
     const std::size_t count = session.archive.levels.size();
     const bool compress = session.archive.header.compressLevels;
@@ -235,7 +237,8 @@ bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progr
         if ((audio && !audio(name, folder)) ||
             !ChangeFiles(session, folder, compress, progress, kept))
             return false;
-        if (const auto picture = ChangeLoadPicture(folder, compress, progress, kept); !picture)
+        if (const auto picture = ChangeLoadPicture(folder, compress, progress, kept, pictures);
+            !picture)
             return TellFolderNotRead(session, picture.Error());
         TellKeptForms(session.host, kept);
     }
@@ -249,20 +252,25 @@ bool ChangeCompression(Session& session, const AudioStep& audio)
 {
     const double before = session.archive.header.mainFolderSize;
     bool all = false;
+    int pictures = 0;
     {
         const auto progress =
             session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ChangingCompression));
         progress->AllowStop();
-        all = ChangeLevels(session, audio, *progress);
+        all = ChangeLevels(session, audio, *progress, pictures);
     }
     RecomputeArchiveSize(session, false);
     session.list.Refresh();
+    std::string details = all ? std::string{} : GetMsg(Msg::CompressionPartlyChanged);
+    if (pictures > 0 && session.archive.header.compressLevels)
+        details += (details.empty() ? "" : " ") +
+                   GetMsg(Msg::PicturesCompressed, {std::to_string(pictures)});
     session.host.Tell(
         Tone::Plain,
         GetMsg(Msg::CompressionChanged,
                {FormatSize(session.archive.header.mainFolderSize) + std::string{lineBreak},
                 FormatSize(before) + std::string{lineBreak}}),
-        all ? std::string{} : GetMsg(Msg::CompressionPartlyChanged));
+        details);
     return all;
 }
 

@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
 #include "archive/zl_file.h"
+#include "platform/file_hook.h"
 #include "session/level_config_file.h"
 #include "session/zip_files.h"
 #include "support/tool_box.h"
@@ -10,6 +11,7 @@
 #include "swap/history.h"
 
 #include <fcntl.h>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -418,6 +420,37 @@ TEST_F(NewLevelTest, AFolderComesWithItsSubfoldersWhenThePersonWantsThem)
     box.Write("levels/other.tr4", "other");
     EXPECT_TRUE(level.AddSources({box / "levels"}, Subfolders::Take)) << box.host.AllTold();
     EXPECT_EQ(Names().size(), 4U);
+}
+
+TEST_F(NewLevelTest, ASourceThatIsStillWrittenToIsNamed)
+{
+    box.Write("in/level.tr4", "a part");
+    /// The download goes on whenever a file of ours changes.
+    class Download : public platform::FileHook
+    {
+    public:
+        explicit Download(Path file) : file_(std::move(file)) { platform::SetFileHook(this); }
+        ~Download() override { platform::SetFileHook(nullptr); }
+        Download(const Download&) = delete;
+        Download& operator=(const Download&) = delete;
+        std::error_code Before(platform::FileAction, const Path&) override
+        {
+            std::ofstream{file_, std::ios::app} << " and more";
+            return {};
+        }
+
+    private:
+        Path file_;
+    };
+    NewLevel& level = Begin();
+    {
+        const Download running{box / "in/level.tr4"};
+        EXPECT_FALSE(level.AddSources({box / "in"}, Subfolders::Take));
+    }
+    EXPECT_EQ(level.LastReport().failed, 1U);
+    EXPECT_TRUE(box.host.WasTold("were written to while they were taken in")) << box.host.AllTold();
+    EXPECT_TRUE(level.AddSources({box / "in"}, Subfolders::Take)) << box.host.AllTold();
+    EXPECT_EQ(level.LastReport().failed, 0U);
 }
 
 TEST_F(NewLevelTest, OfASourceThatCannotBeReadWholeTheRestComesInAndTheLossIsNamed)

@@ -105,6 +105,7 @@ TEST(SavegameExport, CopiesReplacesAndDeletesWithoutLosingAny)
     EXPECT_TRUE(list.Take({1}, true));
     EXPECT_EQ(world.Shown("trle"), "note4.txt=stands alone then savegame.0=1");
     EXPECT_EQ(world.Shown("out"), "savegame.4=2");
+    EXPECT_TRUE(world.host.WasTold("other savegames of these names were replaced"));
     world.ExpectNothingLost(treasures);
     EXPECT_EQ(HistoryOf(world.session, world.played).size(), 2U);
 

@@ -92,6 +92,7 @@ TEST_F(Compression, GoesThereAndBackOverAllLevelsOnTheDisk)
     EXPECT_EQ(Read(), before);
     EXPECT_TRUE(box.host.WasTold("New size [files] folders = ")) << box.host.AllTold();
     EXPECT_TRUE(box.host.WasTold("Note: levels on cd have been not changed"));
+    EXPECT_NE(box.host.told.back().reason.find("kept as JPEG now: 1."), std::string::npos);
     EXPECT_EQ(box.session.archive.levels[2].filesSize,
               *FolderSize(box / "levels/LEVEL_0002/files"));
     EXPECT_GT(box.list.refreshes, 0);
