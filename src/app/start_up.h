@@ -44,8 +44,8 @@ bool InitProgram(Session& session, StartWindows& windows,
                  const std::vector<std::string>& arguments);
 
 /// Preferences and settings to their files; asks for an unsaved archive first. Says nothing of a
-/// file that cannot be written. False, with nothing written, when the person called it off, or kept
-/// changes that could not be saved: the program must not end then.
+/// file that cannot be written. False, with nothing written, when the person kept changes that
+/// could not be saved: the program must not end then.
 bool WritePreferences(Session& session);
 /// For an end that nobody can be asked about: what the list of levels has and its file has not is
 /// written, and so are the preferences. Shows nothing; the first failure is the answer.

@@ -133,13 +133,8 @@ Changes AskSaveChanges(Session& session)
     if (!session.archive.dirty)
         return Changes::Saved;
     const std::string name = TextOf(session.ArchivePath().filename());
-    const YesNoCancel answer =
-        session.preferences.autoSave
-            ? YesNoCancel::Yes
-            : session.host.AskYesNoCancel(GetMsg(Msg::AskSaveArchive, {name, lineBreak}));
-    if (answer == YesNoCancel::Cancel)
-        return Changes::Stay;
-    if (answer == YesNoCancel::Yes)
+    if (session.preferences.autoSave ||
+        session.host.AskYesNo(GetMsg(Msg::AskSaveArchive, {name, lineBreak}), Consent::YesKeeps))
         return SaveArchiveNow(session) ? Changes::Saved : Changes::NotSaved;
     session.archive.dirty = false;
     return Changes::Dropped;
@@ -147,10 +142,7 @@ Changes AskSaveChanges(Session& session)
 
 bool MayReplaceArchive(Session& session, bool& saved)
 {
-    const Changes changes = AskSaveChanges(session);
-    saved = changes == Changes::Saved;
-    if (changes == Changes::Stay)
-        return false;
+    saved = AskSaveChanges(session) == Changes::Saved;
     if (!session.archive.dirty)
         return true;
     if (!session.host.AskYesNo(GetMsg(Msg::AskDropChanges), Consent::Explicit))

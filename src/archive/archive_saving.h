@@ -21,13 +21,12 @@ bool SaveArchive(Session& session);
 /// The command to save: writes whether or not anything changed. Shows its failure.
 bool SaveArchiveNow(Session& session);
 /// What became of changes that were asked about. `Saved`: the file holds all that memory holds;
-/// `NotSaved`: a failed save was told; `Stay`: whatever would have ended or replaced the archive is
-/// called off.
-enum class Changes { Saved, Dropped, NotSaved, Stay };
+/// `NotSaved`: a failed save was told.
+enum class Changes { Saved, Dropped, NotSaved };
 /// Saves or drops changes, as the person wants, before something replaces the archive.
 Changes AskSaveChanges(Session& session);
 /// The same: False when the archive must not be replaced, since its changes could be neither saved
-/// nor given up, or since the person called it off. `saved`: the file holds all changes.
+/// nor given up. `saved`: the file holds all changes.
 bool MayReplaceArchive(Session& session, bool& saved);
 
 /// Where the exact forms of names lie that the records cannot hold: beside the levels' folders.

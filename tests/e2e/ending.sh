@@ -24,16 +24,6 @@ renames() {
 }
 renames Ada
 
-# Escape calls off what would end or replace the list.
-for key in ctrl+q ctrl+n; do
-    press "$key"
-    appears '^Kestrova$'
-    press Escape
-    gone '^Kestrova$'
-    appears 'my.kva .2 levels'
-done
-ctl author 0 && ! grep -q Ada "$box/out"
-
 # The system ends the program, with nothing under way and with a window open.
 ends() {
     local code=0
