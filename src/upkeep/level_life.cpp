@@ -203,8 +203,9 @@ bool MayBeRemoved(Session& session, LevelCode code)
         session.host.Tell(Tone::Error, GetMsg(Msg::RemoveOriginalLevel, {lineBreak}));
         return false;
     }
-    return session.host.AskYesNo(GetMsg(Msg::AskRemoveLevel) + "\"" + OnOneLine(LevelNameOf(session, code)) +
-                                 "\"" + GetMsg(Msg::AskRemoveLevelEnd));
+    return session.host.AskYesNo(GetMsg(Msg::AskRemoveLevel) + "\"" +
+                                 OnOneLine(LevelNameOf(session, code)) + "\"" +
+                                 GetMsg(Msg::AskRemoveLevelEnd));
 }
 
 /// True when the level does not stand in the Level Editor's folder any more.
