@@ -31,14 +31,6 @@ constexpr std::uint16_t deflated = 8;
 constexpr std::size_t headerSize = 30;
 constexpr std::string_view headerMark{"PK\3\4", 4};
 
-std::uint32_t NumberAt(std::string_view bytes, std::size_t place, std::size_t width)
-{
-    std::uint32_t value = 0;
-    for (std::size_t i = width; i > 0; --i)
-        value = value << 8 | static_cast<unsigned char>(bytes[place + i - 1]);
-    return value;
-}
-
 bool IsPlainPart(std::string_view part)
 {
     return !part.empty() && part != "." && part != ".." &&
@@ -76,14 +68,14 @@ std::int64_t ModifiedOf(std::string_view header, std::string_view extras)
     constexpr std::uint32_t unixTimes = 0x5455;
     constexpr std::size_t head = 4;
     while (extras.size() >= head) {
-        const std::size_t size = NumberAt(extras, 2, 2);
-        if (NumberAt(extras, 0, 2) == unixTimes && size > head && extras.size() > 2 * head &&
+        const std::size_t size = ZipNumberAt(extras, 2, 2);
+        if (ZipNumberAt(extras, 0, 2) == unixTimes && size > head && extras.size() > 2 * head &&
             (extras[head] & 1) != 0)
-            return static_cast<std::int32_t>(NumberAt(extras, head + 1, 4)) * second;
+            return static_cast<std::int32_t>(ZipNumberAt(extras, head + 1, 4)) * second;
         extras.remove_prefix(std::min(head + size, extras.size()));
     }
-    const int time = static_cast<int>(NumberAt(header, 10, 2));
-    const int date = static_cast<int>(NumberAt(header, 12, 2));
+    const int time = static_cast<int>(ZipNumberAt(header, 10, 2));
+    const int date = static_cast<int>(ZipNumberAt(header, 12, 2));
     constexpr int firstYear = 1980;
     return platform::NsOf({firstYear + (date >> 9), (date >> 5) & 0xF, date & 0x1F, time >> 11,
                            (time >> 5) & 0x3F, (time & 0x1F) * 2});
@@ -101,12 +93,12 @@ std::optional<Content> ContentOf(std::string_view zip, const ZipName& entry)
     if (entry.header > zip.size() || zip.size() - entry.header < headerSize)
         return {};
     const std::string_view header = zip.substr(entry.header);
-    const std::size_t nameSize = NumberAt(header, 26, 2);
-    const std::size_t extraSize = NumberAt(header, 28, 2);
+    const std::size_t nameSize = ZipNumberAt(header, 26, 2);
+    const std::size_t extraSize = ZipNumberAt(header, 28, 2);
     const std::size_t before = headerSize + nameSize + extraSize;
     if (!header.starts_with(headerMark) || header.size() < before ||
-        header.size() - before < entry.packed || NumberAt(header, 6, 2) != entry.flags ||
-        NumberAt(header, 8, 2) != entry.method ||
+        header.size() - before < entry.packed || ZipNumberAt(header, 6, 2) != entry.flags ||
+        ZipNumberAt(header, 8, 2) != entry.method ||
         header.substr(headerSize, nameSize) != entry.bytes)
         return {};
     return Content{header.substr(before, entry.packed),

@@ -8,6 +8,14 @@
 namespace kestrova
 {
 
+std::uint32_t ZipNumberAt(std::string_view bytes, std::size_t place, std::size_t width)
+{
+    std::uint32_t value = 0;
+    for (std::size_t i = width; i > 0; --i)
+        value = value << 8 | static_cast<unsigned char>(bytes[place + i - 1]);
+    return value;
+}
+
 namespace
 {
 
@@ -18,14 +26,6 @@ constexpr std::uint64_t longestDirectory = std::uint64_t{16} << 20;
 constexpr std::string_view endMark{"PK\5\6", 4};
 constexpr std::string_view entryMark{"PK\1\2", 4};
 
-std::uint32_t NumberAt(std::string_view bytes, std::size_t place, std::size_t width)
-{
-    std::uint32_t value = 0;
-    for (std::size_t i = width; i > 0; --i)
-        value = value << 8 | static_cast<unsigned char>(bytes[place + i - 1]);
-    return value;
-}
-
 /// Where the end record begins; npos when there is none.
 std::size_t EndOf(std::string_view tail)
 {
@@ -33,7 +33,7 @@ std::size_t EndOf(std::string_view tail)
         return std::string_view::npos;
     std::size_t place = tail.size() - endSize;
     while ((place = tail.rfind(endMark, place)) != std::string_view::npos) {
-        if (NumberAt(tail, place + 20, 2) == tail.size() - place - endSize)
+        if (ZipNumberAt(tail, place + 20, 2) == tail.size() - place - endSize)
             return place;
         if (place == 0)
             break;
@@ -48,9 +48,10 @@ bool HasUnicodeName(std::string_view extras)
     constexpr std::uint32_t unicodePath = 0x7075;
     constexpr std::size_t head = 4;
     while (extras.size() >= head) {
-        if (NumberAt(extras, 0, 2) == unicodePath)
+        if (ZipNumberAt(extras, 0, 2) == unicodePath)
             return true;
-        extras.remove_prefix(std::min<std::size_t>(head + NumberAt(extras, 2, 2), extras.size()));
+        extras.remove_prefix(
+            std::min<std::size_t>(head + ZipNumberAt(extras, 2, 2), extras.size()));
     }
     return false;
 }
@@ -85,7 +86,7 @@ std::uint64_t ZipDirectorySize(std::string_view tail)
     const std::size_t end = EndOf(tail);
     if (end == std::string_view::npos)
         return 0;
-    const std::uint32_t size = NumberAt(tail, end + 12, 4);
+    const std::uint32_t size = ZipNumberAt(tail, end + 12, 4);
     return size == zipBeyond ? 0 : size + std::uint64_t{tail.size() - end};
 }
 
@@ -99,26 +100,26 @@ std::vector<ZipName> ParseZipDirectory(std::string_view tail)
     entries.remove_prefix(tail.size() - size);
     std::vector<ZipName> names;
     while (entries.size() >= entrySize && entries.starts_with(entryMark)) {
-        const std::size_t nameSize = NumberAt(entries, 28, 2);
-        const std::size_t extraSize = NumberAt(entries, 30, 2);
-        const std::size_t whole = entrySize + nameSize + extraSize + NumberAt(entries, 32, 2);
+        const std::size_t nameSize = ZipNumberAt(entries, 28, 2);
+        const std::size_t extraSize = ZipNumberAt(entries, 30, 2);
+        const std::size_t whole = entrySize + nameSize + extraSize + ZipNumberAt(entries, 32, 2);
         if (whole > entries.size())
             return {};
         constexpr std::uint32_t utf8Flag = 0x800;
         ZipName name;
         name.bytes = entries.substr(entrySize, nameSize);
-        name.flags = static_cast<std::uint16_t>(NumberAt(entries, 8, 2));
+        name.flags = static_cast<std::uint16_t>(ZipNumberAt(entries, 8, 2));
         name.isUtf8 = (name.flags & utf8Flag) != 0;
         name.hasUtf8 = HasUnicodeName(entries.substr(entrySize + nameSize, extraSize));
         name.madeBy = static_cast<std::uint8_t>(entries[5]);
-        name.method = static_cast<std::uint16_t>(NumberAt(entries, 10, 2));
-        name.checksum = NumberAt(entries, 16, 4);
-        if (const std::uint32_t bytes = NumberAt(entries, 24, 4); bytes != zipBeyond)
+        name.method = static_cast<std::uint16_t>(ZipNumberAt(entries, 10, 2));
+        name.checksum = ZipNumberAt(entries, 16, 4);
+        if (const std::uint32_t bytes = ZipNumberAt(entries, 24, 4); bytes != zipBeyond)
             name.size = bytes;
-        name.packed = NumberAt(entries, 20, 4);
-        name.isFolder = IsFolder(name.madeBy, NumberAt(entries, 38, 4));
-        name.isOther = IsOther(name.madeBy, NumberAt(entries, 38, 4));
-        name.header = NumberAt(entries, 42, 4);
+        name.packed = ZipNumberAt(entries, 20, 4);
+        name.isFolder = IsFolder(name.madeBy, ZipNumberAt(entries, 38, 4));
+        name.isOther = IsOther(name.madeBy, ZipNumberAt(entries, 38, 4));
+        name.header = ZipNumberAt(entries, 42, 4);
         name.fromEnd = entries.size() + (tail.size() - end);
         names.push_back(std::move(name));
         entries.remove_prefix(whole);
@@ -131,7 +132,7 @@ ZipDirectory DirectoryIn(std::string_view tail)
     ZipDirectory directory{ParseZipDirectory(tail), {}};
     if (const std::size_t end = EndOf(tail); end != std::string_view::npos) {
         directory.comment = tail.substr(end + endSize);
-        directory.isWhole = directory.names.size() == NumberAt(tail, end + 10, 2);
+        directory.isWhole = directory.names.size() == ZipNumberAt(tail, end + 10, 2);
     }
     return directory;
 }

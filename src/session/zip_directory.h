@@ -60,4 +60,7 @@ ZipDirectory DirectoryIn(std::string_view tail);
 /// The same for a file. Directories above 16 MB are not read.
 ZipDirectory ReadZipDirectory(const Path& zip);
 
+/// The number of `width` bytes at that place, lowest byte first, as zips write them.
+std::uint32_t ZipNumberAt(std::string_view bytes, std::size_t place, std::size_t width);
+
 } // namespace kestrova
