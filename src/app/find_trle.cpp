@@ -5,6 +5,7 @@
 #include "platform/places.h"
 #include "session/name_list.h"
 #include "swap/backup.h"
+#include "swap/backup_waves.h"
 
 namespace kestrova
 {

@@ -8,19 +8,17 @@
 #include "core/staged_file.h"
 #include "session/preferences_file.h"
 #include "swap/backup_folders.h"
-#include "swap/history.h"
+#include "swap/backup_waves.h"
 #include "swap/marker.h"
-#include "swap/owned_files.h"
 #include "swap/recovery.h"
+#include "swap/sounds_left.h"
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
 #include "swap/swap_run.h"
 #include "swap/trle_tree.h"
-#include "swap/vault.h"
+#include "swap/unknown_level.h"
 
 #include <algorithm>
-#include <set>
-#include <unordered_map>
 
 namespace kestrova
 {
@@ -30,15 +28,6 @@ namespace
 
 constexpr double fullNeed = 251658240;   // bytes, the Level Editor's own distribution
 constexpr double compactNeed = 94371840; // bytes
-
-/// True when a marker alone speaks of the level that stands: neither a record of it nor a backup of
-/// this folder is there, as after the program's own folder was lost.
-bool IsUnknownLevel(const Session& session)
-{
-    const auto owner = ReadOwner(session);
-    const auto other = BackupSeemsOfAnother(session);
-    return owner && !*owner && other && (BackupIsAway(session) || *other);
-}
 
 bool MayForgetLevel(Session& session, LevelCode code, const BackupWishes& wishes)
 {
@@ -51,36 +40,6 @@ bool MayForgetLevel(Session& session, LevelCode code, const BackupWishes& wishes
     session.host.Tell(Tone::Error,
                       GetMsg(Msg::BackupLevelUnknown, {level, folder, folder, folder}));
     return false;
-}
-
-/// The savegames of a level that nothing is known of go to the history, then its marker goes. Told;
-/// may be repeated.
-bool ForgetLevel(Session& session, LevelCode code)
-{
-    const auto failed = [&](const Failure& failure) {
-        TellFailure(session, GetMsg(Msg::CannotKeepState), failure);
-        return false;
-    };
-    const LevelPlace level{code};
-    auto files = ListFiles(session.TrleFolder(), RowText(Msg::PatAll));
-    if (!files)
-        return failed(files.Error());
-    std::erase_if(*files,
-                  [](const Path& file) { return !IsPlayersFile(file.filename().native()); });
-    const auto live = HashesOf(*files);
-    if (!live)
-        return failed(live.Error());
-    if (const auto status = KeepInHistory(session, level, *files, GetMsg(Msg::ReasonForgotten));
-        !status)
-        return failed(status.Error());
-    std::vector<OwnedFile> left; // what a game wrote since: it is the original configuration's now
-    if (const auto status = DropLiveState(session, level, *live, left); !status)
-        return failed(status.Error());
-    if (const auto status = DeleteFile(session.MarkerPath()); !status)
-        return failed(status.Error());
-    session.host.Tell(Tone::Warning,
-                      GetMsg(Msg::LevelForgotten, {ZeroPadded(code, 4), std::to_string(code)}));
-    return true;
 }
 
 /// The Level Editor's folder when the person says that it is original; empty otherwise.
@@ -150,98 +109,7 @@ bool HasSpace(Session& session, const Path& trle, double need)
     return false;
 }
 
-/// Files in the Level Editor's folder that levels left there (the sounds under a compact backup).
-/// They are no originals; what they replaced was kept in the vault.
-class Leftovers
-{
-public:
-    explicit Leftovers(Session& session)
-        : session_(session), trle_(ResolvePath(session.TrleFolder()))
-    {
-    }
-
-    /// Fails while it cannot be told what they are.
-    Status Find()
-    {
-        auto owner = ReadOwner(session_);
-        if (!owner)
-            return owner.Error();
-        owner_ = owner->value_or(OwnerRecord{});
-        for (const OwnedFile& file : owner_.added) {
-            const auto relative = SafeRelative(file.name);
-            if (!relative)
-                continue;
-            const Path place = ResolvePath(trle_ / *relative);
-            const auto facts = LookAt(place);
-            if (!facts)
-                return facts.Error();
-            if (IsAsListed(file, *facts) &&
-                !SameContent(place, session_.BackupFolder() / *relative))
-                files_.push_back({file, *relative, place});
-        }
-        for (std::size_t i = 0; i < files_.size(); ++i)
-            byPlace_.emplace(FoldCase(files_[i].place.native()), i);
-        return {};
-    }
-
-    /// The original that belongs in the place of `file`; `file` itself when no level left it.
-    [[nodiscard]] Path OriginalOf(const Path& file) const
-    {
-        const auto left =
-            byPlace_.empty() ? byPlace_.end() : byPlace_.find(FoldCase(ResolvePath(file).native()));
-        if (left == byPlace_.end())
-            return file;
-        const Path vault =
-            ResolvePath(InFolder(session_.programFolder, RowText(Msg::DirHistoryOriginals)) /
-                        files_[left->second].relative);
-        return IsFile(vault).ValueOr(true) ? vault : Path{};
-    }
-
-    /// Now that the backup has every original, they go and what they replaced comes back. What
-    /// cannot go yet stays noted, and the next start tries again.
-    void Settle()
-    {
-        if (files_.empty())
-            return;
-        std::set<std::string> settled;
-        std::vector<std::string> names;
-        for (const Left& left : files_) {
-            names.push_back(Readable(left.listed.name));
-            const auto original = IsFile(session_.BackupFolder() / left.relative);
-            const auto facts = LookAt(left.place);
-            auto status = original ? Status{} : original.Error();
-            const Path going =
-                original && *original ? PlaceOfOriginal(session_, left.relative) : left.relative;
-            const bool asPut =
-                facts && IsAsPut(left.listed, *facts) && ResolvePath(trle_ / going) == left.place;
-            if (status && !asPut) // touched since, or a twin of it
-                status = KeepOriginal(session_, going);
-            if (status)
-                status = *original ? RestoreOriginal(session_, left.relative)
-                                   : DeleteSpelled(left.place);
-            if (status)
-                settled.insert(left.listed.name);
-        }
-        std::erase_if(owner_.added,
-                      [&](const OwnedFile& file) { return settled.contains(file.name); });
-        (void)WriteOwner(session_, owner_); // otherwise they are looked at once more
-        session_.host.Tell(Tone::Plain, GetMsg(Msg::BackupLeftSounds, {Join(names, ", ")}));
-    }
-
-private:
-    struct Left {
-        OwnedFile listed;
-        Path relative;
-        Path place;
-    };
-    Session& session_;
-    Path trle_;
-    OwnerRecord owner_;
-    std::vector<Left> files_;
-    std::unordered_map<std::string, std::size_t> byPlace_; ///< of `files_`, by folded path
-};
-
-bool CopyFull(Session& session, const Path& trle, const Path& target, const Leftovers& leftovers)
+bool CopyFull(Session& session, const Path& trle, const Path& target, const SoundsLeft& leftovers)
 {
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::FileCopyInProgress));
@@ -297,27 +165,6 @@ bool CopyCompact(Session& session, const Path& trle, const Path& target)
 }
 
 /// `keepOld`: files of the old backup that the folder lacks stay in the new one.
-Path WavesNote(const Session& session)
-{
-    return InFolder(session.programFolder, RowText(Msg::FragWavesNote));
-}
-
-Result<std::vector<Path>> WavesOf(const Session& session)
-{
-    return ListFiles(InFolder(session.TrleFolder(), RowText(Msg::DirAudio)), RowText(Msg::PatWav));
-}
-
-/// A compact backup holds no music: what there was is known by name at least, behind the folder's.
-void NoteWaves(Session& session)
-{
-    std::string names = session.TrleFolder().native() + "\n";
-    if (const auto files = WavesOf(session))
-        for (const Path& file : *files)
-            names += file.filename().native() + "\n";
-    if (MakeFolders(InFolder(session.programFolder, RowText(Msg::DirSwap))))
-        (void)WriteWholeFile(WavesNote(session), names); // without it they are not named
-}
-
 bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes& wishes)
 {
     const Operation running{session};
@@ -340,7 +187,7 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     if (!SettleBackupFolders(session))
         return false;
     const auto hasOld = IsFolder(session.BackupFolder());
-    Leftovers leftovers{session};
+    SoundsLeft leftovers{session};
     const auto known = leftovers.Find();
     if (!hasOld || !known)
         return TellFolderNotRead(session, hasOld ? known.Error() : hasOld.Error());
@@ -468,29 +315,6 @@ Result<BackupState> LookAtBackup(const Session& session)
             return BackupState::Missing;
     }
     return BackupState::Present;
-}
-
-Result<std::vector<std::string>> MissingWaves(const Session& session)
-{
-    std::vector<std::string> missing;
-    if (session.preferences.fullBackup)
-        return missing;
-    const auto noted = ReadFileIfThere(WavesNote(session), UINT64_C(1) << 20);
-    if (!noted || !*noted)
-        return noted ? Result<std::vector<std::string>>{missing} : noted.Error();
-    const auto names = Split(**noted, '\n');
-    if (names.empty() || names.front() != session.TrleFolder().native())
-        return missing; // of another folder
-    const auto files = WavesOf(session);
-    if (!files)
-        return files.Error();
-    NameSet there;
-    for (const Path& file : *files)
-        there.Add(file.filename().native());
-    for (std::size_t i = 1; i < names.size(); ++i)
-        if (!names[i].empty() && !there.Has(names[i]))
-            missing.push_back(names[i]);
-    return missing;
 }
 
 bool BackupIsAway(const Session& session)

@@ -18,8 +18,6 @@ enum class BackupState { Missing, Present };
 Result<BackupState> LookAtBackup(const Session& session);
 /// True while nothing can come back from the backup: it is not there, or cannot be listed.
 bool BackupIsAway(const Session& session);
-/// Waves that stood in the Level Editor's folder when its compact backup was made, and do not now.
-Result<std::vector<std::string>> MissingWaves(const Session& session);
 /// The folder that the backup is of, when that is another one than the Level Editor's folder in
 /// use and its files are not the same. Compares contents only while the folder was newly chosen; a
 /// failure when the backup cannot be listed for that.

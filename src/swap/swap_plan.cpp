@@ -9,6 +9,7 @@
 #include "core/removal.h"
 #include "platform/folder_memory.h"
 #include "swap/backup.h"
+#include "swap/backup_waves.h"
 #include "swap/level_files.h"
 #include "swap/level_gaps.h"
 #include "swap/state_files.h"

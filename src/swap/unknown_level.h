@@ -1,0 +1,15 @@
+#pragma once
+
+#include "session/session.h"
+
+/// A level that stands in the Level Editor's folder and of which a marker alone speaks.
+namespace kestrova
+{
+
+/// True when neither a record of the standing level nor a backup of this folder is there, as after
+/// the program's own folder was lost.
+bool IsUnknownLevel(const Session& session);
+/// The savegames of such a level go to the history, then its marker goes. Told; may be repeated.
+bool ForgetLevel(Session& session, LevelCode code);
+
+} // namespace kestrova
