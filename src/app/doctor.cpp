@@ -12,7 +12,7 @@
 #include "swap/backup.h"
 #include "swap/level_gaps.h"
 #include "swap/recovery.h"
-#include "swap/return_to_original.h"
+#include "swap/waiting_in_trle.h"
 #include "upkeep/leftovers.h"
 #include "upkeep/unfinished_intake.h"
 

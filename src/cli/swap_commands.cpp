@@ -6,8 +6,8 @@
 #include "swap/backup.h"
 #include "swap/marker.h"
 #include "swap/recovery.h"
-#include "swap/return_to_original.h"
 #include "swap/swap_plan.h"
+#include "swap/waiting_in_trle.h"
 #include "upkeep/leftovers.h"
 
 namespace kestrova

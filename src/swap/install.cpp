@@ -9,10 +9,10 @@
 #include "swap/folder_guard.h"
 #include "swap/level_files.h"
 #include "swap/recovery.h"
-#include "swap/return_to_original.h"
 #include "swap/state_files.h"
 #include "swap/swap_plan.h"
 #include "swap/swap_run.h"
+#include "swap/waiting_in_trle.h"
 
 namespace kestrova
 {

@@ -161,4 +161,16 @@ MarkerContent ParseMarker(std::string_view bytes)
     return content;
 }
 
+bool IsOriginals(const Session& session, const LevelPlace& level)
+{
+    return level.code == originalCode &&
+           HomeOf(session, level) == LevelHomeOf(session, originalCode);
+}
+
+bool IsOriginalButForLeftovers(const Session& session, const Standing& standing)
+{
+    return standing.owner && (IsOriginals(session, standing.level) ||
+                              (standing.owner->owner && IsOriginals(session, standing.state)));
+}
+
 } // namespace kestrova

@@ -72,4 +72,10 @@ struct MarkerContent {
 };
 MarkerContent ParseMarker(std::string_view text);
 
+/// True for the original configuration of this program.
+bool IsOriginals(const Session& session, const LevelPlace& level);
+/// The folder is the original configuration's, but for what a told failure left in it: at worst the
+/// marker of the level that went.
+bool IsOriginalButForLeftovers(const Session& session, const Standing& standing);
+
 } // namespace kestrova

@@ -9,6 +9,7 @@
 #include "swap/backup_folders.h"
 #include "swap/folder_guard.h"
 #include "swap/history.h"
+#include "swap/homeless_state.h"
 #include "swap/owned_files.h"
 #include "swap/restore_steps.h"
 #include "swap/return_to_original.h"
@@ -16,7 +17,9 @@
 #include "swap/state_files.h"
 #include "swap/swap_notes.h"
 #include "swap/swap_run.h"
+#include "swap/told_leftovers.h"
 #include "swap/vault.h"
+#include "swap/waiting_in_trle.h"
 
 #include <algorithm>
 

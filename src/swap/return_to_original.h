@@ -1,9 +1,8 @@
 #pragma once
 
-#include "swap/swap_records.h"
-#include "swap/whereabouts.h"
-
+#include "archive/level_folders.h"
 #include "session/session.h"
+#include "swap/swap_records.h"
 
 /// The way back to the original configuration of what a swap left half done, or said that it left.
 namespace kestrova
@@ -28,26 +27,12 @@ Status ReturnToOriginal(Session& session, SwapJournal journal, LeftInTrle& left)
 /// What a swap built beside its targets in the Level Editor's folder goes.
 void ClearHalfDone(const Session& session);
 
-/// Without a marker the folder is original; what a told failure left in it is cleared as soon as
-/// the disk allows it.
-void ClearToldLeftovers(Session& session);
-/// The savegames of a level that a full restore had to leave in the folder go to that level's
-/// store, and the original configuration's come in. `stay` gets the names of those that still
-/// cannot; a level whose folder is not there just now is waited for, unless the person said where
-/// it is or that it is gone for good, which sends them to the history.
-Status ReturnHomelessState(Session& session, std::vector<std::string>& stay,
-                           const Whereabouts& said = {});
-/// Such savegames wait in a Level Editor's folder that was moved: the one that the person named is
-/// the Level Editor's folder from now on, provided that it is that one. False, told, when it is
-/// not.
-bool FollowMovedState(Session& session, const Whereabouts& said);
-
-/// What waits for a better moment while the original configuration stands, in words; empty when
-/// nothing does.
-std::string WhatWaitsInTrle(const Session& session);
-/// What the person can do about it.
-std::string RemedyInTrle(const Session& session);
-/// Originals that the standing level does not replace and that are not back, as they are shown.
-std::vector<std::string> OwedOriginals(const Session& session);
+/// Deletes what the old or the new level brought, but for files that are original. What somebody
+/// changed since is kept first.
+void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const LevelPlace& level,
+                   LeftInTrle& left);
+/// Whatever the root and `data` of the backup hold and the folder lacks comes back. Fails before it
+/// changes anything when the backup cannot be listed.
+Status RestoreMissing(Session& session, const SwapJournal& journal, LeftInTrle& left);
 
 } // namespace kestrova

@@ -5,10 +5,10 @@
 #include "swap/history.h"
 #include "swap/install.h"
 #include "swap/recovery.h"
-#include "swap/return_to_original.h"
 #include "swap/swap_notes.h"
 #include "swap/swap_plan.h"
 #include "swap/vault.h"
+#include "swap/waiting_in_trle.h"
 #include "swap_world.h"
 
 namespace kestrova::testing

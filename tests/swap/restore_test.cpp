@@ -2,8 +2,8 @@
 #include "swap/backup.h"
 #include "swap/recovery.h"
 #include "swap/restore_steps.h"
-#include "swap/return_to_original.h"
 #include "swap/swap_notes.h"
+#include "swap/waiting_in_trle.h"
 #include "swap_world.h"
 
 #include <sys/mount.h>

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "session/session.h"
+
+/// What waits for a better moment in the Level Editor's folder, in words.
+namespace kestrova
+{
+
+/// What waits for a better moment while the original configuration stands, in words; empty when
+/// nothing does.
+std::string WhatWaitsInTrle(const Session& session);
+/// What the person can do about it.
+std::string RemedyInTrle(const Session& session);
+/// Originals that the standing level does not replace and that are not back, as they are shown.
+std::vector<std::string> OwedOriginals(const Session& session);
+
+} // namespace kestrova
