@@ -53,7 +53,9 @@ struct EqualLevels {
     void Look()
     {
         const auto start = std::chrono::steady_clock::now();
-        if (FindEqualTr4(box.session, box / "new", box.session.archive.levels.size(), nullptr))
+        const auto equal =
+            FindEqualTr4(box.session, box / "new", box.session.archive.levels.size(), nullptr);
+        if (!equal || *equal)
             std::abort(); // there is none
         times.push_back(
             std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)

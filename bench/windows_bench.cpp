@@ -1,5 +1,5 @@
 #include "support/sandbox.h"
-#include "ui/main_window.h"
+#include "ui/main/main_window.h"
 
 #include <QApplication>
 #include <QLineEdit>

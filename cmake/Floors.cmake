@@ -1,5 +1,5 @@
-# One folder of src/ is one static library. What a floor links is what it may include;
-# tests/checks/floors.py holds the includes against the same rows.
+# A folder in one of the storeys of src/ is a floor, one static library. What its row names is what
+# it includes; tests/checks/floors.py holds rows and includes against each other.
 
 find_package(PkgConfig REQUIRED)
 find_package(ICU 72 REQUIRED COMPONENTS uc)
@@ -17,7 +17,9 @@ pkg_check_modules(ZLIB REQUIRED IMPORTED_TARGET zlib)
 pkg_check_modules(XXHASH REQUIRED IMPORTED_TARGET libxxhash)
 
 add_library(kestrova_options INTERFACE)
-target_include_directories(kestrova_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+foreach(storey ground media engine keep work faces)
+  target_include_directories(kestrova_options INTERFACE ${CMAKE_SOURCE_DIR}/src/${storey})
+endforeach()
 # g++ 12 sees overlaps in "~" + std::to_string(n) that are not there (its bug 105651).
 target_compile_options(kestrova_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-missing-field-initializers
@@ -31,22 +33,24 @@ set(KESTROVA_COMMON_HEADERS
   <map> <memory> <mutex> <optional> <set> <span> <string> <string_view> <unordered_map> <utility>
   <variant> <vector>)
 
-# kestrova_floor(NAME USES floor… LIBS target…): the sources of src/NAME as a library.
+# kestrova_floor(STOREY/NAME USES floor… LIBS target…): the sources of that folder as a library.
 # A floor of headers alone passes on what it uses.
-function(kestrova_floor name)
+function(kestrova_floor place)
   cmake_parse_arguments(F "" "" "USES;LIBS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+  get_filename_component(name ${place} NAME)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${place}/*.cpp)
   list(TRANSFORM F_USES PREPEND kestrova_)
   if(sources)
     add_library(kestrova_${name} STATIC ${sources})
     target_link_libraries(kestrova_${name} PUBLIC kestrova_options ${F_USES} ${F_LIBS})
-    if(name STREQUAL "catalogue")
-      target_precompile_headers(kestrova_catalogue PRIVATE ${KESTROVA_COMMON_HEADERS})
+    if(name STREQUAL "platform")
+      target_precompile_headers(kestrova_platform PRIVATE ${KESTROVA_COMMON_HEADERS})
     else()
-      target_precompile_headers(kestrova_${name} REUSE_FROM kestrova_catalogue)
+      target_precompile_headers(kestrova_${name} REUSE_FROM kestrova_platform)
     endif()
   else()
     add_library(kestrova_${name} INTERFACE)
     target_link_libraries(kestrova_${name} INTERFACE kestrova_options ${F_USES} ${F_LIBS})
   endif()
+  set_property(GLOBAL APPEND PROPERTY KESTROVA_FLOORS ${place})
 endfunction()

@@ -1,4 +1,4 @@
-#include "records/archive_file.h"
+#include "formats/archive_file.h"
 
 #include "check.h"
 

@@ -1,4 +1,4 @@
-#include "records/exact_names.h"
+#include "formats/exact_names.h"
 
 #include "check.h"
 

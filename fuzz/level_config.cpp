@@ -1,4 +1,4 @@
-#include "records/level_config.h"
+#include "formats/level_config.h"
 
 #include "check.h"
 #include "core/text.h"

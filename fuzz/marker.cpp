@@ -1,7 +1,8 @@
-#include "catalogue/message.h"
 #include "swap/swap_run.h"
+#include "words/message.h"
 
 #include "check.h"
+#include "swap/placements.h"
 
 #include <algorithm>
 
@@ -58,13 +59,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 "each entry is either followed or named");
     }
 
-    const std::string name = FromWindows1252(MarkerValue(RowText(Msg::TagLevelName), bytes));
+    const std::string name = FromWindows1252(MarkerValue(tagLevelName, bytes));
     const std::string written = MarkerText(content.code, name, content.overwritten, content.copied);
     const MarkerContent again = ParseMarker(written);
     Promise(again.code == content.code && again.overwritten == content.overwritten &&
                 again.copied == content.copied,
             "a marker that is written again says the same");
-    Promise(FromWindows1252(MarkerValue(RowText(Msg::TagLevelName), written)) == name,
+    Promise(FromWindows1252(MarkerValue(tagLevelName, written)) == name,
             "the level's name comes back");
     return 0;
 }

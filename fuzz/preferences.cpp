@@ -1,4 +1,4 @@
-#include "records/preferences.h"
+#include "formats/preferences.h"
 
 #include "check.h"
 

@@ -1,4 +1,4 @@
-#include "session/rar_headers.h"
+#include "formats/rar_headers.h"
 
 #include "check.h"
 

@@ -1,4 +1,4 @@
-#include "swap/savegame_info.h"
+#include "formats/savegame_info.h"
 #include "core/text.h"
 
 #include "check.h"

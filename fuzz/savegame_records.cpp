@@ -1,4 +1,4 @@
-#include "records/savegame_records.h"
+#include "formats/savegame_records.h"
 
 #include "check.h"
 

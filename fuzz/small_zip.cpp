@@ -1,4 +1,4 @@
-#include "session/small_zip.h"
+#include "packages/small_zip.h"
 
 #include "core/staged_file.h"
 #include "work_folder.h"

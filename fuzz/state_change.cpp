@@ -1,7 +1,8 @@
-#include "swap/state_change.h"
+#include "history/state_change.h"
 
 #include "check.h"
 #include "core/names.h"
+#include "formats/record_json.h"
 
 using namespace kestrova;
 using namespace kestrova::fuzz;

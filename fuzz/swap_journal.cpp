@@ -1,4 +1,4 @@
-#include "swap/swap_records.h"
+#include "formats/swap_journal.h"
 
 #include "check.h"
 

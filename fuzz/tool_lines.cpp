@@ -1,10 +1,11 @@
 // What outside tools print: bytes into lines, lines into progress and lists, the end into words.
 
-#include "catalogue/message.h"
-#include "session/line_splitter.h"
-#include "session/tool_runner.h"
+#include "tools/line_splitter.h"
+#include "tools/tool_runner.h"
+#include "words/message.h"
 
 #include "check.h"
+#include "tools/tool_output.h"
 
 using namespace kestrova;
 using namespace kestrova::fuzz;

@@ -1,4 +1,4 @@
-#include "records/tr4_inf.h"
+#include "formats/tr4_inf.h"
 
 #include "check.h"
 

@@ -1,4 +1,4 @@
-#include "session/zip_directory.h"
+#include "formats/zip_directory.h"
 
 #include "check.h"
 

@@ -1,4 +1,4 @@
-#include "archive/zl_file.h"
+#include "storage/zl_file.h"
 
 #include "check.h"
 

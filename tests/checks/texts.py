@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Every text that a person can see stands in the catalogue: texts.py ROOT | texts.py --self-test
 
-Outside src/catalogue/ no literal may read like a text or like a piece of a path:
+Outside src/ground/words/ no literal may read like a text or like a piece of a path:
 - two words with a blank between them, or a backslash before a name;
 - in the windows, any word handed to a call that shows it.
 A literal that nobody is shown (the format of a system's file, say) carries `// not shown` on its
@@ -15,7 +15,7 @@ import tempfile
 
 ALLOWED = "// not shown"
 # A program of its own that links no floor; its texts stand in one table at its top.
-WITHOUT_CATALOGUE = {"mains/practice_game.cpp"}
+WITHOUT_CATALOGUE = {"faces/mains/practice_game.cpp"}
 # Comments come first, so that quotes in them are passed over; a raw literal before a plain one.
 TOKEN = re.compile(
     r'(?P<comment>//[^\n]*|/\*.*?\*/)'
@@ -94,7 +94,7 @@ def faults(root):
         if re.search(r"using\s+enum\s+(?:kestrova::)?Msg\b", text):
             spoken.update(re.findall(r"\w+", text))
         spoken.update(re.findall(r"\bMsg::(\w+)", text))
-        if file.relative_to(source).parts[0] == "catalogue" or \
+        if file.relative_to(source).parts[:2] == ("ground", "words") or \
                 file.relative_to(source).as_posix() in WITHOUT_CATALOGUE:
             continue
         for number, literal in text_faults(text):
@@ -119,8 +119,8 @@ def self_test():
         assert not list(text_faults(text + "\n")), text
     with tempfile.TemporaryDirectory() as folder:
         root = pathlib.Path(folder)
-        (root / "src" / "catalogue").mkdir(parents=True)
-        rows = root / "src" / "catalogue" / "a.def"
+        (root / "src" / "ground" / "words").mkdir(parents=True)
+        rows = root / "src" / "ground" / "words" / "a.def"
         rows.write_text('// KV_MSG(Name, "text")\nKV_MSG(One, "a b")\nKV_MSG(Two, "c")\n')
         user = root / "src" / "user.cpp"
         user.write_text("GetMsg(Msg::One); GetMsg(Msg::Two);\n")
@@ -130,7 +130,7 @@ def self_test():
         user.write_text("using enum Msg; GetMsg(One); GetMsg(Two);\n")
         assert list(faults(root)) == []
         user.write_text("GetMsg(Msg::One);\n")
-        (root / "src" / "catalogue" / "b.def").write_text('KV_CAPTION("w", "c", Two)\n')
+        (root / "src" / "ground" / "words" / "b.def").write_text('KV_CAPTION("w", "c", Two)\n')
         assert list(faults(root)) == []
         rows.write_text(rows.read_text() + 'KV_MSG(One, "d")\n')
         assert "already" in "".join(faults(root))

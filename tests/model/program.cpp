@@ -1,6 +1,7 @@
 #include "program.h"
 
 #include "cli/run.h"
+#include "platform/file_content.h"
 #include "platform/files.h"
 #include "support/faults.h"
 

@@ -1,6 +1,7 @@
 #include "support/sandbox.h"
 
 #include "core/staged_file.h"
+#include "platform/file_content.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "support/zip_builder.h"
 
-#include "archive/zl_file.h"
+#include "storage/zl_file.h"
 
 #include <array>
 

@@ -1,0 +1,185 @@
+#include "conversion/mp3_tools.h"
+
+#include "audio/mpeg_frames.h"
+#include "audio/wave_chunks.h"
+#include "audio/wave_header.h"
+#include "audio/wave_reader.h"
+#include "core/staged_file.h"
+#include "platform/places.h"
+#include "tools/tool_output.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool Fail(ToolProgressState& state, std::string error, std::string details = {})
+{
+    state.error = std::move(error);
+    state.details = std::move(details);
+    return false;
+}
+
+std::string InstallHint(const Session& session, const ToolRow& row)
+{
+    return GetMsg(Msg::ToolInstallHint, {row.name, TextOf(session.programFolder), row.package});
+}
+
+std::string LastLineOf(const std::string& output)
+{
+    const std::string lines = LastLines(output);
+    const std::size_t end = lines.find_last_of("\r\n");
+    return end == std::string::npos ? lines : lines.substr(end + 1);
+}
+
+/// The tool's own last words when it left nothing, and what it said when it failed.
+bool RunAudioTool(Session& session, const ToolRun& run, const Path& made, ToolProgressState& state)
+{
+    const bool ended = RunTool(session, run, state);
+    ClearToolProgress(state);
+    if (!ended)
+        return false;
+    if (!FileExists(made)) {
+        const std::string words = LastLineOf(state.output);
+        return Fail(state, words.empty() ? GetMsg(Msg::Mp3NotWhole) : words);
+    }
+    return true;
+}
+
+/// Decoder and encoder may leave out a few frames at the ends, and what is damaged.
+constexpr std::uint64_t framesOfGrace = 4;
+
+bool HoldsEnough(std::uint64_t made, std::uint64_t needed, std::uint64_t frame)
+{
+    return made + framesOfGrace * frame + needed / 100 >= needed;
+}
+
+// How madplay tells of a frame from which no sound came: `error: frame 12: CRC check failed`.
+constexpr std::string_view frameError = "error: frame ";
+constexpr std::string_view checksumError = ": CRC check failed"; // not shown
+
+std::size_t CountOf(std::string_view words, std::string_view text)
+{
+    std::size_t count = 0;
+    for (std::size_t at = text.find(words); at != std::string_view::npos;
+         at = text.find(words, at + words.size()))
+        ++count;
+    return count;
+}
+
+/// Nothing in it is louder than what rounding leaves.
+bool IsSilent(const Path& wave)
+{
+    constexpr int loudest = 4;
+    auto reader = WaveReader::Open(wave);
+    if (!reader)
+        return true;
+    constexpr std::size_t pieceFrames = 32768;
+    std::vector<std::int16_t> samples(pieceFrames * static_cast<std::size_t>(reader->Channels()));
+    while (const std::size_t got = reader->Read(std::span(samples)))
+        for (std::size_t i = 0; i < got * static_cast<std::size_t>(reader->Channels()); ++i)
+            if (std::abs(samples[i]) > loudest)
+                return false;
+    return true;
+}
+
+/// True when so many frames gave no sound that the mp3 must not be replaced by what came out.
+bool IsMostlyDamaged(const std::string& output, const MpegFacts& sound, const Path& wave)
+{
+    constexpr std::uint64_t tenth = 10;
+    const std::uint64_t errors = CountOf(frameError, output);
+    return errors > 0 &&
+           ((errors > framesOfGrace && errors * tenth > sound.frames) || IsSilent(wave));
+}
+
+} // namespace
+
+bool DecodeMp3(Session& session, const Path& source, const Path& destination,
+               ToolProgressState& state)
+{
+    state.error.clear();
+    state.details.clear();
+    const Path place = platform::AbsolutePath(ResolvePath(source));
+    if (!FileExists(place))
+        return Fail(state, GetMsg(Msg::Mp3NotFound) + TextOf(source));
+    const ToolRow& row = RowOf(ToolId::Madplay);
+    if (FindTool(session, row).empty())
+        return Fail(state, GetMsg(Msg::DecoderMissing), InstallHint(session, row));
+    const auto bytes = ReadWholeFile(place);
+    if (!bytes)
+        return Fail(state, GetMsg(Msg::Mp3NotRead) + TextOf(source), bytes.Error().reason);
+    const MpegFacts sound = ScanMpeg(*bytes);
+    if (sound.frames == 0)
+        return Fail(state, GetMsg(WalkWave(place) ? Msg::Mp3IsWave : Msg::Mp3Silent));
+
+    StagedPlace wave{destination};
+    // The decoder believes a tag's size and would skip all that there is.
+    const StagedPlace bare{destination};
+    if (sound.tagLies)
+        if (const auto cut =
+                WriteWholeFile(bare.Staged(), std::string_view{*bytes}.substr(sound.start), false);
+            !cut)
+            return Fail(state, GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
+                        cut.Error().reason);
+    const auto decode = [&](Checksums checksums) {
+        ToolRun run{ToolId::Madplay,
+                    row.decode(sound.tagLies ? bare.Staged() : place, wave.Staged(), checksums),
+                    Msg::HandlerMadPlay};
+        run.total = static_cast<std::uint64_t>(std::max(DurationOfMpeg(*bytes), 1));
+        return RunAudioTool(session, run, wave.Staged(), state);
+    };
+    if (!decode(Checksums::Heeded))
+        return false;
+    // Programs that change the volume of an mp3 leave its checksums as they were.
+    if (state.output.find(checksumError) != std::string::npos && !decode(Checksums::Ignored))
+        return false;
+    if (IsMostlyDamaged(state.output, sound, wave.Staged()))
+        return Fail(state, GetMsg(Msg::Mp3NotDecoded), LastLines(state.output));
+    const auto facts = WalkWave(wave.Staged());
+    if (!facts || facts->frames == 0 ||
+        !HoldsEnough(facts->frames, sound.samples, sound.first.samples))
+        return Fail(state, GetMsg(Msg::Mp3NotWhole), LastLines(state.output));
+    if (const auto moved = wave.MoveTo(destination); !moved)
+        return Fail(state, GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
+                    moved.Error().reason);
+    return true;
+}
+
+bool EncodeMp3(Session& session, const Path& source, const Path& destination,
+               ToolProgressState& state)
+{
+    state.error.clear();
+    state.details.clear();
+    const ToolRow& row = RowOf(ToolId::Lame);
+    if (FindTool(session, row).empty())
+        return Fail(state, GetMsg(Msg::EncoderMissing, {TextOf(session.programFolder), lineBreak}),
+                    InstallHint(session, row));
+    WavHeader header;
+    if (!ReadWavHeader(source, header))
+        return Fail(state, GetMsg(Msg::WaveNotStandard, {TextOf(source.filename())}));
+    const Path place = platform::AbsolutePath(ResolvePath(source));
+    const auto sound = WalkWave(place);
+    if (!sound || sound->formatTag != waveTagPcm)
+        return Fail(state, GetMsg(Msg::WaveNotReadable));
+
+    StagedPlace mp3{destination};
+    ToolRun run{ToolId::Lame, row.encode(place, mp3.Staged(), session.mp3Settings),
+                Msg::HandlerLame};
+    if (!RunAudioTool(session, run, mp3.Staged(), state))
+        return false;
+    const auto bytes = ReadWholeFile(mp3.Staged());
+    const MpegFacts made = bytes ? ScanMpeg(*bytes) : MpegFacts{};
+    if (made.frames == 0 ||
+        !HoldsEnough(made.samples * sound->rate / static_cast<std::uint64_t>(made.first.rate),
+                     sound->frames, made.first.samples))
+        return Fail(state, GetMsg(Msg::Mp3NotWhole), LastLines(state.output));
+    if (const auto moved = mp3.MoveTo(destination); !moved)
+        return Fail(state, GetMsg(Msg::WaveNotWritten), moved.Error().reason);
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "packages/unpack_guard.h"
+#include "packages/unpacked_files.h"
+#include "tools/tool_runner.h"
+
+/// Packages through the outside tools. Beside zip files the reading operations take every kind
+/// that `UnpackerOf` knows a tool for.
+namespace kestrova
+{
+
+/// True for a folder that holds nothing, or an empty place to unpack in that `keepStaging` left: to
+/// remove folders costs the disk more than a small package does.
+bool IsReadyToUnpack(const Path& folder);
+
+/// Packs the files of `folder`, its sub-folders left out, flat and with maximal compression into
+/// `zip`, whose name has an ending. An existing file of that name goes first. A missing tool is
+/// told; any other failure is in the state. True when the zip is there.
+bool ZipFolder(Session& session, const Path& zip, const Path& folder, ToolProgressState& state);
+
+/// What unpacking brought to light beside the files.
+struct UnpackReport {
+    std::string namesAs{};               ///< the code page of `PackagePlan`; empty: none needed
+    std::vector<std::string> notFiles{}; ///< links and devices, which do not come in
+    std::vector<std::string> twice{};    ///< names of several files; the last of each came in
+    std::vector<std::string> lost{};     ///< what was not whole and did not come in
+    std::vector<RenamedFile> renamed{};  ///< of two names that differ in case alone
+    std::vector<std::string> ledOut{};   ///< names that lead out of the folder, left out
+};
+
+struct UnzipOptions {
+    bool junkPaths = false;        ///< all files straight into the folder
+    bool cleanDestination = false; ///< the folder's files go first
+    UnpackGuard* guard = nullptr;  ///< whose words end it
+    bool keepStaging = false;      ///< where it is unpacked first stays, empty, for the next one
+    bool keepWhole = false;        ///< of a damaged package that tells checksums what is whole
+    std::string namesAs{};         ///< the code page for names that say none; empty: guessed
+    UnpackReport* report = nullptr;
+};
+
+/// Unpacks, with the bar following the count of files; the folder is made when missing. All of the
+/// package comes in, made plain (`MakePlain`), two files of the same name under distinct ones, or
+/// nothing does, unless `keepWhole` is set. True on success; a failure is in the state.
+bool UnzipWithProgress(Session& session, const Path& package, const Path& folder,
+                       const UnzipOptions& options, ToolProgressState& state);
+
+/// The same without a bar: True without a look at what happened, for callers that look for the
+/// files they expect: what the tool brought comes in even where it failed, unless the guard ended
+/// it. A missing tool and files that cannot be deleted are told. False and silent when `package` or
+/// `folder` is not there.
+bool UnzipQuick(Session& session, const Path& package, const Path& folder,
+                const UnzipOptions& options, ToolProgressState& state);
+
+/// The entries of a package; 20 seconds at most for a zip, for other kinds one more for each
+/// megabyte, since their lists stand among the packed files. A failure is in the state.
+bool ListZip(Session& session, const Path& package, std::vector<PackageEntry>& entries,
+             ToolProgressState& state);
+
+} // namespace kestrova

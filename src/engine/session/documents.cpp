@@ -1,0 +1,33 @@
+#include "session/documents.h"
+
+#include "platform/files.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+bool IsDocument(const Path& file)
+{
+    platform::FileFacts facts;
+    if (platform::LookAtLink(file, facts) || facts.kind == platform::FileKind::Link)
+        return false;
+    const std::vector<std::string> endings = Split(RowText(Msg::DocumentEndings), '|');
+    return std::any_of(endings.begin(), endings.end(), [&](const std::string& ending) {
+        return EndsWithName(file.filename().native(), ending);
+    });
+}
+
+Status OpenOfLevel(Session& session, const Path& file)
+{
+    if (!IsDocument(file) &&
+        !session.host.AskYesNo(
+            GetMsg(Msg::AskOpenNoDocument,
+                   {TextOf(file.filename()), std::string{lineBreak} + std::string{lineBreak}}),
+            Consent::Explicit))
+        return MakeFailure(ErrorCode::Stopped, TextOf(file));
+    return session.machine.Open(file.native(), file.parent_path());
+}
+
+} // namespace kestrova

@@ -1,0 +1,46 @@
+#include "session/file_to_write.h"
+
+#include "core/look.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+std::optional<Path> FileToWrite(Session& session, const Path& named)
+{
+    const auto place = FindPath(named);
+    const auto facts = place ? LookAt(*place) : place.Error();
+    if (!facts) {
+        TellFolderNotRead(session, facts.Error());
+        return {};
+    }
+    if (facts->kind == platform::FileKind::Missing) {
+        std::error_code none; // a link whose file is not there yet stays a link
+        const Path behind = std::filesystem::read_symlink(*place, none);
+        return none ? *place : place->parent_path() / behind;
+    }
+    if (facts->kind != platform::FileKind::File) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::WriteNoFile, {TextOf(named)}));
+        return {};
+    }
+    std::error_code failure;
+    Path behind = std::filesystem::canonical(*place, failure);
+    return failure ? *place : behind;
+}
+
+std::optional<Path> FileToReplace(Session& session, const Path& named)
+{
+    auto file = FileToWrite(session, named);
+    if (!file)
+        return {};
+    const auto isFree = IsFree(*file);
+    if (!isFree) {
+        TellFolderNotRead(session, isFree.Error());
+        return {};
+    }
+    if (!*isFree && !session.host.AskYesNo(GetMsg(Msg::AskReplaceZip, {TextOf(*file)})))
+        return {};
+    return file;
+}
+
+} // namespace kestrova

@@ -1,0 +1,46 @@
+#include "session/folder_locks.h"
+
+#include "core/dates.h"
+#include "platform/clock.h"
+#include "platform/file_lock.h"
+#include "platform/process.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+Status FolderLocks::Hold(const Path& folder)
+{
+    std::error_code unresolved;
+    const Path place = std::filesystem::canonical(ResolvePath(folder), unresolved);
+    if (unresolved)
+        return MakeFailure(ErrorCode::Missing, TextOf(folder), unresolved);
+    if (held_.contains(place))
+        return {};
+    platform::FileLock lock;
+    std::string holder;
+    const std::string words = GetMsg(
+        Msg::LockWords, {std::to_string(platform::OwnProcess()), DateText(platform::NowNs())});
+    const auto failure = platform::FileLock::Take(place / lockFileName, words, lock, holder);
+    if (failure == std::errc::resource_unavailable_try_again)
+        return Failure{ErrorCode::Refused, TextOf(place), holder};
+    if (failure && failure != std::errc::read_only_file_system &&
+        failure != std::errc::permission_denied)
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
+    held_[place] = std::move(lock);
+    return {};
+}
+
+bool FolderLocks::Holds(const Path& folder) const
+{
+    std::error_code unresolved;
+    return held_.contains(std::filesystem::canonical(ResolvePath(folder), unresolved));
+}
+
+void FolderLocks::Release(const Path& folder)
+{
+    std::error_code unresolved;
+    held_.erase(std::filesystem::canonical(ResolvePath(folder), unresolved));
+}
+
+} // namespace kestrova

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "core/files.h"
+#include "platform/file_lock.h"
+
+#include <map>
+
+namespace kestrova
+{
+
+/// One writer a folder: a lock file in it, held until this object ends. A folder that cannot be
+/// written needs none.
+class FolderLocks
+{
+public:
+    /// `Refused` with the holder's words as the reason when another program holds the folder.
+    Status Hold(const Path& folder);
+    [[nodiscard]] bool Holds(const Path& folder) const;
+    void Release(const Path& folder);
+
+private:
+    std::map<Path, platform::FileLock> held_;
+};
+
+} // namespace kestrova

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "session/session.h"
+
+namespace kestrova
+{
+
+/// Reads `Kestrova.prf` into the session, folders in their exact form. False when there is none:
+/// the session then has the first-run values.
+bool ReadPreferencesFile(Session& session);
+/// Writes `Kestrova.prf` and `kestrova.ini`; nothing when they hold this already.
+Status WritePreferencesFile(Session& session);
+/// The same after every change that must not be lost; shows its failure.
+bool SavePreferencesNow(Session& session);
+
+} // namespace kestrova

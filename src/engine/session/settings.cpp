@@ -1,0 +1,166 @@
+#include "session/settings.h"
+
+#include "core/look.h"
+#include "core/staged_file.h"
+#include "core/text.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <glib.h>
+#include <memory>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr const char* programGroup = "program";
+constexpr const char* exactGroup = "exact-folders";
+constexpr std::int32_t historyMost = 1'000'000;
+
+using KeyFile = std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)>;
+
+/// Empty without a file; a failure for one that cannot be read now.
+Result<KeyFile> Load(const Path& file)
+{
+    KeyFile keys{g_key_file_new(), &g_key_file_unref};
+    const auto content = ReadFileIfThere(file, 1 << 20);
+    if (!content)
+        return content.Error();
+    const std::string text = content->value_or(std::string{});
+    if (!text.empty() && !g_key_file_load_from_data(keys.get(), text.data(), text.size(),
+                                                    G_KEY_FILE_KEEP_COMMENTS, nullptr))
+        keys.reset(g_key_file_new()); // no settings file: first-run values
+    return keys;
+}
+
+Path FileOf(const Path& programFolder)
+{
+    return InFolder(programFolder, RowText(Msg::FragSettings));
+}
+
+std::string TextValue(GKeyFile* keys, const char* name, std::string fallback)
+{
+    char* value = g_key_file_get_string(keys, programGroup, name, nullptr);
+    if (value == nullptr)
+        return fallback;
+    std::string text = value;
+    g_free(value);
+    return text;
+}
+
+std::int32_t NumberValue(GKeyFile* keys, const char* name, std::int32_t fallback)
+{
+    GError* error = nullptr;
+    const int value = g_key_file_get_integer(keys, programGroup, name, &error);
+    if (error != nullptr) {
+        g_error_free(error);
+        return fallback;
+    }
+    return std::clamp(value, 0, historyMost);
+}
+
+/// A folder may hold bytes that are no UTF-8; the settings file may not.
+std::string Escaped(const std::string& text)
+{
+    char* escaped = g_uri_escape_string(text.c_str(), "/ ", TRUE);
+    std::string result = escaped;
+    g_free(escaped);
+    return result;
+}
+
+std::string Unescaped(const char* text)
+{
+    std::string result;
+    for (; *text != '\0'; ++text)
+        if (*text == '%' && g_ascii_isxdigit(text[1]) && g_ascii_isxdigit(text[2])) {
+            result += static_cast<char>(g_ascii_xdigit_value(text[1]) * 16 +
+                                        g_ascii_xdigit_value(text[2]));
+            text += 2;
+        } else {
+            result += *text;
+        }
+    return result;
+}
+
+} // namespace
+
+ProgramSettings DefaultSettings()
+{
+    ProgramSettings settings;
+    settings.wineCommand = GetMsg(Msg::DefaultWineCommand);
+    return settings;
+}
+
+Result<ProgramSettings> ReadSettings(const Path& programFolder)
+{
+    ProgramSettings settings = DefaultSettings();
+    const auto loaded = Load(FileOf(programFolder));
+    if (!loaded)
+        return loaded.Error();
+    GKeyFile* const keys = loaded->get();
+    settings.wineCommand = TextValue(keys, "wine-command", settings.wineCommand);
+    settings.wineWords = TextValue(keys, "wine-words", settings.wineWords);
+    settings.historyCount = NumberValue(keys, "history-count", settings.historyCount);
+    settings.historyMegabytes = NumberValue(keys, "history-megabytes", settings.historyMegabytes);
+    settings.unseenKeysTold = NumberValue(keys, "unseen-keys-told", 0) != 0;
+    settings.exportSavegames = NumberValue(keys, "export-savegames", 0) != 0;
+    if (char** names = g_key_file_get_keys(keys, exactGroup, nullptr, nullptr)) {
+        for (char** name = names; *name != nullptr; ++name)
+            if (char* value = g_key_file_get_string(keys, exactGroup, *name, nullptr)) {
+                // No folder has a NUL in its name; the record's form serves then.
+                if (std::string folder = Unescaped(value); folder.find('\0') == std::string::npos)
+                    settings.exactFolders[*name] = std::move(folder);
+                g_free(value);
+            }
+        g_strfreev(names);
+    }
+    return settings;
+}
+
+Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
+{
+    const auto loaded = Load(FileOf(programFolder));
+    if (!loaded)
+        return loaded.Error();
+    GKeyFile* const keys = loaded->get();
+    g_key_file_set_string(keys, programGroup, "wine-command", settings.wineCommand.c_str());
+    g_key_file_set_string(keys, programGroup, "wine-words", settings.wineWords.c_str());
+    g_key_file_set_integer(keys, programGroup, "history-count", settings.historyCount);
+    g_key_file_set_integer(keys, programGroup, "history-megabytes", settings.historyMegabytes);
+    if (settings.unseenKeysTold)
+        g_key_file_set_integer(keys, programGroup, "unseen-keys-told", 1);
+    g_key_file_set_integer(keys, programGroup, "export-savegames",
+                           settings.exportSavegames ? 1 : 0);
+    g_key_file_remove_group(keys, exactGroup, nullptr);
+    for (const auto& [field, folder] : settings.exactFolders)
+        g_key_file_set_string(keys, exactGroup, field.c_str(), Escaped(folder).c_str());
+    gsize length = 0;
+    char* data = g_key_file_to_data(keys, &length, nullptr);
+    const std::string content{data, length};
+    g_free(data);
+    const Path file = FileOf(programFolder);
+    if (const auto old = ReadWholeFile(file, 1 << 20); old && *old == content)
+        return {};
+    return WriteWholeFile(file, content);
+}
+
+void KeepExactFolder(ProgramSettings& settings, const std::string& field, const std::string& folder)
+{
+    if (FitsWindows1252(folder))
+        settings.exactFolders.erase(field);
+    else
+        settings.exactFolders[field] = folder;
+}
+
+std::string ExactFolder(const ProgramSettings& settings, const std::string& field,
+                        const std::string& fromRecord)
+{
+    const auto found = settings.exactFolders.find(field);
+    const bool same = found != settings.exactFolders.end() &&
+                      FromWindows1252(ToWindows1252(found->second)) == fromRecord;
+    return same ? found->second : fromRecord;
+}
+
+} // namespace kestrova

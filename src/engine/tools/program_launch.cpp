@@ -1,0 +1,133 @@
+#include "tools/program_launch.h"
+
+#include "words/message.h"
+
+#include <array>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::string_view windowsProgram = "MZ";
+/// Where the old header of a Windows program names the place of the new one.
+constexpr std::size_t newHeaderOffset = 0x3C;
+/// Behind the signature of four bytes: the machine that the program is for.
+constexpr std::size_t machineOffset = 4;
+constexpr unsigned machineI386 = 0x14C;
+/// No linker puts the new header further away.
+constexpr std::size_t headerReach = 1 << 16;
+
+std::string BytesOfStart(const Path& file)
+{
+    platform::File handle;
+    std::string bytes(headerReach, '\0');
+    std::size_t filled = 0;
+    if (!platform::File::OpenForRead(file, handle))
+        for (std::size_t got = 1; got != 0 && filled < bytes.size(); filled += got)
+            if (handle.Read(std::as_writable_bytes(std::span(bytes)).subspan(filled), got))
+                break;
+    bytes.resize(filled);
+    return bytes;
+}
+
+unsigned NumberAt(std::string_view bytes, std::size_t place, int width)
+{
+    unsigned number = 0;
+    for (int i = width; i-- > 0;)
+        number =
+            number << 8 | static_cast<unsigned char>(bytes[place + static_cast<std::size_t>(i)]);
+    return number;
+}
+
+/// The machine field of a Windows program; 0 when there is none (a program of sixteen bits).
+unsigned MachineOf(std::string_view bytes)
+{
+    if (bytes.size() < newHeaderOffset + 4)
+        return 0;
+    const std::size_t header = NumberAt(bytes, newHeaderOffset, 4);
+    if (header + machineOffset + 2 > bytes.size() ||
+        bytes.substr(header, machineOffset) != std::string_view{"PE\0\0", machineOffset})
+        return 0;
+    return NumberAt(bytes, header + machineOffset, 2);
+}
+
+/// A 32-bit program that Wine has no part for ends at once with 0 and without a word, so the part
+/// is looked for beforehand. A command that is not Wine's own may bring one from anywhere.
+bool Has32BitWine(const Path& wine)
+{
+    std::error_code unresolved;
+    const Path real = std::filesystem::canonical(wine, unresolved);
+    if (unresolved || !wine.filename().native().starts_with("wine"))
+        return true;
+    static constexpr std::array parts{
+        "lib/i386-linux-gnu/wine",
+        "lib/wine/i386-unix",
+        "lib/wine/i386-windows",
+        "lib/wine/wine",
+        "lib32/wine",
+        "lib64/wine/i386-windows",
+        "lib/x86_64-linux-gnu/wine/i386-windows",
+    };
+    for (const Path& found : {wine, real})
+        for (const char* part : parts)
+            if (platform::FactsOf(found.parent_path().parent_path() / part).kind !=
+                platform::FileKind::Missing)
+                return true;
+    return false;
+}
+
+Path PrefixAbove(const Path& program)
+{
+    for (Path folder = program.parent_path(); folder.has_relative_path();
+         folder = folder.parent_path())
+        if (EqualNames(folder.filename().native(), RowText(Msg::WineDriveFolder)))
+            return folder.parent_path();
+    return {};
+}
+
+Result<platform::Launch> ThroughWine(Session& session, const Path& program, std::string_view bytes)
+{
+    const auto fails = [&](const std::string& words) {
+        return Failure{ErrorCode::CannotOpen, TextOf(program), words};
+    };
+    const std::string command{Trim(session.settings.wineCommand)};
+    const Path wine =
+        command.find('/') != std::string::npos ? Path{command} : session.machine.FindTool(command);
+    if (wine.empty() || !FileExists(wine))
+        return fails(GetMsg(Msg::WineMissing, {command}));
+    if (MachineOf(bytes) == machineI386 && !Has32BitWine(wine))
+        return fails(GetMsg(Msg::Wine32Missing));
+    platform::Launch launch;
+    launch.argv = {wine.native()};
+    for (std::string& word : Split(session.settings.wineWords, ' '))
+        if (!word.empty())
+            launch.argv.push_back(std::move(word));
+    launch.argv.push_back(program.native());
+    if (const Path prefix = PrefixAbove(program); !prefix.empty())
+        launch.environment.emplace_back(RowText(Msg::WinePrefixVariable), prefix.native());
+    return launch;
+}
+
+} // namespace
+
+Result<platform::Launch> LaunchOf(Session& session, const Path& program,
+                                  const std::vector<std::string>& arguments)
+{
+    const std::string bytes = BytesOfStart(program);
+    platform::Launch launch;
+    if (bytes.starts_with(windowsProgram)) {
+        auto through = ThroughWine(session, program, bytes);
+        if (!through)
+            return through;
+        launch = std::move(*through);
+    } else {
+        launch.argv = {program.native()};
+    }
+    launch.argv.insert(launch.argv.end(), arguments.begin(), arguments.end());
+    launch.folder = program.parent_path();
+    return launch;
+}
+
+} // namespace kestrova

@@ -1,0 +1,319 @@
+#include "app/doctor.h"
+
+#include "app/start_up.h"
+#include "archive/set_aside.h"
+#include "core/look.h"
+#include "core/name_list.h"
+#include "editor/find_trle.h"
+#include "levels/unfinished_intake.h"
+#include "platform/places.h"
+#include "play/game_launch.h"
+#include "swap/backup.h"
+#include "swap/level_gaps.h"
+#include "swap/recovery.h"
+#include "swap/waiting_in_trle.h"
+#include "tools/tool_table.h"
+#include "upkeep/leftovers.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Below it a level of ordinary size finds no room to be expanded.
+constexpr std::uint64_t scarce = UINT64_C(512) << 20;
+
+Finding Fine(Msg name, std::string state)
+{
+    return {true, GetMsg(name), std::move(state), {}};
+}
+
+Finding Bad(Msg name, std::string state, Msg remedy)
+{
+    return {false, GetMsg(name), std::move(state), GetMsg(remedy)};
+}
+
+Finding Folder(Msg name, const Path& folder, Msg remedy)
+{
+    if (!platform::IsWritableFolder(ResolvePath(folder)))
+        return Bad(name, GetMsg(Msg::DoctorNotWritable, {TextOf(folder)}), remedy);
+    return Fine(name, GetMsg(Msg::DoctorWritable, {TextOf(folder)}));
+}
+
+/// The folder that this program makes itself.
+Finding ProgramFolder(const Session& session)
+{
+    Path place = ResolvePath(session.programFolder);
+    const auto isFree = IsFree(place);
+    if (!isFree || !*isFree)
+        return Folder(Msg::DoctorProgramFolder, place, Msg::DoctorNotWritableRemedy);
+    while (place.has_relative_path() && !FolderExists(place))
+        place = place.parent_path();
+    if (!platform::IsWritableFolder(place))
+        return Folder(Msg::DoctorProgramFolder, session.programFolder,
+                      Msg::DoctorNotWritableRemedy);
+    return Fine(Msg::DoctorProgramFolder,
+                GetMsg(Msg::DoctorNotYetMade, {TextOf(session.programFolder)}));
+}
+
+Finding LevelEditor(Session& session)
+{
+    const Path trle = session.TrleFolder();
+    if (trle.empty())
+        return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorTrleNotSet), Msg::DoctorTrleRemedy);
+    const auto lacks = WhatTrleLacks(trle);
+    if (!lacks)
+        return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorNotRead, {lacks.Error().subject}),
+                   Msg::DoctorNotReadRemedy);
+    if (!lacks->empty()) {
+        const auto backup = LookAtBackup(session); // not read, it has a finding of its own
+        if (FolderExists(trle) && backup && *backup == BackupState::Present &&
+            !BackupSeemsOfAnother(session).ValueOr(trle)) {
+            if (const std::string waves = WavesToCopy(session).ValueOr({}); !waves.empty())
+                return {false, GetMsg(Msg::DoctorTrle),
+                        GetMsg(Msg::DoctorTrleNotWhole, {TextOf(trle)}) + ": " + *lacks, waves};
+            return Bad(Msg::DoctorTrle,
+                       GetMsg(Msg::DoctorTrleNotWhole, {TextOf(trle)}) + ": " + *lacks,
+                       Msg::DoctorTrleNotWholeRemedy);
+        }
+        return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorTrleWrong, {TextOf(trle)}),
+                   Msg::DoctorTrleRemedy);
+    }
+    return Folder(Msg::DoctorTrle, trle, Msg::DoctorTrleNotWritable);
+}
+
+Finding Backup(Session& session)
+{
+    const auto backup = LookAtBackup(session);
+    if (!backup)
+        return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorNotRead, {backup.Error().subject}),
+                   Msg::DoctorNotReadRemedy);
+    if (*backup == BackupState::Missing)
+        return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorBackupMissing), Msg::DoctorBackupRemedy);
+    const auto other = BackupSeemsOfAnother(session);
+    if (!other)
+        return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorNotRead, {other.Error().subject}),
+                   Msg::DoctorNotReadRemedy);
+    if (*other)
+        return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorBackupOther, {TextOf(**other)}),
+                   Msg::DoctorBackupOtherRemedy);
+    return Fine(
+        Msg::DoctorBackup,
+        GetMsg(session.preferences.fullBackup ? Msg::DoctorBackupFull : Msg::DoctorBackupCompact));
+}
+
+Finding ArchiveState(Session& session)
+{
+    if (session.RememberedArchive().empty())
+        return Bad(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveNone),
+                   Msg::DoctorArchiveNoneRemedy);
+    const std::string shown = TextOf(session.RememberedArchive());
+    if (!session.archive.Loaded() && !LoadArchiveToLook(session))
+        return Bad(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveDamaged, {shown}),
+                   Msg::DoctorArchiveDamagedRemedy);
+    if (const Path folder{Trim(session.archive.header.secondaryFolder)}; !FolderExists(folder))
+        return Bad(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveFolderGone, {TextOf(folder)}),
+                   Msg::DoctorArchiveFolderRemedy);
+    return Fine(Msg::DoctorArchive, GetMsg(Msg::DoctorArchiveFine,
+                                           {shown, std::to_string(session.archive.levels.size())}));
+}
+
+/// Folders named as a level's that the list does not know, and those that were set aside.
+void FoldersOfNoLevel(const Session& session, std::vector<Finding>& findings)
+{
+    const auto named = [](const std::vector<Path>& folders) {
+        constexpr std::size_t most = 20;
+        std::vector<std::string> names;
+        for (std::size_t i = 0; i < std::min(folders.size(), most); ++i)
+            names.push_back(TextOf(folders[i]));
+        if (folders.size() > most)
+            names.push_back(
+                GetMsg(Msg::DoctorMoreFolders, {std::to_string(folders.size() - most)}));
+        return Join(names, ", ");
+    };
+    const auto found = FindUnknownFolders(session);
+    if (!found) {
+        findings.push_back(Bad(Msg::DoctorUnlisted,
+                               GetMsg(Msg::DoctorNotRead, {found.Error().subject}),
+                               Msg::DoctorNotReadRemedy));
+        return;
+    }
+    const std::vector<Path> cutShort = UnfinishedIntakes(session);
+    std::vector<Path> unlisted = found->unlisted;
+    std::erase_if(unlisted, [&](const Path& folder) {
+        return std::find(cutShort.begin(), cutShort.end(), folder) != cutShort.end();
+    });
+    if (!cutShort.empty())
+        findings.push_back(
+            Bad(Msg::DoctorLeftIntake, named(cutShort), Msg::DoctorLeftIntakeRemedy));
+    if (!unlisted.empty())
+        findings.push_back(Bad(Msg::DoctorUnlisted, named(unlisted), Msg::DoctorUnlistedRemedy));
+    if (!found->setAside.empty())
+        findings.push_back(Fine(Msg::DoctorSetAside, named(found->setAside)));
+}
+
+/// Levels whose stored files are not all that they are known to have.
+Finding Levels(Session& session)
+{
+    constexpr std::size_t mostNamed = 20;
+    std::vector<std::string> lacking;
+    std::string notRead;
+    std::size_t more = 0;
+    for (const LevelRecord& level : session.archive.levels) {
+        const auto gaps = GapsOf(session, level);
+        if (!gaps && notRead.empty())
+            notRead = gaps.Error().subject;
+        if (!gaps || AllGaps(*gaps).empty())
+            continue;
+        if (lacking.size() < mostNamed)
+            lacking.push_back(ZeroPadded(level.levelCode, 4));
+        else
+            ++more;
+    }
+    if (more > 0)
+        lacking.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(more)}));
+    if (lacking.empty() && !notRead.empty())
+        return Bad(Msg::DoctorLevels, GetMsg(Msg::DoctorNotRead, {notRead}),
+                   Msg::DoctorNotReadRemedy);
+    if (lacking.empty())
+        return Fine(Msg::DoctorLevels, GetMsg(Msg::DoctorLevelsWhole));
+    return Bad(Msg::DoctorLevels, GetMsg(Msg::DoctorLevelsLack, {Join(lacking, ", ")}),
+               Msg::DoctorLevelsRemedy);
+}
+
+Finding Interrupted(Session& session)
+{
+    const std::string waiting = InterruptedWork(session);
+    if (!waiting.empty())
+        return Bad(Msg::DoctorInterrupted, waiting,
+                   WhatMendingLacks(session).ValueOr({}) ? Msg::DoctorWaitsRemedy
+                                                         : Msg::DoctorInterruptedRemedy);
+    if (std::string left = WhatWaitsInTrle(session); !left.empty())
+        return {false, GetMsg(Msg::DoctorInterrupted), std::move(left),
+                RemedyInTrle(session) + " " + GetMsg(Msg::DoctorInterruptedRemedy)};
+    return Fine(Msg::DoctorInterrupted, GetMsg(Msg::DoctorInterruptedNone));
+}
+
+void Game(Session& session, std::vector<Finding>& findings)
+{
+    const auto launch = GameLaunch(session);
+    if (!launch) {
+        findings.push_back(Bad(Msg::DoctorGame,
+                               launch.Error().subject + ": " + launch.Error().reason,
+                               Msg::DoctorGameRemedy));
+        return;
+    }
+    if (launch->argv.size() == 1) {
+        findings.push_back(Fine(Msg::DoctorGame, GetMsg(Msg::DoctorGameNative)));
+        findings.push_back(Fine(Msg::DoctorWine, GetMsg(Msg::DoctorWineNotNeeded)));
+        return;
+    }
+    findings.push_back(Fine(Msg::DoctorGame, GetMsg(Msg::DoctorGameWine, {launch->argv.front()})));
+}
+
+Finding Tool(Session& session, Msg tool, Msg remedy)
+{
+    const Path found = session.machine.FindTool(GetMsg(tool));
+    const std::string name = GetMsg(Msg::DoctorTool, {RowText(tool)});
+    if (found.empty())
+        return {false, name, GetMsg(Msg::DoctorToolMissing), GetMsg(remedy)};
+    return {true, name, TextOf(found), {}};
+}
+
+Finding Keys()
+{
+    switch (platform::SessionDesktop()) {
+    case platform::Desktop::None:
+        return Fine(Msg::DoctorKeys, GetMsg(Msg::DoctorKeysNone));
+    case platform::Desktop::X:
+        return Fine(Msg::DoctorKeys, GetMsg(Msg::DoctorKeysX));
+    case platform::Desktop::WaylandWithX:
+        return Fine(Msg::DoctorKeys, GetMsg(Msg::DoctorKeysWaylandX));
+    case platform::Desktop::Wayland:
+        break;
+    }
+    return Bad(Msg::DoctorKeys, GetMsg(Msg::DoctorKeysWayland), Msg::DoctorKeysRemedy);
+}
+
+/// The programs that packages and sounds go through.
+void PackageTools(Session& session, std::vector<Finding>& findings)
+{
+    for (const ToolId id :
+         {ToolId::Zip, ToolId::Unzip, ToolId::Bsdtar, ToolId::Madplay, ToolId::Lame}) {
+        const ToolRow& row = RowOf(id);
+        const Path found = FindTool(session, row);
+        const std::string name = GetMsg(Msg::DoctorTool, {row.name});
+        if (found.empty())
+            findings.push_back({false, name, GetMsg(Msg::DoctorToolMissing),
+                                GetMsg(Msg::ToolInstallHint,
+                                       {row.name, TextOf(session.programFolder), row.package})});
+        else
+            findings.push_back({true, name, TextOf(found), {}});
+    }
+}
+
+/// The drives that a swap writes to, each once.
+void Drives(Session& session, std::vector<Finding>& findings)
+{
+    std::vector<std::uint64_t> seen;
+    for (const Path& folder : {session.programFolder, session.TrleFolder(),
+                               Path{Trim(session.archive.header.secondaryFolder)}}) {
+        const platform::FileFacts facts = platform::FactsOf(ResolvePath(folder));
+        if (folder.empty() || facts.kind != platform::FileKind::Folder ||
+            std::find(seen.begin(), seen.end(), facts.device) != seen.end())
+            continue;
+        seen.push_back(facts.device);
+        const std::string name = GetMsg(Msg::DoctorDrive, {TextOf(folder)});
+        const auto free = session.machine.FreeSpace(folder);
+        if (!free) {
+            findings.push_back({false, name, GetMsg(Msg::DoctorDriveUnknown), free.Error().reason});
+            continue;
+        }
+        const std::string state =
+            GetMsg(Msg::DoctorDriveFree, {FormatSize(static_cast<double>(*free))});
+        const bool enough = *free >= scarce;
+        findings.push_back({enough, name, state, enough ? "" : GetMsg(Msg::DoctorDriveRemedy)});
+    }
+}
+
+/// Folders to work in that were renamed aside since they could not go, and what else killed
+/// programs left.
+void Leftovers(const Session& session, std::vector<Finding>& findings)
+{
+    std::vector<std::string> names;
+    for (const Path& left : LeftoversThatStay(session))
+        names.push_back(TextOf(left));
+    if (!names.empty())
+        findings.push_back(Bad(Msg::DoctorLeftovers,
+                               GetMsg(Msg::DoctorLeftoversThere, {ShownNames(names)}),
+                               Msg::DoctorLeftoversRemedy));
+}
+
+} // namespace
+
+std::vector<Finding> Examine(Session& session)
+{
+    std::vector<Finding> findings;
+    findings.push_back(ProgramFolder(session));
+    findings.push_back(LevelEditor(session));
+    findings.push_back(Backup(session));
+    findings.push_back(ArchiveState(session));
+    if (findings.back().fine)
+        findings.push_back(Levels(session));
+    FoldersOfNoLevel(session, findings);
+    findings.push_back(Interrupted(session));
+    if (findings[1].fine)
+        Game(session, findings);
+    findings.push_back(Tool(session, Msg::DoctorToolOpen, Msg::DoctorToolOpenRemedy));
+    findings.push_back(Keys());
+    PackageTools(session, findings);
+    Drives(session, findings);
+    Leftovers(session, findings);
+    return findings;
+}
+
+} // namespace kestrova

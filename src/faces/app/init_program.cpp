@@ -1,0 +1,130 @@
+#include "app/init_program.h"
+
+#include "app/start_up.h"
+#include "archive/level_sizes.h"
+#include "editor/find_trle.h"
+#include "intake/add_level.h"
+#include "levels/level_life.h"
+#include "levels/original_level.h"
+#include "platform/places.h"
+#include "session/preferences_file.h"
+#include "swap/backup.h"
+#include "swap/restore.h"
+#include "upkeep/archive_life.h"
+#include "upkeep/new_archive.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// False when the start ends here.
+bool LoadLastArchive(Session& session)
+{
+    const Path last = session.RememberedArchive();
+    if (last.empty())
+        return true;
+    if (!FileExists(last)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::LastArchiveNotFound) + TextOf(last),
+                          GetMsg(Msg::LastArchiveAway));
+        session.preferences.archivePath.clear();
+        return true;
+    }
+    switch (ReadLastArchive(session)) {
+    case Load::Done:
+        return true;
+    case Load::NotRead:
+        session.preferences.archivePath.clear();
+        return true;
+    case Load::Held:
+        return false; // it is remembered for the next start
+    case Load::FoldersRefused:
+        break;
+    }
+    if (!session.host.AskYesNo(GetMsg(Msg::LoadDifferentArchive)) || !AskLoadArchive(session))
+        return false;
+    return true;
+}
+
+/// The folder of the preferences is not whole any more, and the backup has its originals: they come
+/// back when the person wants it. True when the folder passes the test afterwards.
+bool OfferRestore(Session& session, TrleFinder& finder)
+{
+    const Path trle = session.TrleFolder();
+    if (trle.empty() || !FolderExists(trle))
+        return false;
+    const auto lacks = WhatTrleLacks(trle);
+    const auto backup = LookAtBackup(session);
+    if (!lacks || !backup)
+        return TellFolderNotRead(session, lacks ? backup.Error() : lacks.Error());
+    // What cannot be told now is no reason to restore.
+    if (*backup == BackupState::Missing || BackupSeemsOfAnother(session).ValueOr(trle) ||
+        !session.host.AskYesNo(GetMsg(Msg::AskRestoreAtStart, {*lacks, lineBreak})))
+        return false;
+    (void)LoadArchiveToLook(session); // the level that stands there finds its store through it
+    const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
+    const bool whole = RestoreOriginalConfiguration(session, *progress);
+    session.archive = {};
+    return whole && finder.Prepare();
+}
+
+} // namespace
+
+CommandLine ParseCommandLine(const std::vector<std::string>& arguments)
+{
+    CommandLine found;
+    for (const std::string& item : arguments) {
+        if (item.empty())
+            break;
+        const Path place = FolderFromText(platform::AbsolutePath(item).lexically_normal().native());
+        if (EndsWithName(item, RowText(Msg::ExtensionArchive)))
+            found.archive = place;
+        else if (EqualNames(place.filename().native(), RowText(Msg::LastPartTrle)))
+            found.trle = place;
+    }
+    return found;
+}
+
+bool InitProgram(Session& session, StartWindows& windows, const std::vector<std::string>& arguments)
+{
+    Operation operation{session};
+    session.hotKeysActive = false;
+    session.loadFailedAskAnother = false;
+    session.level0Rebuilt = false;
+    const CommandLine commandLine = ParseCommandLine(arguments);
+    bool firstRun = false;
+    if (!OpenSession(session, true, firstRun))
+        return false;
+    if (!commandLine.archive.empty())
+        session.preferences.archivePath = commandLine.archive.native();
+    session.archive = {};
+
+    TrleFinder finder{session};
+    if (!finder.Prepare() && !OfferRestore(session, finder) && !windows.FindLevelEditor(session))
+        return true;
+    if (!MakeTrleBackup(session, false))
+        session.archive.dirty = false;
+    // The form of the backup must not be lost with a run that ends badly.
+    SavePreferencesNow(session);
+    if (!EnsureLevel0Folder(session)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ErrorLevel0));
+        return true;
+    }
+    if (!LoadLastArchive(session))
+        return true;
+    if (!session.archive.Loaded() &&
+        windows.AskNewOrLoad(session) == StartWindows::ArchiveChoice::Load)
+        AskLoadArchive(session);
+    if (!session.archive.Loaded())
+        CreateArchive(session);
+    else if (session.level0Rebuilt)
+        RefreshLevelSizes(session, originalCode);
+    // A run that ends badly must not forget which archive was made or loaded.
+    SavePreferencesNow(session);
+    OfferLeftIntake(session);
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "session/session.h"
+#include "swap/whereabouts.h"
+
+namespace kestrova
+{
+
+struct CommandLine {
+    Path archive; ///< item that ends in `.kva`
+    Path trle;    ///< item whose last part is `trle`
+};
+/// Goes through the items from the left up to the first empty one; of several the later wins.
+CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
+/// Windows with questions of their own that the start shows; the terminal answers from its words.
+class StartWindows
+{
+public:
+    virtual ~StartWindows() = default;
+    /// "Where is Tomb Raider Level Editor folder ?": True when a valid folder was set.
+    virtual bool FindLevelEditor(Session& session) = 0;
+    enum class ArchiveChoice { New, Load };
+    virtual ArchiveChoice AskNewOrLoad(Session& session) = 0;
+};
+/// The whole start: preferences, recovery of interrupted work, the Level Editor's folder, backup,
+/// level 0000, the last archive. It stops at the step that failed and leaves the session usable.
+/// False only when `OpenSession` failed: this program must end.
+bool InitProgram(Session& session, StartWindows& windows,
+                 const std::vector<std::string>& arguments);
+
+} // namespace kestrova

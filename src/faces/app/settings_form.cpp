@@ -1,0 +1,80 @@
+#include "app/settings_form.h"
+
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::size_t textFieldSize = 256;
+
+} // namespace
+
+SettingsForm::SettingsForm(Session& session)
+    : preferences(session.preferences), settings(session.settings), session_(session)
+{
+    for (std::string* field : {&preferences.trlePath, &preferences.downloadFolder,
+                               &preferences.tom2PcName, &preferences.tombExeName})
+        *field = std::string{Trim(*field)};
+}
+
+void SettingsForm::BrowseDownloadFolder()
+{
+    if (const auto chosen = session_.host.ChooseFolder(GetMsg(Msg::ChooseDownloadFolder),
+                                                       Path{preferences.downloadFolder}))
+        preferences.downloadFolder = chosen->native();
+}
+
+void SettingsForm::BrowseTrle()
+{
+    if (const auto chosen = session_.host.ChooseFolder(GetMsg(Msg::ChooseTrlePath),
+                                                       FolderFromText(preferences.trlePath)))
+        preferences.trlePath = chosen->native();
+}
+
+void SettingsForm::BrowseProgram(Msg title, std::string& name)
+{
+    if (const auto chosen = session_.host.ChooseOpenFile(GetMsg(title), GetMsg(Msg::FilterPrograms),
+                                                         FolderFromText(preferences.trlePath)))
+        name = chosen->filename().native();
+}
+
+void SettingsForm::BrowseGame()
+{
+    BrowseProgram(Msg::ChooseGame, preferences.tombExeName);
+}
+
+void SettingsForm::BrowseTom2Pc()
+{
+    BrowseProgram(Msg::ChooseTom2Pc, preferences.tom2PcName);
+}
+
+bool SettingsForm::Accept()
+{
+    for (const std::string* field : {&preferences.trlePath, &preferences.downloadFolder,
+                                     &preferences.tom2PcName, &preferences.tombExeName})
+        if (ToWindows1252(*field).size() > textFieldSize) {
+            session_.host.Tell(Tone::Error, GetMsg(Msg::FolderTooLong, {*field}));
+            return false;
+        }
+    const PreferencesRecord before = session_.preferences;
+    // These two belong to the archive and to the backup.
+    preferences.archivePath = before.archivePath;
+    preferences.fullBackup = before.fullBackup;
+    session_.preferences = preferences;
+    const Path oldFolder = FolderFromText(Trim(before.trlePath));
+    if (session_.TrleFolder() != oldFolder) {
+        if (!HoldFolders(session_)) {
+            session_.preferences = before;
+            return false;
+        }
+        if (!oldFolder.empty())
+            session_.locks.Release(oldFolder);
+    }
+    session_.settings = settings;
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,112 @@
+#include "app/start_up.h"
+
+#include "archive/archive_saving.h"
+#include "core/leftovers.h"
+#include "core/look.h"
+#include "platform/places.h"
+#include "session/preferences_file.h"
+#include "swap/recovery.h"
+#include "upkeep/archive_life.h"
+#include "upkeep/leftovers.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+Path PreferencesFile(const Path& programFolder)
+{
+    return InFolder(programFolder, RowText(Msg::FragPreferences));
+}
+
+void MendAtStart(Session& session, const Whereabouts& said)
+{
+    Whereabouts where = said;
+    const bool nothingSaid = said.trle.empty() && said.archiveFolder.empty() && !said.letGo;
+    if (nothingSaid && session.host.CanAsk())
+        if (const auto lacking = WhatMendingLacks(session); lacking && *lacking)
+            where = AskWhere(session, **lacking).value_or(said);
+    (void)RecoverInterruptedWork(session, where); // what still waits has been told
+}
+
+} // namespace
+
+Result<Path> ChooseProgramFolder(const Path& home, bool make)
+{
+    Path folder;
+    const Path own = platform::ExecutableFolder();
+    if (!home.empty())
+        folder = FolderFromText(platform::AbsolutePath(home).lexically_normal().native());
+    else {
+        const auto hasPreferences = IsFile(PreferencesFile(own));
+        const auto isPortable = IsFile(InFolder(own, RowText(Msg::FragPortable)));
+        if (!hasPreferences || !isPortable)
+            return hasPreferences ? isPortable.Error() : hasPreferences.Error();
+        folder = *hasPreferences || *isPortable
+                     ? own
+                     : InFolder(platform::UserDataFolder(), RowText(Msg::DirProgramData));
+    }
+    if (make)
+        if (const auto status = MakeFolders(folder); !status)
+            return status.Error();
+    return folder;
+}
+
+Status LoadArchiveToLook(Session& session)
+{
+    session.archive = {};
+    const Path file = session.RememberedArchive();
+    if (file.empty())
+        return MakeFailure(ErrorCode::Missing, {});
+    return ReadArchiveRecords(session, file);
+}
+
+bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabouts& said)
+{
+    // Locked before it is read: otherwise another program's last words would be overwritten.
+    if (writing && !HoldFolder(session, session.programFolder))
+        return false;
+    if (writing)
+        NotePlacesIn(WorkNotes(session));
+    auto settings = ReadSettings(session.programFolder);
+    if (settings)
+        session.settings = std::move(*settings);
+    firstRun = !ReadPreferencesFile(session);
+    const Path file = PreferencesFile(session.programFolder);
+    // What is there and cannot be read would be written over by first-run values.
+    if (!settings || (firstRun && !IsFree(file).ValueOr(false))) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::PreferencesNotRead),
+                          settings ? TextOf(file) : settings.Error().subject);
+        return false;
+    }
+    if (!writing)
+        return true;
+    // The stores of the levels are found through the archive; one that cannot be read has none.
+    (void)LoadArchiveToLook(session);
+    if (!HoldFolders(session))
+        return false;
+    MendAtStart(session, said);
+    ClearLeftovers(session);
+    return true;
+}
+
+bool WritePreferences(Session& session)
+{
+    bool saved = false;
+    if (!MayReplaceArchive(session, saved))
+        return false;
+    (void)WritePreferencesFile(session);
+    return true;
+}
+
+Status WriteAllNow(Session& session)
+{
+    const bool owed = session.archive.Loaded() && session.archive.dirty;
+    const Status list = owed ? WriteArchive(session, session.ArchivePath()) : Status{};
+    const Status preferences = WritePreferencesFile(session);
+    return list ? preferences : list;
+}
+
+} // namespace kestrova

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "cli/command.h"
+
+namespace kestrova
+{
+
+Exit RunAudio(Run& run);
+
+} // namespace kestrova

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "cli/command.h"
+
+namespace kestrova
+{
+
+Exit RunSaves(Run& run);
+
+} // namespace kestrova

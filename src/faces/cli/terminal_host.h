@@ -1,0 +1,85 @@
+#pragma once
+
+#include "session/session.h"
+#include "words/message.h"
+
+#include <set>
+
+namespace kestrova
+{
+
+/// What `--yes` and `--no` say beforehand.
+enum class StandingAnswer { None, Yes, No };
+
+/// As a terminal may show it: lines end by LF; characters that would steer the terminal, or turn
+/// the direction of what follows, are gone.
+std::string ForTerminal(std::string_view text);
+
+/// Questions and messages on the standard error, answers from the standard input, provided that
+/// both are a terminal. Results are not its matter.
+class TerminalHost : public Host
+{
+public:
+    void SetStandingAnswer(StandingAnswer answer) { standing_ = answer; }
+    /// A question found no answer; it was named on the standard error.
+    [[nodiscard]] bool LeftUnanswered() const override { return unanswered_; }
+    /// Something was told as an error.
+    [[nodiscard]] bool ToldError() const { return toldError_; }
+    /// True when a yes/no question would find an answer.
+    [[nodiscard]] bool CanAnswer() const
+    {
+        return interactive_ || standing_ != StandingAnswer::None;
+    }
+    /// Names a question that will find no answer.
+    void NameUnanswered(const std::string& text);
+
+    void Tell(Tone tone, const std::string& text, const std::string& reason = {}) override;
+    [[nodiscard]] bool CanAsk() const override { return interactive_; }
+    [[nodiscard]] bool WorksUnattended() const override { return true; }
+    bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) override;
+    bool AskOkCancel(const std::string& text) override;
+    YesNoCancel AskYesNoCancel(const std::string& text) override;
+    std::optional<std::string> AskText(const std::string& text, const std::string& suggestion,
+                                       const std::string& title = {}) override;
+    std::optional<Path> ChooseFolder(const std::string& title, const Path& start) override;
+    std::optional<Path> ChooseOpenFile(const std::string& title, const std::string& filter,
+                                       const Path& start) override;
+    std::optional<Path> ChooseSaveFile(const std::string& title, const std::string& filter,
+                                       const Path& start, const std::string& suggestion) override;
+    std::unique_ptr<ProgressScope> BeginProgress(ProgressWindow window,
+                                                 const std::string& text) override;
+
+    TerminalHost();
+
+private:
+    /// The line that the person types; no value without a person or at the end of the input.
+    std::optional<std::string> Prompt(const std::string& text, const std::string& ending);
+    /// The first letter that is one of `letters`; no value when there is no answer.
+    /// `safe`: the letter that an empty line stands for.
+    std::optional<char> AskLetter(const std::string& text, Msg choices, Msg letters, char safe);
+    /// `safe`: the place of that letter among `letters`; the first is the answer Yes.
+    bool AskTwo(const std::string& text, Msg choices, Msg letters, bool standingCounts,
+                std::size_t safe);
+    std::optional<Path> AskPath(const std::string& title, const Path& suggestion);
+
+    StandingAnswer standing_ = StandingAnswer::None;
+    std::set<std::string> told_; ///< one failure is told once, however many steps meet it
+    bool interactive_ = false;
+    bool unanswered_ = false;
+    bool toldError_ = false;
+};
+
+/// The terminal shows no list; what the operations select is kept.
+class TerminalList : public LevelList
+{
+public:
+    void Refresh() override {}
+    void Select(LevelCode code) override { selected_ = code; }
+    [[nodiscard]] std::optional<LevelCode> Selected() const override { return selected_; }
+    void ShowActivity(const std::string&) override {}
+
+private:
+    std::optional<LevelCode> selected_;
+};
+
+} // namespace kestrova

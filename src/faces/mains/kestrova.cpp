@@ -1,0 +1,6 @@
+#include "ui/main/program.h"
+
+int main(int argc, char** argv)
+{
+    return kestrova::RunWindows(argc, argv);
+}

@@ -1,0 +1,241 @@
+#include "ui/desktop/host_windows.h"
+
+#include "core/look.h"
+#include "core/text.h"
+#include "shots/shot_files.h"
+#include "ui/desktop/progress_windows.h"
+#include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/input_gate.h"
+#include "ui/widgets/qt_text.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+namespace kestrova
+{
+
+namespace
+{
+
+using Button = QMessageBox::StandardButton;
+
+/// Of the line that a text is typed into.
+constexpr int textWidth = 380;
+
+struct Answer {
+    Button button;
+    Msg words;
+};
+
+/// `safe`: what the Enter key and the closing of the box mean.
+Button ShowBox(QMessageBox::Icon icon, const std::string& text, const std::string& reason,
+               const std::vector<Answer>& answers, Button safe)
+{
+    QMessageBox box(icon, Words(Msg::ProgramName), ToQt(text), QMessageBox::NoButton, TopWindow());
+    box.setObjectName(QStringLiteral("Box"));
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    if (!reason.empty())
+        box.setInformativeText(ToQt(reason));
+    for (const Answer& answer : answers)
+        box.addButton(answer.button)->setText(QLatin1Char('&') + Words(answer.words));
+    box.setDefaultButton(safe);
+    box.setEscapeButton(safe);
+    KeepOnScreen(box);
+    const InputGate::Admission admission{box};
+    return static_cast<Button>(box.exec());
+}
+
+Path NearestFolder(Path folder)
+{
+    std::error_code none;
+    while (!folder.empty() && !std::filesystem::is_directory(folder, none)) {
+        if (folder == folder.parent_path())
+            return {};
+        folder = folder.parent_path();
+    }
+    return folder;
+}
+
+/// A chooser of folders that makes the one that was typed and is not there yet, after a question.
+class FolderChooser : public QFileDialog
+{
+public:
+    FolderChooser(Host& host, const QString& title) : QFileDialog(TopWindow(), title), host_(host)
+    {
+        setFileMode(QFileDialog::Directory);
+        setOption(QFileDialog::ShowDirsOnly);
+    }
+
+protected:
+    void accept() override
+    {
+        const QStringList chosen = selectedFiles();
+        if (!chosen.isEmpty() && !MakeIfMissing(PathFromQt(chosen.constFirst())))
+            return;
+        QFileDialog::accept();
+    }
+
+private:
+    /// False when the person did not want it, or it cannot be made.
+    bool MakeIfMissing(const Path& folder)
+    {
+        const auto isFree = IsFree(folder);
+        if (!isFree || !*isFree)
+            return true; // what stands there is judged by the chooser
+        if (!host_.AskYesNo(GetMsg(Msg::AskMakeFolder, {TextOf(folder)})))
+            return false;
+        const auto made = MakeFolders(folder);
+        if (!made)
+            host_.Tell(Tone::Error, GetMsg(Msg::FolderNotMade, {TextOf(folder)}),
+                       made.Error().reason);
+        return static_cast<bool>(made);
+    }
+
+    Host& host_;
+};
+
+std::optional<Path> Run(QFileDialog& chooser, const Path& start, const std::string& suggestion = {})
+{
+    const Path folder = NearestFolder(start);
+    chooser.setDirectory(folder.empty() ? QDir::homePath() : PathToQt(folder));
+    if (!suggestion.empty())
+        chooser.selectFile(ToQt(suggestion));
+    const InputGate::Admission admission{chooser};
+    if (chooser.exec() != QDialog::Accepted || chooser.selectedFiles().isEmpty())
+        return std::nullopt;
+    return PathFromQt(chooser.selectedFiles().constFirst());
+}
+
+} // namespace
+
+QWidget* TopWindow()
+{
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->objectName() == QLatin1String("Principale"))
+            return window;
+    return nullptr;
+}
+
+QString ChooserFilter(const std::string& filter)
+{
+    const std::vector<std::string> parts = Split(filter, '|');
+    QStringList rows;
+    for (std::size_t i = 0; i + 1 < parts.size(); i += 2) {
+        const QString words = ToQt(parts[i]).section(QLatin1String(" ("), 0, 0);
+        QString patterns = ToQt(parts[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' ')).toLower();
+        if (const QString upper = patterns.toUpper(); upper != patterns)
+            patterns += QLatin1Char(' ') + upper;
+        rows.append(words + QLatin1String(" (") + patterns + QLatin1Char(')'));
+    }
+    rows.append(Words(Msg::AllFiles) + QLatin1String(" (*)"));
+    return rows.join(QLatin1String(";;"));
+}
+
+void WindowHost::Tell(Tone tone, const std::string& text, const std::string& reason)
+{
+    const auto icon = tone == Tone::Error     ? QMessageBox::Critical
+                      : tone == Tone::Warning ? QMessageBox::Warning
+                                              : QMessageBox::Information;
+    ShowBox(icon, text, reason, {{QMessageBox::Ok, Msg::ButtonOk}}, QMessageBox::Ok);
+}
+
+bool WindowHost::AskYesNo(const std::string& text, Consent consent)
+{
+    return ShowBox(QMessageBox::Question, text, {},
+                   {{QMessageBox::Yes, Msg::ButtonYes}, {QMessageBox::No, Msg::ButtonNo}},
+                   consent == Consent::YesKeeps ? QMessageBox::Yes : QMessageBox::No) ==
+           QMessageBox::Yes;
+}
+
+bool WindowHost::AskOkCancel(const std::string& text)
+{
+    return ShowBox(QMessageBox::Question, text, {},
+                   {{QMessageBox::Ok, Msg::ButtonOk}, {QMessageBox::Cancel, Msg::ButtonCancel}},
+                   QMessageBox::Cancel) == QMessageBox::Ok;
+}
+
+YesNoCancel WindowHost::AskYesNoCancel(const std::string& text)
+{
+    switch (ShowBox(QMessageBox::Question, text, {},
+                    {{QMessageBox::Yes, Msg::ButtonYes},
+                     {QMessageBox::No, Msg::ButtonNo},
+                     {QMessageBox::Cancel, Msg::ButtonCancel}},
+                    QMessageBox::Cancel)) {
+    case QMessageBox::Yes:
+        return YesNoCancel::Yes;
+    case QMessageBox::No:
+        return YesNoCancel::No;
+    default:
+        return YesNoCancel::Cancel;
+    }
+}
+
+std::optional<std::string> WindowHost::AskText(const std::string& text,
+                                               const std::string& suggestion,
+                                               const std::string& title)
+{
+    QInputDialog box(TopWindow());
+    box.setObjectName(QStringLiteral("Box"));
+    box.setWindowTitle(title.empty() ? Words(Msg::ProgramName) : ToQt(title));
+    box.setLabelText(ToQt(text));
+    box.setTextValue(ToQt(suggestion));
+    box.setOkButtonText(Words(Msg::ButtonOk));
+    box.setCancelButtonText(Words(Msg::ButtonCancel));
+    // A question that wraps keeps the box within the screen, and a name has room to be read.
+    for (auto* label : box.findChildren<QLabel*>())
+        label->setWordWrap(true);
+    if (auto* line = box.findChild<QLineEdit*>())
+        line->setMinimumWidth(textWidth);
+    // Typing over a picture's name leaves its ending, without which no list would show it.
+    if (IsShotName(suggestion))
+        QTimer::singleShot(0, &box, [&box, stem = ToQt(StripExtension(suggestion)).size()] {
+            if (auto* line = box.findChild<QLineEdit*>())
+                line->setSelection(0, static_cast<int>(stem));
+        });
+    const InputGate::Admission admission{box};
+    if (box.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return FromQt(box.textValue());
+}
+
+std::optional<Path> WindowHost::ChooseFolder(const std::string& title, const Path& start)
+{
+    FolderChooser chooser(*this, ToQt(title));
+    return Run(chooser, start);
+}
+
+std::optional<Path> WindowHost::ChooseOpenFile(const std::string& title, const std::string& filter,
+                                               const Path& start)
+{
+    QFileDialog chooser(TopWindow(), ToQt(title), {}, ChooserFilter(filter));
+    chooser.setFileMode(QFileDialog::ExistingFile);
+    return Run(chooser, start);
+}
+
+std::optional<Path> WindowHost::ChooseSaveFile(const std::string& title, const std::string& filter,
+                                               const Path& start, const std::string& suggestion)
+{
+    QFileDialog chooser(TopWindow(), ToQt(title), {}, ChooserFilter(filter));
+    chooser.setAcceptMode(QFileDialog::AcceptSave);
+    if (const std::string ending = ExtensionOf(filter); ending.size() > 1)
+        chooser.setDefaultSuffix(ToQt(ending.substr(1)));
+    return Run(chooser, start, suggestion);
+}
+
+std::unique_ptr<ProgressScope> WindowHost::BeginProgress(ProgressWindow window,
+                                                         const std::string& text)
+{
+    return std::make_unique<WindowProgress>(window, text, TopWindow());
+}
+
+} // namespace kestrova

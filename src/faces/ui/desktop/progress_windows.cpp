@@ -1,0 +1,259 @@
+#include "ui/desktop/progress_windows.h"
+
+#include "ui/widgets/captions.h"
+#include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/input_gate.h"
+#include "ui/widgets/qt_text.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr int barSteps = 1000;
+constexpr qint64 pumpEveryMs = 20;
+constexpr qint64 showAfterMs = 250;
+constexpr int textWidth = 360;
+
+const char* NameOf(ProgressWindow window)
+{
+    switch (window) {
+    case ProgressWindow::Wait:
+        return "Dialog_Wait";
+    case ProgressWindow::Zip:
+        return "Dialog_Zip";
+    case ProgressWindow::Audio:
+        return "Dialog_ConvertiMp3";
+    case ProgressWindow::Progress:
+        break;
+    }
+    return "Dialog_Progress";
+}
+
+} // namespace
+
+void Pump::Turn()
+{
+    if (sinceLast_.isValid() && sinceLast_.elapsed() < pumpEveryMs)
+        return;
+    QCoreApplication::processEvents();
+    sinceLast_.start();
+}
+
+void ShowShare(QProgressBar& bar, std::uint64_t done, std::uint64_t total)
+{
+    const double share =
+        total == 0 ? 0.0 : static_cast<double>(std::min(done, total)) / static_cast<double>(total);
+    bar.setValue(static_cast<int>(share * barSteps));
+}
+
+ProgressDialog::ProgressDialog(ProgressWindow window, QWidget* parent)
+    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint),
+      label_(new QLabel(this)), bar_(new QProgressBar(this)), stop_(new QPushButton(this))
+{
+    setObjectName(QString::fromLatin1(NameOf(window)));
+    label_->setObjectName(window == ProgressWindow::Wait ? QStringLiteral("Label_Mex")
+                                                         : QStringLiteral("Label_Info"));
+    label_->setTextFormat(Qt::PlainText);
+    label_->setWordWrap(true);
+    label_->setMinimumWidth(textWidth);
+    const bool audio = window == ProgressWindow::Audio;
+    bar_->setObjectName(audio ? QStringLiteral("ProgrBar_Tutti1") : QStringLiteral("ProgressBar1"));
+    bar_->setRange(0, barSteps);
+    bar_->setTextVisible(false);
+    if (audio) {
+        part_ = new QProgressBar(this);
+        part_->setObjectName(QStringLiteral("ProgressBar_Singolo"));
+        part_->setRange(0, barSteps);
+        part_->setTextVisible(false);
+    }
+    // The other two have a bar only while somebody steps one.
+    bar_->setVisible(audio || window == ProgressWindow::Progress);
+    stop_->setObjectName(QStringLiteral("Pul_Stop"));
+    stop_->setAutoDefault(false);
+    stop_->hide();
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(label_);
+    if (part_ != nullptr)
+        layout->addWidget(part_);
+    layout->addWidget(bar_);
+    layout->addWidget(stop_, 0, Qt::AlignRight);
+    connect(stop_, &QPushButton::clicked, this, &ProgressDialog::Stop);
+    SetCaptions(*this);
+    if (InputGate* gate = InputGate::Current())
+        gate->AdmitAlways(*this);
+}
+
+void ProgressDialog::SetLabel(const QString& text)
+{
+    if (!stopped_)
+        label_->setText(WithWordsWithin(text, label_->fontMetrics(), textWidth) + QLatin1Char(' '));
+}
+
+void ProgressDialog::SetBar(std::uint64_t done, std::uint64_t total)
+{
+    if (total > 0)
+        bar_->setVisible(true);
+    ShowShare(*bar_, done, total);
+}
+
+void ProgressDialog::SetPart(std::uint64_t done, std::uint64_t total)
+{
+    if (part_ != nullptr)
+        ShowShare(*part_, done, total);
+}
+
+void ProgressDialog::AllowStop()
+{
+    stop_->setVisible(true);
+}
+
+void ProgressDialog::Stop()
+{
+    if (stop_->isHidden() || stopped_)
+        return;
+    SetLabel(Words(Msg::StoppingNow));
+    stopped_ = true;
+    stop_->setEnabled(false);
+}
+
+void ProgressDialog::closeEvent(QCloseEvent* event)
+{
+    Stop();
+    event->ignore();
+}
+
+void ProgressDialog::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        Stop();
+    else if (event->key() == Qt::Key_Space)
+        QDialog::keyPressEvent(event);
+}
+
+WindowProgress::WindowProgress(ProgressWindow window, const std::string& text, QWidget* parent)
+    : dialog_(new ProgressDialog(window, parent))
+{
+    age_.start();
+    SetLabel(text);
+    // Up to here the windows may show what the last step left half painted.
+    pump_.Turn();
+}
+
+WindowProgress::~WindowProgress()
+{
+    // The dialog may have gone with the window that it belongs to.
+    delete dialog_;
+}
+
+void WindowProgress::SetLabel(const std::string& text)
+{
+    if (dialog_ != nullptr)
+        dialog_->SetLabel(text.empty() ? Words(Msg::FileCopyInProgress) : ToQt(text));
+}
+
+void WindowProgress::SetBar(std::uint64_t done, std::uint64_t total)
+{
+    if (dialog_ != nullptr)
+        dialog_->SetBar(done, total);
+}
+
+void WindowProgress::SetPart(std::uint64_t done, std::uint64_t total)
+{
+    if (dialog_ != nullptr)
+        dialog_->SetPart(done, total);
+}
+
+void WindowProgress::AllowStop()
+{
+    if (dialog_ != nullptr)
+        dialog_->AllowStop();
+}
+
+bool WindowProgress::Step()
+{
+    if (dialog_ == nullptr)
+        return true;
+    if (!dialog_->isVisible() && age_.elapsed() >= showAfterMs)
+        dialog_->show();
+    pump_.Turn();
+    return dialog_ == nullptr || !dialog_->Stopped();
+}
+
+void OwnProgress::SetLabel(const std::string& text)
+{
+    if (label_ != nullptr)
+        label_->setText(ToQt(text));
+}
+
+void OwnProgress::SetBar(std::uint64_t done, std::uint64_t total)
+{
+    if (bar_ != nullptr)
+        ShowShare(*bar_, done, total);
+}
+
+bool OwnProgress::Step()
+{
+    pump_.Turn();
+    return true;
+}
+
+StoppableProgress::StoppableProgress(QLabel& label, QProgressBar& bar, QPushButton& stop)
+    : OwnProgress(label, bar), bar_(&bar), stop_(&stop)
+{
+    bar.setRange(0, barSteps);
+    QObject::connect(&stop, &QPushButton::clicked, &stop, [this] {
+        stopped_ = true;
+        stop_->setEnabled(false);
+        SetLabel(GetMsg(Msg::StoppingNow));
+    });
+    if (InputGate* gate = InputGate::Current())
+        gate->AdmitAlways(stop);
+    End();
+}
+
+void StoppableProgress::Begin()
+{
+    stopped_ = false;
+}
+
+void StoppableProgress::SetBar(std::uint64_t done, std::uint64_t total)
+{
+    // An empty one beside a question would look like something to fill in.
+    if (bar_ != nullptr && total > 0)
+        bar_->show();
+    OwnProgress::SetBar(done, total);
+}
+
+void StoppableProgress::End()
+{
+    bar_->setValue(0);
+    bar_->hide();
+    stop_->hide();
+}
+
+void StoppableProgress::AllowStop()
+{
+    if (stop_ == nullptr || !stop_->isHidden())
+        return;
+    stop_->setEnabled(true);
+    stop_->show();
+}
+
+bool StoppableProgress::Step()
+{
+    return OwnProgress::Step() && !stopped_;
+}
+
+} // namespace kestrova

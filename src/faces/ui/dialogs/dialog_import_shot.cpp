@@ -1,0 +1,82 @@
+#include "ui/dialogs/dialog_import_shot.h"
+
+#include "shots/shot_import.h"
+#include "ui/desktop/progress_windows.h"
+#include "ui/dialogs/dialogs_small.h"
+#include "ui/widgets/captions.h"
+#include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/qt_text.h"
+#include "words/message.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr int dialogWidth = 460;
+constexpr int barSteps = 1000;
+
+} // namespace
+
+ImportShotDialog::ImportShotDialog(Session& session, std::size_t index, QWidget* parent)
+    : QDialog(parent), session_(session), index_(index), all_(new QRadioButton(this)),
+      info_(new QLabel(this)), bar_(new QProgressBar(this))
+{
+    setObjectName(QStringLiteral("Dialog_ImportShot"));
+    auto* current = new QRadioButton(this);
+    current->setObjectName(QStringLiteral("Opt_SoloCur"));
+    current->setChecked(true);
+    all_->setObjectName(QStringLiteral("Opt_Tutti"));
+    info_->hide();
+    bar_->setObjectName(QStringLiteral("ProgressBar1"));
+    bar_->setRange(0, barSteps);
+    bar_->setTextVisible(false);
+    auto* import = NamedButton(this, "Pul_Import");
+    auto* cancel = NamedButton(this, "Pul_Cancel");
+    auto* help = NamedButton(this, "Pul_Help");
+    MarkNotAvailable(*help);
+    import->setDefault(true);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(help);
+    buttons->addStretch();
+    buttons->addWidget(import);
+    buttons->addWidget(cancel);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(current);
+    column->addWidget(all_);
+    column->addWidget(bar_);
+    column->addLayout(buttons);
+    connect(import, &QPushButton::clicked, this, &ImportShotDialog::Import);
+    connect(cancel, &QPushButton::clicked, this, &ImportShotDialog::reject);
+    SetCaptions(*this);
+    setWindowTitle(Words(Msg::ImportShotTitle) + QLatin1Char('"') +
+                   ToQt(Trim(session.archive.levels[index].levelName)) + QLatin1Char('"'));
+    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
+}
+
+void ImportShotDialog::Import()
+{
+    const Operation operation{session_};
+    OwnProgress progress{*info_, *bar_};
+    // Every failure was told where it happened; the end is told in any case.
+    if (all_->isChecked())
+        (void)ImportShotsOfAllLevels(session_, progress);
+    else
+        (void)ImportShots(session_, index_, progress);
+    session_.host.Tell(Tone::Plain, GetMsg(Msg::ShotImportDone));
+    accept();
+}
+
+void ImportShotDialog::reject()
+{
+    if (session_.runningOperations == 0)
+        QDialog::reject();
+}
+
+} // namespace kestrova

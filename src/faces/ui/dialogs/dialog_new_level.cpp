@@ -1,0 +1,331 @@
+#include "ui/dialogs/dialog_new_level.h"
+
+#include "packages/name_pages.h"
+#include "ui/dialogs/dialogs_small.h"
+#include "ui/widgets/captions.h"
+#include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/qt_text.h"
+#include "words/message.h"
+
+#include <QComboBox>
+#include <QDragEnterEvent>
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTimer>
+#include <QTreeWidget>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr QSize firstSize{680, 520};
+constexpr int textField = 256;
+constexpr int nameColumn = 0;
+constexpr int sizeColumn = 1;
+
+QLabel* CaptionFor(QWidget* control, const char* name)
+{
+    auto* label = new QLabel(control->parentWidget());
+    label->setObjectName(QString::fromLatin1(name));
+    label->setBuddy(control);
+    return label;
+}
+
+} // namespace
+
+NewLevelDialog::NewLevelDialog(Session& session, QWidget* parent)
+    : QDialog(parent), session_(session), name_(new QLineEdit(this)), note_(new QLineEdit(this)),
+      moreInfo_(new QComboBox(this)), names_(new QComboBox(this)),
+      namesLabel_(CaptionFor(names_, "Label_NamesOf")), files_(new QTreeWidget(this)),
+      hint_(new QLabel(files_->viewport())), size_(new QLabel(this)), info_(new QLabel(this)),
+      bar_(new QProgressBar(this)), stop_(NamedButton(this, "Pul_Stop")),
+      addFile_(NamedButton(this, "Pul_AddFile")), addFolder_(NamedButton(this, "Pul_AddFolder")),
+      remove_(NamedButton(this, "Pul_Remove")), refresh_(NamedButton(this, "Pul_Refresh")),
+      compileTom_(NamedButton(this, "Pul_CompileTom")),
+      setMyLanguage_(NamedButton(this, "Pul_SetMyLanguage")), progress_(*info_, *bar_, *stop_)
+{
+    setObjectName(QStringLiteral("Dialog_NewLevel"));
+    setAcceptDrops(true);
+    auto* answers = AnswerButtons(*this);
+    auto* page = new QWidget;
+    auto* parts = new QVBoxLayout(page);
+    parts->setContentsMargins({});
+    parts->addLayout(MakeTexts());
+    parts->addLayout(MakeFiles(), 1);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(new ScrollPage(page), 1);
+    column->addLayout(MakeProgress());
+    column->addLayout(answers);
+    for (QPushButton* button :
+         {addFile_, addFolder_, remove_, refresh_, compileTom_, setMyLanguage_, stop_})
+        button->setAutoDefault(false);
+    Connect();
+    SetCaptions(*this);
+    MarkNotAvailable(*compileTom_);
+    ResizeToFit(*this, firstSize);
+}
+
+QLayout* NewLevelDialog::MakeTexts()
+{
+    name_->setObjectName(QStringLiteral("Text_NameLevel"));
+    name_->setMaxLength(textField);
+    note_->setObjectName(QStringLiteral("Text_Note"));
+    note_->setMaxLength(textField);
+    moreInfo_->setObjectName(QStringLiteral("Combo_MoreInfo"));
+    moreInfo_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    auto* grid = new QGridLayout;
+    grid->addWidget(CaptionFor(name_, "Label_NameOf"), 0, 0);
+    grid->addWidget(name_, 0, 1);
+    grid->addWidget(CaptionFor(note_, "Label_NoteOf"), 1, 0);
+    grid->addWidget(note_, 1, 1);
+    grid->addWidget(CaptionFor(moreInfo_, "Label_MoreInfoOf"), 2, 0);
+    grid->addWidget(moreInfo_, 2, 1);
+    names_->setObjectName(QStringLiteral("Combo_Names"));
+    names_->setToolTip(Words(Msg::NewLevelNamesTip));
+    names_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    for (const NamePage& page : NamePages())
+        names_->addItem(ToQt(NamePageText(page.name)), ToQt(std::string{page.name}));
+    grid->addWidget(namesLabel_, 3, 0);
+    grid->addWidget(names_, 3, 1);
+    grid->setColumnStretch(1, 1);
+    return grid;
+}
+
+QLayout* NewLevelDialog::MakeFiles()
+{
+    files_->setObjectName(QStringLiteral("List_Files"));
+    files_->setAccessibleName(Words(Msg::NewLevelFilesName));
+    files_->setColumnCount(2);
+    files_->setHeaderLabels({Words(Msg::ColumnFile), Words(Msg::ColumnSize)});
+    files_->setRootIsDecorated(false);
+    files_->setUniformRowHeights(true);
+    files_->setTextElideMode(Qt::ElideMiddle);
+    files_->header()->setStretchLastSection(false);
+    files_->header()->setSectionResizeMode(nameColumn, QHeaderView::Stretch);
+    files_->header()->setSectionResizeMode(sizeColumn, QHeaderView::ResizeToContents);
+    // In the list's own room, so that it does not change its size.
+    (new QVBoxLayout(files_->viewport()))->addWidget(hint_);
+    hint_->setObjectName(QStringLiteral("Label_Hint"));
+    hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    hint_->setTextFormat(Qt::PlainText);
+    hint_->setWordWrap(true);
+    hint_->setAlignment(Qt::AlignCenter);
+    hint_->setForegroundRole(QPalette::PlaceholderText);
+    size_->setObjectName(QStringLiteral("Label_Size"));
+
+    auto* left = new QVBoxLayout;
+    left->addWidget(files_, 1);
+    left->addWidget(size_);
+    auto* right = new QVBoxLayout;
+    for (QPushButton* button :
+         {addFile_, addFolder_, remove_, refresh_, compileTom_, setMyLanguage_})
+        right->addWidget(button);
+    right->addStretch();
+    auto* row = new QHBoxLayout;
+    row->addLayout(left, 1);
+    row->addLayout(right);
+    return row;
+}
+
+QLayout* NewLevelDialog::MakeProgress()
+{
+    info_->setObjectName(QStringLiteral("Label_Info"));
+    info_->setTextFormat(Qt::PlainText);
+    info_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    bar_->setObjectName(QStringLiteral("ProgressBar1"));
+    bar_->setTextVisible(false);
+    auto* row = new QHBoxLayout;
+    row->addWidget(info_, 1);
+    row->addWidget(bar_);
+    row->addWidget(stop_);
+    return row;
+}
+
+void NewLevelDialog::Connect()
+{
+    connect(name_, &QLineEdit::textChanged, this,
+            [this](const QString& text) { level_->name = FromQt(text); });
+    connect(note_, &QLineEdit::textChanged, this,
+            [this](const QString& text) { level_->note = FromQt(text); });
+    connect(moreInfo_, &QComboBox::activated, this, [this](int row) {
+        choseMoreInfo_ = true;
+        level_->moreInfo = row == 0 ? std::string{} : FromQt(moreInfo_->itemText(row));
+    });
+    connect(names_, &QComboBox::activated, this, [this](int row) {
+        const std::string page = FromQt(names_->itemData(row).toString());
+        if (page != level_->NamesReadAs())
+            Run([this, page] { level_->ReadNamesAs(page); });
+    });
+    const auto step = [this](QPushButton* button, auto work) {
+        connect(button, &QPushButton::clicked, this, [this, work] { Run(work); });
+    };
+    step(addFile_, [this] { level_->AddChosenFile(); });
+    step(addFolder_, [this] { level_->AddChosenFolder(); });
+    step(remove_, [this] { level_->RemoveFile(SelectedFile()); });
+    step(refresh_, [this] { level_->Refresh(); });
+    step(setMyLanguage_, [this] { level_->SetMyLanguage(); });
+    connect(files_, &QTreeWidget::itemActivated, this, [this] {
+        if (const Path file = SelectedFile(); !file.empty())
+            Run([this, file] { level_->OpenFile(file); });
+    });
+    connect(new QShortcut(Qt::Key_Delete, files_, nullptr, nullptr, Qt::WidgetShortcut),
+            &QShortcut::activated, remove_, &QPushButton::click);
+    connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, refresh_, &QPushButton::click);
+}
+
+template <class Work> void NewLevelDialog::Run(Work work)
+{
+    if (level_ == nullptr || session_.runningOperations > 0)
+        return;
+    {
+        const Operation operation{session_};
+        progress_.Begin();
+        work();
+        progress_.End();
+    }
+    ShowLevel();
+}
+
+bool NewLevelDialog::Show(NewLevel& level, std::vector<Path> sources)
+{
+    level_ = &level;
+    filledName_ = level.name;
+    filledNote_ = level.note;
+    choseMoreInfo_ = false;
+    setWindowTitle(
+        Words(level.Mode() == LevelMode::New ? Msg::NewLevelTitle : Msg::LevelPropertiesTitle));
+    info_->setText(ToQt(level.Mode() == LevelMode::New ? std::string{} : level.SizeText()));
+    progress_.End();
+    ShowLevel();
+    name_->setFocus();
+    if (!sources.empty())
+        QTimer::singleShot(0, this, [this, sources = std::move(sources)] { AddSources(sources); });
+    const bool accepted = exec() == QDialog::Accepted;
+    level_ = nullptr;
+    return accepted;
+}
+
+void NewLevelDialog::AddSources(const std::vector<Path>& sources)
+{
+    Run([this, &sources] { level_->AddSources(sources); });
+}
+
+void NewLevelDialog::ShowLevel()
+{
+    if (name_->text() != ToQt(level_->name)) {
+        filledName_ = level_->name;
+        name_->setText(ToQt(level_->name));
+    }
+    if (note_->text() != ToQt(level_->note)) {
+        filledNote_ = level_->note;
+        note_->setText(ToQt(level_->note));
+        note_->setCursorPosition(0); // a long one is read from its beginning
+    }
+    ShowFiles();
+    ShowMoreInfo();
+    ShowNamesPage();
+    size_->setText(ToQt(level_->FilesText()));
+    setMyLanguage_->setEnabled(level_->CanSetLanguage());
+    for (QPushButton* button : {addFile_, addFolder_, remove_})
+        button->setToolTip(level_->OnCd() ? Words(Msg::LevelOnCd, {lineBreak}) : QString());
+}
+
+void NewLevelDialog::ShowFiles()
+{
+    const QString selected = PathToQt(SelectedFile());
+    files_->clear();
+    QList<QTreeWidgetItem*> rows;
+    rows.reserve(static_cast<qsizetype>(level_->Files().size()));
+    for (const Path& file : level_->Files()) {
+        auto* row = new QTreeWidgetItem(
+            {ToQt(TextOf(file.filename())), ToQt(FormatSize(static_cast<double>(FileSize(file))))});
+        row->setData(nameColumn, Qt::UserRole, PathToQt(file));
+        row->setToolTip(nameColumn, row->text(nameColumn));
+        row->setTextAlignment(sizeColumn, Qt::AlignRight | Qt::AlignVCenter);
+        rows.append(row);
+    }
+    files_->addTopLevelItems(rows);
+    for (QTreeWidgetItem* row : rows)
+        if (row->data(nameColumn, Qt::UserRole).toString() == selected)
+            files_->setCurrentItem(row);
+    hint_->setText(Words(Msg::NewLevelDropHint));
+    hint_->setVisible(rows.isEmpty());
+}
+
+void NewLevelDialog::ShowMoreInfo()
+{
+    moreInfo_->clear();
+    QStringList names{Words(Msg::NoMoreInfo)};
+    int chosen = 0;
+    for (const Path& file : level_->Files()) {
+        names.append(ToQt(TextOf(file.filename())));
+        if (EqualNames(file.filename().native(), level_->moreInfo))
+            chosen = static_cast<int>(names.size()) - 1;
+    }
+    moreInfo_->addItems(names);
+    moreInfo_->setCurrentIndex(chosen);
+}
+
+/// Only where a package has names that do not say their code page is there something to choose.
+void NewLevelDialog::ShowNamesPage()
+{
+    const std::string& page = level_->NamesReadAs();
+    namesLabel_->setVisible(!page.empty());
+    names_->setVisible(!page.empty());
+    names_->setCurrentIndex(names_->findData(ToQt(page)));
+}
+
+Path NewLevelDialog::SelectedFile() const
+{
+    const QTreeWidgetItem* row = files_->currentItem();
+    return row == nullptr ? Path{} : PathFromQt(row->data(nameColumn, Qt::UserRole).toString());
+}
+
+void NewLevelDialog::accept()
+{
+    bool accepted = false;
+    Run([&] { accepted = level_->Accept(); });
+    if (accepted)
+        QDialog::accept();
+    else if (level_->Cancelled())
+        QDialog::reject();
+}
+
+bool NewLevelDialog::HasTyped() const
+{
+    return level_->name != filledName_ || level_->note != filledNote_ || choseMoreInfo_ ||
+           (level_->Mode() == LevelMode::Properties && level_->HasOtherFiles());
+}
+
+void NewLevelDialog::reject()
+{
+    if (session_.runningOperations > 0)
+        return;
+    if (level_ != nullptr && HasTyped() && !MayDropTyped(session_))
+        return;
+    Run([this] { level_->Cancel(); });
+    QDialog::reject();
+}
+
+void NewLevelDialog::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (session_.runningOperations == 0 && !DraggedPaths(*event->mimeData()).empty())
+        event->acceptProposedAction();
+}
+
+void NewLevelDialog::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    // Whoever dragged it must not wait for the work.
+    QTimer::singleShot(0, this,
+                       [this, paths = DraggedPaths(*event->mimeData())] { AddSources(paths); });
+}
+
+} // namespace kestrova

@@ -1,0 +1,119 @@
+#include "ui/dialogs/dialog_savegame_history.h"
+
+#include "core/dates.h"
+#include "ui/dialogs/dialogs_small.h"
+#include "ui/dialogs/originals_page.h"
+#include "ui/widgets/captions.h"
+#include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/qt_text.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr QSize firstSize{820, 460};
+
+enum Column { kept, file, number, title, saved, reason };
+
+} // namespace
+
+SavegameHistoryDialog::SavegameHistoryDialog(Session& session, LevelCode code, QWidget* parent)
+    : QDialog(parent), session_(session), rules_(session, code), list_(new QTreeWidget(this)),
+      bringBack_(NamedButton(this, "Pul_BringBack"))
+{
+    setObjectName(QStringLiteral("Dialog_SavegameHistory"));
+    const bool empty = rules_.Entries().empty();
+    auto* words = new QLabel(
+        empty ? Words(Msg::HistoryEmpty) : Words(Msg::HistoryOfLevel, {rules_.LevelName()}), this);
+    words->setObjectName(QStringLiteral("Label_Ask"));
+    words->setTextFormat(Qt::PlainText);
+    words->setWordWrap(true);
+    list_->setObjectName(QStringLiteral("List_History"));
+    list_->setRootIsDecorated(false);
+    list_->setUniformRowHeights(true);
+    list_->setAllColumnsShowFocus(true);
+    list_->setAlternatingRowColors(true);
+    list_->setHeaderLabels({Words(Msg::HistoryColumnKept), Words(Msg::HistoryColumnFile),
+                            Words(Msg::HistoryColumnNumber), Words(Msg::HistoryColumnTitle),
+                            Words(Msg::HistoryColumnTime), Words(Msg::HistoryColumnReason)});
+    list_->header()->setStretchLastSection(false);
+    list_->header()->setSectionResizeMode(title, QHeaderView::Stretch);
+    list_->setAccessibleName(Words(Msg::HistoryTitle));
+    auto* close = NamedButton(this, "Pul_Cancel");
+    bringBack_->setDefault(true);
+    connect(close, &QPushButton::clicked, this, &SavegameHistoryDialog::reject);
+    connect(bringBack_, &QPushButton::clicked, this, &SavegameHistoryDialog::BringBack);
+    connect(list_, &QTreeWidget::itemActivated, this, &SavegameHistoryDialog::BringBack);
+    connect(list_, &QTreeWidget::currentItemChanged, this,
+            [this](const QTreeWidgetItem* item) { bringBack_->setEnabled(item != nullptr); });
+
+    auto* savegames = new QWidget(this);
+    auto* page = new QVBoxLayout(savegames);
+    page->addWidget(words);
+    page->addWidget(list_, 1);
+    auto* actions = new QHBoxLayout;
+    actions->addStretch();
+    actions->addWidget(bringBack_);
+    page->addLayout(actions);
+    auto* tabs = new QTabWidget(this);
+    tabs->setObjectName(QStringLiteral("Tabs_History"));
+    tabs->addTab(savegames, Words(Msg::SavegamesTab));
+    tabs->addTab(new OriginalsPage(session, tabs), Words(Msg::OriginalsTab));
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(tabs, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(close);
+    column->addLayout(buttons);
+    SetCaptions(*this);
+    ResizeToFit(*this, firstSize);
+    Fill();
+    list_->setFocus();
+}
+
+void SavegameHistoryDialog::Fill()
+{
+    bringBack_->setEnabled(false);
+    list_->clear();
+    QList<QTreeWidgetItem*> items;
+    for (const HistoryEntry& entry : rules_.Entries()) {
+        auto* item = new QTreeWidgetItem;
+        item->setText(kept, ToQt(DateText(entry.keptNs)));
+        item->setText(file, ToQt(entry.name));
+        // A note or a picture has no number.
+        item->setText(number, entry.title.empty() && entry.number == 0
+                                  ? QString()
+                                  : QString::number(entry.number));
+        item->setTextAlignment(number, Qt::AlignRight | Qt::AlignVCenter);
+        item->setText(title, ToQt(entry.title));
+        item->setToolTip(title, item->text(title).toHtmlEscaped());
+        item->setText(saved, ToQt(DateText(entry.modifiedNs)));
+        item->setText(reason, ToQt(entry.reason));
+        item->setData(kept, Qt::UserRole, ToQt(entry.id));
+        items.append(item);
+    }
+    list_->addTopLevelItems(items);
+    for (const int narrow : {kept, file, number, saved, reason})
+        list_->resizeColumnToContents(narrow);
+    list_->setCurrentItem(items.isEmpty() ? nullptr : items.constFirst());
+}
+
+void SavegameHistoryDialog::BringBack()
+{
+    const QTreeWidgetItem* item = list_->currentItem();
+    if (item == nullptr || session_.runningOperations > 0)
+        return;
+    rules_.BringBack(FromQt(item->data(kept, Qt::UserRole).toString()));
+}
+
+} // namespace kestrova

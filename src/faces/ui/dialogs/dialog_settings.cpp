@@ -1,0 +1,227 @@
+#include "ui/dialogs/dialog_settings.h"
+
+#include "ui/dialogs/dialogs_small.h"
+#include "ui/widgets/captions.h"
+#include "ui/widgets/elided_label.h"
+#include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/qt_text.h"
+
+#include <QCheckBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr int dialogWidth = 600;
+constexpr int mostHistoryFiles = 100'000;
+constexpr int mostHistoryMegabytes = 1'000'000;
+
+struct Place {
+    const char* caption;
+    const char* value;
+    const char* browse; ///< null: only shown
+    void (SettingsForm::*choose)();
+    std::string PreferencesRecord::*field;
+};
+constexpr Place places[] = {
+    {"Label_TrleOf", "Label_PathTrle", "Pul_SfogliaPathTrle", &SettingsForm::BrowseTrle,
+     &PreferencesRecord::trlePath},
+    {"Label_TombOf", "Label_NomeTombExe", "Pul_SfogliaNomeTomb", &SettingsForm::BrowseGame,
+     &PreferencesRecord::tombExeName},
+    {"Label_Tom2PcOf", "Label_NomeTom2Pc", "Pul_SfogliaTom2Pc", &SettingsForm::BrowseTom2Pc,
+     &PreferencesRecord::tom2PcName},
+    {"Label_LoadDirOf", "Label_DefaultLoadDir", "Pul_SfogliaLoadDir",
+     &SettingsForm::BrowseDownloadFolder, &PreferencesRecord::downloadFolder},
+    {"Label_FullBackupOf", "Label_FullBackup", nullptr, nullptr, nullptr},
+};
+
+template <class Widget> Widget* Named(const char* name)
+{
+    auto* widget = new Widget;
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+QLabel* NoteLabel(const char* name)
+{
+    auto* note = Named<QLabel>(name);
+    note->setWordWrap(true);
+    note->setForegroundRole(QPalette::PlaceholderText);
+    return note;
+}
+
+} // namespace
+
+SettingsDialog::SettingsDialog(Session& session, QWidget* parent)
+    : QDialog(parent), session_(session), form_(session)
+{
+    setObjectName(QStringLiteral("Dialog_Settings"));
+    auto* pages = new QTabWidget(this);
+    pages->addTab(new ScrollPage(MakePreferences()), Words(Msg::SettingsPageGeneral));
+    pages->addTab(new ScrollPage(MakeComputer()), Words(Msg::SettingsPageSystem));
+    auto* buttons = AnswerButtons(*this);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(pages, 1);
+    column->addLayout(buttons);
+    SetCaptions(*this);
+    ShowPlaces();
+    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
+}
+
+QCheckBox* SettingsDialog::Box(const char* name, bool checked)
+{
+    auto* box = Named<QCheckBox>(name);
+    box->setChecked(checked);
+    return box;
+}
+
+QWidget* SettingsDialog::MakePreferences()
+{
+    auto* page = new QWidget;
+    auto* column = new QVBoxLayout(page);
+    column->addWidget(MakePlaces());
+    column->addWidget(MakeAdvanced());
+    column->addWidget(MakeCapture());
+    column->addStretch();
+    return page;
+}
+
+QWidget* SettingsDialog::MakePlaces()
+{
+    auto* widget = new QWidget;
+    auto* grid = new QGridLayout(widget);
+    grid->setContentsMargins({});
+    grid->setColumnStretch(1, 1);
+    int line = 0;
+    for (const Place& place : places) {
+        grid->addWidget(Named<QLabel>(place.caption), line, 0);
+        auto* value = Named<ElidedLabel>(place.value);
+        value->SetElide(Qt::ElideMiddle);
+        grid->addWidget(value, line, 1);
+        if (place.browse != nullptr) {
+            auto* browse = NamedButton(widget, place.browse);
+            browse->setAutoDefault(false);
+            grid->addWidget(browse, line, 2);
+            connect(browse, &QPushButton::clicked, this, [this, choose = place.choose] {
+                const Operation operation{session_};
+                (form_.*choose)();
+                ShowPlaces();
+            });
+        }
+        ++line;
+    }
+    return widget;
+}
+
+QWidget* SettingsDialog::MakeAdvanced()
+{
+    const PreferencesRecord& record = form_.preferences;
+    autoSave_ = Box("Check_AutoSave", record.autoSave);
+    noDecompress_ = Box("Check_NonDecomprimere", record.noDecompressInProperties);
+    logFiles_ = Box("Check_Logfile", record.writeLogFiles);
+    checkEqual_ = Box("Check_TestCOntrollaUguali", record.checkEqualLevels);
+    noCompile_ = Box("Check_NoAutoCompila", record.noAutoCompile);
+    auto* frame = Named<QGroupBox>("Frame_Advanced");
+    auto* column = new QVBoxLayout(frame);
+    for (QCheckBox* box : {autoSave_, noDecompress_, logFiles_, checkEqual_, noCompile_})
+        column->addWidget(box);
+    return frame;
+}
+
+QWidget* SettingsDialog::MakeCapture()
+{
+    capture_ = Box("Check_EnableCapture", form_.preferences.captureEnabled);
+    auto* silent = Named<QRadioButton>("Opt_NonPrompt");
+    prompt_ = Named<QRadioButton>("Opt_PromptCapture");
+    (form_.preferences.promptCapture ? prompt_ : silent)->setChecked(true);
+    auto* frame = Named<QGroupBox>("Frame_Capture");
+    auto* column = new QVBoxLayout(frame);
+    column->addWidget(capture_);
+    column->addWidget(silent);
+    column->addWidget(prompt_);
+    return frame;
+}
+
+QWidget* SettingsDialog::MakeComputer()
+{
+    wine_ = Named<QLineEdit>("Text_Wine");
+    wine_->setText(ToQt(form_.settings.wineCommand));
+    wineWords_ = Named<QLineEdit>("Text_WineWords");
+    wineWords_->setText(ToQt(form_.settings.wineWords));
+    historyCount_ = Named<QSpinBox>("Spin_HistoryCount");
+    historyCount_->setRange(0, mostHistoryFiles);
+    historyCount_->setValue(form_.settings.historyCount);
+    historySize_ = Named<QSpinBox>("Spin_HistorySize");
+    historySize_->setRange(0, mostHistoryMegabytes);
+    historySize_->setValue(form_.settings.historyMegabytes);
+
+    const auto addRow = [](QFormLayout* form, const char* caption, QWidget* field) {
+        auto* label = Named<QLabel>(caption);
+        label->setBuddy(field);
+        form->addRow(label, field);
+    };
+    auto* wine = Named<QGroupBox>("Frame_Wine");
+    auto* wineForm = new QFormLayout(wine);
+    addRow(wineForm, "Label_WineOf", wine_);
+    addRow(wineForm, "Label_WineWordsOf", wineWords_);
+    wineForm->addRow(NoteLabel("Label_WineNote"));
+    auto* history = Named<QGroupBox>("Frame_History");
+    auto* historyForm = new QFormLayout(history);
+    addRow(historyForm, "Label_HistoryCountOf", historyCount_);
+    addRow(historyForm, "Label_HistorySizeOf", historySize_);
+    historyForm->addRow(NoteLabel("Label_HistoryNote"));
+
+    exportSavegames_ = Box("Check_ExportSavegames", form_.settings.exportSavegames);
+    auto* exported = Named<QGroupBox>("Frame_Export");
+    (new QVBoxLayout(exported))->addWidget(exportSavegames_);
+
+    auto* page = new QWidget;
+    auto* column = new QVBoxLayout(page);
+    column->addWidget(wine);
+    column->addWidget(history);
+    column->addWidget(exported);
+    column->addStretch();
+    return page;
+}
+
+void SettingsDialog::ShowPlaces()
+{
+    for (const Place& place : places)
+        findChild<QLabel*>(QString::fromLatin1(place.value))
+            ->setText(place.field != nullptr
+                          ? ToQt(form_.preferences.*place.field)
+                          : Words(form_.preferences.fullBackup ? Msg::FlagYes : Msg::FlagNo));
+}
+
+void SettingsDialog::accept()
+{
+    PreferencesRecord& record = form_.preferences;
+    record.autoSave = autoSave_->isChecked();
+    record.noDecompressInProperties = noDecompress_->isChecked();
+    record.writeLogFiles = logFiles_->isChecked();
+    record.checkEqualLevels = checkEqual_->isChecked();
+    record.noAutoCompile = noCompile_->isChecked();
+    record.captureEnabled = capture_->isChecked();
+    record.promptCapture = prompt_->isChecked();
+    form_.settings.wineCommand = FromQt(wine_->text().trimmed());
+    form_.settings.wineWords = FromQt(wineWords_->text().trimmed());
+    form_.settings.exportSavegames = exportSavegames_->isChecked();
+    form_.settings.historyCount = historyCount_->value();
+    form_.settings.historyMegabytes = historySize_->value();
+    const Operation operation{session_};
+    if (form_.Accept())
+        QDialog::accept();
+}
+
+} // namespace kestrova

@@ -1,0 +1,105 @@
+#include "ui/dialogs/originals_page.h"
+
+#include "core/dates.h"
+#include "originals/vault.h"
+#include "swap/kept_originals.h"
+#include "ui/dialogs/dialogs_small.h"
+#include "ui/widgets/qt_text.h"
+#include "words/message.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace kestrova
+{
+
+namespace
+{
+
+enum Column { kept, file, bytes, saved, folder };
+
+} // namespace
+
+OriginalsPage::OriginalsPage(Session& session, QWidget* parent)
+    : QWidget(parent), session_(session), list_(new QTreeWidget(this)),
+      bringBack_(NamedButton(this, "Pul_BringOriginalBack"))
+{
+    setObjectName(QStringLiteral("Page_Originals"));
+    list_->setObjectName(QStringLiteral("List_Originals"));
+    list_->setRootIsDecorated(false);
+    list_->setUniformRowHeights(true);
+    list_->setAllColumnsShowFocus(true);
+    list_->setAlternatingRowColors(true);
+    list_->setHeaderLabels({Words(Msg::HistoryColumnKept), Words(Msg::HistoryColumnFile),
+                            Words(Msg::OriginalsColumnSize), Words(Msg::HistoryColumnTime),
+                            Words(Msg::OriginalsColumnFolder)});
+    list_->setTextElideMode(Qt::ElideMiddle);
+    list_->header()->setStretchLastSection(false);
+    // The two that may be long share the room, so that none pushes the others out of sight.
+    for (const int wide : {file, folder})
+        list_->header()->setSectionResizeMode(wide, QHeaderView::Stretch);
+    list_->setAccessibleName(Words(Msg::OriginalsTab));
+    connect(bringBack_, &QPushButton::clicked, this, &OriginalsPage::BringBack);
+    connect(list_, &QTreeWidget::itemActivated, this, &OriginalsPage::BringBack);
+    connect(list_, &QTreeWidget::currentItemChanged, this,
+            [this](const QTreeWidgetItem* item) { bringBack_->setEnabled(item != nullptr); });
+    Fill();
+
+    auto* words = new QLabel(this);
+    words->setObjectName(QStringLiteral("Label_Originals"));
+    words->setTextFormat(Qt::PlainText);
+    words->setWordWrap(true);
+    words->setText(
+        Words(list_->topLevelItemCount() == 0 ? Msg::OriginalsNone : Msg::OriginalsWords));
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(words);
+    column->addWidget(list_, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(bringBack_);
+    column->addLayout(buttons);
+}
+
+void OriginalsPage::Fill()
+{
+    bringBack_->setEnabled(false);
+    list_->clear();
+    const auto files = KeptFiles(session_);
+    if (!files) {
+        TellFailure(session_, GetMsg(Msg::OriginalsUnreadable), files.Error());
+        return;
+    }
+    QList<QTreeWidgetItem*> items;
+    for (const KeptFile& entry : *files) {
+        auto* item = new QTreeWidgetItem;
+        item->setText(kept, ToQt(DateText(entry.keptNs)));
+        item->setText(file, ToQt(Readable(entry.file)));
+        item->setText(bytes, ToQt(FormatSize(static_cast<double>(entry.size))));
+        item->setTextAlignment(bytes, Qt::AlignRight | Qt::AlignVCenter);
+        item->setText(saved, ToQt(DateText(entry.modifiedNs)));
+        item->setText(folder, ToQt(Readable(entry.folder)));
+        for (const int wide : {file, folder})
+            item->setToolTip(wide, item->text(wide).toHtmlEscaped());
+        item->setData(kept, Qt::UserRole, ToQt(entry.id));
+        items.prepend(item);
+    }
+    list_->addTopLevelItems(items);
+    for (const int narrow : {kept, bytes, saved})
+        list_->resizeColumnToContents(narrow);
+    list_->setCurrentItem(items.isEmpty() ? nullptr : items.constFirst());
+}
+
+void OriginalsPage::BringBack()
+{
+    const QTreeWidgetItem* item = list_->currentItem();
+    if (item == nullptr || session_.runningOperations > 0)
+        return;
+    if (BringOriginalBackTold(session_, FromQt(item->data(kept, Qt::UserRole).toString())))
+        Fill(); // what stood there may have been kept
+}
+
+} // namespace kestrova

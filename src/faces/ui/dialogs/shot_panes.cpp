@@ -1,0 +1,133 @@
+#include "ui/dialogs/shot_panes.h"
+
+#include "ui/widgets/icons.h"
+#include "ui/widgets/qt_text.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace kestrova
+{
+
+ShotPanes::ShotPanes(QWidget* parent)
+    : QWidget(parent), previous_(new QToolButton(this)), next_(new QToolButton(this))
+{
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins({});
+    const auto turner = [](QToolButton* button, Drawing drawing, const char* name) {
+        button->setObjectName(QString::fromLatin1(name));
+        button->setProperty("pictured", true);
+        button->setIcon(DrawnIcon(drawing));
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::TabFocus);
+        button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    };
+    turner(previous_, Drawing::Previous, "Pul_PrimaScreenShot");
+    turner(next_, Drawing::Next, "Pul_DopoScreenShot");
+    row->addWidget(previous_);
+    row->addLayout(MakePane(left_, 0, Msg::LeftShotName), 1);
+    row->addLayout(MakePane(right_, 1, Msg::RightShotName), 1);
+    row->addWidget(next_);
+    connect(previous_, &QToolButton::clicked, this, [this] {
+        if (shots_.Previous())
+            ShowPair();
+    });
+    connect(next_, &QToolButton::clicked, this, [this] {
+        if (shots_.Next())
+            ShowPair();
+    });
+    Clear();
+}
+
+QLayout* ShotPanes::MakePane(Pane& pane, int side, Msg name)
+{
+    const QString behind = QString::number(side + 1);
+    pane.view = new PictureView(this);
+    pane.view->setObjectName(QStringLiteral("Image") + behind);
+    pane.view->setAccessibleName(Words(name));
+    pane.label = new ElidedLabel(this);
+    pane.label->setObjectName(QStringLiteral("Label_InfoImage") + behind);
+    pane.zoom = new QToolButton(this);
+    pane.zoom->setObjectName(QStringLiteral("Pul_Zoom") + behind);
+    pane.zoom->setProperty("pictured", true);
+    pane.zoom->setIcon(DrawnIcon(Drawing::Zoom));
+    pane.zoom->setAutoRaise(true);
+    pane.zoom->setFocusPolicy(Qt::TabFocus);
+    const auto open = [this, side] { zoomed(shots_.Index() + side); };
+    connect(pane.zoom, &QToolButton::clicked, this, open);
+    pane.view->opened = open;
+    pane.view->menuWanted = [this, side](QPoint place) {
+        shots_.SetTarget(shots_.Index() + side);
+        menuWanted(place);
+    };
+    auto* line = new QHBoxLayout;
+    line->addWidget(pane.label, 1);
+    line->addWidget(pane.zoom);
+    auto* column = new QVBoxLayout;
+    column->addWidget(pane.view, 1);
+    column->addLayout(line);
+    return column;
+}
+
+void ShotPanes::ShowLevel(Session& session, LevelCode code)
+{
+    if (const auto loaded = shots_.Load(session, code); !loaded)
+        TellFolderNotRead(session, loaded.Error());
+    ShowPair();
+}
+
+void ShotPanes::Clear()
+{
+    ShowWords(Words(Msg::NoPicture));
+}
+
+void ShotPanes::ShowGone(Session& session, LevelCode code)
+{
+    (void)shots_.Load(session, code); // so that no command acts on pictures of another level
+    ShowWords(Words(Msg::PicturesNotThereNow));
+}
+
+void ShotPanes::ShowWords(const QString& words)
+{
+    for (Pane* pane : {&left_, &right_}) {
+        pane->shown.clear();
+        pane->label->clear();
+        pane->view->ShowWords(words);
+        pane->zoom->setEnabled(false);
+    }
+    previous_->setEnabled(false);
+    next_->setEnabled(false);
+}
+
+void ShotPanes::ShowPair()
+{
+    ShowFile(left_, shots_.Left());
+    ShowFile(right_, shots_.Right());
+    previous_->setEnabled(shots_.HasPrevious());
+    next_->setEnabled(shots_.HasNext());
+}
+
+void ShotPanes::ShowFile(Pane& pane, const Path& file)
+{
+    const Path found = ResolvePath(file);
+    pane.zoom->setEnabled(FileExists(found));
+    if (!FileExists(found)) {
+        pane.shown.clear();
+        pane.label->clear();
+        pane.view->ShowWords(Words(Msg::ShotNotFound, {TextOf(file)}));
+        return;
+    }
+    const platform::FileFacts facts = platform::FactsOf(found);
+    if (pane.shown == found && pane.view->HasPicture() &&
+        pane.shownFacts.modifiedNs == facts.modifiedNs && pane.shownFacts.inode == facts.inode)
+        return;
+    pane.shown = found;
+    pane.shownFacts = facts;
+    pane.label->setText(ToQt(StripExtension(TextOf(found.filename()))));
+    if (const auto picture = LoadPicture(found))
+        pane.view->Show(*picture);
+    else
+        pane.view->ShowWords(Words(Msg::ShotUnreadable, {picture.Error().reason}));
+}
+
+} // namespace kestrova

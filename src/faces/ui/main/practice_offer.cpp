@@ -1,0 +1,68 @@
+#include "ui/main/practice_offer.h"
+
+#include "editor/find_trle.h"
+#include "platform/places.h"
+#include "practice/practice_folder.h"
+#include "ui/widgets/qt_text.h"
+#include "words/message.h"
+
+#include <QDir>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// What cannot be listed counts as filled: the practice folder is made below it, or refused there.
+bool IsEmptyFolder(const Path& folder)
+{
+    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    const auto folders = ListSubfolders(folder);
+    return files && folders && files->empty() && folders->empty();
+}
+
+std::optional<PracticeMade> Make(Session& session, const Path& folder)
+{
+    const auto progress =
+        session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::MakingPractice));
+    progress->AllowStop();
+    const auto made = MakePracticeFolder(
+        folder, platform::ExecutableFolder() / RowText(Msg::FileNamePracticeGame),
+        [&](int done, int total, const std::string& what) {
+            progress->SetLabel(what);
+            progress->SetBar(static_cast<std::uint64_t>(done), static_cast<std::uint64_t>(total));
+            return progress->Step();
+        });
+    if (made)
+        return *made;
+    if (made.Error().code != ErrorCode::Stopped)
+        TellFailure(session, GetMsg(Msg::WindowPracticeFailed), made.Error());
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<Path> OfferPracticeFolder(Session& session)
+{
+    const auto chosen =
+        session.host.ChooseFolder(GetMsg(Msg::ChoosePracticePlace), PathFromQt(QDir::homePath()));
+    if (!chosen)
+        return std::nullopt;
+    const Operation operation{session};
+    const Path below = *chosen / RowText(Msg::PracticeFolderName);
+    for (const Path& there : {*chosen, *chosen / RowText(Msg::PracticeTrlePart),
+                              below / RowText(Msg::PracticeTrlePart)})
+        if (IsTrleFolder(session, there, false))
+            return there;
+    const auto made = Make(session, IsEmptyFolder(*chosen) ? *chosen : below);
+    if (!made)
+        return std::nullopt;
+    if (!made->remark.empty())
+        session.host.Tell(Tone::Plain, made->remark);
+    if (Trim(session.preferences.downloadFolder) == RowText(Msg::DefaultDownloadFolder))
+        session.preferences.downloadFolder = made->levels.native();
+    return made->trle;
+}
+
+} // namespace kestrova

@@ -1,0 +1,185 @@
+#include "ui/main/program.h"
+
+#include "app/init_program.h"
+#include "platform/end_signals.h"
+#include "platform/places.h"
+#include "ui/desktop/host_windows.h"
+#include "ui/desktop/machine_windows.h"
+#include "ui/dialogs/dialogs_small.h"
+#include "ui/main/main_window.h"
+#include "ui/main/start_windows.h"
+#include "ui/widgets/clear_boxes_style.h"
+#include "ui/widgets/icons.h"
+#include "ui/widgets/input_gate.h"
+#include "ui/widgets/qt_text.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QSessionManager>
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <cstdio>
+#include <memory>
+#include <optional>
+
+namespace kestrova
+{
+
+namespace
+{
+
+struct Options {
+    Path home;
+    std::vector<std::string> items; ///< an archive, say
+    bool version = false;
+    bool help = false;
+    bool wrong = false;
+};
+
+Options ReadOptions(const QStringList& arguments)
+{
+    Options options;
+    for (qsizetype i = 1; i < arguments.size(); ++i) {
+        const QString& word = arguments[i];
+        if (word == QLatin1String("--version"))
+            options.version = true;
+        else if (word == QLatin1String("--help") || word == QLatin1String("-h"))
+            options.help = true;
+        else if (word == QLatin1String("--home") && i + 1 < arguments.size())
+            options.home = PathFromQt(arguments[++i]);
+        else if (word.startsWith(QLatin1Char('-')))
+            options.wrong = true;
+        else
+            options.items.push_back(FromQt(word));
+    }
+    return options;
+}
+
+/// Answers that need no display; no value when the windows are wanted.
+std::optional<int> AnswerAtOnce(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const Options options = ReadOptions(arguments);
+    if (!options.version && !options.help)
+        return std::nullopt;
+    const std::string line = options.version ? GetMsg(Msg::WindowVersionLine, {KESTROVA_VERSION})
+                                             : GetMsg(Msg::WindowUsageLine);
+    std::fprintf(stdout, "%s\n", line.c_str());
+    return 0;
+}
+
+/// Some desktops' dark palettes leave the hint in an empty line black on black.
+void MendHintColour()
+{
+    QColor hint = QApplication::palette().color(QPalette::Text);
+    hint.setAlphaF(0.5F);
+    // Only this one role, so that all the others go on following the desktop.
+    QPalette mended;
+    mended.setColor(QPalette::PlaceholderText, hint);
+    QApplication::setPalette(mended);
+}
+
+/// Only as a program of X do the windows learn of keys that are pressed in the game, which is one
+/// under Wine. Whoever chose otherwise is followed.
+void PreferX()
+{
+    if (platform::SessionDesktop() == platform::Desktop::WaylandWithX &&
+        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+}
+
+/// The splash, when the player has put a picture there.
+std::unique_ptr<SplashDialog> ShowSplash(const Path& programFolder)
+{
+    const QPixmap picture(PathToQt(ResolvePath(programFolder / RowText(Msg::FileNameSplash))));
+    if (picture.isNull())
+        return nullptr;
+    auto splash = std::make_unique<SplashDialog>(picture);
+    splash->show();
+    return splash;
+}
+
+/// What was made is written before the desktop's session or the system ends the program.
+void HearOfTheEnd(QApplication& application, MainWindow& window)
+{
+    QObject::connect(
+        &application, &QGuiApplication::commitDataRequest, &window,
+        [&window](QSessionManager& manager) {
+            const bool asks = manager.allowsInteraction();
+            const bool ends = window.MayEnd(asks);
+            if (asks)
+                manager.release();
+            if (!ends)
+                manager.cancel();
+        },
+        Qt::DirectConnection);
+    const int descriptor = platform::NoteEndSignals();
+    if (descriptor < 0)
+        return; // a signal ends the program at once, as ever
+    auto* heard = new QSocketNotifier(descriptor, QSocketNotifier::Read, &window);
+    QObject::connect(heard, &QSocketNotifier::activated, &window, [heard, &window] {
+        heard->setEnabled(false);
+        if (!window.EndNow())
+            platform::EndBySignal(); // what is under way is mended by the next start
+        window.ended();
+    });
+}
+
+int ShowWindows(QApplication& application, Session& session, WindowLevelList& list,
+                const std::vector<std::string>& items)
+{
+    const InputGate gate{session.runningOperations};
+    const std::unique_ptr<SplashDialog> splash = ShowSplash(session.programFolder);
+    MainWindow window{session, list};
+    QApplication::setQuitOnLastWindowClosed(false);
+    window.ended = [&application] { application.quit(); };
+    window.show();
+    // From inside the event loop, so that the window is there and alive under what the start asks.
+    QTimer::singleShot(0, &window, [&] {
+        StartDialogs dialogs;
+        if (!InitProgram(session, dialogs, items))
+            return QApplication::exit(1);
+        HearOfTheEnd(application, window); // not before the preferences were read
+        window.RefreshList();
+        if (splash != nullptr)
+            splash->close();
+    });
+    return QApplication::exec();
+}
+
+} // namespace
+
+int RunWindows(int argc, char** argv)
+{
+    if (const auto exitCode = AnswerAtOnce(argc, argv))
+        return *exitCode;
+    PreferX();
+    QApplication application(argc, argv);
+    const Options options = ReadOptions(QApplication::arguments());
+    if (options.wrong) {
+        std::fprintf(stderr, "%s\n", GetMsg(Msg::WindowUsageLine).c_str());
+        return 2;
+    }
+    QApplication::setStyle(new ClearBoxesStyle);
+    MendHintColour();
+    QApplication::setApplicationName(Words(Msg::ProgramName));
+    QApplication::setDesktopFileName(QStringLiteral("kestrova"));
+    QApplication::setWindowIcon(ProgramIcon());
+
+    WindowHost host;
+    WindowMachine machine;
+    WindowLevelList list;
+    const auto folder = ChooseProgramFolder(options.home);
+    if (!folder) {
+        host.Tell(Tone::Error, GetMsg(Msg::WindowNoProgramFolder, {folder.Error().subject}),
+                  folder.Error().reason);
+        return 1;
+    }
+    Session session{host, machine, list, *folder};
+    return ShowWindows(application, session, list, options.items);
+}
+
+} // namespace kestrova

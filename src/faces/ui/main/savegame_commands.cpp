@@ -1,0 +1,98 @@
+#include "ui/main/savegame_commands.h"
+
+#include "platform/places.h"
+#include "play/savegame_tool.h"
+#include "saves/savegame_watch.h"
+#include "ui/dialogs/dialog_list_savegame.h"
+#include "ui/dialogs/dialog_savegame_history.h"
+#include "words/message.h"
+
+#include <QTimer>
+
+#include <memory>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr int watchMs = 150;
+
+/// Prepares the list, shows it, and shows the level anew when something was done.
+void ShowList(Session& session, ListPurpose purpose, const Path& folder, QWidget* window)
+{
+    SavegameList rules{session, purpose};
+    bool prepared = false;
+    {
+        const Operation operation{session};
+        prepared = rules.Prepare(folder);
+    }
+    if (!prepared || ListSavegameDialog{session, rules, window}.exec() != QDialog::Accepted ||
+        purpose == ListPurpose::Mail)
+        return;
+    if (const auto code = session.list.Selected())
+        session.list.Select(*code);
+}
+
+void Import(Session& session, QWidget* window)
+{
+    std::optional<Path> folder;
+    {
+        const Operation operation{session};
+        folder =
+            session.host.ChooseFolder(GetMsg(Msg::ChooseImportFolder), platform::CurrentFolder());
+    }
+    if (folder)
+        ShowList(session, ListPurpose::Import, *folder, window);
+}
+
+void ShowHistory(Session& session, QWidget* window)
+{
+    if (const auto code = session.list.Selected())
+        SavegameHistoryDialog{session, *code, window}.exec();
+    else
+        session.host.Tell(Tone::Error, GetMsg(Msg::NoLevelForSavegames));
+}
+
+} // namespace
+
+void StartSavegameToolNow(Session& session)
+{
+    if (session.runningOperations == 0)
+        StartSavegameTool(session);
+}
+
+Commands SavegameCommands(Session& session, QWidget* window)
+{
+    Commands commands;
+    const auto add = [&](const char* name, const std::function<void()>& work) {
+        commands[name] = [&session, work] {
+            if (session.runningOperations == 0)
+                work();
+        };
+    };
+    add("mnu_StartSaveGameMan", [&session] { StartSavegameToolNow(session); });
+    add("mnu_ImportSavegame", [&session, window] { Import(session, window); });
+    add("mnu_ExportSavegame",
+        [&session, window] { ShowList(session, ListPurpose::Export, {}, window); });
+    add("mnu_SendSaveGameEmail",
+        [&session, window] { ShowList(session, ListPurpose::Mail, {}, window); });
+    add("mnu_BackupSavegame", [&session] { ArchiveWithWords(session); });
+    add("mnu_RestoreSavegames", [&session] { RestoreWithWords(session); });
+    add("mnu_SavegameHistory", [&session, window] { ShowHistory(session, window); });
+    return commands;
+}
+
+void WatchSavegames(Session& session, QWidget* window, std::function<bool()> gameRuns)
+{
+    auto* timer = new QTimer(window);
+    QObject::connect(
+        timer, &QTimer::timeout, window,
+        [&session, gameRuns = std::move(gameRuns), watch = std::make_shared<SavegameWatch>()] {
+            watch->Tick(session, gameRuns());
+        });
+    timer->start(watchMs);
+}
+
+} // namespace kestrova

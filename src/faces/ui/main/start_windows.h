@@ -1,0 +1,17 @@
+#pragma once
+
+#include "app/init_program.h"
+#include "app/start_up.h"
+
+namespace kestrova
+{
+
+/// The start's own windows.
+class StartDialogs : public StartWindows
+{
+public:
+    bool FindLevelEditor(Session& session) override;
+    ArchiveChoice AskNewOrLoad(Session& session) override;
+};
+
+} // namespace kestrova

@@ -1,0 +1,151 @@
+#include "ui/widgets/captions.h"
+
+#include "ui/widgets/qt_text.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSet>
+
+namespace kestrova
+{
+
+namespace
+{
+
+struct Caption {
+    const char* window;
+    const char* control;
+    Msg text;
+};
+
+constexpr Caption captions[] = {
+#define KV_CAPTION(window, control, text) {window, control, Msg::text},
+#include "words/captions.def"
+#undef KV_CAPTION
+};
+
+/// An ampersand of the caption's own is doubled, since a single one marks the letter.
+QString Escaped(QString text)
+{
+    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+/// Marks a letter that `taken` does not hold yet, the beginnings of words first.
+QString WithLetter(const QString& caption, QSet<QChar>& taken)
+{
+    const QString text = Escaped(caption);
+    for (const bool onlyBeginnings : {true, false})
+        for (qsizetype place = 0; place < text.size(); ++place) {
+            const QChar letter = text[place].toLower();
+            const bool begins = place == 0 || !text[place - 1].isLetterOrNumber();
+            if (!letter.isLetterOrNumber() || taken.contains(letter) || (onlyBeginnings && !begins))
+                continue;
+            taken.insert(letter);
+            return QString{text}.insert(place, QLatin1Char('&'));
+        }
+    return text;
+}
+
+bool SetCaption(QWidget& window, const char* name, const QString& text)
+{
+    const QString control = QString::fromLatin1(name);
+    if (window.objectName() == control) {
+        window.setWindowTitle(text);
+        return true;
+    }
+    if (auto* menu = window.findChild<QMenu*>(control)) {
+        menu->setTitle(text);
+        return true;
+    }
+    if (auto* action = window.findChild<QAction*>(control)) {
+        action->setText(text);
+        return true;
+    }
+    if (auto* button = window.findChild<QAbstractButton*>(control)) {
+        // A button that shows a picture says its words to those who ask.
+        if (button->property("pictured").toBool())
+            button->setToolTip(button->toolTip().isEmpty() ? text : button->toolTip());
+        else
+            button->setText(text);
+        button->setAccessibleName(text);
+        return true;
+    }
+    if (auto* label = window.findChild<QLabel*>(control)) {
+        label->setText(text);
+        return true;
+    }
+    if (auto* box = window.findChild<QGroupBox*>(control)) {
+        box->setTitle(text);
+        return true;
+    }
+    return false;
+}
+
+void GiveLetters(const QMenu& menu)
+{
+    QSet<QChar> taken;
+    for (QAction* action : menu.actions()) {
+        if (!action->text().isEmpty())
+            action->setText(WithLetter(action->text(), taken));
+        if (action->menu() != nullptr)
+            GiveLetters(*action->menu());
+    }
+}
+
+/// Earlier rows of the table choose first.
+void GiveLetters(QWidget& window)
+{
+    QSet<QChar> taken;
+    const std::string name = FromQt(window.objectName());
+    for (const Caption& caption : captions) {
+        if (name != caption.window)
+            continue;
+        const QString control = QString::fromLatin1(caption.control);
+        auto* menu = window.findChild<QMenu*>(control);
+        if (menu != nullptr && qobject_cast<QMenuBar*>(menu->parentWidget()) != nullptr) {
+            menu->setTitle(WithLetter(Words(caption.text), taken));
+            GiveLetters(*menu);
+        }
+        auto* button = window.findChild<QAbstractButton*>(control);
+        if (button != nullptr && !button->property("pictured").toBool())
+            button->setText(WithLetter(Words(caption.text), taken));
+    }
+}
+
+} // namespace
+
+void SetCaptions(QWidget& window)
+{
+    const std::string name = FromQt(window.objectName());
+    for (const Caption& caption : captions)
+        if (name == caption.window)
+            SetCaption(window, caption.control, Words(caption.text));
+    GiveLetters(window);
+}
+
+QStringList CaptionFaults(const QWidget& window)
+{
+    QStringList faults;
+    const std::string name = FromQt(window.objectName());
+    QSet<QString> captioned;
+    for (const Caption& caption : captions) {
+        if (name != caption.window)
+            continue;
+        const QString control = QString::fromLatin1(caption.control);
+        captioned.insert(control);
+        if (control != window.objectName() && window.findChild<QObject*>(control) == nullptr)
+            faults.append(control);
+    }
+    for (const auto* button : window.findChildren<QAbstractButton*>()) {
+        const QString& control = button->objectName();
+        if (control.startsWith(QLatin1String("Pul_")) && button->accessibleName().isEmpty())
+            faults.append(control);
+    }
+    return faults;
+}
+
+} // namespace kestrova

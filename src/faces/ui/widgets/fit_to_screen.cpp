@@ -1,0 +1,109 @@
+#include "ui/widgets/fit_to_screen.h"
+
+#include <QFontMetrics>
+#include <QGridLayout>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// What a window manager puts around a window.
+constexpr QSize frameRoom{16, 48};
+/// A box wraps its words at this width where the screen lets it.
+constexpr int boxWidth = 500;
+/// Icon, margins, and buttons of a box, beside and below its words.
+constexpr QSize boxRoom{120, 140};
+
+QSize RoomFor(const QWidget& window)
+{
+    return window.screen()->availableGeometry().size() - frameRoom;
+}
+
+/// The size of the words when they are wrapped at a width.
+QSize WrappedSize(const QString& words, const QFont& font, int width)
+{
+    QLabel probe;
+    probe.setFont(font);
+    probe.setTextFormat(Qt::PlainText);
+    probe.setWordWrap(true);
+    probe.setText(words);
+    return {std::max(probe.minimumSizeHint().width(), width), probe.heightForWidth(width)};
+}
+
+} // namespace
+
+void ResizeToFit(QWidget& window, QSize wanted)
+{
+    window.resize(wanted.boundedTo(RoomFor(window)));
+}
+
+ScrollPage::ScrollPage(QWidget* content)
+{
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus); // the controls in it take the keys
+    setWidget(content);
+    // The window's own colour, or that of the page of a tab, shows through.
+    viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+}
+
+QSize ScrollPage::sizeHint() const
+{
+    return widget()->sizeHint();
+}
+
+void KeepOnScreen(QMessageBox& box)
+{
+    const QSize room = RoomFor(box) - boxRoom;
+    const int width = std::min(boxWidth, room.width());
+    QString words = box.text();
+    if (!box.informativeText().isEmpty())
+        words += QStringLiteral("\n\n") + box.informativeText();
+    const QSize wrapped = WrappedSize(words, box.font(), width);
+    if (wrapped.width() <= room.width() && wrapped.height() <= room.height())
+        return;
+    box.setInformativeText({});
+    box.setText({});
+    // Looked for now: a box lays itself out anew when its words change.
+    auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (label == nullptr || grid == nullptr) {
+        box.setText(words);
+        return;
+    }
+    auto* view = new QPlainTextEdit(words, &box);
+    view->setObjectName(QStringLiteral("Text_Words"));
+    view->setAccessibleName(box.windowTitle());
+    view->setReadOnly(true);
+    view->setTabChangesFocus(true);
+    view->setFixedSize(room.width(), std::min(room.height(), wrapped.height()));
+    delete grid->replaceWidget(label, view);
+    label->hide();
+}
+
+QString WithWordsWithin(const QString& text, const QFontMetrics& metrics, int width)
+{
+    QString shown;
+    qsizetype begin = 0;
+    while (begin < text.size()) {
+        qsizetype end = begin;
+        while (end < text.size() && !text[end].isSpace())
+            ++end;
+        shown += metrics.elidedText(text.mid(begin, end - begin), Qt::ElideMiddle, width);
+        for (; end < text.size() && text[end].isSpace(); ++end)
+            shown += text[end];
+        begin = end;
+    }
+    return shown;
+}
+
+} // namespace kestrova

@@ -1,0 +1,48 @@
+#include "ui/widgets/qt_text.h"
+
+#include "core/text.h"
+
+#include <QFile>
+#include <QMimeData>
+#include <QUrl>
+
+namespace kestrova
+{
+
+QString ToQt(std::string_view text)
+{
+    const std::string readable = Readable(text);
+    QString shown = QString::fromUtf8(readable.data(), static_cast<qsizetype>(readable.size()));
+    return shown.remove(QLatin1Char('\r'));
+}
+
+std::string FromQt(const QString& text)
+{
+    return text.toStdString();
+}
+
+QString Words(Msg id, std::initializer_list<std::string_view> args)
+{
+    return ToQt(GetMsg(id, args));
+}
+
+QString PathToQt(const Path& path)
+{
+    return QFile::decodeName(QByteArray::fromStdString(path.native()));
+}
+
+Path PathFromQt(const QString& text)
+{
+    return FolderFromText(QFile::encodeName(text).toStdString());
+}
+
+std::vector<Path> DraggedPaths(const QMimeData& data)
+{
+    std::vector<Path> paths;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile())
+            paths.push_back(PathFromQt(url.toLocalFile()));
+    return paths;
+}
+
+} // namespace kestrova

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "core/names.h"
+#include "words/message.h"
+
+#include <QString>
+#include <vector>
+
+class QMimeData;
+
+/// Between the core's text and Qt's.
+namespace kestrova
+{
+
+/// Text as a window can show it: bytes that are no UTF-8 are taken for Windows-1252, a line break
+/// is a single character.
+QString ToQt(std::string_view text);
+std::string FromQt(const QString& text);
+/// A row of the catalogue for a window.
+QString Words(Msg id, std::initializer_list<std::string_view> args = {});
+
+/// For the desktop's choosers, which speak of paths as text.
+QString PathToQt(const Path& path);
+/// Without a trailing separator.
+Path PathFromQt(const QString& text);
+/// The local files and folders among what is dragged.
+std::vector<Path> DraggedPaths(const QMimeData& data);
+
+} // namespace kestrova

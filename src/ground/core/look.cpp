@@ -1,0 +1,111 @@
+#include "core/look.h"
+
+#include "core/text.h"
+#include "platform/file_content.h"
+#include "platform/files.h"
+
+namespace kestrova
+{
+
+using platform::FileFacts;
+using platform::FileKind;
+
+namespace
+{
+
+using LookCall = std::error_code (*)(const Path&, FileFacts&);
+
+Result<FileFacts> LookExactly(LookCall call, const Path& path)
+{
+    FileFacts facts;
+    if (const auto failure = call(path, facts))
+        return MakeFailure(ErrorCode::CannotRead, TextOf(path), failure);
+    return facts;
+}
+
+Result<FileFacts> LookWith(LookCall call, const Path& path)
+{
+    const auto place = FindPath(path);
+    return place ? LookExactly(call, *place) : place.Error();
+}
+
+Result<bool> IsOfKind(const Path& path, FileKind kind)
+{
+    const auto facts = LookWith(&platform::Look, path);
+    return facts ? Result<bool>{facts->kind == kind} : facts.Error();
+}
+
+bool SaysMissing(const std::error_code& failure)
+{
+    return failure == std::errc::no_such_file_or_directory || failure == std::errc::not_a_directory;
+}
+
+} // namespace
+
+Result<FileFacts> LookAt(const Path& path)
+{
+    return LookWith(&platform::Look, path);
+}
+
+Result<FileFacts> LookAtSpelled(const Path& path)
+{
+    return LookExactly(&platform::Look, path);
+}
+
+Result<bool> IsFile(const Path& file)
+{
+    return IsOfKind(file, FileKind::File);
+}
+
+Result<bool> IsFolder(const Path& folder)
+{
+    return IsOfKind(folder, FileKind::Folder);
+}
+
+Result<bool> IsFree(const Path& path)
+{
+    const auto facts = LookWith(&platform::LookAtLink, path);
+    return facts ? Result<bool>{facts->kind == FileKind::Missing} : facts.Error();
+}
+
+Result<Path> FreeNumbered(const Path& file)
+{
+    for (int number = 1;; ++number) {
+        Path name = file.native() + "." + std::to_string(number);
+        const auto isFree = IsFree(name);
+        if (!isFree)
+            return isFree.Error();
+        if (*isFree)
+            return name;
+    }
+}
+
+Result<std::optional<std::string>> ReadFileIfThere(const Path& file, std::uint64_t limit)
+{
+    const auto place = FindPath(file);
+    if (!place)
+        return place.Error();
+    std::string content;
+    const auto failure = platform::ReadAll(*place, content, limit);
+    if (!failure)
+        return std::optional{std::move(content)};
+    if (SaysMissing(failure))
+        return std::optional<std::string>{};
+    return MakeFailure(ErrorCode::CannotRead, TextOf(*place), failure);
+}
+
+Result<std::string> HashIfThere(const Path& file)
+{
+    const auto place = FindPath(file);
+    if (!place)
+        return place.Error();
+    std::string hash;
+    const auto failure = platform::HashOfFile(*place, hash);
+    if (!failure)
+        return hash;
+    if (SaysMissing(failure))
+        return std::string{};
+    return MakeFailure(ErrorCode::CannotRead, TextOf(*place), failure);
+}
+
+} // namespace kestrova

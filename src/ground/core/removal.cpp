@@ -1,0 +1,58 @@
+#include "core/removal.h"
+
+#include "core/staged_file.h"
+#include "platform/files.h"
+#include "platform/removal.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Names what stayed in words that fit a window, however deep it lies.
+std::string ShortSubject(const Path& root, const std::string& stuck)
+{
+    constexpr std::size_t longest = 500;
+    if (stuck.size() <= longest)
+        return TextOf(stuck);
+    const std::string name = stuck.substr(stuck.rfind('/') + 1);
+    return TextOf(root / "..." / name);
+}
+
+} // namespace
+
+Status RemoveTree(const Path& folder, const Heartbeat& heartbeat)
+{
+    const Path place = ResolvePath(folder);
+    std::string stuck;
+    const auto failure = platform::RemoveTree(place, stuck, heartbeat);
+    if (!failure)
+        return {};
+    if (failure == std::errc::operation_canceled)
+        return MakeFailure(ErrorCode::Stopped, TextOf(place));
+    return MakeFailure(ErrorCode::CannotDelete, ShortSubject(place, stuck), failure);
+}
+
+Status ClearPlace(const Path& place, const Heartbeat& heartbeat)
+{
+    const auto found = FindPath(place);
+    if (!found)
+        return found.Error();
+    platform::FileFacts facts;
+    if (const auto failure = platform::LookAtLink(*found, facts))
+        return MakeFailure(ErrorCode::CannotDelete, TextOf(*found), failure);
+    if (facts.kind == platform::FileKind::Missing)
+        return {};
+    auto removed = RemoveTree(*found, heartbeat);
+    if (removed || !platform::Rename(*found, StagedNameFor(*found)))
+        return {};
+    return removed;
+}
+
+Path FreshPlaceIn(const Path& folder)
+{
+    return StagedNameFor(folder / stagedPrefix);
+}
+
+} // namespace kestrova

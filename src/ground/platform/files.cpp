@@ -1,0 +1,431 @@
+#include "platform/files.h"
+
+#include "platform/file_hook.h"
+#include "platform/folder_memory.h"
+#include "platform/last_error.h"
+
+#include <cerrno>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+namespace kestrova::platform
+{
+
+namespace
+{
+
+FileFacts FactsFrom(const struct stat& status)
+{
+    FileFacts facts;
+    if (S_ISREG(status.st_mode))
+        facts.kind = FileKind::File;
+    else if (S_ISDIR(status.st_mode))
+        facts.kind = FileKind::Folder;
+    else if (S_ISLNK(status.st_mode))
+        facts.kind = FileKind::Link;
+    else
+        facts.kind = FileKind::Other;
+    facts.size = static_cast<std::uint64_t>(status.st_size);
+    facts.modifiedNs =
+        std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + std::int64_t{status.st_mtim.tv_nsec};
+    facts.changedNs =
+        std::int64_t{status.st_ctim.tv_sec} * 1'000'000'000 + std::int64_t{status.st_ctim.tv_nsec};
+    facts.device = status.st_dev;
+    facts.inode = status.st_ino;
+    facts.mode = status.st_mode & 07777U;
+    return facts;
+}
+
+/// Errors that say the same at any time: nothing can stand under such a name.
+bool SaysMissing(int error)
+{
+    return error == ENOENT || error == ENOTDIR || error == ELOOP || error == ENAMETOOLONG;
+}
+
+using StatusCall = int (*)(const char*, struct stat*);
+
+std::error_code LookWith(StatusCall call, const Path& path, FileFacts& facts)
+{
+    facts = {};
+    if (const auto failure = AskFileHook(FileAction::Look, path))
+        return failure;
+    struct stat status {
+    };
+    if (call(path.c_str(), &status) == 0)
+        facts = FactsFrom(status);
+    else if (!SaysMissing(errno))
+        return LastError();
+    return {};
+}
+
+/// Of an entry that a listing gave; some disks do not tell its kind there.
+std::error_code KindOfEntry(const Path& folder, const dirent& entry, FileKind& kind)
+{
+    FileFacts facts;
+    std::error_code failure;
+    switch (entry.d_type) {
+    case DT_REG:
+        kind = FileKind::File;
+        break;
+    case DT_DIR:
+        kind = FileKind::Folder;
+        break;
+    case DT_LNK:
+        kind = FileKind::Link;
+        break;
+    case DT_UNKNOWN:
+        failure = LookAtLink(folder / entry.d_name, facts);
+        kind = facts.kind;
+        break;
+    default:
+        kind = FileKind::Other;
+    }
+    return failure;
+}
+
+} // namespace
+
+std::error_code Look(const Path& path, FileFacts& facts)
+{
+    return LookWith(::stat, path, facts);
+}
+
+std::error_code LookAtLink(const Path& path, FileFacts& facts)
+{
+    return LookWith(::lstat, path, facts);
+}
+
+FileFacts FactsOf(const Path& path)
+{
+    FileFacts facts;
+    (void)Look(path, facts); // for what is only shown; see platform/look.h
+    return facts;
+}
+
+FileFacts FactsOfLink(const Path& path)
+{
+    FileFacts facts;
+    (void)LookAtLink(path, facts); // as above
+    return facts;
+}
+
+std::error_code ListFolder(const Path& folder, std::vector<FolderEntry>& entries)
+{
+    entries.clear();
+    if (const auto failure = AskFileHook(FileAction::List, folder))
+        return failure;
+    DIR* listing = ::opendir(folder.c_str());
+    if (listing == nullptr)
+        return LastError();
+    std::error_code failure;
+    errno = 0;
+    while (const dirent* entry = failure ? nullptr : ::readdir(listing)) {
+        FolderEntry found{entry->d_name, FileKind::Missing};
+        if (found.name != "." && found.name != "..") {
+            failure = KindOfEntry(folder, *entry, found.kind);
+            entries.push_back(std::move(found));
+        }
+        errno = 0;
+    }
+    if (!failure && errno != 0)
+        failure = LastError();
+    ::closedir(listing);
+    return failure;
+}
+
+std::error_code MakeFolder(const Path& folder)
+{
+    if (const auto failure = AskFileHook(FileAction::MakeFolder, folder))
+        return failure;
+    if (::mkdir(folder.c_str(), 0777) != 0)
+        return LastError();
+    NoteName(folder, true);
+    return {};
+}
+
+std::error_code MakeFolders(const Path& folder)
+{
+    const FileKind kind = FactsOf(folder).kind;
+    if (kind == FileKind::Folder)
+        return {};
+    if (kind != FileKind::Missing)
+        return std::make_error_code(std::errc::not_a_directory);
+    if (folder.has_parent_path() && folder.parent_path() != folder)
+        if (const auto failure = MakeFolders(folder.parent_path()))
+            return failure;
+    const auto failure = MakeFolder(folder);
+    return failure == std::errc::file_exists ? std::error_code{} : failure;
+}
+
+std::error_code RemoveFolder(const Path& folder)
+{
+    if (const auto failure = AskFileHook(FileAction::RemoveFolder, folder))
+        return failure;
+    if (::rmdir(folder.c_str()) != 0)
+        return LastError();
+    NoteName(folder, false);
+    return {};
+}
+
+std::error_code Unlink(const Path& file)
+{
+    if (const auto failure = AskFileHook(FileAction::Unlink, file))
+        return failure;
+    if (::unlink(file.c_str()) != 0)
+        return LastError();
+    NoteName(file, false);
+    return {};
+}
+
+std::error_code Rename(const Path& from, const Path& to)
+{
+    if (const auto failure = AskFileHook(FileAction::Rename, to))
+        return failure;
+    if (::rename(from.c_str(), to.c_str()) != 0)
+        return LastError();
+    NoteName(from, false);
+    NoteName(to, true);
+    return {};
+}
+
+std::error_code HardLink(const Path& file, const Path& name)
+{
+    if (const auto failure = AskFileHook(FileAction::Create, name))
+        return failure;
+    if (::link(file.c_str(), name.c_str()) != 0)
+        return LastError();
+    NoteName(name, true);
+    return {};
+}
+
+std::error_code Exchange(const Path& a, const Path& b)
+{
+    if (const auto failure = AskFileHook(FileAction::Exchange, b))
+        return failure;
+    if (::renameat2(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str(), RENAME_EXCHANGE) == 0)
+        return {};
+    const std::error_code failure = LastError();
+    return failure == std::errc::invalid_argument
+               ? std::make_error_code(std::errc::operation_not_supported)
+               : failure;
+}
+
+std::error_code SetMode(const Path& path, std::uint32_t mode)
+{
+    if (const auto failure = AskFileHook(FileAction::SetMode, path))
+        return failure;
+    return ::chmod(path.c_str(), mode) == 0 ? std::error_code{} : LastError();
+}
+
+std::error_code SetModified(const Path& path, std::int64_t modifiedNs)
+{
+    if (const auto failure = AskFileHook(FileAction::SetTimes, path))
+        return failure;
+    timespec times[2];
+    times[0].tv_sec = 0;
+    times[0].tv_nsec = UTIME_OMIT;
+    times[1].tv_sec = static_cast<time_t>(modifiedNs / 1'000'000'000);
+    times[1].tv_nsec = static_cast<long>(modifiedNs % 1'000'000'000);
+    if (times[1].tv_nsec < 0) {
+        times[1].tv_nsec += 1'000'000'000;
+        --times[1].tv_sec;
+    }
+    return ::utimensat(AT_FDCWD, path.c_str(), times, 0) == 0 ? std::error_code{} : LastError();
+}
+
+File::File(File&& other) noexcept : descriptor_(other.descriptor_), path_(std::move(other.path_))
+{
+    other.descriptor_ = -1;
+}
+
+File& File::operator=(File&& other) noexcept
+{
+    std::swap(descriptor_, other.descriptor_);
+    std::swap(path_, other.path_);
+    return *this;
+}
+
+File::~File()
+{
+    if (descriptor_ >= 0)
+        ::close(descriptor_);
+}
+
+std::error_code File::Open(const Path& path, int flags, File& file)
+{
+    File opened;
+    opened.descriptor_ = ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, 0666);
+    if (opened.descriptor_ < 0)
+        return LastError();
+    opened.path_ = path;
+    if ((flags & O_CREAT) != 0)
+        NoteName(path, true);
+    file = std::move(opened);
+    return {};
+}
+
+std::error_code File::OpenForRead(const Path& path, File& file)
+{
+    // A pipe or a device must not hold the program up; only files and folders have content here.
+    const FileKind kind = FactsOf(path).kind;
+    if (kind == FileKind::Other)
+        return std::make_error_code(std::errc::invalid_argument);
+    if (kind == FileKind::Folder)
+        return std::make_error_code(std::errc::is_a_directory);
+    if (const auto failure = AskFileHook(FileAction::Open, path))
+        return failure;
+    return Open(path, O_RDONLY, file);
+}
+
+std::error_code File::Create(const Path& path, File& file)
+{
+    if (const auto failure = AskFileHook(FileAction::Create, path))
+        return failure;
+    return Open(path, O_RDWR | O_CREAT | O_TRUNC, file);
+}
+
+std::error_code File::CreateNew(const Path& path, File& file)
+{
+    if (const auto failure = AskFileHook(FileAction::Create, path))
+        return failure;
+    return Open(path, O_RDWR | O_CREAT | O_EXCL, file);
+}
+
+std::error_code File::OpenForUpdate(const Path& path, File& file)
+{
+    if (const auto failure = AskFileHook(FileAction::Create, path))
+        return failure;
+    return Open(path, O_RDWR | O_CREAT | O_NOFOLLOW, file);
+}
+
+std::error_code File::Read(std::span<std::byte> into, std::size_t& got)
+{
+    got = 0;
+    if (const auto failure = AskFileHook(FileAction::Read, path_))
+        return failure;
+    for (;;) {
+        const ssize_t count = ::read(descriptor_, into.data(), into.size());
+        if (count >= 0) {
+            got = static_cast<std::size_t>(count);
+            return {};
+        }
+        if (errno != EINTR)
+            return LastError();
+    }
+}
+
+std::error_code File::ReadAt(std::uint64_t offset, std::span<std::byte> into, std::size_t& got)
+{
+    got = 0;
+    if (const auto failure = AskFileHook(FileAction::Read, path_))
+        return failure;
+    while (got < into.size()) {
+        const ssize_t count = ::pread(descriptor_, into.data() + got, into.size() - got,
+                                      static_cast<off_t>(offset + got));
+        if (count == 0)
+            return {};
+        if (count > 0)
+            got += static_cast<std::size_t>(count);
+        else if (errno != EINTR)
+            return LastError();
+    }
+    return {};
+}
+
+std::error_code File::Write(std::span<const std::byte> bytes)
+{
+    if (const auto failure = AskFileHook(FileAction::Write, path_))
+        return failure;
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(descriptor_, bytes.data(), bytes.size());
+        if (count < 0) {
+            if (errno == EINTR)
+                continue;
+            return LastError();
+        }
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+    return {};
+}
+
+std::error_code File::WriteAt(std::uint64_t offset, std::span<const std::byte> bytes)
+{
+    if (::lseek(descriptor_, static_cast<off_t>(offset), SEEK_SET) < 0)
+        return LastError();
+    return Write(bytes);
+}
+
+std::error_code File::Sync()
+{
+    if (const auto failure = AskFileHook(FileAction::Sync, path_))
+        return failure;
+    return ::fdatasync(descriptor_) == 0 ? std::error_code{} : LastError();
+}
+
+std::error_code File::Truncate(std::uint64_t size)
+{
+    if (const auto failure = AskFileHook(FileAction::Truncate, path_))
+        return failure;
+    return ::ftruncate(descriptor_, static_cast<off_t>(size)) == 0 ? std::error_code{}
+                                                                   : LastError();
+}
+
+std::error_code File::Close()
+{
+    const int descriptor = descriptor_;
+    descriptor_ = -1;
+    return descriptor < 0 || ::close(descriptor) == 0 ? std::error_code{} : LastError();
+}
+
+FileFacts File::Facts() const
+{
+    struct stat status {
+    };
+    return ::fstat(descriptor_, &status) == 0 ? FactsFrom(status) : FileFacts{};
+}
+
+std::error_code SyncFolder(const Path& folder)
+{
+    if (const auto failure = AskFileHook(FileAction::Sync, folder))
+        return failure;
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return LastError();
+    // Some network file systems refuse to flush a folder; their names need no flush.
+    const std::error_code failure =
+        ::fsync(descriptor) == 0 || errno == EINVAL ? std::error_code{} : LastError();
+    ::close(descriptor);
+    return failure;
+}
+
+std::error_code SyncFileSystem(const Path& path)
+{
+    if (const auto failure = AskFileHook(FileAction::Sync, path))
+        return failure;
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0)
+        return LastError();
+    const std::error_code failure = ::syncfs(descriptor) == 0 ? std::error_code{} : LastError();
+    ::close(descriptor);
+    return failure;
+}
+
+std::error_code FreeSpace(const Path& path, std::uint64_t& bytes)
+{
+    struct statvfs facts {
+    };
+    if (::statvfs(path.c_str(), &facts) != 0)
+        return LastError();
+    bytes = std::uint64_t{facts.f_bavail} * std::uint64_t{facts.f_frsize};
+    return {};
+}
+
+bool IsWritableFolder(const Path& folder)
+{
+    return FactsOf(folder).kind == FileKind::Folder && ::access(folder.c_str(), W_OK) == 0;
+}
+
+} // namespace kestrova::platform

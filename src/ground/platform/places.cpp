@@ -1,0 +1,137 @@
+#include "platform/places.h"
+
+#include "platform/file_content.h"
+#include "platform/files.h"
+#include "platform/process.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <mntent.h>
+
+#ifndef KESTROVA_SHARE_FOLDER
+#define KESTROVA_SHARE_FOLDER "/usr/share/kestrova"
+#endif
+
+namespace kestrova::platform
+{
+
+namespace fs = std::filesystem;
+
+fs::path ExecutableFolder()
+{
+    std::error_code failure;
+    return fs::read_symlink("/proc/self/exe", failure).parent_path();
+}
+
+fs::path UserDataFolder()
+{
+    // The base directory rules ignore a relative value.
+    if (const char* folder = std::getenv("XDG_DATA_HOME"); folder != nullptr && folder[0] == '/')
+        return folder;
+    const char* home = std::getenv("HOME");
+    return fs::path{home != nullptr && home[0] == '/' ? home : "/tmp"} / ".local" / "share";
+}
+
+fs::path CurrentFolder()
+{
+    std::error_code failure;
+    fs::path folder = fs::current_path(failure);
+    return failure ? fs::path{"/proc/self/cwd"} : folder;
+}
+
+fs::path AbsolutePath(const fs::path& path)
+{
+    return path.empty() || path.is_absolute() ? path : CurrentFolder() / path;
+}
+
+fs::path ResourceFolder()
+{
+    const fs::path beside = ExecutableFolder() / ".." / "share" / "kestrova";
+    return FactsOf(beside).kind == FileKind::Folder ? beside : fs::path{KESTROVA_SHARE_FOLDER};
+}
+
+namespace
+{
+
+bool IsNetwork(std::string_view device, std::string_view kind)
+{
+    return device.starts_with("//") || device.find(":/") != std::string_view::npos ||
+           kind.starts_with("nfs") || kind.starts_with("smb") || kind == "cifs" || kind == "9p" ||
+           kind == "ceph" || kind == "fuse.sshfs" || kind == "davfs";
+}
+
+/// A stick, a card, a disc, or whatever hangs on a USB cable: it may be gone tomorrow. What lies on
+/// other devices, as an encrypted disk does, is asked of those.
+bool IsRemovable(const fs::path& device, const fs::path& devices, int depth = 0)
+{
+    constexpr int deepest = 8;
+    std::error_code none;
+    const fs::path real = fs::canonical(device, none);
+    const fs::path node = fs::canonical(devices / (none ? device : real).filename(), none);
+    if (none || depth > deepest)
+        return false;
+    for (const fs::path& part : node)
+        if (part.native().starts_with("usb"))
+            return true;
+    for (const fs::path& place : {node, node.parent_path()}) { // a partition lies in its disk
+        std::string word;
+        if (!ReadAll(place / "removable", word) && word.starts_with('1'))
+            return true;
+    }
+    for (fs::directory_iterator below(node / "slaves", none), end; !none && below != end;
+         below.increment(none))
+        if (IsRemovable(below->path().filename(), devices, depth + 1))
+            return true;
+    return false;
+}
+
+} // namespace
+
+std::vector<MountedDrive> MountedDrives(const fs::path& mounts, const fs::path& devices)
+{
+    std::vector<MountedDrive> drives;
+    FILE* table = ::setmntent(mounts.c_str(), "r");
+    if (table == nullptr)
+        return drives;
+    mntent entry{};
+    char buffer[4096];
+    while (::getmntent_r(table, &entry, buffer, sizeof buffer) != nullptr) {
+        const std::string_view device = entry.mnt_fsname;
+        const std::string_view kind = entry.mnt_type;
+        // What has no device behind it keeps no levels (proc, sysfs, cgroup …), but for these.
+        if (!device.starts_with('/') && kind != "overlay" && kind != "zfs" && kind != "btrfs" &&
+            !kind.starts_with("nfs") && kind != "cifs")
+            continue;
+        const bool known = [&] {
+            for (const MountedDrive& drive : drives)
+                if (drive.folder == entry.mnt_dir)
+                    return true;
+            return false;
+        }();
+        if (!known && FactsOf(entry.mnt_dir).kind == FileKind::Folder)
+            drives.push_back({entry.mnt_dir, std::string{kind},
+                              ::hasmntopt(&entry, MNTOPT_RO) != nullptr,
+                              !IsNetwork(device, kind) && !IsRemovable(device, devices)});
+    }
+    ::endmntent(table);
+    return drives;
+}
+
+Desktop SessionDesktop()
+{
+    const auto has = [](const char* variable) {
+        const char* value = std::getenv(variable);
+        return value != nullptr && value[0] != '\0';
+    };
+    if (has("WAYLAND_DISPLAY"))
+        return has("DISPLAY") ? Desktop::WaylandWithX : Desktop::Wayland;
+    return has("DISPLAY") ? Desktop::X : Desktop::None;
+}
+
+std::error_code OpenWithDesktop(const std::string& fileOrAddress, const fs::path& folder)
+{
+    std::int64_t pid = 0;
+    return StartDetached({{"xdg-open", fileOrAddress}, folder, {}}, pid);
+}
+
+} // namespace kestrova::platform

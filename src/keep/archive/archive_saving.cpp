@@ -1,0 +1,154 @@
+#include "archive/archive_saving.h"
+
+#include "core/look.h"
+#include "core/staged_file.h"
+#include "formats/exact_names.h"
+#include "words/message.h"
+
+#include <fmt/format.h>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// A name as the part of a settings key: letters, digits and a few marks, the rest as %XX.
+std::string KeyPart(std::string_view name)
+{
+    std::string key;
+    for (const char c : name) {
+        const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+                           (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '_';
+        key += plain ? std::string{c} : fmt::format("%{:02X}", static_cast<unsigned char>(c));
+    }
+    return key;
+}
+
+} // namespace
+
+std::string ExactFolderField(ArchiveFolder folder, const Path& file)
+{
+    return (folder == ArchiveFolder::Main ? "archive-main:" : "archive-secondary:") +
+           KeyPart(file.filename().native());
+}
+
+Path ExactNamesFile(const ArchiveHeader& header)
+{
+    const Path folder = FolderFromText(Trim(header.secondaryFolder));
+    return folder.empty() ? Path{} : InFolder(folder, RowText(Msg::FragExactNames));
+}
+
+namespace
+{
+
+/// Written before the records: without it they would come back with `?` for letters.
+Status KeepExactNames(const Archive& archive)
+{
+    ExactNames names;
+    if (!MergeExactNames(names, archive.levels))
+        return {};
+    const Path file = ExactNamesFile(archive.header);
+    if (file.empty())
+        return {}; // a list without a folder has no levels
+    const auto bytes = ReadFileIfThere(file, longestExactNames);
+    if (!bytes)
+        return bytes.Error();
+    if (*bytes) {
+        names = ParseExactNames(**bytes);
+        if (!MergeExactNames(names, archive.levels))
+            return {};
+    }
+    return WriteWholeFile(file, FormatExactNames(names));
+}
+
+} // namespace
+
+bool HasArchive(Session& session)
+{
+    if (session.archive.Loaded())
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::MissingArchive));
+    return false;
+}
+
+Status WriteArchive(Session& session, const Path& file)
+{
+    ArchiveHeader& header = session.archive.header;
+    if (session.archive.Find(originalCode) == nullptr)
+        return Failure{ErrorCode::Refused, TextOf(file), GetMsg(Msg::ListWithoutOriginal)};
+    for (const std::string& folder : {header.mainFolder, header.secondaryFolder})
+        if (ToWindows1252(folder).size() > folderFieldSize)
+            return MakeFailure(ErrorCode::Refused, Readable(folder));
+    if (ToWindows1252(file.native()).size() > folderFieldSize)
+        return MakeFailure(ErrorCode::Refused, TextOf(file));
+
+    // The exact folders first: an archive without them would be looked for in the wrong place.
+    ProgramSettings settings = session.settings;
+    KeepExactFolder(settings, ExactFolderField(ArchiveFolder::Main, file), header.mainFolder);
+    KeepExactFolder(settings, ExactFolderField(ArchiveFolder::Secondary, file),
+                    header.secondaryFolder);
+    if (settings.exactFolders != session.settings.exactFolders) {
+        if (auto status = WriteSettings(session.programFolder, settings); !status)
+            return status;
+        session.settings = std::move(settings);
+    }
+    if (auto status = KeepExactNames(session.archive); !status)
+        return status;
+    header.levelCount = static_cast<std::int32_t>(session.archive.levels.size());
+    if (auto status = WriteDocument(file, FormatArchive(header, session.archive.levels)); !status)
+        return status;
+    session.archive.dirty = false;
+    session.archive.file = file;
+    RememberArchive(session);
+    return {};
+}
+
+void RememberArchive(Session& session)
+{
+    session.preferences.archivePath = session.archive.file.native();
+}
+
+bool SaveArchiveNow(Session& session)
+{
+    if (!HasArchive(session))
+        return false;
+    const Path file = session.ArchivePath();
+    const auto status = WriteArchive(session, file);
+    if (!status)
+        TellFailure(session, GetMsg(Msg::ErrorSavingArchive) + TextOf(file), status.Error());
+    return bool{status};
+}
+
+bool SaveArchive(Session& session)
+{
+    if (!session.archive.Loaded())
+        return false;
+    session.archive.dirty = true;
+    return !session.preferences.autoSave || SaveArchiveNow(session);
+}
+
+Changes AskSaveChanges(Session& session)
+{
+    if (!session.archive.dirty)
+        return Changes::Saved;
+    const std::string name = TextOf(session.ArchivePath().filename());
+    if (session.preferences.autoSave ||
+        session.host.AskYesNo(GetMsg(Msg::AskSaveArchive, {name, lineBreak}), Consent::YesKeeps))
+        return SaveArchiveNow(session) ? Changes::Saved : Changes::NotSaved;
+    session.archive.dirty = false;
+    return Changes::Dropped;
+}
+
+bool MayReplaceArchive(Session& session, bool& saved)
+{
+    saved = AskSaveChanges(session) == Changes::Saved;
+    if (!session.archive.dirty)
+        return true;
+    if (!session.host.AskYesNo(GetMsg(Msg::AskDropChanges), Consent::Explicit))
+        return false;
+    session.archive.dirty = false;
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,137 @@
+#include "archive/equal_levels.h"
+
+#include "archive/level_folders.h"
+#include "core/parallel.h"
+#include "platform/file_content.h"
+#include "words/message.h"
+
+#include <atomic>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Real ones have 92 bytes for each of a few files.
+constexpr std::uint64_t sizeLimit = UINT64_C(1) << 20;
+
+std::string KeyOf(const Tr4Entry& file)
+{
+    return FoldCase(Trim(file.name)) + '\0' + std::to_string(file.size);
+}
+
+/// The names in a folder by their folded form, so that thousands of level folders are found in
+/// whatever spelling by one look at the folder above them.
+class Spellings
+{
+public:
+    explicit Spellings(const Path& folder) : folder_(ResolvePath(folder))
+    {
+        const auto folders = ListSubfolders(folder_); // a folder that is gone has no levels
+        if (!folders) {
+            state_ = folders.Error();
+            return;
+        }
+        for (const Path& each : *folders)
+            names_.emplace(FoldCase(each.filename().native()), each.filename().native());
+    }
+    [[nodiscard]] const Status& State() const { return state_; }
+    [[nodiscard]] Path Find(const Path& name) const
+    {
+        const auto found = names_.find(FoldCase(name.native()));
+        return found == names_.end() ? Path{} : folder_ / found->second;
+    }
+
+private:
+    Path folder_;
+    Status state_;
+    std::unordered_map<std::string, std::string> names_;
+};
+
+std::vector<Tr4Entry> EntriesIn(const Path& levelFolder)
+{
+    const Path file = InFolder(levelFolder, RowText(Msg::FragTr4Inf));
+    std::string bytes;
+    std::error_code failure = platform::ReadAll(file, bytes, sizeLimit);
+    if (failure == std::errc::no_such_file_or_directory) // or it is spelled in another way
+        failure = platform::ReadAll(ResolvePath(file), bytes, sizeLimit);
+    auto entries = ParseTr4Inf(failure ? std::string_view{} : bytes);
+    return entries ? std::move(entries).Value() : std::vector<Tr4Entry>{};
+}
+
+} // namespace
+
+EqualTr4Index::EqualTr4Index(const Session& session, ProgressScope* progress)
+    : levels_(session.archive.levels.size())
+{
+    const Spellings spellings{FolderFromText(Trim(session.archive.header.secondaryFolder))};
+    if (!spellings.State()) {
+        state_ = spellings.State();
+        return;
+    }
+    std::atomic<std::size_t> done{0};
+    const auto read = [&](std::size_t i) {
+        const LevelCode code = session.archive.levels[i].levelCode;
+        const Path home = LevelHomeOf(session, code);
+        const Path folder = code == originalCode ? home : spellings.Find(home.filename());
+        if (!folder.empty())
+            levels_[i] = EntriesIn(folder);
+        ++done;
+    };
+    RunOnAllCores(levels_.size(), read, [&] {
+        if (progress != nullptr) {
+            progress->SetBar(done, levels_.size());
+            progress->Step();
+        }
+        return true;
+    });
+    for (std::size_t i = 0; i < levels_.size(); ++i)
+        for (const Tr4Entry& file : levels_[i]) {
+            const auto [owners, isNew] = owners_.try_emplace(KeyOf(file), Owners{i, {}});
+            if (!isNew && owners->second.first != i && !owners->second.second)
+                owners->second.second = i;
+        }
+}
+
+std::optional<EqualTr4> EqualTr4Index::Find(const std::vector<Tr4Entry>& files,
+                                            std::size_t except) const
+{
+    std::optional<EqualTr4> found;
+    for (const Tr4Entry& file : files) {
+        const auto owners = owners_.find(KeyOf(file));
+        if (owners == owners_.end())
+            continue;
+        const std::optional<std::size_t> level =
+            owners->second.first != except ? owners->second.first : owners->second.second;
+        if (level && (!found || *level < found->level))
+            found = EqualTr4{*level, std::string{Trim(file.name)}};
+    }
+    return found;
+}
+
+Result<std::optional<EqualTr4>> FindEqualTr4(const Session& session, const Path& folder,
+                                             std::size_t levelIndex, ProgressScope* progress)
+{
+    std::vector<Tr4Entry> files;
+    if (!folder.empty()) {
+        auto found = ScanTr4Files(folder);
+        if (!found)
+            return found.Error();
+        files = std::move(*found);
+    } else if (auto own = ReadTr4Inf(session, levelIndex)) {
+        files = std::move(own).Value();
+    }
+    if (files.empty())
+        return std::optional<EqualTr4>{};
+    if (progress != nullptr)
+        progress->SetBar(0, session.archive.levels.size());
+    const EqualTr4Index index{session, progress};
+    if (!index.State())
+        return index.State().Error();
+    if (progress != nullptr)
+        progress->SetBar(0, session.archive.levels.size());
+    return index.Find(files, levelIndex);
+}
+
+} // namespace kestrova

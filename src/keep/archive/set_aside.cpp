@@ -1,0 +1,98 @@
+#include "archive/set_aside.h"
+
+#include "archive/level_folders.h"
+#include "core/copying.h"
+#include "core/dates.h"
+#include "core/look.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// A name beside the folder that nothing has yet.
+Result<Path> FreeName(const Path& folder, std::int64_t now)
+{
+    std::string time = DateText(now);
+    std::replace(time.begin(), time.end(), ' ', '_');
+    std::replace(time.begin(), time.end(), ':', '.');
+    for (int n = 1;; ++n) {
+        const std::string again = n == 1 ? std::string{} : '-' + std::to_string(n);
+        Path name = folder.parent_path() /
+                    GetMsg(Msg::FragSetAside, {folder.filename().native(), time + again});
+        const auto isFree = IsFree(name);
+        if (!isFree)
+            return isFree.Error();
+        if (*isFree)
+            return name;
+    }
+}
+
+bool IsCalledLikeALevel(const std::string& name)
+{
+    const std::string prefix = GetMsg(Msg::FragLevelFolder, {""}).substr(1);
+    return name.size() > prefix.size() && EqualNames(name.substr(0, prefix.size()), prefix) &&
+           std::all_of(name.begin() + static_cast<std::ptrdiff_t>(prefix.size()), name.end(),
+                       [](char c) { return c >= '0' && c <= '9'; });
+}
+
+} // namespace
+
+Result<bool> HoldsAnything(const Path& folder)
+{
+    const auto tree = ScanTree(folder);
+    if (!tree)
+        return tree.Error();
+    return !tree->files.empty();
+}
+
+Result<std::vector<Path>> SetAside(Session& session, const Path& folder)
+{
+    std::vector<Path> names;
+    const auto twins = CaseTwins(folder);
+    if (!twins)
+        return twins.Error();
+    for (const Path& twin : *twins) {
+        auto name = FreeName(twin, session.machine.NowNs());
+        if (!name)
+            return name.Error();
+        if (const auto failure = platform::Rename(twin, *name))
+            return MakeFailure(ErrorCode::CannotWrite, TextOf(twin), failure);
+        names.push_back(std::move(*name));
+    }
+    if (const auto flushed = FlushFolder(folder.parent_path()); !flushed)
+        return flushed.Error();
+    return names;
+}
+
+Result<UnknownFolders> FindUnknownFolders(const Session& session)
+{
+    UnknownFolders found;
+    const Path root = FolderFromText(Trim(session.archive.header.secondaryFolder));
+    if (!session.archive.Loaded() || root.empty())
+        return found;
+    std::vector<std::string> known;
+    for (const LevelRecord& level : session.archive.levels)
+        if (level.levelCode != originalCode)
+            known.push_back(LevelFolderName(level.levelCode).substr(1));
+    std::sort(known.begin(), known.end());
+    const std::string mark = GetMsg(Msg::FragSetAside, {"", ""});
+    const auto folders = ListSubfolders(root);
+    if (!folders)
+        return folders.Error();
+    for (const Path& folder : *folders) {
+        const std::string name = folder.filename().native();
+        if (name.find(mark) != std::string::npos)
+            found.setAside.push_back(folder);
+        else if (IsCalledLikeALevel(name) &&
+                 !std::binary_search(known.begin(), known.end(), UpperCase(name)))
+            found.unlisted.push_back(folder);
+    }
+    return found;
+}
+
+} // namespace kestrova

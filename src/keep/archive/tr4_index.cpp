@@ -1,0 +1,81 @@
+#include "archive/tr4_index.h"
+
+#include "archive/level_folders.h"
+#include "core/dates.h"
+#include "core/look.h"
+#include "core/staged_file.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::size_t nameWidth = 80;
+
+Path Tr4InfPathOf(const Session& session, LevelCode code)
+{
+    return InFolder(LevelHomeOf(session, code), RowText(Msg::FragTr4Inf));
+}
+
+} // namespace
+
+Tr4Entry Tr4EntryOf(const std::string& name, const Path& file)
+{
+    const platform::FileFacts facts = platform::FactsOf(file);
+    constexpr std::uint64_t most = std::numeric_limits<std::int32_t>::max();
+    return {FromWindows1252(ToWindows1252(name).substr(0, nameWidth)),
+            DateSerialOf(facts.modifiedNs),
+            static_cast<std::int32_t>(std::min<std::uint64_t>(facts.size, most))};
+}
+
+Result<std::vector<Tr4Entry>> ScanTr4Files(const Path& folder)
+{
+    const auto files = ListFiles(folder, RowText(Msg::PatTr4));
+    if (!files)
+        return files.Error();
+    std::vector<Tr4Entry> entries;
+    for (const Path& file : *files)
+        entries.push_back(Tr4EntryOf(file.filename().native(), file));
+    return entries;
+}
+
+Path Tr4InfPath(const Session& session, std::size_t index)
+{
+    return Tr4InfPathOf(session, session.archive.levels[index].levelCode);
+}
+
+Status WriteTr4InfOf(const Session& session, LevelCode code, const std::vector<Tr4Entry>& entries)
+{
+    return WriteRecordFile(Tr4InfPathOf(session, code), FormatTr4Inf(entries));
+}
+
+Status WriteTr4Inf(const Session& session, std::size_t index, const std::vector<Tr4Entry>& entries)
+{
+    return WriteTr4InfOf(session, session.archive.levels[index].levelCode, entries);
+}
+
+Result<std::vector<Tr4Entry>> ReadTr4Inf(const Session& session, std::size_t index)
+{
+    return ReadTr4InfOf(session, session.archive.levels[index].levelCode);
+}
+
+Result<std::vector<Tr4Entry>> ReadTr4InfOf(const Session& session, LevelCode code)
+{
+    const Path file = Tr4InfPathOf(session, code);
+    const auto bytes = ReadFileIfThere(file);
+    if (!bytes)
+        return bytes.Error();
+    if (!*bytes)
+        return MakeFailure(ErrorCode::Missing, TextOf(file));
+    auto entries = ParseTr4Inf(**bytes);
+    if (!entries)
+        return MakeFailure(entries.Error().code, TextOf(file));
+    return entries;
+}
+
+} // namespace kestrova

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "history/state_change.h"
+
+namespace kestrova
+{
+
+/// Everything that the change wrote, and its note, is on the disk when it answers.
+Status FlushChange(const Session& session, const StateChange& change);
+
+/// One run of a change of state, the first or one that goes on after a killed one. Each step may
+/// be repeated.
+class ChangeRun
+{
+public:
+    enum class Round {
+        First, ///< every content that is to come must be there
+        Later  ///< what another hand took away since is passed over
+    };
+    ChangeRun(Session& session, const StateChange& change, std::set<std::string> elsewhere,
+              Round round);
+
+    Status Go();
+    /// After a failure: removes what `Go` added. False when files were overwritten or deleted
+    /// already, or when something added could not be removed.
+    bool TakeBack();
+    /// After `Go`: savegames of folders that the change makes which did not come.
+    [[nodiscard]] std::int32_t NotArchived() const;
+
+private:
+    /// A file that takes part: `was` is empty for a new name, `becomes` for one that goes.
+    struct Target {
+        Path file;
+        std::string was;
+        std::string becomes;
+        Path source;          ///< of what it becomes
+        bool foreign = false; ///< somebody else wrote it since; it stays
+    };
+
+    Status MakeNewFolders();
+    Status Look();
+    /// The targets of one folder.
+    void Add(const ChangedFolder& folder);
+    /// A failure when something that is to come is nowhere.
+    [[nodiscard]] Status AllIsThere() const;
+    Status PutNew();
+    Status KeepOverwritten();
+    Status Overwrite();
+    /// True for a target that goes and stands there as it did; asked right before it is deleted.
+    [[nodiscard]] static Result<bool> StillGoes(const Target& target);
+    Status KeepGoing();
+    Status Delete();
+    Status Place(Target& target);
+    /// Keeps what stands there, and what was to come, in the history.
+    Status LeaveForeign(Target& target);
+    /// Where a content lies now; empty when it is nowhere.
+    [[nodiscard]] Path SourceOf(const Target& wanted) const;
+    enum class Holder { Nobody, Flushed, Unflushed };
+    /// Whether a file that stays holds that content.
+    [[nodiscard]] Holder HolderOf(const std::string& hash) const;
+    Status Keep(const std::vector<Path>& files);
+
+    Session& session_;
+    const StateChange& change_;
+    std::set<std::string> elsewhere_;
+    Round round_;
+    std::vector<Target> targets_;
+    bool destroyed_ = false; ///< from here on there is only the way forward
+};
+
+} // namespace kestrova

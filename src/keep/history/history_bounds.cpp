@@ -1,0 +1,84 @@
+#include "history/history_bounds.h"
+
+#include "archive/level_folders.h"
+#include "history/players_files.h"
+#include "history/standing.h"
+#include "platform/file_content.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Hashes of all that the level holds outside the history: live, stored, and in archive slots.
+std::set<std::string> HashesElsewhere(const Session& session, const LevelPlace& level)
+{
+    std::set<std::string> hashes;
+    const auto add = [&](const Path& file) {
+        std::string hash;
+        if (!platform::HashOfFile(file, hash))
+            hashes.insert(hash);
+    };
+    // What cannot be listed is held nowhere, so that more stays in the history.
+    if (const auto live = LiveStateFolder(session, level))
+        for (const Path& file : StateFilesIn(*live).ValueOr({}))
+            add(file);
+    if (const auto tree = ScanTree(HomeOf(session, level)))
+        for (const Path& file : tree->files)
+            if (IsPlayersFile(file.filename().native()))
+                add(file);
+    return hashes;
+}
+
+} // namespace
+
+void BoundHistory(Session& session, const LevelPlace& level, const std::set<std::string>& fresh)
+{
+    const LevelCode code = level.code;
+    auto index = ReadHistoryIndex(session, code);
+    if (!index)
+        return;
+    const std::vector<HistoryEntry> entries = index->entries;
+    std::uint64_t bytes = 0;
+    for (const HistoryEntry& entry : entries)
+        bytes += entry.size;
+    std::size_t count = entries.size();
+    const auto mostCount = static_cast<std::size_t>(session.settings.historyCount);
+    const std::uint64_t mostBytes = static_cast<std::uint64_t>(session.settings.historyMegabytes)
+                                    << 20;
+    if (count <= mostCount && bytes <= mostBytes)
+        return;
+
+    const std::set<std::string> elsewhere = HashesElsewhere(session, level);
+    std::vector<HistoryEntry> stay;
+    std::set<std::string> dropped;
+    for (const HistoryEntry& entry : entries) {
+        const bool over = count > mostCount || bytes > mostBytes;
+        if (over && !fresh.contains(entry.hash) && elsewhere.contains(entry.hash)) {
+            --count;
+            bytes -= entry.size;
+            dropped.insert(entry.hash);
+        } else {
+            stay.push_back(entry);
+        }
+    }
+    index->entries = std::move(stay);
+    if (dropped.empty() || !WriteHistoryIndex(session, code, *index))
+        return;
+    // A content goes only when no level's history names it any more.
+    const auto others = LevelsWithHistory(session);
+    if (!others)
+        return;
+    for (const LevelCode other : *others) {
+        const auto named = ReadHistoryIndex(session, other);
+        if (!named || !named->strangeLines.empty())
+            return; // nobody knows what it names
+        for (const HistoryEntry& entry : named->entries)
+            dropped.erase(entry.hash);
+    }
+    for (const std::string& hash : dropped)
+        (void)platform::Unlink(HistoryContent(session, hash)); // unnamed content does no harm
+}
+
+} // namespace kestrova

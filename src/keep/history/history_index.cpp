@@ -1,0 +1,106 @@
+#include "history/history_index.h"
+
+#include "core/look.h"
+#include "core/staged_file.h"
+#include "formats/record_json.h"
+#include "history/players_files.h"
+#include "words/message.h"
+
+#include <nlohmann/json.hpp>
+
+namespace kestrova
+{
+
+namespace
+{
+
+using Json = nlohmann::json;
+
+Path IndexPath(const Session& session, LevelCode code)
+{
+    return InFolder(InFolder(session.programFolder, RowText(Msg::DirHistory)),
+                    GetMsg(Msg::FragHistoryIndex, {ZeroPadded(code, 4)}));
+}
+
+std::string Line(const HistoryEntry& entry)
+{
+    const Json json = {{"id", entry.id},
+                       {"hash", entry.hash},
+                       {"name", Readable(entry.name)},
+                       {"title", entry.title},
+                       {"number", entry.number},
+                       {"size", entry.size},
+                       {"time", entry.modifiedNs},
+                       {"kept", entry.keptNs},
+                       {"reason", entry.reason},
+                       {"home", Readable(entry.home)},
+                       {"picture", entry.picture}};
+    return json.dump() + "\n";
+}
+
+std::optional<HistoryEntry> ParseLine(const std::string& line)
+{
+    const Json json = Json::parse(line, nullptr, false);
+    if (!json.is_object())
+        return {};
+    HistoryEntry entry;
+    const auto text = [&](const char* name, std::string& value) {
+        const auto found = json.find(name);
+        if (found != json.end() && found->is_string())
+            value = found->get<std::string>();
+    };
+    const auto number = [&](const char* name, auto& value) {
+        const auto found = json.find(name);
+        if (found != json.end() && found->is_number_integer())
+            value = found->get<std::remove_reference_t<decltype(value)>>();
+    };
+    text("id", entry.id);
+    text("hash", entry.hash);
+    text("name", entry.name);
+    text("title", entry.title);
+    text("reason", entry.reason);
+    text("home", entry.home);
+    number("number", entry.number);
+    number("size", entry.size);
+    number("time", entry.modifiedNs);
+    number("kept", entry.keptNs);
+    // An index that does not say it has nothing of the player's under other names but pictures.
+    const auto picture = json.find("picture");
+    entry.picture = picture != json.end() && picture->is_boolean() ? picture->get<bool>()
+                                                                   : !IsPlayersFile(entry.name);
+    if (entry.id.empty() || !IsContentHash(entry.hash) || !SafeName(entry.name))
+        return {};
+    return entry;
+}
+
+} // namespace
+
+Result<HistoryIndex> ReadHistoryIndex(const Session& session, LevelCode code)
+{
+    const Path file = IndexPath(session, code);
+    HistoryIndex index;
+    const auto text = ReadFileIfThere(file, UINT64_C(64) << 20);
+    if (!text)
+        return text.Error();
+    if (!*text)
+        return index;
+    for (std::string& line : Split(**text, '\n')) {
+        if (line.empty())
+            continue;
+        if (auto entry = ParseLine(line))
+            index.entries.push_back(std::move(*entry));
+        else
+            index.strangeLines += line + "\n";
+    }
+    return index;
+}
+
+Status WriteHistoryIndex(const Session& session, LevelCode code, const HistoryIndex& index)
+{
+    std::string text = index.strangeLines;
+    for (const HistoryEntry& entry : index.entries)
+        text += Line(entry);
+    return WriteWholeFile(IndexPath(session, code), text);
+}
+
+} // namespace kestrova

@@ -1,0 +1,261 @@
+#include "originals/backup_folders.h"
+
+#include "core/copying.h"
+#include "core/look.h"
+#include "core/removal.h"
+#include "core/staged_file.h"
+#include "formats/record_json.h"
+#include "history/swap_journal_file.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+Path OldBackupFolder(const Session& session)
+{
+    return InFolder(session.programFolder, RowText(Msg::DirOldBackup));
+}
+
+Status Renamed(const Path& from, const Path& to)
+{
+    if (const auto failure = platform::Rename(from, to))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(to), failure);
+    return {};
+}
+
+/// One backup and the folder that it was made of.
+struct NotedBackup {
+    std::string name; ///< of its folder in the program's folder
+    FolderMark origin;
+    bool full = false;
+};
+
+Path NotePath(const Session& session)
+{
+    return InFolder(session.programFolder, RowText(Msg::FragBackupNote));
+}
+
+/// Backups that are not there any more are left out; a damaged note knows none.
+Result<std::vector<NotedBackup>> NotedBackups(const Session& session)
+{
+    std::vector<NotedBackup> backups;
+    const auto text = ReadFileIfThere(NotePath(session), UINT64_C(1) << 20);
+    if (!text)
+        return text.Error();
+    if (!*text)
+        return backups;
+    std::optional<Failure> unknown;
+    const NoteJson json = NoteJson::parse(**text, nullptr, false);
+    NoteReader reader{json};
+    reader.List("backups", [&](NoteReader& entry, const NoteJson&) {
+        NotedBackup backup;
+        backup.name = entry.Text("name");
+        backup.origin.path = entry.Text("path");
+        backup.origin.device = entry.Number<std::uint64_t>("device");
+        backup.origin.inode = entry.Number<std::uint64_t>("inode");
+        backup.full = entry.Flag("full");
+        if (!entry.Good() || !SafeName(backup.name))
+            return;
+        const auto isThere = IsFolder(session.programFolder / backup.name);
+        if (!isThere)
+            unknown = isThere.Error();
+        else if (*isThere)
+            backups.push_back(std::move(backup));
+    });
+    if (unknown)
+        return *unknown;
+    return reader.Good() ? backups : std::vector<NotedBackup>{};
+}
+
+Status WriteNoted(const Session& session, const std::vector<NotedBackup>& backups)
+{
+    NoteJson list = NoteJson::array();
+    for (const NotedBackup& backup : backups)
+        list.push_back({{"name", Encoded(backup.name)},
+                        {"path", Encoded(backup.origin.path)},
+                        {"device", backup.origin.device},
+                        {"inode", backup.origin.inode},
+                        {"full", backup.full}});
+    const std::string text = Written({{"backups", std::move(list)}});
+    if (const auto old = ReadWholeFile(NotePath(session)); old && *old == text)
+        return {};
+    if (auto status = MakeFolders(NotePath(session).parent_path()); !status)
+        return status;
+    return WriteWholeFile(NotePath(session), text);
+}
+
+std::string CurrentName(const Session& session)
+{
+    return session.BackupFolder().filename().native();
+}
+
+Result<bool> IsOf(const NotedBackup& backup, const Session& session)
+{
+    if (Path{backup.origin.path} == session.TrleFolder())
+        return true;
+    return HasMark(session.TrleFolder(), backup.origin);
+}
+
+Result<Path> FreeAside(const Session& session)
+{
+    for (int number = 1;; ++number) {
+        Path place =
+            InFolder(session.programFolder, GetMsg(Msg::FragAsideBackup, {std::to_string(number)}));
+        const auto isFree = IsFree(place);
+        if (!isFree)
+            return isFree.Error();
+        if (*isFree)
+            return place;
+    }
+}
+
+/// The backup under a free name, noted there before it moves.
+Status SetAside(Session& session)
+{
+    auto backups = NotedBackups(session);
+    if (!backups)
+        return backups.Error();
+    const auto current =
+        std::find_if(backups->begin(), backups->end(), [&](const NotedBackup& backup) {
+            return backup.name == CurrentName(session);
+        });
+    NotedBackup aside;
+    if (current != backups->end())
+        aside = *current;
+    const auto place = FreeAside(session);
+    if (!place)
+        return place.Error();
+    aside.name = place->filename().native();
+    // Entries of folders that are not there are passed over, so this one counts from the rename on.
+    backups->push_back(std::move(aside));
+    if (auto status = WriteNoted(session, *backups); !status)
+        return status;
+    return Renamed(session.BackupFolder(), *place);
+}
+
+} // namespace
+
+Result<std::optional<FolderMark>> BackupOrigin(const Session& session)
+{
+    const auto backups = NotedBackups(session);
+    if (!backups)
+        return backups.Error();
+    for (const NotedBackup& backup : *backups)
+        if (backup.name == CurrentName(session))
+            return std::optional{backup.origin};
+    return std::optional<FolderMark>{};
+}
+
+Status NoteBackupOrigin(Session& session, bool full)
+{
+    auto backups = NotedBackups(session);
+    if (!backups)
+        return backups.Error();
+    std::erase_if(*backups,
+                  [&](const NotedBackup& backup) { return backup.name == CurrentName(session); });
+    auto origin = MarkOf(session.TrleFolder());
+    if (!origin)
+        return origin.Error();
+    backups->insert(backups->begin(), {CurrentName(session), std::move(*origin), full});
+    return WriteNoted(session, *backups);
+}
+
+Result<bool> BringBackupBack(Session& session)
+{
+    const auto backups = NotedBackups(session);
+    if (!backups)
+        return backups.Error();
+    for (const NotedBackup& backup : *backups) {
+        const auto isThis = IsOf(backup, session);
+        if (!isThis)
+            return isThis;
+        if (backup.name == CurrentName(session) || !*isThis)
+            continue;
+        const auto hasOther = IsFolder(session.BackupFolder());
+        if (!hasOther)
+            return hasOther;
+        if (*hasOther)
+            if (auto status = SetAside(session); !status)
+                return status.Error();
+        if (auto status = Renamed(session.programFolder / backup.name, session.BackupFolder());
+            !status)
+            return status.Error();
+        if (auto status = FlushFolder(session.programFolder); !status)
+            return status.Error();
+        session.preferences.fullBackup = backup.full;
+        if (auto status = NoteBackupOrigin(session, backup.full); !status)
+            return status.Error();
+        return true;
+    }
+    return false;
+}
+
+Path NewBackupFolder(const Session& session)
+{
+    return InFolder(session.programFolder, RowText(Msg::DirNewBackup));
+}
+
+Status ExchangeBackup(Session& session, bool full, bool keepAside)
+{
+    const Path backup = session.BackupFolder();
+    const Path fresh = NewBackupFolder(session);
+    const Path old = OldBackupFolder(session);
+    if (const auto failure = platform::SyncFileSystem(fresh))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(fresh), failure);
+    const auto hasOld = IsFolder(backup);
+    if (!hasOld)
+        return hasOld.Error();
+    if (keepAside && *hasOld)
+        if (auto status = SetAside(session); !status)
+            return status;
+    const bool replaces = *hasOld && !keepAside;
+    if (replaces)
+        if (auto status = Renamed(backup, old); !status)
+            return status;
+    if (auto status = Renamed(fresh, backup); !status) {
+        if (replaces)
+            (void)Renamed(old, backup); // the next start tries again
+        return status;
+    }
+    if (auto status = FlushFolder(session.programFolder); !status) {
+        if (replaces && Renamed(backup, fresh))
+            (void)Renamed(old, backup); // the next start tries again
+        return status;
+    }
+    if (replaces)
+        (void)ClearPlace(old);             // complete already; the next start clears what is left
+    (void)NoteBackupOrigin(session, full); // unnoted, it is compared when a folder is chosen
+    return {};
+}
+
+bool SettleBackupFolders(Session& session)
+{
+    const Path backup = session.BackupFolder();
+    const Path old = OldBackupFolder(session);
+    Status status;
+    const auto hasOld = IsFolder(old);
+    const auto hasBackup = IsFolder(backup);
+    if (!hasOld || !hasBackup)
+        status = hasOld ? hasBackup.Error() : hasOld.Error();
+    else if (*hasOld)
+        status = *hasBackup ? ClearPlace(old) : Renamed(old, backup);
+    if (status && FolderExists(NewBackupFolder(session)))
+        status = ClearPlace(NewBackupFolder(session));
+    if (!status && !FolderExists(backup)) {
+        TellFailure(session, GetMsg(Msg::InterruptedFailed), status.Error());
+        return false;
+    }
+    return true; // leftovers beside a whole backup do no harm and are cleared another time
+}
+
+bool BackupFoldersWait(const Session& session)
+{
+    return FolderExists(OldBackupFolder(session)) || FolderExists(NewBackupFolder(session));
+}
+
+} // namespace kestrova

@@ -1,0 +1,293 @@
+#include "originals/vault.h"
+
+#include "core/copying.h"
+#include "core/look.h"
+#include "core/staged_file.h"
+#include "formats/record_json.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <set>
+
+namespace kestrova
+{
+
+namespace
+{
+
+using Json = NoteJson;
+
+Path VaultFolder(const Session& session)
+{
+    return InFolder(session.programFolder, RowText(Msg::DirHistoryOriginals));
+}
+
+Path VaultIndex(const Session& session)
+{
+    return InFolder(session.programFolder, RowText(Msg::FragOriginalsIndex));
+}
+
+std::string Line(const Session& session, const KeptFile& entry)
+{
+    const Json json = {
+        {"id", entry.id},
+        {"file", Encoded(entry.file)},
+        {"content", Encoded(entry.content.lexically_relative(VaultFolder(session)).native())},
+        {"size", entry.size},
+        {"time", entry.modifiedNs},
+        {"kept", entry.keptNs},
+        {"folder", Encoded(entry.folder)}};
+    return json.dump() + "\n";
+}
+
+std::optional<KeptFile> ParseLine(const Session& session, const std::string& line)
+{
+    const Json json = Json::parse(line, nullptr, false);
+    if (!json.is_object())
+        return {};
+    KeptFile entry;
+    const auto text = [&](const char* name) {
+        const auto found = json.find(name);
+        return found != json.end() && found->is_string() ? Decoded(found->get<std::string>())
+                                                         : std::string{};
+    };
+    const auto number = [&](const char* name, auto& value) {
+        const auto found = json.find(name);
+        if (found != json.end() && found->is_number_integer())
+            value = found->get<std::remove_reference_t<decltype(value)>>();
+    };
+    entry.id = text("id");
+    entry.file = text("file");
+    entry.folder = text("folder");
+    const auto content = SafeRelative(text("content"));
+    number("size", entry.size);
+    number("time", entry.modifiedNs);
+    number("kept", entry.keptNs);
+    if (entry.id.empty() || !content || !SafeRelative(entry.file))
+        return {};
+    entry.content = VaultFolder(session) / *content;
+    return entry;
+}
+
+struct VaultList {
+    std::vector<KeptFile> entries;
+    std::string strangeLines; ///< what this version cannot read is carried along
+};
+
+Result<VaultList> ReadVault(const Session& session)
+{
+    VaultList list;
+    const auto text = ReadFileIfThere(VaultIndex(session), UINT64_C(64) << 20);
+    if (!text)
+        return text.Error();
+    if (!*text)
+        return list;
+    for (const std::string& line : Split(**text, '\n')) {
+        if (line.empty())
+            continue;
+        if (auto entry = ParseLine(session, line))
+            list.entries.push_back(std::move(*entry));
+        else
+            list.strangeLines += line + "\n";
+    }
+    return list;
+}
+
+/// A place of the vault that holds the file's content already, or the next free one.
+Result<Path> PlaceInVault(const Session& session, const Path& relative, const Path& file,
+                          bool& held)
+{
+    const Path folder = VaultFolder(session) / relative.parent_path();
+    Path kept = folder / relative.filename();
+    held = false;
+    for (int number = 2;; ++number) {
+        const auto isFree = IsFree(kept);
+        if (!isFree)
+            return isFree.Error();
+        held = !*isFree && SameContent(kept, file);
+        if (*isFree || held)
+            return kept;
+        kept = folder / (relative.filename().native() + "." + std::to_string(number));
+    }
+}
+
+int LastNumber(const VaultList& list)
+{
+    int last = 0;
+    for (const KeptFile& entry : list.entries)
+        last = std::max(last, LeadingNumber(entry.id.substr(entry.id.find('-') + 1)));
+    return last;
+}
+
+/// For more files than these one flush of the whole file system is cheaper than one for each.
+constexpr std::size_t flushedSingly = 2;
+
+} // namespace
+
+Keeping KeepOriginals(Session& session, const std::vector<Path>& relatives)
+{
+    Keeping keeping;
+    std::vector<KeptFile> fresh;
+    const auto fail = [&](const Path& relative, const Failure& failure) {
+        if (keeping.failed.empty())
+            keeping.failure = failure;
+        keeping.failed.push_back(relative);
+    };
+    const bool singly = relatives.size() <= flushedSingly;
+    for (const Path& relative : relatives) {
+        const Path file = ResolvePath(session.TrleFolder() / relative);
+        const auto facts = LookAt(file);
+        if (!facts) {
+            fail(relative, facts.Error());
+            continue;
+        }
+        if (facts->kind != platform::FileKind::File ||
+            SameContent(file, ResolvePath(session.BackupFolder() / relative)))
+            continue;
+        bool held = false;
+        const auto place = PlaceInVault(session, relative, file, held);
+        if (held)
+            continue;
+        Status kept = place ? MakeFolders(place->parent_path()) : place.Error();
+        if (kept)
+            kept = CopyFileOver(file, *place, {Verify::Content, singly, singly, {}});
+        if (!kept) {
+            fail(relative, kept.Error());
+            continue;
+        }
+        fresh.push_back({{},
+                         ToBackslashes(relative),
+                         *place,
+                         facts->size,
+                         facts->modifiedNs,
+                         session.machine.NowNs(),
+                         session.TrleFolder().native()});
+        keeping.kept.push_back(relative);
+    }
+    if (fresh.empty())
+        return keeping;
+    Status noted;
+    if (const auto failure = singly ? std::error_code{}
+                                    : platform::SyncFileSystem(ResolvePath(VaultFolder(session))))
+        noted = MakeFailure(ErrorCode::CannotWrite, TextOf(VaultFolder(session)), failure);
+    auto list = ReadVault(session);
+    if (noted && !list)
+        noted = list.Error();
+    if (noted) {
+        std::string text = list->strangeLines;
+        for (const KeptFile& entry : list->entries)
+            text += Line(session, entry);
+        int number = LastNumber(*list);
+        for (KeptFile& entry : fresh) {
+            entry.id = GetMsg(Msg::OriginalsId, {std::to_string(++number)});
+            text += Line(session, entry);
+        }
+        noted = WriteWholeFile(VaultIndex(session), text);
+    }
+    if (!noted) { // what is not on the disk and not listed is not kept
+        for (const Path& relative : keeping.kept)
+            fail(relative, noted.Error());
+        for (const KeptFile& entry : fresh)
+            (void)platform::Unlink(entry.content); // an unlisted copy does no harm
+        keeping.kept.clear();
+    }
+    return keeping;
+}
+
+Status KeepOriginal(Session& session, const Path& relative)
+{
+    Keeping keeping = KeepOriginals(session, {relative});
+    return keeping.failed.empty() ? Status{} : Status{std::move(keeping.failure)};
+}
+
+Result<std::vector<KeptFile>> KeptFiles(const Session& session)
+{
+    auto list = ReadVault(session);
+    if (!list)
+        return list.Error();
+    const Path vault = ResolvePath(VaultFolder(session));
+    std::set<Path> listed;
+    std::vector<KeptFile> files;
+    const auto tree = ScanTreeIfThere(vault);
+    if (!tree)
+        return tree.Error();
+    for (KeptFile& entry : list->entries) {
+        const auto isKept = IsFile(entry.content);
+        if (!isKept)
+            return isKept.Error();
+        // Its folders may have been made in another spelling.
+        entry.content = ResolvePath(entry.content);
+        if (listed.insert(entry.content).second && *isKept)
+            files.push_back(std::move(entry));
+    }
+    std::vector<KeptFile> unlisted; // kept before there was a list
+    for (const Path& file : tree->files) {
+        if (listed.contains(file))
+            continue;
+        const Path relative = file.lexically_relative(vault);
+        const std::string ending = ExtensionOf(relative.native());
+        Path stood = relative;
+        if (ending.size() > 1 && ending.find_first_not_of("0123456789", 1) == std::string::npos &&
+            FileExists(vault / StripExtension(relative.native())))
+            stood = StripExtension(relative.native());
+        const platform::FileFacts facts = platform::FactsOf(file);
+        unlisted.push_back({Readable(relative.native()),
+                            ToBackslashes(stood),
+                            file,
+                            facts.size,
+                            facts.modifiedNs,
+                            facts.changedNs,
+                            {}});
+    }
+    files.insert(files.begin(), unlisted.begin(), unlisted.end());
+    return files;
+}
+
+namespace
+{
+
+Result<KeptFile> KeptFileOf(const Session& session, const std::string& id)
+{
+    auto files = KeptFiles(session);
+    if (!files)
+        return files.Error();
+    const auto entry = std::find_if(files->begin(), files->end(),
+                                    [&](const KeptFile& file) { return file.id == id; });
+    if (entry == files->end())
+        return Failure{ErrorCode::Missing, GetMsg(Msg::OriginalsUnknownId, {id}), {}};
+    return std::move(*entry);
+}
+
+} // namespace
+
+Result<Path> FolderOfKept(const Session& session, const std::string& id)
+{
+    const auto entry = KeptFileOf(session, id);
+    if (!entry)
+        return entry.Error();
+    const auto isThere = IsFolder(entry->folder);
+    if (!isThere)
+        return isThere.Error();
+    return !entry->folder.empty() && *isThere ? Path{entry->folder} : session.TrleFolder();
+}
+
+Result<Path> BringOriginalBack(Session& session, const std::string& id)
+{
+    const auto entry = KeptFileOf(session, id);
+    if (!entry)
+        return entry.Error();
+    const auto relative = SafeRelative(entry->file);
+    if (!relative)
+        return relative.Error();
+    if (auto status = KeepOriginal(session, *relative); !status)
+        return status.Error();
+    const Path target = ResolvePath(session.TrleFolder() / *relative);
+    if (auto status = MakeFolders(target.parent_path()); !status)
+        return status.Error();
+    if (auto status = CopyFileOver(entry->content, target, {Verify::Content, true, true, {}});
+        !status)
+        return status.Error();
+    return target;
+}
+
+} // namespace kestrova

@@ -1,0 +1,336 @@
+#include "storage/storage.h"
+
+#include "archive/level_folders.h"
+#include "archive/tr4_index.h"
+#include "core/copying.h"
+#include "core/leftovers.h"
+#include "core/removal.h"
+#include "pictures/convert.h"
+#include "pictures/jpeg.h"
+#include "pictures/picture.h"
+#include "storage/file_jobs.h"
+#include "storage/form_clashes.h"
+#include "storage/stored_audio.h"
+#include "storage/stored_form.h"
+#include "storage/zl_file.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <unordered_map>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// One file on its way into the stored form.
+struct StoreStep {
+    Path source;
+    std::string name; ///< in the stored folder
+    enum class Form { Copy, Deflate, Jpeg } form = Form::Copy;
+};
+using Form = StoreStep::Form;
+
+/// A name that is too long with its further ending stays the plain file's.
+bool FitsCompressed(const std::string& name)
+{
+    constexpr std::size_t longestName = 255; // bytes that a file system takes
+    return name.size() + RowText(Msg::ZlExtension).size() <= longestName;
+}
+
+/// The step of a file when no other file stands in the way of its stored form.
+StoreStep StepFor(const LevelFile& file, bool compress)
+{
+    StoreStep step{file.path, file.name, Form::Copy};
+    if (compress && IsCompressed(file.name) && FitsCompressed(file.name)) {
+        step.name += RowText(Msg::ZlExtension);
+        step.form = Form::Deflate;
+    } else if (compress && EqualNames(file.name, RowText(Msg::LoadBmp))) {
+        step.name = GetMsg(Msg::LoadJpg);
+        step.form = Form::Jpeg;
+    }
+    return step;
+}
+
+/// A load picture beside the jpeg that a killed run made of it.
+bool IsMadeOf(const LevelFile& jpeg, const LevelFile& bitmap)
+{
+    const auto picture = ReadPictureFile(bitmap.path);
+    const auto made = picture ? EncodeJpeg(*picture) : Result<std::string>{picture.Error()};
+    const auto bytes = ReadWholeFile(jpeg.path);
+    return made && bytes && *made == *bytes;
+}
+
+/// True when `other`, which has the name of the stored form, is that form already.
+bool IsStoredForm(const StoreStep& step, const LevelFile& file, const LevelFile& other)
+{
+    return step.form == Form::Jpeg ? IsMadeOf(other, file) : StreamHolds(other.path, file.path);
+}
+
+/// A file whose stored form would have another file's name stays as it is, and so do files whose
+/// names differ by case alone; `kept` names them.
+std::vector<StoreStep> StepsFor(const std::vector<LevelFile>& files, bool compress,
+                                std::vector<std::string>& kept)
+{
+    std::multimap<std::string, const LevelFile*> byName;
+    for (const LevelFile& file : files)
+        byName.emplace(FoldCase(file.name), &file);
+    std::vector<StoreStep> steps;
+    std::set<std::string> made; // stored forms that stand for their source too
+    for (const LevelFile& file : files) {
+        StoreStep step = StepFor(file, compress);
+        const auto [other, last] = byName.equal_range(FoldCase(step.name));
+        const bool isTwin = byName.count(FoldCase(file.name)) > 1;
+        if (step.form != Form::Copy && (isTwin || other != last)) {
+            if (!isTwin && std::next(other) == last && IsStoredForm(step, file, *other->second)) {
+                made.insert(other->first);
+            } else {
+                kept.push_back(file.name);
+                step = {file.path, file.name, Form::Copy};
+            }
+        }
+        steps.push_back(std::move(step));
+    }
+    std::erase_if(steps, [&](const StoreStep& step) {
+        return step.form == Form::Copy && made.contains(FoldCase(step.name));
+    });
+    return steps;
+}
+
+/// True when the jpeg stands and can be read again.
+bool LoadPictureConverted(const Path& bitmap, const Path& jpeg)
+{
+    if (!ConvertBitmapToJpeg(bitmap, jpeg))
+        return false;
+    (void)platform::SetModified(jpeg,
+                                platform::FactsOf(bitmap).modifiedNs); // bytes count, not times
+    const auto bytes = ReadWholeFile(jpeg);
+    return bytes && DecodePicture(*bytes);
+}
+
+/// Ends with the file's stored form in `folder`, read back.
+Status RunStep(const StoreStep& step, const Path& folder)
+{
+    const Path target = folder / step.name;
+    CopyOptions compared;
+    compared.verify = Verify::Content;
+    if (step.form == Form::Deflate)
+        return CompressToZl(step.source, target);
+    if (step.form == Form::Jpeg) {
+        if (LoadPictureConverted(step.source, target))
+            return {};
+        // A picture that cannot be converted stays the bitmap that it is.
+        if (auto status = DeleteFile(target); !status)
+            return status;
+        return CopyFileOver(step.source, folder / step.source.filename(), compared);
+    }
+    compared.spelled = true; // a case twin is another file of the level
+    return CopyFileOver(step.source, target, compared);
+}
+
+FileJob JobFor(const StoreStep& step, std::function<Status()> run)
+{
+    std::string label = GetMsg(Msg::StoreFileCopy);
+    if (step.form == Form::Deflate)
+        label = GetMsg(Msg::StoreCompressing, {TextOf(step.source.filename())});
+    else if (step.form == Form::Jpeg)
+        label = GetMsg(Msg::StoreConvertingLoad);
+    return {FileSize(step.source), std::move(label), std::move(run)};
+}
+
+/// The files are on the disk before the folder that they replace is gone.
+Status FlushFiles(const Path& folder, ProgressScope* progress)
+{
+    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    if (!files)
+        return files.Error();
+    std::vector<FileJob> jobs;
+    for (const Path& file : *files)
+        jobs.push_back({1, GetMsg(Msg::StoreFileCopy), [file]() -> Status {
+                            platform::File handle;
+                            auto failure = platform::File::OpenForRead(file, handle);
+                            if (!failure)
+                                failure = handle.Sync();
+                            if (failure)
+                                return MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
+                            return {};
+                        }});
+    if (auto status = RunFileJobs(std::move(jobs), progress); !status)
+        return status;
+    if (const auto failure = platform::SyncFolder(folder))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
+    return {};
+}
+
+/// Fills `files.new` from the steps and puts it in place.
+Status FillAndExchange(const std::vector<StoreStep>& steps, const Path& files,
+                       ProgressScope* progress)
+{
+    if (auto status = FinishExchange(files); !status)
+        return status;
+    const Path fresh = BesideFiles(files, Msg::EndingNew);
+    NotePlace(files.parent_path());
+    if (auto status = MakeFolder(fresh); !status)
+        return status;
+    std::vector<FileJob> jobs;
+    for (const StoreStep& step : steps)
+        jobs.push_back(JobFor(step, [&step, &fresh] { return RunStep(step, fresh); }));
+    Status status = RunFileJobs(std::move(jobs), progress);
+    if (status)
+        status = FlushFiles(fresh, progress);
+    if (status)
+        status = ExchangeFiles(files);
+    if (!status)
+        (void)ClearPlace(fresh); // what stays is cleared by the next store
+    return status;
+}
+
+/// Each file becomes its stored form where it lies; it goes when that was read back.
+Status ConvertInPlace(const std::vector<StoreStep>& steps, const Path& folder,
+                      ProgressScope* progress)
+{
+    std::vector<FileJob> jobs;
+    for (const StoreStep& step : steps) {
+        const auto run = [&step, &folder]() -> Status {
+            const bool jpeg = step.form == Form::Jpeg;
+            const Path target = folder / step.name;
+            if (jpeg && !LoadPictureConverted(step.source, target))
+                return {}; // it stays the bitmap that it is
+            if (!jpeg)
+                if (auto status = CompressToZl(step.source, target); !status)
+                    return status;
+            if (const auto failure = platform::Unlink(step.source))
+                return MakeFailure(ErrorCode::CannotDelete, TextOf(step.source), failure);
+            return {};
+        };
+        if (step.form != Form::Copy)
+            jobs.push_back(JobFor(step, run));
+    }
+    return RunFileJobs(std::move(jobs), progress);
+}
+
+bool SameFolder(const Path& a, const Path& b)
+{
+    const platform::FileFacts first = platform::FactsOf(ResolvePath(a));
+    const platform::FileFacts second = platform::FactsOf(ResolvePath(b));
+    return first.kind == platform::FileKind::Folder && first.device == second.device &&
+           first.inode == second.inode;
+}
+
+bool Told(Session& session, const Status& status)
+{
+    if (!status && status.Error().code != ErrorCode::Stopped)
+        TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
+    return bool{status};
+}
+
+Result<std::vector<LevelFile>> FilesOf(const Path& folder)
+{
+    const auto listed = ListFiles(folder, RowText(Msg::PatAll));
+    if (!listed)
+        return listed.Error();
+    std::vector<LevelFile> files;
+    for (const Path& file : *listed)
+        files.push_back({file.filename().native(), file});
+    return files;
+}
+
+bool Compresses(const Session& session, LevelCode code, StoreAs form)
+{
+    return form == StoreAs::ArchiveSays && session.archive.header.compressLevels &&
+           code != originalCode;
+}
+
+bool ConvertsWaves(const Session& session, LevelCode code, StoreAs form)
+{
+    return form == StoreAs::ArchiveSays && session.archive.header.wavInMp3 && code != originalCode;
+}
+
+/// True names and sizes; those of a compressed file are the ones that the index has.
+Status WriteIndex(const Session& session, LevelCode code, const std::vector<LevelFile>& files)
+{
+    std::vector<Tr4Entry> entries;
+    std::vector<Tr4Entry> stored;
+    const auto known = ReadTr4InfOf(session, code);
+    if (!known && known.Error().code == ErrorCode::CannotRead)
+        return known.Error(); // it alone knows what the compressed files were
+    std::unordered_map<std::string, Tr4Entry> knownByName; // folded
+    if (known)
+        for (const Tr4Entry& entry : *known)
+            knownByName.emplace(FoldCase(Trim(entry.name)), entry);
+    for (const LevelFile& file : files) {
+        if (MatchesPattern(file.name, RowText(Msg::PatTr4)))
+            entries.push_back(Tr4EntryOf(file.name, file.path));
+        else if (known && MatchesPattern(file.name, RowText(Msg::PatTr4Zl))) // compressed already
+            if (const auto entry = knownByName.find(FoldCase(Trim(StripExtension(file.name))));
+                entry != knownByName.end())
+                stored.push_back(entry->second);
+    }
+    // An index that still fits stays; one that names files which are gone by now does not.
+    if (entries.empty() && (!known || known->size() == stored.size()))
+        return {};
+    entries.insert(entries.end(), stored.begin(), stored.end());
+    return WriteTr4InfOf(session, code, entries);
+}
+
+} // namespace
+
+bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
+                       ProgressScope* label, StoreAs form)
+{
+    if (const auto status = WriteIndex(session, code, files); !status)
+        return Told(session, status);
+    const Path folder = LevelFolderOf(session, code, true);
+    if (session.cdNotAvailable) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
+        return false;
+    }
+    const bool compress = Compresses(session, code, form);
+    const Path target = ResolvePath(InFolder(folder, RowText(Msg::DirFiles)));
+    const auto store = [&](const std::vector<LevelFile>& ready) {
+        std::vector<std::string> kept;
+        const auto steps = StepsFor(ready, compress, kept);
+        TellKeptForms(session.host, kept);
+        return Told(session, FillAndExchange(steps, target, label));
+    };
+    if (!ConvertsWaves(session, code, form))
+        return store(files);
+    const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
+    std::vector<LevelFile> encoded = files;
+    return EncodeWaves(session, encoded, work.Folder()) && store(encoded);
+}
+
+bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, ProgressScope* label,
+                     StoreAs form)
+{
+    if (!FolderExists(source))
+        return Told(session, MakeFailure(ErrorCode::Missing, TextOf(source)));
+    const auto listed = FilesOf(source);
+    if (!listed)
+        return Told(session, listed.Error());
+    const std::vector<LevelFile>& files = *listed;
+    const Path home = InFolder(LevelHomeOf(session, code), RowText(Msg::DirFiles));
+    if (!SameFolder(source, home))
+        return StoreFilesOfLevel(session, code, files, label, form);
+    if (code == originalCode)
+        return false;
+    if (const auto status = WriteIndex(session, code, files); !status)
+        return Told(session, status);
+    const Path place = ResolvePath(source);
+    if (ConvertsWaves(session, code, form) && !EncodeWavesInPlace(session, place))
+        return false;
+    if (!Compresses(session, code, form))
+        return true;
+    const auto encoded = FilesOf(place);
+    if (!encoded)
+        return Told(session, encoded.Error());
+    std::vector<std::string> kept;
+    const auto steps = StepsFor(*encoded, true, kept);
+    TellKeptForms(session.host, kept);
+    return Told(session, ConvertInPlace(steps, place, label));
+}
+
+} // namespace kestrova

@@ -1,0 +1,262 @@
+#include "storage/stored_audio.h"
+
+#include "conversion/audio_batch.h"
+#include "core/copying.h"
+#include "core/removal.h"
+#include "storage/form_clashes.h"
+#include "storage/zl_file.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <map>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// What an encoding came to.
+enum class Encoded { All, AcceptedLoss, No };
+
+Encoded Encode(Session& session, AudioBatch& batch)
+{
+    if (session.host.WorksUnattended())
+        batch.LetPassOver(AudioBatch::PassOver::WhenAsked);
+    if (batch.Run())
+        return Encoded::All;
+    session.host.Tell(Tone::Error, GetMsg(Msg::AudioCompressionFailed) + batch.StatusText());
+    // A loss of sounds, after a stop too, is for nobody but the person to accept.
+    return session.host.AskYesNo(GetMsg(Msg::ContinueFileCopy), Consent::Explicit)
+               ? Encoded::AcceptedLoss
+               : Encoded::No;
+}
+
+bool IsWave(const std::string& name)
+{
+    return EndsWithName(name, RowText(Msg::WavExtension));
+}
+
+/// A wave under the name that it has in the level.
+Status NamedSource(const LevelFile& file, const Path& work, Path& source)
+{
+    source = file.path;
+    if (EqualNames(file.path.filename().native(), file.name))
+        return {};
+    source = work / file.name;
+    return CopyFileOver(file.path, source);
+}
+
+/// The level has an mp3 of that name, deflated or not, that the wave's must not take the place of.
+bool HasOwnMp3(const NamesInUse& names, const std::string& wave)
+{
+    const std::string mp3 = StripExtension(wave) + GetMsg(Msg::Mp3Extension);
+    return names.Uses(mp3) > 0 || names.Uses(mp3 + GetMsg(Msg::ZlExtension)) > 0;
+}
+
+std::string PatternOf(Msg extension)
+{
+    return "*" + GetMsg(extension);
+}
+
+} // namespace
+
+WorkingFolder::WorkingFolder(Path folder) : folder_(std::move(folder))
+{
+    (void)ClearPlace(folder_);  // left by a killed program
+    (void)MakeFolders(folder_); // the first file in it tells of a failure
+}
+
+WorkingFolder::~WorkingFolder()
+{
+    (void)ClearPlace(folder_); // the next use clears what stays
+}
+
+bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& work)
+{
+    // Of two files of one name the later one counts, as in the stored folder.
+    NamesInUse names;
+    for (const LevelFile& file : files)
+        names.Add(file.name);
+    std::vector<std::string> kept;
+    std::vector<LevelFile> waves;
+    for (const LevelFile& file : files) {
+        if (!IsWave(file.name))
+            continue;
+        if (HasOwnMp3(names, file.name)) {
+            kept.push_back(file.name);
+            continue;
+        }
+        std::erase_if(waves,
+                      [&](const LevelFile& other) { return EqualNames(other.name, file.name); });
+        waves.push_back(file);
+    }
+    TellKeptForms(session.host, kept);
+    if (waves.empty())
+        return true;
+    std::vector<Path> sources;
+    for (const LevelFile& wave : waves) {
+        Path source;
+        if (const auto status = NamedSource(wave, work, source); !status) {
+            TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
+            return false;
+        }
+        sources.push_back(std::move(source));
+    }
+    AudioBatch batch{session, sources, work, AudioKind::Mp3};
+    const Encoded encoded = Encode(session, batch);
+    if (encoded == Encoded::No)
+        return false;
+    std::erase_if(files, [&](const LevelFile& file) {
+        return IsWave(file.name) && !HasOwnMp3(names, file.name);
+    });
+    for (std::size_t i = 0; i < waves.size(); ++i) {
+        const auto pair =
+            std::find_if(batch.Converted().begin(), batch.Converted().end(),
+                         [&](const AudioBatch::Pair& done) { return done.source == sources[i]; });
+        if (pair != batch.Converted().end())
+            files.push_back(
+                {StripExtension(waves[i].name) + GetMsg(Msg::Mp3Extension), pair->result});
+        else if (encoded == Encoded::All)
+            files.push_back(waves[i]); // the person passed it over
+    }
+    return true;
+}
+
+bool EncodeWavesInPlace(Session& session, const Path& folder)
+{
+    const auto listed = ListFiles(folder, RowText(Msg::PatAll));
+    if (!listed)
+        return TellFolderNotRead(session, listed.Error());
+    NamesInUse names;
+    for (const Path& file : *listed)
+        names.Add(file.filename().native());
+    std::vector<Path> waves;
+    std::vector<std::string> kept;
+    for (const Path& file : *listed)
+        if (IsWave(file.filename().native())) {
+            if (HasOwnMp3(names, file.filename().native()))
+                kept.push_back(TextOf(file.filename()));
+            else
+                waves.push_back(file);
+        }
+    TellKeptForms(session.host, kept);
+    if (waves.empty())
+        return true;
+    AudioBatch batch{session, waves, folder, AudioKind::Mp3};
+    const Encoded encoded = Encode(session, batch);
+    if (encoded == Encoded::No)
+        return false;
+    Status status = DeleteConverted(batch);
+    if (encoded == Encoded::AcceptedLoss)
+        for (const Path& wave : waves)
+            if (status)
+                status = DeleteFile(wave);
+    if (!status)
+        TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
+    return bool{status};
+}
+
+namespace
+{
+
+/// `refused`: because of sounds that cannot be converted, and nothing was changed.
+bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::PassOver passOver,
+                  bool& refused)
+{
+    const std::string pattern = PatternOf(toMp3 ? Msg::WavExtension : Msg::Mp3Extension);
+    const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
+    std::vector<Path> sources;
+    std::map<Path, std::vector<Path>> origins; // of each source
+    std::multimap<std::string, Path> byName;   // the sources, by folded name
+    const auto add = [&](const Path& source, const Path& origin) {
+        sources.push_back(source);
+        origins[source] = {origin};
+        byName.emplace(FoldCase(source.filename().native()), source);
+    };
+    const auto plain = ListFiles(folder, pattern);
+    const auto streams = ListFiles(folder, pattern + GetMsg(Msg::ZlExtension));
+    if (!plain || !streams)
+        return TellFolderNotRead(session, plain ? streams.Error() : plain.Error());
+    for (const Path& file : *plain)
+        add(file, file);
+    for (const Path& stream : *streams) {
+        const auto free = session.machine.FreeSpace(work.Folder());
+        const Path expanded = work.Folder() / StripExtension(stream.filename().native());
+        const Status status = free ? ExpandZl(stream, expanded, *free) : Status{free.Error()};
+        if (!status) {
+            TellFailure(session, GetMsg(Msg::ErrorUnzippingFile) + TextOf(stream.filename()) + "'",
+                        status.Error());
+            return false;
+        }
+        // A killed run leaves a file beside its own stream.
+        const auto [first, last] = byName.equal_range(FoldCase(expanded.filename().native()));
+        const auto same = std::find_if(
+            first, last, [&](const auto& entry) { return SameContent(entry.second, expanded); });
+        if (same == last)
+            add(expanded, stream);
+        else
+            origins[same->second].push_back(stream);
+    }
+    if (sources.empty())
+        return true;
+    AudioBatch batch{session, sources, work.Folder(), toMp3 ? AudioKind::Mp3 : AudioKind::Adpcm};
+    batch.LetPassOver(passOver);
+    const bool done = batch.Run();
+    refused = batch.Refused();
+    if (!done)
+        return false;
+    CopyOptions compared;
+    compared.verify = Verify::Content;
+    compared.flush = true;
+    std::vector<std::string> kept;
+    for (const AudioBatch::Pair& pair : batch.Converted()) {
+        const Path target = folder / pair.result.filename();
+        const auto there = CaseTwins(target);
+        Status status = there ? Status{} : Status{there.Error()};
+        if (there && !there->empty() &&
+            (there->size() > 1 || !SameContent(pair.result, there->front()))) {
+            for (const Path& origin : origins[pair.source])
+                kept.push_back(TextOf(origin.filename()));
+            continue;
+        }
+        if (there && there->empty())
+            status = CopyFileOver(pair.result, target, compared);
+        if (status)
+            status = FlushFolder(folder);
+        // As they are spelled: another one's spelling may be a sound that did not come through.
+        for (const Path& origin : origins[pair.source])
+            if (const auto failure = status ? platform::Unlink(origin) : std::error_code{})
+                status = MakeFailure(ErrorCode::CannotDelete, TextOf(origin), failure);
+        if (!status) {
+            TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
+            return false;
+        }
+    }
+    TellKeptForms(session.host, kept);
+    return true;
+}
+
+} // namespace
+
+bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
+{
+    bool refused = false;
+    return ChangeSounds(session, folder, toMp3, AudioBatch::PassOver::Never, refused);
+}
+
+bool ChangeLevelAudio(Session& session, const std::string& name, const Path& files)
+{
+    const bool toMp3 = session.archive.header.wavInMp3;
+    bool refused = false;
+    if (ChangeSounds(session, files, toMp3, AudioBatch::PassOver::Never, refused))
+        return true;
+    if (!session.host.AskYesNo(GetMsg(Msg::AskErrorLevelAudio, {name + std::string{lineBreak}})))
+        return false;
+    // What can be converted is, and the rest stays as it is.
+    if (refused)
+        (void)ChangeSounds(session, files, toMp3, AudioBatch::PassOver::Always, refused);
+    return true;
+}
+
+} // namespace kestrova

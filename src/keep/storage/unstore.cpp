@@ -1,0 +1,112 @@
+#include "storage/unstore.h"
+
+#include "core/copying.h"
+#include "core/removal.h"
+#include "storage/file_jobs.h"
+#include "storage/ready_files.h"
+#include "storage/storage.h"
+#include "storage/stored_form.h"
+#include "storage/zl_file.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+void TellUnlessStopped(Session& session, Msg words, const Failure& failure)
+{
+    if (failure.code != ErrorCode::Stopped)
+        TellFailure(session, GetMsg(words) + FileNameOf(failure.subject) + "'", failure);
+}
+
+bool MustBeExpanded(const std::string& name, bool mp3ToWave)
+{
+    return EndsWithName(name, RowText(Msg::ZlExtension)) ||
+           EqualNames(name, RowText(Msg::LoadJpg)) ||
+           (mp3ToWave && EndsWithName(name, RowText(Msg::Mp3Extension)));
+}
+
+/// The files that are stored as they are, beside those that were expanded.
+Status CopyTheRest(const std::vector<ReadyFile>& files, const Path& temp, ProgressScope& progress)
+{
+    if (auto status = MakeFolder(temp); !status)
+        return status;
+    for (const ReadyFile& file : files) {
+        if (file.moved)
+            continue;
+        CopyOptions options;
+        options.progress = [&](std::uint64_t) { return progress.Step(); };
+        if (auto status = CopyFileOver(file.path, temp / file.name, options); !status)
+            return status;
+        progress.Step();
+    }
+    return {};
+}
+
+} // namespace
+
+bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool mp3ToWave,
+                       bool* stopped)
+{
+    result.clear();
+    const auto failed = [&](const Failure& failure) {
+        if (stopped != nullptr)
+            *stopped = failure.code == ErrorCode::Stopped;
+        TellUnlessStopped(session, Msg::ErrorUnzippingFile, failure);
+        return false;
+    };
+    const auto stored = ListFiles(folder, RowText(Msg::PatAll));
+    if (!stored)
+        return failed(stored.Error());
+    if (FolderExists(folder) && std::none_of(stored->begin(), stored->end(), [&](const Path& file) {
+            return MustBeExpanded(file.filename().native(), mp3ToWave);
+        }))
+        return true;
+    const Path temp = InFolder(session.programFolder, RowText(Msg::DirTempDec));
+    const auto zip =
+        session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
+    if (stopped != nullptr)
+        zip->AllowStop();
+    const auto files = ReadyLevelFiles(session, folder, temp, mp3ToWave, zip.get());
+    if (!files)
+        return failed(files.Error());
+    zip->SetLabel(GetMsg(Msg::CopyingFilesInProgress));
+    if (const auto status = CopyTheRest(*files, temp, *zip); !status) {
+        (void)ClearPlace(temp); // the next use clears what stays
+        return failed(status.Error());
+    }
+    zip->SetLabel({});
+    result = temp;
+    return true;
+}
+
+Path DecompressSingleFile(Session& session, const Path& file, bool showDialog)
+{
+    const std::string name = TextOf(file.filename());
+    std::unique_ptr<ProgressScope> zip;
+    if (showDialog)
+        zip =
+            session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFile) + name);
+    const Path temp = InFolder(session.programFolder, RowText(Msg::DirTemp));
+    const Path target = temp / StripExtension(file.filename().native());
+    const auto expand = [&]() -> Status {
+        if (auto status = MakeFolder(temp); !status)
+            return status;
+        const auto free = session.machine.FreeSpace(temp);
+        if (!free)
+            return free.Error();
+        return ExpandZl(file, target, *free);
+    };
+    const auto status = RunFileJobs({{FileSize(file), {}, expand}}, zip.get());
+    if (status)
+        return target;
+    if (status.Error().code != ErrorCode::Stopped)
+        TellFailure(session, GetMsg(Msg::ErrorDecompressingFile) + name + "'", status.Error());
+    return {};
+}
+
+} // namespace kestrova

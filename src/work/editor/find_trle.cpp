@@ -1,0 +1,153 @@
+#include "editor/find_trle.h"
+
+#include "core/name_list.h"
+#include "originals/backup_waves.h"
+#include "platform/places.h"
+#include "swap/backup.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// The music tracks that a complete Level Editor brings.
+constexpr std::size_t fullAudio = 54;
+constexpr std::size_t placeFieldSize = 256;
+
+struct Lack {
+    Tone tone;
+    std::string words;  ///< empty: nothing is missing
+    bool twins = false; ///< it is there, in a folder of nearly the same name
+};
+
+/// Words about folders whose names differ by case alone; the game reads one of them.
+std::string TwinsOf(const Path& folder)
+{
+    const auto twins = CaseTwins(folder);
+    std::vector<std::string> names;
+    if (twins && twins->size() > 1)
+        for (const Path& twin : *twins)
+            names.push_back(Readable(twin.filename().native()));
+    return names.empty() ? std::string{} : GetMsg(Msg::TrleTwinFolders, {ShownNames(names)});
+}
+
+/// The first test that fails. The last one, of the music, speaks in a plain box.
+Result<Lack> FirstLack(const Path& folder)
+{
+    const std::string shown = TextOf(folder);
+    if (!FileExists(InFolder(folder, RowText(Msg::FragTrleTomb4))))
+        return Lack{Tone::Error, GetMsg(Msg::TrleNoTomb4) + shown};
+    const auto levels =
+        ListFiles(InFolder(folder, RowText(Msg::FragTrleData)), RowText(Msg::PatTrleTr4));
+    const auto scripts = ListFiles(folder, RowText(Msg::PatTrleDat));
+    const auto sounds =
+        ListFiles(InFolder(folder, RowText(Msg::FragTrleAudio)), RowText(Msg::PatTrleWav));
+    for (const auto* listing : {&levels, &scripts, &sounds})
+        if (!*listing)
+            return listing->Error();
+    if (levels->empty())
+        return Lack{Tone::Error, GetMsg(Msg::TrleNoTr4, {shown})};
+    if (scripts->empty())
+        return Lack{Tone::Error, GetMsg(Msg::TrleNoDat) + shown};
+    if (sounds->size() < fullAudio)
+        if (std::string twins = TwinsOf(InFolder(folder, RowText(Msg::FragTrleAudio)));
+            !twins.empty())
+            return Lack{Tone::Plain, std::move(twins), true};
+    if (sounds->size() < fullAudio)
+        return Lack{Tone::Plain,
+                    GetMsg(Msg::TrleFewWaves, {std::to_string(fullAudio - sounds->size())})};
+    return Lack{Tone::Plain, {}};
+}
+
+} // namespace
+
+Result<std::string> WhatTrleLacks(const Path& folder)
+{
+    const auto lack = FirstLack(folder);
+    return lack ? Result<std::string>{lack->words} : lack.Error();
+}
+
+Result<std::string> WavesToCopy(const Session& session)
+{
+    const Path trle = session.TrleFolder();
+    const auto lack = FirstLack(trle);
+    if (!lack)
+        return lack.Error();
+    if (lack->words.empty() || lack->twins || lack->tone != Tone::Plain ||
+        session.preferences.fullBackup || BackupIsAway(session))
+        return std::string{};
+    const auto missing = MissingWaves(session);
+    if (!missing)
+        return missing.Error();
+    return GetMsg(Msg::FewWavesCompact,
+                  {TextOf(InFolder(trle, RowText(Msg::DirAudio))),
+                   missing->empty() ? GetMsg(Msg::FewWavesUnknown) : ShownNames(*missing)});
+}
+
+bool IsTrleFolder(Session& session, const Path& folder, bool showErrors)
+{
+    const auto lack = FirstLack(folder);
+    if (!lack)
+        return showErrors && TellFolderNotRead(session, lack.Error());
+    if (showErrors && !lack->words.empty())
+        session.host.Tell(lack->tone, lack->words);
+    if (showErrors && !lack->words.empty() && folder == session.TrleFolder())
+        if (const std::string words = WavesToCopy(session).ValueOr({}); !words.empty())
+            session.host.Tell(Tone::Plain, words);
+    return lack->words.empty();
+}
+
+bool TrleFinder::Prepare()
+{
+    folder_ = session_.TrleFolder();
+    if (!folder_.empty() && IsTrleFolder(session_, folder_, false))
+        return true;
+    folder_.clear();
+    return false;
+}
+
+void TrleFinder::Browse()
+{
+    if (const auto chosen =
+            session_.host.ChooseFolder(GetMsg(Msg::ChooseTrleFolder), session_.TrleFolder()))
+        Take(*chosen);
+}
+
+bool TrleFinder::Take(const Path& folder)
+{
+    const Path place = FolderFromText(platform::AbsolutePath(folder).lexically_normal().native());
+    if (!IsTrleFolder(session_, place, true))
+        return false;
+    folder_ = place;
+    return true;
+}
+
+bool TrleFinder::Accept()
+{
+    if (!IsTrleFolder(session_, folder_, true))
+        return false;
+    if (ToWindows1252(folder_.native()).size() > placeFieldSize) {
+        session_.host.Tell(Tone::Error, GetMsg(Msg::FolderTooLong, {TextOf(folder_)}));
+        return false;
+    }
+    const std::string before = session_.preferences.trlePath;
+    session_.preferences.trlePath = folder_.native();
+    if (!HoldFolders(session_)) {
+        session_.preferences.trlePath = before;
+        return false;
+    }
+    if (const Path old = FolderFromText(Trim(before)); !old.empty() && old != folder_)
+        session_.locks.Release(old);
+    // The old name may have been another one for the same folder.
+    return HoldFolders(session_);
+}
+
+void TrleFinder::GiveUp()
+{
+    session_.host.Tell(Tone::Plain, GetMsg(Msg::CannotRunWithoutTrle, {lineBreak}),
+                       GetMsg(Msg::WindowStaysWithoutTrle));
+}
+
+} // namespace kestrova

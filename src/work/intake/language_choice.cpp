@@ -1,0 +1,89 @@
+#include "intake/language_choice.h"
+
+#include "core/copying.h"
+#include "core/look.h"
+#include "intake/new_level.h"
+#include "levels/level_language.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace kestrova
+{
+
+namespace
+{
+
+std::optional<std::size_t> NumberFrom(std::string_view text, std::size_t count)
+{
+    text = Trim(text);
+    std::size_t number = 0;
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (failure != std::errc{} || end != text.data() + text.size() || number < 1 || number > count)
+        return {};
+    return number;
+}
+
+/// Asks until there is an answer; no value when nobody can give one.
+std::optional<std::size_t> AskWhich(Session& session, const std::vector<Path>& files)
+{
+    const std::string count = std::to_string(files.size());
+    std::string text = GetMsg(Msg::AskLanguageFile, {count}) + count + GetMsg(Msg::ClosingRound) +
+                       std::string{lineBreak};
+    for (std::size_t i = 0; i < files.size(); ++i)
+        text += std::to_string(i + 1) + ") " + TextOf(files[i].filename()) + std::string{lineBreak};
+    while (session.host.CanAsk()) {
+        const auto answer = session.host.AskText(text, "1", GetMsg(Msg::ChooseLanguageTitle));
+        if (const auto number = NumberFrom(answer.value_or(""), files.size()))
+            return *number - 1;
+    }
+    session.host.Tell(Tone::Error, GetMsg(Msg::LanguageFilesNobody, {text}));
+    return {};
+}
+
+} // namespace
+
+bool ChooseLanguageFile(Session& session, const Path& folder)
+{
+    const Path backup = session.BackupFolder();
+    const auto told = [&](const Status& status, const Path& file) {
+        if (!status)
+            TellFailure(session, GetMsg(Msg::LanguageFileFailed, {TextOf(file.filename())}),
+                        status.Error());
+        return static_cast<bool>(status);
+    };
+    const std::string_view script = RowText(Msg::ScriptDat);
+    const auto hasScript = IsFile(folder / script);
+    const auto isOriginal = IsFile(backup / script);
+    if (!hasScript || !isOriginal)
+        return TellFolderNotRead(session, hasScript ? isOriginal.Error() : hasScript.Error());
+    if (!*hasScript && *isOriginal &&
+        !told(CopyFileOver(backup / script, folder / script), folder / script))
+        return false;
+    const auto listed = LanguageFilesIn(folder);
+    const auto owned = LanguageFilesIn(backup);
+    if (!listed || !owned)
+        return TellFolderNotRead(session, listed ? owned.Error() : listed.Error());
+    const std::vector<Path>& files = *listed;
+    const std::vector<Path>& own = *owned;
+    if (files.size() < 2)
+        return true;
+    const auto mine = std::find_if(files.begin(), files.end(), [&](const Path& file) {
+        return !own.empty() &&
+               EqualNames(file.filename().native(), own.front().filename().native());
+    });
+    std::optional<std::size_t> kept;
+    if (mine != files.end())
+        kept = static_cast<std::size_t>(mine - files.begin());
+    else
+        kept = AskWhich(session, files);
+    if (!kept)
+        return false;
+    for (std::size_t i = 0; i < files.size(); ++i)
+        if (i != *kept && !told(DeleteFile(files[i]), files[i]))
+            return false;
+    return true;
+}
+
+} // namespace kestrova

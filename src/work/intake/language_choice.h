@@ -1,0 +1,15 @@
+#pragma once
+
+#include "formats/level_config.h"
+#include "intake/files_before.h"
+#include "intake/package_sources.h"
+
+namespace kestrova
+{
+
+/// Of several language files beside `script.dat` one stays: the one that is called as the player's
+/// own, otherwise the one that the person names; a missing `script.dat` comes from the backup.
+/// False, with a message, when a file could not be copied or deleted.
+bool ChooseLanguageFile(Session& session, const Path& folder);
+
+} // namespace kestrova

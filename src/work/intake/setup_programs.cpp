@@ -1,0 +1,70 @@
+#include "intake/setup_programs.h"
+
+#include "core/files.h"
+#include "core/text.h"
+#include "formats/zip_directory.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <span>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// The stubs before the archives of self-extracting programs are smaller.
+std::string Beginning(const Path& file)
+{
+    constexpr std::size_t most = std::size_t{1} << 20;
+    std::string begin(most, '\0');
+    platform::File handle;
+    std::size_t got = 0;
+    if (platform::File::OpenForRead(file, handle) ||
+        handle.ReadAt(0, std::as_writable_bytes(std::span{begin}), got))
+        return {};
+    begin.resize(got);
+    return begin;
+}
+
+Msg KindOf(const Path& program)
+{
+    constexpr std::string_view sevenZip{"7z\xBC\xAF\x27\x1C"};
+    constexpr std::string_view rar{"Rar!\x1A\x07"};
+    if (!ReadZipDirectory(program).names.empty())
+        return Msg::ExeOfZip;
+    const std::string begin = Beginning(program);
+    const bool packed =
+        begin.find(sevenZip) != std::string::npos || begin.find(rar) != std::string::npos;
+    return packed ? Msg::ExeOfArchive : Msg::ExeOfInstaller;
+}
+
+} // namespace
+
+Path FindSetupExe(const std::vector<Path>& files)
+{
+    const std::vector<std::string> tools = Split(RowText(Msg::IntakeTools), '|');
+    Path last;
+    for (const Path& file : files) {
+        const std::string name = file.filename().native();
+        const bool passedOver =
+            !EndsWithName(name, RowText(Msg::EndingExe)) ||
+            FindFolded(name, RowText(Msg::ReaderWord)) != std::string::npos ||
+            std::any_of(tools.begin(), tools.end(),
+                        [&](const std::string& tool) { return EqualNames(name, tool); });
+        if (passedOver)
+            continue;
+        last = file;
+        if (EqualNames(name, RowText(Msg::SetupExeName)))
+            break;
+    }
+    return last;
+}
+
+std::string WordsOfSetupExe(const Path& program)
+{
+    return GetMsg(Msg::ExeLevel, {TextOf(program.filename())}) + " " + GetMsg(KindOf(program));
+}
+
+} // namespace kestrova

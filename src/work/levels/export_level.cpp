@@ -1,0 +1,338 @@
+#include "levels/export_level.h"
+
+#include "archive/level_folders.h"
+#include "core/copying.h"
+#include "core/folder_names.h"
+#include "core/name_list.h"
+#include "core/name_set.h"
+#include "core/removal.h"
+#include "core/staged_file.h"
+#include "packages/level_config_file.h"
+#include "packages/zip_files.h"
+#include "packages/zip_names.h"
+#include "saves/savegame_store.h"
+#include "session/file_to_write.h"
+#include "storage/storage.h"
+#include "storage/unstore.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// The folder that is packed, below the program's own; gone at the end, whatever happened.
+class OutFolder
+{
+public:
+    OutFolder(const Session& session, ProgressScope& progress)
+        : path_(ResolvePath(InFolder(session.programFolder, RowText(Msg::DirOutFiles)))),
+          progress_(progress)
+    {
+    }
+    ~OutFolder()
+    {
+        progress_.SetLabel(GetMsg(Msg::ExportClearing));
+        progress_.SetBar(0, 0);
+        for (const Path& folder : {path_, unpacked})
+            if (!folder.empty())
+                (void)ClearPlace(folder, [&] { return progress_.Step(), true; });
+    }
+    OutFolder(const OutFolder&) = delete;
+    OutFolder& operator=(const OutFolder&) = delete;
+
+    Status Make()
+    {
+        if (auto status = ClearPlace(path_); !status)
+            return status;
+        return MakeFolder(path_);
+    }
+    [[nodiscard]] const Path& Place() const { return path_; }
+
+    Path unpacked;                    ///< the expanded files, when there had to be any
+    std::vector<std::string> renamed; ///< of the player's files, pairs of names
+
+private:
+    Path path_;
+    ProgressScope& progress_;
+};
+
+/// The name of a file of the player's that comes in beside the level's own ones.
+using NameInZip = std::function<std::string(FolderNames& names, const std::string& name)>;
+
+/// Files come in under their own names, or under the one that `nameOf` gives; an empty one keeps a
+/// file out.
+Status CopyIn(const Result<std::vector<Path>>& listed, OutFolder& out, ProgressScope& progress,
+              const NameInZip& nameOf = {})
+{
+    if (!listed)
+        return listed.Error();
+    const std::vector<Path>& files = *listed;
+    FolderNames names{out.Place()};
+    if (!names.State())
+        return names.State();
+    std::uint64_t total = 0;
+    for (const Path& file : files)
+        total += FileSize(file);
+    std::uint64_t done = 0;
+    for (const Path& file : files) {
+        const std::string own = file.filename().native();
+        const std::string name = nameOf ? nameOf(names, own) : own;
+        if (name.empty())
+            continue;
+        if (name != own)
+            out.renamed.push_back(GetMsg(Msg::RenamedPair, {TextOf(own), TextOf(name)}));
+        const Path target = out.Place() / name;
+        CopyOptions options;
+        options.spelled = true; // of names that differ by case alone each one comes in
+        options.progress = [&](std::uint64_t bytes) {
+            progress.SetBar(done + bytes, total);
+            return progress.Step();
+        };
+        if (auto status = CopyFileOver(file, target, options); !status)
+            return status;
+        names.Add(name);
+        done += FileSize(target);
+        progress.SetBar(done, total);
+        if (!progress.Step())
+            return MakeFailure(ErrorCode::Stopped, TextOf(file));
+    }
+    return {};
+}
+
+/// A shot neither takes the place of a level's file nor becomes one where the zip is added.
+std::string NameOfShot(FolderNames& names, const std::string& name)
+{
+    const bool isLoadPicture =
+        EqualNames(name, RowText(Msg::LoadBmp)) || EqualNames(name, RowText(Msg::LoadJpg));
+    return isLoadPicture || names.Has(name) ? names.FreeName(name) : name;
+}
+
+Status MoveIn(const Path& source, const Path& folder, ProgressScope& progress)
+{
+    const auto files = ListFiles(source, RowText(Msg::PatAll));
+    if (!files)
+        return files.Error();
+    for (const Path& file : *files) {
+        if (auto status = MoveFileOver(file, folder / file.filename()); !status)
+            return status;
+        if (!progress.Step())
+            return MakeFailure(ErrorCode::Stopped, TextOf(file));
+    }
+    return {};
+}
+
+Result<std::vector<Path>> PicturesOf(const Path& folder)
+{
+    std::vector<Path> pictures;
+    for (const std::string& pattern : Split(RowText(Msg::PicturePatterns), '|')) {
+        const auto files = ListFiles(folder, pattern);
+        if (!files)
+            return files.Error();
+        pictures.insert(pictures.end(), files->begin(), files->end());
+    }
+    return pictures;
+}
+
+bool TellStopped(Session& session)
+{
+    session.host.Tell(Tone::Warning, GetMsg(Msg::ExportStopped));
+    return false;
+}
+
+bool Fail(Session& session, const std::string& words, const Failure& failure)
+{
+    if (failure.code == ErrorCode::Stopped)
+        return TellStopped(session);
+    TellFailure(session, words, failure);
+    return false;
+}
+
+/// The level's files as the game needs them.
+bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope& progress)
+{
+    progress.SetLabel(GetMsg(Msg::ExportCopying));
+    const Path home = LevelFolderOf(session, code, true);
+    const Path files = InFolder(home, RowText(Msg::DirFiles));
+    if (session.cdNotAvailable || !FolderExists(files)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ExportCdNotAvailable));
+        return false;
+    }
+    bool stopped = false;
+    if (!UnstoreLevelFiles(session, files, out.unpacked, true, &stopped)) {
+        if (stopped)
+            return TellStopped(session);
+        session.host.Tell(Tone::Error, GetMsg(Msg::ExportErrorDecompressing));
+        return false;
+    }
+    const auto status = out.unpacked.empty()
+                            ? CopyIn(ListFiles(files, RowText(Msg::PatAll)), out, progress)
+                            : MoveIn(out.unpacked, out.Place(), progress);
+    return status || Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
+}
+
+/// The level's savegames: the live ones, and what only its store holds. Of one number the live one
+/// counts; a level's own file of such a name makes the player's take another number.
+Status GatherSavegames(Session& session, LevelCode code, OutFolder& out, ProgressScope& progress)
+{
+    const auto live = CurrentSlotsFolder(session, code);
+    if (!live)
+        return live.Error();
+    NameSet taken;
+    const NameInZip nameOf = [&](FolderNames& names, const std::string& name) {
+        if (taken.Has(name))
+            return std::string{};
+        taken.Add(name);
+        std::string free = name;
+        for (int number = 0; names.Has(free); ++number)
+            free = BaseNameOf(name) + "." + std::to_string(number);
+        return free;
+    };
+    auto status = CopyIn(ListFiles(*live, RowText(Msg::SavegamePattern)), out, progress, nameOf);
+    if (const Path store = StateStoreOf(session, code); status && store != *live)
+        status = CopyIn(ListFiles(store, RowText(Msg::SavegamePattern)), out, progress, nameOf);
+    return status;
+}
+
+/// What the player made with the level, as far as it is wanted.
+bool GatherExtras(Session& session, LevelCode code, const ExportChoices& choices, OutFolder& out,
+                  ProgressScope& progress)
+{
+    if (choices.savegames.value_or(session.settings.exportSavegames))
+        if (const auto status = GatherSavegames(session, code, out, progress); !status)
+            return Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
+    const auto pictures =
+        PicturesOf(InFolder(LevelHomeOf(session, code), RowText(Msg::DirScreenshots)));
+    if (!pictures)
+        return Fail(session, GetMsg(Msg::ExportErrorCopying), pictures.Error());
+    if (pictures->empty() ||
+        !(choices.screenshots ? *choices.screenshots
+                              : session.host.AskYesNo(GetMsg(Msg::AskExportScreenshots))))
+        return true;
+    progress.SetLabel(GetMsg(Msg::ExportCopyingShots));
+    const auto status = CopyIn(pictures, out, progress, NameOfShot);
+    return status || Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
+}
+
+/// The zip's place; nothing when the person cancelled.
+std::optional<Path> ZipPlace(Session& session, const std::string& levelName, const Path& given)
+{
+    if (!given.empty())
+        return given;
+    const auto chosen = session.host.ChooseSaveFile(
+        GetMsg(Msg::ExportSaveTitle), GetMsg(Msg::ExportSaveFilter),
+        FolderFromText(Trim(session.preferences.downloadFolder)),
+        GetMsg(Msg::ExportDefaultName, {ReplaceForbiddenChars(levelName)}));
+    // zip itself adds an ending to a name without one.
+    if (chosen && ExtensionOf(chosen->filename().native()).empty())
+        return Path{chosen->native() + GetMsg(Msg::ExtensionZip)};
+    return chosen;
+}
+
+/// A zip of that name is there whole, the old one or the new one.
+bool Pack(Session& session, const Path& target, const Path& folder, ProgressScope& progress)
+{
+    progress.SetLabel(GetMsg(Msg::ExportZipping) + TextOf(target.filename()));
+    const Path staged = StagedNameFor(target).native() + GetMsg(Msg::ExtensionZip);
+    ToolProgressState state{&progress};
+    const bool told = FindTool(session, RowOf(ToolId::Zip)).empty(); // in words of its own
+    bool packed = ZipFolder(session, staged, folder, state);
+    if (packed) {
+        if (const auto marked = MarkUtf8Names(staged); !marked) {
+            packed = false;
+            state.error = marked.Error().subject;
+            state.details = marked.Error().reason;
+        }
+    }
+    if (packed) {
+        const platform::FileFacts old = platform::FactsOf(target);
+        auto failure = old.kind == platform::FileKind::File ? platform::SetMode(staged, old.mode)
+                                                            : std::error_code{};
+        if (!failure)
+            failure = platform::Rename(staged, target);
+        if (failure) {
+            packed = false;
+            state.error = TextOf(target);
+            state.details = failure.message();
+        }
+    }
+    if (!packed) {
+        (void)DeleteFile(staged); // unlisted, and of no use to anybody
+        if (state.error == GetMsg(Msg::BreakUser))
+            return TellStopped(session);
+        if (!told)
+            session.host.Tell(
+                Tone::Error, GetMsg(Msg::ExportErrorZipping) + std::string{lineBreak} + state.error,
+                state.details);
+    }
+    return packed;
+}
+
+} // namespace
+
+Result<LevelConfig> ConfigForFolder(const LevelRecord& level, const Path& folder)
+{
+    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    if (!files)
+        return files.Error();
+    constexpr std::uint64_t most = std::numeric_limits<std::int32_t>::max();
+    LevelConfig config;
+    config.name = Trim(level.levelName);
+    config.note = Trim(level.levelNote);
+    config.author = Trim(level.authorName);
+    config.authorNote = Trim(level.authorNote);
+    config.authorEmails = Trim(level.authorEmails);
+    config.authorSites = Trim(level.authorSites);
+    config.moreInfo = Trim(level.moreInfoFile);
+    for (const Path& file : *files)
+        if (!EqualNames(file.filename().native(), LevelConfigPath({}).filename().native()))
+            config.files.push_back({file.filename().native(),
+                                    static_cast<std::int32_t>(std::min(FileSize(file), most))});
+    return config;
+}
+
+bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
+{
+    const std::ptrdiff_t index = FindLevel(session, code);
+    if (index < 0) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
+        return false;
+    }
+    const LevelRecord level = session.archive.levels[static_cast<std::size_t>(index)];
+    const auto progress =
+        session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ExportCopying));
+    progress->AllowStop();
+    std::optional<Path> zip;
+    std::vector<std::string> renamed;
+    {
+        OutFolder out{session, *progress};
+        if (const auto status = out.Make(); !status)
+            return Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
+        if (!GatherFiles(session, code, out, *progress) ||
+            !GatherExtras(session, code, choices, out, *progress))
+            return false;
+        const Path config = LevelConfigPath(out.Place());
+        if (const auto status = DeleteFile(config); !status)
+            return Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
+        const auto content = ConfigForFolder(level, out.Place());
+        if (!content)
+            return Fail(session, GetMsg(Msg::ExportErrorCopying), content.Error());
+        if (!WriteLevelConfig(session, config, *content))
+            return false;
+        zip = ZipPlace(session, std::string{Trim(level.levelName)}, choices.zip);
+        const auto target = zip ? FileToWrite(session, *zip) : std::nullopt;
+        if (!target || !Pack(session, *target, out.Place(), *progress))
+            return false;
+        renamed = std::move(out.renamed);
+    }
+    if (!renamed.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::ExportRenamed, {ShownNames(renamed)}));
+    session.host.Tell(Tone::Plain, GetMsg(Msg::ExportDone) + TextOf(*zip));
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,295 @@
+#include "levels/level_language.h"
+
+#include "archive/level_folders.h"
+#include "core/copying.h"
+#include "core/look.h"
+#include "history/standing.h"
+#include "swap/folder_guard.h"
+#include "swap/installed_language.h"
+#include "swap/level_files.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool IsLanguageFile(const Path& file)
+{
+    return !EqualNames(file.filename().native(), RowText(Msg::ScriptDat));
+}
+
+Result<bool> HasEnglish(const Session& session)
+{
+    return IsFile(session.BackupFolder() / RowText(Msg::EnglishDat));
+}
+
+bool Fail(LanguageFailure& failure, std::string words, std::string reason = {})
+{
+    failure = {std::move(words), std::move(reason)};
+    return false;
+}
+
+bool NotRead(LanguageFailure& failure, const Failure& cause)
+{
+    return Fail(failure, GetMsg(Msg::FolderNotRead, {cause.subject}), cause.reason);
+}
+
+/// Renames in one step, never over a name that is taken.
+std::error_code RenameToFreeName(const Path& from, const Path& to)
+{
+    if (!IsFree(to).ValueOr(false)) // what cannot be looked at is taken
+        return std::make_error_code(std::errc::file_exists);
+    return platform::Rename(from, to);
+}
+
+Path BakOf(const Path& file)
+{
+    Path bak = file;
+    bak += RowText(Msg::EndingBak);
+    return bak;
+}
+
+/// A change that was killed before the player's language went in: file and `.bak` are the same.
+bool IsUnfinished(const Path& file)
+{
+    return SameContent(file, BakOf(file));
+}
+
+/// The level's own file gives its name to the player's language and stays as `.bak`. There is a
+/// language file under that name at any moment: first a copy is put beside it, then it is replaced.
+bool ReplaceLanguage(const Path& file, const Path& mine, LanguageFailure& failure)
+{
+    const CopyOptions safe{Verify::Content, true, true, {}};
+    if (const auto status = CopyFileOver(file, BakOf(file), safe); !status)
+        return Fail(failure, GetMsg(Msg::LanguageErrorRenamingAs, {TextOf(file), TextOf(file)}),
+                    status.Error().reason);
+    if (const auto status = CopyFileOver(mine, file, safe); !status) {
+        if (IsUnfinished(file))
+            (void)DeleteFile(BakOf(file)); // one that stays is known by its content
+        return Fail(failure, GetMsg(Msg::LanguageErrorCopying, {TextOf(mine)}) + TextOf(file) + "'",
+                    status.Error().reason);
+    }
+    return true;
+}
+
+bool SetMine(Session& session, const Path& folder, LanguageFailure& failure,
+             std::vector<Path>& changed)
+{
+    std::string languageFile;
+    if (!CanSetMyLanguage(session, folder, failure, languageFile))
+        return false;
+    const auto listed = LanguageFilesIn(folder);
+    if (!listed)
+        return NotRead(failure, listed.Error());
+    const std::vector<Path>& files = *listed;
+    if (files.empty()) // somebody took them away meanwhile
+        return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
+    for (const Path& file : files)
+        if (!IsFree(BakOf(file)).ValueOr(false) && !IsUnfinished(file))
+            return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
+    const Path& last = files.back();
+    if (!ReplaceLanguage(last, session.BackupFolder() / languageFile, failure))
+        return false;
+    changed.push_back(last);
+    for (const Path& file : files)
+        if (file != last)
+            if (const auto failed = platform::Rename(file, BakOf(file)))
+                return Fail(failure,
+                            GetMsg(Msg::LanguageErrorRenamingAs, {TextOf(file), TextOf(file)}),
+                            failed.message());
+    return true;
+}
+
+bool RestoreOriginalLanguage(Session& session, const Path& folder, LanguageFailure& failure,
+                             std::vector<Path>& changed)
+{
+    const auto hasEnglish = HasEnglish(session);
+    if (!hasEnglish)
+        return NotRead(failure, hasEnglish.Error());
+    if (*hasEnglish)
+        return Fail(failure, GetMsg(Msg::LanguageNothingToRestore));
+    const auto listed = ListFiles(folder, RowText(Msg::PatDatBak));
+    if (!listed)
+        return NotRead(failure, listed.Error());
+    const std::vector<Path>& kept = *listed;
+    if (kept.empty())
+        return Fail(failure, GetMsg(Msg::LanguageNoBackupOfDat));
+    const auto original = [](const Path& bak) {
+        return bak.parent_path() / StripExtension(bak.filename().native());
+    };
+    const auto replaced = std::find_if(kept.begin(), kept.end(),
+                                       [&](const Path& bak) { return FileExists(original(bak)); });
+    for (const Path& bak : kept) {
+        const Path target = original(bak);
+        // Of several only the first gives way: it takes the player's language in one step.
+        const bool givesWay = replaced != kept.end() && bak == *replaced;
+        const Path place = givesWay ? ResolvePath(target) : target;
+        if (const auto renamed =
+                givesWay ? platform::Rename(bak, place) : RenameToFreeName(bak, target))
+            return Fail(failure,
+                        GetMsg(Msg::LanguageErrorRenamingTo, {TextOf(bak)}) + TextOf(target) + "'",
+                        renamed.message());
+        changed.push_back(place);
+    }
+    (void)FlushFolder(folder); // until it is on the disk the other name is, and holds the same
+    return true;
+}
+
+} // namespace
+
+Result<std::vector<Path>> LanguageFilesIn(const Path& folder)
+{
+    auto files = ListFiles(folder, RowText(Msg::PatDat));
+    if (files)
+        std::erase_if(*files, [](const Path& file) { return !IsLanguageFile(file); });
+    return files;
+}
+
+bool CanSetMyLanguage(const Session& session, const Path& folder, LanguageFailure& failure,
+                      std::string& languageFile)
+{
+    failure = {};
+    languageFile.clear();
+    const auto hasEnglish = HasEnglish(session);
+    if (!hasEnglish)
+        return NotRead(failure, hasEnglish.Error());
+    if (*hasEnglish)
+        return Fail(failure, GetMsg(Msg::LanguageEditorIsEnglish));
+    const auto mine = LanguageFilesIn(session.BackupFolder());
+    const auto kept = ListFiles(folder, RowText(Msg::PatDatBak));
+    const auto files = LanguageFilesIn(folder);
+    if (!mine || !kept || !files)
+        return NotRead(failure, !mine ? mine.Error() : !kept ? kept.Error() : files.Error());
+    if (mine->empty())
+        return Fail(failure, GetMsg(Msg::LanguageNotInBackup));
+    languageFile = mine->front().filename().native();
+    const auto hasMine = IsFile(folder / languageFile);
+    if (!hasMine)
+        return NotRead(failure, hasMine.Error());
+    if (*hasMine)
+        return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
+    for (const Path& bak : *kept)
+        if (!IsUnfinished(folder / StripExtension(bak.filename().native())))
+            return Fail(failure, GetMsg(Msg::LanguageAlreadySet));
+    if (files->empty())
+        return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
+    return true;
+}
+
+bool ChangeLanguage(Session& session, const Path& folder, LanguageChange change, bool installed,
+                    LanguageFailure& failure)
+{
+    failure = {};
+    if (installed && !MayChangeTrle(session)) {
+        failure.declined = true;
+        return false;
+    }
+    std::vector<Path> changed;
+    const bool done = change == LanguageChange::Mine
+                          ? SetMine(session, folder, failure, changed)
+                          : RestoreOriginalLanguage(session, folder, failure, changed);
+    if (done && installed)
+        for (const Path& file : changed)
+            if (const auto status = PutInstalledLanguage(session, file); !status)
+                session.host.Tell(Tone::Warning,
+                                  GetMsg(Msg::LanguageNotInstalled, {TextOf(file.filename())}),
+                                  status.Error().reason);
+    return done;
+}
+
+bool WarnIfEnglish(Session& session)
+{
+    if (!HasEnglish(session).ValueOr(false)) // each level tells what cannot be read
+        return false;
+    session.host.Tell(Tone::Warning, GetMsg(Msg::LanguageWarnEnglish, {lineBreak}));
+    return true;
+}
+
+bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange change, bool verbose)
+{
+    const Operation running{session};
+    const auto refuse = [&](const std::string& words) {
+        if (verbose)
+            session.host.Tell(Tone::Error, words);
+        return false;
+    };
+    if (code == originalCode)
+        return refuse(GetMsg(Msg::LanguageNotForOriginal));
+    if (FindLevel(session, code) < 0)
+        return refuse(GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
+    const Path home = LevelFolderOf(session, code, true);
+    if (session.cdNotAvailable)
+        return false;
+    if (!KnowsStandingLevel(session))
+        return refuse(GetMsg(Msg::MarkerUnreadable, {TextOf(session.MarkerPath())}));
+    const bool installed = code == CurrentLevelCode(session);
+    if (installed) {
+        if (!MayChangeTrle(session))
+            return false;
+        // The record of what stands in the folder is about to be renewed.
+        MendAfterRestart(session, code);
+    }
+    LanguageFailure failure;
+    if (!ChangeLanguage(session, InFolder(home, RowText(Msg::DirFiles)), change, installed,
+                        failure)) {
+        if (verbose)
+            session.host.Tell(Tone::Error, GetMsg(Msg::LanguageError) + failure.words,
+                              failure.reason);
+        return false;
+    }
+    if (verbose)
+        session.host.Tell(
+            Tone::Plain,
+            GetMsg(change == LanguageChange::Mine ? Msg::LanguageSet : Msg::LanguageRestored));
+    return true;
+}
+
+bool ChangeLanguageOfSelected(Session& session, LanguageChange change)
+{
+    const auto code = session.list.Selected();
+    if (!code) {
+        session.host.Tell(Tone::Error, GetMsg(change == LanguageChange::Mine
+                                                  ? Msg::LanguageNoneSelectedSet
+                                                  : Msg::LanguageNoneSelectedRestore));
+        return false;
+    }
+    const std::ptrdiff_t index = FindLevel(session, *code);
+    if (index >= 0 &&
+        GuardLevelOnCd(session, session.archive.levels[static_cast<std::size_t>(index)]))
+        return false;
+    return ChangeLanguageOfLevel(session, *code, change, true);
+}
+
+bool ChangeLanguageOfAll(Session& session, LanguageChange change)
+{
+    const Operation running{session};
+    if (WarnIfEnglish(session) ||
+        (CurrentLevelCode(session) != originalCode && !MayChangeTrle(session)))
+        return false;
+    const std::size_t count = session.archive.levels.size();
+    std::size_t done = 0;
+    {
+        session.list.ShowActivity(GetMsg(Msg::LanguageConverting));
+        const auto progress =
+            session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::LanguageConverting));
+        for (std::size_t i = 0; i < count; ++i) {
+            if (ChangeLanguageOfLevel(session, session.archive.levels[i].levelCode, change, false))
+                ++done;
+            progress->SetBar(i + 1, count);
+            progress->Step();
+        }
+    }
+    session.list.Refresh();
+    session.host.Tell(Tone::Plain,
+                      change == LanguageChange::Mine
+                          ? GetMsg(Msg::LanguageAllSet,
+                                   {std::to_string(done), lineBreak, std::to_string(count - done)})
+                          : GetMsg(Msg::LanguageAllRestored, {std::to_string(done)}));
+    return true;
+}
+
+} // namespace kestrova

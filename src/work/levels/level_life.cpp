@@ -1,0 +1,309 @@
+#include "levels/level_life.h"
+
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "archive/set_aside.h"
+#include "core/look.h"
+#include "core/removal.h"
+#include "core/staged_file.h"
+#include "history/history.h"
+#include "history/standing.h"
+#include "levels/unfinished_intake.h"
+#include "swap/folder_guard.h"
+#include "swap/install.h"
+#include "swap/state_files.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool IsPicture(const Path& file)
+{
+    const auto patterns = Split(RowText(Msg::PicturePatterns), '|');
+    return std::any_of(patterns.begin(), patterns.end(), [&](const std::string& pattern) {
+        return MatchesPattern(file.filename().native(), pattern);
+    });
+}
+
+/// Savegames, notes and shots in a level's store and in the slots of its savegame archive, and its
+/// pictures.
+Result<std::vector<Path>> PlayersFilesOf(const Path& levelFolder)
+{
+    std::vector<Path> files;
+    for (const Msg part : {Msg::DirBackupSavegames, Msg::DirSavegames, Msg::DirScreenshots}) {
+        const auto tree = ScanTreeIfThere(InFolder(levelFolder, RowText(part)));
+        if (!tree)
+            return tree.Error();
+        for (const Path& file : tree->files)
+            if (part == Msg::DirScreenshots ? IsPicture(file)
+                                            : IsPlayersFile(file.filename().native()))
+                files.push_back(file);
+    }
+    return files;
+}
+
+Status KeepPlayersFiles(Session& session, LevelCode code, const Path& levelFolder, Msg reason)
+{
+    const auto files = PlayersFilesOf(levelFolder);
+    return files ? KeepInHistory(session, code, *files, GetMsg(reason)) : Status{files.Error()};
+}
+
+} // namespace
+
+namespace
+{
+
+/// The name of the new level's folder is free afterwards, or an empty folder has it. What an older
+/// list may have known is set aside whole, and named.
+bool MakeWay(Session& session, const Path& folder)
+{
+    const auto fail = [&](const Failure& failure) {
+        TellFailure(session, GetMsg(Msg::CannotSetAside, {TextOf(folder)}), failure);
+        return false;
+    };
+    const auto isThere = IsFolder(folder);
+    if (!isThere)
+        return fail(isThere.Error());
+    if (!*isThere)
+        return true;
+    const auto unfinished = IsUnfinishedIntake(session, folder);
+    if (!unfinished)
+        return fail(unfinished.Error());
+    if (*unfinished)
+        if (const auto cleared = ClearUnfinishedIntake(folder); !cleared)
+            return fail(cleared.Error());
+    if (*unfinished)
+        return true;
+    const auto holds = HoldsAnything(ResolvePath(folder));
+    if (!holds)
+        return fail(holds.Error());
+    if (!*holds)
+        return true;
+    const auto names = SetAside(session, folder);
+    if (!names)
+        return fail(names.Error());
+    for (const Path& name : *names)
+        session.host.Tell(Tone::Warning,
+                          GetMsg(Msg::FolderSetAside, {TextOf(folder.filename()), TextOf(name)}));
+    return true;
+}
+
+} // namespace
+
+bool BeginNewLevel(Session& session, LevelRecord& level)
+{
+    if (!HasArchive(session) || !IsArchiveFolderThere(session))
+        return false;
+    level = LevelRecord{};
+    level.levelCode = NextLevelCode(session);
+    const Path folder = LevelHomeOf(session, level.levelCode);
+    if (!MakeWay(session, folder))
+        return false;
+    const Status made = MakeLevelSubfolders(folder);
+    if (made) {
+        // Without the mark a killed intake's folder would only be set aside.
+        (void)WriteWholeFile(IntakeMark(folder), {}, false);
+        return true;
+    }
+    TellFailure(session,
+                GetMsg(Msg::CannotCreateLevelFolders) +
+                    Readable(Trim(session.archive.header.secondaryFolder)) +
+                    GetMsg(Msg::ClosingBracket),
+                made.Error());
+    if (FolderExists(folder))
+        (void)RemoveTree(folder); // an empty folder may stay; the next level takes it
+    return false;
+}
+
+namespace
+{
+
+/// Saves a changed list of levels; a list that cannot be saved is put back. A write may fail after
+/// its file got its name, so the old list is written once more.
+bool SaveOrPutBack(Session& session, const Archive& before)
+{
+    if (SaveArchive(session))
+        return true;
+    session.archive = before;
+    (void)WriteArchive(session, before.file); // the failure has been told already
+    session.archive.dirty = before.dirty;
+    return false;
+}
+
+} // namespace
+
+bool FinishNewLevel(Session& session, const LevelRecord& level)
+{
+    // From here on the folder holds a whole level, whatever becomes of the list.
+    const Path folder = LevelHomeOf(session, level.levelCode);
+    if (const auto whole = DropIntakeMark(folder); !whole) {
+        TellFailure(session, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
+                    whole.Error());
+        return false;
+    }
+    const Archive before = session.archive;
+    session.archive.levels.push_back(level);
+    session.archive.header.mainFolderSize += level.filesSize;
+    session.archive.header.secondaryFolderSize += level.extrasSize;
+    if (!SaveOrPutBack(session, before))
+        return false;
+    session.list.Refresh();
+    session.list.Select(level.levelCode);
+    return true;
+}
+
+bool ReplaceLevel(Session& session, const LevelRecord& level)
+{
+    const Archive before = session.archive;
+    const auto index = static_cast<std::size_t>(FindLevel(session, level.levelCode));
+    const LevelRecord old = session.archive.levels[index];
+    CountLevelSize(session, static_cast<double>(level.filesSize) - old.filesSize, SizeKind::Files,
+                   index);
+    CountLevelSize(session, static_cast<double>(level.extrasSize) - old.extrasSize,
+                   SizeKind::Extras, index);
+    session.archive.levels[index] = level;
+    if (!SaveOrPutBack(session, before))
+        return false;
+    session.list.Refresh();
+    session.list.Select(level.levelCode);
+    return true;
+}
+
+void DropNewLevel(Session& session, const LevelRecord& level)
+{
+    const Path folder = LevelHomeOf(session, level.levelCode);
+    {
+        const auto wait =
+            session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingNewLevelFolder));
+        if (FolderExists(folder) && !RemoveTreeWithProgress(session, folder, *wait))
+            session.host.Tell(Tone::Error, GetMsg(Msg::ErrorInRemovingFolder) + TextOf(folder));
+    }
+    session.list.Refresh();
+}
+
+namespace
+{
+
+/// The reasons for which a level stays, in the order in which they are told.
+bool MayBeRemoved(Session& session, LevelCode code)
+{
+    const std::ptrdiff_t index = FindLevel(session, code);
+    if (index < 0) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
+        return false;
+    }
+    if (GuardLevelOnCd(session, session.archive.levels[static_cast<std::size_t>(index)]))
+        return false;
+    if (code == originalCode) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::RemoveOriginalLevel, {lineBreak}));
+        return false;
+    }
+    return session.host.AskYesNo(GetMsg(Msg::AskRemoveLevel) + "\"" +
+                                 OnOneLine(LevelNameOf(session, code)) + "\"" +
+                                 GetMsg(Msg::AskRemoveLevelEnd));
+}
+
+/// True when the level does not stand in the Level Editor's folder any more.
+bool TakeOut(Session& session, LevelCode code)
+{
+    if (!TellUnlessKnown(session))
+        return false;
+    if (CurrentLevelCode(session) != code)
+        return true;
+    if (!MayChangeTrle(session))
+        return false;
+    ActivityLog log;
+    RemovePreviousLevel(session, -1, log);
+    if (CurrentLevelCode(session) != code)
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::LevelStillInstalled));
+    return false;
+}
+
+/// The last record takes the place of the one that goes. False: nothing changed.
+bool TakeOffList(Session& session, LevelCode code)
+{
+    const Archive before = session.archive;
+    session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))] =
+        session.archive.levels.back();
+    session.archive.levels.pop_back();
+    if (!SaveOrPutBack(session, before))
+        return false;
+    session.list.Refresh();
+    return true;
+}
+
+/// A folder that is not there is not asked about.
+bool WantsFoldersGone(Session& session, LevelFolders folders, const Path& folder)
+{
+    if (!IsFolder(folder).ValueOr(true))
+        return true;
+    if (folders != LevelFolders::Ask)
+        return folders == LevelFolders::Remove;
+    return session.host.AskYesNo(GetMsg(Msg::AskRemoveFolders, {lineBreak}) + "\"" +
+                                 TextOf(folder) + "\")");
+}
+
+/// The folder with all that is in it, what the player made kept first.
+bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder)
+{
+    const auto isThere = IsFolder(folder);
+    if (!isThere) {
+        TellFailure(session, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), isThere.Error());
+        return false;
+    }
+    if (!*isThere)
+        return true;
+    if (const auto kept = KeepPlayersFiles(session, code, folder, Msg::ReasonRemoved); !kept) {
+        TellFailure(session, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), kept.Error());
+        return false;
+    }
+    const auto wait =
+        session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingLevelFolder));
+    if (RemoveTreeWithProgress(session, folder, *wait))
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::ErrorWhileRemovingFolder) + TextOf(folder));
+    return false;
+}
+
+} // namespace
+
+bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
+{
+    const Operation operation{session};
+    if (!HasArchive(session) || !IsArchiveFolderThere(session) || !MayBeRemoved(session, code))
+        return false;
+    const Path folder = LevelHomeOf(session, code);
+    const auto canLook = IsFolder(folder);
+    std::error_code none;
+    const bool leadsNowhere = canLook && !*canLook && std::filesystem::is_symlink(folder, none);
+    if ((!canLook || leadsNowhere) && folders != LevelFolders::Keep) {
+        TellFailure(session, GetMsg(Msg::RemoveFolderAway, {TextOf(folder), std::to_string(code)}),
+                    canLook ? MakeFailure(ErrorCode::Missing, TextOf(folder)) : canLook.Error());
+        return false;
+    }
+    if (!TakeOut(session, code))
+        return false;
+    const LevelRecord level =
+        session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))];
+    if (!TakeOffList(session, code))
+        return false;
+    if (!WantsFoldersGone(session, folders, folder))
+        return true;
+    if (!RemoveLevelFolder(session, code, folder))
+        return false;
+    session.host.Tell(Tone::Plain, GetMsg(Msg::LevelRemoved));
+    session.archive.header.mainFolderSize -= level.filesSize;
+    session.archive.header.secondaryFolderSize -= level.extrasSize;
+    const bool saved = SaveArchive(session);
+    session.list.Refresh();
+    return saved;
+}
+
+} // namespace kestrova

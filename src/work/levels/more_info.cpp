@@ -1,0 +1,93 @@
+#include "levels/more_info.h"
+
+#include "archive/level_document.h"
+#include "archive/level_folders.h"
+#include "core/copying.h"
+#include "session/documents.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool OpenReadme(Session& session, const Path& file)
+{
+    const auto status = OpenOfLevel(session, file);
+    if (!status && status.Error().code != ErrorCode::Stopped)
+        TellFailure(session, GetMsg(Msg::MoreInfoNotOpened), status.Error());
+    return static_cast<bool>(status);
+}
+
+/// A page comes with the pictures and pages of its folder.
+void KeepOnHardDisk(Session& session, const Path& file, const Path& folder)
+{
+    std::vector<Path> files{file};
+    const std::string ending = ExtensionOf(file.filename().native());
+    const auto patterns = Split(RowText(Msg::MoreInfoPatterns), '|');
+    if (MatchesPattern(ending, patterns[2]) || MatchesPattern(ending, patterns[3]))
+        for (const std::string& pattern : patterns) {
+            const auto found = ListFiles(file.parent_path(), pattern);
+            if (!found) { // a page without its pictures would stay so
+                TellFolderNotRead(session, found.Error());
+                return;
+            }
+            files.insert(files.end(), found->begin(), found->end());
+        }
+    (void)MakeFolders(folder); // the copies below say what is wrong
+    for (const Path& source : files) {
+        const Path target = folder / source.filename();
+        CopyOptions plain;
+        plain.rights = plainRights;
+        if (const auto status = CopyFileOver(source, target, plain); !status) {
+            TellFailure(session,
+                        GetMsg(Msg::MoreInfoCopyFailed, {TextOf(source)}) + TextOf(target) +
+                            GetMsg(Msg::MoreInfoCopyEnds),
+                        status.Error());
+            return;
+        }
+    }
+}
+
+} // namespace
+
+bool ShowMoreInfo(Session& session, LevelCode code)
+{
+    const std::ptrdiff_t index = FindLevel(session, code);
+    if (index < 0) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::UnknownCodeInList) + std::to_string(code));
+        return false;
+    }
+    const LevelRecord& level = session.archive.levels[static_cast<std::size_t>(index)];
+    if (Trim(level.moreInfoFile).empty()) {
+        session.host.Tell(Tone::Plain, GetMsg(Msg::NoMoreInfoFile, {lineBreak}));
+        return false;
+    }
+    const auto notFound = [&](const Path& place) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::MoreInfoNotFound, {TextOf(place)}));
+        return false;
+    };
+    const Path home = InFolder(LevelHomeOf(session, code), RowText(Msg::FragMoreInfoFiles));
+    const auto stored = FindDocument(home, level.moreInfoFile);
+    if (!stored)
+        return TellFolderNotRead(session, stored.Error());
+    if (*stored)
+        return OpenReadme(session, **stored);
+    const Path disc = LevelFolderOf(session, code, true);
+    if (session.cdNotAvailable) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::MoreInfoCdNotAvailable));
+        return false;
+    }
+    const Path onDisc = InFolder(disc, RowText(Msg::FragMoreInfoFiles));
+    const auto file = FindDocument(onDisc, level.moreInfoFile);
+    if (!file)
+        return TellFolderNotRead(session, file.Error());
+    if (!*file)
+        return notFound(onDisc / Path{Trim(level.moreInfoFile)});
+    const bool opened = OpenReadme(session, **file);
+    KeepOnHardDisk(session, **file, home);
+    return opened;
+}
+
+} // namespace kestrova

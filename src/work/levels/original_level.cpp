@@ -1,0 +1,62 @@
+#include "levels/original_level.h"
+
+#include "levels/level_life.h"
+
+#include "archive/level_folders.h"
+#include "core/copying.h"
+#include "core/removal.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// What of the Level Editor's folder and its backup shows and keeps the original configuration.
+Status FillOriginalLevel(const Session& session, const Path& folder)
+{
+    if (auto status = MakeLevelSubfolders(folder); !status)
+        return status;
+    const Path trle = session.TrleFolder();
+    const Path picture = trle / RowText(Msg::LoadBmp);
+    if (FileExists(picture)) {
+        const Path shots = InFolder(folder, RowText(Msg::DirScreenshots));
+        if (auto status = CopyFileOver(picture, InFolder(shots, RowText(Msg::FragOriginalShot)));
+            !status)
+            return status;
+    }
+    if (auto status =
+            CopyMatching(session.BackupFolder(), InFolder(folder, RowText(Msg::DirBackupSavegames)),
+                         RowText(Msg::SavegamePattern));
+        !status)
+        return status;
+    return CopyMatching(InFolder(trle, RowText(Msg::FragManual)),
+                        InFolder(folder, RowText(Msg::DirFiles)), RowText(Msg::PatAll));
+}
+
+} // namespace
+
+bool EnsureLevel0Folder(Session& session)
+{
+    const Path folder = LevelHomeOf(session, originalCode);
+    if (FolderExists(folder))
+        return true;
+    // Built aside: a folder of that name is taken for whole.
+    const Path aside = InFolder(session.programFolder, RowText(Msg::FragBuildingLevel0));
+    Status built = ClearPlace(aside);
+    if (built)
+        built = FillOriginalLevel(session, aside);
+    if (built)
+        if (const auto failure = platform::Rename(aside, folder))
+            built = MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
+    if (!built) {
+        (void)ClearPlace(aside); // what stays is removed by the next start
+        TellFailure(session, GetMsg(Msg::Level0Failed, {TextOf(folder)}), built.Error());
+        return false;
+    }
+    session.level0Rebuilt = true;
+    return true;
+}
+
+} // namespace kestrova

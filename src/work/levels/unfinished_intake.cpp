@@ -1,0 +1,79 @@
+#include "levels/unfinished_intake.h"
+
+#include "archive/level_folders.h"
+#include "archive/set_aside.h"
+#include "core/copying.h"
+#include "core/leftovers.h"
+#include "core/look.h"
+#include "core/removal.h"
+#include "core/staged_file.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+Path IntakeMark(const Path& levelFolder)
+{
+    return InFolder(levelFolder, RowText(Msg::FragIntakeMark));
+}
+
+Status DropIntakeMark(const Path& levelFolder)
+{
+    const Path mark = IntakeMark(ResolvePath(levelFolder));
+    if (const auto failure = platform::Unlink(mark);
+        failure && failure != std::errc::no_such_file_or_directory)
+        return MakeFailure(ErrorCode::CannotDelete, TextOf(mark), failure);
+    return FlushFolder(mark.parent_path());
+}
+
+Result<bool> IsUnfinishedIntake(const Session& session, const Path& levelFolder)
+{
+    const bool listed =
+        std::any_of(session.archive.levels.begin(), session.archive.levels.end(),
+                    [&](const LevelRecord& level) {
+                        return EqualNames(LevelHomeOf(session, level.levelCode).filename().native(),
+                                          levelFolder.filename().native());
+                    });
+    if (listed || !session.archive.Loaded())
+        return false;
+    return IsFile(IntakeMark(ResolvePath(levelFolder)));
+}
+
+Status ClearUnfinishedIntake(const Path& levelFolder)
+{
+    const Path folder = ResolvePath(levelFolder);
+    NotePlace(folder.parent_path());
+    const Path leaving = StagedNameFor(folder);
+    if (const auto failure = platform::Rename(folder, leaving))
+        return MakeFailure(ErrorCode::CannotDelete, TextOf(folder), failure);
+    (void)RemoveTree(leaving); // its name is one that the next start clears
+    return {};
+}
+
+std::vector<Path> UnfinishedIntakes(const Session& session)
+{
+    const auto found = FindUnknownFolders(session);
+    std::vector<Path> unfinished;
+    if (found)
+        std::copy_if(
+            found->unlisted.begin(), found->unlisted.end(), std::back_inserter(unfinished),
+            [&](const Path& folder) { return IsUnfinishedIntake(session, folder).ValueOr(false); });
+    return unfinished;
+}
+
+void ClearUnfinishedIntakes(Session& session)
+{
+    const std::vector<Path> folders = UnfinishedIntakes(session);
+    bool all = !folders.empty();
+    for (const Path& folder : folders)
+        if (const auto cleared = ClearUnfinishedIntake(folder); !cleared) {
+            all = false;
+            TellFailure(session, GetMsg(Msg::LeftIntakeStays, {TextOf(folder)}), cleared.Error());
+        }
+    if (all)
+        session.host.Tell(Tone::Plain, GetMsg(Msg::LeftIntakeCleared));
+}
+
+} // namespace kestrova

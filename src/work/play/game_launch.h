@@ -1,0 +1,13 @@
+#pragma once
+
+#include "session/session.h"
+
+namespace kestrova
+{
+
+/// How the game would be started: as it is, or through Wine when the file begins with `MZ`; the
+/// prefix is the folder above `drive_c` on the way to the game. The failure's reason says in words
+/// what is missing.
+Result<platform::Launch> GameLaunch(Session& session);
+
+} // namespace kestrova

@@ -1,0 +1,125 @@
+#include "play/hot_keys.h"
+
+#include "archive/level_folders.h"
+#include "history/standing.h"
+#include "shots/shot_files.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::int64_t longRead = 1'000'000'000;
+/// An owner that hands nothing over is asked again for three seconds.
+constexpr int mostTries = 20;
+
+/// Nothing else begins while one action is on its way.
+class Asleep
+{
+public:
+    explicit Asleep(Session& session) : session_(session) { session_.hotKeysActive = false; }
+    ~Asleep() { session_.hotKeysActive = true; }
+    Asleep(const Asleep&) = delete;
+    Asleep& operator=(const Asleep&) = delete;
+
+private:
+    Session& session_;
+};
+
+} // namespace
+
+void HotKeys::Tick()
+{
+    if (!session_.hotKeysActive || session_.runningOperations > 0) {
+        awake_ = false;
+        return;
+    }
+    const bool first = session_.machine.IsKeyDown(GameKey::F9);
+    const bool second = session_.machine.IsKeyDown(GameKey::F11);
+    // What was pressed before the game was started, or into a dialog, is meant for nobody here.
+    if (!awake_) {
+        awake_ = true;
+        return;
+    }
+    if (first)
+        Act(ArchiveSavegames, Msg::HotKeyArchiveFailed);
+    if (second)
+        Act(RestoreSavegames, Msg::HotKeyRestoreFailed);
+    LookAtClipboard();
+}
+
+void HotKeys::NoteClipboard()
+{
+    clipboardChanged_ = true;
+    clipboardTries_ = 0;
+}
+
+void HotKeys::Act(Result<SavegamesMoved> (*move)(Session&), Msg failure)
+{
+    const Asleep asleep{session_};
+    const Operation operation{session_};
+    const auto code = session_.list.Selected();
+    const auto moved = move(session_);
+    if (moved && !moved->kept.empty() && code)
+        failed(WordsAboutKept(*moved, *code));
+    if (!moved)
+        failed(GetMsg(failure, {moved.Error().subject, moved.Error().reason}));
+}
+
+void HotKeys::LookAtClipboard()
+{
+    if (!clipboardChanged_ || !session_.preferences.captureEnabled)
+        return;
+    const std::int64_t began = session_.machine.NowNs();
+    const auto bytes = session_.machine.ClipboardPicture();
+    const bool tooLong = session_.machine.NowNs() - began > longRead;
+    if (!bytes && !tooLong && ++clipboardTries_ < mostTries)
+        return;
+    clipboardChanged_ = false;
+    if (!bytes || bytes->empty())
+        return;
+    if (auto picture = DecodePicture(*bytes))
+        Keep(std::move(*picture));
+    else
+        failed(GetMsg(Msg::CaptureNotRead));
+}
+
+void HotKeys::Keep(Picture picture)
+{
+    const Asleep asleep{session_};
+    if (!TellUnlessKnown(session_))
+        return; // the picture stays on the clipboard
+    const LevelCode code = CurrentLevelCode(session_);
+    const std::ptrdiff_t index = FindLevel(session_, code);
+    CapturedShot shot{std::move(picture),
+                      static_cast<std::size_t>(std::max<std::ptrdiff_t>(index, 0)),
+                      ShotFolderOf(session_, code)};
+    if (index < 0 || !session_.preferences.promptCapture) {
+        const Operation operation{session_};
+        std::string extension;
+        const auto file =
+            index < 0 ? Result<Path>{shot.folder} : NewShotName(session_, shot.level, extension);
+        if (!file) {
+            TellFolderNotRead(session_, file.Error());
+            return; // the picture stays on the clipboard
+        }
+        const auto saved =
+            index < 0 ? Status{Failure{ErrorCode::Missing, {}, GetMsg(Msg::CaptureNoLevel)}}
+                      : SaveCapturedShot(session_, shot, *file);
+        if (!saved) {
+            session_.host.Tell(Tone::Error, GetMsg(Msg::CaptureFailed) + TextOf(*file),
+                               saved.Error().reason);
+            session_.machine.ClearClipboard();
+            return;
+        }
+    } else {
+        session_.machine.TypeKeys(RowText(Msg::CaptureTypes));
+        ask(shot);
+    }
+    if (const auto selected = session_.list.Selected())
+        session_.list.Select(*selected);
+    session_.machine.ClearClipboard();
+}
+
+} // namespace kestrova

@@ -1,0 +1,75 @@
+#include "play/play_level.h"
+
+#include "archive/level_folders.h"
+#include "core/name_list.h"
+#include "play/game_launch.h"
+#include "swap/folder_guard.h"
+#include "swap/install.h"
+#include "swap/level_gaps.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool StartGame(Session& session)
+{
+    const auto launch = GameLaunch(session);
+    if (!launch) {
+        TellFailure(session, GetMsg(Msg::GameNotStarted), launch.Error());
+        return false;
+    }
+    const auto pid = session.machine.Start(*launch);
+    if (!pid) {
+        TellFailure(session, GetMsg(Msg::GameNotStarted), pid.Error());
+        return false;
+    }
+    session.gamePid = *pid;
+    return true;
+}
+
+/// True when nothing is known to be missing, or the person goes on nevertheless. What cannot be
+/// looked at is told by the installation.
+bool IsWholeEnough(Session& session, LevelCode code)
+{
+    const auto gaps =
+        GapsOf(session, session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))]);
+    if (!gaps)
+        return true;
+    const std::vector<std::string> names = PlayGaps(*gaps);
+    if (names.empty())
+        return true;
+    return session.host.AskYesNo(GetMsg(Msg::AskPlayIncomplete, {ShownNames(names), lineBreak}));
+}
+
+} // namespace
+
+bool PlayLevel(Session& session, LevelCode code, bool start)
+{
+    Operation operation{session};
+    if (FindLevel(session, code) < 0) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::UnknownCodeInList) + std::to_string(code));
+        return false;
+    }
+    if (!StandsInTrle(session, code) ? !MayChangeTrle(session)
+                                     : start && !MayStartBesideOthers(session))
+        return false;
+    if (!StandsInTrle(session, code) && !IsWholeEnough(session, code))
+        return false;
+    if (!InstallLevel(session, code)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::PlayInstallFailed));
+        return false;
+    }
+    session.list.Refresh();
+    if (!start)
+        return true;
+    if (!StartGame(session))
+        return false;
+    session.machine.ClearClipboard();
+    session.hotKeysActive = true;
+    return true;
+}
+
+} // namespace kestrova

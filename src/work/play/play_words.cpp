@@ -1,0 +1,19 @@
+#include "play/play_words.h"
+
+#include "session/preferences_file.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+void TellOfUnseenKeysOnce(Session& session)
+{
+    if (session.machine.SeesKeys() || session.settings.unseenKeysTold)
+        return;
+    session.settings.unseenKeysTold = true;
+    const std::string gap = std::string{lineBreak}.append(lineBreak);
+    session.host.Tell(Tone::Plain, GetMsg(Msg::KeysNotSeen, {gap, gap}));
+    SavePreferencesNow(session);
+}
+
+} // namespace kestrova

@@ -1,0 +1,86 @@
+#include "play/savegame_tool.h"
+
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "core/staged_file.h"
+#include "history/standing.h"
+#include "play/play_level.h"
+#include "saves/savegame_store.h"
+#include "tools/program_launch.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// What the tool reads when it starts: this level's folders, and who of the two captures pictures.
+void PrepareRecords(Session& session, LevelCode code, bool current)
+{
+    const Path level = LevelHomeOf(session, code);
+    const Path root = InFolder(level, RowText(Msg::DirSavegames));
+    const Path header = InFolder(root, RowText(Msg::FragSavegameHeader));
+    if (const auto loaded = LoadSavegameStore(session, code); !loaded) {
+        TellFailure(session, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header), loaded.Error());
+        return;
+    }
+    session.savegameHeader.liveFolder =
+        TextOf(current ? session.TrleFolder() : StateStoreOf(session, code));
+    session.savegameHeader.archiveRoot = TextOf(root);
+    if (const auto status =
+            WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader));
+        !status)
+        TellFailure(session, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header), status.Error());
+    session.savegameTool.toolCapture = session.preferences.captureEnabled ? 0 : -1;
+    session.savegameTool.shotFolder = TextOf(InFolder(level, RowText(Msg::DirScreenshots)));
+    session.savegameTool.archivePath = TextOf(header);
+    // It lies beside the header, whose failure has been told.
+    (void)WriteRecordFile(InFolder(root, RowText(Msg::FragSavegameTool)),
+                          FormatSavegameToolPrefs(session.savegameTool));
+}
+
+bool StartTool(Session& session, const Path& program)
+{
+    const auto launch = LaunchOf(session, program);
+    if (!launch) {
+        TellFailure(session, GetMsg(Msg::ToolNotStarted), launch.Error());
+        return false;
+    }
+    const auto pid = session.machine.Start(*launch);
+    if (!pid)
+        TellFailure(session, GetMsg(Msg::ToolNotStarted), pid.Error());
+    return static_cast<bool>(pid);
+}
+
+} // namespace
+
+bool StartSavegameTool(Session& session)
+{
+    const Operation operation{session};
+    const auto code = session.list.Selected();
+    const std::ptrdiff_t index = code ? FindLevel(session, *code) : -1;
+    if (index < 0)
+        return false;
+    if (!TellUnlessKnown(session))
+        return false;
+    bool current = CurrentLevelCode(session) == *code;
+    if (!current && session.host.AskYesNo(
+                        GetMsg(Msg::ToolNotCurrent, {LevelNameOf(session, *code), lineBreak})))
+        current = PlayLevel(session, *code, false);
+    PrepareRecords(session, *code, current);
+    const Path program = ResolvePath(session.programFolder / RowText(Msg::ToolProgram));
+    if (!FileExists(program)) {
+        session.host.Tell(
+            Tone::Error,
+            GetMsg(Msg::ToolNotFound, {lineBreak, "\"" + TextOf(session.programFolder) + "\""}) +
+                GetMsg(Msg::ToolProgram));
+        return false;
+    }
+    const bool started = StartTool(session, program);
+    session.archive.levels[static_cast<std::size_t>(index)].extrasDirty = true;
+    SaveArchive(session);
+    return started;
+}
+
+} // namespace kestrova

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "history/history.h"
+
+namespace kestrova
+{
+
+/// The rules of the window that shows what was kept of a level's savegames, newest first.
+class HistoryList
+{
+public:
+    HistoryList(Session& session, LevelCode code);
+
+    void Load();
+    [[nodiscard]] std::string LevelName() const;
+    [[nodiscard]] const std::vector<HistoryEntry>& Entries() const { return entries_; }
+    /// Puts a kept file into a free slot of the level, says where, or why not.
+    bool BringBack(const std::string& id);
+
+private:
+    Session& session_;
+    LevelCode code_;
+    std::vector<HistoryEntry> entries_;
+};
+
+} // namespace kestrova

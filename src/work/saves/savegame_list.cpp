@@ -1,0 +1,266 @@
+#include "saves/savegame_list.h"
+
+#include "archive/level_folders.h"
+#include "core/dates.h"
+#include "core/name_list.h"
+#include "formats/savegame_info.h"
+#include "platform/places.h"
+#include "saves/savegame_moves.h"
+#include "saves/savegame_store.h"
+#include "saves/savegame_transfer.h"
+#include "saves/send_mail.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::size_t titleColumns = 32;
+constexpr int numberColumns = 4;
+
+bool IsLetterStart(char c)
+{
+    return (static_cast<unsigned char>(c) & 0xC0U) != 0x80;
+}
+
+/// Cut or padded to so many letters of its UTF-8.
+std::string InColumns(std::string text, std::size_t columns)
+{
+    std::size_t letters = 0;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (IsLetterStart(text[i]) && letters++ == columns) {
+            text.resize(i);
+            return text;
+        }
+    text.append(columns - letters, ' ');
+    return text;
+}
+
+Result<std::vector<Path>> SavegamesIn(const Path& folder)
+{
+    return ListFiles(folder, RowText(Msg::SavegamePattern));
+}
+
+Result<std::size_t> LiveCount(Session& session, LevelCode code)
+{
+    const auto folder = CurrentSlotsFolder(session, code);
+    if (!folder)
+        return folder.Error();
+    const auto files = SavegamesIn(*folder);
+    if (!files)
+        return files.Error();
+    return files->size();
+}
+
+std::string Quoted(const std::string& text)
+{
+    return "\"" + text + "\"";
+}
+
+/// Behind the words of the box: what was done, and what was not.
+std::string Below(const std::string& words)
+{
+    return std::string{lineBreak}.append(lineBreak) + words;
+}
+
+std::string CountsOfArchive(const SavegamesMoved& moved)
+{
+    if (moved.live == 0)
+        return Below(GetMsg(Msg::NothingToArchive));
+    return Below(moved.moved == 0
+                     ? GetMsg(Msg::ArchivedBefore, {std::to_string(moved.known)})
+                     : GetMsg(Msg::ArchivedCounts,
+                              {std::to_string(moved.moved), std::to_string(moved.slot),
+                               std::to_string(moved.known), std::to_string(moved.live)}));
+}
+
+std::string WhyNotRestored(const SavegamesMoved& moved)
+{
+    return GetMsg(moved.live == int{gameSlotCount} ? Msg::RestoreSlotsFull
+                                                   : Msg::RestoreNothingThere);
+}
+
+std::string CountsOfRestore(const SavegamesMoved& moved)
+{
+    if (moved.slot == 0)
+        return Below(WhyNotRestored(moved));
+    return Below(
+        GetMsg(Msg::RestoredCounts, {std::to_string(moved.moved), std::to_string(moved.slot),
+                                     std::to_string(moved.known), std::to_string(moved.waiting)}));
+}
+
+bool TellMoveFailed(Session& session, const Failure& failure)
+{
+    TellFailure(
+        session,
+        GetMsg(SavegameMoveWaits(session) ? Msg::SavegamesUnfinished : Msg::SavegamesNotMoved),
+        failure);
+    return false;
+}
+
+} // namespace
+
+std::string SavegameRow(const Path& file)
+{
+    const SavegameInfo info = ReadSavegameInfo(file);
+    // `2026-11-21 14:05:09` in the other order.
+    const std::string date = DateText(platform::FactsOf(file).modifiedNs);
+    return fmt::format("{:>{}} - {}  ({}  {}/{}/{})", info.number, numberColumns,
+                       InColumns(Readable(info.title), titleColumns), date.substr(11, 5),
+                       date.substr(8, 2), date.substr(5, 2), date.substr(0, 4)); // not shown
+}
+
+bool SavegameList::Prepare(const Path& folder)
+{
+    const auto code = session_.list.Selected();
+    if (!code) {
+        session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelForSavegames));
+        return false;
+    }
+    code_ = *code;
+    const auto source = purpose_ == ListPurpose::Import ? Result<Path>{folder}
+                                                        : CurrentSlotsFolder(session_, code_);
+    files_.clear();
+    auto found = source ? SavegamesIn(*source) : source.Error();
+    if (!found) {
+        TellFailure(session_, GetMsg(Msg::CannotListSavegames), found.Error());
+        return false;
+    }
+    files_ = std::move(found).Value();
+    if (files_.empty())
+        session_.host.Tell(Tone::Plain, GetMsg(Msg::NoSavegamesIn) + TextOf(*source));
+    return !files_.empty();
+}
+
+std::string SavegameList::Title() const
+{
+    return GetMsg(purpose_ == ListPurpose::Import ? Msg::ListSavegamesImport
+                                                  : Msg::ListSavegamesExport);
+}
+
+std::vector<std::string> SavegameList::Rows() const
+{
+    std::vector<std::string> rows;
+    for (const Path& file : files_)
+        rows.push_back(SavegameRow(file));
+    return rows;
+}
+
+bool SavegameList::Take(const std::vector<std::size_t>& rows, bool deleteExported)
+{
+    std::vector<Path> files;
+    for (const std::size_t row : rows)
+        files.push_back(files_[row]);
+    if (files.empty()) {
+        session_.host.Tell(Tone::Error, GetMsg(Msg::NoSavegameSelected));
+        return false;
+    }
+    if (purpose_ == ListPurpose::Import)
+        return Import(files);
+    if (purpose_ == ListPurpose::Mail)
+        return Mail(files);
+    const auto folder =
+        session_.host.ChooseFolder(GetMsg(Msg::ChooseExportFolder), platform::CurrentFolder());
+    if (!folder)
+        return false;
+    Export(files, *folder, deleteExported);
+    return true;
+}
+
+bool SavegameList::Import(const std::vector<Path>& files)
+{
+    auto live = LiveCount(session_, code_);
+    if (live && files.size() + *live > gameSlotCount) {
+        const auto moved = ArchiveSavegamesOf(session_, code_);
+        if (!moved)
+            return TellMoveFailed(session_, moved.Error());
+        if (!moved->kept.empty())
+            session_.host.Tell(Tone::Warning, WordsAboutKept(*moved, code_));
+        live = LiveCount(session_, code_);
+    }
+    if (!live) {
+        TellFailure(session_, GetMsg(Msg::CannotListSavegames), live.Error());
+        return false;
+    }
+    if (files.size() + *live > gameSlotCount) {
+        session_.host.Tell(Tone::Error, GetMsg(Msg::TooManySavegames) +
+                                            std::to_string(gameSlotCount - 1)); // the told number
+        return false;
+    }
+    TellFailedFiles(session_, Msg::ImportFailed, CopyIntoSlots(session_, code_, files));
+    return true;
+}
+
+bool SavegameList::Export(const std::vector<Path>& files, const Path& folder, bool deleteExported)
+{
+    std::vector<std::string> replaced;
+    const auto failed = ExportSavegames(session_, code_, files, folder, deleteExported, &replaced);
+    if (!replaced.empty())
+        session_.host.Tell(Tone::Warning,
+                           GetMsg(Msg::ExportReplaced, {TextOf(folder), ShownNames(replaced)}));
+    TellFailedFiles(session_, Msg::ExportFailed, failed);
+    return failed.empty();
+}
+
+bool SavegameList::Mail(const std::vector<Path>& files)
+{
+    const std::string level = Quoted(LevelNameOf(session_, code_));
+    std::string subject = std::to_string(files.size()) + GetMsg(Msg::MailSubjectMany) + level;
+    if (files.size() == 1) {
+        const SavegameInfo info = ReadSavegameInfo(files.front());
+        subject = GetMsg(Msg::MailSubjectOne,
+                         {Quoted(info.title + " - " + std::to_string(info.number))}) +
+                  level;
+    }
+    std::string body;
+    for (const Path& file : files)
+        body += TextOf(file.filename()) + " -> " + SavegameRow(file) + std::string{lineBreak};
+    if (!SendMail(session_, subject, body, files))
+        session_.host.Tell(Tone::Error, GetMsg(Msg::MailFailed));
+    return true;
+}
+
+namespace
+{
+
+/// The counts, and what went to the history.
+void TellMoved(Session& session, Msg done, const std::string& counts, const SavegamesMoved& moved)
+{
+    std::string words = GetMsg(done) + counts;
+    if (const auto code = session.list.Selected(); code && !moved.kept.empty())
+        words += Below(WordsAboutKept(moved, *code));
+    session.host.Tell(moved.kept.empty() ? Tone::Plain : Tone::Warning, words);
+}
+
+} // namespace
+
+bool ArchiveWithWords(Session& session, BoxWords words)
+{
+    const auto moved = ArchiveSavegames(session);
+    if (!moved)
+        return TellMoveFailed(session, moved.Error());
+    if (words == BoxWords::Always || moved->live > 0)
+        TellMoved(session, Msg::SavegamesArchived, CountsOfArchive(*moved), *moved);
+    else
+        session.host.Tell(Tone::Plain, GetMsg(Msg::NothingToArchive));
+    return true;
+}
+
+bool RestoreWithWords(Session& session, BoxWords words)
+{
+    const auto moved = RestoreSavegames(session);
+    if (!moved)
+        return TellMoveFailed(session, moved.Error());
+    if (words == BoxWords::Always || moved->slot > 0)
+        TellMoved(session, Msg::SavegamesRestored, CountsOfRestore(*moved), *moved);
+    else
+        session.host.Tell(Tone::Plain, WhyNotRestored(*moved));
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,439 @@
+#include "saves/savegame_moves.h"
+
+#include "archive/level_folders.h"
+#include "core/name_list.h"
+#include "core/parallel.h"
+#include "core/staged_file.h"
+#include "history/history.h"
+#include "platform/file_content.h"
+#include "platform/places.h"
+#include "saves/savegame_plan.h"
+#include "saves/savegame_store.h"
+#include "swap/recovery.h"
+#include "swap/state_files.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <map>
+
+namespace kestrova
+{
+
+namespace
+{
+
+Path RootOf(const Session& session, LevelCode code)
+{
+    return ResolvePath(InFolder(LevelHomeOf(session, code), RowText(Msg::DirSavegames)));
+}
+
+Path ArchiveSlot(const Path& root, int number)
+{
+    return root / (GetMsg(Msg::SlotPrefix) + std::to_string(number));
+}
+
+std::string SlotName(std::size_t slot)
+{
+    return GetMsg(Msg::SavegameStem) + std::to_string(slot);
+}
+
+Result<std::vector<Path>> SavegamesIn(const Path& folder)
+{
+    return ListFiles(folder, RowText(Msg::SavegamePattern));
+}
+
+/// The last of the archive slots, which are numbered from 1 without gaps; 0 when there is none.
+Result<int> LastSlot(const Path& root)
+{
+    const auto folders = ListSubfolders(root);
+    if (!folders)
+        return folders.Error();
+    std::set<std::string> names;
+    for (const Path& folder : *folders)
+        names.insert(FoldCase(folder.filename().native()));
+    int last = 0;
+    while (names.contains(FoldCase(ArchiveSlot(root, last + 1).filename().native())))
+        ++last;
+    return last;
+}
+
+/// The archive slots of a level: their savegames by save number, and the first free place.
+struct ArchiveSlots {
+    std::multimap<std::int32_t, Path> byNumber;
+    int free = 1;
+};
+
+Result<ArchiveSlots> SurveySlots(const Path& root)
+{
+    const auto last = LastSlot(root);
+    if (!last)
+        return last.Error();
+    ArchiveSlots slots;
+    slots.free = *last + 1;
+    using Found = std::vector<std::pair<std::int32_t, Path>>;
+    std::vector<Found> found(static_cast<std::size_t>(*last));
+    std::vector<std::optional<Failure>> failures(found.size());
+    RunOnAllCores(found.size(), [&](std::size_t i) {
+        auto files = SavegamesIn(ArchiveSlot(root, static_cast<int>(i) + 1));
+        if (!files)
+            failures[i] = files.Error();
+        else
+            for (Path& file : *files) {
+                const SavegameInfo info = ReadSavegameInfo(file);
+                if (info.unread) // it may be the double of a live one
+                    failures[i] = MakeFailure(ErrorCode::CannotRead, TextOf(file), info.unread);
+                found[i].emplace_back(info.number, std::move(file));
+            }
+    });
+    for (const auto& failure : failures)
+        if (failure)
+            return *failure;
+    for (Found& slot : found)
+        for (auto& entry : slot)
+            slots.byNumber.insert(std::move(entry));
+    return slots;
+}
+
+/// Adds the hash of a live file when `other` holds the same bytes.
+void NoteIfSame(const Path& live, const Path& other, std::set<std::string>& hashes)
+{
+    std::string hash;
+    if (FileExists(live) && SameContent(live, other) && !platform::HashOfFile(live, hash))
+        hashes.insert(hash);
+}
+
+/// Hashes of a savegame, its note and pictures, as far as an archive slot has the same.
+void NoteArchived(const ArchiveSlots& slots, const Path& live, std::int32_t number,
+                  std::set<std::string>& hashes)
+{
+    const auto mine = CompanionsOf(SlotNumberOf(live));
+    const auto [first, last] = slots.byNumber.equal_range(number);
+    for (auto other = first; other != last; ++other) {
+        NoteIfSame(live, other->second, hashes);
+        const auto theirs = CompanionsOf(SlotNumberOf(other->second));
+        for (std::size_t i = 0; i < mine.size(); ++i)
+            NoteIfSame(ResolvePath(live.parent_path() / mine[i]),
+                       ResolvePath(other->second.parent_path() / theirs[i]), hashes);
+    }
+}
+
+/// Keeps all files of a folder in the history.
+Status KeepFilesOf(Session& session, LevelCode code, const Path& folder, Msg reason)
+{
+    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    return files ? KeepInHistory(session, code, *files, GetMsg(reason)) : Status{files.Error()};
+}
+
+/// The newest savegame; the first of all when no number is above 0.
+std::string NewestOf(const std::vector<std::string>& names,
+                     const std::vector<std::int32_t>& numbers)
+{
+    std::size_t keep = 0;
+    std::int32_t best = 0;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (numbers[i] > best) {
+            best = numbers[i];
+            keep = i;
+        }
+    return names[keep];
+}
+
+/// Contents of savegames that no folder holds after the change.
+std::set<std::string> ContentsThatGo(const std::vector<ChangedFolder>& folders,
+                                     const std::set<std::string>& elsewhere)
+{
+    std::set<std::string> going;
+    for (const ChangedFolder& folder : folders)
+        for (const StateFile& file : folder.before)
+            if (MatchesPattern(file.name, RowText(Msg::SavegamePattern)) &&
+                !elsewhere.contains(file.hash))
+                going.insert(file.hash);
+    for (const ChangedFolder& folder : folders)
+        for (const ComingFile& file : folder.after)
+            going.erase(file.hash);
+    return going;
+}
+
+/// Ids of the newest entries that hold these contents, oldest first.
+std::vector<std::string> IdsOf(const Session& session, LevelCode code,
+                               const std::set<std::string>& contents)
+{
+    std::map<std::string, std::size_t> places;
+    const auto entries = HistoryOf(session, code);
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        if (contents.contains(entries[i].hash))
+            places[entries[i].hash] = i;
+    std::set<std::size_t> order;
+    for (const auto& [hash, place] : places)
+        order.insert(place);
+    std::vector<std::string> ids;
+    for (const std::size_t place : order)
+        ids.push_back(entries[place].id);
+    return ids;
+}
+
+/// Makes what was planned, counts `added` savegames more in the archive, and shows it. `kept` gets
+/// the ids of savegames that the history alone holds now.
+Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, Msg reason,
+                   int added, const std::set<std::string>& elsewhere,
+                   std::vector<std::string>& kept)
+{
+    auto folders = plan.Changes();
+    if (!folders)
+        return folders.Error();
+    if (auto loaded = LoadSavegameStore(session, code); !loaded)
+        return loaded;
+    const auto count = static_cast<std::int32_t>(
+        std::int64_t{session.savegameHeader.archivedCount} + added); // wraps as the record does
+    const Path header = RootOf(session, code) / FileNameOf(RowText(Msg::FragSavegameHeader));
+    const StateChange change{code, GetMsg(reason), platform::AbsolutePath(header).native(), count,
+                             std::move(*folders)};
+    const auto going = ContentsThatGo(change.folders, elsewhere);
+    auto status = MakeStateChange(session, change, elsewhere);
+    if (status && !going.empty())
+        kept = IdsOf(session, code, going);
+    const auto loaded = LoadSavegameStore(session, code);
+    if (status) {
+        session.savegameHeader.archivedCount = count;
+        // Only a number that is shown; the savegames are where they belong.
+        if (loaded)
+            (void)WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader),
+                                  false);
+        status = EndStateChange(session, change);
+    }
+    session.list.Select(code);
+    return status;
+}
+
+/// Takes the archive slots without a savegame away from the end; the number of the last that has
+/// one, 0 when none has.
+Result<int> LastFilledSlot(Session& session, LevelCode code, const Path& root)
+{
+    auto last = LastSlot(root);
+    for (; last && *last > 0; --*last) {
+        const Path slot = ResolvePath(ArchiveSlot(root, *last));
+        const auto savegames = SavegamesIn(slot);
+        if (!savegames)
+            return savegames.Error();
+        if (!savegames->empty())
+            break;
+        if (auto status = KeepFilesOf(session, code, slot, Msg::ReasonEmptySlot); !status)
+            return status.Error();
+        (void)RemoveFolder(slot); // one that stays counts as taken, and is tried again
+    }
+    return last;
+}
+
+/// The temporary folder of an older program may hold the only copy of what it moved.
+Status ClearTemporary(Session& session, LevelCode code)
+{
+    const Path folder = ResolvePath(InFolder(session.programFolder, RowText(Msg::DirTempSavegame)));
+    if (!FolderExists(folder))
+        return {};
+    if (auto status = KeepFilesOf(session, code, folder, Msg::ReasonTempLeft); !status)
+        return status;
+    (void)RemoveFolder(folder); // nothing is read from it
+    return {};
+}
+
+/// The live savegames with their notes and pictures.
+Status TakeSnapshot(Session& session, LevelCode code, const Path& live)
+{
+    auto files = ListFiles(live, RowText(Msg::PatAll));
+    if (!files)
+        return files.Error();
+    std::erase_if(*files,
+                  [](const Path& file) { return !IsPlayersFile(file.filename().native()); });
+    return KeepInHistory(session, code, *files, GetMsg(Msg::ReasonBeforeRestore));
+}
+
+/// Which of the slot's savegames come, newest first, until the fifteen places are taken: those that
+/// are live already go from the slot, the others get the lowest free place.
+void TakeFromSlot(SavegamePlan& plan, SavegamePlan::Folder slot, SavegamePlan::Folder passing,
+                  std::ptrdiff_t free, SavegamesMoved& counts)
+{
+    const auto names = plan.Savegames(slot);
+    for (const std::size_t i : SortIndex(plan.NumbersOf(slot, names), true)) {
+        const std::int32_t number = plan.NumberOf(slot, names[i]);
+        const auto there = plan.NumbersOf(passing, plan.Savegames(passing));
+        if (std::find(there.begin(), there.end(), number) != there.end()) {
+            plan.DeleteSavegame(slot, names[i]);
+            ++counts.known;
+            continue;
+        }
+        std::size_t place = 0;
+        while (place < gameSlotCount && plan.Has(passing, SlotName(place)))
+            ++place;
+        if (place == gameSlotCount)
+            break;
+        plan.MoveSavegame(slot, names[i], passing, SlotName(place), true);
+        ++counts.moved;
+        // Upwards, so that only a folder that held more than fifteen ends it here.
+        if (++free < 1)
+            break;
+    }
+    counts.waiting = static_cast<int>(plan.Savegames(slot).size());
+}
+
+/// A folder in the plan, one spelling of each name in it.
+Result<SavegamePlan::Folder> FolderOf(Session& session, LevelCode code, SavegamePlan& plan,
+                                      const Path& folder)
+{
+    if (auto status = SettleTwins(session, code, folder); !status)
+        return status.Error();
+    return plan.AddFolder(folder);
+}
+
+/// The level's live folder, an earlier move being at its end.
+Result<Path> ReadyLiveFolder(Session& session, LevelCode code)
+{
+    if (auto status = EndEarlierMove(session); !status)
+        return status.Error();
+    const auto folder = CurrentSlotsFolder(session, code);
+    if (!folder)
+        return folder.Error();
+    return ResolvePath(*folder);
+}
+
+} // namespace
+
+std::string WordsAboutKept(const SavegamesMoved& moved, LevelCode code)
+{
+    if (moved.kept.empty())
+        return {};
+    return GetMsg(Msg::SavegamesToHistory, {std::to_string(moved.kept.size()),
+                                            ShownNames(moved.kept), std::to_string(code)});
+}
+
+Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
+{
+    const Operation operation{session};
+    const auto live = ReadyLiveFolder(session, code);
+    if (!live)
+        return live.Error();
+    SavegamePlan plan;
+    const auto from = FolderOf(session, code, plan, *live);
+    if (!from)
+        return from.Error();
+    const auto names = plan.Savegames(*from);
+    if (names.empty())
+        return SavegamesMoved{};
+    const Path root = RootOf(session, code);
+    if (auto status = MakeFolder(root); !status)
+        return status.Error();
+    const auto slots = SurveySlots(root);
+    if (!slots)
+        return slots.Error();
+
+    const auto slot = plan.AddNew(ArchiveSlot(root, slots->free));
+    const auto numbers = plan.NumbersOf(*from, names);
+    std::set<std::string> elsewhere;
+    SavegamesMoved counts{static_cast<int>(names.size()), 0, 0, slots->free, 0, {}};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (slots->byNumber.contains(numbers[i])) {
+            NoteArchived(*slots, *live / names[i], numbers[i], elsewhere);
+            ++counts.known;
+        } else {
+            plan.MoveSavegame(*from, names[i], slot, names[i], false);
+            ++counts.moved;
+        }
+    }
+    const std::string keep = NewestOf(names, numbers);
+    // The others go before it is renamed, so that one which shares its note does not take it along.
+    for (const std::string& name : names)
+        if (name != keep)
+            plan.DeleteSavegame(*from, name);
+    if (SlotNumberOf(keep) > 0)
+        plan.MoveSavegame(*from, keep, *from, SlotName(0), true);
+    if (auto status = MakePlanned(session, code, plan, Msg::ReasonArchived, counts.moved, elsewhere,
+                                  counts.kept);
+        !status)
+        return status.Error();
+    return counts;
+}
+
+Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
+{
+    const Operation operation{session};
+    const auto live = ReadyLiveFolder(session, code);
+    if (!live)
+        return live.Error();
+    const auto standing = SavegamesIn(*live);
+    if (!standing)
+        return standing.Error();
+    SavegamesMoved counts{static_cast<int>(standing->size()), 0, 0, 0, 0, {}};
+    if (standing->size() == gameSlotCount)
+        return counts;
+    const Path root = RootOf(session, code);
+    const auto last = LastFilledSlot(session, code, root);
+    if (!last)
+        return last.Error();
+    counts.slot = *last;
+    if (*last == 0)
+        return counts;
+    if (auto status = ClearTemporary(session, code); !status)
+        return status.Error();
+
+    SavegamePlan plan;
+    const auto slots = FolderOf(session, code, plan, *live);
+    const auto slot = slots ? FolderOf(session, code, plan, ArchiveSlot(root, *last)) : slots;
+    if (!slot)
+        return slot.Error();
+    if (auto status = TakeSnapshot(session, code, *live); !status)
+        return status.Error();
+    const auto passing = plan.AddPassing();
+    const auto before = plan.Savegames(*slots);
+    for (const std::string& name : before)
+        plan.MoveSavegame(*slots, name, passing, name, true);
+    TakeFromSlot(plan, *slot, passing, std::ptrdiff_t{gameSlotCount} - std::ssize(before), counts);
+    const auto names = plan.Savegames(passing);
+    const auto order = SortIndex(plan.NumbersOf(passing, names), false);
+    for (std::size_t i = 0; i < order.size(); ++i)
+        plan.MoveSavegame(passing, names[order[i]], *slots, SlotName(i), true);
+    // What stays live was kept with the snapshot, whatever the game writes over it meanwhile.
+    if (auto status =
+            MakePlanned(session, code, plan, Msg::ReasonBeforeRestore,
+                        -(counts.moved + counts.known), plan.Staying(*slots), counts.kept);
+        !status)
+        return status.Error();
+    return counts;
+}
+
+Result<SavegamesMoved> ArchiveSavegames(Session& session)
+{
+    const auto code = session.list.Selected();
+    return code ? ArchiveSavegamesOf(session, *code) : SavegamesMoved{};
+}
+
+Result<SavegamesMoved> RestoreSavegames(Session& session)
+{
+    const auto code = session.list.Selected();
+    return code ? RestoreSavegamesOf(session, *code) : SavegamesMoved{};
+}
+
+int CountArchivedSavegames(const Session& session, LevelCode code)
+{
+    const Path root = RootOf(session, code);
+    const auto last = LastSlot(root);
+    std::size_t count = 0;
+    for (int number = 1; last && number <= *last; ++number)
+        if (const auto files = SavegamesIn(ResolvePath(ArchiveSlot(root, number))))
+            count += files->size();
+    return static_cast<int>(count);
+}
+
+Status EndEarlierMove(Session& session)
+{
+    if (auto status = FinishStateChange(session); !status)
+        return status;
+    if (!InterruptedWork(session).empty())
+        return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
+    return {};
+}
+
+bool SavegameMoveWaits(const Session& session)
+{
+    return StateChangeWaits(session);
+}
+
+} // namespace kestrova

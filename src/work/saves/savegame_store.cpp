@@ -1,0 +1,71 @@
+#include "saves/savegame_store.h"
+
+#include "core/look.h"
+#include "core/staged_file.h"
+#include "history/standing.h"
+#include "swap/state_files.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+Result<Path> CurrentSlotsFolder(const Session& session, LevelCode code)
+{
+    return LiveStateFolder(session, code);
+}
+
+namespace
+{
+
+SavegameToolPrefs DefaultTool(const Path& level, const Path& root)
+{
+    SavegameToolPrefs record;
+    record.archivePath = TextOf(InFolder(root, RowText(Msg::FragSavegameHeader)));
+    record.shotFolder = TextOf(InFolder(level, RowText(Msg::DirScreenshots)));
+    return record;
+}
+
+SavegameArchiveHeader DefaultHeader(const Session& session, const Path& root)
+{
+    SavegameArchiveHeader record;
+    record.slotPrefix = GetMsg(Msg::SlotPrefix);
+    record.archiveRoot = TextOf(root);
+    record.liveFolder = TextOf(session.TrleFolder());
+    record.gameExe = TextOf(session.TrleFolder() / Trim(session.preferences.tombExeName));
+    return record;
+}
+
+} // namespace
+
+Status LoadSavegameStore(Session& session, LevelCode code)
+{
+    const Path level = LevelHomeOf(session, code);
+    const Path root = InFolder(level, RowText(Msg::DirSavegames));
+
+    session.savegameTool = DefaultTool(level, root);
+    const Path tool = InFolder(root, RowText(Msg::FragSavegameTool));
+    const auto toolBytes = ReadFileIfThere(tool);
+    if (toolBytes && !*toolBytes) {
+        // Where the folder allows no file, the record lives in memory.
+        (void)WriteRecordFile(tool, FormatSavegameToolPrefs(session.savegameTool));
+    } else if (toolBytes) {
+        if (auto record = ParseSavegameToolPrefs(**toolBytes))
+            session.savegameTool = std::move(*record);
+    }
+
+    session.savegameHeader = DefaultHeader(session, root);
+    const Path header = InFolder(root, RowText(Msg::FragSavegameHeader));
+    const auto headerBytes = ReadFileIfThere(header);
+    if (headerBytes && !*headerBytes) {
+        (void)WriteRecordFile(header,
+                              FormatSavegameArchiveHeader(session.savegameHeader)); // as above
+    } else if (headerBytes) {
+        if (auto record = ParseSavegameArchiveHeader(**headerBytes))
+            session.savegameHeader = std::move(*record);
+    }
+    if (!headerBytes)
+        return headerBytes.Error();
+    return toolBytes ? Status{} : toolBytes.Error();
+}
+
+} // namespace kestrova

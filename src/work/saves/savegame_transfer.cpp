@@ -1,0 +1,145 @@
+#include "saves/savegame_transfer.h"
+
+#include "core/copying.h"
+#include "core/look.h"
+#include "core/name_list.h"
+#include "history/history.h"
+#include "saves/savegame_moves.h"
+#include "saves/savegame_store.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+FailedFiles AllFailed(const std::vector<Path>& files, const Failure& failure)
+{
+    FailedFiles failed;
+    for (const Path& file : files)
+        failed.push_back({file, failure});
+    return failed;
+}
+
+bool IsSameFile(const platform::FileFacts& a, const platform::FileFacts& b)
+{
+    return a.kind != platform::FileKind::Missing && a.device == b.device && a.inode == b.inode;
+}
+
+Status ExportOne(Session& session, LevelCode code, const Path& file, const Path& target,
+                 std::vector<std::string>* replaced)
+{
+    const auto facts = LookAt(file);
+    const auto there = LookAt(target);
+    if (!facts || !there)
+        return facts ? there.Error() : facts.Error();
+    if (IsSameFile(*facts, *there))
+        return Failure{ErrorCode::Refused, TextOf(file), GetMsg(Msg::ExportOntoItself)};
+    if (there->kind != platform::FileKind::File && there->kind != platform::FileKind::Missing)
+        return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WriteNoFile, {TextOf(target)})};
+    const bool replaces = there->kind == platform::FileKind::File && !SameContent(file, target);
+    if (replaces)
+        if (auto status = KeepInHistory(session, code, {target}, GetMsg(Msg::ReasonExportedOver));
+            !status)
+            return status;
+    auto status = CopyFileOver(file, target, {Verify::Content, true, false, {}});
+    if (status && replaces && replaced != nullptr)
+        replaced->push_back(TextOf(target.filename()));
+    return status;
+}
+
+/// The lowest place of the game that has no savegame.
+Result<Path> FreeSlot(const Path& folder)
+{
+    for (std::size_t slot = 0; slot < gameSlotCount; ++slot) {
+        Path place = folder / (GetMsg(Msg::SavegameStem) + std::to_string(slot));
+        const auto isFree = IsFree(place);
+        if (!isFree)
+            return isFree.Error();
+        if (*isFree)
+            return place;
+    }
+    return Failure{ErrorCode::Refused, {}, GetMsg(Msg::HistoryNoFreeSlot)};
+}
+
+/// Deletes what was exported, once it is in the history too.
+void DeleteExported(Session& session, LevelCode code, const std::vector<Path>& files,
+                    const Path& folder, FailedFiles& failed)
+{
+    auto status = FlushFolder(folder);
+    if (status)
+        status = KeepInHistory(session, code, files, GetMsg(Msg::ReasonExported));
+    if (!status) {
+        for (FailedFile& file : AllFailed(files, status.Error()))
+            failed.push_back(std::move(file));
+        return;
+    }
+    for (const Path& file : files)
+        // The game may have saved again since it was copied.
+        if (!SameContent(file, ResolvePath(folder / file.filename())))
+            failed.push_back({file, MakeFailure(ErrorCode::Differs, TextOf(file))});
+        else if (const auto failure = platform::Unlink(file))
+            failed.push_back({file, MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure)});
+}
+
+} // namespace
+
+FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Path>& files)
+{
+    const Operation operation{session};
+    const auto live = CurrentSlotsFolder(session, code);
+    if (!live)
+        return AllFailed(files, live.Error());
+    const Path folder = ResolvePath(*live);
+    auto ready = EndEarlierMove(session);
+    if (ready)
+        ready = MakeFolder(folder);
+    if (!ready)
+        return AllFailed(files, ready.Error());
+    FailedFiles failed;
+    for (const Path& file : files) {
+        const auto place = FreeSlot(folder);
+        const auto status =
+            place ? CopyFileOver(file, *place, {Verify::Content, true, false, {}}) : place.Error();
+        if (!status)
+            failed.push_back({file, status.Error()});
+    }
+    (void)FlushFolder(folder); // what was imported is still where it came from
+    return failed;
+}
+
+FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<Path>& files,
+                            const Path& folder, bool deleteSources,
+                            std::vector<std::string>* replaced)
+{
+    const Operation operation{session};
+    if (const auto ready = EndEarlierMove(session); !ready)
+        return AllFailed(files, ready.Error());
+    const Path place = ResolvePath(folder);
+    FailedFiles failed;
+    std::vector<Path> exported;
+    for (const Path& file : files) {
+        const Path target = ResolvePath(place / file.filename());
+        if (const auto status = ExportOne(session, code, file, target, replaced); !status)
+            failed.push_back({file, status.Error()});
+        else
+            exported.push_back(file);
+    }
+    if (deleteSources && !exported.empty())
+        DeleteExported(session, code, exported, place, failed);
+    return failed;
+}
+
+void TellFailedFiles(Session& session, Msg text, const FailedFiles& failed)
+{
+    if (failed.empty())
+        return;
+    std::vector<std::string> names;
+    for (const FailedFile& file : failed)
+        names.push_back(TextOf(file.file.filename()));
+    TellFailure(session, GetMsg(text, {ShownNames(names)}), failed.front().failure);
+}
+
+} // namespace kestrova

@@ -1,0 +1,119 @@
+#include "saves/savegame_watch.h"
+
+#include "history/history.h"
+#include "history/standing.h"
+#include "swap/recovery.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::int64_t secondNs = 1'000'000'000;
+constexpr std::int64_t betweenLooks = secondNs;
+constexpr std::int64_t stillFor = 2 * secondNs;
+constexpr std::int64_t afterTheEnd = 5 * secondNs;
+/// A full disk is no reason to try again every second.
+constexpr std::int64_t afterAFailure = 60 * secondNs;
+
+} // namespace
+
+void SavegameWatch::Tick(Session& session, bool gameRuns)
+{
+    const std::int64_t now = session.machine.NowNs();
+    if (gameRuns)
+        untilNs_ = now + afterTheEnd;
+    NoteClosed(session, gameRuns);
+    if (session.runningOperations > 0)
+        return;
+    if (now > untilNs_)
+        return Rest();
+    // A clock that was set back must not stop it.
+    const bool looks = now < lastLookNs_ || now - lastLookNs_ >= betweenLooks;
+    if ((!looks && closed_.empty()) || !InterruptedWork(session).empty())
+        return;
+    const auto standing = LookAtStanding(session);
+    if (!standing)
+        return; // the next look may know
+    const LevelPlace& level = standing->state;
+    KeepClosed(session, level, now);
+    if (!looks)
+        return;
+    lastLookNs_ = now;
+    Look(session, level, now);
+}
+
+void SavegameWatch::Rest()
+{
+    seen_.clear();
+    closed_.clear();
+    watch_.Close();
+}
+
+void SavegameWatch::NoteClosed(const Session& session, bool gameRuns)
+{
+    if (gameRuns) {
+        Path folder = ResolvePath(session.TrleFolder());
+        if (!watch_.IsOpen() || watched_ != folder) {
+            watched_ = std::move(folder);
+            (void)watch_.Open(watched_); // without it the looks find what lies still
+        }
+    }
+    for (std::string& name : watch_.TakeNames())
+        if (MatchesPattern(name, RowText(Msg::SavegamePattern)))
+            closed_.insert(std::move(name));
+}
+
+void SavegameWatch::KeepClosed(Session& session, const LevelPlace& level, std::int64_t now)
+{
+    std::vector<Path> files;
+    for (const std::string& name : std::exchange(closed_, {}))
+        if (Path file = watched_ / name; FileExists(file))
+            files.push_back(std::move(file));
+    for (const Path& file : files) {
+        const platform::FileFacts facts = platform::FactsOf(file);
+        seen_[file] = {facts.size, facts.modifiedNs, now, false};
+    }
+    Keep(session, level, files, now);
+}
+
+void SavegameWatch::Look(Session& session, const LevelPlace& level, std::int64_t now)
+{
+    if (const Path home = HomeOf(session, level); home != home_) {
+        seen_.clear();
+        home_ = home;
+    }
+    const auto files = ListFiles(session.TrleFolder(), RowText(Msg::SavegamePattern));
+    if (!files)
+        return; // the next look comes soon
+    std::vector<Path> still;
+    for (const Path& file : *files) {
+        const platform::FileFacts facts = platform::FactsOf(file);
+        Seen& seen = seen_[file];
+        if (seen.sinceNs == 0 || seen.size != facts.size || seen.modifiedNs != facts.modifiedNs ||
+            now < seen.sinceNs - afterAFailure)
+            seen = {facts.size, facts.modifiedNs, now, false};
+        else if (!seen.kept && now - seen.sinceNs >= stillFor)
+            still.push_back(file);
+    }
+    Keep(session, level, still, now);
+}
+
+void SavegameWatch::Keep(Session& session, const LevelPlace& level, const std::vector<Path>& files,
+                         std::int64_t now)
+{
+    if (files.empty())
+        return;
+    const Operation operation{session};
+    const auto kept = KeepInHistory(session, level, files, GetMsg(Msg::ReasonPlayed));
+    for (const Path& file : files) {
+        // What was written meanwhile is seen as changed by the next look.
+        seen_[file].kept = static_cast<bool>(kept);
+        if (!kept)
+            seen_[file].sinceNs = now + afterAFailure;
+    }
+}
+
+} // namespace kestrova

@@ -1,0 +1,58 @@
+#include "saves/send_mail.h"
+
+#include "platform/places.h"
+#include "saves/savegame_list.h"
+#include "words/message.h"
+
+#include <chrono>
+#include <thread>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// The hand-off of the desktop has found by then that it cannot; some go on for as long as the mail
+/// program stays open.
+constexpr std::chrono::milliseconds longEnough{4000};
+constexpr std::chrono::milliseconds slice{30};
+
+} // namespace
+
+bool SendMail(Session& session, const std::string& subject, const std::string& body,
+              const std::vector<Path>& attachments)
+{
+    const Operation operation{session};
+    const Path tool = session.machine.FindTool(GetMsg(Msg::MailTool));
+    if (tool.empty())
+        return false;
+    platform::Launch launch;
+    launch.argv = {tool.native(), "--utf8"};
+    const auto add = [&](const char* option, const std::string& value) {
+        if (value.empty())
+            return;
+        launch.argv.emplace_back(option);
+        launch.argv.push_back(value);
+    };
+    add("--subject", Readable(subject));
+    std::string lines = Readable(body); // it makes line ends of its own
+    std::erase(lines, '\r');
+    add("--body", lines);
+    for (const Path& file : attachments)
+        add("--attach", platform::AbsolutePath(file).native());
+    const auto pid = session.machine.Start(launch);
+    if (!pid)
+        return false;
+    const auto progress =
+        session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::HandingToMail));
+    for (auto waited = slice; waited < longEnough; waited += slice) {
+        if (const auto end = session.machine.ExitOf(*pid))
+            return *end == 0;
+        progress->Step();
+        std::this_thread::sleep_for(slice);
+    }
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,59 @@
+#include "shots/shot_capture.h"
+
+#include "core/look.h"
+#include "pictures/convert.h"
+#include "shots/shot_files.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+Status SaveCapturedShot(Session& session, const CapturedShot& shot, const Path& jpeg)
+{
+    if (auto made = MakeFolder(shot.folder); !made)
+        return made;
+    if (auto saved = SaveAsJpeg(shot.picture, jpeg); !saved)
+        return saved;
+    AddShotSize(session, static_cast<double>(FileSize(jpeg)), shot.level);
+    return {};
+}
+
+bool AskSaveCapturedShot(Session& session, const CapturedShot& shot)
+{
+    const auto jpeg = session.host.ChooseSaveFile(GetMsg(Msg::CaptureSaveTitle),
+                                                  GetMsg(Msg::CaptureSaveFilter), shot.folder, {});
+    if (!jpeg)
+        return false;
+    const std::string_view ending = RowText(Msg::ShotJpgExtension);
+    Path file = *jpeg;
+    if (!EndsWithName(file.filename().native(), ending)) {
+        file += ending; // `Mr. Fox` has a dot, but no ending
+        const std::string breaks = std::string{lineBreak}.append(lineBreak);
+        // The chooser asked about the name that was typed.
+        const auto isFree = IsFree(file);
+        if (!isFree)
+            return TellFolderNotRead(session, isFree.Error());
+        if (!*isFree && !session.host.AskYesNo(GetMsg(Msg::ShotAskOverwrite,
+                                                      {TextOf(file.filename()), breaks, breaks}))) {
+            std::string extension;
+            auto free = NewShotName(session, shot.level, extension);
+            if (!free)
+                return TellFolderNotRead(session, free.Error());
+            file = std::move(*free);
+        }
+    }
+    if (const auto saved = SaveCapturedShot(session, shot, file); !saved) {
+        const std::string place = std::string{lineBreak} + TextOf(file) + std::string{lineBreak};
+        session.host.Tell(Tone::Error,
+                          GetMsg(Msg::CaptureSaveFailed, {place}) + saved.Error().reason);
+    }
+    return true;
+}
+
+void BringGameBack(Session& session)
+{
+    if (session.machine.ActivateWindow(GetMsg(Msg::GameWindowTitle)))
+        session.machine.TypeKeys("\n");
+}
+
+} // namespace kestrova

@@ -1,0 +1,232 @@
+#include "shots/shot_commands.h"
+
+#include "archive/level_folders.h"
+#include "core/copying.h"
+#include "core/look.h"
+#include "history/history.h"
+#include "platform/places.h"
+#include "session/file_to_write.h"
+#include "shots/shot_files.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::size_t extensionSize = 4;
+
+std::string TwoBreaks()
+{
+    return std::string{lineBreak}.append(lineBreak);
+}
+
+/// The place of the picture that a command is meant for; none when the person calls it off, and,
+/// with `refusal`, when a pane with the default picture is meant.
+std::optional<std::ptrdiff_t> ChosenShot(Session& session, ShotList& shots, Msg refusal,
+                                         bool firstOfOriginalCounts = true)
+{
+    std::ptrdiff_t target = shots.Target();
+    if (target == ShotList::noTarget) {
+        target = shots.Index();
+        const bool both = shots.Has(target) && shots.Has(target + 1);
+        const YesNoCancel left =
+            both
+                ? session.host.AskYesNoCancel(GetMsg(Msg::ShotAskWhich, {TwoBreaks(), TwoBreaks()}))
+                : YesNoCancel::Yes;
+        if (left == YesNoCancel::Cancel)
+            return std::nullopt;
+        if (left == YesNoCancel::No)
+            ++target;
+    }
+    const bool isDefault = !shots.Has(target) ||
+                           (!firstOfOriginalCounts && target == 0 && shots.Code() == originalCode);
+    if (isDefault) {
+        session.host.Tell(Tone::Error, GetMsg(refusal));
+        return std::nullopt;
+    }
+    shots.SetTarget(ShotList::noTarget);
+    return target;
+}
+
+void Reload(Session& session, ShotList& shots)
+{
+    if (const auto loaded = shots.Load(session, shots.Code()); !loaded)
+        TellFolderNotRead(session, loaded.Error());
+}
+
+/// The level's facts and pictures are shown anew.
+void ShowAgain(Session& session, ShotList& shots)
+{
+    session.list.Select(shots.Code());
+    Reload(session, shots);
+}
+
+/// What a picture shows may be nowhere else; false, with words, while it cannot be kept.
+bool KeepShot(Session& session, LevelCode code, const Path& shot, Msg reason)
+{
+    const auto kept = KeepInHistory(session, code, {shot}, GetMsg(reason));
+    if (!kept)
+        TellFailure(session, GetMsg(Msg::ShotNotKept, {TextOf(shot.filename())}), kept.Error());
+    return static_cast<bool>(kept);
+}
+
+} // namespace
+
+bool AddShot(Session& session, ShotList& shots)
+{
+    shots.SetTarget(ShotList::noTarget);
+    const auto source = session.host.ChooseOpenFile(
+        GetMsg(Msg::ShotAddTitle), GetMsg(Msg::ShotAddFilter), platform::CurrentFolder());
+    return source && AddShotFile(session, shots, *source);
+}
+
+bool AddShotFile(Session& session, ShotList& shots, const Path& source)
+{
+    const std::ptrdiff_t index = FindLevel(session, shots.Code());
+    if (index < 0)
+        return false;
+    const std::string name = source.filename().native();
+    if (!IsShotName(name)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ShotAddOtherKind, {TextOf(source)}));
+        return false;
+    }
+    if (const auto held = HoldsPicture(source); !held) {
+        TellFailure(session, GetMsg(Msg::ShotAddNoPicture, {TextOf(source)}), held.Error());
+        return false;
+    }
+    const Path folder = ResolvePath(ShotFolderOf(session, shots.Code()));
+    Path target = folder / name;
+    const auto isFree = IsFree(target);
+    if (!isFree)
+        return TellFolderNotRead(session, isFree.Error());
+    if (!*isFree &&
+        !session.host.AskYesNo(GetMsg(Msg::ShotAskOverwrite, {name, TwoBreaks(), TwoBreaks()}))) {
+        if (session.host.LeftUnanswered())
+            return false;
+        std::string extension = name.substr(name.size() - extensionSize);
+        auto other = NewShotName(session, static_cast<std::size_t>(index), extension);
+        if (!other)
+            return TellFolderNotRead(session, other.Error());
+        target = std::move(*other);
+        session.host.Tell(Tone::Plain,
+                          GetMsg(Msg::ShotSavedAs, {name}) + target.filename().native() + "'");
+    }
+    if (!*isFree && target == folder / name && !SameContent(source, target) &&
+        !KeepShot(session, shots.Code(), ResolvePath(target), Msg::ReasonShotReplaced))
+        return false;
+    auto done = MakeFolder(folder);
+    if (done)
+        done = CopyFileOver(source, target, {Verify::Content, true, true, {}});
+    if (!done)
+        TellFailure(session, GetMsg(Msg::ShotAddFailed), done.Error());
+    ShowAgain(session, shots);
+    if (const std::ptrdiff_t place = shots.Find(target.filename().native()); done && place >= 0)
+        shots.ShowPair(place - place % 2);
+    return static_cast<bool>(done);
+}
+
+bool DeleteShot(Session& session, ShotList& shots)
+{
+    const auto chosen = ChosenShot(session, shots, Msg::ShotNotDelete, false);
+    if (!chosen)
+        return false;
+    const Path shot = shots.At(*chosen);
+    if (!session.host.AskYesNo(GetMsg(Msg::ShotAskDelete) + '"' + TextOf(shot) + '"'))
+        return false;
+    if (!KeepShot(session, shots.Code(), shot, Msg::ReasonShotDeleted))
+        return false;
+    const auto size = static_cast<double>(FileSize(shot));
+    // Exactly this one: a file whose name differs in case only is another picture.
+    const auto failure = platform::Unlink(shot);
+    if (failure)
+        TellFailure(session, GetMsg(Msg::ShotDeleteFailed),
+                    MakeFailure(ErrorCode::CannotDelete, TextOf(shot), failure));
+    else if (const std::ptrdiff_t index = FindLevel(session, shots.Code()); index >= 0)
+        AddShotSize(session, -size, static_cast<std::size_t>(index));
+    ShowAgain(session, shots);
+    return !failure;
+}
+
+bool RenameShot(Session& session, ShotList& shots)
+{
+    const auto chosen = ChosenShot(session, shots, Msg::ShotNotRename);
+    if (!chosen)
+        return false;
+    const Path shot = shots.At(*chosen);
+    const auto name = session.host.AskText(GetMsg(Msg::ShotRenamePrompt), shot.filename().native(),
+                                           GetMsg(Msg::ShotRenameTitle));
+    return name && !Trim(*name).empty() && RenameShotTo(session, shots, shot, *name);
+}
+
+bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std::string& wish)
+{
+    const std::string name =
+        WithShotEnding(std::string{Trim(wish)}, ExtensionOf(shot.filename().native()));
+    const auto safe = SafeName(name);
+    if (!safe || !SafeName(Trim(wish)) || name.starts_with(stagedPrefix) ||
+        Trim(StripExtension(name)).empty()) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ShotRenameBadName, {wish}));
+        return false;
+    }
+    const Path target = shot.parent_path() / *safe;
+    // The picture itself under another spelling is no other file.
+    const auto found = FindPath(target);
+    const auto isFree = IsFree(target);
+    if (!found || !isFree)
+        return TellFolderNotRead(session, found ? isFree.Error() : found.Error());
+    if (*found != shot && !*isFree) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ShotRenameTaken, {name}));
+        return false;
+    }
+    const auto failure = platform::Rename(shot, target);
+    if (failure)
+        TellFailure(session, GetMsg(Msg::ShotRenameFailed),
+                    MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure));
+    Reload(session, shots);
+    return !failure;
+}
+
+bool SaveShotAs(Session& session, ShotList& shots)
+{
+    const auto chosen = ChosenShot(session, shots, Msg::ShotNotSave);
+    if (!chosen)
+        return false;
+    const Path shot = shots.At(*chosen);
+    const std::string name = shot.filename().native();
+    const Msg filter = EndsWithName(name, RowText(Msg::ShotBmpExtension)) ? Msg::ShotSaveFilterBmp
+                                                                          : Msg::ShotSaveFilterJpg;
+    const auto target = session.host.ChooseSaveFile(GetMsg(Msg::ShotSaveTitle), GetMsg(filter),
+                                                    session.programFolder, name);
+    if (!target)
+        return false;
+    const Path whole =
+        target->parent_path() / WithShotEnding(target->filename().native(), ExtensionOf(name));
+    // The chooser asked about the name that was typed.
+    const auto isFree = IsFree(whole);
+    if (!isFree)
+        return TellFolderNotRead(session, isFree.Error());
+    return (whole == *target || *isFree || ConfirmReplace(session, shot, whole)) &&
+           SaveShotTo(session, shot, whole);
+}
+
+bool SaveShotTo(Session& session, const Path& shot, const Path& target)
+{
+    const auto file = FileToWrite(session, target);
+    if (!file)
+        return false;
+    const auto copied = CopyFileOver(shot, *file, {Verify::Content, true, true, {}});
+    if (!copied)
+        TellFailure(session, GetMsg(Msg::ShotSaveFailed, {TextOf(shot)}) + TextOf(target),
+                    copied.Error());
+    return static_cast<bool>(copied);
+}
+
+std::optional<Path> ShotToResize(Session& session, ShotList& shots)
+{
+    const auto chosen = ChosenShot(session, shots, Msg::ShotNotResize);
+    return chosen ? std::optional<Path>{shots.At(*chosen)} : std::nullopt;
+}
+
+} // namespace kestrova

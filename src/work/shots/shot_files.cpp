@@ -1,0 +1,78 @@
+#include "shots/shot_files.h"
+
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "core/look.h"
+#include "pictures/convert.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Bytes that a file name may have, less room for a counter.
+constexpr std::size_t titleRoom = 255 - 16;
+
+/// Whole letters only.
+std::string Cut(std::string text, std::size_t room)
+{
+    if (text.size() <= room)
+        return text;
+    constexpr unsigned char inside = 0x80;
+    constexpr unsigned char kind = 0xC0;
+    while (room > 0 && (static_cast<unsigned char>(text[room]) & kind) == inside)
+        --room;
+    text.resize(room);
+    return text;
+}
+
+} // namespace
+
+Path ShotFolderOf(const Session& session, LevelCode code)
+{
+    return InFolder(LevelHomeOf(session, code), RowText(Msg::DirScreenshots));
+}
+
+Result<Path> NewShotName(const Session& session, std::size_t index, std::string& extension)
+{
+    if (extension.empty())
+        extension = RowText(Msg::ShotJpgExtension);
+    const LevelRecord& level = session.archive.levels[index];
+    const std::string title = Cut(ReplaceForbiddenChars(Trim(level.levelName)), titleRoom);
+    const Path folder = ResolvePath(ShotFolderOf(session, level.levelCode));
+    for (std::uint64_t n = 1;; ++n) {
+        Path candidate =
+            folder / (std::to_string(n).append(RowText(Msg::ShotNumberEnds)) + title + extension);
+        const auto isFree = IsFree(candidate);
+        if (!isFree)
+            return isFree.Error();
+        if (*isFree)
+            return candidate;
+    }
+}
+
+bool IsShotName(std::string_view name)
+{
+    return EndsWithName(name, RowText(Msg::ShotJpgExtension)) ||
+           EndsWithName(name, RowText(Msg::ShotBmpExtension));
+}
+
+std::string WithShotEnding(const std::string& name, std::string_view extension)
+{
+    return IsShotName(name) ? name : name + std::string{extension};
+}
+
+Status HoldsPicture(const Path& file)
+{
+    const auto picture = ReadPictureFile(file);
+    return picture ? Status{} : picture.Error();
+}
+
+void AddShotSize(Session& session, double bytes, std::size_t index)
+{
+    AddLevelSize(session, bytes, SizeKind::Extras, index);
+}
+
+} // namespace kestrova

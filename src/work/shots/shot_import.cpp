@@ -1,0 +1,78 @@
+#include "shots/shot_import.h"
+
+#include "archive/level_folders.h"
+#include "core/copying.h"
+#include "shots/shot_files.h"
+#include "words/message.h"
+
+#include <functional>
+
+namespace kestrova
+{
+
+namespace
+{
+
+using Shown = std::function<void(std::size_t done, std::size_t total)>;
+
+bool Import(Session& session, std::size_t index, const Shown& shown)
+{
+    const LevelRecord& level = session.archive.levels[index];
+    const Path store = InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirSavegames));
+    auto tree = ScanTreeIfThere(store);
+    if (tree)
+        std::erase_if(tree->files, [](const Path& file) {
+            const std::string name = file.filename().native();
+            return !EndsWithName(name, RowText(Msg::ShotBmpExtension)) &&
+                   !EndsWithName(name, RowText(Msg::ShotJpgExtension));
+        });
+    if (tree && tree->files.empty())
+        return true;
+    const auto room =
+        tree ? MakeFolder(ShotFolderOf(session, level.levelCode)) : Status{tree.Error()};
+    if (!room) {
+        TellFailure(session, GetMsg(Msg::ShotImportUnread, {Trim(level.levelName)}), room.Error());
+        return false;
+    }
+    bool all = true;
+    for (std::size_t i = 0; i < tree->files.size(); ++i) {
+        const Path& file = tree->files[i];
+        std::string extension;
+        const auto target = NewShotName(session, index, extension);
+        const auto copied = target ? CopyFileOver(file, *target) : target.Error();
+        if (!copied) {
+            all = false;
+            TellFailure(session,
+                        GetMsg(Msg::ShotImportFailed) + TextOf(file) +
+                            GetMsg(Msg::ShotImportArrow) +
+                            (target ? TextOf(*target) : target.Error().subject),
+                        copied.Error());
+        }
+        shown(i + 1, tree->files.size());
+    }
+    return all;
+}
+
+} // namespace
+
+bool ImportShots(Session& session, std::size_t index, ProgressScope& progress)
+{
+    return Import(session, index, [&](std::size_t done, std::size_t total) {
+        progress.SetBar(done, total);
+        (void)progress.Step(); // it offers no stop
+    });
+}
+
+bool ImportShotsOfAllLevels(Session& session, ProgressScope& progress)
+{
+    bool all = true;
+    for (std::size_t index = 0; index < session.archive.levels.size(); ++index) {
+        all =
+            Import(session, index, [&](std::size_t, std::size_t) { (void)progress.Step(); }) && all;
+        progress.SetBar(index + 1, session.archive.levels.size());
+        (void)progress.Step(); // it offers no stop
+    }
+    return all;
+}
+
+} // namespace kestrova

@@ -1,0 +1,52 @@
+#include "shots/shot_resize.h"
+
+#include "pictures/convert.h"
+#include "shots/shot_files.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+Status Write(const Session& session, const Picture& drawn, const Path& target)
+{
+    if (!EndsWithName(target.native(), RowText(Msg::ShotJpgExtension)))
+        return SaveAsBitmap(drawn, target);
+    const Path bitmap = InFolder(session.programFolder, RowText(Msg::FragTempBitmap));
+    if (auto saved = SaveAsBitmap(drawn, bitmap); !saved)
+        return saved;
+    return ConvertBitmapToJpeg(bitmap, target);
+}
+
+} // namespace
+
+std::span<const ShotSize> ShotSizes()
+{
+    static constexpr ShotSize sizes[] = {
+        {Msg::ShotSize480, 480, 360}, {Msg::ShotSize440, 440, 330}, {Msg::ShotSize400, 400, 300},
+        {Msg::ShotSize360, 360, 270}, {Msg::ShotSize320, 320, 240}, {Msg::ShotSize240, 240, 180},
+        {Msg::ShotSize200, 200, 150}, {Msg::ShotSize160, 160, 120},
+    };
+    return sizes;
+}
+
+bool SaveResizedShot(Session& session, const Picture& drawn, const Path& shot)
+{
+    const auto target =
+        session.host.ChooseSaveFile(GetMsg(Msg::ResizeSaveTitle), GetMsg(Msg::ResizeSaveFilter),
+                                    shot.parent_path(), shot.filename().native());
+    if (!target)
+        return false;
+    const auto written = Write(session, drawn, *target);
+    if (!written)
+        TellFailure(session,
+                    GetMsg(EndsWithName(target->native(), RowText(Msg::ShotJpgExtension))
+                               ? Msg::ResizeConvertFailed
+                               : Msg::ResizeWriteFailed),
+                    written.Error());
+    return static_cast<bool>(written);
+}
+
+} // namespace kestrova

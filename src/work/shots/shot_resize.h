@@ -1,0 +1,25 @@
+#pragma once
+
+#include "pictures/picture.h"
+#include "session/session.h"
+#include "words/message.h"
+
+#include <span>
+
+namespace kestrova
+{
+
+struct ShotSize {
+    Msg text;
+    int width;
+    int height;
+};
+/// The sizes that a picture can be given, in the order in which they are offered.
+std::span<const ShotSize> ShotSizes();
+
+/// Asks where to and writes a picture that was drawn in its new size: a name that ends in `.jpg`
+/// becomes a jpeg, by way of `_temp.bmp` in the program's folder, any other a bitmap. `shot` is the
+/// picture it was made from. False when the person cancelled or, with words, nothing was written.
+bool SaveResizedShot(Session& session, const Picture& drawn, const Path& shot);
+
+} // namespace kestrova

@@ -1,0 +1,369 @@
+#include "swap/backup.h"
+
+#include "archive/level_folders.h"
+#include "core/copying.h"
+#include "core/look.h"
+#include "core/name_set.h"
+#include "core/removal.h"
+#include "core/staged_file.h"
+#include "formats/marker.h"
+#include "history/standing.h"
+#include "history/swap_journal_file.h"
+#include "originals/backup_folders.h"
+#include "originals/backup_waves.h"
+#include "originals/trle_tree.h"
+#include "session/preferences_file.h"
+#include "swap/recovery.h"
+#include "swap/sounds_left.h"
+#include "swap/state_files.h"
+#include "swap/swap_run.h"
+#include "swap/unknown_level.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr double fullNeed = 251658240;   // bytes, the Level Editor's own distribution
+constexpr double compactNeed = 94371840; // bytes
+
+bool MayForgetLevel(Session& session, LevelCode code, const BackupWishes& wishes)
+{
+    const std::string level = ZeroPadded(code, 4);
+    const std::string folder = TextOf(session.TrleFolder());
+    if (wishes.folderIsOriginal ||
+        session.host.AskYesNo(GetMsg(Msg::AskForgetLevel, {level, folder, lineBreak}),
+                              Consent::Explicit))
+        return true;
+    session.host.Tell(Tone::Error,
+                      GetMsg(Msg::BackupLevelUnknown, {level, folder, folder, folder}));
+    return false;
+}
+
+/// The Level Editor's folder when the person says that it is original; empty otherwise.
+Path ConfirmTrleOriginal(Session& session, const BackupWishes& wishes)
+{
+    const Path trle = session.TrleFolder();
+    if (!TellUnlessKnown(session))
+        return {};
+    if (const LevelCode code = CurrentLevelCode(session); code != originalCode) {
+        if (!IsUnknownLevel(session)) {
+            session.host.Tell(Tone::Error, GetMsg(Msg::BackupWithLevel, {ZeroPadded(code, 4)}));
+            return {};
+        }
+        return MayForgetLevel(session, code, wishes) && ForgetLevel(session, code) ? trle : Path{};
+    }
+    const std::string line{lineBreak};
+    const bool original =
+        wishes.folderIsOriginal ||
+        session.host.AskYesNo(line + GetMsg(Msg::ConfirmOriginalNeed) + line +
+                                  GetMsg(Msg::ConfirmOriginalAsk, {TextOf(trle)}) +
+                                  GetMsg(Msg::ConfirmOriginalNote),
+                              Consent::Explicit);
+    if (original)
+        return trle;
+    session.host.Tell(Tone::Error, GetMsg(Msg::OriginalTips, {lineBreak}) + line +
+                                       GetMsg(Msg::OriginalSetupAgain, {lineBreak, lineBreak}));
+    return {};
+}
+
+/// What a backup of this very folder takes, in words: the figures of the question are those of the
+/// Level Editor's own distribution. Nothing where the folder cannot be read just now.
+std::string SizesInWords(const Path& trle)
+{
+    const auto full = FolderSize(trle);
+    const auto data = FolderSize(InFolder(trle, RowText(Msg::DirData)));
+    const auto graphics = FolderSize(InFolder(trle, RowText(Msg::DirGraphics)));
+    if (!full || !data || !graphics)
+        return {};
+    double compact = *data + *graphics;
+    for (const std::string& pattern : Split(RowText(Msg::CompactPatterns), '|')) {
+        const auto files = ListFiles(trle, pattern);
+        if (!files)
+            return {};
+        for (const Path& file : *files)
+            compact += static_cast<double>(FileSize(file));
+    }
+    return GetMsg(Msg::BackupSizesHere, {FormatSize(*full), FormatSize(compact)});
+}
+
+bool AsksForFull(Session& session, const Path& trle)
+{
+    const std::string line{lineBreak};
+    return session.host.AskYesNo(GetMsg(Msg::AskFullBackup, {line, line}) + line + line +
+                                     SizesInWords(trle),
+                                 Consent::YesKeeps);
+}
+
+bool HasSpace(Session& session, const Path& trle, double need)
+{
+    const auto free = session.machine.FreeSpace(session.programFolder);
+    if (!free || static_cast<double>(*free) >= need)
+        return true;
+    session.host.Tell(Tone::Error,
+                      GetMsg(Msg::DriveWithoutSpace, {TextOf(session.programFolder)}) +
+                          FormatSize(need) + ")",
+                      SizesInWords(trle));
+    return false;
+}
+
+bool CopyFull(Session& session, const Path& trle, const Path& target, const SoundsLeft& leftovers)
+{
+    const auto progress =
+        session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::FileCopyInProgress));
+    if (!CopyThroughLinks(session, trle, target, *progress,
+                          [&](const Path& file) { return leftovers.OriginalOf(file); }))
+        return false;
+    const Path audio = InFolder(target, RowText(Msg::DirAudio));
+    const Path script = InFolder(target, RowText(Msg::DirScript));
+    const auto waves = ListFiles(audio, RowText(Msg::PatWav));
+    const auto scripts = ListFiles(script, RowText(Msg::PatAllFiles));
+    if (!waves || !scripts)
+        return TellFolderNotRead(session, waves ? scripts.Error() : waves.Error());
+    if (!waves->empty() || !scripts->empty())
+        return true;
+    session.preferences.fullBackup = false;
+    return false;
+}
+
+bool CopyCompact(Session& session, const Path& trle, const Path& target)
+{
+    const auto failed = [&](const Failure& failure) {
+        TellFailure(session, GetMsg(Msg::CannotWriteInFolder) + TextOf(session.BackupFolder()),
+                    failure);
+        return false;
+    };
+    if (const auto status = MakeFolder(target); !status)
+        return failed(status.Error());
+    const auto progress =
+        session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CreationCompactBackup));
+    progress->SetLabel(GetMsg(Msg::CreatingFolders));
+    for (const std::string& folder : Split(RowText(Msg::CompactFolders), '|'))
+        if (const auto status = MakeFolder(InFolder(target, folder)); !status)
+            return failed(status.Error());
+    progress->SetLabel(GetMsg(Msg::CopyFromTrle));
+    for (const std::string& pattern : Split(RowText(Msg::CompactPatterns), '|')) {
+        progress->Step();
+        if (const auto status =
+                CopyMatching(trle, target, pattern, {Verify::Content, false, false, {}});
+            !status)
+            return failed(status.Error());
+    }
+    const auto copyFolder = [&](Msg label, Msg folder) {
+        progress->SetLabel(GetMsg(label));
+        return CopyThroughLinks(session, InFolder(trle, RowText(folder)),
+                                InFolder(target, RowText(folder)), *progress,
+                                [](const Path& file) { return file; });
+    };
+    const auto graphics = IsFolder(InFolder(trle, RowText(Msg::DirGraphics)));
+    if (!graphics)
+        return TellFolderNotRead(session, graphics.Error());
+    return copyFolder(Msg::CopyFromData, Msg::DirData) &&
+           (!*graphics || copyFolder(Msg::CopyFromGraphics, Msg::DirGraphics));
+}
+
+/// `keepOld`: files of the old backup that the folder lacks stay in the new one.
+bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes& wishes)
+{
+    const Operation running{session};
+    if (!RecoverInterruptedWork(session))
+        return false;
+    const auto other = BackupOfAnotherFolder(session);
+    if (!other)
+        return TellFolderNotRead(session, other.Error());
+    const bool ofAnother = other->has_value();
+    keepOld = keepOld && !ofAnother;
+    const Path trle = ConfirmTrleOriginal(session, wishes);
+    if (trle.empty())
+        return false;
+    const bool full = refresh || wishes.form == BackupForm::Full ||
+                      (wishes.form == BackupForm::Ask && AsksForFull(session, trle));
+    if (!refresh && !HasSpace(session, trle, full ? fullNeed : compactNeed))
+        return false;
+
+    const Path target = NewBackupFolder(session);
+    if (!SettleBackupFolders(session))
+        return false;
+    const auto hasOld = IsFolder(session.BackupFolder());
+    SoundsLeft leftovers{session};
+    const auto known = leftovers.Find();
+    if (!hasOld || !known)
+        return TellFolderNotRead(session, hasOld ? known.Error() : hasOld.Error());
+    bool made = !keepOld || !*hasOld ||
+                CopyTreeWithProgress(session, session.BackupFolder(), target, nullptr);
+    made = made &&
+           (full ? CopyFull(session, trle, target, leftovers) : CopyCompact(session, trle, target));
+    if (made)
+        if (const auto status = ExchangeBackup(session, full, ofAnother); !status) {
+            TellFailure(session, GetMsg(Msg::BackupNotEqual), status.Error());
+            made = false;
+        }
+    if (!made) {
+        (void)ClearPlace(target); // cleared again at the next start
+        return false;
+    }
+    session.preferences.fullBackup = full;
+    if (!full)
+        NoteWaves(session);
+    if (const auto status = WritePreferencesFile(session); !status)
+        TellFailure(session, GetMsg(Msg::CannotSavePreferences), status.Error());
+    if (full)
+        leftovers.Settle();
+    return true;
+}
+
+enum class Fit { Same, Differs };
+
+/// The same when every file of the backup stands in the Level Editor's folder with the same bytes,
+/// but for those that a level there replaced.
+Result<Fit> CompareWithFolder(Session& session)
+{
+    const Path backup = ResolvePath(session.BackupFolder());
+    const Path trle = ResolvePath(session.TrleFolder());
+    const auto tree = ScanTreeIfThere(backup);
+    if (!tree)
+        return tree.Error();
+    if (tree->folders.empty())
+        return Fit::Differs;
+    const auto bytes = ReadFileIfThere(session.MarkerPath());
+    if (!bytes)
+        return bytes.Error();
+    const MarkerContent marker = ParseMarker(bytes->value_or(std::string{}));
+    const auto progress =
+        session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ScanningFiles));
+    NameSet exchanged;
+    for (const std::string& name : marker.overwritten)
+        exchanged.Add(name);
+    const bool same = std::all_of(tree->files.begin(), tree->files.end(), [&](const Path& file) {
+        progress->Step();
+        const Path relative = file.lexically_relative(backup);
+        return IsPlayersPlace(relative) || exchanged.Has(ToBackslashes(relative)) ||
+               SameContent(file, trle / relative, [&] { return progress->Step(), true; });
+    });
+    return same ? Fit::Same : Fit::Differs;
+}
+
+/// The folder was newly chosen and the backup is of another one.
+bool MakeBackupOfThisFolder(Session& session, const Path& other, const BackupWishes& wishes)
+{
+    const auto back = BringBackupBack(session);
+    if (!back) {
+        TellFailure(session, GetMsg(Msg::BackupNotSetAside), back.Error());
+        return false;
+    }
+    if (*back) {
+        session.host.Tell(Tone::Plain, GetMsg(Msg::BackupComesBack));
+        return true;
+    }
+    if (session.host.AskYesNo(GetMsg(Msg::AskBackupOfThis,
+                                     {TextOf(other), TextOf(session.TrleFolder()), lineBreak})) &&
+        MakeBackup(session, false, false, wishes))
+        return true;
+    session.host.Tell(Tone::Warning, GetMsg(Msg::BackupOfAnother, {TextOf(other)}));
+    return false;
+}
+
+} // namespace
+
+Result<std::optional<Path>> BackupSeemsOfAnother(const Session& session)
+{
+    const auto origin = BackupOrigin(session);
+    if (!origin)
+        return origin.Error();
+    if (!*origin || Path{(*origin)->path} == session.TrleFolder())
+        return std::optional<Path>{};
+    const auto isThis = HasMark(session.TrleFolder(), **origin);
+    if (!isThis)
+        return isThis.Error();
+    return *isThis ? std::optional<Path>{} : std::optional{Path{(*origin)->path}};
+}
+
+Result<std::optional<Path>> BackupOfAnotherFolder(Session& session)
+{
+    auto other = BackupSeemsOfAnother(session);
+    if (!other)
+        return other;
+    if (*other) {
+        const auto fit = CompareWithFolder(session);
+        if (!fit)
+            return fit.Error();
+        if (*fit == Fit::Differs)
+            return other;
+    }
+    // Moved, or of the same content: from now on it counts as this folder's.
+    if (LookAtBackup(session).ValueOr(BackupState::Missing) == BackupState::Present)
+        (void)NoteBackupOrigin(session, session.preferences.fullBackup); // asked again otherwise
+    return std::optional<Path>{};
+}
+
+Result<BackupState> LookAtBackup(const Session& session)
+{
+    struct Sign {
+        Msg folder;
+        Msg pattern;
+    };
+    constexpr Sign signs[] = {
+        {Msg::FragRoot, Msg::PatDat}, {Msg::FragRoot, Msg::PatBmp}, {Msg::DirData, Msg::PatTr4}};
+    for (const Sign& sign : signs) {
+        const auto files = ListFiles(InFolder(session.BackupFolder(), RowText(sign.folder)),
+                                     RowText(sign.pattern));
+        if (!files)
+            return files.Error();
+        if (files->empty())
+            return BackupState::Missing;
+    }
+    return BackupState::Present;
+}
+
+bool BackupIsAway(const Session& session)
+{
+    return LookAtBackup(session).ValueOr(BackupState::Missing) == BackupState::Missing;
+}
+
+bool MakeTrleBackup(Session& session, bool refresh, const BackupWishes& wishes)
+{
+    const auto backup = LookAtBackup(session);
+    if (!backup)
+        return TellFolderNotRead(session, backup.Error());
+    if (!refresh && *backup == BackupState::Present) {
+        const auto other = BackupOfAnotherFolder(session);
+        if (!other)
+            return TellFolderNotRead(session, other.Error());
+        return !*other || MakeBackupOfThisFolder(session, **other, wishes);
+    }
+    if (!refresh) {
+        const auto back = BringBackupBack(session);
+        if (!back)
+            return TellFolderNotRead(session, back.Error());
+        if (*back)
+            return true; // set aside when another folder was chosen
+    }
+    return MakeBackup(session, refresh, refresh, wishes);
+}
+
+bool RefreshFullBackup(Session& session, const BackupWishes& wishes)
+{
+    bool keepOld = false;
+    if (!session.preferences.fullBackup) {
+        keepOld = !session.host.AskYesNo(GetMsg(Msg::AskRemoveOldBackup));
+    } else if (!session.host.AskYesNo(
+                   GetMsg(Msg::AskRefreshBackup, {lineBreak, TextOf(session.TrleFolder())}))) {
+        session.list.Refresh();
+        return false;
+    }
+    if (!keepOld)
+        session.list.ShowActivity(GetMsg(Msg::RemovingOldBackup));
+    session.list.ShowActivity(GetMsg(Msg::CopyingFilesInProgress));
+    const bool made = MakeBackup(session, true, keepOld, wishes);
+    if (!made)
+        session.host.Tell(Tone::Error,
+                          GetMsg(Msg::ErrorCreatingBackup) + TextOf(session.BackupFolder()));
+    session.list.Refresh();
+    return made;
+}
+
+} // namespace kestrova

@@ -1,0 +1,64 @@
+#include "swap/folder_guard.h"
+
+#include "archive/level_folders.h"
+#include "core/name_list.h"
+#include "history/standing.h"
+#include "history/swap_journal_file.h"
+#include "swap/recovery.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool Agrees(Session& session, Msg question)
+{
+    if (session.agreedToProgramsInTrle)
+        return true;
+    std::vector<std::string> names;
+    for (const platform::RunningProgram& program : ProgramsInTrle(session))
+        names.push_back(program.name);
+    if (names.empty())
+        return true;
+    const bool agreed =
+        session.host.AskYesNo(GetMsg(question, {ShownNames(names), lineBreak, lineBreak}));
+    session.agreedToProgramsInTrle = agreed && session.runningOperations > 0;
+    return agreed;
+}
+
+} // namespace
+
+std::vector<platform::RunningProgram> ProgramsInTrle(Session& session)
+{
+    std::vector<platform::RunningProgram> programs;
+    if (const Path folder = session.TrleFolder(); !folder.empty())
+        programs = session.machine.ProgramsRunningIn(folder);
+    if (programs.empty() && session.gamePid != 0 && session.machine.IsRunning(session.gamePid))
+        programs.push_back({session.gamePid, std::string{Trim(session.preferences.tombExeName)}});
+    return programs;
+}
+
+bool MayChangeTrle(Session& session)
+{
+    return Agrees(session, Msg::ProgramsRunInTrle);
+}
+
+bool MayStartBesideOthers(Session& session)
+{
+    return Agrees(session, Msg::GameRunsAlready);
+}
+
+bool StandsInTrle(const Session& session, LevelCode code)
+{
+    if (code == originalCode || FindLevel(session, code) < 0 || CurrentLevelCode(session) != code ||
+        !InterruptedWork(session).empty())
+        return false;
+    // After a new start of the machine the files in the folder are looked at once more.
+    const auto owner = ReadOwner(session);
+    return owner && *owner && (*owner)->owner == code &&
+           (*owner)->bootId == session.machine.BootId();
+}
+
+} // namespace kestrova

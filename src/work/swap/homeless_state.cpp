@@ -1,0 +1,161 @@
+#include "swap/homeless_state.h"
+
+#include "archive/level_folders.h"
+#include "core/look.h"
+#include "core/name_list.h"
+#include "history/history.h"
+#include "history/standing.h"
+#include "history/swap_journal_file.h"
+#include "swap/folder_guard.h"
+#include "swap/return_to_original.h"
+#include "swap/state_files.h"
+#include "swap/whereabouts.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// The level's folder where the person said that it is; no value, told, when it is not that one.
+std::optional<LevelPlace> FollowSaidHome(Session& session, const LevelPlace& level,
+                                         const OwnerRecord& owner, const Path& archiveFolder)
+{
+    const Path noted = HomeOf(session, level);
+    const Path said = archiveFolder / noted.filename();
+    const auto isNoted = HasMark(said, owner.home);
+    if (!isNoted) {
+        TellFailure(session, GetMsg(Msg::InterruptedFailed), isNoted.Error());
+        return {};
+    }
+    if (!*isNoted && !Confirmed(session, said, noted))
+        return {};
+    return LevelPlace{level.code, said};
+}
+
+/// The state goes to its level's store, which is there, or to the history.
+Status SendHome(Session& session, const Homeless& state, const OwnerRecord& owner, bool letGo)
+{
+    const LevelPlace& level = state.level;
+    SwapJournal journal;
+    journal.phase = SwapPhase::Stored;
+    journal.from = level.code;
+    journal.fromStore = StateStoreOf(session, level).native();
+    journal.to = -1;
+    journal.strangers = state.strangers;
+    journal.remove = owner.added;
+    journal.restore = owner.overwritten;
+    journal.storeLetGo = letGo;
+    auto folder = MarkOf(session.TrleFolder());
+    auto root = letGo ? Result<FolderMark>{FolderMark{}} : MarkOf(RootOfStore(journal.fromStore));
+    if (!folder || !root)
+        return folder ? root.Error() : folder.Error();
+    journal.folder = std::move(*folder);
+    journal.fromRoot = std::move(*root);
+    // First the copies alone: while they cannot be made nothing waits that would hold up a swap.
+    auto status = SettleTwins(session, level, session.TrleFolder());
+    if (status && !letGo)
+        status = SettleTwins(session, level, ResolvePath(journal.fromStore));
+    if (status && !letGo)
+        status = StoreLiveState(session, level, journal.fromStore, journal.live, state.strangers);
+    if (status && letGo)
+        status = KeepInHistory(session, level, state.live, GetMsg(Msg::ReasonInterrupted));
+    if (status)
+        status = WriteJournal(session, journal);
+    LeftInTrle left;
+    if (status)
+        status = ReturnToOriginal(session, std::move(journal), left);
+    if (status)
+        TellLeftovers(session, left);
+    return status;
+}
+
+} // namespace
+
+std::vector<std::string> ShownNamesOf(const std::vector<Path>& files)
+{
+    std::vector<std::string> names;
+    for (const Path& file : files)
+        names.push_back(Readable(file.filename().native()));
+    return names;
+}
+
+Result<std::optional<Homeless>> FindHomeless(const Session& session, const Standing& standing)
+{
+    if (!standing.owner || !standing.owner->owner || !IsOriginals(session, standing.level) ||
+        IsOriginals(session, standing.state))
+        return std::optional<Homeless>{};
+    auto strangers = StrangersThere(session, standing.owner->strangers);
+    if (!strangers)
+        return strangers.Error();
+    auto live = LiveStateFiles(session, *strangers);
+    if (!live)
+        return live.Error();
+    return std::optional{Homeless{standing.state, std::move(*strangers), std::move(*live)}};
+}
+
+Status ReturnHomelessState(Session& session, std::vector<std::string>& stay,
+                           const Whereabouts& said)
+{
+    const auto standing = LookAtStanding(session);
+    if (!standing)
+        return standing.Error();
+    const auto found = FindHomeless(session, *standing);
+    if (!found)
+        return found.Error();
+    if (!*found)
+        return {};
+    Homeless state = **found;
+    const OwnerRecord& owner = *standing->owner;
+    auto hasHome = IsFolder(HomeOf(session, state.level));
+    if (hasHome && !*hasHome && !said.archiveFolder.empty()) {
+        const auto followed = FollowSaidHome(session, state.level, owner, said.archiveFolder);
+        if (!followed)
+            return {};
+        state.level = *followed;
+        hasHome = true;
+    }
+    if (!hasHome)
+        return hasHome.Error();
+    if (!*hasHome && !said.letGo)
+        return {};
+    stay = ShownNamesOf(state.live);
+    if (!ProgramsInTrle(session).empty())
+        return {};
+    if (const auto status = SendHome(session, state, owner, !*hasHome); !status)
+        return status;
+    const Msg words = *hasHome ? Msg::StateReturned : Msg::StateLetGo;
+    if (!stay.empty())
+        session.host.Tell(Tone::Warning,
+                          GetMsg(words, {TextOf(HomeOf(session, state.level)), ShownNames(stay)}));
+    stay.clear();
+    return {};
+}
+
+bool FollowMovedState(Session& session, const Whereabouts& said)
+{
+    const Path noted = session.TrleFolder();
+    const auto isThere = IsFolder(noted);
+    if (said.trle.empty() || !isThere || *isThere)
+        return true;
+    const auto owner = ReadOwnerAsNoted(session);
+    if (!owner || !*owner || (*owner)->folder.path != noted.native())
+        return true;
+    const auto isNoted = HasMark(said.trle, (*owner)->folder);
+    if (!isNoted || !*isNoted) {
+        session.host.Tell(Tone::Error,
+                          GetMsg(Msg::NotThatFolder, {TextOf(said.trle), TextOf(noted)}));
+        return false;
+    }
+    if (const auto held = session.locks.Hold(said.trle); !held) {
+        TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(said.trle)}), held.Error());
+        return false;
+    }
+    session.preferences.trlePath = said.trle.native();
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "history/standing.h"
+#include "session/session.h"
+#include "swap/whereabouts.h"
+
+/// Savegames in the Level Editor's folder of a level whose files are gone from it.
+namespace kestrova
+{
+
+/// The state of a level whose files are gone, and that should be in its store.
+struct Homeless {
+    LevelPlace level;
+    std::vector<OwnedFile> strangers;
+    std::vector<Path> live;
+};
+
+/// No value when there is none.
+Result<std::optional<Homeless>> FindHomeless(const Session& session, const Standing& standing);
+/// The names as they are shown.
+std::vector<std::string> ShownNamesOf(const std::vector<Path>& files);
+
+/// The savegames of a level that a full restore had to leave in the folder go to that level's
+/// store, and the original configuration's come in. `stay` gets the names of those that still
+/// cannot; a level whose folder is not there just now is waited for, unless the person said where
+/// it is or that it is gone for good, which sends them to the history.
+Status ReturnHomelessState(Session& session, std::vector<std::string>& stay,
+                           const Whereabouts& said = {});
+/// Such savegames wait in a Level Editor's folder that was moved: the one that the person named is
+/// the Level Editor's folder from now on, provided that it is that one. False, told, when it is
+/// not.
+bool FollowMovedState(Session& session, const Whereabouts& said);
+
+} // namespace kestrova

@@ -1,0 +1,177 @@
+#include "swap/install.h"
+
+#include "archive/level_folders.h"
+#include "core/look.h"
+#include "core/name_list.h"
+#include "core/staged_file.h"
+#include "storage/storage.h"
+#include "swap/folder_guard.h"
+#include "swap/level_files.h"
+#include "swap/placements.h"
+#include "swap/recovery.h"
+#include "swap/state_files.h"
+#include "swap/swap_plan.h"
+#include "swap/swap_run.h"
+#include "swap/waiting_in_trle.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Copies the level's files and the marker in. The folder is original when this begins.
+bool InstallFiles(Session& session, SwapRun& run, LevelCode code,
+                  const std::vector<Placement>& placements, ActivityLog& log)
+{
+    const std::string name = LevelNameOf(session, code);
+    const Path marker = session.MarkerPath();
+    const auto markerFailed = [&](const Failure& failure) {
+        TellFailure(session, GetMsg(Msg::CannotOverwriteMarker) + TextOf(marker), failure);
+        return false;
+    };
+    const auto present = ListFiles(session.TrleFolder(), RowText(Msg::PatDat));
+    if (!present)
+        return TellFolderNotRead(session, present.Error());
+    if (const auto status = WriteWholeFile(marker, MarkerHead(code, name)); !status)
+        return markerFailed(status.Error());
+
+    std::vector<std::string> failed;
+    std::vector<std::string> copied;
+    run.KeepTargets(placements);
+    if (!placements.empty()) {
+        const auto progress =
+            session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CopyingFilesToPlay));
+        for (std::size_t i = 0; i < placements.size(); ++i) {
+            progress->SetBar(i + 1, placements.size());
+            progress->Step();
+            bool overwritten = false;
+            if (!run.Put(placements[i], overwritten))
+                failed.push_back(Readable(placements[i].target));
+            copied.push_back(Readable(placements[i].target));
+        }
+    }
+    if (const std::string language = LanguageFileToRemove(*present, placements); !language.empty())
+        if (!run.RemoveLanguageFile(language))
+            failed.push_back(Readable(language));
+
+    std::vector<std::string> overwritten;
+    for (const std::string& entry : run.Overwritten())
+        overwritten.push_back(Readable(entry));
+    if (const auto status = WriteWholeFile(marker, MarkerText(code, name, overwritten, copied));
+        !status)
+        return markerFailed(status.Error());
+    WriteActivityLog(session, log);
+    if (!failed.empty())
+        session.host.Tell(Tone::Error, GetMsg(Msg::SomeFilesNotCopied, {ShownNames(failed)}));
+    return true;
+}
+
+/// False, told, when the Level Editor's folder is not there, or nobody can tell.
+bool HasTrleFolder(Session& session)
+{
+    const auto isThere = IsFolder(session.TrleFolder());
+    if (!isThere)
+        return TellFolderNotRead(session, isThere.Error());
+    if (!*isThere)
+        session.host.Tell(Tone::Error, GetMsg(Msg::TrleFolderGone, {TextOf(session.TrleFolder())}));
+    return *isThere;
+}
+
+/// Compares every file with the backup, where no note says what a level brought.
+bool IsOriginalNow(Session& session)
+{
+    const auto differences = VerifyFolder(session);
+    return differences && differences->empty();
+}
+
+bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
+{
+    StagingFolder staging{InFolder(session.TrleFolder(), RowText(Msg::DirReady))};
+    std::vector<Placement> placements;
+    if (code != originalCode && !ReadyPlacements(session, code, staging.Folder(), placements))
+        return false;
+
+    SwapRun run{session, log, code};
+    run.Announce(placements);
+    if (!run.LookIntoStore())
+        return false;
+    LevelCode previous = originalCode;
+    if (!run.TakeOut(previous))
+        return false;
+    if (!run.HasBegun()) // it stands there already
+        return true;
+    const bool backToOriginal = code == originalCode && previous == originalCode;
+    if (!run.BringIn(!backToOriginal))
+        return false;
+    bool installed = code != originalCode || !run.LeavesAnything();
+    if (code != originalCode)
+        installed = InstallFiles(session, run, code, placements, log);
+    else if (!backToOriginal)
+        (void)DeleteFile(session.MarkerPath()); // gone already unless the marker had no text
+    installed = run.Settle() && installed;
+    if (!run.MarkerSaidNothing() || (code == originalCode && IsOriginalNow(session)))
+        return installed;
+    session.host.Tell(Tone::Error, GetMsg(Msg::MarkerSaidNothing, {TextOf(session.MarkerPath())}));
+    return installed && code != originalCode;
+}
+
+} // namespace
+
+bool InstallLevel(Session& session, LevelCode code)
+{
+    const Operation running{session};
+    if (FindLevel(session, code) < 0) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
+        return false;
+    }
+    if (!HasTrleFolder(session))
+        return false;
+    if (!StandsInTrle(session, code) && !MayChangeTrle(session))
+        return false;
+    if (!RecoverInterruptedWork(session))
+        return false;
+    if (!TellUnlessKnown(session))
+        return false;
+    ActivityLog log = GetMsg(Msg::LogSetLevel, {LevelNameOf(session, code)}) +
+                      std::to_string(code) + GetMsg(Msg::LogSetLevelEnd) + std::string{lineBreak};
+    if (code != originalCode && LevelStands(session, code)) {
+        LevelCode previous = RemovePreviousLevel(session, code, log);
+        if (previous == code) {
+            MendAfterRestart(session, code);
+            BringWaiting(session);
+            if (const auto owed = OwedOriginals(session); !owed.empty())
+                session.host.Tell(Tone::Error, GetMsg(Msg::OriginalsNotBack, {ShownNames(owed)}));
+        }
+        return previous == code;
+    }
+    return SwapTo(session, code, log);
+}
+
+LevelCode RemovePreviousLevel(Session& session, LevelCode newCode, ActivityLog& log)
+{
+    const Operation running{session};
+    if (!HasTrleFolder(session))
+        return originalCode;
+    if (CurrentLevelCode(session) != newCode && !MayChangeTrle(session))
+        return originalCode;
+    if (!RecoverInterruptedWork(session))
+        return originalCode;
+    SwapRun run{session, log, newCode};
+    LevelCode previous = originalCode;
+    if (!run.TakeOut(previous))
+        return originalCode;
+    if (run.HasBegun())
+        (void)run.Settle(); // it has told; the next swap mends first
+    return previous;
+}
+
+bool RestoreFast(Session& session)
+{
+    const bool whole = InstallLevel(session, originalCode);
+    session.list.Refresh();
+    return whole;
+}
+
+} // namespace kestrova

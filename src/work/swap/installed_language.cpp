@@ -1,0 +1,73 @@
+#include "swap/installed_language.h"
+
+#include "core/copying.h"
+#include "core/look.h"
+#include "formats/marker.h"
+#include "history/standing.h"
+#include "history/swap_journal_file.h"
+#include "swap/placements.h"
+#include "swap/state_files.h"
+#include "swap/swap_run.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+Status PutInstalledLanguage(Session& session, const Path& file)
+{
+    const auto relative = SafeName(file.filename().native());
+    if (!relative)
+        return relative.Error();
+    const std::string entry = GetMsg(Msg::FragRoot) + file.filename().native();
+    const Path target = ResolvePath(session.TrleFolder() / *relative);
+    const auto now = LookAt(target);
+    if (!now)
+        return now.Error();
+    const bool wasThere = now->kind == platform::FileKind::File;
+    const auto standing = LookAtStanding(session);
+    if (!standing)
+        return standing.Error();
+    const auto marker = ReadFileIfThere(session.MarkerPath());
+    if (!marker)
+        return marker.Error();
+    const auto& before = standing->owner;
+    OwnerRecord record = before.value_or(OwnerRecord{});
+    const Belongings belongings =
+        BelongingsOf(ParseMarker(marker->value_or(std::string{})), before);
+    if (!before) { // from now on the record speaks alone
+        SetOwner(session, record, standing->state);
+        record.added = belongings.added;
+        record.overwritten = belongings.overwritten;
+    }
+    const auto sameFile = [&](const OwnedFile& owned) { return EqualNames(owned.name, entry); };
+    const auto listed = std::find_if(belongings.added.begin(), belongings.added.end(), sameFile);
+    const bool isLevels = listed != belongings.added.end();
+    if (wasThere && !(isLevels && IsAsPut(*listed, *now)))
+        if (auto status = KeepOriginal(session, *relative); !status)
+            return status;
+
+    // Noted before it changes: whatever ends the program in between, the next swap takes it out.
+    const auto facts = LookAt(file);
+    if (!facts)
+        return facts.Error();
+    const std::string name = isLevels ? listed->name : entry;
+    std::erase_if(record.added, sameFile);
+    record.added.push_back({name, facts->size, facts->modifiedNs});
+    if (wasThere && !isLevels)
+        record.overwritten.push_back(entry);
+    if (auto status = WriteOwner(session, record); !status)
+        return status;
+    auto status = CopyFileOver(file, target, {Verify::Content, true, true, {}});
+    if (!status) {
+        if (before)
+            (void)WriteOwner(session, *before); // without it the next swap does no harm either
+        return status;
+    }
+    record.added.back() = AsItStands(name, target);
+    (void)WriteOwner(session, record); // size and time are noted already
+    return {};
+}
+
+} // namespace kestrova

@@ -1,0 +1,43 @@
+#include "swap/kept_originals.h"
+
+#include "originals/vault.h"
+#include "swap/folder_guard.h"
+#include "swap/recovery.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+bool BringOriginalBackTold(Session& session, const std::string& id)
+{
+    const Operation operation{session};
+    if (!RecoverInterruptedWork(session))
+        return false;
+    const auto failed = [&](const Failure& failure) {
+        TellFailure(session, GetMsg(Msg::OriginalNotBroughtBack), failure);
+        return false;
+    };
+    const auto folder = FolderOfKept(session, id);
+    if (!folder)
+        return failed(folder.Error());
+    if (const auto held = session.locks.Hold(*folder); !held) {
+        TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(*folder)}), held.Error());
+        return false;
+    }
+    // Another folder may be in use by now; the file goes where it stood.
+    std::string chosen = folder->native();
+    std::swap(chosen, session.preferences.trlePath);
+    const bool may = MayChangeTrle(session);
+    const auto place = may ? BringOriginalBack(session, id) : Result<Path>{Path{}};
+    std::swap(chosen, session.preferences.trlePath);
+    if (*folder != session.TrleFolder())
+        session.locks.Release(*folder);
+    if (!may)
+        return false;
+    if (!place)
+        return failed(place.Error());
+    session.host.Tell(Tone::Plain, GetMsg(Msg::OriginalBroughtBack, {TextOf(*place)}));
+    return true;
+}
+
+} // namespace kestrova

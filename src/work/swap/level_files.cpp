@@ -1,0 +1,136 @@
+#include "swap/level_files.h"
+
+#include "archive/level_folders.h"
+#include "core/copying.h"
+#include "core/look.h"
+#include "core/name_list.h"
+#include "core/name_set.h"
+#include "core/removal.h"
+#include "history/swap_journal_file.h"
+#include "storage/ready_files.h"
+#include "swap/placements.h"
+#include "words/message.h"
+
+#include <unordered_map>
+
+namespace kestrova
+{
+
+StagingFolder::StagingFolder(Path folder) : folder_(std::move(folder))
+{
+    (void)ClearPlace(folder_); // left by a killed program
+}
+
+StagingFolder::~StagingFolder()
+{
+    (void)ClearPlace(folder_); // its name is never listed, and the next swap clears it
+}
+
+namespace
+{
+
+bool TellNoSpace(Session& session, double need)
+{
+    const auto free = session.machine.FreeSpace(session.TrleFolder());
+    const double bytes = free ? static_cast<double>(*free) : 0;
+    session.host.Tell(Tone::Error,
+                      GetMsg(Msg::NoSpaceForLevel, {FormatSize(need), FormatSize(bytes)}));
+    return false;
+}
+
+} // namespace
+
+bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
+                     std::vector<Placement>& placements)
+{
+    const Path home = LevelFolderOf(session, code, true);
+    if (session.cdNotAvailable) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
+        return false;
+    }
+    const Path source = InFolder(home, RowText(Msg::DirFiles));
+    if (!FolderExists(source)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::LevelFilesGone), TextOf(source));
+        return false;
+    }
+    const auto progress =
+        session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
+    auto ready = ReadyLevelFiles(session, source, staging, true, progress.get());
+    if (!ready) {
+        if (ready.Error().code == ErrorCode::NoSpace) {
+            double need = 0;
+            if (const auto plan = PlanLevelFiles(source))
+                for (const ReadyFile& file : *plan)
+                    need += static_cast<double>(file.size);
+            return TellNoSpace(session, need);
+        }
+        TellFailure(session, GetMsg(Msg::ErrorDecompressingFiles), ready.Error());
+        return false;
+    }
+    std::vector<std::string> refused;
+    placements = PlaceFiles(*ready, refused);
+    if (!refused.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::NamesLeftOut, {ShownNames(refused)}));
+
+    // What the old level leaves makes room, but its own files come out one by one before.
+    double need = 0;
+    for (const Placement& placement : placements)
+        if (!placement.file.moved)
+            need += static_cast<double>(placement.file.size);
+    double freed = 0;
+    if (const auto owner = ReadOwner(session); owner && *owner)
+        for (const OwnedFile& file : (*owner)->added)
+            freed += static_cast<double>(file.size);
+    const auto free = session.machine.FreeSpace(session.TrleFolder());
+    if (free && need > static_cast<double>(*free) + freed)
+        return TellNoSpace(session, need);
+    return true;
+}
+
+void MendAfterRestart(Session& session, LevelCode code)
+{
+    const auto found = ReadOwner(session); // the next occasion may be able to
+    const auto& owner = found ? *found : std::optional<OwnerRecord>{};
+    if (!owner || owner->bootId == session.machine.BootId())
+        return;
+    StagingFolder staging{InFolder(session.TrleFolder(), RowText(Msg::DirReady))};
+    std::vector<Placement> placements;
+    if (!ReadyPlacements(session, code, staging.Folder(), placements))
+        return;
+    std::unordered_map<std::string, OwnedFile> listed; // by folded name
+    for (const OwnedFile& file : owner->added)
+        listed.emplace(FoldCase(file.name), file);
+    NameSet again;
+    std::vector<OwnedFile> standing;
+    std::vector<std::string> mended;
+    OwnerRecord record = *owner;
+    for (const Placement& placement : placements) {
+        const Path target = ResolvePath(session.TrleFolder() / placement.relative);
+        const auto facts = LookAt(target);
+        if (!facts) {
+            TellFailure(session, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
+                        facts.Error());
+            return;
+        }
+        const auto known = listed.find(FoldCase(placement.target));
+        const bool ours = facts->kind == platform::FileKind::Missing || facts->size == 0 ||
+                          (known != listed.end() && IsAsListed(known->second, *facts));
+        if (!ours || SameContent(placement.file.path, target))
+            continue;
+        if (const auto status = CopyFileOver(placement.file.path, target); !status) {
+            TellFailure(session, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
+                        status.Error());
+            return;
+        }
+        mended.push_back(Readable(placement.target));
+        again.Add(placement.target);
+        standing.push_back(AsItStands(placement.target, target));
+    }
+    std::erase_if(record.added, [&](const OwnedFile& file) { return again.Has(file.name); });
+    record.added.insert(record.added.end(), standing.begin(), standing.end());
+    if (!mended.empty())
+        session.host.Tell(Tone::Plain, GetMsg(Msg::MendedFiles, {ShownNames(mended)}));
+    (void)WriteOwner(session, std::move(record)); // otherwise the files are compared once more
+}
+
+} // namespace kestrova

@@ -1,0 +1,150 @@
+#include "swap/placements.h"
+
+#include "swap/swap_run.h"
+
+#include "core/copying.h"
+#include "storage/ready_files.h"
+#include "swap/state_files.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+struct FileClass {
+    Msg pattern;
+    Msg folder;
+};
+
+constexpr FileClass scripts[] = {{Msg::PatDat, Msg::FragRoot}, {Msg::PatH, Msg::FragRoot}};
+constexpr FileClass levelData[] = {
+    {Msg::PatTr4, Msg::FragData}, {Msg::PatPak, Msg::FragData}, {Msg::PatWav, Msg::FragAudio}};
+
+} // namespace
+
+std::vector<Placement> PlaceFiles(const std::vector<ReadyFile>& files,
+                                  std::vector<std::string>& refused)
+{
+    std::vector<Placement> placements;
+    const auto place = [&](const ReadyFile& file, Msg folder) {
+        Placement placement{file, GetMsg(folder) + file.name, {}};
+        const auto relative = SafeRelative(placement.target);
+        if (!SafeName(file.name) || !relative || ListableName(file.name) != Readable(file.name)) {
+            refused.push_back(Readable(file.name));
+            return;
+        }
+        placement.relative = *relative;
+        placements.push_back(std::move(placement));
+    };
+    const auto placeClass = [&](const FileClass& kind) {
+        for (const ReadyFile& file : files)
+            if (MatchesPattern(file.name, RowText(kind.pattern)))
+                place(file, kind.folder);
+    };
+    for (const FileClass& kind : scripts)
+        placeClass(kind);
+    for (const std::string& loose : Split(RowText(Msg::LooseFiles), '|'))
+        for (const ReadyFile& file : files)
+            if (EqualNames(file.name, loose))
+                place(file, Msg::FragRoot);
+    for (const FileClass& kind : levelData)
+        placeClass(kind);
+    return placements;
+}
+
+std::string LanguageFileToRemove(const std::vector<Path>& present,
+                                 const std::vector<Placement>& placements)
+{
+    const std::string_view script = RowText(Msg::ScriptDat);
+    const auto installed = std::find_if(present.begin(), present.end(), [&](const Path& file) {
+        return !EqualNames(file.filename().native(), script);
+    });
+    if (installed == present.end())
+        return {};
+    std::string name = installed->filename().native();
+    const bool replaced =
+        std::any_of(placements.begin(), placements.end(), [&](const Placement& placement) {
+            return EqualNames(placement.target, GetMsg(Msg::FragRoot) + name);
+        });
+    const bool another =
+        std::any_of(placements.begin(), placements.end(), [&](const Placement& placement) {
+            return EndsWithName(placement.file.name, RowText(Msg::DatExtension)) &&
+                   !EqualNames(placement.file.name, script);
+        });
+    return !replaced && another ? name : std::string{};
+}
+
+Belongings BelongingsOf(const MarkerContent& marker, const std::optional<OwnerRecord>& owner)
+{
+    Belongings belongings;
+    if (owner) {
+        const auto usable = [](const std::string& name) {
+            const auto relative = SafeRelative(name);
+            return relative && !IsPlayersPlace(*relative);
+        };
+        for (const OwnedFile& file : owner->added)
+            if (usable(file.name))
+                belongings.added.push_back(file);
+        for (const std::string& name : owner->overwritten)
+            if (usable(name))
+                belongings.overwritten.push_back(name);
+        return belongings;
+    }
+    const auto usable = [&](const std::string& entry) {
+        const auto relative = SafeRelative(entry);
+        if (relative && IsLevelPlace(*relative))
+            return true;
+        if (!entry.empty())
+            belongings.refused.push_back(Readable(entry));
+        return false;
+    };
+    for (const std::string& entry : marker.copied)
+        if (usable(entry))
+            belongings.added.push_back({entry});
+    for (const std::string& entry : marker.overwritten)
+        if (usable(entry))
+            belongings.overwritten.push_back(entry);
+    return belongings;
+}
+
+bool IsLevelPlace(const Path& relative)
+{
+    std::vector<std::string> refused;
+    ReadyFile file;
+    file.name = relative.filename().native();
+    const auto placed = PlaceFiles({file}, refused);
+    return std::any_of(placed.begin(), placed.end(), [&](const Placement& placement) {
+        return EqualNames(placement.relative.native(), relative.native());
+    });
+}
+
+Path PlaceOfOriginal(const Session& session, const Path& relative)
+{
+    const Path source = ResolvePath(session.BackupFolder() / relative);
+    const Path place = relative.parent_path() / source.filename();
+    const auto found = [&](const Path& name) { return ResolvePath(session.TrleFolder() / name); };
+    return found(place) == found(relative) ? relative
+                                           : relative.parent_path() / found(place).filename();
+}
+
+Status RestoreOriginal(Session& session, const Path& relative)
+{
+    const Path source = ResolvePath(session.BackupFolder() / relative);
+    const Path existing = ResolvePath(session.TrleFolder() / PlaceOfOriginal(session, relative));
+    const Path folder = existing.parent_path();
+    const Path wanted = folder / source.filename();
+    if (auto status = MakeFolders(folder); !status)
+        return status;
+    if (auto status = CopyFileOver(source, existing); !status)
+        return status;
+    if (existing != wanted) // the backup's spelling is the original one
+        if (const auto failure = platform::Rename(existing, wanted))
+            return MakeFailure(ErrorCode::CannotWrite, TextOf(wanted), failure);
+    return {};
+}
+
+} // namespace kestrova

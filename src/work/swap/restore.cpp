@@ -1,0 +1,215 @@
+#include "swap/restore.h"
+
+#include "swap/backup.h"
+
+#include "archive/level_folders.h"
+#include "core/look.h"
+#include "formats/marker.h"
+#include "history/standing.h"
+#include "history/swap_journal_file.h"
+#include "swap/folder_guard.h"
+#include "swap/install.h"
+#include "swap/placements.h"
+#include "swap/recovery.h"
+#include "swap/restore_steps.h"
+#include "swap/state_files.h"
+#include "swap/swap_run.h"
+#include "swap/whereabouts.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// The ordinary removal, which tells what it cannot do; the critical files go anyway. While the
+/// archive is away nothing else comes in: the level's savegames stay live and wait for their store.
+/// The originals that were told as not back.
+std::vector<std::string> RemoveLevelFirst(Session& session)
+{
+    const bool archiveIsThere =
+        FindLevel(session, originalCode) >= 0 &&
+        FolderExists(FolderFromText(Trim(session.archive.header.secondaryFolder)));
+    if (archiveIsThere) {
+        if (RestoreFast(session))
+            return {};
+        session.host.Tell(Tone::Warning, GetMsg(Msg::RestoreGoesOn));
+        const auto owner = ReadOwner(session); // unread, it only makes names be told twice
+        return owner && *owner ? (*owner)->owed : std::vector<std::string>{};
+    }
+    ActivityLog log;
+    (void)RemovePreviousLevel(session, -1, log);
+    return {};
+}
+
+/// A swap that was interrupted and cannot be mended now goes on as a full restore, provided that it
+/// belongs to this folder: an archive that is away is not waited for, and neither is a full disk.
+bool TakeOver(Session& session, SwapJournal& journal)
+{
+    if (journal.phase == SwapPhase::Restore)
+        return true;
+    if (journal.phase == SwapPhase::Planned ||
+        !HasMark(session.TrleFolder(), journal.folder).ValueOr(false))
+        return false; // a store waits to be put back, or another folder
+    const LevelPlace level = LevelOfNeededStore(session, journal);
+    journal.from = journal.liveIsKept || journal.storeLetGo ? -1 : level.code;
+    journal.fromStore = StateStoreOf(session, level).native();
+    journal.phase = SwapPhase::Restore;
+    journal.remove.insert(journal.remove.end(), journal.install.begin(), journal.install.end());
+    return true;
+}
+
+/// What waits is mended first. Savegames whose archive is away go to the history.
+void MendFirst(Session& session)
+{
+    const auto lacking = WhatMendingLacks(session);
+    if (lacking && *lacking && (*lacking)->place == Place::Archive)
+        (void)RecoverInterruptedWork(session, {{}, {}, true});
+}
+
+/// The journal of the restore: what the level brought, and whose savegames stand in the folder.
+Result<SwapJournal> PlannedRestore(Session& session)
+{
+    SwapJournal journal;
+    auto folder = MarkOf(session.TrleFolder());
+    if (!folder)
+        return folder.Error();
+    journal.folder = std::move(*folder);
+    journal.phase = SwapPhase::Restore;
+    const auto known = ReadOwner(session);
+    if (!known) // it alone knows what the level brought
+        return known.Error();
+    const auto& owner = *known;
+    const auto standing = LookAtStanding(session);
+    if (!standing)
+        return standing.Error();
+    journal.from = standing->state.code;
+    journal.fromStore = StateStoreOf(session, standing->state).native();
+    if (owner) {
+        journal.from = owner->owner.value_or(-1); // -1: the state in the folder is nobody's
+        journal.strangers = owner->strangers;
+    }
+    const auto marker = ReadWholeFile(session.MarkerPath());
+    Belongings belongings = BelongingsOf(ParseMarker(marker ? *marker : std::string{}), owner);
+    journal.remove = std::move(belongings.added);
+    journal.restore = std::move(belongings.overwritten);
+    return journal;
+}
+
+/// The restore noted down. On a full disk what the level brought goes first and makes room.
+bool Begin(Session& session, const SwapJournal& journal)
+{
+    auto status = WriteJournal(session, journal);
+    if (!status) {
+        RestoreReport unused; // what is not deleted now is tried once more
+        (void)DeleteListed(session, journal.remove, unused);
+        status = WriteJournal(session, journal);
+    }
+    if (!status)
+        TellFailure(session, GetMsg(Msg::CannotWriteJournal), status.Error());
+    return bool{status};
+}
+
+/// The folders that only a full backup has, when the person wants them.
+void RestoreOtherFolders(Session& session, ProgressScope& progress, RestoreReport& report)
+{
+    if (!session.preferences.fullBackup || !session.host.AskYesNo(GetMsg(Msg::AskRestoreFolders)))
+        return;
+    for (const std::string& folder : Split(RowText(Msg::RestoreFolders), '|')) {
+        progress.SetLabel(GetMsg(Msg::RestoringFolder) + folder);
+        RestoreReport ofFolder;
+        const auto status =
+            RestoreFolder(session, InFolder({}, folder).relative_path(), ofFolder, &progress);
+        if (!status || !ofFolder.Whole())
+            session.host.Tell(Tone::Error, GetMsg(Msg::ErrorRestoringFolder) + folder,
+                              status ? ofFolder.reason : status.Error().reason);
+        report.missing.insert(report.missing.end(), ofFolder.missing.begin(),
+                              ofFolder.missing.end());
+        report.left.insert(report.left.end(), ofFolder.left.begin(), ofFolder.left.end());
+        report.kept.insert(report.kept.end(), ofFolder.kept.begin(), ofFolder.kept.end());
+        if (report.reason.empty())
+            report.reason = ofFolder.reason;
+    }
+}
+
+/// True unless the backup is of another folder and the person does not want its files here.
+bool MayRestoreFrom(Session& session)
+{
+    const auto other = BackupSeemsOfAnother(session);
+    if (!other)
+        return TellFolderNotRead(session, other.Error());
+    return !*other || session.host.AskYesNo(
+                          GetMsg(Msg::AskRestoreFromOther,
+                                 {TextOf(**other), TextOf(session.TrleFolder()), lineBreak}));
+}
+
+bool Refused(Session& session, const std::string& words)
+{
+    session.host.Tell(Tone::Error, words);
+    return false;
+}
+
+} // namespace
+
+bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
+{
+    const Operation running{session};
+    const auto backup = LookAtBackup(session);
+    if (!backup)
+        return TellFolderNotRead(session, backup.Error());
+    if (*backup == BackupState::Missing)
+        return Refused(session, GetMsg(Msg::NoBackupToRestore, {TextOf(session.MarkerPath())}));
+    if (!FolderExists(session.TrleFolder()))
+        return Refused(session, GetMsg(Msg::RestoreFolderGone, {TextOf(session.TrleFolder())}));
+    if (!MayRestoreFrom(session) || !MayChangeTrle(session))
+        return false;
+    progress.SetLabel(GetMsg(Msg::RestoreRemovingLevel));
+    progress.Step();
+    MendFirst(session);
+    const std::vector<std::string> told = RemoveLevelFirst(session);
+    auto found = ReadJournal(session);
+    if (!found) {
+        TellFailure(session, GetMsg(Msg::RestoreNotFinished), found.Error());
+        return false;
+    }
+    const auto planned = *found ? Result<SwapJournal>{**found} : PlannedRestore(session);
+    if (!planned) {
+        TellFailure(session, GetMsg(Msg::RestoreNotFinished), planned.Error());
+        return false;
+    }
+    SwapJournal journal = *planned;
+    if (!TakeOver(session, journal))
+        return Refused(session, GetMsg(Msg::WorkPending));
+    if (!Begin(session, journal))
+        return false;
+    RestoreReport report;
+    if (const auto status = FinishRestore(session, journal, report, &progress); !status) {
+        TellKept(session, report);
+        TellIncompleteRestore(session, report, told);
+        TellFailure(session, GetMsg(Msg::RestoreNotFinished), status.Error());
+        return false;
+    }
+    RestoreOtherFolders(session, progress, report);
+    TellKept(session, report);
+    progress.SetLabel(GetMsg(Msg::RestoreFinished));
+    session.list.Refresh();
+    if (report.Whole())
+        session.host.Tell(Tone::Plain, GetMsg(Msg::RestoredOriginal));
+    else
+        TellIncompleteRestore(session, report, told);
+    return report.Whole();
+}
+
+bool RestoreFastWithWords(Session& session)
+{
+    const Operation running{session};
+    if (!MayChangeTrle(session))
+        return false;
+    const bool done = RestoreFast(session);
+    session.host.Tell(done ? Tone::Plain : Tone::Error,
+                      GetMsg(done ? Msg::FastRestoreDone : Msg::FastRestoreFailed));
+    return done;
+}
+
+} // namespace kestrova

@@ -1,0 +1,248 @@
+#include "swap/restore_steps.h"
+
+#include "core/look.h"
+#include "core/name_list.h"
+#include "core/name_set.h"
+#include "history/swap_journal_file.h"
+#include "originals/vault.h"
+#include "swap/homeless_state.h"
+#include "swap/owned_files.h"
+#include "swap/placements.h"
+#include "swap/state_files.h"
+#include "swap/swap_run.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+struct Critical {
+    Msg folder;
+    Msg pattern;
+};
+constexpr Critical criticalFiles[] = {{Msg::FragRoot, Msg::PatDat},
+                                      {Msg::FragRoot, Msg::PatH},
+                                      {Msg::DirData, Msg::PatTr4},
+                                      {Msg::DirData, Msg::PatPak}};
+
+void Show(ProgressScope* progress, Msg label)
+{
+    if (progress == nullptr)
+        return;
+    progress->SetLabel(GetMsg(label));
+    progress->Step();
+}
+
+void NoteReason(RestoreReport& report, const Failure& failure)
+{
+    if (report.reason.empty())
+        report.reason = failure.reason;
+}
+
+void Note(RestoreReport& report, std::vector<std::string>& list, const Path& relative,
+          const Failure& failure)
+{
+    std::string name = ToBackslashes(relative);
+    for (const std::string& known : list)
+        if (EqualNames(known, name))
+            return;
+    list.push_back(std::move(name));
+    NoteReason(report, failure);
+}
+
+/// Keeps a file that is about to go; the report names what was newly kept.
+Status KeepNoting(Session& session, const Path& relative, RestoreReport& report)
+{
+    Keeping keeping = KeepOriginals(session, {relative});
+    for (const Path& kept : keeping.kept)
+        report.kept.push_back(Readable(ToBackslashes(kept)));
+    return keeping.failed.empty() ? Status{} : Status{std::move(keeping.failure)};
+}
+
+/// One original back in its place. What stood there and is not the original is kept first.
+void BringBack(Session& session, const Path& relative, RestoreReport& report)
+{
+    const Path source = ResolvePath(session.BackupFolder() / relative);
+    const Path place = PlaceOfOriginal(session, relative);
+    const Path target = ResolvePath(session.TrleFolder() / place);
+    if (SameContent(source, target)) {
+        if (target.filename() != source.filename()) // the backup's spelling is the original one
+            (void)platform::Rename(target, target.parent_path() / source.filename());
+        return;
+    }
+    if (const auto kept = KeepNoting(session, place, report); !kept)
+        Note(report, report.left, relative, kept.Error());
+    else if (const auto back = RestoreOriginal(session, relative); !back)
+        Note(report, report.missing, relative, back.Error());
+}
+
+/// What stands in the Level Editor's folder and no original may stand beside.
+Result<std::vector<Path>> CriticalFiles(const Path& trle)
+{
+    std::vector<Path> critical;
+    for (const Critical& kind : criticalFiles) {
+        const auto files = ListFiles(InFolder(trle, RowText(kind.folder)), RowText(kind.pattern));
+        if (!files)
+            return files.Error();
+        critical.insert(critical.end(), files->begin(), files->end());
+    }
+    return critical;
+}
+
+Status DeleteCritical(Session& session, RestoreReport& report)
+{
+    const Path trle = ResolvePath(session.TrleFolder());
+    const auto files = CriticalFiles(trle);
+    if (!files)
+        return files.Error();
+    for (const Path& file : *files) {
+        const Path relative = file.lexically_relative(trle).lexically_normal();
+        if (SameContent(file, session.BackupFolder() / relative))
+            continue; // deleted and copied back it would be the same
+        auto status = KeepNoting(session, relative, report);
+        if (status)
+            status = DeleteSpelled(file);
+        if (!status)
+            Note(report, report.left, relative, status.Error());
+    }
+    return {};
+}
+
+Path Relative(std::string_view fragment)
+{
+    return InFolder({}, fragment).relative_path();
+}
+
+/// What the level replaced in other folders than the critical ones (its sounds).
+void RestoreListed(Session& session, const SwapJournal& journal, RestoreReport& report)
+{
+    std::vector<std::string> names = journal.restore;
+    for (const OwnedFile& file : journal.remove)
+        names.push_back(file.name);
+    for (const std::string& name : names) {
+        const auto relative = SafeRelative(name);
+        if (relative && IsFile(session.BackupFolder() / *relative).ValueOr(true) &&
+            !IsPlayersPlace(*relative))
+            BringBack(session, *relative, report);
+    }
+}
+
+} // namespace
+
+std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFile>& files,
+                                    RestoreReport& report)
+{
+    std::vector<OwnedFile> left;
+    for (const OwnedFile& file : files) {
+        const auto relative = SafeRelative(file.name);
+        if (!relative || IsPlayersPlace(*relative))
+            continue;
+        const Path place =
+            ResolvePath(session.TrleFolder() / SpelledAsPut(session, file, *relative));
+        const auto facts = LookAt(place);
+        if (!facts) { // it stays noted
+            Note(report, report.left, *relative, facts.Error());
+            left.push_back(file);
+            continue;
+        }
+        if (facts->kind != platform::FileKind::File)
+            continue;
+        if (StaysWithCompactBackup(session, file.name)) {
+            left.push_back(file);
+            continue;
+        }
+        // Only a file that is as it was put there goes like this; others are kept where they are
+        // about to be replaced.
+        if (!IsAsPut(file, *facts) || SameContent(place, session.BackupFolder() / *relative))
+            continue;
+        if (const auto status = DeleteSpelled(place); !status) {
+            Note(report, report.left, *relative, status.Error());
+            left.push_back(file);
+        }
+    }
+    return left;
+}
+
+Status RestoreFolder(Session& session, const Path& folder, RestoreReport& report,
+                     ProgressScope* progress)
+{
+    const auto listed = ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
+    if (!listed)
+        return listed.Error();
+    const std::vector<Path>& files = *listed;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        // A savegame of the time of the backup is no original: what the player has now stays.
+        if (!IsPlayersPlace(folder / files[i].filename()))
+            BringBack(session, folder / files[i].filename(), report);
+        if (progress != nullptr) {
+            progress->SetBar(i + 1, files.size());
+            progress->Step();
+        }
+    }
+    return {};
+}
+
+Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport& report,
+                     ProgressScope* progress)
+{
+    Show(progress, Msg::RestoreRemovingCritical);
+    const Path folders[] = {Path{}, Relative(RowText(Msg::DirData))};
+    // Nothing goes while nobody can tell what comes back.
+    for (const Path& folder : folders)
+        if (const auto files = ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
+            !files)
+            return files.Error();
+    OwnerRecord owner;
+    // First of all, since it makes room for what comes back.
+    owner.added = DeleteListed(session, journal.remove, report);
+    if (auto status = DeleteCritical(session, report); !status)
+        return status;
+    if (auto status = DeleteFile(session.MarkerPath()); !status)
+        return status;
+    Show(progress, Msg::RestoreCopyingOriginal);
+    for (const Path& folder : folders)
+        if (auto status = RestoreFolder(session, folder, report, progress); !status)
+            return status;
+    RestoreListed(session, journal, report);
+    if (journal.from >= 0)
+        SetOwner(session, owner, LevelPlace{journal.from, Path{journal.fromStore}.parent_path()});
+    owner.overwritten = report.missing;
+    owner.strangers = StrangersThere(session, journal.strangers).ValueOr(journal.strangers);
+    if (auto status = WriteOwner(session, std::move(owner)); !status)
+        return status;
+    if (auto status = DropJournal(session); !status)
+        return status;
+    if (const auto status = ReturnHomelessState(session, report.state); !status)
+        NoteReason(report, status.Error());
+    return {};
+}
+
+void TellKept(Session& session, const RestoreReport& report)
+{
+    if (!report.kept.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {ShownNames(report.kept)}));
+}
+
+void TellIncompleteRestore(Session& session, const RestoreReport& report,
+                           const std::vector<std::string>& told)
+{
+    if (report.Whole())
+        return;
+    std::string text = GetMsg(Msg::RestoreIncomplete);
+    NameSet named;
+    for (const std::string& name : told)
+        named.Add(name);
+    std::vector<std::string> missing = report.missing;
+    std::erase_if(missing, [&](const std::string& name) { return named.Has(name); });
+    if (!missing.empty())
+        text += std::string{lineBreak} + GetMsg(Msg::RestoreStillMissing, {ShownNames(missing)});
+    if (!report.left.empty())
+        text += std::string{lineBreak} + GetMsg(Msg::RestoreLeft, {ShownNames(report.left)});
+    if (!report.state.empty())
+        text += std::string{lineBreak} + GetMsg(Msg::RestoreStateLeft, {ShownNames(report.state)});
+    session.host.Tell(Tone::Error, text, report.reason);
+}
+
+} // namespace kestrova

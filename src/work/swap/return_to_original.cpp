@@ -1,0 +1,246 @@
+#include "swap/return_to_original.h"
+
+#include "archive/level_folders.h"
+#include "core/look.h"
+#include "core/name_list.h"
+#include "core/removal.h"
+#include "core/staged_file.h"
+#include "history/history.h"
+#include "history/swap_journal_file.h"
+#include "originals/vault.h"
+#include "swap/backup.h"
+#include "swap/owned_files.h"
+#include "swap/placements.h"
+#include "swap/state_files.h"
+#include "swap/swap_run.h"
+#include "swap/whereabouts.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// The live state leaves the folder: into its store, or, when the level has been removed since,
+/// into the history.
+Status SaveLiveState(Session& session, const LevelPlace& owner, const Path& store,
+                     std::vector<OwnedFile>& strangers)
+{
+    std::vector<StateFile> live;
+    const auto there = StrangersThere(session, strangers);
+    const auto hasHome = IsFolder(store.parent_path());
+    if (!there || !hasHome)
+        return there ? hasHome.Error() : there.Error();
+    strangers = *there;
+    if (*hasHome) {
+        if (auto status = StoreLiveState(session, owner, store, live, strangers); !status)
+            return status;
+    } else {
+        const auto files = LiveStateFiles(session, strangers);
+        if (!files)
+            return files.Error();
+        auto hashes = HashesOf(*files);
+        if (!hashes)
+            return hashes.Error();
+        live = std::move(*hashes);
+        if (auto status = KeepInHistory(session, owner, *files, GetMsg(Msg::ReasonInterrupted));
+            !status)
+            return status;
+    }
+    strangers.clear();
+    return DropLiveState(session, owner, live, strangers);
+}
+
+} // namespace
+
+void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const LevelPlace& level,
+                   LeftInTrle& left)
+{
+    const bool away = BackupIsAway(session);
+    const OwnedNames brought{files}; // the old and the new level may both have brought a name
+    struct Going {
+        Path relative;
+        Path place; ///< exactly as it is spelled
+        OwnedFile file;
+    };
+    std::vector<Going> going;
+    std::vector<Path> unsafe;
+    {
+        SafeContents safe{session, level};
+        for (const OwnedFile& file : files) {
+            const auto name = SafeRelative(file.name);
+            if (!name || IsPlayersPlace(*name))
+                continue;
+            const Path relative = SpelledAsPut(session, file, *name);
+            const Path place = ResolvePath(session.TrleFolder() / relative);
+            const auto facts = LookAt(place);
+            if (!facts) { // it stays noted
+                left.added.push_back(file);
+                continue;
+            }
+            if (facts->kind != platform::FileKind::File ||
+                StaysWithCompactBackup(session, file.name) ||
+                SameContent(place, session.BackupFolder() / relative))
+                continue;
+            const bool known = brought.IsAsPut(file.name, *facts) || safe.Holds(file, relative);
+            if (!known && away) {
+                left.unsure.push_back(file);
+                continue;
+            }
+            going.push_back({relative, place, file});
+            if (!known)
+                unsafe.push_back(relative);
+        }
+    }
+    const Keeping keeping = KeepOriginals(session, unsafe);
+    for (const Path& relative : keeping.kept)
+        left.kept.push_back(Readable(ToBackslashes(relative)));
+    for (const Path& relative : keeping.failed)
+        left.spared.push_back(Readable(ToBackslashes(relative)));
+    for (const auto& [relative, place, file] : going) {
+        const bool spared = std::find(keeping.failed.begin(), keeping.failed.end(), relative) !=
+                            keeping.failed.end();
+        if (spared || !DeleteSpelled(place))
+            left.added.push_back(file);
+    }
+}
+
+Status RestoreMissing(Session& session, const SwapJournal& journal, LeftInTrle& left)
+{
+    const bool away = BackupIsAway(session);
+    NameSet owed;
+    const auto restore = [&](const Path& relative) {
+        if (IsPlayersPlace(relative))
+            return;
+        if (away) { // whatever is missing may be an original
+            const std::string name = ToBackslashes(relative);
+            if (!IsFile(session.TrleFolder() / relative).ValueOr(false) &&
+                !StaysWithCompactBackup(session, name) && !owed.Has(name))
+                left.overwritten.push_back(name);
+            owed.Add(name);
+            return;
+        }
+        const auto isOriginal = IsFile(session.BackupFolder() / relative);
+        const auto isThere = IsFile(session.TrleFolder() / relative);
+        // Where one of both cannot be told it waits.
+        const bool wanted = isOriginal && isThere && *isOriginal && !*isThere;
+        if (!isOriginal || !isThere || (wanted && !RestoreOriginal(session, relative)))
+            left.overwritten.push_back(ToBackslashes(relative));
+    };
+    std::vector<Path> originals;
+    for (const Path& folder : {Path{}, Path{InFolder({}, RowText(Msg::DirData))}.relative_path()}) {
+        const auto files = ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
+        if (!files)
+            return files.Error();
+        for (const Path& file : *files)
+            originals.push_back(folder / file.filename());
+    }
+    for (const Path& file : originals)
+        restore(file);
+    std::vector<std::string> names = journal.restore;
+    for (const auto* list : {&journal.remove, &journal.install})
+        for (const OwnedFile& file : *list)
+            names.push_back(file.name);
+    for (const std::string& name : names)
+        if (const auto relative = SafeRelative(name))
+            restore(*relative);
+    if (away)
+        return {};
+    // Where a file could not be deleted its original waits too.
+    for (const OwnedFile& file : left.added)
+        if (const auto relative = SafeRelative(file.name);
+            relative && IsFile(session.BackupFolder() / *relative).ValueOr(true))
+            left.overwritten.push_back(file.name);
+    return {};
+}
+
+void ClearHalfDone(const Session& session)
+{
+    const Path trle = session.TrleFolder();
+    for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio})
+        ClearStagedLeftovers(ResolvePath(InFolder(trle, RowText(fragment))));
+    (void)ClearPlace(InFolder(trle, RowText(Msg::DirReady))); // the next swap tries again
+}
+
+void TellLeftovers(Session& session, const LeftInTrle& left)
+{
+    const auto tell = [&](Msg words, const std::vector<std::string>& names) {
+        if (!names.empty())
+            session.host.Tell(Tone::Warning, GetMsg(words, {ShownNames(names)}));
+    };
+    const auto namesOf = [](const std::vector<OwnedFile>& files) {
+        std::vector<std::string> names;
+        for (const OwnedFile& file : files)
+            names.push_back(Readable(file.name));
+        return names;
+    };
+    tell(Msg::FilesKept, left.kept);
+    tell(Msg::KeptUnlisted, left.spared);
+    tell(Msg::LeftBehind, namesOf(left.added));
+    if (!left.overwritten.empty() && BackupIsAway(session))
+        session.host.Tell(Tone::Error,
+                          GetMsg(Msg::OriginalsNoBackup,
+                                 {TextOf(session.BackupFolder()), ShownNames(left.overwritten)}));
+    else
+        tell(Msg::OriginalsNotBack, left.overwritten);
+    tell(Msg::StateLeft, namesOf(left.strangers));
+}
+
+Status ReturnToOriginal(Session& session, SwapJournal journal, LeftInTrle& left)
+{
+    const Path store = NeededStore(session, journal);
+    const LevelPlace owner = LevelOfNeededStore(session, journal);
+    if (auto status = SettleTwins(session, owner, session.TrleFolder()); !status)
+        return status;
+    left.strangers = journal.strangers;
+    if (journal.liveIsKept) { // the state of a level that has no folder any more
+        const LevelPlace gone{journal.from, Path{journal.fromStore}.parent_path()};
+        std::vector<OwnedFile> there;
+        if (auto status = DropLiveState(session, gone, journal.live, there); !status)
+            return status;
+    }
+    if (auto status = SaveLiveState(session, owner, store, left.strangers); !status)
+        return status;
+    ClearHalfDone(session);
+    std::vector<OwnedFile> brought = journal.install;
+    brought.insert(brought.end(), journal.remove.begin(), journal.remove.end());
+    const LevelPlace old{journal.from, Path{journal.fromStore}.parent_path()};
+    DeleteBrought(session, brought, old, left);
+    if (auto status = RestoreMissing(session, journal, left); !status)
+        return status;
+    (void)DeleteFile(session.MarkerPath()); // the owner record outweighs one that stays
+    // From here on the state in the folder is that of the original configuration.
+    journal.phase = SwapPhase::Coming;
+    journal.to = originalCode;
+    journal.toStore = StateStoreOf(session, originalCode).native();
+    journal.liveIsKept = false;
+    journal.strangers = left.strangers;
+    if (auto status = WriteJournal(session, journal); !status)
+        return status;
+    if (auto status = SettleTwins(session, originalCode, journal.toStore); !status)
+        return status;
+    const auto stored = StoredState(session, originalCode);
+    if (!stored)
+        return stored.Error();
+    BroughtState state = BringStateIn(session, journal.toStore, *stored, originalCode, nullptr);
+    if (!state.waiting.empty()) // they are in their store, and no reason to wait for ever
+        session.host.Tell(Tone::Warning, GetMsg(Msg::StateNotIn, {ShownNames(state.waiting)}));
+    OwnerRecord record;
+    SetOwner(session, record, originalCode);
+    record.overwritten = std::move(state.replaced);
+    record.overwritten.insert(record.overwritten.end(), left.overwritten.begin(),
+                              left.overwritten.end());
+    record.owed = left.overwritten;
+    record.added = left.added;
+    record.added.insert(record.added.end(), left.unsure.begin(), left.unsure.end());
+    record.strangers = StrangersThere(session, left.strangers).ValueOr(left.strangers);
+    record.waiting = std::move(state.waiting);
+    if (auto status = WriteOwner(session, std::move(record)); !status)
+        return status;
+    return DropJournal(session);
+}
+
+} // namespace kestrova

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "archive/level_folders.h"
+#include "formats/swap_journal.h"
+#include "session/session.h"
+
+/// The way back to the original configuration of what a swap left half done, or said that it left.
+namespace kestrova
+{
+
+/// What mending had to leave, each noted so that the next start tries it again.
+struct LeftInTrle {
+    std::vector<std::string> kept;   ///< of somebody's own making, in the vault now
+    std::vector<std::string> spared; ///< could not be kept, so they stand where they are
+    std::vector<OwnedFile> added;    ///< could not be deleted
+    std::vector<OwnedFile>
+        unsure; ///< the level's or an original: without the backup nobody can tell
+    std::vector<std::string> overwritten; ///< could not be brought back
+    std::vector<OwnedFile> strangers;
+};
+
+void TellLeftovers(Session& session, const LeftInTrle& left);
+
+/// Everything behind the point where the live state was stored ends at the original configuration.
+/// Each step may be repeated.
+Status ReturnToOriginal(Session& session, SwapJournal journal, LeftInTrle& left);
+/// What a swap built beside its targets in the Level Editor's folder goes.
+void ClearHalfDone(const Session& session);
+
+/// Deletes what the old or the new level brought, but for files that are original. What somebody
+/// changed since is kept first.
+void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const LevelPlace& level,
+                   LeftInTrle& left);
+/// Whatever the root and `data` of the backup hold and the folder lacks comes back. Fails before it
+/// changes anything when the backup cannot be listed.
+Status RestoreMissing(Session& session, const SwapJournal& journal, LeftInTrle& left);
+
+} // namespace kestrova

@@ -1,0 +1,85 @@
+#include "swap/sounds_left.h"
+
+#include "core/look.h"
+#include "core/removal.h"
+#include "history/swap_journal_file.h"
+#include "originals/vault.h"
+#include "swap/owned_files.h"
+#include "swap/placements.h"
+#include "swap/swap_run.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <set>
+
+namespace kestrova
+{
+
+SoundsLeft::SoundsLeft(Session& session)
+    : session_(session), trle_(ResolvePath(session.TrleFolder()))
+{
+}
+
+Status SoundsLeft::Find()
+{
+    auto owner = ReadOwner(session_);
+    if (!owner)
+        return owner.Error();
+    owner_ = owner->value_or(OwnerRecord{});
+    for (const OwnedFile& file : owner_.added) {
+        const auto relative = SafeRelative(file.name);
+        if (!relative)
+            continue;
+        const Path place = ResolvePath(trle_ / *relative);
+        const auto facts = LookAt(place);
+        if (!facts)
+            return facts.Error();
+        if (IsAsListed(file, *facts) && !SameContent(place, session_.BackupFolder() / *relative))
+            files_.push_back({file, *relative, place});
+    }
+    for (std::size_t i = 0; i < files_.size(); ++i)
+        byPlace_.emplace(FoldCase(files_[i].place.native()), i);
+    return {};
+}
+
+Path SoundsLeft::OriginalOf(const Path& file) const
+{
+    const auto left =
+        byPlace_.empty() ? byPlace_.end() : byPlace_.find(FoldCase(ResolvePath(file).native()));
+    if (left == byPlace_.end())
+        return file;
+    const Path vault =
+        ResolvePath(InFolder(session_.programFolder, RowText(Msg::DirHistoryOriginals)) /
+                    files_[left->second].relative);
+    return IsFile(vault).ValueOr(true) ? vault : Path{};
+}
+
+void SoundsLeft::Settle()
+{
+    if (files_.empty())
+        return;
+    std::set<std::string> settled;
+    std::vector<std::string> names;
+    for (const Left& left : files_) {
+        names.push_back(Readable(left.listed.name));
+        const auto original = IsFile(session_.BackupFolder() / left.relative);
+        const auto facts = LookAt(left.place);
+        auto status = original ? Status{} : original.Error();
+        const Path going =
+            original && *original ? PlaceOfOriginal(session_, left.relative) : left.relative;
+        const bool asPut =
+            facts && IsAsPut(left.listed, *facts) && ResolvePath(trle_ / going) == left.place;
+        if (status && !asPut) // touched since, or a twin of it
+            status = KeepOriginal(session_, going);
+        if (status)
+            status =
+                *original ? RestoreOriginal(session_, left.relative) : DeleteSpelled(left.place);
+        if (status)
+            settled.insert(left.listed.name);
+    }
+    std::erase_if(owner_.added, [&](const OwnedFile& file) { return settled.contains(file.name); });
+    (void)WriteOwner(session_, owner_); // otherwise they are looked at once more
+    session_.host.Tell(Tone::Plain, GetMsg(Msg::BackupLeftSounds, {Join(names, ", ")}));
+}
+
+} // namespace kestrova

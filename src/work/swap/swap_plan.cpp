@@ -1,0 +1,413 @@
+#include "swap/swap_plan.h"
+
+#include "archive/level_folders.h"
+#include "archive/tr4_index.h"
+#include "core/look.h"
+#include "core/name_set.h"
+#include "core/removal.h"
+#include "history/swap_journal_file.h"
+#include "originals/backup_waves.h"
+#include "platform/file_content.h"
+#include "platform/folder_memory.h"
+#include "storage/ready_files.h"
+#include "storage/storage.h"
+#include "swap/backup.h"
+#include "swap/level_files.h"
+#include "swap/level_gaps.h"
+#include "swap/placements.h"
+#include "swap/state_files.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace kestrova
+{
+
+namespace
+{
+
+Path FilesFolder(Session& session, LevelCode code)
+{
+    return InFolder(LevelFolderOf(session, code, true), RowText(Msg::DirFiles));
+}
+
+/// The folder as it will be once the old level is out.
+struct Foresight {
+    NameSet gone;     ///< what the old level brought
+    NameSet restored; ///< what comes back
+
+    [[nodiscard]] bool WillStand(const Session& session, const std::string& name) const
+    {
+        const auto relative = SafeRelative(name);
+        return relative && (restored.Has(name) ||
+                            (!gone.Has(name) && FileExists(session.TrleFolder() / *relative)));
+    }
+};
+
+/// What stands there beside the originals, by marker and owner record.
+Result<Belongings> StandingBelongings(const Session& session, const Standing& standing)
+{
+    const auto bytes = ReadFileIfThere(session.MarkerPath());
+    if (!bytes)
+        return bytes.Error();
+    return BelongingsOf(ParseMarker(bytes->value_or(std::string{})), standing.owner);
+}
+
+void PlanRemoval(Session& session, const Belongings& belongings, std::vector<PlannedFile>& plan,
+                 Foresight& foresight)
+{
+    for (const OwnedFile& file : belongings.added) {
+        const auto relative = SafeRelative(file.name);
+        const Path place = session.TrleFolder() / *relative;
+        if (StaysWithCompactBackup(session, file.name) || !FileExists(place))
+            continue;
+        plan.push_back({PlannedAction::Remove, Readable(file.name), FileSize(place)});
+        foresight.gone.Add(file.name);
+    }
+    for (const std::string& name : belongings.overwritten) {
+        const Path pristine = session.BackupFolder() / *SafeRelative(name);
+        if (!FileExists(pristine))
+            continue;
+        plan.push_back({PlannedAction::Restore, Readable(name), FileSize(pristine)});
+        foresight.restored.Add(name);
+    }
+}
+
+/// The `*.dat` files of the root once the old level is out, in listing order.
+Result<std::vector<Path>> DatFilesToCome(const Session& session, const Foresight& foresight)
+{
+    std::vector<Path> files;
+    NameSet known;
+    for (const Path& folder : {session.TrleFolder(), session.BackupFolder()}) {
+        const auto found = ListFiles(folder, RowText(Msg::PatDat));
+        if (!found)
+            return found.Error();
+        for (const Path& file : *found) {
+            const std::string name = file.filename().native();
+            if (known.Has(name) || !foresight.WillStand(session, GetMsg(Msg::FragRoot) + name))
+                continue;
+            known.Add(name);
+            files.push_back(file);
+        }
+    }
+    std::sort(files.begin(), files.end(), [](const Path& a, const Path& b) {
+        return UpperCase(a.filename().native()) < UpperCase(b.filename().native());
+    });
+    return files;
+}
+
+} // namespace
+
+Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
+{
+    if (FindLevel(session, code) < 0)
+        return Failure{
+            ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
+    const platform::FolderMemory folders;
+    std::vector<PlannedFile> plan;
+    const auto standing = LookAtStanding(session);
+    if (!standing)
+        return standing.Error();
+    if (LevelStands(session, code))
+        return plan;
+    const auto belongings = StandingBelongings(session, *standing);
+    if (!belongings)
+        return belongings.Error();
+    Foresight foresight;
+    PlanRemoval(session, *belongings, plan, foresight);
+    if (code == originalCode)
+        return plan;
+    const Path source = FilesFolder(session, code);
+    if (session.cdNotAvailable)
+        return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
+    const auto files = PlanLevelFiles(source);
+    if (!files)
+        return files.Error();
+    std::vector<std::string> refused;
+    const std::vector<Placement> placements = PlaceFiles(*files, refused);
+    for (const Placement& placement : placements)
+        plan.push_back({foresight.WillStand(session, placement.target) ? PlannedAction::Overwrite
+                                                                       : PlannedAction::Add,
+                        Readable(placement.target), placement.file.size});
+    const auto present = DatFilesToCome(session, foresight);
+    if (!present)
+        return present.Error();
+    const std::string language = LanguageFileToRemove(*present, placements);
+    if (!language.empty())
+        plan.push_back({PlannedAction::Remove, Readable(GetMsg(Msg::FragRoot) + language),
+                        std::max(FileSize(session.TrleFolder() / language),
+                                 FileSize(session.BackupFolder() / language))});
+    return plan;
+}
+
+namespace
+{
+
+/// Of the folders whose names differ by case alone the one that the originals came from.
+bool IsSpelledInBackup(const Path& backup, const Path& name)
+{
+    const auto facts = LookAtSpelled(backup / name);
+    return !facts || facts->kind == platform::FileKind::Folder;
+}
+
+Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
+                         const std::vector<std::string>& replaced, std::vector<Difference>& found)
+{
+    NameSet levels;
+    for (const Placement& placement : level)
+        levels.Add(placement.relative.native());
+    NameSet exchanged;
+    for (const std::string& name : replaced)
+        exchanged.Add(name);
+    const auto isLevels = [&](const Path& relative) { return levels.Has(relative.native()); };
+    const auto isReplaced = [&](const Path& relative) {
+        return exchanged.Has(ToBackslashes(relative));
+    };
+    const Path backup = ResolvePath(session.BackupFolder());
+    const Path trle = ResolvePath(session.TrleFolder());
+    const auto tree = ScanTree(backup);
+    if (!tree)
+        return tree.Error();
+    for (const Path& file : tree->files) {
+        const Path relative = file.lexically_relative(backup);
+        if (isLevels(relative) || isReplaced(relative) || IsPlayersPlace(relative))
+            continue;
+        const auto stands = IsFile(trle / relative);
+        if (!stands)
+            return stands.Error();
+        if (!*stands)
+            found.push_back({Mismatch::Missing, Readable(ToBackslashes(relative))});
+        else if (!SameContent(file, trle / relative))
+            found.push_back({Mismatch::Differs, Readable(ToBackslashes(relative))});
+    }
+    for (const Msg fragment : {Msg::DirData, Msg::DirAudio}) {
+        const auto twins = CaseTwins(InFolder(trle, RowText(fragment)));
+        if (!twins)
+            return twins.Error();
+        for (const Path& twin : *twins)
+            if (twins->size() > 1 && !IsSpelledInBackup(backup, twin.filename()))
+                found.push_back(
+                    {Mismatch::Unexpected, Readable(ToBackslashes(twin.lexically_relative(trle)))});
+    }
+    for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio}) {
+        // Of the sounds a compact backup knows nothing.
+        if (fragment == Msg::DirAudio && !session.preferences.fullBackup)
+            continue;
+        const auto files =
+            ListFiles(InFolder(trle, RowText(fragment)).lexically_normal(), RowText(Msg::PatAll));
+        if (!files)
+            return files.Error();
+        for (const Path& file : *files) {
+            const Path relative = file.lexically_relative(trle);
+            if (!IsLevelPlace(relative) || isLevels(relative))
+                continue;
+            const auto isOriginal = IsFile(backup / relative);
+            if (!isOriginal)
+                return isOriginal.Error();
+            if (!*isOriginal)
+                found.push_back({Mismatch::Unexpected, Readable(ToBackslashes(relative))});
+        }
+    }
+    return {};
+}
+
+Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& level,
+                                           const Path& staging)
+{
+    const bool ours = CurrentLevelCode(session) == level.code;
+    const Path source = ours ? FilesFolder(session, level.code)
+                             : InFolder(HomeOf(session, level), RowText(Msg::DirFiles));
+    if (ours && session.cdNotAvailable)
+        return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
+    if (!FolderExists(source))
+        return Failure{ErrorCode::Missing, TextOf(source), {}};
+    auto ready = ReadyLevelFiles(session, source, staging, true, nullptr);
+    if (!ready)
+        return ready.Error();
+    std::vector<std::string> refused;
+    return PlaceFiles(*ready, refused);
+}
+
+} // namespace
+
+namespace
+{
+
+/// The sizes that files had when they were stored, by folded name.
+using NotedSizes = std::unordered_map<std::string, std::uint64_t>;
+
+NotedSizes SizesNoted(Session& session, LevelCode code)
+{
+    NotedSizes sizes;
+    if (const auto index = ReadTr4InfOf(session, code))
+        for (const Tr4Entry& entry : *index)
+            if (entry.size > 0) {
+                std::uint64_t& largest = sizes[FoldCase(Trim(entry.name))];
+                largest = std::max(largest, static_cast<std::uint64_t>(entry.size));
+            }
+    return sizes;
+}
+
+/// Of an expanded file.
+bool IsSmallerThanNoted(const NotedSizes& sizes, const ReadyFile& file)
+{
+    const auto noted = sizes.find(FoldCase(Trim(file.name)));
+    return file.moved && noted != sizes.end() && file.size < noted->second;
+}
+
+} // namespace
+
+namespace
+{
+
+/// Originals that a swap could not bring back, as far as they are still not there, and waves that
+/// a compact backup does not hold.
+Status AddOwed(const Session& session, const std::optional<OwnerRecord>& owner,
+               std::vector<Difference>& found)
+{
+    NameSet told;
+    for (const Difference& difference : found)
+        told.Add(difference.file);
+    const auto waves = MissingWaves(session);
+    if (!waves)
+        return waves.Error();
+    for (const std::string& wave : *waves)
+        if (const std::string name = Readable(GetMsg(Msg::FragAudio) + wave); !told.Has(name))
+            found.push_back({Mismatch::Missing, name});
+    if (!owner)
+        return {};
+    for (const std::string& name : owner->owed) {
+        const auto relative = SafeRelative(name);
+        if (!relative || told.Has(Readable(name)))
+            continue;
+        const auto stands = IsFile(session.TrleFolder() / *relative);
+        if (!stands)
+            return stands.Error();
+        if (!*stands)
+            found.push_back({Mismatch::Missing, Readable(name)});
+    }
+    return {};
+}
+
+} // namespace
+
+Result<std::vector<Difference>> VerifyFolder(Session& session)
+{
+    const platform::FolderMemory folders;
+    std::vector<Difference> found;
+    const auto isThere = IsFolder(session.TrleFolder());
+    if (!isThere)
+        return isThere.Error();
+    if (!*isThere)
+        return Failure{ErrorCode::Missing, TextOf(session.TrleFolder()), {}};
+    const auto known = LookAtStanding(session);
+    if (!known)
+        return known.Error();
+    const LevelPlace& standing = known->level;
+    const StagingFolder staging{FreshPlaceIn(session.programFolder)};
+    std::vector<Placement> level;
+    std::vector<std::string> replaced;
+    if (standing.code != originalCode) {
+        auto placed = PlacedFiles(session, standing, staging.Folder());
+        if (!placed)
+            return placed.Error();
+        level = std::move(placed).Value();
+        auto belongings = StandingBelongings(session, *known);
+        if (!belongings)
+            return belongings.Error();
+        replaced = std::move(belongings->overwritten);
+    }
+    for (const Placement& placement : level) {
+        const Path target = session.TrleFolder() / placement.relative;
+        const auto stands = IsFile(target);
+        if (!stands)
+            return stands.Error();
+        if (!*stands)
+            found.push_back({Mismatch::Missing, Readable(placement.target)});
+        else if (!SameContent(placement.file.path, target))
+            found.push_back({Mismatch::Differs, Readable(placement.target)});
+    }
+    const auto hasBackup = IsFolder(session.BackupFolder());
+    if (!hasBackup)
+        return hasBackup.Error();
+    if (*hasBackup)
+        if (auto status = CompareWithBackup(session, level, replaced, found); !status)
+            return status.Error();
+    if (auto status = AddOwed(session, known->owner, found); !status)
+        return status.Error();
+    return found;
+}
+
+namespace
+{
+
+/// Files that the level brought into the Level Editor's folder, where it still stands, and that its
+/// stored files no longer give.
+Result<std::vector<std::string>> StandingNamesWithout(const Session& session, LevelCode code,
+                                                      const std::vector<ReadyFile>& ready)
+{
+    const auto owner = ReadOwner(session);
+    if (!owner)
+        return owner.Error();
+    std::vector<std::string> names;
+    if (!*owner || (*owner)->owner != code ||
+        (*owner)->home.path != LevelHomeOf(session, code).native())
+        return names;
+    NameSet stored;
+    for (const ReadyFile& file : ready)
+        stored.Add(file.name);
+    for (const OwnedFile& file : (*owner)->added)
+        if (const std::string name = FileNameOf(Readable(file.name)); !stored.Has(name))
+            names.push_back(name);
+    return names;
+}
+
+} // namespace
+
+Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
+{
+    if (FindLevel(session, code) < 0)
+        return Failure{
+            ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
+    const Path source = FilesFolder(session, code);
+    if (session.cdNotAvailable)
+        return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
+    if (!FolderExists(source))
+        return std::vector<Difference>{{Mismatch::Missing, TextOf(source)}};
+    const auto gaps =
+        GapsOf(session, session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))]);
+    if (!gaps)
+        return gaps.Error();
+    const StagingFolder staging{FreshPlaceIn(session.programFolder)};
+    const auto ready = ReadyLevelFiles(session, source, staging.Folder(), false, nullptr);
+    if (!ready)
+        return std::vector<Difference>{{Mismatch::Differs, ready.Error().subject}};
+    std::vector<Difference> found;
+    for (const std::string& file : gaps->cut)
+        found.push_back({Mismatch::Cut, Readable(file)});
+    LevelGaps missing = *gaps;
+    missing.cut.clear();
+    // Where only the size tells of a loss, what stands in the folder may have the names.
+    if (missing.bytes > 0) {
+        auto names = StandingNamesWithout(session, code, *ready);
+        if (!names)
+            return names.Error();
+        missing.bytes = names->empty() ? missing.bytes : 0;
+        for (std::string& name : *names)
+            found.push_back({Mismatch::Missing, std::move(name)});
+    }
+    for (std::string& file : AllGaps(missing))
+        found.push_back({Mismatch::Missing, std::move(file)});
+    const NotedSizes sizes = SizesNoted(session, code);
+    for (const ReadyFile& file : *ready) {
+        if (IsSmallerThanNoted(sizes, file))
+            found.push_back({Mismatch::Differs, Readable(file.name)});
+        std::string hash;
+        if (platform::HashOfFile(file.path, hash))
+            found.push_back({Mismatch::Differs, Readable(file.name)});
+    }
+    return found;
+}
+
+} // namespace kestrova

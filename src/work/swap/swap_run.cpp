@@ -1,0 +1,441 @@
+#include "swap/swap_run.h"
+
+#include "archive/level_folders.h"
+#include "core/copying.h"
+#include "core/log_lines.h"
+#include "core/look.h"
+#include "core/name_list.h"
+#include "history/swap_journal_file.h"
+#include "originals/vault.h"
+#include "swap/backup.h"
+#include "swap/placements.h"
+#include "swap/state_files.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <set>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// A script or language file of the root.
+bool IsScript(const std::string& name)
+{
+    return EndsWithName(name, RowText(Msg::DatExtension)) && name.find_last_of('\\') == 0;
+}
+
+} // namespace
+
+SwapRun::SwapRun(Session& session, ActivityLog& log, LevelCode to)
+    : session_(session), log_(log), trle_(ResolvePath(session.TrleFolder()))
+{
+    journal_.to = to;
+}
+
+void SwapRun::Announce(const std::vector<Placement>& placements)
+{
+    for (const Placement& placement : placements)
+        journal_.install.push_back(
+            {placement.target, placement.file.size, placement.file.modifiedNs});
+}
+
+bool SwapRun::LookIntoStore()
+{
+    if (journal_.to < 0)
+        return true;
+    auto stored = StoredState(session_, journal_.to);
+    if (!stored) {
+        TellFailure(session_, GetMsg(Msg::CannotReadStore), stored.Error());
+        return false;
+    }
+    comingState_ = std::move(*stored);
+    return true;
+}
+
+bool SwapRun::Stands(LevelCode marked) const
+{
+    const auto isOurs = [&](const LevelPlace& place) {
+        return place.code == marked && HomeOf(session_, place) == LevelHomeOf(session_, marked);
+    };
+    return marked == journal_.to &&
+           (marked < 0 || (isOurs(standing_.level) && isOurs(standing_.state)));
+}
+
+LevelPlace SwapRun::StandingPlace(LevelCode marked) const
+{
+    return standing_.level.code == marked ? standing_.level : LevelPlace{marked};
+}
+
+bool SwapRun::TakeOut(LevelCode& previous)
+{
+    auto standing = LookAtStanding(session_);
+    if (!standing)
+        return TellUnknown(session_, standing.Error());
+    standing_ = std::move(*standing);
+    owner_ = standing_.owner;
+    if (owner_) {
+        auto there = StrangersThere(session_, owner_->strangers);
+        if (!there) {
+            TellFailure(session_, GetMsg(Msg::CannotKeepState), there.Error());
+            return false;
+        }
+        strangers_ = std::move(*there);
+        waiting_ = owner_->waiting;
+    }
+    const Path marker = session_.MarkerPath();
+    const auto bytes = ReadFileIfThere(marker);
+    if (!bytes)
+        return TellUnknown(session_, bytes.Error());
+    if (!*bytes)
+        return TakeOutOriginal(previous);
+    const MarkerContent content = ParseMarker(**bytes);
+    const Belongings belongings = BelongingsOf(content, owner_);
+    journal_.remove = belongings.added;
+    journal_.restore = belongings.overwritten;
+    previous = content.code;
+    markerSaidNothing_ = content.code == -1 && !owner_;
+    const LevelPlace level = StandingPlace(previous);
+    if (content.hasText) {
+        const Path folder = HomeOf(session_, level);
+        const auto isThere = IsFolder(folder);
+        if (!isThere)
+            return TellFolderNotRead(session_, isThere.Error());
+        if (!*isThere) {
+            session_.host.Tell(Tone::Error,
+                               GetMsg(Msg::LevelFolderNotFound, {TextOf(folder), lineBreak}));
+            log_ += LogLine({GetMsg(Msg::LogLevelFolderNotFound, {TextOf(folder)})});
+            if (Stands(previous))
+                return true;
+            journal_.liveIsKept = true;
+            leftAdded_ = belongings.added;
+            leftOverwritten_ = belongings.overwritten;
+            return KeepLiveState(level);
+        }
+    }
+    log_ += content.code == -1
+                ? LogLine({GetMsg(Msg::LogPreviousNone)})
+                : LogLine({GetMsg(Msg::LogPreviousLevel, {LevelNameOf(session_, previous)}),
+                           std::to_string(previous)});
+    if (Stands(previous))
+        return true;
+
+    if (!belongings.refused.empty())
+        session_.host.Tell(Tone::Warning,
+                           GetMsg(Msg::MarkerEntriesRefused, {ShownNames(belongings.refused)}));
+    if (!content.hasText) {
+        if (!KeepLiveState(originalCode))
+            return false;
+        (void)DeleteFile(marker);
+        return true;
+    }
+    switch (MoveStateOut(level, true)) {
+    case StateMove::Stopped:
+        return false;
+    case StateMove::Failed:
+        leftAdded_ = belongings.added;
+        leftOverwritten_ = belongings.overwritten;
+        previous = originalCode;
+        return true;
+    case StateMove::Moved:
+        break;
+    }
+    if (previous != originalCode) {
+        const bool deleted = DeleteAdded(level, belongings);
+        RestoreOverwritten(belongings.overwritten);
+        if (!deleted) {
+            previous = originalCode;
+            return true;
+        }
+    }
+    (void)DeleteFile(marker); // one that stays is overwritten by the next
+    return true;
+}
+
+/// True when the state in the folder is a level's whose own folder is not there just now.
+Result<bool> SwapRun::StateIsHomeless() const
+{
+    if (!owner_ || !owner_->owner || standing_.state.code == originalCode)
+        return false;
+    const auto hasHome = IsFolder(HomeOf(session_, standing_.state));
+    return hasHome ? Result<bool>{!*hasHome} : hasHome.Error();
+}
+
+bool SwapRun::TakeOutOriginal(LevelCode& previous)
+{
+    previous = originalCode;
+    const Belongings belongings = BelongingsOf({}, owner_);
+    journal_.remove = belongings.added;
+    journal_.restore = belongings.overwritten;
+    const auto isHomeless = StateIsHomeless();
+    if (!isHomeless) {
+        TellFailure(session_, GetMsg(Msg::CannotKeepState), isHomeless.Error());
+        return false;
+    }
+    if (*isHomeless) { // nobody else may take it over
+        journal_.liveIsKept = true;
+        if (!KeepLiveState(standing_.state))
+            return false;
+    } else if (MoveStateOut(originalCode, false) == StateMove::Stopped) {
+        return false;
+    }
+    log_ += LogLine({GetMsg(Msg::LogNoMarker)});
+    // What an earlier removal had to leave behind goes now.
+    (void)DeleteAdded(originalCode, belongings); // what stays again is told and noted
+    RestoreOverwritten(belongings.overwritten);
+    return true;
+}
+
+void SwapRun::Keep(const std::vector<Path>& relatives)
+{
+    const Keeping keeping = KeepOriginals(session_, relatives);
+    for (const Path& relative : keeping.kept)
+        kept_.push_back(Readable(ToBackslashes(relative)));
+    if (keeping.failed.empty())
+        return;
+    std::vector<std::string> names;
+    for (const Path& relative : keeping.failed) {
+        spared_.Add(relative.native());
+        names.push_back(Readable(ToBackslashes(relative)));
+    }
+    TellFailure(session_, GetMsg(Msg::CannotKeepFiles, {ShownNames(names)}), keeping.failure);
+}
+
+bool SwapRun::IsSpared(const Path& relative) const
+{
+    return spared_.Has(relative.native());
+}
+
+bool SwapRun::DeleteAdded(const LevelPlace& level, const Belongings& belongings)
+{
+    if (belongings.added.empty())
+        return true;
+    const auto progress =
+        session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RemovingPreviousFiles));
+    const auto stays = [&](const OwnedFile& file) {
+        return StaysWithCompactBackup(session_, file.name);
+    };
+    struct Place {
+        Path relative;
+        Path exact; ///< as it is spelled now; no twin goes in its stead
+    };
+    std::vector<Place> places;
+    std::vector<Path> unsafe;
+    {
+        SafeContents safe{session_, level};
+        for (const OwnedFile& file : belongings.added) {
+            Path relative = SpelledAsPut(session_, file, *SafeRelative(file.name));
+            if (!stays(file) && !safe.Holds(file, relative))
+                unsafe.push_back(relative);
+            Path exact = ResolvePath(trle_ / relative);
+            places.push_back({std::move(relative), std::move(exact)});
+        }
+    }
+    Keep(unsafe);
+    bool deleted = true;
+    for (std::size_t i = 0; i < belongings.added.size(); ++i) {
+        const OwnedFile& file = belongings.added[i];
+        const auto& [relative, exact] = places[i];
+        if (stays(file)) {
+            log_ += LogLine({GetMsg(Msg::LogNotRemovedCompact, {Readable(file.name)})});
+            leftAdded_.push_back(file);
+        } else if (IsSpared(relative)) {
+            leftAdded_.push_back(file); // the next swap tries again to keep it and to take it out
+        } else if (const auto status = LogDeleteFile(exact, trle_ / relative, log_); !status) {
+            TellFailure(session_, GetMsg(Msg::CannotDeleteFile) + TextOf(trle_ / relative),
+                        status.Error());
+            leftAdded_.push_back(file);
+            safeLeft_.insert(exact);
+            deleted = false;
+        }
+        progress->SetBar(i + 1, belongings.added.size());
+        progress->Step();
+    }
+    return deleted;
+}
+
+bool SwapRun::LeavesAnything() const
+{
+    return !leftOverwritten_.empty() ||
+           std::any_of(leftAdded_.begin(), leftAdded_.end(), [&](const OwnedFile& file) {
+               return !StaysWithCompactBackup(session_, file.name);
+           });
+}
+
+void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
+{
+    if (names.empty())
+        return;
+    const auto progress =
+        session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RestoringChangedFiles));
+    std::vector<Path> inTheWay; // a designer's file, or one that came in by another hand
+    for (const std::string& name : names) {
+        const Path relative = *SafeRelative(name);
+        const Path place = PlaceOfOriginal(session_, relative);
+        if (!safeLeft_.contains(ResolvePath(trle_ / place)) && !IsSpared(relative) &&
+            IsFile(session_.BackupFolder() / relative).ValueOr(true))
+            inTheWay.push_back(place);
+    }
+    Keep(inTheWay);
+    NameSet back; // whatever stood there, the original does now
+    std::vector<std::string> failed;
+    std::vector<std::string> owed; // while there is no backup
+    const bool away = BackupIsAway(session_);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const auto relative = SafeRelative(names[i]);
+        const auto status = IsSpared(*relative)
+                                ? Status{Failure{ErrorCode::Refused, Readable(names[i]), {}}}
+                                : RestoreOriginal(session_, *relative);
+        log_ += CopyLine(session_.BackupFolder() / *relative, trle_ / *relative,
+                         static_cast<bool>(status), false);
+        // What no backup holds stays missing; what it holds is tried again with the next swap.
+        if (!status && IsFile(session_.BackupFolder() / *relative).ValueOr(true)) {
+            leftOverwritten_.push_back(names[i]);
+            failed.push_back(Readable(names[i]));
+        } else if (!status && away && !StaysWithCompactBackup(session_, names[i])) {
+            leftOverwritten_.push_back(names[i]);
+            owed.push_back(Readable(names[i]));
+        }
+        if (status)
+            back.Add(names[i]);
+        progress->SetBar(i + 1, names.size());
+        progress->Step();
+    }
+    std::erase_if(leftAdded_, [&](const OwnedFile& file) { return back.Has(file.name); });
+    if (!failed.empty())
+        session_.host.Tell(Tone::Error, GetMsg(Msg::OriginalsNotBack, {ShownNames(failed)}));
+    if (!owed.empty())
+        session_.host.Tell(
+            Tone::Error,
+            GetMsg(Msg::OriginalsNoBackup, {TextOf(session_.BackupFolder()), ShownNames(owed)}));
+}
+
+bool SwapRun::BringIn(bool logged)
+{
+    if (stateOf_) { // it had to stay; it is in the history and not the coming level's
+        const auto stays = StateFilesIn(trle_);
+        if (!stays) {
+            TellFailure(session_, GetMsg(Msg::SwapBroken), stays.Error());
+            return false;
+        }
+        strangers_.clear();
+        for (const Path& file : *stays)
+            strangers_.push_back(AsItStands(file.filename().native(), file));
+    }
+    journal_.phase = SwapPhase::Coming;
+    journal_.strangers = strangers_;
+    if (const auto status = WriteJournal(session_, journal_); !status) {
+        TellFailure(session_, GetMsg(Msg::SwapBroken), status.Error());
+        return false;
+    }
+    const LevelPlace before =
+        stateOf_.value_or(LevelPlace{journal_.from, Path{journal_.fromStore}.parent_path()});
+    stateOf_ = journal_.to;
+    BroughtState brought = BringStateIn(session_, StateStoreOf(session_, journal_.to), comingState_,
+                                        before, logged ? &log_ : nullptr);
+    leftOverwritten_.insert(leftOverwritten_.end(), brought.replaced.begin(),
+                            brought.replaced.end());
+    waiting_ = std::move(brought.waiting);
+    strangers_ = StrangersThere(session_, strangers_).ValueOr(strangers_);
+    if (!waiting_.empty())
+        session_.host.Tell(Tone::Warning, GetMsg(Msg::StateNotBrought, {Join(waiting_, ", ")}));
+    return true;
+}
+
+void SwapRun::KeepTargets(const std::vector<Placement>& placements)
+{
+    const OwnedNames left{leftAdded_};
+    std::vector<Path> unknown;
+    for (const Placement& placement : placements) {
+        const auto facts = LookAt(trle_ / placement.relative);
+        const bool known = facts && (facts->kind != platform::FileKind::File ||
+                                     left.IsAsPut(placement.target, *facts));
+        if (!known && !IsSpared(placement.relative))
+            unknown.push_back(placement.relative);
+    }
+    Keep(unknown);
+}
+
+Status SwapRun::Put(const Placement& placement, bool& overwritten)
+{
+    const Path target = ResolvePath(trle_ / placement.relative);
+    const auto isTaken = IsFile(target);
+    overwritten = isTaken && *isTaken;
+    const auto put = [&]() -> Status {
+        if (!isTaken) // an original that it replaces would not come back
+            return isTaken.Error();
+        if (IsSpared(placement.relative))
+            return Failure{ErrorCode::Refused, Readable(placement.target), {}};
+        if (auto status = MakeFolders(target.parent_path()); !status)
+            return status;
+        return placement.file.moved ? MoveFileOver(placement.file.path, target)
+                                    : CopyFileOver(placement.file.path, target);
+    };
+    auto status = put();
+    log_ += CopyLine(placement.file.path, trle_ / placement.relative, static_cast<bool>(status),
+                     overwritten);
+    if (status)
+        put_.push_back(AsItStands(placement.target, target));
+    if (overwritten)
+        overwritten_.push_back(placement.target);
+    if (overwritten && status)
+        replaced_.push_back(placement.target);
+    // An original that is not there, with something in its place that no file can replace.
+    if (!status && !overwritten &&
+        IsFile(session_.BackupFolder() / placement.relative).ValueOr(false))
+        leftOverwritten_.push_back(placement.target);
+    return status;
+}
+
+bool SwapRun::RemoveLanguageFile(const std::string& name)
+{
+    const std::string entry = GetMsg(Msg::FragRoot) + name;
+    overwritten_.push_back(entry);
+    Keep({Path{name}});
+    const bool deleted = !IsSpared(name) && DeleteFile(trle_ / name);
+    if (deleted)
+        replaced_.push_back(entry);
+    return deleted;
+}
+
+bool SwapRun::Settle()
+{
+    OwnerRecord record;
+    SetOwner(session_, record, stateOf_);
+    record.added = put_;
+    record.overwritten = replaced_;
+    record.strangers = strangers_;
+    record.waiting = waiting_;
+    const OwnedNames put{put_};
+    for (const OwnedFile& left : leftAdded_)
+        if (!put.Has(left.name))
+            record.added.push_back(left);
+    const std::set<std::string> replaced{replaced_.begin(), replaced_.end()};
+    const bool ownLanguage = std::any_of(put_.begin(), put_.end(),
+                                         [](const OwnedFile& file) { return IsScript(file.name); });
+    for (const std::string& left : leftOverwritten_) {
+        if (!replaced.contains(left))
+            record.overwritten.push_back(left);
+        // Beside the level's own language file no other one may stand.
+        if (!put.Has(left) && !(ownLanguage && IsScript(left)))
+            record.owed.push_back(left);
+    }
+    for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio}) {
+        const Path folder = ResolvePath(InFolder(trle_, RowText(fragment)));
+        if (FolderExists(folder))
+            (void)FlushFolder(folder); // names that were not flushed are found missing and mended
+    }
+    auto status = WriteOwner(session_, std::move(record));
+    if (status)
+        status = DropJournal(session_);
+    if (!status)
+        TellFailure(session_, GetMsg(Msg::SwapBroken), status.Error());
+    begun_ = begun_ && !status;
+    if (!kept_.empty())
+        session_.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {Join(kept_, ", ")}));
+    return static_cast<bool>(status);
+}
+
+} // namespace kestrova

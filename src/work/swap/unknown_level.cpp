@@ -1,0 +1,48 @@
+#include "swap/unknown_level.h"
+
+#include "archive/level_folders.h"
+#include "history/history.h"
+#include "history/swap_journal_file.h"
+#include "swap/backup.h"
+#include "swap/state_files.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+bool IsUnknownLevel(const Session& session)
+{
+    const auto owner = ReadOwner(session);
+    const auto other = BackupSeemsOfAnother(session);
+    return owner && !*owner && other && (BackupIsAway(session) || *other);
+}
+
+bool ForgetLevel(Session& session, LevelCode code)
+{
+    const auto failed = [&](const Failure& failure) {
+        TellFailure(session, GetMsg(Msg::CannotKeepState), failure);
+        return false;
+    };
+    const LevelPlace level{code};
+    auto files = ListFiles(session.TrleFolder(), RowText(Msg::PatAll));
+    if (!files)
+        return failed(files.Error());
+    std::erase_if(*files,
+                  [](const Path& file) { return !IsPlayersFile(file.filename().native()); });
+    const auto live = HashesOf(*files);
+    if (!live)
+        return failed(live.Error());
+    if (const auto status = KeepInHistory(session, level, *files, GetMsg(Msg::ReasonForgotten));
+        !status)
+        return failed(status.Error());
+    std::vector<OwnedFile> left; // what a game wrote since: it is the original configuration's now
+    if (const auto status = DropLiveState(session, level, *live, left); !status)
+        return failed(status.Error());
+    if (const auto status = DeleteFile(session.MarkerPath()); !status)
+        return failed(status.Error());
+    session.host.Tell(Tone::Warning,
+                      GetMsg(Msg::LevelForgotten, {ZeroPadded(code, 4), std::to_string(code)}));
+    return true;
+}
+
+} // namespace kestrova

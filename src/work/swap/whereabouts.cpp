@@ -1,0 +1,260 @@
+#include "swap/whereabouts.h"
+
+#include "archive/level_folders.h"
+#include "core/look.h"
+#include "history/swap_journal_file.h"
+#include "platform/file_content.h"
+#include "swap/owned_files.h"
+#include "swap/state_files.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool HoldsAnyState(const Path& folder, const std::vector<StateFile>& files)
+{
+    return std::any_of(files.begin(), files.end(), [&](const StateFile& file) {
+        std::string hash;
+        return !platform::HashOfFile(ResolvePath(folder / file.name), hash) && hash == file.hash;
+    });
+}
+
+/// Files that a level has in common with the originals tell nothing: any folder has them.
+bool HoldsAnyFile(const Session& session, const Path& folder, const std::vector<OwnedFile>& files)
+{
+    return std::any_of(files.begin(), files.end(), [&](const OwnedFile& file) {
+        const auto relative = SafeRelative(file.name);
+        const auto stands = [&](const Path& root) {
+            return IsAsListed(file, platform::FactsOf(ResolvePath(root / *relative)));
+        };
+        return relative && file.modifiedNs != 0 && stands(folder) &&
+               !stands(session.BackupFolder());
+    });
+}
+
+/// Some disks number their folders anew each time; what the swap put there tells it then.
+Result<bool> IsFolderOfSwap(const Session& session, const SwapJournal& journal, const Path& folder)
+{
+    const auto isThere = IsFolder(folder);
+    if (!isThere || !*isThere)
+        return isThere;
+    const auto isNoted = HasMark(folder, journal.folder);
+    if (!isNoted || *isNoted)
+        return isNoted;
+    return HoldsAnyFile(session, folder, journal.remove) ||
+           HoldsAnyFile(session, folder, journal.install) || HoldsAnyState(folder, journal.live);
+}
+
+bool NeedsComingStore(const SwapJournal& journal)
+{
+    return journal.phase == SwapPhase::Coming && journal.to >= 0;
+}
+
+const FolderMark& NeededRoot(const SwapJournal& journal)
+{
+    return NeedsComingStore(journal) ? journal.toRoot : journal.fromRoot;
+}
+
+/// `store`: where the needed store would be in that root.
+Result<bool> IsRootOfSwap(const Session& session, const SwapJournal& journal, const Path& store)
+{
+    const Path root = RootOfStore(store);
+    const auto isThere = IsFolder(root);
+    if (!isThere || !*isThere)
+        return isThere;
+    if (NeededRoot(journal).inode == 0)
+        return true;
+    const auto isNoted = HasMark(root, NeededRoot(journal));
+    if (!isNoted || *isNoted)
+        return isNoted;
+    if (HoldsAnyState(store, journal.store) || HoldsAnyState(store, journal.live))
+        return true;
+    if (!NeedsComingStore(journal))
+        return false;
+    const auto files = StateFilesIn(session.TrleFolder());
+    if (!files)
+        return false; // nobody is sent there on a guess
+    const auto live = HashesOf(*files);
+    return live && HoldsAnyState(store, *live);
+}
+
+Path StoreBelow(const Path& root, const Path& noted)
+{
+    return root / noted.parent_path().filename() / noted.filename();
+}
+
+void SetNeededStore(SwapJournal& journal, const Path& store)
+{
+    (NeedsComingStore(journal) ? journal.toStore : journal.fromStore) = store.native();
+    // Without its identity the folder is known by its path alone.
+    (NeedsComingStore(journal) ? journal.toRoot : journal.fromRoot) =
+        MarkOf(RootOfStore(store)).ValueOr({});
+}
+
+/// Follows folders that were moved by a rename to where the program knows them already. One that
+/// cannot be looked at is no moved one.
+void FollowKnown(const Session& session, SwapJournal& journal)
+{
+    if (!IsFolderOfSwap(session, journal, journal.folder.path).ValueOr(true) &&
+        HasMark(session.TrleFolder(), journal.folder).ValueOr(false))
+        journal.folder.path = session.TrleFolder().native();
+    const Path store = NeededStore(session, journal);
+    const Path loaded = FolderFromText(Trim(session.archive.header.secondaryFolder));
+    if (!store.empty() && !IsRootOfSwap(session, journal, store).ValueOr(true) &&
+        NeededRoot(journal).inode != 0 && HasMark(loaded, NeededRoot(journal)).ValueOr(false))
+        SetNeededStore(journal, StoreBelow(loaded, store));
+}
+
+bool NotLookedAt(Session& session, const Failure& failure)
+{
+    TellFailure(session, GetMsg(Msg::InterruptedFailed), failure);
+    return false;
+}
+
+bool FollowSaidTrle(Session& session, SwapJournal& journal, const Path& said)
+{
+    const Path noted = journal.folder.path;
+    const auto isNoted = IsFolderOfSwap(session, journal, said);
+    auto mark = MarkOf(said);
+    if (!isNoted || !mark)
+        return NotLookedAt(session, isNoted ? mark.Error() : isNoted.Error());
+    if (!*isNoted && !Confirmed(session, said, noted))
+        return false;
+    if (const auto held = session.locks.Hold(said); !held) {
+        TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(said)}), held.Error());
+        return false;
+    }
+    // Whoever moved the folder that the preferences name means the moved one from now on.
+    if (session.TrleFolder() == noted)
+        session.preferences.trlePath = said.native();
+    journal.folder = std::move(*mark);
+    return true;
+}
+
+bool FollowSaidArchive(Session& session, SwapJournal& journal, const Path& said)
+{
+    const Path noted = NeededStore(session, journal);
+    if (noted.empty() || noted == StateStoreOf(session, originalCode))
+        return true;
+    const Path store = StoreBelow(said, noted);
+    const auto isNoted = IsRootOfSwap(session, journal, store);
+    if (!isNoted)
+        return NotLookedAt(session, isNoted.Error());
+    if (!*isNoted && !Confirmed(session, said, RootOfStore(noted)))
+        return false;
+    SetNeededStore(journal, store);
+    return true;
+}
+
+} // namespace
+
+bool Confirmed(Session& session, const Path& said, const Path& noted)
+{
+    if (FolderExists(said) &&
+        session.host.AskYesNo(GetMsg(Msg::AskIsThatFolder, {TextOf(said), TextOf(noted)})))
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::NotThatFolder, {TextOf(said), TextOf(noted)}));
+    return false;
+}
+
+Path NeededStore(const Session& session, const SwapJournal& journal)
+{
+    if (journal.phase == SwapPhase::Restore)
+        return {};
+    // What is given up is that of the phase in which this was said: behind it comes the original's.
+    if (journal.storeLetGo && LevelOfNeededStore(session, journal).code != originalCode)
+        return {};
+    const bool coming = NeedsComingStore(journal);
+    // The original configuration's store goes where the program's folder goes.
+    if ((coming ? journal.to : journal.from) == originalCode)
+        return StateStoreOf(session, originalCode);
+    return coming ? journal.toStore : journal.fromStore;
+}
+
+LevelPlace LevelOfNeededStore(const Session& session, const SwapJournal& journal)
+{
+    const bool coming = NeedsComingStore(journal);
+    const LevelCode code = coming ? journal.to : journal.from;
+    if (code == originalCode)
+        return {code, LevelHomeOf(session, code)};
+    return {code, Path{coming ? journal.toStore : journal.fromStore}.parent_path()};
+}
+
+Result<std::optional<LackingFolder>> LackingOf(const Session& session, const SwapJournal& journal)
+{
+    const Path folder = journal.folder.path;
+    const auto isNoted = IsFolderOfSwap(session, journal, folder);
+    if (!isNoted)
+        return isNoted.Error();
+    if (!*isNoted)
+        return std::optional{LackingFolder{Place::LevelEditor, folder, FolderExists(folder)}};
+    const Path store = NeededStore(session, journal);
+    if (store.empty() || store == StateStoreOf(session, originalCode))
+        return std::optional<LackingFolder>{};
+    const auto isRoot = IsRootOfSwap(session, journal, store);
+    if (!isRoot)
+        return isRoot.Error();
+    if (*isRoot)
+        return std::optional<LackingFolder>{};
+    const Path root = RootOfStore(store);
+    return std::optional{LackingFolder{Place::Archive, root, FolderExists(root)}};
+}
+
+Result<std::optional<LackingFolder>> WhatMendingLacks(const Session& session)
+{
+    auto journal = ReadJournal(session);
+    if (!journal)
+        return journal.Error();
+    if (!*journal)
+        return std::optional<LackingFolder>{};
+    FollowKnown(session, **journal);
+    return LackingOf(session, **journal);
+}
+
+bool FollowMovedFolders(Session& session, SwapJournal& journal, const Whereabouts& said)
+{
+    const std::string before = FormatJournal(journal);
+    FollowKnown(session, journal);
+    if (!said.trle.empty() && !FollowSaidTrle(session, journal, said.trle))
+        return false;
+    if (!said.archiveFolder.empty() && !FollowSaidArchive(session, journal, said.archiveFolder))
+        return false;
+    const auto lacking = LackingOf(session, journal);
+    if (!lacking)
+        return NotLookedAt(session, lacking.Error());
+    if (said.letGo && *lacking && (*lacking)->place == Place::Archive)
+        journal.storeLetGo = true;
+    if (FormatJournal(journal) == before)
+        return true;
+    if (const auto status = WriteJournal(session, journal); !status) {
+        TellFailure(session, GetMsg(Msg::InterruptedFailed), status.Error());
+        return false;
+    }
+    return true;
+}
+
+std::optional<Whereabouts> AskWhere(Session& session, const LackingFolder& lacking)
+{
+    const bool trle = lacking.place == Place::LevelEditor;
+    switch (session.host.AskYesNoCancel(GetMsg(trle ? Msg::AskWhereFolder : Msg::AskWhereStore,
+                                               {lineBreak, TextOf(lacking.noted)}))) {
+    case YesNoCancel::Yes:
+        if (auto chosen = session.host.ChooseFolder(
+                GetMsg(trle ? Msg::TitleWhereFolder : Msg::TitleWhereStore),
+                lacking.noted.parent_path()))
+            return trle ? Whereabouts{*chosen, {}, false} : Whereabouts{{}, *chosen, false};
+        return {};
+    case YesNoCancel::No:
+        return Whereabouts{{}, {}, true};
+    case YesNoCancel::Cancel:
+        break;
+    }
+    return {};
+}
+
+} // namespace kestrova

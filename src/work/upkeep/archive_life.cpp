@@ -1,0 +1,274 @@
+#include "upkeep/archive_life.h"
+
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "core/look.h"
+#include "formats/exact_names.h"
+#include "history/standing.h"
+#include "platform/places.h"
+#include "upkeep/leftovers.h"
+#include "upkeep/new_archive.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Sizes of the levels on which the savegame tool was at work.
+void MeasureStaleExtras(Session& session)
+{
+    bool changed = false;
+    for (std::size_t i = 0; i < session.archive.levels.size(); ++i) {
+        LevelRecord& level = session.archive.levels[i];
+        if (!level.extrasDirty)
+            continue;
+        const auto size = ExtrasSizeOf(LevelHomeOf(session, level.levelCode));
+        if (!size)
+            continue; // it stays noted as stale
+        CountLevelSize(session, *size - level.extrasSize, SizeKind::Extras, i);
+        level.extrasDirty = false;
+        changed = true;
+    }
+    if (changed)
+        SaveArchive(session);
+}
+
+/// Reads the file and takes the lock of its folder. What another program wrote before the lock was
+/// there is read as well.
+Load ReadAndHold(Session& session, const Path& file, Failure& why)
+{
+    for (bool again = true; again;) {
+        if (const auto status = ReadArchiveRecords(session, file); !status) {
+            why = status.Error();
+            return Load::NotRead;
+        }
+        const Path folder{Trim(session.archive.header.secondaryFolder)};
+        again = FolderExists(folder) && !session.locks.Holds(folder);
+        if (again && !HoldFolder(session, folder))
+            return Load::Held;
+    }
+    return Load::Done;
+}
+
+/// True when the folder of one of the archive's levels lies there, or when it has none.
+Result<bool> HoldsLevels(const Archive& archive, const Path& folder)
+{
+    bool hasLevels = false;
+    for (const LevelRecord& level : archive.levels) {
+        if (level.levelCode == originalCode)
+            continue;
+        hasLevels = true;
+        const auto isThere = IsFolder(InFolder(folder, LevelFolderName(level.levelCode)));
+        if (!isThere || *isThere)
+            return isThere;
+    }
+    return !hasLevels;
+}
+
+/// The folder that the person named counts, not the one that the file names.
+bool TakeNamedFolder(Session& session, const Path& folder)
+{
+    ArchiveHeader& header = session.archive.header;
+    if (FolderFromText(Trim(header.secondaryFolder)) == folder)
+        return true;
+    const auto isThere = IsFolder(folder);
+    const auto holds = isThere && *isThere ? HoldsLevels(session.archive, folder) : isThere;
+    if (!holds)
+        return TellFolderNotRead(session, holds.Error());
+    if (!*holds) {
+        const Msg words = *isThere ? Msg::NoLevelsThere : Msg::NoFolderThere;
+        session.host.Tell(Tone::Error, GetMsg(words, {TextOf(folder)}));
+        return false;
+    }
+    if (!FitsArchive(session, folder) || !HoldFolder(session, folder))
+        return false;
+    if (!IsArchiveOnCd(session))
+        header.mainFolder = folder.native();
+    header.secondaryFolder = folder.native();
+    return SaveArchive(session);
+}
+
+/// Memory holds the new archive when it is done, and otherwise what it held before.
+Load LoadOrKeep(Session& session, const Path& file, const Path& levelFolder, Failure& why)
+{
+    Archive before = session.archive;
+    const Path remembered = session.RememberedArchive();
+    const Path lockedBefore = session.lockedArchiveFolder;
+    Load load = ReadAndHold(session, file, why);
+    const Path folder{Trim(session.archive.header.secondaryFolder)};
+    if (load == Load::Done && ((!levelFolder.empty() && !TakeNamedFolder(session, levelFolder)) ||
+                               !CheckArchiveFolders(session)))
+        load = Load::FoldersRefused;
+    const Path now{Trim(session.archive.header.secondaryFolder)};
+    if (load == Load::Done && HoldArchiveFolder(session, now)) {
+        RememberArchive(session);
+        return load;
+    }
+    session.archive = std::move(before);
+    session.preferences.archivePath = remembered.native();
+    for (const Path& taken : {folder, now})
+        if (load != Load::NotRead && taken != lockedBefore && session.locks.Holds(taken)) {
+            session.lockedArchiveFolder = taken;
+            (void)HoldArchiveFolder(session, lockedBefore); // it was held all the time
+        }
+    return load == Load::Done ? Load::Held : load;
+}
+
+/// `saved`: the file of the loaded archive holds all that memory holds. `damaged`: what is said
+/// beside `notRead` of a file that can be read and is no archive.
+Load ReadAfterAsking(Session& session, const Path& file, bool saved, const std::string& notRead,
+                     const std::string& damaged = {}, const Path& levelFolder = {})
+{
+    Failure why;
+    const Load load = LoadOrKeep(session, file, levelFolder, why);
+    if (load != Load::Done) {
+        session.archive.dirty = session.archive.Loaded() && !saved; // it is asked about again
+        if (why.code == ErrorCode::Damaged && why.reason.empty())
+            why.reason = damaged;
+        if (load == Load::NotRead)
+            TellFailure(session, notRead, why);
+        session.loadFailedAskAnother = load == Load::FoldersRefused;
+        return load;
+    }
+    session.loadFailedAskAnother = false;
+    ClearLeftovers(session);
+    MeasureStaleExtras(session);
+    session.list.Refresh();
+    session.list.Select(CurrentLevelCode(session));
+    return load;
+}
+
+} // namespace
+
+Status ReadArchiveRecords(Session& session, const Path& file)
+{
+    const Path place = ResolvePath(file);
+    auto content = ReadArchiveFile(place);
+    if (!content)
+        return content.Error();
+    session.archive = {std::move(content->header), std::move(content->levels), place};
+    for (const auto& [folder, field] :
+         {std::pair{&session.archive.header.mainFolder, ArchiveFolder::Main},
+          std::pair{&session.archive.header.secondaryFolder, ArchiveFolder::Secondary}})
+        *folder = ExactFolder(session.settings, ExactFolderField(field, place), *folder);
+    // Where it cannot be read the records' own forms serve.
+    if (const Path names = ExactNamesFile(session.archive.header); FileExists(names))
+        if (const auto bytes = ReadWholeFile(names, longestExactNames))
+            ApplyExactNames(ParseExactNames(*bytes), session.archive.levels);
+    return {};
+}
+
+bool ReadArchive(Session& session, const Path& file, const Path& levelFolder)
+{
+    const Operation operation{session};
+    bool saved = false;
+    return MayReplaceArchive(session, saved) &&
+           ReadAfterAsking(session, file, saved, GetMsg(Msg::CannotOpenArchive, {TextOf(file)}), {},
+                           levelFolder) == Load::Done;
+}
+
+Load ReadLastArchive(Session& session)
+{
+    const Operation operation{session};
+    const Path file = session.RememberedArchive();
+    return ReadAfterAsking(session, file, true, GetMsg(Msg::ErrorLastArchive) + TextOf(file),
+                           GetMsg(Msg::LastArchiveDamaged));
+}
+
+bool AskLoadArchive(Session& session)
+{
+    const Operation operation{session};
+    bool saved = false;
+    if (!MayReplaceArchive(session, saved))
+        return false;
+    const auto file = session.host.ChooseOpenFile(
+        GetMsg(Msg::LoadArchiveTitle), GetMsg(Msg::LoadArchiveFilter), session.programFolder);
+    if (!file) {
+        session.archive.dirty = session.archive.dirty || !saved;
+        return false;
+    }
+    return ReadAfterAsking(session, *file, saved,
+                           GetMsg(Msg::CannotOpenArchive, {TextOf(*file)})) == Load::Done;
+}
+
+bool AskSaveArchiveAs(Session& session)
+{
+    const Operation operation{session};
+    if (!HasArchive(session))
+        return false;
+    const auto file = session.host.ChooseSaveFile(
+        GetMsg(Msg::SaveArchiveTitle), GetMsg(Msg::SaveArchiveFilter), session.programFolder,
+        TextOf(session.ArchivePath().filename()));
+    if (!file)
+        return true;
+    if (const auto status = WriteArchive(session, *file); !status) {
+        TellFailure(session, GetMsg(Msg::ErrorSavingArchive) + TextOf(*file), status.Error());
+        return false;
+    }
+    session.list.Refresh();
+    return true;
+}
+
+namespace
+{
+
+/// The new folder when the person chose one; no value when the check refuses the archive.
+std::optional<Path> AskForFolder(Session& session, Msg warning, const std::string& missing)
+{
+    const std::string line{lineBreak};
+    session.host.Tell(Tone::Warning, GetMsg(warning, {line + Readable(missing) + line}));
+    const auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectFolder) + FileNameOf(missing),
+                                                  platform::CurrentFolder());
+    if (!chosen || !FitsArchive(session, *chosen))
+        return {};
+    const auto holds = HoldsLevels(session.archive, *chosen);
+    if (!holds)
+        TellFolderNotRead(session, holds.Error());
+    // Nothing is written before this program is the only one that works there.
+    const bool taken =
+        holds &&
+        (*holds || session.host.AskYesNo(GetMsg(Msg::AskNoLevelsThere, {TextOf(*chosen)}))) &&
+        HoldFolder(session, *chosen);
+    return taken ? chosen : std::nullopt;
+}
+
+} // namespace
+
+bool CheckArchiveFolders(Session& session)
+{
+    if (session.archive.levels.empty())
+        return true;
+    ArchiveHeader& header = session.archive.header;
+    const auto stands = [](const std::string& folder) {
+        return IsFolder(FolderFromText(Trim(folder)));
+    };
+    const auto hasMain = stands(header.mainFolder);
+    const auto hasSecondary = stands(header.secondaryFolder);
+    if (!hasMain || !hasSecondary)
+        return TellFolderNotRead(session, hasMain ? hasSecondary.Error() : hasMain.Error());
+    if (!IsArchiveOnCd(session) && !*hasMain) {
+        const auto chosen = AskForFolder(session, Msg::MainFolderMissing, header.mainFolder);
+        if (!chosen)
+            return false;
+        const bool same = Trim(header.mainFolder) == Trim(header.secondaryFolder);
+        header.mainFolder = chosen->native();
+        if (same)
+            header.secondaryFolder = chosen->native();
+        SaveArchive(session);
+        if (same)
+            return true;
+    }
+    if (*hasSecondary)
+        return true;
+    const auto chosen = AskForFolder(session, Msg::SecondaryFolderMissing, header.secondaryFolder);
+    if (!chosen)
+        return false;
+    header.secondaryFolder = chosen->native();
+    SaveArchive(session);
+    return true;
+}
+
+} // namespace kestrova

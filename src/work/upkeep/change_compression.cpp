@@ -1,0 +1,286 @@
+#include "upkeep/change_compression.h"
+
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "core/look.h"
+#include "core/staged_file.h"
+#include "pictures/bitmap.h"
+#include "pictures/convert.h"
+#include "pictures/jpeg.h"
+#include "storage/file_jobs.h"
+#include "storage/form_clashes.h"
+#include "storage/stored_form.h"
+#include "storage/zl_file.h"
+#include "words/message.h"
+
+#include <atomic>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// One file on its way from one form to the other.
+struct Change {
+    Path source;
+    Path target;
+    bool isMade = false; ///< a killed run left the target whole beside its source
+    Status outcome{};
+};
+
+/// Files under way are brought to their end, and what is converted stays so: Stop counts between
+/// files.
+class StopBetweenFiles : public ProgressScope
+{
+public:
+    explicit StopBetweenFiles(ProgressScope& shown, ProgressScope& stop)
+        : shown_(shown), stop_(stop)
+    {
+    }
+    [[nodiscard]] bool Stopped() const { return stopped_; }
+    void SetLabel(const std::string& text) override { shown_.SetLabel(text); }
+    void SetBar(std::uint64_t done, std::uint64_t total) override { shown_.SetBar(done, total); }
+    void AllowStop() override {}
+    bool Step() override
+    {
+        const bool goesOn = shown_.Step();
+        if (!stop_.Step() || !goesOn)
+            stopped_ = true;
+        return true;
+    }
+
+private:
+    std::atomic<bool> stopped_{false}; ///< looked at by the workers
+    ProgressScope& shown_;
+    ProgressScope& stop_;
+};
+
+/// The changes that take no other file's place; the rest is named in `kept`.
+std::vector<Change> WithoutClashes(std::vector<Change> changes, const std::vector<Path>& files,
+                                   bool compress, std::vector<std::string>& kept)
+{
+    NamesInUse standing;
+    NamesInUse coming;
+    for (const Path& file : files)
+        standing.Add(file.filename().native());
+    for (const Change& change : changes)
+        coming.Add(change.target.filename().native());
+    std::vector<Change> free;
+    for (Change& change : changes) {
+        const std::string name = change.target.filename().native();
+        const int taken = standing.Uses(name);
+        if (coming.Uses(name) == 1 && taken == 1) {
+            const Path there = ResolvePath(change.target);
+            change.isMade =
+                compress ? StreamHolds(there, change.source) : StreamHolds(change.source, there);
+        }
+        if (coming.Uses(name) == 1 && (taken == 0 || change.isMade))
+            free.push_back(std::move(change));
+        else
+            kept.push_back(TextOf(change.source.filename()));
+    }
+    return free;
+}
+
+/// The files that have the wrong form. Sound and level files are deflated, streams expanded.
+Result<std::vector<Change>> ChangesIn(const Path& folder, bool compress,
+                                      std::vector<std::string>& kept)
+{
+    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    if (!files)
+        return files.Error();
+    std::vector<Change> changes;
+    for (const Path& file : *files) {
+        const std::string name = file.filename().native();
+        const bool isStream = MatchesPattern(name, RowText(Msg::PatternZl));
+        if (compress ? !IsCompressed(name) : !isStream || StripExtension(name).empty())
+            continue;
+        changes.push_back(
+            {file, folder / (compress ? name + GetMsg(Msg::ZlExtension) : StripExtension(name))});
+    }
+    return WithoutClashes(std::move(changes), *files, compress, kept);
+}
+
+/// The target stands whole when it answers; the source is still there.
+Status Convert(Session& session, const Change& change, bool compress)
+{
+    if (change.isMade)
+        return {};
+    if (compress)
+        return CompressToZl(change.source, change.target);
+    const auto free = session.machine.FreeSpace(change.target.parent_path());
+    if (!free)
+        return free.Error();
+    return ExpandZl(change.source, change.target, std::min(*free, maxZlContent));
+}
+
+/// Asks about each file that failed. False ends the work.
+bool AskAboutFailures(Session& session, const std::vector<Change>& changes, bool compress)
+{
+    const std::string word = GetMsg(compress ? Msg::WordCompression : Msg::WordDecompression);
+    for (const Change& change : changes)
+        if (!change.outcome &&
+            !session.host.AskYesNo(GetMsg(Msg::AskErrorChangingFile,
+                                          {word, TextOf(change.source) + std::string{lineBreak}})))
+            return false;
+    return true;
+}
+
+/// Until the new files are on the disk the old ones stay.
+bool DropSources(const std::vector<Change>& changes, const Path& folder)
+{
+    if (platform::SyncFileSystem(folder))
+        return false;
+    bool dropped = true;
+    for (const Change& change : changes)
+        if (change.outcome)
+            dropped = !platform::Unlink(change.source) && dropped;
+    return dropped;
+}
+
+bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressScope& progress,
+                 std::vector<std::string>& kept)
+{
+    auto found = ChangesIn(folder, compress, kept);
+    if (!found)
+        return TellFolderNotRead(session, found.Error());
+    std::vector<Change>& changes = *found;
+    if (changes.empty())
+        return true;
+    const auto zip = session.host.BeginProgress(
+        ProgressWindow::Zip, GetMsg(compress ? Msg::DeflatingFiles : Msg::ExpandingFiles));
+    StopBetweenFiles shown{*zip, progress};
+    const std::string word = GetMsg(compress ? Msg::WordCompression : Msg::WordDecompression);
+    std::vector<FileJob> jobs;
+    for (Change& change : changes)
+        jobs.push_back({FileSize(change.source),
+                        word + GetMsg(Msg::ChangingFile, {TextOf(change.source.filename())}),
+                        [&session, &change, &shown, compress]() -> Status {
+                            change.outcome = shown.Stopped()
+                                                 ? Status{MakeFailure(ErrorCode::Stopped, {})}
+                                                 : Convert(session, change, compress);
+                            return {}; // one that fails does not hold up the others
+                        }});
+    const auto ran = RunFileJobs(std::move(jobs), &shown);
+    if (!ran || !DropSources(changes, folder)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ErrorDroppingOldForm, {TextOf(folder)}));
+        return false;
+    }
+    return !shown.Stopped() && AskAboutFailures(session, changes, compress);
+}
+
+/// The picture's bytes in its other form; a failure for what is no picture.
+Result<std::string> OtherForm(const Path& picture, bool compress)
+{
+    const auto content = ReadPictureFile(picture);
+    if (!content)
+        return content.Error();
+    return compress ? EncodeJpeg(*content) : EncodeBitmap(*content);
+}
+
+/// The load picture; one that cannot be converted stays as it is, and so does one beside another of
+/// the other form. False when the folder cannot be listed.
+Status ChangeLoadPicture(const Path& folder, bool compress, ProgressScope& progress,
+                         std::vector<std::string>& kept, int& made)
+{
+    const Path bitmap = folder / RowText(Msg::LoadBmp);
+    const Path jpeg = folder / RowText(Msg::LoadJpg);
+    const auto sources = CaseTwins(compress ? bitmap : jpeg);
+    const auto targets = CaseTwins(compress ? jpeg : bitmap);
+    if (!sources || !targets)
+        return sources ? targets.Error() : sources.Error();
+    if (sources->empty())
+        return {};
+    progress.SetLabel(GetMsg(compress ? Msg::StoreConvertingLoad : Msg::ConvertingLoadBack));
+    progress.Step();
+    const Path& source = sources->front();
+    const auto bytes = OtherForm(source, compress);
+    if (!bytes || !DecodePicture(*bytes))
+        return {};
+    const bool isMade =
+        targets->size() == 1 && ReadWholeFile(targets->front()).ValueOr({}) == *bytes;
+    if (sources->size() > 1 || (!targets->empty() && !isMade)) {
+        kept.push_back(TextOf(source.filename()));
+        return {};
+    }
+    if ((isMade || WriteWholeFile(compress ? jpeg : bitmap, *bytes)) &&
+        !platform::SyncFileSystem(folder)) {
+        (void)DeleteFile(source); // while both are there the level reads the same
+        ++made;
+    }
+    return {};
+}
+
+/// The levels, one after the other; False when it was ended before the last.
+bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progress, int& pictures)
+{
+    const std::size_t count = session.archive.levels.size();
+    const bool compress = session.archive.header.compressLevels;
+    for (std::size_t i = 0; i < count; ++i) {
+        const LevelRecord& level = session.archive.levels[i];
+        const std::string name{Trim(level.levelName)};
+        progress.SetBar(i, count);
+        progress.SetLabel(GetMsg(Msg::ChangingLevel) + name);
+        if (!progress.Step())
+            return false;
+        if (level.cdNumber != 0 || level.levelCode == originalCode)
+            continue;
+        const Path folder =
+            ResolvePath(InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirFiles)));
+        const auto isThere = IsFolder(folder);
+        if (!isThere)
+            return TellFolderNotRead(session, isThere.Error());
+        if (!*isThere)
+            continue;
+        std::vector<std::string> kept;
+        if ((audio && !audio(name, folder)) ||
+            !ChangeFiles(session, folder, compress, progress, kept))
+            return false;
+        if (const auto picture = ChangeLoadPicture(folder, compress, progress, kept, pictures);
+            !picture)
+            return TellFolderNotRead(session, picture.Error());
+        TellKeptForms(session.host, kept);
+    }
+    progress.SetBar(count, count);
+    return true;
+}
+
+} // namespace
+
+bool ChangeCompression(Session& session, const AudioStep& audio)
+{
+    const double before = session.archive.header.mainFolderSize;
+    bool all = false;
+    int pictures = 0;
+    {
+        const auto progress =
+            session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ChangingCompression));
+        progress->AllowStop();
+        all = ChangeLevels(session, audio, *progress, pictures);
+    }
+    RecomputeArchiveSize(session, false);
+    session.list.Refresh();
+    std::string details = all ? std::string{} : GetMsg(Msg::CompressionPartlyChanged);
+    if (pictures > 0 && session.archive.header.compressLevels)
+        details += (details.empty() ? "" : " ") +
+                   GetMsg(Msg::PicturesCompressed, {std::to_string(pictures)});
+    session.host.Tell(
+        Tone::Plain,
+        GetMsg(Msg::CompressionChanged,
+               {FormatSize(session.archive.header.mainFolderSize) + std::string{lineBreak},
+                FormatSize(before) + std::string{lineBreak}}),
+        details);
+    return all;
+}
+
+void OfferChangeCompression(Session& session, const ArchiveHeader& before, const AudioStep& audio)
+{
+    const ArchiveHeader& now = session.archive.header;
+    const bool changed =
+        now.compressLevels != before.compressLevels || (audio && now.wavInMp3 != before.wavInMp3);
+    if (changed && session.host.AskYesNo(GetMsg(Msg::AskChangeCompression, {lineBreak, lineBreak})))
+        ChangeCompression(session, audio);
+}
+
+} // namespace kestrova

@@ -1,0 +1,81 @@
+#include "upkeep/equal_check.h"
+
+#include "archive/archive_saving.h"
+#include "archive/equal_levels.h"
+#include "archive/level_folders.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+std::string Quoted(const std::string& text, int lines)
+{
+    std::string quoted = '"' + text + '"';
+    for (; lines > 0; --lines)
+        quoted += lineBreak;
+    return quoted;
+}
+
+/// A level on a disc that the hard disk has no `tr4.inf` of.
+bool NeedsDisc(const Session& session, std::size_t index)
+{
+    return session.archive.levels[index].cdNumber != 0 && !ReadTr4Inf(session, index);
+}
+
+} // namespace
+
+bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&)>& found)
+{
+    const std::size_t count = session.archive.levels.size();
+    const std::string scanning = GetMsg(Msg::EqualScanning);
+    const std::string ofAll = GetMsg(Msg::EqualOfLevels, {std::to_string(count)});
+    const auto progress = session.host.BeginProgress(ProgressWindow::Progress, scanning);
+    const EqualTr4Index index{session, progress.get()};
+    if (!index.State())
+        return TellFolderNotRead(session, index.State().Error());
+
+    for (std::size_t i = 0; i < count; ++i) {
+        progress->SetLabel(scanning + " " + std::to_string(i + 1) + ofAll);
+        std::vector<Tr4Entry> files = index.FilesOf(i);
+        if (files.empty() && NeedsDisc(session, i)) {
+            const Path home = LevelFolderOf(session, session.archive.levels[i].levelCode, true);
+            if (session.cdNotAvailable) {
+                session.host.Tell(Tone::Error, GetMsg(Msg::EqualCdNotAvailable));
+                return false;
+            }
+            auto scanned = ScanTr4Files(InFolder(home, RowText(Msg::DirFiles)));
+            if (!scanned)
+                return TellFolderNotRead(session, scanned.Error());
+            files = std::move(*scanned);
+        }
+        if (const auto equal = index.Find(files, i);
+            equal && !found({i, equal->level, equal->name}))
+            break;
+        progress->SetBar(i + 1, count);
+        progress->Step();
+    }
+    return true;
+}
+
+bool CheckEqualLevels(Session& session)
+{
+    if (!HasArchive(session))
+        return false;
+    std::size_t equal = 0;
+    const bool scanned = FindEqualLevels(session, [&](const EqualPair& pair) {
+        ++equal;
+        const std::string other{Trim(session.archive.levels[pair.other].levelName)};
+        return session.host.AskYesNo(
+            GetMsg(Msg::AskEqualFound, {Quoted(pair.file, 1), Quoted(other, 2)}));
+    });
+    if (scanned)
+        session.host.Tell(Tone::Plain,
+                          equal == 0 ? GetMsg(Msg::EqualNone, {lineBreak})
+                                     : GetMsg(Msg::EqualCount, {lineBreak, std::to_string(equal)}));
+    return scanned;
+}
+
+} // namespace kestrova

@@ -1,0 +1,177 @@
+#include "upkeep/leftovers.h"
+
+#include "archive/level_folders.h"
+#include "core/leftovers.h"
+#include "core/look.h"
+#include "core/removal.h"
+#include "intake/files_before.h"
+#include "levels/unfinished_intake.h"
+#include "storage/stored_form.h"
+#include "swap/recovery.h"
+#include "words/message.h"
+
+#include <algorithm>
+#include <set>
+
+namespace kestrova
+{
+
+namespace
+{
+
+using platform::FileKind;
+
+/// What cannot be looked at may be there.
+bool IsThere(const Path& path)
+{
+    return !IsFree(path).ValueOr(false);
+}
+
+bool IsSameFolder(const Path& a, const Path& b)
+{
+    const platform::FileFacts first = platform::FactsOf(a);
+    const platform::FileFacts second = platform::FactsOf(b);
+    return first.kind == FileKind::Folder && first.inode == second.inode &&
+           first.device == second.device;
+}
+
+/// The folders whose locks a program that works holds.
+std::vector<Path> HeldFolders(const Session& session)
+{
+    std::vector<Path> held{session.programFolder};
+    for (const Path& folder :
+         {session.TrleFolder(), Path{Trim(session.archive.header.secondaryFolder)}})
+        if (!folder.empty() && FolderExists(folder))
+            held.push_back(ResolvePath(folder));
+    return held;
+}
+
+bool IsBelow(const Path& place, const std::vector<Path>& roots)
+{
+    return std::any_of(roots.begin(), roots.end(), [&](const Path& root) {
+        const auto [end, at] = std::mismatch(root.begin(), root.end(), place.begin(), place.end());
+        return end == root.end();
+    });
+}
+
+/// The level of the archive whose own folder this is.
+const LevelRecord* LevelOfFolder(const Session& session, const Path& folder)
+{
+    const auto& levels = session.archive.levels;
+    const auto found = std::find_if(levels.begin(), levels.end(), [&](const LevelRecord& level) {
+        return EqualNames(LevelFolderName(level.levelCode).substr(1), folder.filename().native()) &&
+               IsSameFolder(LevelHomeOf(session, level.levelCode), folder);
+    });
+    return found == levels.end() ? nullptr : &*found;
+}
+
+/// A killed edit or store of the level whose folder this is. False when something of it stays.
+bool FinishLevel(Session& session, const Path& folder)
+{
+    const Path files = InFolder(folder, RowText(Msg::DirFiles));
+    const bool exchanging =
+        IsThere(BesideFiles(files, Msg::EndingNew)) || IsThere(BesideFiles(files, Msg::EndingOld));
+    const bool edited = IsThere(InFolder(folder, RowText(Msg::FragBeforeEdit)));
+    if (!exchanging && !edited)
+        return true;
+    const LevelRecord* level = LevelOfFolder(session, folder);
+    if (level == nullptr)
+        return false; // another archive's; its own start or load sees to it
+    const std::string name = Readable(Trim(level->levelName));
+    const auto exchanged = exchanging ? FinishExchange(files) : Status{};
+    const auto undone =
+        exchanged ? FinishKilledEdit(folder, *level) : Result<bool>{exchanged.Error()};
+    if (!undone)
+        TellFailure(session, GetMsg(Msg::KilledEditNotUndone, {name}), undone.Error());
+    else if (*undone)
+        session.host.Tell(Tone::Warning, GetMsg(Msg::KilledEditUndone, {name}));
+    return static_cast<bool>(undone);
+}
+
+/// False when something of a killed program stays in the folder.
+bool Settle(Session& session, const Path& place, const std::vector<Path>& held)
+{
+    const auto isFolder = IsFolder(place);
+    if (!isFolder || !*isFolder)
+        return bool{isFolder}; // looked at another time
+    bool settled = FinishLevel(session, place);
+    const Path unpacking = InFolder(place, RowText(Msg::FragUnpacking));
+    if (IsThere(unpacking))
+        settled = IsBelow(place, held) && ClearPlace(unpacking) && settled;
+    return ClearLeftoversIn(place).empty() && settled;
+}
+
+/// Folders of fixed names that belong to whoever holds the locks.
+void ClearWorkFolders(Session& session)
+{
+    for (const Msg name :
+         {Msg::DirTemp, Msg::DirTempDec, Msg::DirTempCompr, Msg::DirTempZip, Msg::DirAudioTemp,
+          Msg::DirOutFiles, Msg::FragTempBitmap, Msg::FragBuildingLevel0})
+        if (const Path place = InFolder(session.programFolder, RowText(name)); IsThere(place))
+            (void)ClearPlace(place); // the next use of it tries again
+    const Path trle = session.TrleFolder();
+    const Path ready = InFolder(trle, RowText(Msg::DirReady));
+    if (!trle.empty() && IsThere(ready) && InterruptedWork(session).empty())
+        (void)ClearPlace(ready);
+}
+
+void SettleNotes(Session& session, const std::vector<Path>& held)
+{
+    std::set<Path> done; // programs note the same folders again and again
+    for (KilledNote& note : NotesOfKilled(WorkNotes(session))) {
+        std::erase_if(note.places, [&](const Path& place) {
+            return done.contains(place) ||
+                   (Settle(session, place, held) && done.insert(place).second);
+        });
+        RewriteNote(note);
+    }
+}
+
+} // namespace
+
+Path WorkNotes(const Session& session)
+{
+    return InFolder(session.programFolder, RowText(Msg::DirWorkNotes));
+}
+
+void ClearLeftovers(Session& session)
+{
+    const std::vector<Path> held = HeldFolders(session);
+    ClearWorkFolders(session);
+    (void)Settle(session, session.programFolder, held); // the doctor names what stays
+    SettleNotes(session, held);
+    ClearUnfinishedIntakes(session);
+}
+
+void ClearAllLeftovers(Session& session)
+{
+    ClearLeftovers(session);
+    const std::vector<Path> held = HeldFolders(session);
+    if (const Path file = session.RememberedArchive(); !file.empty())
+        (void)Settle(session, file.parent_path(), held);
+    std::vector<Path> folders = held;
+    while (!folders.empty()) {
+        const Path place = std::move(folders.back());
+        folders.pop_back();
+        (void)Settle(session, place, held);
+        std::vector<platform::FolderEntry> entries;
+        (void)platform::ListFolder(place, entries); // what cannot be seen now is seen another time
+        for (const platform::FolderEntry& entry : entries)
+            if (entry.kind == FileKind::Folder && !entry.name.starts_with(stagedPrefix))
+                folders.push_back(place / entry.name);
+    }
+}
+
+std::vector<Path> LeftoversThatStay(const Session& session)
+{
+    std::set<Path> places{session.programFolder};
+    for (const KilledNote& note : NotesOfKilled(WorkNotes(session)))
+        places.insert(note.places.begin(), note.places.end());
+    std::vector<Path> found;
+    for (const Path& place : places)
+        for (Path& left : LeftoversIn(place))
+            found.push_back(std::move(left));
+    return found;
+}
+
+} // namespace kestrova

@@ -1,0 +1,158 @@
+#include "upkeep/new_archive.h"
+
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "core/look.h"
+#include "platform/places.h"
+#include "upkeep/archive_life.h"
+#include "words/message.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr int mostNames = 100;
+
+/// The first name that is free of those that grow from `row` with "", "2", "3" …
+Path FirstFree(const Path& folder, Msg row)
+{
+    for (int n = 1; n <= mostNames; ++n) {
+        const Path candidate =
+            InFolder(folder, GetMsg(row, {n == 1 ? std::string{} : std::to_string(n)}));
+        if (IsFree(candidate).ValueOr(false)) // what cannot be looked at is taken
+            return candidate;
+    }
+    return {};
+}
+
+LevelRecord OriginalLevel(const Session& session)
+{
+    LevelRecord level;
+    level.levelCode = originalCode;
+    level.levelName = GetMsg(Msg::OriginalLevelName);
+    level.levelNote = GetMsg(Msg::OriginalLevelNote);
+    level.authorName = GetMsg(Msg::OriginalAuthor);
+    level.authorSites = Join(Split(RowText(Msg::OriginalSites), '|'), std::string_view{"\0", 1});
+    const Path files = InFolder(LevelHomeOf(session, originalCode), RowText(Msg::DirFiles));
+    for (const std::string& pattern : Split(RowText(Msg::OriginalInfoPatterns), '|'))
+        if (const auto found = ListFiles(files, pattern).ValueOr({}); !found.empty()) {
+            level.moreInfoFile = found.front().filename().native();
+            break;
+        }
+    return level;
+}
+
+/// Asks in the folder that is proposed, which stands while the chooser shows it.
+std::optional<Path> AskForNewFolder(Session& session)
+{
+    const Drive drive = FindLargestDrive(session);
+    Path proposed =
+        DefaultArchiveFolder(drive.folder.empty() ? session.programFolder : drive.folder);
+    if (!MakeFolder(proposed)) { // the drive's top is seldom a player's to write
+        proposed = DefaultArchiveFolder(session.programFolder);
+        (void)MakeFolder(proposed); // where it cannot be, the chooser opens elsewhere
+    }
+    const auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectArchiveFolder), proposed);
+    if (!chosen || *chosen != proposed)
+        (void)platform::RemoveFolder(proposed); // only when nothing was put into it
+    return chosen;
+}
+
+Path Absolute(const Path& path)
+{
+    return FolderFromText(platform::AbsolutePath(path).lexically_normal().native());
+}
+
+} // namespace
+
+bool FitsArchive(Session& session, const Path& folder)
+{
+    if (ToWindows1252(folder.native()).size() <= longestArchiveFolder)
+        return true;
+    session.host.Tell(Tone::Error, GetMsg(Msg::ArchiveFolderTooLong, {TextOf(folder)}));
+    return false;
+}
+
+Path DefaultArchivePath(const Session& session)
+{
+    return FirstFree(session.programFolder, Msg::FragDefaultArchive);
+}
+
+Path DefaultArchiveFolder(const Path& parent)
+{
+    return FirstFree(parent, Msg::FragDefaultFolder);
+}
+
+namespace
+{
+
+/// A list with the original configuration alone, of no file. The folders are those of the archive
+/// before until others are chosen: the level that is installed still has its store there.
+void BeginNewList(Session& session)
+{
+    ArchiveHeader header;
+    header.levelCount = 1;
+    header.mainFolder = session.archive.header.mainFolder;
+    header.secondaryFolder = session.archive.header.secondaryFolder;
+    session.archive = {std::move(header), {OriginalLevel(session)}};
+}
+
+/// Folder and file of the new archive, measured and written.
+bool FillNewArchive(Session& session, const Path& folder, const Path& file)
+{
+    const auto chosen = folder.empty() ? AskForNewFolder(session) : std::optional{Absolute(folder)};
+    if (!chosen)
+        return false;
+    Path place = *chosen;
+    const auto files = ListFiles(place, RowText(Msg::PatAll));
+    const auto folders = ListSubfolders(place);
+    if (!files || !folders)
+        return TellFolderNotRead(session, files ? folders.Error() : files.Error());
+    if (!files->empty() || !folders->empty()) {
+        place = DefaultArchiveFolder(place);
+        session.host.Tell(Tone::Warning, GetMsg(Msg::ArchiveFolderChanged) + TextOf(place));
+    }
+    if (!FitsArchive(session, place))
+        return false;
+    session.archive.header.mainFolder = session.archive.header.secondaryFolder = place.native();
+    const auto made = MakeFolders(place);
+    if (!made || !platform::IsWritableFolder(ResolvePath(place))) {
+        const std::string words = GetMsg(Msg::CannotWriteArchiveFolder) + TextOf(place);
+        TellFailure(session, words, made ? Failure{ErrorCode::CannotWrite, {}, {}} : made.Error());
+        return false;
+    }
+    const Path target = file.empty() ? DefaultArchivePath(session) : Absolute(file);
+    if (target.empty()) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::NoArchiveNameFree));
+        return false;
+    }
+    if (!HoldArchiveFolder(session, place))
+        return false;
+    session.archive.file = target;
+    RecomputeArchiveSize(session, false);
+    return !session.archive.dirty || !session.preferences.autoSave;
+}
+
+} // namespace
+
+bool CreateArchive(Session& session, const Path& folder, const Path& file)
+{
+    const Operation operation{session};
+    const auto isFree = file.empty() ? Result<bool>{true} : IsFree(file);
+    if (!isFree)
+        return TellFolderNotRead(session, isFree.Error());
+    if (!*isFree && !session.host.AskYesNo(GetMsg(Msg::AskReplaceArchive, {TextOf(file)})))
+        return false;
+    bool saved = false;
+    if (!MayReplaceArchive(session, saved))
+        return false;
+    BeginNewList(session);
+    const bool made = FillNewArchive(session, folder, file);
+    session.list.Refresh();
+    return made;
+}
+
+} // namespace kestrova

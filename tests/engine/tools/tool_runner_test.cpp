@@ -1,0 +1,241 @@
+#include "tools/tool_runner.h"
+
+#include "support/patience.h"
+#include "support/sandbox.h"
+#include "support/tool_box.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+using std::chrono::milliseconds;
+using Clock = std::chrono::steady_clock;
+constexpr milliseconds second{1000};
+
+/// The last label, the furthest bar, and how long the window was left without a step.
+class WatchedProgress : public ProgressScope
+{
+public:
+    std::string label = "before";
+    std::vector<std::uint64_t> bars;
+    Clock::duration longestPause{};
+    int steps = 0;
+    Clock::time_point stopAt = Clock::time_point::max();
+
+    void SetLabel(const std::string& text) override { label = text; }
+    void SetBar(std::uint64_t done, std::uint64_t) override { bars.push_back(done); }
+    void AllowStop() override {}
+    bool Step() override
+    {
+        ++steps;
+        const auto now = Clock::now();
+        longestPause = std::max(longestPause, now - last_);
+        last_ = now;
+        return now < stopAt;
+    }
+
+private:
+    Clock::time_point last_ = Clock::now();
+};
+
+class ToolRunner : public ::testing::Test
+{
+protected:
+    ToolBox box;
+    WatchedProgress progress;
+    ToolProgressState state{&progress};
+
+    bool Run(const std::string& script, ToolId tool = ToolId::Unzip, std::uint64_t total = 4)
+    {
+        box.AddTool(RowOf(tool).name, script);
+        ToolRun run{tool};
+        run.handler = tool == ToolId::Zip ? Msg::HandlerZip : Msg::HandlerUnzip;
+        run.total = total;
+        return RunTool(box.session, run, state);
+    }
+};
+
+TEST_F(ToolRunner, ShowsEachLineAndMovesTheBarWhileTheToolRuns)
+{
+    EXPECT_TRUE(Run("echo Archive: a; echo '  inflating: one '; sleep 0.5; echo inflating: two\n"
+                    "echo inflating: two; echo 'what it says at the end' >&2; printf 'no end'"));
+    EXPECT_EQ(state.output, "Archive: a\r\n  inflating: one \r\ninflating: two\r\n"
+                            "what it says at the end\r\n");
+    EXPECT_EQ(progress.bars, (std::vector<std::uint64_t>{0, 25, 50}));
+    EXPECT_EQ(progress.label, "what it says at the end");
+    EXPECT_EQ(state.error, "");
+    EXPECT_GE(progress.steps, 4) << "ten, with a pause of 50 ms, on a machine that is not busy";
+
+    // The same tool in its own folder, with no input, told quietly.
+    state.quiet = true;
+    progress.label = "kept";
+    EXPECT_TRUE(Run("pwd; cat; printf '\\033[2J\\tx\\n'"));
+    EXPECT_EQ(state.output, box.session.programFolder.native() + "\r\n\x1B[2J    x\r\n");
+    EXPECT_EQ(progress.label, "kept");
+    EXPECT_EQ(state.details.find('\x1B'), std::string::npos);
+}
+
+TEST_F(ToolRunner, EndsInWordsWhateverTheToolDoes)
+{
+    const std::string megabyte = "head -c 1000000 /dev/zero | tr '\\0' x";
+    const struct {
+        std::string script;
+        std::string error;
+        std::string details;
+    } cases[] = {
+        {"echo first; echo 'the reason' >&2; exit 9", "code 9", "first\r\nthe reason"},
+        {"echo before; kill -9 $$", "signal 9", "before"},
+        {"exit 3", "code 3", ""},
+        {"echo begun; " + megabyte, "more than 4352 characters", std::string(200, 'x')},
+        {"echo '   skipping: a.txt  unable to get password'; exit 1", "left something out",
+         "skipping: a.txt  unable to get password"},
+    };
+    for (const auto& entry : cases) {
+        const auto start = Clock::now();
+        EXPECT_FALSE(Run(entry.script)) << entry.script;
+        EXPECT_NE(state.error.find(entry.error), std::string::npos) << state.error;
+        EXPECT_TRUE(state.details.ends_with(entry.details)) << state.details;
+        EXPECT_LT(state.details.size(), 3000U);
+        EXPECT_LT(Clock::now() - start, soon);
+    }
+    EXPECT_TRUE(Run("exit 1")) << "a warning";
+    EXPECT_TRUE(Run("exit 0")) << "nothing at all";
+    EXPECT_EQ(state.output + state.details, "");
+
+    EXPECT_TRUE(Run("printf '\\000\\377\\001\\033]0;x\\n\\000\\n'"));
+    ASSERT_EQ(box.host.told.size(), 1U) << "once, however many there are";
+    EXPECT_EQ(box.host.told[0].text, "Valore 0");
+    EXPECT_TRUE(IsUtf8(state.details));
+
+    box.Write("tools/unzip", "no program");
+    ToolRun run{ToolId::Unzip};
+    run.arguments = {"-l", "a b"};
+    EXPECT_FALSE(RunTool(box.session, run, state)) << state.output;
+    EXPECT_EQ(state.error, "Error creating subprocess: \"" +
+                               (box.session.programFolder / "unzip").native() +
+                               "\"\r\nWith command line: \"-l a b\"");
+}
+
+TEST_F(ToolRunner, EndsAHungToolWithItsChildrenSoon)
+{
+    // Deaf to the request, so that the force behind it is seen too.
+    const std::string hangs = "trap '' TERM; echo begun; sleep 30 & sleep 30; sleep 30";
+    const auto stopped = [&](const auto& run) {
+        const auto start = Clock::now();
+        progress.stopAt = start + milliseconds{100};
+        EXPECT_FALSE(run());
+        EXPECT_LT(Clock::now() - start, soon);
+        progress.stopAt = Clock::time_point::max();
+        return state.error;
+    };
+    EXPECT_EQ(stopped([&] { return Run(hangs); }), "Break user");
+    EXPECT_EQ(state.details, "begun");
+    EXPECT_EQ(stopped([&] { return Run("while :; do echo $((i=i+1)); done"); }), "Break user");
+    const Path script = box.AddTool("program", hangs);
+    EXPECT_EQ(stopped([&] { return RunAndWait(box.session, script, {}, state); }), "Break user");
+    EXPECT_EQ(stopped([&] { return ShellAndWait(box.session, "sleep 30", state); }), "Break user");
+    EXPECT_LT(progress.longestPause, soon);
+
+    box.AddTool("unzip", hangs);
+    const auto start = Clock::now();
+    EXPECT_FALSE(RunToolBatch(box.session, ToolId::Unzip, {}, milliseconds{200}, state));
+    EXPECT_EQ(state.error, "Timeout");
+    EXPECT_EQ(state.details, "begun");
+    ToolRun run{ToolId::Unzip};
+    run.watch = [] { return std::string{"the disk is nearly full"}; };
+    EXPECT_FALSE(RunTool(box.session, run, state));
+    EXPECT_EQ(state.error, "the disk is nearly full");
+    EXPECT_LT(Clock::now() - start, soon);
+}
+
+TEST_F(ToolRunner, ObeysTheHandlersStopWhereTheRowDoes)
+{
+    // The zip handler's stop at the last name would cost this zip its unfinished file.
+    EXPECT_TRUE(
+        Run("echo adding: a; echo adding: b; sleep 0.1; echo done > finished", ToolId::Zip, 2));
+    EXPECT_EQ(box.Read("tools/finished"), "done\n");
+    box.AddTool("unzip", "echo inflating: a; echo inflating: b; sleep 0.2; echo > late");
+    ToolRun run{ToolId::Unzip};
+    run.handler = Msg::HandlerZip;
+    run.total = 1;
+    EXPECT_FALSE(RunTool(box.session, run, state));
+    EXPECT_EQ(state.error, "Break user");
+    EXPECT_FALSE(box.Has("tools/late"));
+}
+
+TEST_F(ToolRunner, FindsToolsInTheProgramsFolderFirst)
+{
+    const Path elsewhere = box.AddTool("elsewhere", "echo elsewhere");
+    ToolRun run{ToolId::Zip};
+    EXPECT_FALSE(RunTool(box.session, run, state));
+    EXPECT_EQ(state.error,
+              "Utility \"" + (box.session.programFolder / "zip").native() + "\" doesn't exist");
+    EXPECT_NE(state.details.find("package 'zip'"), std::string::npos) << state.details;
+    EXPECT_FALSE(RunToolBatch(box.session, ToolId::Bsdtar, {}, second, state));
+    EXPECT_EQ(state.error,
+              "Missing utility \"" + (box.session.programFolder / "bsdtar").native() + "\"");
+
+    box.machine.tools["zip"] = elsewhere;
+    EXPECT_TRUE(RunTool(box.session, run, state));
+    EXPECT_EQ(state.output, "elsewhere\r\n");
+    box.AddTool("zip", "echo own $LC_ALL,$ZIPOPT.");
+    EXPECT_TRUE(RunTool(box.session, run, state));
+    EXPECT_EQ(state.output, "own C.UTF-8,.\r\n");
+    // A Windows program goes through Wine; without it the words tell what is missing.
+    box.Write("tools/zip", "MZ" + std::string(100, '\0'));
+    EXPECT_FALSE(RunTool(box.session, run, state));
+    EXPECT_NE(state.details.find("Wine"), std::string::npos) << state.details;
+    box.session.settings.wineCommand = box.AddTool("wine", "printf '%s|' \"$@\"").native();
+    run.arguments = {"-9", "a b"};
+    EXPECT_TRUE(RunTool(box.session, run, state)) << state.details;
+    EXPECT_EQ(state.details, (box.session.programFolder / "zip").native() + "|-9|a b|");
+}
+
+TEST_F(ToolRunner, BatchTakesAllOfStandardOutput)
+{
+    const auto batch = [&](const std::string& script) {
+        box.AddTool("unzip", script);
+        return RunToolBatch(box.session, ToolId::Unzip, {"-l"}, 10 * second, state);
+    };
+    EXPECT_TRUE(batch("printf 'a\\na\\nlast'; echo lost >&2"));
+    EXPECT_EQ(state.output, "a\r\na\r\nlast");
+    EXPECT_TRUE(batch("printf 'a\\r\\nb\\n'"));
+    EXPECT_EQ(state.output, "a\r\nb\n");
+    EXPECT_TRUE(batch("head -c 1000000 /dev/zero")) << "no lines, no limit of a line";
+    EXPECT_EQ(state.output.size(), 1'000'000U);
+    EXPECT_FALSE(batch("echo why >&2"));
+    EXPECT_EQ(state.error, "No text on standard output");
+    EXPECT_EQ(state.details, "why");
+    EXPECT_FALSE(batch("echo half; exit 9"));
+    EXPECT_NE(state.error.find("code 9"), std::string::npos);
+}
+
+TEST_F(ToolRunner, OnlyTheShellsOwnWayGoesThroughAShell)
+{
+    const Path echo = box.AddTool("echo args", "printf '%s|' \"$@\"; pwd; exit 5");
+    EXPECT_TRUE(RunAndWait(box.session, echo, {"a b", "$(id)", "*", "-x", "q\"'", "l\nf"}, state));
+    EXPECT_EQ(state.end.code, 5);
+    EXPECT_EQ(state.details, "a b|$(id)|*|-x|q\"'|l\r\nf|" + box.session.programFolder.native());
+    EXPECT_FALSE(RunAndWait(box.session, box / "missing", {}, state));
+    EXPECT_EQ(state.error, "Error executing utility: " + (box / "missing").native());
+    EXPECT_TRUE(ShellAndWait(box.session, "'./echo args' $((1 + 1)) > list.txt", state));
+    EXPECT_TRUE(box.Read("tools/list.txt").starts_with("2|"));
+}
+
+TEST(SetProgressPercent, CutsTheFractionAndTheExcess)
+{
+    WatchedProgress progress;
+    SetProgressPercent(nullptr, 1, 1);
+    for (const auto& [total, value] : std::vector<std::pair<std::uint64_t, std::uint64_t>>{
+             {0, 0}, {0, 5}, {3, 2}, {10, 11}, {1'000'000'000'000, 999'999'999'999}})
+        SetProgressPercent(&progress, total, value);
+    EXPECT_EQ(progress.bars, (std::vector<std::uint64_t>{0, 100, 66, 100, 99}));
+}
+
+} // namespace
+
+} // namespace kestrova::testing

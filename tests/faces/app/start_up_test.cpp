@@ -1,0 +1,249 @@
+#include "app/init_program.h"
+#include "app/start_up.h"
+#include "archive/archive_saving.h"
+#include "editor/find_trle.h"
+#include "session/preferences_file.h"
+#include "support/sandbox.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrova::testing
+{
+namespace
+{
+
+/// Answers what the start's own windows would.
+class Windows : public StartWindows
+{
+public:
+    Path trle; ///< what the person chooses; empty: nothing
+    ArchiveChoice choice = ArchiveChoice::New;
+    std::vector<std::string> shown;
+
+    bool FindLevelEditor(Session& session) override
+    {
+        shown.emplace_back("find");
+        TrleFinder finder{session};
+        return !trle.empty() && finder.Take(trle) && finder.Accept();
+    }
+    ArchiveChoice AskNewOrLoad(Session&) override
+    {
+        shown.emplace_back("archive");
+        return choice;
+    }
+};
+
+class StartUp : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        box.MakeTrle();
+        box.session.preferences = DefaultPreferences();
+        box.session.archive.header = {};
+    }
+    /// A first start that ends with a new archive in `levels`.
+    void StartFirst()
+    {
+        windows.trle = box / "trle";
+        box.host.WillAsk("is original?", true);
+        box.host.WillAsk("full backup", true);
+        box.host.WillChoose("Select main folder", box / "levels");
+        ASSERT_TRUE(InitProgram(box.session, windows, {})) << box.host.AllTold();
+    }
+    /// What a new start of the program sees; the locks of the first are gone.
+    bool StartAgain(const std::vector<std::string>& arguments = {})
+    {
+        SavePreferencesNow(box.session);
+        box.session.locks = {};
+        box.session.preferences = DefaultPreferences();
+        windows.shown.clear();
+        return InitProgram(box.session, windows, arguments);
+    }
+
+    Sandbox box;
+    Windows windows;
+};
+
+TEST_F(StartUp, TheFirstStartFindsBacksUpAndMakesAnArchiveAndTheSecondAsksNothing)
+{
+    StartFirst();
+    EXPECT_EQ(windows.shown, (std::vector<std::string>{"find", "archive"}));
+    EXPECT_TRUE(box.Has("home/backup_trle/DATA/tut1.tr4"));
+    EXPECT_TRUE(box.Has("home/LEVEL_0000"));
+    ASSERT_EQ(box.session.archive.levels.size(), 1U);
+    EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
+
+    ASSERT_TRUE(StartAgain()) << box.host.AllTold();
+    EXPECT_TRUE(windows.shown.empty());
+    EXPECT_TRUE(box.session.preferences.fullBackup);
+    EXPECT_EQ(box.session.TrleFolder(), box / "trle");
+    EXPECT_EQ(box.session.archive.levels.size(), 1U);
+}
+
+TEST_F(StartUp, WithoutALevelEditorItStopsWithNoArchive)
+{
+    ASSERT_TRUE(InitProgram(box.session, windows, {}));
+    EXPECT_EQ(windows.shown, std::vector<std::string>{"find"});
+    EXPECT_TRUE(box.session.archive.levels.empty());
+    EXPECT_FALSE(box.Has("home/backup_trle"));
+
+    // Where an archive is remembered, its file is not touched by what follows.
+    StartFirst();
+    const std::string archive = box.Read("home/LevelArchive.kva");
+    box.session.preferences.trlePath.clear();
+    windows.trle.clear();
+    ASSERT_TRUE(StartAgain());
+    EXPECT_FALSE(box.session.archive.Loaded());
+    EXPECT_EQ(box.session.RememberedArchive(), box / "home/LevelArchive.kva");
+    EXPECT_FALSE(SaveArchiveNow(box.session));
+    EXPECT_TRUE(box.host.WasTold("Missing archive!"));
+    WritePreferences(box.session);
+    EXPECT_EQ(box.Read("home/LevelArchive.kva"), archive);
+}
+
+TEST_F(StartUp, TheEndLosesNoChangeOfTheListThatNobodyGaveUp)
+{
+    StartFirst();
+    const auto change = [&](const char* note) {
+        box.session.preferences.autoSave = false;
+        box.session.archive.levels[0].levelNote = note;
+        SaveArchive(box.session);
+    };
+    change("first");
+    // What cannot be saved is not lost by the way.
+    box.session.archive.file = box / "none/a.kva";
+    box.host.WillAsk("has been changed", true);
+    box.host.WillAsk("could not be saved. Do you want to give them up", false);
+    EXPECT_FALSE(WritePreferences(box.session));
+    EXPECT_TRUE(box.session.archive.dirty);
+    EXPECT_FALSE(WriteAllNow(box.session));
+    box.session.archive.file = box / "home/LevelArchive.kva";
+
+    box.host.told.clear();
+    EXPECT_TRUE(WriteAllNow(box.session));
+    EXPECT_TRUE(box.host.told.empty());
+    EXPECT_FALSE(box.session.archive.dirty);
+    ASSERT_TRUE(StartAgain()) << box.host.AllTold();
+    EXPECT_EQ(box.session.archive.levels[0].levelNote, "first");
+
+    change("second");
+    box.host.WillAsk("has been changed", false);
+    EXPECT_TRUE(WritePreferences(box.session));
+    EXPECT_TRUE(WriteAllNow(box.session));
+    ASSERT_TRUE(StartAgain()) << box.host.AllTold();
+    EXPECT_EQ(box.session.archive.levels[0].levelNote, "first") << "given up is given up";
+}
+
+TEST_F(StartUp, ABackupThatIsRefusedDoesNotStopTheStart)
+{
+    windows.trle = box / "trle";
+    box.host.WillAsk("is original?", false);
+    box.host.WillChoose("Select main folder", box / "levels");
+    ASSERT_TRUE(InitProgram(box.session, windows, {}));
+    EXPECT_FALSE(box.Has("home/backup_trle"));
+    EXPECT_EQ(box.session.archive.levels.size(), 1U);
+}
+
+TEST_F(StartUp, AnArchiveThatIsGoneOrDamagedIsNamedAndTheStartGoesOn)
+{
+    StartFirst();
+    windows.choice = StartWindows::ArchiveChoice::Load;
+    for (const bool damaged : {false, true}) {
+        SCOPED_TRACE(damaged);
+        box.session.preferences.archivePath = (box / "home/other.kva").native();
+        if (damaged)
+            box.Write("home/other.kva", "no archive");
+        box.host.told.clear();
+        box.host.WillChoose("Load Tomb Raider Level Archive", box / "home/LevelArchive.kva");
+        ASSERT_TRUE(StartAgain());
+        EXPECT_TRUE(box.host.WasTold(damaged ? "Error loading last archive: "
+                                             : "Last archive not found: "));
+        EXPECT_EQ(box.host.told.size(), 1U) << "one box: " << box.host.AllTold();
+        EXPECT_TRUE(box.host.WasTold(damaged ? "Put a copy of this file in its place"
+                                             : "Once it is there again"))
+            << "what to do: " << box.host.AllTold();
+        EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive.kva");
+        EXPECT_EQ(box.session.archive.levels.size(), 1U);
+    }
+    // A folder that is gone is asked for; without an answer nothing is loaded, and nothing
+    // forgotten.
+    std::filesystem::rename(box / "levels", box / "unplugged");
+    box.host.WillChoose("Select folder", std::nullopt);
+    box.host.WillAsk("Do you want load a different archive?", false);
+    ASSERT_TRUE(StartAgain());
+    EXPECT_FALSE(box.session.archive.Loaded());
+    EXPECT_EQ(box.session.RememberedArchive(), box / "home/LevelArchive.kva");
+}
+
+TEST_F(StartUp, AnArchiveOfTheCommandLineReplacesTheLastOne)
+{
+    StartFirst();
+    box.Write("home/second.kva", box.Read("home/LevelArchive.kva"));
+    ASSERT_TRUE(StartAgain({(box / "home/second.KVA").native()})) << box.host.AllTold();
+    EXPECT_EQ(box.session.archive.levels.size(), 1U);
+    EXPECT_EQ(ResolvePath(box.session.ArchivePath()), box / "home/second.kva");
+}
+
+TEST_F(StartUp, TheSecondProgramOnAFolderNamesTheFirstAndReadersNeedNotWait)
+{
+    StartFirst();
+    ASSERT_TRUE(SavePreferencesNow(box.session));
+    const auto before = box.Snapshot("home");
+    for (const std::string home : {"home", "home2"}) {
+        // The second one comes from another program's folder to the same Level Editor's folder.
+        if (home == "home2")
+            box.Write("home2/Kestrova.prf", box.Read("home/Kestrova.prf"));
+        Session other{box.host, box.machine, box.list, box / home};
+        bool firstRun = false;
+        box.host.told.clear();
+        EXPECT_FALSE(OpenSession(other, true, firstRun));
+        EXPECT_TRUE(box.host.WasTold("process ")) << box.host.AllTold();
+        EXPECT_TRUE(box.host.WasTold(home == "home" ? "/home" : "/trle"));
+    }
+    Session reader{box.host, box.machine, box.list, box / "home"};
+    bool firstRun = true;
+    EXPECT_TRUE(OpenSession(reader, false, firstRun));
+    EXPECT_FALSE(firstRun);
+    EXPECT_TRUE(static_cast<bool>(LoadArchiveToLook(reader)));
+    EXPECT_EQ(reader.archive.levels.size(), 1U);
+    EXPECT_EQ(box.Snapshot("home"), before);
+}
+
+TEST_F(StartUp, LookingAtADamagedArchiveGivesAnEmptyOne)
+{
+    box.MakeBackupAndArchive();
+    const std::string whole = box.Read("home/LevelArchive.kva");
+    for (const std::string& bytes : {whole.substr(0, whole.size() - 1), std::string{"x"}}) {
+        box.Write("home/LevelArchive.kva", bytes);
+        EXPECT_FALSE(static_cast<bool>(LoadArchiveToLook(box.session)));
+        EXPECT_TRUE(box.session.archive.levels.empty());
+    }
+}
+
+TEST(ProgramFolder, IsTheGivenOneWithAllFoldersAboveIt)
+{
+    const Sandbox box;
+    const auto folder = ChooseProgramFolder(box / "a/b/../c/");
+    ASSERT_TRUE(folder);
+    EXPECT_EQ(*folder, box / "a/c");
+    EXPECT_TRUE(box.Has("a/c"));
+    EXPECT_TRUE(ChooseProgramFolder(box / "d", false));
+    EXPECT_FALSE(box.Has("d"));
+    box.Write("file", "");
+    EXPECT_FALSE(ChooseProgramFolder(box / "file/below"));
+}
+
+TEST(CommandLineItems, GiveArchiveAndLevelEditor)
+{
+    const CommandLine both = ParseCommandLine({"/a/One.kva", "word", "/cd/TRLE/", "/b/two.KVA"});
+    EXPECT_EQ(both.archive, "/b/two.KVA"); // the later wins
+    EXPECT_EQ(both.trle, "/cd/TRLE");
+    const CommandLine ended = ParseCommandLine({"/x/trle", "", "/a.kva"});
+    EXPECT_EQ(ended.trle, "/x/trle");
+    EXPECT_TRUE(ended.archive.empty());
+    EXPECT_TRUE(ParseCommandLine({"/x/trle.old", "/kva"}).trle.empty());
+}
+
+} // namespace
+} // namespace kestrova::testing

@@ -1,0 +1,776 @@
+#include "intake/new_level.h"
+
+#include "archive/level_folders.h"
+#include "archive/tr4_index.h"
+#include "history/history.h"
+#include "intake/language_choice.h"
+#include "packages/level_config_file.h"
+#include "packages/zip_files.h"
+#include "platform/file_hook.h"
+#include "storage/zl_file.h"
+#include "support/tool_box.h"
+#include "support/zip_builder.h"
+
+#include <fcntl.h>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+using Files = std::map<std::string, std::string>;
+
+/// An archive with the original configuration, the tools of this machine, and a new level.
+class NewLevelTest : public ::testing::Test
+{
+protected:
+    NewLevelTest()
+    {
+        box.MakeTrle();
+        box.MakeBackupAndArchive();
+        box.UseRealTools();
+        progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+    }
+
+    /// A record with its folders, as a level that comes in has it.
+    NewLevel& Begin()
+    {
+        record.levelCode = NextLevelCode(box.session);
+        EXPECT_TRUE(MakeLevelSubfolders(LevelHomeOf(box.session, record.levelCode)));
+        return Open(LevelMode::New);
+    }
+    /// A level of the archive, opened for its properties.
+    NewLevel& Edit(const Files& files)
+    {
+        box.AddLevel("Stored", files);
+        record = box.session.archive.levels.back();
+        return Open(LevelMode::Properties);
+    }
+    NewLevel& Open(LevelMode mode)
+    {
+        opened.emplace(box.session, record, mode, *progress);
+        EXPECT_TRUE(opened->Open()) << box.host.AllTold();
+        return *opened;
+    }
+    /// A package made by the real tool from what lies in a folder of the sandbox.
+    void Zip(const std::string& folder, const std::string& zip)
+    {
+        std::filesystem::create_directories((box / zip).parent_path());
+        Shell("cd '" + folder + "' && zip -q -r '" + (box / zip).native() + "' .");
+    }
+    void Shell(const std::string& script)
+    {
+        ToolProgressState own;
+        ASSERT_TRUE(ShellAndWait(box.session, "cd " + box.root.native() + " && " + script, own));
+        ASSERT_EQ(own.end.code, 0) << own.details;
+    }
+    [[nodiscard]] std::vector<std::string> Names() const
+    {
+        std::vector<std::string> names;
+        for (const Path& file : opened->Files())
+            names.push_back(file.filename().native());
+        return names;
+    }
+    [[nodiscard]] Files Part(const std::string& part) const
+    {
+        return box.Snapshot("levels/LEVEL_0001/" + part);
+    }
+
+    ToolBox box;
+    std::unique_ptr<ProgressScope> progress;
+    LevelRecord record;
+    std::optional<NewLevel> opened;
+};
+
+TEST_F(NewLevelTest, APackageIsFlattenedAndDistributed)
+{
+    box.Write("in/data/level1.tr4", "level");
+    box.Write("in/script.dat", "script");
+    box.Write("in/English.DAT", "language");
+    box.Write("in/docs/a note.txt", "note");
+    box.Write("in/docs/Walkthrough.doc", "walk");
+    box.Write("in/docs/view.JPG", "view");
+    box.Write("in/docs/SAVEGAME.3", "saved");
+    box.Write("in/madplay.exe", "tool");
+    box.Write("deep/107.wav", "wave");
+    box.Write("deep/deeper.txt", "deep");
+    Zip("deep", "deepest/third.zip");
+    box.Write("deepest/second.txt", "second");
+    Zip("deepest", "in/audio/second.zip");
+    Zip("in", "my first level.zip");
+    const Files before = box.Snapshot("my first level.zip");
+    box.session.archive.header.compressLevels = true;
+
+    NewLevel& level = Begin();
+    ASSERT_TRUE(level.AddSources({box / "my first level.zip"})) << box.host.AllTold();
+    EXPECT_EQ(level.name, "my first level");
+    EXPECT_EQ(level.moreInfo, "Walkthrough.doc") << "an earlier word beats an earlier file";
+    EXPECT_EQ(Names().size(), 10U) << "second.zip is unpacked, third.zip waits for a refresh";
+    level.Refresh();
+    EXPECT_EQ(level.FilesText(), "11 files (" + FormatSize(54) + ")");
+    level.note = "my note";
+    ASSERT_TRUE(level.Accept()) << box.host.AllTold();
+
+    Files stored = Part("files");
+    EXPECT_TRUE(stored.contains("level1.tr4.zl") && stored.contains("107.wav.zl"));
+    EXPECT_EQ(stored["English.DAT"], "language");
+    EXPECT_EQ(stored["view.JPG"], "view") << "pictures stay in the level";
+    EXPECT_EQ(stored.size(), 9U) << "neither the savegame nor the tool";
+    EXPECT_EQ(Part("screenshots"), (Files{{"view.JPG", "view"}}));
+    EXPECT_EQ(Part("backup_savegames"), (Files{{"SAVEGAME.3", "saved"}}));
+    EXPECT_EQ(record.levelName, "my first level");
+    EXPECT_EQ(record.levelNote, "my note");
+    EXPECT_EQ(record.moreInfoFile, "Walkthrough.doc");
+    EXPECT_EQ(record.filesSize, static_cast<int>(*FolderSize(box / "levels/LEVEL_0001/files")));
+    EXPECT_EQ(record.extrasSize, 9);
+    const auto index = ReadTr4InfOf(box.session, 1);
+    ASSERT_TRUE(index && index->size() == 1);
+    EXPECT_EQ((*index)[0].size, 5) << "its true size";
+    EXPECT_FALSE(FolderExists(UnpackingFolder(box.session)));
+    EXPECT_EQ(box.Snapshot("my first level.zip"), before);
+}
+
+TEST_F(NewLevelTest, OtherKindsOfPackagesComeInToo)
+{
+    box.Write("in/sub/level.tr4", "level");
+    Shell("bsdtar -cf one.tar.gz -z -C in sub && bsdtar -cf two.7z --format 7zip -C in sub && "
+          "bsdtar -cf three.iso --format iso9660 -C in sub");
+    for (const char* package : {"one.tar.gz", "two.7z", "three.iso"}) {
+        NewLevel& level = Begin();
+        EXPECT_TRUE(level.AddSources({box / package})) << package << box.host.AllTold();
+        ASSERT_EQ(Names().size(), 1U) << package;
+        EXPECT_TRUE(EqualNames(Names()[0], "level.tr4")) << package;
+        EXPECT_EQ(level.name.find('.'), std::string::npos) << level.name;
+        std::filesystem::remove_all(box / "levels/LEVEL_0001");
+    }
+}
+
+TEST_F(NewLevelTest, WhatCannotBeUnpackedIsNamedAndTheRestComesIn)
+{
+    box.Write("in/level.tr4", "level");
+    box.Write("in/broken.zip", "PK no zip at all");
+    Zip("in", "outer.zip");
+    const std::string whole = box.Read("outer.zip");
+    box.Write("cut.zip", whole.substr(0, whole.size() / 2));
+    NewLevel& level = Begin();
+    EXPECT_FALSE(level.AddSources({box / "cut.zip", box / "outer.zip"}));
+    EXPECT_TRUE(
+        box.host.WasTold("Error while copying or unzipping file: " + (box / "cut.zip").native()));
+    EXPECT_TRUE(box.host.WasTold("Error decompressing file: broken.zip"));
+    EXPECT_TRUE(box.host.WasTold("It is still in the package that you gave"));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"level.tr4"}));
+    EXPECT_TRUE(level.Accept()) << "what could be taken makes a level";
+
+    // A zip that only the archive has is left alone.
+    std::filesystem::remove_all(box / "levels/LEVEL_0001");
+    record = {};
+    NewLevel& stored = Edit({{"a.tr4", "a"}, {"extra.zip", "PK no zip"}});
+    EXPECT_TRUE(box.host.WasTold("It stays in the level as it is"));
+    EXPECT_EQ(stored.Files().size(), 2U);
+    EXPECT_EQ(box.Read("levels/LEVEL_0001/files/extra.zip"), "PK no zip");
+}
+
+TEST_F(NewLevelTest, NoFileIsLostBesideAnotherOne)
+{
+    // A package that holds one of its own name, and one whose files are called like the outer's.
+    box.Write("own/inner.txt", "inner");
+    Zip("own", "again/level.zip");
+    box.Write("again/own.txt", "own");
+    Zip("again", "in/level.zip");
+    box.Write("more/readme.txt", "the inner one");
+    box.Write("more/same.txt", "same");
+    box.Write("more/SCRIPT.dat", "the inner script");
+    Zip("more", "in/more.zip");
+    box.Write("in/readme.txt", "the outer one");
+    box.Write("in/same.txt", "same");
+    box.Write("in/script.dat", "the outer script");
+    box.Write("in/level.tr4", "level");
+    Zip("in", "outer.zip");
+    NewLevel& level = Begin();
+    ASSERT_TRUE(level.AddSources({box / "outer.zip"})) << box.host.AllTold();
+    EXPECT_EQ(box.Read("levels/LEVEL_0001/files/own.txt"), "own");
+    EXPECT_TRUE(box.host.WasTold("readme.txt as readme_2.txt, script.dat as script.dat_2"));
+    EXPECT_FALSE(box.host.WasTold("same.txt"));
+    level.Refresh();
+    EXPECT_EQ(Part("files"), (Files{{"inner.txt", "inner"},
+                                    {"level.tr4", "level"},
+                                    {"own.txt", "own"},
+                                    {"readme.txt", "the inner one"},
+                                    {"readme_2.txt", "the outer one"},
+                                    {"same.txt", "same"},
+                                    {"script.dat", "the inner script"},
+                                    {"script.dat_2", "the outer script"}}));
+    // A folder: links are named, and of what comes from a package and beside it the person chooses.
+    Shell("rm in/level.zip && ln -s /etc/hostname in/link.tr4 && ln -s same.txt in/within.txt && "
+          "ln -s .. in/up");
+    std::filesystem::remove_all(box / "levels/LEVEL_0001/files");
+    std::filesystem::create_directory(box / "levels/LEVEL_0001/files");
+    box.host.told.clear();
+    box.host.WillAsk("readme.txt", false);
+    box.host.WillAsk("script.dat", true);
+    EXPECT_TRUE(level.AddSources({box / "in"}));
+    EXPECT_TRUE(box.host.WasTold("left out: link.tr4, up.")) << box.host.AllTold();
+    EXPECT_EQ(box.Read("levels/LEVEL_0001/files/within.txt"), "same");
+    EXPECT_EQ(box.Read("levels/LEVEL_0001/files/readme.txt"), "the inner one");
+}
+
+TEST_F(NewLevelTest, NamesOfAPackageAreReadAnewInTheChosenCodePage)
+{
+    // The same bytes are the one in Russian and the other in English.
+    const std::string name = "\x8A\xA0\xE0\xE2\xA0.txt";
+    const std::string inner =
+        BuildZip({{"\x8F\xE0\xAE\xE7\xE2\xA8.txt", "inner", madeByDos}, {"level.tr4", "level"}});
+    box.Write("r.zip", BuildZip({{name, "outer", madeByDos}, {"inner.zip", inner}}));
+    box.Write("own.txt", "own");
+    NewLevel& level = Begin();
+    ASSERT_TRUE(level.AddSources({box / "r.zip", box / "own.txt"})) << box.host.AllTold();
+    EXPECT_EQ(level.NamesReadAs(), "CP866");
+    const Files russian{{"level.tr4", "level"},
+                        {"own.txt", "own"},
+                        {"Карта.txt", "outer"},
+                        {"Прочти.txt", "inner"}};
+    EXPECT_EQ(Part("files"), russian);
+    ASSERT_TRUE(level.ReadNamesAs("CP437")) << box.host.AllTold();
+    EXPECT_EQ(level.NamesReadAs(), "CP437");
+    EXPECT_EQ(Part("files"), (Files{{"level.tr4", "level"},
+                                    {"own.txt", "own"},
+                                    {"èáαΓá.txt", "outer"},
+                                    {"Åα«τΓ¿.txt", "inner"}}));
+    ASSERT_TRUE(level.ReadNamesAs("CP866"));
+    EXPECT_EQ(Part("files"), russian);
+    // Without the package nothing goes.
+    std::filesystem::remove(box / "r.zip");
+    EXPECT_FALSE(level.ReadNamesAs("CP437"));
+    EXPECT_TRUE(box.host.WasTold("r.zip"));
+    EXPECT_EQ(Part("files"), russian);
+}
+
+TEST_F(NewLevelTest, TheStoredFormOfAnArchiveComesInAsWhatItIsAndWithinTheLimits)
+{
+    box.Write("in/level.tr4.zl", CompressZlBytes("level"));
+    box.Write("in/deep/twice.wav.zl.ZL", CompressZlBytes(CompressZlBytes("wave")));
+    box.Write("in/deep/readme.txt.zl", CompressZlBytes("the packed one"));
+    box.Write("in/deep/readme.txt", "the plain one");
+    Zip("in", "p.zip");
+    NewLevel& level = Begin();
+    ASSERT_TRUE(level.AddSources({box / "p.zip"})) << box.host.AllTold();
+    const Files expected{{"level.tr4", "level"},
+                         {"twice.wav", "wave"},
+                         {"readme.txt", "the plain one"},
+                         {"readme_2.txt", "the packed one"}};
+    EXPECT_EQ(Part("files"), expected);
+    EXPECT_TRUE(box.host.WasTold("readme.txt.zl as readme_2.txt"));
+    // A folder and a single file give the same.
+    box.Write("one/other.tr4.zl", CompressZlBytes("other"));
+    ASSERT_TRUE(level.AddSources({box / "one", box / "in/level.tr4.zl"})) << box.host.AllTold();
+    EXPECT_EQ(Part("files")["other.tr4"], "other");
+    EXPECT_EQ(Part("files").size(), 5U);
+
+    // What is damaged, or would fill the disk, is refused and leaves nothing.
+    const Files before = Part("files");
+    box.Write("bad/cut.tr4.zl", CompressZlBytes("level").substr(0, 6));
+    Zip("bad", "bad.zip");
+    EXPECT_FALSE(level.AddSources({box / "bad.zip"}));
+    EXPECT_TRUE(box.host.WasTold("'cut.tr4.zl' of 'bad.zip' is in the form in which an archive"));
+    const std::string zeros = CompressZlBytes(std::string(3 << 20, '\0'));
+    for (const char* name : {"a", "b", "c"})
+        box.Write("bomb/" + std::string{name} + ".tr4.zl", zeros);
+    Zip("bomb", "bomb.zip");
+    SourceOptions options;
+    options.limits.alwaysAllowed = 8 << 20;
+    options.limits.mostTimes = 10;
+    SourceReport report;
+    const auto packed = CopyOrUnzipSource(box.session, box / "bomb.zip", level.WorkFolder(),
+                                          options, *progress, report);
+    ASSERT_FALSE(packed);
+    EXPECT_NE(packed.Error().subject.find("No level does that"), std::string::npos)
+        << packed.Error().subject;
+    Status last;
+    for (const char* name : {"a", "b", "c"})
+        if (last)
+            last = CopyOrUnzipSource(box.session, box / ("bomb/" + std::string{name} + ".tr4.zl"),
+                                     level.WorkFolder(), options, *progress, report);
+    EXPECT_FALSE(last) << "single files count together";
+    Files after = Part("files");
+    after.erase("a.tr4");
+    after.erase("b.tr4");
+    EXPECT_EQ(after, before);
+    EXPECT_FALSE(FolderExists(UnpackingFolder(box.session)));
+}
+
+TEST_F(NewLevelTest, NamesThatDifferInCaseAloneAreNamedWhereverTheyComeFrom)
+{
+    box.Write("in/A.TR4", "one");
+    box.Write("in/a.tr4", "two");
+    NewLevel& level = Begin();
+    EXPECT_TRUE(level.AddSources({box / "in"}));
+    EXPECT_TRUE(box.host.WasTold("were left out: a.tr4")) << box.host.AllTold();
+    EXPECT_EQ(Part("files"), (Files{{"A.TR4", "one"}}));
+    Shell("cd in && zip -q ../in.zip A.TR4 a.tr4 && bsdtar -cf ../in.tar A.TR4 a.tr4");
+    for (const std::string package : {"in.zip", "in.tar"}) {
+        std::filesystem::remove(box / "levels/LEVEL_0001/files/A.TR4");
+        std::filesystem::remove(box / "levels/LEVEL_0001/files/a.tr4");
+        std::filesystem::remove(box / "levels/LEVEL_0001/files/A_2.TR4");
+        box.host.told.clear();
+        level.Refresh();
+        EXPECT_TRUE(level.AddSources({box / package}));
+        EXPECT_TRUE(box.host.WasTold("A.TR4 as A_2.TR4")) << package << box.host.AllTold();
+        EXPECT_EQ(Part("files"), (Files{{"a.tr4", "two"}, {"A_2.TR4", "one"}})) << package;
+    }
+}
+
+TEST_F(NewLevelTest, ALevelThatIsStillInsideAProgramIsToldOf)
+{
+    const std::string stub = "MZ" + std::string(3'000, '\0');
+    const struct {
+        Files files;
+        std::string words; ///< none: nothing is said
+    } cases[] = {
+        {{{"game.exe", stub + BuildZip({{"inside.tr4", "level"}})}}, "give it the ending .zip"},
+        {{{"game.exe", stub + "7z\xBC\xAF\x27\x1C" + "packed"}}, "is an archive that unpacks"},
+        {{{"game.exe", stub + "Rar!\x1A\x07"}, {"title.tr4", "title"}}, "is an archive that"},
+        {{{"Setup.EXE", stub}, {"uninstall.exe", stub}}, "as a program, Setup.EXE, and its"},
+        {{{"game.exe", stub}, {"level.tr4", "level"}}, ""},
+        {{{"game.exe", stub}, {"level.tom", "source"}}, ""},
+        {{{"ReadMe.exe", stub}, {"madplay.exe", stub}, {"start_me.exe", stub}}, ""},
+    };
+    for (const auto& entry : cases) {
+        std::filesystem::remove_all(box / "in");
+        std::filesystem::remove_all(box / "levels/LEVEL_0001");
+        for (const auto& [name, content] : entry.files)
+            box.Write("in/" + name, content);
+        Zip("in", "level.zip");
+        for (const std::string source : {"in", "level.zip"}) {
+            std::filesystem::remove_all(box / "levels/LEVEL_0001");
+            box.host.told.clear();
+            NewLevel& level = Begin();
+            EXPECT_TRUE(level.AddSources({box / source}));
+            level.Refresh();
+            EXPECT_EQ(box.host.told.size(), entry.words.empty() ? 0U : 1U) << box.host.AllTold();
+            EXPECT_TRUE(entry.words.empty() || box.host.WasTold(entry.words))
+                << entry.words << box.host.AllTold();
+        }
+    }
+    // What comes out of a package in the package may be the level.
+    box.Write("out/setup.exe", stub);
+    box.Write("out/inner.zip", BuildZip({{"inside.tr4", "level"}}));
+    std::filesystem::remove_all(box / "levels/LEVEL_0001");
+    box.host.told.clear();
+    NewLevel& level = Begin();
+    EXPECT_TRUE(level.AddSources({box / "out"}));
+    EXPECT_EQ(box.host.AllTold(), "");
+}
+
+TEST_F(NewLevelTest, ManyNamesInAMessageAreBounded)
+{
+    for (int i = 0; i < 1'000; ++i) {
+        const std::string name = std::to_string(i) + ".txt";
+        box.Write("in/a/" + name, "one");
+        box.Write("in/b/" + name, "two");
+    }
+    box.Write("in/a/" + std::string(240, 'n'), "one");
+    box.Write("in/b/" + std::string(240, 'n'), "two");
+    NewLevel& level = Begin();
+    EXPECT_TRUE(level.AddSources({box / "in"}, Subfolders::Take));
+    EXPECT_TRUE(box.host.WasTold("b/0.txt, ")) << box.host.AllTold();
+    EXPECT_TRUE(box.host.WasTold("and 991 more"));
+    EXPECT_LT(box.host.AllTold().size(), 600U);
+}
+
+TEST_F(NewLevelTest, PackagesInAPackageCountTogether)
+{
+    Shell("mkdir in out && truncate -s 100M in/1.wav && cd in && zip -q1 ../out/1.zip 1.wav && "
+          "mv 1.wav 2.wav && zip -q1 ../out/2.zip 2.wav && mv 2.wav 3.wav && "
+          "zip -q1 ../out/3.zip 3.wav && rm 3.wav && echo level >../out/a.tr4");
+    Zip("out", "down/three.zip");
+    NewLevel& level = Begin();
+    level.AddSources({box / "down/three.zip"});
+    // Two are within what any package may become, all three are not.
+    EXPECT_EQ(Names(), (std::vector<std::string>{"1.wav", "2.wav", "a.tr4"}));
+    EXPECT_TRUE(box.host.WasTold("3.zip")) << box.host.AllTold();
+    level.Refresh();
+    EXPECT_EQ(Names().size(), 3U);
+}
+
+TEST_F(NewLevelTest, AFolderComesWithItsSubfoldersWhenThePersonWantsThem)
+{
+    box.Write("in/level.tr4", "level");
+    box.Write("in/sub/a.wav", "first");
+    box.Write("in/twin/A.WAV", "other");
+    box.Write("in/twin/level.tr4", "level");
+    box.Write("pack/readme.txt", "from the zip");
+    Zip("pack", "in/sub/more.zip");
+    NewLevel& level = Begin();
+    box.host.WillAsk("In folder \"in\" there are also sub folders.\r\n\r\nWould", false);
+    EXPECT_TRUE(level.AddSources({box / "in"}));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"level.tr4"}));
+    box.host.WillAsk("there are also sub folders", true);
+    EXPECT_TRUE(level.AddSources({box / "in"}));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"a.wav", "level.tr4", "readme.txt"}));
+    EXPECT_TRUE(box.host.WasTold("twin/A.WAV")) << "another file of that name is named";
+    EXPECT_FALSE(box.host.WasTold("twin/level.tr4")) << "the same file twice is no matter";
+    EXPECT_EQ(level.name, "in");
+    EXPECT_FALSE(level.AddSources({box / "none"}));
+    EXPECT_TRUE(box.host.WasTold("is not there: " + (box / "none").native()));
+    // The archive's own folder around the level gives no file to itself.
+    box.Write("levels/other.tr4", "other");
+    EXPECT_TRUE(level.AddSources({box / "levels"}, Subfolders::Take)) << box.host.AllTold();
+    EXPECT_EQ(Names().size(), 4U);
+}
+
+TEST_F(NewLevelTest, ASourceThatIsStillWrittenToIsNamed)
+{
+    box.Write("in/level.tr4", "a part");
+    /// The download goes on whenever a file of ours changes.
+    class Download : public platform::FileHook
+    {
+    public:
+        explicit Download(Path file) : file_(std::move(file)) { platform::SetFileHook(this); }
+        ~Download() override { platform::SetFileHook(nullptr); }
+        Download(const Download&) = delete;
+        Download& operator=(const Download&) = delete;
+        std::error_code Before(platform::FileAction, const Path&) override
+        {
+            std::ofstream{file_, std::ios::app} << " and more";
+            return {};
+        }
+
+    private:
+        Path file_;
+    };
+    NewLevel& level = Begin();
+    {
+        const Download running{box / "in/level.tr4"};
+        EXPECT_FALSE(level.AddSources({box / "in"}, Subfolders::Take));
+    }
+    EXPECT_EQ(level.LastReport().failed, 1U);
+    EXPECT_TRUE(box.host.WasTold("were written to while they were taken in")) << box.host.AllTold();
+    EXPECT_TRUE(level.AddSources({box / "in"}, Subfolders::Take)) << box.host.AllTold();
+    EXPECT_EQ(level.LastReport().failed, 0U);
+}
+
+TEST_F(NewLevelTest, OfASourceThatCannotBeReadWholeTheRestComesInAndTheLossIsNamed)
+{
+    box.Write("in/level.tr4", "level");
+    box.Write("in/sub/more.txt", "more");
+    // Folders so deep that no path leads there.
+    const std::string name(200, 'd');
+    int place = ::open((box / "in").c_str(), O_RDONLY | O_DIRECTORY);
+    for (int i = 0; i < 25; ++i) {
+        ASSERT_EQ(::mkdirat(place, name.c_str(), 0755), 0);
+        const int next = ::openat(place, name.c_str(), O_RDONLY | O_DIRECTORY);
+        ::close(std::exchange(place, next));
+    }
+    ::close(place);
+    NewLevel& level = Begin();
+    EXPECT_FALSE(level.AddSources({box / "in"}, Subfolders::Take));
+    EXPECT_EQ(level.LastReport().failed, 1U);
+    EXPECT_TRUE(box.host.WasTold("could not be read. Nothing of it was copied"));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"level.tr4", "more.txt"}));
+
+    Shell("mkfifo pipe");
+    EXPECT_FALSE(level.AddSources({box / "pipe"}));
+    EXPECT_TRUE(box.host.WasTold("neither a file nor a folder"));
+    BuiltEntry bad{"bad.txt", "what it was"};
+    bad.packed = "what it is ";
+    box.Write("part.zip", BuildZip({{"good.txt", "good"}, bad}));
+    EXPECT_FALSE(level.AddSources({box / "part.zip"}));
+    EXPECT_EQ(Names().size(), 2U);
+    level.keepGoing = true;
+    EXPECT_FALSE(level.AddSources({box / "part.zip"}));
+    EXPECT_TRUE(box.host.WasTold("did not come whole out of the package 'part.zip'"));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"good.txt", "level.tr4", "more.txt"}));
+}
+
+TEST_F(NewLevelTest, ASecondPackageAsksBeforeItReplacesAFile)
+{
+    box.Write("in/level.tr4", "level");
+    box.Write("in/script.dat", "script");
+    Zip("in", "one.zip");
+    box.Write("in/script.dat", "other script");
+    Zip("in", "two.zip");
+    NewLevel& level = Begin();
+    ASSERT_TRUE(level.AddSources({box / "one.zip"}));
+    box.host.WillAsk("script.dat", false);
+    ASSERT_TRUE(level.AddSources({box / "two.zip"}));
+    EXPECT_EQ(Part("files")["script.dat"], "script");
+    box.host.WillAsk("script.dat", true);
+    ASSERT_TRUE(level.AddSources({box / "two.zip"}));
+    EXPECT_EQ(Part("files")["script.dat"], "other script");
+    EXPECT_EQ(level.name, "one") << "a name that is there stays";
+}
+
+TEST_F(NewLevelTest, AStopEndsTheSourcesAndLeavesTheLevelOpen)
+{
+    for (int i = 0; i < 50; ++i)
+        box.Write("in/file" + std::to_string(i) + ".txt", "text");
+    NewLevel& level = Begin();
+    box.host.StopAtStep(20);
+    EXPECT_FALSE(level.AddSources({box / "in"}));
+    EXPECT_TRUE(level.LastReport().stopped);
+    EXPECT_TRUE(box.host.told.empty()) << box.host.AllTold();
+    EXPECT_LT(level.Files().size(), 50U);
+}
+
+TEST_F(NewLevelTest, TheChooserRemembersItsFolderAndALevelOnCdTakesNothing)
+{
+    box.session.preferences.downloadFolder = "c:\\";
+    box.Write("loads/level.tr4", "level");
+    NewLevel& level = Begin();
+    box.host.WillChoose("Select source file (zip or other)", std::nullopt);
+    EXPECT_FALSE(level.AddChosenFile());
+    box.host.WillChoose("Select source file (zip or other)", box / "loads/level.tr4");
+    EXPECT_TRUE(level.AddChosenFile());
+    EXPECT_EQ(box.session.preferences.downloadFolder, (box / "loads").native());
+    EXPECT_EQ(level.name, "level");
+    EXPECT_FALSE(level.RemoveFile({}));
+    EXPECT_TRUE(box.host.WasTold("No file selected"));
+    box.host.WillAsk("Are you sure to remove file: level.tr4", true);
+    EXPECT_TRUE(level.RemoveFile(level.Files().front()));
+    EXPECT_TRUE(level.Files().empty());
+    EXPECT_FALSE(level.Accept());
+    EXPECT_TRUE(box.host.WasTold("Missing tr4 files"));
+    level.name = "  ";
+    EXPECT_FALSE(level.Accept());
+    EXPECT_TRUE(box.host.WasTold("You must set a name for new level"));
+
+    record = {};
+    record.levelCode = 5;
+    record.cdNumber = 1;
+    box.session.archive.levels.push_back(record);
+    NewLevel onCd{box.session, record, LevelMode::Properties, *progress};
+    ASSERT_TRUE(onCd.Open());
+    EXPECT_TRUE(box.host.WasTold("Cd missing. Main files will not be showed"));
+    EXPECT_FALSE(onCd.AddSources({box / "loads"}));
+    EXPECT_TRUE(box.host.WasTold("Current level is also on cd. \r\nYou can not modify"));
+    onCd.name = "A name for it";
+    EXPECT_TRUE(onCd.Accept()) << "its texts may be changed";
+}
+
+TEST_F(NewLevelTest, TheConfigurationFileFillsTheTextsAndIsNotStored)
+{
+    LevelConfig config;
+    config.name = "The real name ";
+    config.note = "its note";
+    config.author = "An author";
+    config.authorEmails = std::string("a@b\0c@d", 7);
+    config.authorNote = "hello";
+    config.moreInfo = "ABOUT.HTM";
+    config.externWaves = std::string("TR4\0x.wav\0y.wav\0z.wav", 21);
+    box.Write("in/level.tr4", "level");
+    box.Write("in/about.htm", "about");
+    box.Write("in/readme.txt", "read");
+    ASSERT_TRUE(WriteLevelConfig(box.session, box / "in/Kestrova.CFG", config));
+    Zip("in", "p.zip");
+    NewLevel& level = Begin();
+    ASSERT_TRUE(level.AddSources({box / "p.zip"}));
+    EXPECT_EQ(level.name, "The real name");
+    EXPECT_EQ(level.note, "its note");
+    EXPECT_EQ(level.moreInfo, "about.htm");
+    EXPECT_EQ(record.authorName, "An author");
+    EXPECT_EQ(record.authorEmails, config.authorEmails);
+    EXPECT_TRUE(box.host.WasTold("audio files of a game CD")) << "what it cannot fetch is said";
+    EXPECT_EQ(Names(), (std::vector<std::string>{"about.htm", "level.tr4", "readme.txt"}));
+    box.Write("kestrova.cfg", "a later one is deleted unread");
+    ASSERT_TRUE(level.AddSources({box / "kestrova.cfg"}));
+    EXPECT_EQ(level.name, "The real name");
+    EXPECT_EQ(level.Files().size(), 3U);
+    level.Cancel();
+    EXPECT_EQ(record.authorName, "") << "the record is as it was";
+
+    // One that cannot be read is told, and does not become a file of the level.
+    std::filesystem::remove_all(box / "levels/LEVEL_0001");
+    record = {};
+    box.Write("in/Kestrova.CFG", "none at all");
+    NewLevel& other = Begin();
+    ASSERT_TRUE(other.AddSources({box / "in"}));
+    EXPECT_TRUE(box.host.WasTold("Error reading config file: "));
+    ASSERT_TRUE(other.Accept()) << box.host.AllTold();
+    EXPECT_EQ(Part("files").count("kestrova.cfg"), 0U);
+    EXPECT_EQ(Part("files").count("level.tr4"), 1U);
+}
+
+TEST_F(NewLevelTest, NoProgramIsTakenForADocumentNorKeepsTheRightsOfOne)
+{
+    namespace fs = std::filesystem;
+    box.Write("in/level.tr4", "level");
+    box.Write("in/Walkthrough.exe", "MZ");
+    box.Write("in/Readme.desktop", "[Desktop Entry]");
+    box.Write("in/game notes.rtf", "notes");
+    for (const char* name : {"level.tr4", "Walkthrough.exe", "Readme.desktop", "game notes.rtf"})
+        fs::permissions(box / "in" / name, fs::perms::all | fs::perms::set_uid);
+    Shell("mkfifo in/Install.txt && cd in && bsdtar -cf ../in.tar *");
+    for (const char* source : {"in", "in.tar"}) {
+        NewLevel& level = Begin();
+        (void)level.AddSources({box / source});
+        EXPECT_EQ(level.moreInfo, "game notes.rtf") << source;
+        ASSERT_EQ(level.Files().size(), 4U) << source;
+        for (const Path& file : level.Files())
+            EXPECT_EQ(platform::FactsOf(file).mode, 0644U) << source << file;
+        level.OpenFile(level.WorkFolder() / "game notes.rtf");
+        box.host.WillAsk("Readme.desktop is no text, page or picture", false);
+        level.OpenFile(level.WorkFolder() / "Readme.desktop");
+        level.Cancel();
+        fs::remove_all(level.WorkFolder());
+    }
+    EXPECT_EQ(box.machine.opened.size(), 2U);
+    // Neither does the level's own configuration file choose one.
+    LevelConfig config;
+    config.name = "Trap";
+    config.moreInfo = "Readme.desktop";
+    ASSERT_TRUE(WriteLevelConfig(box.session, box / "in/kestrova.cfg", config));
+    NewLevel& level = Begin();
+    (void)level.AddSources({box / "in"});
+    EXPECT_EQ(level.name, "Trap");
+    EXPECT_EQ(level.moreInfo, "");
+}
+
+TEST_F(NewLevelTest, OneLanguageFileStays)
+{
+    box.Write("home/backup_trle/Script.dat", "the original script");
+    const auto choose = [&](const std::vector<std::string>& names) {
+        std::filesystem::remove_all(box / "lang");
+        for (const std::string& name : names)
+            box.Write("lang/" + name, name);
+        EXPECT_TRUE(ChooseLanguageFile(box.session, box / "lang")) << box.host.AllTold();
+        return box.Snapshot("lang");
+    };
+    Files backup = box.Snapshot("tools/backup_trle");
+    box.session.programFolder = box / "home";
+    std::string own;
+    for (const auto& [name, content] : box.Snapshot("home/backup_trle"))
+        if (EndsWithName(name, ".dat") && !EqualNames(name, "script.dat") && own.empty())
+            own = name;
+    ASSERT_FALSE(own.empty());
+
+    EXPECT_EQ(choose({"french.dat"}),
+              (Files{{"french.dat", "french.dat"}, {"script.dat", "the original script"}}));
+    EXPECT_EQ(choose({"SCRIPT.DAT", "a.dat", own}),
+              (Files{{"SCRIPT.DAT", "SCRIPT.DAT"}, {own, own}}))
+        << "the player's own language needs no question";
+    const std::string question = "This level contains 3 language files (.dat). Please choose only "
+                                 "one. (Write number you wish: 1-3)\r\n1) a.dat\r\n2) b.dat";
+    for (const auto& answer : {std::optional<std::string>{}, std::optional<std::string>{"0"},
+                               std::optional<std::string>{"4"}, std::optional<std::string>{"b"}})
+        box.host.WillAskText(question, answer);
+    box.host.WillAskText(question, " 2 ");
+    EXPECT_EQ(choose({"script.dat", "a.dat", "b.dat", "c.dat"}),
+              (Files{{"b.dat", "b.dat"}, {"script.dat", "script.dat"}}));
+}
+
+TEST_F(NewLevelTest, ALevelThatIsThereAlreadyIsAskedFor)
+{
+    NewLevel& first = Begin();
+    box.Write("in/same.tr4", "12345");
+    ASSERT_TRUE(first.AddSources({box / "in"}));
+    ASSERT_TRUE(first.Accept());
+    box.session.archive.levels.push_back(record);
+    std::filesystem::rename(box / "in/same.tr4", box / "in/SAME.tr4");
+    record = {};
+    NewLevel& second = Begin();
+    ASSERT_TRUE(second.AddSources({box / "in"}));
+    box.host.WillAsk("current tr4 file \"SAME.tr4\"\r\n has same name and same size of tr4 file in "
+                     "level \"in\"\r\n\r\nHowever",
+                     false);
+    EXPECT_FALSE(second.Accept());
+    EXPECT_TRUE(second.Cancelled());
+    box.session.preferences.checkEqualLevels = false;
+    NewLevel& third = Open(LevelMode::New);
+    third.name = "again";
+    EXPECT_TRUE(third.Accept()) << "not asked when the preference is off";
+}
+
+TEST_F(NewLevelTest, PropertiesStoreOnlyWhatChanged)
+{
+    const Path stored = box / "levels/LEVEL_0001/files/a.tr4";
+    NewLevel& level = Edit({{"a.tr4", "aaaa"}, {"script.dat", "s"}});
+    box.session.archive.header.compressLevels = true;
+    EXPECT_EQ(level.name, "Stored");
+    EXPECT_EQ(level.SizeText(), "Level size: 0 + 0 = 0");
+    level.name = "Renamed";
+    ASSERT_TRUE(level.Accept());
+    EXPECT_EQ(record.levelName, "Renamed");
+    EXPECT_TRUE(FileExists(stored)) << "nothing was compressed, as nothing changed";
+    EXPECT_EQ(record.filesSize, 0);
+
+    // Another date is a change.
+    NewLevel& again = Open(LevelMode::Properties);
+    std::filesystem::last_write_time(stored, std::filesystem::file_time_type{});
+    ASSERT_TRUE(again.Accept());
+    EXPECT_EQ(Part("files").count("a.tr4.zl"), 1U);
+    EXPECT_GT(record.filesSize, 0);
+
+    // A file that joins a compressed level leaves the others in the index; one that takes the
+    // place of a compressed one leaves no twin.
+    box.Write("in/b.tr4", "bb");
+    box.Write("in/a.tr4", "longer a");
+    NewLevel& joined = Open(LevelMode::Properties);
+    ASSERT_TRUE(joined.AddSources({box / "in/b.tr4"}));
+    ASSERT_TRUE(joined.Accept());
+    const auto index = ReadTr4InfOf(box.session, 1);
+    ASSERT_TRUE(index && index->size() == 2);
+    NewLevel& replaced = Open(LevelMode::Properties);
+    ASSERT_TRUE(replaced.AddSources({box / "in/a.tr4"}));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"a.tr4", "b.tr4.zl", "script.dat"}));
+    replaced.Cancel();
+}
+
+TEST_F(NewLevelTest, PropertiesOnAnExpandedCopyStoreItAnewOrDropIt)
+{
+    box.session.archive.header.compressLevels = true;
+    NewLevel& first = Begin();
+    box.Write("in/a.tr4", "aaaa");
+    ASSERT_TRUE(first.AddSources({box / "in"}));
+    ASSERT_TRUE(first.Accept());
+    const Files before = Part("files");
+    box.session.preferences.noDecompressInProperties = false;
+    NewLevel& level = Open(LevelMode::Properties);
+    EXPECT_EQ(Names(), (std::vector<std::string>{"a.tr4"})) << "shown as it is without compression";
+    box.Write("b.tr4", "bb");
+    ASSERT_TRUE(level.AddSources({box / "b.tr4"}));
+    const Path temp = level.WorkFolder();
+    level.Cancel();
+    EXPECT_FALSE(FolderExists(temp));
+    EXPECT_EQ(Part("files"), before);
+
+    NewLevel& kept = Open(LevelMode::Properties);
+    ASSERT_TRUE(kept.AddSources({box / "b.tr4"}));
+    ASSERT_TRUE(kept.Accept());
+    EXPECT_FALSE(FolderExists(temp));
+    EXPECT_EQ(Part("files").size(), 2U);
+    EXPECT_EQ(Part("files").count("b.tr4.zl"), 1U);
+}
+
+TEST_F(NewLevelTest, OfTwoDifferentSavegamesBothAreKept)
+{
+    NewLevel& level = Edit({{"a.tr4", "a"}});
+    const std::string old = SavegameBytes("Mine", 7);
+    const std::string incoming = SavegameBytes("Theirs", 9);
+    box.Write("levels/LEVEL_0001/backup_savegames/savegame.0", old);
+    box.Write("levels/LEVEL_0001/backup_savegames/savegame.1", old);
+    box.Write("levels/LEVEL_0001/screenshots/view.jpg", "my picture");
+    for (const char* name : {"savegame.0", "savegame.1", "savegame.2", "view.jpg"})
+        box.Write(std::string("in/") + name, name[0] == 'v' ? "their picture" : incoming);
+    ASSERT_TRUE(level.AddSources({box / "in"}));
+    box.host.WillAsk("savegame.0", true);
+    box.host.WillAsk("savegame.1", false);
+    ASSERT_TRUE(level.Accept()) << box.host.AllTold();
+    EXPECT_EQ(Part("backup_savegames"),
+              (Files{{"savegame.0", incoming}, {"savegame.1", old}, {"savegame.2", incoming}}));
+    EXPECT_EQ(Part("screenshots")["view.jpg"], "their picture");
+    EXPECT_EQ(Part("files").count("savegame.0"), 0U);
+    std::map<std::string, std::string> kept;
+    for (const HistoryEntry& entry : HistoryOf(box.session, 1))
+        kept[entry.name] = *ReadWholeFile(HistoryContent(box.session, entry.hash));
+    EXPECT_EQ(kept,
+              (Files{{"savegame.0", old}, {"savegame.1", incoming}, {"view.jpg", "my picture"}}));
+}
+
+} // namespace
+
+} // namespace kestrova::testing

@@ -1,0 +1,120 @@
+#include "intake/file_placing.h"
+#include "intake/files_before.h"
+#include "intake/language_choice.h"
+#include "intake/new_level.h"
+#include "support/faults.h"
+#include "support/sandbox.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+using Files = std::map<std::string, std::string>;
+
+} // namespace
+
+TEST(UnlistedFolder, NoFileGoesThereUnderANameThatMayBeTaken)
+{
+    Sandbox box;
+    box.Write("in/Level.TR4", "coming");
+    box.Write("files/level.tr4", "stands");
+    const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+    SourceReport report;
+    const auto put = [&] {
+        return PutFile(box.session, box / "in/Level.TR4", box / "files",
+                       {Replace::Silent, true, {}}, *progress, report);
+    };
+    {
+        const FailingCalls failing{platform::FileAction::List, "/files"};
+        EXPECT_FALSE(put());
+        EXPECT_EQ(failing.Failed(), 1);
+    }
+    EXPECT_EQ(box.Snapshot("files"), (Files{{"level.tr4", "stands"}}));
+    EXPECT_TRUE(put()) << "the folder is looked at once more";
+    EXPECT_EQ(box.Snapshot("files"), (Files{{"level.tr4", "coming"}}));
+}
+
+TEST(UnlistedFolder, AnEditThatIsGivenUpDeletesNothingForIt)
+{
+    Sandbox box;
+    box.Write("level/files/a.tr4", "old");
+    FilesBefore before{box / "level/files", {}};
+    {
+        const FailingCalls failing{platform::FileAction::List, "/files"};
+        EXPECT_FALSE(before.Keep({}));
+        EXPECT_EQ(failing.Failed(), 1);
+    }
+    ASSERT_TRUE(before.Keep({}));
+    box.Write("level/files/new.dat", "came with the edit");
+    {
+        const FailingCalls failing{platform::FileAction::List, "/.kv~before_edit/files"};
+        EXPECT_FALSE(before.PutBack());
+        EXPECT_EQ(failing.Failed(), 1);
+    }
+    EXPECT_EQ(box.Read("level/files/a.tr4"), "old");
+    EXPECT_EQ(box.Read("level/.kv~before_edit/files/a.tr4"), "old");
+}
+
+TEST(FailedLook, WhatComesInTakesNothingsPlaceUnasked)
+{
+    AtEachReadAndLook([](const FailingRun& failing) {
+        Sandbox box;
+        box.host.AnswerAll(false); // what stands there is to stay
+        box.MakeTrle();
+        box.MakeBackupAndArchive();
+        box.Write("in/Level.TR4", "coming");
+        box.Write("files/level.tr4", "stands");
+        box.Write("home/backup_trle/script.dat", "original script");
+        box.Write("files/Script.dat", "the level's own script");
+        const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+        const FaultRun run = failing([&] {
+            SourceReport report;
+            const bool put = bool{PutFile(box.session, box / "in/Level.TR4", box / "files",
+                                          {Replace::Ask, true, {}}, *progress, report)};
+            return ChooseLanguageFile(box.session, box / "files") && put;
+        });
+        EXPECT_EQ(box.Snapshot("files"),
+                  (Files{{"level.tr4", "stands"}, {"Script.dat", "the level's own script"}}));
+        return run;
+    });
+}
+
+TEST(FailedLook, OfSavegamesAndPicturesThatComeInNoneIsLost)
+{
+    AtEachReadAndLook([](const FailingRun& failing) {
+        Sandbox box;
+        box.host.AnswerAll(true);
+        box.MakeTrle();
+        box.MakeBackupAndArchive();
+        box.AddLevel("Stored", {{"a.tr4", "a"}});
+        LevelRecord record = box.session.archive.levels.back();
+        const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+        const std::string mine = SavegameBytes("Mine", 7);
+        const std::string theirs = SavegameBytes("Theirs", 9);
+        box.Write("levels/LEVEL_0001/backup_savegames/savegame.0", mine);
+        box.Write("levels/LEVEL_0001/screenshots/view.jpg", "my picture");
+        box.Write("in/savegame.0", theirs);
+        box.Write("in/view.jpg", "their picture");
+        NewLevel level{box.session, record, LevelMode::Properties, *progress};
+        EXPECT_TRUE(level.Open() && level.AddSources({box / "in"})) << box.host.AllTold();
+        const FaultRun run = failing([&] { return level.Accept(); });
+        if (!run.answer)
+            level.PutBack();
+        std::set<std::string> contents;
+        for (const auto& [file, content] : box.Snapshot(""))
+            contents.insert(content);
+        for (const std::string& content : {mine, theirs, std::string{"my picture"}})
+            EXPECT_TRUE(contents.contains(content)) << content.substr(0, 10);
+        if (!run.answer) {
+            EXPECT_EQ(box.Read("levels/LEVEL_0001/backup_savegames/savegame.0"), mine);
+            EXPECT_EQ(box.Read("levels/LEVEL_0001/screenshots/view.jpg"), "my picture");
+        }
+        return run;
+    });
+}
+
+} // namespace kestrova::testing
