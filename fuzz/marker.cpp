@@ -1,5 +1,4 @@
 #include "swap/swap_run.h"
-#include "words/message.h"
 
 #include "check.h"
 #include "swap/placements.h"

@@ -2,7 +2,7 @@
 
 #include "tools/line_splitter.h"
 #include "tools/tool_runner.h"
-#include "words/message.h"
+#include "words/tools.h"
 
 #include "check.h"
 #include "tools/tool_output.h"
@@ -25,10 +25,10 @@ Read ReadBy(std::string_view bytes, std::size_t chunk, bool wholeLines)
 {
     constexpr std::uint64_t total = 3;
     std::vector<std::unique_ptr<LineHandler>> handlers;
-    for (const Msg name :
+    for (const Message name :
          {Msg::HandlerUnzip, Msg::HandlerZip, Msg::HandlerMadPlay, Msg::HandlerLame})
         for (const ToolId tool : {ToolId::Zip, ToolId::Unzip, ToolId::Bsdtar})
-            handlers.push_back(MakeLineHandler(RowText(name), RowOf(tool).marks));
+            handlers.push_back(MakeLineHandler(name.text, RowOf(tool).marks));
     Read read;
     LineSplitter splitter{wholeLines};
     const auto take = [&](std::string_view line) {

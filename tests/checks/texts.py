@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
-"""Every text that a person can see stands in the catalogue: texts.py ROOT | texts.py --self-test
+"""Every text that a person can see stands in the words: texts.py ROOT | texts.py --self-test
 
 Outside src/ground/words/ no literal may read like a text or like a piece of a path:
 - two words with a blank between them, or a backslash before a name;
 - in the windows, any word handed to a call that shows it.
-A literal that nobody is shown (the format of a system's file, say) carries `// not shown` on its
-line. Rows of the catalogue have one name each, and each is spoken somewhere in src/.
+A piece of a path is a `constexpr std::string_view` beside its format. A literal that nobody is
+shown (the format of a system's file, say) carries `// not shown` on its line. Texts and names on
+the disk have one name each, and each is used somewhere in src/; of a text's markers none stands
+twice, since only the first is filled.
 """
 
 import pathlib
@@ -14,6 +16,7 @@ import sys
 import tempfile
 
 ALLOWED = "// not shown"
+EVERY = "// every one is filled"
 # A program of its own that links no floor; its texts stand in one table at its top.
 WITHOUT_CATALOGUE = {"faces/mains/practice_game.cpp"}
 # Comments come first, so that quotes in them are passed over; a raw literal before a plain one.
@@ -31,8 +34,10 @@ SHOWS = re.compile(r"\b(?:set(?:Text|WindowTitle|ToolTip|StatusTip|WhatsThis|Pla
                    r"QGroupBox|QRadioButton)\s*[({]\s*"
                    r"(?:(?:QStringLiteral|QLatin1String|QString)\s*[({]\s*)?$")
 ESCAPES = {"n": "\n", "t": "\t", "r": "\r", "0": "\0"}
+CONSTANT = re.compile(r"^\s*(?:inline )?constexpr std::string_view \w+\s*=")
 CAPTION = re.compile(r"^\s*KV_CAPTION\([^\n]*?(\w+)\s*\)", re.M)
-ROW = re.compile(r"^\s*KV_MSG\(\s*(\w+)\s*,", re.M)
+ROW = re.compile(r"^inline constexpr (?:Message|std::string_view) (\w+)\b([^\n]*)", re.M)
+SPACE = re.compile(r"^namespace kestrova::(Msg|OnDisk)\b", re.M)
 
 
 def decoded(text):
@@ -71,37 +76,40 @@ def text_faults(source):
             continue
         shown = re.search(r"[^\W\d_]{2}", text) and \
             SHOWS.search(source[max(0, place - 200):place])
-        if WORDS.search(text) or PATH.search(text) or shown:
+        name = CONSTANT.match(lines[number]) and (text.startswith("\\") or not WORDS.search(text))
+        if not name and (WORDS.search(text) or PATH.search(text) or shown):
             yield number + 1, text
 
 
 def faults(root):
     source = root / "src"
     rows, spoken = {}, set()
-    for file in sorted(source.rglob("*.def")):
-        text = file.read_text()
-        for row in ROW.finditer(text):
-            name = row.group(1)
+    for file in sorted(source.rglob("*.h")):
+        text = file.read_text(errors="replace")
+        space = SPACE.search(text)
+        for row in ROW.finditer(text) if space else ():
+            name = f"{space.group(1)}::{row.group(1)}"
             where = f"{file.relative_to(root)}:{text.count(chr(10), 0, row.start(1)) + 1}"
             if name in rows:
                 yield f"{where}: {name} stands in {rows[name]} already"
+            markers = re.findall(r"~\d", row.group(2))
+            if len(set(markers)) < len(markers) and not row.group(2).endswith(EVERY):
+                yield f"{where}: {name} has a marker twice, of which one stays empty"
             rows[name] = where
-        spoken.update(CAPTION.findall(text))
     for file in sorted(source.rglob("*")):
-        if file.suffix not in (".h", ".cpp", ".inc"):
+        if file.suffix not in (".h", ".cpp", ".inc", ".def"):
             continue
         text = file.read_text(errors="replace")
-        if re.search(r"using\s+enum\s+(?:kestrova::)?Msg\b", text):
-            spoken.update(re.findall(r"\w+", text))
-        spoken.update(re.findall(r"\bMsg::(\w+)", text))
-        if file.relative_to(source).parts[:2] == ("ground", "words") or \
+        spoken.update(f"Msg::{name}" for name in CAPTION.findall(text))
+        spoken.update(re.findall(r"\b(?:Msg|OnDisk)::\w+", text))
+        if file.suffix == ".def" or file.relative_to(source).parts[:2] == ("ground", "words") or \
                 file.relative_to(source).as_posix() in WITHOUT_CATALOGUE:
             continue
         for number, literal in text_faults(text):
-            yield f"{file.relative_to(root)}:{number}: belongs into the catalogue: {literal!r}"
+            yield f"{file.relative_to(root)}:{number}: belongs into the words: {literal!r}"
     for name, where in rows.items():
         if name not in spoken:
-            yield f"{where}: nobody speaks {name}"
+            yield f"{where}: nobody uses {name}"
 
 
 def self_test():
@@ -120,20 +128,27 @@ def self_test():
     with tempfile.TemporaryDirectory() as folder:
         root = pathlib.Path(folder)
         (root / "src" / "ground" / "words").mkdir(parents=True)
-        rows = root / "src" / "ground" / "words" / "a.def"
-        rows.write_text('// KV_MSG(Name, "text")\nKV_MSG(One, "a b")\nKV_MSG(Two, "c")\n')
+        rows = root / "src" / "ground" / "words" / "a.h"
+        head = 'namespace kestrova::Msg\n{\ninline constexpr Message One{"a ~1 b ~2"};\n'
+        rows.write_text(head + 'inline constexpr Message Two{"c"};\n')
         user = root / "src" / "user.cpp"
         user.write_text("GetMsg(Msg::One); GetMsg(Msg::Two);\n")
         assert list(faults(root)) == [], list(faults(root))
         user.write_text("GetMsg(Msg::One);\n")
-        assert "nobody speaks Two" in "".join(faults(root))
-        user.write_text("using enum Msg; GetMsg(One); GetMsg(Two);\n")
-        assert list(faults(root)) == []
-        user.write_text("GetMsg(Msg::One);\n")
+        assert "nobody uses Msg::Two" in "".join(faults(root))
         (root / "src" / "ground" / "words" / "b.def").write_text('KV_CAPTION("w", "c", Two)\n')
         assert list(faults(root)) == []
-        rows.write_text(rows.read_text() + 'KV_MSG(One, "d")\n')
+        rows.write_text(head + 'inline constexpr Message Two{"c ~1 ~1"};\n')
+        assert "a marker twice" in "".join(faults(root))
+        rows.write_text(head + 'inline constexpr Message Two{"c"};\n' * 2)
         assert "already" in "".join(faults(root))
+        rows.write_text(head + 'inline constexpr Message Two{"c"};\n')
+        names = root / "src" / "names.h"
+        names.write_text('namespace kestrova::OnDisk\n{\n'
+                         'inline constexpr std::string_view Dir = "\\\\data";\n')
+        assert "nobody uses OnDisk::Dir" in "".join(faults(root))
+        user.write_text("GetMsg(Msg::One); InFolder(a, OnDisk::Dir);\n")
+        assert list(faults(root)) == [], list(faults(root))
 
 
 if sys.argv[1] == "--self-test":

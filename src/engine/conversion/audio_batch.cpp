@@ -1,10 +1,12 @@
 #include "conversion/audio_batch.h"
 
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/ordered_jobs.h"
 #include "core/parallel.h"
-#include "words/message.h"
+#include "words/conversion.h"
+#include "words/session.h"
 
 #include <algorithm>
 #include <set>
@@ -17,7 +19,7 @@ namespace
 
 constexpr std::chrono::milliseconds slice{30};
 
-Msg StepName(int step)
+Message StepName(int step)
 {
     switch (step) {
     case decodeStep:
@@ -155,7 +157,8 @@ bool AudioBatch::RefuseToReplace()
 std::string AudioBatch::ResultName(std::size_t index) const
 {
     return StripExtension(files_[index].filename().native()) +
-           GetMsg(target_.kind == AudioKind::Mp3 ? Msg::Mp3Extension : Msg::WavExtension);
+           std::string{target_.kind == AudioKind::Mp3 ? OnDisk::Mp3Extension
+                                                      : OnDisk::WavExtension};
 }
 
 /// True when the order of the list matters: two files become one, or one becomes what another is.
@@ -281,7 +284,7 @@ bool AudioBatch::AskToGoOn(std::size_t index, std::string error, int step)
     const std::string breaks = std::string{lineBreak} + std::string{lineBreak};
     if (session_.host.AskYesNo(GetMsg(Msg::AudioAskGoOn, {name + "' : " + error + breaks})))
         return true;
-    status_ = GetMsg(Msg::AudioErrorAt, {RowText(StepName(step)), name}) + error;
+    status_ = GetMsg(Msg::AudioErrorAt, {StepName(step).text, name}) + error;
     return false;
 }
 

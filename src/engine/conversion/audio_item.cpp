@@ -6,6 +6,9 @@
 #include "audio/wave_reader.h"
 #include "conversion/mp3_tools.h"
 #include "core/copying.h"
+#include "core/file_kinds.h"
+#include "words/common.h"
+#include "words/conversion.h"
 
 namespace kestrova
 {
@@ -85,8 +88,9 @@ public:
         if (plan.mp3 && !Decode())
             return End();
         outcome_.step = mode_;
-        outcome_.name = StripExtension(file_.filename().native()) +
-                        GetMsg(mode_ == encodeStep ? Msg::Mp3Extension : Msg::WavExtension);
+        outcome_.name =
+            StripExtension(file_.filename().native()) +
+            std::string{mode_ == encodeStep ? OnDisk::Mp3Extension : OnDisk::WavExtension};
         if (mode_ < 1)
             TakeAsItIs();
         else if (mode_ == encodeStep)
@@ -259,7 +263,7 @@ std::string AudioTargetText(AudioKind kind, const Mp3Settings& settings)
 AudioPlan PlanAudioFile(const Path& file, AudioKind target)
 {
     AudioPlan plan;
-    plan.mp3 = EndsWithName(file.filename().native(), RowText(Msg::Mp3Extension));
+    plan.mp3 = EndsWithName(file.filename().native(), OnDisk::Mp3Extension);
     if (plan.mp3) {
         plan.steps = 2;
         const auto bytes = ReadWholeFile(ResolvePath(file));

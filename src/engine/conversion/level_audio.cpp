@@ -1,6 +1,8 @@
 #include "conversion/level_audio.h"
 
-#include "words/message.h"
+#include "core/file_kinds.h"
+#include "words/conversion.h"
+#include "words/session.h"
 
 #include <algorithm>
 
@@ -18,7 +20,7 @@ bool IsTrack(const Path& file)
 }
 
 bool DecodeList(Session& session, const Path& folder, const std::vector<Path>& files,
-                AudioKind kind, Msg words)
+                AudioKind kind, Message words)
 {
     if (files.empty())
         return true;
@@ -44,7 +46,7 @@ bool DecodeLevelMp3(Session& session, const Path& folder, const std::vector<Path
     std::vector<Path> tracks;
     std::vector<Path> samples;
     for (const Path& file : files) {
-        if (!EndsWithName(file.filename().native(), RowText(Msg::Mp3Extension)))
+        if (!EndsWithName(file.filename().native(), OnDisk::Mp3Extension))
             continue;
         if (!IsTrack(file))
             samples.push_back(file);

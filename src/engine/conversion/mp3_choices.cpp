@@ -1,7 +1,8 @@
 #include "conversion/mp3_choices.h"
 
 #include "core/text.h"
-#include "words/message.h"
+#include "words/audio.h"
+#include "words/conversion.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -48,7 +49,7 @@ Mp3Settings SettingsOfRows(const std::string& bitRate, const std::string& channe
 {
     Mp3Settings settings;
     settings.bitRate = LeadingNumber(bitRate);
-    settings.channels = channels == RowText(Msg::WaveMono) ? 1 : 2;
+    settings.channels = channels == Msg::WaveMono.text ? 1 : 2;
     settings.frequency = frequencyRow == 0 || frequencyRow > std::size(frequencies)
                              ? 0
                              : frequencies[frequencyRow - 1];

@@ -7,6 +7,9 @@
 #include "core/staged_file.h"
 #include "platform/places.h"
 #include "tools/tool_output.h"
+#include "words/audio.h"
+#include "words/conversion.h"
+#include "words/tools.h"
 
 #include <algorithm>
 #include <cstdlib>

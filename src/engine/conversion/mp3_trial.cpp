@@ -1,7 +1,8 @@
 #include "conversion/mp3_trial.h"
 
 #include "conversion/audio_batch.h"
-#include "words/message.h"
+#include "formats/trle_folder.h"
+#include "words/conversion.h"
 
 namespace kestrova
 {
@@ -10,7 +11,7 @@ bool TestMp3Sound(Session& session)
 {
     Path start;
     if (const Path folder = session.TrleFolder(); !folder.empty())
-        start = ResolvePath(InFolder(folder, RowText(Msg::DirAudio)));
+        start = ResolvePath(InFolder(folder, OnDisk::DirAudio));
     const auto wave = session.host.ChooseOpenFile(GetMsg(Msg::ChooseTestWave),
                                                   GetMsg(Msg::WaveFilesFilter), start);
     if (!wave)

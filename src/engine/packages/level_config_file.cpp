@@ -2,7 +2,8 @@
 
 #include "core/look.h"
 #include "core/staged_file.h"
-#include "words/message.h"
+#include "packages/file_names.h"
+#include "words/packages.h"
 
 namespace kestrova
 {
@@ -17,12 +18,12 @@ constexpr std::uint64_t sizeLimit = UINT64_C(64) << 20;
 
 Path LevelConfigPath(const Path& folder)
 {
-    return InFolder(folder, RowText(Msg::FragLevelConfig));
+    return InFolder(folder, OnDisk::FragLevelConfig);
 }
 
 bool ReadLevelConfig(Session& session, const Path& file, LevelConfig& config)
 {
-    const auto failed = [&](Msg words, const std::string& reason) {
+    const auto failed = [&](Message words, const std::string& reason) {
         session.host.Tell(Tone::Error, GetMsg(words) + TextOf(file), reason);
         return false;
     };
@@ -48,7 +49,7 @@ bool ReadLevelConfig(Session& session, const Path& file, LevelConfig& config)
 
 bool WriteLevelConfig(Session& session, const Path& file, const LevelConfig& config, OldConfig old)
 {
-    const auto failed = [&](Msg words, const std::string& reason) {
+    const auto failed = [&](Message words, const std::string& reason) {
         session.host.Tell(Tone::Error, GetMsg(words) + TextOf(file), reason);
         return false;
     };

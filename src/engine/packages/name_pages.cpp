@@ -2,6 +2,7 @@
 
 #include "core/code_page.h"
 #include "core/text.h"
+#include "words/packages.h"
 
 #include <algorithm>
 #include <array>

@@ -13,7 +13,7 @@ namespace kestrova
 
 struct NamePage {
     std::string_view name; ///< as converters and tools know it: `CP932`
-    Msg words;             ///< the languages that it is used for
+    Message words;         ///< the languages that it is used for
 };
 
 /// In the order in which they are offered.

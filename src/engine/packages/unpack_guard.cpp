@@ -1,6 +1,6 @@
 #include "packages/unpack_guard.h"
 
-#include "words/message.h"
+#include "words/packages.h"
 
 #include <algorithm>
 #include <limits>

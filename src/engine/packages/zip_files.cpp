@@ -1,12 +1,21 @@
 #include "packages/zip_files.h"
 
+#include "packages/tool_words.h"
+
+#include "core/file_kinds.h"
 #include "core/leftovers.h"
 #include "core/name_list.h"
 #include "core/parallel.h"
 #include "core/removal.h"
+#include "formats/program_folder.h"
+#include "packages/file_names.h"
 #include "packages/package_plan.h"
 #include "packages/small_zip.h"
 #include "platform/places.h"
+#include "words/common.h"
+#include "words/packages.h"
+#include "words/session.h"
+#include "words/tools.h"
 
 #include <algorithm>
 
@@ -56,13 +65,13 @@ PackRuns RunsFor(const std::vector<Path>& files)
 
 bool CleanFolder(const Path& folder, const UnzipOptions& options)
 {
-    return !options.cleanDestination || DeleteMatching(folder, RowText(Msg::PatAll));
+    return !options.cleanDestination || DeleteMatching(folder, OnDisk::PatAll);
 }
 
 /// True when the tool's words hold one of the row's, which are parted by `|`.
-bool Says(const std::string& words, Msg row)
+bool Says(const std::string& words, std::string_view row)
 {
-    const std::vector<std::string> parts = Split(RowText(row), '|');
+    const std::vector<std::string> parts = Split(row, '|');
     return std::any_of(parts.begin(), parts.end(), [&](const std::string& part) {
         return FindFolded(words, part) != std::string::npos;
     });
@@ -87,18 +96,18 @@ bool JudgePackage(const ToolRow& row, const Path& package, ToolProgressState& st
     // `unzip` names each file on its way; only what it leaves out is a complaint.
     const std::string complaint =
         row.id == ToolId::Unzip ? ComplaintIn(row, state.output) : state.details;
-    Msg words = Msg::PackageDamaged;
-    if (code == lockedForUnzip || Says(complaint, Msg::ToolSaysLocked))
+    Message words = Msg::PackageDamaged;
+    if (code == lockedForUnzip || Says(complaint, ToolSays::Locked))
         words = Msg::PackageLocked;
-    else if (code == methodForUnzip || Says(complaint, Msg::ToolSaysUnknown))
+    else if (code == methodForUnzip || Says(complaint, ToolSays::Unknown))
         words = Msg::PackageMethod;
-    else if (Says(state.details, Msg::ToolSaysClash))
+    else if (Says(state.details, ToolSays::Clash))
         words = Msg::PackageClash;
-    else if (row.id == ToolId::Bsdtar && Says(complaint, Msg::ToolSaysLeadsOut))
+    else if (row.id == ToolId::Bsdtar && Says(complaint, ToolSays::LeadsOut))
         words = Msg::PackageLeadsOut;
-    else if (row.id == ToolId::Bsdtar && Says(complaint, Msg::ToolSaysNames))
+    else if (row.id == ToolId::Bsdtar && Says(complaint, ToolSays::Names))
         words = Msg::PackageNames;
-    else if (code == fullForUnzip || Says(complaint, Msg::ToolSaysFull))
+    else if (code == fullForUnzip || Says(complaint, ToolSays::Full))
         words = Msg::PackageNoRoom;
     state.details = state.error + std::string{lineBreak} + state.details;
     state.error = GetMsg(words, {TextOf(package.filename())});
@@ -129,7 +138,7 @@ bool List(Session& session, PackagePlan& plan, const Path& package, const std::s
     // is a letter, so that the bytes can be had back.
     constexpr const char* allBytes = "CP437";
     const bool nameless =
-        !listed && !plan.isZip && plan.page.empty() && Says(state.details, Msg::ToolSaysNames);
+        !listed && !plan.isZip && plan.page.empty() && Says(state.details, ToolSays::Names);
     if (nameless)
         listed = list(allBytes);
     if (!listed)
@@ -181,7 +190,7 @@ bool IsEmptyFolder(const Path& place)
 /// Where a package is unpacked before its files are moved in; nothing is in it.
 Result<Path> EmptyStaging(const Path& folder)
 {
-    Path staging = InFolder(folder, RowText(Msg::FragUnpacking));
+    Path staging = InFolder(folder, OnDisk::FragUnpacking);
     if (IsEmptyFolder(staging))
         return staging;
     // A link there is unlinked, never followed.
@@ -328,7 +337,7 @@ bool IsReadyToUnpack(const Path& folder)
     if (platform::FactsOfLink(folder).kind != platform::FileKind::Folder ||
         platform::ListFolder(folder, entries))
         return false;
-    const Path staging = InFolder(folder, RowText(Msg::FragUnpacking));
+    const Path staging = InFolder(folder, OnDisk::FragUnpacking);
     return entries.empty() || (entries.size() == 1 && entries.front().name == staging.filename() &&
                                IsEmptyFolder(staging));
 }
@@ -349,7 +358,7 @@ bool ZipFolder(Session& session, const Path& zip, const Path& folder, ToolProgre
         state.details = status.Error().reason;
         return false;
     }
-    const auto listed = ListFiles(source, RowText(Msg::PatAllFiles));
+    const auto listed = ListFiles(source, OnDisk::PatAllFiles);
     if (!listed) {
         state.error = GetMsg(Msg::FolderNotRead, {listed.Error().subject});
         state.details = listed.Error().reason;

@@ -1,7 +1,8 @@
 #include "session/documents.h"
 
 #include "platform/files.h"
-#include "words/message.h"
+#include "session/file_names.h"
+#include "words/session.h"
 
 #include <algorithm>
 
@@ -13,7 +14,7 @@ bool IsDocument(const Path& file)
     platform::FileFacts facts;
     if (platform::LookAtLink(file, facts) || facts.kind == platform::FileKind::Link)
         return false;
-    const std::vector<std::string> endings = Split(RowText(Msg::DocumentEndings), '|');
+    const std::vector<std::string> endings = Split(OnDisk::DocumentEndings, '|');
     return std::any_of(endings.begin(), endings.end(), [&](const std::string& ending) {
         return EndsWithName(file.filename().native(), ending);
     });

@@ -1,7 +1,7 @@
 #include "session/file_to_write.h"
 
 #include "core/look.h"
-#include "words/message.h"
+#include "words/session.h"
 
 namespace kestrova
 {

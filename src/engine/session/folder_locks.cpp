@@ -4,7 +4,7 @@
 #include "platform/clock.h"
 #include "platform/file_lock.h"
 #include "platform/process.h"
-#include "words/message.h"
+#include "words/session.h"
 
 namespace kestrova
 {

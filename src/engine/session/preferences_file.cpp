@@ -1,7 +1,8 @@
 #include "session/preferences_file.h"
 
 #include "core/staged_file.h"
-#include "words/message.h"
+#include "formats/program_folder.h"
+#include "words/session.h"
 
 namespace kestrova
 {
@@ -19,7 +20,7 @@ template <class Each> void ForEachFolder(PreferencesRecord& record, Each each)
 
 Path FileOf(const Session& session)
 {
-    return InFolder(session.programFolder, RowText(Msg::FragPreferences));
+    return InFolder(session.programFolder, OnDisk::FragPreferences);
 }
 
 } // namespace

@@ -4,8 +4,11 @@
 #include "core/dates.h"
 #include "core/look.h"
 #include "core/removal.h"
+#include "formats/program_folder.h"
+#include "formats/trle_folder.h"
 #include "platform/clock.h"
-#include "words/message.h"
+#include "words/common.h"
+#include "words/session.h"
 
 #include <utility>
 
@@ -14,12 +17,12 @@ namespace kestrova
 
 Path Session::BackupFolder() const
 {
-    return InFolder(programFolder, RowText(Msg::DirTrleBackup));
+    return InFolder(programFolder, OnDisk::DirTrleBackup);
 }
 
 Path Session::MarkerPath() const
 {
-    return InFolder(TrleFolder(), RowText(Msg::FragMarker));
+    return InFolder(TrleFolder(), OnDisk::FragMarker);
 }
 
 void TellFailure(Session& session, const std::string& text, const Failure& failure)
@@ -39,7 +42,7 @@ bool TellFolderNotRead(Session& session, const Failure& failure)
 
 bool ConfirmReplace(Session& session, const Path& newFile, const Path& oldFile)
 {
-    const auto lines = [](Msg head, const Path& file) {
+    const auto lines = [](Message head, const Path& file) {
         const platform::FileFacts facts = platform::FactsOf(ResolvePath(file));
         return GetMsg(head) + TextOf(file.filename()) + std::string{lineBreak} +
                GetMsg(Msg::ReplaceSize) + FormatSize(static_cast<double>(facts.size)) + " " +

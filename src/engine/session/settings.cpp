@@ -3,7 +3,8 @@
 #include "core/look.h"
 #include "core/staged_file.h"
 #include "core/text.h"
-#include "words/message.h"
+#include "formats/program_folder.h"
+#include "session/file_names.h"
 
 #include <algorithm>
 #include <glib.h>
@@ -37,7 +38,7 @@ Result<KeyFile> Load(const Path& file)
 
 Path FileOf(const Path& programFolder)
 {
-    return InFolder(programFolder, RowText(Msg::FragSettings));
+    return InFolder(programFolder, OnDisk::FragSettings);
 }
 
 std::string TextValue(GKeyFile* keys, const char* name, std::string fallback)
@@ -89,7 +90,7 @@ std::string Unescaped(const char* text)
 ProgramSettings DefaultSettings()
 {
     ProgramSettings settings;
-    settings.wineCommand = GetMsg(Msg::DefaultWineCommand);
+    settings.wineCommand = std::string{OnDisk::DefaultWineCommand};
     return settings;
 }
 

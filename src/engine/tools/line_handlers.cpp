@@ -1,7 +1,7 @@
 #include "tools/line_handlers.h"
 
 #include "core/text.h"
-#include "words/message.h"
+#include "words/tools.h"
 
 #include <algorithm>
 
@@ -92,13 +92,13 @@ public:
 
 std::unique_ptr<LineHandler> MakeLineHandler(std::string_view name, std::span<const ItemMark> marks)
 {
-    if (name == RowText(Msg::HandlerUnzip))
+    if (name == Msg::HandlerUnzip.text)
         return std::make_unique<FileCounter>(marks);
-    if (name == RowText(Msg::HandlerZip))
+    if (name == Msg::HandlerZip.text)
         return std::make_unique<LastNameStops>(marks);
-    if (name == RowText(Msg::HandlerMadPlay))
+    if (name == Msg::HandlerMadPlay.text)
         return std::make_unique<PlayedTime>();
-    if (name == RowText(Msg::HandlerLame))
+    if (name == Msg::HandlerLame.text)
         return std::make_unique<PercentInBrackets>();
     return nullptr;
 }

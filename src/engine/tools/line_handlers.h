@@ -7,7 +7,7 @@
 #include <string_view>
 
 /// What turns the lines of a tool into progress. A handler is chosen by its name, which is data:
-/// a row of the catalogue.
+/// a name of the table.
 namespace kestrova
 {
 

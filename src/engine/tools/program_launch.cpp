@@ -1,6 +1,7 @@
 #include "tools/program_launch.h"
 
-#include "words/message.h"
+#include "tools/file_names.h"
+#include "words/tools.h"
 
 #include <array>
 
@@ -82,7 +83,7 @@ Path PrefixAbove(const Path& program)
 {
     for (Path folder = program.parent_path(); folder.has_relative_path();
          folder = folder.parent_path())
-        if (EqualNames(folder.filename().native(), RowText(Msg::WineDriveFolder)))
+        if (EqualNames(folder.filename().native(), OnDisk::WineDriveFolder))
             return folder.parent_path();
     return {};
 }
@@ -106,7 +107,7 @@ Result<platform::Launch> ThroughWine(Session& session, const Path& program, std:
             launch.argv.push_back(std::move(word));
     launch.argv.push_back(program.native());
     if (const Path prefix = PrefixAbove(program); !prefix.empty())
-        launch.environment.emplace_back(RowText(Msg::WinePrefixVariable), prefix.native());
+        launch.environment.emplace_back(OnDisk::WinePrefixVariable, prefix.native());
     return launch;
 }
 

@@ -2,7 +2,6 @@
 
 #include "platform/child_process.h"
 #include "tools/tool_table.h"
-#include "words/message.h"
 
 /// What a program wrote, fit to be shown.
 namespace kestrova

@@ -4,6 +4,8 @@
 #include "tools/line_splitter.h"
 #include "tools/program_launch.h"
 #include "tools/tool_output.h"
+#include "words/common.h"
+#include "words/tools.h"
 
 #include <algorithm>
 
@@ -143,7 +145,7 @@ void Empty(ToolProgressState& state)
 }
 
 /// Where the tool is; empty with the words of `missing` in the state when it is not there.
-Path ToolOrWords(Session& session, const ToolRow& row, Msg missing, ToolProgressState& state)
+Path ToolOrWords(Session& session, const ToolRow& row, Message missing, ToolProgressState& state)
 {
     Path tool = FindTool(session, row);
     if (tool.empty()) {
@@ -217,7 +219,7 @@ bool RunTool(Session& session, const ToolRun& run, ToolProgressState& state)
                                   {TextOf(tool), lineBreak, Join(run.arguments, " ")}),
                            failure);
 
-    const auto handler = run.handler ? MakeLineHandler(RowText(*run.handler), row.marks) : nullptr;
+    const auto handler = run.handler ? MakeLineHandler((*run.handler).text, row.marks) : nullptr;
     if (handler != nullptr)
         ClearToolProgress(state);
     LineSplitter splitter{run.wholeLines, row.lineLimit};

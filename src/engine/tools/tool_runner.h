@@ -24,7 +24,7 @@ struct ToolRun {
     ToolId tool{};
     ToolArguments arguments{};
     /// The row that names the handler of its lines; none: label and bar stay as they are.
-    std::optional<Msg> handler{};
+    std::optional<Message> handler{};
     std::uint64_t total = 0; ///< what the handler counts up to
     bool wholeLines = true;
     Path folder{};                      ///< working folder; empty: the tool's own

@@ -1,7 +1,7 @@
 #include "tools/tool_table.h"
 
 #include "platform/places.h"
-#include "words/message.h"
+#include "tools/file_names.h"
 
 #include <algorithm>
 
@@ -227,7 +227,7 @@ const ToolRow& RowOf(ToolId tool)
 
 ToolId UnpackerOf(const Path& package)
 {
-    const std::vector<std::string> endings = Split(RowText(Msg::PackageEndings), '|');
+    const std::vector<std::string> endings = Split(OnDisk::PackageEndings, '|');
     const bool other = std::any_of(endings.begin(), endings.end(), [&](const std::string& ending) {
         return EndsWithName(package.filename().native(), ending);
     });

@@ -5,8 +5,8 @@
 #include "storage/stored_audio.h"
 #include "upkeep/change_compression.h"
 #include "upkeep/new_archive.h"
-#include "upkeep/new_archive.h"
-#include "words/message.h"
+#include "words/app.h"
+#include "words/upkeep.h"
 
 #include <algorithm>
 
@@ -81,8 +81,8 @@ void ArchiveForm::Browse(bool secondary)
 {
     ArchiveHeader& archive = session_.archive.header;
     const Path old{Trim(secondary ? archive.secondaryFolder : archive.mainFolder)};
-    const auto chosen = session_.host.ChooseFolder(
-        GetMsg(Msg::WindowSelectArchiveFolder) + TextOf(old.filename()), old);
+    const auto chosen =
+        session_.host.ChooseFolder(GetMsg(Msg::SelectFolder) + TextOf(old.filename()), old);
     if (!chosen || *chosen == old)
         return;
     if (ToWindows1252(chosen->native()).size() > longestArchiveFolder)

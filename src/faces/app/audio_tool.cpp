@@ -3,11 +3,18 @@
 #include "audio/sound_info.h"
 #include "conversion/audio_batch.h"
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/name_list.h"
 #include "core/removal.h"
+#include "formats/program_folder.h"
 #include "intake/package_sources.h"
-#include "words/message.h"
+#include "words/app.h"
+#include "words/audio.h"
+#include "words/common.h"
+#include "words/conversion.h"
+#include "words/intake.h"
+#include "words/session.h"
 
 namespace kestrova
 {
@@ -20,7 +27,7 @@ constexpr std::size_t nameColumns = 17;
 /// `44100Hz 16 bits stereo`, or that it is an mp3.
 std::string WhatItHolds(const Path& file)
 {
-    if (EndsWithName(file.filename().native(), RowText(Msg::Mp3Extension)))
+    if (EndsWithName(file.filename().native(), OnDisk::Mp3Extension))
         return GetMsg(Msg::RowMp3);
     if (!LookAtSound(file))
         return GetMsg(Msg::RowNoSound);
@@ -36,14 +43,14 @@ std::string WhatItHolds(const Path& file)
 } // namespace
 
 AudioTool::AudioTool(Session& session, AudioToolMode mode)
-    : session_(session), mode_(mode),
-      work_(InFolder(session.programFolder, RowText(Msg::DirAudioTemp)))
+    : session_(session), mode_(mode), work_(InFolder(session.programFolder, OnDisk::DirAudioTemp))
 {
 }
 
 std::string AudioTool::Extension() const
 {
-    return GetMsg(mode_ == AudioToolMode::Decode ? Msg::Mp3Extension : Msg::WavExtension);
+    return std::string{mode_ == AudioToolMode::Decode ? OnDisk::Mp3Extension
+                                                      : OnDisk::WavExtension};
 }
 
 bool AudioTool::Open()
@@ -69,7 +76,7 @@ void AudioTool::Leave()
 
 void AudioTool::Refresh()
 {
-    const auto files = ListFiles(work_, RowText(Msg::PatAll));
+    const auto files = ListFiles(work_, OnDisk::PatAll);
     if (!files) {
         TellFolderNotRead(session_, files.Error());
         return;
@@ -88,7 +95,7 @@ void AudioTool::Refresh()
 
 std::string AudioTool::SizeText() const
 {
-    return std::to_string(rows_.size()) + GetMsg(Msg::CountAndSize) + FormatSize(size_) + ")";
+    return std::to_string(rows_.size()) + GetMsg(Msg::CountOfFiles) + FormatSize(size_) + ")";
 }
 
 bool AudioTool::Take(const std::vector<Path>& files)
@@ -165,8 +172,8 @@ void AudioTool::AddPaths(const std::vector<Path>& paths)
 void AudioTool::Remove(std::size_t row)
 {
     if (row >= rows_.size())
-        return session_.host.Tell(Tone::Plain, GetMsg(Msg::NoSoundSelected));
-    if (!session_.host.AskYesNo(GetMsg(Msg::AskRemoveSound) + Readable(rows_[row].name)))
+        return session_.host.Tell(Tone::Plain, GetMsg(Msg::NoFileSelected));
+    if (!session_.host.AskYesNo(GetMsg(Msg::AskRemoveFile) + Readable(rows_[row].name)))
         return;
     if (const auto status = DeleteFile(work_ / rows_[row].name); !status)
         TellFailure(session_, GetMsg(Msg::ErrorRemovingFile) + rows_[row].name, status.Error());
@@ -215,7 +222,7 @@ bool AudioTool::Convert(AudioKind kind)
     if (rows_.size() == 1) {
         const std::string name =
             StripExtension(rows_.front().name) +
-            GetMsg(kind == AudioKind::Mp3 ? Msg::Mp3Extension : Msg::WavExtension);
+            std::string{kind == AudioKind::Mp3 ? OnDisk::Mp3Extension : OnDisk::WavExtension};
         const Path result = ResolvePath(target_ / name);
         if (FileExists(result) &&
             session_.host.AskYesNo(GetMsg(Msg::AskListen, {lineBreak}) + Readable(name) + "'"))

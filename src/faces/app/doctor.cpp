@@ -1,5 +1,6 @@
 #include "app/doctor.h"
 
+#include "app/file_names.h"
 #include "app/start_up.h"
 #include "archive/set_aside.h"
 #include "core/look.h"
@@ -14,7 +15,10 @@
 #include "swap/waiting_in_trle.h"
 #include "tools/tool_table.h"
 #include "upkeep/leftovers.h"
-#include "words/message.h"
+#include "words/app.h"
+#include "words/core.h"
+#include "words/restore.h"
+#include "words/tools.h"
 
 #include <algorithm>
 
@@ -27,17 +31,17 @@ namespace
 /// Below it a level of ordinary size finds no room to be expanded.
 constexpr std::uint64_t scarce = UINT64_C(512) << 20;
 
-Finding Fine(Msg name, std::string state)
+Finding Fine(Message name, std::string state)
 {
     return {true, GetMsg(name), std::move(state), {}};
 }
 
-Finding Bad(Msg name, std::string state, Msg remedy)
+Finding Bad(Message name, std::string state, Message remedy)
 {
     return {false, GetMsg(name), std::move(state), GetMsg(remedy)};
 }
 
-Finding Folder(Msg name, const Path& folder, Msg remedy)
+Finding Folder(Message name, const Path& folder, Message remedy)
 {
     if (!platform::IsWritableFolder(ResolvePath(folder)))
         return Bad(name, GetMsg(Msg::DoctorNotWritable, {TextOf(folder)}), remedy);
@@ -131,8 +135,7 @@ void FoldersOfNoLevel(const Session& session, std::vector<Finding>& findings)
         for (std::size_t i = 0; i < std::min(folders.size(), most); ++i)
             names.push_back(TextOf(folders[i]));
         if (folders.size() > most)
-            names.push_back(
-                GetMsg(Msg::DoctorMoreFolders, {std::to_string(folders.size() - most)}));
+            names.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(folders.size() - most)}));
         return Join(names, ", ");
     };
     const auto found = FindUnknownFolders(session);
@@ -215,10 +218,10 @@ void Game(Session& session, std::vector<Finding>& findings)
     findings.push_back(Fine(Msg::DoctorGame, GetMsg(Msg::DoctorGameWine, {launch->argv.front()})));
 }
 
-Finding Tool(Session& session, Msg tool, Msg remedy)
+Finding Tool(Session& session, std::string_view tool, Message remedy)
 {
-    const Path found = session.machine.FindTool(GetMsg(tool));
-    const std::string name = GetMsg(Msg::DoctorTool, {RowText(tool)});
+    const Path found = session.machine.FindTool(std::string{tool});
+    const std::string name = GetMsg(Msg::DoctorTool, {tool});
     if (found.empty())
         return {false, name, GetMsg(Msg::DoctorToolMissing), GetMsg(remedy)};
     return {true, name, TextOf(found), {}};
@@ -308,7 +311,7 @@ std::vector<Finding> Examine(Session& session)
     findings.push_back(Interrupted(session));
     if (findings[1].fine)
         Game(session, findings);
-    findings.push_back(Tool(session, Msg::DoctorToolOpen, Msg::DoctorToolOpenRemedy));
+    findings.push_back(Tool(session, OnDisk::DoctorToolOpen, Msg::DoctorToolOpenRemedy));
     findings.push_back(Keys());
     PackageTools(session, findings);
     Drives(session, findings);

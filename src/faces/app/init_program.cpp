@@ -3,6 +3,8 @@
 #include "app/start_up.h"
 #include "archive/level_sizes.h"
 #include "editor/find_trle.h"
+#include "formats/program_folder.h"
+#include "formats/trle_folder.h"
 #include "intake/add_level.h"
 #include "levels/level_life.h"
 #include "levels/original_level.h"
@@ -12,7 +14,7 @@
 #include "swap/restore.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/new_archive.h"
-#include "words/message.h"
+#include "words/app.h"
 
 namespace kestrova
 {
@@ -61,7 +63,7 @@ bool OfferRestore(Session& session, TrleFinder& finder)
         return TellFolderNotRead(session, lacks ? backup.Error() : lacks.Error());
     // What cannot be told now is no reason to restore.
     if (*backup == BackupState::Missing || BackupSeemsOfAnother(session).ValueOr(trle) ||
-        !session.host.AskYesNo(GetMsg(Msg::AskRestoreAtStart, {*lacks, lineBreak})))
+        !session.host.AskYesNo(GetMsg(Msg::AskRestoreAtStart, {*lacks, lineBreak, lineBreak})))
         return false;
     (void)LoadArchiveToLook(session); // the level that stands there finds its store through it
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
@@ -79,9 +81,9 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments)
         if (item.empty())
             break;
         const Path place = FolderFromText(platform::AbsolutePath(item).lexically_normal().native());
-        if (EndsWithName(item, RowText(Msg::ExtensionArchive)))
+        if (EndsWithName(item, OnDisk::ExtensionArchive))
             found.archive = place;
-        else if (EqualNames(place.filename().native(), RowText(Msg::LastPartTrle)))
+        else if (EqualNames(place.filename().native(), OnDisk::LastPartTrle))
             found.trle = place;
     }
     return found;

@@ -1,6 +1,7 @@
 #include "app/settings_form.h"
 
-#include "words/message.h"
+#include "words/app.h"
+#include "words/editor.h"
 
 namespace kestrova
 {
@@ -34,7 +35,7 @@ void SettingsForm::BrowseTrle()
         preferences.trlePath = chosen->native();
 }
 
-void SettingsForm::BrowseProgram(Msg title, std::string& name)
+void SettingsForm::BrowseProgram(Message title, std::string& name)
 {
     if (const auto chosen = session_.host.ChooseOpenFile(GetMsg(title), GetMsg(Msg::FilterPrograms),
                                                          FolderFromText(preferences.trlePath)))

@@ -28,7 +28,7 @@ public:
     bool Accept();
 
 private:
-    void BrowseProgram(Msg title, std::string& name);
+    void BrowseProgram(Message title, std::string& name);
 
     Session& session_;
 };

@@ -3,12 +3,13 @@
 #include "archive/archive_saving.h"
 #include "core/leftovers.h"
 #include "core/look.h"
+#include "formats/program_folder.h"
 #include "platform/places.h"
 #include "session/preferences_file.h"
 #include "swap/recovery.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/leftovers.h"
-#include "words/message.h"
+#include "words/app.h"
 
 namespace kestrova
 {
@@ -18,7 +19,7 @@ namespace
 
 Path PreferencesFile(const Path& programFolder)
 {
-    return InFolder(programFolder, RowText(Msg::FragPreferences));
+    return InFolder(programFolder, OnDisk::FragPreferences);
 }
 
 void MendAtStart(Session& session, const Whereabouts& said)
@@ -41,12 +42,12 @@ Result<Path> ChooseProgramFolder(const Path& home, bool make)
         folder = FolderFromText(platform::AbsolutePath(home).lexically_normal().native());
     else {
         const auto hasPreferences = IsFile(PreferencesFile(own));
-        const auto isPortable = IsFile(InFolder(own, RowText(Msg::FragPortable)));
+        const auto isPortable = IsFile(InFolder(own, OnDisk::FragPortable));
         if (!hasPreferences || !isPortable)
             return hasPreferences ? isPortable.Error() : hasPreferences.Error();
         folder = *hasPreferences || *isPortable
                      ? own
-                     : InFolder(platform::UserDataFolder(), RowText(Msg::DirProgramData));
+                     : InFolder(platform::UserDataFolder(), OnDisk::DirProgramData);
     }
     if (make)
         if (const auto status = MakeFolders(folder); !status)

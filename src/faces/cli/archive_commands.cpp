@@ -2,9 +2,11 @@
 
 #include "archive/level_sizes.h"
 #include "cli/work.h"
+#include "formats/program_folder.h"
 #include "levels/level_life.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/new_archive.h"
+#include "words/cli.h"
 
 namespace kestrova
 {
@@ -24,7 +26,7 @@ void ShowArchive(Run& run)
 
 bool IsArchiveName(const std::string& word)
 {
-    return EndsWithName(word, RowText(Msg::ExtensionArchive));
+    return EndsWithName(word, OnDisk::ExtensionArchive);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "cli/arguments.h"
 
+#include "words/cli.h"
+
 #include <algorithm>
 
 namespace kestrova

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "words/message.h"
-
 #include <map>
 #include <span>
 #include <string>

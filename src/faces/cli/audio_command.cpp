@@ -4,9 +4,14 @@
 #include "cli/work.h"
 #include "conversion/audio_batch.h"
 #include "conversion/mp3_choices.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "platform/terminal.h"
 #include "session/file_to_write.h"
+#include "words/cli.h"
+#include "words/common.h"
+#include "words/conversion.h"
+#include "words/intake.h"
 
 #include <algorithm>
 #include <charconv>
@@ -92,7 +97,7 @@ std::string TakeSettings(Run& run)
 std::string ResultName(const Path& file, AudioKind kind)
 {
     return StripExtension(file.filename().native()) +
-           GetMsg(kind == AudioKind::Mp3 ? Msg::Mp3Extension : Msg::WavExtension);
+           std::string{kind == AudioKind::Mp3 ? OnDisk::Mp3Extension : OnDisk::WavExtension};
 }
 
 /// Two different files that would become one, told; the same file given twice counts once.
@@ -145,7 +150,7 @@ Exit ConvertSounds(Run& run, std::vector<Path> given, AudioKind kind)
         TellFailure(run.session, GetMsg(Msg::CannotCreateFolder, {TextOf(folder)}), made.Error());
         return Exit::Failed;
     }
-    platform::NoteInterrupts(RowText(Msg::InterruptNoted));
+    platform::NoteInterrupts(Msg::InterruptNoted.text);
     const std::vector<Path> files = LeaveOutKept(run, given, folder, kind);
     AudioBatch batch{run.session, files, folder, kind};
     batch.Protect(given);
@@ -207,11 +212,10 @@ Exit RunAudio(Run& run)
             run.host.Tell(Tone::Error, GetMsg(Msg::SourceMissing, {TextOf(file)}));
             return Exit::Failed;
         }
-    const Msg ending = what == "decode" ? Msg::Mp3Extension : Msg::WavExtension;
+    const std::string_view ending = what == "decode" ? OnDisk::Mp3Extension : OnDisk::WavExtension;
     for (const Path& file : files)
-        if (!EndsWithName(file.filename().native(), RowText(ending))) {
-            run.host.Tell(Tone::Error,
-                          GetMsg(Msg::NoFileOfKind, {TextOf(file), RowText(ending), what}));
+        if (!EndsWithName(file.filename().native(), ending)) {
+            run.host.Tell(Tone::Error, GetMsg(Msg::NoFileOfKind, {TextOf(file), ending, what}));
             return Exit::Failed;
         }
     if (!BeginLooking(run, Needs::Nothing))

@@ -26,9 +26,9 @@ struct Run {
 
 struct CommandRow {
     std::string_view name;
-    Msg usage;   ///< its words behind the program's name
-    Msg summary; ///< one line
-    Msg json;    ///< the keys of its result; `BeforeFirst` when it has none
+    Message usage;   ///< its words behind the program's name
+    Message summary; ///< one line
+    Message json;    ///< the keys of its result; `BeforeFirst` when it has none
     std::size_t leastWords = 0;
     std::size_t mostWords = 0;
     std::vector<std::string_view> options{}; ///< its own; those of every command go without saying

@@ -13,6 +13,7 @@
 #include "cli/setup_commands.h"
 #include "cli/shots_command.h"
 #include "cli/swap_commands.h"
+#include "words/cli.h"
 
 #include <algorithm>
 
@@ -21,7 +22,7 @@ namespace kestrova
 
 std::span<const CommandRow> CommandTable()
 {
-    constexpr Msg noJson = Msg::BeforeFirst;
+    constexpr Message noJson = Message{};
     constexpr std::size_t mostFiles = 1'000'000;
     static const std::vector<CommandRow> table{
         {"practice", Msg::UsePractice, Msg::SumPractice, noJson, 1, 1, {}, RunPractice},
@@ -42,7 +43,7 @@ std::span<const CommandRow> CommandTable()
          {"--refresh", "--folder-is-original"},
          RunBackup},
         {"new", Msg::UseNew, Msg::SumNew, Msg::KeysNew, 0, 1, {"--folder"}, RunNew},
-        {"load", Msg::UseLoad, Msg::SumLoad, Msg::KeysLoad, 1, 1, {"--folder"}, RunLoad},
+        {"load", Msg::UseLoad, Msg::SumLoad, Msg::KeysNew, 1, 1, {"--folder"}, RunLoad},
         {"levels", Msg::UseLevels, Msg::SumLevels, Msg::KeysLevels, 0, 0, {}, RunLevels},
         {"info", Msg::UseInfo, Msg::SumInfo, Msg::KeysInfo, 1, 1, {}, RunInfo},
         {"add",

@@ -1,11 +1,14 @@
 #include "cli/config_command.h"
 
 // The configuration file that travels with a level: shown, and written for a folder of files.
+#include "cli/file_names.h"
 #include "cli/work.h"
 #include "formats/nul_list.h"
 #include "levels/export_level.h"
 #include "packages/level_config_file.h"
 #include "session/file_to_write.h"
+#include "words/cli.h"
+#include "words/intake.h"
 
 #include <algorithm>
 
@@ -122,7 +125,7 @@ std::string TakeField(const std::string& word, LevelConfig& config)
     if (row->group > 1 && parts.size() != row->group)
         return GetMsg(Msg::WrongConfigParts, {value, row->name, std::to_string(row->group)});
     if (row->field == &LevelConfig::exeFormat) {
-        const std::vector<std::string> known = Split(RowText(Msg::ConfigExeFormats), partMark);
+        const std::vector<std::string> known = Split(OnDisk::ConfigExeFormats, partMark);
         if (!value.empty() && std::find(known.begin(), known.end(), value) == known.end())
             return GetMsg(Msg::WrongConfigExe, {value, Join(known, ", ")});
     }
@@ -173,7 +176,7 @@ Exit RunConfig(Run& run)
         return WrongUse("config", GetMsg(Msg::WrongConfigWord, {words.front()}));
     if (run.json != nullptr)
         return WrongUse("config",
-                        GetMsg(Msg::WrongOptionHere, {"--json", RowText(Msg::ConfigWriteWords)}));
+                        GetMsg(Msg::WrongOptionHere, {"--json", Msg::ConfigWriteWords.text}));
     return WriteConfig(run, place);
 }
 

@@ -1,6 +1,7 @@
 #include "cli/help.h"
 
 #include "cli/command_table.h"
+#include "words/cli.h"
 
 namespace kestrova
 {
@@ -8,7 +9,7 @@ namespace kestrova
 namespace
 {
 
-void Add(std::string& text, Msg row)
+void Add(std::string& text, Message row)
 {
     text += GetMsg(row, {"\n", "\n", "\n", "\n", "\n", "\n"}) + "\n";
 }
@@ -20,18 +21,18 @@ std::string HelpText()
     std::string text;
     Add(text, Msg::HelpHead);
     for (const CommandRow& row : CommandTable())
-        text += "  " + std::string{RowText(row.usage)} + "\n      " +
-                std::string{RowText(row.summary)} + "\n";
+        text += "  " + std::string{row.usage.text} + "\n      " +
+                std::string{row.summary.text} + "\n";
     Add(text, Msg::HelpFoot);
     return text;
 }
 
 std::string HelpFor(const CommandRow& row)
 {
-    std::string text = GetMsg(Msg::UsageLine, {RowText(row.usage)}) + "\n";
-    text += std::string{RowText(row.summary)} + "\n";
-    if (row.json != Msg::BeforeFirst)
-        text += GetMsg(Msg::HelpJson) + std::string{RowText(row.json)} + "\n";
+    std::string text = GetMsg(Msg::UsageLine, {row.usage.text}) + "\n";
+    text += std::string{row.summary.text} + "\n";
+    if (row.json != Message{})
+        text += GetMsg(Msg::HelpJson) + std::string{row.json.text} + "\n";
     return text;
 }
 
@@ -40,13 +41,13 @@ std::string HelpAsMarkdown()
     std::string text;
     Add(text, Msg::MarkdownHead);
     text += "\n";
-    for (const Msg row : {Msg::MarkdownWhere, Msg::MarkdownAnswers, Msg::MarkdownLocks})
+    for (const Message row : {Msg::MarkdownWhere, Msg::MarkdownAnswers, Msg::MarkdownLocks})
         Add(text, row);
     for (const CommandRow& row : CommandTable()) {
-        text += "\n### `" + std::string{RowText(row.usage)} + "`\n\n";
-        text += std::string{RowText(row.summary)} + "\n";
-        if (row.json != Msg::BeforeFirst)
-            text += "\n" + GetMsg(Msg::HelpJson) + std::string{RowText(row.json)} + "\n";
+        text += "\n### `" + std::string{row.usage.text} + "`\n\n";
+        text += std::string{row.summary.text} + "\n";
+        if (row.json != Message{})
+            text += "\n" + GetMsg(Msg::HelpJson) + std::string{row.json.text} + "\n";
     }
     text += "\n";
     Add(text, Msg::MarkdownFoot);

@@ -7,6 +7,8 @@
 #include "saves/bring_back.h"
 #include "saves/savegame_moves.h"
 #include "swap/kept_originals.h"
+#include "words/cli.h"
+#include "words/saves.h"
 
 #include <algorithm>
 

@@ -2,8 +2,10 @@
 
 #include "archive/level_folders.h"
 #include "cli/work.h"
+#include "core/file_kinds.h"
 #include "intake/add_level.h"
 #include "packages/name_pages.h"
+#include "words/cli.h"
 
 namespace kestrova
 {
@@ -63,7 +65,7 @@ void TakeTexts(Run& run, NewLevel& level)
 /// when there is none.
 std::optional<Path> FileOfLevel(Run& run, const NewLevel& level, const std::string& name)
 {
-    for (const std::string& stored : {name, name + GetMsg(Msg::ZlExtension)})
+    for (const std::string& stored : {name, name + std::string{OnDisk::ZlExtension}})
         for (const Path& file : level.Files())
             if (EqualNames(file.filename().native(), stored))
                 return file;
@@ -133,7 +135,7 @@ Exit RunAdd(Run& run)
             bool all = level.AddSources(sources, Subfolders::Take);
             if (!level.LastReport().stopped)
                 all = level.UnpackAll() && all;
-            const auto giveUp = [&](Msg words) {
+            const auto giveUp = [&](Message words) {
                 run.host.Tell(Tone::Error, GetMsg(words));
                 return false;
             };

@@ -3,6 +3,7 @@
 // Commands for what levels are, beside being played: their language, and which of them are equal.
 #include "archive/level_folders.h"
 #include "cli/work.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "levels/export_level.h"
 #include "levels/level_language.h"
@@ -13,6 +14,8 @@
 #include "upkeep/copy_more_info.h"
 #include "upkeep/create_tr4_infos.h"
 #include "upkeep/equal_check.h"
+#include "words/cli.h"
+#include "words/swap.h"
 
 namespace kestrova
 {
@@ -161,7 +164,7 @@ Exit RunExport(Run& run)
     const auto code = CodeFromWord(run, run.arguments.words.front());
     if (!code)
         return Exit::WrongUse;
-    if (!EndsWithName(run.arguments.words[1], RowText(Msg::ExtensionZip)))
+    if (!EndsWithName(run.arguments.words[1], OnDisk::EndingZip))
         return WrongUse("export", GetMsg(Msg::WrongZipName, {run.arguments.words[1]}));
     const Path zip = PlaceFromWord(run.arguments.words[1]);
     if (!BeginWork(run, Needs::Archive))

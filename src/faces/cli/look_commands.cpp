@@ -5,6 +5,9 @@
 #include "cli/work.h"
 #include "history/standing.h"
 #include "library/level_list.h"
+#include "words/cli.h"
+#include "words/library.h"
+#include "words/swap.h"
 
 namespace kestrova
 {
@@ -38,7 +41,7 @@ std::string LevelAsLine(const LevelRecord& level, bool current)
 {
     std::string line = ZeroPadded(level.levelCode, 4) + "  " + OneField(Field(level.levelName));
     if (current)
-        line += RowText(Msg::CurrentLevelMark);
+        line += Msg::CurrentLevelMark.text;
     return line;
 }
 

@@ -4,6 +4,7 @@
 #include "cli/help.h"
 #include "cli/work.h"
 #include "platform/terminal.h"
+#include "words/cli.h"
 
 #include <algorithm>
 
@@ -43,7 +44,7 @@ std::string WrongWords(const CommandRow& row, const Arguments& arguments)
                 std::end(commonOptions) &&
             std::find(row.options.begin(), row.options.end(), option) == row.options.end())
             return GetMsg(Msg::WrongOptionHere, {option, row.name});
-    if (arguments.Has("--json") && row.json == Msg::BeforeFirst)
+    if (arguments.Has("--json") && row.json == Message{})
         return GetMsg(Msg::WrongOptionHere, {"--json", row.name});
     if (arguments.Has("--yes") && arguments.Has("--no"))
         return GetMsg(Msg::WrongBoth, {"--yes", "--no"});

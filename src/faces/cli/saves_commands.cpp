@@ -6,9 +6,15 @@
 #include "cli/work.h"
 #include "core/dates.h"
 #include "core/look.h"
+#include "formats/level_folder.h"
 #include "formats/savegame_info.h"
+#include "formats/trle_folder.h"
 #include "saves/savegame_list.h"
 #include "saves/savegame_store.h"
+#include "words/cli.h"
+#include "words/intake.h"
+#include "words/saves.h"
+#include "words/swap.h"
 
 #include <algorithm>
 
@@ -20,7 +26,7 @@ namespace
 
 bool AddSavegames(Run& run, const Path& folder, const std::string& place)
 {
-    const auto files = ListFiles(folder, RowText(Msg::SavegamePattern));
+    const auto files = ListFiles(folder, OnDisk::SavegamePattern);
     if (!files)
         return TellFolderNotRead(run.session, files.Error());
     for (const Path& file : *files) {
@@ -52,9 +58,9 @@ Exit ListSaves(Run& run, LevelCode code)
     }
     if (!AddSavegames(run, *live, GetMsg(Msg::SavesLive)))
         return Exit::Failed;
-    const Path root = InFolder(LevelHomeOf(run.session, code), RowText(Msg::DirSavegames));
+    const Path root = InFolder(LevelHomeOf(run.session, code), OnDisk::DirSavegames);
     for (int number = 1;; ++number) {
-        const std::string slot = GetMsg(Msg::SlotPrefix) + std::to_string(number);
+        const std::string slot = std::string{OnDisk::SlotPrefix} + std::to_string(number);
         if (!FolderExists(root / slot))
             return Exit::Done;
         if (!AddSavegames(run, root / slot, slot))

@@ -2,6 +2,7 @@
 
 #include "archive/archive_saving.h"
 #include "cli/work.h"
+#include "words/cli.h"
 
 #include <charconv>
 
@@ -17,7 +18,7 @@ constexpr std::int32_t mostKept = 1'000'000;
 /// A value that can be set: how it reads, and how a word becomes it (False for nonsense).
 struct SettingRow {
     std::string_view name;
-    Msg takes; ///< what it can be
+    Message takes; ///< what it can be
     bool ofArchive = false;
     std::string (*get)(const Session&) = nullptr;
     bool (*set)(Session&, const std::string&) = nullptr;
@@ -202,7 +203,7 @@ Exit RunSet(Run& run)
     // Tried before anything is opened: a wrong word is wrong whoever holds the folders.
     if (!row->set(run.session, words[1]))
         return WrongUse("set",
-                        GetMsg(Msg::WrongSettingValue, {words[1], row->name, RowText(row->takes)}));
+                        GetMsg(Msg::WrongSettingValue, {words[1], row->name, row->takes.text}));
     if (!BeginWork(run, row->ofArchive ? Needs::Archive : Needs::Nothing))
         return Exit::Failed;
     if (!row->ofArchive)

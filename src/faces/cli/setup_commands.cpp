@@ -2,6 +2,7 @@
 
 #include "app/start_up.h"
 #include "archive/level_sizes.h"
+#include "cli/file_names.h"
 #include "cli/work.h"
 #include "editor/find_trle.h"
 #include "levels/level_life.h"
@@ -10,6 +11,8 @@
 #include "platform/terminal.h"
 #include "practice/practice_folder.h"
 #include "swap/backup.h"
+#include "words/app.h"
+#include "words/cli.h"
 
 namespace kestrova
 {
@@ -32,11 +35,11 @@ bool NeedsBackup(Session& session)
 Exit RunPractice(Run& run)
 {
     const Path folder = PlaceFromWord(run.arguments.words.front());
-    platform::NoteInterrupts(RowText(Msg::InterruptNoted));
+    platform::NoteInterrupts(Msg::InterruptNoted.text);
     const auto progress = run.host.BeginProgress(ProgressWindow::Progress, {});
     progress->AllowStop();
     const auto made = MakePracticeFolder(
-        folder, InFolder(platform::ExecutableFolder(), RowText(Msg::FragStandInGame)),
+        folder, InFolder(platform::ExecutableFolder(), OnDisk::FragStandInGame),
         [&](int done, int total, const std::string& what) {
             progress->SetLabel(what);
             progress->SetBar(static_cast<std::uint64_t>(done), static_cast<std::uint64_t>(total));

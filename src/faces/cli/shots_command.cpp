@@ -7,6 +7,8 @@
 #include "session/file_to_write.h"
 #include "shots/shot_commands.h"
 #include "shots/shot_import.h"
+#include "words/cli.h"
+#include "words/swap.h"
 
 #include <algorithm>
 

@@ -13,6 +13,8 @@
 #include "swap/swap_plan.h"
 #include "swap/waiting_in_trle.h"
 #include "upkeep/leftovers.h"
+#include "words/cli.h"
+#include "words/swap.h"
 
 namespace kestrova
 {
@@ -20,7 +22,7 @@ namespace kestrova
 namespace
 {
 
-Exit TellAndFail(Run& run, const Failure& failure, Msg text)
+Exit TellAndFail(Run& run, const Failure& failure, Message text)
 {
     TellFailure(run.session, GetMsg(text), failure);
     return Exit::Failed;

@@ -3,6 +3,7 @@
 #include "platform/clock.h"
 #include "platform/places.h"
 #include "platform/terminal.h"
+#include "words/cli.h"
 
 #include <algorithm>
 
@@ -149,22 +150,22 @@ std::optional<std::string> TerminalHost::Prompt(const std::string& text, const s
     return {};
 }
 
-std::optional<char> TerminalHost::AskLetter(const std::string& text, Msg choices, Msg letters,
-                                            char safe)
+std::optional<char> TerminalHost::AskLetter(const std::string& text, Message choices,
+                                            Message letters, char safe)
 {
     const std::string ending = GetMsg(choices, {std::string{safe}});
     while (const auto line = Prompt(text, ending)) {
         const std::string answer = FoldCase(Trim(*line));
         if (answer.empty())
             return safe;
-        if (RowText(letters).find(answer.front()) != std::string_view::npos)
+        if (letters.text.find(answer.front()) != std::string_view::npos)
             return answer.front();
     }
     return {};
 }
 
-bool TerminalHost::AskTwo(const std::string& text, Msg choices, Msg letters, bool standingCounts,
-                          std::size_t safe)
+bool TerminalHost::AskTwo(const std::string& text, Message choices, Message letters,
+                          bool standingCounts, std::size_t safe)
 {
     if (standingCounts && standing_ != StandingAnswer::None) {
         const bool yes = standing_ == StandingAnswer::Yes;
@@ -172,7 +173,7 @@ bool TerminalHost::AskTwo(const std::string& text, Msg choices, Msg letters, boo
             "\n");
         return yes;
     }
-    return AskLetter(text, choices, letters, RowText(letters)[safe]) == RowText(letters).front();
+    return AskLetter(text, choices, letters, letters.text[safe]) == letters.text.front();
 }
 
 bool TerminalHost::AskYesNo(const std::string& text, Consent consent)
@@ -188,7 +189,7 @@ bool TerminalHost::AskOkCancel(const std::string& text)
 
 YesNoCancel TerminalHost::AskYesNoCancel(const std::string& text)
 {
-    const std::string_view letters = RowText(Msg::TerminalYesNoCancelLetters);
+    const std::string_view letters = Msg::TerminalYesNoCancelLetters.text;
     const auto letter =
         AskLetter(text, Msg::TerminalYesNoCancel, Msg::TerminalYesNoCancelLetters, letters.back());
     if (letter == letters[0])

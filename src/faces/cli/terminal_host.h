@@ -56,9 +56,10 @@ private:
     std::optional<std::string> Prompt(const std::string& text, const std::string& ending);
     /// The first letter that is one of `letters`; no value when there is no answer.
     /// `safe`: the letter that an empty line stands for.
-    std::optional<char> AskLetter(const std::string& text, Msg choices, Msg letters, char safe);
+    std::optional<char> AskLetter(const std::string& text, Message choices, Message letters,
+                                  char safe);
     /// `safe`: the place of that letter among `letters`; the first is the answer Yes.
-    bool AskTwo(const std::string& text, Msg choices, Msg letters, bool standingCounts,
+    bool AskTwo(const std::string& text, Message choices, Message letters, bool standingCounts,
                 std::size_t safe);
     std::optional<Path> AskPath(const std::string& title, const Path& suggestion);
 

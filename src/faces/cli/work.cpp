@@ -12,6 +12,8 @@
 #include "session/preferences_file.h"
 #include "swap/backup.h"
 #include "upkeep/archive_life.h"
+#include "words/app.h"
+#include "words/cli.h"
 
 #include <charconv>
 #include <fmt/format.h>
@@ -22,13 +24,13 @@ namespace kestrova
 namespace
 {
 
-bool Refuse(Run& run, Msg text)
+bool Refuse(Run& run, Message text)
 {
     run.host.Tell(Tone::Error, GetMsg(text));
     return false;
 }
 
-bool TellArchive(Run& run, Msg text)
+bool TellArchive(Run& run, Message text)
 {
     run.host.Tell(Tone::Error, GetMsg(text, {TextOf(run.session.RememberedArchive())}));
     return false;
@@ -86,7 +88,7 @@ bool BeginLooking(Run& run, Needs needs)
 bool BeginWork(Run& run, Needs needs, const Whereabouts& said)
 {
     Session& session = run.session;
-    platform::NoteInterrupts(RowText(Msg::InterruptNoted));
+    platform::NoteInterrupts(Msg::InterruptNoted.text);
     bool firstRun = false;
     if (!ChooseHome(run, true) || !OpenSession(session, true, firstRun, said))
         return false;
@@ -160,7 +162,7 @@ Exit WrongUse(std::string_view command, const std::string& what)
 {
     std::string words = ForTerminal(what) + "\n";
     if (const CommandRow* row = FindCommand(command))
-        words += GetMsg(Msg::UsageLine, {RowText(row->usage)}) + "\n";
+        words += GetMsg(Msg::UsageLine, {row->usage.text}) + "\n";
     else
         words += GetMsg(Msg::UsageHint) + "\n";
     (void)platform::WriteStream(platform::Stream::Error, words);

@@ -20,14 +20,14 @@ enum class Content {
 };
 
 struct PracticeItem {
-    Msg file;
+    std::string_view file;
     Content content;
     unsigned size = 0;
-    Msg text = Msg::BeforeFirst;
+    Message text = Message{};
 };
 
 struct PracticeLevel {
-    Msg name;
+    Message name;
     int style; ///< of its pictures
     bool alsoZip;
     std::span<const PracticeItem> items;

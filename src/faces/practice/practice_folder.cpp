@@ -14,8 +14,11 @@
 #include "practice/scene.h"
 
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/removal.h"
 #include "platform/process.h"
+#include "practice/file_names.h"
+#include "words/practice.h"
 
 #include <atomic>
 #include <chrono>
@@ -35,13 +38,13 @@ struct Job {
     std::function<std::string()> make;
 };
 
-std::string TextFile(Msg row)
+std::string TextFile(Message row)
 {
-    return ToWindows1252(ReplaceAll(std::string{RowText(row)}, "~1", lineBreak));
+    return ToWindows1252(ReplaceAll(std::string{row.text}, "~1", lineBreak));
 }
 
 /// A language file as the script's compiler would leave it: a head, then the lines, veiled.
-std::string LanguageFile(Msg row)
+std::string LanguageFile(Message row)
 {
     std::string bytes{"\x01\x00\x20\x00", 4};
     for (const char letter : TextFile(row))
@@ -82,7 +85,7 @@ void PlanLevel(const PracticeLevel& level, const Path& folder, double scale, std
     const std::string title = ToWindows1252(GetMsg(level.name));
     for (const PracticeItem& item : level.items)
         jobs.push_back(
-            {InFolder(folder, GetMsg(item.file)), [=, &item, style = level.style, number = ++seed] {
+            {InFolder(folder, item.file), [=, &item, style = level.style, number = ++seed] {
                  return MakeContent(item, title, style, number, scale);
              }});
 }
@@ -92,8 +95,9 @@ void PlanMusic(const Path& trle, std::vector<Job>& jobs)
 {
     constexpr unsigned firstNumber = 58;
     for (unsigned i = 0; i < practiceTunes; ++i) {
-        const Msg name = i % 3 == 0 ? Msg::FragPracticeWaveUpper : Msg::FragPracticeWaveLower;
-        jobs.push_back({InFolder(trle, GetMsg(name, {ZeroPadded(firstNumber + i, 3)})),
+        const std::string_view name =
+            i % 3 == 0 ? OnDisk::FragPracticeWaveUpper : OnDisk::FragPracticeWaveLower;
+        jobs.push_back({InFolder(trle, Filled(name, {ZeroPadded(firstNumber + i, 3)})),
                         [i] { return TuneWave(90000 + i, 0.4 + 0.3 * (i % 8)); }});
     }
 }
@@ -144,10 +148,10 @@ Status MakeFiles(const std::vector<Job>& jobs, const PracticeProgress& progress)
 /// Packs a level's folder beside it. The tool makes its file aside and renames it when it is whole.
 bool PackFolder(const Path& folder, const std::function<void()>& heartbeat)
 {
-    const Path zip = folder.native() + GetMsg(Msg::PracticeZipEnding);
+    const Path zip = folder.native() + std::string{OnDisk::EndingZip};
     platform::Launch launch;
-    launch.argv = {GetMsg(Msg::PracticeZipTool), "-qr", ".." / zip.filename(),
-                   GetMsg(Msg::PracticeHere)};
+    launch.argv = {std::string{OnDisk::PracticeZipTool}, "-qr", ".." / zip.filename(),
+                   std::string{OnDisk::PracticeHere}};
     launch.folder = folder;
     std::int64_t pid = 0;
     if (platform::StartDetached(launch, pid))
@@ -159,7 +163,7 @@ bool PackFolder(const Path& folder, const std::function<void()>& heartbeat)
     return FileExists(zip);
 }
 
-Failure WithWords(ErrorCode code, Msg row, const Path& subject)
+Failure WithWords(ErrorCode code, Message row, const Path& subject)
 {
     return {code, TextOf(subject), GetMsg(row, {TextOf(subject)})};
 }
@@ -167,7 +171,7 @@ Failure WithWords(ErrorCode code, Msg row, const Path& subject)
 Status PackLevels(PracticeMade& made, const Path& levels, const PracticeProgress& progress,
                   int total)
 {
-    if (platform::FindOnPath(GetMsg(Msg::PracticeZipTool)).empty()) {
+    if (platform::FindOnPath(std::string{OnDisk::PracticeZipTool}).empty()) {
         made.remark = GetMsg(Msg::PracticeNoZip);
         return {};
     }
@@ -181,7 +185,7 @@ Status PackLevels(PracticeMade& made, const Path& levels, const PracticeProgress
                 goOn && (!progress || progress(total, total, GetMsg(Msg::PracticePacking, {name})));
         };
         if (PackFolder(levels / name, heartbeat))
-            made.zips.push_back(made.levels / (name + GetMsg(Msg::PracticeZipEnding)));
+            made.zips.push_back(made.levels / (name + std::string{OnDisk::EndingZip}));
         else
             made.remark = GetMsg(Msg::PracticeZipFailed, {name});
         if (!goOn)
@@ -207,7 +211,7 @@ Status MakeAll(const Path& aside, const Path& gameProgram, const PracticeProgres
     if (Status files = MakeFiles(jobs, progress); !files)
         return files;
 
-    const Path game = InFolder(trle, GetMsg(Msg::FragPracticeGame));
+    const Path game = InFolder(trle, std::string{OnDisk::FragPracticeGame});
     if (Status copied = CopyFileOver(gameProgram, game); !copied)
         return copied;
     if (const auto failure = platform::SetMode(game, 0755))
@@ -222,8 +226,8 @@ Result<PracticeMade> MakePracticeFolder(const Path& dir, const Path& gameProgram
                                         const PracticeOptions& options)
 {
     PracticeMade made;
-    made.trle = InFolder(dir, GetMsg(Msg::FragPracticeTrle));
-    made.levels = InFolder(dir, GetMsg(Msg::FragPracticeLevels));
+    made.trle = InFolder(dir, std::string{OnDisk::FragPracticeTrle});
+    made.levels = InFolder(dir, std::string{OnDisk::FragPracticeLevels});
     for (const Path& taken : {made.trle, made.levels}) {
         const auto isFree = IsFree(taken);
         if (!isFree)

@@ -1,9 +1,10 @@
 #include "core/activity_log.h"
 
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/staged_file.h"
 #include "core/text.h"
-#include "words/message.h"
+#include "words/core.h"
 
 namespace kestrova
 {
@@ -14,9 +15,9 @@ namespace
 /// Marks the outcome and ends the line.
 Status Marked(Status status, ActivityLog& log, bool overwritten = false)
 {
-    log += RowText(status ? Msg::LogOk : Msg::LogError);
+    log += (status ? Msg::LogOk : Msg::LogError).text;
     if (overwritten)
-        log += RowText(Msg::LogOverwrite);
+        log += Msg::LogOverwrite.text;
     log += lineBreak;
     return status;
 }
@@ -68,7 +69,7 @@ Status WriteLogFile(const Path& programFolder, const ActivityLog& log)
 {
     Path file;
     for (int number = 0; file.empty() || FileExists(file); ++number)
-        file = InFolder(programFolder, GetMsg(Msg::FragLogFile, {ZeroPadded(number, 3)}));
+        file = InFolder(programFolder, Filled(OnDisk::FragLogFile, {ZeroPadded(number, 3)}));
     return WriteWholeFile(file, ToWindows1252(log) + std::string{lineBreak});
 }
 

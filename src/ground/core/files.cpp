@@ -5,7 +5,7 @@
 #include "platform/file_content.h"
 #include "platform/files.h"
 #include "platform/folder_memory.h"
-#include "words/message.h"
+#include "words/core.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "core/folder_names.h"
 
+#include "core/file_kinds.h"
 #include "core/text.h"
-#include "words/message.h"
 
 namespace kestrova
 {
@@ -44,7 +44,7 @@ void FolderNames::Remove(const std::string& name)
 std::string FolderNames::FreeName(const std::string& name)
 {
     const Path file = name;
-    const bool isData = EqualNames(file.extension().native(), RowText(Msg::EndingDat));
+    const bool isData = EqualNames(file.extension().native(), OnDisk::EndingDat);
     const std::string head = isData ? name : file.stem().native();
     const std::string tail = isData ? std::string{} : file.extension().native();
     int& number = numbers_.try_emplace(FoldCase(name), 1).first->second;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/text.h"
-#include "words/message.h"
+#include "words/core.h"
 
 #include <initializer_list>
 #include <string>

@@ -1,7 +1,7 @@
 #include "core/name_list.h"
 
 #include "core/text.h"
-#include "words/message.h"
+#include "words/core.h"
 
 #include <algorithm>
 #include <string_view>

@@ -40,7 +40,7 @@ Result<Path> SafeName(std::string_view name);
 /// The way back: `data/level1.tr4` gives `\data\level1.tr4`.
 std::string ToBackslashes(const Path& relative);
 
-/// A folder and one of the catalogue's own fragments (`\screenshots`), or a fragment's ending.
+/// A folder and a fragment of a path (`\screenshots`), or a fragment's ending.
 Path InFolder(const Path& folder, std::string_view fragment);
 
 /// What a person reads for a path, and what the fixed fields of a record hold.

@@ -1,7 +1,8 @@
 #include "formats/preferences.h"
 
+#include "core/file_kinds.h"
 #include "core/record_io.h"
-#include "words/message.h"
+#include "formats/trle_folder.h"
 
 #include <algorithm>
 
@@ -33,9 +34,9 @@ template <class Io, class Record> void Describe(Io& io, Record& record)
 PreferencesRecord DefaultPreferences()
 {
     PreferencesRecord record;
-    record.tom2PcName = GetMsg(Msg::DefaultTom2PcName);
-    record.tombExeName = GetMsg(Msg::DefaultTombExeName);
-    record.downloadFolder = GetMsg(Msg::DefaultDownloadFolder);
+    record.tom2PcName = std::string{OnDisk::DefaultTom2PcName};
+    record.tombExeName = std::string{OnDisk::DefaultTombExeName};
+    record.downloadFolder = std::string{OnDisk::DefaultDownloadFolder};
     return record;
 }
 

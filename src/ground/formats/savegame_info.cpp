@@ -2,7 +2,7 @@
 
 #include "core/files.h"
 #include "core/text.h"
-#include "words/message.h"
+#include "words/formats.h"
 
 #include <array>
 

@@ -7,24 +7,21 @@
 namespace kestrova
 {
 
-/// The rows of the catalogue: every text that a person can see and every fragment of a path.
-/// The first row is 101; the rows follow each other without a gap.
-enum class Msg : int {
-    BeforeFirst = 100,
-#define KV_MSG(name, text) name,
-#include "words/messages.def"
-#undef KV_MSG
-    BehindLast,
+/// A text that a person can see. Every one of them is a constant `Msg::Name` in the header of its
+/// part of the program (`words/PART.h`).
+struct Message {
+    std::string_view text; ///< UTF-8; line breaks and values as markers `~1`, `~2` …
+    bool operator==(const Message&) const = default;
 };
 
-/// The row as it stands, its markers `~1`, `~2` … included.
-std::string_view RowText(Msg id);
-
-/// The row with its markers filled from the left: element 0 fills `~1`. Of each marker only the
+/// The text with its markers filled from the left: element 0 fills `~1`. Of each marker only the
 /// first occurrence is filled, one round a marker in ascending order; a marker without an argument
 /// stays, and an argument's own markers are not protected from a later round. A marker that stands
 /// for a line break is given `lineBreak`.
-std::string GetMsg(Msg id, std::initializer_list<std::string_view> args = {});
+std::string GetMsg(Message message, std::initializer_list<std::string_view> args = {});
+
+/// The same for a name on the disk (`\\LEVEL_~1`).
+std::string Filled(std::string_view pattern, std::initializer_list<std::string_view> args);
 
 inline constexpr std::string_view lineBreak = "\r\n";
 

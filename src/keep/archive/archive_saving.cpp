@@ -3,7 +3,8 @@
 #include "core/look.h"
 #include "core/staged_file.h"
 #include "formats/exact_names.h"
-#include "words/message.h"
+#include "formats/level_folder.h"
+#include "words/archive.h"
 
 #include <fmt/format.h>
 
@@ -36,7 +37,7 @@ std::string ExactFolderField(ArchiveFolder folder, const Path& file)
 Path ExactNamesFile(const ArchiveHeader& header)
 {
     const Path folder = FolderFromText(Trim(header.secondaryFolder));
-    return folder.empty() ? Path{} : InFolder(folder, RowText(Msg::FragExactNames));
+    return folder.empty() ? Path{} : InFolder(folder, OnDisk::FragExactNames);
 }
 
 namespace

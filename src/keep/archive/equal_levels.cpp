@@ -2,8 +2,8 @@
 
 #include "archive/level_folders.h"
 #include "core/parallel.h"
+#include "formats/level_folder.h"
 #include "platform/file_content.h"
-#include "words/message.h"
 
 #include <atomic>
 
@@ -51,7 +51,7 @@ private:
 
 std::vector<Tr4Entry> EntriesIn(const Path& levelFolder)
 {
-    const Path file = InFolder(levelFolder, RowText(Msg::FragTr4Inf));
+    const Path file = InFolder(levelFolder, OnDisk::FragTr4Inf);
     std::string bytes;
     std::error_code failure = platform::ReadAll(file, bytes, sizeLimit);
     if (failure == std::errc::no_such_file_or_directory) // or it is spelled in another way

@@ -1,7 +1,7 @@
 #include "archive/level_document.h"
 
+#include "core/file_kinds.h"
 #include "core/text.h"
-#include "words/message.h"
 
 namespace kestrova
 {
@@ -20,7 +20,7 @@ Result<std::optional<Path>> FindDocument(const Path& filesFolder, std::string_vi
     std::optional<Path> found;
     if (text.find('?') == std::string_view::npos)
         return found;
-    const auto files = ListFiles(filesFolder, RowText(Msg::PatAll));
+    const auto files = ListFiles(filesFolder, OnDisk::PatAll);
     if (!files)
         return files.Error();
     for (const Path& file : *files) {

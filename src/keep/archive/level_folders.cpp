@@ -1,7 +1,8 @@
 #include "archive/level_folders.h"
 
 #include "core/look.h"
-#include "words/message.h"
+#include "formats/level_folder.h"
+#include "words/archive.h"
 
 #include <algorithm>
 
@@ -34,7 +35,7 @@ LevelCode NextLevelCode(const Session& session)
 
 std::string LevelFolderName(LevelCode code)
 {
-    return GetMsg(Msg::FragLevelFolder, {ZeroPadded(code, 4)});
+    return Filled(OnDisk::FragLevelFolder, {ZeroPadded(code, 4)});
 }
 
 Path LevelHomeOf(const Session& session, LevelCode code)
@@ -59,7 +60,7 @@ Path LevelFolderOf(Session& session, LevelCode code, bool wantCdCopy)
 
 Path StateStoreOf(const Session& session, LevelCode code)
 {
-    return InFolder(LevelHomeOf(session, code), RowText(Msg::DirBackupSavegames));
+    return InFolder(LevelHomeOf(session, code), OnDisk::DirBackupSavegames);
 }
 
 Path HomeOf(const Session& session, const LevelPlace& level)
@@ -69,16 +70,16 @@ Path HomeOf(const Session& session, const LevelPlace& level)
 
 Path StateStoreOf(const Session& session, const LevelPlace& level)
 {
-    return InFolder(HomeOf(session, level), RowText(Msg::DirBackupSavegames));
+    return InFolder(HomeOf(session, level), OnDisk::DirBackupSavegames);
 }
 
 Status MakeLevelSubfolders(const Path& folder)
 {
     if (auto status = MakeFolder(folder); !status)
         return status;
-    for (const Msg part :
-         {Msg::DirSavegames, Msg::DirBackupSavegames, Msg::DirFiles, Msg::DirScreenshots})
-        if (auto status = MakeFolder(InFolder(folder, RowText(part))); !status)
+    for (const std::string_view part : {OnDisk::DirSavegames, OnDisk::DirBackupSavegames,
+                                        OnDisk::DirFiles, OnDisk::DirScreenshots})
+        if (auto status = MakeFolder(InFolder(folder, part)); !status)
             return status;
     return {};
 }

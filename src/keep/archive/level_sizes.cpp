@@ -2,7 +2,8 @@
 
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
-#include "words/message.h"
+#include "formats/level_folder.h"
+#include "words/archive.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,7 +24,7 @@ Result<Sizes> Measured(const Session& session, const LevelRecord& level)
 {
     const Path folder = LevelHomeOf(session, level.levelCode);
     const auto extras = ExtrasSizeOf(folder);
-    const auto files = level.cdNumber == 0 ? FolderSize(InFolder(folder, RowText(Msg::DirFiles)))
+    const auto files = level.cdNumber == 0 ? FolderSize(InFolder(folder, OnDisk::DirFiles))
                                            : Result<double>{static_cast<double>(level.filesSize)};
     if (!extras || !files)
         return extras ? files.Error() : extras.Error();
@@ -41,8 +42,9 @@ std::int32_t SizeField(double bytes)
 Result<double> ExtrasSizeOf(const Path& levelFolder)
 {
     double sum = 0;
-    for (const Msg part : {Msg::DirSavegames, Msg::DirBackupSavegames, Msg::DirScreenshots}) {
-        const auto size = FolderSize(InFolder(levelFolder, RowText(part)));
+    for (const std::string_view part :
+         {OnDisk::DirSavegames, OnDisk::DirBackupSavegames, OnDisk::DirScreenshots}) {
+        const auto size = FolderSize(InFolder(levelFolder, part));
         if (!size)
             return size.Error();
         sum += *size;

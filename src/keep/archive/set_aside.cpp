@@ -4,6 +4,8 @@
 #include "core/copying.h"
 #include "core/dates.h"
 #include "core/look.h"
+#include "formats/level_folder.h"
+#include "formats/program_folder.h"
 #include "words/message.h"
 
 #include <algorithm>
@@ -23,7 +25,7 @@ Result<Path> FreeName(const Path& folder, std::int64_t now)
     for (int n = 1;; ++n) {
         const std::string again = n == 1 ? std::string{} : '-' + std::to_string(n);
         Path name = folder.parent_path() /
-                    GetMsg(Msg::FragSetAside, {folder.filename().native(), time + again});
+                    Filled(OnDisk::FragSetAside, {folder.filename().native(), time + again});
         const auto isFree = IsFree(name);
         if (!isFree)
             return isFree.Error();
@@ -34,7 +36,7 @@ Result<Path> FreeName(const Path& folder, std::int64_t now)
 
 bool IsCalledLikeALevel(const std::string& name)
 {
-    const std::string prefix = GetMsg(Msg::FragLevelFolder, {""}).substr(1);
+    const std::string prefix = Filled(OnDisk::FragLevelFolder, {""}).substr(1);
     return name.size() > prefix.size() && EqualNames(name.substr(0, prefix.size()), prefix) &&
            std::all_of(name.begin() + static_cast<std::ptrdiff_t>(prefix.size()), name.end(),
                        [](char c) { return c >= '0' && c <= '9'; });
@@ -80,7 +82,7 @@ Result<UnknownFolders> FindUnknownFolders(const Session& session)
         if (level.levelCode != originalCode)
             known.push_back(LevelFolderName(level.levelCode).substr(1));
     std::sort(known.begin(), known.end());
-    const std::string mark = GetMsg(Msg::FragSetAside, {"", ""});
+    const std::string mark = Filled(OnDisk::FragSetAside, {"", ""});
     const auto folders = ListSubfolders(root);
     if (!folders)
         return folders.Error();

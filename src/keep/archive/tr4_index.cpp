@@ -4,7 +4,8 @@
 #include "core/dates.h"
 #include "core/look.h"
 #include "core/staged_file.h"
-#include "words/message.h"
+#include "formats/level_folder.h"
+#include "formats/trle_folder.h"
 
 #include <algorithm>
 #include <limits>
@@ -19,7 +20,7 @@ constexpr std::size_t nameWidth = 80;
 
 Path Tr4InfPathOf(const Session& session, LevelCode code)
 {
-    return InFolder(LevelHomeOf(session, code), RowText(Msg::FragTr4Inf));
+    return InFolder(LevelHomeOf(session, code), OnDisk::FragTr4Inf);
 }
 
 } // namespace
@@ -35,7 +36,7 @@ Tr4Entry Tr4EntryOf(const std::string& name, const Path& file)
 
 Result<std::vector<Tr4Entry>> ScanTr4Files(const Path& folder)
 {
-    const auto files = ListFiles(folder, RowText(Msg::PatTr4));
+    const auto files = ListFiles(folder, OnDisk::PatTr4);
     if (!files)
         return files.Error();
     std::vector<Tr4Entry> entries;

@@ -3,9 +3,9 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "formats/trle_folder.h"
 #include "history/history.h"
 #include "platform/file_content.h"
-#include "words/message.h"
 
 #include <algorithm>
 
@@ -289,7 +289,7 @@ std::int32_t ChangeRun::NotArchived() const
     std::int32_t missing = 0;
     for (const ChangedFolder& folder : change_.folders)
         for (const ComingFile& file : folder.after)
-            if (folder.made && MatchesPattern(file.name, RowText(Msg::SavegamePattern)) &&
+            if (folder.made && MatchesPattern(file.name, OnDisk::SavegamePattern) &&
                 !IsFile(Path{folder.folder} / file.name).ValueOr(true))
                 ++missing;
     return missing;

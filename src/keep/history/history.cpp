@@ -4,11 +4,14 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "formats/level_folder.h"
+#include "formats/program_folder.h"
 #include "formats/savegame_info.h"
+#include "formats/trle_folder.h"
 #include "history/history_bounds.h"
 #include "history/players_files.h"
 #include "platform/file_content.h"
-#include "words/message.h"
+#include "words/history.h"
 
 #include <algorithm>
 #include <map>
@@ -55,7 +58,7 @@ Status KeepContents(Session& session, const std::vector<Path>& files,
             return status;
     if (singly || !copied)
         return {};
-    const Path folder = InFolder(session.programFolder, RowText(Msg::DirHistoryContent));
+    const Path folder = InFolder(session.programFolder, OnDisk::DirHistoryContent);
     if (const auto failure = platform::SyncFileSystem(ResolvePath(folder)))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
     return {};
@@ -63,7 +66,7 @@ Status KeepContents(Session& session, const std::vector<Path>& files,
 
 bool LiesWithPictures(const Path& file)
 {
-    const std::string_view folder = RowText(Msg::DirScreenshots);
+    const std::string_view folder = OnDisk::DirScreenshots;
     return EqualNames(file.parent_path().filename().native(), folder.substr(1));
 }
 
@@ -98,13 +101,13 @@ std::vector<HistoryEntry> HistoryOf(const Session& session, const LevelPlace& le
 
 Path HistoryContent(const Session& session, const std::string& hash)
 {
-    return InFolder(session.programFolder, RowText(Msg::DirHistoryContent)) / hash;
+    return InFolder(session.programFolder, OnDisk::DirHistoryContent) / hash;
 }
 
 Result<std::vector<LevelCode>> LevelsWithHistory(const Session& session)
 {
-    const auto files = ListFiles(InFolder(session.programFolder, RowText(Msg::DirHistory)),
-                                 RowText(Msg::PatHistoryIndex));
+    const auto files =
+        ListFiles(InFolder(session.programFolder, OnDisk::DirHistory), OnDisk::PatHistoryIndex);
     if (!files)
         return files.Error();
     std::vector<LevelCode> codes;
@@ -152,7 +155,7 @@ Status KeepInHistory(Session& session, const LevelPlace& level, const std::vecto
         const auto facts = LookAt(file);
         if (!facts)
             return facts.Error();
-        if (MatchesPattern(entry.name, RowText(Msg::SavegamePattern))) {
+        if (MatchesPattern(entry.name, OnDisk::SavegamePattern)) {
             const SavegameInfo info = ReadSavegameInfo(file);
             entry.title = info.title;
             entry.number = info.number;
@@ -182,13 +185,13 @@ namespace
 /// A free place for a kept file in a folder of live state.
 Result<Path> FreePlace(const Path& folder, const std::string& name)
 {
-    const bool savegame = MatchesPattern(name, RowText(Msg::SavegamePattern));
+    const bool savegame = MatchesPattern(name, OnDisk::SavegamePattern);
     const std::string ending = ExtensionOf(name);
     for (int number = 0;; ++number) {
         Path place = folder / name;
         if (number > 0)
             place = savegame
-                        ? folder / (GetMsg(Msg::SavegameStem) + std::to_string(number - 1))
+                        ? folder / (std::string{OnDisk::SavegameStem} + std::to_string(number - 1))
                         : folder / (BaseNameOf(name) + "-" + std::to_string(number + 1) + ending);
         const auto isFree = IsFree(place);
         if (!isFree)

@@ -2,6 +2,7 @@
 
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "formats/program_folder.h"
 #include "formats/record_json.h"
 #include "history/players_files.h"
 #include "words/message.h"
@@ -18,8 +19,8 @@ using Json = nlohmann::json;
 
 Path IndexPath(const Session& session, LevelCode code)
 {
-    return InFolder(InFolder(session.programFolder, RowText(Msg::DirHistory)),
-                    GetMsg(Msg::FragHistoryIndex, {ZeroPadded(code, 4)}));
+    return InFolder(InFolder(session.programFolder, OnDisk::DirHistory),
+                    Filled(OnDisk::FragHistoryIndex, {ZeroPadded(code, 4)}));
 }
 
 std::string Line(const HistoryEntry& entry)

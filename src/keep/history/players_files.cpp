@@ -2,16 +2,15 @@
 
 #include "core/files.h"
 #include "core/text.h"
+#include "formats/trle_folder.h"
 #include "platform/file_content.h"
-#include "platform/file_content.h"
-#include "words/message.h"
 
 namespace kestrova
 {
 
 std::vector<std::string> StatePatterns()
 {
-    return Split(RowText(Msg::StatePatterns), '|');
+    return Split(OnDisk::StatePatterns, '|');
 }
 
 Result<std::vector<Path>> StateFilesIn(const Path& folder)
@@ -28,9 +27,8 @@ Result<std::vector<Path>> StateFilesIn(const Path& folder)
 
 bool IsPlayersFile(std::string_view name)
 {
-    return MatchesPattern(name, RowText(Msg::SavegamePattern)) ||
-           MatchesPattern(name, RowText(Msg::NotePattern)) ||
-           MatchesPattern(name, RowText(Msg::ShotPattern));
+    return MatchesPattern(name, OnDisk::SavegamePattern) ||
+           MatchesPattern(name, OnDisk::NotePattern) || MatchesPattern(name, OnDisk::ShotPattern);
 }
 
 bool IsPlayersPlace(const Path& relative)

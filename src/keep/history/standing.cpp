@@ -3,7 +3,7 @@
 #include "core/look.h"
 #include "formats/marker.h"
 #include "history/swap_journal_file.h"
-#include "words/message.h"
+#include "words/history.h"
 
 namespace kestrova
 {

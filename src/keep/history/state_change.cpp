@@ -3,10 +3,10 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "formats/program_folder.h"
 #include "formats/record_json.h"
 #include "formats/savegame_records.h"
 #include "history/change_run.h"
-#include "words/message.h"
 
 namespace kestrova
 {
@@ -18,12 +18,12 @@ constexpr std::uint64_t noteLimit = UINT64_C(16) << 20;
 
 Path NotePath(const Session& session)
 {
-    return InFolder(session.programFolder, RowText(Msg::FragStateChange));
+    return InFolder(session.programFolder, OnDisk::FragStateChange);
 }
 
 Status WriteNote(Session& session, const StateChange& change)
 {
-    if (auto status = MakeFolders(InFolder(session.programFolder, RowText(Msg::DirSwap))); !status)
+    if (auto status = MakeFolders(InFolder(session.programFolder, OnDisk::DirSwap)); !status)
         return status;
     return WriteWholeFile(NotePath(session), FormatStateChange(change),
                           false); // flushed by the run

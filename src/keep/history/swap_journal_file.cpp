@@ -4,7 +4,7 @@
 #include "core/look.h"
 #include "core/name_set.h"
 #include "core/staged_file.h"
-#include "words/message.h"
+#include "formats/program_folder.h"
 
 namespace kestrova
 {
@@ -16,12 +16,12 @@ constexpr std::uint64_t noteLimit = UINT64_C(16) << 20;
 
 Path OwnerPath(const Session& session)
 {
-    return InFolder(session.programFolder, RowText(Msg::FragOwner));
+    return InFolder(session.programFolder, OnDisk::FragOwner);
 }
 
 Status WriteNote(Session& session, const Path& file, const std::string& text)
 {
-    if (auto status = MakeFolders(InFolder(session.programFolder, RowText(Msg::DirSwap))); !status)
+    if (auto status = MakeFolders(InFolder(session.programFolder, OnDisk::DirSwap)); !status)
         return status;
     return WriteWholeFile(file, text);
 }
@@ -138,7 +138,7 @@ Status WriteOwner(Session& session, OwnerRecord record)
 
 Path JournalPath(const Session& session)
 {
-    return InFolder(session.programFolder, RowText(Msg::FragJournal));
+    return InFolder(session.programFolder, OnDisk::FragJournal);
 }
 
 Result<std::optional<SwapJournal>> ReadJournal(const Session& session)

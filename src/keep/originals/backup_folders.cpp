@@ -4,9 +4,10 @@
 #include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
+#include "formats/program_folder.h"
 #include "formats/record_json.h"
 #include "history/swap_journal_file.h"
-#include "words/message.h"
+#include "words/originals.h"
 
 #include <algorithm>
 
@@ -18,7 +19,7 @@ namespace
 
 Path OldBackupFolder(const Session& session)
 {
-    return InFolder(session.programFolder, RowText(Msg::DirOldBackup));
+    return InFolder(session.programFolder, OnDisk::DirOldBackup);
 }
 
 Status Renamed(const Path& from, const Path& to)
@@ -37,7 +38,7 @@ struct NotedBackup {
 
 Path NotePath(const Session& session)
 {
-    return InFolder(session.programFolder, RowText(Msg::FragBackupNote));
+    return InFolder(session.programFolder, OnDisk::FragBackupNote);
 }
 
 /// Backups that are not there any more are left out; a damaged note knows none.
@@ -104,8 +105,8 @@ Result<bool> IsOf(const NotedBackup& backup, const Session& session)
 Result<Path> FreeAside(const Session& session)
 {
     for (int number = 1;; ++number) {
-        Path place =
-            InFolder(session.programFolder, GetMsg(Msg::FragAsideBackup, {std::to_string(number)}));
+        Path place = InFolder(session.programFolder,
+                              Filled(OnDisk::FragAsideBackup, {std::to_string(number)}));
         const auto isFree = IsFree(place);
         if (!isFree)
             return isFree.Error();
@@ -197,7 +198,7 @@ Result<bool> BringBackupBack(Session& session)
 
 Path NewBackupFolder(const Session& session)
 {
-    return InFolder(session.programFolder, RowText(Msg::DirNewBackup));
+    return InFolder(session.programFolder, OnDisk::DirNewBackup);
 }
 
 Status ExchangeBackup(Session& session, bool full, bool keepAside)

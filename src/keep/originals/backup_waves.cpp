@@ -3,7 +3,8 @@
 #include "core/look.h"
 #include "core/name_set.h"
 #include "core/staged_file.h"
-#include "words/message.h"
+#include "formats/program_folder.h"
+#include "formats/trle_folder.h"
 
 namespace kestrova
 {
@@ -13,12 +14,12 @@ namespace
 
 Path WavesNote(const Session& session)
 {
-    return InFolder(session.programFolder, RowText(Msg::FragWavesNote));
+    return InFolder(session.programFolder, OnDisk::FragWavesNote);
 }
 
 Result<std::vector<Path>> WavesOf(const Session& session)
 {
-    return ListFiles(InFolder(session.TrleFolder(), RowText(Msg::DirAudio)), RowText(Msg::PatWav));
+    return ListFiles(InFolder(session.TrleFolder(), OnDisk::DirAudio), OnDisk::PatWav);
 }
 
 } // namespace
@@ -29,7 +30,7 @@ void NoteWaves(Session& session)
     if (const auto files = WavesOf(session))
         for (const Path& file : *files)
             names += file.filename().native() + "\n";
-    if (MakeFolders(InFolder(session.programFolder, RowText(Msg::DirSwap))))
+    if (MakeFolders(InFolder(session.programFolder, OnDisk::DirSwap)))
         (void)WriteWholeFile(WavesNote(session), names); // without it they are not named
 }
 

@@ -2,7 +2,8 @@
 
 #include "core/copying.h"
 #include "platform/files.h"
-#include "words/message.h"
+#include "words/originals.h"
+#include "words/session.h"
 
 #include <algorithm>
 

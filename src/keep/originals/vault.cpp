@@ -3,8 +3,9 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "formats/program_folder.h"
 #include "formats/record_json.h"
-#include "words/message.h"
+#include "words/originals.h"
 
 #include <algorithm>
 #include <set>
@@ -19,12 +20,12 @@ using Json = NoteJson;
 
 Path VaultFolder(const Session& session)
 {
-    return InFolder(session.programFolder, RowText(Msg::DirHistoryOriginals));
+    return InFolder(session.programFolder, OnDisk::DirHistoryOriginals);
 }
 
 Path VaultIndex(const Session& session)
 {
-    return InFolder(session.programFolder, RowText(Msg::FragOriginalsIndex));
+    return InFolder(session.programFolder, OnDisk::FragOriginalsIndex);
 }
 
 std::string Line(const Session& session, const KeptFile& entry)

@@ -3,7 +3,7 @@
 #include "core/name_list.h"
 #include "core/text.h"
 #include "storage/zl_file.h"
-#include "words/message.h"
+#include "words/storage.h"
 
 namespace kestrova
 {

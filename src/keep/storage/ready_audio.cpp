@@ -3,8 +3,10 @@
 #include "audio/mpeg_frames.h"
 #include "audio/ms_adpcm_writer.h"
 #include "conversion/audio_batch.h"
+#include "core/file_kinds.h"
 #include "storage/ready_files.h"
-#include "words/message.h"
+#include "words/common.h"
+#include "words/conversion.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -22,7 +24,7 @@ bool IsMp3(const ReadyFile& file)
 
 std::string WaveName(const ReadyFile& file)
 {
-    return StripExtension(file.name) + GetMsg(Msg::WavExtension);
+    return StripExtension(file.name) + std::string{OnDisk::WavExtension};
 }
 
 /// Each wave takes the place of one of the same name, whose spelling stays.
@@ -54,7 +56,7 @@ std::vector<ReadyFile> TakeMp3s(std::vector<ReadyFile>& files)
 
 bool IsMp3Name(const std::string& name)
 {
-    return EndsWithName(name, RowText(Msg::Mp3Extension));
+    return EndsWithName(name, OnDisk::Mp3Extension);
 }
 
 bool AnyMp3(const std::vector<ReadyFile>& files)

@@ -1,5 +1,6 @@
 #include "storage/ready_files.h"
 
+#include "core/file_kinds.h"
 #include "core/removal.h"
 #include "pictures/bitmap.h"
 #include "pictures/convert.h"
@@ -8,7 +9,7 @@
 #include "storage/storage.h"
 #include "storage/stored_form.h"
 #include "storage/zl_file.h"
-#include "words/message.h"
+#include "words/storage.h"
 
 #include <algorithm>
 #include <atomic>
@@ -36,7 +37,7 @@ Path StandingFolder(const Path& folder)
 {
     const Path place = ResolvePath(folder);
     if (platform::FactsOf(place).kind == platform::FileKind::Missing)
-        if (const Path old = BesideFiles(place, Msg::EndingOld); FolderExists(old))
+        if (const Path old = BesideFiles(place, OnDisk::EndingOld); FolderExists(old))
             return old;
     return place;
 }
@@ -44,12 +45,12 @@ Path StandingFolder(const Path& folder)
 /// Which form a stored name has, and its name in the Level Editor's folder.
 StoredAs FormOf(const std::string& stored, std::string& name)
 {
-    if (EndsWithName(stored, RowText(Msg::ZlExtension))) {
+    if (EndsWithName(stored, OnDisk::ZlExtension)) {
         name = StripExtension(stored);
         return StoredAs::Deflated;
     }
-    const bool jpeg = EqualNames(stored, RowText(Msg::LoadJpg));
-    name = jpeg ? GetMsg(Msg::LoadBmp) : stored;
+    const bool jpeg = EqualNames(stored, OnDisk::LoadJpg);
+    name = jpeg ? std::string{OnDisk::LoadBmp} : stored;
     return jpeg ? StoredAs::Jpeg : StoredAs::Plain;
 }
 
@@ -58,7 +59,7 @@ Result<std::vector<StoredFile>> Examine(const Path& folder)
     const Path place = StandingFolder(folder);
     if (platform::FactsOf(place).kind != platform::FileKind::Folder)
         return MakeFailure(ErrorCode::Missing, TextOf(place));
-    const auto stored = ListFiles(place, RowText(Msg::PatAll));
+    const auto stored = ListFiles(place, OnDisk::PatAll);
     if (!stored)
         return stored.Error();
     std::vector<StoredFile> files;
@@ -66,8 +67,7 @@ Result<std::vector<StoredFile>> Examine(const Path& folder)
     for (const Path& path : *stored) {
         StoredFile file;
         file.form = FormOf(path.filename().native(), file.ready.name);
-        if (file.form == StoredAs::Deflated &&
-            EndsWithName(file.ready.name, RowText(Msg::ZlExtension)))
+        if (file.form == StoredAs::Deflated && EndsWithName(file.ready.name, OnDisk::ZlExtension))
             continue; // what comes out of a stream of a stream is nothing that a game reads
         if (file.ready.name.empty())
             return MakeFailure(ErrorCode::Damaged, TextOf(path));
@@ -180,8 +180,9 @@ Status ConvertInto(StoredFile& file, const Path& target)
 FileJob JobFor(const StoredFile& file, std::function<Status()> run)
 {
     const std::string name = TextOf(file.ready.path.filename());
-    const std::string label = file.form == StoredAs::Deflated ? GetMsg(Msg::UnzippingFile, {name})
-                                                              : GetMsg(Msg::UnstoreConvertingLoad);
+    const std::string label = file.form == StoredAs::Deflated
+                                  ? GetMsg(Msg::UnzippingPackage, {name})
+                                  : GetMsg(Msg::UnstoreConvertingLoad);
     return {file.storedSize, label, std::move(run)};
 }
 
@@ -199,7 +200,7 @@ Status PlanPicture(StoredFile& file)
 
 Result<std::string> StoredContent(const ReadyFile& file)
 {
-    if (!EndsWithName(file.path.native(), RowText(Msg::ZlExtension)))
+    if (!EndsWithName(file.path.native(), OnDisk::ZlExtension))
         return ReadWholeFile(file.path, maxZlContent);
     const auto bytes = ZlExpander::OfThisThread().ExpandFile(file.path, maxZlContent);
     if (!bytes)

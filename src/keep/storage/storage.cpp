@@ -3,8 +3,12 @@
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/leftovers.h"
 #include "core/removal.h"
+#include "formats/level_folder.h"
+#include "formats/program_folder.h"
+#include "formats/trle_folder.h"
 #include "pictures/convert.h"
 #include "pictures/jpeg.h"
 #include "pictures/picture.h"
@@ -13,7 +17,7 @@
 #include "storage/stored_audio.h"
 #include "storage/stored_form.h"
 #include "storage/zl_file.h"
-#include "words/message.h"
+#include "words/storage.h"
 
 #include <algorithm>
 #include <map>
@@ -38,7 +42,7 @@ using Form = StoreStep::Form;
 bool FitsCompressed(const std::string& name)
 {
     constexpr std::size_t longestName = 255; // bytes that a file system takes
-    return name.size() + RowText(Msg::ZlExtension).size() <= longestName;
+    return name.size() + OnDisk::ZlExtension.size() <= longestName;
 }
 
 /// The step of a file when no other file stands in the way of its stored form.
@@ -46,10 +50,10 @@ StoreStep StepFor(const LevelFile& file, bool compress)
 {
     StoreStep step{file.path, file.name, Form::Copy};
     if (compress && IsCompressed(file.name) && FitsCompressed(file.name)) {
-        step.name += RowText(Msg::ZlExtension);
+        step.name += OnDisk::ZlExtension;
         step.form = Form::Deflate;
-    } else if (compress && EqualNames(file.name, RowText(Msg::LoadBmp))) {
-        step.name = GetMsg(Msg::LoadJpg);
+    } else if (compress && EqualNames(file.name, OnDisk::LoadBmp)) {
+        step.name = std::string{OnDisk::LoadJpg};
         step.form = Form::Jpeg;
     }
     return step;
@@ -144,7 +148,7 @@ FileJob JobFor(const StoreStep& step, std::function<Status()> run)
 /// The files are on the disk before the folder that they replace is gone.
 Status FlushFiles(const Path& folder, ProgressScope* progress)
 {
-    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    const auto files = ListFiles(folder, OnDisk::PatAll);
     if (!files)
         return files.Error();
     std::vector<FileJob> jobs;
@@ -171,7 +175,7 @@ Status FillAndExchange(const std::vector<StoreStep>& steps, const Path& files,
 {
     if (auto status = FinishExchange(files); !status)
         return status;
-    const Path fresh = BesideFiles(files, Msg::EndingNew);
+    const Path fresh = BesideFiles(files, OnDisk::EndingNew);
     NotePlace(files.parent_path());
     if (auto status = MakeFolder(fresh); !status)
         return status;
@@ -229,7 +233,7 @@ bool Told(Session& session, const Status& status)
 
 Result<std::vector<LevelFile>> FilesOf(const Path& folder)
 {
-    const auto listed = ListFiles(folder, RowText(Msg::PatAll));
+    const auto listed = ListFiles(folder, OnDisk::PatAll);
     if (!listed)
         return listed.Error();
     std::vector<LevelFile> files;
@@ -262,9 +266,9 @@ Status WriteIndex(const Session& session, LevelCode code, const std::vector<Leve
         for (const Tr4Entry& entry : *known)
             knownByName.emplace(FoldCase(Trim(entry.name)), entry);
     for (const LevelFile& file : files) {
-        if (MatchesPattern(file.name, RowText(Msg::PatTr4)))
+        if (MatchesPattern(file.name, OnDisk::PatTr4))
             entries.push_back(Tr4EntryOf(file.name, file.path));
-        else if (known && MatchesPattern(file.name, RowText(Msg::PatTr4Zl))) // compressed already
+        else if (known && MatchesPattern(file.name, OnDisk::PatTr4Zl)) // compressed already
             if (const auto entry = knownByName.find(FoldCase(Trim(StripExtension(file.name))));
                 entry != knownByName.end())
                 stored.push_back(entry->second);
@@ -289,7 +293,7 @@ bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<Level
         return false;
     }
     const bool compress = Compresses(session, code, form);
-    const Path target = ResolvePath(InFolder(folder, RowText(Msg::DirFiles)));
+    const Path target = ResolvePath(InFolder(folder, OnDisk::DirFiles));
     const auto store = [&](const std::vector<LevelFile>& ready) {
         std::vector<std::string> kept;
         const auto steps = StepsFor(ready, compress, kept);
@@ -298,7 +302,7 @@ bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<Level
     };
     if (!ConvertsWaves(session, code, form))
         return store(files);
-    const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
+    const WorkingFolder work{InFolder(session.programFolder, OnDisk::DirTempCompr)};
     std::vector<LevelFile> encoded = files;
     return EncodeWaves(session, encoded, work.Folder()) && store(encoded);
 }
@@ -312,7 +316,7 @@ bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, Progr
     if (!listed)
         return Told(session, listed.Error());
     const std::vector<LevelFile>& files = *listed;
-    const Path home = InFolder(LevelHomeOf(session, code), RowText(Msg::DirFiles));
+    const Path home = InFolder(LevelHomeOf(session, code), OnDisk::DirFiles);
     if (!SameFolder(source, home))
         return StoreFilesOfLevel(session, code, files, label, form);
     if (code == originalCode)

@@ -2,10 +2,12 @@
 
 #include "conversion/audio_batch.h"
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/removal.h"
+#include "formats/program_folder.h"
 #include "storage/form_clashes.h"
 #include "storage/zl_file.h"
-#include "words/message.h"
+#include "words/storage.h"
 
 #include <algorithm>
 #include <map>
@@ -34,7 +36,7 @@ Encoded Encode(Session& session, AudioBatch& batch)
 
 bool IsWave(const std::string& name)
 {
-    return EndsWithName(name, RowText(Msg::WavExtension));
+    return EndsWithName(name, OnDisk::WavExtension);
 }
 
 /// A wave under the name that it has in the level.
@@ -50,13 +52,13 @@ Status NamedSource(const LevelFile& file, const Path& work, Path& source)
 /// The level has an mp3 of that name, deflated or not, that the wave's must not take the place of.
 bool HasOwnMp3(const NamesInUse& names, const std::string& wave)
 {
-    const std::string mp3 = StripExtension(wave) + GetMsg(Msg::Mp3Extension);
-    return names.Uses(mp3) > 0 || names.Uses(mp3 + GetMsg(Msg::ZlExtension)) > 0;
+    const std::string mp3 = StripExtension(wave) + std::string{OnDisk::Mp3Extension};
+    return names.Uses(mp3) > 0 || names.Uses(mp3 + std::string{OnDisk::ZlExtension}) > 0;
 }
 
-std::string PatternOf(Msg extension)
+std::string PatternOf(std::string_view extension)
 {
-    return "*" + GetMsg(extension);
+    return "*" + std::string{extension};
 }
 
 } // namespace
@@ -116,7 +118,7 @@ bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& wo
                          [&](const AudioBatch::Pair& done) { return done.source == sources[i]; });
         if (pair != batch.Converted().end())
             files.push_back(
-                {StripExtension(waves[i].name) + GetMsg(Msg::Mp3Extension), pair->result});
+                {StripExtension(waves[i].name) + std::string{OnDisk::Mp3Extension}, pair->result});
         else if (encoded == Encoded::All)
             files.push_back(waves[i]); // the person passed it over
     }
@@ -125,7 +127,7 @@ bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& wo
 
 bool EncodeWavesInPlace(Session& session, const Path& folder)
 {
-    const auto listed = ListFiles(folder, RowText(Msg::PatAll));
+    const auto listed = ListFiles(folder, OnDisk::PatAll);
     if (!listed)
         return TellFolderNotRead(session, listed.Error());
     NamesInUse names;
@@ -164,8 +166,8 @@ namespace
 bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::PassOver passOver,
                   bool& refused)
 {
-    const std::string pattern = PatternOf(toMp3 ? Msg::WavExtension : Msg::Mp3Extension);
-    const WorkingFolder work{InFolder(session.programFolder, RowText(Msg::DirTempCompr))};
+    const std::string pattern = PatternOf(toMp3 ? OnDisk::WavExtension : OnDisk::Mp3Extension);
+    const WorkingFolder work{InFolder(session.programFolder, OnDisk::DirTempCompr)};
     std::vector<Path> sources;
     std::map<Path, std::vector<Path>> origins; // of each source
     std::multimap<std::string, Path> byName;   // the sources, by folded name
@@ -175,7 +177,7 @@ bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::
         byName.emplace(FoldCase(source.filename().native()), source);
     };
     const auto plain = ListFiles(folder, pattern);
-    const auto streams = ListFiles(folder, pattern + GetMsg(Msg::ZlExtension));
+    const auto streams = ListFiles(folder, pattern + std::string{OnDisk::ZlExtension});
     if (!plain || !streams)
         return TellFolderNotRead(session, plain ? streams.Error() : plain.Error());
     for (const Path& file : *plain)

@@ -1,19 +1,21 @@
 #include "storage/stored_form.h"
 
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/text.h"
+#include "storage/file_names.h"
 
 namespace kestrova
 {
 
-Path BesideFiles(const Path& files, Msg ending)
+Path BesideFiles(const Path& files, std::string_view ending)
 {
-    return files.native() + GetMsg(ending);
+    return files.native() + std::string{ending};
 }
 
 bool IsCompressed(const std::string& name)
 {
-    for (const std::string& extension : Split(RowText(Msg::CompressedExtensions), '|'))
+    for (const std::string& extension : Split(OnDisk::CompressedExtensions, '|'))
         if (EndsWithName(name, extension))
             return true;
     return false;
@@ -50,7 +52,7 @@ Status ClearOut(const Path& folder, const Path& heir)
 
 Status FinishExchange(const Path& files)
 {
-    const Path old = BesideFiles(files, Msg::EndingOld);
+    const Path old = BesideFiles(files, OnDisk::EndingOld);
     const auto hasFiles = IsFolder(files);
     const auto hasOld = IsFolder(old);
     if (!hasFiles || !hasOld)
@@ -62,13 +64,13 @@ Status FinishExchange(const Path& files)
         return status;
     if (auto status = ClearOut(old, files); !status)
         return status;
-    return ClearOut(BesideFiles(files, Msg::EndingNew), files);
+    return ClearOut(BesideFiles(files, OnDisk::EndingNew), files);
 }
 
 Status ExchangeFiles(const Path& files)
 {
-    const Path fresh = BesideFiles(files, Msg::EndingNew);
-    const Path old = BesideFiles(files, Msg::EndingOld);
+    const Path fresh = BesideFiles(files, OnDisk::EndingNew);
+    const Path old = BesideFiles(files, OnDisk::EndingOld);
     Path leaving = fresh; // after an exchange the old files bear the new folder's name
     if (const auto failure = platform::Exchange(fresh, files)) {
         if (failure != std::errc::operation_not_supported &&

@@ -1,13 +1,15 @@
 #include "storage/unstore.h"
 
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/removal.h"
+#include "formats/program_folder.h"
 #include "storage/file_jobs.h"
 #include "storage/ready_files.h"
 #include "storage/storage.h"
 #include "storage/stored_form.h"
 #include "storage/zl_file.h"
-#include "words/message.h"
+#include "words/storage.h"
 
 #include <algorithm>
 
@@ -17,7 +19,7 @@ namespace kestrova
 namespace
 {
 
-void TellUnlessStopped(Session& session, Msg words, const Failure& failure)
+void TellUnlessStopped(Session& session, Message words, const Failure& failure)
 {
     if (failure.code != ErrorCode::Stopped)
         TellFailure(session, GetMsg(words) + FileNameOf(failure.subject) + "'", failure);
@@ -25,9 +27,8 @@ void TellUnlessStopped(Session& session, Msg words, const Failure& failure)
 
 bool MustBeExpanded(const std::string& name, bool mp3ToWave)
 {
-    return EndsWithName(name, RowText(Msg::ZlExtension)) ||
-           EqualNames(name, RowText(Msg::LoadJpg)) ||
-           (mp3ToWave && EndsWithName(name, RowText(Msg::Mp3Extension)));
+    return EndsWithName(name, OnDisk::ZlExtension) || EqualNames(name, OnDisk::LoadJpg) ||
+           (mp3ToWave && EndsWithName(name, OnDisk::Mp3Extension));
 }
 
 /// The files that are stored as they are, beside those that were expanded.
@@ -59,14 +60,14 @@ bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool 
         TellUnlessStopped(session, Msg::ErrorUnzippingFile, failure);
         return false;
     };
-    const auto stored = ListFiles(folder, RowText(Msg::PatAll));
+    const auto stored = ListFiles(folder, OnDisk::PatAll);
     if (!stored)
         return failed(stored.Error());
     if (FolderExists(folder) && std::none_of(stored->begin(), stored->end(), [&](const Path& file) {
             return MustBeExpanded(file.filename().native(), mp3ToWave);
         }))
         return true;
-    const Path temp = InFolder(session.programFolder, RowText(Msg::DirTempDec));
+    const Path temp = InFolder(session.programFolder, OnDisk::DirTempDec);
     const auto zip =
         session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
     if (stopped != nullptr)
@@ -74,7 +75,7 @@ bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool 
     const auto files = ReadyLevelFiles(session, folder, temp, mp3ToWave, zip.get());
     if (!files)
         return failed(files.Error());
-    zip->SetLabel(GetMsg(Msg::CopyingFilesInProgress));
+    zip->SetLabel(GetMsg(Msg::CopyingFilesLabel));
     if (const auto status = CopyTheRest(*files, temp, *zip); !status) {
         (void)ClearPlace(temp); // the next use clears what stays
         return failed(status.Error());
@@ -91,7 +92,7 @@ Path DecompressSingleFile(Session& session, const Path& file, bool showDialog)
     if (showDialog)
         zip =
             session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFile) + name);
-    const Path temp = InFolder(session.programFolder, RowText(Msg::DirTemp));
+    const Path temp = InFolder(session.programFolder, OnDisk::DirTemp);
     const Path target = temp / StripExtension(file.filename().native());
     const auto expand = [&]() -> Status {
         if (auto status = MakeFolder(temp); !status)

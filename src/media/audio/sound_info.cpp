@@ -3,7 +3,7 @@
 #include "audio/mpeg_frames.h"
 #include "audio/wave_chunks.h"
 #include "audio/wave_header.h"
-#include "words/message.h"
+#include "words/audio.h"
 
 #include <cmath>
 

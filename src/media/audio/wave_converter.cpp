@@ -5,7 +5,7 @@
 #include "audio/wave_chunks.h"
 #include "audio/wave_reader.h"
 #include "core/staged_file.h"
-#include "words/message.h"
+#include "words/audio.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "audio/wave_header.h"
 
 #include "core/record_io.h"
-#include "words/message.h"
+#include "words/audio.h"
 
 #include <algorithm>
 
@@ -32,13 +32,13 @@ AudioKind KindOf(const WavHeader& header)
 
 std::string Describe(const WavHeader& header)
 {
-    const Msg word = header.bitsPerSample == 4       ? Msg::WaveAdpcm
-                     : header.formatTag == formatPcm ? Msg::WavePcm
-                                                     : Msg::WaveUnknown;
+    const Message word = header.bitsPerSample == 4       ? Msg::WaveAdpcm
+                         : header.formatTag == formatPcm ? Msg::WavePcm
+                                                         : Msg::WaveUnknown;
     const std::string channels = header.channels == 1   ? GetMsg(Msg::WaveMono)
                                  : header.channels == 2 ? GetMsg(Msg::WaveStereo)
                                                         : " ";
-    return GetMsg(Msg::WaveDescription, {RowText(word), std::to_string(header.sampleRate), channels,
+    return GetMsg(Msg::WaveDescription, {word.text, std::to_string(header.sampleRate), channels,
                                          std::to_string(header.bitsPerSample)});
 }
 

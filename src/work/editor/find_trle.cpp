@@ -1,10 +1,11 @@
 #include "editor/find_trle.h"
 
 #include "core/name_list.h"
+#include "formats/trle_folder.h"
 #include "originals/backup_waves.h"
 #include "platform/places.h"
 #include "swap/backup.h"
-#include "words/message.h"
+#include "words/editor.h"
 
 namespace kestrova
 {
@@ -37,13 +38,11 @@ std::string TwinsOf(const Path& folder)
 Result<Lack> FirstLack(const Path& folder)
 {
     const std::string shown = TextOf(folder);
-    if (!FileExists(InFolder(folder, RowText(Msg::FragTrleTomb4))))
+    if (!FileExists(InFolder(folder, OnDisk::FragTrleTomb4)))
         return Lack{Tone::Error, GetMsg(Msg::TrleNoTomb4) + shown};
-    const auto levels =
-        ListFiles(InFolder(folder, RowText(Msg::FragTrleData)), RowText(Msg::PatTrleTr4));
-    const auto scripts = ListFiles(folder, RowText(Msg::PatTrleDat));
-    const auto sounds =
-        ListFiles(InFolder(folder, RowText(Msg::FragTrleAudio)), RowText(Msg::PatTrleWav));
+    const auto levels = ListFiles(InFolder(folder, OnDisk::DirData), OnDisk::PatTr4);
+    const auto scripts = ListFiles(folder, OnDisk::PatDat);
+    const auto sounds = ListFiles(InFolder(folder, OnDisk::DirAudio), OnDisk::PatWav);
     for (const auto* listing : {&levels, &scripts, &sounds})
         if (!*listing)
             return listing->Error();
@@ -52,8 +51,7 @@ Result<Lack> FirstLack(const Path& folder)
     if (scripts->empty())
         return Lack{Tone::Error, GetMsg(Msg::TrleNoDat) + shown};
     if (sounds->size() < fullAudio)
-        if (std::string twins = TwinsOf(InFolder(folder, RowText(Msg::FragTrleAudio)));
-            !twins.empty())
+        if (std::string twins = TwinsOf(InFolder(folder, OnDisk::DirAudio)); !twins.empty())
             return Lack{Tone::Plain, std::move(twins), true};
     if (sounds->size() < fullAudio)
         return Lack{Tone::Plain,
@@ -82,7 +80,7 @@ Result<std::string> WavesToCopy(const Session& session)
     if (!missing)
         return missing.Error();
     return GetMsg(Msg::FewWavesCompact,
-                  {TextOf(InFolder(trle, RowText(Msg::DirAudio))),
+                  {TextOf(InFolder(trle, OnDisk::DirAudio)),
                    missing->empty() ? GetMsg(Msg::FewWavesUnknown) : ShownNames(*missing)});
 }
 

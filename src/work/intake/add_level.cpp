@@ -5,9 +5,12 @@
 #include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
+#include "intake/file_names.h"
 #include "levels/level_life.h"
 #include "packages/unpacked_files.h"
-#include "words/message.h"
+#include "words/intake.h"
+#include "words/levels.h"
+#include "words/swap.h"
 
 #include <algorithm>
 
@@ -22,7 +25,7 @@ class IntakeNote
 {
 public:
     explicit IntakeNote(const Session& session)
-        : file_(InFolder(session.programFolder, RowText(Msg::IntakeNote)))
+        : file_(InFolder(session.programFolder, OnDisk::IntakeNote))
     {
     }
 

@@ -1,8 +1,9 @@
 #include "intake/file_placing.h"
 
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
-#include "words/message.h"
+#include "words/levels.h"
 
 namespace kestrova
 {
@@ -19,7 +20,7 @@ Result<bool> IsThere(const Path& exact)
 /// A file that takes the place of a stored one: that one's compressed form must not stay beside it.
 Status DropStoredForm(FolderNames& names, const std::string& name)
 {
-    const std::string stored = name + GetMsg(Msg::ZlExtension);
+    const std::string stored = name + std::string{OnDisk::ZlExtension};
     if (!names.Has(stored))
         return {};
     auto dropped = DeleteFile(names.PathOf(stored));

@@ -1,11 +1,14 @@
 #include "intake/files_before.h"
 
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
+#include "formats/level_folder.h"
+#include "formats/program_folder.h"
+#include "intake/file_names.h"
 #include "platform/files.h"
-#include "words/message.h"
 
 #include <algorithm>
 #include <optional>
@@ -22,27 +25,27 @@ constexpr std::uint64_t longestNote = 1 << 20;
 
 Path KeptIn(const Path& levelFolder)
 {
-    return InFolder(levelFolder, RowText(Msg::FragBeforeEdit));
+    return InFolder(levelFolder, OnDisk::FragBeforeEdit);
 }
 
 Path FilesIn(const Path& kept)
 {
-    return InFolder(kept, RowText(Msg::DirFiles));
+    return InFolder(kept, OnDisk::DirFiles);
 }
 
 Path RecordIn(const Path& kept)
 {
-    return InFolder(kept, RowText(Msg::FragKeptRecord));
+    return InFolder(kept, OnDisk::FragKeptRecord);
 }
 
 Path TargetNote(const Path& kept, int number)
 {
-    return kept / (std::to_string(number) + GetMsg(Msg::EndingKeptTarget));
+    return kept / (std::to_string(number) + std::string{OnDisk::EndingKeptTarget});
 }
 
 Path TargetBefore(const Path& kept, int number)
 {
-    return kept / (std::to_string(number) + GetMsg(Msg::EndingKeptFile));
+    return kept / (std::to_string(number) + std::string{OnDisk::EndingKeptFile});
 }
 
 /// The level's record without what changes while nobody edits it.
@@ -107,8 +110,8 @@ private:
 
 Status PutFilesBack(const Path& kept, const Path& files)
 {
-    const auto before = ListFiles(FilesIn(kept), RowText(Msg::PatAll));
-    const auto now = ListFiles(files, RowText(Msg::PatAll));
+    const auto before = ListFiles(FilesIn(kept), OnDisk::PatAll);
+    const auto now = ListFiles(files, OnDisk::PatAll);
     if (!before || !now)
         return before ? now.Error() : before.Error();
     std::set<std::string> names;
@@ -238,7 +241,7 @@ Status FilesBefore::Keep(const Heartbeat& heartbeat)
     const Path kept = KeptIn(files_.parent_path());
     if (const auto killed = FinishKilledEdit(files_.parent_path(), record_); !killed)
         return killed.Error();
-    const auto files = ListFiles(files_, RowText(Msg::PatAll));
+    const auto files = ListFiles(files_, OnDisk::PatAll);
     if (!files)
         return files.Error();
     const Path building = StagedNameFor(kept);
@@ -301,7 +304,7 @@ Result<bool> FinishKilledEdit(const Path& levelFolder, const LevelRecord& record
     if (!before)
         return before.Error();
     const bool undone = *before == BytesOf(record);
-    const Path files = ResolvePath(InFolder(levelFolder, RowText(Msg::DirFiles)));
+    const Path files = ResolvePath(InFolder(levelFolder, OnDisk::DirFiles));
     if (undone)
         if (auto status = PutAllBack(kept, files); !status)
             return status.Error();

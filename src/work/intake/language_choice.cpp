@@ -2,9 +2,10 @@
 
 #include "core/copying.h"
 #include "core/look.h"
+#include "formats/trle_folder.h"
 #include "intake/new_level.h"
 #include "levels/level_language.h"
-#include "words/message.h"
+#include "words/intake.h"
 
 #include <algorithm>
 #include <charconv>
@@ -53,7 +54,7 @@ bool ChooseLanguageFile(Session& session, const Path& folder)
                         status.Error());
         return static_cast<bool>(status);
     };
-    const std::string_view script = RowText(Msg::ScriptDat);
+    const std::string_view script = OnDisk::ScriptDat;
     const auto hasScript = IsFile(folder / script);
     const auto isOriginal = IsFile(backup / script);
     if (!hasScript || !isOriginal)

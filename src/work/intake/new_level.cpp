@@ -2,15 +2,21 @@
 
 #include "archive/level_document.h"
 #include "archive/level_folders.h"
+#include "core/file_kinds.h"
 #include "core/folder_names.h"
 #include "core/removal.h"
+#include "formats/level_folder.h"
 #include "history/standing.h"
+#include "intake/file_names.h"
 #include "intake/setup_programs.h"
 #include "levels/level_language.h"
 #include "session/documents.h"
 #include "storage/storage.h"
 #include "storage/unstore.h"
-#include "words/message.h"
+#include "words/common.h"
+#include "words/intake.h"
+#include "words/levels.h"
+#include "words/swap.h"
 
 #include <algorithm>
 #include <utility>
@@ -69,7 +75,7 @@ void NewLevel::FindFolder()
         session_.host.Tell(Tone::Warning, GetMsg(Msg::CdMissingForFiles));
         folder = LevelHomeOf(session_, record_.levelCode);
     }
-    filesFolder_ = ResolvePath(InFolder(folder, RowText(Msg::DirFiles)));
+    filesFolder_ = ResolvePath(InFolder(folder, OnDisk::DirFiles));
     workFolder_ = filesFolder_;
 }
 
@@ -94,7 +100,7 @@ void NewLevel::PutBack()
 
 bool NewLevel::TakeSnapshot()
 {
-    const auto files = ListFiles(workFolder_, RowText(Msg::PatAll));
+    const auto files = ListFiles(workFolder_, OnDisk::PatAll);
     if (!files)
         return TellFolderNotRead(session_, files.Error());
     for (const Path& file : *files) {
@@ -129,7 +135,7 @@ bool NewLevel::RefreshFileList()
     if (!OnCd())
         UnpackInside();
     report_.unpacking.reset();
-    auto listed = ListFiles(workFolder_, RowText(Msg::PatAll));
+    auto listed = ListFiles(workFolder_, OnDisk::PatAll);
     if (!listed)
         return TellFolderNotRead(session_, listed.Error());
     files_ = std::move(*listed);
@@ -245,7 +251,7 @@ void NewLevel::Refresh()
 void NewLevel::OpenFile(const Path& file)
 {
     Path shown = file;
-    if (EndsWithName(file.filename().native(), RowText(Msg::ZlExtension)))
+    if (EndsWithName(file.filename().native(), OnDisk::ZlExtension))
         shown = DecompressSingleFile(session_, file, true);
     if (shown.empty())
         return;
@@ -281,9 +287,8 @@ void NewLevel::TellOfSetupExe()
 {
     const bool hasLevel = std::any_of(files_.begin(), files_.end(), [](const Path& file) {
         const std::string own = file.filename().native();
-        return IsPackage(file) || EndsWithName(own, RowText(Msg::EndingTom)) ||
-               (EndsWithName(own, RowText(Msg::EndingTr4)) &&
-                !EqualNames(own, RowText(Msg::TitleLevelName)));
+        return IsPackage(file) || EndsWithName(own, OnDisk::EndingTom) ||
+               (EndsWithName(own, OnDisk::EndingTr4) && !EqualNames(own, OnDisk::TitleLevelName));
     });
     const Path program = hasLevel || exeTold_ ? Path{} : FindSetupExe(files_);
     if (program.empty())
@@ -301,7 +306,7 @@ void NewLevel::FillNameAndInfo()
     if (!moreInfo.empty())
         return;
     // A word earlier in the list beats a file higher in the folder.
-    for (const std::string& word : Split(RowText(Msg::MoreInfoWords), '|'))
+    for (const std::string& word : Split(OnDisk::MoreInfoWords, '|'))
         for (const Path& file : files_)
             if (FindFolded(file.filename().native(), word) != std::string::npos &&
                 IsDocument(file)) {
@@ -318,7 +323,7 @@ bool NewLevel::LevelFilesChanged(const std::vector<Path>& now) const
 
 bool NewLevel::HasOtherFiles() const
 {
-    const auto now = ListFiles(workFolder_, RowText(Msg::PatAll));
+    const auto now = ListFiles(workFolder_, OnDisk::PatAll);
     return !now || LevelFilesChanged(*now);
 }
 

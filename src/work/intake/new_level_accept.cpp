@@ -4,14 +4,18 @@
 #include "archive/level_sizes.h"
 #include "conversion/level_audio.h"
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/folder_names.h"
 #include "core/look.h"
+#include "formats/level_folder.h"
+#include "formats/trle_folder.h"
 #include "history/history.h"
+#include "intake/file_names.h"
 #include "intake/language_choice.h"
 #include "intake/new_level.h"
 #include "packages/level_config_file.h"
 #include "storage/storage.h"
-#include "words/message.h"
+#include "words/intake.h"
 
 #include <algorithm>
 
@@ -76,7 +80,7 @@ bool NewLevel::Accept()
         if (!TakeSavegames() || !TakeScreenshots())
             return false;
         DropTools();
-        const auto now = ListFiles(workFolder_, RowText(Msg::PatAll));
+        const auto now = ListFiles(workFolder_, OnDisk::PatAll);
         if (!now)
             return TellFolderNotRead(session_, now.Error());
         if (LevelFilesChanged(*now)) {
@@ -92,11 +96,11 @@ bool NewLevel::Accept()
 
 bool NewLevel::BeginAccepting()
 {
-    const auto now = ListFiles(workFolder_, RowText(Msg::PatAll));
+    const auto now = ListFiles(workFolder_, OnDisk::PatAll);
     if (!now)
         return TellFolderNotRead(session_, now.Error());
     const bool savegames = std::any_of(now->begin(), now->end(), [](const Path& file) {
-        return MatchesPattern(file.filename().native(), RowText(Msg::SavegamePattern));
+        return MatchesPattern(file.filename().native(), OnDisk::SavegamePattern);
     });
     return (!savegames && !LevelFilesChanged(*now)) || BeginChange();
 }
@@ -114,7 +118,7 @@ bool NewLevel::DecodeSounds()
 
 bool NewLevel::HasLevelFiles() const
 {
-    const std::vector<std::string> patterns = Split(RowText(Msg::Tr4Patterns), '|');
+    const std::vector<std::string> patterns = Split(OnDisk::Tr4Patterns, '|');
     return std::any_of(files_.begin(), files_.end(), [&](const Path& file) {
         return std::any_of(patterns.begin(), patterns.end(), [&](const std::string& pattern) {
             return MatchesPattern(file.filename().native(), pattern);
@@ -145,13 +149,13 @@ bool NewLevel::AskEqualLevels()
 
 bool NewLevel::TakeSavegames()
 {
-    const std::string_view pattern = RowText(Msg::SavegamePattern);
+    const std::string_view pattern = OnDisk::SavegamePattern;
     const auto listed = ListFiles(workFolder_, pattern);
     if (!listed)
         return TellFolderNotRead(session_, listed.Error());
     const std::vector<Path>& savegames = *listed;
     const Path store = StateStoreOf(session_, record_.levelCode);
-    const auto fail = [&](Msg words, const Failure& failure) {
+    const auto fail = [&](Message words, const Failure& failure) {
         if (failure.code != ErrorCode::Stopped)
             TellFailure(session_, GetMsg(words), failure);
         return false;
@@ -194,12 +198,11 @@ bool NewLevel::TakeSavegames()
 
 bool NewLevel::TakeScreenshots()
 {
-    const Path shots =
-        InFolder(LevelHomeOf(session_, record_.levelCode), RowText(Msg::DirScreenshots));
+    const Path shots = InFolder(LevelHomeOf(session_, record_.levelCode), OnDisk::DirScreenshots);
     FolderNames names{shots};
     if (!names.State())
         return TellFolderNotRead(session_, names.State().Error());
-    for (const std::string& pattern : Split(RowText(Msg::PicturePatterns), '|')) {
+    for (const std::string& pattern : Split(OnDisk::PicturePatterns, '|')) {
         const auto pictures = ListFiles(workFolder_, pattern);
         if (!pictures)
             return TellFolderNotRead(session_, pictures.Error());
@@ -230,7 +233,7 @@ bool NewLevel::TakeScreenshots()
 
 void NewLevel::DropTools()
 {
-    for (const std::string& tool : Split(RowText(Msg::IntakeTools), '|'))
+    for (const std::string& tool : Split(OnDisk::IntakeTools, '|'))
         (void)DeleteFile(workFolder_ / tool); // a program too many harms no level
     // One that could be read is gone already; one that could not was told, and is no part of it.
     if (mode_ == LevelMode::New)
@@ -244,7 +247,7 @@ bool NewLevel::StoreFiles()
     // What the level holds is known by its index as well.
     if (before_)
         if (const auto kept = before_->KeepTarget(
-                InFolder(LevelHomeOf(session_, record_.levelCode), RowText(Msg::FragTr4Inf)));
+                InFolder(LevelHomeOf(session_, record_.levelCode), OnDisk::FragTr4Inf));
             !kept) {
             TellFailure(session_, GetMsg(Msg::EditNotBegun), kept.Error());
             return false;

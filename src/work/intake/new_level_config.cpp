@@ -3,7 +3,8 @@
 #include "intake/new_level.h"
 #include "packages/level_config_file.h"
 #include "session/documents.h"
-#include "words/message.h"
+#include "words/common.h"
+#include "words/intake.h"
 
 #include "formats/nul_list.h"
 
@@ -17,7 +18,7 @@ namespace
 std::string AskedFromElsewhere(const LevelConfig& config)
 {
     std::vector<std::string> asked;
-    const auto add = [&](const std::string& field, Msg words) {
+    const auto add = [&](const std::string& field, Message words) {
         if (!Trim(field).empty())
             asked.push_back(GetMsg(words));
     };

@@ -1,8 +1,9 @@
 // The packages of a level on its way in: those among its sources, and those inside them.
+#include "core/file_kinds.h"
 #include "core/folder_names.h"
 #include "core/name_list.h"
 #include "intake/new_level.h"
-#include "words/message.h"
+#include "words/intake.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,7 +27,7 @@ UnpackLimits NewLevel::LimitsInside() const
 void NewLevel::UnpackInside()
 {
     report_.names.reset(); // other steps were in the folder since
-    const auto files = ListFiles(workFolder_, RowText(Msg::PatAll));
+    const auto files = ListFiles(workFolder_, OnDisk::PatAll);
     if (!files)
         return; // the refresh that follows tells of it
     for (const Path& file : *files) {

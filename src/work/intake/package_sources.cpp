@@ -1,12 +1,18 @@
 #include "intake/package_sources.h"
 
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/name_list.h"
 #include "core/removal.h"
+#include "formats/program_folder.h"
+#include "intake/file_names.h"
 #include "intake/file_placing.h"
 #include "intake/stored_sources.h"
 #include "packages/zip_files.h"
-#include "words/message.h"
+#include "words/common.h"
+#include "words/intake.h"
+#include "words/levels.h"
+#include "words/storage.h"
 
 #include <algorithm>
 #include <map>
@@ -176,7 +182,7 @@ void ClearProgress(ProgressScope& progress)
 /// A chosen place becomes the one where the next chooser opens, as long as none was set.
 void RememberPlace(Session& session, const Path& place)
 {
-    if (Trim(session.preferences.downloadFolder) == RowText(Msg::DefaultDownloadFolder))
+    if (Trim(session.preferences.downloadFolder) == OnDisk::DefaultDownloadFolder)
         session.preferences.downloadFolder = place.native();
 }
 
@@ -208,7 +214,7 @@ Result<Tree> ReadableTree(const Path& source, ProgressScope& progress,
     auto whole = ScanTree(source, heartbeat);
     if (whole || whole.Error().code == ErrorCode::Stopped)
         return whole;
-    const auto files = ListFiles(source, RowText(Msg::PatAll));
+    const auto files = ListFiles(source, OnDisk::PatAll);
     const auto folders = ListSubfolders(source);
     if (!files || !folders)
         return files ? folders.Error() : files.Error();
@@ -250,7 +256,7 @@ Result<Tree> TreeOfSource(Session& session, const Path& source, const std::strin
     }
     auto tree = notRead != nullptr ? ReadableTree(source, progress, *notRead)
                                    : ScanTree(source, [&] { return progress.Step(); });
-    if (tree && ending != RowText(Msg::EveryEnding))
+    if (tree && ending != OnDisk::EveryEnding)
         std::erase_if(tree->files, [&](const Path& file) {
             return !EndsWithName(file.filename().native(), ending);
         });
@@ -280,20 +286,20 @@ std::vector<std::string> NotFilesIn(const Tree& tree)
 
 Path UnpackingFolder(const Session& session)
 {
-    return InFolder(session.programFolder, RowText(Msg::DirTempZip));
+    return InFolder(session.programFolder, OnDisk::DirTempZip);
 }
 
 bool IsPackage(const Path& file)
 {
-    return EndsWithName(file.filename().native(), RowText(Msg::EndingZip)) ||
-           EndsWithName(file.filename().native(), RowText(Msg::EndingZipx)) ||
+    return EndsWithName(file.filename().native(), OnDisk::EndingZip) ||
+           EndsWithName(file.filename().native(), OnDisk::EndingZipx) ||
            UnpackerOf(file) == ToolId::Bsdtar;
 }
 
 std::string LevelNameFrom(const Path& source)
 {
     std::string name = BaseNameOf(Readable(source.filename().native()));
-    if (IsPackage(source) && EndsWithName(name, RowText(Msg::EndingTar)))
+    if (IsPackage(source) && EndsWithName(name, OnDisk::EndingTar))
         name = StripExtension(name);
     return name;
 }
@@ -379,8 +385,8 @@ void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
     progress.SetLabel(GetMsg(Msg::CopyingFilesLabel));
     const Path source = ResolvePath(given);
     std::vector<Failure> notRead;
-    auto tree =
-        TreeOfSource(session, source, GetMsg(Msg::EveryEnding), subfolders, progress, &notRead);
+    auto tree = TreeOfSource(session, source, std::string{OnDisk::EveryEnding}, subfolders,
+                             progress, &notRead);
     if (!tree) {
         report.stopped = tree.Error().code == ErrorCode::Stopped;
         ++report.failed;
@@ -440,7 +446,7 @@ void TellReport(Session& session, const SourceReport& report)
     if (!report.changed.empty())
         session.host.Tell(Tone::Error, GetMsg(Msg::SourcesChanged, {ShownNames(report.changed)}));
     std::vector<std::string> words;
-    const auto add = [&](const std::vector<std::string>& names, Msg row) {
+    const auto add = [&](const std::vector<std::string>& names, Message row) {
         if (!names.empty())
             words.push_back(GetMsg(row, {ShownNames(names)}));
     };

@@ -3,7 +3,8 @@
 #include "core/files.h"
 #include "core/text.h"
 #include "formats/zip_directory.h"
-#include "words/message.h"
+#include "intake/file_names.h"
+#include "words/intake.h"
 
 #include <algorithm>
 #include <span>
@@ -28,7 +29,7 @@ std::string Beginning(const Path& file)
     return begin;
 }
 
-Msg KindOf(const Path& program)
+Message KindOf(const Path& program)
 {
     constexpr std::string_view sevenZip{"7z\xBC\xAF\x27\x1C"};
     constexpr std::string_view rar{"Rar!\x1A\x07"};
@@ -44,19 +45,19 @@ Msg KindOf(const Path& program)
 
 Path FindSetupExe(const std::vector<Path>& files)
 {
-    const std::vector<std::string> tools = Split(RowText(Msg::IntakeTools), '|');
+    const std::vector<std::string> tools = Split(OnDisk::IntakeTools, '|');
     Path last;
     for (const Path& file : files) {
         const std::string name = file.filename().native();
         const bool passedOver =
-            !EndsWithName(name, RowText(Msg::EndingExe)) ||
-            FindFolded(name, RowText(Msg::ReaderWord)) != std::string::npos ||
+            !EndsWithName(name, OnDisk::EndingExe) ||
+            FindFolded(name, OnDisk::ReaderWord) != std::string::npos ||
             std::any_of(tools.begin(), tools.end(),
                         [&](const std::string& tool) { return EqualNames(name, tool); });
         if (passedOver)
             continue;
         last = file;
-        if (EqualNames(name, RowText(Msg::SetupExeName)))
+        if (EqualNames(name, OnDisk::SetupExeName))
             break;
     }
     return last;

@@ -1,9 +1,12 @@
 #include "intake/stored_sources.h"
 
+#include "core/file_kinds.h"
 #include "core/folder_names.h"
 #include "core/staged_file.h"
 #include "storage/zl_file.h"
-#include "words/message.h"
+#include "words/intake.h"
+#include "words/levels.h"
+#include "words/packages.h"
 
 #include <algorithm>
 #include <limits>
@@ -44,7 +47,7 @@ Failure Refusal(const Failure& failure, const Path& stored, const ExpandLimit& l
 
 bool IsStoredForm(const Path& file)
 {
-    return EndsWithName(file.filename().native(), RowText(Msg::ZlExtension));
+    return EndsWithName(file.filename().native(), OnDisk::ZlExtension);
 }
 
 std::uint64_t MostBytesOf(std::uint64_t sourceSize, const UnpackLimits& limits)

@@ -2,11 +2,16 @@
 
 #include "archive/level_folders.h"
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/folder_names.h"
 #include "core/name_list.h"
 #include "core/name_set.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
+#include "formats/level_folder.h"
+#include "formats/program_folder.h"
+#include "formats/trle_folder.h"
+#include "levels/file_names.h"
 #include "packages/level_config_file.h"
 #include "packages/zip_files.h"
 #include "packages/zip_names.h"
@@ -14,7 +19,10 @@
 #include "session/file_to_write.h"
 #include "storage/storage.h"
 #include "storage/unstore.h"
-#include "words/message.h"
+#include "words/common.h"
+#include "words/levels.h"
+#include "words/storage.h"
+#include "words/swap.h"
 
 #include <algorithm>
 #include <limits>
@@ -30,7 +38,7 @@ class OutFolder
 {
 public:
     OutFolder(const Session& session, ProgressScope& progress)
-        : path_(ResolvePath(InFolder(session.programFolder, RowText(Msg::DirOutFiles)))),
+        : path_(ResolvePath(InFolder(session.programFolder, OnDisk::DirOutFiles))),
           progress_(progress)
     {
     }
@@ -108,13 +116,13 @@ Status CopyIn(const Result<std::vector<Path>>& listed, OutFolder& out, ProgressS
 std::string NameOfShot(FolderNames& names, const std::string& name)
 {
     const bool isLoadPicture =
-        EqualNames(name, RowText(Msg::LoadBmp)) || EqualNames(name, RowText(Msg::LoadJpg));
+        EqualNames(name, OnDisk::LoadBmp) || EqualNames(name, OnDisk::LoadJpg);
     return isLoadPicture || names.Has(name) ? names.FreeName(name) : name;
 }
 
 Status MoveIn(const Path& source, const Path& folder, ProgressScope& progress)
 {
-    const auto files = ListFiles(source, RowText(Msg::PatAll));
+    const auto files = ListFiles(source, OnDisk::PatAll);
     if (!files)
         return files.Error();
     for (const Path& file : *files) {
@@ -129,7 +137,7 @@ Status MoveIn(const Path& source, const Path& folder, ProgressScope& progress)
 Result<std::vector<Path>> PicturesOf(const Path& folder)
 {
     std::vector<Path> pictures;
-    for (const std::string& pattern : Split(RowText(Msg::PicturePatterns), '|')) {
+    for (const std::string& pattern : Split(OnDisk::PicturePatterns, '|')) {
         const auto files = ListFiles(folder, pattern);
         if (!files)
             return files.Error();
@@ -157,9 +165,9 @@ bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope
 {
     progress.SetLabel(GetMsg(Msg::ExportCopying));
     const Path home = LevelFolderOf(session, code, true);
-    const Path files = InFolder(home, RowText(Msg::DirFiles));
+    const Path files = InFolder(home, OnDisk::DirFiles);
     if (session.cdNotAvailable || !FolderExists(files)) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::ExportCdNotAvailable));
+        session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
         return false;
     }
     bool stopped = false;
@@ -170,7 +178,7 @@ bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope
         return false;
     }
     const auto status = out.unpacked.empty()
-                            ? CopyIn(ListFiles(files, RowText(Msg::PatAll)), out, progress)
+                            ? CopyIn(ListFiles(files, OnDisk::PatAll), out, progress)
                             : MoveIn(out.unpacked, out.Place(), progress);
     return status || Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
 }
@@ -192,9 +200,9 @@ Status GatherSavegames(Session& session, LevelCode code, OutFolder& out, Progres
             free = BaseNameOf(name) + "." + std::to_string(number);
         return free;
     };
-    auto status = CopyIn(ListFiles(*live, RowText(Msg::SavegamePattern)), out, progress, nameOf);
+    auto status = CopyIn(ListFiles(*live, OnDisk::SavegamePattern), out, progress, nameOf);
     if (const Path store = StateStoreOf(session, code); status && store != *live)
-        status = CopyIn(ListFiles(store, RowText(Msg::SavegamePattern)), out, progress, nameOf);
+        status = CopyIn(ListFiles(store, OnDisk::SavegamePattern), out, progress, nameOf);
     return status;
 }
 
@@ -205,8 +213,7 @@ bool GatherExtras(Session& session, LevelCode code, const ExportChoices& choices
     if (choices.savegames.value_or(session.settings.exportSavegames))
         if (const auto status = GatherSavegames(session, code, out, progress); !status)
             return Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
-    const auto pictures =
-        PicturesOf(InFolder(LevelHomeOf(session, code), RowText(Msg::DirScreenshots)));
+    const auto pictures = PicturesOf(InFolder(LevelHomeOf(session, code), OnDisk::DirScreenshots));
     if (!pictures)
         return Fail(session, GetMsg(Msg::ExportErrorCopying), pictures.Error());
     if (pictures->empty() ||
@@ -226,10 +233,10 @@ std::optional<Path> ZipPlace(Session& session, const std::string& levelName, con
     const auto chosen = session.host.ChooseSaveFile(
         GetMsg(Msg::ExportSaveTitle), GetMsg(Msg::ExportSaveFilter),
         FolderFromText(Trim(session.preferences.downloadFolder)),
-        GetMsg(Msg::ExportDefaultName, {ReplaceForbiddenChars(levelName)}));
+        Filled(OnDisk::ExportDefaultName, {ReplaceForbiddenChars(levelName)}));
     // zip itself adds an ending to a name without one.
     if (chosen && ExtensionOf(chosen->filename().native()).empty())
-        return Path{chosen->native() + GetMsg(Msg::ExtensionZip)};
+        return Path{chosen->native() + std::string{OnDisk::EndingZip}};
     return chosen;
 }
 
@@ -237,7 +244,7 @@ std::optional<Path> ZipPlace(Session& session, const std::string& levelName, con
 bool Pack(Session& session, const Path& target, const Path& folder, ProgressScope& progress)
 {
     progress.SetLabel(GetMsg(Msg::ExportZipping) + TextOf(target.filename()));
-    const Path staged = StagedNameFor(target).native() + GetMsg(Msg::ExtensionZip);
+    const Path staged = StagedNameFor(target).native() + std::string{OnDisk::EndingZip};
     ToolProgressState state{&progress};
     const bool told = FindTool(session, RowOf(ToolId::Zip)).empty(); // in words of its own
     bool packed = ZipFolder(session, staged, folder, state);
@@ -276,7 +283,7 @@ bool Pack(Session& session, const Path& target, const Path& folder, ProgressScop
 
 Result<LevelConfig> ConfigForFolder(const LevelRecord& level, const Path& folder)
 {
-    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    const auto files = ListFiles(folder, OnDisk::PatAll);
     if (!files)
         return files.Error();
     constexpr std::uint64_t most = std::numeric_limits<std::int32_t>::max();

@@ -3,11 +3,17 @@
 #include "archive/level_folders.h"
 #include "core/copying.h"
 #include "core/look.h"
+#include "formats/level_folder.h"
+#include "formats/trle_folder.h"
 #include "history/standing.h"
+#include "levels/file_names.h"
 #include "swap/folder_guard.h"
 #include "swap/installed_language.h"
 #include "swap/level_files.h"
-#include "words/message.h"
+#include "words/history.h"
+#include "words/levels.h"
+#include "words/session.h"
+#include "words/swap.h"
 
 #include <algorithm>
 
@@ -19,12 +25,12 @@ namespace
 
 bool IsLanguageFile(const Path& file)
 {
-    return !EqualNames(file.filename().native(), RowText(Msg::ScriptDat));
+    return !EqualNames(file.filename().native(), OnDisk::ScriptDat);
 }
 
 Result<bool> HasEnglish(const Session& session)
 {
-    return IsFile(session.BackupFolder() / RowText(Msg::EnglishDat));
+    return IsFile(session.BackupFolder() / OnDisk::EnglishDat);
 }
 
 bool Fail(LanguageFailure& failure, std::string words, std::string reason = {})
@@ -49,7 +55,7 @@ std::error_code RenameToFreeName(const Path& from, const Path& to)
 Path BakOf(const Path& file)
 {
     Path bak = file;
-    bak += RowText(Msg::EndingBak);
+    bak += OnDisk::EndingBak;
     return bak;
 }
 
@@ -112,7 +118,7 @@ bool RestoreOriginalLanguage(Session& session, const Path& folder, LanguageFailu
         return NotRead(failure, hasEnglish.Error());
     if (*hasEnglish)
         return Fail(failure, GetMsg(Msg::LanguageNothingToRestore));
-    const auto listed = ListFiles(folder, RowText(Msg::PatDatBak));
+    const auto listed = ListFiles(folder, OnDisk::PatDatBak);
     if (!listed)
         return NotRead(failure, listed.Error());
     const std::vector<Path>& kept = *listed;
@@ -143,7 +149,7 @@ bool RestoreOriginalLanguage(Session& session, const Path& folder, LanguageFailu
 
 Result<std::vector<Path>> LanguageFilesIn(const Path& folder)
 {
-    auto files = ListFiles(folder, RowText(Msg::PatDat));
+    auto files = ListFiles(folder, OnDisk::PatDat);
     if (files)
         std::erase_if(*files, [](const Path& file) { return !IsLanguageFile(file); });
     return files;
@@ -160,7 +166,7 @@ bool CanSetMyLanguage(const Session& session, const Path& folder, LanguageFailur
     if (*hasEnglish)
         return Fail(failure, GetMsg(Msg::LanguageEditorIsEnglish));
     const auto mine = LanguageFilesIn(session.BackupFolder());
-    const auto kept = ListFiles(folder, RowText(Msg::PatDatBak));
+    const auto kept = ListFiles(folder, OnDisk::PatDatBak);
     const auto files = LanguageFilesIn(folder);
     if (!mine || !kept || !files)
         return NotRead(failure, !mine ? mine.Error() : !kept ? kept.Error() : files.Error());
@@ -234,8 +240,7 @@ bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange chan
         MendAfterRestart(session, code);
     }
     LanguageFailure failure;
-    if (!ChangeLanguage(session, InFolder(home, RowText(Msg::DirFiles)), change, installed,
-                        failure)) {
+    if (!ChangeLanguage(session, InFolder(home, OnDisk::DirFiles), change, installed, failure)) {
         if (verbose)
             session.host.Tell(Tone::Error, GetMsg(Msg::LanguageError) + failure.words,
                               failure.reason);
@@ -253,7 +258,7 @@ bool ChangeLanguageOfSelected(Session& session, LanguageChange change)
     const auto code = session.list.Selected();
     if (!code) {
         session.host.Tell(Tone::Error, GetMsg(change == LanguageChange::Mine
-                                                  ? Msg::LanguageNoneSelectedSet
+                                                  ? Msg::NoLevelSelected
                                                   : Msg::LanguageNoneSelectedRestore));
         return false;
     }

@@ -4,16 +4,20 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "archive/set_aside.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
+#include "formats/level_folder.h"
 #include "history/history.h"
 #include "history/standing.h"
 #include "levels/unfinished_intake.h"
 #include "swap/folder_guard.h"
 #include "swap/install.h"
 #include "swap/state_files.h"
-#include "words/message.h"
+#include "words/common.h"
+#include "words/levels.h"
+#include "words/swap.h"
 
 #include <algorithm>
 
@@ -25,7 +29,7 @@ namespace
 
 bool IsPicture(const Path& file)
 {
-    const auto patterns = Split(RowText(Msg::PicturePatterns), '|');
+    const auto patterns = Split(OnDisk::PicturePatterns, '|');
     return std::any_of(patterns.begin(), patterns.end(), [&](const std::string& pattern) {
         return MatchesPattern(file.filename().native(), pattern);
     });
@@ -36,19 +40,20 @@ bool IsPicture(const Path& file)
 Result<std::vector<Path>> PlayersFilesOf(const Path& levelFolder)
 {
     std::vector<Path> files;
-    for (const Msg part : {Msg::DirBackupSavegames, Msg::DirSavegames, Msg::DirScreenshots}) {
-        const auto tree = ScanTreeIfThere(InFolder(levelFolder, RowText(part)));
+    for (const std::string_view part :
+         {OnDisk::DirBackupSavegames, OnDisk::DirSavegames, OnDisk::DirScreenshots}) {
+        const auto tree = ScanTreeIfThere(InFolder(levelFolder, part));
         if (!tree)
             return tree.Error();
         for (const Path& file : tree->files)
-            if (part == Msg::DirScreenshots ? IsPicture(file)
-                                            : IsPlayersFile(file.filename().native()))
+            if (part == OnDisk::DirScreenshots ? IsPicture(file)
+                                               : IsPlayersFile(file.filename().native()))
                 files.push_back(file);
     }
     return files;
 }
 
-Status KeepPlayersFiles(Session& session, LevelCode code, const Path& levelFolder, Msg reason)
+Status KeepPlayersFiles(Session& session, LevelCode code, const Path& levelFolder, Message reason)
 {
     const auto files = PlayersFilesOf(levelFolder);
     return files ? KeepInHistory(session, code, *files, GetMsg(reason)) : Status{files.Error()};

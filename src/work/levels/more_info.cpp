@@ -3,8 +3,11 @@
 #include "archive/level_document.h"
 #include "archive/level_folders.h"
 #include "core/copying.h"
+#include "formats/level_folder.h"
+#include "levels/file_names.h"
 #include "session/documents.h"
-#include "words/message.h"
+#include "words/levels.h"
+#include "words/storage.h"
 
 namespace kestrova
 {
@@ -25,7 +28,7 @@ void KeepOnHardDisk(Session& session, const Path& file, const Path& folder)
 {
     std::vector<Path> files{file};
     const std::string ending = ExtensionOf(file.filename().native());
-    const auto patterns = Split(RowText(Msg::MoreInfoPatterns), '|');
+    const auto patterns = Split(OnDisk::MoreInfoPatterns, '|');
     if (MatchesPattern(ending, patterns[2]) || MatchesPattern(ending, patterns[3]))
         for (const std::string& pattern : patterns) {
             const auto found = ListFiles(file.parent_path(), pattern);
@@ -68,7 +71,7 @@ bool ShowMoreInfo(Session& session, LevelCode code)
         session.host.Tell(Tone::Error, GetMsg(Msg::MoreInfoNotFound, {TextOf(place)}));
         return false;
     };
-    const Path home = InFolder(LevelHomeOf(session, code), RowText(Msg::FragMoreInfoFiles));
+    const Path home = InFolder(LevelHomeOf(session, code), OnDisk::DirFiles);
     const auto stored = FindDocument(home, level.moreInfoFile);
     if (!stored)
         return TellFolderNotRead(session, stored.Error());
@@ -76,10 +79,10 @@ bool ShowMoreInfo(Session& session, LevelCode code)
         return OpenReadme(session, **stored);
     const Path disc = LevelFolderOf(session, code, true);
     if (session.cdNotAvailable) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::MoreInfoCdNotAvailable));
+        session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
         return false;
     }
-    const Path onDisc = InFolder(disc, RowText(Msg::FragMoreInfoFiles));
+    const Path onDisc = InFolder(disc, OnDisk::DirFiles);
     const auto file = FindDocument(onDisc, level.moreInfoFile);
     if (!file)
         return TellFolderNotRead(session, file.Error());

@@ -4,8 +4,13 @@
 
 #include "archive/level_folders.h"
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/removal.h"
-#include "words/message.h"
+#include "formats/level_folder.h"
+#include "formats/program_folder.h"
+#include "formats/trle_folder.h"
+#include "levels/file_names.h"
+#include "words/levels.h"
 
 namespace kestrova
 {
@@ -19,20 +24,19 @@ Status FillOriginalLevel(const Session& session, const Path& folder)
     if (auto status = MakeLevelSubfolders(folder); !status)
         return status;
     const Path trle = session.TrleFolder();
-    const Path picture = trle / RowText(Msg::LoadBmp);
+    const Path picture = trle / OnDisk::LoadBmp;
     if (FileExists(picture)) {
-        const Path shots = InFolder(folder, RowText(Msg::DirScreenshots));
-        if (auto status = CopyFileOver(picture, InFolder(shots, RowText(Msg::FragOriginalShot)));
-            !status)
+        const Path shots = InFolder(folder, OnDisk::DirScreenshots);
+        if (auto status = CopyFileOver(picture, InFolder(shots, OnDisk::FragOriginalShot)); !status)
             return status;
     }
     if (auto status =
-            CopyMatching(session.BackupFolder(), InFolder(folder, RowText(Msg::DirBackupSavegames)),
-                         RowText(Msg::SavegamePattern));
+            CopyMatching(session.BackupFolder(), InFolder(folder, OnDisk::DirBackupSavegames),
+                         OnDisk::SavegamePattern);
         !status)
         return status;
-    return CopyMatching(InFolder(trle, RowText(Msg::FragManual)),
-                        InFolder(folder, RowText(Msg::DirFiles)), RowText(Msg::PatAll));
+    return CopyMatching(InFolder(trle, OnDisk::FragManual), InFolder(folder, OnDisk::DirFiles),
+                        OnDisk::PatAll);
 }
 
 } // namespace
@@ -43,7 +47,7 @@ bool EnsureLevel0Folder(Session& session)
     if (FolderExists(folder))
         return true;
     // Built aside: a folder of that name is taken for whole.
-    const Path aside = InFolder(session.programFolder, RowText(Msg::FragBuildingLevel0));
+    const Path aside = InFolder(session.programFolder, OnDisk::FragBuildingLevel0);
     Status built = ClearPlace(aside);
     if (built)
         built = FillOriginalLevel(session, aside);

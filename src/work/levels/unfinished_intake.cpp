@@ -7,7 +7,8 @@
 #include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
-#include "words/message.h"
+#include "formats/level_folder.h"
+#include "words/levels.h"
 
 #include <algorithm>
 
@@ -16,7 +17,7 @@ namespace kestrova
 
 Path IntakeMark(const Path& levelFolder)
 {
-    return InFolder(levelFolder, RowText(Msg::FragIntakeMark));
+    return InFolder(levelFolder, OnDisk::FragIntakeMark);
 }
 
 Status DropIntakeMark(const Path& levelFolder)

@@ -1,11 +1,15 @@
 #include "library/level_list.h"
 
 #include "archive/level_folders.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
+#include "formats/level_folder.h"
+#include "formats/trle_folder.h"
 #include "history/standing.h"
 #include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
-#include "words/message.h"
+#include "words/levels.h"
+#include "words/library.h"
 
 #include <algorithm>
 
@@ -16,9 +20,9 @@ namespace
 {
 
 /// Only shown: a folder that cannot be read shows nothing of what it holds.
-int Count(const Path& folder, Msg pattern)
+int Count(const Path& folder, std::string_view pattern)
 {
-    return static_cast<int>(ListFiles(folder, RowText(pattern)).ValueOr({}).size());
+    return static_cast<int>(ListFiles(folder, pattern).ValueOr({}).size());
 }
 
 bool TellUnknown(Session& session, LevelCode code)
@@ -95,10 +99,10 @@ LevelFacts FactsOfLevel(Session& session, std::size_t index)
     const LevelCode code = facts.record.levelCode;
     facts.folder = LevelHomeOf(session, code);
     facts.current = CurrentLevelCode(session) == code;
-    const Path shots = InFolder(facts.folder, RowText(Msg::FragShots));
-    facts.screenshots = Count(shots, Msg::PatShotBmp) + Count(shots, Msg::PatShotJpg);
+    const Path shots = InFolder(facts.folder, OnDisk::DirScreenshots);
+    facts.screenshots = Count(shots, OnDisk::PatBmp) + Count(shots, OnDisk::PatShotJpg);
     facts.liveSavegames = Count(facts.current ? session.TrleFolder() : StateStoreOf(session, code),
-                                Msg::PatLiveSavegame);
+                                OnDisk::SavegamePattern);
     facts.archivedSavegames = CountArchivedSavegames(session, code);
     facts.folderGone = !IsFolder(facts.folder).ValueOr(false);
     facts.info =
@@ -134,7 +138,7 @@ std::vector<ListRow> ListRows(Session& session)
     for (const LevelRecord& level : session.archive.levels) {
         std::string text = Readable(Trim(level.levelName));
         if (level.levelCode == current)
-            text += RowText(Msg::CurrentLevelMark);
+            text += Msg::CurrentLevelMark.text;
         order.Add(text);
         unsorted.push_back({std::move(text), level.levelCode});
     }

@@ -1,7 +1,7 @@
 #include "play/game_launch.h"
 
 #include "tools/program_launch.h"
-#include "words/message.h"
+#include "words/play.h"
 
 namespace kestrova
 {

@@ -2,7 +2,9 @@
 
 #include "archive/level_folders.h"
 #include "history/standing.h"
+#include "play/file_names.h"
 #include "shots/shot_files.h"
+#include "words/play.h"
 
 namespace kestrova
 {
@@ -55,7 +57,7 @@ void HotKeys::NoteClipboard()
     clipboardTries_ = 0;
 }
 
-void HotKeys::Act(Result<SavegamesMoved> (*move)(Session&), Msg failure)
+void HotKeys::Act(Result<SavegamesMoved> (*move)(Session&), Message failure)
 {
     const Asleep asleep{session_};
     const Operation operation{session_};
@@ -114,7 +116,7 @@ void HotKeys::Keep(Picture picture)
             return;
         }
     } else {
-        session_.machine.TypeKeys(RowText(Msg::CaptureTypes));
+        session_.machine.TypeKeys(OnDisk::CaptureTypes);
         ask(shot);
     }
     if (const auto selected = session_.list.Selected())

@@ -32,7 +32,7 @@ public:
     std::function<void(const std::string&)> failed = [](const std::string&) {};
 
 private:
-    void Act(Result<SavegamesMoved> (*move)(Session&), Msg failure);
+    void Act(Result<SavegamesMoved> (*move)(Session&), Message failure);
     void LookAtClipboard();
     void Keep(Picture picture);
 

@@ -6,7 +6,8 @@
 #include "swap/folder_guard.h"
 #include "swap/install.h"
 #include "swap/level_gaps.h"
-#include "words/message.h"
+#include "words/levels.h"
+#include "words/play.h"
 
 namespace kestrova
 {

@@ -1,7 +1,7 @@
 #include "play/play_words.h"
 
 #include "session/preferences_file.h"
-#include "words/message.h"
+#include "words/play.h"
 
 namespace kestrova
 {

@@ -3,11 +3,13 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "core/staged_file.h"
+#include "formats/level_folder.h"
 #include "history/standing.h"
+#include "play/file_names.h"
 #include "play/play_level.h"
 #include "saves/savegame_store.h"
 #include "tools/program_launch.h"
-#include "words/message.h"
+#include "words/play.h"
 
 namespace kestrova
 {
@@ -19,8 +21,8 @@ namespace
 void PrepareRecords(Session& session, LevelCode code, bool current)
 {
     const Path level = LevelHomeOf(session, code);
-    const Path root = InFolder(level, RowText(Msg::DirSavegames));
-    const Path header = InFolder(root, RowText(Msg::FragSavegameHeader));
+    const Path root = InFolder(level, OnDisk::DirSavegames);
+    const Path header = InFolder(root, OnDisk::FragSavegameHeader);
     if (const auto loaded = LoadSavegameStore(session, code); !loaded) {
         TellFailure(session, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header), loaded.Error());
         return;
@@ -33,10 +35,10 @@ void PrepareRecords(Session& session, LevelCode code, bool current)
         !status)
         TellFailure(session, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header), status.Error());
     session.savegameTool.toolCapture = session.preferences.captureEnabled ? 0 : -1;
-    session.savegameTool.shotFolder = TextOf(InFolder(level, RowText(Msg::DirScreenshots)));
+    session.savegameTool.shotFolder = TextOf(InFolder(level, OnDisk::DirScreenshots));
     session.savegameTool.archivePath = TextOf(header);
     // It lies beside the header, whose failure has been told.
-    (void)WriteRecordFile(InFolder(root, RowText(Msg::FragSavegameTool)),
+    (void)WriteRecordFile(InFolder(root, OnDisk::FragSavegameTool),
                           FormatSavegameToolPrefs(session.savegameTool));
 }
 
@@ -69,12 +71,12 @@ bool StartSavegameTool(Session& session)
                         GetMsg(Msg::ToolNotCurrent, {LevelNameOf(session, *code), lineBreak})))
         current = PlayLevel(session, *code, false);
     PrepareRecords(session, *code, current);
-    const Path program = ResolvePath(session.programFolder / RowText(Msg::ToolProgram));
+    const Path program = ResolvePath(session.programFolder / OnDisk::ToolProgram);
     if (!FileExists(program)) {
         session.host.Tell(
             Tone::Error,
             GetMsg(Msg::ToolNotFound, {lineBreak, "\"" + TextOf(session.programFolder) + "\""}) +
-                GetMsg(Msg::ToolProgram));
+                std::string{OnDisk::ToolProgram});
         return false;
     }
     const bool started = StartTool(session, program);

@@ -2,7 +2,9 @@
 
 #include "archive/archive_saving.h"
 #include "formats/nul_list.h"
+#include "publish/file_names.h"
 #include "saves/send_mail.h"
+#include "words/publish.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -44,7 +46,7 @@ std::string MailPath(const std::string& address)
 /// Empty for what would open something of this machine, or a program.
 std::string WebAddress(const std::string& site)
 {
-    for (const std::string& scheme : Split(RowText(Msg::WebSchemes), '|'))
+    for (const std::string& scheme : Split(OnDisk::WebSchemes, '|'))
         if (EqualNames(std::string_view{site}.substr(0, scheme.size()), scheme))
             return site;
     const std::size_t colon = site.find(':');
@@ -56,7 +58,7 @@ std::string WebAddress(const std::string& site)
     const bool local = !site.empty() && beginnings.find(site.front()) != std::string_view::npos;
     if (site.empty() || control || local || (colon != std::string::npos && !port))
         return {};
-    return GetMsg(Msg::WebScheme) + site;
+    return std::string{OnDisk::WebScheme} + site;
 }
 
 } // namespace
@@ -70,7 +72,7 @@ AuthorInfos::AuthorInfos(Session& session, std::size_t index) : session_(session
     sites = AddressesOf(level.authorSites);
 }
 
-void AuthorInfos::Add(Addresses& list, Msg question)
+void AuthorInfos::Add(Addresses& list, Message question)
 {
     const auto text = session_.host.AskText(GetMsg(question), {}, GetMsg(Msg::ChangeAuthorTitle));
     if (!text || text->empty())
@@ -79,7 +81,7 @@ void AuthorInfos::Add(Addresses& list, Msg question)
     list.selected = list.items.size() - 1;
 }
 
-std::optional<std::string> AuthorInfos::Selected(const Addresses& list, Msg refusal)
+std::optional<std::string> AuthorInfos::Selected(const Addresses& list, Message refusal)
 {
     if (list.selected && *list.selected < list.items.size())
         return list.items[*list.selected];
@@ -87,7 +89,7 @@ std::optional<std::string> AuthorInfos::Selected(const Addresses& list, Msg refu
     return {};
 }
 
-void AuthorInfos::Change(Addresses& list, Msg question)
+void AuthorInfos::Change(Addresses& list, Message question)
 {
     const auto old = Selected(list, Msg::NoSelectedItem);
     if (!old)
@@ -141,7 +143,7 @@ void AuthorInfos::DeleteSite()
 void AuthorInfos::SendMail()
 {
     if (const auto address = Selected(emails, Msg::NoSelectedItem))
-        (void)session_.machine.Open(GetMsg(Msg::MailScheme) + MailPath(*address),
+        (void)session_.machine.Open(std::string{OnDisk::MailScheme} + MailPath(*address),
                                     session_.programFolder); // the desktop says what it cannot do
 }
 
@@ -167,7 +169,7 @@ bool AuthorInfos::Store()
         std::string value;
         std::string& field;
         std::size_t width;
-        Msg refusal;
+        Message refusal;
     } steps[] = {
         {JoinNulList(emails.items), level.authorEmails, fieldWidth, Msg::EmailsTooLong},
         {JoinNulList(sites.items), level.authorSites, fieldWidth, Msg::SitesTooLong},

@@ -44,11 +44,11 @@ public:
     bool Store();
 
 private:
-    void Add(Addresses& list, Msg question);
-    void Change(Addresses& list, Msg question);
+    void Add(Addresses& list, Message question);
+    void Change(Addresses& list, Message question);
     void Delete(Addresses& list);
     /// The selected text; nothing, and a message, when there is none.
-    std::optional<std::string> Selected(const Addresses& list, Msg refusal);
+    std::optional<std::string> Selected(const Addresses& list, Message refusal);
 
     Session& session_;
     std::size_t index_;

@@ -1,10 +1,11 @@
 #include "saves/bring_back.h"
 
 #include "core/look.h"
+#include "formats/level_folder.h"
 #include "history/history.h"
 #include "history/standing.h"
 #include "swap/state_files.h"
-#include "words/message.h"
+#include "words/saves.h"
 
 namespace kestrova
 {
@@ -17,7 +18,7 @@ Result<Path> PlaceFor(Session& session, LevelCode code, const HistoryEntry& entr
 {
     if (!entry.picture)
         return LiveStateFolder(session, code);
-    Path folder = ResolvePath(InFolder(LevelHomeOf(session, code), RowText(Msg::DirScreenshots)));
+    Path folder = ResolvePath(InFolder(LevelHomeOf(session, code), OnDisk::DirScreenshots));
     if (auto status = MakeFolders(folder); !status)
         return status.Error();
     return folder;

@@ -3,7 +3,7 @@
 #include "archive/level_folders.h"
 #include "saves/bring_back.h"
 #include "saves/savegame_moves.h"
-#include "words/message.h"
+#include "words/saves.h"
 
 #include <algorithm>
 

@@ -4,12 +4,14 @@
 #include "core/dates.h"
 #include "core/name_list.h"
 #include "formats/savegame_info.h"
+#include "formats/trle_folder.h"
 #include "platform/places.h"
 #include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
 #include "saves/savegame_transfer.h"
 #include "saves/send_mail.h"
-#include "words/message.h"
+#include "words/restore.h"
+#include "words/saves.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -43,7 +45,7 @@ std::string InColumns(std::string text, std::size_t columns)
 
 Result<std::vector<Path>> SavegamesIn(const Path& folder)
 {
-    return ListFiles(folder, RowText(Msg::SavegamePattern));
+    return ListFiles(folder, OnDisk::SavegamePattern);
 }
 
 Result<std::size_t> LiveCount(Session& session, LevelCode code)
@@ -229,7 +231,8 @@ namespace
 {
 
 /// The counts, and what went to the history.
-void TellMoved(Session& session, Msg done, const std::string& counts, const SavegamesMoved& moved)
+void TellMoved(Session& session, Message done, const std::string& counts,
+               const SavegamesMoved& moved)
 {
     std::string words = GetMsg(done) + counts;
     if (const auto code = session.list.Selected(); code && !moved.kept.empty())

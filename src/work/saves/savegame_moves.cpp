@@ -1,9 +1,13 @@
 #include "saves/savegame_moves.h"
 
 #include "archive/level_folders.h"
+#include "core/file_kinds.h"
 #include "core/name_list.h"
 #include "core/parallel.h"
 #include "core/staged_file.h"
+#include "formats/level_folder.h"
+#include "formats/program_folder.h"
+#include "formats/trle_folder.h"
 #include "history/history.h"
 #include "platform/file_content.h"
 #include "platform/places.h"
@@ -11,7 +15,8 @@
 #include "saves/savegame_store.h"
 #include "swap/recovery.h"
 #include "swap/state_files.h"
-#include "words/message.h"
+#include "words/restore.h"
+#include "words/saves.h"
 
 #include <algorithm>
 #include <map>
@@ -24,22 +29,22 @@ namespace
 
 Path RootOf(const Session& session, LevelCode code)
 {
-    return ResolvePath(InFolder(LevelHomeOf(session, code), RowText(Msg::DirSavegames)));
+    return ResolvePath(InFolder(LevelHomeOf(session, code), OnDisk::DirSavegames));
 }
 
 Path ArchiveSlot(const Path& root, int number)
 {
-    return root / (GetMsg(Msg::SlotPrefix) + std::to_string(number));
+    return root / (std::string{OnDisk::SlotPrefix} + std::to_string(number));
 }
 
 std::string SlotName(std::size_t slot)
 {
-    return GetMsg(Msg::SavegameStem) + std::to_string(slot);
+    return std::string{OnDisk::SavegameStem} + std::to_string(slot);
 }
 
 Result<std::vector<Path>> SavegamesIn(const Path& folder)
 {
-    return ListFiles(folder, RowText(Msg::SavegamePattern));
+    return ListFiles(folder, OnDisk::SavegamePattern);
 }
 
 /// The last of the archive slots, which are numbered from 1 without gaps; 0 when there is none.
@@ -118,9 +123,9 @@ void NoteArchived(const ArchiveSlots& slots, const Path& live, std::int32_t numb
 }
 
 /// Keeps all files of a folder in the history.
-Status KeepFilesOf(Session& session, LevelCode code, const Path& folder, Msg reason)
+Status KeepFilesOf(Session& session, LevelCode code, const Path& folder, Message reason)
 {
-    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    const auto files = ListFiles(folder, OnDisk::PatAll);
     return files ? KeepInHistory(session, code, *files, GetMsg(reason)) : Status{files.Error()};
 }
 
@@ -145,7 +150,7 @@ std::set<std::string> ContentsThatGo(const std::vector<ChangedFolder>& folders,
     std::set<std::string> going;
     for (const ChangedFolder& folder : folders)
         for (const StateFile& file : folder.before)
-            if (MatchesPattern(file.name, RowText(Msg::SavegamePattern)) &&
+            if (MatchesPattern(file.name, OnDisk::SavegamePattern) &&
                 !elsewhere.contains(file.hash))
                 going.insert(file.hash);
     for (const ChangedFolder& folder : folders)
@@ -174,7 +179,7 @@ std::vector<std::string> IdsOf(const Session& session, LevelCode code,
 
 /// Makes what was planned, counts `added` savegames more in the archive, and shows it. `kept` gets
 /// the ids of savegames that the history alone holds now.
-Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, Msg reason,
+Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, Message reason,
                    int added, const std::set<std::string>& elsewhere,
                    std::vector<std::string>& kept)
 {
@@ -185,7 +190,7 @@ Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, M
         return loaded;
     const auto count = static_cast<std::int32_t>(
         std::int64_t{session.savegameHeader.archivedCount} + added); // wraps as the record does
-    const Path header = RootOf(session, code) / FileNameOf(RowText(Msg::FragSavegameHeader));
+    const Path header = RootOf(session, code) / FileNameOf(OnDisk::FragSavegameHeader);
     const StateChange change{code, GetMsg(reason), platform::AbsolutePath(header).native(), count,
                              std::move(*folders)};
     const auto going = ContentsThatGo(change.folders, elsewhere);
@@ -227,7 +232,7 @@ Result<int> LastFilledSlot(Session& session, LevelCode code, const Path& root)
 /// The temporary folder of an older program may hold the only copy of what it moved.
 Status ClearTemporary(Session& session, LevelCode code)
 {
-    const Path folder = ResolvePath(InFolder(session.programFolder, RowText(Msg::DirTempSavegame)));
+    const Path folder = ResolvePath(InFolder(session.programFolder, OnDisk::DirTempSavegame));
     if (!FolderExists(folder))
         return {};
     if (auto status = KeepFilesOf(session, code, folder, Msg::ReasonTempLeft); !status)
@@ -239,7 +244,7 @@ Status ClearTemporary(Session& session, LevelCode code)
 /// The live savegames with their notes and pictures.
 Status TakeSnapshot(Session& session, LevelCode code, const Path& live)
 {
-    auto files = ListFiles(live, RowText(Msg::PatAll));
+    auto files = ListFiles(live, OnDisk::PatAll);
     if (!files)
         return files.Error();
     std::erase_if(*files,

@@ -1,5 +1,7 @@
 #include "saves/savegame_plan.h"
 
+#include "core/file_kinds.h"
+#include "formats/trle_folder.h"
 #include "platform/file_content.h"
 #include "platform/places.h"
 #include "swap/state_files.h"
@@ -20,8 +22,8 @@ std::int32_t SlotNumberOf(const Path& file)
 std::vector<std::string> CompanionsOf(std::int32_t slot)
 {
     const std::string number = std::to_string(slot);
-    return {GetMsg(Msg::FragNote, {number}), GetMsg(Msg::FragShotBitmap, {number}),
-            GetMsg(Msg::FragShotJpeg, {number})};
+    return {Filled(OnDisk::FragNote, {number}), Filled(OnDisk::FragShotBitmap, {number}),
+            Filled(OnDisk::FragShotJpeg, {number})};
 }
 
 std::vector<std::size_t> SortIndex(const std::vector<std::int32_t>& values, bool descending)
@@ -48,7 +50,7 @@ SavegamePlan::Folder SavegamePlan::AddNew(const Path& folder)
 Result<SavegamePlan::Folder> SavegamePlan::AddFolder(const Path& folder)
 {
     Place place{ResolvePath(folder), false, {}, {}};
-    const auto files = ListFiles(place.folder, RowText(Msg::PatAll));
+    const auto files = ListFiles(place.folder, OnDisk::PatAll);
     if (!files)
         return files.Error();
     for (const Path& file : *files)
@@ -69,7 +71,7 @@ std::vector<std::string> SavegamePlan::Savegames(Folder folder) const
 {
     std::vector<std::string> names;
     for (const auto& [key, entry] : places_[folder].after)
-        if (MatchesPattern(entry.name, RowText(Msg::SavegamePattern)))
+        if (MatchesPattern(entry.name, OnDisk::SavegamePattern))
             names.push_back(entry.name);
     std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
         return UpperCase(a) < UpperCase(b);

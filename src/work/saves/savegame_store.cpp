@@ -2,9 +2,9 @@
 
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "formats/level_folder.h"
 #include "history/standing.h"
 #include "swap/state_files.h"
-#include "words/message.h"
 
 namespace kestrova
 {
@@ -20,15 +20,15 @@ namespace
 SavegameToolPrefs DefaultTool(const Path& level, const Path& root)
 {
     SavegameToolPrefs record;
-    record.archivePath = TextOf(InFolder(root, RowText(Msg::FragSavegameHeader)));
-    record.shotFolder = TextOf(InFolder(level, RowText(Msg::DirScreenshots)));
+    record.archivePath = TextOf(InFolder(root, OnDisk::FragSavegameHeader));
+    record.shotFolder = TextOf(InFolder(level, OnDisk::DirScreenshots));
     return record;
 }
 
 SavegameArchiveHeader DefaultHeader(const Session& session, const Path& root)
 {
     SavegameArchiveHeader record;
-    record.slotPrefix = GetMsg(Msg::SlotPrefix);
+    record.slotPrefix = std::string{OnDisk::SlotPrefix};
     record.archiveRoot = TextOf(root);
     record.liveFolder = TextOf(session.TrleFolder());
     record.gameExe = TextOf(session.TrleFolder() / Trim(session.preferences.tombExeName));
@@ -40,10 +40,10 @@ SavegameArchiveHeader DefaultHeader(const Session& session, const Path& root)
 Status LoadSavegameStore(Session& session, LevelCode code)
 {
     const Path level = LevelHomeOf(session, code);
-    const Path root = InFolder(level, RowText(Msg::DirSavegames));
+    const Path root = InFolder(level, OnDisk::DirSavegames);
 
     session.savegameTool = DefaultTool(level, root);
-    const Path tool = InFolder(root, RowText(Msg::FragSavegameTool));
+    const Path tool = InFolder(root, OnDisk::FragSavegameTool);
     const auto toolBytes = ReadFileIfThere(tool);
     if (toolBytes && !*toolBytes) {
         // Where the folder allows no file, the record lives in memory.
@@ -54,7 +54,7 @@ Status LoadSavegameStore(Session& session, LevelCode code)
     }
 
     session.savegameHeader = DefaultHeader(session, root);
-    const Path header = InFolder(root, RowText(Msg::FragSavegameHeader));
+    const Path header = InFolder(root, OnDisk::FragSavegameHeader);
     const auto headerBytes = ReadFileIfThere(header);
     if (headerBytes && !*headerBytes) {
         (void)WriteRecordFile(header,

@@ -3,9 +3,13 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/name_list.h"
+#include "formats/trle_folder.h"
 #include "history/history.h"
 #include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
+#include "words/history.h"
+#include "words/saves.h"
+#include "words/session.h"
 
 #include <algorithm>
 
@@ -54,7 +58,7 @@ Status ExportOne(Session& session, LevelCode code, const Path& file, const Path&
 Result<Path> FreeSlot(const Path& folder)
 {
     for (std::size_t slot = 0; slot < gameSlotCount; ++slot) {
-        Path place = folder / (GetMsg(Msg::SavegameStem) + std::to_string(slot));
+        Path place = folder / (std::string{OnDisk::SavegameStem} + std::to_string(slot));
         const auto isFree = IsFree(place);
         if (!isFree)
             return isFree.Error();
@@ -132,7 +136,7 @@ FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<
     return failed;
 }
 
-void TellFailedFiles(Session& session, Msg text, const FailedFiles& failed)
+void TellFailedFiles(Session& session, Message text, const FailedFiles& failed)
 {
     if (failed.empty())
         return;

@@ -1,9 +1,10 @@
 #include "saves/savegame_watch.h"
 
+#include "formats/trle_folder.h"
 #include "history/history.h"
 #include "history/standing.h"
 #include "swap/recovery.h"
-#include "words/message.h"
+#include "words/saves.h"
 
 namespace kestrova
 {
@@ -62,7 +63,7 @@ void SavegameWatch::NoteClosed(const Session& session, bool gameRuns)
         }
     }
     for (std::string& name : watch_.TakeNames())
-        if (MatchesPattern(name, RowText(Msg::SavegamePattern)))
+        if (MatchesPattern(name, OnDisk::SavegamePattern))
             closed_.insert(std::move(name));
 }
 
@@ -85,7 +86,7 @@ void SavegameWatch::Look(Session& session, const LevelPlace& level, std::int64_t
         seen_.clear();
         home_ = home;
     }
-    const auto files = ListFiles(session.TrleFolder(), RowText(Msg::SavegamePattern));
+    const auto files = ListFiles(session.TrleFolder(), OnDisk::SavegamePattern);
     if (!files)
         return; // the next look comes soon
     std::vector<Path> still;

@@ -1,8 +1,9 @@
 #include "saves/send_mail.h"
 
 #include "platform/places.h"
+#include "saves/file_names.h"
 #include "saves/savegame_list.h"
-#include "words/message.h"
+#include "words/saves.h"
 
 #include <chrono>
 #include <thread>
@@ -24,7 +25,7 @@ bool SendMail(Session& session, const std::string& subject, const std::string& b
               const std::vector<Path>& attachments)
 {
     const Operation operation{session};
-    const Path tool = session.machine.FindTool(GetMsg(Msg::MailTool));
+    const Path tool = session.machine.FindTool(std::string{OnDisk::MailTool});
     if (tool.empty())
         return false;
     platform::Launch launch;

@@ -2,8 +2,9 @@
 
 #include "core/look.h"
 #include "pictures/convert.h"
+#include "shots/file_names.h"
 #include "shots/shot_files.h"
-#include "words/message.h"
+#include "words/shots.h"
 
 namespace kestrova
 {
@@ -24,7 +25,7 @@ bool AskSaveCapturedShot(Session& session, const CapturedShot& shot)
                                                   GetMsg(Msg::CaptureSaveFilter), shot.folder, {});
     if (!jpeg)
         return false;
-    const std::string_view ending = RowText(Msg::ShotJpgExtension);
+    const std::string_view ending = OnDisk::ShotJpgExtension;
     Path file = *jpeg;
     if (!EndsWithName(file.filename().native(), ending)) {
         file += ending; // `Mr. Fox` has a dot, but no ending

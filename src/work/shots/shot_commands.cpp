@@ -6,8 +6,9 @@
 #include "history/history.h"
 #include "platform/places.h"
 #include "session/file_to_write.h"
+#include "shots/file_names.h"
 #include "shots/shot_files.h"
-#include "words/message.h"
+#include "words/shots.h"
 
 namespace kestrova
 {
@@ -24,7 +25,7 @@ std::string TwoBreaks()
 
 /// The place of the picture that a command is meant for; none when the person calls it off, and,
 /// with `refusal`, when a pane with the default picture is meant.
-std::optional<std::ptrdiff_t> ChosenShot(Session& session, ShotList& shots, Msg refusal,
+std::optional<std::ptrdiff_t> ChosenShot(Session& session, ShotList& shots, Message refusal,
                                          bool firstOfOriginalCounts = true)
 {
     std::ptrdiff_t target = shots.Target();
@@ -64,7 +65,7 @@ void ShowAgain(Session& session, ShotList& shots)
 }
 
 /// What a picture shows may be nowhere else; false, with words, while it cannot be kept.
-bool KeepShot(Session& session, LevelCode code, const Path& shot, Msg reason)
+bool KeepShot(Session& session, LevelCode code, const Path& shot, Message reason)
 {
     const auto kept = KeepInHistory(session, code, {shot}, GetMsg(reason));
     if (!kept)
@@ -195,8 +196,8 @@ bool SaveShotAs(Session& session, ShotList& shots)
         return false;
     const Path shot = shots.At(*chosen);
     const std::string name = shot.filename().native();
-    const Msg filter = EndsWithName(name, RowText(Msg::ShotBmpExtension)) ? Msg::ShotSaveFilterBmp
-                                                                          : Msg::ShotSaveFilterJpg;
+    const Message filter = EndsWithName(name, OnDisk::ShotBmpExtension) ? Msg::ShotSaveFilterBmp
+                                                                        : Msg::ShotSaveFilterJpg;
     const auto target = session.host.ChooseSaveFile(GetMsg(Msg::ShotSaveTitle), GetMsg(filter),
                                                     session.programFolder, name);
     if (!target)

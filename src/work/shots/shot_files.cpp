@@ -3,8 +3,9 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "core/look.h"
+#include "formats/level_folder.h"
 #include "pictures/convert.h"
-#include "words/message.h"
+#include "shots/file_names.h"
 
 namespace kestrova
 {
@@ -32,19 +33,19 @@ std::string Cut(std::string text, std::size_t room)
 
 Path ShotFolderOf(const Session& session, LevelCode code)
 {
-    return InFolder(LevelHomeOf(session, code), RowText(Msg::DirScreenshots));
+    return InFolder(LevelHomeOf(session, code), OnDisk::DirScreenshots);
 }
 
 Result<Path> NewShotName(const Session& session, std::size_t index, std::string& extension)
 {
     if (extension.empty())
-        extension = RowText(Msg::ShotJpgExtension);
+        extension = OnDisk::ShotJpgExtension;
     const LevelRecord& level = session.archive.levels[index];
     const std::string title = Cut(ReplaceForbiddenChars(Trim(level.levelName)), titleRoom);
     const Path folder = ResolvePath(ShotFolderOf(session, level.levelCode));
     for (std::uint64_t n = 1;; ++n) {
         Path candidate =
-            folder / (std::to_string(n).append(RowText(Msg::ShotNumberEnds)) + title + extension);
+            folder / (std::to_string(n).append(OnDisk::ShotNumberEnds) + title + extension);
         const auto isFree = IsFree(candidate);
         if (!isFree)
             return isFree.Error();
@@ -55,8 +56,8 @@ Result<Path> NewShotName(const Session& session, std::size_t index, std::string&
 
 bool IsShotName(std::string_view name)
 {
-    return EndsWithName(name, RowText(Msg::ShotJpgExtension)) ||
-           EndsWithName(name, RowText(Msg::ShotBmpExtension));
+    return EndsWithName(name, OnDisk::ShotJpgExtension) ||
+           EndsWithName(name, OnDisk::ShotBmpExtension);
 }
 
 std::string WithShotEnding(const std::string& name, std::string_view extension)

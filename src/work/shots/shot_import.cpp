@@ -2,8 +2,10 @@
 
 #include "archive/level_folders.h"
 #include "core/copying.h"
+#include "formats/level_folder.h"
+#include "shots/file_names.h"
 #include "shots/shot_files.h"
-#include "words/message.h"
+#include "words/shots.h"
 
 #include <functional>
 
@@ -18,13 +20,13 @@ using Shown = std::function<void(std::size_t done, std::size_t total)>;
 bool Import(Session& session, std::size_t index, const Shown& shown)
 {
     const LevelRecord& level = session.archive.levels[index];
-    const Path store = InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirSavegames));
+    const Path store = InFolder(LevelHomeOf(session, level.levelCode), OnDisk::DirSavegames);
     auto tree = ScanTreeIfThere(store);
     if (tree)
         std::erase_if(tree->files, [](const Path& file) {
             const std::string name = file.filename().native();
-            return !EndsWithName(name, RowText(Msg::ShotBmpExtension)) &&
-                   !EndsWithName(name, RowText(Msg::ShotJpgExtension));
+            return !EndsWithName(name, OnDisk::ShotBmpExtension) &&
+                   !EndsWithName(name, OnDisk::ShotJpgExtension);
         });
     if (tree && tree->files.empty())
         return true;

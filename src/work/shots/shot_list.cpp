@@ -1,6 +1,9 @@
 #include "shots/shot_list.h"
 
 #include "archive/level_folders.h"
+#include "core/file_kinds.h"
+#include "formats/level_folder.h"
+#include "shots/file_names.h"
 #include "words/message.h"
 
 namespace kestrova
@@ -9,17 +12,17 @@ namespace kestrova
 Status ShotList::Load(Session& session, LevelCode code)
 {
     code_ = code;
-    const Path folder = InFolder(LevelHomeOf(session, code), RowText(Msg::FragShots));
+    const Path folder = InFolder(LevelHomeOf(session, code), OnDisk::DirScreenshots);
     Status status;
     files_.clear();
-    for (const Msg pattern : {Msg::PatShotBmp, Msg::PatShotJpg}) {
-        auto files = ListFiles(folder, RowText(pattern));
+    for (const std::string_view pattern : {OnDisk::PatBmp, OnDisk::PatShotJpg}) {
+        auto files = ListFiles(folder, pattern);
         if (files)
             files_.insert(files_.end(), files->begin(), files->end());
         else
             status = files.Error();
     }
-    default_ = InFolder(LevelHomeOf(session, originalCode), RowText(Msg::FragDefaultScreenshot));
+    default_ = InFolder(LevelHomeOf(session, originalCode), OnDisk::FragDefaultScreenshot);
     index_ = -2;
     ShowPair(0);
     return status;

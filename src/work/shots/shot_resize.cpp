@@ -1,8 +1,10 @@
 #include "shots/shot_resize.h"
 
+#include "formats/program_folder.h"
 #include "pictures/convert.h"
+#include "shots/file_names.h"
 #include "shots/shot_files.h"
-#include "words/message.h"
+#include "words/shots.h"
 
 namespace kestrova
 {
@@ -12,9 +14,9 @@ namespace
 
 Status Write(const Session& session, const Picture& drawn, const Path& target)
 {
-    if (!EndsWithName(target.native(), RowText(Msg::ShotJpgExtension)))
+    if (!EndsWithName(target.native(), OnDisk::ShotJpgExtension))
         return SaveAsBitmap(drawn, target);
-    const Path bitmap = InFolder(session.programFolder, RowText(Msg::FragTempBitmap));
+    const Path bitmap = InFolder(session.programFolder, OnDisk::FragTempBitmap);
     if (auto saved = SaveAsBitmap(drawn, bitmap); !saved)
         return saved;
     return ConvertBitmapToJpeg(bitmap, target);
@@ -42,7 +44,7 @@ bool SaveResizedShot(Session& session, const Picture& drawn, const Path& shot)
     const auto written = Write(session, drawn, *target);
     if (!written)
         TellFailure(session,
-                    GetMsg(EndsWithName(target->native(), RowText(Msg::ShotJpgExtension))
+                    GetMsg(EndsWithName(target->native(), OnDisk::ShotJpgExtension)
                                ? Msg::ResizeConvertFailed
                                : Msg::ResizeWriteFailed),
                     written.Error());

@@ -10,7 +10,7 @@ namespace kestrova
 {
 
 struct ShotSize {
-    Msg text;
+    Message text;
     int width;
     int height;
 };

@@ -2,23 +2,28 @@
 
 #include "archive/level_folders.h"
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/name_set.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "formats/marker.h"
+#include "formats/trle_folder.h"
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
 #include "originals/backup_folders.h"
 #include "originals/backup_waves.h"
 #include "originals/trle_tree.h"
 #include "session/preferences_file.h"
+#include "swap/file_names.h"
 #include "swap/recovery.h"
 #include "swap/sounds_left.h"
 #include "swap/state_files.h"
 #include "swap/swap_run.h"
 #include "swap/unknown_level.h"
-#include "words/message.h"
+#include "words/restore.h"
+#include "words/session.h"
+#include "words/storage.h"
 
 #include <algorithm>
 
@@ -76,12 +81,12 @@ Path ConfirmTrleOriginal(Session& session, const BackupWishes& wishes)
 std::string SizesInWords(const Path& trle)
 {
     const auto full = FolderSize(trle);
-    const auto data = FolderSize(InFolder(trle, RowText(Msg::DirData)));
-    const auto graphics = FolderSize(InFolder(trle, RowText(Msg::DirGraphics)));
+    const auto data = FolderSize(InFolder(trle, OnDisk::DirData));
+    const auto graphics = FolderSize(InFolder(trle, OnDisk::DirGraphics));
     if (!full || !data || !graphics)
         return {};
     double compact = *data + *graphics;
-    for (const std::string& pattern : Split(RowText(Msg::CompactPatterns), '|')) {
+    for (const std::string& pattern : Split(OnDisk::CompactPatterns, '|')) {
         const auto files = ListFiles(trle, pattern);
         if (!files)
             return {};
@@ -118,10 +123,10 @@ bool CopyFull(Session& session, const Path& trle, const Path& target, const Soun
     if (!CopyThroughLinks(session, trle, target, *progress,
                           [&](const Path& file) { return leftovers.OriginalOf(file); }))
         return false;
-    const Path audio = InFolder(target, RowText(Msg::DirAudio));
-    const Path script = InFolder(target, RowText(Msg::DirScript));
-    const auto waves = ListFiles(audio, RowText(Msg::PatWav));
-    const auto scripts = ListFiles(script, RowText(Msg::PatAllFiles));
+    const Path audio = InFolder(target, OnDisk::DirAudio);
+    const Path script = InFolder(target, OnDisk::DirScript);
+    const auto waves = ListFiles(audio, OnDisk::PatWav);
+    const auto scripts = ListFiles(script, OnDisk::PatAllFiles);
     if (!waves || !scripts)
         return TellFolderNotRead(session, waves ? scripts.Error() : waves.Error());
     if (!waves->empty() || !scripts->empty())
@@ -142,28 +147,27 @@ bool CopyCompact(Session& session, const Path& trle, const Path& target)
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CreationCompactBackup));
     progress->SetLabel(GetMsg(Msg::CreatingFolders));
-    for (const std::string& folder : Split(RowText(Msg::CompactFolders), '|'))
+    for (const std::string& folder : Split(OnDisk::CompactFolders, '|'))
         if (const auto status = MakeFolder(InFolder(target, folder)); !status)
             return failed(status.Error());
     progress->SetLabel(GetMsg(Msg::CopyFromTrle));
-    for (const std::string& pattern : Split(RowText(Msg::CompactPatterns), '|')) {
+    for (const std::string& pattern : Split(OnDisk::CompactPatterns, '|')) {
         progress->Step();
         if (const auto status =
                 CopyMatching(trle, target, pattern, {Verify::Content, false, false, {}});
             !status)
             return failed(status.Error());
     }
-    const auto copyFolder = [&](Msg label, Msg folder) {
+    const auto copyFolder = [&](Message label, std::string_view folder) {
         progress->SetLabel(GetMsg(label));
-        return CopyThroughLinks(session, InFolder(trle, RowText(folder)),
-                                InFolder(target, RowText(folder)), *progress,
-                                [](const Path& file) { return file; });
+        return CopyThroughLinks(session, InFolder(trle, folder), InFolder(target, folder),
+                                *progress, [](const Path& file) { return file; });
     };
-    const auto graphics = IsFolder(InFolder(trle, RowText(Msg::DirGraphics)));
+    const auto graphics = IsFolder(InFolder(trle, OnDisk::DirGraphics));
     if (!graphics)
         return TellFolderNotRead(session, graphics.Error());
-    return copyFolder(Msg::CopyFromData, Msg::DirData) &&
-           (!*graphics || copyFolder(Msg::CopyFromGraphics, Msg::DirGraphics));
+    return copyFolder(Msg::CopyFromData, OnDisk::DirData) &&
+           (!*graphics || copyFolder(Msg::CopyFromGraphics, OnDisk::DirGraphics));
 }
 
 /// `keepOld`: files of the old backup that the folder lacks stay in the new one.
@@ -303,14 +307,14 @@ Result<std::optional<Path>> BackupOfAnotherFolder(Session& session)
 Result<BackupState> LookAtBackup(const Session& session)
 {
     struct Sign {
-        Msg folder;
-        Msg pattern;
+        std::string_view folder;
+        std::string_view pattern;
     };
-    constexpr Sign signs[] = {
-        {Msg::FragRoot, Msg::PatDat}, {Msg::FragRoot, Msg::PatBmp}, {Msg::DirData, Msg::PatTr4}};
+    constexpr Sign signs[] = {{OnDisk::FragRoot, OnDisk::PatDat},
+                              {OnDisk::FragRoot, OnDisk::PatBmp},
+                              {OnDisk::DirData, OnDisk::PatTr4}};
     for (const Sign& sign : signs) {
-        const auto files = ListFiles(InFolder(session.BackupFolder(), RowText(sign.folder)),
-                                     RowText(sign.pattern));
+        const auto files = ListFiles(InFolder(session.BackupFolder(), sign.folder), sign.pattern);
         if (!files)
             return files.Error();
         if (files->empty())
@@ -357,7 +361,7 @@ bool RefreshFullBackup(Session& session, const BackupWishes& wishes)
     }
     if (!keepOld)
         session.list.ShowActivity(GetMsg(Msg::RemovingOldBackup));
-    session.list.ShowActivity(GetMsg(Msg::CopyingFilesInProgress));
+    session.list.ShowActivity(GetMsg(Msg::CopyingFilesLabel));
     const bool made = MakeBackup(session, true, keepOld, wishes);
     if (!made)
         session.host.Tell(Tone::Error,

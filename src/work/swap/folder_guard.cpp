@@ -5,7 +5,7 @@
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
 #include "swap/recovery.h"
-#include "words/message.h"
+#include "words/swap.h"
 
 namespace kestrova
 {
@@ -13,7 +13,7 @@ namespace kestrova
 namespace
 {
 
-bool Agrees(Session& session, Msg question)
+bool Agrees(Session& session, Message question)
 {
     if (session.agreedToProgramsInTrle)
         return true;

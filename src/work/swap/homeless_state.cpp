@@ -10,7 +10,9 @@
 #include "swap/return_to_original.h"
 #include "swap/state_files.h"
 #include "swap/whereabouts.h"
-#include "words/message.h"
+#include "words/originals.h"
+#include "words/restore.h"
+#include "words/session.h"
 
 #include <algorithm>
 
@@ -127,7 +129,7 @@ Status ReturnHomelessState(Session& session, std::vector<std::string>& stay,
         return {};
     if (const auto status = SendHome(session, state, owner, !*hasHome); !status)
         return status;
-    const Msg words = *hasHome ? Msg::StateReturned : Msg::StateLetGo;
+    const Message words = *hasHome ? Msg::StateReturned : Msg::StateLetGo;
     if (!stay.empty())
         session.host.Tell(Tone::Warning,
                           GetMsg(words, {TextOf(HomeOf(session, state.level)), ShownNames(stay)}));

@@ -4,6 +4,8 @@
 #include "core/look.h"
 #include "core/name_list.h"
 #include "core/staged_file.h"
+#include "formats/program_folder.h"
+#include "formats/trle_folder.h"
 #include "storage/storage.h"
 #include "swap/folder_guard.h"
 #include "swap/level_files.h"
@@ -13,7 +15,8 @@
 #include "swap/swap_plan.h"
 #include "swap/swap_run.h"
 #include "swap/waiting_in_trle.h"
-#include "words/message.h"
+#include "words/restore.h"
+#include "words/swap.h"
 
 namespace kestrova
 {
@@ -31,7 +34,7 @@ bool InstallFiles(Session& session, SwapRun& run, LevelCode code,
         TellFailure(session, GetMsg(Msg::CannotOverwriteMarker) + TextOf(marker), failure);
         return false;
     };
-    const auto present = ListFiles(session.TrleFolder(), RowText(Msg::PatDat));
+    const auto present = ListFiles(session.TrleFolder(), OnDisk::PatDat);
     if (!present)
         return TellFolderNotRead(session, present.Error());
     if (const auto status = WriteWholeFile(marker, MarkerHead(code, name)); !status)
@@ -88,7 +91,7 @@ bool IsOriginalNow(Session& session)
 
 bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
 {
-    StagingFolder staging{InFolder(session.TrleFolder(), RowText(Msg::DirReady))};
+    StagingFolder staging{InFolder(session.TrleFolder(), OnDisk::DirReady)};
     std::vector<Placement> placements;
     if (code != originalCode && !ReadyPlacements(session, code, staging.Folder(), placements))
         return false;

@@ -5,10 +5,10 @@
 #include "formats/marker.h"
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
+#include "swap/file_names.h"
 #include "swap/placements.h"
 #include "swap/state_files.h"
 #include "swap/swap_run.h"
-#include "words/message.h"
 
 #include <algorithm>
 
@@ -20,7 +20,7 @@ Status PutInstalledLanguage(Session& session, const Path& file)
     const auto relative = SafeName(file.filename().native());
     if (!relative)
         return relative.Error();
-    const std::string entry = GetMsg(Msg::FragRoot) + file.filename().native();
+    const std::string entry = std::string{OnDisk::FragRoot} + file.filename().native();
     const Path target = ResolvePath(session.TrleFolder() / *relative);
     const auto now = LookAt(target);
     if (!now)

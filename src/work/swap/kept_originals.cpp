@@ -3,7 +3,8 @@
 #include "originals/vault.h"
 #include "swap/folder_guard.h"
 #include "swap/recovery.h"
-#include "words/message.h"
+#include "words/restore.h"
+#include "words/session.h"
 
 namespace kestrova
 {

@@ -6,10 +6,13 @@
 #include "core/name_list.h"
 #include "core/name_set.h"
 #include "core/removal.h"
+#include "formats/level_folder.h"
+#include "formats/program_folder.h"
 #include "history/swap_journal_file.h"
 #include "storage/ready_files.h"
 #include "swap/placements.h"
-#include "words/message.h"
+#include "words/storage.h"
+#include "words/swap.h"
 
 #include <unordered_map>
 
@@ -48,7 +51,7 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
         session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
         return false;
     }
-    const Path source = InFolder(home, RowText(Msg::DirFiles));
+    const Path source = InFolder(home, OnDisk::DirFiles);
     if (!FolderExists(source)) {
         session.host.Tell(Tone::Error, GetMsg(Msg::LevelFilesGone), TextOf(source));
         return false;
@@ -93,7 +96,7 @@ void MendAfterRestart(Session& session, LevelCode code)
     const auto& owner = found ? *found : std::optional<OwnerRecord>{};
     if (!owner || owner->bootId == session.machine.BootId())
         return;
-    StagingFolder staging{InFolder(session.TrleFolder(), RowText(Msg::DirReady))};
+    StagingFolder staging{InFolder(session.TrleFolder(), OnDisk::DirReady)};
     std::vector<Placement> placements;
     if (!ReadyPlacements(session, code, staging.Folder(), placements))
         return;

@@ -2,7 +2,9 @@
 
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
-#include "words/message.h"
+#include "core/file_kinds.h"
+#include "formats/level_folder.h"
+#include "words/swap.h"
 
 #include <algorithm>
 #include <limits>
@@ -33,13 +35,13 @@ struct Stored {
 
 Result<std::vector<Stored>> StoredFiles(const Path& folder)
 {
-    const auto listed = ListFiles(folder, RowText(Msg::PatAll));
+    const auto listed = ListFiles(folder, OnDisk::PatAll);
     if (!listed)
         return listed.Error();
     std::vector<Stored> files;
     for (const Path& path : *listed) {
         const std::string name = path.filename().native();
-        const bool deflated = EndsWithName(name, RowText(Msg::ZlExtension));
+        const bool deflated = EndsWithName(name, OnDisk::ZlExtension);
         files.push_back({deflated ? StripExtension(name) : name, FileSize(path), !deflated});
     }
     return files;
@@ -52,7 +54,7 @@ Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level)
     LevelGaps gaps;
     if (level.cdNumber != 0 || level.levelCode == originalCode)
         return gaps;
-    const Path folder = InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirFiles));
+    const Path folder = InFolder(LevelHomeOf(session, level.levelCode), OnDisk::DirFiles);
     const auto stored = StoredFiles(folder);
     if (!stored)
         return stored.Error();

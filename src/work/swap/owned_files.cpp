@@ -2,11 +2,12 @@
 
 #include "core/look.h"
 #include "core/removal.h"
+#include "formats/level_folder.h"
+#include "formats/trle_folder.h"
 #include "storage/ready_files.h"
 #include "storage/storage.h"
 #include "swap/level_files.h"
 #include "swap/placements.h"
-#include "words/message.h"
 
 #include <algorithm>
 
@@ -58,7 +59,7 @@ Path SpelledAsPut(const Session& session, const OwnedFile& listed, const Path& r
 
 bool StaysWithCompactBackup(const Session& session, std::string_view name)
 {
-    const std::string_view audio = RowText(Msg::FragAudio);
+    const std::string_view audio = OnDisk::FragAudio;
     return !session.preferences.fullBackup && EqualNames(name.substr(0, audio.size()), audio);
 }
 
@@ -113,7 +114,7 @@ bool SafeContents::LevelHolds(const Path& relative)
         return false;
     if (!stored_) {
         stored_ = std::make_unique<Stored>(FreshPlaceIn(session_.programFolder));
-        const Path source = InFolder(HomeOf(session_, level_), RowText(Msg::DirFiles));
+        const Path source = InFolder(HomeOf(session_, level_), OnDisk::DirFiles);
         std::vector<std::string> refused;
         // A level that cannot be read proves nothing: then the file is kept.
         if (FolderExists(source))

@@ -3,7 +3,10 @@
 #include "swap/swap_run.h"
 
 #include "core/copying.h"
+#include "core/file_kinds.h"
+#include "formats/trle_folder.h"
 #include "storage/ready_files.h"
+#include "swap/file_names.h"
 #include "swap/state_files.h"
 #include "words/message.h"
 
@@ -16,13 +19,15 @@ namespace
 {
 
 struct FileClass {
-    Msg pattern;
-    Msg folder;
+    std::string_view pattern;
+    std::string_view folder;
 };
 
-constexpr FileClass scripts[] = {{Msg::PatDat, Msg::FragRoot}, {Msg::PatH, Msg::FragRoot}};
-constexpr FileClass levelData[] = {
-    {Msg::PatTr4, Msg::FragData}, {Msg::PatPak, Msg::FragData}, {Msg::PatWav, Msg::FragAudio}};
+constexpr FileClass scripts[] = {{OnDisk::PatDat, OnDisk::FragRoot},
+                                 {OnDisk::PatH, OnDisk::FragRoot}};
+constexpr FileClass levelData[] = {{OnDisk::PatTr4, OnDisk::FragData},
+                                   {OnDisk::PatPak, OnDisk::FragData},
+                                   {OnDisk::PatWav, OnDisk::FragAudio}};
 
 } // namespace
 
@@ -30,8 +35,8 @@ std::vector<Placement> PlaceFiles(const std::vector<ReadyFile>& files,
                                   std::vector<std::string>& refused)
 {
     std::vector<Placement> placements;
-    const auto place = [&](const ReadyFile& file, Msg folder) {
-        Placement placement{file, GetMsg(folder) + file.name, {}};
+    const auto place = [&](const ReadyFile& file, std::string_view folder) {
+        Placement placement{file, std::string{folder} + file.name, {}};
         const auto relative = SafeRelative(placement.target);
         if (!SafeName(file.name) || !relative || ListableName(file.name) != Readable(file.name)) {
             refused.push_back(Readable(file.name));
@@ -42,15 +47,15 @@ std::vector<Placement> PlaceFiles(const std::vector<ReadyFile>& files,
     };
     const auto placeClass = [&](const FileClass& kind) {
         for (const ReadyFile& file : files)
-            if (MatchesPattern(file.name, RowText(kind.pattern)))
+            if (MatchesPattern(file.name, kind.pattern))
                 place(file, kind.folder);
     };
     for (const FileClass& kind : scripts)
         placeClass(kind);
-    for (const std::string& loose : Split(RowText(Msg::LooseFiles), '|'))
+    for (const std::string& loose : Split(OnDisk::LooseFiles, '|'))
         for (const ReadyFile& file : files)
             if (EqualNames(file.name, loose))
-                place(file, Msg::FragRoot);
+                place(file, OnDisk::FragRoot);
     for (const FileClass& kind : levelData)
         placeClass(kind);
     return placements;
@@ -59,7 +64,7 @@ std::vector<Placement> PlaceFiles(const std::vector<ReadyFile>& files,
 std::string LanguageFileToRemove(const std::vector<Path>& present,
                                  const std::vector<Placement>& placements)
 {
-    const std::string_view script = RowText(Msg::ScriptDat);
+    const std::string_view script = OnDisk::ScriptDat;
     const auto installed = std::find_if(present.begin(), present.end(), [&](const Path& file) {
         return !EqualNames(file.filename().native(), script);
     });
@@ -68,11 +73,11 @@ std::string LanguageFileToRemove(const std::vector<Path>& present,
     std::string name = installed->filename().native();
     const bool replaced =
         std::any_of(placements.begin(), placements.end(), [&](const Placement& placement) {
-            return EqualNames(placement.target, GetMsg(Msg::FragRoot) + name);
+            return EqualNames(placement.target, std::string{OnDisk::FragRoot} + name);
         });
     const bool another =
         std::any_of(placements.begin(), placements.end(), [&](const Placement& placement) {
-            return EndsWithName(placement.file.name, RowText(Msg::DatExtension)) &&
+            return EndsWithName(placement.file.name, OnDisk::EndingDat) &&
                    !EqualNames(placement.file.name, script);
         });
     return !replaced && another ? name : std::string{};

@@ -20,7 +20,8 @@
 #include "swap/swap_run.h"
 #include "swap/told_leftovers.h"
 #include "swap/waiting_in_trle.h"
-#include "words/message.h"
+#include "words/originals.h"
+#include "words/restore.h"
 
 #include <algorithm>
 
@@ -38,7 +39,7 @@ bool Unfinished(Session& session, const Failure& failure)
 
 void TellLacking(Session& session, const LackingFolder& lacking)
 {
-    const Msg text =
+    const Message text =
         lacking.place == Place::LevelEditor
             ? (lacking.anotherIsThere ? Msg::InterruptedFolderOther : Msg::InterruptedFolderGone)
             : (lacking.anotherIsThere ? Msg::InterruptedStoreOther : Msg::InterruptedStoreGone);

@@ -5,6 +5,7 @@
 #include "archive/level_folders.h"
 #include "core/look.h"
 #include "formats/marker.h"
+#include "formats/trle_folder.h"
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
 #include "swap/folder_guard.h"
@@ -15,7 +16,7 @@
 #include "swap/state_files.h"
 #include "swap/swap_run.h"
 #include "swap/whereabouts.h"
-#include "words/message.h"
+#include "words/restore.h"
 
 namespace kestrova
 {
@@ -116,7 +117,7 @@ void RestoreOtherFolders(Session& session, ProgressScope& progress, RestoreRepor
 {
     if (!session.preferences.fullBackup || !session.host.AskYesNo(GetMsg(Msg::AskRestoreFolders)))
         return;
-    for (const std::string& folder : Split(RowText(Msg::RestoreFolders), '|')) {
+    for (const std::string& folder : Split(OnDisk::RestoreFolders, '|')) {
         progress.SetLabel(GetMsg(Msg::RestoringFolder) + folder);
         RestoreReport ofFolder;
         const auto status =

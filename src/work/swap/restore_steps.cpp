@@ -1,16 +1,19 @@
 #include "swap/restore_steps.h"
 
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/name_list.h"
 #include "core/name_set.h"
+#include "formats/trle_folder.h"
 #include "history/swap_journal_file.h"
 #include "originals/vault.h"
+#include "swap/file_names.h"
 #include "swap/homeless_state.h"
 #include "swap/owned_files.h"
 #include "swap/placements.h"
 #include "swap/state_files.h"
 #include "swap/swap_run.h"
-#include "words/message.h"
+#include "words/restore.h"
 
 namespace kestrova
 {
@@ -19,15 +22,15 @@ namespace
 {
 
 struct Critical {
-    Msg folder;
-    Msg pattern;
+    std::string_view folder;
+    std::string_view pattern;
 };
-constexpr Critical criticalFiles[] = {{Msg::FragRoot, Msg::PatDat},
-                                      {Msg::FragRoot, Msg::PatH},
-                                      {Msg::DirData, Msg::PatTr4},
-                                      {Msg::DirData, Msg::PatPak}};
+constexpr Critical criticalFiles[] = {{OnDisk::FragRoot, OnDisk::PatDat},
+                                      {OnDisk::FragRoot, OnDisk::PatH},
+                                      {OnDisk::DirData, OnDisk::PatTr4},
+                                      {OnDisk::DirData, OnDisk::PatPak}};
 
-void Show(ProgressScope* progress, Msg label)
+void Show(ProgressScope* progress, Message label)
 {
     if (progress == nullptr)
         return;
@@ -83,7 +86,7 @@ Result<std::vector<Path>> CriticalFiles(const Path& trle)
 {
     std::vector<Path> critical;
     for (const Critical& kind : criticalFiles) {
-        const auto files = ListFiles(InFolder(trle, RowText(kind.folder)), RowText(kind.pattern));
+        const auto files = ListFiles(InFolder(trle, kind.folder), kind.pattern);
         if (!files)
             return files.Error();
         critical.insert(critical.end(), files->begin(), files->end());
@@ -168,7 +171,7 @@ std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFil
 Status RestoreFolder(Session& session, const Path& folder, RestoreReport& report,
                      ProgressScope* progress)
 {
-    const auto listed = ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
+    const auto listed = ListFiles(session.BackupFolder() / folder, OnDisk::PatAll);
     if (!listed)
         return listed.Error();
     const std::vector<Path>& files = *listed;
@@ -188,11 +191,10 @@ Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport
                      ProgressScope* progress)
 {
     Show(progress, Msg::RestoreRemovingCritical);
-    const Path folders[] = {Path{}, Relative(RowText(Msg::DirData))};
+    const Path folders[] = {Path{}, Relative(OnDisk::DirData)};
     // Nothing goes while nobody can tell what comes back.
     for (const Path& folder : folders)
-        if (const auto files = ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
-            !files)
+        if (const auto files = ListFiles(session.BackupFolder() / folder, OnDisk::PatAll); !files)
             return files.Error();
     OwnerRecord owner;
     // First of all, since it makes room for what comes back.

@@ -1,20 +1,24 @@
 #include "swap/return_to_original.h"
 
 #include "archive/level_folders.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/name_list.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
+#include "formats/program_folder.h"
+#include "formats/trle_folder.h"
 #include "history/history.h"
 #include "history/swap_journal_file.h"
 #include "originals/vault.h"
 #include "swap/backup.h"
+#include "swap/file_names.h"
 #include "swap/owned_files.h"
 #include "swap/placements.h"
 #include "swap/state_files.h"
 #include "swap/swap_run.h"
 #include "swap/whereabouts.h"
-#include "words/message.h"
+#include "words/restore.h"
 
 #include <algorithm>
 
@@ -131,8 +135,8 @@ Status RestoreMissing(Session& session, const SwapJournal& journal, LeftInTrle& 
             left.overwritten.push_back(ToBackslashes(relative));
     };
     std::vector<Path> originals;
-    for (const Path& folder : {Path{}, Path{InFolder({}, RowText(Msg::DirData))}.relative_path()}) {
-        const auto files = ListFiles(session.BackupFolder() / folder, RowText(Msg::PatAll));
+    for (const Path& folder : {Path{}, Path{InFolder({}, OnDisk::DirData)}.relative_path()}) {
+        const auto files = ListFiles(session.BackupFolder() / folder, OnDisk::PatAll);
         if (!files)
             return files.Error();
         for (const Path& file : *files)
@@ -160,14 +164,14 @@ Status RestoreMissing(Session& session, const SwapJournal& journal, LeftInTrle& 
 void ClearHalfDone(const Session& session)
 {
     const Path trle = session.TrleFolder();
-    for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio})
-        ClearStagedLeftovers(ResolvePath(InFolder(trle, RowText(fragment))));
-    (void)ClearPlace(InFolder(trle, RowText(Msg::DirReady))); // the next swap tries again
+    for (const std::string_view fragment : {OnDisk::FragRoot, OnDisk::DirData, OnDisk::DirAudio})
+        ClearStagedLeftovers(ResolvePath(InFolder(trle, fragment)));
+    (void)ClearPlace(InFolder(trle, OnDisk::DirReady)); // the next swap tries again
 }
 
 void TellLeftovers(Session& session, const LeftInTrle& left)
 {
-    const auto tell = [&](Msg words, const std::vector<std::string>& names) {
+    const auto tell = [&](Message words, const std::vector<std::string>& names) {
         if (!names.empty())
             session.host.Tell(Tone::Warning, GetMsg(words, {ShownNames(names)}));
     };

@@ -2,12 +2,13 @@
 
 #include "core/look.h"
 #include "core/removal.h"
+#include "formats/program_folder.h"
 #include "history/swap_journal_file.h"
 #include "originals/vault.h"
 #include "swap/owned_files.h"
 #include "swap/placements.h"
 #include "swap/swap_run.h"
-#include "words/message.h"
+#include "words/restore.h"
 
 #include <algorithm>
 #include <set>
@@ -48,9 +49,8 @@ Path SoundsLeft::OriginalOf(const Path& file) const
         byPlace_.empty() ? byPlace_.end() : byPlace_.find(FoldCase(ResolvePath(file).native()));
     if (left == byPlace_.end())
         return file;
-    const Path vault =
-        ResolvePath(InFolder(session_.programFolder, RowText(Msg::DirHistoryOriginals)) /
-                    files_[left->second].relative);
+    const Path vault = ResolvePath(InFolder(session_.programFolder, OnDisk::DirHistoryOriginals) /
+                                   files_[left->second].relative);
     return IsFile(vault).ValueOr(true) ? vault : Path{};
 }
 

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/name_list.h"
 #include "history/history.h"
@@ -9,8 +10,10 @@
 #include "history/swap_journal_file.h"
 #include "originals/vault.h"
 #include "platform/file_content.h"
+#include "swap/file_names.h"
 #include "swap/owned_files.h"
-#include "words/message.h"
+#include "words/restore.h"
+#include "words/swap.h"
 
 #include <algorithm>
 #include <map>
@@ -63,7 +66,7 @@ Result<Path> ContentOf(const Session& session, const std::string& hash)
 
 Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder)
 {
-    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    const auto files = ListFiles(folder, OnDisk::PatAll);
     if (!files)
         return files.Error();
     std::map<std::string, Path> newest;
@@ -210,7 +213,7 @@ Status PutStoreBack(Session& session, const LevelPlace& level, const Path& folde
         return isThere.Error();
     if (!*isThere)
         return {};
-    const auto stored = ListFiles(store, RowText(Msg::PatAll));
+    const auto stored = ListFiles(store, OnDisk::PatAll);
     if (!stored)
         return stored.Error();
     std::vector<Path> strange;
@@ -251,7 +254,7 @@ Status PutStoreBack(Session& session, const LevelPlace& level, const Path& folde
 
 Result<std::vector<Path>> StoredState(const Session& session, const LevelPlace& level)
 {
-    return ListFiles(StateStoreOf(session, level), RowText(Msg::PatAllFiles));
+    return ListFiles(StateStoreOf(session, level), OnDisk::PatAllFiles);
 }
 
 BroughtState BringStateIn(Session& session, const Path& store, const std::vector<Path>& stored,
@@ -271,7 +274,7 @@ BroughtState BringStateIn(Session& session, const Path& store, const std::vector
         else if (IsPlayersFile(file.filename().native()))
             players.push_back(target);
         else if (KeepOriginal(session, file.filename()))
-            brought.replaced.push_back(GetMsg(Msg::FragRoot) + file.filename().native());
+            brought.replaced.push_back(std::string{OnDisk::FragRoot} + file.filename().native());
         else
             spared.push_back(file.filename().native());
     }
@@ -285,8 +288,8 @@ BroughtState BringStateIn(Session& session, const Path& store, const std::vector
     };
     if (spared.empty()) { // the ordinary way, one line of the log
         ActivityLog unread;
-        (void)LogCopyMatching(store, trle, log != nullptr ? *log : unread,
-                              RowText(Msg::PatAllFiles), keptCopy);
+        (void)LogCopyMatching(store, trle, log != nullptr ? *log : unread, OnDisk::PatAllFiles,
+                              keptCopy);
     }
     for (const Path& file : stored) {
         if (!spared.empty() && !isSpared(file))

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/log_lines.h"
 #include "core/look.h"
 #include "core/name_list.h"
@@ -9,6 +10,8 @@
 #include "history/swap_journal_file.h"
 #include "platform/file_content.h"
 #include "swap/state_files.h"
+#include "words/restore.h"
+#include "words/swap.h"
 
 #include <algorithm>
 #include <set>
@@ -74,7 +77,7 @@ bool SwapRun::KeepLiveState(const LevelPlace& level)
     journal_.from = level.code;
     journal_.fromStore = store.native();
     stateOf_ = owner_ && owner_->owner ? standing_.state : level;
-    const auto stored = HashesIn(ListFiles(store, RowText(Msg::PatAll)));
+    const auto stored = HashesIn(ListFiles(store, OnDisk::PatAll));
     const auto live = HashesIn(StateFilesIn(trle_));
     if (!stored || !live) {
         TellFailure(session_, GetMsg(Msg::CannotKeepState), stored ? live.Error() : stored.Error());
@@ -127,7 +130,7 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelPlace from, bool marked)
     Status readable = SettleTwins(session_, from, trle_);
     if (readable)
         readable = SettleTwins(session_, from, store);
-    const auto stored = ListFiles(store, RowText(Msg::PatAll));
+    const auto stored = ListFiles(store, OnDisk::PatAll);
     const auto live = HashesIn(LiveStateFiles(session_, strangers_));
     const auto before = HashesIn(stored);
     if (live)
@@ -253,7 +256,7 @@ Status SwapRun::EmptyStore(const Path& store, const std::vector<Path>& going, bo
         if (const auto failure = platform::Unlink(file); failure && emptied)
             emptied = MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure);
     if (marked)
-        log_ += DeleteDirLine(store, GetMsg(Msg::PatAllFiles), static_cast<bool>(emptied));
+        log_ += DeleteDirLine(store, std::string{OnDisk::PatAllFiles}, static_cast<bool>(emptied));
     return emptied;
 }
 

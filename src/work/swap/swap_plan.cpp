@@ -2,9 +2,12 @@
 
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/name_set.h"
 #include "core/removal.h"
+#include "formats/level_folder.h"
+#include "formats/trle_folder.h"
 #include "history/swap_journal_file.h"
 #include "originals/backup_waves.h"
 #include "platform/file_content.h"
@@ -12,11 +15,13 @@
 #include "storage/ready_files.h"
 #include "storage/storage.h"
 #include "swap/backup.h"
+#include "swap/file_names.h"
 #include "swap/level_files.h"
 #include "swap/level_gaps.h"
 #include "swap/placements.h"
 #include "swap/state_files.h"
-#include "words/message.h"
+#include "words/storage.h"
+#include "words/swap.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -29,7 +34,7 @@ namespace
 
 Path FilesFolder(Session& session, LevelCode code)
 {
-    return InFolder(LevelFolderOf(session, code, true), RowText(Msg::DirFiles));
+    return InFolder(LevelFolderOf(session, code, true), OnDisk::DirFiles);
 }
 
 /// The folder as it will be once the old level is out.
@@ -80,12 +85,13 @@ Result<std::vector<Path>> DatFilesToCome(const Session& session, const Foresight
     std::vector<Path> files;
     NameSet known;
     for (const Path& folder : {session.TrleFolder(), session.BackupFolder()}) {
-        const auto found = ListFiles(folder, RowText(Msg::PatDat));
+        const auto found = ListFiles(folder, OnDisk::PatDat);
         if (!found)
             return found.Error();
         for (const Path& file : *found) {
             const std::string name = file.filename().native();
-            if (known.Has(name) || !foresight.WillStand(session, GetMsg(Msg::FragRoot) + name))
+            if (known.Has(name) ||
+                !foresight.WillStand(session, std::string{OnDisk::FragRoot} + name))
                 continue;
             known.Add(name);
             files.push_back(file);
@@ -135,7 +141,7 @@ Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
         return present.Error();
     const std::string language = LanguageFileToRemove(*present, placements);
     if (!language.empty())
-        plan.push_back({PlannedAction::Remove, Readable(GetMsg(Msg::FragRoot) + language),
+        plan.push_back({PlannedAction::Remove, Readable(std::string{OnDisk::FragRoot} + language),
                         std::max(FileSize(session.TrleFolder() / language),
                                  FileSize(session.BackupFolder() / language))});
     return plan;
@@ -181,8 +187,8 @@ Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
         else if (!SameContent(file, trle / relative))
             found.push_back({Mismatch::Differs, Readable(ToBackslashes(relative))});
     }
-    for (const Msg fragment : {Msg::DirData, Msg::DirAudio}) {
-        const auto twins = CaseTwins(InFolder(trle, RowText(fragment)));
+    for (const std::string_view fragment : {OnDisk::DirData, OnDisk::DirAudio}) {
+        const auto twins = CaseTwins(InFolder(trle, fragment));
         if (!twins)
             return twins.Error();
         for (const Path& twin : *twins)
@@ -190,12 +196,11 @@ Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
                 found.push_back(
                     {Mismatch::Unexpected, Readable(ToBackslashes(twin.lexically_relative(trle)))});
     }
-    for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio}) {
+    for (const std::string_view fragment : {OnDisk::FragRoot, OnDisk::DirData, OnDisk::DirAudio}) {
         // Of the sounds a compact backup knows nothing.
-        if (fragment == Msg::DirAudio && !session.preferences.fullBackup)
+        if (fragment == OnDisk::DirAudio && !session.preferences.fullBackup)
             continue;
-        const auto files =
-            ListFiles(InFolder(trle, RowText(fragment)).lexically_normal(), RowText(Msg::PatAll));
+        const auto files = ListFiles(InFolder(trle, fragment).lexically_normal(), OnDisk::PatAll);
         if (!files)
             return files.Error();
         for (const Path& file : *files) {
@@ -217,7 +222,7 @@ Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& l
 {
     const bool ours = CurrentLevelCode(session) == level.code;
     const Path source = ours ? FilesFolder(session, level.code)
-                             : InFolder(HomeOf(session, level), RowText(Msg::DirFiles));
+                             : InFolder(HomeOf(session, level), OnDisk::DirFiles);
     if (ours && session.cdNotAvailable)
         return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
     if (!FolderExists(source))
@@ -273,7 +278,8 @@ Status AddOwed(const Session& session, const std::optional<OwnerRecord>& owner,
     if (!waves)
         return waves.Error();
     for (const std::string& wave : *waves)
-        if (const std::string name = Readable(GetMsg(Msg::FragAudio) + wave); !told.Has(name))
+        if (const std::string name = Readable(std::string{OnDisk::FragAudio} + wave);
+            !told.Has(name))
             found.push_back({Mismatch::Missing, name});
     if (!owner)
         return {};

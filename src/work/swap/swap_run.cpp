@@ -2,15 +2,19 @@
 
 #include "archive/level_folders.h"
 #include "core/copying.h"
+#include "core/file_kinds.h"
 #include "core/log_lines.h"
 #include "core/look.h"
 #include "core/name_list.h"
+#include "formats/trle_folder.h"
 #include "history/swap_journal_file.h"
 #include "originals/vault.h"
 #include "swap/backup.h"
+#include "swap/file_names.h"
 #include "swap/placements.h"
 #include "swap/state_files.h"
-#include "words/message.h"
+#include "words/restore.h"
+#include "words/swap.h"
 
 #include <algorithm>
 #include <set>
@@ -24,7 +28,7 @@ namespace
 /// A script or language file of the root.
 bool IsScript(const std::string& name)
 {
-    return EndsWithName(name, RowText(Msg::DatExtension)) && name.find_last_of('\\') == 0;
+    return EndsWithName(name, OnDisk::EndingDat) && name.find_last_of('\\') == 0;
 }
 
 } // namespace
@@ -391,7 +395,7 @@ Status SwapRun::Put(const Placement& placement, bool& overwritten)
 
 bool SwapRun::RemoveLanguageFile(const std::string& name)
 {
-    const std::string entry = GetMsg(Msg::FragRoot) + name;
+    const std::string entry = std::string{OnDisk::FragRoot} + name;
     overwritten_.push_back(entry);
     Keep({Path{name}});
     const bool deleted = !IsSpared(name) && DeleteFile(trle_ / name);
@@ -422,8 +426,8 @@ bool SwapRun::Settle()
         if (!put.Has(left) && !(ownLanguage && IsScript(left)))
             record.owed.push_back(left);
     }
-    for (const Msg fragment : {Msg::FragRoot, Msg::DirData, Msg::DirAudio}) {
-        const Path folder = ResolvePath(InFolder(trle_, RowText(fragment)));
+    for (const std::string_view fragment : {OnDisk::FragRoot, OnDisk::DirData, OnDisk::DirAudio}) {
+        const Path folder = ResolvePath(InFolder(trle_, fragment));
         if (FolderExists(folder))
             (void)FlushFolder(folder); // names that were not flushed are found missing and mended
     }

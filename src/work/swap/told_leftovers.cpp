@@ -12,7 +12,7 @@
 #include "swap/placements.h"
 #include "swap/return_to_original.h"
 #include "swap/swap_run.h"
-#include "words/message.h"
+#include "words/restore.h"
 
 #include <algorithm>
 

@@ -1,11 +1,12 @@
 #include "swap/unknown_level.h"
 
 #include "archive/level_folders.h"
+#include "core/file_kinds.h"
 #include "history/history.h"
 #include "history/swap_journal_file.h"
 #include "swap/backup.h"
 #include "swap/state_files.h"
-#include "words/message.h"
+#include "words/restore.h"
 
 namespace kestrova
 {
@@ -24,7 +25,7 @@ bool ForgetLevel(Session& session, LevelCode code)
         return false;
     };
     const LevelPlace level{code};
-    auto files = ListFiles(session.TrleFolder(), RowText(Msg::PatAll));
+    auto files = ListFiles(session.TrleFolder(), OnDisk::PatAll);
     if (!files)
         return failed(files.Error());
     std::erase_if(*files,

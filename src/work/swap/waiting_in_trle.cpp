@@ -7,7 +7,7 @@
 #include "swap/backup.h"
 #include "swap/homeless_state.h"
 #include "swap/told_leftovers.h"
-#include "words/message.h"
+#include "words/restore.h"
 
 #include <algorithm>
 

@@ -6,7 +6,9 @@
 #include "platform/file_content.h"
 #include "swap/owned_files.h"
 #include "swap/state_files.h"
-#include "words/message.h"
+#include "words/originals.h"
+#include "words/restore.h"
+#include "words/session.h"
 
 #include <algorithm>
 
@@ -241,8 +243,9 @@ bool FollowMovedFolders(Session& session, SwapJournal& journal, const Whereabout
 std::optional<Whereabouts> AskWhere(Session& session, const LackingFolder& lacking)
 {
     const bool trle = lacking.place == Place::LevelEditor;
-    switch (session.host.AskYesNoCancel(GetMsg(trle ? Msg::AskWhereFolder : Msg::AskWhereStore,
-                                               {lineBreak, TextOf(lacking.noted)}))) {
+    switch (session.host.AskYesNoCancel(
+        GetMsg(trle ? Msg::AskWhereFolder : Msg::AskWhereStore,
+               {lineBreak, TextOf(lacking.noted), lineBreak, lineBreak, lineBreak, lineBreak}))) {
     case YesNoCancel::Yes:
         if (auto chosen = session.host.ChooseFolder(
                 GetMsg(trle ? Msg::TitleWhereFolder : Msg::TitleWhereStore),

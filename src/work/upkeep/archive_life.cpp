@@ -9,7 +9,8 @@
 #include "platform/places.h"
 #include "upkeep/leftovers.h"
 #include "upkeep/new_archive.h"
-#include "words/message.h"
+#include "words/archive.h"
+#include "words/upkeep.h"
 
 namespace kestrova
 {
@@ -79,7 +80,7 @@ bool TakeNamedFolder(Session& session, const Path& folder)
     if (!holds)
         return TellFolderNotRead(session, holds.Error());
     if (!*holds) {
-        const Msg words = *isThere ? Msg::NoLevelsThere : Msg::NoFolderThere;
+        const Message words = *isThere ? Msg::NoLevelsThere : Msg::NoFolderThere;
         session.host.Tell(Tone::Error, GetMsg(words, {TextOf(folder)}));
         return false;
     }
@@ -216,7 +217,7 @@ namespace
 {
 
 /// The new folder when the person chose one; no value when the check refuses the archive.
-std::optional<Path> AskForFolder(Session& session, Msg warning, const std::string& missing)
+std::optional<Path> AskForFolder(Session& session, Message warning, const std::string& missing)
 {
     const std::string line{lineBreak};
     session.host.Tell(Tone::Warning, GetMsg(warning, {line + Readable(missing) + line}));

@@ -2,7 +2,7 @@
 
 #include "archive/archive_saving.h"
 #include "archive/level_sizes.h"
-#include "words/message.h"
+#include "words/upkeep.h"
 
 namespace kestrova
 {

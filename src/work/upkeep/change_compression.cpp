@@ -2,8 +2,10 @@
 
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "formats/level_folder.h"
 #include "pictures/bitmap.h"
 #include "pictures/convert.h"
 #include "pictures/jpeg.h"
@@ -11,7 +13,9 @@
 #include "storage/form_clashes.h"
 #include "storage/stored_form.h"
 #include "storage/zl_file.h"
-#include "words/message.h"
+#include "upkeep/file_names.h"
+#include "words/storage.h"
+#include "words/upkeep.h"
 
 #include <atomic>
 
@@ -87,17 +91,17 @@ std::vector<Change> WithoutClashes(std::vector<Change> changes, const std::vecto
 Result<std::vector<Change>> ChangesIn(const Path& folder, bool compress,
                                       std::vector<std::string>& kept)
 {
-    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    const auto files = ListFiles(folder, OnDisk::PatAll);
     if (!files)
         return files.Error();
     std::vector<Change> changes;
     for (const Path& file : *files) {
         const std::string name = file.filename().native();
-        const bool isStream = MatchesPattern(name, RowText(Msg::PatternZl));
+        const bool isStream = MatchesPattern(name, OnDisk::PatternZl);
         if (compress ? !IsCompressed(name) : !isStream || StripExtension(name).empty())
             continue;
-        changes.push_back(
-            {file, folder / (compress ? name + GetMsg(Msg::ZlExtension) : StripExtension(name))});
+        changes.push_back({file, folder / (compress ? name + std::string{OnDisk::ZlExtension}
+                                                    : StripExtension(name))});
     }
     return WithoutClashes(std::move(changes), *files, compress, kept);
 }
@@ -184,15 +188,15 @@ Result<std::string> OtherForm(const Path& picture, bool compress)
 Status ChangeLoadPicture(const Path& folder, bool compress, ProgressScope& progress,
                          std::vector<std::string>& kept, int& made)
 {
-    const Path bitmap = folder / RowText(Msg::LoadBmp);
-    const Path jpeg = folder / RowText(Msg::LoadJpg);
+    const Path bitmap = folder / OnDisk::LoadBmp;
+    const Path jpeg = folder / OnDisk::LoadJpg;
     const auto sources = CaseTwins(compress ? bitmap : jpeg);
     const auto targets = CaseTwins(compress ? jpeg : bitmap);
     if (!sources || !targets)
         return sources ? targets.Error() : sources.Error();
     if (sources->empty())
         return {};
-    progress.SetLabel(GetMsg(compress ? Msg::StoreConvertingLoad : Msg::ConvertingLoadBack));
+    progress.SetLabel(GetMsg(compress ? Msg::StoreConvertingLoad : Msg::UnstoreConvertingLoad));
     progress.Step();
     const Path& source = sources->front();
     const auto bytes = OtherForm(source, compress);
@@ -227,7 +231,7 @@ bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progr
         if (level.cdNumber != 0 || level.levelCode == originalCode)
             continue;
         const Path folder =
-            ResolvePath(InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirFiles)));
+            ResolvePath(InFolder(LevelHomeOf(session, level.levelCode), OnDisk::DirFiles));
         const auto isThere = IsFolder(folder);
         if (!isThere)
             return TellFolderNotRead(session, isThere.Error());

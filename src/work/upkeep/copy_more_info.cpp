@@ -4,7 +4,10 @@
 #include "archive/level_document.h"
 #include "archive/level_folders.h"
 #include "core/copying.h"
-#include "words/message.h"
+#include "formats/level_folder.h"
+#include "words/intake.h"
+#include "words/storage.h"
+#include "words/upkeep.h"
 
 namespace kestrova
 {
@@ -16,14 +19,14 @@ Status CopyDocument(Session& session, const LevelRecord& level)
 {
     const Path disc = LevelFolderOf(session, level.levelCode, true);
     if (session.cdNotAvailable)
-        return Failure{ErrorCode::Missing, {}, GetMsg(Msg::MoreInfoCdNotAvailable)};
-    const auto found = FindDocument(InFolder(disc, RowText(Msg::DirFiles)), level.moreInfoFile);
+        return Failure{ErrorCode::Missing, {}, GetMsg(Msg::CdNotAvailable)};
+    const auto found = FindDocument(InFolder(disc, OnDisk::DirFiles), level.moreInfoFile);
     if (!found)
         return found.Error();
     const std::optional<Path>& document = *found;
     if (!document)
         return MakeFailure(ErrorCode::Missing, TextOf(disc));
-    const Path files = InFolder(LevelHomeOf(session, level.levelCode), RowText(Msg::DirFiles));
+    const Path files = InFolder(LevelHomeOf(session, level.levelCode), OnDisk::DirFiles);
     if (auto made = MakeFolders(files); !made)
         return made;
     CopyOptions plain;

@@ -3,10 +3,12 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/parallel.h"
+#include "formats/level_folder.h"
 #include "storage/zl_file.h"
-#include "words/message.h"
+#include "words/upkeep.h"
 
 #include <limits>
 
@@ -45,7 +47,7 @@ Result<std::vector<Tr4Entry>> ScanLevel(const Path& folder, ProgressScope& progr
     auto entries = ScanTr4Files(folder);
     if (!entries || !entries->empty())
         return entries;
-    const auto streams = ListFiles(folder, RowText(Msg::PatTr4Zl));
+    const auto streams = ListFiles(folder, OnDisk::PatTr4Zl);
     return streams ? ScanDeflated(*streams, progress) : streams.Error();
 }
 
@@ -86,7 +88,7 @@ bool CreateTr4Infos(Session& session)
             return false;
         }
         const std::string name{Trim(level.levelName)};
-        const Path files = InFolder(home, RowText(Msg::DirFiles));
+        const Path files = InFolder(home, OnDisk::DirFiles);
         const auto isThere = IsFolder(files);
         if (!isThere)
             return TellFolderNotRead(session, isThere.Error());

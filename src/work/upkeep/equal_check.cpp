@@ -3,7 +3,8 @@
 #include "archive/archive_saving.h"
 #include "archive/equal_levels.h"
 #include "archive/level_folders.h"
-#include "words/message.h"
+#include "formats/level_folder.h"
+#include "words/upkeep.h"
 
 namespace kestrova
 {
@@ -46,7 +47,7 @@ bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&
                 session.host.Tell(Tone::Error, GetMsg(Msg::EqualCdNotAvailable));
                 return false;
             }
-            auto scanned = ScanTr4Files(InFolder(home, RowText(Msg::DirFiles)));
+            auto scanned = ScanTr4Files(InFolder(home, OnDisk::DirFiles));
             if (!scanned)
                 return TellFolderNotRead(session, scanned.Error());
             files = std::move(*scanned);

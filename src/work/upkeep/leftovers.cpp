@@ -1,14 +1,17 @@
 #include "upkeep/leftovers.h"
 
 #include "archive/level_folders.h"
+#include "core/file_kinds.h"
 #include "core/leftovers.h"
 #include "core/look.h"
 #include "core/removal.h"
+#include "formats/level_folder.h"
+#include "formats/program_folder.h"
 #include "intake/files_before.h"
 #include "levels/unfinished_intake.h"
 #include "storage/stored_form.h"
 #include "swap/recovery.h"
-#include "words/message.h"
+#include "words/upkeep.h"
 
 #include <algorithm>
 #include <set>
@@ -68,10 +71,10 @@ const LevelRecord* LevelOfFolder(const Session& session, const Path& folder)
 /// A killed edit or store of the level whose folder this is. False when something of it stays.
 bool FinishLevel(Session& session, const Path& folder)
 {
-    const Path files = InFolder(folder, RowText(Msg::DirFiles));
-    const bool exchanging =
-        IsThere(BesideFiles(files, Msg::EndingNew)) || IsThere(BesideFiles(files, Msg::EndingOld));
-    const bool edited = IsThere(InFolder(folder, RowText(Msg::FragBeforeEdit)));
+    const Path files = InFolder(folder, OnDisk::DirFiles);
+    const bool exchanging = IsThere(BesideFiles(files, OnDisk::EndingNew)) ||
+                            IsThere(BesideFiles(files, OnDisk::EndingOld));
+    const bool edited = IsThere(InFolder(folder, OnDisk::FragBeforeEdit));
     if (!exchanging && !edited)
         return true;
     const LevelRecord* level = LevelOfFolder(session, folder);
@@ -95,7 +98,7 @@ bool Settle(Session& session, const Path& place, const std::vector<Path>& held)
     if (!isFolder || !*isFolder)
         return bool{isFolder}; // looked at another time
     bool settled = FinishLevel(session, place);
-    const Path unpacking = InFolder(place, RowText(Msg::FragUnpacking));
+    const Path unpacking = InFolder(place, OnDisk::FragUnpacking);
     if (IsThere(unpacking))
         settled = IsBelow(place, held) && ClearPlace(unpacking) && settled;
     return ClearLeftoversIn(place).empty() && settled;
@@ -104,13 +107,14 @@ bool Settle(Session& session, const Path& place, const std::vector<Path>& held)
 /// Folders of fixed names that belong to whoever holds the locks.
 void ClearWorkFolders(Session& session)
 {
-    for (const Msg name :
-         {Msg::DirTemp, Msg::DirTempDec, Msg::DirTempCompr, Msg::DirTempZip, Msg::DirAudioTemp,
-          Msg::DirOutFiles, Msg::FragTempBitmap, Msg::FragBuildingLevel0})
-        if (const Path place = InFolder(session.programFolder, RowText(name)); IsThere(place))
+    for (const std::string_view name :
+         {OnDisk::DirTemp, OnDisk::DirTempDec, OnDisk::DirTempCompr, OnDisk::DirTempZip,
+          OnDisk::DirAudioTemp, OnDisk::DirOutFiles, OnDisk::FragTempBitmap,
+          OnDisk::FragBuildingLevel0})
+        if (const Path place = InFolder(session.programFolder, name); IsThere(place))
             (void)ClearPlace(place); // the next use of it tries again
     const Path trle = session.TrleFolder();
-    const Path ready = InFolder(trle, RowText(Msg::DirReady));
+    const Path ready = InFolder(trle, OnDisk::DirReady);
     if (!trle.empty() && IsThere(ready) && InterruptedWork(session).empty())
         (void)ClearPlace(ready);
 }
@@ -131,7 +135,7 @@ void SettleNotes(Session& session, const std::vector<Path>& held)
 
 Path WorkNotes(const Session& session)
 {
-    return InFolder(session.programFolder, RowText(Msg::DirWorkNotes));
+    return InFolder(session.programFolder, OnDisk::DirWorkNotes);
 }
 
 void ClearLeftovers(Session& session)

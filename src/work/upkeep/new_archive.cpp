@@ -3,10 +3,14 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
+#include "core/file_kinds.h"
 #include "core/look.h"
+#include "formats/level_folder.h"
+#include "formats/program_folder.h"
 #include "platform/places.h"
 #include "upkeep/archive_life.h"
-#include "words/message.h"
+#include "upkeep/file_names.h"
+#include "words/upkeep.h"
 
 namespace kestrova
 {
@@ -17,11 +21,11 @@ namespace
 constexpr int mostNames = 100;
 
 /// The first name that is free of those that grow from `row` with "", "2", "3" …
-Path FirstFree(const Path& folder, Msg row)
+Path FirstFree(const Path& folder, std::string_view row)
 {
     for (int n = 1; n <= mostNames; ++n) {
         const Path candidate =
-            InFolder(folder, GetMsg(row, {n == 1 ? std::string{} : std::to_string(n)}));
+            InFolder(folder, Filled(row, {n == 1 ? std::string{} : std::to_string(n)}));
         if (IsFree(candidate).ValueOr(false)) // what cannot be looked at is taken
             return candidate;
     }
@@ -35,9 +39,9 @@ LevelRecord OriginalLevel(const Session& session)
     level.levelName = GetMsg(Msg::OriginalLevelName);
     level.levelNote = GetMsg(Msg::OriginalLevelNote);
     level.authorName = GetMsg(Msg::OriginalAuthor);
-    level.authorSites = Join(Split(RowText(Msg::OriginalSites), '|'), std::string_view{"\0", 1});
-    const Path files = InFolder(LevelHomeOf(session, originalCode), RowText(Msg::DirFiles));
-    for (const std::string& pattern : Split(RowText(Msg::OriginalInfoPatterns), '|'))
+    level.authorSites = Join(Split(OnDisk::OriginalSites, '|'), std::string_view{"\0", 1});
+    const Path files = InFolder(LevelHomeOf(session, originalCode), OnDisk::DirFiles);
+    for (const std::string& pattern : Split(OnDisk::OriginalInfoPatterns, '|'))
         if (const auto found = ListFiles(files, pattern).ValueOr({}); !found.empty()) {
             level.moreInfoFile = found.front().filename().native();
             break;
@@ -78,12 +82,12 @@ bool FitsArchive(Session& session, const Path& folder)
 
 Path DefaultArchivePath(const Session& session)
 {
-    return FirstFree(session.programFolder, Msg::FragDefaultArchive);
+    return FirstFree(session.programFolder, OnDisk::FragDefaultArchive);
 }
 
 Path DefaultArchiveFolder(const Path& parent)
 {
-    return FirstFree(parent, Msg::FragDefaultFolder);
+    return FirstFree(parent, OnDisk::FragDefaultFolder);
 }
 
 namespace
@@ -107,7 +111,7 @@ bool FillNewArchive(Session& session, const Path& folder, const Path& file)
     if (!chosen)
         return false;
     Path place = *chosen;
-    const auto files = ListFiles(place, RowText(Msg::PatAll));
+    const auto files = ListFiles(place, OnDisk::PatAll);
     const auto folders = ListSubfolders(place);
     if (!files || !folders)
         return TellFolderNotRead(session, files ? folders.Error() : files.Error());

@@ -8,6 +8,7 @@
 #include "core/staged_file.h"
 #include "support/sound_files.h"
 #include "support/tool_box.h"
+#include "words/conversion.h"
 
 #include <cmath>
 #include <cstdlib>

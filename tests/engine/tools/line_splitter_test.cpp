@@ -2,7 +2,7 @@
 #include "tools/line_splitter.h"
 #include "tools/tool_table.h"
 
-#include "words/message.h"
+#include "words/tools.h"
 
 #include <gtest/gtest.h>
 
@@ -91,7 +91,7 @@ TEST(LineHandlers, TurnRecordedOutputIntoProgress)
 {
     using Place = std::optional<std::uint64_t>;
     const struct {
-        Msg handler;
+        Message handler;
         ToolId tool;
         std::uint64_t total;
         std::vector<std::pair<std::string, Place>> lines;
@@ -138,7 +138,7 @@ TEST(LineHandlers, TurnRecordedOutputIntoProgress)
           {"%) (5", {}}}},
     };
     for (const auto& entry : cases) {
-        const auto handler = MakeLineHandler(RowText(entry.handler), RowOf(entry.tool).marks);
+        const auto handler = MakeLineHandler(entry.handler.text, RowOf(entry.tool).marks);
         ASSERT_NE(handler, nullptr);
         bool goesOn = true;
         for (const auto& [line, place] : entry.lines) {

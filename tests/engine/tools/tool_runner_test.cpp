@@ -3,6 +3,7 @@
 #include "support/patience.h"
 #include "support/sandbox.h"
 #include "support/tool_box.h"
+#include "words/tools.h"
 
 #include <gtest/gtest.h>
 

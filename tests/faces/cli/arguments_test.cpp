@@ -59,7 +59,7 @@ TEST(CommandRows, AgreeWithTheirUsage)
     for (const OptionRow& option : AllOptions())
         known.insert(option.name);
     for (const CommandRow& row : CommandTable()) {
-        const std::string usage{RowText(row.usage)};
+        const std::string usage{row.usage.text};
         EXPECT_EQ(usage.substr(0, usage.find(' ')), row.name);
         for (const std::string_view option : row.options) {
             EXPECT_TRUE(known.contains(option)) << option;

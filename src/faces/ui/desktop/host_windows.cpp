@@ -7,6 +7,8 @@
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/input_gate.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_desktop.h"
+#include "words/ui_shared.h"
 
 #include <QApplication>
 #include <QDir>
@@ -31,7 +33,7 @@ constexpr int textWidth = 380;
 
 struct Answer {
     Button button;
-    Msg words;
+    Message words;
 };
 
 /// `safe`: what the Enter key and the closing of the box mean.

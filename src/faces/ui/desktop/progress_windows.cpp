@@ -4,6 +4,8 @@
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/input_gate.h"
 #include "ui/widgets/qt_text.h"
+#include "words/restore.h"
+#include "words/ui_desktop.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>

@@ -6,6 +6,7 @@
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/mp3_settings_box.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_dialogs.h"
 
 #include <QDragEnterEvent>
 #include <QFontDatabase>
@@ -42,7 +43,7 @@ QRadioButton* Option(QGroupBox* frame, const char* name)
     return option;
 }
 
-Msg FrameWords(AudioToolMode mode)
+Message FrameWords(AudioToolMode mode)
 {
     return mode == AudioToolMode::Decode   ? Msg::FrameDecode
            : mode == AudioToolMode::Encode ? Msg::FrameEncode

@@ -6,7 +6,7 @@
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
-#include "words/message.h"
+#include "words/ui_dialogs.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

@@ -5,7 +5,8 @@
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
-#include "words/message.h"
+#include "words/archive.h"
+#include "words/ui_dialogs.h"
 
 #include <QComboBox>
 #include <QDragEnterEvent>
@@ -103,7 +104,7 @@ QLayout* NewLevelDialog::MakeFiles()
     files_->setObjectName(QStringLiteral("List_Files"));
     files_->setAccessibleName(Words(Msg::NewLevelFilesName));
     files_->setColumnCount(2);
-    files_->setHeaderLabels({Words(Msg::ColumnFile), Words(Msg::ColumnSize)});
+    files_->setHeaderLabels({Words(Msg::HistoryColumnFile), Words(Msg::ColumnSize)});
     files_->setRootIsDecorated(false);
     files_->setUniformRowHeights(true);
     files_->setTextElideMode(Qt::ElideMiddle);

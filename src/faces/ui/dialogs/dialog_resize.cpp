@@ -6,6 +6,7 @@
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/picture_reading.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_dialogs.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -22,7 +23,7 @@ ResizeDialog::ResizeDialog(Session& session, Path shot, QWidget* parent)
 {
     setObjectName(QStringLiteral("Dialog_Resize"));
     sizes_->setObjectName(QStringLiteral("Combo_Resize"));
-    sizes_->setAccessibleName(Words(Msg::ResizeSizes));
+    sizes_->setAccessibleName(Words(Msg::ColumnSize));
     for (const ShotSize& size : ShotSizes())
         sizes_->addItem(Words(size.text));
     auto* label = new QLabel(this);

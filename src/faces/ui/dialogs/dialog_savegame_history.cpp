@@ -6,6 +6,7 @@
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_dialogs.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -67,7 +68,7 @@ SavegameHistoryDialog::SavegameHistoryDialog(Session& session, LevelCode code, Q
     page->addLayout(actions);
     auto* tabs = new QTabWidget(this);
     tabs->setObjectName(QStringLiteral("Tabs_History"));
-    tabs->addTab(savegames, Words(Msg::SavegamesTab));
+    tabs->addTab(savegames, Words(Msg::MenuSaveGames));
     tabs->addTab(new OriginalsPage(session, tabs), Words(Msg::OriginalsTab));
     auto* column = new QVBoxLayout(this);
     column->addWidget(tabs, 1);

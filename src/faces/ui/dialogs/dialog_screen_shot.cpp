@@ -3,6 +3,7 @@
 #include "ui/widgets/picture_reading.h"
 #include "ui/widgets/qt_text.h"
 #include "ui/widgets/zoom_view.h"
+#include "words/ui_dialogs.h"
 
 #include <QKeyEvent>
 #include <QScreen>

@@ -5,6 +5,7 @@
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_dialogs.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -68,7 +69,7 @@ SettingsDialog::SettingsDialog(Session& session, QWidget* parent)
 {
     setObjectName(QStringLiteral("Dialog_Settings"));
     auto* pages = new QTabWidget(this);
-    pages->addTab(new ScrollPage(MakePreferences()), Words(Msg::SettingsPageGeneral));
+    pages->addTab(new ScrollPage(MakePreferences()), Words(Msg::MenuPreferences));
     pages->addTab(new ScrollPage(MakeComputer()), Words(Msg::SettingsPageSystem));
     auto* buttons = AnswerButtons(*this);
     auto* column = new QVBoxLayout(this);

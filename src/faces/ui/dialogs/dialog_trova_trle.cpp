@@ -7,6 +7,7 @@
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_dialogs.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>

@@ -3,6 +3,8 @@
 #include "ui/widgets/captions.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_dialogs.h"
+#include "words/ui_shared.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -5,7 +5,8 @@
 #include "swap/kept_originals.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/qt_text.h"
-#include "words/message.h"
+#include "words/cli.h"
+#include "words/ui_dialogs.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -35,7 +36,7 @@ OriginalsPage::OriginalsPage(Session& session, QWidget* parent)
     list_->setAllColumnsShowFocus(true);
     list_->setAlternatingRowColors(true);
     list_->setHeaderLabels({Words(Msg::HistoryColumnKept), Words(Msg::HistoryColumnFile),
-                            Words(Msg::OriginalsColumnSize), Words(Msg::HistoryColumnTime),
+                            Words(Msg::ColumnSize), Words(Msg::HistoryColumnTime),
                             Words(Msg::OriginalsColumnFolder)});
     list_->setTextElideMode(Qt::ElideMiddle);
     list_->header()->setStretchLastSection(false);

@@ -2,6 +2,7 @@
 
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_dialogs.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -39,7 +40,7 @@ ShotPanes::ShotPanes(QWidget* parent)
     Clear();
 }
 
-QLayout* ShotPanes::MakePane(Pane& pane, int side, Msg name)
+QLayout* ShotPanes::MakePane(Pane& pane, int side, Message name)
 {
     const QString behind = QString::number(side + 1);
     pane.view = new PictureView(this);

@@ -40,7 +40,7 @@ private:
     };
     static void ShowFile(Pane& pane, const Path& file);
     void ShowWords(const QString& words);
-    QLayout* MakePane(Pane& pane, int side, Msg name);
+    QLayout* MakePane(Pane& pane, int side, Message name);
 
     ShotList shots_;
     Pane left_;

@@ -1,6 +1,7 @@
 #include "ui/main/main_menu.h"
 
 #include "ui/widgets/qt_text.h"
+#include "words/ui_shared.h"
 
 #include <QMenu>
 #include <vector>

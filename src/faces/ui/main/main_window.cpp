@@ -6,6 +6,7 @@
 #include "history/standing.h"
 #include "levels/level_language.h"
 #include "swap/backup.h"
+#include "ui/desktop/file_names.h"
 #include "ui/dialogs/dialog_convert_audio.h"
 #include "ui/dialogs/dialog_new_level.h"
 #include "ui/dialogs/dialog_restore.h"
@@ -23,6 +24,8 @@
 #include "upkeep/copy_more_info.h"
 #include "upkeep/create_tr4_infos.h"
 #include "upkeep/equal_check.h"
+#include "words/ui_main.h"
+#include "words/ui_shared.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -396,7 +399,7 @@ void MainWindow::dropEvent(QDropEvent* event)
 
 void MainWindow::RememberPlace() const
 {
-    QSettings places(PathToQt(session_.programFolder / RowText(Msg::FileNameWindowState)),
+    QSettings places(PathToQt(session_.programFolder / OnDisk::FileNameWindowState),
                      QSettings::IniFormat);
     places.setValue(QStringLiteral("Principale/geometry"), saveGeometry());
     places.setValue(QStringLiteral("Principale/splitter"), splitter_->saveState());
@@ -405,7 +408,7 @@ void MainWindow::RememberPlace() const
 void MainWindow::RestorePlace()
 {
     ResizeToFit(*this, firstSize);
-    const QSettings places(PathToQt(session_.programFolder / RowText(Msg::FileNameWindowState)),
+    const QSettings places(PathToQt(session_.programFolder / OnDisk::FileNameWindowState),
                            QSettings::IniFormat);
     restoreGeometry(places.value(QStringLiteral("Principale/geometry")).toByteArray());
     // The screen may be smaller than the one that the place is remembered of.

@@ -18,6 +18,9 @@
 #include "ui/widgets/qt_text.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/new_archive.h"
+#include "words/archive.h"
+#include "words/levels.h"
+#include "words/ui_main.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -128,7 +131,7 @@ void MainWindow::ExportChosen()
     if (chosen_)
         ExportLevel(session_, *chosen_);
     else
-        session_.host.Tell(Tone::Error, GetMsg(Msg::ExportNoLevel));
+        session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelToPlay));
 }
 
 void MainWindow::SaveCurrentArchive()
@@ -139,7 +142,7 @@ void MainWindow::SaveCurrentArchive()
     if (written)
         statusBar()->showMessage(Words(Msg::ArchiveSaved), statusMs);
     else
-        TellFailure(session_, GetMsg(Msg::ErrorWhileSaving) + TextOf(session_.ArchivePath()),
+        TellFailure(session_, GetMsg(Msg::ErrorSavingArchive) + TextOf(session_.ArchivePath()),
                     written.Error());
 }
 

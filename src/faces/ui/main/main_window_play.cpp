@@ -4,6 +4,7 @@
 #include "play/play_words.h"
 #include "ui/dialogs/dialog_cattura.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_main.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -8,6 +8,7 @@
 #include "ui/dialogs/dialog_screen_shot.h"
 #include "ui/dialogs/shot_panes.h"
 #include "ui/main/level_details.h"
+#include "words/ui_main.h"
 
 #include <QMenu>
 

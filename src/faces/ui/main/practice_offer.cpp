@@ -1,10 +1,13 @@
 #include "ui/main/practice_offer.h"
 
+#include "core/file_kinds.h"
 #include "editor/find_trle.h"
+#include "formats/trle_folder.h"
 #include "platform/places.h"
 #include "practice/practice_folder.h"
+#include "ui/desktop/file_names.h"
 #include "ui/widgets/qt_text.h"
-#include "words/message.h"
+#include "words/ui_main.h"
 
 #include <QDir>
 
@@ -17,7 +20,7 @@ namespace
 /// What cannot be listed counts as filled: the practice folder is made below it, or refused there.
 bool IsEmptyFolder(const Path& folder)
 {
-    const auto files = ListFiles(folder, RowText(Msg::PatAll));
+    const auto files = ListFiles(folder, OnDisk::PatAll);
     const auto folders = ListSubfolders(folder);
     return files && folders && files->empty() && folders->empty();
 }
@@ -28,7 +31,7 @@ std::optional<PracticeMade> Make(Session& session, const Path& folder)
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::MakingPractice));
     progress->AllowStop();
     const auto made = MakePracticeFolder(
-        folder, platform::ExecutableFolder() / RowText(Msg::FileNamePracticeGame),
+        folder, platform::ExecutableFolder() / OnDisk::FileNamePracticeGame,
         [&](int done, int total, const std::string& what) {
             progress->SetLabel(what);
             progress->SetBar(static_cast<std::uint64_t>(done), static_cast<std::uint64_t>(total));
@@ -50,9 +53,9 @@ std::optional<Path> OfferPracticeFolder(Session& session)
     if (!chosen)
         return std::nullopt;
     const Operation operation{session};
-    const Path below = *chosen / RowText(Msg::PracticeFolderName);
-    for (const Path& there : {*chosen, *chosen / RowText(Msg::PracticeTrlePart),
-                              below / RowText(Msg::PracticeTrlePart)})
+    const Path below = *chosen / OnDisk::PracticeFolderName;
+    for (const Path& there :
+         {*chosen, *chosen / OnDisk::LastPartTrle, below / OnDisk::LastPartTrle})
         if (IsTrleFolder(session, there, false))
             return there;
     const auto made = Make(session, IsEmptyFolder(*chosen) ? *chosen : below);
@@ -60,7 +63,7 @@ std::optional<Path> OfferPracticeFolder(Session& session)
         return std::nullopt;
     if (!made->remark.empty())
         session.host.Tell(Tone::Plain, made->remark);
-    if (Trim(session.preferences.downloadFolder) == RowText(Msg::DefaultDownloadFolder))
+    if (Trim(session.preferences.downloadFolder) == OnDisk::DefaultDownloadFolder)
         session.preferences.downloadFolder = made->levels.native();
     return made->trle;
 }

@@ -3,6 +3,7 @@
 #include "app/init_program.h"
 #include "platform/end_signals.h"
 #include "platform/places.h"
+#include "ui/desktop/file_names.h"
 #include "ui/desktop/host_windows.h"
 #include "ui/desktop/machine_windows.h"
 #include "ui/dialogs/dialogs_small.h"
@@ -12,6 +13,8 @@
 #include "ui/widgets/icons.h"
 #include "ui/widgets/input_gate.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_main.h"
+#include "words/ui_shared.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -94,7 +97,7 @@ void PreferX()
 /// The splash, when the player has put a picture there.
 std::unique_ptr<SplashDialog> ShowSplash(const Path& programFolder)
 {
-    const QPixmap picture(PathToQt(ResolvePath(programFolder / RowText(Msg::FileNameSplash))));
+    const QPixmap picture(PathToQt(ResolvePath(programFolder / OnDisk::FileNameSplash)));
     if (picture.isNull())
         return nullptr;
     auto splash = std::make_unique<SplashDialog>(picture);

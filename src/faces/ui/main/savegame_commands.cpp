@@ -5,7 +5,8 @@
 #include "saves/savegame_watch.h"
 #include "ui/dialogs/dialog_list_savegame.h"
 #include "ui/dialogs/dialog_savegame_history.h"
-#include "words/message.h"
+#include "words/saves.h"
+#include "words/ui_main.h"
 
 #include <QTimer>
 

@@ -1,6 +1,11 @@
 #include "ui/widgets/captions.h"
 
 #include "ui/widgets/qt_text.h"
+#include "words/captions.h"
+#include "words/ui_desktop.h"
+#include "words/ui_dialogs.h"
+#include "words/ui_main.h"
+#include "words/ui_shared.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -19,7 +24,7 @@ namespace
 struct Caption {
     const char* window;
     const char* control;
-    Msg text;
+    Message text;
 };
 
 constexpr Caption captions[] = {

@@ -5,7 +5,7 @@
 namespace kestrova
 {
 
-/// Gives a window and its controls, found by their object names, the captions of the catalogue, and
+/// Gives a window and its controls, found by their object names, the captions of the words, and
 /// each button and menu item a letter of its own that reaches it from the keyboard.
 void SetCaptions(QWidget& window);
 

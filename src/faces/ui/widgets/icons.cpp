@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 #include "platform/places.h"
+#include "ui/desktop/file_names.h"
 #include "ui/widgets/qt_text.h"
 
 #include <QGuiApplication>
@@ -105,7 +106,7 @@ QIcon DrawnIcon(Drawing drawing)
 
 QIcon ProgramIcon()
 {
-    const Path file = platform::ResourceFolder() / RowText(Msg::FileNameAppIcon);
+    const Path file = platform::ResourceFolder() / OnDisk::FileNameAppIcon;
     const QIcon icon = FileExists(file) ? QIcon(PathToQt(file)) : QIcon();
     return icon.pixmap(16).isNull() ? DrawnIcon(Drawing::Play) : icon;
 }

@@ -3,6 +3,7 @@
 #include "conversion/mp3_choices.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_widgets.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -38,7 +39,7 @@ Mp3SettingsBox::Mp3SettingsBox(QWidget* parent)
 
     auto* grid = new QGridLayout(this);
     int column = 0;
-    const auto add = [&](QComboBox* combo, const char* name, Msg words) {
+    const auto add = [&](QComboBox* combo, const char* name, Message words) {
         auto* label = new QLabel(Words(words), this);
         label->setObjectName(QString::fromLatin1(name));
         label->setBuddy(combo);

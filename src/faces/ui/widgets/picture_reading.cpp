@@ -1,7 +1,7 @@
 #include "ui/widgets/picture_reading.h"
 
 #include "core/files.h"
-#include "words/message.h"
+#include "words/ui_widgets.h"
 
 #include <QBuffer>
 #include <QImageReader>
@@ -17,7 +17,7 @@ namespace
 /// Larger than any screen-shot that a player keeps.
 constexpr std::uint64_t fileLimit = 256U << 20;
 
-Failure Unshown(const Path& file, Msg why)
+Failure Unshown(const Path& file, Message why)
 {
     return {ErrorCode::CannotRead, TextOf(file), GetMsg(why)};
 }

@@ -21,7 +21,7 @@ std::string FromQt(const QString& text)
     return text.toStdString();
 }
 
-QString Words(Msg id, std::initializer_list<std::string_view> args)
+QString Words(Message id, std::initializer_list<std::string_view> args)
 {
     return ToQt(GetMsg(id, args));
 }

@@ -16,8 +16,8 @@ namespace kestrova
 /// is a single character.
 QString ToQt(std::string_view text);
 std::string FromQt(const QString& text);
-/// A row of the catalogue for a window.
-QString Words(Msg id, std::initializer_list<std::string_view> args = {});
+/// A text for a window.
+QString Words(Message id, std::initializer_list<std::string_view> args = {});
 
 /// For the desktop's choosers, which speak of paths as text.
 QString PathToQt(const Path& path);

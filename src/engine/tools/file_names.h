@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string_view>
+
+// clang-format off
+
+/// Names of files, folders and kinds that this floor alone uses.
+namespace kestrova::OnDisk
+{
+
+inline constexpr std::string_view WinePrefixVariable = "WINEPREFIX";
+inline constexpr std::string_view WineDriveFolder = "drive_c";
+inline constexpr std::string_view PackageEndings = ".7z|.rar|.tar|.tgz|.tar.gz|.tar.bz2|.tar.xz|.tar.zst|.tar.lzma|.tar.z|.lzh|.lha|.cab|.iso";
+
+} // namespace kestrova::OnDisk

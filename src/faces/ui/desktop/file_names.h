@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string_view>
+
+// clang-format off
+
+/// Names of files, folders and kinds that this floor alone uses.
+namespace kestrova::OnDisk
+{
+
+inline constexpr std::string_view FileNameWindowState = "windows.ini";
+inline constexpr std::string_view FileNameAppIcon = "kestrova.svg";
+inline constexpr std::string_view FileNameSplash = "splash.jpg";
+inline constexpr std::string_view PracticeFolderName = "kestrova-practice";
+inline constexpr std::string_view FileNamePracticeGame = "kestrova-practice-game";
+
+} // namespace kestrova::OnDisk

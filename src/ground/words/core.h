@@ -1,0 +1,25 @@
+#pragma once
+
+#include "words/message.h"
+
+// clang-format off
+
+/// Files, sizes, the activity log.
+namespace kestrova::Msg
+{
+
+inline constexpr Message AndMoreFiles{"and ~1 more"};
+inline constexpr Message NameLeftPart{" … "};
+inline constexpr Message SizeGb{" Gb"};
+inline constexpr Message SizeMb{" Mb"};
+inline constexpr Message SizeKb{" Kb"};
+inline constexpr Message LogCopy{"COPY "};
+inline constexpr Message LogCopyAll{"COPYALL "};
+inline constexpr Message LogDeleteDir{"DELETE DIR "};
+inline constexpr Message LogDelete{"DELETE -> "};
+inline constexpr Message LogArrow{" -> "};
+inline constexpr Message LogOk{" [OK]"};
+inline constexpr Message LogError{" [ERROR]"};
+inline constexpr Message LogOverwrite{" [OVERWRITE]"};
+
+} // namespace kestrova::Msg

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "words/message.h"
+
+// clang-format off
+
+/// Finding the Level Editor's folder.
+namespace kestrova::Msg
+{
+
+inline constexpr Message FewWavesCompact{"Music of the Level Editor is missing in ~1, and its backup is compact, so it cannot bring it back. Files that stood there when the backup was made: ~2. Copy them there from the setup of the Level Editor, or from another copy of it; nothing else has to be done."};
+inline constexpr Message FewWavesUnknown{"(not noted; the tracks are called 000.wav, 001.wav and so on)"};
+inline constexpr Message FolderTooLong{"This folder's name is too long for the preferences (more than 256 bytes): ~1. Nothing has been changed. Choose a folder with a shorter path."};
+inline constexpr Message TrleNoTomb4{"Not right folder: Missing file 'tomb4.exe' in folder: "};
+inline constexpr Message TrleNoTr4{"Not right folder: Missing files '*.tr4' in folder: ~1\\data"};
+inline constexpr Message TrleNoDat{"Not right folder: Missing files '*.dat' in folder: "};
+inline constexpr Message TrleFewWaves{"Not right folder: in AUDIO folder missing ~1 .wav files"};
+inline constexpr Message ChooseTrleFolder{"Choose TR Level Editor folder"};
+inline constexpr Message CannotRunWithoutTrle{"This program cann't run without Tomb Raider Level Editor~1Now, Kestrova ends"};
+inline constexpr Message WindowStaysWithoutTrle{"What ends is its work: without a Level Editor nothing can be added or played, and the empty window is left for you to close. Start Kestrova again once you have a Level Editor; the last archive is loaded then."};
+inline constexpr Message TrleTwinFolders{"several folders whose names differ by case alone (~1): move all files into one of them, and delete the others"};
+
+} // namespace kestrova::Msg

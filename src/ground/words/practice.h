@@ -1,0 +1,31 @@
+#pragma once
+
+#include "words/message.h"
+
+// clang-format off
+
+/// The practice folder.
+namespace kestrova::Msg
+{
+
+inline constexpr Message PracticeExists{"~1 is already there, and nothing was changed. Choose another folder, or remove that one first."};
+inline constexpr Message PracticeNoGame{"The stand-in game ~1 is missing, and nothing was made. Install or build the program again."};
+inline constexpr Message PracticeNoZip{"The levels were not packed as zips too, since the program 'zip' is not installed. The folders are complete."};
+inline constexpr Message PracticeZipFailed{"The program 'zip' did not pack ~1. The folders are complete."};
+inline constexpr Message PracticePacking{"Packing ~1"};
+inline constexpr Message PracticeTrleTitle{"TRLE"};
+inline constexpr Message PracticeManualText{"<html><head><title>Practice folder</title></head><body>~1<h1>A Level Editor's folder to "        "practise with</h1>~1<p><img src=\"temple.jpg\" alt=\"A temple\"></p>~1<p>Everything in this "        "folder was made by Kestrova. It has the shape of a real Level Editor's folder, and levels can "        "be played in it and taken out again, but no real game is here: <b>tomb4.exe</b> is a small "        "stand-in. It shows the load picture and the name of the level that is installed.</p>~1<p>Press "        "S in the game to save. The savegame belongs to the level that is installed, and it must be "        "there again when you come back to that level. Q ends the game.</p>~1</body></html>~1"}; // every one is filled
+inline constexpr Message PracticeScriptText{"; The script of the practice folder.~1~1[Options]~1FirstLevel= Tut1~1~1[Title]~1Level= "        "DATA\\TITLE,104~1~1[Level]~1Name= Tut1~1Level= DATA\\TUT1,108~1"}; // every one is filled
+inline constexpr Message PracticeEnglishText{"[Strings]~1Load Game~1Save Game~1New Game~1Game over~1A key of stone~1The gate is open~1"}; // every one is filled
+inline constexpr Message PracticeItalianText{"[Strings]~1Carica partita~1Salva partita~1Nuova partita~1Fine della partita~1Una chiave di "        "pietra~1Il cancello è aperto~1"}; // every one is filled
+inline constexpr Message PracticeLevelBig{"The Drowned Observatory"};
+inline constexpr Message PracticeLevelItalian{"Lanterns of Salt Harbour"};
+inline constexpr Message PracticeItalianNote{"Le lanterne del porto si spengono una dopo l'altra.~1Riaccendile tutte prima dell'alba.~1"}; // every one is filled
+inline constexpr Message PracticeLevelLetters{"Schloß Grünfels"};
+inline constexpr Message PracticeLettersNote{"Das Schloß schläft.~1Die Tür im Fels öffnet sich nur für Gäste.~1"}; // every one is filled
+inline constexpr Message PracticeLevelFolders{"Winds over Kestrel Ridge"};
+inline constexpr Message PracticeFoldersNote{"Climb the ridge while the wind rests.~1The nest is behind the third pillar.~1"}; // every one is filled
+inline constexpr Message PracticeLevelPictures{"The Clockmaker's Attic"};
+inline constexpr Message PracticePicturesNote{"The Clockmaker's Attic~1~1Author: the practice folder~1~1Every clock in the house stopped at the "        "same minute.~1Find the four springs, wind the great clock and leave before it strikes.~1"}; // every one is filled
+
+} // namespace kestrova::Msg

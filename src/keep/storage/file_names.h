@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+
+// clang-format off
+
+/// Names of files, folders and kinds that this floor alone uses.
+namespace kestrova::OnDisk
+{
+
+inline constexpr std::string_view CompressedExtensions = ".tr4|.wav|.mp3";
+
+} // namespace kestrova::OnDisk

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string_view>
+
+// clang-format off
+
+/// Names of files, folders and kinds that this floor alone uses.
+namespace kestrova::OnDisk
+{
+
+inline constexpr std::string_view FragKeptRecord = "\\record";
+inline constexpr std::string_view EndingKeptTarget = ".target";
+inline constexpr std::string_view EndingKeptFile = ".was";
+inline constexpr std::string_view EndingZipx = ".zipx";
+inline constexpr std::string_view EndingTar = ".tar";
+inline constexpr std::string_view EveryEnding = ".*";
+inline constexpr std::string_view EndingExe = ".exe";
+inline constexpr std::string_view ReaderWord = "read";
+inline constexpr std::string_view SetupExeName = "setup.exe";
+inline constexpr std::string_view TitleLevelName = "title.tr4";
+inline constexpr std::string_view EndingTr4 = ".tr4";
+inline constexpr std::string_view EndingTom = ".tom";
+inline constexpr std::string_view IntakeTools = "madplay.exe|start_me.exe";
+inline constexpr std::string_view MoreInfoWords = "walkth|read|note|Instal";
+inline constexpr std::string_view Tr4Patterns = "*.tr4|*.tr4.zl";
+inline constexpr std::string_view IntakeNote = "\\intake_note";
+
+} // namespace kestrova::OnDisk

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string_view>
+
+// clang-format off
+
+/// Names of files, folders and kinds that this floor alone uses.
+namespace kestrova::OnDisk
+{
+
+inline constexpr std::string_view PatternZl = "*.zl";
+inline constexpr std::string_view OriginalSites = "http://www.tombraider.com|http://www.eidosinteractive.com";
+inline constexpr std::string_view OriginalInfoPatterns = "*.pdf|*.htm|*.html";
+
+} // namespace kestrova::OnDisk
