@@ -6,6 +6,7 @@
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "intake/file_names.h"
+#include "intake/unpacking_place.h"
 #include "levels/level_life.h"
 #include "packages/unpacked_files.h"
 #include "words/intake.h"

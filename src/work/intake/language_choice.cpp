@@ -3,7 +3,6 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "formats/trle_folder.h"
-#include "intake/new_level.h"
 #include "levels/level_language.h"
 #include "words/intake.h"
 

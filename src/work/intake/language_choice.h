@@ -1,8 +1,6 @@
 #pragma once
 
-#include "formats/level_config.h"
-#include "intake/files_before.h"
-#include "intake/package_sources.h"
+#include "session/session.h"
 
 namespace kestrova
 {

@@ -9,6 +9,7 @@
 #include "history/standing.h"
 #include "intake/file_names.h"
 #include "intake/setup_programs.h"
+#include "intake/source_choice.h"
 #include "levels/level_language.h"
 #include "session/documents.h"
 #include "storage/storage.h"

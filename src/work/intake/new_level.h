@@ -2,7 +2,7 @@
 
 #include "formats/level_config.h"
 #include "intake/files_before.h"
-#include "intake/package_sources.h"
+#include "intake/folder_sources.h"
 
 /// A level on its way into the archive, or one of the archive while it is edited: its texts, its
 /// folder, and everything that may be done to it until it is accepted or cancelled.

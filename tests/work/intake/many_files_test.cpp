@@ -1,4 +1,5 @@
 #include "intake/new_level.h"
+#include "intake/unpacking_place.h"
 
 #include "archive/level_folders.h"
 #include "platform/file_hook.h"

@@ -4,6 +4,7 @@
 #include "archive/tr4_index.h"
 #include "history/history.h"
 #include "intake/language_choice.h"
+#include "intake/unpacking_place.h"
 #include "packages/level_config_file.h"
 #include "packages/zip_files.h"
 #include "platform/file_hook.h"

@@ -1,0 +1,83 @@
+#include "intake/folder_sources.h"
+
+#include "core/name_list.h"
+#include "intake/cleared_progress.h"
+#include "intake/file_names.h"
+#include "words/intake.h"
+#include "words/levels.h"
+#include "words/storage.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool IsBelow(const Path& file, const Path& folder)
+{
+    const Path relative = file.lexically_relative(folder);
+    return !relative.empty() && *relative.begin() != "..";
+}
+
+void TellFailedFiles(Session& session, const std::vector<std::string>& names, const Path& folder,
+                     const Failure& first)
+{
+    TellSourceFailure(session,
+                      GetMsg(Msg::ErrorCopyingFileIn, {ShownNames(names)}) + TextOf(folder) +
+                          GetMsg(Msg::ClosingBracket),
+                      first);
+}
+
+} // namespace
+
+void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
+                        const SourceOptions& options, ProgressScope& progress,
+                        Subfolders subfolders, SourceReport& report)
+{
+    progress.AllowStop();
+    progress.SetLabel(GetMsg(Msg::CopyingFilesLabel));
+    const Path source = ResolvePath(given);
+    std::vector<Failure> notRead;
+    auto tree = TreeOfSource(session, source, OnDisk::EveryEnding, subfolders, progress, &notRead);
+    if (!tree) {
+        report.stopped = tree.Error().code == ErrorCode::Stopped;
+        ++report.failed;
+        ClearProgress(progress);
+        if (!report.stopped)
+            TellFailure(session, GetMsg(Msg::SourceFolderNotRead, {TextOf(source)}), tree.Error());
+        return;
+    }
+    report.failed += notRead.size();
+    for (const Failure& failure : notRead)
+        session.host.Tell(Tone::Error, GetMsg(Msg::SourceFolderNotRead, {failure.subject}),
+                          failure.reason);
+    // A folder that holds the level's own gives everything but that.
+    const Path own = ResolvePath(folder);
+    const auto isOwn = [&](const Path& path) { return path == own || IsBelow(path, own); };
+    std::erase_if(tree->files, isOwn);
+    std::erase_if(tree->folders, isOwn);
+    for (std::string& name : NotFilesIn(*tree))
+        report.notFiles.push_back(std::move(name));
+
+    const std::vector<Path> first = FirstOfEachName(*tree, progress, report);
+    std::vector<std::string> failed;
+    Failure firstFailure;
+    for (std::size_t i = 0; i < first.size() && !report.stopped; ++i) {
+        if (IsPackage(first[i]))
+            report.packages.push_back(first[i]);
+        const auto status = CopyOrUnzipSource(session, first[i], folder, options, progress, report);
+        report.stopped = (!status && status.Error().code == ErrorCode::Stopped) || !progress.Step();
+        if (!status && !report.stopped) {
+            if (failed.empty())
+                firstFailure = status.Error();
+            failed.push_back(TextOf(first[i].lexically_relative(source)));
+        }
+        progress.SetBar(i + 1, first.size());
+    }
+    ClearProgress(progress);
+    report.failed += failed.size();
+    if (!failed.empty())
+        TellFailedFiles(session, failed, folder, firstFailure);
+}
+
+} // namespace kestrova

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "intake/package_sources.h"
+#include "intake/source_tree.h"
+
+namespace kestrova
+{
+
+/// All files of a folder into the level's, packages unpacked. Failures are told together at the
+/// end.
+void AddFilesFromFolder(Session& session, const Path& source, const Path& folder,
+                        const SourceOptions& options, ProgressScope& progress,
+                        Subfolders subfolders, SourceReport& report);
+
+} // namespace kestrova

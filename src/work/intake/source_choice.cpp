@@ -1,0 +1,47 @@
+#include "intake/source_choice.h"
+
+#include "core/file_kinds.h"
+#include "words/intake.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// A chosen place becomes the one where the next chooser opens, as long as none was set.
+void RememberPlace(Session& session, const Path& place)
+{
+    if (Trim(session.preferences.downloadFolder) == OnDisk::DefaultDownloadFolder)
+        session.preferences.downloadFolder = place.native();
+}
+
+Path PlaceToStart(const Session& session)
+{
+    return FolderFromText(Trim(session.preferences.downloadFolder));
+}
+
+} // namespace
+
+std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioType)
+{
+    const bool audio = !audioType.empty();
+    auto chosen = session.host.ChooseOpenFile(
+        audio ? GetMsg(Msg::SelectAudioFile, {audioType}) : GetMsg(Msg::SelectSourceFile),
+        audio ? GetMsg(Msg::AudioFilesFilter, {audioType, audioType})
+              : GetMsg(Msg::SourceFilesFilter),
+        PlaceToStart(session));
+    if (chosen)
+        RememberPlace(session, chosen->parent_path());
+    return chosen;
+}
+
+std::optional<Path> ChooseSourceFolder(Session& session)
+{
+    auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectSourceFolder), PlaceToStart(session));
+    if (chosen)
+        RememberPlace(session, *chosen);
+    return chosen;
+}
+
+} // namespace kestrova

@@ -1,0 +1,51 @@
+#include "intake/source_report.h"
+
+#include "core/look.h"
+#include "core/name_list.h"
+#include "words/intake.h"
+
+namespace kestrova
+{
+
+void NoteChangedSources(SourceReport& report)
+{
+    for (const auto& [file, before] : report.read) {
+        const auto now = LookAt(file);
+        if (!now || now->kind != platform::FileKind::File || // what is gone by now was read whole
+            (now->size == before.size && now->modifiedNs == before.modifiedNs))
+            continue;
+        report.changed.push_back(TextOf(file.filename()));
+        ++report.failed;
+    }
+    report.read.clear();
+}
+
+void TellReport(Session& session, const SourceReport& report)
+{
+    if (!report.changed.empty())
+        session.host.Tell(Tone::Error, GetMsg(Msg::SourcesChanged, {ShownNames(report.changed)}));
+    std::vector<std::string> words;
+    const auto add = [&](const std::vector<std::string>& names, Message row) {
+        if (!names.empty())
+            words.push_back(GetMsg(row, {ShownNames(names)}));
+    };
+    add(report.leftOut, Msg::SameNameLeftOut);
+    add(report.renamed, Msg::KeptUnderFreeName);
+    add(report.notFiles, Msg::NoFilesLeftOut);
+    add(report.ledOut, Msg::LedOutLeftOut);
+    add(report.twice, Msg::TwiceInPackage);
+    if (!words.empty())
+        session.host.Tell(Tone::Warning,
+                          Join(words, std::string{lineBreak} + std::string{lineBreak}));
+}
+
+void TellSourceFailure(Session& session, const std::string& text, const Failure& failure)
+{
+    if (failure.code == ErrorCode::Damaged)
+        session.host.Tell(Tone::Error, text + std::string{lineBreak} + failure.subject,
+                          failure.reason);
+    else
+        TellFailure(session, text, failure);
+}
+
+} // namespace kestrova

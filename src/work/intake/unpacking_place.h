@@ -1,0 +1,26 @@
+#pragma once
+
+#include "session/session.h"
+
+namespace kestrova
+{
+
+/// Where packages are unpacked before their files go on; empty of meaning between two runs.
+Path UnpackingFolder(const Session& session);
+
+/// That folder, for as long as somebody unpacks there; it goes on every way out.
+class UnpackingPlace
+{
+public:
+    explicit UnpackingPlace(const Session& session);
+    ~UnpackingPlace();
+    UnpackingPlace(const UnpackingPlace&) = delete;
+    UnpackingPlace& operator=(const UnpackingPlace&) = delete;
+
+    [[nodiscard]] const Path& Folder() const { return folder_; }
+
+private:
+    Path folder_;
+};
+
+} // namespace kestrova
