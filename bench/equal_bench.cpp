@@ -1,6 +1,6 @@
 #include "archive/equal_levels.h"
 #include "archive/level_folders.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <algorithm>
 #include <chrono>
@@ -34,7 +34,7 @@ std::vector<Tr4Entry> FilesOf(LevelCode code)
 
 /// An archive of so many levels.
 struct EqualLevels {
-    testing::Sandbox box;
+    testing::World box;
     std::vector<double> times; ///< ms
 
     bool Fill(const Path& folder, LevelCode count)

@@ -1,5 +1,5 @@
-#include "support/sandbox.h"
 #include "ui/main/main_window.h"
+#include "world/world.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -111,7 +111,7 @@ struct World {
             full ? ManyLevels(box.session.archive.levels.front()) : box.session.archive.levels;
     }
 
-    testing::Sandbox box;
+    testing::World box;
     WindowLevelList list;
     Session session;
 };

@@ -3,7 +3,7 @@
 #include "cli/run.h"
 #include "platform/file_content.h"
 #include "platform/files.h"
-#include "support/faults.h"
+#include "sandbox/faults.h"
 
 #include <cstdio>
 #include <fcntl.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "program.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <map>
 #include <optional>
@@ -82,7 +82,7 @@ private:
     void ExpectOriginal();
     void ExpectNoLeftovers();
 
-    Sandbox box_;
+    World box_;
     Path scratch_;
     std::mt19937 random_;
     std::map<std::string, ModelLevel> levels_;       ///< by name

@@ -6,9 +6,9 @@
 #include "conversion/level_audio.h"
 #include "conversion/mp3_tools.h"
 #include "core/staged_file.h"
-#include "support/sound_files.h"
-#include "support/tool_box.h"
+#include "sandbox/sound_files.h"
 #include "words/conversion.h"
+#include "world/tool_box.h"
 
 #include <cmath>
 #include <cstdlib>

@@ -1,9 +1,9 @@
 #include "formats/zip_directory.h"
 #include "packages/zip_files.h"
 
-#include "support/patience.h"
-#include "support/tool_box.h"
-#include "support/zip_builder.h"
+#include "sandbox/patience.h"
+#include "world/tool_box.h"
+#include "world/zip_builder.h"
 
 #include <chrono>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "packages/level_config_file.h"
 
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "sandbox/faults.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ LevelConfig Named(const std::string& name)
 }
 
 /// The only message, which must be an error with these words and this path.
-void ExpectTold(Sandbox& box, const std::string& words, const std::string& reason = {})
+void ExpectTold(World& box, const std::string& words, const std::string& reason = {})
 {
     ASSERT_EQ(box.host.told.size(), 1U) << box.host.AllTold();
     EXPECT_EQ(box.host.told[0].tone, Tone::Error);
@@ -31,7 +31,7 @@ void ExpectTold(Sandbox& box, const std::string& words, const std::string& reaso
 
 TEST(LevelConfigFile, IsRefusedInWordsAndLeavesTheConfigAsItWas)
 {
-    Sandbox box;
+    World box;
     LevelConfig config = Named("before");
     const std::string path = (box / "work/kestrova.cfg").native();
     EXPECT_FALSE(ReadLevelConfig(box.session, LevelConfigPath(box / "work"), config));
@@ -50,7 +50,7 @@ TEST(LevelConfigFile, IsRefusedInWordsAndLeavesTheConfigAsItWas)
 
 TEST(LevelConfigFile, IsWrittenWholeOrNotAtAll)
 {
-    Sandbox box;
+    World box;
     const Path file = LevelConfigPath(box / "work");
     EXPECT_FALSE(WriteLevelConfig(box.session, file, Named("new")));
     ExpectTold(box, "Error opening for write config file: " + file.native());

@@ -1,8 +1,8 @@
 // Packages that are good, though not of the usual make, and what of them could be lost.
 #include "packages/zip_files.h"
 
-#include "support/tool_box.h"
-#include "support/zip_builder.h"
+#include "world/tool_box.h"
+#include "world/zip_builder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "packages/zip_files.h"
 
-#include "support/tool_box.h"
-#include "support/zip_builder.h"
+#include "world/tool_box.h"
+#include "world/zip_builder.h"
 
 #include <chrono>
 #include <fstream>

@@ -2,8 +2,8 @@
 // damaged package.
 #include "formats/rar_headers.h"
 #include "packages/zip_files.h"
-#include "support/tool_box.h"
-#include "support/zip_builder.h"
+#include "world/tool_box.h"
+#include "world/zip_builder.h"
 
 #include <gtest/gtest.h>
 #include <libdeflate.h>

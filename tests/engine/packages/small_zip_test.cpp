@@ -1,8 +1,8 @@
 #include "packages/small_zip.h"
 
 #include "packages/zip_files.h"
-#include "support/tool_box.h"
-#include "support/zip_builder.h"
+#include "world/tool_box.h"
+#include "world/zip_builder.h"
 
 #include <gtest/gtest.h>
 

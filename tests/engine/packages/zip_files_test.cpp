@@ -1,7 +1,7 @@
 #include "packages/zip_files.h"
 
-#include "support/sandbox.h"
-#include "support/tool_box.h"
+#include "world/tool_box.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 

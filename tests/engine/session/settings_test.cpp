@@ -1,7 +1,7 @@
 #include "session/settings.h"
 
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "sandbox/faults.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@ namespace kestrova
 
 TEST(Settings, AFileThatMakesNoSenseGivesWhatDoesAndReadsTheSameAgain)
 {
-    testing::Sandbox box;
+    testing::World box;
     const Path home = box / "home";
     const ProgramSettings first = DefaultSettings();
     const struct {
@@ -43,7 +43,7 @@ TEST(Settings, AFileThatMakesNoSenseGivesWhatDoesAndReadsTheSameAgain)
 TEST(Settings, WhatCannotBeReadNowIsNotWrittenOver)
 {
     testing::AtEachReadAndLook([](const testing::FailingRun& failing) {
-        testing::Sandbox box;
+        testing::World box;
         box.Write("home/kestrova.ini", "[program]\nhistory-count=7\n[other]\nkey=x\n");
         const auto run = failing([&] {
             const auto settings = ReadSettings(box / "home");

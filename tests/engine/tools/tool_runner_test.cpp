@@ -1,9 +1,9 @@
 #include "tools/tool_runner.h"
 
-#include "support/patience.h"
-#include "support/sandbox.h"
-#include "support/tool_box.h"
+#include "sandbox/patience.h"
 #include "words/tools.h"
+#include "world/tool_box.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 

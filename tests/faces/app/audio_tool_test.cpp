@@ -1,6 +1,6 @@
 #include "app/audio_tool.h"
-#include "support/sound_files.h"
-#include "support/tool_box.h"
+#include "sandbox/sound_files.h"
+#include "world/tool_box.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "app/doctor.h"
 #include "editor/find_trle.h"
 
-#include "support/tool_box.h"
 #include "swap/swap_plan.h"
+#include "world/tool_box.h"
 
 #include <algorithm>
 
@@ -37,7 +37,7 @@ TEST(Doctor, NamesWhatOfPackagesCouldNotBeRemoved)
 
 TEST(Doctor, FindsNothingWrongWithAProgramFolderThatIsNotMadeYet)
 {
-    Sandbox box;
+    World box;
     box.session.programFolder = box / "not/yet";
     const auto findings = Examine(box.session);
     ASSERT_FALSE(findings.empty());
@@ -46,7 +46,7 @@ TEST(Doctor, FindsNothingWrongWithAProgramFolderThatIsNotMadeYet)
 
 TEST(Doctor, NamesTwoFoldersOfSoundsAsWhatIsWrong)
 {
-    Sandbox box;
+    World box;
     box.MakeTrle();
     box.MakeBackupAndArchive();
     box.session.preferences.fullBackup = true;

@@ -3,7 +3,7 @@
 #include "archive/archive_saving.h"
 #include "editor/find_trle.h"
 #include "session/preferences_file.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -61,7 +61,7 @@ protected:
         return InitProgram(box.session, windows, arguments);
     }
 
-    Sandbox box;
+    World box;
     Windows windows;
 };
 
@@ -223,7 +223,7 @@ TEST_F(StartUp, LookingAtADamagedArchiveGivesAnEmptyOne)
 
 TEST(ProgramFolder, IsTheGivenOneWithAllFoldersAboveIt)
 {
-    const Sandbox box;
+    const World box;
     const auto folder = ChooseProgramFolder(box / "a/b/../c/");
     ASSERT_TRUE(folder);
     EXPECT_EQ(*folder, box / "a/c");

@@ -2,7 +2,7 @@
 #include "cli/command_table.h"
 #include "cli/help.h"
 #include "cli/work.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -13,7 +13,7 @@ namespace kestrova
 namespace
 {
 
-using testing::Sandbox;
+using testing::World;
 
 Arguments Parse(const std::vector<std::string>& items)
 {
@@ -83,7 +83,7 @@ TEST(TerminalText, CannotSteerTheTerminal)
 
 TEST(TerminalText, NoNameLooksLikeALineOrAColumnOfItsOwn)
 {
-    Sandbox box;
+    World box;
     TerminalHost host;
     const Arguments arguments;
     kestrova::Run run{box.session, host, arguments};

@@ -8,7 +8,7 @@
 #include "platform/places.h"
 #include "practice/game_data.h"
 #include "practice/practice_script.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -21,7 +21,7 @@ namespace kestrova
 namespace
 {
 
-using testing::Sandbox;
+using testing::World;
 
 constexpr PracticeOptions small{2'000'000};
 
@@ -31,7 +31,7 @@ class PracticeFolder : public ::testing::Test
 protected:
     static void SetUpTestSuite()
     {
-        box = new Sandbox;
+        box = new World;
         box->Write("game", "the game");
         made = new Result<PracticeMade>(
             MakePracticeFolder(*box / "practice", *box / "game", {}, small));
@@ -43,10 +43,10 @@ protected:
     }
     void SetUp() override { ASSERT_TRUE(*made) << made->Error().reason; }
 
-    static Sandbox* box;
+    static World* box;
     static Result<PracticeMade>* made;
 };
-Sandbox* PracticeFolder::box = nullptr;
+World* PracticeFolder::box = nullptr;
 Result<PracticeMade>* PracticeFolder::made = nullptr;
 
 unsigned Number(std::string_view bytes, std::size_t at, std::size_t size)
@@ -183,7 +183,7 @@ TEST_F(PracticeFolder, NeverTouchesWhatIsThere)
 
 TEST(Practice, StoppedOrFailedItLeavesNothing)
 {
-    Sandbox box;
+    World box;
     const Result<PracticeMade> noGame = MakePracticeFolder(box / "one", box / "absent", {}, small);
     ASSERT_FALSE(noGame);
     EXPECT_EQ(noGame.Error().code, ErrorCode::Missing);
@@ -236,7 +236,7 @@ protected:
 
 TEST_F(StandIn, SavesIntoTheFirstFreeSlotAndThenOverTheOldest)
 {
-    const Sandbox box;
+    const World box;
     box.Write("trle/SCRIPT.DAT", PracticeScript(ToWindows1252("Schloß Grünfels")));
     EXPECT_EQ(Run(box / "trle", ""), "Schloß Grünfels\n");
     EXPECT_EQ(box.Snapshot("trle").size(), 1U);

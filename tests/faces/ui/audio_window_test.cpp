@@ -1,5 +1,5 @@
 #include "audio/sound_info.h"
-#include "support/sound_files.h"
+#include "sandbox/sound_files.h"
 #include "ui/desktop/progress_windows.h"
 #include "ui/dialogs/dialog_convert_audio.h"
 #include "ui/dialogs/dialog_set_mp3.h"
@@ -36,7 +36,7 @@ void Drop(QWidget& window, const QList<QUrl>& urls)
 TEST(AudioWindow, WhatIsDroppedIsListedAndConverted)
 {
     WindowWorld world;
-    Sandbox& box = world.box;
+    World& box = world.box;
     box.Write("music/one.wav", ToneWave({}, 3000));
     box.Write("music/a name that is much longer than seventeen columns.wav", ToneWave({}, 3000));
     std::filesystem::create_directory(box / "out");
@@ -85,7 +85,7 @@ TEST(AudioWindow, WhatIsDroppedIsListedAndConverted)
 TEST(AudioWindow, TheSettingsAreAskedForAndHeard)
 {
     WindowWorld world;
-    Sandbox& box = world.box;
+    World& box = world.box;
     box.machine.tools["lame"] = platform::FindOnPath("lame");
     box.Write("trle/audio/105.wav", ToneWave({}, 44100));
     box.Write("trle/audio/no wave.wav", "nothing of a wave");

@@ -79,7 +79,7 @@ TEST(ShotPanes, SaysWhyAPictureCannotBeSeen)
 
 TEST(LoadPicture, TakesTheFirstPictureOfAnAnimationAndNoneThatClaimsTooMuch)
 {
-    Sandbox box;
+    World box;
     const auto animation = [](const std::string& size) {
         const std::string frame{"\x2C\0\0\0\0\1\0\1\0\0\x02\x02\x44\x01\0", 15};
         return "GIF89a" + size + std::string{"\x80\0\0\0\0\0\xFF\xFF\xFF", 9} + frame + frame + ";";
@@ -96,7 +96,7 @@ TEST(LoadPicture, TakesTheFirstPictureOfAnAnimationAndNoneThatClaimsTooMuch)
 
 TEST(ShotList, TurnsOnlyWherePicturesAre)
 {
-    Sandbox box;
+    World box;
     box.MakeTrle();
     box.MakeBackupAndArchive();
     const LevelCode code = box.AddLevel("Seven", {});

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "support/sandbox.h"
 #include "ui/main/main_window.h"
 #include "ui/widgets/input_gate.h"
 #include "ui/widgets/qt_text.h"
+#include "world/world.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -64,7 +64,7 @@ public:
     std::string TextOfLabel(const char* name) { return FromQt(Find<QLabel>(name)->text()); }
     void Click(const char* name) { QTest::mouseClick(Find(name), Qt::LeftButton); }
 
-    Sandbox box;
+    World box;
     WindowLevelList list;
     Session session;
     InputGate gate;

@@ -1,6 +1,7 @@
+#include "core/files.h"
 #include "core/staged_file.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "sandbox/faults.h"
+#include "sandbox/sandbox.h"
 
 #include <gtest/gtest.h>
 

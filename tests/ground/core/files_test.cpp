@@ -5,8 +5,8 @@
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "platform/file_lock.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "sandbox/faults.h"
+#include "sandbox/sandbox.h"
 
 #include <atomic>
 #include <gtest/gtest.h>
@@ -21,6 +21,7 @@ namespace
 class Files : public ::testing::Test
 {
 protected:
+    void SetUp() override { std::filesystem::create_directory(box / "home"); }
     [[nodiscard]] std::vector<std::string> Names(const std::string& folder,
                                                  std::string_view pattern) const
     {

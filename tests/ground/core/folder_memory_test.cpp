@@ -4,8 +4,9 @@
 #include "core/files.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
-#include "support/listings.h"
-#include "support/sandbox.h"
+#include "core/text.h"
+#include "sandbox/listings.h"
+#include "sandbox/sandbox.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "core/removal.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "sandbox/faults.h"
+#include "sandbox/sandbox.h"
 
 #include <chrono>
 #include <fcntl.h>

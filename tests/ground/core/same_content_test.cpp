@@ -1,5 +1,5 @@
 #include "core/files.h"
-#include "support/sandbox.h"
+#include "sandbox/sandbox.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "formats/preferences.h"
 #include "formats/savegame_records.h"
 #include "formats/tr4_inf.h"
-#include "support/sandbox.h"
+#include "sandbox/sandbox.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 #include "core/text.h"
 #include "platform/file_content.h"
-#include "support/patience.h"
-#include "support/sandbox.h"
+#include "sandbox/patience.h"
+#include "sandbox/sandbox.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 #include "platform/places.h"
 
-#include "support/sandbox.h"
+#include "sandbox/sandbox.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "archive/tr4_index.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ class ArchiveMemory : public ::testing::Test
 {
 protected:
     void SetUp() override { box.MakeBackupAndArchive(); }
-    Sandbox box;
+    World box;
 };
 
 TEST_F(ArchiveMemory, LevelsAreFoundByCodeAndTheirFoldersByKind)

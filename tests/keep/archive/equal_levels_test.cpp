@@ -1,6 +1,6 @@
 #include "archive/equal_levels.h"
 
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -27,7 +27,7 @@ protected:
         EXPECT_TRUE(found);
         return *found ? std::to_string((*found)->level) + " " + (*found)->name : std::string{};
     }
-    Sandbox box;
+    World box;
 };
 
 TEST_F(EqualLevels, AreFoundByNameAndSizeAlone)

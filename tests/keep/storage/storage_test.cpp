@@ -2,13 +2,13 @@
 #include "pictures/bitmap.h"
 #include "pictures/jpeg.h"
 #include "platform/file_content.h"
+#include "sandbox/faults.h"
 #include "storage/ready_files.h"
 #include "storage/storage.h"
 #include "storage/stored_form.h"
 #include "storage/unstore.h"
 #include "storage/zl_file.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -73,7 +73,7 @@ protected:
         return files;
     }
 
-    Sandbox box;
+    World box;
     LevelCode code = 0;
     std::size_t index = 0;
 };
@@ -168,7 +168,7 @@ TEST_F(Storage, IsTheOldLevelOrTheNewOneWhereverItFails)
     for (const AfterFault after : {AfterFault::Works, AfterFault::Fails})
         for (int step = 1;; ++step) {
             ASSERT_LT(step, 500);
-            Sandbox own;
+            World own;
             own.host.AnswerAll(true);
             own.MakeBackupAndArchive();
             own.session.archive.header.compressLevels = true;
@@ -193,7 +193,7 @@ TEST_F(Storage, ATakenExchangeLeavesOneWholeFolderWhereverItIsKilled)
 {
     for (int step = 1;; ++step) {
         ASSERT_LT(step, 500);
-        Sandbox own;
+        World own;
         own.host.AnswerAll(true);
         own.MakeBackupAndArchive();
         own.AddLevel("Level", {{"old.tr4", "old"}});
@@ -215,7 +215,7 @@ TEST_F(Storage, ATakenExchangeLeavesOneWholeFolderWhereverItIsKilled)
 TEST_F(Storage, AHalfExchangeIsEndedOrLeftWhereverALookFails)
 {
     AtEachReadAndLook([](const FailingRun& failing) {
-        Sandbox own;
+        World own;
         own.MakeBackupAndArchive();
         own.Write("levels/LEVEL_0001/files.old/old.tr4", "old");
         own.Write("levels/LEVEL_0001/files.new/half.tr4", "half");
@@ -231,7 +231,7 @@ TEST_F(Storage, InPlaceNoFileIsLostWhereverItIsKilled)
 {
     for (int step = 1;; ++step) {
         ASSERT_LT(step, 500);
-        Sandbox own;
+        World own;
         own.host.AnswerAll(true);
         own.MakeBackupAndArchive();
         own.session.archive.header.compressLevels = true;

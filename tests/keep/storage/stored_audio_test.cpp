@@ -1,12 +1,12 @@
 #include "conversion/audio_batch.h"
 #include "conversion/mp3_tools.h"
+#include "sandbox/sound_files.h"
 #include "storage/ready_files.h"
 #include "storage/storage.h"
 #include "storage/stored_audio.h"
 #include "storage/unstore.h"
 #include "storage/zl_file.h"
-#include "support/sound_files.h"
-#include "support/tool_box.h"
+#include "world/tool_box.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
+#include "sandbox/faults.h"
 #include "storage/zl_file.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -77,7 +77,7 @@ TEST(ZlFile, IsWholeOrNotThereWhereverItFails)
 {
     for (int step = 1;; ++step) {
         ASSERT_LT(step, 100);
-        Sandbox box;
+        World box;
         box.Write("home/a.tr4", "level data");
         const auto run = WithFaultAt(
             step,
@@ -98,7 +98,7 @@ TEST(ZlFile, IsWholeOrNotThereWhereverItFails)
 
 TEST(ZlFile, KeepsTheSourcesTime)
 {
-    Sandbox box;
+    World box;
     box.Write("home/a.tr4", "level data");
     constexpr std::int64_t time = 1'000'000'000'000'000'000;
     ASSERT_FALSE(platform::SetModified(box / "home/a.tr4", time));
@@ -114,7 +114,7 @@ TEST(ZlFile, KeepsTheSourcesTime)
 
 TEST(ZlFile, WhateverAStreamBecomesOnlyAPieceOfItIsHeldAtOnce)
 {
-    Sandbox box;
+    World box;
     const std::uint64_t size = zlMemory + (zlMemory >> 1) + 7;
     const std::string stream = CompressZlBytes(std::string(size, 'x'));
     box.Write("big.zl", stream);

@@ -1,5 +1,5 @@
 #include "audio/mpeg_frames.h"
-#include "support/sound_files.h"
+#include "sandbox/sound_files.h"
 
 #include <gtest/gtest.h>
 

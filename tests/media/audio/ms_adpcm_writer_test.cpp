@@ -1,6 +1,6 @@
 #include "audio/ms_adpcm_writer.h"
 #include "audio/wave_reader.h"
-#include "support/sandbox.h"
+#include "sandbox/sandbox.h"
 
 #include <array>
 #include <cmath>

@@ -1,9 +1,9 @@
 #include "audio/wave_chunks.h"
 #include "audio/wave_converter.h"
 #include "audio/wave_reader.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
-#include "support/sound_files.h"
+#include "sandbox/faults.h"
+#include "sandbox/sandbox.h"
+#include "sandbox/sound_files.h"
 
 #include <gtest/gtest.h>
 

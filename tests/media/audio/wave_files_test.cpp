@@ -1,7 +1,7 @@
 #include "audio/wave_chunks.h"
 #include "audio/wave_header.h"
-#include "support/sandbox.h"
-#include "support/sound_files.h"
+#include "sandbox/sandbox.h"
+#include "sandbox/sound_files.h"
 
 #include <cstring>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "pictures/bitmap.h"
 #include "pictures/convert.h"
 #include "pictures/jpeg.h"
-#include "support/sandbox.h"
+#include "sandbox/sandbox.h"
 
 #include <cstdio> // wanted by the header of the jpeg library
 #include <cstdlib>

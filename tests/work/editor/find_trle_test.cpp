@@ -1,6 +1,6 @@
 #include "editor/find_trle.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "sandbox/faults.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ protected:
         EXPECT_EQ(IsTrleFolder(box.session, box / "trle", false), fine);
         return fine ? "" : box.host.told.front().text;
     }
-    Sandbox box;
+    World box;
 };
 
 TEST_F(FindTrle, TheFirstTestThatFailsIsTold)

@@ -4,11 +4,11 @@
 #include "archive/level_folders.h"
 #include "core/leftovers.h"
 #include "levels/level_life.h"
-#include "support/faults.h"
-#include "support/tool_box.h"
-#include "support/zip_builder.h"
+#include "sandbox/faults.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/leftovers.h"
+#include "world/tool_box.h"
+#include "world/zip_builder.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ namespace
 
 using Files = std::map<std::string, std::string>;
 
-void WritePackage(const Sandbox& box)
+void WritePackage(const World& box)
 {
     box.Write("package/level1.tr4", "level");
     box.Write("package/script.dat", "script");
@@ -29,7 +29,7 @@ void WritePackage(const Sandbox& box)
     box.Write("package/saves/savegame.3", "saved");
 }
 
-bool AddPackage(Sandbox& box, LevelCode& code)
+bool AddPackage(World& box, LevelCode& code)
 {
     const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
     return AddLevel(
@@ -43,7 +43,7 @@ bool AddPackage(Sandbox& box, LevelCode& code)
 }
 
 /// What no listing shows, but for the locks.
-std::vector<std::string> HiddenIn(const Sandbox& box)
+std::vector<std::string> HiddenIn(const World& box)
 {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(box.root))
@@ -62,7 +62,7 @@ protected:
         box.MakeBackupAndArchive();
         WritePackage(box);
     }
-    Sandbox box;
+    World box;
     LevelCode code = -1;
 };
 
@@ -100,7 +100,7 @@ TEST_F(AddLevelTest, ALevelComesIntoTheArchiveAndIsSelected)
 }
 
 /// A level with a savegame and a picture of each kind that an edit may meet.
-void MakeEdited(Sandbox& box)
+void MakeEdited(World& box)
 {
     box.MakeTrle();
     box.MakeBackupAndArchive();
@@ -116,7 +116,7 @@ void MakeEdited(Sandbox& box)
 }
 
 /// Changes of every kind; `wrong` ends it with a refusal.
-bool EditAll(Sandbox& box, bool wrong)
+bool EditAll(World& box, bool wrong)
 {
     const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
     return EditLevel(box.session, *progress, 1, [&](NewLevel& level) {
@@ -134,7 +134,7 @@ bool EditAll(Sandbox& box, bool wrong)
 TEST_F(AddLevelTest, ARefusedEditLeavesTheLevelAsItWas)
 {
     for (const bool compressed : {false, true}) {
-        Sandbox own;
+        World own;
         own.host.AnswerAll(true);
         MakeEdited(own);
         own.session.archive.header.compressLevels = compressed;
@@ -157,7 +157,7 @@ TEST_F(AddLevelTest, AnEditThatFailsAnywhereChangesAllOrNothing)
 {
     for (int step = 1;; ++step) {
         ASSERT_LT(step, 400);
-        Sandbox own;
+        World own;
         own.host.AnswerAll(true);
         MakeEdited(own);
         const Files before = own.Snapshot("levels");
@@ -178,7 +178,7 @@ TEST_F(AddLevelTest, AnEditThatIsKilledAnywhereIsUndoneOrAcceptedAndLeavesNothin
     std::map<std::string, int> ends;
     for (int step = 1;; ++step) {
         ASSERT_LT(step, 400);
-        Sandbox own;
+        World own;
         own.host.AnswerAll(true);
         MakeEdited(own);
         own.session.archive.header.compressLevels = step % 2 == 0;
@@ -277,7 +277,7 @@ TEST_F(AddLevelTest, ALevelIsAddedWholeOrNotAtAllWhereverItFails)
 {
     for (int step = 1;; ++step) {
         ASSERT_LT(step, 900);
-        Sandbox own;
+        World own;
         own.host.AnswerAll(true);
         own.MakeTrle();
         own.MakeBackupAndArchive();
@@ -308,7 +308,7 @@ TEST_F(AddLevelTest, WhatAKilledRunLeftIsClearedByTheNextStartUnlessItMayBeALeve
     int offered = 0;
     for (int step = 1;; ++step) {
         ASSERT_LT(step, 900);
-        Sandbox own;
+        World own;
         own.host.AnswerAll(true);
         own.MakeTrle();
         own.MakeBackupAndArchive();

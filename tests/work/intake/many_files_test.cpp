@@ -3,10 +3,10 @@
 
 #include "archive/level_folders.h"
 #include "platform/file_hook.h"
-#include "support/listings.h"
-#include "support/tool_box.h"
-#include "support/zip_builder.h"
+#include "sandbox/listings.h"
 #include "tools/tool_runner.h"
+#include "world/tool_box.h"
+#include "world/zip_builder.h"
 
 #include <chrono>
 #include <ctime>

@@ -9,8 +9,8 @@
 #include "packages/zip_files.h"
 #include "platform/file_hook.h"
 #include "storage/zl_file.h"
-#include "support/tool_box.h"
-#include "support/zip_builder.h"
+#include "world/tool_box.h"
+#include "world/zip_builder.h"
 
 #include <fcntl.h>
 #include <fstream>

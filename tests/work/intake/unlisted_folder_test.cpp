@@ -2,8 +2,8 @@
 #include "intake/files_before.h"
 #include "intake/language_choice.h"
 #include "intake/new_level.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "sandbox/faults.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ using Files = std::map<std::string, std::string>;
 
 TEST(UnlistedFolder, NoFileGoesThereUnderANameThatMayBeTaken)
 {
-    Sandbox box;
+    World box;
     box.Write("in/Level.TR4", "coming");
     box.Write("files/level.tr4", "stands");
     const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
@@ -40,7 +40,7 @@ TEST(UnlistedFolder, NoFileGoesThereUnderANameThatMayBeTaken)
 
 TEST(UnlistedFolder, AnEditThatIsGivenUpDeletesNothingForIt)
 {
-    Sandbox box;
+    World box;
     box.Write("level/files/a.tr4", "old");
     FilesBefore before{box / "level/files", {}};
     {
@@ -62,7 +62,7 @@ TEST(UnlistedFolder, AnEditThatIsGivenUpDeletesNothingForIt)
 TEST(FailedLook, WhatComesInTakesNothingsPlaceUnasked)
 {
     AtEachReadAndLook([](const FailingRun& failing) {
-        Sandbox box;
+        World box;
         box.host.AnswerAll(false); // what stands there is to stay
         box.MakeTrle();
         box.MakeBackupAndArchive();
@@ -86,7 +86,7 @@ TEST(FailedLook, WhatComesInTakesNothingsPlaceUnasked)
 TEST(FailedLook, OfSavegamesAndPicturesThatComeInNoneIsLost)
 {
     AtEachReadAndLook([](const FailingRun& failing) {
-        Sandbox box;
+        World box;
         box.host.AnswerAll(true);
         box.MakeTrle();
         box.MakeBackupAndArchive();

@@ -3,8 +3,8 @@
 #include "packages/level_config_file.h"
 #include "packages/zip_files.h"
 #include "storage/zl_file.h"
-#include "support/tool_box.h"
 #include "swap/install.h"
+#include "world/tool_box.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "levels/level_language.h"
 
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "sandbox/faults.h"
 #include "swap/install.h"
 #include "swap/swap_plan.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ using Files = std::map<std::string, std::string>;
 const std::string levelFiles = "levels/LEVEL_0001/files";
 
 /// An Italian Level Editor with its backup, and one English level.
-class LanguageWorld : public Sandbox
+class LanguageWorld : public World
 {
 public:
     LevelCode code = 0;

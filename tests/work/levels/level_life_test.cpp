@@ -7,12 +7,12 @@
 #include "intake/add_level.h"
 #include "levels/level_life.h"
 #include "levels/original_level.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "sandbox/faults.h"
 #include "swap/install.h"
 #include "swap/recovery.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/new_archive.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -39,7 +39,7 @@ protected:
         EXPECT_TRUE(ReadArchive(fresh, box.session.ArchivePath())) << box.host.AllTold();
         return fresh;
     }
-    Sandbox box;
+    World box;
 };
 
 TEST_F(LevelLife, AFolderThatTheListDoesNotKnowIsSetAsideWhole)
@@ -78,7 +78,7 @@ TEST_F(LevelLife, SettingAFolderAsideLosesNothingWhereverItFailsOrIsKilled)
         ASSERT_LT(step, 200);
         bool reached = false;
         for (const bool killed : {false, true}) {
-            Sandbox own;
+            World own;
             own.MakeTrle();
             own.MakeBackupAndArchive();
             own.Write("levels/LEVEL_0001/files/old.tr4", "old");
@@ -104,7 +104,7 @@ TEST_F(LevelLife, SettingAFolderAsideLosesNothingWhereverItFailsOrIsKilled)
 TEST_F(LevelLife, NoFolderAndNoListGivesWayWhereALookFails)
 {
     AtEachReadAndLook([](const FailingRun& failing) {
-        Sandbox own;
+        World own;
         own.MakeTrle();
         own.MakeBackupAndArchive();
         own.Write("levels/LEVEL_0001/files/old.tr4", "old");
@@ -219,7 +219,7 @@ TEST_F(LevelLife, WhileTheArchivesFolderIsGoneNoLevelComesGoesOrIsEdited)
 }
 
 /// All contents of savegames that stand anywhere: live, in stores, in the history.
-std::set<std::string> SavegamesAnywhere(const Sandbox& box)
+std::set<std::string> SavegamesAnywhere(const World& box)
 {
     std::set<std::string> found;
     for (const char* folder : {"trle", "levels", "home"})
@@ -230,7 +230,7 @@ std::set<std::string> SavegamesAnywhere(const Sandbox& box)
 }
 
 /// A level that was played, with savegames live, in its store's slots and of the original.
-void MakePlayedLevel(Sandbox& box)
+void MakePlayedLevel(World& box)
 {
     box.host.AnswerAll(true);
     box.MakeTrle();
@@ -244,7 +244,7 @@ void MakePlayedLevel(Sandbox& box)
 }
 
 /// Every savegame is somewhere, and what the marker names is in the archive.
-void CheckNothingLost(const Sandbox& box, Session& session, const std::string& call)
+void CheckNothingLost(const World& box, Session& session, const std::string& call)
 {
     const std::set<std::string> wanted{SavegameBytes("Save original", 1),
                                        SavegameBytes("Save live", 2),
@@ -259,7 +259,7 @@ TEST_F(LevelLife, RemovingTheInstalledLevelLosesNothingWhereverItFails)
     for (const AfterFault after : {AfterFault::Works, AfterFault::Fails})
         for (int step = 1;; ++step) {
             ASSERT_LT(step, 600);
-            Sandbox own;
+            World own;
             MakePlayedLevel(own);
             const FaultRun run = WithFaultAt(
                 step, [&] { return RemoveLevel(own.session, 1, LevelFolders::Remove); },
@@ -282,7 +282,7 @@ TEST_F(LevelLife, RemovingTheInstalledLevelLosesNothingWhereverItIsKilled)
 {
     for (int step = 1;; ++step) {
         ASSERT_LT(step, 600);
-        Sandbox own;
+        World own;
         MakePlayedLevel(own);
         const KillRun run =
             WithKillAt(step, [&] { return RemoveLevel(own.session, 1, LevelFolders::Remove); });
@@ -303,7 +303,7 @@ TEST_F(LevelLife, TheOriginalsFolderIsBuiltWholeOrNotAtAll)
 {
     for (int step = 1;; ++step) {
         ASSERT_LT(step, 200);
-        Sandbox own;
+        World own;
         own.host.AnswerAll(true);
         own.MakeTrle();
         own.Write("home/backup_trle/savegame.1", "kept");

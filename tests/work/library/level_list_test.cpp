@@ -1,7 +1,7 @@
 #include "levels/more_info.h"
 #include "library/level_list.h"
-#include "support/sandbox.h"
 #include "swap/install.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ protected:
             texts.push_back(row.text);
         return texts;
     }
-    Sandbox box;
+    World box;
 };
 
 TEST_F(LevelListing, RowsAreSortedByTextAndKeepTheirCodes)

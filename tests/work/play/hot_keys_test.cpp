@@ -2,7 +2,7 @@
 #include "pictures/jpeg.h"
 #include "play/game_watch.h"
 #include "play/hot_keys.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ std::string BitmapOf(int width, int height)
 }
 
 /// The first level stands in the Level Editor's folder, another one is selected.
-class Playing : public Sandbox
+class Playing : public World
 {
 public:
     HotKeys keys{session};
@@ -248,7 +248,7 @@ TEST(HotKeys, WithThePromptThePersonNamesIt)
 
 TEST(GameWatch, TellsWhenAGameComesAndGoes)
 {
-    Sandbox box;
+    World box;
     GameWatch watch{box.session};
     EXPECT_FALSE(watch.Look());
     box.machine.running = {{4711, "tomb4.exe"}};

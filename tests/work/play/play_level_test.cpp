@@ -3,10 +3,10 @@
 #include "history/standing.h"
 #include "play/game_launch.h"
 #include "play/play_level.h"
-#include "support/sandbox.h"
 #include "swap/folder_guard.h"
 #include "swap/level_gaps.h"
 #include "swap/swap_plan.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -45,7 +45,7 @@ protected:
         box.Write("usr/bin/wine", "");
         box.machine.tools["wine"] = box / "usr/bin/wine";
     }
-    Sandbox box;
+    World box;
     LevelCode code = 0;
 };
 

@@ -1,6 +1,6 @@
 #include "history/standing.h"
 #include "play/savegame_tool.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@ namespace kestrova::testing
 
 TEST(SavegameTool, IsStartedOnTheSelectedLevelWithItsTwoRecords)
 {
-    Sandbox box;
+    World box;
     box.MakeTrle();
     box.MakeBackupAndArchive();
     const LevelCode code = box.AddLevel("Dawn", {{"dawn.tr4", "level"}, {"script.dat", "script"}});

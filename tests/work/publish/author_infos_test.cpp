@@ -1,7 +1,7 @@
 #include "publish/author_infos.h"
 
 #include "saves/send_mail.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -33,7 +33,7 @@ protected:
         box.host.told.clear();
         return text;
     }
-    Sandbox box;
+    World box;
 };
 
 TEST_F(AuthorInfosTest, ListsAreEditedAndStored)

@@ -1,8 +1,8 @@
 #include "history/state_change.h"
 #include "platform/file_content.h"
+#include "sandbox/faults.h"
 #include "saves/savegame_transfer.h"
 #include "saves/saves_world.h"
-#include "support/faults.h"
 #include "swap/recovery.h"
 
 namespace kestrova::testing

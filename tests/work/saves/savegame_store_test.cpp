@@ -1,6 +1,6 @@
+#include "sandbox/faults.h"
 #include "saves/savegame_store.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ protected:
         box.MakeBackupAndArchive();
         code = box.AddLevel("Level", {});
     }
-    Sandbox box;
+    World box;
     LevelCode code = 0;
 };
 

@@ -3,8 +3,8 @@
 #include "formats/savegame_info.h"
 #include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
-#include "support/sandbox.h"
 #include "swap/state_files.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ namespace kestrova::testing
 {
 
 /// A level whose savegames are live in the Level Editor's folder, and one that rests in its store.
-class SavesWorld : public Sandbox
+class SavesWorld : public World
 {
 public:
     LevelCode played = 0;

@@ -1,10 +1,10 @@
 #include "pictures/bitmap.h"
+#include "sandbox/faults.h"
 #include "shots/shot_capture.h"
 #include "shots/shot_commands.h"
 #include "shots/shot_files.h"
 #include "shots/shot_import.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ namespace
 
 const std::string folder = "levels/LEVEL_0001/screenshots/";
 
-class ShotWorld : public Sandbox
+class ShotWorld : public World
 {
 public:
     ShotList shots;

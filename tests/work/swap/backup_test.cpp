@@ -1,6 +1,6 @@
 #include "swap/backup.h"
 
-#include "support/faults.h"
+#include "sandbox/faults.h"
 #include "swap/recovery.h"
 #include "swap/restore.h"
 #include "swap/swap_plan.h"
@@ -13,7 +13,7 @@ namespace
 {
 
 /// A first start: an original folder, no backup.
-class FirstStart : public Sandbox
+class FirstStart : public World
 {
 public:
     FirstStart() { MakeTrle(); }

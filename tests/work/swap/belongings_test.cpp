@@ -4,7 +4,7 @@
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
 #include "originals/vault.h"
-#include "support/faults.h"
+#include "sandbox/faults.h"
 #include "swap/backup.h"
 #include "swap/install.h"
 #include "swap/recovery.h"

@@ -1,7 +1,7 @@
 // States of the folders that no player makes on purpose, and that happen all the same.
 #include "history/history.h"
 #include "history/swap_journal_file.h"
-#include "support/faults.h"
+#include "sandbox/faults.h"
 #include "swap/backup.h"
 #include "swap/install.h"
 #include "swap/recovery.h"

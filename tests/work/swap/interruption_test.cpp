@@ -1,4 +1,4 @@
-#include "support/faults.h"
+#include "sandbox/faults.h"
 #include "swap/backup.h"
 #include "swap/install.h"
 #include "swap/recovery.h"

@@ -1,7 +1,7 @@
 #include "swap/level_gaps.h"
 
 #include "archive/tr4_index.h"
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@ namespace kestrova::testing
 
 TEST(LevelGaps, BlanksAroundANameAreNoGap)
 {
-    Sandbox box;
+    World box;
     box.MakeBackupAndArchive();
     const LevelCode code = box.AddLevel("Level", {{" lead.tr4", "level"}, {"b.tr4", "other"}});
     const auto entries = ScanTr4Files(box / "levels/LEVEL_0001/files");

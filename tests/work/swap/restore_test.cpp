@@ -1,5 +1,5 @@
 #include "history/swap_journal_file.h"
-#include "support/faults.h"
+#include "sandbox/faults.h"
 #include "swap/backup.h"
 #include "swap/recovery.h"
 #include "swap/restore.h"

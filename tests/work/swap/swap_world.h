@@ -1,9 +1,9 @@
 #pragma once
 
 #include "history/standing.h"
-#include "support/sandbox.h"
 #include "swap/install.h"
 #include "swap/state_files.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ namespace kestrova::testing
 
 /// An original folder with its backup, two levels, and savegames of everybody: the original's live,
 /// the levels' in their stores.
-class SwapWorld : public Sandbox
+class SwapWorld : public World
 {
 public:
     LevelCode first = 0;

@@ -3,11 +3,11 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "levels/level_life.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "sandbox/faults.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/archive_sizes.h"
 #include "upkeep/new_archive.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -38,7 +38,7 @@ protected:
         other.archive.levels[1].levelName = "Other";
         ASSERT_TRUE(WriteArchive(other, box / "home/other.kva"));
     }
-    Sandbox box;
+    World box;
 };
 
 TEST_F(ArchiveLife, ALoadTakesTheFileAndShowsTheCurrentLevel)
@@ -385,7 +385,7 @@ TEST_F(ArchiveLife, AnArchiveWriteIsTheOldFileOrTheNewOneWherverItFailsOrIsKille
     const auto write = [&] {
         return bool{WriteArchive(box.session, box / "home/LevelArchive.kva")};
     };
-    Sandbox twin;
+    World twin;
     twin.session.archive = box.session.archive;
     ASSERT_TRUE(WriteArchive(twin.session, twin / "a.kva"));
     const std::string after = twin.Read("a.kva");

@@ -3,13 +3,13 @@
 #include "archive/archive_saving.h"
 #include "core/leftovers.h"
 #include "pictures/convert.h"
+#include "sandbox/faults.h"
 #include "storage/ready_files.h"
 #include "storage/storage.h"
 #include "storage/zl_file.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/leftovers.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -76,7 +76,7 @@ protected:
         box.session.archive.header.compressLevels = compress;
         return ChangeCompression(box.session);
     }
-    Sandbox box;
+    World box;
 };
 
 TEST_F(Compression, GoesThereAndBackOverAllLevelsOnTheDisk)

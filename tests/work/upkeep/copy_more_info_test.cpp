@@ -1,6 +1,6 @@
 #include "upkeep/copy_more_info.h"
 
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@ namespace
 
 TEST(CopyMoreInfo, NamesWhatItCannotCopyAndGoesOn)
 {
-    Sandbox box;
+    World box;
     EXPECT_FALSE(CopyMoreInfoFiles(box.session));
     EXPECT_TRUE(box.host.WasTold("Missing archive!"));
     box.MakeBackupAndArchive();

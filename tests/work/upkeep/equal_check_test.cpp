@@ -2,8 +2,8 @@
 
 #include "archive/tr4_index.h"
 #include "storage/zl_file.h"
-#include "support/sandbox.h"
 #include "upkeep/create_tr4_infos.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ protected:
         box.AddLevel(name, files);
         return box.session.archive.levels.size() - 1;
     }
-    Sandbox box;
+    World box;
 };
 
 TEST_F(EqualCheck, AsksAtEachPairAndTellsTheCount)

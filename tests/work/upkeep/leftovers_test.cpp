@@ -1,8 +1,8 @@
 #include "upkeep/leftovers.h"
 
 #include "core/staged_file.h"
-#include "support/faults.h"
-#include "support/sandbox.h"
+#include "sandbox/faults.h"
+#include "world/world.h"
 
 #include <gtest/gtest.h>
 
@@ -34,7 +34,7 @@ protected:
         }
         return names;
     }
-    Sandbox box;
+    World box;
 };
 
 /// Left by a process whose number is above what a system gives out, and by the first one, which

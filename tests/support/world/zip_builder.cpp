@@ -1,4 +1,4 @@
-#include "support/zip_builder.h"
+#include "world/zip_builder.h"
 
 #include "storage/zl_file.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/sandbox.h"
+#include "world/world.h"
 
 #include <fstream>
 
@@ -10,7 +10,7 @@ namespace kestrova::testing
 /// A sandbox whose program folder is `tools`, into which shell scripts are put that play an
 /// outside tool. The sandbox may lie in memory that no program may be started from, so the folder
 /// is a link to one that lies with the other temporary files.
-class ToolBox : public Sandbox
+class ToolBox : public World
 {
 public:
     ToolBox()

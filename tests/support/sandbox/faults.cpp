@@ -1,4 +1,4 @@
-#include "support/faults.h"
+#include "sandbox/faults.h"
 
 #include <atomic>
 #include <cstdio>
