@@ -58,7 +58,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 "each entry is either followed or named");
     }
 
-    const std::string name = FromWindows1252(MarkerValue(tagLevelName, bytes));
+    // A name that would break its line, or hide in it, is written with blanks instead.
+    const std::string name{Trim(OnOneLine(FromWindows1252(MarkerValue(tagLevelName, bytes))))};
     const std::string written = MarkerText(content.code, name, content.overwritten, content.copied);
     const MarkerContent again = ParseMarker(written);
     Promise(again.code == content.code && again.overwritten == content.overwritten &&
