@@ -252,6 +252,11 @@ TEST(Author, TheListsFollowTheirButtonsAndARefusalKeepsTheWindow)
     dialog.show();
     auto* emails = In<QComboBox>(dialog, "Combo_Email");
     EXPECT_EQ(emails->currentText(), "a@b");
+    for (const char* next : {"Text_Note", "Combo_Email", "Pul_NewEmail", "Pul_ChangeEmail",
+                             "Pul_DelEmail", "Pul_SendMail", "Combo_Sito", "Pul_New_Sito"}) {
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(FromQt(dialog.focusWidget()->objectName()), next);
+    }
     QTest::keyClick(emails, Qt::Key_Down);
     world.box.host.WillAskText("Change current email address", "e@f");
     Press(dialog, "Pul_ChangeEmail");

@@ -101,6 +101,8 @@ QGroupBox* AuthorDialog::MakeAddresses(const char* frame, QComboBox& combo,
         if (row >= 0)
             list.selected = static_cast<std::size_t>(row);
     });
+    auto* column = new QVBoxLayout(group);
+    column->addWidget(&combo); // first, so that the Tab key comes to it before its buttons
     auto* row = new QHBoxLayout;
     for (const Deed& deed : deeds) {
         // The last one opens what is selected, the others change the list.
@@ -115,8 +117,6 @@ QGroupBox* AuthorDialog::MakeAddresses(const char* frame, QComboBox& combo,
         });
         row->addWidget(button);
     }
-    auto* column = new QVBoxLayout(group);
-    column->addWidget(&combo);
     column->addLayout(row);
     return group;
 }
