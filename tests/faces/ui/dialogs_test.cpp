@@ -20,6 +20,8 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QStyleOption>
 
@@ -329,6 +331,26 @@ TEST(Dialogs, ASmallScreenStillHasTheirAnswers)
         EXPECT_LE(dialog->width(), 496) << FromQt(dialog->objectName());
         dialog->hide();
     }
+}
+
+TEST(Dialogs, ALargeFontPushesNothingBeyondTheRightEdge)
+{
+    WindowWorld world;
+    const QFont before = QApplication::font();
+    QFont large = before;
+    large.setPointSizeF(before.pointSizeF() * 1.5);
+    QApplication::setFont(large);
+    {
+        SettingsDialog settings{world.session, nullptr};
+        AuthorDialog author{world.session, 0, nullptr};
+        for (QWidget* dialog : std::initializer_list<QWidget*>{&settings, &author}) {
+            dialog->show();
+            for (const auto* page : dialog->findChildren<QScrollArea*>())
+                EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0)
+                    << FromQt(dialog->objectName());
+        }
+    }
+    QApplication::setFont(before);
 }
 
 TEST(ElidedParagraph, ShowsThatThereIsMore)

@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -21,10 +22,22 @@ constexpr QSize frameRoom{16, 48};
 constexpr int boxWidth = 500;
 /// Icon, margins, and buttons of a box, beside and below its words.
 constexpr QSize boxRoom{120, 140};
+/// What stands beside a scrolled page in its window.
+constexpr int pageMargins = 40;
 
 QSize RoomFor(const QWidget& window)
 {
     return window.screen()->availableGeometry().size() - frameRoom;
+}
+
+/// The width at which nothing of the scrolled pages is beyond their right edge.
+int WidthOfPages(const QWidget& window)
+{
+    int width = 0;
+    for (const auto* page : window.findChildren<QScrollArea*>())
+        width = std::max(width, page->widget()->minimumSizeHint().width() +
+                                    page->verticalScrollBar()->sizeHint().width() + pageMargins);
+    return width;
 }
 
 /// The size of the words when they are wrapped at a width.
@@ -42,7 +55,7 @@ QSize WrappedSize(const QString& words, const QFont& font, int width)
 
 void ResizeToFit(QWidget& window, QSize wanted)
 {
-    window.resize(wanted.boundedTo(RoomFor(window)));
+    window.resize(wanted.expandedTo({WidthOfPages(window), 0}).boundedTo(RoomFor(window)));
 }
 
 ScrollPage::ScrollPage(QWidget* content)

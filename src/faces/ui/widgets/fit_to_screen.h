@@ -10,7 +10,8 @@ class QMessageBox;
 namespace kestrova
 {
 
-/// Gives the window that size, or what its screen has room for.
+/// Gives the window that size, more where a `ScrollPage` in it is wider, as with a large font, and
+/// not more than its screen has room for.
 void ResizeToFit(QWidget& window, QSize wanted);
 
 /// What stands above a window's buttons, shown whole where there is room and scrolled where the
