@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QCompleter>
+#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -200,6 +201,36 @@ TEST(Progress, ShowsItselfOnlyForLongWorkAndStops)
     EXPECT_FALSE(progress->Step()) << "once stopped it stays so";
     progress.reset();
     EXPECT_EQ(shown(), nullptr);
+}
+
+TEST(Chooser, AFolderThatIsTypedIsMadeByTheButtonToo)
+{
+    Sandbox box;
+    std::filesystem::create_directories(box / "there");
+    WindowHost host;
+    using Button = QMessageBox::StandardButton;
+    const auto choose = [](const Path& typed, Button answer) {
+        QTimer::singleShot(20, [typed, answer] {
+            QWidget* chooser = QApplication::activeModalWidget();
+            ASSERT_NE(chooser, nullptr);
+            In<QLineEdit>(*chooser, "fileNameEdit")->setText(PathToQt(typed));
+            auto* buttons = chooser->findChild<QDialogButtonBox*>();
+            auto* button = buttons->button(QDialogButtonBox::Open);
+            EXPECT_TRUE(button->isEnabled());
+            if (button->isEnabled() && answer != Button::NoButton)
+                InNextBox([answer](QMessageBox& question) { question.button(answer)->click(); });
+            QTest::mouseClick(button, Qt::LeftButton);
+            chooser->close();
+        });
+    };
+    choose(box / "there", Button::NoButton);
+    EXPECT_EQ(host.ChooseFolder("Folder", box / "there"), box / "there");
+    choose(box / "new/deep", Button::No);
+    EXPECT_EQ(host.ChooseFolder("Folder", box / "there"), std::nullopt);
+    EXPECT_FALSE(std::filesystem::exists(box / "new"));
+    choose(box / "new/deep", Button::Yes);
+    EXPECT_EQ(host.ChooseFolder("Folder", box / "there"), box / "new/deep");
+    EXPECT_TRUE(std::filesystem::is_directory(box / "new/deep"));
 }
 
 TEST(Chooser, FiltersKnowBothCases)

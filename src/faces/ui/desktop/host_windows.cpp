@@ -11,6 +11,7 @@
 #include "words/ui_shared.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -74,6 +75,15 @@ public:
     {
         setFileMode(QFileDialog::Directory);
         setOption(QFileDialog::ShowDirsOnly);
+        // Qt disables the button for what is not there. A desktop's own chooser has no such line.
+        auto* line = findChild<QLineEdit*>();
+        auto* buttons = findChild<QDialogButtonBox*>();
+        auto* choose = buttons == nullptr ? nullptr : buttons->button(QDialogButtonBox::Open);
+        if (line == nullptr || choose == nullptr)
+            return;
+        connect(line, &QLineEdit::textChanged, choose, [choose](const QString& text) {
+            choose->setEnabled(choose->isEnabled() || !text.isEmpty());
+        });
     }
 
 protected:
