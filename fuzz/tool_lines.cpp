@@ -1,10 +1,9 @@
 // What outside tools print: bytes into lines, lines into progress and lists, the end into words.
 
-#include "tools/line_splitter.h"
-#include "tools/tool_runner.h"
-#include "words/tools.h"
-
 #include "check.h"
+#include "conversion/sound_lines.h"
+#include "packages/package_tools.h"
+#include "tools/line_splitter.h"
 #include "tools/tool_output.h"
 
 using namespace kestrova;
@@ -13,7 +12,7 @@ using namespace kestrova::fuzz;
 namespace
 {
 
-/// What was captured, and what the handlers made of it.
+/// What was captured, and what the parsers made of it.
 struct Read {
     std::string output;
     std::size_t lines = 0;
@@ -24,18 +23,19 @@ struct Read {
 Read ReadBy(std::string_view bytes, std::size_t chunk, bool wholeLines)
 {
     constexpr std::uint64_t total = 3;
-    std::vector<std::unique_ptr<LineHandler>> handlers;
-    for (const Message name :
-         {Msg::HandlerUnzip, Msg::HandlerZip, Msg::HandlerMadPlay, Msg::HandlerLame})
-        for (const ToolId tool : {ToolId::Zip, ToolId::Unzip, ToolId::Bsdtar})
-            handlers.push_back(MakeLineHandler(name.text, RowOf(tool).marks));
+    std::vector<std::unique_ptr<LineParser>> parsers;
+    parsers.push_back(CountPacked(ZipTool().marks, total));
+    for (const Unpacker unpacker : {Unpacker::Unzip, Unpacker::Bsdtar})
+        parsers.push_back(CountUnpacked(ToolOf(unpacker).marks, total));
+    parsers.push_back(ReadPlayedTime(total));
+    parsers.push_back(ReadPercent());
     Read read;
     LineSplitter splitter{wholeLines};
     const auto take = [&](std::string_view line) {
         Promise(line.size() <= LineSplitter::usualLimit, "a line keeps to the limit");
         ++read.lines;
-        for (const auto& handler : handlers)
-            (void)handler->Feed(line, total);
+        for (const auto& parser : parsers)
+            (void)parser->Feed(line);
         (void)ShownLine(line);
         return true;
     };
@@ -58,7 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Promise(entry.name.find_first_of("\r\n") == std::string::npos, "a name is one line");
     for (const PackageEntry& entry : ParseTarListing(bytes))
         Promise(entry.name.size() <= bytes.size(), "a name is no longer than what was printed");
-    (void)ComplaintIn(RowOf(ToolId::Unzip), bytes);
+    (void)ComplaintIn(ToolOf(Unpacker::Unzip).tool, bytes);
     Promise(LastLines(bytes).size() < 10'000, "the last lines are few");
     return 0;
 }

@@ -50,7 +50,7 @@ struct AudioBatch::Shared {
 AudioBatch::AudioBatch(Session& session, std::vector<Path> files, const Path& folder,
                        AudioKind target)
     : session_(session),
-      files_(std::move(files)), target_{ResolvePath(folder), target,
+      files_(std::move(files)), target_{ResolvePath(folder), target, session.mp3Settings,
                                         AudioTargetText(target, session.mp3Settings)},
       plans_(files_.size()), shared_(std::make_unique<Shared>(files_.size())),
       status_(GetMsg(Msg::AudioPreparing)), stemsMeet_(StemsMeet())
@@ -180,10 +180,11 @@ bool AudioBatch::ConvertAll()
         };
         shared.views[i].endConversion = [&shared] { return shared.ended || shared.stop; };
     }
+    const Tools tools = ToolsOf(session_);
     const std::size_t ahead = stemsMeet_ ? 0 : 2 * OrderedJobs::Cores();
     OrderedJobs jobs{files_.size(), ahead, [&](std::size_t i) {
                          if (plans_[i].mode != -1 && !shared.views[i].endTool())
-                             shared.outcomes[i] = ConvertAudioFile(session_, files_[i], plans_[i],
+                             shared.outcomes[i] = ConvertAudioFile(tools, files_[i], plans_[i],
                                                                    target_, shared.views[i]);
                      }};
     bool going = true;

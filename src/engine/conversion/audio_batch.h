@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conversion/audio_item.h"
+#include "session/session.h"
 
 namespace kestrova
 {

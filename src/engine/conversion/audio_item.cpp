@@ -7,6 +7,7 @@
 #include "conversion/mp3_tools.h"
 #include "core/copying.h"
 #include "core/file_kinds.h"
+#include "core/text.h"
 #include "words/common.h"
 #include "words/conversion.h"
 
@@ -15,37 +16,6 @@ namespace kestrova
 
 namespace
 {
-
-/// Stands between a tool and the person: the tool runs on a thread that may not speak to anybody.
-class QuietHost : public Host
-{
-public:
-    std::vector<std::string> told;
-
-    void Tell(Tone, const std::string& text, const std::string&) override { told.push_back(text); }
-    bool AskYesNo(const std::string&, Consent) override { return false; }
-    bool AskOkCancel(const std::string&) override { return false; }
-    YesNoCancel AskYesNoCancel(const std::string&) override { return YesNoCancel::Cancel; }
-    std::optional<std::string> AskText(const std::string&, const std::string&,
-                                       const std::string&) override
-    {
-        return {};
-    }
-    std::optional<Path> ChooseFolder(const std::string&, const Path&) override { return {}; }
-    std::optional<Path> ChooseOpenFile(const std::string&, const std::string&, const Path&) override
-    {
-        return {};
-    }
-    std::optional<Path> ChooseSaveFile(const std::string&, const std::string&, const Path&,
-                                       const std::string&) override
-    {
-        return {};
-    }
-    std::unique_ptr<ProgressScope> BeginProgress(ProgressWindow, const std::string&) override
-    {
-        return nullptr;
-    }
-};
 
 class PartProgress : public ProgressScope
 {
@@ -70,23 +40,24 @@ private:
 class ItemRun
 {
 public:
-    ItemRun(Session& session, const Path& file, const AudioTarget& target, AudioItemView& view)
-        : session_{quiet_, session.machine, session.list, session.programFolder}, file_(file),
-          current_(file), target_(target), view_(view), progress_(view)
+    ItemRun(const Tools& tools, const Path& file, const AudioTarget& target, AudioItemView& view)
+        : tools_(tools), file_(file), current_(file), target_(target), view_(view), progress_(view),
+          state_(&progress_)
     {
-        session_.settings = session.settings;
-        session_.mp3Settings = session.mp3Settings;
-        state_.progress = &progress_;
         state_.quiet = true;
+        // A thread of its own may not speak to anybody.
+        state_.tell = [this](const std::string& text) { outcome_.remarks.push_back(text); };
     }
+    ItemRun(const ItemRun&) = delete;
+    ItemRun& operator=(const ItemRun&) = delete;
 
     AudioOutcome Go(const AudioPlan& plan)
     {
         mode_ = plan.mode;
         if (!plan.remark.empty())
-            quiet_.told.push_back(plan.remark);
+            outcome_.remarks.push_back(plan.remark);
         if (plan.mp3 && !Decode())
-            return End();
+            return std::move(outcome_);
         outcome_.step = mode_;
         outcome_.name =
             StripExtension(file_.filename().native()) +
@@ -98,21 +69,16 @@ public:
         else if (Convert(mode_, target_.text))
             outcome_.made = std::move(temporary_);
         view_.steps += 1;
-        return End();
+        return std::move(outcome_);
     }
 
 private:
-    AudioOutcome End()
-    {
-        outcome_.remarks = quiet_.told;
-        return std::move(outcome_);
-    }
     [[nodiscard]] std::string Name() const { return TextOf(file_.filename()); }
     [[nodiscard]] std::string Quoted() const { return "\"" + Name() + "\""; }
     bool Fail(int step, std::string error)
     {
         outcome_.failed = true;
-        outcome_.stopped = state_.error == GetMsg(Msg::BreakUser);
+        outcome_.stopped = state_.trouble == ToolTrouble::Stopped;
         outcome_.step = step;
         outcome_.error = std::move(error);
         return false;
@@ -137,7 +103,7 @@ private:
     {
         view_.Show(GetMsg(Msg::AudioDecoding, {Quoted()}));
         StagedPlace wave = NewTemporary();
-        if (!DecodeMp3(session_, file_, wave.Staged(), state_))
+        if (!DecodeMp3(tools_, file_, wave.Staged(), state_))
             return Fail(decodeStep, GetMsg(Msg::ErrorDecoding, {Name()}) + ReasonOfTool());
         view_.steps += 1;
         Use(std::move(wave));
@@ -181,7 +147,7 @@ private:
         }
         view_.Show(GetMsg(Msg::AudioEncoding) + Name());
         StagedPlace made = NewTemporary();
-        if (EncodeMp3(session_, current_, made.Staged(), state_))
+        if (EncodeMp3(tools_, target_.mp3, current_, made.Staged(), state_))
             outcome_.made = std::move(made);
         else
             Fail(encodeStep, GetMsg(Msg::ErrorEncoding) + std::string{lineBreak} + ReasonOfTool());
@@ -212,8 +178,7 @@ private:
                first.inode == second.inode;
     }
 
-    QuietHost quiet_;
-    Session session_;
+    const Tools tools_;
     Path file_;
     Path current_;
     std::optional<StagedPlace> temporary_; ///< of `current_` when that is not the file itself
@@ -319,10 +284,10 @@ void AudioItemView::SetPart(std::uint64_t done, std::uint64_t total)
     partTotal = total;
 }
 
-AudioOutcome ConvertAudioFile(Session& session, const Path& file, const AudioPlan& plan,
+AudioOutcome ConvertAudioFile(const Tools& tools, const Path& file, const AudioPlan& plan,
                               const AudioTarget& target, AudioItemView& view)
 {
-    return ItemRun{session, file, target, view}.Go(plan);
+    return ItemRun{tools, file, target, view}.Go(plan);
 }
 
 } // namespace kestrova

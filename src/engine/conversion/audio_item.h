@@ -2,7 +2,8 @@
 
 #include "audio/wave_header.h"
 #include "core/staged_file.h"
-#include "session/session.h"
+#include "session/mp3_settings.h"
+#include "tools/tools.h"
 
 #include <atomic>
 #include <mutex>
@@ -16,7 +17,8 @@ namespace kestrova
 struct AudioTarget {
     Path folder;
     AudioKind kind = AudioKind::Standard;
-    std::string text; ///< as the person reads it
+    Mp3Settings mp3{}; ///< how it is encoded when the kind is mp3
+    std::string text;  ///< as the person reads it
 };
 
 /// `44100 stereo 4 bits`, `Mp3 48 Kbps Mono`.
@@ -65,8 +67,8 @@ struct AudioOutcome {
     std::vector<std::string> remarks{}; ///< what the tools had to be told about
 };
 
-/// Does what the plan says. `session` is only read.
-AudioOutcome ConvertAudioFile(Session& session, const Path& file, const AudioPlan& plan,
+/// Does what the plan says.
+AudioOutcome ConvertAudioFile(const Tools& tools, const Path& file, const AudioPlan& plan,
                               const AudioTarget& target, AudioItemView& view);
 
 } // namespace kestrova

@@ -4,6 +4,8 @@
 #include "audio/wave_chunks.h"
 #include "audio/wave_header.h"
 #include "audio/wave_reader.h"
+#include "conversion/sound_lines.h"
+#include "conversion/sound_tools.h"
 #include "core/staged_file.h"
 #include "platform/places.h"
 #include "tools/tool_output.h"
@@ -20,18 +22,6 @@ namespace kestrova
 namespace
 {
 
-bool Fail(ToolProgressState& state, std::string error, std::string details = {})
-{
-    state.error = std::move(error);
-    state.details = std::move(details);
-    return false;
-}
-
-std::string InstallHint(const Session& session, const ToolRow& row)
-{
-    return GetMsg(Msg::ToolInstallHint, {row.name, TextOf(session.programFolder), row.package});
-}
-
 std::string LastLineOf(const std::string& output)
 {
     const std::string lines = LastLines(output);
@@ -40,15 +30,16 @@ std::string LastLineOf(const std::string& output)
 }
 
 /// The tool's own last words when it left nothing, and what it said when it failed.
-bool RunAudioTool(Session& session, const ToolRun& run, const Path& made, ToolProgressState& state)
+bool RunAudioTool(const Tools& tools, const ToolWork& work, const Path& made,
+                  ToolProgressState& state)
 {
-    const bool ended = RunTool(session, run, state);
+    const bool ended = RunTool(tools, work, state);
     ClearToolProgress(state);
     if (!ended)
         return false;
     if (!FileExists(made)) {
         const std::string words = LastLineOf(state.output);
-        return Fail(state, words.empty() ? GetMsg(Msg::Mp3NotWhole) : words);
+        return state.Fail(ToolTrouble::Content, words.empty() ? GetMsg(Msg::Mp3NotWhole) : words);
     }
     return true;
 }
@@ -101,23 +92,24 @@ bool IsMostlyDamaged(const std::string& output, const MpegFacts& sound, const Pa
 
 } // namespace
 
-bool DecodeMp3(Session& session, const Path& source, const Path& destination,
+bool DecodeMp3(const Tools& tools, const Path& source, const Path& destination,
                ToolProgressState& state)
 {
-    state.error.clear();
-    state.details.clear();
+    state.ClearReport();
     const Path place = platform::AbsolutePath(ResolvePath(source));
     if (!FileExists(place))
-        return Fail(state, GetMsg(Msg::Mp3NotFound) + TextOf(source));
-    const ToolRow& row = RowOf(ToolId::Madplay);
-    if (FindTool(session, row).empty())
-        return Fail(state, GetMsg(Msg::DecoderMissing), InstallHint(session, row));
+        return state.Fail(ToolTrouble::Content, GetMsg(Msg::Mp3NotFound) + TextOf(source));
+    if (FindTool(tools, Decoder()).empty())
+        return state.Fail(ToolTrouble::Missing, GetMsg(Msg::DecoderMissing),
+                          InstallHint(tools, Decoder()));
     const auto bytes = ReadWholeFile(place);
     if (!bytes)
-        return Fail(state, GetMsg(Msg::Mp3NotRead) + TextOf(source), bytes.Error().reason);
+        return state.Fail(ToolTrouble::Content, GetMsg(Msg::Mp3NotRead) + TextOf(source),
+                          bytes.Error().reason);
     const MpegFacts sound = ScanMpeg(*bytes);
     if (sound.frames == 0)
-        return Fail(state, GetMsg(WalkWave(place) ? Msg::Mp3IsWave : Msg::Mp3Silent));
+        return state.Fail(ToolTrouble::Content,
+                          GetMsg(WalkWave(place) ? Msg::Mp3IsWave : Msg::Mp3Silent));
 
     StagedPlace wave{destination};
     // The decoder believes a tag's size and would skip all that there is.
@@ -126,14 +118,17 @@ bool DecodeMp3(Session& session, const Path& source, const Path& destination,
         if (const auto cut =
                 WriteWholeFile(bare.Staged(), std::string_view{*bytes}.substr(sound.start), false);
             !cut)
-            return Fail(state, GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
-                        cut.Error().reason);
+            return state.Fail(ToolTrouble::Content,
+                              GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
+                              cut.Error().reason);
+    const auto seconds = static_cast<std::uint64_t>(std::max(DurationOfMpeg(*bytes), 1));
     const auto decode = [&](Checksums checksums) {
-        ToolRun run{ToolId::Madplay,
-                    row.decode(sound.tagLies ? bare.Staged() : place, wave.Staged(), checksums),
-                    Msg::HandlerMadPlay};
-        run.total = static_cast<std::uint64_t>(std::max(DurationOfMpeg(*bytes), 1));
-        return RunAudioTool(session, run, wave.Staged(), state);
+        const Path& mp3 = sound.tagLies ? bare.Staged() : place;
+        return RunAudioTool(tools,
+                            {.tool = Decoder(),
+                             .arguments = DecoderArguments(mp3, wave.Staged(), checksums),
+                             .parser = [seconds] { return ReadPlayedTime(seconds); }},
+                            wave.Staged(), state);
     };
     if (!decode(Checksums::Heeded))
         return false;
@@ -141,47 +136,50 @@ bool DecodeMp3(Session& session, const Path& source, const Path& destination,
     if (state.output.find(checksumError) != std::string::npos && !decode(Checksums::Ignored))
         return false;
     if (IsMostlyDamaged(state.output, sound, wave.Staged()))
-        return Fail(state, GetMsg(Msg::Mp3NotDecoded), LastLines(state.output));
+        return state.Fail(ToolTrouble::Content, GetMsg(Msg::Mp3NotDecoded),
+                          LastLines(state.output));
     const auto facts = WalkWave(wave.Staged());
     if (!facts || facts->frames == 0 ||
         !HoldsEnough(facts->frames, sound.samples, sound.first.samples))
-        return Fail(state, GetMsg(Msg::Mp3NotWhole), LastLines(state.output));
+        return state.Fail(ToolTrouble::Content, GetMsg(Msg::Mp3NotWhole), LastLines(state.output));
     if (const auto moved = wave.MoveTo(destination); !moved)
-        return Fail(state, GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
-                    moved.Error().reason);
+        return state.Fail(ToolTrouble::Content, GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
+                          moved.Error().reason);
     return true;
 }
 
-bool EncodeMp3(Session& session, const Path& source, const Path& destination,
-               ToolProgressState& state)
+bool EncodeMp3(const Tools& tools, const Mp3Settings& settings, const Path& source,
+               const Path& destination, ToolProgressState& state)
 {
-    state.error.clear();
-    state.details.clear();
-    const ToolRow& row = RowOf(ToolId::Lame);
-    if (FindTool(session, row).empty())
-        return Fail(state, GetMsg(Msg::EncoderMissing, {TextOf(session.programFolder), lineBreak}),
-                    InstallHint(session, row));
+    state.ClearReport();
+    if (FindTool(tools, Encoder()).empty())
+        return state.Fail(ToolTrouble::Missing,
+                          GetMsg(Msg::EncoderMissing, {TextOf(tools.programFolder), lineBreak}),
+                          InstallHint(tools, Encoder()));
     WavHeader header;
     if (!ReadWavHeader(source, header))
-        return Fail(state, GetMsg(Msg::WaveNotStandard, {TextOf(source.filename())}));
+        return state.Fail(ToolTrouble::Content,
+                          GetMsg(Msg::WaveNotStandard, {TextOf(source.filename())}));
     const Path place = platform::AbsolutePath(ResolvePath(source));
     const auto sound = WalkWave(place);
     if (!sound || sound->formatTag != waveTagPcm)
-        return Fail(state, GetMsg(Msg::WaveNotReadable));
+        return state.Fail(ToolTrouble::Content, GetMsg(Msg::WaveNotReadable));
 
     StagedPlace mp3{destination};
-    ToolRun run{ToolId::Lame, row.encode(place, mp3.Staged(), session.mp3Settings),
-                Msg::HandlerLame};
-    if (!RunAudioTool(session, run, mp3.Staged(), state))
+    if (!RunAudioTool(tools,
+                      {.tool = Encoder(),
+                       .arguments = EncoderArguments(place, mp3.Staged(), settings),
+                       .parser = ReadPercent},
+                      mp3.Staged(), state))
         return false;
     const auto bytes = ReadWholeFile(mp3.Staged());
     const MpegFacts made = bytes ? ScanMpeg(*bytes) : MpegFacts{};
     if (made.frames == 0 ||
         !HoldsEnough(made.samples * sound->rate / static_cast<std::uint64_t>(made.first.rate),
                      sound->frames, made.first.samples))
-        return Fail(state, GetMsg(Msg::Mp3NotWhole), LastLines(state.output));
+        return state.Fail(ToolTrouble::Content, GetMsg(Msg::Mp3NotWhole), LastLines(state.output));
     if (const auto moved = mp3.MoveTo(destination); !moved)
-        return Fail(state, GetMsg(Msg::WaveNotWritten), moved.Error().reason);
+        return state.Fail(ToolTrouble::Content, GetMsg(Msg::WaveNotWritten), moved.Error().reason);
     return true;
 }
 

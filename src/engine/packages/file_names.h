@@ -9,5 +9,6 @@ namespace kestrova::OnDisk
 {
 
 inline constexpr std::string_view FragLevelConfig = "\\kestrova.cfg";
+inline constexpr std::string_view PackageEndings = ".7z|.rar|.tar|.tgz|.tar.gz|.tar.bz2|.tar.xz|.tar.zst|.tar.lzma|.tar.z|.lzh|.lha|.cab|.iso";
 
 } // namespace kestrova::OnDisk

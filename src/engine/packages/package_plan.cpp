@@ -1,6 +1,7 @@
 #include "packages/package_plan.h"
 
 #include "core/code_page.h"
+#include "core/text.h"
 #include "formats/rar_headers.h"
 #include "formats/zip_directory.h"
 #include "packages/name_pages.h"
@@ -181,19 +182,19 @@ bool FitAsText(const std::vector<PackageEntry>& entries, const std::string& page
 
 } // namespace
 
-PackagePlan PlanFor(Session& session, const Path& package, const std::string& wanted)
+PackagePlan PlanFor(const Tools& tools, const Path& package, const std::string& wanted)
 {
     PackagePlan plan;
-    plan.tool = UnpackerOf(package);
+    plan.unpacker = UnpackerOf(package);
     if (RarHeaders rar = ReadRarHeaders(package); rar.isRar) {
-        plan.tool = ToolId::Bsdtar;
+        plan.unpacker = Unpacker::Bsdtar;
         plan.needsProof = true;
         plan.files = std::move(rar.files);
         plan.locked = rar.locked;
     } else if (IsSevenZip(package)) {
-        plan.tool = ToolId::Bsdtar;
+        plan.unpacker = Unpacker::Bsdtar;
     }
-    plan.isZip = plan.tool == ToolId::Unzip;
+    plan.isZip = plan.unpacker == Unpacker::Unzip;
     if (!plan.isZip)
         return plan;
     const ZipDirectory directory = ReadZipDirectory(package);
@@ -213,8 +214,9 @@ PackagePlan PlanFor(Session& session, const Path& package, const std::string& wa
     const bool better = (PlanZipNames(plan, facts, wanted) && !facts.unzipBest) || marked ||
                         !plan.skip.empty() || IsTroublesome(directory.comment) ||
                         WouldBecomeEqual(directory.names);
-    if ((onlyTar || (better && !onlyUnzip)) && !FindTool(session, RowOf(ToolId::Bsdtar)).empty()) {
-        plan.tool = ToolId::Bsdtar;
+    if ((onlyTar || (better && !onlyUnzip)) &&
+        !FindTool(tools, ToolOf(Unpacker::Bsdtar).tool).empty()) {
+        plan.unpacker = Unpacker::Bsdtar;
         for (std::string& name : plan.skip)
             name = TextIn(name, plan.page);
     } else {
@@ -224,7 +226,7 @@ PackagePlan PlanFor(Session& session, const Path& package, const std::string& wa
     }
     // A small one is unpacked sooner than its list is there; the guard watches what comes out.
     constexpr std::uint64_t small = std::uint64_t{1} << 20;
-    plan.listed = plan.tool == ToolId::Unzip && directory.isWhole && !plan.entries.empty() &&
+    plan.listed = plan.unpacker == Unpacker::Unzip && directory.isWhole && !plan.entries.empty() &&
                   FileSize(package) <= small;
     ReadNames(plan.entries, plan.page);
     return plan;
@@ -257,7 +259,7 @@ std::vector<std::string> LeaveOutWhatLeadsOut(PackagePlan& plan,
         else
             stays = stays || !entry.name.ends_with('/');
     }
-    if (plan.tool != ToolId::Bsdtar || !stays || out.size() > most)
+    if (plan.unpacker != Unpacker::Bsdtar || !stays || out.size() > most)
         return {};
     const std::unordered_set<std::string> names{out.begin(), out.end()};
     std::erase_if(plan.files, [&](const PackedFile& file) {

@@ -1,14 +1,14 @@
 #pragma once
 
+#include "packages/package_tools.h"
 #include "packages/packed_files.h"
-#include "tools/tool_table.h"
 
 namespace kestrova
 {
 
 /// How one package is to be read: what its directory tells before any tool has looked at it.
 struct PackagePlan {
-    ToolId tool = ToolId::Unzip;
+    Unpacker unpacker = Unpacker::Unzip;
     /// The code page that the tool must be told for the names; empty: as the tool thinks.
     std::string page{};
     /// The code page that names without one of their own were read in; empty when all names say
@@ -34,7 +34,7 @@ struct PackagePlan {
 /// would spoil or refuse goes to `bsdtar`, where that is installed: names that need a code page,
 /// newer methods, folders whose names do not end with a slash, names that `unzip` would make equal,
 /// comments that it would print among its lines.
-PackagePlan PlanFor(Session& session, const Path& package, const std::string& wanted);
+PackagePlan PlanFor(const Tools& tools, const Path& package, const std::string& wanted);
 
 /// The same for the names of another kind of package, as its list has them.
 void PlanNames(PackagePlan& plan, const std::vector<PackageEntry>& listed,

@@ -1,5 +1,6 @@
 #include "packages/unpack_guard.h"
 
+#include "core/text.h"
 #include "words/packages.h"
 
 #include <algorithm>
@@ -113,14 +114,14 @@ std::string SizeText(std::uint64_t bytes)
 
 } // namespace
 
-UnpackGuard::UnpackGuard(Session& session, const Path& package, const Path& folder,
+UnpackGuard::UnpackGuard(Machine& machine, const Path& package, const Path& folder,
                          const UnpackLimits& limits)
-    : session_(session), package_(package), folder_(ResolvePath(folder)), limits_(limits),
+    : machine_(machine), package_(package), folder_(ResolvePath(folder)), limits_(limits),
       mostBytes_(std::max(limits.alwaysAllowed, Times(FileSize(package), limits.mostTimes))),
       before_(AmountIn(folder_, anything))
 {
     constexpr std::uint64_t share = 4;
-    if (const auto free = session.machine.FreeSpace(folder_))
+    if (const auto free = machine.FreeSpace(folder_))
         keepFree_ = std::min(limits.keepFree, *free / share);
 }
 
@@ -162,7 +163,7 @@ std::string UnpackGuard::Refuses(const std::vector<PackageEntry>& entries) const
     if (promised > mostBytes_)
         return TooBig(promised);
     // What cannot be found out shows soon enough.
-    if (const auto free = session_.machine.FreeSpace(folder_);
+    if (const auto free = machine_.FreeSpace(folder_);
         free && (*free < keepFree_ || *free - keepFree_ < promised))
         return NoRoom(promised + keepFree_);
     return {};
@@ -170,7 +171,7 @@ std::string UnpackGuard::Refuses(const std::vector<PackageEntry>& entries) const
 
 std::string UnpackGuard::Watch()
 {
-    if (const auto free = session_.machine.FreeSpace(folder_); free && *free < keepFree_)
+    if (const auto free = machine_.FreeSpace(folder_); free && *free < keepFree_)
         return NoRoom(keepFree_);
     const Clock::time_point start = Clock::now();
     if (start < nextLook_)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "formats/tool_listing.h"
-#include "session/session.h"
+#include "session/machine.h"
 
 #include <chrono>
 
@@ -38,7 +38,7 @@ class UnpackGuard
 {
 public:
     /// `package` is the one that the player gave; what lies in `folder` already does not count.
-    UnpackGuard(Session& session, const Path& package, const Path& folder,
+    UnpackGuard(Machine& machine, const Path& package, const Path& folder,
                 const UnpackLimits& limits = {});
 
     /// Before anything is unpacked.
@@ -56,7 +56,7 @@ private:
     [[nodiscard]] std::string BadName(const std::vector<PackageEntry>& entries) const;
     [[nodiscard]] std::string PackageName() const { return TextOf(package_.filename()); }
 
-    Session& session_;
+    Machine& machine_;
     Path package_;
     Path folder_;
     UnpackLimits limits_;

@@ -10,6 +10,5 @@ namespace kestrova::OnDisk
 
 inline constexpr std::string_view WinePrefixVariable = "WINEPREFIX";
 inline constexpr std::string_view WineDriveFolder = "drive_c";
-inline constexpr std::string_view PackageEndings = ".7z|.rar|.tar|.tgz|.tar.gz|.tar.bz2|.tar.xz|.tar.zst|.tar.lzma|.tar.z|.lzh|.lha|.cab|.iso";
 
 } // namespace kestrova::OnDisk

@@ -1,5 +1,6 @@
 #include "tools/program_launch.h"
 
+#include "core/text.h"
 #include "tools/file_names.h"
 #include "words/tools.h"
 
@@ -88,21 +89,22 @@ Path PrefixAbove(const Path& program)
     return {};
 }
 
-Result<platform::Launch> ThroughWine(Session& session, const Path& program, std::string_view bytes)
+Result<platform::Launch> ThroughWine(const Tools& tools, const Path& program,
+                                     std::string_view bytes)
 {
     const auto fails = [&](const std::string& words) {
         return Failure{ErrorCode::CannotOpen, TextOf(program), words};
     };
-    const std::string command{Trim(session.settings.wineCommand)};
+    const std::string command{Trim(tools.wineCommand)};
     const Path wine =
-        command.find('/') != std::string::npos ? Path{command} : session.machine.FindTool(command);
+        command.find('/') != std::string::npos ? Path{command} : tools.findOnPath(command);
     if (wine.empty() || !FileExists(wine))
         return fails(GetMsg(Msg::WineMissing, {command}));
     if (MachineOf(bytes) == machineI386 && !Has32BitWine(wine))
         return fails(GetMsg(Msg::Wine32Missing));
     platform::Launch launch;
     launch.argv = {wine.native()};
-    for (std::string& word : Split(session.settings.wineWords, ' '))
+    for (std::string& word : Split(tools.wineWords, ' '))
         if (!word.empty())
             launch.argv.push_back(std::move(word));
     launch.argv.push_back(program.native());
@@ -113,13 +115,13 @@ Result<platform::Launch> ThroughWine(Session& session, const Path& program, std:
 
 } // namespace
 
-Result<platform::Launch> LaunchOf(Session& session, const Path& program,
-                                  const std::vector<std::string>& arguments)
+Result<platform::Launch> LaunchOf(const Tools& tools, const Path& program,
+                                  const ToolArguments& arguments)
 {
     const std::string bytes = BytesOfStart(program);
     platform::Launch launch;
     if (bytes.starts_with(windowsProgram)) {
-        auto through = ThroughWine(session, program, bytes);
+        auto through = ThroughWine(tools, program, bytes);
         if (!through)
             return through;
         launch = std::move(*through);

@@ -1,13 +1,14 @@
 #pragma once
 
-#include "session/session.h"
+#include "platform/process.h"
+#include "tools/tools.h"
 
 namespace kestrova
 {
 
 /// How an outside program is started, in its own folder: a Windows program through Wine, with the
 /// settings' command and words, anything else as it is. The failure tells what of Wine is missing.
-Result<platform::Launch> LaunchOf(Session& session, const Path& program,
-                                  const std::vector<std::string>& arguments = {});
+Result<platform::Launch> LaunchOf(const Tools& tools, const Path& program,
+                                  const ToolArguments& arguments = {});
 
 } // namespace kestrova

@@ -1,8 +1,10 @@
 #include "tools/tool_output.h"
 
-#include "tools/tool_runner.h"
+#include "core/text.h"
+#include "words/message.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace kestrova
 {

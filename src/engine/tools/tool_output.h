@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/child_process.h"
-#include "tools/tool_table.h"
+#include <string>
+#include <string_view>
 
 /// What a program wrote, fit to be shown.
 namespace kestrova

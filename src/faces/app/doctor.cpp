@@ -3,17 +3,19 @@
 #include "app/file_names.h"
 #include "app/start_up.h"
 #include "archive/set_aside.h"
+#include "conversion/sound_tools.h"
 #include "core/look.h"
 #include "core/name_list.h"
 #include "editor/find_trle.h"
 #include "levels/unfinished_intake.h"
+#include "packages/package_tools.h"
 #include "platform/places.h"
 #include "play/game_launch.h"
 #include "swap/backup.h"
 #include "swap/level_gaps.h"
 #include "swap/recovery.h"
 #include "swap/waiting_in_trle.h"
-#include "tools/tool_table.h"
+#include "tools/tools.h"
 #include "upkeep/leftovers.h"
 #include "words/app.h"
 #include "words/core.h"
@@ -218,7 +220,7 @@ void Game(Session& session, std::vector<Finding>& findings)
     findings.push_back(Fine(Msg::DoctorGame, GetMsg(Msg::DoctorGameWine, {launch->argv.front()})));
 }
 
-Finding Tool(Session& session, std::string_view tool, Message remedy)
+Finding Program(Session& session, std::string_view tool, Message remedy)
 {
     const Path found = session.machine.FindTool(std::string{tool});
     const std::string name = GetMsg(Msg::DoctorTool, {tool});
@@ -243,17 +245,17 @@ Finding Keys()
 }
 
 /// The programs that packages and sounds go through.
-void PackageTools(Session& session, std::vector<Finding>& findings)
+void OutsideTools(Session& session, std::vector<Finding>& findings)
 {
-    for (const ToolId id :
-         {ToolId::Zip, ToolId::Unzip, ToolId::Bsdtar, ToolId::Madplay, ToolId::Lame}) {
-        const ToolRow& row = RowOf(id);
-        const Path found = FindTool(session, row);
-        const std::string name = GetMsg(Msg::DoctorTool, {row.name});
+    const Tools tools = ToolsOf(session);
+    std::vector<const Tool*> all = PackageTools();
+    all.insert(all.end(), {&Decoder(), &Encoder()});
+    for (const Tool* const tool : all) {
+        const Path found = FindTool(tools, *tool);
+        const std::string name = GetMsg(Msg::DoctorTool, {tool->name});
         if (found.empty())
-            findings.push_back({false, name, GetMsg(Msg::DoctorToolMissing),
-                                GetMsg(Msg::ToolInstallHint,
-                                       {row.name, TextOf(session.programFolder), row.package})});
+            findings.push_back(
+                {false, name, GetMsg(Msg::DoctorToolMissing), InstallHint(tools, *tool)});
         else
             findings.push_back({true, name, TextOf(found), {}});
     }
@@ -311,9 +313,9 @@ std::vector<Finding> Examine(Session& session)
     findings.push_back(Interrupted(session));
     if (findings[1].fine)
         Game(session, findings);
-    findings.push_back(Tool(session, OnDisk::DoctorToolOpen, Msg::DoctorToolOpenRemedy));
+    findings.push_back(Program(session, OnDisk::DoctorToolOpen, Msg::DoctorToolOpenRemedy));
     findings.push_back(Keys());
-    PackageTools(session, findings);
+    OutsideTools(session, findings);
     Drives(session, findings);
     Leftovers(session, findings);
     return findings;

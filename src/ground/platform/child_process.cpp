@@ -142,12 +142,24 @@ bool ChildProcess::HasEnded() const
             info.si_pid != 0);
 }
 
+void ChildProcess::WaitForAny(std::span<const ChildProcess* const> children, milliseconds slice)
+{
+    std::vector<pollfd> waits;
+    for (const ChildProcess* const child : children) {
+        if (child->pid_ == 0)
+            continue;
+        for (const int descriptor : {child->output_, child->errors_, child->exit_})
+            waits.push_back({descriptor, POLLIN, 0});
+        if (child->exit_ < 0)
+            slice = std::min(slice, blindSlice);
+    }
+    (void)::poll(waits.data(), waits.size(), static_cast<int>(slice.count()));
+}
+
 bool ChildProcess::Read(milliseconds slice, std::string& output, std::string& errors)
 {
-    pollfd waits[] = {{output_, POLLIN, 0}, {errors_, POLLIN, 0}, {exit_, POLLIN, 0}};
-    if (exit_ < 0)
-        slice = std::min(slice, blindSlice);
-    (void)::poll(waits, std::size(waits), static_cast<int>(slice.count()));
+    const ChildProcess* const self = this;
+    WaitForAny({&self, 1}, slice);
     // Asked before the reading: what an ended child wrote is in the pipes by now.
     const bool ended = HasEnded();
     Take(output_, output);
@@ -176,6 +188,7 @@ ChildEnd ChildProcess::Finish()
             waited = ::waitpid(static_cast<pid_t>(pid_), &status, 0);
         while (waited < 0 && errno == EINTR);
     pid_ = 0;
+    Close(exit_);
     if (waited > 0 && WIFSIGNALED(status))
         return {0, WTERMSIG(status)};
     return {waited > 0 ? WEXITSTATUS(status) : 0, 0};

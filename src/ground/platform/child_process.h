@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <optional>
+#include <span>
 
 namespace kestrova::platform
 {
@@ -33,6 +34,11 @@ public:
 
     /// Once in an object's life. The error is that of the start itself.
     std::error_code Start(const Launch& launch, const ChildStreams& streams);
+
+    /// Waits up to `slice` until one of the children has written something or ended. Those that
+    /// were not started, or were waited for, count for nothing.
+    static void WaitForAny(std::span<const ChildProcess* const> children,
+                           std::chrono::milliseconds slice);
 
     /// Waits up to `slice` for output or the end and appends what came, some 64 KB at most. False
     /// once the child has ended and what it wrote was read; children that it left behind may hold

@@ -10,7 +10,10 @@
 #include "intake/source_tree.h"
 #include "intake/stored_sources.h"
 #include "intake/unpacking_place.h"
-#include "packages/zip_files.h"
+#include "packages/package_tools.h"
+#include "packages/unpack_staging.h"
+#include "packages/unzip.h"
+#include "tools/tools.h"
 #include "words/common.h"
 #include "words/intake.h"
 #include "words/levels.h"
@@ -31,11 +34,6 @@ const Path& UnpackingPlaceOf(const Session& session, SourceReport& report)
     return report.unpacking->Folder();
 }
 
-bool IsMyStop(const ToolProgressState& state)
-{
-    return state.error == GetMsg(Msg::BreakUser);
-}
-
 Status Unpack(Session& session, const Path& package, const Path& folder, ProgressScope& progress,
               const SourceOptions& source, SourceReport& report)
 {
@@ -45,8 +43,9 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
             return status;
     ToolProgressState state{&progress};
     state.quiet = true;
+    state.tell = [&](const std::string& text) { session.host.Tell(Tone::Plain, text); };
     progress.AllowStop();
-    UnpackGuard guard{session, package, folder, source.limits};
+    UnpackGuard guard{session.machine, package, folder, source.limits};
     UnpackReport unpacked;
     UnzipOptions options;
     options.guard = &guard;
@@ -54,11 +53,11 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
     options.report = &unpacked;
     options.keepStaging = true;
     options.keepWhole = source.keepWhole;
-    const bool done = UnzipWithProgress(session, package, folder, options, state);
+    const bool done = UnzipWithProgress(ToolsOf(session), package, folder, options, state);
     report.came.entries += guard.Came().entries;
     report.came.bytes += guard.Came().bytes;
     if (!done) {
-        if (IsMyStop(state))
+        if (state.trouble == ToolTrouble::Stopped)
             return MakeFailure(ErrorCode::Stopped, TextOf(package));
         return Failure{ErrorCode::Damaged, state.error, state.details};
     }
@@ -147,7 +146,7 @@ bool IsPackage(const Path& file)
 {
     return EndsWithName(file.filename().native(), OnDisk::EndingZip) ||
            EndsWithName(file.filename().native(), OnDisk::EndingZipx) ||
-           UnpackerOf(file) == ToolId::Bsdtar;
+           UnpackerOf(file) == Unpacker::Bsdtar;
 }
 
 std::string LevelNameFrom(const Path& source)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "packages/unpack_guard.h"
+#include "session/session.h"
 
 #include <memory>
 #include <set>

@@ -13,12 +13,13 @@
 #include "formats/trle_folder.h"
 #include "levels/file_names.h"
 #include "packages/level_config_file.h"
-#include "packages/zip_files.h"
+#include "packages/zip_folder.h"
 #include "packages/zip_names.h"
 #include "saves/savegame_store.h"
 #include "session/file_to_write.h"
 #include "storage/storage.h"
 #include "storage/unstore.h"
+#include "tools/tools.h"
 #include "words/common.h"
 #include "words/levels.h"
 #include "words/storage.h"
@@ -246,32 +247,26 @@ bool Pack(Session& session, const Path& target, const Path& folder, ProgressScop
     progress.SetLabel(GetMsg(Msg::ExportZipping) + TextOf(target.filename()));
     const Path staged = StagedNameFor(target).native() + std::string{OnDisk::EndingZip};
     ToolProgressState state{&progress};
-    const bool told = FindTool(session, RowOf(ToolId::Zip)).empty(); // in words of its own
-    bool packed = ZipFolder(session, staged, folder, state);
-    if (packed) {
-        if (const auto marked = MarkUtf8Names(staged); !marked) {
-            packed = false;
-            state.error = marked.Error().subject;
-            state.details = marked.Error().reason;
-        }
-    }
+    state.tell = [&](const std::string& text) { session.host.Tell(Tone::Plain, text); };
+    bool packed = ZipFolder(ToolsOf(session), session.host, staged, folder, state);
+    if (packed)
+        if (const auto marked = MarkUtf8Names(staged); !marked)
+            packed =
+                state.Fail(ToolTrouble::Content, marked.Error().subject, marked.Error().reason);
     if (packed) {
         const platform::FileFacts old = platform::FactsOf(target);
         auto failure = old.kind == platform::FileKind::File ? platform::SetMode(staged, old.mode)
                                                             : std::error_code{};
         if (!failure)
             failure = platform::Rename(staged, target);
-        if (failure) {
-            packed = false;
-            state.error = TextOf(target);
-            state.details = failure.message();
-        }
+        if (failure)
+            packed = state.Fail(ToolTrouble::Content, TextOf(target), failure.message());
     }
     if (!packed) {
         (void)DeleteFile(staged); // unlisted, and of no use to anybody
-        if (state.error == GetMsg(Msg::BreakUser))
+        if (state.trouble == ToolTrouble::Stopped)
             return TellStopped(session);
-        if (!told)
+        if (state.trouble != ToolTrouble::Missing) // which was told
             session.host.Tell(
                 Tone::Error, GetMsg(Msg::ExportErrorZipping) + std::string{lineBreak} + state.error,
                 state.details);

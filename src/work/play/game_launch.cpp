@@ -12,7 +12,7 @@ Result<platform::Launch> GameLaunch(Session& session)
     const Path game = ResolvePath(folder / Path{Trim(session.preferences.tombExeName)});
     if (!FileExists(game))
         return Failure{ErrorCode::Missing, TextOf(game), GetMsg(Msg::GameFileMissing)};
-    auto launch = LaunchOf(session, game);
+    auto launch = LaunchOf(ToolsOf(session), game);
     if (launch)
         launch->folder = folder;
     return launch;

@@ -44,7 +44,7 @@ void PrepareRecords(Session& session, LevelCode code, bool current)
 
 bool StartTool(Session& session, const Path& program)
 {
-    const auto launch = LaunchOf(session, program);
+    const auto launch = LaunchOf(ToolsOf(session), program);
     if (!launch) {
         TellFailure(session, GetMsg(Msg::ToolNotStarted), launch.Error());
         return false;

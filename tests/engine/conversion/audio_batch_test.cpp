@@ -5,6 +5,8 @@
 #include "conversion/audio_batch.h"
 #include "conversion/level_audio.h"
 #include "conversion/mp3_tools.h"
+#include "conversion/sound_lines.h"
+#include "conversion/sound_tools.h"
 #include "core/staged_file.h"
 #include "sandbox/sound_files.h"
 #include "words/conversion.h"
@@ -34,7 +36,9 @@ struct SoundBox : ToolBox {
     {
         Write("make.wav", ToneWave({}, frames));
         ToolProgressState state;
-        EXPECT_TRUE(EncodeMp3(session, root / "make.wav", root / "make.mp3", state)) << state.error;
+        EXPECT_TRUE(EncodeMp3(ToolsOf(session), session.mp3Settings, root / "make.wav",
+                              root / "make.mp3", state))
+            << state.error;
         std::filesystem::remove(root / "make.wav");
         std::string bytes = Read("make.mp3");
         std::filesystem::remove(root / "make.mp3");
@@ -249,7 +253,8 @@ TEST(Mp3Tools, ATagThatTellsOfMoreThanThereIsHidesNoSound)
     SoundBox box;
     box.Write("a.mp3", std::string("ID3\3\0\0\x7F\0\0\0", 10) + std::string(100, '\0') + box.Mp3());
     ToolProgressState state;
-    ASSERT_TRUE(DecodeMp3(box.session, box / "a.mp3", box / "a.wav", state)) << state.error;
+    ASSERT_TRUE(DecodeMp3(ToolsOf(box.session), box / "a.mp3", box / "a.wav", state))
+        << state.error;
     EXPECT_GT(FileSize(box / "a.wav"), 22050U * 4) << "the encoder lowers the rate";
     EXPECT_EQ(box.Snapshot("").size(), 2U);
 }
@@ -296,7 +301,7 @@ TEST(Mp3Tools, FramesWithAWrongChecksumAreHeardAndWhatCannotBeHeardIsRefused)
     const auto decode = [&](const std::string& mp3) {
         box.Write("in/a.mp3", mp3);
         std::filesystem::remove(box / "in/a.wav");
-        return DecodeMp3(box.session, box / "in/a.mp3", box / "in/a.wav", state);
+        return DecodeMp3(ToolsOf(box.session), box / "in/a.mp3", box / "in/a.wav", state);
     };
     ASSERT_TRUE(decode(Mp3WithChecksums(box, [](std::span<char>) {}))) << state.error;
     const float loudest = LoudestOf(box / "in/a.wav");
@@ -390,22 +395,23 @@ TEST(Mp3Tools, WhatNeedsAStandardWaveOrAnMp3SaysSo)
     SoundBox box;
     ToolProgressState state;
     box.Write("mono.wav", ToneWave({1, 22050, 16, 1}, 3000));
-    EXPECT_FALSE(EncodeMp3(box.session, box / "mono.wav", box / "x.mp3", state));
+    EXPECT_FALSE(EncodeMp3(ToolsOf(box.session), box.session.mp3Settings, box / "mono.wav",
+                           box / "x.mp3", state));
     EXPECT_EQ(state.error, "Error: file 'mono.wav' is not standard waw 44100 stereo 16 bits");
-    EXPECT_FALSE(DecodeMp3(box.session, box / "none.mp3", box / "x.wav", state));
+    EXPECT_FALSE(DecodeMp3(ToolsOf(box.session), box / "none.mp3", box / "x.wav", state));
     EXPECT_EQ(state.error, "Mp3 file not found in: " + (box / "none.mp3").native());
     box.Write("wave.mp3", ToneWave({}, 3000));
-    EXPECT_FALSE(DecodeMp3(box.session, box / "wave.mp3", box / "x.wav", state));
+    EXPECT_FALSE(DecodeMp3(ToolsOf(box.session), box / "wave.mp3", box / "x.wav", state));
     EXPECT_EQ(state.error, GetMsg(Msg::Mp3IsWave));
     box.Write("b.mp3", box.Mp3(3000));
-    EXPECT_FALSE(DecodeMp3(box.session, box / "b.mp3", box / "nowhere/x.wav", state));
+    EXPECT_FALSE(DecodeMp3(ToolsOf(box.session), box / "b.mp3", box / "nowhere/x.wav", state));
     EXPECT_FALSE(state.error.empty());
     EXPECT_FALSE(box.Has("x.mp3") || box.Has("x.wav"));
     // The tools' own switches.
     EXPECT_EQ(
-        RowOf(ToolId::Lame).encode("/a.wav", "/a.mp3", {1, 24, 0}),
+        EncoderArguments("/a.wav", "/a.mp3", {1, 24, 0}),
         (ToolArguments{"--nohist", "--disptime", "0.1", "-b", "24", "-a", "/a.wav", "/a.mp3"}));
-    EXPECT_EQ(RowOf(ToolId::Lame).encode("/a.wav", "/a.mp3", {2, 128, 22050}),
+    EXPECT_EQ(EncoderArguments("/a.wav", "/a.mp3", {2, 128, 22050}),
               (ToolArguments{"--nohist", "--disptime", "0.1", "-b", "128", "--resample", "22050",
                              "/a.wav", "/a.mp3"}));
 }

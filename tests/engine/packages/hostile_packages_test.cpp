@@ -1,5 +1,5 @@
 #include "formats/zip_directory.h"
-#include "packages/zip_files.h"
+#include "packages/unzip.h"
 
 #include "sandbox/patience.h"
 #include "world/tool_box.h"
@@ -52,13 +52,14 @@ protected:
     bool Unzip(const std::string& package, const std::string& folder, bool junk = false,
                UnpackGuard* guard = nullptr)
     {
-        return UnzipWithProgress(box.session, box / package, box / folder, {junk, false, guard},
-                                 state);
+        return UnzipWithProgress(ToolsOf(box.session), box / package, box / folder,
+                                 {junk, false, guard}, state);
     }
     void Shell(const std::string& script)
     {
         ToolProgressState own;
-        ASSERT_TRUE(ShellAndWait(box.session, "cd " + box.root.native() + " && " + script, own));
+        ASSERT_TRUE(
+            ShellAndWait(ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own));
         ASSERT_EQ(own.end.code, 0) << own.details;
     }
     /// Nothing hidden stays behind either.
@@ -223,18 +224,18 @@ TEST_F(HostilePackages, BombsAreRefusedOrStoppedAndTheFolderCleared)
     Shell("bsdtar -xf bomb.zip && bsdtar -czf bomb.tar.gz x && rm x");
     box.Write("out/kept", "kept");
     for (const std::string package : {"bomb.zip", "lie.zip", "bomb.tar.gz"}) {
-        UnpackGuard guard{box.session, box / package, box / "out", limits};
+        UnpackGuard guard{box.machine, box / package, box / "out", limits};
         EXPECT_FALSE(Unzip(package, "out", false, &guard)) << package;
         EXPECT_NE(state.error.find("'" + package + "'"), std::string::npos) << state.error;
         EXPECT_NE(state.error.find("No level does that"), std::string::npos) << state.error;
         EXPECT_EQ(box.Snapshot("out"), (Files{{"kept", "kept"}}));
         EXPECT_FALSE(fs::exists(box / "out/.kv~unpack"));
-        EXPECT_FALSE(
-            UnzipQuick(box.session, box / package, box / "out", {true, false, &guard}, state) &&
-            box.Has("out/x"));
+        EXPECT_FALSE(UnzipQuick(ToolsOf(box.session), box.host, box / package, box / "out",
+                                {true, false, &guard}, state) &&
+                     box.Has("out/x"));
     }
     // Packages in a package count together.
-    UnpackGuard guard{box.session, box / "nest.zip", box / "nest", limits};
+    UnpackGuard guard{box.machine, box / "nest.zip", box / "nest", limits};
     ASSERT_TRUE(Unzip("nest.zip", "nest", false, &guard)) << state.error;
     for (int i = 0; i < 30; ++i)
         fs::copy_file(box / "nest/fine.zip", box / ("nest/" + std::to_string(i) + ".zip"));
@@ -243,7 +244,7 @@ TEST_F(HostilePackages, BombsAreRefusedOrStoppedAndTheFolderCleared)
 
     // A disk that fills up, by what the list says and while the tool works.
     box.machine.free = 2 * megabyte;
-    UnpackGuard small{box.session, box / "fine.zip", box / "room", limits};
+    UnpackGuard small{box.machine, box / "fine.zip", box / "room", limits};
     ASSERT_TRUE(Unzip("fine.zip", "room", false, &small)) << state.error;
     box.machine.free = megabyte / 2;
     EXPECT_FALSE(Unzip("fine.zip", "room", false, &small));
@@ -256,7 +257,7 @@ TEST_F(HostilePackages, BombsAreRefusedOrStoppedAndTheFolderCleared)
         return true;
     };
     const auto start = Clock::now();
-    UnpackGuard slow{box.session, box / "fine.zip", box / "slow", limits};
+    UnpackGuard slow{box.machine, box / "fine.zip", box / "slow", limits};
     EXPECT_FALSE(Unzip("fine.zip", "slow", false, &slow));
     EXPECT_NE(state.error.find("no room"), std::string::npos) << state.error;
     EXPECT_TRUE(IsEmpty("slow"));
@@ -272,7 +273,7 @@ TEST_F(HostilePackages, AMillionEntriesAreRefusedAndCanBeStopped)
             entries[i].name = std::to_string(i);
         box.Write("many.zip", BuildZip(entries));
     }
-    UnpackGuard guard{box.session, box / "many.zip", box / "out"};
+    UnpackGuard guard{box.machine, box / "many.zip", box / "out"};
     progress.Step();
     progress.longestPause = {};
     auto start = Clock::now();

@@ -1,5 +1,5 @@
 // Packages that are good, though not of the usual make, and what of them could be lost.
-#include "packages/zip_files.h"
+#include "packages/unzip.h"
 
 #include "world/tool_box.h"
 #include "world/zip_builder.h"
@@ -32,13 +32,14 @@ protected:
         UnzipOptions options;
         options.namesAs = namesAs;
         options.report = &report;
-        return UnzipWithProgress(box.session, box / package, box / "out", options, state);
+        return UnzipWithProgress(ToolsOf(box.session), box / package, box / "out", options, state);
     }
     Files Out() const { return box.Snapshot("out"); }
     void Shell(const std::string& script)
     {
         ToolProgressState own;
-        ASSERT_TRUE(ShellAndWait(box.session, "cd " + box.root.native() + " && " + script, own));
+        ASSERT_TRUE(
+            ShellAndWait(ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own));
         ASSERT_EQ(own.end.code, 0) << own.details;
     }
 };

@@ -1,4 +1,5 @@
-#include "packages/zip_files.h"
+#include "packages/package_list.h"
+#include "packages/unzip.h"
 
 #include "world/tool_box.h"
 #include "world/zip_builder.h"
@@ -33,14 +34,15 @@ protected:
     bool Unzip(const std::string& package, const std::string& folder,
                const UnpackLimits& limits = {})
     {
-        UnpackGuard guard{box.session, box / package, box / folder, limits};
-        return UnzipWithProgress(box.session, box / package, box / folder, {false, false, &guard},
-                                 state);
+        UnpackGuard guard{box.machine, box / package, box / folder, limits};
+        return UnzipWithProgress(ToolsOf(box.session), box / package, box / folder,
+                                 {false, false, &guard}, state);
     }
     void Shell(const std::string& script)
     {
         ToolProgressState own;
-        ASSERT_TRUE(ShellAndWait(box.session, "cd " + box.root.native() + " && " + script, own));
+        ASSERT_TRUE(
+            ShellAndWait(ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own));
         ASSERT_EQ(own.end.code, 0) << own.details;
     }
     /// A tape of what the lines name, each with its rights and kind, made by the real tool.
@@ -138,7 +140,7 @@ TEST_F(PackageBounds, NoListCanHideWhatComesOut)
         entries.push_back({"f" + std::to_string(i), "x"});
     box.Write("comment.zip", BuildZip(entries, "x\n" + list));
     std::vector<PackageEntry> listed;
-    ASSERT_TRUE(ListZip(box.session, box / "comment.zip", listed, state));
+    ASSERT_TRUE(ListZip(ToolsOf(box.session), box / "comment.zip", listed, state));
     EXPECT_EQ(listed.size(), 5U);
     ExpectRefused("comment.zip", "holds 5 files", limits);
 

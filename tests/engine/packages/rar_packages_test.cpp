@@ -1,7 +1,7 @@
 // Rars, of which the tool that unpacks them neither proves nor opens all, and what is kept of a
 // damaged package.
 #include "formats/rar_headers.h"
-#include "packages/zip_files.h"
+#include "packages/unzip.h"
 #include "world/tool_box.h"
 #include "world/zip_builder.h"
 
@@ -95,7 +95,7 @@ protected:
         UnzipOptions options;
         options.keepWhole = keepWhole;
         options.report = &report;
-        return UnzipWithProgress(box.session, box / name, box / "out", options, state);
+        return UnzipWithProgress(ToolsOf(box.session), box / name, box / "out", options, state);
     }
     [[nodiscard]] bool Says(const std::string& words) const
     {
@@ -206,10 +206,11 @@ TEST_F(RarPackages, OneProgramIsEnoughForAMiddlingZip)
     box.AddTool("unzip", "echo run >>'" + (box / "runs").native() + "'\nexec '" +
                              platform::FindOnPath("unzip").native() + "' \"$@\"");
     box.Write("middling.zip", BuildZip({{"a.tr4", middling}}));
-    UnpackGuard guard{box.session, box / "middling.zip", box / "out"};
+    UnpackGuard guard{box.machine, box / "middling.zip", box / "out"};
     UnzipOptions options;
     options.guard = &guard;
-    ASSERT_TRUE(UnzipWithProgress(box.session, box / "middling.zip", box / "out", options, state))
+    ASSERT_TRUE(
+        UnzipWithProgress(ToolsOf(box.session), box / "middling.zip", box / "out", options, state))
         << state.error << state.details;
     EXPECT_EQ(Out(), (Files{{"a.tr4", middling}}));
     EXPECT_EQ(box.Read("runs"), "run\n");
@@ -221,7 +222,7 @@ TEST_F(RarPackages, NamesThatLeadOutAreLeftOutAndNamedAndTheRestComesIn)
     box.Write("in/a.tr4", level);
     box.Write("in/d..e/..f", "odd but inside");
     ToolProgressState own;
-    ASSERT_TRUE(ShellAndWait(box.session,
+    ASSERT_TRUE(ShellAndWait(ToolsOf(box.session),
                              "cd '" + (box / "in").native() +
                                  "' && bsdtar -cPf ../out.tar a.tr4 ../up.txt 'd..e/../../up.txt' "
                                  "d..e && bsdtar -cPf ../only.tar ../up.txt",
@@ -246,7 +247,7 @@ TEST_F(RarPackages, EachCauseHasWordsOfItsOwn)
     EXPECT_TRUE(Says("a file and a folder of the same name")) << state.error;
     box.Write("b.txt", "b");
     ToolProgressState own;
-    ASSERT_TRUE(ShellAndWait(box.session,
+    ASSERT_TRUE(ShellAndWait(ToolsOf(box.session),
                              "cd '" + box.root.native() +
                                  "' && mkdir in && cd in && bsdtar -cPf ../out.tar ../b.txt",
                              own));

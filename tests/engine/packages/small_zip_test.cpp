@@ -1,6 +1,6 @@
 #include "packages/small_zip.h"
 
-#include "packages/zip_files.h"
+#include "packages/unzip.h"
 #include "world/tool_box.h"
 #include "world/zip_builder.h"
 
@@ -32,10 +32,11 @@ protected:
     /// As packages come in: by the program where it can, by the tool where it cannot.
     bool Unzip(const std::string& folder, bool guarded)
     {
-        UnpackGuard guard{box.session, box / "small.zip", box / folder};
+        UnpackGuard guard{box.machine, box / "small.zip", box / folder};
         UnzipOptions options;
         options.guard = guarded ? &guard : nullptr;
-        return UnzipWithProgress(box.session, box / "small.zip", box / folder, options, state);
+        return UnzipWithProgress(ToolsOf(box.session), box / "small.zip", box / folder, options,
+                                 state);
     }
 };
 
@@ -46,7 +47,7 @@ TEST_F(SmallZip, ComesOutAsTheToolMakesIt)
     box.Write("in/sub/deep/b.txt", "below");
     fs::create_directories(box / "in/bare");
     ToolProgressState own;
-    ASSERT_TRUE(ShellAndWait(box.session,
+    ASSERT_TRUE(ShellAndWait(ToolsOf(box.session),
                              "cd " + (box / "in").native() +
                                  " && touch -d '2003-07-09 10:20:31 UTC' a.tr4 && "
                                  "zip -qr ../plain.zip . && zip -qrX ../bare.zip .",

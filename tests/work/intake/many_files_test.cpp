@@ -4,7 +4,7 @@
 #include "archive/level_folders.h"
 #include "platform/file_hook.h"
 #include "sandbox/listings.h"
-#include "tools/tool_runner.h"
+#include "tools/run_to_end.h"
 #include "world/tool_box.h"
 #include "world/zip_builder.h"
 

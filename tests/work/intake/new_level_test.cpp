@@ -6,7 +6,7 @@
 #include "intake/language_choice.h"
 #include "intake/unpacking_place.h"
 #include "packages/level_config_file.h"
-#include "packages/zip_files.h"
+#include "packages/unzip.h"
 #include "platform/file_hook.h"
 #include "storage/zl_file.h"
 #include "world/tool_box.h"
@@ -67,7 +67,8 @@ protected:
     void Shell(const std::string& script)
     {
         ToolProgressState own;
-        ASSERT_TRUE(ShellAndWait(box.session, "cd " + box.root.native() + " && " + script, own));
+        ASSERT_TRUE(
+            ShellAndWait(ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own));
         ASSERT_EQ(own.end.code, 0) << own.details;
     }
     [[nodiscard]] std::vector<std::string> Names() const

@@ -1,7 +1,7 @@
 #include "levels/export_level.h"
 
 #include "packages/level_config_file.h"
-#include "packages/zip_files.h"
+#include "packages/unzip.h"
 #include "storage/zl_file.h"
 #include "swap/install.h"
 #include "world/tool_box.h"
@@ -43,7 +43,7 @@ protected:
     {
         ToolProgressState state;
         fs::remove_all(box / "out");
-        EXPECT_TRUE(UnzipWithProgress(box.session, zip, box / "out", {}, state))
+        EXPECT_TRUE(UnzipWithProgress(ToolsOf(box.session), zip, box / "out", {}, state))
             << state.error << state.details;
         return box.Snapshot("out");
     }

@@ -2,21 +2,12 @@
 
 #include "packages/unpack_guard.h"
 #include "packages/unpacked_files.h"
-#include "tools/tool_runner.h"
+#include "tools/run_to_end.h"
 
-/// Packages through the outside tools. Beside zip files the reading operations take every kind
-/// that `UnpackerOf` knows a tool for.
+/// Packages come out through the outside tools: beside zip files every kind that `UnpackerOf` knows
+/// a tool for.
 namespace kestrova
 {
-
-/// True for a folder that holds nothing, or an empty place to unpack in that `keepStaging` left: to
-/// remove folders costs the disk more than a small package does.
-bool IsReadyToUnpack(const Path& folder);
-
-/// Packs the files of `folder`, its sub-folders left out, flat and with maximal compression into
-/// `zip`, whose name has an ending. An existing file of that name goes first. A missing tool is
-/// told; any other failure is in the state. True when the zip is there.
-bool ZipFolder(Session& session, const Path& zip, const Path& folder, ToolProgressState& state);
 
 /// What unpacking brought to light beside the files.
 struct UnpackReport {
@@ -41,19 +32,14 @@ struct UnzipOptions {
 /// Unpacks, with the bar following the count of files; the folder is made when missing. All of the
 /// package comes in, made plain (`MakePlain`), two files of the same name under distinct ones, or
 /// nothing does, unless `keepWhole` is set. True on success; a failure is in the state.
-bool UnzipWithProgress(Session& session, const Path& package, const Path& folder,
+bool UnzipWithProgress(const Tools& tools, const Path& package, const Path& folder,
                        const UnzipOptions& options, ToolProgressState& state);
 
 /// The same without a bar: True without a look at what happened, for callers that look for the
 /// files they expect: what the tool brought comes in even where it failed, unless the guard ended
 /// it. A missing tool and files that cannot be deleted are told. False and silent when `package` or
 /// `folder` is not there.
-bool UnzipQuick(Session& session, const Path& package, const Path& folder,
+bool UnzipQuick(const Tools& tools, Host& host, const Path& package, const Path& folder,
                 const UnzipOptions& options, ToolProgressState& state);
-
-/// The entries of a package; 20 seconds at most for a zip, for other kinds one more for each
-/// megabyte, since their lists stand among the packed files. A failure is in the state.
-bool ListZip(Session& session, const Path& package, std::vector<PackageEntry>& entries,
-             ToolProgressState& state);
 
 } // namespace kestrova

@@ -1,4 +1,4 @@
-#include "tools/tool_runner.h"
+#include "tools/run_to_end.h"
 
 #include "sandbox/patience.h"
 #include "words/tools.h"
@@ -43,24 +43,68 @@ private:
     Clock::time_point last_ = Clock::now();
 };
 
-class ToolRunner : public ::testing::Test
+/// Tools as a floor describes them. What they do is in the scripts of the tests.
+const Tool unzip{.name = "unzip",
+                 .package = "unzip",
+                 .environment = {{"LC_ALL", "C.UTF-8"}},
+                 .worstSuccess = 1,
+                 .complaints = {"skipping:"}};
+const Tool zip{.name = "zip",
+               .package = "zip",
+               .environment = {{"LC_ALL", "C.UTF-8"}, {"ZIPOPT", ""}},
+               .outlivesParser = true};
+const Tool bsdtar{.name = "bsdtar", .package = "libarchive-tools"};
+
+/// Counts the lines that hold a word; asks to stop at the last one.
+class WordCounter : public LineParser
+{
+public:
+    WordCounter(std::string_view word, std::uint64_t total, bool lastStops)
+        : word_(word), total_(total), lastStops_(lastStops)
+    {
+    }
+    LineAnswer Feed(std::string_view line) override
+    {
+        if (line.find(word_) == std::string_view::npos)
+            return {};
+        ++count_;
+        return {count_, total_, !lastStops_ || count_ != total_};
+    }
+
+private:
+    std::string_view word_;
+    std::uint64_t total_;
+    bool lastStops_;
+    std::uint64_t count_ = 0;
+};
+
+std::function<std::unique_ptr<LineParser>()> Counting(std::string_view word, std::uint64_t total,
+                                                      bool lastStops = false)
+{
+    return [=] { return std::make_unique<WordCounter>(word, total, lastStops); };
+}
+
+class RunToEnd : public ::testing::Test
 {
 protected:
     ToolBox box;
     WatchedProgress progress;
     ToolProgressState state{&progress};
 
-    bool Run(const std::string& script, ToolId tool = ToolId::Unzip, std::uint64_t total = 4)
+    RunToEnd()
     {
-        box.AddTool(RowOf(tool).name, script);
-        ToolRun run{tool};
-        run.handler = tool == ToolId::Zip ? Msg::HandlerZip : Msg::HandlerUnzip;
-        run.total = total;
-        return RunTool(box.session, run, state);
+        state.tell = [this](const std::string& text) { box.host.Tell(Tone::Plain, text); };
+    }
+
+    bool Run(const std::string& script)
+    {
+        box.AddTool("unzip", script);
+        return RunTool(ToolsOf(box.session), {.tool = unzip, .parser = Counting("inflating", 4)},
+                       state);
     }
 };
 
-TEST_F(ToolRunner, ShowsEachLineAndMovesTheBarWhileTheToolRuns)
+TEST_F(RunToEnd, ShowsEachLineAndMovesTheBarWhileTheToolRuns)
 {
     EXPECT_TRUE(Run("echo Archive: a; echo '  inflating: one '; sleep 0.5; echo inflating: two\n"
                     "echo inflating: two; echo 'what it says at the end' >&2; printf 'no end'"));
@@ -80,7 +124,7 @@ TEST_F(ToolRunner, ShowsEachLineAndMovesTheBarWhileTheToolRuns)
     EXPECT_EQ(state.details.find('\x1B'), std::string::npos);
 }
 
-TEST_F(ToolRunner, EndsInWordsWhateverTheToolDoes)
+TEST_F(RunToEnd, EndsInWordsWhateverTheToolDoes)
 {
     const std::string megabyte = "head -c 1000000 /dev/zero | tr '\\0' x";
     const struct {
@@ -113,15 +157,13 @@ TEST_F(ToolRunner, EndsInWordsWhateverTheToolDoes)
     EXPECT_TRUE(IsUtf8(state.details));
 
     box.Write("tools/unzip", "no program");
-    ToolRun run{ToolId::Unzip};
-    run.arguments = {"-l", "a b"};
-    EXPECT_FALSE(RunTool(box.session, run, state)) << state.output;
+    EXPECT_FALSE(RunTool(ToolsOf(box.session), {unzip, {"-l", "a b"}}, state)) << state.output;
     EXPECT_EQ(state.error, "Error creating subprocess: \"" +
                                (box.session.programFolder / "unzip").native() +
                                "\"\r\nWith command line: \"-l a b\"");
 }
 
-TEST_F(ToolRunner, EndsAHungToolWithItsChildrenSoon)
+TEST_F(RunToEnd, EndsAHungToolWithItsChildrenSoon)
 {
     // Deaf to the request, so that the force behind it is seen too.
     const std::string hangs = "trap '' TERM; echo begun; sleep 30 & sleep 30; sleep 30";
@@ -137,70 +179,70 @@ TEST_F(ToolRunner, EndsAHungToolWithItsChildrenSoon)
     EXPECT_EQ(state.details, "begun");
     EXPECT_EQ(stopped([&] { return Run("while :; do echo $((i=i+1)); done"); }), "Break user");
     const Path script = box.AddTool("program", hangs);
-    EXPECT_EQ(stopped([&] { return RunAndWait(box.session, script, {}, state); }), "Break user");
-    EXPECT_EQ(stopped([&] { return ShellAndWait(box.session, "sleep 30", state); }), "Break user");
+    EXPECT_EQ(stopped([&] { return RunAndWait(ToolsOf(box.session), script, {}, state); }),
+              "Break user");
+    EXPECT_EQ(stopped([&] { return ShellAndWait(ToolsOf(box.session), "sleep 30", state); }),
+              "Break user");
     EXPECT_LT(progress.longestPause, soon);
 
     box.AddTool("unzip", hangs);
     const auto start = Clock::now();
-    EXPECT_FALSE(RunToolBatch(box.session, ToolId::Unzip, {}, milliseconds{200}, state));
+    EXPECT_FALSE(RunToolBatch(ToolsOf(box.session), unzip, {}, milliseconds{200}, state));
     EXPECT_EQ(state.error, "Timeout");
     EXPECT_EQ(state.details, "begun");
-    ToolRun run{ToolId::Unzip};
-    run.watch = [] { return std::string{"the disk is nearly full"}; };
-    EXPECT_FALSE(RunTool(box.session, run, state));
+    const auto watch = [] { return std::string{"the disk is nearly full"}; };
+    EXPECT_FALSE(RunTool(ToolsOf(box.session), {.tool = unzip, .watch = watch}, state));
     EXPECT_EQ(state.error, "the disk is nearly full");
     EXPECT_LT(Clock::now() - start, soon);
 }
 
-TEST_F(ToolRunner, ObeysTheHandlersStopWhereTheRowDoes)
+TEST_F(RunToEnd, ObeysTheParsersStopWhereTheRowDoes)
 {
-    // The zip handler's stop at the last name would cost this zip its unfinished file.
-    EXPECT_TRUE(
-        Run("echo adding: a; echo adding: b; sleep 0.1; echo done > finished", ToolId::Zip, 2));
+    // The parser's stop at the last name would cost this zip its unfinished file.
+    box.AddTool("zip", "echo adding: a; echo adding: b; sleep 0.1; echo done > finished");
+    EXPECT_TRUE(RunTool(ToolsOf(box.session), {.tool = zip, .parser = Counting("adding:", 2, true)},
+                        state));
     EXPECT_EQ(box.Read("tools/finished"), "done\n");
     box.AddTool("unzip", "echo inflating: a; echo inflating: b; sleep 0.2; echo > late");
-    ToolRun run{ToolId::Unzip};
-    run.handler = Msg::HandlerZip;
-    run.total = 1;
-    EXPECT_FALSE(RunTool(box.session, run, state));
+    EXPECT_FALSE(RunTool(ToolsOf(box.session),
+                         {.tool = unzip, .parser = Counting("inflating:", 1, true)}, state));
     EXPECT_EQ(state.error, "Break user");
     EXPECT_FALSE(box.Has("tools/late"));
 }
 
-TEST_F(ToolRunner, FindsToolsInTheProgramsFolderFirst)
+TEST_F(RunToEnd, FindsToolsInTheProgramsFolderFirst)
 {
     const Path elsewhere = box.AddTool("elsewhere", "echo elsewhere");
-    ToolRun run{ToolId::Zip};
-    EXPECT_FALSE(RunTool(box.session, run, state));
+    ToolWork work{zip};
+    EXPECT_FALSE(RunTool(ToolsOf(box.session), work, state));
     EXPECT_EQ(state.error,
               "Utility \"" + (box.session.programFolder / "zip").native() + "\" doesn't exist");
     EXPECT_NE(state.details.find("package 'zip'"), std::string::npos) << state.details;
-    EXPECT_FALSE(RunToolBatch(box.session, ToolId::Bsdtar, {}, second, state));
+    EXPECT_FALSE(RunToolBatch(ToolsOf(box.session), bsdtar, {}, second, state));
     EXPECT_EQ(state.error,
               "Missing utility \"" + (box.session.programFolder / "bsdtar").native() + "\"");
 
     box.machine.tools["zip"] = elsewhere;
-    EXPECT_TRUE(RunTool(box.session, run, state));
+    EXPECT_TRUE(RunTool(ToolsOf(box.session), work, state));
     EXPECT_EQ(state.output, "elsewhere\r\n");
     box.AddTool("zip", "echo own $LC_ALL,$ZIPOPT.");
-    EXPECT_TRUE(RunTool(box.session, run, state));
+    EXPECT_TRUE(RunTool(ToolsOf(box.session), work, state));
     EXPECT_EQ(state.output, "own C.UTF-8,.\r\n");
     // A Windows program goes through Wine; without it the words tell what is missing.
     box.Write("tools/zip", "MZ" + std::string(100, '\0'));
-    EXPECT_FALSE(RunTool(box.session, run, state));
+    EXPECT_FALSE(RunTool(ToolsOf(box.session), work, state));
     EXPECT_NE(state.details.find("Wine"), std::string::npos) << state.details;
     box.session.settings.wineCommand = box.AddTool("wine", "printf '%s|' \"$@\"").native();
-    run.arguments = {"-9", "a b"};
-    EXPECT_TRUE(RunTool(box.session, run, state)) << state.details;
+    work.arguments = {"-9", "a b"};
+    EXPECT_TRUE(RunTool(ToolsOf(box.session), work, state)) << state.details;
     EXPECT_EQ(state.details, (box.session.programFolder / "zip").native() + "|-9|a b|");
 }
 
-TEST_F(ToolRunner, BatchTakesAllOfStandardOutput)
+TEST_F(RunToEnd, BatchTakesAllOfStandardOutput)
 {
     const auto batch = [&](const std::string& script) {
         box.AddTool("unzip", script);
-        return RunToolBatch(box.session, ToolId::Unzip, {"-l"}, 10 * second, state);
+        return RunToolBatch(ToolsOf(box.session), unzip, {"-l"}, 10 * second, state);
     };
     EXPECT_TRUE(batch("printf 'a\\na\\nlast'; echo lost >&2"));
     EXPECT_EQ(state.output, "a\r\na\r\nlast");
@@ -215,16 +257,55 @@ TEST_F(ToolRunner, BatchTakesAllOfStandardOutput)
     EXPECT_NE(state.error.find("code 9"), std::string::npos);
 }
 
-TEST_F(ToolRunner, OnlyTheShellsOwnWayGoesThroughAShell)
+TEST_F(RunToEnd, OnlyTheShellsOwnWayGoesThroughAShell)
 {
     const Path echo = box.AddTool("echo args", "printf '%s|' \"$@\"; pwd; exit 5");
-    EXPECT_TRUE(RunAndWait(box.session, echo, {"a b", "$(id)", "*", "-x", "q\"'", "l\nf"}, state));
+    EXPECT_TRUE(
+        RunAndWait(ToolsOf(box.session), echo, {"a b", "$(id)", "*", "-x", "q\"'", "l\nf"}, state));
     EXPECT_EQ(state.end.code, 5);
     EXPECT_EQ(state.details, "a b|$(id)|*|-x|q\"'|l\r\nf|" + box.session.programFolder.native());
-    EXPECT_FALSE(RunAndWait(box.session, box / "missing", {}, state));
+    EXPECT_FALSE(RunAndWait(ToolsOf(box.session), box / "missing", {}, state));
     EXPECT_EQ(state.error, "Error executing utility: " + (box / "missing").native());
-    EXPECT_TRUE(ShellAndWait(box.session, "'./echo args' $((1 + 1)) > list.txt", state));
+    EXPECT_TRUE(ShellAndWait(ToolsOf(box.session), "'./echo args' $((1 + 1)) > list.txt", state));
     EXPECT_TRUE(box.Read("tools/list.txt").starts_with("2|"));
+}
+
+/// An image is made while another one burns: each has its own window, and each its own end.
+TEST_F(RunToEnd, SeveralGoOnInOneLoop)
+{
+    // The first can go on only when the second has got rid of more than a pipe holds.
+    box.AddTool("zip", "while [ ! -e burned ]; do sleep 0.02; done; echo adding: image");
+    box.AddTool("unzip", "i=0; while [ $i -lt 3000 ]; do i=$((i+1)); echo \"inflating: a file with "
+                         "a name of some length $i\"; done; echo > burned; sleep 30");
+    const Tools tools = ToolsOf(box.session);
+    const auto start = [&](const ToolWork& work) {
+        auto order = OrderOf(tools, work);
+        EXPECT_TRUE(order) << order.Error().reason;
+        order->silence = 10 * second; // so that it ends whatever happens
+        return std::move(*order);
+    };
+    ToolRun image{start({.tool = zip, .parser = Counting("adding:", 1)})};
+    ToolRun burning{start({.tool = unzip, .parser = Counting("inflating:", 3000)})};
+    ASSERT_TRUE(image.Start() && burning.Start());
+    WatchedProgress other;
+    other.label = "of the burning";
+    const auto stop = [&] { return std::string{image.IsRunning() ? "" : "the image is there"}; };
+    const WatchedRun runs[] = {{image, &progress}, {burning, &other, true, {}, stop}};
+    const auto begin = Clock::now();
+    RunToEnds(runs);
+    EXPECT_LT(Clock::now() - begin, soon);
+    EXPECT_EQ(image.Report().trouble, ToolTrouble::None) << image.Report().error;
+    EXPECT_EQ(image.Report().output, "adding: image\r\n");
+    EXPECT_EQ(progress.label, "adding: image");
+    EXPECT_EQ(progress.bars, (std::vector<std::uint64_t>{100}));
+    EXPECT_EQ(burning.Report().trouble, ToolTrouble::Refused);
+    EXPECT_EQ(burning.Report().error, "the image is there");
+    EXPECT_TRUE(burning.Report().details.ends_with("length 3000")) << burning.Report().details;
+    EXPECT_EQ(other.bars.size(), 3000U);
+    EXPECT_EQ(other.bars.back(), 100U);
+    EXPECT_EQ(other.label, "of the burning") << "quiet";
+    EXPECT_LT(std::max(progress.longestPause, other.longestPause), soon);
+    EXPECT_FALSE(image.Poll() || burning.Poll()) << "gone";
 }
 
 TEST(SetProgressPercent, CutsTheFractionAndTheExcess)

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "packages/package_plan.h"
+#include "tools/run_to_end.h"
+
+namespace kestrova
+{
+
+/// The entries of a package; 20 seconds at most for a zip, for other kinds one more for each
+/// megabyte, since their lists stand among the packed files. A failure is in the state.
+bool ListZip(const Tools& tools, const Path& package, std::vector<PackageEntry>& entries,
+             ToolProgressState& state);
+
+/// The same by a plan: their names as text, in the code page `namesAs` where that is not empty. The
+/// page of the names is in the plan then.
+bool ListEntries(const Tools& tools, PackagePlan& plan, const Path& package,
+                 const std::string& namesAs, std::vector<PackageEntry>& entries,
+                 ToolProgressState& state);
+
+} // namespace kestrova
