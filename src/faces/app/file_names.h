@@ -8,6 +8,8 @@
 namespace kestrova::OnDisk
 {
 
+inline constexpr std::string_view ConfigExeFormats = "ZIP|TRLE|MIRROR|FLYDRIVE";
 inline constexpr std::string_view DoctorToolOpen = "xdg-open";
+inline constexpr std::string_view FragStandInGame = "\\kestrova-practice-game";
 
 } // namespace kestrova::OnDisk

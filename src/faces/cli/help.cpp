@@ -1,6 +1,6 @@
 #include "cli/help.h"
 
-#include "cli/command_table.h"
+#include "app/command_table.h"
 #include "words/cli.h"
 
 namespace kestrova
@@ -14,6 +14,12 @@ void Add(std::string& text, Message row)
     text += GetMsg(row, {"\n", "\n", "\n", "\n", "\n", "\n"}) + "\n";
 }
 
+/// The row of a word of the terminal that has the words of its manual.
+bool IsHead(const CommandRow& row)
+{
+    return row.terminal.usage != Message{};
+}
+
 } // namespace
 
 std::string HelpText()
@@ -21,18 +27,19 @@ std::string HelpText()
     std::string text;
     Add(text, Msg::HelpHead);
     for (const CommandRow& row : CommandTable())
-        text += "  " + std::string{row.usage.text} + "\n      " +
-                std::string{row.summary.text} + "\n";
+        if (IsHead(row))
+            text += "  " + std::string{row.terminal.usage.text} + "\n      " +
+                    std::string{row.terminal.summary.text} + "\n";
     Add(text, Msg::HelpFoot);
     return text;
 }
 
 std::string HelpFor(const CommandRow& row)
 {
-    std::string text = GetMsg(Msg::UsageLine, {row.usage.text}) + "\n";
-    text += std::string{row.summary.text} + "\n";
-    if (row.json != Message{})
-        text += GetMsg(Msg::HelpJson) + std::string{row.json.text} + "\n";
+    std::string text = GetMsg(Msg::UsageLine, {row.terminal.usage.text}) + "\n";
+    text += std::string{row.terminal.summary.text} + "\n";
+    if (row.terminal.json != Message{})
+        text += GetMsg(Msg::HelpJson) + std::string{row.terminal.json.text} + "\n";
     return text;
 }
 
@@ -44,10 +51,12 @@ std::string HelpAsMarkdown()
     for (const Message row : {Msg::MarkdownWhere, Msg::MarkdownAnswers, Msg::MarkdownLocks})
         Add(text, row);
     for (const CommandRow& row : CommandTable()) {
-        text += "\n### `" + std::string{row.usage.text} + "`\n\n";
-        text += std::string{row.summary.text} + "\n";
-        if (row.json != Message{})
-            text += "\n" + GetMsg(Msg::HelpJson) + std::string{row.json.text} + "\n";
+        if (!IsHead(row))
+            continue;
+        text += "\n### `" + std::string{row.terminal.usage.text} + "`\n\n";
+        text += std::string{row.terminal.summary.text} + "\n";
+        if (row.terminal.json != Message{})
+            text += "\n" + GetMsg(Msg::HelpJson) + std::string{row.terminal.json.text} + "\n";
     }
     text += "\n";
     Add(text, Msg::MarkdownFoot);

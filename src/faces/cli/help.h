@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/command.h"
+#include "app/command.h"
 
 namespace kestrova
 {

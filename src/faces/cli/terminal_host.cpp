@@ -1,5 +1,6 @@
 #include "cli/terminal_host.h"
 
+#include "app/result_text.h"
 #include "platform/clock.h"
 #include "platform/places.h"
 #include "platform/terminal.h"
@@ -76,45 +77,6 @@ private:
 };
 
 } // namespace
-
-namespace
-{
-
-/// How many bytes the character takes with which the text begins when that would steer a terminal:
-/// control characters but LF and tab, the upper ones too, and those that part lines or change the
-/// direction of writing. 0 for any other.
-std::size_t SteeringAt(std::string_view text)
-{
-    const auto byte = static_cast<unsigned char>(text.front());
-    if (byte < ' ' || byte == 0x7F)
-        return byte == '\n' || byte == '\t' ? 0 : 1;
-    if (byte == 0xC2 && text.size() > 1 && static_cast<unsigned char>(text[1]) < 0xA0)
-        return 2;
-    for (const std::string_view mark : {"\u2028", "\u2029", "\u202A", "\u202B", "\u202C", "\u202D",
-                                        "\u202E", "\u2066", "\u2067", "\u2068", "\u2069"})
-        if (text.starts_with(mark))
-            return mark.size();
-    return 0;
-}
-
-} // namespace
-
-std::string ForTerminal(std::string_view text)
-{
-    // Nearly every line, and there may be thousands.
-    if (std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; }))
-        return std::string{text};
-    const std::string readable = Readable(text);
-    std::string shown;
-    shown.reserve(readable.size());
-    for (std::size_t i = 0; i < readable.size();) {
-        const std::size_t steering = SteeringAt(std::string_view{readable}.substr(i));
-        if (steering == 0)
-            shown += readable[i];
-        i += std::max<std::size_t>(steering, 1);
-    }
-    return shown;
-}
 
 TerminalHost::TerminalHost()
     : interactive_(platform::IsTerminal(Stream::Input) && platform::IsTerminal(Stream::Error))

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "app/command.h"
 #include "words/message.h"
 
 #include <set>
@@ -11,27 +11,23 @@ namespace kestrova
 /// What `--yes` and `--no` say beforehand.
 enum class StandingAnswer { None, Yes, No };
 
-/// As a terminal may show it: lines end by LF; characters that would steer the terminal, or turn
-/// the direction of what follows, are gone.
-std::string ForTerminal(std::string_view text);
-
 /// Questions and messages on the standard error, answers from the standard input, provided that
 /// both are a terminal. Results are not its matter.
-class TerminalHost : public Host
+class TerminalHost : public Host, public Face
 {
 public:
     void SetStandingAnswer(StandingAnswer answer) { standing_ = answer; }
     /// A question found no answer; it was named on the standard error.
     [[nodiscard]] bool LeftUnanswered() const override { return unanswered_; }
     /// Something was told as an error.
-    [[nodiscard]] bool ToldError() const { return toldError_; }
+    [[nodiscard]] bool ToldError() const override { return toldError_; }
     /// True when a yes/no question would find an answer.
-    [[nodiscard]] bool CanAnswer() const
+    [[nodiscard]] bool CanAnswer() const override
     {
         return interactive_ || standing_ != StandingAnswer::None;
     }
     /// Names a question that will find no answer.
-    void NameUnanswered(const std::string& text);
+    void NameUnanswered(const std::string& text) override;
 
     void Tell(Tone tone, const std::string& text, const std::string& reason = {}) override;
     [[nodiscard]] bool CanAsk() const override { return interactive_; }

@@ -12,5 +12,6 @@ inline constexpr Message OriginalsId{"o-~1"};
 inline constexpr Message OriginalsUnknownId{"Nothing is kept under the name ~1. See: kestrovactl history originals"};
 inline constexpr Message BackupLinkBroken{"The folder ~1 leads to a place that is not there now, so the backup would lack its files. The backup is as it was. Connect the drive and try again."};
 inline constexpr Message InterruptedFailed{"An interrupted swap could not be mended yet. No savegame is lost. Make the disk writable and start again; until then no level can be played."};
+inline constexpr Message OriginalsUnreadable{"The list of what was kept of the Level Editor's folder cannot be read. The files lie in history/originals of the program's folder."};
 
 } // namespace kestrova::Msg

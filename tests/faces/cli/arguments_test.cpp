@@ -1,7 +1,7 @@
-#include "cli/command.h"
-#include "cli/command_table.h"
+#include "app/command_table.h"
+#include "app/result_text.h"
 #include "cli/help.h"
-#include "cli/work.h"
+#include "cli/terminal_host.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>
@@ -59,13 +59,15 @@ TEST(CommandRows, AgreeWithTheirUsage)
     for (const OptionRow& option : AllOptions())
         known.insert(option.name);
     for (const CommandRow& row : CommandTable()) {
-        const std::string usage{row.usage.text};
-        EXPECT_EQ(usage.substr(0, usage.find(' ')), row.name);
-        for (const std::string_view option : row.options) {
-            EXPECT_TRUE(known.contains(option)) << option;
-            EXPECT_NE(usage.find(option), std::string::npos) << usage;
+        if (row.terminal.usage == Message{})
+            continue;
+        const std::string usage{row.terminal.usage.text};
+        EXPECT_EQ(usage.substr(0, usage.find(' ')), row.terminal.word);
+        for (const OptionRow& option : row.terminal.options) {
+            EXPECT_TRUE(known.contains(option.name)) << option.name;
+            EXPECT_NE(usage.find(option.name), std::string::npos) << usage;
         }
-        EXPECT_EQ(FindCommand(row.name), &row);
+        EXPECT_EQ(FindCommand(row.terminal.word), &row);
         EXPECT_NE(HelpText().find(usage), std::string::npos);
     }
     EXPECT_EQ(FindCommand("plays"), nullptr);

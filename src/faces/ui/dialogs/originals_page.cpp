@@ -5,7 +5,7 @@
 #include "swap/kept_originals.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/qt_text.h"
-#include "words/cli.h"
+#include "words/originals.h"
 #include "words/ui_dialogs.h"
 
 #include <QHBoxLayout>

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "app/command.h"
+
+namespace kestrova
+{
+
+/// Sounds from one form to another.
+std::span<const CommandRow> AudioCommands();
+
+} // namespace kestrova

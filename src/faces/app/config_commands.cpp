@@ -1,0 +1,206 @@
+#include "app/config_commands.h"
+
+#include "app/file_names.h"
+#include "app/result_text.h"
+#include "formats/nul_list.h"
+#include "levels/export_level.h"
+#include "packages/level_config_file.h"
+#include "session/file_to_write.h"
+#include "words/commands.h"
+#include "words/intake.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// A field of the file: its name here, its width there, and how many texts make one of its groups.
+struct FieldRow {
+    std::string_view name;
+    std::string LevelConfig::*field;
+    std::size_t width;
+    std::size_t group = 0; ///< 0: one text; 1: a list; above: a list of groups
+};
+
+constexpr std::size_t longestTomWads = 32767;
+constexpr FieldRow fieldRows[] = {
+    {"name", &LevelConfig::name, 256},
+    {"note", &LevelConfig::note, 256},
+    {"author", &LevelConfig::author, 80},
+    {"author-note", &LevelConfig::authorNote, 256},
+    {"email", &LevelConfig::authorEmails, 256, 1},
+    {"site", &LevelConfig::authorSites, 256, 1},
+    {"extern-wave", &LevelConfig::externWaves, 4096, 4},
+    {"import-wad", &LevelConfig::importWads, 2048, 2},
+    {"import-notes", &LevelConfig::importNotes, 512},
+    {"duplicate", &LevelConfig::duplicates, 600, 2},
+    {"more-info", &LevelConfig::moreInfo, 80},
+    {"exe-format", &LevelConfig::exeFormat, 10},
+    {"tom-wads", &LevelConfig::tomWads, longestTomWads, 2},
+};
+constexpr char partMark = '|';
+
+std::string AllFieldNames()
+{
+    std::vector<std::string> names;
+    for (const FieldRow& row : fieldRows)
+        names.emplace_back(row.name);
+    return Join(names, ", ");
+}
+
+/// The texts of a field, those of a group joined; an incomplete last group is passed over.
+std::vector<std::string> TextsOf(const FieldRow& row, const LevelConfig& config)
+{
+    const std::string value{Trim(config.*row.field)};
+    if (row.group == 0)
+        return value.empty() ? std::vector<std::string>{} : std::vector<std::string>{value};
+    const std::vector<std::string> parts = SplitNulList(value);
+    std::vector<std::string> texts;
+    for (std::size_t i = 0; i + row.group <= parts.size(); i += row.group)
+        texts.push_back(Join({parts.begin() + static_cast<std::ptrdiff_t>(i),
+                              parts.begin() + static_cast<std::ptrdiff_t>(i + row.group)},
+                             std::string_view{&partMark, 1}));
+    return texts;
+}
+
+Json AsJson(const LevelConfig& config)
+{
+    Json json = Json::object();
+    for (const FieldRow& row : fieldRows) {
+        Json texts = Json::array();
+        for (const std::string& text : TextsOf(row, config))
+            texts.push_back(Readable(text));
+        const std::string name{row.name};
+        if (row.group == 0)
+            json[name] = texts.empty() ? Json("") : texts.front();
+        else
+            json[name] = std::move(texts);
+    }
+    json["files"] = Json::array();
+    for (const ConfigFile& file : config.files)
+        json["files"].push_back({{"name", Readable(file.name)}, {"size", file.size}});
+    return json;
+}
+
+bool ShowConfig(Run& run, const Path& file)
+{
+    LevelConfig config;
+    if (!ReadLevelConfig(run.session, file, config))
+        return false;
+    if (run.json != nullptr) {
+        *run.json = AsJson(config);
+        return true;
+    }
+    for (const FieldRow& row : fieldRows)
+        for (const std::string& text : TextsOf(row, config))
+            AddLine(run, std::string{row.name} + "\t" + OneField(text));
+    for (const ConfigFile& listed : config.files)
+        AddLine(run, "file\t" + OneField(listed.name) + "\t" + std::to_string(listed.size));
+    return true;
+}
+
+/// Puts `name=value` into the record; what is wrong with it, or nothing.
+std::string TakeField(const std::string& word, LevelConfig& config)
+{
+    const std::size_t equals = word.find('=');
+    const std::string_view name = std::string_view{word}.substr(0, equals);
+    const auto* row = std::find_if(std::begin(fieldRows), std::end(fieldRows),
+                                   [&](const FieldRow& field) { return field.name == name; });
+    if (equals == std::string::npos || row == std::end(fieldRows))
+        return GetMsg(Msg::WrongConfigField, {word, AllFieldNames()});
+    const std::string value = OnOneLine(Readable(std::string_view{word}.substr(equals + 1)));
+    if (!FitsWindows1252(value))
+        return GetMsg(Msg::WrongConfigLetters, {row->name, value});
+    if (row->group == 0 && !(config.*row->field).empty())
+        return GetMsg(Msg::WrongConfigTwice, {row->name});
+    std::vector<std::string> parts{value};
+    if (row->group > 1)
+        parts = Split(value, partMark);
+    if (row->group > 1 && parts.size() != row->group)
+        return GetMsg(Msg::WrongConfigParts, {value, row->name, std::to_string(row->group)});
+    if (row->field == &LevelConfig::exeFormat) {
+        const std::vector<std::string> known = Split(OnDisk::ConfigExeFormats, partMark);
+        if (!value.empty() && std::find(known.begin(), known.end(), value) == known.end())
+            return GetMsg(Msg::WrongConfigExe, {value, Join(known, ", ")});
+    }
+    std::string& field = config.*row->field;
+    const std::string joined = JoinNulList(parts);
+    field = field.empty() ? joined : JoinNulList({field, joined});
+    if (ToWindows1252(field).size() > row->width)
+        return GetMsg(Msg::WrongConfigTooLong, {row->name, std::to_string(row->width)});
+    return {};
+}
+
+/// The record of the words; what is wrong with them, or nothing.
+std::string TakeFields(const Run& run, LevelConfig& config)
+{
+    const auto& words = run.arguments.words;
+    for (std::size_t i = 2; i < words.size(); ++i)
+        if (std::string wrong = TakeField(words[i], config); !wrong.empty())
+            return wrong;
+    return {};
+}
+
+std::string WrongConfig(Run& run)
+{
+    const auto& words = run.arguments.words;
+    if (words.front() == "show")
+        return words.size() > 2 ? GetMsg(Msg::WrongWordTooMany, {words[2]}) : std::string{};
+    if (words.front() != "write")
+        return GetMsg(Msg::WrongConfigWord, {words.front()});
+    if (run.json != nullptr)
+        return GetMsg(Msg::WrongOptionHere, {"--json", Msg::ConfigWriteWords.text});
+    LevelConfig config;
+    return TakeFields(run, config);
+}
+
+bool Show(Run& run)
+{
+    return ShowConfig(run, PlaceFromWord(run.arguments.words[1]));
+}
+
+bool Write(Run& run)
+{
+    LevelConfig config;
+    (void)TakeFields(run, config); // nothing is wrong with them
+    const Path folder = PlaceFromWord(run.arguments.words[1]);
+    if (!FolderExists(folder)) {
+        run.session.host.Tell(Tone::Error, GetMsg(Msg::SourceMissing, {TextOf(folder)}));
+        return false;
+    }
+    auto listed = ConfigForFolder({}, folder);
+    if (!listed)
+        return TellFolderNotRead(run.session, listed.Error());
+    config.files = std::move(listed->files);
+    const auto file = FileToReplace(run.session, LevelConfigPath(folder));
+    if (!file || !WriteLevelConfig(run.session, *file, config, OldConfig::Replaced))
+        return false;
+    AddLine(run, TextOf(*file));
+    return true;
+}
+
+} // namespace
+
+std::span<const CommandRow> ConfigCommands()
+{
+    constexpr std::size_t mostFields = 1'000'000;
+    static const CommandRow rows[] = {
+        {.terminal = {.word = "config",
+                      .verb = "show",
+                      .usage = Msg::UseConfig,
+                      .summary = Msg::SumConfig,
+                      .json = Msg::KeysConfig,
+                      .leastWords = 2,
+                      .mostWords = mostFields,
+                      .wrong = WrongConfig},
+         .run = Show},
+        {.terminal = {.word = "config", .verb = "write"}, .run = Write},
+    };
+    return rows;
+}
+
+} // namespace kestrova

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "app/command.h"
+
+namespace kestrova
+{
+
+/// The configuration file that travels with a level.
+std::span<const CommandRow> ConfigCommands();
+
+} // namespace kestrova

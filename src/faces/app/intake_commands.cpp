@@ -1,0 +1,209 @@
+#include "app/intake_commands.h"
+
+#include "app/result_text.h"
+#include "archive/level_folders.h"
+#include "core/file_kinds.h"
+#include "intake/add_level.h"
+#include "packages/name_pages.h"
+#include "words/commands.h"
+
+#include <nlohmann/json.hpp>
+
+namespace kestrova
+{
+
+namespace
+{
+
+std::vector<Path> PlacesFrom(const std::vector<std::string>& words)
+{
+    std::vector<Path> places;
+    for (const std::string& word : words)
+        places.push_back(PlaceFromWord(word));
+    return places;
+}
+
+std::string KnownNamePages()
+{
+    std::vector<std::string> names;
+    for (const NamePage& page : NamePages())
+        names.emplace_back(page.name);
+    return Join(names, ", ");
+}
+
+std::string WrongNamesPage(Run& run)
+{
+    const std::string wanted = run.arguments.ValueOf("--names");
+    if (!run.arguments.Has("--names") || FindNamePage(wanted) != nullptr)
+        return {};
+    return GetMsg(Msg::WrongNamesPage, {wanted, KnownNamePages()});
+}
+
+void TakeNamesPage(const Run& run, NewLevel& level)
+{
+    if (const NamePage* page = FindNamePage(run.arguments.ValueOf("--names")); page != nullptr)
+        level.namesPage = page->name;
+}
+
+/// Says in which code page names were read, unless the person said it.
+void TellNamesPage(Run& run, const NewLevel& level)
+{
+    if (!level.NamesReadAs().empty() && !run.arguments.Has("--names"))
+        run.session.host.Tell(
+            Tone::Plain,
+            GetMsg(Msg::NamesReadAs, {NamePageText(level.NamesReadAs()), KnownNamePages()}));
+}
+
+void TakeTexts(Run& run, NewLevel& level)
+{
+    if (run.arguments.Has("--name"))
+        level.name = Readable(run.arguments.ValueOf("--name"));
+    if (run.arguments.Has("--note"))
+        level.note = Readable(run.arguments.ValueOf("--note"));
+}
+
+/// The file of that name in the level, as the game has it or as it is stored; no value, with words,
+/// when there is none.
+std::optional<Path> FileOfLevel(Run& run, const NewLevel& level, const std::string& name)
+{
+    for (const std::string& stored : {name, name + std::string{OnDisk::ZlExtension}})
+        for (const Path& file : level.Files())
+            if (EqualNames(file.filename().native(), stored))
+                return file;
+    run.session.host.Tell(Tone::Error, GetMsg(Msg::NoSuchLevelFile, {name}));
+    return {};
+}
+
+bool ChangeFiles(Run& run, NewLevel& level)
+{
+    TakeNamesPage(run, level);
+    if (run.arguments.Has("--add")) {
+        if (!level.AddSources(PlacesFrom(run.arguments.ValuesOf("--add")), Subfolders::Take) ||
+            !level.UnpackAll())
+            return false;
+        TellNamesPage(run, level);
+    }
+    for (const std::string& name : run.arguments.ValuesOf("--remove-file")) {
+        const auto file = FileOfLevel(run, level, name);
+        if (!file || !level.RemoveFile(*file))
+            return false;
+    }
+    if (!run.arguments.Has("--more-info"))
+        return true;
+    level.moreInfo.clear();
+    const std::string name = run.arguments.ValueOf("--more-info");
+    if (name.empty())
+        return true;
+    const auto file = FileOfLevel(run, level, name);
+    if (file)
+        level.moreInfo = file->filename().native();
+    return file.has_value();
+}
+
+void ShowLevel(Run& run, LevelCode code, const std::string& namesPage = {})
+{
+    const std::string name = Readable(LevelNameOf(run.session, code));
+    if (run.json == nullptr) {
+        AddLine(run, std::to_string(code) + "\t" + OneField(name));
+    } else {
+        *run.json = {{"code", code}, {"name", name}};
+        if (!namesPage.empty())
+            (*run.json)["names"] = namesPage;
+    }
+}
+
+bool Add(Run& run)
+{
+    const std::vector<Path> sources = PlacesFrom(run.arguments.words);
+    const auto progress = run.session.host.BeginProgress(ProgressWindow::Progress, {});
+    LevelCode code = 0;
+    std::string namesPage;
+    const bool added = AddLevel(
+        run.session, *progress,
+        [&](NewLevel& level) {
+            TakeNamesPage(run, level);
+            level.keepGoing = run.arguments.Has("--keep-going");
+            bool all = level.AddSources(sources, Subfolders::Take);
+            if (!level.LastReport().stopped)
+                all = level.UnpackAll() && all;
+            const auto giveUp = [&](Message words) {
+                run.session.host.Tell(Tone::Error, GetMsg(words));
+                return false;
+            };
+            if (level.LastReport().stopped || !progress->Step())
+                return giveUp(Msg::AddStopped);
+            // A file that nobody could be asked about was not taken either.
+            all = all && !run.session.host.LeftUnanswered();
+            if (!all && !level.keepGoing)
+                return giveUp(Msg::AddGivenUp);
+            namesPage = level.NamesReadAs();
+            TellNamesPage(run, level);
+            TakeTexts(run, level);
+            return level.Accept() || giveUp(Msg::AddStopped);
+        },
+        code);
+    if (added)
+        ShowLevel(run, code, namesPage);
+    return added;
+}
+
+bool Edit(Run& run)
+{
+    const auto progress = run.session.host.BeginProgress(ProgressWindow::Progress, {});
+    const bool changed = EditLevel(run.session, *progress, run.level, [&](NewLevel& level) {
+        TakeTexts(run, level);
+        if (ChangeFiles(run, level) && level.Accept())
+            return true;
+        level.Cancel();
+        return false;
+    });
+    if (changed)
+        ShowLevel(run, run.level);
+    return changed;
+}
+
+} // namespace
+
+std::span<const CommandRow> IntakeCommands()
+{
+    constexpr std::size_t mostSources = 1'000'000;
+    static const CommandRow rows[] = {
+        {.window = {.control = "mnu_AddLevel", .caption = Msg::MenuAddLevel, .menu = "mnu_Level"},
+         .terminal = {.word = "add",
+                      .usage = Msg::UseAdd,
+                      .summary = Msg::SumAdd,
+                      .json = Msg::KeysAdd,
+                      .leastWords = 1,
+                      .mostWords = mostSources,
+                      .options = {ValueOption("--name"), ValueOption("--note"),
+                                  ValueOption("--names"), FlagOption("--keep-going")},
+                      .wrong = WrongNamesPage},
+         .needs = Needs::Archive,
+         .touches = Touches::Stores,
+         .run = Add},
+        {.window = {.control = "mnu_Property",
+                    .caption = Msg::MenuProperty,
+                    .menu = "mnu_Level",
+                    .ofLevel = true},
+         .terminal =
+             {.word = "edit",
+              .usage = Msg::UseEdit,
+              .summary = Msg::SumEdit,
+              .json = Msg::KeysEdit,
+              .leastWords = 1,
+              .mostWords = 1,
+              .options = {ValueOption("--name"),
+                          ValueOption("--note"),
+                          {.name = "--add", .takesValue = true, .repeats = true, .isPlace = true},
+                          ValueOption("--names"),
+                          {.name = "--remove-file", .takesValue = true, .repeats = true},
+                          ValueOption("--more-info")},
+              .wrong = WrongNamesPage},
+         .needs = Needs::Level,
+         .touches = Touches::LevelEditor,
+         .run = Edit},
+    };
+    return rows;
+}
+
+} // namespace kestrova

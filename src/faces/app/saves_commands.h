@@ -1,0 +1,11 @@
+#pragma once
+
+#include "app/command.h"
+
+namespace kestrova
+{
+
+/// A level's savegames.
+std::span<const CommandRow> SavesCommands();
+
+} // namespace kestrova

@@ -1,0 +1,274 @@
+#include "app/set_commands.h"
+
+#include "app/opening.h"
+#include "app/result_text.h"
+#include "archive/archive_saving.h"
+#include "words/commands.h"
+
+#include <charconv>
+#include <nlohmann/json.hpp>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::size_t nameFieldSize = 256;
+constexpr std::int32_t mostKept = 1'000'000;
+
+/// A value that can be set: how it reads, and how a word becomes it (False for nonsense).
+struct SettingRow {
+    std::string_view name;
+    Message takes; ///< what it can be
+    bool ofArchive = false;
+    std::string (*get)(const Session&) = nullptr;
+    bool (*set)(Session&, const std::string&) = nullptr;
+};
+
+std::string OnOff(bool on)
+{
+    return on ? "on" : "off";
+}
+
+bool SetFlag(bool& flag, const std::string& word)
+{
+    if (word != "on" && word != "off")
+        return false;
+    flag = word == "on";
+    return true;
+}
+
+bool SetNumber(std::int32_t& number, const std::string& word)
+{
+    std::int32_t value = -1;
+    const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), value);
+    if (failure != std::errc{} || end != word.data() + word.size() || value < 0 || value > mostKept)
+        return false;
+    number = value;
+    return true;
+}
+
+/// A name of a file in the Level Editor's folder.
+bool SetFileName(std::string& name, const std::string& word)
+{
+    if (!SafeName(word) || HasWildcard(word) || ToWindows1252(word).size() > nameFieldSize ||
+        !FitsWindows1252(word))
+        return false;
+    name = word;
+    return true;
+}
+
+template <bool PreferencesRecord::*flag, bool inverted = false>
+constexpr SettingRow PreferenceFlag(std::string_view name)
+{
+    return {name, Msg::TakesOnOff, false,
+            [](const Session& session) { return OnOff(session.preferences.*flag != inverted); },
+            [](Session& session, const std::string& word) {
+                bool on = false;
+                const bool known = SetFlag(on, word);
+                if (known)
+                    session.preferences.*flag = on != inverted;
+                return known;
+            }};
+}
+
+template <bool ArchiveHeader::*flag> constexpr SettingRow ArchiveFlag(std::string_view name)
+{
+    return {name, Msg::TakesOnOff, true,
+            [](const Session& session) { return OnOff(session.archive.header.*flag); },
+            [](Session& session, const std::string& word) {
+                return SetFlag(session.archive.header.*flag, word);
+            }};
+}
+
+template <bool ProgramSettings::*flag> constexpr SettingRow ProgramFlag(std::string_view name)
+{
+    return {name, Msg::TakesOnOff, false,
+            [](const Session& session) { return OnOff(session.settings.*flag); },
+            [](Session& session, const std::string& word) {
+                return SetFlag(session.settings.*flag, word);
+            }};
+}
+
+template <std::string PreferencesRecord::*field>
+constexpr SettingRow FileNameRow(std::string_view name)
+{
+    return {name, Msg::TakesFileName, false,
+            [](const Session& session) { return std::string{Trim(session.preferences.*field)}; },
+            [](Session& session, const std::string& word) {
+                return SetFileName(session.preferences.*field, word);
+            }};
+}
+
+template <std::int32_t ProgramSettings::*field>
+constexpr SettingRow NumberRow(std::string_view name)
+{
+    return {name, Msg::TakesNumber, false,
+            [](const Session& session) { return std::to_string(session.settings.*field); },
+            [](Session& session, const std::string& word) {
+                return SetNumber(session.settings.*field, word);
+            }};
+}
+
+constexpr SettingRow settingRows[] = {
+    PreferenceFlag<&PreferencesRecord::captureEnabled>("capture"),
+    PreferenceFlag<&PreferencesRecord::promptCapture>("capture-prompt"),
+    PreferenceFlag<&PreferencesRecord::noAutoCompile, true>("auto-compile"),
+    PreferenceFlag<&PreferencesRecord::checkEqualLevels>("check-equal"),
+    PreferenceFlag<&PreferencesRecord::writeLogFiles>("log-files"),
+    PreferenceFlag<&PreferencesRecord::noDecompressInProperties, true>("unpack-in-properties"),
+    PreferenceFlag<&PreferencesRecord::autoSave>("auto-save"),
+    FileNameRow<&PreferencesRecord::tombExeName>("game"),
+    FileNameRow<&PreferencesRecord::tom2PcName>("tom2pc"),
+    {"download-folder", Msg::TakesFolder, false,
+     [](const Session& session) { return std::string{Trim(session.preferences.downloadFolder)}; },
+     [](Session& session, const std::string& word) {
+         const Path folder = PlaceFromWord(word);
+         if (word.empty() || !FolderExists(folder) ||
+             ToWindows1252(folder.native()).size() > nameFieldSize)
+             return false;
+         session.preferences.downloadFolder = folder.native();
+         return true;
+     }},
+    ArchiveFlag<&ArchiveHeader::compressLevels>("compress"),
+    ArchiveFlag<&ArchiveHeader::wavInMp3>("mp3"),
+    {"wine-command", Msg::TakesCommand, false,
+     [](const Session& session) { return session.settings.wineCommand; },
+     [](Session& session, const std::string& word) {
+         if (Trim(word).empty() || !IsUtf8(word) || ForTerminal(word) != word)
+             return false;
+         session.settings.wineCommand = Trim(word);
+         return true;
+     }},
+    {"wine-words", Msg::TakesWords, false,
+     [](const Session& session) { return session.settings.wineWords; },
+     [](Session& session, const std::string& word) {
+         if (!IsUtf8(word) || ForTerminal(word) != word)
+             return false;
+         session.settings.wineWords = Trim(word);
+         return true;
+     }},
+    ProgramFlag<&ProgramSettings::exportSavegames>("export-savegames"),
+    NumberRow<&ProgramSettings::historyCount>("history-count"),
+    NumberRow<&ProgramSettings::historyMegabytes>("history-megabytes"),
+};
+
+bool List(Run& run)
+{
+    if (run.json != nullptr)
+        *run.json = Json::object();
+    for (const SettingRow& row : settingRows) {
+        if (row.ofArchive && !run.session.archive.Loaded())
+            continue;
+        const std::string value = Readable(row.get(run.session));
+        if (run.json != nullptr)
+            (*run.json)[std::string{row.name}] = value;
+        else
+            AddLine(run, std::string{row.name} + "\t" + value);
+    }
+    return true;
+}
+
+const SettingRow* FindSetting(std::string_view name)
+{
+    for (const SettingRow& row : settingRows)
+        if (row.name == name)
+            return &row;
+    return nullptr;
+}
+
+std::string AllNames()
+{
+    std::vector<std::string> names;
+    for (const SettingRow& row : settingRows)
+        names.emplace_back(row.name);
+    return Join(names, ", ");
+}
+
+/// The row of the words; null when there is none.
+const SettingRow* SettingOf(const Run& run)
+{
+    const auto& words = run.arguments.words;
+    return words.empty() ? nullptr : FindSetting(words.front());
+}
+
+std::string WrongSet(Run& run)
+{
+    const auto& words = run.arguments.words;
+    if (words.empty())
+        return {};
+    const SettingRow* row = SettingOf(run);
+    if (row == nullptr)
+        return GetMsg(Msg::WrongSetting, {words.front(), AllNames()});
+    if (words.size() < 2)
+        return GetMsg(Msg::WrongWordMissing, {"set"});
+    if (run.json != nullptr)
+        return GetMsg(Msg::WrongOptionHere, {"--json", words.front()});
+    // Tried before anything is opened: a wrong word is wrong whoever holds the folders.
+    return row->set(run.session, words[1])
+               ? std::string{}
+               : GetMsg(Msg::WrongSettingValue, {words[1], row->name, row->takes.text});
+}
+
+bool OfProgram(const Run& run)
+{
+    const SettingRow* row = SettingOf(run);
+    return row != nullptr && !row->ofArchive;
+}
+
+bool OfArchive(const Run& run)
+{
+    const SettingRow* row = SettingOf(run);
+    return row != nullptr && row->ofArchive;
+}
+
+bool SetInProgram(Run& run)
+{
+    RestoreAutoSave(run); // which may be what is set
+    return SettingOf(run)->set(run.session, run.arguments.words[1]);
+}
+
+bool SetInArchive(Run& run)
+{
+    (void)SettingOf(run)->set(run.session, run.arguments.words[1]);
+    SaveArchive(run.session);
+    return !run.session.archive.dirty;
+}
+
+} // namespace
+
+std::span<const CommandRow> SetCommands()
+{
+    static const CommandRow rows[] = {
+        {.window = {.control = "mnu_SetupUpload",
+                    .caption = Msg::MenuSetupUpload,
+                    .menu = "mnu_Tools",
+                    .available = false}},
+        {.window = {.control = "mnu_Settings",
+                    .caption = Msg::MenuSettings,
+                    .keys = "Ctrl+,",
+                    .menu = "mnu_Pref"},
+         .terminal = {.word = "set",
+                      .usage = Msg::UseSet,
+                      .summary = Msg::SumSet,
+                      .json = Msg::KeysSet,
+                      .mostWords = 2,
+                      .mayBeEmpty = true,
+                      .wrong = WrongSet},
+         .run = List},
+        {.terminal = {.word = "set", .when = OfProgram},
+         .touches = Touches::Stores,
+         .run = SetInProgram},
+        {.window = {.control = "mnu_PrefArchive",
+                    .caption = Msg::MenuPrefArchive,
+                    .menu = "mnu_Pref"},
+         .terminal = {.word = "set", .when = OfArchive},
+         .needs = Needs::Archive,
+         .touches = Touches::Stores,
+         .run = SetInArchive},
+    };
+    return rows;
+}
+
+} // namespace kestrova

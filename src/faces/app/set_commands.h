@@ -1,0 +1,11 @@
+#pragma once
+
+#include "app/command.h"
+
+namespace kestrova
+{
+
+/// What can be set.
+std::span<const CommandRow> SetCommands();
+
+} // namespace kestrova

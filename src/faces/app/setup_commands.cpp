@@ -1,0 +1,158 @@
+#include "app/setup_commands.h"
+
+#include "app/file_names.h"
+#include "app/opening.h"
+#include "app/result_text.h"
+#include "app/start_up.h"
+#include "archive/level_sizes.h"
+#include "editor/find_trle.h"
+#include "levels/level_life.h"
+#include "levels/original_level.h"
+#include "platform/places.h"
+#include "platform/terminal.h"
+#include "practice/practice_folder.h"
+#include "swap/backup.h"
+#include "words/app.h"
+#include "words/commands.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Whether a backup will be made. Where nobody can tell it will not, and the attempt says why.
+bool NeedsBackup(Session& session)
+{
+    const auto backup = LookAtBackup(session);
+    if (!backup || *backup == BackupState::Missing)
+        return static_cast<bool>(backup);
+    const auto other = BackupOfAnotherFolder(session);
+    return other && other->has_value();
+}
+
+bool MakePractice(Run& run)
+{
+    const Path folder = PlaceFromWord(run.arguments.words.front());
+    platform::NoteInterrupts(Msg::InterruptNoted.text);
+    const auto progress = run.session.host.BeginProgress(ProgressWindow::Progress, {});
+    progress->AllowStop();
+    const auto made = MakePracticeFolder(
+        folder, InFolder(platform::ExecutableFolder(), OnDisk::FragStandInGame),
+        [&](int done, int total, const std::string& what) {
+            progress->SetLabel(what);
+            progress->SetBar(static_cast<std::uint64_t>(done), static_cast<std::uint64_t>(total));
+            return progress->Step();
+        });
+    if (!made) {
+        TellFailure(run.session, GetMsg(Msg::PracticeFailed), made.Error());
+        return false;
+    }
+    if (!made->remark.empty())
+        run.session.host.Tell(Tone::Warning, made->remark);
+    AddLine(run, TextOf(made->trle));
+    AddLine(run, TextOf(made->levels));
+    return true;
+}
+
+bool SetUp(Run& run)
+{
+    const Arguments& arguments = run.arguments;
+    Session& session = run.session;
+    TrleFinder finder{session};
+    if (!finder.Take(PlaceFromWord(arguments.ValueOf("--trle"))) || !finder.Accept())
+        return false;
+    BackupWishes wishes;
+    wishes.folderIsOriginal = arguments.Has("--folder-is-original");
+    if (arguments.Has("--full"))
+        wishes.form = BackupForm::Full;
+    else if (arguments.Has("--compact"))
+        wishes.form = BackupForm::Compact;
+    // Left unanswered, the question would count as a wish for the compact form.
+    if (wishes.form == BackupForm::Ask && !run.face.CanAnswer() && NeedsBackup(session)) {
+        run.face.NameUnanswered(GetMsg(Msg::SayBackupForm));
+        return false;
+    }
+    if (!MakeTrleBackup(session, false, wishes))
+        return false;
+    if (!EnsureLevel0Folder(session)) {
+        run.session.host.Tell(Tone::Error, GetMsg(Msg::ErrorLevel0));
+        return false;
+    }
+    if (session.level0Rebuilt && session.archive.Loaded())
+        RefreshLevelSizes(session, originalCode);
+    AddLine(run, TextOf(session.TrleFolder()));
+    return true;
+}
+
+std::string WrongSetup(Run& run)
+{
+    if (run.arguments.ValueOf("--trle").empty())
+        return GetMsg(Msg::WrongOptionMissing, {"--trle"});
+    if (run.arguments.Has("--full") && run.arguments.Has("--compact"))
+        return GetMsg(Msg::WrongBoth, {"--full", "--compact"});
+    return {};
+}
+
+bool RefreshBackup(Run& run)
+{
+    BackupWishes wishes;
+    wishes.folderIsOriginal = run.arguments.Has("--folder-is-original");
+    const bool done = RefreshFullBackup(run.session, wishes);
+    // Whatever form the backup has now must be known to the next run.
+    if (!done && run.FromWords())
+        (void)EndWork(run, true);
+    return done;
+}
+
+std::string WrongBackup(Run& run)
+{
+    return run.arguments.Has("--refresh") ? std::string{}
+                                          : GetMsg(Msg::WrongOptionMissing, {"--refresh"});
+}
+
+} // namespace
+
+std::span<const CommandRow> SetupCommands()
+{
+    static const CommandRow rows[] = {
+        {.terminal = {.word = "practice",
+                      .usage = Msg::UsePractice,
+                      .summary = Msg::SumPractice,
+                      .leastWords = 1,
+                      .mostWords = 1},
+         .touches = Touches::ItsOwn,
+         .run = MakePractice},
+        {.terminal = {.word = "setup",
+                      .usage = Msg::UseSetup,
+                      .summary = Msg::SumSetup,
+                      .options = {PlaceOption("--trle"), FlagOption("--full"),
+                                  FlagOption("--compact"), FlagOption("--folder-is-original")},
+                      .wrong = WrongSetup},
+         .touches = Touches::Stores,
+         .run = SetUp},
+        {.window = {.control = "mnu_InstallTrleFolder",
+                    .caption = Msg::MenuInstallTrleFolder,
+                    .menu = "mnu_InstallTrle",
+                    .available = false}},
+        {.window = {.control = "mnu_InstallComprTrle",
+                    .caption = Msg::MenuInstallCompressed,
+                    .menu = "mnu_InstallTrle",
+                    .available = false}},
+        {.window = {.control = "mnu_FaiFullBackup",
+                    .caption = Msg::MenuFullBackup,
+                    .menu = "mnu_Manutenzione",
+                    .behind = "mnu_CreaInfoTr4"},
+         .terminal = {.word = "backup",
+                      .usage = Msg::UseBackup,
+                      .summary = Msg::SumBackup,
+                      .options = {FlagOption("--refresh"), FlagOption("--folder-is-original")},
+                      .wrong = WrongBackup},
+         .needs = Needs::LevelEditor,
+         .touches = Touches::Stores,
+         .run = RefreshBackup},
+    };
+    return rows;
+}
+
+} // namespace kestrova

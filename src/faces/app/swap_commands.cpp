@@ -1,0 +1,290 @@
+#include "app/swap_commands.h"
+
+#include "app/opening.h"
+#include "app/result_text.h"
+#include "archive/level_folders.h"
+#include "editor/find_trle.h"
+#include "history/standing.h"
+#include "play/play_level.h"
+#include "swap/backup.h"
+#include "swap/folder_guard.h"
+#include "swap/recovery.h"
+#include "swap/restore.h"
+#include "swap/swap_plan.h"
+#include "swap/waiting_in_trle.h"
+#include "upkeep/leftovers.h"
+#include "words/captions.h"
+#include "words/commands.h"
+#include "words/swap.h"
+#include "words/ui_main.h"
+
+#include <nlohmann/json.hpp>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool TellAndFail(Run& run, const Failure& failure, Message text)
+{
+    TellFailure(run.session, GetMsg(text), failure);
+    return false;
+}
+
+std::string_view WordOf(PlannedAction action)
+{
+    switch (action) {
+    case PlannedAction::Add:
+        return "add";
+    case PlannedAction::Overwrite:
+        return "overwrite";
+    case PlannedAction::Restore:
+        return "restore";
+    case PlannedAction::Remove:
+        break;
+    }
+    return "remove";
+}
+
+std::string_view WordOf(Mismatch kind)
+{
+    switch (kind) {
+    case Mismatch::Missing:
+        return "missing";
+    case Mismatch::Differs:
+        return "differs";
+    case Mismatch::Cut:
+        return "cut";
+    case Mismatch::Unexpected:
+        break;
+    }
+    return "unexpected";
+}
+
+void ShowPlayed(Run& run, bool started)
+{
+    const std::string name = Readable(Trim(LevelNameOf(run.session, run.level)));
+    if (run.json != nullptr)
+        *run.json = {{"code", run.level}, {"name", name}, {"started", started}};
+    else
+        AddLine(run, std::to_string(run.level) + "\t" + OneField(name));
+}
+
+std::string Field(std::string_view text)
+{
+    return Readable(Trim(text));
+}
+
+bool Play(Run& run)
+{
+    const bool start = !run.arguments.Has("--no-start");
+    if (!PlayLevel(run.session, run.level, start))
+        return false;
+    ShowPlayed(run, start);
+    run.face.Note(GetMsg(Msg::GameStarted, {LevelNameOf(run.session, run.level)}));
+    run.face.GameStarted();
+    return true;
+}
+
+bool TellCurrent(Run& run)
+{
+    if (!TellUnlessKnown(run.session))
+        return false;
+    const LevelPlace level = StandingLevel(run.session);
+    const LevelCode code = level.code;
+    if (CurrentLevelCode(run.session) == foreignLevel) {
+        const std::string folder = TextOf(level.home);
+        if (run.json != nullptr)
+            *run.json = {{"code", code}, {"name", ""}, {"other-archive", folder}};
+        else
+            AddLine(run, std::to_string(code) + "\t" + GetMsg(Msg::OtherArchivesLevel, {folder}));
+        return true;
+    }
+    const std::string name = Field(LevelNameOf(run.session, code));
+    if (run.json != nullptr)
+        *run.json = {{"code", code}, {"name", name}};
+    else
+        AddLine(run, std::to_string(code) + "\t" + OneField(name));
+    return true;
+}
+
+bool BringOriginalsFast(Run& run)
+{
+    return RestoreFastWithWords(run.session);
+}
+
+bool InFull(const Run& run)
+{
+    return run.arguments.Has("--full");
+}
+
+bool BringOriginals(Run& run)
+{
+    Session& session = run.session;
+    if (session.TrleFolder().empty()) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::NeedsSetup));
+        return false;
+    }
+    const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
+    const bool whole = RestoreOriginalConfiguration(session, *progress);
+    // A compact backup has neither the game nor its music: what only a new setup brings is named.
+    return whole && IsTrleFolder(session, session.TrleFolder(), true);
+}
+
+bool Plan(Run& run)
+{
+    const auto plan = PlanSwap(run.session, run.level);
+    if (!plan)
+        return TellAndFail(run, plan.Error(), Msg::PlanFailed);
+    Json files = Json::array();
+    for (const PlannedFile& file : *plan) {
+        if (run.json != nullptr)
+            files.push_back({{"action", WordOf(file.action)},
+                             {"file", Readable(file.file)},
+                             {"size", file.size}});
+        else
+            AddLine(run, std::string{WordOf(file.action)} + "\t" + std::to_string(file.size) +
+                             "\t" + OneField(file.file));
+    }
+    if (run.json != nullptr)
+        *run.json = {{"code", run.level}, {"files", std::move(files)}};
+    return true;
+}
+
+std::string WrongVerify(Run& run)
+{
+    return run.arguments.words.empty() ? std::string{} : WrongCodeIn(run.arguments.words.front());
+}
+
+bool Compare(Run& run)
+{
+    std::optional<LevelCode> code;
+    if (!run.arguments.words.empty())
+        code = CodeFromWord(run.arguments.words.front());
+    if (code && FindLevel(run.session, *code) < 0) {
+        run.session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(*code)}));
+        return false;
+    }
+    const auto found = code ? VerifyLevel(run.session, *code) : VerifyFolder(run.session);
+    if (!found)
+        return TellAndFail(run, found.Error(), Msg::VerifyFailed);
+    Json differences = Json::array();
+    for (const Difference& difference : *found) {
+        if (run.json != nullptr)
+            differences.push_back(
+                {{"kind", WordOf(difference.kind)}, {"file", Readable(difference.file)}});
+        else
+            AddLine(run, std::string{WordOf(difference.kind)} + "\t" + OneField(difference.file));
+    }
+    if (run.json != nullptr)
+        *run.json = {{"code", code ? *code : StandingLevel(run.session).code},
+                     {"differences", std::move(differences)}};
+    const bool compared = code || !BackupIsAway(run.session);
+    if (!compared)
+        run.session.host.Tell(Tone::Warning,
+                              GetMsg(Msg::VerifyNoBackup, {TextOf(run.session.BackupFolder())}));
+    else if (found->empty() && run.json == nullptr)
+        AddLine(run, GetMsg(Msg::VerifyFine));
+    return found->empty() && compared;
+}
+
+bool Mend(Run& run)
+{
+    if (!OpenToLook(run, Needs::Nothing))
+        return false;
+    const auto waiting = [&] {
+        const std::string work = InterruptedWork(run.session);
+        return work.empty() ? WhatWaitsInTrle(run.session) : work;
+    };
+    const bool waits = !waiting().empty();
+    Whereabouts said;
+    if (const std::string trle = run.arguments.ValueOf("--trle"); !trle.empty())
+        said.trle = PlaceFromWord(trle);
+    if (const std::string folder = run.arguments.ValueOf("--archive-folder"); !folder.empty())
+        said.archiveFolder = PlaceFromWord(folder);
+    said.letGo = run.arguments.Has("--let-go");
+    // The beginning of any work mends what waits.
+    if (!OpenToWork(run, Needs::Nothing, said))
+        return false;
+    ClearAllLeftovers(run.session);
+    const std::string still = waiting();
+    if (still.empty())
+        AddLine(run, GetMsg(waits ? Msg::MendDone : Msg::MendNothing));
+    else
+        run.session.host.Tell(Tone::Warning,
+                              GetMsg(Msg::MendWaits, {still, RemedyForWaiting(run.session)}));
+    return EndWork(run, still.empty());
+}
+
+} // namespace
+
+std::span<const CommandRow> SwapCommands()
+{
+    static const CommandRow rows[] = {
+        {.window = {.button = "Pul_Play",
+                    .caption = Msg::PlayButton,
+                    .keys = "F5; Ctrl+P",
+                    .ofLevel = true,
+                    .noLevel = Msg::NoLevelToPlay},
+         .terminal = {.word = "play",
+                      .usage = Msg::UsePlay,
+                      .summary = Msg::SumPlay,
+                      .json = Msg::KeysPlay,
+                      .leastWords = 1,
+                      .mostWords = 1,
+                      .options = {FlagOption("--no-start")},
+                      .failsWhenTold = true,
+                      // A level that stands in its place needs no lock and no write.
+                      .looksWhen = StandsInTrle},
+         .needs = Needs::Level,
+         .touches = Touches::LevelEditor,
+         .run = Play},
+        {.terminal = {.word = "current",
+                      .usage = Msg::UseCurrent,
+                      .summary = Msg::SumCurrent,
+                      .json = Msg::KeysCurrent},
+         .needs = Needs::LevelEditor,
+         .run = TellCurrent},
+        {.window = {.control = "mnu_SetOriginale",
+                    .caption = Msg::MenuSetOriginal,
+                    .menu = "mnu_Tools"},
+         .terminal = {.word = "original",
+                      .usage = Msg::UseOriginal,
+                      .summary = Msg::SumOriginal,
+                      .options = {FlagOption("--full")}},
+         .needs = Needs::Archive,
+         .touches = Touches::LevelEditor,
+         .run = BringOriginalsFast},
+        // The way out when folder or archive are broken: it asks for neither.
+        {.terminal = {.word = "original", .when = InFull},
+         .touches = Touches::LevelEditor,
+         .run = BringOriginals},
+        {.terminal = {.word = "plan",
+                      .usage = Msg::UsePlan,
+                      .summary = Msg::SumPlan,
+                      .json = Msg::KeysPlan,
+                      .leastWords = 1,
+                      .mostWords = 1},
+         .needs = Needs::Level,
+         .run = Plan},
+        {.terminal = {.word = "verify",
+                      .usage = Msg::UseVerify,
+                      .summary = Msg::SumVerify,
+                      .json = Msg::KeysVerify,
+                      .mostWords = 1,
+                      .wrong = WrongVerify},
+         .needs = Needs::Archive,
+         .run = Compare},
+        {.terminal = {.word = "mend",
+                      .usage = Msg::UseMend,
+                      .summary = Msg::SumMend,
+                      .options = {PlaceOption("--trle"), PlaceOption("--archive-folder"),
+                                  FlagOption("--let-go")}},
+         .touches = Touches::ItsOwn,
+         .run = Mend},
+    };
+    return rows;
+}
+
+} // namespace kestrova

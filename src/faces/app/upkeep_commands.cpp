@@ -1,0 +1,202 @@
+#include "app/upkeep_commands.h"
+
+#include "app/opening.h"
+#include "app/result_text.h"
+#include "levels/level_language.h"
+#include "storage/stored_audio.h"
+#include "upkeep/change_compression.h"
+#include "upkeep/copy_more_info.h"
+#include "upkeep/create_tr4_infos.h"
+#include "upkeep/equal_check.h"
+#include "words/commands.h"
+#include "words/levels.h"
+
+#include <nlohmann/json.hpp>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool Recompress(Run& run)
+{
+    // Every level, whatever the settings were when it was stored.
+    return ChangeCompression(run.session, [&](const std::string& name, const Path& files) {
+        return ChangeLevelAudio(run.session, name, files);
+    });
+}
+
+bool OfAll(const Run& run)
+{
+    return run.arguments.Has("--all");
+}
+
+std::string WrongLanguage(Run& run)
+{
+    const auto& words = run.arguments.words;
+    if (words.front() != "set" && words.front() != "restore")
+        return GetMsg(Msg::LanguageSetOrRestore, {words.front()});
+    return OfAll(run) == (words.size() > 1) ? GetMsg(Msg::LanguageNeedsCode) : std::string{};
+}
+
+template <LanguageChange change> bool OneLanguage(Run& run)
+{
+    return ChangeLanguageOfSelected(run.session, change);
+}
+
+template <LanguageChange change> bool AllLanguages(Run& run)
+{
+    return ChangeLanguageOfAll(run.session, change);
+}
+
+std::string NameAt(const Session& session, std::size_t index)
+{
+    return Readable(Trim(session.archive.levels[index].levelName));
+}
+
+bool FindEqual(Run& run)
+{
+    if (!run.FromWords())
+        return CheckEqualLevels(run.session);
+    if (!HasArchiveFolder(run.session))
+        return false;
+    Json pairs = Json::array();
+    const bool scanned = FindEqualLevels(run.session, [&](const EqualPair& pair) {
+        const LevelCode code = run.session.archive.levels[pair.level].levelCode;
+        const LevelCode other = run.session.archive.levels[pair.other].levelCode;
+        const std::string name = NameAt(run.session, pair.level);
+        const std::string otherName = NameAt(run.session, pair.other);
+        if (run.json != nullptr)
+            pairs.push_back({{"code", code},
+                             {"name", name},
+                             {"file", Readable(pair.file)},
+                             {"otherCode", other},
+                             {"otherName", otherName}});
+        else
+            AddLine(run, GetMsg(Msg::EqualLine, {ZeroPadded(code, 4), name, pair.file,
+                                                 ZeroPadded(other, 4), otherName}));
+        return true;
+    });
+    if (run.json != nullptr)
+        *run.json = std::move(pairs);
+    return scanned;
+}
+
+bool MakeIndex(Run& run)
+{
+    return CreateTr4Infos(run.session);
+}
+
+bool CopyDocuments(Run& run)
+{
+    return CopyMoreInfoFiles(run.session);
+}
+
+} // namespace
+
+std::span<const CommandRow> UpkeepCommands()
+{
+    static const CommandRow rows[] = {
+        {.window = {.control = "mnu_MoveArc",
+                    .caption = Msg::MenuMoveArchive,
+                    .menu = "mnu_Manutenzione",
+                    .available = false}},
+        {.terminal = {.word = "recompress",
+                      .usage = Msg::UseRecompress,
+                      .summary = Msg::SumRecompress},
+         .needs = Needs::Archive,
+         .touches = Touches::Stores,
+         .run = Recompress},
+        {.window = {.control = "mnu_SetMylanguage",
+                    .caption = Msg::MenuSetMyLanguage,
+                    .menu = "mnu_Language",
+                    .ofLevel = true,
+                    .noLevel = Msg::NoLevelSelected},
+         .terminal = {.word = "language",
+                      .verb = "set",
+                      .usage = Msg::UseLanguage,
+                      .summary = Msg::SumLanguage,
+                      .leastWords = 1,
+                      .mostWords = 2,
+                      .options = {FlagOption("--all")},
+                      .wrong = WrongLanguage},
+         .needs = Needs::Level,
+         .touches = Touches::LevelEditor,
+         .run = OneLanguage<LanguageChange::Mine>},
+        {.window = {.control = "mnu_RestoreLanguage",
+                    .caption = Msg::MenuRestoreLanguage,
+                    .menu = "mnu_Language",
+                    .ofLevel = true,
+                    .noLevel = Msg::LanguageNoneSelectedRestore},
+         .terminal = {.word = "language", .verb = "restore"},
+         .needs = Needs::Level,
+         .touches = Touches::LevelEditor,
+         .run = OneLanguage<LanguageChange::Original>},
+        {.window = {.control = "mnu_SetLanguageAll",
+                    .caption = Msg::MenuSetLanguageAll,
+                    .menu = "mnu_Manutenzione",
+                    .behind = "mnu_Recover"},
+         .terminal = {.word = "language", .verb = "set", .when = OfAll},
+         .needs = Needs::Archive,
+         .touches = Touches::LevelEditor,
+         .run = AllLanguages<LanguageChange::Mine>},
+        {.window = {.control = "mnu_RestoreAll",
+                    .caption = Msg::MenuRestoreLanguageAll,
+                    .menu = "mnu_Manutenzione",
+                    .behind = "mnu_SetLanguageAll"},
+         .terminal = {.word = "language", .verb = "restore", .when = OfAll},
+         .needs = Needs::Archive,
+         .touches = Touches::LevelEditor,
+         .run = AllLanguages<LanguageChange::Original>},
+        {.window = {.control = "mnu_ControllaUguali",
+                    .caption = Msg::MenuCheckEqual,
+                    .menu = "mnu_Manutenzione"},
+         .terminal = {.word = "equal",
+                      .usage = Msg::UseEqual,
+                      .summary = Msg::SumEqual,
+                      .json = Msg::KeysEqual},
+         .needs = Needs::Archive,
+         .run = FindEqual},
+        {.window = {.control = "mnu_CreaInfoTr4",
+                    .caption = Msg::MenuCreateTr4Infos,
+                    .menu = "mnu_Manutenzione",
+                    .behind = "mnu_CopiaFileInfos"},
+         .terminal = {.word = "index", .usage = Msg::UseIndex, .summary = Msg::SumIndex},
+         .needs = Needs::Archive,
+         .touches = Touches::Stores,
+         .run = MakeIndex},
+        {.window = {.control = "mnu_CopiaFileInfos",
+                    .caption = Msg::MenuCopyFileInfos,
+                    .menu = "mnu_Manutenzione"},
+         .terminal = {.word = "documents",
+                      .usage = Msg::UseDocuments,
+                      .summary = Msg::SumDocuments},
+         .needs = Needs::Archive,
+         .touches = Touches::Stores,
+         .run = CopyDocuments},
+        {.window = {.control = "mnu_Recover",
+                    .caption = Msg::MenuRecover,
+                    .menu = "mnu_Manutenzione",
+                    .available = false}},
+        {.window = {.control = "mnu_ImportWads",
+                    .caption = Msg::MenuImportWads,
+                    .menu = "mnu_Tools",
+                    .available = false}},
+        {.window = {.control = "mnu_ShowUrlList",
+                    .caption = Msg::MenuShowUrlList,
+                    .menu = "mnu_Tools",
+                    .available = false}},
+        {.window = {.control = "mnu_MoveOnCd",
+                    .caption = Msg::MenuMoveOnCd,
+                    .menu = "mnu_Tools",
+                    .available = false}},
+        {.window = {.control = "mnu_CompareTrle",
+                    .caption = Msg::MenuCompareTrle,
+                    .menu = "mnu_Tools",
+                    .available = false}},
+    };
+    return rows;
+}
+
+} // namespace kestrova

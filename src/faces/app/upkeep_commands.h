@@ -1,0 +1,11 @@
+#pragma once
+
+#include "app/command.h"
+
+namespace kestrova
+{
+
+/// All levels: their form, their language, what the archive knows of them.
+std::span<const CommandRow> UpkeepCommands();
+
+} // namespace kestrova
