@@ -15,14 +15,9 @@
 namespace kestrova
 {
 
-Path Session::BackupFolder() const
+Folders Session::Folders() const
 {
-    return InFolder(programFolder, OnDisk::DirTrleBackup);
-}
-
-Path Session::MarkerPath() const
-{
-    return InFolder(TrleFolder(), OnDisk::FragMarker);
+    return {programFolder, TrleFolder(), FolderFromText(Trim(archive.header.secondaryFolder))};
 }
 
 void TellFailure(Session& session, const std::string& text, const Failure& failure)

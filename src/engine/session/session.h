@@ -8,6 +8,7 @@
 #include "platform/folder_memory.h"
 #include "session/archive.h"
 #include "session/folder_locks.h"
+#include "session/folders.h"
 #include "session/host.h"
 #include "session/machine.h"
 #include "session/mp3_settings.h"
@@ -49,8 +50,7 @@ struct Session {
     bool loadFailedAskAnother = false;
     bool level0Rebuilt = false;
     bool hotKeysActive = false;
-    bool cdNotAvailable = false; ///< the answer of the last `LevelFolderOf` with the disc's copy
-    std::int64_t gamePid = 0;    ///< the game started last; 0 when none was
+    std::int64_t gamePid = 0; ///< the game started last; 0 when none was
 
     SavegameArchiveHeader savegameHeader{};
     SavegameToolPrefs savegameTool{};
@@ -66,9 +66,10 @@ struct Session {
     [[nodiscard]] const Path& ArchivePath() const { return archive.file; }
     /// The archive that the next start loads.
     [[nodiscard]] Path RememberedArchive() const { return Path{Trim(preferences.archivePath)}; }
-    [[nodiscard]] Path BackupFolder() const;
-    /// The marker that tells which level stands in the Level Editor's folder.
-    [[nodiscard]] Path MarkerPath() const;
+    [[nodiscard]] Path BackupFolder() const { return Folders().Backup(); }
+    [[nodiscard]] Path MarkerPath() const { return Folders().Marker(); }
+    /// Where things lie now.
+    [[nodiscard]] kestrova::Folders Folders() const;
 };
 
 /// Counts an operation for the length of its life; folders are listed once meanwhile.

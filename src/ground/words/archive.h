@@ -8,6 +8,7 @@
 namespace kestrova::Msg
 {
 
+inline constexpr Message CdNotAvailable{"Cd not available"};
 inline constexpr Message LevelOnCd{"Current level is also on cd. ~1You can not modify its level files"};
 inline constexpr Message ErrorSavingArchive{"Error while saving archive: "};
 inline constexpr Message ArchiveFolderUnplugged{"The archive's folder ~1 is not there, so this cannot be done now. Nothing has been changed. Connect its drive, or load the archive again and say where its folder is now."};

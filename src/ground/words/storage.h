@@ -10,7 +10,6 @@ namespace kestrova::Msg
 
 inline constexpr Message CopyingFilesLabel{"Copying files in progress..."};
 inline constexpr Message UnzippingPackage{"Unzipping file '~1' in progress..."};
-inline constexpr Message CdNotAvailable{"Cd not available"};
 inline constexpr Message DecompressingFiles{"Decompressing files"};
 inline constexpr Message AudioCompressionFailed{"Audio compression failed: "};
 inline constexpr Message ContinueFileCopy{"Do you want continue in file copy?"};

@@ -40,22 +40,16 @@ std::string LevelFolderName(LevelCode code)
 
 Path LevelHomeOf(const Session& session, LevelCode code)
 {
-    const Path root = code == originalCode
-                          ? session.programFolder
-                          : FolderFromText(Trim(session.archive.header.secondaryFolder));
-    return InFolder(root, LevelFolderName(code));
+    const Folders folders = session.Folders();
+    return InFolder(code == originalCode ? folders.program : folders.levels, LevelFolderName(code));
 }
 
-Path LevelFolderOf(Session& session, LevelCode code, bool wantCdCopy)
+Result<Path> LevelFolderOf(const Session& session, LevelCode code)
 {
-    session.cdNotAvailable = false;
-    const std::ptrdiff_t index = code == originalCode ? -1 : FindLevel(session, code);
-    const bool onDisc =
-        index >= 0 && session.archive.levels[static_cast<std::size_t>(index)].cdNumber != 0;
-    if (!wantCdCopy || !onDisc)
-        return LevelHomeOf(session, code);
-    session.cdNotAvailable = true;
-    return {};
+    const LevelRecord* level = code == originalCode ? nullptr : session.archive.Find(code);
+    if (level != nullptr && level->cdNumber != 0)
+        return Failure{ErrorCode::Missing, {}, GetMsg(Msg::CdNotAvailable)};
+    return LevelHomeOf(session, code);
 }
 
 Path StateStoreOf(const Session& session, LevelCode code)

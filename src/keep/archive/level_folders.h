@@ -14,12 +14,12 @@ std::string LevelNameOf(const Session& session, LevelCode code);
 LevelCode NextLevelCode(const Session& session);
 /// `\LEVEL_0012`: four digits at least.
 std::string LevelFolderName(LevelCode code);
-/// The level's folder: the program's own for the original configuration, otherwise below the
-/// secondary folder, or, with `wantCdCopy`, on the disc that holds its files. Sets
-/// `session.cdNotAvailable` and answers an empty path when that disc is not there.
-Path LevelFolderOf(Session& session, LevelCode code, bool wantCdCopy);
-/// `LevelFolderOf` the hard disk's copy: never asks for a disc.
+/// The level's folder on the hard disk: the program's own for the original configuration,
+/// otherwise below the archive's.
 Path LevelHomeOf(const Session& session, LevelCode code);
+/// The folder that holds the level's files: the same, or one on a disc. `Missing`, its reason in
+/// words, while that disc is not there.
+Result<Path> LevelFolderOf(const Session& session, LevelCode code);
 /// The level's `backup_savegames`: its state while another level stands in the folder.
 Path StateStoreOf(const Session& session, LevelCode code);
 

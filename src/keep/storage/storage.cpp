@@ -287,13 +287,13 @@ bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<Level
 {
     if (const auto status = WriteIndex(session, code, files); !status)
         return Told(session, status);
-    const Path folder = LevelFolderOf(session, code, true);
-    if (session.cdNotAvailable) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
+    const auto folder = LevelFolderOf(session, code);
+    if (!folder) {
+        session.host.Tell(Tone::Error, folder.Error().reason);
         return false;
     }
     const bool compress = Compresses(session, code, form);
-    const Path target = ResolvePath(InFolder(folder, OnDisk::DirFiles));
+    const Path target = ResolvePath(InFolder(*folder, OnDisk::DirFiles));
     const auto store = [&](const std::vector<LevelFile>& ready) {
         std::vector<std::string> kept;
         const auto steps = StepsFor(ready, compress, kept);

@@ -71,12 +71,11 @@ bool NewLevel::Open()
 
 void NewLevel::FindFolder()
 {
-    Path folder = LevelFolderOf(session_, record_.levelCode, true);
-    if (session_.cdNotAvailable) {
+    const auto folder = LevelFolderOf(session_, record_.levelCode);
+    if (!folder)
         session_.host.Tell(Tone::Warning, GetMsg(Msg::CdMissingForFiles));
-        folder = LevelHomeOf(session_, record_.levelCode);
-    }
-    filesFolder_ = ResolvePath(InFolder(folder, OnDisk::DirFiles));
+    filesFolder_ = ResolvePath(
+        InFolder(folder ? *folder : LevelHomeOf(session_, record_.levelCode), OnDisk::DirFiles));
     workFolder_ = filesFolder_;
 }
 

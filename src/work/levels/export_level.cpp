@@ -20,6 +20,7 @@
 #include "storage/storage.h"
 #include "storage/unstore.h"
 #include "tools/tools.h"
+#include "words/archive.h"
 #include "words/common.h"
 #include "words/levels.h"
 #include "words/storage.h"
@@ -165,9 +166,8 @@ bool Fail(Session& session, const std::string& words, const Failure& failure)
 bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope& progress)
 {
     progress.SetLabel(GetMsg(Msg::ExportCopying));
-    const Path home = LevelFolderOf(session, code, true);
-    const Path files = InFolder(home, OnDisk::DirFiles);
-    if (session.cdNotAvailable || !FolderExists(files)) {
+    const Path files = InFolder(LevelFolderOf(session, code).ValueOr(Path{}), OnDisk::DirFiles);
+    if (!FolderExists(files)) {
         session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
         return false;
     }

@@ -227,8 +227,8 @@ bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange chan
         return refuse(GetMsg(Msg::LanguageNotForOriginal));
     if (FindLevel(session, code) < 0)
         return refuse(GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
-    const Path home = LevelFolderOf(session, code, true);
-    if (session.cdNotAvailable)
+    const auto home = LevelFolderOf(session, code);
+    if (!home)
         return false;
     if (!KnowsStandingLevel(session))
         return refuse(GetMsg(Msg::MarkerUnreadable, {TextOf(session.MarkerPath())}));
@@ -240,7 +240,7 @@ bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange chan
         MendAfterRestart(session, code);
     }
     LanguageFailure failure;
-    if (!ChangeLanguage(session, InFolder(home, OnDisk::DirFiles), change, installed, failure)) {
+    if (!ChangeLanguage(session, InFolder(*home, OnDisk::DirFiles), change, installed, failure)) {
         if (verbose)
             session.host.Tell(Tone::Error, GetMsg(Msg::LanguageError) + failure.words,
                               failure.reason);

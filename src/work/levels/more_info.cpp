@@ -77,12 +77,12 @@ bool ShowMoreInfo(Session& session, LevelCode code)
         return TellFolderNotRead(session, stored.Error());
     if (*stored)
         return OpenReadme(session, **stored);
-    const Path disc = LevelFolderOf(session, code, true);
-    if (session.cdNotAvailable) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
+    const auto disc = LevelFolderOf(session, code);
+    if (!disc) {
+        session.host.Tell(Tone::Error, disc.Error().reason);
         return false;
     }
-    const Path onDisc = InFolder(disc, OnDisk::DirFiles);
+    const Path onDisc = InFolder(*disc, OnDisk::DirFiles);
     const auto file = FindDocument(onDisc, level.moreInfoFile);
     if (!file)
         return TellFolderNotRead(session, file.Error());

@@ -46,12 +46,12 @@ bool TellNoSpace(Session& session, double need)
 bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
                      std::vector<Placement>& placements)
 {
-    const Path home = LevelFolderOf(session, code, true);
-    if (session.cdNotAvailable) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
+    const auto home = LevelFolderOf(session, code);
+    if (!home) {
+        session.host.Tell(Tone::Error, home.Error().reason);
         return false;
     }
-    const Path source = InFolder(home, OnDisk::DirFiles);
+    const Path source = InFolder(*home, OnDisk::DirFiles);
     if (!FolderExists(source)) {
         session.host.Tell(Tone::Error, GetMsg(Msg::LevelFilesGone), TextOf(source));
         return false;

@@ -32,9 +32,12 @@ namespace kestrova
 namespace
 {
 
-Path FilesFolder(Session& session, LevelCode code)
+Result<Path> FilesFolder(const Session& session, LevelCode code)
 {
-    return InFolder(LevelFolderOf(session, code, true), OnDisk::DirFiles);
+    const auto folder = LevelFolderOf(session, code);
+    if (!folder)
+        return Failure{folder.Error().code, folder.Error().reason, {}};
+    return InFolder(*folder, OnDisk::DirFiles);
 }
 
 /// The folder as it will be once the old level is out.
@@ -124,10 +127,10 @@ Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
     PlanRemoval(session, *belongings, plan, foresight);
     if (code == originalCode)
         return plan;
-    const Path source = FilesFolder(session, code);
-    if (session.cdNotAvailable)
-        return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
-    const auto files = PlanLevelFiles(source);
+    const auto source = FilesFolder(session, code);
+    if (!source)
+        return source.Error();
+    const auto files = PlanLevelFiles(*source);
     if (!files)
         return files.Error();
     std::vector<std::string> refused;
@@ -221,13 +224,13 @@ Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& l
                                            const Path& staging)
 {
     const bool ours = CurrentLevelCode(session) == level.code;
-    const Path source = ours ? FilesFolder(session, level.code)
-                             : InFolder(HomeOf(session, level), OnDisk::DirFiles);
-    if (ours && session.cdNotAvailable)
-        return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
-    if (!FolderExists(source))
-        return Failure{ErrorCode::Missing, TextOf(source), {}};
-    auto ready = ReadyLevelFiles(session, source, staging, true, nullptr);
+    const Result<Path> source = ours ? FilesFolder(session, level.code)
+                                     : InFolder(HomeOf(session, level), OnDisk::DirFiles);
+    if (!source)
+        return source.Error();
+    if (!FolderExists(*source))
+        return Failure{ErrorCode::Missing, TextOf(*source), {}};
+    auto ready = ReadyLevelFiles(session, *source, staging, true, nullptr);
     if (!ready)
         return ready.Error();
     std::vector<std::string> refused;
@@ -376,17 +379,17 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
     if (FindLevel(session, code) < 0)
         return Failure{
             ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
-    const Path source = FilesFolder(session, code);
-    if (session.cdNotAvailable)
-        return Failure{ErrorCode::Missing, GetMsg(Msg::CdNotAvailable), {}};
-    if (!FolderExists(source))
-        return std::vector<Difference>{{Mismatch::Missing, TextOf(source)}};
+    const auto source = FilesFolder(session, code);
+    if (!source)
+        return source.Error();
+    if (!FolderExists(*source))
+        return std::vector<Difference>{{Mismatch::Missing, TextOf(*source)}};
     const auto gaps =
         GapsOf(session, session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))]);
     if (!gaps)
         return gaps.Error();
     const StagingFolder staging{FreshPlaceIn(session.programFolder)};
-    const auto ready = ReadyLevelFiles(session, source, staging.Folder(), false, nullptr);
+    const auto ready = ReadyLevelFiles(session, *source, staging.Folder(), false, nullptr);
     if (!ready)
         return std::vector<Difference>{{Mismatch::Differs, ready.Error().subject}};
     std::vector<Difference> found;

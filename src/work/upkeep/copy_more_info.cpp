@@ -17,15 +17,15 @@ namespace
 
 Status CopyDocument(Session& session, const LevelRecord& level)
 {
-    const Path disc = LevelFolderOf(session, level.levelCode, true);
-    if (session.cdNotAvailable)
-        return Failure{ErrorCode::Missing, {}, GetMsg(Msg::CdNotAvailable)};
-    const auto found = FindDocument(InFolder(disc, OnDisk::DirFiles), level.moreInfoFile);
+    const auto disc = LevelFolderOf(session, level.levelCode);
+    if (!disc)
+        return disc.Error();
+    const auto found = FindDocument(InFolder(*disc, OnDisk::DirFiles), level.moreInfoFile);
     if (!found)
         return found.Error();
     const std::optional<Path>& document = *found;
     if (!document)
-        return MakeFailure(ErrorCode::Missing, TextOf(disc));
+        return MakeFailure(ErrorCode::Missing, TextOf(*disc));
     const Path files = InFolder(LevelHomeOf(session, level.levelCode), OnDisk::DirFiles);
     if (auto made = MakeFolders(files); !made)
         return made;

@@ -82,13 +82,13 @@ bool CreateTr4Infos(Session& session)
         if (!IsFree(Tr4InfPath(session, i)).ValueOr(false))
             continue; // one that cannot be looked at is not written over
         const LevelRecord& level = session.archive.levels[i];
-        const Path home = LevelFolderOf(session, level.levelCode, true);
-        if (session.cdNotAvailable) {
+        const auto home = LevelFolderOf(session, level.levelCode);
+        if (!home) {
             session.host.Tell(Tone::Error, GetMsg(Msg::Tr4InfosCdMissing));
             return false;
         }
         const std::string name{Trim(level.levelName)};
-        const Path files = InFolder(home, OnDisk::DirFiles);
+        const Path files = InFolder(*home, OnDisk::DirFiles);
         const auto isThere = IsFolder(files);
         if (!isThere)
             return TellFolderNotRead(session, isThere.Error());

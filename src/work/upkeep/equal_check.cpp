@@ -42,12 +42,12 @@ bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&
         progress->SetLabel(scanning + " " + std::to_string(i + 1) + ofAll);
         std::vector<Tr4Entry> files = index.FilesOf(i);
         if (files.empty() && NeedsDisc(session, i)) {
-            const Path home = LevelFolderOf(session, session.archive.levels[i].levelCode, true);
-            if (session.cdNotAvailable) {
+            const auto home = LevelFolderOf(session, session.archive.levels[i].levelCode);
+            if (!home) {
                 session.host.Tell(Tone::Error, GetMsg(Msg::EqualCdNotAvailable));
                 return false;
             }
-            auto scanned = ScanTr4Files(InFolder(home, OnDisk::DirFiles));
+            auto scanned = ScanTr4Files(InFolder(*home, OnDisk::DirFiles));
             if (!scanned)
                 return TellFolderNotRead(session, scanned.Error());
             files = std::move(*scanned);

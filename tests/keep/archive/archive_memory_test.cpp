@@ -36,8 +36,8 @@ TEST_F(ArchiveMemory, LevelsAreFoundByCodeAndTheirFoldersByKind)
     EXPECT_EQ(LevelFolderName(12), "\\LEVEL_0012");
     EXPECT_EQ(LevelFolderName(10000), "\\LEVEL_10000");
     session.archive.header.secondaryFolder = (box / "other").native() + "/  ";
-    EXPECT_EQ(LevelFolderOf(session, 3, false), box / "other/LEVEL_0003");
-    EXPECT_EQ(LevelFolderOf(session, 0, true), box / "home/LEVEL_0000");
+    EXPECT_EQ(LevelHomeOf(session, 3), box / "other/LEVEL_0003");
+    EXPECT_EQ(*LevelFolderOf(session, 0), box / "home/LEVEL_0000");
     EXPECT_EQ(StateStoreOf(session, 3), box / "other/LEVEL_0003/backup_savegames");
 }
 
@@ -45,10 +45,8 @@ TEST_F(ArchiveMemory, ALevelOnADiscIsNotAvailable)
 {
     const LevelCode code = box.AddLevel("Disc", {});
     box.session.archive.levels[1].cdNumber = 2;
-    EXPECT_TRUE(LevelFolderOf(box.session, code, true).empty());
-    EXPECT_TRUE(box.session.cdNotAvailable);
-    EXPECT_EQ(LevelFolderOf(box.session, code, false), box / "levels/LEVEL_0001");
-    EXPECT_FALSE(box.session.cdNotAvailable) << "set by the last call alone";
+    EXPECT_EQ(LevelFolderOf(box.session, code).Error().code, ErrorCode::Missing);
+    EXPECT_EQ(LevelHomeOf(box.session, code), box / "levels/LEVEL_0001");
     EXPECT_TRUE(GuardLevelOnCd(box.session, box.session.archive.levels[1]));
     EXPECT_FALSE(GuardLevelOnCd(box.session, box.session.archive.levels[0]));
     box.session.archive.header.cdCount = 2;

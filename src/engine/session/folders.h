@@ -1,0 +1,20 @@
+#pragma once
+
+#include "core/names.h"
+
+namespace kestrova
+{
+
+/// Where things lie in one run. A value: whoever works in another folder hands on another one.
+struct Folders {
+    Path program; ///< settings, backup, history, the original configuration's level folder
+    Path trle;    ///< the Level Editor's; empty while none was found
+    Path levels;  ///< the archive's, with a folder for each of its levels
+
+    /// The copy of the original Level Editor's files.
+    [[nodiscard]] Path Backup() const;
+    /// The file that tells which level stands in the Level Editor's folder.
+    [[nodiscard]] Path Marker() const;
+};
+
+} // namespace kestrova
