@@ -6,6 +6,7 @@
 #include "ui/desktop/progress_windows.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/input_gate.h"
+#include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_desktop.h"
 #include "words/ui_shared.h"
@@ -120,6 +121,7 @@ std::optional<Path> Run(QFileDialog& chooser, const Path& start, const std::stri
     chooser.setDirectory(folder.empty() ? QDir::homePath() : PathToQt(folder));
     if (!suggestion.empty())
         chooser.selectFile(ToQt(suggestion));
+    ResizeToFit(chooser, chooser.sizeHint());
     const InputGate::Admission admission{chooser};
     if (chooser.exec() != QDialog::Accepted || chooser.selectedFiles().isEmpty())
         return std::nullopt;
