@@ -21,17 +21,17 @@ Path LevelConfigPath(const Path& folder)
     return InFolder(folder, OnDisk::FragLevelConfig);
 }
 
-bool ReadLevelConfig(Session& session, const Path& file, LevelConfig& config)
+bool ReadLevelConfig(Host& host, const Path& file, LevelConfig& config)
 {
     const auto failed = [&](Message words, const std::string& reason) {
-        session.host.Tell(Tone::Error, GetMsg(words) + TextOf(file), reason);
+        host.Tell(Tone::Error, GetMsg(words) + TextOf(file), reason);
         return false;
     };
     const auto isThere = IsFile(file);
     if (!isThere)
         return failed(Msg::ConfigErrorOpening, isThere.Error().reason);
     if (!*isThere) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::ConfigNotFound, {TextOf(file)}));
+        host.Tell(Tone::Error, GetMsg(Msg::ConfigNotFound, {TextOf(file)}));
         return false;
     }
     platform::File opened;
@@ -47,10 +47,10 @@ bool ReadLevelConfig(Session& session, const Path& file, LevelConfig& config)
     return true;
 }
 
-bool WriteLevelConfig(Session& session, const Path& file, const LevelConfig& config, OldConfig old)
+bool WriteLevelConfig(Host& host, const Path& file, const LevelConfig& config, OldConfig old)
 {
     const auto failed = [&](Message words, const std::string& reason) {
-        session.host.Tell(Tone::Error, GetMsg(words) + TextOf(file), reason);
+        host.Tell(Tone::Error, GetMsg(words) + TextOf(file), reason);
         return false;
     };
     const auto bytes = FormatLevelConfig(config);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "formats/level_config.h"
-#include "session/session.h"
+#include "session/host.h"
 
 namespace kestrova
 {
@@ -9,11 +9,11 @@ namespace kestrova
 /// Where a folder of level files has its configuration file.
 Path LevelConfigPath(const Path& folder);
 /// Shows its failure; `config` is as it was then.
-bool ReadLevelConfig(Session& session, const Path& file, LevelConfig& config);
+bool ReadLevelConfig(Host& host, const Path& file, LevelConfig& config);
 /// What an old longer file leaves of itself.
 enum class OldConfig { KeepsItsTail, Replaced };
 /// Shows its failure; the file is as it was then.
-bool WriteLevelConfig(Session& session, const Path& file, const LevelConfig& config,
+bool WriteLevelConfig(Host& host, const Path& file, const LevelConfig& config,
                       OldConfig old = OldConfig::KeepsItsTail);
 
 } // namespace kestrova

@@ -89,7 +89,7 @@ Json AsJson(const LevelConfig& config)
 bool ShowConfig(Run& run, const Path& file)
 {
     LevelConfig config;
-    if (!ReadLevelConfig(run.session, file, config))
+    if (!ReadLevelConfig(run.session.host, file, config))
         return false;
     if (run.json != nullptr) {
         *run.json = AsJson(config);
@@ -177,7 +177,7 @@ bool Write(Run& run)
         return TellFolderNotRead(run.session, listed.Error());
     config.files = std::move(listed->files);
     const auto file = FileToReplace(run.session, LevelConfigPath(folder));
-    if (!file || !WriteLevelConfig(run.session, *file, config, OldConfig::Replaced))
+    if (!file || !WriteLevelConfig(run.session.host, *file, config, OldConfig::Replaced))
         return false;
     AddLine(run, TextOf(*file));
     return true;

@@ -53,7 +53,7 @@ void NewLevel::ApplyLevelConfig()
         return;
     }
     LevelConfig config;
-    if (!ReadLevelConfig(session_, file, config))
+    if (!ReadLevelConfig(session_.host, file, config))
         return;
     TakeConfigTexts(config);
     if (const auto status = DeleteFile(file); !status)

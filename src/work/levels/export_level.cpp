@@ -323,7 +323,7 @@ bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
         const auto content = ConfigForFolder(level, out.Place());
         if (!content)
             return Fail(session, GetMsg(Msg::ExportErrorCopying), content.Error());
-        if (!WriteLevelConfig(session, config, *content))
+        if (!WriteLevelConfig(session.host, config, *content))
             return false;
         zip = ZipPlace(session, std::string{Trim(level.levelName)}, choices.zip);
         const auto target = zip ? FileToWrite(session, *zip) : std::nullopt;

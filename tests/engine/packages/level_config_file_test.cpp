@@ -34,17 +34,17 @@ TEST(LevelConfigFile, IsRefusedInWordsAndLeavesTheConfigAsItWas)
     World box;
     LevelConfig config = Named("before");
     const std::string path = (box / "work/kestrova.cfg").native();
-    EXPECT_FALSE(ReadLevelConfig(box.session, LevelConfigPath(box / "work"), config));
+    EXPECT_FALSE(ReadLevelConfig(box.host, LevelConfigPath(box / "work"), config));
     ExpectTold(box, "Config file '" + path + "' not found");
 
     const std::string bytes = *FormatLevelConfig(Named("after"));
     box.Write("work/kestrova.cfg", bytes.substr(0, bytes.size() - 3));
-    EXPECT_FALSE(ReadLevelConfig(box.session, LevelConfigPath(box / "work"), config));
+    EXPECT_FALSE(ReadLevelConfig(box.host, LevelConfigPath(box / "work"), config));
     ExpectTold(box, "Error reading config file: " + path, "cut or damaged");
     EXPECT_EQ(config.name, "before");
 
     box.Write("other/Kestrova.CFG", bytes);
-    EXPECT_TRUE(ReadLevelConfig(box.session, LevelConfigPath(box / "other"), config));
+    EXPECT_TRUE(ReadLevelConfig(box.host, LevelConfigPath(box / "other"), config));
     EXPECT_EQ(config.name, "after");
 }
 
@@ -52,7 +52,7 @@ TEST(LevelConfigFile, IsWrittenWholeOrNotAtAll)
 {
     World box;
     const Path file = LevelConfigPath(box / "work");
-    EXPECT_FALSE(WriteLevelConfig(box.session, file, Named("new")));
+    EXPECT_FALSE(WriteLevelConfig(box.host, file, Named("new")));
     ExpectTold(box, "Error opening for write config file: " + file.native());
 
     const std::string old = *FormatLevelConfig(Named("old")) + "a long tail";
@@ -62,7 +62,7 @@ TEST(LevelConfigFile, IsWrittenWholeOrNotAtAll)
         box.Write("work/kestrova.cfg", old);
         box.host.told.clear();
         const FaultRun run =
-            WithFaultAt(n, [&] { return WriteLevelConfig(box.session, file, Named("new")); });
+            WithFaultAt(n, [&] { return WriteLevelConfig(box.host, file, Named("new")); });
         const std::string now = box.Read("work/kestrova.cfg");
         if (!run.reached) {
             EXPECT_TRUE(run);
@@ -77,7 +77,7 @@ TEST(LevelConfigFile, IsWrittenWholeOrNotAtAll)
 
     LevelConfig tooLong = Named("too long");
     tooLong.tomWads = std::string(40000, 't');
-    EXPECT_FALSE(WriteLevelConfig(box.session, file, tooLong));
+    EXPECT_FALSE(WriteLevelConfig(box.host, file, tooLong));
     ExpectTold(box, "Error writing config file: " + file.native(), "32767");
 }
 

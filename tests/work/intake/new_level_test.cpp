@@ -567,7 +567,7 @@ TEST_F(NewLevelTest, TheConfigurationFileFillsTheTextsAndIsNotStored)
     box.Write("in/level.tr4", "level");
     box.Write("in/about.htm", "about");
     box.Write("in/readme.txt", "read");
-    ASSERT_TRUE(WriteLevelConfig(box.session, box / "in/Kestrova.CFG", config));
+    ASSERT_TRUE(WriteLevelConfig(box.host, box / "in/Kestrova.CFG", config));
     Zip("in", "p.zip");
     NewLevel& level = Begin();
     ASSERT_TRUE(level.AddSources({box / "p.zip"}));
@@ -625,7 +625,7 @@ TEST_F(NewLevelTest, NoProgramIsTakenForADocumentNorKeepsTheRightsOfOne)
     LevelConfig config;
     config.name = "Trap";
     config.moreInfo = "Readme.desktop";
-    ASSERT_TRUE(WriteLevelConfig(box.session, box / "in/kestrova.cfg", config));
+    ASSERT_TRUE(WriteLevelConfig(box.host, box / "in/kestrova.cfg", config));
     NewLevel& level = Begin();
     (void)level.AddSources({box / "in"});
     EXPECT_EQ(level.name, "Trap");

@@ -64,7 +64,7 @@ TEST_F(ExportTest, PacksWhatTheGameNeedsAndTellsOfIt)
         box.host.WasTold("All files of current level saved in " + (box / "my level.zip").native()));
     Files files = Unpacked(box / "my level.zip");
     LevelConfig config;
-    ASSERT_TRUE(ReadLevelConfig(box.session, box / "out/kestrova.cfg", config));
+    ASSERT_TRUE(ReadLevelConfig(box.host, box / "out/kestrova.cfg", config));
     files.erase("kestrova.cfg");
     EXPECT_EQ(
         files,
