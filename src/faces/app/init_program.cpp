@@ -5,7 +5,7 @@
 #include "editor/find_trle.h"
 #include "formats/program_folder.h"
 #include "formats/trle_folder.h"
-#include "intake/add_level.h"
+#include "intake/left_intake.h"
 #include "levels/level_life.h"
 #include "levels/original_level.h"
 #include "platform/places.h"

@@ -3,7 +3,9 @@
 #include "app/result_text.h"
 #include "archive/level_folders.h"
 #include "core/file_kinds.h"
-#include "intake/add_level.h"
+#include "intake/draft_files.h"
+#include "intake/draft_sources.h"
+#include "intake/edit_level.h"
 #include "packages/name_pages.h"
 #include "words/commands.h"
 
@@ -39,64 +41,64 @@ std::string WrongNamesPage(Run& run)
     return GetMsg(Msg::WrongNamesPage, {wanted, KnownNamePages()});
 }
 
-void TakeNamesPage(const Run& run, NewLevel& level)
+void TakeNamesPage(const Run& run, Intake& level)
 {
     if (const NamePage* page = FindNamePage(run.arguments.ValueOf("--names")); page != nullptr)
-        level.namesPage = page->name;
+        level.draft.namesPage = page->name;
 }
 
 /// Says in which code page names were read, unless the person said it.
-void TellNamesPage(Run& run, const NewLevel& level)
+void TellNamesPage(Run& run, const Intake& level)
 {
-    if (!level.NamesReadAs().empty() && !run.arguments.Has("--names"))
+    if (!level.draft.namesReadAs.empty() && !run.arguments.Has("--names"))
         run.session.host.Tell(
             Tone::Plain,
-            GetMsg(Msg::NamesReadAs, {NamePageText(level.NamesReadAs()), KnownNamePages()}));
+            GetMsg(Msg::NamesReadAs, {NamePageText(level.draft.namesReadAs), KnownNamePages()}));
 }
 
-void TakeTexts(Run& run, NewLevel& level)
+void TakeTexts(Run& run, Intake& level)
 {
     if (run.arguments.Has("--name"))
-        level.name = Readable(run.arguments.ValueOf("--name"));
+        level.draft.name = Readable(run.arguments.ValueOf("--name"));
     if (run.arguments.Has("--note"))
-        level.note = Readable(run.arguments.ValueOf("--note"));
+        level.draft.note = Readable(run.arguments.ValueOf("--note"));
 }
 
 /// The file of that name in the level, as the game has it or as it is stored; no value, with words,
 /// when there is none.
-std::optional<Path> FileOfLevel(Run& run, const NewLevel& level, const std::string& name)
+std::optional<Path> FileOfLevel(Run& run, const Intake& level, const std::string& name)
 {
     for (const std::string& stored : {name, name + std::string{OnDisk::ZlExtension}})
-        for (const Path& file : level.Files())
+        for (const Path& file : level.draft.files)
             if (EqualNames(file.filename().native(), stored))
                 return file;
     run.session.host.Tell(Tone::Error, GetMsg(Msg::NoSuchLevelFile, {name}));
     return {};
 }
 
-bool ChangeFiles(Run& run, NewLevel& level)
+bool ChangeFiles(Run& run, Intake& level)
 {
     TakeNamesPage(run, level);
     if (run.arguments.Has("--add")) {
-        if (!level.AddSources(PlacesFrom(run.arguments.ValuesOf("--add")), Subfolders::Take) ||
-            !level.UnpackAll())
+        if (!AddSources(level, PlacesFrom(run.arguments.ValuesOf("--add")), Subfolders::Take) ||
+            !UnpackAll(level))
             return false;
         TellNamesPage(run, level);
     }
     for (const std::string& name : run.arguments.ValuesOf("--remove-file")) {
         const auto file = FileOfLevel(run, level, name);
-        if (!file || !level.RemoveFile(*file))
+        if (!file || !RemoveFile(level, *file))
             return false;
     }
     if (!run.arguments.Has("--more-info"))
         return true;
-    level.moreInfo.clear();
+    level.draft.moreInfo.clear();
     const std::string name = run.arguments.ValueOf("--more-info");
     if (name.empty())
         return true;
     const auto file = FileOfLevel(run, level, name);
     if (file)
-        level.moreInfo = file->filename().native();
+        level.draft.moreInfo = file->filename().native();
     return file.has_value();
 }
 
@@ -120,26 +122,26 @@ bool Add(Run& run)
     std::string namesPage;
     const bool added = AddLevel(
         run.session, *progress,
-        [&](NewLevel& level) {
+        [&](Intake& level) {
             TakeNamesPage(run, level);
-            level.keepGoing = run.arguments.Has("--keep-going");
-            bool all = level.AddSources(sources, Subfolders::Take);
-            if (!level.LastReport().stopped)
-                all = level.UnpackAll() && all;
+            level.draft.keepGoing = run.arguments.Has("--keep-going");
+            bool all = AddSources(level, sources, Subfolders::Take);
+            if (!level.draft.report.stopped)
+                all = UnpackAll(level) && all;
             const auto giveUp = [&](Message words) {
                 run.session.host.Tell(Tone::Error, GetMsg(words));
                 return false;
             };
-            if (level.LastReport().stopped || !progress->Step())
+            if (level.draft.report.stopped || !progress->Step())
                 return giveUp(Msg::AddStopped);
             // A file that nobody could be asked about was not taken either.
             all = all && !run.session.host.LeftUnanswered();
-            if (!all && !level.keepGoing)
+            if (!all && !level.draft.keepGoing)
                 return giveUp(Msg::AddGivenUp);
-            namesPage = level.NamesReadAs();
+            namesPage = level.draft.namesReadAs;
             TellNamesPage(run, level);
             TakeTexts(run, level);
-            return level.Accept() || giveUp(Msg::AddStopped);
+            return Accept(level) || giveUp(Msg::AddStopped);
         },
         code);
     if (added)
@@ -150,11 +152,11 @@ bool Add(Run& run)
 bool Edit(Run& run)
 {
     const auto progress = run.session.host.BeginProgress(ProgressWindow::Progress, {});
-    const bool changed = EditLevel(run.session, *progress, run.level, [&](NewLevel& level) {
+    const bool changed = EditLevel(run.session, *progress, run.level, [&](Intake& level) {
         TakeTexts(run, level);
-        if (ChangeFiles(run, level) && level.Accept())
+        if (ChangeFiles(run, level) && Accept(level))
             return true;
-        level.Cancel();
+        GiveUp(level);
         return false;
     });
     if (changed)

@@ -1,25 +1,20 @@
 #pragma once
 
-#include "intake/new_level.h"
+#include "intake/intake.h"
 
-/// The commands that bring a level into the archive and change one of it.
 namespace kestrova
 {
 
-/// Shows the level to the person, or fills it, until it is accepted (True) or given up. It is
-/// opened already.
-using ShowLevel = std::function<bool(NewLevel& level)>;
+/// Shows the level to the person, or fills it, until it is accepted (True) or given up. Its texts
+/// and its folder have been read already.
+using ShowLevel = std::function<bool(Intake& level)>;
 
 /// Makes a new level's record and folders, lets `show` fill them, and takes the level into the
 /// archive. Without an accept nothing of it stays. `code` gets the level's number. A run that is
-/// killed leaves its folder and a note of it.
+/// killed leaves its folder and a note of it (`intake/left_intake.h`).
 bool AddLevel(Session& session, ProgressScope& progress, const ShowLevel& show, LevelCode& code);
 
-/// The same for a level that the archive has: it is as before unless accepted and saved.
-bool EditLevel(Session& session, ProgressScope& progress, LevelCode code, const ShowLevel& show);
-
-/// Offers to clear the folder of a level whose adding was cut off. A folder that the person wants
-/// to keep is not asked for again.
-void OfferLeftIntake(Session& session);
+/// Reads a new level's draft, whose folders are made. False, with a message, when that failed.
+bool OpenNewLevel(Intake& intake);
 
 } // namespace kestrova

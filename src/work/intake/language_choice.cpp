@@ -86,4 +86,10 @@ bool ChooseLanguageFile(Session& session, const Path& folder)
     return true;
 }
 
+StepAnswer ChooseLanguage(Intake& intake)
+{
+    const bool chosen = ChooseLanguageFile(intake.session, intake.draft.workFolder);
+    return chosen ? StepAnswer::GoesOn : StepAnswer::Refused;
+}
+
 } // namespace kestrova

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "intake/intake.h"
 
 namespace kestrova
 {
@@ -9,5 +9,8 @@ namespace kestrova
 /// own, otherwise the one that the person names; a missing `script.dat` comes from the backup.
 /// False, with a message, when a file could not be copied or deleted.
 bool ChooseLanguageFile(Session& session, const Path& folder);
+
+/// The same for a draft's folder.
+StepAnswer ChooseLanguage(Intake& intake);
 
 } // namespace kestrova

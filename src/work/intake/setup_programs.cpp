@@ -68,4 +68,26 @@ std::string WordsOfSetupExe(const Path& program)
     return GetMsg(Msg::ExeLevel, {TextOf(program.filename())}) + " " + GetMsg(KindOf(program));
 }
 
+bool MayBeInsideProgram(const Intake& intake)
+{
+    const std::vector<Path>& files = intake.draft.files;
+    return !intake.draft.programTold &&
+           std::none_of(files.begin(), files.end(), [](const Path& file) {
+               const std::string name = file.filename().native();
+               return IsPackage(file) || EndsWithName(name, OnDisk::EndingTom) ||
+                      (EndsWithName(name, OnDisk::EndingTr4) &&
+                       !EqualNames(name, OnDisk::TitleLevelName));
+           });
+}
+
+StepAnswer TellOfProgram(Intake& intake)
+{
+    const Path program = FindSetupExe(intake.draft.files);
+    if (program.empty())
+        return StepAnswer::GoesOn;
+    intake.draft.programTold = true;
+    intake.session.host.Tell(Tone::Warning, WordsOfSetupExe(program));
+    return StepAnswer::GoesOn;
+}
+
 } // namespace kestrova

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "core/names.h"
-
-#include <vector>
+#include "intake/intake.h"
 
 /// Levels that come as a program, which unpacks or installs them itself.
 namespace kestrova
@@ -13,5 +11,10 @@ namespace kestrova
 Path FindSetupExe(const std::vector<Path>& files);
 /// What that program is, and what a person can do instead of running it here.
 std::string WordsOfSetupExe(const Path& program);
+
+/// The folder holds no level yet, and the person was not told of a program.
+bool MayBeInsideProgram(const Intake& intake);
+/// Tells of the program that the level is still inside, if it is.
+StepAnswer TellOfProgram(Intake& intake);
 
 } // namespace kestrova

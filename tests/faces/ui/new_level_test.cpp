@@ -1,4 +1,4 @@
-#include "intake/add_level.h"
+#include "intake/edit_level.h"
 #include "ui/dialogs/dialog_new_level.h"
 #include "ui/window_world.h"
 
@@ -53,7 +53,7 @@ TEST(NewLevelDialog, ShowsWhatComesInAndTakesTheTextsBack)
     LevelCode code = 0;
     ASSERT_TRUE(AddLevel(
         world.session, dialog.Progress(),
-        [&](NewLevel& level) { return dialog.Show(level, {world.box / "down"}); }, code));
+        [&](Intake& level) { return dialog.Show(level, {world.box / "down"}); }, code));
     EXPECT_TRUE(looked);
     const LevelRecord& record = world.session.archive.levels.back();
     EXPECT_EQ(record.levelName, "My level");
@@ -72,8 +72,7 @@ TEST(NewLevelDialog, EscapeGivesTheLevelUp)
     });
     LevelCode code = 0;
     EXPECT_FALSE(AddLevel(
-        world.session, dialog.Progress(), [&](NewLevel& level) { return dialog.Show(level); },
-        code));
+        world.session, dialog.Progress(), [&](Intake& level) { return dialog.Show(level); }, code));
     EXPECT_EQ(world.session.archive.levels.size(), 1U);
     EXPECT_FALSE(world.box.Has("levels/LEVEL_0001"));
 }
@@ -96,7 +95,7 @@ TEST(NewLevelDialog, WhatWasTypedIsNotDroppedUnasked)
             Press(dialog, keeps ? "Pul_Ok" : "Pul_Cancel");
         });
         EXPECT_EQ(EditLevel(world.session, dialog.Progress(), 1,
-                            [&](NewLevel& level) { return dialog.Show(level); }),
+                            [&](Intake& level) { return dialog.Show(level); }),
                   keeps);
         EXPECT_EQ(world.session.archive.levels[1].levelNote, "a longer note");
     }
@@ -109,7 +108,7 @@ TEST(NewLevelDialog, WhatWasTypedIsNotDroppedUnasked)
         QTest::keyClick(&dialog, Qt::Key_Escape);
     });
     EXPECT_FALSE(EditLevel(world.session, dialog.Progress(), 1,
-                           [&](NewLevel& level) { return dialog.Show(level); }));
+                           [&](Intake& level) { return dialog.Show(level); }));
 }
 
 TEST(NewLevelDialog, StopIsHeardDuringTheWorkAndForgottenByTheNext)

@@ -1,8 +1,11 @@
-#include "intake/add_level.h"
+#include "intake/edit_level.h"
 
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "core/leftovers.h"
+#include "intake/draft_files.h"
+#include "intake/draft_sources.h"
+#include "intake/left_intake.h"
 #include "levels/level_life.h"
 #include "sandbox/faults.h"
 #include "upkeep/archive_life.h"
@@ -34,10 +37,10 @@ bool AddPackage(World& box, LevelCode& code)
     const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
     return AddLevel(
         box.session, *progress,
-        [&](NewLevel& level) {
-            const bool taken = level.AddSources({box / "package"}, Subfolders::Take);
-            level.name = "Salt Harbour";
-            return taken && level.Accept();
+        [&](Intake& level) {
+            const bool taken = AddSources(level, {box / "package"}, Subfolders::Take);
+            level.draft.name = "Salt Harbour";
+            return taken && Accept(level);
         },
         code);
 }
@@ -83,19 +86,19 @@ TEST_F(AddLevelTest, ALevelComesIntoTheArchiveAndIsSelected)
     // Its properties, with another file.
     box.Write("more.wav", "more wave");
     const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
-    ASSERT_TRUE(EditLevel(box.session, *progress, 1, [&](NewLevel& level) {
-        level.name = "Renamed";
-        return level.AddSources({box / "more.wav"}) && level.Accept();
+    ASSERT_TRUE(EditLevel(box.session, *progress, 1, [&](Intake& level) {
+        level.draft.name = "Renamed";
+        return AddSources(level, {box / "more.wav"}) && Accept(level);
     }));
     EXPECT_EQ(box.session.archive.levels[1].levelName, "Renamed");
     EXPECT_EQ(box.session.archive.header.mainFolderSize, 5 + 6 + 4 + 4 + 9);
-    EXPECT_FALSE(EditLevel(box.session, *progress, 1, [](NewLevel& level) {
-        level.name = "Given up";
-        level.Cancel();
+    EXPECT_FALSE(EditLevel(box.session, *progress, 1, [](Intake& level) {
+        level.draft.name = "Given up";
+        GiveUp(level);
         return false;
     }));
     EXPECT_EQ(box.session.archive.levels[1].levelName, "Renamed");
-    EXPECT_FALSE(EditLevel(box.session, *progress, 9, [](NewLevel&) { return true; }));
+    EXPECT_FALSE(EditLevel(box.session, *progress, 9, [](Intake&) { return true; }));
     EXPECT_TRUE(box.host.WasTold("9"));
 }
 
@@ -119,15 +122,15 @@ void MakeEdited(World& box)
 bool EditAll(World& box, bool wrong)
 {
     const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
-    return EditLevel(box.session, *progress, 1, [&](NewLevel& level) {
-        if (!level.AddSources({box / "from"}, Subfolders::Take))
+    return EditLevel(box.session, *progress, 1, [&](Intake& level) {
+        if (!AddSources(level, {box / "from"}, Subfolders::Take))
             return false;
-        for (const Path& file : std::vector<Path>{level.Files()})
-            if (file.filename() == "sound.wav" && !level.RemoveFile(file))
+        for (const Path& file : std::vector<Path>{level.draft.files})
+            if (file.filename() == "sound.wav" && !RemoveFile(level, file))
                 return false;
-        level.name = "New";
-        level.moreInfo = "more.txt";
-        return level.Accept() && !wrong;
+        level.draft.name = "New";
+        level.draft.moreInfo = "more.txt";
+        return Accept(level) && !wrong;
     });
 }
 
@@ -215,9 +218,9 @@ TEST_F(AddLevelTest, WhatIsGivenUpOrStoppedLeavesNothing)
     const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
     EXPECT_FALSE(AddLevel(
         box.session, *progress,
-        [&](NewLevel& level) {
-            level.AddSources({box / "package"}, Subfolders::Take);
-            level.Cancel();
+        [&](Intake& level) {
+            AddSources(level, {box / "package"}, Subfolders::Take);
+            GiveUp(level);
             return false;
         },
         code));
@@ -262,9 +265,8 @@ TEST(AddNestedPackage, StopGivesUpTheWholeLevelWhereverItIsPressed)
         LevelCode code = -1;
         added = AddLevel(
             box.session, *progress,
-            [&](NewLevel& level) {
-                return level.AddSources({box / "nested.zip"}) && level.UnpackAll() &&
-                       level.Accept();
+            [&](Intake& level) {
+                return AddSources(level, {box / "nested.zip"}) && UnpackAll(level) && Accept(level);
             },
             code);
         EXPECT_EQ(box.Snapshot("levels/LEVEL_0001/files").size(), added ? 6U : 0U) << step;

@@ -1,4 +1,6 @@
-#include "intake/new_level.h"
+#include "intake/add_level.h"
+#include "intake/draft_sources.h"
+#include "intake/intake_steps.h"
 #include "intake/unpacking_place.h"
 
 #include "archive/level_folders.h"
@@ -85,19 +87,19 @@ TEST_F(ManyFiles, AFolderIsListedOnceHoweverManyFilesComeIn)
     for (int i = 0; i < files; ++i)
         box.Write("in/g" + std::to_string(i) + ".txt", std::to_string(i));
     box.host.AnswerAll(true);
-    NewLevel level{box.session, record, LevelMode::New, progress};
-    ASSERT_TRUE(level.Open());
+    Intake level{box.session, record, NewLevelSteps(), progress};
+    ASSERT_TRUE(OpenNewLevel(level));
     for (const char* source : {"outer.zip", "twins.zip", "in"}) {
         const Listings listings;
-        ASSERT_TRUE(level.AddSources({box / source}, Subfolders::Take)) << box.host.AllTold();
+        ASSERT_TRUE(AddSources(level, {box / source}, Subfolders::Take)) << box.host.AllTold();
         EXPECT_LT(listings.count, mostListings) << source;
     }
-    EXPECT_EQ(level.Files().size(), 2U * files + 2) << "the outer one keeps a free name";
+    EXPECT_EQ(level.draft.files.size(), 2U * files + 2) << "the outer one keeps a free name";
     // A second time each file is there already.
     const Listings listings;
-    ASSERT_TRUE(level.AddSources({box / "twins.zip", box / "in"}, Subfolders::Take));
+    ASSERT_TRUE(AddSources(level, {box / "twins.zip", box / "in"}, Subfolders::Take));
     EXPECT_LT(listings.count, mostListings);
-    EXPECT_EQ(level.Files().size(), 2U * files + 2);
+    EXPECT_EQ(level.draft.files.size(), 2U * files + 2);
 }
 
 TEST_F(ManyFiles, StopIsHeardWithinASecondWheneverItComes)
@@ -106,19 +108,19 @@ TEST_F(ManyFiles, StopIsHeardWithinASecondWheneverItComes)
     box.Write("many.zip", ZipOf(files, "f", "x"));
     for (int wait = 20;; wait *= 2) {
         StopAfter progress{std::chrono::milliseconds{wait}};
-        NewLevel level{box.session, record, LevelMode::New, progress};
-        ASSERT_TRUE(level.Open());
-        const bool all = level.AddSources({box / "many.zip"});
+        Intake level{box.session, record, NewLevelSteps(), progress};
+        ASSERT_TRUE(OpenNewLevel(level));
+        const bool all = AddSources(level, {box / "many.zip"});
         EXPECT_LT(progress.WorkedSinceAsked(), 2) << wait; // sanitizers take their part
-        EXPECT_EQ(level.LastReport().stopped, !all);
+        EXPECT_EQ(level.draft.report.stopped, !all);
         EXPECT_FALSE(std::filesystem::exists(UnpackingFolder(box.session))) << wait;
         if (all) {
-            EXPECT_EQ(level.Files().size(), static_cast<std::size_t>(files));
+            EXPECT_EQ(level.draft.files.size(), static_cast<std::size_t>(files));
             break;
         }
         ASSERT_LT(wait, 100'000);
-        std::filesystem::remove_all(level.WorkFolder());
-        std::filesystem::create_directory(level.WorkFolder());
+        std::filesystem::remove_all(level.draft.workFolder);
+        std::filesystem::create_directory(level.draft.workFolder);
     }
 }
 
@@ -142,10 +144,10 @@ TEST_F(ManyFiles, WhatAKilledIntakeLeftHoldsUpNoOther)
     const auto trle = box.Snapshot("trle");
     box.Write("p.zip", BuildZip({{"level.tr4", "level"}}));
     StopAfter progress{std::chrono::hours{1}};
-    NewLevel level{box.session, record, LevelMode::New, progress};
-    ASSERT_TRUE(level.Open());
-    EXPECT_TRUE(level.AddSources({box / "p.zip"})) << box.host.AllTold();
-    EXPECT_EQ(level.Files().size(), 1U);
+    Intake level{box.session, record, NewLevelSteps(), progress};
+    ASSERT_TRUE(OpenNewLevel(level));
+    EXPECT_TRUE(AddSources(level, {box / "p.zip"})) << box.host.AllTold();
+    EXPECT_EQ(level.draft.files.size(), 1U);
     EXPECT_FALSE(std::filesystem::exists(left));
     EXPECT_EQ(box.Snapshot("trle"), trle);
     for (const auto& entry : std::filesystem::directory_iterator(box.session.programFolder))
@@ -165,12 +167,12 @@ TEST_F(ManyFiles, NoProgramIsStartedForEachOfManySmallPackages)
         box.AddTool(name, "echo run >>'" + (box / "runs").native() + "'\nexec '" +
                               platform::FindOnPath(name).native() + "' \"$@\"");
     StopAfter progress{std::chrono::hours{1}};
-    NewLevel level{box.session, record, LevelMode::New, progress};
-    ASSERT_TRUE(level.Open());
-    EXPECT_FALSE(level.AddSources({box / "outer.zip"}));
-    EXPECT_EQ(level.LastReport().failed, 1U) << box.host.AllTold();
+    Intake level{box.session, record, NewLevelSteps(), progress};
+    ASSERT_TRUE(OpenNewLevel(level));
+    EXPECT_FALSE(AddSources(level, {box / "outer.zip"}));
+    EXPECT_EQ(level.draft.report.failed, 1U) << box.host.AllTold();
     EXPECT_TRUE(box.host.WasTold("inner.zip"));
-    EXPECT_EQ(level.Files().size(), many + 1U);
+    EXPECT_EQ(level.draft.files.size(), many + 1U);
     EXPECT_EQ(box.Read("runs"), "run\n") << "for the one that the program cannot read";
     EXPECT_FALSE(FolderExists(UnpackingFolder(box.session)));
 }
@@ -181,11 +183,11 @@ TEST_F(ManyFiles, InnerPackagesShareOneCountOfEntries)
                                      {"inner0.zip", ZipOf(10'100, "f", "")},
                                      {"inner1.zip", ZipOf(10'100, "g", "")}}));
     StopAfter progress{std::chrono::hours{1}};
-    NewLevel level{box.session, record, LevelMode::New, progress};
-    ASSERT_TRUE(level.Open());
-    EXPECT_FALSE(level.AddSources({box / "outer.zip"}));
-    EXPECT_EQ(level.LastReport().failed, 1U) << box.host.AllTold();
-    EXPECT_EQ(level.Files().size(), 10'101U);
+    Intake level{box.session, record, NewLevelSteps(), progress};
+    ASSERT_TRUE(OpenNewLevel(level));
+    EXPECT_FALSE(AddSources(level, {box / "outer.zip"}));
+    EXPECT_EQ(level.draft.report.failed, 1U) << box.host.AllTold();
+    EXPECT_EQ(level.draft.files.size(), 10'101U);
     EXPECT_TRUE(box.host.WasTold("inner1.zip' holds 10100 files")) << box.host.AllTold();
 }
 

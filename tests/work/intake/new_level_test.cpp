@@ -1,8 +1,11 @@
-#include "intake/new_level.h"
+#include "intake/draft_sources.h"
 
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
 #include "history/history.h"
+#include "intake/draft_files.h"
+#include "intake/edit_level.h"
+#include "intake/intake_steps.h"
 #include "intake/language_choice.h"
 #include "intake/unpacking_place.h"
 #include "packages/level_config_file.h"
@@ -39,23 +42,29 @@ protected:
     }
 
     /// A record with its folders, as a level that comes in has it.
-    NewLevel& Begin()
+    Intake& Begin()
     {
         record.levelCode = NextLevelCode(box.session);
         EXPECT_TRUE(MakeLevelSubfolders(LevelHomeOf(box.session, record.levelCode)));
-        return Open(LevelMode::New);
+        return Open();
     }
     /// A level of the archive, opened for its properties.
-    NewLevel& Edit(const Files& files)
+    Intake& Edit(const Files& files)
     {
         box.AddLevel("Stored", files);
         record = box.session.archive.levels.back();
-        return Open(LevelMode::Properties);
+        return OpenToEdit();
     }
-    NewLevel& Open(LevelMode mode)
+    Intake& Open()
     {
-        opened.emplace(box.session, record, mode, *progress);
-        EXPECT_TRUE(opened->Open()) << box.host.AllTold();
+        opened.emplace(box.session, record, NewLevelSteps(), *progress);
+        EXPECT_TRUE(OpenNewLevel(*opened)) << box.host.AllTold();
+        return *opened;
+    }
+    Intake& OpenToEdit()
+    {
+        opened.emplace(box.session, record, EditSteps(), *progress);
+        EXPECT_TRUE(OpenEdit(*opened)) << box.host.AllTold();
         return *opened;
     }
     /// A package made by the real tool from what lies in a folder of the sandbox.
@@ -74,7 +83,7 @@ protected:
     [[nodiscard]] std::vector<std::string> Names() const
     {
         std::vector<std::string> names;
-        for (const Path& file : opened->Files())
+        for (const Path& file : opened->draft.files)
             names.push_back(file.filename().native());
         return names;
     }
@@ -86,7 +95,7 @@ protected:
     ToolBox box;
     std::unique_ptr<ProgressScope> progress;
     LevelRecord record;
-    std::optional<NewLevel> opened;
+    std::optional<Intake> opened;
 };
 
 TEST_F(NewLevelTest, APackageIsFlattenedAndDistributed)
@@ -108,15 +117,15 @@ TEST_F(NewLevelTest, APackageIsFlattenedAndDistributed)
     const Files before = box.Snapshot("my first level.zip");
     box.session.archive.header.compressLevels = true;
 
-    NewLevel& level = Begin();
-    ASSERT_TRUE(level.AddSources({box / "my first level.zip"})) << box.host.AllTold();
-    EXPECT_EQ(level.name, "my first level");
-    EXPECT_EQ(level.moreInfo, "Walkthrough.doc") << "an earlier word beats an earlier file";
+    Intake& level = Begin();
+    ASSERT_TRUE(AddSources(level, {box / "my first level.zip"})) << box.host.AllTold();
+    EXPECT_EQ(level.draft.name, "my first level");
+    EXPECT_EQ(level.draft.moreInfo, "Walkthrough.doc") << "an earlier word beats an earlier file";
     EXPECT_EQ(Names().size(), 10U) << "second.zip is unpacked, third.zip waits for a refresh";
-    level.Refresh();
-    EXPECT_EQ(level.FilesText(), "11 files (" + FormatSize(54) + ")");
-    level.note = "my note";
-    ASSERT_TRUE(level.Accept()) << box.host.AllTold();
+    Refresh(level);
+    EXPECT_EQ(level.draft.FilesText(), "11 files (" + FormatSize(54) + ")");
+    level.draft.note = "my note";
+    ASSERT_TRUE(Accept(level)) << box.host.AllTold();
 
     Files stored = Part("files");
     EXPECT_TRUE(stored.contains("level1.tr4.zl") && stored.contains("107.wav.zl"));
@@ -143,11 +152,11 @@ TEST_F(NewLevelTest, OtherKindsOfPackagesComeInToo)
     Shell("bsdtar -cf one.tar.gz -z -C in sub && bsdtar -cf two.7z --format 7zip -C in sub && "
           "bsdtar -cf three.iso --format iso9660 -C in sub");
     for (const char* package : {"one.tar.gz", "two.7z", "three.iso"}) {
-        NewLevel& level = Begin();
-        EXPECT_TRUE(level.AddSources({box / package})) << package << box.host.AllTold();
+        Intake& level = Begin();
+        EXPECT_TRUE(AddSources(level, {box / package})) << package << box.host.AllTold();
         ASSERT_EQ(Names().size(), 1U) << package;
         EXPECT_TRUE(EqualNames(Names()[0], "level.tr4")) << package;
-        EXPECT_EQ(level.name.find('.'), std::string::npos) << level.name;
+        EXPECT_EQ(level.draft.name.find('.'), std::string::npos) << level.draft.name;
         std::filesystem::remove_all(box / "levels/LEVEL_0001");
     }
 }
@@ -159,21 +168,21 @@ TEST_F(NewLevelTest, WhatCannotBeUnpackedIsNamedAndTheRestComesIn)
     Zip("in", "outer.zip");
     const std::string whole = box.Read("outer.zip");
     box.Write("cut.zip", whole.substr(0, whole.size() / 2));
-    NewLevel& level = Begin();
-    EXPECT_FALSE(level.AddSources({box / "cut.zip", box / "outer.zip"}));
+    Intake& level = Begin();
+    EXPECT_FALSE(AddSources(level, {box / "cut.zip", box / "outer.zip"}));
     EXPECT_TRUE(
         box.host.WasTold("Error while copying or unzipping file: " + (box / "cut.zip").native()));
     EXPECT_TRUE(box.host.WasTold("Error decompressing file: broken.zip"));
     EXPECT_TRUE(box.host.WasTold("It is still in the package that you gave"));
     EXPECT_EQ(Names(), (std::vector<std::string>{"level.tr4"}));
-    EXPECT_TRUE(level.Accept()) << "what could be taken makes a level";
+    EXPECT_TRUE(Accept(level)) << "what could be taken makes a level";
 
     // A zip that only the archive has is left alone.
     std::filesystem::remove_all(box / "levels/LEVEL_0001");
     record = {};
-    NewLevel& stored = Edit({{"a.tr4", "a"}, {"extra.zip", "PK no zip"}});
+    Intake& stored = Edit({{"a.tr4", "a"}, {"extra.zip", "PK no zip"}});
     EXPECT_TRUE(box.host.WasTold("It stays in the level as it is"));
-    EXPECT_EQ(stored.Files().size(), 2U);
+    EXPECT_EQ(stored.draft.files.size(), 2U);
     EXPECT_EQ(box.Read("levels/LEVEL_0001/files/extra.zip"), "PK no zip");
 }
 
@@ -193,12 +202,12 @@ TEST_F(NewLevelTest, NoFileIsLostBesideAnotherOne)
     box.Write("in/script.dat", "the outer script");
     box.Write("in/level.tr4", "level");
     Zip("in", "outer.zip");
-    NewLevel& level = Begin();
-    ASSERT_TRUE(level.AddSources({box / "outer.zip"})) << box.host.AllTold();
+    Intake& level = Begin();
+    ASSERT_TRUE(AddSources(level, {box / "outer.zip"})) << box.host.AllTold();
     EXPECT_EQ(box.Read("levels/LEVEL_0001/files/own.txt"), "own");
     EXPECT_TRUE(box.host.WasTold("readme.txt as readme_2.txt, script.dat as script.dat_2"));
     EXPECT_FALSE(box.host.WasTold("same.txt"));
-    level.Refresh();
+    Refresh(level);
     EXPECT_EQ(Part("files"), (Files{{"inner.txt", "inner"},
                                     {"level.tr4", "level"},
                                     {"own.txt", "own"},
@@ -215,7 +224,7 @@ TEST_F(NewLevelTest, NoFileIsLostBesideAnotherOne)
     box.host.told.clear();
     box.host.WillAsk("readme.txt", false);
     box.host.WillAsk("script.dat", true);
-    EXPECT_TRUE(level.AddSources({box / "in"}));
+    EXPECT_TRUE(AddSources(level, {box / "in"}));
     EXPECT_TRUE(box.host.WasTold("left out: link.tr4, up.")) << box.host.AllTold();
     EXPECT_EQ(box.Read("levels/LEVEL_0001/files/within.txt"), "same");
     EXPECT_EQ(box.Read("levels/LEVEL_0001/files/readme.txt"), "the inner one");
@@ -229,25 +238,25 @@ TEST_F(NewLevelTest, NamesOfAPackageAreReadAnewInTheChosenCodePage)
         BuildZip({{"\x8F\xE0\xAE\xE7\xE2\xA8.txt", "inner", madeByDos}, {"level.tr4", "level"}});
     box.Write("r.zip", BuildZip({{name, "outer", madeByDos}, {"inner.zip", inner}}));
     box.Write("own.txt", "own");
-    NewLevel& level = Begin();
-    ASSERT_TRUE(level.AddSources({box / "r.zip", box / "own.txt"})) << box.host.AllTold();
-    EXPECT_EQ(level.NamesReadAs(), "CP866");
+    Intake& level = Begin();
+    ASSERT_TRUE(AddSources(level, {box / "r.zip", box / "own.txt"})) << box.host.AllTold();
+    EXPECT_EQ(level.draft.namesReadAs, "CP866");
     const Files russian{{"level.tr4", "level"},
                         {"own.txt", "own"},
                         {"Карта.txt", "outer"},
                         {"Прочти.txt", "inner"}};
     EXPECT_EQ(Part("files"), russian);
-    ASSERT_TRUE(level.ReadNamesAs("CP437")) << box.host.AllTold();
-    EXPECT_EQ(level.NamesReadAs(), "CP437");
+    ASSERT_TRUE(ReadNamesAs(level, "CP437")) << box.host.AllTold();
+    EXPECT_EQ(level.draft.namesReadAs, "CP437");
     EXPECT_EQ(Part("files"), (Files{{"level.tr4", "level"},
                                     {"own.txt", "own"},
                                     {"èáαΓá.txt", "outer"},
                                     {"Åα«τΓ¿.txt", "inner"}}));
-    ASSERT_TRUE(level.ReadNamesAs("CP866"));
+    ASSERT_TRUE(ReadNamesAs(level, "CP866"));
     EXPECT_EQ(Part("files"), russian);
     // Without the package nothing goes.
     std::filesystem::remove(box / "r.zip");
-    EXPECT_FALSE(level.ReadNamesAs("CP437"));
+    EXPECT_FALSE(ReadNamesAs(level, "CP437"));
     EXPECT_TRUE(box.host.WasTold("r.zip"));
     EXPECT_EQ(Part("files"), russian);
 }
@@ -259,8 +268,8 @@ TEST_F(NewLevelTest, TheStoredFormOfAnArchiveComesInAsWhatItIsAndWithinTheLimits
     box.Write("in/deep/readme.txt.zl", CompressZlBytes("the packed one"));
     box.Write("in/deep/readme.txt", "the plain one");
     Zip("in", "p.zip");
-    NewLevel& level = Begin();
-    ASSERT_TRUE(level.AddSources({box / "p.zip"})) << box.host.AllTold();
+    Intake& level = Begin();
+    ASSERT_TRUE(AddSources(level, {box / "p.zip"})) << box.host.AllTold();
     const Files expected{{"level.tr4", "level"},
                          {"twice.wav", "wave"},
                          {"readme.txt", "the plain one"},
@@ -269,7 +278,7 @@ TEST_F(NewLevelTest, TheStoredFormOfAnArchiveComesInAsWhatItIsAndWithinTheLimits
     EXPECT_TRUE(box.host.WasTold("readme.txt.zl as readme_2.txt"));
     // A folder and a single file give the same.
     box.Write("one/other.tr4.zl", CompressZlBytes("other"));
-    ASSERT_TRUE(level.AddSources({box / "one", box / "in/level.tr4.zl"})) << box.host.AllTold();
+    ASSERT_TRUE(AddSources(level, {box / "one", box / "in/level.tr4.zl"})) << box.host.AllTold();
     EXPECT_EQ(Part("files")["other.tr4"], "other");
     EXPECT_EQ(Part("files").size(), 5U);
 
@@ -277,7 +286,7 @@ TEST_F(NewLevelTest, TheStoredFormOfAnArchiveComesInAsWhatItIsAndWithinTheLimits
     const Files before = Part("files");
     box.Write("bad/cut.tr4.zl", CompressZlBytes("level").substr(0, 6));
     Zip("bad", "bad.zip");
-    EXPECT_FALSE(level.AddSources({box / "bad.zip"}));
+    EXPECT_FALSE(AddSources(level, {box / "bad.zip"}));
     EXPECT_TRUE(box.host.WasTold("'cut.tr4.zl' of 'bad.zip' is in the form in which an archive"));
     const std::string zeros = CompressZlBytes(std::string(3 << 20, '\0'));
     for (const char* name : {"a", "b", "c"})
@@ -287,7 +296,7 @@ TEST_F(NewLevelTest, TheStoredFormOfAnArchiveComesInAsWhatItIsAndWithinTheLimits
     options.limits.alwaysAllowed = 8 << 20;
     options.limits.mostTimes = 10;
     SourceReport report;
-    const auto packed = CopyOrUnzipSource(box.session, box / "bomb.zip", level.WorkFolder(),
+    const auto packed = CopyOrUnzipSource(box.session, box / "bomb.zip", level.draft.workFolder,
                                           options, *progress, report);
     ASSERT_FALSE(packed);
     EXPECT_NE(packed.Error().subject.find("No level does that"), std::string::npos)
@@ -296,7 +305,7 @@ TEST_F(NewLevelTest, TheStoredFormOfAnArchiveComesInAsWhatItIsAndWithinTheLimits
     for (const char* name : {"a", "b", "c"})
         if (last)
             last = CopyOrUnzipSource(box.session, box / ("bomb/" + std::string{name} + ".tr4.zl"),
-                                     level.WorkFolder(), options, *progress, report);
+                                     level.draft.workFolder, options, *progress, report);
     EXPECT_FALSE(last) << "single files count together";
     Files after = Part("files");
     after.erase("a.tr4");
@@ -309,8 +318,8 @@ TEST_F(NewLevelTest, NamesThatDifferInCaseAloneAreNamedWhereverTheyComeFrom)
 {
     box.Write("in/A.TR4", "one");
     box.Write("in/a.tr4", "two");
-    NewLevel& level = Begin();
-    EXPECT_TRUE(level.AddSources({box / "in"}));
+    Intake& level = Begin();
+    EXPECT_TRUE(AddSources(level, {box / "in"}));
     EXPECT_TRUE(box.host.WasTold("were left out: a.tr4")) << box.host.AllTold();
     EXPECT_EQ(Part("files"), (Files{{"A.TR4", "one"}}));
     Shell("cd in && zip -q ../in.zip A.TR4 a.tr4 && bsdtar -cf ../in.tar A.TR4 a.tr4");
@@ -319,8 +328,8 @@ TEST_F(NewLevelTest, NamesThatDifferInCaseAloneAreNamedWhereverTheyComeFrom)
         std::filesystem::remove(box / "levels/LEVEL_0001/files/a.tr4");
         std::filesystem::remove(box / "levels/LEVEL_0001/files/A_2.TR4");
         box.host.told.clear();
-        level.Refresh();
-        EXPECT_TRUE(level.AddSources({box / package}));
+        Refresh(level);
+        EXPECT_TRUE(AddSources(level, {box / package}));
         EXPECT_TRUE(box.host.WasTold("A.TR4 as A_2.TR4")) << package << box.host.AllTold();
         EXPECT_EQ(Part("files"), (Files{{"a.tr4", "two"}, {"A_2.TR4", "one"}})) << package;
     }
@@ -350,9 +359,9 @@ TEST_F(NewLevelTest, ALevelThatIsStillInsideAProgramIsToldOf)
         for (const std::string source : {"in", "level.zip"}) {
             std::filesystem::remove_all(box / "levels/LEVEL_0001");
             box.host.told.clear();
-            NewLevel& level = Begin();
-            EXPECT_TRUE(level.AddSources({box / source}));
-            level.Refresh();
+            Intake& level = Begin();
+            EXPECT_TRUE(AddSources(level, {box / source}));
+            Refresh(level);
             EXPECT_EQ(box.host.told.size(), entry.words.empty() ? 0U : 1U) << box.host.AllTold();
             EXPECT_TRUE(entry.words.empty() || box.host.WasTold(entry.words))
                 << entry.words << box.host.AllTold();
@@ -363,8 +372,8 @@ TEST_F(NewLevelTest, ALevelThatIsStillInsideAProgramIsToldOf)
     box.Write("out/inner.zip", BuildZip({{"inside.tr4", "level"}}));
     std::filesystem::remove_all(box / "levels/LEVEL_0001");
     box.host.told.clear();
-    NewLevel& level = Begin();
-    EXPECT_TRUE(level.AddSources({box / "out"}));
+    Intake& level = Begin();
+    EXPECT_TRUE(AddSources(level, {box / "out"}));
     EXPECT_EQ(box.host.AllTold(), "");
 }
 
@@ -377,8 +386,8 @@ TEST_F(NewLevelTest, ManyNamesInAMessageAreBounded)
     }
     box.Write("in/a/" + std::string(240, 'n'), "one");
     box.Write("in/b/" + std::string(240, 'n'), "two");
-    NewLevel& level = Begin();
-    EXPECT_TRUE(level.AddSources({box / "in"}, Subfolders::Take));
+    Intake& level = Begin();
+    EXPECT_TRUE(AddSources(level, {box / "in"}, Subfolders::Take));
     EXPECT_TRUE(box.host.WasTold("b/0.txt, ")) << box.host.AllTold();
     EXPECT_TRUE(box.host.WasTold("and 991 more"));
     EXPECT_LT(box.host.AllTold().size(), 600U);
@@ -390,12 +399,12 @@ TEST_F(NewLevelTest, PackagesInAPackageCountTogether)
           "mv 1.wav 2.wav && zip -q1 ../out/2.zip 2.wav && mv 2.wav 3.wav && "
           "zip -q1 ../out/3.zip 3.wav && rm 3.wav && echo level >../out/a.tr4");
     Zip("out", "down/three.zip");
-    NewLevel& level = Begin();
-    level.AddSources({box / "down/three.zip"});
+    Intake& level = Begin();
+    AddSources(level, {box / "down/three.zip"});
     // Two are within what any package may become, all three are not.
     EXPECT_EQ(Names(), (std::vector<std::string>{"1.wav", "2.wav", "a.tr4"}));
     EXPECT_TRUE(box.host.WasTold("3.zip")) << box.host.AllTold();
-    level.Refresh();
+    Refresh(level);
     EXPECT_EQ(Names().size(), 3U);
 }
 
@@ -407,21 +416,21 @@ TEST_F(NewLevelTest, AFolderComesWithItsSubfoldersWhenThePersonWantsThem)
     box.Write("in/twin/level.tr4", "level");
     box.Write("pack/readme.txt", "from the zip");
     Zip("pack", "in/sub/more.zip");
-    NewLevel& level = Begin();
+    Intake& level = Begin();
     box.host.WillAsk("In folder \"in\" there are also sub folders.\r\n\r\nWould", false);
-    EXPECT_TRUE(level.AddSources({box / "in"}));
+    EXPECT_TRUE(AddSources(level, {box / "in"}));
     EXPECT_EQ(Names(), (std::vector<std::string>{"level.tr4"}));
     box.host.WillAsk("there are also sub folders", true);
-    EXPECT_TRUE(level.AddSources({box / "in"}));
+    EXPECT_TRUE(AddSources(level, {box / "in"}));
     EXPECT_EQ(Names(), (std::vector<std::string>{"a.wav", "level.tr4", "readme.txt"}));
     EXPECT_TRUE(box.host.WasTold("twin/A.WAV")) << "another file of that name is named";
     EXPECT_FALSE(box.host.WasTold("twin/level.tr4")) << "the same file twice is no matter";
-    EXPECT_EQ(level.name, "in");
-    EXPECT_FALSE(level.AddSources({box / "none"}));
+    EXPECT_EQ(level.draft.name, "in");
+    EXPECT_FALSE(AddSources(level, {box / "none"}));
     EXPECT_TRUE(box.host.WasTold("is not there: " + (box / "none").native()));
     // The archive's own folder around the level gives no file to itself.
     box.Write("levels/other.tr4", "other");
-    EXPECT_TRUE(level.AddSources({box / "levels"}, Subfolders::Take)) << box.host.AllTold();
+    EXPECT_TRUE(AddSources(level, {box / "levels"}, Subfolders::Take)) << box.host.AllTold();
     EXPECT_EQ(Names().size(), 4U);
 }
 
@@ -445,15 +454,15 @@ TEST_F(NewLevelTest, ASourceThatIsStillWrittenToIsNamed)
     private:
         Path file_;
     };
-    NewLevel& level = Begin();
+    Intake& level = Begin();
     {
         const Download running{box / "in/level.tr4"};
-        EXPECT_FALSE(level.AddSources({box / "in"}, Subfolders::Take));
+        EXPECT_FALSE(AddSources(level, {box / "in"}, Subfolders::Take));
     }
-    EXPECT_EQ(level.LastReport().failed, 1U);
+    EXPECT_EQ(level.draft.report.failed, 1U);
     EXPECT_TRUE(box.host.WasTold("were written to while they were taken in")) << box.host.AllTold();
-    EXPECT_TRUE(level.AddSources({box / "in"}, Subfolders::Take)) << box.host.AllTold();
-    EXPECT_EQ(level.LastReport().failed, 0U);
+    EXPECT_TRUE(AddSources(level, {box / "in"}, Subfolders::Take)) << box.host.AllTold();
+    EXPECT_EQ(level.draft.report.failed, 0U);
 }
 
 TEST_F(NewLevelTest, OfASourceThatCannotBeReadWholeTheRestComesInAndTheLossIsNamed)
@@ -469,22 +478,22 @@ TEST_F(NewLevelTest, OfASourceThatCannotBeReadWholeTheRestComesInAndTheLossIsNam
         ::close(std::exchange(place, next));
     }
     ::close(place);
-    NewLevel& level = Begin();
-    EXPECT_FALSE(level.AddSources({box / "in"}, Subfolders::Take));
-    EXPECT_EQ(level.LastReport().failed, 1U);
+    Intake& level = Begin();
+    EXPECT_FALSE(AddSources(level, {box / "in"}, Subfolders::Take));
+    EXPECT_EQ(level.draft.report.failed, 1U);
     EXPECT_TRUE(box.host.WasTold("could not be read. Nothing of it was copied"));
     EXPECT_EQ(Names(), (std::vector<std::string>{"level.tr4", "more.txt"}));
 
     Shell("mkfifo pipe");
-    EXPECT_FALSE(level.AddSources({box / "pipe"}));
+    EXPECT_FALSE(AddSources(level, {box / "pipe"}));
     EXPECT_TRUE(box.host.WasTold("neither a file nor a folder"));
     BuiltEntry bad{"bad.txt", "what it was"};
     bad.packed = "what it is ";
     box.Write("part.zip", BuildZip({{"good.txt", "good"}, bad}));
-    EXPECT_FALSE(level.AddSources({box / "part.zip"}));
+    EXPECT_FALSE(AddSources(level, {box / "part.zip"}));
     EXPECT_EQ(Names().size(), 2U);
-    level.keepGoing = true;
-    EXPECT_FALSE(level.AddSources({box / "part.zip"}));
+    level.draft.keepGoing = true;
+    EXPECT_FALSE(AddSources(level, {box / "part.zip"}));
     EXPECT_TRUE(box.host.WasTold("did not come whole out of the package 'part.zip'"));
     EXPECT_EQ(Names(), (std::vector<std::string>{"good.txt", "level.tr4", "more.txt"}));
 }
@@ -496,62 +505,62 @@ TEST_F(NewLevelTest, ASecondPackageAsksBeforeItReplacesAFile)
     Zip("in", "one.zip");
     box.Write("in/script.dat", "other script");
     Zip("in", "two.zip");
-    NewLevel& level = Begin();
-    ASSERT_TRUE(level.AddSources({box / "one.zip"}));
+    Intake& level = Begin();
+    ASSERT_TRUE(AddSources(level, {box / "one.zip"}));
     box.host.WillAsk("script.dat", false);
-    ASSERT_TRUE(level.AddSources({box / "two.zip"}));
+    ASSERT_TRUE(AddSources(level, {box / "two.zip"}));
     EXPECT_EQ(Part("files")["script.dat"], "script");
     box.host.WillAsk("script.dat", true);
-    ASSERT_TRUE(level.AddSources({box / "two.zip"}));
+    ASSERT_TRUE(AddSources(level, {box / "two.zip"}));
     EXPECT_EQ(Part("files")["script.dat"], "other script");
-    EXPECT_EQ(level.name, "one") << "a name that is there stays";
+    EXPECT_EQ(level.draft.name, "one") << "a name that is there stays";
 }
 
 TEST_F(NewLevelTest, AStopEndsTheSourcesAndLeavesTheLevelOpen)
 {
     for (int i = 0; i < 50; ++i)
         box.Write("in/file" + std::to_string(i) + ".txt", "text");
-    NewLevel& level = Begin();
+    Intake& level = Begin();
     box.host.StopAtStep(20);
-    EXPECT_FALSE(level.AddSources({box / "in"}));
-    EXPECT_TRUE(level.LastReport().stopped);
+    EXPECT_FALSE(AddSources(level, {box / "in"}));
+    EXPECT_TRUE(level.draft.report.stopped);
     EXPECT_TRUE(box.host.told.empty()) << box.host.AllTold();
-    EXPECT_LT(level.Files().size(), 50U);
+    EXPECT_LT(level.draft.files.size(), 50U);
 }
 
 TEST_F(NewLevelTest, TheChooserRemembersItsFolderAndALevelOnCdTakesNothing)
 {
     box.session.preferences.downloadFolder = "c:\\";
     box.Write("loads/level.tr4", "level");
-    NewLevel& level = Begin();
+    Intake& level = Begin();
     box.host.WillChoose("Select source file (zip or other)", std::nullopt);
-    EXPECT_FALSE(level.AddChosenFile());
+    EXPECT_FALSE(AddChosenFile(level));
     box.host.WillChoose("Select source file (zip or other)", box / "loads/level.tr4");
-    EXPECT_TRUE(level.AddChosenFile());
+    EXPECT_TRUE(AddChosenFile(level));
     EXPECT_EQ(box.session.preferences.downloadFolder, (box / "loads").native());
-    EXPECT_EQ(level.name, "level");
-    EXPECT_FALSE(level.RemoveFile({}));
+    EXPECT_EQ(level.draft.name, "level");
+    EXPECT_FALSE(RemoveFile(level, {}));
     EXPECT_TRUE(box.host.WasTold("No file selected"));
     box.host.WillAsk("Are you sure to remove file: level.tr4", true);
-    EXPECT_TRUE(level.RemoveFile(level.Files().front()));
-    EXPECT_TRUE(level.Files().empty());
-    EXPECT_FALSE(level.Accept());
+    EXPECT_TRUE(RemoveFile(level, level.draft.files.front()));
+    EXPECT_TRUE(level.draft.files.empty());
+    EXPECT_FALSE(Accept(level));
     EXPECT_TRUE(box.host.WasTold("Missing tr4 files"));
-    level.name = "  ";
-    EXPECT_FALSE(level.Accept());
+    level.draft.name = "  ";
+    EXPECT_FALSE(Accept(level));
     EXPECT_TRUE(box.host.WasTold("You must set a name for new level"));
 
     record = {};
     record.levelCode = 5;
     record.cdNumber = 1;
     box.session.archive.levels.push_back(record);
-    NewLevel onCd{box.session, record, LevelMode::Properties, *progress};
-    ASSERT_TRUE(onCd.Open());
+    Intake onCd{box.session, record, EditSteps(), *progress};
+    ASSERT_TRUE(OpenEdit(onCd));
     EXPECT_TRUE(box.host.WasTold("Cd missing. Main files will not be showed"));
-    EXPECT_FALSE(onCd.AddSources({box / "loads"}));
+    EXPECT_FALSE(AddSources(onCd, {box / "loads"}));
     EXPECT_TRUE(box.host.WasTold("Current level is also on cd. \r\nYou can not modify"));
-    onCd.name = "A name for it";
-    EXPECT_TRUE(onCd.Accept()) << "its texts may be changed";
+    onCd.draft.name = "A name for it";
+    EXPECT_TRUE(Accept(onCd)) << "its texts may be changed";
 }
 
 TEST_F(NewLevelTest, TheConfigurationFileFillsTheTextsAndIsNotStored)
@@ -569,30 +578,30 @@ TEST_F(NewLevelTest, TheConfigurationFileFillsTheTextsAndIsNotStored)
     box.Write("in/readme.txt", "read");
     ASSERT_TRUE(WriteLevelConfig(box.host, box / "in/Kestrova.CFG", config));
     Zip("in", "p.zip");
-    NewLevel& level = Begin();
-    ASSERT_TRUE(level.AddSources({box / "p.zip"}));
-    EXPECT_EQ(level.name, "The real name");
-    EXPECT_EQ(level.note, "its note");
-    EXPECT_EQ(level.moreInfo, "about.htm");
+    Intake& level = Begin();
+    ASSERT_TRUE(AddSources(level, {box / "p.zip"}));
+    EXPECT_EQ(level.draft.name, "The real name");
+    EXPECT_EQ(level.draft.note, "its note");
+    EXPECT_EQ(level.draft.moreInfo, "about.htm");
     EXPECT_EQ(record.authorName, "An author");
     EXPECT_EQ(record.authorEmails, config.authorEmails);
     EXPECT_TRUE(box.host.WasTold("audio files of a game CD")) << "what it cannot fetch is said";
     EXPECT_EQ(Names(), (std::vector<std::string>{"about.htm", "level.tr4", "readme.txt"}));
     box.Write("kestrova.cfg", "a later one is deleted unread");
-    ASSERT_TRUE(level.AddSources({box / "kestrova.cfg"}));
-    EXPECT_EQ(level.name, "The real name");
-    EXPECT_EQ(level.Files().size(), 3U);
-    level.Cancel();
+    ASSERT_TRUE(AddSources(level, {box / "kestrova.cfg"}));
+    EXPECT_EQ(level.draft.name, "The real name");
+    EXPECT_EQ(level.draft.files.size(), 3U);
+    GiveUp(level);
     EXPECT_EQ(record.authorName, "") << "the record is as it was";
 
     // One that cannot be read is told, and does not become a file of the level.
     std::filesystem::remove_all(box / "levels/LEVEL_0001");
     record = {};
     box.Write("in/Kestrova.CFG", "none at all");
-    NewLevel& other = Begin();
-    ASSERT_TRUE(other.AddSources({box / "in"}));
+    Intake& other = Begin();
+    ASSERT_TRUE(AddSources(other, {box / "in"}));
     EXPECT_TRUE(box.host.WasTold("Error reading config file: "));
-    ASSERT_TRUE(other.Accept()) << box.host.AllTold();
+    ASSERT_TRUE(Accept(other)) << box.host.AllTold();
     EXPECT_EQ(Part("files").count("kestrova.cfg"), 0U);
     EXPECT_EQ(Part("files").count("level.tr4"), 1U);
 }
@@ -608,17 +617,17 @@ TEST_F(NewLevelTest, NoProgramIsTakenForADocumentNorKeepsTheRightsOfOne)
         fs::permissions(box / "in" / name, fs::perms::all | fs::perms::set_uid);
     Shell("mkfifo in/Install.txt && cd in && bsdtar -cf ../in.tar *");
     for (const char* source : {"in", "in.tar"}) {
-        NewLevel& level = Begin();
-        (void)level.AddSources({box / source});
-        EXPECT_EQ(level.moreInfo, "game notes.rtf") << source;
-        ASSERT_EQ(level.Files().size(), 4U) << source;
-        for (const Path& file : level.Files())
+        Intake& level = Begin();
+        (void)AddSources(level, {box / source});
+        EXPECT_EQ(level.draft.moreInfo, "game notes.rtf") << source;
+        ASSERT_EQ(level.draft.files.size(), 4U) << source;
+        for (const Path& file : level.draft.files)
             EXPECT_EQ(platform::FactsOf(file).mode, 0644U) << source << file;
-        level.OpenFile(level.WorkFolder() / "game notes.rtf");
+        OpenFile(level, level.draft.workFolder / "game notes.rtf");
         box.host.WillAsk("Readme.desktop is no text, page or picture", false);
-        level.OpenFile(level.WorkFolder() / "Readme.desktop");
-        level.Cancel();
-        fs::remove_all(level.WorkFolder());
+        OpenFile(level, level.draft.workFolder / "Readme.desktop");
+        GiveUp(level);
+        fs::remove_all(level.draft.workFolder);
     }
     EXPECT_EQ(box.machine.opened.size(), 2U);
     // Neither does the level's own configuration file choose one.
@@ -626,10 +635,10 @@ TEST_F(NewLevelTest, NoProgramIsTakenForADocumentNorKeepsTheRightsOfOne)
     config.name = "Trap";
     config.moreInfo = "Readme.desktop";
     ASSERT_TRUE(WriteLevelConfig(box.host, box / "in/kestrova.cfg", config));
-    NewLevel& level = Begin();
-    (void)level.AddSources({box / "in"});
-    EXPECT_EQ(level.name, "Trap");
-    EXPECT_EQ(level.moreInfo, "");
+    Intake& level = Begin();
+    (void)AddSources(level, {box / "in"});
+    EXPECT_EQ(level.draft.name, "Trap");
+    EXPECT_EQ(level.draft.moreInfo, "");
 }
 
 TEST_F(NewLevelTest, OneLanguageFileStays)
@@ -667,43 +676,43 @@ TEST_F(NewLevelTest, OneLanguageFileStays)
 
 TEST_F(NewLevelTest, ALevelThatIsThereAlreadyIsAskedFor)
 {
-    NewLevel& first = Begin();
+    Intake& first = Begin();
     box.Write("in/same.tr4", "12345");
-    ASSERT_TRUE(first.AddSources({box / "in"}));
-    ASSERT_TRUE(first.Accept());
+    ASSERT_TRUE(AddSources(first, {box / "in"}));
+    ASSERT_TRUE(Accept(first));
     box.session.archive.levels.push_back(record);
     std::filesystem::rename(box / "in/same.tr4", box / "in/SAME.tr4");
     record = {};
-    NewLevel& second = Begin();
-    ASSERT_TRUE(second.AddSources({box / "in"}));
+    Intake& second = Begin();
+    ASSERT_TRUE(AddSources(second, {box / "in"}));
     box.host.WillAsk("current tr4 file \"SAME.tr4\"\r\n has same name and same size of tr4 file in "
                      "level \"in\"\r\n\r\nHowever",
                      false);
-    EXPECT_FALSE(second.Accept());
-    EXPECT_TRUE(second.Cancelled());
+    EXPECT_FALSE(Accept(second));
+    EXPECT_TRUE(second.draft.givenUp);
     box.session.preferences.checkEqualLevels = false;
-    NewLevel& third = Open(LevelMode::New);
-    third.name = "again";
-    EXPECT_TRUE(third.Accept()) << "not asked when the preference is off";
+    Intake& third = Open();
+    third.draft.name = "again";
+    EXPECT_TRUE(Accept(third)) << "not asked when the preference is off";
 }
 
 TEST_F(NewLevelTest, PropertiesStoreOnlyWhatChanged)
 {
     const Path stored = box / "levels/LEVEL_0001/files/a.tr4";
-    NewLevel& level = Edit({{"a.tr4", "aaaa"}, {"script.dat", "s"}});
+    Intake& level = Edit({{"a.tr4", "aaaa"}, {"script.dat", "s"}});
     box.session.archive.header.compressLevels = true;
-    EXPECT_EQ(level.name, "Stored");
-    EXPECT_EQ(level.SizeText(), "Level size: 0 + 0 = 0");
-    level.name = "Renamed";
-    ASSERT_TRUE(level.Accept());
+    EXPECT_EQ(level.draft.name, "Stored");
+    EXPECT_EQ(level.draft.SizeText(), "Level size: 0 + 0 = 0");
+    level.draft.name = "Renamed";
+    ASSERT_TRUE(Accept(level));
     EXPECT_EQ(record.levelName, "Renamed");
     EXPECT_TRUE(FileExists(stored)) << "nothing was compressed, as nothing changed";
     EXPECT_EQ(record.filesSize, 0);
 
     // Another date is a change.
-    NewLevel& again = Open(LevelMode::Properties);
+    Intake& again = OpenToEdit();
     std::filesystem::last_write_time(stored, std::filesystem::file_time_type{});
-    ASSERT_TRUE(again.Accept());
+    ASSERT_TRUE(Accept(again));
     EXPECT_EQ(Part("files").count("a.tr4.zl"), 1U);
     EXPECT_GT(record.filesSize, 0);
 
@@ -711,38 +720,38 @@ TEST_F(NewLevelTest, PropertiesStoreOnlyWhatChanged)
     // place of a compressed one leaves no twin.
     box.Write("in/b.tr4", "bb");
     box.Write("in/a.tr4", "longer a");
-    NewLevel& joined = Open(LevelMode::Properties);
-    ASSERT_TRUE(joined.AddSources({box / "in/b.tr4"}));
-    ASSERT_TRUE(joined.Accept());
+    Intake& joined = OpenToEdit();
+    ASSERT_TRUE(AddSources(joined, {box / "in/b.tr4"}));
+    ASSERT_TRUE(Accept(joined));
     const auto index = ReadTr4InfOf(box.session, 1);
     ASSERT_TRUE(index && index->size() == 2);
-    NewLevel& replaced = Open(LevelMode::Properties);
-    ASSERT_TRUE(replaced.AddSources({box / "in/a.tr4"}));
+    Intake& replaced = OpenToEdit();
+    ASSERT_TRUE(AddSources(replaced, {box / "in/a.tr4"}));
     EXPECT_EQ(Names(), (std::vector<std::string>{"a.tr4", "b.tr4.zl", "script.dat"}));
-    replaced.Cancel();
+    GiveUp(replaced);
 }
 
 TEST_F(NewLevelTest, PropertiesOnAnExpandedCopyStoreItAnewOrDropIt)
 {
     box.session.archive.header.compressLevels = true;
-    NewLevel& first = Begin();
+    Intake& first = Begin();
     box.Write("in/a.tr4", "aaaa");
-    ASSERT_TRUE(first.AddSources({box / "in"}));
-    ASSERT_TRUE(first.Accept());
+    ASSERT_TRUE(AddSources(first, {box / "in"}));
+    ASSERT_TRUE(Accept(first));
     const Files before = Part("files");
     box.session.preferences.noDecompressInProperties = false;
-    NewLevel& level = Open(LevelMode::Properties);
+    Intake& level = OpenToEdit();
     EXPECT_EQ(Names(), (std::vector<std::string>{"a.tr4"})) << "shown as it is without compression";
     box.Write("b.tr4", "bb");
-    ASSERT_TRUE(level.AddSources({box / "b.tr4"}));
-    const Path temp = level.WorkFolder();
-    level.Cancel();
+    ASSERT_TRUE(AddSources(level, {box / "b.tr4"}));
+    const Path temp = level.draft.workFolder;
+    GiveUp(level);
     EXPECT_FALSE(FolderExists(temp));
     EXPECT_EQ(Part("files"), before);
 
-    NewLevel& kept = Open(LevelMode::Properties);
-    ASSERT_TRUE(kept.AddSources({box / "b.tr4"}));
-    ASSERT_TRUE(kept.Accept());
+    Intake& kept = OpenToEdit();
+    ASSERT_TRUE(AddSources(kept, {box / "b.tr4"}));
+    ASSERT_TRUE(Accept(kept));
     EXPECT_FALSE(FolderExists(temp));
     EXPECT_EQ(Part("files").size(), 2U);
     EXPECT_EQ(Part("files").count("b.tr4.zl"), 1U);
@@ -750,7 +759,7 @@ TEST_F(NewLevelTest, PropertiesOnAnExpandedCopyStoreItAnewOrDropIt)
 
 TEST_F(NewLevelTest, OfTwoDifferentSavegamesBothAreKept)
 {
-    NewLevel& level = Edit({{"a.tr4", "a"}});
+    Intake& level = Edit({{"a.tr4", "a"}});
     const std::string old = SavegameBytes("Mine", 7);
     const std::string incoming = SavegameBytes("Theirs", 9);
     box.Write("levels/LEVEL_0001/backup_savegames/savegame.0", old);
@@ -758,10 +767,10 @@ TEST_F(NewLevelTest, OfTwoDifferentSavegamesBothAreKept)
     box.Write("levels/LEVEL_0001/screenshots/view.jpg", "my picture");
     for (const char* name : {"savegame.0", "savegame.1", "savegame.2", "view.jpg"})
         box.Write(std::string("in/") + name, name[0] == 'v' ? "their picture" : incoming);
-    ASSERT_TRUE(level.AddSources({box / "in"}));
+    ASSERT_TRUE(AddSources(level, {box / "in"}));
     box.host.WillAsk("savegame.0", true);
     box.host.WillAsk("savegame.1", false);
-    ASSERT_TRUE(level.Accept()) << box.host.AllTold();
+    ASSERT_TRUE(Accept(level)) << box.host.AllTold();
     EXPECT_EQ(Part("backup_savegames"),
               (Files{{"savegame.0", incoming}, {"savegame.1", old}, {"savegame.2", incoming}}));
     EXPECT_EQ(Part("screenshots")["view.jpg"], "their picture");

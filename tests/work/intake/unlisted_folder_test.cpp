@@ -1,7 +1,9 @@
+#include "intake/draft_sources.h"
+#include "intake/edit_level.h"
 #include "intake/file_placing.h"
 #include "intake/files_before.h"
+#include "intake/intake_steps.h"
 #include "intake/language_choice.h"
-#include "intake/new_level.h"
 #include "sandbox/faults.h"
 #include "world/world.h"
 
@@ -99,11 +101,11 @@ TEST(FailedLook, OfSavegamesAndPicturesThatComeInNoneIsLost)
         box.Write("levels/LEVEL_0001/screenshots/view.jpg", "my picture");
         box.Write("in/savegame.0", theirs);
         box.Write("in/view.jpg", "their picture");
-        NewLevel level{box.session, record, LevelMode::Properties, *progress};
-        EXPECT_TRUE(level.Open() && level.AddSources({box / "in"})) << box.host.AllTold();
-        const FaultRun run = failing([&] { return level.Accept(); });
+        Intake level{box.session, record, EditSteps(), *progress};
+        EXPECT_TRUE(OpenEdit(level) && AddSources(level, {box / "in"})) << box.host.AllTold();
+        const FaultRun run = failing([&] { return Accept(level); });
         if (!run.answer)
-            level.PutBack();
+            PutBack(level);
         std::set<std::string> contents;
         for (const auto& [file, content] : box.Snapshot(""))
             contents.insert(content);

@@ -4,7 +4,7 @@
 #include "archive/tr4_index.h"
 #include "history/history.h"
 #include "history/standing.h"
-#include "intake/add_level.h"
+#include "intake/edit_level.h"
 #include "levels/level_life.h"
 #include "levels/original_level.h"
 #include "sandbox/faults.h"
@@ -196,7 +196,7 @@ TEST_F(LevelLife, WhileTheArchivesFolderIsGoneNoLevelComesGoesOrIsEdited)
     std::filesystem::rename(box / "levels", box / "unplugged");
     LevelRecord level;
     const auto progress = box.host.BeginProgress(ProgressWindow::Wait, {});
-    const auto nobody = [](NewLevel&) { return ADD_FAILURE() << "shown", true; };
+    const auto nobody = [](Intake&) { return ADD_FAILURE() << "shown", true; };
     for (const LevelFolders folders : {LevelFolders::Ask, LevelFolders::Remove, LevelFolders::Keep})
         EXPECT_FALSE(RemoveLevel(box.session, 1, folders));
     EXPECT_FALSE(BeginNewLevel(box.session, level));

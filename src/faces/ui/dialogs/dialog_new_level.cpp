@@ -1,5 +1,7 @@
 #include "ui/dialogs/dialog_new_level.h"
 
+#include "intake/draft_files.h"
+#include "intake/draft_sources.h"
 #include "packages/name_pages.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
@@ -152,29 +154,29 @@ QLayout* NewLevelDialog::MakeProgress()
 void NewLevelDialog::Connect()
 {
     connect(name_, &QLineEdit::textChanged, this,
-            [this](const QString& text) { level_->name = FromQt(text); });
+            [this](const QString& text) { level_->draft.name = FromQt(text); });
     connect(note_, &QLineEdit::textChanged, this,
-            [this](const QString& text) { level_->note = FromQt(text); });
+            [this](const QString& text) { level_->draft.note = FromQt(text); });
     connect(moreInfo_, &QComboBox::activated, this, [this](int row) {
         choseMoreInfo_ = true;
-        level_->moreInfo = row == 0 ? std::string{} : FromQt(moreInfo_->itemText(row));
+        level_->draft.moreInfo = row == 0 ? std::string{} : FromQt(moreInfo_->itemText(row));
     });
     connect(names_, &QComboBox::activated, this, [this](int row) {
         const std::string page = FromQt(names_->itemData(row).toString());
-        if (page != level_->NamesReadAs())
-            Run([this, page] { level_->ReadNamesAs(page); });
+        if (page != level_->draft.namesReadAs)
+            Run([this, page] { ReadNamesAs(*level_, page); });
     });
     const auto step = [this](QPushButton* button, auto work) {
         connect(button, &QPushButton::clicked, this, [this, work] { Run(work); });
     };
-    step(addFile_, [this] { level_->AddChosenFile(); });
-    step(addFolder_, [this] { level_->AddChosenFolder(); });
-    step(remove_, [this] { level_->RemoveFile(SelectedFile()); });
-    step(refresh_, [this] { level_->Refresh(); });
-    step(setMyLanguage_, [this] { level_->SetMyLanguage(); });
+    step(addFile_, [this] { AddChosenFile(*level_); });
+    step(addFolder_, [this] { AddChosenFolder(*level_); });
+    step(remove_, [this] { RemoveFile(*level_, SelectedFile()); });
+    step(refresh_, [this] { Refresh(*level_); });
+    step(setMyLanguage_, [this] { SetMyLanguage(*level_); });
     connect(files_, &QTreeWidget::itemActivated, this, [this] {
         if (const Path file = SelectedFile(); !file.empty())
-            Run([this, file] { level_->OpenFile(file); });
+            Run([this, file] { OpenFile(*level_, file); });
     });
     connect(new QShortcut(Qt::Key_Delete, files_, nullptr, nullptr, Qt::WidgetShortcut),
             &QShortcut::activated, remove_, &QPushButton::click);
@@ -192,17 +194,18 @@ template <class Work> void NewLevelDialog::Run(Work work)
         progress_.End();
     }
     ShowLevel();
+    if (level_->draft.givenUp)
+        QDialog::reject();
 }
 
-bool NewLevelDialog::Show(NewLevel& level, std::vector<Path> sources)
+bool NewLevelDialog::Show(Intake& level, std::vector<Path> sources)
 {
     level_ = &level;
-    filledName_ = level.name;
-    filledNote_ = level.note;
+    filledName_ = level.draft.name;
+    filledNote_ = level.draft.note;
     choseMoreInfo_ = false;
-    setWindowTitle(
-        Words(level.Mode() == LevelMode::New ? Msg::NewLevelTitle : Msg::LevelPropertiesTitle));
-    info_->setText(ToQt(level.Mode() == LevelMode::New ? std::string{} : level.SizeText()));
+    setWindowTitle(Words(level.draft.inArchive ? Msg::LevelPropertiesTitle : Msg::NewLevelTitle));
+    info_->setText(ToQt(level.draft.inArchive ? level.draft.SizeText() : std::string{}));
     progress_.End();
     ShowLevel();
     name_->setFocus();
@@ -215,27 +218,27 @@ bool NewLevelDialog::Show(NewLevel& level, std::vector<Path> sources)
 
 void NewLevelDialog::AddSources(const std::vector<Path>& sources)
 {
-    Run([this, &sources] { level_->AddSources(sources); });
+    Run([this, &sources] { kestrova::AddSources(*level_, sources); });
 }
 
 void NewLevelDialog::ShowLevel()
 {
-    if (name_->text() != ToQt(level_->name)) {
-        filledName_ = level_->name;
-        name_->setText(ToQt(level_->name));
+    if (name_->text() != ToQt(level_->draft.name)) {
+        filledName_ = level_->draft.name;
+        name_->setText(ToQt(level_->draft.name));
     }
-    if (note_->text() != ToQt(level_->note)) {
-        filledNote_ = level_->note;
-        note_->setText(ToQt(level_->note));
+    if (note_->text() != ToQt(level_->draft.note)) {
+        filledNote_ = level_->draft.note;
+        note_->setText(ToQt(level_->draft.note));
         note_->setCursorPosition(0); // a long one is read from its beginning
     }
     ShowFiles();
     ShowMoreInfo();
     ShowNamesPage();
-    size_->setText(ToQt(level_->FilesText()));
-    setMyLanguage_->setEnabled(level_->CanSetLanguage());
+    size_->setText(ToQt(level_->draft.FilesText()));
+    setMyLanguage_->setEnabled(level_->draft.canSetLanguage);
     for (QPushButton* button : {addFile_, addFolder_, remove_})
-        button->setToolTip(level_->OnCd() ? Words(Msg::LevelOnCd, {lineBreak}) : QString());
+        button->setToolTip(level_->draft.OnCd() ? Words(Msg::LevelOnCd, {lineBreak}) : QString());
 }
 
 void NewLevelDialog::ShowFiles()
@@ -243,8 +246,8 @@ void NewLevelDialog::ShowFiles()
     const QString selected = PathToQt(SelectedFile());
     files_->clear();
     QList<QTreeWidgetItem*> rows;
-    rows.reserve(static_cast<qsizetype>(level_->Files().size()));
-    for (const Path& file : level_->Files()) {
+    rows.reserve(static_cast<qsizetype>(level_->draft.files.size()));
+    for (const Path& file : level_->draft.files) {
         auto* row = new QTreeWidgetItem(
             {ToQt(TextOf(file.filename())), ToQt(FormatSize(static_cast<double>(FileSize(file))))});
         row->setData(nameColumn, Qt::UserRole, PathToQt(file));
@@ -265,9 +268,9 @@ void NewLevelDialog::ShowMoreInfo()
     moreInfo_->clear();
     QStringList names{Words(Msg::NoMoreInfo)};
     int chosen = 0;
-    for (const Path& file : level_->Files()) {
+    for (const Path& file : level_->draft.files) {
         names.append(ToQt(TextOf(file.filename())));
-        if (EqualNames(file.filename().native(), level_->moreInfo))
+        if (EqualNames(file.filename().native(), level_->draft.moreInfo))
             chosen = static_cast<int>(names.size()) - 1;
     }
     moreInfo_->addItems(names);
@@ -277,7 +280,7 @@ void NewLevelDialog::ShowMoreInfo()
 /// Only where a package has names that do not say their code page is there something to choose.
 void NewLevelDialog::ShowNamesPage()
 {
-    const std::string& page = level_->NamesReadAs();
+    const std::string& page = level_->draft.namesReadAs;
     namesLabel_->setVisible(!page.empty());
     names_->setVisible(!page.empty());
     names_->setCurrentIndex(names_->findData(ToQt(page)));
@@ -292,27 +295,25 @@ Path NewLevelDialog::SelectedFile() const
 void NewLevelDialog::accept()
 {
     bool accepted = false;
-    Run([&] { accepted = level_->Accept(); });
+    Run([&] { accepted = Accept(*level_); });
     if (accepted)
         QDialog::accept();
-    else if (level_->Cancelled())
-        QDialog::reject();
 }
 
 bool NewLevelDialog::HasTyped() const
 {
-    return level_->name != filledName_ || level_->note != filledNote_ || choseMoreInfo_ ||
-           (level_->Mode() == LevelMode::Properties && level_->HasOtherFiles());
+    return level_->draft.name != filledName_ || level_->draft.note != filledNote_ ||
+           choseMoreInfo_ || (level_->draft.inArchive && level_->draft.HasOtherFiles());
 }
 
 void NewLevelDialog::reject()
 {
     if (session_.runningOperations > 0)
         return;
-    if (level_ != nullptr && HasTyped() && !MayDropTyped(session_))
-        return;
-    Run([this] { level_->Cancel(); });
-    QDialog::reject();
+    if (level_ == nullptr)
+        return QDialog::reject();
+    if (!HasTyped() || MayDropTyped(session_))
+        Run([this] { GiveUp(*level_); });
 }
 
 void NewLevelDialog::dragEnterEvent(QDragEnterEvent* event)

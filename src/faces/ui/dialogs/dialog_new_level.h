@@ -1,6 +1,6 @@
 #pragma once
 
-#include "intake/new_level.h"
+#include "intake/intake.h"
 #include "ui/desktop/progress_windows.h"
 
 #include <QDialog>
@@ -26,7 +26,7 @@ public:
     /// Label, bar and Stop of this window.
     [[nodiscard]] ProgressScope& Progress() { return progress_; }
     /// Shows the level until it is accepted (True) or given up; `sources` come in at once.
-    bool Show(NewLevel& level, std::vector<Path> sources = {});
+    bool Show(Intake& level, std::vector<Path> sources = {});
 
     void accept() override;
     void reject() override;
@@ -52,7 +52,7 @@ private:
     [[nodiscard]] bool HasTyped() const;
 
     Session& session_;
-    NewLevel* level_ = nullptr;
+    Intake* level_ = nullptr;
     /// The texts as the program filled them in.
     std::string filledName_;
     std::string filledNote_;

@@ -3,7 +3,7 @@
 
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
-#include "intake/add_level.h"
+#include "intake/edit_level.h"
 #include "levels/export_level.h"
 #include "levels/level_life.h"
 #include "levels/more_info.h"
@@ -170,8 +170,8 @@ void MainWindow::AddLevelFrom(const std::vector<Path>& sources)
     NewLevelDialog dialog{session_, this};
     LevelCode code = 0;
     if (AddLevel(
-            session_, dialog.Progress(),
-            [&](NewLevel& level) { return dialog.Show(level, sources); }, code))
+            session_, dialog.Progress(), [&](Intake& level) { return dialog.Show(level, sources); },
+            code))
         statusBar()->showMessage(Words(Msg::LevelAdded, {LevelNameOf(session_, code)}), statusMs);
 }
 
@@ -183,7 +183,7 @@ void MainWindow::EditChosen()
         return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelSelected));
     NewLevelDialog dialog{session_, this};
     EditLevel(session_, dialog.Progress(), *chosen_,
-              [&](NewLevel& level) { return dialog.Show(level); });
+              [&](Intake& level) { return dialog.Show(level); });
 }
 
 void MainWindow::RemoveChosen()

@@ -1,0 +1,102 @@
+#include "intake/config_steps.h"
+
+#include "core/look.h"
+#include "intake/cleared_progress.h"
+#include "intake/draft_files.h"
+#include "packages/level_config_file.h"
+#include "session/documents.h"
+#include "words/common.h"
+#include "words/intake.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool HasConfigFile(const LevelDraft& draft)
+{
+    // The reading tells what is wrong with one that cannot be looked at.
+    return IsFile(LevelConfigPath(draft.workFolder)).ValueOr(true);
+}
+
+void TakeConfigTexts(LevelDraft& draft, const LevelConfig& config)
+{
+    draft.name = Trim(config.name);
+    draft.note = Trim(config.note);
+    draft.record.authorName = Trim(config.author);
+    draft.record.authorEmails = Trim(config.authorEmails);
+    draft.record.authorSites = Trim(config.authorSites);
+    draft.record.authorNote = Trim(config.authorNote);
+    draft.record.moreInfoFile = Trim(config.moreInfo);
+}
+
+} // namespace
+
+bool LaterConfigCame(const Intake& intake)
+{
+    return intake.draft.configApplied && HasConfigFile(intake.draft);
+}
+
+StepAnswer DropLaterConfig(Intake& intake)
+{
+    // One that stays is met again by the next refresh.
+    (void)DeleteFile(LevelConfigPath(intake.draft.workFolder));
+    RefreshFiles(intake);
+    return StepAnswer::GoesOn;
+}
+
+bool ConfigCame(const Intake& intake)
+{
+    return !intake.draft.configApplied && HasConfigFile(intake.draft);
+}
+
+StepAnswer ReadConfig(Intake& intake)
+{
+    const Path file = LevelConfigPath(intake.draft.workFolder);
+    LevelConfig config;
+    if (!ReadLevelConfig(intake.session.host, file, config))
+        return StepAnswer::Refused;
+    TakeConfigTexts(intake.draft, config);
+    intake.draft.config = std::move(config);
+    if (const auto status = DeleteFile(file); !status)
+        TellFailure(intake.session, GetMsg(Msg::ErrorRemovingFile) + TextOf(file), status.Error());
+    RefreshFiles(intake);
+    return StepAnswer::GoesOn;
+}
+
+bool IsConfigRead(const Intake& intake)
+{
+    return intake.draft.config.has_value();
+}
+
+StepAnswer TellElsewhere(Intake& intake)
+{
+    const LevelConfig& config = *intake.draft.config;
+    std::vector<std::string> asked;
+    const auto add = [&](const std::string& field, Message words) {
+        if (!Trim(field).empty())
+            asked.push_back(GetMsg(words));
+    };
+    add(config.importWads, Msg::AskedWads);
+    add(config.externWaves, Msg::AskedWaves);
+    add(config.exeFormat, Msg::AskedExe);
+    if (!asked.empty())
+        intake.session.host.Tell(Tone::Warning,
+                                 GetMsg(Msg::ConfigAsksElsewhere, {Join(asked, ", ")}));
+    return StepAnswer::GoesOn;
+}
+
+StepAnswer EndConfig(Intake& intake)
+{
+    LevelDraft& draft = intake.draft;
+    const std::string wanted{Trim(draft.config->moreInfo)};
+    for (const Path& file : draft.files)
+        if (!wanted.empty() && IsDocument(file) && EqualNames(file.filename().native(), wanted))
+            draft.moreInfo = file.filename().native();
+    draft.configApplied = true;
+    ClearProgress(intake.progress);
+    return StepAnswer::GoesOn;
+}
+
+} // namespace kestrova

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "intake/intake.h"
+
+/// What the author's configuration file drives. It never becomes a file of the level.
+namespace kestrova
+{
+
+/// A second one came, after the first one was applied.
+bool LaterConfigCame(const Intake& intake);
+/// It goes unread.
+StepAnswer DropLaterConfig(Intake& intake);
+
+bool ConfigCame(const Intake& intake);
+/// Takes its texts, and drops it; the draft has it for the steps that follow. One that cannot be
+/// read stays where it is.
+StepAnswer ReadConfig(Intake& intake);
+
+/// The steps of this file are going on.
+bool IsConfigRead(const Intake& intake);
+/// Tells what it asks for that lies outside the level's own files.
+StepAnswer TellElsewhere(Intake& intake);
+/// Chooses its documentation; from here on it counts as applied.
+StepAnswer EndConfig(Intake& intake);
+
+} // namespace kestrova

@@ -1,0 +1,111 @@
+#include "intake/edit_level.h"
+
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "core/look.h"
+#include "formats/level_folder.h"
+#include "intake/draft_files.h"
+#include "intake/intake_steps.h"
+#include "levels/level_life.h"
+#include "storage/unstore.h"
+#include "words/intake.h"
+#include "words/swap.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// The record of a level whose folder can be worked on; null, with a message, when it cannot.
+const LevelRecord* FindEditable(Session& session, LevelCode code)
+{
+    if (!HasArchive(session))
+        return nullptr;
+    const std::ptrdiff_t index = FindLevel(session, code);
+    if (index < 0) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
+        return nullptr;
+    }
+    if (code != originalCode && !IsArchiveFolderThere(session))
+        return nullptr;
+    const LevelRecord& current = session.archive.levels[static_cast<std::size_t>(index)];
+    const Path home = LevelHomeOf(session, code);
+    const auto isThere = IsFolder(home);
+    if (!isThere) {
+        TellFolderNotRead(session, isThere.Error());
+        return nullptr;
+    }
+    if (!*isThere && current.cdNumber == 0) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::LevelFolderGone, {TextOf(home)}));
+        return nullptr;
+    }
+    return &current;
+}
+
+Path FilesFolderOf(Session& session, LevelCode code)
+{
+    const auto folder = LevelFolderOf(session, code);
+    if (!folder)
+        session.host.Tell(Tone::Warning, GetMsg(Msg::CdMissingForFiles));
+    return ResolvePath(InFolder(folder ? *folder : LevelHomeOf(session, code), OnDisk::DirFiles));
+}
+
+} // namespace
+
+bool EditLevel(Session& session, ProgressScope& progress, LevelCode code, const ShowLevel& show)
+{
+    const LevelRecord* current = FindEditable(session, code);
+    if (current == nullptr)
+        return false;
+    LevelRecord record = *current;
+    const std::int32_t extrasBefore = record.extrasSize;
+    Intake level{session, record, EditSteps(), progress};
+    if (!OpenEdit(level) || !show(level)) {
+        PutBack(level);
+        return false;
+    }
+    // A picture may have been taken meanwhile.
+    if (record.extrasSize == extrasBefore)
+        record.extrasSize = current->extrasSize;
+    if (ReplaceLevel(session, record))
+        return true;
+    PutBack(level);
+    return false;
+}
+
+bool OpenEdit(Intake& intake)
+{
+    Session& session = intake.session;
+    LevelDraft& draft = intake.draft;
+    draft.inArchive = true;
+    draft.replaceByFile = Replace::Ask; // the old file may be the player's own work
+    draft.filesFolder = FilesFolderOf(session, draft.record.levelCode);
+    draft.workFolder = draft.filesFolder;
+    if (!draft.OnCd())
+        draft.before = std::make_unique<FilesBefore>(draft.filesFolder, draft.saved);
+    if (!session.preferences.noDecompressInProperties) {
+        Path expanded;
+        if (!UnstoreLevelFiles(session, draft.filesFolder, expanded, false)) {
+            session.host.Tell(Tone::Error, GetMsg(Msg::ErrorDecompressingFiles));
+            return false;
+        }
+        if (!expanded.empty()) {
+            draft.workFolder = expanded;
+            draft.isExpandedCopy = true;
+        }
+    }
+    return ReadDraft(intake);
+}
+
+void PutBack(Intake& intake)
+{
+    std::unique_ptr<FilesBefore>& before = intake.draft.before;
+    if (!before)
+        return;
+    if (const auto status = before->PutBack(); !status)
+        TellFailure(intake.session, GetMsg(Msg::EditNotPutBack), status.Error());
+    before.reset();
+}
+
+} // namespace kestrova

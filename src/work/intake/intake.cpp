@@ -1,0 +1,72 @@
+#include "intake/intake.h"
+
+#include "intake/cleared_progress.h"
+#include "words/intake.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+void DropExpandedCopy(Intake& intake)
+{
+    if (!intake.draft.isExpandedCopy)
+        return;
+    intake.progress.SetLabel(GetMsg(Msg::RemovingTempDirectory));
+    intake.draft.DropExpandedCopy();
+    ClearProgress(intake.progress);
+}
+
+} // namespace
+
+Intake::Intake(Session& owner, LevelRecord& levelRecord, std::span<const IntakeStep> rows,
+               ProgressScope& scope)
+    : session(owner), progress(scope), steps(rows), draft(levelRecord)
+{
+}
+
+StepAnswer Walk(Intake& intake, StepTime time)
+{
+    intake.endedAt = {};
+    for (const IntakeStep& step : intake.steps) {
+        if (step.time != time || !step.applies(intake))
+            continue;
+        const StepAnswer answer = step.run(intake);
+        if (answer == StepAnswer::GoesOn)
+            continue;
+        intake.endedAt = step.name;
+        if (answer == StepAnswer::GivenUp)
+            GiveUp(intake);
+        return answer;
+    }
+    return StepAnswer::GoesOn;
+}
+
+bool BeginChange(Intake& intake)
+{
+    if (!intake.draft.before)
+        return true;
+    const auto kept = intake.draft.before->Keep([&] { return (void)intake.progress.Step(), true; });
+    if (!kept)
+        TellFailure(intake.session, GetMsg(Msg::EditNotBegun), kept.Error());
+    return static_cast<bool>(kept);
+}
+
+bool Accept(Intake& intake)
+{
+    if (intake.draft.givenUp || Walk(intake, StepTime::Accept) != StepAnswer::GoesOn)
+        return false;
+    DropExpandedCopy(intake);
+    ClearProgress(intake.progress);
+    return true;
+}
+
+void GiveUp(Intake& intake)
+{
+    intake.draft.record = intake.draft.saved;
+    DropExpandedCopy(intake);
+    intake.draft.givenUp = true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,73 @@
+#include "intake/intake_steps.h"
+
+#include "intake/config_steps.h"
+#include "intake/file_checks.h"
+#include "intake/language_choice.h"
+#include "intake/player_files.h"
+#include "intake/setup_programs.h"
+#include "intake/storing.h"
+#include "intake/text_steps.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool Always(const Intake& /*intake*/)
+{
+    return true;
+}
+
+bool HasFilesHere(const Intake& intake)
+{
+    return !intake.draft.OnCd();
+}
+
+constexpr IntakeStep newLevelSteps[]{
+    {StepTime::Config, "DropLaterConfig", LaterConfigCame, DropLaterConfig},
+    {StepTime::Config, "ReadConfig", ConfigCame, ReadConfig},
+    {StepTime::Config, "TellElsewhere", IsConfigRead, TellElsewhere},
+    {StepTime::Config, "EndConfig", IsConfigRead, EndConfig},
+    {StepTime::Change, "TellOfProgram", MayBeInsideProgram, TellOfProgram},
+    {StepTime::Source, "SuggestTexts", LacksTexts, SuggestTexts},
+    {StepTime::Accept, "TakeName", Always, TakeName},
+    {StepTime::Accept, "DecodeSounds", Always, DecodeSounds},
+    {StepTime::Accept, "CheckFiles", NeedsLevelFiles, CheckFiles},
+    {StepTime::Accept, "ChooseLanguage", Always, ChooseLanguage},
+    {StepTime::Accept, "TakeNote", Always, TakeNote},
+    {StepTime::Accept, "AskEqual", AsksForEqual, AskEqual},
+    {StepTime::Accept, "TakeMoreInfo", Always, TakeMoreInfo},
+    {StepTime::Accept, "TakeSavegames", Always, TakeSavegames},
+    {StepTime::Accept, "TakeScreenshots", Always, TakeScreenshots},
+    {StepTime::Accept, "DropTools", Always, DropTools},
+    {StepTime::Accept, "DropConfig", Always, DropConfig},
+    {StepTime::Accept, "StoreDraft", Always, StoreDraft},
+};
+
+constexpr IntakeStep editSteps[]{
+    {StepTime::Accept, "TakeName", Always, TakeName},
+    {StepTime::Accept, "KeepBefore", HasFilesHere, KeepBefore},
+    {StepTime::Accept, "DecodeSounds", HasFilesHere, DecodeSounds},
+    {StepTime::Accept, "CheckFiles", NeedsLevelFiles, CheckFiles},
+    {StepTime::Accept, "TakeNote", Always, TakeNote},
+    {StepTime::Accept, "TakeMoreInfo", Always, TakeMoreInfo},
+    {StepTime::Accept, "TakeSavegames", HasFilesHere, TakeSavegames},
+    {StepTime::Accept, "TakeScreenshots", HasFilesHere, TakeScreenshots},
+    {StepTime::Accept, "DropTools", HasFilesHere, DropTools},
+    {StepTime::Accept, "StoreDraft", HasFilesHere, StoreDraft},
+};
+
+} // namespace
+
+std::span<const IntakeStep> NewLevelSteps()
+{
+    return newLevelSteps;
+}
+
+std::span<const IntakeStep> EditSteps()
+{
+    return editSteps;
+}
+
+} // namespace kestrova

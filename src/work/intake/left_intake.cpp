@@ -1,0 +1,77 @@
+#include "intake/left_intake.h"
+
+#include "archive/level_folders.h"
+#include "core/look.h"
+#include "core/removal.h"
+#include "core/staged_file.h"
+#include "intake/file_names.h"
+#include "intake/unpacking_place.h"
+#include "packages/unpacked_files.h"
+#include "words/intake.h"
+#include "words/levels.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool IsLevelOfArchive(const Session& session, const Path& folder)
+{
+    return std::any_of(
+        session.archive.levels.begin(), session.archive.levels.end(),
+        [&](const LevelRecord& level) { return LevelHomeOf(session, level.levelCode) == folder; });
+}
+
+} // namespace
+
+IntakeNote::IntakeNote(const Session& session)
+    : file_(InFolder(session.programFolder, OnDisk::IntakeNote))
+{
+}
+
+void IntakeNote::Write(const Path& levelFolder) const
+{
+    (void)WriteRecordFile(file_, levelFolder.native());
+}
+
+void IntakeNote::Drop() const
+{
+    (void)DeleteFile(file_);
+}
+
+Path IntakeNote::LevelFolder() const
+{
+    constexpr std::uint64_t longestPath = 65536;
+    const auto text = ReadWholeFile(file_, longestPath);
+    return text ? Path{*text} : Path{};
+}
+
+void OfferLeftIntake(Session& session)
+{
+    const IntakeNote note{session};
+    const Path folder = note.LevelFolder();
+    if (folder.empty() || !session.archive.Loaded())
+        return;
+    (void)ClearPlace(UnpackingFolder(session)); // the next package clears what stays
+    const auto isThere = IsFolder(folder);
+    if (!isThere)
+        return; // the next start asks
+    if (*isThere && !IsLevelOfArchive(session, folder)) {
+        // It may belong to another archive; that one's next start asks.
+        if (folder.parent_path() != Path{Trim(session.archive.header.secondaryFolder)})
+            return;
+        if (session.host.AskYesNo(
+                GetMsg(Msg::AskLeftIntake,
+                       {TextOf(folder), std::string{lineBreak} + std::string{lineBreak}}))) {
+            const auto wait = session.host.BeginProgress(ProgressWindow::Wait,
+                                                         GetMsg(Msg::RemovingNewLevelFolder));
+            RemoveTreeWithProgress(session, folder, *wait);
+        }
+    }
+    note.Drop();
+}
+
+} // namespace kestrova

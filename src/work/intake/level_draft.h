@@ -1,0 +1,75 @@
+#pragma once
+
+#include "formats/level_config.h"
+#include "intake/files_before.h"
+#include "intake/folder_state.h"
+#include "intake/inner_limits.h"
+#include "intake/package_sources.h"
+
+namespace kestrova
+{
+
+/// What a level on its way into the archive has so far, or one of the archive while it is edited.
+/// What is done to it stands in `intake/intake_steps.h`.
+struct LevelDraft {
+    explicit LevelDraft(LevelRecord& levelRecord);
+    /// An expanded copy that is still there goes.
+    ~LevelDraft();
+    LevelDraft(const LevelDraft&) = delete;
+    LevelDraft& operator=(const LevelDraft&) = delete;
+
+    [[nodiscard]] bool OnCd() const { return saved.cdNumber != 0; }
+    /// "12 files (3.4 Mb)".
+    [[nodiscard]] std::string FilesText() const;
+    /// "Level size: 3.4 Mb + 20 Kb = 3.5 Mb", of the record as it was.
+    [[nodiscard]] std::string SizeText() const;
+    /// Whether the folder's files are others than at the opening; true where that cannot be told.
+    [[nodiscard]] bool HasOtherFiles() const;
+    /// How its sources come in.
+    [[nodiscard]] SourceOptions Options() const;
+    void DropExpandedCopy();
+
+    LevelRecord& record; ///< changed meanwhile; as it was, once the level is given up
+    const LevelRecord saved;
+    bool inArchive = false; ///< the archive has the record already
+
+    // The texts, as the person sees and changes them.
+    std::string name;
+    std::string note;
+    std::string moreInfo; ///< name of the documentation; empty: none
+
+    // What the person says of the sources.
+    /// The code page for names in packages that say none (`packages/name_pages.h`); empty: guessed.
+    std::string namesPage;
+    bool keepGoing = false; ///< of a package that is damaged, what is whole comes in
+    Replace replaceByFile = Replace::Silent;
+
+    // The folder.
+    Path filesFolder;            ///< where the level's files belong
+    Path workFolder;             ///< where they are worked on
+    bool isExpandedCopy = false; ///< `workFolder` is a temporary one
+    FolderState opened;          ///< the folder at the opening
+    std::vector<Path> files;     ///< in listing order, as the last refresh found them
+    double filesBytes = 0;       ///< of those
+    bool canSetLanguage = false; ///< the player's own language could go into the folder
+    /// Of a level whose stored files change: how they were. None: there is nothing to come back to.
+    std::unique_ptr<FilesBefore> before;
+
+    // What came in.
+    SourceReport report; ///< of the last operation: what failed, was left out or was stopped
+    Path lastSource;
+    std::vector<Path> packages; ///< since the opening
+    FolderState unpacked;       ///< what came out of them
+    /// The code page that their names had to be read in; empty when they say their own.
+    std::string namesReadAs;
+    InnerLimits inner;
+
+    // What the steps found.
+    /// The author's configuration file, while the steps go on that it drives.
+    std::optional<LevelConfig> config;
+    bool configApplied = false; ///< all of those steps were done
+    bool programTold = false;   ///< the person knows that the level is still inside a program
+    bool givenUp = false;
+};
+
+} // namespace kestrova

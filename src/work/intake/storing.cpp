@@ -1,0 +1,121 @@
+#include "intake/storing.h"
+
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "core/file_kinds.h"
+#include "formats/level_folder.h"
+#include "formats/trle_folder.h"
+#include "intake/cleared_progress.h"
+#include "intake/file_names.h"
+#include "packages/level_config_file.h"
+#include "storage/storage.h"
+#include "words/intake.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+StepAnswer AnswerFor(bool done)
+{
+    return done ? StepAnswer::GoesOn : StepAnswer::Refused;
+}
+
+StepAnswer StorePlainCopy(Intake& intake)
+{
+    if (intake.draft.isExpandedCopy)
+        intake.progress.SetLabel(GetMsg(Msg::FileCopyLabel));
+    return AnswerFor(StoreLevelFiles(intake.session, intake.draft.workFolder,
+                                     intake.draft.record.levelCode, &intake.progress,
+                                     StoreAs::Plain));
+}
+
+/// False, with a message, when the level's index could not be kept.
+bool KeepIndex(Intake& intake)
+{
+    const LevelDraft& draft = intake.draft;
+    if (!draft.before)
+        return true;
+    const auto kept = draft.before->KeepTarget(
+        InFolder(LevelHomeOf(intake.session, draft.record.levelCode), OnDisk::FragTr4Inf));
+    if (!kept)
+        TellFailure(intake.session, GetMsg(Msg::EditNotBegun), kept.Error());
+    return static_cast<bool>(kept);
+}
+
+StepAnswer StoreFiles(Intake& intake)
+{
+    const LevelDraft& draft = intake.draft;
+    if (draft.record.levelCode == originalCode && !draft.isExpandedCopy)
+        return StepAnswer::GoesOn; // it stands as it is
+    // What the level holds is known by its index as well.
+    if (!KeepIndex(intake))
+        return StepAnswer::Refused;
+    const ArchiveHeader& header = intake.session.archive.header;
+    if (!header.compressLevels && !header.wavInMp3)
+        return StorePlainCopy(intake);
+    intake.progress.SetLabel(GetMsg(Msg::AddingLevel));
+    if (StoreLevelFiles(intake.session, draft.workFolder, draft.record.levelCode, &intake.progress))
+        return StepAnswer::GoesOn;
+    if (!intake.progress.Step()) {
+        // Nothing was given up, and the dialog is as before.
+        ClearProgress(intake.progress);
+        return StepAnswer::Stopped;
+    }
+    // Without a temporary folder the files stand in their place already, some of them compressed.
+    return draft.isExpandedCopy ? StorePlainCopy(intake) : StepAnswer::GoesOn;
+}
+
+void CountSizes(Intake& intake)
+{
+    LevelRecord& record = intake.draft.record;
+    // A size that cannot be told stays what it was until the sizes are computed anew.
+    record.filesSize = SizeField(FolderSize(intake.draft.filesFolder).ValueOr(record.filesSize));
+    record.extrasSize = SizeField(
+        ExtrasSizeOf(LevelHomeOf(intake.session, record.levelCode)).ValueOr(record.extrasSize));
+}
+
+} // namespace
+
+StepAnswer KeepBefore(Intake& intake)
+{
+    const auto now = ListFiles(intake.draft.workFolder, OnDisk::PatAll);
+    if (!now)
+        return AnswerFor(TellFolderNotRead(intake.session, now.Error()));
+    const bool savegames = std::any_of(now->begin(), now->end(), [](const Path& file) {
+        return MatchesPattern(file.filename().native(), OnDisk::SavegamePattern);
+    });
+    const bool changes = savegames || !intake.draft.opened.AreTheSame(*now);
+    return AnswerFor(!changes || BeginChange(intake));
+}
+
+StepAnswer DropTools(Intake& intake)
+{
+    for (const std::string& tool : Split(OnDisk::IntakeTools, '|'))
+        (void)DeleteFile(intake.draft.workFolder / tool); // a program too many harms no level
+    return StepAnswer::GoesOn;
+}
+
+StepAnswer DropConfig(Intake& intake)
+{
+    (void)DeleteFile(LevelConfigPath(intake.draft.workFolder)); // one too many harms no level
+    return StepAnswer::GoesOn;
+}
+
+StepAnswer StoreDraft(Intake& intake)
+{
+    const auto now = ListFiles(intake.draft.workFolder, OnDisk::PatAll);
+    if (!now)
+        return AnswerFor(TellFolderNotRead(intake.session, now.Error()));
+    if (intake.draft.opened.AreTheSame(*now))
+        return StepAnswer::GoesOn;
+    const StepAnswer stored = StoreFiles(intake);
+    if (stored == StepAnswer::GoesOn)
+        CountSizes(intake);
+    return stored;
+}
+
+} // namespace kestrova
