@@ -1,6 +1,7 @@
 #include "session/file_to_write.h"
 
 #include "core/look.h"
+#include "platform/real_path.h"
 #include "words/session.h"
 
 namespace kestrova
@@ -15,17 +16,15 @@ std::optional<Path> FileToWrite(Session& session, const Path& named)
         return {};
     }
     if (facts->kind == platform::FileKind::Missing) {
-        std::error_code none; // a link whose file is not there yet stays a link
-        const Path behind = std::filesystem::read_symlink(*place, none);
-        return none ? *place : place->parent_path() / behind;
+        Path behind; // a link whose file is not there yet stays a link
+        return platform::LinkTarget(*place, behind) ? *place : place->parent_path() / behind;
     }
     if (facts->kind != platform::FileKind::File) {
         session.host.Tell(Tone::Error, GetMsg(Msg::WriteNoFile, {TextOf(named)}));
         return {};
     }
-    std::error_code failure;
-    Path behind = std::filesystem::canonical(*place, failure);
-    return failure ? *place : behind;
+    Path behind;
+    return platform::RealPath(*place, behind) ? *place : behind;
 }
 
 std::optional<Path> FileToReplace(Session& session, const Path& named)

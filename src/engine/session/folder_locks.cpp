@@ -4,6 +4,7 @@
 #include "platform/clock.h"
 #include "platform/file_lock.h"
 #include "platform/process.h"
+#include "platform/real_path.h"
 #include "words/session.h"
 
 namespace kestrova
@@ -11,9 +12,8 @@ namespace kestrova
 
 Status FolderLocks::Hold(const Path& folder)
 {
-    std::error_code unresolved;
-    const Path place = std::filesystem::canonical(ResolvePath(folder), unresolved);
-    if (unresolved)
+    Path place;
+    if (const auto unresolved = platform::RealPath(ResolvePath(folder), place))
         return MakeFailure(ErrorCode::Missing, TextOf(folder), unresolved);
     if (held_.contains(place))
         return {};
@@ -33,14 +33,15 @@ Status FolderLocks::Hold(const Path& folder)
 
 bool FolderLocks::Holds(const Path& folder) const
 {
-    std::error_code unresolved;
-    return held_.contains(std::filesystem::canonical(ResolvePath(folder), unresolved));
+    Path place;
+    return !platform::RealPath(ResolvePath(folder), place) && held_.contains(place);
 }
 
 void FolderLocks::Release(const Path& folder)
 {
-    std::error_code unresolved;
-    held_.erase(std::filesystem::canonical(ResolvePath(folder), unresolved));
+    Path place;
+    if (!platform::RealPath(ResolvePath(folder), place))
+        held_.erase(place);
 }
 
 } // namespace kestrova

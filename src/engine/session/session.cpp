@@ -7,6 +7,7 @@
 #include "formats/program_folder.h"
 #include "formats/trle_folder.h"
 #include "platform/clock.h"
+#include "platform/real_path.h"
 #include "words/common.h"
 #include "words/session.h"
 
@@ -166,10 +167,7 @@ bool HoldArchiveFolder(Session& session, const Path& folder)
     if (!HoldFolder(session, folder))
         return false;
     const Path before = std::exchange(session.lockedArchiveFolder, folder);
-    const auto isOneOf = [&](const Path& other) {
-        std::error_code none;
-        return std::filesystem::equivalent(before, other, none);
-    };
+    const auto isOneOf = [&](const Path& other) { return platform::IsSameFile(before, other); };
     if (!before.empty() && !isOneOf(folder) && !isOneOf(session.programFolder) &&
         !isOneOf(session.TrleFolder()))
         session.locks.Release(before);

@@ -1,6 +1,7 @@
 #include "tools/program_launch.h"
 
 #include "core/text.h"
+#include "platform/real_path.h"
 #include "tools/file_names.h"
 #include "words/tools.h"
 
@@ -59,9 +60,8 @@ unsigned MachineOf(std::string_view bytes)
 /// is looked for beforehand. A command that is not Wine's own may bring one from anywhere.
 bool Has32BitWine(const Path& wine)
 {
-    std::error_code unresolved;
-    const Path real = std::filesystem::canonical(wine, unresolved);
-    if (unresolved || !wine.filename().native().starts_with("wine"))
+    Path real;
+    if (platform::RealPath(wine, real) || !wine.filename().native().starts_with("wine"))
         return true;
     static constexpr std::array parts{
         "lib/i386-linux-gnu/wine",

@@ -7,6 +7,7 @@
 #include "conversion/mp3_choices.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
+#include "platform/real_path.h"
 #include "platform/terminal.h"
 #include "session/file_to_write.h"
 #include "words/commands.h"
@@ -130,8 +131,7 @@ std::vector<Path> LeaveOutKept(Run& run, const std::vector<Path>& files, const P
     for (const Path& file : files) {
         const Path result = folder / ResultName(file, kind);
         // A file that would be written over itself is refused below, in words of its own.
-        std::error_code none;
-        if (std::filesystem::equivalent(ResolvePath(file), ResolvePath(result), none) ||
+        if (platform::IsSameFile(ResolvePath(file), ResolvePath(result)) ||
             FileToReplace(run.session, result))
             taken.push_back(file);
         else

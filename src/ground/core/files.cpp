@@ -5,6 +5,7 @@
 #include "platform/file_content.h"
 #include "platform/files.h"
 #include "platform/folder_memory.h"
+#include "platform/real_path.h"
 #include "words/core.h"
 
 #include <algorithm>
@@ -69,12 +70,11 @@ Result<bool> StaysInside(const Path& link, const Path& root)
         return MakeFailure(ErrorCode::CannotRead, TextOf(link), failure);
     if (facts.kind != FileKind::File)
         return false;
-    std::error_code failure;
-    const Path target = std::filesystem::canonical(link, failure);
-    if (failure)
+    Path target;
+    if (const auto failure = platform::RealPath(link, target))
         return MakeFailure(ErrorCode::CannotRead, TextOf(link), failure);
-    const Path top = std::filesystem::canonical(root, failure);
-    if (failure)
+    Path top;
+    if (const auto failure = platform::RealPath(root, top))
         return MakeFailure(ErrorCode::CannotRead, TextOf(root), failure);
     return std::mismatch(top.begin(), top.end(), target.begin(), target.end()).first == top.end();
 }

@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "platform/places.h"
 #include "platform/process.h"
+#include "platform/real_path.h"
 
 #include <atomic>
 #include <fmt/format.h>
@@ -110,9 +111,8 @@ Result<Path> BehindLinks(const Path& target)
         return MakeFailure(ErrorCode::CannotOpen, TextOf(*resolved), failure);
     if (facts.kind != platform::FileKind::Link)
         return resolved;
-    std::error_code failure;
-    const Path behind = std::filesystem::weakly_canonical(*resolved, failure);
-    return failure ? resolved : behind;
+    Path behind;
+    return platform::RealPathSoFar(*resolved, behind) ? resolved : behind;
 }
 
 Status WriteStaged(const Path& target, std::string_view content, std::string_view tail, bool flush)
@@ -123,7 +123,7 @@ Status WriteStaged(const Path& target, std::string_view content, std::string_vie
     if (old.kind == platform::FileKind::Folder)
         return MakeFailure(ErrorCode::CannotOpen, TextOf(target),
                            std::make_error_code(std::errc::is_a_directory));
-    if (old.kind == platform::FileKind::File && ::access(target.c_str(), W_OK) != 0)
+    if (old.kind == platform::FileKind::File && !platform::MayWrite(target))
         return MakeFailure(ErrorCode::CannotOpen, TextOf(target),
                            std::make_error_code(std::errc::permission_denied));
     StagedFile staged{target};

@@ -12,6 +12,7 @@
 #include "history/history.h"
 #include "history/standing.h"
 #include "levels/unfinished_intake.h"
+#include "platform/files.h"
 #include "swap/folder_guard.h"
 #include "swap/install.h"
 #include "swap/state_files.h"
@@ -286,8 +287,8 @@ bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
         return false;
     const Path folder = LevelHomeOf(session, code);
     const auto canLook = IsFolder(folder);
-    std::error_code none;
-    const bool leadsNowhere = canLook && !*canLook && std::filesystem::is_symlink(folder, none);
+    const bool leadsNowhere =
+        canLook && !*canLook && platform::FactsOfLink(folder).kind == platform::FileKind::Link;
     if ((!canLook || leadsNowhere) && folders != LevelFolders::Keep) {
         TellFailure(session, GetMsg(Msg::RemoveFolderAway, {TextOf(folder), std::to_string(code)}),
                     canLook ? MakeFailure(ErrorCode::Missing, TextOf(folder)) : canLook.Error());

@@ -2,6 +2,7 @@
 
 #include "core/look.h"
 #include "core/text.h"
+#include "platform/files.h"
 #include "shots/shot_files.h"
 #include "ui/desktop/progress_windows.h"
 #include "ui/widgets/fit_to_screen.h"
@@ -59,8 +60,7 @@ Button ShowBox(QMessageBox::Icon icon, const std::string& text, const std::strin
 
 Path NearestFolder(Path folder)
 {
-    std::error_code none;
-    while (!folder.empty() && !std::filesystem::is_directory(folder, none)) {
+    while (!folder.empty() && platform::FactsOf(folder).kind != platform::FileKind::Folder) {
         if (folder == folder.parent_path())
             return {};
         folder = folder.parent_path();
