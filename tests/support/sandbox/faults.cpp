@@ -249,6 +249,12 @@ KillRun WithKillAt(int n, const FaultyWork& work)
     return run;
 }
 
+void TellPoints(int points, int atLeast)
+{
+    std::printf("%d points\n", points);
+    EXPECT_GE(points, atLeast) << "the walk ended too soon";
+}
+
 int CountFileCalls(const FaultyWork& work)
 {
     const CountingHook hook{0};

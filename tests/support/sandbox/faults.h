@@ -42,6 +42,10 @@ struct KillRun {
 /// expectation or a crash in the child is a failure of the running test.
 KillRun WithKillAt(int n, const FaultyWork& work);
 
+/// Prints how many calls a walk came by, one after the other, and expects no fewer than `atLeast`:
+/// a walk that ends at once proves nothing.
+void TellPoints(int points, int atLeast);
+
 /// How many changing calls the work makes.
 int CountFileCalls(const FaultyWork& work);
 

@@ -4,7 +4,10 @@
 #include "platform/file_content.h"
 
 #include <cstdlib>
+#include <dirent.h>
 #include <gtest/gtest.h>
+#include <memory>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace kestrova::testing
@@ -26,6 +29,44 @@ Path NewFolder()
     return name;
 }
 
+std::string ContentOf(const std::string& file)
+{
+    std::string content;
+    return platform::ReadAll(file, content) ? "(missing)" : content;
+}
+
+/// True for a link that leads to a file below `top`.
+bool IsFileBelow(const Path& link, const Path& top)
+{
+    std::error_code failure;
+    const Path target = fs::canonical(link, failure);
+    const Path relative = target.lexically_relative(fs::canonical(top, failure));
+    return !failure && fs::is_regular_file(target, failure) && *relative.begin() != "..";
+}
+
+/// Thousands of snapshots are taken, so this goes through the folder as plainly as can be.
+void Gather(const std::string& folder, const Path& top, const std::string& prefix,
+            FileContents& files)
+{
+    const std::unique_ptr<DIR, int (*)(DIR*)> listing{::opendir(folder.c_str()), &::closedir};
+    if (listing == nullptr)
+        return;
+    while (const dirent* entry = ::readdir(listing.get())) {
+        const std::string name = entry->d_name;
+        if (name == "." || name == ".." || name.starts_with(stagedPrefix))
+            continue;
+        const std::string path = folder + "/" + name;
+        struct stat facts = {};
+        if (entry->d_type == DT_UNKNOWN && ::lstat(path.c_str(), &facts) != 0)
+            continue;
+        const auto type = entry->d_type != DT_UNKNOWN ? entry->d_type : IFTODT(facts.st_mode);
+        if (type == DT_DIR)
+            Gather(path, top, prefix + name + "/", files);
+        else if (type == DT_REG || (type == DT_LNK && IsFileBelow(path, top)))
+            files[prefix + name] = ContentOf(path);
+    }
+}
+
 } // namespace
 
 Sandbox::Sandbox() : root(NewFolder()) {}
@@ -33,6 +74,9 @@ Sandbox::Sandbox() : root(NewFolder()) {}
 Sandbox::~Sandbox()
 {
     std::error_code failure;
+    fs::remove_all(root, failure);
+    if (!failure)
+        return;
     // Tests take rights away; they are given back so that the folder can go.
     for (auto entry = fs::recursive_directory_iterator(
              root, fs::directory_options::skip_permission_denied, failure);
@@ -53,8 +97,7 @@ void Sandbox::Write(const std::string& relative, std::string_view content) const
 
 std::string Sandbox::Read(const std::string& relative) const
 {
-    std::string content;
-    return platform::ReadAll(root / relative, content) ? "(missing)" : content;
+    return ContentOf((root / relative).native());
 }
 
 bool Sandbox::Has(const std::string& relative) const
@@ -62,15 +105,10 @@ bool Sandbox::Has(const std::string& relative) const
     return platform::FactsOfLink(root / relative).kind != platform::FileKind::Missing;
 }
 
-std::map<std::string, std::string> Sandbox::Snapshot(const std::string& relative) const
+FileContents Sandbox::Snapshot(const std::string& relative) const
 {
-    std::map<std::string, std::string> files;
-    const Path top = root / relative;
-    const auto tree = ScanTree(top);
-    if (tree)
-        for (const Path& file : tree->files)
-            files[file.lexically_relative(top).native()] =
-                Read(file.lexically_relative(root).native());
+    FileContents files;
+    Gather((root / relative).native(), root / relative, {}, files);
     return files;
 }
 

@@ -9,6 +9,9 @@
 namespace kestrova::testing
 {
 
+/// Relative path and content.
+using FileContents = std::map<std::string, std::string>;
+
 /// A folder of its own below the system's temporary folder, removed at the end.
 class Sandbox
 {
@@ -26,8 +29,8 @@ public:
     void Write(const std::string& relative, std::string_view content) const;
     [[nodiscard]] std::string Read(const std::string& relative) const;
     [[nodiscard]] bool Has(const std::string& relative) const;
-    /// All files below a folder as relative path and content; staged and lock files left out.
-    [[nodiscard]] std::map<std::string, std::string> Snapshot(const std::string& relative) const;
+    /// All files below a folder; staged and lock files left out, and links that lead out of it.
+    [[nodiscard]] FileContents Snapshot(const std::string& relative) const;
 };
 
 } // namespace kestrova::testing

@@ -138,7 +138,7 @@ TEST_P(SavegameInterruption, KilledAnywhereIsFinishedOrUndoneAtTheNextStart)
         SCOPED_TRACE("killed at step " + std::to_string(step) + ": " + run.call);
         ExpectSettled(world, treasures);
         if (!run.killed || HasFailure())
-            return;
+            return TellPoints(step - 1, 10);
     }
     FAIL() << "never finished";
 }
@@ -161,8 +161,10 @@ TEST_P(SavegameInterruption, FailedAnywhereIsAnsweredAndLosesNothing)
             }
             ExpectSettled(world, treasures);
             ASSERT_LT(step, 1000) << "never finished";
-            if (!run.reached || HasFailure())
+            if (!run.reached || HasFailure()) {
+                TellPoints(step - 1, 10);
                 break;
+            }
         }
 }
 
@@ -185,8 +187,10 @@ TEST_P(SavegameInterruption, FailedReadsAndLooksAreAnsweredAndLoseNothing)
                 }
                 ExpectSettled(world, treasures);
                 ASSERT_LT(step, 5000) << "never finished";
-                if (!run.reached || HasFailure())
+                if (!run.reached || HasFailure()) {
+                    TellPoints(step / stride, 10);
                     break;
+                }
             }
 }
 
@@ -233,8 +237,10 @@ TEST(SavegameTransfer, KilledOrFailedAnywhereLosesNothing)
                 world.ExpectNothingLost(everywhere);
                 world.ExpectNothingLost(inside, false);
                 ASSERT_LT(step, 500) << "never finished";
-                if (!reached || HasFailure())
+                if (!reached || HasFailure()) {
+                    TellPoints(step - 1, 10);
                     break;
+                }
             }
 }
 
@@ -251,7 +257,7 @@ TEST(SavegameRecovery, IsItselfFinishedWhereverItIsKilled)
         EXPECT_EQ(ReadSavegameInfo(world / "trle/savegame.0").number, 3);
         EXPECT_EQ(world.Count(), -3);
         if (!run.killed || HasFailure())
-            return;
+            return TellPoints(step - 1, 10);
     }
     FAIL() << "never finished";
 }
@@ -266,7 +272,7 @@ TEST(SavegameRecovery, LeavesWhatTheGameWroteSince)
             WithKillAt(step, [&] { return bool(RestoreSavegamesOf(world.session, world.played)); });
         SCOPED_TRACE("killed at step " + std::to_string(step) + ": " + run.call);
         if (!run.killed)
-            return;
+            return TellPoints(step - 1, 10);
         const std::string newest = SavegameBytes("Saved after the crash", 99);
         for (const char* name : {"0", "1", "4"})
             world.Write(std::string{"trle/savegame."} + name, newest + name);

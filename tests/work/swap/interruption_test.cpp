@@ -76,11 +76,11 @@ void ExpectMended(SwapWorld& world, const std::set<std::string>& treasures)
     Session fresh = world.Reopened();
     ASSERT_TRUE(RecoverInterruptedWork(fresh)) << world.host.AllTold();
     EXPECT_TRUE(InterruptedWork(fresh).empty());
-    world.ExpectNothingLost(treasures);
+    const auto mended = world.Snapshot("");
+    world.ExpectNothingLost(treasures, mended);
     if (CurrentLevelCode(fresh) == originalCode) {
         world.ExpectOriginal();
     }
-    const auto mended = world.Snapshot("");
     ASSERT_TRUE(RecoverInterruptedWork(fresh)); // nothing is left to mend
     EXPECT_EQ(world.Snapshot(""), mended);
     ASSERT_TRUE(InstallLevel(fresh, world.second)) << world.host.AllTold();
@@ -110,7 +110,7 @@ TEST_P(Interruption, KilledAnywhereIsMendedAtTheNextStart)
         SCOPED_TRACE("killed at step " + std::to_string(step) + ": " + run.call);
         ExpectMended(world, treasures);
         if (!run.killed || HasFailure())
-            return;
+            return TellPoints(step - 1, 50);
     }
     FAIL() << "never finished";
 }
@@ -132,8 +132,10 @@ TEST_P(Interruption, FailedAnywhereIsToldAndLosesNothing)
             world.ExpectNothingLost(treasures);
             ExpectMended(world, treasures);
             ASSERT_LT(step, 2000) << "never finished";
-            if (!run.reached || HasFailure())
+            if (!run.reached || HasFailure()) {
+                TellPoints(step - 1, 50);
                 break;
+            }
         }
 }
 
@@ -155,8 +157,10 @@ TEST_P(Interruption, FailedReadsAndLooksAreToldAndLoseNothing)
                 world.ExpectNothingLost(treasures);
                 ExpectMended(world, treasures);
                 ASSERT_LT(step, 5000) << "never finished";
-                if (!run.reached || HasFailure())
+                if (!run.reached || HasFailure()) {
+                    TellPoints(step / stride, 10);
                     break;
+                }
             }
 }
 
@@ -181,7 +185,7 @@ TEST(Recovery, IsItselfMendedWhereverItIsKilled)
         EXPECT_EQ(world.Read("levels/LEVEL_0002/backup_savegames/savegame.1"),
                   SavegameBytes("Second", 7));
         if (!run.killed || HasFailure())
-            return;
+            return TellPoints(step - 1, 50);
     }
     FAIL() << "never finished";
 }
@@ -212,8 +216,10 @@ TEST(Recovery, LosesNothingWhereverItCannotReadOrLook)
                 EXPECT_EQ(world.Read("levels/LEVEL_0002/backup_savegames/savegame.1"),
                           SavegameBytes("Second", 7));
                 ASSERT_LT(step, 5000) << "never finished";
-                if (!run.reached || HasFailure())
+                if (!run.reached || HasFailure()) {
+                    TellPoints(step / stride, 10);
                     break;
+                }
             }
 }
 

@@ -73,11 +73,11 @@ public:
     }
 
     /// Every content of a player's file that the sandbox holds anywhere, and all that a test wrote
-    /// as "my own" work.
-    [[nodiscard]] std::set<std::string> Treasures() const
+    /// as "my own" work. `files` is a snapshot of the whole.
+    [[nodiscard]] static std::set<std::string> Treasures(const FileContents& files)
     {
         std::set<std::string> contents;
-        for (const auto& [file, content] : Snapshot(""))
+        for (const auto& [file, content] : files)
             if (file.find("savegame.") != std::string::npos ||
                 file.find("/note") != std::string::npos ||
                 file.find("/shot") != std::string::npos ||
@@ -85,16 +85,21 @@ public:
                 contents.insert(content);
         return contents;
     }
+    [[nodiscard]] std::set<std::string> Treasures() const { return Treasures(Snapshot("")); }
 
-    void ExpectNothingLost(const std::set<std::string>& before) const
+    static void ExpectNothingLost(const std::set<std::string>& before, const FileContents& files)
     {
-        const std::set<std::string> now = Treasures();
+        const std::set<std::string> now = Treasures(files);
         for (const std::string& content : before)
             EXPECT_TRUE(now.contains(content)) << "lost: " << content.substr(0, 20);
     }
+    void ExpectNothingLost(const std::set<std::string>& before) const
+    {
+        ExpectNothingLost(before, Snapshot(""));
+    }
 
     /// The folder without what belongs to the player.
-    [[nodiscard]] std::map<std::string, std::string> Configuration() const
+    [[nodiscard]] FileContents Configuration() const
     {
         auto files = Snapshot("trle");
         std::erase_if(files, [](const auto& file) { return IsPlayersFile(file.first); });
