@@ -75,7 +75,7 @@ struct InWindow {
     std::string_view menu{};     ///< the menu that it stands in
     /// The item that it stands behind, where that is not the row before.
     std::string_view behind{};
-    bool ofLevel = false; ///< stands in the menu of a right click on a level too
+    int onLevel = 0; ///< its place in the menu of a right click on a level; 0: not there
     /// What is told when there is no chosen level and one is needed; empty: it runs
     /// without.
     Message noLevel = Msg::NoLevelSelected;

@@ -186,7 +186,7 @@ std::span<const CommandRow> IntakeCommands()
         {.window = {.control = "mnu_Property",
                     .caption = Msg::MenuProperty,
                     .menu = "mnu_Level",
-                    .ofLevel = true},
+                    .onLevel = 2},
          .terminal =
              {.word = "edit",
               .usage = Msg::UseEdit,

@@ -225,7 +225,7 @@ std::span<const CommandRow> SwapCommands()
         {.window = {.button = "Pul_Play",
                     .caption = Msg::PlayButton,
                     .keys = "F5; Ctrl+P",
-                    .ofLevel = true,
+                    .onLevel = 1,
                     .noLevel = Msg::NoLevelToPlay},
          .terminal = {.word = "play",
                       .usage = Msg::UsePlay,

@@ -1,6 +1,7 @@
 #include "archive/archive_saving.h"
 #include "formats/preferences.h"
 #include "library/level_list.h"
+#include "ui/main/level_model.h"
 #include "ui/main/main_menu.h"
 #include "ui/widgets/captions.h"
 #include "window_world.h"
@@ -267,6 +268,35 @@ TEST(MainWindow, MenuCommandsWorkOnTheChosenLevelAndOnAll)
     trigger("mnu_SetMylanguage");
     trigger("mnu_SetLanguageAll");
     EXPECT_EQ(world.box.Read("levels/LEVEL_0001/files/english.dat"), "english");
+}
+
+TEST(MainWindow, ARightClickOnALevelOffersItsCommands)
+{
+    WindowWorld world;
+    world.AddLevel("First");
+    const LevelCode second = world.AddLevel("Second");
+    world.Show();
+    auto* list = world.Find<QListView>("Combo_Livelli");
+    const QPoint place = list->visualRect(list->model()->index(2, 0)).center();
+    QTest::mouseClick(list->viewport(), Qt::RightButton, Qt::NoModifier, place);
+    QContextMenuEvent wanted(QContextMenuEvent::Mouse, place, list->viewport()->mapToGlobal(place));
+    QCoreApplication::sendEvent(list->viewport(), &wanted);
+    EXPECT_EQ(world.list.Selected(), second) << "it is of the row under the pointer";
+    auto* menu = world.Find<QMenu>("mnu_OnLevel");
+    ASSERT_NE(menu, nullptr);
+    QStringList captions;
+    for (const QAction* action : menu->actions())
+        captions.append(action->text().remove(QLatin1Char('&')));
+    EXPECT_EQ(captions.front(), "Play");
+    EXPECT_EQ(captions.back(), "Delete current level") << "far from what a slip would hit";
+    menu->actions().front()->trigger();
+    EXPECT_EQ(world.box.Read("trle/DATA/level1.tr4"), "Second") << world.box.host.AllTold();
+
+    const Operation operation{world.session};
+    menu->close();
+    QTRY_VERIFY(world.window.findChild<QMenu*>(QStringLiteral("mnu_OnLevel")) == nullptr);
+    QCoreApplication::sendEvent(list->viewport(), &wanted);
+    EXPECT_EQ(world.window.findChild<QMenu*>(QStringLiteral("mnu_OnLevel")), nullptr);
 }
 
 TEST(MainWindow, EveryCommandOfAMenuHasALetterOfItsOwn)

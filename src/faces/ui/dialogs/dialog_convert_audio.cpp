@@ -222,20 +222,11 @@ void ConvertAudioDialog::dropEvent(QDropEvent* event)
     });
 }
 
-Commands AudioCommands(Session& session, QWidget* parent)
+void ShowAudioTool(Session& session, AudioToolMode mode, QWidget* parent)
 {
-    const auto open = [&session, parent](AudioToolMode mode) {
-        return [&session, parent, mode] {
-            if (session.runningOperations > 0)
-                return;
-            ConvertAudioDialog dialog{session, mode, parent};
-            if (dialog.Ready())
-                dialog.exec();
-        };
-    };
-    return {{"mnu_DecodeMp3", open(AudioToolMode::Decode)},
-            {"mnu_EncodeMp3", open(AudioToolMode::Encode)},
-            {"mnu_ConvertWav", open(AudioToolMode::Convert)}};
+    ConvertAudioDialog dialog{session, mode, parent};
+    if (dialog.Ready())
+        dialog.exec();
 }
 
 } // namespace kestrova

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/audio_tool.h"
-#include "ui/main/main_menu.h"
 
 #include <QDialog>
 
@@ -59,8 +58,7 @@ private:
     QRadioButton* adpcm_ = nullptr;
 };
 
-/// The menu's commands: each shows the tool until the person leaves it; refused while an operation
-/// runs.
-Commands AudioCommands(Session& session, QWidget* parent);
+/// Shows the tool until the person leaves it.
+void ShowAudioTool(Session& session, AudioToolMode mode, QWidget* parent);
 
 } // namespace kestrova

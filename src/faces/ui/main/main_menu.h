@@ -1,23 +1,26 @@
 #pragma once
 
-#include <QKeySequence>
+#include "app/command.h"
+
 #include <QMenuBar>
 #include <functional>
-#include <map>
-#include <string>
-#include <vector>
+
+class QMenu;
 
 namespace kestrova
 {
 
-/// What a command of the menu does, by its name; a command without an entry is shown disabled.
-using Commands = std::map<std::string, std::function<void()>>;
+/// What happens when a command is chosen.
+using Invoke = std::function<void(const CommandRow&)>;
 
-/// The menu bar in the order of the command table. Captions come with `SetCaptions`. Each of
-/// `parts` holds the commands of one part of the program.
-void BuildMenu(QMenuBar& bar, std::vector<Commands> parts);
+/// The menu bar from the rows of the command table; a command that a later version brings is shown
+/// disabled. `SetCaptions` gives the letters.
+void BuildMenu(QMenuBar& bar, const Invoke& invoke);
 
-/// All commands of the table, for those who go through them.
+/// The commands on one level, for a right click on it.
+void FillLevelMenu(QMenu& menu, const Invoke& invoke);
+
+/// The names of all commands of the menu bar, for those who go through them.
 QStringList MenuCommands();
 
 } // namespace kestrova

@@ -63,14 +63,6 @@ bool SetCaption(QWidget& window, const char* name, const QString& text)
         window.setWindowTitle(text);
         return true;
     }
-    if (auto* menu = window.findChild<QMenu*>(control)) {
-        menu->setTitle(text);
-        return true;
-    }
-    if (auto* action = window.findChild<QAction*>(control)) {
-        action->setText(text);
-        return true;
-    }
     if (auto* button = window.findChild<QAbstractButton*>(control)) {
         // A button that shows a picture says its words to those who ask.
         if (button->property("pictured").toBool())
@@ -91,6 +83,27 @@ bool SetCaption(QWidget& window, const char* name, const QString& text)
     return false;
 }
 
+/// Menus choose first, then the buttons in the order of the table.
+void GiveLetters(QWidget& window)
+{
+    QSet<QChar> taken;
+    for (const auto* bar : window.findChildren<QMenuBar*>())
+        for (QAction* menu : bar->actions()) {
+            menu->setText(WithLetter(menu->text(), taken));
+            GiveLetters(*menu->menu());
+        }
+    const std::string name = FromQt(window.objectName());
+    for (const Caption& caption : captions) {
+        if (name != caption.window)
+            continue;
+        auto* button = window.findChild<QAbstractButton*>(QString::fromLatin1(caption.control));
+        if (button != nullptr && !button->property("pictured").toBool())
+            button->setText(WithLetter(Words(caption.text), taken));
+    }
+}
+
+} // namespace
+
 void GiveLetters(const QMenu& menu)
 {
     QSet<QChar> taken;
@@ -101,28 +114,6 @@ void GiveLetters(const QMenu& menu)
             GiveLetters(*action->menu());
     }
 }
-
-/// Earlier rows of the table choose first.
-void GiveLetters(QWidget& window)
-{
-    QSet<QChar> taken;
-    const std::string name = FromQt(window.objectName());
-    for (const Caption& caption : captions) {
-        if (name != caption.window)
-            continue;
-        const QString control = QString::fromLatin1(caption.control);
-        auto* menu = window.findChild<QMenu*>(control);
-        if (menu != nullptr && qobject_cast<QMenuBar*>(menu->parentWidget()) != nullptr) {
-            menu->setTitle(WithLetter(Words(caption.text), taken));
-            GiveLetters(*menu);
-        }
-        auto* button = window.findChild<QAbstractButton*>(control);
-        if (button != nullptr && !button->property("pictured").toBool())
-            button->setText(WithLetter(Words(caption.text), taken));
-    }
-}
-
-} // namespace
 
 void SetCaptions(QWidget& window)
 {

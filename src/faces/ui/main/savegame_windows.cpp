@@ -1,7 +1,6 @@
-#include "ui/main/savegame_commands.h"
+#include "ui/main/savegame_windows.h"
 
 #include "platform/places.h"
-#include "play/savegame_tool.h"
 #include "saves/savegame_watch.h"
 #include "ui/dialogs/dialog_list_savegame.h"
 #include "ui/dialogs/dialog_savegame_history.h"
@@ -36,7 +35,14 @@ void ShowList(Session& session, ListPurpose purpose, const Path& folder, QWidget
         session.list.Select(*code);
 }
 
-void Import(Session& session, QWidget* window)
+} // namespace
+
+void ShowSavegames(Session& session, ListPurpose purpose, QWidget* window)
+{
+    ShowList(session, purpose, {}, window);
+}
+
+void ShowSavegameImport(Session& session, QWidget* window)
 {
     std::optional<Path> folder;
     {
@@ -48,41 +54,12 @@ void Import(Session& session, QWidget* window)
         ShowList(session, ListPurpose::Import, *folder, window);
 }
 
-void ShowHistory(Session& session, QWidget* window)
+void ShowSavegameHistory(Session& session, QWidget* window)
 {
     if (const auto code = session.list.Selected())
         SavegameHistoryDialog{session, *code, window}.exec();
     else
         session.host.Tell(Tone::Error, GetMsg(Msg::NoLevelForSavegames));
-}
-
-} // namespace
-
-void StartSavegameToolNow(Session& session)
-{
-    if (session.runningOperations == 0)
-        StartSavegameTool(session);
-}
-
-Commands SavegameCommands(Session& session, QWidget* window)
-{
-    Commands commands;
-    const auto add = [&](const char* name, const std::function<void()>& work) {
-        commands[name] = [&session, work] {
-            if (session.runningOperations == 0)
-                work();
-        };
-    };
-    add("mnu_StartSaveGameMan", [&session] { StartSavegameToolNow(session); });
-    add("mnu_ImportSavegame", [&session, window] { Import(session, window); });
-    add("mnu_ExportSavegame",
-        [&session, window] { ShowList(session, ListPurpose::Export, {}, window); });
-    add("mnu_SendSaveGameEmail",
-        [&session, window] { ShowList(session, ListPurpose::Mail, {}, window); });
-    add("mnu_BackupSavegame", [&session] { ArchiveWithWords(session); });
-    add("mnu_RestoreSavegames", [&session] { RestoreWithWords(session); });
-    add("mnu_SavegameHistory", [&session, window] { ShowHistory(session, window); });
-    return commands;
 }
 
 void WatchSavegames(Session& session, QWidget* window, std::function<bool()> gameRuns)

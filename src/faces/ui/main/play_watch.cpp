@@ -1,5 +1,4 @@
-// What the main window does while a game runs.
-#include "ui/main/main_window.h"
+#include "ui/main/play_watch.h"
 
 #include "play/play_words.h"
 #include "ui/dialogs/dialog_cattura.h"
@@ -9,6 +8,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QMainWindow>
 #include <QSocketNotifier>
 #include <QStatusBar>
 
@@ -27,28 +27,42 @@ constexpr int lookAgainMs = 2000;
 
 } // namespace
 
-void MainWindow::WatchPlay()
+PlayWatch::PlayWatch(Session& session, QMainWindow& window)
+    : QObject(&window), session_(session), window_(window), game_(new QLabel(&window))
 {
-    game_ = new QLabel(this);
     game_->setObjectName(QStringLiteral("Label_Game"));
     game_->hide();
-    statusBar()->addPermanentWidget(game_);
+    window.statusBar()->addPermanentWidget(game_);
+    BeginKeys();
+    gameTimer_.setObjectName(QStringLiteral("Timer_Game"));
+    gameTimer_.setSingleShot(true);
+    connect(&gameTimer_, &QTimer::timeout, this, &PlayWatch::Look);
+    gameTimer_.start(lookSoonMs);
+}
 
+void PlayWatch::BeginKeys()
+{
     keysTimer_.setObjectName(QStringLiteral("Timer1"));
     connect(&keysTimer_, &QTimer::timeout, this, [this] { hotKeys_.Tick(); });
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
             [this] { hotKeys_.NoteClipboard(); });
-    hotKeys_.ask = [this](const CapturedShot& shot) { CaptureDialog(session_, shot, this).exec(); };
+    hotKeys_.ask = [this](const CapturedShot& shot) {
+        CaptureDialog(session_, shot, &window_).exec();
+    };
     // No box: it would take the screen from the game.
-    hotKeys_.failed = [this](const std::string& words) { statusBar()->showMessage(ToQt(words)); };
+    hotKeys_.failed = [this](const std::string& words) {
+        window_.statusBar()->showMessage(ToQt(words));
+    };
     keysTimer_.start(hotKeysMs);
-    gameTimer_.setObjectName(QStringLiteral("Timer_Game"));
-    gameTimer_.setSingleShot(true);
-    connect(&gameTimer_, &QTimer::timeout, this, &MainWindow::LookForGame);
-    gameTimer_.start(lookSoonMs);
 }
 
-bool MainWindow::LookNow()
+void PlayWatch::LookSoon()
+{
+    if (!gameTimer_.isActive())
+        gameTimer_.start(0);
+}
+
+bool PlayWatch::LookNow()
 {
     gameNews_.clear(); // they wait on what is closed now
     const bool changed = gameWatch_.Look();
@@ -56,7 +70,7 @@ bool MainWindow::LookNow()
         if (!waker.Works())
             continue;
         auto news = std::make_unique<QSocketNotifier>(waker.Descriptor(), QSocketNotifier::Read);
-        connect(news.get(), &QSocketNotifier::activated, this, &MainWindow::HearOfGame);
+        connect(news.get(), &QSocketNotifier::activated, this, &PlayWatch::HearOfGame);
         gameNews_.push_back(std::move(news));
     }
     if (!gameWatch_.IsTold())
@@ -64,7 +78,7 @@ bool MainWindow::LookNow()
     return changed;
 }
 
-void MainWindow::HearOfGame()
+void PlayWatch::HearOfGame()
 {
     if (!gameWatch_.HasNews())
         return;
@@ -74,7 +88,7 @@ void MainWindow::HearOfGame()
     gameTimer_.start(lookSoonMs);
 }
 
-void MainWindow::LookForGame()
+void PlayWatch::Look()
 {
     if (session_.runningOperations > 0)
         return gameTimer_.start(lookAgainMs);
@@ -85,12 +99,11 @@ void MainWindow::LookForGame()
     if (!changed)
         return;
     ShowGame();
-    // What the game saved is counted.
     if (!gameWatch_.Running())
-        ShowChosen();
+        ended();
 }
 
-void MainWindow::ShowGame()
+void PlayWatch::ShowGame()
 {
     const bool keys = session_.hotKeysActive && session_.machine.SeesKeys();
     game_->setText(Words(keys ? Msg::GameRunsKeys : Msg::GameRuns));
@@ -98,7 +111,7 @@ void MainWindow::ShowGame()
     game_->setVisible(gameWatch_.Running());
 }
 
-void MainWindow::GameHasStarted()
+void PlayWatch::GameHasStarted()
 {
     LookNow();
     ShowGame();

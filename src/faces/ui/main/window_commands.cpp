@@ -1,0 +1,154 @@
+#include "ui/main/window_commands.h"
+
+#include "app/run_command.h"
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "intake/edit_level.h"
+#include "shots/shot_commands.h"
+#include "ui/dialogs/dialog_author.h"
+#include "ui/dialogs/dialog_convert_audio.h"
+#include "ui/dialogs/dialog_import_shot.h"
+#include "ui/dialogs/dialog_new_level.h"
+#include "ui/dialogs/dialog_pref_arc.h"
+#include "ui/dialogs/dialog_resize.h"
+#include "ui/dialogs/dialog_restore.h"
+#include "ui/dialogs/dialog_screen_shot.h"
+#include "ui/dialogs/dialog_settings.h"
+#include "ui/dialogs/dialogs_small.h"
+#include "ui/dialogs/shot_panes.h"
+#include "ui/main/main_window.h"
+#include "ui/main/savegame_windows.h"
+#include "words/levels.h"
+#include "words/ui_main.h"
+
+namespace kestrova
+{
+
+const WindowCommands::Opens WindowCommands::windows[] = {
+    {"mnu_AddLevel", [](WindowCommands& at) { at.AddLevelFrom({}); }},
+    {"mnu_Property", [](WindowCommands& at) { at.EditChosen(); }},
+    {"Pul_AutoreInfo", [](WindowCommands& at) { at.ShowAuthor(); }},
+    {"mnu_ImportSavegame",
+     [](WindowCommands& at) { ShowSavegameImport(at.session_, &at.window_); }},
+    {"mnu_ExportSavegame",
+     [](WindowCommands& at) { ShowSavegames(at.session_, ListPurpose::Export, &at.window_); }},
+    {"mnu_SendSaveGameEmail",
+     [](WindowCommands& at) { ShowSavegames(at.session_, ListPurpose::Mail, &at.window_); }},
+    {"mnu_SavegameHistory",
+     [](WindowCommands& at) { ShowSavegameHistory(at.session_, &at.window_); }},
+    {"mnu_CopyScreenShots", [](WindowCommands& at) { at.ImportShotsOfStore(); }},
+    {"mnu_ResizeSave", [](WindowCommands& at) { at.ResizeShot(); }},
+    {"mnu_DecodeMp3",
+     [](WindowCommands& at) { ShowAudioTool(at.session_, AudioToolMode::Decode, &at.window_); }},
+    {"mnu_EncodeMp3",
+     [](WindowCommands& at) { ShowAudioTool(at.session_, AudioToolMode::Encode, &at.window_); }},
+    {"mnu_ConvertWav",
+     [](WindowCommands& at) { ShowAudioTool(at.session_, AudioToolMode::Convert, &at.window_); }},
+    {"mnu_SetOriginale",
+     [](WindowCommands& at) { RestoreDialog(at.session_, &at.window_).exec(); }},
+    {"mnu_Settings", [](WindowCommands& at) { SettingsDialog(at.session_, &at.window_).exec(); }},
+    {"mnu_PrefArchive", [](WindowCommands& at) { at.EditArchivePreferences(); }},
+    {"mnu_About", [](WindowCommands& at) { AboutDialog(&at.window_).exec(); }},
+};
+
+void WindowCommands::Invoke(const CommandRow& row)
+{
+    if (row.window.control == exitCommand) {
+        window_.close(); // which says why when it cannot
+        return;
+    }
+    if (session_.runningOperations > 0)
+        return;
+    for (const Opens& own : windows)
+        if (own.command == row.window.control || own.command == row.window.button)
+            return own.show(*this);
+    shotsTaken_ = false;
+    RunOnChosen(row, session_, *this);
+    if (shotsTaken_)
+        window_.Shots().ShowPair();
+}
+
+void WindowCommands::Note(const std::string& text)
+{
+    window_.ShowNote(text);
+}
+
+ShotList* WindowCommands::Shots()
+{
+    if (!window_.Chosen())
+        return nullptr;
+    window_.ShowChosenNow(); // the panes are those of the level that is chosen now
+    shotsTaken_ = true;
+    return &window_.Shots().List();
+}
+
+void WindowCommands::GameStarted()
+{
+    window_.GameHasStarted();
+}
+
+void WindowCommands::AddLevelFrom(const std::vector<Path>& sources)
+{
+    if (session_.runningOperations > 0 || !HasArchive(session_))
+        return;
+    NewLevelDialog dialog{session_, &window_};
+    LevelCode code = 0;
+    if (AddLevel(
+            session_, dialog.Progress(),
+            [&](Intake& level) { return dialog.Show(level, sources); }, code))
+        Note(GetMsg(Msg::LevelAdded, {LevelNameOf(session_, code)}));
+}
+
+void WindowCommands::ZoomShot(std::ptrdiff_t index)
+{
+    if (session_.runningOperations == 0 && window_.Chosen())
+        ScreenShotDialog(window_.Shots().List(), index, &window_).exec();
+}
+
+void WindowCommands::EditChosen()
+{
+    const auto chosen = window_.Chosen();
+    if (!chosen)
+        return session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelSelected));
+    NewLevelDialog dialog{session_, &window_};
+    EditLevel(session_, dialog.Progress(), *chosen,
+              [&](Intake& level) { return dialog.Show(level); });
+}
+
+void WindowCommands::EditArchivePreferences()
+{
+    if (HasArchive(session_))
+        ArchiveDialog(session_, &window_).exec();
+}
+
+void WindowCommands::ShowAuthor()
+{
+    const auto chosen = window_.Chosen();
+    const std::ptrdiff_t index = chosen ? FindLevel(session_, *chosen) : -1;
+    if (index >= 0)
+        AuthorDialog(session_, static_cast<std::size_t>(index), &window_).exec();
+}
+
+void WindowCommands::ImportShotsOfStore()
+{
+    const auto chosen = window_.Chosen();
+    const std::ptrdiff_t index = chosen ? FindLevel(session_, *chosen) : -1;
+    if (index >= 0 &&
+        ImportShotDialog(session_, static_cast<std::size_t>(index), &window_).exec() ==
+            QDialog::Accepted)
+        window_.ShowChosen();
+}
+
+void WindowCommands::ResizeShot()
+{
+    std::optional<Path> shot;
+    {
+        const Operation operation{session_};
+        if (ShotList* shots = Shots())
+            shot = ShotToResize(session_, *shots);
+    }
+    if (shot && ResizeDialog(session_, *shot, &window_).exec() == QDialog::Accepted)
+        window_.ShowChosen();
+}
+
+} // namespace kestrova

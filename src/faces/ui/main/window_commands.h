@@ -1,0 +1,53 @@
+#pragma once
+
+#include "app/command.h"
+
+class QWidget;
+
+namespace kestrova
+{
+
+class MainWindow;
+
+/// The commands that the window knows by name.
+inline constexpr std::string_view exitCommand = "Mnu_Exit";
+inline constexpr std::string_view playButton = "Pul_Play";
+
+/// What a chosen command does in the windows: some have a window of their own, all others are run
+/// as their row says, on the chosen level.
+class WindowCommands : public Face
+{
+public:
+    WindowCommands(Session& session, MainWindow& window) : session_(session), window_(window) {}
+
+    void Invoke(const CommandRow& row);
+
+    /// The dialog of a new level; files, packages and folders given here come in at once.
+    void AddLevelFrom(const std::vector<Path>& sources);
+    /// A picture of the list in a window of its own.
+    void ZoomShot(std::ptrdiff_t index);
+
+    void Note(const std::string& text) override;
+    ShotList* Shots() override;
+    void GameStarted() override;
+
+private:
+    void EditChosen();
+    void EditArchivePreferences();
+    void ShowAuthor();
+    void ImportShotsOfStore();
+    void ResizeShot();
+
+    /// A window of its own: which command opens it, and how.
+    struct Opens {
+        std::string_view command;
+        void (*show)(WindowCommands&);
+    };
+    static const Opens windows[];
+
+    Session& session_;
+    MainWindow& window_;
+    bool shotsTaken_ = false; ///< the command under way works on the shown pictures
+};
+
+} // namespace kestrova
