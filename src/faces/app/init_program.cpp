@@ -1,13 +1,10 @@
 #include "app/init_program.h"
 
 #include "app/start_up.h"
-#include "archive/level_sizes.h"
 #include "editor/find_trle.h"
 #include "formats/program_folder.h"
 #include "formats/trle_folder.h"
 #include "intake/left_intake.h"
-#include "levels/level_life.h"
-#include "levels/original_level.h"
 #include "platform/places.h"
 #include "session/preferences_file.h"
 #include "swap/backup.h"
@@ -72,6 +69,50 @@ bool OfferRestore(Session& session, TrleFinder& finder)
     return whole && finder.Prepare();
 }
 
+/// A start that shows and asks.
+class ShownStart : public StartFace
+{
+public:
+    ShownStart(StartWindows& windows, Path archive)
+        : windows_(windows), archive_(std::move(archive))
+    {
+    }
+    void Opened(Session& session) override
+    {
+        if (!archive_.empty())
+            session.preferences.archivePath = archive_.native();
+        session.archive = {};
+    }
+    bool HasLevelEditor(Session& session) override
+    {
+        TrleFinder finder{session};
+        if (!finder.Prepare() && !OfferRestore(session, finder) &&
+            !windows_.FindLevelEditor(session))
+            return false;
+        if (!MakeTrleBackup(session, false))
+            session.archive.dirty = false;
+        // The form of the backup must not be lost with a run that ends badly.
+        SavePreferencesNow(session);
+        return true;
+    }
+    Archive OpenArchive(Session& session) override
+    {
+        if (!LoadLastArchive(session))
+            return Archive::None;
+        if (!session.archive.Loaded() &&
+            windows_.AskNewOrLoad(session) == StartWindows::ArchiveChoice::Load)
+            AskLoadArchive(session);
+        if (session.archive.Loaded())
+            return Archive::Loaded;
+        CreateArchive(session);
+        return Archive::Made;
+    }
+
+private:
+    StartWindows& windows_;
+    Path archive_; ///< of the command line
+};
+
 } // namespace
 
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments)
@@ -95,38 +136,14 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
     session.hotKeysActive = false;
     session.loadFailedAskAnother = false;
     session.level0Rebuilt = false;
-    const CommandLine commandLine = ParseCommandLine(arguments);
-    bool firstRun = false;
-    if (!OpenSession(session, true, firstRun))
-        return false;
-    if (!commandLine.archive.empty())
-        session.preferences.archivePath = commandLine.archive.native();
-    session.archive = {};
-
-    TrleFinder finder{session};
-    if (!finder.Prepare() && !OfferRestore(session, finder) && !windows.FindLevelEditor(session))
-        return true;
-    if (!MakeTrleBackup(session, false))
-        session.archive.dirty = false;
-    // The form of the backup must not be lost with a run that ends badly.
-    SavePreferencesNow(session);
-    if (!EnsureLevel0Folder(session)) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::ErrorLevel0));
-        return true;
+    ShownStart face{windows, ParseCommandLine(arguments).archive};
+    const Start start = StartUp(session, face, Needs::Archive);
+    if (start == Start::Done) {
+        // A run that ends badly must not forget which archive was made or loaded.
+        SavePreferencesNow(session);
+        OfferLeftIntake(session);
     }
-    if (!LoadLastArchive(session))
-        return true;
-    if (!session.archive.Loaded() &&
-        windows.AskNewOrLoad(session) == StartWindows::ArchiveChoice::Load)
-        AskLoadArchive(session);
-    if (!session.archive.Loaded())
-        CreateArchive(session);
-    else if (session.level0Rebuilt)
-        RefreshLevelSizes(session, originalCode);
-    // A run that ends badly must not forget which archive was made or loaded.
-    SavePreferencesNow(session);
-    OfferLeftIntake(session);
-    return true;
+    return start != Start::Refused;
 }
 
 } // namespace kestrova

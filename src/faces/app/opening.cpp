@@ -1,17 +1,13 @@
 #include "app/opening.h"
 
 #include "app/start_up.h"
-#include "archive/level_sizes.h"
 #include "core/look.h"
 #include "editor/find_trle.h"
-#include "levels/level_life.h"
-#include "levels/original_level.h"
 #include "platform/places.h"
 #include "platform/terminal.h"
 #include "session/preferences_file.h"
 #include "swap/backup.h"
 #include "upkeep/archive_life.h"
-#include "words/app.h"
 #include "words/commands.h"
 
 namespace kestrova
@@ -32,7 +28,7 @@ bool TellArchive(Run& run, Message text)
     return false;
 }
 
-bool HasLevelEditor(Run& run)
+bool HasWholeLevelEditor(Run& run)
 {
     const Path trle = run.session.TrleFolder();
     const auto lacks = WhatTrleLacks(trle);
@@ -51,6 +47,38 @@ bool HasLevelEditor(Run& run)
     const bool mendable = FolderExists(trle) && *backup == BackupState::Present;
     return Refuse(run, mendable ? Msg::NeedsRestore : Msg::NeedsSetup);
 }
+
+bool HasRememberedArchive(Run& run)
+{
+    const Path remembered = run.session.RememberedArchive();
+    if (remembered.empty())
+        return Refuse(run, Msg::NeedsArchive);
+    return FileExists(remembered) || TellArchive(run, Msg::ArchiveGone);
+}
+
+/// A start that refuses, and says which command helps.
+class SaidStart : public StartFace
+{
+public:
+    explicit SaidStart(Run& run) : run_(run) {}
+
+    void Opened(Session& session) override
+    {
+        // A run ends with its command: nobody could save the archive later.
+        run_.keptAutoSave = session.preferences.autoSave;
+        session.preferences.autoSave = true;
+    }
+    bool HasLevelEditor(Session&) override { return HasWholeLevelEditor(run_); }
+    Archive OpenArchive(Session& session) override
+    {
+        return HasRememberedArchive(run_) && ReadArchive(session, session.RememberedArchive())
+                   ? Archive::Loaded
+                   : Archive::None;
+    }
+
+private:
+    Run& run_;
+};
 
 bool ChooseHome(Run& run, bool make)
 {
@@ -83,32 +111,9 @@ bool OpenToLook(Run& run, Needs needs)
 
 bool OpenToWork(Run& run, Needs needs, const Whereabouts& said)
 {
-    Session& session = run.session;
     platform::NoteInterrupts(Msg::InterruptNoted.text);
-    bool firstRun = false;
-    if (!ChooseHome(run, true) || !OpenSession(session, true, firstRun, said))
-        return false;
-    // A run ends with its command: nobody could save the archive later.
-    run.keptAutoSave = session.preferences.autoSave;
-    session.preferences.autoSave = true;
-    if (needs == Needs::Nothing)
-        return true;
-    if (!HasLevelEditor(run))
-        return false;
-    if (!EnsureLevel0Folder(session))
-        return Refuse(run, Msg::ErrorLevel0);
-    if (needs == Needs::LevelEditor)
-        return true;
-    const Path remembered = session.RememberedArchive();
-    if (remembered.empty())
-        return Refuse(run, Msg::NeedsArchive);
-    if (!FileExists(remembered))
-        return TellArchive(run, Msg::ArchiveGone);
-    if (!ReadArchive(session, remembered))
-        return false;
-    if (session.level0Rebuilt)
-        RefreshLevelSizes(session, originalCode);
-    return true;
+    SaidStart face{run};
+    return ChooseHome(run, true) && StartUp(run.session, face, needs, said) == Start::Done;
 }
 
 void RestoreAutoSave(Run& run)

@@ -1,9 +1,11 @@
 #include "app/start_up.h"
 
 #include "archive/archive_saving.h"
+#include "archive/level_sizes.h"
 #include "core/leftovers.h"
 #include "core/look.h"
 #include "formats/program_folder.h"
+#include "levels/original_level.h"
 #include "platform/places.h"
 #include "session/preferences_file.h"
 #include "swap/recovery.h"
@@ -91,6 +93,28 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
     MendAtStart(session, said);
     ClearLeftovers(session);
     return true;
+}
+
+Start StartUp(Session& session, StartFace& face, Needs needs, const Whereabouts& said)
+{
+    bool firstRun = false;
+    if (!OpenSession(session, true, firstRun, said))
+        return Start::Refused;
+    face.Opened(session);
+    if (needs == Needs::Nothing)
+        return Start::Done;
+    if (!face.HasLevelEditor(session))
+        return Start::Stopped;
+    if (!EnsureLevel0Folder(session)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::ErrorLevel0));
+        return Start::Stopped;
+    }
+    if (needs == Needs::LevelEditor)
+        return Start::Done;
+    const StartFace::Archive archive = face.OpenArchive(session);
+    if (archive == StartFace::Archive::Loaded && session.level0Rebuilt)
+        RefreshLevelSizes(session, originalCode);
+    return archive == StartFace::Archive::None ? Start::Stopped : Start::Done;
 }
 
 bool WritePreferences(Session& session)

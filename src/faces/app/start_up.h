@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "app/command.h"
 #include "swap/whereabouts.h"
 
 /// The program's start and end, in the order in which a player meets it.
@@ -21,6 +21,30 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
 /// The archive of the preferences into memory as it stands in its file: no question, no check of
 /// its folders, nothing written. A failure leaves an empty archive and is not told.
 Status LoadArchiveToLook(Session& session);
+
+/// What a face does at the steps of a start that may find something missing: windows offer and ask,
+/// the terminal says what to do.
+class StartFace
+{
+public:
+    virtual ~StartFace() = default;
+    /// The preferences are read.
+    virtual void Opened(Session& session) = 0;
+    /// True when there is a Level Editor's folder to work with, whatever that took.
+    virtual bool HasLevelEditor(Session& session) = 0;
+    enum class Archive { None, Loaded, Made };
+    /// `None`, with words or after a question, ends the start.
+    virtual Archive OpenArchive(Session& session) = 0;
+};
+
+/// `Refused`: the folders or the preferences cannot be used, and nothing was begun. `Stopped`: at a
+/// step that failed, in words; the session is usable as far as it came.
+enum class Start { Refused, Stopped, Done };
+
+/// The one start of every face that writes: preferences with the locks and the mending of
+/// interrupted work (`OpenSession`), the Level Editor's folder, the folder of level 0000, the
+/// archive, as far as `needs` says.
+Start StartUp(Session& session, StartFace& face, Needs needs, const Whereabouts& said = {});
 
 /// Preferences and settings to their files; asks for an unsaved archive first. Says nothing of a
 /// file that cannot be written. False, with nothing written, when the person kept changes that

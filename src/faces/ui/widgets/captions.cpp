@@ -84,7 +84,7 @@ bool SetCaption(QWidget& window, const char* name, const QString& text)
 }
 
 /// Menus choose first, then the buttons in the order of the table.
-void GiveLetters(QWidget& window)
+void GiveAllLetters(QWidget& window)
 {
     QSet<QChar> taken;
     for (const auto* bar : window.findChildren<QMenuBar*>())
@@ -121,7 +121,7 @@ void SetCaptions(QWidget& window)
     for (const Caption& caption : captions)
         if (name == caption.window)
             SetCaption(window, caption.control, Words(caption.text));
-    GiveLetters(window);
+    GiveAllLetters(window);
 }
 
 QStringList CaptionFaults(const QWidget& window)
