@@ -163,9 +163,11 @@ TEST_F(IntakeStepsTest, AcceptingEndsAtTheFirstRowThatIsRefusedAndGoesOnFromItsB
     box.Write("in/savegame.1", "saved");
     ASSERT_TRUE(AddSources(level, {box / "in"}));
     box.host.told.clear();
-    box.host.StopAtStep(1);
-    endsAt("TakeSavegames");
-    EXPECT_EQ(box.host.AllTold(), "") << "a Stop is nobody's news";
+    for (const int step : {1, 3}) { // before the savegame, and while it is copied
+        box.host.StopAtStep(step);
+        endsAt("TakeSavegames");
+        EXPECT_EQ(box.host.AllTold(), "") << "a Stop is nobody's news";
+    }
     EXPECT_EQ(record.levelNote, "my note");
     box.host.StopAtStep(0);
     ASSERT_TRUE(Accept(level)) << box.host.AllTold();
