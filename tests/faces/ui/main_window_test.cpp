@@ -299,6 +299,17 @@ TEST(MainWindow, ARightClickOnALevelOffersItsCommands)
     EXPECT_EQ(world.window.findChild<QMenu*>(QStringLiteral("mnu_OnLevel")), nullptr);
 }
 
+TEST(MainWindow, TheKeyboardOffersTheCommandsOfTheChosenLevel)
+{
+    WindowWorld world;
+    world.Show();
+    auto* list = world.Find<QListView>("Combo_Livelli");
+    const QPoint place = list->rect().center();
+    QContextMenuEvent wanted(QContextMenuEvent::Keyboard, place, list->mapToGlobal(place));
+    QCoreApplication::sendEvent(list, &wanted);
+    EXPECT_NE(world.window.findChild<QMenu*>(QStringLiteral("mnu_OnLevel")), nullptr);
+}
+
 TEST(MainWindow, EveryCommandOfAMenuHasALetterOfItsOwn)
 {
     WindowWorld world;

@@ -5,6 +5,7 @@
 #include "ui/widgets/qt_text.h"
 #include "words/ui_main.h"
 
+#include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -75,6 +76,7 @@ void LevelListPane::MakeView()
     view_->setItemDelegate(new LevelDelegate(view_));
     view_->setModel(model_);
     view_->setContextMenuPolicy(Qt::CustomContextMenu);
+    view_->installEventFilter(this);
     connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &LevelListPane::RowChosen);
     connect(view_, &QListView::activated, this, [this] { activated(); });
@@ -122,6 +124,12 @@ QLayout* LevelListPane::MakeBottom()
 
 bool LevelListPane::eventFilter(QObject* object, QEvent* event)
 {
+    // By the keyboard it is of the chosen row, wherever that stands.
+    if (object == view_ && event->type() == QEvent::ContextMenu &&
+        static_cast<QContextMenuEvent*>(event)->reason() == QContextMenuEvent::Keyboard) {
+        WantMenu(view_->visualRect(view_->currentIndex()).center());
+        return true;
+    }
     if (object != search_ || event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(object, event);
     switch (static_cast<QKeyEvent*>(event)->key()) {
