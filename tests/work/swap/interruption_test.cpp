@@ -185,7 +185,7 @@ TEST(Recovery, IsItselfMendedWhereverItIsKilled)
         EXPECT_EQ(world.Read("levels/LEVEL_0002/backup_savegames/savegame.1"),
                   SavegameBytes("Second", 7));
         if (!run.killed || HasFailure())
-            return TellPoints(step - 1, 50);
+            return TellPoints(step - 1, 25);
     }
     FAIL() << "never finished";
 }
