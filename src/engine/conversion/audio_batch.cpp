@@ -119,9 +119,6 @@ bool AudioBatch::PassesOver(std::size_t index)
 /// Told, when a result would take the place of a file that is protected.
 bool AudioBatch::RefuseToReplace()
 {
-    const auto isSame = [](const platform::FileFacts& a, const platform::FileFacts& b) {
-        return a.kind != platform::FileKind::Missing && a.device == b.device && a.inode == b.inode;
-    };
     const auto unknown = [&](const Failure& failure) {
         status_ = GetMsg(Msg::FolderNotRead, {failure.subject});
         refused_ = true;
@@ -140,8 +137,9 @@ bool AudioBatch::RefuseToReplace()
         const auto place = LookAt(target_.folder / ResultName(i));
         if (!place)
             return unknown(place.Error());
-        const auto own = std::find_if(originals.begin(), originals.end(),
-                                      [&](const auto& facts) { return isSame(*place, facts); });
+        const auto own = std::find_if(originals.begin(), originals.end(), [&](const auto& facts) {
+            return IsSameThing(*place, facts);
+        });
         if (own == originals.end())
             continue;
         status_ = GetMsg(

@@ -7,6 +7,7 @@
 #include "conversion/mp3_tools.h"
 #include "core/copying.h"
 #include "core/file_kinds.h"
+#include "core/look.h"
 #include "core/text.h"
 #include "words/common.h"
 #include "words/conversion.h"
@@ -159,7 +160,7 @@ private:
             outcome_.made = std::move(temporary_);
             return;
         }
-        if (SameFolder(current_.parent_path(), target_.folder)) {
+        if (IsSameFolder(current_.parent_path(), target_.folder)) {
             outcome_.stands = true;
             return;
         }
@@ -168,14 +169,6 @@ private:
             Fail(mode_, status.Error().reason);
         else
             outcome_.made = std::move(copy);
-    }
-
-    static bool SameFolder(const Path& a, const Path& b)
-    {
-        const platform::FileFacts first = platform::FactsOf(ResolvePath(a));
-        const platform::FileFacts second = platform::FactsOf(ResolvePath(b));
-        return first.kind == platform::FileKind::Folder && first.device == second.device &&
-               first.inode == second.inode;
     }
 
     const Tools tools_;

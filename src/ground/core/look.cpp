@@ -68,16 +68,34 @@ Result<bool> IsFree(const Path& path)
     return facts ? Result<bool>{facts->kind == FileKind::Missing} : facts.Error();
 }
 
-Result<Path> FreeNumbered(const Path& file)
+Result<Path> FirstFree(const std::function<Path(int)>& nameOf, int first, int last)
 {
-    for (int number = 1;; ++number) {
-        Path name = file.native() + "." + std::to_string(number);
+    for (int number = first; number <= last; ++number) {
+        Path name = nameOf(number);
         const auto isFree = IsFree(name);
         if (!isFree)
             return isFree.Error();
         if (*isFree)
             return name;
     }
+    return Path{};
+}
+
+Result<Path> FreeNumbered(const Path& file)
+{
+    return FirstFree([&](int number) { return file.native() + "." + std::to_string(number); });
+}
+
+bool IsSameThing(const platform::FileFacts& a, const platform::FileFacts& b)
+{
+    return a.kind != FileKind::Missing && a.kind == b.kind && a.device == b.device &&
+           a.inode == b.inode;
+}
+
+bool IsSameFolder(const Path& a, const Path& b)
+{
+    const platform::FileFacts facts = platform::FactsOf(ResolvePath(a));
+    return facts.kind == FileKind::Folder && IsSameThing(facts, platform::FactsOf(ResolvePath(b)));
 }
 
 Result<std::optional<std::string>> ReadFileIfThere(const Path& file, std::uint64_t limit)

@@ -55,4 +55,16 @@ Path FreshPlaceIn(const Path& folder)
     return StagedNameFor(folder / stagedPrefix);
 }
 
+WorkFolder::WorkFolder(Path folder, Make make) : folder_(std::move(folder))
+{
+    (void)ClearPlace(folder_);
+    if (make == Make::Now)
+        (void)MakeFolders(folder_);
+}
+
+WorkFolder::~WorkFolder()
+{
+    (void)ClearPlace(folder_); // what stays is cleared by the next use
+}
+
 } // namespace kestrova

@@ -14,6 +14,25 @@ Status ClearPlace(const Path& place, const Heartbeat& heartbeat = {});
 /// A free name in `folder` for a folder to work in, one that no listing shows.
 Path FreshPlaceIn(const Path& folder);
 
+/// A folder to work in: empty at the beginning, whatever a killed program left there, and gone with
+/// all that is in it at the end.
+class WorkFolder
+{
+public:
+    enum class Make {
+        Now,  ///< a failure shows with the first file that is put there
+        Later ///< by whoever needs it first
+    };
+    explicit WorkFolder(Path folder, Make make = Make::Later);
+    ~WorkFolder();
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+    [[nodiscard]] const Path& Folder() const { return folder_; }
+
+private:
+    Path folder_;
+};
+
 /// The folder with all that is in it. Links are unlinked, never entered.
 Status RemoveTree(const Path& folder, const Heartbeat& heartbeat = {});
 

@@ -20,12 +20,15 @@
 namespace kestrova
 {
 
+/// How many savegames the game has places for.
+inline constexpr std::size_t gameSlotCount = 15;
+
 struct SavegameArchiveHeader {
     std::string slotPrefix;
     std::string archiveRoot;
     std::string liveFolder;
     std::string gameExe;
-    std::int16_t slotCount = 15;
+    std::int16_t slotCount = std::int16_t{gameSlotCount};
     std::int32_t archivedCount = 0;
 };
 

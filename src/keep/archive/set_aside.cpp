@@ -22,16 +22,11 @@ Result<Path> FreeName(const Path& folder, std::int64_t now)
     std::string time = DateText(now);
     std::replace(time.begin(), time.end(), ' ', '_');
     std::replace(time.begin(), time.end(), ':', '.');
-    for (int n = 1;; ++n) {
+    return FirstFree([&](int n) {
         const std::string again = n == 1 ? std::string{} : '-' + std::to_string(n);
-        Path name = folder.parent_path() /
-                    Filled(OnDisk::FragSetAside, {folder.filename().native(), time + again});
-        const auto isFree = IsFree(name);
-        if (!isFree)
-            return isFree.Error();
-        if (*isFree)
-            return name;
-    }
+        return folder.parent_path() /
+               Filled(OnDisk::FragSetAside, {folder.filename().native(), time + again});
+    });
 }
 
 bool IsCalledLikeALevel(const std::string& name)

@@ -7,6 +7,7 @@
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
 #include "formats/savegame_info.h"
+#include "formats/savegame_records.h"
 #include "formats/trle_folder.h"
 #include "history/history_bounds.h"
 #include "history/players_files.h"
@@ -21,8 +22,6 @@ namespace kestrova
 
 namespace
 {
-
-constexpr int gameSlots = 15;
 
 /// For more files than these one flush of the whole file system is cheaper than one for each.
 constexpr std::size_t flushedSingly = 2;
@@ -187,20 +186,17 @@ Result<Path> FreePlace(const Path& folder, const std::string& name)
 {
     const bool savegame = MatchesPattern(name, OnDisk::SavegamePattern);
     const std::string ending = ExtensionOf(name);
-    for (int number = 0;; ++number) {
-        Path place = folder / name;
-        if (number > 0)
-            place = savegame
-                        ? folder / (std::string{OnDisk::SavegameStem} + std::to_string(number - 1))
-                        : folder / (BaseNameOf(name) + "-" + std::to_string(number + 1) + ending);
-        const auto isFree = IsFree(place);
-        if (!isFree)
-            return isFree.Error();
-        if (*isFree)
-            return place;
-        if (savegame && number == gameSlots)
-            return Failure{ErrorCode::Refused, GetMsg(Msg::HistoryNoFreeSlot), {}};
-    }
+    const auto nameOf = [&](int number) -> Path {
+        if (number == 0)
+            return folder / name;
+        if (savegame)
+            return folder / (std::string{OnDisk::SavegameStem} + std::to_string(number - 1));
+        return folder / (BaseNameOf(name) + "-" + std::to_string(number + 1) + ending);
+    };
+    auto place = savegame ? FirstFree(nameOf, 0, int{gameSlotCount}) : FirstFree(nameOf, 0);
+    if (place && place->empty())
+        return Failure{ErrorCode::Refused, GetMsg(Msg::HistoryNoFreeSlot), {}};
+    return place;
 }
 
 /// The content of an entry, whole.

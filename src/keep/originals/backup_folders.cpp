@@ -104,15 +104,10 @@ Result<bool> IsOf(const NotedBackup& backup, const Session& session)
 
 Result<Path> FreeAside(const Session& session)
 {
-    for (int number = 1;; ++number) {
-        Path place = InFolder(session.programFolder,
-                              Filled(OnDisk::FragAsideBackup, {std::to_string(number)}));
-        const auto isFree = IsFree(place);
-        if (!isFree)
-            return isFree.Error();
-        if (*isFree)
-            return place;
-    }
+    return FirstFree([&](int number) {
+        return InFolder(session.programFolder,
+                        Filled(OnDisk::FragAsideBackup, {std::to_string(number)}));
+    });
 }
 
 /// The backup under a free name, noted there before it moves.

@@ -5,6 +5,7 @@
 #include "core/copying.h"
 #include "core/file_kinds.h"
 #include "core/leftovers.h"
+#include "core/look.h"
 #include "core/removal.h"
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
@@ -216,14 +217,6 @@ Status ConvertInPlace(const std::vector<StoreStep>& steps, const Path& folder,
     return RunFileJobs(std::move(jobs), progress);
 }
 
-bool SameFolder(const Path& a, const Path& b)
-{
-    const platform::FileFacts first = platform::FactsOf(ResolvePath(a));
-    const platform::FileFacts second = platform::FactsOf(ResolvePath(b));
-    return first.kind == platform::FileKind::Folder && first.device == second.device &&
-           first.inode == second.inode;
-}
-
 bool Told(Session& session, const Status& status)
 {
     if (!status && status.Error().code != ErrorCode::Stopped)
@@ -302,7 +295,8 @@ bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<Level
     };
     if (!ConvertsWaves(session, code, form))
         return store(files);
-    const WorkingFolder work{InFolder(session.programFolder, OnDisk::DirTempCompr)};
+    const WorkFolder work{InFolder(session.programFolder, OnDisk::DirTempCompr),
+                          WorkFolder::Make::Now};
     std::vector<LevelFile> encoded = files;
     return EncodeWaves(session, encoded, work.Folder()) && store(encoded);
 }
@@ -317,7 +311,7 @@ bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, Progr
         return Told(session, listed.Error());
     const std::vector<LevelFile>& files = *listed;
     const Path home = InFolder(LevelHomeOf(session, code), OnDisk::DirFiles);
-    if (!SameFolder(source, home))
+    if (!IsSameFolder(source, home))
         return StoreFilesOfLevel(session, code, files, label, form);
     if (code == originalCode)
         return false;

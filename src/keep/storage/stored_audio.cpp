@@ -63,17 +63,6 @@ std::string PatternOf(std::string_view extension)
 
 } // namespace
 
-WorkingFolder::WorkingFolder(Path folder) : folder_(std::move(folder))
-{
-    (void)ClearPlace(folder_);  // left by a killed program
-    (void)MakeFolders(folder_); // the first file in it tells of a failure
-}
-
-WorkingFolder::~WorkingFolder()
-{
-    (void)ClearPlace(folder_); // the next use clears what stays
-}
-
 bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& work)
 {
     // Of two files of one name the later one counts, as in the stored folder.
@@ -167,7 +156,8 @@ bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::
                   bool& refused)
 {
     const std::string pattern = PatternOf(toMp3 ? OnDisk::WavExtension : OnDisk::Mp3Extension);
-    const WorkingFolder work{InFolder(session.programFolder, OnDisk::DirTempCompr)};
+    const WorkFolder work{InFolder(session.programFolder, OnDisk::DirTempCompr),
+                          WorkFolder::Make::Now};
     std::vector<Path> sources;
     std::map<Path, std::vector<Path>> origins; // of each source
     std::multimap<std::string, Path> byName;   // the sources, by folded name

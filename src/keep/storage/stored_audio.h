@@ -7,20 +7,6 @@ namespace kestrova
 
 /// Waves of a level on their way into the archive as mp3.
 
-/// A folder of the program's own that is empty at the beginning and gone at the end.
-class WorkingFolder
-{
-public:
-    explicit WorkingFolder(Path folder);
-    ~WorkingFolder();
-    WorkingFolder(const WorkingFolder&) = delete;
-    WorkingFolder& operator=(const WorkingFolder&) = delete;
-    [[nodiscard]] const Path& Folder() const { return folder_; }
-
-private:
-    Path folder_;
-};
-
 /// Puts mp3 files, made in `work`, in place of the waves of the list. The sources stay as they are.
 /// False when it failed and the person does not want to go on; whoever does leaves the waves that
 /// were not converted behind.

@@ -4,6 +4,7 @@
 #include "core/dates.h"
 #include "core/name_list.h"
 #include "formats/savegame_info.h"
+#include "formats/savegame_records.h"
 #include "formats/trle_folder.h"
 #include "platform/places.h"
 #include "saves/savegame_moves.h"

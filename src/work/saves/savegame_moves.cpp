@@ -7,6 +7,7 @@
 #include "core/staged_file.h"
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
+#include "formats/savegame_records.h"
 #include "formats/trle_folder.h"
 #include "history/history.h"
 #include "platform/file_content.h"

@@ -43,6 +43,4 @@ Status EndEarlierMove(Session& session);
 /// True while a move that failed or was killed waits to be finished.
 bool SavegameMoveWaits(const Session& session);
 
-inline constexpr std::size_t gameSlotCount = 15;
-
 } // namespace kestrova

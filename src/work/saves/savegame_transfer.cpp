@@ -3,6 +3,7 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/name_list.h"
+#include "formats/savegame_records.h"
 #include "formats/trle_folder.h"
 #include "history/history.h"
 #include "saves/savegame_moves.h"
@@ -27,11 +28,6 @@ FailedFiles AllFailed(const std::vector<Path>& files, const Failure& failure)
     return failed;
 }
 
-bool IsSameFile(const platform::FileFacts& a, const platform::FileFacts& b)
-{
-    return a.kind != platform::FileKind::Missing && a.device == b.device && a.inode == b.inode;
-}
-
 Status ExportOne(Session& session, LevelCode code, const Path& file, const Path& target,
                  std::vector<std::string>* replaced)
 {
@@ -39,7 +35,7 @@ Status ExportOne(Session& session, LevelCode code, const Path& file, const Path&
     const auto there = LookAt(target);
     if (!facts || !there)
         return facts ? there.Error() : facts.Error();
-    if (IsSameFile(*facts, *there))
+    if (IsSameThing(*facts, *there))
         return Failure{ErrorCode::Refused, TextOf(file), GetMsg(Msg::ExportOntoItself)};
     if (there->kind != platform::FileKind::File && there->kind != platform::FileKind::Missing)
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WriteNoFile, {TextOf(target)})};
@@ -57,14 +53,13 @@ Status ExportOne(Session& session, LevelCode code, const Path& file, const Path&
 /// The lowest place of the game that has no savegame.
 Result<Path> FreeSlot(const Path& folder)
 {
-    for (std::size_t slot = 0; slot < gameSlotCount; ++slot) {
-        Path place = folder / (std::string{OnDisk::SavegameStem} + std::to_string(slot));
-        const auto isFree = IsFree(place);
-        if (!isFree)
-            return isFree.Error();
-        if (*isFree)
-            return place;
-    }
+    auto place = FirstFree(
+        [&](int slot) {
+            return folder / (std::string{OnDisk::SavegameStem} + std::to_string(slot));
+        },
+        0, int{gameSlotCount} - 1);
+    if (!place || !place->empty())
+        return place;
     return Failure{ErrorCode::Refused, {}, GetMsg(Msg::HistoryNoFreeSlot)};
 }
 

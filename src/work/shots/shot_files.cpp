@@ -43,15 +43,9 @@ Result<Path> NewShotName(const Session& session, std::size_t index, std::string&
     const LevelRecord& level = session.archive.levels[index];
     const std::string title = Cut(ReplaceForbiddenChars(Trim(level.levelName)), titleRoom);
     const Path folder = ResolvePath(ShotFolderOf(session, level.levelCode));
-    for (std::uint64_t n = 1;; ++n) {
-        Path candidate =
-            folder / (std::to_string(n).append(OnDisk::ShotNumberEnds) + title + extension);
-        const auto isFree = IsFree(candidate);
-        if (!isFree)
-            return isFree.Error();
-        if (*isFree)
-            return candidate;
-    }
+    return FirstFree([&](int number) {
+        return folder / (std::to_string(number).append(OnDisk::ShotNumberEnds) + title + extension);
+    });
 }
 
 bool IsShotName(std::string_view name)

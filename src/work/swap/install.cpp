@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "core/look.h"
 #include "core/name_list.h"
+#include "core/removal.h"
 #include "core/staged_file.h"
 #include "formats/program_folder.h"
 #include "formats/trle_folder.h"
@@ -91,7 +92,7 @@ bool IsOriginalNow(Session& session)
 
 bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
 {
-    StagingFolder staging{InFolder(session.TrleFolder(), OnDisk::DirReady)};
+    WorkFolder staging{InFolder(session.TrleFolder(), OnDisk::DirReady)};
     std::vector<Placement> placements;
     if (code != originalCode && !ReadyPlacements(session, code, staging.Folder(), placements))
         return false;

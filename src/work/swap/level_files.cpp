@@ -19,16 +19,6 @@
 namespace kestrova
 {
 
-StagingFolder::StagingFolder(Path folder) : folder_(std::move(folder))
-{
-    (void)ClearPlace(folder_); // left by a killed program
-}
-
-StagingFolder::~StagingFolder()
-{
-    (void)ClearPlace(folder_); // its name is never listed, and the next swap clears it
-}
-
 namespace
 {
 
@@ -96,7 +86,7 @@ void MendAfterRestart(Session& session, LevelCode code)
     const auto& owner = found ? *found : std::optional<OwnerRecord>{};
     if (!owner || owner->bootId == session.machine.BootId())
         return;
-    StagingFolder staging{InFolder(session.TrleFolder(), OnDisk::DirReady)};
+    WorkFolder staging{InFolder(session.TrleFolder(), OnDisk::DirReady)};
     std::vector<Placement> placements;
     if (!ReadyPlacements(session, code, staging.Folder(), placements))
         return;

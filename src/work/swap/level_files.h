@@ -6,20 +6,6 @@
 namespace kestrova
 {
 
-/// A folder for expanded files; removed with all that is in it at the end of its life.
-class StagingFolder
-{
-public:
-    explicit StagingFolder(Path folder);
-    ~StagingFolder();
-    StagingFolder(const StagingFolder&) = delete;
-    StagingFolder& operator=(const StagingFolder&) = delete;
-    [[nodiscard]] const Path& Folder() const { return folder_; }
-
-private:
-    Path folder_;
-};
-
 /// A level's files proved and ready: expanded into `staging` or where the archive has them, with
 /// room for them measured. Shows its failure; nothing is changed then.
 bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,

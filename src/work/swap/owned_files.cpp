@@ -84,7 +84,7 @@ bool OwnedNames::IsAsPut(const std::string& name, const platform::FileFacts& fac
 /// The level's files as the game has them, expanded where they are stored compressed.
 struct SafeContents::Stored {
     explicit Stored(const Path& folder) : staging(folder) {}
-    StagingFolder staging;
+    WorkFolder staging;
     std::unordered_multimap<std::string, Path> files; ///< by the folded name of their place
 };
 

@@ -314,7 +314,7 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
     if (!known)
         return known.Error();
     const LevelPlace& standing = known->level;
-    const StagingFolder staging{FreshPlaceIn(session.programFolder)};
+    const WorkFolder staging{FreshPlaceIn(session.programFolder)};
     std::vector<Placement> level;
     std::vector<std::string> replaced;
     if (standing.code != originalCode) {
@@ -388,7 +388,7 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
         GapsOf(session, session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))]);
     if (!gaps)
         return gaps.Error();
-    const StagingFolder staging{FreshPlaceIn(session.programFolder)};
+    const WorkFolder staging{FreshPlaceIn(session.programFolder)};
     const auto ready = ReadyLevelFiles(session, *source, staging.Folder(), false, nullptr);
     if (!ready)
         return std::vector<Difference>{{Mismatch::Differs, ready.Error().subject}};

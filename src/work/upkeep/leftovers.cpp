@@ -30,14 +30,6 @@ bool IsThere(const Path& path)
     return !IsFree(path).ValueOr(false);
 }
 
-bool IsSameFolder(const Path& a, const Path& b)
-{
-    const platform::FileFacts first = platform::FactsOf(a);
-    const platform::FileFacts second = platform::FactsOf(b);
-    return first.kind == FileKind::Folder && first.inode == second.inode &&
-           first.device == second.device;
-}
-
 /// The folders whose locks a program that works holds.
 std::vector<Path> HeldFolders(const Session& session)
 {
