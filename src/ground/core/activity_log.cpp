@@ -12,57 +12,55 @@ namespace kestrova
 namespace
 {
 
-/// Marks the outcome and ends the line.
-Status Marked(Status status, ActivityLog& log, bool overwritten = false)
+std::string OutcomeMark(bool done)
 {
-    log += (status ? Msg::LogOk : Msg::LogError).text;
-    if (overwritten)
-        log += Msg::LogOverwrite.text;
-    log += lineBreak;
-    return status;
-}
-
-void BeginCopyLine(ActivityLog& log, const Path& source, const Path& target)
-{
-    log += GetMsg(Msg::LogCopy) + TextOf(source) + GetMsg(Msg::LogArrow) + TextOf(target);
+    return GetMsg(done ? Msg::LogOk : Msg::LogError);
 }
 
 } // namespace
 
+std::string LogLine(std::initializer_list<std::string> parts)
+{
+    std::string text;
+    for (const std::string& part : parts)
+        text += part;
+    return text + std::string{lineBreak};
+}
+
+std::string CopyLine(const Path& source, const Path& target, bool done, bool overwritten)
+{
+    return LogLine({GetMsg(Msg::LogCopy), TextOf(source), GetMsg(Msg::LogArrow), TextOf(target),
+                    OutcomeMark(done), overwritten ? GetMsg(Msg::LogOverwrite) : std::string{}});
+}
+
+std::string DeleteDirLine(const Path& folder, const std::string& pattern, bool done)
+{
+    return LogLine({GetMsg(Msg::LogDeleteDir), "\"", pattern, "\"", GetMsg(Msg::LogArrow),
+                    TextOf(folder), OutcomeMark(done)});
+}
+
 Status LogCopyFile(const Path& source, const Path& target, ActivityLog& log,
                    const CopyOptions& options)
 {
-    BeginCopyLine(log, source, target);
-    return Marked(CopyFileOver(source, target, options), log);
-}
-
-Status LogCopyFileNoting(const Path& source, const Path& target, bool& overwritten,
-                         ActivityLog& log, const CopyOptions& options)
-{
-    BeginCopyLine(log, source, target);
-    overwritten = FileExists(target);
-    return Marked(CopyFileOver(source, target, options), log, overwritten);
-}
-
-Status LogDeleteMatching(const Path& folder, ActivityLog& log, std::string_view pattern)
-{
-    log += GetMsg(Msg::LogDeleteDir) + "\"" + std::string{pattern} + "\"" + GetMsg(Msg::LogArrow) +
-           TextOf(folder);
-    return Marked(DeleteMatching(folder, pattern), log);
+    auto status = CopyFileOver(source, target, options);
+    log += CopyLine(source, target, static_cast<bool>(status));
+    return status;
 }
 
 Status LogCopyMatching(const Path& source, const Path& target, ActivityLog& log,
                        std::string_view pattern, const CopyOptions& options)
 {
-    log += GetMsg(Msg::LogCopyAll) + TextOf(source) + "\\" + std::string{pattern} +
-           GetMsg(Msg::LogArrow) + TextOf(target);
-    return Marked(CopyMatching(source, target, pattern, options), log);
+    auto status = CopyMatching(source, target, pattern, options);
+    log += LogLine({GetMsg(Msg::LogCopyAll), TextOf(source), "\\", std::string{pattern},
+                    GetMsg(Msg::LogArrow), TextOf(target), OutcomeMark(static_cast<bool>(status))});
+    return status;
 }
 
 Status LogDeleteFile(const Path& exact, const Path& named, ActivityLog& log)
 {
-    log += GetMsg(Msg::LogDelete) + TextOf(named);
-    return Marked(DeleteSpelled(exact), log);
+    auto status = DeleteSpelled(exact);
+    log += LogLine({GetMsg(Msg::LogDelete), TextOf(named), OutcomeMark(static_cast<bool>(status))});
+    return status;
 }
 
 Status WriteLogFile(const Path& programFolder, const ActivityLog& log)

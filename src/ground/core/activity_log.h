@@ -3,6 +3,7 @@
 #include "core/copying.h"
 #include "core/files.h"
 
+#include <initializer_list>
 #include <string>
 
 /// The record of a swap in words: each wrapper does a file operation, adds one line ended by CRLF,
@@ -12,12 +13,15 @@ namespace kestrova
 
 using ActivityLog = std::string;
 
+/// The parts as one line.
+std::string LogLine(std::initializer_list<std::string> parts);
+/// The line of one copied file. `overwritten`: the target existed.
+std::string CopyLine(const Path& source, const Path& target, bool done, bool overwritten = false);
+/// The line of a pattern's files that were deleted.
+std::string DeleteDirLine(const Path& folder, const std::string& pattern, bool done);
+
 Status LogCopyFile(const Path& source, const Path& target, ActivityLog& log,
                    const CopyOptions& options = {});
-/// `overwritten` tells whether the target existed.
-Status LogCopyFileNoting(const Path& source, const Path& target, bool& overwritten,
-                         ActivityLog& log, const CopyOptions& options = {});
-Status LogDeleteMatching(const Path& folder, ActivityLog& log, std::string_view pattern);
 Status LogCopyMatching(const Path& source, const Path& target, ActivityLog& log,
                        std::string_view pattern, const CopyOptions& options = {});
 /// Deletes the file of exactly that spelling, no twin of it; the line calls it `named`.

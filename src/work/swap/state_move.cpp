@@ -1,9 +1,9 @@
 #include "swap/swap_run.h"
 
 #include "archive/level_folders.h"
+#include "core/activity_log.h"
 #include "core/copying.h"
 #include "core/file_kinds.h"
-#include "core/log_lines.h"
 #include "core/look.h"
 #include "core/name_list.h"
 #include "history/history.h"

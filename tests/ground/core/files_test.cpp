@@ -290,12 +290,10 @@ TEST_F(Files, TheLogTellsEachStepAndHowItEnded)
     const std::string a = (box / "a").native();
     const std::string b = (box / "b").native();
     ActivityLog log;
-    bool overwritten = false;
-    EXPECT_TRUE(LogCopyFileNoting(box / "a/x.dat", box / "b/x.dat", overwritten, log));
-    EXPECT_TRUE(overwritten);
+    log += CopyLine(box / "a/x.dat", box / "b/x.dat", true, true);
     EXPECT_FALSE(LogCopyFile(box / "a/none", box / "b/y", log));
     EXPECT_TRUE(LogCopyMatching(box / "a", box / "b", log, "*.*"));
-    EXPECT_TRUE(LogDeleteMatching(box / "b", log, "*.dat"));
+    log += DeleteDirLine(box / "b", "*.dat", true);
     EXPECT_TRUE(LogDeleteFile(box / "b/x.dat", box / "b/x.dat", log));
     EXPECT_EQ(log, "COPY " + a + "/x.dat -> " + b + "/x.dat [OK] [OVERWRITE]\r\n" + "COPY " + a +
                        "/none -> " + b + "/y [ERROR]\r\n" + "COPYALL " + a + "\\*.* -> " + b +
