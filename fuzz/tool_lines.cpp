@@ -24,11 +24,11 @@ Read ReadBy(std::string_view bytes, std::size_t chunk, bool wholeLines)
 {
     constexpr std::uint64_t total = 3;
     std::vector<std::unique_ptr<LineParser>> parsers;
-    parsers.push_back(CountPacked(ZipTool().marks, total));
+    parsers.push_back(GestioneZip(ZipTool().marks, total));
     for (const Unpacker unpacker : {Unpacker::Unzip, Unpacker::Bsdtar})
-        parsers.push_back(CountUnpacked(ToolOf(unpacker).marks, total));
-    parsers.push_back(ReadPlayedTime(total));
-    parsers.push_back(ReadPercent());
+        parsers.push_back(GestioneUnzip(ToolOf(unpacker).marks, total));
+    parsers.push_back(GestioneMadPlay(total));
+    parsers.push_back(GestioneLame());
     Read read;
     LineSplitter splitter{wholeLines};
     const auto take = [&](std::string_view line) {

@@ -127,7 +127,7 @@ bool DecodeMp3(const Tools& tools, const Path& source, const Path& destination,
         return RunAudioTool(tools,
                             {.tool = Decoder(),
                              .arguments = DecoderArguments(mp3, wave.Staged(), checksums),
-                             .parser = [seconds] { return ReadPlayedTime(seconds); }},
+                             .parser = [seconds] { return GestioneMadPlay(seconds); }},
                             wave.Staged(), state);
     };
     if (!decode(Checksums::Heeded))
@@ -169,7 +169,7 @@ bool EncodeMp3(const Tools& tools, const Mp3Settings& settings, const Path& sour
     if (!RunAudioTool(tools,
                       {.tool = Encoder(),
                        .arguments = EncoderArguments(place, mp3.Staged(), settings),
-                       .parser = ReadPercent},
+                       .parser = GestioneLame},
                       mp3.Staged(), state))
         return false;
     const auto bytes = ReadWholeFile(mp3.Staged());

@@ -54,12 +54,12 @@ public:
 
 } // namespace
 
-std::unique_ptr<LineParser> ReadPlayedTime(std::uint64_t total)
+std::unique_ptr<LineParser> GestioneMadPlay(std::uint64_t total)
 {
     return std::make_unique<PlayedTime>(total);
 }
 
-std::unique_ptr<LineParser> ReadPercent()
+std::unique_ptr<LineParser> GestioneLame()
 {
     return std::make_unique<PercentInBrackets>();
 }

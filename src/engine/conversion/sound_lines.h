@@ -9,9 +9,9 @@ namespace kestrova
 {
 
 /// ` 00:01:03 Layer III, …`: what was decoded so far, of `total` seconds; hours are passed over.
-std::unique_ptr<LineParser> ReadPlayedTime(std::uint64_t total);
+std::unique_ptr<LineParser> GestioneMadPlay(std::uint64_t total);
 
 /// `100/8336   ( 1%)| …`: the percentage between "(" and "%)".
-std::unique_ptr<LineParser> ReadPercent();
+std::unique_ptr<LineParser> GestioneLame();
 
 } // namespace kestrova

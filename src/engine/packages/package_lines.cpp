@@ -40,12 +40,12 @@ private:
 
 } // namespace
 
-std::unique_ptr<LineParser> CountUnpacked(std::span<const ItemMark> marks, std::uint64_t total)
+std::unique_ptr<LineParser> GestioneUnzip(std::span<const ItemMark> marks, std::uint64_t total)
 {
     return std::make_unique<FileCounter>(marks, total, false);
 }
 
-std::unique_ptr<LineParser> CountPacked(std::span<const ItemMark> marks, std::uint64_t total)
+std::unique_ptr<LineParser> GestioneZip(std::span<const ItemMark> marks, std::uint64_t total)
 {
     return std::make_unique<FileCounter>(marks, total, true);
 }

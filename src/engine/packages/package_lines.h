@@ -16,10 +16,10 @@ struct ItemMark {
 };
 
 /// The bar shows the files that were named, of `total`. The marks outlive the parser.
-std::unique_ptr<LineParser> CountUnpacked(std::span<const ItemMark> marks, std::uint64_t total);
+std::unique_ptr<LineParser> GestioneUnzip(std::span<const ItemMark> marks, std::uint64_t total);
 
 /// The same, and the last name asks to stop: its files are in the zip by then, as far as the lines
 /// tell. Of no files at all any line is the last.
-std::unique_ptr<LineParser> CountPacked(std::span<const ItemMark> marks, std::uint64_t total);
+std::unique_ptr<LineParser> GestioneZip(std::span<const ItemMark> marks, std::uint64_t total);
 
 } // namespace kestrova

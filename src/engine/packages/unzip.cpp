@@ -188,7 +188,7 @@ bool UnzipWithProgress(const Tools& tools, const Path& package, const Path& fold
         entries.begin(), entries.end(), [](const PackageEntry& entry) { return entry.size != 0; }));
     const UnpackTool& unpacker = ToolOf(plan.unpacker);
     const ToolWork work{.tool = unpacker.tool,
-                        .parser = [&] { return CountUnpacked(unpacker.marks, total); }};
+                        .parser = [&] { return GestioneUnzip(unpacker.marks, total); }};
     const bool unpacked =
         UnpackInto(tools, plan, source, target, work, options, entries, false, state);
     if (unpacked)

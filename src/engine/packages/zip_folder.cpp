@@ -78,7 +78,7 @@ bool ZipFolder(const Tools& tools, Host& host, const Path& zip, const Path& fold
     const PackRuns runs = RunsFor(files);
 
     ToolWork work{.tool = packer.tool,
-                  .parser = [&] { return CountPacked(packer.marks, files.size()); },
+                  .parser = [&] { return GestioneZip(packer.marks, files.size()); },
                   .folder = source};
     bool packed = true;
     if (!runs.list.empty() || files.empty()) {

@@ -23,14 +23,14 @@ TEST(SoundLines, TurnRecordedOutputIntoProgress)
             EXPECT_TRUE(!place || answer.total == total) << line;
         }
     };
-    read(*ReadPlayedTime(300), 300,
+    read(*GestioneMadPlay(300), 300,
          {{"MPEG Audio Decoder 0.15.2 (beta) - Copyright (C) 2000-2004", {}},
           {" 00:00:03 Layer III, 128 kbps, 44100 Hz, joint stereo (MS), no CRC", 3},
           {" 00:00:03 Layer III, 96 kbps, 44100 Hz, joint stereo (MS), no CRC", {}},
           {" 00:01:02 Layer III", 62},
           {" 01:02:0", {}},
           {"11486 frames decoded (0:05:00.0), -5.5 dB peak amplitude", {}}});
-    read(*ReadPercent(), 100,
+    read(*GestioneLame(), 100,
          {{"Encoding as 16 kHz single-ch MPEG-2 Layer III (10.7x)", {}},
           {"   100/8336   ( 1%)|    0:00/    0:00|    0:00/    0:00|   419.87x|    0:00 ", 1},
           {"  8336/8336   (100%)|    0:00/    0:00|", 100},

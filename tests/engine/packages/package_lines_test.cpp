@@ -23,20 +23,20 @@ TEST(PackageLines, TurnRecordedOutputIntoProgress)
         bool goesOn = true;
     };
     const Row rows[] = {
-        {CountUnpacked(unzip, 4),
+        {GestioneUnzip(unzip, 4),
          {{"Archive:  z3.zip", {}},
           {"   creating: D/folder/", 1},
           {"  inflating: D/beta.txt    ", 2},
           {" extracting: D/tiny", 3},
           {"D/skip:  bad CRC 93d4b9b0  (should be 01020304)", {}},
           {"  INFLATING: D/x", 4}}},
-        {CountUnpacked(bsdtar, 2),
+        {GestioneUnzip(bsdtar, 2),
          {{"x folder/a b.txt", 1}, {"bsdtar: x inside", {}}, {"x", {}}, {"x ü", 2}}},
-        {CountPacked(zip, 2),
+        {GestioneZip(zip, 2),
          {{"  adding: big1.bin (deflated 0%)", 1}, {"  adding: big2.txt (deflated 71%)", 2}},
          false},
-        {CountPacked(zip, 2), {{"  adding: one (stored 0%)", 1}, {"zip warning: x", {}}}},
-        {CountPacked(zip, 0), {{"zip error: Nothing to do!", {}}}, false},
+        {GestioneZip(zip, 2), {{"  adding: one (stored 0%)", 1}, {"zip warning: x", {}}}},
+        {GestioneZip(zip, 0), {{"zip error: Nothing to do!", {}}}, false},
     };
     for (const Row& row : rows) {
         bool goesOn = true;
