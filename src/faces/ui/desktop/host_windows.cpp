@@ -7,7 +7,6 @@
 #include "ui/desktop/progress_windows.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/input_gate.h"
-#include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_desktop.h"
 #include "words/ui_shared.h"

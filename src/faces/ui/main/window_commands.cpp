@@ -94,8 +94,8 @@ void WindowCommands::AddLevelFrom(const std::vector<Path>& sources)
     NewLevelDialog dialog{session_, &window_};
     LevelCode code = 0;
     if (AddLevel(
-            session_, dialog.Progress(),
-            [&](Intake& level) { return dialog.Show(level, sources); }, code))
+            session_, dialog.Progress(), [&](Intake& level) { return dialog.Show(level, sources); },
+            code))
         Note(GetMsg(Msg::LevelAdded, {LevelNameOf(session_, code)}));
 }
 
