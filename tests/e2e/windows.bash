@@ -21,7 +21,8 @@ trap 'echo "FAILED at line $LINENO: $BASH_COMMAND" >&2' ERR
 
 # open_display WIDTHxHEIGHT
 open_display() {
-    Xvfb -displayfd 3 -screen 0 "$1x24" 3>"$box/display" >/dev/null 2>&1 &
+    # Without -noreset it begins anew whenever its last client goes, and refuses who comes just then.
+    Xvfb -displayfd 3 -noreset -screen 0 "$1x24" 3>"$box/display" >/dev/null 2>&1 &
     display=$!
     for ((i = 0; i < 100; ++i)); do
         ! read -r number 2>/dev/null <"$box/display" || break
