@@ -166,8 +166,9 @@ bool Fail(Session& session, const std::string& words, const Failure& failure)
 bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope& progress)
 {
     progress.SetLabel(GetMsg(Msg::ExportCopying));
-    const Path files = InFolder(LevelFolderOf(session, code).ValueOr(Path{}), OnDisk::DirFiles);
-    if (!FolderExists(files)) {
+    const auto home = LevelFolderOf(session, code);
+    const Path files = home ? InFolder(*home, OnDisk::DirFiles) : Path{};
+    if (!home || !FolderExists(files)) {
         session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
         return false;
     }
