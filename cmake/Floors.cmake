@@ -15,6 +15,10 @@ pkg_check_modules(GLIB REQUIRED IMPORTED_TARGET glib-2.0)
 pkg_check_modules(UCHARDET REQUIRED IMPORTED_TARGET uchardet)
 pkg_check_modules(ZLIB REQUIRED IMPORTED_TARGET zlib)
 pkg_check_modules(XXHASH REQUIRED IMPORTED_TARGET libxxhash)
+pkg_check_modules(CURL REQUIRED IMPORTED_TARGET libcurl)
+pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0)
+# The common headers are read once for all floors; an option of a single one would keep them apart.
+set_property(TARGET PkgConfig::GIO PROPERTY INTERFACE_COMPILE_OPTIONS "")
 
 add_library(kestrova_options INTERFACE)
 foreach(storey ground media engine keep work faces)
