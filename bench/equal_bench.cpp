@@ -44,8 +44,8 @@ struct EqualLevels {
         box.session.archive.header.secondaryFolder = std::filesystem::absolute(folder).native();
         for (LevelCode code = 1; code <= count; ++code) {
             box.session.archive.levels.push_back(Record(code));
-            if (!MakeLevelSubfolders(LevelHomeOf(box.session, code)) ||
-                !WriteTr4InfOf(box.session, code, FilesOf(code)))
+            if (!MakeLevelSubfolders(LevelHomeOf(box.session.Folders(), code)) ||
+                !WriteTr4InfOf(box.session.Folders(), code, FilesOf(code)))
                 return false;
         }
         return true;

@@ -122,7 +122,7 @@ bool AudioBatch::RefuseToReplace()
     const auto unknown = [&](const Failure& failure) {
         status_ = GetMsg(Msg::FolderNotRead, {failure.subject});
         refused_ = true;
-        return !TellFolderNotRead(session_, failure);
+        return !TellFolderNotRead(session_.host, failure);
     };
     std::vector<platform::FileFacts> originals;
     for (const Path& file : originals_) {

@@ -32,7 +32,7 @@ bool DecodeList(Session& session, const Path& folder, const std::vector<Path>& f
     }
     const Status status = DeleteConverted(batch);
     if (!status)
-        TellFailure(session, GetMsg(Msg::ErrorRemovingFiles), status.Error());
+        TellFailure(session.host, GetMsg(Msg::ErrorRemovingFiles), status.Error());
     return bool{status};
 }
 

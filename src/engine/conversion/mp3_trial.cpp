@@ -26,7 +26,7 @@ bool TestMp3Sound(Session& session)
     const Path& result = batch.Converted().front().result;
     const auto status = session.machine.Open(result.native(), result.parent_path());
     if (!status)
-        TellFailure(session, GetMsg(Msg::CannotPlaySound, {TextOf(result.filename())}),
+        TellFailure(session.host, GetMsg(Msg::CannotPlaySound, {TextOf(result.filename())}),
                     status.Error());
     return bool{status};
 }

@@ -20,15 +20,15 @@ bool IsDocument(const Path& file)
     });
 }
 
-Status OpenOfLevel(Session& session, const Path& file)
+Status OpenOfLevel(Host& host, Machine& machine, const Path& file)
 {
     if (!IsDocument(file) &&
-        !session.host.AskYesNo(
+        !host.AskYesNo(
             GetMsg(Msg::AskOpenNoDocument,
                    {TextOf(file.filename()), std::string{lineBreak} + std::string{lineBreak}}),
             Consent::Explicit))
         return MakeFailure(ErrorCode::Stopped, TextOf(file));
-    return session.machine.Open(file.native(), file.parent_path());
+    return machine.Open(file.native(), file.parent_path());
 }
 
 } // namespace kestrova

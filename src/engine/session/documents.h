@@ -12,6 +12,6 @@ bool IsDocument(const Path& file);
 
 /// Opens a file of a level with the desktop's program. What is no document may be started there as
 /// a program, so the person is asked first, by the file's name; `Stopped` when that was refused.
-Status OpenOfLevel(Session& session, const Path& file);
+Status OpenOfLevel(Host& host, Machine& machine, const Path& file);
 
 } // namespace kestrova

@@ -7,12 +7,12 @@
 namespace kestrova
 {
 
-std::optional<Path> FileToWrite(Session& session, const Path& named)
+std::optional<Path> FileToWrite(Host& host, const Path& named)
 {
     const auto place = FindPath(named);
     const auto facts = place ? LookAt(*place) : place.Error();
     if (!facts) {
-        TellFolderNotRead(session, facts.Error());
+        TellFolderNotRead(host, facts.Error());
         return {};
     }
     if (facts->kind == platform::FileKind::Missing) {
@@ -20,24 +20,24 @@ std::optional<Path> FileToWrite(Session& session, const Path& named)
         return platform::LinkTarget(*place, behind) ? *place : place->parent_path() / behind;
     }
     if (facts->kind != platform::FileKind::File) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::WriteNoFile, {TextOf(named)}));
+        host.Tell(Tone::Error, GetMsg(Msg::WriteNoFile, {TextOf(named)}));
         return {};
     }
     Path behind;
     return platform::RealPath(*place, behind) ? *place : behind;
 }
 
-std::optional<Path> FileToReplace(Session& session, const Path& named)
+std::optional<Path> FileToReplace(Host& host, const Path& named)
 {
-    auto file = FileToWrite(session, named);
+    auto file = FileToWrite(host, named);
     if (!file)
         return {};
     const auto isFree = IsFree(*file);
     if (!isFree) {
-        TellFolderNotRead(session, isFree.Error());
+        TellFolderNotRead(host, isFree.Error());
         return {};
     }
-    if (!*isFree && !session.host.AskYesNo(GetMsg(Msg::AskReplaceZip, {TextOf(*file)})))
+    if (!*isFree && !host.AskYesNo(GetMsg(Msg::AskReplaceZip, {TextOf(*file)})))
         return {};
     return file;
 }

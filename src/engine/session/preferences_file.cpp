@@ -18,16 +18,16 @@ template <class Each> void ForEachFolder(PreferencesRecord& record, Each each)
     each("download", record.downloadFolder);
 }
 
-Path FileOf(const Session& session)
+Path FileOf(const Folders& folders)
 {
-    return InFolder(session.programFolder, OnDisk::FragPreferences);
+    return InFolder(folders.program, OnDisk::FragPreferences);
 }
 
 } // namespace
 
 bool ReadPreferencesFile(Session& session)
 {
-    const auto bytes = ReadWholeFile(FileOf(session), 1 << 20);
+    const auto bytes = ReadWholeFile(FileOf(session.Folders()), 1 << 20);
     session.preferences = bytes ? ParsePreferences(*bytes) : DefaultPreferences();
     ForEachFolder(session.preferences, [&](const char* name, std::string& folder) {
         folder = ExactFolder(session.settings, name, folder);
@@ -35,24 +35,26 @@ bool ReadPreferencesFile(Session& session)
     return static_cast<bool>(bytes);
 }
 
-Status WritePreferencesFile(Session& session)
+Status WritePreferencesFile(const Folders& folders, PreferencesRecord& preferences,
+                            ProgramSettings& settings)
 {
-    ForEachFolder(session.preferences, [&](const char* name, std::string& folder) {
-        KeepExactFolder(session.settings, name, folder);
+    ForEachFolder(preferences, [&](const char* name, std::string& folder) {
+        KeepExactFolder(settings, name, folder);
     });
-    if (auto status = WriteSettings(session.programFolder, session.settings); !status)
+    if (auto status = WriteSettings(folders.program, settings); !status)
         return status;
-    const std::string bytes = FormatPreferences(session.preferences);
-    if (const auto old = ReadWholeFile(FileOf(session), 1 << 20); old && *old == bytes)
+    const std::string bytes = FormatPreferences(preferences);
+    if (const auto old = ReadWholeFile(FileOf(folders), 1 << 20); old && *old == bytes)
         return {};
-    return WriteRecordFile(FileOf(session), bytes);
+    return WriteRecordFile(FileOf(folders), bytes);
 }
 
-bool SavePreferencesNow(Session& session)
+bool SavePreferencesNow(Host& host, const Folders& folders, PreferencesRecord& preferences,
+                        ProgramSettings& settings)
 {
-    const auto status = WritePreferencesFile(session);
+    const auto status = WritePreferencesFile(folders, preferences, settings);
     if (!status)
-        TellFailure(session, GetMsg(Msg::PreferencesNotSaved), status.Error());
+        TellFailure(host, GetMsg(Msg::PreferencesNotSaved), status.Error());
     return static_cast<bool>(status);
 }
 

@@ -9,8 +9,10 @@ namespace kestrova
 /// the session then has the first-run values.
 bool ReadPreferencesFile(Session& session);
 /// Writes `Kestrova.prf` and `kestrova.ini`; nothing when they hold this already.
-Status WritePreferencesFile(Session& session);
+Status WritePreferencesFile(const Folders& folders, PreferencesRecord& preferences,
+                            ProgramSettings& settings);
 /// The same after every change that must not be lost; shows its failure.
-bool SavePreferencesNow(Session& session);
+bool SavePreferencesNow(Host& host, const Folders& folders, PreferencesRecord& preferences,
+                        ProgramSettings& settings);
 
 } // namespace kestrova

@@ -21,22 +21,22 @@ Folders Session::Folders() const
     return {programFolder, TrleFolder(), FolderFromText(Trim(archive.header.secondaryFolder))};
 }
 
-void TellFailure(Session& session, const std::string& text, const Failure& failure)
+void TellFailure(Host& host, const std::string& text, const Failure& failure)
 {
     // A text that names the file already does not name it twice.
     std::string reason = text.find(failure.subject) == std::string::npos ? failure.subject : "";
     if (!failure.reason.empty())
         reason += (reason.empty() ? "" : ": ") + failure.reason;
-    session.host.Tell(Tone::Error, text, reason);
+    host.Tell(Tone::Error, text, reason);
 }
 
-bool TellFolderNotRead(Session& session, const Failure& failure)
+bool TellFolderNotRead(Host& host, const Failure& failure)
 {
-    TellFailure(session, GetMsg(Msg::FolderNotRead, {failure.subject}), failure);
+    TellFailure(host, GetMsg(Msg::FolderNotRead, {failure.subject}), failure);
     return false;
 }
 
-bool ConfirmReplace(Session& session, const Path& newFile, const Path& oldFile)
+bool ConfirmReplace(Host& host, const Path& newFile, const Path& oldFile)
 {
     const auto lines = [](Message head, const Path& file) {
         const platform::FileFacts facts = platform::FactsOf(ResolvePath(file));
@@ -44,12 +44,11 @@ bool ConfirmReplace(Session& session, const Path& newFile, const Path& oldFile)
                GetMsg(Msg::ReplaceSize) + FormatSize(static_cast<double>(facts.size)) + " " +
                GetMsg(Msg::ReplaceDate) + DateText(facts.modifiedNs) + std::string{lineBreak};
     };
-    return session.host.AskYesNo(lines(Msg::ReplaceFile, oldFile) +
-                                 lines(Msg::ReplaceWithFile, newFile) + std::string{lineBreak} +
-                                 GetMsg(Msg::ReplaceIt));
+    return host.AskYesNo(lines(Msg::ReplaceFile, oldFile) + lines(Msg::ReplaceWithFile, newFile) +
+                         std::string{lineBreak} + GetMsg(Msg::ReplaceIt));
 }
 
-bool RemoveTreeWithProgress(Session& session, const Path& folder, ProgressScope& progress)
+bool RemoveTreeWithProgress(Host& host, const Path& folder, ProgressScope& progress)
 {
     progress.SetLabel(GetMsg(Msg::ScanningFiles));
     progress.SetBar(0, 0);
@@ -61,7 +60,7 @@ bool RemoveTreeWithProgress(Session& session, const Path& folder, ProgressScope&
     for (std::size_t i = 0; i < tree->files.size(); ++i) {
         if (const auto failure = platform::Unlink(tree->files[i]);
             failure && failure != std::errc::no_such_file_or_directory) {
-            TellFailure(session, GetMsg(Msg::ErrorRemovingFile) + TextOf(tree->files[i]),
+            TellFailure(host, GetMsg(Msg::ErrorRemovingFile) + TextOf(tree->files[i]),
                         MakeFailure(ErrorCode::CannotDelete, TextOf(tree->files[i]), failure));
             progress.SetLabel(GetMsg(Msg::ErrorRemovingFiles));
             return false;
@@ -73,7 +72,7 @@ bool RemoveTreeWithProgress(Session& session, const Path& folder, ProgressScope&
     for (std::size_t i = tree->folders.size(); i-- > 0;) {
         // What a listing does not show (links, staged leftovers) goes with its folder.
         if (const auto status = RemoveTree(tree->folders[i], alive); !status) {
-            TellFailure(session, GetMsg(Msg::ErrorDeletingFolder) + TextOf(tree->folders[i]),
+            TellFailure(host, GetMsg(Msg::ErrorDeletingFolder) + TextOf(tree->folders[i]),
                         status.Error());
             return false;
         }
@@ -85,14 +84,14 @@ bool RemoveTreeWithProgress(Session& session, const Path& folder, ProgressScope&
     return true;
 }
 
-bool CopyTreeWithProgress(Session& session, const Path& source, const Path& target,
+bool CopyTreeWithProgress(Host& host, const Path& source, const Path& target,
                           ProgressScope* progress, Verify verify)
 {
     const Path root = ResolvePath(source);
     const auto alive = [&] { return progress == nullptr || (progress->Step(), true); };
     const auto tree = ScanTree(root, alive);
     if (!tree) {
-        TellFailure(session, GetMsg(Msg::ErrorCopyingFileTo, {TextOf(root)}) + TextOf(target) + "'",
+        TellFailure(host, GetMsg(Msg::ErrorCopyingFileTo, {TextOf(root)}) + TextOf(target) + "'",
                     tree.Error());
         return false;
     }
@@ -103,7 +102,7 @@ bool CopyTreeWithProgress(Session& session, const Path& source, const Path& targ
         const Path relative = folder.lexically_relative(root);
         const Path place = relative == "." ? target : target / relative;
         if (const auto status = MakeFolders(place); !status) {
-            TellFailure(session, GetMsg(Msg::CannotCreateFolder, {TextOf(place)}), status.Error());
+            TellFailure(host, GetMsg(Msg::CannotCreateFolder, {TextOf(place)}), status.Error());
             return false;
         }
     }
@@ -118,8 +117,7 @@ bool CopyTreeWithProgress(Session& session, const Path& source, const Path& targ
             return alive();
         };
         if (const auto status = CopyFileOver(file, place, options); !status) {
-            TellFailure(session,
-                        GetMsg(Msg::ErrorCopyingFileTo, {TextOf(file)}) + TextOf(place) + "'",
+            TellFailure(host, GetMsg(Msg::ErrorCopyingFileTo, {TextOf(file)}) + TextOf(place) + "'",
                         status.Error());
             return false;
         }
@@ -131,10 +129,10 @@ bool CopyTreeWithProgress(Session& session, const Path& source, const Path& targ
     return true;
 }
 
-Drive FindLargestDrive(Session& session)
+Drive FindLargestDrive(Machine& machine)
 {
     Drive largest;
-    for (const Drive& drive : session.machine.FixedDrives())
+    for (const Drive& drive : machine.FixedDrives())
         if (drive.writable && drive.free > largest.free)
             largest = drive;
     return largest;
@@ -146,7 +144,7 @@ bool HoldFolder(Session& session, const Path& folder)
         return true;
     const auto isThere = IsFolder(folder);
     if (!isThere)
-        return TellFolderNotRead(session, isThere.Error());
+        return TellFolderNotRead(session.host, isThere.Error());
     if (!*isThere)
         return true;
     const auto status = session.locks.Hold(folder);
@@ -158,7 +156,7 @@ bool HoldFolder(Session& session, const Path& folder)
                                                                    ? GetMsg(Msg::LockWordsNone)
                                                                    : status.Error().reason}));
     else
-        TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), status.Error());
+        TellFailure(session.host, GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), status.Error());
     return false;
 }
 
@@ -181,12 +179,13 @@ bool HoldFolders(Session& session)
            HoldArchiveFolder(session, Path{Trim(session.archive.header.secondaryFolder)});
 }
 
-void WriteActivityLog(Session& session, const ActivityLog& log)
+void WriteActivityLog(Host& host, const Folders& folders, const PreferencesRecord& preferences,
+                      const ActivityLog& log)
 {
-    if (!session.preferences.writeLogFiles)
+    if (!preferences.writeLogFiles)
         return;
-    if (const auto status = WriteLogFile(session.programFolder, log); !status)
-        TellFailure(session, GetMsg(Msg::CannotWriteLog), status.Error());
+    if (const auto status = WriteLogFile(folders.program, log); !status)
+        TellFailure(host, GetMsg(Msg::CannotWriteLog), status.Error());
 }
 
 } // namespace kestrova

@@ -91,24 +91,24 @@ private:
 };
 
 /// Shows a failure in words: `text`, and the failure's subject and system reason beside it.
-void TellFailure(Session& session, const std::string& text, const Failure& failure);
+void TellFailure(Host& host, const std::string& text, const Failure& failure);
 
 /// Tells that a folder could not be listed, and that nothing was decided on it. Answers False.
-bool TellFolderNotRead(Session& session, const Failure& failure);
+bool TellFolderNotRead(Host& host, const Failure& failure);
 
 /// True unless the person says that the old file must stay.
-bool ConfirmReplace(Session& session, const Path& newFile, const Path& oldFile);
+bool ConfirmReplace(Host& host, const Path& newFile, const Path& oldFile);
 
 /// Removes a folder with all that is in it, label and bar following; shows its failure.
-bool RemoveTreeWithProgress(Session& session, const Path& folder, ProgressScope& progress);
+bool RemoveTreeWithProgress(Host& host, const Path& folder, ProgressScope& progress);
 
 /// Copies a tree; the bar follows the bytes; shows its failure. Every file is compared with its
 /// source when `verify` says so.
-bool CopyTreeWithProgress(Session& session, const Path& source, const Path& target,
+bool CopyTreeWithProgress(Host& host, const Path& source, const Path& target,
                           ProgressScope* progress, Verify verify = Verify::Size);
 
 /// The fixed, writable drive with the most free space; the first of equals.
-Drive FindLargestDrive(Session& session);
+Drive FindLargestDrive(Machine& machine);
 
 /// Takes a writer's lock on a folder; a folder that is not there needs none. False, with words that
 /// name the holder.
@@ -123,6 +123,7 @@ bool HoldArchiveFolder(Session& session, const Path& folder);
 bool HoldFolders(Session& session);
 
 /// Writes the log as a new file of the program's folder when the preferences ask for it.
-void WriteActivityLog(Session& session, const ActivityLog& log);
+void WriteActivityLog(Host& host, const Folders& folders, const PreferencesRecord& preferences,
+                      const ActivityLog& log);
 
 } // namespace kestrova

@@ -97,13 +97,13 @@ bool LoadArchive(Run& run)
 bool SaveNow(Run& run)
 {
     Session& session = run.session;
-    if (!HasArchive(session))
+    if (!HasArchive(session.host, session.archive))
         return false;
     const auto written = WriteArchive(session, session.ArchivePath());
     if (written)
         run.face.Note(GetMsg(Msg::ArchiveSaved));
     else
-        TellFailure(session, GetMsg(Msg::ErrorSavingArchive) + TextOf(session.ArchivePath()),
+        TellFailure(session.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(session.ArchivePath()),
                     written.Error());
     return static_cast<bool>(written);
 }

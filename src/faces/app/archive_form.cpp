@@ -18,9 +18,9 @@ namespace
 
 /// Longer ones leave no room for the paths that grow from them.
 
-bool AnyLevelOnCd(const Session& session)
+bool AnyLevelOnCd(const Archive& archive)
 {
-    return std::any_of(session.archive.levels.begin(), session.archive.levels.end(),
+    return std::any_of(archive.levels.begin(), archive.levels.end(),
                        [](const LevelRecord& level) { return level.cdNumber != 0; });
 }
 
@@ -29,7 +29,7 @@ bool AnyLevelOnCd(const Session& session)
 ArchiveForm::ArchiveForm(Session& session) : session_(session), kept_(session.archive.header)
 {
     ArchiveHeader& archive = session_.archive.header;
-    if (AnyLevelOnCd(session_) || Trim(archive.mainFolder) == Trim(archive.secondaryFolder))
+    if (AnyLevelOnCd(session_.archive) || Trim(archive.mainFolder) == Trim(archive.secondaryFolder))
         return;
     archive.mainFolder = archive.secondaryFolder;
     SaveArchive(session_);
@@ -43,7 +43,7 @@ ArchiveFacts ArchiveForm::Facts() const
     facts.mainFolder = Readable(Trim(archive.mainFolder));
     facts.secondaryFolder = Readable(Trim(archive.secondaryFolder));
     facts.levels = session_.archive.levels.size();
-    facts.onCd = AnyLevelOnCd(session_);
+    facts.onCd = AnyLevelOnCd(session_.archive);
     facts.cdCount = archive.cdCount;
     facts.size = FormatSize(archive.mainFolderSize) + "+" +
                  FormatSize(archive.secondaryFolderSize) + " = " +
@@ -69,7 +69,7 @@ void ArchiveForm::SetWavInMp3(bool on)
 
 void ArchiveForm::BrowseMain()
 {
-    Browse(!AnyLevelOnCd(session_));
+    Browse(!AnyLevelOnCd(session_.archive));
 }
 
 void ArchiveForm::BrowseSecondary()
@@ -93,7 +93,7 @@ void ArchiveForm::Browse(bool secondary)
         return session_.host.Tell(Tone::Error,
                                   GetMsg(Msg::ArchiveFolderNotTaken, {TextOf(*chosen)}),
                                   GetMsg(Msg::ArchiveFolderWithoutLevels));
-    const bool both = !AnyLevelOnCd(session_);
+    const bool both = !AnyLevelOnCd(session_.archive);
     if (secondary || both)
         archive.secondaryFolder = chosen->native();
     if (!secondary || both)

@@ -45,7 +45,7 @@ bool ShowSounds(Run& run, const std::vector<Path>& files)
         const auto info = LookAtSound(file);
         if (!info) {
             all = false;
-            TellFailure(run.session, GetMsg(Msg::NoSound, {TextOf(file)}), info.Error());
+            TellFailure(run.session.host, GetMsg(Msg::NoSound, {TextOf(file)}), info.Error());
             continue;
         }
         if (run.json != nullptr)
@@ -132,7 +132,7 @@ std::vector<Path> LeaveOutKept(Run& run, const std::vector<Path>& files, const P
         const Path result = folder / ResultName(file, kind);
         // A file that would be written over itself is refused below, in words of its own.
         if (platform::IsSameFile(ResolvePath(file), ResolvePath(result)) ||
-            FileToReplace(run.session, result))
+            FileToReplace(run.session.host, result))
             taken.push_back(file);
         else
             run.session.host.Tell(
@@ -148,7 +148,8 @@ bool ConvertSounds(Run& run, std::vector<Path> given, AudioKind kind)
     const Path folder = PlaceFromWord(run.arguments.ValueOf("--out"));
     const bool isNew = IsFree(folder).ValueOr(false);
     if (const auto made = MakeFolders(folder); !made) {
-        TellFailure(run.session, GetMsg(Msg::CannotCreateFolder, {TextOf(folder)}), made.Error());
+        TellFailure(run.session.host, GetMsg(Msg::CannotCreateFolder, {TextOf(folder)}),
+                    made.Error());
         return false;
     }
     platform::NoteInterrupts(Msg::InterruptNoted.text);

@@ -61,7 +61,8 @@ bool AudioTool::Open()
     if (status)
         status = MakeFolders(work_);
     if (!status)
-        TellFailure(session_, GetMsg(Msg::CannotCreateFolder, {TextOf(work_)}), status.Error());
+        TellFailure(session_.host, GetMsg(Msg::CannotCreateFolder, {TextOf(work_)}),
+                    status.Error());
     Refresh();
     return bool{status};
 }
@@ -72,14 +73,15 @@ void AudioTool::Leave()
         session_.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingTempFiles));
     const auto status = ClearPlace(work_, [&] { return wait->Step(), true; });
     if (!status)
-        TellFailure(session_, GetMsg(Msg::ErrorDeletingFolder) + TextOf(work_), status.Error());
+        TellFailure(session_.host, GetMsg(Msg::ErrorDeletingFolder) + TextOf(work_),
+                    status.Error());
 }
 
 void AudioTool::Refresh()
 {
     const auto files = ListFiles(work_, OnDisk::PatAll);
     if (!files) {
-        TellFolderNotRead(session_, files.Error());
+        TellFolderNotRead(session_.host, files.Error());
         return;
     }
     rows_.clear();
@@ -108,7 +110,7 @@ bool AudioTool::Take(const std::vector<Path>& files)
     for (std::size_t i = 0; i < files.size() && all; ++i) {
         const Path place = work_ / files[i].filename();
         if (IsFile(place).ValueOr(true) && !SameContent(files[i], place) &&
-            !ConfirmReplace(session_, files[i], place))
+            !ConfirmReplace(session_.host, files[i], place))
             continue;
         CopyOptions options;
         options.progress = [&](std::uint64_t) { return progress->Step(); };
@@ -118,7 +120,8 @@ bool AudioTool::Take(const std::vector<Path>& files)
         if (status)
             origins_.push_back(files[i]);
         if (!status && status.Error().code != ErrorCode::Stopped)
-            TellFailure(session_, GetMsg(Msg::ErrorGathering, {TextOf(files[i])}), status.Error());
+            TellFailure(session_.host, GetMsg(Msg::ErrorGathering, {TextOf(files[i])}),
+                        status.Error());
     }
     Refresh();
     return all;
@@ -140,10 +143,11 @@ std::vector<Path> AudioTool::SoundsIn(const Path& folder)
 {
     const auto progress =
         session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::GatheringSounds));
-    const auto found = FilesOfSource(session_, folder, Extension(), Subfolders::Ask, *progress);
+    const auto found =
+        FilesOfSource(session_.host, folder, Extension(), Subfolders::Ask, *progress);
     if (found)
         return *found;
-    TellFailure(session_, GetMsg(Msg::SourceFolderNotRead, {TextOf(folder)}), found.Error());
+    TellFailure(session_.host, GetMsg(Msg::SourceFolderNotRead, {TextOf(folder)}), found.Error());
     return {};
 }
 
@@ -177,7 +181,8 @@ void AudioTool::Remove(std::size_t row)
     if (!session_.host.AskYesNo(GetMsg(Msg::AskRemoveFile) + Readable(rows_[row].name)))
         return;
     if (const auto status = DeleteFile(work_ / rows_[row].name); !status)
-        TellFailure(session_, GetMsg(Msg::ErrorRemovingFile) + rows_[row].name, status.Error());
+        TellFailure(session_.host, GetMsg(Msg::ErrorRemovingFile) + rows_[row].name,
+                    status.Error());
     Refresh();
 }
 
@@ -187,7 +192,7 @@ void AudioTool::Listen(std::size_t row)
         return;
     const Path file = work_ / rows_[row].name;
     if (const auto status = session_.machine.Open(file.native(), work_); !status)
-        TellFailure(session_, GetMsg(Msg::CannotPlaySound, {TextOf(file.filename())}),
+        TellFailure(session_.host, GetMsg(Msg::CannotPlaySound, {TextOf(file.filename())}),
                     status.Error());
 }
 
@@ -228,7 +233,7 @@ bool AudioTool::Convert(AudioKind kind)
         if (FileExists(result) &&
             session_.host.AskYesNo(GetMsg(Msg::AskListen, {lineBreak}) + Readable(name) + "'"))
             if (const auto status = session_.machine.Open(result.native(), target_); !status)
-                TellFailure(session_, GetMsg(Msg::CannotPlaySound, {Readable(name)}),
+                TellFailure(session_.host, GetMsg(Msg::CannotPlaySound, {Readable(name)}),
                             status.Error());
     }
     if (session_.host.AskYesNo(GetMsg(Msg::AskLeaveAudioTool))) {

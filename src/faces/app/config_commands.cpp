@@ -174,9 +174,9 @@ bool Write(Run& run)
     }
     auto listed = ConfigForFolder({}, folder);
     if (!listed)
-        return TellFolderNotRead(run.session, listed.Error());
+        return TellFolderNotRead(run.session.host, listed.Error());
     config.files = std::move(listed->files);
-    const auto file = FileToReplace(run.session, LevelConfigPath(folder));
+    const auto file = FileToReplace(run.session.host, LevelConfigPath(folder));
     if (!file || !WriteLevelConfig(run.session.host, *file, config, OldConfig::Replaced))
         return false;
     AddLine(run, TextOf(*file));

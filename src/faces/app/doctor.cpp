@@ -51,24 +51,22 @@ Finding Folder(Message name, const Path& folder, Message remedy)
 }
 
 /// The folder that this program makes itself.
-Finding ProgramFolder(const Session& session)
+Finding ProgramFolder(const Folders& folders)
 {
-    Path place = ResolvePath(session.programFolder);
+    Path place = ResolvePath(folders.program);
     const auto isFree = IsFree(place);
     if (!isFree || !*isFree)
         return Folder(Msg::DoctorProgramFolder, place, Msg::DoctorNotWritableRemedy);
     while (place.has_relative_path() && !FolderExists(place))
         place = place.parent_path();
     if (!platform::IsWritableFolder(place))
-        return Folder(Msg::DoctorProgramFolder, session.programFolder,
-                      Msg::DoctorNotWritableRemedy);
-    return Fine(Msg::DoctorProgramFolder,
-                GetMsg(Msg::DoctorNotYetMade, {TextOf(session.programFolder)}));
+        return Folder(Msg::DoctorProgramFolder, folders.program, Msg::DoctorNotWritableRemedy);
+    return Fine(Msg::DoctorProgramFolder, GetMsg(Msg::DoctorNotYetMade, {TextOf(folders.program)}));
 }
 
-Finding LevelEditor(Session& session)
+Finding LevelEditor(const Folders& folders, const PreferencesRecord& preferences)
 {
-    const Path trle = session.TrleFolder();
+    const Path trle = folders.trle;
     if (trle.empty())
         return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorTrleNotSet), Msg::DoctorTrleRemedy);
     const auto lacks = WhatTrleLacks(trle);
@@ -76,10 +74,11 @@ Finding LevelEditor(Session& session)
         return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorNotRead, {lacks.Error().subject}),
                    Msg::DoctorNotReadRemedy);
     if (!lacks->empty()) {
-        const auto backup = LookAtBackup(session); // not read, it has a finding of its own
+        const auto backup = LookAtBackup(folders); // not read, it has a finding of its own
         if (FolderExists(trle) && backup && *backup == BackupState::Present &&
-            !BackupSeemsOfAnother(session).ValueOr(trle)) {
-            if (const std::string waves = WavesToCopy(session).ValueOr({}); !waves.empty())
+            !BackupSeemsOfAnother(folders).ValueOr(trle)) {
+            if (const std::string waves = WavesToCopy(folders, preferences).ValueOr({});
+                !waves.empty())
                 return {false, GetMsg(Msg::DoctorTrle),
                         GetMsg(Msg::DoctorTrleNotWhole, {TextOf(trle)}) + ": " + *lacks, waves};
             return Bad(Msg::DoctorTrle,
@@ -92,24 +91,23 @@ Finding LevelEditor(Session& session)
     return Folder(Msg::DoctorTrle, trle, Msg::DoctorTrleNotWritable);
 }
 
-Finding Backup(Session& session)
+Finding Backup(const Folders& folders, const PreferencesRecord& preferences)
 {
-    const auto backup = LookAtBackup(session);
+    const auto backup = LookAtBackup(folders);
     if (!backup)
         return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorNotRead, {backup.Error().subject}),
                    Msg::DoctorNotReadRemedy);
     if (*backup == BackupState::Missing)
         return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorBackupMissing), Msg::DoctorBackupRemedy);
-    const auto other = BackupSeemsOfAnother(session);
+    const auto other = BackupSeemsOfAnother(folders);
     if (!other)
         return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorNotRead, {other.Error().subject}),
                    Msg::DoctorNotReadRemedy);
     if (*other)
         return Bad(Msg::DoctorBackup, GetMsg(Msg::DoctorBackupOther, {TextOf(**other)}),
                    Msg::DoctorBackupOtherRemedy);
-    return Fine(
-        Msg::DoctorBackup,
-        GetMsg(session.preferences.fullBackup ? Msg::DoctorBackupFull : Msg::DoctorBackupCompact));
+    return Fine(Msg::DoctorBackup,
+                GetMsg(preferences.fullBackup ? Msg::DoctorBackupFull : Msg::DoctorBackupCompact));
 }
 
 Finding ArchiveState(Session& session)
@@ -129,25 +127,26 @@ Finding ArchiveState(Session& session)
 }
 
 /// Folders named as a level's that the list does not know, and those that were set aside.
-void FoldersOfNoLevel(const Session& session, std::vector<Finding>& findings)
+void FoldersOfNoLevel(const Folders& folders, const Archive& archive,
+                      std::vector<Finding>& findings)
 {
-    const auto named = [](const std::vector<Path>& folders) {
+    const auto named = [](const std::vector<Path>& some) {
         constexpr std::size_t most = 20;
         std::vector<std::string> names;
-        for (std::size_t i = 0; i < std::min(folders.size(), most); ++i)
-            names.push_back(TextOf(folders[i]));
-        if (folders.size() > most)
-            names.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(folders.size() - most)}));
+        for (std::size_t i = 0; i < std::min(some.size(), most); ++i)
+            names.push_back(TextOf(some[i]));
+        if (some.size() > most)
+            names.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(some.size() - most)}));
         return Join(names, ", ");
     };
-    const auto found = FindUnknownFolders(session);
+    const auto found = FindUnknownFolders(archive);
     if (!found) {
         findings.push_back(Bad(Msg::DoctorUnlisted,
                                GetMsg(Msg::DoctorNotRead, {found.Error().subject}),
                                Msg::DoctorNotReadRemedy));
         return;
     }
-    const std::vector<Path> cutShort = UnfinishedIntakes(session);
+    const std::vector<Path> cutShort = UnfinishedIntakes(folders, archive);
     std::vector<Path> unlisted = found->unlisted;
     std::erase_if(unlisted, [&](const Path& folder) {
         return std::find(cutShort.begin(), cutShort.end(), folder) != cutShort.end();
@@ -162,14 +161,14 @@ void FoldersOfNoLevel(const Session& session, std::vector<Finding>& findings)
 }
 
 /// Levels whose stored files are not all that they are known to have.
-Finding Levels(Session& session)
+Finding Levels(const Folders& folders, const Archive& archive)
 {
     constexpr std::size_t mostNamed = 20;
     std::vector<std::string> lacking;
     std::string notRead;
     std::size_t more = 0;
-    for (const LevelRecord& level : session.archive.levels) {
-        const auto gaps = GapsOf(session, level);
+    for (const LevelRecord& level : archive.levels) {
+        const auto gaps = GapsOf(folders, level);
         if (!gaps && notRead.empty())
             notRead = gaps.Error().subject;
         if (!gaps || AllGaps(*gaps).empty())
@@ -190,22 +189,24 @@ Finding Levels(Session& session)
                Msg::DoctorLevelsRemedy);
 }
 
-Finding Interrupted(Session& session)
+Finding Interrupted(const Folders& folders, const Archive& archive,
+                    const PreferencesRecord& preferences)
 {
-    const std::string waiting = InterruptedWork(session);
+    const std::string waiting = InterruptedWork(folders, archive);
     if (!waiting.empty())
         return Bad(Msg::DoctorInterrupted, waiting,
-                   WhatMendingLacks(session).ValueOr({}) ? Msg::DoctorWaitsRemedy
-                                                         : Msg::DoctorInterruptedRemedy);
-    if (std::string left = WhatWaitsInTrle(session); !left.empty())
+                   WhatMendingLacks(folders, archive).ValueOr({}) ? Msg::DoctorWaitsRemedy
+                                                                  : Msg::DoctorInterruptedRemedy);
+    if (std::string left = WhatWaitsInTrle(folders, archive, preferences); !left.empty())
         return {false, GetMsg(Msg::DoctorInterrupted), std::move(left),
-                RemedyInTrle(session) + " " + GetMsg(Msg::DoctorInterruptedRemedy)};
+                RemedyInTrle(folders, archive) + " " + GetMsg(Msg::DoctorInterruptedRemedy)};
     return Fine(Msg::DoctorInterrupted, GetMsg(Msg::DoctorInterruptedNone));
 }
 
-void Game(Session& session, std::vector<Finding>& findings)
+void Game(const Folders& folders, const PreferencesRecord& preferences, const Tools& tools,
+          std::vector<Finding>& findings)
 {
-    const auto launch = GameLaunch(session);
+    const auto launch = GameLaunch(folders, preferences, tools);
     if (!launch) {
         findings.push_back(Bad(Msg::DoctorGame,
                                launch.Error().subject + ": " + launch.Error().reason,
@@ -220,9 +221,9 @@ void Game(Session& session, std::vector<Finding>& findings)
     findings.push_back(Fine(Msg::DoctorGame, GetMsg(Msg::DoctorGameWine, {launch->argv.front()})));
 }
 
-Finding Program(Session& session, std::string_view tool, Message remedy)
+Finding Program(Machine& machine, std::string_view tool, Message remedy)
 {
-    const Path found = session.machine.FindTool(std::string{tool});
+    const Path found = machine.FindTool(std::string{tool});
     const std::string name = GetMsg(Msg::DoctorTool, {tool});
     if (found.empty())
         return {false, name, GetMsg(Msg::DoctorToolMissing), GetMsg(remedy)};
@@ -245,9 +246,8 @@ Finding Keys()
 }
 
 /// The programs that packages and sounds go through.
-void OutsideTools(Session& session, std::vector<Finding>& findings)
+void OutsideTools(const Tools& tools, std::vector<Finding>& findings)
 {
-    const Tools tools = ToolsOf(session);
     std::vector<const Tool*> all = PackageTools();
     all.insert(all.end(), {&Decoder(), &Encoder()});
     for (const Tool* const tool : all) {
@@ -262,18 +262,19 @@ void OutsideTools(Session& session, std::vector<Finding>& findings)
 }
 
 /// The drives that a swap writes to, each once.
-void Drives(Session& session, std::vector<Finding>& findings)
+void Drives(Machine& machine, const Folders& folders, const Archive& archive,
+            std::vector<Finding>& findings)
 {
     std::vector<std::uint64_t> seen;
-    for (const Path& folder : {session.programFolder, session.TrleFolder(),
-                               Path{Trim(session.archive.header.secondaryFolder)}}) {
+    for (const Path& folder :
+         {folders.program, folders.trle, Path{Trim(archive.header.secondaryFolder)}}) {
         const platform::FileFacts facts = platform::FactsOf(ResolvePath(folder));
         if (folder.empty() || facts.kind != platform::FileKind::Folder ||
             std::find(seen.begin(), seen.end(), facts.device) != seen.end())
             continue;
         seen.push_back(facts.device);
         const std::string name = GetMsg(Msg::DoctorDrive, {TextOf(folder)});
-        const auto free = session.machine.FreeSpace(folder);
+        const auto free = machine.FreeSpace(folder);
         if (!free) {
             findings.push_back({false, name, GetMsg(Msg::DoctorDriveUnknown), free.Error().reason});
             continue;
@@ -287,10 +288,10 @@ void Drives(Session& session, std::vector<Finding>& findings)
 
 /// Folders to work in that were renamed aside since they could not go, and what else killed
 /// programs left.
-void Leftovers(const Session& session, std::vector<Finding>& findings)
+void Leftovers(const Folders& folders, std::vector<Finding>& findings)
 {
     std::vector<std::string> names;
-    for (const Path& left : LeftoversThatStay(session))
+    for (const Path& left : LeftoversThatStay(folders))
         names.push_back(TextOf(left));
     if (!names.empty())
         findings.push_back(Bad(Msg::DoctorLeftovers,
@@ -303,21 +304,21 @@ void Leftovers(const Session& session, std::vector<Finding>& findings)
 std::vector<Finding> Examine(Session& session)
 {
     std::vector<Finding> findings;
-    findings.push_back(ProgramFolder(session));
-    findings.push_back(LevelEditor(session));
-    findings.push_back(Backup(session));
+    findings.push_back(ProgramFolder(session.Folders()));
+    findings.push_back(LevelEditor(session.Folders(), session.preferences));
+    findings.push_back(Backup(session.Folders(), session.preferences));
     findings.push_back(ArchiveState(session));
     if (findings.back().fine)
-        findings.push_back(Levels(session));
-    FoldersOfNoLevel(session, findings);
-    findings.push_back(Interrupted(session));
+        findings.push_back(Levels(session.Folders(), session.archive));
+    FoldersOfNoLevel(session.Folders(), session.archive, findings);
+    findings.push_back(Interrupted(session.Folders(), session.archive, session.preferences));
     if (findings[1].fine)
-        Game(session, findings);
-    findings.push_back(Program(session, OnDisk::DoctorToolOpen, Msg::DoctorToolOpenRemedy));
+        Game(session.Folders(), session.preferences, ToolsOf(session), findings);
+    findings.push_back(Program(session.machine, OnDisk::DoctorToolOpen, Msg::DoctorToolOpenRemedy));
     findings.push_back(Keys());
-    OutsideTools(session, findings);
-    Drives(session, findings);
-    Leftovers(session, findings);
+    OutsideTools(ToolsOf(session), findings);
+    Drives(session.machine, session.Folders(), session.archive, findings);
+    Leftovers(session.Folders(), findings);
     return findings;
 }
 

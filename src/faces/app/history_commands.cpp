@@ -19,9 +19,9 @@ namespace kestrova
 
 bool AddHistory(Run& run, LevelCode code)
 {
-    const auto entries = ReadHistoryOf(run.session, code);
+    const auto entries = ReadHistoryOf(run.session.Folders(), code);
     if (!entries)
-        return TellFolderNotRead(run.session, entries.Error());
+        return TellFolderNotRead(run.session.host, entries.Error());
     for (const HistoryEntry& entry : *entries) {
         if (run.json != nullptr)
             run.json->push_back({{"code", code},
@@ -44,9 +44,10 @@ bool AddHistory(Run& run, LevelCode code)
 bool BringBackTold(Run& run, LevelCode code, const std::string& id)
 {
     auto ready = EndEarlierMove(run.session);
-    const auto place = ready ? BringBack(run.session, code, id) : Result<Path>{ready.Error()};
+    const auto place = ready ? BringBack(run.session.Folders(), run.session.archive, code, id)
+                             : Result<Path>{ready.Error()};
     if (!place)
-        TellFailure(run.session, GetMsg(Msg::NotBroughtBack), place.Error());
+        TellFailure(run.session.host, GetMsg(Msg::NotBroughtBack), place.Error());
     else
         AddLine(run, TextOf(*place));
     return static_cast<bool>(place);
@@ -59,9 +60,9 @@ bool List(Run& run)
 {
     if (run.json != nullptr)
         *run.json = Json::array();
-    const auto codes = LevelsWithHistory(run.session);
+    const auto codes = LevelsWithHistory(run.session.Folders());
     if (!codes)
-        return TellFolderNotRead(run.session, codes.Error());
+        return TellFolderNotRead(run.session.host, codes.Error());
     bool whole = true;
     for (const LevelCode code : *codes)
         whole = AddHistory(run, code) && whole;
@@ -71,13 +72,13 @@ bool List(Run& run)
 bool BringBackFile(Run& run)
 {
     const std::string& id = run.arguments.words[1];
-    const auto codes = LevelsWithHistory(run.session);
+    const auto codes = LevelsWithHistory(run.session.Folders());
     if (!codes)
-        return TellFolderNotRead(run.session, codes.Error());
+        return TellFolderNotRead(run.session.host, codes.Error());
     for (const LevelCode code : *codes) {
-        const auto entries = ReadHistoryOf(run.session, code);
+        const auto entries = ReadHistoryOf(run.session.Folders(), code);
         if (!entries)
-            return TellFolderNotRead(run.session, entries.Error());
+            return TellFolderNotRead(run.session.host, entries.Error());
         if (std::any_of(entries->begin(), entries->end(),
                         [&](const HistoryEntry& entry) { return entry.id == id; }))
             return BringBackTold(run, code, id);
@@ -92,9 +93,9 @@ bool BringBackInto(Run& run)
     const std::string& id = run.arguments.words[1];
     const Path folder = PlaceFromWord(run.arguments.ValueOf("--to"));
     const LevelCode code = LeadingNumber(id);
-    const auto place = BringBackTo(run.session, code, id, folder);
+    const auto place = BringBackTo(run.session.Folders(), code, id, folder);
     if (!place)
-        TellFailure(run.session, GetMsg(Msg::NotBroughtBack), place.Error());
+        TellFailure(run.session.host, GetMsg(Msg::NotBroughtBack), place.Error());
     else
         AddLine(run, TextOf(*place));
     return static_cast<bool>(place);
@@ -104,9 +105,9 @@ bool ListOriginals(Run& run)
 {
     if (run.json != nullptr)
         *run.json = Json::array();
-    const auto files = KeptFiles(run.session);
+    const auto files = KeptFiles(run.session.Folders());
     if (!files) {
-        TellFailure(run.session, GetMsg(Msg::OriginalsUnreadable), files.Error());
+        TellFailure(run.session.host, GetMsg(Msg::OriginalsUnreadable), files.Error());
         return false;
     }
     for (const KeptFile& file : *files)

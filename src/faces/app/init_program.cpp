@@ -55,11 +55,11 @@ bool OfferRestore(Session& session, TrleFinder& finder)
     if (trle.empty() || !FolderExists(trle))
         return false;
     const auto lacks = WhatTrleLacks(trle);
-    const auto backup = LookAtBackup(session);
+    const auto backup = LookAtBackup(session.Folders());
     if (!lacks || !backup)
-        return TellFolderNotRead(session, lacks ? backup.Error() : lacks.Error());
+        return TellFolderNotRead(session.host, lacks ? backup.Error() : lacks.Error());
     // What cannot be told now is no reason to restore.
-    if (*backup == BackupState::Missing || BackupSeemsOfAnother(session).ValueOr(trle) ||
+    if (*backup == BackupState::Missing || BackupSeemsOfAnother(session.Folders()).ValueOr(trle) ||
         !session.host.AskYesNo(GetMsg(Msg::AskRestoreAtStart, {*lacks, lineBreak, lineBreak})))
         return false;
     (void)LoadArchiveToLook(session); // the level that stands there finds its store through it
@@ -92,7 +92,7 @@ public:
         if (!MakeTrleBackup(session, false))
             session.archive.dirty = false;
         // The form of the backup must not be lost with a run that ends badly.
-        SavePreferencesNow(session);
+        SavePreferencesNow(session.host, session.Folders(), session.preferences, session.settings);
         return true;
     }
     Archive OpenArchive(Session& session) override
@@ -140,7 +140,7 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
     const Start start = StartUp(session, face, Needs::Archive);
     if (start == Start::Done) {
         // A run that ends badly must not forget which archive was made or loaded.
-        SavePreferencesNow(session);
+        SavePreferencesNow(session.host, session.Folders(), session.preferences, session.settings);
         OfferLeftIntake(session);
     }
     return start != Start::Refused;

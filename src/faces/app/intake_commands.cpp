@@ -104,7 +104,7 @@ bool ChangeFiles(Run& run, Intake& level)
 
 void ShowLevel(Run& run, LevelCode code, const std::string& namesPage = {})
 {
-    const std::string name = Readable(LevelNameOf(run.session, code));
+    const std::string name = Readable(LevelNameOf(run.session.archive, code));
     if (run.json == nullptr) {
         AddLine(run, std::to_string(code) + "\t" + OneField(name));
     } else {

@@ -98,7 +98,8 @@ bool ChangesAuthor(const Run& run)
 
 AuthorInfos AuthorOf(Run& run)
 {
-    return AuthorInfos{run.session, static_cast<std::size_t>(FindLevel(run.session, run.level))};
+    return AuthorInfos{run.session,
+                       static_cast<std::size_t>(FindLevel(run.session.archive, run.level))};
 }
 
 bool TellAuthor(Run& run)
@@ -136,7 +137,7 @@ bool Export(Run& run)
     if (!run.FromWords())
         return ExportLevel(run.session, run.level);
     const Path zip = PlaceFromWord(run.arguments.words[1]);
-    if (!FileToReplace(run.session, zip))
+    if (!FileToReplace(run.session.host, zip))
         return false;
     ExportChoices choices{zip, run.arguments.Has("--screenshots"), std::nullopt};
     if (run.arguments.Has("--savegames"))
@@ -144,7 +145,7 @@ bool Export(Run& run)
     const bool exported = ExportLevel(run.session, run.level, choices);
     if (exported && run.json != nullptr)
         *run.json = {{"code", run.level},
-                     {"name", Readable(LevelNameOf(run.session, run.level))},
+                     {"name", Readable(LevelNameOf(run.session.archive, run.level))},
                      {"file", TextOf(zip)},
                      {"size", FileSize(zip)}};
     return exported;
@@ -152,7 +153,8 @@ bool Export(Run& run)
 
 bool OpenMoreInfo(Run& run)
 {
-    return ShowMoreInfo(run.session, run.level);
+    return ShowMoreInfo(run.session.host, run.session.machine, run.session.Folders(),
+                        run.session.archive, run.level);
 }
 
 } // namespace

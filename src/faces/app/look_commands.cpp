@@ -47,7 +47,7 @@ std::string LevelAsLine(const LevelRecord& level, bool current)
 
 bool List(Run& run)
 {
-    const LevelCode current = CurrentLevelCode(run.session);
+    const LevelCode current = CurrentLevelCode(run.session.Folders(), run.session.archive);
     if (run.json == nullptr) {
         for (const LevelRecord& level : run.session.archive.levels)
             AddLine(run, LevelAsLine(level, level.levelCode == current));
@@ -63,7 +63,8 @@ bool List(Run& run)
 
 bool Info(Run& run)
 {
-    const auto facts = LookAtLevel(run.session, run.level);
+    const auto facts =
+        LookAtLevel(run.session.host, run.session.Folders(), run.session.archive, run.level);
     if (!facts)
         return false;
     const LevelRecord& level = facts->record;

@@ -33,13 +33,13 @@ bool HasWholeLevelEditor(Run& run)
     const Path trle = run.session.TrleFolder();
     const auto lacks = WhatTrleLacks(trle);
     if (!lacks)
-        return TellFolderNotRead(run.session, lacks.Error());
+        return TellFolderNotRead(run.session.host, lacks.Error());
     if (lacks->empty())
         return true;
-    const auto backup = LookAtBackup(run.session);
+    const auto backup = LookAtBackup(run.session.Folders());
     if (!backup)
-        return TellFolderNotRead(run.session, backup.Error());
-    const auto waves = WavesToCopy(run.session);
+        return TellFolderNotRead(run.session.host, backup.Error());
+    const auto waves = WavesToCopy(run.session.Folders(), run.session.preferences);
     if (waves && !waves->empty()) {
         run.session.host.Tell(Tone::Error, *waves);
         return false;
@@ -84,7 +84,7 @@ bool ChooseHome(Run& run, bool make)
 {
     const auto folder = ChooseProgramFolder(run.arguments.ValueOf("--home"), make);
     if (!folder) {
-        TellFailure(run.session, GetMsg(Msg::NoProgramFolder), folder.Error());
+        TellFailure(run.session.host, GetMsg(Msg::NoProgramFolder), folder.Error());
         return false;
     }
     run.session.programFolder = *folder;
@@ -105,7 +105,7 @@ bool OpenToLook(Run& run, Needs needs)
         return true;
     if (run.session.RememberedArchive().empty())
         return Refuse(run, Msg::NeedsArchive);
-    TellFailure(run.session, GetMsg(Msg::ArchiveNotRead), loaded.Error());
+    TellFailure(run.session.host, GetMsg(Msg::ArchiveNotRead), loaded.Error());
     return false;
 }
 
@@ -128,19 +128,21 @@ bool EndWork(Run& run, bool done)
     RestoreAutoSave(run);
     // Without a word of the person's everything was written at once; what was not has been told.
     const bool written = !run.session.archive.dirty;
-    return done && written && SavePreferencesNow(run.session);
+    return done && written &&
+           SavePreferencesNow(run.session.host, run.session.Folders(), run.session.preferences,
+                              run.session.settings);
 }
 
-bool HasArchiveFolder(Session& session, std::optional<LevelCode> code)
+bool HasArchiveFolder(Host& host, const Archive& archive, std::optional<LevelCode> code)
 {
     if (code == originalCode)
         return true;
-    const Path folder = FolderFromText(Trim(session.archive.header.secondaryFolder));
+    const Path folder = FolderFromText(Trim(archive.header.secondaryFolder));
     const auto isThere = IsFolder(folder);
     if (!isThere)
-        return TellFolderNotRead(session, isThere.Error());
+        return TellFolderNotRead(host, isThere.Error());
     if (!*isThere)
-        session.host.Tell(Tone::Error, GetMsg(Msg::ArchiveFolderAway, {TextOf(folder)}));
+        host.Tell(Tone::Error, GetMsg(Msg::ArchiveFolderAway, {TextOf(folder)}));
     return *isThere;
 }
 

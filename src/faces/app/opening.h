@@ -22,6 +22,6 @@ void RestoreAutoSave(Run& run);
 
 /// False, with words, while the archive's folder is away: what it holds is not nothing then. The
 /// original configuration, which lies elsewhere, needs none.
-bool HasArchiveFolder(Session& session, std::optional<LevelCode> code = {});
+bool HasArchiveFolder(Host& host, const Archive& archive, std::optional<LevelCode> code = {});
 
 } // namespace kestrova

@@ -84,13 +84,14 @@ bool HasLevel(const CommandRow& row, Run& run)
 {
     if (!NeedsLevel(row))
         return true;
-    if (FindLevel(run.session, run.level) < 0) {
+    if (FindLevel(run.session.archive, run.level) < 0) {
         run.session.host.Tell(Tone::Error,
                               GetMsg(Msg::UnknownLevelCode, {std::to_string(run.level)}));
         return false;
     }
     run.session.list.Select(run.level);
-    return row.needs != Needs::LevelFiles || HasArchiveFolder(run.session, run.level);
+    return row.needs != Needs::LevelFiles ||
+           HasArchiveFolder(run.session.host, run.session.archive, run.level);
 }
 
 bool RunCounted(const CommandRow& row, Run& run)

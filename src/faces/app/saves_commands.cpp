@@ -30,7 +30,7 @@ bool AddSavegames(Run& run, const Path& folder, const std::string& place)
 {
     const auto files = ListFiles(folder, OnDisk::SavegamePattern);
     if (!files)
-        return TellFolderNotRead(run.session, files.Error());
+        return TellFolderNotRead(run.session.host, files.Error());
     for (const Path& file : *files) {
         const platform::FileFacts facts = platform::FactsOf(file);
         const SavegameInfo info = ReadSavegameInfo(file);
@@ -51,14 +51,14 @@ bool ListSaves(Run& run)
 {
     if (run.json != nullptr)
         *run.json = Json::array();
-    const auto live = CurrentSlotsFolder(run.session, run.level);
+    const auto live = CurrentSlotsFolder(run.session.Folders(), run.session.archive, run.level);
     if (!live) {
-        TellFailure(run.session, GetMsg(Msg::CannotListSavegames), live.Error());
+        TellFailure(run.session.host, GetMsg(Msg::CannotListSavegames), live.Error());
         return false;
     }
     if (!AddSavegames(run, *live, GetMsg(Msg::SavesLive)))
         return false;
-    const Path root = InFolder(LevelHomeOf(run.session, run.level), OnDisk::DirSavegames);
+    const Path root = InFolder(LevelHomeOf(run.session.Folders(), run.level), OnDisk::DirSavegames);
     for (int number = 1;; ++number) {
         const std::string slot = std::string{OnDisk::SlotPrefix} + std::to_string(number);
         if (!FolderExists(root / slot))
@@ -100,7 +100,7 @@ std::optional<Path> FolderOfWords(Run& run)
     if (isThere)
         run.session.host.Tell(Tone::Error, GetMsg(Msg::SourceMissing, {TextOf(folder)}));
     else
-        TellFolderNotRead(run.session, isThere.Error());
+        TellFolderNotRead(run.session.host, isThere.Error());
     return std::nullopt;
 }
 

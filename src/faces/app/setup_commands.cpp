@@ -24,7 +24,7 @@ namespace
 /// Whether a backup will be made. Where nobody can tell it will not, and the attempt says why.
 bool NeedsBackup(Session& session)
 {
-    const auto backup = LookAtBackup(session);
+    const auto backup = LookAtBackup(session.Folders());
     if (!backup || *backup == BackupState::Missing)
         return static_cast<bool>(backup);
     const auto other = BackupOfAnotherFolder(session);
@@ -45,7 +45,7 @@ bool MakePractice(Run& run)
             return progress->Step();
         });
     if (!made) {
-        TellFailure(run.session, GetMsg(Msg::PracticeFailed), made.Error());
+        TellFailure(run.session.host, GetMsg(Msg::PracticeFailed), made.Error());
         return false;
     }
     if (!made->remark.empty())

@@ -23,7 +23,7 @@ namespace
 bool LoadShots(Run& run, ShotList& shots)
 {
     const auto loaded = shots.Load(run.session, run.level);
-    return loaded || TellFolderNotRead(run.session, loaded.Error());
+    return loaded || TellFolderNotRead(run.session.host, loaded.Error());
 }
 
 /// The named picture is the one that the next command takes.
@@ -61,7 +61,8 @@ bool List(Run& run)
 bool ImportAll(Run& run)
 {
     const auto progress = run.session.host.BeginProgress(ProgressWindow::Progress, {});
-    return ImportShots(run.session, static_cast<std::size_t>(FindLevel(run.session, run.level)),
+    return ImportShots(run.session.host, run.session.Folders(), run.session.archive,
+                       static_cast<std::size_t>(FindLevel(run.session.archive, run.level)),
                        *progress);
 }
 
@@ -106,14 +107,14 @@ bool Rename(Run& run)
 
 bool ExportTo(Run& run, const Path& shot, const Path& place)
 {
-    const auto target = FileToWrite(run.session, place);
+    const auto target = FileToWrite(run.session.host, place);
     if (!target)
         return false;
     const auto isFree = IsFree(*target);
     if (!isFree)
-        return TellFolderNotRead(run.session, isFree.Error());
-    return (*isFree || ConfirmReplace(run.session, shot, *target)) &&
-           SaveShotTo(run.session, shot, *target);
+        return TellFolderNotRead(run.session.host, isFree.Error());
+    return (*isFree || ConfirmReplace(run.session.host, shot, *target)) &&
+           SaveShotTo(run.session.host, shot, *target);
 }
 
 bool Export(Run& run)

@@ -29,8 +29,9 @@ void MendAtStart(Session& session, const Whereabouts& said)
     Whereabouts where = said;
     const bool nothingSaid = said.trle.empty() && said.archiveFolder.empty() && !said.letGo;
     if (nothingSaid && session.host.CanAsk())
-        if (const auto lacking = WhatMendingLacks(session); lacking && *lacking)
-            where = AskWhere(session, **lacking).value_or(said);
+        if (const auto lacking = WhatMendingLacks(session.Folders(), session.archive);
+            lacking && *lacking)
+            where = AskWhere(session.host, **lacking).value_or(said);
     (void)RecoverInterruptedWork(session, where); // what still waits has been told
 }
 
@@ -72,7 +73,7 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
     if (writing && !HoldFolder(session, session.programFolder))
         return false;
     if (writing)
-        NotePlacesIn(WorkNotes(session));
+        NotePlacesIn(WorkNotes(session.Folders()));
     auto settings = ReadSettings(session.programFolder);
     if (settings)
         session.settings = std::move(*settings);
@@ -122,7 +123,7 @@ bool WritePreferences(Session& session)
     bool saved = false;
     if (!MayReplaceArchive(session, saved))
         return false;
-    (void)WritePreferencesFile(session);
+    (void)WritePreferencesFile(session.Folders(), session.preferences, session.settings);
     return true;
 }
 
@@ -130,7 +131,8 @@ Status WriteAllNow(Session& session)
 {
     const bool owed = session.archive.Loaded() && session.archive.dirty;
     const Status list = owed ? WriteArchive(session, session.ArchivePath()) : Status{};
-    const Status preferences = WritePreferencesFile(session);
+    const Status preferences =
+        WritePreferencesFile(session.Folders(), session.preferences, session.settings);
     return list ? preferences : list;
 }
 

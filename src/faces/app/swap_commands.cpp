@@ -28,7 +28,7 @@ namespace
 
 bool TellAndFail(Run& run, const Failure& failure, Message text)
 {
-    TellFailure(run.session, GetMsg(text), failure);
+    TellFailure(run.session.host, GetMsg(text), failure);
     return false;
 }
 
@@ -64,7 +64,7 @@ std::string_view WordOf(Mismatch kind)
 
 void ShowPlayed(Run& run, bool started)
 {
-    const std::string name = Readable(Trim(LevelNameOf(run.session, run.level)));
+    const std::string name = Readable(Trim(LevelNameOf(run.session.archive, run.level)));
     if (run.json != nullptr)
         *run.json = {{"code", run.level}, {"name", name}, {"started", started}};
     else
@@ -82,18 +82,18 @@ bool Play(Run& run)
     if (!PlayLevel(run.session, run.level, start))
         return false;
     ShowPlayed(run, start);
-    run.face.Note(GetMsg(Msg::GameStarted, {LevelNameOf(run.session, run.level)}));
+    run.face.Note(GetMsg(Msg::GameStarted, {LevelNameOf(run.session.archive, run.level)}));
     run.face.GameStarted();
     return true;
 }
 
 bool TellCurrent(Run& run)
 {
-    if (!TellUnlessKnown(run.session))
+    if (!TellUnlessKnown(run.session.host, run.session.Folders(), run.session.archive))
         return false;
-    const LevelPlace level = StandingLevel(run.session);
+    const LevelPlace level = StandingLevel(run.session.Folders(), run.session.archive);
     const LevelCode code = level.code;
-    if (CurrentLevelCode(run.session) == foreignLevel) {
+    if (CurrentLevelCode(run.session.Folders(), run.session.archive) == foreignLevel) {
         const std::string folder = TextOf(level.home);
         if (run.json != nullptr)
             *run.json = {{"code", code}, {"name", ""}, {"other-archive", folder}};
@@ -101,7 +101,7 @@ bool TellCurrent(Run& run)
             AddLine(run, std::to_string(code) + "\t" + GetMsg(Msg::OtherArchivesLevel, {folder}));
         return true;
     }
-    const std::string name = Field(LevelNameOf(run.session, code));
+    const std::string name = Field(LevelNameOf(run.session.archive, code));
     if (run.json != nullptr)
         *run.json = {{"code", code}, {"name", name}};
     else
@@ -129,7 +129,8 @@ bool BringOriginals(Run& run)
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
     const bool whole = RestoreOriginalConfiguration(session, *progress);
     // A compact backup has neither the game nor its music: what only a new setup brings is named.
-    return whole && IsTrleFolder(session, session.TrleFolder(), true);
+    return whole && IsTrleFolder(session.host, session.Folders(), session.preferences,
+                                 session.TrleFolder(), true);
 }
 
 bool Plan(Run& run)
@@ -162,7 +163,7 @@ bool Compare(Run& run)
     std::optional<LevelCode> code;
     if (!run.arguments.words.empty())
         code = CodeFromWord(run.arguments.words.front());
-    if (code && FindLevel(run.session, *code) < 0) {
+    if (code && FindLevel(run.session.archive, *code) < 0) {
         run.session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(*code)}));
         return false;
     }
@@ -178,9 +179,10 @@ bool Compare(Run& run)
             AddLine(run, std::string{WordOf(difference.kind)} + "\t" + OneField(difference.file));
     }
     if (run.json != nullptr)
-        *run.json = {{"code", code ? *code : StandingLevel(run.session).code},
-                     {"differences", std::move(differences)}};
-    const bool compared = code || !BackupIsAway(run.session);
+        *run.json = {
+            {"code", code ? *code : StandingLevel(run.session.Folders(), run.session.archive).code},
+            {"differences", std::move(differences)}};
+    const bool compared = code || !BackupIsAway(run.session.Folders());
     if (!compared)
         run.session.host.Tell(Tone::Warning,
                               GetMsg(Msg::VerifyNoBackup, {TextOf(run.session.BackupFolder())}));
@@ -194,8 +196,10 @@ bool Mend(Run& run)
     if (!OpenToLook(run, Needs::Nothing))
         return false;
     const auto waiting = [&] {
-        const std::string work = InterruptedWork(run.session);
-        return work.empty() ? WhatWaitsInTrle(run.session) : work;
+        const std::string work = InterruptedWork(run.session.Folders(), run.session.archive);
+        return work.empty() ? WhatWaitsInTrle(run.session.Folders(), run.session.archive,
+                                              run.session.preferences)
+                            : work;
     };
     const bool waits = !waiting().empty();
     Whereabouts said;
@@ -212,8 +216,9 @@ bool Mend(Run& run)
     if (still.empty())
         AddLine(run, GetMsg(waits ? Msg::MendDone : Msg::MendNothing));
     else
-        run.session.host.Tell(Tone::Warning,
-                              GetMsg(Msg::MendWaits, {still, RemedyForWaiting(run.session)}));
+        run.session.host.Tell(
+            Tone::Warning, GetMsg(Msg::MendWaits, {still, RemedyForWaiting(run.session.Folders(),
+                                                                           run.session.archive)}));
     return EndWork(run, still.empty());
 }
 

@@ -50,23 +50,23 @@ template <LanguageChange change> bool AllLanguages(Run& run)
     return ChangeLanguageOfAll(run.session, change);
 }
 
-std::string NameAt(const Session& session, std::size_t index)
+std::string NameAt(const Archive& archive, std::size_t index)
 {
-    return Readable(Trim(session.archive.levels[index].levelName));
+    return Readable(Trim(archive.levels[index].levelName));
 }
 
 bool FindEqual(Run& run)
 {
     if (!run.FromWords())
         return CheckEqualLevels(run.session);
-    if (!HasArchiveFolder(run.session))
+    if (!HasArchiveFolder(run.session.host, run.session.archive))
         return false;
     Json pairs = Json::array();
     const bool scanned = FindEqualLevels(run.session, [&](const EqualPair& pair) {
         const LevelCode code = run.session.archive.levels[pair.level].levelCode;
         const LevelCode other = run.session.archive.levels[pair.other].levelCode;
-        const std::string name = NameAt(run.session, pair.level);
-        const std::string otherName = NameAt(run.session, pair.other);
+        const std::string name = NameAt(run.session.archive, pair.level);
+        const std::string otherName = NameAt(run.session.archive, pair.other);
         if (run.json != nullptr)
             pairs.push_back({{"code", code},
                              {"name", name},

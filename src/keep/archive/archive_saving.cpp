@@ -65,11 +65,11 @@ Status KeepExactNames(const Archive& archive)
 
 } // namespace
 
-bool HasArchive(Session& session)
+bool HasArchive(Host& host, const Archive& archive)
 {
-    if (session.archive.Loaded())
+    if (archive.Loaded())
         return true;
-    session.host.Tell(Tone::Error, GetMsg(Msg::MissingArchive));
+    host.Tell(Tone::Error, GetMsg(Msg::MissingArchive));
     return false;
 }
 
@@ -112,12 +112,12 @@ void RememberArchive(Session& session)
 
 bool SaveArchiveNow(Session& session)
 {
-    if (!HasArchive(session))
+    if (!HasArchive(session.host, session.archive))
         return false;
     const Path file = session.ArchivePath();
     const auto status = WriteArchive(session, file);
     if (!status)
-        TellFailure(session, GetMsg(Msg::ErrorSavingArchive) + TextOf(file), status.Error());
+        TellFailure(session.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(file), status.Error());
     return bool{status};
 }
 

@@ -7,7 +7,7 @@ namespace kestrova
 
 /// True while an archive is loaded; otherwise False, with words. Whatever changes an archive or its
 /// folders asks here first.
-bool HasArchive(Session& session);
+bool HasArchive(Host& host, const Archive& archive);
 /// Writes header and levels as they stand in memory; without a message. The file becomes the
 /// archive's own, and the one that the next start loads. `Refused` for a list without the original
 /// configuration, and for a folder that its field cannot hold.

@@ -73,7 +73,7 @@ EqualTr4Index::EqualTr4Index(const Session& session, ProgressScope* progress)
     std::atomic<std::size_t> done{0};
     const auto read = [&](std::size_t i) {
         const LevelCode code = session.archive.levels[i].levelCode;
-        const Path home = LevelHomeOf(session, code);
+        const Path home = LevelHomeOf(session.Folders(), code);
         const Path folder = code == originalCode ? home : spellings.Find(home.filename());
         if (!folder.empty())
             levels_[i] = EntriesIn(folder);

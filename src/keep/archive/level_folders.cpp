@@ -9,26 +9,25 @@
 namespace kestrova
 {
 
-std::ptrdiff_t FindLevel(const Session& session, LevelCode code)
+std::ptrdiff_t FindLevel(const Archive& archive, LevelCode code)
 {
     const auto found =
-        std::find_if(session.archive.levels.begin(), session.archive.levels.end(),
+        std::find_if(archive.levels.begin(), archive.levels.end(),
                      [&](const LevelRecord& level) { return level.levelCode == code; });
-    return found == session.archive.levels.end() ? -1 : found - session.archive.levels.begin();
+    return found == archive.levels.end() ? -1 : found - archive.levels.begin();
 }
 
-std::string LevelNameOf(const Session& session, LevelCode code)
+std::string LevelNameOf(const Archive& archive, LevelCode code)
 {
-    const std::ptrdiff_t index = FindLevel(session, code);
+    const std::ptrdiff_t index = FindLevel(archive, code);
     return index < 0 ? std::string{}
-                     : std::string{
-                           Trim(session.archive.levels[static_cast<std::size_t>(index)].levelName)};
+                     : std::string{Trim(archive.levels[static_cast<std::size_t>(index)].levelName)};
 }
 
-LevelCode NextLevelCode(const Session& session)
+LevelCode NextLevelCode(const Archive& archive)
 {
     LevelCode next = 0;
-    for (const LevelRecord& level : session.archive.levels)
+    for (const LevelRecord& level : archive.levels)
         next = std::max(next, level.levelCode + 1);
     return next;
 }
@@ -38,33 +37,32 @@ std::string LevelFolderName(LevelCode code)
     return Filled(OnDisk::FragLevelFolder, {ZeroPadded(code, 4)});
 }
 
-Path LevelHomeOf(const Session& session, LevelCode code)
+Path LevelHomeOf(const Folders& folders, LevelCode code)
 {
-    const Folders folders = session.Folders();
     return InFolder(code == originalCode ? folders.program : folders.levels, LevelFolderName(code));
 }
 
-Result<Path> LevelFolderOf(const Session& session, LevelCode code)
+Result<Path> LevelFolderOf(const Folders& folders, const Archive& archive, LevelCode code)
 {
-    const LevelRecord* level = code == originalCode ? nullptr : session.archive.Find(code);
+    const LevelRecord* level = code == originalCode ? nullptr : archive.Find(code);
     if (level != nullptr && level->cdNumber != 0)
         return Failure{ErrorCode::Missing, {}, GetMsg(Msg::CdNotAvailable)};
-    return LevelHomeOf(session, code);
+    return LevelHomeOf(folders, code);
 }
 
-Path StateStoreOf(const Session& session, LevelCode code)
+Path StateStoreOf(const Folders& folders, LevelCode code)
 {
-    return InFolder(LevelHomeOf(session, code), OnDisk::DirBackupSavegames);
+    return InFolder(LevelHomeOf(folders, code), OnDisk::DirBackupSavegames);
 }
 
-Path HomeOf(const Session& session, const LevelPlace& level)
+Path HomeOf(const Folders& folders, const LevelPlace& level)
 {
-    return level.home.empty() ? LevelHomeOf(session, level.code) : level.home;
+    return level.home.empty() ? LevelHomeOf(folders, level.code) : level.home;
 }
 
-Path StateStoreOf(const Session& session, const LevelPlace& level)
+Path StateStoreOf(const Folders& folders, const LevelPlace& level)
 {
-    return InFolder(HomeOf(session, level), OnDisk::DirBackupSavegames);
+    return InFolder(HomeOf(folders, level), OnDisk::DirBackupSavegames);
 }
 
 Status MakeLevelSubfolders(const Path& folder)
@@ -78,27 +76,27 @@ Status MakeLevelSubfolders(const Path& folder)
     return {};
 }
 
-bool IsArchiveFolderThere(Session& session)
+bool IsArchiveFolderThere(Host& host, const Archive& archive)
 {
-    const Path folder = FolderFromText(Trim(session.archive.header.secondaryFolder));
+    const Path folder = FolderFromText(Trim(archive.header.secondaryFolder));
     const auto isThere = IsFolder(folder);
     if (!isThere)
-        return TellFolderNotRead(session, isThere.Error());
+        return TellFolderNotRead(host, isThere.Error());
     if (!*isThere)
-        session.host.Tell(Tone::Error, GetMsg(Msg::ArchiveFolderUnplugged, {TextOf(folder)}));
+        host.Tell(Tone::Error, GetMsg(Msg::ArchiveFolderUnplugged, {TextOf(folder)}));
     return *isThere;
 }
 
-bool IsArchiveOnCd(const Session& session)
+bool IsArchiveOnCd(const Archive& archive)
 {
-    return session.archive.header.cdCount >= 1;
+    return archive.header.cdCount >= 1;
 }
 
-bool GuardLevelOnCd(Session& session, const LevelRecord& level)
+bool GuardLevelOnCd(Host& host, const LevelRecord& level)
 {
     if (level.cdNumber == 0)
         return false;
-    session.host.Tell(Tone::Error, GetMsg(Msg::LevelOnCd, {lineBreak}));
+    host.Tell(Tone::Error, GetMsg(Msg::LevelOnCd, {lineBreak}));
     return true;
 }
 

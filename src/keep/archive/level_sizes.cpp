@@ -20,9 +20,9 @@ struct Sizes {
     double extras = 0;
 };
 
-Result<Sizes> Measured(const Session& session, const LevelRecord& level)
+Result<Sizes> Measured(const Folders& folders, const LevelRecord& level)
 {
-    const Path folder = LevelHomeOf(session, level.levelCode);
+    const Path folder = LevelHomeOf(folders, level.levelCode);
     const auto extras = ExtrasSizeOf(folder);
     const auto files = level.cdNumber == 0 ? FolderSize(InFolder(folder, OnDisk::DirFiles))
                                            : Result<double>{static_cast<double>(level.filesSize)};
@@ -52,29 +52,29 @@ Result<double> ExtrasSizeOf(const Path& levelFolder)
     return sum;
 }
 
-void CountLevelSize(Session& session, double delta, SizeKind kind, std::size_t index)
+void CountLevelSize(Archive& archive, double delta, SizeKind kind, std::size_t index)
 {
-    LevelRecord& level = session.archive.levels[index];
+    LevelRecord& level = archive.levels[index];
     std::int32_t& field = kind == SizeKind::Files ? level.filesSize : level.extrasSize;
     field = SizeField(field + delta);
     if (index > 0)
-        (kind == SizeKind::Files ? session.archive.header.mainFolderSize
-                                 : session.archive.header.secondaryFolderSize) += delta;
+        (kind == SizeKind::Files ? archive.header.mainFolderSize
+                                 : archive.header.secondaryFolderSize) += delta;
 }
 
 void AddLevelSize(Session& session, double delta, SizeKind kind, std::size_t index)
 {
-    CountLevelSize(session, delta, kind, index);
+    CountLevelSize(session.archive, delta, kind, index);
     SaveArchive(session);
 }
 
 void RefreshLevelSizes(Session& session, LevelCode code)
 {
-    const std::ptrdiff_t index = FindLevel(session, code);
+    const std::ptrdiff_t index = FindLevel(session.archive, code);
     if (index < 0)
         return;
     LevelRecord& level = session.archive.levels[static_cast<std::size_t>(index)];
-    const auto sizes = Measured(session, level);
+    const auto sizes = Measured(session.Folders(), level);
     if (!sizes)
         return; // a number that is shown; it is told when all sizes are computed anew
     if (index > 0) {
@@ -99,7 +99,7 @@ bool RecomputeArchiveSize(Session& session, bool withProgress)
     Status read;
     for (std::size_t i = 0; i < count && finished; ++i) {
         LevelRecord& level = session.archive.levels[i];
-        if (const auto sizes = Measured(session, level)) {
+        if (const auto sizes = Measured(session.Folders(), level)) {
             level.filesSize = SizeField(sizes->files);
             level.extrasSize = SizeField(sizes->extras);
             level.extrasDirty = false;
@@ -119,7 +119,7 @@ bool RecomputeArchiveSize(Session& session, bool withProgress)
     }
     SaveArchive(session);
     if (!read)
-        TellFolderNotRead(session, read.Error());
+        TellFolderNotRead(session.host, read.Error());
     return finished;
 }
 

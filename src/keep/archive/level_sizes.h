@@ -10,7 +10,7 @@ enum class SizeKind { Files, Extras };
 /// As a record holds a size: 32 bits, kept within them.
 std::int32_t SizeField(double bytes);
 /// Adds bytes to a level's size and, but for the record at index 0, to the archive's total.
-void CountLevelSize(Session& session, double delta, SizeKind kind, std::size_t index);
+void CountLevelSize(Archive& archive, double delta, SizeKind kind, std::size_t index);
 /// The same, and saves.
 void AddLevelSize(Session& session, double delta, SizeKind kind, std::size_t index);
 /// Bytes of a level folder's savegames, their backup and its screen-shots.

@@ -66,14 +66,14 @@ Result<std::vector<Path>> SetAside(Session& session, const Path& folder)
     return names;
 }
 
-Result<UnknownFolders> FindUnknownFolders(const Session& session)
+Result<UnknownFolders> FindUnknownFolders(const Archive& archive)
 {
     UnknownFolders found;
-    const Path root = FolderFromText(Trim(session.archive.header.secondaryFolder));
-    if (!session.archive.Loaded() || root.empty())
+    const Path root = FolderFromText(Trim(archive.header.secondaryFolder));
+    if (!archive.Loaded() || root.empty())
         return found;
     std::vector<std::string> known;
-    for (const LevelRecord& level : session.archive.levels)
+    for (const LevelRecord& level : archive.levels)
         if (level.levelCode != originalCode)
             known.push_back(LevelFolderName(level.levelCode).substr(1));
     std::sort(known.begin(), known.end());

@@ -19,6 +19,6 @@ struct UnknownFolders {
     std::vector<Path> setAside;
 };
 /// Those of the loaded archive's folder, sorted by name.
-Result<UnknownFolders> FindUnknownFolders(const Session& session);
+Result<UnknownFolders> FindUnknownFolders(const Archive& archive);
 
 } // namespace kestrova

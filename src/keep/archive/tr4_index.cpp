@@ -18,9 +18,9 @@ namespace
 
 constexpr std::size_t nameWidth = 80;
 
-Path Tr4InfPathOf(const Session& session, LevelCode code)
+Path Tr4InfPathOf(const Folders& folders, LevelCode code)
 {
-    return InFolder(LevelHomeOf(session, code), OnDisk::FragTr4Inf);
+    return InFolder(LevelHomeOf(folders, code), OnDisk::FragTr4Inf);
 }
 
 } // namespace
@@ -47,27 +47,27 @@ Result<std::vector<Tr4Entry>> ScanTr4Files(const Path& folder)
 
 Path Tr4InfPath(const Session& session, std::size_t index)
 {
-    return Tr4InfPathOf(session, session.archive.levels[index].levelCode);
+    return Tr4InfPathOf(session.Folders(), session.archive.levels[index].levelCode);
 }
 
-Status WriteTr4InfOf(const Session& session, LevelCode code, const std::vector<Tr4Entry>& entries)
+Status WriteTr4InfOf(const Folders& folders, LevelCode code, const std::vector<Tr4Entry>& entries)
 {
-    return WriteRecordFile(Tr4InfPathOf(session, code), FormatTr4Inf(entries));
+    return WriteRecordFile(Tr4InfPathOf(folders, code), FormatTr4Inf(entries));
 }
 
 Status WriteTr4Inf(const Session& session, std::size_t index, const std::vector<Tr4Entry>& entries)
 {
-    return WriteTr4InfOf(session, session.archive.levels[index].levelCode, entries);
+    return WriteTr4InfOf(session.Folders(), session.archive.levels[index].levelCode, entries);
 }
 
 Result<std::vector<Tr4Entry>> ReadTr4Inf(const Session& session, std::size_t index)
 {
-    return ReadTr4InfOf(session, session.archive.levels[index].levelCode);
+    return ReadTr4InfOf(session.Folders(), session.archive.levels[index].levelCode);
 }
 
-Result<std::vector<Tr4Entry>> ReadTr4InfOf(const Session& session, LevelCode code)
+Result<std::vector<Tr4Entry>> ReadTr4InfOf(const Folders& folders, LevelCode code)
 {
-    const Path file = Tr4InfPathOf(session, code);
+    const Path file = Tr4InfPathOf(folders, code);
     const auto bytes = ReadFileIfThere(file);
     if (!bytes)
         return bytes.Error();

@@ -12,9 +12,9 @@ Result<std::vector<Tr4Entry>> ScanTr4Files(const Path& folder);
 Tr4Entry Tr4EntryOf(const std::string& name, const Path& file);
 Path Tr4InfPath(const Session& session, std::size_t index);
 /// For a level whose record is not in the archive yet.
-Status WriteTr4InfOf(const Session& session, LevelCode code, const std::vector<Tr4Entry>& entries);
+Status WriteTr4InfOf(const Folders& folders, LevelCode code, const std::vector<Tr4Entry>& entries);
 Status WriteTr4Inf(const Session& session, std::size_t index, const std::vector<Tr4Entry>& entries);
-Result<std::vector<Tr4Entry>> ReadTr4InfOf(const Session& session, LevelCode code);
+Result<std::vector<Tr4Entry>> ReadTr4InfOf(const Folders& folders, LevelCode code);
 Result<std::vector<Tr4Entry>> ReadTr4Inf(const Session& session, std::size_t index);
 
 } // namespace kestrova

@@ -37,13 +37,13 @@ bool Holds(const Path& file, const std::string& hash)
 
 } // namespace
 
-Status FlushChange(const Session& session, const StateChange& change)
+Status FlushChange(const Folders& folders, const StateChange& change)
 {
-    std::vector<Path> folders{ResolvePath(session.programFolder)};
+    std::vector<Path> touched{ResolvePath(folders.program)};
     for (const ChangedFolder& folder : change.folders)
-        folders.push_back(ResolvePath(folder.folder));
+        touched.push_back(ResolvePath(folder.folder));
     std::set<std::uint64_t> flushed;
-    for (const Path& folder : folders) {
+    for (const Path& folder : touched) {
         const auto facts = LookAt(folder);
         if (!facts)
             return facts.Error();
@@ -140,7 +140,7 @@ Status ChangeRun::LeaveForeign(Target& target)
     std::vector<Path> files{target.file};
     if (!target.becomes.empty())
         if (Path source = SourceOf(target);
-            !source.empty() && source != HistoryContent(session_, target.becomes))
+            !source.empty() && source != HistoryContent(session_.Folders(), target.becomes))
             files.push_back(std::move(source));
     return Keep(files);
 }
@@ -154,7 +154,7 @@ Path ChangeRun::SourceOf(const Target& wanted) const
         if ((target.was == hash || target.becomes == hash) && target.file != wanted.file &&
             Holds(target.file, hash))
             return target.file;
-    Path kept = HistoryContent(session_, hash);
+    Path kept = HistoryContent(session_.Folders(), hash);
     return Holds(kept, hash) ? kept : Path{};
 }
 
@@ -181,7 +181,7 @@ Status ChangeRun::PutNew()
             if (auto status = Place(target); !status)
                 return status;
     }
-    return FlushChange(session_, change_);
+    return FlushChange(session_.Folders(), change_);
 }
 
 ChangeRun::Holder ChangeRun::HolderOf(const std::string& hash) const
@@ -200,7 +200,8 @@ ChangeRun::Holder ChangeRun::HolderOf(const std::string& hash) const
 
 Status ChangeRun::Keep(const std::vector<Path>& files)
 {
-    return KeepInHistory(session_, change_.code, files, change_.reason);
+    return KeepInHistory(session_.machine, session_.Folders(), session_.archive, session_.settings,
+                         change_.code, files, change_.reason);
 }
 
 Status ChangeRun::KeepOverwritten()
@@ -264,7 +265,7 @@ Status ChangeRun::KeepGoing()
             files.push_back(target.file);
     }
     if (unflushed)
-        if (auto status = FlushChange(session_, change_); !status)
+        if (auto status = FlushChange(session_.Folders(), change_); !status)
             return status;
     return Keep(files);
 }

@@ -6,7 +6,7 @@ namespace kestrova
 {
 
 /// Everything that the change wrote, and its note, is on the disk when it answers.
-Status FlushChange(const Session& session, const StateChange& change);
+Status FlushChange(const Folders& folders, const StateChange& change);
 
 /// One run of a change of state, the first or one that goes on after a killed one. Each step may
 /// be repeated.

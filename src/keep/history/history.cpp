@@ -27,11 +27,12 @@ namespace
 constexpr std::size_t flushedSingly = 2;
 
 /// The content under its hash, read back; nothing to do when it is there.
-Status KeepContent(Session& session, const Path& file, std::string& hash, bool flush, bool& copied)
+Status KeepContent(const Folders& folders, const Path& file, std::string& hash, bool flush,
+                   bool& copied)
 {
     if (const auto failure = platform::HashOfFile(file, hash))
         return MakeFailure(ErrorCode::CannotRead, TextOf(file), failure);
-    const Path kept = HistoryContent(session, hash);
+    const Path kept = HistoryContent(folders, hash);
     std::string keptHash;
     if (FileExists(kept) && !platform::HashOfFile(kept, keptHash) && keptHash == hash)
         return {};
@@ -46,18 +47,18 @@ Status KeepContent(Session& session, const Path& file, std::string& hash, bool f
 }
 
 /// All contents under their hashes, read back and flushed.
-Status KeepContents(Session& session, const std::vector<Path>& files,
+Status KeepContents(const Folders& folders, const std::vector<Path>& files,
                     std::vector<std::string>& hashes)
 {
     const bool singly = files.size() <= flushedSingly;
     bool copied = false;
     for (const Path& file : files)
-        if (auto status = KeepContent(session, file, hashes.emplace_back(), singly, copied);
+        if (auto status = KeepContent(folders, file, hashes.emplace_back(), singly, copied);
             !status)
             return status;
     if (singly || !copied)
         return {};
-    const Path folder = InFolder(session.programFolder, OnDisk::DirHistoryContent);
+    const Path folder = InFolder(folders.program, OnDisk::DirHistoryContent);
     if (const auto failure = platform::SyncFileSystem(ResolvePath(folder)))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
     return {};
@@ -71,12 +72,12 @@ bool LiesWithPictures(const Path& file)
 
 } // namespace
 
-Result<std::vector<HistoryEntry>> ReadHistoryOf(const Session& session, const LevelPlace& level)
+Result<std::vector<HistoryEntry>> ReadHistoryOf(const Folders& folders, const LevelPlace& level)
 {
-    auto index = ReadHistoryIndex(session, level.code);
+    auto index = ReadHistoryIndex(folders, level.code);
     if (!index)
         return index.Error();
-    const std::string home = Readable(HomeOf(session, level).native());
+    const std::string home = Readable(HomeOf(folders, level).native());
     std::map<std::string, bool> others; // of another archive that is there
     std::vector<HistoryEntry> entries;
     for (HistoryEntry& entry : index->entries) {
@@ -93,20 +94,20 @@ Result<std::vector<HistoryEntry>> ReadHistoryOf(const Session& session, const Le
     return entries;
 }
 
-std::vector<HistoryEntry> HistoryOf(const Session& session, const LevelPlace& level)
+std::vector<HistoryEntry> HistoryOf(const Folders& folders, const LevelPlace& level)
 {
-    return ReadHistoryOf(session, level).ValueOr({});
+    return ReadHistoryOf(folders, level).ValueOr({});
 }
 
-Path HistoryContent(const Session& session, const std::string& hash)
+Path HistoryContent(const Folders& folders, const std::string& hash)
 {
-    return InFolder(session.programFolder, OnDisk::DirHistoryContent) / hash;
+    return InFolder(folders.program, OnDisk::DirHistoryContent) / hash;
 }
 
-Result<std::vector<LevelCode>> LevelsWithHistory(const Session& session)
+Result<std::vector<LevelCode>> LevelsWithHistory(const Folders& folders)
 {
     const auto files =
-        ListFiles(InFolder(session.programFolder, OnDisk::DirHistory), OnDisk::PatHistoryIndex);
+        ListFiles(InFolder(folders.program, OnDisk::DirHistory), OnDisk::PatHistoryIndex);
     if (!files)
         return files.Error();
     std::vector<LevelCode> codes;
@@ -117,14 +118,16 @@ Result<std::vector<LevelCode>> LevelsWithHistory(const Session& session)
     return codes;
 }
 
-Status KeepInHistory(Session& session, const LevelPlace& level, const std::vector<Path>& files,
-                     const std::string& reason, std::vector<std::string>* ids)
+Status KeepInHistory(Machine& machine, const Folders& folders, const Archive& archive,
+                     const ProgramSettings& settings, const LevelPlace& level,
+                     const std::vector<Path>& files, const std::string& reason,
+                     std::vector<std::string>* ids)
 {
     if (files.empty())
         return {};
     const LevelCode code = level.code;
-    const std::string home = HomeOf(session, level).native();
-    auto index = ReadHistoryIndex(session, code);
+    const std::string home = HomeOf(folders, level).native();
+    auto index = ReadHistoryIndex(folders, code);
     if (!index)
         return index.Error();
     std::vector<HistoryEntry>& entries = index->entries;
@@ -133,7 +136,7 @@ Status KeepInHistory(Session& session, const LevelPlace& level, const std::vecto
         last = std::max(last, LeadingNumber(entry.id.substr(entry.id.find('-') + 1)));
     bool grown = false;
     std::vector<std::string> hashes;
-    if (auto status = KeepContents(session, files, hashes); !status)
+    if (auto status = KeepContents(folders, files, hashes); !status)
         return status;
     const std::set<std::string> fresh{hashes.begin(), hashes.end()};
     for (std::size_t i = 0; i < files.size(); ++i) {
@@ -162,7 +165,7 @@ Status KeepInHistory(Session& session, const LevelPlace& level, const std::vecto
         entry.id = ZeroPadded(code, 4) + "-" + std::to_string(++last);
         entry.size = facts->size;
         entry.modifiedNs = facts->modifiedNs;
-        entry.keptNs = session.machine.NowNs();
+        entry.keptNs = machine.NowNs();
         entry.reason = reason;
         entry.home = home;
         if (ids != nullptr)
@@ -172,9 +175,9 @@ Status KeepInHistory(Session& session, const LevelPlace& level, const std::vecto
     }
     if (!grown)
         return {};
-    if (auto status = WriteHistoryIndex(session, code, *index); !status)
+    if (auto status = WriteHistoryIndex(folders, code, *index); !status)
         return status;
-    BoundHistory(session, level, fresh);
+    BoundHistory(folders, archive, settings, level, fresh);
     return {};
 }
 
@@ -200,9 +203,9 @@ Result<Path> FreePlace(const Path& folder, const std::string& name)
 }
 
 /// The content of an entry, whole.
-Result<Path> SoundContent(const Session& session, const HistoryEntry& entry)
+Result<Path> SoundContent(const Folders& folders, const HistoryEntry& entry)
 {
-    Path content = HistoryContent(session, entry.hash);
+    Path content = HistoryContent(folders, entry.hash);
     std::string hash;
     if (platform::HashOfFile(content, hash) || hash != entry.hash)
         return Failure{ErrorCode::Damaged, GetMsg(Msg::HistoryContentGone), {}};
@@ -219,9 +222,9 @@ Result<HistoryEntry> EntryOf(std::vector<HistoryEntry> entries, const std::strin
 
 } // namespace
 
-Result<Path> CopyOutOfHistory(const Session& session, const HistoryEntry& entry, const Path& folder)
+Result<Path> CopyOutOfHistory(const Folders& folders, const HistoryEntry& entry, const Path& folder)
 {
-    const auto content = SoundContent(session, entry);
+    const auto content = SoundContent(folders, entry);
     if (!content)
         return content;
     auto place = FreePlace(folder, entry.name);
@@ -232,19 +235,19 @@ Result<Path> CopyOutOfHistory(const Session& session, const HistoryEntry& entry,
     return place;
 }
 
-Result<HistoryEntry> HistoryEntryOf(const Session& session, const LevelPlace& level,
+Result<HistoryEntry> HistoryEntryOf(const Folders& folders, const LevelPlace& level,
                                     const std::string& id)
 {
-    auto entries = ReadHistoryOf(session, level);
+    auto entries = ReadHistoryOf(folders, level);
     if (!entries)
         return entries.Error();
     return EntryOf(std::move(entries).Value(), id);
 }
 
-Result<Path> BringBackTo(const Session& session, LevelCode code, const std::string& id,
+Result<Path> BringBackTo(const Folders& folders, LevelCode code, const std::string& id,
                          const Path& folder)
 {
-    auto index = ReadHistoryIndex(session, code);
+    auto index = ReadHistoryIndex(folders, code);
     if (!index)
         return index.Error();
     const auto entry = EntryOf(std::move(index->entries), id);
@@ -253,7 +256,7 @@ Result<Path> BringBackTo(const Session& session, LevelCode code, const std::stri
     const Path place = ResolvePath(folder);
     if (auto status = MakeFolders(place); !status)
         return status.Error();
-    return CopyOutOfHistory(session, *entry, place);
+    return CopyOutOfHistory(folders, *entry, place);
 }
 
 } // namespace kestrova

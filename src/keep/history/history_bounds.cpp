@@ -12,7 +12,8 @@ namespace
 {
 
 /// Hashes of all that the level holds outside the history: live, stored, and in archive slots.
-std::set<std::string> HashesElsewhere(const Session& session, const LevelPlace& level)
+std::set<std::string> HashesElsewhere(const Folders& folders, const Archive& archive,
+                                      const LevelPlace& level)
 {
     std::set<std::string> hashes;
     const auto add = [&](const Path& file) {
@@ -21,10 +22,10 @@ std::set<std::string> HashesElsewhere(const Session& session, const LevelPlace& 
             hashes.insert(hash);
     };
     // What cannot be listed is held nowhere, so that more stays in the history.
-    if (const auto live = LiveStateFolder(session, level))
+    if (const auto live = LiveStateFolder(folders, archive, level))
         for (const Path& file : StateFilesIn(*live).ValueOr({}))
             add(file);
-    if (const auto tree = ScanTree(HomeOf(session, level)))
+    if (const auto tree = ScanTree(HomeOf(folders, level)))
         for (const Path& file : tree->files)
             if (IsPlayersFile(file.filename().native()))
                 add(file);
@@ -33,10 +34,11 @@ std::set<std::string> HashesElsewhere(const Session& session, const LevelPlace& 
 
 } // namespace
 
-void BoundHistory(Session& session, const LevelPlace& level, const std::set<std::string>& fresh)
+void BoundHistory(const Folders& folders, const Archive& archive, const ProgramSettings& settings,
+                  const LevelPlace& level, const std::set<std::string>& fresh)
 {
     const LevelCode code = level.code;
-    auto index = ReadHistoryIndex(session, code);
+    auto index = ReadHistoryIndex(folders, code);
     if (!index)
         return;
     const std::vector<HistoryEntry> entries = index->entries;
@@ -44,13 +46,12 @@ void BoundHistory(Session& session, const LevelPlace& level, const std::set<std:
     for (const HistoryEntry& entry : entries)
         bytes += entry.size;
     std::size_t count = entries.size();
-    const auto mostCount = static_cast<std::size_t>(session.settings.historyCount);
-    const std::uint64_t mostBytes = static_cast<std::uint64_t>(session.settings.historyMegabytes)
-                                    << 20;
+    const auto mostCount = static_cast<std::size_t>(settings.historyCount);
+    const std::uint64_t mostBytes = static_cast<std::uint64_t>(settings.historyMegabytes) << 20;
     if (count <= mostCount && bytes <= mostBytes)
         return;
 
-    const std::set<std::string> elsewhere = HashesElsewhere(session, level);
+    const std::set<std::string> elsewhere = HashesElsewhere(folders, archive, level);
     std::vector<HistoryEntry> stay;
     std::set<std::string> dropped;
     for (const HistoryEntry& entry : entries) {
@@ -64,21 +65,21 @@ void BoundHistory(Session& session, const LevelPlace& level, const std::set<std:
         }
     }
     index->entries = std::move(stay);
-    if (dropped.empty() || !WriteHistoryIndex(session, code, *index))
+    if (dropped.empty() || !WriteHistoryIndex(folders, code, *index))
         return;
     // A content goes only when no level's history names it any more.
-    const auto others = LevelsWithHistory(session);
+    const auto others = LevelsWithHistory(folders);
     if (!others)
         return;
     for (const LevelCode other : *others) {
-        const auto named = ReadHistoryIndex(session, other);
+        const auto named = ReadHistoryIndex(folders, other);
         if (!named || !named->strangeLines.empty())
             return; // nobody knows what it names
         for (const HistoryEntry& entry : named->entries)
             dropped.erase(entry.hash);
     }
     for (const std::string& hash : dropped)
-        (void)platform::Unlink(HistoryContent(session, hash)); // unnamed content does no harm
+        (void)platform::Unlink(HistoryContent(folders, hash)); // unnamed content does no harm
 }
 
 } // namespace kestrova

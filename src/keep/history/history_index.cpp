@@ -17,9 +17,9 @@ namespace
 
 using Json = nlohmann::json;
 
-Path IndexPath(const Session& session, LevelCode code)
+Path IndexPath(const Folders& folders, LevelCode code)
 {
-    return InFolder(InFolder(session.programFolder, OnDisk::DirHistory),
+    return InFolder(InFolder(folders.program, OnDisk::DirHistory),
                     Filled(OnDisk::FragHistoryIndex, {ZeroPadded(code, 4)}));
 }
 
@@ -76,9 +76,9 @@ std::optional<HistoryEntry> ParseLine(const std::string& line)
 
 } // namespace
 
-Result<HistoryIndex> ReadHistoryIndex(const Session& session, LevelCode code)
+Result<HistoryIndex> ReadHistoryIndex(const Folders& folders, LevelCode code)
 {
-    const Path file = IndexPath(session, code);
+    const Path file = IndexPath(folders, code);
     HistoryIndex index;
     const auto text = ReadFileIfThere(file, UINT64_C(64) << 20);
     if (!text)
@@ -96,12 +96,12 @@ Result<HistoryIndex> ReadHistoryIndex(const Session& session, LevelCode code)
     return index;
 }
 
-Status WriteHistoryIndex(const Session& session, LevelCode code, const HistoryIndex& index)
+Status WriteHistoryIndex(const Folders& folders, LevelCode code, const HistoryIndex& index)
 {
     std::string text = index.strangeLines;
     for (const HistoryEntry& entry : index.entries)
         text += Line(entry);
-    return WriteWholeFile(IndexPath(session, code), text);
+    return WriteWholeFile(IndexPath(folders, code), text);
 }
 
 } // namespace kestrova

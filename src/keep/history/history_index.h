@@ -28,7 +28,7 @@ struct HistoryIndex {
     std::string strangeLines;
 };
 /// Empty when there is none; a failure when it cannot be read.
-Result<HistoryIndex> ReadHistoryIndex(const Session& session, LevelCode code);
-Status WriteHistoryIndex(const Session& session, LevelCode code, const HistoryIndex& index);
+Result<HistoryIndex> ReadHistoryIndex(const Folders& folders, LevelCode code);
+Status WriteHistoryIndex(const Folders& folders, LevelCode code, const HistoryIndex& index);
 
 } // namespace kestrova

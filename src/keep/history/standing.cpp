@@ -13,9 +13,10 @@ namespace
 
 /// True when the noted folder is the one that the archive in memory has for that level: by its
 /// path, by its identity after a move, or, copied to another disk, by the level's name.
-Result<bool> IsOfThisArchive(const Session& session, const OwnerRecord& record)
+Result<bool> IsOfThisArchive(const Folders& folders, const Archive& archive,
+                             const OwnerRecord& record)
 {
-    const Path home = LevelHomeOf(session, *record.owner);
+    const Path home = LevelHomeOf(folders, *record.owner);
     if (*record.owner == originalCode || record.home.path.empty() || record.home.path == home)
         return true;
     const auto here = LookAt(home);
@@ -28,32 +29,33 @@ Result<bool> IsOfThisArchive(const Session& session, const OwnerRecord& record)
     const auto isThere = IsFolder(record.home.path);
     if (!isThere)
         return isThere.Error();
-    return !*isThere && record.levelName == Readable(LevelNameOf(session, *record.owner));
+    return !*isThere && record.levelName == Readable(LevelNameOf(archive, *record.owner));
 }
 
-Result<LevelPlace> PlaceOfOwner(const Session& session, const OwnerRecord& record)
+Result<LevelPlace> PlaceOfOwner(const Folders& folders, const Archive& archive,
+                                const OwnerRecord& record)
 {
-    const auto ours = IsOfThisArchive(session, record);
+    const auto ours = IsOfThisArchive(folders, archive, record);
     if (!ours)
         return ours.Error();
     return LevelPlace{*record.owner,
-                      *ours ? LevelHomeOf(session, *record.owner) : Path{record.home.path}};
+                      *ours ? LevelHomeOf(folders, *record.owner) : Path{record.home.path}};
 }
 
-LevelCode CodeHere(const Session& session, const LevelPlace& level)
+LevelCode CodeHere(const Folders& folders, const LevelPlace& level)
 {
-    const bool ours = level.home.empty() || level.home == LevelHomeOf(session, level.code);
+    const bool ours = level.home.empty() || level.home == LevelHomeOf(folders, level.code);
     return ours ? level.code : foreignLevel;
 }
 
 } // namespace
 
-Result<Standing> LookAtStanding(const Session& session)
+Result<Standing> LookAtStanding(const Folders& folders, const Archive& archive)
 {
-    const auto bytes = ReadFileIfThere(session.MarkerPath());
+    const auto bytes = ReadFileIfThere(folders.Marker());
     if (!bytes)
         return bytes.Error();
-    auto owner = ReadOwner(session);
+    auto owner = ReadOwner(folders);
     if (!owner)
         return owner.Error();
     const std::string_view text = *bytes ? std::string_view{**bytes} : std::string_view{};
@@ -61,7 +63,7 @@ Result<Standing> LookAtStanding(const Session& session)
     Standing standing{code, code, std::move(*owner)};
     if (!standing.owner || !standing.owner->owner)
         return standing;
-    auto place = PlaceOfOwner(session, *standing.owner);
+    auto place = PlaceOfOwner(folders, archive, *standing.owner);
     if (!place)
         return place.Error();
     standing.state = std::move(*place);
@@ -70,68 +72,69 @@ Result<Standing> LookAtStanding(const Session& session)
     return standing;
 }
 
-bool TellUnknown(Session& session, const Failure& failure)
+bool TellUnknown(Host& host, const Failure& failure)
 {
-    TellFailure(session, GetMsg(Msg::MarkerUnreadable, {failure.subject}), failure);
+    TellFailure(host, GetMsg(Msg::MarkerUnreadable, {failure.subject}), failure);
     return false;
 }
 
-Status KnowsStandingLevel(const Session& session)
+Status KnowsStandingLevel(const Folders& folders, const Archive& archive)
 {
-    const auto standing = LookAtStanding(session);
+    const auto standing = LookAtStanding(folders, archive);
     return standing ? Status{} : standing.Error();
 }
 
-bool TellUnlessKnown(Session& session)
+bool TellUnlessKnown(Host& host, const Folders& folders, const Archive& archive)
 {
-    const auto known = KnowsStandingLevel(session);
-    return known || TellUnknown(session, known.Error());
+    const auto known = KnowsStandingLevel(folders, archive);
+    return known || TellUnknown(host, known.Error());
 }
 
-LevelPlace StandingLevel(const Session& session)
+LevelPlace StandingLevel(const Folders& folders, const Archive& archive)
 {
-    const auto standing = LookAtStanding(session);
+    const auto standing = LookAtStanding(folders, archive);
     return standing ? standing->level : LevelPlace{unknownLevel};
 }
 
-LevelPlace StateOwner(const Session& session)
+LevelPlace StateOwner(const Folders& folders, const Archive& archive)
 {
-    const auto standing = LookAtStanding(session);
+    const auto standing = LookAtStanding(folders, archive);
     return standing ? standing->state : LevelPlace{unknownLevel};
 }
 
-LevelCode CurrentLevelCode(const Session& session)
+LevelCode CurrentLevelCode(const Folders& folders, const Archive& archive)
 {
-    return CodeHere(session, StandingLevel(session));
+    return CodeHere(folders, StandingLevel(folders, archive));
 }
 
-bool LevelStands(const Session& session, LevelCode code)
+bool LevelStands(const Folders& folders, const Archive& archive, LevelCode code)
 {
-    const auto standing = LookAtStanding(session);
-    return standing && CodeHere(session, standing->level) == code &&
-           CodeHere(session, standing->state) == code;
+    const auto standing = LookAtStanding(folders, archive);
+    return standing && CodeHere(folders, standing->level) == code &&
+           CodeHere(folders, standing->state) == code;
 }
 
-bool IsOriginals(const Session& session, const LevelPlace& level)
+bool IsOriginals(const Folders& folders, const LevelPlace& level)
 {
     return level.code == originalCode &&
-           HomeOf(session, level) == LevelHomeOf(session, originalCode);
+           HomeOf(folders, level) == LevelHomeOf(folders, originalCode);
 }
 
-bool IsOriginalButForLeftovers(const Session& session, const Standing& standing)
+bool IsOriginalButForLeftovers(const Folders& folders, const Standing& standing)
 {
-    return standing.owner && (IsOriginals(session, standing.level) ||
-                              (standing.owner->owner && IsOriginals(session, standing.state)));
+    return standing.owner && (IsOriginals(folders, standing.level) ||
+                              (standing.owner->owner && IsOriginals(folders, standing.state)));
 }
 
-Result<Path> LiveStateFolder(const Session& session, const LevelPlace& level)
+Result<Path> LiveStateFolder(const Folders& folders, const Archive& archive,
+                             const LevelPlace& level)
 {
-    const auto standing = LookAtStanding(session);
+    const auto standing = LookAtStanding(folders, archive);
     if (!standing)
         return standing.Error();
     const bool live = level.code == standing->state.code &&
-                      HomeOf(session, level) == HomeOf(session, standing->state);
-    return live ? session.TrleFolder() : StateStoreOf(session, level);
+                      HomeOf(folders, level) == HomeOf(folders, standing->state);
+    return live ? folders.trle : StateStoreOf(folders, level);
 }
 
 } // namespace kestrova

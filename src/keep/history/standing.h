@@ -25,30 +25,31 @@ struct Standing {
 };
 /// A failure while marker or owner record cannot be read: nothing may be decided then by which
 /// level stands there.
-Result<Standing> LookAtStanding(const Session& session);
+Result<Standing> LookAtStanding(const Folders& folders, const Archive& archive);
 /// Tells that failure. The answer is false.
-bool TellUnknown(Session& session, const Failure& failure);
-Status KnowsStandingLevel(const Session& session);
+bool TellUnknown(Host& host, const Failure& failure);
+Status KnowsStandingLevel(const Folders& folders, const Archive& archive);
 /// False, told, when it is not known.
-bool TellUnlessKnown(Session& session);
+bool TellUnlessKnown(Host& host, const Folders& folders, const Archive& archive);
 
 /// For what is shown: the code is `unknownLevel` when it is not known.
-LevelPlace StandingLevel(const Session& session);
-LevelPlace StateOwner(const Session& session);
+LevelPlace StandingLevel(const Folders& folders, const Archive& archive);
+LevelPlace StateOwner(const Folders& folders, const Archive& archive);
 /// The code of the level of this archive that stands in the folder, 0 for the original
 /// configuration, `foreignLevel` for another archive's level, `unknownLevel` for nobody knows
 /// which.
-LevelCode CurrentLevelCode(const Session& session);
+LevelCode CurrentLevelCode(const Folders& folders, const Archive& archive);
 /// True when a level of this archive stands there with its own state.
-bool LevelStands(const Session& session, LevelCode code);
+bool LevelStands(const Folders& folders, const Archive& archive, LevelCode code);
 
 /// True for the original configuration of this program.
-bool IsOriginals(const Session& session, const LevelPlace& level);
+bool IsOriginals(const Folders& folders, const LevelPlace& level);
 /// The folder is the original configuration's, but for what a told failure left in it: at worst the
 /// marker of the level that went.
-bool IsOriginalButForLeftovers(const Session& session, const Standing& standing);
+bool IsOriginalButForLeftovers(const Folders& folders, const Standing& standing);
 
 /// Where a level's live state is now.
-Result<Path> LiveStateFolder(const Session& session, const LevelPlace& level);
+Result<Path> LiveStateFolder(const Folders& folders, const Archive& archive,
+                             const LevelPlace& level);
 
 } // namespace kestrova

@@ -16,22 +16,22 @@ namespace
 
 constexpr std::uint64_t noteLimit = UINT64_C(16) << 20;
 
-Path NotePath(const Session& session)
+Path NotePath(const Folders& folders)
 {
-    return InFolder(session.programFolder, OnDisk::FragStateChange);
+    return InFolder(folders.program, OnDisk::FragStateChange);
 }
 
-Status WriteNote(Session& session, const StateChange& change)
+Status WriteNote(const Folders& folders, const StateChange& change)
 {
-    if (auto status = MakeFolders(InFolder(session.programFolder, OnDisk::DirSwap)); !status)
+    if (auto status = MakeFolders(InFolder(folders.program, OnDisk::DirSwap)); !status)
         return status;
-    return WriteWholeFile(NotePath(session), FormatStateChange(change),
+    return WriteWholeFile(NotePath(folders), FormatStateChange(change),
                           false); // flushed by the run
 }
 
-Status DropNote(const Session& session)
+Status DropNote(const Folders& folders)
 {
-    const Path file = NotePath(session);
+    const Path file = NotePath(folders);
     const auto isFree = IsFree(file);
     if (!isFree)
         return isFree.Error();
@@ -138,32 +138,33 @@ Result<StateChange> ParseStateChange(std::string_view text)
 Status MakeStateChange(Session& session, const StateChange& change,
                        const std::set<std::string>& elsewhere)
 {
-    if (auto status = WriteNote(session, change); !status) {
-        (void)DropNote(session); // it may stand though a part of it failed; nothing is done yet
+    if (auto status = WriteNote(session.Folders(), change); !status) {
+        (void)DropNote(
+            session.Folders()); // it may stand though a part of it failed; nothing is done yet
         return status;
     }
     ChangeRun run{session, change, elsewhere, ChangeRun::Round::First};
     auto status = run.Go();
     if (!status && run.TakeBack())
-        (void)DropNote(session); // a note that stays is finished at the next start
+        (void)DropNote(session.Folders()); // a note that stays is finished at the next start
     return status;
 }
 
-Status EndStateChange(Session& session, const StateChange& change)
+Status EndStateChange(const Folders& folders, const StateChange& change)
 {
-    if (auto status = FlushChange(session, change); !status)
+    if (auto status = FlushChange(folders, change); !status)
         return status;
-    return DropNote(session);
+    return DropNote(folders);
 }
 
-bool StateChangeWaits(const Session& session)
+bool StateChangeWaits(const Folders& folders)
 {
-    return !IsFree(NotePath(session)).ValueOr(false); // one that cannot be looked at may wait
+    return !IsFree(NotePath(folders)).ValueOr(false); // one that cannot be looked at may wait
 }
 
 Status FinishStateChange(Session& session)
 {
-    const Path file = NotePath(session);
+    const Path file = NotePath(session.Folders());
     const auto text = ReadFileIfThere(file, noteLimit);
     if (!text)
         return text.Error();
@@ -176,7 +177,7 @@ Status FinishStateChange(Session& session)
     if (auto status = run.Go(); !status)
         return status;
     WriteCount(*change, change->archivedCount - run.NotArchived());
-    return EndStateChange(session, *change);
+    return EndStateChange(session.Folders(), *change);
 }
 
 } // namespace kestrova

@@ -50,10 +50,10 @@ Result<StateChange> ParseStateChange(std::string_view text);
 Status MakeStateChange(Session& session, const StateChange& change,
                        const std::set<std::string>& elsewhere = {});
 /// Flushes the change and drops its note: the change is whole, its record written.
-Status EndStateChange(Session& session, const StateChange& change);
+Status EndStateChange(const Folders& folders, const StateChange& change);
 
 /// True while a change waits to be finished.
-bool StateChangeWaits(const Session& session);
+bool StateChangeWaits(const Folders& folders);
 /// Finishes a change that a killed or failed run left, its record with it. What another hand took
 /// away meanwhile is passed over, and not counted. Nothing to do is done.
 Status FinishStateChange(Session& session);

@@ -14,14 +14,14 @@ namespace
 
 constexpr std::uint64_t noteLimit = UINT64_C(16) << 20;
 
-Path OwnerPath(const Session& session)
+Path OwnerPath(const Folders& folders)
 {
-    return InFolder(session.programFolder, OnDisk::FragOwner);
+    return InFolder(folders.program, OnDisk::FragOwner);
 }
 
-Status WriteNote(Session& session, const Path& file, const std::string& text)
+Status WriteNote(const Folders& folders, const Path& file, const std::string& text)
 {
-    if (auto status = MakeFolders(InFolder(session.programFolder, OnDisk::DirSwap)); !status)
+    if (auto status = MakeFolders(InFolder(folders.program, OnDisk::DirSwap)); !status)
         return status;
     return WriteWholeFile(file, text);
 }
@@ -50,18 +50,18 @@ Path RootOfStore(const Path& store)
     return store.parent_path().parent_path();
 }
 
-Result<std::string> MarkerHash(const Session& session)
+Result<std::string> MarkerHash(const Folders& folders)
 {
-    auto hash = HashIfThere(session.MarkerPath());
+    auto hash = HashIfThere(folders.Marker());
     if (hash && hash->empty())
         return std::string{absentMarker};
     return hash;
 }
 
-Result<std::optional<OwnerRecord>> ReadOwnerAsNoted(const Session& session)
+Result<std::optional<OwnerRecord>> ReadOwnerAsNoted(const Folders& folders)
 {
     using Found = std::optional<OwnerRecord>;
-    const auto text = ReadFileIfThere(OwnerPath(session), noteLimit);
+    const auto text = ReadFileIfThere(OwnerPath(folders), noteLimit);
     if (!text)
         return text.Error();
     if (!*text)
@@ -70,22 +70,23 @@ Result<std::optional<OwnerRecord>> ReadOwnerAsNoted(const Session& session)
     return record ? Found{std::move(record).Value()} : Found{};
 }
 
-Result<std::optional<OwnerRecord>> ReadOwner(const Session& session)
+Result<std::optional<OwnerRecord>> ReadOwner(const Folders& folders)
 {
     using Found = std::optional<OwnerRecord>;
-    auto record = ReadOwnerAsNoted(session);
+    auto record = ReadOwnerAsNoted(folders);
     if (!record || !*record)
         return record;
-    const auto isThis = HasMark(session.TrleFolder(), (*record)->folder);
+    const auto isThis = HasMark(folders.trle, (*record)->folder);
     if (!isThis)
         return isThis.Error();
-    const auto marker = MarkerHash(session);
+    const auto marker = MarkerHash(folders);
     if (!marker)
         return marker.Error();
     return *isThis && (*record)->marker == *marker ? std::move(*record) : Found{};
 }
 
-void SetOwner(const Session& session, OwnerRecord& record, const std::optional<LevelPlace>& owner)
+void SetOwner(const Folders& folders, const Archive& archive, OwnerRecord& record,
+              const std::optional<LevelPlace>& owner)
 {
     record.owner.reset();
     record.home = {};
@@ -93,11 +94,11 @@ void SetOwner(const Session& session, OwnerRecord& record, const std::optional<L
     if (!owner)
         return;
     record.owner = owner->code;
-    const Path home = HomeOf(session, *owner);
+    const Path home = HomeOf(folders, *owner);
     // Without its identity it is known by its path, as long as it is not moved.
     record.home = MarkOf(home).ValueOr({home.native()});
-    if (home == LevelHomeOf(session, owner->code))
-        record.levelName = LevelNameOf(session, owner->code);
+    if (home == LevelHomeOf(folders, owner->code))
+        record.levelName = LevelNameOf(archive, owner->code);
 }
 
 namespace
@@ -117,33 +118,33 @@ void NameOnce(std::vector<std::string>& names)
 
 } // namespace
 
-Status WriteOwner(Session& session, OwnerRecord record)
+Status WriteOwner(Machine& machine, const Folders& folders, OwnerRecord record)
 {
     NameOnce(record.overwritten);
     NameOnce(record.owed);
-    auto folder = MarkOf(session.TrleFolder());
+    auto folder = MarkOf(folders.trle);
     if (!folder)
         return folder.Error();
-    auto marker = MarkerHash(session);
+    auto marker = MarkerHash(folders);
     if (!marker)
         return marker.Error();
     record.folder = std::move(*folder);
     record.marker = std::move(*marker);
-    record.bootId = session.machine.BootId();
+    record.bootId = machine.BootId();
     const std::string text = FormatOwner(record);
-    if (const auto old = ReadWholeFile(OwnerPath(session), noteLimit); old && *old == text)
+    if (const auto old = ReadWholeFile(OwnerPath(folders), noteLimit); old && *old == text)
         return {};
-    return WriteNote(session, OwnerPath(session), text);
+    return WriteNote(folders, OwnerPath(folders), text);
 }
 
-Path JournalPath(const Session& session)
+Path JournalPath(const Folders& folders)
 {
-    return InFolder(session.programFolder, OnDisk::FragJournal);
+    return InFolder(folders.program, OnDisk::FragJournal);
 }
 
-Result<std::optional<SwapJournal>> ReadJournal(const Session& session)
+Result<std::optional<SwapJournal>> ReadJournal(const Folders& folders)
 {
-    const Path file = JournalPath(session);
+    const Path file = JournalPath(folders);
     const auto text = ReadFileIfThere(file, noteLimit);
     if (!text)
         return text.Error();
@@ -155,14 +156,14 @@ Result<std::optional<SwapJournal>> ReadJournal(const Session& session)
     return std::optional<SwapJournal>{std::move(journal).Value()};
 }
 
-Status WriteJournal(Session& session, const SwapJournal& journal)
+Status WriteJournal(const Folders& folders, const SwapJournal& journal)
 {
-    return WriteNote(session, JournalPath(session), FormatJournal(journal));
+    return WriteNote(folders, JournalPath(folders), FormatJournal(journal));
 }
 
-Status DropJournal(Session& session)
+Status DropJournal(const Folders& folders)
 {
-    const Path file = JournalPath(session);
+    const Path file = JournalPath(folders);
     const auto isFree = IsFree(file);
     if (!isFree)
         return isFree.Error();

@@ -15,23 +15,24 @@ Result<bool> HasMark(const Path& folder, const FolderMark& mark);
 /// The archive's folder above a level's store (`LEVEL_0001/backup_savegames`).
 Path RootOfStore(const Path& store);
 /// Hash of the marker's bytes, `absentMarker` without one.
-Result<std::string> MarkerHash(const Session& session);
+Result<std::string> MarkerHash(const Folders& folders);
 
 /// The owner record, provided that it speaks of this folder with this marker: only then it counts.
 /// A failure while that cannot be told; a record that is damaged does not count.
-Result<std::optional<OwnerRecord>> ReadOwner(const Session& session);
+Result<std::optional<OwnerRecord>> ReadOwner(const Folders& folders);
 /// The record whatever stands in the Level Editor's folder; none where it is damaged.
-Result<std::optional<OwnerRecord>> ReadOwnerAsNoted(const Session& session);
+Result<std::optional<OwnerRecord>> ReadOwnerAsNoted(const Folders& folders);
 /// Notes whose state it is, and that level's own folder and name.
-void SetOwner(const Session& session, OwnerRecord& record, const std::optional<LevelPlace>& owner);
+void SetOwner(const Folders& folders, const Archive& archive, OwnerRecord& record,
+              const std::optional<LevelPlace>& owner);
 /// Fills in folder, marker and boot, and writes; durable when it answers. Nothing is written when
 /// the file says the same already.
-Status WriteOwner(Session& session, OwnerRecord record);
+Status WriteOwner(Machine& machine, const Folders& folders, OwnerRecord record);
 
-Path JournalPath(const Session& session);
+Path JournalPath(const Folders& folders);
 /// No value when there is none; `Damaged` when there is one that nobody can read.
-Result<std::optional<SwapJournal>> ReadJournal(const Session& session);
-Status WriteJournal(Session& session, const SwapJournal& journal);
-Status DropJournal(Session& session);
+Result<std::optional<SwapJournal>> ReadJournal(const Folders& folders);
+Status WriteJournal(const Folders& folders, const SwapJournal& journal);
+Status DropJournal(const Folders& folders);
 
 } // namespace kestrova

@@ -17,9 +17,9 @@ namespace kestrova
 namespace
 {
 
-Path OldBackupFolder(const Session& session)
+Path OldBackupFolder(const Folders& folders)
 {
-    return InFolder(session.programFolder, OnDisk::DirOldBackup);
+    return InFolder(folders.program, OnDisk::DirOldBackup);
 }
 
 Status Renamed(const Path& from, const Path& to)
@@ -36,16 +36,16 @@ struct NotedBackup {
     bool full = false;
 };
 
-Path NotePath(const Session& session)
+Path NotePath(const Folders& folders)
 {
-    return InFolder(session.programFolder, OnDisk::FragBackupNote);
+    return InFolder(folders.program, OnDisk::FragBackupNote);
 }
 
 /// Backups that are not there any more are left out; a damaged note knows none.
-Result<std::vector<NotedBackup>> NotedBackups(const Session& session)
+Result<std::vector<NotedBackup>> NotedBackups(const Folders& folders)
 {
     std::vector<NotedBackup> backups;
-    const auto text = ReadFileIfThere(NotePath(session), UINT64_C(1) << 20);
+    const auto text = ReadFileIfThere(NotePath(folders), UINT64_C(1) << 20);
     if (!text)
         return text.Error();
     if (!*text)
@@ -62,7 +62,7 @@ Result<std::vector<NotedBackup>> NotedBackups(const Session& session)
         backup.full = entry.Flag("full");
         if (!entry.Good() || !SafeName(backup.name))
             return;
-        const auto isThere = IsFolder(session.programFolder / backup.name);
+        const auto isThere = IsFolder(folders.program / backup.name);
         if (!isThere)
             unknown = isThere.Error();
         else if (*isThere)
@@ -73,7 +73,7 @@ Result<std::vector<NotedBackup>> NotedBackups(const Session& session)
     return reader.Good() ? backups : std::vector<NotedBackup>{};
 }
 
-Status WriteNoted(const Session& session, const std::vector<NotedBackup>& backups)
+Status WriteNoted(const Folders& folders, const std::vector<NotedBackup>& backups)
 {
     NoteJson list = NoteJson::array();
     for (const NotedBackup& backup : backups)
@@ -83,16 +83,16 @@ Status WriteNoted(const Session& session, const std::vector<NotedBackup>& backup
                         {"inode", backup.origin.inode},
                         {"full", backup.full}});
     const std::string text = Written({{"backups", std::move(list)}});
-    if (const auto old = ReadWholeFile(NotePath(session)); old && *old == text)
+    if (const auto old = ReadWholeFile(NotePath(folders)); old && *old == text)
         return {};
-    if (auto status = MakeFolders(NotePath(session).parent_path()); !status)
+    if (auto status = MakeFolders(NotePath(folders).parent_path()); !status)
         return status;
-    return WriteWholeFile(NotePath(session), text);
+    return WriteWholeFile(NotePath(folders), text);
 }
 
-std::string CurrentName(const Session& session)
+std::string CurrentName(const Folders& folders)
 {
-    return session.BackupFolder().filename().native();
+    return folders.Backup().filename().native();
 }
 
 Result<bool> IsOf(const NotedBackup& backup, const Session& session)
@@ -102,75 +102,74 @@ Result<bool> IsOf(const NotedBackup& backup, const Session& session)
     return HasMark(session.TrleFolder(), backup.origin);
 }
 
-Result<Path> FreeAside(const Session& session)
+Result<Path> FreeAside(const Folders& folders)
 {
     return FirstFree([&](int number) {
-        return InFolder(session.programFolder,
-                        Filled(OnDisk::FragAsideBackup, {std::to_string(number)}));
+        return InFolder(folders.program, Filled(OnDisk::FragAsideBackup, {std::to_string(number)}));
     });
 }
 
 /// The backup under a free name, noted there before it moves.
 Status SetAside(Session& session)
 {
-    auto backups = NotedBackups(session);
+    auto backups = NotedBackups(session.Folders());
     if (!backups)
         return backups.Error();
     const auto current =
         std::find_if(backups->begin(), backups->end(), [&](const NotedBackup& backup) {
-            return backup.name == CurrentName(session);
+            return backup.name == CurrentName(session.Folders());
         });
     NotedBackup aside;
     if (current != backups->end())
         aside = *current;
-    const auto place = FreeAside(session);
+    const auto place = FreeAside(session.Folders());
     if (!place)
         return place.Error();
     aside.name = place->filename().native();
     // Entries of folders that are not there are passed over, so this one counts from the rename on.
     backups->push_back(std::move(aside));
-    if (auto status = WriteNoted(session, *backups); !status)
+    if (auto status = WriteNoted(session.Folders(), *backups); !status)
         return status;
     return Renamed(session.BackupFolder(), *place);
 }
 
 } // namespace
 
-Result<std::optional<FolderMark>> BackupOrigin(const Session& session)
+Result<std::optional<FolderMark>> BackupOrigin(const Folders& folders)
 {
-    const auto backups = NotedBackups(session);
+    const auto backups = NotedBackups(folders);
     if (!backups)
         return backups.Error();
     for (const NotedBackup& backup : *backups)
-        if (backup.name == CurrentName(session))
+        if (backup.name == CurrentName(folders))
             return std::optional{backup.origin};
     return std::optional<FolderMark>{};
 }
 
-Status NoteBackupOrigin(Session& session, bool full)
+Status NoteBackupOrigin(const Folders& folders, bool full)
 {
-    auto backups = NotedBackups(session);
+    auto backups = NotedBackups(folders);
     if (!backups)
         return backups.Error();
     std::erase_if(*backups,
-                  [&](const NotedBackup& backup) { return backup.name == CurrentName(session); });
-    auto origin = MarkOf(session.TrleFolder());
+                  [&](const NotedBackup& backup) { return backup.name == CurrentName(folders); });
+    auto origin = MarkOf(folders.trle);
     if (!origin)
         return origin.Error();
-    backups->insert(backups->begin(), {CurrentName(session), std::move(*origin), full});
-    return WriteNoted(session, *backups);
+    backups->insert(backups->begin(), {CurrentName(folders), std::move(*origin), full});
+    return WriteNoted(folders, *backups);
 }
 
 Result<bool> BringBackupBack(Session& session)
 {
-    const auto backups = NotedBackups(session);
+    const auto backups = NotedBackups(session.Folders());
     if (!backups)
         return backups.Error();
     for (const NotedBackup& backup : *backups) {
         const auto isThis = IsOf(backup, session);
         if (!isThis)
             return isThis;
-        if (backup.name == CurrentName(session) || !*isThis)
+        if (backup.name == CurrentName(session.Folders()) || !*isThis)
             continue;
         const auto hasOther = IsFolder(session.BackupFolder());
         if (!hasOther)
@@ -184,23 +183,23 @@ Result<bool> BringBackupBack(Session& session)
         if (auto status = FlushFolder(session.programFolder); !status)
             return status.Error();
         session.preferences.fullBackup = backup.full;
-        if (auto status = NoteBackupOrigin(session, backup.full); !status)
+        if (auto status = NoteBackupOrigin(session.Folders(), backup.full); !status)
             return status.Error();
         return true;
     }
     return false;
 }
 
-Path NewBackupFolder(const Session& session)
+Path NewBackupFolder(const Folders& folders)
 {
-    return InFolder(session.programFolder, OnDisk::DirNewBackup);
+    return InFolder(folders.program, OnDisk::DirNewBackup);
 }
 
 Status ExchangeBackup(Session& session, bool full, bool keepAside)
 {
     const Path backup = session.BackupFolder();
-    const Path fresh = NewBackupFolder(session);
-    const Path old = OldBackupFolder(session);
+    const Path fresh = NewBackupFolder(session.Folders());
+    const Path old = OldBackupFolder(session.Folders());
     if (const auto failure = platform::SyncFileSystem(fresh))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(fresh), failure);
     const auto hasOld = IsFolder(backup);
@@ -224,15 +223,16 @@ Status ExchangeBackup(Session& session, bool full, bool keepAside)
         return status;
     }
     if (replaces)
-        (void)ClearPlace(old);             // complete already; the next start clears what is left
-    (void)NoteBackupOrigin(session, full); // unnoted, it is compared when a folder is chosen
+        (void)ClearPlace(old); // complete already; the next start clears what is left
+    (void)NoteBackupOrigin(session.Folders(),
+                           full); // unnoted, it is compared when a folder is chosen
     return {};
 }
 
-bool SettleBackupFolders(Session& session)
+bool SettleBackupFolders(Host& host, const Folders& folders)
 {
-    const Path backup = session.BackupFolder();
-    const Path old = OldBackupFolder(session);
+    const Path backup = folders.Backup();
+    const Path old = OldBackupFolder(folders);
     Status status;
     const auto hasOld = IsFolder(old);
     const auto hasBackup = IsFolder(backup);
@@ -240,18 +240,18 @@ bool SettleBackupFolders(Session& session)
         status = hasOld ? hasBackup.Error() : hasOld.Error();
     else if (*hasOld)
         status = *hasBackup ? ClearPlace(old) : Renamed(old, backup);
-    if (status && FolderExists(NewBackupFolder(session)))
-        status = ClearPlace(NewBackupFolder(session));
+    if (status && FolderExists(NewBackupFolder(folders)))
+        status = ClearPlace(NewBackupFolder(folders));
     if (!status && !FolderExists(backup)) {
-        TellFailure(session, GetMsg(Msg::InterruptedFailed), status.Error());
+        TellFailure(host, GetMsg(Msg::InterruptedFailed), status.Error());
         return false;
     }
     return true; // leftovers beside a whole backup do no harm and are cleared another time
 }
 
-bool BackupFoldersWait(const Session& session)
+bool BackupFoldersWait(const Folders& folders)
 {
-    return FolderExists(OldBackupFolder(session)) || FolderExists(NewBackupFolder(session));
+    return FolderExists(OldBackupFolder(folders)) || FolderExists(NewBackupFolder(folders));
 }
 
 } // namespace kestrova

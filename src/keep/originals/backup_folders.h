@@ -9,19 +9,19 @@
 namespace kestrova
 {
 
-Path NewBackupFolder(const Session& session);
+Path NewBackupFolder(const Folders& folders);
 /// The new folder becomes the backup of the present Level Editor's folder, durably. The old one is
 /// removed after that, or set aside when it is of another folder (`keepAside`).
 Status ExchangeBackup(Session& session, bool full, bool keepAside);
 /// What a killed backup left is undone: an old backup that was set aside comes back. False when
 /// that is not possible now, which it tells.
-bool SettleBackupFolders(Session& session);
-bool BackupFoldersWait(const Session& session);
+bool SettleBackupFolders(Host& host, const Folders& folders);
+bool BackupFoldersWait(const Folders& folders);
 
 /// The folder that the backup was made of; no value when nobody noted it.
-Result<std::optional<FolderMark>> BackupOrigin(const Session& session);
+Result<std::optional<FolderMark>> BackupOrigin(const Folders& folders);
 /// Notes that the backup is of the present Level Editor's folder.
-Status NoteBackupOrigin(Session& session, bool full);
+Status NoteBackupOrigin(const Folders& folders, bool full);
 /// A backup of the present Level Editor's folder that was set aside takes its place again; the
 /// preferences learn its form. False when there is none.
 Result<bool> BringBackupBack(Session& session);

@@ -12,40 +12,41 @@ namespace kestrova
 namespace
 {
 
-Path WavesNote(const Session& session)
+Path WavesNote(const Folders& folders)
 {
-    return InFolder(session.programFolder, OnDisk::FragWavesNote);
+    return InFolder(folders.program, OnDisk::FragWavesNote);
 }
 
-Result<std::vector<Path>> WavesOf(const Session& session)
+Result<std::vector<Path>> WavesOf(const Folders& folders)
 {
-    return ListFiles(InFolder(session.TrleFolder(), OnDisk::DirAudio), OnDisk::PatWav);
+    return ListFiles(InFolder(folders.trle, OnDisk::DirAudio), OnDisk::PatWav);
 }
 
 } // namespace
 
-void NoteWaves(Session& session)
+void NoteWaves(const Folders& folders)
 {
-    std::string names = session.TrleFolder().native() + "\n";
-    if (const auto files = WavesOf(session))
+    std::string names = folders.trle.native() + "\n";
+    if (const auto files = WavesOf(folders))
         for (const Path& file : *files)
             names += file.filename().native() + "\n";
-    if (MakeFolders(InFolder(session.programFolder, OnDisk::DirSwap)))
-        (void)WriteWholeFile(WavesNote(session), names); // without it they are not named
+    if (MakeFolders(InFolder(folders.program, OnDisk::DirSwap)))
+        (void)WriteWholeFile(WavesNote(folders), names); // without it they are not named
 }
 
-Result<std::vector<std::string>> MissingWaves(const Session& session)
+Result<std::vector<std::string>> MissingWaves(const Folders& folders,
+                                              const PreferencesRecord& preferences)
 {
     std::vector<std::string> missing;
-    if (session.preferences.fullBackup)
+    if (preferences.fullBackup)
         return missing;
-    const auto noted = ReadFileIfThere(WavesNote(session), UINT64_C(1) << 20);
+    const auto noted = ReadFileIfThere(WavesNote(folders), UINT64_C(1) << 20);
     if (!noted || !*noted)
         return noted ? Result<std::vector<std::string>>{missing} : noted.Error();
     const auto names = Split(**noted, '\n');
-    if (names.empty() || names.front() != session.TrleFolder().native())
+    if (names.empty() || names.front() != folders.trle.native())
         return missing; // of another folder
-    const auto files = WavesOf(session);
+    const auto files = WavesOf(folders);
     if (!files)
         return files.Error();
     NameSet there;

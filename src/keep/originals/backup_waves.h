@@ -7,8 +7,9 @@ namespace kestrova
 {
 
 /// Notes the names of the waves that stand in the Level Editor's folder, behind the folder's own.
-void NoteWaves(Session& session);
+void NoteWaves(const Folders& folders);
 /// Waves that stood in the Level Editor's folder when its compact backup was made, and do not now.
-Result<std::vector<std::string>> MissingWaves(const Session& session);
+Result<std::vector<std::string>> MissingWaves(const Folders& folders,
+                                              const PreferencesRecord& preferences);
 
 } // namespace kestrova

@@ -75,13 +75,12 @@ struct Scan {
     }
 };
 
-bool Told(Session& session, const Path& source, const Path& target, const Failure& failure)
+bool Told(Host& host, const Path& source, const Path& target, const Failure& failure)
 {
     if (failure.code == ErrorCode::Missing)
-        session.host.Tell(Tone::Error, GetMsg(Msg::BackupLinkBroken, {failure.subject}));
+        host.Tell(Tone::Error, GetMsg(Msg::BackupLinkBroken, {failure.subject}));
     else
-        TellFailure(session,
-                    GetMsg(Msg::ErrorCopyingFileTo, {TextOf(source)}) + TextOf(target) + "'",
+        TellFailure(host, GetMsg(Msg::ErrorCopyingFileTo, {TextOf(source)}) + TextOf(target) + "'",
                     failure);
     return false;
 }
@@ -97,18 +96,18 @@ Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbe
     return std::move(scan.tree);
 }
 
-bool CopyThroughLinks(Session& session, const Path& source, const Path& target,
-                      ProgressScope& progress, const PickSource& pick)
+bool CopyThroughLinks(Host& host, const Path& source, const Path& target, ProgressScope& progress,
+                      const PickSource& pick)
 {
     const Path root = ResolvePath(source);
     const auto tree = ScanThroughLinks(root, [&] { return progress.Step(), true; });
     if (!tree)
-        return Told(session, root, target, tree.Error());
+        return Told(host, root, target, tree.Error());
     if (const auto status = MakeFolders(target); !status)
-        return Told(session, root, target, status.Error());
+        return Told(host, root, target, status.Error());
     for (const Path& folder : tree->folders)
         if (const auto status = MakeFolders(target / folder); !status)
-            return Told(session, root / folder, target / folder, status.Error());
+            return Told(host, root / folder, target / folder, status.Error());
     std::uint64_t total = 0;
     for (const Path& file : tree->files)
         total += platform::FactsOf(root / file).size;
@@ -124,7 +123,7 @@ bool CopyThroughLinks(Session& session, const Path& source, const Path& target,
         };
         if (!from.empty())
             if (const auto status = CopyFileOver(from, target / file, options); !status)
-                return Told(session, root / file, target / file, status.Error());
+                return Told(host, root / file, target / file, status.Error());
         done += size;
         progress.SetBar(std::min(done, total), total);
         progress.Step();

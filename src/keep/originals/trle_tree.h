@@ -20,7 +20,7 @@ using PickSource = std::function<Path(const Path& file)>;
 
 /// Copies the tree with plain folders in place of links, every file compared with its source, the
 /// bar following the bytes. Shows its failure.
-bool CopyThroughLinks(Session& session, const Path& source, const Path& target,
-                      ProgressScope& progress, const PickSource& pick);
+bool CopyThroughLinks(Host& host, const Path& source, const Path& target, ProgressScope& progress,
+                      const PickSource& pick);
 
 } // namespace kestrova

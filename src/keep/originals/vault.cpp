@@ -18,22 +18,22 @@ namespace
 
 using Json = NoteJson;
 
-Path VaultFolder(const Session& session)
+Path VaultFolder(const Folders& folders)
 {
-    return InFolder(session.programFolder, OnDisk::DirHistoryOriginals);
+    return InFolder(folders.program, OnDisk::DirHistoryOriginals);
 }
 
-Path VaultIndex(const Session& session)
+Path VaultIndex(const Folders& folders)
 {
-    return InFolder(session.programFolder, OnDisk::FragOriginalsIndex);
+    return InFolder(folders.program, OnDisk::FragOriginalsIndex);
 }
 
-std::string Line(const Session& session, const KeptFile& entry)
+std::string Line(const Folders& folders, const KeptFile& entry)
 {
     const Json json = {
         {"id", entry.id},
         {"file", Encoded(entry.file)},
-        {"content", Encoded(entry.content.lexically_relative(VaultFolder(session)).native())},
+        {"content", Encoded(entry.content.lexically_relative(VaultFolder(folders)).native())},
         {"size", entry.size},
         {"time", entry.modifiedNs},
         {"kept", entry.keptNs},
@@ -41,7 +41,7 @@ std::string Line(const Session& session, const KeptFile& entry)
     return json.dump() + "\n";
 }
 
-std::optional<KeptFile> ParseLine(const Session& session, const std::string& line)
+std::optional<KeptFile> ParseLine(const Folders& folders, const std::string& line)
 {
     const Json json = Json::parse(line, nullptr, false);
     if (!json.is_object())
@@ -66,7 +66,7 @@ std::optional<KeptFile> ParseLine(const Session& session, const std::string& lin
     number("kept", entry.keptNs);
     if (entry.id.empty() || !content || !SafeRelative(entry.file))
         return {};
-    entry.content = VaultFolder(session) / *content;
+    entry.content = VaultFolder(folders) / *content;
     return entry;
 }
 
@@ -75,10 +75,10 @@ struct VaultList {
     std::string strangeLines; ///< what this version cannot read is carried along
 };
 
-Result<VaultList> ReadVault(const Session& session)
+Result<VaultList> ReadVault(const Folders& folders)
 {
     VaultList list;
-    const auto text = ReadFileIfThere(VaultIndex(session), UINT64_C(64) << 20);
+    const auto text = ReadFileIfThere(VaultIndex(folders), UINT64_C(64) << 20);
     if (!text)
         return text.Error();
     if (!*text)
@@ -86,7 +86,7 @@ Result<VaultList> ReadVault(const Session& session)
     for (const std::string& line : Split(**text, '\n')) {
         if (line.empty())
             continue;
-        if (auto entry = ParseLine(session, line))
+        if (auto entry = ParseLine(folders, line))
             list.entries.push_back(std::move(*entry));
         else
             list.strangeLines += line + "\n";
@@ -95,10 +95,10 @@ Result<VaultList> ReadVault(const Session& session)
 }
 
 /// A place of the vault that holds the file's content already, or the next free one.
-Result<Path> PlaceInVault(const Session& session, const Path& relative, const Path& file,
+Result<Path> PlaceInVault(const Folders& folders, const Path& relative, const Path& file,
                           bool& held)
 {
-    const Path folder = VaultFolder(session) / relative.parent_path();
+    const Path folder = VaultFolder(folders) / relative.parent_path();
     Path kept = folder / relative.filename();
     held = false;
     for (int number = 2;; ++number) {
@@ -125,7 +125,7 @@ constexpr std::size_t flushedSingly = 2;
 
 } // namespace
 
-Keeping KeepOriginals(Session& session, const std::vector<Path>& relatives)
+Keeping KeepOriginals(Machine& machine, const Folders& folders, const std::vector<Path>& relatives)
 {
     Keeping keeping;
     std::vector<KeptFile> fresh;
@@ -136,17 +136,17 @@ Keeping KeepOriginals(Session& session, const std::vector<Path>& relatives)
     };
     const bool singly = relatives.size() <= flushedSingly;
     for (const Path& relative : relatives) {
-        const Path file = ResolvePath(session.TrleFolder() / relative);
+        const Path file = ResolvePath(folders.trle / relative);
         const auto facts = LookAt(file);
         if (!facts) {
             fail(relative, facts.Error());
             continue;
         }
         if (facts->kind != platform::FileKind::File ||
-            SameContent(file, ResolvePath(session.BackupFolder() / relative)))
+            SameContent(file, ResolvePath(folders.Backup() / relative)))
             continue;
         bool held = false;
-        const auto place = PlaceInVault(session, relative, file, held);
+        const auto place = PlaceInVault(folders, relative, file, held);
         if (held)
             continue;
         Status kept = place ? MakeFolders(place->parent_path()) : place.Error();
@@ -161,29 +161,29 @@ Keeping KeepOriginals(Session& session, const std::vector<Path>& relatives)
                          *place,
                          facts->size,
                          facts->modifiedNs,
-                         session.machine.NowNs(),
-                         session.TrleFolder().native()});
+                         machine.NowNs(),
+                         folders.trle.native()});
         keeping.kept.push_back(relative);
     }
     if (fresh.empty())
         return keeping;
     Status noted;
     if (const auto failure = singly ? std::error_code{}
-                                    : platform::SyncFileSystem(ResolvePath(VaultFolder(session))))
-        noted = MakeFailure(ErrorCode::CannotWrite, TextOf(VaultFolder(session)), failure);
-    auto list = ReadVault(session);
+                                    : platform::SyncFileSystem(ResolvePath(VaultFolder(folders))))
+        noted = MakeFailure(ErrorCode::CannotWrite, TextOf(VaultFolder(folders)), failure);
+    auto list = ReadVault(folders);
     if (noted && !list)
         noted = list.Error();
     if (noted) {
         std::string text = list->strangeLines;
         for (const KeptFile& entry : list->entries)
-            text += Line(session, entry);
+            text += Line(folders, entry);
         int number = LastNumber(*list);
         for (KeptFile& entry : fresh) {
             entry.id = GetMsg(Msg::OriginalsId, {std::to_string(++number)});
-            text += Line(session, entry);
+            text += Line(folders, entry);
         }
-        noted = WriteWholeFile(VaultIndex(session), text);
+        noted = WriteWholeFile(VaultIndex(folders), text);
     }
     if (!noted) { // what is not on the disk and not listed is not kept
         for (const Path& relative : keeping.kept)
@@ -195,18 +195,18 @@ Keeping KeepOriginals(Session& session, const std::vector<Path>& relatives)
     return keeping;
 }
 
-Status KeepOriginal(Session& session, const Path& relative)
+Status KeepOriginal(Machine& machine, const Folders& folders, const Path& relative)
 {
-    Keeping keeping = KeepOriginals(session, {relative});
+    Keeping keeping = KeepOriginals(machine, folders, {relative});
     return keeping.failed.empty() ? Status{} : Status{std::move(keeping.failure)};
 }
 
-Result<std::vector<KeptFile>> KeptFiles(const Session& session)
+Result<std::vector<KeptFile>> KeptFiles(const Folders& folders)
 {
-    auto list = ReadVault(session);
+    auto list = ReadVault(folders);
     if (!list)
         return list.Error();
-    const Path vault = ResolvePath(VaultFolder(session));
+    const Path vault = ResolvePath(VaultFolder(folders));
     std::set<Path> listed;
     std::vector<KeptFile> files;
     const auto tree = ScanTreeIfThere(vault);
@@ -247,9 +247,9 @@ Result<std::vector<KeptFile>> KeptFiles(const Session& session)
 namespace
 {
 
-Result<KeptFile> KeptFileOf(const Session& session, const std::string& id)
+Result<KeptFile> KeptFileOf(const Folders& folders, const std::string& id)
 {
-    auto files = KeptFiles(session);
+    auto files = KeptFiles(folders);
     if (!files)
         return files.Error();
     const auto entry = std::find_if(files->begin(), files->end(),
@@ -261,26 +261,26 @@ Result<KeptFile> KeptFileOf(const Session& session, const std::string& id)
 
 } // namespace
 
-Result<Path> FolderOfKept(const Session& session, const std::string& id)
+Result<Path> FolderOfKept(const Folders& folders, const std::string& id)
 {
-    const auto entry = KeptFileOf(session, id);
+    const auto entry = KeptFileOf(folders, id);
     if (!entry)
         return entry.Error();
     const auto isThere = IsFolder(entry->folder);
     if (!isThere)
         return isThere.Error();
-    return !entry->folder.empty() && *isThere ? Path{entry->folder} : session.TrleFolder();
+    return !entry->folder.empty() && *isThere ? Path{entry->folder} : folders.trle;
 }
 
 Result<Path> BringOriginalBack(Session& session, const std::string& id)
 {
-    const auto entry = KeptFileOf(session, id);
+    const auto entry = KeptFileOf(session.Folders(), id);
     if (!entry)
         return entry.Error();
     const auto relative = SafeRelative(entry->file);
     if (!relative)
         return relative.Error();
-    if (auto status = KeepOriginal(session, *relative); !status)
+    if (auto status = KeepOriginal(session.machine, session.Folders(), *relative); !status)
         return status.Error();
     const Path target = ResolvePath(session.TrleFolder() / *relative);
     if (auto status = MakeFolders(target.parent_path()); !status)

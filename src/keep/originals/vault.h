@@ -26,15 +26,15 @@ struct Keeping {
 };
 /// Keeps files of the Level Editor's folder, read back and flushed. Passed over: what is no file,
 /// what the backup holds, what the vault holds already.
-Keeping KeepOriginals(Session& session, const std::vector<Path>& relatives);
+Keeping KeepOriginals(Machine& machine, const Folders& folders, const std::vector<Path>& relatives);
 /// The same for one file.
-Status KeepOriginal(Session& session, const Path& relative);
+Status KeepOriginal(Machine& machine, const Folders& folders, const Path& relative);
 
 /// All that is kept, oldest first.
-Result<std::vector<KeptFile>> KeptFiles(const Session& session);
+Result<std::vector<KeptFile>> KeptFiles(const Folders& folders);
 /// The Level Editor's folder that a kept file stood in, as far as it is there; otherwise the one in
 /// use.
-Result<Path> FolderOfKept(const Session& session, const std::string& id);
+Result<Path> FolderOfKept(const Folders& folders, const std::string& id);
 /// Copies a kept file back to its place in the Level Editor's folder in use; what stands there now
 /// is kept first. The path it got.
 Result<Path> BringOriginalBack(Session& session, const std::string& id);

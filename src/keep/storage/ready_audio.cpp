@@ -118,7 +118,7 @@ bool DecodeReadyFiles(Session& session, std::vector<ReadyFile>& files, const Pat
         return true;
     }
     if (const auto made = MakeFolders(staging); !made) {
-        TellFailure(session, GetMsg(Msg::CannotCreateFolder, {TextOf(staging)}), made.Error());
+        TellFailure(session.host, GetMsg(Msg::CannotCreateFolder, {TextOf(staging)}), made.Error());
         return false;
     }
     AudioBatch batch{session, sources, staging, AudioKind::Adpcm};

@@ -217,10 +217,10 @@ Status ConvertInPlace(const std::vector<StoreStep>& steps, const Path& folder,
     return RunFileJobs(std::move(jobs), progress);
 }
 
-bool Told(Session& session, const Status& status)
+bool Told(Host& host, const Status& status)
 {
     if (!status && status.Error().code != ErrorCode::Stopped)
-        TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
+        TellFailure(host, GetMsg(Msg::ErrorStoringFiles), status.Error());
     return bool{status};
 }
 
@@ -235,23 +235,22 @@ Result<std::vector<LevelFile>> FilesOf(const Path& folder)
     return files;
 }
 
-bool Compresses(const Session& session, LevelCode code, StoreAs form)
+bool Compresses(const Archive& archive, LevelCode code, StoreAs form)
 {
-    return form == StoreAs::ArchiveSays && session.archive.header.compressLevels &&
-           code != originalCode;
+    return form == StoreAs::ArchiveSays && archive.header.compressLevels && code != originalCode;
 }
 
-bool ConvertsWaves(const Session& session, LevelCode code, StoreAs form)
+bool ConvertsWaves(const Archive& archive, LevelCode code, StoreAs form)
 {
-    return form == StoreAs::ArchiveSays && session.archive.header.wavInMp3 && code != originalCode;
+    return form == StoreAs::ArchiveSays && archive.header.wavInMp3 && code != originalCode;
 }
 
 /// True names and sizes; those of a compressed file are the ones that the index has.
-Status WriteIndex(const Session& session, LevelCode code, const std::vector<LevelFile>& files)
+Status WriteIndex(const Folders& folders, LevelCode code, const std::vector<LevelFile>& files)
 {
     std::vector<Tr4Entry> entries;
     std::vector<Tr4Entry> stored;
-    const auto known = ReadTr4InfOf(session, code);
+    const auto known = ReadTr4InfOf(folders, code);
     if (!known && known.Error().code == ErrorCode::CannotRead)
         return known.Error(); // it alone knows what the compressed files were
     std::unordered_map<std::string, Tr4Entry> knownByName; // folded
@@ -270,7 +269,7 @@ Status WriteIndex(const Session& session, LevelCode code, const std::vector<Leve
     if (entries.empty() && (!known || known->size() == stored.size()))
         return {};
     entries.insert(entries.end(), stored.begin(), stored.end());
-    return WriteTr4InfOf(session, code, entries);
+    return WriteTr4InfOf(folders, code, entries);
 }
 
 } // namespace
@@ -278,22 +277,22 @@ Status WriteIndex(const Session& session, LevelCode code, const std::vector<Leve
 bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
                        ProgressScope* label, StoreAs form)
 {
-    if (const auto status = WriteIndex(session, code, files); !status)
-        return Told(session, status);
-    const auto folder = LevelFolderOf(session, code);
+    if (const auto status = WriteIndex(session.Folders(), code, files); !status)
+        return Told(session.host, status);
+    const auto folder = LevelFolderOf(session.Folders(), session.archive, code);
     if (!folder) {
         session.host.Tell(Tone::Error, folder.Error().reason);
         return false;
     }
-    const bool compress = Compresses(session, code, form);
+    const bool compress = Compresses(session.archive, code, form);
     const Path target = ResolvePath(InFolder(*folder, OnDisk::DirFiles));
     const auto store = [&](const std::vector<LevelFile>& ready) {
         std::vector<std::string> kept;
         const auto steps = StepsFor(ready, compress, kept);
         TellKeptForms(session.host, kept);
-        return Told(session, FillAndExchange(steps, target, label));
+        return Told(session.host, FillAndExchange(steps, target, label));
     };
-    if (!ConvertsWaves(session, code, form))
+    if (!ConvertsWaves(session.archive, code, form))
         return store(files);
     const WorkFolder work{InFolder(session.programFolder, OnDisk::DirTempCompr),
                           WorkFolder::Make::Now};
@@ -305,30 +304,30 @@ bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, Progr
                      StoreAs form)
 {
     if (!FolderExists(source))
-        return Told(session, MakeFailure(ErrorCode::Missing, TextOf(source)));
+        return Told(session.host, MakeFailure(ErrorCode::Missing, TextOf(source)));
     const auto listed = FilesOf(source);
     if (!listed)
-        return Told(session, listed.Error());
+        return Told(session.host, listed.Error());
     const std::vector<LevelFile>& files = *listed;
-    const Path home = InFolder(LevelHomeOf(session, code), OnDisk::DirFiles);
+    const Path home = InFolder(LevelHomeOf(session.Folders(), code), OnDisk::DirFiles);
     if (!IsSameFolder(source, home))
         return StoreFilesOfLevel(session, code, files, label, form);
     if (code == originalCode)
         return false;
-    if (const auto status = WriteIndex(session, code, files); !status)
-        return Told(session, status);
+    if (const auto status = WriteIndex(session.Folders(), code, files); !status)
+        return Told(session.host, status);
     const Path place = ResolvePath(source);
-    if (ConvertsWaves(session, code, form) && !EncodeWavesInPlace(session, place))
+    if (ConvertsWaves(session.archive, code, form) && !EncodeWavesInPlace(session, place))
         return false;
-    if (!Compresses(session, code, form))
+    if (!Compresses(session.archive, code, form))
         return true;
     const auto encoded = FilesOf(place);
     if (!encoded)
-        return Told(session, encoded.Error());
+        return Told(session.host, encoded.Error());
     std::vector<std::string> kept;
     const auto steps = StepsFor(*encoded, true, kept);
     TellKeptForms(session.host, kept);
-    return Told(session, ConvertInPlace(steps, place, label));
+    return Told(session.host, ConvertInPlace(steps, place, label));
 }
 
 } // namespace kestrova

@@ -21,17 +21,16 @@ namespace
 /// What an encoding came to.
 enum class Encoded { All, AcceptedLoss, No };
 
-Encoded Encode(Session& session, AudioBatch& batch)
+Encoded Encode(Host& host, AudioBatch& batch)
 {
-    if (session.host.WorksUnattended())
+    if (host.WorksUnattended())
         batch.LetPassOver(AudioBatch::PassOver::WhenAsked);
     if (batch.Run())
         return Encoded::All;
-    session.host.Tell(Tone::Error, GetMsg(Msg::AudioCompressionFailed) + batch.StatusText());
+    host.Tell(Tone::Error, GetMsg(Msg::AudioCompressionFailed) + batch.StatusText());
     // A loss of sounds, after a stop too, is for nobody but the person to accept.
-    return session.host.AskYesNo(GetMsg(Msg::ContinueFileCopy), Consent::Explicit)
-               ? Encoded::AcceptedLoss
-               : Encoded::No;
+    return host.AskYesNo(GetMsg(Msg::ContinueFileCopy), Consent::Explicit) ? Encoded::AcceptedLoss
+                                                                           : Encoded::No;
 }
 
 bool IsWave(const std::string& name)
@@ -89,13 +88,13 @@ bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& wo
     for (const LevelFile& wave : waves) {
         Path source;
         if (const auto status = NamedSource(wave, work, source); !status) {
-            TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
+            TellFailure(session.host, GetMsg(Msg::ErrorStoringFiles), status.Error());
             return false;
         }
         sources.push_back(std::move(source));
     }
     AudioBatch batch{session, sources, work, AudioKind::Mp3};
-    const Encoded encoded = Encode(session, batch);
+    const Encoded encoded = Encode(session.host, batch);
     if (encoded == Encoded::No)
         return false;
     std::erase_if(files, [&](const LevelFile& file) {
@@ -118,7 +117,7 @@ bool EncodeWavesInPlace(Session& session, const Path& folder)
 {
     const auto listed = ListFiles(folder, OnDisk::PatAll);
     if (!listed)
-        return TellFolderNotRead(session, listed.Error());
+        return TellFolderNotRead(session.host, listed.Error());
     NamesInUse names;
     for (const Path& file : *listed)
         names.Add(file.filename().native());
@@ -135,7 +134,7 @@ bool EncodeWavesInPlace(Session& session, const Path& folder)
     if (waves.empty())
         return true;
     AudioBatch batch{session, waves, folder, AudioKind::Mp3};
-    const Encoded encoded = Encode(session, batch);
+    const Encoded encoded = Encode(session.host, batch);
     if (encoded == Encoded::No)
         return false;
     Status status = DeleteConverted(batch);
@@ -144,7 +143,7 @@ bool EncodeWavesInPlace(Session& session, const Path& folder)
             if (status)
                 status = DeleteFile(wave);
     if (!status)
-        TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
+        TellFailure(session.host, GetMsg(Msg::ErrorStoringFiles), status.Error());
     return bool{status};
 }
 
@@ -169,7 +168,7 @@ bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::
     const auto plain = ListFiles(folder, pattern);
     const auto streams = ListFiles(folder, pattern + std::string{OnDisk::ZlExtension});
     if (!plain || !streams)
-        return TellFolderNotRead(session, plain ? streams.Error() : plain.Error());
+        return TellFolderNotRead(session.host, plain ? streams.Error() : plain.Error());
     for (const Path& file : *plain)
         add(file, file);
     for (const Path& stream : *streams) {
@@ -177,7 +176,8 @@ bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::
         const Path expanded = work.Folder() / StripExtension(stream.filename().native());
         const Status status = free ? ExpandZl(stream, expanded, *free) : Status{free.Error()};
         if (!status) {
-            TellFailure(session, GetMsg(Msg::ErrorUnzippingFile) + TextOf(stream.filename()) + "'",
+            TellFailure(session.host,
+                        GetMsg(Msg::ErrorUnzippingFile) + TextOf(stream.filename()) + "'",
                         status.Error());
             return false;
         }
@@ -221,7 +221,7 @@ bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::
             if (const auto failure = status ? platform::Unlink(origin) : std::error_code{})
                 status = MakeFailure(ErrorCode::CannotDelete, TextOf(origin), failure);
         if (!status) {
-            TellFailure(session, GetMsg(Msg::ErrorStoringFiles), status.Error());
+            TellFailure(session.host, GetMsg(Msg::ErrorStoringFiles), status.Error());
             return false;
         }
     }

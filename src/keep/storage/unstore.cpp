@@ -19,10 +19,10 @@ namespace kestrova
 namespace
 {
 
-void TellUnlessStopped(Session& session, Message words, const Failure& failure)
+void TellUnlessStopped(Host& host, Message words, const Failure& failure)
 {
     if (failure.code != ErrorCode::Stopped)
-        TellFailure(session, GetMsg(words) + FileNameOf(failure.subject) + "'", failure);
+        TellFailure(host, GetMsg(words) + FileNameOf(failure.subject) + "'", failure);
 }
 
 bool MustBeExpanded(const std::string& name, bool mp3ToWave)
@@ -57,7 +57,7 @@ bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool 
     const auto failed = [&](const Failure& failure) {
         if (stopped != nullptr)
             *stopped = failure.code == ErrorCode::Stopped;
-        TellUnlessStopped(session, Msg::ErrorUnzippingFile, failure);
+        TellUnlessStopped(session.host, Msg::ErrorUnzippingFile, failure);
         return false;
     };
     const auto stored = ListFiles(folder, OnDisk::PatAll);
@@ -85,19 +85,19 @@ bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool 
     return true;
 }
 
-Path DecompressSingleFile(Session& session, const Path& file, bool showDialog)
+Path DecompressSingleFile(Host& host, Machine& machine, const Folders& folders, const Path& file,
+                          bool showDialog)
 {
     const std::string name = TextOf(file.filename());
     std::unique_ptr<ProgressScope> zip;
     if (showDialog)
-        zip =
-            session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFile) + name);
-    const Path temp = InFolder(session.programFolder, OnDisk::DirTemp);
+        zip = host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFile) + name);
+    const Path temp = InFolder(folders.program, OnDisk::DirTemp);
     const Path target = temp / StripExtension(file.filename().native());
     const auto expand = [&]() -> Status {
         if (auto status = MakeFolder(temp); !status)
             return status;
-        const auto free = session.machine.FreeSpace(temp);
+        const auto free = machine.FreeSpace(temp);
         if (!free)
             return free.Error();
         return ExpandZl(file, target, *free);
@@ -106,7 +106,7 @@ Path DecompressSingleFile(Session& session, const Path& file, bool showDialog)
     if (status)
         return target;
     if (status.Error().code != ErrorCode::Stopped)
-        TellFailure(session, GetMsg(Msg::ErrorDecompressingFile) + name + "'", status.Error());
+        TellFailure(host, GetMsg(Msg::ErrorDecompressingFile) + name + "'", status.Error());
     return {};
 }
 

@@ -13,6 +13,7 @@ bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool 
                        bool* stopped = nullptr);
 /// Expands one file into `_temp_` of the program's folder; the copy's path, empty on failure, which
 /// it shows.
-Path DecompressSingleFile(Session& session, const Path& file, bool showDialog);
+Path DecompressSingleFile(Host& host, Machine& machine, const Folders& folders, const Path& file,
+                          bool showDialog);
 
 } // namespace kestrova

@@ -67,16 +67,16 @@ Result<std::string> WhatTrleLacks(const Path& folder)
     return lack ? Result<std::string>{lack->words} : lack.Error();
 }
 
-Result<std::string> WavesToCopy(const Session& session)
+Result<std::string> WavesToCopy(const Folders& folders, const PreferencesRecord& preferences)
 {
-    const Path trle = session.TrleFolder();
+    const Path trle = folders.trle;
     const auto lack = FirstLack(trle);
     if (!lack)
         return lack.Error();
-    if (lack->words.empty() || lack->twins || lack->tone != Tone::Plain ||
-        session.preferences.fullBackup || BackupIsAway(session))
+    if (lack->words.empty() || lack->twins || lack->tone != Tone::Plain || preferences.fullBackup ||
+        BackupIsAway(folders))
         return std::string{};
-    const auto missing = MissingWaves(session);
+    const auto missing = MissingWaves(folders, preferences);
     if (!missing)
         return missing.Error();
     return GetMsg(Msg::FewWavesCompact,
@@ -84,23 +84,25 @@ Result<std::string> WavesToCopy(const Session& session)
                    missing->empty() ? GetMsg(Msg::FewWavesUnknown) : ShownNames(*missing)});
 }
 
-bool IsTrleFolder(Session& session, const Path& folder, bool showErrors)
+bool IsTrleFolder(Host& host, const Folders& folders, const PreferencesRecord& preferences,
+                  const Path& folder, bool showErrors)
 {
     const auto lack = FirstLack(folder);
     if (!lack)
-        return showErrors && TellFolderNotRead(session, lack.Error());
+        return showErrors && TellFolderNotRead(host, lack.Error());
     if (showErrors && !lack->words.empty())
-        session.host.Tell(lack->tone, lack->words);
-    if (showErrors && !lack->words.empty() && folder == session.TrleFolder())
-        if (const std::string words = WavesToCopy(session).ValueOr({}); !words.empty())
-            session.host.Tell(Tone::Plain, words);
+        host.Tell(lack->tone, lack->words);
+    if (showErrors && !lack->words.empty() && folder == folders.trle)
+        if (const std::string words = WavesToCopy(folders, preferences).ValueOr({}); !words.empty())
+            host.Tell(Tone::Plain, words);
     return lack->words.empty();
 }
 
 bool TrleFinder::Prepare()
 {
     folder_ = session_.TrleFolder();
-    if (!folder_.empty() && IsTrleFolder(session_, folder_, false))
+    if (!folder_.empty() &&
+        IsTrleFolder(session_.host, session_.Folders(), session_.preferences, folder_, false))
         return true;
     folder_.clear();
     return false;
@@ -116,7 +118,7 @@ void TrleFinder::Browse()
 bool TrleFinder::Take(const Path& folder)
 {
     const Path place = FolderFromText(platform::AbsolutePath(folder).lexically_normal().native());
-    if (!IsTrleFolder(session_, place, true))
+    if (!IsTrleFolder(session_.host, session_.Folders(), session_.preferences, place, true))
         return false;
     folder_ = place;
     return true;
@@ -124,7 +126,7 @@ bool TrleFinder::Take(const Path& folder)
 
 bool TrleFinder::Accept()
 {
-    if (!IsTrleFolder(session_, folder_, true))
+    if (!IsTrleFolder(session_.host, session_.Folders(), session_.preferences, folder_, true))
         return false;
     if (ToWindows1252(folder_.native()).size() > placeFieldSize) {
         session_.host.Tell(Tone::Error, GetMsg(Msg::FolderTooLong, {TextOf(folder_)}));

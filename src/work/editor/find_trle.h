@@ -10,10 +10,11 @@ namespace kestrova
 Result<std::string> WhatTrleLacks(const Path& folder);
 /// What to do when only music is missing and the backup is compact, so that it cannot come back
 /// from there; empty otherwise.
-Result<std::string> WavesToCopy(const Session& session);
+Result<std::string> WavesToCopy(const Folders& folders, const PreferencesRecord& preferences);
 /// The one test of what a Level Editor's folder is; with `showErrors` the first test that fails is
 /// told in words.
-bool IsTrleFolder(Session& session, const Path& folder, bool showErrors);
+bool IsTrleFolder(Host& host, const Folders& folders, const PreferencesRecord& preferences,
+                  const Path& folder, bool showErrors);
 
 /// State and steps of "Where is Tomb Raider Level Editor folder ?".
 class TrleFinder

@@ -16,7 +16,7 @@ bool AddLevel(Session& session, ProgressScope& progress, const ShowLevel& show, 
     if (!BeginNewLevel(session, record))
         return false;
     const IntakeNote note{session};
-    note.Write(LevelHomeOf(session, record.levelCode));
+    note.Write(LevelHomeOf(session.Folders(), record.levelCode));
     bool added = false;
     {
         Intake level{session, record, NewLevelSteps(), progress};
@@ -34,7 +34,7 @@ bool OpenNewLevel(Intake& intake)
 {
     LevelDraft& draft = intake.draft;
     draft.filesFolder = ResolvePath(
-        InFolder(LevelHomeOf(intake.session, draft.record.levelCode), OnDisk::DirFiles));
+        InFolder(LevelHomeOf(intake.session.Folders(), draft.record.levelCode), OnDisk::DirFiles));
     draft.workFolder = draft.filesFolder;
     return ReadDraft(intake);
 }

@@ -60,7 +60,8 @@ StepAnswer ReadConfig(Intake& intake)
     TakeConfigTexts(intake.draft, config);
     intake.draft.config = std::move(config);
     if (const auto status = DeleteFile(file); !status)
-        TellFailure(intake.session, GetMsg(Msg::ErrorRemovingFile) + TextOf(file), status.Error());
+        TellFailure(intake.session.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(file),
+                    status.Error());
     RefreshFiles(intake);
     return StepAnswer::GoesOn;
 }

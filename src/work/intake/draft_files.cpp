@@ -21,10 +21,10 @@ bool ReadDraft(Intake& intake)
 {
     LevelDraft& draft = intake.draft;
     if (const auto sized = draft.inner.Restart(draft.workFolder); !sized)
-        return TellFolderNotRead(intake.session, sized.Error());
+        return TellFolderNotRead(intake.session.host, sized.Error());
     const auto files = ListFiles(draft.workFolder, OnDisk::PatAll);
     if (!files)
-        return TellFolderNotRead(intake.session, files.Error());
+        return TellFolderNotRead(intake.session.host, files.Error());
     for (const Path& file : *files)
         draft.opened.Note(file);
     if (!RefreshFiles(intake))
@@ -34,7 +34,7 @@ bool ReadDraft(Intake& intake)
     const auto document =
         FindDocument(draft.workFolder, FileNameOf(Trim(draft.record.moreInfoFile)));
     if (!document)
-        return TellFolderNotRead(intake.session, document.Error());
+        return TellFolderNotRead(intake.session.host, document.Error());
     if (*document)
         draft.moreInfo = (*document)->filename().native();
     intake.progress.SetLabel(draft.SizeText());
@@ -49,7 +49,7 @@ bool RefreshFiles(Intake& intake)
     draft.report.unpacking.reset();
     auto listed = ListFiles(draft.workFolder, OnDisk::PatAll);
     if (!listed)
-        return TellFolderNotRead(intake.session, listed.Error());
+        return TellFolderNotRead(intake.session.host, listed.Error());
     draft.files = std::move(*listed);
     draft.filesBytes = 0;
     for (const Path& file : draft.files)
@@ -62,14 +62,14 @@ bool RefreshFiles(Intake& intake)
     std::string languageFile;
     draft.canSetLanguage =
         !draft.OnCd() && !draft.files.empty() && draft.record.levelCode != originalCode &&
-        CanSetMyLanguage(intake.session, draft.workFolder, failure, languageFile);
+        CanSetMyLanguage(intake.session.Folders(), draft.workFolder, failure, languageFile);
     return true;
 }
 
 bool RemoveFile(Intake& intake, const Path& file)
 {
     Session& session = intake.session;
-    if (GuardLevelOnCd(session, intake.draft.saved))
+    if (GuardLevelOnCd(session.host, intake.draft.saved))
         return false;
     if (file.empty()) {
         session.host.Tell(Tone::Error, GetMsg(Msg::NoFileSelected));
@@ -80,7 +80,7 @@ bool RemoveFile(Intake& intake, const Path& file)
         return false;
     const auto status = DeleteFile(file);
     if (!status)
-        TellFailure(session, GetMsg(Msg::ErrorRemovingFile) + TextOf(file), status.Error());
+        TellFailure(session.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(file), status.Error());
     RefreshFiles(intake);
     return static_cast<bool>(status);
 }
@@ -89,12 +89,13 @@ void OpenFile(Intake& intake, const Path& file)
 {
     Path shown = file;
     if (EndsWithName(file.filename().native(), OnDisk::ZlExtension))
-        shown = DecompressSingleFile(intake.session, file, true);
+        shown = DecompressSingleFile(intake.session.host, intake.session.machine,
+                                     intake.session.Folders(), file, true);
     if (shown.empty())
         return;
-    if (const auto status = OpenOfLevel(intake.session, shown);
+    if (const auto status = OpenOfLevel(intake.session.host, intake.session.machine, shown);
         !status && status.Error().code != ErrorCode::Stopped)
-        TellFailure(intake.session, GetMsg(Msg::FileNotOpened, {TextOf(file.filename())}),
+        TellFailure(intake.session.host, GetMsg(Msg::FileNotOpened, {TextOf(file.filename())}),
                     status.Error());
 }
 
@@ -103,12 +104,13 @@ bool SetMyLanguage(Intake& intake)
     Session& session = intake.session;
     LevelDraft& draft = intake.draft;
     const Operation running{session};
-    if (GuardLevelOnCd(session, draft.saved) || !BeginChange(intake))
+    if (GuardLevelOnCd(session.host, draft.saved) || !BeginChange(intake))
         return false;
     LanguageFailure failure;
     // Files that become the level's only when the person accepts leave the game's folder alone.
-    const bool installed = draft.before && !draft.isExpandedCopy &&
-                           CurrentLevelCode(session) == draft.record.levelCode;
+    const bool installed =
+        draft.before && !draft.isExpandedCopy &&
+        CurrentLevelCode(session.Folders(), session.archive) == draft.record.levelCode;
     const bool changed =
         ChangeLanguage(session, draft.workFolder, LanguageChange::Mine, installed, failure);
     // The game's folder has the language already: from here on it belongs to the level.

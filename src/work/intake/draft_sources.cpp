@@ -54,7 +54,7 @@ void ShowChange(Intake& intake, std::initializer_list<StepTime> times)
 {
     const bool listed = RefreshFiles(intake);
     NoteUnpacked(intake.draft);
-    TellReport(intake.session, intake.draft.report);
+    TellReport(intake.session.host, intake.draft.report);
     if (listed)
         TakeSteps(intake, times);
 }
@@ -94,7 +94,7 @@ bool AddSource(Intake& intake, const Path& source, Subfolders subfolders)
 
 bool AddChosenFile(Intake& intake)
 {
-    if (GuardLevelOnCd(intake.session, intake.draft.saved))
+    if (GuardLevelOnCd(intake.session.host, intake.draft.saved))
         return false;
     const auto chosen = ChooseSourceFile(intake.session);
     return chosen && AddSources(intake, {*chosen});
@@ -103,7 +103,7 @@ bool AddChosenFile(Intake& intake)
 bool AddChosenFolder(Intake& intake)
 {
     LevelDraft& draft = intake.draft;
-    if (GuardLevelOnCd(intake.session, draft.saved))
+    if (GuardLevelOnCd(intake.session.host, draft.saved))
         return false;
     const auto chosen = ChooseSourceFolder(intake.session);
     if (!chosen || !BeginChange(intake))
@@ -117,7 +117,7 @@ bool AddChosenFolder(Intake& intake)
 bool AddSources(Intake& intake, const std::vector<Path>& sources, Subfolders subfolders)
 {
     LevelDraft& draft = intake.draft;
-    if (GuardLevelOnCd(intake.session, draft.saved) || !BeginChange(intake))
+    if (GuardLevelOnCd(intake.session.host, draft.saved) || !BeginChange(intake))
         return false;
     draft.report = {};
     for (const Path& source : sources) {

@@ -18,44 +18,46 @@ namespace
 {
 
 /// The record of a level whose folder can be worked on; null, with a message, when it cannot.
-const LevelRecord* FindEditable(Session& session, LevelCode code)
+const LevelRecord* FindEditable(Host& host, const Folders& folders, const Archive& archive,
+                                LevelCode code)
 {
-    if (!HasArchive(session))
+    if (!HasArchive(host, archive))
         return nullptr;
-    const std::ptrdiff_t index = FindLevel(session, code);
+    const std::ptrdiff_t index = FindLevel(archive, code);
     if (index < 0) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
+        host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return nullptr;
     }
-    if (code != originalCode && !IsArchiveFolderThere(session))
+    if (code != originalCode && !IsArchiveFolderThere(host, archive))
         return nullptr;
-    const LevelRecord& current = session.archive.levels[static_cast<std::size_t>(index)];
-    const Path home = LevelHomeOf(session, code);
+    const LevelRecord& current = archive.levels[static_cast<std::size_t>(index)];
+    const Path home = LevelHomeOf(folders, code);
     const auto isThere = IsFolder(home);
     if (!isThere) {
-        TellFolderNotRead(session, isThere.Error());
+        TellFolderNotRead(host, isThere.Error());
         return nullptr;
     }
     if (!*isThere && current.cdNumber == 0) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::LevelFolderGone, {TextOf(home)}));
+        host.Tell(Tone::Error, GetMsg(Msg::LevelFolderGone, {TextOf(home)}));
         return nullptr;
     }
     return &current;
 }
 
-Path FilesFolderOf(Session& session, LevelCode code)
+Path FilesFolderOf(Host& host, const Folders& folders, const Archive& archive, LevelCode code)
 {
-    const auto folder = LevelFolderOf(session, code);
+    const auto folder = LevelFolderOf(folders, archive, code);
     if (!folder)
-        session.host.Tell(Tone::Warning, GetMsg(Msg::CdMissingForFiles));
-    return ResolvePath(InFolder(folder ? *folder : LevelHomeOf(session, code), OnDisk::DirFiles));
+        host.Tell(Tone::Warning, GetMsg(Msg::CdMissingForFiles));
+    return ResolvePath(InFolder(folder ? *folder : LevelHomeOf(folders, code), OnDisk::DirFiles));
 }
 
 } // namespace
 
 bool EditLevel(Session& session, ProgressScope& progress, LevelCode code, const ShowLevel& show)
 {
-    const LevelRecord* current = FindEditable(session, code);
+    const LevelRecord* current =
+        FindEditable(session.host, session.Folders(), session.archive, code);
     if (current == nullptr)
         return false;
     LevelRecord record = *current;
@@ -80,7 +82,8 @@ bool OpenEdit(Intake& intake)
     LevelDraft& draft = intake.draft;
     draft.inArchive = true;
     draft.replaceByFile = Replace::Ask; // the old file may be the player's own work
-    draft.filesFolder = FilesFolderOf(session, draft.record.levelCode);
+    draft.filesFolder =
+        FilesFolderOf(session.host, session.Folders(), session.archive, draft.record.levelCode);
     draft.workFolder = draft.filesFolder;
     if (!draft.OnCd())
         draft.before = std::make_unique<FilesBefore>(draft.filesFolder, draft.saved);
@@ -104,7 +107,7 @@ void PutBack(Intake& intake)
     if (!before)
         return;
     if (const auto status = before->PutBack(); !status)
-        TellFailure(intake.session, GetMsg(Msg::EditNotPutBack), status.Error());
+        TellFailure(intake.session.host, GetMsg(Msg::EditNotPutBack), status.Error());
     before.reset();
 }
 

@@ -59,7 +59,7 @@ StepAnswer AskEqual(Intake& intake)
                                     &intake.progress);
     ClearProgress(intake.progress);
     if (!equal) {
-        TellFolderNotRead(session, equal.Error());
+        TellFolderNotRead(session.host, equal.Error());
         return StepAnswer::Refused;
     }
     if (!*equal)

@@ -41,7 +41,7 @@ Status KeepUnderFreeName(FolderNames& names, const Path& file, SourceReport& rep
 }
 
 /// True when the person's word leaves nothing to do.
-Result<bool> MakeWay(Session& session, const Path& file, const Path& target, const Placing& placing,
+Result<bool> MakeWay(Host& host, const Path& file, const Path& target, const Placing& placing,
                      FolderNames& names, ProgressScope& progress, SourceReport& report)
 {
     if (target == placing.package)
@@ -60,7 +60,7 @@ Result<bool> MakeWay(Session& session, const Path& file, const Path& target, con
         if (auto kept = KeepUnderFreeName(names, target, report); !kept)
             return kept.Error();
     } else if (placing.replace == Replace::Ask || cameNow) {
-        return !ConfirmReplace(session, file, target);
+        return !ConfirmReplace(host, file, target);
     }
     return false;
 }
@@ -96,14 +96,14 @@ FolderNames& NamesOf(const Path& folder, SourceReport& report)
     return *report.names;
 }
 
-Status PutFile(Session& session, const Path& file, const Path& folder, const Placing& placing,
+Status PutFile(Host& host, const Path& file, const Path& folder, const Placing& placing,
                ProgressScope& progress, SourceReport& report)
 {
     FolderNames& names = NamesOf(folder, report);
     if (!names.State())
         return names.State();
     const Path target = names.PathOf(ListableName(file.filename().native()));
-    const auto stays = MakeWay(session, file, target, placing, names, progress, report);
+    const auto stays = MakeWay(host, file, target, placing, names, progress, report);
     if (!stays)
         return stays.Error();
     if (*stays)

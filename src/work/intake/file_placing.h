@@ -17,7 +17,7 @@ struct Placing {
 FolderNames& NamesOf(const Path& folder, SourceReport& report);
 
 /// One file into the folder, under a name that can be read.
-Status PutFile(Session& session, const Path& file, const Path& folder, const Placing& placing,
+Status PutFile(Host& host, const Path& file, const Path& folder, const Placing& placing,
                ProgressScope& progress, SourceReport& report);
 
 } // namespace kestrova

@@ -19,10 +19,10 @@ bool IsBelow(const Path& file, const Path& folder)
     return !relative.empty() && *relative.begin() != "..";
 }
 
-void TellFailedFiles(Session& session, const std::vector<std::string>& names, const Path& folder,
+void TellFailedFiles(Host& host, const std::vector<std::string>& names, const Path& folder,
                      const Failure& first)
 {
-    TellSourceFailure(session,
+    TellSourceFailure(host,
                       GetMsg(Msg::ErrorCopyingFileIn, {ShownNames(names)}) + TextOf(folder) +
                           GetMsg(Msg::ClosingBracket),
                       first);
@@ -38,13 +38,15 @@ void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
     progress.SetLabel(GetMsg(Msg::CopyingFilesLabel));
     const Path source = ResolvePath(given);
     std::vector<Failure> notRead;
-    auto tree = TreeOfSource(session, source, OnDisk::EveryEnding, subfolders, progress, &notRead);
+    auto tree =
+        TreeOfSource(session.host, source, OnDisk::EveryEnding, subfolders, progress, &notRead);
     if (!tree) {
         report.stopped = tree.Error().code == ErrorCode::Stopped;
         ++report.failed;
         ClearProgress(progress);
         if (!report.stopped)
-            TellFailure(session, GetMsg(Msg::SourceFolderNotRead, {TextOf(source)}), tree.Error());
+            TellFailure(session.host, GetMsg(Msg::SourceFolderNotRead, {TextOf(source)}),
+                        tree.Error());
         return;
     }
     report.failed += notRead.size();
@@ -77,7 +79,7 @@ void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
     ClearProgress(progress);
     report.failed += failed.size();
     if (!failed.empty())
-        TellFailedFiles(session, failed, folder, firstFailure);
+        TellFailedFiles(session.host, failed, folder, firstFailure);
 }
 
 } // namespace kestrova

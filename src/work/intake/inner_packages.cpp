@@ -30,7 +30,7 @@ Status UnpackOne(Intake& intake, const Path& package)
 void TellInnerFailure(Intake& intake, const Path& package, bool onlyHere, const Failure& failure)
 {
     ++intake.draft.report.failed;
-    TellSourceFailure(intake.session,
+    TellSourceFailure(intake.session.host,
                       GetMsg(Msg::ErrorDecompressingPackage) + TextOf(package.filename()) +
                           std::string{lineBreak} +
                           GetMsg(onlyHere ? Msg::PackageStays : Msg::PackageStillAtSource),

@@ -49,7 +49,7 @@ bool BeginChange(Intake& intake)
         return true;
     const auto kept = intake.draft.before->Keep([&] { return (void)intake.progress.Step(), true; });
     if (!kept)
-        TellFailure(intake.session, GetMsg(Msg::EditNotBegun), kept.Error());
+        TellFailure(intake.session.host, GetMsg(Msg::EditNotBegun), kept.Error());
     return static_cast<bool>(kept);
 }
 

@@ -26,30 +26,30 @@ std::optional<std::size_t> NumberFrom(std::string_view text, std::size_t count)
 }
 
 /// Asks until there is an answer; no value when nobody can give one.
-std::optional<std::size_t> AskWhich(Session& session, const std::vector<Path>& files)
+std::optional<std::size_t> AskWhich(Host& host, const std::vector<Path>& files)
 {
     const std::string count = std::to_string(files.size());
     std::string text = GetMsg(Msg::AskLanguageFile, {count}) + count + GetMsg(Msg::ClosingRound) +
                        std::string{lineBreak};
     for (std::size_t i = 0; i < files.size(); ++i)
         text += std::to_string(i + 1) + ") " + TextOf(files[i].filename()) + std::string{lineBreak};
-    while (session.host.CanAsk()) {
-        const auto answer = session.host.AskText(text, "1", GetMsg(Msg::ChooseLanguageTitle));
+    while (host.CanAsk()) {
+        const auto answer = host.AskText(text, "1", GetMsg(Msg::ChooseLanguageTitle));
         if (const auto number = NumberFrom(answer.value_or(""), files.size()))
             return *number - 1;
     }
-    session.host.Tell(Tone::Error, GetMsg(Msg::LanguageFilesNobody, {text}));
+    host.Tell(Tone::Error, GetMsg(Msg::LanguageFilesNobody, {text}));
     return {};
 }
 
 } // namespace
 
-bool ChooseLanguageFile(Session& session, const Path& folder)
+bool ChooseLanguageFile(Host& host, const Folders& folders, const Path& folder)
 {
-    const Path backup = session.BackupFolder();
+    const Path backup = folders.Backup();
     const auto told = [&](const Status& status, const Path& file) {
         if (!status)
-            TellFailure(session, GetMsg(Msg::LanguageFileFailed, {TextOf(file.filename())}),
+            TellFailure(host, GetMsg(Msg::LanguageFileFailed, {TextOf(file.filename())}),
                         status.Error());
         return static_cast<bool>(status);
     };
@@ -57,14 +57,14 @@ bool ChooseLanguageFile(Session& session, const Path& folder)
     const auto hasScript = IsFile(folder / script);
     const auto isOriginal = IsFile(backup / script);
     if (!hasScript || !isOriginal)
-        return TellFolderNotRead(session, hasScript ? isOriginal.Error() : hasScript.Error());
+        return TellFolderNotRead(host, hasScript ? isOriginal.Error() : hasScript.Error());
     if (!*hasScript && *isOriginal &&
         !told(CopyFileOver(backup / script, folder / script), folder / script))
         return false;
     const auto listed = LanguageFilesIn(folder);
     const auto owned = LanguageFilesIn(backup);
     if (!listed || !owned)
-        return TellFolderNotRead(session, listed ? owned.Error() : listed.Error());
+        return TellFolderNotRead(host, listed ? owned.Error() : listed.Error());
     const std::vector<Path>& files = *listed;
     const std::vector<Path>& own = *owned;
     if (files.size() < 2)
@@ -77,7 +77,7 @@ bool ChooseLanguageFile(Session& session, const Path& folder)
     if (mine != files.end())
         kept = static_cast<std::size_t>(mine - files.begin());
     else
-        kept = AskWhich(session, files);
+        kept = AskWhich(host, files);
     if (!kept)
         return false;
     for (std::size_t i = 0; i < files.size(); ++i)
@@ -88,7 +88,8 @@ bool ChooseLanguageFile(Session& session, const Path& folder)
 
 StepAnswer ChooseLanguage(Intake& intake)
 {
-    const bool chosen = ChooseLanguageFile(intake.session, intake.draft.workFolder);
+    const bool chosen =
+        ChooseLanguageFile(intake.session.host, intake.session.Folders(), intake.draft.workFolder);
     return chosen ? StepAnswer::GoesOn : StepAnswer::Refused;
 }
 

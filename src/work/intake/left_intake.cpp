@@ -18,11 +18,11 @@ namespace kestrova
 namespace
 {
 
-bool IsLevelOfArchive(const Session& session, const Path& folder)
+bool IsLevelOfArchive(const Folders& folders, const Archive& archive, const Path& folder)
 {
-    return std::any_of(
-        session.archive.levels.begin(), session.archive.levels.end(),
-        [&](const LevelRecord& level) { return LevelHomeOf(session, level.levelCode) == folder; });
+    return std::any_of(archive.levels.begin(), archive.levels.end(), [&](const LevelRecord& level) {
+        return LevelHomeOf(folders, level.levelCode) == folder;
+    });
 }
 
 } // namespace
@@ -55,11 +55,11 @@ void OfferLeftIntake(Session& session)
     const Path folder = note.LevelFolder();
     if (folder.empty() || !session.archive.Loaded())
         return;
-    (void)ClearPlace(UnpackingFolder(session)); // the next package clears what stays
+    (void)ClearPlace(UnpackingFolder(session.Folders())); // the next package clears what stays
     const auto isThere = IsFolder(folder);
     if (!isThere)
         return; // the next start asks
-    if (*isThere && !IsLevelOfArchive(session, folder)) {
+    if (*isThere && !IsLevelOfArchive(session.Folders(), session.archive, folder)) {
         // It may belong to another archive; that one's next start asks.
         if (folder.parent_path() != Path{Trim(session.archive.header.secondaryFolder)})
             return;
@@ -68,7 +68,7 @@ void OfferLeftIntake(Session& session)
                        {TextOf(folder), std::string{lineBreak} + std::string{lineBreak}}))) {
             const auto wait = session.host.BeginProgress(ProgressWindow::Wait,
                                                          GetMsg(Msg::RemovingNewLevelFolder));
-            RemoveTreeWithProgress(session, folder, *wait);
+            RemoveTreeWithProgress(session.host, folder, *wait);
         }
     }
     note.Drop();

@@ -27,15 +27,16 @@ namespace kestrova
 namespace
 {
 
-const Path& UnpackingPlaceOf(const Session& session, SourceReport& report)
+const Path& UnpackingPlaceOf(const Folders& folders, SourceReport& report)
 {
     if (report.unpacking == nullptr)
-        report.unpacking = std::make_shared<UnpackingPlace>(session);
+        report.unpacking = std::make_shared<UnpackingPlace>(folders);
     return report.unpacking->Folder();
 }
 
-Status Unpack(Session& session, const Path& package, const Path& folder, ProgressScope& progress,
-              const SourceOptions& source, SourceReport& report)
+Status Unpack(Host& host, Machine& machine, const Tools& tools, const Path& package,
+              const Path& folder, ProgressScope& progress, const SourceOptions& source,
+              SourceReport& report)
 {
     progress.SetLabel(GetMsg(Msg::UnzippingPackage, {TextOf(package.filename())}));
     if (!IsReadyToUnpack(folder))
@@ -43,9 +44,9 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
             return status;
     ToolProgressState state{&progress};
     state.quiet = true;
-    state.tell = [&](const std::string& text) { session.host.Tell(Tone::Plain, text); };
+    state.tell = [&](const std::string& text) { host.Tell(Tone::Plain, text); };
     progress.AllowStop();
-    UnpackGuard guard{session.machine, package, folder, source.limits};
+    UnpackGuard guard{machine, package, folder, source.limits};
     UnpackReport unpacked;
     UnzipOptions options;
     options.guard = &guard;
@@ -53,7 +54,7 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
     options.report = &unpacked;
     options.keepStaging = true;
     options.keepWhole = source.keepWhole;
-    const bool done = UnzipWithProgress(ToolsOf(session), package, folder, options, state);
+    const bool done = UnzipWithProgress(tools, package, folder, options, state);
     report.came.entries += guard.Came().entries;
     report.came.bytes += guard.Came().bytes;
     if (!done) {
@@ -68,8 +69,8 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
     };
     if (!unpacked.lost.empty()) {
         ++report.failed;
-        session.host.Tell(Tone::Error, GetMsg(Msg::PackagePartsLost, {TextOf(package.filename()),
-                                                                      ShownNames(unpacked.lost)}));
+        host.Tell(Tone::Error, GetMsg(Msg::PackagePartsLost,
+                                      {TextOf(package.filename()), ShownNames(unpacked.lost)}));
     }
     append(report.notFiles, unpacked.notFiles);
     for (const RenamedFile& file : unpacked.renamed)
@@ -83,7 +84,7 @@ Status Unpack(Session& session, const Path& package, const Path& folder, Progres
 Status ExpandSource(Session& session, const Path& source, const Path& folder,
                     const SourceOptions& options, ProgressScope& progress, SourceReport& report)
 {
-    const UnpackingPlace expanded{session};
+    const UnpackingPlace expanded{session.Folders()};
     if (auto status = MakeFolders(expanded.Folder()); !status)
         return status;
     // All of them together become no more than one could.
@@ -94,19 +95,22 @@ Status ExpandSource(Session& session, const Path& source, const Path& folder,
     while (IsStoredForm(file)) {
         const std::string name = StripExtension(ListableName(file.filename().native()));
         const Path next = expanded.Folder() / name;
-        if (auto status = ExpandStored(session, file, next, limit, progress); !status)
+        if (auto status = ExpandStored(session.machine, file, next, limit, progress); !status)
             return status;
         report.expandedBytes += FileSize(next);
         file = next;
     }
-    return PutFile(session, file, folder, {options.replaceByFile, false, {}}, progress, report);
+    return PutFile(session.host, file, folder, {options.replaceByFile, false, {}}, progress,
+                   report);
 }
 
-Status UnzipSource(Session& session, const Path& package, const Path& folder,
-                   const SourceOptions& options, ProgressScope& progress, SourceReport& report)
+Status UnzipSource(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+                   const Path& package, const Path& folder, const SourceOptions& options,
+                   ProgressScope& progress, SourceReport& report)
 {
-    const Path& unpacked = UnpackingPlaceOf(session, report);
-    if (auto status = Unpack(session, package, unpacked, progress, options, report); !status)
+    const Path& unpacked = UnpackingPlaceOf(folders, report);
+    if (auto status = Unpack(host, machine, tools, package, unpacked, progress, options, report);
+        !status)
         return status;
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
     auto tree = ScanTree(unpacked, [&] { return progress.Step(); });
@@ -117,7 +121,7 @@ Status UnzipSource(Session& session, const Path& package, const Path& folder,
         return size.Error();
     const auto came = static_cast<std::uint64_t>(*size);
     const std::uint64_t most = MostBytesOf(FileSize(package), options.limits);
-    if (auto status = ExpandStoredFiles(session, tree->files,
+    if (auto status = ExpandStoredFiles(machine, tree->files,
                                         {package, most - std::min(most, came)}, progress, report);
         !status)
         return status;
@@ -131,7 +135,7 @@ Status UnzipSource(Session& session, const Path& package, const Path& folder,
     });
     const Placing placing{options.replace, false, package};
     for (std::size_t i = 0; i < files.size(); ++i) {
-        if (auto status = PutFile(session, files[i], folder, placing, progress, report); !status)
+        if (auto status = PutFile(host, files[i], folder, placing, progress, report); !status)
             return status;
         progress.SetBar(i + 1, files.size());
         if (!progress.Step())
@@ -164,11 +168,13 @@ Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folde
     if (const auto before = LookAt(source)) // otherwise the copy says so
         report.read.emplace_back(source, *before);
     if (IsPackage(source))
-        return UnzipSource(session, source, folder, options, progress, report);
+        return UnzipSource(session.host, session.machine, session.Folders(), ToolsOf(session),
+                           source, folder, options, progress, report);
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
     if (IsStoredForm(source))
         return ExpandSource(session, source, folder, options, progress, report);
-    return PutFile(session, source, folder, {options.replaceByFile, true, {}}, progress, report);
+    return PutFile(session.host, source, folder, {options.replaceByFile, true, {}}, progress,
+                   report);
 }
 
 bool AddFile(Session& session, const Path& source, const Path& folder, const SourceOptions& options,
@@ -185,7 +191,7 @@ bool AddFile(Session& session, const Path& source, const Path& folder, const Sou
     ++report.failed;
     report.stopped = status.Error().code == ErrorCode::Stopped;
     if (!report.stopped)
-        TellSourceFailure(session, GetMsg(Msg::ErrorCopyingOrUnzipping) + TextOf(source),
+        TellSourceFailure(session.host, GetMsg(Msg::ErrorCopyingOrUnzipping) + TextOf(source),
                           status.Error());
     return false;
 }

@@ -43,13 +43,13 @@ StepAnswer Failed(Intake& intake, Message words, const Failure& failure)
 {
     if (failure.code == ErrorCode::Stopped)
         return StepAnswer::Stopped;
-    TellFailure(intake.session, GetMsg(words), failure);
+    TellFailure(intake.session.host, GetMsg(words), failure);
     return StepAnswer::Refused;
 }
 
 StepAnswer NotRead(Intake& intake, const Failure& failure)
 {
-    TellFolderNotRead(intake.session, failure);
+    TellFolderNotRead(intake.session.host, failure);
     return StepAnswer::Refused;
 }
 
@@ -62,12 +62,13 @@ StepAnswer TakeSavegame(Intake& intake, const Path& file, const Path& target)
     if (!held)
         return Failed(intake, Msg::IncomingNotCopied, held.Error());
     const bool other = *held == Held::Other;
-    const bool taken = !other || ConfirmReplace(intake.session, file, target);
+    const bool taken = !other || ConfirmReplace(intake.session.host, file, target);
     // Whichever of two different savegames goes, it can be brought back.
     if (other)
-        if (const auto kept =
-                KeepInHistory(intake.session, draft.record.levelCode, {taken ? target : file},
-                              GetMsg(taken ? Msg::ReasonReplaced : Msg::ReasonRefused));
+        if (const auto kept = KeepInHistory(
+                intake.session.machine, intake.session.Folders(), intake.session.archive,
+                intake.session.settings, draft.record.levelCode, {taken ? target : file},
+                GetMsg(taken ? Msg::ReasonReplaced : Msg::ReasonRefused));
             !kept)
             return Failed(intake, Msg::IncomingNotKept, kept.Error());
     if (taken && draft.before)
@@ -90,8 +91,10 @@ Status TakePicture(Intake& intake, const Path& file, const Path& target)
     if (*held == Held::Same)
         return {};
     if (*held == Held::Other)
-        if (auto kept = KeepInHistory(intake.session, draft.record.levelCode, {target},
-                                      GetMsg(Msg::ReasonReplaced));
+        if (auto kept =
+                KeepInHistory(intake.session.machine, intake.session.Folders(),
+                              intake.session.archive, intake.session.settings,
+                              draft.record.levelCode, {target}, GetMsg(Msg::ReasonReplaced));
             !kept)
             return kept;
     if (draft.before)
@@ -111,7 +114,7 @@ StepAnswer TakeSavegames(Intake& intake)
         return NotRead(intake, savegames.Error());
     if (savegames->empty())
         return StepAnswer::GoesOn;
-    const Path store = StateStoreOf(intake.session, intake.draft.record.levelCode);
+    const Path store = StateStoreOf(intake.session.Folders(), intake.draft.record.levelCode);
     FolderNames names{store};
     if (!names.State())
         return Failed(intake, Msg::IncomingNotCopied, names.State().Error());
@@ -130,8 +133,9 @@ StepAnswer TakeSavegames(Intake& intake)
 
 StepAnswer TakeScreenshots(Intake& intake)
 {
-    const Path shots = InFolder(LevelHomeOf(intake.session, intake.draft.record.levelCode),
-                                OnDisk::DirScreenshots);
+    const Path shots =
+        InFolder(LevelHomeOf(intake.session.Folders(), intake.draft.record.levelCode),
+                 OnDisk::DirScreenshots);
     FolderNames names{shots};
     if (!names.State())
         return NotRead(intake, names.State().Error());

@@ -16,9 +16,9 @@ void RememberPlace(Session& session, const Path& place)
         session.preferences.downloadFolder = place.native();
 }
 
-Path PlaceToStart(const Session& session)
+Path PlaceToStart(const PreferencesRecord& preferences)
 {
-    return FolderFromText(Trim(session.preferences.downloadFolder));
+    return FolderFromText(Trim(preferences.downloadFolder));
 }
 
 } // namespace
@@ -30,7 +30,7 @@ std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioT
         audio ? GetMsg(Msg::SelectAudioFile, {audioType}) : GetMsg(Msg::SelectSourceFile),
         audio ? GetMsg(Msg::AudioFilesFilter, {audioType, audioType})
               : GetMsg(Msg::SourceFilesFilter),
-        PlaceToStart(session));
+        PlaceToStart(session.preferences));
     if (chosen)
         RememberPlace(session, chosen->parent_path());
     return chosen;
@@ -38,7 +38,8 @@ std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioT
 
 std::optional<Path> ChooseSourceFolder(Session& session)
 {
-    auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectSourceFolder), PlaceToStart(session));
+    auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectSourceFolder),
+                                            PlaceToStart(session.preferences));
     if (chosen)
         RememberPlace(session, *chosen);
     return chosen;

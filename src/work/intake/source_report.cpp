@@ -20,10 +20,10 @@ void NoteChangedSources(SourceReport& report)
     report.read.clear();
 }
 
-void TellReport(Session& session, const SourceReport& report)
+void TellReport(Host& host, const SourceReport& report)
 {
     if (!report.changed.empty())
-        session.host.Tell(Tone::Error, GetMsg(Msg::SourcesChanged, {ShownNames(report.changed)}));
+        host.Tell(Tone::Error, GetMsg(Msg::SourcesChanged, {ShownNames(report.changed)}));
     std::vector<std::string> words;
     const auto add = [&](const std::vector<std::string>& names, Message row) {
         if (!names.empty())
@@ -35,17 +35,15 @@ void TellReport(Session& session, const SourceReport& report)
     add(report.ledOut, Msg::LedOutLeftOut);
     add(report.twice, Msg::TwiceInPackage);
     if (!words.empty())
-        session.host.Tell(Tone::Warning,
-                          Join(words, std::string{lineBreak} + std::string{lineBreak}));
+        host.Tell(Tone::Warning, Join(words, std::string{lineBreak} + std::string{lineBreak}));
 }
 
-void TellSourceFailure(Session& session, const std::string& text, const Failure& failure)
+void TellSourceFailure(Host& host, const std::string& text, const Failure& failure)
 {
     if (failure.code == ErrorCode::Damaged)
-        session.host.Tell(Tone::Error, text + std::string{lineBreak} + failure.subject,
-                          failure.reason);
+        host.Tell(Tone::Error, text + std::string{lineBreak} + failure.subject, failure.reason);
     else
-        TellFailure(session, text, failure);
+        TellFailure(host, text, failure);
 }
 
 } // namespace kestrova

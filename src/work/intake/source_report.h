@@ -41,9 +41,9 @@ struct SourceReport {
 void NoteChangedSources(SourceReport& report);
 
 /// Names what is not in the level, or not under its own name, if anything.
-void TellReport(Session& session, const SourceReport& report);
+void TellReport(Host& host, const SourceReport& report);
 
 /// Tells that a source failed: of a package what is wrong with it, in words of its own.
-void TellSourceFailure(Session& session, const std::string& text, const Failure& failure);
+void TellSourceFailure(Host& host, const std::string& text, const Failure& failure);
 
 } // namespace kestrova

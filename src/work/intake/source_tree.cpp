@@ -43,19 +43,18 @@ Result<Tree> ReadableTree(const Path& source, ProgressScope& progress,
 
 } // namespace
 
-Result<Tree> TreeOfSource(Session& session, const Path& source, std::string_view ending,
+Result<Tree> TreeOfSource(Host& host, const Path& source, std::string_view ending,
                           Subfolders subfolders, ProgressScope& progress,
                           std::vector<Failure>* notRead)
 {
     const auto folders = ListSubfolders(source);
     if (!folders)
         return folders.Error();
-    const bool deeper =
-        !folders->empty() &&
-        (subfolders == Subfolders::Take ||
-         session.host.AskYesNo(
-             GetMsg(Msg::AskSubfolders, {'"' + TextOf(source.filename()) + '"',
-                                         std::string{lineBreak} + std::string{lineBreak}})));
+    const bool deeper = !folders->empty() &&
+                        (subfolders == Subfolders::Take ||
+                         host.AskYesNo(GetMsg(Msg::AskSubfolders,
+                                              {'"' + TextOf(source.filename()) + '"',
+                                               std::string{lineBreak} + std::string{lineBreak}})));
     if (!deeper) {
         const auto files = ListFiles(source, "*" + std::string{ending});
         if (!files)
@@ -71,11 +70,10 @@ Result<Tree> TreeOfSource(Session& session, const Path& source, std::string_view
     return tree;
 }
 
-Result<std::vector<Path>> FilesOfSource(Session& session, const Path& source,
-                                        std::string_view ending, Subfolders subfolders,
-                                        ProgressScope& progress)
+Result<std::vector<Path>> FilesOfSource(Host& host, const Path& source, std::string_view ending,
+                                        Subfolders subfolders, ProgressScope& progress)
 {
-    auto tree = TreeOfSource(session, source, ending, subfolders, progress, nullptr);
+    auto tree = TreeOfSource(host, source, ending, subfolders, progress, nullptr);
     if (!tree)
         return tree.Error();
     return std::move(tree->files);

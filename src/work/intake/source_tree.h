@@ -13,14 +13,13 @@ enum class Subfolders { Ask, Take };
 /// The folders that count, and the files in them. `ending`: `.*` for all, otherwise the characters
 /// that names end with. With `notRead` a sub-folder that cannot be read goes there, and the rest
 /// counts.
-Result<Tree> TreeOfSource(Session& session, const Path& source, std::string_view ending,
+Result<Tree> TreeOfSource(Host& host, const Path& source, std::string_view ending,
                           Subfolders subfolders, ProgressScope& progress,
                           std::vector<Failure>* notRead);
 
 /// The files of such a tree.
-Result<std::vector<Path>> FilesOfSource(Session& session, const Path& source,
-                                        std::string_view ending, Subfolders subfolders,
-                                        ProgressScope& progress);
+Result<std::vector<Path>> FilesOfSource(Host& host, const Path& source, std::string_view ending,
+                                        Subfolders subfolders, ProgressScope& progress);
 
 /// The first file of each name; the others go to the report.
 std::vector<Path> FirstOfEachName(const Tree& tree, ProgressScope& progress, SourceReport& report);

@@ -57,10 +57,10 @@ std::uint64_t MostBytesOf(std::uint64_t sourceSize, const UnpackLimits& limits)
     return std::max(limits.alwaysAllowed, fits ? sourceSize * limits.mostTimes : most);
 }
 
-Status ExpandStored(Session& session, const Path& stored, const Path& target, ExpandLimit& limit,
+Status ExpandStored(Machine& machine, const Path& stored, const Path& target, ExpandLimit& limit,
                     ProgressScope& progress)
 {
-    const auto free = session.machine.FreeSpace(target.parent_path());
+    const auto free = machine.FreeSpace(target.parent_path());
     if (!free)
         return free.Error();
     const std::uint64_t keepFree = UnpackLimits{}.keepFree;
@@ -81,7 +81,7 @@ Status ExpandStored(Session& session, const Path& stored, const Path& target, Ex
     return staged.Commit(false);
 }
 
-Status ExpandStoredFiles(Session& session, std::vector<Path>& files, ExpandLimit limit,
+Status ExpandStoredFiles(Machine& machine, std::vector<Path>& files, ExpandLimit limit,
                          ProgressScope& progress, SourceReport& report)
 {
     std::map<Path, FolderNames> folders;
@@ -99,7 +99,7 @@ Status ExpandStoredFiles(Session& session, std::vector<Path>& files, ExpandLimit
                 report.renamed.push_back(GetMsg(Msg::RenamedPair, {stored, name}));
             }
             const Path target = folder / name;
-            if (auto status = ExpandStored(session, file, target, limit, progress); !status)
+            if (auto status = ExpandStored(machine, file, target, limit, progress); !status)
                 return status;
             if (const auto failure = platform::Unlink(file))
                 return MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure);

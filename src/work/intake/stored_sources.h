@@ -20,12 +20,12 @@ std::uint64_t MostBytesOf(std::uint64_t sourceSize, const UnpackLimits& limits);
 
 /// Expands `stored` to `target`; `limit` counts down. `Damaged`, with words for the person as its
 /// subject, when it is not whole or goes beyond the limit.
-Status ExpandStored(Session& session, const Path& stored, const Path& target, ExpandLimit& limit,
+Status ExpandStored(Machine& machine, const Path& stored, const Path& target, ExpandLimit& limit,
                     ProgressScope& progress);
 
 /// Unpacked files: what they are in place of their stored form. Names that are taken in their
 /// folder get a number, and stand in the report.
-Status ExpandStoredFiles(Session& session, std::vector<Path>& files, ExpandLimit limit,
+Status ExpandStoredFiles(Machine& machine, std::vector<Path>& files, ExpandLimit limit,
                          ProgressScope& progress, SourceReport& report);
 
 } // namespace kestrova

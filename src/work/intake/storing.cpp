@@ -39,10 +39,10 @@ bool KeepIndex(Intake& intake)
     const LevelDraft& draft = intake.draft;
     if (!draft.before)
         return true;
-    const auto kept = draft.before->KeepTarget(
-        InFolder(LevelHomeOf(intake.session, draft.record.levelCode), OnDisk::FragTr4Inf));
+    const auto kept = draft.before->KeepTarget(InFolder(
+        LevelHomeOf(intake.session.Folders(), draft.record.levelCode), OnDisk::FragTr4Inf));
     if (!kept)
-        TellFailure(intake.session, GetMsg(Msg::EditNotBegun), kept.Error());
+        TellFailure(intake.session.host, GetMsg(Msg::EditNotBegun), kept.Error());
     return static_cast<bool>(kept);
 }
 
@@ -74,8 +74,9 @@ void CountSizes(Intake& intake)
     LevelRecord& record = intake.draft.record;
     // A size that cannot be told stays what it was until the sizes are computed anew.
     record.filesSize = SizeField(FolderSize(intake.draft.filesFolder).ValueOr(record.filesSize));
-    record.extrasSize = SizeField(
-        ExtrasSizeOf(LevelHomeOf(intake.session, record.levelCode)).ValueOr(record.extrasSize));
+    record.extrasSize =
+        SizeField(ExtrasSizeOf(LevelHomeOf(intake.session.Folders(), record.levelCode))
+                      .ValueOr(record.extrasSize));
 }
 
 } // namespace
@@ -84,7 +85,7 @@ StepAnswer KeepBefore(Intake& intake)
 {
     const auto now = ListFiles(intake.draft.workFolder, OnDisk::PatAll);
     if (!now)
-        return AnswerFor(TellFolderNotRead(intake.session, now.Error()));
+        return AnswerFor(TellFolderNotRead(intake.session.host, now.Error()));
     const bool savegames = std::any_of(now->begin(), now->end(), [](const Path& file) {
         return MatchesPattern(file.filename().native(), OnDisk::SavegamePattern);
     });
@@ -109,7 +110,7 @@ StepAnswer StoreDraft(Intake& intake)
 {
     const auto now = ListFiles(intake.draft.workFolder, OnDisk::PatAll);
     if (!now)
-        return AnswerFor(TellFolderNotRead(intake.session, now.Error()));
+        return AnswerFor(TellFolderNotRead(intake.session.host, now.Error()));
     if (intake.draft.opened.AreTheSame(*now))
         return StepAnswer::GoesOn;
     const StepAnswer stored = StoreFiles(intake);

@@ -6,12 +6,12 @@
 namespace kestrova
 {
 
-Path UnpackingFolder(const Session& session)
+Path UnpackingFolder(const Folders& folders)
 {
-    return InFolder(session.programFolder, OnDisk::DirTempZip);
+    return InFolder(folders.program, OnDisk::DirTempZip);
 }
 
-UnpackingPlace::UnpackingPlace(const Session& session) : folder_(UnpackingFolder(session)) {}
+UnpackingPlace::UnpackingPlace(const Folders& folders) : folder_(UnpackingFolder(folders)) {}
 
 UnpackingPlace::~UnpackingPlace()
 {

@@ -148,17 +148,17 @@ Result<std::vector<Path>> PicturesOf(const Path& folder)
     return pictures;
 }
 
-bool TellStopped(Session& session)
+bool TellStopped(Host& host)
 {
-    session.host.Tell(Tone::Warning, GetMsg(Msg::ExportStopped));
+    host.Tell(Tone::Warning, GetMsg(Msg::ExportStopped));
     return false;
 }
 
-bool Fail(Session& session, const std::string& words, const Failure& failure)
+bool Fail(Host& host, const std::string& words, const Failure& failure)
 {
     if (failure.code == ErrorCode::Stopped)
-        return TellStopped(session);
-    TellFailure(session, words, failure);
+        return TellStopped(host);
+    TellFailure(host, words, failure);
     return false;
 }
 
@@ -166,7 +166,7 @@ bool Fail(Session& session, const std::string& words, const Failure& failure)
 bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope& progress)
 {
     progress.SetLabel(GetMsg(Msg::ExportCopying));
-    const auto home = LevelFolderOf(session, code);
+    const auto home = LevelFolderOf(session.Folders(), session.archive, code);
     const Path files = home ? InFolder(*home, OnDisk::DirFiles) : Path{};
     if (!home || !FolderExists(files)) {
         session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
@@ -175,21 +175,22 @@ bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope
     bool stopped = false;
     if (!UnstoreLevelFiles(session, files, out.unpacked, true, &stopped)) {
         if (stopped)
-            return TellStopped(session);
+            return TellStopped(session.host);
         session.host.Tell(Tone::Error, GetMsg(Msg::ExportErrorDecompressing));
         return false;
     }
     const auto status = out.unpacked.empty()
                             ? CopyIn(ListFiles(files, OnDisk::PatAll), out, progress)
                             : MoveIn(out.unpacked, out.Place(), progress);
-    return status || Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
+    return status || Fail(session.host, GetMsg(Msg::ExportErrorCopying), status.Error());
 }
 
 /// The level's savegames: the live ones, and what only its store holds. Of one number the live one
 /// counts; a level's own file of such a name makes the player's take another number.
-Status GatherSavegames(Session& session, LevelCode code, OutFolder& out, ProgressScope& progress)
+Status GatherSavegames(const Folders& folders, const Archive& archive, LevelCode code,
+                       OutFolder& out, ProgressScope& progress)
 {
-    const auto live = CurrentSlotsFolder(session, code);
+    const auto live = CurrentSlotsFolder(folders, archive, code);
     if (!live)
         return live.Error();
     NameSet taken;
@@ -203,39 +204,41 @@ Status GatherSavegames(Session& session, LevelCode code, OutFolder& out, Progres
         return free;
     };
     auto status = CopyIn(ListFiles(*live, OnDisk::SavegamePattern), out, progress, nameOf);
-    if (const Path store = StateStoreOf(session, code); status && store != *live)
+    if (const Path store = StateStoreOf(folders, code); status && store != *live)
         status = CopyIn(ListFiles(store, OnDisk::SavegamePattern), out, progress, nameOf);
     return status;
 }
 
 /// What the player made with the level, as far as it is wanted.
-bool GatherExtras(Session& session, LevelCode code, const ExportChoices& choices, OutFolder& out,
-                  ProgressScope& progress)
+bool GatherExtras(Host& host, const Folders& folders, const Archive& archive,
+                  const ProgramSettings& settings, LevelCode code, const ExportChoices& choices,
+                  OutFolder& out, ProgressScope& progress)
 {
-    if (choices.savegames.value_or(session.settings.exportSavegames))
-        if (const auto status = GatherSavegames(session, code, out, progress); !status)
-            return Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
-    const auto pictures = PicturesOf(InFolder(LevelHomeOf(session, code), OnDisk::DirScreenshots));
+    if (choices.savegames.value_or(settings.exportSavegames))
+        if (const auto status = GatherSavegames(folders, archive, code, out, progress); !status)
+            return Fail(host, GetMsg(Msg::ExportErrorCopying), status.Error());
+    const auto pictures = PicturesOf(InFolder(LevelHomeOf(folders, code), OnDisk::DirScreenshots));
     if (!pictures)
-        return Fail(session, GetMsg(Msg::ExportErrorCopying), pictures.Error());
+        return Fail(host, GetMsg(Msg::ExportErrorCopying), pictures.Error());
     if (pictures->empty() ||
         !(choices.screenshots ? *choices.screenshots
-                              : session.host.AskYesNo(GetMsg(Msg::AskExportScreenshots))))
+                              : host.AskYesNo(GetMsg(Msg::AskExportScreenshots))))
         return true;
     progress.SetLabel(GetMsg(Msg::ExportCopyingShots));
     const auto status = CopyIn(pictures, out, progress, NameOfShot);
-    return status || Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
+    return status || Fail(host, GetMsg(Msg::ExportErrorCopying), status.Error());
 }
 
 /// The zip's place; nothing when the person cancelled.
-std::optional<Path> ZipPlace(Session& session, const std::string& levelName, const Path& given)
+std::optional<Path> ZipPlace(Host& host, const PreferencesRecord& preferences,
+                             const std::string& levelName, const Path& given)
 {
     if (!given.empty())
         return given;
-    const auto chosen = session.host.ChooseSaveFile(
-        GetMsg(Msg::ExportSaveTitle), GetMsg(Msg::ExportSaveFilter),
-        FolderFromText(Trim(session.preferences.downloadFolder)),
-        Filled(OnDisk::ExportDefaultName, {ReplaceForbiddenChars(levelName)}));
+    const auto chosen =
+        host.ChooseSaveFile(GetMsg(Msg::ExportSaveTitle), GetMsg(Msg::ExportSaveFilter),
+                            FolderFromText(Trim(preferences.downloadFolder)),
+                            Filled(OnDisk::ExportDefaultName, {ReplaceForbiddenChars(levelName)}));
     // zip itself adds an ending to a name without one.
     if (chosen && ExtensionOf(chosen->filename().native()).empty())
         return Path{chosen->native() + std::string{OnDisk::EndingZip}};
@@ -243,13 +246,14 @@ std::optional<Path> ZipPlace(Session& session, const std::string& levelName, con
 }
 
 /// A zip of that name is there whole, the old one or the new one.
-bool Pack(Session& session, const Path& target, const Path& folder, ProgressScope& progress)
+bool Pack(Host& host, const Tools& tools, const Path& target, const Path& folder,
+          ProgressScope& progress)
 {
     progress.SetLabel(GetMsg(Msg::ExportZipping) + TextOf(target.filename()));
     const Path staged = StagedNameFor(target).native() + std::string{OnDisk::EndingZip};
     ToolProgressState state{&progress};
-    state.tell = [&](const std::string& text) { session.host.Tell(Tone::Plain, text); };
-    bool packed = ZipFolder(ToolsOf(session), session.host, staged, folder, state);
+    state.tell = [&](const std::string& text) { host.Tell(Tone::Plain, text); };
+    bool packed = ZipFolder(tools, host, staged, folder, state);
     if (packed)
         if (const auto marked = MarkUtf8Names(staged); !marked)
             packed =
@@ -266,11 +270,11 @@ bool Pack(Session& session, const Path& target, const Path& folder, ProgressScop
     if (!packed) {
         (void)DeleteFile(staged); // unlisted, and of no use to anybody
         if (state.trouble == ToolTrouble::Stopped)
-            return TellStopped(session);
+            return TellStopped(host);
         if (state.trouble != ToolTrouble::Missing) // which was told
-            session.host.Tell(
-                Tone::Error, GetMsg(Msg::ExportErrorZipping) + std::string{lineBreak} + state.error,
-                state.details);
+            host.Tell(Tone::Error,
+                      GetMsg(Msg::ExportErrorZipping) + std::string{lineBreak} + state.error,
+                      state.details);
     }
     return packed;
 }
@@ -300,7 +304,7 @@ Result<LevelConfig> ConfigForFolder(const LevelRecord& level, const Path& folder
 
 bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
 {
-    const std::ptrdiff_t index = FindLevel(session, code);
+    const std::ptrdiff_t index = FindLevel(session.archive, code);
     if (index < 0) {
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
@@ -314,21 +318,23 @@ bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
     {
         OutFolder out{session, *progress};
         if (const auto status = out.Make(); !status)
-            return Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
+            return Fail(session.host, GetMsg(Msg::ExportErrorCopying), status.Error());
         if (!GatherFiles(session, code, out, *progress) ||
-            !GatherExtras(session, code, choices, out, *progress))
+            !GatherExtras(session.host, session.Folders(), session.archive, session.settings, code,
+                          choices, out, *progress))
             return false;
         const Path config = LevelConfigPath(out.Place());
         if (const auto status = DeleteFile(config); !status)
-            return Fail(session, GetMsg(Msg::ExportErrorCopying), status.Error());
+            return Fail(session.host, GetMsg(Msg::ExportErrorCopying), status.Error());
         const auto content = ConfigForFolder(level, out.Place());
         if (!content)
-            return Fail(session, GetMsg(Msg::ExportErrorCopying), content.Error());
+            return Fail(session.host, GetMsg(Msg::ExportErrorCopying), content.Error());
         if (!WriteLevelConfig(session.host, config, *content))
             return false;
-        zip = ZipPlace(session, std::string{Trim(level.levelName)}, choices.zip);
-        const auto target = zip ? FileToWrite(session, *zip) : std::nullopt;
-        if (!target || !Pack(session, *target, out.Place(), *progress))
+        zip = ZipPlace(session.host, session.preferences, std::string{Trim(level.levelName)},
+                       choices.zip);
+        const auto target = zip ? FileToWrite(session.host, *zip) : std::nullopt;
+        if (!target || !Pack(session.host, ToolsOf(session), *target, out.Place(), *progress))
             return false;
         renamed = std::move(out.renamed);
     }

@@ -28,9 +28,9 @@ bool IsLanguageFile(const Path& file)
     return !EqualNames(file.filename().native(), OnDisk::ScriptDat);
 }
 
-Result<bool> HasEnglish(const Session& session)
+Result<bool> HasEnglish(const Folders& folders)
 {
-    return IsFile(session.BackupFolder() / OnDisk::EnglishDat);
+    return IsFile(folders.Backup() / OnDisk::EnglishDat);
 }
 
 bool Fail(LanguageFailure& failure, std::string words, std::string reason = {})
@@ -86,7 +86,7 @@ bool SetMine(Session& session, const Path& folder, LanguageFailure& failure,
              std::vector<Path>& changed)
 {
     std::string languageFile;
-    if (!CanSetMyLanguage(session, folder, failure, languageFile))
+    if (!CanSetMyLanguage(session.Folders(), folder, failure, languageFile))
         return false;
     const auto listed = LanguageFilesIn(folder);
     if (!listed)
@@ -110,10 +110,10 @@ bool SetMine(Session& session, const Path& folder, LanguageFailure& failure,
     return true;
 }
 
-bool RestoreOriginalLanguage(Session& session, const Path& folder, LanguageFailure& failure,
+bool RestoreOriginalLanguage(const Folders& folders, const Path& folder, LanguageFailure& failure,
                              std::vector<Path>& changed)
 {
-    const auto hasEnglish = HasEnglish(session);
+    const auto hasEnglish = HasEnglish(folders);
     if (!hasEnglish)
         return NotRead(failure, hasEnglish.Error());
     if (*hasEnglish)
@@ -155,17 +155,17 @@ Result<std::vector<Path>> LanguageFilesIn(const Path& folder)
     return files;
 }
 
-bool CanSetMyLanguage(const Session& session, const Path& folder, LanguageFailure& failure,
+bool CanSetMyLanguage(const Folders& folders, const Path& folder, LanguageFailure& failure,
                       std::string& languageFile)
 {
     failure = {};
     languageFile.clear();
-    const auto hasEnglish = HasEnglish(session);
+    const auto hasEnglish = HasEnglish(folders);
     if (!hasEnglish)
         return NotRead(failure, hasEnglish.Error());
     if (*hasEnglish)
         return Fail(failure, GetMsg(Msg::LanguageEditorIsEnglish));
-    const auto mine = LanguageFilesIn(session.BackupFolder());
+    const auto mine = LanguageFilesIn(folders.Backup());
     const auto kept = ListFiles(folder, OnDisk::PatDatBak);
     const auto files = LanguageFilesIn(folder);
     if (!mine || !kept || !files)
@@ -197,21 +197,23 @@ bool ChangeLanguage(Session& session, const Path& folder, LanguageChange change,
     std::vector<Path> changed;
     const bool done = change == LanguageChange::Mine
                           ? SetMine(session, folder, failure, changed)
-                          : RestoreOriginalLanguage(session, folder, failure, changed);
+                          : RestoreOriginalLanguage(session.Folders(), folder, failure, changed);
     if (done && installed)
         for (const Path& file : changed)
-            if (const auto status = PutInstalledLanguage(session, file); !status)
+            if (const auto status =
+                    PutInstalledLanguage(session.machine, session.Folders(), session.archive, file);
+                !status)
                 session.host.Tell(Tone::Warning,
                                   GetMsg(Msg::LanguageNotInstalled, {TextOf(file.filename())}),
                                   status.Error().reason);
     return done;
 }
 
-bool WarnIfEnglish(Session& session)
+bool WarnIfEnglish(Host& host, const Folders& folders)
 {
-    if (!HasEnglish(session).ValueOr(false)) // each level tells what cannot be read
+    if (!HasEnglish(folders).ValueOr(false)) // each level tells what cannot be read
         return false;
-    session.host.Tell(Tone::Warning, GetMsg(Msg::LanguageWarnEnglish, {lineBreak}));
+    host.Tell(Tone::Warning, GetMsg(Msg::LanguageWarnEnglish, {lineBreak}));
     return true;
 }
 
@@ -225,14 +227,14 @@ bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange chan
     };
     if (code == originalCode)
         return refuse(GetMsg(Msg::LanguageNotForOriginal));
-    if (FindLevel(session, code) < 0)
+    if (FindLevel(session.archive, code) < 0)
         return refuse(GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
-    const auto home = LevelFolderOf(session, code);
+    const auto home = LevelFolderOf(session.Folders(), session.archive, code);
     if (!home)
         return false;
-    if (!KnowsStandingLevel(session))
+    if (!KnowsStandingLevel(session.Folders(), session.archive))
         return refuse(GetMsg(Msg::MarkerUnreadable, {TextOf(session.MarkerPath())}));
-    const bool installed = code == CurrentLevelCode(session);
+    const bool installed = code == CurrentLevelCode(session.Folders(), session.archive);
     if (installed) {
         if (!MayChangeTrle(session))
             return false;
@@ -262,9 +264,9 @@ bool ChangeLanguageOfSelected(Session& session, LanguageChange change)
                                                   : Msg::LanguageNoneSelectedRestore));
         return false;
     }
-    const std::ptrdiff_t index = FindLevel(session, *code);
+    const std::ptrdiff_t index = FindLevel(session.archive, *code);
     if (index >= 0 &&
-        GuardLevelOnCd(session, session.archive.levels[static_cast<std::size_t>(index)]))
+        GuardLevelOnCd(session.host, session.archive.levels[static_cast<std::size_t>(index)]))
         return false;
     return ChangeLanguageOfLevel(session, *code, change, true);
 }
@@ -272,8 +274,9 @@ bool ChangeLanguageOfSelected(Session& session, LanguageChange change)
 bool ChangeLanguageOfAll(Session& session, LanguageChange change)
 {
     const Operation running{session};
-    if (WarnIfEnglish(session) ||
-        (CurrentLevelCode(session) != originalCode && !MayChangeTrle(session)))
+    if (WarnIfEnglish(session.host, session.Folders()) ||
+        (CurrentLevelCode(session.Folders(), session.archive) != originalCode &&
+         !MayChangeTrle(session)))
         return false;
     const std::size_t count = session.archive.levels.size();
     std::size_t done = 0;

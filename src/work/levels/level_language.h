@@ -26,7 +26,7 @@ Result<std::vector<Path>> LanguageFilesIn(const Path& folder);
 
 /// Whether the player's language can go into a folder of level files: the name of its file, or why
 /// it cannot.
-bool CanSetMyLanguage(const Session& session, const Path& folder, LanguageFailure& failure,
+bool CanSetMyLanguage(const Folders& folders, const Path& folder, LanguageFailure& failure,
                       std::string& languageFile);
 /// Changes the language in a folder of level files. With `installed` the Level Editor's folder
 /// follows, since the level stands there, and the person is asked first while a program runs in it;
@@ -35,7 +35,7 @@ bool ChangeLanguage(Session& session, const Path& folder, LanguageChange change,
                     LanguageFailure& failure);
 
 /// True, and a message, when the player's Level Editor is English.
-bool WarnIfEnglish(Session& session);
+bool WarnIfEnglish(Host& host, const Folders& folders);
 /// The same for a level of the archive; speaks only when `verbose`.
 bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange change, bool verbose);
 /// The command for the level that is chosen in the list.

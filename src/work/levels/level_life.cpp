@@ -54,10 +54,13 @@ Result<std::vector<Path>> PlayersFilesOf(const Path& levelFolder)
     return files;
 }
 
-Status KeepPlayersFiles(Session& session, LevelCode code, const Path& levelFolder, Message reason)
+Status KeepPlayersFiles(Machine& machine, const Folders& folders, const Archive& archive,
+                        const ProgramSettings& settings, LevelCode code, const Path& levelFolder,
+                        Message reason)
 {
     const auto files = PlayersFilesOf(levelFolder);
-    return files ? KeepInHistory(session, code, *files, GetMsg(reason)) : Status{files.Error()};
+    return files ? KeepInHistory(machine, folders, archive, settings, code, *files, GetMsg(reason))
+                 : Status{files.Error()};
 }
 
 } // namespace
@@ -70,7 +73,7 @@ namespace
 bool MakeWay(Session& session, const Path& folder)
 {
     const auto fail = [&](const Failure& failure) {
-        TellFailure(session, GetMsg(Msg::CannotSetAside, {TextOf(folder)}), failure);
+        TellFailure(session.host, GetMsg(Msg::CannotSetAside, {TextOf(folder)}), failure);
         return false;
     };
     const auto isThere = IsFolder(folder);
@@ -78,7 +81,7 @@ bool MakeWay(Session& session, const Path& folder)
         return fail(isThere.Error());
     if (!*isThere)
         return true;
-    const auto unfinished = IsUnfinishedIntake(session, folder);
+    const auto unfinished = IsUnfinishedIntake(session.Folders(), session.archive, folder);
     if (!unfinished)
         return fail(unfinished.Error());
     if (*unfinished)
@@ -104,11 +107,12 @@ bool MakeWay(Session& session, const Path& folder)
 
 bool BeginNewLevel(Session& session, LevelRecord& level)
 {
-    if (!HasArchive(session) || !IsArchiveFolderThere(session))
+    if (!HasArchive(session.host, session.archive) ||
+        !IsArchiveFolderThere(session.host, session.archive))
         return false;
     level = LevelRecord{};
-    level.levelCode = NextLevelCode(session);
-    const Path folder = LevelHomeOf(session, level.levelCode);
+    level.levelCode = NextLevelCode(session.archive);
+    const Path folder = LevelHomeOf(session.Folders(), level.levelCode);
     if (!MakeWay(session, folder))
         return false;
     const Status made = MakeLevelSubfolders(folder);
@@ -117,7 +121,7 @@ bool BeginNewLevel(Session& session, LevelRecord& level)
         (void)WriteWholeFile(IntakeMark(folder), {}, false);
         return true;
     }
-    TellFailure(session,
+    TellFailure(session.host,
                 GetMsg(Msg::CannotCreateLevelFolders) +
                     Readable(Trim(session.archive.header.secondaryFolder)) +
                     GetMsg(Msg::ClosingBracket),
@@ -147,9 +151,9 @@ bool SaveOrPutBack(Session& session, const Archive& before)
 bool FinishNewLevel(Session& session, const LevelRecord& level)
 {
     // From here on the folder holds a whole level, whatever becomes of the list.
-    const Path folder = LevelHomeOf(session, level.levelCode);
+    const Path folder = LevelHomeOf(session.Folders(), level.levelCode);
     if (const auto whole = DropIntakeMark(folder); !whole) {
-        TellFailure(session, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
+        TellFailure(session.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
                     whole.Error());
         return false;
     }
@@ -167,11 +171,11 @@ bool FinishNewLevel(Session& session, const LevelRecord& level)
 bool ReplaceLevel(Session& session, const LevelRecord& level)
 {
     const Archive before = session.archive;
-    const auto index = static_cast<std::size_t>(FindLevel(session, level.levelCode));
+    const auto index = static_cast<std::size_t>(FindLevel(session.archive, level.levelCode));
     const LevelRecord old = session.archive.levels[index];
-    CountLevelSize(session, static_cast<double>(level.filesSize) - old.filesSize, SizeKind::Files,
-                   index);
-    CountLevelSize(session, static_cast<double>(level.extrasSize) - old.extrasSize,
+    CountLevelSize(session.archive, static_cast<double>(level.filesSize) - old.filesSize,
+                   SizeKind::Files, index);
+    CountLevelSize(session.archive, static_cast<double>(level.extrasSize) - old.extrasSize,
                    SizeKind::Extras, index);
     session.archive.levels[index] = level;
     if (!SaveOrPutBack(session, before))
@@ -183,11 +187,11 @@ bool ReplaceLevel(Session& session, const LevelRecord& level)
 
 void DropNewLevel(Session& session, const LevelRecord& level)
 {
-    const Path folder = LevelHomeOf(session, level.levelCode);
+    const Path folder = LevelHomeOf(session.Folders(), level.levelCode);
     {
         const auto wait =
             session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingNewLevelFolder));
-        if (FolderExists(folder) && !RemoveTreeWithProgress(session, folder, *wait))
+        if (FolderExists(folder) && !RemoveTreeWithProgress(session.host, folder, *wait))
             session.host.Tell(Tone::Error, GetMsg(Msg::ErrorInRemovingFolder) + TextOf(folder));
     }
     session.list.Refresh();
@@ -199,34 +203,34 @@ namespace
 /// The reasons for which a level stays, in the order in which they are told.
 bool MayBeRemoved(Session& session, LevelCode code)
 {
-    const std::ptrdiff_t index = FindLevel(session, code);
+    const std::ptrdiff_t index = FindLevel(session.archive, code);
     if (index < 0) {
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
     }
-    if (GuardLevelOnCd(session, session.archive.levels[static_cast<std::size_t>(index)]))
+    if (GuardLevelOnCd(session.host, session.archive.levels[static_cast<std::size_t>(index)]))
         return false;
     if (code == originalCode) {
         session.host.Tell(Tone::Error, GetMsg(Msg::RemoveOriginalLevel, {lineBreak}));
         return false;
     }
     return session.host.AskYesNo(GetMsg(Msg::AskRemoveLevel) + "\"" +
-                                 OnOneLine(LevelNameOf(session, code)) + "\"" +
+                                 OnOneLine(LevelNameOf(session.archive, code)) + "\"" +
                                  GetMsg(Msg::AskRemoveLevelEnd));
 }
 
 /// True when the level does not stand in the Level Editor's folder any more.
 bool TakeOut(Session& session, LevelCode code)
 {
-    if (!TellUnlessKnown(session))
+    if (!TellUnlessKnown(session.host, session.Folders(), session.archive))
         return false;
-    if (CurrentLevelCode(session) != code)
+    if (CurrentLevelCode(session.Folders(), session.archive) != code)
         return true;
     if (!MayChangeTrle(session))
         return false;
     ActivityLog log;
     RemovePreviousLevel(session, -1, log);
-    if (CurrentLevelCode(session) != code)
+    if (CurrentLevelCode(session.Folders(), session.archive) != code)
         return true;
     session.host.Tell(Tone::Error, GetMsg(Msg::LevelStillInstalled));
     return false;
@@ -236,7 +240,7 @@ bool TakeOut(Session& session, LevelCode code)
 bool TakeOffList(Session& session, LevelCode code)
 {
     const Archive before = session.archive;
-    session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))] =
+    session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))] =
         session.archive.levels.back();
     session.archive.levels.pop_back();
     if (!SaveOrPutBack(session, before))
@@ -246,14 +250,14 @@ bool TakeOffList(Session& session, LevelCode code)
 }
 
 /// A folder that is not there is not asked about.
-bool WantsFoldersGone(Session& session, LevelFolders folders, const Path& folder)
+bool WantsFoldersGone(Host& host, LevelFolders folders, const Path& folder)
 {
     if (!IsFolder(folder).ValueOr(true))
         return true;
     if (folders != LevelFolders::Ask)
         return folders == LevelFolders::Remove;
-    return session.host.AskYesNo(GetMsg(Msg::AskRemoveFolders, {lineBreak}) + "\"" +
-                                 TextOf(folder) + "\")");
+    return host.AskYesNo(GetMsg(Msg::AskRemoveFolders, {lineBreak}) + "\"" + TextOf(folder) +
+                         "\")");
 }
 
 /// The folder with all that is in it, what the player made kept first.
@@ -261,18 +265,21 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder)
 {
     const auto isThere = IsFolder(folder);
     if (!isThere) {
-        TellFailure(session, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), isThere.Error());
+        TellFailure(session.host, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}),
+                    isThere.Error());
         return false;
     }
     if (!*isThere)
         return true;
-    if (const auto kept = KeepPlayersFiles(session, code, folder, Msg::ReasonRemoved); !kept) {
-        TellFailure(session, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), kept.Error());
+    if (const auto kept = KeepPlayersFiles(session.machine, session.Folders(), session.archive,
+                                           session.settings, code, folder, Msg::ReasonRemoved);
+        !kept) {
+        TellFailure(session.host, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), kept.Error());
         return false;
     }
     const auto wait =
         session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingLevelFolder));
-    if (RemoveTreeWithProgress(session, folder, *wait))
+    if (RemoveTreeWithProgress(session.host, folder, *wait))
         return true;
     session.host.Tell(Tone::Error, GetMsg(Msg::ErrorWhileRemovingFolder) + TextOf(folder));
     return false;
@@ -283,24 +290,26 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder)
 bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
 {
     const Operation operation{session};
-    if (!HasArchive(session) || !IsArchiveFolderThere(session) || !MayBeRemoved(session, code))
+    if (!HasArchive(session.host, session.archive) ||
+        !IsArchiveFolderThere(session.host, session.archive) || !MayBeRemoved(session, code))
         return false;
-    const Path folder = LevelHomeOf(session, code);
+    const Path folder = LevelHomeOf(session.Folders(), code);
     const auto canLook = IsFolder(folder);
     const bool leadsNowhere =
         canLook && !*canLook && platform::FactsOfLink(folder).kind == platform::FileKind::Link;
     if ((!canLook || leadsNowhere) && folders != LevelFolders::Keep) {
-        TellFailure(session, GetMsg(Msg::RemoveFolderAway, {TextOf(folder), std::to_string(code)}),
+        TellFailure(session.host,
+                    GetMsg(Msg::RemoveFolderAway, {TextOf(folder), std::to_string(code)}),
                     canLook ? MakeFailure(ErrorCode::Missing, TextOf(folder)) : canLook.Error());
         return false;
     }
     if (!TakeOut(session, code))
         return false;
     const LevelRecord level =
-        session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))];
+        session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))];
     if (!TakeOffList(session, code))
         return false;
-    if (!WantsFoldersGone(session, folders, folder))
+    if (!WantsFoldersGone(session.host, folders, folder))
         return true;
     if (!RemoveLevelFolder(session, code, folder))
         return false;

@@ -15,16 +15,16 @@ namespace kestrova
 namespace
 {
 
-bool OpenReadme(Session& session, const Path& file)
+bool OpenReadme(Host& host, Machine& machine, const Path& file)
 {
-    const auto status = OpenOfLevel(session, file);
+    const auto status = OpenOfLevel(host, machine, file);
     if (!status && status.Error().code != ErrorCode::Stopped)
-        TellFailure(session, GetMsg(Msg::MoreInfoNotOpened), status.Error());
+        TellFailure(host, GetMsg(Msg::MoreInfoNotOpened), status.Error());
     return static_cast<bool>(status);
 }
 
 /// A page comes with the pictures and pages of its folder.
-void KeepOnHardDisk(Session& session, const Path& file, const Path& folder)
+void KeepOnHardDisk(Host& host, const Path& file, const Path& folder)
 {
     std::vector<Path> files{file};
     const std::string ending = ExtensionOf(file.filename().native());
@@ -33,7 +33,7 @@ void KeepOnHardDisk(Session& session, const Path& file, const Path& folder)
         for (const std::string& pattern : patterns) {
             const auto found = ListFiles(file.parent_path(), pattern);
             if (!found) { // a page without its pictures would stay so
-                TellFolderNotRead(session, found.Error());
+                TellFolderNotRead(host, found.Error());
                 return;
             }
             files.insert(files.end(), found->begin(), found->end());
@@ -44,7 +44,7 @@ void KeepOnHardDisk(Session& session, const Path& file, const Path& folder)
         CopyOptions plain;
         plain.rights = plainRights;
         if (const auto status = CopyFileOver(source, target, plain); !status) {
-            TellFailure(session,
+            TellFailure(host,
                         GetMsg(Msg::MoreInfoCopyFailed, {TextOf(source)}) + TextOf(target) +
                             GetMsg(Msg::MoreInfoCopyEnds),
                         status.Error());
@@ -55,41 +55,42 @@ void KeepOnHardDisk(Session& session, const Path& file, const Path& folder)
 
 } // namespace
 
-bool ShowMoreInfo(Session& session, LevelCode code)
+bool ShowMoreInfo(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+                  LevelCode code)
 {
-    const std::ptrdiff_t index = FindLevel(session, code);
+    const std::ptrdiff_t index = FindLevel(archive, code);
     if (index < 0) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::UnknownCodeInList) + std::to_string(code));
+        host.Tell(Tone::Error, GetMsg(Msg::UnknownCodeInList) + std::to_string(code));
         return false;
     }
-    const LevelRecord& level = session.archive.levels[static_cast<std::size_t>(index)];
+    const LevelRecord& level = archive.levels[static_cast<std::size_t>(index)];
     if (Trim(level.moreInfoFile).empty()) {
-        session.host.Tell(Tone::Plain, GetMsg(Msg::NoMoreInfoFile, {lineBreak}));
+        host.Tell(Tone::Plain, GetMsg(Msg::NoMoreInfoFile, {lineBreak}));
         return false;
     }
     const auto notFound = [&](const Path& place) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::MoreInfoNotFound, {TextOf(place)}));
+        host.Tell(Tone::Error, GetMsg(Msg::MoreInfoNotFound, {TextOf(place)}));
         return false;
     };
-    const Path home = InFolder(LevelHomeOf(session, code), OnDisk::DirFiles);
+    const Path home = InFolder(LevelHomeOf(folders, code), OnDisk::DirFiles);
     const auto stored = FindDocument(home, level.moreInfoFile);
     if (!stored)
-        return TellFolderNotRead(session, stored.Error());
+        return TellFolderNotRead(host, stored.Error());
     if (*stored)
-        return OpenReadme(session, **stored);
-    const auto disc = LevelFolderOf(session, code);
+        return OpenReadme(host, machine, **stored);
+    const auto disc = LevelFolderOf(folders, archive, code);
     if (!disc) {
-        session.host.Tell(Tone::Error, disc.Error().reason);
+        host.Tell(Tone::Error, disc.Error().reason);
         return false;
     }
     const Path onDisc = InFolder(*disc, OnDisk::DirFiles);
     const auto file = FindDocument(onDisc, level.moreInfoFile);
     if (!file)
-        return TellFolderNotRead(session, file.Error());
+        return TellFolderNotRead(host, file.Error());
     if (!*file)
         return notFound(onDisc / Path{Trim(level.moreInfoFile)});
-    const bool opened = OpenReadme(session, **file);
-    KeepOnHardDisk(session, **file, home);
+    const bool opened = OpenReadme(host, machine, **file);
+    KeepOnHardDisk(host, **file, home);
     return opened;
 }
 

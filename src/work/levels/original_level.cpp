@@ -19,20 +19,19 @@ namespace
 {
 
 /// What of the Level Editor's folder and its backup shows and keeps the original configuration.
-Status FillOriginalLevel(const Session& session, const Path& folder)
+Status FillOriginalLevel(const Folders& folders, const Path& folder)
 {
     if (auto status = MakeLevelSubfolders(folder); !status)
         return status;
-    const Path trle = session.TrleFolder();
+    const Path trle = folders.trle;
     const Path picture = trle / OnDisk::LoadBmp;
     if (FileExists(picture)) {
         const Path shots = InFolder(folder, OnDisk::DirScreenshots);
         if (auto status = CopyFileOver(picture, InFolder(shots, OnDisk::FragOriginalShot)); !status)
             return status;
     }
-    if (auto status =
-            CopyMatching(session.BackupFolder(), InFolder(folder, OnDisk::DirBackupSavegames),
-                         OnDisk::SavegamePattern);
+    if (auto status = CopyMatching(folders.Backup(), InFolder(folder, OnDisk::DirBackupSavegames),
+                                   OnDisk::SavegamePattern);
         !status)
         return status;
     return CopyMatching(InFolder(trle, OnDisk::FragManual), InFolder(folder, OnDisk::DirFiles),
@@ -43,20 +42,20 @@ Status FillOriginalLevel(const Session& session, const Path& folder)
 
 bool EnsureLevel0Folder(Session& session)
 {
-    const Path folder = LevelHomeOf(session, originalCode);
+    const Path folder = LevelHomeOf(session.Folders(), originalCode);
     if (FolderExists(folder))
         return true;
     // Built aside: a folder of that name is taken for whole.
     const Path aside = InFolder(session.programFolder, OnDisk::FragBuildingLevel0);
     Status built = ClearPlace(aside);
     if (built)
-        built = FillOriginalLevel(session, aside);
+        built = FillOriginalLevel(session.Folders(), aside);
     if (built)
         if (const auto failure = platform::Rename(aside, folder))
             built = MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
     if (!built) {
         (void)ClearPlace(aside); // what stays is removed by the next start
-        TellFailure(session, GetMsg(Msg::Level0Failed, {TextOf(folder)}), built.Error());
+        TellFailure(session.host, GetMsg(Msg::Level0Failed, {TextOf(folder)}), built.Error());
         return false;
     }
     session.level0Rebuilt = true;

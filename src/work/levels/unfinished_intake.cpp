@@ -29,15 +29,15 @@ Status DropIntakeMark(const Path& levelFolder)
     return FlushFolder(mark.parent_path());
 }
 
-Result<bool> IsUnfinishedIntake(const Session& session, const Path& levelFolder)
+Result<bool> IsUnfinishedIntake(const Folders& folders, const Archive& archive,
+                                const Path& levelFolder)
 {
     const bool listed =
-        std::any_of(session.archive.levels.begin(), session.archive.levels.end(),
-                    [&](const LevelRecord& level) {
-                        return EqualNames(LevelHomeOf(session, level.levelCode).filename().native(),
-                                          levelFolder.filename().native());
-                    });
-    if (listed || !session.archive.Loaded())
+        std::any_of(archive.levels.begin(), archive.levels.end(), [&](const LevelRecord& level) {
+            return EqualNames(LevelHomeOf(folders, level.levelCode).filename().native(),
+                              levelFolder.filename().native());
+        });
+    if (listed || !archive.Loaded())
         return false;
     return IsFile(IntakeMark(ResolvePath(levelFolder)));
 }
@@ -53,28 +53,29 @@ Status ClearUnfinishedIntake(const Path& levelFolder)
     return {};
 }
 
-std::vector<Path> UnfinishedIntakes(const Session& session)
+std::vector<Path> UnfinishedIntakes(const Folders& folders, const Archive& archive)
 {
-    const auto found = FindUnknownFolders(session);
+    const auto found = FindUnknownFolders(archive);
     std::vector<Path> unfinished;
     if (found)
-        std::copy_if(
-            found->unlisted.begin(), found->unlisted.end(), std::back_inserter(unfinished),
-            [&](const Path& folder) { return IsUnfinishedIntake(session, folder).ValueOr(false); });
+        std::copy_if(found->unlisted.begin(), found->unlisted.end(), std::back_inserter(unfinished),
+                     [&](const Path& folder) {
+                         return IsUnfinishedIntake(folders, archive, folder).ValueOr(false);
+                     });
     return unfinished;
 }
 
-void ClearUnfinishedIntakes(Session& session)
+void ClearUnfinishedIntakes(Host& host, const Folders& folders, const Archive& archive)
 {
-    const std::vector<Path> folders = UnfinishedIntakes(session);
-    bool all = !folders.empty();
-    for (const Path& folder : folders)
+    const std::vector<Path> unfinished = UnfinishedIntakes(folders, archive);
+    bool all = !unfinished.empty();
+    for (const Path& folder : unfinished)
         if (const auto cleared = ClearUnfinishedIntake(folder); !cleared) {
             all = false;
-            TellFailure(session, GetMsg(Msg::LeftIntakeStays, {TextOf(folder)}), cleared.Error());
+            TellFailure(host, GetMsg(Msg::LeftIntakeStays, {TextOf(folder)}), cleared.Error());
         }
     if (all)
-        session.host.Tell(Tone::Plain, GetMsg(Msg::LeftIntakeCleared));
+        host.Tell(Tone::Plain, GetMsg(Msg::LeftIntakeCleared));
 }
 
 } // namespace kestrova

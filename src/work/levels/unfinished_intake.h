@@ -12,13 +12,14 @@ Path IntakeMark(const Path& levelFolder);
 /// The level is whole; that is on the disk when it answers.
 Status DropIntakeMark(const Path& levelFolder);
 /// True for a folder of the archive that bears the mark and that no level of the list has.
-Result<bool> IsUnfinishedIntake(const Session& session, const Path& levelFolder);
+Result<bool> IsUnfinishedIntake(const Folders& folders, const Archive& archive,
+                                const Path& levelFolder);
 /// Removes such a folder in one step of the disk; what of it is left then has a name that the next
 /// start clears. To be called by the program that holds the archive.
 Status ClearUnfinishedIntake(const Path& levelFolder);
 /// All such folders of the archive's; empty when they cannot be looked through.
-std::vector<Path> UnfinishedIntakes(const Session& session);
+std::vector<Path> UnfinishedIntakes(const Folders& folders, const Archive& archive);
 /// Clears those and says so. Nothing happens without an archive.
-void ClearUnfinishedIntakes(Session& session);
+void ClearUnfinishedIntakes(Host& host, const Folders& folders, const Archive& archive);
 
 } // namespace kestrova

@@ -25,9 +25,9 @@ int Count(const Path& folder, std::string_view pattern)
     return static_cast<int>(ListFiles(folder, pattern).ValueOr({}).size());
 }
 
-bool TellUnknown(Session& session, LevelCode code)
+bool TellUnknown(Host& host, LevelCode code)
 {
-    session.host.Tell(Tone::Error, GetMsg(Msg::UnknownCodeInList) + std::to_string(code));
+    host.Tell(Tone::Error, GetMsg(Msg::UnknownCodeInList) + std::to_string(code));
     return false;
 }
 
@@ -91,19 +91,19 @@ private:
     std::vector<Key> keys_;
 };
 
-LevelFacts FactsOfLevel(Session& session, std::size_t index)
+LevelFacts FactsOfLevel(const Folders& folders, const Archive& archive, std::size_t index)
 {
     LevelFacts facts;
     facts.index = index;
-    facts.record = session.archive.levels[index];
+    facts.record = archive.levels[index];
     const LevelCode code = facts.record.levelCode;
-    facts.folder = LevelHomeOf(session, code);
-    facts.current = CurrentLevelCode(session) == code;
+    facts.folder = LevelHomeOf(folders, code);
+    facts.current = CurrentLevelCode(folders, archive) == code;
     const Path shots = InFolder(facts.folder, OnDisk::DirScreenshots);
     facts.screenshots = Count(shots, OnDisk::PatBmp) + Count(shots, OnDisk::PatShotJpg);
-    facts.liveSavegames = Count(facts.current ? session.TrleFolder() : StateStoreOf(session, code),
-                                OnDisk::SavegamePattern);
-    facts.archivedSavegames = CountArchivedSavegames(session, code);
+    facts.liveSavegames =
+        Count(facts.current ? folders.trle : StateStoreOf(folders, code), OnDisk::SavegamePattern);
+    facts.archivedSavegames = CountArchivedSavegames(folders, code);
     facts.folderGone = !IsFolder(facts.folder).ValueOr(false);
     facts.info =
         facts.folderGone ? GetMsg(Msg::FolderNotThereNow, {TextOf(facts.folder)}) : InfoLine(facts);
@@ -114,28 +114,29 @@ LevelFacts FactsOfLevel(Session& session, std::size_t index)
 
 std::optional<LevelFacts> SelectLevel(Session& session, LevelCode code)
 {
-    const std::ptrdiff_t index = FindLevel(session, code);
+    const std::ptrdiff_t index = FindLevel(session.archive, code);
     if (index < 0)
-        return TellUnknown(session, code), std::nullopt;
+        return TellUnknown(session.host, code), std::nullopt;
     (void)LoadSavegameStore(session, code); // what is not read is shown as of a new level
-    return FactsOfLevel(session, static_cast<std::size_t>(index));
+    return FactsOfLevel(session.Folders(), session.archive, static_cast<std::size_t>(index));
 }
 
-std::optional<LevelFacts> LookAtLevel(Session& session, LevelCode code)
+std::optional<LevelFacts> LookAtLevel(Host& host, const Folders& folders, const Archive& archive,
+                                      LevelCode code)
 {
-    const std::ptrdiff_t index = FindLevel(session, code);
+    const std::ptrdiff_t index = FindLevel(archive, code);
     if (index < 0)
-        return TellUnknown(session, code), std::nullopt;
-    return FactsOfLevel(session, static_cast<std::size_t>(index));
+        return TellUnknown(host, code), std::nullopt;
+    return FactsOfLevel(folders, archive, static_cast<std::size_t>(index));
 }
 
-std::vector<ListRow> ListRows(Session& session)
+std::vector<ListRow> ListRows(const Folders& folders, const Archive& archive)
 {
-    const LevelCode current = CurrentLevelCode(session);
+    const LevelCode current = CurrentLevelCode(folders, archive);
     std::vector<ListRow> unsorted;
-    unsorted.reserve(session.archive.levels.size());
+    unsorted.reserve(archive.levels.size());
     RowOrder order;
-    for (const LevelRecord& level : session.archive.levels) {
+    for (const LevelRecord& level : archive.levels) {
         std::string text = Readable(Trim(level.levelName));
         if (level.levelCode == current)
             text += Msg::CurrentLevelMark.text;
@@ -149,11 +150,11 @@ std::vector<ListRow> ListRows(Session& session)
     return rows;
 }
 
-std::string WindowTitle(const Session& session)
+std::string WindowTitle(const Archive& archive)
 {
     return GetMsg(Msg::TitleLevels,
-                  {TextOf(session.ArchivePath().filename()) + GetMsg(Msg::TitleCountOpens) +
-                   std::to_string(session.archive.levels.size())});
+                  {TextOf(archive.file.filename()) + GetMsg(Msg::TitleCountOpens) +
+                   std::to_string(archive.levels.size())});
 }
 
 std::ptrdiff_t FindRow(const std::vector<ListRow>& rows, std::string_view text, std::ptrdiff_t from,

@@ -21,16 +21,17 @@ struct LevelFacts {
 /// a message, for a code that the archive does not have.
 std::optional<LevelFacts> SelectLevel(Session& session, LevelCode code);
 /// The same without loading anything into the session: nothing is written.
-std::optional<LevelFacts> LookAtLevel(Session& session, LevelCode code);
+std::optional<LevelFacts> LookAtLevel(Host& host, const Folders& folders, const Archive& archive,
+                                      LevelCode code);
 
 /// The list's rows in its order (sorted by text): name, with " (*)" behind the current level's.
 struct ListRow {
     std::string text;
     LevelCode code = 0;
 };
-std::vector<ListRow> ListRows(Session& session);
+std::vector<ListRow> ListRows(const Folders& folders, const Archive& archive);
 /// "Kestrova: levels.kva (12 levels)".
-std::string WindowTitle(const Session& session);
+std::string WindowTitle(const Archive& archive);
 
 /// Finds the first row from `from` on (or before it, `step` -1) that holds the text; -1 when none.
 /// `from` itself counts; an empty text is held by every row.

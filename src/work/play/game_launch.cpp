@@ -6,13 +6,14 @@
 namespace kestrova
 {
 
-Result<platform::Launch> GameLaunch(Session& session)
+Result<platform::Launch> GameLaunch(const Folders& folders, const PreferencesRecord& preferences,
+                                    const Tools& tools)
 {
-    const Path folder = ResolvePath(session.TrleFolder());
-    const Path game = ResolvePath(folder / Path{Trim(session.preferences.tombExeName)});
+    const Path folder = ResolvePath(folders.trle);
+    const Path game = ResolvePath(folder / Path{Trim(preferences.tombExeName)});
     if (!FileExists(game))
         return Failure{ErrorCode::Missing, TextOf(game), GetMsg(Msg::GameFileMissing)};
-    auto launch = LaunchOf(ToolsOf(session), game);
+    auto launch = LaunchOf(tools, game);
     if (launch)
         launch->folder = folder;
     return launch;

@@ -90,20 +90,21 @@ void HotKeys::LookAtClipboard()
 void HotKeys::Keep(Picture picture)
 {
     const Asleep asleep{session_};
-    if (!TellUnlessKnown(session_))
+    if (!TellUnlessKnown(session_.host, session_.Folders(), session_.archive))
         return; // the picture stays on the clipboard
-    const LevelCode code = CurrentLevelCode(session_);
-    const std::ptrdiff_t index = FindLevel(session_, code);
+    const LevelCode code = CurrentLevelCode(session_.Folders(), session_.archive);
+    const std::ptrdiff_t index = FindLevel(session_.archive, code);
     CapturedShot shot{std::move(picture),
                       static_cast<std::size_t>(std::max<std::ptrdiff_t>(index, 0)),
-                      ShotFolderOf(session_, code)};
+                      ShotFolderOf(session_.Folders(), code)};
     if (index < 0 || !session_.preferences.promptCapture) {
         const Operation operation{session_};
         std::string extension;
         const auto file =
-            index < 0 ? Result<Path>{shot.folder} : NewShotName(session_, shot.level, extension);
+            index < 0 ? Result<Path>{shot.folder}
+                      : NewShotName(session_.Folders(), session_.archive, shot.level, extension);
         if (!file) {
-            TellFolderNotRead(session_, file.Error());
+            TellFolderNotRead(session_.host, file.Error());
             return; // the picture stays on the clipboard
         }
         const auto saved =

@@ -6,6 +6,7 @@
 #include "swap/folder_guard.h"
 #include "swap/install.h"
 #include "swap/level_gaps.h"
+#include "tools/tools.h"
 #include "words/levels.h"
 #include "words/play.h"
 
@@ -17,14 +18,14 @@ namespace
 
 bool StartGame(Session& session)
 {
-    const auto launch = GameLaunch(session);
+    const auto launch = GameLaunch(session.Folders(), session.preferences, ToolsOf(session));
     if (!launch) {
-        TellFailure(session, GetMsg(Msg::GameNotStarted), launch.Error());
+        TellFailure(session.host, GetMsg(Msg::GameNotStarted), launch.Error());
         return false;
     }
     const auto pid = session.machine.Start(*launch);
     if (!pid) {
-        TellFailure(session, GetMsg(Msg::GameNotStarted), pid.Error());
+        TellFailure(session.host, GetMsg(Msg::GameNotStarted), pid.Error());
         return false;
     }
     session.gamePid = *pid;
@@ -36,7 +37,8 @@ bool StartGame(Session& session)
 bool IsWholeEnough(Session& session, LevelCode code)
 {
     const auto gaps =
-        GapsOf(session, session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))]);
+        GapsOf(session.Folders(),
+               session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))]);
     if (!gaps)
         return true;
     const std::vector<std::string> names = PlayGaps(*gaps);
@@ -50,7 +52,7 @@ bool IsWholeEnough(Session& session, LevelCode code)
 bool PlayLevel(Session& session, LevelCode code, bool start)
 {
     Operation operation{session};
-    if (FindLevel(session, code) < 0) {
+    if (FindLevel(session.archive, code) < 0) {
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownCodeInList) + std::to_string(code));
         return false;
     }

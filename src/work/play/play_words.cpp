@@ -13,7 +13,7 @@ void TellOfUnseenKeysOnce(Session& session)
     session.settings.unseenKeysTold = true;
     const std::string gap = std::string{lineBreak}.append(lineBreak);
     session.host.Tell(Tone::Plain, GetMsg(Msg::KeysNotSeen, {gap, gap}));
-    SavePreferencesNow(session);
+    SavePreferencesNow(session.host, session.Folders(), session.preferences, session.settings);
 }
 
 } // namespace kestrova

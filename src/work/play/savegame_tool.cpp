@@ -20,20 +20,22 @@ namespace
 /// What the tool reads when it starts: this level's folders, and who of the two captures pictures.
 void PrepareRecords(Session& session, LevelCode code, bool current)
 {
-    const Path level = LevelHomeOf(session, code);
+    const Path level = LevelHomeOf(session.Folders(), code);
     const Path root = InFolder(level, OnDisk::DirSavegames);
     const Path header = InFolder(root, OnDisk::FragSavegameHeader);
     if (const auto loaded = LoadSavegameStore(session, code); !loaded) {
-        TellFailure(session, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header), loaded.Error());
+        TellFailure(session.host, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header),
+                    loaded.Error());
         return;
     }
     session.savegameHeader.liveFolder =
-        TextOf(current ? session.TrleFolder() : StateStoreOf(session, code));
+        TextOf(current ? session.TrleFolder() : StateStoreOf(session.Folders(), code));
     session.savegameHeader.archiveRoot = TextOf(root);
     if (const auto status =
             WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader));
         !status)
-        TellFailure(session, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header), status.Error());
+        TellFailure(session.host, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header),
+                    status.Error());
     session.savegameTool.toolCapture = session.preferences.captureEnabled ? 0 : -1;
     session.savegameTool.shotFolder = TextOf(InFolder(level, OnDisk::DirScreenshots));
     session.savegameTool.archivePath = TextOf(header);
@@ -42,16 +44,16 @@ void PrepareRecords(Session& session, LevelCode code, bool current)
                           FormatSavegameToolPrefs(session.savegameTool));
 }
 
-bool StartTool(Session& session, const Path& program)
+bool StartTool(Host& host, Machine& machine, const Tools& tools, const Path& program)
 {
-    const auto launch = LaunchOf(ToolsOf(session), program);
+    const auto launch = LaunchOf(tools, program);
     if (!launch) {
-        TellFailure(session, GetMsg(Msg::ToolNotStarted), launch.Error());
+        TellFailure(host, GetMsg(Msg::ToolNotStarted), launch.Error());
         return false;
     }
-    const auto pid = session.machine.Start(*launch);
+    const auto pid = machine.Start(*launch);
     if (!pid)
-        TellFailure(session, GetMsg(Msg::ToolNotStarted), pid.Error());
+        TellFailure(host, GetMsg(Msg::ToolNotStarted), pid.Error());
     return static_cast<bool>(pid);
 }
 
@@ -61,14 +63,14 @@ bool StartSavegameTool(Session& session)
 {
     const Operation operation{session};
     const auto code = session.list.Selected();
-    const std::ptrdiff_t index = code ? FindLevel(session, *code) : -1;
+    const std::ptrdiff_t index = code ? FindLevel(session.archive, *code) : -1;
     if (index < 0)
         return false;
-    if (!TellUnlessKnown(session))
+    if (!TellUnlessKnown(session.host, session.Folders(), session.archive))
         return false;
-    bool current = CurrentLevelCode(session) == *code;
-    if (!current && session.host.AskYesNo(
-                        GetMsg(Msg::ToolNotCurrent, {LevelNameOf(session, *code), lineBreak})))
+    bool current = CurrentLevelCode(session.Folders(), session.archive) == *code;
+    if (!current && session.host.AskYesNo(GetMsg(Msg::ToolNotCurrent,
+                                                 {LevelNameOf(session.archive, *code), lineBreak})))
         current = PlayLevel(session, *code, false);
     PrepareRecords(session, *code, current);
     const Path program = ResolvePath(session.programFolder / OnDisk::ToolProgram);
@@ -79,7 +81,7 @@ bool StartSavegameTool(Session& session)
                 std::string{OnDisk::ToolProgram});
         return false;
     }
-    const bool started = StartTool(session, program);
+    const bool started = StartTool(session.host, session.machine, ToolsOf(session), program);
     session.archive.levels[static_cast<std::size_t>(index)].extrasDirty = true;
     SaveArchive(session);
     return started;

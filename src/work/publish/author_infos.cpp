@@ -162,7 +162,7 @@ void AuthorInfos::VisitSite()
 
 bool AuthorInfos::Store()
 {
-    if (!HasArchive(session_))
+    if (!HasArchive(session_.host, session_.archive))
         return false;
     LevelRecord& level = session_.archive.levels[index_];
     const struct {

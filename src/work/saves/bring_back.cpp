@@ -14,11 +14,12 @@ namespace
 {
 
 /// Where a kept file of the level belongs.
-Result<Path> PlaceFor(Session& session, LevelCode code, const HistoryEntry& entry)
+Result<Path> PlaceFor(const Folders& folders, const Archive& archive, LevelCode code,
+                      const HistoryEntry& entry)
 {
     if (!entry.picture)
-        return LiveStateFolder(session, code);
-    Path folder = ResolvePath(InFolder(LevelHomeOf(session, code), OnDisk::DirScreenshots));
+        return LiveStateFolder(folders, archive, code);
+    Path folder = ResolvePath(InFolder(LevelHomeOf(folders, code), OnDisk::DirScreenshots));
     if (auto status = MakeFolders(folder); !status)
         return status.Error();
     return folder;
@@ -26,21 +27,22 @@ Result<Path> PlaceFor(Session& session, LevelCode code, const HistoryEntry& entr
 
 } // namespace
 
-Result<Path> BringBack(Session& session, LevelCode code, const std::string& id)
+Result<Path> BringBack(const Folders& folders, const Archive& archive, LevelCode code,
+                       const std::string& id)
 {
-    const auto entry = HistoryEntryOf(session, code, id);
+    const auto entry = HistoryEntryOf(folders, code, id);
     if (!entry)
         return entry.Error();
-    const Path level = LevelHomeOf(session, code);
+    const Path level = LevelHomeOf(folders, code);
     const auto isThere = IsFolder(level);
     if (!isThere)
         return isThere.Error();
     if (!*isThere)
         return Failure{ErrorCode::Missing, {}, GetMsg(Msg::HistoryLevelGone, {TextOf(level), id})};
-    const auto home = PlaceFor(session, code, *entry);
+    const auto home = PlaceFor(folders, archive, code, *entry);
     if (!home)
         return home;
-    return CopyOutOfHistory(session, *entry, ResolvePath(*home));
+    return CopyOutOfHistory(folders, *entry, ResolvePath(*home));
 }
 
 } // namespace kestrova

@@ -9,7 +9,9 @@ namespace kestrova
 /// Copies a kept file back, a picture of the level's to its screen-shots, anything else into the
 /// level's live folder: a savegame into its old slot when that is
 /// free, otherwise the lowest free one. The path it got, or why not.
-Result<Path> BringBack(Session& session, LevelCode code, const std::string& id);
-Result<Path> BringBack(Session& session, LevelCode code, const std::string& id);
+Result<Path> BringBack(const Folders& folders, const Archive& archive, LevelCode code,
+                       const std::string& id);
+Result<Path> BringBack(const Folders& folders, const Archive& archive, LevelCode code,
+                       const std::string& id);
 
 } // namespace kestrova

@@ -17,16 +17,16 @@ HistoryList::HistoryList(Session& session, LevelCode code) : session_(session), 
 
 void HistoryList::Load()
 {
-    auto entries = ReadHistoryOf(session_, code_);
+    auto entries = ReadHistoryOf(session_.Folders(), code_);
     if (!entries)
-        TellFolderNotRead(session_, entries.Error());
+        TellFolderNotRead(session_.host, entries.Error());
     entries_ = std::move(entries).ValueOr({});
     std::reverse(entries_.begin(), entries_.end());
 }
 
 std::string HistoryList::LevelName() const
 {
-    return Readable(LevelNameOf(session_, code_));
+    return Readable(LevelNameOf(session_.archive, code_));
 }
 
 bool HistoryList::BringBack(const std::string& id)
@@ -35,10 +35,10 @@ bool HistoryList::BringBack(const std::string& id)
     auto place = [&]() -> Result<Path> {
         if (auto status = EndEarlierMove(session_); !status)
             return status.Error();
-        return kestrova::BringBack(session_, code_, id);
+        return kestrova::BringBack(session_.Folders(), session_.archive, code_, id);
     }();
     if (!place) {
-        TellFailure(session_, GetMsg(Msg::NotBroughtBack), place.Error());
+        TellFailure(session_.host, GetMsg(Msg::NotBroughtBack), place.Error());
         return false;
     }
     session_.host.Tell(Tone::Plain, GetMsg(Msg::BroughtBack, {TextOf(place->filename())}));

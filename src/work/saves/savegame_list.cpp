@@ -49,9 +49,9 @@ Result<std::vector<Path>> SavegamesIn(const Path& folder)
     return ListFiles(folder, OnDisk::SavegamePattern);
 }
 
-Result<std::size_t> LiveCount(Session& session, LevelCode code)
+Result<std::size_t> LiveCount(const Folders& folders, const Archive& archive, LevelCode code)
 {
-    const auto folder = CurrentSlotsFolder(session, code);
+    const auto folder = CurrentSlotsFolder(folders, archive, code);
     if (!folder)
         return folder.Error();
     const auto files = SavegamesIn(*folder);
@@ -97,11 +97,11 @@ std::string CountsOfRestore(const SavegamesMoved& moved)
                                      std::to_string(moved.known), std::to_string(moved.waiting)}));
 }
 
-bool TellMoveFailed(Session& session, const Failure& failure)
+bool TellMoveFailed(Host& host, const Folders& folders, const Failure& failure)
 {
     TellFailure(
-        session,
-        GetMsg(SavegameMoveWaits(session) ? Msg::SavegamesUnfinished : Msg::SavegamesNotMoved),
+        host,
+        GetMsg(SavegameMoveWaits(folders) ? Msg::SavegamesUnfinished : Msg::SavegamesNotMoved),
         failure);
     return false;
 }
@@ -126,12 +126,13 @@ bool SavegameList::Prepare(const Path& folder)
         return false;
     }
     code_ = *code;
-    const auto source = purpose_ == ListPurpose::Import ? Result<Path>{folder}
-                                                        : CurrentSlotsFolder(session_, code_);
+    const auto source = purpose_ == ListPurpose::Import
+                            ? Result<Path>{folder}
+                            : CurrentSlotsFolder(session_.Folders(), session_.archive, code_);
     files_.clear();
     auto found = source ? SavegamesIn(*source) : source.Error();
     if (!found) {
-        TellFailure(session_, GetMsg(Msg::CannotListSavegames), found.Error());
+        TellFailure(session_.host, GetMsg(Msg::CannotListSavegames), found.Error());
         return false;
     }
     files_ = std::move(found).Value();
@@ -177,17 +178,17 @@ bool SavegameList::Take(const std::vector<std::size_t>& rows, bool deleteExporte
 
 bool SavegameList::Import(const std::vector<Path>& files)
 {
-    auto live = LiveCount(session_, code_);
+    auto live = LiveCount(session_.Folders(), session_.archive, code_);
     if (live && files.size() + *live > gameSlotCount) {
         const auto moved = ArchiveSavegamesOf(session_, code_);
         if (!moved)
-            return TellMoveFailed(session_, moved.Error());
+            return TellMoveFailed(session_.host, session_.Folders(), moved.Error());
         if (!moved->kept.empty())
             session_.host.Tell(Tone::Warning, WordsAboutKept(*moved, code_));
-        live = LiveCount(session_, code_);
+        live = LiveCount(session_.Folders(), session_.archive, code_);
     }
     if (!live) {
-        TellFailure(session_, GetMsg(Msg::CannotListSavegames), live.Error());
+        TellFailure(session_.host, GetMsg(Msg::CannotListSavegames), live.Error());
         return false;
     }
     if (files.size() + *live > gameSlotCount) {
@@ -195,7 +196,7 @@ bool SavegameList::Import(const std::vector<Path>& files)
                                             std::to_string(gameSlotCount - 1)); // the told number
         return false;
     }
-    TellFailedFiles(session_, Msg::ImportFailed, CopyIntoSlots(session_, code_, files));
+    TellFailedFiles(session_.host, Msg::ImportFailed, CopyIntoSlots(session_, code_, files));
     return true;
 }
 
@@ -206,13 +207,13 @@ bool SavegameList::Export(const std::vector<Path>& files, const Path& folder, bo
     if (!replaced.empty())
         session_.host.Tell(Tone::Warning,
                            GetMsg(Msg::ExportReplaced, {TextOf(folder), ShownNames(replaced)}));
-    TellFailedFiles(session_, Msg::ExportFailed, failed);
+    TellFailedFiles(session_.host, Msg::ExportFailed, failed);
     return failed.empty();
 }
 
 bool SavegameList::Mail(const std::vector<Path>& files)
 {
-    const std::string level = Quoted(LevelNameOf(session_, code_));
+    const std::string level = Quoted(LevelNameOf(session_.archive, code_));
     std::string subject = std::to_string(files.size()) + GetMsg(Msg::MailSubjectMany) + level;
     if (files.size() == 1) {
         const SavegameInfo info = ReadSavegameInfo(files.front());
@@ -247,7 +248,7 @@ bool ArchiveWithWords(Session& session, BoxWords words)
 {
     const auto moved = ArchiveSavegames(session);
     if (!moved)
-        return TellMoveFailed(session, moved.Error());
+        return TellMoveFailed(session.host, session.Folders(), moved.Error());
     if (words == BoxWords::Always || moved->live > 0)
         TellMoved(session, Msg::SavegamesArchived, CountsOfArchive(*moved), *moved);
     else
@@ -259,7 +260,7 @@ bool RestoreWithWords(Session& session, BoxWords words)
 {
     const auto moved = RestoreSavegames(session);
     if (!moved)
-        return TellMoveFailed(session, moved.Error());
+        return TellMoveFailed(session.host, session.Folders(), moved.Error());
     if (words == BoxWords::Always || moved->slot > 0)
         TellMoved(session, Msg::SavegamesRestored, CountsOfRestore(*moved), *moved);
     else

@@ -28,9 +28,9 @@ namespace kestrova
 namespace
 {
 
-Path RootOf(const Session& session, LevelCode code)
+Path RootOf(const Folders& folders, LevelCode code)
 {
-    return ResolvePath(InFolder(LevelHomeOf(session, code), OnDisk::DirSavegames));
+    return ResolvePath(InFolder(LevelHomeOf(folders, code), OnDisk::DirSavegames));
 }
 
 Path ArchiveSlot(const Path& root, int number)
@@ -124,10 +124,13 @@ void NoteArchived(const ArchiveSlots& slots, const Path& live, std::int32_t numb
 }
 
 /// Keeps all files of a folder in the history.
-Status KeepFilesOf(Session& session, LevelCode code, const Path& folder, Message reason)
+Status KeepFilesOf(Machine& machine, const Folders& folders, const Archive& archive,
+                   const ProgramSettings& settings, LevelCode code, const Path& folder,
+                   Message reason)
 {
     const auto files = ListFiles(folder, OnDisk::PatAll);
-    return files ? KeepInHistory(session, code, *files, GetMsg(reason)) : Status{files.Error()};
+    return files ? KeepInHistory(machine, folders, archive, settings, code, *files, GetMsg(reason))
+                 : Status{files.Error()};
 }
 
 /// The newest savegame; the first of all when no number is above 0.
@@ -161,11 +164,11 @@ std::set<std::string> ContentsThatGo(const std::vector<ChangedFolder>& folders,
 }
 
 /// Ids of the newest entries that hold these contents, oldest first.
-std::vector<std::string> IdsOf(const Session& session, LevelCode code,
+std::vector<std::string> IdsOf(const Folders& folders, LevelCode code,
                                const std::set<std::string>& contents)
 {
     std::map<std::string, std::size_t> places;
-    const auto entries = HistoryOf(session, code);
+    const auto entries = HistoryOf(folders, code);
     for (std::size_t i = 0; i < entries.size(); ++i)
         if (contents.contains(entries[i].hash))
             places[entries[i].hash] = i;
@@ -191,13 +194,13 @@ Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, M
         return loaded;
     const auto count = static_cast<std::int32_t>(
         std::int64_t{session.savegameHeader.archivedCount} + added); // wraps as the record does
-    const Path header = RootOf(session, code) / FileNameOf(OnDisk::FragSavegameHeader);
+    const Path header = RootOf(session.Folders(), code) / FileNameOf(OnDisk::FragSavegameHeader);
     const StateChange change{code, GetMsg(reason), platform::AbsolutePath(header).native(), count,
                              std::move(*folders)};
     const auto going = ContentsThatGo(change.folders, elsewhere);
     auto status = MakeStateChange(session, change, elsewhere);
     if (status && !going.empty())
-        kept = IdsOf(session, code, going);
+        kept = IdsOf(session.Folders(), code, going);
     const auto loaded = LoadSavegameStore(session, code);
     if (status) {
         session.savegameHeader.archivedCount = count;
@@ -205,7 +208,7 @@ Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, M
         if (loaded)
             (void)WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader),
                                   false);
-        status = EndStateChange(session, change);
+        status = EndStateChange(session.Folders(), change);
     }
     session.list.Select(code);
     return status;
@@ -213,7 +216,8 @@ Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, M
 
 /// Takes the archive slots without a savegame away from the end; the number of the last that has
 /// one, 0 when none has.
-Result<int> LastFilledSlot(Session& session, LevelCode code, const Path& root)
+Result<int> LastFilledSlot(Machine& machine, const Folders& folders, const Archive& archive,
+                           const ProgramSettings& settings, LevelCode code, const Path& root)
 {
     auto last = LastSlot(root);
     for (; last && *last > 0; --*last) {
@@ -223,7 +227,9 @@ Result<int> LastFilledSlot(Session& session, LevelCode code, const Path& root)
             return savegames.Error();
         if (!savegames->empty())
             break;
-        if (auto status = KeepFilesOf(session, code, slot, Msg::ReasonEmptySlot); !status)
+        if (auto status =
+                KeepFilesOf(machine, folders, archive, settings, code, slot, Msg::ReasonEmptySlot);
+            !status)
             return status.Error();
         (void)RemoveFolder(slot); // one that stays counts as taken, and is tried again
     }
@@ -231,26 +237,31 @@ Result<int> LastFilledSlot(Session& session, LevelCode code, const Path& root)
 }
 
 /// The temporary folder of an older program may hold the only copy of what it moved.
-Status ClearTemporary(Session& session, LevelCode code)
+Status ClearTemporary(Machine& machine, const Folders& folders, const Archive& archive,
+                      const ProgramSettings& settings, LevelCode code)
 {
-    const Path folder = ResolvePath(InFolder(session.programFolder, OnDisk::DirTempSavegame));
+    const Path folder = ResolvePath(InFolder(folders.program, OnDisk::DirTempSavegame));
     if (!FolderExists(folder))
         return {};
-    if (auto status = KeepFilesOf(session, code, folder, Msg::ReasonTempLeft); !status)
+    if (auto status =
+            KeepFilesOf(machine, folders, archive, settings, code, folder, Msg::ReasonTempLeft);
+        !status)
         return status;
     (void)RemoveFolder(folder); // nothing is read from it
     return {};
 }
 
 /// The live savegames with their notes and pictures.
-Status TakeSnapshot(Session& session, LevelCode code, const Path& live)
+Status TakeSnapshot(Machine& machine, const Folders& folders, const Archive& archive,
+                    const ProgramSettings& settings, LevelCode code, const Path& live)
 {
     auto files = ListFiles(live, OnDisk::PatAll);
     if (!files)
         return files.Error();
     std::erase_if(*files,
                   [](const Path& file) { return !IsPlayersFile(file.filename().native()); });
-    return KeepInHistory(session, code, *files, GetMsg(Msg::ReasonBeforeRestore));
+    return KeepInHistory(machine, folders, archive, settings, code, *files,
+                         GetMsg(Msg::ReasonBeforeRestore));
 }
 
 /// Which of the slot's savegames come, newest first, until the fifteen places are taken: those that
@@ -295,7 +306,7 @@ Result<Path> ReadyLiveFolder(Session& session, LevelCode code)
 {
     if (auto status = EndEarlierMove(session); !status)
         return status.Error();
-    const auto folder = CurrentSlotsFolder(session, code);
+    const auto folder = CurrentSlotsFolder(session.Folders(), session.archive, code);
     if (!folder)
         return folder.Error();
     return ResolvePath(*folder);
@@ -324,7 +335,7 @@ Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
     const auto names = plan.Savegames(*from);
     if (names.empty())
         return SavegamesMoved{};
-    const Path root = RootOf(session, code);
+    const Path root = RootOf(session.Folders(), code);
     if (auto status = MakeFolder(root); !status)
         return status.Error();
     const auto slots = SurveySlots(root);
@@ -370,14 +381,17 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
     SavegamesMoved counts{static_cast<int>(standing->size()), 0, 0, 0, 0, {}};
     if (standing->size() == gameSlotCount)
         return counts;
-    const Path root = RootOf(session, code);
-    const auto last = LastFilledSlot(session, code, root);
+    const Path root = RootOf(session.Folders(), code);
+    const auto last = LastFilledSlot(session.machine, session.Folders(), session.archive,
+                                     session.settings, code, root);
     if (!last)
         return last.Error();
     counts.slot = *last;
     if (*last == 0)
         return counts;
-    if (auto status = ClearTemporary(session, code); !status)
+    if (auto status = ClearTemporary(session.machine, session.Folders(), session.archive,
+                                     session.settings, code);
+        !status)
         return status.Error();
 
     SavegamePlan plan;
@@ -385,7 +399,9 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
     const auto slot = slots ? FolderOf(session, code, plan, ArchiveSlot(root, *last)) : slots;
     if (!slot)
         return slot.Error();
-    if (auto status = TakeSnapshot(session, code, *live); !status)
+    if (auto status = TakeSnapshot(session.machine, session.Folders(), session.archive,
+                                   session.settings, code, *live);
+        !status)
         return status.Error();
     const auto passing = plan.AddPassing();
     const auto before = plan.Savegames(*slots);
@@ -417,9 +433,9 @@ Result<SavegamesMoved> RestoreSavegames(Session& session)
     return code ? RestoreSavegamesOf(session, *code) : SavegamesMoved{};
 }
 
-int CountArchivedSavegames(const Session& session, LevelCode code)
+int CountArchivedSavegames(const Folders& folders, LevelCode code)
 {
-    const Path root = RootOf(session, code);
+    const Path root = RootOf(folders, code);
     const auto last = LastSlot(root);
     std::size_t count = 0;
     for (int number = 1; last && number <= *last; ++number)
@@ -432,14 +448,14 @@ Status EndEarlierMove(Session& session)
 {
     if (auto status = FinishStateChange(session); !status)
         return status;
-    if (!InterruptedWork(session).empty())
+    if (!InterruptedWork(session.Folders(), session.archive).empty())
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
     return {};
 }
 
-bool SavegameMoveWaits(const Session& session)
+bool SavegameMoveWaits(const Folders& folders)
 {
-    return StateChangeWaits(session);
+    return StateChangeWaits(folders);
 }
 
 } // namespace kestrova

@@ -35,12 +35,12 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code);
 
 /// How many savegames lie in the level's archive slots, counted on the disk; a slot that cannot be
 /// listed counts nothing.
-int CountArchivedSavegames(const Session& session, LevelCode code);
+int CountArchivedSavegames(const Folders& folders, LevelCode code);
 
 /// Finishes what an earlier move left. A failure also while a swap waits to be mended: nothing may
 /// move savegames then.
 Status EndEarlierMove(Session& session);
 /// True while a move that failed or was killed waits to be finished.
-bool SavegameMoveWaits(const Session& session);
+bool SavegameMoveWaits(const Folders& folders);
 
 } // namespace kestrova

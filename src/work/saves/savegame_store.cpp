@@ -9,9 +9,9 @@
 namespace kestrova
 {
 
-Result<Path> CurrentSlotsFolder(const Session& session, LevelCode code)
+Result<Path> CurrentSlotsFolder(const Folders& folders, const Archive& archive, LevelCode code)
 {
-    return LiveStateFolder(session, code);
+    return LiveStateFolder(folders, archive, code);
 }
 
 namespace
@@ -25,13 +25,14 @@ SavegameToolPrefs DefaultTool(const Path& level, const Path& root)
     return record;
 }
 
-SavegameArchiveHeader DefaultHeader(const Session& session, const Path& root)
+SavegameArchiveHeader DefaultHeader(const Folders& folders, const PreferencesRecord& preferences,
+                                    const Path& root)
 {
     SavegameArchiveHeader record;
     record.slotPrefix = std::string{OnDisk::SlotPrefix};
     record.archiveRoot = TextOf(root);
-    record.liveFolder = TextOf(session.TrleFolder());
-    record.gameExe = TextOf(session.TrleFolder() / Trim(session.preferences.tombExeName));
+    record.liveFolder = TextOf(folders.trle);
+    record.gameExe = TextOf(folders.trle / Trim(preferences.tombExeName));
     return record;
 }
 
@@ -39,7 +40,7 @@ SavegameArchiveHeader DefaultHeader(const Session& session, const Path& root)
 
 Status LoadSavegameStore(Session& session, LevelCode code)
 {
-    const Path level = LevelHomeOf(session, code);
+    const Path level = LevelHomeOf(session.Folders(), code);
     const Path root = InFolder(level, OnDisk::DirSavegames);
 
     session.savegameTool = DefaultTool(level, root);
@@ -53,7 +54,7 @@ Status LoadSavegameStore(Session& session, LevelCode code)
             session.savegameTool = std::move(*record);
     }
 
-    session.savegameHeader = DefaultHeader(session, root);
+    session.savegameHeader = DefaultHeader(session.Folders(), session.preferences, root);
     const Path header = InFolder(root, OnDisk::FragSavegameHeader);
     const auto headerBytes = ReadFileIfThere(header);
     if (headerBytes && !*headerBytes) {

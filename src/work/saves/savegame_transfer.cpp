@@ -28,8 +28,9 @@ FailedFiles AllFailed(const std::vector<Path>& files, const Failure& failure)
     return failed;
 }
 
-Status ExportOne(Session& session, LevelCode code, const Path& file, const Path& target,
-                 std::vector<std::string>* replaced)
+Status ExportOne(Machine& machine, const Folders& folders, const Archive& archive,
+                 const ProgramSettings& settings, LevelCode code, const Path& file,
+                 const Path& target, std::vector<std::string>* replaced)
 {
     const auto facts = LookAt(file);
     const auto there = LookAt(target);
@@ -41,7 +42,8 @@ Status ExportOne(Session& session, LevelCode code, const Path& file, const Path&
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WriteNoFile, {TextOf(target)})};
     const bool replaces = there->kind == platform::FileKind::File && !SameContent(file, target);
     if (replaces)
-        if (auto status = KeepInHistory(session, code, {target}, GetMsg(Msg::ReasonExportedOver));
+        if (auto status = KeepInHistory(machine, folders, archive, settings, code, {target},
+                                        GetMsg(Msg::ReasonExportedOver));
             !status)
             return status;
     auto status = CopyFileOver(file, target, {Verify::Content, true, false, {}});
@@ -64,12 +66,14 @@ Result<Path> FreeSlot(const Path& folder)
 }
 
 /// Deletes what was exported, once it is in the history too.
-void DeleteExported(Session& session, LevelCode code, const std::vector<Path>& files,
+void DeleteExported(Machine& machine, const Folders& folders, const Archive& archive,
+                    const ProgramSettings& settings, LevelCode code, const std::vector<Path>& files,
                     const Path& folder, FailedFiles& failed)
 {
     auto status = FlushFolder(folder);
     if (status)
-        status = KeepInHistory(session, code, files, GetMsg(Msg::ReasonExported));
+        status = KeepInHistory(machine, folders, archive, settings, code, files,
+                               GetMsg(Msg::ReasonExported));
     if (!status) {
         for (FailedFile& file : AllFailed(files, status.Error()))
             failed.push_back(std::move(file));
@@ -88,7 +92,7 @@ void DeleteExported(Session& session, LevelCode code, const std::vector<Path>& f
 FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Path>& files)
 {
     const Operation operation{session};
-    const auto live = CurrentSlotsFolder(session, code);
+    const auto live = CurrentSlotsFolder(session.Folders(), session.archive, code);
     if (!live)
         return AllFailed(files, live.Error());
     const Path folder = ResolvePath(*live);
@@ -121,24 +125,27 @@ FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<
     std::vector<Path> exported;
     for (const Path& file : files) {
         const Path target = ResolvePath(place / file.filename());
-        if (const auto status = ExportOne(session, code, file, target, replaced); !status)
+        if (const auto status = ExportOne(session.machine, session.Folders(), session.archive,
+                                          session.settings, code, file, target, replaced);
+            !status)
             failed.push_back({file, status.Error()});
         else
             exported.push_back(file);
     }
     if (deleteSources && !exported.empty())
-        DeleteExported(session, code, exported, place, failed);
+        DeleteExported(session.machine, session.Folders(), session.archive, session.settings, code,
+                       exported, place, failed);
     return failed;
 }
 
-void TellFailedFiles(Session& session, Message text, const FailedFiles& failed)
+void TellFailedFiles(Host& host, Message text, const FailedFiles& failed)
 {
     if (failed.empty())
         return;
     std::vector<std::string> names;
     for (const FailedFile& file : failed)
         names.push_back(TextOf(file.file.filename()));
-    TellFailure(session, GetMsg(text, {ShownNames(names)}), failed.front().failure);
+    TellFailure(host, GetMsg(text, {ShownNames(names)}), failed.front().failure);
 }
 
 } // namespace kestrova

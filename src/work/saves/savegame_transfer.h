@@ -26,6 +26,6 @@ FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<
                             std::vector<std::string>* replaced = nullptr);
 
 /// Says what failed; `text` has a place for the files' names. Nothing for an empty list.
-void TellFailedFiles(Session& session, Message text, const FailedFiles& failed);
+void TellFailedFiles(Host& host, Message text, const FailedFiles& failed);
 
 } // namespace kestrova

@@ -26,16 +26,16 @@ void SavegameWatch::Tick(Session& session, bool gameRuns)
     const std::int64_t now = session.machine.NowNs();
     if (gameRuns)
         untilNs_ = now + afterTheEnd;
-    NoteClosed(session, gameRuns);
+    NoteClosed(session.Folders(), gameRuns);
     if (session.runningOperations > 0)
         return;
     if (now > untilNs_)
         return Rest();
     // A clock that was set back must not stop it.
     const bool looks = now < lastLookNs_ || now - lastLookNs_ >= betweenLooks;
-    if ((!looks && closed_.empty()) || !InterruptedWork(session).empty())
+    if ((!looks && closed_.empty()) || !InterruptedWork(session.Folders(), session.archive).empty())
         return;
-    const auto standing = LookAtStanding(session);
+    const auto standing = LookAtStanding(session.Folders(), session.archive);
     if (!standing)
         return; // the next look may know
     const LevelPlace& level = standing->state;
@@ -53,10 +53,10 @@ void SavegameWatch::Rest()
     watch_.Close();
 }
 
-void SavegameWatch::NoteClosed(const Session& session, bool gameRuns)
+void SavegameWatch::NoteClosed(const Folders& folders, bool gameRuns)
 {
     if (gameRuns) {
-        Path folder = ResolvePath(session.TrleFolder());
+        Path folder = ResolvePath(folders.trle);
         if (!watch_.IsOpen() || watched_ != folder) {
             watched_ = std::move(folder);
             (void)watch_.Open(watched_); // without it the looks find what lies still
@@ -82,7 +82,7 @@ void SavegameWatch::KeepClosed(Session& session, const LevelPlace& level, std::i
 
 void SavegameWatch::Look(Session& session, const LevelPlace& level, std::int64_t now)
 {
-    if (const Path home = HomeOf(session, level); home != home_) {
+    if (const Path home = HomeOf(session.Folders(), level); home != home_) {
         seen_.clear();
         home_ = home;
     }
@@ -108,7 +108,8 @@ void SavegameWatch::Keep(Session& session, const LevelPlace& level, const std::v
     if (files.empty())
         return;
     const Operation operation{session};
-    const auto kept = KeepInHistory(session, level, files, GetMsg(Msg::ReasonPlayed));
+    const auto kept = KeepInHistory(session.machine, session.Folders(), session.archive,
+                                    session.settings, level, files, GetMsg(Msg::ReasonPlayed));
     for (const Path& file : files) {
         // What was written meanwhile is seen as changed by the next look.
         seen_[file].kept = static_cast<bool>(kept);

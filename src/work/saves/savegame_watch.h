@@ -30,7 +30,7 @@ private:
         bool kept = false;
     };
     void Look(Session& session, const LevelPlace& level, std::int64_t now);
-    void NoteClosed(const Session& session, bool gameRuns);
+    void NoteClosed(const Folders& folders, bool gameRuns);
     void KeepClosed(Session& session, const LevelPlace& level, std::int64_t now);
     void Keep(Session& session, const LevelPlace& level, const std::vector<Path>& files,
               std::int64_t now);

@@ -33,13 +33,13 @@ bool AskSaveCapturedShot(Session& session, const CapturedShot& shot)
         // The chooser asked about the name that was typed.
         const auto isFree = IsFree(file);
         if (!isFree)
-            return TellFolderNotRead(session, isFree.Error());
+            return TellFolderNotRead(session.host, isFree.Error());
         if (!*isFree && !session.host.AskYesNo(GetMsg(Msg::ShotAskOverwrite,
                                                       {TextOf(file.filename()), breaks, breaks}))) {
             std::string extension;
-            auto free = NewShotName(session, shot.level, extension);
+            auto free = NewShotName(session.Folders(), session.archive, shot.level, extension);
             if (!free)
-                return TellFolderNotRead(session, free.Error());
+                return TellFolderNotRead(session.host, free.Error());
             file = std::move(*free);
         }
     }
@@ -51,10 +51,10 @@ bool AskSaveCapturedShot(Session& session, const CapturedShot& shot)
     return true;
 }
 
-void BringGameBack(Session& session)
+void BringGameBack(Machine& machine)
 {
-    if (session.machine.ActivateWindow(GetMsg(Msg::GameWindowTitle)))
-        session.machine.TypeKeys("\n");
+    if (machine.ActivateWindow(GetMsg(Msg::GameWindowTitle)))
+        machine.TypeKeys("\n");
 }
 
 } // namespace kestrova

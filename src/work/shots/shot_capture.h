@@ -21,6 +21,6 @@ Status SaveCapturedShot(Session& session, const CapturedShot& shot, const Path& 
 bool AskSaveCapturedShot(Session& session, const CapturedShot& shot);
 
 /// Gives the screen back to the game, which waits behind the prompt, when its window is there.
-void BringGameBack(Session& session);
+void BringGameBack(Machine& machine);
 
 } // namespace kestrova

@@ -25,7 +25,7 @@ std::string TwoBreaks()
 
 /// The place of the picture that a command is meant for; none when the person calls it off, and,
 /// with `refusal`, when a pane with the default picture is meant.
-std::optional<std::ptrdiff_t> ChosenShot(Session& session, ShotList& shots, Message refusal,
+std::optional<std::ptrdiff_t> ChosenShot(Host& host, ShotList& shots, Message refusal,
                                          bool firstOfOriginalCounts = true)
 {
     std::ptrdiff_t target = shots.Target();
@@ -33,9 +33,8 @@ std::optional<std::ptrdiff_t> ChosenShot(Session& session, ShotList& shots, Mess
         target = shots.Index();
         const bool both = shots.Has(target) && shots.Has(target + 1);
         const YesNoCancel left =
-            both
-                ? session.host.AskYesNoCancel(GetMsg(Msg::ShotAskWhich, {TwoBreaks(), TwoBreaks()}))
-                : YesNoCancel::Yes;
+            both ? host.AskYesNoCancel(GetMsg(Msg::ShotAskWhich, {TwoBreaks(), TwoBreaks()}))
+                 : YesNoCancel::Yes;
         if (left == YesNoCancel::Cancel)
             return std::nullopt;
         if (left == YesNoCancel::No)
@@ -44,7 +43,7 @@ std::optional<std::ptrdiff_t> ChosenShot(Session& session, ShotList& shots, Mess
     const bool isDefault = !shots.Has(target) ||
                            (!firstOfOriginalCounts && target == 0 && shots.Code() == originalCode);
     if (isDefault) {
-        session.host.Tell(Tone::Error, GetMsg(refusal));
+        host.Tell(Tone::Error, GetMsg(refusal));
         return std::nullopt;
     }
     shots.SetTarget(ShotList::noTarget);
@@ -54,7 +53,7 @@ std::optional<std::ptrdiff_t> ChosenShot(Session& session, ShotList& shots, Mess
 void Reload(Session& session, ShotList& shots)
 {
     if (const auto loaded = shots.Load(session, shots.Code()); !loaded)
-        TellFolderNotRead(session, loaded.Error());
+        TellFolderNotRead(session.host, loaded.Error());
 }
 
 /// The level's facts and pictures are shown anew.
@@ -67,9 +66,11 @@ void ShowAgain(Session& session, ShotList& shots)
 /// What a picture shows may be nowhere else; false, with words, while it cannot be kept.
 bool KeepShot(Session& session, LevelCode code, const Path& shot, Message reason)
 {
-    const auto kept = KeepInHistory(session, code, {shot}, GetMsg(reason));
+    const auto kept = KeepInHistory(session.machine, session.Folders(), session.archive,
+                                    session.settings, code, {shot}, GetMsg(reason));
     if (!kept)
-        TellFailure(session, GetMsg(Msg::ShotNotKept, {TextOf(shot.filename())}), kept.Error());
+        TellFailure(session.host, GetMsg(Msg::ShotNotKept, {TextOf(shot.filename())}),
+                    kept.Error());
     return static_cast<bool>(kept);
 }
 
@@ -85,7 +86,7 @@ bool AddShot(Session& session, ShotList& shots)
 
 bool AddShotFile(Session& session, ShotList& shots, const Path& source)
 {
-    const std::ptrdiff_t index = FindLevel(session, shots.Code());
+    const std::ptrdiff_t index = FindLevel(session.archive, shots.Code());
     if (index < 0)
         return false;
     const std::string name = source.filename().native();
@@ -94,22 +95,23 @@ bool AddShotFile(Session& session, ShotList& shots, const Path& source)
         return false;
     }
     if (const auto held = HoldsPicture(source); !held) {
-        TellFailure(session, GetMsg(Msg::ShotAddNoPicture, {TextOf(source)}), held.Error());
+        TellFailure(session.host, GetMsg(Msg::ShotAddNoPicture, {TextOf(source)}), held.Error());
         return false;
     }
-    const Path folder = ResolvePath(ShotFolderOf(session, shots.Code()));
+    const Path folder = ResolvePath(ShotFolderOf(session.Folders(), shots.Code()));
     Path target = folder / name;
     const auto isFree = IsFree(target);
     if (!isFree)
-        return TellFolderNotRead(session, isFree.Error());
+        return TellFolderNotRead(session.host, isFree.Error());
     if (!*isFree &&
         !session.host.AskYesNo(GetMsg(Msg::ShotAskOverwrite, {name, TwoBreaks(), TwoBreaks()}))) {
         if (session.host.LeftUnanswered())
             return false;
         std::string extension = name.substr(name.size() - extensionSize);
-        auto other = NewShotName(session, static_cast<std::size_t>(index), extension);
+        auto other = NewShotName(session.Folders(), session.archive,
+                                 static_cast<std::size_t>(index), extension);
         if (!other)
-            return TellFolderNotRead(session, other.Error());
+            return TellFolderNotRead(session.host, other.Error());
         target = std::move(*other);
         session.host.Tell(Tone::Plain,
                           GetMsg(Msg::ShotSavedAs, {name}) + target.filename().native() + "'");
@@ -121,7 +123,7 @@ bool AddShotFile(Session& session, ShotList& shots, const Path& source)
     if (done)
         done = CopyFileOver(source, target, {Verify::Content, true, true, {}});
     if (!done)
-        TellFailure(session, GetMsg(Msg::ShotAddFailed), done.Error());
+        TellFailure(session.host, GetMsg(Msg::ShotAddFailed), done.Error());
     ShowAgain(session, shots);
     if (const std::ptrdiff_t place = shots.Find(target.filename().native()); done && place >= 0)
         shots.ShowPair(place - place % 2);
@@ -130,7 +132,7 @@ bool AddShotFile(Session& session, ShotList& shots, const Path& source)
 
 bool DeleteShot(Session& session, ShotList& shots)
 {
-    const auto chosen = ChosenShot(session, shots, Msg::ShotNotDelete, false);
+    const auto chosen = ChosenShot(session.host, shots, Msg::ShotNotDelete, false);
     if (!chosen)
         return false;
     const Path shot = shots.At(*chosen);
@@ -142,9 +144,9 @@ bool DeleteShot(Session& session, ShotList& shots)
     // Exactly this one: a file whose name differs in case only is another picture.
     const auto failure = platform::Unlink(shot);
     if (failure)
-        TellFailure(session, GetMsg(Msg::ShotDeleteFailed),
+        TellFailure(session.host, GetMsg(Msg::ShotDeleteFailed),
                     MakeFailure(ErrorCode::CannotDelete, TextOf(shot), failure));
-    else if (const std::ptrdiff_t index = FindLevel(session, shots.Code()); index >= 0)
+    else if (const std::ptrdiff_t index = FindLevel(session.archive, shots.Code()); index >= 0)
         AddShotSize(session, -size, static_cast<std::size_t>(index));
     ShowAgain(session, shots);
     return !failure;
@@ -152,7 +154,7 @@ bool DeleteShot(Session& session, ShotList& shots)
 
 bool RenameShot(Session& session, ShotList& shots)
 {
-    const auto chosen = ChosenShot(session, shots, Msg::ShotNotRename);
+    const auto chosen = ChosenShot(session.host, shots, Msg::ShotNotRename);
     if (!chosen)
         return false;
     const Path shot = shots.At(*chosen);
@@ -176,14 +178,14 @@ bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std
     const auto found = FindPath(target);
     const auto isFree = IsFree(target);
     if (!found || !isFree)
-        return TellFolderNotRead(session, found ? isFree.Error() : found.Error());
+        return TellFolderNotRead(session.host, found ? isFree.Error() : found.Error());
     if (*found != shot && !*isFree) {
         session.host.Tell(Tone::Error, GetMsg(Msg::ShotRenameTaken, {name}));
         return false;
     }
     const auto failure = platform::Rename(shot, target);
     if (failure)
-        TellFailure(session, GetMsg(Msg::ShotRenameFailed),
+        TellFailure(session.host, GetMsg(Msg::ShotRenameFailed),
                     MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure));
     Reload(session, shots);
     return !failure;
@@ -191,7 +193,7 @@ bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std
 
 bool SaveShotAs(Session& session, ShotList& shots)
 {
-    const auto chosen = ChosenShot(session, shots, Msg::ShotNotSave);
+    const auto chosen = ChosenShot(session.host, shots, Msg::ShotNotSave);
     if (!chosen)
         return false;
     const Path shot = shots.At(*chosen);
@@ -207,26 +209,26 @@ bool SaveShotAs(Session& session, ShotList& shots)
     // The chooser asked about the name that was typed.
     const auto isFree = IsFree(whole);
     if (!isFree)
-        return TellFolderNotRead(session, isFree.Error());
-    return (whole == *target || *isFree || ConfirmReplace(session, shot, whole)) &&
-           SaveShotTo(session, shot, whole);
+        return TellFolderNotRead(session.host, isFree.Error());
+    return (whole == *target || *isFree || ConfirmReplace(session.host, shot, whole)) &&
+           SaveShotTo(session.host, shot, whole);
 }
 
-bool SaveShotTo(Session& session, const Path& shot, const Path& target)
+bool SaveShotTo(Host& host, const Path& shot, const Path& target)
 {
-    const auto file = FileToWrite(session, target);
+    const auto file = FileToWrite(host, target);
     if (!file)
         return false;
     const auto copied = CopyFileOver(shot, *file, {Verify::Content, true, true, {}});
     if (!copied)
-        TellFailure(session, GetMsg(Msg::ShotSaveFailed, {TextOf(shot)}) + TextOf(target),
+        TellFailure(host, GetMsg(Msg::ShotSaveFailed, {TextOf(shot)}) + TextOf(target),
                     copied.Error());
     return static_cast<bool>(copied);
 }
 
-std::optional<Path> ShotToResize(Session& session, ShotList& shots)
+std::optional<Path> ShotToResize(Host& host, ShotList& shots)
 {
-    const auto chosen = ChosenShot(session, shots, Msg::ShotNotResize);
+    const auto chosen = ChosenShot(host, shots, Msg::ShotNotResize);
     return chosen ? std::optional<Path>{shots.At(*chosen)} : std::nullopt;
 }
 

@@ -26,9 +26,9 @@ bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std
 /// Asks where to, and copies, the picture's ending being kept.
 bool SaveShotAs(Session& session, ShotList& shots);
 /// Copies a picture to a place outside the list.
-bool SaveShotTo(Session& session, const Path& shot, const Path& target);
+bool SaveShotTo(Host& host, const Path& shot, const Path& target);
 
 /// The picture that a resize is meant for; none, with words, when a default picture is.
-std::optional<Path> ShotToResize(Session& session, ShotList& shots);
+std::optional<Path> ShotToResize(Host& host, ShotList& shots);
 
 } // namespace kestrova

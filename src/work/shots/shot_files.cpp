@@ -31,18 +31,19 @@ std::string Cut(std::string text, std::size_t room)
 
 } // namespace
 
-Path ShotFolderOf(const Session& session, LevelCode code)
+Path ShotFolderOf(const Folders& folders, LevelCode code)
 {
-    return InFolder(LevelHomeOf(session, code), OnDisk::DirScreenshots);
+    return InFolder(LevelHomeOf(folders, code), OnDisk::DirScreenshots);
 }
 
-Result<Path> NewShotName(const Session& session, std::size_t index, std::string& extension)
+Result<Path> NewShotName(const Folders& folders, const Archive& archive, std::size_t index,
+                         std::string& extension)
 {
     if (extension.empty())
         extension = OnDisk::ShotJpgExtension;
-    const LevelRecord& level = session.archive.levels[index];
+    const LevelRecord& level = archive.levels[index];
     const std::string title = Cut(ReplaceForbiddenChars(Trim(level.levelName)), titleRoom);
-    const Path folder = ResolvePath(ShotFolderOf(session, level.levelCode));
+    const Path folder = ResolvePath(ShotFolderOf(folders, level.levelCode));
     return FirstFree([&](int number) {
         return folder / (std::to_string(number).append(OnDisk::ShotNumberEnds) + title + extension);
     });

@@ -6,12 +6,13 @@
 namespace kestrova
 {
 
-Path ShotFolderOf(const Session& session, LevelCode code);
+Path ShotFolderOf(const Folders& folders, LevelCode code);
 
 /// A free path in the level's folder: the first of `1) Title.jpg`, `2) Title.jpg` … that no file
 /// bears. An empty extension becomes `.jpg`, for the caller too. A title that no file name has room
 /// for is cut.
-Result<Path> NewShotName(const Session& session, std::size_t index, std::string& extension);
+Result<Path> NewShotName(const Folders& folders, const Archive& archive, std::size_t index,
+                         std::string& extension);
 
 /// The name with an ending of a picture: the one that it has, otherwise `extension`.
 std::string WithShotEnding(const std::string& name, std::string_view extension);

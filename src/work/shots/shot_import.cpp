@@ -17,10 +17,11 @@ namespace
 
 using Shown = std::function<void(std::size_t done, std::size_t total)>;
 
-bool Import(Session& session, std::size_t index, const Shown& shown)
+bool Import(Host& host, const Folders& folders, const Archive& archive, std::size_t index,
+            const Shown& shown)
 {
-    const LevelRecord& level = session.archive.levels[index];
-    const Path store = InFolder(LevelHomeOf(session, level.levelCode), OnDisk::DirSavegames);
+    const LevelRecord& level = archive.levels[index];
+    const Path store = InFolder(LevelHomeOf(folders, level.levelCode), OnDisk::DirSavegames);
     auto tree = ScanTreeIfThere(store);
     if (tree)
         std::erase_if(tree->files, [](const Path& file) {
@@ -31,20 +32,20 @@ bool Import(Session& session, std::size_t index, const Shown& shown)
     if (tree && tree->files.empty())
         return true;
     const auto room =
-        tree ? MakeFolder(ShotFolderOf(session, level.levelCode)) : Status{tree.Error()};
+        tree ? MakeFolder(ShotFolderOf(folders, level.levelCode)) : Status{tree.Error()};
     if (!room) {
-        TellFailure(session, GetMsg(Msg::ShotImportUnread, {Trim(level.levelName)}), room.Error());
+        TellFailure(host, GetMsg(Msg::ShotImportUnread, {Trim(level.levelName)}), room.Error());
         return false;
     }
     bool all = true;
     for (std::size_t i = 0; i < tree->files.size(); ++i) {
         const Path& file = tree->files[i];
         std::string extension;
-        const auto target = NewShotName(session, index, extension);
+        const auto target = NewShotName(folders, archive, index, extension);
         const auto copied = target ? CopyFileOver(file, *target) : target.Error();
         if (!copied) {
             all = false;
-            TellFailure(session,
+            TellFailure(host,
                         GetMsg(Msg::ShotImportFailed) + TextOf(file) +
                             GetMsg(Msg::ShotImportArrow) +
                             (target ? TextOf(*target) : target.Error().subject),
@@ -57,21 +58,24 @@ bool Import(Session& session, std::size_t index, const Shown& shown)
 
 } // namespace
 
-bool ImportShots(Session& session, std::size_t index, ProgressScope& progress)
+bool ImportShots(Host& host, const Folders& folders, const Archive& archive, std::size_t index,
+                 ProgressScope& progress)
 {
-    return Import(session, index, [&](std::size_t done, std::size_t total) {
+    return Import(host, folders, archive, index, [&](std::size_t done, std::size_t total) {
         progress.SetBar(done, total);
         (void)progress.Step(); // it offers no stop
     });
 }
 
-bool ImportShotsOfAllLevels(Session& session, ProgressScope& progress)
+bool ImportShotsOfAllLevels(Host& host, const Folders& folders, const Archive& archive,
+                            ProgressScope& progress)
 {
     bool all = true;
-    for (std::size_t index = 0; index < session.archive.levels.size(); ++index) {
-        all =
-            Import(session, index, [&](std::size_t, std::size_t) { (void)progress.Step(); }) && all;
-        progress.SetBar(index + 1, session.archive.levels.size());
+    for (std::size_t index = 0; index < archive.levels.size(); ++index) {
+        all = Import(host, folders, archive, index,
+                     [&](std::size_t, std::size_t) { (void)progress.Step(); }) &&
+              all;
+        progress.SetBar(index + 1, archive.levels.size());
         (void)progress.Step(); // it offers no stop
     }
     return all;

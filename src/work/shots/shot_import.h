@@ -8,8 +8,10 @@ namespace kestrova
 /// Copies the pictures of a level's archived savegames into its list of screen-shots, each under
 /// the next free name, the bar following the files. A failed copy is told, and the next one is
 /// tried. Nothing remembers what was imported before. False when anything failed.
-bool ImportShots(Session& session, std::size_t index, ProgressScope& progress);
+bool ImportShots(Host& host, const Folders& folders, const Archive& archive, std::size_t index,
+                 ProgressScope& progress);
 /// The same for every level, the bar following the levels.
-bool ImportShotsOfAllLevels(Session& session, ProgressScope& progress);
+bool ImportShotsOfAllLevels(Host& host, const Folders& folders, const Archive& archive,
+                            ProgressScope& progress);
 
 } // namespace kestrova

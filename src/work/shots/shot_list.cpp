@@ -12,7 +12,7 @@ namespace kestrova
 Status ShotList::Load(Session& session, LevelCode code)
 {
     code_ = code;
-    const Path folder = InFolder(LevelHomeOf(session, code), OnDisk::DirScreenshots);
+    const Path folder = InFolder(LevelHomeOf(session.Folders(), code), OnDisk::DirScreenshots);
     Status status;
     files_.clear();
     for (const std::string_view pattern : {OnDisk::PatBmp, OnDisk::PatShotJpg}) {
@@ -22,7 +22,8 @@ Status ShotList::Load(Session& session, LevelCode code)
         else
             status = files.Error();
     }
-    default_ = InFolder(LevelHomeOf(session, originalCode), OnDisk::FragDefaultScreenshot);
+    default_ =
+        InFolder(LevelHomeOf(session.Folders(), originalCode), OnDisk::FragDefaultScreenshot);
     index_ = -2;
     ShowPair(0);
     return status;

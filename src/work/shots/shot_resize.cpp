@@ -12,11 +12,11 @@ namespace kestrova
 namespace
 {
 
-Status Write(const Session& session, const Picture& drawn, const Path& target)
+Status Write(const Folders& folders, const Picture& drawn, const Path& target)
 {
     if (!EndsWithName(target.native(), OnDisk::ShotJpgExtension))
         return SaveAsBitmap(drawn, target);
-    const Path bitmap = InFolder(session.programFolder, OnDisk::FragTempBitmap);
+    const Path bitmap = InFolder(folders.program, OnDisk::FragTempBitmap);
     if (auto saved = SaveAsBitmap(drawn, bitmap); !saved)
         return saved;
     return ConvertBitmapToJpeg(bitmap, target);
@@ -34,16 +34,16 @@ std::span<const ShotSize> ShotSizes()
     return sizes;
 }
 
-bool SaveResizedShot(Session& session, const Picture& drawn, const Path& shot)
+bool SaveResizedShot(Host& host, const Folders& folders, const Picture& drawn, const Path& shot)
 {
     const auto target =
-        session.host.ChooseSaveFile(GetMsg(Msg::ResizeSaveTitle), GetMsg(Msg::ResizeSaveFilter),
-                                    shot.parent_path(), shot.filename().native());
+        host.ChooseSaveFile(GetMsg(Msg::ResizeSaveTitle), GetMsg(Msg::ResizeSaveFilter),
+                            shot.parent_path(), shot.filename().native());
     if (!target)
         return false;
-    const auto written = Write(session, drawn, *target);
+    const auto written = Write(folders, drawn, *target);
     if (!written)
-        TellFailure(session,
+        TellFailure(host,
                     GetMsg(EndsWithName(target->native(), OnDisk::ShotJpgExtension)
                                ? Msg::ResizeConvertFailed
                                : Msg::ResizeWriteFailed),

@@ -20,6 +20,6 @@ std::span<const ShotSize> ShotSizes();
 /// Asks where to and writes a picture that was drawn in its new size: a name that ends in `.jpg`
 /// becomes a jpeg, by way of `_temp.bmp` in the program's folder, any other a bitmap. `shot` is the
 /// picture it was made from. False when the person cancelled or, with words, nothing was written.
-bool SaveResizedShot(Session& session, const Picture& drawn, const Path& shot);
+bool SaveResizedShot(Host& host, const Folders& folders, const Picture& drawn, const Path& shot);
 
 } // namespace kestrova

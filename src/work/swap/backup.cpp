@@ -36,16 +36,14 @@ namespace
 constexpr double fullNeed = 251658240;   // bytes, the Level Editor's own distribution
 constexpr double compactNeed = 94371840; // bytes
 
-bool MayForgetLevel(Session& session, LevelCode code, const BackupWishes& wishes)
+bool MayForgetLevel(Host& host, const Folders& folders, LevelCode code, const BackupWishes& wishes)
 {
     const std::string level = ZeroPadded(code, 4);
-    const std::string folder = TextOf(session.TrleFolder());
+    const std::string folder = TextOf(folders.trle);
     if (wishes.folderIsOriginal ||
-        session.host.AskYesNo(GetMsg(Msg::AskForgetLevel, {level, folder, lineBreak}),
-                              Consent::Explicit))
+        host.AskYesNo(GetMsg(Msg::AskForgetLevel, {level, folder, lineBreak}), Consent::Explicit))
         return true;
-    session.host.Tell(Tone::Error,
-                      GetMsg(Msg::BackupLevelUnknown, {level, folder, folder, folder}));
+    host.Tell(Tone::Error, GetMsg(Msg::BackupLevelUnknown, {level, folder, folder, folder}));
     return false;
 }
 
@@ -53,14 +51,18 @@ bool MayForgetLevel(Session& session, LevelCode code, const BackupWishes& wishes
 Path ConfirmTrleOriginal(Session& session, const BackupWishes& wishes)
 {
     const Path trle = session.TrleFolder();
-    if (!TellUnlessKnown(session))
+    if (!TellUnlessKnown(session.host, session.Folders(), session.archive))
         return {};
-    if (const LevelCode code = CurrentLevelCode(session); code != originalCode) {
-        if (!IsUnknownLevel(session)) {
+    if (const LevelCode code = CurrentLevelCode(session.Folders(), session.archive);
+        code != originalCode) {
+        if (!IsUnknownLevel(session.Folders())) {
             session.host.Tell(Tone::Error, GetMsg(Msg::BackupWithLevel, {ZeroPadded(code, 4)}));
             return {};
         }
-        return MayForgetLevel(session, code, wishes) && ForgetLevel(session, code) ? trle : Path{};
+        return MayForgetLevel(session.host, session.Folders(), code, wishes) &&
+                       ForgetLevel(session, code)
+                   ? trle
+                   : Path{};
     }
     const std::string line{lineBreak};
     const bool original =
@@ -96,23 +98,22 @@ std::string SizesInWords(const Path& trle)
     return GetMsg(Msg::BackupSizesHere, {FormatSize(*full), FormatSize(compact)});
 }
 
-bool AsksForFull(Session& session, const Path& trle)
+bool AsksForFull(Host& host, const Path& trle)
 {
     const std::string line{lineBreak};
-    return session.host.AskYesNo(GetMsg(Msg::AskFullBackup, {line, line}) + line + line +
-                                     SizesInWords(trle),
-                                 Consent::YesKeeps);
+    return host.AskYesNo(GetMsg(Msg::AskFullBackup, {line, line}) + line + line +
+                             SizesInWords(trle),
+                         Consent::YesKeeps);
 }
 
-bool HasSpace(Session& session, const Path& trle, double need)
+bool HasSpace(Host& host, Machine& machine, const Folders& folders, const Path& trle, double need)
 {
-    const auto free = session.machine.FreeSpace(session.programFolder);
+    const auto free = machine.FreeSpace(folders.program);
     if (!free || static_cast<double>(*free) >= need)
         return true;
-    session.host.Tell(Tone::Error,
-                      GetMsg(Msg::DriveWithoutSpace, {TextOf(session.programFolder)}) +
-                          FormatSize(need) + ")",
-                      SizesInWords(trle));
+    host.Tell(Tone::Error,
+              GetMsg(Msg::DriveWithoutSpace, {TextOf(folders.program)}) + FormatSize(need) + ")",
+              SizesInWords(trle));
     return false;
 }
 
@@ -120,7 +121,7 @@ bool CopyFull(Session& session, const Path& trle, const Path& target, const Soun
 {
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::FileCopyInProgress));
-    if (!CopyThroughLinks(session, trle, target, *progress,
+    if (!CopyThroughLinks(session.host, trle, target, *progress,
                           [&](const Path& file) { return leftovers.OriginalOf(file); }))
         return false;
     const Path audio = InFolder(target, OnDisk::DirAudio);
@@ -128,24 +129,23 @@ bool CopyFull(Session& session, const Path& trle, const Path& target, const Soun
     const auto waves = ListFiles(audio, OnDisk::PatWav);
     const auto scripts = ListFiles(script, OnDisk::PatAllFiles);
     if (!waves || !scripts)
-        return TellFolderNotRead(session, waves ? scripts.Error() : waves.Error());
+        return TellFolderNotRead(session.host, waves ? scripts.Error() : waves.Error());
     if (!waves->empty() || !scripts->empty())
         return true;
     session.preferences.fullBackup = false;
     return false;
 }
 
-bool CopyCompact(Session& session, const Path& trle, const Path& target)
+bool CopyCompact(Host& host, const Folders& folders, const Path& trle, const Path& target)
 {
     const auto failed = [&](const Failure& failure) {
-        TellFailure(session, GetMsg(Msg::CannotWriteInFolder) + TextOf(session.BackupFolder()),
-                    failure);
+        TellFailure(host, GetMsg(Msg::CannotWriteInFolder) + TextOf(folders.Backup()), failure);
         return false;
     };
     if (const auto status = MakeFolder(target); !status)
         return failed(status.Error());
     const auto progress =
-        session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CreationCompactBackup));
+        host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CreationCompactBackup));
     progress->SetLabel(GetMsg(Msg::CreatingFolders));
     for (const std::string& folder : Split(OnDisk::CompactFolders, '|'))
         if (const auto status = MakeFolder(InFolder(target, folder)); !status)
@@ -160,12 +160,12 @@ bool CopyCompact(Session& session, const Path& trle, const Path& target)
     }
     const auto copyFolder = [&](Message label, std::string_view folder) {
         progress->SetLabel(GetMsg(label));
-        return CopyThroughLinks(session, InFolder(trle, folder), InFolder(target, folder),
-                                *progress, [](const Path& file) { return file; });
+        return CopyThroughLinks(host, InFolder(trle, folder), InFolder(target, folder), *progress,
+                                [](const Path& file) { return file; });
     };
     const auto graphics = IsFolder(InFolder(trle, OnDisk::DirGraphics));
     if (!graphics)
-        return TellFolderNotRead(session, graphics.Error());
+        return TellFolderNotRead(host, graphics.Error());
     return copyFolder(Msg::CopyFromData, OnDisk::DirData) &&
            (!*graphics || copyFolder(Msg::CopyFromGraphics, OnDisk::DirGraphics));
 }
@@ -178,32 +178,33 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
         return false;
     const auto other = BackupOfAnotherFolder(session);
     if (!other)
-        return TellFolderNotRead(session, other.Error());
+        return TellFolderNotRead(session.host, other.Error());
     const bool ofAnother = other->has_value();
     keepOld = keepOld && !ofAnother;
     const Path trle = ConfirmTrleOriginal(session, wishes);
     if (trle.empty())
         return false;
     const bool full = refresh || wishes.form == BackupForm::Full ||
-                      (wishes.form == BackupForm::Ask && AsksForFull(session, trle));
-    if (!refresh && !HasSpace(session, trle, full ? fullNeed : compactNeed))
+                      (wishes.form == BackupForm::Ask && AsksForFull(session.host, trle));
+    if (!refresh && !HasSpace(session.host, session.machine, session.Folders(), trle,
+                              full ? fullNeed : compactNeed))
         return false;
 
-    const Path target = NewBackupFolder(session);
-    if (!SettleBackupFolders(session))
+    const Path target = NewBackupFolder(session.Folders());
+    if (!SettleBackupFolders(session.host, session.Folders()))
         return false;
     const auto hasOld = IsFolder(session.BackupFolder());
     SoundsLeft leftovers{session};
     const auto known = leftovers.Find();
     if (!hasOld || !known)
-        return TellFolderNotRead(session, hasOld ? known.Error() : hasOld.Error());
+        return TellFolderNotRead(session.host, hasOld ? known.Error() : hasOld.Error());
     bool made = !keepOld || !*hasOld ||
-                CopyTreeWithProgress(session, session.BackupFolder(), target, nullptr);
-    made = made &&
-           (full ? CopyFull(session, trle, target, leftovers) : CopyCompact(session, trle, target));
+                CopyTreeWithProgress(session.host, session.BackupFolder(), target, nullptr);
+    made = made && (full ? CopyFull(session, trle, target, leftovers)
+                         : CopyCompact(session.host, session.Folders(), trle, target));
     if (made)
         if (const auto status = ExchangeBackup(session, full, ofAnother); !status) {
-            TellFailure(session, GetMsg(Msg::BackupNotEqual), status.Error());
+            TellFailure(session.host, GetMsg(Msg::BackupNotEqual), status.Error());
             made = false;
         }
     if (!made) {
@@ -212,9 +213,11 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     }
     session.preferences.fullBackup = full;
     if (!full)
-        NoteWaves(session);
-    if (const auto status = WritePreferencesFile(session); !status)
-        TellFailure(session, GetMsg(Msg::CannotSavePreferences), status.Error());
+        NoteWaves(session.Folders());
+    if (const auto status =
+            WritePreferencesFile(session.Folders(), session.preferences, session.settings);
+        !status)
+        TellFailure(session.host, GetMsg(Msg::CannotSavePreferences), status.Error());
     if (full)
         leftovers.Settle();
     return true;
@@ -224,21 +227,20 @@ enum class Fit { Same, Differs };
 
 /// The same when every file of the backup stands in the Level Editor's folder with the same bytes,
 /// but for those that a level there replaced.
-Result<Fit> CompareWithFolder(Session& session)
+Result<Fit> CompareWithFolder(Host& host, const Folders& folders)
 {
-    const Path backup = ResolvePath(session.BackupFolder());
-    const Path trle = ResolvePath(session.TrleFolder());
+    const Path backup = ResolvePath(folders.Backup());
+    const Path trle = ResolvePath(folders.trle);
     const auto tree = ScanTreeIfThere(backup);
     if (!tree)
         return tree.Error();
     if (tree->folders.empty())
         return Fit::Differs;
-    const auto bytes = ReadFileIfThere(session.MarkerPath());
+    const auto bytes = ReadFileIfThere(folders.Marker());
     if (!bytes)
         return bytes.Error();
     const MarkerContent marker = ParseMarker(bytes->value_or(std::string{}));
-    const auto progress =
-        session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ScanningFiles));
+    const auto progress = host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ScanningFiles));
     NameSet exchanged;
     for (const std::string& name : marker.overwritten)
         exchanged.Add(name);
@@ -256,7 +258,7 @@ bool MakeBackupOfThisFolder(Session& session, const Path& other, const BackupWis
 {
     const auto back = BringBackupBack(session);
     if (!back) {
-        TellFailure(session, GetMsg(Msg::BackupNotSetAside), back.Error());
+        TellFailure(session.host, GetMsg(Msg::BackupNotSetAside), back.Error());
         return false;
     }
     if (*back) {
@@ -273,14 +275,14 @@ bool MakeBackupOfThisFolder(Session& session, const Path& other, const BackupWis
 
 } // namespace
 
-Result<std::optional<Path>> BackupSeemsOfAnother(const Session& session)
+Result<std::optional<Path>> BackupSeemsOfAnother(const Folders& folders)
 {
-    const auto origin = BackupOrigin(session);
+    const auto origin = BackupOrigin(folders);
     if (!origin)
         return origin.Error();
-    if (!*origin || Path{(*origin)->path} == session.TrleFolder())
+    if (!*origin || Path{(*origin)->path} == folders.trle)
         return std::optional<Path>{};
-    const auto isThis = HasMark(session.TrleFolder(), **origin);
+    const auto isThis = HasMark(folders.trle, **origin);
     if (!isThis)
         return isThis.Error();
     return *isThis ? std::optional<Path>{} : std::optional{Path{(*origin)->path}};
@@ -288,23 +290,24 @@ Result<std::optional<Path>> BackupSeemsOfAnother(const Session& session)
 
 Result<std::optional<Path>> BackupOfAnotherFolder(Session& session)
 {
-    auto other = BackupSeemsOfAnother(session);
+    auto other = BackupSeemsOfAnother(session.Folders());
     if (!other)
         return other;
     if (*other) {
-        const auto fit = CompareWithFolder(session);
+        const auto fit = CompareWithFolder(session.host, session.Folders());
         if (!fit)
             return fit.Error();
         if (*fit == Fit::Differs)
             return other;
     }
     // Moved, or of the same content: from now on it counts as this folder's.
-    if (LookAtBackup(session).ValueOr(BackupState::Missing) == BackupState::Present)
-        (void)NoteBackupOrigin(session, session.preferences.fullBackup); // asked again otherwise
+    if (LookAtBackup(session.Folders()).ValueOr(BackupState::Missing) == BackupState::Present)
+        (void)NoteBackupOrigin(session.Folders(),
+                               session.preferences.fullBackup); // asked again otherwise
     return std::optional<Path>{};
 }
 
-Result<BackupState> LookAtBackup(const Session& session)
+Result<BackupState> LookAtBackup(const Folders& folders)
 {
     struct Sign {
         std::string_view folder;
@@ -314,7 +317,7 @@ Result<BackupState> LookAtBackup(const Session& session)
                               {OnDisk::FragRoot, OnDisk::PatBmp},
                               {OnDisk::DirData, OnDisk::PatTr4}};
     for (const Sign& sign : signs) {
-        const auto files = ListFiles(InFolder(session.BackupFolder(), sign.folder), sign.pattern);
+        const auto files = ListFiles(InFolder(folders.Backup(), sign.folder), sign.pattern);
         if (!files)
             return files.Error();
         if (files->empty())
@@ -323,26 +326,26 @@ Result<BackupState> LookAtBackup(const Session& session)
     return BackupState::Present;
 }
 
-bool BackupIsAway(const Session& session)
+bool BackupIsAway(const Folders& folders)
 {
-    return LookAtBackup(session).ValueOr(BackupState::Missing) == BackupState::Missing;
+    return LookAtBackup(folders).ValueOr(BackupState::Missing) == BackupState::Missing;
 }
 
 bool MakeTrleBackup(Session& session, bool refresh, const BackupWishes& wishes)
 {
-    const auto backup = LookAtBackup(session);
+    const auto backup = LookAtBackup(session.Folders());
     if (!backup)
-        return TellFolderNotRead(session, backup.Error());
+        return TellFolderNotRead(session.host, backup.Error());
     if (!refresh && *backup == BackupState::Present) {
         const auto other = BackupOfAnotherFolder(session);
         if (!other)
-            return TellFolderNotRead(session, other.Error());
+            return TellFolderNotRead(session.host, other.Error());
         return !*other || MakeBackupOfThisFolder(session, **other, wishes);
     }
     if (!refresh) {
         const auto back = BringBackupBack(session);
         if (!back)
-            return TellFolderNotRead(session, back.Error());
+            return TellFolderNotRead(session.host, back.Error());
         if (*back)
             return true; // set aside when another folder was chosen
     }

@@ -52,11 +52,12 @@ bool MayStartBesideOthers(Session& session)
 
 bool StandsInTrle(const Session& session, LevelCode code)
 {
-    if (code == originalCode || FindLevel(session, code) < 0 || CurrentLevelCode(session) != code ||
-        !InterruptedWork(session).empty())
+    if (code == originalCode || FindLevel(session.archive, code) < 0 ||
+        CurrentLevelCode(session.Folders(), session.archive) != code ||
+        !InterruptedWork(session.Folders(), session.archive).empty())
         return false;
     // After a new start of the machine the files in the folder are looked at once more.
-    const auto owner = ReadOwner(session);
+    const auto owner = ReadOwner(session.Folders());
     return owner && *owner && (*owner)->owner == code &&
            (*owner)->bootId == session.machine.BootId();
 }

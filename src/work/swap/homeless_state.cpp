@@ -23,17 +23,18 @@ namespace
 {
 
 /// The level's folder where the person said that it is; no value, told, when it is not that one.
-std::optional<LevelPlace> FollowSaidHome(Session& session, const LevelPlace& level,
-                                         const OwnerRecord& owner, const Path& archiveFolder)
+std::optional<LevelPlace> FollowSaidHome(Host& host, const Folders& folders,
+                                         const LevelPlace& level, const OwnerRecord& owner,
+                                         const Path& archiveFolder)
 {
-    const Path noted = HomeOf(session, level);
+    const Path noted = HomeOf(folders, level);
     const Path said = archiveFolder / noted.filename();
     const auto isNoted = HasMark(said, owner.home);
     if (!isNoted) {
-        TellFailure(session, GetMsg(Msg::InterruptedFailed), isNoted.Error());
+        TellFailure(host, GetMsg(Msg::InterruptedFailed), isNoted.Error());
         return {};
     }
-    if (!*isNoted && !Confirmed(session, said, noted))
+    if (!*isNoted && !Confirmed(host, said, noted))
         return {};
     return LevelPlace{level.code, said};
 }
@@ -45,7 +46,7 @@ Status SendHome(Session& session, const Homeless& state, const OwnerRecord& owne
     SwapJournal journal;
     journal.phase = SwapPhase::Stored;
     journal.from = level.code;
-    journal.fromStore = StateStoreOf(session, level).native();
+    journal.fromStore = StateStoreOf(session.Folders(), level).native();
     journal.to = -1;
     journal.strangers = state.strangers;
     journal.remove = owner.added;
@@ -62,16 +63,19 @@ Status SendHome(Session& session, const Homeless& state, const OwnerRecord& owne
     if (status && !letGo)
         status = SettleTwins(session, level, ResolvePath(journal.fromStore));
     if (status && !letGo)
-        status = StoreLiveState(session, level, journal.fromStore, journal.live, state.strangers);
+        status =
+            StoreLiveState(session.machine, session.Folders(), session.archive, session.settings,
+                           level, journal.fromStore, journal.live, state.strangers);
     if (status && letGo)
-        status = KeepInHistory(session, level, state.live, GetMsg(Msg::ReasonInterrupted));
+        status = KeepInHistory(session.machine, session.Folders(), session.archive,
+                               session.settings, level, state.live, GetMsg(Msg::ReasonInterrupted));
     if (status)
-        status = WriteJournal(session, journal);
+        status = WriteJournal(session.Folders(), journal);
     LeftInTrle left;
     if (status)
         status = ReturnToOriginal(session, std::move(journal), left);
     if (status)
-        TellLeftovers(session, left);
+        TellLeftovers(session.host, session.Folders(), left);
     return status;
 }
 
@@ -85,15 +89,15 @@ std::vector<std::string> ShownNamesOf(const std::vector<Path>& files)
     return names;
 }
 
-Result<std::optional<Homeless>> FindHomeless(const Session& session, const Standing& standing)
+Result<std::optional<Homeless>> FindHomeless(const Folders& folders, const Standing& standing)
 {
-    if (!standing.owner || !standing.owner->owner || !IsOriginals(session, standing.level) ||
-        IsOriginals(session, standing.state))
+    if (!standing.owner || !standing.owner->owner || !IsOriginals(folders, standing.level) ||
+        IsOriginals(folders, standing.state))
         return std::optional<Homeless>{};
-    auto strangers = StrangersThere(session, standing.owner->strangers);
+    auto strangers = StrangersThere(folders, standing.owner->strangers);
     if (!strangers)
         return strangers.Error();
-    auto live = LiveStateFiles(session, *strangers);
+    auto live = LiveStateFiles(folders, *strangers);
     if (!live)
         return live.Error();
     return std::optional{Homeless{standing.state, std::move(*strangers), std::move(*live)}};
@@ -102,19 +106,20 @@ Result<std::optional<Homeless>> FindHomeless(const Session& session, const Stand
 Status ReturnHomelessState(Session& session, std::vector<std::string>& stay,
                            const Whereabouts& said)
 {
-    const auto standing = LookAtStanding(session);
+    const auto standing = LookAtStanding(session.Folders(), session.archive);
     if (!standing)
         return standing.Error();
-    const auto found = FindHomeless(session, *standing);
+    const auto found = FindHomeless(session.Folders(), *standing);
     if (!found)
         return found.Error();
     if (!*found)
         return {};
     Homeless state = **found;
     const OwnerRecord& owner = *standing->owner;
-    auto hasHome = IsFolder(HomeOf(session, state.level));
+    auto hasHome = IsFolder(HomeOf(session.Folders(), state.level));
     if (hasHome && !*hasHome && !said.archiveFolder.empty()) {
-        const auto followed = FollowSaidHome(session, state.level, owner, said.archiveFolder);
+        const auto followed =
+            FollowSaidHome(session.host, session.Folders(), state.level, owner, said.archiveFolder);
         if (!followed)
             return {};
         state.level = *followed;
@@ -131,8 +136,9 @@ Status ReturnHomelessState(Session& session, std::vector<std::string>& stay,
         return status;
     const Message words = *hasHome ? Msg::StateReturned : Msg::StateLetGo;
     if (!stay.empty())
-        session.host.Tell(Tone::Warning,
-                          GetMsg(words, {TextOf(HomeOf(session, state.level)), ShownNames(stay)}));
+        session.host.Tell(
+            Tone::Warning,
+            GetMsg(words, {TextOf(HomeOf(session.Folders(), state.level)), ShownNames(stay)}));
     stay.clear();
     return {};
 }
@@ -143,7 +149,7 @@ bool FollowMovedState(Session& session, const Whereabouts& said)
     const auto isThere = IsFolder(noted);
     if (said.trle.empty() || !isThere || *isThere)
         return true;
-    const auto owner = ReadOwnerAsNoted(session);
+    const auto owner = ReadOwnerAsNoted(session.Folders());
     if (!owner || !*owner || (*owner)->folder.path != noted.native())
         return true;
     const auto isNoted = HasMark(said.trle, (*owner)->folder);
@@ -153,7 +159,7 @@ bool FollowMovedState(Session& session, const Whereabouts& said)
         return false;
     }
     if (const auto held = session.locks.Hold(said.trle); !held) {
-        TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(said.trle)}), held.Error());
+        TellFailure(session.host, GetMsg(Msg::FolderNotLocked, {TextOf(said.trle)}), held.Error());
         return false;
     }
     session.preferences.trlePath = said.trle.native();

@@ -16,7 +16,7 @@ struct Homeless {
 };
 
 /// No value when there is none.
-Result<std::optional<Homeless>> FindHomeless(const Session& session, const Standing& standing);
+Result<std::optional<Homeless>> FindHomeless(const Folders& folders, const Standing& standing);
 /// The names as they are shown.
 std::vector<std::string> ShownNamesOf(const std::vector<Path>& files);
 

@@ -26,18 +26,19 @@ namespace
 {
 
 /// Copies the level's files and the marker in. The folder is original when this begins.
-bool InstallFiles(Session& session, SwapRun& run, LevelCode code,
+bool InstallFiles(Host& host, const Folders& folders, const Archive& archive,
+                  const PreferencesRecord& preferences, SwapRun& run, LevelCode code,
                   const std::vector<Placement>& placements, ActivityLog& log)
 {
-    const std::string name = LevelNameOf(session, code);
-    const Path marker = session.MarkerPath();
+    const std::string name = LevelNameOf(archive, code);
+    const Path marker = folders.Marker();
     const auto markerFailed = [&](const Failure& failure) {
-        TellFailure(session, GetMsg(Msg::CannotOverwriteMarker) + TextOf(marker), failure);
+        TellFailure(host, GetMsg(Msg::CannotOverwriteMarker) + TextOf(marker), failure);
         return false;
     };
-    const auto present = ListFiles(session.TrleFolder(), OnDisk::PatDat);
+    const auto present = ListFiles(folders.trle, OnDisk::PatDat);
     if (!present)
-        return TellFolderNotRead(session, present.Error());
+        return TellFolderNotRead(host, present.Error());
     if (const auto status = WriteWholeFile(marker, MarkerHead(code, name)); !status)
         return markerFailed(status.Error());
 
@@ -46,7 +47,7 @@ bool InstallFiles(Session& session, SwapRun& run, LevelCode code,
     run.KeepTargets(placements);
     if (!placements.empty()) {
         const auto progress =
-            session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CopyingFilesToPlay));
+            host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CopyingFilesToPlay));
         for (std::size_t i = 0; i < placements.size(); ++i) {
             progress->SetBar(i + 1, placements.size());
             progress->Step();
@@ -66,20 +67,20 @@ bool InstallFiles(Session& session, SwapRun& run, LevelCode code,
     if (const auto status = WriteWholeFile(marker, MarkerText(code, name, overwritten, copied));
         !status)
         return markerFailed(status.Error());
-    WriteActivityLog(session, log);
+    WriteActivityLog(host, folders, preferences, log);
     if (!failed.empty())
-        session.host.Tell(Tone::Error, GetMsg(Msg::SomeFilesNotCopied, {ShownNames(failed)}));
+        host.Tell(Tone::Error, GetMsg(Msg::SomeFilesNotCopied, {ShownNames(failed)}));
     return true;
 }
 
 /// False, told, when the Level Editor's folder is not there, or nobody can tell.
-bool HasTrleFolder(Session& session)
+bool HasTrleFolder(Host& host, const Folders& folders)
 {
-    const auto isThere = IsFolder(session.TrleFolder());
+    const auto isThere = IsFolder(folders.trle);
     if (!isThere)
-        return TellFolderNotRead(session, isThere.Error());
+        return TellFolderNotRead(host, isThere.Error());
     if (!*isThere)
-        session.host.Tell(Tone::Error, GetMsg(Msg::TrleFolderGone, {TextOf(session.TrleFolder())}));
+        host.Tell(Tone::Error, GetMsg(Msg::TrleFolderGone, {TextOf(folders.trle)}));
     return *isThere;
 }
 
@@ -111,7 +112,8 @@ bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
         return false;
     bool installed = code != originalCode || !run.LeavesAnything();
     if (code != originalCode)
-        installed = InstallFiles(session, run, code, placements, log);
+        installed = InstallFiles(session.host, session.Folders(), session.archive,
+                                 session.preferences, run, code, placements, log);
     else if (!backToOriginal)
         (void)DeleteFile(session.MarkerPath()); // gone already unless the marker had no text
     installed = run.Settle() && installed;
@@ -126,26 +128,26 @@ bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
 bool InstallLevel(Session& session, LevelCode code)
 {
     const Operation running{session};
-    if (FindLevel(session, code) < 0) {
+    if (FindLevel(session.archive, code) < 0) {
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
     }
-    if (!HasTrleFolder(session))
+    if (!HasTrleFolder(session.host, session.Folders()))
         return false;
     if (!StandsInTrle(session, code) && !MayChangeTrle(session))
         return false;
     if (!RecoverInterruptedWork(session))
         return false;
-    if (!TellUnlessKnown(session))
+    if (!TellUnlessKnown(session.host, session.Folders(), session.archive))
         return false;
-    ActivityLog log = GetMsg(Msg::LogSetLevel, {LevelNameOf(session, code)}) +
+    ActivityLog log = GetMsg(Msg::LogSetLevel, {LevelNameOf(session.archive, code)}) +
                       std::to_string(code) + GetMsg(Msg::LogSetLevelEnd) + std::string{lineBreak};
-    if (code != originalCode && LevelStands(session, code)) {
+    if (code != originalCode && LevelStands(session.Folders(), session.archive, code)) {
         LevelCode previous = RemovePreviousLevel(session, code, log);
         if (previous == code) {
             MendAfterRestart(session, code);
-            BringWaiting(session);
-            if (const auto owed = OwedOriginals(session); !owed.empty())
+            BringWaiting(session.machine, session.Folders(), session.archive);
+            if (const auto owed = OwedOriginals(session.Folders()); !owed.empty())
                 session.host.Tell(Tone::Error, GetMsg(Msg::OriginalsNotBack, {ShownNames(owed)}));
         }
         return previous == code;
@@ -156,9 +158,9 @@ bool InstallLevel(Session& session, LevelCode code)
 LevelCode RemovePreviousLevel(Session& session, LevelCode newCode, ActivityLog& log)
 {
     const Operation running{session};
-    if (!HasTrleFolder(session))
+    if (!HasTrleFolder(session.host, session.Folders()))
         return originalCode;
-    if (CurrentLevelCode(session) != newCode && !MayChangeTrle(session))
+    if (CurrentLevelCode(session.Folders(), session.archive) != newCode && !MayChangeTrle(session))
         return originalCode;
     if (!RecoverInterruptedWork(session))
         return originalCode;

@@ -15,21 +15,22 @@
 namespace kestrova
 {
 
-Status PutInstalledLanguage(Session& session, const Path& file)
+Status PutInstalledLanguage(Machine& machine, const Folders& folders, const Archive& archive,
+                            const Path& file)
 {
     const auto relative = SafeName(file.filename().native());
     if (!relative)
         return relative.Error();
     const std::string entry = std::string{OnDisk::FragRoot} + file.filename().native();
-    const Path target = ResolvePath(session.TrleFolder() / *relative);
+    const Path target = ResolvePath(folders.trle / *relative);
     const auto now = LookAt(target);
     if (!now)
         return now.Error();
     const bool wasThere = now->kind == platform::FileKind::File;
-    const auto standing = LookAtStanding(session);
+    const auto standing = LookAtStanding(folders, archive);
     if (!standing)
         return standing.Error();
-    const auto marker = ReadFileIfThere(session.MarkerPath());
+    const auto marker = ReadFileIfThere(folders.Marker());
     if (!marker)
         return marker.Error();
     const auto& before = standing->owner;
@@ -37,7 +38,7 @@ Status PutInstalledLanguage(Session& session, const Path& file)
     const Belongings belongings =
         BelongingsOf(ParseMarker(marker->value_or(std::string{})), before);
     if (!before) { // from now on the record speaks alone
-        SetOwner(session, record, standing->state);
+        SetOwner(folders, archive, record, standing->state);
         record.added = belongings.added;
         record.overwritten = belongings.overwritten;
     }
@@ -45,7 +46,7 @@ Status PutInstalledLanguage(Session& session, const Path& file)
     const auto listed = std::find_if(belongings.added.begin(), belongings.added.end(), sameFile);
     const bool isLevels = listed != belongings.added.end();
     if (wasThere && !(isLevels && IsAsPut(*listed, *now)))
-        if (auto status = KeepOriginal(session, *relative); !status)
+        if (auto status = KeepOriginal(machine, folders, *relative); !status)
             return status;
 
     // Noted before it changes: whatever ends the program in between, the next swap takes it out.
@@ -57,16 +58,17 @@ Status PutInstalledLanguage(Session& session, const Path& file)
     record.added.push_back({name, facts->size, facts->modifiedNs});
     if (wasThere && !isLevels)
         record.overwritten.push_back(entry);
-    if (auto status = WriteOwner(session, record); !status)
+    if (auto status = WriteOwner(machine, folders, record); !status)
         return status;
     auto status = CopyFileOver(file, target, {Verify::Content, true, true, {}});
     if (!status) {
         if (before)
-            (void)WriteOwner(session, *before); // without it the next swap does no harm either
+            (void)WriteOwner(machine, folders,
+                             *before); // without it the next swap does no harm either
         return status;
     }
     record.added.back() = AsItStands(name, target);
-    (void)WriteOwner(session, record); // size and time are noted already
+    (void)WriteOwner(machine, folders, record); // size and time are noted already
     return {};
 }
 

@@ -15,14 +15,14 @@ bool BringOriginalBackTold(Session& session, const std::string& id)
     if (!RecoverInterruptedWork(session))
         return false;
     const auto failed = [&](const Failure& failure) {
-        TellFailure(session, GetMsg(Msg::OriginalNotBroughtBack), failure);
+        TellFailure(session.host, GetMsg(Msg::OriginalNotBroughtBack), failure);
         return false;
     };
-    const auto folder = FolderOfKept(session, id);
+    const auto folder = FolderOfKept(session.Folders(), id);
     if (!folder)
         return failed(folder.Error());
     if (const auto held = session.locks.Hold(*folder); !held) {
-        TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(*folder)}), held.Error());
+        TellFailure(session.host, GetMsg(Msg::FolderNotLocked, {TextOf(*folder)}), held.Error());
         return false;
     }
     // Another folder may be in use by now; the file goes where it stood.

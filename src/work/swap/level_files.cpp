@@ -22,12 +22,11 @@ namespace kestrova
 namespace
 {
 
-bool TellNoSpace(Session& session, double need)
+bool TellNoSpace(Host& host, Machine& machine, const Folders& folders, double need)
 {
-    const auto free = session.machine.FreeSpace(session.TrleFolder());
+    const auto free = machine.FreeSpace(folders.trle);
     const double bytes = free ? static_cast<double>(*free) : 0;
-    session.host.Tell(Tone::Error,
-                      GetMsg(Msg::NoSpaceForLevel, {FormatSize(need), FormatSize(bytes)}));
+    host.Tell(Tone::Error, GetMsg(Msg::NoSpaceForLevel, {FormatSize(need), FormatSize(bytes)}));
     return false;
 }
 
@@ -36,7 +35,7 @@ bool TellNoSpace(Session& session, double need)
 bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
                      std::vector<Placement>& placements)
 {
-    const auto home = LevelFolderOf(session, code);
+    const auto home = LevelFolderOf(session.Folders(), session.archive, code);
     if (!home) {
         session.host.Tell(Tone::Error, home.Error().reason);
         return false;
@@ -55,9 +54,9 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
             if (const auto plan = PlanLevelFiles(source))
                 for (const ReadyFile& file : *plan)
                     need += static_cast<double>(file.size);
-            return TellNoSpace(session, need);
+            return TellNoSpace(session.host, session.machine, session.Folders(), need);
         }
-        TellFailure(session, GetMsg(Msg::ErrorDecompressingFiles), ready.Error());
+        TellFailure(session.host, GetMsg(Msg::ErrorDecompressingFiles), ready.Error());
         return false;
     }
     std::vector<std::string> refused;
@@ -71,18 +70,18 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
         if (!placement.file.moved)
             need += static_cast<double>(placement.file.size);
     double freed = 0;
-    if (const auto owner = ReadOwner(session); owner && *owner)
+    if (const auto owner = ReadOwner(session.Folders()); owner && *owner)
         for (const OwnedFile& file : (*owner)->added)
             freed += static_cast<double>(file.size);
     const auto free = session.machine.FreeSpace(session.TrleFolder());
     if (free && need > static_cast<double>(*free) + freed)
-        return TellNoSpace(session, need);
+        return TellNoSpace(session.host, session.machine, session.Folders(), need);
     return true;
 }
 
 void MendAfterRestart(Session& session, LevelCode code)
 {
-    const auto found = ReadOwner(session); // the next occasion may be able to
+    const auto found = ReadOwner(session.Folders()); // the next occasion may be able to
     const auto& owner = found ? *found : std::optional<OwnerRecord>{};
     if (!owner || owner->bootId == session.machine.BootId())
         return;
@@ -101,7 +100,7 @@ void MendAfterRestart(Session& session, LevelCode code)
         const Path target = ResolvePath(session.TrleFolder() / placement.relative);
         const auto facts = LookAt(target);
         if (!facts) {
-            TellFailure(session, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
+            TellFailure(session.host, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
                         facts.Error());
             return;
         }
@@ -111,7 +110,7 @@ void MendAfterRestart(Session& session, LevelCode code)
         if (!ours || SameContent(placement.file.path, target))
             continue;
         if (const auto status = CopyFileOver(placement.file.path, target); !status) {
-            TellFailure(session, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
+            TellFailure(session.host, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
                         status.Error());
             return;
         }
@@ -123,7 +122,8 @@ void MendAfterRestart(Session& session, LevelCode code)
     record.added.insert(record.added.end(), standing.begin(), standing.end());
     if (!mended.empty())
         session.host.Tell(Tone::Plain, GetMsg(Msg::MendedFiles, {ShownNames(mended)}));
-    (void)WriteOwner(session, std::move(record)); // otherwise the files are compared once more
+    (void)WriteOwner(session.machine, session.Folders(),
+                     std::move(record)); // otherwise the files are compared once more
 }
 
 } // namespace kestrova

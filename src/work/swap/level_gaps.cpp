@@ -49,12 +49,12 @@ Result<std::vector<Stored>> StoredFiles(const Path& folder)
 
 } // namespace
 
-Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level)
+Result<LevelGaps> GapsOf(const Folders& folders, const LevelRecord& level)
 {
     LevelGaps gaps;
     if (level.cdNumber != 0 || level.levelCode == originalCode)
         return gaps;
-    const Path folder = InFolder(LevelHomeOf(session, level.levelCode), OnDisk::DirFiles);
+    const Path folder = InFolder(LevelHomeOf(folders, level.levelCode), OnDisk::DirFiles);
     const auto stored = StoredFiles(folder);
     if (!stored)
         return stored.Error();
@@ -68,7 +68,7 @@ Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level)
         const auto found = byName.find(FoldCase(Trim(noted)));
         return found == byName.end() ? nullptr : found->second;
     };
-    const auto index = ReadTr4InfOf(session, level.levelCode);
+    const auto index = ReadTr4InfOf(folders, level.levelCode);
     if (!index && index.Error().code == ErrorCode::CannotRead)
         return index.Error();
     if (index)

@@ -16,7 +16,7 @@ struct LevelGaps {
 };
 /// One listing and no file's content; nothing is touched. A level on a disc has no gaps that could
 /// be seen.
-Result<LevelGaps> GapsOf(const Session& session, const LevelRecord& level);
+Result<LevelGaps> GapsOf(const Folders& folders, const LevelRecord& level);
 /// The gaps without which the level cannot be played whole, as a person reads them.
 std::vector<std::string> PlayGaps(const LevelGaps& gaps);
 /// The same with the readme.

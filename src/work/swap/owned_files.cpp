@@ -46,21 +46,21 @@ bool IsAsPut(const OwnedFile& listed, const platform::FileFacts& facts)
             (listed.changedNs == facts.changedNs && listed.inode == facts.inode));
 }
 
-Path SpelledAsPut(const Session& session, const OwnedFile& listed, const Path& relative)
+Path SpelledAsPut(const Folders& folders, const OwnedFile& listed, const Path& relative)
 {
-    const auto twins = CaseTwins(session.TrleFolder() / relative);
+    const auto twins = CaseTwins(folders.trle / relative);
     if (!twins || twins->size() < 2)
         return relative;
     for (const Path& twin : *twins)
         if (IsAsPut(listed, platform::FactsOf(twin))) // a look that fails proves nothing
             return relative.parent_path() / twin.filename();
-    return relative.parent_path() / ResolvePath(session.TrleFolder() / relative).filename();
+    return relative.parent_path() / ResolvePath(folders.trle / relative).filename();
 }
 
-bool StaysWithCompactBackup(const Session& session, std::string_view name)
+bool StaysWithCompactBackup(const PreferencesRecord& preferences, std::string_view name)
 {
     const std::string_view audio = OnDisk::FragAudio;
-    return !session.preferences.fullBackup && EqualNames(name.substr(0, audio.size()), audio);
+    return !preferences.fullBackup && EqualNames(name.substr(0, audio.size()), audio);
 }
 
 OwnedNames::OwnedNames(const std::vector<OwnedFile>& files)
@@ -114,7 +114,7 @@ bool SafeContents::LevelHolds(const Path& relative)
         return false;
     if (!stored_) {
         stored_ = std::make_unique<Stored>(FreshPlaceIn(session_.programFolder));
-        const Path source = InFolder(HomeOf(session_, level_), OnDisk::DirFiles);
+        const Path source = InFolder(HomeOf(session_.Folders(), level_), OnDisk::DirFiles);
         std::vector<std::string> refused;
         // A level that cannot be read proves nothing: then the file is kept.
         if (FolderExists(source))

@@ -23,11 +23,11 @@ bool IsAsPut(const OwnedFile& listed, const platform::FileFacts& facts);
 /// `relative` (below the Level Editor's folder) in the spelling of the noted file: where several
 /// files differ by case alone, of the one that is as it was put there, or else of the one that the
 /// name as it is noted finds.
-Path SpelledAsPut(const Session& session, const OwnedFile& listed, const Path& relative);
+Path SpelledAsPut(const Folders& folders, const OwnedFile& listed, const Path& relative);
 
 /// True for a file in the folder of sounds while the backup is compact: it holds none of them, so
 /// what stands there stays.
-bool StaysWithCompactBackup(const Session& session, std::string_view name);
+bool StaysWithCompactBackup(const PreferencesRecord& preferences, std::string_view name);
 
 /// A list of noted files by name, case ignored.
 class OwnedNames

@@ -127,19 +127,19 @@ bool IsLevelPlace(const Path& relative)
     });
 }
 
-Path PlaceOfOriginal(const Session& session, const Path& relative)
+Path PlaceOfOriginal(const Folders& folders, const Path& relative)
 {
-    const Path source = ResolvePath(session.BackupFolder() / relative);
+    const Path source = ResolvePath(folders.Backup() / relative);
     const Path place = relative.parent_path() / source.filename();
-    const auto found = [&](const Path& name) { return ResolvePath(session.TrleFolder() / name); };
+    const auto found = [&](const Path& name) { return ResolvePath(folders.trle / name); };
     return found(place) == found(relative) ? relative
                                            : relative.parent_path() / found(place).filename();
 }
 
-Status RestoreOriginal(Session& session, const Path& relative)
+Status RestoreOriginal(const Folders& folders, const Path& relative)
 {
-    const Path source = ResolvePath(session.BackupFolder() / relative);
-    const Path existing = ResolvePath(session.TrleFolder() / PlaceOfOriginal(session, relative));
+    const Path source = ResolvePath(folders.Backup() / relative);
+    const Path existing = ResolvePath(folders.trle / PlaceOfOriginal(folders, relative));
     const Path folder = existing.parent_path();
     const Path wanted = folder / source.filename();
     if (auto status = MakeFolders(folder); !status)

@@ -37,8 +37,8 @@ struct Belongings {
 Belongings BelongingsOf(const MarkerContent& marker, const std::optional<OwnerRecord>& owner);
 /// The place below the Level Editor's folder that `RestoreOriginal` fills: of files that differ by
 /// case alone, the one that it replaces.
-Path PlaceOfOriginal(const Session& session, const Path& relative);
+Path PlaceOfOriginal(const Folders& folders, const Path& relative);
 /// An original back from the backup, in the backup's spelling, without the read-only bit.
-Status RestoreOriginal(Session& session, const Path& relative);
+Status RestoreOriginal(const Folders& folders, const Path& relative);
 
 } // namespace kestrova

@@ -31,25 +31,25 @@ namespace kestrova
 namespace
 {
 
-bool Unfinished(Session& session, const Failure& failure)
+bool Unfinished(Host& host, const Failure& failure)
 {
-    TellFailure(session, GetMsg(Msg::InterruptedFailed), failure);
+    TellFailure(host, GetMsg(Msg::InterruptedFailed), failure);
     return false;
 }
 
-void TellLacking(Session& session, const LackingFolder& lacking)
+void TellLacking(Host& host, const LackingFolder& lacking)
 {
     const Message text =
         lacking.place == Place::LevelEditor
             ? (lacking.anotherIsThere ? Msg::InterruptedFolderOther : Msg::InterruptedFolderGone)
             : (lacking.anotherIsThere ? Msg::InterruptedStoreOther : Msg::InterruptedStoreGone);
-    session.host.Tell(Tone::Error, GetMsg(text, {TextOf(lacking.noted)}));
+    host.Tell(Tone::Error, GetMsg(text, {TextOf(lacking.noted)}));
 }
 
 /// What a swap took out of a store comes back there, as far as nothing newer stands in its place.
-Status RefillStore(const Session& session, const SwapJournal& journal)
+Status RefillStore(const Folders& folders, const SwapJournal& journal)
 {
-    const Path store = ResolvePath(NeededStore(session, journal));
+    const Path store = ResolvePath(NeededStore(folders, journal));
     const auto isThere = IsFolder(store);
     if (!isThere)
         return isThere.Error();
@@ -58,7 +58,7 @@ Status RefillStore(const Session& session, const SwapJournal& journal)
     for (const StateFile& file : journal.store) {
         if (!SafeName(file.name))
             continue;
-        const Path content = HistoryContent(session, file.hash);
+        const Path content = HistoryContent(folders, file.hash);
         const auto isKept = IsFile(content);
         const auto isFree = IsFree(store / file.name);
         if (!isKept || !isFree)
@@ -74,14 +74,14 @@ Status RefillStore(const Session& session, const SwapJournal& journal)
 }
 
 /// The Level Editor's folder is gone for good.
-bool GiveUpFolder(Session& session, const SwapJournal& journal)
+bool GiveUpFolder(Host& host, const Folders& folders, const SwapJournal& journal)
 {
-    auto status = RefillStore(session, journal);
+    auto status = RefillStore(folders, journal);
     if (status)
-        status = DropJournal(session);
+        status = DropJournal(folders);
     if (!status)
-        return Unfinished(session, status.Error());
-    session.host.Tell(Tone::Warning, GetMsg(Msg::LetGoFolder, {Readable(journal.folder.path)}));
+        return Unfinished(host, status.Error());
+    host.Tell(Tone::Warning, GetMsg(Msg::LetGoFolder, {Readable(journal.folder.path)}));
     return true;
 }
 
@@ -90,10 +90,10 @@ bool MendSwap(Session& session, const SwapJournal& journal)
     if (journal.phase == SwapPhase::Restore) {
         RestoreReport report;
         const auto status = FinishRestore(session, journal, report);
-        TellKept(session, report);
-        TellIncompleteRestore(session, report);
+        TellKept(session.host, report);
+        TellIncompleteRestore(session.host, report);
         if (!status) {
-            TellFailure(session, GetMsg(Msg::RestoreNotFinished), status.Error());
+            TellFailure(session.host, GetMsg(Msg::RestoreNotFinished), status.Error());
             return false;
         }
         if (report.Whole())
@@ -101,47 +101,48 @@ bool MendSwap(Session& session, const SwapJournal& journal)
         return true;
     }
     if (journal.phase == SwapPhase::Planned) {
-        auto status = PutStoreBack(session, LevelOfNeededStore(session, journal),
-                                   NeededStore(session, journal), journal.store);
+        auto status = PutStoreBack(session.machine, session.Folders(), session.archive,
+                                   session.settings, LevelOfNeededStore(session.Folders(), journal),
+                                   NeededStore(session.Folders(), journal), journal.store);
         if (status)
-            status = DropJournal(session);
+            status = DropJournal(session.Folders());
         if (!status)
-            return Unfinished(session, status.Error());
-        ClearHalfDone(session);
+            return Unfinished(session.host, status.Error());
+        ClearHalfDone(session.Folders());
         session.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedBefore));
         return true;
     }
     LeftInTrle left;
     if (const auto status = ReturnToOriginal(session, journal, left); !status)
-        return Unfinished(session, status.Error());
+        return Unfinished(session.host, status.Error());
     const bool whole = left.overwritten.empty();
     session.host.Tell(whole ? Tone::Warning : Tone::Error,
                       GetMsg(whole ? Msg::InterruptedSwap : Msg::InterruptedNotWhole));
-    TellLeftovers(session, left);
+    TellLeftovers(session.host, session.Folders(), left);
     return true;
 }
 
 /// A journal that nobody can read must not stop the program for ever, nor be lost.
-bool SetAsideDamaged(Session& session)
+bool SetAsideDamaged(Host& host, const Folders& folders)
 {
-    const Path file = JournalPath(session);
+    const Path file = JournalPath(folders);
     const auto aside = FreeNumbered(file);
     if (!aside)
-        return Unfinished(session, aside.Error());
+        return Unfinished(host, aside.Error());
     if (const auto failure = platform::Rename(file, *aside))
-        return Unfinished(session, MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure));
-    session.host.Tell(Tone::Error, GetMsg(Msg::InterruptedDamaged, {TextOf(*aside)}));
+        return Unfinished(host, MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure));
+    host.Tell(Tone::Error, GetMsg(Msg::InterruptedDamaged, {TextOf(*aside)}));
     return true;
 }
 
 /// A change of savegames is finished before a swap moves them.
 bool FinishSavegames(Session& session)
 {
-    if (!StateChangeWaits(session))
+    if (!StateChangeWaits(session.Folders()))
         return true;
     const Operation running{session};
     if (const auto status = FinishStateChange(session); !status) {
-        TellFailure(session, GetMsg(Msg::SavegamesUnfinished), status.Error());
+        TellFailure(session.host, GetMsg(Msg::SavegamesUnfinished), status.Error());
         return false;
     }
     session.host.Tell(Tone::Warning, GetMsg(Msg::SavegamesFinished));
@@ -152,12 +153,13 @@ bool FinishSavegames(Session& session)
 
 bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
 {
-    if (!SettleBackupFolders(session) || !FinishSavegames(session))
+    if (!SettleBackupFolders(session.host, session.Folders()) || !FinishSavegames(session))
         return false;
-    const auto found = ReadJournal(session);
+    const auto found = ReadJournal(session.Folders());
     if (!found)
-        return found.Error().code == ErrorCode::Damaged ? SetAsideDamaged(session)
-                                                        : Unfinished(session, found.Error());
+        return found.Error().code == ErrorCode::Damaged
+                   ? SetAsideDamaged(session.host, session.Folders())
+                   : Unfinished(session.host, found.Error());
     if (!*found) {
         if (!FollowMovedState(session, said))
             return false;
@@ -170,13 +172,13 @@ bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
     const Operation running{session};
     if (!FollowMovedFolders(session, journal, said))
         return false;
-    const auto lacking = LackingOf(session, journal);
+    const auto lacking = LackingOf(session.Folders(), journal);
     if (!lacking)
-        return Unfinished(session, lacking.Error());
+        return Unfinished(session.host, lacking.Error());
     if (*lacking) {
         if (said.letGo && (*lacking)->place == Place::LevelEditor)
-            return GiveUpFolder(session, journal);
-        TellLacking(session, **lacking);
+            return GiveUpFolder(session.host, session.Folders(), journal);
+        TellLacking(session.host, **lacking);
         return false;
     }
     // The preferences may name another folder by now; the work is mended where it began.
@@ -187,26 +189,26 @@ bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
     return mended;
 }
 
-std::string RemedyForWaiting(const Session& session)
+std::string RemedyForWaiting(const Folders& folders, const Archive& archive)
 {
-    if (WhatMendingLacks(session).ValueOr({}))
+    if (WhatMendingLacks(folders, archive).ValueOr({}))
         return GetMsg(Msg::DoctorWaitsRemedy);
-    if (!IsFree(JournalPath(session)).ValueOr(false))
+    if (!IsFree(JournalPath(folders)).ValueOr(false))
         return GetMsg(Msg::MendRoomRemedy);
-    return RemedyInTrle(session);
+    return RemedyInTrle(folders, archive);
 }
 
-std::string InterruptedWork(const Session& session)
+std::string InterruptedWork(const Folders& folders, const Archive& archive)
 {
-    if (const auto lacking = WhatMendingLacks(session); lacking && *lacking)
+    if (const auto lacking = WhatMendingLacks(folders, archive); lacking && *lacking)
         return GetMsg((*lacking)->place == Place::LevelEditor ? Msg::WaitingSwapFolder
                                                               : Msg::WaitingSwapStore,
                       {TextOf((*lacking)->noted)});
-    if (!IsFree(JournalPath(session)).ValueOr(false)) // nor is one that cannot be looked at none
+    if (!IsFree(JournalPath(folders)).ValueOr(false)) // nor is one that cannot be looked at none
         return GetMsg(Msg::WaitingSwap);
-    if (StateChangeWaits(session))
+    if (StateChangeWaits(folders))
         return GetMsg(Msg::WaitingSavegames);
-    return BackupFoldersWait(session) ? GetMsg(Msg::WaitingBackup) : std::string{};
+    return BackupFoldersWait(folders) ? GetMsg(Msg::WaitingBackup) : std::string{};
 }
 
 } // namespace kestrova

@@ -11,9 +11,9 @@ namespace kestrova
 /// Editor's folder is gone, say). `said`: what the person knows of folders that were moved.
 bool RecoverInterruptedWork(Session& session, const Whereabouts& said = {});
 /// What the person can do about what waits.
-std::string RemedyForWaiting(const Session& session);
+std::string RemedyForWaiting(const Folders& folders, const Archive& archive);
 /// What waits to be mended, and for which folder, in words; empty when nothing does. Touches
 /// nothing.
-std::string InterruptedWork(const Session& session);
+std::string InterruptedWork(const Folders& folders, const Archive& archive);
 
 } // namespace kestrova

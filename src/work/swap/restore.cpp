@@ -30,13 +30,14 @@ namespace
 std::vector<std::string> RemoveLevelFirst(Session& session)
 {
     const bool archiveIsThere =
-        FindLevel(session, originalCode) >= 0 &&
+        FindLevel(session.archive, originalCode) >= 0 &&
         FolderExists(FolderFromText(Trim(session.archive.header.secondaryFolder)));
     if (archiveIsThere) {
         if (RestoreFast(session))
             return {};
         session.host.Tell(Tone::Warning, GetMsg(Msg::RestoreGoesOn));
-        const auto owner = ReadOwner(session); // unread, it only makes names be told twice
+        const auto owner =
+            ReadOwner(session.Folders()); // unread, it only makes names be told twice
         return owner && *owner ? (*owner)->owed : std::vector<std::string>{};
     }
     ActivityLog log;
@@ -46,16 +47,16 @@ std::vector<std::string> RemoveLevelFirst(Session& session)
 
 /// A swap that was interrupted and cannot be mended now goes on as a full restore, provided that it
 /// belongs to this folder: an archive that is away is not waited for, and neither is a full disk.
-bool TakeOver(Session& session, SwapJournal& journal)
+bool TakeOver(const Folders& folders, SwapJournal& journal)
 {
     if (journal.phase == SwapPhase::Restore)
         return true;
     if (journal.phase == SwapPhase::Planned ||
-        !HasMark(session.TrleFolder(), journal.folder).ValueOr(false))
+        !HasMark(folders.trle, journal.folder).ValueOr(false))
         return false; // a store waits to be put back, or another folder
-    const LevelPlace level = LevelOfNeededStore(session, journal);
+    const LevelPlace level = LevelOfNeededStore(folders, journal);
     journal.from = journal.liveIsKept || journal.storeLetGo ? -1 : level.code;
-    journal.fromStore = StateStoreOf(session, level).native();
+    journal.fromStore = StateStoreOf(folders, level).native();
     journal.phase = SwapPhase::Restore;
     journal.remove.insert(journal.remove.end(), journal.install.begin(), journal.install.end());
     return true;
@@ -64,34 +65,34 @@ bool TakeOver(Session& session, SwapJournal& journal)
 /// What waits is mended first. Savegames whose archive is away go to the history.
 void MendFirst(Session& session)
 {
-    const auto lacking = WhatMendingLacks(session);
+    const auto lacking = WhatMendingLacks(session.Folders(), session.archive);
     if (lacking && *lacking && (*lacking)->place == Place::Archive)
         (void)RecoverInterruptedWork(session, {{}, {}, true});
 }
 
 /// The journal of the restore: what the level brought, and whose savegames stand in the folder.
-Result<SwapJournal> PlannedRestore(Session& session)
+Result<SwapJournal> PlannedRestore(const Folders& folders, const Archive& archive)
 {
     SwapJournal journal;
-    auto folder = MarkOf(session.TrleFolder());
+    auto folder = MarkOf(folders.trle);
     if (!folder)
         return folder.Error();
     journal.folder = std::move(*folder);
     journal.phase = SwapPhase::Restore;
-    const auto known = ReadOwner(session);
+    const auto known = ReadOwner(folders);
     if (!known) // it alone knows what the level brought
         return known.Error();
     const auto& owner = *known;
-    const auto standing = LookAtStanding(session);
+    const auto standing = LookAtStanding(folders, archive);
     if (!standing)
         return standing.Error();
     journal.from = standing->state.code;
-    journal.fromStore = StateStoreOf(session, standing->state).native();
+    journal.fromStore = StateStoreOf(folders, standing->state).native();
     if (owner) {
         journal.from = owner->owner.value_or(-1); // -1: the state in the folder is nobody's
         journal.strangers = owner->strangers;
     }
-    const auto marker = ReadWholeFile(session.MarkerPath());
+    const auto marker = ReadWholeFile(folders.Marker());
     Belongings belongings = BelongingsOf(ParseMarker(marker ? *marker : std::string{}), owner);
     journal.remove = std::move(belongings.added);
     journal.restore = std::move(belongings.overwritten);
@@ -101,14 +102,14 @@ Result<SwapJournal> PlannedRestore(Session& session)
 /// The restore noted down. On a full disk what the level brought goes first and makes room.
 bool Begin(Session& session, const SwapJournal& journal)
 {
-    auto status = WriteJournal(session, journal);
+    auto status = WriteJournal(session.Folders(), journal);
     if (!status) {
         RestoreReport unused; // what is not deleted now is tried once more
         (void)DeleteListed(session, journal.remove, unused);
-        status = WriteJournal(session, journal);
+        status = WriteJournal(session.Folders(), journal);
     }
     if (!status)
-        TellFailure(session, GetMsg(Msg::CannotWriteJournal), status.Error());
+        TellFailure(session.host, GetMsg(Msg::CannotWriteJournal), status.Error());
     return bool{status};
 }
 
@@ -121,7 +122,8 @@ void RestoreOtherFolders(Session& session, ProgressScope& progress, RestoreRepor
         progress.SetLabel(GetMsg(Msg::RestoringFolder) + folder);
         RestoreReport ofFolder;
         const auto status =
-            RestoreFolder(session, InFolder({}, folder).relative_path(), ofFolder, &progress);
+            RestoreFolder(session.machine, session.Folders(), InFolder({}, folder).relative_path(),
+                          ofFolder, &progress);
         if (!status || !ofFolder.Whole())
             session.host.Tell(Tone::Error, GetMsg(Msg::ErrorRestoringFolder) + folder,
                               status ? ofFolder.reason : status.Error().reason);
@@ -135,19 +137,18 @@ void RestoreOtherFolders(Session& session, ProgressScope& progress, RestoreRepor
 }
 
 /// True unless the backup is of another folder and the person does not want its files here.
-bool MayRestoreFrom(Session& session)
+bool MayRestoreFrom(Host& host, const Folders& folders)
 {
-    const auto other = BackupSeemsOfAnother(session);
+    const auto other = BackupSeemsOfAnother(folders);
     if (!other)
-        return TellFolderNotRead(session, other.Error());
-    return !*other || session.host.AskYesNo(
-                          GetMsg(Msg::AskRestoreFromOther,
-                                 {TextOf(**other), TextOf(session.TrleFolder()), lineBreak}));
+        return TellFolderNotRead(host, other.Error());
+    return !*other || host.AskYesNo(GetMsg(Msg::AskRestoreFromOther,
+                                           {TextOf(**other), TextOf(folders.trle), lineBreak}));
 }
 
-bool Refused(Session& session, const std::string& words)
+bool Refused(Host& host, const std::string& words)
 {
-    session.host.Tell(Tone::Error, words);
+    host.Tell(Tone::Error, words);
     return false;
 }
 
@@ -156,49 +157,52 @@ bool Refused(Session& session, const std::string& words)
 bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
 {
     const Operation running{session};
-    const auto backup = LookAtBackup(session);
+    const auto backup = LookAtBackup(session.Folders());
     if (!backup)
-        return TellFolderNotRead(session, backup.Error());
+        return TellFolderNotRead(session.host, backup.Error());
     if (*backup == BackupState::Missing)
-        return Refused(session, GetMsg(Msg::NoBackupToRestore, {TextOf(session.MarkerPath())}));
+        return Refused(session.host,
+                       GetMsg(Msg::NoBackupToRestore, {TextOf(session.MarkerPath())}));
     if (!FolderExists(session.TrleFolder()))
-        return Refused(session, GetMsg(Msg::RestoreFolderGone, {TextOf(session.TrleFolder())}));
-    if (!MayRestoreFrom(session) || !MayChangeTrle(session))
+        return Refused(session.host,
+                       GetMsg(Msg::RestoreFolderGone, {TextOf(session.TrleFolder())}));
+    if (!MayRestoreFrom(session.host, session.Folders()) || !MayChangeTrle(session))
         return false;
     progress.SetLabel(GetMsg(Msg::RestoreRemovingLevel));
     progress.Step();
     MendFirst(session);
     const std::vector<std::string> told = RemoveLevelFirst(session);
-    auto found = ReadJournal(session);
+    auto found = ReadJournal(session.Folders());
     if (!found) {
-        TellFailure(session, GetMsg(Msg::RestoreNotFinished), found.Error());
+        TellFailure(session.host, GetMsg(Msg::RestoreNotFinished), found.Error());
         return false;
     }
-    const auto planned = *found ? Result<SwapJournal>{**found} : PlannedRestore(session);
+    const auto planned =
+        *found ? Result<SwapJournal>{**found} : PlannedRestore(session.Folders(), session.archive);
     if (!planned) {
-        TellFailure(session, GetMsg(Msg::RestoreNotFinished), planned.Error());
+        TellFailure(session.host, GetMsg(Msg::RestoreNotFinished), planned.Error());
         return false;
     }
     SwapJournal journal = *planned;
-    if (!TakeOver(session, journal))
-        return Refused(session, GetMsg(Msg::WorkPending));
+    if (!TakeOver(session.Folders(), journal))
+        return Refused(session.host, GetMsg(Msg::WorkPending));
     if (!Begin(session, journal))
         return false;
     RestoreReport report;
     if (const auto status = FinishRestore(session, journal, report, &progress); !status) {
-        TellKept(session, report);
-        TellIncompleteRestore(session, report, told);
-        TellFailure(session, GetMsg(Msg::RestoreNotFinished), status.Error());
+        TellKept(session.host, report);
+        TellIncompleteRestore(session.host, report, told);
+        TellFailure(session.host, GetMsg(Msg::RestoreNotFinished), status.Error());
         return false;
     }
     RestoreOtherFolders(session, progress, report);
-    TellKept(session, report);
+    TellKept(session.host, report);
     progress.SetLabel(GetMsg(Msg::RestoreFinished));
     session.list.Refresh();
     if (report.Whole())
         session.host.Tell(Tone::Plain, GetMsg(Msg::RestoredOriginal));
     else
-        TellIncompleteRestore(session, report, told);
+        TellIncompleteRestore(session.host, report, told);
     return report.Whole();
 }
 

@@ -56,28 +56,30 @@ void Note(RestoreReport& report, std::vector<std::string>& list, const Path& rel
 }
 
 /// Keeps a file that is about to go; the report names what was newly kept.
-Status KeepNoting(Session& session, const Path& relative, RestoreReport& report)
+Status KeepNoting(Machine& machine, const Folders& folders, const Path& relative,
+                  RestoreReport& report)
 {
-    Keeping keeping = KeepOriginals(session, {relative});
+    Keeping keeping = KeepOriginals(machine, folders, {relative});
     for (const Path& kept : keeping.kept)
         report.kept.push_back(Readable(ToBackslashes(kept)));
     return keeping.failed.empty() ? Status{} : Status{std::move(keeping.failure)};
 }
 
 /// One original back in its place. What stood there and is not the original is kept first.
-void BringBack(Session& session, const Path& relative, RestoreReport& report)
+void BringBack(Machine& machine, const Folders& folders, const Path& relative,
+               RestoreReport& report)
 {
-    const Path source = ResolvePath(session.BackupFolder() / relative);
-    const Path place = PlaceOfOriginal(session, relative);
-    const Path target = ResolvePath(session.TrleFolder() / place);
+    const Path source = ResolvePath(folders.Backup() / relative);
+    const Path place = PlaceOfOriginal(folders, relative);
+    const Path target = ResolvePath(folders.trle / place);
     if (SameContent(source, target)) {
         if (target.filename() != source.filename()) // the backup's spelling is the original one
             (void)platform::Rename(target, target.parent_path() / source.filename());
         return;
     }
-    if (const auto kept = KeepNoting(session, place, report); !kept)
+    if (const auto kept = KeepNoting(machine, folders, place, report); !kept)
         Note(report, report.left, relative, kept.Error());
-    else if (const auto back = RestoreOriginal(session, relative); !back)
+    else if (const auto back = RestoreOriginal(folders, relative); !back)
         Note(report, report.missing, relative, back.Error());
 }
 
@@ -104,7 +106,7 @@ Status DeleteCritical(Session& session, RestoreReport& report)
         const Path relative = file.lexically_relative(trle).lexically_normal();
         if (SameContent(file, session.BackupFolder() / relative))
             continue; // deleted and copied back it would be the same
-        auto status = KeepNoting(session, relative, report);
+        auto status = KeepNoting(session.machine, session.Folders(), relative, report);
         if (status)
             status = DeleteSpelled(file);
         if (!status)
@@ -119,16 +121,17 @@ Path Relative(std::string_view fragment)
 }
 
 /// What the level replaced in other folders than the critical ones (its sounds).
-void RestoreListed(Session& session, const SwapJournal& journal, RestoreReport& report)
+void RestoreListed(Machine& machine, const Folders& folders, const SwapJournal& journal,
+                   RestoreReport& report)
 {
     std::vector<std::string> names = journal.restore;
     for (const OwnedFile& file : journal.remove)
         names.push_back(file.name);
     for (const std::string& name : names) {
         const auto relative = SafeRelative(name);
-        if (relative && IsFile(session.BackupFolder() / *relative).ValueOr(true) &&
+        if (relative && IsFile(folders.Backup() / *relative).ValueOr(true) &&
             !IsPlayersPlace(*relative))
-            BringBack(session, *relative, report);
+            BringBack(machine, folders, *relative, report);
     }
 }
 
@@ -143,7 +146,7 @@ std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFil
         if (!relative || IsPlayersPlace(*relative))
             continue;
         const Path place =
-            ResolvePath(session.TrleFolder() / SpelledAsPut(session, file, *relative));
+            ResolvePath(session.TrleFolder() / SpelledAsPut(session.Folders(), file, *relative));
         const auto facts = LookAt(place);
         if (!facts) { // it stays noted
             Note(report, report.left, *relative, facts.Error());
@@ -152,7 +155,7 @@ std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFil
         }
         if (facts->kind != platform::FileKind::File)
             continue;
-        if (StaysWithCompactBackup(session, file.name)) {
+        if (StaysWithCompactBackup(session.preferences, file.name)) {
             left.push_back(file);
             continue;
         }
@@ -168,17 +171,17 @@ std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFil
     return left;
 }
 
-Status RestoreFolder(Session& session, const Path& folder, RestoreReport& report,
-                     ProgressScope* progress)
+Status RestoreFolder(Machine& machine, const Folders& folders, const Path& folder,
+                     RestoreReport& report, ProgressScope* progress)
 {
-    const auto listed = ListFiles(session.BackupFolder() / folder, OnDisk::PatAll);
+    const auto listed = ListFiles(folders.Backup() / folder, OnDisk::PatAll);
     if (!listed)
         return listed.Error();
     const std::vector<Path>& files = *listed;
     for (std::size_t i = 0; i < files.size(); ++i) {
         // A savegame of the time of the backup is no original: what the player has now stays.
         if (!IsPlayersPlace(folder / files[i].filename()))
-            BringBack(session, folder / files[i].filename(), report);
+            BringBack(machine, folders, folder / files[i].filename(), report);
         if (progress != nullptr) {
             progress->SetBar(i + 1, files.size());
             progress->Step();
@@ -205,29 +208,33 @@ Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport
         return status;
     Show(progress, Msg::RestoreCopyingOriginal);
     for (const Path& folder : folders)
-        if (auto status = RestoreFolder(session, folder, report, progress); !status)
+        if (auto status =
+                RestoreFolder(session.machine, session.Folders(), folder, report, progress);
+            !status)
             return status;
-    RestoreListed(session, journal, report);
+    RestoreListed(session.machine, session.Folders(), journal, report);
     if (journal.from >= 0)
-        SetOwner(session, owner, LevelPlace{journal.from, Path{journal.fromStore}.parent_path()});
+        SetOwner(session.Folders(), session.archive, owner,
+                 LevelPlace{journal.from, Path{journal.fromStore}.parent_path()});
     owner.overwritten = report.missing;
-    owner.strangers = StrangersThere(session, journal.strangers).ValueOr(journal.strangers);
-    if (auto status = WriteOwner(session, std::move(owner)); !status)
+    owner.strangers =
+        StrangersThere(session.Folders(), journal.strangers).ValueOr(journal.strangers);
+    if (auto status = WriteOwner(session.machine, session.Folders(), std::move(owner)); !status)
         return status;
-    if (auto status = DropJournal(session); !status)
+    if (auto status = DropJournal(session.Folders()); !status)
         return status;
     if (const auto status = ReturnHomelessState(session, report.state); !status)
         NoteReason(report, status.Error());
     return {};
 }
 
-void TellKept(Session& session, const RestoreReport& report)
+void TellKept(Host& host, const RestoreReport& report)
 {
     if (!report.kept.empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {ShownNames(report.kept)}));
+        host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {ShownNames(report.kept)}));
 }
 
-void TellIncompleteRestore(Session& session, const RestoreReport& report,
+void TellIncompleteRestore(Host& host, const RestoreReport& report,
                            const std::vector<std::string>& told)
 {
     if (report.Whole())
@@ -244,7 +251,7 @@ void TellIncompleteRestore(Session& session, const RestoreReport& report,
         text += std::string{lineBreak} + GetMsg(Msg::RestoreLeft, {ShownNames(report.left)});
     if (!report.state.empty())
         text += std::string{lineBreak} + GetMsg(Msg::RestoreStateLeft, {ShownNames(report.state)});
-    session.host.Tell(Tone::Error, text, report.reason);
+    host.Tell(Tone::Error, text, report.reason);
 }
 
 } // namespace kestrova

@@ -35,13 +35,13 @@ Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport
 
 /// The files of one folder of the backup over those of the Level Editor's folder, the bar
 /// following.
-Status RestoreFolder(Session& session, const Path& folder, RestoreReport& report,
-                     ProgressScope* progress);
+Status RestoreFolder(Machine& machine, const Folders& folders, const Path& folder,
+                     RestoreReport& report, ProgressScope* progress);
 
 /// Names what was kept before it went.
-void TellKept(Session& session, const RestoreReport& report);
+void TellKept(Host& host, const RestoreReport& report);
 /// Says what is missing and what to do. `told`: originals that were named a moment ago as not back.
-void TellIncompleteRestore(Session& session, const RestoreReport& report,
+void TellIncompleteRestore(Host& host, const RestoreReport& report,
                            const std::vector<std::string>& told = {});
 
 } // namespace kestrova

@@ -30,32 +30,36 @@ namespace
 
 /// The live state leaves the folder: into its store, or, when the level has been removed since,
 /// into the history.
-Status SaveLiveState(Session& session, const LevelPlace& owner, const Path& store,
+Status SaveLiveState(Machine& machine, const Folders& folders, const Archive& archive,
+                     const ProgramSettings& settings, const LevelPlace& owner, const Path& store,
                      std::vector<OwnedFile>& strangers)
 {
     std::vector<StateFile> live;
-    const auto there = StrangersThere(session, strangers);
+    const auto there = StrangersThere(folders, strangers);
     const auto hasHome = IsFolder(store.parent_path());
     if (!there || !hasHome)
         return there ? hasHome.Error() : there.Error();
     strangers = *there;
     if (*hasHome) {
-        if (auto status = StoreLiveState(session, owner, store, live, strangers); !status)
+        if (auto status =
+                StoreLiveState(machine, folders, archive, settings, owner, store, live, strangers);
+            !status)
             return status;
     } else {
-        const auto files = LiveStateFiles(session, strangers);
+        const auto files = LiveStateFiles(folders, strangers);
         if (!files)
             return files.Error();
         auto hashes = HashesOf(*files);
         if (!hashes)
             return hashes.Error();
         live = std::move(*hashes);
-        if (auto status = KeepInHistory(session, owner, *files, GetMsg(Msg::ReasonInterrupted));
+        if (auto status = KeepInHistory(machine, folders, archive, settings, owner, *files,
+                                        GetMsg(Msg::ReasonInterrupted));
             !status)
             return status;
     }
     strangers.clear();
-    return DropLiveState(session, owner, live, strangers);
+    return DropLiveState(machine, folders, archive, settings, owner, live, strangers);
 }
 
 } // namespace
@@ -63,7 +67,7 @@ Status SaveLiveState(Session& session, const LevelPlace& owner, const Path& stor
 void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const LevelPlace& level,
                    LeftInTrle& left)
 {
-    const bool away = BackupIsAway(session);
+    const bool away = BackupIsAway(session.Folders());
     const OwnedNames brought{files}; // the old and the new level may both have brought a name
     struct Going {
         Path relative;
@@ -78,7 +82,7 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
             const auto name = SafeRelative(file.name);
             if (!name || IsPlayersPlace(*name))
                 continue;
-            const Path relative = SpelledAsPut(session, file, *name);
+            const Path relative = SpelledAsPut(session.Folders(), file, *name);
             const Path place = ResolvePath(session.TrleFolder() / relative);
             const auto facts = LookAt(place);
             if (!facts) { // it stays noted
@@ -86,7 +90,7 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
                 continue;
             }
             if (facts->kind != platform::FileKind::File ||
-                StaysWithCompactBackup(session, file.name) ||
+                StaysWithCompactBackup(session.preferences, file.name) ||
                 SameContent(place, session.BackupFolder() / relative))
                 continue;
             const bool known = brought.IsAsPut(file.name, *facts) || safe.Holds(file, relative);
@@ -99,7 +103,7 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
                 unsafe.push_back(relative);
         }
     }
-    const Keeping keeping = KeepOriginals(session, unsafe);
+    const Keeping keeping = KeepOriginals(session.machine, session.Folders(), unsafe);
     for (const Path& relative : keeping.kept)
         left.kept.push_back(Readable(ToBackslashes(relative)));
     for (const Path& relative : keeping.failed)
@@ -112,31 +116,32 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
     }
 }
 
-Status RestoreMissing(Session& session, const SwapJournal& journal, LeftInTrle& left)
+Status RestoreMissing(const Folders& folders, const PreferencesRecord& preferences,
+                      const SwapJournal& journal, LeftInTrle& left)
 {
-    const bool away = BackupIsAway(session);
+    const bool away = BackupIsAway(folders);
     NameSet owed;
     const auto restore = [&](const Path& relative) {
         if (IsPlayersPlace(relative))
             return;
         if (away) { // whatever is missing may be an original
             const std::string name = ToBackslashes(relative);
-            if (!IsFile(session.TrleFolder() / relative).ValueOr(false) &&
-                !StaysWithCompactBackup(session, name) && !owed.Has(name))
+            if (!IsFile(folders.trle / relative).ValueOr(false) &&
+                !StaysWithCompactBackup(preferences, name) && !owed.Has(name))
                 left.overwritten.push_back(name);
             owed.Add(name);
             return;
         }
-        const auto isOriginal = IsFile(session.BackupFolder() / relative);
-        const auto isThere = IsFile(session.TrleFolder() / relative);
+        const auto isOriginal = IsFile(folders.Backup() / relative);
+        const auto isThere = IsFile(folders.trle / relative);
         // Where one of both cannot be told it waits.
         const bool wanted = isOriginal && isThere && *isOriginal && !*isThere;
-        if (!isOriginal || !isThere || (wanted && !RestoreOriginal(session, relative)))
+        if (!isOriginal || !isThere || (wanted && !RestoreOriginal(folders, relative)))
             left.overwritten.push_back(ToBackslashes(relative));
     };
     std::vector<Path> originals;
     for (const Path& folder : {Path{}, Path{InFolder({}, OnDisk::DirData)}.relative_path()}) {
-        const auto files = ListFiles(session.BackupFolder() / folder, OnDisk::PatAll);
+        const auto files = ListFiles(folders.Backup() / folder, OnDisk::PatAll);
         if (!files)
             return files.Error();
         for (const Path& file : *files)
@@ -156,24 +161,24 @@ Status RestoreMissing(Session& session, const SwapJournal& journal, LeftInTrle& 
     // Where a file could not be deleted its original waits too.
     for (const OwnedFile& file : left.added)
         if (const auto relative = SafeRelative(file.name);
-            relative && IsFile(session.BackupFolder() / *relative).ValueOr(true))
+            relative && IsFile(folders.Backup() / *relative).ValueOr(true))
             left.overwritten.push_back(file.name);
     return {};
 }
 
-void ClearHalfDone(const Session& session)
+void ClearHalfDone(const Folders& folders)
 {
-    const Path trle = session.TrleFolder();
+    const Path trle = folders.trle;
     for (const std::string_view fragment : {OnDisk::FragRoot, OnDisk::DirData, OnDisk::DirAudio})
         ClearStagedLeftovers(ResolvePath(InFolder(trle, fragment)));
     (void)ClearPlace(InFolder(trle, OnDisk::DirReady)); // the next swap tries again
 }
 
-void TellLeftovers(Session& session, const LeftInTrle& left)
+void TellLeftovers(Host& host, const Folders& folders, const LeftInTrle& left)
 {
     const auto tell = [&](Message words, const std::vector<std::string>& names) {
         if (!names.empty())
-            session.host.Tell(Tone::Warning, GetMsg(words, {ShownNames(names)}));
+            host.Tell(Tone::Warning, GetMsg(words, {ShownNames(names)}));
     };
     const auto namesOf = [](const std::vector<OwnedFile>& files) {
         std::vector<std::string> names;
@@ -184,10 +189,9 @@ void TellLeftovers(Session& session, const LeftInTrle& left)
     tell(Msg::FilesKept, left.kept);
     tell(Msg::KeptUnlisted, left.spared);
     tell(Msg::LeftBehind, namesOf(left.added));
-    if (!left.overwritten.empty() && BackupIsAway(session))
-        session.host.Tell(Tone::Error,
-                          GetMsg(Msg::OriginalsNoBackup,
-                                 {TextOf(session.BackupFolder()), ShownNames(left.overwritten)}));
+    if (!left.overwritten.empty() && BackupIsAway(folders))
+        host.Tell(Tone::Error, GetMsg(Msg::OriginalsNoBackup,
+                                      {TextOf(folders.Backup()), ShownNames(left.overwritten)}));
     else
         tell(Msg::OriginalsNotBack, left.overwritten);
     tell(Msg::StateLeft, namesOf(left.strangers));
@@ -195,56 +199,63 @@ void TellLeftovers(Session& session, const LeftInTrle& left)
 
 Status ReturnToOriginal(Session& session, SwapJournal journal, LeftInTrle& left)
 {
-    const Path store = NeededStore(session, journal);
-    const LevelPlace owner = LevelOfNeededStore(session, journal);
+    const Path store = NeededStore(session.Folders(), journal);
+    const LevelPlace owner = LevelOfNeededStore(session.Folders(), journal);
     if (auto status = SettleTwins(session, owner, session.TrleFolder()); !status)
         return status;
     left.strangers = journal.strangers;
     if (journal.liveIsKept) { // the state of a level that has no folder any more
         const LevelPlace gone{journal.from, Path{journal.fromStore}.parent_path()};
         std::vector<OwnedFile> there;
-        if (auto status = DropLiveState(session, gone, journal.live, there); !status)
+        if (auto status = DropLiveState(session.machine, session.Folders(), session.archive,
+                                        session.settings, gone, journal.live, there);
+            !status)
             return status;
     }
-    if (auto status = SaveLiveState(session, owner, store, left.strangers); !status)
+    if (auto status = SaveLiveState(session.machine, session.Folders(), session.archive,
+                                    session.settings, owner, store, left.strangers);
+        !status)
         return status;
-    ClearHalfDone(session);
+    ClearHalfDone(session.Folders());
     std::vector<OwnedFile> brought = journal.install;
     brought.insert(brought.end(), journal.remove.begin(), journal.remove.end());
     const LevelPlace old{journal.from, Path{journal.fromStore}.parent_path()};
     DeleteBrought(session, brought, old, left);
-    if (auto status = RestoreMissing(session, journal, left); !status)
+    if (auto status = RestoreMissing(session.Folders(), session.preferences, journal, left);
+        !status)
         return status;
     (void)DeleteFile(session.MarkerPath()); // the owner record outweighs one that stays
     // From here on the state in the folder is that of the original configuration.
     journal.phase = SwapPhase::Coming;
     journal.to = originalCode;
-    journal.toStore = StateStoreOf(session, originalCode).native();
+    journal.toStore = StateStoreOf(session.Folders(), originalCode).native();
     journal.liveIsKept = false;
     journal.strangers = left.strangers;
-    if (auto status = WriteJournal(session, journal); !status)
+    if (auto status = WriteJournal(session.Folders(), journal); !status)
         return status;
     if (auto status = SettleTwins(session, originalCode, journal.toStore); !status)
         return status;
-    const auto stored = StoredState(session, originalCode);
+    const auto stored = StoredState(session.Folders(), originalCode);
     if (!stored)
         return stored.Error();
-    BroughtState state = BringStateIn(session, journal.toStore, *stored, originalCode, nullptr);
+    BroughtState state =
+        BringStateIn(session.machine, session.Folders(), session.archive, session.settings,
+                     journal.toStore, *stored, originalCode, nullptr);
     if (!state.waiting.empty()) // they are in their store, and no reason to wait for ever
         session.host.Tell(Tone::Warning, GetMsg(Msg::StateNotIn, {ShownNames(state.waiting)}));
     OwnerRecord record;
-    SetOwner(session, record, originalCode);
+    SetOwner(session.Folders(), session.archive, record, originalCode);
     record.overwritten = std::move(state.replaced);
     record.overwritten.insert(record.overwritten.end(), left.overwritten.begin(),
                               left.overwritten.end());
     record.owed = left.overwritten;
     record.added = left.added;
     record.added.insert(record.added.end(), left.unsure.begin(), left.unsure.end());
-    record.strangers = StrangersThere(session, left.strangers).ValueOr(left.strangers);
+    record.strangers = StrangersThere(session.Folders(), left.strangers).ValueOr(left.strangers);
     record.waiting = std::move(state.waiting);
-    if (auto status = WriteOwner(session, std::move(record)); !status)
+    if (auto status = WriteOwner(session.machine, session.Folders(), std::move(record)); !status)
         return status;
-    return DropJournal(session);
+    return DropJournal(session.Folders());
 }
 
 } // namespace kestrova

@@ -19,13 +19,13 @@ struct LeftInTrle {
     std::vector<OwnedFile> strangers;
 };
 
-void TellLeftovers(Session& session, const LeftInTrle& left);
+void TellLeftovers(Host& host, const Folders& folders, const LeftInTrle& left);
 
 /// Everything behind the point where the live state was stored ends at the original configuration.
 /// Each step may be repeated.
 Status ReturnToOriginal(Session& session, SwapJournal journal, LeftInTrle& left);
 /// What a swap built beside its targets in the Level Editor's folder goes.
-void ClearHalfDone(const Session& session);
+void ClearHalfDone(const Folders& folders);
 
 /// Deletes what the old or the new level brought, but for files that are original. What somebody
 /// changed since is kept first.
@@ -33,6 +33,7 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
                    LeftInTrle& left);
 /// Whatever the root and `data` of the backup hold and the folder lacks comes back. Fails before it
 /// changes anything when the backup cannot be listed.
-Status RestoreMissing(Session& session, const SwapJournal& journal, LeftInTrle& left);
+Status RestoreMissing(const Folders& folders, const PreferencesRecord& preferences,
+                      const SwapJournal& journal, LeftInTrle& left);
 
 } // namespace kestrova

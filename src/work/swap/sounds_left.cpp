@@ -23,7 +23,7 @@ SoundsLeft::SoundsLeft(Session& session)
 
 Status SoundsLeft::Find()
 {
-    auto owner = ReadOwner(session_);
+    auto owner = ReadOwner(session_.Folders());
     if (!owner)
         return owner.Error();
     owner_ = owner->value_or(OwnerRecord{});
@@ -65,20 +65,22 @@ void SoundsLeft::Settle()
         const auto original = IsFile(session_.BackupFolder() / left.relative);
         const auto facts = LookAt(left.place);
         auto status = original ? Status{} : original.Error();
-        const Path going =
-            original && *original ? PlaceOfOriginal(session_, left.relative) : left.relative;
+        const Path going = original && *original
+                               ? PlaceOfOriginal(session_.Folders(), left.relative)
+                               : left.relative;
         const bool asPut =
             facts && IsAsPut(left.listed, *facts) && ResolvePath(trle_ / going) == left.place;
         if (status && !asPut) // touched since, or a twin of it
-            status = KeepOriginal(session_, going);
+            status = KeepOriginal(session_.machine, session_.Folders(), going);
         if (status)
-            status =
-                *original ? RestoreOriginal(session_, left.relative) : DeleteSpelled(left.place);
+            status = *original ? RestoreOriginal(session_.Folders(), left.relative)
+                               : DeleteSpelled(left.place);
         if (status)
             settled.insert(left.listed.name);
     }
     std::erase_if(owner_.added, [&](const OwnedFile& file) { return settled.contains(file.name); });
-    (void)WriteOwner(session_, owner_); // otherwise they are looked at once more
+    (void)WriteOwner(session_.machine, session_.Folders(),
+                     owner_); // otherwise they are looked at once more
     session_.host.Tell(Tone::Plain, GetMsg(Msg::BackupLeftSounds, {Join(names, ", ")}));
 }
 

@@ -45,15 +45,15 @@ Result<bool> IsNewer(const Path& file, const Path& other)
 
 /// Where a content of a store lies while the store is empty: in the history, unless the same bytes
 /// are live.
-Result<Path> ContentOf(const Session& session, const std::string& hash)
+Result<Path> ContentOf(const Folders& folders, const std::string& hash)
 {
-    Path kept = HistoryContent(session, hash);
+    Path kept = HistoryContent(folders, hash);
     const auto isKept = IsFile(kept);
     if (!isKept)
         return isKept.Error();
     if (*isKept)
         return kept;
-    const auto live = StateFilesIn(session.TrleFolder());
+    const auto live = StateFilesIn(folders.trle);
     if (!live)
         return live.Error();
     for (const Path& file : *live)
@@ -84,7 +84,9 @@ Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder
         if (*newer)
             known->second = file;
     }
-    if (auto status = KeepInHistory(session, level, others, GetMsg(Msg::ReasonTwin)); !status)
+    if (auto status = KeepInHistory(session.machine, session.Folders(), session.archive,
+                                    session.settings, level, others, GetMsg(Msg::ReasonTwin));
+        !status)
         return status;
     std::vector<std::string> names;
     for (const Path& file : others) {
@@ -98,7 +100,7 @@ Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder
     return {};
 }
 
-Result<std::vector<OwnedFile>> StrangersThere(const Session& session,
+Result<std::vector<OwnedFile>> StrangersThere(const Folders& folders,
                                               const std::vector<OwnedFile>& noted)
 {
     std::vector<OwnedFile> there;
@@ -106,7 +108,7 @@ Result<std::vector<OwnedFile>> StrangersThere(const Session& session,
         const auto name = SafeName(file.name);
         if (!name || !IsPlayersFile(file.name))
             continue;
-        const auto facts = LookAt(session.TrleFolder() / *name);
+        const auto facts = LookAt(folders.trle / *name);
         if (!facts)
             return facts.Error();
         const bool byName =
@@ -117,10 +119,10 @@ Result<std::vector<OwnedFile>> StrangersThere(const Session& session,
     return there;
 }
 
-Result<std::vector<Path>> LiveStateFiles(const Session& session,
+Result<std::vector<Path>> LiveStateFiles(const Folders& folders,
                                          const std::vector<OwnedFile>& strangers)
 {
-    auto files = StateFilesIn(session.TrleFolder());
+    auto files = StateFilesIn(folders.trle);
     if (!files)
         return files;
     std::erase_if(*files, [&](const Path& file) {
@@ -131,10 +133,11 @@ Result<std::vector<Path>> LiveStateFiles(const Session& session,
     return files;
 }
 
-Status StoreLiveState(Session& session, const LevelPlace& owner, const Path& store,
+Status StoreLiveState(Machine& machine, const Folders& folders, const Archive& archive,
+                      const ProgramSettings& settings, const LevelPlace& owner, const Path& store,
                       std::vector<StateFile>& live, const std::vector<OwnedFile>& strangers)
 {
-    const auto listed = LiveStateFiles(session, strangers);
+    const auto listed = LiveStateFiles(folders, strangers);
     if (!listed)
         return listed.Error();
     const std::vector<Path>& files = *listed;
@@ -165,7 +168,9 @@ Status StoreLiveState(Session& session, const LevelPlace& owner, const Path& sto
                 coming.push_back(file);
         }
     }
-    if (auto status = KeepInHistory(session, owner, older, GetMsg(Msg::ReasonInterrupted)); !status)
+    if (auto status = KeepInHistory(machine, folders, archive, settings, owner, older,
+                                    GetMsg(Msg::ReasonInterrupted));
+        !status)
         return status;
     for (const Path& file : coming)
         if (auto status = CopyFileOver(file, place / file.filename(), keptCopy); !status)
@@ -173,17 +178,20 @@ Status StoreLiveState(Session& session, const LevelPlace& owner, const Path& sto
     return FlushFolder(place);
 }
 
-Status KeepStateIn(Session& session, const LevelPlace& level, const Path& folder)
+Status KeepStateIn(Machine& machine, const Folders& folders, const Archive& archive,
+                   const ProgramSettings& settings, const LevelPlace& level, const Path& folder)
 {
     const auto files = StateFilesIn(folder);
-    return files ? KeepInHistory(session, level, *files, GetMsg(Msg::ReasonSwap))
+    return files ? KeepInHistory(machine, folders, archive, settings, level, *files,
+                                 GetMsg(Msg::ReasonSwap))
                  : Status{files.Error()};
 }
 
-Status DropLiveState(Session& session, const LevelPlace& owner, const std::vector<StateFile>& live,
-                     std::vector<OwnedFile>& left)
+Status DropLiveState(Machine& machine, const Folders& folders, const Archive& archive,
+                     const ProgramSettings& settings, const LevelPlace& owner,
+                     const std::vector<StateFile>& live, std::vector<OwnedFile>& left)
 {
-    const Path trle = ResolvePath(session.TrleFolder());
+    const Path trle = ResolvePath(folders.trle);
     for (const StateFile& entry : live)
         if (const Path file = trle / entry.name; HashOrEmpty(file) == entry.hash)
             (void)platform::Unlink(file); // one that stays is found below
@@ -199,12 +207,14 @@ Status DropLiveState(Session& session, const LevelPlace& owner, const std::vecto
         left.push_back(AsItStands(file.filename().native(), file));
         // What cannot be read now is stored already, or was written since and stays where it is.
         if (const std::string hash = HashOrEmpty(file); !hash.empty() && kept)
-            kept = KeepInHistory(session, owner, {file}, GetMsg(Msg::ReasonSwap));
+            kept = KeepInHistory(machine, folders, archive, settings, owner, {file},
+                                 GetMsg(Msg::ReasonSwap));
     }
     return kept;
 }
 
-Status PutStoreBack(Session& session, const LevelPlace& level, const Path& folder,
+Status PutStoreBack(Machine& machine, const Folders& folders, const Archive& archive,
+                    const ProgramSettings& settings, const LevelPlace& level, const Path& folder,
                     const std::vector<StateFile>& wanted)
 {
     const Path store = ResolvePath(folder);
@@ -225,7 +235,8 @@ Status PutStoreBack(Session& session, const LevelPlace& level, const Path& folde
         if (!belongs)
             strange.push_back(file);
     }
-    if (auto status = KeepInHistory(session, level, strange, GetMsg(Msg::ReasonInterrupted));
+    if (auto status = KeepInHistory(machine, folders, archive, settings, level, strange,
+                                    GetMsg(Msg::ReasonInterrupted));
         !status)
         return status;
     for (const Path& file : strange)
@@ -238,7 +249,7 @@ Status PutStoreBack(Session& session, const LevelPlace& level, const Path& folde
             return isStored.Error();
         if (*isStored)
             continue;
-        const auto content = ContentOf(session, entry.hash);
+        const auto content = ContentOf(folders, entry.hash);
         if (!content)
             return content.Error();
         const auto isKept = IsFile(*content);
@@ -252,16 +263,18 @@ Status PutStoreBack(Session& session, const LevelPlace& level, const Path& folde
     return FlushFolder(store);
 }
 
-Result<std::vector<Path>> StoredState(const Session& session, const LevelPlace& level)
+Result<std::vector<Path>> StoredState(const Folders& folders, const LevelPlace& level)
 {
-    return ListFiles(StateStoreOf(session, level), OnDisk::PatAllFiles);
+    return ListFiles(StateStoreOf(folders, level), OnDisk::PatAllFiles);
 }
 
-BroughtState BringStateIn(Session& session, const Path& store, const std::vector<Path>& stored,
-                          const LevelPlace& before, ActivityLog* log)
+BroughtState BringStateIn(Machine& machine, const Folders& folders, const Archive& archive,
+                          const ProgramSettings& settings, const Path& store,
+                          const std::vector<Path>& stored, const LevelPlace& before,
+                          ActivityLog* log)
 {
     BroughtState brought;
-    const Path trle = ResolvePath(session.TrleFolder());
+    const Path trle = ResolvePath(folders.trle);
     std::vector<Path> players;
     std::vector<std::string> spared;
     for (const Path& file : stored) {
@@ -273,12 +286,13 @@ BroughtState BringStateIn(Session& session, const Path& store, const std::vector
             spared.push_back(file.filename().native());
         else if (IsPlayersFile(file.filename().native()))
             players.push_back(target);
-        else if (KeepOriginal(session, file.filename()))
+        else if (KeepOriginal(machine, folders, file.filename()))
             brought.replaced.push_back(std::string{OnDisk::FragRoot} + file.filename().native());
         else
             spared.push_back(file.filename().native());
     }
-    if (!KeepInHistory(session, before, players, GetMsg(Msg::ReasonComesIn)))
+    if (!KeepInHistory(machine, folders, archive, settings, before, players,
+                       GetMsg(Msg::ReasonComesIn)))
         for (const Path& file : players)
             spared.push_back(file.filename().native());
     const auto isSpared = [&](const Path& file) {
@@ -302,20 +316,21 @@ BroughtState BringStateIn(Session& session, const Path& store, const std::vector
     return brought;
 }
 
-void BringWaiting(Session& session)
+void BringWaiting(Machine& machine, const Folders& folders, const Archive& archive)
 {
-    auto standing = LookAtStanding(session);
+    auto standing = LookAtStanding(folders, archive);
     if (!standing || !standing->owner || standing->owner->waiting.empty())
         return;
     OwnerRecord& owner = *standing->owner;
-    const Path trle = ResolvePath(session.TrleFolder());
-    const Path store = StateStoreOf(session, standing->state);
+    const Path trle = ResolvePath(folders.trle);
+    const Path store = StateStoreOf(folders, standing->state);
     const auto came = std::erase_if(owner.waiting, [&](const std::string& name) {
         return IsFree(trle / name).ValueOr(false) &&
                CopyFileOver(store / name, trle / name, keptCopy);
     });
     if (came > 0 && FlushFolder(trle))
-        (void)WriteOwner(session, std::move(owner)); // otherwise they are looked for once more
+        (void)WriteOwner(machine, folders,
+                         std::move(owner)); // otherwise they are looked for once more
 }
 
 } // namespace kestrova

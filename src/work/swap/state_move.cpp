@@ -32,16 +32,17 @@ Result<std::vector<StateFile>> HashesIn(const Result<std::vector<Path>>& files)
 
 bool SwapRun::Begin()
 {
-    if (!IsFree(JournalPath(session_)).ValueOr(false)) { // another swap's is never written over
+    if (!IsFree(JournalPath(session_.Folders()))
+             .ValueOr(false)) { // another swap's is never written over
         session_.host.Tell(Tone::Error, GetMsg(Msg::WorkPending));
         return false;
     }
     if (journal_.to >= 0)
-        journal_.toStore = StateStoreOf(session_, journal_.to).native();
+        journal_.toStore = StateStoreOf(session_.Folders(), journal_.to).native();
     const auto mark = [&](FolderMark& noted, const Path& folder) {
         auto found = folder.empty() ? Result<FolderMark>{FolderMark{}} : MarkOf(folder);
         if (!found)
-            return TellFolderNotRead(session_, found.Error());
+            return TellFolderNotRead(session_.host, found.Error());
         noted = std::move(*found);
         return true;
     };
@@ -49,10 +50,10 @@ bool SwapRun::Begin()
         !mark(journal_.fromRoot, RootOfStore(journal_.fromStore)) ||
         !mark(journal_.toRoot, RootOfStore(journal_.toStore)))
         return false;
-    if (const auto status = WriteJournal(session_, journal_); !status) {
-        TellFailure(session_, GetMsg(Msg::CannotWriteJournal), status.Error());
+    if (const auto status = WriteJournal(session_.Folders(), journal_); !status) {
+        TellFailure(session_.host, GetMsg(Msg::CannotWriteJournal), status.Error());
         (void)DropJournal(
-            session_); // it may stand though its flush failed; recovery reads it right
+            session_.Folders()); // it may stand though its flush failed; recovery reads it right
         return false;
     }
     begun_ = true;
@@ -62,10 +63,12 @@ bool SwapRun::Begin()
 /// Nothing of the player could be kept: everything as it was before, in words.
 bool SwapRun::Abandon(const Failure& failure)
 {
-    TellFailure(session_, GetMsg(Msg::CannotKeepState), failure);
+    TellFailure(session_.host, GetMsg(Msg::CannotKeepState), failure);
     // What cannot be put back now stays noted in the journal, and the next start tries again.
     const LevelPlace from{journal_.from, Path{journal_.fromStore}.parent_path()};
-    if (PutStoreBack(session_, from, journal_.fromStore, journal_.store) && DropJournal(session_))
+    if (PutStoreBack(session_.machine, session_.Folders(), session_.archive, session_.settings,
+                     from, journal_.fromStore, journal_.store) &&
+        DropJournal(session_.Folders()))
         begun_ = false;
     return false;
 }
@@ -73,21 +76,23 @@ bool SwapRun::Abandon(const Failure& failure)
 /// The state has no store to go to: it stays live, and a copy of it is kept.
 bool SwapRun::KeepLiveState(const LevelPlace& level)
 {
-    const Path store = StateStoreOf(session_, level);
+    const Path store = StateStoreOf(session_.Folders(), level);
     journal_.from = level.code;
     journal_.fromStore = store.native();
     stateOf_ = owner_ && owner_->owner ? standing_.state : level;
     const auto stored = HashesIn(ListFiles(store, OnDisk::PatAll));
     const auto live = HashesIn(StateFilesIn(trle_));
     if (!stored || !live) {
-        TellFailure(session_, GetMsg(Msg::CannotKeepState), stored ? live.Error() : stored.Error());
+        TellFailure(session_.host, GetMsg(Msg::CannotKeepState),
+                    stored ? live.Error() : stored.Error());
         return false;
     }
     journal_.store = *stored;
     journal_.live = *live;
     if (!Begin())
         return false;
-    const auto status = KeepStateIn(session_, level, trle_);
+    const auto status = KeepStateIn(session_.machine, session_.Folders(), session_.archive,
+                                    session_.settings, level, trle_);
     return status ? true : Abandon(status.Error());
 }
 
@@ -100,20 +105,21 @@ void SwapRun::DropStrangers(const LevelPlace& from)
         std::string hash;
         std::string kept;
         const bool safe = !platform::HashOfFile(file, hash) &&
-                          !platform::HashOfFile(HistoryContent(session_, hash), kept) &&
+                          !platform::HashOfFile(HistoryContent(session_.Folders(), hash), kept) &&
                           kept == hash;
-        if (safe || KeepInHistory(session_, from, {file}, GetMsg(Msg::ReasonLeft)))
+        if (safe || KeepInHistory(session_.machine, session_.Folders(), session_.archive,
+                                  session_.settings, from, {file}, GetMsg(Msg::ReasonLeft)))
             (void)platform::Unlink(file); // what still cannot go stays noted
     }
-    strangers_ = StrangersThere(session_, strangers_).ValueOr(strangers_);
+    strangers_ = StrangersThere(session_.Folders(), strangers_).ValueOr(strangers_);
 }
 
 SwapRun::StateMove SwapRun::MoveStateOut(LevelPlace from, bool marked)
 {
     if (owner_ && owner_->owner) {
-        const auto hasHome = IsFolder(HomeOf(session_, standing_.state));
+        const auto hasHome = IsFolder(HomeOf(session_.Folders(), standing_.state));
         if (!hasHome) {
-            TellFailure(session_, GetMsg(Msg::CannotKeepState), hasHome.Error());
+            TellFailure(session_.host, GetMsg(Msg::CannotKeepState), hasHome.Error());
             return StateMove::Stopped;
         }
         if (*hasHome)
@@ -123,15 +129,15 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelPlace from, bool marked)
         stateOf_.reset();
     else
         stateOf_ = from;
-    const Path store = ResolvePath(StateStoreOf(session_, from));
+    const Path store = ResolvePath(StateStoreOf(session_.Folders(), from));
     journal_.from = from.code;
-    journal_.fromStore = StateStoreOf(session_, from).native();
+    journal_.fromStore = StateStoreOf(session_.Folders(), from).native();
     DropStrangers(from);
     Status readable = SettleTwins(session_, from, trle_);
     if (readable)
         readable = SettleTwins(session_, from, store);
     const auto stored = ListFiles(store, OnDisk::PatAll);
-    const auto live = HashesIn(LiveStateFiles(session_, strangers_));
+    const auto live = HashesIn(LiveStateFiles(session_.Folders(), strangers_));
     const auto before = HashesIn(stored);
     if (live)
         journal_.live = *live;
@@ -139,7 +145,7 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelPlace from, bool marked)
         journal_.store = *before;
     journal_.strangers = strangers_;
     if (!readable || !live || !before) {
-        TellFailure(session_, GetMsg(Msg::CannotKeepState),
+        TellFailure(session_.host, GetMsg(Msg::CannotKeepState),
                     !readable ? readable.Error()
                     : live    ? before.Error()
                               : live.Error());
@@ -160,7 +166,9 @@ SwapRun::StateMove SwapRun::MoveToStore(const LevelPlace& from, const std::vecto
     if (auto status = MakeFolders(store); !status)
         return stop(status.Error());
     if (!stateOf_) { // emptied and filled already; only what a game wrote since comes to it
-        if (auto status = StoreLiveState(session_, from, store, journal_.live, strangers_); !status)
+        if (auto status = StoreLiveState(session_.machine, session_.Folders(), session_.archive,
+                                         session_.settings, from, store, journal_.live, strangers_);
+            !status)
             return stop(status.Error());
     } else {
         // What is live under the same name need not go: it would come again as it is. What could
@@ -179,17 +187,24 @@ SwapRun::StateMove SwapRun::MoveToStore(const LevelPlace& from, const std::vecto
             if (!same && !waits)
                 going.push_back(stored[i]);
         }
-        if (auto status = KeepInHistory(session_, from, going, GetMsg(Msg::ReasonSwap)); !status)
+        if (auto status = KeepInHistory(session_.machine, session_.Folders(), session_.archive,
+                                        session_.settings, from, going, GetMsg(Msg::ReasonSwap));
+            !status)
             return stop(status.Error());
         if (auto status = EmptyStore(store, going, marked); !status) {
             if (!marked)
                 return stop(status.Error());
-            TellFailure(session_,
-                        GetMsg(Msg::CannotDeleteBackupSavegames, {TextOf(HomeOf(session_, from))}),
+            TellFailure(session_.host,
+                        GetMsg(Msg::CannotDeleteBackupSavegames,
+                               {TextOf(HomeOf(session_.Folders(), from))}),
                         status.Error());
-            if (status = PutStoreBack(session_, from, store, journal_.store); !status)
+            if (status = PutStoreBack(session_.machine, session_.Folders(), session_.archive,
+                                      session_.settings, from, store, journal_.store);
+                !status)
                 return stop(status.Error());
-            if (status = KeepStateIn(session_, from, trle_); !status)
+            if (status = KeepStateIn(session_.machine, session_.Folders(), session_.archive,
+                                     session_.settings, from, trle_);
+                !status)
                 return stop(status.Error());
             return StateMove::Failed;
         }
@@ -199,7 +214,7 @@ SwapRun::StateMove SwapRun::MoveToStore(const LevelPlace& from, const std::vecto
             ComesAgain(store, going);
     }
     journal_.phase = SwapPhase::Stored;
-    if (auto status = WriteJournal(session_, journal_); !status) {
+    if (auto status = WriteJournal(session_.Folders(), journal_); !status) {
         journal_.phase = SwapPhase::Planned;
         return stop(status.Error());
     }
@@ -228,7 +243,8 @@ void SwapRun::ComesAgain(const Path& store, const std::vector<Path>& gone)
 void SwapRun::DropLive(const LevelPlace& from, const std::vector<std::string>* copies)
 {
     strangers_.clear();
-    const auto dropped = DropLiveState(session_, from, journal_.live, strangers_);
+    const auto dropped = DropLiveState(session_.machine, session_.Folders(), session_.archive,
+                                       session_.settings, from, journal_.live, strangers_);
     if (copies != nullptr)
         LogStateMove(*copies, dropped && strangers_.empty());
     if (strangers_.empty())

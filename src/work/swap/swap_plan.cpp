@@ -32,9 +32,9 @@ namespace kestrova
 namespace
 {
 
-Result<Path> FilesFolder(const Session& session, LevelCode code)
+Result<Path> FilesFolder(const Folders& folders, const Archive& archive, LevelCode code)
 {
-    const auto folder = LevelFolderOf(session, code);
+    const auto folder = LevelFolderOf(folders, archive, code);
     if (!folder)
         return Failure{folder.Error().code, folder.Error().reason, {}};
     return InFolder(*folder, OnDisk::DirFiles);
@@ -54,27 +54,27 @@ struct Foresight {
 };
 
 /// What stands there beside the originals, by marker and owner record.
-Result<Belongings> StandingBelongings(const Session& session, const Standing& standing)
+Result<Belongings> StandingBelongings(const Folders& folders, const Standing& standing)
 {
-    const auto bytes = ReadFileIfThere(session.MarkerPath());
+    const auto bytes = ReadFileIfThere(folders.Marker());
     if (!bytes)
         return bytes.Error();
     return BelongingsOf(ParseMarker(bytes->value_or(std::string{})), standing.owner);
 }
 
-void PlanRemoval(Session& session, const Belongings& belongings, std::vector<PlannedFile>& plan,
-                 Foresight& foresight)
+void PlanRemoval(const Folders& folders, const PreferencesRecord& preferences,
+                 const Belongings& belongings, std::vector<PlannedFile>& plan, Foresight& foresight)
 {
     for (const OwnedFile& file : belongings.added) {
         const auto relative = SafeRelative(file.name);
-        const Path place = session.TrleFolder() / *relative;
-        if (StaysWithCompactBackup(session, file.name) || !FileExists(place))
+        const Path place = folders.trle / *relative;
+        if (StaysWithCompactBackup(preferences, file.name) || !FileExists(place))
             continue;
         plan.push_back({PlannedAction::Remove, Readable(file.name), FileSize(place)});
         foresight.gone.Add(file.name);
     }
     for (const std::string& name : belongings.overwritten) {
-        const Path pristine = session.BackupFolder() / *SafeRelative(name);
+        const Path pristine = folders.Backup() / *SafeRelative(name);
         if (!FileExists(pristine))
             continue;
         plan.push_back({PlannedAction::Restore, Readable(name), FileSize(pristine)});
@@ -110,24 +110,24 @@ Result<std::vector<Path>> DatFilesToCome(const Session& session, const Foresight
 
 Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
 {
-    if (FindLevel(session, code) < 0)
+    if (FindLevel(session.archive, code) < 0)
         return Failure{
             ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
     const platform::FolderMemory folders;
     std::vector<PlannedFile> plan;
-    const auto standing = LookAtStanding(session);
+    const auto standing = LookAtStanding(session.Folders(), session.archive);
     if (!standing)
         return standing.Error();
-    if (LevelStands(session, code))
+    if (LevelStands(session.Folders(), session.archive, code))
         return plan;
-    const auto belongings = StandingBelongings(session, *standing);
+    const auto belongings = StandingBelongings(session.Folders(), *standing);
     if (!belongings)
         return belongings.Error();
     Foresight foresight;
-    PlanRemoval(session, *belongings, plan, foresight);
+    PlanRemoval(session.Folders(), session.preferences, *belongings, plan, foresight);
     if (code == originalCode)
         return plan;
-    const auto source = FilesFolder(session, code);
+    const auto source = FilesFolder(session.Folders(), session.archive, code);
     if (!source)
         return source.Error();
     const auto files = PlanLevelFiles(*source);
@@ -160,7 +160,8 @@ bool IsSpelledInBackup(const Path& backup, const Path& name)
     return !facts || facts->kind == platform::FileKind::Folder;
 }
 
-Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
+Status CompareWithBackup(const Folders& folders, const PreferencesRecord& preferences,
+                         const std::vector<Placement>& level,
                          const std::vector<std::string>& replaced, std::vector<Difference>& found)
 {
     NameSet levels;
@@ -173,8 +174,8 @@ Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
     const auto isReplaced = [&](const Path& relative) {
         return exchanged.Has(ToBackslashes(relative));
     };
-    const Path backup = ResolvePath(session.BackupFolder());
-    const Path trle = ResolvePath(session.TrleFolder());
+    const Path backup = ResolvePath(folders.Backup());
+    const Path trle = ResolvePath(folders.trle);
     const auto tree = ScanTree(backup);
     if (!tree)
         return tree.Error();
@@ -201,7 +202,7 @@ Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
     }
     for (const std::string_view fragment : {OnDisk::FragRoot, OnDisk::DirData, OnDisk::DirAudio}) {
         // Of the sounds a compact backup knows nothing.
-        if (fragment == OnDisk::DirAudio && !session.preferences.fullBackup)
+        if (fragment == OnDisk::DirAudio && !preferences.fullBackup)
             continue;
         const auto files = ListFiles(InFolder(trle, fragment).lexically_normal(), OnDisk::PatAll);
         if (!files)
@@ -223,9 +224,9 @@ Status CompareWithBackup(Session& session, const std::vector<Placement>& level,
 Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& level,
                                            const Path& staging)
 {
-    const bool ours = CurrentLevelCode(session) == level.code;
-    const Result<Path> source = ours ? FilesFolder(session, level.code)
-                                     : InFolder(HomeOf(session, level), OnDisk::DirFiles);
+    const bool ours = CurrentLevelCode(session.Folders(), session.archive) == level.code;
+    const Result<Path> source = ours ? FilesFolder(session.Folders(), session.archive, level.code)
+                                     : InFolder(HomeOf(session.Folders(), level), OnDisk::DirFiles);
     if (!source)
         return source.Error();
     if (!FolderExists(*source))
@@ -245,10 +246,10 @@ namespace
 /// The sizes that files had when they were stored, by folded name.
 using NotedSizes = std::unordered_map<std::string, std::uint64_t>;
 
-NotedSizes SizesNoted(Session& session, LevelCode code)
+NotedSizes SizesNoted(const Folders& folders, LevelCode code)
 {
     NotedSizes sizes;
-    if (const auto index = ReadTr4InfOf(session, code))
+    if (const auto index = ReadTr4InfOf(folders, code))
         for (const Tr4Entry& entry : *index)
             if (entry.size > 0) {
                 std::uint64_t& largest = sizes[FoldCase(Trim(entry.name))];
@@ -271,13 +272,13 @@ namespace
 
 /// Originals that a swap could not bring back, as far as they are still not there, and waves that
 /// a compact backup does not hold.
-Status AddOwed(const Session& session, const std::optional<OwnerRecord>& owner,
-               std::vector<Difference>& found)
+Status AddOwed(const Folders& folders, const PreferencesRecord& preferences,
+               const std::optional<OwnerRecord>& owner, std::vector<Difference>& found)
 {
     NameSet told;
     for (const Difference& difference : found)
         told.Add(difference.file);
-    const auto waves = MissingWaves(session);
+    const auto waves = MissingWaves(folders, preferences);
     if (!waves)
         return waves.Error();
     for (const std::string& wave : *waves)
@@ -290,7 +291,7 @@ Status AddOwed(const Session& session, const std::optional<OwnerRecord>& owner,
         const auto relative = SafeRelative(name);
         if (!relative || told.Has(Readable(name)))
             continue;
-        const auto stands = IsFile(session.TrleFolder() / *relative);
+        const auto stands = IsFile(folders.trle / *relative);
         if (!stands)
             return stands.Error();
         if (!*stands)
@@ -310,7 +311,7 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
         return isThere.Error();
     if (!*isThere)
         return Failure{ErrorCode::Missing, TextOf(session.TrleFolder()), {}};
-    const auto known = LookAtStanding(session);
+    const auto known = LookAtStanding(session.Folders(), session.archive);
     if (!known)
         return known.Error();
     const LevelPlace& standing = known->level;
@@ -322,7 +323,7 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
         if (!placed)
             return placed.Error();
         level = std::move(placed).Value();
-        auto belongings = StandingBelongings(session, *known);
+        auto belongings = StandingBelongings(session.Folders(), *known);
         if (!belongings)
             return belongings.Error();
         replaced = std::move(belongings->overwritten);
@@ -341,9 +342,11 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
     if (!hasBackup)
         return hasBackup.Error();
     if (*hasBackup)
-        if (auto status = CompareWithBackup(session, level, replaced, found); !status)
+        if (auto status =
+                CompareWithBackup(session.Folders(), session.preferences, level, replaced, found);
+            !status)
             return status.Error();
-    if (auto status = AddOwed(session, known->owner, found); !status)
+    if (auto status = AddOwed(session.Folders(), session.preferences, known->owner, found); !status)
         return status.Error();
     return found;
 }
@@ -353,15 +356,15 @@ namespace
 
 /// Files that the level brought into the Level Editor's folder, where it still stands, and that its
 /// stored files no longer give.
-Result<std::vector<std::string>> StandingNamesWithout(const Session& session, LevelCode code,
+Result<std::vector<std::string>> StandingNamesWithout(const Folders& folders, LevelCode code,
                                                       const std::vector<ReadyFile>& ready)
 {
-    const auto owner = ReadOwner(session);
+    const auto owner = ReadOwner(folders);
     if (!owner)
         return owner.Error();
     std::vector<std::string> names;
     if (!*owner || (*owner)->owner != code ||
-        (*owner)->home.path != LevelHomeOf(session, code).native())
+        (*owner)->home.path != LevelHomeOf(folders, code).native())
         return names;
     NameSet stored;
     for (const ReadyFile& file : ready)
@@ -376,16 +379,17 @@ Result<std::vector<std::string>> StandingNamesWithout(const Session& session, Le
 
 Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
 {
-    if (FindLevel(session, code) < 0)
+    if (FindLevel(session.archive, code) < 0)
         return Failure{
             ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
-    const auto source = FilesFolder(session, code);
+    const auto source = FilesFolder(session.Folders(), session.archive, code);
     if (!source)
         return source.Error();
     if (!FolderExists(*source))
         return std::vector<Difference>{{Mismatch::Missing, TextOf(*source)}};
     const auto gaps =
-        GapsOf(session, session.archive.levels[static_cast<std::size_t>(FindLevel(session, code))]);
+        GapsOf(session.Folders(),
+               session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))]);
     if (!gaps)
         return gaps.Error();
     const WorkFolder staging{FreshPlaceIn(session.programFolder)};
@@ -399,7 +403,7 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
     missing.cut.clear();
     // Where only the size tells of a loss, what stands in the folder may have the names.
     if (missing.bytes > 0) {
-        auto names = StandingNamesWithout(session, code, *ready);
+        auto names = StandingNamesWithout(session.Folders(), code, *ready);
         if (!names)
             return names.Error();
         missing.bytes = names->empty() ? missing.bytes : 0;
@@ -408,7 +412,7 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
     }
     for (std::string& file : AllGaps(missing))
         found.push_back({Mismatch::Missing, std::move(file)});
-    const NotedSizes sizes = SizesNoted(session, code);
+    const NotedSizes sizes = SizesNoted(session.Folders(), code);
     for (const ReadyFile& file : *ready) {
         if (IsSmallerThanNoted(sizes, file))
             found.push_back({Mismatch::Differs, Readable(file.name)});

@@ -50,9 +50,9 @@ bool SwapRun::LookIntoStore()
 {
     if (journal_.to < 0)
         return true;
-    auto stored = StoredState(session_, journal_.to);
+    auto stored = StoredState(session_.Folders(), journal_.to);
     if (!stored) {
-        TellFailure(session_, GetMsg(Msg::CannotReadStore), stored.Error());
+        TellFailure(session_.host, GetMsg(Msg::CannotReadStore), stored.Error());
         return false;
     }
     comingState_ = std::move(*stored);
@@ -62,7 +62,8 @@ bool SwapRun::LookIntoStore()
 bool SwapRun::Stands(LevelCode marked) const
 {
     const auto isOurs = [&](const LevelPlace& place) {
-        return place.code == marked && HomeOf(session_, place) == LevelHomeOf(session_, marked);
+        return place.code == marked &&
+               HomeOf(session_.Folders(), place) == LevelHomeOf(session_.Folders(), marked);
     };
     return marked == journal_.to &&
            (marked < 0 || (isOurs(standing_.level) && isOurs(standing_.state)));
@@ -75,15 +76,15 @@ LevelPlace SwapRun::StandingPlace(LevelCode marked) const
 
 bool SwapRun::TakeOut(LevelCode& previous)
 {
-    auto standing = LookAtStanding(session_);
+    auto standing = LookAtStanding(session_.Folders(), session_.archive);
     if (!standing)
-        return TellUnknown(session_, standing.Error());
+        return TellUnknown(session_.host, standing.Error());
     standing_ = std::move(*standing);
     owner_ = standing_.owner;
     if (owner_) {
-        auto there = StrangersThere(session_, owner_->strangers);
+        auto there = StrangersThere(session_.Folders(), owner_->strangers);
         if (!there) {
-            TellFailure(session_, GetMsg(Msg::CannotKeepState), there.Error());
+            TellFailure(session_.host, GetMsg(Msg::CannotKeepState), there.Error());
             return false;
         }
         strangers_ = std::move(*there);
@@ -92,7 +93,7 @@ bool SwapRun::TakeOut(LevelCode& previous)
     const Path marker = session_.MarkerPath();
     const auto bytes = ReadFileIfThere(marker);
     if (!bytes)
-        return TellUnknown(session_, bytes.Error());
+        return TellUnknown(session_.host, bytes.Error());
     if (!*bytes)
         return TakeOutOriginal(previous);
     const MarkerContent content = ParseMarker(**bytes);
@@ -103,10 +104,10 @@ bool SwapRun::TakeOut(LevelCode& previous)
     markerSaidNothing_ = content.code == -1 && !owner_;
     const LevelPlace level = StandingPlace(previous);
     if (content.hasText) {
-        const Path folder = HomeOf(session_, level);
+        const Path folder = HomeOf(session_.Folders(), level);
         const auto isThere = IsFolder(folder);
         if (!isThere)
-            return TellFolderNotRead(session_, isThere.Error());
+            return TellFolderNotRead(session_.host, isThere.Error());
         if (!*isThere) {
             session_.host.Tell(Tone::Error,
                                GetMsg(Msg::LevelFolderNotFound, {TextOf(folder), lineBreak}));
@@ -121,7 +122,7 @@ bool SwapRun::TakeOut(LevelCode& previous)
     }
     log_ += content.code == -1
                 ? LogLine({GetMsg(Msg::LogPreviousNone)})
-                : LogLine({GetMsg(Msg::LogPreviousLevel, {LevelNameOf(session_, previous)}),
+                : LogLine({GetMsg(Msg::LogPreviousLevel, {LevelNameOf(session_.archive, previous)}),
                            std::to_string(previous)});
     if (Stands(previous))
         return true;
@@ -163,7 +164,7 @@ Result<bool> SwapRun::StateIsHomeless() const
 {
     if (!owner_ || !owner_->owner || standing_.state.code == originalCode)
         return false;
-    const auto hasHome = IsFolder(HomeOf(session_, standing_.state));
+    const auto hasHome = IsFolder(HomeOf(session_.Folders(), standing_.state));
     return hasHome ? Result<bool>{!*hasHome} : hasHome.Error();
 }
 
@@ -175,7 +176,7 @@ bool SwapRun::TakeOutOriginal(LevelCode& previous)
     journal_.restore = belongings.overwritten;
     const auto isHomeless = StateIsHomeless();
     if (!isHomeless) {
-        TellFailure(session_, GetMsg(Msg::CannotKeepState), isHomeless.Error());
+        TellFailure(session_.host, GetMsg(Msg::CannotKeepState), isHomeless.Error());
         return false;
     }
     if (*isHomeless) { // nobody else may take it over
@@ -194,7 +195,7 @@ bool SwapRun::TakeOutOriginal(LevelCode& previous)
 
 void SwapRun::Keep(const std::vector<Path>& relatives)
 {
-    const Keeping keeping = KeepOriginals(session_, relatives);
+    const Keeping keeping = KeepOriginals(session_.machine, session_.Folders(), relatives);
     for (const Path& relative : keeping.kept)
         kept_.push_back(Readable(ToBackslashes(relative)));
     if (keeping.failed.empty())
@@ -204,7 +205,7 @@ void SwapRun::Keep(const std::vector<Path>& relatives)
         spared_.Add(relative.native());
         names.push_back(Readable(ToBackslashes(relative)));
     }
-    TellFailure(session_, GetMsg(Msg::CannotKeepFiles, {ShownNames(names)}), keeping.failure);
+    TellFailure(session_.host, GetMsg(Msg::CannotKeepFiles, {ShownNames(names)}), keeping.failure);
 }
 
 bool SwapRun::IsSpared(const Path& relative) const
@@ -219,7 +220,7 @@ bool SwapRun::DeleteAdded(const LevelPlace& level, const Belongings& belongings)
     const auto progress =
         session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RemovingPreviousFiles));
     const auto stays = [&](const OwnedFile& file) {
-        return StaysWithCompactBackup(session_, file.name);
+        return StaysWithCompactBackup(session_.preferences, file.name);
     };
     struct Place {
         Path relative;
@@ -230,7 +231,7 @@ bool SwapRun::DeleteAdded(const LevelPlace& level, const Belongings& belongings)
     {
         SafeContents safe{session_, level};
         for (const OwnedFile& file : belongings.added) {
-            Path relative = SpelledAsPut(session_, file, *SafeRelative(file.name));
+            Path relative = SpelledAsPut(session_.Folders(), file, *SafeRelative(file.name));
             if (!stays(file) && !safe.Holds(file, relative))
                 unsafe.push_back(relative);
             Path exact = ResolvePath(trle_ / relative);
@@ -248,7 +249,7 @@ bool SwapRun::DeleteAdded(const LevelPlace& level, const Belongings& belongings)
         } else if (IsSpared(relative)) {
             leftAdded_.push_back(file); // the next swap tries again to keep it and to take it out
         } else if (const auto status = LogDeleteFile(exact, trle_ / relative, log_); !status) {
-            TellFailure(session_, GetMsg(Msg::CannotDeleteFile) + TextOf(trle_ / relative),
+            TellFailure(session_.host, GetMsg(Msg::CannotDeleteFile) + TextOf(trle_ / relative),
                         status.Error());
             leftAdded_.push_back(file);
             safeLeft_.insert(exact);
@@ -264,7 +265,7 @@ bool SwapRun::LeavesAnything() const
 {
     return !leftOverwritten_.empty() ||
            std::any_of(leftAdded_.begin(), leftAdded_.end(), [&](const OwnedFile& file) {
-               return !StaysWithCompactBackup(session_, file.name);
+               return !StaysWithCompactBackup(session_.preferences, file.name);
            });
 }
 
@@ -277,7 +278,7 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
     std::vector<Path> inTheWay; // a designer's file, or one that came in by another hand
     for (const std::string& name : names) {
         const Path relative = *SafeRelative(name);
-        const Path place = PlaceOfOriginal(session_, relative);
+        const Path place = PlaceOfOriginal(session_.Folders(), relative);
         if (!safeLeft_.contains(ResolvePath(trle_ / place)) && !IsSpared(relative) &&
             IsFile(session_.BackupFolder() / relative).ValueOr(true))
             inTheWay.push_back(place);
@@ -286,19 +287,19 @@ void SwapRun::RestoreOverwritten(const std::vector<std::string>& names)
     NameSet back; // whatever stood there, the original does now
     std::vector<std::string> failed;
     std::vector<std::string> owed; // while there is no backup
-    const bool away = BackupIsAway(session_);
+    const bool away = BackupIsAway(session_.Folders());
     for (std::size_t i = 0; i < names.size(); ++i) {
         const auto relative = SafeRelative(names[i]);
         const auto status = IsSpared(*relative)
                                 ? Status{Failure{ErrorCode::Refused, Readable(names[i]), {}}}
-                                : RestoreOriginal(session_, *relative);
+                                : RestoreOriginal(session_.Folders(), *relative);
         log_ += CopyLine(session_.BackupFolder() / *relative, trle_ / *relative,
                          static_cast<bool>(status), false);
         // What no backup holds stays missing; what it holds is tried again with the next swap.
         if (!status && IsFile(session_.BackupFolder() / *relative).ValueOr(true)) {
             leftOverwritten_.push_back(names[i]);
             failed.push_back(Readable(names[i]));
-        } else if (!status && away && !StaysWithCompactBackup(session_, names[i])) {
+        } else if (!status && away && !StaysWithCompactBackup(session_.preferences, names[i])) {
             leftOverwritten_.push_back(names[i]);
             owed.push_back(Readable(names[i]));
         }
@@ -321,7 +322,7 @@ bool SwapRun::BringIn(bool logged)
     if (stateOf_) { // it had to stay; it is in the history and not the coming level's
         const auto stays = StateFilesIn(trle_);
         if (!stays) {
-            TellFailure(session_, GetMsg(Msg::SwapBroken), stays.Error());
+            TellFailure(session_.host, GetMsg(Msg::SwapBroken), stays.Error());
             return false;
         }
         strangers_.clear();
@@ -330,19 +331,21 @@ bool SwapRun::BringIn(bool logged)
     }
     journal_.phase = SwapPhase::Coming;
     journal_.strangers = strangers_;
-    if (const auto status = WriteJournal(session_, journal_); !status) {
-        TellFailure(session_, GetMsg(Msg::SwapBroken), status.Error());
+    if (const auto status = WriteJournal(session_.Folders(), journal_); !status) {
+        TellFailure(session_.host, GetMsg(Msg::SwapBroken), status.Error());
         return false;
     }
     const LevelPlace before =
         stateOf_.value_or(LevelPlace{journal_.from, Path{journal_.fromStore}.parent_path()});
     stateOf_ = journal_.to;
-    BroughtState brought = BringStateIn(session_, StateStoreOf(session_, journal_.to), comingState_,
-                                        before, logged ? &log_ : nullptr);
+    BroughtState brought =
+        BringStateIn(session_.machine, session_.Folders(), session_.archive, session_.settings,
+                     StateStoreOf(session_.Folders(), journal_.to), comingState_, before,
+                     logged ? &log_ : nullptr);
     leftOverwritten_.insert(leftOverwritten_.end(), brought.replaced.begin(),
                             brought.replaced.end());
     waiting_ = std::move(brought.waiting);
-    strangers_ = StrangersThere(session_, strangers_).ValueOr(strangers_);
+    strangers_ = StrangersThere(session_.Folders(), strangers_).ValueOr(strangers_);
     if (!waiting_.empty())
         session_.host.Tell(Tone::Warning, GetMsg(Msg::StateNotBrought, {Join(waiting_, ", ")}));
     return true;
@@ -407,7 +410,7 @@ bool SwapRun::RemoveLanguageFile(const std::string& name)
 bool SwapRun::Settle()
 {
     OwnerRecord record;
-    SetOwner(session_, record, stateOf_);
+    SetOwner(session_.Folders(), session_.archive, record, stateOf_);
     record.added = put_;
     record.overwritten = replaced_;
     record.strangers = strangers_;
@@ -431,11 +434,11 @@ bool SwapRun::Settle()
         if (FolderExists(folder))
             (void)FlushFolder(folder); // names that were not flushed are found missing and mended
     }
-    auto status = WriteOwner(session_, std::move(record));
+    auto status = WriteOwner(session_.machine, session_.Folders(), std::move(record));
     if (status)
-        status = DropJournal(session_);
+        status = DropJournal(session_.Folders());
     if (!status)
-        TellFailure(session_, GetMsg(Msg::SwapBroken), status.Error());
+        TellFailure(session_.host, GetMsg(Msg::SwapBroken), status.Error());
     begun_ = begun_ && !status;
     if (!kept_.empty())
         session_.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {Join(kept_, ", ")}));

@@ -23,27 +23,27 @@ namespace
 {
 
 /// Whether the level's file still stands there, and not the original in its place.
-bool Stays(const Session& session, const OwnedFile& file)
+bool Stays(const Folders& folders, const OwnedFile& file)
 {
     const auto relative = SafeRelative(file.name);
-    return relative && IsFile(session.TrleFolder() / *relative).ValueOr(true) &&
-           !SameContent(session.TrleFolder() / *relative, session.BackupFolder() / *relative);
+    return relative && IsFile(folders.trle / *relative).ValueOr(true) &&
+           !SameContent(folders.trle / *relative, folders.Backup() / *relative);
 }
 
 /// True when the place of an original is free, or what stands there is safe: an earlier level's, as
 /// it was put there, or kept now.
-bool MayGiveWay(Session& session, const OwnerRecord& owner, const std::string& name,
-                LeftInTrle& left)
+bool MayGiveWay(Machine& machine, const Folders& folders, const OwnerRecord& owner,
+                const std::string& name, LeftInTrle& left)
 {
-    const Path place = PlaceOfOriginal(session, *SafeRelative(name));
-    const auto facts = LookAt(session.TrleFolder() / place);
+    const Path place = PlaceOfOriginal(folders, *SafeRelative(name));
+    const auto facts = LookAt(folders.trle / place);
     if (!facts)
         return false;
     if (facts->kind != platform::FileKind::File)
         return facts->kind == platform::FileKind::Missing;
     if (OwnedNames{owner.added}.IsAsPut(name, *facts))
         return true;
-    const Keeping keeping = KeepOriginals(session, {place});
+    const Keeping keeping = KeepOriginals(machine, folders, {place});
     for (const Path& kept : keeping.kept)
         left.kept.push_back(Readable(ToBackslashes(kept)));
     return keeping.failed.empty();
@@ -54,7 +54,7 @@ bool MayGiveWay(Session& session, const OwnerRecord& owner, const std::string& n
 void BringOwed(Session& session, const Standing& standing)
 {
     if (!standing.owner || standing.owner->owed.empty() || !ProgramsInTrle(session).empty() ||
-        BackupIsAway(session))
+        BackupIsAway(session.Folders()))
         return;
     OwnerRecord now = *standing.owner;
     LeftInTrle left;
@@ -62,8 +62,8 @@ void BringOwed(Session& session, const Standing& standing)
         const auto relative = SafeRelative(name);
         if (!relative || !IsFile(session.BackupFolder() / *relative).ValueOr(true))
             return true; // nothing that could ever come
-        if (!MayGiveWay(session, *standing.owner, name, left) ||
-            !RestoreOriginal(session, *relative))
+        if (!MayGiveWay(session.machine, session.Folders(), *standing.owner, name, left) ||
+            !RestoreOriginal(session.Folders(), *relative))
             return false;
         std::erase_if(now.added,
                       [&](const OwnedFile& file) { return EqualNames(file.name, name); });
@@ -71,25 +71,27 @@ void BringOwed(Session& session, const Standing& standing)
         return true;
     });
     if (came > 0)
-        (void)WriteOwner(session, std::move(now)); // otherwise they are looked for once more
-    TellLeftovers(session, left);
+        (void)WriteOwner(session.machine, session.Folders(),
+                         std::move(now)); // otherwise they are looked for once more
+    TellLeftovers(session.host, session.Folders(), left);
 }
 
 } // namespace
 
-bool ShouldGo(const Session& session, const OwnedFile& file)
+bool ShouldGo(const Folders& folders, const PreferencesRecord& preferences, const OwnedFile& file)
 {
-    return Stays(session, file) && !StaysWithCompactBackup(session, file.name);
+    return Stays(folders, file) && !StaysWithCompactBackup(preferences, file.name);
 }
 
 void ClearToldLeftovers(Session& session)
 {
-    const auto standing = LookAtStanding(session); // otherwise the next occasion may be able to
-    if (standing && !IsOriginalButForLeftovers(session, *standing))
+    const auto standing = LookAtStanding(
+        session.Folders(), session.archive); // otherwise the next occasion may be able to
+    if (standing && !IsOriginalButForLeftovers(session.Folders(), *standing))
         BringOwed(session, *standing);
-    if (!standing || !IsOriginalButForLeftovers(session, *standing) ||
+    if (!standing || !IsOriginalButForLeftovers(session.Folders(), *standing) ||
         (standing->owner->overwritten.empty() && standing->owner->added.empty()) ||
-        !ProgramsInTrle(session).empty() || BackupIsAway(session))
+        !ProgramsInTrle(session).empty() || BackupIsAway(session.Folders()))
         return;
     const OwnerRecord& owner = *standing->owner;
     SwapJournal lists;
@@ -97,7 +99,8 @@ void ClearToldLeftovers(Session& session)
     lists.remove = owner.added;
     LeftInTrle left;
     DeleteBrought(session, owner.added, originalCode, left); // told already; only what is kept is
-    const auto restored = RestoreMissing(session, lists, left); // new
+    const auto restored =
+        RestoreMissing(session.Folders(), session.preferences, lists, left); // new
     if (!left.kept.empty())
         session.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {ShownNames(left.kept)}));
     if (!restored)
@@ -105,15 +108,18 @@ void ClearToldLeftovers(Session& session)
     OwnerRecord now = owner;
     now.overwritten = std::move(left.overwritten);
     now.owed = now.overwritten;
-    std::erase_if(now.added, [&](const OwnedFile& file) { return !Stays(session, file); });
-    if (!IsOriginals(session, standing->level) &&
-        std::none_of(now.added.begin(), now.added.end(),
-                     [&](const OwnedFile& file) { return ShouldGo(session, file); }))
+    std::erase_if(now.added,
+                  [&](const OwnedFile& file) { return !Stays(session.Folders(), file); });
+    if (!IsOriginals(session.Folders(), standing->level) &&
+        std::none_of(now.added.begin(), now.added.end(), [&](const OwnedFile& file) {
+            return ShouldGo(session.Folders(), session.preferences, file);
+        }))
         (void)DeleteFile(
             session.MarkerPath()); // of a level that is gone; the next start tries again
     if (now.added.size() != owner.added.size() || now.overwritten != owner.overwritten ||
-        !IsOriginals(session, standing->level))
-        (void)WriteOwner(session, std::move(now)); // otherwise it is looked at once more
+        !IsOriginals(session.Folders(), standing->level))
+        (void)WriteOwner(session.machine, session.Folders(),
+                         std::move(now)); // otherwise it is looked at once more
 }
 
 } // namespace kestrova

@@ -12,6 +12,6 @@ namespace kestrova
 void ClearToldLeftovers(Session& session);
 /// Whether a level's file that the record still lists is to go: it stands there, and not the
 /// original in its place, and it is no sound of a compact backup.
-bool ShouldGo(const Session& session, const OwnedFile& file);
+bool ShouldGo(const Folders& folders, const PreferencesRecord& preferences, const OwnedFile& file);
 
 } // namespace kestrova

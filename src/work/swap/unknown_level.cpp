@@ -11,17 +11,17 @@
 namespace kestrova
 {
 
-bool IsUnknownLevel(const Session& session)
+bool IsUnknownLevel(const Folders& folders)
 {
-    const auto owner = ReadOwner(session);
-    const auto other = BackupSeemsOfAnother(session);
-    return owner && !*owner && other && (BackupIsAway(session) || *other);
+    const auto owner = ReadOwner(folders);
+    const auto other = BackupSeemsOfAnother(folders);
+    return owner && !*owner && other && (BackupIsAway(folders) || *other);
 }
 
 bool ForgetLevel(Session& session, LevelCode code)
 {
     const auto failed = [&](const Failure& failure) {
-        TellFailure(session, GetMsg(Msg::CannotKeepState), failure);
+        TellFailure(session.host, GetMsg(Msg::CannotKeepState), failure);
         return false;
     };
     const LevelPlace level{code};
@@ -33,11 +33,15 @@ bool ForgetLevel(Session& session, LevelCode code)
     const auto live = HashesOf(*files);
     if (!live)
         return failed(live.Error());
-    if (const auto status = KeepInHistory(session, level, *files, GetMsg(Msg::ReasonForgotten));
+    if (const auto status =
+            KeepInHistory(session.machine, session.Folders(), session.archive, session.settings,
+                          level, *files, GetMsg(Msg::ReasonForgotten));
         !status)
         return failed(status.Error());
     std::vector<OwnedFile> left; // what a game wrote since: it is the original configuration's now
-    if (const auto status = DropLiveState(session, level, *live, left); !status)
+    if (const auto status = DropLiveState(session.machine, session.Folders(), session.archive,
+                                          session.settings, level, *live, left);
+        !status)
         return failed(status.Error());
     if (const auto status = DeleteFile(session.MarkerPath()); !status)
         return failed(status.Error());

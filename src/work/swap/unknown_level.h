@@ -8,7 +8,7 @@ namespace kestrova
 
 /// True when neither a record of the standing level nor a backup of this folder is there, as after
 /// the program's own folder was lost.
-bool IsUnknownLevel(const Session& session);
+bool IsUnknownLevel(const Folders& folders);
 /// The savegames of such a level go to the history, then its marker goes. Told; may be repeated.
 bool ForgetLevel(Session& session, LevelCode code);
 

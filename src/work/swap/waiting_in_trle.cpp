@@ -18,10 +18,10 @@ namespace
 {
 
 /// Savegames wait in a Level Editor's folder that is not where it was.
-std::string WhatWaitsElsewhere(const Session& session)
+std::string WhatWaitsElsewhere(const Folders& folders)
 {
-    const auto isThere = IsFolder(session.TrleFolder());
-    const auto owner = ReadOwnerAsNoted(session);
+    const auto isThere = IsFolder(folders.trle);
+    const auto owner = ReadOwnerAsNoted(folders);
     if (!isThere || *isThere || !owner || !*owner || !(*owner)->owner ||
         *(*owner)->owner == originalCode || (*owner)->marker != absentMarker)
         return {};
@@ -31,41 +31,42 @@ std::string WhatWaitsElsewhere(const Session& session)
 
 } // namespace
 
-std::string RemedyInTrle(const Session& session)
+std::string RemedyInTrle(const Folders& folders, const Archive& archive)
 {
-    const auto standing = LookAtStanding(session);
+    const auto standing = LookAtStanding(folders, archive);
     if (!standing)
         return GetMsg(Msg::MendRoomRemedy);
-    const auto homeless = FindHomeless(session, *standing).ValueOr({});
+    const auto homeless = FindHomeless(folders, *standing).ValueOr({});
     const bool homeIsAway = homeless && !homeless->live.empty() &&
-                            !IsFolder(HomeOf(session, homeless->level)).ValueOr(true);
-    if (homeIsAway || !WhatWaitsElsewhere(session).empty())
+                            !IsFolder(HomeOf(folders, homeless->level)).ValueOr(true);
+    if (homeIsAway || !WhatWaitsElsewhere(folders).empty())
         return GetMsg(Msg::DoctorWaitsRemedy);
-    if (BackupIsAway(session))
-        return GetMsg(Msg::MendBackupRemedy, {TextOf(session.BackupFolder())});
+    if (BackupIsAway(folders))
+        return GetMsg(Msg::MendBackupRemedy, {TextOf(folders.Backup())});
     return GetMsg(Msg::MendRoomRemedy);
 }
 
-std::vector<std::string> OwedOriginals(const Session& session)
+std::vector<std::string> OwedOriginals(const Folders& folders)
 {
     std::vector<std::string> owed;
-    const auto owner = ReadOwner(session);
+    const auto owner = ReadOwner(folders);
     if (owner && *owner && (*owner)->owner && *(*owner)->owner != originalCode)
         for (const std::string& name : (*owner)->owed)
             owed.push_back(Readable(name));
     return owed;
 }
 
-std::string WhatWaitsInTrle(const Session& session)
+std::string WhatWaitsInTrle(const Folders& folders, const Archive& archive,
+                            const PreferencesRecord& preferences)
 {
-    const auto standing = LookAtStanding(session);
+    const auto standing = LookAtStanding(folders, archive);
     if (!standing)
         return {}; // that it cannot be told is told elsewhere
     std::vector<std::string> words;
-    if (const std::string elsewhere = WhatWaitsElsewhere(session); !elsewhere.empty())
+    if (const std::string elsewhere = WhatWaitsElsewhere(folders); !elsewhere.empty())
         words.push_back(elsewhere);
-    const bool away = BackupIsAway(session);
-    const bool original = IsOriginalButForLeftovers(session, *standing);
+    const bool away = BackupIsAway(folders);
+    const bool original = IsOriginalButForLeftovers(folders, *standing);
     if (!original && standing->owner && !standing->owner->owed.empty()) {
         std::vector<std::string> owed;
         for (const std::string& name : standing->owner->owed)
@@ -76,21 +77,21 @@ std::string WhatWaitsInTrle(const Session& session)
         std::vector<std::string> originals;
         for (const std::string& name : standing->owner->overwritten) {
             const auto relative = SafeRelative(name);
-            if (relative && (away || IsFile(session.BackupFolder() / *relative).ValueOr(true)))
+            if (relative && (away || IsFile(folders.Backup() / *relative).ValueOr(true)))
                 originals.push_back(Readable(name));
         }
         std::vector<std::string> brought;
         for (const OwnedFile& file : standing->owner->added)
-            if (ShouldGo(session, file))
+            if (ShouldGo(folders, preferences, file))
                 brought.push_back(Readable(file.name));
         if (!originals.empty())
             words.push_back(GetMsg(Msg::WaitingOriginals, {ShownNames(originals)}));
         if (!brought.empty())
             words.push_back(GetMsg(Msg::WaitingBrought, {ShownNames(brought)}));
     }
-    const auto homeless = FindHomeless(session, *standing).ValueOr({});
+    const auto homeless = FindHomeless(folders, *standing).ValueOr({});
     if (homeless && !homeless->live.empty()) {
-        const Path home = HomeOf(session, homeless->level);
+        const Path home = HomeOf(folders, homeless->level);
         const bool gone = !IsFolder(home).ValueOr(true);
         words.push_back(GetMsg(gone ? Msg::WaitingStateGone : Msg::WaitingState,
                                {TextOf(home), ShownNames(ShownNamesOf(homeless->live))}));

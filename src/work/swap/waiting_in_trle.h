@@ -8,10 +8,11 @@ namespace kestrova
 
 /// What waits for a better moment while the original configuration stands, in words; empty when
 /// nothing does.
-std::string WhatWaitsInTrle(const Session& session);
+std::string WhatWaitsInTrle(const Folders& folders, const Archive& archive,
+                            const PreferencesRecord& preferences);
 /// What the person can do about it.
-std::string RemedyInTrle(const Session& session);
+std::string RemedyInTrle(const Folders& folders, const Archive& archive);
 /// Originals that the standing level does not replace and that are not back, as they are shown.
-std::vector<std::string> OwedOriginals(const Session& session);
+std::vector<std::string> OwedOriginals(const Folders& folders);
 
 } // namespace kestrova

@@ -27,20 +27,19 @@ bool HoldsAnyState(const Path& folder, const std::vector<StateFile>& files)
 }
 
 /// Files that a level has in common with the originals tell nothing: any folder has them.
-bool HoldsAnyFile(const Session& session, const Path& folder, const std::vector<OwnedFile>& files)
+bool HoldsAnyFile(const Folders& folders, const Path& folder, const std::vector<OwnedFile>& files)
 {
     return std::any_of(files.begin(), files.end(), [&](const OwnedFile& file) {
         const auto relative = SafeRelative(file.name);
         const auto stands = [&](const Path& root) {
             return IsAsListed(file, platform::FactsOf(ResolvePath(root / *relative)));
         };
-        return relative && file.modifiedNs != 0 && stands(folder) &&
-               !stands(session.BackupFolder());
+        return relative && file.modifiedNs != 0 && stands(folder) && !stands(folders.Backup());
     });
 }
 
 /// Some disks number their folders anew each time; what the swap put there tells it then.
-Result<bool> IsFolderOfSwap(const Session& session, const SwapJournal& journal, const Path& folder)
+Result<bool> IsFolderOfSwap(const Folders& folders, const SwapJournal& journal, const Path& folder)
 {
     const auto isThere = IsFolder(folder);
     if (!isThere || !*isThere)
@@ -48,8 +47,8 @@ Result<bool> IsFolderOfSwap(const Session& session, const SwapJournal& journal, 
     const auto isNoted = HasMark(folder, journal.folder);
     if (!isNoted || *isNoted)
         return isNoted;
-    return HoldsAnyFile(session, folder, journal.remove) ||
-           HoldsAnyFile(session, folder, journal.install) || HoldsAnyState(folder, journal.live);
+    return HoldsAnyFile(folders, folder, journal.remove) ||
+           HoldsAnyFile(folders, folder, journal.install) || HoldsAnyState(folder, journal.live);
 }
 
 bool NeedsComingStore(const SwapJournal& journal)
@@ -63,7 +62,7 @@ const FolderMark& NeededRoot(const SwapJournal& journal)
 }
 
 /// `store`: where the needed store would be in that root.
-Result<bool> IsRootOfSwap(const Session& session, const SwapJournal& journal, const Path& store)
+Result<bool> IsRootOfSwap(const Folders& folders, const SwapJournal& journal, const Path& store)
 {
     const Path root = RootOfStore(store);
     const auto isThere = IsFolder(root);
@@ -78,7 +77,7 @@ Result<bool> IsRootOfSwap(const Session& session, const SwapJournal& journal, co
         return true;
     if (!NeedsComingStore(journal))
         return false;
-    const auto files = StateFilesIn(session.TrleFolder());
+    const auto files = StateFilesIn(folders.trle);
     if (!files)
         return false; // nobody is sent there on a guess
     const auto live = HashesOf(*files);
@@ -100,35 +99,35 @@ void SetNeededStore(SwapJournal& journal, const Path& store)
 
 /// Follows folders that were moved by a rename to where the program knows them already. One that
 /// cannot be looked at is no moved one.
-void FollowKnown(const Session& session, SwapJournal& journal)
+void FollowKnown(const Folders& folders, const Archive& archive, SwapJournal& journal)
 {
-    if (!IsFolderOfSwap(session, journal, journal.folder.path).ValueOr(true) &&
-        HasMark(session.TrleFolder(), journal.folder).ValueOr(false))
-        journal.folder.path = session.TrleFolder().native();
-    const Path store = NeededStore(session, journal);
-    const Path loaded = FolderFromText(Trim(session.archive.header.secondaryFolder));
-    if (!store.empty() && !IsRootOfSwap(session, journal, store).ValueOr(true) &&
+    if (!IsFolderOfSwap(folders, journal, journal.folder.path).ValueOr(true) &&
+        HasMark(folders.trle, journal.folder).ValueOr(false))
+        journal.folder.path = folders.trle.native();
+    const Path store = NeededStore(folders, journal);
+    const Path loaded = FolderFromText(Trim(archive.header.secondaryFolder));
+    if (!store.empty() && !IsRootOfSwap(folders, journal, store).ValueOr(true) &&
         NeededRoot(journal).inode != 0 && HasMark(loaded, NeededRoot(journal)).ValueOr(false))
         SetNeededStore(journal, StoreBelow(loaded, store));
 }
 
-bool NotLookedAt(Session& session, const Failure& failure)
+bool NotLookedAt(Host& host, const Failure& failure)
 {
-    TellFailure(session, GetMsg(Msg::InterruptedFailed), failure);
+    TellFailure(host, GetMsg(Msg::InterruptedFailed), failure);
     return false;
 }
 
 bool FollowSaidTrle(Session& session, SwapJournal& journal, const Path& said)
 {
     const Path noted = journal.folder.path;
-    const auto isNoted = IsFolderOfSwap(session, journal, said);
+    const auto isNoted = IsFolderOfSwap(session.Folders(), journal, said);
     auto mark = MarkOf(said);
     if (!isNoted || !mark)
-        return NotLookedAt(session, isNoted ? mark.Error() : isNoted.Error());
-    if (!*isNoted && !Confirmed(session, said, noted))
+        return NotLookedAt(session.host, isNoted ? mark.Error() : isNoted.Error());
+    if (!*isNoted && !Confirmed(session.host, said, noted))
         return false;
     if (const auto held = session.locks.Hold(said); !held) {
-        TellFailure(session, GetMsg(Msg::FolderNotLocked, {TextOf(said)}), held.Error());
+        TellFailure(session.host, GetMsg(Msg::FolderNotLocked, {TextOf(said)}), held.Error());
         return false;
     }
     // Whoever moved the folder that the preferences name means the moved one from now on.
@@ -138,16 +137,16 @@ bool FollowSaidTrle(Session& session, SwapJournal& journal, const Path& said)
     return true;
 }
 
-bool FollowSaidArchive(Session& session, SwapJournal& journal, const Path& said)
+bool FollowSaidArchive(Host& host, const Folders& folders, SwapJournal& journal, const Path& said)
 {
-    const Path noted = NeededStore(session, journal);
-    if (noted.empty() || noted == StateStoreOf(session, originalCode))
+    const Path noted = NeededStore(folders, journal);
+    if (noted.empty() || noted == StateStoreOf(folders, originalCode))
         return true;
     const Path store = StoreBelow(said, noted);
-    const auto isNoted = IsRootOfSwap(session, journal, store);
+    const auto isNoted = IsRootOfSwap(folders, journal, store);
     if (!isNoted)
-        return NotLookedAt(session, isNoted.Error());
-    if (!*isNoted && !Confirmed(session, said, RootOfStore(noted)))
+        return NotLookedAt(host, isNoted.Error());
+    if (!*isNoted && !Confirmed(host, said, RootOfStore(noted)))
         return false;
     SetNeededStore(journal, store);
     return true;
@@ -155,50 +154,50 @@ bool FollowSaidArchive(Session& session, SwapJournal& journal, const Path& said)
 
 } // namespace
 
-bool Confirmed(Session& session, const Path& said, const Path& noted)
+bool Confirmed(Host& host, const Path& said, const Path& noted)
 {
     if (FolderExists(said) &&
-        session.host.AskYesNo(GetMsg(Msg::AskIsThatFolder, {TextOf(said), TextOf(noted)})))
+        host.AskYesNo(GetMsg(Msg::AskIsThatFolder, {TextOf(said), TextOf(noted)})))
         return true;
-    session.host.Tell(Tone::Error, GetMsg(Msg::NotThatFolder, {TextOf(said), TextOf(noted)}));
+    host.Tell(Tone::Error, GetMsg(Msg::NotThatFolder, {TextOf(said), TextOf(noted)}));
     return false;
 }
 
-Path NeededStore(const Session& session, const SwapJournal& journal)
+Path NeededStore(const Folders& folders, const SwapJournal& journal)
 {
     if (journal.phase == SwapPhase::Restore)
         return {};
     // What is given up is that of the phase in which this was said: behind it comes the original's.
-    if (journal.storeLetGo && LevelOfNeededStore(session, journal).code != originalCode)
+    if (journal.storeLetGo && LevelOfNeededStore(folders, journal).code != originalCode)
         return {};
     const bool coming = NeedsComingStore(journal);
     // The original configuration's store goes where the program's folder goes.
     if ((coming ? journal.to : journal.from) == originalCode)
-        return StateStoreOf(session, originalCode);
+        return StateStoreOf(folders, originalCode);
     return coming ? journal.toStore : journal.fromStore;
 }
 
-LevelPlace LevelOfNeededStore(const Session& session, const SwapJournal& journal)
+LevelPlace LevelOfNeededStore(const Folders& folders, const SwapJournal& journal)
 {
     const bool coming = NeedsComingStore(journal);
     const LevelCode code = coming ? journal.to : journal.from;
     if (code == originalCode)
-        return {code, LevelHomeOf(session, code)};
+        return {code, LevelHomeOf(folders, code)};
     return {code, Path{coming ? journal.toStore : journal.fromStore}.parent_path()};
 }
 
-Result<std::optional<LackingFolder>> LackingOf(const Session& session, const SwapJournal& journal)
+Result<std::optional<LackingFolder>> LackingOf(const Folders& folders, const SwapJournal& journal)
 {
     const Path folder = journal.folder.path;
-    const auto isNoted = IsFolderOfSwap(session, journal, folder);
+    const auto isNoted = IsFolderOfSwap(folders, journal, folder);
     if (!isNoted)
         return isNoted.Error();
     if (!*isNoted)
         return std::optional{LackingFolder{Place::LevelEditor, folder, FolderExists(folder)}};
-    const Path store = NeededStore(session, journal);
-    if (store.empty() || store == StateStoreOf(session, originalCode))
+    const Path store = NeededStore(folders, journal);
+    if (store.empty() || store == StateStoreOf(folders, originalCode))
         return std::optional<LackingFolder>{};
-    const auto isRoot = IsRootOfSwap(session, journal, store);
+    const auto isRoot = IsRootOfSwap(folders, journal, store);
     if (!isRoot)
         return isRoot.Error();
     if (*isRoot)
@@ -207,49 +206,51 @@ Result<std::optional<LackingFolder>> LackingOf(const Session& session, const Swa
     return std::optional{LackingFolder{Place::Archive, root, FolderExists(root)}};
 }
 
-Result<std::optional<LackingFolder>> WhatMendingLacks(const Session& session)
+Result<std::optional<LackingFolder>> WhatMendingLacks(const Folders& folders,
+                                                      const Archive& archive)
 {
-    auto journal = ReadJournal(session);
+    auto journal = ReadJournal(folders);
     if (!journal)
         return journal.Error();
     if (!*journal)
         return std::optional<LackingFolder>{};
-    FollowKnown(session, **journal);
-    return LackingOf(session, **journal);
+    FollowKnown(folders, archive, **journal);
+    return LackingOf(folders, **journal);
 }
 
 bool FollowMovedFolders(Session& session, SwapJournal& journal, const Whereabouts& said)
 {
     const std::string before = FormatJournal(journal);
-    FollowKnown(session, journal);
+    FollowKnown(session.Folders(), session.archive, journal);
     if (!said.trle.empty() && !FollowSaidTrle(session, journal, said.trle))
         return false;
-    if (!said.archiveFolder.empty() && !FollowSaidArchive(session, journal, said.archiveFolder))
+    if (!said.archiveFolder.empty() &&
+        !FollowSaidArchive(session.host, session.Folders(), journal, said.archiveFolder))
         return false;
-    const auto lacking = LackingOf(session, journal);
+    const auto lacking = LackingOf(session.Folders(), journal);
     if (!lacking)
-        return NotLookedAt(session, lacking.Error());
+        return NotLookedAt(session.host, lacking.Error());
     if (said.letGo && *lacking && (*lacking)->place == Place::Archive)
         journal.storeLetGo = true;
     if (FormatJournal(journal) == before)
         return true;
-    if (const auto status = WriteJournal(session, journal); !status) {
-        TellFailure(session, GetMsg(Msg::InterruptedFailed), status.Error());
+    if (const auto status = WriteJournal(session.Folders(), journal); !status) {
+        TellFailure(session.host, GetMsg(Msg::InterruptedFailed), status.Error());
         return false;
     }
     return true;
 }
 
-std::optional<Whereabouts> AskWhere(Session& session, const LackingFolder& lacking)
+std::optional<Whereabouts> AskWhere(Host& host, const LackingFolder& lacking)
 {
     const bool trle = lacking.place == Place::LevelEditor;
-    switch (session.host.AskYesNoCancel(
+    switch (host.AskYesNoCancel(
         GetMsg(trle ? Msg::AskWhereFolder : Msg::AskWhereStore,
                {lineBreak, TextOf(lacking.noted), lineBreak, lineBreak, lineBreak, lineBreak}))) {
     case YesNoCancel::Yes:
-        if (auto chosen = session.host.ChooseFolder(
-                GetMsg(trle ? Msg::TitleWhereFolder : Msg::TitleWhereStore),
-                lacking.noted.parent_path()))
+        if (auto chosen =
+                host.ChooseFolder(GetMsg(trle ? Msg::TitleWhereFolder : Msg::TitleWhereStore),
+                                  lacking.noted.parent_path()))
             return trle ? Whereabouts{*chosen, {}, false} : Whereabouts{{}, *chosen, false};
         return {};
     case YesNoCancel::No:

@@ -25,14 +25,15 @@ struct LackingFolder {
 };
 
 /// The store of the journal that mending needs; empty when it needs none.
-Path NeededStore(const Session& session, const SwapJournal& journal);
+Path NeededStore(const Folders& folders, const SwapJournal& journal);
 /// The level of that store, whose folder is known even when it is given up.
-LevelPlace LevelOfNeededStore(const Session& session, const SwapJournal& journal);
+LevelPlace LevelOfNeededStore(const Folders& folders, const SwapJournal& journal);
 /// What the journal waits for; no value when everything is there. A failure while a folder cannot
 /// be looked at: it is not gone then.
-Result<std::optional<LackingFolder>> LackingOf(const Session& session, const SwapJournal& journal);
+Result<std::optional<LackingFolder>> LackingOf(const Folders& folders, const SwapJournal& journal);
 /// The same for the journal that waits in the program's folder.
-Result<std::optional<LackingFolder>> WhatMendingLacks(const Session& session);
+Result<std::optional<LackingFolder>> WhatMendingLacks(const Folders& folders,
+                                                      const Archive& archive);
 
 /// Brings the journal's paths up to date: with folders that the preferences or the archive in
 /// memory name, as far as they are the noted ones, and with what the person said. Where the disk
@@ -41,9 +42,9 @@ Result<std::optional<LackingFolder>> WhatMendingLacks(const Session& session);
 bool FollowMovedFolders(Session& session, SwapJournal& journal, const Whereabouts& said);
 
 /// True when the person says that `said` is the folder that stood in `noted`; told when it is not.
-bool Confirmed(Session& session, const Path& said, const Path& noted);
+bool Confirmed(Host& host, const Path& said, const Path& noted);
 
 /// Asks where a lacking folder is now, for a face in which a person can answer: no value to wait.
-std::optional<Whereabouts> AskWhere(Session& session, const LackingFolder& lacking);
+std::optional<Whereabouts> AskWhere(Host& host, const LackingFolder& lacking);
 
 } // namespace kestrova

@@ -26,10 +26,10 @@ void MeasureStaleExtras(Session& session)
         LevelRecord& level = session.archive.levels[i];
         if (!level.extrasDirty)
             continue;
-        const auto size = ExtrasSizeOf(LevelHomeOf(session, level.levelCode));
+        const auto size = ExtrasSizeOf(LevelHomeOf(session.Folders(), level.levelCode));
         if (!size)
             continue; // it stays noted as stale
-        CountLevelSize(session, *size - level.extrasSize, SizeKind::Extras, i);
+        CountLevelSize(session.archive, *size - level.extrasSize, SizeKind::Extras, i);
         level.extrasDirty = false;
         changed = true;
     }
@@ -78,15 +78,15 @@ bool TakeNamedFolder(Session& session, const Path& folder)
     const auto isThere = IsFolder(folder);
     const auto holds = isThere && *isThere ? HoldsLevels(session.archive, folder) : isThere;
     if (!holds)
-        return TellFolderNotRead(session, holds.Error());
+        return TellFolderNotRead(session.host, holds.Error());
     if (!*holds) {
         const Message words = *isThere ? Msg::NoLevelsThere : Msg::NoFolderThere;
         session.host.Tell(Tone::Error, GetMsg(words, {TextOf(folder)}));
         return false;
     }
-    if (!FitsArchive(session, folder) || !HoldFolder(session, folder))
+    if (!FitsArchive(session.host, folder) || !HoldFolder(session, folder))
         return false;
-    if (!IsArchiveOnCd(session))
+    if (!IsArchiveOnCd(session.archive))
         header.mainFolder = folder.native();
     header.secondaryFolder = folder.native();
     return SaveArchive(session);
@@ -130,7 +130,7 @@ Load ReadAfterAsking(Session& session, const Path& file, bool saved, const std::
         if (why.code == ErrorCode::Damaged && why.reason.empty())
             why.reason = damaged;
         if (load == Load::NotRead)
-            TellFailure(session, notRead, why);
+            TellFailure(session.host, notRead, why);
         session.loadFailedAskAnother = load == Load::FoldersRefused;
         return load;
     }
@@ -138,7 +138,7 @@ Load ReadAfterAsking(Session& session, const Path& file, bool saved, const std::
     ClearLeftovers(session);
     MeasureStaleExtras(session);
     session.list.Refresh();
-    session.list.Select(CurrentLevelCode(session));
+    session.list.Select(CurrentLevelCode(session.Folders(), session.archive));
     return load;
 }
 
@@ -198,7 +198,7 @@ bool AskLoadArchive(Session& session)
 bool AskSaveArchiveAs(Session& session)
 {
     const Operation operation{session};
-    if (!HasArchive(session))
+    if (!HasArchive(session.host, session.archive))
         return false;
     const auto file = session.host.ChooseSaveFile(
         GetMsg(Msg::SaveArchiveTitle), GetMsg(Msg::SaveArchiveFilter), session.programFolder,
@@ -206,7 +206,7 @@ bool AskSaveArchiveAs(Session& session)
     if (!file)
         return true;
     if (const auto status = WriteArchive(session, *file); !status) {
-        TellFailure(session, GetMsg(Msg::ErrorSavingArchive) + TextOf(*file), status.Error());
+        TellFailure(session.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(*file), status.Error());
         return false;
     }
     session.list.Refresh();
@@ -223,11 +223,11 @@ std::optional<Path> AskForFolder(Session& session, Message warning, const std::s
     session.host.Tell(Tone::Warning, GetMsg(warning, {line + Readable(missing) + line}));
     const auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectFolder) + FileNameOf(missing),
                                                   platform::CurrentFolder());
-    if (!chosen || !FitsArchive(session, *chosen))
+    if (!chosen || !FitsArchive(session.host, *chosen))
         return {};
     const auto holds = HoldsLevels(session.archive, *chosen);
     if (!holds)
-        TellFolderNotRead(session, holds.Error());
+        TellFolderNotRead(session.host, holds.Error());
     // Nothing is written before this program is the only one that works there.
     const bool taken =
         holds &&
@@ -249,8 +249,8 @@ bool CheckArchiveFolders(Session& session)
     const auto hasMain = stands(header.mainFolder);
     const auto hasSecondary = stands(header.secondaryFolder);
     if (!hasMain || !hasSecondary)
-        return TellFolderNotRead(session, hasMain ? hasSecondary.Error() : hasMain.Error());
-    if (!IsArchiveOnCd(session) && !*hasMain) {
+        return TellFolderNotRead(session.host, hasMain ? hasSecondary.Error() : hasMain.Error());
+    if (!IsArchiveOnCd(session.archive) && !*hasMain) {
         const auto chosen = AskForFolder(session, Msg::MainFolderMissing, header.mainFolder);
         if (!chosen)
             return false;

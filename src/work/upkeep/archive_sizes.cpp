@@ -9,7 +9,7 @@ namespace kestrova
 
 bool ShowArchiveSizes(Session& session)
 {
-    if (!HasArchive(session))
+    if (!HasArchive(session.host, session.archive))
         return false;
     const bool measured = RecomputeArchiveSize(session, true);
     session.list.Refresh();

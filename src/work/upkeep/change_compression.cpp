@@ -107,26 +107,26 @@ Result<std::vector<Change>> ChangesIn(const Path& folder, bool compress,
 }
 
 /// The target stands whole when it answers; the source is still there.
-Status Convert(Session& session, const Change& change, bool compress)
+Status Convert(Machine& machine, const Change& change, bool compress)
 {
     if (change.isMade)
         return {};
     if (compress)
         return CompressToZl(change.source, change.target);
-    const auto free = session.machine.FreeSpace(change.target.parent_path());
+    const auto free = machine.FreeSpace(change.target.parent_path());
     if (!free)
         return free.Error();
     return ExpandZl(change.source, change.target, std::min(*free, maxZlContent));
 }
 
 /// Asks about each file that failed. False ends the work.
-bool AskAboutFailures(Session& session, const std::vector<Change>& changes, bool compress)
+bool AskAboutFailures(Host& host, const std::vector<Change>& changes, bool compress)
 {
     const std::string word = GetMsg(compress ? Msg::WordCompression : Msg::WordDecompression);
     for (const Change& change : changes)
         if (!change.outcome &&
-            !session.host.AskYesNo(GetMsg(Msg::AskErrorChangingFile,
-                                          {word, TextOf(change.source) + std::string{lineBreak}})))
+            !host.AskYesNo(GetMsg(Msg::AskErrorChangingFile,
+                                  {word, TextOf(change.source) + std::string{lineBreak}})))
             return false;
     return true;
 }
@@ -148,7 +148,7 @@ bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressSc
 {
     auto found = ChangesIn(folder, compress, kept);
     if (!found)
-        return TellFolderNotRead(session, found.Error());
+        return TellFolderNotRead(session.host, found.Error());
     std::vector<Change>& changes = *found;
     if (changes.empty())
         return true;
@@ -163,7 +163,7 @@ bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressSc
                         [&session, &change, &shown, compress]() -> Status {
                             change.outcome = shown.Stopped()
                                                  ? Status{MakeFailure(ErrorCode::Stopped, {})}
-                                                 : Convert(session, change, compress);
+                                                 : Convert(session.machine, change, compress);
                             return {}; // one that fails does not hold up the others
                         }});
     const auto ran = RunFileJobs(std::move(jobs), &shown);
@@ -171,7 +171,7 @@ bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressSc
         session.host.Tell(Tone::Error, GetMsg(Msg::ErrorDroppingOldForm, {TextOf(folder)}));
         return false;
     }
-    return !shown.Stopped() && AskAboutFailures(session, changes, compress);
+    return !shown.Stopped() && AskAboutFailures(session.host, changes, compress);
 }
 
 /// The picture's bytes in its other form; a failure for what is no picture.
@@ -230,11 +230,11 @@ bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progr
             return false;
         if (level.cdNumber != 0 || level.levelCode == originalCode)
             continue;
-        const Path folder =
-            ResolvePath(InFolder(LevelHomeOf(session, level.levelCode), OnDisk::DirFiles));
+        const Path folder = ResolvePath(
+            InFolder(LevelHomeOf(session.Folders(), level.levelCode), OnDisk::DirFiles));
         const auto isThere = IsFolder(folder);
         if (!isThere)
-            return TellFolderNotRead(session, isThere.Error());
+            return TellFolderNotRead(session.host, isThere.Error());
         if (!*isThere)
             continue;
         std::vector<std::string> kept;
@@ -243,7 +243,7 @@ bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progr
             return false;
         if (const auto picture = ChangeLoadPicture(folder, compress, progress, kept, pictures);
             !picture)
-            return TellFolderNotRead(session, picture.Error());
+            return TellFolderNotRead(session.host, picture.Error());
         TellKeptForms(session.host, kept);
     }
     progress.SetBar(count, count);

@@ -15,9 +15,9 @@ namespace kestrova
 namespace
 {
 
-Status CopyDocument(Session& session, const LevelRecord& level)
+Status CopyDocument(const Folders& folders, const Archive& archive, const LevelRecord& level)
 {
-    const auto disc = LevelFolderOf(session, level.levelCode);
+    const auto disc = LevelFolderOf(folders, archive, level.levelCode);
     if (!disc)
         return disc.Error();
     const auto found = FindDocument(InFolder(*disc, OnDisk::DirFiles), level.moreInfoFile);
@@ -26,7 +26,7 @@ Status CopyDocument(Session& session, const LevelRecord& level)
     const std::optional<Path>& document = *found;
     if (!document)
         return MakeFailure(ErrorCode::Missing, TextOf(*disc));
-    const Path files = InFolder(LevelHomeOf(session, level.levelCode), OnDisk::DirFiles);
+    const Path files = InFolder(LevelHomeOf(folders, level.levelCode), OnDisk::DirFiles);
     if (auto made = MakeFolders(files); !made)
         return made;
     CopyOptions plain;
@@ -39,9 +39,9 @@ Status CopyDocument(Session& session, const LevelRecord& level)
 bool CopyMoreInfoFiles(Session& session)
 {
     const Operation operation{session};
-    if (!HasArchive(session))
+    if (!HasArchive(session.host, session.archive))
         return false;
-    if (!IsArchiveOnCd(session)) {
+    if (!IsArchiveOnCd(session.archive)) {
         session.host.Tell(Tone::Plain, GetMsg(Msg::MoreInfoAllOnHd));
         return true;
     }
@@ -55,9 +55,9 @@ bool CopyMoreInfoFiles(Session& session)
         const LevelRecord& level = session.archive.levels[i];
         if (level.cdNumber == 0 || Trim(level.moreInfoFile).empty())
             continue;
-        if (const auto copied = CopyDocument(session, level); !copied) {
+        if (const auto copied = CopyDocument(session.Folders(), session.archive, level); !copied) {
             all = false;
-            TellFailure(session,
+            TellFailure(session.host,
                         GetMsg(Msg::MoreInfoErrorCopying) + " " +
                             Readable(Trim(level.moreInfoFile)),
                         copied.Error());

@@ -52,7 +52,7 @@ Result<std::vector<Tr4Entry>> ScanLevel(const Path& folder, ProgressScope& progr
 }
 
 /// The levels without a folder, in one box that no number of them makes too long.
-void TellVanished(Session& session, std::vector<std::string> names)
+void TellVanished(Host& host, std::vector<std::string> names)
 {
     constexpr std::size_t most = 20;
     if (names.empty())
@@ -61,15 +61,15 @@ void TellVanished(Session& session, std::vector<std::string> names)
     names.resize(std::min(count, most));
     const std::string more =
         count > most ? GetMsg(Msg::Tr4InfosMoreVanished, {std::to_string(count - most)}) : "";
-    session.host.Tell(Tone::Error, GetMsg(Msg::Tr4InfosVanished, {std::to_string(count)}),
-                      Join(names, ", ") + more);
+    host.Tell(Tone::Error, GetMsg(Msg::Tr4InfosVanished, {std::to_string(count)}),
+              Join(names, ", ") + more);
 }
 
 } // namespace
 
 bool CreateTr4Infos(Session& session)
 {
-    if (!HasArchive(session))
+    if (!HasArchive(session.host, session.archive))
         return false;
     const std::size_t count = session.archive.levels.size();
     const auto progress =
@@ -82,7 +82,7 @@ bool CreateTr4Infos(Session& session)
         if (!IsFree(Tr4InfPath(session, i)).ValueOr(false))
             continue; // one that cannot be looked at is not written over
         const LevelRecord& level = session.archive.levels[i];
-        const auto home = LevelFolderOf(session, level.levelCode);
+        const auto home = LevelFolderOf(session.Folders(), session.archive, level.levelCode);
         if (!home) {
             session.host.Tell(Tone::Error, GetMsg(Msg::Tr4InfosCdMissing));
             return false;
@@ -91,14 +91,14 @@ bool CreateTr4Infos(Session& session)
         const Path files = InFolder(*home, OnDisk::DirFiles);
         const auto isThere = IsFolder(files);
         if (!isThere)
-            return TellFolderNotRead(session, isThere.Error());
+            return TellFolderNotRead(session.host, isThere.Error());
         if (!*isThere) {
             vanished.push_back(Readable(name));
             continue;
         }
         const auto entries = ScanLevel(files, *progress);
         if (!entries) {
-            TellFailure(session, GetMsg(Msg::Tr4InfosErrorDecompressing) + name + "]",
+            TellFailure(session.host, GetMsg(Msg::Tr4InfosErrorDecompressing) + name + "]",
                         entries.Error());
             all = false; // the others are worth no less
             continue;
@@ -106,12 +106,12 @@ bool CreateTr4Infos(Session& session)
         if (entries->empty())
             continue;
         if (const auto status = WriteTr4Inf(session, i, *entries); !status) {
-            TellFailure(session, GetMsg(Msg::Tr4InfosErrorWriting, {name}), status.Error());
+            TellFailure(session.host, GetMsg(Msg::Tr4InfosErrorWriting, {name}), status.Error());
             return false;
         }
     }
     progress->SetBar(count, count);
-    TellVanished(session, vanished);
+    TellVanished(session.host, vanished);
     return all && vanished.empty();
 }
 

@@ -36,20 +36,21 @@ bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, scanning);
     const EqualTr4Index index{session, progress.get()};
     if (!index.State())
-        return TellFolderNotRead(session, index.State().Error());
+        return TellFolderNotRead(session.host, index.State().Error());
 
     for (std::size_t i = 0; i < count; ++i) {
         progress->SetLabel(scanning + " " + std::to_string(i + 1) + ofAll);
         std::vector<Tr4Entry> files = index.FilesOf(i);
         if (files.empty() && NeedsDisc(session, i)) {
-            const auto home = LevelFolderOf(session, session.archive.levels[i].levelCode);
+            const auto home = LevelFolderOf(session.Folders(), session.archive,
+                                            session.archive.levels[i].levelCode);
             if (!home) {
                 session.host.Tell(Tone::Error, GetMsg(Msg::EqualCdNotAvailable));
                 return false;
             }
             auto scanned = ScanTr4Files(InFolder(*home, OnDisk::DirFiles));
             if (!scanned)
-                return TellFolderNotRead(session, scanned.Error());
+                return TellFolderNotRead(session.host, scanned.Error());
             files = std::move(*scanned);
         }
         if (const auto equal = index.Find(files, i);
@@ -63,7 +64,7 @@ bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&
 
 bool CheckEqualLevels(Session& session)
 {
-    if (!HasArchive(session))
+    if (!HasArchive(session.host, session.archive))
         return false;
     std::size_t equal = 0;
     const bool scanned = FindEqualLevels(session, [&](const EqualPair& pair) {

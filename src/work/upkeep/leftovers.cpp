@@ -31,11 +31,10 @@ bool IsThere(const Path& path)
 }
 
 /// The folders whose locks a program that works holds.
-std::vector<Path> HeldFolders(const Session& session)
+std::vector<Path> HeldFolders(const Folders& folders, const Archive& archive)
 {
-    std::vector<Path> held{session.programFolder};
-    for (const Path& folder :
-         {session.TrleFolder(), Path{Trim(session.archive.header.secondaryFolder)}})
+    std::vector<Path> held{folders.program};
+    for (const Path& folder : {folders.trle, Path{Trim(archive.header.secondaryFolder)}})
         if (!folder.empty() && FolderExists(folder))
             held.push_back(ResolvePath(folder));
     return held;
@@ -50,18 +49,18 @@ bool IsBelow(const Path& place, const std::vector<Path>& roots)
 }
 
 /// The level of the archive whose own folder this is.
-const LevelRecord* LevelOfFolder(const Session& session, const Path& folder)
+const LevelRecord* LevelOfFolder(const Folders& folders, const Archive& archive, const Path& folder)
 {
-    const auto& levels = session.archive.levels;
+    const auto& levels = archive.levels;
     const auto found = std::find_if(levels.begin(), levels.end(), [&](const LevelRecord& level) {
         return EqualNames(LevelFolderName(level.levelCode).substr(1), folder.filename().native()) &&
-               IsSameFolder(LevelHomeOf(session, level.levelCode), folder);
+               IsSameFolder(LevelHomeOf(folders, level.levelCode), folder);
     });
     return found == levels.end() ? nullptr : &*found;
 }
 
 /// A killed edit or store of the level whose folder this is. False when something of it stays.
-bool FinishLevel(Session& session, const Path& folder)
+bool FinishLevel(Host& host, const Folders& folders, const Archive& archive, const Path& folder)
 {
     const Path files = InFolder(folder, OnDisk::DirFiles);
     const bool exchanging = IsThere(BesideFiles(files, OnDisk::EndingNew)) ||
@@ -69,7 +68,7 @@ bool FinishLevel(Session& session, const Path& folder)
     const bool edited = IsThere(InFolder(folder, OnDisk::FragBeforeEdit));
     if (!exchanging && !edited)
         return true;
-    const LevelRecord* level = LevelOfFolder(session, folder);
+    const LevelRecord* level = LevelOfFolder(folders, archive, folder);
     if (level == nullptr)
         return false; // another archive's; its own start or load sees to it
     const std::string name = Readable(Trim(level->levelName));
@@ -77,19 +76,20 @@ bool FinishLevel(Session& session, const Path& folder)
     const auto undone =
         exchanged ? FinishKilledEdit(folder, *level) : Result<bool>{exchanged.Error()};
     if (!undone)
-        TellFailure(session, GetMsg(Msg::KilledEditNotUndone, {name}), undone.Error());
+        TellFailure(host, GetMsg(Msg::KilledEditNotUndone, {name}), undone.Error());
     else if (*undone)
-        session.host.Tell(Tone::Warning, GetMsg(Msg::KilledEditUndone, {name}));
+        host.Tell(Tone::Warning, GetMsg(Msg::KilledEditUndone, {name}));
     return static_cast<bool>(undone);
 }
 
 /// False when something of a killed program stays in the folder.
-bool Settle(Session& session, const Path& place, const std::vector<Path>& held)
+bool Settle(Host& host, const Folders& folders, const Archive& archive, const Path& place,
+            const std::vector<Path>& held)
 {
     const auto isFolder = IsFolder(place);
     if (!isFolder || !*isFolder)
         return bool{isFolder}; // looked at another time
-    bool settled = FinishLevel(session, place);
+    bool settled = FinishLevel(host, folders, archive, place);
     const Path unpacking = InFolder(place, OnDisk::FragUnpacking);
     if (IsThere(unpacking))
         settled = IsBelow(place, held) && ClearPlace(unpacking) && settled;
@@ -97,27 +97,28 @@ bool Settle(Session& session, const Path& place, const std::vector<Path>& held)
 }
 
 /// Folders of fixed names that belong to whoever holds the locks.
-void ClearWorkFolders(Session& session)
+void ClearWorkFolders(const Folders& folders, const Archive& archive)
 {
     for (const std::string_view name :
          {OnDisk::DirTemp, OnDisk::DirTempDec, OnDisk::DirTempCompr, OnDisk::DirTempZip,
           OnDisk::DirAudioTemp, OnDisk::DirOutFiles, OnDisk::FragTempBitmap,
           OnDisk::FragBuildingLevel0})
-        if (const Path place = InFolder(session.programFolder, name); IsThere(place))
+        if (const Path place = InFolder(folders.program, name); IsThere(place))
             (void)ClearPlace(place); // the next use of it tries again
-    const Path trle = session.TrleFolder();
+    const Path trle = folders.trle;
     const Path ready = InFolder(trle, OnDisk::DirReady);
-    if (!trle.empty() && IsThere(ready) && InterruptedWork(session).empty())
+    if (!trle.empty() && IsThere(ready) && InterruptedWork(folders, archive).empty())
         (void)ClearPlace(ready);
 }
 
-void SettleNotes(Session& session, const std::vector<Path>& held)
+void SettleNotes(Host& host, const Folders& folders, const Archive& archive,
+                 const std::vector<Path>& held)
 {
     std::set<Path> done; // programs note the same folders again and again
-    for (KilledNote& note : NotesOfKilled(WorkNotes(session))) {
+    for (KilledNote& note : NotesOfKilled(WorkNotes(folders))) {
         std::erase_if(note.places, [&](const Path& place) {
             return done.contains(place) ||
-                   (Settle(session, place, held) && done.insert(place).second);
+                   (Settle(host, folders, archive, place, held) && done.insert(place).second);
         });
         RewriteNote(note);
     }
@@ -125,31 +126,32 @@ void SettleNotes(Session& session, const std::vector<Path>& held)
 
 } // namespace
 
-Path WorkNotes(const Session& session)
+Path WorkNotes(const Folders& folders)
 {
-    return InFolder(session.programFolder, OnDisk::DirWorkNotes);
+    return InFolder(folders.program, OnDisk::DirWorkNotes);
 }
 
 void ClearLeftovers(Session& session)
 {
-    const std::vector<Path> held = HeldFolders(session);
-    ClearWorkFolders(session);
-    (void)Settle(session, session.programFolder, held); // the doctor names what stays
-    SettleNotes(session, held);
-    ClearUnfinishedIntakes(session);
+    const std::vector<Path> held = HeldFolders(session.Folders(), session.archive);
+    ClearWorkFolders(session.Folders(), session.archive);
+    (void)Settle(session.host, session.Folders(), session.archive, session.programFolder,
+                 held); // the doctor names what stays
+    SettleNotes(session.host, session.Folders(), session.archive, held);
+    ClearUnfinishedIntakes(session.host, session.Folders(), session.archive);
 }
 
 void ClearAllLeftovers(Session& session)
 {
     ClearLeftovers(session);
-    const std::vector<Path> held = HeldFolders(session);
+    const std::vector<Path> held = HeldFolders(session.Folders(), session.archive);
     if (const Path file = session.RememberedArchive(); !file.empty())
-        (void)Settle(session, file.parent_path(), held);
+        (void)Settle(session.host, session.Folders(), session.archive, file.parent_path(), held);
     std::vector<Path> folders = held;
     while (!folders.empty()) {
         const Path place = std::move(folders.back());
         folders.pop_back();
-        (void)Settle(session, place, held);
+        (void)Settle(session.host, session.Folders(), session.archive, place, held);
         std::vector<platform::FolderEntry> entries;
         (void)platform::ListFolder(place, entries); // what cannot be seen now is seen another time
         for (const platform::FolderEntry& entry : entries)
@@ -158,10 +160,10 @@ void ClearAllLeftovers(Session& session)
     }
 }
 
-std::vector<Path> LeftoversThatStay(const Session& session)
+std::vector<Path> LeftoversThatStay(const Folders& folders)
 {
-    std::set<Path> places{session.programFolder};
-    for (const KilledNote& note : NotesOfKilled(WorkNotes(session)))
+    std::set<Path> places{folders.program};
+    for (const KilledNote& note : NotesOfKilled(WorkNotes(folders)))
         places.insert(note.places.begin(), note.places.end());
     std::vector<Path> found;
     for (const Path& place : places)

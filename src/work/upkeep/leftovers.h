@@ -7,7 +7,7 @@ namespace kestrova
 {
 
 /// Where the programs note the folders that they work in.
-Path WorkNotes(const Session& session);
+Path WorkNotes(const Folders& folders);
 
 /// Clears what belongs to no process that runs and to no work that waits, in the program's folder
 /// and wherever one that ended noted that it worked; gives a level back the files that a killed
@@ -18,6 +18,6 @@ void ClearLeftovers(Session& session);
 void ClearAllLeftovers(Session& session);
 
 /// What could not be removed, for the doctor. Touches nothing.
-std::vector<Path> LeftoversThatStay(const Session& session);
+std::vector<Path> LeftoversThatStay(const Folders& folders);
 
 } // namespace kestrova

@@ -32,7 +32,7 @@ Path FirstFree(const Path& folder, std::string_view row)
     return {};
 }
 
-LevelRecord OriginalLevel(const Session& session)
+LevelRecord OriginalLevel(const Folders& folders)
 {
     LevelRecord level;
     level.levelCode = originalCode;
@@ -40,7 +40,7 @@ LevelRecord OriginalLevel(const Session& session)
     level.levelNote = GetMsg(Msg::OriginalLevelNote);
     level.authorName = GetMsg(Msg::OriginalAuthor);
     level.authorSites = Join(Split(OnDisk::OriginalSites, '|'), std::string_view{"\0", 1});
-    const Path files = InFolder(LevelHomeOf(session, originalCode), OnDisk::DirFiles);
+    const Path files = InFolder(LevelHomeOf(folders, originalCode), OnDisk::DirFiles);
     for (const std::string& pattern : Split(OnDisk::OriginalInfoPatterns, '|'))
         if (const auto found = ListFiles(files, pattern).ValueOr({}); !found.empty()) {
             level.moreInfoFile = found.front().filename().native();
@@ -50,16 +50,15 @@ LevelRecord OriginalLevel(const Session& session)
 }
 
 /// Asks in the folder that is proposed, which stands while the chooser shows it.
-std::optional<Path> AskForNewFolder(Session& session)
+std::optional<Path> AskForNewFolder(Host& host, Machine& machine, const Folders& folders)
 {
-    const Drive drive = FindLargestDrive(session);
-    Path proposed =
-        DefaultArchiveFolder(drive.folder.empty() ? session.programFolder : drive.folder);
+    const Drive drive = FindLargestDrive(machine);
+    Path proposed = DefaultArchiveFolder(drive.folder.empty() ? folders.program : drive.folder);
     if (!MakeFolder(proposed)) { // the drive's top is seldom a player's to write
-        proposed = DefaultArchiveFolder(session.programFolder);
+        proposed = DefaultArchiveFolder(folders.program);
         (void)MakeFolder(proposed); // where it cannot be, the chooser opens elsewhere
     }
-    const auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectArchiveFolder), proposed);
+    const auto chosen = host.ChooseFolder(GetMsg(Msg::SelectArchiveFolder), proposed);
     if (!chosen || *chosen != proposed)
         (void)platform::RemoveFolder(proposed); // only when nothing was put into it
     return chosen;
@@ -72,17 +71,17 @@ Path Absolute(const Path& path)
 
 } // namespace
 
-bool FitsArchive(Session& session, const Path& folder)
+bool FitsArchive(Host& host, const Path& folder)
 {
     if (ToWindows1252(folder.native()).size() <= longestArchiveFolder)
         return true;
-    session.host.Tell(Tone::Error, GetMsg(Msg::ArchiveFolderTooLong, {TextOf(folder)}));
+    host.Tell(Tone::Error, GetMsg(Msg::ArchiveFolderTooLong, {TextOf(folder)}));
     return false;
 }
 
-Path DefaultArchivePath(const Session& session)
+Path DefaultArchivePath(const Folders& folders)
 {
-    return FirstFree(session.programFolder, OnDisk::FragDefaultArchive);
+    return FirstFree(folders.program, OnDisk::FragDefaultArchive);
 }
 
 Path DefaultArchiveFolder(const Path& parent)
@@ -95,40 +94,43 @@ namespace
 
 /// A list with the original configuration alone, of no file. The folders are those of the archive
 /// before until others are chosen: the level that is installed still has its store there.
-void BeginNewList(Session& session)
+void BeginNewList(const Folders& folders, Archive& archive)
 {
     ArchiveHeader header;
     header.levelCount = 1;
-    header.mainFolder = session.archive.header.mainFolder;
-    header.secondaryFolder = session.archive.header.secondaryFolder;
-    session.archive = {std::move(header), {OriginalLevel(session)}};
+    header.mainFolder = archive.header.mainFolder;
+    header.secondaryFolder = archive.header.secondaryFolder;
+    archive = {std::move(header), {OriginalLevel(folders)}};
 }
 
 /// Folder and file of the new archive, measured and written.
 bool FillNewArchive(Session& session, const Path& folder, const Path& file)
 {
-    const auto chosen = folder.empty() ? AskForNewFolder(session) : std::optional{Absolute(folder)};
+    const auto chosen = folder.empty()
+                            ? AskForNewFolder(session.host, session.machine, session.Folders())
+                            : std::optional{Absolute(folder)};
     if (!chosen)
         return false;
     Path place = *chosen;
     const auto files = ListFiles(place, OnDisk::PatAll);
     const auto folders = ListSubfolders(place);
     if (!files || !folders)
-        return TellFolderNotRead(session, files ? folders.Error() : files.Error());
+        return TellFolderNotRead(session.host, files ? folders.Error() : files.Error());
     if (!files->empty() || !folders->empty()) {
         place = DefaultArchiveFolder(place);
         session.host.Tell(Tone::Warning, GetMsg(Msg::ArchiveFolderChanged) + TextOf(place));
     }
-    if (!FitsArchive(session, place))
+    if (!FitsArchive(session.host, place))
         return false;
     session.archive.header.mainFolder = session.archive.header.secondaryFolder = place.native();
     const auto made = MakeFolders(place);
     if (!made || !platform::IsWritableFolder(ResolvePath(place))) {
         const std::string words = GetMsg(Msg::CannotWriteArchiveFolder) + TextOf(place);
-        TellFailure(session, words, made ? Failure{ErrorCode::CannotWrite, {}, {}} : made.Error());
+        TellFailure(session.host, words,
+                    made ? Failure{ErrorCode::CannotWrite, {}, {}} : made.Error());
         return false;
     }
-    const Path target = file.empty() ? DefaultArchivePath(session) : Absolute(file);
+    const Path target = file.empty() ? DefaultArchivePath(session.Folders()) : Absolute(file);
     if (target.empty()) {
         session.host.Tell(Tone::Error, GetMsg(Msg::NoArchiveNameFree));
         return false;
@@ -147,13 +149,13 @@ bool CreateArchive(Session& session, const Path& folder, const Path& file)
     const Operation operation{session};
     const auto isFree = file.empty() ? Result<bool>{true} : IsFree(file);
     if (!isFree)
-        return TellFolderNotRead(session, isFree.Error());
+        return TellFolderNotRead(session.host, isFree.Error());
     if (!*isFree && !session.host.AskYesNo(GetMsg(Msg::AskReplaceArchive, {TextOf(file)})))
         return false;
     bool saved = false;
     if (!MayReplaceArchive(session, saved))
         return false;
-    BeginNewList(session);
+    BeginNewList(session.Folders(), session.archive);
     const bool made = FillNewArchive(session, folder, file);
     session.list.Refresh();
     return made;

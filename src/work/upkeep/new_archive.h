@@ -12,13 +12,13 @@ namespace kestrova
 bool CreateArchive(Session& session, const Path& folder = {}, const Path& file = {});
 /// `LevelArchive.kva`, `LevelArchive2.kva` … of the program's folder: the first that is free; empty
 /// when 100 are taken.
-Path DefaultArchivePath(const Session& session);
+Path DefaultArchivePath(const Folders& folders);
 /// `LevelFolder`, `LevelFolder2` … below `parent`.
 Path DefaultArchiveFolder(const Path& parent);
 
 /// A record's folder field holds 256 bytes; what grows from the archive's folder needs the rest.
 inline constexpr std::size_t longestArchiveFolder = 220;
 /// False, with a message, for a folder that is too long for an archive.
-bool FitsArchive(Session& session, const Path& folder);
+bool FitsArchive(Host& host, const Path& folder);
 
 } // namespace kestrova

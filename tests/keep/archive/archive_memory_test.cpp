@@ -24,33 +24,34 @@ TEST_F(ArchiveMemory, LevelsAreFoundByCodeAndTheirFoldersByKind)
     Session& session = box.session;
     box.AddLevel("One", {});
     box.AddLevel("Two  ", {});
-    EXPECT_EQ(FindLevel(session, 2), 2);
-    EXPECT_EQ(FindLevel(session, 9), -1);
-    EXPECT_EQ(LevelNameOf(session, 2), "Two");
-    EXPECT_EQ(NextLevelCode(session), 3);
+    EXPECT_EQ(FindLevel(session.archive, 2), 2);
+    EXPECT_EQ(FindLevel(session.archive, 9), -1);
+    EXPECT_EQ(LevelNameOf(session.archive, 2), "Two");
+    EXPECT_EQ(NextLevelCode(session.archive), 3);
     session.archive.levels.erase(session.archive.levels.begin() + 2);
-    EXPECT_EQ(NextLevelCode(session), 2) << "the highest number is free again";
+    EXPECT_EQ(NextLevelCode(session.archive), 2) << "the highest number is free again";
     session.archive.levels.clear();
-    EXPECT_EQ(NextLevelCode(session), 0);
+    EXPECT_EQ(NextLevelCode(session.archive), 0);
 
     EXPECT_EQ(LevelFolderName(12), "\\LEVEL_0012");
     EXPECT_EQ(LevelFolderName(10000), "\\LEVEL_10000");
     session.archive.header.secondaryFolder = (box / "other").native() + "/  ";
-    EXPECT_EQ(LevelHomeOf(session, 3), box / "other/LEVEL_0003");
-    EXPECT_EQ(*LevelFolderOf(session, 0), box / "home/LEVEL_0000");
-    EXPECT_EQ(StateStoreOf(session, 3), box / "other/LEVEL_0003/backup_savegames");
+    EXPECT_EQ(LevelHomeOf(session.Folders(), 3), box / "other/LEVEL_0003");
+    EXPECT_EQ(*LevelFolderOf(session.Folders(), session.archive, 0), box / "home/LEVEL_0000");
+    EXPECT_EQ(StateStoreOf(session.Folders(), 3), box / "other/LEVEL_0003/backup_savegames");
 }
 
 TEST_F(ArchiveMemory, ALevelOnADiscIsNotAvailable)
 {
     const LevelCode code = box.AddLevel("Disc", {});
     box.session.archive.levels[1].cdNumber = 2;
-    EXPECT_EQ(LevelFolderOf(box.session, code).Error().code, ErrorCode::Missing);
-    EXPECT_EQ(LevelHomeOf(box.session, code), box / "levels/LEVEL_0001");
-    EXPECT_TRUE(GuardLevelOnCd(box.session, box.session.archive.levels[1]));
-    EXPECT_FALSE(GuardLevelOnCd(box.session, box.session.archive.levels[0]));
+    EXPECT_EQ(LevelFolderOf(box.session.Folders(), box.session.archive, code).Error().code,
+              ErrorCode::Missing);
+    EXPECT_EQ(LevelHomeOf(box.session.Folders(), code), box / "levels/LEVEL_0001");
+    EXPECT_TRUE(GuardLevelOnCd(box.session.host, box.session.archive.levels[1]));
+    EXPECT_FALSE(GuardLevelOnCd(box.session.host, box.session.archive.levels[0]));
     box.session.archive.header.cdCount = 2;
-    EXPECT_TRUE(IsArchiveOnCd(box.session));
+    EXPECT_TRUE(IsArchiveOnCd(box.session.archive));
 }
 
 TEST_F(ArchiveMemory, SizesAreSummedForAllButTheFirstRecord)

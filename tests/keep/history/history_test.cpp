@@ -15,24 +15,26 @@ TEST(History, KeepsContentsOnceAndBringsThemBackIntoAFreeSlot)
     world.Write("levels/LEVEL_0001/backup_savegames/savegame.7", save);
     const Path file = world / "levels/LEVEL_0001/backup_savegames/savegame.7";
     std::vector<std::string> ids;
-    ASSERT_TRUE(KeepInHistory(world.session, 1, {file}, "test", &ids));
-    ASSERT_TRUE(KeepInHistory(world.session, 1, {file}, "test", &ids));
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+                              world.session.settings, 1, {file}, "test", &ids));
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+                              world.session.settings, 1, {file}, "test", &ids));
     ASSERT_EQ(ids.size(), 2U);
     EXPECT_EQ(ids[0], ids[1]);
-    const auto entries = HistoryOf(world.session, 1);
+    const auto entries = HistoryOf(world.session.Folders(), 1);
     ASSERT_EQ(entries.size(), 1U);
     EXPECT_EQ(entries[0].number, 300);
     EXPECT_EQ(entries[0].title, "Caves");
 
     // Its own slot is taken, so the lowest free one takes it; 0 is taken too.
-    const auto place = BringBack(world.session, 1, ids[0]);
+    const auto place = BringBack(world.session.Folders(), world.session.archive, 1, ids[0]);
     ASSERT_TRUE(place) << place.Error().subject;
     EXPECT_EQ(place->filename(), "savegame.1");
     EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/savegame.1"), save);
     for (int slot = 0; slot < 15; ++slot)
         world.Write("levels/LEVEL_0001/backup_savegames/savegame." + std::to_string(slot), "x");
-    EXPECT_FALSE(BringBack(world.session, 1, ids[0]));
-    EXPECT_FALSE(BringBack(world.session, 1, "0001-99"));
+    EXPECT_FALSE(BringBack(world.session.Folders(), world.session.archive, 1, ids[0]));
+    EXPECT_FALSE(BringBack(world.session.Folders(), world.session.archive, 1, "0001-99"));
 }
 
 TEST(History, APictureComesBackAmongTheLevelsPictures)
@@ -44,7 +46,8 @@ TEST(History, APictureComesBackAmongTheLevelsPictures)
         world.Write(shots + name, std::string{"picture "} + name);
     world.Write("levels/LEVEL_0001/backup_savegames/shot4.jpg", "of a savegame");
     std::vector<std::string> ids;
-    ASSERT_TRUE(KeepInHistory(world.session, 1,
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+                              world.session.settings, 1,
                               {world / (shots + "1) Dawn.jpg"), world / (shots + "shot3.jpg"),
                                world / "levels/LEVEL_0001/backup_savegames/shot4.jpg"},
                               "test", &ids));
@@ -52,12 +55,13 @@ TEST(History, APictureComesBackAmongTheLevelsPictures)
     std::filesystem::remove(world / "levels/LEVEL_0001/backup_savegames/shot4.jpg");
     const auto folder = world.Snapshot("trle");
     for (const std::string& id : ids)
-        ASSERT_TRUE(BringBack(world.session, 1, id));
+        ASSERT_TRUE(BringBack(world.session.Folders(), world.session.archive, 1, id));
     EXPECT_EQ(world.Snapshot("trle"), folder);
     EXPECT_EQ(world.Read(shots + "1) Dawn.jpg"), "picture 1) Dawn.jpg");
     EXPECT_EQ(world.Read(shots + "shot3.jpg"), "picture shot3.jpg");
     EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/shot4.jpg"), "of a savegame");
-    EXPECT_EQ(BringBack(world.session, 1, ids[0])->filename(), "1) Dawn-2.jpg")
+    EXPECT_EQ(BringBack(world.session.Folders(), world.session.archive, 1, ids[0])->filename(),
+              "1) Dawn-2.jpg")
         << "what stands there stays";
 }
 
@@ -67,16 +71,19 @@ TEST(History, NeverDropsWhatExistsNowhereElse)
     world.session.settings.historyCount = 2;
     for (int number = 1; number <= 4; ++number) {
         world.Write("trle/savegame.9", SavegameBytes("Alone", number));
-        ASSERT_TRUE(KeepInHistory(world.session, 0, {world / "trle/savegame.9"}, "test"));
+        ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
+                                  world.session.archive, world.session.settings, 0,
+                                  {world / "trle/savegame.9"}, "test"));
     }
     // Only the last content is live as well; the three others are kept whatever the bound says.
-    EXPECT_EQ(HistoryOf(world.session, 0).size(), 4U);
+    EXPECT_EQ(HistoryOf(world.session.Folders(), 0).size(), 4U);
     world.Write("home/LEVEL_0000/savegames/slot1/savegame.0", SavegameBytes("Alone", 1));
     world.Write("home/LEVEL_0000/savegames/slot1/savegame.1", SavegameBytes("Alone", 2));
     world.Write("trle/savegame.9", SavegameBytes("Alone", 5));
-    ASSERT_TRUE(KeepInHistory(world.session, 0, {world / "trle/savegame.9"}, "test"));
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+                              world.session.settings, 0, {world / "trle/savegame.9"}, "test"));
     std::vector<int> numbers;
-    for (const HistoryEntry& entry : HistoryOf(world.session, 0))
+    for (const HistoryEntry& entry : HistoryOf(world.session.Folders(), 0))
         numbers.push_back(entry.number);
     EXPECT_EQ(numbers, (std::vector<int>{3, 4, 5}));
 }
@@ -84,12 +91,13 @@ TEST(History, NeverDropsWhatExistsNowhereElse)
 TEST(History, PassesOverDamagedLines)
 {
     SwapWorld world;
-    ASSERT_TRUE(KeepInHistory(world.session, 0, {world / "trle/savegame.0"}, "test"));
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+                              world.session.settings, 0, {world / "trle/savegame.0"}, "test"));
     const std::string index = world.Read("home/history/level_0000.jsonl");
     world.Write("home/history/level_0000.jsonl",
                 "{\"id\":\"0000-9\",\"hash\":\"../../evil\",\"name\":\"savegame.0\"}\n" +
                     index.substr(0, 20) + "\n" + index);
-    EXPECT_EQ(HistoryOf(world.session, 0).size(), 1U);
+    EXPECT_EQ(HistoryOf(world.session.Folders(), 0).size(), 1U);
 }
 
 TEST(SavegameInfo, ReadsTitleAndNumberOfAnything)

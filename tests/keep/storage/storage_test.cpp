@@ -324,7 +324,9 @@ TEST_F(Storage, ADamagedStreamIsFoundAndNamedAndLeavesNothing)
     EXPECT_TRUE(box.host.WasTold("Errore decompressing file 'bad.tr4.zl'"));
     EXPECT_TRUE(result.empty());
     EXPECT_FALSE(box.Has("home/_temp_Dec"));
-    EXPECT_TRUE(DecompressSingleFile(box.session, files / "bad.tr4.zl", true).empty());
+    EXPECT_TRUE(DecompressSingleFile(box.session.host, box.session.machine, box.session.Folders(),
+                                     files / "bad.tr4.zl", true)
+                    .empty());
     EXPECT_TRUE(box.host.WasTold("Error decompressing file 'bad.tr4.zl'"));
     EXPECT_EQ(box.Snapshot("levels"), before);
 }
@@ -374,7 +376,8 @@ TEST_F(Storage, UnstoreGivesACopyOnlyWhenThereIsSomethingToDo)
     EXPECT_EQ(Stored(), before);
     EXPECT_TRUE(RemoveFolder(result));
 
-    const Path single = DecompressSingleFile(box.session, files / "level1.tr4.zl", true);
+    const Path single = DecompressSingleFile(box.session.host, box.session.machine,
+                                             box.session.Folders(), files / "level1.tr4.zl", true);
     EXPECT_EQ(single, box / "home/_temp_/level1.tr4");
     EXPECT_EQ(box.Read("home/_temp_/level1.tr4"), "level");
 }

@@ -18,9 +18,12 @@ protected:
     std::string Words()
     {
         box.host.told.clear();
-        const bool fine = IsTrleFolder(box.session, box / "trle", true);
+        const bool fine = IsTrleFolder(box.session.host, box.session.Folders(),
+                                       box.session.preferences, box / "trle", true);
         EXPECT_EQ(fine, box.host.told.empty());
-        EXPECT_EQ(IsTrleFolder(box.session, box / "trle", false), fine);
+        EXPECT_EQ(IsTrleFolder(box.session.host, box.session.Folders(), box.session.preferences,
+                               box / "trle", false),
+                  fine);
         return fine ? "" : box.host.told.front().text;
     }
     World box;

@@ -187,13 +187,13 @@ TEST_F(AddLevelTest, AnEditThatIsKilledAnywhereIsUndoneOrAcceptedAndLeavesNothin
         own.session.archive.header.compressLevels = step % 2 == 0;
         const Files before = own.Snapshot("levels");
         const KillRun run = WithKillAt(step, [&] {
-            NotePlacesIn(WorkNotes(own.session));
+            NotePlacesIn(WorkNotes(own.session.Folders()));
             return EditAll(own, false);
         });
         Session fresh = own.Reopened();
         // The start after it may be killed as well.
         (void)WithKillAt(1 + step % 11, [&] {
-            NotePlacesIn(WorkNotes(own.session));
+            NotePlacesIn(WorkNotes(own.session.Folders()));
             return ReadArchive(fresh, own.session.ArchivePath());
         });
         ASSERT_TRUE(ReadArchive(fresh, own.session.ArchivePath())) << own.host.AllTold();
@@ -320,7 +320,7 @@ TEST_F(AddLevelTest, WhatAKilledRunLeftIsClearedByTheNextStartUnlessItMayBeALeve
         const bool cameIn = own.Has("levels/LEVEL_0001/files/level1.tr4");
         Session fresh = own.Reopened();
         ASSERT_TRUE(ReadArchive(fresh, own.session.ArchivePath())) << run.call;
-        const bool stands = FindLevel(fresh, 1) >= 0;
+        const bool stands = FindLevel(fresh.archive, 1) >= 0;
         const bool stays = own.Has("levels/LEVEL_0001/files/level1.tr4");
         EXPECT_TRUE(stays || !stands) << run.call;
         cleared += cameIn && !stays ? 1 : 0;

@@ -53,8 +53,8 @@ protected:
     Intake& Begin(std::span<const IntakeStep> steps)
     {
         record = {};
-        record.levelCode = NextLevelCode(box.session);
-        EXPECT_TRUE(MakeLevelSubfolders(LevelHomeOf(box.session, record.levelCode)));
+        record.levelCode = NextLevelCode(box.session.archive);
+        EXPECT_TRUE(MakeLevelSubfolders(LevelHomeOf(box.session.Folders(), record.levelCode)));
         opened.emplace(box.session, record, steps, *progress);
         EXPECT_TRUE(OpenNewLevel(*opened)) << box.host.AllTold();
         return *opened;

@@ -63,8 +63,8 @@ protected:
         box.MakeTrle();
         box.MakeBackupAndArchive();
         box.UseRealTools();
-        record.levelCode = NextLevelCode(box.session);
-        EXPECT_TRUE(MakeLevelSubfolders(LevelHomeOf(box.session, record.levelCode)));
+        record.levelCode = NextLevelCode(box.session.archive);
+        EXPECT_TRUE(MakeLevelSubfolders(LevelHomeOf(box.session.Folders(), record.levelCode)));
     }
     std::string ZipOf(int count, const std::string& head, const std::string& content)
     {
@@ -113,7 +113,7 @@ TEST_F(ManyFiles, StopIsHeardWithinASecondWheneverItComes)
         const bool all = AddSources(level, {box / "many.zip"});
         EXPECT_LT(progress.WorkedSinceAsked(), 2) << wait; // sanitizers take their part
         EXPECT_EQ(level.draft.report.stopped, !all);
-        EXPECT_FALSE(std::filesystem::exists(UnpackingFolder(box.session))) << wait;
+        EXPECT_FALSE(std::filesystem::exists(UnpackingFolder(box.session.Folders()))) << wait;
         if (all) {
             EXPECT_EQ(level.draft.files.size(), static_cast<std::size_t>(files));
             break;
@@ -126,7 +126,7 @@ TEST_F(ManyFiles, StopIsHeardWithinASecondWheneverItComes)
 
 TEST_F(ManyFiles, WhatAKilledIntakeLeftHoldsUpNoOther)
 {
-    const Path left = UnpackingFolder(box.session);
+    const Path left = UnpackingFolder(box.session.Folders());
     const Path shut = left / ".kv~unpack/shut";
     std::filesystem::create_directories(shut);
     ASSERT_EQ(::mkfifo((shut / "pipe").c_str(), 0), 0);
@@ -174,7 +174,7 @@ TEST_F(ManyFiles, NoProgramIsStartedForEachOfManySmallPackages)
     EXPECT_TRUE(box.host.WasTold("inner.zip"));
     EXPECT_EQ(level.draft.files.size(), many + 1U);
     EXPECT_EQ(box.Read("runs"), "run\n") << "for the one that the program cannot read";
-    EXPECT_FALSE(FolderExists(UnpackingFolder(box.session)));
+    EXPECT_FALSE(FolderExists(UnpackingFolder(box.session.Folders())));
 }
 
 TEST_F(ManyFiles, InnerPackagesShareOneCountOfEntries)

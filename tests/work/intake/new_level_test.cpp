@@ -44,8 +44,8 @@ protected:
     /// A record with its folders, as a level that comes in has it.
     Intake& Begin()
     {
-        record.levelCode = NextLevelCode(box.session);
-        EXPECT_TRUE(MakeLevelSubfolders(LevelHomeOf(box.session, record.levelCode)));
+        record.levelCode = NextLevelCode(box.session.archive);
+        EXPECT_TRUE(MakeLevelSubfolders(LevelHomeOf(box.session.Folders(), record.levelCode)));
         return Open();
     }
     /// A level of the archive, opened for its properties.
@@ -139,10 +139,10 @@ TEST_F(NewLevelTest, APackageIsFlattenedAndDistributed)
     EXPECT_EQ(record.moreInfoFile, "Walkthrough.doc");
     EXPECT_EQ(record.filesSize, static_cast<int>(*FolderSize(box / "levels/LEVEL_0001/files")));
     EXPECT_EQ(record.extrasSize, 9);
-    const auto index = ReadTr4InfOf(box.session, 1);
+    const auto index = ReadTr4InfOf(box.session.Folders(), 1);
     ASSERT_TRUE(index && index->size() == 1);
     EXPECT_EQ((*index)[0].size, 5) << "its true size";
-    EXPECT_FALSE(FolderExists(UnpackingFolder(box.session)));
+    EXPECT_FALSE(FolderExists(UnpackingFolder(box.session.Folders())));
     EXPECT_EQ(box.Snapshot("my first level.zip"), before);
 }
 
@@ -311,7 +311,7 @@ TEST_F(NewLevelTest, TheStoredFormOfAnArchiveComesInAsWhatItIsAndWithinTheLimits
     after.erase("a.tr4");
     after.erase("b.tr4");
     EXPECT_EQ(after, before);
-    EXPECT_FALSE(FolderExists(UnpackingFolder(box.session)));
+    EXPECT_FALSE(FolderExists(UnpackingFolder(box.session.Folders())));
 }
 
 TEST_F(NewLevelTest, NamesThatDifferInCaseAloneAreNamedWhereverTheyComeFrom)
@@ -648,7 +648,8 @@ TEST_F(NewLevelTest, OneLanguageFileStays)
         std::filesystem::remove_all(box / "lang");
         for (const std::string& name : names)
             box.Write("lang/" + name, name);
-        EXPECT_TRUE(ChooseLanguageFile(box.session, box / "lang")) << box.host.AllTold();
+        EXPECT_TRUE(ChooseLanguageFile(box.session.host, box.session.Folders(), box / "lang"))
+            << box.host.AllTold();
         return box.Snapshot("lang");
     };
     Files backup = box.Snapshot("tools/backup_trle");
@@ -723,7 +724,7 @@ TEST_F(NewLevelTest, PropertiesStoreOnlyWhatChanged)
     Intake& joined = OpenToEdit();
     ASSERT_TRUE(AddSources(joined, {box / "in/b.tr4"}));
     ASSERT_TRUE(Accept(joined));
-    const auto index = ReadTr4InfOf(box.session, 1);
+    const auto index = ReadTr4InfOf(box.session.Folders(), 1);
     ASSERT_TRUE(index && index->size() == 2);
     Intake& replaced = OpenToEdit();
     ASSERT_TRUE(AddSources(replaced, {box / "in/a.tr4"}));
@@ -776,8 +777,8 @@ TEST_F(NewLevelTest, OfTwoDifferentSavegamesBothAreKept)
     EXPECT_EQ(Part("screenshots")["view.jpg"], "their picture");
     EXPECT_EQ(Part("files").count("savegame.0"), 0U);
     std::map<std::string, std::string> kept;
-    for (const HistoryEntry& entry : HistoryOf(box.session, 1))
-        kept[entry.name] = *ReadWholeFile(HistoryContent(box.session, entry.hash));
+    for (const HistoryEntry& entry : HistoryOf(box.session.Folders(), 1))
+        kept[entry.name] = *ReadWholeFile(HistoryContent(box.session.Folders(), entry.hash));
     EXPECT_EQ(kept,
               (Files{{"savegame.0", old}, {"savegame.1", incoming}, {"view.jpg", "my picture"}}));
 }

@@ -27,7 +27,7 @@ TEST(UnlistedFolder, NoFileGoesThereUnderANameThatMayBeTaken)
     const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
     SourceReport report;
     const auto put = [&] {
-        return PutFile(box.session, box / "in/Level.TR4", box / "files",
+        return PutFile(box.session.host, box / "in/Level.TR4", box / "files",
                        {Replace::Silent, true, {}}, *progress, report);
     };
     {
@@ -75,9 +75,10 @@ TEST(FailedLook, WhatComesInTakesNothingsPlaceUnasked)
         const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
         const FaultRun run = failing([&] {
             SourceReport report;
-            const bool put = bool{PutFile(box.session, box / "in/Level.TR4", box / "files",
+            const bool put = bool{PutFile(box.session.host, box / "in/Level.TR4", box / "files",
                                           {Replace::Ask, true, {}}, *progress, report)};
-            return ChooseLanguageFile(box.session, box / "files") && put;
+            return ChooseLanguageFile(box.session.host, box.session.Folders(), box / "files") &&
+                   put;
         });
         EXPECT_EQ(box.Snapshot("files"),
                   (Files{{"level.tr4", "stands"}, {"Script.dat", "the level's own script"}}));

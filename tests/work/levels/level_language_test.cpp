@@ -97,7 +97,7 @@ TEST(LevelLanguage, TellsWhyItCannotBeSet)
             world.Write("work/" + name, content);
         LanguageFailure failure;
         std::string file;
-        EXPECT_EQ(CanSetMyLanguage(world.session, world / "work", failure, file),
+        EXPECT_EQ(CanSetMyLanguage(world.session.Folders(), world / "work", failure, file),
                   row.words.empty());
         EXPECT_EQ(failure.words, row.words);
         EXPECT_EQ(file, "Italiano.dat");
@@ -106,10 +106,10 @@ TEST(LevelLanguage, TellsWhyItCannotBeSet)
     LanguageFailure failure;
     std::string file;
     std::filesystem::remove(world / "home/backup_trle/Italiano.dat");
-    EXPECT_FALSE(CanSetMyLanguage(world.session, world / levelFiles, failure, file));
+    EXPECT_FALSE(CanSetMyLanguage(world.session.Folders(), world / levelFiles, failure, file));
     EXPECT_EQ(failure.words, "I cann't find your language.dat in current trle backup");
     world.Write("home/backup_trle/ENGLISH.dat", "");
-    EXPECT_FALSE(CanSetMyLanguage(world.session, world / levelFiles, failure, file));
+    EXPECT_FALSE(CanSetMyLanguage(world.session.Folders(), world / levelFiles, failure, file));
     EXPECT_EQ(failure.words, "Your Tomb Raider Level Editor is the english version. Set english is "
                              "not necessary");
     EXPECT_FALSE(world.Change(LanguageChange::Original));

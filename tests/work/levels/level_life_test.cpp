@@ -53,7 +53,7 @@ TEST_F(LevelLife, AFolderThatTheListDoesNotKnowIsSetAsideWhole)
     ASSERT_TRUE(BeginNewLevel(box.session, level));
     ASSERT_EQ(box.host.told.size(), 2U) << box.host.AllTold();
     EXPECT_TRUE(box.Snapshot("levels/LEVEL_0001").empty());
-    const auto found = *FindUnknownFolders(box.session);
+    const auto found = *FindUnknownFolders(box.session.archive);
     ASSERT_EQ(found.setAside.size(), 2U);
     EXPECT_EQ(found.unlisted, std::vector<Path>{box / "levels/LEVEL_0001"}) << "not yet";
     std::set<Files> kept;
@@ -65,7 +65,7 @@ TEST_F(LevelLife, AFolderThatTheListDoesNotKnowIsSetAsideWhole)
 
     DropNewLevel(box.session, level);
     EXPECT_FALSE(box.Has("levels/LEVEL_0001")) << "its own folder is empty again";
-    EXPECT_EQ(FindUnknownFolders(box.session)->setAside.size(), 2U);
+    EXPECT_EQ(FindUnknownFolders(box.session.archive)->setAside.size(), 2U);
     ASSERT_TRUE(BeginNewLevel(box.session, level));
     EXPECT_EQ(box.host.told.size(), 2U) << "a folder without a file is taken as it is";
     ASSERT_TRUE(BeginNewLevel(box.session, level));
@@ -136,7 +136,7 @@ TEST_F(LevelLife, AKeptFolderOutlivesALaterLevelOfItsNumberThatIsGivenUp)
     ASSERT_TRUE(BeginNewLevel(box.session, level));
     EXPECT_EQ(level.levelCode, 1);
     DropNewLevel(box.session, level);
-    const auto found = FindUnknownFolders(box.session)->setAside;
+    const auto found = FindUnknownFolders(box.session.archive)->setAside;
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(box.Snapshot(found[0].lexically_relative(box.root).native()), kept);
 }
@@ -172,7 +172,7 @@ TEST_F(LevelLife, ARemovedLevelLeavesTheListAndItsFoldersWhenWanted)
     EXPECT_TRUE(box.host.WasTold("Level has been removed"));
     EXPECT_FALSE(box.Has("levels/LEVEL_0001"));
     std::set<std::string> kept;
-    for (const HistoryEntry& entry : HistoryOf(box.session, 1))
+    for (const HistoryEntry& entry : HistoryOf(box.session.Folders(), 1))
         kept.insert(entry.name);
     EXPECT_EQ(kept, (std::set<std::string>{"savegame.4", "the view.jpg"}));
     const Session fresh = Reloaded();
@@ -250,8 +250,10 @@ void CheckNothingLost(const World& box, Session& session, const std::string& cal
                                        SavegameBytes("Save live", 2),
                                        SavegameBytes("Save slot", 3)};
     EXPECT_EQ(SavegamesAnywhere(box), wanted) << call;
-    EXPECT_GE(FindLevel(session, CurrentLevelCode(session)), 0) << call;
-    EXPECT_TRUE(FindLevel(session, 1) < 0 || box.Has("levels/LEVEL_0001/files/a.tr4")) << call;
+    EXPECT_GE(FindLevel(session.archive, CurrentLevelCode(session.Folders(), session.archive)), 0)
+        << call;
+    EXPECT_TRUE(FindLevel(session.archive, 1) < 0 || box.Has("levels/LEVEL_0001/files/a.tr4"))
+        << call;
 }
 
 TEST_F(LevelLife, RemovingTheInstalledLevelLosesNothingWhereverItFails)
@@ -290,7 +292,7 @@ TEST_F(LevelLife, RemovingTheInstalledLevelLosesNothingWhereverItIsKilled)
         EXPECT_TRUE(ReadArchive(fresh, own.session.ArchivePath())) << run.call;
         EXPECT_TRUE(RecoverInterruptedWork(fresh)) << run.call << own.host.AllTold();
         CheckNothingLost(own, fresh, run.call);
-        const bool stands = CurrentLevelCode(fresh) == 1;
+        const bool stands = CurrentLevelCode(fresh.Folders(), fresh.archive) == 1;
         EXPECT_EQ(own.Has("trle/DATA/a.tr4"), stands) << run.call;
         EXPECT_EQ(own.Read("trle/Script.dat"), stands ? "level's script" : "original script")
             << run.call;

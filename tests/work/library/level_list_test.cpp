@@ -21,7 +21,7 @@ protected:
     std::vector<std::string> Texts()
     {
         std::vector<std::string> texts;
-        for (const ListRow& row : ListRows(box.session))
+        for (const ListRow& row : ListRows(box.session.Folders(), box.session.archive))
             texts.push_back(row.text);
         return texts;
     }
@@ -37,7 +37,7 @@ TEST_F(LevelListing, RowsAreSortedByTextAndKeepTheirCodes)
     EXPECT_EQ(Texts(),
               (std::vector<std::string>{"!first of all", "- TRLE: Original configuration - (*)",
                                         "Arena", "arena", "zebra"}));
-    EXPECT_EQ(ListRows(box.session).front().code, third);
+    EXPECT_EQ(ListRows(box.session.Folders(), box.session.archive).front().code, third);
 
     ASSERT_TRUE(InstallLevel(box.session, third)) << box.host.AllTold();
     EXPECT_EQ(Texts().front(), "!first of all (*)");
@@ -46,10 +46,10 @@ TEST_F(LevelListing, RowsAreSortedByTextAndKeepTheirCodes)
 
 TEST_F(LevelListing, TheTitleNamesTheArchive)
 {
-    EXPECT_EQ(WindowTitle(box.session), "Kestrova: LevelArchive.kva (1 levels)");
+    EXPECT_EQ(WindowTitle(box.session.archive), "Kestrova: LevelArchive.kva (1 levels)");
     box.session.archive.file = "/a/levels.kva";
     box.session.archive.levels.resize(12);
-    EXPECT_EQ(WindowTitle(box.session), "Kestrova: levels.kva (12 levels)");
+    EXPECT_EQ(WindowTitle(box.session.archive), "Kestrova: levels.kva (12 levels)");
 }
 
 TEST(FindingRows, GoesOneWayAndDoesNotWrap)
@@ -85,7 +85,8 @@ TEST_F(LevelListing, TheInfoLineCountsSavegamesWhereTheyLie)
 
     const std::string path = "Path: \"" + (box / "levels/LEVEL_0001").native() + "\"";
     const auto before = box.Snapshot("");
-    const auto looked = LookAtLevel(box.session, code);
+    const auto looked =
+        LookAtLevel(box.session.host, box.session.Folders(), box.session.archive, code);
     ASSERT_TRUE(looked);
     EXPECT_EQ(looked->info, path + "  -  Screenshots: 2 - Savegames: 2 + 3");
     EXPECT_EQ(box.Snapshot(""), before);
@@ -113,24 +114,30 @@ TEST_F(LevelListing, AnUnknownCodeIsTold)
 TEST_F(LevelListing, MoreInfoOpensAFileOfTheLevelAndNothingElse)
 {
     const LevelCode code = box.AddLevel("Dawn", {{"ReadMe.txt", "how to play"}});
-    EXPECT_FALSE(ShowMoreInfo(box.session, code));
+    EXPECT_FALSE(ShowMoreInfo(box.session.host, box.session.machine, box.session.Folders(),
+                              box.session.archive, code));
     EXPECT_TRUE(box.host.WasTold("Sorry, there is not any doc file\r\n"));
 
     box.session.archive.levels[1].moreInfoFile = "readme.TXT";
-    EXPECT_TRUE(ShowMoreInfo(box.session, code));
+    EXPECT_TRUE(ShowMoreInfo(box.session.host, box.session.machine, box.session.Folders(),
+                             box.session.archive, code));
     EXPECT_EQ(box.machine.opened,
               std::vector<std::string>{(box / "levels/LEVEL_0001/files/ReadMe.txt").native()});
 
     box.Write("levels/secret.txt", "");
     for (const char* name : {"../../secret.txt", "..\\..\\secret.txt", "gone.txt"}) {
         box.session.archive.levels[1].moreInfoFile = name;
-        EXPECT_FALSE(ShowMoreInfo(box.session, code)) << name;
+        EXPECT_FALSE(ShowMoreInfo(box.session.host, box.session.machine, box.session.Folders(),
+                                  box.session.archive, code))
+            << name;
     }
     EXPECT_EQ(box.machine.opened.size(), 1U);
     box.Write("levels/LEVEL_0001/files/Przeczytaj się.txt", "how to play");
     for (const char* name : {"Przeczytaj się.txt", "Przeczytaj si?.txt"}) {
         box.session.archive.levels[1].moreInfoFile = name;
-        EXPECT_TRUE(ShowMoreInfo(box.session, code)) << name;
+        EXPECT_TRUE(ShowMoreInfo(box.session.host, box.session.machine, box.session.Folders(),
+                                 box.session.archive, code))
+            << name;
     }
     EXPECT_TRUE(box.host.WasTold("gone.txt' not found"));
 }
@@ -143,13 +150,17 @@ TEST_F(LevelListing, WhatIsNoDocumentIsOpenedOnlyAfterItsNameWasAsked)
     for (const char* name : {"Readme.desktop", "Page.html"}) {
         box.session.archive.levels[1].moreInfoFile = name;
         box.host.WillAsk(name, false);
-        EXPECT_FALSE(ShowMoreInfo(box.session, code));
+        EXPECT_FALSE(ShowMoreInfo(box.session.host, box.session.machine, box.session.Folders(),
+                                  box.session.archive, code));
         EXPECT_TRUE(box.machine.opened.empty()) << name;
     }
     box.host.WillAsk("Page.html is no text, page or picture", true);
-    EXPECT_TRUE(ShowMoreInfo(box.session, code));
+    EXPECT_TRUE(ShowMoreInfo(box.session.host, box.session.machine, box.session.Folders(),
+                             box.session.archive, code));
     box.session.archive.levels[1].moreInfoFile = "plain.txt";
-    EXPECT_TRUE(ShowMoreInfo(box.session, code)) << "a document needs no question";
+    EXPECT_TRUE(ShowMoreInfo(box.session.host, box.session.machine, box.session.Folders(),
+                             box.session.archive, code))
+        << "a document needs no question";
     EXPECT_EQ(box.machine.opened.size(), 2U);
     EXPECT_TRUE(box.host.told.empty()) << box.host.AllTold();
 }

@@ -239,10 +239,10 @@ TEST(HotKeys, WithThePromptThePersonNamesIt)
 
     // Enter goes to the game's window and to no other one.
     world.machine.typed.clear();
-    BringGameBack(world.session);
+    BringGameBack(world.session.machine);
     EXPECT_TRUE(world.machine.typed.empty());
     world.machine.windowOfGame = "Tomb Raider - The Last Revelation";
-    BringGameBack(world.session);
+    BringGameBack(world.session.machine);
     EXPECT_EQ(world.machine.typed, "\n");
 }
 

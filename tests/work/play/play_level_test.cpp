@@ -65,14 +65,15 @@ TEST_F(Playing, InstallsRefreshesStartsAndArmsTheHotKeys)
 TEST_F(Playing, AnIncompleteLevelIsNamedByPlayVerifyAndDoctor)
 {
     LevelRecord& level = box.session.archive.levels.back();
-    ASSERT_TRUE(WriteTr4InfOf(
-        box.session, code, {{"dawn.tr4", 1, 5}, {"zeni\xc4\x87.tr4", 1, 900}, {"big.tr4", 1, 9}}));
+    ASSERT_TRUE(
+        WriteTr4InfOf(box.session.Folders(), code,
+                      {{"dawn.tr4", 1, 5}, {"zeni\xc4\x87.tr4", 1, 900}, {"big.tr4", 1, 9}}));
     box.Write("levels/LEVEL_0001/files/zeni\xc4\x87.tr4.zl", "(stored)");
     box.Write("levels/LEVEL_0001/files/big.tr4", "nine byte");
     level.moreInfoFile = "readme.txt";
     box.Write("levels/LEVEL_0001/files/readme.txt", "text");
     const auto gaps = [&] {
-        const auto found = GapsOf(box.session, level);
+        const auto found = GapsOf(box.session.Folders(), level);
         return found ? AllGaps(*found) : std::vector<std::string>{"(failed)"};
     };
     EXPECT_EQ(gaps(), std::vector<std::string>{});
@@ -118,7 +119,7 @@ TEST_F(Playing, WithoutAStartOnlyTheLevelComes)
     EXPECT_TRUE(box.machine.started.empty());
     EXPECT_EQ(box.machine.clipboardCleared, 0);
     EXPECT_FALSE(box.session.hotKeysActive);
-    EXPECT_EQ(CurrentLevelCode(box.session), code);
+    EXPECT_EQ(CurrentLevelCode(box.session.Folders(), box.session.archive), code);
 }
 
 TEST_F(Playing, ASecondPlayChangesNoFileAndStartsNoSecondGameUnasked)
@@ -166,7 +167,7 @@ TEST_F(Playing, AFailedStartIsToldAndTheLevelStays)
     EXPECT_FALSE(PlayLevel(box.session, code));
     EXPECT_TRUE(box.host.WasTold("could not be started"));
     EXPECT_FALSE(box.session.hotKeysActive);
-    EXPECT_EQ(CurrentLevelCode(box.session), code);
+    EXPECT_EQ(CurrentLevelCode(box.session.Folders(), box.session.archive), code);
     EXPECT_FALSE(PlayLevel(box.session, 99));
     EXPECT_TRUE(box.host.WasTold("unknown level code: 99"));
 }
@@ -175,7 +176,7 @@ TEST_F(Playing, AWindowsGameGoesThroughWineWithThePrefixAboveIt)
 {
     MakeWine();
     box.Write("trle/tomb4.exe", WindowsProgram(machine64));
-    auto launch = GameLaunch(box.session);
+    auto launch = GameLaunch(box.session.Folders(), box.session.preferences, ToolsOf(box.session));
     ASSERT_TRUE(launch) << launch.Error().reason;
     EXPECT_EQ(launch->argv, (std::vector<std::string>{(box / "usr/bin/wine").native(),
                                                       (box / "trle/tomb4.exe").native()}));
@@ -187,7 +188,7 @@ TEST_F(Playing, AWindowsGameGoesThroughWineWithThePrefixAboveIt)
     box.session.preferences.trlePath = (box / inPrefix).native();
     box.session.settings.wineCommand = (box / "usr/bin/wine").native();
     box.session.settings.wineWords = " explorer  /desktop=kv,640x480 ";
-    launch = GameLaunch(box.session);
+    launch = GameLaunch(box.session.Folders(), box.session.preferences, ToolsOf(box.session));
     ASSERT_TRUE(launch) << launch.Error().reason;
     EXPECT_EQ(launch->argv.size(), 4U);
     EXPECT_EQ(launch->argv[1], "explorer");
@@ -200,29 +201,31 @@ TEST_F(Playing, AWindowsGameGoesThroughWineWithThePrefixAboveIt)
 TEST_F(Playing, WhatWouldEndSilentlyIsSaidBeforehand)
 {
     box.Write("trle/tomb4.exe", WindowsProgram(machine32));
-    auto launch = GameLaunch(box.session);
+    auto launch = GameLaunch(box.session.Folders(), box.session.preferences, ToolsOf(box.session));
     ASSERT_FALSE(launch);
     EXPECT_NE(launch.Error().reason.find("apt-get install wine"), std::string::npos);
 
     MakeWine();
-    launch = GameLaunch(box.session);
+    launch = GameLaunch(box.session.Folders(), box.session.preferences, ToolsOf(box.session));
     ASSERT_FALSE(launch);
     EXPECT_NE(launch.Error().reason.find("wine32"), std::string::npos);
     EXPECT_FALSE(PlayLevel(box.session, code));
     EXPECT_TRUE(box.machine.started.empty());
 
     box.Write("usr/lib/wine/i386-windows/ntdll.dll", "");
-    EXPECT_TRUE(GameLaunch(box.session));
+    EXPECT_TRUE(GameLaunch(box.session.Folders(), box.session.preferences, ToolsOf(box.session)));
 
     // Cut headers are no 32-bit programs, and none of them is read beyond its end.
     std::filesystem::remove_all(box / "usr/lib");
     const std::string whole = WindowsProgram(machine32);
     for (std::size_t size = 2; size < 0x86; ++size) {
         box.Write("trle/tomb4.exe", whole.substr(0, size));
-        EXPECT_TRUE(GameLaunch(box.session)) << size;
+        EXPECT_TRUE(
+            GameLaunch(box.session.Folders(), box.session.preferences, ToolsOf(box.session)))
+            << size;
     }
     box.session.preferences.tombExeName = "other.exe";
-    EXPECT_FALSE(GameLaunch(box.session));
+    EXPECT_FALSE(GameLaunch(box.session.Folders(), box.session.preferences, ToolsOf(box.session)));
 }
 
 } // namespace

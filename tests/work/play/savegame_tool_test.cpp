@@ -37,7 +37,7 @@ TEST(SavegameTool, IsStartedOnTheSelectedLevelWithItsTwoRecords)
     box.session.preferences.captureEnabled = true;
     box.host.WillAsk("Would you like set in TRLE this level", true);
     EXPECT_TRUE(StartSavegameTool(box.session)) << box.host.AllTold();
-    EXPECT_EQ(CurrentLevelCode(box.session), code);
+    EXPECT_EQ(CurrentLevelCode(box.session.Folders(), box.session.archive), code);
     EXPECT_EQ(records().first.liveFolder, (box / "trle").native());
     EXPECT_EQ(records().first.archiveRoot, level + "/savegames");
     EXPECT_EQ(records().second.toolCapture, 0);

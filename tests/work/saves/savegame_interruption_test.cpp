@@ -90,7 +90,7 @@ void RestoreHalf(SavesWorld& world)
 {
     static const int step = StepInTheMiddle();
     ASSERT_TRUE(RestoreKilledAt(step, world).killed);
-    ASSERT_TRUE(StateChangeWaits(world.session));
+    ASSERT_TRUE(StateChangeWaits(world.session.Folders()));
 }
 
 class SavegameInterruption : public ::testing::TestWithParam<Work>
@@ -112,7 +112,7 @@ protected:
         world.ExpectNothingLost(treasures);
         Session fresh = world.Reopened();
         ASSERT_TRUE(RecoverInterruptedWork(fresh)) << world.host.AllTold();
-        EXPECT_TRUE(InterruptedWork(fresh).empty());
+        EXPECT_TRUE(InterruptedWork(fresh.Folders(), fresh.archive).empty());
         world.ExpectNothingLost(treasures);
         const std::string now = Everything(world);
         EXPECT_TRUE(now == after || world.Shown("trle") == before.substr(0, before.find(" |")))
@@ -155,7 +155,7 @@ TEST_P(SavegameInterruption, FailedAnywhereIsAnsweredAndLosesNothing)
                 after_ == AfterFault::Works ? std::errc::io_error : std::errc::no_space_on_device,
                 after_);
             SCOPED_TRACE("failed at step " + std::to_string(step) + ": " + run.call);
-            if (!run.answer && !SavegameMoveWaits(world.session)) {
+            if (!run.answer && !SavegameMoveWaits(world.session.Folders())) {
                 EXPECT_EQ(world.Shown("trle"), before.substr(0, before.find(" |")))
                     << "a failure that leaves nothing to finish has changed nothing";
             }
@@ -181,7 +181,7 @@ TEST_P(SavegameInterruption, FailedReadsAndLooksAreAnsweredAndLoseNothing)
                     step, [&] { return bool(GetParam().run(world.session, world.played)); },
                     std::errc::io_error, after_);
                 SCOPED_TRACE("failed at step " + std::to_string(step) + ": " + run.call);
-                if (!run.answer && !SavegameMoveWaits(world.session)) {
+                if (!run.answer && !SavegameMoveWaits(world.session.Folders())) {
                     EXPECT_EQ(world.Shown("trle"), before.substr(0, before.find(" |")))
                         << "a failure that leaves nothing to finish has changed nothing";
                 }
@@ -294,12 +294,12 @@ TEST(SavegameRecovery, WaitsForAFolderThatIsGoneAndSwapsWaitToo)
     std::filesystem::rename(world / "trle", world / "elsewhere");
     EXPECT_FALSE(RecoverInterruptedWork(world.session));
     EXPECT_TRUE(world.host.WasTold("could not be finished yet"));
-    EXPECT_FALSE(InterruptedWork(world.session).empty());
+    EXPECT_FALSE(InterruptedWork(world.session.Folders(), world.session.archive).empty());
     EXPECT_FALSE(ArchiveSavegamesOf(world.session, world.resting)) << "one move at a time";
     std::filesystem::rename(world / "elsewhere", world / "trle");
     EXPECT_TRUE(ArchiveSavegamesOf(world.session, world.resting)) << "and the next one finishes it";
     EXPECT_EQ(ReadSavegameInfo(world / "trle/savegame.0").number, 3);
-    EXPECT_TRUE(InterruptedWork(world.session).empty());
+    EXPECT_TRUE(InterruptedWork(world.session.Folders(), world.session.archive).empty());
 }
 
 TEST(StateChange, FailsBeforeAnythingChangesWhenWhatIsToComeIsNowhere)
@@ -322,7 +322,7 @@ TEST(StateChange, FailsBeforeAnythingChangesWhenWhatIsToComeIsNowhere)
     ASSERT_FALSE(made);
     EXPECT_EQ(made.Error().subject, (world / "trle/savegame.5").native());
     EXPECT_EQ(world.Snapshot(""), before);
-    EXPECT_FALSE(SavegameMoveWaits(world.session));
+    EXPECT_FALSE(SavegameMoveWaits(world.session.Folders()));
 
     // A later run goes on without it, and does not count it.
     change.archivedCount = 2;

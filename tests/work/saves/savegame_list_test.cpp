@@ -107,7 +107,7 @@ TEST(SavegameExport, CopiesReplacesAndDeletesWithoutLosingAny)
     EXPECT_EQ(world.Shown("out"), "savegame.4=2");
     EXPECT_TRUE(world.host.WasTold("other savegames of these names were replaced"));
     world.ExpectNothingLost(treasures);
-    EXPECT_EQ(HistoryOf(world.session, world.played).size(), 2U);
+    EXPECT_EQ(HistoryOf(world.session.Folders(), world.played).size(), 2U);
 
     // Its own folder: the only copy stays.
     EXPECT_FALSE(list.Export({world / "trle/savegame.0"}, world / "trle", true));
@@ -170,7 +170,9 @@ TEST(HistoryList, ShowsTheNewestFirstAndBringsBack)
     SavesWorld world;
     for (const int number : {3, 4}) {
         world.Live("0", number);
-        ASSERT_TRUE(KeepInHistory(world.session, world.played, {world / "trle/savegame.0"}, "why"));
+        ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
+                                  world.session.archive, world.session.settings, world.played,
+                                  {world / "trle/savegame.0"}, "why"));
     }
     HistoryList list{world.session, world.played};
     ASSERT_EQ(list.Entries().size(), 2U);

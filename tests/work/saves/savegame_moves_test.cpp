@@ -50,7 +50,8 @@ TEST(ArchiveSavegames, LeavesTheNewestInSlotZeroAndTheRestInANewArchiveSlot)
     EXPECT_EQ(world.ShownSlot(1), "note3.txt=my note savegame.12=39 savegame.3=40 shot12.jpg=small "
                                   "shot3.bmp=big");
     EXPECT_EQ(world.Count(), 2);
-    EXPECT_TRUE(HistoryOf(world.session, world.played).empty()) << "all of it is in the slot";
+    EXPECT_TRUE(HistoryOf(world.session.Folders(), world.played).empty())
+        << "all of it is in the slot";
 
     // Its number is known now: an empty slot, and nothing else.
     ASSERT_TRUE(ArchiveSavegames(world.session));
@@ -80,7 +81,7 @@ TEST(ArchiveSavegames, PutsTheNewestIntoTheArchiveWhereverItStands)
         EXPECT_EQ(world.Read(SavesWorld::store + ("slot1/shot" + number + ".bmp")), "picture");
         EXPECT_EQ(moved->moved, 2);
         EXPECT_EQ(world.Count(), 2);
-        EXPECT_EQ(CountArchivedSavegames(world.session, world.played), 2);
+        EXPECT_EQ(CountArchivedSavegames(world.session.Folders(), world.played), 2);
         EXPECT_EQ(world.Shown("trle"), "note0.txt=of the newest savegame." +
                                            std::string{renamed ? "0" : keeper} +
                                            "=40 shot0.bmp=picture");
@@ -95,7 +96,9 @@ TEST(SavegameMoves, DecideNothingWhileTheMarkerCannotBeRead)
     world.Archived(1, "0", 3);
     world.Write("home/LEVEL_0000/backup_savegames/savegame.1", SavegameBytes("Original", 1));
     world.list.selected = originalCode;
-    ASSERT_TRUE(KeepInHistory(world.session, originalCode, {world / "trle/savegame.1"}, "kept"));
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+                              world.session.settings, originalCode, {world / "trle/savegame.1"},
+                              "kept"));
     const auto before = world.Snapshot("");
     {
         const AsNobody nobody{world.root};
@@ -103,8 +106,10 @@ TEST(SavegameMoves, DecideNothingWhileTheMarkerCannotBeRead)
         EXPECT_FALSE(ArchiveSavegames(world.session))
             << "it might be the original that stands there";
         EXPECT_FALSE(RestoreSavegames(world.session));
-        EXPECT_FALSE(BringBack(world.session, originalCode, "0000-1"));
-        EXPECT_FALSE(CurrentSlotsFolder(world.session, world.played));
+        EXPECT_FALSE(
+            BringBack(world.session.Folders(), world.session.archive, originalCode, "0000-1"));
+        EXPECT_FALSE(
+            CurrentSlotsFolder(world.session.Folders(), world.session.archive, world.played));
         EXPECT_EQ(CopyIntoSlots(world.session, originalCode, {world / "trle/savegame.2"}).size(),
                   1U);
         std::filesystem::permissions(world / "trle/Kestrva.txt", std::filesystem::perms::all);
@@ -127,7 +132,7 @@ TEST(ArchiveSavegames, KnowsNumbersOfAllSlotsAndKeepsWhatOnlySeemsArchived)
     EXPECT_EQ(world.Shown("trle"), "savegame.0=9");
     EXPECT_EQ(world.Read("trle/savegame.0"), SavegameBytes("Live 1", 9)) << "the first of equals";
     std::vector<std::string> kept;
-    for (const HistoryEntry& entry : HistoryOf(world.session, world.played))
+    for (const HistoryEntry& entry : HistoryOf(world.session.Folders(), world.played))
         kept.push_back(entry.name);
     EXPECT_EQ(kept, (std::vector<std::string>{"savegame.0", "note5.txt"}))
         << "the same number with other bytes, and a note that no slot has";
@@ -248,7 +253,7 @@ TEST(RestoreSavegames, SkipsEmptySlotsAndKeepsWhatTheyHold)
     EXPECT_FALSE(world.Has("home/_temp_Savegame"));
     EXPECT_EQ(world.Shown("trle"), "savegame.0=5");
     world.ExpectNothingLost(treasures);
-    EXPECT_EQ(HistoryOf(world.session, world.played).size(), 3U);
+    EXPECT_EQ(HistoryOf(world.session.Folders(), world.played).size(), 3U);
 }
 
 TEST(RestoreSavegames, SnapshotsWhatIsLive)
@@ -258,7 +263,7 @@ TEST(RestoreSavegames, SnapshotsWhatIsLive)
     world.Live("1", 4);
     world.Archived(1, "0", 5);
     ASSERT_TRUE(RestoreSavegames(world.session));
-    const auto kept = HistoryOf(world.session, world.played);
+    const auto kept = HistoryOf(world.session.Folders(), world.played);
     ASSERT_EQ(kept.size(), 2U);
     EXPECT_EQ(kept[1].number, 4);
     EXPECT_EQ(kept[1].reason, "before a restore");
@@ -291,7 +296,8 @@ TEST(SavegameMoves, NameWhatOnlyTheHistoryHoldsAfterThem)
     ASSERT_EQ(archived->kept.size(), 2U) << "the third went into the archive";
     EXPECT_NE(WordsAboutKept(*archived, world.played).find(archived->kept.front()),
               std::string::npos);
-    ASSERT_TRUE(BringBack(world.session, world.played, archived->kept.front()));
+    ASSERT_TRUE(BringBack(world.session.Folders(), world.session.archive, world.played,
+                          archived->kept.front()));
     EXPECT_EQ(world.Read("trle/savegame.1"), SavegameBytes("Live 0", 1, "second game"))
         << "the place of the newest is taken";
 
@@ -318,14 +324,18 @@ TEST(BringBack, OfALevelWithoutItsFolderNamesTheWayOut)
 {
     SavesWorld world;
     world.Live("3", 4);
-    ASSERT_TRUE(KeepInHistory(world.session, world.resting, {world / "trle/savegame.3"}, "kept"));
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+                              world.session.settings, world.resting, {world / "trle/savegame.3"},
+                              "kept"));
     std::filesystem::remove_all(world / "levels/LEVEL_0002");
-    const auto place = BringBack(world.session, world.resting, "0002-1");
+    const auto place =
+        BringBack(world.session.Folders(), world.session.archive, world.resting, "0002-1");
     ASSERT_FALSE(place);
     EXPECT_NE(place.Error().reason.find("--to"), std::string::npos);
     EXPECT_FALSE(world.Has("levels/LEVEL_0002"));
     for (const char* name : {"out/new/savegame.3", "out/new/savegame.0"}) {
-        const auto copied = BringBackTo(world.session, world.resting, "0002-1", world / "out/new");
+        const auto copied =
+            BringBackTo(world.session.Folders(), world.resting, "0002-1", world / "out/new");
         ASSERT_TRUE(copied);
         EXPECT_EQ(*copied, world / name) << "nothing there is replaced";
         EXPECT_EQ(world.Read(name), SavegameBytes("Live 3", 4));

@@ -25,11 +25,14 @@ protected:
 
 TEST_F(SavegameStore, LiesWhereTheLevelIs)
 {
-    EXPECT_EQ(*CurrentSlotsFolder(box.session, 0), box / "trle") << "no marker: the original";
-    EXPECT_EQ(*CurrentSlotsFolder(box.session, code), box / "levels/LEVEL_0001/backup_savegames");
+    EXPECT_EQ(*CurrentSlotsFolder(box.session.Folders(), box.session.archive, 0), box / "trle")
+        << "no marker: the original";
+    EXPECT_EQ(*CurrentSlotsFolder(box.session.Folders(), box.session.archive, code),
+              box / "levels/LEVEL_0001/backup_savegames");
     box.Write("trle/KESTRVA.TXT", "#LEVEL_CODE=0001#");
-    EXPECT_EQ(*CurrentSlotsFolder(box.session, code), box / "trle");
-    EXPECT_EQ(*CurrentSlotsFolder(box.session, 0), box / "home/LEVEL_0000/backup_savegames");
+    EXPECT_EQ(*CurrentSlotsFolder(box.session.Folders(), box.session.archive, code), box / "trle");
+    EXPECT_EQ(*CurrentSlotsFolder(box.session.Folders(), box.session.archive, 0),
+              box / "home/LEVEL_0000/backup_savegames");
 }
 
 TEST_F(SavegameStore, ComesIntoBeingWithItsDefaults)

@@ -22,7 +22,7 @@ void Live(SavesWorld& world, SavegameWatch& watch, int seconds, bool gameRuns)
 std::vector<int> Kept(const SavesWorld& world)
 {
     std::vector<int> numbers;
-    for (const HistoryEntry& entry : HistoryOf(world.session, world.played))
+    for (const HistoryEntry& entry : HistoryOf(world.session.Folders(), world.played))
         numbers.push_back(entry.number);
     return numbers;
 }
@@ -52,7 +52,7 @@ TEST(SavegameWatch, KeepsEachVersionWhenItIsClosed)
     EXPECT_EQ(Kept(world), (std::vector<int>{1, 2, 2, 2, 3})) << "under the name that it has";
     Live(world, watch, 3, true);
     EXPECT_EQ(Kept(world), (std::vector<int>{1, 2, 2, 2, 3})) << "and not once more";
-    EXPECT_EQ(HistoryOf(world.session, world.played)[1].reason, "written by the game");
+    EXPECT_EQ(HistoryOf(world.session.Folders(), world.played)[1].reason, "written by the game");
     const auto quiet = world.Snapshot("home");
     Live(world, watch, 20, true);
     EXPECT_EQ(world.Snapshot("home"), quiet) << "each version once";

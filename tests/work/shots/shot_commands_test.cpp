@@ -62,23 +62,27 @@ TEST(NewShotName, CountsUpInTheFolderAndKeepsToWhatANameCanBe)
                                       {"..", "1) ...jpg"}}) {
         ShotWorld world{title};
         std::string extension;
-        EXPECT_EQ(NewShotName(world.session, 1, extension)->filename(), name);
+        EXPECT_EQ(
+            NewShotName(world.session.Folders(), world.session.archive, 1, extension)->filename(),
+            name);
         EXPECT_EQ(extension, ".jpg");
     }
     ShotWorld world;
     world.Put("1) lost city.JPG", "taken, however it is spelled");
     world.Put("3) Lost City.jpg", "a number further up");
     std::string extension = ".jpg";
-    EXPECT_EQ(NewShotName(world.session, 1, extension)->filename(), "2) Lost City.jpg");
+    EXPECT_EQ(NewShotName(world.session.Folders(), world.session.archive, 1, extension)->filename(),
+              "2) Lost City.jpg");
     extension = ".bmp";
-    EXPECT_EQ(NewShotName(world.session, 1, extension)->filename(), "1) Lost City.bmp");
+    EXPECT_EQ(NewShotName(world.session.Folders(), world.session.archive, 1, extension)->filename(),
+              "1) Lost City.bmp");
 
     // 256 letters of two bytes each fit the archive, but no file name; no letter is torn.
     std::string longTitle = "x";
     for (int i = 0; i < 255; ++i)
         longTitle += "é";
     world.session.archive.levels[1].levelName = longTitle;
-    const Path path = *NewShotName(world.session, 1, extension);
+    const Path path = *NewShotName(world.session.Folders(), world.session.archive, 1, extension);
     EXPECT_LE(path.filename().native().size(), 255U);
     EXPECT_TRUE(IsUtf8(path.filename().native()));
     world.Put(path.filename().native(), "can be made");
@@ -115,7 +119,7 @@ TEST(ShotCommands, TakeTheChosenPictureOrAskWhichPane)
     ShotWorld empty;
     empty.Load();
     EXPECT_FALSE(SaveShotAs(empty.session, empty.shots));
-    EXPECT_FALSE(ShotToResize(empty.session, empty.shots));
+    EXPECT_FALSE(ShotToResize(empty.session.host, empty.shots));
     EXPECT_TRUE(empty.host.WasTold("you can not save it"));
     EXPECT_TRUE(empty.host.WasTold("you can not resize it"));
 }
@@ -279,16 +283,21 @@ TEST(ImportShots, TakesEveryPictureOfTheStoreUnderNewNames)
     world.Write("levels/LEVEL_0002/savegames/slot1/shot0.jpg", "of the second");
     world.Put("1) Lost City.jpg", "mine");
     const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
-    EXPECT_TRUE(ImportShots(world.session, 1, *progress));
+    EXPECT_TRUE(ImportShots(world.session.host, world.session.Folders(), world.session.archive, 1,
+                            *progress));
     const auto shots = world.Snapshot(folder);
     ASSERT_EQ(shots.size(), 4U);
     EXPECT_EQ(shots.at("1) Lost City.jpg"), "mine");
     EXPECT_EQ(shots.at("2) Lost City.jpg"), "bitmap") << "only its name says jpeg";
-    EXPECT_TRUE(ImportShotsOfAllLevels(world.session, *progress));
+    EXPECT_TRUE(ImportShotsOfAllLevels(world.session.host, world.session.Folders(),
+                                       world.session.archive, *progress));
     EXPECT_EQ(world.Snapshot(folder).size(), 7U) << "nothing remembers an earlier import";
     EXPECT_TRUE(world.Has("levels/LEVEL_0002/screenshots/1) Second.jpg"));
 
-    EXPECT_FALSE(WithFaultAt(1, [&] { return ImportShots(world.session, 1, *progress); }));
+    EXPECT_FALSE(WithFaultAt(1, [&] {
+        return ImportShots(world.session.host, world.session.Folders(), world.session.archive, 1,
+                           *progress);
+    }));
     EXPECT_TRUE(world.host.WasTold("Error while copying file: "));
     EXPECT_EQ(world.Snapshot(folder).size(), 9U) << "the others go on";
 }

@@ -96,7 +96,7 @@ TEST(RefreshFullBackup, IsTheOldOrTheNewBackupWhereverItIsStopped)
             return file.first.starts_with("savegame.") || file.first.starts_with("note");
         });
         EXPECT_TRUE(backup == old || backup == fresh);
-        EXPECT_TRUE(InterruptedWork(next).empty());
+        EXPECT_TRUE(InterruptedWork(next.Folders(), next.archive).empty());
         if (!run.killed || HasFailure())
             break;
     }

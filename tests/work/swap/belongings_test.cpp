@@ -24,7 +24,7 @@ using platform::FileAction;
 
 std::vector<KeptFile> Kept(const Session& session)
 {
-    auto files = KeptFiles(session);
+    auto files = KeptFiles(session.Folders());
     EXPECT_TRUE(files);
     return files ? std::move(*files) : std::vector<KeptFile>{};
 }
@@ -178,8 +178,9 @@ TEST(TwoArchives, UsedByTurnsKeepTheirOwnSavegames)
     world.PlayFirst();
     const auto treasures = world.Treasures();
     world.ExchangeArchive();
-    EXPECT_EQ(CurrentLevelCode(world.session), foreignLevel);
-    EXPECT_EQ(*LiveStateFolder(world.session, 1), world / "other/LEVEL_0001/backup_savegames");
+    EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), foreignLevel);
+    EXPECT_EQ(*LiveStateFolder(world.session.Folders(), world.session.archive, 1),
+              world / "other/LEVEL_0001/backup_savegames");
     const auto differences = VerifyFolder(world.session);
     ASSERT_TRUE(differences);
     EXPECT_TRUE(differences->empty()) << differences->front().file;
@@ -192,12 +193,13 @@ TEST(TwoArchives, UsedByTurnsKeepTheirOwnSavegames)
     EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/savegame.4"),
               SavegameBytes("First new", 8));
     EXPECT_FALSE(world.Has("other/LEVEL_0001/backup_savegames/savegame.4"));
-    EXPECT_TRUE(HistoryOf(world.session, 1).empty()); // the other's older savegame is not ours
-    EXPECT_EQ(CurrentLevelCode(world.session), 1);
+    EXPECT_TRUE(
+        HistoryOf(world.session.Folders(), 1).empty()); // the other's older savegame is not ours
+    EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), 1);
 
     world.ExchangeArchive();
-    EXPECT_EQ(CurrentLevelCode(world.session), foreignLevel);
-    EXPECT_EQ(HistoryOf(world.session, 1).size(), 1U);
+    EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), foreignLevel);
+    EXPECT_EQ(HistoryOf(world.session.Folders(), 1).size(), 1U);
     world.Write("trle/savegame.2", SavegameBytes("Other later", 12));
     ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
     EXPECT_EQ(world.Read("other/LEVEL_0001/backup_savegames/savegame.2"),
@@ -213,11 +215,11 @@ TEST(TwoArchives, AnArchiveThatWasMovedIsTheSameOne)
     world.PlayFirst();
     fs::rename(world / "levels", world / "moved");
     world.session.archive.header.secondaryFolder = (world / "moved").native();
-    EXPECT_TRUE(LevelStands(world.session, world.first));
+    EXPECT_TRUE(LevelStands(world.session.Folders(), world.session.archive, world.first));
     fs::copy(world / "moved", world / "copied", fs::copy_options::recursive);
     fs::remove_all(world / "moved");
     world.session.archive.header.secondaryFolder = (world / "copied").native();
-    EXPECT_TRUE(LevelStands(world.session, world.first));
+    EXPECT_TRUE(LevelStands(world.session.Folders(), world.session.archive, world.first));
     ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
     EXPECT_EQ(world.Read("copied/LEVEL_0001/backup_savegames/savegame.4"),
               SavegameBytes("First new", 8));
@@ -227,7 +229,7 @@ TEST(OwnerRecords, OfEarlierVersionsAreStillRead)
 {
     SwapWorld world;
     world.PlayFirst();
-    const auto read = ReadOwner(world.session);
+    const auto read = ReadOwner(world.session.Folders());
     ASSERT_TRUE(read && *read);
     const auto& record = *read;
     world.Write("home/swap/owner",
@@ -238,8 +240,8 @@ TEST(OwnerRecords, OfEarlierVersionsAreStillRead)
                     "\"time\":" +
                     std::to_string(record->added[3].modifiedNs) +
                     "}],\"overwritten\":[],\"boot\":\"boot-1\"}");
-    ASSERT_TRUE(ReadOwner(world.session).ValueOr({}));
-    EXPECT_TRUE(LevelStands(world.session, world.first));
+    ASSERT_TRUE(ReadOwner(world.session.Folders()).ValueOr({}));
+    EXPECT_TRUE(LevelStands(world.session.Folders(), world.session.archive, world.first));
     ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
     EXPECT_FALSE(world.Has("trle/DATA/first.TR4"));
     EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/savegame.4"),
@@ -408,13 +410,17 @@ TEST(Originals, AreOwedWhileThereIsNoBackup)
     };
     EXPECT_TRUE(isNamed("\\data\\title.tr4"));
     EXPECT_FALSE(isNamed("\\english.dat")) << "the level has its own language";
-    EXPECT_FALSE(WhatWaitsInTrle(world.session).empty());
+    EXPECT_FALSE(
+        WhatWaitsInTrle(world.session.Folders(), world.session.archive, world.session.preferences)
+            .empty());
 
     // The backup is there again: what stands beside the level comes at once.
     std::filesystem::rename(world / "away", world / "home/backup_trle");
     ASSERT_TRUE(RecoverInterruptedWork(world.session));
     EXPECT_FALSE(isNamed("\\data\\title.tr4"));
-    EXPECT_TRUE(WhatWaitsInTrle(world.session).empty());
+    EXPECT_TRUE(
+        WhatWaitsInTrle(world.session.Folders(), world.session.archive, world.session.preferences)
+            .empty());
     EXPECT_TRUE(RestoreFast(world.session)) << world.host.AllTold();
     world.ExpectOriginal();
 }
@@ -456,10 +462,17 @@ TEST(Originals, WithAnEarlierLevelsFileInTheirPlaceComeBackAsSoonAsTheyCan)
             (void)InstallLevel(world.session, world.second);
         }
         EXPECT_EQ(world.Read("trle/LOAD.BMP"), patched ? "my own picture" : "first picture");
-        EXPECT_NE(WhatWaitsInTrle(world.session).find("LOAD"), std::string::npos) << patched;
+        EXPECT_NE(WhatWaitsInTrle(world.session.Folders(), world.session.archive,
+                                  world.session.preferences)
+                      .find("LOAD"),
+                  std::string::npos)
+            << patched;
         ASSERT_TRUE(RecoverInterruptedWork(world.session));
-        EXPECT_EQ(WhatWaitsInTrle(world.session), "") << world.host.AllTold();
-        EXPECT_EQ(CurrentLevelCode(world.session), world.second);
+        EXPECT_EQ(WhatWaitsInTrle(world.session.Folders(), world.session.archive,
+                                  world.session.preferences),
+                  "")
+            << world.host.AllTold();
+        EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), world.second);
         EXPECT_EQ(world.Read("trle/LOAD.BMP"), world.Read("home/backup_trle/LOAD.BMP"));
         world.ExpectNothingLost(treasures);
     }
@@ -471,7 +484,9 @@ TEST(Originals, AreNotSaidToBeBackWithoutABackup)
     ASSERT_TRUE(InstallLevel(world.session, world.first));
     std::filesystem::rename(world / "home/backup_trle", world / "away");
     EXPECT_FALSE(RestoreFast(world.session));
-    EXPECT_FALSE(WhatWaitsInTrle(world.session).empty());
+    EXPECT_FALSE(
+        WhatWaitsInTrle(world.session.Folders(), world.session.archive, world.session.preferences)
+            .empty());
     std::filesystem::rename(world / "away", world / "home/backup_trle");
     ASSERT_TRUE(RecoverInterruptedWork(world.session));
     world.ExpectOriginal();
@@ -489,7 +504,9 @@ TEST(Originals, WithAFolderInTheirPlaceStayOwed)
     std::filesystem::create_directories(world / ("trle/" + picture));
     ASSERT_TRUE(InstallLevel(world.session, world.first));
     EXPECT_FALSE(RestoreFast(world.session)) << "an original is not there";
-    EXPECT_FALSE(WhatWaitsInTrle(world.session).empty());
+    EXPECT_FALSE(
+        WhatWaitsInTrle(world.session.Folders(), world.session.archive, world.session.preferences)
+            .empty());
     std::filesystem::remove(world / ("trle/" + picture));
     EXPECT_TRUE(RestoreFast(world.session)) << world.host.AllTold();
     world.ExpectOriginal();
@@ -499,10 +516,10 @@ TEST(KeptFiles, AreListedOnceHoweverTheirFolderIsSpelled)
 {
     SwapWorld world;
     world.Write("trle/data/mine.tr4", "my own level");
-    ASSERT_TRUE(KeepOriginal(world.session, "data/mine.tr4"));
+    ASSERT_TRUE(KeepOriginal(world.session.machine, world.session.Folders(), "data/mine.tr4"));
     const Path vault = world / "home/history/originals";
     std::filesystem::rename(vault / "data", vault / "DATA");
-    const auto files = KeptFiles(world.session);
+    const auto files = KeptFiles(world.session.Folders());
     ASSERT_TRUE(files);
     ASSERT_EQ(files->size(), 1U);
     EXPECT_EQ(files->front().id, "o-1");

@@ -26,14 +26,16 @@ TEST(FailedLook, NoFileThatIsBroughtBackTakesThePlaceOfAnother)
         SwapWorld world;
         const std::string store = "levels/LEVEL_0001/backup_savegames/";
         std::vector<std::string> ids;
-        EXPECT_TRUE(
-            KeepInHistory(world.session, 1, {world / (store + "savegame.0")}, "test", &ids));
+        EXPECT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
+                                  world.session.archive, world.session.settings, 1,
+                                  {world / (store + "savegame.0")}, "test", &ids));
         world.Write(store + "savegame.0", SavegameBytes("First again", 9));
         world.Write("trle/Script.dat", "my own script");
-        EXPECT_TRUE(KeepOriginal(world.session, "Script.dat"));
+        EXPECT_TRUE(KeepOriginal(world.session.machine, world.session.Folders(), "Script.dat"));
         world.Write("trle/Script.dat", "my second script");
         const FaultRun run = failing([&] {
-            const bool save = bool{BringBack(world.session, 1, ids[0])};
+            const bool save =
+                bool{BringBack(world.session.Folders(), world.session.archive, 1, ids[0])};
             return BringOriginalBack(world.session, "o-1") && save;
         });
         EXPECT_EQ(world.Read(store + "savegame.0"), SavegameBytes("First again", 9));
@@ -41,8 +43,8 @@ TEST(FailedLook, NoFileThatIsBroughtBackTakesThePlaceOfAnother)
         EXPECT_TRUE(world.Read("trle/Script.dat") == "my second script" ||
                     world.Read("home/history/originals/Script.dat.2") == "my second script");
         // Lists are never begun anew for one that could not be read.
-        EXPECT_EQ(HistoryOf(world.session, 1).size(), 1U);
-        const auto kept = KeptFiles(world.session);
+        EXPECT_EQ(HistoryOf(world.session.Folders(), 1).size(), 1U);
+        const auto kept = KeptFiles(world.session.Folders());
         EXPECT_TRUE(kept && !kept->empty() && kept->front().id == "o-1");
         return run;
     });
@@ -72,19 +74,21 @@ TEST(FailedLook, NotesThatCannotBeReadAreNeitherAbsentNorWrittenOver)
     const std::string owner = world.Read("home/swap/owner");
     for (const char* note : {"swap/owner", "trle/Kestrva.txt"}) {
         const FailingCalls failing{platform::FileAction::Open, note, -1};
-        EXPECT_EQ(CurrentLevelCode(world.session), unknownLevel) << note;
+        EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), unknownLevel)
+            << note;
         EXPECT_FALSE(InstallLevel(world.session, world.second)) << note;
         EXPECT_FALSE(RestoreFast(world.session)) << note;
-        EXPECT_FALSE(LiveStateFolder(world.session, world.first)) << note;
+        EXPECT_FALSE(LiveStateFolder(world.session.Folders(), world.session.archive, world.first))
+            << note;
     }
     EXPECT_EQ(world.Read("home/swap/owner"), owner);
-    EXPECT_TRUE(LevelStands(world.session, world.first));
+    EXPECT_TRUE(LevelStands(world.session.Folders(), world.session.archive, world.first));
     ASSERT_TRUE(WithKillAt(30, [&] { return InstallLevel(world.session, world.second); }).killed);
     const std::string journal = world.Read("home/swap/journal");
     {
         const FailingCalls failing{platform::FileAction::Open, "swap/journal", -1};
         EXPECT_FALSE(RecoverInterruptedWork(world.session));
-        EXPECT_FALSE(InterruptedWork(world.session).empty());
+        EXPECT_FALSE(InterruptedWork(world.session.Folders(), world.session.archive).empty());
         EXPECT_FALSE(InstallLevel(world.session, world.second));
     }
     EXPECT_EQ(world.Read("home/swap/journal"), journal);
@@ -123,8 +127,9 @@ TEST(LetGo, SavegamesOfAnArchiveThatIsGoneStayThatArchives)
         EXPECT_FALSE(RecoverInterruptedWork(world.session));
         ASSERT_TRUE(RecoverInterruptedWork(world.session, {{}, {}, true})) << world.host.AllTold();
         fs::rename(world / "away", world / "levels");
-        EXPECT_TRUE(HistoryOf(world.session, 1).empty()) << "they are of the other archive's level";
-        EXPECT_TRUE(HistoryOf(world.session, 2).empty());
+        EXPECT_TRUE(HistoryOf(world.session.Folders(), 1).empty())
+            << "they are of the other archive's level";
+        EXPECT_TRUE(HistoryOf(world.session.Folders(), 2).empty());
         ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
         ASSERT_TRUE(InstallLevel(world.session, 1)) << world.host.AllTold();
         const std::map<std::string, std::string> others = {

@@ -76,7 +76,7 @@ TEST_F(GuardedFolder, OneAnswerIsEnoughForOneOperation)
 {
     world.host.WillAsk("tomb4.exe", true);
     EXPECT_TRUE(RestoreFastWithWords(world.session));
-    EXPECT_EQ(CurrentLevelCode(world.session), originalCode);
+    EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), originalCode);
     world.host.WillAsk("tomb4.exe", false);
     EXPECT_FALSE(InstallLevel(world.session, world.second)) << "the next one asks anew";
 
@@ -92,14 +92,14 @@ TEST_F(GuardedFolder, WhatWaitsToBeMendedWaitsForTheGamesEnd)
     journal.from = world.first;
     journal.to = world.second;
     journal.phase = SwapPhase::Planned;
-    journal.fromStore = StateStoreOf(world.session, world.first).native();
-    journal.toStore = StateStoreOf(world.session, world.second).native();
+    journal.fromStore = StateStoreOf(world.session.Folders(), world.first).native();
+    journal.toStore = StateStoreOf(world.session.Folders(), world.second).native();
     journal.folder = *MarkOf(world / "trle");
-    ASSERT_TRUE(WriteJournal(world.session, journal));
+    ASSERT_TRUE(WriteJournal(world.session.Folders(), journal));
     world.host.WillAsk("tomb4.exe", false);
     EXPECT_FALSE(RecoverInterruptedWork(world.session));
     EXPECT_EQ(world.Snapshot("trle"), before);
-    EXPECT_FALSE(InterruptedWork(world.session).empty());
+    EXPECT_FALSE(InterruptedWork(world.session.Folders(), world.session.archive).empty());
     world.machine.running.clear();
     EXPECT_TRUE(RecoverInterruptedWork(world.session)) << world.host.AllTold();
 }

@@ -159,7 +159,7 @@ TEST(UnpluggedArchive, MakesRecoveryWaitInsteadOfGuessing)
         fs::rename(world / "unplugged", world / "levels");
         EXPECT_TRUE(RecoverInterruptedWork(world.session));
         world.ExpectNothingLost(treasures);
-        if (CurrentLevelCode(world.session) != world.first) {
+        if (CurrentLevelCode(world.session.Folders(), world.session.archive) != world.first) {
             ASSERT_TRUE(InstallLevel(world.session, world.first));
         }
     }
@@ -218,10 +218,10 @@ TEST(LostHome, LeadsOutByTheWordThatTheFolderIsOriginalAgain)
 
     EXPECT_TRUE(MakeTrleBackup(world.session, false, {BackupForm::Full, true}))
         << world.host.AllTold();
-    EXPECT_EQ(CurrentLevelCode(world.session), originalCode);
+    EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), originalCode);
     EXPECT_TRUE(world.Has("home/backup_trle/Script.dat"));
     EXPECT_FALSE(world.Has("trle/savegame.0"));
-    const auto kept = HistoryOf(world.session, world.first);
+    const auto kept = HistoryOf(world.session.Folders(), world.first);
     for (const char* name : {"savegame.0", "savegame.4", "note0.txt", "shot0.jpg", "shot4.bmp"})
         EXPECT_TRUE(std::any_of(kept.begin(), kept.end(), [&](const HistoryEntry& entry) {
             return entry.name == name;
@@ -266,7 +266,7 @@ TEST(Links, InThePlaceOfTheProgramsNotesAreNotWrittenThrough)
     world.Write("trle/extra.h", "my own header");
     EXPECT_TRUE(InstallLevel(world.session, world.first)) << world.host.AllTold();
     EXPECT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
-    EXPECT_EQ(CurrentLevelCode(world.session), world.second);
+    EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), world.second);
     EXPECT_FALSE(fs::is_symlink(world / "trle/Kestrva.txt"));
     for (const auto& [file, content] : world.Snapshot("out"))
         EXPECT_EQ(content, "my own, behind a link") << file;
@@ -295,16 +295,20 @@ TEST(Twins, OfAnOriginalAreKeptAsTheFileThatGoes)
 TEST(HistoryIndex, ThatCannotBeReadIsNeverReplaced)
 {
     SwapWorld world;
-    ASSERT_TRUE(KeepInHistory(world.session, 0, {world / "trle/savegame.0"}, "test"));
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+                              world.session.settings, 0, {world / "trle/savegame.0"}, "test"));
     const std::string old = world.Read("home/history/level_0000.jsonl");
     world.Write("home/history/level_0000.jsonl", old + "{\"of\": \"a later version\"}\n");
-    ASSERT_TRUE(KeepInHistory(world.session, 0, {world / "trle/savegame.12"}, "test"));
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+                              world.session.settings, 0, {world / "trle/savegame.12"}, "test"));
     const std::string now = world.Read("home/history/level_0000.jsonl");
     EXPECT_NE(now.find("a later version"), std::string::npos);
     EXPECT_NE(now.find(old), std::string::npos);
     fs::remove(world / "home/history/level_0000.jsonl");
     fs::create_directory(world / "home/history/level_0000.jsonl");
-    EXPECT_FALSE(KeepInHistory(world.session, 0, {world / "trle/note0.txt"}, "test"));
+    EXPECT_FALSE(KeepInHistory(world.session.machine, world.session.Folders(),
+                               world.session.archive, world.session.settings, 0,
+                               {world / "trle/note0.txt"}, "test"));
 }
 
 TEST(AfterARestart, WhatTheDesignerRebuiltStays)

@@ -36,7 +36,7 @@ TEST(InstallLevel, BringsFilesAndStateAndWritesTheMarkerByteForByte)
     EXPECT_EQ(world.Read("home/LEVEL_0000/backup_savegames/savegame.12"),
               SavegameBytes("Original late", 9));
     EXPECT_FALSE(world.Has("home/swap/journal"));
-    EXPECT_EQ(CurrentLevelCode(world.session), world.first);
+    EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), world.first);
     EXPECT_TRUE(world.host.told.empty()) << world.host.AllTold();
 }
 
@@ -57,9 +57,9 @@ TEST(InstallLevel, WalksThroughLevelsAndBackWithoutATrace)
     EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/savegame.0"),
               SavegameBytes("First later", 6));
     // The replaced state of the store is not lost.
-    ASSERT_EQ(HistoryOf(world.session, world.first).size(), 1U);
-    EXPECT_EQ(HistoryOf(world.session, world.first)[0].number, 5);
-    EXPECT_EQ(HistoryOf(world.session, world.first)[0].title, "First");
+    ASSERT_EQ(HistoryOf(world.session.Folders(), world.first).size(), 1U);
+    EXPECT_EQ(HistoryOf(world.session.Folders(), world.first)[0].number, 5);
+    EXPECT_EQ(HistoryOf(world.session.Folders(), world.first)[0].title, "First");
 
     ASSERT_TRUE(InstallLevel(world.session, originalCode));
     auto back = world.Snapshot("trle");

@@ -75,10 +75,10 @@ void ExpectMended(SwapWorld& world, const std::set<std::string>& treasures)
 {
     Session fresh = world.Reopened();
     ASSERT_TRUE(RecoverInterruptedWork(fresh)) << world.host.AllTold();
-    EXPECT_TRUE(InterruptedWork(fresh).empty());
+    EXPECT_TRUE(InterruptedWork(fresh.Folders(), fresh.archive).empty());
     const auto mended = world.Snapshot("");
     world.ExpectNothingLost(treasures, mended);
-    if (CurrentLevelCode(fresh) == originalCode) {
+    if (CurrentLevelCode(fresh.Folders(), fresh.archive) == originalCode) {
         world.ExpectOriginal();
     }
     ASSERT_TRUE(RecoverInterruptedWork(fresh)); // nothing is left to mend

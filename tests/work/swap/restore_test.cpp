@@ -138,7 +138,7 @@ TEST(FullRestore, NamesEachOriginalThatIsNotBackOnceHoweverOftenItIsTried)
         const std::size_t first = told.find("title.tr4");
         ASSERT_NE(first, std::string::npos) << told;
         EXPECT_EQ(told.find("title.tr4", first + 1), std::string::npos) << i << told;
-        const auto owner = ReadOwner(world.session);
+        const auto owner = ReadOwner(world.session.Folders());
         ASSERT_TRUE(owner && *owner);
         std::set<std::string> names;
         for (const std::string& name : (*owner)->overwritten)
@@ -185,7 +185,10 @@ TEST(FullRestore, GivesALevelItsSavegamesWhereTheOrdinaryRemovalFailed)
         EXPECT_TRUE(other.host.WasTold("They stay that level's")) << other.host.AllTold();
         other.ExpectOriginal();
         EXPECT_TRUE(liveIsFirsts(other));
-        EXPECT_NE(WhatWaitsInTrle(other.session).find("LEVEL_0001"), std::string::npos);
+        EXPECT_NE(WhatWaitsInTrle(other.session.Folders(), other.session.archive,
+                                  other.session.preferences)
+                      .find("LEVEL_0001"),
+                  std::string::npos);
         Session next = other.Reopened();
         EXPECT_TRUE(RecoverInterruptedWork(next)) << "nothing that holds up a swap";
         EXPECT_TRUE(liveIsFirsts(other));
@@ -193,7 +196,9 @@ TEST(FullRestore, GivesALevelItsSavegamesWhereTheOrdinaryRemovalFailed)
     Session next = other.Reopened();
     EXPECT_TRUE(RecoverInterruptedWork(next));
     EXPECT_TRUE(isAtHome(other));
-    EXPECT_EQ(WhatWaitsInTrle(other.session), "");
+    EXPECT_EQ(
+        WhatWaitsInTrle(other.session.Folders(), other.session.archive, other.session.preferences),
+        "");
 }
 
 TEST(FullRestore, LeavesSavegamesWhoseArchiveIsAwayToNoOtherLevel)
@@ -235,9 +240,13 @@ TEST(FullRestore, SavegamesThatWaitGoWhereThePersonSays)
         } else {
             said.letGo = true;
         }
-        EXPECT_NE(WhatWaitsInTrle(world.session), "");
+        EXPECT_NE(WhatWaitsInTrle(world.session.Folders(), world.session.archive,
+                                  world.session.preferences),
+                  "");
         ASSERT_TRUE(RecoverInterruptedWork(world.session, said)) << world.host.AllTold();
-        EXPECT_EQ(WhatWaitsInTrle(world.session), "");
+        EXPECT_EQ(WhatWaitsInTrle(world.session.Folders(), world.session.archive,
+                                  world.session.preferences),
+                  "");
         const Path store = moved == Moved::Trle ? "levels" : "away";
         const std::string name = (store / "LEVEL_0001/backup_savegames/savegame.4").native();
         EXPECT_EQ(world.Has(name) && world.Read(name) == SavegameBytes("First new", 8),
@@ -261,11 +270,13 @@ TEST(OriginalConfiguration, IsNotToldAsSetWhileAnOriginalIsMissing)
         EXPECT_FALSE(world.host.WasTold("Set in Tomb Raider Level Editor, original"));
         Session next = world.Reopened();
         EXPECT_TRUE(RecoverInterruptedWork(next));
-        EXPECT_NE(FoldCase(WhatWaitsInTrle(next)).find("title.tr4"), std::string::npos);
+        EXPECT_NE(FoldCase(WhatWaitsInTrle(next.Folders(), next.archive, next.preferences))
+                      .find("title.tr4"),
+                  std::string::npos);
     }
     Session next = world.Reopened();
     EXPECT_TRUE(RecoverInterruptedWork(next));
-    EXPECT_EQ(WhatWaitsInTrle(next), "");
+    EXPECT_EQ(WhatWaitsInTrle(next.Folders(), next.archive, next.preferences), "");
     world.ExpectOriginal();
     EXPECT_TRUE(RestoreFastWithWords(world.session)) << world.host.AllTold();
 }
@@ -348,12 +359,12 @@ protected:
         ASSERT_TRUE(WithKillAt(GetParam(), [&] {
                         return InstallLevel(world.session, world.second);
                     }).killed);
-        ASSERT_TRUE(FileExists(JournalPath(world.session)));
+        ASSERT_TRUE(FileExists(JournalPath(world.session.Folders())));
     }
     void ExpectMendedAt(Session& session, const char* folder)
     {
         world.ExpectNothingLost(treasures);
-        EXPECT_TRUE(InterruptedWork(session).empty());
+        EXPECT_TRUE(InterruptedWork(session.Folders(), session.archive).empty());
         EXPECT_TRUE(InstallLevel(session, originalCode)) << world.host.AllTold();
         EXPECT_TRUE(world.Has(std::string{folder} + "/DATA/tut1.tr4"));
         EXPECT_FALSE(world.Has(std::string{folder} + "/Kestrva.txt"));
@@ -372,7 +383,9 @@ TEST_P(Moved, AFreshFolderAtTheOldPathIsNeverFilled)
     const auto fresh = world.Snapshot("trle");
     EXPECT_FALSE(RecoverInterruptedWork(world.session));
     EXPECT_TRUE(world.host.WasTold("mend --trle DIR")) << world.host.AllTold();
-    EXPECT_NE(InterruptedWork(world.session).find((world / "trle").native()), std::string::npos);
+    EXPECT_NE(InterruptedWork(world.session.Folders(), world.session.archive)
+                  .find((world / "trle").native()),
+              std::string::npos);
     EXPECT_FALSE(InstallLevel(world.session, world.first));
     EXPECT_EQ(world.Snapshot("trle"), fresh);
 
@@ -416,7 +429,7 @@ TEST_P(Moved, WhatIsGoneForGoodIsGivenUpAndItsStateIsInTheHistory)
     std::filesystem::rename(world / "levels", world / "gone");
     EXPECT_FALSE(RecoverInterruptedWork(world.session));
     ASSERT_TRUE(RecoverInterruptedWork(world.session, {{}, {}, true})) << world.host.AllTold();
-    EXPECT_TRUE(InterruptedWork(world.session).empty());
+    EXPECT_TRUE(InterruptedWork(world.session.Folders(), world.session.archive).empty());
     world.ExpectNothingLost(treasures);
     EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
     world.ExpectOriginal();
@@ -428,7 +441,7 @@ TEST_P(Moved, WithoutTheLevelEditorsFolderItCanBeGivenUpToo)
     std::filesystem::rename(world / "trle", world / "gone");
     EXPECT_FALSE(RecoverInterruptedWork(world.session));
     ASSERT_TRUE(RecoverInterruptedWork(world.session, {{}, {}, true})) << world.host.AllTold();
-    EXPECT_TRUE(InterruptedWork(world.session).empty());
+    EXPECT_TRUE(InterruptedWork(world.session.Folders(), world.session.archive).empty());
     world.ExpectNothingLost(treasures);
     world.MakeTrle(5);
     EXPECT_TRUE(InstallLevel(world.session, world.first)) << world.host.AllTold();

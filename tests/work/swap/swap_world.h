@@ -109,7 +109,7 @@ public:
     void ExpectOriginal() const
     {
         EXPECT_EQ(Configuration(), Snapshot("home/backup_trle"));
-        EXPECT_EQ(CurrentLevelCode(session), originalCode);
+        EXPECT_EQ(CurrentLevelCode(session.Folders(), session.archive), originalCode);
     }
 
 private:

@@ -352,10 +352,10 @@ TEST_F(ArchiveLife, TextsBeyondTheCodePageComeBackAndWhatWasChangedElsewhereSpea
 
 TEST_F(ArchiveLife, DefaultNamesEndAtAHundred)
 {
-    EXPECT_EQ(DefaultArchivePath(box.session), box / "home/LevelArchive2.kva");
+    EXPECT_EQ(DefaultArchivePath(box.session.Folders()), box / "home/LevelArchive2.kva");
     for (int n = 2; n <= 100; ++n)
         box.Write("home/levelarchive" + std::to_string(n) + ".KVA", "");
-    EXPECT_TRUE(DefaultArchivePath(box.session).empty());
+    EXPECT_TRUE(DefaultArchivePath(box.session.Folders()).empty());
     EXPECT_EQ(DefaultArchiveFolder("/"), "/LevelFolder");
 }
 

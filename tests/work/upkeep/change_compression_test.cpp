@@ -187,7 +187,7 @@ TEST_F(Compression, EveryLevelStaysReadableWhereverItIsKilledOrTheDiskFails)
                 box.Write("levels/" + name, bytes);
         };
         const auto work = [&] {
-            NotePlacesIn(WorkNotes(box.session));
+            NotePlacesIn(WorkNotes(box.session.Folders()));
             return Change(compress);
         };
         bool reached = true;

@@ -80,10 +80,11 @@ TEST_F(Leftovers, WhatCannotGoStaysNotedAndIsNamed)
     {
         const FailingCalls failing{platform::FileAction::Unlink, dead, -1};
         ClearLeftovers(box.session);
-        ASSERT_EQ(LeftoversThatStay(box.session), std::vector<Path>{box / ("trle/DATA/" + dead)});
+        ASSERT_EQ(LeftoversThatStay(box.session.Folders()),
+                  std::vector<Path>{box / ("trle/DATA/" + dead)});
     }
     ClearLeftovers(box.session);
-    EXPECT_TRUE(LeftoversThatStay(box.session).empty());
+    EXPECT_TRUE(LeftoversThatStay(box.session.Folders()).empty());
     EXPECT_TRUE(Hidden().empty());
 }
 

@@ -51,7 +51,7 @@ void CaptureDialog::PromptChanged(bool never)
 {
     const Operation operation{session_};
     session_.preferences.promptCapture = !never;
-    SavePreferencesNow(session_);
+    SavePreferencesNow(session_.host, session_.Folders(), session_.preferences, session_.settings);
 }
 
 void CaptureDialog::Save()
@@ -59,7 +59,7 @@ void CaptureDialog::Save()
     const Operation operation{session_};
     if (!AskSaveCapturedShot(session_, shot_))
         return;
-    BringGameBack(session_);
+    BringGameBack(session_.machine);
     accept();
 }
 
@@ -67,7 +67,7 @@ void CaptureDialog::reject()
 {
     if (session_.runningOperations > 0)
         return;
-    BringGameBack(session_);
+    BringGameBack(session_.machine);
     QDialog::reject();
 }
 

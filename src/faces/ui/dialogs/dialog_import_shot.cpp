@@ -66,9 +66,9 @@ void ImportShotDialog::Import()
     OwnProgress progress{*info_, *bar_};
     // Every failure was told where it happened; the end is told in any case.
     if (all_->isChecked())
-        (void)ImportShotsOfAllLevels(session_, progress);
+        (void)ImportShotsOfAllLevels(session_.host, session_.Folders(), session_.archive, progress);
     else
-        (void)ImportShots(session_, index_, progress);
+        (void)ImportShots(session_.host, session_.Folders(), session_.archive, index_, progress);
     session_.host.Tell(Tone::Plain, GetMsg(Msg::ShotImportDone));
     accept();
 }

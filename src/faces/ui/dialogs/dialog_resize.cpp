@@ -82,7 +82,7 @@ void ResizeDialog::Resize()
 void ResizeDialog::Save()
 {
     const Operation operation{session_};
-    if (SaveResizedShot(session_, PictureOf(drawn_), shot_))
+    if (SaveResizedShot(session_.host, session_.Folders(), PictureOf(drawn_), shot_))
         accept();
 }
 

@@ -69,9 +69,9 @@ void OriginalsPage::Fill()
 {
     bringBack_->setEnabled(false);
     list_->clear();
-    const auto files = KeptFiles(session_);
+    const auto files = KeptFiles(session_.Folders());
     if (!files) {
-        TellFailure(session_, GetMsg(Msg::OriginalsUnreadable), files.Error());
+        TellFailure(session_.host, GetMsg(Msg::OriginalsUnreadable), files.Error());
         return;
     }
     QList<QTreeWidgetItem*> items;

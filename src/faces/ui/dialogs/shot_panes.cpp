@@ -73,7 +73,7 @@ QLayout* ShotPanes::MakePane(Pane& pane, int side, Message name)
 void ShotPanes::ShowLevel(Session& session, LevelCode code)
 {
     if (const auto loaded = shots_.Load(session, code); !loaded)
-        TellFolderNotRead(session, loaded.Error());
+        TellFolderNotRead(session.host, loaded.Error());
     ShowPair();
 }
 

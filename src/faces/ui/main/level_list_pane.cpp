@@ -149,7 +149,8 @@ bool LevelListPane::eventFilter(QObject* object, QEvent* event)
 
 void LevelListPane::Refresh()
 {
-    model_->SetRows(ListRows(session_), CurrentLevelCode(session_));
+    model_->SetRows(ListRows(session_.Folders(), session_.archive),
+                    CurrentLevelCode(session_.Folders(), session_.archive));
     if (!chosen_ || model_->RowOf(*chosen_) < 0)
         chosen_ = model_->Rows().empty() ? std::nullopt
                                          : std::optional<LevelCode>{model_->Rows().front().code};

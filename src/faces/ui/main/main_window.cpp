@@ -120,7 +120,7 @@ void MainWindow::BuildBar()
 void MainWindow::ConnectList()
 {
     levels_->passed = [this](LevelCode code) {
-        if (const std::ptrdiff_t index = FindLevel(session_, code); index >= 0)
+        if (const std::ptrdiff_t index = FindLevel(session_.archive, code); index >= 0)
             details_->ShowRecord(session_.archive.levels[static_cast<std::size_t>(index)]);
         showSoon_.start(showSoonMs);
     };
@@ -176,7 +176,7 @@ void MainWindow::RefreshList()
 {
     bar_->setValue(0);
     setWindowTitle(!session_.archive.Loaded() ? Words(Msg::ProgramName)
-                                              : ToQt(WindowTitle(session_)));
+                                              : ToQt(WindowTitle(session_.archive)));
     levels_->Refresh();
     ShowChosen();
 }

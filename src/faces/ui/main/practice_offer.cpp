@@ -25,10 +25,9 @@ bool IsEmptyFolder(const Path& folder)
     return files && folders && files->empty() && folders->empty();
 }
 
-std::optional<PracticeMade> Make(Session& session, const Path& folder)
+std::optional<PracticeMade> Make(Host& host, const Path& folder)
 {
-    const auto progress =
-        session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::MakingPractice));
+    const auto progress = host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::MakingPractice));
     progress->AllowStop();
     const auto made = MakePracticeFolder(
         folder, platform::ExecutableFolder() / OnDisk::FileNamePracticeGame,
@@ -40,7 +39,7 @@ std::optional<PracticeMade> Make(Session& session, const Path& folder)
     if (made)
         return *made;
     if (made.Error().code != ErrorCode::Stopped)
-        TellFailure(session, GetMsg(Msg::WindowPracticeFailed), made.Error());
+        TellFailure(host, GetMsg(Msg::WindowPracticeFailed), made.Error());
     return std::nullopt;
 }
 
@@ -56,9 +55,9 @@ std::optional<Path> OfferPracticeFolder(Session& session)
     const Path below = *chosen / OnDisk::PracticeFolderName;
     for (const Path& there :
          {*chosen, *chosen / OnDisk::LastPartTrle, below / OnDisk::LastPartTrle})
-        if (IsTrleFolder(session, there, false))
+        if (IsTrleFolder(session.host, session.Folders(), session.preferences, there, false))
             return there;
-    const auto made = Make(session, IsEmptyFolder(*chosen) ? *chosen : below);
+    const auto made = Make(session.host, IsEmptyFolder(*chosen) ? *chosen : below);
     if (!made)
         return std::nullopt;
     if (!made->remark.empty())

@@ -89,14 +89,14 @@ void WindowCommands::GameStarted()
 
 void WindowCommands::AddLevelFrom(const std::vector<Path>& sources)
 {
-    if (session_.runningOperations > 0 || !HasArchive(session_))
+    if (session_.runningOperations > 0 || !HasArchive(session_.host, session_.archive))
         return;
     NewLevelDialog dialog{session_, &window_};
     LevelCode code = 0;
     if (AddLevel(
             session_, dialog.Progress(), [&](Intake& level) { return dialog.Show(level, sources); },
             code))
-        Note(GetMsg(Msg::LevelAdded, {LevelNameOf(session_, code)}));
+        Note(GetMsg(Msg::LevelAdded, {LevelNameOf(session_.archive, code)}));
 }
 
 void WindowCommands::ZoomShot(std::ptrdiff_t index)
@@ -117,14 +117,14 @@ void WindowCommands::EditChosen()
 
 void WindowCommands::EditArchivePreferences()
 {
-    if (HasArchive(session_))
+    if (HasArchive(session_.host, session_.archive))
         ArchiveDialog(session_, &window_).exec();
 }
 
 void WindowCommands::ShowAuthor()
 {
     const auto chosen = window_.Chosen();
-    const std::ptrdiff_t index = chosen ? FindLevel(session_, *chosen) : -1;
+    const std::ptrdiff_t index = chosen ? FindLevel(session_.archive, *chosen) : -1;
     if (index >= 0)
         AuthorDialog(session_, static_cast<std::size_t>(index), &window_).exec();
 }
@@ -132,7 +132,7 @@ void WindowCommands::ShowAuthor()
 void WindowCommands::ImportShotsOfStore()
 {
     const auto chosen = window_.Chosen();
-    const std::ptrdiff_t index = chosen ? FindLevel(session_, *chosen) : -1;
+    const std::ptrdiff_t index = chosen ? FindLevel(session_.archive, *chosen) : -1;
     if (index >= 0 &&
         ImportShotDialog(session_, static_cast<std::size_t>(index), &window_).exec() ==
             QDialog::Accepted)
@@ -145,7 +145,7 @@ void WindowCommands::ResizeShot()
     {
         const Operation operation{session_};
         if (ShotList* shots = Shots())
-            shot = ShotToResize(session_, *shots);
+            shot = ShotToResize(session_.host, *shots);
     }
     if (shot && ResizeDialog(session_, *shot, &window_).exec() == QDialog::Accepted)
         window_.ShowChosen();
