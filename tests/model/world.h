@@ -1,5 +1,6 @@
 #pragma once
 
+#include "history/standing.h"
 #include "program.h"
 #include "world/world.h"
 

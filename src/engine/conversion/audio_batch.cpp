@@ -5,6 +5,8 @@
 #include "core/look.h"
 #include "core/ordered_jobs.h"
 #include "core/parallel.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "words/conversion.h"
 #include "words/session.h"
 

@@ -1,6 +1,7 @@
 #include "conversion/level_audio.h"
 
 #include "core/file_kinds.h"
+#include "session/telling.h"
 #include "words/conversion.h"
 #include "words/session.h"
 

@@ -2,6 +2,7 @@
 
 #include "conversion/audio_batch.h"
 #include "formats/trle_folder.h"
+#include "session/telling.h"
 #include "words/conversion.h"
 
 namespace kestrova

@@ -1,5 +1,6 @@
 #include "session/documents.h"
 
+#include "core/text.h"
 #include "platform/files.h"
 #include "session/file_names.h"
 #include "words/session.h"

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "session/session.h"
+#include "session/host.h"
+#include "session/machine.h"
 
 /// Files that came with a level, before they are handed to the desktop.
 namespace kestrova

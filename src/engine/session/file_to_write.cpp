@@ -2,6 +2,7 @@
 
 #include "core/look.h"
 #include "platform/real_path.h"
+#include "session/telling.h"
 #include "words/session.h"
 
 namespace kestrova

@@ -7,6 +7,8 @@
 #include "platform/real_path.h"
 #include "words/session.h"
 
+#include <utility>
+
 namespace kestrova
 {
 
@@ -42,6 +44,11 @@ void FolderLocks::Release(const Path& folder)
     Path place;
     if (!platform::RealPath(ResolvePath(folder), place))
         held_.erase(place);
+}
+
+Path FolderLocks::SetArchiveFolder(const Path& folder)
+{
+    return std::exchange(archiveFolder_, folder);
 }
 
 } // namespace kestrova

@@ -18,8 +18,14 @@ public:
     [[nodiscard]] bool Holds(const Path& folder) const;
     void Release(const Path& folder);
 
+    /// The folder whose lock is held for the archive; empty when none is.
+    [[nodiscard]] const Path& ArchiveFolder() const { return archiveFolder_; }
+    /// Notes it; answers the one that was noted before.
+    Path SetArchiveFolder(const Path& folder);
+
 private:
     std::map<Path, platform::FileLock> held_;
+    Path archiveFolder_;
 };
 
 } // namespace kestrova

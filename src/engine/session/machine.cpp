@@ -78,4 +78,13 @@ Path DesktopMachine::FindTool(const std::string& name)
     return platform::FindOnPath(name);
 }
 
+Drive FindLargestDrive(Machine& machine)
+{
+    Drive largest;
+    for (const Drive& drive : machine.FixedDrives())
+        if (drive.writable && drive.free > largest.free)
+            largest = drive;
+    return largest;
+}
+
 } // namespace kestrova

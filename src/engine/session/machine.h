@@ -78,4 +78,7 @@ public:
     void ClearClipboard() override {}
 };
 
+/// The fixed, writable drive with the most free space; the first of equals.
+Drive FindLargestDrive(Machine& machine);
+
 } // namespace kestrova

@@ -2,6 +2,7 @@
 
 #include "core/staged_file.h"
 #include "formats/program_folder.h"
+#include "session/telling.h"
 #include "words/session.h"
 
 namespace kestrova

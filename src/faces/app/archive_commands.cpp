@@ -3,6 +3,7 @@
 #include "app/result_text.h"
 #include "archive/archive_saving.h"
 #include "formats/program_folder.h"
+#include "session/telling.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/new_archive.h"
 #include "words/archive.h"

@@ -10,6 +10,7 @@
 #include "platform/real_path.h"
 #include "platform/terminal.h"
 #include "session/file_to_write.h"
+#include "session/telling.h"
 #include "words/commands.h"
 #include "words/common.h"
 #include "words/conversion.h"

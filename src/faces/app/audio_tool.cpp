@@ -10,6 +10,7 @@
 #include "formats/program_folder.h"
 #include "intake/source_choice.h"
 #include "intake/source_tree.h"
+#include "session/telling.h"
 #include "words/app.h"
 #include "words/audio.h"
 #include "words/common.h"

@@ -6,6 +6,7 @@
 #include "levels/export_level.h"
 #include "packages/level_config_file.h"
 #include "session/file_to_write.h"
+#include "session/telling.h"
 #include "words/commands.h"
 #include "words/intake.h"
 

@@ -6,6 +6,7 @@
 #include "originals/vault.h"
 #include "saves/bring_back.h"
 #include "saves/savegame_moves.h"
+#include "session/telling.h"
 #include "swap/kept_originals.h"
 #include "words/commands.h"
 #include "words/originals.h"

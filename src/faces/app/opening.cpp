@@ -6,6 +6,7 @@
 #include "platform/places.h"
 #include "platform/terminal.h"
 #include "session/preferences_file.h"
+#include "session/telling.h"
 #include "swap/backup.h"
 #include "upkeep/archive_life.h"
 #include "words/commands.h"

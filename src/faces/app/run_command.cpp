@@ -3,6 +3,7 @@
 #include "app/command_table.h"
 #include "app/opening.h"
 #include "archive/level_folders.h"
+#include "session/operation.h"
 #include "words/commands.h"
 #include "words/swap.h"
 

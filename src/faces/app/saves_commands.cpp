@@ -11,6 +11,7 @@
 #include "play/savegame_tool.h"
 #include "saves/savegame_list.h"
 #include "saves/savegame_store.h"
+#include "session/telling.h"
 #include "words/commands.h"
 #include "words/intake.h"
 #include "words/saves.h"

@@ -1,5 +1,6 @@
 #include "app/settings_form.h"
 
+#include "session/held_folders.h"
 #include "words/app.h"
 #include "words/editor.h"
 
@@ -67,7 +68,7 @@ bool SettingsForm::Accept()
     session_.preferences = preferences;
     const Path oldFolder = FolderFromText(Trim(before.trlePath));
     if (session_.TrleFolder() != oldFolder) {
-        if (!HoldFolders(session_)) {
+        if (!HoldFolders(session_.host, session_.locks, session_.Folders())) {
             session_.preferences = before;
             return false;
         }

@@ -11,6 +11,7 @@
 #include "platform/places.h"
 #include "platform/terminal.h"
 #include "practice/practice_folder.h"
+#include "session/telling.h"
 #include "swap/backup.h"
 #include "words/app.h"
 #include "words/commands.h"

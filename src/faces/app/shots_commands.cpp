@@ -5,6 +5,7 @@
 #include "core/dates.h"
 #include "core/look.h"
 #include "session/file_to_write.h"
+#include "session/telling.h"
 #include "shots/shot_commands.h"
 #include "shots/shot_import.h"
 #include "words/commands.h"

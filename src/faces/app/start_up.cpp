@@ -7,6 +7,7 @@
 #include "formats/program_folder.h"
 #include "levels/original_level.h"
 #include "platform/places.h"
+#include "session/held_folders.h"
 #include "session/preferences_file.h"
 #include "swap/recovery.h"
 #include "upkeep/archive_life.h"
@@ -70,7 +71,7 @@ Status LoadArchiveToLook(Session& session)
 bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabouts& said)
 {
     // Locked before it is read: otherwise another program's last words would be overwritten.
-    if (writing && !HoldFolder(session, session.programFolder))
+    if (writing && !HoldFolder(session.host, session.locks, session.programFolder))
         return false;
     if (writing)
         NotePlacesIn(WorkNotes(session.Folders()));
@@ -89,7 +90,7 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
         return true;
     // The stores of the levels are found through the archive; one that cannot be read has none.
     (void)LoadArchiveToLook(session);
-    if (!HoldFolders(session))
+    if (!HoldFolders(session.host, session.locks, session.Folders()))
         return false;
     MendAtStart(session, said);
     ClearLeftovers(session);

@@ -6,6 +6,7 @@
 #include "editor/find_trle.h"
 #include "history/standing.h"
 #include "play/play_level.h"
+#include "session/telling.h"
 #include "swap/backup.h"
 #include "swap/folder_guard.h"
 #include "swap/recovery.h"

@@ -5,6 +5,7 @@
 #include "app/run_command.h"
 #include "cli/help.h"
 #include "cli/terminal_host.h"
+#include "platform/folder_memory.h"
 #include "platform/terminal.h"
 #include "words/cli.h"
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/command.h"
+#include "session/shown_list.h"
 #include "words/message.h"
 
 #include <set>

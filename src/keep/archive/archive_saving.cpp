@@ -4,6 +4,7 @@
 #include "core/staged_file.h"
 #include "formats/exact_names.h"
 #include "formats/level_folder.h"
+#include "session/telling.h"
 #include "words/archive.h"
 
 #include <fmt/format.h>

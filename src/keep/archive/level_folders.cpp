@@ -1,7 +1,9 @@
 #include "archive/level_folders.h"
 
 #include "core/look.h"
+#include "core/text.h"
 #include "formats/level_folder.h"
+#include "session/telling.h"
 #include "words/archive.h"
 
 #include <algorithm>

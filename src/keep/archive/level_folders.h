@@ -1,6 +1,9 @@
 #pragma once
 
-#include "session/session.h"
+#include "formats/archive_file.h"
+#include "session/archive.h"
+#include "session/folders.h"
+#include "session/host.h"
 
 /// Look-up in the archive in memory, and where the files of a level lie.
 namespace kestrova

@@ -3,6 +3,7 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "formats/level_folder.h"
+#include "session/telling.h"
 #include "words/archive.h"
 
 #include <algorithm>

@@ -4,6 +4,7 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "core/text.h"
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
 #include "formats/savegame_info.h"

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "history/history_index.h"
+#include "session/machine.h"
+#include "session/settings.h"
 
 /// Every savegame, note and shot that an operation is about to delete or overwrite and that exists
 /// nowhere else is kept here first: `history/` of the program's folder, contents by hash, one index

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "archive/level_folders.h"
-#include "session/session.h"
+#include "session/folders.h"
 
 /// What the history keeps of one level, as its file in `history/` tells: one JSON object a line,
 /// newest last.

@@ -3,6 +3,7 @@
 #include "core/look.h"
 #include "formats/marker.h"
 #include "history/swap_journal_file.h"
+#include "session/telling.h"
 #include "words/history.h"
 
 namespace kestrova

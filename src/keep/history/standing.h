@@ -2,7 +2,9 @@
 
 #include "archive/level_folders.h"
 #include "formats/swap_journal.h"
-#include "session/session.h"
+#include "session/archive.h"
+#include "session/folders.h"
+#include "session/host.h"
 
 /// Which level stands in the Level Editor's folder, by its marker and the owner record.
 namespace kestrova

@@ -2,7 +2,9 @@
 
 #include "archive/level_folders.h"
 #include "formats/swap_journal.h"
-#include "session/session.h"
+#include "session/archive.h"
+#include "session/folders.h"
+#include "session/machine.h"
 
 /// The owner record and the journal as files of the program's folder.
 namespace kestrova

@@ -7,6 +7,7 @@
 #include "formats/program_folder.h"
 #include "formats/record_json.h"
 #include "history/swap_journal_file.h"
+#include "session/telling.h"
 #include "words/originals.h"
 
 #include <algorithm>

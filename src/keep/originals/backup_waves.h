@@ -1,6 +1,7 @@
 #pragma once
 
-#include "session/session.h"
+#include "formats/preferences.h"
+#include "session/folders.h"
 
 /// The music that a compact backup does not hold, known by name at least.
 namespace kestrova

@@ -2,6 +2,7 @@
 
 #include "core/copying.h"
 #include "platform/files.h"
+#include "session/telling.h"
 #include "words/originals.h"
 #include "words/session.h"
 

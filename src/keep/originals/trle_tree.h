@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "session/host.h"
 
 /// The Level Editor's folder as the game sees it: a link to a folder (`DATA` on another disk) is
 /// part of it.

@@ -4,6 +4,7 @@
 #include "audio/ms_adpcm_writer.h"
 #include "conversion/audio_batch.h"
 #include "core/file_kinds.h"
+#include "session/telling.h"
 #include "storage/ready_files.h"
 #include "words/common.h"
 #include "words/conversion.h"

@@ -13,6 +13,7 @@
 #include "pictures/convert.h"
 #include "pictures/jpeg.h"
 #include "pictures/picture.h"
+#include "session/telling.h"
 #include "storage/file_jobs.h"
 #include "storage/form_clashes.h"
 #include "storage/stored_audio.h"

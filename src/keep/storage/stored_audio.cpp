@@ -5,6 +5,7 @@
 #include "core/file_kinds.h"
 #include "core/removal.h"
 #include "formats/program_folder.h"
+#include "session/telling.h"
 #include "storage/form_clashes.h"
 #include "storage/zl_file.h"
 #include "words/storage.h"

@@ -4,6 +4,7 @@
 #include "core/file_kinds.h"
 #include "core/removal.h"
 #include "formats/program_folder.h"
+#include "session/telling.h"
 #include "storage/file_jobs.h"
 #include "storage/ready_files.h"
 #include "storage/storage.h"

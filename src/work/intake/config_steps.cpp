@@ -5,6 +5,7 @@
 #include "intake/draft_files.h"
 #include "packages/level_config_file.h"
 #include "session/documents.h"
+#include "session/telling.h"
 #include "words/common.h"
 #include "words/intake.h"
 

@@ -7,6 +7,8 @@
 #include "intake/inner_packages.h"
 #include "levels/level_language.h"
 #include "session/documents.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "storage/unstore.h"
 #include "words/common.h"
 #include "words/intake.h"

@@ -7,6 +7,7 @@
 #include "intake/draft_files.h"
 #include "intake/intake_steps.h"
 #include "levels/level_life.h"
+#include "session/telling.h"
 #include "storage/unstore.h"
 #include "words/intake.h"
 #include "words/swap.h"

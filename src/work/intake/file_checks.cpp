@@ -5,6 +5,7 @@
 #include "intake/cleared_progress.h"
 #include "intake/draft_files.h"
 #include "intake/file_names.h"
+#include "session/telling.h"
 #include "words/intake.h"
 
 #include <algorithm>

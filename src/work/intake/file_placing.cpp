@@ -3,6 +3,7 @@
 #include "core/copying.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
+#include "session/telling.h"
 #include "words/levels.h"
 
 namespace kestrova

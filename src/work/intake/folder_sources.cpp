@@ -3,6 +3,7 @@
 #include "core/name_list.h"
 #include "intake/cleared_progress.h"
 #include "intake/file_names.h"
+#include "session/telling.h"
 #include "words/intake.h"
 #include "words/levels.h"
 #include "words/storage.h"

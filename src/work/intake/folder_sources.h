@@ -2,6 +2,7 @@
 
 #include "intake/package_sources.h"
 #include "intake/source_tree.h"
+#include "session/session.h"
 
 namespace kestrova
 {

@@ -1,6 +1,7 @@
 #include "intake/intake.h"
 
 #include "intake/cleared_progress.h"
+#include "session/telling.h"
 #include "words/intake.h"
 
 namespace kestrova

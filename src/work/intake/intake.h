@@ -1,6 +1,7 @@
 #pragma once
 
 #include "intake/level_draft.h"
+#include "session/session.h"
 
 #include <span>
 

@@ -4,6 +4,7 @@
 #include "core/look.h"
 #include "formats/trle_folder.h"
 #include "levels/level_language.h"
+#include "session/telling.h"
 #include "words/intake.h"
 
 #include <algorithm>

@@ -7,6 +7,7 @@
 #include "intake/file_names.h"
 #include "intake/unpacking_place.h"
 #include "packages/unpacked_files.h"
+#include "session/tree_progress.h"
 #include "words/intake.h"
 #include "words/levels.h"
 

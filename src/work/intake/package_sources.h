@@ -1,6 +1,7 @@
 #pragma once
 
 #include "intake/source_report.h"
+#include "session/session.h"
 
 /// How files come into the folder of a level: single files, packages, whole folders. The sources
 /// themselves are never changed.

@@ -8,6 +8,7 @@
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
 #include "history/history.h"
+#include "session/telling.h"
 #include "words/intake.h"
 
 namespace kestrova

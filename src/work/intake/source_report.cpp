@@ -2,6 +2,8 @@
 
 #include "core/look.h"
 #include "core/name_list.h"
+#include "core/text.h"
+#include "session/telling.h"
 #include "words/intake.h"
 
 namespace kestrova

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "packages/unpack_guard.h"
-#include "session/session.h"
+#include "session/host.h"
 
 #include <memory>
 #include <set>

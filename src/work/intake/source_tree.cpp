@@ -1,6 +1,7 @@
 #include "intake/source_tree.h"
 
 #include "core/file_kinds.h"
+#include "core/text.h"
 #include "intake/file_names.h"
 #include "words/intake.h"
 

@@ -8,6 +8,7 @@
 #include "intake/cleared_progress.h"
 #include "intake/file_names.h"
 #include "packages/level_config_file.h"
+#include "session/telling.h"
 #include "storage/storage.h"
 #include "words/intake.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "session/folders.h"
 
 namespace kestrova
 {

@@ -17,6 +17,7 @@
 #include "packages/zip_names.h"
 #include "saves/savegame_store.h"
 #include "session/file_to_write.h"
+#include "session/telling.h"
 #include "storage/storage.h"
 #include "storage/unstore.h"
 #include "tools/tools.h"

@@ -7,6 +7,7 @@
 #include "formats/trle_folder.h"
 #include "history/standing.h"
 #include "levels/file_names.h"
+#include "session/operation.h"
 #include "swap/folder_guard.h"
 #include "swap/installed_language.h"
 #include "swap/level_files.h"

@@ -3,9 +3,11 @@
 #include "archive/level_document.h"
 #include "archive/level_folders.h"
 #include "core/copying.h"
+#include "core/text.h"
 #include "formats/level_folder.h"
 #include "levels/file_names.h"
 #include "session/documents.h"
+#include "session/telling.h"
 #include "words/levels.h"
 #include "words/storage.h"
 

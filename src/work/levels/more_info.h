@@ -1,6 +1,9 @@
 #pragma once
 
-#include "session/session.h"
+#include "session/archive.h"
+#include "session/folders.h"
+#include "session/host.h"
+#include "session/machine.h"
 
 namespace kestrova
 {

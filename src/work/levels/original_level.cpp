@@ -10,6 +10,7 @@
 #include "formats/program_folder.h"
 #include "formats/trle_folder.h"
 #include "levels/file_names.h"
+#include "session/telling.h"
 #include "words/levels.h"
 
 namespace kestrova

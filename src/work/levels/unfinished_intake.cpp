@@ -8,6 +8,7 @@
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "formats/level_folder.h"
+#include "session/telling.h"
 #include "words/levels.h"
 
 #include <algorithm>

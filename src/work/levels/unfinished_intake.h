@@ -1,6 +1,8 @@
 #pragma once
 
-#include "session/session.h"
+#include "session/archive.h"
+#include "session/folders.h"
+#include "session/host.h"
 
 /// Folders of levels that are coming in bear a mark until the level is whole. One that still bears
 /// it when no program works there any more is what a killed program left.

@@ -1,5 +1,6 @@
 #include "play/game_launch.h"
 
+#include "core/text.h"
 #include "tools/program_launch.h"
 #include "words/play.h"
 

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "session/session.h"
+#include "formats/preferences.h"
+#include "platform/process.h"
+#include "session/folders.h"
 #include "tools/tools.h"
 
 namespace kestrova

@@ -3,6 +3,8 @@
 #include "archive/level_folders.h"
 #include "history/standing.h"
 #include "play/file_names.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "shots/shot_files.h"
 #include "words/play.h"
 

@@ -3,6 +3,8 @@
 #include "archive/level_folders.h"
 #include "core/name_list.h"
 #include "play/game_launch.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "swap/folder_guard.h"
 #include "swap/install.h"
 #include "swap/level_gaps.h"

@@ -8,6 +8,8 @@
 #include "play/file_names.h"
 #include "play/play_level.h"
 #include "saves/savegame_store.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "tools/program_launch.h"
 #include "words/play.h"
 

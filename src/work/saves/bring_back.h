@@ -1,7 +1,8 @@
 #pragma once
 
 #include "archive/level_folders.h"
-#include "session/session.h"
+#include "session/archive.h"
+#include "session/folders.h"
 
 namespace kestrova
 {

@@ -3,6 +3,8 @@
 #include "archive/level_folders.h"
 #include "saves/bring_back.h"
 #include "saves/savegame_moves.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "words/saves.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "history/history.h"
+#include "session/session.h"
 
 namespace kestrova
 {

@@ -11,6 +11,7 @@
 #include "saves/savegame_store.h"
 #include "saves/savegame_transfer.h"
 #include "saves/send_mail.h"
+#include "session/telling.h"
 #include "words/restore.h"
 #include "words/saves.h"
 

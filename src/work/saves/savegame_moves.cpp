@@ -14,6 +14,7 @@
 #include "platform/places.h"
 #include "saves/savegame_plan.h"
 #include "saves/savegame_store.h"
+#include "session/operation.h"
 #include "swap/recovery.h"
 #include "swap/state_files.h"
 #include "words/restore.h"

@@ -8,6 +8,8 @@
 #include "history/history.h"
 #include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "words/history.h"
 #include "words/saves.h"
 #include "words/session.h"

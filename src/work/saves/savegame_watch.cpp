@@ -3,6 +3,7 @@
 #include "formats/trle_folder.h"
 #include "history/history.h"
 #include "history/standing.h"
+#include "session/operation.h"
 #include "swap/recovery.h"
 #include "words/saves.h"
 

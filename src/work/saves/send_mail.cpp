@@ -3,6 +3,7 @@
 #include "platform/places.h"
 #include "saves/file_names.h"
 #include "saves/savegame_list.h"
+#include "session/operation.h"
 #include "words/saves.h"
 
 #include <chrono>

@@ -2,6 +2,7 @@
 
 #include "core/look.h"
 #include "pictures/convert.h"
+#include "session/telling.h"
 #include "shots/file_names.h"
 #include "shots/shot_files.h"
 #include "words/shots.h"

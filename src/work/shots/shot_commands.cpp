@@ -6,6 +6,7 @@
 #include "history/history.h"
 #include "platform/places.h"
 #include "session/file_to_write.h"
+#include "session/telling.h"
 #include "shots/file_names.h"
 #include "shots/shot_files.h"
 #include "words/shots.h"

@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "core/copying.h"
 #include "formats/level_folder.h"
+#include "session/telling.h"
 #include "shots/file_names.h"
 #include "shots/shot_files.h"
 #include "words/shots.h"

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "pictures/picture.h"
-#include "session/session.h"
+#include "session/folders.h"
+#include "session/host.h"
 #include "words/message.h"
 
 #include <span>

@@ -6,6 +6,7 @@
 #include "history/history.h"
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
+#include "session/telling.h"
 #include "swap/folder_guard.h"
 #include "swap/return_to_original.h"
 #include "swap/state_files.h"

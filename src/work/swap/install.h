@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/activity_log.h"
 #include "session/session.h"
 
 namespace kestrova

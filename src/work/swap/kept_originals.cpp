@@ -1,6 +1,8 @@
 #include "swap/kept_originals.h"
 
 #include "originals/vault.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "swap/folder_guard.h"
 #include "swap/recovery.h"
 #include "words/restore.h"

@@ -9,6 +9,7 @@
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
 #include "history/swap_journal_file.h"
+#include "session/telling.h"
 #include "storage/ready_files.h"
 #include "swap/placements.h"
 #include "words/storage.h"

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "session/session.h"
+#include "formats/archive_file.h"
+#include "session/folders.h"
 
 namespace kestrova
 {

@@ -2,7 +2,9 @@
 
 #include "archive/level_folders.h"
 #include "core/files.h"
+#include "formats/preferences.h"
 #include "formats/swap_journal.h"
+#include "session/session.h"
 
 #include <memory>
 #include <unordered_map>

@@ -2,7 +2,7 @@
 
 #include "formats/marker.h"
 #include "formats/swap_journal.h"
-#include "session/session.h"
+#include "session/folders.h"
 #include "storage/ready_files.h"
 #include "swap/owned_files.h"
 

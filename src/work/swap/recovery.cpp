@@ -11,6 +11,8 @@
 #include "history/swap_journal_file.h"
 #include "originals/backup_folders.h"
 #include "originals/vault.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "swap/folder_guard.h"
 #include "swap/homeless_state.h"
 #include "swap/owned_files.h"

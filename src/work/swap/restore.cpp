@@ -8,6 +8,8 @@
 #include "formats/trle_folder.h"
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "swap/folder_guard.h"
 #include "swap/install.h"
 #include "swap/placements.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/level_folders.h"
+#include "core/activity_log.h"
 #include "history/players_files.h"
 #include "originals/vault.h"
 #include "session/session.h"

@@ -9,6 +9,7 @@
 #include "history/history.h"
 #include "history/swap_journal_file.h"
 #include "platform/file_content.h"
+#include "session/telling.h"
 #include "swap/state_files.h"
 #include "words/restore.h"
 #include "words/swap.h"

@@ -9,6 +9,7 @@
 #include "formats/trle_folder.h"
 #include "history/swap_journal_file.h"
 #include "originals/vault.h"
+#include "session/telling.h"
 #include "swap/backup.h"
 #include "swap/file_names.h"
 #include "swap/placements.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/activity_log.h"
 #include "core/name_set.h"
 #include "formats/swap_journal.h"
 #include "history/standing.h"

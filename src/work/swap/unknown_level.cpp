@@ -4,6 +4,7 @@
 #include "core/file_kinds.h"
 #include "history/history.h"
 #include "history/swap_journal_file.h"
+#include "session/telling.h"
 #include "swap/backup.h"
 #include "swap/state_files.h"
 #include "words/restore.h"

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "session/session.h"
+#include "formats/preferences.h"
+#include "session/archive.h"
+#include "session/folders.h"
 
 /// What waits for a better moment in the Level Editor's folder, in words.
 namespace kestrova

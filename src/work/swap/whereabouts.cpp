@@ -4,6 +4,7 @@
 #include "core/look.h"
 #include "history/swap_journal_file.h"
 #include "platform/file_content.h"
+#include "session/telling.h"
 #include "swap/owned_files.h"
 #include "swap/state_files.h"
 #include "words/originals.h"

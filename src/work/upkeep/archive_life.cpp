@@ -7,6 +7,9 @@
 #include "formats/exact_names.h"
 #include "history/standing.h"
 #include "platform/places.h"
+#include "session/held_folders.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "upkeep/leftovers.h"
 #include "upkeep/new_archive.h"
 #include "words/archive.h"
@@ -48,7 +51,7 @@ Load ReadAndHold(Session& session, const Path& file, Failure& why)
         }
         const Path folder{Trim(session.archive.header.secondaryFolder)};
         again = FolderExists(folder) && !session.locks.Holds(folder);
-        if (again && !HoldFolder(session, folder))
+        if (again && !HoldFolder(session.host, session.locks, folder))
             return Load::Held;
     }
     return Load::Done;
@@ -84,7 +87,7 @@ bool TakeNamedFolder(Session& session, const Path& folder)
         session.host.Tell(Tone::Error, GetMsg(words, {TextOf(folder)}));
         return false;
     }
-    if (!FitsArchive(session.host, folder) || !HoldFolder(session, folder))
+    if (!FitsArchive(session.host, folder) || !HoldFolder(session.host, session.locks, folder))
         return false;
     if (!IsArchiveOnCd(session.archive))
         header.mainFolder = folder.native();
@@ -97,14 +100,15 @@ Load LoadOrKeep(Session& session, const Path& file, const Path& levelFolder, Fai
 {
     Archive before = session.archive;
     const Path remembered = session.RememberedArchive();
-    const Path lockedBefore = session.lockedArchiveFolder;
+    const Path lockedBefore = session.locks.ArchiveFolder();
     Load load = ReadAndHold(session, file, why);
     const Path folder{Trim(session.archive.header.secondaryFolder)};
     if (load == Load::Done && ((!levelFolder.empty() && !TakeNamedFolder(session, levelFolder)) ||
                                !CheckArchiveFolders(session)))
         load = Load::FoldersRefused;
     const Path now{Trim(session.archive.header.secondaryFolder)};
-    if (load == Load::Done && HoldArchiveFolder(session, now)) {
+    if (load == Load::Done &&
+        HoldArchiveFolder(session.host, session.locks, session.Folders(), now)) {
         RememberArchive(session);
         return load;
     }
@@ -112,8 +116,9 @@ Load LoadOrKeep(Session& session, const Path& file, const Path& levelFolder, Fai
     session.preferences.archivePath = remembered.native();
     for (const Path& taken : {folder, now})
         if (load != Load::NotRead && taken != lockedBefore && session.locks.Holds(taken)) {
-            session.lockedArchiveFolder = taken;
-            (void)HoldArchiveFolder(session, lockedBefore); // it was held all the time
+            session.locks.SetArchiveFolder(taken);
+            (void)HoldArchiveFolder(session.host, session.locks, session.Folders(),
+                                    lockedBefore); // it was held all the time
         }
     return load == Load::Done ? Load::Held : load;
 }
@@ -232,7 +237,7 @@ std::optional<Path> AskForFolder(Session& session, Message warning, const std::s
     const bool taken =
         holds &&
         (*holds || session.host.AskYesNo(GetMsg(Msg::AskNoLevelsThere, {TextOf(*chosen)}))) &&
-        HoldFolder(session, *chosen);
+        HoldFolder(session.host, session.locks, *chosen);
     return taken ? chosen : std::nullopt;
 }
 

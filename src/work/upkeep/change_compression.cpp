@@ -9,6 +9,7 @@
 #include "pictures/bitmap.h"
 #include "pictures/convert.h"
 #include "pictures/jpeg.h"
+#include "session/telling.h"
 #include "storage/file_jobs.h"
 #include "storage/form_clashes.h"
 #include "storage/stored_form.h"

@@ -5,6 +5,8 @@
 #include "archive/level_folders.h"
 #include "core/copying.h"
 #include "formats/level_folder.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "words/intake.h"
 #include "words/storage.h"
 #include "words/upkeep.h"

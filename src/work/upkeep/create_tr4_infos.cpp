@@ -7,6 +7,7 @@
 #include "core/look.h"
 #include "core/parallel.h"
 #include "formats/level_folder.h"
+#include "session/telling.h"
 #include "storage/zl_file.h"
 #include "words/upkeep.h"
 

@@ -4,6 +4,7 @@
 #include "archive/equal_levels.h"
 #include "archive/level_folders.h"
 #include "formats/level_folder.h"
+#include "session/telling.h"
 #include "words/upkeep.h"
 
 namespace kestrova

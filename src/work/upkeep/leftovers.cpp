@@ -9,6 +9,7 @@
 #include "formats/program_folder.h"
 #include "intake/files_before.h"
 #include "levels/unfinished_intake.h"
+#include "session/telling.h"
 #include "storage/stored_form.h"
 #include "swap/recovery.h"
 #include "words/upkeep.h"

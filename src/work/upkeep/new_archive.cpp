@@ -8,6 +8,10 @@
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
 #include "platform/places.h"
+#include "session/held_folders.h"
+#include "session/machine.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "upkeep/archive_life.h"
 #include "upkeep/file_names.h"
 #include "words/upkeep.h"
@@ -135,7 +139,7 @@ bool FillNewArchive(Session& session, const Path& folder, const Path& file)
         session.host.Tell(Tone::Error, GetMsg(Msg::NoArchiveNameFree));
         return false;
     }
-    if (!HoldArchiveFolder(session, place))
+    if (!HoldArchiveFolder(session.host, session.locks, session.Folders(), place))
         return false;
     session.archive.file = target;
     RecomputeArchiveSize(session, false);

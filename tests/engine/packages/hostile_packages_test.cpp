@@ -1,6 +1,7 @@
 #include "formats/zip_directory.h"
 #include "packages/unzip.h"
 
+#include "core/text.h"
 #include "sandbox/patience.h"
 #include "world/tool_box.h"
 #include "world/zip_builder.h"

@@ -2,6 +2,7 @@
 #include "packages/unzip.h"
 #include "packages/zip_folder.h"
 
+#include "core/text.h"
 #include "world/tool_box.h"
 #include "world/world.h"
 

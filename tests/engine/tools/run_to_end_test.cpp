@@ -1,5 +1,6 @@
 #include "tools/run_to_end.h"
 
+#include "core/text.h"
 #include "sandbox/patience.h"
 #include "words/tools.h"
 #include "world/tool_box.h"

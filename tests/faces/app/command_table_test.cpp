@@ -1,5 +1,6 @@
 #include "app/command_table.h"
 #include "app/run_command.h"
+#include "session/operation.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>

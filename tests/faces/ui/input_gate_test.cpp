@@ -1,3 +1,4 @@
+#include "session/operation.h"
 #include "ui/desktop/host_windows.h"
 #include "ui/desktop/progress_windows.h"
 #include "window_world.h"

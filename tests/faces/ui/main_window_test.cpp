@@ -1,6 +1,7 @@
 #include "archive/archive_saving.h"
 #include "formats/preferences.h"
 #include "library/level_list.h"
+#include "session/operation.h"
 #include "ui/main/level_model.h"
 #include "ui/main/main_menu.h"
 #include "ui/widgets/captions.h"

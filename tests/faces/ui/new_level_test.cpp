@@ -1,4 +1,5 @@
 #include "intake/edit_level.h"
+#include "session/operation.h"
 #include "ui/dialogs/dialog_new_level.h"
 #include "ui/window_world.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "session/machine.h"
 
 #include <map>
 #include <set>

@@ -1,6 +1,8 @@
 #include "world/world.h"
 
 #include "core/staged_file.h"
+#include "core/text.h"
+#include "session/session.h"
 
 #include <gtest/gtest.h>
 

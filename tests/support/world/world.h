@@ -1,6 +1,8 @@
 #pragma once
 
 #include "sandbox/sandbox.h"
+#include "session/session.h"
+#include "session/shown_list.h"
 #include "world/fake_machine.h"
 #include "world/scripted_host.h"
 

@@ -1,6 +1,7 @@
 #include "history/history.h"
 #include "saves/savegame_watch.h"
 #include "saves/saves_world.h"
+#include "session/operation.h"
 
 #include <fstream>
 

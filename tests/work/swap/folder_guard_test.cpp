@@ -1,6 +1,8 @@
 // Every operation that changes the Level Editor's folder asks while a program runs there.
 #include "swap/folder_guard.h"
 
+#include "core/activity_log.h"
+#include "history/standing.h"
 #include "history/swap_journal_file.h"
 #include "levels/level_language.h"
 #include "swap/backup.h"

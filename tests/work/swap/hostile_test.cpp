@@ -1,5 +1,6 @@
 // States of the folders that no player makes on purpose, and that happen all the same.
 #include "history/history.h"
+#include "history/standing.h"
 #include "history/swap_journal_file.h"
 #include "sandbox/faults.h"
 #include "swap/backup.h"

@@ -1,6 +1,7 @@
 #include "swap/install.h"
 
 #include "history/history.h"
+#include "history/standing.h"
 #include "storage/zl_file.h"
 #include "swap/swap_plan.h"
 #include "swap/swap_world.h"

@@ -1,3 +1,4 @@
+#include "history/standing.h"
 #include "sandbox/faults.h"
 #include "swap/backup.h"
 #include "swap/install.h"

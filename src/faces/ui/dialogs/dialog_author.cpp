@@ -1,6 +1,7 @@
 #include "ui/dialogs/dialog_author.h"
 
 #include "saves/send_mail.h"
+#include "session/operation.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"

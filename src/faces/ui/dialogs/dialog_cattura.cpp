@@ -1,5 +1,6 @@
 #include "ui/dialogs/dialog_cattura.h"
 
+#include "session/operation.h"
 #include "session/preferences_file.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"

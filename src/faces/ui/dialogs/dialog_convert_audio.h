@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/audio_tool.h"
+#include "session/operation.h"
 
 #include <QDialog>
 

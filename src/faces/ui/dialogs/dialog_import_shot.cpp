@@ -1,5 +1,6 @@
 #include "ui/dialogs/dialog_import_shot.h"
 
+#include "session/operation.h"
 #include "shots/shot_import.h"
 #include "ui/desktop/progress_windows.h"
 #include "ui/dialogs/dialogs_small.h"

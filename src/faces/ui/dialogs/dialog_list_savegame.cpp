@@ -1,5 +1,6 @@
 #include "ui/dialogs/dialog_list_savegame.h"
 
+#include "session/operation.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/qt_text.h"

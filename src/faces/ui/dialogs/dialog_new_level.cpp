@@ -3,6 +3,7 @@
 #include "intake/draft_files.h"
 #include "intake/draft_sources.h"
 #include "packages/name_pages.h"
+#include "session/operation.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"

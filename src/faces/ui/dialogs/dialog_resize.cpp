@@ -1,5 +1,6 @@
 #include "ui/dialogs/dialog_resize.h"
 
+#include "session/operation.h"
 #include "shots/shot_resize.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"

@@ -1,5 +1,6 @@
 #include "ui/dialogs/dialog_restore.h"
 
+#include "session/operation.h"
 #include "swap/backup.h"
 #include "swap/folder_guard.h"
 #include "swap/restore.h"

@@ -1,6 +1,7 @@
 #include "ui/dialogs/dialog_set_mp3.h"
 
 #include "conversion/mp3_trial.h"
+#include "session/operation.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/mp3_settings_box.h"

@@ -1,5 +1,6 @@
 #include "ui/dialogs/dialog_trova_trle.h"
 
+#include "session/operation.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/main/practice_offer.h"
 #include "ui/widgets/captions.h"

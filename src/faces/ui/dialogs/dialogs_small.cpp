@@ -1,5 +1,6 @@
 #include "ui/dialogs/dialogs_small.h"
 
+#include "session/operation.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"

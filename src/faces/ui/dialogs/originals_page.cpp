@@ -2,6 +2,7 @@
 
 #include "core/dates.h"
 #include "originals/vault.h"
+#include "session/telling.h"
 #include "swap/kept_originals.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/qt_text.h"

@@ -1,5 +1,6 @@
 #include "ui/dialogs/shot_panes.h"
 
+#include "session/telling.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_dialogs.h"

@@ -1,6 +1,7 @@
 #include "ui/main/level_list_pane.h"
 
 #include "history/standing.h"
+#include "session/operation.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_main.h"

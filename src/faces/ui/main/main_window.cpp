@@ -4,6 +4,7 @@
 #include "app/start_up.h"
 #include "archive/level_folders.h"
 #include "library/level_list.h"
+#include "session/operation.h"
 #include "ui/desktop/file_names.h"
 #include "ui/dialogs/shot_panes.h"
 #include "ui/main/level_details.h"

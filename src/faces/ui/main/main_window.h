@@ -1,5 +1,6 @@
 #pragma once
 
+#include "session/shown_list.h"
 #include "ui/main/window_commands.h"
 
 #include <QMainWindow>

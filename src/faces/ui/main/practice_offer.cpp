@@ -5,6 +5,8 @@
 #include "formats/trle_folder.h"
 #include "platform/places.h"
 #include "practice/practice_folder.h"
+#include "session/operation.h"
+#include "session/telling.h"
 #include "ui/desktop/file_names.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_main.h"

@@ -2,6 +2,7 @@
 
 #include "platform/places.h"
 #include "saves/savegame_watch.h"
+#include "session/operation.h"
 #include "ui/dialogs/dialog_list_savegame.h"
 #include "ui/dialogs/dialog_savegame_history.h"
 #include "words/saves.h"

@@ -4,6 +4,7 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "intake/edit_level.h"
+#include "session/operation.h"
 #include "shots/shot_commands.h"
 #include "ui/dialogs/dialog_author.h"
 #include "ui/dialogs/dialog_convert_audio.h"

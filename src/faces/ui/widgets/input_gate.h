@@ -1,7 +1,5 @@
 #pragma once
 
-#include "session/session.h"
-
 #include <QObject>
 #include <QPointer>
 #include <QWidget>

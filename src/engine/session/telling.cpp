@@ -1,0 +1,37 @@
+#include "session/telling.h"
+
+#include "core/dates.h"
+#include "words/common.h"
+#include "words/session.h"
+
+namespace kestrova
+{
+
+void TellFailure(Host& host, const std::string& text, const Failure& failure)
+{
+    // A text that names the file already does not name it twice.
+    std::string reason = text.find(failure.subject) == std::string::npos ? failure.subject : "";
+    if (!failure.reason.empty())
+        reason += (reason.empty() ? "" : ": ") + failure.reason;
+    host.Tell(Tone::Error, text, reason);
+}
+
+bool TellFolderNotRead(Host& host, const Failure& failure)
+{
+    TellFailure(host, GetMsg(Msg::FolderNotRead, {failure.subject}), failure);
+    return false;
+}
+
+bool ConfirmReplace(Host& host, const Path& newFile, const Path& oldFile)
+{
+    const auto lines = [](Message head, const Path& file) {
+        const platform::FileFacts facts = platform::FactsOf(ResolvePath(file));
+        return GetMsg(head) + TextOf(file.filename()) + std::string{lineBreak} +
+               GetMsg(Msg::ReplaceSize) + FormatSize(static_cast<double>(facts.size)) + " " +
+               GetMsg(Msg::ReplaceDate) + DateText(facts.modifiedNs) + std::string{lineBreak};
+    };
+    return host.AskYesNo(lines(Msg::ReplaceFile, oldFile) + lines(Msg::ReplaceWithFile, newFile) +
+                         std::string{lineBreak} + GetMsg(Msg::ReplaceIt));
+}
+
+} // namespace kestrova
