@@ -141,4 +141,33 @@ seed mpeg_frames free free.mp3 2000
 { printf 'ID3\x04\x00\x00\x00\x00\x00\x14%20s' ''; head -c 1000 frames.mp3; } >tagged.mp3
 seed mpeg_frames tagged tagged.mp3
 
+# Web addresses, the texts beside them, and the help.
+python3 - <<'ONLINE'
+import struct
+def text(t): return struct.pack("<h", len(t)) + t
+def record(url, description, kind, user=0):
+    return text(url) + text(description) + struct.pack("<ih", kind, user)
+records = [record(b"http://a.example/", b"Site - Levels with Reviews", 1),
+           record(b"http://b.example/", b"Gr\xf6\xdfe", 4, -1), record(b"*", b"A notice", 7),
+           record(b"http://c.example/", b"104: new", 6), record(b"http://d.example/", b"***", 2),
+           record(b"http://e.example/c.zip", b"Level - data\\a.tr4;12;script.dat;4", 8)]
+def write(name, content):
+    with open(name, "wb") as file:
+        file.write(content)
+write("whole", struct.pack("<id", len(records), 45123.25) + b"".join(records))
+write("counts", struct.pack("<id", 2**31 - 1, float("nan")) + records[0])
+write("json", b'{"updated":1.5,"records":[{"kind":8,"url":"u","level":"l","files":["a"]},'
+              b'{"kind":1,"url":"u","description":"d","user":true}]}')
+write("entry", b"Name of level - data\\level.tr4;1234567;script.dat;4096")
+write("hostile", b"A - ..\\a;1;C:\\b;2;\\\\c;3;;;d")
+write("phrases", b"Site - Sorted by enter date and rating, Search whereby keywords - Reviews")
+write("address", b"https://levels.example/a\\b/c.zip?" + b"x" * 80)
+write("help", b"\0\x20#1# [Play a level] {Keys} (see \"Keys\") {KEYS} #2# [open {and not")
+ONLINE
+for name in whole counts json; do seed url_list "$name" "$name"; done
+for name in entry hostile; do seed config_entry "$name" "$name"; done
+for name in phrases address; do seed site_text "$name" "$name"; done
+seed help_index help help
+seed help_word help help
+
 find "$corpus" -type f -printf '%6s %P\n' | sort -k2

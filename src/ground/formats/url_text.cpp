@@ -1,0 +1,141 @@
+#include "formats/url_text.h"
+
+#include "core/text.h"
+#include "words/online.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <fmt/format.h>
+
+namespace kestrova
+{
+
+namespace
+{
+
+struct SitePhrase {
+    std::string_view english;
+    Message shown;
+};
+// A server's phrases, in the order in which they are exchanged.
+constexpr SitePhrase sitePhrases[] = {
+    {"Sorted by enter date", Msg::SiteByDate},        // not shown
+    {"Sorted by rating", Msg::SiteByRating},          // not shown
+    {"Search whereby keywords", Msg::SiteByKeywords}, // not shown
+    {"Sorted by title", Msg::SiteByTitle},            // not shown
+    {"Levels", Msg::SiteLevels},                      // not shown
+    {"Sorted by author name", Msg::SiteByAuthor},     // not shown
+    {"Reviews", Msg::SiteReviews},                    // not shown
+    {" with ", Msg::SiteWith},                        // not shown
+    {"Various sorting standards", Msg::SiteVarious},  // not shown
+    {"Language: ", Msg::SiteLanguage},                // not shown
+    {" and ", Msg::SiteAnd},                          // not shown
+    {"Walkthroughs", Msg::SiteWalkthroughs},          // not shown
+};
+
+constexpr ListedUrlKind listedKinds[] = {
+    {UrlKindLevels, Msg::UrlKindLevels},   {UrlKindEditor, Msg::UrlKindEditor},
+    {UrlKindProgram, Msg::UrlKindProgram}, {UrlKindForums, Msg::UrlKindForums},
+    {UrlKindTools, Msg::UrlKindTools},     {UrlKindConfig, Msg::UrlKindConfigs},
+};
+
+std::string ReplaceFolded(const std::string& text, std::string_view what, std::string_view with)
+{
+    std::string result;
+    std::size_t from = 0;
+    for (;;) {
+        const std::size_t found = FindFolded(text, what, from);
+        if (found == std::string::npos)
+            return result.append(text, from);
+        result.append(text, from, found - from).append(with);
+        from = found + what.size();
+    }
+}
+
+} // namespace
+
+std::string UrlFileName(std::string_view url)
+{
+    const std::size_t slash = url.find_last_of("/\\");
+    return std::string{slash == std::string_view::npos ? url : url.substr(slash + 1)};
+}
+
+std::string UrlHostPart(std::string_view url)
+{
+    const std::size_t slashes = url.find("//");
+    if (slashes == std::string_view::npos)
+        return std::string{url};
+    return std::string{url.substr(0, url.find('/', slashes + 2))};
+}
+
+bool IsOpenable(std::string_view url)
+{
+    const bool control = std::any_of(url.begin(), url.end(),
+                                     [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+    const std::size_t colon = url.find(':');
+    if (control || colon == std::string_view::npos)
+        return false;
+    const std::string_view scheme = url.substr(0, colon);
+    if (EqualNames(scheme, "mailto"))
+        return true;
+    return (EqualNames(scheme, "http") || EqualNames(scheme, "https")) &&
+           url.substr(colon + 1).starts_with("//");
+}
+
+std::string LocalizeSiteText(std::string_view text)
+{
+    const std::size_t dash = text.find('-');
+    const bool split = dash != std::string_view::npos;
+    const std::string head{split ? Trim(text.substr(0, dash)) : std::string_view{}};
+    std::string rest{Trim(split ? text.substr(dash + 1) : text)};
+    for (const SitePhrase& phrase : sitePhrases)
+        rest = ReplaceFolded(rest, phrase.english, GetMsg(phrase.shown));
+    // Not by markers: a server's text may hold some.
+    return head.empty() ? rest : head + GetMsg(Msg::SiteBetween) + rest;
+}
+
+std::span<const ListedUrlKind> ListedUrlKinds()
+{
+    return listedKinds;
+}
+
+std::string UrlRowText(const UrlRecord& record)
+{
+    const bool site = record.kind == UrlKindLevels;
+    const std::string text = site ? LocalizeSiteText(record.description) : record.description;
+    return OnOneLine((record.user ? GetMsg(Msg::UrlUserMark) : std::string{}) + text);
+}
+
+std::string ShownAddress(std::string_view url)
+{
+    constexpr int mostLetters = 75;
+    const std::string line = OnOneLine(url);
+    std::size_t end = 0;
+    for (int letters = 0; letters < mostLetters && end < line.size(); ++letters)
+        do
+            ++end;
+        while (end < line.size() && (static_cast<unsigned char>(line[end]) & 0xC0U) == 0x80U);
+    return end == line.size() ? line : line.substr(0, end) + GetMsg(Msg::UrlGoesOn);
+}
+
+std::string UpdateDateText(double date)
+{
+    using namespace std::chrono;
+    constexpr double earliest = -657'434; // the first day of the year 100
+    constexpr double latest = 2'958'466;  // behind the last day of the year 9999
+    if (!(date >= earliest && date < latest))
+        return {};
+    // Behind the point stands the time of the day, before 1900 as well.
+    const double day = std::trunc(date);
+    const auto whole = static_cast<std::int64_t>(std::llround(std::abs(date - day) * 86'400));
+    const sys_days first{year{1899} / December / 30};
+    const auto moment = first + days{static_cast<int>(day)} + seconds{whole};
+    const year_month_day shown{floor<days>(moment)};
+    const hh_mm_ss time{moment - floor<days>(moment)};
+    return fmt::format("{:02}/{:02}/{:04}  {:02}:{:02}:{:02}", static_cast<unsigned>(shown.day()),
+                       static_cast<unsigned>(shown.month()), static_cast<int>(shown.year()),
+                       time.hours().count(), time.minutes().count(), time.seconds().count());
+}
+
+} // namespace kestrova

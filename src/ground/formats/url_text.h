@@ -1,0 +1,40 @@
+#pragma once
+
+#include "formats/url_list.h"
+#include "words/message.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+
+/// Web addresses and what stands beside them, as text.
+namespace kestrova
+{
+
+/// The part behind the last slash or backslash; the whole text when there is none.
+std::string UrlFileName(std::string_view url);
+/// `http://host` of `http://host/file`: the text up to the first slash behind "//"; the whole text
+/// when there is no "//", or no slash behind it.
+std::string UrlHostPart(std::string_view url);
+/// True for what may be handed to the desktop: http, https, mailto.
+bool IsOpenable(std::string_view url);
+
+/// A server's text about a site in the words of this program: in what stands behind the first "-"
+/// the known phrases are exchanged, without regard to case.
+std::string LocalizeSiteText(std::string_view text);
+
+/// The kinds that a person sees, in the order of their choice.
+struct ListedUrlKind {
+    UrlKind kind;
+    Message caption;
+};
+std::span<const ListedUrlKind> ListedUrlKinds();
+
+/// What a list shows for a record.
+std::string UrlRowText(const UrlRecord& record);
+/// The first 75 letters of an address, and a mark when there are more.
+std::string ShownAddress(std::string_view url);
+/// `21/11/2026  14:05:09`; empty for a number that is no date.
+std::string UpdateDateText(double date);
+
+} // namespace kestrova
