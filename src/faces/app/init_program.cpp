@@ -11,7 +11,7 @@
 #include "session/telling.h"
 #include "swap/backup.h"
 #include "swap/restore.h"
-#include "upkeep/archive_life.h"
+#include "upkeep/load_archive.h"
 #include "upkeep/new_archive.h"
 #include "words/app.h"
 

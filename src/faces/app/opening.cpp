@@ -8,7 +8,7 @@
 #include "session/preferences_file.h"
 #include "session/telling.h"
 #include "swap/backup.h"
-#include "upkeep/archive_life.h"
+#include "upkeep/load_archive.h"
 #include "words/commands.h"
 
 namespace kestrova

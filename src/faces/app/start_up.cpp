@@ -10,8 +10,8 @@
 #include "session/held_folders.h"
 #include "session/preferences_file.h"
 #include "swap/recovery.h"
-#include "upkeep/archive_life.h"
 #include "upkeep/leftovers.h"
+#include "upkeep/load_archive.h"
 #include "words/app.h"
 
 namespace kestrova

@@ -153,4 +153,14 @@ bool MayReplaceArchive(Session& session, bool& saved)
     return true;
 }
 
+bool SaveArchiveOrPutBack(Session& session, const Archive& before)
+{
+    if (SaveArchive(session))
+        return true;
+    session.archive = before;
+    (void)WriteArchive(session, before.file); // the failure has been told already
+    session.archive.dirty = before.dirty;
+    return false;
+}
+
 } // namespace kestrova

@@ -36,4 +36,8 @@ enum class ArchiveFolder { Main, Secondary };
 /// Under what name the settings keep an archive's folder that the code page cannot hold.
 std::string ExactFolderField(ArchiveFolder folder, const Path& file);
 
+/// Saves a changed list of levels; a list that cannot be saved is put back to `before`. A write may
+/// fail after its file got its name, so the old list is written once more. False, with words.
+bool SaveArchiveOrPutBack(Session& session, const Archive& before);
+
 } // namespace kestrova

@@ -102,4 +102,12 @@ bool GuardLevelOnCd(Host& host, const LevelRecord& level)
     return true;
 }
 
+Result<Path> FilesFolderOf(const Folders& folders, const Archive& archive, LevelCode code)
+{
+    const auto folder = LevelFolderOf(folders, archive, code);
+    if (!folder)
+        return Failure{folder.Error().code, folder.Error().reason, {}};
+    return InFolder(*folder, OnDisk::DirFiles);
+}
+
 } // namespace kestrova

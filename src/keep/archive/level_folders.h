@@ -23,6 +23,8 @@ Path LevelHomeOf(const Folders& folders, LevelCode code);
 /// The folder that holds the level's files: the same, or one on a disc. `Missing`, its reason in
 /// words, while that disc is not there.
 Result<Path> LevelFolderOf(const Folders& folders, const Archive& archive, LevelCode code);
+/// The `files` of that folder. A failure names no file beside its words.
+Result<Path> FilesFolderOf(const Folders& folders, const Archive& archive, LevelCode code);
 /// The level's `backup_savegames`: its state while another level stands in the folder.
 Path StateStoreOf(const Folders& folders, LevelCode code);
 

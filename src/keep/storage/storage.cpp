@@ -15,9 +15,9 @@
 #include "pictures/picture.h"
 #include "session/telling.h"
 #include "storage/file_jobs.h"
+#include "storage/files_exchange.h"
 #include "storage/form_clashes.h"
 #include "storage/stored_audio.h"
-#include "storage/stored_form.h"
 #include "storage/zl_file.h"
 #include "words/storage.h"
 

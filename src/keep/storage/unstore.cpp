@@ -6,9 +6,9 @@
 #include "formats/program_folder.h"
 #include "session/telling.h"
 #include "storage/file_jobs.h"
-#include "storage/ready_files.h"
+#include "storage/files_exchange.h"
+#include "storage/game_files.h"
 #include "storage/storage.h"
-#include "storage/stored_form.h"
 #include "storage/zl_file.h"
 #include "words/storage.h"
 

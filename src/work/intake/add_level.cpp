@@ -5,7 +5,8 @@
 #include "intake/draft_files.h"
 #include "intake/intake_steps.h"
 #include "intake/left_intake.h"
-#include "levels/level_life.h"
+#include "levels/new_level.h"
+#include "levels/remove_level.h"
 
 namespace kestrova
 {

@@ -1,6 +1,6 @@
 #include "levels/original_level.h"
 
-#include "levels/level_life.h"
+#include "levels/remove_level.h"
 
 #include "archive/level_folders.h"
 #include "core/copying.h"

@@ -4,7 +4,7 @@
 #include "formats/level_folder.h"
 #include "history/history.h"
 #include "history/standing.h"
-#include "swap/state_files.h"
+#include "swap/live_state.h"
 #include "words/saves.h"
 
 namespace kestrova

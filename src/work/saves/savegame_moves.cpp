@@ -15,8 +15,8 @@
 #include "saves/savegame_plan.h"
 #include "saves/savegame_store.h"
 #include "session/operation.h"
+#include "swap/live_state.h"
 #include "swap/recovery.h"
-#include "swap/state_files.h"
 #include "words/restore.h"
 #include "words/saves.h"
 

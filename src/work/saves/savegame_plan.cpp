@@ -4,7 +4,7 @@
 #include "formats/trle_folder.h"
 #include "platform/file_content.h"
 #include "platform/places.h"
-#include "swap/state_files.h"
+#include "swap/live_state.h"
 #include "words/message.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 #include "core/staged_file.h"
 #include "formats/level_folder.h"
 #include "history/standing.h"
-#include "swap/state_files.h"
+#include "swap/live_state.h"
 
 namespace kestrova
 {

@@ -6,8 +6,8 @@
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
 #include "swap/file_names.h"
+#include "swap/live_state.h"
 #include "swap/placements.h"
-#include "swap/state_files.h"
 #include "swap/swap_run.h"
 
 #include <algorithm>

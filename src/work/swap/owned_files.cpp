@@ -4,9 +4,9 @@
 #include "core/removal.h"
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
-#include "storage/ready_files.h"
+#include "storage/game_files.h"
 #include "storage/storage.h"
-#include "swap/level_files.h"
+#include "swap/level_placements.h"
 #include "swap/placements.h"
 
 #include <algorithm>

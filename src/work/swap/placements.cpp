@@ -1,14 +1,12 @@
 #include "swap/placements.h"
 
-#include "swap/swap_run.h"
-
 #include "core/copying.h"
 #include "core/file_kinds.h"
+#include "core/look.h"
 #include "formats/trle_folder.h"
-#include "storage/ready_files.h"
+#include "history/players_files.h"
+#include "storage/game_files.h"
 #include "swap/file_names.h"
-#include "swap/state_files.h"
-#include "words/message.h"
 
 #include <algorithm>
 
@@ -23,13 +21,13 @@ struct FileClass {
     std::string_view folder;
 };
 
+} // namespace
+
 constexpr FileClass scripts[] = {{OnDisk::PatDat, OnDisk::FragRoot},
                                  {OnDisk::PatH, OnDisk::FragRoot}};
 constexpr FileClass levelData[] = {{OnDisk::PatTr4, OnDisk::FragData},
                                    {OnDisk::PatPak, OnDisk::FragData},
                                    {OnDisk::PatWav, OnDisk::FragAudio}};
-
-} // namespace
 
 std::vector<Placement> PlaceFiles(const std::vector<ReadyFile>& files,
                                   std::vector<std::string>& refused)
@@ -150,6 +148,14 @@ Status RestoreOriginal(const Folders& folders, const Path& relative)
         if (const auto failure = platform::Rename(existing, wanted))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(wanted), failure);
     return {};
+}
+
+Result<Belongings> StandingBelongings(const Folders& folders, const Standing& standing)
+{
+    const auto bytes = ReadFileIfThere(folders.Marker());
+    if (!bytes)
+        return bytes.Error();
+    return BelongingsOf(ParseMarker(bytes->value_or(std::string{})), standing.owner);
 }
 
 } // namespace kestrova

@@ -2,8 +2,9 @@
 
 #include "formats/marker.h"
 #include "formats/swap_journal.h"
+#include "history/standing.h"
 #include "session/folders.h"
-#include "storage/ready_files.h"
+#include "storage/game_files.h"
 #include "swap/owned_files.h"
 
 /// Where a level's files stand in the Level Editor's folder, and what they replaced there.
@@ -35,6 +36,8 @@ struct Belongings {
     std::vector<std::string> refused; ///< marker entries that no level brings
 };
 Belongings BelongingsOf(const MarkerContent& marker, const std::optional<OwnerRecord>& owner);
+/// What stands in the folder beside the originals, by marker and owner record.
+Result<Belongings> StandingBelongings(const Folders& folders, const Standing& standing);
 /// The place below the Level Editor's folder that `RestoreOriginal` fills: of files that differ by
 /// case alone, the one that it replaces.
 Path PlaceOfOriginal(const Folders& folders, const Path& relative);

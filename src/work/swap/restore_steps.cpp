@@ -9,9 +9,9 @@
 #include "originals/vault.h"
 #include "swap/file_names.h"
 #include "swap/homeless_state.h"
+#include "swap/live_state.h"
 #include "swap/owned_files.h"
 #include "swap/placements.h"
-#include "swap/state_files.h"
 #include "swap/swap_run.h"
 #include "words/restore.h"
 

@@ -10,7 +10,7 @@
 #include "history/swap_journal_file.h"
 #include "platform/file_content.h"
 #include "session/telling.h"
-#include "swap/state_files.h"
+#include "swap/live_state.h"
 #include "words/restore.h"
 #include "words/swap.h"
 

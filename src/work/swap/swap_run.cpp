@@ -12,8 +12,8 @@
 #include "session/telling.h"
 #include "swap/backup.h"
 #include "swap/file_names.h"
+#include "swap/live_state.h"
 #include "swap/placements.h"
-#include "swap/state_files.h"
 #include "words/restore.h"
 #include "words/swap.h"
 

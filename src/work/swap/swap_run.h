@@ -5,7 +5,7 @@
 #include "formats/swap_journal.h"
 #include "history/standing.h"
 #include "session/session.h"
-#include "storage/ready_files.h"
+#include "storage/game_files.h"
 #include "swap/placements.h"
 
 #include <set>

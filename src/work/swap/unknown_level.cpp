@@ -6,7 +6,7 @@
 #include "history/swap_journal_file.h"
 #include "session/telling.h"
 #include "swap/backup.h"
-#include "swap/state_files.h"
+#include "swap/live_state.h"
 #include "words/restore.h"
 
 namespace kestrova

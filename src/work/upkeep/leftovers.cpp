@@ -10,7 +10,7 @@
 #include "intake/files_before.h"
 #include "levels/unfinished_intake.h"
 #include "session/telling.h"
-#include "storage/stored_form.h"
+#include "storage/files_exchange.h"
 #include "swap/recovery.h"
 #include "words/upkeep.h"
 

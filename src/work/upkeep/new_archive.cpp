@@ -12,8 +12,8 @@
 #include "session/machine.h"
 #include "session/operation.h"
 #include "session/telling.h"
-#include "upkeep/archive_life.h"
 #include "upkeep/file_names.h"
+#include "upkeep/load_archive.h"
 #include "words/upkeep.h"
 
 namespace kestrova

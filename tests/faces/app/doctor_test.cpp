@@ -1,7 +1,8 @@
 #include "app/doctor.h"
 #include "editor/find_trle.h"
 
-#include "swap/swap_plan.h"
+#include "swap/swap_preview.h"
+#include "swap/verify.h"
 #include "world/tool_box.h"
 
 #include <algorithm>

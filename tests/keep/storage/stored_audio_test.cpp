@@ -1,7 +1,7 @@
 #include "conversion/audio_batch.h"
 #include "conversion/mp3_tools.h"
 #include "sandbox/sound_files.h"
-#include "storage/ready_files.h"
+#include "storage/game_files.h"
 #include "storage/storage.h"
 #include "storage/stored_audio.h"
 #include "storage/unstore.h"

@@ -6,10 +6,11 @@
 #include "intake/draft_files.h"
 #include "intake/draft_sources.h"
 #include "intake/left_intake.h"
-#include "levels/level_life.h"
+#include "levels/new_level.h"
+#include "levels/remove_level.h"
 #include "sandbox/faults.h"
-#include "upkeep/archive_life.h"
 #include "upkeep/leftovers.h"
+#include "upkeep/load_archive.h"
 #include "world/tool_box.h"
 #include "world/zip_builder.h"
 

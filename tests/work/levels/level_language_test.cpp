@@ -2,7 +2,8 @@
 
 #include "sandbox/faults.h"
 #include "swap/install.h"
-#include "swap/swap_plan.h"
+#include "swap/swap_preview.h"
+#include "swap/verify.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>

@@ -5,7 +5,8 @@
 #include "play/play_level.h"
 #include "swap/folder_guard.h"
 #include "swap/level_gaps.h"
-#include "swap/swap_plan.h"
+#include "swap/swap_preview.h"
+#include "swap/verify.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>

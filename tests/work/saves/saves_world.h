@@ -3,7 +3,7 @@
 #include "formats/savegame_info.h"
 #include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
-#include "swap/state_files.h"
+#include "swap/live_state.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>

@@ -9,8 +9,9 @@
 #include "swap/install.h"
 #include "swap/recovery.h"
 #include "swap/restore.h"
-#include "swap/swap_plan.h"
+#include "swap/swap_preview.h"
 #include "swap/swap_world.h"
+#include "swap/verify.h"
 #include "swap/waiting_in_trle.h"
 
 namespace kestrova::testing

@@ -7,8 +7,9 @@
 #include "sandbox/faults.h"
 #include "saves/bring_back.h"
 #include "swap/recovery.h"
-#include "swap/swap_plan.h"
+#include "swap/swap_preview.h"
 #include "swap/swap_world.h"
+#include "swap/verify.h"
 
 namespace kestrova::testing
 {

@@ -3,7 +3,7 @@
 #include "history/history.h"
 #include "history/standing.h"
 #include "storage/zl_file.h"
-#include "swap/swap_plan.h"
+#include "swap/swap_preview.h"
 #include "swap/swap_world.h"
 
 namespace kestrova::testing

@@ -4,8 +4,9 @@
 #include "swap/install.h"
 #include "swap/recovery.h"
 #include "swap/restore.h"
-#include "swap/swap_plan.h"
+#include "swap/swap_preview.h"
 #include "swap/swap_world.h"
+#include "swap/verify.h"
 
 namespace kestrova::testing
 {

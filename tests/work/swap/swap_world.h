@@ -2,7 +2,7 @@
 
 #include "history/standing.h"
 #include "swap/install.h"
-#include "swap/state_files.h"
+#include "swap/live_state.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>

@@ -4,11 +4,11 @@
 #include "core/leftovers.h"
 #include "pictures/convert.h"
 #include "sandbox/faults.h"
-#include "storage/ready_files.h"
+#include "storage/game_files.h"
 #include "storage/storage.h"
 #include "storage/zl_file.h"
-#include "upkeep/archive_life.h"
 #include "upkeep/leftovers.h"
+#include "upkeep/load_archive.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>

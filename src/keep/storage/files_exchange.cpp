@@ -1,4 +1,4 @@
-#include "storage/stored_form.h"
+#include "storage/files_exchange.h"
 
 #include "core/file_kinds.h"
 #include "core/look.h"

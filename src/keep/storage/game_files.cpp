@@ -1,13 +1,13 @@
-#include "storage/ready_files.h"
+#include "storage/game_files.h"
 
 #include "core/file_kinds.h"
 #include "core/removal.h"
 #include "pictures/bitmap.h"
 #include "pictures/convert.h"
 #include "storage/file_jobs.h"
-#include "storage/ready_audio.h"
+#include "storage/files_exchange.h"
+#include "storage/game_audio.h"
 #include "storage/storage.h"
-#include "storage/stored_form.h"
 #include "storage/zl_file.h"
 #include "words/storage.h"
 

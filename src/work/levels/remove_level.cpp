@@ -1,25 +1,19 @@
-#include "levels/level_life.h"
+#include "levels/remove_level.h"
 
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
-#include "archive/level_sizes.h"
-#include "archive/set_aside.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
-#include "core/removal.h"
-#include "core/staged_file.h"
 #include "formats/level_folder.h"
 #include "history/history.h"
+#include "history/players_files.h"
 #include "history/standing.h"
-#include "levels/unfinished_intake.h"
 #include "platform/files.h"
 #include "session/operation.h"
 #include "session/telling.h"
 #include "session/tree_progress.h"
 #include "swap/folder_guard.h"
 #include "swap/install.h"
-#include "swap/state_files.h"
-#include "words/common.h"
 #include "words/levels.h"
 #include "words/swap.h"
 
@@ -66,143 +60,6 @@ Status KeepPlayersFiles(Machine& machine, const Folders& folders, const Archive&
                  : Status{files.Error()};
 }
 
-} // namespace
-
-namespace
-{
-
-/// The name of the new level's folder is free afterwards, or an empty folder has it. What an older
-/// list may have known is set aside whole, and named.
-bool MakeWay(Session& session, const Path& folder)
-{
-    const auto fail = [&](const Failure& failure) {
-        TellFailure(session.host, GetMsg(Msg::CannotSetAside, {TextOf(folder)}), failure);
-        return false;
-    };
-    const auto isThere = IsFolder(folder);
-    if (!isThere)
-        return fail(isThere.Error());
-    if (!*isThere)
-        return true;
-    const auto unfinished = IsUnfinishedIntake(session.Folders(), session.archive, folder);
-    if (!unfinished)
-        return fail(unfinished.Error());
-    if (*unfinished)
-        if (const auto cleared = ClearUnfinishedIntake(folder); !cleared)
-            return fail(cleared.Error());
-    if (*unfinished)
-        return true;
-    const auto holds = HoldsAnything(ResolvePath(folder));
-    if (!holds)
-        return fail(holds.Error());
-    if (!*holds)
-        return true;
-    const auto names = SetAside(session, folder);
-    if (!names)
-        return fail(names.Error());
-    for (const Path& name : *names)
-        session.host.Tell(Tone::Warning,
-                          GetMsg(Msg::FolderSetAside, {TextOf(folder.filename()), TextOf(name)}));
-    return true;
-}
-
-} // namespace
-
-bool BeginNewLevel(Session& session, LevelRecord& level)
-{
-    if (!HasArchive(session.host, session.archive) ||
-        !IsArchiveFolderThere(session.host, session.archive))
-        return false;
-    level = LevelRecord{};
-    level.levelCode = NextLevelCode(session.archive);
-    const Path folder = LevelHomeOf(session.Folders(), level.levelCode);
-    if (!MakeWay(session, folder))
-        return false;
-    const Status made = MakeLevelSubfolders(folder);
-    if (made) {
-        // Without the mark a killed intake's folder would only be set aside.
-        (void)WriteWholeFile(IntakeMark(folder), {}, false);
-        return true;
-    }
-    TellFailure(session.host,
-                GetMsg(Msg::CannotCreateLevelFolders) +
-                    Readable(Trim(session.archive.header.secondaryFolder)) +
-                    GetMsg(Msg::ClosingBracket),
-                made.Error());
-    if (FolderExists(folder))
-        (void)RemoveTree(folder); // an empty folder may stay; the next level takes it
-    return false;
-}
-
-namespace
-{
-
-/// Saves a changed list of levels; a list that cannot be saved is put back. A write may fail after
-/// its file got its name, so the old list is written once more.
-bool SaveOrPutBack(Session& session, const Archive& before)
-{
-    if (SaveArchive(session))
-        return true;
-    session.archive = before;
-    (void)WriteArchive(session, before.file); // the failure has been told already
-    session.archive.dirty = before.dirty;
-    return false;
-}
-
-} // namespace
-
-bool FinishNewLevel(Session& session, const LevelRecord& level)
-{
-    // From here on the folder holds a whole level, whatever becomes of the list.
-    const Path folder = LevelHomeOf(session.Folders(), level.levelCode);
-    if (const auto whole = DropIntakeMark(folder); !whole) {
-        TellFailure(session.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
-                    whole.Error());
-        return false;
-    }
-    const Archive before = session.archive;
-    session.archive.levels.push_back(level);
-    session.archive.header.mainFolderSize += level.filesSize;
-    session.archive.header.secondaryFolderSize += level.extrasSize;
-    if (!SaveOrPutBack(session, before))
-        return false;
-    session.list.Refresh();
-    session.list.Select(level.levelCode);
-    return true;
-}
-
-bool ReplaceLevel(Session& session, const LevelRecord& level)
-{
-    const Archive before = session.archive;
-    const auto index = static_cast<std::size_t>(FindLevel(session.archive, level.levelCode));
-    const LevelRecord old = session.archive.levels[index];
-    CountLevelSize(session.archive, static_cast<double>(level.filesSize) - old.filesSize,
-                   SizeKind::Files, index);
-    CountLevelSize(session.archive, static_cast<double>(level.extrasSize) - old.extrasSize,
-                   SizeKind::Extras, index);
-    session.archive.levels[index] = level;
-    if (!SaveOrPutBack(session, before))
-        return false;
-    session.list.Refresh();
-    session.list.Select(level.levelCode);
-    return true;
-}
-
-void DropNewLevel(Session& session, const LevelRecord& level)
-{
-    const Path folder = LevelHomeOf(session.Folders(), level.levelCode);
-    {
-        const auto wait =
-            session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingNewLevelFolder));
-        if (FolderExists(folder) && !RemoveTreeWithProgress(session.host, folder, *wait))
-            session.host.Tell(Tone::Error, GetMsg(Msg::ErrorInRemovingFolder) + TextOf(folder));
-    }
-    session.list.Refresh();
-}
-
-namespace
-{
-
 /// The reasons for which a level stays, in the order in which they are told.
 bool MayBeRemoved(Session& session, LevelCode code)
 {
@@ -246,7 +103,7 @@ bool TakeOffList(Session& session, LevelCode code)
     session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))] =
         session.archive.levels.back();
     session.archive.levels.pop_back();
-    if (!SaveOrPutBack(session, before))
+    if (!SaveArchiveOrPutBack(session, before))
         return false;
     session.list.Refresh();
     return true;

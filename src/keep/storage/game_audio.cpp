@@ -1,11 +1,11 @@
-#include "storage/ready_audio.h"
+#include "storage/game_audio.h"
 
 #include "audio/mpeg_frames.h"
 #include "audio/ms_adpcm_writer.h"
 #include "conversion/audio_batch.h"
 #include "core/file_kinds.h"
 #include "session/telling.h"
-#include "storage/ready_files.h"
+#include "storage/game_files.h"
 #include "words/common.h"
 #include "words/conversion.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "storage/ready_files.h"
+#include "storage/game_files.h"
 #include "storage/storage.h"
 
 namespace kestrova

@@ -21,7 +21,6 @@ Load ReadLastArchive(Session& session);
 Status ReadArchiveRecords(Session& session, const Path& file);
 /// With a chooser. Cancelling answers False for a load, True for a save.
 bool AskLoadArchive(Session& session);
-bool AskSaveArchiveAs(Session& session);
 /// Asks for the main or the secondary folder when they are gone.
 bool CheckArchiveFolders(Session& session);
 

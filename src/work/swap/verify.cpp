@@ -1,4 +1,4 @@
-#include "swap/swap_plan.h"
+#include "swap/verify.h"
 
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
@@ -8,19 +8,15 @@
 #include "core/removal.h"
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
+#include "history/players_files.h"
 #include "history/swap_journal_file.h"
 #include "originals/backup_waves.h"
 #include "platform/file_content.h"
 #include "platform/folder_memory.h"
-#include "storage/ready_files.h"
-#include "storage/storage.h"
-#include "swap/backup.h"
+#include "storage/game_files.h"
 #include "swap/file_names.h"
-#include "swap/level_files.h"
 #include "swap/level_gaps.h"
 #include "swap/placements.h"
-#include "swap/state_files.h"
-#include "words/storage.h"
 #include "words/swap.h"
 
 #include <algorithm>
@@ -28,127 +24,6 @@
 
 namespace kestrova
 {
-
-namespace
-{
-
-Result<Path> FilesFolder(const Folders& folders, const Archive& archive, LevelCode code)
-{
-    const auto folder = LevelFolderOf(folders, archive, code);
-    if (!folder)
-        return Failure{folder.Error().code, folder.Error().reason, {}};
-    return InFolder(*folder, OnDisk::DirFiles);
-}
-
-/// The folder as it will be once the old level is out.
-struct Foresight {
-    NameSet gone;     ///< what the old level brought
-    NameSet restored; ///< what comes back
-
-    [[nodiscard]] bool WillStand(const Session& session, const std::string& name) const
-    {
-        const auto relative = SafeRelative(name);
-        return relative && (restored.Has(name) ||
-                            (!gone.Has(name) && FileExists(session.TrleFolder() / *relative)));
-    }
-};
-
-/// What stands there beside the originals, by marker and owner record.
-Result<Belongings> StandingBelongings(const Folders& folders, const Standing& standing)
-{
-    const auto bytes = ReadFileIfThere(folders.Marker());
-    if (!bytes)
-        return bytes.Error();
-    return BelongingsOf(ParseMarker(bytes->value_or(std::string{})), standing.owner);
-}
-
-void PlanRemoval(const Folders& folders, const PreferencesRecord& preferences,
-                 const Belongings& belongings, std::vector<PlannedFile>& plan, Foresight& foresight)
-{
-    for (const OwnedFile& file : belongings.added) {
-        const auto relative = SafeRelative(file.name);
-        const Path place = folders.trle / *relative;
-        if (StaysWithCompactBackup(preferences, file.name) || !FileExists(place))
-            continue;
-        plan.push_back({PlannedAction::Remove, Readable(file.name), FileSize(place)});
-        foresight.gone.Add(file.name);
-    }
-    for (const std::string& name : belongings.overwritten) {
-        const Path pristine = folders.Backup() / *SafeRelative(name);
-        if (!FileExists(pristine))
-            continue;
-        plan.push_back({PlannedAction::Restore, Readable(name), FileSize(pristine)});
-        foresight.restored.Add(name);
-    }
-}
-
-/// The `*.dat` files of the root once the old level is out, in listing order.
-Result<std::vector<Path>> DatFilesToCome(const Session& session, const Foresight& foresight)
-{
-    std::vector<Path> files;
-    NameSet known;
-    for (const Path& folder : {session.TrleFolder(), session.BackupFolder()}) {
-        const auto found = ListFiles(folder, OnDisk::PatDat);
-        if (!found)
-            return found.Error();
-        for (const Path& file : *found) {
-            const std::string name = file.filename().native();
-            if (known.Has(name) ||
-                !foresight.WillStand(session, std::string{OnDisk::FragRoot} + name))
-                continue;
-            known.Add(name);
-            files.push_back(file);
-        }
-    }
-    std::sort(files.begin(), files.end(), [](const Path& a, const Path& b) {
-        return UpperCase(a.filename().native()) < UpperCase(b.filename().native());
-    });
-    return files;
-}
-
-} // namespace
-
-Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
-{
-    if (FindLevel(session.archive, code) < 0)
-        return Failure{
-            ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
-    const platform::FolderMemory folders;
-    std::vector<PlannedFile> plan;
-    const auto standing = LookAtStanding(session.Folders(), session.archive);
-    if (!standing)
-        return standing.Error();
-    if (LevelStands(session.Folders(), session.archive, code))
-        return plan;
-    const auto belongings = StandingBelongings(session.Folders(), *standing);
-    if (!belongings)
-        return belongings.Error();
-    Foresight foresight;
-    PlanRemoval(session.Folders(), session.preferences, *belongings, plan, foresight);
-    if (code == originalCode)
-        return plan;
-    const auto source = FilesFolder(session.Folders(), session.archive, code);
-    if (!source)
-        return source.Error();
-    const auto files = PlanLevelFiles(*source);
-    if (!files)
-        return files.Error();
-    std::vector<std::string> refused;
-    const std::vector<Placement> placements = PlaceFiles(*files, refused);
-    for (const Placement& placement : placements)
-        plan.push_back({foresight.WillStand(session, placement.target) ? PlannedAction::Overwrite
-                                                                       : PlannedAction::Add,
-                        Readable(placement.target), placement.file.size});
-    const auto present = DatFilesToCome(session, foresight);
-    if (!present)
-        return present.Error();
-    const std::string language = LanguageFileToRemove(*present, placements);
-    if (!language.empty())
-        plan.push_back({PlannedAction::Remove, Readable(std::string{OnDisk::FragRoot} + language),
-                        std::max(FileSize(session.TrleFolder() / language),
-                                 FileSize(session.BackupFolder() / language))});
-    return plan;
-}
 
 namespace
 {
@@ -225,7 +100,7 @@ Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& l
                                            const Path& staging)
 {
     const bool ours = CurrentLevelCode(session.Folders(), session.archive) == level.code;
-    const Result<Path> source = ours ? FilesFolder(session.Folders(), session.archive, level.code)
+    const Result<Path> source = ours ? FilesFolderOf(session.Folders(), session.archive, level.code)
                                      : InFolder(HomeOf(session.Folders(), level), OnDisk::DirFiles);
     if (!source)
         return source.Error();
@@ -237,11 +112,6 @@ Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& l
     std::vector<std::string> refused;
     return PlaceFiles(*ready, refused);
 }
-
-} // namespace
-
-namespace
-{
 
 /// The sizes that files had when they were stored, by folded name.
 using NotedSizes = std::unordered_map<std::string, std::uint64_t>;
@@ -264,11 +134,6 @@ bool IsSmallerThanNoted(const NotedSizes& sizes, const ReadyFile& file)
     const auto noted = sizes.find(FoldCase(Trim(file.name)));
     return file.moved && noted != sizes.end() && file.size < noted->second;
 }
-
-} // namespace
-
-namespace
-{
 
 /// Originals that a swap could not bring back, as far as they are still not there, and waves that
 /// a compact backup does not hold.
@@ -382,7 +247,7 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
     if (FindLevel(session.archive, code) < 0)
         return Failure{
             ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
-    const auto source = FilesFolder(session.Folders(), session.archive, code);
+    const auto source = FilesFolderOf(session.Folders(), session.archive, code);
     if (!source)
         return source.Error();
     if (!FolderExists(*source))

@@ -2,11 +2,13 @@
 #include "archive/level_document.h"
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
-#include "levels/level_life.h"
+#include "levels/new_level.h"
+#include "levels/remove_level.h"
 #include "sandbox/faults.h"
-#include "upkeep/archive_life.h"
 #include "upkeep/archive_sizes.h"
+#include "upkeep/load_archive.h"
 #include "upkeep/new_archive.h"
+#include "upkeep/save_archive_as.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "upkeep/archive_life.h"
+#include "upkeep/load_archive.h"
 
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
@@ -12,7 +12,6 @@
 #include "session/telling.h"
 #include "upkeep/leftovers.h"
 #include "upkeep/new_archive.h"
-#include "words/archive.h"
 #include "words/upkeep.h"
 
 namespace kestrova
@@ -198,24 +197,6 @@ bool AskLoadArchive(Session& session)
     }
     return ReadAfterAsking(session, *file, saved,
                            GetMsg(Msg::CannotOpenArchive, {TextOf(*file)})) == Load::Done;
-}
-
-bool AskSaveArchiveAs(Session& session)
-{
-    const Operation operation{session};
-    if (!HasArchive(session.host, session.archive))
-        return false;
-    const auto file = session.host.ChooseSaveFile(
-        GetMsg(Msg::SaveArchiveTitle), GetMsg(Msg::SaveArchiveFilter), session.programFolder,
-        TextOf(session.ArchivePath().filename()));
-    if (!file)
-        return true;
-    if (const auto status = WriteArchive(session, *file); !status) {
-        TellFailure(session.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(*file), status.Error());
-        return false;
-    }
-    session.list.Refresh();
-    return true;
 }
 
 namespace

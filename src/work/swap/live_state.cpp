@@ -1,4 +1,4 @@
-#include "swap/state_files.h"
+#include "swap/live_state.h"
 
 #include "archive/level_folders.h"
 #include "core/copying.h"

@@ -1,0 +1,136 @@
+#include "levels/new_level.h"
+
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "archive/set_aside.h"
+#include "core/look.h"
+#include "core/removal.h"
+#include "core/staged_file.h"
+#include "levels/unfinished_intake.h"
+#include "session/telling.h"
+#include "session/tree_progress.h"
+#include "words/common.h"
+#include "words/levels.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// The name of the new level's folder is free afterwards, or an empty folder has it. What an older
+/// list may have known is set aside whole, and named.
+bool MakeWay(Session& session, const Path& folder)
+{
+    const auto fail = [&](const Failure& failure) {
+        TellFailure(session.host, GetMsg(Msg::CannotSetAside, {TextOf(folder)}), failure);
+        return false;
+    };
+    const auto isThere = IsFolder(folder);
+    if (!isThere)
+        return fail(isThere.Error());
+    if (!*isThere)
+        return true;
+    const auto unfinished = IsUnfinishedIntake(session.Folders(), session.archive, folder);
+    if (!unfinished)
+        return fail(unfinished.Error());
+    if (*unfinished)
+        if (const auto cleared = ClearUnfinishedIntake(folder); !cleared)
+            return fail(cleared.Error());
+    if (*unfinished)
+        return true;
+    const auto holds = HoldsAnything(ResolvePath(folder));
+    if (!holds)
+        return fail(holds.Error());
+    if (!*holds)
+        return true;
+    const auto names = SetAside(session, folder);
+    if (!names)
+        return fail(names.Error());
+    for (const Path& name : *names)
+        session.host.Tell(Tone::Warning,
+                          GetMsg(Msg::FolderSetAside, {TextOf(folder.filename()), TextOf(name)}));
+    return true;
+}
+
+} // namespace
+
+bool BeginNewLevel(Session& session, LevelRecord& level)
+{
+    if (!HasArchive(session.host, session.archive) ||
+        !IsArchiveFolderThere(session.host, session.archive))
+        return false;
+    level = LevelRecord{};
+    level.levelCode = NextLevelCode(session.archive);
+    const Path folder = LevelHomeOf(session.Folders(), level.levelCode);
+    if (!MakeWay(session, folder))
+        return false;
+    const Status made = MakeLevelSubfolders(folder);
+    if (made) {
+        // Without the mark a killed intake's folder would only be set aside.
+        (void)WriteWholeFile(IntakeMark(folder), {}, false);
+        return true;
+    }
+    TellFailure(session.host,
+                GetMsg(Msg::CannotCreateLevelFolders) +
+                    Readable(Trim(session.archive.header.secondaryFolder)) +
+                    GetMsg(Msg::ClosingBracket),
+                made.Error());
+    if (FolderExists(folder))
+        (void)RemoveTree(folder); // an empty folder may stay; the next level takes it
+    return false;
+}
+
+bool FinishNewLevel(Session& session, const LevelRecord& level)
+{
+    // From here on the folder holds a whole level, whatever becomes of the list.
+    const Path folder = LevelHomeOf(session.Folders(), level.levelCode);
+    if (const auto whole = DropIntakeMark(folder); !whole) {
+        TellFailure(session.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
+                    whole.Error());
+        return false;
+    }
+    const Archive before = session.archive;
+    session.archive.levels.push_back(level);
+    session.archive.header.mainFolderSize += level.filesSize;
+    session.archive.header.secondaryFolderSize += level.extrasSize;
+    if (!SaveArchiveOrPutBack(session, before))
+        return false;
+    session.list.Refresh();
+    session.list.Select(level.levelCode);
+    return true;
+}
+
+bool ReplaceLevel(Session& session, const LevelRecord& level)
+{
+    const Archive before = session.archive;
+    const auto index = static_cast<std::size_t>(FindLevel(session.archive, level.levelCode));
+    const LevelRecord old = session.archive.levels[index];
+    CountLevelSize(session.archive, static_cast<double>(level.filesSize) - old.filesSize,
+                   SizeKind::Files, index);
+    CountLevelSize(session.archive, static_cast<double>(level.extrasSize) - old.extrasSize,
+                   SizeKind::Extras, index);
+    session.archive.levels[index] = level;
+    if (!SaveArchiveOrPutBack(session, before))
+        return false;
+    session.list.Refresh();
+    session.list.Select(level.levelCode);
+    return true;
+}
+
+void DropNewLevel(Session& session, const LevelRecord& level)
+{
+    const Path folder = LevelHomeOf(session.Folders(), level.levelCode);
+    {
+        const auto wait =
+            session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingNewLevelFolder));
+        if (FolderExists(folder) && !RemoveTreeWithProgress(session.host, folder, *wait))
+            session.host.Tell(Tone::Error, GetMsg(Msg::ErrorInRemovingFolder) + TextOf(folder));
+    }
+    session.list.Refresh();
+}
+
+} // namespace kestrova

@@ -1,0 +1,81 @@
+#include "swap/level_placements.h"
+
+#include "archive/level_folders.h"
+#include "core/copying.h"
+#include "core/look.h"
+#include "core/name_list.h"
+#include "core/name_set.h"
+#include "formats/level_folder.h"
+#include "history/swap_journal_file.h"
+#include "session/telling.h"
+#include "storage/game_files.h"
+#include "swap/placements.h"
+#include "words/storage.h"
+#include "words/swap.h"
+
+#include <unordered_map>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool TellNoSpace(Host& host, Machine& machine, const Folders& folders, double need)
+{
+    const auto free = machine.FreeSpace(folders.trle);
+    const double bytes = free ? static_cast<double>(*free) : 0;
+    host.Tell(Tone::Error, GetMsg(Msg::NoSpaceForLevel, {FormatSize(need), FormatSize(bytes)}));
+    return false;
+}
+
+} // namespace
+
+bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
+                     std::vector<Placement>& placements)
+{
+    const auto home = LevelFolderOf(session.Folders(), session.archive, code);
+    if (!home) {
+        session.host.Tell(Tone::Error, home.Error().reason);
+        return false;
+    }
+    const Path source = InFolder(*home, OnDisk::DirFiles);
+    if (!FolderExists(source)) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::LevelFilesGone), TextOf(source));
+        return false;
+    }
+    const auto progress =
+        session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
+    auto ready = ReadyLevelFiles(session, source, staging, true, progress.get());
+    if (!ready) {
+        if (ready.Error().code == ErrorCode::NoSpace) {
+            double need = 0;
+            if (const auto plan = PlanLevelFiles(source))
+                for (const ReadyFile& file : *plan)
+                    need += static_cast<double>(file.size);
+            return TellNoSpace(session.host, session.machine, session.Folders(), need);
+        }
+        TellFailure(session.host, GetMsg(Msg::ErrorDecompressingFiles), ready.Error());
+        return false;
+    }
+    std::vector<std::string> refused;
+    placements = PlaceFiles(*ready, refused);
+    if (!refused.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::NamesLeftOut, {ShownNames(refused)}));
+
+    // What the old level leaves makes room, but its own files come out one by one before.
+    double need = 0;
+    for (const Placement& placement : placements)
+        if (!placement.file.moved)
+            need += static_cast<double>(placement.file.size);
+    double freed = 0;
+    if (const auto owner = ReadOwner(session.Folders()); owner && *owner)
+        for (const OwnedFile& file : (*owner)->added)
+            freed += static_cast<double>(file.size);
+    const auto free = session.machine.FreeSpace(session.TrleFolder());
+    if (free && need > static_cast<double>(*free) + freed)
+        return TellNoSpace(session.host, session.machine, session.Folders(), need);
+    return true;
+}
+
+} // namespace kestrova
