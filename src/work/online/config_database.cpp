@@ -1,0 +1,195 @@
+#include "online/config_database.h"
+
+#include "core/copying.h"
+#include "core/dates.h"
+#include "core/look.h"
+#include "core/text.h"
+#include "formats/config_entry.h"
+#include "formats/url_text.h"
+#include "online/download.h"
+#include "online/file_names.h"
+#include "online/url_file.h"
+#include "packages/level_config_file.h"
+#include "packages/package_list.h"
+#include "packages/unzip.h"
+#include "session/telling.h"
+#include "words/online.h"
+
+#include <unordered_map>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr double daysBetweenUpdates = 30;
+// Nobody answers more questions about one level than this.
+constexpr std::size_t mostQuestions = 20;
+constexpr std::uint64_t longestConfig = UINT64_C(64) << 20;
+
+/// Sizes of all files of a level, by their names without regard to case. It is listed once,
+/// however many entries ask.
+Result<std::unordered_map<std::string, std::uint64_t>> SizesIn(const Path& folder)
+{
+    const auto tree = ScanTree(folder);
+    if (!tree)
+        return tree.Error();
+    std::unordered_map<std::string, std::uint64_t> sizes;
+    for (const Path& file : tree->files)
+        sizes[FoldCase(ToBackslashes(file.lexically_relative(tree->folders.front())))] =
+            FileSize(file);
+    return sizes;
+}
+
+bool Wants(Host& host, const OnlineConfig& config)
+{
+    const std::string quoted =
+        config.level + GetMsg(Msg::OnlineQuote) + std::string{lineBreak} + std::string{lineBreak};
+    return host.AskYesNo(
+        GetMsg(Msg::OnlineConfigThere, {lineBreak, quoted, config.level, lineBreak, lineBreak}) +
+        config.level + GetMsg(Msg::OnlineConfigEnd));
+}
+
+/// The entry that the person takes.
+std::optional<OnlineConfig> Chosen(Host& host, const std::vector<OnlineConfig>& configs)
+{
+    for (std::size_t i = 0; i < configs.size() && i < mostQuestions; ++i)
+        if (Wants(host, configs[i]))
+            return configs[i];
+    return std::nullopt;
+}
+
+/// What the address calls the file, as a name that leads nowhere else.
+std::string NameFor(const std::string& url)
+{
+    const std::string name = ReplaceForbiddenChars(UrlFileName(url));
+    constexpr std::size_t longest = 200; // the part and its note beside it have names as well
+    const bool usable =
+        SafeName(name) && name.size() <= longest && !name.starts_with('.') && Trim(name) == name;
+    if (usable)
+        return name;
+    return EndsWithName(name, OnDisk::ZipEnding)
+               ? std::string{OnDisk::PlainConfigName} + std::string{OnDisk::ZipEnding}
+               : std::string{OnDisk::PlainConfigName};
+}
+
+bool BringsConfig(const std::vector<PackageEntry>& entries)
+{
+    const std::string name = LevelConfigPath({}).filename().native();
+    return std::any_of(entries.begin(), entries.end(),
+                       [&](const PackageEntry& entry) { return EqualNames(entry.name, name); });
+}
+
+/// Unpacks a package that brings a configuration file, guarded like any other.
+Status UnpackConfig(Host& host, Machine& machine, const Tools& tools, const Path& package,
+                    const Path& working)
+{
+    const auto progress = host.BeginProgress(
+        ProgressWindow::Progress, GetMsg(Msg::OnlineUnzipping, {TextOf(package.filename())}));
+    progress->AllowStop();
+    ToolProgressState state{progress.get()};
+    state.tell = [&](const std::string& text) { host.Tell(Tone::Plain, text); };
+    std::vector<PackageEntry> entries;
+    const auto failed = [&] { return Failure{ErrorCode::CannotRead, {}, state.error}; };
+    if (!ListZip(tools, package, entries, state))
+        return failed();
+    if (!BringsConfig(entries))
+        return Failure{ErrorCode::Missing, {}, GetMsg(Msg::OnlineNoConfig)};
+    UnpackGuard guard{machine, package, working};
+    UnzipOptions options;
+    options.guard = &guard;
+    return UnzipWithProgress(tools, package, working, options, state) ? Status{} : failed();
+}
+
+/// Copies a plain configuration file to its place in the level.
+Status PlaceConfig(const Path& file, const Path& working)
+{
+    const auto bytes = ReadWholeFile(file, longestConfig);
+    if (!bytes)
+        return bytes.Error();
+    if (!ParseLevelConfig(*bytes))
+        return Failure{ErrorCode::Damaged, {}, GetMsg(Msg::OnlineNoConfig)};
+    return CopyFileOver(file, LevelConfigPath(working));
+}
+
+/// Why the file that came is of no use: what the server answered instead, or what is wrong with it.
+std::string ReasonOf(const Downloaded& downloaded, const Failure& failure)
+{
+    const std::string answer = AnswerWords(downloaded);
+    return answer.empty() ? failure.reason : answer;
+}
+
+bool Fetch(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+           const OnlineConfig& config, const Path& working)
+{
+    // A folder of its own: a server's name for a file replaces nothing of the program's.
+    const Path place = InFolder(folders.program, OnDisk::DirOnlineTemp);
+    const Path target = place / NameFor(config.url);
+    const auto notDownloaded = [&](const std::string& reason) {
+        host.Tell(Tone::Error, GetMsg(Msg::OnlineDownloadFailed) + OnOneLine(config.url), reason);
+        return false;
+    };
+    if (const auto made = MakeFolders(place); !made)
+        return notDownloaded(made.Error().reason);
+    const auto downloaded = DownloadFile(host, machine, {config.url, target, longestConfig});
+    if (!downloaded)
+        return notDownloaded(downloaded.Error().reason);
+    const bool package = EndsWithName(target.native(), OnDisk::ZipEnding);
+    const auto placed = package ? UnpackConfig(host, machine, tools, target, working)
+                                : PlaceConfig(target, working);
+    (void)DeleteFile(target); // in a temporary folder; the next download replaces it
+    if (placed)
+        return true;
+    const std::string reason = ReasonOf(*downloaded, placed.Error());
+    if (!package)
+        return notDownloaded(reason);
+    host.Tell(Tone::Error, GetMsg(Msg::OnlineUnzipFailed) + TextOf(target), reason);
+    return false;
+}
+
+} // namespace
+
+bool WantsDatabaseUpdate(Host& host, Machine& machine, const Folders& folders)
+{
+    const auto list = LoadUrlList(UrlListPath(folders));
+    if (!list || list->updateDate + daysBetweenUpdates > DateSerialOf(machine.NowNs()))
+        return false;
+    const std::string gap = std::string{lineBreak} + std::string{lineBreak};
+    return host.AskYesNo(GetMsg(Msg::OnlineAdviseUpdate, {gap, gap}));
+}
+
+Result<std::vector<OnlineConfig>> ConfigsFor(const UrlList& list, const Path& working)
+{
+    const auto sizes = SizesIn(working);
+    if (!sizes)
+        return sizes.Error();
+    const auto sizeOf = [&](const Path& relative) -> std::optional<std::uint64_t> {
+        const auto found = sizes->find(FoldCase(ToBackslashes(relative)));
+        return found == sizes->end() ? std::nullopt : std::optional{found->second};
+    };
+    std::vector<OnlineConfig> configs;
+    for (const UrlRecord& record : list.records) {
+        if (record.kind != UrlKindConfig)
+            continue;
+        const auto entry = ParseConfigEntry(record.description);
+        if (entry && Matches(*entry, sizeOf))
+            configs.push_back({OnOneLine(entry->level), std::string{Trim(record.url)}});
+    }
+    return configs;
+}
+
+bool FindOnlineConfig(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+                      const Path& working)
+{
+    const auto list = LoadUrlList(UrlListPath(folders));
+    if (!list)
+        return false;
+    const auto configs = ConfigsFor(*list, working);
+    if (!configs)
+        return TellFolderNotRead(host, configs.Error());
+    const auto chosen = Chosen(host, *configs);
+    return chosen && Fetch(host, machine, folders, tools, *chosen, working);
+}
+
+} // namespace kestrova

@@ -1,0 +1,98 @@
+#include "online/make_urls.h"
+
+#include "core/dates.h"
+#include "core/look.h"
+#include "core/removal.h"
+#include "core/text.h"
+#include "formats/config_entry.h"
+#include "online/file_names.h"
+#include "packages/level_config_file.h"
+#include "packages/unzip.h"
+#include "words/online.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// A record that the text has at that place, counted from 1.
+Failure FaultOf(std::size_t record, std::string reason)
+{
+    return {ErrorCode::Refused, GetMsg(Msg::UrlJsonRecord, {std::to_string(record)}),
+            std::move(reason)};
+}
+
+/// What the configuration file in a package calls its level.
+Result<std::string> LevelIn(Host& host, Machine& machine, const Folders& folders,
+                            const Tools& tools, const Path& package)
+{
+    const WorkFolder place{InFolder(folders.program, OnDisk::DirOnlineUnpacked)};
+    const auto progress = host.BeginProgress(
+        ProgressWindow::Progress, GetMsg(Msg::OnlineUnzipping, {TextOf(package.filename())}));
+    progress->AllowStop();
+    ToolProgressState state{progress.get()};
+    UnpackGuard guard{machine, package, place.Folder()};
+    UnzipOptions options;
+    options.guard = &guard;
+    if (!UnzipWithProgress(tools, package, place.Folder(), options, state))
+        return Failure{ErrorCode::CannotRead, TextOf(package), state.error};
+    const auto bytes = ReadFileIfThere(LevelConfigPath(place.Folder()));
+    if (!bytes)
+        return bytes.Error();
+    if (*bytes)
+        if (const auto config = ParseLevelConfig(**bytes))
+            return std::string{Trim(config->name)};
+    return Failure{ErrorCode::Missing, TextOf(package), GetMsg(Msg::OnlineNoConfig)};
+}
+
+/// The text of an entry for a level, by the files that know it.
+Result<std::string> EntryText(const UrlDraft& draft, std::string level, const Path& base)
+{
+    ConfigEntry entry{std::move(level), {}};
+    for (const std::string& name : draft.files) {
+        const auto relative = SafeRelative(name);
+        if (!relative)
+            return relative.Error();
+        const Path file = base / Path{draft.folder} / *relative;
+        const auto facts = LookAt(file);
+        if (!facts)
+            return facts.Error();
+        if (facts->kind != platform::FileKind::File)
+            return MakeFailure(ErrorCode::Missing, TextOf(file),
+                               std::make_error_code(std::errc::no_such_file_or_directory));
+        entry.files.push_back({*relative, facts->size});
+    }
+    return FormatConfigEntry(entry);
+}
+
+} // namespace
+
+Result<UrlList> MakeUrls(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+                         std::string_view json, const Path& base)
+{
+    UrlJsonFault fault;
+    const auto drafts = ParseUrlJson(json, fault);
+    if (!drafts)
+        return FaultOf(fault.record, GetMsg(Msg::UrlJsonWrong));
+    UrlList list;
+    list.updateDate = drafts->updateDate.value_or(DateSerialOf(machine.NowNs()));
+    for (const UrlDraft& draft : drafts->records) {
+        list.records.push_back(draft.record);
+        if (draft.files.empty())
+            continue;
+        const std::size_t number = list.records.size();
+        auto level = draft.level.empty() && !draft.package.empty()
+                         ? LevelIn(host, machine, folders, tools, base / Path{draft.package})
+                         : Result<std::string>{draft.level};
+        auto text = level ? EntryText(draft, *level, base) : level;
+        if (!text)
+            return FaultOf(number, text.Error().code == ErrorCode::Refused
+                                       ? GetMsg(Msg::UrlJsonName, {text.Error().subject})
+                                       : text.Error().subject + ": " + text.Error().reason);
+        list.records.back().description = *text;
+    }
+    return list;
+}
+
+} // namespace kestrova

@@ -1,0 +1,180 @@
+#include "online/url_editor.h"
+
+#include "core/dates.h"
+#include "core/text.h"
+#include "formats/url_changes.h"
+#include "formats/url_text.h"
+#include "online/url_file.h"
+#include "session/telling.h"
+#include "words/online.h"
+
+#include <fmt/format.h>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// An address whose letters the list cannot hold, with them encoded as a browser does.
+std::string StorableUrl(const std::string& url)
+{
+    if (FitsWindows1252(url))
+        return url;
+    std::string encoded;
+    for (const char c : url) {
+        const auto byte = static_cast<unsigned char>(c);
+        encoded += byte < 0x80 ? std::string{c} : fmt::format("%{:02X}", byte);
+    }
+    return encoded;
+}
+
+} // namespace
+
+UrlEditor::UrlEditor(Host& host, Machine& machine, const Folders& folders, UpdateServers servers)
+    : host_(host), machine_(machine), folders_(folders), servers_(std::move(servers))
+{
+    auto loaded = LoadUrlList(UrlListPath(folders_));
+    if (loaded)
+        list_ = std::move(*loaded);
+    else
+        list_.updateDate = DateSerialOf(machine_.NowNs());
+    Show(kind);
+}
+
+void UrlEditor::Show(std::int32_t newKind)
+{
+    kind = newKind;
+    const auto rows = Rows();
+    selected = rows.empty() ? std::nullopt : std::optional{rows.front()};
+}
+
+UrlRecord* UrlEditor::Selected()
+{
+    if (selected && *selected < list_.records.size())
+        return &list_.records[*selected];
+    host_.Tell(Tone::Error, GetMsg(Msg::UrlNoItem));
+    return nullptr;
+}
+
+bool UrlEditor::AcceptsDoubles(const UrlRecord& entry, std::optional<std::size_t> except)
+{
+    const std::string lineEnd{lineBreak};
+    for (const UrlDouble& twin : DoublesOf(list_, entry, except)) {
+        const UrlRecord& old = list_.records[twin.record];
+        const std::string told =
+            twin.sameUrl
+                ? GetMsg(Msg::UrlSameUrl, {lineEnd + old.description + lineEnd})
+                : GetMsg(Msg::UrlSameHost, {UrlHostPart(entry.url), lineEnd + old.url + lineEnd +
+                                                                        old.description + lineEnd});
+        if (!host_.AskYesNo(told))
+            return false;
+    }
+    return true;
+}
+
+bool UrlEditor::AddRecord(const std::string& description, const std::string& url)
+{
+    const UrlRecord entry{StorableUrl(url), description, kind, true};
+    if (!AcceptsDoubles(entry, {}))
+        return false;
+    list_.records.push_back(entry);
+    changed_ = true;
+    Show(kind);
+    return true;
+}
+
+bool UrlEditor::ChangeRecord(const std::string& description, const std::string& url)
+{
+    UrlRecord* const record = Selected();
+    if (record == nullptr)
+        return false;
+    UrlRecord entry = *record;
+    entry.description = description;
+    entry.url = StorableUrl(url);
+    if (!AcceptsDoubles(entry, selected))
+        return false;
+    changed_ = changed_ || entry != *record;
+    *record = entry;
+    return true;
+}
+
+void UrlEditor::Add()
+{
+    const std::string title = GetMsg(Msg::UrlInsertTitle);
+    const auto description = host_.AskText(GetMsg(Msg::UrlInsertDescription), {}, title);
+    if (!description || description->empty())
+        return;
+    const auto url = host_.AskText(GetMsg(Msg::UrlInsertUrl), {}, title);
+    if (url && !url->empty())
+        AddRecord(*description, *url);
+}
+
+void UrlEditor::Change()
+{
+    const UrlRecord* const record = Selected();
+    if (record == nullptr)
+        return;
+    const std::string title = GetMsg(Msg::UrlChangeTitle);
+    const auto description =
+        host_.AskText(GetMsg(Msg::UrlChangeDescription), record->description, title);
+    if (!description || description->empty())
+        return;
+    const auto url = host_.AskText(GetMsg(Msg::UrlChangeUrl), record->url, title);
+    if (url && !url->empty())
+        ChangeRecord(*description, *url);
+}
+
+void UrlEditor::Remove()
+{
+    const UrlRecord* const record = Selected();
+    if (record == nullptr ||
+        !host_.AskYesNo(GetMsg(Msg::UrlSureRemove) + OnOneLine(record->description)))
+        return;
+    list_.records.erase(list_.records.begin() + static_cast<std::ptrdiff_t>(*selected));
+    changed_ = true;
+    Show(kind);
+}
+
+void UrlEditor::Copy(const std::function<void(const std::string&)>& toClipboard)
+{
+    if (const UrlRecord* const record = Selected()) {
+        toClipboard(record->url);
+        host_.Tell(Tone::Plain, GetMsg(Msg::UrlCopied));
+    }
+}
+
+void UrlEditor::Go()
+{
+    if (const UrlRecord* const record = Selected())
+        OpenUrl(host_, machine_, folders_, record->url);
+}
+
+bool UrlEditor::Update()
+{
+    if (!UpdateUrls(host_, machine_, folders_, servers_, list_))
+        return false;
+    changed_ = true;
+    Show(kind);
+    return true;
+}
+
+bool UrlEditor::Save()
+{
+    if (!changed_)
+        return true;
+    const Path file = UrlListPath(folders_);
+    if (const auto saved = SaveUrlList(file, list_); !saved) {
+        host_.Tell(Tone::Error, GetMsg(Msg::UrlListNotSaved) + TextOf(file), saved.Error().reason);
+        return false;
+    }
+    changed_ = false;
+    return true;
+}
+
+bool UrlEditor::MayLeave()
+{
+    return !changed_ || host_.AskYesNo(GetMsg(Msg::UrlListChanged, {lineBreak}), Consent::Explicit);
+}
+
+} // namespace kestrova

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "online/url_update.h"
+
+#include <functional>
+#include <optional>
+
+namespace kestrova
+{
+
+/// The list of web addresses while it is looked at and edited: what `Dialog_Siti` shows and does.
+/// The file changes only in `Save`.
+class UrlEditor
+{
+public:
+    UrlEditor(Host& host, Machine& machine, const Folders& folders, UpdateServers servers);
+
+    /// The kind that is shown; the window moves it, and `selected` with it.
+    std::int32_t kind = UrlKindLevels;
+    /// The chosen record's place in the list.
+    std::optional<std::size_t> selected;
+
+    [[nodiscard]] const UrlList& List() const { return list_; }
+    [[nodiscard]] bool IsChanged() const { return changed_; }
+    /// Shows a kind; its first record is the chosen one.
+    void Show(std::int32_t newKind);
+    /// Places of the shown records.
+    [[nodiscard]] std::vector<std::size_t> Rows() const { return ListedRecords(list_, kind); }
+
+    /// What the buttons do. All of them ask, tell and refuse by themselves.
+    void Add();
+    void Change();
+    void Remove();
+    void Copy(const std::function<void(const std::string&)>& toClipboard);
+    void Go();
+    bool Update();
+    /// The same for texts that are known. False when the person wants no double.
+    bool AddRecord(const std::string& description, const std::string& url);
+    bool ChangeRecord(const std::string& description, const std::string& url);
+
+    /// False, in words, when the list could not be written: then the window stays.
+    bool Save();
+    /// False when the person wants to go on.
+    bool MayLeave();
+
+private:
+    /// The chosen record; none, in words, without one.
+    UrlRecord* Selected();
+    bool AcceptsDoubles(const UrlRecord& entry, std::optional<std::size_t> except);
+
+    Host& host_;
+    Machine& machine_;
+    Folders folders_;
+    UpdateServers servers_;
+    UrlList list_;
+    bool changed_ = false;
+};
+
+} // namespace kestrova
