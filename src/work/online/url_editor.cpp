@@ -150,8 +150,9 @@ void UrlEditor::Go()
         OpenUrl(host_, machine_, folders_, record->url);
 }
 
-bool UrlEditor::Update()
+bool UrlEditor::Update(const std::function<void(const std::string&)>& showLine)
 {
+    showLine(GetMsg(Msg::UrlListUpdating));
     if (!UpdateUrls(host_, machine_, folders_, servers_, list_))
         return false;
     changed_ = true;

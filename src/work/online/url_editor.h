@@ -33,7 +33,8 @@ public:
     void Remove();
     void Copy(const std::function<void(const std::string&)>& toClipboard);
     void Go();
-    bool Update();
+    /// `showLine`: in the place of the address, while the list is on its way.
+    bool Update(const std::function<void(const std::string&)>& showLine);
     /// The same for texts that are known. False when the person wants no double.
     bool AddRecord(const std::string& description, const std::string& url);
     bool ChangeRecord(const std::string& description, const std::string& url);

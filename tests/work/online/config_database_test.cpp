@@ -1,6 +1,7 @@
 #include "online/config_database.h"
 
 #include "core/dates.h"
+#include "core/staged_file.h"
 #include "core/text.h"
 #include "online/url_file.h"
 #include "packages/level_config_file.h"
@@ -42,11 +43,11 @@ public:
     void SetList(const std::vector<std::pair<std::string, std::string>>& entries,
                  double daysOld = 0)
     {
-        UrlList list;
-        list.updateDate = DateSerialOf(machine.now) - daysOld;
+        UrlList urls;
+        urls.updateDate = DateSerialOf(machine.now) - daysOld;
         for (const auto& [description, url] : entries)
-            list.records.push_back({url, description, UrlKindConfig, false});
-        EXPECT_TRUE(SaveUrlList(UrlListPath(folders), list));
+            urls.records.push_back({url, description, UrlKindConfig, false});
+        EXPECT_TRUE(SaveUrlList(UrlListPath(folders), urls));
     }
     bool Find()
     {

@@ -196,41 +196,43 @@ TEST(DownloadFile, SaysNothingOfTheNetworkAndAllOfTheDisk)
     const ScriptedServer server{[](const Connection& client) {
         client.Send(Answer("200 OK", "Content-Length: 2000000\r\n") + "abc");
     }};
-    box.Write("old", "old");
-    const auto cut = DownloadFile(box.host, box.machine, {server.Address("/a"), box / "old"});
+    box.Write("own/old", "old");
+    const auto cut = DownloadFile(box.host, box.machine, {server.Address("/a"), box / "own/old"});
     ASSERT_FALSE(cut);
     EXPECT_THAT(cut.Error().reason, HasSubstr("ended before the whole file"));
-    const auto bad = DownloadFile(box.host, box.machine, {"file:///etc/passwd", box / "old"});
+    const auto bad = DownloadFile(box.host, box.machine, {"file:///etc/passwd", box / "own/old"});
     ASSERT_FALSE(bad);
     const auto tooLong =
-        DownloadFile(box.host, box.machine, {server.Address("/a"), box / "old", 1'000});
+        DownloadFile(box.host, box.machine, {server.Address("/a"), box / "own/old", 1'000});
     ASSERT_FALSE(tooLong);
     EXPECT_TRUE(box.host.told.empty()) << box.host.AllTold();
 
     box.machine.free = 1'000'000;
-    const auto full = DownloadFile(box.host, box.machine, {server.Address("/a"), box / "old"});
+    const auto full = DownloadFile(box.host, box.machine, {server.Address("/a"), box / "own/old"});
     ASSERT_FALSE(full);
     EXPECT_EQ(full.Error().code, ErrorCode::NoSpace);
     EXPECT_TRUE(box.host.WasTold("Download error: "));
-    box.Write("folder/file", "");
-    EXPECT_FALSE(DownloadFile(box.host, box.machine, {server.Address("/a"), box / "folder"}));
+    box.Write("own/folder/file", "");
+    EXPECT_FALSE(DownloadFile(box.host, box.machine, {server.Address("/a"), box / "own/folder"}));
     EXPECT_EQ(box.host.told.size(), 2u) << box.host.AllTold();
-    EXPECT_EQ(box.Read("old"), "old");
-    EXPECT_EQ(NamesIn(box.root).size(), 2u);
+    EXPECT_EQ(box.Read("own/old"), "old");
+    EXPECT_EQ(NamesIn(box / "own").size(), 2u);
 }
 
 TEST(DownloadFile, AGivenUpOneIsHeardWhileTheServerSaysNothing)
 {
     World box;
+    ASSERT_TRUE(MakeFolder(box / "own"));
     const ScriptedServer server{[](const Connection& client) { client.Wait(); }};
     box.host.StopAtStep(2);
     const auto start = Clock::now();
-    const auto stopped = DownloadFile(box.host, box.machine, {server.Address("/x.zip"), box / "x"});
+    const auto stopped =
+        DownloadFile(box.host, box.machine, {server.Address("/x.zip"), box / "own/x"});
     EXPECT_LT(Clock::now() - start, soon);
     ASSERT_FALSE(stopped);
     EXPECT_EQ(stopped.Error().code, ErrorCode::Stopped);
     EXPECT_EQ(box.host.progressTexts.front(), "Waiting response to download x.zip");
-    EXPECT_TRUE(NamesIn(box.root).empty());
+    EXPECT_TRUE(NamesIn(box / "own").empty());
 }
 
 TEST(DownloadFile, WithoutALengthTellsTheGrowingSize)
