@@ -21,48 +21,44 @@ Path LevelConfigPath(const Path& folder)
     return InFolder(folder, OnDisk::FragLevelConfig);
 }
 
-bool ReadLevelConfig(Host& host, const Path& file, LevelConfig& config)
+Result<LevelConfig> ReadLevelConfig(const Path& file)
 {
-    const auto failed = [&](Message words, const std::string& reason) {
-        host.Tell(Tone::Error, GetMsg(words) + TextOf(file), reason);
-        return false;
+    const auto failed = [&](Message words, ErrorCode code, const std::string& reason) {
+        return Failure{code, TextOf(file), reason, {}, GetMsg(words) + TextOf(file)};
     };
     const auto isThere = IsFile(file);
     if (!isThere)
-        return failed(Msg::ConfigErrorOpening, isThere.Error().reason);
-    if (!*isThere) {
-        host.Tell(Tone::Error, GetMsg(Msg::ConfigNotFound, {TextOf(file)}));
-        return false;
-    }
+        return failed(Msg::ConfigErrorOpening, isThere.Error().code, isThere.Error().reason);
+    if (!*isThere)
+        return Saying(GetMsg(Msg::ConfigNotFound, {TextOf(file)}),
+                      MakeFailure(ErrorCode::Missing, TextOf(file)));
     platform::File opened;
     if (const auto failure = platform::File::OpenForRead(ResolvePath(file), opened))
-        return failed(Msg::ConfigErrorOpening, failure.message());
+        return failed(Msg::ConfigErrorOpening, ErrorCode::CannotOpen, failure.message());
     const auto bytes = ReadWholeFile(file, sizeLimit);
     if (!bytes)
-        return failed(Msg::ConfigErrorReading, bytes.Error().reason);
+        return failed(Msg::ConfigErrorReading, bytes.Error().code, bytes.Error().reason);
     auto read = ParseLevelConfig(*bytes);
     if (!read)
-        return failed(Msg::ConfigErrorReading, GetMsg(Msg::ConfigDamaged));
-    config = std::move(read).Value();
-    return true;
+        return failed(Msg::ConfigErrorReading, ErrorCode::Damaged, GetMsg(Msg::ConfigDamaged));
+    return read;
 }
 
-bool WriteLevelConfig(Host& host, const Path& file, const LevelConfig& config, OldConfig old)
+Status WriteLevelConfig(const Path& file, const LevelConfig& config, OldConfig old)
 {
-    const auto failed = [&](Message words, const std::string& reason) {
-        host.Tell(Tone::Error, GetMsg(words) + TextOf(file), reason);
-        return false;
+    const auto failed = [&](Message words, ErrorCode code, const std::string& reason) {
+        return Failure{code, TextOf(file), reason, {}, GetMsg(words) + TextOf(file)};
     };
     const auto bytes = FormatLevelConfig(config);
     if (!bytes)
-        return failed(Msg::ConfigErrorWriting, GetMsg(Msg::ConfigTextTooLong));
+        return failed(Msg::ConfigErrorWriting, ErrorCode::Refused, GetMsg(Msg::ConfigTextTooLong));
     const auto status =
         old == OldConfig::Replaced ? WriteWholeFile(file, *bytes) : WriteRecordFile(file, *bytes);
     if (!status)
         return failed(status.Error().code == ErrorCode::CannotOpen ? Msg::ConfigErrorOpeningWrite
                                                                    : Msg::ConfigErrorWriting,
-                      status.Error().reason);
-    return true;
+                      status.Error().code, status.Error().reason);
+    return {};
 }
 
 } // namespace kestrova

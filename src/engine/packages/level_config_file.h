@@ -1,19 +1,18 @@
 #pragma once
 
+#include "core/files.h"
 #include "formats/level_config.h"
-#include "session/host.h"
 
 namespace kestrova
 {
 
 /// Where a folder of level files has its configuration file.
 Path LevelConfigPath(const Path& folder);
-/// Shows its failure; `config` is as it was then.
-bool ReadLevelConfig(Host& host, const Path& file, LevelConfig& config);
+Result<LevelConfig> ReadLevelConfig(const Path& file);
 /// What an old longer file leaves of itself.
 enum class OldConfig { KeepsItsTail, Replaced };
-/// Shows its failure; the file is as it was then.
-bool WriteLevelConfig(Host& host, const Path& file, const LevelConfig& config,
-                      OldConfig old = OldConfig::KeepsItsTail);
+/// The file is as it was after a failure.
+Status WriteLevelConfig(const Path& file, const LevelConfig& config,
+                        OldConfig old = OldConfig::KeepsItsTail);
 
 } // namespace kestrova

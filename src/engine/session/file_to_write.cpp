@@ -8,38 +8,33 @@
 namespace kestrova
 {
 
-std::optional<Path> FileToWrite(Host& host, const Path& named)
+Result<Path> FileToWrite(const Path& named)
 {
     const auto place = FindPath(named);
     const auto facts = place ? LookAt(*place) : place.Error();
-    if (!facts) {
-        TellFolderNotRead(host, facts.Error());
-        return {};
-    }
+    if (!facts)
+        return FolderNotRead(facts.Error());
     if (facts->kind == platform::FileKind::Missing) {
         Path behind; // a link whose file is not there yet stays a link
         return platform::LinkTarget(*place, behind) ? *place : place->parent_path() / behind;
     }
-    if (facts->kind != platform::FileKind::File) {
-        host.Tell(Tone::Error, GetMsg(Msg::WriteNoFile, {TextOf(named)}));
-        return {};
-    }
+    if (facts->kind != platform::FileKind::File)
+        return Saying(GetMsg(Msg::WriteNoFile, {TextOf(named)}),
+                      MakeFailure(ErrorCode::Refused, TextOf(named)));
     Path behind;
     return platform::RealPath(*place, behind) ? *place : behind;
 }
 
-std::optional<Path> FileToReplace(Host& host, const Path& named)
+Result<Path> FileToReplace(Host& host, const Path& named)
 {
-    auto file = FileToWrite(host, named);
+    auto file = FileToWrite(named);
     if (!file)
-        return {};
+        return file;
     const auto isFree = IsFree(*file);
-    if (!isFree) {
-        TellFolderNotRead(host, isFree.Error());
-        return {};
-    }
+    if (!isFree)
+        return FolderNotRead(isFree.Error());
     if (!*isFree && !host.AskYesNo(GetMsg(Msg::AskReplaceZip, {TextOf(*file)})))
-        return {};
+        return MakeFailure(ErrorCode::Stopped, TextOf(*file));
     return file;
 }
 

@@ -9,43 +9,44 @@
 namespace kestrova
 {
 
-bool HoldFolder(Host& host, FolderLocks& locks, const Path& folder)
+Status HoldFolder(FolderLocks& locks, const Path& folder)
 {
     if (folder.empty())
-        return true;
+        return {};
     const auto isThere = IsFolder(folder);
     if (!isThere)
-        return TellFolderNotRead(host, isThere.Error());
+        return FolderNotRead(isThere.Error());
     if (!*isThere)
-        return true;
-    const auto status = locks.Hold(folder);
+        return {};
+    auto status = locks.Hold(folder);
     if (status)
-        return true;
-    if (status.Error().code == ErrorCode::Refused)
-        host.Tell(Tone::Error,
-                  GetMsg(Msg::HeldByAnother,
-                         {TextOf(folder), status.Error().reason.empty() ? GetMsg(Msg::LockWordsNone)
-                                                                        : status.Error().reason}));
-    else
-        TellFailure(host, GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), status.Error());
-    return false;
+        return {};
+    Failure failure = status.Error();
+    if (failure.code != ErrorCode::Refused)
+        return Saying(GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), std::move(failure));
+    const std::string holder =
+        failure.reason.empty() ? GetMsg(Msg::LockWordsNone) : std::exchange(failure.reason, {});
+    failure.subject = TextOf(folder);
+    return Saying(GetMsg(Msg::HeldByAnother, {TextOf(folder), holder}), std::move(failure));
 }
 
-bool HoldArchiveFolder(Host& host, FolderLocks& locks, const Folders& folders, const Path& folder)
+Status HoldArchiveFolder(FolderLocks& locks, const Folders& folders, const Path& folder)
 {
-    if (!HoldFolder(host, locks, folder))
-        return false;
+    if (auto status = HoldFolder(locks, folder); !status)
+        return status;
     const Path before = locks.SetArchiveFolder(folder);
     const auto isOneOf = [&](const Path& other) { return platform::IsSameFile(before, other); };
     if (!before.empty() && !isOneOf(folder) && !isOneOf(folders.program) && !isOneOf(folders.trle))
         locks.Release(before);
-    return true;
+    return {};
 }
 
-bool HoldFolders(Host& host, FolderLocks& locks, const Folders& folders)
+Status HoldFolders(FolderLocks& locks, const Folders& folders)
 {
-    return HoldFolder(host, locks, folders.program) && HoldFolder(host, locks, folders.trle) &&
-           HoldArchiveFolder(host, locks, folders, folders.levels);
+    for (const Path& folder : {folders.program, folders.trle})
+        if (auto status = HoldFolder(locks, folder); !status)
+            return status;
+    return HoldArchiveFolder(locks, folders, folders.levels);
 }
 
 } // namespace kestrova

@@ -50,8 +50,10 @@ class Host
 public:
     virtual ~Host() = default;
 
-    /// `reason`: the system's own words, shown smaller beside the text.
-    virtual void Tell(Tone tone, const std::string& text, const std::string& reason = {}) = 0;
+    /// `reason`: the system's own words, shown smaller beside the text. `details`: a tool's last
+    /// lines or a list, which a window folds away.
+    virtual void Tell(Tone tone, const std::string& text, const std::string& reason = {},
+                      const std::string& details = {}) = 0;
     virtual bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) = 0;
     virtual bool AskOkCancel(const std::string& text) = 0;
     virtual YesNoCancel AskYesNoCancel(const std::string& text) = 0;

@@ -1,18 +1,16 @@
 #include "session/log_file.h"
 
-#include "session/telling.h"
 #include "words/session.h"
 
 namespace kestrova
 {
 
-void WriteActivityLog(Host& host, const Folders& folders, const PreferencesRecord& preferences,
-                      const ActivityLog& log)
+Status WriteActivityLog(const Folders& folders, const PreferencesRecord& preferences,
+                        const ActivityLog& log)
 {
     if (!preferences.writeLogFiles)
-        return;
-    if (const auto status = WriteLogFile(folders.program, log); !status)
-        TellFailure(host, GetMsg(Msg::CannotWriteLog), status.Error());
+        return {};
+    return Saying(GetMsg(Msg::CannotWriteLog), WriteLogFile(folders.program, log));
 }
 
 } // namespace kestrova

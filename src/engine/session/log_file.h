@@ -3,13 +3,12 @@
 #include "core/activity_log.h"
 #include "formats/preferences.h"
 #include "session/folders.h"
-#include "session/host.h"
 
 namespace kestrova
 {
 
 /// Writes the log as a new file of the program's folder when the preferences ask for it.
-void WriteActivityLog(Host& host, const Folders& folders, const PreferencesRecord& preferences,
-                      const ActivityLog& log);
+Status WriteActivityLog(const Folders& folders, const PreferencesRecord& preferences,
+                        const ActivityLog& log);
 
 } // namespace kestrova

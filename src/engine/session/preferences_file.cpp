@@ -2,7 +2,6 @@
 
 #include "core/staged_file.h"
 #include "formats/program_folder.h"
-#include "session/telling.h"
 #include "words/session.h"
 
 namespace kestrova
@@ -50,13 +49,11 @@ Status WritePreferencesFile(const Folders& folders, PreferencesRecord& preferenc
     return WriteRecordFile(FileOf(folders), bytes);
 }
 
-bool SavePreferencesNow(Host& host, const Folders& folders, PreferencesRecord& preferences,
-                        ProgramSettings& settings)
+Status SavePreferencesNow(const Folders& folders, PreferencesRecord& preferences,
+                          ProgramSettings& settings)
 {
-    const auto status = WritePreferencesFile(folders, preferences, settings);
-    if (!status)
-        TellFailure(host, GetMsg(Msg::PreferencesNotSaved), status.Error());
-    return static_cast<bool>(status);
+    return Saying(GetMsg(Msg::PreferencesNotSaved),
+                  WritePreferencesFile(folders, preferences, settings));
 }
 
 } // namespace kestrova

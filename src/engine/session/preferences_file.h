@@ -11,8 +11,8 @@ bool ReadPreferencesFile(Session& session);
 /// Writes `Kestrova.prf` and `kestrova.ini`; nothing when they hold this already.
 Status WritePreferencesFile(const Folders& folders, PreferencesRecord& preferences,
                             ProgramSettings& settings);
-/// The same after every change that must not be lost; shows its failure.
-bool SavePreferencesNow(Host& host, const Folders& folders, PreferencesRecord& preferences,
-                        ProgramSettings& settings);
+/// The same after every change that must not be lost; the failure says so in words.
+Status SavePreferencesNow(const Folders& folders, PreferencesRecord& preferences,
+                          ProgramSettings& settings);
 
 } // namespace kestrova

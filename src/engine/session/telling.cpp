@@ -9,11 +9,34 @@ namespace kestrova
 
 void TellFailure(Host& host, const std::string& text, const Failure& failure)
 {
+    const std::string& what = failure.sentence.empty() ? failure.subject : failure.sentence;
     // A text that names the file already does not name it twice.
-    std::string reason = text.find(failure.subject) == std::string::npos ? failure.subject : "";
+    std::string reason = text.find(what) == std::string::npos ? what : "";
     if (!failure.reason.empty())
         reason += (reason.empty() ? "" : ": ") + failure.reason;
-    host.Tell(Tone::Error, text, reason);
+    host.Tell(Tone::Error, text, reason, failure.details);
+}
+
+void TellFailure(Host& host, const Failure& failure)
+{
+    if (failure.code == ErrorCode::Stopped && failure.sentence.empty())
+        return;
+    Failure rest = failure;
+    rest.sentence.clear();
+    TellFailure(host, failure.sentence, rest);
+}
+
+bool DoneOrTold(Host& host, const Status& status)
+{
+    if (!status)
+        TellFailure(host, status.Error());
+    return bool{status};
+}
+
+Failure FolderNotRead(Failure failure)
+{
+    std::string words = GetMsg(Msg::FolderNotRead, {failure.subject});
+    return Saying(std::move(words), std::move(failure));
 }
 
 bool TellFolderNotRead(Host& host, const Failure& failure)

@@ -2,14 +2,13 @@
 
 #include "core/look.h"
 #include "core/removal.h"
-#include "session/telling.h"
 #include "words/common.h"
 #include "words/session.h"
 
 namespace kestrova
 {
 
-bool RemoveTreeWithProgress(Host& host, const Path& folder, ProgressScope& progress)
+Status RemoveTreeWithProgress(const Path& folder, ProgressScope& progress)
 {
     progress.SetLabel(GetMsg(Msg::ScanningFiles));
     progress.SetBar(0, 0);
@@ -21,10 +20,9 @@ bool RemoveTreeWithProgress(Host& host, const Path& folder, ProgressScope& progr
     for (std::size_t i = 0; i < tree->files.size(); ++i) {
         if (const auto failure = platform::Unlink(tree->files[i]);
             failure && failure != std::errc::no_such_file_or_directory) {
-            TellFailure(host, GetMsg(Msg::ErrorRemovingFile) + TextOf(tree->files[i]),
-                        MakeFailure(ErrorCode::CannotDelete, TextOf(tree->files[i]), failure));
             progress.SetLabel(GetMsg(Msg::ErrorRemovingFiles));
-            return false;
+            return Saying(GetMsg(Msg::ErrorRemovingFile) + TextOf(tree->files[i]),
+                          MakeFailure(ErrorCode::CannotDelete, TextOf(tree->files[i]), failure));
         }
         progress.SetBar(i + 1, tree->files.size());
         progress.Step();
@@ -32,40 +30,33 @@ bool RemoveTreeWithProgress(Host& host, const Path& folder, ProgressScope& progr
     progress.SetLabel(GetMsg(Msg::RemovingFolders));
     for (std::size_t i = tree->folders.size(); i-- > 0;) {
         // What a listing does not show (links, staged leftovers) goes with its folder.
-        if (const auto status = RemoveTree(tree->folders[i], alive); !status) {
-            TellFailure(host, GetMsg(Msg::ErrorDeletingFolder) + TextOf(tree->folders[i]),
-                        status.Error());
-            return false;
-        }
+        if (auto status = RemoveTree(tree->folders[i], alive); !status)
+            return Saying(GetMsg(Msg::ErrorDeletingFolder) + TextOf(tree->folders[i]), status);
         progress.SetBar(i, tree->folders.size());
         progress.Step();
     }
     progress.SetLabel({});
     progress.SetBar(0, 0);
-    return true;
+    return {};
 }
 
-bool CopyTreeWithProgress(Host& host, const Path& source, const Path& target,
-                          ProgressScope* progress, Verify verify)
+Status CopyTreeWithProgress(const Path& source, const Path& target, ProgressScope* progress,
+                            Verify verify)
 {
     const Path root = ResolvePath(source);
     const auto alive = [&] { return progress == nullptr || (progress->Step(), true); };
     const auto tree = ScanTree(root, alive);
-    if (!tree) {
-        TellFailure(host, GetMsg(Msg::ErrorCopyingFileTo, {TextOf(root)}) + TextOf(target) + "'",
-                    tree.Error());
-        return false;
-    }
+    if (!tree)
+        return Saying(GetMsg(Msg::ErrorCopyingFileTo, {TextOf(root)}) + TextOf(target) + "'",
+                      tree.Error());
     std::uint64_t total = 0;
     for (const Path& file : tree->files)
         total += platform::FactsOf(file).size;
     for (const Path& folder : tree->folders) {
         const Path relative = folder.lexically_relative(root);
         const Path place = relative == "." ? target : target / relative;
-        if (const auto status = MakeFolders(place); !status) {
-            TellFailure(host, GetMsg(Msg::CannotCreateFolder, {TextOf(place)}), status.Error());
-            return false;
-        }
+        if (auto status = MakeFolders(place); !status)
+            return Saying(GetMsg(Msg::CannotCreateFolder, {TextOf(place)}), status);
     }
     std::uint64_t done = 0;
     for (const Path& file : tree->files) {
@@ -77,17 +68,15 @@ bool CopyTreeWithProgress(Host& host, const Path& source, const Path& target,
                 progress->SetBar(done + bytes, total);
             return alive();
         };
-        if (const auto status = CopyFileOver(file, place, options); !status) {
-            TellFailure(host, GetMsg(Msg::ErrorCopyingFileTo, {TextOf(file)}) + TextOf(place) + "'",
-                        status.Error());
-            return false;
-        }
+        if (auto status = CopyFileOver(file, place, options); !status)
+            return Saying(GetMsg(Msg::ErrorCopyingFileTo, {TextOf(file)}) + TextOf(place) + "'",
+                          status);
         done += platform::FactsOf(place).size;
         if (progress != nullptr)
             progress->SetBar(done, total);
         alive();
     }
-    return true;
+    return {};
 }
 
 } // namespace kestrova

@@ -6,11 +6,11 @@
 namespace kestrova
 {
 
-/// Removes a folder with all that is in it, label and bar following; shows its failure.
-bool RemoveTreeWithProgress(Host& host, const Path& folder, ProgressScope& progress);
-/// Copies a tree; the bar follows the bytes; shows its failure. Every file is compared with its
-/// source when `verify` says so.
-bool CopyTreeWithProgress(Host& host, const Path& source, const Path& target,
-                          ProgressScope* progress, Verify verify = Verify::Size);
+/// Removes a folder with all that is in it, label and bar following.
+Status RemoveTreeWithProgress(const Path& folder, ProgressScope& progress);
+/// Copies a tree; the bar follows the bytes. Every file is compared with its source when `verify`
+/// says so.
+Status CopyTreeWithProgress(const Path& source, const Path& target, ProgressScope* progress,
+                            Verify verify = Verify::Size);
 
 } // namespace kestrova

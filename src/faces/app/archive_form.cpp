@@ -3,6 +3,7 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "session/held_folders.h"
+#include "session/telling.h"
 #include "storage/stored_audio.h"
 #include "upkeep/change_compression.h"
 #include "upkeep/new_archive.h"
@@ -122,7 +123,7 @@ void ArchiveForm::Accept()
 {
     const ArchiveHeader& now = session_.archive.header;
     const bool moved = now.secondaryFolder != kept_.secondaryFolder;
-    if (moved && !HoldFolders(session_.host, session_.locks, session_.Folders()))
+    if (moved && !DoneOrTold(session_.host, HoldFolders(session_.locks, session_.Folders())))
         return Cancel();
     if (moved || now.mainFolder != kept_.mainFolder || now.compressLevels != kept_.compressLevels ||
         now.wavInMp3 != kept_.wavInMp3)

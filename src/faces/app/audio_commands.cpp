@@ -133,7 +133,7 @@ std::vector<Path> LeaveOutKept(Run& run, const std::vector<Path>& files, const P
         const Path result = folder / ResultName(file, kind);
         // A file that would be written over itself is refused below, in words of its own.
         if (platform::IsSameFile(ResolvePath(file), ResolvePath(result)) ||
-            FileToReplace(run.session.host, result))
+            DoneOrTold(run.session.host, StatusOf(FileToReplace(run.session.host, result))))
             taken.push_back(file);
         else
             run.session.host.Tell(

@@ -89,9 +89,10 @@ Json AsJson(const LevelConfig& config)
 
 bool ShowConfig(Run& run, const Path& file)
 {
-    LevelConfig config;
-    if (!ReadLevelConfig(run.session.host, file, config))
-        return false;
+    const auto read = ReadLevelConfig(file);
+    if (!read)
+        return DoneOrTold(run.session.host, read.Error());
+    const LevelConfig& config = *read;
     if (run.json != nullptr) {
         *run.json = AsJson(config);
         return true;
@@ -178,8 +179,10 @@ bool Write(Run& run)
         return TellFolderNotRead(run.session.host, listed.Error());
     config.files = std::move(listed->files);
     const auto file = FileToReplace(run.session.host, LevelConfigPath(folder));
-    if (!file || !WriteLevelConfig(run.session.host, *file, config, OldConfig::Replaced))
-        return false;
+    const Status written =
+        file ? WriteLevelConfig(*file, config, OldConfig::Replaced) : file.Error();
+    if (!written)
+        return DoneOrTold(run.session.host, written);
     AddLine(run, TextOf(*file));
     return true;
 }

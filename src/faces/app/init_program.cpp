@@ -94,7 +94,8 @@ public:
         if (!MakeTrleBackup(session, false))
             session.archive.dirty = false;
         // The form of the backup must not be lost with a run that ends badly.
-        SavePreferencesNow(session.host, session.Folders(), session.preferences, session.settings);
+        DoneOrTold(session.host,
+                   SavePreferencesNow(session.Folders(), session.preferences, session.settings));
         return true;
     }
     Archive OpenArchive(Session& session) override
@@ -142,7 +143,8 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
     const Start start = StartUp(session, face, Needs::Archive);
     if (start == Start::Done) {
         // A run that ends badly must not forget which archive was made or loaded.
-        SavePreferencesNow(session.host, session.Folders(), session.preferences, session.settings);
+        DoneOrTold(session.host,
+                   SavePreferencesNow(session.Folders(), session.preferences, session.settings));
         OfferLeftIntake(session);
     }
     return start != Start::Refused;

@@ -9,6 +9,7 @@
 #include "levels/remove_level.h"
 #include "publish/author_infos.h"
 #include "session/file_to_write.h"
+#include "session/telling.h"
 #include "upkeep/archive_sizes.h"
 #include "words/captions.h"
 #include "words/commands.h"
@@ -137,8 +138,8 @@ bool Export(Run& run)
     if (!run.FromWords())
         return ExportLevel(run.session, run.level);
     const Path zip = PlaceFromWord(run.arguments.words[1]);
-    if (!FileToReplace(run.session.host, zip))
-        return false;
+    if (const auto file = FileToReplace(run.session.host, zip); !file)
+        return DoneOrTold(run.session.host, file.Error());
     ExportChoices choices{zip, run.arguments.Has("--screenshots"), std::nullopt};
     if (run.arguments.Has("--savegames"))
         choices.savegames = true;

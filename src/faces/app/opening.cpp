@@ -130,8 +130,9 @@ bool EndWork(Run& run, bool done)
     // Without a word of the person's everything was written at once; what was not has been told.
     const bool written = !run.session.archive.dirty;
     return done && written &&
-           SavePreferencesNow(run.session.host, run.session.Folders(), run.session.preferences,
-                              run.session.settings);
+           DoneOrTold(run.session.host,
+                      SavePreferencesNow(run.session.Folders(), run.session.preferences,
+                                         run.session.settings));
 }
 
 bool HasArchiveFolder(Host& host, const Archive& archive, std::optional<LevelCode> code)

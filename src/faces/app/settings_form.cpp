@@ -1,6 +1,7 @@
 #include "app/settings_form.h"
 
 #include "session/held_folders.h"
+#include "session/telling.h"
 #include "words/app.h"
 #include "words/editor.h"
 
@@ -68,7 +69,7 @@ bool SettingsForm::Accept()
     session_.preferences = preferences;
     const Path oldFolder = FolderFromText(Trim(before.trlePath));
     if (session_.TrleFolder() != oldFolder) {
-        if (!HoldFolders(session_.host, session_.locks, session_.Folders())) {
+        if (!DoneOrTold(session_.host, HoldFolders(session_.locks, session_.Folders()))) {
             session_.preferences = before;
             return false;
         }

@@ -108,9 +108,9 @@ bool Rename(Run& run)
 
 bool ExportTo(Run& run, const Path& shot, const Path& place)
 {
-    const auto target = FileToWrite(run.session.host, place);
+    const auto target = FileToWrite(place);
     if (!target)
-        return false;
+        return DoneOrTold(run.session.host, target.Error());
     const auto isFree = IsFree(*target);
     if (!isFree)
         return TellFolderNotRead(run.session.host, isFree.Error());

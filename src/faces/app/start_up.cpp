@@ -9,6 +9,7 @@
 #include "platform/places.h"
 #include "session/held_folders.h"
 #include "session/preferences_file.h"
+#include "session/telling.h"
 #include "swap/recovery.h"
 #include "upkeep/leftovers.h"
 #include "upkeep/load_archive.h"
@@ -71,7 +72,7 @@ Status LoadArchiveToLook(Session& session)
 bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabouts& said)
 {
     // Locked before it is read: otherwise another program's last words would be overwritten.
-    if (writing && !HoldFolder(session.host, session.locks, session.programFolder))
+    if (writing && !DoneOrTold(session.host, HoldFolder(session.locks, session.programFolder)))
         return false;
     if (writing)
         NotePlacesIn(WorkNotes(session.Folders()));
@@ -90,7 +91,7 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
         return true;
     // The stores of the levels are found through the archive; one that cannot be read has none.
     (void)LoadArchiveToLook(session);
-    if (!HoldFolders(session.host, session.locks, session.Folders()))
+    if (!DoneOrTold(session.host, HoldFolders(session.locks, session.Folders())))
         return false;
     MendAtStart(session, said);
     ClearLeftovers(session);

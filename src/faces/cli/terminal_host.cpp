@@ -89,12 +89,14 @@ void TerminalHost::NameUnanswered(const std::string& text)
     Say(GetMsg(Msg::TerminalUnanswered) + ForTerminal(text) + "\n");
 }
 
-void TerminalHost::Tell(Tone tone, const std::string& text, const std::string& reason)
+void TerminalHost::Tell(Tone tone, const std::string& text, const std::string& reason,
+                        const std::string& details)
 {
     toldError_ = toldError_ || tone == Tone::Error;
     std::string lines = ForTerminal(text) + "\n";
-    if (!reason.empty())
-        lines += "  " + ForTerminal(reason) + "\n";
+    for (const std::string& beside : {reason, details})
+        if (!beside.empty())
+            lines += "  " + ForTerminal(beside) + "\n";
     if (tone == Tone::Plain || told_.insert(lines).second)
         Say(lines);
 }

@@ -30,7 +30,8 @@ public:
     /// Names a question that will find no answer.
     void NameUnanswered(const std::string& text) override;
 
-    void Tell(Tone tone, const std::string& text, const std::string& reason = {}) override;
+    void Tell(Tone tone, const std::string& text, const std::string& reason = {},
+              const std::string& details = {}) override;
     [[nodiscard]] bool CanAsk() const override { return interactive_; }
     [[nodiscard]] bool WorksUnattended() const override { return true; }
     bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) override;

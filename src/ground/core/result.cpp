@@ -12,4 +12,11 @@ Failure MakeFailure(ErrorCode code, std::string subject, const std::error_code& 
     return {code, std::move(subject), reason ? reason.message() : std::string{}};
 }
 
+Failure Saying(std::string sentence, Failure failure)
+{
+    if (failure.sentence.empty() && failure.code != ErrorCode::Stopped)
+        failure.sentence = std::move(sentence);
+    return failure;
+}
+
 } // namespace kestrova

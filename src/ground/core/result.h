@@ -20,16 +20,22 @@ enum class ErrorCode {
     NoSpace,
     Stopped, ///< by the person
     Differs, ///< a copy that does not equal its source
+    NotDone, ///< an outside program, or a conversion, did not do its work
 };
 
 /// What went wrong, with what, and the system's own words for it. Data: it speaks to nobody.
 struct Failure {
     ErrorCode code = ErrorCode::CannotRead;
-    std::string subject; ///< the file, folder or name
-    std::string reason;  ///< the system's reason; may be empty
+    std::string subject{};  ///< the file, folder or name
+    std::string reason{};   ///< the system's reason, or what to do about it; may be empty
+    std::string details{};  ///< a tool's last lines, a list of names: shown folded away
+    std::string sentence{}; ///< what was not done, for a person; empty where the caller knows it
 };
 
 Failure MakeFailure(ErrorCode code, std::string subject, const std::error_code& reason = {});
+/// The failure with that sentence, unless it has one of its own. A Stop gets none: who pressed it
+/// knows.
+Failure Saying(std::string sentence, Failure failure);
 
 /// A value or a `Failure`.
 template <class T> class [[nodiscard]] Result
@@ -68,5 +74,16 @@ private:
     Failure error_;
     bool failed_ = false;
 };
+
+/// Without its value.
+template <class T> Status StatusOf(const Result<T>& result)
+{
+    return result ? Status{} : Status{result.Error()};
+}
+/// Said of a failure, as `Saying` does; nothing for what is done.
+inline Status Saying(std::string sentence, Status status)
+{
+    return status ? status : Status{Saying(std::move(sentence), status.Error())};
+}
 
 } // namespace kestrova

@@ -136,14 +136,14 @@ bool TrleFinder::Accept()
     }
     const std::string before = session_.preferences.trlePath;
     session_.preferences.trlePath = folder_.native();
-    if (!HoldFolders(session_.host, session_.locks, session_.Folders())) {
+    if (!DoneOrTold(session_.host, HoldFolders(session_.locks, session_.Folders()))) {
         session_.preferences.trlePath = before;
         return false;
     }
     if (const Path old = FolderFromText(Trim(before)); !old.empty() && old != folder_)
         session_.locks.Release(old);
     // The old name may have been another one for the same folder.
-    return HoldFolders(session_.host, session_.locks, session_.Folders());
+    return DoneOrTold(session_.host, HoldFolders(session_.locks, session_.Folders()));
 }
 
 void TrleFinder::GiveUp()

@@ -55,11 +55,11 @@ bool ConfigCame(const Intake& intake)
 StepAnswer ReadConfig(Intake& intake)
 {
     const Path file = LevelConfigPath(intake.draft.workFolder);
-    LevelConfig config;
-    if (!ReadLevelConfig(intake.session.host, file, config))
+    auto config = ReadLevelConfig(file);
+    if (!DoneOrTold(intake.session.host, StatusOf(config)))
         return StepAnswer::Refused;
-    TakeConfigTexts(intake.draft, config);
-    intake.draft.config = std::move(config);
+    TakeConfigTexts(intake.draft, *config);
+    intake.draft.config = std::move(*config);
     if (const auto status = DeleteFile(file); !status)
         TellFailure(intake.session.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(file),
                     status.Error());

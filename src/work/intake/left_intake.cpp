@@ -7,6 +7,7 @@
 #include "intake/file_names.h"
 #include "intake/unpacking_place.h"
 #include "packages/unpacked_files.h"
+#include "session/telling.h"
 #include "session/tree_progress.h"
 #include "words/intake.h"
 #include "words/levels.h"
@@ -69,7 +70,7 @@ void OfferLeftIntake(Session& session)
                        {TextOf(folder), std::string{lineBreak} + std::string{lineBreak}}))) {
             const auto wait = session.host.BeginProgress(ProgressWindow::Wait,
                                                          GetMsg(Msg::RemovingNewLevelFolder));
-            RemoveTreeWithProgress(session.host, folder, *wait);
+            DoneOrTold(session.host, RemoveTreeWithProgress(folder, *wait));
         }
     }
     note.Drop();

@@ -330,12 +330,15 @@ bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
         const auto content = ConfigForFolder(level, out.Place());
         if (!content)
             return Fail(session.host, GetMsg(Msg::ExportErrorCopying), content.Error());
-        if (!WriteLevelConfig(session.host, config, *content))
+        if (!DoneOrTold(session.host, WriteLevelConfig(config, *content)))
             return false;
         zip = ZipPlace(session.host, session.preferences, std::string{Trim(level.levelName)},
                        choices.zip);
-        const auto target = zip ? FileToWrite(session.host, *zip) : std::nullopt;
-        if (!target || !Pack(session.host, ToolsOf(session), *target, out.Place(), *progress))
+        if (!zip)
+            return false;
+        const auto target = FileToWrite(*zip);
+        if (!DoneOrTold(session.host, StatusOf(target)) ||
+            !Pack(session.host, ToolsOf(session), *target, out.Place(), *progress))
             return false;
         renamed = std::move(out.renamed);
     }

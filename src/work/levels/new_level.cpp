@@ -127,7 +127,8 @@ void DropNewLevel(Session& session, const LevelRecord& level)
     {
         const auto wait =
             session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingNewLevelFolder));
-        if (FolderExists(folder) && !RemoveTreeWithProgress(session.host, folder, *wait))
+        if (FolderExists(folder) &&
+            !DoneOrTold(session.host, RemoveTreeWithProgress(folder, *wait)))
             session.host.Tell(Tone::Error, GetMsg(Msg::ErrorInRemovingFolder) + TextOf(folder));
     }
     session.list.Refresh();

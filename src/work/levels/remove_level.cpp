@@ -139,7 +139,7 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder)
     }
     const auto wait =
         session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingLevelFolder));
-    if (RemoveTreeWithProgress(session.host, folder, *wait))
+    if (DoneOrTold(session.host, RemoveTreeWithProgress(folder, *wait)))
         return true;
     session.host.Tell(Tone::Error, GetMsg(Msg::ErrorWhileRemovingFolder) + TextOf(folder));
     return false;

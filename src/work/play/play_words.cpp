@@ -1,6 +1,7 @@
 #include "play/play_words.h"
 
 #include "session/preferences_file.h"
+#include "session/telling.h"
 #include "words/play.h"
 
 namespace kestrova
@@ -13,7 +14,8 @@ void TellOfUnseenKeysOnce(Session& session)
     session.settings.unseenKeysTold = true;
     const std::string gap = std::string{lineBreak}.append(lineBreak);
     session.host.Tell(Tone::Plain, GetMsg(Msg::KeysNotSeen, {gap, gap}));
-    SavePreferencesNow(session.host, session.Folders(), session.preferences, session.settings);
+    DoneOrTold(session.host,
+               SavePreferencesNow(session.Folders(), session.preferences, session.settings));
 }
 
 } // namespace kestrova

@@ -217,9 +217,9 @@ bool SaveShotAs(Session& session, ShotList& shots)
 
 bool SaveShotTo(Host& host, const Path& shot, const Path& target)
 {
-    const auto file = FileToWrite(host, target);
+    const auto file = FileToWrite(target);
     if (!file)
-        return false;
+        return DoneOrTold(host, file.Error());
     const auto copied = CopyFileOver(shot, *file, {Verify::Content, true, true, {}});
     if (!copied)
         TellFailure(host, GetMsg(Msg::ShotSaveFailed, {TextOf(shot)}) + TextOf(target),

@@ -201,8 +201,9 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     const auto known = leftovers.Find();
     if (!hasOld || !known)
         return TellFolderNotRead(session.host, hasOld ? known.Error() : hasOld.Error());
-    bool made = !keepOld || !*hasOld ||
-                CopyTreeWithProgress(session.host, session.BackupFolder(), target, nullptr);
+    bool made =
+        !keepOld || !*hasOld ||
+        DoneOrTold(session.host, CopyTreeWithProgress(session.BackupFolder(), target, nullptr));
     made = made && (full ? CopyFull(session, trle, target, leftovers)
                          : CopyCompact(session.host, session.Folders(), trle, target));
     if (made)

@@ -72,7 +72,7 @@ bool InstallFiles(Host& host, const Folders& folders, const Archive& archive,
     if (const auto status = WriteWholeFile(marker, MarkerText(code, name, overwritten, copied));
         !status)
         return markerFailed(status.Error());
-    WriteActivityLog(host, folders, preferences, log);
+    DoneOrTold(host, WriteActivityLog(folders, preferences, log));
     if (!failed.empty())
         host.Tell(Tone::Error, GetMsg(Msg::SomeFilesNotCopied, {ShownNames(failed)}));
     return true;

@@ -50,7 +50,7 @@ Load ReadAndHold(Session& session, const Path& file, Failure& why)
         }
         const Path folder{Trim(session.archive.header.secondaryFolder)};
         again = FolderExists(folder) && !session.locks.Holds(folder);
-        if (again && !HoldFolder(session.host, session.locks, folder))
+        if (again && !DoneOrTold(session.host, HoldFolder(session.locks, folder)))
             return Load::Held;
     }
     return Load::Done;
@@ -86,7 +86,8 @@ bool TakeNamedFolder(Session& session, const Path& folder)
         session.host.Tell(Tone::Error, GetMsg(words, {TextOf(folder)}));
         return false;
     }
-    if (!FitsArchive(session.host, folder) || !HoldFolder(session.host, session.locks, folder))
+    if (!FitsArchive(session.host, folder) ||
+        !DoneOrTold(session.host, HoldFolder(session.locks, folder)))
         return false;
     if (!IsArchiveOnCd(session.archive))
         header.mainFolder = folder.native();
@@ -107,7 +108,7 @@ Load LoadOrKeep(Session& session, const Path& file, const Path& levelFolder, Fai
         load = Load::FoldersRefused;
     const Path now{Trim(session.archive.header.secondaryFolder)};
     if (load == Load::Done &&
-        HoldArchiveFolder(session.host, session.locks, session.Folders(), now)) {
+        DoneOrTold(session.host, HoldArchiveFolder(session.locks, session.Folders(), now))) {
         RememberArchive(session);
         return load;
     }
@@ -116,7 +117,7 @@ Load LoadOrKeep(Session& session, const Path& file, const Path& levelFolder, Fai
     for (const Path& taken : {folder, now})
         if (load != Load::NotRead && taken != lockedBefore && session.locks.Holds(taken)) {
             session.locks.SetArchiveFolder(taken);
-            (void)HoldArchiveFolder(session.host, session.locks, session.Folders(),
+            (void)HoldArchiveFolder(session.locks, session.Folders(),
                                     lockedBefore); // it was held all the time
         }
     return load == Load::Done ? Load::Held : load;
@@ -218,7 +219,7 @@ std::optional<Path> AskForFolder(Session& session, Message warning, const std::s
     const bool taken =
         holds &&
         (*holds || session.host.AskYesNo(GetMsg(Msg::AskNoLevelsThere, {TextOf(*chosen)}))) &&
-        HoldFolder(session.host, session.locks, *chosen);
+        DoneOrTold(session.host, HoldFolder(session.locks, *chosen));
     return taken ? chosen : std::nullopt;
 }
 

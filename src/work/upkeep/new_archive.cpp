@@ -139,7 +139,7 @@ bool FillNewArchive(Session& session, const Path& folder, const Path& file)
         session.host.Tell(Tone::Error, GetMsg(Msg::NoArchiveNameFree));
         return false;
     }
-    if (!HoldArchiveFolder(session.host, session.locks, session.Folders(), place))
+    if (!DoneOrTold(session.host, HoldArchiveFolder(session.locks, session.Folders(), place)))
         return false;
     session.archive.file = target;
     RecomputeArchiveSize(session, false);

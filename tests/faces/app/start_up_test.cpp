@@ -54,8 +54,8 @@ protected:
     /// What a new start of the program sees; the locks of the first are gone.
     bool StartAgain(const std::vector<std::string>& arguments = {})
     {
-        SavePreferencesNow(box.session.host, box.session.Folders(), box.session.preferences,
-                           box.session.settings);
+        EXPECT_TRUE(SavePreferencesNow(box.session.Folders(), box.session.preferences,
+                                       box.session.settings));
         box.session.locks = {};
         box.session.preferences = DefaultPreferences();
         windows.shown.clear();
@@ -189,8 +189,8 @@ TEST_F(StartUp, AnArchiveOfTheCommandLineReplacesTheLastOne)
 TEST_F(StartUp, TheSecondProgramOnAFolderNamesTheFirstAndReadersNeedNotWait)
 {
     StartFirst();
-    ASSERT_TRUE(SavePreferencesNow(box.session.host, box.session.Folders(), box.session.preferences,
-                                   box.session.settings));
+    ASSERT_TRUE(
+        SavePreferencesNow(box.session.Folders(), box.session.preferences, box.session.settings));
     const auto before = box.Snapshot("home");
     for (const std::string home : {"home", "home2"}) {
         // The second one comes from another program's folder to the same Level Editor's folder.

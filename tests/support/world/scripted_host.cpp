@@ -62,9 +62,11 @@ std::optional<ScriptedHost::Answer> ScriptedHost::Next(char kind, const std::str
     return {};
 }
 
-void ScriptedHost::Tell(Tone tone, const std::string& text, const std::string& reason)
+void ScriptedHost::Tell(Tone tone, const std::string& text, const std::string& reason,
+                        const std::string& details)
 {
-    told.push_back({tone, text, reason});
+    told.push_back(
+        {tone, text, reason + (reason.empty() || details.empty() ? "" : "\n") + details, details});
 }
 
 bool ScriptedHost::AskYesNo(const std::string& text, Consent)

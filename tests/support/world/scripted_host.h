@@ -28,7 +28,8 @@ public:
     struct Told {
         Tone tone;
         std::string text;
-        std::string reason;
+        std::string reason;  ///< all that stands beside the text
+        std::string details; ///< the part of it that a window folds away
     };
     std::vector<Told> told;
     /// True when something was told that holds `part`.
@@ -36,7 +37,8 @@ public:
     /// All that was told, for a failing test's message.
     [[nodiscard]] std::string AllTold() const;
 
-    void Tell(Tone tone, const std::string& text, const std::string& reason = {}) override;
+    void Tell(Tone tone, const std::string& text, const std::string& reason = {},
+              const std::string& details = {}) override;
     bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) override;
     bool AskOkCancel(const std::string& text) override;
     YesNoCancel AskYesNoCancel(const std::string& text) override;

@@ -122,7 +122,7 @@ TEST_F(IntakeStepsTest, AnEditTakesWhatComesAndDecidesNothingForThePerson)
 {
     LevelConfig config;
     config.name = "The author's name";
-    ASSERT_TRUE(WriteLevelConfig(box.host, box / "in/kestrova.cfg", config));
+    ASSERT_TRUE(WriteLevelConfig(box / "in/kestrova.cfg", config));
     box.Write("in/setup.exe", "MZ");
     box.Write("in/walkthrough.txt", "walk");
     box.Write("in/script.dat", "script");

@@ -576,7 +576,7 @@ TEST_F(NewLevelTest, TheConfigurationFileFillsTheTextsAndIsNotStored)
     box.Write("in/level.tr4", "level");
     box.Write("in/about.htm", "about");
     box.Write("in/readme.txt", "read");
-    ASSERT_TRUE(WriteLevelConfig(box.host, box / "in/Kestrova.CFG", config));
+    ASSERT_TRUE(WriteLevelConfig(box / "in/Kestrova.CFG", config));
     Zip("in", "p.zip");
     Intake& level = Begin();
     ASSERT_TRUE(AddSources(level, {box / "p.zip"}));
@@ -634,7 +634,7 @@ TEST_F(NewLevelTest, NoProgramIsTakenForADocumentNorKeepsTheRightsOfOne)
     LevelConfig config;
     config.name = "Trap";
     config.moreInfo = "Readme.desktop";
-    ASSERT_TRUE(WriteLevelConfig(box.host, box / "in/kestrova.cfg", config));
+    ASSERT_TRUE(WriteLevelConfig(box / "in/kestrova.cfg", config));
     Intake& level = Begin();
     (void)AddSources(level, {box / "in"});
     EXPECT_EQ(level.draft.name, "Trap");

@@ -63,8 +63,9 @@ TEST_F(ExportTest, PacksWhatTheGameNeedsAndTellsOfIt)
     EXPECT_TRUE(
         box.host.WasTold("All files of current level saved in " + (box / "my level.zip").native()));
     Files files = Unpacked(box / "my level.zip");
-    LevelConfig config;
-    ASSERT_TRUE(ReadLevelConfig(box.host, box / "out/kestrova.cfg", config));
+    const auto read = ReadLevelConfig(box / "out/kestrova.cfg");
+    ASSERT_TRUE(read);
+    const LevelConfig& config = *read;
     files.erase("kestrova.cfg");
     EXPECT_EQ(
         files,

@@ -40,7 +40,7 @@ struct Answer {
 
 /// `safe`: what the Enter key and the closing of the box mean.
 Button ShowBox(QMessageBox::Icon icon, const std::string& text, const std::string& reason,
-               const std::vector<Answer>& answers, Button safe)
+               const std::vector<Answer>& answers, Button safe, const std::string& details = {})
 {
     QMessageBox box(icon, Words(Msg::ProgramName), ToQt(text), QMessageBox::NoButton, TopWindow());
     box.setObjectName(QStringLiteral("Box"));
@@ -48,6 +48,8 @@ Button ShowBox(QMessageBox::Icon icon, const std::string& text, const std::strin
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     if (!reason.empty())
         box.setInformativeText(ToQt(reason));
+    if (!details.empty())
+        box.setDetailedText(ToQt(details)); // folded away until its button is pressed
     for (const Answer& answer : answers)
         box.addButton(answer.button)->setText(QLatin1Char('&') + Words(answer.words));
     box.setDefaultButton(safe);
@@ -154,12 +156,13 @@ QString ChooserFilter(const std::string& filter)
     return rows.join(QLatin1String(";;"));
 }
 
-void WindowHost::Tell(Tone tone, const std::string& text, const std::string& reason)
+void WindowHost::Tell(Tone tone, const std::string& text, const std::string& reason,
+                      const std::string& details)
 {
     const auto icon = tone == Tone::Error     ? QMessageBox::Critical
                       : tone == Tone::Warning ? QMessageBox::Warning
                                               : QMessageBox::Information;
-    ShowBox(icon, text, reason, {{QMessageBox::Ok, Msg::ButtonOk}}, QMessageBox::Ok);
+    ShowBox(icon, text, reason, {{QMessageBox::Ok, Msg::ButtonOk}}, QMessageBox::Ok, details);
 }
 
 bool WindowHost::AskYesNo(const std::string& text, Consent consent)

@@ -13,7 +13,8 @@ namespace kestrova
 class WindowHost : public Host
 {
 public:
-    void Tell(Tone tone, const std::string& text, const std::string& reason = {}) override;
+    void Tell(Tone tone, const std::string& text, const std::string& reason = {},
+              const std::string& details = {}) override;
     bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) override;
     bool AskOkCancel(const std::string& text) override;
     YesNoCancel AskYesNoCancel(const std::string& text) override;

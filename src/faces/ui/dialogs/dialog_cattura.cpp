@@ -2,6 +2,7 @@
 
 #include "session/operation.h"
 #include "session/preferences_file.h"
+#include "session/telling.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
@@ -52,7 +53,8 @@ void CaptureDialog::PromptChanged(bool never)
 {
     const Operation operation{session_};
     session_.preferences.promptCapture = !never;
-    SavePreferencesNow(session_.host, session_.Folders(), session_.preferences, session_.settings);
+    DoneOrTold(session_.host,
+               SavePreferencesNow(session_.Folders(), session_.preferences, session_.settings));
 }
 
 void CaptureDialog::Save()
