@@ -79,9 +79,9 @@ TEST(OnlineConfig, IsOfferedForALevelWithAllItsFiles)
     EXPECT_TRUE(box.Find()) << box.host.AllTold();
     EXPECT_TRUE(box.HasConfig());
     EXPECT_EQ(box.Read("level/readme.txt"), "read me");
-    LevelConfig config;
-    EXPECT_TRUE(ReadLevelConfig(box.host, LevelConfigPath(box / "level"), config));
-    EXPECT_EQ(config.name, "Valley");
+    const auto config = ReadLevelConfig(LevelConfigPath(box / "level"));
+    ASSERT_TRUE(config);
+    EXPECT_EQ(config->name, "Valley");
 }
 
 TEST(OnlineConfig, APlainFileBecomesTheConfigurationFile)
