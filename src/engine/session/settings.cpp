@@ -105,6 +105,8 @@ Result<ProgramSettings> ReadSettings(const Path& programFolder)
     settings.wineWords = TextValue(keys, "wine-words", settings.wineWords);
     settings.historyCount = NumberValue(keys, "history-count", settings.historyCount);
     settings.historyMegabytes = NumberValue(keys, "history-megabytes", settings.historyMegabytes);
+    settings.undoCount = NumberValue(keys, "undo-count", settings.undoCount);
+    settings.undoMegabytes = NumberValue(keys, "undo-megabytes", settings.undoMegabytes);
     settings.unseenKeysTold = NumberValue(keys, "unseen-keys-told", 0) != 0;
     settings.exportSavegames = NumberValue(keys, "export-savegames", 0) != 0;
     if (char** names = g_key_file_get_keys(keys, exactGroup, nullptr, nullptr)) {
@@ -130,6 +132,8 @@ Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
     g_key_file_set_string(keys, programGroup, "wine-words", settings.wineWords.c_str());
     g_key_file_set_integer(keys, programGroup, "history-count", settings.historyCount);
     g_key_file_set_integer(keys, programGroup, "history-megabytes", settings.historyMegabytes);
+    g_key_file_set_integer(keys, programGroup, "undo-count", settings.undoCount);
+    g_key_file_set_integer(keys, programGroup, "undo-megabytes", settings.undoMegabytes);
     if (settings.unseenKeysTold)
         g_key_file_set_integer(keys, programGroup, "unseen-keys-told", 1);
     g_key_file_set_integer(keys, programGroup, "export-savegames",

@@ -16,6 +16,8 @@ struct ProgramSettings {
     std::string wineWords;               ///< extra words behind it, parted by blanks
     std::int32_t historyCount = 200;     ///< kept files a level
     std::int32_t historyMegabytes = 200; ///< kept bytes a level
+    std::int32_t undoCount = 50;         ///< changes that can be undone
+    std::int32_t undoMegabytes = 500;    ///< what is kept for them, removed levels too
     bool unseenKeysTold = false;         ///< that this desktop keeps keys to itself was said once
     bool exportSavegames = false;        ///< a level's zip holds its savegames too
     /// Exact folders whose letters the code page of a record cannot hold, by the field's name.

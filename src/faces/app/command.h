@@ -66,6 +66,12 @@ enum class Touches {
     ItsOwn,      ///< it opens what it needs by itself (`app/opening.h`)
 };
 
+/// A menu item as things stand now.
+struct ShownNow {
+    std::string caption;
+    bool enabled = true;
+};
+
 /// Where a command stands in the main window.
 struct InWindow {
     std::string_view control{};  ///< name of its menu item
@@ -80,6 +86,8 @@ struct InWindow {
     /// without.
     Message noLevel = Msg::NoLevelSelected;
     bool available = true; ///< false: a later version brings it
+    /// Of an item whose caption tells what it would do now.
+    ShownNow (*shown)(const Session&) = nullptr;
 };
 
 /// How a command is said in the terminal. Rows with the same first word stand behind each other;

@@ -13,6 +13,7 @@
 #include "app/setup_commands.h"
 #include "app/shots_commands.h"
 #include "app/swap_commands.h"
+#include "app/undo_commands.h"
 #include "app/upkeep_commands.h"
 #include "words/commands.h"
 #include "words/ui_dialogs.h"
@@ -39,7 +40,8 @@ std::span<const CommandRow> CommandTable()
         for (const auto group :
              {SetupCommands(), ArchiveCommands(), LookCommands(), IntakeCommands(), LevelCommands(),
               ConfigCommands(), UpkeepCommands(), SwapCommands(), SavesCommands(),
-              HistoryCommands(), ShotsCommands(), SetCommands(), AudioCommands(), HelpCommands()})
+              HistoryCommands(), UndoCommands(), ShotsCommands(), SetCommands(), AudioCommands(),
+              HelpCommands()})
             rows.insert(rows.end(), group.begin(), group.end());
         return rows;
     }();

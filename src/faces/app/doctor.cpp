@@ -7,6 +7,7 @@
 #include "core/look.h"
 #include "core/name_list.h"
 #include "editor/find_trle.h"
+#include "history/undo_entries.h"
 #include "levels/unfinished_intake.h"
 #include "packages/package_tools.h"
 #include "platform/places.h"
@@ -126,6 +127,25 @@ Finding ArchiveState(Session& session)
                                            {shown, std::to_string(session.archive.levels.size())}));
 }
 
+/// What is kept so that changes can be undone, removed levels with it.
+void UndoKept(const std::vector<Change>& entries, std::vector<Finding>& findings)
+{
+    if (entries.empty())
+        return;
+    std::uint64_t bytes = 0;
+    std::vector<std::string> aside;
+    for (const Change& entry : entries) {
+        bytes += BytesOf(entry);
+        if (entry.moved && !entry.isUndone)
+            aside.push_back(TextOf(entry.moved->to));
+    }
+    std::string state = GetMsg(Msg::DoctorUndoKeeps, {std::to_string(entries.size()),
+                                                      FormatSize(static_cast<double>(bytes))});
+    if (!aside.empty())
+        state = GetMsg(Msg::DoctorUndoAside, {state, ShownNames(aside)});
+    findings.push_back(Fine(Msg::DoctorUndo, std::move(state)));
+}
+
 /// Folders named as a level's that the list does not know, and those that were set aside.
 void FoldersOfNoLevel(const Folders& folders, const Archive& archive,
                       std::vector<Finding>& findings)
@@ -156,8 +176,16 @@ void FoldersOfNoLevel(const Folders& folders, const Archive& archive,
             Bad(Msg::DoctorLeftIntake, named(cutShort), Msg::DoctorLeftIntakeRemedy));
     if (!unlisted.empty())
         findings.push_back(Bad(Msg::DoctorUnlisted, named(unlisted), Msg::DoctorUnlistedRemedy));
-    if (!found->setAside.empty())
-        findings.push_back(Fine(Msg::DoctorSetAside, named(found->setAside)));
+    const auto entries = ReadUndoEntries(folders).ValueOr({});
+    UndoKept(entries, findings);
+    std::vector<Path> aside = found->setAside;
+    std::erase_if(aside, [&](const Path& folder) {
+        return std::any_of(entries.begin(), entries.end(), [&](const Change& entry) {
+            return entry.moved && Path{entry.moved->to} == folder;
+        });
+    });
+    if (!aside.empty())
+        findings.push_back(Fine(Msg::DoctorSetAside, named(aside)));
 }
 
 /// Levels whose stored files are not all that they are known to have.

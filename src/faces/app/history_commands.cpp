@@ -45,7 +45,8 @@ bool AddHistory(Run& run, LevelCode code)
 bool BringBackTold(Run& run, LevelCode code, const std::string& id)
 {
     auto ready = EndEarlierMove(run.session);
-    const auto place = ready ? BringBack(run.session.Folders(), run.session.archive, code, id)
+    const auto place = ready ? BringBack(run.session.machine, run.session.Folders(),
+                                         run.session.archive, run.session.settings, code, id)
                              : Result<Path>{ready.Error()};
     if (!place)
         TellFailure(run.session.host, GetMsg(Msg::NotBroughtBack), place.Error());

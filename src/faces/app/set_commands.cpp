@@ -3,6 +3,7 @@
 #include "app/opening.h"
 #include "app/result_text.h"
 #include "archive/archive_saving.h"
+#include "history/undo_entries.h"
 #include "words/commands.h"
 
 #include <charconv>
@@ -152,6 +153,8 @@ constexpr SettingRow settingRows[] = {
     ProgramFlag<&ProgramSettings::exportSavegames>("export-savegames"),
     NumberRow<&ProgramSettings::historyCount>("history-count"),
     NumberRow<&ProgramSettings::historyMegabytes>("history-megabytes"),
+    NumberRow<&ProgramSettings::undoCount>("undo-count"),
+    NumberRow<&ProgramSettings::undoMegabytes>("undo-megabytes"),
 };
 
 bool List(Run& run)
@@ -226,7 +229,10 @@ bool OfArchive(const Run& run)
 bool SetInProgram(Run& run)
 {
     RestoreAutoSave(run); // which may be what is set
-    return SettingOf(run)->set(run.session, run.arguments.words[1]);
+    if (!SettingOf(run)->set(run.session, run.arguments.words[1]))
+        return false;
+    BoundUndo(run.session.Folders(), run.session.settings);
+    return true;
 }
 
 bool SetInArchive(Run& run)

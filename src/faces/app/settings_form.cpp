@@ -1,5 +1,6 @@
 #include "app/settings_form.h"
 
+#include "history/undo_entries.h"
 #include "session/held_folders.h"
 #include "session/telling.h"
 #include "words/app.h"
@@ -77,6 +78,7 @@ bool SettingsForm::Accept()
             session_.locks.Release(oldFolder);
     }
     session_.settings = settings;
+    BoundUndo(session_.Folders(), settings);
     return true;
 }
 

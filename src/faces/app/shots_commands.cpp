@@ -62,7 +62,8 @@ bool List(Run& run)
 bool ImportAll(Run& run)
 {
     const auto progress = run.session.host.BeginProgress(ProgressWindow::Progress, {});
-    return ImportShots(run.session.host, run.session.Folders(), run.session.archive,
+    return ImportShots(run.session.host, run.session.machine, run.session.Folders(),
+                       run.session.archive, run.session.settings,
                        static_cast<std::size_t>(FindLevel(run.session.archive, run.level)),
                        *progress);
 }

@@ -15,6 +15,7 @@ inline constexpr std::string_view DirSavegames = "\\savegames";
 inline constexpr std::string_view DirBackupSavegames = "\\backup_savegames";
 inline constexpr std::string_view DirFiles = "\\files";
 inline constexpr std::string_view DirScreenshots = "\\screenshots";
+inline constexpr std::string_view DirUndoOfLevel = "\\undo";
 inline constexpr std::string_view FragTr4Inf = "\\tr4.inf";
 inline constexpr std::string_view FragSavegameHeader = "\\savegames.bva";
 inline constexpr std::string_view FragSavegameTool = "\\manager.prf";

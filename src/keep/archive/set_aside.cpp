@@ -16,19 +16,6 @@ namespace kestrova
 namespace
 {
 
-/// A name beside the folder that nothing has yet.
-Result<Path> FreeName(const Path& folder, std::int64_t now)
-{
-    std::string time = DateText(now);
-    std::replace(time.begin(), time.end(), ' ', '_');
-    std::replace(time.begin(), time.end(), ':', '.');
-    return FirstFree([&](int n) {
-        const std::string again = n == 1 ? std::string{} : '-' + std::to_string(n);
-        return folder.parent_path() /
-               Filled(OnDisk::FragSetAside, {folder.filename().native(), time + again});
-    });
-}
-
 bool IsCalledLikeALevel(const std::string& name)
 {
     const std::string prefix = Filled(OnDisk::FragLevelFolder, {""}).substr(1);
@@ -47,6 +34,18 @@ Result<bool> HoldsAnything(const Path& folder)
     return !tree->files.empty();
 }
 
+Result<Path> NameForAside(const Path& folder, std::int64_t nowNs)
+{
+    std::string time = DateText(nowNs);
+    std::replace(time.begin(), time.end(), ' ', '_');
+    std::replace(time.begin(), time.end(), ':', '.');
+    return FirstFree([&](int n) {
+        const std::string again = n == 1 ? std::string{} : '-' + std::to_string(n);
+        return folder.parent_path() /
+               Filled(OnDisk::FragSetAside, {folder.filename().native(), time + again});
+    });
+}
+
 Result<std::vector<Path>> SetAside(Session& session, const Path& folder)
 {
     std::vector<Path> names;
@@ -54,7 +53,7 @@ Result<std::vector<Path>> SetAside(Session& session, const Path& folder)
     if (!twins)
         return twins.Error();
     for (const Path& twin : *twins) {
-        auto name = FreeName(twin, session.machine.NowNs());
+        auto name = NameForAside(twin, session.machine.NowNs());
         if (!name)
             return name.Error();
         if (const auto failure = platform::Rename(twin, *name))

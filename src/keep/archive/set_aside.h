@@ -14,6 +14,9 @@ Result<bool> HoldsAnything(const Path& folder);
 /// set aside. Answers the new names.
 Result<std::vector<Path>> SetAside(Session& session, const Path& folder);
 
+/// A name beside the folder that nothing has yet and that tells when it was set aside.
+Result<Path> NameForAside(const Path& folder, std::int64_t nowNs);
+
 struct UnknownFolders {
     std::vector<Path> unlisted; ///< named as a level's, but no record has that number
     std::vector<Path> setAside;

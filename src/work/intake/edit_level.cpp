@@ -4,6 +4,8 @@
 #include "archive/level_folders.h"
 #include "core/look.h"
 #include "formats/level_folder.h"
+#include "history/changed_record.h"
+#include "history/changes.h"
 #include "intake/draft_files.h"
 #include "intake/intake_steps.h"
 #include "levels/new_level.h"
@@ -54,6 +56,33 @@ Path FilesFolderOf(Host& host, const Folders& folders, const Archive& archive, L
     return ResolvePath(InFolder(folder ? *folder : LevelHomeOf(folders, code), OnDisk::DirFiles));
 }
 
+/// The change is made; it can be undone from now on.
+void NoteEdit(Intake& intake)
+{
+    Session& session = intake.session;
+    const LevelDraft& draft = intake.draft;
+    const LevelCode code = draft.record.levelCode;
+    const Folders folders = session.Folders();
+    if (session.settings.undoCount == 0)
+        return;
+    Change change = NewChange(session.machine, folders, session.archive, session.settings,
+                              ChangeKind::LevelEdited, code);
+    change.levelName = Trim(draft.saved.levelName);
+    AreLevelsFiles(change);
+    if (draft.before) {
+        auto changed = draft.before->TakeChanges(change.kept);
+        if (!changed)
+            return DropChange(folders, change); // there is no way back then
+        change.folders = std::move(changed).Value();
+    }
+    if (!IsSameRecord(draft.saved, draft.record))
+        change.record = ChangedRecord{session.archive.file.native(),
+                                      static_cast<std::size_t>(FindLevel(session.archive, code)),
+                                      draft.saved, draft.record};
+    if (change.record || !change.folders.empty())
+        NoteDone(folders, session.settings, change);
+}
+
 } // namespace
 
 bool EditLevel(Session& session, ProgressScope& progress, LevelCode code, const ShowLevel& show)
@@ -72,8 +101,10 @@ bool EditLevel(Session& session, ProgressScope& progress, LevelCode code, const 
     // A picture may have been taken meanwhile.
     if (record.extrasSize == extrasBefore)
         record.extrasSize = current->extrasSize;
-    if (ReplaceLevel(session, record))
+    if (ReplaceLevel(session, record)) {
+        NoteEdit(level);
         return true;
+    }
     PutBack(level);
     return false;
 }

@@ -7,10 +7,12 @@
 #include "core/staged_file.h"
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
+#include "history/watched_files.h"
 #include "intake/file_names.h"
 #include "platform/files.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <set>
 #include <sstream>
@@ -223,6 +225,98 @@ Status PutAllBack(const Path& kept, const Path& files)
 
 } // namespace
 
+namespace
+{
+
+/// Gathers what is different, the contents that went beside each other.
+class Differences
+{
+public:
+    explicit Differences(Path kept) : kept_(std::move(kept)) {}
+
+    /// `was` and `now`: the file before the change and after it, as far as there was one.
+    Status Compare(const Path& place, const std::optional<Path>& was,
+                   const std::optional<Path>& now)
+    {
+        if (was && now && IsTheSame(*was, *now))
+            return {};
+        const auto before = was ? HashIfThere(*was) : std::string{};
+        const auto after = now ? HashIfThere(*now) : std::string{};
+        if (!before || !after)
+            return before ? after.Error() : before.Error();
+        if (*before == *after)
+            return {};
+        ChangedFolder& folder = FolderOf(place.parent_path());
+        const std::string name = place.filename().native();
+        if (!after->empty())
+            folder.after.push_back({name, *after, place.native()});
+        if (before->empty())
+            return {};
+        folder.before.push_back({name, *before});
+        return KeepBeside(kept_, *was, *before);
+    }
+    std::vector<ChangedFolder> folders;
+
+private:
+    static bool IsTheSame(const Path& was, const Path& now)
+    {
+        const auto before = LookAtSpelled(was);
+        const auto after = LookAtSpelled(now);
+        return before && after && IsSameThing(*before, *after);
+    }
+    ChangedFolder& FolderOf(const Path& place)
+    {
+        for (ChangedFolder& folder : folders)
+            if (Path{folder.folder} == place)
+                return folder;
+        folders.push_back({place.native(), false, {}, {}});
+        return folders.back();
+    }
+
+    const Path kept_;
+};
+
+/// By exact name.
+Result<std::map<std::string, Path>> FilesByName(const Path& folder)
+{
+    const auto files = ListFiles(folder, OnDisk::PatAll);
+    if (!files)
+        return files.Error();
+    std::map<std::string, Path> names;
+    for (const Path& file : *files)
+        names.emplace(file.filename().native(), file);
+    return names;
+}
+
+Status CompareFiles(Differences& differences, const Path& kept, const Path& files)
+{
+    const auto before = FilesByName(FilesIn(kept));
+    const auto now = FilesByName(files);
+    if (!before || !now)
+        return before ? now.Error() : before.Error();
+    std::set<std::string> names;
+    for (const auto& [name, file] : *before)
+        names.insert(name);
+    for (const auto& [name, file] : *now)
+        names.insert(name);
+    const auto find = [](const std::map<std::string, Path>& in, const std::string& name) {
+        const auto found = in.find(name);
+        return found == in.end() ? std::nullopt : std::optional<Path>{found->second};
+    };
+    for (const std::string& name : names)
+        if (auto status = differences.Compare(files / name, find(*before, name), find(*now, name));
+            !status)
+            return status;
+    return {};
+}
+
+std::optional<Path> IfThere(const Path& file)
+{
+    return IsFree(file).ValueOr(true) ? std::nullopt : std::optional<Path>{file};
+}
+
+} // namespace
+
 FilesBefore::FilesBefore(Path files, const LevelRecord& record)
     : files_(std::move(files)), record_(record)
 {
@@ -279,6 +373,32 @@ Status FilesBefore::KeepTarget(const Path& target, const Path& source)
         return status;
     ++targets_;
     return {};
+}
+
+Result<std::vector<ChangedFolder>> FilesBefore::TakeChanges(const Path& kept) const
+{
+    if (!isKept_)
+        return std::vector<ChangedFolder>{};
+    const Path levelFolder = files_.parent_path();
+    const Path here = KeptIn(levelFolder);
+    Differences differences{kept};
+    if (auto status = CompareFiles(differences, here, files_); !status)
+        return status.Error();
+    std::set<std::string> seen; // of several notes the first one tells what was before
+    for (int number = 0; number < targets_; ++number) {
+        const auto bytes = ReadWholeFile(TargetNote(here, number), longestNote);
+        const auto target = bytes ? ParseTarget(*bytes) : std::nullopt;
+        if (!target || !StaysBelow(target->place))
+            return MakeFailure(ErrorCode::Damaged, TextOf(TargetNote(here, number)));
+        if (!seen.insert(target->place).second)
+            continue;
+        const Path place = levelFolder / target->place;
+        if (auto status =
+                differences.Compare(place, IfThere(TargetBefore(here, number)), IfThere(place));
+            !status)
+            return status.Error();
+    }
+    return std::move(differences.folders);
 }
 
 Status FilesBefore::PutBack()

@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 #include "formats/archive_file.h"
+#include "formats/change_note.h"
 
 namespace kestrova
 {
@@ -33,6 +34,9 @@ public:
     /// there or not. One that was not there goes again while it is as that copy; without a source
     /// it goes at all events.
     Status KeepTarget(const Path& target, const Path& source = {});
+    /// What has changed since, once the change is the level's own: the contents that went lie by
+    /// their hashes in `kept` then. Nothing where nothing was kept.
+    [[nodiscard]] Result<std::vector<ChangedFolder>> TakeChanges(const Path& kept) const;
     /// The folder's files are those that were kept, and the targets too. What fails is tried again
     /// by `FinishKilledEdit`.
     Status PutBack();

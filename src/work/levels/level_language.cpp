@@ -5,7 +5,9 @@
 #include "core/look.h"
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
+#include "history/changes.h"
 #include "history/standing.h"
+#include "history/watched_files.h"
 #include "levels/file_names.h"
 #include "session/operation.h"
 #include "swap/folder_guard.h"
@@ -219,6 +221,44 @@ bool WarnIfEnglish(Host& host, const Folders& folders)
     return true;
 }
 
+namespace
+{
+
+/// Changes the language; what has changed, were it only a part of it, can be undone.
+bool ChangeWithWayBack(Session& session, LevelCode code, const Path& folder,
+                       LanguageChange language, bool installed, LanguageFailure& failure)
+{
+    const Folders folders = session.Folders();
+    if (session.settings.undoCount == 0 || ChangeWaits(folders))
+        return ChangeLanguage(session, folder, language, installed, failure);
+    Change change = NewChange(session.machine, folders, session.archive, session.settings,
+                              language == LanguageChange::Mine ? ChangeKind::LanguageChanged
+                                                               : ChangeKind::LanguageRestored,
+                              code);
+    AreLevelsFiles(change);
+    const std::string patterns = std::string{OnDisk::PatDat}.append("|").append(OnDisk::PatDatBak);
+    WatchedFiles files{ResolvePath(folder), patterns, change.kept};
+    const bool noted = NoteChange(folders, change) && files.Keep();
+    const bool done = ChangeLanguage(session, folder, language, installed, failure);
+    auto changed = files.Changed();
+    if (!noted || !changed || (changed->before.empty() && changed->after.empty())) {
+        DropChange(folders, change);
+        return done;
+    }
+    change.folders = {std::move(changed).Value()};
+    if (!NoteChange(folders, change) || !EndChange(folders, session.settings, change))
+        DropChange(folders, change); // there is no way back then
+    return done;
+}
+
+bool ChangeWithout(Session& session, LevelCode /*code*/, const Path& folder,
+                   LanguageChange language, bool installed, LanguageFailure& failure)
+{
+    return ChangeLanguage(session, folder, language, installed, failure);
+}
+
+} // namespace
+
 bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange change, bool verbose)
 {
     const Operation running{session};
@@ -244,7 +284,9 @@ bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange chan
         MendAfterRestart(session, code);
     }
     LanguageFailure failure;
-    if (!ChangeLanguage(session, InFolder(*home, OnDisk::DirFiles), change, installed, failure)) {
+    // Of all levels at once the other command leads back.
+    const auto work = verbose ? ChangeWithWayBack : ChangeWithout;
+    if (!work(session, code, InFolder(*home, OnDisk::DirFiles), change, installed, failure)) {
         if (verbose)
             session.host.Tell(Tone::Error, GetMsg(Msg::LanguageError) + failure.words,
                               failure.reason);

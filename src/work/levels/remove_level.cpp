@@ -2,12 +2,15 @@
 
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
+#include "archive/set_aside.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
 #include "formats/level_folder.h"
+#include "history/changes.h"
 #include "history/history.h"
 #include "history/players_files.h"
 #include "history/standing.h"
+#include "history/undo_entries.h"
 #include "platform/files.h"
 #include "session/operation.h"
 #include "session/telling.h"
@@ -96,6 +99,23 @@ bool TakeOut(Session& session, LevelCode code)
     return false;
 }
 
+/// The removal as a change; noted, so that it can be undone however far it comes. One that cannot
+/// be noted is made without a way back.
+Change NoteRemoval(Session& session, LevelCode code)
+{
+    Change change = NewChange(session.machine, session.Folders(), session.archive, session.settings,
+                              ChangeKind::LevelRemoved, code);
+    const std::ptrdiff_t index = FindLevel(session.archive, code);
+    change.kept.clear();
+    change.record =
+        ChangedRecord{session.archive.file.native(), static_cast<std::size_t>(index),
+                      session.archive.levels[static_cast<std::size_t>(index)], std::nullopt};
+    if (session.settings.undoCount == 0 || ChangeWaits(session.Folders()) ||
+        !NoteChange(session.Folders(), change))
+        change.kind = ChangeKind::Unnamed;
+    return change;
+}
+
 /// The last record takes the place of the one that goes. False: nothing changed.
 bool TakeOffList(Session& session, LevelCode code)
 {
@@ -120,8 +140,24 @@ bool WantsFoldersGone(Host& host, LevelFolders folders, const Path& folder)
                          "\")");
 }
 
+/// Renames the folder, so that it can come back. False where there is no room for it in the bounds
+/// of undoing, or no other name in its file system.
+bool SetRemovedAside(Session& session, const Path& folder, Change& change)
+{
+    if (change.kind == ChangeKind::Unnamed)
+        return false;
+    const auto size = FolderSize(folder);
+    const auto aside = NameForAside(ResolvePath(folder), session.machine.NowNs());
+    if (!size || !aside || !HasUndoRoom(session.settings, static_cast<std::uint64_t>(*size)))
+        return false;
+    change.moved = MovedFolder{ResolvePath(folder).native(), aside->native(),
+                               static_cast<std::uint64_t>(*size)};
+    return NoteChange(session.Folders(), change) &&
+           !platform::Rename(change.moved->from, change.moved->to);
+}
+
 /// The folder with all that is in it, what the player made kept first.
-bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder)
+bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder, Change& change)
 {
     const auto isThere = IsFolder(folder);
     if (!isThere) {
@@ -137,6 +173,10 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder)
         TellFailure(session.host, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), kept.Error());
         return false;
     }
+    if (SetRemovedAside(session, folder, change))
+        return true;
+    DropChange(session.Folders(), change); // what is removed does not come back
+    change.kind = ChangeKind::Unnamed;
     const auto wait =
         session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingLevelFolder));
     if (DoneOrTold(session.host, RemoveTreeWithProgress(folder, *wait)))
@@ -167,12 +207,18 @@ bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
         return false;
     const LevelRecord level =
         session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))];
-    if (!TakeOffList(session, code))
+    Change change = NoteRemoval(session, code);
+    if (!TakeOffList(session, code)) {
+        DropChange(session.Folders(), change);
         return false;
-    if (!WantsFoldersGone(session.host, folders, folder))
-        return true;
-    if (!RemoveLevelFolder(session, code, folder))
-        return false;
+    }
+    const bool goes = WantsFoldersGone(session.host, folders, folder);
+    const bool gone = goes && RemoveLevelFolder(session, code, folder, change);
+    if (change.kind != ChangeKind::Unnamed &&
+        !EndChange(session.Folders(), session.settings, change))
+        DropChange(session.Folders(), change); // there is no way back then
+    if (!gone)
+        return !goes;
     session.host.Tell(Tone::Plain, GetMsg(Msg::LevelRemoved));
     session.archive.header.mainFolderSize -= level.filesSize;
     session.archive.header.secondaryFolderSize -= level.extrasSize;

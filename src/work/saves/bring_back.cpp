@@ -2,6 +2,7 @@
 
 #include "core/look.h"
 #include "formats/level_folder.h"
+#include "history/changes.h"
 #include "history/history.h"
 #include "history/standing.h"
 #include "swap/live_state.h"
@@ -27,8 +28,8 @@ Result<Path> PlaceFor(const Folders& folders, const Archive& archive, LevelCode 
 
 } // namespace
 
-Result<Path> BringBack(const Folders& folders, const Archive& archive, LevelCode code,
-                       const std::string& id)
+Result<Path> BringBack(Machine& machine, const Folders& folders, const Archive& archive,
+                       const ProgramSettings& settings, LevelCode code, const std::string& id)
 {
     const auto entry = HistoryEntryOf(folders, code, id);
     if (!entry)
@@ -42,7 +43,19 @@ Result<Path> BringBack(const Folders& folders, const Archive& archive, LevelCode
     const auto home = PlaceFor(folders, archive, code, *entry);
     if (!home)
         return home;
-    return CopyOutOfHistory(folders, *entry, ResolvePath(*home));
+    const Path folder = ResolvePath(*home);
+    auto place = CopyOutOfHistory(folders, *entry, folder);
+    auto came = place ? FilesThatCame(folder, {*place}) : place.Error();
+    if (!came)
+        return place;
+    Change change = NewChange(machine, folders, archive, settings,
+                              ChangeKind::SavegameBroughtBack, code);
+    change.subject = place->filename().native();
+    if (!entry->picture)
+        change.live = folder.native();
+    change.folders = {std::move(came).Value()};
+    NoteDone(folders, settings, change);
+    return place;
 }
 
 } // namespace kestrova

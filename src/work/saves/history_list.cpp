@@ -37,7 +37,8 @@ bool HistoryList::BringBack(const std::string& id)
     auto place = [&]() -> Result<Path> {
         if (auto status = EndEarlierMove(session_); !status)
             return status.Error();
-        return kestrova::BringBack(session_.Folders(), session_.archive, code_, id);
+        return kestrova::BringBack(session_.machine, session_.Folders(), session_.archive,
+                                  session_.settings, code_, id);
     }();
     if (!place) {
         TellFailure(session_.host, GetMsg(Msg::NotBroughtBack), place.Error());

@@ -9,6 +9,7 @@
 #include "formats/program_folder.h"
 #include "formats/savegame_records.h"
 #include "formats/trle_folder.h"
+#include "history/changes.h"
 #include "history/history.h"
 #include "platform/file_content.h"
 #include "platform/places.h"
@@ -182,12 +183,20 @@ std::vector<std::string> IdsOf(const Folders& folders, LevelCode code,
     return ids;
 }
 
+/// One of the two moves.
+struct Move {
+    LevelCode code;
+    ChangeKind kind;
+    Message reason;
+    Path live;
+};
+
 /// Makes what was planned, counts `added` savegames more in the archive, and shows it. `kept` gets
 /// the ids of savegames that the history alone holds now.
-Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, Message reason,
-                   int added, const std::set<std::string>& elsewhere,
-                   std::vector<std::string>& kept)
+Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan, int added,
+                   const std::set<std::string>& elsewhere, std::vector<std::string>& kept)
 {
+    const LevelCode code = move.code;
     auto folders = plan.Changes();
     if (!folders)
         return folders.Error();
@@ -196,10 +205,17 @@ Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, M
     const auto count = static_cast<std::int32_t>(
         std::int64_t{session.savegameHeader.archivedCount} + added); // wraps as the record does
     const Path header = RootOf(session.Folders(), code) / FileNameOf(OnDisk::FragSavegameHeader);
-    const StateChange change{code, GetMsg(reason), platform::AbsolutePath(header).native(), count,
-                             std::move(*folders)};
+    Change change = NewChange(session.machine, session.Folders(), session.archive,
+                              session.settings, move.kind, code);
+    change.reason = GetMsg(move.reason);
+    change.header = platform::AbsolutePath(header).native();
+    change.archivedCount = count;
+    change.archivedBefore = session.savegameHeader.archivedCount;
+    change.live = move.live.native();
+    change.folders = std::move(*folders);
     const auto going = ContentsThatGo(change.folders, elsewhere);
-    auto status = MakeStateChange(session, change, elsewhere);
+    auto status = MakeChange(session.machine, session.Folders(), session.archive, session.settings,
+                             change, elsewhere);
     if (status && !going.empty())
         kept = IdsOf(session.Folders(), code, going);
     const auto loaded = LoadSavegameStore(session, code);
@@ -209,7 +225,7 @@ Status MakePlanned(Session& session, LevelCode code, const SavegamePlan& plan, M
         if (loaded)
             (void)WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader),
                                   false);
-        status = EndStateChange(session.Folders(), change);
+        status = EndChange(session.Folders(), session.settings, change);
     }
     session.list.Select(code);
     return status;
@@ -363,8 +379,8 @@ Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
             plan.DeleteSavegame(*from, name);
     if (SlotNumberOf(keep) > 0)
         plan.MoveSavegame(*from, keep, *from, SlotName(0), true);
-    if (auto status = MakePlanned(session, code, plan, Msg::ReasonArchived, counts.moved, elsewhere,
-                                  counts.kept);
+    const Move move{code, ChangeKind::SlotsFreed, Msg::ReasonArchived, *live};
+    if (auto status = MakePlanned(session, move, plan, counts.moved, elsewhere, counts.kept);
         !status)
         return status.Error();
     return counts;
@@ -414,9 +430,9 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
     for (std::size_t i = 0; i < order.size(); ++i)
         plan.MoveSavegame(passing, names[order[i]], *slots, SlotName(i), true);
     // What stays live was kept with the snapshot, whatever the game writes over it meanwhile.
-    if (auto status =
-            MakePlanned(session, code, plan, Msg::ReasonBeforeRestore,
-                        -(counts.moved + counts.known), plan.Staying(*slots), counts.kept);
+    const Move move{code, ChangeKind::SlotsFilled, Msg::ReasonBeforeRestore, *live};
+    if (auto status = MakePlanned(session, move, plan, -(counts.moved + counts.known),
+                                  plan.Staying(*slots), counts.kept);
         !status)
         return status.Error();
     return counts;
@@ -447,7 +463,8 @@ int CountArchivedSavegames(const Folders& folders, LevelCode code)
 
 Status EndEarlierMove(Session& session)
 {
-    if (auto status = FinishStateChange(session); !status)
+    if (auto status = FinishChange(session.machine, session.Folders(), session.archive,
+                                   session.settings); !status)
         return status;
     if (!InterruptedWork(session.Folders(), session.archive).empty())
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
@@ -456,7 +473,7 @@ Status EndEarlierMove(Session& session)
 
 bool SavegameMoveWaits(const Folders& folders)
 {
-    return StateChangeWaits(folders);
+    return ChangeWaits(folders);
 }
 
 } // namespace kestrova

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "formats/change_note.h"
 #include "formats/savegame_info.h"
-#include "history/state_change.h"
+
 
 #include <map>
 #include <set>

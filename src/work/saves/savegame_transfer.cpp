@@ -5,6 +5,7 @@
 #include "core/name_list.h"
 #include "formats/savegame_records.h"
 #include "formats/trle_folder.h"
+#include "history/changes.h"
 #include "history/history.h"
 #include "saves/savegame_moves.h"
 #include "saves/savegame_store.h"
@@ -72,21 +73,49 @@ void DeleteExported(Machine& machine, const Folders& folders, const Archive& arc
                     const ProgramSettings& settings, LevelCode code, const std::vector<Path>& files,
                     const Path& folder, FailedFiles& failed)
 {
-    auto status = FlushFolder(folder);
-    if (status)
-        status = KeepInHistory(machine, folders, archive, settings, code, files,
-                               GetMsg(Msg::ReasonExported));
-    if (!status) {
-        for (FailedFile& file : AllFailed(files, status.Error()))
-            failed.push_back(std::move(file));
-        return;
-    }
+    std::vector<Path> going;
     for (const Path& file : files)
         // The game may have saved again since it was copied.
-        if (!SameContent(file, ResolvePath(folder / file.filename())))
+        if (SameContent(file, ResolvePath(folder / file.filename())))
+            going.push_back(file);
+        else
             failed.push_back({file, MakeFailure(ErrorCode::Differs, TextOf(file))});
-        else if (const auto failure = platform::Unlink(file))
-            failed.push_back({file, MakeFailure(ErrorCode::CannotDelete, TextOf(file), failure)});
+    if (going.empty())
+        return;
+    Change change =
+        NewChange(machine, folders, archive, settings, ChangeKind::SavegamesExported, code);
+    change.reason = GetMsg(Msg::ReasonExported);
+    change.subject = std::to_string(going.size());
+    change.live = going.front().parent_path().native();
+    auto status = FlushFolder(folder);
+    auto live = FilesThatGo(change.live, going);
+    if (status && !live)
+        status = live.Error();
+    if (status) {
+        change.folders = {std::move(live).Value()};
+        status = MakeChange(machine, folders, archive, settings, change);
+    }
+    if (status)
+        status = EndChange(folders, settings, change);
+    if (!status)
+        for (FailedFile& file : AllFailed(going, status.Error()))
+            failed.push_back(std::move(file));
+}
+
+/// Savegames that came into a folder of the level, in its free places, can go again.
+void NoteComing(Machine& machine, const Folders& folders, const Archive& archive,
+                const ProgramSettings& settings, LevelCode code, const Path& folder,
+                const std::vector<Path>& files)
+{
+    auto came = FilesThatCame(folder, files);
+    if (files.empty() || !came)
+        return;
+    Change change =
+        NewChange(machine, folders, archive, settings, ChangeKind::SavegamesImported, code);
+    change.subject = std::to_string(files.size());
+    change.live = folder.native();
+    change.folders = {std::move(came).Value()};
+    NoteDone(folders, settings, change);
 }
 
 } // namespace
@@ -104,13 +133,18 @@ FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Pa
     if (!ready)
         return AllFailed(files, ready.Error());
     FailedFiles failed;
+    std::vector<Path> came;
     for (const Path& file : files) {
         const auto place = FreeSlot(folder);
         const auto status =
             place ? CopyFileOver(file, *place, {Verify::Content, true, false, {}}) : place.Error();
         if (!status)
             failed.push_back({file, status.Error()});
+        else
+            came.push_back(*place);
     }
+    NoteComing(session.machine, session.Folders(), session.archive, session.settings, code, folder,
+               came);
     (void)FlushFolder(folder); // what was imported is still where it came from
     return failed;
 }

@@ -1,9 +1,11 @@
 #include "shots/shot_capture.h"
 
+#include "archive/level_sizes.h"
 #include "core/look.h"
 #include "pictures/convert.h"
 #include "session/telling.h"
 #include "shots/file_names.h"
+#include "shots/shot_changes.h"
 #include "shots/shot_files.h"
 #include "words/shots.h"
 
@@ -14,9 +16,19 @@ Status SaveCapturedShot(Session& session, const CapturedShot& shot, const Path& 
 {
     if (auto made = MakeFolder(shot.folder); !made)
         return made;
+    const bool isNew = IsFree(jpeg).ValueOr(false);
     if (auto saved = SaveAsJpeg(shot.picture, jpeg); !saved)
         return saved;
-    AddShotSize(session, static_cast<double>(FileSize(jpeg)), shot.level);
+    const auto bytes = SizeField(static_cast<double>(FileSize(jpeg)));
+    AddShotSize(session, bytes, shot.level);
+    if (isNew && jpeg.parent_path() == shot.folder) {
+        Change change =
+            ShotChange(session.machine, session.Folders(), session.archive, session.settings,
+                       ChangeKind::ShotCaptured, session.archive.levels[shot.level].levelCode,
+                       jpeg.filename().native());
+        change.extraBytes = bytes;
+        NoteNewShots(session.Folders(), session.settings, std::move(change), {jpeg});
+    }
     return {};
 }
 

@@ -1,13 +1,16 @@
 #include "shots/shot_commands.h"
 
 #include "archive/level_folders.h"
+#include "archive/level_sizes.h"
 #include "core/copying.h"
 #include "core/look.h"
+#include "history/changes.h"
 #include "history/history.h"
 #include "platform/places.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
 #include "shots/file_names.h"
+#include "shots/shot_changes.h"
 #include "shots/shot_files.h"
 #include "words/shots.h"
 
@@ -75,6 +78,70 @@ bool KeepShot(Session& session, LevelCode code, const Path& shot, Message reason
     return static_cast<bool>(kept);
 }
 
+/// The picture under a name of the level's folder; another one that bears it is replaced.
+Status PutShot(Session& session, LevelCode code, const Path& source, const Path& target)
+{
+    const Path folder = target.parent_path();
+    if (auto status = MakeFolder(folder); !status)
+        return status;
+    const std::string name = target.filename().native();
+    const Path old = ResolvePath(target);
+    const auto isFree = IsFree(old);
+    if (!isFree)
+        return isFree.Error();
+    if (*isFree) {
+        if (auto status = CopyFileOver(source, target, {Verify::Content, true, true, {}}); !status)
+            return status;
+        NoteNewShots(session.Folders(), session.settings,
+                     ShotChange(session.machine, session.Folders(), session.archive,
+                                session.settings, ChangeKind::ShotAdded, code, name),
+                     {target});
+        return {};
+    }
+    if (SameContent(source, old))
+        return {};
+    Change change = ShotChange(session.machine, session.Folders(), session.archive,
+                               session.settings, ChangeKind::ShotReplaced, code, name);
+    auto replaced = FilesThatGo(folder, {old});
+    const auto hash = HashIfThere(source);
+    if (!replaced || !hash)
+        return replaced ? hash.Error() : replaced.Error();
+    replaced->after = {{old.filename().native(), *hash, platform::AbsolutePath(source).native()}};
+    change.folders = {std::move(replaced).Value()};
+    return MakeShotChange(session.machine, session.Folders(), session.archive, session.settings,
+                          change);
+}
+
+/// The picture goes, and no other one.
+Status TakeAway(Session& session, LevelCode code, const Path& shot, std::int32_t bytes)
+{
+    auto going = FilesThatGo(shot.parent_path(), {shot});
+    if (!going)
+        return going.Error();
+    Change change =
+        ShotChange(session.machine, session.Folders(), session.archive, session.settings,
+                   ChangeKind::ShotDeleted, code, shot.filename().native());
+    change.extraBytes = -bytes;
+    change.folders = {std::move(going).Value()};
+    return MakeShotChange(session.machine, session.Folders(), session.archive, session.settings,
+                          change);
+}
+
+/// The picture has another name by now.
+void NoteRenamed(Session& session, LevelCode code, const Path& shot, const Path& target)
+{
+    auto renamed = FilesThatCame(target.parent_path(), {target});
+    if (!renamed || shot.parent_path() != target.parent_path() ||
+        EqualNames(shot.filename().native(), target.filename().native()))
+        return; // there is no way back then
+    renamed->before = {{shot.filename().native(), renamed->after.front().hash}};
+    Change change =
+        ShotChange(session.machine, session.Folders(), session.archive, session.settings,
+                   ChangeKind::ShotRenamed, code, shot.filename().native());
+    change.folders = {std::move(renamed).Value()};
+    NoteDone(session.Folders(), session.settings, change);
+}
+
 } // namespace
 
 bool AddShot(Session& session, ShotList& shots)
@@ -120,9 +187,7 @@ bool AddShotFile(Session& session, ShotList& shots, const Path& source)
     if (!*isFree && target == folder / name && !SameContent(source, target) &&
         !KeepShot(session, shots.Code(), ResolvePath(target), Msg::ReasonShotReplaced))
         return false;
-    auto done = MakeFolder(folder);
-    if (done)
-        done = CopyFileOver(source, target, {Verify::Content, true, true, {}});
+    const auto done = PutShot(session, shots.Code(), source, target);
     if (!done)
         TellFailure(session.host, GetMsg(Msg::ShotAddFailed), done.Error());
     ShowAgain(session, shots);
@@ -141,16 +206,14 @@ bool DeleteShot(Session& session, ShotList& shots)
         return false;
     if (!KeepShot(session, shots.Code(), shot, Msg::ReasonShotDeleted))
         return false;
-    const auto size = static_cast<double>(FileSize(shot));
-    // Exactly this one: a file whose name differs in case only is another picture.
-    const auto failure = platform::Unlink(shot);
-    if (failure)
-        TellFailure(session.host, GetMsg(Msg::ShotDeleteFailed),
-                    MakeFailure(ErrorCode::CannotDelete, TextOf(shot), failure));
+    const auto size = SizeField(static_cast<double>(FileSize(shot)));
+    const auto gone = TakeAway(session, shots.Code(), shot, size);
+    if (!gone)
+        TellFailure(session.host, GetMsg(Msg::ShotDeleteFailed), gone.Error());
     else if (const std::ptrdiff_t index = FindLevel(session.archive, shots.Code()); index >= 0)
         AddShotSize(session, -size, static_cast<std::size_t>(index));
     ShowAgain(session, shots);
-    return !failure;
+    return static_cast<bool>(gone);
 }
 
 bool RenameShot(Session& session, ShotList& shots)
@@ -188,6 +251,8 @@ bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std
     if (failure)
         TellFailure(session.host, GetMsg(Msg::ShotRenameFailed),
                     MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure));
+    else
+        NoteRenamed(session, shots.Code(), shot, target);
     Reload(session, shots);
     return !failure;
 }

@@ -5,6 +5,7 @@
 #include "formats/level_folder.h"
 #include "session/telling.h"
 #include "shots/file_names.h"
+#include "shots/shot_changes.h"
 #include "shots/shot_files.h"
 #include "words/shots.h"
 
@@ -18,8 +19,8 @@ namespace
 
 using Shown = std::function<void(std::size_t done, std::size_t total)>;
 
-bool Import(Host& host, const Folders& folders, const Archive& archive, std::size_t index,
-            const Shown& shown)
+bool Import(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+            const ProgramSettings& settings, std::size_t index, const Shown& shown)
 {
     const LevelRecord& level = archive.levels[index];
     const Path store = InFolder(LevelHomeOf(folders, level.levelCode), OnDisk::DirSavegames);
@@ -39,11 +40,14 @@ bool Import(Host& host, const Folders& folders, const Archive& archive, std::siz
         return false;
     }
     bool all = true;
+    std::vector<Path> came;
     for (std::size_t i = 0; i < tree->files.size(); ++i) {
         const Path& file = tree->files[i];
         std::string extension;
         const auto target = NewShotName(folders, archive, index, extension);
         const auto copied = target ? CopyFileOver(file, *target) : target.Error();
+        if (copied)
+            came.push_back(*target);
         if (!copied) {
             all = false;
             TellFailure(host,
@@ -54,26 +58,32 @@ bool Import(Host& host, const Folders& folders, const Archive& archive, std::siz
         }
         shown(i + 1, tree->files.size());
     }
+    NoteNewShots(folders, settings,
+                 ShotChange(machine, folders, archive, settings, ChangeKind::ShotsImported,
+                            level.levelCode, std::to_string(came.size())),
+                 came);
     return all;
 }
 
 } // namespace
 
-bool ImportShots(Host& host, const Folders& folders, const Archive& archive, std::size_t index,
-                 ProgressScope& progress)
+bool ImportShots(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+                 const ProgramSettings& settings, std::size_t index, ProgressScope& progress)
 {
-    return Import(host, folders, archive, index, [&](std::size_t done, std::size_t total) {
-        progress.SetBar(done, total);
-        (void)progress.Step(); // it offers no stop
-    });
+    return Import(host, machine, folders, archive, settings, index,
+                  [&](std::size_t done, std::size_t total) {
+                      progress.SetBar(done, total);
+                      (void)progress.Step(); // it offers no stop
+                  });
 }
 
-bool ImportShotsOfAllLevels(Host& host, const Folders& folders, const Archive& archive,
+bool ImportShotsOfAllLevels(Host& host, Machine& machine, const Folders& folders,
+                            const Archive& archive, const ProgramSettings& settings,
                             ProgressScope& progress)
 {
     bool all = true;
     for (std::size_t index = 0; index < archive.levels.size(); ++index) {
-        all = Import(host, folders, archive, index,
+        all = Import(host, machine, folders, archive, settings, index,
                      [&](std::size_t, std::size_t) { (void)progress.Step(); }) &&
               all;
         progress.SetBar(index + 1, archive.levels.size());

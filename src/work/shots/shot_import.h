@@ -3,6 +3,8 @@
 #include "session/archive.h"
 #include "session/folders.h"
 #include "session/host.h"
+#include "session/machine.h"
+#include "session/settings.h"
 
 namespace kestrova
 {
@@ -10,10 +12,11 @@ namespace kestrova
 /// Copies the pictures of a level's archived savegames into its list of screen-shots, each under
 /// the next free name, the bar following the files. A failed copy is told, and the next one is
 /// tried. Nothing remembers what was imported before. False when anything failed.
-bool ImportShots(Host& host, const Folders& folders, const Archive& archive, std::size_t index,
-                 ProgressScope& progress);
+bool ImportShots(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+                 const ProgramSettings& settings, std::size_t index, ProgressScope& progress);
 /// The same for every level, the bar following the levels.
-bool ImportShotsOfAllLevels(Host& host, const Folders& folders, const Archive& archive,
+bool ImportShotsOfAllLevels(Host& host, Machine& machine, const Folders& folders,
+                            const Archive& archive, const ProgramSettings& settings,
                             ProgressScope& progress);
 
 } // namespace kestrova

@@ -6,8 +6,8 @@
 #include "core/name_list.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
+#include "history/changes.h"
 #include "history/history.h"
-#include "history/state_change.h"
 #include "history/swap_journal_file.h"
 #include "originals/backup_folders.h"
 #include "originals/vault.h"
@@ -140,14 +140,20 @@ bool SetAsideDamaged(Host& host, const Folders& folders)
 /// A change of savegames is finished before a swap moves them.
 bool FinishSavegames(Session& session)
 {
-    if (!StateChangeWaits(session.Folders()))
+    if (!ChangeWaits(session.Folders()))
         return true;
     const Operation running{session};
-    if (const auto status = FinishStateChange(session); !status) {
-        TellFailure(session.host, GetMsg(Msg::SavegamesUnfinished), status.Error());
+    const bool savegames = SavegameMoveWaitsIn(session.Folders());
+    if (const auto status =
+            FinishChange(session.machine, session.Folders(), session.archive, session.settings);
+        !status) {
+        TellFailure(session.host,
+                    GetMsg(savegames ? Msg::SavegamesUnfinished : Msg::ChangeUnfinished),
+                    status.Error());
         return false;
     }
-    session.host.Tell(Tone::Warning, GetMsg(Msg::SavegamesFinished));
+    session.host.Tell(Tone::Warning,
+                      GetMsg(savegames ? Msg::SavegamesFinished : Msg::ChangeFinished));
     return true;
 }
 
@@ -208,8 +214,8 @@ std::string InterruptedWork(const Folders& folders, const Archive& archive)
                       {TextOf((*lacking)->noted)});
     if (!IsFree(JournalPath(folders)).ValueOr(false)) // nor is one that cannot be looked at none
         return GetMsg(Msg::WaitingSwap);
-    if (StateChangeWaits(folders))
-        return GetMsg(Msg::WaitingSavegames);
+    if (ChangeWaits(folders))
+        return GetMsg(SavegameMoveWaitsIn(folders) ? Msg::WaitingSavegames : Msg::WaitingChange);
     return BackupFoldersWait(folders) ? GetMsg(Msg::WaitingBackup) : std::string{};
 }
 

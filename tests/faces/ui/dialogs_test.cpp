@@ -83,6 +83,8 @@ TEST(Settings, OkTakesEveryControlOverAndCancelNone)
         In<QLineEdit>(dialog, "Text_WineWords")->setText("-a b");
         In<QSpinBox>(dialog, "Spin_HistoryCount")->setValue(7);
         In<QSpinBox>(dialog, "Spin_HistorySize")->setValue(9);
+        In<QSpinBox>(dialog, "Spin_UndoCount")->setValue(5);
+        In<QSpinBox>(dialog, "Spin_UndoSize")->setValue(6);
     };
     {
         SettingsDialog dialog{world.session, nullptr};
@@ -121,6 +123,8 @@ TEST(Settings, OkTakesEveryControlOverAndCancelNone)
     EXPECT_EQ(world.session.settings.wineWords, "-a b");
     EXPECT_EQ(world.session.settings.historyCount, 7);
     EXPECT_EQ(world.session.settings.historyMegabytes, 9);
+    EXPECT_EQ(world.session.settings.undoCount, 5);
+    EXPECT_EQ(world.session.settings.undoMegabytes, 6);
     EXPECT_FALSE(world.box.Has("home/Kestrova.prf")) << "the file is written at the end";
 }
 

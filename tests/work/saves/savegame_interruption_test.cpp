@@ -1,4 +1,4 @@
-#include "history/state_change.h"
+#include "history/changes.h"
 #include "platform/file_content.h"
 #include "sandbox/faults.h"
 #include "saves/savegame_transfer.h"
@@ -90,7 +90,7 @@ void RestoreHalf(SavesWorld& world)
 {
     static const int step = StepInTheMiddle();
     ASSERT_TRUE(RestoreKilledAt(step, world).killed);
-    ASSERT_TRUE(StateChangeWaits(world.session.Folders()));
+    ASSERT_TRUE(ChangeWaits(world.session.Folders()));
 }
 
 class SavegameInterruption : public ::testing::TestWithParam<Work>
@@ -302,12 +302,12 @@ TEST(SavegameRecovery, WaitsForAFolderThatIsGoneAndSwapsWaitToo)
     EXPECT_TRUE(InterruptedWork(world.session.Folders(), world.session.archive).empty());
 }
 
-TEST(StateChange, FailsBeforeAnythingChangesWhenWhatIsToComeIsNowhere)
+TEST(ChangeNote, FailsBeforeAnythingChangesWhenWhatIsToComeIsNowhere)
 {
     SavesWorld world;
     Fill(world);
     const auto before = world.Snapshot("");
-    StateChange change;
+    Change change;
     change.code = world.played;
     change.header = (world / "levels/LEVEL_0001/savegames/savegames.bva").native();
     change.folders = {{(world / "trle").native(), false, {}, {}},
@@ -318,7 +318,8 @@ TEST(StateChange, FailsBeforeAnythingChangesWhenWhatIsToComeIsNowhere)
     change.folders[1].after = {
         {"savegame.3", hash, (world / "trle/savegame.3").native()},
         {"savegame.5", std::string(32, 'c'), (world / "trle/savegame.5").native()}};
-    const auto made = MakeStateChange(world.session, change);
+    const auto made = MakeChange(world.session.machine, world.session.Folders(), world.session.archive,
+                                 world.session.settings, change);
     ASSERT_FALSE(made);
     EXPECT_EQ(made.Error().subject, (world / "trle/savegame.5").native());
     EXPECT_EQ(world.Snapshot(""), before);
@@ -326,15 +327,15 @@ TEST(StateChange, FailsBeforeAnythingChangesWhenWhatIsToComeIsNowhere)
 
     // A later run goes on without it, and does not count it.
     change.archivedCount = 2;
-    world.Write("home/swap/savegames", FormatStateChange(change));
+    world.Write("home/swap/savegames", FormatChange(change));
     ASSERT_TRUE(RecoverInterruptedWork(world.session)) << world.host.AllTold();
     EXPECT_EQ(world.ShownSlot(9), "savegame.3=14");
     EXPECT_EQ(world.Count(), 1);
 }
 
-TEST(StateChange, ANoteComesBackAsItWasWrittenOrNotAtAll)
+TEST(ChangeNote, ANoteComesBackAsItWasWrittenOrNotAtAll)
 {
-    StateChange change;
+    Change change;
     change.code = 7;
     change.reason = "slots freed";
     change.header = "/levels/x \xFF/savegames.bva";
@@ -343,18 +344,18 @@ TEST(StateChange, ANoteComesBackAsItWasWrittenOrNotAtAll)
                        true,
                        {{"savegame.0", std::string(32, 'a')}},
                        {{"note0.txt", std::string(32, 'b'), "/levels/a\xFE/note3.txt"}}}};
-    const std::string text = FormatStateChange(change);
-    const auto back = ParseStateChange(text);
+    const std::string text = FormatChange(change);
+    const auto back = ParseChange(text);
     ASSERT_TRUE(back);
-    EXPECT_EQ(FormatStateChange(*back), text);
+    EXPECT_EQ(FormatChange(*back), text);
     EXPECT_EQ(back->header, change.header);
     EXPECT_EQ(back->folders[0].after[0].source, change.folders[0].after[0].source);
     for (std::size_t length = 0; length + 2 < text.size(); ++length)
-        EXPECT_FALSE(ParseStateChange(std::string_view{text}.substr(0, length))) << length;
+        EXPECT_FALSE(ParseChange(std::string_view{text}.substr(0, length))) << length;
     change.folders[0].after[0].name = "../note0.txt";
-    EXPECT_FALSE(ParseStateChange(FormatStateChange(change)));
+    EXPECT_FALSE(ParseChange(FormatChange(change)));
     change.folders[0].after[0] = {"note0.txt", std::string(32, 'b'), "note3.txt"};
-    EXPECT_FALSE(ParseStateChange(FormatStateChange(change)));
+    EXPECT_FALSE(ParseChange(FormatChange(change)));
 
     SavesWorld world;
     world.Write("home/swap/savegames", text.substr(0, 30));

@@ -283,20 +283,21 @@ TEST(ImportShots, TakesEveryPictureOfTheStoreUnderNewNames)
     world.Write("levels/LEVEL_0002/savegames/slot1/shot0.jpg", "of the second");
     world.Put("1) Lost City.jpg", "mine");
     const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
-    EXPECT_TRUE(ImportShots(world.session.host, world.session.Folders(), world.session.archive, 1,
-                            *progress));
+    EXPECT_TRUE(ImportShots(world.session.host, world.session.machine, world.session.Folders(),
+                            world.session.archive, world.session.settings, 1, *progress));
     const auto shots = world.Snapshot(folder);
     ASSERT_EQ(shots.size(), 4U);
     EXPECT_EQ(shots.at("1) Lost City.jpg"), "mine");
     EXPECT_EQ(shots.at("2) Lost City.jpg"), "bitmap") << "only its name says jpeg";
-    EXPECT_TRUE(ImportShotsOfAllLevels(world.session.host, world.session.Folders(),
-                                       world.session.archive, *progress));
+    EXPECT_TRUE(ImportShotsOfAllLevels(world.session.host, world.session.machine,
+                                       world.session.Folders(), world.session.archive,
+                                       world.session.settings, *progress));
     EXPECT_EQ(world.Snapshot(folder).size(), 7U) << "nothing remembers an earlier import";
     EXPECT_TRUE(world.Has("levels/LEVEL_0002/screenshots/1) Second.jpg"));
 
     EXPECT_FALSE(WithFaultAt(1, [&] {
-        return ImportShots(world.session.host, world.session.Folders(), world.session.archive, 1,
-                           *progress);
+        return ImportShots(world.session.host, world.session.machine, world.session.Folders(),
+                           world.session.archive, world.session.settings, 1, *progress);
     }));
     EXPECT_TRUE(world.host.WasTold("Error while copying file: "));
     EXPECT_EQ(world.Snapshot(folder).size(), 9U) << "the others go on";

@@ -36,7 +36,8 @@ TEST(FailedLook, NoFileThatIsBroughtBackTakesThePlaceOfAnother)
         world.Write("trle/Script.dat", "my second script");
         const FaultRun run = failing([&] {
             const bool save =
-                bool{BringBack(world.session.Folders(), world.session.archive, 1, ids[0])};
+                bool{BringBack(world.session.machine, world.session.Folders(),
+                               world.session.archive, world.session.settings, 1, ids[0])};
             return BringOriginalBack(world.session, "o-1") && save;
         });
         EXPECT_EQ(world.Read(store + "savegame.0"), SavegameBytes("First again", 9));

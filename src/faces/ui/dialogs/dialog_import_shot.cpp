@@ -67,9 +67,11 @@ void ImportShotDialog::Import()
     OwnProgress progress{*info_, *bar_};
     // Every failure was told where it happened; the end is told in any case.
     if (all_->isChecked())
-        (void)ImportShotsOfAllLevels(session_.host, session_.Folders(), session_.archive, progress);
+        (void)ImportShotsOfAllLevels(session_.host, session_.machine, session_.Folders(),
+                                     session_.archive, session_.settings, progress);
     else
-        (void)ImportShots(session_.host, session_.Folders(), session_.archive, index_, progress);
+        (void)ImportShots(session_.host, session_.machine, session_.Folders(), session_.archive,
+                          session_.settings, index_, progress);
     session_.host.Tell(Tone::Plain, GetMsg(Msg::ShotImportDone));
     accept();
 }

@@ -167,6 +167,12 @@ QWidget* SettingsDialog::MakeComputer()
     historySize_ = Named<QSpinBox>("Spin_HistorySize");
     historySize_->setRange(0, mostHistoryMegabytes);
     historySize_->setValue(form_.settings.historyMegabytes);
+    undoCount_ = Named<QSpinBox>("Spin_UndoCount");
+    undoCount_->setRange(0, mostHistoryFiles);
+    undoCount_->setValue(form_.settings.undoCount);
+    undoSize_ = Named<QSpinBox>("Spin_UndoSize");
+    undoSize_->setRange(0, mostHistoryMegabytes);
+    undoSize_->setValue(form_.settings.undoMegabytes);
 
     const auto addRow = [](QFormLayout* form, const char* caption, QWidget* field) {
         auto* label = Named<QLabel>(caption);
@@ -183,6 +189,11 @@ QWidget* SettingsDialog::MakeComputer()
     addRow(historyForm, "Label_HistoryCountOf", historyCount_);
     addRow(historyForm, "Label_HistorySizeOf", historySize_);
     historyForm->addRow(NoteLabel("Label_HistoryNote"));
+    auto* undo = Named<QGroupBox>("Frame_Undo");
+    auto* undoForm = new QFormLayout(undo);
+    addRow(undoForm, "Label_UndoCountOf", undoCount_);
+    addRow(undoForm, "Label_UndoSizeOf", undoSize_);
+    undoForm->addRow(NoteLabel("Label_UndoNote"));
 
     exportSavegames_ = Box("Check_ExportSavegames", form_.settings.exportSavegames);
     auto* exported = Named<QGroupBox>("Frame_Export");
@@ -192,6 +203,7 @@ QWidget* SettingsDialog::MakeComputer()
     auto* column = new QVBoxLayout(page);
     column->addWidget(wine);
     column->addWidget(history);
+    column->addWidget(undo);
     column->addWidget(exported);
     column->addStretch();
     return page;
@@ -221,6 +233,8 @@ void SettingsDialog::accept()
     form_.settings.exportSavegames = exportSavegames_->isChecked();
     form_.settings.historyCount = historyCount_->value();
     form_.settings.historyMegabytes = historySize_->value();
+    form_.settings.undoCount = undoCount_->value();
+    form_.settings.undoMegabytes = undoSize_->value();
     const Operation operation{session_};
     if (form_.Accept())
         QDialog::accept();

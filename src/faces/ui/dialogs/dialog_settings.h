@@ -44,6 +44,8 @@ private:
     QCheckBox* exportSavegames_ = nullptr;
     QSpinBox* historyCount_ = nullptr;
     QSpinBox* historySize_ = nullptr;
+    QSpinBox* undoCount_ = nullptr;
+    QSpinBox* undoSize_ = nullptr;
 };
 
 } // namespace kestrova

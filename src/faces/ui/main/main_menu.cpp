@@ -71,6 +71,12 @@ Order OrderOf(std::string_view menu)
     return order;
 }
 
+/// A caption with names in it: none of their characters marks a key.
+QString Plain(const std::string& caption)
+{
+    return ToQt(caption).replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
 QAction* AddCommand(QMenu& menu, const CommandRow& row, std::string_view name, const Invoke& invoke)
 {
     QAction* action = menu.addAction(Words(row.window.caption));
@@ -126,6 +132,20 @@ void FillLevelMenu(QMenu& menu, const Invoke& invoke)
     if (!rows.empty())
         menu.setDefaultAction(menu.actions().front());
     GiveLetters(menu);
+}
+
+void ShowMenuNow(const QWidget& window, const Session& session)
+{
+    for (const CommandRow& row : CommandTable()) {
+        if (row.window.shown == nullptr)
+            continue;
+        auto* action = window.findChild<QAction*>(Name(row.window.control));
+        if (action == nullptr)
+            continue;
+        const ShownNow now = row.window.shown(session);
+        action->setText(Plain(now.caption));
+        action->setEnabled(now.enabled);
+    }
 }
 
 QStringList MenuCommands()

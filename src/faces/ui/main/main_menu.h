@@ -17,6 +17,9 @@ using Invoke = std::function<void(const CommandRow&)>;
 /// disabled. `SetCaptions` gives the letters.
 void BuildMenu(QMenuBar& bar, const Invoke& invoke);
 
+/// Captions that tell what their command would do now, and whether it would do anything.
+void ShowMenuNow(const QWidget& window, const Session& session);
+
 /// The commands on one level, for a right click on it.
 void FillLevelMenu(QMenu& menu, const Invoke& invoke);
 

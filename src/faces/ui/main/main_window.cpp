@@ -140,6 +140,8 @@ void MainWindow::ConnectShots()
 
 void MainWindow::ConnectCommands()
 {
+    for (QMenu* menu : menuBar()->findChildren<QMenu*>(QString{}, Qt::FindDirectChildrenOnly))
+        connect(menu, &QMenu::aboutToShow, this, &MainWindow::ShowMenu);
     for (const CommandRow& row : CommandTable()) {
         const auto invoke = [this, &row] { commands_.Invoke(row); };
         const std::string name{row.window.button};
@@ -179,11 +181,13 @@ void MainWindow::RefreshList()
     setWindowTitle(!session_.archive.Loaded() ? Words(Msg::ProgramName)
                                               : ToQt(WindowTitle(session_.archive)));
     levels_->Refresh();
+    ShowMenu();
     ShowChosen();
 }
 
 void MainWindow::Choose(LevelCode code)
 {
+    ShowMenu();
     if (levels_->Choose(code))
         ShowChosen();
 }
@@ -201,6 +205,11 @@ void MainWindow::ShowChosen()
         details_->ShowNothing();
     else if (const auto facts = SelectLevel(session_, *chosen))
         details_->ShowFacts(session_, *facts);
+}
+
+void MainWindow::ShowMenu()
+{
+    ShowMenuNow(*this, session_);
 }
 
 void MainWindow::ShowChosenNow()

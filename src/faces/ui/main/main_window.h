@@ -48,7 +48,9 @@ public:
     void ShowActivity(const QString& text);
     /// Everything beside the list, for the chosen level, at once.
     void ShowChosen();
-    /// The same when the chosen level is not shown whole yet.
+    /// Items of the menu as things stand now.
+    void ShowMenu();
+    /// The chosen level, when it is not shown whole yet.
     void ShowChosenNow();
     /// The panes with the chosen level's pictures.
     [[nodiscard]] ShotPanes& Shots() const;

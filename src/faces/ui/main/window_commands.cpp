@@ -60,6 +60,12 @@ void WindowCommands::Invoke(const CommandRow& row)
     }
     if (session_.runningOperations > 0)
         return;
+    RunOrShow(row);
+    window_.ShowMenu();
+}
+
+void WindowCommands::RunOrShow(const CommandRow& row)
+{
     for (const Opens& own : windows)
         if (own.command == row.window.control || own.command == row.window.button)
             return own.show(*this);

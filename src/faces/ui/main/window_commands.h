@@ -32,6 +32,7 @@ public:
     void GameStarted() override;
 
 private:
+    void RunOrShow(const CommandRow& row);
     void EditChosen();
     void EditArchivePreferences();
     void ShowAuthor();

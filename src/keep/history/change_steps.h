@@ -1,24 +1,31 @@
 #pragma once
 
-#include "history/state_change.h"
+#include "formats/change_note.h"
+#include "session/archive.h"
+#include "session/folders.h"
+#include "session/machine.h"
+#include "session/settings.h"
+
+#include <set>
 
 namespace kestrova
 {
 
 /// Everything that the change wrote, and its note, is on the disk when it answers.
-Status FlushChange(const Folders& folders, const StateChange& change);
+Status FlushChange(const Folders& folders, const Change& change);
 
-/// One run of a change of state, the first or one that goes on after a killed one. Each step may
-/// be repeated.
-class ChangeRun
+/// The steps of a change of files, for the first time or once more after a killed one. Each may be
+/// repeated.
+class ChangeSteps
 {
 public:
     enum class Round {
         First, ///< every content that is to come must be there
         Later  ///< what another hand took away since is passed over
     };
-    ChangeRun(Session& session, const StateChange& change, std::set<std::string> elsewhere,
-              Round round);
+    ChangeSteps(Machine& machine, const Folders& folders, const Archive& archive,
+                const ProgramSettings& settings, const Change& change,
+                std::set<std::string> elsewhere, Round round);
 
     Status Go();
     /// After a failure: removes what `Go` added. False when files were overwritten or deleted
@@ -58,10 +65,21 @@ private:
     enum class Holder { Nobody, Flushed, Unflushed };
     /// Whether a file that stays holds that content.
     [[nodiscard]] Holder HolderOf(const std::string& hash) const;
+    /// What loses its place and is nowhere else then is in the history, or, of a level's own
+    /// files, beside the level.
     Status Keep(const std::vector<Path>& files);
+    /// What the change could not be undone without. Where it cannot be kept there is no way back,
+    /// but the change goes on.
+    void KeepForUndo(const Target& target) const;
+    /// True when the change gives that content another place.
+    [[nodiscard]] bool HasNewPlace(const std::string& hash) const;
+    void RemoveEmptied() const;
 
-    Session& session_;
-    const StateChange& change_;
+    Machine& machine_;
+    const Folders& where_;
+    const Archive& archive_;
+    const ProgramSettings& settings_;
+    const Change& change_;
     std::set<std::string> elsewhere_;
     Round round_;
     std::vector<Target> targets_;

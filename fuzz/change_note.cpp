@@ -1,4 +1,4 @@
-#include "history/state_change.h"
+#include "formats/change_note.h"
 
 #include "check.h"
 #include "core/names.h"
@@ -7,11 +7,11 @@
 using namespace kestrova;
 using namespace kestrova::fuzz;
 
-/// The note of a move of savegames: no name in it leads out of its folder, and whatever parses is
+/// The note of a change: no name in it leads out of its folder, and whatever parses is
 /// written and read the same.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const auto change = ParseStateChange(TextOfInput(data, size));
+    const auto change = ParseChange(TextOfInput(data, size));
     if (!change)
         return 0;
     const auto check = [](const auto& files) {
@@ -23,8 +23,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         check(folder.before);
         check(folder.after);
     }
-    const std::string written = FormatStateChange(*change);
-    const auto again = ParseStateChange(written);
-    Promise(again && FormatStateChange(*again) == written, "what was written reads the same");
+    const std::string written = FormatChange(*change);
+    const auto again = ParseChange(written);
+    Promise(again && FormatChange(*again) == written, "what was written reads the same");
     return 0;
 }

@@ -1,10 +1,12 @@
-#include "history/change_run.h"
+#include "history/change_steps.h"
 
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "formats/level_folder.h"
 #include "formats/trle_folder.h"
 #include "history/history.h"
+#include "history/watched_files.h"
 #include "platform/file_content.h"
 
 #include <algorithm>
@@ -29,6 +31,13 @@ Result<std::string> HashNow(const Path& file)
     return hash;
 }
 
+/// True for what a level brought, or is known by: no savegame, note or picture of the player's.
+bool IsLevelsOwn(const Path& file, const Path& home)
+{
+    const Path folder = file.parent_path();
+    return IsSameFolder(folder, home) || IsSameFolder(folder, InFolder(home, OnDisk::DirFiles));
+}
+
 bool Holds(const Path& file, const std::string& hash)
 {
     const auto now = HashNow(file);
@@ -37,42 +46,47 @@ bool Holds(const Path& file, const std::string& hash)
 
 } // namespace
 
-Status FlushChange(const Folders& folders, const StateChange& change)
+Status FlushChange(const Folders& folders, const Change& change)
 {
-    std::vector<Path> touched{ResolvePath(folders.program)};
+    std::vector<Path> places{ResolvePath(folders.program)};
     for (const ChangedFolder& folder : change.folders)
-        touched.push_back(ResolvePath(folder.folder));
+        places.push_back(ResolvePath(folder.folder));
+    if (change.moved)
+        places.push_back(Path{change.moved->to}.parent_path());
     std::set<std::uint64_t> flushed;
-    for (const Path& folder : touched) {
-        const auto facts = LookAt(folder);
+    for (const Path& place : places) {
+        const auto facts = LookAt(place);
         if (!facts)
             return facts.Error();
         if (facts->kind != platform::FileKind::Folder || !flushed.insert(facts->device).second)
             continue;
-        if (const auto failure = platform::SyncFileSystem(folder))
-            return MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
+        if (const auto failure = platform::SyncFileSystem(place))
+            return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
     }
     return {};
 }
 
-ChangeRun::ChangeRun(Session& session, const StateChange& change, std::set<std::string> elsewhere,
-                     Round round)
-    : session_(session), change_(change), elsewhere_(std::move(elsewhere)), round_(round)
+ChangeSteps::ChangeSteps(Machine& machine, const Folders& folders, const Archive& archive,
+                         const ProgramSettings& settings, const Change& change,
+                         std::set<std::string> elsewhere, Round round)
+    : machine_(machine), where_(folders), archive_(archive), settings_(settings), change_(change),
+      elsewhere_(std::move(elsewhere)), round_(round)
 {
 }
 
-Status ChangeRun::Go()
+Status ChangeSteps::Go()
 {
-    for (Status (ChangeRun::*step)() :
-         {&ChangeRun::MakeNewFolders, &ChangeRun::Look, &ChangeRun::PutNew,
-          &ChangeRun::KeepOverwritten, &ChangeRun::Overwrite, &ChangeRun::KeepGoing,
-          &ChangeRun::Delete})
+    for (Status (ChangeSteps::*step)() :
+         {&ChangeSteps::MakeNewFolders, &ChangeSteps::Look, &ChangeSteps::PutNew,
+          &ChangeSteps::KeepOverwritten, &ChangeSteps::Overwrite, &ChangeSteps::KeepGoing,
+          &ChangeSteps::Delete})
         if (auto status = (this->*step)(); !status)
             return status;
+    RemoveEmptied();
     return {};
 }
 
-Status ChangeRun::MakeNewFolders()
+Status ChangeSteps::MakeNewFolders()
 {
     for (const ChangedFolder& folder : change_.folders) {
         const Path place = ResolvePath(folder.folder);
@@ -90,7 +104,7 @@ Status ChangeRun::MakeNewFolders()
     return {};
 }
 
-void ChangeRun::Add(const ChangedFolder& folder)
+void ChangeSteps::Add(const ChangedFolder& folder)
 {
     const Path place = ResolvePath(folder.folder);
     ClearStagedLeftovers(place);
@@ -109,7 +123,7 @@ void ChangeRun::Add(const ChangedFolder& folder)
     }
 }
 
-Status ChangeRun::AllIsThere() const
+Status ChangeSteps::AllIsThere() const
 {
     for (const Target& target : targets_)
         if (!target.foreign && !target.becomes.empty() && !Holds(target.file, target.becomes) &&
@@ -118,7 +132,7 @@ Status ChangeRun::AllIsThere() const
     return {};
 }
 
-Status ChangeRun::Look()
+Status ChangeSteps::Look()
 {
     targets_.clear();
     for (const ChangedFolder& folder : change_.folders)
@@ -134,18 +148,18 @@ Status ChangeRun::Look()
     return round_ == Round::First ? AllIsThere() : Status{};
 }
 
-Status ChangeRun::LeaveForeign(Target& target)
+Status ChangeSteps::LeaveForeign(Target& target)
 {
     target.foreign = true;
     std::vector<Path> files{target.file};
     if (!target.becomes.empty())
         if (Path source = SourceOf(target);
-            !source.empty() && source != HistoryContent(session_.Folders(), target.becomes))
+            !source.empty() && source != HistoryContent(where_, target.becomes))
             files.push_back(std::move(source));
     return Keep(files);
 }
 
-Path ChangeRun::SourceOf(const Target& wanted) const
+Path ChangeSteps::SourceOf(const Target& wanted) const
 {
     const std::string& hash = wanted.becomes;
     if (wanted.source != wanted.file && Holds(wanted.source, hash))
@@ -154,11 +168,13 @@ Path ChangeRun::SourceOf(const Target& wanted) const
         if ((target.was == hash || target.becomes == hash) && target.file != wanted.file &&
             Holds(target.file, hash))
             return target.file;
-    Path kept = HistoryContent(session_.Folders(), hash);
-    return Holds(kept, hash) ? kept : Path{};
+    if (Path kept = HistoryContent(where_, hash); Holds(kept, hash))
+        return kept;
+    Path kept = Path{change_.kept} / hash;
+    return !change_.kept.empty() && Holds(kept, hash) ? kept : Path{};
 }
 
-Status ChangeRun::Place(Target& target)
+Status ChangeSteps::Place(Target& target)
 {
     const Path source = SourceOf(target);
     if (source.empty() && round_ == Round::First)
@@ -172,7 +188,7 @@ Status ChangeRun::Place(Target& target)
     return {};
 }
 
-Status ChangeRun::PutNew()
+Status ChangeSteps::PutNew()
 {
     for (Target& target : targets_) {
         if (target.foreign || !target.was.empty())
@@ -181,10 +197,10 @@ Status ChangeRun::PutNew()
             if (auto status = Place(target); !status)
                 return status;
     }
-    return FlushChange(session_.Folders(), change_);
+    return FlushChange(where_, change_);
 }
 
-ChangeRun::Holder ChangeRun::HolderOf(const std::string& hash) const
+ChangeSteps::Holder ChangeSteps::HolderOf(const std::string& hash) const
 {
     if (elsewhere_.contains(hash))
         return Holder::Flushed;
@@ -198,15 +214,57 @@ ChangeRun::Holder ChangeRun::HolderOf(const std::string& hash) const
     return holder;
 }
 
-Status ChangeRun::Keep(const std::vector<Path>& files)
+Status ChangeSteps::Keep(const std::vector<Path>& files)
 {
-    return KeepInHistory(session_.machine, session_.Folders(), session_.archive, session_.settings,
-                         change_.code, files, change_.reason);
+    std::vector<Path> players;
+    for (const Path& file : files) {
+        if (!change_.ofLevelsFiles || !IsLevelsOwn(file, change_.home))
+            players.push_back(file);
+        if (!change_.ofLevelsFiles)
+            continue;
+        const auto hash = HashNow(file);
+        if (!hash)
+            return hash.Error();
+        if (auto status = KeepBeside(change_.kept, file, *hash); !status)
+            return status;
+    }
+    return KeepInHistory(machine_, where_, archive_, settings_,
+                         LevelPlace{change_.code, change_.home}, players, change_.reason);
 }
 
-Status ChangeRun::KeepOverwritten()
+bool ChangeSteps::HasNewPlace(const std::string& hash) const
+{
+    return std::any_of(targets_.begin(), targets_.end(), [&](const Target& target) {
+        return target.becomes == hash && !target.foreign;
+    });
+}
+
+void ChangeSteps::KeepForUndo(const Target& target) const
+{
+    if (change_.kept.empty() || change_.ofLevelsFiles || HasNewPlace(target.was))
+        return;
+    const Path inHistory = HistoryContent(where_, target.was);
+    const Path kept = Path{change_.kept} / target.was;
+    if (!MakeFolders(kept.parent_path()) || IsFile(kept).ValueOr(false))
+        return;
+    // The game may write into its own file; what is in the history stays as it is.
+    if (Holds(inHistory, target.was) && !platform::HardLink(inHistory, kept))
+        return;
+    if (CopyFileOver(target.file, kept) && !Holds(kept, target.was))
+        (void)platform::Unlink(kept); // it has changed just now
+}
+
+void ChangeSteps::RemoveEmptied() const
+{
+    for (const ChangedFolder& folder : change_.folders)
+        if (folder.goes)
+            (void)platform::RemoveFolder(ResolvePath(folder.folder)); // unless others use it
+}
+
+Status ChangeSteps::KeepOverwritten()
 {
     std::vector<Path> files;
+    std::vector<const Target*> going;
     for (const Target& target : targets_) {
         if (target.foreign || target.was.empty() || target.becomes.empty())
             continue;
@@ -215,11 +273,17 @@ Status ChangeRun::KeepOverwritten()
             return now.Error();
         if (*now == target.was && HolderOf(target.was) == Holder::Nobody)
             files.push_back(target.file);
+        if (*now == target.was)
+            going.push_back(&target);
     }
-    return Keep(files);
+    auto status = Keep(files);
+    if (status)
+        for (const Target* target : going)
+            KeepForUndo(*target);
+    return status;
 }
 
-Status ChangeRun::Overwrite()
+Status ChangeSteps::Overwrite()
 {
     for (Target& target : targets_) {
         if (target.foreign || target.was.empty() || target.becomes.empty())
@@ -241,7 +305,7 @@ Status ChangeRun::Overwrite()
     return {};
 }
 
-Result<bool> ChangeRun::StillGoes(const Target& target)
+Result<bool> ChangeSteps::StillGoes(const Target& target)
 {
     if (target.foreign || !target.becomes.empty())
         return false;
@@ -249,9 +313,10 @@ Result<bool> ChangeRun::StillGoes(const Target& target)
     return now ? Result<bool>{*now == target.was} : now.Error();
 }
 
-Status ChangeRun::KeepGoing()
+Status ChangeSteps::KeepGoing()
 {
     std::vector<Path> files;
+    std::vector<const Target*> going;
     bool unflushed = false;
     for (const Target& target : targets_) {
         const auto goes = StillGoes(target);
@@ -263,14 +328,19 @@ Status ChangeRun::KeepGoing()
         unflushed = unflushed || holder == Holder::Unflushed;
         if (holder == Holder::Nobody)
             files.push_back(target.file);
+        going.push_back(&target);
     }
     if (unflushed)
-        if (auto status = FlushChange(session_.Folders(), change_); !status)
+        if (auto status = FlushChange(where_, change_); !status)
             return status;
-    return Keep(files);
+    auto status = Keep(files);
+    if (status)
+        for (const Target* target : going)
+            KeepForUndo(*target);
+    return status;
 }
 
-Status ChangeRun::Delete()
+Status ChangeSteps::Delete()
 {
     for (const Target& target : targets_) {
         const auto goes = StillGoes(target);
@@ -278,14 +348,14 @@ Status ChangeRun::Delete()
             return goes.Error();
         if (!*goes)
             continue;
-        destroyed_ = true;
         if (const auto failure = platform::Unlink(target.file))
             return MakeFailure(ErrorCode::CannotDelete, TextOf(target.file), failure);
+        destroyed_ = true;
     }
     return {};
 }
 
-std::int32_t ChangeRun::NotArchived() const
+std::int32_t ChangeSteps::NotArchived() const
 {
     std::int32_t missing = 0;
     for (const ChangedFolder& folder : change_.folders)
@@ -296,7 +366,7 @@ std::int32_t ChangeRun::NotArchived() const
     return missing;
 }
 
-bool ChangeRun::TakeBack()
+bool ChangeSteps::TakeBack()
 {
     if (destroyed_)
         return false;

@@ -1,0 +1,292 @@
+#include "history/changes.h"
+
+#include "core/copying.h"
+#include "core/look.h"
+#include "core/staged_file.h"
+#include "formats/program_folder.h"
+#include "formats/savegame_records.h"
+#include "history/change_steps.h"
+#include "history/changed_record.h"
+#include "history/players_files.h"
+#include "history/undo_entries.h"
+#include "words/restore.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::uint64_t noteLimit = UINT64_C(16) << 20;
+
+Path NotePath(const Folders& folders)
+{
+    return InFolder(folders.program, OnDisk::FragChange);
+}
+
+Status WriteNote(const Folders& folders, const Change& change, bool flush)
+{
+    if (auto status = MakeFolders(InFolder(folders.program, OnDisk::DirSwap)); !status)
+        return status;
+    return WriteWholeFile(NotePath(folders), FormatChange(change), flush);
+}
+
+Status DropNote(const Folders& folders)
+{
+    const Path file = NotePath(folders);
+    const auto isFree = IsFree(file);
+    if (!isFree)
+        return isFree.Error();
+    if (*isFree)
+        return {};
+    if (auto status = DeleteFile(file); !status)
+        return status;
+    // A note that a power cut brings back is gone through once more and finds nothing to do.
+    (void)FlushFolder(file.parent_path());
+    return {};
+}
+
+/// A note that nobody can read must not stop the program for ever, nor be lost.
+Status SetAsideDamaged(const Path& file)
+{
+    const auto aside = FreeNumbered(file);
+    if (!aside)
+        return aside.Error();
+    if (const auto failure = platform::Rename(file, *aside))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
+    return {};
+}
+
+/// Whoever makes it the other way round finds every content.
+bool KeptAll(const Change& change)
+{
+    for (const ChangedFolder& folder : Inverse(change).folders)
+        for (const ComingFile& file : folder.after)
+            if (!IsFile(file.source).ValueOr(false))
+                return false;
+    return true;
+}
+
+/// The note becomes an entry, in one step.
+Status NoteToEntry(const Folders& folders, const Change& change)
+{
+    const Path entry = UndoEntryFile(folders, change.id);
+    if (auto status = MakeFolders(entry.parent_path()); !status)
+        return status;
+    if (const auto failure = platform::Rename(NotePath(folders), entry))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(entry), failure);
+    (void)FlushFolder(entry.parent_path()); // one that a power cut takes back is none
+    return {};
+}
+
+/// What was undone cannot be done again once something else was done.
+void ForgetUndone(const Folders& folders)
+{
+    if (const auto entries = ReadUndoEntries(folders))
+        for (const Change& entry : *entries)
+            if (entry.isUndone)
+                DropUndoEntry(folders, entry);
+}
+
+/// What came of a change without files that was killed is told by the list of its archive, and the
+/// folder follows. An archive that is not there tells nothing: then the folder stays where it is.
+Status SettleByRecord(const Change& change)
+{
+    if (change.moved &&
+        IsFree(change.moved->from).ValueOr(true) == IsFree(change.moved->to).ValueOr(true))
+        return {}; // neither is there, or both are
+    const auto archive = ReadArchiveFile(change.record->archive);
+    if (!archive)
+        return {};
+    const bool done = StateOf(archive->levels, *change.record) == RecordState::After;
+    if (!change.moved)
+        return done ? Status{} : MakeFailure(ErrorCode::Missing, {});
+    const Path from = done ? change.moved->from : change.moved->to;
+    const Path to = done ? change.moved->to : change.moved->from;
+    if (!IsFree(from).ValueOr(true))
+        if (const auto failure = platform::Rename(from, to))
+            return MakeFailure(ErrorCode::CannotWrite, TextOf(from), failure);
+    return done ? Status{} : MakeFailure(ErrorCode::Missing, {});
+}
+
+} // namespace
+
+Change NewChange(Machine& machine, const Folders& folders, const Archive& archive,
+                 const ProgramSettings& settings, ChangeKind kind, LevelCode code)
+{
+    Change change;
+    change.code = code;
+    change.kind = kind;
+    change.id = NextUndoId(folders);
+    change.madeNs = machine.NowNs();
+    change.levelName = LevelNameOf(archive, code);
+    change.home = LevelHomeOf(folders, code).native();
+    if (settings.undoCount > 0)
+        change.kept = UndoContents(folders, change.id).native();
+    return change;
+}
+
+void AreLevelsFiles(Change& change)
+{
+    change.ofLevelsFiles = true;
+    if (!change.kept.empty())
+        change.kept = UndoContentsOfLevel(change.home, change.id).native();
+}
+
+Result<ChangedFolder> FilesThatGo(const Path& folder, const std::vector<Path>& files)
+{
+    auto hashes = HashesOf(files);
+    if (!hashes)
+        return hashes.Error();
+    ChangedFolder changed;
+    changed.folder = folder.native();
+    changed.before = std::move(hashes).Value();
+    return changed;
+}
+
+Result<ChangedFolder> FilesThatCame(const Path& folder, const std::vector<Path>& files)
+{
+    auto changed = FilesThatGo(folder, files);
+    if (!changed)
+        return changed;
+    for (StateFile& file : changed->before)
+        changed->after.push_back({file.name, file.hash, (folder / file.name).native()});
+    changed->before.clear();
+    return changed;
+}
+
+Status MakeChange(Machine& machine, const Folders& folders, const Archive& archive,
+                  const ProgramSettings& settings, const Change& change,
+                  const std::set<std::string>& elsewhere)
+{
+    if (ChangeWaits(folders)) // its note would be lost
+        return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
+    if (auto status = WriteNote(folders, change, false); !status) { // flushed by the steps
+        (void)DropNote(folders); // it may stand though a part of it failed; nothing is done yet
+        return status;
+    }
+    ChangeSteps steps{
+        machine, folders, archive, settings, change, elsewhere, ChangeSteps::Round::First};
+    auto status = steps.Go();
+    if (!status && steps.TakeBack())
+        DropChange(folders, change); // a note that stays is finished at the next start
+    return status;
+}
+
+Status NoteChange(const Folders& folders, const Change& change)
+{
+    auto status = WriteNote(folders, change, true);
+    if (!status)
+        (void)DropNote(folders);
+    return status;
+}
+
+void DropChange(const Folders& folders, const Change& change)
+{
+    if (!change.kept.empty())
+        (void)RemoveFolder(change.kept); // contents that nobody names do no harm
+    (void)DropNote(folders);             // the next start finds nothing to do
+}
+
+namespace
+{
+
+/// The note of a change that is whole becomes its entry. A change that has no way back is as whole
+/// as it was before there was one.
+Status LeaveEntry(const Folders& folders, const ProgramSettings& settings, const Change& change)
+{
+    const bool leadsBack = change.kind != ChangeKind::Unnamed && settings.undoCount > 0 &&
+                           KeptAll(change) && NoteToEntry(folders, change);
+    if (!leadsBack) {
+        if (auto status = DropNote(folders); !status)
+            return status;
+        DropChange(folders, change);
+        return {};
+    }
+    if (change.undoes == 0)
+        ForgetUndone(folders);
+    BoundUndo(folders, settings);
+    return {};
+}
+
+} // namespace
+
+Status EndChange(const Folders& folders, const ProgramSettings& settings, const Change& change)
+{
+    if (auto status = FlushChange(folders, change); !status)
+        return status;
+    return LeaveEntry(folders, settings, change);
+}
+
+void NoteDone(const Folders& folders, const ProgramSettings& settings, const Change& change)
+{
+    if (settings.undoCount == 0 || ChangeWaits(folders))
+        return;
+    if (!NoteChange(folders, change) || !LeaveEntry(folders, settings, change))
+        DropChange(folders, change);
+}
+
+void WriteArchivedCount(const Change& change, std::int32_t archivedCount)
+{
+    if (change.header.empty())
+        return;
+    const Path file = change.header;
+    const auto bytes = ReadWholeFile(file);
+    if (!bytes)
+        return;
+    auto record = ParseSavegameArchiveHeader(*bytes);
+    if (!record || record->archivedCount == archivedCount)
+        return;
+    record->archivedCount = archivedCount;
+    // Only a number that is shown.
+    (void)WriteRecordFile(file, FormatSavegameArchiveHeader(*record), false);
+}
+
+bool ChangeWaits(const Folders& folders)
+{
+    return !IsFree(NotePath(folders)).ValueOr(false); // one that cannot be looked at may wait
+}
+
+bool SavegameMoveWaitsIn(const Folders& folders)
+{
+    const auto text = ReadFileIfThere(NotePath(folders), noteLimit);
+    const auto change = text && *text ? ParseChange(**text) : Result<Change>{Failure{}};
+    return ChangeWaits(folders) && (!change || change->kind <= ChangeKind::SlotsFilled);
+}
+
+Status FinishChange(Machine& machine, const Folders& folders, Archive& archive,
+                    const ProgramSettings& settings)
+{
+    const Path file = NotePath(folders);
+    const auto text = ReadFileIfThere(file, noteLimit);
+    if (!text)
+        return text.Error();
+    if (!*text)
+        return {};
+    const auto change = ParseChange(**text);
+    if (!change)
+        return SetAsideDamaged(file);
+    if (change->folders.empty()) {
+        const auto settled =
+            change->record ? SettleByRecord(*change) : MakeFailure(ErrorCode::Missing, {});
+        if (settled)
+            return EndChange(folders, settings, *change);
+        if (settled.Error().code != ErrorCode::Missing)
+            return settled;
+        DropChange(folders, *change);
+        return ChangeWaits(folders) ? MakeFailure(ErrorCode::CannotDelete, TextOf(file)) : Status{};
+    }
+    ChangeSteps steps{machine, folders, archive, settings, *change, {}, ChangeSteps::Round::Later};
+    if (auto status = steps.Go(); !status)
+        return status;
+    WriteArchivedCount(*change, change->archivedCount - steps.NotArchived());
+    if (change->record) {
+        if (auto status = PutRecordInFile(*change->record); !status)
+            return status;
+        if (archive.file == change->record->archive)
+            PutRecord(archive.levels, *change->record);
+    }
+    return EndChange(folders, settings, *change);
+}
+
+} // namespace kestrova

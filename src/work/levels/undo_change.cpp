@@ -1,0 +1,342 @@
+#include "levels/undo_change.h"
+
+#include "archive/archive_saving.h"
+#include "archive/level_folders.h"
+#include "archive/level_sizes.h"
+#include "core/look.h"
+#include "core/names.h"
+#include "formats/level_folder.h"
+#include "formats/trle_folder.h"
+#include "history/changed_record.h"
+#include "history/changes.h"
+#include "history/history.h"
+#include "history/standing.h"
+#include "history/undo_entries.h"
+#include "saves/savegame_moves.h"
+#include "saves/savegame_store.h"
+#include "session/operation.h"
+#include "session/telling.h"
+#include "swap/folder_guard.h"
+#include "swap/installed_language.h"
+#include "swap/mend_after_restart.h"
+#include "words/levels.h"
+#include "words/swap.h"
+#include "words/undo.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+struct KindWords {
+    ChangeKind kind;
+    Message words;
+};
+constexpr KindWords kindWords[] = {
+    {ChangeKind::SlotsFreed, Msg::DidSlotsFreed},
+    {ChangeKind::SlotsFilled, Msg::DidSlotsFilled},
+    {ChangeKind::SavegamesImported, Msg::DidSavegamesImported},
+    {ChangeKind::SavegamesExported, Msg::DidSavegamesExported},
+    {ChangeKind::SavegameBroughtBack, Msg::DidSavegameBroughtBack},
+    {ChangeKind::ShotAdded, Msg::DidShotAdded},
+    {ChangeKind::ShotCaptured, Msg::DidShotCaptured},
+    {ChangeKind::ShotReplaced, Msg::DidShotReplaced},
+    {ChangeKind::ShotDeleted, Msg::DidShotDeleted},
+    {ChangeKind::ShotRenamed, Msg::DidShotRenamed},
+    {ChangeKind::ShotsImported, Msg::DidShotsImported},
+    {ChangeKind::LevelEdited, Msg::DidLevelEdited},
+    {ChangeKind::LevelRemoved, Msg::DidLevelRemoved},
+    {ChangeKind::LanguageChanged, Msg::DidLanguageChanged},
+    {ChangeKind::LanguageRestored, Msg::DidLanguageRestored},
+};
+
+Failure Refusal(Message words, const std::string& subject,
+                std::initializer_list<std::string_view> values = {})
+{
+    return {ErrorCode::Refused, subject, GetMsg(words, values)};
+}
+
+/// Every file that came is as it came, and no other one has the name of one that went.
+Status FilesAreAsLeft(const ChangedFolder& folder)
+{
+    const Path place = ResolvePath(folder.folder);
+    const auto isThere = IsFolder(place);
+    if (!isThere)
+        return isThere.Error();
+    if (!*isThere && !folder.goes)
+        return Refusal(Msg::UndoFolderGone, TextOf(place));
+    for (const ComingFile& file : folder.after) {
+        const auto hash = HashIfThere(ResolvePath(place / file.name));
+        if (!hash)
+            return hash.Error();
+        if (*hash != file.hash)
+            return Refusal(Msg::UndoChangedSince, TextOf(place / file.name));
+    }
+    for (const StateFile& file : folder.before) {
+        const bool came =
+            std::any_of(folder.after.begin(), folder.after.end(),
+                        [&](const ComingFile& other) { return other.name == file.name; });
+        const auto isFree = IsFree(place / file.name);
+        if (!isFree)
+            return isFree.Error();
+        if (!came && !*isFree)
+            return Refusal(Msg::UndoNameTaken, TextOf(place / file.name));
+    }
+    return {};
+}
+
+/// What went can come back.
+Status ContentsAreThere(const Folders& folders, const Change& entry)
+{
+    for (const ChangedFolder& folder : Inverse(entry).folders)
+        for (const ComingFile& file : folder.after) {
+            bool found = false;
+            for (const Path& source : {Path{file.source}, HistoryContent(folders, file.hash)}) {
+                const auto hash = HashIfThere(source);
+                if (!hash)
+                    return hash.Error();
+                found = found || *hash == file.hash;
+            }
+            if (!found)
+                return Refusal(Msg::UndoContentGone, file.name);
+        }
+    return {};
+}
+
+/// The level's savegames stand where they stood.
+Status LivesWhereItDid(const Folders& folders, const Archive& archive, const Change& entry)
+{
+    if (entry.live.empty())
+        return {};
+    const auto live = LiveStateFolder(folders, archive, entry.code);
+    if (!live)
+        return live.Error();
+    return IsSameFolder(*live, entry.live)
+               ? Status{}
+               : Refusal(Msg::UndoElsewhereNow, entry.live, {std::to_string(entry.code)});
+}
+
+Status RecordIsAsLeft(const Archive& archive, const Change& entry)
+{
+    if (!entry.record)
+        return archive.Find(entry.code) != nullptr ? Status{}
+                                                   : Refusal(Msg::UndoLevelGone, entry.levelName);
+    const ChangedRecord& record = *entry.record;
+    if (!record.after && archive.Find(entry.code) != nullptr)
+        return Refusal(Msg::UndoNumberTaken, entry.levelName, {std::to_string(entry.code)});
+    if (record.after && archive.Find(entry.code) == nullptr)
+        return Refusal(Msg::UndoLevelGone, entry.levelName);
+    return StateOf(archive.levels, record) == RecordState::After
+               ? Status{}
+               : Refusal(Msg::UndoRecordOther, entry.levelName);
+}
+
+Status FolderIsAsLeft(const Change& entry)
+{
+    const std::string place = entry.moved ? entry.moved->to : entry.home;
+    // A level that was taken off the list with its folder left must have it still.
+    if (!entry.moved && !(entry.record && !entry.record->after))
+        return {};
+    const auto isThere = IsFolder(place);
+    if (!isThere)
+        return isThere.Error();
+    if (!*isThere)
+        return Refusal(Msg::UndoFolderGone, place);
+    if (!entry.moved)
+        return {};
+    const auto isFree = IsFree(entry.moved->from);
+    if (!isFree)
+        return isFree.Error();
+    return *isFree ? Status{} : Refusal(Msg::UndoNameTaken, entry.moved->from);
+}
+
+/// The sizes of the header follow the record, which is as the change has it before.
+void CountRecord(Archive& archive, const Change& change)
+{
+    const ChangedRecord& record = *change.record;
+    // A removed level whose folder stayed is counted still.
+    if ((!record.before || !record.after) && !change.moved)
+        return;
+    if (change.code == originalCode)
+        return;
+    const auto sizes = [](const std::optional<LevelRecord>& level) {
+        return level ? std::pair<double, double>{level->filesSize, level->extrasSize}
+                     : std::pair<double, double>{};
+    };
+    const auto [filesAfter, extrasAfter] = sizes(record.after);
+    const auto [filesBefore, extrasBefore] = sizes(record.before);
+    archive.header.mainFolderSize += filesAfter - filesBefore;
+    archive.header.secondaryFolderSize += extrasAfter - extrasBefore;
+}
+
+/// The record in the list, saved. False, told, with the list as it was.
+bool TakeRecord(Session& session, const Change& change)
+{
+    if (!change.record)
+        return true;
+    const Archive before = session.archive;
+    PutRecord(session.archive.levels, *change.record);
+    CountRecord(session.archive, change);
+    if (SaveArchive(session))
+        return true;
+    session.archive = before;
+    (void)WriteArchive(session, before.file); // the failure has been told already
+    session.archive.dirty = before.dirty;
+    return false;
+}
+
+Status MoveAsSaid(const Change& change)
+{
+    if (!change.moved)
+        return {};
+    if (const auto failure = platform::Rename(change.moved->from, change.moved->to))
+        return MakeFailure(ErrorCode::CannotWrite, change.moved->from, failure);
+    return {};
+}
+
+Change WayBack(Machine& machine, const Folders& folders, const Change& entry)
+{
+    Change back = Inverse(entry);
+    back.id = NextUndoId(folders);
+    back.madeNs = machine.NowNs();
+    back.reason = GetMsg(Msg::ReasonUndone);
+    back.kept = (entry.ofLevelsFiles ? UndoContentsOfLevel(entry.home, back.id)
+                                     : UndoContents(folders, back.id))
+                    .native();
+    return back;
+}
+
+bool Tell(Session& session, Message words, const Change& entry, const Failure& failure)
+{
+    TellFailure(session.host, GetMsg(words, {WhatWasDone(entry)}), failure);
+    return false;
+}
+
+/// A level that comes or goes, its folder with it.
+bool MakeByRecord(Session& session, const Change& back, const Change& entry)
+{
+    const Folders folders = session.Folders();
+    auto status = NoteChange(folders, back);
+    if (status)
+        status = MoveAsSaid(back);
+    if (!status) {
+        DropChange(folders, back);
+        return Tell(session, Msg::NotUndone, entry, status.Error());
+    }
+    if (TakeRecord(session, back))
+        return true;
+    if (!back.moved || !platform::Rename(back.moved->to, back.moved->from))
+        DropChange(folders, back);
+    return false;
+}
+
+/// Files that change, and then what follows them.
+bool MakeByFiles(Session& session, const Change& back, const Change& entry)
+{
+    const Folders folders = session.Folders();
+    const auto made = MakeChange(session.machine, folders, session.archive, session.settings, back);
+    if (!made)
+        return Tell(session, ChangeWaits(folders) ? Msg::UndoUnfinished : Msg::NotUndone, entry,
+                    made.Error());
+    WriteArchivedCount(back, back.archivedCount);
+    if (!TakeRecord(session, back))
+        return false; // the next start has it in the file
+    const std::ptrdiff_t index = FindLevel(session.archive, back.code);
+    if (back.extraBytes != 0 && index >= 0)
+        AddLevelSize(session, back.extraBytes, SizeKind::Extras, static_cast<std::size_t>(index));
+    return true;
+}
+
+bool IsLanguage(ChangeKind kind)
+{
+    return kind == ChangeKind::LanguageChanged || kind == ChangeKind::LanguageRestored;
+}
+
+/// The Level Editor's folder follows where the level stands there.
+void FollowInTrle(Session& session, const Change& back)
+{
+    for (const ChangedFolder& folder : back.folders)
+        for (const ComingFile& file : folder.after)
+            if (MatchesPattern(file.name, OnDisk::PatDat))
+                if (const auto put =
+                        PutInstalledLanguage(session.machine, session.Folders(), session.archive,
+                                             ResolvePath(Path{folder.folder} / file.name));
+                    !put)
+                    session.host.Tell(Tone::Warning, GetMsg(Msg::LanguageNotInstalled, {file.name}),
+                                      put.Error().reason);
+}
+
+} // namespace
+
+std::string WhatWasDone(const Change& entry)
+{
+    for (const KindWords& row : kindWords)
+        if (row.kind == entry.kind)
+            return GetMsg(row.words, {Readable(entry.subject), Readable(entry.levelName)});
+    return {};
+}
+
+bool IsOfThisArchive(const Folders& folders, const Archive& archive, const Change& entry)
+{
+    return Path{entry.home} == LevelHomeOf(folders, entry.code) &&
+           (!entry.record || Path{entry.record->archive} == archive.file);
+}
+
+std::optional<Change> NextToUndo(const Folders& folders, const Archive& archive, UndoWay way)
+{
+    const auto entries = ReadUndoEntries(folders);
+    if (!entries)
+        return {};
+    for (auto entry = entries->rbegin(); entry != entries->rend(); ++entry)
+        if (entry->isUndone == (way == UndoWay::Redo) && IsOfThisArchive(folders, archive, *entry))
+            return *entry;
+    return {};
+}
+
+Status MayUndo(const Folders& folders, const Archive& archive, const Change& entry)
+{
+    if (!IsOfThisArchive(folders, archive, entry))
+        return Refusal(Msg::UndoOtherArchive, entry.home);
+    if (auto status = RecordIsAsLeft(archive, entry); !status)
+        return status;
+    if (auto status = FolderIsAsLeft(entry); !status)
+        return status;
+    if (auto status = LivesWhereItDid(folders, archive, entry); !status)
+        return status;
+    for (const ChangedFolder& folder : entry.folders)
+        if (auto status = FilesAreAsLeft(folder); !status)
+            return status;
+    return ContentsAreThere(folders, entry);
+}
+
+bool UndoChange(Session& session, const Change& entry)
+{
+    const Operation operation{session};
+    auto ready = EndEarlierMove(session);
+    if (ready)
+        ready = MayUndo(session.Folders(), session.archive, entry);
+    if (!ready)
+        return Tell(session, Msg::NotUndone, entry, ready.Error());
+    const bool follows = IsLanguage(entry.kind) &&
+                         CurrentLevelCode(session.Folders(), session.archive) == entry.code;
+    if (follows && !MayChangeTrle(session))
+        return false;
+    if (follows)
+        MendAfterRestart(session, entry.code);
+    const Change back = WayBack(session.machine, session.Folders(), entry);
+    if (!(back.folders.empty() ? MakeByRecord : MakeByFiles)(session, back, entry))
+        return false;
+    if (follows)
+        FollowInTrle(session, back);
+    if (const auto ended = EndChange(session.Folders(), session.settings, back); !ended)
+        return Tell(session, Msg::UndoUnfinished, entry, ended.Error());
+    DropUsedEntry(session.Folders(), entry);
+    session.list.Refresh();
+    session.list.Select(entry.code);
+    return true;
+}
+
+} // namespace kestrova

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "formats/change_note.h"
+#include "session/session.h"
+
+/// Changes undone, and done again: each is a change itself, so that a killed one is mended, and
+/// leads back in its turn.
+namespace kestrova
+{
+
+enum class UndoWay {
+    Undo,
+    Redo ///< what was undone is done again
+};
+
+/// What a person did, in words that go on behind "Undo".
+std::string WhatWasDone(const Change& entry);
+/// True for a change in a level of the loaded archive, or in the original configuration.
+bool IsOfThisArchive(const Folders& folders, const Archive& archive, const Change& entry);
+/// The newest change of this archive that can be taken that way; none without one, or while the
+/// entries cannot be read.
+std::optional<Change> NextToUndo(const Folders& folders, const Archive& archive, UndoWay way);
+
+/// Whether all is as the change left it, so that it can be undone. A failure says in words what is
+/// not, and what to do.
+Status MayUndo(const Folders& folders, const Archive& archive, const Change& entry);
+
+/// Undoes the change, or does it again when it was undone. False, with words, when something of it
+/// has changed since; nothing is changed then.
+bool UndoChange(Session& session, const Change& entry);
+
+} // namespace kestrova

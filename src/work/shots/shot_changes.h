@@ -1,0 +1,24 @@
+#pragma once
+
+#include "formats/change_note.h"
+#include "session/archive.h"
+#include "session/folders.h"
+#include "session/machine.h"
+#include "session/settings.h"
+
+/// What a person does with pictures, as changes that can be undone.
+namespace kestrova
+{
+
+/// A change of the pictures of a level.
+Change ShotChange(Machine& machine, const Folders& folders, const Archive& archive,
+                  const ProgramSettings& settings, ChangeKind kind, LevelCode code,
+                  const std::string& subject);
+/// Replaces or deletes pictures of one folder, as the change's `folders` say; an entry is left.
+Status MakeShotChange(Machine& machine, const Folders& folders, const Archive& archive,
+                      const ProgramSettings& settings, const Change& change);
+/// Pictures that came under names that were free.
+void NoteNewShots(const Folders& folders, const ProgramSettings& settings, Change change,
+                  const std::vector<Path>& files);
+
+} // namespace kestrova
