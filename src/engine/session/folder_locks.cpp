@@ -7,6 +7,7 @@
 #include "platform/real_path.h"
 #include "words/session.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kestrova
@@ -44,6 +45,21 @@ void FolderLocks::Release(const Path& folder)
     Path place;
     if (!platform::RealPath(ResolvePath(folder), place))
         held_.erase(place);
+}
+
+std::vector<Path> FolderLocks::Held() const
+{
+    std::vector<Path> folders;
+    for (const auto& [folder, lock] : held_)
+        folders.push_back(folder);
+    return folders;
+}
+
+void FolderLocks::KeepOnly(const std::vector<Path>& held)
+{
+    std::erase_if(held_, [&](const auto& lock) {
+        return std::find(held.begin(), held.end(), lock.first) == held.end();
+    });
 }
 
 Path FolderLocks::SetArchiveFolder(const Path& folder)

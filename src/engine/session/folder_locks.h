@@ -4,6 +4,7 @@
 #include "platform/file_lock.h"
 
 #include <map>
+#include <vector>
 
 namespace kestrova
 {
@@ -17,6 +18,10 @@ public:
     Status Hold(const Path& folder);
     [[nodiscard]] bool Holds(const Path& folder) const;
     void Release(const Path& folder);
+    /// The folders that are held now.
+    [[nodiscard]] std::vector<Path> Held() const;
+    /// Releases what is held beside those.
+    void KeepOnly(const std::vector<Path>& held);
 
     /// The folder whose lock is held for the archive; empty when none is.
     [[nodiscard]] const Path& ArchiveFolder() const { return archiveFolder_; }

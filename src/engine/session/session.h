@@ -29,8 +29,6 @@ struct Session {
     Mp3Settings mp3Settings{};
 
     Archive archive{};
-    bool loadFailedAskAnother = false;
-    bool level0Rebuilt = false;
     bool hotKeysActive = false;
     std::int64_t gamePid = 0; ///< the game started last; 0 when none was
 

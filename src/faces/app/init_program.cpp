@@ -137,8 +137,6 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
 {
     Operation operation{session};
     session.hotKeysActive = false;
-    session.loadFailedAskAnother = false;
-    session.level0Rebuilt = false;
     ShownStart face{windows, ParseCommandLine(arguments).archive};
     const Start start = StartUp(session, face, Needs::Archive);
     if (start == Start::Done) {

@@ -63,20 +63,19 @@ bool SettingsForm::Accept()
             session_.host.Tell(Tone::Error, GetMsg(Msg::FolderTooLong, {*field}));
             return false;
         }
-    const PreferencesRecord before = session_.preferences;
+    const PreferencesRecord& before = session_.preferences;
     // These two belong to the archive and to the backup.
     preferences.archivePath = before.archivePath;
     preferences.fullBackup = before.fullBackup;
-    session_.preferences = preferences;
-    const Path oldFolder = FolderFromText(Trim(before.trlePath));
-    if (session_.TrleFolder() != oldFolder) {
-        if (!DoneOrTold(session_.host, HoldFolders(session_.locks, session_.Folders()))) {
-            session_.preferences = before;
+    Folders folders = session_.Folders();
+    const Path oldFolder = std::exchange(folders.trle, FolderFromText(Trim(preferences.trlePath)));
+    if (folders.trle != oldFolder) {
+        if (!DoneOrTold(session_.host, HoldFolders(session_.locks, folders)))
             return false;
-        }
         if (!oldFolder.empty())
             session_.locks.Release(oldFolder);
     }
+    session_.preferences = preferences;
     session_.settings = settings;
     BoundUndo(session_.Folders(), settings);
     return true;

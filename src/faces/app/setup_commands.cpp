@@ -76,11 +76,12 @@ bool SetUp(Run& run)
     }
     if (!MakeTrleBackup(session, false, wishes))
         return false;
-    if (!EnsureLevel0Folder(session)) {
-        run.session.host.Tell(Tone::Error, GetMsg(Msg::ErrorLevel0));
+    const auto built = EnsureLevel0Folder(session.Folders());
+    if (!built) {
+        TellNoLevel0(session.host, session.Folders(), built.Error());
         return false;
     }
-    if (session.level0Rebuilt && session.archive.Loaded())
+    if (*built && session.archive.Loaded())
         RefreshLevelSizes(session, originalCode);
     AddLine(run, TextOf(session.TrleFolder()));
     return true;

@@ -66,7 +66,11 @@ Status LoadArchiveToLook(Session& session)
     const Path file = session.RememberedArchive();
     if (file.empty())
         return MakeFailure(ErrorCode::Missing, {});
-    return ReadArchiveRecords(session, file);
+    auto archive = ReadArchiveRecords(session.settings, file);
+    if (!archive)
+        return archive.Error();
+    session.archive = std::move(*archive);
+    return {};
 }
 
 bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabouts& said)
@@ -108,14 +112,15 @@ Start StartUp(Session& session, StartFace& face, Needs needs, const Whereabouts&
         return Start::Done;
     if (!face.HasLevelEditor(session))
         return Start::Stopped;
-    if (!EnsureLevel0Folder(session)) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::ErrorLevel0));
+    const auto built = EnsureLevel0Folder(session.Folders());
+    if (!built) {
+        TellNoLevel0(session.host, session.Folders(), built.Error());
         return Start::Stopped;
     }
     if (needs == Needs::LevelEditor)
         return Start::Done;
     const StartFace::Archive archive = face.OpenArchive(session);
-    if (archive == StartFace::Archive::Loaded && session.level0Rebuilt)
+    if (archive == StartFace::Archive::Loaded && *built)
         RefreshLevelSizes(session, originalCode);
     return archive == StartFace::Archive::None ? Start::Stopped : Start::Done;
 }

@@ -36,7 +36,6 @@ inline constexpr Message NoSounds{"No audio files to convert"};
 inline constexpr Message AskListen{"Audio convertion complete~1Do you want listen audio file '"};
 inline constexpr Message AskLeaveAudioTool{"Do you want exit from Audio Converter tool?"};
 inline constexpr Message PreferencesNotRead{"The preferences could not be read. Nothing has been changed. See that the file may be read, then start again."};
-inline constexpr Message ErrorLevel0{"Error creating level 0000 (Trle original configuration"};
 inline constexpr Message LastArchiveNotFound{"Last archive not found: "};
 inline constexpr Message LoadDifferentArchive{"Do you want load a different archive?"};
 inline constexpr Message DoctorProgramFolder{"program's folder"};

@@ -31,6 +31,7 @@ inline constexpr Message MoreInfoNotFound{"Error, file '~1' not found"};
 inline constexpr Message MoreInfoCopyFailed{"Error copying file from [~1] to ["};
 inline constexpr Message MoreInfoCopyEnds{"]"};
 inline constexpr Message MoreInfoNotOpened{"The file could not be opened. Is there a program on this desktop that shows such files?"};
+inline constexpr Message ErrorLevel0{"Error creating level 0000 (Trle original configuration"};
 inline constexpr Message Level0Failed{"The folder of the original configuration could not be made: ~1. Nothing was left behind. Make room on the disk, or give yourself the right to write there, and start again."};
 inline constexpr Message CannotCreateLevelFolders{"Error I cannot create new folders in ["};
 inline constexpr Message ClosingBracket{"]"};

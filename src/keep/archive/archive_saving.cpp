@@ -74,10 +74,11 @@ bool HasArchive(Host& host, const Archive& archive)
     return false;
 }
 
-Status WriteArchive(Session& session, const Path& file)
+Status WriteArchive(const Folders& folders, ProgramSettings& settings, Archive& archive,
+                    const Path& file)
 {
-    ArchiveHeader& header = session.archive.header;
-    if (session.archive.Find(originalCode) == nullptr)
+    ArchiveHeader& header = archive.header;
+    if (archive.Find(originalCode) == nullptr)
         return Failure{ErrorCode::Refused, TextOf(file), GetMsg(Msg::ListWithoutOriginal)};
     for (const std::string& folder : {header.mainFolder, header.secondaryFolder})
         if (ToWindows1252(folder).size() > folderFieldSize)
@@ -86,24 +87,31 @@ Status WriteArchive(Session& session, const Path& file)
         return MakeFailure(ErrorCode::Refused, TextOf(file));
 
     // The exact folders first: an archive without them would be looked for in the wrong place.
-    ProgramSettings settings = session.settings;
-    KeepExactFolder(settings, ExactFolderField(ArchiveFolder::Main, file), header.mainFolder);
-    KeepExactFolder(settings, ExactFolderField(ArchiveFolder::Secondary, file),
+    ProgramSettings exact = settings;
+    KeepExactFolder(exact, ExactFolderField(ArchiveFolder::Main, file), header.mainFolder);
+    KeepExactFolder(exact, ExactFolderField(ArchiveFolder::Secondary, file),
                     header.secondaryFolder);
-    if (settings.exactFolders != session.settings.exactFolders) {
-        if (auto status = WriteSettings(session.programFolder, settings); !status)
+    if (exact.exactFolders != settings.exactFolders) {
+        if (auto status = WriteSettings(folders.program, exact); !status)
             return status;
-        session.settings = std::move(settings);
+        settings = std::move(exact);
     }
-    if (auto status = KeepExactNames(session.archive); !status)
+    if (auto status = KeepExactNames(archive); !status)
         return status;
-    header.levelCount = static_cast<std::int32_t>(session.archive.levels.size());
-    if (auto status = WriteDocument(file, FormatArchive(header, session.archive.levels)); !status)
+    header.levelCount = static_cast<std::int32_t>(archive.levels.size());
+    if (auto status = WriteDocument(file, FormatArchive(header, archive.levels)); !status)
         return status;
-    session.archive.dirty = false;
-    session.archive.file = file;
-    RememberArchive(session);
+    archive.dirty = false;
+    archive.file = file;
     return {};
+}
+
+Status WriteArchive(Session& session, const Path& file)
+{
+    auto status = WriteArchive(session.Folders(), session.settings, session.archive, file);
+    if (status)
+        RememberArchive(session);
+    return status;
 }
 
 void RememberArchive(Session& session)

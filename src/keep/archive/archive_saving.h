@@ -8,9 +8,11 @@ namespace kestrova
 /// True while an archive is loaded; otherwise False, with words. Whatever changes an archive or its
 /// folders asks here first.
 bool HasArchive(Host& host, const Archive& archive);
-/// Writes header and levels as they stand in memory; without a message. The file becomes the
-/// archive's own, and the one that the next start loads. `Refused` for a list without the original
-/// configuration, and for a folder that its field cannot hold.
+/// Writes header and levels; without a message. The file becomes the archive's own. `Refused` for a
+/// list without the original configuration, and for a folder that its field cannot hold.
+Status WriteArchive(const Folders& folders, ProgramSettings& settings, Archive& archive,
+                    const Path& file);
+/// The same for the archive in memory; the file is the one that the next start loads.
 Status WriteArchive(Session& session, const Path& file);
 /// The loaded archive becomes the one that the next start loads.
 void RememberArchive(Session& session);

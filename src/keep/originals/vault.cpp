@@ -272,17 +272,17 @@ Result<Path> FolderOfKept(const Folders& folders, const std::string& id)
     return !entry->folder.empty() && *isThere ? Path{entry->folder} : folders.trle;
 }
 
-Result<Path> BringOriginalBack(Session& session, const std::string& id)
+Result<Path> BringOriginalBack(Machine& machine, const Folders& folders, const std::string& id)
 {
-    const auto entry = KeptFileOf(session.Folders(), id);
+    const auto entry = KeptFileOf(folders, id);
     if (!entry)
         return entry.Error();
     const auto relative = SafeRelative(entry->file);
     if (!relative)
         return relative.Error();
-    if (auto status = KeepOriginal(session.machine, session.Folders(), *relative); !status)
+    if (auto status = KeepOriginal(machine, folders, *relative); !status)
         return status.Error();
-    const Path target = ResolvePath(session.TrleFolder() / *relative);
+    const Path target = ResolvePath(folders.trle / *relative);
     if (auto status = MakeFolders(target.parent_path()); !status)
         return status.Error();
     if (auto status = CopyFileOver(entry->content, target, {Verify::Content, true, true, {}});

@@ -37,6 +37,6 @@ Result<std::vector<KeptFile>> KeptFiles(const Folders& folders);
 Result<Path> FolderOfKept(const Folders& folders, const std::string& id);
 /// Copies a kept file back to its place in the Level Editor's folder in use; what stands there now
 /// is kept first. The path it got.
-Result<Path> BringOriginalBack(Session& session, const std::string& id);
+Result<Path> BringOriginalBack(Machine& machine, const Folders& folders, const std::string& id);
 
 } // namespace kestrova

@@ -134,13 +134,12 @@ bool TrleFinder::Accept()
         session_.host.Tell(Tone::Error, GetMsg(Msg::FolderTooLong, {TextOf(folder_)}));
         return false;
     }
-    const std::string before = session_.preferences.trlePath;
-    session_.preferences.trlePath = folder_.native();
-    if (!DoneOrTold(session_.host, HoldFolders(session_.locks, session_.Folders()))) {
-        session_.preferences.trlePath = before;
+    Folders folders = session_.Folders();
+    const Path old = std::exchange(folders.trle, folder_);
+    if (!DoneOrTold(session_.host, HoldFolders(session_.locks, folders)))
         return false;
-    }
-    if (const Path old = FolderFromText(Trim(before)); !old.empty() && old != folder_)
+    session_.preferences.trlePath = folder_.native();
+    if (!old.empty() && old != folder_)
         session_.locks.Release(old);
     // The old name may have been another one for the same folder.
     return DoneOrTold(session_.host, HoldFolders(session_.locks, session_.Folders()));

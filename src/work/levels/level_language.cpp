@@ -194,7 +194,7 @@ bool ChangeLanguage(Session& session, const Path& folder, LanguageChange change,
                     LanguageFailure& failure)
 {
     failure = {};
-    if (installed && !MayChangeTrle(session)) {
+    if (installed && !MayChangeTrle(session, session.Folders())) {
         failure.declined = true;
         return false;
     }
@@ -278,7 +278,7 @@ bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange chan
         return refuse(GetMsg(Msg::MarkerUnreadable, {TextOf(session.MarkerPath())}));
     const bool installed = code == CurrentLevelCode(session.Folders(), session.archive);
     if (installed) {
-        if (!MayChangeTrle(session))
+        if (!MayChangeTrle(session, session.Folders()))
             return false;
         // The record of what stands in the folder is about to be renewed.
         MendAfterRestart(session, code);
@@ -320,7 +320,7 @@ bool ChangeLanguageOfAll(Session& session, LanguageChange change)
     const Operation running{session};
     if (WarnIfEnglish(session.host, session.Folders()) ||
         (CurrentLevelCode(session.Folders(), session.archive) != originalCode &&
-         !MayChangeTrle(session)))
+         !MayChangeTrle(session, session.Folders())))
         return false;
     const std::size_t count = session.archive.levels.size();
     std::size_t done = 0;

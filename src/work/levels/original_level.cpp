@@ -41,26 +41,31 @@ Status FillOriginalLevel(const Folders& folders, const Path& folder)
 
 } // namespace
 
-bool EnsureLevel0Folder(Session& session)
+Result<bool> EnsureLevel0Folder(const Folders& folders)
 {
-    const Path folder = LevelHomeOf(session.Folders(), originalCode);
+    const Path folder = LevelHomeOf(folders, originalCode);
     if (FolderExists(folder))
-        return true;
+        return false;
     // Built aside: a folder of that name is taken for whole.
-    const Path aside = InFolder(session.programFolder, OnDisk::FragBuildingLevel0);
+    const Path aside = InFolder(folders.program, OnDisk::FragBuildingLevel0);
     Status built = ClearPlace(aside);
     if (built)
-        built = FillOriginalLevel(session.Folders(), aside);
+        built = FillOriginalLevel(folders, aside);
     if (built)
         if (const auto failure = platform::Rename(aside, folder))
             built = MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
     if (!built) {
         (void)ClearPlace(aside); // what stays is removed by the next start
-        TellFailure(session.host, GetMsg(Msg::Level0Failed, {TextOf(folder)}), built.Error());
-        return false;
+        return built.Error();
     }
-    session.level0Rebuilt = true;
     return true;
+}
+
+void TellNoLevel0(Host& host, const Folders& folders, const Failure& failure)
+{
+    TellFailure(host, GetMsg(Msg::Level0Failed, {TextOf(LevelHomeOf(folders, originalCode))}),
+                failure);
+    host.Tell(Tone::Error, GetMsg(Msg::ErrorLevel0));
 }
 
 } // namespace kestrova

@@ -89,7 +89,7 @@ bool TakeOut(Session& session, LevelCode code)
         return false;
     if (CurrentLevelCode(session.Folders(), session.archive) != code)
         return true;
-    if (!MayChangeTrle(session))
+    if (!MayChangeTrle(session, session.Folders()))
         return false;
     ActivityLog log;
     RemovePreviousLevel(session, -1, log);

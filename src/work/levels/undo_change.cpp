@@ -322,7 +322,7 @@ bool UndoChange(Session& session, const Change& entry)
         return Tell(session, Msg::NotUndone, entry, ready.Error());
     const bool follows = IsLanguage(entry.kind) &&
                          CurrentLevelCode(session.Folders(), session.archive) == entry.code;
-    if (follows && !MayChangeTrle(session))
+    if (follows && !MayChangeTrle(session, session.Folders()))
         return false;
     if (follows)
         MendAfterRestart(session, entry.code);

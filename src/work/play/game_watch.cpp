@@ -12,7 +12,8 @@ bool GameWatch::Look()
     // First to be told, then to look: what happens in between is told.
     const Path folder = session_.TrleFolder();
     platform::Waker openings = platform::Waker::OnOpenIn(ResolvePath(folder));
-    const std::vector<platform::RunningProgram> programs = ProgramsInTrle(session_);
+    const std::vector<platform::RunningProgram> programs =
+        ProgramsInTrle(session_, session_.Folders());
     wakers_.clear();
     for (const platform::RunningProgram& program : programs)
         wakers_.push_back(platform::Waker::OnEndOf(program.pid));

@@ -58,8 +58,8 @@ bool PlayLevel(Session& session, LevelCode code, bool start)
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownCodeInList) + std::to_string(code));
         return false;
     }
-    if (!StandsInTrle(session, code) ? !MayChangeTrle(session)
-                                     : start && !MayStartBesideOthers(session))
+    if (!StandsInTrle(session, code) ? !MayChangeTrle(session, session.Folders())
+                                     : start && !MayStartBesideOthers(session, session.Folders()))
         return false;
     if (!StandsInTrle(session, code) && !IsWholeEnough(session, code))
         return false;

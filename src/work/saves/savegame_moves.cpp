@@ -205,8 +205,8 @@ Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan,
     const auto count = static_cast<std::int32_t>(
         std::int64_t{session.savegameHeader.archivedCount} + added); // wraps as the record does
     const Path header = RootOf(session.Folders(), code) / FileNameOf(OnDisk::FragSavegameHeader);
-    Change change = NewChange(session.machine, session.Folders(), session.archive,
-                              session.settings, move.kind, code);
+    Change change = NewChange(session.machine, session.Folders(), session.archive, session.settings,
+                              move.kind, code);
     change.reason = GetMsg(move.reason);
     change.header = platform::AbsolutePath(header).native();
     change.archivedCount = count;
@@ -313,7 +313,7 @@ void TakeFromSlot(SavegamePlan& plan, SavegamePlan::Folder slot, SavegamePlan::F
 Result<SavegamePlan::Folder> FolderOf(Session& session, LevelCode code, SavegamePlan& plan,
                                       const Path& folder)
 {
-    if (auto status = SettleTwins(session, code, folder); !status)
+    if (auto status = SettleTwins(session, session.Folders(), code, folder); !status)
         return status.Error();
     return plan.AddFolder(folder);
 }
@@ -463,8 +463,9 @@ int CountArchivedSavegames(const Folders& folders, LevelCode code)
 
 Status EndEarlierMove(Session& session)
 {
-    if (auto status = FinishChange(session.machine, session.Folders(), session.archive,
-                                   session.settings); !status)
+    if (auto status =
+            FinishChange(session.machine, session.Folders(), session.archive, session.settings);
+        !status)
         return status;
     if (!InterruptedWork(session.Folders(), session.archive).empty())
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};

@@ -13,12 +13,12 @@ namespace kestrova
 namespace
 {
 
-bool Agrees(Session& session, Message question)
+bool Agrees(Session& session, const Folders& folders, Message question)
 {
     if (session.agreedToProgramsInTrle)
         return true;
     std::vector<std::string> names;
-    for (const platform::RunningProgram& program : ProgramsInTrle(session))
+    for (const platform::RunningProgram& program : ProgramsInTrle(session, folders))
         names.push_back(program.name);
     if (names.empty())
         return true;
@@ -30,24 +30,24 @@ bool Agrees(Session& session, Message question)
 
 } // namespace
 
-std::vector<platform::RunningProgram> ProgramsInTrle(Session& session)
+std::vector<platform::RunningProgram> ProgramsInTrle(Session& session, const Folders& folders)
 {
     std::vector<platform::RunningProgram> programs;
-    if (const Path folder = session.TrleFolder(); !folder.empty())
+    if (const Path folder = folders.trle; !folder.empty())
         programs = session.machine.ProgramsRunningIn(folder);
     if (programs.empty() && session.gamePid != 0 && session.machine.IsRunning(session.gamePid))
         programs.push_back({session.gamePid, std::string{Trim(session.preferences.tombExeName)}});
     return programs;
 }
 
-bool MayChangeTrle(Session& session)
+bool MayChangeTrle(Session& session, const Folders& folders)
 {
-    return Agrees(session, Msg::ProgramsRunInTrle);
+    return Agrees(session, folders, Msg::ProgramsRunInTrle);
 }
 
-bool MayStartBesideOthers(Session& session)
+bool MayStartBesideOthers(Session& session, const Folders& folders)
 {
-    return Agrees(session, Msg::GameRunsAlready);
+    return Agrees(session, folders, Msg::GameRunsAlready);
 }
 
 bool StandsInTrle(const Session& session, LevelCode code)

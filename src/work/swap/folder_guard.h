@@ -9,15 +9,15 @@ namespace kestrova
 
 /// The programs that run in the Level Editor's folder; the game that was started from here counts
 /// wherever it runs.
-std::vector<platform::RunningProgram> ProgramsInTrle(Session& session);
+std::vector<platform::RunningProgram> ProgramsInTrle(Session& session, const Folders& folders);
 
 /// True when no program runs in the Level Editor's folder, or the person goes on nevertheless. The
 /// answer holds for the whole operation under way, which asks before anything changes and, when it
 /// is False, stops without a further word.
-bool MayChangeTrle(Session& session);
+bool MayChangeTrle(Session& session, const Folders& folders);
 
 /// True when no game runs beside the one that is to be started, or the person wants both.
-bool MayStartBesideOthers(Session& session);
+bool MayStartBesideOthers(Session& session, const Folders& folders);
 
 /// True when that level stands in the Level Editor's folder and no work on it waits to be mended:
 /// playing it changes no file.

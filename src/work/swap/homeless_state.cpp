@@ -41,42 +41,42 @@ std::optional<LevelPlace> FollowSaidHome(Host& host, const Folders& folders,
 }
 
 /// The state goes to its level's store, which is there, or to the history.
-Status SendHome(Session& session, const Homeless& state, const OwnerRecord& owner, bool letGo)
+Status SendHome(Session& session, const Folders& folders, const Homeless& state,
+                const OwnerRecord& owner, bool letGo)
 {
     const LevelPlace& level = state.level;
     SwapJournal journal;
     journal.phase = SwapPhase::Stored;
     journal.from = level.code;
-    journal.fromStore = StateStoreOf(session.Folders(), level).native();
+    journal.fromStore = StateStoreOf(folders, level).native();
     journal.to = -1;
     journal.strangers = state.strangers;
     journal.remove = owner.added;
     journal.restore = owner.overwritten;
     journal.storeLetGo = letGo;
-    auto folder = MarkOf(session.TrleFolder());
+    auto folder = MarkOf(folders.trle);
     auto root = letGo ? Result<FolderMark>{FolderMark{}} : MarkOf(RootOfStore(journal.fromStore));
     if (!folder || !root)
         return folder ? root.Error() : folder.Error();
     journal.folder = std::move(*folder);
     journal.fromRoot = std::move(*root);
     // First the copies alone: while they cannot be made nothing waits that would hold up a swap.
-    auto status = SettleTwins(session, level, session.TrleFolder());
+    auto status = SettleTwins(session, folders, level, folders.trle);
     if (status && !letGo)
-        status = SettleTwins(session, level, ResolvePath(journal.fromStore));
+        status = SettleTwins(session, folders, level, ResolvePath(journal.fromStore));
     if (status && !letGo)
-        status =
-            StoreLiveState(session.machine, session.Folders(), session.archive, session.settings,
-                           level, journal.fromStore, journal.live, state.strangers);
+        status = StoreLiveState(session.machine, folders, session.archive, session.settings, level,
+                                journal.fromStore, journal.live, state.strangers);
     if (status && letGo)
-        status = KeepInHistory(session.machine, session.Folders(), session.archive,
-                               session.settings, level, state.live, GetMsg(Msg::ReasonInterrupted));
+        status = KeepInHistory(session.machine, folders, session.archive, session.settings, level,
+                               state.live, GetMsg(Msg::ReasonInterrupted));
     if (status)
-        status = WriteJournal(session.Folders(), journal);
+        status = WriteJournal(folders, journal);
     LeftInTrle left;
     if (status)
-        status = ReturnToOriginal(session, std::move(journal), left);
+        status = ReturnToOriginal(session, folders, std::move(journal), left);
     if (status)
-        TellLeftovers(session.host, session.Folders(), left);
+        TellLeftovers(session.host, folders, left);
     return status;
 }
 
@@ -104,23 +104,23 @@ Result<std::optional<Homeless>> FindHomeless(const Folders& folders, const Stand
     return std::optional{Homeless{standing.state, std::move(*strangers), std::move(*live)}};
 }
 
-Status ReturnHomelessState(Session& session, std::vector<std::string>& stay,
+Status ReturnHomelessState(Session& session, const Folders& folders, std::vector<std::string>& stay,
                            const Whereabouts& said)
 {
-    const auto standing = LookAtStanding(session.Folders(), session.archive);
+    const auto standing = LookAtStanding(folders, session.archive);
     if (!standing)
         return standing.Error();
-    const auto found = FindHomeless(session.Folders(), *standing);
+    const auto found = FindHomeless(folders, *standing);
     if (!found)
         return found.Error();
     if (!*found)
         return {};
     Homeless state = **found;
     const OwnerRecord& owner = *standing->owner;
-    auto hasHome = IsFolder(HomeOf(session.Folders(), state.level));
+    auto hasHome = IsFolder(HomeOf(folders, state.level));
     if (hasHome && !*hasHome && !said.archiveFolder.empty()) {
         const auto followed =
-            FollowSaidHome(session.host, session.Folders(), state.level, owner, said.archiveFolder);
+            FollowSaidHome(session.host, folders, state.level, owner, said.archiveFolder);
         if (!followed)
             return {};
         state.level = *followed;
@@ -131,15 +131,14 @@ Status ReturnHomelessState(Session& session, std::vector<std::string>& stay,
     if (!*hasHome && !said.letGo)
         return {};
     stay = ShownNamesOf(state.live);
-    if (!ProgramsInTrle(session).empty())
+    if (!ProgramsInTrle(session, folders).empty())
         return {};
-    if (const auto status = SendHome(session, state, owner, !*hasHome); !status)
+    if (const auto status = SendHome(session, folders, state, owner, !*hasHome); !status)
         return status;
     const Message words = *hasHome ? Msg::StateReturned : Msg::StateLetGo;
     if (!stay.empty())
-        session.host.Tell(
-            Tone::Warning,
-            GetMsg(words, {TextOf(HomeOf(session.Folders(), state.level)), ShownNames(stay)}));
+        session.host.Tell(Tone::Warning,
+                          GetMsg(words, {TextOf(HomeOf(folders, state.level)), ShownNames(stay)}));
     stay.clear();
     return {};
 }

@@ -24,7 +24,7 @@ std::vector<std::string> ShownNamesOf(const std::vector<Path>& files);
 /// store, and the original configuration's come in. `stay` gets the names of those that still
 /// cannot; a level whose folder is not there just now is waited for, unless the person said where
 /// it is or that it is gone for good, which sends them to the history.
-Status ReturnHomelessState(Session& session, std::vector<std::string>& stay,
+Status ReturnHomelessState(Session& session, const Folders& folders, std::vector<std::string>& stay,
                            const Whereabouts& said = {});
 /// Such savegames wait in a Level Editor's folder that was moved: the one that the person named is
 /// the Level Editor's folder from now on, provided that it is that one. False, told, when it is

@@ -10,7 +10,6 @@
 #include "session/log_file.h"
 #include "session/operation.h"
 #include "session/telling.h"
-#include "storage/storage.h"
 #include "swap/folder_guard.h"
 #include "swap/level_placements.h"
 #include "swap/live_state.h"
@@ -139,7 +138,7 @@ bool InstallLevel(Session& session, LevelCode code)
     }
     if (!HasTrleFolder(session.host, session.Folders()))
         return false;
-    if (!StandsInTrle(session, code) && !MayChangeTrle(session))
+    if (!StandsInTrle(session, code) && !MayChangeTrle(session, session.Folders()))
         return false;
     if (!RecoverInterruptedWork(session))
         return false;
@@ -165,7 +164,8 @@ LevelCode RemovePreviousLevel(Session& session, LevelCode newCode, ActivityLog& 
     const Operation running{session};
     if (!HasTrleFolder(session.host, session.Folders()))
         return originalCode;
-    if (CurrentLevelCode(session.Folders(), session.archive) != newCode && !MayChangeTrle(session))
+    if (CurrentLevelCode(session.Folders(), session.archive) != newCode &&
+        !MayChangeTrle(session, session.Folders()))
         return originalCode;
     if (!RecoverInterruptedWork(session))
         return originalCode;

@@ -5,10 +5,9 @@
 #include "formats/marker.h"
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
+#include "originals/vault.h"
 #include "swap/file_names.h"
-#include "swap/live_state.h"
 #include "swap/placements.h"
-#include "swap/swap_run.h"
 
 #include <algorithm>
 

@@ -28,11 +28,10 @@ bool BringOriginalBackTold(Session& session, const std::string& id)
         return false;
     }
     // Another folder may be in use by now; the file goes where it stood.
-    std::string chosen = folder->native();
-    std::swap(chosen, session.preferences.trlePath);
-    const bool may = MayChangeTrle(session);
-    const auto place = may ? BringOriginalBack(session, id) : Result<Path>{Path{}};
-    std::swap(chosen, session.preferences.trlePath);
+    Folders folders = session.Folders();
+    folders.trle = *folder;
+    const bool may = MayChangeTrle(session, folders);
+    const auto place = may ? BringOriginalBack(session.machine, folders, id) : Result<Path>{Path{}};
     if (*folder != session.TrleFolder())
         session.locks.Release(*folder);
     if (!may)

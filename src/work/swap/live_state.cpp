@@ -64,7 +64,8 @@ Result<Path> ContentOf(const Folders& folders, const std::string& hash)
 
 } // namespace
 
-Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder)
+Status SettleTwins(Session& session, const Folders& folders, const LevelPlace& level,
+                   const Path& folder)
 {
     const auto files = ListFiles(folder, OnDisk::PatAll);
     if (!files)
@@ -84,8 +85,8 @@ Status SettleTwins(Session& session, const LevelPlace& level, const Path& folder
         if (*newer)
             known->second = file;
     }
-    if (auto status = KeepInHistory(session.machine, session.Folders(), session.archive,
-                                    session.settings, level, others, GetMsg(Msg::ReasonTwin));
+    if (auto status = KeepInHistory(session.machine, folders, session.archive, session.settings,
+                                    level, others, GetMsg(Msg::ReasonTwin));
         !status)
         return status;
     std::vector<std::string> names;

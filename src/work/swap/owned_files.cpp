@@ -5,8 +5,6 @@
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
 #include "storage/game_files.h"
-#include "storage/storage.h"
-#include "swap/level_placements.h"
 #include "swap/placements.h"
 
 #include <algorithm>
@@ -88,8 +86,8 @@ struct SafeContents::Stored {
     std::unordered_multimap<std::string, Path> files; ///< by the folded name of their place
 };
 
-SafeContents::SafeContents(Session& session, LevelPlace level)
-    : session_(session), level_(std::move(level))
+SafeContents::SafeContents(Session& session, Folders folders, LevelPlace level)
+    : session_(session), folders_(std::move(folders)), level_(std::move(level))
 {
 }
 
@@ -97,15 +95,14 @@ SafeContents::~SafeContents() = default;
 
 bool SafeContents::Holds(const OwnedFile& listed, const Path& relative)
 {
-    const Path place = ResolvePath(session_.TrleFolder() / relative);
+    const Path place = ResolvePath(folders_.trle / relative);
     const auto facts = LookAt(place);
     if (!facts)
         return false;
     if (facts->kind != platform::FileKind::File)
         return true; // nothing that a deletion could lose
     return IsAsPut(listed, *facts) ||
-           SameContent(place, ResolvePath(session_.BackupFolder() / relative)) ||
-           LevelHolds(relative);
+           SameContent(place, ResolvePath(folders_.Backup() / relative)) || LevelHolds(relative);
 }
 
 bool SafeContents::LevelHolds(const Path& relative)
@@ -113,8 +110,8 @@ bool SafeContents::LevelHolds(const Path& relative)
     if (level_.code <= originalCode)
         return false;
     if (!stored_) {
-        stored_ = std::make_unique<Stored>(FreshPlaceIn(session_.programFolder));
-        const Path source = InFolder(HomeOf(session_.Folders(), level_), OnDisk::DirFiles);
+        stored_ = std::make_unique<Stored>(FreshPlaceIn(folders_.program));
+        const Path source = InFolder(HomeOf(folders_, level_), OnDisk::DirFiles);
         std::vector<std::string> refused;
         // A level that cannot be read proves nothing: then the file is kept.
         if (FolderExists(source))
@@ -126,7 +123,7 @@ bool SafeContents::LevelHolds(const Path& relative)
     }
     const auto [first, last] = stored_->files.equal_range(FoldCase(relative.native()));
     return std::any_of(first, last, [&](const auto& entry) {
-        return SameContent(entry.second, session_.TrleFolder() / relative);
+        return SameContent(entry.second, folders_.trle / relative);
     });
 }
 

@@ -50,7 +50,7 @@ private:
 class SafeContents
 {
 public:
-    SafeContents(Session& session, LevelPlace level);
+    SafeContents(Session& session, Folders folders, LevelPlace level);
     ~SafeContents();
     SafeContents(const SafeContents&) = delete;
     SafeContents& operator=(const SafeContents&) = delete;
@@ -63,6 +63,7 @@ private:
     bool LevelHolds(const Path& relative);
 
     Session& session_;
+    Folders folders_;
     LevelPlace level_;
     std::unique_ptr<Stored> stored_;
 };

@@ -3,23 +3,17 @@
 #include "archive/level_folders.h"
 #include "core/copying.h"
 #include "core/look.h"
-#include "core/name_list.h"
-#include "core/removal.h"
-#include "core/staged_file.h"
 #include "history/changes.h"
 #include "history/history.h"
 #include "history/swap_journal_file.h"
 #include "originals/backup_folders.h"
-#include "originals/vault.h"
 #include "session/operation.h"
 #include "session/telling.h"
 #include "swap/folder_guard.h"
 #include "swap/homeless_state.h"
 #include "swap/live_state.h"
-#include "swap/owned_files.h"
 #include "swap/restore_steps.h"
 #include "swap/return_to_original.h"
-#include "swap/swap_run.h"
 #include "swap/told_leftovers.h"
 #include "swap/waiting_in_trle.h"
 #include "words/originals.h"
@@ -87,11 +81,11 @@ bool GiveUpFolder(Host& host, const Folders& folders, const SwapJournal& journal
     return true;
 }
 
-bool MendSwap(Session& session, const SwapJournal& journal)
+bool MendSwap(Session& session, const Folders& folders, const SwapJournal& journal)
 {
     if (journal.phase == SwapPhase::Restore) {
         RestoreReport report;
-        const auto status = FinishRestore(session, journal, report);
+        const auto status = FinishRestore(session, folders, journal, report);
         TellKept(session.host, report);
         TellIncompleteRestore(session.host, report);
         if (!status) {
@@ -103,24 +97,24 @@ bool MendSwap(Session& session, const SwapJournal& journal)
         return true;
     }
     if (journal.phase == SwapPhase::Planned) {
-        auto status = PutStoreBack(session.machine, session.Folders(), session.archive,
-                                   session.settings, LevelOfNeededStore(session.Folders(), journal),
-                                   NeededStore(session.Folders(), journal), journal.store);
+        auto status = PutStoreBack(session.machine, folders, session.archive, session.settings,
+                                   LevelOfNeededStore(folders, journal),
+                                   NeededStore(folders, journal), journal.store);
         if (status)
-            status = DropJournal(session.Folders());
+            status = DropJournal(folders);
         if (!status)
             return Unfinished(session.host, status.Error());
-        ClearHalfDone(session.Folders());
+        ClearHalfDone(folders);
         session.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedBefore));
         return true;
     }
     LeftInTrle left;
-    if (const auto status = ReturnToOriginal(session, journal, left); !status)
+    if (const auto status = ReturnToOriginal(session, folders, journal, left); !status)
         return Unfinished(session.host, status.Error());
     const bool whole = left.overwritten.empty();
     session.host.Tell(whole ? Tone::Warning : Tone::Error,
                       GetMsg(whole ? Msg::InterruptedSwap : Msg::InterruptedNotWhole));
-    TellLeftovers(session.host, session.Folders(), left);
+    TellLeftovers(session.host, folders, left);
     return true;
 }
 
@@ -172,7 +166,8 @@ bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
         if (!FollowMovedState(session, said))
             return false;
         std::vector<std::string> stay;
-        (void)ReturnHomelessState(session, stay, said); // a swap, or the next start, tries again
+        (void)ReturnHomelessState(session, session.Folders(), stay,
+                                  said); // a swap, or the next start, tries again
         ClearToldLeftovers(session);
         return true;
     }
@@ -190,11 +185,9 @@ bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
         return false;
     }
     // The preferences may name another folder by now; the work is mended where it began.
-    std::string chosen = journal.folder.path;
-    std::swap(chosen, session.preferences.trlePath);
-    const bool mended = MayChangeTrle(session) && MendSwap(session, journal);
-    std::swap(chosen, session.preferences.trlePath);
-    return mended;
+    Folders folders = session.Folders();
+    folders.trle = FolderFromText(journal.folder.path);
+    return MayChangeTrle(session, folders) && MendSwap(session, folders, journal);
 }
 
 std::string RemedyForWaiting(const Folders& folders, const Archive& archive)

@@ -3,7 +3,6 @@
 #include "swap/backup.h"
 
 #include "archive/level_folders.h"
-#include "core/look.h"
 #include "formats/marker.h"
 #include "formats/trle_folder.h"
 #include "history/standing.h"
@@ -107,7 +106,7 @@ bool Begin(Session& session, const SwapJournal& journal)
     auto status = WriteJournal(session.Folders(), journal);
     if (!status) {
         RestoreReport unused; // what is not deleted now is tried once more
-        (void)DeleteListed(session, journal.remove, unused);
+        (void)DeleteListed(session, session.Folders(), journal.remove, unused);
         status = WriteJournal(session.Folders(), journal);
     }
     if (!status)
@@ -168,7 +167,8 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
     if (!FolderExists(session.TrleFolder()))
         return Refused(session.host,
                        GetMsg(Msg::RestoreFolderGone, {TextOf(session.TrleFolder())}));
-    if (!MayRestoreFrom(session.host, session.Folders()) || !MayChangeTrle(session))
+    if (!MayRestoreFrom(session.host, session.Folders()) ||
+        !MayChangeTrle(session, session.Folders()))
         return false;
     progress.SetLabel(GetMsg(Msg::RestoreRemovingLevel));
     progress.Step();
@@ -191,7 +191,8 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
     if (!Begin(session, journal))
         return false;
     RestoreReport report;
-    if (const auto status = FinishRestore(session, journal, report, &progress); !status) {
+    if (const auto status = FinishRestore(session, session.Folders(), journal, report, &progress);
+        !status) {
         TellKept(session.host, report);
         TellIncompleteRestore(session.host, report, told);
         TellFailure(session.host, GetMsg(Msg::RestoreNotFinished), status.Error());
@@ -211,7 +212,7 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
 bool RestoreFastWithWords(Session& session)
 {
     const Operation running{session};
-    if (!MayChangeTrle(session))
+    if (!MayChangeTrle(session, session.Folders()))
         return false;
     const bool done = RestoreFast(session);
     session.host.Tell(done ? Tone::Plain : Tone::Error,

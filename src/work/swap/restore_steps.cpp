@@ -12,7 +12,6 @@
 #include "swap/live_state.h"
 #include "swap/owned_files.h"
 #include "swap/placements.h"
-#include "swap/swap_run.h"
 #include "words/restore.h"
 
 namespace kestrova
@@ -96,17 +95,17 @@ Result<std::vector<Path>> CriticalFiles(const Path& trle)
     return critical;
 }
 
-Status DeleteCritical(Session& session, RestoreReport& report)
+Status DeleteCritical(Session& session, const Folders& folders, RestoreReport& report)
 {
-    const Path trle = ResolvePath(session.TrleFolder());
+    const Path trle = ResolvePath(folders.trle);
     const auto files = CriticalFiles(trle);
     if (!files)
         return files.Error();
     for (const Path& file : *files) {
         const Path relative = file.lexically_relative(trle).lexically_normal();
-        if (SameContent(file, session.BackupFolder() / relative))
+        if (SameContent(file, folders.Backup() / relative))
             continue; // deleted and copied back it would be the same
-        auto status = KeepNoting(session.machine, session.Folders(), relative, report);
+        auto status = KeepNoting(session.machine, folders, relative, report);
         if (status)
             status = DeleteSpelled(file);
         if (!status)
@@ -137,16 +136,15 @@ void RestoreListed(Machine& machine, const Folders& folders, const SwapJournal& 
 
 } // namespace
 
-std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFile>& files,
-                                    RestoreReport& report)
+std::vector<OwnedFile> DeleteListed(Session& session, const Folders& folders,
+                                    const std::vector<OwnedFile>& files, RestoreReport& report)
 {
     std::vector<OwnedFile> left;
     for (const OwnedFile& file : files) {
         const auto relative = SafeRelative(file.name);
         if (!relative || IsPlayersPlace(*relative))
             continue;
-        const Path place =
-            ResolvePath(session.TrleFolder() / SpelledAsPut(session.Folders(), file, *relative));
+        const Path place = ResolvePath(folders.trle / SpelledAsPut(folders, file, *relative));
         const auto facts = LookAt(place);
         if (!facts) { // it stays noted
             Note(report, report.left, *relative, facts.Error());
@@ -161,7 +159,7 @@ std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFil
         }
         // Only a file that is as it was put there goes like this; others are kept where they are
         // about to be replaced.
-        if (!IsAsPut(file, *facts) || SameContent(place, session.BackupFolder() / *relative))
+        if (!IsAsPut(file, *facts) || SameContent(place, folders.Backup() / *relative))
             continue;
         if (const auto status = DeleteSpelled(place); !status) {
             Note(report, report.left, *relative, status.Error());
@@ -190,40 +188,38 @@ Status RestoreFolder(Machine& machine, const Folders& folders, const Path& folde
     return {};
 }
 
-Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport& report,
-                     ProgressScope* progress)
+Status FinishRestore(Session& session, const Folders& folders, const SwapJournal& journal,
+                     RestoreReport& report, ProgressScope* progress)
 {
     Show(progress, Msg::RestoreRemovingCritical);
-    const Path folders[] = {Path{}, Relative(OnDisk::DirData)};
+    const Path places[] = {Path{}, Relative(OnDisk::DirData)};
     // Nothing goes while nobody can tell what comes back.
-    for (const Path& folder : folders)
-        if (const auto files = ListFiles(session.BackupFolder() / folder, OnDisk::PatAll); !files)
+    for (const Path& folder : places)
+        if (const auto files = ListFiles(folders.Backup() / folder, OnDisk::PatAll); !files)
             return files.Error();
     OwnerRecord owner;
     // First of all, since it makes room for what comes back.
-    owner.added = DeleteListed(session, journal.remove, report);
-    if (auto status = DeleteCritical(session, report); !status)
+    owner.added = DeleteListed(session, folders, journal.remove, report);
+    if (auto status = DeleteCritical(session, folders, report); !status)
         return status;
-    if (auto status = DeleteFile(session.MarkerPath()); !status)
+    if (auto status = DeleteFile(folders.Marker()); !status)
         return status;
     Show(progress, Msg::RestoreCopyingOriginal);
-    for (const Path& folder : folders)
-        if (auto status =
-                RestoreFolder(session.machine, session.Folders(), folder, report, progress);
+    for (const Path& folder : places)
+        if (auto status = RestoreFolder(session.machine, folders, folder, report, progress);
             !status)
             return status;
-    RestoreListed(session.machine, session.Folders(), journal, report);
+    RestoreListed(session.machine, folders, journal, report);
     if (journal.from >= 0)
-        SetOwner(session.Folders(), session.archive, owner,
+        SetOwner(folders, session.archive, owner,
                  LevelPlace{journal.from, Path{journal.fromStore}.parent_path()});
     owner.overwritten = report.missing;
-    owner.strangers =
-        StrangersThere(session.Folders(), journal.strangers).ValueOr(journal.strangers);
-    if (auto status = WriteOwner(session.machine, session.Folders(), std::move(owner)); !status)
+    owner.strangers = StrangersThere(folders, journal.strangers).ValueOr(journal.strangers);
+    if (auto status = WriteOwner(session.machine, folders, std::move(owner)); !status)
         return status;
-    if (auto status = DropJournal(session.Folders()); !status)
+    if (auto status = DropJournal(folders); !status)
         return status;
-    if (const auto status = ReturnHomelessState(session, report.state); !status)
+    if (const auto status = ReturnHomelessState(session, folders, report.state); !status)
         NoteReason(report, status.Error());
     return {};
 }

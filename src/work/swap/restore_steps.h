@@ -21,8 +21,8 @@ struct RestoreReport {
 
 /// Deletes what the level brought, as far as it is as it was put there. What stays comes back: the
 /// sounds that a compact backup leaves, and files that could not be deleted.
-std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFile>& files,
-                                    RestoreReport& report);
+std::vector<OwnedFile> DeleteListed(Session& session, const Folders& folders,
+                                    const std::vector<OwnedFile>& files, RestoreReport& report);
 
 /// The critical part of a full restore, from the point that the journal notes: deletes what no
 /// original may stand beside, copies the originals back, writes the owner, drops the journal, and
@@ -30,8 +30,8 @@ std::vector<OwnedFile> DeleteListed(Session& session, const std::vector<OwnedFil
 /// the player changed is kept first. A failure leaves the journal; a file that could not be brought
 /// back is no failure but stands in the report, and the owner record still knows it. `progress` may
 /// be null.
-Status FinishRestore(Session& session, const SwapJournal& journal, RestoreReport& report,
-                     ProgressScope* progress = nullptr);
+Status FinishRestore(Session& session, const Folders& folders, const SwapJournal& journal,
+                     RestoreReport& report, ProgressScope* progress = nullptr);
 
 /// The files of one folder of the backup over those of the Level Editor's folder, the bar
 /// following.

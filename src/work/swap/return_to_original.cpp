@@ -4,6 +4,7 @@
 #include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/name_list.h"
+#include "core/name_set.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "formats/program_folder.h"
@@ -16,7 +17,6 @@
 #include "swap/live_state.h"
 #include "swap/owned_files.h"
 #include "swap/placements.h"
-#include "swap/swap_run.h"
 #include "swap/whereabouts.h"
 #include "words/restore.h"
 
@@ -64,10 +64,10 @@ Status SaveLiveState(Machine& machine, const Folders& folders, const Archive& ar
 
 } // namespace
 
-void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const LevelPlace& level,
-                   LeftInTrle& left)
+void DeleteBrought(Session& session, const Folders& folders, const std::vector<OwnedFile>& files,
+                   const LevelPlace& level, LeftInTrle& left)
 {
-    const bool away = BackupIsAway(session.Folders());
+    const bool away = BackupIsAway(folders);
     const OwnedNames brought{files}; // the old and the new level may both have brought a name
     struct Going {
         Path relative;
@@ -77,13 +77,13 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
     std::vector<Going> going;
     std::vector<Path> unsafe;
     {
-        SafeContents safe{session, level};
+        SafeContents safe{session, folders, level};
         for (const OwnedFile& file : files) {
             const auto name = SafeRelative(file.name);
             if (!name || IsPlayersPlace(*name))
                 continue;
-            const Path relative = SpelledAsPut(session.Folders(), file, *name);
-            const Path place = ResolvePath(session.TrleFolder() / relative);
+            const Path relative = SpelledAsPut(folders, file, *name);
+            const Path place = ResolvePath(folders.trle / relative);
             const auto facts = LookAt(place);
             if (!facts) { // it stays noted
                 left.added.push_back(file);
@@ -91,7 +91,7 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
             }
             if (facts->kind != platform::FileKind::File ||
                 StaysWithCompactBackup(session.preferences, file.name) ||
-                SameContent(place, session.BackupFolder() / relative))
+                SameContent(place, folders.Backup() / relative))
                 continue;
             const bool known = brought.IsAsPut(file.name, *facts) || safe.Holds(file, relative);
             if (!known && away) {
@@ -103,7 +103,7 @@ void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const 
                 unsafe.push_back(relative);
         }
     }
-    const Keeping keeping = KeepOriginals(session.machine, session.Folders(), unsafe);
+    const Keeping keeping = KeepOriginals(session.machine, folders, unsafe);
     for (const Path& relative : keeping.kept)
         left.kept.push_back(Readable(ToBackslashes(relative)));
     for (const Path& relative : keeping.failed)
@@ -197,65 +197,64 @@ void TellLeftovers(Host& host, const Folders& folders, const LeftInTrle& left)
     tell(Msg::StateLeft, namesOf(left.strangers));
 }
 
-Status ReturnToOriginal(Session& session, SwapJournal journal, LeftInTrle& left)
+Status ReturnToOriginal(Session& session, const Folders& folders, SwapJournal journal,
+                        LeftInTrle& left)
 {
-    const Path store = NeededStore(session.Folders(), journal);
-    const LevelPlace owner = LevelOfNeededStore(session.Folders(), journal);
-    if (auto status = SettleTwins(session, owner, session.TrleFolder()); !status)
+    const Path store = NeededStore(folders, journal);
+    const LevelPlace owner = LevelOfNeededStore(folders, journal);
+    if (auto status = SettleTwins(session, folders, owner, folders.trle); !status)
         return status;
     left.strangers = journal.strangers;
     if (journal.liveIsKept) { // the state of a level that has no folder any more
         const LevelPlace gone{journal.from, Path{journal.fromStore}.parent_path()};
         std::vector<OwnedFile> there;
-        if (auto status = DropLiveState(session.machine, session.Folders(), session.archive,
-                                        session.settings, gone, journal.live, there);
+        if (auto status = DropLiveState(session.machine, folders, session.archive, session.settings,
+                                        gone, journal.live, there);
             !status)
             return status;
     }
-    if (auto status = SaveLiveState(session.machine, session.Folders(), session.archive,
-                                    session.settings, owner, store, left.strangers);
+    if (auto status = SaveLiveState(session.machine, folders, session.archive, session.settings,
+                                    owner, store, left.strangers);
         !status)
         return status;
-    ClearHalfDone(session.Folders());
+    ClearHalfDone(folders);
     std::vector<OwnedFile> brought = journal.install;
     brought.insert(brought.end(), journal.remove.begin(), journal.remove.end());
     const LevelPlace old{journal.from, Path{journal.fromStore}.parent_path()};
-    DeleteBrought(session, brought, old, left);
-    if (auto status = RestoreMissing(session.Folders(), session.preferences, journal, left);
-        !status)
+    DeleteBrought(session, folders, brought, old, left);
+    if (auto status = RestoreMissing(folders, session.preferences, journal, left); !status)
         return status;
-    (void)DeleteFile(session.MarkerPath()); // the owner record outweighs one that stays
+    (void)DeleteFile(folders.Marker()); // the owner record outweighs one that stays
     // From here on the state in the folder is that of the original configuration.
     journal.phase = SwapPhase::Coming;
     journal.to = originalCode;
-    journal.toStore = StateStoreOf(session.Folders(), originalCode).native();
+    journal.toStore = StateStoreOf(folders, originalCode).native();
     journal.liveIsKept = false;
     journal.strangers = left.strangers;
-    if (auto status = WriteJournal(session.Folders(), journal); !status)
+    if (auto status = WriteJournal(folders, journal); !status)
         return status;
-    if (auto status = SettleTwins(session, originalCode, journal.toStore); !status)
+    if (auto status = SettleTwins(session, folders, originalCode, journal.toStore); !status)
         return status;
-    const auto stored = StoredState(session.Folders(), originalCode);
+    const auto stored = StoredState(folders, originalCode);
     if (!stored)
         return stored.Error();
-    BroughtState state =
-        BringStateIn(session.machine, session.Folders(), session.archive, session.settings,
-                     journal.toStore, *stored, originalCode, nullptr);
+    BroughtState state = BringStateIn(session.machine, folders, session.archive, session.settings,
+                                      journal.toStore, *stored, originalCode, nullptr);
     if (!state.waiting.empty()) // they are in their store, and no reason to wait for ever
         session.host.Tell(Tone::Warning, GetMsg(Msg::StateNotIn, {ShownNames(state.waiting)}));
     OwnerRecord record;
-    SetOwner(session.Folders(), session.archive, record, originalCode);
+    SetOwner(folders, session.archive, record, originalCode);
     record.overwritten = std::move(state.replaced);
     record.overwritten.insert(record.overwritten.end(), left.overwritten.begin(),
                               left.overwritten.end());
     record.owed = left.overwritten;
     record.added = left.added;
     record.added.insert(record.added.end(), left.unsure.begin(), left.unsure.end());
-    record.strangers = StrangersThere(session.Folders(), left.strangers).ValueOr(left.strangers);
+    record.strangers = StrangersThere(folders, left.strangers).ValueOr(left.strangers);
     record.waiting = std::move(state.waiting);
-    if (auto status = WriteOwner(session.machine, session.Folders(), std::move(record)); !status)
+    if (auto status = WriteOwner(session.machine, folders, std::move(record)); !status)
         return status;
-    return DropJournal(session.Folders());
+    return DropJournal(folders);
 }
 
 } // namespace kestrova

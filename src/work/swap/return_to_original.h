@@ -23,14 +23,15 @@ void TellLeftovers(Host& host, const Folders& folders, const LeftInTrle& left);
 
 /// Everything behind the point where the live state was stored ends at the original configuration.
 /// Each step may be repeated.
-Status ReturnToOriginal(Session& session, SwapJournal journal, LeftInTrle& left);
+Status ReturnToOriginal(Session& session, const Folders& folders, SwapJournal journal,
+                        LeftInTrle& left);
 /// What a swap built beside its targets in the Level Editor's folder goes.
 void ClearHalfDone(const Folders& folders);
 
 /// Deletes what the old or the new level brought, but for files that are original. What somebody
 /// changed since is kept first.
-void DeleteBrought(Session& session, const std::vector<OwnedFile>& files, const LevelPlace& level,
-                   LeftInTrle& left);
+void DeleteBrought(Session& session, const Folders& folders, const std::vector<OwnedFile>& files,
+                   const LevelPlace& level, LeftInTrle& left);
 /// Whatever the root and `data` of the backup hold and the folder lacks comes back. Fails before it
 /// changes anything when the backup cannot be listed.
 Status RestoreMissing(const Folders& folders, const PreferencesRecord& preferences,

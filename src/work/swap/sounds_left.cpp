@@ -1,7 +1,6 @@
 #include "swap/sounds_left.h"
 
 #include "core/look.h"
-#include "core/removal.h"
 #include "formats/program_folder.h"
 #include "history/swap_journal_file.h"
 #include "originals/vault.h"

@@ -134,9 +134,9 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelPlace from, bool marked)
     journal_.from = from.code;
     journal_.fromStore = StateStoreOf(session_.Folders(), from).native();
     DropStrangers(from);
-    Status readable = SettleTwins(session_, from, trle_);
+    Status readable = SettleTwins(session_, session_.Folders(), from, trle_);
     if (readable)
-        readable = SettleTwins(session_, from, store);
+        readable = SettleTwins(session_, session_.Folders(), from, store);
     const auto stored = ListFiles(store, OnDisk::PatAll);
     const auto live = HashesIn(LiveStateFiles(session_.Folders(), strangers_));
     const auto before = HashesIn(stored);

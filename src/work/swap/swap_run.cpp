@@ -230,7 +230,7 @@ bool SwapRun::DeleteAdded(const LevelPlace& level, const Belongings& belongings)
     std::vector<Place> places;
     std::vector<Path> unsafe;
     {
-        SafeContents safe{session_, level};
+        SafeContents safe{session_, session_.Folders(), level};
         for (const OwnedFile& file : belongings.added) {
             Path relative = SpelledAsPut(session_.Folders(), file, *SafeRelative(file.name));
             if (!stays(file) && !safe.Holds(file, relative))

@@ -2,7 +2,6 @@
 
 #include "core/look.h"
 #include "core/name_list.h"
-#include "core/staged_file.h"
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
 #include "originals/vault.h"
@@ -11,7 +10,6 @@
 #include "swap/owned_files.h"
 #include "swap/placements.h"
 #include "swap/return_to_original.h"
-#include "swap/swap_run.h"
 #include "words/restore.h"
 
 #include <algorithm>
@@ -53,8 +51,8 @@ bool MayGiveWay(Machine& machine, const Folders& folders, const OwnerRecord& own
 /// come back beside it.
 void BringOwed(Session& session, const Standing& standing)
 {
-    if (!standing.owner || standing.owner->owed.empty() || !ProgramsInTrle(session).empty() ||
-        BackupIsAway(session.Folders()))
+    if (!standing.owner || standing.owner->owed.empty() ||
+        !ProgramsInTrle(session, session.Folders()).empty() || BackupIsAway(session.Folders()))
         return;
     OwnerRecord now = *standing.owner;
     LeftInTrle left;
@@ -91,14 +89,15 @@ void ClearToldLeftovers(Session& session)
         BringOwed(session, *standing);
     if (!standing || !IsOriginalButForLeftovers(session.Folders(), *standing) ||
         (standing->owner->overwritten.empty() && standing->owner->added.empty()) ||
-        !ProgramsInTrle(session).empty() || BackupIsAway(session.Folders()))
+        !ProgramsInTrle(session, session.Folders()).empty() || BackupIsAway(session.Folders()))
         return;
     const OwnerRecord& owner = *standing->owner;
     SwapJournal lists;
     lists.restore = owner.overwritten;
     lists.remove = owner.added;
     LeftInTrle left;
-    DeleteBrought(session, owner.added, originalCode, left); // told already; only what is kept is
+    DeleteBrought(session, session.Folders(), owner.added, originalCode,
+                  left); // told already; only what is kept is
     const auto restored =
         RestoreMissing(session.Folders(), session.preferences, lists, left); // new
     if (!left.kept.empty())

@@ -2,10 +2,11 @@
 
 #include "archive/level_folders.h"
 #include "core/look.h"
+#include "history/history.h"
+#include "history/players_files.h"
 #include "history/swap_journal_file.h"
 #include "platform/file_content.h"
 #include "session/telling.h"
-#include "swap/live_state.h"
 #include "swap/owned_files.h"
 #include "words/originals.h"
 #include "words/restore.h"

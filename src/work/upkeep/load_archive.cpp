@@ -12,6 +12,7 @@
 #include "session/telling.h"
 #include "upkeep/leftovers.h"
 #include "upkeep/new_archive.h"
+#include "words/archive.h"
 #include "words/upkeep.h"
 
 namespace kestrova
@@ -41,14 +42,16 @@ void MeasureStaleExtras(Session& session)
 
 /// Reads the file and takes the lock of its folder. What another program wrote before the lock was
 /// there is read as well.
-Load ReadAndHold(Session& session, const Path& file, Failure& why)
+Load ReadAndHold(Session& session, const Path& file, Archive& archive, Failure& why)
 {
     for (bool again = true; again;) {
-        if (const auto status = ReadArchiveRecords(session, file); !status) {
-            why = status.Error();
+        auto records = ReadArchiveRecords(session.settings, file);
+        if (!records) {
+            why = records.Error();
             return Load::NotRead;
         }
-        const Path folder{Trim(session.archive.header.secondaryFolder)};
+        archive = std::move(*records);
+        const Path folder{Trim(archive.header.secondaryFolder)};
         again = FolderExists(folder) && !session.locks.Holds(folder);
         if (again && !DoneOrTold(session.host, HoldFolder(session.locks, folder)))
             return Load::Held;
@@ -71,14 +74,27 @@ Result<bool> HoldsLevels(const Archive& archive, const Path& folder)
     return !hasLevels;
 }
 
-/// The folder that the person named counts, not the one that the file names.
-bool TakeNamedFolder(Session& session, const Path& folder)
+/// Saves an archive that is not in memory yet. False, with words.
+bool SaveComing(Session& session, Archive& archive)
 {
-    ArchiveHeader& header = session.archive.header;
+    archive.dirty = true;
+    if (!session.preferences.autoSave)
+        return true;
+    const Path file = archive.file;
+    const auto status = WriteArchive(session.Folders(), session.settings, archive, file);
+    if (!status)
+        TellFailure(session.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(file), status.Error());
+    return bool{status};
+}
+
+/// The folder that the person named counts, not the one that the file names.
+bool TakeNamedFolder(Session& session, Archive& archive, const Path& folder)
+{
+    ArchiveHeader& header = archive.header;
     if (FolderFromText(Trim(header.secondaryFolder)) == folder)
         return true;
     const auto isThere = IsFolder(folder);
-    const auto holds = isThere && *isThere ? HoldsLevels(session.archive, folder) : isThere;
+    const auto holds = isThere && *isThere ? HoldsLevels(archive, folder) : isThere;
     if (!holds)
         return TellFolderNotRead(session.host, holds.Error());
     if (!*holds) {
@@ -89,38 +105,95 @@ bool TakeNamedFolder(Session& session, const Path& folder)
     if (!FitsArchive(session.host, folder) ||
         !DoneOrTold(session.host, HoldFolder(session.locks, folder)))
         return false;
-    if (!IsArchiveOnCd(session.archive))
+    if (!IsArchiveOnCd(archive))
         header.mainFolder = folder.native();
     header.secondaryFolder = folder.native();
-    return SaveArchive(session);
+    return SaveComing(session, archive);
 }
+
+/// The new folder when the person chose one; no value when the check refuses the archive.
+std::optional<Path> AskForFolder(Session& session, const Archive& archive, Message warning,
+                                 const std::string& missing)
+{
+    const std::string line{lineBreak};
+    session.host.Tell(Tone::Warning, GetMsg(warning, {line + Readable(missing) + line}));
+    const auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectFolder) + FileNameOf(missing),
+                                                  platform::CurrentFolder());
+    if (!chosen || !FitsArchive(session.host, *chosen))
+        return {};
+    const auto holds = HoldsLevels(archive, *chosen);
+    if (!holds)
+        TellFolderNotRead(session.host, holds.Error());
+    // Nothing is written before this program is the only one that works there.
+    const bool taken =
+        holds &&
+        (*holds || session.host.AskYesNo(GetMsg(Msg::AskNoLevelsThere, {TextOf(*chosen)}))) &&
+        DoneOrTold(session.host, HoldFolder(session.locks, *chosen));
+    return taken ? chosen : std::nullopt;
+}
+
+} // namespace
+
+bool CheckArchiveFolders(Session& session, Archive& archive)
+{
+    if (archive.levels.empty())
+        return true;
+    ArchiveHeader& header = archive.header;
+    const auto stands = [](const std::string& folder) {
+        return IsFolder(FolderFromText(Trim(folder)));
+    };
+    const auto hasMain = stands(header.mainFolder);
+    const auto hasSecondary = stands(header.secondaryFolder);
+    if (!hasMain || !hasSecondary)
+        return TellFolderNotRead(session.host, hasMain ? hasSecondary.Error() : hasMain.Error());
+    if (!IsArchiveOnCd(archive) && !*hasMain) {
+        const auto chosen =
+            AskForFolder(session, archive, Msg::MainFolderMissing, header.mainFolder);
+        if (!chosen)
+            return false;
+        const bool same = Trim(header.mainFolder) == Trim(header.secondaryFolder);
+        header.mainFolder = chosen->native();
+        if (same)
+            header.secondaryFolder = chosen->native();
+        SaveComing(session, archive);
+        if (same)
+            return true;
+    }
+    if (*hasSecondary)
+        return true;
+    const auto chosen =
+        AskForFolder(session, archive, Msg::SecondaryFolderMissing, header.secondaryFolder);
+    if (!chosen)
+        return false;
+    header.secondaryFolder = chosen->native();
+    SaveComing(session, archive);
+    return true;
+}
+
+namespace
+{
 
 /// Memory holds the new archive when it is done, and otherwise what it held before.
 Load LoadOrKeep(Session& session, const Path& file, const Path& levelFolder, Failure& why)
 {
-    Archive before = session.archive;
-    const Path remembered = session.RememberedArchive();
-    const Path lockedBefore = session.locks.ArchiveFolder();
-    Load load = ReadAndHold(session, file, why);
-    const Path folder{Trim(session.archive.header.secondaryFolder)};
-    if (load == Load::Done && ((!levelFolder.empty() && !TakeNamedFolder(session, levelFolder)) ||
-                               !CheckArchiveFolders(session)))
-        load = Load::FoldersRefused;
-    const Path now{Trim(session.archive.header.secondaryFolder)};
+    const std::vector<Path> held = session.locks.Held();
+    Archive archive;
+    Load load = ReadAndHold(session, file, archive, why);
     if (load == Load::Done &&
-        DoneOrTold(session.host, HoldArchiveFolder(session.locks, session.Folders(), now))) {
-        RememberArchive(session);
+        ((!levelFolder.empty() && !TakeNamedFolder(session, archive, levelFolder)) ||
+         !CheckArchiveFolders(session, archive)))
+        load = Load::FoldersRefused;
+    if (load == Load::Done &&
+        !DoneOrTold(session.host, HoldArchiveFolder(session.locks, session.Folders(),
+                                                    Path{Trim(archive.header.secondaryFolder)})))
+        load = Load::Held;
+    if (load != Load::Done) {
+        session.locks.KeepOnly(held);
         return load;
     }
-    session.archive = std::move(before);
-    session.preferences.archivePath = remembered.native();
-    for (const Path& taken : {folder, now})
-        if (load != Load::NotRead && taken != lockedBefore && session.locks.Holds(taken)) {
-            session.locks.SetArchiveFolder(taken);
-            (void)HoldArchiveFolder(session.locks, session.Folders(),
-                                    lockedBefore); // it was held all the time
-        }
-    return load == Load::Done ? Load::Held : load;
+    session.archive = std::move(archive);
+    RememberArchive(session);
+    return load;
 }
 
 /// `saved`: the file of the loaded archive holds all that memory holds. `damaged`: what is said
@@ -136,10 +209,8 @@ Load ReadAfterAsking(Session& session, const Path& file, bool saved, const std::
             why.reason = damaged;
         if (load == Load::NotRead)
             TellFailure(session.host, notRead, why);
-        session.loadFailedAskAnother = load == Load::FoldersRefused;
         return load;
     }
-    session.loadFailedAskAnother = false;
     ClearLeftovers(session);
     MeasureStaleExtras(session);
     session.list.Refresh();
@@ -149,22 +220,22 @@ Load ReadAfterAsking(Session& session, const Path& file, bool saved, const std::
 
 } // namespace
 
-Status ReadArchiveRecords(Session& session, const Path& file)
+Result<Archive> ReadArchiveRecords(const ProgramSettings& settings, const Path& file)
 {
     const Path place = ResolvePath(file);
     auto content = ReadArchiveFile(place);
     if (!content)
         return content.Error();
-    session.archive = {std::move(content->header), std::move(content->levels), place};
+    Archive archive{std::move(content->header), std::move(content->levels), place};
     for (const auto& [folder, field] :
-         {std::pair{&session.archive.header.mainFolder, ArchiveFolder::Main},
-          std::pair{&session.archive.header.secondaryFolder, ArchiveFolder::Secondary}})
-        *folder = ExactFolder(session.settings, ExactFolderField(field, place), *folder);
+         {std::pair{&archive.header.mainFolder, ArchiveFolder::Main},
+          std::pair{&archive.header.secondaryFolder, ArchiveFolder::Secondary}})
+        *folder = ExactFolder(settings, ExactFolderField(field, place), *folder);
     // Where it cannot be read the records' own forms serve.
-    if (const Path names = ExactNamesFile(session.archive.header); FileExists(names))
+    if (const Path names = ExactNamesFile(archive.header); FileExists(names))
         if (const auto bytes = ReadWholeFile(names, longestExactNames))
-            ApplyExactNames(ParseExactNames(*bytes), session.archive.levels);
-    return {};
+            ApplyExactNames(ParseExactNames(*bytes), archive.levels);
+    return archive;
 }
 
 bool ReadArchive(Session& session, const Path& file, const Path& levelFolder)
@@ -198,65 +269,6 @@ bool AskLoadArchive(Session& session)
     }
     return ReadAfterAsking(session, *file, saved,
                            GetMsg(Msg::CannotOpenArchive, {TextOf(*file)})) == Load::Done;
-}
-
-namespace
-{
-
-/// The new folder when the person chose one; no value when the check refuses the archive.
-std::optional<Path> AskForFolder(Session& session, Message warning, const std::string& missing)
-{
-    const std::string line{lineBreak};
-    session.host.Tell(Tone::Warning, GetMsg(warning, {line + Readable(missing) + line}));
-    const auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectFolder) + FileNameOf(missing),
-                                                  platform::CurrentFolder());
-    if (!chosen || !FitsArchive(session.host, *chosen))
-        return {};
-    const auto holds = HoldsLevels(session.archive, *chosen);
-    if (!holds)
-        TellFolderNotRead(session.host, holds.Error());
-    // Nothing is written before this program is the only one that works there.
-    const bool taken =
-        holds &&
-        (*holds || session.host.AskYesNo(GetMsg(Msg::AskNoLevelsThere, {TextOf(*chosen)}))) &&
-        DoneOrTold(session.host, HoldFolder(session.locks, *chosen));
-    return taken ? chosen : std::nullopt;
-}
-
-} // namespace
-
-bool CheckArchiveFolders(Session& session)
-{
-    if (session.archive.levels.empty())
-        return true;
-    ArchiveHeader& header = session.archive.header;
-    const auto stands = [](const std::string& folder) {
-        return IsFolder(FolderFromText(Trim(folder)));
-    };
-    const auto hasMain = stands(header.mainFolder);
-    const auto hasSecondary = stands(header.secondaryFolder);
-    if (!hasMain || !hasSecondary)
-        return TellFolderNotRead(session.host, hasMain ? hasSecondary.Error() : hasMain.Error());
-    if (!IsArchiveOnCd(session.archive) && !*hasMain) {
-        const auto chosen = AskForFolder(session, Msg::MainFolderMissing, header.mainFolder);
-        if (!chosen)
-            return false;
-        const bool same = Trim(header.mainFolder) == Trim(header.secondaryFolder);
-        header.mainFolder = chosen->native();
-        if (same)
-            header.secondaryFolder = chosen->native();
-        SaveArchive(session);
-        if (same)
-            return true;
-    }
-    if (*hasSecondary)
-        return true;
-    const auto chosen = AskForFolder(session, Msg::SecondaryFolderMissing, header.secondaryFolder);
-    if (!chosen)
-        return false;
-    header.secondaryFolder = chosen->native();
-    SaveArchive(session);
-    return true;
 }
 
 } // namespace kestrova

@@ -310,8 +310,12 @@ TEST_F(LevelLife, TheOriginalsFolderIsBuiltWholeOrNotAtAll)
         own.host.AnswerAll(true);
         own.MakeTrle();
         own.Write("home/backup_trle/savegame.1", "kept");
-        const FaultRun run = WithFaultAt(step, [&] { return EnsureLevel0Folder(own.session); });
-        EXPECT_EQ(own.session.level0Rebuilt, run.answer) << run.call;
+        const FaultRun run = WithFaultAt(step, [&] {
+            const auto built = EnsureLevel0Folder(own.session.Folders());
+            if (!built)
+                TellNoLevel0(own.host, own.session.Folders(), built.Error());
+            return built && *built;
+        });
         EXPECT_EQ(own.Has("home/LEVEL_0000"), run.answer) << run.call;
         EXPECT_TRUE(run.answer || own.host.WasTold("could not be made")) << run.call;
         if (run.answer) {
@@ -324,9 +328,7 @@ TEST_F(LevelLife, TheOriginalsFolderIsBuiltWholeOrNotAtAll)
         if (!run.reached)
             break;
     }
-    box.session.level0Rebuilt = false;
-    EXPECT_TRUE(EnsureLevel0Folder(box.session)) << "it stands";
-    EXPECT_FALSE(box.session.level0Rebuilt);
+    EXPECT_FALSE(EnsureLevel0Folder(box.session.Folders()).ValueOr(true)) << "it stands";
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "levels/undo_world.h"
 #include "sandbox/faults.h"
+#include "session/archive.h"
 
 namespace kestrova::testing
 {

@@ -98,7 +98,7 @@ TEST(OwnWork, OverALevelsFileIsKeptListedAndBroughtBack)
     EXPECT_EQ(Readable(kept[1].file), "\\data\\first.TR4");
 
     world.host.told.clear();
-    const auto back = BringOriginalBack(world.session, kept[1].id);
+    const auto back = BringOriginalBack(world.session.machine, world.session.Folders(), kept[1].id);
     ASSERT_TRUE(back);
     EXPECT_EQ(world.Read("trle/DATA/first.TR4"), "MINE  level");
     // It is nobody's but the player's now, and a level's file of that name asks for its place.
@@ -107,7 +107,7 @@ TEST(OwnWork, OverALevelsFileIsKeptListedAndBroughtBack)
     ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
     world.ExpectOriginal();
     EXPECT_EQ(Kept(world.session).size(), 2U); // one content is kept once
-    EXPECT_FALSE(BringOriginalBack(world.session, "o-99"));
+    EXPECT_FALSE(BringOriginalBack(world.session.machine, world.session.Folders(), "o-99"));
 }
 
 TEST(OwnWork, ThatDiffersByCaseAloneFromAnotherFileIsNotTakenForIt)

@@ -38,7 +38,7 @@ TEST(FailedLook, NoFileThatIsBroughtBackTakesThePlaceOfAnother)
             const bool save =
                 bool{BringBack(world.session.machine, world.session.Folders(),
                                world.session.archive, world.session.settings, 1, ids[0])};
-            return BringOriginalBack(world.session, "o-1") && save;
+            return BringOriginalBack(world.session.machine, world.session.Folders(), "o-1") && save;
         });
         EXPECT_EQ(world.Read(store + "savegame.0"), SavegameBytes("First again", 9));
         EXPECT_EQ(world.Read("home/history/originals/Script.dat"), "my own script");

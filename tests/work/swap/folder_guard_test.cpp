@@ -84,7 +84,7 @@ TEST_F(GuardedFolder, OneAnswerIsEnoughForOneOperation)
 
     // The game that was started here counts wherever it runs.
     world.machine.running = {};
-    EXPECT_TRUE(ProgramsInTrle(world.session).empty());
+    EXPECT_TRUE(ProgramsInTrle(world.session, world.session.Folders()).empty());
 }
 
 TEST_F(GuardedFolder, WhatWaitsToBeMendedWaitsForTheGamesEnd)

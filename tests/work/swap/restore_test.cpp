@@ -292,7 +292,7 @@ TEST(FullRestore, DeletesNothingWhileTheBackupCannotBeListed)
         EXPECT_FALSE(RestoreFully(world));
         EXPECT_TRUE(world.host.WasTold("could not be read")) << world.host.AllTold();
         RestoreReport report;
-        EXPECT_FALSE(FinishRestore(world.session, {}, report));
+        EXPECT_FALSE(FinishRestore(world.session, world.session.Folders(), {}, report));
     }
     EXPECT_EQ(world.Snapshot("trle"), before);
     EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();

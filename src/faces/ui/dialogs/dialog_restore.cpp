@@ -94,7 +94,7 @@ void RestoreDialog::RestoreFast()
 void RestoreDialog::RestoreFull()
 {
     const Operation operation{session_};
-    if (!MayChangeTrle(session_))
+    if (!MayChangeTrle(session_, session_.Folders()))
         return;
     AllowButtons(false);
     bar_->show();
