@@ -53,8 +53,8 @@ struct EqualLevels {
     void Look()
     {
         const auto start = std::chrono::steady_clock::now();
-        const auto equal =
-            FindEqualTr4(box.session, box / "new", box.session.archive.levels.size(), nullptr);
+        const auto equal = FindEqualTr4(box.session.Folders(), box.session.archive, box / "new",
+                                        box.session.archive.levels.size(), nullptr);
         if (!equal || *equal)
             std::abort(); // there is none
         times.push_back(

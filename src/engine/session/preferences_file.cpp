@@ -25,12 +25,13 @@ Path FileOf(const Folders& folders)
 
 } // namespace
 
-bool ReadPreferencesFile(Session& session)
+bool ReadPreferencesFile(const Folders& folders, PreferencesRecord& preferences,
+                         const ProgramSettings& settings)
 {
-    const auto bytes = ReadWholeFile(FileOf(session.Folders()), 1 << 20);
-    session.preferences = bytes ? ParsePreferences(*bytes) : DefaultPreferences();
-    ForEachFolder(session.preferences, [&](const char* name, std::string& folder) {
-        folder = ExactFolder(session.settings, name, folder);
+    const auto bytes = ReadWholeFile(FileOf(folders), 1 << 20);
+    preferences = bytes ? ParsePreferences(*bytes) : DefaultPreferences();
+    ForEachFolder(preferences, [&](const char* name, std::string& folder) {
+        folder = ExactFolder(settings, name, folder);
     });
     return static_cast<bool>(bytes);
 }

@@ -1,13 +1,16 @@
 #pragma once
 
-#include "session/session.h"
+#include "formats/preferences.h"
+#include "session/folders.h"
+#include "session/settings.h"
 
 namespace kestrova
 {
 
-/// Reads `Kestrova.prf` into the session, folders in their exact form. False when there is none:
-/// the session then has the first-run values.
-bool ReadPreferencesFile(Session& session);
+/// Reads `Kestrova.prf`, folders in their exact form. False when there is none:
+/// they are the first-run values then.
+bool ReadPreferencesFile(const Folders& folders, PreferencesRecord& preferences,
+                         const ProgramSettings& settings);
 /// Writes `Kestrova.prf` and `kestrova.ini`; nothing when they hold this already.
 Status WritePreferencesFile(const Folders& folders, PreferencesRecord& preferences,
                             ProgramSettings& settings);

@@ -83,7 +83,7 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
     auto settings = ReadSettings(session.programFolder);
     if (settings)
         session.settings = std::move(*settings);
-    firstRun = !ReadPreferencesFile(session);
+    firstRun = !ReadPreferencesFile(session.Folders(), session.preferences, session.settings);
     const Path file = PreferencesFile(session.programFolder);
     // What is there and cannot be read would be written over by first-run values.
     if (!settings || (firstRun && !IsFree(file).ValueOr(false))) {

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "core/parallel.h"
+#include "core/text.h"
 #include "formats/level_folder.h"
 #include "platform/file_content.h"
 
@@ -62,18 +63,19 @@ std::vector<Tr4Entry> EntriesIn(const Path& levelFolder)
 
 } // namespace
 
-EqualTr4Index::EqualTr4Index(const Session& session, ProgressScope* progress)
-    : levels_(session.archive.levels.size())
+EqualTr4Index::EqualTr4Index(const Folders& folders, const Archive& archive,
+                             ProgressScope* progress)
+    : levels_(archive.levels.size())
 {
-    const Spellings spellings{FolderFromText(Trim(session.archive.header.secondaryFolder))};
+    const Spellings spellings{FolderFromText(Trim(archive.header.secondaryFolder))};
     if (!spellings.State()) {
         state_ = spellings.State();
         return;
     }
     std::atomic<std::size_t> done{0};
     const auto read = [&](std::size_t i) {
-        const LevelCode code = session.archive.levels[i].levelCode;
-        const Path home = LevelHomeOf(session.Folders(), code);
+        const LevelCode code = archive.levels[i].levelCode;
+        const Path home = LevelHomeOf(folders, code);
         const Path folder = code == originalCode ? home : spellings.Find(home.filename());
         if (!folder.empty())
             levels_[i] = EntriesIn(folder);
@@ -110,8 +112,9 @@ std::optional<EqualTr4> EqualTr4Index::Find(const std::vector<Tr4Entry>& files,
     return found;
 }
 
-Result<std::optional<EqualTr4>> FindEqualTr4(const Session& session, const Path& folder,
-                                             std::size_t levelIndex, ProgressScope* progress)
+Result<std::optional<EqualTr4>> FindEqualTr4(const Folders& folders, const Archive& archive,
+                                             const Path& folder, std::size_t levelIndex,
+                                             ProgressScope* progress)
 {
     std::vector<Tr4Entry> files;
     if (!folder.empty()) {
@@ -119,18 +122,18 @@ Result<std::optional<EqualTr4>> FindEqualTr4(const Session& session, const Path&
         if (!found)
             return found.Error();
         files = std::move(*found);
-    } else if (auto own = ReadTr4Inf(session, levelIndex)) {
+    } else if (auto own = ReadTr4Inf(folders, archive, levelIndex)) {
         files = std::move(own).Value();
     }
     if (files.empty())
         return std::optional<EqualTr4>{};
     if (progress != nullptr)
-        progress->SetBar(0, session.archive.levels.size());
-    const EqualTr4Index index{session, progress};
+        progress->SetBar(0, archive.levels.size());
+    const EqualTr4Index index{folders, archive, progress};
     if (!index.State())
         return index.State().Error();
     if (progress != nullptr)
-        progress->SetBar(0, session.archive.levels.size());
+        progress->SetBar(0, archive.levels.size());
     return index.Find(files, levelIndex);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/tr4_index.h"
+#include "session/host.h"
 
 #include <optional>
 #include <unordered_map>
@@ -22,7 +23,7 @@ class EqualTr4Index
 {
 public:
     /// Reads on all cores; `progress`, which may be null, follows by levels done.
-    EqualTr4Index(const Session& session, ProgressScope* progress);
+    EqualTr4Index(const Folders& folders, const Archive& archive, ProgressScope* progress);
 
     /// A failure when the archive's folder could not be listed; the index is empty then.
     [[nodiscard]] const Status& State() const { return state_; }
@@ -47,7 +48,8 @@ private:
 
 /// Whether another level has one of the `*.tr4` of `folder`, or, for an empty path, of those in the
 /// level's own `tr4.inf`. `levelIndex` may be that of a level that is not in the archive yet.
-Result<std::optional<EqualTr4>> FindEqualTr4(const Session& session, const Path& folder,
-                                             std::size_t levelIndex, ProgressScope* progress);
+Result<std::optional<EqualTr4>> FindEqualTr4(const Folders& folders, const Archive& archive,
+                                             const Path& folder, std::size_t levelIndex,
+                                             ProgressScope* progress);
 
 } // namespace kestrova

@@ -4,6 +4,7 @@
 #include "core/copying.h"
 #include "core/dates.h"
 #include "core/look.h"
+#include "core/text.h"
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
 #include "words/message.h"
@@ -46,14 +47,14 @@ Result<Path> NameForAside(const Path& folder, std::int64_t nowNs)
     });
 }
 
-Result<std::vector<Path>> SetAside(Session& session, const Path& folder)
+Result<std::vector<Path>> SetAside(Machine& machine, const Path& folder)
 {
     std::vector<Path> names;
     const auto twins = CaseTwins(folder);
     if (!twins)
         return twins.Error();
     for (const Path& twin : *twins) {
-        auto name = NameForAside(twin, session.machine.NowNs());
+        auto name = NameForAside(twin, machine.NowNs());
         if (!name)
             return name.Error();
         if (const auto failure = platform::Rename(twin, *name))

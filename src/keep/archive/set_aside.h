@@ -1,6 +1,7 @@
 #pragma once
 
-#include "session/session.h"
+#include "session/archive.h"
+#include "session/machine.h"
 
 /// Folders of levels that the list does not know, as after a list was brought back from a backup:
 /// nobody can tell what they are worth, so that they are neither emptied nor removed.
@@ -12,7 +13,7 @@ Result<bool> HoldsAnything(const Path& folder);
 
 /// Gives every folder of that name, in whatever case it is written, a name that tells when it was
 /// set aside. Answers the new names.
-Result<std::vector<Path>> SetAside(Session& session, const Path& folder);
+Result<std::vector<Path>> SetAside(Machine& machine, const Path& folder);
 
 /// A name beside the folder that nothing has yet and that tells when it was set aside.
 Result<Path> NameForAside(const Path& folder, std::int64_t nowNs);

@@ -4,6 +4,7 @@
 #include "core/dates.h"
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "core/text.h"
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
 
@@ -45,9 +46,9 @@ Result<std::vector<Tr4Entry>> ScanTr4Files(const Path& folder)
     return entries;
 }
 
-Path Tr4InfPath(const Session& session, std::size_t index)
+Path Tr4InfPath(const Folders& folders, const Archive& archive, std::size_t index)
 {
-    return Tr4InfPathOf(session.Folders(), session.archive.levels[index].levelCode);
+    return Tr4InfPathOf(folders, archive.levels[index].levelCode);
 }
 
 Status WriteTr4InfOf(const Folders& folders, LevelCode code, const std::vector<Tr4Entry>& entries)
@@ -55,14 +56,16 @@ Status WriteTr4InfOf(const Folders& folders, LevelCode code, const std::vector<T
     return WriteRecordFile(Tr4InfPathOf(folders, code), FormatTr4Inf(entries));
 }
 
-Status WriteTr4Inf(const Session& session, std::size_t index, const std::vector<Tr4Entry>& entries)
+Status WriteTr4Inf(const Folders& folders, const Archive& archive, std::size_t index,
+                   const std::vector<Tr4Entry>& entries)
 {
-    return WriteTr4InfOf(session.Folders(), session.archive.levels[index].levelCode, entries);
+    return WriteTr4InfOf(folders, archive.levels[index].levelCode, entries);
 }
 
-Result<std::vector<Tr4Entry>> ReadTr4Inf(const Session& session, std::size_t index)
+Result<std::vector<Tr4Entry>> ReadTr4Inf(const Folders& folders, const Archive& archive,
+                                         std::size_t index)
 {
-    return ReadTr4InfOf(session.Folders(), session.archive.levels[index].levelCode);
+    return ReadTr4InfOf(folders, archive.levels[index].levelCode);
 }
 
 Result<std::vector<Tr4Entry>> ReadTr4InfOf(const Folders& folders, LevelCode code)

@@ -96,11 +96,11 @@ std::string CurrentName(const Folders& folders)
     return folders.Backup().filename().native();
 }
 
-Result<bool> IsOf(const NotedBackup& backup, const Session& session)
+Result<bool> IsOf(const NotedBackup& backup, const Path& trle)
 {
-    if (Path{backup.origin.path} == session.TrleFolder())
+    if (Path{backup.origin.path} == trle)
         return true;
-    return HasMark(session.TrleFolder(), backup.origin);
+    return HasMark(trle, backup.origin);
 }
 
 Result<Path> FreeAside(const Folders& folders)
@@ -111,27 +111,27 @@ Result<Path> FreeAside(const Folders& folders)
 }
 
 /// The backup under a free name, noted there before it moves.
-Status SetAside(Session& session)
+Status SetAside(const Folders& folders)
 {
-    auto backups = NotedBackups(session.Folders());
+    auto backups = NotedBackups(folders);
     if (!backups)
         return backups.Error();
     const auto current =
         std::find_if(backups->begin(), backups->end(), [&](const NotedBackup& backup) {
-            return backup.name == CurrentName(session.Folders());
+            return backup.name == CurrentName(folders);
         });
     NotedBackup aside;
     if (current != backups->end())
         aside = *current;
-    const auto place = FreeAside(session.Folders());
+    const auto place = FreeAside(folders);
     if (!place)
         return place.Error();
     aside.name = place->filename().native();
     // Entries of folders that are not there are passed over, so this one counts from the rename on.
     backups->push_back(std::move(aside));
-    if (auto status = WriteNoted(session.Folders(), *backups); !status)
+    if (auto status = WriteNoted(folders, *backups); !status)
         return status;
-    return Renamed(session.BackupFolder(), *place);
+    return Renamed(folders.Backup(), *place);
 }
 
 } // namespace
@@ -161,30 +161,29 @@ Status NoteBackupOrigin(const Folders& folders, bool full)
     return WriteNoted(folders, *backups);
 }
 
-Result<bool> BringBackupBack(Session& session)
+Result<bool> BringBackupBack(const Folders& folders, PreferencesRecord& preferences)
 {
-    const auto backups = NotedBackups(session.Folders());
+    const auto backups = NotedBackups(folders);
     if (!backups)
         return backups.Error();
     for (const NotedBackup& backup : *backups) {
-        const auto isThis = IsOf(backup, session);
+        const auto isThis = IsOf(backup, folders.trle);
         if (!isThis)
             return isThis;
-        if (backup.name == CurrentName(session.Folders()) || !*isThis)
+        if (backup.name == CurrentName(folders) || !*isThis)
             continue;
-        const auto hasOther = IsFolder(session.BackupFolder());
+        const auto hasOther = IsFolder(folders.Backup());
         if (!hasOther)
             return hasOther;
         if (*hasOther)
-            if (auto status = SetAside(session); !status)
+            if (auto status = SetAside(folders); !status)
                 return status.Error();
-        if (auto status = Renamed(session.programFolder / backup.name, session.BackupFolder());
-            !status)
+        if (auto status = Renamed(folders.program / backup.name, folders.Backup()); !status)
             return status.Error();
-        if (auto status = FlushFolder(session.programFolder); !status)
+        if (auto status = FlushFolder(folders.program); !status)
             return status.Error();
-        session.preferences.fullBackup = backup.full;
-        if (auto status = NoteBackupOrigin(session.Folders(), backup.full); !status)
+        preferences.fullBackup = backup.full;
+        if (auto status = NoteBackupOrigin(folders, backup.full); !status)
             return status.Error();
         return true;
     }
@@ -196,18 +195,18 @@ Path NewBackupFolder(const Folders& folders)
     return InFolder(folders.program, OnDisk::DirNewBackup);
 }
 
-Status ExchangeBackup(Session& session, bool full, bool keepAside)
+Status ExchangeBackup(const Folders& folders, bool full, bool keepAside)
 {
-    const Path backup = session.BackupFolder();
-    const Path fresh = NewBackupFolder(session.Folders());
-    const Path old = OldBackupFolder(session.Folders());
+    const Path backup = folders.Backup();
+    const Path fresh = NewBackupFolder(folders);
+    const Path old = OldBackupFolder(folders);
     if (const auto failure = platform::SyncFileSystem(fresh))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(fresh), failure);
     const auto hasOld = IsFolder(backup);
     if (!hasOld)
         return hasOld.Error();
     if (keepAside && *hasOld)
-        if (auto status = SetAside(session); !status)
+        if (auto status = SetAside(folders); !status)
             return status;
     const bool replaces = *hasOld && !keepAside;
     if (replaces)
@@ -218,14 +217,14 @@ Status ExchangeBackup(Session& session, bool full, bool keepAside)
             (void)Renamed(old, backup); // the next start tries again
         return status;
     }
-    if (auto status = FlushFolder(session.programFolder); !status) {
+    if (auto status = FlushFolder(folders.program); !status) {
         if (replaces && Renamed(backup, fresh))
             (void)Renamed(old, backup); // the next start tries again
         return status;
     }
     if (replaces)
         (void)ClearPlace(old); // complete already; the next start clears what is left
-    (void)NoteBackupOrigin(session.Folders(),
+    (void)NoteBackupOrigin(folders,
                            full); // unnoted, it is compared when a folder is chosen
     return {};
 }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "formats/preferences.h"
 #include "formats/swap_journal.h"
-#include "session/session.h"
+#include "session/folders.h"
+#include "session/host.h"
 
 /// The backup is built beside the old one and exchanged when every file of it compared equal, so
 /// that `backup_trle` is a whole backup at any moment. It is known which Level Editor's folder a
@@ -12,7 +14,7 @@ namespace kestrova
 Path NewBackupFolder(const Folders& folders);
 /// The new folder becomes the backup of the present Level Editor's folder, durably. The old one is
 /// removed after that, or set aside when it is of another folder (`keepAside`).
-Status ExchangeBackup(Session& session, bool full, bool keepAside);
+Status ExchangeBackup(const Folders& folders, bool full, bool keepAside);
 /// What a killed backup left is undone: an old backup that was set aside comes back. False when
 /// that is not possible now, which it tells.
 bool SettleBackupFolders(Host& host, const Folders& folders);
@@ -24,6 +26,6 @@ Result<std::optional<FolderMark>> BackupOrigin(const Folders& folders);
 Status NoteBackupOrigin(const Folders& folders, bool full);
 /// A backup of the present Level Editor's folder that was set aside takes its place again; the
 /// preferences learn its form. False when there is none.
-Result<bool> BringBackupBack(Session& session);
+Result<bool> BringBackupBack(const Folders& folders, PreferencesRecord& preferences);
 
 } // namespace kestrova

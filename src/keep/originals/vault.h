@@ -1,6 +1,7 @@
 #pragma once
 
-#include "session/session.h"
+#include "session/folders.h"
+#include "session/machine.h"
 
 /// The vault `history/originals`: files of the Level Editor's folder that were about to be replaced
 /// or deleted and whose content nothing else holds, originals that no backup has and what a

@@ -56,8 +56,8 @@ StepAnswer AskEqual(Intake& intake)
 {
     Session& session = intake.session;
     intake.progress.SetLabel(GetMsg(Msg::VerifyingEqual));
-    const auto equal = FindEqualTr4(session, intake.draft.workFolder, session.archive.levels.size(),
-                                    &intake.progress);
+    const auto equal = FindEqualTr4(session.Folders(), session.archive, intake.draft.workFolder,
+                                    session.archive.levels.size(), &intake.progress);
     ClearProgress(intake.progress);
     if (!equal) {
         TellFolderNotRead(session.host, equal.Error());

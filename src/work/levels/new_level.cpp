@@ -47,7 +47,7 @@ bool MakeWay(Session& session, const Path& folder)
         return fail(holds.Error());
     if (!*holds)
         return true;
-    const auto names = SetAside(session, folder);
+    const auto names = SetAside(session.machine, folder);
     if (!names)
         return fail(names.Error());
     for (const Path& name : *names)

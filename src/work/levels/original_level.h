@@ -1,6 +1,7 @@
 #pragma once
 
-#include "session/session.h"
+#include "session/folders.h"
+#include "session/host.h"
 
 namespace kestrova
 {

@@ -7,6 +7,7 @@
 #include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
+#include "core/text.h"
 #include "formats/level_folder.h"
 #include "session/telling.h"
 #include "words/levels.h"

@@ -206,7 +206,7 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     made = made && (full ? CopyFull(session, trle, target, leftovers)
                          : CopyCompact(session.host, session.Folders(), trle, target));
     if (made)
-        if (const auto status = ExchangeBackup(session, full, ofAnother); !status) {
+        if (const auto status = ExchangeBackup(session.Folders(), full, ofAnother); !status) {
             TellFailure(session.host, GetMsg(Msg::BackupNotEqual), status.Error());
             made = false;
         }
@@ -259,7 +259,7 @@ Result<Fit> CompareWithFolder(Host& host, const Folders& folders)
 /// The folder was newly chosen and the backup is of another one.
 bool MakeBackupOfThisFolder(Session& session, const Path& other, const BackupWishes& wishes)
 {
-    const auto back = BringBackupBack(session);
+    const auto back = BringBackupBack(session.Folders(), session.preferences);
     if (!back) {
         TellFailure(session.host, GetMsg(Msg::BackupNotSetAside), back.Error());
         return false;
@@ -346,7 +346,7 @@ bool MakeTrleBackup(Session& session, bool refresh, const BackupWishes& wishes)
         return !*other || MakeBackupOfThisFolder(session, **other, wishes);
     }
     if (!refresh) {
-        const auto back = BringBackupBack(session);
+        const auto back = BringBackupBack(session.Folders(), session.preferences);
         if (!back)
             return TellFolderNotRead(session.host, back.Error());
         if (*back)

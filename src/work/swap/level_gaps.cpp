@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
 #include "core/file_kinds.h"
+#include "core/text.h"
 #include "formats/level_folder.h"
 #include "words/swap.h"
 

@@ -80,7 +80,7 @@ bool CreateTr4Infos(Session& session)
     for (std::size_t i = 0; i < count; ++i) {
         progress->SetBar(i, count);
         progress->Step();
-        if (!IsFree(Tr4InfPath(session, i)).ValueOr(false))
+        if (!IsFree(Tr4InfPath(session.Folders(), session.archive, i)).ValueOr(false))
             continue; // one that cannot be looked at is not written over
         const LevelRecord& level = session.archive.levels[i];
         const auto home = LevelFolderOf(session.Folders(), session.archive, level.levelCode);
@@ -106,7 +106,8 @@ bool CreateTr4Infos(Session& session)
         }
         if (entries->empty())
             continue;
-        if (const auto status = WriteTr4Inf(session, i, *entries); !status) {
+        if (const auto status = WriteTr4Inf(session.Folders(), session.archive, i, *entries);
+            !status) {
             TellFailure(session.host, GetMsg(Msg::Tr4InfosErrorWriting, {name}), status.Error());
             return false;
         }

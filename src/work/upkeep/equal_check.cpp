@@ -24,7 +24,8 @@ std::string Quoted(const std::string& text, int lines)
 /// A level on a disc that the hard disk has no `tr4.inf` of.
 bool NeedsDisc(const Session& session, std::size_t index)
 {
-    return session.archive.levels[index].cdNumber != 0 && !ReadTr4Inf(session, index);
+    return session.archive.levels[index].cdNumber != 0 &&
+           !ReadTr4Inf(session.Folders(), session.archive, index);
 }
 
 } // namespace
@@ -35,7 +36,7 @@ bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&
     const std::string scanning = GetMsg(Msg::EqualScanning);
     const std::string ofAll = GetMsg(Msg::EqualOfLevels, {std::to_string(count)});
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, scanning);
-    const EqualTr4Index index{session, progress.get()};
+    const EqualTr4Index index{session.Folders(), session.archive, progress.get()};
     if (!index.State())
         return TellFolderNotRead(session.host, index.State().Error());
 

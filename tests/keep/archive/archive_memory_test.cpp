@@ -134,16 +134,18 @@ TEST_F(ArchiveMemory, TheIndexHoldsTrueNamesAndSizes)
     box.AddLevel("One", {{"Grün.TR4", "12345"}, {"b.tr4", "1"}, {"c.tr4.zl", "stream"}});
     const auto entries = *ScanTr4Files(box / "levels/LEVEL_0001/files");
     ASSERT_EQ(entries.size(), 2U);
-    ASSERT_TRUE(WriteTr4Inf(box.session, 1, entries));
-    EXPECT_EQ(Tr4InfPath(box.session, 1), box / "levels/LEVEL_0001/tr4.inf");
-    const auto back = ReadTr4Inf(box.session, 1);
+    ASSERT_TRUE(WriteTr4Inf(box.session.Folders(), box.session.archive, 1, entries));
+    EXPECT_EQ(Tr4InfPath(box.session.Folders(), box.session.archive, 1),
+              box / "levels/LEVEL_0001/tr4.inf");
+    const auto back = ReadTr4Inf(box.session.Folders(), box.session.archive, 1);
     ASSERT_TRUE(back);
     EXPECT_EQ(back->at(1).name, "Grün.TR4");
     EXPECT_EQ(back->at(1).size, 5);
     EXPECT_EQ(Tr4EntryOf(std::string(100, 'n'), box / "none").name, std::string(80, 'n'));
     box.Write("levels/LEVEL_0001/tr4.inf", "cut");
-    EXPECT_EQ(ReadTr4Inf(box.session, 1).Error().code, ErrorCode::Damaged);
-    EXPECT_FALSE(ReadTr4Inf(box.session, 0));
+    EXPECT_EQ(ReadTr4Inf(box.session.Folders(), box.session.archive, 1).Error().code,
+              ErrorCode::Damaged);
+    EXPECT_FALSE(ReadTr4Inf(box.session.Folders(), box.session.archive, 0));
 }
 
 } // namespace

@@ -17,13 +17,14 @@ protected:
     void Add(const std::vector<Tr4Entry>& files)
     {
         box.AddLevel("Level", {});
-        ASSERT_TRUE(WriteTr4Inf(box.session, box.session.archive.levels.size() - 1, files));
+        ASSERT_TRUE(WriteTr4Inf(box.session.Folders(), box.session.archive,
+                                box.session.archive.levels.size() - 1, files));
     }
     /// Index and name, or nothing.
     std::string Find(std::size_t level, const std::string& folder = {})
     {
-        const auto found =
-            FindEqualTr4(box.session, folder.empty() ? Path{} : box / folder, level, nullptr);
+        const auto found = FindEqualTr4(box.session.Folders(), box.session.archive,
+                                        folder.empty() ? Path{} : box / folder, level, nullptr);
         EXPECT_TRUE(found);
         return *found ? std::to_string((*found)->level) + " " + (*found)->name : std::string{};
     }

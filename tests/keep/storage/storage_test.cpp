@@ -96,7 +96,7 @@ TEST_F(Storage, CompressedLevelComesBackWithTheSameBytes)
     expected.erase("load.bmp");
     EXPECT_EQ(ready, expected);
 
-    const auto entries = ReadTr4Inf(box.session, index);
+    const auto entries = ReadTr4Inf(box.session.Folders(), box.session.archive, index);
     ASSERT_TRUE(entries);
     ASSERT_EQ(entries->size(), 2U);
     EXPECT_EQ((*entries)[0].name, "level1.tr4");
@@ -160,7 +160,8 @@ TEST_F(Storage, StoredTwiceOverItselfChangesNothing)
     const Files stored = Stored();
     ASSERT_TRUE(StoreLevelFiles(box.session, box / "levels/LEVEL_0001/files", code, nullptr));
     EXPECT_EQ(Stored(), stored);
-    EXPECT_EQ(ReadTr4Inf(box.session, index)->size(), 2U) << "the index of the true files stays";
+    EXPECT_EQ(ReadTr4Inf(box.session.Folders(), box.session.archive, index)->size(), 2U)
+        << "the index of the true files stays";
 }
 
 TEST_F(Storage, IsTheOldLevelOrTheNewOneWhereverItFails)

@@ -72,7 +72,7 @@ TEST_F(EqualCheck, Tr4InfosAreTheSameHoweverTheFilesAreStored)
     const std::size_t plain = Add("Plain", {{"a.TR4", "content"}, {"b.tr4", "longer content"}});
     const std::size_t deflated = Add("Deflated", {});
     const std::size_t done = Add("Done", {{"c.tr4", "changed since"}});
-    ASSERT_TRUE(WriteTr4Inf(box.session, done, {{"c.tr4", 2, 3}}));
+    ASSERT_TRUE(WriteTr4Inf(box.session.Folders(), box.session.archive, done, {{"c.tr4", 2, 3}}));
     const std::string before = box.Read("levels/LEVEL_0003/tr4.inf");
     for (const char* name : {"a.TR4", "b.tr4"})
         ASSERT_TRUE(CompressToZl(box / ("levels/LEVEL_0001/files/" + std::string{name}),
@@ -80,13 +80,13 @@ TEST_F(EqualCheck, Tr4InfosAreTheSameHoweverTheFilesAreStored)
     const auto untouched = box.Snapshot("levels/LEVEL_0002/files");
 
     EXPECT_TRUE(CreateTr4Infos(box.session)) << box.host.AllTold();
-    const auto entries = ReadTr4Inf(box.session, plain);
+    const auto entries = ReadTr4Inf(box.session.Folders(), box.session.archive, plain);
     ASSERT_TRUE(entries);
     ASSERT_EQ(entries->size(), 2U);
     EXPECT_EQ((*entries)[1].name, "b.tr4");
     EXPECT_EQ((*entries)[1].size, 14);
     EXPECT_GT((*entries)[1].date, 40000);
-    EXPECT_TRUE(ReadTr4Inf(box.session, deflated));
+    EXPECT_TRUE(ReadTr4Inf(box.session.Folders(), box.session.archive, deflated));
     EXPECT_EQ(box.Read("levels/LEVEL_0002/tr4.inf"), box.Read("levels/LEVEL_0001/tr4.inf"));
     EXPECT_EQ(box.Read("levels/LEVEL_0003/tr4.inf"), before);
     EXPECT_EQ(box.Snapshot("levels/LEVEL_0002/files"), untouched);
