@@ -109,6 +109,8 @@ Result<ProgramSettings> ReadSettings(const Path& programFolder)
     settings.undoMegabytes = NumberValue(keys, "undo-megabytes", settings.undoMegabytes);
     settings.unseenKeysTold = NumberValue(keys, "unseen-keys-told", 0) != 0;
     settings.exportSavegames = NumberValue(keys, "export-savegames", 0) != 0;
+    settings.updateServers = TextValue(keys, "update-servers", {});
+    settings.wadServer = TextValue(keys, "wad-server", {});
     if (char** names = g_key_file_get_keys(keys, exactGroup, nullptr, nullptr)) {
         for (char** name = names; *name != nullptr; ++name)
             if (char* value = g_key_file_get_string(keys, exactGroup, *name, nullptr)) {
@@ -138,6 +140,10 @@ Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
         g_key_file_set_integer(keys, programGroup, "unseen-keys-told", 1);
     g_key_file_set_integer(keys, programGroup, "export-savegames",
                            settings.exportSavegames ? 1 : 0);
+    for (const auto& [name, value] : {std::pair{"update-servers", &settings.updateServers},
+                                      std::pair{"wad-server", &settings.wadServer}})
+        if (!value->empty() || g_key_file_has_key(keys, programGroup, name, nullptr))
+            g_key_file_set_string(keys, programGroup, name, value->c_str());
     g_key_file_remove_group(keys, exactGroup, nullptr);
     for (const auto& [field, folder] : settings.exactFolders)
         g_key_file_set_string(keys, exactGroup, field.c_str(), Escaped(folder).c_str());

@@ -20,6 +20,8 @@ struct ProgramSettings {
     std::int32_t undoMegabytes = 500;    ///< what is kept for them, removed levels too
     bool unseenKeysTold = false;         ///< that this desktop keeps keys to itself was said once
     bool exportSavegames = false;        ///< a level's zip holds its savegames too
+    std::string updateServers;           ///< of lists of addresses, up to three, parted by blanks
+    std::string wadServer;               ///< where packages of wads come from
     /// Exact folders whose letters the code page of a record cannot hold, by the field's name.
     std::map<std::string, std::string> exactFolders;
 };

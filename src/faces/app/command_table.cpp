@@ -8,6 +8,7 @@
 #include "app/intake_commands.h"
 #include "app/level_commands.h"
 #include "app/look_commands.h"
+#include "app/online_commands.h"
 #include "app/saves_commands.h"
 #include "app/set_commands.h"
 #include "app/setup_commands.h"
@@ -40,8 +41,8 @@ std::span<const CommandRow> CommandTable()
         for (const auto group :
              {SetupCommands(), ArchiveCommands(), LookCommands(), IntakeCommands(), LevelCommands(),
               ConfigCommands(), UpkeepCommands(), SwapCommands(), SavesCommands(),
-              HistoryCommands(), UndoCommands(), ShotsCommands(), SetCommands(), AudioCommands(),
-              HelpCommands()})
+              HistoryCommands(), UndoCommands(), ShotsCommands(), OnlineCommands(), SetCommands(),
+              AudioCommands(), HelpCommands()})
             rows.insert(rows.end(), group.begin(), group.end());
         return rows;
     }();

@@ -4,11 +4,14 @@
 #include "app/result_text.h"
 #include "formats/nul_list.h"
 #include "levels/export_level.h"
+#include "online/config_database.h"
+#include "online/url_file.h"
 #include "packages/level_config_file.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
 #include "words/commands.h"
 #include "words/intake.h"
+#include "words/online_commands.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -150,7 +153,7 @@ std::string TakeFields(const Run& run, LevelConfig& config)
 std::string WrongConfig(Run& run)
 {
     const auto& words = run.arguments.words;
-    if (words.front() == "show")
+    if (words.front() == "show" || words.front() == "find")
         return words.size() > 2 ? GetMsg(Msg::WrongWordTooMany, {words[2]}) : std::string{};
     if (words.front() != "write")
         return GetMsg(Msg::WrongConfigWord, {words.front()});
@@ -163,6 +166,29 @@ std::string WrongConfig(Run& run)
 bool Show(Run& run)
 {
     return ShowConfig(run, PlaceFromWord(run.arguments.words[1]));
+}
+
+bool Find(Run& run)
+{
+    Host& host = run.session.host;
+    const Path folder = PlaceFromWord(run.arguments.words[1]);
+    const Path file = UrlListPath(run.session.Folders());
+    const auto list = LoadUrlList(file);
+    if (!list) {
+        TellFailure(host, GetMsg(Msg::UrlListNotReadFile) + TextOf(file), list.Error());
+        return false;
+    }
+    const auto configs = ConfigsFor(*list, folder);
+    if (!configs)
+        return TellFolderNotRead(host, configs.Error());
+    if (run.json != nullptr)
+        *run.json = Json::array();
+    for (const OnlineConfig& config : *configs)
+        if (run.json != nullptr)
+            run.json->push_back({{"name", config.level}, {"url", config.url}});
+        else
+            AddLine(run, OneField(config.level) + "\t" + OneField(config.url));
+    return true;
 }
 
 bool Write(Run& run)
@@ -203,6 +229,7 @@ std::span<const CommandRow> ConfigCommands()
                       .wrong = WrongConfig},
          .run = Show},
         {.terminal = {.word = "config", .verb = "write"}, .run = Write},
+        {.terminal = {.word = "config", .verb = "find"}, .run = Find},
     };
     return rows;
 }

@@ -3,9 +3,12 @@
 #include "app/opening.h"
 #include "app/result_text.h"
 #include "archive/archive_saving.h"
+#include "formats/url_text.h"
 #include "history/undo_entries.h"
 #include "words/commands.h"
+#include "words/online_commands.h"
 
+#include <algorithm>
 #include <charconv>
 #include <nlohmann/json.hpp>
 
@@ -112,6 +115,20 @@ constexpr SettingRow NumberRow(std::string_view name)
             }};
 }
 
+/// Up to `most` addresses of the web, parted by blanks.
+bool SetServers(std::string& servers, const std::string& word, std::size_t most)
+{
+    std::vector<std::string> addresses = Split(word, ' ');
+    std::erase(addresses, std::string{});
+    const bool sound =
+        std::all_of(addresses.begin(), addresses.end(),
+                    [](const std::string& address) { return IsWebAddress(address); });
+    if (addresses.size() > most || !sound || !IsUtf8(word) || ForTerminal(word) != word)
+        return false;
+    servers = Join(addresses, " ");
+    return true;
+}
+
 constexpr SettingRow settingRows[] = {
     PreferenceFlag<&PreferencesRecord::captureEnabled>("capture"),
     PreferenceFlag<&PreferencesRecord::promptCapture>("capture-prompt"),
@@ -155,6 +172,16 @@ constexpr SettingRow settingRows[] = {
     NumberRow<&ProgramSettings::historyMegabytes>("history-megabytes"),
     NumberRow<&ProgramSettings::undoCount>("undo-count"),
     NumberRow<&ProgramSettings::undoMegabytes>("undo-megabytes"),
+    {"update-servers", Msg::TakesServers, false,
+     [](const Session& session) { return session.settings.updateServers; },
+     [](Session& session, const std::string& word) {
+         return SetServers(session.settings.updateServers, word, 3);
+     }},
+    {"wad-server", Msg::TakesServer, false,
+     [](const Session& session) { return session.settings.wadServer; },
+     [](Session& session, const std::string& word) {
+         return SetServers(session.settings.wadServer, word, 1);
+     }},
 };
 
 bool List(Run& run)

@@ -69,18 +69,20 @@ std::string UrlHostPart(std::string_view url)
     return std::string{url.substr(0, url.find('/', slashes + 2))};
 }
 
+bool IsWebAddress(std::string_view url)
+{
+    const std::size_t colon = url.find(':');
+    const std::string_view scheme = url.substr(0, colon);
+    return colon != std::string_view::npos && OnOneLine(url) == url &&
+           (EqualNames(scheme, "http") || EqualNames(scheme, "https")) &&
+           url.substr(colon + 1).starts_with("//");
+}
+
 bool IsOpenable(std::string_view url)
 {
-    const bool control = std::any_of(url.begin(), url.end(),
-                                     [](char c) { return static_cast<unsigned char>(c) < 0x20; });
-    const std::size_t colon = url.find(':');
-    if (control || colon == std::string_view::npos)
-        return false;
-    const std::string_view scheme = url.substr(0, colon);
-    if (EqualNames(scheme, "mailto"))
-        return true;
-    return (EqualNames(scheme, "http") || EqualNames(scheme, "https")) &&
-           url.substr(colon + 1).starts_with("//");
+    constexpr std::string_view mail = "mailto:";
+    return IsWebAddress(url) ||
+           (OnOneLine(url) == url && EqualNames(url.substr(0, mail.size()), mail));
 }
 
 std::string LocalizeSiteText(std::string_view text)

@@ -16,6 +16,8 @@ std::string UrlFileName(std::string_view url);
 /// `http://host` of `http://host/file`: the text up to the first slash behind "//"; the whole text
 /// when there is no "//", or no slash behind it.
 std::string UrlHostPart(std::string_view url);
+/// True for an address of http or https.
+bool IsWebAddress(std::string_view url);
 /// True for what may be handed to the desktop: http, https, mailto.
 bool IsOpenable(std::string_view url);
 

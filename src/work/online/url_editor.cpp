@@ -125,15 +125,16 @@ void UrlEditor::Change()
         ChangeRecord(*description, *url);
 }
 
-void UrlEditor::Remove()
+bool UrlEditor::Remove()
 {
     const UrlRecord* const record = Selected();
     if (record == nullptr ||
         !host_.AskYesNo(GetMsg(Msg::UrlSureRemove) + OnOneLine(record->description)))
-        return;
+        return false;
     list_.records.erase(list_.records.begin() + static_cast<std::ptrdiff_t>(*selected));
     changed_ = true;
     Show(kind);
+    return true;
 }
 
 void UrlEditor::Copy(const std::function<void(const std::string&)>& toClipboard)
@@ -144,10 +145,10 @@ void UrlEditor::Copy(const std::function<void(const std::string&)>& toClipboard)
     }
 }
 
-void UrlEditor::Go()
+bool UrlEditor::Go()
 {
-    if (const UrlRecord* const record = Selected())
-        OpenUrl(host_, machine_, folders_, record->url);
+    const UrlRecord* const record = Selected();
+    return record != nullptr && OpenUrl(host_, machine_, folders_, record->url);
 }
 
 bool UrlEditor::Update(const std::function<void(const std::string&)>& showLine)

@@ -27,12 +27,12 @@ public:
     /// Places of the shown records.
     [[nodiscard]] std::vector<std::size_t> Rows() const { return ListedRecords(list_, kind); }
 
-    /// What the buttons do. All of them ask, tell and refuse by themselves.
+    /// What the buttons do. All of them ask, tell and refuse by themselves; True when it was done.
     void Add();
     void Change();
-    void Remove();
+    bool Remove();
     void Copy(const std::function<void(const std::string&)>& toClipboard);
-    void Go();
+    bool Go();
     /// `showLine`: in the place of the address, while the list is on its way.
     bool Update(const std::function<void(const std::string&)>& showLine);
     /// The same for texts that are known. False when the person wants no double.

@@ -1,0 +1,96 @@
+# Files from the web, the list of addresses, and configuration files for levels, off a real server.
+source "$(dirname "$0")/common.bash"
+
+port=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
+site=http://127.0.0.1:$port
+mkdir served
+cat >server.conf <<CONF
+server.document-root = "$box/served"
+server.bind = "127.0.0.1"
+server.port = $port
+server.errorlog = "$box/server.log"
+mimetype.assign = ("" => "application/octet-stream")
+CONF
+/usr/sbin/lighttpd -D -f server.conf &
+server=$!
+trap 'kill $server; wait $server || :; rm -rf "$box"' EXIT
+head -c 300000 /dev/urandom >served/level.zip
+for _ in {1..200}; do
+    curl -s -o /dev/null "$site/level.zip" && break
+    sleep 0.05
+done
+
+for words in "fetch" "fetch $site/a" "fetch $site/a b c" "urls" "urls lists" "urls add 6 a b" \
+    "urls add 1 a" "urls remove" "urls open 1 2" "urls update --json" "urls list --kind nine" \
+    "config find" "config find a b" "set update-servers ftp://a" "set wad-server $site/ $site/"; do
+    # shellcheck disable=SC2086
+    expect 2 $words
+    silent
+done
+
+# Whole or not at all, and never unasked over a file that is there.
+expect 0 fetch "$site/level.zip" "$box/got.zip"
+cmp -s got.zip served/level.zip || die "what was fetched"
+echo mine >mine
+expect 1 fetch "$site/level.zip" "$box/mine"
+expect 0 --yes fetch "$site/level.zip" "$box/mine"
+cmp -s mine served/level.zip || die "what was replaced"
+expect 1 fetch "$site/missing" "$box/page"
+errs "the server answered 404"
+expect 1 fetch http://127.0.0.1:1/level.zip "$box/none"
+errs "nothing has been replaced"
+expect 1 fetch file:///etc/passwd "$box/none"
+[[ ! -e none ]] || die "a file of a failed fetch"
+
+# One's own addresses; the same host needs a yes.
+expect 0 urls list
+silent
+expect 0 urls add 1 "My site - Reviews" "$site/a"
+expect 1 urls add 1 Another "$site/b"
+errs "server of current url 'http://127.0.0.1:$port'"
+expect 0 --yes urls add 1 Another "$site/b"
+expect 0 urls change 2 Other http://other.example/
+expect 0 urls list --json
+json "[(u['description'], u['user'], u['number']) for u in j] == [('My site - Reviews', True, 1), ('Other', True, 2)]"
+expect 0 urls list --kind 1
+said "{User} My site - reviews"
+expect 0 urls list --kind 8
+silent
+expect 1 urls open 3
+expect 0 --yes urls remove 2
+expect 1 urls remove 2
+
+# A community's own list, with an entry for a level that brings no configuration file.
+mkdir -p made/valley/data
+head -c 123 /dev/zero >made/valley/data/valley.tr4
+expect 0 config write "$box/made/valley" "name=The lost valley"
+(cd made/valley && zip -q ../../served/Config_valley.zip kestrova.cfg)
+cp served/Config_valley.zip made
+rm made/valley/kestrova.cfg
+cat >made/list.json <<JSON
+[{"kind": 8, "url": "$site/Config_valley.zip", "package": "Config_valley.zip", "folder": "valley",
+  "files": ["data/valley.tr4"]},
+ {"kind": 3, "url": "http://p.example/", "description": "The program"}]
+JSON
+expect 0 urls make "$box/made/list.json" "$box/served/urllist.bin"
+expect 0 urls make "$box/served/urllist.bin" "$box/back"
+grep -qF 'The lost valley - data\\valley.tr4;123' back || die "the list read back"
+echo '[{"kind": 8}]' >made/wrong.json
+expect 1 urls make "$box/made/wrong.json" "$box/served/wrong.bin"
+errs "record 1 of the list"
+[[ ! -e served/wrong.bin ]] || die "a list of a wrong text"
+
+expect 1 urls update
+errs "No update server is set"
+expect 0 set update-servers "http://127.0.0.1:1/urllist.bin $site/urllist.bin"
+expect 1 urls update
+before=$(sha256sum home/UrlList.bin)
+expect 1 urls update
+[[ $(sha256sum home/UrlList.bin) == "$before" ]] || die "a list that was not updated"
+expect 0 --yes urls update
+expect 0 urls list --json
+json "[(u['kind'], u['user']) for u in j] == [(1, True), (8, False), (3, False)]"
+expect 0 config find "$box/made/valley" --json
+json "j == [{'name': 'The lost valley', 'url': '$site/Config_valley.zip'}]"
+expect 0 config find "$box/served"
+silent
