@@ -24,7 +24,9 @@ constexpr const char* agentName = "VB OpenUrl"; // not shown
 constexpr const char* webSchemes = "http,https";
 constexpr long mostRedirects = 10;
 constexpr long longestConnect = 30;          // seconds
-constexpr long bufferBytes = 512L << 10;     // what a read takes from a connection at the most
+// What a read takes from a connection at the most. The library reads up to a hundred times before it
+// lets anybody else go on.
+constexpr long bufferBytes = 32L << 10;
 constexpr std::size_t longestHead = 256'000; // bytes of all head lines of one fetch
 constexpr milliseconds lookupPause{10};
 
