@@ -7,6 +7,7 @@
 #include "core/look.h"
 #include "core/name_list.h"
 #include "editor/find_trle.h"
+#include "editor/folder_test.h"
 #include "history/undo_entries.h"
 #include "levels/unfinished_intake.h"
 #include "packages/package_tools.h"

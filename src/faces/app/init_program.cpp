@@ -2,6 +2,7 @@
 
 #include "app/start_up.h"
 #include "editor/find_trle.h"
+#include "editor/folder_test.h"
 #include "formats/program_folder.h"
 #include "formats/trle_folder.h"
 #include "intake/left_intake.h"

@@ -3,6 +3,7 @@
 #include "app/start_up.h"
 #include "core/look.h"
 #include "editor/find_trle.h"
+#include "editor/folder_test.h"
 #include "platform/places.h"
 #include "platform/terminal.h"
 #include "session/preferences_file.h"

@@ -4,6 +4,7 @@
 #include "app/result_text.h"
 #include "archive/level_folders.h"
 #include "editor/find_trle.h"
+#include "editor/folder_test.h"
 #include "history/standing.h"
 #include "play/play_level.h"
 #include "session/telling.h"

@@ -3,7 +3,6 @@
 #include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/text.h"
-#include "storage/file_names.h"
 
 namespace kestrova
 {
@@ -11,14 +10,6 @@ namespace kestrova
 Path BesideFiles(const Path& files, std::string_view ending)
 {
     return files.native() + std::string{ending};
-}
-
-bool IsCompressed(const std::string& name)
-{
-    for (const std::string& extension : Split(OnDisk::CompressedExtensions, '|'))
-        if (EndsWithName(name, extension))
-            return true;
-    return false;
 }
 
 namespace

@@ -8,8 +8,6 @@ namespace kestrova
 
 /// `files.new`, `files.old`: what stands beside a level's `files` while it is exchanged.
 Path BesideFiles(const Path& files, std::string_view ending);
-/// True for the extensions that are deflated.
-bool IsCompressed(const std::string& name);
 /// Ends an exchange that was killed on a disk without a one-step exchange, and clears what it left.
 Status FinishExchange(const Path& files);
 /// Puts `files.new` in place of `files`; what lay in `files` is removed, its sub-folders are

@@ -14,6 +14,7 @@
 #include "pictures/jpeg.h"
 #include "pictures/picture.h"
 #include "session/telling.h"
+#include "storage/compressed_kinds.h"
 #include "storage/file_jobs.h"
 #include "storage/files_exchange.h"
 #include "storage/form_clashes.h"

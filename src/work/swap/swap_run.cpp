@@ -34,11 +34,7 @@ bool IsScript(const std::string& name)
 
 } // namespace
 
-SwapRun::SwapRun(Session& session, ActivityLog& log, LevelCode to)
-    : session_(session), log_(log), trle_(ResolvePath(session.TrleFolder()))
-{
-    journal_.to = to;
-}
+SwapRun::SwapRun(Session& session, ActivityLog& log, LevelCode to) : StateOut(session, log, to) {}
 
 void SwapRun::Announce(const std::vector<Placement>& placements)
 {
@@ -138,14 +134,14 @@ bool SwapRun::TakeOut(LevelCode& previous)
         return true;
     }
     switch (MoveStateOut(level, true)) {
-    case StateMove::Stopped:
+    case Outcome::Stopped:
         return false;
-    case StateMove::Failed:
+    case Outcome::Failed:
         leftAdded_ = belongings.added;
         leftOverwritten_ = belongings.overwritten;
         previous = originalCode;
         return true;
-    case StateMove::Moved:
+    case Outcome::Moved:
         break;
     }
     if (previous != originalCode) {
@@ -184,7 +180,7 @@ bool SwapRun::TakeOutOriginal(LevelCode& previous)
         journal_.liveIsKept = true;
         if (!KeepLiveState(standing_.state))
             return false;
-    } else if (MoveStateOut(originalCode, false) == StateMove::Stopped) {
+    } else if (MoveStateOut(originalCode, false) == Outcome::Stopped) {
         return false;
     }
     log_ += LogLine({GetMsg(Msg::LogNoMarker)});

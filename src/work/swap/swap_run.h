@@ -7,6 +7,7 @@
 #include "session/session.h"
 #include "storage/game_files.h"
 #include "swap/placements.h"
+#include "swap/state_out.h"
 
 #include <set>
 
@@ -15,7 +16,7 @@ namespace kestrova
 
 /// One swap under way. It keeps the journal in step with the folder: whenever the program ends
 /// between two of its calls, recovery finds what it needs.
-class SwapRun
+class SwapRun : private StateOut
 {
 public:
     /// `to` is the level that will come; -1 when none does.
@@ -51,46 +52,19 @@ public:
     [[nodiscard]] const std::vector<std::string>& Overwritten() const { return overwritten_; }
 
 private:
-    enum class StateMove {
-        Moved,
-        Failed, ///< told; the swap goes on over what is there
-        Stopped ///< told; nothing has changed
-    };
     /// True when the level that is to come stands there already, with its own state.
     [[nodiscard]] bool Stands(LevelCode marked) const;
     [[nodiscard]] LevelPlace StandingPlace(LevelCode marked) const;
-    StateMove MoveStateOut(LevelPlace from, bool marked);
-    StateMove MoveToStore(const LevelPlace& from, const std::vector<Path>& stored, bool marked);
-    void DropStrangers(const LevelPlace& from);
-    void DropLive(const LevelPlace& from, const std::vector<std::string>* copies);
-    Status EmptyStore(const Path& store, const std::vector<Path>& going, bool marked);
-    void ComesAgain(const Path& store, const std::vector<Path>& gone);
-    Status CopyStateOut(const Path& store, std::vector<std::string>& copies);
-    void LogStateMove(const std::vector<std::string>& copies, bool dropped);
     bool TakeOutOriginal(LevelCode& previous);
     [[nodiscard]] Result<bool> StateIsHomeless() const;
-    bool KeepLiveState(const LevelPlace& level);
     /// False when a file that the level brought is still there.
     bool DeleteAdded(const LevelPlace& level, const Belongings& belongings);
     void RestoreOverwritten(const std::vector<std::string>& names);
     /// Keeps files of the folder that are safe nowhere else; the failed ones are told and spared.
     void Keep(const std::vector<Path>& relatives);
     [[nodiscard]] bool IsSpared(const Path& relative) const;
-    bool Begin();
-    bool Abandon(const Failure& failure);
 
-    Session& session_;
-    ActivityLog& log_;
-    Path trle_;
-    SwapJournal journal_;
-    Standing standing_{originalCode, originalCode, {}}; ///< when the swap began
-    std::optional<OwnerRecord> owner_;
-    std::optional<LevelPlace> stateOf_; ///< whose state is in the folder now
-    bool begun_ = false;
     bool markerSaidNothing_ = false;
-    std::vector<Path> comingState_;    ///< what the store of `to` holds
-    std::vector<OwnedFile> strangers_; ///< state of other levels that stays in the folder
-    std::vector<std::string> waiting_; ///< what could not be brought in
     std::vector<OwnedFile> leftAdded_; ///< what a removal left behind
     std::set<Path> safeLeft_; ///< those of them that could not be deleted, as they are spelled
     std::vector<std::string> leftOverwritten_;

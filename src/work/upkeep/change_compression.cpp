@@ -10,6 +10,7 @@
 #include "pictures/convert.h"
 #include "pictures/jpeg.h"
 #include "session/telling.h"
+#include "storage/compressed_kinds.h"
 #include "storage/file_jobs.h"
 #include "storage/files_exchange.h"
 #include "storage/form_clashes.h"

@@ -1,6 +1,7 @@
 #include "app/doctor.h"
 #include "editor/find_trle.h"
 
+#include "editor/folder_test.h"
 #include "swap/swap_preview.h"
 #include "swap/verify.h"
 #include "world/tool_box.h"

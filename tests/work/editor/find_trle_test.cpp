@@ -1,4 +1,5 @@
 #include "editor/find_trle.h"
+#include "editor/folder_test.h"
 #include "sandbox/faults.h"
 #include "world/world.h"
 

@@ -2,6 +2,7 @@
 
 #include "core/file_kinds.h"
 #include "editor/find_trle.h"
+#include "editor/folder_test.h"
 #include "formats/trle_folder.h"
 #include "platform/places.h"
 #include "practice/practice_folder.h"

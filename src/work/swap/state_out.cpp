@@ -1,4 +1,4 @@
-#include "swap/swap_run.h"
+#include "swap/state_out.h"
 
 #include "archive/level_folders.h"
 #include "core/activity_log.h"
@@ -31,7 +31,13 @@ Result<std::vector<StateFile>> HashesIn(const Result<std::vector<Path>>& files)
 
 } // namespace
 
-bool SwapRun::Begin()
+StateOut::StateOut(Session& session, ActivityLog& log, LevelCode to)
+    : session_(session), log_(log), trle_(ResolvePath(session.TrleFolder()))
+{
+    journal_.to = to;
+}
+
+bool StateOut::Begin()
 {
     if (!IsFree(JournalPath(session_.Folders()))
              .ValueOr(false)) { // another swap's is never written over
@@ -62,7 +68,7 @@ bool SwapRun::Begin()
 }
 
 /// Nothing of the player could be kept: everything as it was before, in words.
-bool SwapRun::Abandon(const Failure& failure)
+bool StateOut::Abandon(const Failure& failure)
 {
     TellFailure(session_.host, GetMsg(Msg::CannotKeepState), failure);
     // What cannot be put back now stays noted in the journal, and the next start tries again.
@@ -75,7 +81,7 @@ bool SwapRun::Abandon(const Failure& failure)
 }
 
 /// The state has no store to go to: it stays live, and a copy of it is kept.
-bool SwapRun::KeepLiveState(const LevelPlace& level)
+bool StateOut::KeepLiveState(const LevelPlace& level)
 {
     const Path store = StateStoreOf(session_.Folders(), level);
     journal_.from = level.code;
@@ -99,7 +105,7 @@ bool SwapRun::KeepLiveState(const LevelPlace& level)
 
 /// State of another level that an earlier swap could not take out goes now, if it can: it is in
 /// that level's own folder or in the history.
-void SwapRun::DropStrangers(const LevelPlace& from)
+void StateOut::DropStrangers(const LevelPlace& from)
 {
     for (const OwnedFile& stranger : strangers_) {
         const Path file = trle_ / stranger.name;
@@ -115,13 +121,13 @@ void SwapRun::DropStrangers(const LevelPlace& from)
     strangers_ = StrangersThere(session_.Folders(), strangers_).ValueOr(strangers_);
 }
 
-SwapRun::StateMove SwapRun::MoveStateOut(LevelPlace from, bool marked)
+StateOut::Outcome StateOut::MoveStateOut(LevelPlace from, bool marked)
 {
     if (owner_ && owner_->owner) {
         const auto hasHome = IsFolder(HomeOf(session_.Folders(), standing_.state));
         if (!hasHome) {
             TellFailure(session_.host, GetMsg(Msg::CannotKeepState), hasHome.Error());
-            return StateMove::Stopped;
+            return Outcome::Stopped;
         }
         if (*hasHome)
             from = standing_.state;
@@ -150,18 +156,18 @@ SwapRun::StateMove SwapRun::MoveStateOut(LevelPlace from, bool marked)
                     !readable ? readable.Error()
                     : live    ? before.Error()
                               : live.Error());
-        return StateMove::Stopped;
+        return Outcome::Stopped;
     }
-    return Begin() ? MoveToStore(from, *stored, marked) : StateMove::Stopped;
+    return Begin() ? MoveToStore(from, *stored, marked) : Outcome::Stopped;
 }
 
-SwapRun::StateMove SwapRun::MoveToStore(const LevelPlace& from, const std::vector<Path>& stored,
+StateOut::Outcome StateOut::MoveToStore(const LevelPlace& from, const std::vector<Path>& stored,
                                         bool marked)
 {
     const Path store = ResolvePath(journal_.fromStore);
     const auto stop = [&](const Failure& failure) {
         Abandon(failure);
-        return StateMove::Stopped;
+        return Outcome::Stopped;
     };
     std::vector<std::string> copies;
     if (auto status = MakeFolders(store); !status)
@@ -207,7 +213,7 @@ SwapRun::StateMove SwapRun::MoveToStore(const LevelPlace& from, const std::vecto
                                      session_.settings, from, trle_);
                 !status)
                 return stop(status.Error());
-            return StateMove::Failed;
+            return Outcome::Failed;
         }
         if (auto status = CopyStateOut(store, copies); !status)
             return stop(status.Error());
@@ -222,11 +228,11 @@ SwapRun::StateMove SwapRun::MoveToStore(const LevelPlace& from, const std::vecto
     stateOf_.reset();
     waiting_.clear();
     DropLive(from, marked ? &copies : nullptr);
-    return StateMove::Moved;
+    return Outcome::Moved;
 }
 
 /// What has just gone into the store of the coming level comes in; what left the store does not.
-void SwapRun::ComesAgain(const Path& store, const std::vector<Path>& gone)
+void StateOut::ComesAgain(const Path& store, const std::vector<Path>& gone)
 {
     std::set<std::string> coming;
     for (const Path& file : comingState_)
@@ -241,7 +247,7 @@ void SwapRun::ComesAgain(const Path& store, const std::vector<Path>& gone)
 }
 
 /// `copies`: the log's lines of the copying; null when nothing is logged.
-void SwapRun::DropLive(const LevelPlace& from, const std::vector<std::string>* copies)
+void StateOut::DropLive(const LevelPlace& from, const std::vector<std::string>* copies)
 {
     strangers_.clear();
     const auto dropped = DropLiveState(session_.machine, session_.Folders(), session_.archive,
@@ -258,7 +264,7 @@ void SwapRun::DropLive(const LevelPlace& from, const std::vector<std::string>* c
 }
 
 /// Pattern by pattern, as a reader follows it, though all copies stand before the first deletion.
-void SwapRun::LogStateMove(const std::vector<std::string>& copies, bool dropped)
+void StateOut::LogStateMove(const std::vector<std::string>& copies, bool dropped)
 {
     const std::vector<std::string> patterns = StatePatterns();
     for (std::size_t i = 0; i < patterns.size(); ++i)
@@ -266,7 +272,7 @@ void SwapRun::LogStateMove(const std::vector<std::string>& copies, bool dropped)
                 DeleteDirLine(trle_, patterns[i], dropped);
 }
 
-Status SwapRun::EmptyStore(const Path& store, const std::vector<Path>& going, bool marked)
+Status StateOut::EmptyStore(const Path& store, const std::vector<Path>& going, bool marked)
 {
     Status emptied;
     for (const Path& file : going)
@@ -279,7 +285,7 @@ Status SwapRun::EmptyStore(const Path& store, const std::vector<Path>& going, bo
 
 /// All live state into the empty store, compared and flushed, each file as the journal has it.
 /// `copies` gets the log's line of each pattern.
-Status SwapRun::CopyStateOut(const Path& store, std::vector<std::string>& copies)
+Status StateOut::CopyStateOut(const Path& store, std::vector<std::string>& copies)
 {
     const CopyOptions safe{Verify::Content, true, false, {}};
     for (const std::string& pattern : StatePatterns()) {
