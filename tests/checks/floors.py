@@ -17,6 +17,12 @@ TOP = ("ui", "mains")
 SYSTEM = re.compile(r"(sys/|linux/|unistd\.h|fcntl\.h|dirent\.h|mntent\.h|spawn\.h|termios\.h|"
                     r"pwd\.h|poll\.h|signal\.h)")
 ROWS = "src/CMakeLists.txt"
+# Below `work` a function takes the parts of the session that it uses. These alone take the whole:
+# what counts operations, what makes the tools' value of it, what saves the list.
+WHOLE = "session/session.h"
+TAKE_THE_WHOLE = {"session/session", "session/operation", "tools/tools", "conversion/audio_batch",
+                  "conversion/mp3_trial", "storage/game_files", "storage/storage", "storage/unstore",
+                  "archive/level_sizes", "archive/archive_saving"}
 
 
 def read_rows(text):
@@ -57,6 +63,7 @@ def faults(root):
     place = {name: source / storey / name for storey, name, _ in rows}
     place.update({floor: source / "faces" / floor for floor in TOP})
     used = {name: {name} for name in allowed}
+    storeys, taking = {name: storey for storey, name, _ in rows}, set()
     for file in sorted(source.rglob("*")):
         if file.suffix not in (".h", ".cpp", ".def", ".inc"):
             continue
@@ -73,6 +80,10 @@ def faults(root):
                     yield f'{where}: "{name}" is no file of a floor'
                 elif target not in allowed[floor]:
                     yield f'{where}: {floor} may not include "{name}"'
+                elif name == WHOLE and storeys.get(floor) in ("ground", "media", "engine", "keep"):
+                    taking.add(f"{floor}/{file.stem}")
+                    if f"{floor}/{file.stem}" not in TAKE_THE_WHOLE:
+                        yield f"{where}: takes the whole session; hand it the parts that it uses"
             elif re.match(r"Q[A-Z]|Qt", name) and floor not in TOP:
                 yield f"{where}: {floor} may not include <{name}>; only {' and '.join(TOP)} may"
             elif SYSTEM.match(name) and floor not in ("platform",) + TOP:
@@ -81,6 +92,9 @@ def faults(root):
         for use in uses:
             if use not in used[name]:
                 yield f"{ROWS}: {name} uses {use}, of which it includes nothing"
+    if taking:
+        for name in sorted(TAKE_THE_WHOLE - taking):
+            yield f"floors.py: {name} does not take the whole session any more"
 
 
 def self_test():
@@ -93,10 +107,12 @@ def self_test():
             path.write_text(text)
 
         rows = ("kestrova_floor(ground/low)\nkestrova_floor(ground/mid USES low LIBS Some::lib)\n"
+                "kestrova_floor(engine/session)\n"
                 "kestrova_floor(work/high USES low\n  mid)\n")
         write("CMakeLists.txt", rows)
         write("ground/low/a.h", "#include <vector>\n")
         write("ground/mid/b.h", '#include "low/a.h"\n')
+        write("engine/session/session.h", "\n")
         write("work/high/c.cpp", '#include "low/a.h"\n#include "mid/b.h"\n')
         write("faces/ui/main/d.cpp", '#include "high/c.cpp"\n#include <QWidget>\n')
         assert list(faults(root)) == [], list(faults(root))
@@ -106,6 +122,7 @@ def self_test():
                 ("work/high/s.cpp", "#include <sys/stat.h>\n", "only platform"),
                 ("ground/mid/n.cpp", '#include "b.h"\n', "is no file of a floor"),
                 ("work/odd/e.cpp", "\n", "in no floor"),
+                ("engine/session/all.cpp", '#include "session/session.h"\n', "takes the whole"),
                 ("CMakeLists.txt", rows + "kestrova_floor(work/top USES mid)\n", "includes nothing"),
                 ("CMakeLists.txt", "kestrova_floor(keep/new USES high)\n" + rows, "no row above"),
                 ("CMakeLists.txt", rows + "kestrova_floor(keep/new)\n", "out of their order")):
