@@ -105,3 +105,46 @@ expect 1 config show "$box/none.cfg"
 errs "Config file '$box/none.cfg' not found"
 expect 0 --yes config write "$box/from/noon"
 [[ $(stat -c %s "$box/from/noon/kestrova.cfg") -lt $((size + 1)) ]] || die "an old tail"
+
+# What was done can be undone after each start, and done again.
+for words in "undo x" "undo 0" "undo 1 2" "undo --list 1" "undo --json" "undo --list --redo"; do
+    # shellcheck disable=SC2086
+    expect 2 $words
+done
+files=$(tree "$box/levels/LEVEL_0002/files")
+expect 0 edit 2 --name midday --add "$box/from/dusk" --remove-file noon.tr4
+expect 0 --yes remove 2
+[[ ! -e $box/levels/LEVEL_0002 ]] || die "the removed level's folder"
+expect 0 undo --list --json
+json "j[0]['what'] == 'removal of level \"midday\"' and j[0]['here'] and not j[0]['undone'] and j[0]['size'] > 0"
+removal=$(python3 -c 'import json,sys; print(json.load(open(sys.argv[1]))[0]["id"])' "$box/out")
+expect 0 undo --list
+said 'change of level "noon"'
+expect 0 doctor
+said "with removed levels: $box/levels/LEVEL_0002.set-aside-"
+expect 0 undo
+said 'Undone: removal of level "midday".'
+expect 0 verify 2
+expect 0 undo
+[[ $(tree "$box/levels/LEVEL_0002/files") == "$files" ]] || die "an edit undone"
+expect 0 info 2 --json
+json "j['name'] == 'noon'"
+expect 0 undo --redo
+said 'Done again: change of level "noon".'
+[[ -e $box/levels/LEVEL_0002/files/dusk.tr4 && ! -e $box/levels/LEVEL_0002/files/noon.tr4 ]] || die "an edit done again"
+expect 1 undo "$removal"
+errs "No change has the number $removal"
+
+# What has changed since stays as it is.
+echo "my own" >"$box/levels/LEVEL_0002/files/dusk.tr4"
+expect 1 undo
+errs "nothing was changed"
+errs "no longer as that change left it"
+[[ $(<"$box/levels/LEVEL_0002/files/dusk.tr4") == "my own" ]] || die "a refused undo"
+expect 0 set undo-count 0
+expect 0 undo --list
+silent
+expect 1 undo
+errs "nothing that could be undone"
+expect 0 --yes remove 2
+[[ -z $(ls "$box/levels" | grep LEVEL_0002 || true) ]] || die "nothing is set aside"

@@ -197,6 +197,7 @@ void ModelWorld::RemoveLevel(const Trouble& trouble)
     const ModelLevel before = levels_[name];
     levels_[name].code = -1; // gone, unless the list has it still
     LearnLevels(archive);
+    removed_[name] = before;
     if (outcome.Done()) {
         EXPECT_FALSE(levels_.contains(name)) << "told as removed, and still there";
     } else if (levels_.contains(name) && !keep && Standing() == name)
@@ -257,6 +258,26 @@ void ModelWorld::Edit(const Trouble& trouble)
     if (outcome.Untroubled()) {
         EXPECT_TRUE(outcome.Done()) << "refused without a reason: " << outcome.said;
     }
+}
+
+/// What it takes back, and whether it can, is the program's word; nothing may get lost by it.
+void ModelWorld::Undo(const Trouble& trouble)
+{
+    Words words{"undo"};
+    if (Roll(3) == 0)
+        words.push_back("--redo");
+    (void)Run(words, trouble);
+    Mend();
+    for (auto& [name, level] : removed_)
+        if (level.archive == loaded_)
+            levels_.emplace(name, level);
+    for (auto& [name, level] : levels_)
+        if (level.archive == loaded_) {
+            removed_[name] = level;
+            level.code = -1; // gone, unless the list has it
+        }
+    LearnLevels(loaded_);
+    std::erase_if(removed_, [&](const auto& row) { return levels_.contains(row.first); });
 }
 
 void ModelWorld::Compress(const Trouble& trouble)
@@ -463,6 +484,7 @@ void ModelWorld::Step()
                                    {3, &ModelWorld::Original},
                                    {5, &ModelWorld::Savegames, true},
                                    {1, &ModelWorld::Edit},
+                                   {3, &ModelWorld::Undo, true},
                                    {1, &ModelWorld::Compress},
                                    {2, &ModelWorld::LoadOther},
                                    {2, &ModelWorld::ReadAgain},
@@ -472,7 +494,7 @@ void ModelWorld::Step()
         GameSaves();
     if (Roll(6) == 0)
         PlayerWorks();
-    int at = Roll(25);
+    int at = Roll(28);
     const Row* row = rows;
     while ((at -= row->weight) >= 0)
         ++row;

@@ -58,6 +58,7 @@ private:
     void Original(const Trouble& trouble);
     void Savegames(const Trouble& trouble);
     void Edit(const Trouble& trouble);
+    void Undo(const Trouble& trouble);
     void Compress(const Trouble& trouble);
     void LoadOther(const Trouble& trouble);
     void ReadAgain(const Trouble& trouble);
@@ -87,6 +88,7 @@ private:
     Path scratch_;
     std::mt19937 random_;
     std::map<std::string, ModelLevel> levels_;       ///< by name
+    std::map<std::string, ModelLevel> removed_;      ///< what an undo may bring back
     std::map<std::string, ModelTreasure> treasures_; ///< by content
     std::map<std::string, std::string> original_;
     std::string loaded_ = "a";

@@ -2,6 +2,8 @@
 
 #include "archive/archive_saving.h"
 #include "formats/nul_list.h"
+#include "history/changed_record.h"
+#include "history/changes.h"
 #include "publish/file_names.h"
 #include "saves/send_mail.h"
 #include "words/publish.h"
@@ -165,6 +167,7 @@ bool AuthorInfos::Store()
     if (!HasArchive(session_.host, session_.archive))
         return false;
     LevelRecord& level = session_.archive.levels[index_];
+    const LevelRecord before = level;
     const struct {
         std::string value;
         std::string& field;
@@ -183,7 +186,22 @@ bool AuthorInfos::Store()
         }
         step.field = step.value;
     }
-    return SaveArchive(session_);
+    const bool saved = SaveArchive(session_);
+    if (saved)
+        NoteStored(before);
+    return saved;
+}
+
+void AuthorInfos::NoteStored(const LevelRecord& before)
+{
+    const LevelRecord& level = session_.archive.levels[index_];
+    if (IsSameRecord(before, level))
+        return;
+    kestrova::Change change =
+        NewChange(session_.machine, session_.Folders(), session_.archive, session_.settings,
+                  ChangeKind::LevelEdited, level.levelCode);
+    change.record = ChangedRecord{session_.archive.file.native(), index_, before, level};
+    NoteDone(session_.Folders(), session_.settings, change);
 }
 
 } // namespace kestrova

@@ -44,6 +44,8 @@ public:
     bool Store();
 
 private:
+    /// What was stored can be undone.
+    void NoteStored(const LevelRecord& before);
     void Add(Addresses& list, Message question);
     void Change(Addresses& list, Message question);
     void Delete(Addresses& list);

@@ -1,6 +1,5 @@
 #include "shots/shot_capture.h"
 
-#include "archive/level_sizes.h"
 #include "core/look.h"
 #include "pictures/convert.h"
 #include "session/telling.h"
@@ -16,19 +15,19 @@ Status SaveCapturedShot(Session& session, const CapturedShot& shot, const Path& 
 {
     if (auto made = MakeFolder(shot.folder); !made)
         return made;
-    const bool isNew = IsFree(jpeg).ValueOr(false);
-    if (auto saved = SaveAsJpeg(shot.picture, jpeg); !saved)
+    const auto write = [&](const Path& place) { return SaveAsJpeg(shot.picture, place); };
+    const LevelCode code = session.archive.levels[shot.level].levelCode;
+    const bool ofLevel = jpeg.parent_path() == shot.folder;
+    const auto saved =
+        ofLevel ? WriteShot(session.machine, session.Folders(), session.archive, session.settings,
+                            ShotChange(session.machine, session.Folders(), session.archive,
+                                       session.settings, ChangeKind::ShotCaptured, code,
+                                       jpeg.filename().native()),
+                            jpeg, write)
+                : write(jpeg);
+    if (!saved)
         return saved;
-    const auto bytes = SizeField(static_cast<double>(FileSize(jpeg)));
-    AddShotSize(session, bytes, shot.level);
-    if (isNew && jpeg.parent_path() == shot.folder) {
-        Change change =
-            ShotChange(session.machine, session.Folders(), session.archive, session.settings,
-                       ChangeKind::ShotCaptured, session.archive.levels[shot.level].levelCode,
-                       jpeg.filename().native());
-        change.extraBytes = bytes;
-        NoteNewShots(session.Folders(), session.settings, std::move(change), {jpeg});
-    }
+    AddShotSize(session, static_cast<double>(FileSize(jpeg)), shot.level);
     return {};
 }
 

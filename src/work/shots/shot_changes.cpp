@@ -1,5 +1,8 @@
 #include "shots/shot_changes.h"
 
+#include "archive/level_sizes.h"
+#include "core/look.h"
+#include "core/staged_file.h"
 #include "history/changes.h"
 #include "words/shots.h"
 
@@ -35,6 +38,49 @@ void NoteNewShots(const Folders& folders, const ProgramSettings& settings, Chang
         return; // there is no way back then
     change.folders = {std::move(came).Value()};
     NoteDone(folders, settings, change);
+}
+
+namespace
+{
+
+/// A captured picture is counted, whatever it replaces.
+void CountNew(Change& change, const Path& picture)
+{
+    if (change.kind == ChangeKind::ShotCaptured)
+        change.extraBytes = SizeField(static_cast<double>(FileSize(picture)));
+}
+
+} // namespace
+
+Status WriteShot(Machine& machine, const Folders& folders, const Archive& archive,
+                 const ProgramSettings& settings, Change change, const Path& place,
+                 const std::function<Status(const Path&)>& write)
+{
+    const Path old = ResolvePath(place);
+    const auto isFree = IsFree(old);
+    if (!isFree)
+        return isFree.Error();
+    if (*isFree) {
+        if (auto status = write(place); !status)
+            return status;
+        CountNew(change, place);
+        NoteNewShots(folders, settings, std::move(change), {place});
+        return {};
+    }
+    const StagedPlace drawn{folders.program / old.filename()};
+    if (auto status = write(drawn.Staged()); !status)
+        return status;
+    auto replaced = FilesThatGo(old.parent_path(), {old});
+    const auto hash = HashIfThere(drawn.Staged());
+    if (!replaced || !hash)
+        return replaced ? hash.Error() : replaced.Error();
+    if (*hash == replaced->before.front().hash)
+        return {};
+    replaced->after = {{old.filename().native(), *hash, drawn.Staged().native()}};
+    CountNew(change, drawn.Staged());
+    change.kind = ChangeKind::ShotReplaced;
+    change.folders = {std::move(replaced).Value()};
+    return MakeShotChange(machine, folders, archive, settings, change);
 }
 
 } // namespace kestrova

@@ -6,6 +6,8 @@
 #include "session/machine.h"
 #include "session/settings.h"
 
+#include <functional>
+
 /// What a person does with pictures, as changes that can be undone.
 namespace kestrova
 {
@@ -20,5 +22,11 @@ Status MakeShotChange(Machine& machine, const Folders& folders, const Archive& a
 /// Pictures that came under names that were free.
 void NoteNewShots(const Folders& folders, const ProgramSettings& settings, Change change,
                   const std::vector<Path>& files);
+
+/// A picture that is written now: `write` puts it where it is told. Another one that stands at
+/// `place` gives way in one step, and is in the history.
+Status WriteShot(Machine& machine, const Folders& folders, const Archive& archive,
+                 const ProgramSettings& settings, Change change, const Path& place,
+                 const std::function<Status(const Path&)>& write);
 
 } // namespace kestrova

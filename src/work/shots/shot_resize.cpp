@@ -1,9 +1,11 @@
 #include "shots/shot_resize.h"
 
+#include "core/look.h"
 #include "formats/program_folder.h"
 #include "pictures/convert.h"
 #include "session/telling.h"
 #include "shots/file_names.h"
+#include "shots/shot_changes.h"
 #include "shots/shot_files.h"
 #include "words/shots.h"
 
@@ -13,9 +15,9 @@ namespace kestrova
 namespace
 {
 
-Status Write(const Folders& folders, const Picture& drawn, const Path& target)
+Status Write(const Folders& folders, const Picture& drawn, const Path& target, bool isJpeg)
 {
-    if (!EndsWithName(target.native(), OnDisk::ShotJpgExtension))
+    if (!isJpeg)
         return SaveAsBitmap(drawn, target);
     const Path bitmap = InFolder(folders.program, OnDisk::FragTempBitmap);
     if (auto saved = SaveAsBitmap(drawn, bitmap); !saved)
@@ -35,19 +37,26 @@ std::span<const ShotSize> ShotSizes()
     return sizes;
 }
 
-bool SaveResizedShot(Host& host, const Folders& folders, const Picture& drawn, const Path& shot)
+bool SaveResizedShot(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+                     const ProgramSettings& settings, LevelCode code, const Picture& drawn,
+                     const Path& shot)
 {
     const auto target =
         host.ChooseSaveFile(GetMsg(Msg::ResizeSaveTitle), GetMsg(Msg::ResizeSaveFilter),
                             shot.parent_path(), shot.filename().native());
     if (!target)
         return false;
-    const auto written = Write(folders, drawn, *target);
+    const bool isJpeg = EndsWithName(target->native(), OnDisk::ShotJpgExtension);
+    const auto write = [&](const Path& place) { return Write(folders, drawn, place, isJpeg); };
+    const auto written =
+        IsSameFolder(target->parent_path(), shot.parent_path())
+            ? WriteShot(machine, folders, archive, settings,
+                        ShotChange(machine, folders, archive, settings, ChangeKind::ShotAdded, code,
+                                   target->filename().native()),
+                        *target, write)
+            : write(*target);
     if (!written)
-        TellFailure(host,
-                    GetMsg(EndsWithName(target->native(), OnDisk::ShotJpgExtension)
-                               ? Msg::ResizeConvertFailed
-                               : Msg::ResizeWriteFailed),
+        TellFailure(host, GetMsg(isJpeg ? Msg::ResizeConvertFailed : Msg::ResizeWriteFailed),
                     written.Error());
     return static_cast<bool>(written);
 }

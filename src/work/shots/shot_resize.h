@@ -1,8 +1,11 @@
 #pragma once
 
 #include "pictures/picture.h"
+#include "session/archive.h"
 #include "session/folders.h"
 #include "session/host.h"
+#include "session/machine.h"
+#include "session/settings.h"
 #include "words/message.h"
 
 #include <span>
@@ -20,7 +23,10 @@ std::span<const ShotSize> ShotSizes();
 
 /// Asks where to and writes a picture that was drawn in its new size: a name that ends in `.jpg`
 /// becomes a jpeg, by way of `_temp.bmp` in the program's folder, any other a bitmap. `shot` is the
-/// picture it was made from. False when the person cancelled or, with words, nothing was written.
-bool SaveResizedShot(Host& host, const Folders& folders, const Picture& drawn, const Path& shot);
+/// picture of that level that it was made from. False when the person cancelled or, with words,
+/// nothing was written.
+bool SaveResizedShot(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+                     const ProgramSettings& settings, LevelCode code, const Picture& drawn,
+                     const Path& shot);
 
 } // namespace kestrova

@@ -9,6 +9,7 @@
 #include "levels/remove_level.h"
 #include "levels/undo_change.h"
 #include "pictures/bitmap.h"
+#include "publish/author_infos.h"
 #include "saves/bring_back.h"
 #include "saves/savegame_transfer.h"
 #include "saves/saves_world.h"
@@ -16,6 +17,7 @@
 #include "shots/shot_commands.h"
 #include "shots/shot_files.h"
 #include "shots/shot_import.h"
+#include "shots/shot_resize.h"
 #include "swap/recovery.h"
 
 namespace kestrova::testing
@@ -52,6 +54,7 @@ public:
         Write(Rested("backup_savegames/savegame.1"), SavegameBytes("Resting", 5));
         Write(Rested("screenshots/one.bmp"), Pixel(1));
         Write(Rested("screenshots/two.bmp"), Pixel(2));
+        Write(Rested("screenshots/old.jpg"), "an old picture");
         Write("from/a.tr4", "newer level");
         Write("from/more.txt", "more");
         Write("from/savegame.7", SavegameBytes("From elsewhere", 77));
@@ -203,6 +206,26 @@ inline const Doing doings[] = {
                                       folder / "taken.jpg"));
      },
      false},
+    {"ShotCapturedOver", ChangeKind::ShotReplaced,
+     [](UndoWorld& w) {
+         const Path folder = ShotFolderOf(w.session.Folders(), w.resting);
+         return bool(SaveCapturedShot(
+             w.session, {{1, 1, std::vector<std::uint8_t>(3, 9)}, 2, folder}, folder / "old.jpg"));
+     }},
+    {"ShotResized", ChangeKind::ShotReplaced,
+     [](UndoWorld& w) {
+         const Path shot = w / w.Rested("screenshots/two.bmp");
+         w.host.WillChoose("Save resized", shot);
+         return SaveResizedShot(w.host, w.machine, w.session.Folders(), w.session.archive,
+                                w.session.settings, w.resting,
+                                {2, 1, std::vector<std::uint8_t>(6, 9)}, shot);
+     }},
+    {"AuthorChanged", ChangeKind::LevelEdited,
+     [](UndoWorld& w) {
+         AuthorInfos infos{w.session, 2};
+         infos.name = "Somebody";
+         return infos.Store();
+     }},
     {"ShotsImported", ChangeKind::ShotsImported,
      [](UndoWorld& w) {
          const auto progress = w.host.BeginProgress(ProgressWindow::Progress, {});
