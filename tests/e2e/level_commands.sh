@@ -112,7 +112,7 @@ for words in "undo x" "undo 0" "undo 1 2" "undo --list 1" "undo --json" "undo --
     expect 2 $words
 done
 files=$(tree "$box/levels/LEVEL_0002/files")
-expect 0 edit 2 --name midday --add "$box/from/dusk" --remove-file noon.tr4
+expect 0 --yes edit 2 --name midday --add "$box/from/dusk" --remove-file noon.tr4
 expect 0 --yes remove 2
 [[ ! -e $box/levels/LEVEL_0002 ]] || die "the removed level's folder"
 expect 0 undo --list --json

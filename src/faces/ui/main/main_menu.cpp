@@ -71,10 +71,13 @@ Order OrderOf(std::string_view menu)
     return order;
 }
 
-/// A caption with names in it: none of their characters marks a key.
-QString Plain(const std::string& caption)
+/// A caption with names in it, which may be long: none of their characters marks a key, the first
+/// letter does.
+QString WithNames(const std::string& caption, const QWidget& window)
 {
-    return ToQt(caption).replace(QLatin1Char('&'), QStringLiteral("&&"));
+    constexpr int widest = 420;
+    const QString shown = window.fontMetrics().elidedText(ToQt(caption), Qt::ElideRight, widest);
+    return QLatin1Char('&') + QString{shown}.replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
 QAction* AddCommand(QMenu& menu, const CommandRow& row, std::string_view name, const Invoke& invoke)
@@ -143,7 +146,7 @@ void ShowMenuNow(const QWidget& window, const Session& session)
         if (action == nullptr)
             continue;
         const ShownNow now = row.window.shown(session);
-        action->setText(Plain(now.caption));
+        action->setText(WithNames(now.caption, window));
         action->setEnabled(now.enabled);
     }
 }
