@@ -1,5 +1,6 @@
 #include "audio/ms_adpcm_reader.h"
 
+#include "audio/ms_adpcm_coefficients.h"
 #include "core/parallel.h"
 
 #include <algorithm>
@@ -14,19 +15,15 @@ namespace
 
 constexpr std::size_t blocksAtOnce = 256;
 constexpr std::size_t blocksOfAJob = 64;
-constexpr std::size_t predictors = 7;
-constexpr std::array<std::int16_t, 2 * predictors> coefficients = {
-    256, 0, 512, -256, 0, 0, 192, 64, 240, 0, 460, -208, 392, -232};
 constexpr std::array<int, 16> factors = {230, 230, 230, 230, 307, 409, 512, 614,
                                          768, 614, 512, 409, 307, 230, 230, 230};
-constexpr int smallestStep = 16;
 /// No sound needs it; damaged blocks would multiply their way beyond all numbers.
 constexpr int largestStep = 1 << 20;
 
 struct Channel {
     int newer = 0;
     int older = 0;
-    int step = smallestStep;
+    int step = msAdpcmSmallestStep;
     int first = 0;
     int second = 0;
 
@@ -36,7 +33,7 @@ struct Channel {
         const int size = static_cast<int>(code ^ 8U) - 8;
         older = newer;
         newer = std::clamp(guess + size * step, -32768, 32767);
-        step = std::clamp(step * factors[code] >> 8, smallestStep, largestStep);
+        step = std::clamp(step * factors[code] >> 8, msAdpcmSmallestStep, largestStep);
         return newer;
     }
 };
@@ -54,9 +51,9 @@ void Decode(const char* block, std::size_t codes, std::int16_t* samples, std::si
 {
     std::array<Channel, channels> state;
     for (std::size_t c = 0; c < channels; ++c) {
-        const auto predictor = static_cast<unsigned char>(block[c]) % predictors;
-        state[c].first = coefficients[2 * predictor];
-        state[c].second = coefficients[2 * predictor + 1];
+        const auto predictor = static_cast<unsigned char>(block[c]) % msAdpcmPredictors;
+        state[c].first = msAdpcmCoefficients[predictor][0];
+        state[c].second = msAdpcmCoefficients[predictor][1];
         const char* numbers = block + channels + 2 * c;
         state[c].step = NumberAt<std::int16_t>(numbers);
         state[c].newer = NumberAt<std::int16_t>(numbers + 2 * channels);

@@ -1,5 +1,7 @@
 #include "audio/ms_adpcm_writer.h"
 
+#include "audio/ms_adpcm_coefficients.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -11,10 +13,6 @@ namespace kestrova
 namespace
 {
 
-constexpr int predictors = 7;
-constexpr std::array<std::array<int, 2>, predictors> coefficients = {
-    {{256, 0}, {512, -256}, {0, 0}, {192, 64}, {240, 0}, {460, -208}, {392, -232}}};
-constexpr int smallestStep = 16;
 constexpr int largestFirstStep = 32767;
 
 // Four trials run side by side in one vector; eight make the first round: the seven predictors,
@@ -58,7 +56,7 @@ inline Ints CodeSample(Trials& run, float sample)
     const Ints factor = 230 + ((size > 3) & 77) + ((size > 4) & 102) + ((size > 5) & 103) +
                         ((size > 6) & 102) + ((size > 7) & 154);
     const Ints next = (run.step * factor) >> 8;
-    run.step = next < smallestStep ? Ints{} + smallestStep : next;
+    run.step = next < msAdpcmSmallestStep ? Ints{} + msAdpcmSmallestStep : next;
     return code;
 }
 
@@ -72,7 +70,7 @@ int FirstStep(std::span<const std::int16_t> samples, const std::array<int, 2>& c
         sum += std::abs(samples[i] -
                         (samples[i - 1] * coefficient[0] + samples[i - 2] * coefficient[1]) / 256);
     const double mean = end > 2 ? sum / static_cast<double>(end - 2) : 0;
-    return std::clamp(static_cast<int>(mean / 2.5), smallestStep, largestFirstStep);
+    return std::clamp(static_cast<int>(mean / 2.5), msAdpcmSmallestStep, largestFirstStep);
 }
 
 void PutNumber(std::string& bytes, std::size_t number, int size)
@@ -108,8 +106,8 @@ std::string HeaderBytes(std::size_t channels, std::size_t rate, std::size_t bloc
     PutNumber(bytes, 4, 2);
     PutNumber(bytes, 32, 2);
     PutNumber(bytes, blockSamples, 2);
-    PutNumber(bytes, predictors, 2);
-    for (const auto& pair : coefficients)
+    PutNumber(bytes, msAdpcmPredictors, 2);
+    for (const auto& pair : msAdpcmCoefficients)
         for (const int coefficient : pair)
             PutSample(bytes, coefficient);
     bytes += "fact";
@@ -123,7 +121,7 @@ std::string HeaderBytes(std::size_t channels, std::size_t rate, std::size_t bloc
 /// A predictor and the step to begin with.
 struct Beginning {
     std::size_t predictor = 0;
-    int step = smallestStep;
+    int step = msAdpcmSmallestStep;
 };
 
 /// Several beginnings tried on one block, side by side.
@@ -134,7 +132,7 @@ public:
         : samples_(samples)
     {
         for (std::size_t trial = 0; trial < count; ++trial) {
-            const std::array<int, 2>& pair = coefficients[beginnings[trial].predictor];
+            const std::array<int, 2>& pair = msAdpcmCoefficients[beginnings[trial].predictor];
             Trials& run = runs_[trial / width];
             run.coefficient1[trial % width] = static_cast<float>(pair[0]) / 4;
             run.coefficient2[trial % width] = static_cast<float>(pair[1]) / 4;
@@ -197,9 +195,9 @@ void MsAdpcmEncoder::EncodeChannel(std::span<const std::int16_t> samples, std::s
 {
     heard = std::max<std::size_t>(heard, 2);
     std::array<Beginning, trials> beginnings;
-    for (std::size_t trial = 0; trial < predictors; ++trial)
-        beginnings[trial] = {trial, FirstStep(samples, coefficients[trial])};
-    beginnings[predictors] = {carry.predictor, carry.step};
+    for (std::size_t trial = 0; trial < msAdpcmPredictors; ++trial)
+        beginnings[trial] = {trial, FirstStep(samples, msAdpcmCoefficients[trial])};
+    beginnings[msAdpcmPredictors] = {carry.predictor, carry.step};
     Round<trials> first{samples, beginnings};
     float error = 0;
     const std::size_t best = first.Best(heard, error);
@@ -210,7 +208,7 @@ void MsAdpcmEncoder::EncodeChannel(std::span<const std::int16_t> samples, std::s
     for (std::size_t trial = 0; trial < width; ++trial) {
         constexpr std::array<int, width> quarters = {1, 2, 6, 12};
         nearby[trial] = {chosen.predictor, std::clamp(chosen.step * quarters[trial] / 4,
-                                                      smallestStep, largestFirstStep)};
+                                                      msAdpcmSmallestStep, largestFirstStep)};
     }
     Round<width> second{samples, nearby};
     float otherError = 0;
