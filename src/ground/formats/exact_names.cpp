@@ -1,17 +1,15 @@
 #include "formats/exact_names.h"
 
 #include "core/text.h"
+#include "formats/record_json.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 
 namespace kestrova
 {
 
 namespace
 {
-
-using Json = nlohmann::json;
 
 constexpr std::size_t mostNames = 200'000;
 
@@ -54,7 +52,7 @@ bool NeedsExactForm(std::string_view text)
 
 void TakeLine(std::string_view line, ExactNames& names)
 {
-    const Json json = Json::parse(line, nullptr, false);
+    const NoteJson json = ParseNote(line);
     if (!json.is_object() || !json.contains("code") || !json["code"].is_number_integer() ||
         !json.contains("field") || !json["field"].is_string() || !json.contains("text") ||
         !json["text"].is_string())
@@ -90,11 +88,8 @@ std::string FormatExactNames(const ExactNames& names)
 {
     std::string bytes;
     for (const auto& [key, text] : names)
-        bytes += Json{{"code", std::get<0>(key)},
-                      {"field", fields[std::get<1>(key)].name},
-                      {"text", text}}
-                     .dump() +
-                 "\n";
+        bytes += WrittenLine(
+            {{"code", std::get<0>(key)}, {"field", fields[std::get<1>(key)].name}, {"text", text}});
     return bytes;
 }
 

@@ -75,9 +75,19 @@ bool IsContentHash(std::string_view text)
            text.find_first_not_of("0123456789abcdef") == std::string_view::npos;
 }
 
+NoteJson ParseNote(std::string_view text)
+{
+    return NoteJson::parse(text, nullptr, false);
+}
+
 std::string Written(const NoteJson& json)
 {
     return json.dump(1) + "\n";
+}
+
+std::string WrittenLine(const NoteJson& json)
+{
+    return json.dump() + "\n";
 }
 
 } // namespace kestrova

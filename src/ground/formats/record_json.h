@@ -85,8 +85,13 @@ NoteJson JsonOf(const std::vector<StateFile>& files);
 /// False when a name or a hash could lead to another place.
 bool Read(NoteReader& reader, const char* name, std::vector<StateFile>& files);
 
+/// Of what is no JSON, a value that is no object. Reading and writing stand here alone: a source
+/// that does either by itself takes seconds to compile.
+NoteJson ParseNote(std::string_view text);
 /// The note's text.
 std::string Written(const NoteJson& json);
+/// A note of one line, with its end.
+std::string WrittenLine(const NoteJson& json);
 
 /// 32 lower-case hexadecimal digits, as `platform::HashOf` gives them.
 bool IsContentHash(std::string_view text);

@@ -78,7 +78,7 @@ std::string FormatOwner(const OwnerRecord& record)
 
 Result<OwnerRecord> ParseOwner(std::string_view text)
 {
-    const Json json = Json::parse(text, nullptr, false);
+    const Json json = ParseNote(text);
     NoteReader reader{json};
     OwnerRecord record;
     Read(reader, "folder", record.folder);
@@ -126,7 +126,7 @@ std::string FormatJournal(const SwapJournal& journal)
 
 Result<SwapJournal> ParseJournal(std::string_view text)
 {
-    const Json json = Json::parse(text, nullptr, false);
+    const Json json = ParseNote(text);
     NoteReader reader{json};
     SwapJournal journal;
     Read(reader, "folder", journal.folder);
