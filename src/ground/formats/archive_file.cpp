@@ -10,7 +10,7 @@ namespace kestrova
 namespace
 {
 
-template <class Io, class Header> void DescribeHeader(Io& io, Header& header)
+template <class Io, class Header> void DescribeArchiveHead(Io& io, Header& header)
 {
     io.I32(header.archiveVersion);
     io.Text(header.mainFolder, folderFieldSize);
@@ -53,7 +53,7 @@ Result<ArchiveContent> ParsePieces(std::uint64_t size, const ArchiveBytes& bytes
         return head.Error();
     RecordReader headReader{*head};
     ArchiveContent content;
-    DescribeHeader(headReader, content.header);
+    DescribeArchiveHead(headReader, content.header);
     const std::int64_t count = content.header.levelCount;
     if (!headReader.Good() || size < archiveHeaderSize || count < 1 ||
         count > static_cast<std::int64_t>((size - archiveHeaderSize) / levelRecordSize))
@@ -112,7 +112,7 @@ std::string FormatArchive(const ArchiveHeader& header, const std::vector<LevelRe
     writer.Reserve(archiveHeaderSize + levels.size() * levelRecordSize);
     ArchiveHeader counted = header;
     counted.levelCount = static_cast<std::int32_t>(levels.size());
-    DescribeHeader(writer, counted);
+    DescribeArchiveHead(writer, counted);
     for (const LevelRecord& level : levels)
         DescribeLevel(writer, level);
     return writer.Bytes();

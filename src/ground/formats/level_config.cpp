@@ -20,7 +20,7 @@ template <class Io, class File> void DescribeFile(Io& io, File& file)
     io.I32(file.size);
 }
 
-template <class Io, class Config> void Describe(Io& io, Config& config)
+template <class Io, class Config> void DescribeConfig(Io& io, Config& config)
 {
     io.Text(config.name, 256);
     io.Text(config.note, 256);
@@ -115,7 +115,7 @@ Result<LevelConfig> ParseLevelConfig(std::string_view bytes)
 {
     RecordReader reader{bytes};
     LevelConfig config;
-    Describe(reader, config);
+    DescribeConfig(reader, config);
     if (!reader.Good())
         return Failure{ErrorCode::Damaged, {}, {}};
     const std::string_view behind = bytes.substr(reader.Place());
@@ -132,7 +132,7 @@ Result<std::string> FormatLevelConfig(const LevelConfig& config)
     for (ConfigFile& file : plain.files)
         file.name = FileNameOf(file.name);
     RecordWriter writer;
-    Describe(writer, plain);
+    DescribeConfig(writer, plain);
     writer.CountedText(plain.tomWads);
     if (!writer.Good())
         return Failure{ErrorCode::Refused, {}, {}};

@@ -12,7 +12,7 @@ namespace kestrova
 namespace
 {
 
-template <class Io, class Record> void Describe(Io& io, Record& record)
+template <class Io, class Record> void DescribePreferences(Io& io, Record& record)
 {
     io.Flag(record.captureEnabled);
     io.Flag(record.promptCapture);
@@ -47,14 +47,14 @@ PreferencesRecord ParsePreferences(std::string_view bytes)
     whole.replace(0, std::min(bytes.size(), preferencesSize), bytes.substr(0, preferencesSize));
     RecordReader reader{whole};
     PreferencesRecord record;
-    Describe(reader, record);
+    DescribePreferences(reader, record);
     return record;
 }
 
 std::string FormatPreferences(const PreferencesRecord& record)
 {
     RecordWriter writer;
-    Describe(writer, record);
+    DescribePreferences(writer, record);
     return writer.Bytes();
 }
 

@@ -8,7 +8,7 @@ namespace kestrova
 namespace
 {
 
-template <class Io, class Record> void DescribeHeader(Io& io, Record& record)
+template <class Io, class Record> void DescribeSavegameHead(Io& io, Record& record)
 {
     io.Text(record.slotPrefix, 256);
     io.Text(record.archiveRoot, 256);
@@ -36,7 +36,7 @@ Result<SavegameArchiveHeader> ParseSavegameArchiveHeader(std::string_view bytes)
 {
     RecordReader reader{bytes};
     SavegameArchiveHeader record;
-    DescribeHeader(reader, record);
+    DescribeSavegameHead(reader, record);
     if (!reader.Good())
         return Failure{ErrorCode::Damaged, {}, {}};
     return record;
@@ -45,7 +45,7 @@ Result<SavegameArchiveHeader> ParseSavegameArchiveHeader(std::string_view bytes)
 std::string FormatSavegameArchiveHeader(const SavegameArchiveHeader& record)
 {
     RecordWriter writer;
-    DescribeHeader(writer, record);
+    DescribeSavegameHead(writer, record);
     return writer.Bytes();
 }
 

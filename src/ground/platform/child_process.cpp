@@ -1,5 +1,6 @@
 #include "platform/child_process.h"
 
+#include "platform/last_error.h"
 #include "platform/spawn.h"
 
 #include <algorithm>
@@ -31,11 +32,6 @@ void Close(int& descriptor)
     if (descriptor >= 0)
         ::close(descriptor);
     descriptor = -1;
-}
-
-std::error_code LastError()
-{
-    return {errno, std::generic_category()};
 }
 
 struct Pipe {

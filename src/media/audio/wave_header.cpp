@@ -11,7 +11,7 @@ namespace kestrova
 namespace
 {
 
-constexpr std::size_t headerSize = 36;
+constexpr std::size_t waveHeadSize = 36;
 constexpr int formatPcm = 1;
 
 bool Has(const WavHeader& header, int rate, int channels, int bits)
@@ -73,8 +73,8 @@ int ModeFor(AudioKind kind, AudioKind target)
 
 WavHeader ParseWavHeader(std::string_view bytes)
 {
-    std::string start{bytes.substr(0, headerSize)};
-    start.resize(headerSize);
+    std::string start{bytes.substr(0, waveHeadSize)};
+    start.resize(waveHeadSize);
     RecordReader reader{start};
     WavHeader header;
     reader.Text(header.chunkId, 4);
@@ -93,7 +93,7 @@ WavHeader ParseWavHeader(std::string_view bytes)
 bool ReadWavHeader(const Path& file, WavHeader& header)
 {
     platform::File handle;
-    std::string start(headerSize, '\0');
+    std::string start(waveHeadSize, '\0');
     std::size_t got = 0;
     if (platform::File::OpenForRead(ResolvePath(file), handle) ||
         handle.ReadAt(0, std::as_writable_bytes(std::span(start)), got)) {

@@ -20,7 +20,7 @@ Failure NoMemory()
 {
     return MakeFailure(ErrorCode::NoSpace, {});
 }
-Failure Damaged()
+Failure DamagedJpeg()
 {
     return MakeFailure(ErrorCode::Damaged, {});
 }
@@ -48,7 +48,7 @@ Result<Picture> DecodeJpeg(std::string_view bytes)
 {
     JpegReader reader;
     if (!reader.ReadHeader(bytes))
-        return Damaged();
+        return DamagedJpeg();
     Picture picture{reader.Width(), reader.Height(), {}};
     if (!IsPictureSize(picture.width, picture.height))
         return MakeFailure(ErrorCode::Refused, {});
@@ -59,7 +59,7 @@ Result<Picture> DecodeJpeg(std::string_view bytes)
     std::vector<std::uint8_t> cmyk(print ? pixels * 4 : 0);
     const bool read = reader.ReadPixels(print ? cmyk : picture.rgb);
     if (!read || (reader.Warned() && !HasItsEnd(bytes)))
-        return Damaged();
+        return DamagedJpeg();
     if (print)
         FromPrintColours(cmyk, picture.rgb);
     return picture;
@@ -79,7 +79,7 @@ Result<std::string> EncodeJpeg(const Picture& picture, int quality)
     unsigned long size = room;
     if (tjCompress2(codec.get(), picture.rgb.data(), picture.width, 0, picture.height, TJPF_RGB,
                     &out, &size, TJSAMP_444, quality, TJFLAG_NOREALLOC | TJFLAG_ACCURATEDCT) != 0)
-        return Damaged();
+        return DamagedJpeg();
     bytes.resize(size);
     return bytes;
 }
