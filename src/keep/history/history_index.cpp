@@ -7,15 +7,13 @@
 #include "history/players_files.h"
 #include "words/message.h"
 
-#include <nlohmann/json.hpp>
-
 namespace kestrova
 {
 
 namespace
 {
 
-using Json = nlohmann::json;
+using Json = NoteJson;
 
 Path IndexPath(const Folders& folders, LevelCode code)
 {
@@ -36,12 +34,12 @@ std::string Line(const HistoryEntry& entry)
                        {"reason", entry.reason},
                        {"home", Readable(entry.home)},
                        {"picture", entry.picture}};
-    return json.dump() + "\n";
+    return WrittenLine(json);
 }
 
 std::optional<HistoryEntry> ParseLine(const std::string& line)
 {
-    const Json json = Json::parse(line, nullptr, false);
+    const Json json = ParseNote(line);
     if (!json.is_object())
         return {};
     HistoryEntry entry;

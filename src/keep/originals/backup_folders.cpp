@@ -52,7 +52,7 @@ Result<std::vector<NotedBackup>> NotedBackups(const Folders& folders)
     if (!*text)
         return backups;
     std::optional<Failure> unknown;
-    const NoteJson json = NoteJson::parse(**text, nullptr, false);
+    const NoteJson json = ParseNote(**text);
     NoteReader reader{json};
     reader.List("backups", [&](NoteReader& entry, const NoteJson&) {
         NotedBackup backup;

@@ -38,12 +38,12 @@ std::string Line(const Folders& folders, const KeptFile& entry)
         {"time", entry.modifiedNs},
         {"kept", entry.keptNs},
         {"folder", Encoded(entry.folder)}};
-    return json.dump() + "\n";
+    return WrittenLine(json);
 }
 
 std::optional<KeptFile> ParseLine(const Folders& folders, const std::string& line)
 {
-    const Json json = Json::parse(line, nullptr, false);
+    const Json json = ParseNote(line);
     if (!json.is_object())
         return {};
     KeptFile entry;
