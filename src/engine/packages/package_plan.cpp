@@ -166,17 +166,17 @@ bool IsSevenZip(const Path& package)
            std::string_view{begin.data(), got} == mark;
 }
 
-constexpr std::size_t longestName = 255; ///< bytes that a file system takes
+constexpr std::size_t longestPart = 255; ///< bytes that a file system takes
 
 /// True when every part of every name is short enough for a file system.
 bool FitAsText(const std::vector<PackageEntry>& entries, const std::string& page)
 {
     return std::all_of(entries.begin(), entries.end(), [&](const PackageEntry& entry) {
-        if (entry.name.size() * 3 <= longestName)
+        if (entry.name.size() * 3 <= longestPart)
             return true; // no byte becomes more than three
         const std::vector<std::string> parts = Split(TextIn(entry.name, page), '/');
         return std::all_of(parts.begin(), parts.end(),
-                           [](const std::string& part) { return part.size() <= longestName; });
+                           [](const std::string& part) { return part.size() <= longestPart; });
     });
 }
 

@@ -11,7 +11,7 @@ namespace
 
 constexpr int blanksOfTab = 4;
 /// A tool that never stops writing must not fill the memory with it.
-constexpr std::size_t mostOutput = std::size_t{64} << 20;
+constexpr std::size_t mostKept = std::size_t{64} << 20;
 
 } // namespace
 
@@ -51,7 +51,7 @@ LineSplitter::State LineSplitter::FeedByte(char byte, const LineTaker& take)
             return State::Stopped;
     }
     if (line.empty() && !EqualNames(remembered_, reported_)) {
-        if (output_.size() < mostOutput)
+        if (output_.size() < mostKept)
             output_.append(remembered_).append(lineBreak);
         reported_ = remembered_;
         if (wholeLines_ && !take(remembered_))

@@ -229,7 +229,7 @@ std::vector<Path> FilesOf(const Run& run)
     return files;
 }
 
-bool Info(Run& run)
+bool TellSoundInfo(Run& run)
 {
     return ShowSounds(run, FilesOf(run));
 }
@@ -280,7 +280,7 @@ std::span<const CommandRow> AudioCommands()
                                   ValueOption("--frequency")},
                       .wrong = WrongAudio},
          .touches = Touches::ItsOwn,
-         .run = Info},
+         .run = TellSoundInfo},
         VerbRow("mnu_DecodeMp3", Msg::MenuDecodeMp3, "decode"),
         VerbRow("mnu_EncodeMp3", Msg::MenuEncodeMp3, "encode"),
         VerbRow("mnu_ConvertWav", Msg::MenuConvertWav, "convert"),

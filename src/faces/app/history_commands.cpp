@@ -58,7 +58,7 @@ bool BringBackTold(Run& run, LevelCode code, const std::string& id)
 namespace
 {
 
-bool List(Run& run)
+bool ListHistory(Run& run)
 {
     if (run.json != nullptr)
         *run.json = Json::array();
@@ -188,7 +188,7 @@ std::span<const CommandRow> HistoryCommands()
                       .mostWords = 3,
                       .options = {ValueOption("--to")},
                       .wrong = WrongHistory},
-         .run = List},
+         .run = ListHistory},
         {.terminal = {.word = "history", .verb = "bring-back"},
          .needs = Needs::Archive,
          .touches = Touches::Stores,

@@ -133,7 +133,7 @@ std::string WrongExport(Run& run)
     return EndsWithName(zip, OnDisk::EndingZip) ? std::string{} : GetMsg(Msg::WrongZipName, {zip});
 }
 
-bool Export(Run& run)
+bool ExportLevel(Run& run)
 {
     if (!run.FromWords())
         return ExportLevel(run.session, run.level);
@@ -216,7 +216,7 @@ std::span<const CommandRow> LevelCommands()
                       .wrong = WrongExport},
          .needs = Needs::Level,
          .touches = Touches::Stores,
-         .run = Export},
+         .run = ExportLevel},
         {.window = {.button = "Pul_MoreInfo", .caption = Msg::MoreInfoButton, .onLevel = 3},
          .needs = Needs::Level,
          .touches = Touches::Stores,

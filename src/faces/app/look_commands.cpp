@@ -45,7 +45,7 @@ std::string LevelAsLine(const LevelRecord& level, bool current)
     return line;
 }
 
-bool List(Run& run)
+bool ListLevels(Run& run)
 {
     const LevelCode current = CurrentLevelCode(run.session.Folders(), run.session.archive);
     if (run.json == nullptr) {
@@ -61,7 +61,7 @@ bool List(Run& run)
     return true;
 }
 
-bool Info(Run& run)
+bool LevelInfo(Run& run)
 {
     const auto facts =
         LookAtLevel(run.session.host, run.session.Folders(), run.session.archive, run.level);
@@ -101,7 +101,7 @@ std::span<const CommandRow> LookCommands()
                       .summary = Msg::SumLevels,
                       .json = Msg::KeysLevels},
          .needs = Needs::Archive,
-         .run = List},
+         .run = ListLevels},
         {.terminal = {.word = "info",
                       .usage = Msg::UseInfo,
                       .summary = Msg::SumInfo,
@@ -109,7 +109,7 @@ std::span<const CommandRow> LookCommands()
                       .leastWords = 1,
                       .mostWords = 1},
          .needs = Needs::LevelFiles,
-         .run = Info},
+         .run = LevelInfo},
     };
     return rows;
 }

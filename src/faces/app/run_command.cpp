@@ -15,14 +15,13 @@ namespace kestrova
 namespace
 {
 
-constexpr std::string_view commonOptions[] = {"--home", "--yes", "--no", "--json"};
+constexpr std::string_view optionsOfAll[] = {"--home", "--yes", "--no", "--json"};
 
 bool TakesOption(const CommandRow& row, std::string_view option)
 {
     const auto& own = row.terminal.options;
-    const auto* const common =
-        std::find(std::begin(commonOptions), std::end(commonOptions), option);
-    return common != std::end(commonOptions) ||
+    const auto* const common = std::find(std::begin(optionsOfAll), std::end(optionsOfAll), option);
+    return common != std::end(optionsOfAll) ||
            std::any_of(own.begin(), own.end(),
                        [&](const OptionRow& known) { return known.name == option; });
 }

@@ -112,7 +112,7 @@ bool Import(Run& run)
     return folder && list.Prepare(*folder) && list.Import(list.Files());
 }
 
-bool Export(Run& run)
+bool ExportSaves(Run& run)
 {
     const auto folder = FolderOfWords(run);
     SavegameList list{run.session, ListPurpose::Export};
@@ -125,21 +125,22 @@ bool BringBackSave(Run& run)
     return BringBackTold(run, run.level, run.arguments.words[2]);
 }
 
-struct Verb {
+struct SavesVerb {
     std::string_view name;
     std::size_t words;
     bool looks; ///< changes nothing, and has a result
 };
-constexpr Verb verbs[] = {{"list", 2, true},       {"archive", 2, false}, {"restore", 2, false},
-                          {"import", 3, false},    {"export", 3, false},  {"history", 2, true},
-                          {"bring-back", 3, false}};
+constexpr SavesVerb savesVerbs[] = {
+    {"list", 2, true},    {"archive", 2, false}, {"restore", 2, false},   {"import", 3, false},
+    {"export", 3, false}, {"history", 2, true},  {"bring-back", 3, false}};
 
 std::string WrongSaves(Run& run)
 {
     const auto& words = run.arguments.words;
-    const auto* verb = std::find_if(std::begin(verbs), std::end(verbs),
-                                    [&](const Verb& row) { return row.name == words.front(); });
-    if (verb == std::end(verbs))
+    const auto* verb =
+        std::find_if(std::begin(savesVerbs), std::end(savesVerbs),
+                     [&](const SavesVerb& row) { return row.name == words.front(); });
+    if (verb == std::end(savesVerbs))
         return GetMsg(Msg::WrongWordTooMany, {words.front()});
     if (words.size() < verb->words)
         return GetMsg(Msg::WrongWordMissing, {"saves"});
@@ -153,7 +154,7 @@ std::string WrongSaves(Run& run)
 }
 
 /// An item of the menu of savegames. Without a level there are none, which is told as ever.
-constexpr InWindow Item(std::string_view control, Message caption)
+constexpr InWindow SavesItem(std::string_view control, Message caption)
 {
     return {.control = control, .caption = caption, .menu = "mnu_SaveGames", .noLevel = Message{}};
 }
@@ -181,28 +182,28 @@ std::span<const CommandRow> SavesCommands()
          .needs = Needs::Archive,
          .touches = Touches::LevelEditor,
          .run = StartTool},
-        {.window = Item("mnu_ImportSavegame", Msg::MenuImportSavegame),
+        {.window = SavesItem("mnu_ImportSavegame", Msg::MenuImportSavegame),
          .terminal = {.word = "saves", .verb = "import", .failsWhenTold = true},
          .needs = Needs::Level,
          .touches = Touches::Stores,
          .run = Import},
-        {.window = Item("mnu_ExportSavegame", Msg::MenuExportSavegame),
+        {.window = SavesItem("mnu_ExportSavegame", Msg::MenuExportSavegame),
          .terminal = {.word = "saves", .verb = "export", .failsWhenTold = true},
          .needs = Needs::Level,
          .touches = Touches::Stores,
-         .run = Export},
-        {.window = Item("mnu_SendSaveGameEmail", Msg::MenuSendSaveGame)},
-        {.window = Item("mnu_BackupSavegame", Msg::MenuBackupSavegame),
+         .run = ExportSaves},
+        {.window = SavesItem("mnu_SendSaveGameEmail", Msg::MenuSendSaveGame)},
+        {.window = SavesItem("mnu_BackupSavegame", Msg::MenuBackupSavegame),
          .terminal = {.word = "saves", .verb = "archive"},
          .needs = Needs::Level,
          .touches = Touches::Stores,
          .run = FreeSlots},
-        {.window = Item("mnu_RestoreSavegames", Msg::MenuRestoreSavegames),
+        {.window = SavesItem("mnu_RestoreSavegames", Msg::MenuRestoreSavegames),
          .terminal = {.word = "saves", .verb = "restore"},
          .needs = Needs::Level,
          .touches = Touches::Stores,
          .run = FillSlots},
-        {.window = Item("mnu_SavegameHistory", Msg::HistoryTitle),
+        {.window = SavesItem("mnu_SavegameHistory", Msg::HistoryTitle),
          .terminal = {.word = "saves", .verb = "history"},
          .needs = Needs::Level,
          .run = ListKept},

@@ -184,7 +184,7 @@ constexpr SettingRow settingRows[] = {
      }},
 };
 
-bool List(Run& run)
+bool ListSets(Run& run)
 {
     if (run.json != nullptr)
         *run.json = Json::object();
@@ -289,7 +289,7 @@ std::span<const CommandRow> SetCommands()
                       .mostWords = 2,
                       .mayBeEmpty = true,
                       .wrong = WrongSet},
-         .run = List},
+         .run = ListSets},
         {.terminal = {.word = "set", .when = OfProgram},
          .touches = Touches::Stores,
          .run = SetInProgram},

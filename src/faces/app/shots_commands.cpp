@@ -38,7 +38,7 @@ bool AimAt(Run& run, ShotList& shots, const std::string& name)
     return place >= 0;
 }
 
-bool List(Run& run)
+bool ListShots(Run& run)
 {
     ShotList shots;
     if (!LoadShots(run, shots))
@@ -82,7 +82,7 @@ template <class Work> bool WithNamed(Run& run, Work work)
     return LoadShots(run, shots) && AimAt(run, shots, run.arguments.words[2]) && work(shots);
 }
 
-bool Add(Run& run)
+bool AddShotFile(Run& run)
 {
     if (!run.FromWords())
         return WithShown(run, AddShot);
@@ -119,7 +119,7 @@ bool ExportTo(Run& run, const Path& shot, const Path& place)
            SaveShotTo(run.session.host, shot, *target);
 }
 
-bool Export(Run& run)
+bool ExportShot(Run& run)
 {
     if (!run.FromWords())
         return WithShown(run, SaveShotAs);
@@ -134,19 +134,20 @@ bool TellOfCapture(Run& run)
     return true;
 }
 
-struct Verb {
+struct ShotsVerb {
     std::string_view name;
     std::size_t words; ///< itself included
 };
-constexpr Verb verbs[] = {{"list", 2},   {"add", 3},    {"rename", 4},
-                          {"delete", 3}, {"export", 4}, {"import", 2}};
+constexpr ShotsVerb shotsVerbs[] = {{"list", 2},   {"add", 3},    {"rename", 4},
+                                    {"delete", 3}, {"export", 4}, {"import", 2}};
 
 std::string WrongShots(Run& run)
 {
     const auto& words = run.arguments.words;
-    const auto* verb = std::find_if(std::begin(verbs), std::end(verbs),
-                                    [&](const Verb& row) { return row.name == words.front(); });
-    if (verb == std::end(verbs))
+    const auto* verb =
+        std::find_if(std::begin(shotsVerbs), std::end(shotsVerbs),
+                     [&](const ShotsVerb& row) { return row.name == words.front(); });
+    if (verb == std::end(shotsVerbs))
         return GetMsg(Msg::WrongWordTooMany, {words.front()});
     if (words.size() < verb->words)
         return GetMsg(Msg::WrongWordMissing, {words.back()});
@@ -160,7 +161,7 @@ std::string WrongShots(Run& run)
 }
 
 /// An item of the menu of screen-shots. Without a level no picture is shown.
-constexpr InWindow Item(std::string_view control, Message caption)
+constexpr InWindow ShotsItem(std::string_view control, Message caption)
 {
     return {.control = control, .caption = caption, .menu = "mnu_Edit", .noLevel = Message{}};
 }
@@ -179,34 +180,34 @@ std::span<const CommandRow> ShotsCommands()
                       .mostWords = 4,
                       .wrong = WrongShots},
          .needs = Needs::LevelFiles,
-         .run = List},
-        {.window = Item("mnu_CopyScreenShots", Msg::MenuCopyScreenShots),
+         .run = ListShots},
+        {.window = ShotsItem("mnu_CopyScreenShots", Msg::MenuCopyScreenShots),
          .terminal = {.word = "shots", .verb = "import"},
          .needs = Needs::Level,
          .touches = Touches::Stores,
          .run = ImportAll},
-        {.window = Item("mnu_CaptureScreen", Msg::MenuCaptureScreen), .run = TellOfCapture},
-        {.window = Item("mnu_AddScreenshot", Msg::MenuAddScreenshot),
+        {.window = ShotsItem("mnu_CaptureScreen", Msg::MenuCaptureScreen), .run = TellOfCapture},
+        {.window = ShotsItem("mnu_AddScreenshot", Msg::MenuAddScreenshot),
          .terminal = {.word = "shots", .verb = "add"},
          .needs = Needs::Level,
          .touches = Touches::Stores,
-         .run = Add},
-        {.window = Item("mnu_DeleteShot", Msg::MenuDeleteShot),
+         .run = AddShotFile},
+        {.window = ShotsItem("mnu_DeleteShot", Msg::MenuDeleteShot),
          .terminal = {.word = "shots", .verb = "delete"},
          .needs = Needs::Level,
          .touches = Touches::Stores,
          .run = Delete},
-        {.window = Item("mnu_RenameShot", Msg::MenuRenameShot),
+        {.window = ShotsItem("mnu_RenameShot", Msg::MenuRenameShot),
          .terminal = {.word = "shots", .verb = "rename"},
          .needs = Needs::Level,
          .touches = Touches::Stores,
          .run = Rename},
-        {.window = Item("mnu_ResizeSave", Msg::MenuResizeSave)},
-        {.window = Item("mnu_SaveShot", Msg::MenuSaveShot),
+        {.window = ShotsItem("mnu_ResizeSave", Msg::MenuResizeSave)},
+        {.window = ShotsItem("mnu_SaveShot", Msg::MenuSaveShot),
          .terminal = {.word = "shots", .verb = "export"},
          .needs = Needs::Level,
          .touches = Touches::Stores,
-         .run = Export},
+         .run = ExportShot},
     };
     return rows;
 }

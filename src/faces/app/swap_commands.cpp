@@ -74,7 +74,7 @@ void ShowPlayed(Run& run, bool started)
         AddLine(run, std::to_string(run.level) + "\t" + OneField(name));
 }
 
-std::string Field(std::string_view text)
+std::string ReadableName(std::string_view text)
 {
     return Readable(Trim(text));
 }
@@ -104,7 +104,7 @@ bool TellCurrent(Run& run)
             AddLine(run, std::to_string(code) + "\t" + GetMsg(Msg::OtherArchivesLevel, {folder}));
         return true;
     }
-    const std::string name = Field(LevelNameOf(run.session.archive, code));
+    const std::string name = ReadableName(LevelNameOf(run.session.archive, code));
     if (run.json != nullptr)
         *run.json = {{"code", code}, {"name", name}};
     else

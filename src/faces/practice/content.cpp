@@ -58,7 +58,7 @@ constexpr std::array italian = std::to_array<PracticeItem>({
     {OnDisk::FragItalianNote, Text, 0, Msg::PracticeItalianNote},
 });
 
-constexpr std::array letters = std::to_array<PracticeItem>({
+constexpr std::array letterItems = std::to_array<PracticeItem>({
     {OnDisk::FragLettersLevel, GameData, 2400},
     {OnDisk::FragLettersSecond, GameData, 1700},
     {OnDisk::FragLettersTune, Tune, 45},
@@ -92,7 +92,7 @@ constexpr PracticeLevel originalLevel{Msg::PracticeTrleTitle, 0, false, original
 constexpr std::array levels = std::to_array<PracticeLevel>({
     {Msg::PracticeLevelBig, 1, false, big},
     {Msg::PracticeLevelItalian, 2, true, italian},
-    {Msg::PracticeLevelLetters, 3, false, letters},
+    {Msg::PracticeLevelLetters, 3, false, letterItems},
     {Msg::PracticeLevelFolders, 4, true, folders},
     {Msg::PracticeLevelPictures, 5, false, pictures},
 });

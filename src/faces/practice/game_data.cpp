@@ -77,7 +77,7 @@ void PutSound(Page& page, Dice& dice)
 
 } // namespace
 
-std::string GameData(std::uint64_t seed, std::size_t size)
+std::string MakeGameData(std::uint64_t seed, std::size_t size)
 {
     Dice dice{seed};
     std::string bytes(size, '\0');

@@ -9,6 +9,6 @@ namespace kestrova
 
 /// `size` bytes that deflate about as well as a level does, to a half: pages of 16-bit texture
 /// pixels, rows of records, and sound samples. They begin as a level file begins.
-std::string GameData(std::uint64_t seed, std::size_t size);
+std::string MakeGameData(std::uint64_t seed, std::size_t size);
 
 } // namespace kestrova

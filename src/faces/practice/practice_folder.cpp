@@ -58,7 +58,7 @@ std::string MakeContent(const PracticeItem& item, const std::string& title, int 
     const int otherView = (style + 2) % sceneStyles;
     switch (item.content) {
     case Content::GameData:
-        return GameData(seed, static_cast<std::size_t>(item.size * 1000.0 * scale));
+        return MakeGameData(seed, static_cast<std::size_t>(item.size * 1000.0 * scale));
     case Content::Tune:
         return TuneWave(seed, item.size * 0.1 * scale);
     case Content::Script:

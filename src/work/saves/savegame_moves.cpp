@@ -45,7 +45,7 @@ std::string SlotName(std::size_t slot)
     return std::string{OnDisk::SavegameStem} + std::to_string(slot);
 }
 
-Result<std::vector<Path>> SavegamesIn(const Path& folder)
+Result<std::vector<Path>> SavegamesOf(const Path& folder)
 {
     return ListFiles(folder, OnDisk::SavegamePattern);
 }
@@ -82,7 +82,7 @@ Result<ArchiveSlots> SurveySlots(const Path& root)
     std::vector<Found> found(static_cast<std::size_t>(*last));
     std::vector<std::optional<Failure>> failures(found.size());
     RunOnAllCores(found.size(), [&](std::size_t i) {
-        auto files = SavegamesIn(ArchiveSlot(root, static_cast<int>(i) + 1));
+        auto files = SavegamesOf(ArchiveSlot(root, static_cast<int>(i) + 1));
         if (!files)
             failures[i] = files.Error();
         else
@@ -239,7 +239,7 @@ Result<int> LastFilledSlot(Machine& machine, const Folders& folders, const Archi
     auto last = LastSlot(root);
     for (; last && *last > 0; --*last) {
         const Path slot = ResolvePath(ArchiveSlot(root, *last));
-        const auto savegames = SavegamesIn(slot);
+        const auto savegames = SavegamesOf(slot);
         if (!savegames)
             return savegames.Error();
         if (!savegames->empty())
@@ -392,7 +392,7 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
     const auto live = ReadyLiveFolder(session, code);
     if (!live)
         return live.Error();
-    const auto standing = SavegamesIn(*live);
+    const auto standing = SavegamesOf(*live);
     if (!standing)
         return standing.Error();
     SavegamesMoved counts{static_cast<int>(standing->size()), 0, 0, 0, 0, {}};
@@ -456,7 +456,7 @@ int CountArchivedSavegames(const Folders& folders, LevelCode code)
     const auto last = LastSlot(root);
     std::size_t count = 0;
     for (int number = 1; last && number <= *last; ++number)
-        if (const auto files = SavegamesIn(ResolvePath(ArchiveSlot(root, number))))
+        if (const auto files = SavegamesOf(ResolvePath(ArchiveSlot(root, number))))
             count += files->size();
     return static_cast<int>(count);
 }

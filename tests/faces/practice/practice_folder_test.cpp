@@ -202,11 +202,11 @@ TEST(Practice, StoppedOrFailedItLeavesNothing)
 
 TEST(Practice, TheSameSeedGivesTheSameBytesOnEveryMachine)
 {
-    const std::string bytes = GameData(7, 300'001);
+    const std::string bytes = MakeGameData(7, 300'001);
     EXPECT_EQ(platform::HashOf(std::as_bytes(std::span(bytes))),
               "c7348ce1936a9aecee8548d95773638c");
-    EXPECT_NE(bytes.substr(0, 1000), GameData(8, 1000));
-    EXPECT_EQ(GameData(7, 2), "TR");
+    EXPECT_NE(bytes.substr(0, 1000), MakeGameData(8, 1000));
+    EXPECT_EQ(MakeGameData(7, 2), "TR");
 }
 
 /// The stand-in game itself, as it was built beside this test.

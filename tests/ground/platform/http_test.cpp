@@ -21,7 +21,7 @@ using namespace platform;
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
-constexpr milliseconds slice{30};
+constexpr milliseconds pollSlice{30};
 
 /// Keeps what comes.
 class Kept : public HttpSink
@@ -58,7 +58,7 @@ Got Get(const HttpRequest& request, HttpOptions options = {})
     HttpClient client{std::move(options)};
     Kept kept;
     HttpFetch fetch = client.Start(request, kept);
-    while (client.Poll(slice))
+    while (client.Poll(pollSlice))
         ;
     return {kept.bytes, fetch.Answer(), fetch.Error(), fetch.Reason(), kept.begins};
 }
@@ -116,7 +116,7 @@ TEST(Http, BringsSeveralFilesAtOnce)
     std::vector<HttpFetch> fetches;
     for (std::size_t i = 0; i < kept.size(); ++i)
         fetches.push_back(client.Start({server.Address("/" + std::to_string(i))}, kept[i]));
-    while (client.Poll(slice))
+    while (client.Poll(pollSlice))
         ;
     for (std::size_t i = 0; i < kept.size(); ++i)
         EXPECT_EQ(kept[i].bytes, std::string(200'000, static_cast<char>('a' + i)));
@@ -146,7 +146,7 @@ TEST(Http, AsksLikeTheProgramAndTellsNothingElse)
     for (int i = 0; i < 2; ++i) {
         Kept kept;
         const HttpFetch fetch = client.Start({server.Address("/a?b=c")}, kept);
-        while (client.Poll(slice))
+        while (client.Poll(pollSlice))
             ;
     }
     ASSERT_EQ(server.Requests().size(), 2u);
@@ -302,9 +302,9 @@ TEST(Http, StopsAtOnceAndTicksMeanwhile)
     HttpFetch fetch = client.Start({server.Address("/")}, kept);
     const auto start = Clock::now();
     for (int i = 0; i < 5; ++i)
-        EXPECT_TRUE(client.Poll(slice));
+        EXPECT_TRUE(client.Poll(pollSlice));
     fetch.Stop();
-    EXPECT_FALSE(client.Poll(slice));
+    EXPECT_FALSE(client.Poll(pollSlice));
     EXPECT_LT(Clock::now() - start, soon);
     EXPECT_EQ(fetch.Error(), HttpError::None);
     EXPECT_FALSE(fetch.IsRunning());
@@ -318,7 +318,7 @@ TEST(Http, EndsWhereNothingCanBePutAway)
     Kept kept;
     kept.room = 2;
     const HttpFetch fetch = client.Start({server.Address("/")}, kept);
-    while (client.Poll(slice))
+    while (client.Poll(pollSlice))
         ;
     EXPECT_EQ(fetch.Error(), HttpError::Sink);
     EXPECT_EQ(fetch.SinkFailure(), std::errc::no_space_on_device);

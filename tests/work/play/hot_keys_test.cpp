@@ -20,13 +20,13 @@ std::string BitmapOf(int width, int height)
 }
 
 /// The first level stands in the Level Editor's folder, another one is selected.
-class Playing : public World
+class KeyedWorld : public World
 {
 public:
     HotKeys keys{session};
     const std::string shots = "levels/LEVEL_0001/screenshots/";
 
-    Playing()
+    KeyedWorld()
     {
         MakeTrle();
         MakeBackupAndArchive();
@@ -54,7 +54,7 @@ public:
 
 TEST(HotKeys, DoNothingUntilAGameWasStartedAndWhileSomethingRuns)
 {
-    Playing world;
+    KeyedWorld world;
     world.list.selected = 1;
     world.Write("trle/savegame.0", SavegameBytes("Start", 4));
     world.machine.keysDown = {GameKey::F9, GameKey::F11};
@@ -78,7 +78,7 @@ TEST(HotKeys, DoNothingUntilAGameWasStartedAndWhileSomethingRuns)
 
 TEST(HotKeys, ActAtEachTickInWhichTheyAreDownAndF9GoesFirst)
 {
-    Playing world;
+    KeyedWorld world;
     world.list.selected = 1;
     for (int slot = 0; slot < 3; ++slot)
         world.Write("trle/savegame." + std::to_string(slot), SavegameBytes("Save", 4 + slot));
@@ -106,7 +106,7 @@ TEST(HotKeys, ActAtEachTickInWhichTheyAreDownAndF9GoesFirst)
 
 TEST(HotKeys, AFailureIsSaidWithoutABox)
 {
-    Playing world;
+    KeyedWorld world;
     world.list.selected = 1;
     world.Write("trle/savegame.0", SavegameBytes("Start", 4));
     std::filesystem::remove_all(world / "levels/LEVEL_0001/savegames");
@@ -123,7 +123,7 @@ TEST(HotKeys, AFailureIsSaidWithoutABox)
 
 TEST(HotKeys, APictureIsKeptOnceWithTheInstalledLevel)
 {
-    Playing world;
+    KeyedWorld world;
     world.Copy(BitmapOf(40, 30));
     ASSERT_EQ(world.Shots(), 1U);
     const std::string jpeg = world.Read(world.shots + "1) Lost City.jpg");
@@ -159,7 +159,7 @@ TEST(HotKeys, APictureIsKeptOnceWithTheInstalledLevel)
 
 TEST(HotKeys, AnOwnerThatHangsOrHandsOverNothingIsLeftAlone)
 {
-    Playing world;
+    KeyedWorld world;
     world.machine.clipboardBusy = true;
     world.Copy(BitmapOf(4, 4));
     world.keys.Tick();
@@ -188,7 +188,7 @@ TEST(HotKeys, AnOwnerThatHangsOrHandsOverNothingIsLeftAlone)
 
 TEST(HotKeys, APictureThatCannotBeKeptIsSaid)
 {
-    Playing world;
+    KeyedWorld world;
     std::filesystem::remove_all(world / world.shots);
     world.Write("levels/LEVEL_0001/screenshots", "a file in the folder's place");
     world.Copy(BitmapOf(4, 4));
@@ -206,7 +206,7 @@ TEST(HotKeys, APictureThatCannotBeKeptIsSaid)
 
 TEST(HotKeys, WithThePromptThePersonNamesIt)
 {
-    Playing world;
+    KeyedWorld world;
     world.session.preferences.promptCapture = true;
     int asked = 0;
     world.keys.ask = [&](const CapturedShot& shot) {

@@ -43,7 +43,7 @@ private:
     std::function<void()> act_;
 };
 
-bool FullRestore(SwapWorld& world)
+bool BeginFullRestore(SwapWorld& world)
 {
     const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
     RestoreOriginalConfiguration(world.session, *progress);
@@ -83,7 +83,7 @@ void KillThenPlay(bool (*work)(SwapWorld&))
 TEST(AfterAKill, WhatWasPlayedSinceIsKept)
 {
     KillThenPlay([](SwapWorld& world) { return InstallLevel(world.session, world.second); });
-    KillThenPlay(FullRestore);
+    KillThenPlay(BeginFullRestore);
 }
 
 TEST(DuringASwap, ASavegameThatTheGameWritesIsNeverDeleted)
@@ -195,7 +195,7 @@ TEST(Markers, ThatSayNothingLeaveNoLevelUntold)
         EXPECT_FALSE(world.host.WasTold("Set in Tomb Raider Level Editor")) << marker;
         EXPECT_TRUE(world.host.WasTold("original --full")) << world.host.AllTold();
         world.host.AnswerAll(true);
-        EXPECT_TRUE(FullRestore(world));
+        EXPECT_TRUE(BeginFullRestore(world));
         world.ExpectOriginal();
         world.ExpectNothingLost(treasures);
 
@@ -285,7 +285,7 @@ TEST(Twins, OfAnOriginalAreKeptAsTheFileThatGoes)
               "data/Title.tr4", "audio/003.WAV", "audio/003.wav"})
             world.Write("trle/" + std::string{file}, "my own " + std::string{file});
         const auto treasures = world.Treasures();
-        (void)(full ? FullRestore(world) : InstallLevel(world.session, originalCode));
+        (void)(full ? BeginFullRestore(world) : InstallLevel(world.session, originalCode));
         world.ExpectNothingLost(treasures);
         EXPECT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
         EXPECT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();

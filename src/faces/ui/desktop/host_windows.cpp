@@ -31,7 +31,7 @@ namespace
 using Button = QMessageBox::StandardButton;
 
 /// Of the line that a text is typed into.
-constexpr int textWidth = 380;
+constexpr int questionWidth = 380;
 
 struct Answer {
     Button button;
@@ -116,7 +116,8 @@ private:
     Host& host_;
 };
 
-std::optional<Path> Run(QFileDialog& chooser, const Path& start, const std::string& suggestion = {})
+std::optional<Path> RunChooser(QFileDialog& chooser, const Path& start,
+                               const std::string& suggestion = {})
 {
     const Path folder = NearestFolder(start);
     chooser.setDirectory(folder.empty() ? QDir::homePath() : PathToQt(folder));
@@ -211,7 +212,7 @@ std::optional<std::string> WindowHost::AskText(const std::string& text,
     for (auto* label : box.findChildren<QLabel*>())
         label->setWordWrap(true);
     if (auto* line = box.findChild<QLineEdit*>())
-        line->setMinimumWidth(textWidth);
+        line->setMinimumWidth(questionWidth);
     // Typing over a picture's name leaves its ending, without which no list would show it.
     if (IsShotName(suggestion))
         QTimer::singleShot(0, &box, [&box, stem = ToQt(StripExtension(suggestion)).size()] {
@@ -227,7 +228,7 @@ std::optional<std::string> WindowHost::AskText(const std::string& text,
 std::optional<Path> WindowHost::ChooseFolder(const std::string& title, const Path& start)
 {
     FolderChooser chooser(*this, ToQt(title));
-    return Run(chooser, start);
+    return RunChooser(chooser, start);
 }
 
 std::optional<Path> WindowHost::ChooseOpenFile(const std::string& title, const std::string& filter,
@@ -235,7 +236,7 @@ std::optional<Path> WindowHost::ChooseOpenFile(const std::string& title, const s
 {
     QFileDialog chooser(TopWindow(), ToQt(title), {}, ChooserFilter(filter));
     chooser.setFileMode(QFileDialog::ExistingFile);
-    return Run(chooser, start);
+    return RunChooser(chooser, start);
 }
 
 std::optional<Path> WindowHost::ChooseSaveFile(const std::string& title, const std::string& filter,
@@ -245,7 +246,7 @@ std::optional<Path> WindowHost::ChooseSaveFile(const std::string& title, const s
     chooser.setAcceptMode(QFileDialog::AcceptSave);
     if (const std::string ending = ExtensionOf(filter); ending.size() > 1)
         chooser.setDefaultSuffix(ToQt(ending.substr(1)));
-    return Run(chooser, start, suggestion);
+    return RunChooser(chooser, start, suggestion);
 }
 
 std::unique_ptr<ProgressScope> WindowHost::BeginProgress(ProgressWindow window,

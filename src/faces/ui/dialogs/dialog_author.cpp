@@ -21,11 +21,11 @@ namespace kestrova
 namespace
 {
 
-constexpr int dialogWidth = 520;
-constexpr int noteLines = 4;
+constexpr int authorWidth = 520;
+constexpr int authorNoteLines = 4;
 constexpr int comboLetters = 30;
 
-QGroupBox* Frame(QWidget* parent, const char* name)
+QGroupBox* AuthorFrame(QWidget* parent, const char* name)
 {
     auto* frame = new QGroupBox(parent);
     frame->setObjectName(QString::fromLatin1(name));
@@ -46,14 +46,14 @@ AuthorDialog::AuthorDialog(Session& session, std::size_t index, QWidget* parent)
     note_->setPlainText(ToQt(infos_.note));
     note_->setTabChangesFocus(true);
     note_->setFixedHeight(
-        noteLines * note_->fontMetrics().lineSpacing() +
+        authorNoteLines * note_->fontMetrics().lineSpacing() +
         2 * (note_->frameWidth() + static_cast<int>(note_->document()->documentMargin())));
     emails_->setObjectName(QStringLiteral("Combo_Email"));
     sites_->setObjectName(QStringLiteral("Combo_Sito"));
 
-    auto* author = Frame(this, "Frame_Autore");
+    auto* author = AuthorFrame(this, "Frame_Autore");
     (new QVBoxLayout(author))->addWidget(name_);
-    auto* note = Frame(this, "Frame_Note");
+    auto* note = AuthorFrame(this, "Frame_Note");
     (new QVBoxLayout(note))->addWidget(note_);
     auto* page = new QWidget;
     auto* parts = new QVBoxLayout(page);
@@ -86,7 +86,7 @@ AuthorDialog::AuthorDialog(Session& session, std::size_t index, QWidget* parent)
     SetCaptions(*this);
     name_->setAccessibleName(author->title().trimmed());
     note_->setAccessibleName(note->title().trimmed());
-    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
+    ResizeToFit(*this, {authorWidth, sizeHint().height()});
     name_->setFocus();
 }
 
@@ -94,7 +94,7 @@ QGroupBox* AuthorDialog::MakeAddresses(const char* frame, QComboBox& combo,
                                        AuthorInfos::Addresses& list,
                                        std::initializer_list<Deed> deeds)
 {
-    auto* group = Frame(this, frame);
+    auto* group = AuthorFrame(this, frame);
     combo.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo.setMinimumContentsLength(comboLetters);
     ShowAddresses(combo, list);

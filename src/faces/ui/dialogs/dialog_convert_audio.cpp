@@ -26,8 +26,8 @@ namespace kestrova
 namespace
 {
 
-constexpr int dialogWidth = 600;
-constexpr int dialogHeight = 520;
+constexpr int convertWidth = 600;
+constexpr int convertHeight = 520;
 
 QGroupBox* Frame(QWidget* parent, const char* name)
 {
@@ -81,7 +81,7 @@ ConvertAudioDialog::ConvertAudioDialog(Session& session, AudioToolMode mode, QWi
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     SetCaptions(*this);
     ShowAll();
-    ResizeToFit(*this, {dialogWidth, dialogHeight});
+    ResizeToFit(*this, {convertWidth, convertHeight});
     list_->setFocus();
 }
 

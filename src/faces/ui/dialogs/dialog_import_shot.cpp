@@ -20,8 +20,8 @@ namespace kestrova
 namespace
 {
 
-constexpr int dialogWidth = 460;
-constexpr int barSteps = 1000;
+constexpr int importWidth = 460;
+constexpr int importSteps = 1000;
 
 } // namespace
 
@@ -36,7 +36,7 @@ ImportShotDialog::ImportShotDialog(Session& session, std::size_t index, QWidget*
     all_->setObjectName(QStringLiteral("Opt_Tutti"));
     info_->hide();
     bar_->setObjectName(QStringLiteral("ProgressBar1"));
-    bar_->setRange(0, barSteps);
+    bar_->setRange(0, importSteps);
     bar_->setTextVisible(false);
     auto* import = NamedButton(this, "Pul_Import");
     auto* cancel = NamedButton(this, "Pul_Cancel");
@@ -58,7 +58,7 @@ ImportShotDialog::ImportShotDialog(Session& session, std::size_t index, QWidget*
     SetCaptions(*this);
     setWindowTitle(Words(Msg::ImportShotTitle) + QLatin1Char('"') +
                    ToQt(Trim(session.archive.levels[index].levelName)) + QLatin1Char('"'));
-    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
+    ResizeToFit(*this, {importWidth, sizeHint().height()});
 }
 
 void ImportShotDialog::Import()

@@ -29,7 +29,7 @@ namespace kestrova
 namespace
 {
 
-constexpr QSize firstSize{680, 520};
+constexpr QSize newLevelSize{680, 520};
 constexpr int textField = 256;
 constexpr int nameColumn = 0;
 constexpr int sizeColumn = 1;
@@ -73,7 +73,7 @@ NewLevelDialog::NewLevelDialog(Session& session, QWidget* parent)
     Connect();
     SetCaptions(*this);
     MarkNotAvailable(*compileTom_);
-    ResizeToFit(*this, firstSize);
+    ResizeToFit(*this, newLevelSize);
 }
 
 QLayout* NewLevelDialog::MakeTexts()

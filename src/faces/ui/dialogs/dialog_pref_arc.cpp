@@ -36,7 +36,7 @@ constexpr Row rows[] = {
     {"Label_SizeCdOf", "Label_SizeCd", nullptr, true},
     {"Label_SizeHdOf", "Label_SizeHd", nullptr, true},
 };
-constexpr int dialogWidth = 560;
+constexpr int archiveWidth = 560;
 
 } // namespace
 
@@ -68,7 +68,7 @@ ArchiveDialog::ArchiveDialog(Session& session, QWidget* parent)
     column->addLayout(buttons);
     SetCaptions(*this);
     ShowFacts();
-    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
+    ResizeToFit(*this, {archiveWidth, sizeHint().height()});
     compress_->setFocus();
 }
 

@@ -20,8 +20,8 @@ namespace kestrova
 namespace
 {
 
-constexpr int dialogWidth = 520;
-constexpr int barSteps = 1000;
+constexpr int restoreWidth = 520;
+constexpr int restoreSteps = 1000;
 
 QLabel* NamedLabel(QWidget* parent, const char* name)
 {
@@ -40,7 +40,7 @@ RestoreDialog::RestoreDialog(Session& session, QWidget* parent)
 {
     setObjectName(QStringLiteral("Dialog_Restore"));
     bar_->setObjectName(QStringLiteral("ProgressBar1"));
-    bar_->setRange(0, barSteps);
+    bar_->setRange(0, restoreSteps);
     bar_->setTextVisible(false);
     QSizePolicy keepsRoom = bar_->sizePolicy();
     keepsRoom.setRetainSizeWhenHidden(true);
@@ -71,7 +71,7 @@ RestoreDialog::RestoreDialog(Session& session, QWidget* parent)
     connect(full, &QPushButton::clicked, this, &RestoreDialog::RestoreFull);
     connect(cancel, &QPushButton::clicked, this, &RestoreDialog::reject);
     SetCaptions(*this);
-    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
+    ResizeToFit(*this, {restoreWidth, sizeHint().height()});
     cancel->setFocus();
 }
 

@@ -22,7 +22,7 @@ namespace kestrova
 namespace
 {
 
-constexpr QSize firstSize{820, 460};
+constexpr QSize historySize{820, 460};
 
 enum Column { kept, file, number, title, saved, reason };
 
@@ -77,7 +77,7 @@ SavegameHistoryDialog::SavegameHistoryDialog(Session& session, LevelCode code, Q
     buttons->addWidget(close);
     column->addLayout(buttons);
     SetCaptions(*this);
-    ResizeToFit(*this, firstSize);
+    ResizeToFit(*this, historySize);
     Fill();
     list_->setFocus();
 }

@@ -16,7 +16,7 @@ namespace
 {
 
 constexpr double keyStep = 1.25;
-constexpr QSize firstSize{800, 600};
+constexpr QSize shotSize{800, 600};
 
 } // namespace
 
@@ -32,7 +32,7 @@ ScreenShotDialog::ScreenShotDialog(const ShotList& shots, std::ptrdiff_t index, 
     column->setContentsMargins(4, 4, 4, 4);
     column->addWidget(view_);
     const QSize room = screen()->availableSize() * 9 / 10;
-    resize(firstSize.boundedTo(room));
+    resize(shotSize.boundedTo(room));
     ShowShot();
 }
 

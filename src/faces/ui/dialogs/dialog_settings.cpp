@@ -25,18 +25,18 @@ namespace kestrova
 namespace
 {
 
-constexpr int dialogWidth = 600;
+constexpr int settingsWidth = 600;
 constexpr int mostHistoryFiles = 100'000;
 constexpr int mostHistoryMegabytes = 1'000'000;
 
-struct Place {
+struct PlaceLine {
     const char* caption;
     const char* value;
     const char* browse; ///< null: only shown
     void (SettingsForm::*choose)();
     std::string PreferencesRecord::*field;
 };
-constexpr Place places[] = {
+constexpr PlaceLine places[] = {
     {"Label_TrleOf", "Label_PathTrle", "Pul_SfogliaPathTrle", &SettingsForm::BrowseTrle,
      &PreferencesRecord::trlePath},
     {"Label_TombOf", "Label_NomeTombExe", "Pul_SfogliaNomeTomb", &SettingsForm::BrowseGame,
@@ -78,7 +78,7 @@ SettingsDialog::SettingsDialog(Session& session, QWidget* parent)
     column->addLayout(buttons);
     SetCaptions(*this);
     ShowPlaces();
-    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
+    ResizeToFit(*this, {settingsWidth, sizeHint().height()});
 }
 
 QCheckBox* SettingsDialog::Box(const char* name, bool checked)
@@ -106,7 +106,7 @@ QWidget* SettingsDialog::MakePlaces()
     grid->setContentsMargins({});
     grid->setColumnStretch(1, 1);
     int line = 0;
-    for (const Place& place : places) {
+    for (const PlaceLine& place : places) {
         grid->addWidget(Named<QLabel>(place.caption), line, 0);
         auto* value = Named<ElidedLabel>(place.value);
         value->SetElide(Qt::ElideMiddle);
@@ -211,7 +211,7 @@ QWidget* SettingsDialog::MakeComputer()
 
 void SettingsDialog::ShowPlaces()
 {
-    for (const Place& place : places)
+    for (const PlaceLine& place : places)
         findChild<QLabel*>(QString::fromLatin1(place.value))
             ->setText(place.field != nullptr
                           ? ToQt(form_.preferences.*place.field)

@@ -21,7 +21,7 @@ namespace kestrova
 namespace
 {
 
-constexpr int dialogWidth = 600;
+constexpr int findWidth = 600;
 constexpr int picture = 48;
 
 } // namespace
@@ -92,7 +92,7 @@ FindTrleDialog::FindTrleDialog(Session& session, TrleFinder& finder, QWidget* pa
     ok->setDefault(true);
     SetCaptions(*this);
     ShowFolder();
-    ResizeToFit(*this, {dialogWidth, sizeHint().height()});
+    ResizeToFit(*this, {findWidth, sizeHint().height()});
     browse->setFocus();
 }
 

@@ -22,7 +22,7 @@ namespace kestrova
 namespace
 {
 
-enum Column { kept, file, bytes, saved, folder };
+enum OriginalsColumn { keptColumn, fileColumn, bytesColumn, savedColumn, folderColumn };
 
 } // namespace
 
@@ -42,7 +42,7 @@ OriginalsPage::OriginalsPage(Session& session, QWidget* parent)
     list_->setTextElideMode(Qt::ElideMiddle);
     list_->header()->setStretchLastSection(false);
     // The two that may be long share the room, so that none pushes the others out of sight.
-    for (const int wide : {file, folder})
+    for (const int wide : {fileColumn, folderColumn})
         list_->header()->setSectionResizeMode(wide, QHeaderView::Stretch);
     list_->setAccessibleName(Words(Msg::OriginalsTab));
     connect(bringBack_, &QPushButton::clicked, this, &OriginalsPage::BringBack);
@@ -78,19 +78,19 @@ void OriginalsPage::Fill()
     QList<QTreeWidgetItem*> items;
     for (const KeptFile& entry : *files) {
         auto* item = new QTreeWidgetItem;
-        item->setText(kept, ToQt(DateText(entry.keptNs)));
-        item->setText(file, ToQt(Readable(entry.file)));
-        item->setText(bytes, ToQt(FormatSize(static_cast<double>(entry.size))));
-        item->setTextAlignment(bytes, Qt::AlignRight | Qt::AlignVCenter);
-        item->setText(saved, ToQt(DateText(entry.modifiedNs)));
-        item->setText(folder, ToQt(Readable(entry.folder)));
-        for (const int wide : {file, folder})
+        item->setText(keptColumn, ToQt(DateText(entry.keptNs)));
+        item->setText(fileColumn, ToQt(Readable(entry.file)));
+        item->setText(bytesColumn, ToQt(FormatSize(static_cast<double>(entry.size))));
+        item->setTextAlignment(bytesColumn, Qt::AlignRight | Qt::AlignVCenter);
+        item->setText(savedColumn, ToQt(DateText(entry.modifiedNs)));
+        item->setText(folderColumn, ToQt(Readable(entry.folder)));
+        for (const int wide : {fileColumn, folderColumn})
             item->setToolTip(wide, item->text(wide).toHtmlEscaped());
-        item->setData(kept, Qt::UserRole, ToQt(entry.id));
+        item->setData(keptColumn, Qt::UserRole, ToQt(entry.id));
         items.prepend(item);
     }
     list_->addTopLevelItems(items);
-    for (const int narrow : {kept, bytes, saved})
+    for (const int narrow : {keptColumn, bytesColumn, savedColumn})
         list_->resizeColumnToContents(narrow);
     list_->setCurrentItem(items.isEmpty() ? nullptr : items.constFirst());
 }
@@ -100,7 +100,7 @@ void OriginalsPage::BringBack()
     const QTreeWidgetItem* item = list_->currentItem();
     if (item == nullptr || session_.runningOperations > 0)
         return;
-    if (BringOriginalBackTold(session_, FromQt(item->data(kept, Qt::UserRole).toString())))
+    if (BringOriginalBackTold(session_, FromQt(item->data(keptColumn, Qt::UserRole).toString())))
         Fill(); // what stood there may have been kept
 }
 

@@ -41,7 +41,7 @@ namespace
 constexpr int showSoonMs = 40;
 /// How long a line of the status bar stays.
 constexpr int statusMs = 15000;
-constexpr QSize firstSize{1000, 640};
+constexpr QSize mainSize{1000, 640};
 
 } // namespace
 
@@ -305,7 +305,7 @@ void MainWindow::RememberPlace() const
 
 void MainWindow::RestorePlace()
 {
-    ResizeToFit(*this, firstSize);
+    ResizeToFit(*this, mainSize);
     const QSettings places(PathToQt(session_.programFolder / OnDisk::FileNameWindowState),
                            QSettings::IniFormat);
     restoreGeometry(places.value(QStringLiteral("Principale/geometry")).toByteArray());
