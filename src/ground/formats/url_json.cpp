@@ -12,11 +12,11 @@ namespace kestrova
 namespace
 {
 
-using Json = nlohmann::ordered_json;
+using OrderedJson = nlohmann::ordered_json;
 
 /// The member's text; empty without one. False for a member that is no text, or more than a list
 /// can hold.
-bool ReadText(const Json& object, const char* name, std::string& text)
+bool ReadText(const OrderedJson& object, const char* name, std::string& text)
 {
     const auto member = object.find(name);
     if (member == object.end())
@@ -27,14 +27,14 @@ bool ReadText(const Json& object, const char* name, std::string& text)
     return ToWindows1252(text).size() <= std::numeric_limits<std::int16_t>::max();
 }
 
-bool ReadFiles(const Json& object, std::vector<std::string>& files)
+bool ReadFiles(const OrderedJson& object, std::vector<std::string>& files)
 {
     const auto member = object.find("files");
     if (member == object.end())
         return true;
     if (!member->is_array())
         return false;
-    for (const Json& file : *member) {
+    for (const OrderedJson& file : *member) {
         if (!file.is_string())
             return false;
         files.push_back(file.get<std::string>());
@@ -42,7 +42,7 @@ bool ReadFiles(const Json& object, std::vector<std::string>& files)
     return true;
 }
 
-bool ReadRecord(const Json& object, UrlDraft& draft)
+bool ReadRecord(const OrderedJson& object, UrlDraft& draft)
 {
     if (!object.is_object())
         return false;
@@ -68,7 +68,7 @@ bool ReadRecord(const Json& object, UrlDraft& draft)
 std::optional<UrlListDraft> ParseUrlJson(std::string_view text, UrlJsonFault& fault)
 {
     fault = {};
-    const Json json = Json::parse(text, nullptr, false);
+    const OrderedJson json = OrderedJson::parse(text, nullptr, false);
     UrlListDraft list;
     if (json.is_object())
         if (const auto updated = json.find("updated"); updated != json.end()) {
@@ -76,7 +76,7 @@ std::optional<UrlListDraft> ParseUrlJson(std::string_view text, UrlJsonFault& fa
                 return std::nullopt;
             list.updateDate = updated->get<double>();
         }
-    const Json* records = &json;
+    const OrderedJson* records = &json;
     if (json.is_object()) {
         const auto member = json.find("records");
         if (member == json.end())
@@ -85,7 +85,7 @@ std::optional<UrlListDraft> ParseUrlJson(std::string_view text, UrlJsonFault& fa
     }
     if (!records->is_array())
         return std::nullopt;
-    for (const Json& object : *records) {
+    for (const OrderedJson& object : *records) {
         ++fault.record;
         list.records.emplace_back();
         if (!ReadRecord(object, list.records.back()))
@@ -96,13 +96,13 @@ std::optional<UrlListDraft> ParseUrlJson(std::string_view text, UrlJsonFault& fa
 
 std::string FormatUrlJson(const UrlList& list)
 {
-    Json records = Json::array();
+    OrderedJson records = OrderedJson::array();
     for (const UrlRecord& record : list.records)
         records.push_back({{"kind", record.kind},
                            {"description", Readable(record.description)},
                            {"url", Readable(record.url)},
                            {"user", record.user}});
-    Json json;
+    OrderedJson json;
     if (std::isfinite(list.updateDate))
         json["updated"] = list.updateDate;
     json["records"] = std::move(records);

@@ -17,14 +17,14 @@ namespace kestrova
 namespace
 {
 
-template <class T> std::string Raw(T value)
+template <class T> std::string RawNumber(T value)
 {
     return {reinterpret_cast<const char*>(&value), sizeof value};
 }
 
 std::string RawText(const std::string& text)
 {
-    return Raw(static_cast<std::int16_t>(text.size())) + text;
+    return RawNumber(static_cast<std::int16_t>(text.size())) + text;
 }
 
 UrlList SomeList()
@@ -44,16 +44,16 @@ TEST(UrlList, StandsInTheFileByteForByte)
 {
     UrlList list = SomeList();
     list.records.resize(2);
-    const std::string bytes = Raw(std::int32_t{2}) + Raw(45123.25) + RawText("http://a.example/l") +
-                              RawText("Gr\xF6\xDF"
-                                      "e - Levels") +
-                              Raw(std::int32_t{1}) + Raw(std::int16_t{0}) +
-                              RawText("http://a.example/m") + RawText("") + Raw(std::int32_t{1}) +
-                              Raw(std::int16_t{-1});
+    const std::string bytes =
+        RawNumber(std::int32_t{2}) + RawNumber(45123.25) + RawText("http://a.example/l") +
+        RawText("Gr\xF6\xDF"
+                "e - Levels") +
+        RawNumber(std::int32_t{1}) + RawNumber(std::int16_t{0}) + RawText("http://a.example/m") +
+        RawText("") + RawNumber(std::int32_t{1}) + RawNumber(std::int16_t{-1});
     EXPECT_EQ(FormatUrlList(list), bytes);
     EXPECT_EQ(ParseUrlList(bytes), list);
     EXPECT_EQ(ParseUrlList(bytes + "an old tail"), list);
-    EXPECT_EQ(ParseUrlList(Raw(std::int32_t{0}) + Raw(1.0))->records.size(), 0u);
+    EXPECT_EQ(ParseUrlList(RawNumber(std::int32_t{0}) + RawNumber(1.0))->records.size(), 0u);
 }
 
 TEST(UrlList, ACutOrLyingFileIsNone)
@@ -62,11 +62,12 @@ TEST(UrlList, ACutOrLyingFileIsNone)
     for (std::size_t length = 0; length < bytes.size(); ++length)
         EXPECT_FALSE(ParseUrlList(std::string_view{bytes}.substr(0, length))) << length;
 
-    const std::string date = Raw(1.0);
+    const std::string date = RawNumber(1.0);
     const std::string rest(1000, '\0');
     for (const std::int32_t count : {-1, std::numeric_limits<std::int32_t>::max(), 1'000})
-        EXPECT_FALSE(ParseUrlList(Raw(count) + date + rest)) << count;
-    EXPECT_FALSE(ParseUrlList(Raw(std::int32_t{1}) + date + Raw(std::int16_t{-2}) + rest));
+        EXPECT_FALSE(ParseUrlList(RawNumber(count) + date + rest)) << count;
+    EXPECT_FALSE(
+        ParseUrlList(RawNumber(std::int32_t{1}) + date + RawNumber(std::int16_t{-2}) + rest));
     // A length of 65535 is one below nothing.
     EXPECT_FALSE(FormatUrlList({0, {{std::string(40'000, 'x'), ""}}}));
 }
