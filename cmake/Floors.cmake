@@ -29,9 +29,20 @@ target_compile_options(kestrova_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-missing-field-initializers
   $<$<BOOL:${KESTROVA_STRICT}>:-Werror>
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+# Sources compiled as one see each other's names at the margin, which hide nothing in truth.
+if(CMAKE_UNITY_BUILD)
+  target_compile_options(kestrova_options INTERFACE
+    -Wno-shadow -Wshadow=local $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
+
+# Tests spend their time in swaps and in what those stand on, so a build whose tests are slow may
+# optimise these floors alone; of the others the compiler would take longer than it saves.
+set(KESTROVA_BUSY_OPTIONS "" CACHE STRING "Compiler options of the swap and the floors below it")
+set(KESTROVA_BUSY_FLOORS "^((ground|media|engine|keep)/|work/swap$)")
 
 # What nearly every source includes from outside, read once a build. No header of our own stands
-# here: a change of one recompiles what includes it and nothing else.
+# here: a change of one recompiles what includes it and nothing else. Sources compiled as one read
+# it once as they are.
 set(KESTROVA_COMMON_HEADERS
   <algorithm> <array> <atomic> <charconv> <chrono> <cstdint> <cstring> <filesystem> <functional>
   <map> <memory> <mutex> <optional> <set> <span> <string> <string_view> <unordered_map> <utility>
@@ -47,9 +58,12 @@ function(kestrova_floor place)
   if(sources)
     add_library(kestrova_${name} STATIC ${sources})
     target_link_libraries(kestrova_${name} PUBLIC kestrova_options ${F_USES} ${F_LIBS})
-    if(name STREQUAL "platform")
+    if(place MATCHES "${KESTROVA_BUSY_FLOORS}")
+      target_compile_options(kestrova_${name} PRIVATE ${KESTROVA_BUSY_OPTIONS})
+    endif()
+    if(NOT CMAKE_UNITY_BUILD AND name STREQUAL "platform")
       target_precompile_headers(kestrova_platform PRIVATE ${KESTROVA_COMMON_HEADERS})
-    else()
+    elseif(NOT CMAKE_UNITY_BUILD)
       target_precompile_headers(kestrova_${name} REUSE_FROM kestrova_platform)
     endif()
   else()
