@@ -213,7 +213,7 @@ std::string FormatChange(const Change& change)
 
 Result<Change> ParseChange(std::string_view text)
 {
-    const NoteJson json = NoteJson::parse(text, nullptr, false);
+    const NoteJson json = ParseNote(text);
     NoteReader reader{json};
     Change change;
     change.code = reader.Number<LevelCode>("code");

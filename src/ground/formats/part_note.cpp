@@ -7,7 +7,7 @@ namespace kestrova
 
 std::optional<PartNote> ParsePartNote(std::string_view text)
 {
-    const NoteJson json = NoteJson::parse(text, nullptr, false);
+    const NoteJson json = ParseNote(text);
     NoteReader reader{json};
     PartNote note;
     note.url = reader.Text("url");

@@ -17,7 +17,7 @@ namespace kestrova
 namespace
 {
 
-constexpr std::uint64_t noteLimit = UINT64_C(16) << 20;
+constexpr std::uint64_t changeLimit = UINT64_C(16) << 20;
 
 Path NotePath(const Folders& folders)
 {
@@ -249,7 +249,7 @@ bool ChangeWaits(const Folders& folders)
 
 bool SavegameMoveWaitsIn(const Folders& folders)
 {
-    const auto text = ReadFileIfThere(NotePath(folders), noteLimit);
+    const auto text = ReadFileIfThere(NotePath(folders), changeLimit);
     const auto change = text && *text ? ParseChange(**text) : Result<Change>{Failure{}};
     return ChangeWaits(folders) && (!change || change->kind <= ChangeKind::SlotsFilled);
 }
@@ -258,7 +258,7 @@ Status FinishChange(Machine& machine, const Folders& folders, Archive& archive,
                     const ProgramSettings& settings)
 {
     const Path file = NotePath(folders);
-    const auto text = ReadFileIfThere(file, noteLimit);
+    const auto text = ReadFileIfThere(file, changeLimit);
     if (!text)
         return text.Error();
     if (!*text)
