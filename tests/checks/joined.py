@@ -1,0 +1,83 @@
+#!/usr/bin/env python3
+"""The sources of a folder can be compiled as one: joined.py ROOT | joined.py --self-test
+
+The build under the sanitizers does so. What a source keeps in its unnamed namespace is then seen by
+the sources behind it, so no two of a folder call a thing the same: functions may differ in what they
+take, and the same alias may stand in several.
+"""
+
+import collections
+import pathlib
+import re
+import sys
+import tempfile
+
+# The windows' folders and the tests' own are joined across their sub-folders too.
+WHOLE = ("src/faces/ui", "tests/faces/ui")
+UNNAMED = re.compile(r"^namespace\s*\n\{\n(.*?)^\} // namespace$", re.S | re.M)
+TYPE = re.compile(r"^(?:struct|class|enum(?: class)?) (\w+)\b(?!;)")
+VALUE = re.compile(r"^(?:inline |static |constexpr |const )+[^=({]*?[ >*&](\w+)(?:\[\w*\])* ?[={]")
+FUNCTION = re.compile(r"^(?:template <.*> )?(?!return\b|using\b|namespace\b)[A-Za-z_][^=({]*?[ >*&]"
+                      r"(\w+)(\(.*)$")
+ALIAS = re.compile(r"^(?:using|namespace) (\w+) = (.*);")
+
+
+def own_names(text):
+    """Pairs of a name and what sets it apart from others of that name: a function's parameters
+    without what they are called, an alias's meaning."""
+    for part in UNNAMED.findall(text):
+        part = re.sub(r",\n\s+", ", ", part)
+        for line in part.splitlines():
+            if alias := ALIAS.match(line):
+                yield alias[1], "= " + alias[2], True
+            elif value := TYPE.match(line) or VALUE.match(line):
+                yield value[1], "", False
+            elif function := FUNCTION.match(line):
+                taken = re.sub(r" = [^,)]+", "", function[2])
+                yield function[1], re.sub(r"(?<=[ &*])\w+(?=[,)])", "", taken), False
+
+
+def faults(root):
+    folders = collections.defaultdict(list)
+    for top in ("src", "tests"):
+        for file in sorted((root / top).rglob("*.cpp")):
+            place = file.parent.relative_to(root).as_posix()
+            whole = [name for name in WHOLE if (place + "/").startswith(name + "/")]
+            folders[whole[0] if whole else place].append(file)
+    for files in folders.values():
+        known = {}
+        for file in files:
+            for name, apart, alias in own_names(file.read_text()):
+                for other, (first, is_alias) in list(known.get(name, {}).items()):
+                    same = other == apart and not (alias and is_alias)
+                    if first != file and (same or alias != is_alias or (alias and other != apart)):
+                        yield f"{file.relative_to(root)}: {name} is a name of {first.name} too"
+                known.setdefault(name, {}).setdefault(apart, (file, alias))
+
+
+def self_test():
+    with tempfile.TemporaryDirectory() as folder:
+        root = pathlib.Path(folder)
+        (root / "src" / "a").mkdir(parents=True)
+        frame = "namespace\n{{\n\n{}\n\n}} // namespace\n"
+        (root / "src" / "a" / "x.cpp").write_text(frame.format(
+            "using Json = A;\nconstexpr int most = 1;\nstruct Row {\n    int at = 0;\n};\n"
+            "bool Is(int a, const B& b)\n{\n    return a;\n}"))
+        other = root / "src" / "a" / "y.cpp"
+        for text in ("using Json = A;", "bool Is(int a)\n{\n}", "constexpr int least = 1;",
+                     "void Go()\n{\n    const int most = 2;\n}"):
+            other.write_text(frame.format(text))
+            assert list(faults(root)) == [], (text, list(faults(root)))
+        for text in ("using Json = B;", "bool Is(int other, const B& c)\n{\n}",
+                     "constexpr std::size_t most = 2;", "enum class Row { one };",
+                     "const Row most[] = {"):
+            other.write_text(frame.format(text))
+            assert len(list(faults(root))) == 1, (text, list(faults(root)))
+
+
+if sys.argv[1] == "--self-test":
+    self_test()
+else:
+    found = list(faults(pathlib.Path(sys.argv[1])))
+    print("\n".join(found))
+    sys.exit(1 if found else 0)
