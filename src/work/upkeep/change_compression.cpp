@@ -28,7 +28,7 @@ namespace
 {
 
 /// One file on its way from one form to the other.
-struct Change {
+struct FormChange {
     Path source;
     Path target;
     bool isMade = false; ///< a killed run left the target whole beside its source
@@ -63,17 +63,18 @@ private:
 };
 
 /// The changes that take no other file's place; the rest is named in `kept`.
-std::vector<Change> WithoutClashes(std::vector<Change> changes, const std::vector<Path>& files,
-                                   bool compress, std::vector<std::string>& kept)
+std::vector<FormChange> WithoutClashes(std::vector<FormChange> changes,
+                                       const std::vector<Path>& files, bool compress,
+                                       std::vector<std::string>& kept)
 {
     NamesInUse standing;
     NamesInUse coming;
     for (const Path& file : files)
         standing.Add(file.filename().native());
-    for (const Change& change : changes)
+    for (const FormChange& change : changes)
         coming.Add(change.target.filename().native());
-    std::vector<Change> free;
-    for (Change& change : changes) {
+    std::vector<FormChange> free;
+    for (FormChange& change : changes) {
         const std::string name = change.target.filename().native();
         const int taken = standing.Uses(name);
         if (coming.Uses(name) == 1 && taken == 1) {
@@ -90,13 +91,13 @@ std::vector<Change> WithoutClashes(std::vector<Change> changes, const std::vecto
 }
 
 /// The files that have the wrong form. Sound and level files are deflated, streams expanded.
-Result<std::vector<Change>> ChangesIn(const Path& folder, bool compress,
-                                      std::vector<std::string>& kept)
+Result<std::vector<FormChange>> ChangesIn(const Path& folder, bool compress,
+                                          std::vector<std::string>& kept)
 {
     const auto files = ListFiles(folder, OnDisk::PatAll);
     if (!files)
         return files.Error();
-    std::vector<Change> changes;
+    std::vector<FormChange> changes;
     for (const Path& file : *files) {
         const std::string name = file.filename().native();
         const bool isStream = MatchesPattern(name, OnDisk::PatternZl);
@@ -109,7 +110,7 @@ Result<std::vector<Change>> ChangesIn(const Path& folder, bool compress,
 }
 
 /// The target stands whole when it answers; the source is still there.
-Status Convert(Machine& machine, const Change& change, bool compress)
+Status Convert(Machine& machine, const FormChange& change, bool compress)
 {
     if (change.isMade)
         return {};
@@ -122,10 +123,10 @@ Status Convert(Machine& machine, const Change& change, bool compress)
 }
 
 /// Asks about each file that failed. False ends the work.
-bool AskAboutFailures(Host& host, const std::vector<Change>& changes, bool compress)
+bool AskAboutFailures(Host& host, const std::vector<FormChange>& changes, bool compress)
 {
     const std::string word = GetMsg(compress ? Msg::WordCompression : Msg::WordDecompression);
-    for (const Change& change : changes)
+    for (const FormChange& change : changes)
         if (!change.outcome &&
             !host.AskYesNo(GetMsg(Msg::AskErrorChangingFile,
                                   {word, TextOf(change.source) + std::string{lineBreak}})))
@@ -134,12 +135,12 @@ bool AskAboutFailures(Host& host, const std::vector<Change>& changes, bool compr
 }
 
 /// Until the new files are on the disk the old ones stay.
-bool DropSources(const std::vector<Change>& changes, const Path& folder)
+bool DropSources(const std::vector<FormChange>& changes, const Path& folder)
 {
     if (platform::SyncFileSystem(folder))
         return false;
     bool dropped = true;
-    for (const Change& change : changes)
+    for (const FormChange& change : changes)
         if (change.outcome)
             dropped = !platform::Unlink(change.source) && dropped;
     return dropped;
@@ -151,7 +152,7 @@ bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressSc
     auto found = ChangesIn(folder, compress, kept);
     if (!found)
         return TellFolderNotRead(session.host, found.Error());
-    std::vector<Change>& changes = *found;
+    std::vector<FormChange>& changes = *found;
     if (changes.empty())
         return true;
     const auto zip = session.host.BeginProgress(
@@ -159,7 +160,7 @@ bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressSc
     StopBetweenFiles shown{*zip, progress};
     const std::string word = GetMsg(compress ? Msg::WordCompression : Msg::WordDecompression);
     std::vector<FileJob> jobs;
-    for (Change& change : changes)
+    for (FormChange& change : changes)
         jobs.push_back({FileSize(change.source),
                         word + GetMsg(Msg::ChangingFile, {TextOf(change.source.filename())}),
                         [&session, &change, &shown, compress]() -> Status {
