@@ -75,7 +75,7 @@ UrlEditor EditorOf(Run& run)
             ServersFrom(run.session.settings.updateServers)};
 }
 
-bool List(Run& run)
+bool ListAddresses(Run& run)
 {
     const auto kind = KindFrom(run.arguments.ValueOf("--kind"));
     if (run.json != nullptr)
@@ -99,7 +99,7 @@ bool List(Run& run)
     return true;
 }
 
-bool Add(Run& run)
+bool AddAddress(Run& run)
 {
     const auto& words = run.arguments.words;
     UrlEditor editor = EditorOf(run);
@@ -131,7 +131,7 @@ bool Change(Run& run)
     return editor && editor->ChangeRecord(words[2], words[3]) && editor->Save();
 }
 
-bool Remove(Run& run)
+bool RemoveAddress(Run& run)
 {
     auto editor = EditorAt(run);
     return editor && editor->Remove() && editor->Save();
@@ -239,10 +239,14 @@ std::span<const CommandRow> OnlineCommands()
                       .mostWords = 4,
                       .options = {ValueOption("--kind")},
                       .wrong = WrongUrls},
-         .run = List},
-        {.terminal = {.word = "urls", .verb = "add"}, .touches = Touches::Stores, .run = Add},
+         .run = ListAddresses},
+        {.terminal = {.word = "urls", .verb = "add"},
+         .touches = Touches::Stores,
+         .run = AddAddress},
         {.terminal = {.word = "urls", .verb = "change"}, .touches = Touches::Stores, .run = Change},
-        {.terminal = {.word = "urls", .verb = "remove"}, .touches = Touches::Stores, .run = Remove},
+        {.terminal = {.word = "urls", .verb = "remove"},
+         .touches = Touches::Stores,
+         .run = RemoveAddress},
         {.terminal = {.word = "urls", .verb = "open"}, .run = Open},
         {.terminal = {.word = "urls", .verb = "update"}, .touches = Touches::Stores, .run = Update},
         {.terminal = {.word = "urls", .verb = "make"}, .touches = Touches::Stores, .run = Make},

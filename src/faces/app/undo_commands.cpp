@@ -116,7 +116,7 @@ void AddEntry(Run& run, const Change& entry)
                                         FormatSize(static_cast<double>(bytes)), shown}));
 }
 
-bool List(Run& run)
+bool ListUndoable(Run& run)
 {
     if (run.json != nullptr)
         *run.json = Json::array();
@@ -194,7 +194,7 @@ std::span<const CommandRow> UndoCommands()
          .needs = Needs::Archive,
          .touches = Touches::Stores,
          .run = Redo},
-        {.terminal = {.word = "undo", .when = WantsList}, .run = List},
+        {.terminal = {.word = "undo", .when = WantsList}, .run = ListUndoable},
     };
     return rows;
 }
