@@ -124,7 +124,7 @@ std::optional<UrlEditor> EditorAt(Run& run)
     return editor;
 }
 
-bool Change(Run& run)
+bool ChangeAddress(Run& run)
 {
     const auto& words = run.arguments.words;
     auto editor = EditorAt(run);
@@ -243,7 +243,9 @@ std::span<const CommandRow> OnlineCommands()
         {.terminal = {.word = "urls", .verb = "add"},
          .touches = Touches::Stores,
          .run = AddAddress},
-        {.terminal = {.word = "urls", .verb = "change"}, .touches = Touches::Stores, .run = Change},
+        {.terminal = {.word = "urls", .verb = "change"},
+         .touches = Touches::Stores,
+         .run = ChangeAddress},
         {.terminal = {.word = "urls", .verb = "remove"},
          .touches = Touches::Stores,
          .run = RemoveAddress},
