@@ -14,7 +14,7 @@ namespace
 
 using platform::HttpError;
 
-constexpr std::chrono::milliseconds slice{40};
+constexpr std::chrono::milliseconds slice{30};
 
 std::string WordsFor(HttpError error)
 {
