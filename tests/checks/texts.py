@@ -37,6 +37,9 @@ ESCAPES = {"n": "\n", "t": "\t", "r": "\r", "0": "\0"}
 CONSTANT = re.compile(r"^\s*(?:inline )?constexpr std::string_view \w+\s*=")
 CAPTION = re.compile(r"^\s*KV_CAPTION\([^\n]*?(\w+)\s*\)", re.M)
 ROW = re.compile(r"^inline constexpr (?:Message|std::string_view) (\w+)\b([^\n]*)", re.M)
+# A part that more sources name is parted: a new text compiles all of them anew.
+MOST_SOURCES = 20
+PART = re.compile(r'^#include "(words/(?!message|captions)\w+\.h)"', re.M)
 SPACE = re.compile(r"^namespace kestrova::(Msg|OnDisk)\b", re.M)
 
 
@@ -83,7 +86,7 @@ def text_faults(source):
 
 def faults(root):
     source = root / "src"
-    rows, spoken = {}, set()
+    rows, spoken, named = {}, set(), {}
     for file in sorted(source.rglob("*.h")):
         text = file.read_text(errors="replace")
         space = SPACE.search(text)
@@ -101,6 +104,8 @@ def faults(root):
             continue
         text = file.read_text(errors="replace")
         spoken.update(f"Msg::{name}" for name in CAPTION.findall(text))
+        for part in PART.findall(text):
+            named[part] = named.get(part, 0) + 1
         spoken.update(re.findall(r"\b(?:Msg|OnDisk)::\w+", text))
         if file.suffix == ".def" or file.relative_to(source).parts[:2] == ("ground", "words") or \
                 file.relative_to(source).as_posix() in WITHOUT_CATALOGUE:
@@ -110,6 +115,9 @@ def faults(root):
     for name, where in rows.items():
         if name not in spoken:
             yield f"{where}: nobody uses {name}"
+    for part, count in sorted(named.items()):
+        if count > MOST_SOURCES:
+            yield f"{part}: {count} sources name it; part it"
 
 
 def self_test():
@@ -147,6 +155,12 @@ def self_test():
         names.write_text('namespace kestrova::OnDisk\n{\n'
                          'inline constexpr std::string_view Dir = "\\\\data";\n')
         assert "nobody uses OnDisk::Dir" in "".join(faults(root))
+        users = [root / "src" / f"u{number}.cpp" for number in range(MOST_SOURCES + 1)]
+        for file in users:
+            file.write_text('#include "words/a.h"\n')
+        assert "words/a.h: 21 sources" in "".join(faults(root))
+        for file in users:
+            file.unlink()
         user.write_text("GetMsg(Msg::One); InFolder(a, OnDisk::Dir);\n")
         assert list(faults(root)) == [], list(faults(root))
 

@@ -9,6 +9,7 @@
 #include "upkeep/save_archive_as.h"
 #include "words/archive.h"
 #include "words/commands.h"
+#include "words/menus.h"
 #include "words/ui_main.h"
 
 #include <nlohmann/json.hpp>

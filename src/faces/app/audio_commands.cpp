@@ -15,6 +15,7 @@
 #include "words/common.h"
 #include "words/conversion.h"
 #include "words/intake.h"
+#include "words/menus.h"
 
 #include <algorithm>
 #include <charconv>

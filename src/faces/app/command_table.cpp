@@ -16,7 +16,7 @@
 #include "app/swap_commands.h"
 #include "app/undo_commands.h"
 #include "app/upkeep_commands.h"
-#include "words/commands.h"
+#include "words/menus.h"
 #include "words/ui_dialogs.h"
 
 #include <algorithm>

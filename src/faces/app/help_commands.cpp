@@ -3,6 +3,7 @@
 #include "app/doctor.h"
 #include "app/result_text.h"
 #include "words/commands.h"
+#include "words/menus.h"
 
 #include <nlohmann/json.hpp>
 

@@ -8,6 +8,7 @@
 #include "intake/edit_level.h"
 #include "packages/name_pages.h"
 #include "words/commands.h"
+#include "words/menus.h"
 
 #include <nlohmann/json.hpp>
 

@@ -13,6 +13,7 @@
 #include "upkeep/archive_sizes.h"
 #include "words/captions.h"
 #include "words/commands.h"
+#include "words/menus.h"
 #include "words/ui_main.h"
 
 #include <nlohmann/json.hpp>

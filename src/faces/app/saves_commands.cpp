@@ -14,6 +14,7 @@
 #include "session/telling.h"
 #include "words/commands.h"
 #include "words/intake.h"
+#include "words/menus.h"
 #include "words/saves.h"
 #include "words/ui_dialogs.h"
 #include "words/ui_main.h"

@@ -6,6 +6,7 @@
 #include "formats/url_text.h"
 #include "history/undo_entries.h"
 #include "words/commands.h"
+#include "words/menus.h"
 #include "words/online_commands.h"
 
 #include <algorithm>

@@ -15,6 +15,7 @@
 #include "swap/backup.h"
 #include "words/app.h"
 #include "words/commands.h"
+#include "words/menus.h"
 
 namespace kestrova
 {

@@ -9,6 +9,7 @@
 #include "shots/shot_commands.h"
 #include "shots/shot_import.h"
 #include "words/commands.h"
+#include "words/menus.h"
 #include "words/ui_main.h"
 
 #include <algorithm>

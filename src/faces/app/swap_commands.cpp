@@ -18,6 +18,7 @@
 #include "upkeep/leftovers.h"
 #include "words/captions.h"
 #include "words/commands.h"
+#include "words/menus.h"
 #include "words/swap.h"
 #include "words/ui_main.h"
 

@@ -10,6 +10,7 @@
 #include "upkeep/equal_check.h"
 #include "words/commands.h"
 #include "words/levels.h"
+#include "words/menus.h"
 
 #include <nlohmann/json.hpp>
 

@@ -62,7 +62,6 @@ inline constexpr Message AskBackupOfThis{"The backup is of another Level Editor'
 inline constexpr Message BackupOfAnother{"The backup is still that of another Level Editor's folder: ~1. Do not play levels with it: choose that folder again (kestrovactl setup --trle DIR), or make a backup of this one while it is original (kestrovactl backup --refresh)."};
 inline constexpr Message BackupComesBack{"The backup of this Level Editor's folder was set aside when another one was chosen. It is in use again."};
 inline constexpr Message BackupNotSetAside{"The backup of another Level Editor's folder could not be set aside, so it is as it was."};
-inline constexpr Message BackupLeftSounds{"These files were left by levels that are not there any more, so they were not taken for originals: ~1"};
 inline constexpr Message AskRestoreFromOther{"The backup is of another Level Editor's folder, ~1, and perhaps of another edition.~3Bring its files into ~2 all the same? What stands there and is not in the backup is kept first."};
 inline constexpr Message InterruptedDamaged{"The note about an interrupted swap cannot be read. It was set aside as ~1. Use [Tools->Set original configuration in TRLE] and choose FULL restore."};
 inline constexpr Message KeptUnlisted{"These files were changed since the level came in, so they were left where they are: ~1"};

@@ -44,5 +44,6 @@ inline constexpr Message ReasonTwin{"a second file of the same name"};
 inline constexpr Message ReasonLeft{"left behind by an earlier swap"};
 inline constexpr Message CannotReadStore{"The saved games of this level cannot be read now, so nothing was changed: the level that stood in the Level Editor's folder is still there. Connect the drive of the archive, or give yourself the right to read there, and try again."};
 inline constexpr Message CannotKeepFiles{"These files of the Level Editor's folder are not as Kestrova put them there, and they could not be kept in a safe place, so they stay where they are: ~1. Make room on the disk of the program's folder, and press Play again."};
+inline constexpr Message BackupLeftSounds{"These files were left by levels that are not there any more, so they were not taken for originals: ~1"};
 
 } // namespace kestrova::Msg

@@ -1,7 +1,6 @@
 #include "storage/compressed_kinds.h"
 
 #include "core/text.h"
-#include "storage/file_names.h"
 
 namespace kestrova
 {

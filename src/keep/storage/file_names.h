@@ -8,6 +8,5 @@
 namespace kestrova::OnDisk
 {
 
-inline constexpr std::string_view CompressedExtensions = ".tr4|.wav|.mp3";
 
 } // namespace kestrova::OnDisk

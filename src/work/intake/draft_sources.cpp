@@ -6,6 +6,7 @@
 #include "intake/folder_sources.h"
 #include "intake/source_choice.h"
 #include "words/intake.h"
+#include "words/sources.h"
 
 #include <utility>
 

@@ -6,6 +6,7 @@
 #include "session/telling.h"
 #include "words/intake.h"
 #include "words/levels.h"
+#include "words/sources.h"
 #include "words/storage.h"
 
 namespace kestrova

@@ -17,6 +17,7 @@
 #include "words/common.h"
 #include "words/intake.h"
 #include "words/levels.h"
+#include "words/sources.h"
 #include "words/storage.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "intake/source_choice.h"
 
 #include "core/file_kinds.h"
-#include "words/intake.h"
+#include "words/sources.h"
 
 namespace kestrova
 {

@@ -4,7 +4,7 @@
 #include "core/name_list.h"
 #include "core/text.h"
 #include "session/telling.h"
-#include "words/intake.h"
+#include "words/sources.h"
 
 namespace kestrova
 {

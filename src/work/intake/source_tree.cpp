@@ -3,7 +3,7 @@
 #include "core/file_kinds.h"
 #include "core/text.h"
 #include "intake/file_names.h"
-#include "words/intake.h"
+#include "words/sources.h"
 
 #include <algorithm>
 #include <map>

@@ -4,9 +4,9 @@
 #include "core/folder_names.h"
 #include "core/staged_file.h"
 #include "storage/zl_file.h"
-#include "words/intake.h"
 #include "words/levels.h"
 #include "words/packages.h"
+#include "words/sources.h"
 
 #include <algorithm>
 #include <limits>

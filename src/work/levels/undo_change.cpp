@@ -20,7 +20,6 @@
 #include "swap/installed_language.h"
 #include "swap/mend_after_restart.h"
 #include "words/levels.h"
-#include "words/swap.h"
 #include "words/undo.h"
 
 #include <algorithm>

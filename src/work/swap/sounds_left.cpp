@@ -7,7 +7,7 @@
 #include "swap/owned_files.h"
 #include "swap/placements.h"
 #include "swap/swap_run.h"
-#include "words/restore.h"
+#include "words/swap.h"
 
 #include <algorithm>
 #include <set>

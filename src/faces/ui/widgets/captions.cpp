@@ -2,7 +2,7 @@
 
 #include "ui/widgets/qt_text.h"
 #include "words/captions.h"
-#include "words/commands.h"
+#include "words/menus.h"
 #include "words/ui_desktop.h"
 #include "words/ui_dialogs.h"
 #include "words/ui_main.h"
