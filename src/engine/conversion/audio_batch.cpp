@@ -21,6 +21,17 @@ namespace
 
 constexpr std::chrono::milliseconds slice{30};
 
+/// How a run ended, as the window's last line has it.
+Failure EndOf(ErrorCode code, std::string line)
+{
+    return {code, {}, {}, {}, std::move(line)};
+}
+
+Failure StoppedByPerson()
+{
+    return EndOf(ErrorCode::Stopped, GetMsg(Msg::AudioCancelled));
+}
+
 Message StepName(int step)
 {
     switch (step) {
@@ -55,7 +66,7 @@ AudioBatch::AudioBatch(Session& session, std::vector<Path> files, const Path& fo
       files_(std::move(files)), target_{ResolvePath(folder), target, session.mp3Settings,
                                         AudioTargetText(target, session.mp3Settings)},
       plans_(files_.size()), shared_(std::make_unique<Shared>(files_.size())),
-      status_(GetMsg(Msg::AudioPreparing)), stemsMeet_(StemsMeet())
+      stemsMeet_(StemsMeet())
 {
 }
 
@@ -68,45 +79,45 @@ bool AudioBatch::Stopped()
     return shared_->stop;
 }
 
-bool AudioBatch::Run()
+Status AudioBatch::Run()
 {
     const Operation operation{session_};
-    window_ = session_.host.BeginProgress(ProgressWindow::Audio, status_);
+    window_ = session_.host.BeginProgress(ProgressWindow::Audio, GetMsg(Msg::AudioPreparing));
     window_->AllowStop();
-    const bool done = LookAtAll() && !RefuseToReplace() && ConvertAll();
+    Status done = LookAtAll();
     if (done)
-        status_ = GetMsg(Msg::AudioTerminated);
-    window_->SetLabel(status_);
+        done = RefuseToReplace();
+    if (done)
+        done = ConvertAll();
+    window_->SetLabel(done ? GetMsg(Msg::AudioTerminated) : done.Error().sentence);
     window_.reset();
     return done;
 }
 
-bool AudioBatch::LookAtAll()
+Status AudioBatch::LookAtAll()
 {
     const bool all = RunOnAllCores(
         files_.size(),
         [&](std::size_t index) { plans_[index] = PlanAudioFile(files_[index], target_.kind); },
         [&] { return !Stopped(); });
-    if (!all) {
-        status_ = GetMsg(Msg::AudioCancelled);
-        return false;
-    }
+    if (!all)
+        return StoppedByPerson();
     for (std::size_t i = 0; i < files_.size(); ++i) {
         if (plans_[i].mode == -1) {
-            status_ = GetMsg(Msg::AudioCannotConvert,
-                             {TextOf(files_[i].filename()), plans_[i].description}) +
-                      target_.text + "]";
             if (passesOver_ == PassOver::Always)
                 continue;
-            session_.host.Tell(Tone::Error, status_, plans_[i].reason);
+            const std::string words = GetMsg(Msg::AudioCannotConvert, {TextOf(files_[i].filename()),
+                                                                       plans_[i].description}) +
+                                      target_.text + "]";
+            // The window's own words, with or without the question behind them.
+            session_.host.Tell(Tone::Error, words, plans_[i].reason);
             if (PassesOver(i))
                 continue;
-            refused_ = true;
-            return false;
+            return EndOf(ErrorCode::Refused, words);
         }
         steps_ += static_cast<std::uint64_t>(plans_[i].steps);
     }
-    return true;
+    return {};
 }
 
 bool AudioBatch::PassesOver(std::size_t index)
@@ -118,13 +129,13 @@ bool AudioBatch::PassesOver(std::size_t index)
                                           "' : " + GetMsg(Msg::AudioStaysAsItIs) + breaks}));
 }
 
-/// Told, when a result would take the place of a file that is protected.
-bool AudioBatch::RefuseToReplace()
+/// Refuses, in the window's own words, when a result would take the place of a file that is
+/// protected.
+Status AudioBatch::RefuseToReplace()
 {
     const auto unknown = [&](const Failure& failure) {
-        status_ = GetMsg(Msg::FolderNotRead, {failure.subject});
-        refused_ = true;
-        return !TellFolderNotRead(session_.host, failure);
+        TellFolderNotRead(session_.host, failure);
+        return EndOf(ErrorCode::Refused, GetMsg(Msg::FolderNotRead, {failure.subject}));
     };
     std::vector<platform::FileFacts> originals;
     for (const Path& file : originals_) {
@@ -144,14 +155,13 @@ bool AudioBatch::RefuseToReplace()
         });
         if (own == originals.end())
             continue;
-        status_ = GetMsg(
-            Msg::AudioOntoItself,
-            {TextOf(originals_[static_cast<std::size_t>(own - originals.begin())].filename())});
-        session_.host.Tell(Tone::Error, status_);
-        refused_ = true;
-        return true;
+        const auto number = static_cast<std::size_t>(own - originals.begin());
+        const std::string words =
+            GetMsg(Msg::AudioOntoItself, {TextOf(originals_[number].filename())});
+        session_.host.Tell(Tone::Error, words);
+        return EndOf(ErrorCode::Refused, words);
     }
-    return false;
+    return {};
 }
 
 std::string AudioBatch::ResultName(std::size_t index) const
@@ -170,7 +180,7 @@ bool AudioBatch::StemsMeet() const
     });
 }
 
-bool AudioBatch::ConvertAll()
+Status AudioBatch::ConvertAll()
 {
     Shared& shared = *shared_;
     ClearLeftoversOfKilled(target_.folder);
@@ -187,12 +197,11 @@ bool AudioBatch::ConvertAll()
                              shared.outcomes[i] = ConvertAudioFile(tools, files_[i], plans_[i],
                                                                    target_, shared.views[i]);
                      }};
-    bool going = true;
+    Status going;
     for (std::size_t i = 0; i < files_.size() && going; ++i) {
         shared.head = i;
         if (Stopped()) {
-            status_ = GetMsg(Msg::AudioCancelled);
-            going = false;
+            going = StoppedByPerson();
             break;
         }
         do {
@@ -223,23 +232,24 @@ void AudioBatch::ShowProgress(std::size_t index)
     window_->SetBar(std::min(done, steps_), steps_);
 }
 
-bool AudioBatch::TakeOutcome(std::size_t index, AudioOutcome outcome)
+Status AudioBatch::TakeOutcome(std::size_t index, AudioOutcome outcome)
 {
     for (const std::string& remark : outcome.remarks)
         session_.host.Tell(Tone::Plain, remark);
-    if (outcome.stopped) {
-        status_ = GetMsg(Msg::AudioCancelled);
-        return false;
+    if (!outcome.status) {
+        const Failure& failure = outcome.status.Error();
+        if (failure.code == ErrorCode::Stopped)
+            return StoppedByPerson();
+        if (auto goesOn = AskToGoOn(index, failure.sentence, outcome.step); !goesOn)
+            return goesOn;
+        // Only what failed to be encoded is asked about once more, for the file that is missing.
+        if (outcome.step != encodeStep)
+            return {};
     }
-    if (outcome.failed && !AskToGoOn(index, outcome.error, outcome.step))
-        return false;
-    // Only what failed to be encoded is asked about once more, for the file that is missing.
-    if (outcome.failed && outcome.step != encodeStep)
-        return true;
     const Path place = outcome.name.empty() ? Path{} : target_.folder / outcome.name;
     if (outcome.stands && EqualNames(outcome.name, files_[index].filename().native())) {
         converted_.push_back({files_[index], files_[index]});
-        return true;
+        return {};
     }
     std::string reason;
     if (outcome.stands) {
@@ -252,12 +262,12 @@ bool AudioBatch::TakeOutcome(std::size_t index, AudioOutcome outcome)
         if (!moved)
             reason = moved.Error().reason;
     }
-    if (!outcome.failed && reason.empty() && FileExists(place)) {
+    if (outcome.status && reason.empty() && FileExists(place)) {
         const Path result = ResolvePath(place); // an existing spelling stays
         if (stemsMeet_)
             LeaveOutReplaced(index, result);
         converted_.push_back({files_[index], result});
-        return true;
+        return {};
     }
     return AskToGoOn(index, GetMsg(Msg::AudioNotCreated) + (reason.empty() ? "" : ": ") + reason,
                      outcome.step);
@@ -278,15 +288,21 @@ void AudioBatch::LeaveOutReplaced(std::size_t index, const Path& place)
     converted_.erase(same);
 }
 
-bool AudioBatch::AskToGoOn(std::size_t index, std::string error, int step)
+Status AudioBatch::AskToGoOn(std::size_t index, std::string error, int step)
 {
     error.resize(std::min(error.find('\0'), error.size()));
     const std::string name = TextOf(files_[index].filename());
     const std::string breaks = std::string{lineBreak} + std::string{lineBreak};
     if (session_.host.AskYesNo(GetMsg(Msg::AudioAskGoOn, {name + "' : " + error + breaks})))
-        return true;
-    status_ = GetMsg(Msg::AudioErrorAt, {StepName(step).text, name}) + error;
-    return false;
+        return {};
+    return EndOf(ErrorCode::NotDone,
+                 GetMsg(Msg::AudioErrorAt, {StepName(step).text, name}) + error);
+}
+
+Failure ConversionFailed(Message words, Failure failure)
+{
+    failure.sentence = GetMsg(words) + failure.sentence;
+    return failure;
 }
 
 Status DeleteConverted(const AudioBatch& batch)

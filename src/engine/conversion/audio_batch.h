@@ -2,6 +2,7 @@
 
 #include "conversion/audio_item.h"
 #include "session/session.h"
+#include "words/message.h"
 
 namespace kestrova
 {
@@ -26,13 +27,11 @@ public:
     enum class PassOver { Never, WhenAsked, Always };
     void LetPassOver(PassOver when) { passesOver_ = when; }
 
-    /// In a window with a Stop. True when the run ended without being stopped and without a No.
-    bool Run();
+    /// In a window with a Stop. A failure's sentence is the last line of the window: `Stopped`;
+    /// `Refused` when a file of the list cannot become the target, or another one would give way,
+    /// which that window has said too, and nothing was changed; `NotDone` after a No to going on.
+    Status Run();
 
-    /// The last line of the window: how it ended.
-    [[nodiscard]] const std::string& StatusText() const { return status_; }
-    /// A file of the list cannot become the target, so nothing was changed; the person was told.
-    [[nodiscard]] bool Refused() const { return refused_; }
     /// A file that came through and what it became, which may be the same file.
     struct Pair {
         Path source;
@@ -43,15 +42,15 @@ public:
 private:
     struct Shared;
 
-    bool LookAtAll();
+    Status LookAtAll();
     bool PassesOver(std::size_t index);
-    bool RefuseToReplace();
+    Status RefuseToReplace();
     [[nodiscard]] std::string ResultName(std::size_t index) const;
-    bool ConvertAll();
-    bool TakeOutcome(std::size_t index, AudioOutcome outcome);
+    Status ConvertAll();
+    Status TakeOutcome(std::size_t index, AudioOutcome outcome);
     void LeaveOutReplaced(std::size_t index, const Path& place);
-    /// Asks whether to go on; a No is noted as the end.
-    bool AskToGoOn(std::size_t index, std::string error, int step);
+    /// Asks whether to go on; a No is the end.
+    Status AskToGoOn(std::size_t index, std::string error, int step);
     void ShowProgress(std::size_t index);
     [[nodiscard]] bool StemsMeet() const;
     bool Stopped();
@@ -63,14 +62,15 @@ private:
     std::vector<AudioPlan> plans_;
     std::unique_ptr<ProgressScope> window_;
     std::unique_ptr<Shared> shared_;
-    std::string status_;
-    bool refused_ = false;
     PassOver passesOver_ = PassOver::Never;
     const bool stemsMeet_; ///< the order of the list matters
     std::uint64_t steps_ = 0;
     std::uint64_t done_ = 0;
     std::vector<Pair> converted_;
 };
+
+/// How a run ended, behind the words of whoever wanted it.
+Failure ConversionFailed(Message words, Failure failure);
 
 /// Sources whose sound stands elsewhere now go, after that is on the disk. Files that did not come
 /// through stay.

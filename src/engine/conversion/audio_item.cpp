@@ -76,19 +76,19 @@ public:
 private:
     [[nodiscard]] std::string Name() const { return TextOf(file_.filename()); }
     [[nodiscard]] std::string Quoted() const { return "\"" + Name() + "\""; }
-    bool Fail(int step, std::string error)
+    bool Fail(int step, ErrorCode code, std::string sentence)
     {
-        outcome_.failed = true;
-        outcome_.stopped = state_.trouble == ToolTrouble::Stopped;
+        outcome_.status = Failure{code, TextOf(file_), {}, {}, std::move(sentence)};
         outcome_.step = step;
-        outcome_.error = std::move(error);
         return false;
     }
-    /// The reason, and below it what helps.
-    [[nodiscard]] std::string ReasonOfTool() const
+    /// Why, and below it what helps.
+    static std::string AllOf(const Failure& failure)
     {
-        return state_.error + (state_.details.empty() ? "" : std::string{lineBreak}) +
-               state_.details;
+        std::string words = failure.sentence;
+        for (const std::string& beside : {failure.reason, failure.details})
+            words += (beside.empty() ? "" : std::string{lineBreak}) + beside;
+        return words;
     }
     [[nodiscard]] StagedPlace NewTemporary() const
     {
@@ -104,8 +104,9 @@ private:
     {
         view_.Show(GetMsg(Msg::AudioDecoding, {Quoted()}));
         StagedPlace wave = NewTemporary();
-        if (!DecodeMp3(tools_, file_, wave.Staged(), state_))
-            return Fail(decodeStep, GetMsg(Msg::ErrorDecoding, {Name()}) + ReasonOfTool());
+        if (const auto decoded = DecodeMp3(tools_, file_, wave.Staged(), state_); !decoded)
+            return Fail(decodeStep, decoded.Error().code,
+                        GetMsg(Msg::ErrorDecoding, {Name()}) + AllOf(decoded.Error()));
         view_.steps += 1;
         Use(std::move(wave));
         mode_ = ClassifyWav(current_, target_.kind).mode;
@@ -128,11 +129,8 @@ private:
                 return !view_.endConversion || !view_.endConversion();
             });
         view_.SetPart(0, 0);
-        if (!status) {
-            Fail(mode, status.Error().reason);
-            outcome_.stopped = status.Error().code == ErrorCode::Stopped;
-            return false;
-        }
+        if (!status)
+            return Fail(mode, status.Error().code, status.Error().reason);
         Use(std::move(made));
         return true;
     }
@@ -148,10 +146,12 @@ private:
         }
         view_.Show(GetMsg(Msg::AudioEncoding) + Name());
         StagedPlace made = NewTemporary();
-        if (EncodeMp3(tools_, target_.mp3, current_, made.Staged(), state_))
-            outcome_.made = std::move(made);
+        if (const auto encoded = EncodeMp3(tools_, target_.mp3, current_, made.Staged(), state_);
+            !encoded)
+            Fail(encodeStep, encoded.Error().code,
+                 GetMsg(Msg::ErrorEncoding) + std::string{lineBreak} + AllOf(encoded.Error()));
         else
-            Fail(encodeStep, GetMsg(Msg::ErrorEncoding) + std::string{lineBreak} + ReasonOfTool());
+            outcome_.made = std::move(made);
     }
 
     void TakeAsItIs()
@@ -166,7 +166,7 @@ private:
         }
         StagedPlace copy = NewTemporary();
         if (const auto status = CopyFileOver(current_, copy.Staged()); !status)
-            Fail(mode_, status.Error().reason);
+            Fail(mode_, status.Error().code, status.Error().reason);
         else
             outcome_.made = std::move(copy);
     }

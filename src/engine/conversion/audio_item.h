@@ -56,10 +56,8 @@ private:
 };
 
 struct AudioOutcome {
-    bool failed = false;
-    bool stopped = false;
-    int step = 0; ///< at which it failed
-    std::string error{};
+    Status status{}; ///< its failure's sentence is what the person is asked about
+    int step = 0;    ///< at which it failed
     /// The file is there already under its own name.
     bool stands = false;
     std::string name{}; ///< of the result in the target folder

@@ -1,7 +1,6 @@
 #include "conversion/level_audio.h"
 
 #include "core/file_kinds.h"
-#include "session/telling.h"
 #include "words/conversion.h"
 #include "words/session.h"
 
@@ -20,30 +19,25 @@ bool IsTrack(const Path& file)
                        [](char byte) { return byte >= '0' && byte <= '9'; });
 }
 
-bool DecodeList(Session& session, const Path& folder, const std::vector<Path>& files,
-                AudioKind kind, Message words)
+Status DecodeList(Session& session, const Path& folder, const std::vector<Path>& files,
+                  AudioKind kind, Message words)
 {
     if (files.empty())
-        return true;
+        return {};
     AudioBatch batch{session, files, folder, kind};
     batch.LetPassOver(AudioBatch::PassOver::WhenAsked);
-    if (!batch.Run()) {
-        session.host.Tell(Tone::Error, GetMsg(words) + batch.StatusText());
-        return false;
-    }
-    const Status status = DeleteConverted(batch);
-    if (!status)
-        TellFailure(session.host, GetMsg(Msg::ErrorRemovingFiles), status.Error());
-    return bool{status};
+    if (const auto done = batch.Run(); !done)
+        return ConversionFailed(words, done.Error());
+    return Saying(GetMsg(Msg::ErrorRemovingFiles), DeleteConverted(batch));
 }
 
 } // namespace
 
-bool DecodeLevelMp3(Session& session, const Path& folder, const std::vector<Path>& files,
-                    bool force, bool samplesOnly)
+Status DecodeLevelMp3(Session& session, const Path& folder, const std::vector<Path>& files,
+                      bool force, bool samplesOnly)
 {
     if (!force && !session.archive.header.wavInMp3)
-        return true;
+        return {};
     std::vector<Path> tracks;
     std::vector<Path> samples;
     for (const Path& file : files) {
@@ -54,8 +48,9 @@ bool DecodeLevelMp3(Session& session, const Path& folder, const std::vector<Path
         else if (!samplesOnly)
             tracks.push_back(file);
     }
-    return DecodeList(session, folder, tracks, AudioKind::Adpcm, Msg::FailedConversion) &&
-           DecodeList(session, folder, samples, AudioKind::Mono, Msg::ErrorDecodingMp3s);
+    auto decoded = DecodeList(session, folder, tracks, AudioKind::Adpcm, Msg::FailedConversion);
+    return decoded ? DecodeList(session, folder, samples, AudioKind::Mono, Msg::ErrorDecodingMp3s)
+                   : decoded;
 }
 
 } // namespace kestrova

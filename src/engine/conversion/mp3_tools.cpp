@@ -29,19 +29,22 @@ std::string LastLineOf(const std::string& output)
     return end == std::string::npos ? lines : lines.substr(end + 1);
 }
 
-/// The tool's own last words when it left nothing, and what it said when it failed.
-bool RunAudioTool(const Tools& tools, const ToolWork& work, const Path& made,
-                  ToolProgressState& state)
+Failure FailureOf(ErrorCode code, std::string sentence, std::string reason = {},
+                  std::string details = {})
 {
-    const bool ended = RunTool(tools, work, state);
+    return {code, {}, std::move(reason), std::move(details), std::move(sentence)};
+}
+
+/// The tool's own last words when it left nothing, and what it said when it failed.
+Status RunAudioTool(const Tools& tools, const ToolWork& work, const Path& made,
+                    const ToolProgressState& state, ToolReport& report)
+{
+    Status ended = RunTool(tools, work, state, report);
     ClearToolProgress(state);
-    if (!ended)
-        return false;
-    if (!FileExists(made)) {
-        const std::string words = LastLineOf(state.output);
-        return state.Fail(ToolTrouble::Content, words.empty() ? GetMsg(Msg::Mp3NotWhole) : words);
-    }
-    return true;
+    if (!ended || FileExists(made))
+        return ended;
+    const std::string words = LastLineOf(report.output);
+    return FailureOf(ErrorCode::NotDone, words.empty() ? GetMsg(Msg::Mp3NotWhole) : words);
 }
 
 /// Decoder and encoder may leave out a few frames at the ends, and what is damaged.
@@ -92,95 +95,100 @@ bool IsMostlyDamaged(const std::string& output, const MpegFacts& sound, const Pa
 
 } // namespace
 
-bool DecodeMp3(const Tools& tools, const Path& source, const Path& destination,
-               ToolProgressState& state)
+Status DecodeMp3(const Tools& tools, const Path& source, const Path& destination,
+                 const ToolProgressState& state)
 {
-    state.ClearReport();
     const Path place = platform::AbsolutePath(ResolvePath(source));
     if (!FileExists(place))
-        return state.Fail(ToolTrouble::Content, GetMsg(Msg::Mp3NotFound) + TextOf(source));
+        return FailureOf(ErrorCode::Missing, GetMsg(Msg::Mp3NotFound) + TextOf(source));
     if (FindTool(tools, Decoder()).empty())
-        return state.Fail(ToolTrouble::Missing, GetMsg(Msg::DecoderMissing),
-                          InstallHint(tools, Decoder()));
+        return FailureOf(ErrorCode::Missing, GetMsg(Msg::DecoderMissing),
+                         InstallHint(tools, Decoder()));
     const auto bytes = ReadWholeFile(place);
     if (!bytes)
-        return state.Fail(ToolTrouble::Content, GetMsg(Msg::Mp3NotRead) + TextOf(source),
-                          bytes.Error().reason);
+        return FailureOf(bytes.Error().code, GetMsg(Msg::Mp3NotRead) + TextOf(source),
+                         bytes.Error().reason);
     const MpegFacts sound = ScanMpeg(*bytes);
     if (sound.frames == 0)
-        return state.Fail(ToolTrouble::Content,
-                          GetMsg(WalkWave(place) ? Msg::Mp3IsWave : Msg::Mp3Silent));
+        return FailureOf(ErrorCode::Damaged,
+                         GetMsg(WalkWave(place) ? Msg::Mp3IsWave : Msg::Mp3Silent));
 
     StagedPlace wave{destination};
     // The decoder believes a tag's size and would skip all that there is.
     const StagedPlace bare{destination};
+    const auto notCopied = [&](const Failure& failure) {
+        return FailureOf(failure.code, GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
+                         failure.reason);
+    };
     if (sound.tagLies)
         if (const auto cut =
                 WriteWholeFile(bare.Staged(), std::string_view{*bytes}.substr(sound.start), false);
             !cut)
-            return state.Fail(ToolTrouble::Content,
-                              GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
-                              cut.Error().reason);
+            return notCopied(cut.Error());
     const auto seconds = static_cast<std::uint64_t>(std::max(DurationOfMpeg(*bytes), 1));
+    ToolReport report;
     const auto decode = [&](Checksums checksums) {
         const Path& mp3 = sound.tagLies ? bare.Staged() : place;
         return RunAudioTool(tools,
                             {.tool = Decoder(),
                              .arguments = DecoderArguments(mp3, wave.Staged(), checksums),
                              .parser = [seconds] { return GestioneMadPlay(seconds); }},
-                            wave.Staged(), state);
+                            wave.Staged(), state, report);
     };
-    if (!decode(Checksums::Heeded))
-        return false;
+    Status decoded = decode(Checksums::Heeded);
     // Programs that change the volume of an mp3 leave its checksums as they were.
-    if (state.output.find(checksumError) != std::string::npos && !decode(Checksums::Ignored))
-        return false;
-    if (IsMostlyDamaged(state.output, sound, wave.Staged()))
-        return state.Fail(ToolTrouble::Content, GetMsg(Msg::Mp3NotDecoded),
-                          LastLines(state.output));
+    if (decoded && report.output.find(checksumError) != std::string::npos)
+        decoded = decode(Checksums::Ignored);
+    if (!decoded)
+        return decoded;
+    if (IsMostlyDamaged(report.output, sound, wave.Staged()))
+        return FailureOf(ErrorCode::Damaged, GetMsg(Msg::Mp3NotDecoded), {},
+                         LastLines(report.output));
     const auto facts = WalkWave(wave.Staged());
     if (!facts || facts->frames == 0 ||
         !HoldsEnough(facts->frames, sound.samples, sound.first.samples))
-        return state.Fail(ToolTrouble::Content, GetMsg(Msg::Mp3NotWhole), LastLines(state.output));
+        return FailureOf(ErrorCode::Damaged, GetMsg(Msg::Mp3NotWhole), {},
+                         LastLines(report.output));
     if (const auto moved = wave.MoveTo(destination); !moved)
-        return state.Fail(ToolTrouble::Content, GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
-                          moved.Error().reason);
-    return true;
+        return notCopied(moved.Error());
+    return {};
 }
 
-bool EncodeMp3(const Tools& tools, const Mp3Settings& settings, const Path& source,
-               const Path& destination, ToolProgressState& state)
+Status EncodeMp3(const Tools& tools, const Mp3Settings& settings, const Path& source,
+                 const Path& destination, const ToolProgressState& state)
 {
-    state.ClearReport();
     if (FindTool(tools, Encoder()).empty())
-        return state.Fail(ToolTrouble::Missing,
-                          GetMsg(Msg::EncoderMissing, {TextOf(tools.programFolder), lineBreak}),
-                          InstallHint(tools, Encoder()));
+        return FailureOf(ErrorCode::Missing,
+                         GetMsg(Msg::EncoderMissing, {TextOf(tools.programFolder), lineBreak}),
+                         InstallHint(tools, Encoder()));
     WavHeader header;
     if (!ReadWavHeader(source, header))
-        return state.Fail(ToolTrouble::Content,
-                          GetMsg(Msg::WaveNotStandard, {TextOf(source.filename())}));
+        return FailureOf(ErrorCode::Refused,
+                         GetMsg(Msg::WaveNotStandard, {TextOf(source.filename())}));
     const Path place = platform::AbsolutePath(ResolvePath(source));
     const auto sound = WalkWave(place);
     if (!sound || sound->formatTag != waveTagPcm)
-        return state.Fail(ToolTrouble::Content, GetMsg(Msg::WaveNotReadable));
+        return FailureOf(ErrorCode::Damaged, GetMsg(Msg::WaveNotReadable));
 
     StagedPlace mp3{destination};
-    if (!RunAudioTool(tools,
-                      {.tool = Encoder(),
-                       .arguments = EncoderArguments(place, mp3.Staged(), settings),
-                       .parser = GestioneLame},
-                      mp3.Staged(), state))
-        return false;
+    ToolReport report;
+    if (auto encoded = RunAudioTool(tools,
+                                    {.tool = Encoder(),
+                                     .arguments = EncoderArguments(place, mp3.Staged(), settings),
+                                     .parser = GestioneLame},
+                                    mp3.Staged(), state, report);
+        !encoded)
+        return encoded;
     const auto bytes = ReadWholeFile(mp3.Staged());
     const MpegFacts made = bytes ? ScanMpeg(*bytes) : MpegFacts{};
     if (made.frames == 0 ||
         !HoldsEnough(made.samples * sound->rate / static_cast<std::uint64_t>(made.first.rate),
                      sound->frames, made.first.samples))
-        return state.Fail(ToolTrouble::Content, GetMsg(Msg::Mp3NotWhole), LastLines(state.output));
+        return FailureOf(ErrorCode::Damaged, GetMsg(Msg::Mp3NotWhole), {},
+                         LastLines(report.output));
     if (const auto moved = mp3.MoveTo(destination); !moved)
-        return state.Fail(ToolTrouble::Content, GetMsg(Msg::WaveNotWritten), moved.Error().reason);
-    return true;
+        return FailureOf(moved.Error().code, GetMsg(Msg::WaveNotWritten), moved.Error().reason);
+    return {};
 }
 
 } // namespace kestrova

@@ -2,13 +2,12 @@
 
 #include "conversion/audio_batch.h"
 #include "formats/trle_folder.h"
-#include "session/telling.h"
 #include "words/conversion.h"
 
 namespace kestrova
 {
 
-bool TestMp3Sound(Session& session)
+Status TestMp3Sound(Session& session)
 {
     Path start;
     if (const Path folder = session.TrleFolder(); !folder.empty())
@@ -16,20 +15,15 @@ bool TestMp3Sound(Session& session)
     const auto wave = session.host.ChooseOpenFile(GetMsg(Msg::ChooseTestWave),
                                                   GetMsg(Msg::WaveFilesFilter), start);
     if (!wave)
-        return false;
+        return MakeFailure(ErrorCode::Stopped, {});
     AudioBatch batch{session, {*wave}, session.programFolder, AudioKind::Mp3};
-    if (!batch.Run()) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::FailedConversion) + batch.StatusText());
-        return false;
-    }
+    if (const auto done = batch.Run(); !done)
+        return ConversionFailed(Msg::FailedConversion, done.Error());
     if (batch.Converted().empty())
-        return false; // the person knows, and passed it over
+        return MakeFailure(ErrorCode::Stopped, TextOf(*wave)); // the person passed it over
     const Path& result = batch.Converted().front().result;
-    const auto status = session.machine.Open(result.native(), result.parent_path());
-    if (!status)
-        TellFailure(session.host, GetMsg(Msg::CannotPlaySound, {TextOf(result.filename())}),
-                    status.Error());
-    return bool{status};
+    return Saying(GetMsg(Msg::CannotPlaySound, {TextOf(result.filename())}),
+                  session.machine.Open(result.native(), result.parent_path()));
 }
 
 } // namespace kestrova

@@ -6,7 +6,7 @@ namespace kestrova
 {
 
 /// Encodes a wave that the person chooses, by the session's settings, into the program's own folder
-/// and opens it for listening. Shows its failure. False when there is nothing to listen to.
-bool TestMp3Sound(Session& session);
+/// and opens it for listening. `Stopped` when the person chose none, or passed it over.
+Status TestMp3Sound(Session& session);
 
 } // namespace kestrova

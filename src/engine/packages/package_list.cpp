@@ -22,38 +22,39 @@ std::chrono::milliseconds ListLimit(Unpacker unpacker, const Path& package)
 
 } // namespace
 
-bool ListZip(const Tools& tools, const Path& package, std::vector<PackageEntry>& entries,
-             ToolProgressState& state)
+Result<std::vector<PackageEntry>> ListZip(const Tools& tools, const Path& package,
+                                          const ToolProgressState& state)
 {
     const Path source = platform::AbsolutePath(ResolvePath(package));
     PackagePlan plan = PlanFor(tools, source, {});
-    return ListEntries(tools, plan, source, {}, entries, state);
+    return ListEntries(tools, plan, source, {}, state);
 }
 
-bool ListEntries(const Tools& tools, PackagePlan& plan, const Path& package,
-                 const std::string& namesAs, std::vector<PackageEntry>& entries,
-                 ToolProgressState& state)
+Result<std::vector<PackageEntry>> ListEntries(const Tools& tools, PackagePlan& plan,
+                                              const Path& package, const std::string& namesAs,
+                                              const ToolProgressState& state)
 {
-    entries.clear();
     const UnpackTool& unpacker = ToolOf(plan.unpacker);
+    ToolReport report;
     const auto list = [&](const std::string& page) {
         return RunToolBatch(tools, unpacker.tool, unpacker.list(package, page),
-                            ListLimit(unpacker.id, package), state);
+                            ListLimit(unpacker.id, package), state, report);
     };
-    bool listed = list(plan.page);
+    Status listed = list(plan.page);
     // Of some kinds the tool gives no name without being told a code page; in this one every byte
     // is a letter, so that the bytes can be had back.
     constexpr const char* allBytes = "CP437";
-    const bool nameless = !listed && !plan.isZip && plan.page.empty() && AsksForCodePage(state);
+    const bool nameless = !listed && !plan.isZip && plan.page.empty() && AsksForCodePage(report);
     if (nameless)
         listed = list(allBytes);
     if (!listed) {
-        JudgePackage(unpacker, package, state);
-        return false;
+        JudgePackage(unpacker, package, report);
+        return report.status.Error();
     }
+    std::vector<PackageEntry> entries;
     // A list of a million names takes longer than a window may stand still.
     RunOnAllCores(
-        1, [&](std::size_t) { entries = unpacker.parseList(state.output); },
+        1, [&](std::size_t) { entries = unpacker.parseList(report.output); },
         [&] { return state.progress == nullptr || (state.progress->Step(), true); });
     if (nameless)
         for (PackageEntry& entry : entries)
@@ -63,7 +64,7 @@ bool ListEntries(const Tools& tools, PackagePlan& plan, const Path& package,
     if (nameless && plan.page.empty())
         plan.page = allBytes;
     ReadNames(entries, plan.page);
-    return true;
+    return entries;
 }
 
 } // namespace kestrova

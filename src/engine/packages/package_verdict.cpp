@@ -21,20 +21,28 @@ bool Says(const std::string& words, std::string_view row)
     });
 }
 
-PackageFault FaultOf(const UnpackTool& unpacker, const ToolProgressState& state)
+/// What the tool wrote at its end, or the line with which it owns up to what it left out.
+std::string LastWords(const ToolReport& report)
+{
+    const Failure& failure = report.status.Error();
+    return failure.reason.empty() ? failure.details : failure.reason;
+}
+
+PackageFault FaultOf(const UnpackTool& unpacker, const ToolReport& report)
 {
     constexpr int lockedForUnzip = 82;
     constexpr int methodForUnzip = 81;
     constexpr int fullForUnzip = 50;
-    const int code = state.end.code;
+    const int code = report.end.code;
+    const std::string last = LastWords(report);
     // `unzip` names each file on its way; only what it leaves out is a complaint.
     const bool tar = unpacker.id == Unpacker::Bsdtar;
-    const std::string complaint = tar ? state.details : ComplaintIn(unpacker.tool, state.output);
+    const std::string complaint = tar ? last : ComplaintIn(unpacker.tool, report.output);
     if (code == lockedForUnzip || Says(complaint, ToolSays::Locked))
         return PackageFault::Locked;
     if (code == methodForUnzip || Says(complaint, ToolSays::Unknown))
         return PackageFault::Method;
-    if (Says(state.details, ToolSays::Clash))
+    if (Says(last, ToolSays::Clash))
         return PackageFault::Clash;
     if (tar && Says(complaint, ToolSays::LeadsOut))
         return PackageFault::LeadsOut;
@@ -71,21 +79,25 @@ Message WordsOf(PackageFault fault)
 
 } // namespace
 
-PackageFault JudgePackage(const UnpackTool& unpacker, const Path& package, ToolProgressState& state)
+PackageFault JudgePackage(const UnpackTool& unpacker, const Path& package, ToolReport& report)
 {
     PackageFault fault = PackageFault::Empty;
-    if (state.trouble == ToolTrouble::LeftOut || state.trouble == ToolTrouble::ExitCode)
-        fault = FaultOf(unpacker, state);
-    else if (state.trouble != ToolTrouble::NoOutput)
+    if (report.trouble == ToolTrouble::LeftOut || report.trouble == ToolTrouble::ExitCode)
+        fault = FaultOf(unpacker, report);
+    else if (report.trouble != ToolTrouble::NoOutput)
         return PackageFault::None;
-    state.details = state.error + std::string{lineBreak} + state.details;
-    state.error = GetMsg(WordsOf(fault), {TextOf(package.filename())});
+    Failure failure = report.status.Error();
+    failure.code = fault == PackageFault::NoRoom ? ErrorCode::NoSpace : ErrorCode::Damaged;
+    failure.details = LastWords(report);
+    failure.reason = std::move(failure.sentence);
+    failure.sentence = GetMsg(WordsOf(fault), {TextOf(package.filename())});
+    report.status = failure;
     return fault;
 }
 
-bool AsksForCodePage(const ToolProgressState& state)
+bool AsksForCodePage(const ToolReport& report)
 {
-    return Says(state.details, ToolSays::Names);
+    return !report.status && Says(LastWords(report), ToolSays::Names);
 }
 
 } // namespace kestrova

@@ -43,80 +43,106 @@ Result<Staging> StagingFor(const PackagePlan& plan, const Path& package, const P
     return staging ? Result<Staging>{Staging{*staging}} : staging.Error();
 }
 
-/// Holds what came out against what the package says of its files. False, with the words in the
-/// state, when some of it is wrong, unless what is whole is wanted and there is some.
-bool Prove(const PackagePlan& plan, const Path& package, const Path& staging,
-           const UnzipOptions& options, bool toolIsContent, ToolProgressState& state)
+Failure FailureOf(ErrorCode code, std::string sentence, std::string reason = {},
+                  std::string details = {})
+{
+    return {code, {}, std::move(reason), std::move(details), std::move(sentence)};
+}
+
+Failure StoppedByPerson(std::string details = {})
+{
+    return FailureOf(ErrorCode::Stopped, GetMsg(Msg::BreakUser), {}, std::move(details));
+}
+
+Failure DamagedOrLocked(const PackagePlan& plan, const Path& package)
+{
+    return FailureOf(ErrorCode::Damaged,
+                     GetMsg(plan.locked ? Msg::PackageLocked : Msg::PackageDamaged,
+                            {TextOf(package.filename())}));
+}
+
+/// Holds what came out against what the package says of its files. `byTool`: what the tool thinks
+/// of its work. Fails when some of it is wrong, unless what is whole is wanted and there is some.
+Status Prove(const PackagePlan& plan, const Path& package, const Path& staging,
+             const UnzipOptions& options, const Status& byTool, const ToolProgressState& state)
 {
     const auto proof = ProveUnpacked(
         staging, plan.files, [&] { return state.progress == nullptr || state.progress->Step(); });
+    if (!proof && proof.Error().code == ErrorCode::Stopped)
+        return StoppedByPerson();
     if (!proof)
-        return proof.Error().code == ErrorCode::Stopped
-                   ? state.Fail(ToolTrouble::Stopped, GetMsg(Msg::BreakUser), proof.Error().reason)
-                   : state.Fail(ToolTrouble::Content,
-                                GetMsg(Msg::PackageDamaged, {TextOf(package.filename())}),
-                                proof.Error().reason);
-    if (toolIsContent && proof->lacking.empty())
-        return true;
+        return FailureOf(ErrorCode::Damaged,
+                         GetMsg(Msg::PackageDamaged, {TextOf(package.filename())}),
+                         proof.Error().reason);
+    if (byTool && proof->lacking.empty())
+        return {};
     const bool tellsAll = std::all_of(plan.files.begin(), plan.files.end(),
                                       [](const PackedFile& file) { return file.checksum; });
     if (options.keepWhole && tellsAll && proof->whole > 0 && options.report != nullptr) {
         for (const Path& wrong : proof->wrong)
             (void)platform::Unlink(wrong); // one that stays shows when it is used
         options.report->lost = proof->lacking;
-        state.trouble = ToolTrouble::None;
-        state.error.clear();
-        return true;
+        return {};
     }
-    if (toolIsContent)
-        state.Fail(ToolTrouble::Content,
-                   GetMsg(plan.locked ? Msg::PackageLocked : Msg::PackageDamaged,
-                          {TextOf(package.filename())}),
-                   ShownNames(proof->lacking));
-    return false;
+    if (!byTool)
+        return byTool;
+    Failure failure = DamagedOrLocked(plan, package);
+    failure.details = ShownNames(proof->lacking);
+    return failure;
+}
+
+/// The tool's work in the staging folder, proved where it must be. `refusal`: the guard's words.
+Status FillStaging(const Tools& tools, const PackagePlan& plan, const Path& package,
+                   const Staging& place, const ToolWork& work, const UnzipOptions& options,
+                   const ToolProgressState& state, std::string& refusal)
+{
+    ToolReport report;
+    Status unpacked = place.isFilled ? Status{} : RunTool(tools, work, state, report);
+    const bool endedBadly = !unpacked && refusal.empty() && report.end.signal == 0 &&
+                            report.end.code != 0 && unpacked.Error().code != ErrorCode::Stopped;
+    const bool noRoom =
+        !unpacked && refusal.empty() &&
+        JudgePackage(ToolOf(plan.unpacker), package, report) == PackageFault::NoRoom;
+    unpacked = report.status;
+    if ((unpacked && plan.needsProof) || (endedBadly && options.keepWhole && !noRoom))
+        unpacked = Prove(plan, package, place.folder, options, unpacked, state);
+    // What came within the last moments was not looked at yet.
+    if (unpacked && options.guard != nullptr) {
+        refusal = options.guard->Look();
+        if (!refusal.empty())
+            return FailureOf(ErrorCode::Refused, refusal, {}, report.lastLines);
+    }
+    return unpacked;
 }
 
 /// Runs the tool into a staging folder and moves in what came, `always` or when the tool did its
 /// work.
-bool UnpackInto(const Tools& tools, const PackagePlan& plan, const Path& package,
-                const Path& folder, ToolWork work, const UnzipOptions& options,
-                const std::vector<PackageEntry>& entries, bool always, ToolProgressState& state)
+Status UnpackInto(const Tools& tools, const PackagePlan& plan, const Path& package,
+                  const Path& folder, ToolWork work, const UnzipOptions& options,
+                  const std::vector<PackageEntry>& entries, bool always,
+                  const ToolProgressState& state)
 {
     if (plan.locked && !options.keepWhole)
-        return state.Fail(ToolTrouble::Content,
-                          GetMsg(Msg::PackageLocked, {TextOf(package.filename())}), state.details);
+        return DamagedOrLocked(plan, package);
     const auto failed = [&](const Failure& failure) {
-        return state.Fail(ToolTrouble::Content,
-                          GetMsg(Msg::UnpackNotMoved, {TextOf(package.filename())}),
-                          failure.subject + ": " + failure.reason);
+        return FailureOf(failure.code, GetMsg(Msg::UnpackNotMoved, {TextOf(package.filename())}),
+                         failure.subject + ": " + failure.reason);
     };
     const auto place = StagingFor(plan, package, folder, options);
     if (!place)
         return failed(place.Error());
     const Path& staging = place->folder;
-    std::string stopped;
+    std::string refusal;
     if (options.guard != nullptr)
-        work.watch = [&] { return stopped = options.guard->Watch(); };
+        work.watch = [&] { return refusal = options.guard->Watch(); };
     const bool flatten = options.junkPaths && (always || CollideWhenFlat(entries));
-    const UnpackTool& unpacker = ToolOf(plan.unpacker);
     work.arguments =
-        unpacker.unpack({package, staging, options.junkPaths && !flatten, plan.page, plan.skip});
-    bool unpacked = place->isFilled || RunTool(tools, work, state);
-    const bool toolIsContent = unpacked;
-    const bool endedBadly = !unpacked && stopped.empty() && state.end.signal == 0 &&
-                            state.end.code != 0 && state.trouble != ToolTrouble::Stopped;
-    const bool noRoom = !unpacked && stopped.empty() &&
-                        JudgePackage(unpacker, package, state) == PackageFault::NoRoom;
-    if ((unpacked && plan.needsProof) || (endedBadly && options.keepWhole && !noRoom))
-        unpacked = Prove(plan, package, staging, options, toolIsContent, state);
-    // What came within the last moments was not looked at yet.
-    if (unpacked && options.guard != nullptr)
-        stopped = options.guard->Look();
-    if (unpacked && !stopped.empty())
-        state.Fail(ToolTrouble::Refused, stopped, state.details);
-    if (!stopped.empty() || !(unpacked || always)) {
+        ToolOf(plan.unpacker)
+            .unpack({package, staging, options.junkPaths && !flatten, plan.page, plan.skip});
+    Status unpacked = FillStaging(tools, plan, package, *place, work, options, state, refusal);
+    if (!refusal.empty() || !(unpacked || always)) {
         DropStaging(staging, false, state.progress);
-        return false;
+        return unpacked;
     }
     if (options.report != nullptr) {
         options.report->namesAs = plan.namesAs;
@@ -125,7 +151,7 @@ bool UnpackInto(const Tools& tools, const PackagePlan& plan, const Path& package
     }
     if (!MakePlain(staging, [&] { return state.progress == nullptr || state.progress->Step(); })) {
         DropStaging(staging, false, state.progress);
-        return state.Fail(ToolTrouble::Stopped, GetMsg(Msg::BreakUser), state.details);
+        return StoppedByPerson();
     }
     const auto placed = PlaceUnpacked(staging, folder, options.junkPaths, entries, state.progress);
     if (!placed) {
@@ -140,41 +166,43 @@ bool UnpackInto(const Tools& tools, const PackagePlan& plan, const Path& package
 
 } // namespace
 
-bool UnzipWithProgress(const Tools& tools, const Path& package, const Path& folder,
-                       const UnzipOptions& options, ToolProgressState& state)
+Status UnzipWithProgress(const Tools& tools, const Path& package, const Path& folder,
+                         const UnzipOptions& options, const ToolProgressState& state)
 {
     const Path source = platform::AbsolutePath(ResolvePath(package));
     const Path target = platform::AbsolutePath(ResolvePath(folder));
-    state.ClearReport();
-    if (const auto status = MakeFolders(target); !status)
-        return state.Fail(ToolTrouble::Content, GetMsg(Msg::CannotCreateFolder, {TextOf(target)}),
-                          status.Error().reason);
+    if (auto status = MakeFolders(target); !status)
+        return FailureOf(status.Error().code, GetMsg(Msg::CannotCreateFolder, {TextOf(target)}),
+                         status.Error().reason);
     if (!CleanFolder(target, options))
-        return state.Fail(ToolTrouble::Content,
-                          GetMsg(Msg::ErrorDeletingOldFiles) + TextOf(target));
+        return FailureOf(ErrorCode::CannotDelete,
+                         GetMsg(Msg::ErrorDeletingOldFiles) + TextOf(target));
     if (!state.quiet && state.progress != nullptr)
         state.progress->SetLabel(GetMsg(Msg::ExtractFileList) + TextOf(source.filename()));
     platform::File readable;
     if (const auto failure = platform::File::OpenForRead(source, readable))
-        return state.Fail(ToolTrouble::Content,
-                          GetMsg(Msg::PackageNotRead, {TextOf(source.filename())}),
-                          failure.message());
+        return FailureOf(ErrorCode::CannotOpen,
+                         GetMsg(Msg::PackageNotRead, {TextOf(source.filename())}),
+                         failure.message());
     PackagePlan plan = PlanFor(tools, source, options.namesAs);
     if (plan.locked && !options.keepWhole)
-        return state.Fail(ToolTrouble::Content,
-                          GetMsg(Msg::PackageLocked, {TextOf(source.filename())}));
+        return DamagedOrLocked(plan, source);
     std::vector<PackageEntry> entries;
-    if (plan.listed && options.guard != nullptr)
+    if (plan.listed && options.guard != nullptr) {
         entries = plan.entries;
-    else if (!ListEntries(tools, plan, source, options.namesAs, entries, state))
-        return false;
+    } else {
+        auto listed = ListEntries(tools, plan, source, options.namesAs, state);
+        if (!listed)
+            return listed.Error();
+        entries = std::move(*listed);
+    }
     // A list can be made to say less than what comes out; so can the directory, in another way.
     if (options.guard != nullptr) {
         std::string words = options.guard->Refuses(entries);
         if (words.empty())
             words = options.guard->Refuses(plan.entries);
         if (!words.empty())
-            return state.Fail(ToolTrouble::Refused, std::move(words), state.details);
+            return FailureOf(ErrorCode::Refused, std::move(words));
     }
     // The names in the directory are exact, those of the list are made harmless.
     if (plan.entries.size() == entries.size())
@@ -189,36 +217,33 @@ bool UnzipWithProgress(const Tools& tools, const Path& package, const Path& fold
     const UnpackTool& unpacker = ToolOf(plan.unpacker);
     const ToolWork work{.tool = unpacker.tool,
                         .parser = [&] { return GestioneUnzip(unpacker.marks, total); }};
-    const bool unpacked =
-        UnpackInto(tools, plan, source, target, work, options, entries, false, state);
+    Status unpacked = UnpackInto(tools, plan, source, target, work, options, entries, false, state);
     if (unpacked)
         ClearToolProgress(state);
     return unpacked;
 }
 
-bool UnzipQuick(const Tools& tools, Host& host, const Path& package, const Path& folder,
-                const UnzipOptions& options, ToolProgressState& state)
+Status UnzipQuick(const Tools& tools, const Path& package, const Path& folder,
+                  const UnzipOptions& options, const ToolProgressState& state)
 {
     const Path source = platform::AbsolutePath(ResolvePath(package));
     const Path target = platform::AbsolutePath(ResolvePath(folder));
     const Tool& usual = ToolOf(UnpackerOf(source)).tool;
-    if (FindTool(tools, usual).empty()) {
-        host.Tell(Tone::Error,
-                  GetMsg(Msg::UnzipProgramMissing, {lineBreak}) + TextOf(tools.programFolder),
-                  InstallHint(tools, usual));
-        return false;
-    }
+    if (FindTool(tools, usual).empty())
+        return FailureOf(ErrorCode::Missing,
+                         GetMsg(Msg::UnzipProgramMissing, {lineBreak}) +
+                             TextOf(tools.programFolder),
+                         InstallHint(tools, usual));
     if (!FileExists(source) || !FolderExists(target))
-        return false;
-    if (!CleanFolder(target, options)) {
-        host.Tell(Tone::Error, GetMsg(Msg::ErrorDeletingOldFiles) + TextOf(target));
-        return false;
-    }
+        return MakeFailure(ErrorCode::Missing, TextOf(FileExists(source) ? target : source));
+    if (!CleanFolder(target, options))
+        return FailureOf(ErrorCode::CannotDelete,
+                         GetMsg(Msg::ErrorDeletingOldFiles) + TextOf(target));
     const PackagePlan plan = PlanFor(tools, source, options.namesAs);
     // The caller looks for the files.
     (void)UnpackInto(tools, plan, source, target, {ToolOf(plan.unpacker).tool}, options, {}, true,
                      state);
-    return true;
+    return {};
 }
 
 } // namespace kestrova

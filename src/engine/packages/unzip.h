@@ -31,15 +31,15 @@ struct UnzipOptions {
 
 /// Unpacks, with the bar following the count of files; the folder is made when missing. All of the
 /// package comes in, made plain (`MakePlain`), two files of the same name under distinct ones, or
-/// nothing does, unless `keepWhole` is set. True on success; a failure is in the state.
-bool UnzipWithProgress(const Tools& tools, const Path& package, const Path& folder,
-                       const UnzipOptions& options, ToolProgressState& state);
+/// nothing does, unless `keepWhole` is set.
+Status UnzipWithProgress(const Tools& tools, const Path& package, const Path& folder,
+                         const UnzipOptions& options, const ToolProgressState& state);
 
-/// The same without a bar: True without a look at what happened, for callers that look for the
+/// The same without a bar: done without a look at what happened, for callers that look for the
 /// files they expect: what the tool brought comes in even where it failed, unless the guard ended
-/// it. A missing tool and files that cannot be deleted are told. False and silent when `package` or
-/// `folder` is not there.
-bool UnzipQuick(const Tools& tools, Host& host, const Path& package, const Path& folder,
-                const UnzipOptions& options, ToolProgressState& state);
+/// it. Fails for a missing tool, for files that cannot be deleted, and, without a sentence, when
+/// `package` or `folder` is not there.
+Status UnzipQuick(const Tools& tools, const Path& package, const Path& folder,
+                  const UnzipOptions& options, const ToolProgressState& state);
 
 } // namespace kestrova

@@ -3,9 +3,9 @@
 #include "core/file_kinds.h"
 #include "packages/package_tools.h"
 #include "platform/places.h"
+#include "session/telling.h"
 #include "words/common.h"
 #include "words/packages.h"
-#include "words/session.h"
 
 #include <algorithm>
 
@@ -54,54 +54,50 @@ PackRuns RunsFor(const std::vector<Path>& files)
 
 } // namespace
 
-bool ZipFolder(const Tools& tools, Host& host, const Path& zip, const Path& folder,
-               ToolProgressState& state)
+Status ZipFolder(const Tools& tools, const Path& zip, const Path& folder,
+                 const ToolProgressState& state)
 {
     const PackTool& packer = ZipTool();
-    if (FindTool(tools, packer.tool).empty()) {
-        state.Fail(ToolTrouble::Missing, {});
-        host.Tell(Tone::Error, GetMsg(Msg::ZipProgramMissing) + TextOf(tools.programFolder),
-                  InstallHint(tools, packer.tool));
-        return false;
-    }
+    if (FindTool(tools, packer.tool).empty())
+        return Failure{ErrorCode::Missing,
+                       TextOf(tools.programFolder),
+                       InstallHint(tools, packer.tool),
+                       {},
+                       GetMsg(Msg::ZipProgramMissing) + TextOf(tools.programFolder)};
     const Path target = platform::AbsolutePath(ResolvePath(zip));
     const Path source = platform::AbsolutePath(ResolvePath(folder));
-    if (const auto status = DeleteFile(target); !status)
-        return state.Fail(ToolTrouble::Content, GetMsg(Msg::ErrorRemovingFile) + TextOf(target),
-                          status.Error().reason);
+    if (auto status = DeleteFile(target); !status)
+        return Saying(GetMsg(Msg::ErrorRemovingFile) + TextOf(target), status);
     const auto listed = ListFiles(source, OnDisk::PatAllFiles);
     if (!listed)
-        return state.Fail(ToolTrouble::Content,
-                          GetMsg(Msg::FolderNotRead, {listed.Error().subject}),
-                          listed.Error().reason);
+        return FolderNotRead(listed.Error());
     const std::vector<Path>& files = *listed;
     const PackRuns runs = RunsFor(files);
 
     ToolWork work{.tool = packer.tool,
                   .parser = [&] { return GestioneZip(packer.marks, files.size()); },
                   .folder = source};
-    bool packed = true;
+    ToolReport report;
+    Status packed;
     if (!runs.list.empty() || files.empty()) {
         work.arguments = packer.pack(target, {});
         work.input = runs.list;
-        packed = RunTool(tools, work, state);
+        packed = RunTool(tools, work, state, report);
         // The zip appears under its name when all is in it.
-        if (!packed && FileExists(target)) {
-            packed = true;
-            state.trouble = ToolTrouble::None;
-            state.error.clear();
-        }
+        if (!packed && FileExists(target))
+            packed = {};
     }
     work.input.reset();
     for (const auto& names : runs.others) {
         work.arguments = packer.pack(target, names);
-        packed = packed && RunTool(tools, work, state);
+        if (packed)
+            packed = RunTool(tools, work, state, report);
     }
     ClearToolProgress(state);
     if (!packed && FileExists(target))
         (void)DeleteFile(target); // some of the files lack; the failure that is told says so
     if (packed && !FileExists(target))
-        return state.Fail(ToolTrouble::NoOutput, state.output, state.details);
+        return Failure{ErrorCode::NotDone, {}, {}, report.lastLines, report.output};
     return packed;
 }
 

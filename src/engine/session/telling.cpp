@@ -23,7 +23,7 @@ void TellFailure(Host& host, const Failure& failure)
         return;
     Failure rest = failure;
     rest.sentence.clear();
-    TellFailure(host, failure.sentence, rest);
+    TellFailure(host, failure.sentence.empty() ? failure.subject : failure.sentence, rest);
 }
 
 bool DoneOrTold(Host& host, const Status& status)

@@ -54,7 +54,8 @@ void Hear(const WatchedRun& watched)
 }
 
 /// Starts what the order says and runs it to its end.
-bool RunOrder(ToolOrder order, const std::function<std::string()>& watch, ToolProgressState& state)
+Status RunOrder(ToolOrder order, const std::function<std::string()>& watch,
+                const ToolProgressState& state, ToolReport& report)
 {
     ToolRun run{std::move(order)};
     if (run.Start()) {
@@ -63,26 +64,25 @@ bool RunOrder(ToolOrder order, const std::function<std::string()>& watch, ToolPr
         const WatchedRun watched{run, state.progress, state.quiet, state.tell, watch};
         RunToEnds({&watched, 1});
     }
-    static_cast<ToolReport&>(state) = run.Report();
-    return state.trouble == ToolTrouble::None;
+    report = run.Report();
+    return report.status;
 }
 
-/// The order for a tool, or nothing with the words in the state; `missing` is said of one that is
-/// not there.
-std::optional<ToolOrder> OrderOrWords(const Tools& tools, const ToolWork& work, Message missing,
-                                      ToolProgressState& state)
+/// The order for a tool; `missing` is said of one that is not there.
+Result<ToolOrder> OrderInWords(const Tools& tools, const ToolWork& work, Message missing,
+                               ToolReport& report)
 {
-    state.ClearReport();
+    report = {};
     auto order = OrderOf(tools, work);
     if (order)
-        return std::move(*order);
+        return order;
     const Failure& failure = order.Error();
-    if (failure.code == ErrorCode::Missing)
-        state.Fail(ToolTrouble::Missing, GetMsg(missing, {failure.subject}), failure.reason);
-    else
-        state.Fail(ToolTrouble::NotStarted, GetMsg(Msg::ErrorExecutingUtility) + failure.subject,
-                   failure.reason);
-    return {};
+    const bool isMissing = failure.code == ErrorCode::Missing;
+    report.Fail(isMissing ? ToolTrouble::Missing : ToolTrouble::NotStarted,
+                isMissing ? GetMsg(missing, {failure.subject})
+                          : GetMsg(Msg::ErrorExecutingUtility) + failure.subject,
+                failure.reason);
+    return report.status.Error();
 }
 
 } // namespace
@@ -108,48 +108,51 @@ void RunToEnds(std::span<const WatchedRun> runs)
     }
 }
 
-bool RunTool(const Tools& tools, const ToolWork& work, ToolProgressState& state)
+Status RunTool(const Tools& tools, const ToolWork& work, const ToolProgressState& state,
+               ToolReport& report)
 {
-    auto order = OrderOrWords(tools, work, Msg::UtilityMissing, state);
-    return order && RunOrder(std::move(*order), work.watch, state);
+    auto order = OrderInWords(tools, work, Msg::UtilityMissing, report);
+    return order ? RunOrder(std::move(*order), work.watch, state, report) : order.Error();
 }
 
-bool RunToolBatch(const Tools& tools, const Tool& tool, const ToolArguments& arguments,
-                  milliseconds limit, ToolProgressState& state)
+Status RunToolBatch(const Tools& tools, const Tool& tool, const ToolArguments& arguments,
+                    milliseconds limit, const ToolProgressState& state, ToolReport& report)
 {
-    auto order = OrderOrWords(tools, {tool, arguments}, Msg::MissingUtility, state);
+    auto order = OrderInWords(tools, {tool, arguments}, Msg::MissingUtility, report);
     if (!order)
-        return false;
+        return order.Error();
     order->notStarted = GetMsg(Msg::ErrorLaunchingShell);
     order->output = ToolOrder::Output::Whole;
     order->limit = limit;
     order->silence.reset();
-    return RunOrder(std::move(*order), {}, state);
+    return RunOrder(std::move(*order), {}, state, report);
 }
 
-bool RunAndWait(const Tools& tools, const Path& program, const ToolArguments& arguments,
-                ToolProgressState& state)
+Status RunAndWait(const Tools& tools, const Path& program, const ToolArguments& arguments,
+                  const ToolProgressState& state, ToolReport& report)
 {
-    state.ClearReport();
+    report = {};
     const Path place = platform::AbsolutePath(ResolvePath(program));
     ToolOrder order;
     order.name = TextOf(place.filename());
     order.notStarted = GetMsg(Msg::ErrorExecutingUtility) + TextOf(place);
     auto launch = LaunchOf(tools, place, arguments);
-    if (!launch)
-        return state.Fail(ToolTrouble::NotStarted, order.notStarted, launch.Error().reason);
+    if (!launch) {
+        report.Fail(ToolTrouble::NotStarted, order.notStarted, launch.Error().reason);
+        return report.status;
+    }
     order.launch = std::move(*launch);
-    return RunOrder(std::move(order), {}, state);
+    return RunOrder(std::move(order), {}, state, report);
 }
 
-bool ShellAndWait(const Tools& tools, const std::string& commandLine, ToolProgressState& state)
+Status ShellAndWait(const Tools& tools, const std::string& commandLine,
+                    const ToolProgressState& state, ToolReport& report)
 {
-    state.ClearReport();
     ToolOrder order;
     order.launch = {{"/bin/sh", "-c", commandLine}, tools.programFolder, {}};
     order.name = commandLine;
     order.notStarted = GetMsg(Msg::ErrorLaunchingShell);
-    return RunOrder(std::move(order), {}, state);
+    return RunOrder(std::move(order), {}, state, report);
 }
 
 void SetProgressPercent(ProgressScope* progress, std::uint64_t total, std::uint64_t value)

@@ -8,17 +8,14 @@
 namespace kestrova
 {
 
-/// What a run is given and what it leaves. The caller fills the first three before a run.
-struct ToolProgressState : ToolReport {
+/// Who watches a run.
+struct ToolProgressState {
     explicit ToolProgressState(ProgressScope* scope = nullptr) : progress(scope) {}
 
     ProgressScope* progress; ///< its label and bar follow the tool; its Stop ends it
     bool quiet = false;      ///< the label is neither written nor emptied; the bar still
     /// Says what the person has to know at once.
     std::function<void(const std::string& text)> tell{};
-
-    /// Nothing is left of a run before.
-    void ClearReport() { static_cast<ToolReport&>(*this) = {}; }
 };
 
 /// A started run in the loop, and who hears of it.
@@ -36,21 +33,25 @@ struct WatchedRun {
 void RunToEnds(std::span<const WatchedRun> runs);
 
 /// Runs a tool and reads its lines as they come. A tool that has been silent for as long as its row
-/// allows is stopped. True when the tool ended by itself and its row takes that end for work done.
-bool RunTool(const Tools& tools, const ToolWork& work, ToolProgressState& state);
+/// allows is stopped. Done when the tool ended by itself and its row takes that end for work done.
+/// `report` is new in any case, and holds the answer too.
+Status RunTool(const Tools& tools, const ToolWork& work, const ToolProgressState& state,
+               ToolReport& report);
 
 /// Runs a tool with a time limit and takes all that it wrote to its standard output, LF as line
 /// ends where it wrote no CRLF counted as CRLF.
-bool RunToolBatch(const Tools& tools, const Tool& tool, const ToolArguments& arguments,
-                  std::chrono::milliseconds limit, ToolProgressState& state);
+Status RunToolBatch(const Tools& tools, const Tool& tool, const ToolArguments& arguments,
+                    std::chrono::milliseconds limit, const ToolProgressState& state,
+                    ToolReport& report);
 
-/// Runs any program in its own folder, a Windows program through Wine, without a limit. True when
-/// it was started and nobody stopped it, however it ended; `state.end` tells that.
-bool RunAndWait(const Tools& tools, const Path& program, const ToolArguments& arguments,
-                ToolProgressState& state);
+/// Runs any program in its own folder, a Windows program through Wine, without a limit. Done when
+/// it was started and nobody stopped it, however it ended; `report.end` tells that.
+Status RunAndWait(const Tools& tools, const Path& program, const ToolArguments& arguments,
+                  const ToolProgressState& state, ToolReport& report);
 
 /// The same for a command line that the system's shell reads, in the program's folder.
-bool ShellAndWait(const Tools& tools, const std::string& commandLine, ToolProgressState& state);
+Status ShellAndWait(const Tools& tools, const std::string& commandLine,
+                    const ToolProgressState& state, ToolReport& report);
 
 /// The bar shows the whole percent of `value` in `total`, a value beyond it counted as all.
 void SetProgressPercent(ProgressScope* progress, std::uint64_t total, std::uint64_t value);

@@ -21,14 +21,28 @@ constexpr std::size_t mostOutput = std::size_t{256} << 20;
 /// Enough for the last lines.
 constexpr std::size_t tailSize = 8192;
 
+ErrorCode CodeOf(ToolTrouble trouble)
+{
+    switch (trouble) {
+    case ToolTrouble::Missing:
+        return ErrorCode::Missing;
+    case ToolTrouble::NotStarted:
+        return ErrorCode::CannotOpen;
+    case ToolTrouble::Stopped:
+        return ErrorCode::Stopped;
+    case ToolTrouble::Refused:
+        return ErrorCode::Refused;
+    default:
+        return ErrorCode::NotDone;
+    }
+}
+
 } // namespace
 
-bool ToolReport::Fail(ToolTrouble why, std::string words, std::string beside)
+void ToolReport::Fail(ToolTrouble why, std::string sentence, std::string reason)
 {
     trouble = why;
-    error = std::move(words);
-    details = std::move(beside);
-    return false;
+    status = Failure{CodeOf(why), {}, std::move(reason), lastLines, std::move(sentence)};
 }
 
 Result<ToolOrder> OrderOf(const Tools& tools, const ToolWork& work)
@@ -64,14 +78,16 @@ ToolRun::ToolRun(ToolOrder order)
 {
 }
 
-bool ToolRun::Start()
+Status ToolRun::Start()
 {
     const bool joined = order_.output != ToolOrder::Output::Whole;
-    if (const auto failure = child_.Start(order_.launch, {order_.input, joined}))
-        return report_.Fail(ToolTrouble::NotStarted, order_.notStarted, failure.message());
+    if (const auto failure = child_.Start(order_.launch, {order_.input, joined})) {
+        report_.Fail(ToolTrouble::NotStarted, order_.notStarted, failure.message());
+        return report_.status;
+    }
     phase_ = Phase::Running;
     start_ = lastWord_ = Clock::now();
-    return true;
+    return {};
 }
 
 bool ToolRun::Poll(const LineShower& show)
@@ -173,7 +189,9 @@ bool ToolRun::End()
         child_.Kill();
     phase_ = Phase::Gone;
     report_.end = child_.Finish();
-    report_.details = LastLines(tail_);
+    report_.lastLines = LastLines(tail_);
+    if (!report_.status)
+        report_.Fail(report_.trouble, report_.status.Error().sentence);
     if (order_.output == ToolOrder::Output::Lines)
         report_.output = splitter_.Output();
     else if (report_.output.find(lineBreak) == std::string::npos)
@@ -187,18 +205,17 @@ void ToolRun::Judge()
 {
     const platform::ChildEnd& end = report_.end;
     const std::string& name = order_.name;
-    const std::string& last = report_.details;
     if (end.signal != 0)
         report_.Fail(ToolTrouble::Signal,
-                     GetMsg(Msg::ToolEndedBySignal, {name, std::to_string(end.signal)}), last);
+                     GetMsg(Msg::ToolEndedBySignal, {name, std::to_string(end.signal)}));
     else if (end.code > order_.tool->worstSuccess)
         report_.Fail(ToolTrouble::ExitCode,
-                     GetMsg(Msg::ToolEndedWithCode, {name, std::to_string(end.code)}), last);
+                     GetMsg(Msg::ToolEndedWithCode, {name, std::to_string(end.code)}));
     else if (const std::string complaint = ComplaintIn(*order_.tool, report_.output);
              !complaint.empty())
         report_.Fail(ToolTrouble::LeftOut, GetMsg(Msg::ToolLeftOut, {name}), ShownLine(complaint));
     else if (order_.output == ToolOrder::Output::Whole && report_.output.empty())
-        report_.Fail(ToolTrouble::NoOutput, GetMsg(Msg::NoTextOnOutput), last);
+        report_.Fail(ToolTrouble::NoOutput, GetMsg(Msg::NoTextOnOutput));
 }
 
 } // namespace kestrova

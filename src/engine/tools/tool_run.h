@@ -26,14 +26,14 @@ enum class ToolTrouble {
 
 /// What a run leaves.
 struct ToolReport {
-    std::string output;       ///< what it printed, as the order wanted it
-    ToolTrouble trouble{};    ///< why the run failed
-    std::string error;        ///< the same in words; empty when it did not fail
-    std::string details;      ///< the program's last lines, to be shown beside the error
+    std::string output{};     ///< what it printed, as the order wanted it
+    std::string lastLines{};  ///< of all that it printed
     platform::ChildEnd end{}; ///< how the program ended; 0 when it was never started
+    ToolTrouble trouble{};    ///< why the run failed
+    Status status{};          ///< the same for whoever goes on; the last lines are its details
 
-    /// Answers False.
-    bool Fail(ToolTrouble why, std::string words, std::string beside = {});
+    /// Notes that it failed, and why in words.
+    void Fail(ToolTrouble why, std::string sentence, std::string reason = {});
 };
 
 /// One use of a tool.
@@ -85,8 +85,8 @@ public:
 
     explicit ToolRun(ToolOrder order);
 
-    /// Once in an object's life. False when the start itself fails; the report says why.
-    bool Start();
+    /// Once in an object's life.
+    Status Start();
 
     /// Takes what the child has written, and looks at its limits; does not wait. False once the
     /// child is gone, and the report whole.

@@ -158,9 +158,9 @@ bool ConvertSounds(Run& run, std::vector<Path> given, AudioKind kind)
     const std::vector<Path> files = LeaveOutKept(run, given, folder, kind);
     AudioBatch batch{run.session, files, folder, kind};
     batch.Protect(given);
-    const bool done = batch.Run();
-    if (!done && !batch.Refused())
-        run.session.host.Tell(Tone::Error, GetMsg(Msg::FailedConversion) + batch.StatusText());
+    const Status done = batch.Run();
+    if (!done && done.Error().code != ErrorCode::Refused)
+        TellFailure(run.session.host, ConversionFailed(Msg::FailedConversion, done.Error()));
     if (isNew && batch.Converted().empty())
         (void)platform::RemoveFolder(folder); // only when nothing was put into it
     if (run.json != nullptr)

@@ -221,8 +221,8 @@ bool AudioTool::Convert(AudioKind kind)
         files.push_back(work_ / row.name);
     AudioBatch batch{session_, files, target_, kind};
     batch.Protect(origins_);
-    if (!batch.Run()) {
-        session_.host.Tell(Tone::Error, GetMsg(Msg::FailedConversion) + batch.StatusText());
+    if (const auto done = batch.Run(); !done) {
+        TellFailure(session_.host, ConversionFailed(Msg::FailedConversion, done.Error()));
         Refresh();
         return false;
     }

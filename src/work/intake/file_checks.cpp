@@ -19,7 +19,8 @@ StepAnswer DecodeSounds(Intake& intake)
     // What the archive stored itself stays as it is: every further coding would cost quality.
     std::vector<Path> fresh = draft.files;
     std::erase_if(fresh, [&](const Path& file) { return draft.opened.IsUnchanged(file); });
-    if (!DecodeLevelMp3(intake.session, draft.workFolder, fresh, false, false))
+    if (!DoneOrTold(intake.session.host,
+                    DecodeLevelMp3(intake.session, draft.workFolder, fresh, false, false)))
         return StepAnswer::Refused;
     draft.report.stopped = false;
     if (!RefreshFiles(intake))

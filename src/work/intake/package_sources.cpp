@@ -55,14 +55,11 @@ Status Unpack(Host& host, Machine& machine, const Tools& tools, const Path& pack
     options.report = &unpacked;
     options.keepStaging = true;
     options.keepWhole = source.keepWhole;
-    const bool done = UnzipWithProgress(tools, package, folder, options, state);
+    const Status done = UnzipWithProgress(tools, package, folder, options, state);
     report.came.entries += guard.Came().entries;
     report.came.bytes += guard.Came().bytes;
-    if (!done) {
-        if (state.trouble == ToolTrouble::Stopped)
-            return MakeFailure(ErrorCode::Stopped, TextOf(package));
-        return Failure{ErrorCode::Damaged, state.error, state.details};
-    }
+    if (!done)
+        return done;
     if (!unpacked.namesAs.empty())
         report.namesAs = unpacked.namesAs;
     const auto append = [](std::vector<std::string>& to, const std::vector<std::string>& from) {

@@ -42,10 +42,11 @@ void TellReport(Host& host, const SourceReport& report)
 
 void TellSourceFailure(Host& host, const std::string& text, const Failure& failure)
 {
-    if (failure.code == ErrorCode::Damaged)
-        host.Tell(Tone::Error, text + std::string{lineBreak} + failure.subject, failure.reason);
-    else
+    if (failure.sentence.empty())
         TellFailure(host, text, failure);
+    else
+        host.Tell(Tone::Error, text + std::string{lineBreak} + failure.sentence, failure.reason,
+                  failure.details);
 }
 
 } // namespace kestrova

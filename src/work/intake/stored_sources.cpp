@@ -29,17 +29,16 @@ Failure Refusal(const Failure& failure, const Path& stored, const ExpandLimit& l
 {
     const std::string source = TextOf(limit.source.filename());
     const std::string details = failure.subject + ": " + failure.reason;
+    const auto said = [&](std::string sentence) {
+        return Failure{failure.code, TextOf(stored), details, {}, std::move(sentence)};
+    };
     if (failure.code == ErrorCode::Damaged)
-        return {failure.code, GetMsg(Msg::StoredFormDamaged, {TextOf(stored.filename()), source}),
-                details};
+        return said(GetMsg(Msg::StoredFormDamaged, {TextOf(stored.filename()), source}));
     if (failure.code == ErrorCode::NoSpace && beyondLimit)
-        return {ErrorCode::Damaged,
-                GetMsg(Msg::UnpackTooBig,
-                       {source, SizeText(FileSize(limit.source)), SizeText(limit.most)}),
-                details};
+        return said(GetMsg(Msg::UnpackTooBig,
+                           {source, SizeText(FileSize(limit.source)), SizeText(limit.most)}));
     if (failure.code == ErrorCode::NoSpace)
-        return {ErrorCode::Damaged,
-                GetMsg(Msg::StoredFormNoRoom, {TextOf(stored.filename()), source}), details};
+        return said(GetMsg(Msg::StoredFormNoRoom, {TextOf(stored.filename()), source}));
     return failure;
 }
 

@@ -254,11 +254,9 @@ bool Pack(Host& host, const Tools& tools, const Path& target, const Path& folder
     const Path staged = StagedNameFor(target).native() + std::string{OnDisk::EndingZip};
     ToolProgressState state{&progress};
     state.tell = [&](const std::string& text) { host.Tell(Tone::Plain, text); };
-    bool packed = ZipFolder(tools, host, staged, folder, state);
+    Status packed = ZipFolder(tools, staged, folder, state);
     if (packed)
-        if (const auto marked = MarkUtf8Names(staged); !marked)
-            packed =
-                state.Fail(ToolTrouble::Content, marked.Error().subject, marked.Error().reason);
+        packed = MarkUtf8Names(staged);
     if (packed) {
         const platform::FileFacts old = platform::FactsOf(target);
         auto failure = old.kind == platform::FileKind::File ? platform::SetMode(staged, old.mode)
@@ -266,18 +264,18 @@ bool Pack(Host& host, const Tools& tools, const Path& target, const Path& folder
         if (!failure)
             failure = platform::Rename(staged, target);
         if (failure)
-            packed = state.Fail(ToolTrouble::Content, TextOf(target), failure.message());
+            packed = MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
     }
-    if (!packed) {
-        (void)DeleteFile(staged); // unlisted, and of no use to anybody
-        if (state.trouble == ToolTrouble::Stopped)
-            return TellStopped(host);
-        if (state.trouble != ToolTrouble::Missing) // which was told
-            host.Tell(Tone::Error,
-                      GetMsg(Msg::ExportErrorZipping) + std::string{lineBreak} + state.error,
-                      state.details);
-    }
-    return packed;
+    if (packed)
+        return true;
+    (void)DeleteFile(staged); // unlisted, and of no use to anybody
+    Failure failure = packed.Error();
+    if (failure.code == ErrorCode::Stopped)
+        return TellStopped(host);
+    if (failure.code != ErrorCode::Missing) // a tool that lacks has words of its own
+        failure.sentence = GetMsg(Msg::ExportErrorZipping) + std::string{lineBreak} +
+                           (failure.sentence.empty() ? failure.subject : failure.sentence);
+    return DoneOrTold(host, failure);
 }
 
 } // namespace

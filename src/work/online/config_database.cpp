@@ -90,16 +90,15 @@ Status UnpackConfig(Host& host, Machine& machine, const Tools& tools, const Path
     progress->AllowStop();
     ToolProgressState state{progress.get()};
     state.tell = [&](const std::string& text) { host.Tell(Tone::Plain, text); };
-    std::vector<PackageEntry> entries;
-    const auto failed = [&] { return Failure{ErrorCode::CannotRead, {}, state.error}; };
-    if (!ListZip(tools, package, entries, state))
-        return failed();
-    if (!BringsConfig(entries))
+    const auto entries = ListZip(tools, package, state);
+    if (!entries)
+        return entries.Error();
+    if (!BringsConfig(*entries))
         return Failure{ErrorCode::Missing, {}, GetMsg(Msg::OnlineNoConfig)};
     UnpackGuard guard{machine, package, working};
     UnzipOptions options;
     options.guard = &guard;
-    return UnzipWithProgress(tools, package, working, options, state) ? Status{} : failed();
+    return UnzipWithProgress(tools, package, working, options, state);
 }
 
 /// Copies a plain configuration file to its place in the level.
@@ -117,7 +116,9 @@ Status PlaceConfig(const Path& file, const Path& working)
 std::string ReasonOf(const Downloaded& downloaded, const Failure& failure)
 {
     const std::string answer = AnswerWords(downloaded);
-    return answer.empty() ? failure.reason : answer;
+    if (!answer.empty())
+        return answer;
+    return failure.sentence.empty() ? failure.reason : failure.sentence;
 }
 
 bool Fetch(Host& host, Machine& machine, const Folders& folders, const Tools& tools,

@@ -31,12 +31,13 @@ Result<std::string> LevelIn(Host& host, Machine& machine, const Folders& folders
     const auto progress = host.BeginProgress(
         ProgressWindow::Progress, GetMsg(Msg::OnlineUnzipping, {TextOf(package.filename())}));
     progress->AllowStop();
-    ToolProgressState state{progress.get()};
     UnpackGuard guard{machine, package, place.Folder()};
     UnzipOptions options;
     options.guard = &guard;
-    if (!UnzipWithProgress(tools, package, place.Folder(), options, state))
-        return Failure{ErrorCode::CannotRead, TextOf(package), state.error};
+    if (const auto unpacked = UnzipWithProgress(tools, package, place.Folder(), options,
+                                                ToolProgressState{progress.get()});
+        !unpacked)
+        return Failure{ErrorCode::CannotRead, TextOf(package), unpacked.Error().sentence};
     const auto bytes = ReadFileIfThere(LevelConfigPath(place.Folder()));
     if (!bytes)
         return bytes.Error();

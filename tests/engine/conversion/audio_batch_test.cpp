@@ -35,9 +35,9 @@ struct SoundBox : ToolBox {
     std::string Mp3(std::size_t frames = 44100)
     {
         Write("make.wav", ToneWave({}, frames));
-        ToolProgressState state;
-        EXPECT_TRUE(EncodeMp3(ToolsOf(session), session.mp3Settings, root / "make.wav",
-                              root / "make.mp3", state))
+        ToolWatch state;
+        EXPECT_TRUE(state.Done(EncodeMp3(ToolsOf(session), session.mp3Settings, root / "make.wav",
+                                         root / "make.mp3", state)))
             << state.error;
         std::filesystem::remove(root / "make.wav");
         std::string bytes = Read("make.mp3");
@@ -48,11 +48,11 @@ struct SoundBox : ToolBox {
     bool Run(AudioKind kind, const Path& folder, std::string* status = nullptr)
     {
         AudioBatch batch{session, In(), folder, kind};
-        const bool done = batch.Run();
+        const Status done = batch.Run();
         converted = batch.Converted().size();
         if (status != nullptr)
-            *status = batch.StatusText();
-        return done;
+            *status = done ? "" : done.Error().sentence;
+        return bool{done};
     }
     std::size_t converted = 0;
 };
@@ -252,8 +252,8 @@ TEST(Mp3Tools, ATagThatTellsOfMoreThanThereIsHidesNoSound)
 {
     SoundBox box;
     box.Write("a.mp3", std::string("ID3\3\0\0\x7F\0\0\0", 10) + std::string(100, '\0') + box.Mp3());
-    ToolProgressState state;
-    ASSERT_TRUE(DecodeMp3(ToolsOf(box.session), box / "a.mp3", box / "a.wav", state))
+    ToolWatch state;
+    ASSERT_TRUE(state.Done(DecodeMp3(ToolsOf(box.session), box / "a.mp3", box / "a.wav", state)))
         << state.error;
     EXPECT_GT(FileSize(box / "a.wav"), 22050U * 4) << "the encoder lowers the rate";
     EXPECT_EQ(box.Snapshot("").size(), 2U);
@@ -297,11 +297,12 @@ std::string Mp3WithChecksums(const SoundBox& box, const std::function<void(std::
 TEST(Mp3Tools, FramesWithAWrongChecksumAreHeardAndWhatCannotBeHeardIsRefused)
 {
     SoundBox box;
-    ToolProgressState state;
+    ToolWatch state;
     const auto decode = [&](const std::string& mp3) {
         box.Write("in/a.mp3", mp3);
         std::filesystem::remove(box / "in/a.wav");
-        return DecodeMp3(ToolsOf(box.session), box / "in/a.mp3", box / "in/a.wav", state);
+        return state.Done(
+            DecodeMp3(ToolsOf(box.session), box / "in/a.mp3", box / "in/a.wav", state));
     };
     ASSERT_TRUE(decode(Mp3WithChecksums(box, [](std::span<char>) {}))) << state.error;
     const float loudest = LoudestOf(box / "in/a.wav");
@@ -330,7 +331,7 @@ TEST(Mp3Tools, FramesWithAWrongChecksumAreHeardAndWhatCannotBeHeardIsRefused)
                            "n=$((n+1)); done");
     EXPECT_FALSE(decode(Mp3WithChecksums(box, [](std::span<char>) {})));
     EXPECT_NE(state.error.find("parts of the sound came out silent"), std::string::npos)
-        << state.error << state.output;
+        << state.error << state.report.output;
     EXPECT_FALSE(box.Has("in/a.wav"));
 }
 
@@ -383,8 +384,9 @@ TEST(AudioBatch, ACutWaveIsToldOfAndASourceIsNeverReplaced)
     for (const char* folder : {"in", "same"}) {
         AudioBatch batch{box.session, {box / "in/whole.wav"}, box / folder, AudioKind::Adpcm};
         batch.Protect({box / "in/whole.wav"});
-        EXPECT_FALSE(batch.Run());
-        EXPECT_TRUE(batch.Refused());
+        const Status done = batch.Run();
+        ASSERT_FALSE(done);
+        EXPECT_EQ(done.Error().code, ErrorCode::Refused);
         EXPECT_TRUE(box.host.WasTold("'whole.wav' would be written over itself"));
     }
     EXPECT_EQ(box.Snapshot("in"), before);
@@ -393,18 +395,21 @@ TEST(AudioBatch, ACutWaveIsToldOfAndASourceIsNeverReplaced)
 TEST(Mp3Tools, WhatNeedsAStandardWaveOrAnMp3SaysSo)
 {
     SoundBox box;
-    ToolProgressState state;
+    ToolWatch state;
     box.Write("mono.wav", ToneWave({1, 22050, 16, 1}, 3000));
-    EXPECT_FALSE(EncodeMp3(ToolsOf(box.session), box.session.mp3Settings, box / "mono.wav",
-                           box / "x.mp3", state));
+    EXPECT_FALSE(state.Done(EncodeMp3(ToolsOf(box.session), box.session.mp3Settings,
+                                      box / "mono.wav", box / "x.mp3", state)));
     EXPECT_EQ(state.error, "Error: file 'mono.wav' is not standard waw 44100 stereo 16 bits");
-    EXPECT_FALSE(DecodeMp3(ToolsOf(box.session), box / "none.mp3", box / "x.wav", state));
+    EXPECT_FALSE(
+        state.Done(DecodeMp3(ToolsOf(box.session), box / "none.mp3", box / "x.wav", state)));
     EXPECT_EQ(state.error, "Mp3 file not found in: " + (box / "none.mp3").native());
     box.Write("wave.mp3", ToneWave({}, 3000));
-    EXPECT_FALSE(DecodeMp3(ToolsOf(box.session), box / "wave.mp3", box / "x.wav", state));
+    EXPECT_FALSE(
+        state.Done(DecodeMp3(ToolsOf(box.session), box / "wave.mp3", box / "x.wav", state)));
     EXPECT_EQ(state.error, GetMsg(Msg::Mp3IsWave));
     box.Write("b.mp3", box.Mp3(3000));
-    EXPECT_FALSE(DecodeMp3(ToolsOf(box.session), box / "b.mp3", box / "nowhere/x.wav", state));
+    EXPECT_FALSE(
+        state.Done(DecodeMp3(ToolsOf(box.session), box / "b.mp3", box / "nowhere/x.wav", state)));
     EXPECT_FALSE(state.error.empty());
     EXPECT_FALSE(box.Has("x.mp3") || box.Has("x.wav"));
     // The tools' own switches.

@@ -46,22 +46,22 @@ class HostilePackages : public ::testing::Test
 protected:
     ToolBox box;
     SteppedProgress progress;
-    ToolProgressState state{&progress};
+    ToolWatch state{&progress};
 
     HostilePackages() { box.UseRealTools(); }
 
     bool Unzip(const std::string& package, const std::string& folder, bool junk = false,
                UnpackGuard* guard = nullptr)
     {
-        return UnzipWithProgress(ToolsOf(box.session), box / package, box / folder,
-                                 {junk, false, guard}, state);
+        return state.Done(UnzipWithProgress(ToolsOf(box.session), box / package, box / folder,
+                                            {junk, false, guard}, state));
     }
     void Shell(const std::string& script)
     {
-        ToolProgressState own;
-        ASSERT_TRUE(
-            ShellAndWait(ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own));
-        ASSERT_EQ(own.end.code, 0) << own.details;
+        ToolWatch own;
+        ASSERT_TRUE(own.Done(ShellAndWait(
+            ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own, own.report)));
+        ASSERT_EQ(own.report.end.code, 0) << own.details;
     }
     /// Nothing hidden stays behind either.
     bool IsEmpty(const std::string& folder)
@@ -231,8 +231,8 @@ TEST_F(HostilePackages, BombsAreRefusedOrStoppedAndTheFolderCleared)
         EXPECT_NE(state.error.find("No level does that"), std::string::npos) << state.error;
         EXPECT_EQ(box.Snapshot("out"), (Files{{"kept", "kept"}}));
         EXPECT_FALSE(fs::exists(box / "out/.kv~unpack"));
-        EXPECT_FALSE(UnzipQuick(ToolsOf(box.session), box.host, box / package, box / "out",
-                                {true, false, &guard}, state) &&
+        EXPECT_FALSE(state.Done(UnzipQuick(ToolsOf(box.session), box / package, box / "out",
+                                           {true, false, &guard}, state)) &&
                      box.Has("out/x"));
     }
     // Packages in a package count together.

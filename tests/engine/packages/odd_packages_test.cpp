@@ -20,7 +20,7 @@ class OddPackages : public ::testing::Test
 {
 protected:
     ToolBox box;
-    ToolProgressState state;
+    ToolWatch state;
     UnpackReport report;
 
     OddPackages() { box.UseRealTools(); }
@@ -32,15 +32,16 @@ protected:
         UnzipOptions options;
         options.namesAs = namesAs;
         options.report = &report;
-        return UnzipWithProgress(ToolsOf(box.session), box / package, box / "out", options, state);
+        return state.Done(
+            UnzipWithProgress(ToolsOf(box.session), box / package, box / "out", options, state));
     }
     Files Out() const { return box.Snapshot("out"); }
     void Shell(const std::string& script)
     {
-        ToolProgressState own;
-        ASSERT_TRUE(
-            ShellAndWait(ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own));
-        ASSERT_EQ(own.end.code, 0) << own.details;
+        ToolWatch own;
+        ASSERT_TRUE(own.Done(ShellAndWait(
+            ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own, own.report)));
+        ASSERT_EQ(own.report.end.code, 0) << own.details;
     }
 };
 

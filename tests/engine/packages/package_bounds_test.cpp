@@ -23,7 +23,7 @@ class PackageBounds : public ::testing::Test
 {
 protected:
     ToolBox box;
-    ToolProgressState state;
+    ToolWatch state;
 
     PackageBounds()
     {
@@ -35,15 +35,15 @@ protected:
                const UnpackLimits& limits = {})
     {
         UnpackGuard guard{box.machine, box / package, box / folder, limits};
-        return UnzipWithProgress(ToolsOf(box.session), box / package, box / folder,
-                                 {false, false, &guard}, state);
+        return state.Done(UnzipWithProgress(ToolsOf(box.session), box / package, box / folder,
+                                            {false, false, &guard}, state));
     }
     void Shell(const std::string& script)
     {
-        ToolProgressState own;
-        ASSERT_TRUE(
-            ShellAndWait(ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own));
-        ASSERT_EQ(own.end.code, 0) << own.details;
+        ToolWatch own;
+        ASSERT_TRUE(own.Done(ShellAndWait(
+            ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own, own.report)));
+        ASSERT_EQ(own.report.end.code, 0) << own.details;
     }
     /// A tape of what the lines name, each with its rights and kind, made by the real tool.
     void Tape(const std::string& name, const std::string& lines)
@@ -139,9 +139,9 @@ TEST_F(PackageBounds, NoListCanHideWhatComesOut)
     for (int i = 0; i < 5; ++i)
         entries.push_back({"f" + std::to_string(i), "x"});
     box.Write("comment.zip", BuildZip(entries, "x\n" + list));
-    std::vector<PackageEntry> listed;
-    ASSERT_TRUE(ListZip(ToolsOf(box.session), box / "comment.zip", listed, state));
-    EXPECT_EQ(listed.size(), 5U);
+    const auto listed = ListZip(ToolsOf(box.session), box / "comment.zip", state);
+    ASSERT_TRUE(listed);
+    EXPECT_EQ(listed->size(), 5U);
     ExpectRefused("comment.zip", "holds 5 files", limits);
 
     // A tool that says one thing and does another: the zip's own directory speaks, then the folder.

@@ -95,7 +95,8 @@ protected:
         UnzipOptions options;
         options.keepWhole = keepWhole;
         options.report = &report;
-        return UnzipWithProgress(ToolsOf(box.session), box / name, box / "out", options, state);
+        return state.Done(
+            UnzipWithProgress(ToolsOf(box.session), box / name, box / "out", options, state));
     }
     [[nodiscard]] bool Says(const std::string& words) const
     {
@@ -104,7 +105,7 @@ protected:
     Files Out() const { return box.Snapshot("out"); }
 
     ToolBox box;
-    ToolProgressState state;
+    ToolWatch state;
     UnpackReport report;
     const std::string level = std::string(1600, 'l');
     const std::string other = std::string(1600, 'x');
@@ -209,8 +210,8 @@ TEST_F(RarPackages, OneProgramIsEnoughForAMiddlingZip)
     UnpackGuard guard{box.machine, box / "middling.zip", box / "out"};
     UnzipOptions options;
     options.guard = &guard;
-    ASSERT_TRUE(
-        UnzipWithProgress(ToolsOf(box.session), box / "middling.zip", box / "out", options, state))
+    ASSERT_TRUE(state.Done(
+        UnzipWithProgress(ToolsOf(box.session), box / "middling.zip", box / "out", options, state)))
         << state.error << state.details;
     EXPECT_EQ(Out(), (Files{{"a.tr4", middling}}));
     EXPECT_EQ(box.Read("runs"), "run\n");
@@ -221,12 +222,13 @@ TEST_F(RarPackages, NamesThatLeadOutAreLeftOutAndNamedAndTheRestComesIn)
     box.Write("up.txt", "up");
     box.Write("in/a.tr4", level);
     box.Write("in/d..e/..f", "odd but inside");
-    ToolProgressState own;
-    ASSERT_TRUE(ShellAndWait(ToolsOf(box.session),
-                             "cd '" + (box / "in").native() +
-                                 "' && bsdtar -cPf ../out.tar a.tr4 ../up.txt 'd..e/../../up.txt' "
-                                 "d..e && bsdtar -cPf ../only.tar ../up.txt",
-                             own));
+    ToolWatch own;
+    ASSERT_TRUE(
+        own.Done(ShellAndWait(ToolsOf(box.session),
+                              "cd '" + (box / "in").native() +
+                                  "' && bsdtar -cPf ../out.tar a.tr4 ../up.txt 'd..e/../../up.txt' "
+                                  "d..e && bsdtar -cPf ../only.tar ../up.txt",
+                              own, own.report)));
     std::filesystem::remove(box / "up.txt");
     EXPECT_TRUE(Unzip("out.tar", box.Read("out.tar"))) << state.error << state.details;
     EXPECT_EQ(Out(), (Files{{"a.tr4", level}, {"d..e/..f", "odd but inside"}}));
@@ -246,11 +248,11 @@ TEST_F(RarPackages, EachCauseHasWordsOfItsOwn)
     EXPECT_FALSE(Unzip("clash.zip", BuildZip({{"a", "file"}, {"a/b.tr4", "below"}})));
     EXPECT_TRUE(Says("a file and a folder of the same name")) << state.error;
     box.Write("b.txt", "b");
-    ToolProgressState own;
-    ASSERT_TRUE(ShellAndWait(ToolsOf(box.session),
-                             "cd '" + box.root.native() +
-                                 "' && mkdir in && cd in && bsdtar -cPf ../out.tar ../b.txt",
-                             own));
+    ToolWatch own;
+    ASSERT_TRUE(own.Done(ShellAndWait(
+        ToolsOf(box.session),
+        "cd '" + box.root.native() + "' && mkdir in && cd in && bsdtar -cPf ../out.tar ../b.txt",
+        own, own.report)));
     EXPECT_FALSE(Unzip("out.tar", box.Read("out.tar")));
     EXPECT_TRUE(Says("lead out of the folder")) << state.error << state.details;
 }

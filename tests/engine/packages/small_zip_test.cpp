@@ -19,7 +19,7 @@ class SmallZip : public ::testing::Test
 {
 protected:
     ToolBox box;
-    ToolProgressState state;
+    ToolWatch state;
 
     SmallZip() { box.UseRealTools(); }
 
@@ -35,8 +35,8 @@ protected:
         UnpackGuard guard{box.machine, box / "small.zip", box / folder};
         UnzipOptions options;
         options.guard = guarded ? &guard : nullptr;
-        return UnzipWithProgress(ToolsOf(box.session), box / "small.zip", box / folder, options,
-                                 state);
+        return state.Done(UnzipWithProgress(ToolsOf(box.session), box / "small.zip", box / folder,
+                                            options, state));
     }
 };
 
@@ -46,12 +46,12 @@ TEST_F(SmallZip, ComesOutAsTheToolMakesIt)
     box.Write("in/empty", "");
     box.Write("in/sub/deep/b.txt", "below");
     fs::create_directories(box / "in/bare");
-    ToolProgressState own;
-    ASSERT_TRUE(ShellAndWait(ToolsOf(box.session),
-                             "cd " + (box / "in").native() +
-                                 " && touch -d '2003-07-09 10:20:31 UTC' a.tr4 && "
-                                 "zip -qr ../plain.zip . && zip -qrX ../bare.zip .",
-                             own));
+    ToolWatch own;
+    ASSERT_TRUE(own.Done(ShellAndWait(ToolsOf(box.session),
+                                      "cd " + (box / "in").native() +
+                                          " && touch -d '2003-07-09 10:20:31 UTC' a.tr4 && "
+                                          "zip -qr ../plain.zip . && zip -qrX ../bare.zip .",
+                                      own, own.report)));
     for (const std::string zip : {"plain.zip", "bare.zip"}) {
         ASSERT_TRUE(Unpack(box.Read(zip), "own-" + zip)) << zip;
         ASSERT_TRUE(Unzip("tool-" + zip, false)) << state.error;

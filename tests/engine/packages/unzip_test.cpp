@@ -21,20 +21,21 @@ class ZipFiles : public ::testing::Test
 protected:
     ToolBox box;
     std::unique_ptr<ProgressScope> progress = box.host.BeginProgress(ProgressWindow::Zip, "");
-    ToolProgressState state{progress.get()};
+    ToolWatch state{progress.get()};
 
     ZipFiles() { box.UseRealTools(); }
 
     bool Unzip(const std::string& package, const std::string& folder, bool junk = false)
     {
-        return UnzipWithProgress(ToolsOf(box.session), box / package, box / folder, {junk}, state);
+        return state.Done(
+            UnzipWithProgress(ToolsOf(box.session), box / package, box / folder, {junk}, state));
     }
     void Shell(const std::string& script)
     {
-        ToolProgressState own;
-        ASSERT_TRUE(
-            ShellAndWait(ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own));
-        ASSERT_EQ(own.end.code, 0) << own.details;
+        ToolWatch own;
+        ASSERT_TRUE(own.Done(ShellAndWait(
+            ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own, own.report)));
+        ASSERT_EQ(own.report.end.code, 0) << own.details;
     }
 };
 
@@ -56,11 +57,11 @@ TEST_F(ZipFiles, CarryNamesOfEveryKindThereAndBack)
         expected[safe] = "content of " + name;
     }
     box.Write("in/sub/deeper", "left out");
-    ASSERT_TRUE(ZipFolder(ToolsOf(box.session), box.host, box / "a [1].zip", box / "in", state))
+    ASSERT_TRUE(state.Done(ZipFolder(ToolsOf(box.session), box / "a [1].zip", box / "in", state)))
         << state.details;
-    std::vector<PackageEntry> entries;
-    ASSERT_TRUE(ListZip(ToolsOf(box.session), box / "a [1].zip", entries, state));
-    EXPECT_EQ(entries.size(), names.size());
+    auto entries = ListZip(ToolsOf(box.session), box / "a [1].zip", state);
+    ASSERT_TRUE(entries);
+    EXPECT_EQ(entries->size(), names.size());
     for (const char* folder : {"-out put", "deep/er/out"}) {
         ASSERT_TRUE(Unzip("a [1].zip", folder)) << state.error << state.details;
         EXPECT_EQ(box.Snapshot(folder), expected);
@@ -68,10 +69,11 @@ TEST_F(ZipFiles, CarryNamesOfEveryKindThereAndBack)
     // Control characters go in as they are; the unpacking tool makes them harmless.
     for (const std::string& name : controls)
         box.Write("in/" + name, "content of " + name);
-    ASSERT_TRUE(ZipFolder(ToolsOf(box.session), box.host, box / "a [1].zip", box / "in", state))
+    ASSERT_TRUE(state.Done(ZipFolder(ToolsOf(box.session), box / "a [1].zip", box / "in", state)))
         << state.details;
-    ASSERT_TRUE(ListZip(ToolsOf(box.session), box / "a [1].zip", entries, state));
-    EXPECT_EQ(entries.size(), names.size() + controls.size());
+    entries = ListZip(ToolsOf(box.session), box / "a [1].zip", state);
+    ASSERT_TRUE(entries);
+    EXPECT_EQ(entries->size(), names.size() + controls.size());
     ASSERT_TRUE(Unzip("a [1].zip", "out2")) << state.error;
     EXPECT_EQ(box.Read("out2/lineend"), "content of line\nend");
     EXPECT_EQ(box.Snapshot("out2").size(), names.size() + controls.size());
@@ -81,28 +83,29 @@ TEST_F(ZipFiles, FailInWordsAndLeaveNoHalfZip)
 {
     fs::create_directories(box / "in");
     box.Write("a.zip", "an old zip");
-    EXPECT_FALSE(ZipFolder(ToolsOf(box.session), box.host, box / "a.zip", box / "in", state))
+    EXPECT_FALSE(state.Done(ZipFolder(ToolsOf(box.session), box / "a.zip", box / "in", state)))
         << "nothing to do";
     EXPECT_NE(state.error.find("code 12"), std::string::npos) << state.error;
     EXPECT_FALSE(box.Has("a.zip"));
     box.Write("in/one", "1");
     EXPECT_FALSE(
-        ZipFolder(ToolsOf(box.session), box.host, box / "missing/a.zip", box / "in", state));
+        state.Done(ZipFolder(ToolsOf(box.session), box / "missing/a.zip", box / "in", state)));
     EXPECT_NE(state.details, "");
     // What the run says of itself does not count where the zip is there.
     box.AddTool("zip", "echo half > \"$4\"; exit 5");
-    EXPECT_TRUE(ZipFolder(ToolsOf(box.session), box.host, box / "a.zip", box / "in", state));
+    EXPECT_TRUE(state.Done(ZipFolder(ToolsOf(box.session), box / "a.zip", box / "in", state)));
     EXPECT_EQ(state.error, "");
     box.AddTool("zip", "echo the only word");
-    EXPECT_FALSE(ZipFolder(ToolsOf(box.session), box.host, box / "b.zip", box / "in", state));
+    EXPECT_FALSE(state.Done(ZipFolder(ToolsOf(box.session), box / "b.zip", box / "in", state)));
     EXPECT_EQ(state.error, "the only word\r\n");
 
     box.machine.tools.clear();
     fs::remove(box.session.programFolder / "zip");
-    EXPECT_FALSE(ZipFolder(ToolsOf(box.session), box.host, box / "a.zip", box / "in", state));
+    EXPECT_FALSE(state.Done(ZipFolder(ToolsOf(box.session), box / "a.zip", box / "in", state)));
     EXPECT_TRUE(box.host.WasTold("Zip program 'pkzip.exe' not found in: " +
                                  box.session.programFolder.native()));
-    EXPECT_FALSE(UnzipQuick(ToolsOf(box.session), box.host, box / "a.zip", box / "in", {}, state));
+    EXPECT_FALSE(
+        state.Done(UnzipQuick(ToolsOf(box.session), box / "a.zip", box / "in", {}, state)));
     EXPECT_TRUE(box.host.WasTold("Unzip: I cannot find  'unzip.exe' utility\r\nIt's necessary"));
     EXPECT_FALSE(Unzip("a.zip", "out"));
     EXPECT_NE(state.error.find("Missing utility"), std::string::npos);
@@ -123,21 +126,21 @@ TEST_F(ZipFiles, UnpackFlatOrWithFoldersAndCleanFirst)
                   (std::map<std::string, std::string>{
                       {"old", "old"}, {"one", "1"}, {"sub/two", "2"}, {"sub/deep/three", ""}}))
             << package;
-        ASSERT_TRUE(UnzipWithProgress(ToolsOf(box.session), box / package, box / "flat",
-                                      {true, true}, state))
+        ASSERT_TRUE(state.Done(UnzipWithProgress(ToolsOf(box.session), box / package, box / "flat",
+                                                 {true, true}, state)))
             << package << state.error << state.details;
         EXPECT_EQ(box.Snapshot("flat"),
                   (std::map<std::string, std::string>{{"one", "1"}, {"two", "2"}, {"three", ""}}))
             << package;
         box.Write("flat/old", "old");
     }
-    ASSERT_TRUE(UnzipQuick(ToolsOf(box.session), box.host, box / "a.zip", box / "flat",
-                           {true, true}, state));
+    ASSERT_TRUE(state.Done(
+        UnzipQuick(ToolsOf(box.session), box / "a.zip", box / "flat", {true, true}, state)));
     EXPECT_EQ(box.Snapshot("flat").size(), 3U);
     EXPECT_FALSE(
-        UnzipQuick(ToolsOf(box.session), box.host, box / "missing.zip", box / "flat", {}, state));
+        state.Done(UnzipQuick(ToolsOf(box.session), box / "missing.zip", box / "flat", {}, state)));
     EXPECT_FALSE(
-        UnzipQuick(ToolsOf(box.session), box.host, box / "a.zip", box / "missing", {}, state));
+        state.Done(UnzipQuick(ToolsOf(box.session), box / "a.zip", box / "missing", {}, state)));
     EXPECT_TRUE(box.host.told.empty()) << box.host.AllTold();
 }
 

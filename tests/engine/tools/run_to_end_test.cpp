@@ -90,7 +90,7 @@ class RunToEnd : public ::testing::Test
 protected:
     ToolBox box;
     WatchedProgress progress;
-    ToolProgressState state{&progress};
+    ToolWatch state{&progress};
 
     RunToEnd()
     {
@@ -100,8 +100,9 @@ protected:
     bool Run(const std::string& script)
     {
         box.AddTool("unzip", script);
-        return RunTool(ToolsOf(box.session), {.tool = unzip, .parser = Counting("inflating", 4)},
-                       state);
+        return state.Done(RunTool(ToolsOf(box.session),
+                                  {.tool = unzip, .parser = Counting("inflating", 4)}, state,
+                                  state.report));
     }
 };
 
@@ -109,8 +110,8 @@ TEST_F(RunToEnd, ShowsEachLineAndMovesTheBarWhileTheToolRuns)
 {
     EXPECT_TRUE(Run("echo Archive: a; echo '  inflating: one '; sleep 0.5; echo inflating: two\n"
                     "echo inflating: two; echo 'what it says at the end' >&2; printf 'no end'"));
-    EXPECT_EQ(state.output, "Archive: a\r\n  inflating: one \r\ninflating: two\r\n"
-                            "what it says at the end\r\n");
+    EXPECT_EQ(state.report.output, "Archive: a\r\n  inflating: one \r\ninflating: two\r\n"
+                                   "what it says at the end\r\n");
     EXPECT_EQ(progress.bars, (std::vector<std::uint64_t>{0, 25, 50}));
     EXPECT_EQ(progress.label, "what it says at the end");
     EXPECT_EQ(state.error, "");
@@ -120,7 +121,7 @@ TEST_F(RunToEnd, ShowsEachLineAndMovesTheBarWhileTheToolRuns)
     state.quiet = true;
     progress.label = "kept";
     EXPECT_TRUE(Run("pwd; cat; printf '\\033[2J\\tx\\n'"));
-    EXPECT_EQ(state.output, box.session.programFolder.native() + "\r\n\x1B[2J    x\r\n");
+    EXPECT_EQ(state.report.output, box.session.programFolder.native() + "\r\n\x1B[2J    x\r\n");
     EXPECT_EQ(progress.label, "kept");
     EXPECT_EQ(state.details.find('\x1B'), std::string::npos);
 }
@@ -150,7 +151,7 @@ TEST_F(RunToEnd, EndsInWordsWhateverTheToolDoes)
     }
     EXPECT_TRUE(Run("exit 1")) << "a warning";
     EXPECT_TRUE(Run("exit 0")) << "nothing at all";
-    EXPECT_EQ(state.output + state.details, "");
+    EXPECT_EQ(state.report.output + state.details, "");
 
     EXPECT_TRUE(Run("printf '\\000\\377\\001\\033]0;x\\n\\000\\n'"));
     ASSERT_EQ(box.host.told.size(), 1U) << "once, however many there are";
@@ -158,7 +159,9 @@ TEST_F(RunToEnd, EndsInWordsWhateverTheToolDoes)
     EXPECT_TRUE(IsUtf8(state.details));
 
     box.Write("tools/unzip", "no program");
-    EXPECT_FALSE(RunTool(ToolsOf(box.session), {unzip, {"-l", "a b"}}, state)) << state.output;
+    EXPECT_FALSE(
+        state.Done(RunTool(ToolsOf(box.session), {unzip, {"-l", "a b"}}, state, state.report)))
+        << state.report.output;
     EXPECT_EQ(state.error, "Error creating subprocess: \"" +
                                (box.session.programFolder / "unzip").native() +
                                "\"\r\nWith command line: \"-l a b\"");
@@ -180,19 +183,27 @@ TEST_F(RunToEnd, EndsAHungToolWithItsChildrenSoon)
     EXPECT_EQ(state.details, "begun");
     EXPECT_EQ(stopped([&] { return Run("while :; do echo $((i=i+1)); done"); }), "Break user");
     const Path script = box.AddTool("program", hangs);
-    EXPECT_EQ(stopped([&] { return RunAndWait(ToolsOf(box.session), script, {}, state); }),
+    EXPECT_EQ(stopped([&] {
+                  return state.Done(
+                      RunAndWait(ToolsOf(box.session), script, {}, state, state.report));
+              }),
               "Break user");
-    EXPECT_EQ(stopped([&] { return ShellAndWait(ToolsOf(box.session), "sleep 30", state); }),
+    EXPECT_EQ(stopped([&] {
+                  return state.Done(
+                      ShellAndWait(ToolsOf(box.session), "sleep 30", state, state.report));
+              }),
               "Break user");
     EXPECT_LT(progress.longestPause, soon);
 
     box.AddTool("unzip", hangs);
     const auto start = Clock::now();
-    EXPECT_FALSE(RunToolBatch(ToolsOf(box.session), unzip, {}, milliseconds{200}, state));
+    EXPECT_FALSE(state.Done(
+        RunToolBatch(ToolsOf(box.session), unzip, {}, milliseconds{200}, state, state.report)));
     EXPECT_EQ(state.error, "Timeout");
     EXPECT_EQ(state.details, "begun");
     const auto watch = [] { return std::string{"the disk is nearly full"}; };
-    EXPECT_FALSE(RunTool(ToolsOf(box.session), {.tool = unzip, .watch = watch}, state));
+    EXPECT_FALSE(state.Done(
+        RunTool(ToolsOf(box.session), {.tool = unzip, .watch = watch}, state, state.report)));
     EXPECT_EQ(state.error, "the disk is nearly full");
     EXPECT_LT(Clock::now() - start, soon);
 }
@@ -201,12 +212,14 @@ TEST_F(RunToEnd, ObeysTheParsersStopWhereTheRowDoes)
 {
     // The parser's stop at the last name would cost this zip its unfinished file.
     box.AddTool("zip", "echo adding: a; echo adding: b; sleep 0.1; echo done > finished");
-    EXPECT_TRUE(RunTool(ToolsOf(box.session), {.tool = zip, .parser = Counting("adding:", 2, true)},
-                        state));
+    EXPECT_TRUE(state.Done(RunTool(ToolsOf(box.session),
+                                   {.tool = zip, .parser = Counting("adding:", 2, true)}, state,
+                                   state.report)));
     EXPECT_EQ(box.Read("tools/finished"), "done\n");
     box.AddTool("unzip", "echo inflating: a; echo inflating: b; sleep 0.2; echo > late");
-    EXPECT_FALSE(RunTool(ToolsOf(box.session),
-                         {.tool = unzip, .parser = Counting("inflating:", 1, true)}, state));
+    EXPECT_FALSE(state.Done(RunTool(ToolsOf(box.session),
+                                    {.tool = unzip, .parser = Counting("inflating:", 1, true)},
+                                    state, state.report)));
     EXPECT_EQ(state.error, "Break user");
     EXPECT_FALSE(box.Has("tools/late"));
 }
@@ -215,27 +228,29 @@ TEST_F(RunToEnd, FindsToolsInTheProgramsFolderFirst)
 {
     const Path elsewhere = box.AddTool("elsewhere", "echo elsewhere");
     ToolWork work{zip};
-    EXPECT_FALSE(RunTool(ToolsOf(box.session), work, state));
+    EXPECT_FALSE(state.Done(RunTool(ToolsOf(box.session), work, state, state.report)));
     EXPECT_EQ(state.error,
               "Utility \"" + (box.session.programFolder / "zip").native() + "\" doesn't exist");
     EXPECT_NE(state.details.find("package 'zip'"), std::string::npos) << state.details;
-    EXPECT_FALSE(RunToolBatch(ToolsOf(box.session), bsdtar, {}, second, state));
+    EXPECT_FALSE(
+        state.Done(RunToolBatch(ToolsOf(box.session), bsdtar, {}, second, state, state.report)));
     EXPECT_EQ(state.error,
               "Missing utility \"" + (box.session.programFolder / "bsdtar").native() + "\"");
 
     box.machine.tools["zip"] = elsewhere;
-    EXPECT_TRUE(RunTool(ToolsOf(box.session), work, state));
-    EXPECT_EQ(state.output, "elsewhere\r\n");
+    EXPECT_TRUE(state.Done(RunTool(ToolsOf(box.session), work, state, state.report)));
+    EXPECT_EQ(state.report.output, "elsewhere\r\n");
     box.AddTool("zip", "echo own $LC_ALL,$ZIPOPT.");
-    EXPECT_TRUE(RunTool(ToolsOf(box.session), work, state));
-    EXPECT_EQ(state.output, "own C.UTF-8,.\r\n");
+    EXPECT_TRUE(state.Done(RunTool(ToolsOf(box.session), work, state, state.report)));
+    EXPECT_EQ(state.report.output, "own C.UTF-8,.\r\n");
     // A Windows program goes through Wine; without it the words tell what is missing.
     box.Write("tools/zip", "MZ" + std::string(100, '\0'));
-    EXPECT_FALSE(RunTool(ToolsOf(box.session), work, state));
+    EXPECT_FALSE(state.Done(RunTool(ToolsOf(box.session), work, state, state.report)));
     EXPECT_NE(state.details.find("Wine"), std::string::npos) << state.details;
     box.session.settings.wineCommand = box.AddTool("wine", "printf '%s|' \"$@\"").native();
     work.arguments = {"-9", "a b"};
-    EXPECT_TRUE(RunTool(ToolsOf(box.session), work, state)) << state.details;
+    EXPECT_TRUE(state.Done(RunTool(ToolsOf(box.session), work, state, state.report)))
+        << state.details;
     EXPECT_EQ(state.details, (box.session.programFolder / "zip").native() + "|-9|a b|");
 }
 
@@ -243,14 +258,15 @@ TEST_F(RunToEnd, BatchTakesAllOfStandardOutput)
 {
     const auto batch = [&](const std::string& script) {
         box.AddTool("unzip", script);
-        return RunToolBatch(ToolsOf(box.session), unzip, {"-l"}, 10 * second, state);
+        return state.Done(
+            RunToolBatch(ToolsOf(box.session), unzip, {"-l"}, 10 * second, state, state.report));
     };
     EXPECT_TRUE(batch("printf 'a\\na\\nlast'; echo lost >&2"));
-    EXPECT_EQ(state.output, "a\r\na\r\nlast");
+    EXPECT_EQ(state.report.output, "a\r\na\r\nlast");
     EXPECT_TRUE(batch("printf 'a\\r\\nb\\n'"));
-    EXPECT_EQ(state.output, "a\r\nb\n");
+    EXPECT_EQ(state.report.output, "a\r\nb\n");
     EXPECT_TRUE(batch("head -c 1000000 /dev/zero")) << "no lines, no limit of a line";
-    EXPECT_EQ(state.output.size(), 1'000'000U);
+    EXPECT_EQ(state.report.output.size(), 1'000'000U);
     EXPECT_FALSE(batch("echo why >&2"));
     EXPECT_EQ(state.error, "No text on standard output");
     EXPECT_EQ(state.details, "why");
@@ -262,12 +278,15 @@ TEST_F(RunToEnd, OnlyTheShellsOwnWayGoesThroughAShell)
 {
     const Path echo = box.AddTool("echo args", "printf '%s|' \"$@\"; pwd; exit 5");
     EXPECT_TRUE(
-        RunAndWait(ToolsOf(box.session), echo, {"a b", "$(id)", "*", "-x", "q\"'", "l\nf"}, state));
-    EXPECT_EQ(state.end.code, 5);
+        state.Done(RunAndWait(ToolsOf(box.session), echo,
+                              {"a b", "$(id)", "*", "-x", "q\"'", "l\nf"}, state, state.report)));
+    EXPECT_EQ(state.report.end.code, 5);
     EXPECT_EQ(state.details, "a b|$(id)|*|-x|q\"'|l\r\nf|" + box.session.programFolder.native());
-    EXPECT_FALSE(RunAndWait(ToolsOf(box.session), box / "missing", {}, state));
+    EXPECT_FALSE(
+        state.Done(RunAndWait(ToolsOf(box.session), box / "missing", {}, state, state.report)));
     EXPECT_EQ(state.error, "Error executing utility: " + (box / "missing").native());
-    EXPECT_TRUE(ShellAndWait(ToolsOf(box.session), "'./echo args' $((1 + 1)) > list.txt", state));
+    EXPECT_TRUE(state.Done(ShellAndWait(ToolsOf(box.session), "'./echo args' $((1 + 1)) > list.txt",
+                                        state, state.report)));
     EXPECT_TRUE(box.Read("tools/list.txt").starts_with("2|"));
 }
 
@@ -295,13 +314,13 @@ TEST_F(RunToEnd, SeveralGoOnInOneLoop)
     const auto begin = Clock::now();
     RunToEnds(runs);
     EXPECT_LT(Clock::now() - begin, soon);
-    EXPECT_EQ(image.Report().trouble, ToolTrouble::None) << image.Report().error;
+    EXPECT_EQ(image.Report().trouble, ToolTrouble::None) << image.Report().status.Error().sentence;
     EXPECT_EQ(image.Report().output, "adding: image\r\n");
     EXPECT_EQ(progress.label, "adding: image");
     EXPECT_EQ(progress.bars, (std::vector<std::uint64_t>{100}));
     EXPECT_EQ(burning.Report().trouble, ToolTrouble::Refused);
-    EXPECT_EQ(burning.Report().error, "the image is there");
-    EXPECT_TRUE(burning.Report().details.ends_with("length 3000")) << burning.Report().details;
+    EXPECT_EQ(burning.Report().status.Error().sentence, "the image is there");
+    EXPECT_TRUE(burning.Report().lastLines.ends_with("length 3000")) << burning.Report().lastLines;
     EXPECT_EQ(other.bars.size(), 3000U);
     EXPECT_EQ(other.bars.back(), 100U);
     EXPECT_EQ(other.label, "of the burning") << "quiet";

@@ -1,11 +1,34 @@
 #pragma once
 
+#include "tools/run_to_end.h"
 #include "world/world.h"
 
 #include <fstream>
 
 namespace kestrova::testing
 {
+
+/// What watches a tool in a test, and what the tool left.
+struct ToolWatch : ToolProgressState {
+    using ToolProgressState::ToolProgressState;
+
+    ToolReport report; ///< for the calls that want one
+    std::string error;
+    std::string details; ///< all that stands beside the error; the last lines when there is none
+
+    /// Notes the answer of a call. True when it was done.
+    bool Done(const Status& status)
+    {
+        const Failure failure = status ? Failure{} : status.Error();
+        error = failure.sentence;
+        details = failure.reason +
+                  (failure.reason.empty() || failure.details.empty() ? "" : "\r\n") +
+                  failure.details;
+        if (status)
+            details = report.lastLines;
+        return bool{status};
+    }
+};
 
 /// A sandbox whose program folder is `tools`, into which shell scripts are put that play an
 /// outside tool. The sandbox may lie in memory that no program may be started from, so the folder

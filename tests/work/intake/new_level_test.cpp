@@ -75,10 +75,10 @@ protected:
     }
     void Shell(const std::string& script)
     {
-        ToolProgressState own;
-        ASSERT_TRUE(
-            ShellAndWait(ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own));
-        ASSERT_EQ(own.end.code, 0) << own.details;
+        ToolWatch own;
+        ASSERT_TRUE(own.Done(ShellAndWait(
+            ToolsOf(box.session), "cd " + box.root.native() + " && " + script, own, own.report)));
+        ASSERT_EQ(own.report.end.code, 0) << own.details;
     }
     [[nodiscard]] std::vector<std::string> Names() const
     {

@@ -41,9 +41,10 @@ protected:
     }
     Files Unpacked(const Path& zip)
     {
-        ToolProgressState state;
+        ToolWatch state;
         fs::remove_all(box / "out");
-        EXPECT_TRUE(UnzipWithProgress(ToolsOf(box.session), zip, box / "out", {}, state))
+        EXPECT_TRUE(
+            state.Done(UnzipWithProgress(ToolsOf(box.session), zip, box / "out", {}, state)))
             << state.error << state.details;
         return box.Snapshot("out");
     }

@@ -2,6 +2,7 @@
 
 #include "conversion/mp3_trial.h"
 #include "session/operation.h"
+#include "session/telling.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/mp3_settings_box.h"
@@ -66,7 +67,7 @@ void SetMp3Dialog::TestSound()
 {
     const Operation operation{session_};
     session_.mp3Settings = settings_->Settings();
-    TestMp3Sound(session_);
+    DoneOrTold(session_.host, TestMp3Sound(session_));
 }
 
 } // namespace kestrova
