@@ -34,7 +34,9 @@ bool MeasureAll(Run& run)
 {
     if (!run.FromWords())
         return ShowArchiveSizes(run.session);
-    const bool measured = RecomputeArchiveSize(run.session, true);
+    const Status recomputed = RecomputeArchiveSize(run.session, true);
+    DoneOrTold(run.session.host, recomputed);
+    const bool measured = recomputed || recomputed.Error().code != ErrorCode::Stopped;
     const ArchiveHeader& archive = run.session.archive.header;
     if (run.json != nullptr) {
         Json levels = Json::array();

@@ -48,7 +48,7 @@ Result<Path> LevelFolderOf(const Folders& folders, const Archive& archive, Level
 {
     const LevelRecord* level = code == originalCode ? nullptr : archive.Find(code);
     if (level != nullptr && level->cdNumber != 0)
-        return Failure{ErrorCode::Missing, {}, GetMsg(Msg::CdNotAvailable)};
+        return Saying(GetMsg(Msg::CdNotAvailable), MakeFailure(ErrorCode::Missing, {}));
     return LevelHomeOf(folders, code);
 }
 
@@ -78,15 +78,16 @@ Status MakeLevelSubfolders(const Path& folder)
     return {};
 }
 
-bool IsArchiveFolderThere(Host& host, const Archive& archive)
+Status ArchiveFolderIsThere(const Archive& archive)
 {
     const Path folder = FolderFromText(Trim(archive.header.secondaryFolder));
     const auto isThere = IsFolder(folder);
     if (!isThere)
-        return TellFolderNotRead(host, isThere.Error());
+        return FolderNotRead(isThere.Error());
     if (!*isThere)
-        host.Tell(Tone::Error, GetMsg(Msg::ArchiveFolderUnplugged, {TextOf(folder)}));
-    return *isThere;
+        return Saying(GetMsg(Msg::ArchiveFolderUnplugged, {TextOf(folder)}),
+                      MakeFailure(ErrorCode::Missing, TextOf(folder)));
+    return {};
 }
 
 bool IsArchiveOnCd(const Archive& archive)
@@ -94,12 +95,11 @@ bool IsArchiveOnCd(const Archive& archive)
     return archive.header.cdCount >= 1;
 }
 
-bool GuardLevelOnCd(Host& host, const LevelRecord& level)
+Status GuardLevelOnCd(const LevelRecord& level)
 {
     if (level.cdNumber == 0)
-        return false;
-    host.Tell(Tone::Error, GetMsg(Msg::LevelOnCd, {lineBreak}));
-    return true;
+        return {};
+    return Saying(GetMsg(Msg::LevelOnCd, {lineBreak}), MakeFailure(ErrorCode::Refused, {}));
 }
 
 Result<Path> FilesFolderOf(const Folders& folders, const Archive& archive, LevelCode code)

@@ -20,8 +20,8 @@ std::string LevelFolderName(LevelCode code);
 /// The level's folder on the hard disk: the program's own for the original configuration,
 /// otherwise below the archive's.
 Path LevelHomeOf(const Folders& folders, LevelCode code);
-/// The folder that holds the level's files: the same, or one on a disc. `Missing`, its reason in
-/// words, while that disc is not there.
+/// The folder that holds the level's files: the same, or one on a disc. `Missing`, in words,
+/// while that disc is not there.
 Result<Path> LevelFolderOf(const Folders& folders, const Archive& archive, LevelCode code);
 /// The `files` of that folder. A failure names no file beside its words.
 Result<Path> FilesFolderOf(const Folders& folders, const Archive& archive, LevelCode code);
@@ -44,11 +44,11 @@ Path HomeOf(const Folders& folders, const LevelPlace& level);
 Path StateStoreOf(const Folders& folders, const LevelPlace& level);
 /// The level's folder and its four sub-folders; the first failure ends it.
 Status MakeLevelSubfolders(const Path& folder);
-/// False, with words, when the folder that the archive's levels lie in is not there now, as when
-/// its drive was disconnected: a level's folder that is missing says nothing then.
-bool IsArchiveFolderThere(Host& host, const Archive& archive);
+/// Fails when the folder that the archive's levels lie in is not there now, as when its drive was
+/// disconnected: a level's folder that is missing says nothing then.
+Status ArchiveFolderIsThere(const Archive& archive);
 bool IsArchiveOnCd(const Archive& archive);
-/// True, and a message, when the level's files lie on a disc.
-bool GuardLevelOnCd(Host& host, const LevelRecord& level);
+/// `Refused` when the level's files lie on a disc.
+Status GuardLevelOnCd(const LevelRecord& level);
 
 } // namespace kestrova

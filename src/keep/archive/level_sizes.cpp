@@ -87,7 +87,7 @@ void RefreshLevelSizes(Session& session, LevelCode code)
     SaveArchive(session);
 }
 
-bool RecomputeArchiveSize(Session& session, bool withProgress)
+Status RecomputeArchiveSize(Session& session, bool withProgress)
 {
     const std::size_t count = session.archive.levels.size();
     std::unique_ptr<ProgressScope> progress;
@@ -119,9 +119,10 @@ bool RecomputeArchiveSize(Session& session, bool withProgress)
         session.archive.header.secondaryFolderSize += session.archive.levels[i].extrasSize;
     }
     SaveArchive(session);
-    if (!read)
-        TellFolderNotRead(session.host, read.Error());
-    return finished;
+    Failure failure = read ? Failure{} : FolderNotRead(read.Error());
+    if (!finished)
+        failure.code = ErrorCode::Stopped;
+    return read && finished ? Status{} : failure;
 }
 
 } // namespace kestrova

@@ -18,9 +18,9 @@ Result<double> ExtrasSizeOf(const Path& levelFolder);
 /// Measures a level's folders anew and saves. Files on a disc keep their size, and so does what
 /// cannot be read.
 void RefreshLevelSizes(Session& session, LevelCode code);
-/// Measures all levels, with progress when asked, sums the totals anew and saves. False when the
-/// person stopped it; sizes measured so far are kept. Levels that cannot be read keep theirs; the
-/// first of them is told.
-bool RecomputeArchiveSize(Session& session, bool withProgress);
+/// Measures all levels, with progress when asked, sums the totals anew and saves. `Stopped` by the
+/// person: sizes measured so far are kept. Levels that cannot be read keep theirs; the failure's
+/// sentence tells of the first of them, after a Stop too.
+Status RecomputeArchiveSize(Session& session, bool withProgress);
 
 } // namespace kestrova

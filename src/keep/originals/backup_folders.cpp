@@ -7,7 +7,6 @@
 #include "formats/program_folder.h"
 #include "formats/record_json.h"
 #include "history/swap_journal_file.h"
-#include "session/telling.h"
 #include "words/originals.h"
 
 #include <algorithm>
@@ -229,7 +228,7 @@ Status ExchangeBackup(const Folders& folders, bool full, bool keepAside)
     return {};
 }
 
-bool SettleBackupFolders(Host& host, const Folders& folders)
+Status SettleBackupFolders(const Folders& folders)
 {
     const Path backup = folders.Backup();
     const Path old = OldBackupFolder(folders);
@@ -242,11 +241,9 @@ bool SettleBackupFolders(Host& host, const Folders& folders)
         status = *hasBackup ? ClearPlace(old) : Renamed(old, backup);
     if (status && FolderExists(NewBackupFolder(folders)))
         status = ClearPlace(NewBackupFolder(folders));
-    if (!status && !FolderExists(backup)) {
-        TellFailure(host, GetMsg(Msg::InterruptedFailed), status.Error());
-        return false;
-    }
-    return true; // leftovers beside a whole backup do no harm and are cleared another time
+    if (!status && !FolderExists(backup))
+        return Saying(GetMsg(Msg::InterruptedFailed), status);
+    return {}; // leftovers beside a whole backup do no harm and are cleared another time
 }
 
 bool BackupFoldersWait(const Folders& folders)

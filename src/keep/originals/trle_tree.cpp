@@ -2,7 +2,6 @@
 
 #include "core/copying.h"
 #include "platform/files.h"
-#include "session/telling.h"
 #include "words/originals.h"
 #include "words/session.h"
 
@@ -76,14 +75,13 @@ struct Scan {
     }
 };
 
-bool Told(Host& host, const Path& source, const Path& target, const Failure& failure)
+Failure NotCopied(const Path& source, const Path& target, const Failure& failure)
 {
     if (failure.code == ErrorCode::Missing)
-        host.Tell(Tone::Error, GetMsg(Msg::BackupLinkBroken, {failure.subject}));
-    else
-        TellFailure(host, GetMsg(Msg::ErrorCopyingFileTo, {TextOf(source)}) + TextOf(target) + "'",
-                    failure);
-    return false;
+        return Saying(GetMsg(Msg::BackupLinkBroken, {failure.subject}),
+                      MakeFailure(failure.code, failure.subject));
+    return Saying(GetMsg(Msg::ErrorCopyingFileTo, {TextOf(source)}) + TextOf(target) + "'",
+                  failure);
 }
 
 } // namespace
@@ -97,18 +95,18 @@ Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbe
     return std::move(scan.tree);
 }
 
-bool CopyThroughLinks(Host& host, const Path& source, const Path& target, ProgressScope& progress,
-                      const PickSource& pick)
+Status CopyThroughLinks(const Path& source, const Path& target, ProgressScope& progress,
+                        const PickSource& pick)
 {
     const Path root = ResolvePath(source);
     const auto tree = ScanThroughLinks(root, [&] { return progress.Step(), true; });
     if (!tree)
-        return Told(host, root, target, tree.Error());
+        return NotCopied(root, target, tree.Error());
     if (const auto status = MakeFolders(target); !status)
-        return Told(host, root, target, status.Error());
+        return NotCopied(root, target, status.Error());
     for (const Path& folder : tree->folders)
         if (const auto status = MakeFolders(target / folder); !status)
-            return Told(host, root / folder, target / folder, status.Error());
+            return NotCopied(root / folder, target / folder, status.Error());
     std::uint64_t total = 0;
     for (const Path& file : tree->files)
         total += platform::FactsOf(root / file).size;
@@ -124,12 +122,12 @@ bool CopyThroughLinks(Host& host, const Path& source, const Path& target, Progre
         };
         if (!from.empty())
             if (const auto status = CopyFileOver(from, target / file, options); !status)
-                return Told(host, root / file, target / file, status.Error());
+                return NotCopied(root / file, target / file, status.Error());
         done += size;
         progress.SetBar(std::min(done, total), total);
         progress.Step();
     }
-    return true;
+    return {};
 }
 
 } // namespace kestrova

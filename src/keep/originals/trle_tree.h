@@ -19,8 +19,8 @@ Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbe
 using PickSource = std::function<Path(const Path& file)>;
 
 /// Copies the tree with plain folders in place of links, every file compared with its source, the
-/// bar following the bytes. Shows its failure.
-bool CopyThroughLinks(Host& host, const Path& source, const Path& target, ProgressScope& progress,
-                      const PickSource& pick);
+/// bar following the bytes.
+Status CopyThroughLinks(const Path& source, const Path& target, ProgressScope& progress,
+                        const PickSource& pick);
 
 } // namespace kestrova

@@ -4,7 +4,6 @@
 #include "audio/ms_adpcm_writer.h"
 #include "conversion/audio_batch.h"
 #include "core/file_kinds.h"
-#include "session/telling.h"
 #include "storage/game_files.h"
 #include "words/common.h"
 #include "words/conversion.h"
@@ -103,7 +102,7 @@ void NameAsWaves(std::vector<ReadyFile>& files,
     SortByListing(files);
 }
 
-bool DecodeReadyFiles(Session& session, std::vector<ReadyFile>& files, const Path& staging)
+Status DecodeReadyFiles(Session& session, std::vector<ReadyFile>& files, const Path& staging)
 {
     const std::vector<ReadyFile> mp3s = TakeMp3s(files);
     std::vector<Path> sources;
@@ -116,17 +115,13 @@ bool DecodeReadyFiles(Session& session, std::vector<ReadyFile>& files, const Pat
     }
     if (sources.empty()) {
         SortByListing(files);
-        return true;
+        return {};
     }
-    if (const auto made = MakeFolders(staging); !made) {
-        TellFailure(session.host, GetMsg(Msg::CannotCreateFolder, {TextOf(staging)}), made.Error());
-        return false;
-    }
+    if (auto made = MakeFolders(staging); !made)
+        return Saying(GetMsg(Msg::CannotCreateFolder, {TextOf(staging)}), made);
     AudioBatch batch{session, sources, staging, AudioKind::Adpcm};
-    if (!batch.Run()) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::FailedConversion) + batch.StatusText());
-        return false;
-    }
+    if (const auto done = batch.Run(); !done)
+        return ConversionFailed(Msg::FailedConversion, done.Error());
     std::unordered_map<std::string, const ReadyFile*> origins; // by path
     for (const ReadyFile& file : mp3s)
         origins.emplace(file.path.native(), &file);
@@ -145,7 +140,7 @@ bool DecodeReadyFiles(Session& session, std::vector<ReadyFile>& files, const Pat
     }
     PutWaves(files, std::move(waves));
     SortByListing(files);
-    return true;
+    return {};
 }
 
 } // namespace kestrova

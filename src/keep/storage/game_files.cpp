@@ -274,8 +274,9 @@ Result<std::vector<ReadyFile>> ReadyLevelFiles(Session& session, const Path& fol
             return fails(status.Error());
     }
     std::vector<ReadyFile> ready = InOrder(std::move(*files));
-    if (decodes && !DecodeReadyFiles(session, ready, place))
-        return fails({ErrorCode::Stopped, {}, {}});
+    if (decodes)
+        if (const auto decoded = DecodeReadyFiles(session, ready, place); !decoded)
+            return fails(decoded.Error());
     return ready;
 }
 

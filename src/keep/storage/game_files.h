@@ -20,9 +20,9 @@ struct ReadyFile {
 Result<std::vector<ReadyFile>> PlanLevelFiles(const Path& folder);
 /// Makes the files of a stored folder ready: what is compressed is expanded into `staging` (made
 /// when needed, on all cores), the rest stays where it is. Proves every `.zl` on the way. With
-/// `mp3ToWave` mp3 files become waves of the game's form; a failure there is shown, and comes back
-/// as `Stopped`. On a failure the staging folder is removed and the failure names the file; nothing
-/// else was changed.
+/// `mp3ToWave` mp3 files become waves of the game's form; a failure there has its own sentence. On
+/// a failure the staging folder is removed and the failure names the file; nothing else was
+/// changed.
 Result<std::vector<ReadyFile>> ReadyLevelFiles(Session& session, const Path& folder,
                                                const Path& staging, bool mp3ToWave,
                                                ProgressScope* progress);

@@ -13,7 +13,6 @@
 #include "pictures/convert.h"
 #include "pictures/jpeg.h"
 #include "pictures/picture.h"
-#include "session/telling.h"
 #include "storage/compressed_kinds.h"
 #include "storage/file_jobs.h"
 #include "storage/files_exchange.h"
@@ -219,11 +218,9 @@ Status ConvertInPlace(const std::vector<StoreStep>& steps, const Path& folder,
     return RunFileJobs(std::move(jobs), progress);
 }
 
-bool Told(Host& host, const Status& status)
+Status NotStored(Status status)
 {
-    if (!status && status.Error().code != ErrorCode::Stopped)
-        TellFailure(host, GetMsg(Msg::ErrorStoringFiles), status.Error());
-    return bool{status};
+    return Saying(GetMsg(Msg::ErrorStoringFiles), std::move(status));
 }
 
 Result<std::vector<LevelFile>> FilesOf(const Path& folder)
@@ -276,60 +273,60 @@ Status WriteIndex(const Folders& folders, LevelCode code, const std::vector<Leve
 
 } // namespace
 
-bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
-                       ProgressScope* label, StoreAs form)
+Status StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
+                         ProgressScope* label, StoreAs form, const AcceptLoss& accept)
 {
-    if (const auto status = WriteIndex(session.Folders(), code, files); !status)
-        return Told(session.host, status);
+    if (auto status = WriteIndex(session.Folders(), code, files); !status)
+        return NotStored(status);
     const auto folder = LevelFolderOf(session.Folders(), session.archive, code);
-    if (!folder) {
-        session.host.Tell(Tone::Error, folder.Error().reason);
-        return false;
-    }
+    if (!folder)
+        return folder.Error();
     const bool compress = Compresses(session.archive, code, form);
     const Path target = ResolvePath(InFolder(*folder, OnDisk::DirFiles));
     const auto store = [&](const std::vector<LevelFile>& ready) {
         std::vector<std::string> kept;
         const auto steps = StepsFor(ready, compress, kept);
         TellKeptForms(session.host, kept);
-        return Told(session.host, FillAndExchange(steps, target, label));
+        return NotStored(FillAndExchange(steps, target, label));
     };
     if (!ConvertsWaves(session.archive, code, form))
         return store(files);
     const WorkFolder work{InFolder(session.programFolder, OnDisk::DirTempCompr),
                           WorkFolder::Make::Now};
     std::vector<LevelFile> encoded = files;
-    return EncodeWaves(session, encoded, work.Folder()) && store(encoded);
+    auto status = EncodeWaves(session, encoded, work.Folder(), accept);
+    return status ? store(encoded) : NotStored(status);
 }
 
-bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, ProgressScope* label,
-                     StoreAs form)
+Status StoreLevelFiles(Session& session, const Path& source, LevelCode code, ProgressScope* label,
+                       StoreAs form, const AcceptLoss& accept)
 {
     if (!FolderExists(source))
-        return Told(session.host, MakeFailure(ErrorCode::Missing, TextOf(source)));
+        return NotStored(MakeFailure(ErrorCode::Missing, TextOf(source)));
     const auto listed = FilesOf(source);
     if (!listed)
-        return Told(session.host, listed.Error());
+        return NotStored(listed.Error());
     const std::vector<LevelFile>& files = *listed;
     const Path home = InFolder(LevelHomeOf(session.Folders(), code), OnDisk::DirFiles);
     if (!IsSameFolder(source, home))
-        return StoreFilesOfLevel(session, code, files, label, form);
-    if (code == originalCode)
-        return false;
-    if (const auto status = WriteIndex(session.Folders(), code, files); !status)
-        return Told(session.host, status);
+        return StoreFilesOfLevel(session, code, files, label, form, accept);
+    if (code == originalCode) // it has no stored form
+        return NotStored(MakeFailure(ErrorCode::Refused, TextOf(source)));
+    if (auto status = WriteIndex(session.Folders(), code, files); !status)
+        return NotStored(status);
     const Path place = ResolvePath(source);
-    if (ConvertsWaves(session.archive, code, form) && !EncodeWavesInPlace(session, place))
-        return false;
+    if (ConvertsWaves(session.archive, code, form))
+        if (auto status = EncodeWavesInPlace(session, place, accept); !status)
+            return NotStored(status);
     if (!Compresses(session.archive, code, form))
-        return true;
+        return {};
     const auto encoded = FilesOf(place);
     if (!encoded)
-        return Told(session.host, encoded.Error());
+        return NotStored(encoded.Error());
     std::vector<std::string> kept;
     const auto steps = StepsFor(*encoded, true, kept);
     TellKeptForms(session.host, kept);
-    return Told(session.host, ConvertInPlace(steps, place, label));
+    return NotStored(ConvertInPlace(steps, place, label));
 }
 
 } // namespace kestrova

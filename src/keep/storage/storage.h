@@ -19,17 +19,23 @@ enum class StoreAs {
     Plain ///< as they are, whatever the archive's preferences say
 };
 
-/// Puts files in stored form into a level's `files`, whatever was there before; shows its failure.
+/// Tells a failure to convert sounds, and asks whether the others are stored without them. None:
+/// No.
+using AcceptLoss = std::function<bool(const Failure& failure)>;
+
+/// Puts files in stored form into a level's `files`, whatever was there before.
 /// The new folder is filled as `files.new`, read back, compared, and exchanged by rename; the
 /// sources stay as they are. Notes the true names and sizes in `tr4.inf` first. The level's record
 /// need not be in the archive yet. `label` may be null. A file whose stored form would take another
-/// file's name stays as it is, and is named.
-bool StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
-                       ProgressScope* label, StoreAs form = StoreAs::ArchiveSays);
+/// file's name stays as it is, and is named. `NotDone` when sounds were not converted and their
+/// loss is not accepted, which was told with that question.
+Status StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
+                         ProgressScope* label, StoreAs form = StoreAs::ArchiveSays,
+                         const AcceptLoss& accept = {});
 
 /// The same with the files of a folder. When that is the level's own `files`, each file takes its
 /// stored form in place, and goes only when that was read back.
-bool StoreLevelFiles(Session& session, const Path& source, LevelCode code, ProgressScope* label,
-                     StoreAs form = StoreAs::ArchiveSays);
+Status StoreLevelFiles(Session& session, const Path& source, LevelCode code, ProgressScope* label,
+                       StoreAs form = StoreAs::ArchiveSays, const AcceptLoss& accept = {});
 
 } // namespace kestrova

@@ -20,18 +20,21 @@ namespace
 {
 
 /// What an encoding came to.
-enum class Encoded { All, AcceptedLoss, No };
+enum class Encoded { All, AcceptedLoss };
 
-Encoded Encode(Host& host, AudioBatch& batch)
+Result<Encoded> Encode(const Host& host, AudioBatch& batch, const AcceptLoss& accept)
 {
     if (host.WorksUnattended())
         batch.LetPassOver(AudioBatch::PassOver::WhenAsked);
-    if (batch.Run())
+    const auto done = batch.Run();
+    if (done)
         return Encoded::All;
-    host.Tell(Tone::Error, GetMsg(Msg::AudioCompressionFailed) + batch.StatusText());
+    Failure failure = ConversionFailed(Msg::AudioCompressionFailed, done.Error());
     // A loss of sounds, after a stop too, is for nobody but the person to accept.
-    return host.AskYesNo(GetMsg(Msg::ContinueFileCopy), Consent::Explicit) ? Encoded::AcceptedLoss
-                                                                           : Encoded::No;
+    if (accept && accept(failure))
+        return Encoded::AcceptedLoss;
+    failure.code = ErrorCode::NotDone;
+    return failure;
 }
 
 bool IsWave(const std::string& name)
@@ -63,7 +66,8 @@ std::string PatternOf(std::string_view extension)
 
 } // namespace
 
-bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& work)
+Status EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& work,
+                   const AcceptLoss& accept)
 {
     // Of two files of one name the later one counts, as in the stored folder.
     NamesInUse names;
@@ -84,20 +88,18 @@ bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& wo
     }
     TellKeptForms(session.host, kept);
     if (waves.empty())
-        return true;
+        return {};
     std::vector<Path> sources;
     for (const LevelFile& wave : waves) {
         Path source;
-        if (const auto status = NamedSource(wave, work, source); !status) {
-            TellFailure(session.host, GetMsg(Msg::ErrorStoringFiles), status.Error());
-            return false;
-        }
+        if (auto status = NamedSource(wave, work, source); !status)
+            return status;
         sources.push_back(std::move(source));
     }
     AudioBatch batch{session, sources, work, AudioKind::Mp3};
-    const Encoded encoded = Encode(session.host, batch);
-    if (encoded == Encoded::No)
-        return false;
+    const auto encoded = Encode(session.host, batch, accept);
+    if (!encoded)
+        return encoded.Error();
     std::erase_if(files, [&](const LevelFile& file) {
         return IsWave(file.name) && !HasOwnMp3(names, file.name);
     });
@@ -108,17 +110,17 @@ bool EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& wo
         if (pair != batch.Converted().end())
             files.push_back(
                 {StripExtension(waves[i].name) + std::string{OnDisk::Mp3Extension}, pair->result});
-        else if (encoded == Encoded::All)
+        else if (*encoded == Encoded::All)
             files.push_back(waves[i]); // the person passed it over
     }
-    return true;
+    return {};
 }
 
-bool EncodeWavesInPlace(Session& session, const Path& folder)
+Status EncodeWavesInPlace(Session& session, const Path& folder, const AcceptLoss& accept)
 {
     const auto listed = ListFiles(folder, OnDisk::PatAll);
     if (!listed)
-        return TellFolderNotRead(session.host, listed.Error());
+        return FolderNotRead(listed.Error());
     NamesInUse names;
     for (const Path& file : *listed)
         names.Add(file.filename().native());
@@ -133,27 +135,20 @@ bool EncodeWavesInPlace(Session& session, const Path& folder)
         }
     TellKeptForms(session.host, kept);
     if (waves.empty())
-        return true;
+        return {};
     AudioBatch batch{session, waves, folder, AudioKind::Mp3};
-    const Encoded encoded = Encode(session.host, batch);
-    if (encoded == Encoded::No)
-        return false;
+    const auto encoded = Encode(session.host, batch, accept);
+    if (!encoded)
+        return encoded.Error();
     Status status = DeleteConverted(batch);
-    if (encoded == Encoded::AcceptedLoss)
+    if (*encoded == Encoded::AcceptedLoss)
         for (const Path& wave : waves)
             if (status)
                 status = DeleteFile(wave);
-    if (!status)
-        TellFailure(session.host, GetMsg(Msg::ErrorStoringFiles), status.Error());
-    return bool{status};
+    return status;
 }
 
-namespace
-{
-
-/// `refused`: because of sounds that cannot be converted, and nothing was changed.
-bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::PassOver passOver,
-                  bool& refused)
+Status ChangeStoredAudio(Session& session, const Path& folder, bool toMp3, UnfitSounds unfit)
 {
     const std::string pattern = PatternOf(toMp3 ? OnDisk::WavExtension : OnDisk::Mp3Extension);
     const WorkFolder work{InFolder(session.programFolder, OnDisk::DirTempCompr),
@@ -169,19 +164,16 @@ bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::
     const auto plain = ListFiles(folder, pattern);
     const auto streams = ListFiles(folder, pattern + std::string{OnDisk::ZlExtension});
     if (!plain || !streams)
-        return TellFolderNotRead(session.host, plain ? streams.Error() : plain.Error());
+        return FolderNotRead(plain ? streams.Error() : plain.Error());
     for (const Path& file : *plain)
         add(file, file);
     for (const Path& stream : *streams) {
         const auto free = session.machine.FreeSpace(work.Folder());
         const Path expanded = work.Folder() / StripExtension(stream.filename().native());
         const Status status = free ? ExpandZl(stream, expanded, *free) : Status{free.Error()};
-        if (!status) {
-            TellFailure(session.host,
-                        GetMsg(Msg::ErrorUnzippingFile) + TextOf(stream.filename()) + "'",
-                        status.Error());
-            return false;
-        }
+        if (!status)
+            return Saying(GetMsg(Msg::ErrorUnzippingFile) + TextOf(stream.filename()) + "'",
+                          status);
         // A killed run leaves a file beside its own stream.
         const auto [first, last] = byName.equal_range(FoldCase(expanded.filename().native()));
         const auto same = std::find_if(
@@ -192,13 +184,12 @@ bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::
             origins[same->second].push_back(stream);
     }
     if (sources.empty())
-        return true;
+        return {};
     AudioBatch batch{session, sources, work.Folder(), toMp3 ? AudioKind::Mp3 : AudioKind::Adpcm};
-    batch.LetPassOver(passOver);
-    const bool done = batch.Run();
-    refused = batch.Refused();
-    if (!done)
-        return false;
+    if (unfit == UnfitSounds::Stay)
+        batch.LetPassOver(AudioBatch::PassOver::Always);
+    if (auto done = batch.Run(); !done)
+        return done;
     CopyOptions compared;
     compared.verify = Verify::Content;
     compared.flush = true;
@@ -221,35 +212,11 @@ bool ChangeSounds(Session& session, const Path& folder, bool toMp3, AudioBatch::
         for (const Path& origin : origins[pair.source])
             if (const auto failure = status ? platform::Unlink(origin) : std::error_code{})
                 status = MakeFailure(ErrorCode::CannotDelete, TextOf(origin), failure);
-        if (!status) {
-            TellFailure(session.host, GetMsg(Msg::ErrorStoringFiles), status.Error());
-            return false;
-        }
+        if (!status)
+            return Saying(GetMsg(Msg::ErrorStoringFiles), status);
     }
     TellKeptForms(session.host, kept);
-    return true;
-}
-
-} // namespace
-
-bool ChangeStoredAudio(Session& session, const Path& folder, bool toMp3)
-{
-    bool refused = false;
-    return ChangeSounds(session, folder, toMp3, AudioBatch::PassOver::Never, refused);
-}
-
-bool ChangeLevelAudio(Session& session, const std::string& name, const Path& files)
-{
-    const bool toMp3 = session.archive.header.wavInMp3;
-    bool refused = false;
-    if (ChangeSounds(session, files, toMp3, AudioBatch::PassOver::Never, refused))
-        return true;
-    if (!session.host.AskYesNo(GetMsg(Msg::AskErrorLevelAudio, {name + std::string{lineBreak}})))
-        return false;
-    // What can be converted is, and the rest stays as it is.
-    if (refused)
-        (void)ChangeSounds(session, files, toMp3, AudioBatch::PassOver::Always, refused);
-    return true;
+    return {};
 }
 
 } // namespace kestrova

@@ -4,7 +4,6 @@
 #include "core/file_kinds.h"
 #include "core/removal.h"
 #include "formats/program_folder.h"
-#include "session/telling.h"
 #include "storage/file_jobs.h"
 #include "storage/files_exchange.h"
 #include "storage/game_files.h"
@@ -19,12 +18,6 @@ namespace kestrova
 
 namespace
 {
-
-void TellUnlessStopped(Host& host, Message words, const Failure& failure)
-{
-    if (failure.code != ErrorCode::Stopped)
-        TellFailure(host, GetMsg(words) + FileNameOf(failure.subject) + "'", failure);
-}
 
 bool MustBeExpanded(const std::string& name, bool mp3ToWave)
 {
@@ -51,15 +44,11 @@ Status CopyTheRest(const std::vector<ReadyFile>& files, const Path& temp, Progre
 
 } // namespace
 
-bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool mp3ToWave,
-                       bool* stopped)
+Result<Path> UnstoreLevelFiles(Session& session, const Path& folder, bool mp3ToWave,
+                               MayStop mayStop)
 {
-    result.clear();
     const auto failed = [&](const Failure& failure) {
-        if (stopped != nullptr)
-            *stopped = failure.code == ErrorCode::Stopped;
-        TellUnlessStopped(session.host, Msg::ErrorUnzippingFile, failure);
-        return false;
+        return Saying(GetMsg(Msg::ErrorUnzippingFile) + FileNameOf(failure.subject) + "'", failure);
     };
     const auto stored = ListFiles(folder, OnDisk::PatAll);
     if (!stored)
@@ -67,11 +56,11 @@ bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool 
     if (FolderExists(folder) && std::none_of(stored->begin(), stored->end(), [&](const Path& file) {
             return MustBeExpanded(file.filename().native(), mp3ToWave);
         }))
-        return true;
+        return Path{};
     const Path temp = InFolder(session.programFolder, OnDisk::DirTempDec);
     const auto zip =
         session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
-    if (stopped != nullptr)
+    if (mayStop == MayStop::Yes)
         zip->AllowStop();
     const auto files = ReadyLevelFiles(session, folder, temp, mp3ToWave, zip.get());
     if (!files)
@@ -82,12 +71,11 @@ bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool 
         return failed(status.Error());
     }
     zip->SetLabel({});
-    result = temp;
-    return true;
+    return temp;
 }
 
-Path DecompressSingleFile(Host& host, Machine& machine, const Folders& folders, const Path& file,
-                          bool showDialog)
+Result<Path> DecompressSingleFile(Host& host, Machine& machine, const Folders& folders,
+                                  const Path& file, bool showDialog)
 {
     const std::string name = TextOf(file.filename());
     std::unique_ptr<ProgressScope> zip;
@@ -104,11 +92,9 @@ Path DecompressSingleFile(Host& host, Machine& machine, const Folders& folders, 
         return ExpandZl(file, target, *free);
     };
     const auto status = RunFileJobs({{FileSize(file), {}, expand}}, zip.get());
-    if (status)
-        return target;
-    if (status.Error().code != ErrorCode::Stopped)
-        TellFailure(host, GetMsg(Msg::ErrorDecompressingFile) + name + "'", status.Error());
-    return {};
+    if (!status)
+        return Saying(GetMsg(Msg::ErrorDecompressingFile) + name + "'", status.Error());
+    return target;
 }
 
 } // namespace kestrova

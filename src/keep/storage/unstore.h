@@ -6,14 +6,15 @@
 namespace kestrova
 {
 
-/// Expands a stored folder into the temporary folder `_temp_Dec`. `result` stays empty when nothing
-/// had to be done; otherwise the caller removes it with `RemoveFolder`. Shows its failure; nothing
-/// is left behind then. With `stopped` the person may stop it, which that says afterwards.
-bool UnstoreLevelFiles(Session& session, const Path& folder, Path& result, bool mp3ToWave,
-                       bool* stopped = nullptr);
-/// Expands one file into `_temp_` of the program's folder; the copy's path, empty on failure, which
-/// it shows.
-Path DecompressSingleFile(Host& host, Machine& machine, const Folders& folders, const Path& file,
-                          bool showDialog);
+enum class MayStop { No, Yes };
+
+/// Expands a stored folder into the temporary folder `_temp_Dec`, whose path is the answer; empty
+/// when nothing had to be done. Otherwise the caller removes it with `RemoveFolder`. Nothing is
+/// left behind by a failure. With `MayStop::Yes` the person may stop it.
+Result<Path> UnstoreLevelFiles(Session& session, const Path& folder, bool mp3ToWave,
+                               MayStop mayStop = MayStop::No);
+/// Expands one file into `_temp_` of the program's folder; the copy's path.
+Result<Path> DecompressSingleFile(Host& host, Machine& machine, const Folders& folders,
+                                  const Path& file, bool showDialog);
 
 } // namespace kestrova

@@ -71,7 +71,7 @@ bool RefreshFiles(Intake& intake)
 bool RemoveFile(Intake& intake, const Path& file)
 {
     Session& session = intake.session;
-    if (GuardLevelOnCd(session.host, intake.draft.saved))
+    if (!DoneOrTold(session.host, GuardLevelOnCd(intake.draft.saved)))
         return false;
     if (file.empty()) {
         session.host.Tell(Tone::Error, GetMsg(Msg::NoFileSelected));
@@ -90,11 +90,13 @@ bool RemoveFile(Intake& intake, const Path& file)
 void OpenFile(Intake& intake, const Path& file)
 {
     Path shown = file;
-    if (EndsWithName(file.filename().native(), OnDisk::ZlExtension))
-        shown = DecompressSingleFile(intake.session.host, intake.session.machine,
-                                     intake.session.Folders(), file, true);
-    if (shown.empty())
-        return;
+    if (EndsWithName(file.filename().native(), OnDisk::ZlExtension)) {
+        const auto expanded = DecompressSingleFile(intake.session.host, intake.session.machine,
+                                                   intake.session.Folders(), file, true);
+        if (!DoneOrTold(intake.session.host, StatusOf(expanded)))
+            return;
+        shown = *expanded;
+    }
     if (const auto status = OpenOfLevel(intake.session.host, intake.session.machine, shown);
         !status && status.Error().code != ErrorCode::Stopped)
         TellFailure(intake.session.host, GetMsg(Msg::FileNotOpened, {TextOf(file.filename())}),
@@ -106,7 +108,7 @@ bool SetMyLanguage(Intake& intake)
     Session& session = intake.session;
     LevelDraft& draft = intake.draft;
     const Operation running{session};
-    if (GuardLevelOnCd(session.host, draft.saved) || !BeginChange(intake))
+    if (!DoneOrTold(session.host, GuardLevelOnCd(draft.saved)) || !BeginChange(intake))
         return false;
     LanguageFailure failure;
     // Files that become the level's only when the person accepts leave the game's folder alone.

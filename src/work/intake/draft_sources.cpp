@@ -5,6 +5,7 @@
 #include "intake/draft_files.h"
 #include "intake/folder_sources.h"
 #include "intake/source_choice.h"
+#include "session/telling.h"
 #include "words/intake.h"
 #include "words/sources.h"
 
@@ -95,7 +96,7 @@ bool AddSource(Intake& intake, const Path& source, Subfolders subfolders)
 
 bool AddChosenFile(Intake& intake)
 {
-    if (GuardLevelOnCd(intake.session.host, intake.draft.saved))
+    if (!DoneOrTold(intake.session.host, GuardLevelOnCd(intake.draft.saved)))
         return false;
     const auto chosen = ChooseSourceFile(intake.session);
     return chosen && AddSources(intake, {*chosen});
@@ -104,7 +105,7 @@ bool AddChosenFile(Intake& intake)
 bool AddChosenFolder(Intake& intake)
 {
     LevelDraft& draft = intake.draft;
-    if (GuardLevelOnCd(intake.session.host, draft.saved))
+    if (!DoneOrTold(intake.session.host, GuardLevelOnCd(draft.saved)))
         return false;
     const auto chosen = ChooseSourceFolder(intake.session);
     if (!chosen || !BeginChange(intake))
@@ -118,7 +119,7 @@ bool AddChosenFolder(Intake& intake)
 bool AddSources(Intake& intake, const std::vector<Path>& sources, Subfolders subfolders)
 {
     LevelDraft& draft = intake.draft;
-    if (GuardLevelOnCd(intake.session.host, draft.saved) || !BeginChange(intake))
+    if (!DoneOrTold(intake.session.host, GuardLevelOnCd(draft.saved)) || !BeginChange(intake))
         return false;
     draft.report = {};
     for (const Path& source : sources) {

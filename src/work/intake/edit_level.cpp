@@ -32,7 +32,7 @@ const LevelRecord* FindEditable(Host& host, const Folders& folders, const Archiv
         host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return nullptr;
     }
-    if (code != originalCode && !IsArchiveFolderThere(host, archive))
+    if (code != originalCode && !DoneOrTold(host, ArchiveFolderIsThere(archive)))
         return nullptr;
     const LevelRecord& current = archive.levels[static_cast<std::size_t>(index)];
     const Path home = LevelHomeOf(folders, code);
@@ -121,13 +121,13 @@ bool OpenEdit(Intake& intake)
     if (!draft.OnCd())
         draft.before = std::make_unique<FilesBefore>(draft.filesFolder, draft.saved);
     if (!session.preferences.noDecompressInProperties) {
-        Path expanded;
-        if (!UnstoreLevelFiles(session, draft.filesFolder, expanded, false)) {
+        const auto expanded = UnstoreLevelFiles(session, draft.filesFolder, false);
+        if (!DoneOrTold(session.host, StatusOf(expanded))) {
             session.host.Tell(Tone::Error, GetMsg(Msg::ErrorDecompressingFiles));
             return false;
         }
-        if (!expanded.empty()) {
-            draft.workFolder = expanded;
+        if (!expanded->empty()) {
+            draft.workFolder = *expanded;
             draft.isExpandedCopy = true;
         }
     }

@@ -11,6 +11,7 @@
 #include "session/telling.h"
 #include "storage/storage.h"
 #include "words/intake.h"
+#include "words/storage.h"
 
 #include <algorithm>
 
@@ -29,9 +30,10 @@ StepAnswer StorePlainCopy(Intake& intake)
 {
     if (intake.draft.isExpandedCopy)
         intake.progress.SetLabel(GetMsg(Msg::FileCopyLabel));
-    return AnswerFor(StoreLevelFiles(intake.session, intake.draft.workFolder,
-                                     intake.draft.record.levelCode, &intake.progress,
-                                     StoreAs::Plain));
+    return AnswerFor(
+        DoneOrTold(intake.session.host, StoreLevelFiles(intake.session, intake.draft.workFolder,
+                                                        intake.draft.record.levelCode,
+                                                        &intake.progress, StoreAs::Plain)));
 }
 
 /// False, with a message, when the level's index could not be kept.
@@ -59,13 +61,22 @@ StepAnswer StoreFiles(Intake& intake)
     if (!header.compressLevels && !header.wavInMp3)
         return StorePlainCopy(intake);
     intake.progress.SetLabel(GetMsg(Msg::AddingLevel));
-    if (StoreLevelFiles(intake.session, draft.workFolder, draft.record.levelCode, &intake.progress))
+    Host& host = intake.session.host;
+    const auto stored =
+        StoreLevelFiles(intake.session, draft.workFolder, draft.record.levelCode, &intake.progress,
+                        StoreAs::ArchiveSays, [&](const Failure& failure) {
+                            TellFailure(host, failure);
+                            return host.AskYesNo(GetMsg(Msg::ContinueFileCopy), Consent::Explicit);
+                        });
+    if (stored)
         return StepAnswer::GoesOn;
-    if (!intake.progress.Step()) {
+    if (stored.Error().code == ErrorCode::Stopped) {
         // Nothing was given up, and the dialog is as before.
         ClearProgress(intake.progress);
         return StepAnswer::Stopped;
     }
+    if (stored.Error().code != ErrorCode::NotDone) // the sounds were told with their question
+        TellFailure(host, stored.Error());
     // Without a temporary folder the files stand in their place already, some of them compressed.
     return draft.isExpandedCopy ? StorePlainCopy(intake) : StepAnswer::GoesOn;
 }

@@ -173,13 +173,20 @@ bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope
         session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
         return false;
     }
-    bool stopped = false;
-    if (!UnstoreLevelFiles(session, files, out.unpacked, true, &stopped)) {
-        if (stopped)
+    const auto unpacked = UnstoreLevelFiles(session, files, true, MayStop::Yes);
+    if (!unpacked) {
+        TellFailure(session.host, unpacked.Error());
+        switch (unpacked.Error().code) {
+        case ErrorCode::Stopped:
+        case ErrorCode::Refused: // a sound that stays what it is, or a No to going on without it
+        case ErrorCode::NotDone:
             return TellStopped(session.host);
-        session.host.Tell(Tone::Error, GetMsg(Msg::ExportErrorDecompressing));
-        return false;
+        default:
+            session.host.Tell(Tone::Error, GetMsg(Msg::ExportErrorDecompressing));
+            return false;
+        }
     }
+    out.unpacked = *unpacked;
     const auto status = out.unpacked.empty()
                             ? CopyIn(ListFiles(files, OnDisk::PatAll), out, progress)
                             : MoveIn(out.unpacked, out.Place(), progress);

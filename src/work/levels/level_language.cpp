@@ -10,6 +10,7 @@
 #include "history/watched_files.h"
 #include "levels/file_names.h"
 #include "session/operation.h"
+#include "session/telling.h"
 #include "swap/folder_guard.h"
 #include "swap/installed_language.h"
 #include "swap/level_placements.h"
@@ -310,7 +311,8 @@ bool ChangeLanguageOfSelected(Session& session, LanguageChange change)
     }
     const std::ptrdiff_t index = FindLevel(session.archive, *code);
     if (index >= 0 &&
-        GuardLevelOnCd(session.host, session.archive.levels[static_cast<std::size_t>(index)]))
+        !DoneOrTold(session.host,
+                    GuardLevelOnCd(session.archive.levels[static_cast<std::size_t>(index)])))
         return false;
     return ChangeLanguageOfLevel(session, *code, change, true);
 }

@@ -82,7 +82,7 @@ bool ShowMoreInfo(Host& host, Machine& machine, const Folders& folders, const Ar
         return OpenReadme(host, machine, **stored);
     const auto disc = LevelFolderOf(folders, archive, code);
     if (!disc) {
-        host.Tell(Tone::Error, disc.Error().reason);
+        TellFailure(host, disc.Error());
         return false;
     }
     const Path onDisc = InFolder(*disc, OnDisk::DirFiles);

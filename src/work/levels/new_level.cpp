@@ -61,7 +61,7 @@ bool MakeWay(Session& session, const Path& folder)
 bool BeginNewLevel(Session& session, LevelRecord& level)
 {
     if (!HasArchive(session.host, session.archive) ||
-        !IsArchiveFolderThere(session.host, session.archive))
+        !DoneOrTold(session.host, ArchiveFolderIsThere(session.archive)))
         return false;
     level = LevelRecord{};
     level.levelCode = NextLevelCode(session.archive);

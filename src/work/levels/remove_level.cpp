@@ -71,7 +71,8 @@ bool MayBeRemoved(Session& session, LevelCode code)
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
     }
-    if (GuardLevelOnCd(session.host, session.archive.levels[static_cast<std::size_t>(index)]))
+    if (!DoneOrTold(session.host,
+                    GuardLevelOnCd(session.archive.levels[static_cast<std::size_t>(index)])))
         return false;
     if (code == originalCode) {
         session.host.Tell(Tone::Error, GetMsg(Msg::RemoveOriginalLevel, {lineBreak}));
@@ -191,7 +192,8 @@ bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
 {
     const Operation operation{session};
     if (!HasArchive(session.host, session.archive) ||
-        !IsArchiveFolderThere(session.host, session.archive) || !MayBeRemoved(session, code))
+        !DoneOrTold(session.host, ArchiveFolderIsThere(session.archive)) ||
+        !MayBeRemoved(session, code))
         return false;
     const Path folder = LevelHomeOf(session.Folders(), code);
     const auto canLook = IsFolder(folder);

@@ -123,9 +123,10 @@ bool CopyFull(Session& session, const Path& trle, const Path& target, const Soun
 {
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::FileCopyInProgress));
-    if (!CopyThroughLinks(session.host, trle, target, *progress,
-                          [&](const Path& file) { return leftovers.OriginalOf(file); }))
-        return false;
+    if (const auto copied = CopyThroughLinks(
+            trle, target, *progress, [&](const Path& file) { return leftovers.OriginalOf(file); });
+        !copied)
+        return DoneOrTold(session.host, copied);
     const Path audio = InFolder(target, OnDisk::DirAudio);
     const Path script = InFolder(target, OnDisk::DirScript);
     const auto waves = ListFiles(audio, OnDisk::PatWav);
@@ -162,8 +163,8 @@ bool CopyCompact(Host& host, const Folders& folders, const Path& trle, const Pat
     }
     const auto copyFolder = [&](Message label, std::string_view folder) {
         progress->SetLabel(GetMsg(label));
-        return CopyThroughLinks(host, InFolder(trle, folder), InFolder(target, folder), *progress,
-                                [](const Path& file) { return file; });
+        return DoneOrTold(host, CopyThroughLinks(InFolder(trle, folder), InFolder(target, folder),
+                                                 *progress, [](const Path& file) { return file; }));
     };
     const auto graphics = IsFolder(InFolder(trle, OnDisk::DirGraphics));
     if (!graphics)
@@ -193,7 +194,7 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
         return false;
 
     const Path target = NewBackupFolder(session.Folders());
-    if (!SettleBackupFolders(session.host, session.Folders()))
+    if (!DoneOrTold(session.host, SettleBackupFolders(session.Folders())))
         return false;
     const auto hasOld = IsFolder(session.BackupFolder());
     SoundsLeft leftovers{session};

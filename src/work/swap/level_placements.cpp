@@ -36,8 +36,7 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
 {
     const auto home = LevelFolderOf(session.Folders(), session.archive, code);
     if (!home) {
-        session.host.Tell(Tone::Error, home.Error().reason);
-        return false;
+        return DoneOrTold(session.host, home.Error());
     }
     const Path source = InFolder(*home, OnDisk::DirFiles);
     if (!FolderExists(source)) {
@@ -55,7 +54,12 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
                     need += static_cast<double>(file.size);
             return TellNoSpace(session.host, session.machine, session.Folders(), need);
         }
-        TellFailure(session.host, GetMsg(Msg::ErrorDecompressingFiles), ready.Error());
+        // A sound that was not decoded has its own words.
+        const bool isSound = !ready.Error().sentence.empty();
+        if (isSound)
+            TellFailure(session.host, ready.Error());
+        TellFailure(session.host, GetMsg(Msg::ErrorDecompressingFiles),
+                    isSound ? Failure{} : ready.Error());
         return false;
     }
     std::vector<std::string> refused;

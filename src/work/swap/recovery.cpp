@@ -155,7 +155,8 @@ bool FinishSavegames(Session& session)
 
 bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
 {
-    if (!SettleBackupFolders(session.host, session.Folders()) || !FinishSavegames(session))
+    if (!DoneOrTold(session.host, SettleBackupFolders(session.Folders())) ||
+        !FinishSavegames(session))
         return false;
     const auto found = ReadJournal(session.Folders());
     if (!found)

@@ -2,6 +2,7 @@
 
 #include "archive/archive_saving.h"
 #include "archive/level_sizes.h"
+#include "session/telling.h"
 #include "words/upkeep.h"
 
 namespace kestrova
@@ -11,7 +12,9 @@ bool ShowArchiveSizes(Session& session)
 {
     if (!HasArchive(session.host, session.archive))
         return false;
-    const bool measured = RecomputeArchiveSize(session, true);
+    const Status measured = RecomputeArchiveSize(session, true);
+    const bool isStopped = !measured && measured.Error().code == ErrorCode::Stopped;
+    DoneOrTold(session.host, measured);
     session.list.Refresh();
     const ArchiveHeader& archive = session.archive.header;
     session.host.Tell(Tone::Plain,
@@ -19,8 +22,8 @@ bool ShowArchiveSizes(Session& session)
                              {FormatSize(archive.mainFolderSize), lineBreak,
                               FormatSize(archive.secondaryFolderSize), lineBreak,
                               FormatSize(archive.mainFolderSize + archive.secondaryFolderSize)}),
-                      measured ? std::string{} : GetMsg(Msg::ArchiveSizesStopped));
-    return measured;
+                      isStopped ? GetMsg(Msg::ArchiveSizesStopped) : std::string{});
+    return !isStopped;
 }
 
 } // namespace kestrova

@@ -266,7 +266,7 @@ bool ChangeCompression(Session& session, const AudioStep& audio)
         progress->AllowStop();
         all = ChangeLevels(session, audio, *progress, pictures);
     }
-    RecomputeArchiveSize(session, false);
+    DoneOrTold(session.host, RecomputeArchiveSize(session, false));
     session.list.Refresh();
     std::string details = all ? std::string{} : GetMsg(Msg::CompressionPartlyChanged);
     if (pictures > 0 && session.archive.header.compressLevels)

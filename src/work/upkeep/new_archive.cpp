@@ -142,7 +142,7 @@ bool FillNewArchive(Session& session, const Path& folder, const Path& file)
     if (!DoneOrTold(session.host, HoldArchiveFolder(session.locks, session.Folders(), place)))
         return false;
     session.archive.file = target;
-    RecomputeArchiveSize(session, false);
+    DoneOrTold(session.host, RecomputeArchiveSize(session, false));
     return !session.archive.dirty || !session.preferences.autoSave;
 }
 

@@ -2,6 +2,7 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "archive/tr4_index.h"
+#include "session/telling.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>
@@ -48,8 +49,8 @@ TEST_F(ArchiveMemory, ALevelOnADiscIsNotAvailable)
     EXPECT_EQ(LevelFolderOf(box.session.Folders(), box.session.archive, code).Error().code,
               ErrorCode::Missing);
     EXPECT_EQ(LevelHomeOf(box.session.Folders(), code), box / "levels/LEVEL_0001");
-    EXPECT_TRUE(GuardLevelOnCd(box.session.host, box.session.archive.levels[1]));
-    EXPECT_FALSE(GuardLevelOnCd(box.session.host, box.session.archive.levels[0]));
+    EXPECT_FALSE(DoneOrTold(box.host, GuardLevelOnCd(box.session.archive.levels[1])));
+    EXPECT_TRUE(GuardLevelOnCd(box.session.archive.levels[0]));
     box.session.archive.header.cdCount = 2;
     EXPECT_TRUE(IsArchiveOnCd(box.session.archive));
 }
@@ -90,7 +91,9 @@ TEST_F(ArchiveMemory, AStoppedMeasureKeepsWhatItHas)
     box.AddLevel("One", {{"a.tr4", "1"}});
     box.AddLevel("Two", {{"a.tr4", "22"}});
     box.host.StopAtStep(2);
-    EXPECT_FALSE(RecomputeArchiveSize(box.session, true));
+    const auto measured = RecomputeArchiveSize(box.session, true);
+    ASSERT_FALSE(measured);
+    EXPECT_EQ(measured.Error().code, ErrorCode::Stopped);
     EXPECT_EQ(box.session.archive.levels[1].filesSize, 1);
     EXPECT_EQ(box.session.archive.levels[2].filesSize, 0);
     EXPECT_EQ(box.session.archive.header.mainFolderSize, 1);

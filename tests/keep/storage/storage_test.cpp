@@ -3,6 +3,7 @@
 #include "pictures/jpeg.h"
 #include "platform/file_content.h"
 #include "sandbox/faults.h"
+#include "session/telling.h"
 #include "storage/files_exchange.h"
 #include "storage/game_files.h"
 #include "storage/storage.h"
@@ -52,7 +53,10 @@ protected:
         for (const auto& [name, content] : files)
             box.Write("source/" + name, content);
     }
-    bool Store() { return StoreLevelFiles(box.session, box / "source", code, nullptr); }
+    bool Store()
+    {
+        return DoneOrTold(box.host, StoreLevelFiles(box.session, box / "source", code, nullptr));
+    }
     [[nodiscard]] Files Stored() const { return box.Snapshot("levels/LEVEL_0001/files"); }
     /// What the stored folder gives to the game.
     Files Ready()
@@ -177,7 +181,8 @@ TEST_F(Storage, IsTheOldLevelOrTheNewOneWhereverItFails)
             for (const auto& [name, content] : LevelSource())
                 own.Write("source/" + name, content);
             const auto run = WithFaultAt(
-                step, [&] { return StoreLevelFiles(own.session, own / "source", 1, nullptr); },
+                step,
+                [&] { return bool{StoreLevelFiles(own.session, own / "source", 1, nullptr)}; },
                 std::errc::no_space_on_device, after);
             const Files stored = own.Snapshot("levels/LEVEL_0001/files");
             EXPECT_EQ(own.Snapshot("source"), LevelSource()) << run.call;
@@ -199,7 +204,9 @@ TEST_F(Storage, ATakenExchangeLeavesOneWholeFolderWhereverItIsKilled)
         own.MakeBackupAndArchive();
         own.AddLevel("Level", {{"old.tr4", "old"}});
         own.Write("source/new.tr4", "new");
-        const auto work = [&] { return StoreLevelFiles(own.session, own / "source", 1, nullptr); };
+        const auto work = [&] {
+            return bool{StoreLevelFiles(own.session, own / "source", 1, nullptr)};
+        };
         const KillRun run = WithKillAt(step, work);
         const Files stored = own.Snapshot("levels/LEVEL_0001/files");
         EXPECT_TRUE(stored == (Files{{"old.tr4", "old"}}) || stored == (Files{{"new.tr4", "new"}}))
@@ -239,7 +246,7 @@ TEST_F(Storage, InPlaceNoFileIsLostWhereverItIsKilled)
         own.AddLevel("Level", {{"a.tr4", "first"}, {"b.wav", "second"}, {"c.dat", "third"}});
         const Path files = own / "levels/LEVEL_0001/files";
         const KillRun run =
-            WithKillAt(step, [&] { return StoreLevelFiles(own.session, files, 1, nullptr); });
+            WithKillAt(step, [&] { return bool{StoreLevelFiles(own.session, files, 1, nullptr)}; });
         const auto ready = ReadyLevelFiles(own.session, files, own / "home/staging", true, nullptr);
         ASSERT_TRUE(ready) << run.call;
         Files content;
@@ -320,14 +327,12 @@ TEST_F(Storage, ADamagedStreamIsFoundAndNamedAndLeavesNothing)
     EXPECT_FALSE(box.Has("home/staging"));
     EXPECT_FALSE(PlanLevelFiles(files));
 
-    Path result;
-    EXPECT_FALSE(UnstoreLevelFiles(box.session, files, result, true));
+    EXPECT_FALSE(DoneOrTold(box.host, StatusOf(UnstoreLevelFiles(box.session, files, true))));
     EXPECT_TRUE(box.host.WasTold("Errore decompressing file 'bad.tr4.zl'"));
-    EXPECT_TRUE(result.empty());
     EXPECT_FALSE(box.Has("home/_temp_Dec"));
-    EXPECT_TRUE(DecompressSingleFile(box.session.host, box.session.machine, box.session.Folders(),
-                                     files / "bad.tr4.zl", true)
-                    .empty());
+    EXPECT_FALSE(DoneOrTold(box.host, StatusOf(DecompressSingleFile(
+                                          box.session.host, box.session.machine,
+                                          box.session.Folders(), files / "bad.tr4.zl", true))));
     EXPECT_TRUE(box.host.WasTold("Error decompressing file 'bad.tr4.zl'"));
     EXPECT_EQ(box.Snapshot("levels"), before);
 }
@@ -350,36 +355,37 @@ TEST_F(Storage, WhatDoesNotFitOnTheDiskIsFoundBeforeItIsWritten)
 TEST_F(Storage, AVanishedOrStoppedSourceIsToldAndLeavesNothing)
 {
     Prepare(LevelSource());
-    EXPECT_FALSE(StoreLevelFiles(box.session, box / "gone", code, nullptr));
+    EXPECT_FALSE(DoneOrTold(box.host, StoreLevelFiles(box.session, box / "gone", code, nullptr)));
     EXPECT_TRUE(box.host.WasTold("Errore copying/compressing level files"));
     const auto gone =
         ReadyLevelFiles(box.session, box / "gone", box / "home/staging", true, nullptr);
     ASSERT_FALSE(gone);
     EXPECT_EQ(gone.Error().code, ErrorCode::Missing);
-    Path result;
-    EXPECT_FALSE(UnstoreLevelFiles(box.session, box / "gone", result, true));
+    EXPECT_FALSE(UnstoreLevelFiles(box.session, box / "gone", true));
     EXPECT_EQ(Stored(), (Files{{"old.tr4", "old"}}));
 }
 
 TEST_F(Storage, UnstoreGivesACopyOnlyWhenThereIsSomethingToDo)
 {
     Prepare({});
-    Path result = "something";
     const Path files = box / "levels/LEVEL_0001/files";
-    ASSERT_TRUE(UnstoreLevelFiles(box.session, files, result, true));
-    EXPECT_TRUE(result.empty());
+    auto result = UnstoreLevelFiles(box.session, files, true);
+    ASSERT_TRUE(result);
+    EXPECT_TRUE(result->empty());
     box.Write("home/_temp_Dec/left over.txt", "from an earlier use");
     box.Write("levels/LEVEL_0001/files/level1.tr4.zl", CompressZlBytes("level"));
     const Files before = Stored();
-    ASSERT_TRUE(UnstoreLevelFiles(box.session, files, result, true));
-    EXPECT_EQ(result, box / "home/_temp_Dec");
+    result = UnstoreLevelFiles(box.session, files, true);
+    ASSERT_TRUE(result);
+    EXPECT_EQ(*result, box / "home/_temp_Dec");
     EXPECT_EQ(box.Snapshot("home/_temp_Dec"), (Files{{"level1.tr4", "level"}, {"old.tr4", "old"}}));
     EXPECT_EQ(Stored(), before);
-    EXPECT_TRUE(RemoveFolder(result));
+    EXPECT_TRUE(RemoveFolder(*result));
 
-    const Path single = DecompressSingleFile(box.session.host, box.session.machine,
+    const auto single = DecompressSingleFile(box.session.host, box.session.machine,
                                              box.session.Folders(), files / "level1.tr4.zl", true);
-    EXPECT_EQ(single, box / "home/_temp_/level1.tr4");
+    ASSERT_TRUE(single);
+    EXPECT_EQ(*single, box / "home/_temp_/level1.tr4");
     EXPECT_EQ(box.Read("home/_temp_/level1.tr4"), "level");
 }
 

@@ -1,11 +1,13 @@
 #include "conversion/audio_batch.h"
 #include "conversion/mp3_tools.h"
 #include "sandbox/sound_files.h"
+#include "session/telling.h"
 #include "storage/game_files.h"
 #include "storage/storage.h"
 #include "storage/stored_audio.h"
 #include "storage/unstore.h"
 #include "storage/zl_file.h"
+#include "words/storage.h"
 #include "world/tool_box.h"
 
 #include <gtest/gtest.h>
@@ -32,8 +34,17 @@ struct AudioArchive : ToolBox {
     [[nodiscard]] std::string Files() const { return "levels/LEVEL_0001/files"; }
     bool Store()
     {
-        return StoreLevelFiles(session, root / "in", session.archive.levels.back().levelCode,
-                               nullptr);
+        return DoneOrTold(host, StoreLevelFiles(session, root / "in",
+                                                session.archive.levels.back().levelCode, nullptr,
+                                                StoreAs::ArchiveSays, Accept()));
+    }
+    /// Whoever stores asks so.
+    AcceptLoss Accept()
+    {
+        return [this](const Failure& failure) {
+            TellFailure(host, failure);
+            return host.AskYesNo(GetMsg(Msg::ContinueFileCopy), Consent::Explicit);
+        };
     }
     [[nodiscard]] std::vector<std::string> Names(const std::string& folder) const
     {
@@ -63,9 +74,9 @@ TEST(StoredAudio, WavesAreKeptAsMp3AndComeBackInTheGamesForm)
                                               : (Names{"101.mp3", "a.tr4", "step.mp3"}));
         const auto plan = PlanLevelFiles(box / box.Files());
         ASSERT_TRUE(plan);
-        Path result;
-        ASSERT_TRUE(UnstoreLevelFiles(box.session, box / box.Files(), result, true))
-            << box.host.AllTold();
+        const auto waves = UnstoreLevelFiles(box.session, box / box.Files(), true);
+        ASSERT_TRUE(waves) << box.host.AllTold();
+        const Path result = *waves;
         ASSERT_EQ(ListFiles(result, "*")->size(), 3U);
         for (std::size_t i = 0; i < 3; ++i) {
             EXPECT_EQ((*plan)[i].name, ListFiles(result, "*")->at(i).filename());
@@ -75,10 +86,11 @@ TEST(StoredAudio, WavesAreKeptAsMp3AndComeBackInTheGamesForm)
         for (const char* name : {"101.wav", "step.wav"})
             EXPECT_EQ(ClassifyWav(result / name, AudioKind::Adpcm).mode, 0) << name;
         ASSERT_TRUE(RemoveFolder(result));
-        ASSERT_TRUE(UnstoreLevelFiles(box.session, box / box.Files(), result, false));
-        EXPECT_EQ(result.empty(), !compress) << "mp3 stays mp3";
+        const auto unstored = UnstoreLevelFiles(box.session, box / box.Files(), false);
+        ASSERT_TRUE(unstored);
+        EXPECT_EQ(unstored->empty(), !compress) << "mp3 stays mp3";
         if (compress) {
-            EXPECT_TRUE(FileExists(result / "101.mp3"));
+            EXPECT_TRUE(FileExists(*unstored / "101.mp3"));
         }
     }
     EXPECT_FALSE(box.Has("home/_temp_Compr"));
@@ -135,9 +147,8 @@ TEST(StoredAudio, ALevelThatCannotBeDecodedIsNotUnstored)
     EXPECT_EQ((*ready)[2].path, box / box.Files() / "none.mp3");
     box.machine.tools.erase("madplay");
     box.host.WillAsk("Missing mp3 decoder 'madplay.exe'", false);
-    Path result;
-    EXPECT_FALSE(UnstoreLevelFiles(box.session, box / box.Files(), result, true));
-    EXPECT_TRUE(result.empty());
+    EXPECT_FALSE(
+        DoneOrTold(box.host, StatusOf(UnstoreLevelFiles(box.session, box / box.Files(), true))));
     EXPECT_TRUE(box.host.WasTold("Failed conversion: Error decoding mp3 (101.mp3)"));
     EXPECT_EQ(box.Snapshot(box.Files()), stored);
     EXPECT_FALSE(box.Has("home/_temp_Dec"));
@@ -155,7 +166,7 @@ TEST(StoredAudio, StoredSoundsChangeFormBothWays)
     EXPECT_EQ(ClassifyWav(box / box.Files() / "101.wav", AudioKind::Adpcm).mode, 0);
     // Deflated ones too.
     ASSERT_TRUE(CompressToZl(box / box.Files() / "101.wav", box / box.Files() / "102.wav.zl"));
-    ASSERT_TRUE(ChangeLevelAudio(box.session, "With sounds", box / box.Files()));
+    ASSERT_TRUE(ChangeStoredAudio(box.session, box / box.Files(), true));
     EXPECT_EQ(box.Names(box.Files()), (Names{"101.mp3", "102.mp3", "a.tr4"}));
     // A killed run left a wave beside its own stream.
     ASSERT_TRUE(ChangeStoredAudio(box.session, box / box.Files(), false));
@@ -164,10 +175,9 @@ TEST(StoredAudio, StoredSoundsChangeFormBothWays)
     EXPECT_EQ(box.Names(box.Files()), (Names{"101.mp3", "102.mp3", "a.tr4"}));
     box.Write(box.Files() + "/103.wav", "no wave");
     const auto before = box.Snapshot(box.Files());
-    for (const bool goOn : {true, false}) {
-        box.host.WillAsk("Error converting audio files for level: With sounds", goOn);
-        EXPECT_EQ(ChangeLevelAudio(box.session, "With sounds", box / box.Files()), goOn);
-    }
+    const auto refused = ChangeStoredAudio(box.session, box / box.Files(), true);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.Error().code, ErrorCode::Refused);
     EXPECT_EQ(box.Snapshot(box.Files()), before);
     EXPECT_FALSE(box.Has("home/_temp_Compr"));
 }
@@ -193,7 +203,7 @@ TEST(StoredAudio, AnMp3OfTheLevelsOwnStaysBesideItsWave)
         for (const auto& [name, content] : source)
             box.Write(box.Files() + "/" + name, content);
         box.host.told.clear();
-        ASSERT_TRUE(inPlace ? EncodeWavesInPlace(box.session, box / box.Files())
+        ASSERT_TRUE(inPlace ? EncodeWavesInPlace(box.session, box / box.Files(), box.Accept())
                             : ChangeStoredAudio(box.session, box / box.Files(), true))
             << box.host.AllTold();
         EXPECT_TRUE(holdsBoth()) << inPlace;

@@ -257,7 +257,7 @@ TEST_F(ArchiveLife, AListThatBelongsToNoFileChangesNothingOnTheDisk)
             EXPECT_EQ(box.host.told.size(), 5U) << "each says why, once: " << box.host.AllTold();
             EXPECT_FALSE(SaveArchive(box.session));
             EXPECT_FALSE(box.session.archive.dirty) << "there is nothing to be asked about";
-            RecomputeArchiveSize(box.session, false);
+            EXPECT_TRUE(RecomputeArchiveSize(box.session, false));
             AskSaveChanges(box.session);
         }
     }
