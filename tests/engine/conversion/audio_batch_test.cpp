@@ -9,6 +9,7 @@
 #include "conversion/sound_tools.h"
 #include "core/staged_file.h"
 #include "sandbox/sound_files.h"
+#include "session/telling.h"
 #include "words/conversion.h"
 #include "world/tool_box.h"
 
@@ -452,7 +453,8 @@ TEST(LevelAudio, TracksBecomeTheGamesFormAndSamplesMono)
             box.Write(std::string{"in/"} + name, mp3);
     };
     const auto decode = [&](bool force, bool samplesOnly) {
-        return DecodeLevelMp3(box.session, box / "in", box.In(), force, samplesOnly);
+        return DoneOrTold(box.host,
+                          DecodeLevelMp3(box.session, box / "in", box.In(), force, samplesOnly));
     };
     fill();
     const auto before = box.Snapshot("in");

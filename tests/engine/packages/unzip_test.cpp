@@ -3,6 +3,7 @@
 #include "packages/zip_folder.h"
 
 #include "core/text.h"
+#include "session/telling.h"
 #include "world/tool_box.h"
 #include "world/world.h"
 
@@ -101,11 +102,12 @@ TEST_F(ZipFiles, FailInWordsAndLeaveNoHalfZip)
 
     box.machine.tools.clear();
     fs::remove(box.session.programFolder / "zip");
-    EXPECT_FALSE(state.Done(ZipFolder(ToolsOf(box.session), box / "a.zip", box / "in", state)));
+    EXPECT_FALSE(
+        DoneOrTold(box.host, ZipFolder(ToolsOf(box.session), box / "a.zip", box / "in", state)));
     EXPECT_TRUE(box.host.WasTold("Zip program 'pkzip.exe' not found in: " +
                                  box.session.programFolder.native()));
-    EXPECT_FALSE(
-        state.Done(UnzipQuick(ToolsOf(box.session), box / "a.zip", box / "in", {}, state)));
+    EXPECT_FALSE(DoneOrTold(
+        box.host, UnzipQuick(ToolsOf(box.session), box / "a.zip", box / "in", {}, state)));
     EXPECT_TRUE(box.host.WasTold("Unzip: I cannot find  'unzip.exe' utility\r\nIt's necessary"));
     EXPECT_FALSE(Unzip("a.zip", "out"));
     EXPECT_NE(state.error.find("Missing utility"), std::string::npos);

@@ -182,7 +182,10 @@ TEST_F(Storage, IsTheOldLevelOrTheNewOneWhereverItFails)
                 own.Write("source/" + name, content);
             const auto run = WithFaultAt(
                 step,
-                [&] { return bool{StoreLevelFiles(own.session, own / "source", 1, nullptr)}; },
+                [&] {
+                    return DoneOrTold(own.host,
+                                      StoreLevelFiles(own.session, own / "source", 1, nullptr));
+                },
                 std::errc::no_space_on_device, after);
             const Files stored = own.Snapshot("levels/LEVEL_0001/files");
             EXPECT_EQ(own.Snapshot("source"), LevelSource()) << run.call;

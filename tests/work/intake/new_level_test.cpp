@@ -299,8 +299,8 @@ TEST_F(NewLevelTest, TheStoredFormOfAnArchiveComesInAsWhatItIsAndWithinTheLimits
     const auto packed = CopyOrUnzipSource(box.session, box / "bomb.zip", level.draft.workFolder,
                                           options, *progress, report);
     ASSERT_FALSE(packed);
-    EXPECT_NE(packed.Error().subject.find("No level does that"), std::string::npos)
-        << packed.Error().subject;
+    EXPECT_NE(packed.Error().sentence.find("No level does that"), std::string::npos)
+        << packed.Error().sentence;
     Status last;
     for (const char* name : {"a", "b", "c"})
         if (last)
