@@ -14,6 +14,7 @@ bool Same(const ProgramSettings& a, const ProgramSettings& b)
 {
     return a.wineCommand == b.wineCommand && a.wineWords == b.wineWords &&
            a.historyCount == b.historyCount && a.historyMegabytes == b.historyMegabytes &&
+           a.undoCount == b.undoCount && a.undoMegabytes == b.undoMegabytes &&
            a.exactFolders == b.exactFolders;
 }
 

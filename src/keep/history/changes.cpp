@@ -183,9 +183,8 @@ Status NoteChange(const Folders& folders, const Change& change)
 
 void DropChange(const Folders& folders, const Change& change)
 {
-    if (!change.kept.empty())
-        (void)RemoveFolder(change.kept); // contents that nobody names do no harm
-    (void)DropNote(folders);             // the next start finds nothing to do
+    ClearUndoContents(change.kept);
+    (void)DropNote(folders); // the next start finds nothing to do
 }
 
 namespace

@@ -9,6 +9,8 @@
 #include "core/text.h"
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
+#include "formats/record_json.h"
+#include "words/message.h"
 
 #include <algorithm>
 #include <iterator>
@@ -73,6 +75,9 @@ Result<AllEntries> ReadAll(const Folders& folders)
 /// In one step, so that a killed removal leaves something that the next start clears.
 void RemoveAside(const Path& folder)
 {
+    if (folder.filename().native().find(Filled(OnDisk::FragSetAside, {"", ""})) ==
+        std::string::npos)
+        return; // no change gave it that name
     const Path leaving = StagedNameFor(folder);
     NotePlace(folder.parent_path());
     if (!platform::Rename(folder, leaving))
@@ -117,7 +122,19 @@ std::uint64_t BytesOf(const Change& entry)
 {
     const double kept =
         entry.kept.empty() ? 0 : FolderSize(entry.kept).ValueOr(0); // shown, and bounded by
-    return static_cast<std::uint64_t>(kept) + (entry.moved ? entry.moved->bytes : 0);
+    const bool aside = entry.moved && !entry.isUndone;
+    return static_cast<std::uint64_t>(kept) + (aside ? entry.moved->bytes : 0);
+}
+
+void ClearUndoContents(const Path& kept)
+{
+    if (kept.empty())
+        return;
+    if (const auto files = ListFiles(kept, OnDisk::PatAll))
+        for (const Path& file : *files)
+            if (IsContentHash(file.filename().native()))
+                (void)platform::Unlink(file); // contents that nobody names do no harm
+    (void)platform::RemoveFolder(kept);
 }
 
 void DropUndoEntry(const Folders& folders, const Change& entry)
@@ -130,8 +147,7 @@ void DropUndoEntry(const Folders& folders, const Change& entry)
 
 void DropUsedEntry(const Folders& folders, const Change& entry)
 {
-    if (!entry.kept.empty())
-        (void)RemoveFolder(entry.kept); // contents that nobody names do no harm
+    ClearUndoContents(entry.kept);
     (void)platform::Unlink(UndoEntryFile(folders, entry.id)); // the next entry tries again
 }
 

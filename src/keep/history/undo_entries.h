@@ -20,6 +20,8 @@ Path UndoEntryFile(const Folders& folders, std::int32_t id);
 /// The folder for contents that go with an entry: of the player's files, or beside a level's own.
 Path UndoContents(const Folders& folders, std::int32_t id);
 Path UndoContentsOfLevel(const Path& home, std::int32_t id);
+/// Contents of that folder, and it itself where nothing else lies in it, are gone.
+void ClearUndoContents(const Path& kept);
 /// What an entry takes on the disk.
 std::uint64_t BytesOf(const Change& entry);
 
