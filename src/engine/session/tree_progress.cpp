@@ -2,6 +2,7 @@
 
 #include "core/look.h"
 #include "core/removal.h"
+#include "session/cleared_progress.h"
 #include "words/common.h"
 #include "words/session.h"
 
@@ -35,8 +36,7 @@ Status RemoveTreeWithProgress(const Path& folder, ProgressScope& progress)
         progress.SetBar(i, tree->folders.size());
         progress.Step();
     }
-    progress.SetLabel({});
-    progress.SetBar(0, 0);
+    ClearProgress(progress);
     return {};
 }
 

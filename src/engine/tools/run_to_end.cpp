@@ -2,6 +2,7 @@
 
 #include "core/text.h"
 #include "platform/places.h"
+#include "session/cleared_progress.h"
 #include "tools/program_launch.h"
 #include "tools/tool_output.h"
 #include "words/common.h"
@@ -169,9 +170,10 @@ void ClearToolProgress(const ToolProgressState& state)
 {
     if (state.progress == nullptr)
         return;
-    if (!state.quiet)
-        state.progress->SetLabel({});
-    state.progress->SetBar(0, 0);
+    if (state.quiet)
+        state.progress->SetBar(0, 0);
+    else
+        ClearProgress(*state.progress);
 }
 
 } // namespace kestrova

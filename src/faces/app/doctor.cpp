@@ -152,13 +152,10 @@ void FoldersOfNoLevel(const Folders& folders, const Archive& archive,
                       std::vector<Finding>& findings)
 {
     const auto named = [](const std::vector<Path>& some) {
-        constexpr std::size_t most = 20;
         std::vector<std::string> names;
-        for (std::size_t i = 0; i < std::min(some.size(), most); ++i)
-            names.push_back(TextOf(some[i]));
-        if (some.size() > most)
-            names.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(some.size() - most)}));
-        return Join(names, ", ");
+        for (const Path& folder : some)
+            names.push_back(TextOf(folder));
+        return ShownNames(names);
     };
     const auto found = FindUnknownFolders(archive);
     if (!found) {
@@ -192,29 +189,22 @@ void FoldersOfNoLevel(const Folders& folders, const Archive& archive,
 /// Levels whose stored files are not all that they are known to have.
 Finding Levels(const Folders& folders, const Archive& archive)
 {
-    constexpr std::size_t mostNamed = 20;
     std::vector<std::string> lacking;
     std::string notRead;
-    std::size_t more = 0;
     for (const LevelRecord& level : archive.levels) {
         const auto gaps = GapsOf(folders, level);
         if (!gaps && notRead.empty())
             notRead = gaps.Error().subject;
         if (!gaps || AllGaps(*gaps).empty())
             continue;
-        if (lacking.size() < mostNamed)
-            lacking.push_back(ZeroPadded(level.levelCode, 4));
-        else
-            ++more;
+        lacking.push_back(ZeroPadded(level.levelCode, 4));
     }
-    if (more > 0)
-        lacking.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(more)}));
     if (lacking.empty() && !notRead.empty())
         return Bad(Msg::DoctorLevels, GetMsg(Msg::DoctorNotRead, {notRead}),
                    Msg::DoctorNotReadRemedy);
     if (lacking.empty())
         return Fine(Msg::DoctorLevels, GetMsg(Msg::DoctorLevelsWhole));
-    return Bad(Msg::DoctorLevels, GetMsg(Msg::DoctorLevelsLack, {Join(lacking, ", ")}),
+    return Bad(Msg::DoctorLevels, GetMsg(Msg::DoctorLevelsLack, {ShownNames(lacking)}),
                Msg::DoctorLevelsRemedy);
 }
 

@@ -8,9 +8,9 @@
 #include "formats/level_folder.h"
 #include "formats/savegame_info.h"
 #include "formats/trle_folder.h"
+#include "history/standing.h"
 #include "play/savegame_tool.h"
 #include "saves/savegame_list.h"
-#include "saves/savegame_store.h"
 #include "session/telling.h"
 #include "words/commands.h"
 #include "words/intake.h"
@@ -53,7 +53,7 @@ bool ListSaves(Run& run)
 {
     if (run.json != nullptr)
         *run.json = Json::array();
-    const auto live = CurrentSlotsFolder(run.session.Folders(), run.session.archive, run.level);
+    const auto live = LiveStateFolder(run.session.Folders(), run.session.archive, run.level);
     if (!live) {
         TellFailure(run.session.host, GetMsg(Msg::CannotListSavegames), live.Error());
         return false;

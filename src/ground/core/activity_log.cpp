@@ -2,6 +2,7 @@
 
 #include "core/copying.h"
 #include "core/file_kinds.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 #include "core/text.h"
 #include "words/core.h"
@@ -65,10 +66,14 @@ Status LogDeleteFile(const Path& exact, const Path& named, ActivityLog& log)
 
 Status WriteLogFile(const Path& programFolder, const ActivityLog& log)
 {
-    Path file;
-    for (int number = 0; file.empty() || FileExists(file); ++number)
-        file = InFolder(programFolder, Filled(OnDisk::FragLogFile, {ZeroPadded(number, 3)}));
-    return WriteWholeFile(file, ToWindows1252(log) + std::string{lineBreak});
+    const auto file = FirstFree(
+        [&](int number) {
+            return InFolder(programFolder, Filled(OnDisk::FragLogFile, {ZeroPadded(number, 3)}));
+        },
+        0);
+    if (!file)
+        return file.Error();
+    return WriteWholeFile(*file, ToWindows1252(log) + std::string{lineBreak});
 }
 
 } // namespace kestrova

@@ -55,16 +55,18 @@ Path FreshPlaceIn(const Path& folder)
     return StagedNameFor(folder / stagedPrefix);
 }
 
-WorkFolder::WorkFolder(Path folder, Make make) : folder_(std::move(folder))
+WorkFolder::WorkFolder(Path folder, Make make, Heartbeat alive)
+    : folder_(std::move(folder)), alive_(alive ? [alive] { return alive(), true; } : Heartbeat{})
 {
-    (void)ClearPlace(folder_);
+    if (make != Make::IsMade)
+        clear_ = ClearPlace(folder_);
     if (make == Make::Now)
         (void)MakeFolders(folder_);
 }
 
 WorkFolder::~WorkFolder()
 {
-    (void)ClearPlace(folder_); // what stays is cleared by the next use
+    (void)ClearPlace(folder_, alive_); // what stays is cleared by the next use
 }
 
 } // namespace kestrova

@@ -20,17 +20,23 @@ class WorkFolder
 {
 public:
     enum class Make {
-        Now,  ///< a failure shows with the first file that is put there
-        Later ///< by whoever needs it first
+        Now,    ///< a failure shows with the first file that is put there
+        Later,  ///< by whoever needs it first
+        IsMade, ///< what stands there is what is worked on
     };
-    explicit WorkFolder(Path folder, Make make = Make::Later);
+    /// `alive`: called while the folder is cleared at the end; its answer counts for nothing.
+    explicit WorkFolder(Path folder, Make make = Make::Later, Heartbeat alive = {});
     ~WorkFolder();
     WorkFolder(const WorkFolder&) = delete;
     WorkFolder& operator=(const WorkFolder&) = delete;
     [[nodiscard]] const Path& Folder() const { return folder_; }
+    /// A failure when something of an earlier use stays in it.
+    [[nodiscard]] const Status& IsClear() const { return clear_; }
 
 private:
     Path folder_;
+    Heartbeat alive_;
+    Status clear_;
 };
 
 /// The folder with all that is in it. Links are unlinked, never entered.

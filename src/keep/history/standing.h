@@ -50,7 +50,9 @@ bool IsOriginals(const Folders& folders, const LevelPlace& level);
 /// marker of the level that went.
 bool IsOriginalButForLeftovers(const Folders& folders, const Standing& standing);
 
-/// Where a level's live state is now.
+/// The folder with a level's live savegames, notes and shots: the Level Editor's while they are
+/// live there, otherwise the level's own store. A failure when nobody can tell whose state stands
+/// there.
 Result<Path> LiveStateFolder(const Folders& folders, const Archive& archive,
                              const LevelPlace& level);
 

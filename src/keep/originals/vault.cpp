@@ -98,18 +98,18 @@ Result<VaultList> ReadVault(const Folders& folders)
 Result<Path> PlaceInVault(const Folders& folders, const Path& relative, const Path& file,
                           bool& held)
 {
-    const Path folder = VaultFolder(folders) / relative.parent_path();
-    Path kept = folder / relative.filename();
+    const Path plain = VaultFolder(folders) / relative;
+    const auto nameOf = [&](int number) {
+        return number == 1 ? plain : Path{plain.native() + "." + std::to_string(number)};
+    };
+    auto free = FirstFree(nameOf);
     held = false;
-    for (int number = 2;; ++number) {
-        const auto isFree = IsFree(kept);
-        if (!isFree)
-            return isFree.Error();
-        held = !*isFree && SameContent(kept, file);
-        if (*isFree || held)
-            return kept;
-        kept = folder / (relative.filename().native() + "." + std::to_string(number));
-    }
+    for (int number = 1; free && nameOf(number) != *free; ++number)
+        if (SameContent(nameOf(number), file)) {
+            held = true;
+            return nameOf(number);
+        }
+    return free;
 }
 
 int LastNumber(const VaultList& list)

@@ -1,9 +1,9 @@
 #include "intake/config_steps.h"
 
 #include "core/look.h"
-#include "intake/cleared_progress.h"
 #include "intake/draft_files.h"
 #include "packages/level_config_file.h"
+#include "session/cleared_progress.h"
 #include "session/documents.h"
 #include "session/telling.h"
 #include "words/common.h"

@@ -113,7 +113,7 @@ bool SetMyLanguage(Intake& intake)
     LanguageFailure failure;
     // Files that become the level's only when the person accepts leave the game's folder alone.
     const bool installed =
-        draft.before && !draft.isExpandedCopy &&
+        draft.before && !draft.expandedCopy &&
         CurrentLevelCode(session.Folders(), session.archive) == draft.record.levelCode;
     const bool changed =
         ChangeLanguage(session, draft.workFolder, LanguageChange::Mine, installed, failure);

@@ -128,7 +128,7 @@ bool OpenEdit(Intake& intake)
         }
         if (!expanded->empty()) {
             draft.workFolder = *expanded;
-            draft.isExpandedCopy = true;
+            draft.expandedCopy.emplace(*expanded, WorkFolder::Make::IsMade);
         }
     }
     return ReadDraft(intake);

@@ -2,9 +2,9 @@
 
 #include "archive/equal_levels.h"
 #include "conversion/level_audio.h"
-#include "intake/cleared_progress.h"
 #include "intake/draft_files.h"
 #include "intake/file_names.h"
+#include "session/cleared_progress.h"
 #include "session/telling.h"
 #include "words/intake.h"
 

@@ -1,8 +1,8 @@
 #include "intake/folder_sources.h"
 
 #include "core/name_list.h"
-#include "intake/cleared_progress.h"
 #include "intake/file_names.h"
+#include "session/cleared_progress.h"
 #include "session/telling.h"
 #include "words/intake.h"
 #include "words/levels.h"

@@ -2,7 +2,7 @@
 
 #include "core/file_kinds.h"
 #include "core/folder_names.h"
-#include "intake/cleared_progress.h"
+#include "session/cleared_progress.h"
 #include "words/sources.h"
 
 namespace kestrova

@@ -1,6 +1,6 @@
 #include "intake/intake.h"
 
-#include "intake/cleared_progress.h"
+#include "session/cleared_progress.h"
 #include "session/telling.h"
 #include "words/intake.h"
 
@@ -12,10 +12,10 @@ namespace
 
 void DropExpandedCopy(Intake& intake)
 {
-    if (!intake.draft.isExpandedCopy)
+    if (!intake.draft.expandedCopy)
         return;
     intake.progress.SetLabel(GetMsg(Msg::RemovingTempDirectory));
-    intake.draft.DropExpandedCopy();
+    intake.draft.expandedCopy.reset();
     ClearProgress(intake.progress);
 }
 

@@ -1,25 +1,12 @@
 #include "intake/level_draft.h"
 
 #include "core/file_kinds.h"
-#include "core/removal.h"
 #include "words/intake.h"
 
 namespace kestrova
 {
 
 LevelDraft::LevelDraft(LevelRecord& levelRecord) : record(levelRecord), saved(levelRecord) {}
-
-LevelDraft::~LevelDraft()
-{
-    DropExpandedCopy();
-}
-
-void LevelDraft::DropExpandedCopy()
-{
-    if (isExpandedCopy)
-        (void)ClearPlace(workFolder); // the next use clears what stays
-    isExpandedCopy = false;
-}
 
 std::string LevelDraft::FilesText() const
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/removal.h"
 #include "formats/level_config.h"
 #include "intake/files_before.h"
 #include "intake/folder_state.h"
@@ -13,8 +14,6 @@ namespace kestrova
 /// What is done to it stands in `intake/intake_steps.h`.
 struct LevelDraft {
     explicit LevelDraft(LevelRecord& levelRecord);
-    /// An expanded copy that is still there goes.
-    ~LevelDraft();
     LevelDraft(const LevelDraft&) = delete;
     LevelDraft& operator=(const LevelDraft&) = delete;
 
@@ -27,7 +26,6 @@ struct LevelDraft {
     [[nodiscard]] bool HasOtherFiles() const;
     /// How its sources come in.
     [[nodiscard]] SourceOptions Options() const;
-    void DropExpandedCopy();
 
     LevelRecord& record; ///< changed meanwhile; as it was, once the level is given up
     const LevelRecord saved;
@@ -45,9 +43,10 @@ struct LevelDraft {
     Replace replaceByFile = Replace::Silent;
 
     // The folder.
-    Path filesFolder;            ///< where the level's files belong
-    Path workFolder;             ///< where they are worked on
-    bool isExpandedCopy = false; ///< `workFolder` is a temporary one
+    Path filesFolder; ///< where the level's files belong
+    Path workFolder;  ///< where they are worked on
+    /// `workFolder` is it, when the level's files had to be expanded.
+    std::optional<WorkFolder> expandedCopy;
     FolderState opened;          ///< the folder at the opening
     std::vector<Path> files;     ///< in listing order, as the last refresh found them
     double filesBytes = 0;       ///< of those

@@ -4,7 +4,6 @@
 #include "core/look.h"
 #include "core/name_list.h"
 #include "core/removal.h"
-#include "intake/cleared_progress.h"
 #include "intake/file_names.h"
 #include "intake/file_placing.h"
 #include "intake/source_tree.h"
@@ -13,6 +12,7 @@
 #include "packages/package_tools.h"
 #include "packages/unpack_staging.h"
 #include "packages/unzip.h"
+#include "session/cleared_progress.h"
 #include "tools/tools.h"
 #include "words/common.h"
 #include "words/intake.h"
@@ -31,7 +31,7 @@ namespace
 const Path& UnpackingPlaceOf(const Folders& folders, SourceReport& report)
 {
     if (report.unpacking == nullptr)
-        report.unpacking = std::make_shared<UnpackingPlace>(folders);
+        report.unpacking = std::make_shared<WorkFolder>(UnpackingFolder(folders));
     return report.unpacking->Folder();
 }
 
@@ -82,7 +82,7 @@ Status Unpack(Host& host, Machine& machine, const Tools& tools, const Path& pack
 Status ExpandSource(Session& session, const Path& source, const Path& folder,
                     const SourceOptions& options, ProgressScope& progress, SourceReport& report)
 {
-    const UnpackingPlace expanded{session.Folders()};
+    const WorkFolder expanded{UnpackingFolder(session.Folders())};
     if (auto status = MakeFolders(expanded.Folder()); !status)
         return status;
     // All of them together become no more than one could.

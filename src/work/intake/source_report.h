@@ -10,7 +10,7 @@ namespace kestrova
 {
 
 class FolderNames;
-class UnpackingPlace;
+class WorkFolder;
 
 /// What a source gave, beyond what it was asked for.
 struct SourceReport {
@@ -33,7 +33,7 @@ struct SourceReport {
     bool stopped = false;               ///< by the person; what was copied until then stays
     std::shared_ptr<FolderNames> names; ///< the level's folder, listed once
     /// Held from one package to the next; to be let go when the last one is in.
-    std::shared_ptr<UnpackingPlace> unpacking;
+    std::shared_ptr<WorkFolder> unpacking;
 };
 
 /// Sources that were written to since they were read, as by a download that still runs, count as

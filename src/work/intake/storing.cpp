@@ -5,9 +5,9 @@
 #include "core/file_kinds.h"
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
-#include "intake/cleared_progress.h"
 #include "intake/file_names.h"
 #include "packages/level_config_file.h"
+#include "session/cleared_progress.h"
 #include "session/telling.h"
 #include "storage/storage.h"
 #include "words/intake.h"
@@ -28,7 +28,7 @@ StepAnswer AnswerFor(bool done)
 
 StepAnswer StorePlainCopy(Intake& intake)
 {
-    if (intake.draft.isExpandedCopy)
+    if (intake.draft.expandedCopy)
         intake.progress.SetLabel(GetMsg(Msg::FileCopyLabel));
     return AnswerFor(
         DoneOrTold(intake.session.host, StoreLevelFiles(intake.session, intake.draft.workFolder,
@@ -52,7 +52,7 @@ bool KeepIndex(Intake& intake)
 StepAnswer StoreFiles(Intake& intake)
 {
     const LevelDraft& draft = intake.draft;
-    if (draft.record.levelCode == originalCode && !draft.isExpandedCopy)
+    if (draft.record.levelCode == originalCode && !draft.expandedCopy)
         return StepAnswer::GoesOn; // it stands as it is
     // What the level holds is known by its index as well.
     if (!KeepIndex(intake))
@@ -78,7 +78,7 @@ StepAnswer StoreFiles(Intake& intake)
     if (stored.Error().code != ErrorCode::NotDone) // the sounds were told with their question
         TellFailure(host, stored.Error());
     // Without a temporary folder the files stand in their place already, some of them compressed.
-    return draft.isExpandedCopy ? StorePlainCopy(intake) : StepAnswer::GoesOn;
+    return draft.expandedCopy ? StorePlainCopy(intake) : StepAnswer::GoesOn;
 }
 
 void CountSizes(Intake& intake)

@@ -11,11 +11,11 @@
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
 #include "formats/trle_folder.h"
+#include "history/standing.h"
 #include "levels/file_names.h"
 #include "packages/level_config_file.h"
 #include "packages/zip_folder.h"
 #include "packages/zip_names.h"
-#include "saves/savegame_store.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
 #include "storage/storage.h"
@@ -41,35 +41,35 @@ class OutFolder
 {
 public:
     OutFolder(const Session& session, ProgressScope& progress)
-        : path_(ResolvePath(InFolder(session.programFolder, OnDisk::DirOutFiles))),
-          progress_(progress)
+        : progress_(progress), alive_([&progress] { return progress.Step(); }),
+          packed_(ResolvePath(InFolder(session.programFolder, OnDisk::DirOutFiles)),
+                  WorkFolder::Make::Later, alive_)
     {
     }
     ~OutFolder()
     {
         progress_.SetLabel(GetMsg(Msg::ExportClearing));
         progress_.SetBar(0, 0);
-        for (const Path& folder : {path_, unpacked})
-            if (!folder.empty())
-                (void)ClearPlace(folder, [&] { return progress_.Step(), true; });
     }
     OutFolder(const OutFolder&) = delete;
     OutFolder& operator=(const OutFolder&) = delete;
 
-    Status Make()
+    Status Make() { return packed_.IsClear() ? MakeFolder(Place()) : packed_.IsClear(); }
+    [[nodiscard]] const Path& Place() const { return packed_.Folder(); }
+    /// Where the level's files were expanded, when there had to be any.
+    void TakeExpanded(const Path& folder)
     {
-        if (auto status = ClearPlace(path_); !status)
-            return status;
-        return MakeFolder(path_);
+        if (!folder.empty())
+            expanded_.emplace(folder, WorkFolder::Make::IsMade, alive_);
     }
-    [[nodiscard]] const Path& Place() const { return path_; }
 
-    Path unpacked;                    ///< the expanded files, when there had to be any
     std::vector<std::string> renamed; ///< of the player's files, pairs of names
 
 private:
-    Path path_;
     ProgressScope& progress_;
+    Heartbeat alive_;
+    WorkFolder packed_;
+    std::optional<WorkFolder> expanded_;
 };
 
 /// The name of a file of the player's that comes in beside the level's own ones.
@@ -186,10 +186,9 @@ bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope
             return false;
         }
     }
-    out.unpacked = *unpacked;
-    const auto status = out.unpacked.empty()
-                            ? CopyIn(ListFiles(files, OnDisk::PatAll), out, progress)
-                            : MoveIn(out.unpacked, out.Place(), progress);
+    out.TakeExpanded(*unpacked);
+    const auto status = unpacked->empty() ? CopyIn(ListFiles(files, OnDisk::PatAll), out, progress)
+                                          : MoveIn(*unpacked, out.Place(), progress);
     return status || Fail(session.host, GetMsg(Msg::ExportErrorCopying), status.Error());
 }
 
@@ -198,7 +197,7 @@ bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope
 Status GatherSavegames(const Folders& folders, const Archive& archive, LevelCode code,
                        OutFolder& out, ProgressScope& progress)
 {
-    const auto live = CurrentSlotsFolder(folders, archive, code);
+    const auto live = LiveStateFolder(folders, archive, code);
     if (!live)
         return live.Error();
     NameSet taken;

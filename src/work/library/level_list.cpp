@@ -102,7 +102,8 @@ LevelFacts FactsOfLevel(const Folders& folders, const Archive& archive, std::siz
     const Path shots = InFolder(facts.folder, OnDisk::DirScreenshots);
     facts.screenshots = Count(shots, OnDisk::PatBmp) + Count(shots, OnDisk::PatShotJpg);
     facts.liveSavegames =
-        Count(facts.current ? folders.trle : StateStoreOf(folders, code), OnDisk::SavegamePattern);
+        Count(LiveStateFolder(folders, archive, code).ValueOr(StateStoreOf(folders, code)),
+              OnDisk::SavegamePattern);
     facts.archivedSavegames = CountArchivedSavegames(folders, code);
     facts.folderGone = !IsFolder(facts.folder).ValueOr(false);
     facts.info =

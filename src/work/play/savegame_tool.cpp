@@ -20,7 +20,7 @@ namespace
 {
 
 /// What the tool reads when it starts: this level's folders, and who of the two captures pictures.
-void PrepareRecords(Session& session, LevelCode code, bool current)
+void PrepareRecords(Session& session, LevelCode code)
 {
     const Path level = LevelHomeOf(session.Folders(), code);
     const Path root = InFolder(level, OnDisk::DirSavegames);
@@ -31,7 +31,8 @@ void PrepareRecords(Session& session, LevelCode code, bool current)
         return;
     }
     session.savegameHeader.liveFolder =
-        TextOf(current ? session.TrleFolder() : StateStoreOf(session.Folders(), code));
+        TextOf(LiveStateFolder(session.Folders(), session.archive, code)
+                   .ValueOr(StateStoreOf(session.Folders(), code)));
     session.savegameHeader.archiveRoot = TextOf(root);
     if (const auto status =
             WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader));
@@ -70,11 +71,11 @@ bool StartSavegameTool(Session& session)
         return false;
     if (!TellUnlessKnown(session.host, session.Folders(), session.archive))
         return false;
-    bool current = CurrentLevelCode(session.Folders(), session.archive) == *code;
+    const bool current = CurrentLevelCode(session.Folders(), session.archive) == *code;
     if (!current && session.host.AskYesNo(GetMsg(Msg::ToolNotCurrent,
                                                  {LevelNameOf(session.archive, *code), lineBreak})))
-        current = PlayLevel(session, *code, false);
-    PrepareRecords(session, *code, current);
+        (void)PlayLevel(session, *code, false); // a failure was told; the tool works on the store
+    PrepareRecords(session, *code);
     const Path program = ResolvePath(session.programFolder / OnDisk::ToolProgram);
     if (!FileExists(program)) {
         session.host.Tell(

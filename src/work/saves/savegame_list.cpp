@@ -6,9 +6,9 @@
 #include "formats/savegame_info.h"
 #include "formats/savegame_records.h"
 #include "formats/trle_folder.h"
+#include "history/standing.h"
 #include "platform/places.h"
 #include "saves/savegame_moves.h"
-#include "saves/savegame_store.h"
 #include "saves/savegame_transfer.h"
 #include "saves/send_mail.h"
 #include "session/telling.h"
@@ -52,7 +52,7 @@ Result<std::vector<Path>> SavegamesIn(const Path& folder)
 
 Result<std::size_t> LiveCount(const Folders& folders, const Archive& archive, LevelCode code)
 {
-    const auto folder = CurrentSlotsFolder(folders, archive, code);
+    const auto folder = LiveStateFolder(folders, archive, code);
     if (!folder)
         return folder.Error();
     const auto files = SavegamesIn(*folder);
@@ -129,7 +129,7 @@ bool SavegameList::Prepare(const Path& folder)
     code_ = *code;
     const auto source = purpose_ == ListPurpose::Import
                             ? Result<Path>{folder}
-                            : CurrentSlotsFolder(session_.Folders(), session_.archive, code_);
+                            : LiveStateFolder(session_.Folders(), session_.archive, code_);
     files_.clear();
     auto found = source ? SavegamesIn(*source) : source.Error();
     if (!found) {

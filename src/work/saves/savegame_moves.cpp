@@ -11,6 +11,7 @@
 #include "formats/trle_folder.h"
 #include "history/changes.h"
 #include "history/history.h"
+#include "history/standing.h"
 #include "platform/file_content.h"
 #include "platform/places.h"
 #include "saves/savegame_plan.h"
@@ -323,7 +324,7 @@ Result<Path> ReadyLiveFolder(Session& session, LevelCode code)
 {
     if (auto status = EndEarlierMove(session); !status)
         return status.Error();
-    const auto folder = CurrentSlotsFolder(session.Folders(), session.archive, code);
+    const auto folder = LiveStateFolder(session.Folders(), session.archive, code);
     if (!folder)
         return folder.Error();
     return ResolvePath(*folder);

@@ -9,11 +9,6 @@
 namespace kestrova
 {
 
-Result<Path> CurrentSlotsFolder(const Folders& folders, const Archive& archive, LevelCode code)
-{
-    return LiveStateFolder(folders, archive, code);
-}
-
 namespace
 {
 

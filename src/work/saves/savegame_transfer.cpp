@@ -7,8 +7,8 @@
 #include "formats/trle_folder.h"
 #include "history/changes.h"
 #include "history/history.h"
+#include "history/standing.h"
 #include "saves/savegame_moves.h"
-#include "saves/savegame_store.h"
 #include "session/operation.h"
 #include "session/telling.h"
 #include "words/history.h"
@@ -123,7 +123,7 @@ void NoteComing(Machine& machine, const Folders& folders, const Archive& archive
 FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Path>& files)
 {
     const Operation operation{session};
-    const auto live = CurrentSlotsFolder(session.Folders(), session.archive, code);
+    const auto live = LiveStateFolder(session.Folders(), session.archive, code);
     if (!live)
         return AllFailed(files, live.Error());
     const Path folder = ResolvePath(*live);

@@ -16,6 +16,7 @@
 #include "storage/game_files.h"
 #include "swap/file_names.h"
 #include "swap/level_gaps.h"
+#include "swap/owned_files.h"
 #include "swap/placements.h"
 #include "words/swap.h"
 
@@ -77,7 +78,7 @@ Status CompareWithBackup(const Folders& folders, const PreferencesRecord& prefer
     }
     for (const std::string_view fragment : {OnDisk::FragRoot, OnDisk::DirData, OnDisk::DirAudio}) {
         // Of the sounds a compact backup knows nothing.
-        if (fragment == OnDisk::DirAudio && !preferences.fullBackup)
+        if (StaysWithCompactBackup(preferences, std::string{fragment} + '\\'))
             continue;
         const auto files = ListFiles(InFolder(trle, fragment).lexically_normal(), OnDisk::PatAll);
         if (!files)

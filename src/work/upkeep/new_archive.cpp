@@ -25,15 +25,12 @@ namespace
 constexpr int mostNames = 100;
 
 /// The first name that is free of those that grow from `row` with "", "2", "3" …
-Path FirstFree(const Path& folder, std::string_view row)
+Path FreeNameIn(const Path& folder, std::string_view row)
 {
-    for (int n = 1; n <= mostNames; ++n) {
-        const Path candidate =
-            InFolder(folder, Filled(row, {n == 1 ? std::string{} : std::to_string(n)}));
-        if (IsFree(candidate).ValueOr(false)) // what cannot be looked at is taken
-            return candidate;
-    }
-    return {};
+    const auto nameOf = [&](int n) {
+        return InFolder(folder, Filled(row, {n == 1 ? std::string{} : std::to_string(n)}));
+    };
+    return FirstFree(nameOf, 1, mostNames).ValueOr({}); // where nobody can look, none is free
 }
 
 LevelRecord OriginalLevel(const Folders& folders)
@@ -85,12 +82,12 @@ bool FitsArchive(Host& host, const Path& folder)
 
 Path DefaultArchivePath(const Folders& folders)
 {
-    return FirstFree(folders.program, OnDisk::FragDefaultArchive);
+    return FreeNameIn(folders.program, OnDisk::FragDefaultArchive);
 }
 
 Path DefaultArchiveFolder(const Path& parent)
 {
-    return FirstFree(parent, OnDisk::FragDefaultFolder);
+    return FreeNameIn(parent, OnDisk::FragDefaultFolder);
 }
 
 namespace

@@ -1,4 +1,5 @@
 #include "history/history.h"
+#include "history/standing.h"
 #include "saves/bring_back.h"
 #include "saves/savegame_transfer.h"
 #include "saves/saves_world.h"
@@ -109,8 +110,7 @@ TEST(SavegameMoves, DecideNothingWhileTheMarkerCannotBeRead)
         EXPECT_FALSE(BringBack(world.session.machine, world.session.Folders(),
                                world.session.archive, world.session.settings, originalCode,
                                "0000-1"));
-        EXPECT_FALSE(
-            CurrentSlotsFolder(world.session.Folders(), world.session.archive, world.played));
+        EXPECT_FALSE(LiveStateFolder(world.session.Folders(), world.session.archive, world.played));
         EXPECT_EQ(CopyIntoSlots(world.session, originalCode, {world / "trle/savegame.2"}).size(),
                   1U);
         std::filesystem::permissions(world / "trle/Kestrva.txt", std::filesystem::perms::all);

@@ -1,3 +1,4 @@
+#include "history/standing.h"
 #include "sandbox/faults.h"
 #include "saves/savegame_store.h"
 #include "world/world.h"
@@ -25,13 +26,13 @@ protected:
 
 TEST_F(SavegameStore, LiesWhereTheLevelIs)
 {
-    EXPECT_EQ(*CurrentSlotsFolder(box.session.Folders(), box.session.archive, 0), box / "trle")
+    EXPECT_EQ(*LiveStateFolder(box.session.Folders(), box.session.archive, 0), box / "trle")
         << "no marker: the original";
-    EXPECT_EQ(*CurrentSlotsFolder(box.session.Folders(), box.session.archive, code),
+    EXPECT_EQ(*LiveStateFolder(box.session.Folders(), box.session.archive, code),
               box / "levels/LEVEL_0001/backup_savegames");
     box.Write("trle/KESTRVA.TXT", "#LEVEL_CODE=0001#");
-    EXPECT_EQ(*CurrentSlotsFolder(box.session.Folders(), box.session.archive, code), box / "trle");
-    EXPECT_EQ(*CurrentSlotsFolder(box.session.Folders(), box.session.archive, 0),
+    EXPECT_EQ(*LiveStateFolder(box.session.Folders(), box.session.archive, code), box / "trle");
+    EXPECT_EQ(*LiveStateFolder(box.session.Folders(), box.session.archive, 0),
               box / "home/LEVEL_0000/backup_savegames");
 }
 
