@@ -203,7 +203,7 @@ std::span<const CommandRow> IntakeCommands()
                           ValueOption("--more-info")},
               .wrong = WrongNamesPage},
          .needs = Needs::Level,
-         .touches = Touches::LevelEditor,
+         .touches = Touches::Stores,
          .run = Edit},
     };
     return rows;

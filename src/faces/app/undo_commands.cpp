@@ -182,7 +182,7 @@ std::span<const CommandRow> UndoCommands()
                       .options = {FlagOption("--list"), FlagOption("--redo")},
                       .wrong = WrongUndo},
          .needs = Needs::Archive,
-         .touches = Touches::Stores,
+         .touches = Touches::LevelEditor,
          .run = Undo},
         {.window = {.control = "mnu_Redo",
                     .caption = Msg::RedoNone,
@@ -192,7 +192,7 @@ std::span<const CommandRow> UndoCommands()
                         [](const Session& session) { return ShownFor(session, UndoWay::Redo); }},
          .terminal = {.word = "undo", .when = WantsRedo},
          .needs = Needs::Archive,
-         .touches = Touches::Stores,
+         .touches = Touches::LevelEditor,
          .run = Redo},
         {.terminal = {.word = "undo", .when = WantsList}, .run = ListUndoable},
     };
