@@ -23,7 +23,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     });
     if (const auto text = FormatConfigEntry(*entry)) {
         const auto again = ParseConfigEntry(*text);
-        Promise(again && again->files == entry->files, "an entry that is written again is the same");
+        Promise(again && again->files == entry->files,
+                "an entry that is written again is the same");
         Promise(FormatConfigEntry(*again).ValueOr({}) == *text, "and so is its text");
     }
     return 0;

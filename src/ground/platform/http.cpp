@@ -23,9 +23,9 @@ using Clock = std::chrono::steady_clock;
 constexpr const char* agentName = "VB OpenUrl"; // not shown
 constexpr const char* webSchemes = "http,https";
 constexpr long mostRedirects = 10;
-constexpr long longestConnect = 30;          // seconds
-// What a read takes from a connection at the most. The library reads up to a hundred times before it
-// lets anybody else go on.
+constexpr long longestConnect = 30; // seconds
+// What a read takes from a connection at the most. The library reads up to a hundred times before
+// it lets anybody else go on.
 constexpr long bufferBytes = 32L << 10;
 constexpr std::size_t longestHead = 256'000; // bytes of all head lines of one fetch
 constexpr milliseconds lookupPause{10};
@@ -59,7 +59,7 @@ struct HttpFetch::State {
     std::unique_ptr<ProxyLookup> lookup; ///< while it is there nothing was sent
     bool added = false;                  ///< to the client's handle
     bool begun = false;                  ///< the sink knows the answer
-    bool headWhole = false; ///< the last line of the head was the empty one
+    bool headWhole = false;              ///< the last line of the head was the empty one
     std::size_t headBytes = 0;
     Clock::time_point heard{}; ///< when the server last said anything
     HttpAnswer answer;

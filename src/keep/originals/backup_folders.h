@@ -15,8 +15,8 @@ Path NewBackupFolder(const Folders& folders);
 /// The new folder becomes the backup of the present Level Editor's folder, durably. The old one is
 /// removed after that, or set aside when it is of another folder (`keepAside`).
 Status ExchangeBackup(const Folders& folders, bool full, bool keepAside);
-/// What a killed backup left is undone: an old backup that was set aside comes back. Fails when that
-/// is not possible now.
+/// What a killed backup left is undone: an old backup that was set aside comes back. Fails when
+/// that is not possible now.
 Status SettleBackupFolders(const Folders& folders);
 bool BackupFoldersWait(const Folders& folders);
 

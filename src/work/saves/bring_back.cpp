@@ -48,8 +48,8 @@ Result<Path> BringBack(Machine& machine, const Folders& folders, const Archive& 
     auto came = place ? FilesThatCame(folder, {*place}) : place.Error();
     if (!came)
         return place;
-    Change change = NewChange(machine, folders, archive, settings,
-                              ChangeKind::SavegameBroughtBack, code);
+    Change change =
+        NewChange(machine, folders, archive, settings, ChangeKind::SavegameBroughtBack, code);
     change.subject = place->filename().native();
     if (!entry->picture)
         change.live = folder.native();

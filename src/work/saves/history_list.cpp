@@ -38,7 +38,7 @@ bool HistoryList::BringBack(const std::string& id)
         if (auto status = EndEarlierMove(session_); !status)
             return status.Error();
         return kestrova::BringBack(session_.machine, session_.Folders(), session_.archive,
-                                  session_.settings, code_, id);
+                                   session_.settings, code_, id);
     }();
     if (!place) {
         TellFailure(session_.host, GetMsg(Msg::NotBroughtBack), place.Error());

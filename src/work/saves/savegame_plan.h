@@ -3,7 +3,6 @@
 #include "formats/change_note.h"
 #include "formats/savegame_info.h"
 
-
 #include <map>
 #include <set>
 
