@@ -214,13 +214,14 @@ TEST(MainWindow, CommandsThatComeLaterAreDisabledAndSayIt)
                             "mnu_SavegameHistory",
                             "mnu_CopiaFileInfos"};
     const QStringList commands = MenuCommands();
-    EXPECT_EQ(commands.size(), 52);
+    EXPECT_EQ(commands.size(), 54);
     for (const QString& name : commands) {
         const auto* action = world.window.findChild<QAction*>(name);
         ASSERT_NE(action, nullptr) << FromQt(name);
         EXPECT_FALSE(action->text().isEmpty()) << FromQt(name);
         EXPECT_EQ(action->isEnabled(), now.contains(name)) << FromQt(name);
-        if (!action->isEnabled()) {
+        const bool waits = name == QLatin1String("mnu_Undo") || name == QLatin1String("mnu_Redo");
+        if (!action->isEnabled() && !waits) { // those two wait until there is something
             EXPECT_EQ(action->toolTip(), "Not available yet");
         }
     }
