@@ -80,21 +80,43 @@ Status StagedFile::Write(std::string_view bytes)
 
 Status StagedFile::Commit(bool flush)
 {
+    auto status = PutStaged(file_, staged_, target_, flush);
+    pending_ = pending_ && !staged_.empty();
+    return status;
+}
+
+Status PutStaged(platform::File& file, Path& staged, const Path& target, bool flush)
+{
     const auto failed = [&](const std::error_code& failure) {
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(target_), failure);
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
     };
     if (flush)
-        if (const auto failure = file_.Sync())
+        if (const auto failure = file.Sync())
             return failed(failure);
-    if (const auto failure = file_.Close())
+    if (const auto failure = file.Close())
         return failed(failure);
-    if (const auto failure = platform::Rename(staged_, target_))
+    if (const auto failure = platform::Rename(staged, target))
         return failed(failure);
-    pending_ = false;
+    staged.clear();
     if (flush)
-        if (const auto failure = platform::SyncFolder(target_.parent_path()))
+        if (const auto failure = platform::SyncFolder(target.parent_path()))
             return failed(failure);
     return {};
+}
+
+Result<platform::FileFacts> LookAtReplaced(const Path& target)
+{
+    const auto failed = [&](const std::error_code& failure) {
+        return MakeFailure(ErrorCode::CannotOpen, TextOf(target), failure);
+    };
+    platform::FileFacts old;
+    if (const auto failure = platform::LookAtLink(target, old))
+        return failed(failure);
+    if (old.kind == platform::FileKind::Folder)
+        return failed(std::make_error_code(std::errc::is_a_directory));
+    if (old.kind == platform::FileKind::File && !platform::MayWrite(target))
+        return failed(std::make_error_code(std::errc::permission_denied));
+    return old;
 }
 
 namespace
@@ -117,15 +139,9 @@ Result<Path> BehindLinks(const Path& target)
 
 Status WriteStaged(const Path& target, std::string_view content, std::string_view tail, bool flush)
 {
-    platform::FileFacts old;
-    if (const auto failure = platform::LookAtLink(target, old))
-        return MakeFailure(ErrorCode::CannotOpen, TextOf(target), failure);
-    if (old.kind == platform::FileKind::Folder)
-        return MakeFailure(ErrorCode::CannotOpen, TextOf(target),
-                           std::make_error_code(std::errc::is_a_directory));
-    if (old.kind == platform::FileKind::File && !platform::MayWrite(target))
-        return MakeFailure(ErrorCode::CannotOpen, TextOf(target),
-                           std::make_error_code(std::errc::permission_denied));
+    const auto old = LookAtReplaced(target);
+    if (!old)
+        return old.Error();
     StagedFile staged{target};
     if (auto status = staged.Open(); !status)
         return status;
@@ -134,8 +150,8 @@ Status WriteStaged(const Path& target, std::string_view content, std::string_vie
     if (!tail.empty())
         if (auto status = staged.Write(tail); !status)
             return status;
-    if (old.kind == platform::FileKind::File)
-        if (const auto failure = platform::SetMode(staged.StagedPath(), old.mode))
+    if (old->kind == platform::FileKind::File)
+        if (const auto failure = platform::SetMode(staged.StagedPath(), old->mode))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
     return staged.Commit(flush);
 }

@@ -57,6 +57,12 @@ private:
 
 /// A free name beside `target`, one that no listing shows.
 Path StagedNameFor(const Path& target);
+/// What stands where a file is to come (no link is followed). `CannotOpen` for a folder, and for a
+/// file that a write in place could not change.
+Result<platform::FileFacts> LookAtReplaced(const Path& target);
+/// Closes a staged file and renames it, which empties `staged`; with `flush` content and name are
+/// durable when it answers.
+Status PutStaged(platform::File& file, Path& staged, const Path& target, bool flush);
 
 /// The whole content or the old one. Durable when it answers, unless a later flush of the file
 /// system is to make it so (`flush` False). A link gives way to the file, and what it leads to is

@@ -5,7 +5,6 @@
 #include "formats/part_note.h"
 #include "online/file_names.h"
 #include "platform/places.h"
-#include "platform/real_path.h"
 
 namespace kestrova
 {
@@ -85,16 +84,10 @@ Status PartFile::Open()
     if (!place)
         return place.Error();
     target_ = *place;
-    platform::FileFacts old;
-    if (const auto failure = platform::LookAtLink(target_, old))
-        return MakeFailure(ErrorCode::CannotOpen, TextOf(target_), failure);
-    if (old.kind == platform::FileKind::Folder)
-        return MakeFailure(ErrorCode::CannotOpen, TextOf(target_),
-                           std::make_error_code(std::errc::is_a_directory));
-    if (old.kind == platform::FileKind::File && !platform::MayWrite(target_))
-        return MakeFailure(ErrorCode::CannotOpen, TextOf(target_),
-                           std::make_error_code(std::errc::permission_denied));
-    replaces_ = old.kind != platform::FileKind::Missing;
+    const auto old = LookAtReplaced(target_);
+    if (!old)
+        return old.Error();
+    replaces_ = old->kind != platform::FileKind::Missing;
     return ClaimPart() ? Status{} : CreateNew();
 }
 
@@ -133,22 +126,8 @@ std::error_code PartFile::Take(std::span<const std::byte> bytes)
 
 Status PartFile::Commit()
 {
-    const auto failed = [&](const std::error_code& failure) {
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(target_), failure);
-    };
     // A file that replaces another one is on the disk first; a new one is no loss to anybody.
-    if (replaces_)
-        if (const auto failure = file_.Sync())
-            return failed(failure);
-    if (const auto failure = file_.Close())
-        return failed(failure);
-    if (const auto failure = platform::Rename(staged_, target_))
-        return failed(failure);
-    staged_.clear();
-    if (replaces_)
-        if (const auto failure = platform::SyncFolder(target_.parent_path()))
-            return failed(failure);
-    return {};
+    return PutStaged(file_, staged_, target_, replaces_);
 }
 
 void PartFile::Keep()
