@@ -1,5 +1,6 @@
 #include "core/removal.h"
 
+#include "core/look.h"
 #include "core/staged_file.h"
 #include "platform/files.h"
 #include "platform/removal.h"
@@ -67,6 +68,16 @@ WorkFolder::WorkFolder(Path folder, Make make, Heartbeat alive)
 WorkFolder::~WorkFolder()
 {
     (void)ClearPlace(folder_, alive_); // what stays is cleared by the next use
+}
+
+Result<Path> RenameAside(const Path& file)
+{
+    auto aside = FreeNumbered(file);
+    if (!aside)
+        return aside;
+    if (const auto failure = platform::Rename(file, *aside))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
+    return aside;
 }
 
 } // namespace kestrova

@@ -42,4 +42,8 @@ private:
 /// The folder with all that is in it. Links are unlinked, never entered.
 Status RemoveTree(const Path& folder, const Heartbeat& heartbeat = {});
 
+/// A file that nobody can read must not stand in the way, nor be lost: it gets a free, numbered
+/// name beside its own, which is the answer.
+Result<Path> RenameAside(const Path& file);
+
 } // namespace kestrova

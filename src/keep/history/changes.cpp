@@ -2,6 +2,7 @@
 
 #include "core/copying.h"
 #include "core/look.h"
+#include "core/removal.h"
 #include "core/staged_file.h"
 #include "formats/program_folder.h"
 #include "formats/savegame_records.h"
@@ -9,6 +10,7 @@
 #include "history/changed_record.h"
 #include "history/players_files.h"
 #include "history/undo_entries.h"
+#include "history/work_note.h"
 #include "words/restore.h"
 
 namespace kestrova
@@ -24,37 +26,14 @@ Path NotePath(const Folders& folders)
     return InFolder(folders.program, OnDisk::FragChange);
 }
 
-Status WriteNote(const Folders& folders, const Change& change, bool flush)
-{
-    if (auto status = MakeFolders(InFolder(folders.program, OnDisk::DirSwap)); !status)
-        return status;
-    return WriteWholeFile(NotePath(folders), FormatChange(change), flush);
-}
-
 Status DropNote(const Folders& folders)
 {
     const Path file = NotePath(folders);
-    const auto isFree = IsFree(file);
-    if (!isFree)
-        return isFree.Error();
-    if (*isFree)
-        return {};
-    if (auto status = DeleteFile(file); !status)
-        return status;
+    const auto dropped = DropWorkNote(file);
     // A note that a power cut brings back is gone through once more and finds nothing to do.
-    (void)FlushFolder(file.parent_path());
-    return {};
-}
-
-/// A note that nobody can read must not stop the program for ever, nor be lost.
-Status SetAsideDamaged(const Path& file)
-{
-    const auto aside = FreeNumbered(file);
-    if (!aside)
-        return aside.Error();
-    if (const auto failure = platform::Rename(file, *aside))
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
-    return {};
+    if (dropped && *dropped)
+        (void)FlushFolder(file.parent_path());
+    return dropped ? Status{} : Status{dropped.Error()};
 }
 
 /// Whoever makes it the other way round finds every content.
@@ -161,7 +140,8 @@ Status MakeChange(Machine& machine, const Folders& folders, const Archive& archi
 {
     if (ChangeWaits(folders)) // its note would be lost
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
-    if (auto status = WriteNote(folders, change, false); !status) { // flushed by the steps
+    if (auto status = WriteWorkNote(NotePath(folders), FormatChange(change), false);
+        !status) {               // flushed by the steps
         (void)DropNote(folders); // it may stand though a part of it failed; nothing is done yet
         return status;
     }
@@ -175,7 +155,7 @@ Status MakeChange(Machine& machine, const Folders& folders, const Archive& archi
 
 Status NoteChange(const Folders& folders, const Change& change)
 {
-    auto status = WriteNote(folders, change, true);
+    auto status = WriteWorkNote(NotePath(folders), FormatChange(change));
     if (!status)
         (void)DropNote(folders);
     return status;
@@ -263,8 +243,10 @@ Status FinishChange(Machine& machine, const Folders& folders, Archive& archive,
     if (!*text)
         return {};
     const auto change = ParseChange(**text);
-    if (!change)
-        return SetAsideDamaged(file);
+    if (!change) {
+        const auto aside = RenameAside(file);
+        return aside ? Status{} : Status{aside.Error()};
+    }
     if (change->folders.empty()) {
         const auto settled =
             change->record ? SettleByRecord(*change) : MakeFailure(ErrorCode::Missing, {});

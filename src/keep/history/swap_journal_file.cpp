@@ -3,8 +3,8 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/name_set.h"
-#include "core/staged_file.h"
 #include "formats/program_folder.h"
+#include "history/work_note.h"
 
 namespace kestrova
 {
@@ -17,13 +17,6 @@ constexpr std::uint64_t noteLimit = UINT64_C(16) << 20;
 Path OwnerPath(const Folders& folders)
 {
     return InFolder(folders.program, OnDisk::FragOwner);
-}
-
-Status WriteNote(const Folders& folders, const Path& file, const std::string& text)
-{
-    if (auto status = MakeFolders(InFolder(folders.program, OnDisk::DirSwap)); !status)
-        return status;
-    return WriteWholeFile(file, text);
 }
 
 } // namespace
@@ -134,7 +127,7 @@ Status WriteOwner(Machine& machine, const Folders& folders, OwnerRecord record)
     const std::string text = FormatOwner(record);
     if (const auto old = ReadWholeFile(OwnerPath(folders), noteLimit); old && *old == text)
         return {};
-    return WriteNote(folders, OwnerPath(folders), text);
+    return WriteWorkNote(OwnerPath(folders), text);
 }
 
 Path JournalPath(const Folders& folders)
@@ -158,20 +151,16 @@ Result<std::optional<SwapJournal>> ReadJournal(const Folders& folders)
 
 Status WriteJournal(const Folders& folders, const SwapJournal& journal)
 {
-    return WriteNote(folders, JournalPath(folders), FormatJournal(journal));
+    return WriteWorkNote(JournalPath(folders), FormatJournal(journal));
 }
 
 Status DropJournal(const Folders& folders)
 {
     const Path file = JournalPath(folders);
-    const auto isFree = IsFree(file);
-    if (!isFree)
-        return isFree.Error();
-    if (*isFree)
-        return {};
-    if (auto status = DeleteFile(file); !status)
-        return status;
-    return FlushFolder(file.parent_path());
+    const auto dropped = DropWorkNote(file);
+    if (!dropped)
+        return dropped.Error();
+    return *dropped ? FlushFolder(file.parent_path()) : Status{};
 }
 
 } // namespace kestrova

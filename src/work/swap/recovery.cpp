@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "core/copying.h"
 #include "core/look.h"
+#include "core/removal.h"
 #include "history/changes.h"
 #include "history/history.h"
 #include "history/swap_journal_file.h"
@@ -121,12 +122,9 @@ bool MendSwap(Session& session, const Folders& folders, const SwapJournal& journ
 /// A journal that nobody can read must not stop the program for ever, nor be lost.
 bool SetAsideDamaged(Host& host, const Folders& folders)
 {
-    const Path file = JournalPath(folders);
-    const auto aside = FreeNumbered(file);
+    const auto aside = RenameAside(JournalPath(folders));
     if (!aside)
         return Unfinished(host, aside.Error());
-    if (const auto failure = platform::Rename(file, *aside))
-        return Unfinished(host, MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure));
     host.Tell(Tone::Error, GetMsg(Msg::InterruptedDamaged, {TextOf(*aside)}));
     return true;
 }
