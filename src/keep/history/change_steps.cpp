@@ -261,6 +261,15 @@ void ChangeSteps::RemoveEmptied() const
             (void)platform::RemoveFolder(ResolvePath(folder.folder)); // unless others use it
 }
 
+Status ChangeSteps::KeepAll(const std::vector<Path>& files, const std::vector<const Target*>& going)
+{
+    auto status = Keep(files);
+    if (status)
+        for (const Target* target : going)
+            KeepForUndo(*target);
+    return status;
+}
+
 Status ChangeSteps::KeepOverwritten()
 {
     std::vector<Path> files;
@@ -276,11 +285,7 @@ Status ChangeSteps::KeepOverwritten()
         if (*now == target.was)
             going.push_back(&target);
     }
-    auto status = Keep(files);
-    if (status)
-        for (const Target* target : going)
-            KeepForUndo(*target);
-    return status;
+    return KeepAll(files, going);
 }
 
 Status ChangeSteps::Overwrite()
@@ -333,11 +338,7 @@ Status ChangeSteps::KeepGoing()
     if (unflushed)
         if (auto status = FlushChange(where_, change_); !status)
             return status;
-    auto status = Keep(files);
-    if (status)
-        for (const Target* target : going)
-            KeepForUndo(*target);
-    return status;
+    return KeepAll(files, going);
 }
 
 Status ChangeSteps::Delete()

@@ -68,6 +68,8 @@ private:
     /// What loses its place and is nowhere else then is in the history, or, of a level's own
     /// files, beside the level.
     Status Keep(const std::vector<Path>& files);
+    /// The same, and then what the way back needs of those that go.
+    Status KeepAll(const std::vector<Path>& files, const std::vector<const Target*>& going);
     /// What the change could not be undone without. Where it cannot be kept there is no way back,
     /// but the change goes on.
     void KeepForUndo(const Target& target) const;
