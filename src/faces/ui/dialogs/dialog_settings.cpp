@@ -161,18 +161,17 @@ QWidget* SettingsDialog::MakeComputer()
     wine_->setText(ToQt(form_.settings.wineCommand));
     wineWords_ = Named<QLineEdit>("Text_WineWords");
     wineWords_->setText(ToQt(form_.settings.wineWords));
-    historyCount_ = Named<QSpinBox>("Spin_HistoryCount");
-    historyCount_->setRange(0, mostHistoryFiles);
-    historyCount_->setValue(form_.settings.historyCount);
-    historySize_ = Named<QSpinBox>("Spin_HistorySize");
-    historySize_->setRange(0, mostHistoryMegabytes);
-    historySize_->setValue(form_.settings.historyMegabytes);
-    undoCount_ = Named<QSpinBox>("Spin_UndoCount");
-    undoCount_->setRange(0, mostHistoryFiles);
-    undoCount_->setValue(form_.settings.undoCount);
-    undoSize_ = Named<QSpinBox>("Spin_UndoSize");
-    undoSize_->setRange(0, mostHistoryMegabytes);
-    undoSize_->setValue(form_.settings.undoMegabytes);
+    const auto number = [](const char* name, int most, int value) {
+        auto* box = Named<QSpinBox>(name);
+        box->setRange(0, most);
+        box->setValue(value);
+        return box;
+    };
+    const ProgramSettings& now = form_.settings;
+    historyCount_ = number("Spin_HistoryCount", mostHistoryFiles, now.historyCount);
+    historySize_ = number("Spin_HistorySize", mostHistoryMegabytes, now.historyMegabytes);
+    undoCount_ = number("Spin_UndoCount", mostHistoryFiles, now.undoCount);
+    undoSize_ = number("Spin_UndoSize", mostHistoryMegabytes, now.undoMegabytes);
 
     const auto addRow = [](QFormLayout* form, const char* caption, QWidget* field) {
         auto* label = Named<QLabel>(caption);
