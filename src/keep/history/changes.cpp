@@ -245,7 +245,7 @@ Status FinishChange(Machine& machine, const Folders& folders, Archive& archive,
     const auto change = ParseChange(**text);
     if (!change) {
         const auto aside = RenameAside(file);
-        return aside ? Status{} : Status{aside.Error()};
+        return aside ? MakeFailure(ErrorCode::Damaged, TextOf(*aside)) : aside.Error();
     }
     if (change->folders.empty()) {
         const auto settled =

@@ -61,7 +61,8 @@ bool ChangeWaits(const Folders& folders);
 bool SavegameMoveWaitsIn(const Folders& folders);
 /// Finishes a change that a killed or failed run left, its record with it. What another hand took
 /// away meanwhile is passed over, and not counted. Nothing to do is done. The list in memory
-/// follows when it is of the archive's file.
+/// follows when it is of the archive's file. `Damaged` for a note that nobody can read: it waits no
+/// more, and lies under the name that is the failure's subject.
 Status FinishChange(Machine& machine, const Folders& folders, Archive& archive,
                     const ProgramSettings& settings);
 

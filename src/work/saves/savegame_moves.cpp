@@ -466,8 +466,11 @@ Status EndEarlierMove(Session& session)
 {
     if (auto status =
             FinishChange(session.machine, session.Folders(), session.archive, session.settings);
-        !status)
-        return status;
+        !status) {
+        if (status.Error().code != ErrorCode::Damaged)
+            return status;
+        session.host.Tell(Tone::Error, GetMsg(Msg::ChangeNoteDamaged, {status.Error().subject}));
+    }
     if (!InterruptedWork(session.Folders(), session.archive).empty())
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
     return {};

@@ -139,6 +139,11 @@ bool FinishSavegames(Session& session)
     if (const auto status =
             FinishChange(session.machine, session.Folders(), session.archive, session.settings);
         !status) {
+        if (status.Error().code == ErrorCode::Damaged) {
+            session.host.Tell(Tone::Error,
+                              GetMsg(Msg::ChangeNoteDamaged, {status.Error().subject}));
+            return true;
+        }
         TellFailure(session.host,
                     GetMsg(savegames ? Msg::SavegamesUnfinished : Msg::ChangeUnfinished),
                     status.Error());

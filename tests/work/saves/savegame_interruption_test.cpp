@@ -361,6 +361,8 @@ TEST(ChangeNote, ANoteComesBackAsItWasWrittenOrNotAtAll)
     world.Write("home/swap/savegames", text.substr(0, 30));
     EXPECT_TRUE(RecoverInterruptedWork(world.session));
     EXPECT_EQ(world.Read("home/swap/savegames.1"), text.substr(0, 30));
+    EXPECT_TRUE(world.host.WasTold("cannot be read. It was set aside as"));
+    EXPECT_FALSE(world.host.WasTold("has been finished now"));
 }
 
 } // namespace kestrova::testing
