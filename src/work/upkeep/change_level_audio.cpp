@@ -13,16 +13,20 @@ bool ChangeLevelAudio(Session& session, const std::string& name, const Path& fil
     const auto changed = ChangeStoredAudio(session, files, toMp3);
     if (changed)
         return true;
-    const ErrorCode code = changed.Error().code;
-    const bool isRefused = code == ErrorCode::Refused;
-    // What ended the conversion itself was seen in its window.
-    if (!isRefused && code != ErrorCode::Stopped && code != ErrorCode::NotDone)
-        TellFailure(session.host, changed.Error());
+    const bool isRefused = changed.Error().code == ErrorCode::Refused;
+    const auto tell = [&](const Failure& failure) {
+        // What ended the conversion itself was seen in its window.
+        if (failure.code != ErrorCode::Refused && failure.code != ErrorCode::Stopped &&
+            failure.code != ErrorCode::NotDone)
+            TellFailure(session.host, failure);
+    };
+    tell(changed.Error());
     if (!session.host.AskYesNo(GetMsg(Msg::AskErrorLevelAudio, {name + std::string{lineBreak}})))
         return false;
     // What can be converted is, and the rest stays as it is.
     if (isRefused)
-        (void)ChangeStoredAudio(session, files, toMp3, UnfitSounds::Stay);
+        if (const auto rest = ChangeStoredAudio(session, files, toMp3, UnfitSounds::Stay); !rest)
+            tell(rest.Error());
     return true;
 }
 
