@@ -106,7 +106,7 @@ Result<Path> FilesFolderOf(const Folders& folders, const Archive& archive, Level
 {
     const auto folder = LevelFolderOf(folders, archive, code);
     if (!folder)
-        return Failure{folder.Error().code, folder.Error().reason, {}};
+        return folder.Error();
     return InFolder(*folder, OnDisk::DirFiles);
 }
 

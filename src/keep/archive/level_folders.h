@@ -23,7 +23,7 @@ Path LevelHomeOf(const Folders& folders, LevelCode code);
 /// The folder that holds the level's files: the same, or one on a disc. `Missing`, in words,
 /// while that disc is not there.
 Result<Path> LevelFolderOf(const Folders& folders, const Archive& archive, LevelCode code);
-/// The `files` of that folder. A failure names no file beside its words.
+/// The `files` of that folder.
 Result<Path> FilesFolderOf(const Folders& folders, const Archive& archive, LevelCode code);
 /// The level's `backup_savegames`: its state while another level stands in the folder.
 Path StateStoreOf(const Folders& folders, LevelCode code);

@@ -48,7 +48,7 @@ const LevelRecord* FindEditable(Host& host, const Folders& folders, const Archiv
     return &current;
 }
 
-Path FilesFolderOf(Host& host, const Folders& folders, const Archive& archive, LevelCode code)
+Path FilesToEdit(Host& host, const Folders& folders, const Archive& archive, LevelCode code)
 {
     const auto folder = LevelFolderOf(folders, archive, code);
     if (!folder)
@@ -116,7 +116,7 @@ bool OpenEdit(Intake& intake)
     draft.inArchive = true;
     draft.replaceByFile = Replace::Ask; // the old file may be the player's own work
     draft.filesFolder =
-        FilesFolderOf(session.host, session.Folders(), session.archive, draft.record.levelCode);
+        FilesToEdit(session.host, session.Folders(), session.archive, draft.record.levelCode);
     draft.workFolder = draft.filesFolder;
     if (!draft.OnCd())
         draft.before = std::make_unique<FilesBefore>(draft.filesFolder, draft.saved);

@@ -112,6 +112,11 @@ TEST_F(Playing, AnIncompleteLevelIsNamedByPlayVerifyAndDoctor)
     ASSERT_TRUE(standing);
     ASSERT_EQ(standing->size(), 1U);
     EXPECT_EQ(standing->front().file, "big.tr4");
+
+    level.cdNumber = 1;
+    const auto away = VerifyLevel(box.session, level.levelCode);
+    ASSERT_FALSE(away);
+    EXPECT_NE(away.Error().sentence.find("not available"), std::string::npos);
 }
 
 TEST_F(Playing, WithoutAStartOnlyTheLevelComes)
