@@ -22,14 +22,9 @@ namespace
 constexpr std::chrono::milliseconds slice{30};
 
 /// How a run ended, as the window's last line has it.
-Failure EndOf(ErrorCode code, std::string line)
-{
-    return {code, {}, {}, {}, std::move(line)};
-}
-
 Failure StoppedByPerson()
 {
-    return EndOf(ErrorCode::Stopped, GetMsg(Msg::AudioCancelled));
+    return InWords(ErrorCode::Stopped, GetMsg(Msg::AudioCancelled));
 }
 
 Message StepName(int step)
@@ -113,7 +108,7 @@ Status AudioBatch::LookAtAll()
             session_.host.Tell(Tone::Error, words, plans_[i].reason);
             if (PassesOver(i))
                 continue;
-            return EndOf(ErrorCode::Refused, words);
+            return InWords(ErrorCode::Refused, words);
         }
         steps_ += static_cast<std::uint64_t>(plans_[i].steps);
     }
@@ -135,7 +130,7 @@ Status AudioBatch::RefuseToReplace()
 {
     const auto unknown = [&](const Failure& failure) {
         TellFolderNotRead(session_.host, failure);
-        return EndOf(ErrorCode::Refused, GetMsg(Msg::FolderNotRead, {failure.subject}));
+        return InWords(ErrorCode::Refused, GetMsg(Msg::FolderNotRead, {failure.subject}));
     };
     std::vector<platform::FileFacts> originals;
     for (const Path& file : originals_) {
@@ -159,7 +154,7 @@ Status AudioBatch::RefuseToReplace()
         const std::string words =
             GetMsg(Msg::AudioOntoItself, {TextOf(originals_[number].filename())});
         session_.host.Tell(Tone::Error, words);
-        return EndOf(ErrorCode::Refused, words);
+        return InWords(ErrorCode::Refused, words);
     }
     return {};
 }
@@ -295,8 +290,8 @@ Status AudioBatch::AskToGoOn(std::size_t index, std::string error, int step)
     const std::string breaks = std::string{lineBreak} + std::string{lineBreak};
     if (session_.host.AskYesNo(GetMsg(Msg::AudioAskGoOn, {name + "' : " + error + breaks})))
         return {};
-    return EndOf(ErrorCode::NotDone,
-                 GetMsg(Msg::AudioErrorAt, {StepName(step).text, name}) + error);
+    return InWords(ErrorCode::NotDone,
+                   GetMsg(Msg::AudioErrorAt, {StepName(step).text, name}) + error);
 }
 
 Failure ConversionFailed(Message words, Failure failure)

@@ -29,12 +29,6 @@ std::string LastLineOf(const std::string& output)
     return end == std::string::npos ? lines : lines.substr(end + 1);
 }
 
-Failure FailureOf(ErrorCode code, std::string sentence, std::string reason = {},
-                  std::string details = {})
-{
-    return {code, {}, std::move(reason), std::move(details), std::move(sentence)};
-}
-
 /// The tool's own last words when it left nothing, and what it said when it failed.
 Status RunAudioTool(const Tools& tools, const ToolWork& work, const Path& made,
                     const ToolProgressState& state, ToolReport& report)
@@ -44,7 +38,7 @@ Status RunAudioTool(const Tools& tools, const ToolWork& work, const Path& made,
     if (!ended || FileExists(made))
         return ended;
     const std::string words = LastLineOf(report.output);
-    return FailureOf(ErrorCode::NotDone, words.empty() ? GetMsg(Msg::Mp3NotWhole) : words);
+    return InWords(ErrorCode::NotDone, words.empty() ? GetMsg(Msg::Mp3NotWhole) : words);
 }
 
 /// Decoder and encoder may leave out a few frames at the ends, and what is damaged.
@@ -100,25 +94,25 @@ Status DecodeMp3(const Tools& tools, const Path& source, const Path& destination
 {
     const Path place = platform::AbsolutePath(ResolvePath(source));
     if (!FileExists(place))
-        return FailureOf(ErrorCode::Missing, GetMsg(Msg::Mp3NotFound) + TextOf(source));
+        return InWords(ErrorCode::Missing, GetMsg(Msg::Mp3NotFound) + TextOf(source));
     if (FindTool(tools, Decoder()).empty())
-        return FailureOf(ErrorCode::Missing, GetMsg(Msg::DecoderMissing),
-                         InstallHint(tools, Decoder()));
+        return InWords(ErrorCode::Missing, GetMsg(Msg::DecoderMissing),
+                       InstallHint(tools, Decoder()));
     const auto bytes = ReadWholeFile(place);
     if (!bytes)
-        return FailureOf(bytes.Error().code, GetMsg(Msg::Mp3NotRead) + TextOf(source),
-                         bytes.Error().reason);
+        return InWords(bytes.Error().code, GetMsg(Msg::Mp3NotRead) + TextOf(source),
+                       bytes.Error().reason);
     const MpegFacts sound = ScanMpeg(*bytes);
     if (sound.frames == 0)
-        return FailureOf(ErrorCode::Damaged,
-                         GetMsg(WalkWave(place) ? Msg::Mp3IsWave : Msg::Mp3Silent));
+        return InWords(ErrorCode::Damaged,
+                       GetMsg(WalkWave(place) ? Msg::Mp3IsWave : Msg::Mp3Silent));
 
     StagedPlace wave{destination};
     // The decoder believes a tag's size and would skip all that there is.
     const StagedPlace bare{destination};
     const auto notCopied = [&](const Failure& failure) {
-        return FailureOf(failure.code, GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
-                         failure.reason);
+        return InWords(failure.code, GetMsg(Msg::ErrorCopyingWave) + TextOf(destination),
+                       failure.reason);
     };
     if (sound.tagLies)
         if (const auto cut =
@@ -142,13 +136,12 @@ Status DecodeMp3(const Tools& tools, const Path& source, const Path& destination
     if (!decoded)
         return decoded;
     if (IsMostlyDamaged(report.output, sound, wave.Staged()))
-        return FailureOf(ErrorCode::Damaged, GetMsg(Msg::Mp3NotDecoded), {},
-                         LastLines(report.output));
+        return InWords(ErrorCode::Damaged, GetMsg(Msg::Mp3NotDecoded), {},
+                       LastLines(report.output));
     const auto facts = WalkWave(wave.Staged());
     if (!facts || facts->frames == 0 ||
         !HoldsEnough(facts->frames, sound.samples, sound.first.samples))
-        return FailureOf(ErrorCode::Damaged, GetMsg(Msg::Mp3NotWhole), {},
-                         LastLines(report.output));
+        return InWords(ErrorCode::Damaged, GetMsg(Msg::Mp3NotWhole), {}, LastLines(report.output));
     if (const auto moved = wave.MoveTo(destination); !moved)
         return notCopied(moved.Error());
     return {};
@@ -158,17 +151,17 @@ Status EncodeMp3(const Tools& tools, const Mp3Settings& settings, const Path& so
                  const Path& destination, const ToolProgressState& state)
 {
     if (FindTool(tools, Encoder()).empty())
-        return FailureOf(ErrorCode::Missing,
-                         GetMsg(Msg::EncoderMissing, {TextOf(tools.programFolder), lineBreak}),
-                         InstallHint(tools, Encoder()));
+        return InWords(ErrorCode::Missing,
+                       GetMsg(Msg::EncoderMissing, {TextOf(tools.programFolder), lineBreak}),
+                       InstallHint(tools, Encoder()));
     WavHeader header;
     if (!ReadWavHeader(source, header))
-        return FailureOf(ErrorCode::Refused,
-                         GetMsg(Msg::WaveNotStandard, {TextOf(source.filename())}));
+        return InWords(ErrorCode::Refused,
+                       GetMsg(Msg::WaveNotStandard, {TextOf(source.filename())}));
     const Path place = platform::AbsolutePath(ResolvePath(source));
     const auto sound = WalkWave(place);
     if (!sound || sound->formatTag != waveTagPcm)
-        return FailureOf(ErrorCode::Damaged, GetMsg(Msg::WaveNotReadable));
+        return InWords(ErrorCode::Damaged, GetMsg(Msg::WaveNotReadable));
 
     StagedPlace mp3{destination};
     ToolReport report;
@@ -184,10 +177,9 @@ Status EncodeMp3(const Tools& tools, const Mp3Settings& settings, const Path& so
     if (made.frames == 0 ||
         !HoldsEnough(made.samples * sound->rate / static_cast<std::uint64_t>(made.first.rate),
                      sound->frames, made.first.samples))
-        return FailureOf(ErrorCode::Damaged, GetMsg(Msg::Mp3NotWhole), {},
-                         LastLines(report.output));
+        return InWords(ErrorCode::Damaged, GetMsg(Msg::Mp3NotWhole), {}, LastLines(report.output));
     if (const auto moved = mp3.MoveTo(destination); !moved)
-        return FailureOf(moved.Error().code, GetMsg(Msg::WaveNotWritten), moved.Error().reason);
+        return InWords(moved.Error().code, GetMsg(Msg::WaveNotWritten), moved.Error().reason);
     return {};
 }
 

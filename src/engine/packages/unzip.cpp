@@ -43,22 +43,16 @@ Result<Staging> StagingFor(const PackagePlan& plan, const Path& package, const P
     return staging ? Result<Staging>{Staging{*staging}} : staging.Error();
 }
 
-Failure FailureOf(ErrorCode code, std::string sentence, std::string reason = {},
-                  std::string details = {})
-{
-    return {code, {}, std::move(reason), std::move(details), std::move(sentence)};
-}
-
 Failure StoppedByPerson(std::string details = {})
 {
-    return FailureOf(ErrorCode::Stopped, GetMsg(Msg::BreakUser), {}, std::move(details));
+    return InWords(ErrorCode::Stopped, GetMsg(Msg::BreakUser), {}, std::move(details));
 }
 
 Failure DamagedOrLocked(const PackagePlan& plan, const Path& package)
 {
-    return FailureOf(ErrorCode::Damaged,
-                     GetMsg(plan.locked ? Msg::PackageLocked : Msg::PackageDamaged,
-                            {TextOf(package.filename())}));
+    return InWords(ErrorCode::Damaged,
+                   GetMsg(plan.locked ? Msg::PackageLocked : Msg::PackageDamaged,
+                          {TextOf(package.filename())}));
 }
 
 /// Holds what came out against what the package says of its files. `byTool`: what the tool thinks
@@ -71,9 +65,9 @@ Status Prove(const PackagePlan& plan, const Path& package, const Path& staging,
     if (!proof && proof.Error().code == ErrorCode::Stopped)
         return StoppedByPerson();
     if (!proof)
-        return FailureOf(ErrorCode::Damaged,
-                         GetMsg(Msg::PackageDamaged, {TextOf(package.filename())}),
-                         proof.Error().reason);
+        return InWords(ErrorCode::Damaged,
+                       GetMsg(Msg::PackageDamaged, {TextOf(package.filename())}),
+                       proof.Error().reason);
     if (byTool && proof->lacking.empty())
         return {};
     const bool tellsAll = std::all_of(plan.files.begin(), plan.files.end(),
@@ -110,7 +104,7 @@ Status FillStaging(const Tools& tools, const PackagePlan& plan, const Path& pack
     if (unpacked && options.guard != nullptr) {
         refusal = options.guard->Look();
         if (!refusal.empty())
-            return FailureOf(ErrorCode::Refused, refusal, {}, report.lastLines);
+            return InWords(ErrorCode::Refused, refusal, {}, report.lastLines);
     }
     return unpacked;
 }
@@ -125,8 +119,8 @@ Status UnpackInto(const Tools& tools, const PackagePlan& plan, const Path& packa
     if (plan.locked && !options.keepWhole)
         return DamagedOrLocked(plan, package);
     const auto failed = [&](const Failure& failure) {
-        return FailureOf(failure.code, GetMsg(Msg::UnpackNotMoved, {TextOf(package.filename())}),
-                         failure.subject + ": " + failure.reason);
+        return InWords(failure.code, GetMsg(Msg::UnpackNotMoved, {TextOf(package.filename())}),
+                       failure.subject + ": " + failure.reason);
     };
     const auto place = StagingFor(plan, package, folder, options);
     if (!place)
@@ -172,18 +166,17 @@ Status UnzipWithProgress(const Tools& tools, const Path& package, const Path& fo
     const Path source = platform::AbsolutePath(ResolvePath(package));
     const Path target = platform::AbsolutePath(ResolvePath(folder));
     if (auto status = MakeFolders(target); !status)
-        return FailureOf(status.Error().code, GetMsg(Msg::CannotCreateFolder, {TextOf(target)}),
-                         status.Error().reason);
+        return InWords(status.Error().code, GetMsg(Msg::CannotCreateFolder, {TextOf(target)}),
+                       status.Error().reason);
     if (!CleanFolder(target, options))
-        return FailureOf(ErrorCode::CannotDelete,
-                         GetMsg(Msg::ErrorDeletingOldFiles) + TextOf(target));
+        return InWords(ErrorCode::CannotDelete,
+                       GetMsg(Msg::ErrorDeletingOldFiles) + TextOf(target));
     if (!state.quiet && state.progress != nullptr)
         state.progress->SetLabel(GetMsg(Msg::ExtractFileList) + TextOf(source.filename()));
     platform::File readable;
     if (const auto failure = platform::File::OpenForRead(source, readable))
-        return FailureOf(ErrorCode::CannotOpen,
-                         GetMsg(Msg::PackageNotRead, {TextOf(source.filename())}),
-                         failure.message());
+        return InWords(ErrorCode::CannotOpen,
+                       GetMsg(Msg::PackageNotRead, {TextOf(source.filename())}), failure.message());
     PackagePlan plan = PlanFor(tools, source, options.namesAs);
     if (plan.locked && !options.keepWhole)
         return DamagedOrLocked(plan, source);
@@ -202,7 +195,7 @@ Status UnzipWithProgress(const Tools& tools, const Path& package, const Path& fo
         if (words.empty())
             words = options.guard->Refuses(plan.entries);
         if (!words.empty())
-            return FailureOf(ErrorCode::Refused, std::move(words));
+            return InWords(ErrorCode::Refused, std::move(words));
     }
     // The names in the directory are exact, those of the list are made harmless.
     if (plan.entries.size() == entries.size())
@@ -230,15 +223,14 @@ Status UnzipQuick(const Tools& tools, const Path& package, const Path& folder,
     const Path target = platform::AbsolutePath(ResolvePath(folder));
     const Tool& usual = ToolOf(UnpackerOf(source)).tool;
     if (FindTool(tools, usual).empty())
-        return FailureOf(ErrorCode::Missing,
-                         GetMsg(Msg::UnzipProgramMissing, {lineBreak}) +
-                             TextOf(tools.programFolder),
-                         InstallHint(tools, usual));
+        return InWords(ErrorCode::Missing,
+                       GetMsg(Msg::UnzipProgramMissing, {lineBreak}) + TextOf(tools.programFolder),
+                       InstallHint(tools, usual));
     if (!FileExists(source) || !FolderExists(target))
         return MakeFailure(ErrorCode::Missing, TextOf(FileExists(source) ? target : source));
     if (!CleanFolder(target, options))
-        return FailureOf(ErrorCode::CannotDelete,
-                         GetMsg(Msg::ErrorDeletingOldFiles) + TextOf(target));
+        return InWords(ErrorCode::CannotDelete,
+                       GetMsg(Msg::ErrorDeletingOldFiles) + TextOf(target));
     const PackagePlan plan = PlanFor(tools, source, options.namesAs);
     // The caller looks for the files.
     (void)UnpackInto(tools, plan, source, target, {ToolOf(plan.unpacker).tool}, options, {}, true,

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/folder_memory.h"
-#include "session/operation.h"
 #include "session/session.h"
 
 namespace kestrova

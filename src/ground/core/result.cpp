@@ -12,6 +12,11 @@ Failure MakeFailure(ErrorCode code, std::string subject, const std::error_code& 
     return {code, std::move(subject), reason ? reason.message() : std::string{}};
 }
 
+Failure InWords(ErrorCode code, std::string sentence, std::string reason, std::string details)
+{
+    return {code, {}, std::move(reason), std::move(details), std::move(sentence)};
+}
+
 Failure Saying(std::string sentence, Failure failure)
 {
     if (failure.sentence.empty() && failure.code != ErrorCode::Stopped)

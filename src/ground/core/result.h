@@ -33,6 +33,9 @@ struct Failure {
 };
 
 Failure MakeFailure(ErrorCode code, std::string subject, const std::error_code& reason = {});
+/// A failure that says by itself what was not done, a Stop too.
+Failure InWords(ErrorCode code, std::string sentence, std::string reason = {},
+                std::string details = {});
 /// The failure with that sentence, unless it has one of its own. A Stop gets none: who pressed it
 /// knows.
 Failure Saying(std::string sentence, Failure failure);
