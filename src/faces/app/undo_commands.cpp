@@ -63,6 +63,10 @@ bool Take(Run& run, UndoWay way)
         if (!entry)
             return false;
     } else {
+        if (const auto entries = ReadUndoEntries(session.Folders()); !entries) {
+            TellFailure(session.host, GetMsg(Msg::UndosNotRead), entries.Error());
+            return false;
+        }
         entry = NextToUndo(session.Folders(), session.archive, way);
         if (!entry)
             entry = NextElsewhere(session.Folders(), way); // which is refused in words

@@ -5,7 +5,6 @@
 #include "archive/level_sizes.h"
 #include "core/look.h"
 #include "core/names.h"
-#include "formats/level_folder.h"
 #include "formats/trle_folder.h"
 #include "history/changed_record.h"
 #include "history/changes.h"
@@ -13,7 +12,6 @@
 #include "history/standing.h"
 #include "history/undo_entries.h"
 #include "saves/savegame_moves.h"
-#include "saves/savegame_store.h"
 #include "session/operation.h"
 #include "session/telling.h"
 #include "swap/folder_guard.h"
@@ -179,12 +177,7 @@ bool TakeRecord(Session& session, const Change& change)
     const Archive before = session.archive;
     PutRecord(session.archive.levels, *change.record);
     CountRecord(session.archive, change);
-    if (SaveArchive(session))
-        return true;
-    session.archive = before;
-    (void)WriteArchive(session, before.file); // the failure has been told already
-    session.archive.dirty = before.dirty;
-    return false;
+    return SaveArchiveOrPutBack(session, before);
 }
 
 Status MoveAsSaid(const Change& change)
