@@ -25,7 +25,9 @@ Status MakeShotChange(Machine& machine, const Folders& folders, const Archive& a
 {
     if (auto status = MakeChange(machine, folders, archive, settings, change); !status)
         return status;
-    return EndChange(folders, settings, change);
+    // It is made: what cannot be noted of it now is ended by the next change, or the next start.
+    (void)EndChange(folders, settings, change);
+    return {};
 }
 
 void NoteNewShots(const Folders& folders, const ProgramSettings& settings, Change change,
