@@ -163,7 +163,10 @@ struct Odd {
     std::function<void(const Connection&)> talk;
     HttpError error;
     std::string bytes{};
+    milliseconds silence = soon; ///< short where silence is the case
 };
+
+constexpr milliseconds shortSilence{300};
 
 TEST(Http, HearsOutServersThatKeepToNothing)
 {
@@ -212,13 +215,13 @@ TEST(Http, HearsOutServersThatKeepToNothing)
         {"a length above the bound",
          [](const Connection& c) { c.Send(Head("Content-Length: 99999999\r\n") + "abc"); },
          HttpError::TooLong},
-        {"silence", [](const Connection& c) { c.Wait(); }, HttpError::Silent},
+        {"silence", [](const Connection& c) { c.Wait(); }, HttpError::Silent, "", shortSilence},
         {"silence in between",
          [](const Connection& c) {
              c.Send(Head("Content-Length: 9\r\n") + "abc");
              c.Wait();
          },
-         HttpError::Silent},
+         HttpError::Silent, "", shortSilence},
         {"a part that nobody asked for",
          [](const Connection& c) {
              c.Send("HTTP/1.1 206 Partial\r\nContent-Range: bytes 3-4/5\r\nContent-Length: "
@@ -253,7 +256,7 @@ TEST(Http, HearsOutServersThatKeepToNothing)
         const ScriptedServer server{odd.talk};
         HttpRequest request{server.Address("/list")};
         request.most = 1'000'000;
-        request.silence = milliseconds{300};
+        request.silence = odd.silence;
         const Got got = Get(request);
         EXPECT_EQ(static_cast<int>(got.error), static_cast<int>(odd.error))
             << odd.what << ": " << got.reason;
