@@ -36,6 +36,7 @@ TEST(ChangeLevelAudio, AFailureIsAskedAboutWithTheLevelsName)
     EXPECT_NE(box.host.told[0].text.find("104.wav.zl"), std::string::npos);
     EXPECT_EQ(box.Read("levels/LEVEL_0001/files/103.wav"), before.at("103.wav"));
     // What fails among the sounds that can be converted is told as well.
+    box.UseRealTools();
     std::filesystem::remove(files / "104.wav.zl");
     box.Write("levels/LEVEL_0001/files/105.wav", ToneWave({}, 9000));
     box.host.told.clear();
