@@ -5,7 +5,7 @@
 #include "core/look.h"
 #include "core/ordered_jobs.h"
 #include "core/parallel.h"
-#include "session/operation.h"
+#include "core/text.h"
 #include "session/telling.h"
 #include "words/conversion.h"
 #include "words/session.h"
@@ -55,11 +55,11 @@ struct AudioBatch::Shared {
     std::atomic<std::size_t> head{0};
 };
 
-AudioBatch::AudioBatch(Session& session, std::vector<Path> files, const Path& folder,
-                       AudioKind target)
-    : session_(session),
-      files_(std::move(files)), target_{ResolvePath(folder), target, session.mp3Settings,
-                                        AudioTargetText(target, session.mp3Settings)},
+AudioBatch::AudioBatch(Host& host, const SoundConverter& converter, std::vector<Path> files,
+                       const Path& folder, AudioKind target)
+    : host_(host), tools_(converter.tools),
+      files_(std::move(files)), target_{ResolvePath(folder), target, converter.mp3Settings,
+                                        AudioTargetText(target, converter.mp3Settings)},
       plans_(files_.size()), shared_(std::make_unique<Shared>(files_.size())),
       stemsMeet_(StemsMeet())
 {
@@ -76,8 +76,7 @@ bool AudioBatch::Stopped()
 
 Status AudioBatch::Run()
 {
-    const Operation operation{session_};
-    window_ = session_.host.BeginProgress(ProgressWindow::Audio, GetMsg(Msg::AudioPreparing));
+    window_ = host_.BeginProgress(ProgressWindow::Audio, GetMsg(Msg::AudioPreparing));
     window_->AllowStop();
     Status done = LookAtAll();
     if (done)
@@ -105,7 +104,7 @@ Status AudioBatch::LookAtAll()
                                                                        plans_[i].description}) +
                                       target_.text + "]";
             // The window's own words, with or without the question behind them.
-            session_.host.Tell(Tone::Error, words, plans_[i].reason);
+            host_.Tell(Tone::Error, words, plans_[i].reason);
             if (PassesOver(i))
                 continue;
             return InWords(ErrorCode::Refused, words);
@@ -119,9 +118,8 @@ bool AudioBatch::PassesOver(std::size_t index)
 {
     const std::string breaks = std::string{lineBreak} + std::string{lineBreak};
     return passesOver_ == PassOver::WhenAsked &&
-           session_.host.AskYesNo(
-               GetMsg(Msg::AudioAskGoOn, {TextOf(files_[index].filename()) +
-                                          "' : " + GetMsg(Msg::AudioStaysAsItIs) + breaks}));
+           host_.AskYesNo(GetMsg(Msg::AudioAskGoOn, {TextOf(files_[index].filename()) + "' : " +
+                                                     GetMsg(Msg::AudioStaysAsItIs) + breaks}));
 }
 
 /// Refuses, in the window's own words, when a result would take the place of a file that is
@@ -129,7 +127,7 @@ bool AudioBatch::PassesOver(std::size_t index)
 Status AudioBatch::RefuseToReplace()
 {
     const auto unknown = [&](const Failure& failure) {
-        TellFolderNotRead(session_.host, failure);
+        TellFolderNotRead(host_, failure);
         return InWords(ErrorCode::Refused, GetMsg(Msg::FolderNotRead, {failure.subject}));
     };
     std::vector<platform::FileFacts> originals;
@@ -153,7 +151,7 @@ Status AudioBatch::RefuseToReplace()
         const auto number = static_cast<std::size_t>(own - originals.begin());
         const std::string words =
             GetMsg(Msg::AudioOntoItself, {TextOf(originals_[number].filename())});
-        session_.host.Tell(Tone::Error, words);
+        host_.Tell(Tone::Error, words);
         return InWords(ErrorCode::Refused, words);
     }
     return {};
@@ -180,16 +178,15 @@ Status AudioBatch::ConvertAll()
     Shared& shared = *shared_;
     ClearLeftoversOfKilled(target_.folder);
     for (std::size_t i = 0; i < files_.size(); ++i) {
-        shared.views[i].endTool = [&shared, i, atOnce = session_.host.WorksUnattended()] {
+        shared.views[i].endTool = [&shared, i, atOnce = host_.WorksUnattended()] {
             return shared.ended || (shared.stop && (atOnce || i != shared.head));
         };
         shared.views[i].endConversion = [&shared] { return shared.ended || shared.stop; };
     }
-    const Tools tools = ToolsOf(session_);
     const std::size_t ahead = stemsMeet_ ? 0 : 2 * OrderedJobs::Cores();
     OrderedJobs jobs{files_.size(), ahead, [&](std::size_t i) {
                          if (plans_[i].mode != -1 && !shared.views[i].endTool())
-                             shared.outcomes[i] = ConvertAudioFile(tools, files_[i], plans_[i],
+                             shared.outcomes[i] = ConvertAudioFile(tools_, files_[i], plans_[i],
                                                                    target_, shared.views[i]);
                      }};
     Status going;
@@ -230,7 +227,7 @@ void AudioBatch::ShowProgress(std::size_t index)
 Status AudioBatch::TakeOutcome(std::size_t index, AudioOutcome outcome)
 {
     for (const std::string& remark : outcome.remarks)
-        session_.host.Tell(Tone::Plain, remark);
+        host_.Tell(Tone::Plain, remark);
     if (!outcome.status) {
         const Failure& failure = outcome.status.Error();
         if (failure.code == ErrorCode::Stopped)
@@ -276,10 +273,9 @@ void AudioBatch::LeaveOutReplaced(std::size_t index, const Path& place)
     });
     if (same == converted_.end())
         return;
-    session_.host.Tell(Tone::Warning,
-                       GetMsg(Msg::AudioSameName,
-                              {TextOf(same->source.filename()), TextOf(files_[index].filename()),
-                               TextOf(same->result.filename())}));
+    host_.Tell(Tone::Warning, GetMsg(Msg::AudioSameName, {TextOf(same->source.filename()),
+                                                          TextOf(files_[index].filename()),
+                                                          TextOf(same->result.filename())}));
     converted_.erase(same);
 }
 
@@ -288,7 +284,7 @@ Status AudioBatch::AskToGoOn(std::size_t index, std::string error, int step)
     error.resize(std::min(error.find('\0'), error.size()));
     const std::string name = TextOf(files_[index].filename());
     const std::string breaks = std::string{lineBreak} + std::string{lineBreak};
-    if (session_.host.AskYesNo(GetMsg(Msg::AudioAskGoOn, {name + "' : " + error + breaks})))
+    if (host_.AskYesNo(GetMsg(Msg::AudioAskGoOn, {name + "' : " + error + breaks})))
         return {};
     return InWords(ErrorCode::NotDone,
                    GetMsg(Msg::AudioErrorAt, {StepName(step).text, name}) + error);

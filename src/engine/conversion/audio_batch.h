@@ -1,7 +1,8 @@
 #pragma once
 
 #include "conversion/audio_item.h"
-#include "session/session.h"
+#include "conversion/sound_converter.h"
+#include "session/host.h"
 #include "words/message.h"
 
 namespace kestrova
@@ -14,8 +15,8 @@ namespace kestrova
 class AudioBatch
 {
 public:
-    /// mp3 targets are encoded by the session's settings.
-    AudioBatch(Session& session, std::vector<Path> files, const Path& folder, AudioKind target);
+    AudioBatch(Host& host, const SoundConverter& converter, std::vector<Path> files,
+               const Path& folder, AudioKind target);
     ~AudioBatch();
 
     /// These files of the person's must not give way to a result: the run is refused before
@@ -55,7 +56,8 @@ private:
     [[nodiscard]] bool StemsMeet() const;
     bool Stopped();
 
-    Session& session_;
+    Host& host_;
+    const Tools tools_;
     std::vector<Path> files_;
     std::vector<Path> originals_;
     AudioTarget target_;

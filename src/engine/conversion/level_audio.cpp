@@ -1,6 +1,7 @@
 #include "conversion/level_audio.h"
 
 #include "core/file_kinds.h"
+#include "core/text.h"
 #include "words/conversion.h"
 #include "words/session.h"
 
@@ -19,12 +20,12 @@ bool IsTrack(const Path& file)
                        [](char byte) { return byte >= '0' && byte <= '9'; });
 }
 
-Status DecodeList(Session& session, const Path& folder, const std::vector<Path>& files,
-                  AudioKind kind, Message words)
+Status DecodeList(Host& host, const SoundConverter& converter, const Path& folder,
+                  const std::vector<Path>& files, AudioKind kind, Message words)
 {
     if (files.empty())
         return {};
-    AudioBatch batch{session, files, folder, kind};
+    AudioBatch batch{host, converter, files, folder, kind};
     batch.LetPassOver(AudioBatch::PassOver::WhenAsked);
     if (const auto done = batch.Run(); !done)
         return ConversionFailed(words, done.Error());
@@ -33,10 +34,11 @@ Status DecodeList(Session& session, const Path& folder, const std::vector<Path>&
 
 } // namespace
 
-Status DecodeLevelMp3(Session& session, const Path& folder, const std::vector<Path>& files,
-                      bool force, bool samplesOnly)
+Status DecodeLevelMp3(Host& host, const SoundConverter& converter, const Archive& archive,
+                      const Path& folder, const std::vector<Path>& files, bool force,
+                      bool samplesOnly)
 {
-    if (!force && !session.archive.header.wavInMp3)
+    if (!force && !archive.header.wavInMp3)
         return {};
     std::vector<Path> tracks;
     std::vector<Path> samples;
@@ -48,8 +50,10 @@ Status DecodeLevelMp3(Session& session, const Path& folder, const std::vector<Pa
         else if (!samplesOnly)
             tracks.push_back(file);
     }
-    auto decoded = DecodeList(session, folder, tracks, AudioKind::Adpcm, Msg::FailedConversion);
-    return decoded ? DecodeList(session, folder, samples, AudioKind::Mono, Msg::ErrorDecodingMp3s)
+    auto decoded =
+        DecodeList(host, converter, folder, tracks, AudioKind::Adpcm, Msg::FailedConversion);
+    return decoded ? DecodeList(host, converter, folder, samples, AudioKind::Mono,
+                                Msg::ErrorDecodingMp3s)
                    : decoded;
 }
 

@@ -5,6 +5,7 @@
 #include "audio/sound_info.h"
 #include "conversion/audio_batch.h"
 #include "conversion/mp3_choices.h"
+#include "conversion/sound_converter.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
 #include "platform/real_path.h"
@@ -156,7 +157,7 @@ bool ConvertSounds(Run& run, std::vector<Path> given, AudioKind kind)
     }
     platform::NoteInterrupts(Msg::InterruptNoted.text);
     const std::vector<Path> files = LeaveOutKept(run, given, folder, kind);
-    AudioBatch batch{run.session, files, folder, kind};
+    AudioBatch batch{run.session.host, SoundConverterOf(run.session), files, folder, kind};
     batch.Protect(given);
     const Status done = batch.Run();
     if (!done && done.Error().code != ErrorCode::Refused)

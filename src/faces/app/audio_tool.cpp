@@ -2,6 +2,7 @@
 
 #include "audio/sound_info.h"
 #include "conversion/audio_batch.h"
+#include "conversion/sound_converter.h"
 #include "core/copying.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
@@ -219,7 +220,7 @@ bool AudioTool::Convert(AudioKind kind)
     std::vector<Path> files;
     for (const Row& row : rows_)
         files.push_back(work_ / row.name);
-    AudioBatch batch{session_, files, target_, kind};
+    AudioBatch batch{session_.host, SoundConverterOf(session_), files, target_, kind};
     batch.Protect(origins_);
     if (const auto done = batch.Run(); !done) {
         TellFailure(session_.host, ConversionFailed(Msg::FailedConversion, done.Error()));

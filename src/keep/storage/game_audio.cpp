@@ -4,6 +4,7 @@
 #include "audio/ms_adpcm_writer.h"
 #include "conversion/audio_batch.h"
 #include "core/file_kinds.h"
+#include "core/text.h"
 #include "storage/game_files.h"
 #include "words/common.h"
 #include "words/conversion.h"
@@ -102,7 +103,8 @@ void NameAsWaves(std::vector<ReadyFile>& files,
     SortByListing(files);
 }
 
-Status DecodeReadyFiles(Session& session, std::vector<ReadyFile>& files, const Path& staging)
+Status DecodeReadyFiles(Host& host, const SoundConverter& converter, std::vector<ReadyFile>& files,
+                        const Path& staging)
 {
     const std::vector<ReadyFile> mp3s = TakeMp3s(files);
     std::vector<Path> sources;
@@ -119,7 +121,7 @@ Status DecodeReadyFiles(Session& session, std::vector<ReadyFile>& files, const P
     }
     if (auto made = MakeFolders(staging); !made)
         return Saying(GetMsg(Msg::CannotCreateFolder, {TextOf(staging)}), made);
-    AudioBatch batch{session, sources, staging, AudioKind::Adpcm};
+    AudioBatch batch{host, converter, sources, staging, AudioKind::Adpcm};
     if (const auto done = batch.Run(); !done)
         return ConversionFailed(Msg::FailedConversion, done.Error());
     std::unordered_map<std::string, const ReadyFile*> origins; // by path

@@ -18,7 +18,8 @@ bool AnyMp3(const std::vector<ReadyFile>& files);
 /// Decodes the mp3 files among them into `staging`, in the form that the game reads; a wave of the
 /// same name gives way. A file without sound in it stays as it is; one that the person passed over
 /// is left out.
-Status DecodeReadyFiles(Session& session, std::vector<ReadyFile>& files, const Path& staging);
+Status DecodeReadyFiles(Host& host, const SoundConverter& converter, std::vector<ReadyFile>& files,
+                        const Path& staging);
 
 /// In listing order, for lists whose names have changed.
 void SortByListing(std::vector<ReadyFile>& files);

@@ -2,6 +2,7 @@
 
 #include "core/file_kinds.h"
 #include "core/removal.h"
+#include "core/text.h"
 #include "pictures/bitmap.h"
 #include "pictures/convert.h"
 #include "storage/file_jobs.h"
@@ -238,7 +239,8 @@ Result<std::vector<ReadyFile>> PlanLevelFiles(const Path& folder)
     return ready;
 }
 
-Result<std::vector<ReadyFile>> ReadyLevelFiles(Session& session, const Path& folder,
+Result<std::vector<ReadyFile>> ReadyLevelFiles(Host& host, Machine& machine,
+                                               const SoundConverter& converter, const Path& folder,
                                                const Path& staging, bool mp3ToWave,
                                                ProgressScope* progress)
 {
@@ -248,7 +250,7 @@ Result<std::vector<ReadyFile>> ReadyLevelFiles(Session& session, const Path& fol
     const Path place = ResolvePath(staging);
     if (auto status = ClearPlace(place); !status)
         return status.Error();
-    const auto free = session.machine.FreeSpace(place);
+    const auto free = machine.FreeSpace(place);
     if (!free)
         return free.Error();
     SpaceLeft space{*free};
@@ -275,7 +277,7 @@ Result<std::vector<ReadyFile>> ReadyLevelFiles(Session& session, const Path& fol
     }
     std::vector<ReadyFile> ready = InOrder(std::move(*files));
     if (decodes)
-        if (const auto decoded = DecodeReadyFiles(session, ready, place); !decoded)
+        if (const auto decoded = DecodeReadyFiles(host, converter, ready, place); !decoded)
             return fails(decoded.Error());
     return ready;
 }

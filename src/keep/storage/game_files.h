@@ -1,6 +1,8 @@
 #pragma once
 
-#include "session/session.h"
+#include "conversion/sound_converter.h"
+#include "session/host.h"
+#include "session/machine.h"
 
 /// A level's files on their way into the Level Editor's folder.
 namespace kestrova
@@ -23,7 +25,8 @@ Result<std::vector<ReadyFile>> PlanLevelFiles(const Path& folder);
 /// `mp3ToWave` mp3 files become waves of the game's form; a failure there has its own sentence. On
 /// a failure the staging folder is removed and the failure names the file; nothing else was
 /// changed.
-Result<std::vector<ReadyFile>> ReadyLevelFiles(Session& session, const Path& folder,
+Result<std::vector<ReadyFile>> ReadyLevelFiles(Host& host, Machine& machine,
+                                               const SoundConverter& converter, const Path& folder,
                                                const Path& staging, bool mp3ToWave,
                                                ProgressScope* progress);
 

@@ -7,6 +7,7 @@
 #include "core/leftovers.h"
 #include "core/look.h"
 #include "core/removal.h"
+#include "core/text.h"
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
 #include "formats/trle_folder.h"
@@ -273,33 +274,35 @@ Status WriteIndex(const Folders& folders, LevelCode code, const std::vector<Leve
 
 } // namespace
 
-Status StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
-                         ProgressScope* label, StoreAs form, const AcceptLoss& accept)
+Status StoreFilesOfLevel(Host& host, const Folders& folders, const Archive& archive,
+                         const SoundConverter& converter, LevelCode code,
+                         const std::vector<LevelFile>& files, ProgressScope* label, StoreAs form,
+                         const AcceptLoss& accept)
 {
-    if (auto status = WriteIndex(session.Folders(), code, files); !status)
+    if (auto status = WriteIndex(folders, code, files); !status)
         return NotStored(status);
-    const auto folder = LevelFolderOf(session.Folders(), session.archive, code);
+    const auto folder = LevelFolderOf(folders, archive, code);
     if (!folder)
         return folder.Error();
-    const bool compress = Compresses(session.archive, code, form);
+    const bool compress = Compresses(archive, code, form);
     const Path target = ResolvePath(InFolder(*folder, OnDisk::DirFiles));
     const auto store = [&](const std::vector<LevelFile>& ready) {
         std::vector<std::string> kept;
         const auto steps = StepsFor(ready, compress, kept);
-        TellKeptForms(session.host, kept);
+        TellKeptForms(host, kept);
         return NotStored(FillAndExchange(steps, target, label));
     };
-    if (!ConvertsWaves(session.archive, code, form))
+    if (!ConvertsWaves(archive, code, form))
         return store(files);
-    const WorkFolder work{InFolder(session.programFolder, OnDisk::DirTempCompr),
-                          WorkFolder::Make::Now};
+    const WorkFolder work{InFolder(folders.program, OnDisk::DirTempCompr), WorkFolder::Make::Now};
     std::vector<LevelFile> encoded = files;
-    auto status = EncodeWaves(session, encoded, work.Folder(), accept);
+    auto status = EncodeWaves(host, converter, encoded, work.Folder(), accept);
     return status ? store(encoded) : NotStored(status);
 }
 
-Status StoreLevelFiles(Session& session, const Path& source, LevelCode code, ProgressScope* label,
-                       StoreAs form, const AcceptLoss& accept)
+Status StoreLevelFiles(Host& host, const Folders& folders, const Archive& archive,
+                       const SoundConverter& converter, const Path& source, LevelCode code,
+                       ProgressScope* label, StoreAs form, const AcceptLoss& accept)
 {
     if (!FolderExists(source))
         return NotStored(MakeFailure(ErrorCode::Missing, TextOf(source)));
@@ -307,25 +310,26 @@ Status StoreLevelFiles(Session& session, const Path& source, LevelCode code, Pro
     if (!listed)
         return NotStored(listed.Error());
     const std::vector<LevelFile>& files = *listed;
-    const Path home = InFolder(LevelHomeOf(session.Folders(), code), OnDisk::DirFiles);
+    const Path home = InFolder(LevelHomeOf(folders, code), OnDisk::DirFiles);
     if (!IsSameFolder(source, home))
-        return StoreFilesOfLevel(session, code, files, label, form, accept);
+        return StoreFilesOfLevel(host, folders, archive, converter, code, files, label, form,
+                                 accept);
     if (code == originalCode) // it has no stored form
         return NotStored(MakeFailure(ErrorCode::Refused, TextOf(source)));
-    if (auto status = WriteIndex(session.Folders(), code, files); !status)
+    if (auto status = WriteIndex(folders, code, files); !status)
         return NotStored(status);
     const Path place = ResolvePath(source);
-    if (ConvertsWaves(session.archive, code, form))
-        if (auto status = EncodeWavesInPlace(session, place, accept); !status)
+    if (ConvertsWaves(archive, code, form))
+        if (auto status = EncodeWavesInPlace(host, converter, place, accept); !status)
             return NotStored(status);
-    if (!Compresses(session.archive, code, form))
+    if (!Compresses(archive, code, form))
         return {};
     const auto encoded = FilesOf(place);
     if (!encoded)
         return NotStored(encoded.Error());
     std::vector<std::string> kept;
     const auto steps = StepsFor(*encoded, true, kept);
-    TellKeptForms(session.host, kept);
+    TellKeptForms(host, kept);
     return NotStored(ConvertInPlace(steps, place, label));
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
-#include "session/session.h"
+#include "conversion/sound_converter.h"
+#include "session/archive.h"
+#include "session/folders.h"
+#include "session/host.h"
 
 /// The stored form of a level's files: waves as mp3 where the archive wishes so, `.tr4`, `.wav` and
 /// `.mp3` deflated to `.zl`, `load.bmp` as `load.jpg`, everything else as it is.
@@ -29,13 +32,16 @@ using AcceptLoss = std::function<bool(const Failure& failure)>;
 /// need not be in the archive yet. `label` may be null. A file whose stored form would take another
 /// file's name stays as it is, and is named. `NotDone` when sounds were not converted and their
 /// loss is not accepted, which was told with that question.
-Status StoreFilesOfLevel(Session& session, LevelCode code, const std::vector<LevelFile>& files,
-                         ProgressScope* label, StoreAs form = StoreAs::ArchiveSays,
-                         const AcceptLoss& accept = {});
+Status StoreFilesOfLevel(Host& host, const Folders& folders, const Archive& archive,
+                         const SoundConverter& converter, LevelCode code,
+                         const std::vector<LevelFile>& files, ProgressScope* label,
+                         StoreAs form = StoreAs::ArchiveSays, const AcceptLoss& accept = {});
 
 /// The same with the files of a folder. When that is the level's own `files`, each file takes its
 /// stored form in place, and goes only when that was read back.
-Status StoreLevelFiles(Session& session, const Path& source, LevelCode code, ProgressScope* label,
-                       StoreAs form = StoreAs::ArchiveSays, const AcceptLoss& accept = {});
+Status StoreLevelFiles(Host& host, const Folders& folders, const Archive& archive,
+                       const SoundConverter& converter, const Path& source, LevelCode code,
+                       ProgressScope* label, StoreAs form = StoreAs::ArchiveSays,
+                       const AcceptLoss& accept = {});
 
 } // namespace kestrova

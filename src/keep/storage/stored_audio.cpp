@@ -4,6 +4,7 @@
 #include "core/copying.h"
 #include "core/file_kinds.h"
 #include "core/removal.h"
+#include "core/text.h"
 #include "formats/program_folder.h"
 #include "session/telling.h"
 #include "storage/form_clashes.h"
@@ -66,8 +67,8 @@ std::string PatternOf(std::string_view extension)
 
 } // namespace
 
-Status EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& work,
-                   const AcceptLoss& accept)
+Status EncodeWaves(Host& host, const SoundConverter& converter, std::vector<LevelFile>& files,
+                   const Path& work, const AcceptLoss& accept)
 {
     // Of two files of one name the later one counts, as in the stored folder.
     NamesInUse names;
@@ -86,7 +87,7 @@ Status EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& 
                       [&](const LevelFile& other) { return EqualNames(other.name, file.name); });
         waves.push_back(file);
     }
-    TellKeptForms(session.host, kept);
+    TellKeptForms(host, kept);
     if (waves.empty())
         return {};
     std::vector<Path> sources;
@@ -96,8 +97,8 @@ Status EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& 
             return status;
         sources.push_back(std::move(source));
     }
-    AudioBatch batch{session, sources, work, AudioKind::Mp3};
-    const auto encoded = Encode(session.host, batch, accept);
+    AudioBatch batch{host, converter, sources, work, AudioKind::Mp3};
+    const auto encoded = Encode(host, batch, accept);
     if (!encoded)
         return encoded.Error();
     std::erase_if(files, [&](const LevelFile& file) {
@@ -116,7 +117,8 @@ Status EncodeWaves(Session& session, std::vector<LevelFile>& files, const Path& 
     return {};
 }
 
-Status EncodeWavesInPlace(Session& session, const Path& folder, const AcceptLoss& accept)
+Status EncodeWavesInPlace(Host& host, const SoundConverter& converter, const Path& folder,
+                          const AcceptLoss& accept)
 {
     const auto listed = ListFiles(folder, OnDisk::PatAll);
     if (!listed)
@@ -133,11 +135,11 @@ Status EncodeWavesInPlace(Session& session, const Path& folder, const AcceptLoss
             else
                 waves.push_back(file);
         }
-    TellKeptForms(session.host, kept);
+    TellKeptForms(host, kept);
     if (waves.empty())
         return {};
-    AudioBatch batch{session, waves, folder, AudioKind::Mp3};
-    const auto encoded = Encode(session.host, batch, accept);
+    AudioBatch batch{host, converter, waves, folder, AudioKind::Mp3};
+    const auto encoded = Encode(host, batch, accept);
     if (!encoded)
         return encoded.Error();
     Status status = DeleteConverted(batch);
@@ -148,10 +150,11 @@ Status EncodeWavesInPlace(Session& session, const Path& folder, const AcceptLoss
     return status;
 }
 
-Status ChangeStoredAudio(Session& session, const Path& folder, bool toMp3, UnfitSounds unfit)
+Status ChangeStoredAudio(Host& host, Machine& machine, const SoundConverter& converter,
+                         const Path& folder, bool toMp3, UnfitSounds unfit)
 {
     const std::string pattern = PatternOf(toMp3 ? OnDisk::WavExtension : OnDisk::Mp3Extension);
-    const WorkFolder work{InFolder(session.programFolder, OnDisk::DirTempCompr),
+    const WorkFolder work{InFolder(converter.tools.programFolder, OnDisk::DirTempCompr),
                           WorkFolder::Make::Now};
     std::vector<Path> sources;
     std::map<Path, std::vector<Path>> origins; // of each source
@@ -168,7 +171,7 @@ Status ChangeStoredAudio(Session& session, const Path& folder, bool toMp3, Unfit
     for (const Path& file : *plain)
         add(file, file);
     for (const Path& stream : *streams) {
-        const auto free = session.machine.FreeSpace(work.Folder());
+        const auto free = machine.FreeSpace(work.Folder());
         const Path expanded = work.Folder() / StripExtension(stream.filename().native());
         const Status status = free ? ExpandZl(stream, expanded, *free) : Status{free.Error()};
         if (!status)
@@ -185,7 +188,8 @@ Status ChangeStoredAudio(Session& session, const Path& folder, bool toMp3, Unfit
     }
     if (sources.empty())
         return {};
-    AudioBatch batch{session, sources, work.Folder(), toMp3 ? AudioKind::Mp3 : AudioKind::Adpcm};
+    AudioBatch batch{host, converter, sources, work.Folder(),
+                     toMp3 ? AudioKind::Mp3 : AudioKind::Adpcm};
     if (unfit == UnfitSounds::Stay)
         batch.LetPassOver(AudioBatch::PassOver::Always);
     if (auto done = batch.Run(); !done)
@@ -215,7 +219,7 @@ Status ChangeStoredAudio(Session& session, const Path& folder, bool toMp3, Unfit
         if (!status)
             return Saying(GetMsg(Msg::ErrorStoringFiles), status);
     }
-    TellKeptForms(session.host, kept);
+    TellKeptForms(host, kept);
     return {};
 }
 

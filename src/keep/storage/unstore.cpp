@@ -3,6 +3,7 @@
 #include "core/copying.h"
 #include "core/file_kinds.h"
 #include "core/removal.h"
+#include "core/text.h"
 #include "formats/program_folder.h"
 #include "storage/file_jobs.h"
 #include "storage/files_exchange.h"
@@ -44,8 +45,8 @@ Status CopyTheRest(const std::vector<ReadyFile>& files, const Path& temp, Progre
 
 } // namespace
 
-Result<Path> UnstoreLevelFiles(Session& session, const Path& folder, bool mp3ToWave,
-                               MayStop mayStop)
+Result<Path> UnstoreLevelFiles(Host& host, Machine& machine, const SoundConverter& converter,
+                               const Path& folder, bool mp3ToWave, MayStop mayStop)
 {
     const auto failed = [&](const Failure& failure) {
         return Saying(GetMsg(Msg::ErrorUnzippingFile) + FileNameOf(failure.subject) + "'", failure);
@@ -57,12 +58,12 @@ Result<Path> UnstoreLevelFiles(Session& session, const Path& folder, bool mp3ToW
             return MustBeExpanded(file.filename().native(), mp3ToWave);
         }))
         return Path{};
-    const Path temp = InFolder(session.programFolder, OnDisk::DirTempDec);
-    const auto zip =
-        session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
+    const Path temp = InFolder(converter.tools.programFolder, OnDisk::DirTempDec);
+    const auto zip = host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
     if (mayStop == MayStop::Yes)
         zip->AllowStop();
-    const auto files = ReadyLevelFiles(session, folder, temp, mp3ToWave, zip.get());
+    const auto files =
+        ReadyLevelFiles(host, machine, converter, folder, temp, mp3ToWave, zip.get());
     if (!files)
         return failed(files.Error());
     zip->SetLabel(GetMsg(Msg::CopyingFilesLabel));

@@ -2,6 +2,7 @@
 
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
+#include "conversion/sound_converter.h"
 #include "core/look.h"
 #include "formats/level_folder.h"
 #include "history/changed_record.h"
@@ -121,7 +122,8 @@ bool OpenEdit(Intake& intake)
     if (!draft.OnCd())
         draft.before = std::make_unique<FilesBefore>(draft.filesFolder, draft.saved);
     if (!session.preferences.noDecompressInProperties) {
-        const auto expanded = UnstoreLevelFiles(session, draft.filesFolder, false);
+        const auto expanded = UnstoreLevelFiles(
+            session.host, session.machine, SoundConverterOf(session), draft.filesFolder, false);
         if (!DoneOrTold(session.host, StatusOf(expanded))) {
             session.host.Tell(Tone::Error, GetMsg(Msg::ErrorDecompressingFiles));
             return false;

@@ -2,6 +2,7 @@
 
 #include "archive/equal_levels.h"
 #include "conversion/level_audio.h"
+#include "conversion/sound_converter.h"
 #include "intake/draft_files.h"
 #include "intake/file_names.h"
 #include "session/cleared_progress.h"
@@ -20,7 +21,8 @@ StepAnswer DecodeSounds(Intake& intake)
     std::vector<Path> fresh = draft.files;
     std::erase_if(fresh, [&](const Path& file) { return draft.opened.IsUnchanged(file); });
     if (!DoneOrTold(intake.session.host,
-                    DecodeLevelMp3(intake.session, draft.workFolder, fresh, false, false)))
+                    DecodeLevelMp3(intake.session.host, SoundConverterOf(intake.session),
+                                   intake.session.archive, draft.workFolder, fresh, false, false)))
         return StepAnswer::Refused;
     draft.report.stopped = false;
     if (!RefreshFiles(intake))

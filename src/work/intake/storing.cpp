@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
+#include "conversion/sound_converter.h"
 #include "core/file_kinds.h"
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
@@ -30,10 +31,11 @@ StepAnswer StorePlainCopy(Intake& intake)
 {
     if (intake.draft.expandedCopy)
         intake.progress.SetLabel(GetMsg(Msg::FileCopyLabel));
-    return AnswerFor(
-        DoneOrTold(intake.session.host, StoreLevelFiles(intake.session, intake.draft.workFolder,
-                                                        intake.draft.record.levelCode,
-                                                        &intake.progress, StoreAs::Plain)));
+    return AnswerFor(DoneOrTold(
+        intake.session.host,
+        StoreLevelFiles(intake.session.host, intake.session.Folders(), intake.session.archive,
+                        SoundConverterOf(intake.session), intake.draft.workFolder,
+                        intake.draft.record.levelCode, &intake.progress, StoreAs::Plain)));
 }
 
 /// False, with a message, when the level's index could not be kept.
@@ -63,8 +65,9 @@ StepAnswer StoreFiles(Intake& intake)
     intake.progress.SetLabel(GetMsg(Msg::AddingLevel));
     Host& host = intake.session.host;
     const auto stored =
-        StoreLevelFiles(intake.session, draft.workFolder, draft.record.levelCode, &intake.progress,
-                        StoreAs::ArchiveSays, [&](const Failure& failure) {
+        StoreLevelFiles(intake.session.host, intake.session.Folders(), intake.session.archive,
+                        SoundConverterOf(intake.session), draft.workFolder, draft.record.levelCode,
+                        &intake.progress, StoreAs::ArchiveSays, [&](const Failure& failure) {
                             TellFailure(host, failure);
                             return host.AskYesNo(GetMsg(Msg::ContinueFileCopy), Consent::Explicit);
                         });

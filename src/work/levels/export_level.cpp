@@ -1,6 +1,7 @@
 #include "levels/export_level.h"
 
 #include "archive/level_folders.h"
+#include "conversion/sound_converter.h"
 #include "core/copying.h"
 #include "core/file_kinds.h"
 #include "core/folder_names.h"
@@ -173,7 +174,8 @@ bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope
         session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
         return false;
     }
-    const auto unpacked = UnstoreLevelFiles(session, files, true, MayStop::Yes);
+    const auto unpacked = UnstoreLevelFiles(session.host, session.machine,
+                                            SoundConverterOf(session), files, true, MayStop::Yes);
     if (!unpacked) {
         TellFailure(session.host, unpacked.Error());
         switch (unpacked.Error().code) {

@@ -1,6 +1,7 @@
 #include "swap/level_placements.h"
 
 #include "archive/level_folders.h"
+#include "conversion/sound_converter.h"
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/name_list.h"
@@ -45,7 +46,8 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
     }
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
-    auto ready = ReadyLevelFiles(session, source, staging, true, progress.get());
+    auto ready = ReadyLevelFiles(session.host, session.machine, SoundConverterOf(session), source,
+                                 staging, true, progress.get());
     if (!ready) {
         if (ready.Error().code == ErrorCode::NoSpace) {
             double need = 0;

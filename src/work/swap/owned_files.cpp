@@ -1,5 +1,6 @@
 #include "swap/owned_files.h"
 
+#include "conversion/sound_converter.h"
 #include "core/look.h"
 #include "core/removal.h"
 #include "formats/level_folder.h"
@@ -116,7 +117,8 @@ bool SafeContents::LevelHolds(const Path& relative)
         // A level that cannot be read proves nothing: then the file is kept.
         if (FolderExists(source))
             if (const auto ready =
-                    ReadyLevelFiles(session_, source, stored_->staging.Folder(), true, nullptr))
+                    ReadyLevelFiles(session_.host, session_.machine, SoundConverterOf(session_),
+                                    source, stored_->staging.Folder(), true, nullptr))
                 for (const Placement& placement : PlaceFiles(*ready, refused))
                     stored_->files.emplace(FoldCase(placement.relative.native()),
                                            placement.file.path);

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
+#include "conversion/sound_converter.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/name_set.h"
@@ -107,7 +108,8 @@ Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& l
         return source.Error();
     if (!FolderExists(*source))
         return Failure{ErrorCode::Missing, TextOf(*source), {}};
-    auto ready = ReadyLevelFiles(session, *source, staging, true, nullptr);
+    auto ready = ReadyLevelFiles(session.host, session.machine, SoundConverterOf(session), *source,
+                                 staging, true, nullptr);
     if (!ready)
         return ready.Error();
     std::vector<std::string> refused;
@@ -259,7 +261,8 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
     if (!gaps)
         return gaps.Error();
     const WorkFolder staging{FreshPlaceIn(session.programFolder)};
-    const auto ready = ReadyLevelFiles(session, *source, staging.Folder(), false, nullptr);
+    const auto ready = ReadyLevelFiles(session.host, session.machine, SoundConverterOf(session),
+                                       *source, staging.Folder(), false, nullptr);
     if (!ready)
         return std::vector<Difference>{{Mismatch::Differs, ready.Error().subject}};
     std::vector<Difference> found;

@@ -1,5 +1,6 @@
 #include "upkeep/change_level_audio.h"
 
+#include "conversion/sound_converter.h"
 #include "session/telling.h"
 #include "storage/stored_audio.h"
 #include "words/storage.h"
@@ -10,7 +11,8 @@ namespace kestrova
 bool ChangeLevelAudio(Session& session, const std::string& name, const Path& files)
 {
     const bool toMp3 = session.archive.header.wavInMp3;
-    const auto changed = ChangeStoredAudio(session, files, toMp3);
+    const auto changed =
+        ChangeStoredAudio(session.host, session.machine, SoundConverterOf(session), files, toMp3);
     if (changed)
         return true;
     const bool isRefused = changed.Error().code == ErrorCode::Refused;
@@ -25,7 +27,10 @@ bool ChangeLevelAudio(Session& session, const std::string& name, const Path& fil
         return false;
     // What can be converted is, and the rest stays as it is.
     if (isRefused)
-        if (const auto rest = ChangeStoredAudio(session, files, toMp3, UnfitSounds::Stay); !rest)
+        if (const auto rest =
+                ChangeStoredAudio(session.host, session.machine, SoundConverterOf(session), files,
+                                  toMp3, UnfitSounds::Stay);
+            !rest)
             tell(rest.Error());
     return true;
 }

@@ -48,7 +48,7 @@ struct SoundBox : ToolBox {
     std::vector<Path> In() const { return *ListFiles(root / "in", "*"); }
     bool Run(AudioKind kind, const Path& folder, std::string* status = nullptr)
     {
-        AudioBatch batch{session, In(), folder, kind};
+        AudioBatch batch{session.host, SoundConverterOf(session), In(), folder, kind};
         const Status done = batch.Run();
         converted = batch.Converted().size();
         if (status != nullptr)
@@ -223,7 +223,7 @@ TEST(AudioBatch, NamesStayAsTheyAreAndOfTwoThatBecomeOneTheFirstIsKept)
     SoundBox box;
     for (const char* name : {"a:b.wav", "c:b.wav", "d\\b.wav", "Twin.wav", "twin.wav"})
         box.Write(std::string{"in/"} + name, ToneWave({}, name[0] == 'T' ? 100 : 5000));
-    AudioBatch batch{box.session, box.In(), box / "in", AudioKind::Mp3};
+    AudioBatch batch{box.host, SoundConverterOf(box.session), box.In(), box / "in", AudioKind::Mp3};
     ASSERT_TRUE(batch.Run()) << box.host.AllTold();
     EXPECT_TRUE(box.host.WasTold("'Twin.wav' and 'twin.wav' both become 'Twin.mp3'"));
     ASSERT_TRUE(DeleteConverted(batch));
@@ -322,7 +322,8 @@ TEST(Mp3Tools, FramesWithAWrongChecksumAreHeardAndWhatCannotBeHeardIsRefused)
     EXPECT_FALSE(box.Has("in/a.wav"));
     box.host.AnswerAll(true);
     box.session.archive.header.wavInMp3 = true;
-    EXPECT_TRUE(DecodeLevelMp3(box.session, box / "in", box.In(), true, false));
+    EXPECT_TRUE(DecodeLevelMp3(box.host, SoundConverterOf(box.session), box.session.archive,
+                               box / "in", box.In(), true, false));
     EXPECT_EQ(box.Read("in/a.mp3"), lost);
 
     // A decoder that leaves most of it silent, the length being right.
@@ -383,7 +384,11 @@ TEST(AudioBatch, ACutWaveIsToldOfAndASourceIsNeverReplaced)
     const auto before = box.Snapshot("in");
     std::filesystem::create_directory_symlink(box / "in", box / "same");
     for (const char* folder : {"in", "same"}) {
-        AudioBatch batch{box.session, {box / "in/whole.wav"}, box / folder, AudioKind::Adpcm};
+        AudioBatch batch{box.host,
+                         SoundConverterOf(box.session),
+                         {box / "in/whole.wav"},
+                         box / folder,
+                         AudioKind::Adpcm};
         batch.Protect({box / "in/whole.wav"});
         const Status done = batch.Run();
         ASSERT_FALSE(done);
@@ -453,8 +458,9 @@ TEST(LevelAudio, TracksBecomeTheGamesFormAndSamplesMono)
             box.Write(std::string{"in/"} + name, mp3);
     };
     const auto decode = [&](bool force, bool samplesOnly) {
-        return DoneOrTold(box.host,
-                          DecodeLevelMp3(box.session, box / "in", box.In(), force, samplesOnly));
+        return DoneOrTold(box.host, DecodeLevelMp3(box.host, SoundConverterOf(box.session),
+                                                   box.session.archive, box / "in", box.In(), force,
+                                                   samplesOnly));
     };
     fill();
     const auto before = box.Snapshot("in");

@@ -1,5 +1,7 @@
 #include "ui/window_world.h"
 
+#include "formats/archive_file.h"
+
 #include <QAction>
 #include <QMenu>
 

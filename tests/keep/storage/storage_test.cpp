@@ -5,10 +5,8 @@
 #include "sandbox/faults.h"
 #include "session/telling.h"
 #include "storage/files_exchange.h"
-#include "storage/game_files.h"
-#include "storage/storage.h"
-#include "storage/unstore.h"
 #include "storage/zl_file.h"
+#include "whole_session.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>

@@ -2,11 +2,8 @@
 #include "conversion/mp3_tools.h"
 #include "sandbox/sound_files.h"
 #include "session/telling.h"
-#include "storage/game_files.h"
-#include "storage/storage.h"
-#include "storage/stored_audio.h"
-#include "storage/unstore.h"
 #include "storage/zl_file.h"
+#include "whole_session.h"
 #include "words/storage.h"
 #include "world/tool_box.h"
 
@@ -203,7 +200,8 @@ TEST(StoredAudio, AnMp3OfTheLevelsOwnStaysBesideItsWave)
         for (const auto& [name, content] : source)
             box.Write(box.Files() + "/" + name, content);
         box.host.told.clear();
-        ASSERT_TRUE(inPlace ? EncodeWavesInPlace(box.session, box / box.Files(), box.Accept())
+        ASSERT_TRUE(inPlace ? EncodeWavesInPlace(box.host, SoundConverterOf(box.session),
+                                                 box / box.Files(), box.Accept())
                             : ChangeStoredAudio(box.session, box / box.Files(), true))
             << box.host.AllTold();
         EXPECT_TRUE(holdsBoth()) << inPlace;

@@ -1,6 +1,7 @@
 #include "upkeep/change_compression.h"
 
 #include "archive/archive_saving.h"
+#include "conversion/sound_converter.h"
 #include "core/leftovers.h"
 #include "pictures/convert.h"
 #include "sandbox/faults.h"
@@ -43,7 +44,9 @@ protected:
     {
         Files files;
         for (const char* level : {"levels/LEVEL_0001/files", "levels/LEVEL_0002/files"}) {
-            const auto ready = ReadyLevelFiles(box.session, box / level, box / "ready", false, {});
+            const auto ready = ReadyLevelFiles(box.session.host, box.session.machine,
+                                               SoundConverterOf(box.session), box / level,
+                                               box / "ready", false, nullptr);
             EXPECT_TRUE(ready) << (ready ? "" : ready.Error().subject);
             if (!ready)
                 return {};

@@ -1,6 +1,7 @@
 #include "ui/dialogs/dialog_set_mp3.h"
 
 #include "conversion/mp3_trial.h"
+#include "conversion/sound_converter.h"
 #include "session/operation.h"
 #include "session/telling.h"
 #include "ui/dialogs/dialogs_small.h"
@@ -67,7 +68,8 @@ void SetMp3Dialog::TestSound()
 {
     const Operation operation{session_};
     session_.mp3Settings = settings_->Settings();
-    DoneOrTold(session_.host, TestMp3Sound(session_));
+    DoneOrTold(session_.host, TestMp3Sound(session_.host, session_.machine, session_.Folders(),
+                                           SoundConverterOf(session_)));
 }
 
 } // namespace kestrova
