@@ -63,9 +63,12 @@ Got Get(const HttpRequest& request, HttpOptions options = {})
     return {kept.bytes, fetch.Answer(), fetch.Error(), fetch.Reason(), kept.begins};
 }
 
+/// A server that keeps silent about it may close while the next request is under way.
+constexpr std::string_view goesAfterIt = "Connection: close\r\n";
+
 std::string Head(std::string_view lines)
 {
-    return "HTTP/1.1 200 OK\r\n" + std::string{lines} + "\r\n";
+    return "HTTP/1.1 200 OK\r\n" + std::string{goesAfterIt} + std::string{lines} + "\r\n";
 }
 
 TEST(Http, BringsAFileOfARealServerWithItsStatusAndLength)
@@ -240,13 +243,15 @@ TEST(Http, HearsOutServersThatKeepToNothing)
          HttpError::Redirects},
         {"redirects in a circle",
          [](const Connection& c) {
-             c.Send("HTTP/1.1 302 Found\r\nLocation: /again\r\nContent-Length: 4\r\n\r\npage");
+             c.Send("HTTP/1.1 302 Found\r\nLocation: /again\r\nConnection: close\r\n"
+                    "Content-Length: 4\r\n\r\npage");
          },
          HttpError::Redirects},
         {"a redirect",
          [](const Connection& c) {
              if (c.request.starts_with("GET /list "))
-                 c.Send("HTTP/1.1 301 Moved\r\nLocation: /new\r\nContent-Length: 4\r\n\r\npage");
+                 c.Send("HTTP/1.1 301 Moved\r\nLocation: /new\r\nConnection: close\r\n"
+                        "Content-Length: 4\r\n\r\npage");
              else
                  c.Send(Head("Content-Length: 3\r\n") + "new");
          },
@@ -276,12 +281,13 @@ TEST(Http, GoesOnAfterEveryClosedConnection)
         const std::size_t from =
             range.empty() ? 0 : static_cast<std::size_t>(LeadingNumber(range.substr(6)));
         const std::string status = range.empty() ? "200 OK" : "206 Partial Content";
-        client.Send(fmt::format("HTTP/1.1 {}\r\nETag: \"1\"\r\nContent-Length: {}\r\n", status,
-                                level.size() - from) +
-                    (range.empty() ? ""
-                                   : fmt::format("Content-Range: bytes {}-{}/{}\r\n", from,
-                                                 level.size() - 1, level.size())) +
-                    "\r\n" + level.substr(from, 1'024));
+        client.Send(
+            fmt::format("HTTP/1.1 {}\r\nConnection: close\r\nETag: \"1\"\r\nContent-Length: {}\r\n",
+                        status, level.size() - from) +
+            (range.empty() ? ""
+                           : fmt::format("Content-Range: bytes {}-{}/{}\r\n", from,
+                                         level.size() - 1, level.size())) +
+            "\r\n" + level.substr(from, 1'024));
     }};
     std::string have;
     std::string validator;

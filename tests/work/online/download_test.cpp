@@ -38,7 +38,8 @@ TEST(DownloadWords, TellSizesAndTimes)
 
 std::string Answer(std::string_view status, std::string_view lines)
 {
-    return "HTTP/1.1 " + std::string{status} + "\r\n" + std::string{lines} + "\r\n";
+    return "HTTP/1.1 " + std::string{status} + "\r\nConnection: close\r\n" + std::string{lines} +
+           "\r\n";
 }
 
 /// A server with one file that it sends from where it is asked to. Of the first request it sends a
