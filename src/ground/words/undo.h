@@ -46,6 +46,7 @@ inline constexpr Message UndoElsewhereNow{"The level's savegames stood in this f
 inline constexpr Message UndoLevelGone{"The level is not in the archive any more. Bring it back first: kestrovactl undo --list shows whether its removal can be undone."};
 inline constexpr Message UndoRecordOther{"What the archive says of the level has been changed since, and stays as it is. Other changes can be undone on their own: kestrovactl undo --list shows their numbers."};
 inline constexpr Message UndoNumberTaken{"Another level has got the number ~1 since, and stays as it is. The removed level's folder can be added as a new level."};
+inline constexpr Message RedoNoRoom{"What is kept so that changes can be undone has no room for this level, so that its removal could not be undone once more. Give it more room (kestrovactl set undo-megabytes NUMBER), or remove the level again by itself."};
 inline constexpr Message UndoContentGone{"What was kept of this file is damaged or gone."};
 
 inline constexpr Message UndoLine{"~1  ~2  ~3  ~4"};

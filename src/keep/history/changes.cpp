@@ -58,12 +58,13 @@ Status NoteToEntry(const Folders& folders, const Change& change)
     return {};
 }
 
-/// What was undone cannot be done again once something else was done.
-void ForgetUndone(const Folders& folders)
+/// What was undone cannot be done again once something else was done in the same archive.
+void ForgetUndone(const Folders& folders, const Change& done)
 {
+    const Path place = Path{done.home}.parent_path();
     if (const auto entries = ReadUndoEntries(folders))
         for (const Change& entry : *entries)
-            if (entry.isUndone)
+            if (entry.isUndone && Path{entry.home}.parent_path() == place)
                 DropUndoEntry(folders, entry);
 }
 
@@ -183,7 +184,7 @@ Status LeaveEntry(const Folders& folders, const ProgramSettings& settings, const
         return {};
     }
     if (change.undoes == 0)
-        ForgetUndone(folders);
+        ForgetUndone(folders, change);
     BoundUndo(folders, settings);
     return {};
 }

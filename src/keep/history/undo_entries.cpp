@@ -22,6 +22,8 @@ namespace kestrova
 namespace
 {
 
+/// A file with a larger number is no entry.
+constexpr std::int32_t lastId = 1'000'000'000;
 constexpr std::uint64_t longestEntry = UINT64_C(16) << 20;
 
 Path EntriesFolder(const Folders& folders)
@@ -114,7 +116,8 @@ std::int32_t NextUndoId(const Folders& folders)
     std::int32_t last = 0;
     if (const auto files = ListFiles(EntriesFolder(folders), OnDisk::PatAll))
         for (const Path& file : *files)
-            last = std::max(last, LeadingNumber(file.filename().native()));
+            if (const auto number = LeadingNumber(file.filename().native()); number < lastId)
+                last = std::max(last, number);
     return last + 1;
 }
 
@@ -167,9 +170,13 @@ void BoundUndo(const Folders& folders, const ProgramSettings& settings)
     std::int32_t count = 0;
     std::uint64_t bytes = 0;
     for (auto entry = all->entries.rbegin(); entry != all->entries.rend(); ++entry) {
-        bytes += BytesOf(*entry);
-        if (++count > settings.undoCount || !HasUndoRoom(settings, bytes))
+        const std::uint64_t own = BytesOf(*entry);
+        if (count >= settings.undoCount || !HasUndoRoom(settings, bytes + own)) {
             DropUndoEntry(folders, *entry);
+            continue;
+        }
+        ++count;
+        bytes += own;
     }
 }
 

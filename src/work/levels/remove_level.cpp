@@ -102,12 +102,13 @@ bool TakeOut(Session& session, LevelCode code)
 
 /// The removal as a change; noted, so that it can be undone however far it comes. One that cannot
 /// be noted is made without a way back.
-Change NoteRemoval(Session& session, LevelCode code)
+Change NoteRemoval(Session& session, LevelCode code, std::int32_t undoes)
 {
     Change change = NewChange(session.machine, session.Folders(), session.archive, session.settings,
                               ChangeKind::LevelRemoved, code);
     const std::ptrdiff_t index = FindLevel(session.archive, code);
     change.kept.clear();
+    change.undoes = undoes;
     change.record =
         ChangedRecord{session.archive.file.native(), static_cast<std::size_t>(index),
                       session.archive.levels[static_cast<std::size_t>(index)], std::nullopt};
@@ -176,6 +177,11 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder, Cha
     }
     if (SetRemovedAside(session, folder, change))
         return true;
+    if (change.undoes != 0) {
+        change.moved.reset();
+        session.host.Tell(Tone::Error, GetMsg(Msg::RemovedFolderStays, {TextOf(folder)}));
+        return false;
+    }
     DropChange(session.Folders(), change); // what is removed does not come back
     change.kind = ChangeKind::Unnamed;
     const auto wait =
@@ -186,9 +192,8 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder, Cha
     return false;
 }
 
-} // namespace
-
-bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
+/// `undoes`: the entry whose removal is made again; 0 for a new one.
+bool Remove(Session& session, LevelCode code, LevelFolders folders, std::int32_t undoes)
 {
     const Operation operation{session};
     if (!HasArchive(session.host, session.archive) ||
@@ -209,7 +214,7 @@ bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
         return false;
     const LevelRecord level =
         session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))];
-    Change change = NoteRemoval(session, code);
+    Change change = NoteRemoval(session, code, undoes);
     if (!TakeOffList(session, code)) {
         DropChange(session.Folders(), change);
         return false;
@@ -227,6 +232,19 @@ bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
     const bool saved = SaveArchive(session);
     session.list.Refresh();
     return saved;
+}
+
+} // namespace
+
+bool RemoveLevel(Session& session, LevelCode code, LevelFolders folders)
+{
+    return Remove(session, code, folders, 0);
+}
+
+bool RemoveLevelAgain(Session& session, const Change& undone)
+{
+    return Remove(session, undone.code, undone.moved ? LevelFolders::Remove : LevelFolders::Keep,
+                  undone.id);
 }
 
 } // namespace kestrova

@@ -11,6 +11,7 @@
 #include "history/history.h"
 #include "history/standing.h"
 #include "history/undo_entries.h"
+#include "levels/remove_level.h"
 #include "saves/savegame_moves.h"
 #include "session/operation.h"
 #include "session/telling.h"
@@ -207,7 +208,7 @@ bool Tell(Session& session, Message words, const Change& entry, const Failure& f
     return false;
 }
 
-/// A level that comes or goes, its folder with it.
+/// A level that comes back, its folder with it.
 bool MakeByRecord(Session& session, const Change& back, const Change& entry)
 {
     const Folders folders = session.Folders();
@@ -261,6 +262,20 @@ void FollowInTrle(Session& session, const Change& back)
                                       put.Error().reason);
 }
 
+/// The removal is an ordinary one; its own entry leads back.
+bool RemoveAgain(Session& session, const Change& entry)
+{
+    const auto bytes = entry.moved ? FolderSize(entry.moved->to) : Result<double>{0.0};
+    if (!bytes)
+        return Tell(session, Msg::NotUndone, entry, bytes.Error());
+    if (!HasUndoRoom(session.settings, static_cast<std::uint64_t>(*bytes)))
+        return Tell(session, Msg::NotUndone, entry, Refusal(Msg::RedoNoRoom, entry.levelName));
+    if (!RemoveLevelAgain(session, entry))
+        return false;
+    DropUsedEntry(session.Folders(), entry);
+    return true;
+}
+
 } // namespace
 
 std::string WhatWasDone(const Change& entry)
@@ -312,6 +327,8 @@ bool UndoChange(Session& session, const Change& entry)
         ready = MayUndo(session.Folders(), session.archive, entry);
     if (!ready)
         return Tell(session, Msg::NotUndone, entry, ready.Error());
+    if (entry.kind == ChangeKind::LevelRemoved && entry.isUndone)
+        return RemoveAgain(session, entry);
     const bool follows = IsLanguage(entry.kind) &&
                          CurrentLevelCode(session.Folders(), session.archive) == entry.code;
     if (follows && !MayChangeTrle(session, session.Folders()))

@@ -1,0 +1,109 @@
+#include "history/standing.h"
+#include "levels/undo_world.h"
+#include "swap/install.h"
+#include "sandbox/faults.h"
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+bool AddShotTo(UndoWorld& world, const std::string& name, int shade)
+{
+    world.Write("from/" + name, Pixel(shade));
+    ShotList shots = world.Shots("one.bmp");
+    return AddShotFile(world.session, shots, world / ("from/" + name));
+}
+
+std::vector<Change> Entries(const UndoWorld& world)
+{
+    return ReadUndoEntries(world.session.Folders()).ValueOr({});
+}
+
+} // namespace
+
+TEST(RemovalDoneAgain, KeepsWhatThePlayerMadeMeanwhileAndTakesTheLevelOut)
+{
+    UndoWorld world;
+    world.host.AnswerAll(true);
+    ASSERT_TRUE(RemoveLevel(world.session, world.played, LevelFolders::Remove));
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    // Played once more: its savegames are live, another one lies in its store.
+    const FileContents empty = world.Snapshot("trle");
+    ASSERT_TRUE(InstallLevel(world.session, world.played)) << world.host.AllTold();
+    world.Live("8", 88, "made after the undo");
+    world.Write("levels/LEVEL_0001/backup_savegames/savegame.9", SavegameBytes("Stored", 89));
+    const auto treasures = world.Treasures();
+    ASSERT_TRUE(world.Redo()) << world.host.AllTold();
+    EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), originalCode);
+    EXPECT_FALSE(world.Has("trle/savegame.8")) << "the level's savegames left with it";
+    const auto aside = world.Next();
+    ASSERT_TRUE(aside && aside->moved);
+    world.session.settings.undoCount = 0;
+    BoundUndo(world.session.Folders(), world.session.settings);
+    EXPECT_FALSE(std::filesystem::exists(aside->moved->to));
+    world.ExpectNothingLost(treasures);
+}
+
+TEST(RemovalDoneAgain, IsRefusedWhereItCouldNotBeUndoneOnceMore)
+{
+    UndoWorld world;
+    world.host.AnswerAll(true);
+    ASSERT_TRUE(RemoveLevel(world.session, world.resting, LevelFolders::Remove));
+    ASSERT_TRUE(world.Undo());
+    world.Write(UndoWorld::Rested("files/a.tr4"), std::string(3 << 20, 'a'));
+    world.session.settings.undoMegabytes = 2;
+    const FileContents now = world.Snapshot("levels");
+    EXPECT_FALSE(world.Redo());
+    EXPECT_TRUE(world.host.WasTold("has no room for this level")) << world.host.AllTold();
+    EXPECT_EQ(world.Snapshot("levels"), now);
+    world.session.settings.undoMegabytes = 20;
+    EXPECT_TRUE(world.Redo()) << world.host.AllTold();
+    EXPECT_TRUE(world.Undo()) << world.host.AllTold();
+    EXPECT_EQ(world.Snapshot("levels"), now);
+}
+
+TEST(UndoEntries, OneLargeOneTakesNoOtherWithIt)
+{
+    UndoWorld world;
+    ASSERT_TRUE(AddShotTo(world, "before.bmp", 30));
+    world.Write(UndoWorld::Rested("files/a.tr4"), std::string(3 << 20, 'a'));
+    world.host.AnswerAll(true);
+    ASSERT_TRUE(RemoveLevel(world.session, world.resting, LevelFolders::Remove));
+    ASSERT_EQ(Entries(world).size(), 2U);
+    world.session.settings.undoMegabytes = 1;
+    BoundUndo(world.session.Folders(), world.session.settings);
+    ASSERT_EQ(Entries(world).size(), 1U);
+    EXPECT_EQ(Entries(world).front().kind, ChangeKind::ShotAdded);
+}
+
+TEST(UndoEntries, OfAnotherArchiveThatWereUndoneStay)
+{
+    UndoWorld world;
+    ASSERT_TRUE(AddShotTo(world, "here.bmp", 30));
+    ASSERT_TRUE(world.Undo());
+    const Archive first = world.session.archive;
+    world.session.archive.header.secondaryFolder = (world / "other").native();
+    for (const char* part : {"screenshots", "backup_savegames", "savegames", "files"})
+        std::filesystem::create_directories(world / "other/LEVEL_0002" / part);
+    world.Write("other/LEVEL_0002/screenshots/one.bmp", Pixel(1));
+    ASSERT_TRUE(AddShotTo(world, "there.bmp", 31));
+    world.session.archive = first;
+    EXPECT_TRUE(world.Redo()) << world.host.AllTold();
+    EXPECT_TRUE(world.Has("levels/LEVEL_0002/screenshots/here.bmp"));
+}
+
+TEST(UndoEntries, StrangeNumbersInTheirFolderDoNoHarm)
+{
+    UndoWorld world;
+    for (const char* name : {"2147483647.json", "99999999999999999999.json", "1000000000.json"})
+        world.Write("home/history/undo/" + std::string{name}, "{}");
+    ASSERT_TRUE(AddShotTo(world, "a.bmp", 30));
+    ASSERT_TRUE(AddShotTo(world, "b.bmp", 31));
+    ASSERT_TRUE(world.Undo());
+    ASSERT_TRUE(world.Undo());
+    EXPECT_FALSE(world.Has("levels/LEVEL_0002/screenshots/a.bmp"));
+}
+
+} // namespace kestrova::testing
