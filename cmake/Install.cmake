@@ -13,12 +13,16 @@ if(KESTROVA_WINDOWS)
 endif()
 install(FILES packaging/kestrova.svg
   DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
-install(FILES packaging/kestrova.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrova)
+install(FILES packaging/kestrova.svg share/help_kestrova.txt
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrova)
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 # The same folder beside the programs of a build, which nobody installed.
-configure_file(packaging/kestrova.svg ${CMAKE_BINARY_DIR}/src/share/kestrova/kestrova.svg COPYONLY)
+foreach(resource packaging/kestrova.svg share/help_kestrova.txt)
+  get_filename_component(name ${resource} NAME)
+  configure_file(${resource} ${CMAKE_BINARY_DIR}/src/share/kestrova/${name} COPYONLY)
+endforeach()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kestrova)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/arguments.h"
+#include "app/help_tags.h"
 #include "session/session.h"
 #include "words/levels.h"
 
@@ -119,6 +120,8 @@ struct CommandRow {
     Touches touches = Touches::Nothing;
     /// Tells its failure once. Null: only a dialog of the window does it.
     bool (*run)(Run&) = nullptr;
+    /// Where the help tells of it; that of its group unless the row says otherwise.
+    HelpTag help = HelpTag::None;
 };
 
 /// A menu of the window, or a menu inside of one.

@@ -32,18 +32,38 @@ constexpr OptionRow commonOptions[] = {
     PlaceOption("--home"),   FlagOption("--yes"),  FlagOption("--no"), FlagOption("--json"),
     FlagOption("--version"), FlagOption("--help"), FlagOption("-h"),   FlagOption("--markdown")};
 
+struct CommandGroup {
+    std::span<const CommandRow> rows;
+    HelpTag help;
+};
+
+/// In the order of the manual.
+std::vector<CommandGroup> Groups()
+{
+    return {
+        {SetupCommands(), HelpTag::Beginning},    {ArchiveCommands(), HelpTag::Archives},
+        {LookCommands(), HelpTag::Levels},        {IntakeCommands(), HelpTag::NewLevel},
+        {LevelCommands(), HelpTag::Levels},       {ConfigCommands(), HelpTag::ConfigFile},
+        {UpkeepCommands(), HelpTag::Maintenance}, {SwapCommands(), HelpTag::Playing},
+        {SavesCommands(), HelpTag::Savegames},    {HistoryCommands(), HelpTag::History},
+        {UndoCommands(), HelpTag::Undo},          {ShotsCommands(), HelpTag::Shots},
+        {OnlineCommands(), HelpTag::Addresses},   {SetCommands(), HelpTag::Settings},
+        {AudioCommands(), HelpTag::Audio},        {HelpCommands(), HelpTag::Problems},
+    };
+}
+
 } // namespace
 
 std::span<const CommandRow> CommandTable()
 {
     static const std::vector<CommandRow> table = [] {
         std::vector<CommandRow> rows;
-        for (const auto group :
-             {SetupCommands(), ArchiveCommands(), LookCommands(), IntakeCommands(), LevelCommands(),
-              ConfigCommands(), UpkeepCommands(), SwapCommands(), SavesCommands(),
-              HistoryCommands(), UndoCommands(), ShotsCommands(), OnlineCommands(), SetCommands(),
-              AudioCommands(), HelpCommands()})
-            rows.insert(rows.end(), group.begin(), group.end());
+        for (const CommandGroup& group : Groups())
+            for (const CommandRow& row : group.rows) {
+                rows.push_back(row);
+                if (row.help == HelpTag::None)
+                    rows.back().help = group.help;
+            }
         return rows;
     }();
     return table;

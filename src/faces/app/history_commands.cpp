@@ -197,11 +197,14 @@ std::span<const CommandRow> HistoryCommands()
         {.terminal = {.word = "history", .verb = "bring-back", .when = IntoAFolder},
          .touches = Touches::Stores,
          .run = BringBackInto},
-        {.terminal = {.word = "history", .verb = "originals"}, .run = ListOriginals},
+        {.terminal = {.word = "history", .verb = "originals"},
+         .run = ListOriginals,
+         .help = HelpTag::OriginalsHistory},
         {.terminal = {.word = "history", .verb = "originals", .when = OneOfThem},
          .needs = Needs::LevelEditor,
          .touches = Touches::LevelEditor,
-         .run = BringOriginalBack},
+         .run = BringOriginalBack,
+         .help = HelpTag::OriginalsHistory},
     };
     return rows;
 }

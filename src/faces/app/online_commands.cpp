@@ -229,7 +229,8 @@ std::span<const CommandRow> OnlineCommands()
                       .summary = Msg::SumFetch,
                       .leastWords = 2,
                       .mostWords = 2},
-         .run = Fetch},
+         .run = Fetch,
+         .help = HelpTag::Download},
         {.terminal = {.word = "urls",
                       .verb = "list",
                       .usage = Msg::UseUrls,
@@ -250,7 +251,10 @@ std::span<const CommandRow> OnlineCommands()
          .touches = Touches::Stores,
          .run = RemoveAddress},
         {.terminal = {.word = "urls", .verb = "open"}, .run = Open},
-        {.terminal = {.word = "urls", .verb = "update"}, .touches = Touches::Stores, .run = Update},
+        {.terminal = {.word = "urls", .verb = "update"},
+         .touches = Touches::Stores,
+         .run = Update,
+         .help = HelpTag::Servers},
         {.terminal = {.word = "urls", .verb = "make"}, .touches = Touches::Stores, .run = Make},
     };
     return rows;

@@ -182,7 +182,8 @@ std::span<const CommandRow> SavesCommands()
                     .menu = "mnu_SaveGames"},
          .needs = Needs::Archive,
          .touches = Touches::LevelEditor,
-         .run = StartTool},
+         .run = StartTool,
+         .help = HelpTag::SavegameTool},
         {.window = SavesItem("mnu_ImportSavegame", Msg::MenuImportSavegame),
          .terminal = {.word = "saves", .verb = "import", .failsWhenTold = true},
          .needs = Needs::Level,
@@ -207,11 +208,13 @@ std::span<const CommandRow> SavesCommands()
         {.window = SavesItem("mnu_SavegameHistory", Msg::HistoryTitle),
          .terminal = {.word = "saves", .verb = "history"},
          .needs = Needs::Level,
-         .run = ListKept},
+         .run = ListKept,
+         .help = HelpTag::History},
         {.terminal = {.word = "saves", .verb = "bring-back"},
          .needs = Needs::Level,
          .touches = Touches::Stores,
-         .run = BringBackSave},
+         .run = BringBackSave,
+         .help = HelpTag::History},
     };
     return rows;
 }

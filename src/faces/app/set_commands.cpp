@@ -300,7 +300,8 @@ std::span<const CommandRow> SetCommands()
          .terminal = {.word = "set", .when = OfArchive},
          .needs = Needs::Archive,
          .touches = Touches::Stores,
-         .run = SetInArchive},
+         .run = SetInArchive,
+         .help = HelpTag::ArchivePreferences},
     };
     return rows;
 }

@@ -153,7 +153,8 @@ std::span<const CommandRow> SetupCommands()
                       .wrong = WrongBackup},
          .needs = Needs::LevelEditor,
          .touches = Touches::Stores,
-         .run = RefreshBackup},
+         .run = RefreshBackup,
+         .help = HelpTag::Backup},
     };
     return rows;
 }

@@ -3,9 +3,13 @@
 #include "app/command_table.h"
 #include "app/result_text.h"
 #include "app/run_command.h"
+#include "app/start_up.h"
 #include "cli/help.h"
 #include "cli/terminal_host.h"
+#include "help/help_file.h"
+#include "help/help_topics.h"
 #include "platform/folder_memory.h"
+#include "platform/places.h"
 #include "platform/terminal.h"
 #include "words/cli.h"
 
@@ -18,6 +22,9 @@ namespace
 {
 
 using platform::Stream;
+
+/// The word that asks for all topics of the help.
+constexpr std::string_view topicList = "topics";
 
 enum class Exit { Done = 0, Failed = 1, WrongUse = 2 };
 
@@ -44,6 +51,30 @@ int Finish(const std::string& result, Exit code)
     return static_cast<int>(Exit::Failed);
 }
 
+/// A topic of the help, its words behind each other.
+int RunTopic(const Arguments& arguments)
+{
+    constexpr std::size_t mostNear = 8;
+    constexpr std::size_t width = 78;
+    std::string topic;
+    for (const std::string& word : arguments.words)
+        topic += (topic.empty() ? "" : " ") + word;
+    TerminalHost host;
+    const auto folder = ChooseProgramFolder(arguments.ValueOf("--home"), false);
+    const Folders folders{folder ? *folder : Path{}, {}, {}};
+    const auto help = LoadHelp(host, folders, platform::ResourceFolder());
+    if (!help)
+        return WrongUse(nullptr, GetMsg(Msg::WrongCommand, {topic}));
+    if (topic == topicList)
+        return Finish(ForTerminal(ListOfTopics(*help)), Exit::Done);
+    if (const auto text = HelpOf(*help, topic))
+        return Finish(ForTerminal(Wrapped(*text, width)), Exit::Done);
+    std::string words = GetMsg(Msg::WrongTopic, {topic});
+    for (const std::string& near : TopicsNear(*help, topic, mostNear))
+        words += '\n' + GetMsg(Msg::NearTopic, {near});
+    return WrongUse(nullptr, words + '\n' + GetMsg(Msg::TopicsHint));
+}
+
 int RunHelp(const Arguments& arguments)
 {
     if (arguments.Has("--markdown"))
@@ -53,10 +84,11 @@ int RunHelp(const Arguments& arguments)
                                                          : arguments.words.front();
     if (name.empty())
         return Finish(HelpText(), Exit::Done);
-    const CommandRow* row = FindCommand(name);
-    if (row == nullptr)
+    if (const CommandRow* row = FindCommand(name))
+        return Finish(HelpFor(*row), Exit::Done);
+    if (arguments.command != "help")
         return WrongUse(nullptr, GetMsg(Msg::WrongCommand, {name}));
-    return Finish(HelpFor(*row), Exit::Done);
+    return RunTopic(arguments);
 }
 
 int RunCommand(const CommandRow& first, const Arguments& arguments)

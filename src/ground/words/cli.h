@@ -26,9 +26,12 @@ inline constexpr Message UsageLine{"Usage: kestrovactl [--home DIR] [--yes|--no]
 inline constexpr Message UsageHint{"kestrovactl help shows all commands."};
 inline constexpr Message WrongNoCommand{"There is no command."};
 inline constexpr Message WrongCommand{"There is no command '~1'."};
+inline constexpr Message WrongTopic{"There is no command and no topic '~1'."};
+inline constexpr Message NearTopic{"    kestrovactl help ~1"};
+inline constexpr Message TopicsHint{"kestrovactl help topics lists what there is to read."};
 inline constexpr Message HelpJson{"With `--json`: "};
 inline constexpr Message HelpHead{"Usage: kestrovactl [--home DIR] [--yes|--no] [--json] COMMAND~1~2Commands:"};
-inline constexpr Message HelpFoot{"~1Options may stand before or behind the command. --home DIR names the program's folder; --yes and --no answer the questions that want yes or no; --json gives the result as JSON.~2Exit code: 0 done, 1 failed or refused, 2 wrong use.~3kestrovactl help COMMAND, kestrovactl help --markdown (the whole manual), kestrovactl --version"};
+inline constexpr Message HelpFoot{"~1Options may stand before or behind the command. --home DIR names the program's folder; --yes and --no answer the questions that want yes or no; --json gives the result as JSON.~2Exit code: 0 done, 1 failed or refused, 2 wrong use.~3kestrovactl help COMMAND, kestrovactl help topics (what the help tells), kestrovactl help TOPIC, kestrovactl help --markdown (all commands), kestrovactl --version"};
 inline constexpr Message MarkdownHead{"# kestrovactl: Kestrova from a terminal~1~2    kestrovactl [--home DIR] [--yes|--no] [--json] COMMAND~3~4The program `kestrovactl help --markdown` prints this page.~5~6## For every command"};
 inline constexpr Message MarkdownWhere{"- Options stand before or behind the command. `--` ends them.~1- `--home DIR` names the program's folder, where preferences, backup and history lie. Without it, it is the program's own folder when a `Kestrova.prf` or a file `portable` lies there, else `$XDG_DATA_HOME/kestrova`."};
 inline constexpr Message MarkdownAnswers{"- Questions go to the terminal when there is one. `--yes` and `--no` answer those that want yes or no, ok or cancel. Whether the Level Editor's folder is original is never answered so, only by `--folder-is-original`. A question that is left unanswered is named on the standard error, and the exit code is 1.~1- Results stand on the standard output, messages on the standard error.~2- Exit code: 0 done, 1 failed or refused, 2 wrong use."};

@@ -2,17 +2,70 @@
 
 #include "core/text.h"
 
+#include <algorithm>
+
 namespace kestrova
 {
 
+namespace
+{
+
+constexpr std::size_t longestLine = 4000;
+
+std::vector<std::size_t> BreaksOf(std::string_view help)
+{
+    std::vector<std::size_t> breaks;
+    std::size_t line = 0; // where it begins
+    for (std::size_t i = 0; i < help.size(); ++i) {
+        if (help[i] == '\n' || help[i] == '\r') {
+            line = i + 1;
+        } else if (i - line == longestLine) {
+            breaks.push_back(i);
+            line = i;
+        }
+    }
+    return breaks;
+}
+
+} // namespace
+
 HelpReader::HelpReader(std::string help, std::string tag)
-    : search(std::move(tag)), help_(std::move(help))
+    : search(std::move(tag)), help_(std::move(help)), breaks_(BreaksOf(help_))
 {
 }
 
 std::string HelpReader::Text() const
 {
-    return FromWindows1252(help_);
+    std::string shown;
+    shown.reserve(help_.size() + breaks_.size());
+    std::size_t from = 0;
+    for (const std::size_t at : breaks_) {
+        shown.append(help_, from, at - from) += '\n';
+        from = at;
+    }
+    shown.append(help_, from);
+    return FromWindows1252(shown);
+}
+
+std::size_t HelpReader::ShownPlace(std::size_t place) const
+{
+    const auto before = std::upper_bound(breaks_.begin(), breaks_.end(), place);
+    return place + static_cast<std::size_t>(before - breaks_.begin());
+}
+
+std::size_t HelpReader::PlaceOf(std::size_t shown) const
+{
+    // The break of number n stands at breaks_[n] + n in what is shown.
+    std::size_t low = 0;
+    std::size_t high = breaks_.size();
+    while (low < high) {
+        const std::size_t middle = (low + high) / 2;
+        if (breaks_[middle] + middle < shown)
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return shown - low;
 }
 
 std::string HelpReader::Wanted() const

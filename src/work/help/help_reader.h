@@ -4,12 +4,13 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kestrova
 {
 
 /// The help while it is read: what `Dialog_Testo` shows and does. A letter of the text is a byte
-/// here, so that places are those of the shown text.
+/// here, so that places are those of the text.
 class HelpReader
 {
 public:
@@ -20,8 +21,12 @@ public:
     std::string search;
 
     [[nodiscard]] const std::string& Help() const { return help_; }
-    /// The whole text in UTF-8.
+    /// The whole text as it is shown, in UTF-8: lines of enormous length, which no text view can
+    /// hold, are broken.
     [[nodiscard]] std::string Text() const;
+    /// Where a letter of the help stands in what is shown, and the other way round.
+    [[nodiscard]] std::size_t ShownPlace(std::size_t place) const;
+    [[nodiscard]] std::size_t PlaceOf(std::size_t shown) const;
     /// What is selected; nothing before the first hit.
     [[nodiscard]] const std::optional<HelpWord>& Selection() const { return selection_; }
 
@@ -40,6 +45,7 @@ private:
     void Select(std::optional<std::size_t> hit, std::size_t length);
 
     std::string help_;
+    std::vector<std::size_t> breaks_; ///< places in front of which the shown text has a line end
     std::size_t foundAt_ = 0;
     std::optional<HelpWord> selection_;
 };

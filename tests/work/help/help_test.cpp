@@ -2,6 +2,7 @@
 #include "help/help_file.h"
 #include "help/help_index.h"
 #include "help/help_reader.h"
+#include "help/help_topics.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>
@@ -55,6 +56,54 @@ TEST(HelpReader, JumpsSearchesAndPicks)
     empty.Previous();
     empty.Pick(3);
     EXPECT_EQ(Marked(empty), "(nothing)");
+}
+
+TEST(HelpReader, BreaksLinesThatNoTextViewCanHold)
+{
+    const std::string tail = "[End]\r\n{last}";
+    HelpReader reader{std::string(9000, '[') + tail + std::string(4001, 'x'), "[End]"};
+    const std::string shown = reader.Text();
+    for (std::size_t from = 0; from < shown.size();) {
+        const std::size_t end = std::min(shown.find_first_of("\r\n", from), shown.size());
+        EXPECT_LE(end - from, 4000u);
+        from = end + 1;
+    }
+    reader.Find();
+    ASSERT_TRUE(reader.Selection());
+    EXPECT_EQ(shown.substr(reader.ShownPlace(reader.Selection()->from), 5), "[End]");
+    for (std::size_t place = 0; place < reader.Help().size(); ++place) {
+        ASSERT_EQ(shown[reader.ShownPlace(place)], reader.Help()[place]) << place;
+        ASSERT_EQ(reader.PlaceOf(reader.ShownPlace(place)), place);
+    }
+}
+
+TEST(HelpTopics, AreReadByNameUpToTheNextOne)
+{
+    const std::string help = ToWindows1252("Front\n[Play a level] #20#\nGo, see {Slots} and #3#.\n"
+                                           "{Slots} of the game\nFifteen.\n\n[Été]\nWarm\n"
+                                           "[Unclosed\n{Late}\nend");
+    EXPECT_EQ(HelpOf(help, "play A level"),
+              "Play a level\nGo, see {Slots} and.\nSlots of the game\nFifteen.\n");
+    EXPECT_EQ(HelpOf(help, " slots "), "Slots of the game\nFifteen.\n");
+    EXPECT_EQ(HelpOf(help, "été"), "Été\nWarm\n[Unclosed\nLate\nend\n");
+    EXPECT_EQ(HelpOf(help, "play"), HelpOf(help, "Play a level")) << "only one holds it";
+    EXPECT_FALSE(HelpOf(help, "l")) << "several hold it";
+    EXPECT_FALSE(HelpOf(help, ""));
+    EXPECT_EQ(ListOfTopics(help), "Play a level\n  Slots\nÉté\n  Late\n");
+
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(TopicsNear(help, "L", 9), (Names{"Play a level", "Slots", "Late"}));
+    EXPECT_EQ(TopicsNear(help, "leval", 9), Names{"Play a level"});
+    EXPECT_EQ(TopicsNear(help, "slits", 9), Names{"Slots"});
+    EXPECT_EQ(TopicsNear(help, "burning", 9), Names{});
+    EXPECT_EQ(TopicsNear(std::string(50'000'000, '['), std::string(100'000, 'x'), 9), Names{});
+}
+
+TEST(HelpTopics, AreWrappedBetweenWords)
+{
+    EXPECT_EQ(
+        Wrapped("one two three\n\n- ab cd éé\n    wide words here\nxxxxxxxxxxxxxx y", 9),
+        "one two\nthree\n\n- ab cd\n  éé\n    wide\n    words\n    here\nxxxxxxxxxxxxxx\ny\n");
 }
 
 TEST(HelpIndex, ListsFindsAndGivesTopics)

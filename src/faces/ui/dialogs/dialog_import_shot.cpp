@@ -4,6 +4,7 @@
 #include "shots/shot_import.h"
 #include "ui/desktop/progress_windows.h"
 #include "ui/dialogs/dialogs_small.h"
+#include "ui/dialogs/help_desk.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
@@ -40,8 +41,7 @@ ImportShotDialog::ImportShotDialog(Session& session, std::size_t index, QWidget*
     bar_->setTextVisible(false);
     auto* import = NamedButton(this, "Pul_Import");
     auto* cancel = NamedButton(this, "Pul_Cancel");
-    auto* help = NamedButton(this, "Pul_Help");
-    MarkNotAvailable(*help);
+    auto* help = HelpButton(this);
     import->setDefault(true);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(help);

@@ -2,6 +2,7 @@
 
 #include "session/operation.h"
 #include "ui/dialogs/dialogs_small.h"
+#include "ui/dialogs/help_desk.h"
 #include "ui/main/practice_offer.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/elided_label.h"
@@ -41,8 +42,7 @@ FindTrleDialog::FindTrleDialog(Session& session, TrleFinder& finder, QWidget* pa
     auto* browse = NamedButton(this, "Pul_Sfoglia");
     auto* ok = NamedButton(this, "Pul_Ok");
     auto* cancel = NamedButton(this, "Pul_Cancel");
-    auto* help = NamedButton(this, "Pul_Help");
-    MarkNotAvailable(*help);
+    auto* help = HelpButton(this);
     for (QPushButton* button : {browse, cancel, help})
         button->setAutoDefault(false);
 

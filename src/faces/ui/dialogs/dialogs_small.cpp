@@ -1,6 +1,7 @@
 #include "ui/dialogs/dialogs_small.h"
 
 #include "session/operation.h"
+#include "ui/dialogs/help_desk.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
@@ -34,8 +35,7 @@ QHBoxLayout* AnswerButtons(QDialog& dialog)
 {
     auto* ok = NamedButton(&dialog, "Pul_Ok");
     auto* cancel = NamedButton(&dialog, "Pul_Cancel");
-    auto* help = NamedButton(&dialog, "Pul_Help");
-    MarkNotAvailable(*help);
+    auto* help = HelpButton(&dialog);
     ok->setDefault(true);
     QObject::connect(ok, &QPushButton::clicked, &dialog, &QDialog::accept);
     QObject::connect(cancel, &QPushButton::clicked, &dialog, &QDialog::reject);

@@ -14,6 +14,7 @@ namespace kestrova
 ShotPanes::ShotPanes(QWidget* parent)
     : QWidget(parent), previous_(new QToolButton(this)), next_(new QToolButton(this))
 {
+    setObjectName(QStringLiteral("Panes_Shots"));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
     const auto turner = [](QToolButton* button, Drawing drawing, const char* name) {

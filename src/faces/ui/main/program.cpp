@@ -7,6 +7,7 @@
 #include "ui/desktop/host_windows.h"
 #include "ui/desktop/machine_windows.h"
 #include "ui/dialogs/dialogs_small.h"
+#include "ui/dialogs/help_desk.h"
 #include "ui/main/main_window.h"
 #include "ui/main/start_windows.h"
 #include "ui/widgets/clear_boxes_style.h"
@@ -135,6 +136,7 @@ int ShowWindows(QApplication& application, Session& session, WindowLevelList& li
                 const std::vector<std::string>& items)
 {
     const InputGate gate{session.runningOperations};
+    const HelpDesk help{session};
     const std::unique_ptr<SplashDialog> splash = ShowSplash(session.programFolder);
     MainWindow window{session, list};
     QApplication::setQuitOnLastWindowClosed(false);

@@ -16,6 +16,7 @@
 #include "ui/dialogs/dialog_screen_shot.h"
 #include "ui/dialogs/dialog_settings.h"
 #include "ui/dialogs/dialogs_small.h"
+#include "ui/dialogs/help_desk.h"
 #include "ui/dialogs/shot_panes.h"
 #include "ui/main/main_window.h"
 #include "ui/main/savegame_windows.h"
@@ -49,6 +50,9 @@ const WindowCommands::Opens WindowCommands::windows[] = {
      [](WindowCommands& at) { RestoreDialog(at.session_, &at.window_).exec(); }},
     {"mnu_Settings", [](WindowCommands& at) { SettingsDialog(at.session_, &at.window_).exec(); }},
     {"mnu_PrefArchive", [](WindowCommands& at) { at.EditArchivePreferences(); }},
+    {"mnu_FindHelp", [](WindowCommands& at) { at.ShowHelp("mnu_FindHelp"); }},
+    {"mnu_HelpSaveGameMan", [](WindowCommands& at) { at.ShowHelp("mnu_HelpSaveGameMan"); }},
+    {"mnu_HelpFaq", [](WindowCommands& at) { at.ShowHelp("mnu_HelpFaq"); }},
     {"mnu_About", [](WindowCommands& at) { AboutDialog(&at.window_).exec(); }},
 };
 
@@ -110,6 +114,12 @@ void WindowCommands::ZoomShot(std::ptrdiff_t index)
 {
     if (session_.runningOperations == 0 && window_.Chosen())
         ScreenShotDialog(window_.Shots().List(), index, &window_).exec();
+}
+
+void WindowCommands::ShowHelp(std::string_view command)
+{
+    if (HelpDesk* help = HelpDesk::Current())
+        help->Show(HelpTagOf(command), &window_);
 }
 
 void WindowCommands::EditChosen()

@@ -33,6 +33,8 @@ public:
 
 private:
     void RunOrShow(const CommandRow& row);
+    /// The help of a command of the menu Help.
+    void ShowHelp(std::string_view command);
     void EditChosen();
     void EditArchivePreferences();
     void ShowAuthor();

@@ -100,6 +100,12 @@ void InputGate::AdmitAlways(QWidget& window)
     always_.emplace_back(&window);
 }
 
+bool InputGate::Waits() const
+{
+    return runningOperations_ == 0 ||
+           (!admitted_.empty() && admitted_.back().operations == runningOperations_);
+}
+
 bool InputGate::LetsThrough(const QObject* target) const
 {
     if (runningOperations_ == 0)

@@ -32,6 +32,9 @@ public:
     /// Lets input through to a window whatever runs (a Stop button).
     void AdmitAlways(QWidget& window);
 
+    /// Whether a person's turn it is: nothing runs, or what runs waits for a box that it opened.
+    [[nodiscard]] bool Waits() const;
+
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
