@@ -5,6 +5,7 @@
 #include "core/removal.h"
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
+#include "history/players_files.h"
 #include "storage/game_files.h"
 #include "swap/placements.h"
 
@@ -54,6 +55,23 @@ Path SpelledAsPut(const Folders& folders, const OwnedFile& listed, const Path& r
         if (IsAsPut(listed, platform::FactsOf(twin))) // a look that fails proves nothing
             return relative.parent_path() / twin.filename();
     return relative.parent_path() / ResolvePath(folders.trle / relative).filename();
+}
+
+Result<std::optional<ListedFile>> FindListed(const Folders& folders, const OwnedFile& listed)
+{
+    const auto name = SafeRelative(listed.name);
+    if (!name || IsPlayersPlace(*name))
+        return std::optional<ListedFile>{};
+    ListedFile file;
+    file.relative = SpelledAsPut(folders, listed, *name);
+    file.place = ResolvePath(folders.trle / file.relative);
+    const auto facts = LookAt(file.place);
+    if (!facts)
+        return facts.Error();
+    if (facts->kind != platform::FileKind::File)
+        return std::optional<ListedFile>{};
+    file.facts = *facts;
+    return std::optional{std::move(file)};
 }
 
 bool StaysWithCompactBackup(const PreferencesRecord& preferences, std::string_view name)

@@ -27,6 +27,15 @@ bool IsAsPut(const OwnedFile& listed, const platform::FileFacts& facts);
 /// name as it is noted finds.
 Path SpelledAsPut(const Folders& folders, const OwnedFile& listed, const Path& relative);
 
+/// A noted file where it stands.
+struct ListedFile {
+    Path relative; ///< below the Level Editor's folder, as it is spelled
+    Path place;
+    platform::FileFacts facts;
+};
+/// No value for a name of none of a level's files, and where no file stands any more.
+Result<std::optional<ListedFile>> FindListed(const Folders& folders, const OwnedFile& listed);
+
 /// True for a file in the folder of sounds while the backup is compact: it holds none of them, so
 /// what stands there stays.
 bool StaysWithCompactBackup(const PreferencesRecord& preferences, std::string_view name);

@@ -141,17 +141,13 @@ std::vector<OwnedFile> DeleteListed(Session& session, const Folders& folders,
 {
     std::vector<OwnedFile> left;
     for (const OwnedFile& file : files) {
-        const auto relative = SafeRelative(file.name);
-        if (!relative || IsPlayersPlace(*relative))
-            continue;
-        const Path place = ResolvePath(folders.trle / SpelledAsPut(folders, file, *relative));
-        const auto facts = LookAt(place);
-        if (!facts) { // it stays noted
-            Note(report, report.left, *relative, facts.Error());
+        const auto found = FindListed(folders, file);
+        if (!found) { // it stays noted
+            Note(report, report.left, *SafeRelative(file.name), found.Error());
             left.push_back(file);
             continue;
         }
-        if (facts->kind != platform::FileKind::File)
+        if (!*found)
             continue;
         if (StaysWithCompactBackup(session.preferences, file.name)) {
             left.push_back(file);
@@ -159,10 +155,11 @@ std::vector<OwnedFile> DeleteListed(Session& session, const Folders& folders,
         }
         // Only a file that is as it was put there goes like this; others are kept where they are
         // about to be replaced.
-        if (!IsAsPut(file, *facts) || SameContent(place, folders.Backup() / *relative))
+        const auto& [relative, place, facts] = **found;
+        if (!IsAsPut(file, facts) || SameContent(place, folders.Backup() / relative))
             continue;
         if (const auto status = DeleteSpelled(place); !status) {
-            Note(report, report.left, *relative, status.Error());
+            Note(report, report.left, relative, status.Error());
             left.push_back(file);
         }
     }

@@ -79,21 +79,18 @@ void DeleteBrought(Session& session, const Folders& folders, const std::vector<O
     {
         SafeContents safe{session, folders, level};
         for (const OwnedFile& file : files) {
-            const auto name = SafeRelative(file.name);
-            if (!name || IsPlayersPlace(*name))
-                continue;
-            const Path relative = SpelledAsPut(folders, file, *name);
-            const Path place = ResolvePath(folders.trle / relative);
-            const auto facts = LookAt(place);
-            if (!facts) { // it stays noted
+            const auto found = FindListed(folders, file);
+            if (!found) { // it stays noted
                 left.added.push_back(file);
                 continue;
             }
-            if (facts->kind != platform::FileKind::File ||
-                StaysWithCompactBackup(session.preferences, file.name) ||
+            if (!*found)
+                continue;
+            const auto& [relative, place, facts] = **found;
+            if (StaysWithCompactBackup(session.preferences, file.name) ||
                 SameContent(place, folders.Backup() / relative))
                 continue;
-            const bool known = brought.IsAsPut(file.name, *facts) || safe.Holds(file, relative);
+            const bool known = brought.IsAsPut(file.name, facts) || safe.Holds(file, relative);
             if (!known && away) {
                 left.unsure.push_back(file);
                 continue;
