@@ -23,7 +23,7 @@ enum class Consent {
 };
 
 /// Which of the small windows a piece of long work shows.
-enum class ProgressWindow { Progress, Wait, Zip, Audio };
+enum class ProgressWindow { Progress, Wait, Zip, Audio, Download };
 
 /// A shown progress; it disappears at the end of its life.
 class ProgressScope

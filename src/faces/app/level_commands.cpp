@@ -227,10 +227,6 @@ std::span<const CommandRow> LevelCommands()
          .needs = Needs::Level,
          .touches = Touches::Stores,
          .run = OpenMoreInfo},
-        {.window = {.control = "mnu_ShowListaUrl",
-                    .caption = Msg::MenuShowLevelUrls,
-                    .menu = "mnu_Level",
-                    .available = false}},
     };
     return rows;
 }

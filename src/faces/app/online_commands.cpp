@@ -13,6 +13,7 @@
 #include "session/file_to_write.h"
 #include "session/telling.h"
 #include "words/commands.h"
+#include "words/menus.h"
 #include "words/online.h"
 #include "words/online_commands.h"
 
@@ -231,7 +232,15 @@ std::span<const CommandRow> OnlineCommands()
                       .mostWords = 2},
          .run = Fetch,
          .help = HelpTag::Download},
-        {.terminal = {.word = "urls",
+        {.window = {.control = "mnu_ShowListaUrl",
+                    .caption = Msg::MenuShowLevelUrls,
+                    .menu = "mnu_Level",
+                    .behind = "mnu_Export"}},
+        {.window = {.control = "mnu_ShowUrlList",
+                    .caption = Msg::MenuShowUrlList,
+                    .menu = "mnu_Tools",
+                    .behind = "mnu_ImportWads"},
+         .terminal = {.word = "urls",
                       .verb = "list",
                       .usage = Msg::UseUrls,
                       .summary = Msg::SumUrls,

@@ -97,7 +97,7 @@ Result<Downloaded> Fetch(Host& host, Machine& machine, const Download& download,
     if (const auto opened = part.Open(); !opened)
         return opened.Error();
     const auto progress =
-        host.BeginProgress(ProgressWindow::Progress,
+        host.BeginProgress(ProgressWindow::Download,
                            GetMsg(Msg::DownloadWaiting) + OnOneLine(UrlFileName(download.url)));
     progress->AllowStop();
     auto done = Request(machine, download, part, *progress);

@@ -29,6 +29,12 @@ std::string StorableUrl(const std::string& url)
     return encoded;
 }
 
+/// What a search looks through; the two parts are never found as one.
+std::string SearchText(const UrlRecord& record)
+{
+    return FoldCase(UrlRowText(record) + '\n' + record.url);
+}
+
 } // namespace
 
 UrlEditor::UrlEditor(Host& host, Machine& machine, const Folders& folders, UpdateServers servers)
@@ -45,8 +51,30 @@ UrlEditor::UrlEditor(Host& host, Machine& machine, const Folders& folders, Updat
 void UrlEditor::Show(std::int32_t newKind)
 {
     kind = newKind;
-    const auto rows = Rows();
-    selected = rows.empty() ? std::nullopt : std::optional{rows.front()};
+    texts_.clear();
+    FindRows();
+}
+
+void UrlEditor::Search(const std::string& text)
+{
+    search_ = FoldCase(Trim(text));
+    FindRows();
+}
+
+void UrlEditor::FindRows()
+{
+    rows_ = ListedRecords(list_, kind);
+    if (!search_.empty()) {
+        if (texts_.empty())
+            for (const std::size_t place : rows_)
+                texts_.push_back(SearchText(list_.records[place]));
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < rows_.size(); ++i)
+            if (texts_[i].find(search_) != std::string::npos)
+                rows_[kept++] = rows_[i];
+        rows_.resize(kept);
+    }
+    selected = rows_.empty() ? std::nullopt : std::optional{rows_.front()};
 }
 
 UrlRecord* UrlEditor::Selected()
@@ -96,6 +124,7 @@ bool UrlEditor::ChangeRecord(const std::string& description, const std::string& 
         return false;
     changed_ = changed_ || entry != *record;
     *record = entry;
+    texts_.clear(); // it stays in sight until the next search
     return true;
 }
 
@@ -154,8 +183,11 @@ bool UrlEditor::Go()
 bool UrlEditor::Update(const std::function<void(const std::string&)>& showLine)
 {
     showLine(GetMsg(Msg::UrlListUpdating));
-    if (!UpdateUrls(host_, machine_, folders_, servers_, list_))
+    // The notices are told while the old list is still shown.
+    UrlList list = list_;
+    if (!UpdateUrls(host_, machine_, folders_, servers_, list))
         return false;
+    list_ = std::move(list);
     changed_ = true;
     Show(kind);
     return true;

@@ -24,8 +24,11 @@ public:
     [[nodiscard]] bool IsChanged() const { return changed_; }
     /// Shows a kind; its first record is the chosen one.
     void Show(std::int32_t newKind);
+    /// Shows only what holds this text, without regard to case, in the words that a person reads
+    /// or in the address; all for an empty one. It stands for every kind.
+    void Search(const std::string& text);
     /// Places of the shown records.
-    [[nodiscard]] std::vector<std::size_t> Rows() const { return ListedRecords(list_, kind); }
+    [[nodiscard]] const std::vector<std::size_t>& Rows() const { return rows_; }
 
     /// What the buttons do. All of them ask, tell and refuse by themselves; True when it was done.
     void Add();
@@ -48,12 +51,17 @@ private:
     /// The chosen record; none, in words, without one.
     UrlRecord* Selected();
     bool AcceptsDoubles(const UrlRecord& entry, std::optional<std::size_t> except);
+    void FindRows();
 
     Host& host_;
     Machine& machine_;
     Folders folders_;
     UpdateServers servers_;
     UrlList list_;
+    std::vector<std::size_t> rows_;
+    std::string search_; ///< folded
+    /// Of the shown kind's records in their order, folded; filled by the first search.
+    std::vector<std::string> texts_;
     bool changed_ = false;
 };
 

@@ -181,7 +181,7 @@ const Walked walk[] = {
     {"levels", {"levels"}},
     {"info", {"info", "1"}},
     {"fetch", {"fetch", "http://127.0.0.1:9/f", "@out/f"}, nullptr, false},
-    {"urls list", {"urls", "list"}, nullptr, false},
+    {"mnu_ShowUrlList", {"urls", "list"}, nullptr, false},
     {"urls add", {"urls", "add", "1", "Name", "http://127.0.0.1:9/f"}, nullptr, false},
     {"urls change", {"urls", "change", "1", "Name", "http://127.0.0.1:9/f"}, nullptr, false},
     {"urls remove", {"urls", "remove", "1"}, nullptr, false},

@@ -7,6 +7,7 @@
 #include "ui/dialogs/dialog_restore.h"
 #include "ui/dialogs/dialog_set_mp3.h"
 #include "ui/dialogs/dialog_settings.h"
+#include "ui/dialogs/dialog_siti.h"
 #include "ui/dialogs/dialog_trova_trle.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
@@ -54,12 +55,14 @@ TEST(Dialogs, EveryCaptionFindsItsControl)
     ProgressDialog wait{ProgressWindow::Wait, nullptr};
     ProgressDialog zip{ProgressWindow::Zip, nullptr};
     ProgressDialog batch{ProgressWindow::Audio, nullptr};
+    ProgressDialog download{ProgressWindow::Download, nullptr};
+    SitiDialog urls{world.session, UrlKindForums, nullptr};
     ConvertAudioDialog encode{world.session, AudioToolMode::Encode, nullptr};
     ConvertAudioDialog convert{world.session, AudioToolMode::Convert, nullptr};
     SetMp3Dialog settingsOfMp3{world.session, true, nullptr};
     for (const QWidget* dialog : std::initializer_list<const QWidget*>{
              &about, &newArc, &archive, &settings, &find, &restore, &add, &author, &progress, &wait,
-             &zip, &batch, &encode, &convert, &settingsOfMp3}) {
+             &zip, &batch, &download, &urls, &encode, &convert, &settingsOfMp3}) {
         EXPECT_EQ(CaptionFaults(*dialog), QStringList{}) << FromQt(dialog->objectName());
         EXPECT_FALSE(dialog->windowTitle().isEmpty()) << FromQt(dialog->objectName());
     }

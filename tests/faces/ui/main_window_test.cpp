@@ -182,6 +182,8 @@ TEST(MainWindow, CommandsThatComeLaterAreDisabledAndSayIt)
                             "mnu_AddLevel",
                             "mnu_RemoveLevel",
                             "mnu_CalcolaSize",
+                            "mnu_ShowListaUrl",
+                            "mnu_ShowUrlList",
                             "mnu_FaiFullBackup",
                             "mnu_SetOriginale",
                             "mnu_Settings",

@@ -37,6 +37,8 @@ const char* NameOf(ProgressWindow window)
         return "Dialog_Zip";
     case ProgressWindow::Audio:
         return "Dialog_ConvertiMp3";
+    case ProgressWindow::Download:
+        return "Dialog_Download";
     case ProgressWindow::Progress:
         break;
     }
@@ -81,7 +83,7 @@ ProgressDialog::ProgressDialog(ProgressWindow window, QWidget* parent)
         part_->setTextVisible(false);
     }
     // The other two have a bar only while somebody steps one.
-    bar_->setVisible(audio || window == ProgressWindow::Progress);
+    bar_->setVisible(window != ProgressWindow::Wait && window != ProgressWindow::Zip);
     stop_->setObjectName(QStringLiteral("Pul_Stop"));
     stop_->setAutoDefault(false);
     stop_->hide();

@@ -24,7 +24,8 @@ private:
     QElapsedTimer sinceLast_;
 };
 
-/// `Dialog_Progress`, `Dialog_Wait`, `Dialog_Zip`, and `Dialog_ConvertiMp3` with a second bar.
+/// `Dialog_Progress`, `Dialog_Wait`, `Dialog_Zip`, `Dialog_Download`, and `Dialog_ConvertiMp3` with
+/// a second bar.
 class ProgressDialog : public QDialog
 {
 public:

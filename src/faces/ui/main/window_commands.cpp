@@ -15,6 +15,7 @@
 #include "ui/dialogs/dialog_restore.h"
 #include "ui/dialogs/dialog_screen_shot.h"
 #include "ui/dialogs/dialog_settings.h"
+#include "ui/dialogs/dialog_siti.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
 #include "ui/dialogs/shot_panes.h"
@@ -46,6 +47,10 @@ const WindowCommands::Opens WindowCommands::windows[] = {
      [](WindowCommands& at) { ShowAudioTool(at.session_, AudioToolMode::Encode, &at.window_); }},
     {"mnu_ConvertWav",
      [](WindowCommands& at) { ShowAudioTool(at.session_, AudioToolMode::Convert, &at.window_); }},
+    {"mnu_ShowListaUrl",
+     [](WindowCommands& at) { ShowUrls(at.session_, UrlKindLevels, &at.window_); }},
+    {"mnu_ShowUrlList",
+     [](WindowCommands& at) { ShowUrls(at.session_, UrlKindForums, &at.window_); }},
     {"mnu_SetOriginale",
      [](WindowCommands& at) { RestoreDialog(at.session_, &at.window_).exec(); }},
     {"mnu_Settings", [](WindowCommands& at) { SettingsDialog(at.session_, &at.window_).exec(); }},
