@@ -24,12 +24,12 @@ namespace
 {
 
 /// Whether a backup will be made. Where nobody can tell it will not, and the attempt says why.
-bool NeedsBackup(Session& session)
+bool NeedsBackup(Host& host, const Folders& folders, const PreferencesRecord& preferences)
 {
-    const auto backup = LookAtBackup(session.Folders());
+    const auto backup = LookAtBackup(folders);
     if (!backup || *backup == BackupState::Missing)
         return static_cast<bool>(backup);
-    const auto other = BackupOfAnotherFolder(session);
+    const auto other = BackupOfAnotherFolder(host, folders, preferences);
     return other && other->has_value();
 }
 
@@ -71,7 +71,8 @@ bool SetUp(Run& run)
     else if (arguments.Has("--compact"))
         wishes.form = BackupForm::Compact;
     // Left unanswered, the question would count as a wish for the compact form.
-    if (wishes.form == BackupForm::Ask && !run.face.CanAnswer() && NeedsBackup(session)) {
+    if (wishes.form == BackupForm::Ask && !run.face.CanAnswer() &&
+        NeedsBackup(session.host, session.Folders(), session.preferences)) {
         run.face.NameUnanswered(GetMsg(Msg::SayBackupForm));
         return false;
     }

@@ -98,7 +98,7 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
     if (!DoneOrTold(session.host, HoldFolders(session.locks, session.Folders())))
         return false;
     MendAtStart(session, said);
-    ClearLeftovers(session);
+    ClearLeftovers(session.host, session.Folders(), session.archive);
     return true;
 }
 

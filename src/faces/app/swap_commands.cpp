@@ -139,7 +139,8 @@ bool BringOriginals(Run& run)
 
 bool Plan(Run& run)
 {
-    const auto plan = PlanSwap(run.session, run.level);
+    const auto plan =
+        PlanSwap(run.session.Folders(), run.session.archive, run.session.preferences, run.level);
     if (!plan)
         return TellAndFail(run, plan.Error(), Msg::PlanFailed);
     Json files = Json::array();

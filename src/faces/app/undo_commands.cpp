@@ -158,9 +158,9 @@ std::string WrongUndo(Run& run)
     return {};
 }
 
-ShownNow ShownFor(const Session& session, UndoWay way)
+ShownNow ShownFor(const Folders& folders, const Archive& archive, UndoWay way)
 {
-    const auto entry = NextToUndo(session.Folders(), session.archive, way);
+    const auto entry = NextToUndo(folders, archive, way);
     const bool undo = way == UndoWay::Undo;
     if (!entry)
         return {GetMsg(undo ? Msg::UndoNone : Msg::RedoNone), false};
@@ -177,7 +177,9 @@ std::span<const CommandRow> UndoCommands()
                     .keys = "Ctrl+Z",
                     .menu = "mnu_Level",
                     .shown =
-                        [](const Session& session) { return ShownFor(session, UndoWay::Undo); }},
+                        [](const Session& session) {
+                            return ShownFor(session.Folders(), session.archive, UndoWay::Undo);
+                        }},
          .terminal = {.word = "undo",
                       .usage = Msg::UseUndo,
                       .summary = Msg::SumUndo,
@@ -193,7 +195,9 @@ std::span<const CommandRow> UndoCommands()
                     .keys = "Ctrl+Shift+Z",
                     .menu = "mnu_Level",
                     .shown =
-                        [](const Session& session) { return ShownFor(session, UndoWay::Redo); }},
+                        [](const Session& session) {
+                            return ShownFor(session.Folders(), session.archive, UndoWay::Redo);
+                        }},
          .terminal = {.word = "undo", .when = WantsRedo},
          .needs = Needs::Archive,
          .touches = Touches::LevelEditor,

@@ -59,26 +59,27 @@ std::string NameAt(const Archive& archive, std::size_t index)
 bool FindEqual(Run& run)
 {
     if (!run.FromWords())
-        return CheckEqualLevels(run.session);
+        return CheckEqualLevels(run.session.host, run.session.Folders(), run.session.archive);
     if (!HasArchiveFolder(run.session.host, run.session.archive))
         return false;
     Json pairs = Json::array();
-    const bool scanned = FindEqualLevels(run.session, [&](const EqualPair& pair) {
-        const LevelCode code = run.session.archive.levels[pair.level].levelCode;
-        const LevelCode other = run.session.archive.levels[pair.other].levelCode;
-        const std::string name = NameAt(run.session.archive, pair.level);
-        const std::string otherName = NameAt(run.session.archive, pair.other);
-        if (run.json != nullptr)
-            pairs.push_back({{"code", code},
-                             {"name", name},
-                             {"file", Readable(pair.file)},
-                             {"otherCode", other},
-                             {"otherName", otherName}});
-        else
-            AddLine(run, GetMsg(Msg::EqualLine, {ZeroPadded(code, 4), name, pair.file,
-                                                 ZeroPadded(other, 4), otherName}));
-        return true;
-    });
+    const bool scanned = FindEqualLevels(
+        run.session.host, run.session.Folders(), run.session.archive, [&](const EqualPair& pair) {
+            const LevelCode code = run.session.archive.levels[pair.level].levelCode;
+            const LevelCode other = run.session.archive.levels[pair.other].levelCode;
+            const std::string name = NameAt(run.session.archive, pair.level);
+            const std::string otherName = NameAt(run.session.archive, pair.other);
+            if (run.json != nullptr)
+                pairs.push_back({{"code", code},
+                                 {"name", name},
+                                 {"file", Readable(pair.file)},
+                                 {"otherCode", other},
+                                 {"otherName", otherName}});
+            else
+                AddLine(run, GetMsg(Msg::EqualLine, {ZeroPadded(code, 4), name, pair.file,
+                                                     ZeroPadded(other, 4), otherName}));
+            return true;
+        });
     if (run.json != nullptr)
         *run.json = std::move(pairs);
     return scanned;
@@ -86,7 +87,7 @@ bool FindEqual(Run& run)
 
 bool MakeIndex(Run& run)
 {
-    return CreateTr4Infos(run.session);
+    return CreateTr4Infos(run.session.host, run.session.Folders(), run.session.archive);
 }
 
 bool CopyDocuments(Run& run)

@@ -14,7 +14,7 @@ namespace kestrova
 bool AddLevel(Session& session, ProgressScope& progress, const ShowLevel& show, LevelCode& code)
 {
     LevelRecord record;
-    if (!BeginNewLevel(session, record))
+    if (!BeginNewLevel(session.host, session.machine, session.Folders(), session.archive, record))
         return false;
     const IntakeNote note{session};
     note.Write(LevelHomeOf(session.Folders(), record.levelCode));

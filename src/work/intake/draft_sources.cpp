@@ -77,12 +77,14 @@ bool AddSource(Intake& intake, const Path& source, Subfolders subfolders)
     Session& session = intake.session;
     LevelDraft& draft = intake.draft;
     if (FolderExists(source)) {
-        AddFilesFromFolder(session, source, draft.workFolder, draft.Options(), intake.progress,
-                           subfolders, draft.report);
+        AddFilesFromFolder(session.host, session.machine, session.Folders(), ToolsOf(session),
+                           source, draft.workFolder, draft.Options(), intake.progress, subfolders,
+                           draft.report);
         return true;
     }
     if (FileExists(source)) {
-        AddFile(session, source, draft.workFolder, draft.Options(), intake.progress, draft.report);
+        AddFile(session.host, session.machine, session.Folders(), ToolsOf(session), source,
+                draft.workFolder, draft.Options(), intake.progress, draft.report);
         return true;
     }
     ++draft.report.failed;
@@ -111,8 +113,9 @@ bool AddChosenFolder(Intake& intake)
     if (!chosen || !BeginChange(intake))
         return false;
     draft.report = {};
-    AddFilesFromFolder(intake.session, *chosen, draft.workFolder, draft.Options(), intake.progress,
-                       Subfolders::Ask, draft.report);
+    AddFilesFromFolder(intake.session.host, intake.session.machine, intake.session.Folders(),
+                       ToolsOf(intake.session), *chosen, draft.workFolder, draft.Options(),
+                       intake.progress, Subfolders::Ask, draft.report);
     return EndSources(intake);
 }
 
@@ -144,8 +147,9 @@ bool ReadNamesAs(Intake& intake, const std::string& page)
     DropUnpacked(draft);
     for (const Path& package : std::exchange(draft.packages, {}))
         if (!draft.report.stopped)
-            AddFile(intake.session, package, draft.workFolder, draft.Options(), intake.progress,
-                    draft.report);
+            AddFile(intake.session.host, intake.session.machine, intake.session.Folders(),
+                    ToolsOf(intake.session), package, draft.workFolder, draft.Options(),
+                    intake.progress, draft.report);
     return EndSources(intake);
 }
 

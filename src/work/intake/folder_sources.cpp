@@ -32,29 +32,26 @@ void TellFailedFiles(Host& host, const std::vector<std::string>& names, const Pa
 
 } // namespace
 
-void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
-                        const SourceOptions& options, ProgressScope& progress,
-                        Subfolders subfolders, SourceReport& report)
+void AddFilesFromFolder(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+                        const Path& given, const Path& folder, const SourceOptions& options,
+                        ProgressScope& progress, Subfolders subfolders, SourceReport& report)
 {
     progress.AllowStop();
     progress.SetLabel(GetMsg(Msg::CopyingFilesLabel));
     const Path source = ResolvePath(given);
     std::vector<Failure> notRead;
-    auto tree =
-        TreeOfSource(session.host, source, OnDisk::EveryEnding, subfolders, progress, &notRead);
+    auto tree = TreeOfSource(host, source, OnDisk::EveryEnding, subfolders, progress, &notRead);
     if (!tree) {
         report.stopped = tree.Error().code == ErrorCode::Stopped;
         ++report.failed;
         ClearProgress(progress);
         if (!report.stopped)
-            TellFailure(session.host, GetMsg(Msg::SourceFolderNotRead, {TextOf(source)}),
-                        tree.Error());
+            TellFailure(host, GetMsg(Msg::SourceFolderNotRead, {TextOf(source)}), tree.Error());
         return;
     }
     report.failed += notRead.size();
     for (const Failure& failure : notRead)
-        session.host.Tell(Tone::Error, GetMsg(Msg::SourceFolderNotRead, {failure.subject}),
-                          failure.reason);
+        host.Tell(Tone::Error, GetMsg(Msg::SourceFolderNotRead, {failure.subject}), failure.reason);
     // A folder that holds the level's own gives everything but that.
     const Path own = ResolvePath(folder);
     const auto isOwn = [&](const Path& path) { return path == own || IsBelow(path, own); };
@@ -69,7 +66,8 @@ void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
     for (std::size_t i = 0; i < first.size() && !report.stopped; ++i) {
         if (IsPackage(first[i]))
             report.packages.push_back(first[i]);
-        const auto status = CopyOrUnzipSource(session, first[i], folder, options, progress, report);
+        const auto status = CopyOrUnzipSource(host, machine, folders, tools, first[i], folder,
+                                              options, progress, report);
         report.stopped = (!status && status.Error().code == ErrorCode::Stopped) || !progress.Step();
         if (!status && !report.stopped) {
             if (failed.empty())
@@ -81,7 +79,7 @@ void AddFilesFromFolder(Session& session, const Path& given, const Path& folder,
     ClearProgress(progress);
     report.failed += failed.size();
     if (!failed.empty())
-        TellFailedFiles(session.host, failed, folder, firstFailure);
+        TellFailedFiles(host, failed, folder, firstFailure);
 }
 
 } // namespace kestrova

@@ -3,14 +3,15 @@
 #include "intake/package_sources.h"
 #include "intake/source_tree.h"
 #include "session/session.h"
+#include "tools/tools.h"
 
 namespace kestrova
 {
 
 /// All files of a folder into the level's, packages unpacked. Failures are told together at the
 /// end.
-void AddFilesFromFolder(Session& session, const Path& source, const Path& folder,
-                        const SourceOptions& options, ProgressScope& progress,
-                        Subfolders subfolders, SourceReport& report);
+void AddFilesFromFolder(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+                        const Path& source, const Path& folder, const SourceOptions& options,
+                        ProgressScope& progress, Subfolders subfolders, SourceReport& report);
 
 } // namespace kestrova

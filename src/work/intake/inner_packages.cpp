@@ -21,8 +21,9 @@ Status UnpackOne(Intake& intake, const Path& package)
     options.replace = Replace::KeepBoth;
     options.replaceByFile = Replace::Silent;
     options.limits = draft.inner.Rest();
-    auto status = CopyOrUnzipSource(intake.session, package, draft.workFolder, options,
-                                    intake.progress, draft.report);
+    auto status = CopyOrUnzipSource(intake.session.host, intake.session.machine,
+                                    intake.session.Folders(), ToolsOf(intake.session), package,
+                                    draft.workFolder, options, intake.progress, draft.report);
     draft.inner.Count(draft.report.came);
     return status;
 }

@@ -79,10 +79,11 @@ Status Unpack(Host& host, Machine& machine, const Tools& tools, const Path& pack
 }
 
 /// A single file in stored form.
-Status ExpandSource(Session& session, const Path& source, const Path& folder,
-                    const SourceOptions& options, ProgressScope& progress, SourceReport& report)
+Status ExpandSource(Host& host, Machine& machine, const Folders& folders, const Path& source,
+                    const Path& folder, const SourceOptions& options, ProgressScope& progress,
+                    SourceReport& report)
 {
-    const WorkFolder expanded{UnpackingFolder(session.Folders())};
+    const WorkFolder expanded{UnpackingFolder(folders)};
     if (auto status = MakeFolders(expanded.Folder()); !status)
         return status;
     // All of them together become no more than one could.
@@ -93,13 +94,12 @@ Status ExpandSource(Session& session, const Path& source, const Path& folder,
     while (IsStoredForm(file)) {
         const std::string name = StripExtension(ListableName(file.filename().native()));
         const Path next = expanded.Folder() / name;
-        if (auto status = ExpandStored(session.machine, file, next, limit, progress); !status)
+        if (auto status = ExpandStored(machine, file, next, limit, progress); !status)
             return status;
         report.expandedBytes += FileSize(next);
         file = next;
     }
-    return PutFile(session.host, file, folder, {options.replaceByFile, false, {}}, progress,
-                   report);
+    return PutFile(host, file, folder, {options.replaceByFile, false, {}}, progress, report);
 }
 
 Status UnzipSource(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
@@ -159,37 +159,38 @@ std::string LevelNameFrom(const Path& source)
     return name;
 }
 
-Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folder,
-                         const SourceOptions& options, ProgressScope& progress,
-                         SourceReport& report)
+Status CopyOrUnzipSource(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+                         const Path& source, const Path& folder, const SourceOptions& options,
+                         ProgressScope& progress, SourceReport& report)
 {
     if (const auto before = LookAt(source)) // otherwise the copy says so
         report.read.emplace_back(source, *before);
     if (IsPackage(source))
-        return UnzipSource(session.host, session.machine, session.Folders(), ToolsOf(session),
-                           source, folder, options, progress, report);
+        return UnzipSource(host, machine, folders, tools, source, folder, options, progress,
+                           report);
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
     if (IsStoredForm(source))
-        return ExpandSource(session, source, folder, options, progress, report);
-    return PutFile(session.host, source, folder, {options.replaceByFile, true, {}}, progress,
-                   report);
+        return ExpandSource(host, machine, folders, source, folder, options, progress, report);
+    return PutFile(host, source, folder, {options.replaceByFile, true, {}}, progress, report);
 }
 
-bool AddFile(Session& session, const Path& source, const Path& folder, const SourceOptions& options,
+bool AddFile(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+             const Path& source, const Path& folder, const SourceOptions& options,
              ProgressScope& progress, SourceReport& report)
 {
     const bool package = IsPackage(source);
     progress.SetLabel(GetMsg(package ? Msg::UnzippingFiles : Msg::FileCopyLabel));
     if (package)
         report.packages.push_back(source);
-    const auto status = CopyOrUnzipSource(session, source, folder, options, progress, report);
+    const auto status =
+        CopyOrUnzipSource(host, machine, folders, tools, source, folder, options, progress, report);
     ClearProgress(progress);
     if (status)
         return true;
     ++report.failed;
     report.stopped = status.Error().code == ErrorCode::Stopped;
     if (!report.stopped)
-        TellSourceFailure(session.host, GetMsg(Msg::ErrorCopyingOrUnzipping) + TextOf(source),
+        TellSourceFailure(host, GetMsg(Msg::ErrorCopyingOrUnzipping) + TextOf(source),
                           status.Error());
     return false;
 }

@@ -2,6 +2,7 @@
 
 #include "intake/source_report.h"
 #include "session/session.h"
+#include "tools/tools.h"
 
 /// How files come into the folder of a level: single files, packages, whole folders. The sources
 /// themselves are never changed.
@@ -36,12 +37,13 @@ struct SourceOptions {
 /// takes its place. What stands there in an archive's stored form (`.zl`) comes in as what it is,
 /// within the limits; `Damaged`, with words for the person as its subject, when it is not whole or
 /// goes beyond them.
-Status CopyOrUnzipSource(Session& session, const Path& source, const Path& folder,
-                         const SourceOptions& options, ProgressScope& progress,
-                         SourceReport& report);
+Status CopyOrUnzipSource(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+                         const Path& source, const Path& folder, const SourceOptions& options,
+                         ProgressScope& progress, SourceReport& report);
 
 /// `CopyOrUnzipSource` with its label and its message.
-bool AddFile(Session& session, const Path& source, const Path& folder, const SourceOptions& options,
+bool AddFile(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+             const Path& source, const Path& folder, const SourceOptions& options,
              ProgressScope& progress, SourceReport& report);
 
 } // namespace kestrova

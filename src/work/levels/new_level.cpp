@@ -23,10 +23,11 @@ namespace
 
 /// The name of the new level's folder is free afterwards, or an empty folder has it. What an older
 /// list may have known is set aside whole, and named.
-bool MakeWay(Session& session, const Path& folder)
+bool MakeWay(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+             const Path& folder)
 {
     const auto fail = [&](const Failure& failure) {
-        TellFailure(session.host, GetMsg(Msg::CannotSetAside, {TextOf(folder)}), failure);
+        TellFailure(host, GetMsg(Msg::CannotSetAside, {TextOf(folder)}), failure);
         return false;
     };
     const auto isThere = IsFolder(folder);
@@ -34,7 +35,7 @@ bool MakeWay(Session& session, const Path& folder)
         return fail(isThere.Error());
     if (!*isThere)
         return true;
-    const auto unfinished = IsUnfinishedIntake(session.Folders(), session.archive, folder);
+    const auto unfinished = IsUnfinishedIntake(folders, archive, folder);
     if (!unfinished)
         return fail(unfinished.Error());
     if (*unfinished)
@@ -47,26 +48,26 @@ bool MakeWay(Session& session, const Path& folder)
         return fail(holds.Error());
     if (!*holds)
         return true;
-    const auto names = SetAside(session.machine, folder);
+    const auto names = SetAside(machine, folder);
     if (!names)
         return fail(names.Error());
     for (const Path& name : *names)
-        session.host.Tell(Tone::Warning,
-                          GetMsg(Msg::FolderSetAside, {TextOf(folder.filename()), TextOf(name)}));
+        host.Tell(Tone::Warning,
+                  GetMsg(Msg::FolderSetAside, {TextOf(folder.filename()), TextOf(name)}));
     return true;
 }
 
 } // namespace
 
-bool BeginNewLevel(Session& session, LevelRecord& level)
+bool BeginNewLevel(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+                   LevelRecord& level)
 {
-    if (!HasArchive(session.host, session.archive) ||
-        !DoneOrTold(session.host, ArchiveFolderIsThere(session.archive)))
+    if (!HasArchive(host, archive) || !DoneOrTold(host, ArchiveFolderIsThere(archive)))
         return false;
     level = LevelRecord{};
-    level.levelCode = NextLevelCode(session.archive);
-    const Path folder = LevelHomeOf(session.Folders(), level.levelCode);
-    if (!MakeWay(session, folder))
+    level.levelCode = NextLevelCode(archive);
+    const Path folder = LevelHomeOf(folders, level.levelCode);
+    if (!MakeWay(host, machine, folders, archive, folder))
         return false;
     const Status made = MakeLevelSubfolders(folder);
     if (made) {
@@ -74,10 +75,9 @@ bool BeginNewLevel(Session& session, LevelRecord& level)
         (void)WriteWholeFile(IntakeMark(folder), {}, false);
         return true;
     }
-    TellFailure(session.host,
+    TellFailure(host,
                 GetMsg(Msg::CannotCreateLevelFolders) +
-                    Readable(Trim(session.archive.header.secondaryFolder)) +
-                    GetMsg(Msg::ClosingBracket),
+                    Readable(Trim(archive.header.secondaryFolder)) + GetMsg(Msg::ClosingBracket),
                 made.Error());
     if (FolderExists(folder))
         (void)RemoveTree(folder); // an empty folder may stay; the next level takes it

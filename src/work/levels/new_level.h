@@ -8,7 +8,8 @@ namespace kestrova
 /// A new level's record (not yet in the archive) and its empty folders. A folder of that name that
 /// holds anything is set aside and named. False, with a message, when no archive is loaded or the
 /// folders cannot be made.
-bool BeginNewLevel(Session& session, LevelRecord& level);
+bool BeginNewLevel(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+                   LevelRecord& level);
 /// Puts the record behind the others, its sizes into the totals, saves, refreshes the list and
 /// selects it. False, with a message, when it could not be saved: the archive is as it was then.
 bool FinishNewLevel(Session& session, const LevelRecord& level);

@@ -36,17 +36,16 @@ bool StartGame(Session& session)
 
 /// True when nothing is known to be missing, or the person goes on nevertheless. What cannot be
 /// looked at is told by the installation.
-bool IsWholeEnough(Session& session, LevelCode code)
+bool IsWholeEnough(Host& host, const Folders& folders, const Archive& archive, LevelCode code)
 {
     const auto gaps =
-        GapsOf(session.Folders(),
-               session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))]);
+        GapsOf(folders, archive.levels[static_cast<std::size_t>(FindLevel(archive, code))]);
     if (!gaps)
         return true;
     const std::vector<std::string> names = PlayGaps(*gaps);
     if (names.empty())
         return true;
-    return session.host.AskYesNo(GetMsg(Msg::AskPlayIncomplete, {ShownNames(names), lineBreak}));
+    return host.AskYesNo(GetMsg(Msg::AskPlayIncomplete, {ShownNames(names), lineBreak}));
 }
 
 } // namespace
@@ -61,7 +60,8 @@ bool PlayLevel(Session& session, LevelCode code, bool start)
     if (!StandsInTrle(session, code) ? !MayChangeTrle(session, session.Folders())
                                      : start && !MayStartBesideOthers(session, session.Folders()))
         return false;
-    if (!StandsInTrle(session, code) && !IsWholeEnough(session, code))
+    if (!StandsInTrle(session, code) &&
+        !IsWholeEnough(session.host, session.Folders(), session.archive, code))
         return false;
     if (!InstallLevel(session, code)) {
         session.host.Tell(Tone::Error, GetMsg(Msg::PlayInstallFailed));

@@ -314,7 +314,9 @@ void TakeFromSlot(SavegamePlan& plan, SavegamePlan::Folder slot, SavegamePlan::F
 Result<SavegamePlan::Folder> FolderOf(Session& session, LevelCode code, SavegamePlan& plan,
                                       const Path& folder)
 {
-    if (auto status = SettleTwins(session, session.Folders(), code, folder); !status)
+    if (auto status = SettleTwins(session.host, session.machine, session.archive, session.settings,
+                                  session.Folders(), code, folder);
+        !status)
         return status.Error();
     return plan.AddFolder(folder);
 }

@@ -79,7 +79,9 @@ bool KeepShot(Session& session, LevelCode code, const Path& shot, Message reason
 }
 
 /// The picture under a name of the level's folder; another one that bears it is replaced.
-Status PutShot(Session& session, LevelCode code, const Path& source, const Path& target)
+Status PutShot(Machine& machine, const Folders& folders, const Archive& archive,
+               const ProgramSettings& settings, LevelCode code, const Path& source,
+               const Path& target)
 {
     const Path folder = target.parent_path();
     if (auto status = MakeFolder(folder); !status)
@@ -92,54 +94,54 @@ Status PutShot(Session& session, LevelCode code, const Path& source, const Path&
     if (*isFree) {
         if (auto status = CopyFileOver(source, target, {Verify::Content, true, true, {}}); !status)
             return status;
-        NoteNewShots(session.Folders(), session.settings,
-                     ShotChange(session.machine, session.Folders(), session.archive,
-                                session.settings, ChangeKind::ShotAdded, code, name),
-                     {target});
+        NoteNewShots(
+            folders, settings,
+            ShotChange(machine, folders, archive, settings, ChangeKind::ShotAdded, code, name),
+            {target});
         return {};
     }
     if (SameContent(source, old))
         return {};
-    Change change = ShotChange(session.machine, session.Folders(), session.archive,
-                               session.settings, ChangeKind::ShotReplaced, code, name);
+    Change change =
+        ShotChange(machine, folders, archive, settings, ChangeKind::ShotReplaced, code, name);
     auto replaced = FilesThatGo(folder, {old});
     const auto hash = HashIfThere(source);
     if (!replaced || !hash)
         return replaced ? hash.Error() : replaced.Error();
     replaced->after = {{old.filename().native(), *hash, platform::AbsolutePath(source).native()}};
     change.folders = {std::move(replaced).Value()};
-    return MakeShotChange(session.machine, session.Folders(), session.archive, session.settings,
-                          change);
+    return MakeShotChange(machine, folders, archive, settings, change);
 }
 
 /// The picture goes, and no other one.
-Status TakeAway(Session& session, LevelCode code, const Path& shot, std::int32_t bytes)
+Status TakeAway(Machine& machine, const Folders& folders, const Archive& archive,
+                const ProgramSettings& settings, LevelCode code, const Path& shot,
+                std::int32_t bytes)
 {
     auto going = FilesThatGo(shot.parent_path(), {shot});
     if (!going)
         return going.Error();
-    Change change =
-        ShotChange(session.machine, session.Folders(), session.archive, session.settings,
-                   ChangeKind::ShotDeleted, code, shot.filename().native());
+    Change change = ShotChange(machine, folders, archive, settings, ChangeKind::ShotDeleted, code,
+                               shot.filename().native());
     change.extraBytes = -bytes;
     change.folders = {std::move(going).Value()};
-    return MakeShotChange(session.machine, session.Folders(), session.archive, session.settings,
-                          change);
+    return MakeShotChange(machine, folders, archive, settings, change);
 }
 
 /// The picture has another name by now.
-void NoteRenamed(Session& session, LevelCode code, const Path& shot, const Path& target)
+void NoteRenamed(Machine& machine, const Folders& folders, const Archive& archive,
+                 const ProgramSettings& settings, LevelCode code, const Path& shot,
+                 const Path& target)
 {
     auto renamed = FilesThatCame(target.parent_path(), {target});
     if (!renamed || shot.parent_path() != target.parent_path() ||
         EqualNames(shot.filename().native(), target.filename().native()))
         return; // there is no way back then
     renamed->before = {{shot.filename().native(), renamed->after.front().hash}};
-    Change change =
-        ShotChange(session.machine, session.Folders(), session.archive, session.settings,
-                   ChangeKind::ShotRenamed, code, shot.filename().native());
+    Change change = ShotChange(machine, folders, archive, settings, ChangeKind::ShotRenamed, code,
+                               shot.filename().native());
     change.folders = {std::move(renamed).Value()};
-    NoteDone(session.Folders(), session.settings, change);
+    NoteDone(folders, settings, change);
 }
 
 } // namespace
@@ -187,7 +189,8 @@ bool AddShotFile(Session& session, ShotList& shots, const Path& source)
     if (!*isFree && target == folder / name && !SameContent(source, target) &&
         !KeepShot(session, shots.Code(), ResolvePath(target), Msg::ReasonShotReplaced))
         return false;
-    const auto done = PutShot(session, shots.Code(), source, target);
+    const auto done = PutShot(session.machine, session.Folders(), session.archive, session.settings,
+                              shots.Code(), source, target);
     if (!done)
         TellFailure(session.host, GetMsg(Msg::ShotAddFailed), done.Error());
     ShowAgain(session, shots);
@@ -207,7 +210,8 @@ bool DeleteShot(Session& session, ShotList& shots)
     if (!KeepShot(session, shots.Code(), shot, Msg::ReasonShotDeleted))
         return false;
     const auto size = SizeField(static_cast<double>(FileSize(shot)));
-    const auto gone = TakeAway(session, shots.Code(), shot, size);
+    const auto gone = TakeAway(session.machine, session.Folders(), session.archive,
+                               session.settings, shots.Code(), shot, size);
     if (!gone)
         TellFailure(session.host, GetMsg(Msg::ShotDeleteFailed), gone.Error());
     else if (const std::ptrdiff_t index = FindLevel(session.archive, shots.Code()); index >= 0)
@@ -252,7 +256,8 @@ bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std
         TellFailure(session.host, GetMsg(Msg::ShotRenameFailed),
                     MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure));
     else
-        NoteRenamed(session, shots.Code(), shot, target);
+        NoteRenamed(session.machine, session.Folders(), session.archive, session.settings,
+                    shots.Code(), shot, target);
     Reload(session, shots);
     return !failure;
 }

@@ -179,7 +179,7 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     const Operation running{session};
     if (!RecoverInterruptedWork(session))
         return false;
-    const auto other = BackupOfAnotherFolder(session);
+    const auto other = BackupOfAnotherFolder(session.host, session.Folders(), session.preferences);
     if (!other)
         return TellFolderNotRead(session.host, other.Error());
     const bool ofAnother = other->has_value();
@@ -292,22 +292,23 @@ Result<std::optional<Path>> BackupSeemsOfAnother(const Folders& folders)
     return *isThis ? std::optional<Path>{} : std::optional{Path{(*origin)->path}};
 }
 
-Result<std::optional<Path>> BackupOfAnotherFolder(Session& session)
+Result<std::optional<Path>> BackupOfAnotherFolder(Host& host, const Folders& folders,
+                                                  const PreferencesRecord& preferences)
 {
-    auto other = BackupSeemsOfAnother(session.Folders());
+    auto other = BackupSeemsOfAnother(folders);
     if (!other)
         return other;
     if (*other) {
-        const auto fit = CompareWithFolder(session.host, session.Folders());
+        const auto fit = CompareWithFolder(host, folders);
         if (!fit)
             return fit.Error();
         if (*fit == Fit::Differs)
             return other;
     }
     // Moved, or of the same content: from now on it counts as this folder's.
-    if (LookAtBackup(session.Folders()).ValueOr(BackupState::Missing) == BackupState::Present)
-        (void)NoteBackupOrigin(session.Folders(),
-                               session.preferences.fullBackup); // asked again otherwise
+    if (LookAtBackup(folders).ValueOr(BackupState::Missing) == BackupState::Present)
+        (void)NoteBackupOrigin(folders,
+                               preferences.fullBackup); // asked again otherwise
     return std::optional<Path>{};
 }
 
@@ -341,7 +342,8 @@ bool MakeTrleBackup(Session& session, bool refresh, const BackupWishes& wishes)
     if (!backup)
         return TellFolderNotRead(session.host, backup.Error());
     if (!refresh && *backup == BackupState::Present) {
-        const auto other = BackupOfAnotherFolder(session);
+        const auto other =
+            BackupOfAnotherFolder(session.host, session.Folders(), session.preferences);
         if (!other)
             return TellFolderNotRead(session.host, other.Error());
         return !*other || MakeBackupOfThisFolder(session, **other, wishes);

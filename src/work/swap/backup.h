@@ -21,7 +21,8 @@ bool BackupIsAway(const Folders& folders);
 /// The folder that the backup is of, when that is another one than the Level Editor's folder in
 /// use and its files are not the same. Compares contents only while the folder was newly chosen; a
 /// failure when the backup cannot be listed for that.
-Result<std::optional<Path>> BackupOfAnotherFolder(Session& session);
+Result<std::optional<Path>> BackupOfAnotherFolder(Host& host, const Folders& folders,
+                                                  const PreferencesRecord& preferences);
 /// The same by what was noted alone: nothing is read but that.
 Result<std::optional<Path>> BackupSeemsOfAnother(const Folders& folders);
 /// Makes the backup unless it is there (`refresh` makes it anew, in full). An old backup stays

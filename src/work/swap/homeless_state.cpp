@@ -61,9 +61,11 @@ Status SendHome(Session& session, const Folders& folders, const Homeless& state,
     journal.folder = std::move(*folder);
     journal.fromRoot = std::move(*root);
     // First the copies alone: while they cannot be made nothing waits that would hold up a swap.
-    auto status = SettleTwins(session, folders, level, folders.trle);
+    auto status = SettleTwins(session.host, session.machine, session.archive, session.settings,
+                              folders, level, folders.trle);
     if (status && !letGo)
-        status = SettleTwins(session, folders, level, ResolvePath(journal.fromStore));
+        status = SettleTwins(session.host, session.machine, session.archive, session.settings,
+                             folders, level, ResolvePath(journal.fromStore));
     if (status && !letGo)
         status = StoreLiveState(session.machine, folders, session.archive, session.settings, level,
                                 journal.fromStore, journal.live, state.strangers);

@@ -64,7 +64,8 @@ Result<Path> ContentOf(const Folders& folders, const std::string& hash)
 
 } // namespace
 
-Status SettleTwins(Session& session, const Folders& folders, const LevelPlace& level,
+Status SettleTwins(Host& host, Machine& machine, const Archive& archive,
+                   const ProgramSettings& settings, const Folders& folders, const LevelPlace& level,
                    const Path& folder)
 {
     const auto files = ListFiles(folder, OnDisk::PatAll);
@@ -85,8 +86,8 @@ Status SettleTwins(Session& session, const Folders& folders, const LevelPlace& l
         if (*newer)
             known->second = file;
     }
-    if (auto status = KeepInHistory(session.machine, folders, session.archive, session.settings,
-                                    level, others, GetMsg(Msg::ReasonTwin));
+    if (auto status = KeepInHistory(machine, folders, archive, settings, level, others,
+                                    GetMsg(Msg::ReasonTwin));
         !status)
         return status;
     std::vector<std::string> names;
@@ -96,8 +97,8 @@ Status SettleTwins(Session& session, const Folders& folders, const LevelPlace& l
         names.push_back(Readable(file.filename().native()));
     }
     if (!names.empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::TwinsToHistory,
-                                                {ShownNames(names), std::to_string(level.code)}));
+        host.Tell(Tone::Warning,
+                  GetMsg(Msg::TwinsToHistory, {ShownNames(names), std::to_string(level.code)}));
     return {};
 }
 

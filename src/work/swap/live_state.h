@@ -17,7 +17,8 @@ Status KeepStateIn(Machine& machine, const Folders& folders, const Archive& arch
 
 /// Where no two names may differ in case only: of twins the newest stays, the others go to the
 /// history, and are named.
-Status SettleTwins(Session& session, const Folders& folders, const LevelPlace& level,
+Status SettleTwins(Host& host, Machine& machine, const Archive& archive,
+                   const ProgramSettings& settings, const Folders& folders, const LevelPlace& level,
                    const Path& folder);
 
 /// State of other levels that a swap had to leave in the folder, still as it was noted; one that

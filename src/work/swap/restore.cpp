@@ -106,7 +106,7 @@ bool Begin(Session& session, const SwapJournal& journal)
     auto status = WriteJournal(session.Folders(), journal);
     if (!status) {
         RestoreReport unused; // what is not deleted now is tried once more
-        (void)DeleteListed(session, session.Folders(), journal.remove, unused);
+        (void)DeleteListed(session.preferences, session.Folders(), journal.remove, unused);
         status = WriteJournal(session.Folders(), journal);
     }
     if (!status)
@@ -115,19 +115,20 @@ bool Begin(Session& session, const SwapJournal& journal)
 }
 
 /// The folders that only a full backup has, when the person wants them.
-void RestoreOtherFolders(Session& session, ProgressScope& progress, RestoreReport& report)
+void RestoreOtherFolders(Host& host, Machine& machine, const Folders& folders,
+                         const PreferencesRecord& preferences, ProgressScope& progress,
+                         RestoreReport& report)
 {
-    if (!session.preferences.fullBackup || !session.host.AskYesNo(GetMsg(Msg::AskRestoreFolders)))
+    if (!preferences.fullBackup || !host.AskYesNo(GetMsg(Msg::AskRestoreFolders)))
         return;
     for (const std::string& folder : Split(OnDisk::RestoreFolders, '|')) {
         progress.SetLabel(GetMsg(Msg::RestoringFolder) + folder);
         RestoreReport ofFolder;
-        const auto status =
-            RestoreFolder(session.machine, session.Folders(), InFolder({}, folder).relative_path(),
-                          ofFolder, &progress);
+        const auto status = RestoreFolder(machine, folders, InFolder({}, folder).relative_path(),
+                                          ofFolder, &progress);
         if (!status || !ofFolder.Whole())
-            session.host.Tell(Tone::Error, GetMsg(Msg::ErrorRestoringFolder) + folder,
-                              status ? ofFolder.reason : status.Error().reason);
+            host.Tell(Tone::Error, GetMsg(Msg::ErrorRestoringFolder) + folder,
+                      status ? ofFolder.reason : status.Error().reason);
         report.missing.insert(report.missing.end(), ofFolder.missing.begin(),
                               ofFolder.missing.end());
         report.left.insert(report.left.end(), ofFolder.left.begin(), ofFolder.left.end());
@@ -198,7 +199,8 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
         TellFailure(session.host, GetMsg(Msg::RestoreNotFinished), status.Error());
         return false;
     }
-    RestoreOtherFolders(session, progress, report);
+    RestoreOtherFolders(session.host, session.machine, session.Folders(), session.preferences,
+                        progress, report);
     TellKept(session.host, report);
     progress.SetLabel(GetMsg(Msg::RestoreFinished));
     session.list.Refresh();

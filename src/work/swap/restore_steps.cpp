@@ -95,7 +95,7 @@ Result<std::vector<Path>> CriticalFiles(const Path& trle)
     return critical;
 }
 
-Status DeleteCritical(Session& session, const Folders& folders, RestoreReport& report)
+Status DeleteCritical(Machine& machine, const Folders& folders, RestoreReport& report)
 {
     const Path trle = ResolvePath(folders.trle);
     const auto files = CriticalFiles(trle);
@@ -105,7 +105,7 @@ Status DeleteCritical(Session& session, const Folders& folders, RestoreReport& r
         const Path relative = file.lexically_relative(trle).lexically_normal();
         if (SameContent(file, folders.Backup() / relative))
             continue; // deleted and copied back it would be the same
-        auto status = KeepNoting(session.machine, folders, relative, report);
+        auto status = KeepNoting(machine, folders, relative, report);
         if (status)
             status = DeleteSpelled(file);
         if (!status)
@@ -136,7 +136,7 @@ void RestoreListed(Machine& machine, const Folders& folders, const SwapJournal& 
 
 } // namespace
 
-std::vector<OwnedFile> DeleteListed(Session& session, const Folders& folders,
+std::vector<OwnedFile> DeleteListed(const PreferencesRecord& preferences, const Folders& folders,
                                     const std::vector<OwnedFile>& files, RestoreReport& report)
 {
     std::vector<OwnedFile> left;
@@ -149,7 +149,7 @@ std::vector<OwnedFile> DeleteListed(Session& session, const Folders& folders,
         }
         if (!*found)
             continue;
-        if (StaysWithCompactBackup(session.preferences, file.name)) {
+        if (StaysWithCompactBackup(preferences, file.name)) {
             left.push_back(file);
             continue;
         }
@@ -196,8 +196,8 @@ Status FinishRestore(Session& session, const Folders& folders, const SwapJournal
             return files.Error();
     OwnerRecord owner;
     // First of all, since it makes room for what comes back.
-    owner.added = DeleteListed(session, folders, journal.remove, report);
-    if (auto status = DeleteCritical(session, folders, report); !status)
+    owner.added = DeleteListed(session.preferences, folders, journal.remove, report);
+    if (auto status = DeleteCritical(session.machine, folders, report); !status)
         return status;
     if (auto status = DeleteFile(folders.Marker()); !status)
         return status;

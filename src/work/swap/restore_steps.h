@@ -21,7 +21,7 @@ struct RestoreReport {
 
 /// Deletes what the level brought, as far as it is as it was put there. What stays comes back: the
 /// sounds that a compact backup leaves, and files that could not be deleted.
-std::vector<OwnedFile> DeleteListed(Session& session, const Folders& folders,
+std::vector<OwnedFile> DeleteListed(const PreferencesRecord& preferences, const Folders& folders,
                                     const std::vector<OwnedFile>& files, RestoreReport& report);
 
 /// The critical part of a full restore, from the point that the journal notes: deletes what no

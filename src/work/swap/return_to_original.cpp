@@ -199,7 +199,9 @@ Status ReturnToOriginal(Session& session, const Folders& folders, SwapJournal jo
 {
     const Path store = NeededStore(folders, journal);
     const LevelPlace owner = LevelOfNeededStore(folders, journal);
-    if (auto status = SettleTwins(session, folders, owner, folders.trle); !status)
+    if (auto status = SettleTwins(session.host, session.machine, session.archive, session.settings,
+                                  folders, owner, folders.trle);
+        !status)
         return status;
     left.strangers = journal.strangers;
     if (journal.liveIsKept) { // the state of a level that has no folder any more
@@ -230,7 +232,9 @@ Status ReturnToOriginal(Session& session, const Folders& folders, SwapJournal jo
     journal.strangers = left.strangers;
     if (auto status = WriteJournal(folders, journal); !status)
         return status;
-    if (auto status = SettleTwins(session, folders, originalCode, journal.toStore); !status)
+    if (auto status = SettleTwins(session.host, session.machine, session.archive, session.settings,
+                                  folders, originalCode, journal.toStore);
+        !status)
         return status;
     const auto stored = StoredState(folders, originalCode);
     if (!stored)

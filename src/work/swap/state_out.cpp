@@ -140,9 +140,11 @@ StateOut::Outcome StateOut::MoveStateOut(LevelPlace from, bool marked)
     journal_.from = from.code;
     journal_.fromStore = StateStoreOf(session_.Folders(), from).native();
     DropStrangers(from);
-    Status readable = SettleTwins(session_, session_.Folders(), from, trle_);
+    Status readable = SettleTwins(session_.host, session_.machine, session_.archive,
+                                  session_.settings, session_.Folders(), from, trle_);
     if (readable)
-        readable = SettleTwins(session_, session_.Folders(), from, store);
+        readable = SettleTwins(session_.host, session_.machine, session_.archive, session_.settings,
+                               session_.Folders(), from, store);
     const auto stored = ListFiles(store, OnDisk::PatAll);
     const auto live = HashesIn(LiveStateFiles(session_.Folders(), strangers_));
     const auto before = HashesIn(stored);

@@ -79,26 +79,27 @@ Result<std::vector<Path>> DatFilesToCome(const Folders& folders, const Foresight
 
 } // namespace
 
-Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
+Result<std::vector<PlannedFile>> PlanSwap(const Folders& folders, const Archive& archive,
+                                          const PreferencesRecord& preferences, LevelCode code)
 {
-    if (FindLevel(session.archive, code) < 0)
+    if (FindLevel(archive, code) < 0)
         return Failure{
             ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
-    const platform::FolderMemory folders;
+    const platform::FolderMemory remembered;
     std::vector<PlannedFile> plan;
-    const auto standing = LookAtStanding(session.Folders(), session.archive);
+    const auto standing = LookAtStanding(folders, archive);
     if (!standing)
         return standing.Error();
-    if (LevelStands(session.Folders(), session.archive, code))
+    if (LevelStands(folders, archive, code))
         return plan;
-    const auto belongings = StandingBelongings(session.Folders(), *standing);
+    const auto belongings = StandingBelongings(folders, *standing);
     if (!belongings)
         return belongings.Error();
     Foresight foresight;
-    PlanRemoval(session.Folders(), session.preferences, *belongings, plan, foresight);
+    PlanRemoval(folders, preferences, *belongings, plan, foresight);
     if (code == originalCode)
         return plan;
-    const auto source = FilesFolderOf(session.Folders(), session.archive, code);
+    const auto source = FilesFolderOf(folders, archive, code);
     if (!source)
         return source.Error();
     const auto files = PlanLevelFiles(*source);
@@ -107,18 +108,17 @@ Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code)
     std::vector<std::string> refused;
     const std::vector<Placement> placements = PlaceFiles(*files, refused);
     for (const Placement& placement : placements)
-        plan.push_back({foresight.WillStand(session.Folders(), placement.target)
-                            ? PlannedAction::Overwrite
-                            : PlannedAction::Add,
+        plan.push_back({foresight.WillStand(folders, placement.target) ? PlannedAction::Overwrite
+                                                                       : PlannedAction::Add,
                         Readable(placement.target), placement.file.size});
-    const auto present = DatFilesToCome(session.Folders(), foresight);
+    const auto present = DatFilesToCome(folders, foresight);
     if (!present)
         return present.Error();
     const std::string language = LanguageFileToRemove(*present, placements);
     if (!language.empty())
-        plan.push_back({PlannedAction::Remove, Readable(std::string{OnDisk::FragRoot} + language),
-                        std::max(FileSize(session.TrleFolder() / language),
-                                 FileSize(session.BackupFolder() / language))});
+        plan.push_back(
+            {PlannedAction::Remove, Readable(std::string{OnDisk::FragRoot} + language),
+             std::max(FileSize(folders.trle / language), FileSize(folders.Backup() / language))});
     return plan;
 }
 

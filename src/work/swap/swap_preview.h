@@ -13,6 +13,7 @@ struct PlannedFile {
     std::uint64_t size = 0;
 };
 /// What a swap to that level would do to the folder; touches nothing.
-Result<std::vector<PlannedFile>> PlanSwap(Session& session, LevelCode code);
+Result<std::vector<PlannedFile>> PlanSwap(const Folders& folders, const Archive& archive,
+                                          const PreferencesRecord& preferences, LevelCode code);
 
 } // namespace kestrova

@@ -68,52 +68,51 @@ void TellVanished(Host& host, std::vector<std::string> names)
 
 } // namespace
 
-bool CreateTr4Infos(Session& session)
+bool CreateTr4Infos(Host& host, const Folders& folders, const Archive& archive)
 {
-    if (!HasArchive(session.host, session.archive))
+    if (!HasArchive(host, archive))
         return false;
-    const std::size_t count = session.archive.levels.size();
+    const std::size_t count = archive.levels.size();
     const auto progress =
-        session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CreatingTr4Infos));
+        host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CreatingTr4Infos));
     std::vector<std::string> vanished;
     bool all = true;
     for (std::size_t i = 0; i < count; ++i) {
         progress->SetBar(i, count);
         progress->Step();
-        if (!IsFree(Tr4InfPath(session.Folders(), session.archive, i)).ValueOr(false))
+        if (!IsFree(Tr4InfPath(folders, archive, i)).ValueOr(false))
             continue; // one that cannot be looked at is not written over
-        const LevelRecord& level = session.archive.levels[i];
-        const auto home = LevelFolderOf(session.Folders(), session.archive, level.levelCode);
+        const LevelRecord& level = archive.levels[i];
+        const auto home = LevelFolderOf(folders, archive, level.levelCode);
         if (!home) {
-            session.host.Tell(Tone::Error, GetMsg(Msg::Tr4InfosCdMissing));
+            host.Tell(Tone::Error, GetMsg(Msg::Tr4InfosCdMissing));
             return false;
         }
         const std::string name{Trim(level.levelName)};
         const Path files = InFolder(*home, OnDisk::DirFiles);
         const auto isThere = IsFolder(files);
         if (!isThere)
-            return TellFolderNotRead(session.host, isThere.Error());
+            return TellFolderNotRead(host, isThere.Error());
         if (!*isThere) {
             vanished.push_back(Readable(name));
             continue;
         }
         const auto entries = ScanLevel(files, *progress);
         if (!entries) {
-            TellFailure(session.host, GetMsg(Msg::Tr4InfosErrorDecompressing) + name + "]",
+            TellFailure(host, GetMsg(Msg::Tr4InfosErrorDecompressing) + name + "]",
                         entries.Error());
             all = false; // the others are worth no less
             continue;
         }
         if (entries->empty())
             continue;
-        if (const auto status = WriteTr4Inf(session.Folders(), session.archive, i, *entries);
-            !status) {
-            TellFailure(session.host, GetMsg(Msg::Tr4InfosErrorWriting, {name}), status.Error());
+        if (const auto status = WriteTr4Inf(folders, archive, i, *entries); !status) {
+            TellFailure(host, GetMsg(Msg::Tr4InfosErrorWriting, {name}), status.Error());
             return false;
         }
     }
     progress->SetBar(count, count);
-    TellVanished(session.host, vanished);
+    TellVanished(host, vanished);
     return all && vanished.empty();
 }
 

@@ -22,37 +22,36 @@ std::string Quoted(const std::string& text, int lines)
 }
 
 /// A level on a disc that the hard disk has no `tr4.inf` of.
-bool NeedsDisc(const Session& session, std::size_t index)
+bool NeedsDisc(const Folders& folders, const Archive& archive, std::size_t index)
 {
-    return session.archive.levels[index].cdNumber != 0 &&
-           !ReadTr4Inf(session.Folders(), session.archive, index);
+    return archive.levels[index].cdNumber != 0 && !ReadTr4Inf(folders, archive, index);
 }
 
 } // namespace
 
-bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&)>& found)
+bool FindEqualLevels(Host& host, const Folders& folders, const Archive& archive,
+                     const std::function<bool(const EqualPair&)>& found)
 {
-    const std::size_t count = session.archive.levels.size();
+    const std::size_t count = archive.levels.size();
     const std::string scanning = GetMsg(Msg::EqualScanning);
     const std::string ofAll = GetMsg(Msg::EqualOfLevels, {std::to_string(count)});
-    const auto progress = session.host.BeginProgress(ProgressWindow::Progress, scanning);
-    const EqualTr4Index index{session.Folders(), session.archive, progress.get()};
+    const auto progress = host.BeginProgress(ProgressWindow::Progress, scanning);
+    const EqualTr4Index index{folders, archive, progress.get()};
     if (!index.State())
-        return TellFolderNotRead(session.host, index.State().Error());
+        return TellFolderNotRead(host, index.State().Error());
 
     for (std::size_t i = 0; i < count; ++i) {
         progress->SetLabel(scanning + " " + std::to_string(i + 1) + ofAll);
         std::vector<Tr4Entry> files = index.FilesOf(i);
-        if (files.empty() && NeedsDisc(session, i)) {
-            const auto home = LevelFolderOf(session.Folders(), session.archive,
-                                            session.archive.levels[i].levelCode);
+        if (files.empty() && NeedsDisc(folders, archive, i)) {
+            const auto home = LevelFolderOf(folders, archive, archive.levels[i].levelCode);
             if (!home) {
-                session.host.Tell(Tone::Error, GetMsg(Msg::EqualCdNotAvailable));
+                host.Tell(Tone::Error, GetMsg(Msg::EqualCdNotAvailable));
                 return false;
             }
             auto scanned = ScanTr4Files(InFolder(*home, OnDisk::DirFiles));
             if (!scanned)
-                return TellFolderNotRead(session.host, scanned.Error());
+                return TellFolderNotRead(host, scanned.Error());
             files = std::move(*scanned);
         }
         if (const auto equal = index.Find(files, i);
@@ -64,21 +63,20 @@ bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&
     return true;
 }
 
-bool CheckEqualLevels(Session& session)
+bool CheckEqualLevels(Host& host, const Folders& folders, const Archive& archive)
 {
-    if (!HasArchive(session.host, session.archive))
+    if (!HasArchive(host, archive))
         return false;
     std::size_t equal = 0;
-    const bool scanned = FindEqualLevels(session, [&](const EqualPair& pair) {
+    const bool scanned = FindEqualLevels(host, folders, archive, [&](const EqualPair& pair) {
         ++equal;
-        const std::string other{Trim(session.archive.levels[pair.other].levelName)};
-        return session.host.AskYesNo(
-            GetMsg(Msg::AskEqualFound, {Quoted(pair.file, 1), Quoted(other, 2)}));
+        const std::string other{Trim(archive.levels[pair.other].levelName)};
+        return host.AskYesNo(GetMsg(Msg::AskEqualFound, {Quoted(pair.file, 1), Quoted(other, 2)}));
     });
     if (scanned)
-        session.host.Tell(Tone::Plain,
-                          equal == 0 ? GetMsg(Msg::EqualNone, {lineBreak})
-                                     : GetMsg(Msg::EqualCount, {lineBreak, std::to_string(equal)}));
+        host.Tell(Tone::Plain, equal == 0
+                                   ? GetMsg(Msg::EqualNone, {lineBreak})
+                                   : GetMsg(Msg::EqualCount, {lineBreak, std::to_string(equal)}));
     return scanned;
 }
 

@@ -15,8 +15,9 @@ struct EqualPair {
 /// Compares every level of the archive with the others by names and sizes of their `.tr4` and hands
 /// each pair on; an answer of False ends it. False, with a message, when a disc that is needed is
 /// not there: a level's files are looked at only where it has no `tr4.inf`.
-bool FindEqualLevels(Session& session, const std::function<bool(const EqualPair&)>& found);
+bool FindEqualLevels(Host& host, const Folders& folders, const Archive& archive,
+                     const std::function<bool(const EqualPair&)>& found);
 /// The same, asking at each pair whether to go on; tells the count at the end.
-bool CheckEqualLevels(Session& session);
+bool CheckEqualLevels(Host& host, const Folders& folders, const Archive& archive);
 
 } // namespace kestrova

@@ -132,19 +132,19 @@ Path WorkNotes(const Folders& folders)
     return InFolder(folders.program, OnDisk::DirWorkNotes);
 }
 
-void ClearLeftovers(Session& session)
+void ClearLeftovers(Host& host, const Folders& folders, const Archive& archive)
 {
-    const std::vector<Path> held = HeldFolders(session.Folders(), session.archive);
-    ClearWorkFolders(session.Folders(), session.archive);
-    (void)Settle(session.host, session.Folders(), session.archive, session.programFolder,
+    const std::vector<Path> held = HeldFolders(folders, archive);
+    ClearWorkFolders(folders, archive);
+    (void)Settle(host, folders, archive, folders.program,
                  held); // the doctor names what stays
-    SettleNotes(session.host, session.Folders(), session.archive, held);
-    ClearUnfinishedIntakes(session.host, session.Folders(), session.archive);
+    SettleNotes(host, folders, archive, held);
+    ClearUnfinishedIntakes(host, folders, archive);
 }
 
 void ClearAllLeftovers(Session& session)
 {
-    ClearLeftovers(session);
+    ClearLeftovers(session.host, session.Folders(), session.archive);
     const std::vector<Path> held = HeldFolders(session.Folders(), session.archive);
     if (const Path file = session.RememberedArchive(); !file.empty())
         (void)Settle(session.host, session.Folders(), session.archive, file.parent_path(), held);

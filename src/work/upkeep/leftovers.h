@@ -13,7 +13,7 @@ Path WorkNotes(const Folders& folders);
 /// and wherever one that ended noted that it worked; gives a level back the files that a killed
 /// edit changed. To be called with the locks held, after what was interrupted has been mended, and
 /// after a load. What cannot go stays noted.
-void ClearLeftovers(Session& session);
+void ClearLeftovers(Host& host, const Folders& folders, const Archive& archive);
 /// The same in every folder below the program's, the Level Editor's and the archive's.
 void ClearAllLeftovers(Session& session);
 

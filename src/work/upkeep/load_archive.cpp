@@ -75,15 +75,16 @@ Result<bool> HoldsLevels(const Archive& archive, const Path& folder)
 }
 
 /// Saves an archive that is not in memory yet. False, with words.
-bool SaveComing(Session& session, Archive& archive)
+bool SaveComing(Host& host, const Folders& folders, const PreferencesRecord& preferences,
+                ProgramSettings& settings, Archive& archive)
 {
     archive.dirty = true;
-    if (!session.preferences.autoSave)
+    if (!preferences.autoSave)
         return true;
     const Path file = archive.file;
-    const auto status = WriteArchive(session.Folders(), session.settings, archive, file);
+    const auto status = WriteArchive(folders, settings, archive, file);
     if (!status)
-        TellFailure(session.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(file), status.Error());
+        TellFailure(host, GetMsg(Msg::ErrorSavingArchive) + TextOf(file), status.Error());
     return bool{status};
 }
 
@@ -108,7 +109,8 @@ bool TakeNamedFolder(Session& session, Archive& archive, const Path& folder)
     if (!IsArchiveOnCd(archive))
         header.mainFolder = folder.native();
     header.secondaryFolder = folder.native();
-    return SaveComing(session, archive);
+    return SaveComing(session.host, session.Folders(), session.preferences, session.settings,
+                      archive);
 }
 
 /// The new folder when the person chose one; no value when the check refuses the archive.
@@ -155,7 +157,7 @@ bool CheckArchiveFolders(Session& session, Archive& archive)
         header.mainFolder = chosen->native();
         if (same)
             header.secondaryFolder = chosen->native();
-        SaveComing(session, archive);
+        SaveComing(session.host, session.Folders(), session.preferences, session.settings, archive);
         if (same)
             return true;
     }
@@ -166,7 +168,7 @@ bool CheckArchiveFolders(Session& session, Archive& archive)
     if (!chosen)
         return false;
     header.secondaryFolder = chosen->native();
-    SaveComing(session, archive);
+    SaveComing(session.host, session.Folders(), session.preferences, session.settings, archive);
     return true;
 }
 
@@ -211,7 +213,7 @@ Load ReadAfterAsking(Session& session, const Path& file, bool saved, const std::
             TellFailure(session.host, notRead, why);
         return load;
     }
-    ClearLeftovers(session);
+    ClearLeftovers(session.host, session.Folders(), session.archive);
     MeasureStaleExtras(session);
     session.list.Refresh();
     session.list.Select(CurrentLevelCode(session.Folders(), session.archive));

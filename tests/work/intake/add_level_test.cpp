@@ -332,7 +332,7 @@ TEST_F(AddLevelTest, WhatAKilledRunLeftIsClearedByTheNextStartUnlessItMayBeALeve
         EXPECT_TRUE(noted || stands || !stays) << run.call;
         offered += noted && stays && !stands ? 1 : 0;
         LevelRecord next;
-        ASSERT_TRUE(BeginNewLevel(fresh, next));
+        ASSERT_TRUE(BeginNewLevel(fresh.host, fresh.machine, fresh.Folders(), fresh.archive, next));
         EXPECT_FALSE(own.host.WasTold("set-aside")) << run.call << own.host.AllTold();
         if (!run.killed)
             break;

@@ -296,15 +296,18 @@ TEST_F(NewLevelTest, TheStoredFormOfAnArchiveComesInAsWhatItIsAndWithinTheLimits
     options.limits.alwaysAllowed = 8 << 20;
     options.limits.mostTimes = 10;
     SourceReport report;
-    const auto packed = CopyOrUnzipSource(box.session, box / "bomb.zip", level.draft.workFolder,
-                                          options, *progress, report);
+    const auto packed = CopyOrUnzipSource(
+        box.session.host, box.session.machine, box.session.Folders(), ToolsOf(box.session),
+        box / "bomb.zip", level.draft.workFolder, options, *progress, report);
     ASSERT_FALSE(packed);
     EXPECT_NE(packed.Error().sentence.find("No level does that"), std::string::npos)
         << packed.Error().sentence;
     Status last;
     for (const char* name : {"a", "b", "c"})
         if (last)
-            last = CopyOrUnzipSource(box.session, box / ("bomb/" + std::string{name} + ".tr4.zl"),
+            last = CopyOrUnzipSource(box.session.host, box.session.machine, box.session.Folders(),
+                                     ToolsOf(box.session),
+                                     box / ("bomb/" + std::string{name} + ".tr4.zl"),
                                      level.draft.workFolder, options, *progress, report);
     EXPECT_FALSE(last) << "single files count together";
     Files after = Part("files");

@@ -232,7 +232,8 @@ TEST(PlanSwap, TellsWhatTheSwapThenDoes)
     SwapWorld world;
     world.PlayFirst();
     const auto before = world.Snapshot("");
-    const auto plan = PlanSwap(world.session, world.second);
+    const auto plan = PlanSwap(world.session.Folders(), world.session.archive,
+                               world.session.preferences, world.second);
     ASSERT_TRUE(plan);
     EXPECT_EQ(world.Snapshot(""), before);
     std::multiset<std::string> told;

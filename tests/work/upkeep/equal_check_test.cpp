@@ -30,24 +30,24 @@ TEST_F(EqualCheck, AsksAtEachPairAndTellsTheCount)
     Add("First", {{"one.tr4", "same"}, {"two.tr4", "two"}});
     Add("  Second ", {{"ONE.tr4", "size"}});
     Add("Third", {{"two.tr4", "other size"}});
-    ASSERT_TRUE(CreateTr4Infos(box.session));
+    ASSERT_TRUE(CreateTr4Infos(box.session.host, box.session.Folders(), box.session.archive));
     const std::string first = "Warning: tr4 file \"one.tr4\"\r\nhas same name and same size of tr4 "
                               "file in level: \"Second\"\r\n\r\nContinue scanning for equal "
                               "levels?";
     box.host.WillAsk(first, true);
     box.host.WillAsk("in level: \"First\"\r\n\r\n", true);
-    EXPECT_TRUE(CheckEqualLevels(box.session));
+    EXPECT_TRUE(CheckEqualLevels(box.session.host, box.session.Folders(), box.session.archive));
     EXPECT_TRUE(box.host.WasTold("Check for equal levels terminated.\r\nThere are 2 equal levels"));
     EXPECT_EQ(box.host.progressTexts.back(), "Scanning for equal levels 4 of: 4 level");
 
     box.host.told.clear();
     box.host.WillAsk(first, false);
-    EXPECT_TRUE(CheckEqualLevels(box.session));
+    EXPECT_TRUE(CheckEqualLevels(box.session.host, box.session.Folders(), box.session.archive));
     EXPECT_TRUE(box.host.WasTold("There are 1 equal levels"));
 
     box.host.told.clear();
     box.session.archive.levels.erase(box.session.archive.levels.begin() + 2);
-    EXPECT_TRUE(CheckEqualLevels(box.session));
+    EXPECT_TRUE(CheckEqualLevels(box.session.host, box.session.Folders(), box.session.archive));
     EXPECT_TRUE(box.host.WasTold("Check for equal levels terminated.\r\nThere is no equal level."));
 }
 
@@ -55,14 +55,14 @@ TEST_F(EqualCheck, NeedsADiscOnlyWhereNothingIsKnownOfItsLevel)
 {
     const std::size_t known = Add("Known", {{"one.tr4", "one"}});
     const std::size_t unknown = Add("Unknown", {});
-    ASSERT_TRUE(CreateTr4Infos(box.session));
+    ASSERT_TRUE(CreateTr4Infos(box.session.host, box.session.Folders(), box.session.archive));
     box.session.archive.levels[known].cdNumber = 1;
-    EXPECT_TRUE(CheckEqualLevels(box.session));
+    EXPECT_TRUE(CheckEqualLevels(box.session.host, box.session.Folders(), box.session.archive));
     EXPECT_TRUE(box.host.WasTold("There is no equal level."));
 
     box.host.told.clear();
     box.session.archive.levels[unknown].cdNumber = 2;
-    EXPECT_FALSE(CheckEqualLevels(box.session));
+    EXPECT_FALSE(CheckEqualLevels(box.session.host, box.session.Folders(), box.session.archive));
     ASSERT_EQ(box.host.told.size(), 1U) << box.host.AllTold();
     EXPECT_EQ(box.host.told[0].text, "Cd not available: control for equal level aborted");
 }
@@ -79,7 +79,8 @@ TEST_F(EqualCheck, Tr4InfosAreTheSameHoweverTheFilesAreStored)
                                  box / ("levels/LEVEL_0002/files/" + std::string{name} + ".zl")));
     const auto untouched = box.Snapshot("levels/LEVEL_0002/files");
 
-    EXPECT_TRUE(CreateTr4Infos(box.session)) << box.host.AllTold();
+    EXPECT_TRUE(CreateTr4Infos(box.session.host, box.session.Folders(), box.session.archive))
+        << box.host.AllTold();
     const auto entries = ReadTr4Inf(box.session.Folders(), box.session.archive, plain);
     ASSERT_TRUE(entries);
     ASSERT_EQ(entries->size(), 2U);
@@ -99,7 +100,7 @@ TEST_F(EqualCheck, Tr4InfosNameWhatTheyCannotDoAndGoOn)
     Add("First", {{"a.tr4", "a"}});
     const std::size_t broken = Add("Broken", {{"b.tr4.zl", "no stream"}});
     Add("Last", {{"c.tr4", "c"}});
-    EXPECT_FALSE(CreateTr4Infos(box.session));
+    EXPECT_FALSE(CreateTr4Infos(box.session.host, box.session.Folders(), box.session.archive));
     ASSERT_EQ(box.host.told.size(), 1U) << box.host.AllTold();
     EXPECT_EQ(box.host.told[0].text, "Error decompressing files of level [Broken]");
     EXPECT_NE(box.host.told[0].reason.find("b.tr4.zl"), std::string::npos);
@@ -111,7 +112,7 @@ TEST_F(EqualCheck, Tr4InfosNameWhatTheyCannotDoAndGoOn)
             box / ("levels/LEVEL_" + ZeroPadded(static_cast<std::int64_t>(Add("Gone", {})), 4)));
     Add("Behind", {{"d.tr4", "d"}});
     box.host.told.clear();
-    EXPECT_FALSE(CreateTr4Infos(box.session));
+    EXPECT_FALSE(CreateTr4Infos(box.session.host, box.session.Folders(), box.session.archive));
     ASSERT_EQ(box.host.told.size(), 2U) << box.host.AllTold();
     EXPECT_EQ(box.host.told[1].text.substr(0, 24), "The folders of 30 levels");
     EXPECT_NE(box.host.told[1].reason.find("and 10 more"), std::string::npos);
@@ -119,7 +120,7 @@ TEST_F(EqualCheck, Tr4InfosNameWhatTheyCannotDoAndGoOn)
 
     box.host.told.clear();
     box.session.archive.levels[broken].cdNumber = 1;
-    EXPECT_FALSE(CreateTr4Infos(box.session));
+    EXPECT_FALSE(CreateTr4Infos(box.session.host, box.session.Folders(), box.session.archive));
     EXPECT_TRUE(box.host.WasTold("Missing cd. Creating tr4.inf files aborted"));
 }
 

@@ -59,7 +59,7 @@ TEST_F(Leftovers, AreClearedWhereTheyWereNotedAndOnlyThose)
                                               (box / "elsewhere").native() + '\0' +
                                               (box / "gone").native() + '\0' + "cut in the mid");
     box.Write("home/swap/work/1-1", (box / "levels/LEVEL_0001/shots").native() + '\0');
-    ClearLeftovers(box.session);
+    ClearLeftovers(box.session.host, box.session.Folders(), box.session.archive);
     std::vector<std::string> kept = Hidden();
     std::sort(kept.begin(), kept.end());
     EXPECT_EQ(kept, (std::vector<std::string>{"elsewhere/" + living, "home/_temp_Savegame",
@@ -79,11 +79,11 @@ TEST_F(Leftovers, WhatCannotGoStaysNotedAndIsNamed)
     box.Write("home/swap/work/7ffffff-1", (box / "trle/DATA").native() + '\0');
     {
         const FailingCalls failing{platform::FileAction::Unlink, dead, -1};
-        ClearLeftovers(box.session);
+        ClearLeftovers(box.session.host, box.session.Folders(), box.session.archive);
         ASSERT_EQ(LeftoversThatStay(box.session.Folders()),
                   std::vector<Path>{box / ("trle/DATA/" + dead)});
     }
-    ClearLeftovers(box.session);
+    ClearLeftovers(box.session.host, box.session.Folders(), box.session.archive);
     EXPECT_TRUE(LeftoversThatStay(box.session.Folders()).empty());
     EXPECT_TRUE(Hidden().empty());
 }
