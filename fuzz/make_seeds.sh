@@ -162,11 +162,16 @@ write("entry", b"Name of level - data\\level.tr4;1234567;script.dat;4096")
 write("hostile", b"A - ..\\a;1;C:\\b;2;\\\\c;3;;;d")
 write("phrases", b"Site - Sorted by enter date and rating, Search whereby keywords - Reviews")
 write("address", b"https://levels.example/a\\b/c.zip?" + b"x" * 80)
+write("script", b"; list\r\n[Options]\r\n[Level]\r\nName=  Tomb of X\r\nLevel= DATA\\city,101\r\n"
+                b"[LEVEL]\nlevel=DATA\\x\nname=\tY\n")
+write("strings", b"\xEF\xBB\xBF; by\r\n[Strings]\r\n; no string\r\nTomb\r\n\r\n[PSXStrings]\r\n;kept\r\n")
 write("help", b"\0\x20#1# [Play a level] {Keys} (see \"Keys\") {KEYS} #2# [open {and not")
 ONLINE
 for name in whole counts json; do seed url_list "$name" "$name"; done
 for name in entry hostile; do seed config_entry "$name" "$name"; done
 for name in phrases address; do seed site_text "$name" "$name"; done
+seed script_text script script
+seed language_text strings strings
 seed help_index help help
 seed help_word help help
 

@@ -3,6 +3,7 @@
 #include "app/archive_commands.h"
 #include "app/audio_commands.h"
 #include "app/config_commands.h"
+#include "app/editor_commands.h"
 #include "app/help_commands.h"
 #include "app/history_commands.h"
 #include "app/intake_commands.h"
@@ -41,14 +42,15 @@ struct CommandGroup {
 std::vector<CommandGroup> Groups()
 {
     return {
-        {SetupCommands(), HelpTag::Beginning},    {ArchiveCommands(), HelpTag::Archives},
-        {LookCommands(), HelpTag::Levels},        {IntakeCommands(), HelpTag::NewLevel},
-        {LevelCommands(), HelpTag::Levels},       {ConfigCommands(), HelpTag::ConfigFile},
-        {UpkeepCommands(), HelpTag::Maintenance}, {SwapCommands(), HelpTag::Playing},
-        {SavesCommands(), HelpTag::Savegames},    {HistoryCommands(), HelpTag::History},
-        {UndoCommands(), HelpTag::Undo},          {ShotsCommands(), HelpTag::Shots},
-        {OnlineCommands(), HelpTag::Addresses},   {SetCommands(), HelpTag::Settings},
-        {AudioCommands(), HelpTag::Audio},        {HelpCommands(), HelpTag::Problems},
+        {SetupCommands(), HelpTag::Beginning},   {ArchiveCommands(), HelpTag::Archives},
+        {LookCommands(), HelpTag::Levels},       {IntakeCommands(), HelpTag::NewLevel},
+        {LevelCommands(), HelpTag::Levels},      {ConfigCommands(), HelpTag::ConfigFile},
+        {EditorCommands(), HelpTag::CompileTom}, {UpkeepCommands(), HelpTag::Maintenance},
+        {SwapCommands(), HelpTag::Playing},      {SavesCommands(), HelpTag::Savegames},
+        {HistoryCommands(), HelpTag::History},   {UndoCommands(), HelpTag::Undo},
+        {ShotsCommands(), HelpTag::Shots},       {OnlineCommands(), HelpTag::Addresses},
+        {SetCommands(), HelpTag::Settings},      {AudioCommands(), HelpTag::Audio},
+        {HelpCommands(), HelpTag::Problems},
     };
 }
 

@@ -4,7 +4,7 @@
 
 // clang-format off
 
-/// Finding the Level Editor's folder.
+/// Finding the Level Editor's folder, and what its own programs do there.
 namespace kestrova::Msg
 {
 
@@ -19,5 +19,8 @@ inline constexpr Message ChooseTrleFolder{"Choose TR Level Editor folder"};
 inline constexpr Message CannotRunWithoutTrle{"This program cann't run without Tomb Raider Level Editor~1Now, Kestrova ends"};
 inline constexpr Message WindowStaysWithoutTrle{"What ends is its work: without a Level Editor nothing can be added or played, and the empty window is left for you to close. Start Kestrova again once you have a Level Editor; the last archive is loaded then."};
 inline constexpr Message TrleTwinFolders{"several folders whose names differ by case alone (~1): move all files into one of them, and delete the others"};
+
+inline constexpr Message SourceNotRead{"This file could not be read: "};
+inline constexpr Message SourceNotWritten{"This file could not be written, and is as it was: "};
 
 } // namespace kestrova::Msg
