@@ -1,10 +1,10 @@
 #include "app/arguments.h"
 
+#include "core/text.h"
 #include "platform/places.h"
 #include "words/commands.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace kestrova
 {
@@ -61,11 +61,8 @@ Arguments ParseArguments(const std::vector<std::string>& items, std::span<const 
 
 std::optional<LevelCode> CodeFromWord(const std::string& word)
 {
-    LevelCode code = -1;
-    const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), code);
-    if (failure == std::errc{} && end == word.data() + word.size() && code >= 0)
-        return code;
-    return {};
+    const auto code = WholeNumber<LevelCode>(word);
+    return code && *code >= 0 ? code : std::nullopt;
 }
 
 std::string WrongCodeIn(const std::string& word)

@@ -8,6 +8,7 @@
 #include "conversion/sound_converter.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
+#include "core/text.h"
 #include "platform/real_path.h"
 #include "platform/terminal.h"
 #include "session/file_to_write.h"
@@ -19,7 +20,6 @@
 #include "words/menus.h"
 
 #include <algorithm>
-#include <charconv>
 #include <fmt/format.h>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -76,12 +76,8 @@ std::optional<int> NumberOf(const Run& run, std::string_view option, int without
 {
     if (!run.arguments.Has(option))
         return without;
-    const std::string word = run.arguments.ValueOf(option);
-    int number = 0;
-    const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), number);
-    if (failure != std::errc{} || end != word.data() + word.size() || number < 0)
-        return {};
-    return number;
+    const auto number = WholeNumber<int>(run.arguments.ValueOf(option));
+    return number && *number >= 0 ? number : std::nullopt;
 }
 
 /// What is wrong with the rates; empty when nothing is.

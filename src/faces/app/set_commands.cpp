@@ -3,6 +3,7 @@
 #include "app/opening.h"
 #include "app/result_text.h"
 #include "archive/archive_saving.h"
+#include "core/text.h"
 #include "formats/url_text.h"
 #include "history/undo_entries.h"
 #include "words/commands.h"
@@ -10,7 +11,6 @@
 #include "words/online_commands.h"
 
 #include <algorithm>
-#include <charconv>
 #include <nlohmann/json.hpp>
 
 namespace kestrova
@@ -46,11 +46,10 @@ bool SetFlag(bool& flag, const std::string& word)
 
 bool SetNumber(std::int32_t& number, const std::string& word)
 {
-    std::int32_t value = -1;
-    const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), value);
-    if (failure != std::errc{} || end != word.data() + word.size() || value < 0 || value > mostKept)
+    const auto value = WholeNumber<std::int32_t>(word);
+    if (!value || *value < 0 || *value > mostKept)
         return false;
-    number = value;
+    number = *value;
     return true;
 }
 

@@ -3,13 +3,13 @@
 #include "app/result_text.h"
 #include "core/dates.h"
 #include "core/file_kinds.h"
+#include "core/text.h"
 #include "history/undo_entries.h"
 #include "levels/undo_change.h"
 #include "session/telling.h"
 #include "words/commands.h"
 #include "words/undo.h"
 
-#include <charconv>
 #include <nlohmann/json.hpp>
 
 namespace kestrova
@@ -21,11 +21,8 @@ namespace
 /// A number of an entry; nothing for another word.
 std::optional<std::int32_t> NumberOf(const std::string& word)
 {
-    std::int32_t number = 0;
-    const char* const last = word.data() + word.size();
-    const auto [end, failure] = std::from_chars(word.data(), last, number);
-    return failure == std::errc{} && end == last && number > 0 ? std::optional{number}
-                                                               : std::nullopt;
+    const auto number = WholeNumber<std::int32_t>(word);
+    return number && *number > 0 ? number : std::nullopt;
 }
 
 /// The entry that the words name.

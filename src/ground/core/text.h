@@ -1,6 +1,8 @@
 #pragma once
 
+#include <charconv>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +35,15 @@ std::string ReplaceAll(std::string text, std::string_view what, std::string_view
 /// The number that leads the text, blanks before it skipped; 0 when there is none. A number beyond
 /// 32 bits is 0 as well.
 std::int32_t LeadingNumber(std::string_view text);
+/// The number that the whole text is; none for an empty one, for anything beside its digits (a
+/// minus alone may lead them), and for a number beyond `T`.
+template <class T> std::optional<T> WholeNumber(std::string_view text)
+{
+    T number{};
+    const char* const last = text.data() + text.size();
+    const auto [end, failure] = std::from_chars(text.data(), last, number);
+    return failure == std::errc{} && end == last ? std::optional{number} : std::nullopt;
+}
 /// At least `width` digits, filled with zeros.
 std::string ZeroPadded(std::int64_t number, int width);
 

@@ -3,7 +3,6 @@
 #include "core/text.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace kestrova
 {
@@ -13,15 +12,6 @@ namespace
 
 constexpr char pieceMark = '-';
 constexpr char pairMark = ';';
-
-std::optional<std::uint64_t> SizeFrom(std::string_view text)
-{
-    std::uint64_t size = 0;
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), size);
-    if (failure != std::errc{} || end != text.data() + text.size())
-        return std::nullopt;
-    return size;
-}
 
 Path RelativeFrom(std::string_view name)
 {
@@ -42,8 +32,9 @@ std::optional<ConfigEntry> ParseConfigEntry(std::string_view description)
     if (words.size() % 2 == 1 && Trim(words.back()).empty())
         words.pop_back(); // a mark behind the last pair, or no list
     for (std::size_t i = 0; i < words.size(); i += 2)
-        entry.files.push_back({RelativeFrom(Trim(words[i])),
-                               i + 1 < words.size() ? SizeFrom(Trim(words[i + 1])) : std::nullopt});
+        entry.files.push_back(
+            {RelativeFrom(Trim(words[i])),
+             i + 1 < words.size() ? WholeNumber<std::uint64_t>(Trim(words[i + 1])) : std::nullopt});
     return entry;
 }
 

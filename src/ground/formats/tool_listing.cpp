@@ -1,7 +1,8 @@
 #include "formats/tool_listing.h"
 
+#include "core/text.h"
+
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 namespace kestrova
@@ -28,15 +29,6 @@ std::string_view TakeWord(std::string_view& line)
     const std::string_view word = line.substr(0, line.find_first_of(blanks));
     line.remove_prefix(word.size());
     return word;
-}
-
-std::optional<std::uint64_t> NumberIn(std::string_view word)
-{
-    std::uint64_t number = 0;
-    const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), number);
-    if (failure != std::errc{} || end != word.data() + word.size())
-        return {};
-    return number;
 }
 
 bool IsHead(std::string_view line)
@@ -108,7 +100,7 @@ std::vector<PackageEntry> ParseZipListing(std::string_view text)
         std::string_view line = TakeLine(text);
         if (IsDashed(line))
             break;
-        const auto size = NumberIn(TakeWord(line));
+        const auto size = WholeNumber<std::uint64_t>(TakeWord(line));
         TakeWord(line);
         TakeWord(line);
         if (size && line.starts_with(beforeName))
@@ -127,7 +119,7 @@ std::vector<PackageEntry> ParseTarListing(std::string_view text)
         const char kind = line.empty() ? ' ' : line.front();
         for (int i = 0; i < wordsBeforeSize; ++i)
             TakeWord(line);
-        auto size = NumberIn(TakeWord(line));
+        auto size = WholeNumber<std::uint64_t>(TakeWord(line));
         if (kind == 'b' || kind == 'c')
             size = 0; // a device has two numbers there
         for (int i = 0; i < wordsOfDate; ++i)

@@ -2,13 +2,13 @@
 
 #include "core/copying.h"
 #include "core/look.h"
+#include "core/text.h"
 #include "formats/trle_folder.h"
 #include "levels/level_language.h"
 #include "session/telling.h"
 #include "words/intake.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace kestrova
 {
@@ -18,12 +18,8 @@ namespace
 
 std::optional<std::size_t> NumberFrom(std::string_view text, std::size_t count)
 {
-    text = Trim(text);
-    std::size_t number = 0;
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (failure != std::errc{} || end != text.data() + text.size() || number < 1 || number > count)
-        return {};
-    return number;
+    const auto number = WholeNumber<std::size_t>(Trim(text));
+    return number && *number >= 1 && *number <= count ? number : std::nullopt;
 }
 
 /// Asks until there is an answer; no value when nobody can give one.
