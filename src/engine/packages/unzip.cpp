@@ -109,12 +109,10 @@ Status FillStaging(const Tools& tools, const PackagePlan& plan, const Path& pack
     return unpacked;
 }
 
-/// Runs the tool into a staging folder and moves in what came, `always` or when the tool did its
-/// work.
+/// Runs the tool into a staging folder and moves in what came when the tool did its work.
 Status UnpackInto(const Tools& tools, const PackagePlan& plan, const Path& package,
                   const Path& folder, ToolWork work, const UnzipOptions& options,
-                  const std::vector<PackageEntry>& entries, bool always,
-                  const ToolProgressState& state)
+                  const std::vector<PackageEntry>& entries, const ToolProgressState& state)
 {
     if (plan.locked && !options.keepWhole)
         return DamagedOrLocked(plan, package);
@@ -129,12 +127,12 @@ Status UnpackInto(const Tools& tools, const PackagePlan& plan, const Path& packa
     std::string refusal;
     if (options.guard != nullptr)
         work.watch = [&] { return refusal = options.guard->Watch(); };
-    const bool flatten = options.junkPaths && (always || CollideWhenFlat(entries));
+    const bool flatten = options.junkPaths && CollideWhenFlat(entries);
     work.arguments =
         ToolOf(plan.unpacker)
             .unpack({package, staging, options.junkPaths && !flatten, plan.page, plan.skip});
     Status unpacked = FillStaging(tools, plan, package, *place, work, options, state, refusal);
-    if (!refusal.empty() || !(unpacked || always)) {
+    if (!refusal.empty() || !unpacked) {
         DropStaging(staging, false, state.progress);
         return unpacked;
     }
@@ -210,32 +208,10 @@ Status UnzipWithProgress(const Tools& tools, const Path& package, const Path& fo
     const UnpackTool& unpacker = ToolOf(plan.unpacker);
     const ToolWork work{.tool = unpacker.tool,
                         .parser = [&] { return GestioneUnzip(unpacker.marks, total); }};
-    Status unpacked = UnpackInto(tools, plan, source, target, work, options, entries, false, state);
+    Status unpacked = UnpackInto(tools, plan, source, target, work, options, entries, state);
     if (unpacked)
         ClearToolProgress(state);
     return unpacked;
-}
-
-Status UnzipQuick(const Tools& tools, const Path& package, const Path& folder,
-                  const UnzipOptions& options, const ToolProgressState& state)
-{
-    const Path source = platform::AbsolutePath(ResolvePath(package));
-    const Path target = platform::AbsolutePath(ResolvePath(folder));
-    const Tool& usual = ToolOf(UnpackerOf(source)).tool;
-    if (FindTool(tools, usual).empty())
-        return InWords(ErrorCode::Missing,
-                       GetMsg(Msg::UnzipProgramMissing, {lineBreak}) + TextOf(tools.programFolder),
-                       InstallHint(tools, usual));
-    if (!FileExists(source) || !FolderExists(target))
-        return MakeFailure(ErrorCode::Missing, TextOf(FileExists(source) ? target : source));
-    if (!CleanFolder(target, options))
-        return InWords(ErrorCode::CannotDelete,
-                       GetMsg(Msg::ErrorDeletingOldFiles) + TextOf(target));
-    const PackagePlan plan = PlanFor(tools, source, options.namesAs);
-    // The caller looks for the files.
-    (void)UnpackInto(tools, plan, source, target, {ToolOf(plan.unpacker).tool}, options, {}, true,
-                     state);
-    return {};
 }
 
 } // namespace kestrova

@@ -35,11 +35,4 @@ struct UnzipOptions {
 Status UnzipWithProgress(const Tools& tools, const Path& package, const Path& folder,
                          const UnzipOptions& options, const ToolProgressState& state);
 
-/// The same without a bar: done without a look at what happened, for callers that look for the
-/// files they expect: what the tool brought comes in even where it failed, unless the guard ended
-/// it. Fails for a missing tool, for files that cannot be deleted, and, without a sentence, when
-/// `package` or `folder` is not there.
-Status UnzipQuick(const Tools& tools, const Path& package, const Path& folder,
-                  const UnzipOptions& options, const ToolProgressState& state);
-
 } // namespace kestrova

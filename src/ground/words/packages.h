@@ -40,7 +40,6 @@ inline constexpr Message PageChinese{"Chinese, simplified"};
 inline constexpr Message PageTaiwanese{"Chinese, traditional"};
 inline constexpr Message PageKorean{"Korean"};
 inline constexpr Message ZipProgramMissing{"Zip program 'pkzip.exe' not found in: "};
-inline constexpr Message UnzipProgramMissing{"Unzip: I cannot find  'unzip.exe' utility~1It's necessary 'unzip.exe' utility  will be  in folder: "};
 inline constexpr Message ErrorDeletingOldFiles{"Error while deleting old files in: "};
 inline constexpr Message ExtractFileList{"Extract file list from "};
 inline constexpr Message UnpackTooBig{"The package '~1' of ~2 becomes ~3 or more when it is unpacked. No level does that, so it was not taken. What had come out of it was removed; the package itself and everything else are untouched."};
