@@ -11,11 +11,16 @@
 #include <system_error>
 #include <vector>
 
+struct _GProxyResolver;
+
 /// Files from the web: http and https, certificates verified, redirects inside both and bounded,
 /// never a cached copy, no cookies, no credentials. Nothing here waits for a server: fetches are
 /// started, polled, stopped, and several may be under way in one loop.
 namespace kestrova::platform
 {
+
+struct HttpLoop;
+struct HttpTransfer;
 
 /// Kinds of failure that callers tell apart.
 enum class HttpError {
@@ -42,6 +47,11 @@ struct HttpRequest {
     std::chrono::milliseconds silence{60'000}; ///< after which it is given up
 };
 
+/// Answers from here on are a page about an error, and no file.
+inline constexpr int httpFirstError = 400;
+/// The answer that brings the rest of a file alone.
+inline constexpr int httpPartOfIt = 206;
+
 /// The head of what the server answered, redirects behind it.
 struct HttpAnswer {
     int status = 0;
@@ -65,8 +75,7 @@ public:
 class HttpFetch
 {
 public:
-    struct State;
-    explicit HttpFetch(std::unique_ptr<State> state);
+    explicit HttpFetch(std::unique_ptr<HttpTransfer> transfer);
     ~HttpFetch();
     HttpFetch(HttpFetch&& other) noexcept;
     HttpFetch& operator=(HttpFetch&& other) noexcept;
@@ -85,12 +94,14 @@ public:
     [[nodiscard]] const std::string& Reason() const;
 
 private:
-    std::unique_ptr<State> state_;
+    std::unique_ptr<HttpTransfer> transfer_;
 };
 
 struct HttpOptions {
     /// A file of certificates to trust in place of the system's.
     std::filesystem::path authorities{};
+    /// Whom to ask for the proxy; null for the desktop.
+    _GProxyResolver* resolver = nullptr;
 };
 
 /// What fetches share: connections, which are used again, and the one loop that moves all of them.
@@ -107,10 +118,8 @@ public:
     /// Works on all fetches until `most` has passed or one of them has ended. True while any runs.
     bool Poll(std::chrono::milliseconds most);
 
-    struct Shared;
-
 private:
-    std::unique_ptr<Shared> shared_;
+    std::unique_ptr<HttpLoop> loop_;
 };
 
 } // namespace kestrova::platform

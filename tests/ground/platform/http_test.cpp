@@ -357,6 +357,64 @@ TEST(Http, GoesThroughTheProxyOfTheEnvironment)
     EXPECT_TRUE(proxy.Requests().front().starts_with("GET http://levels.invalid/list HTTP/1.1"));
 }
 
+TEST(Http, AsksTheDesktopForTheProxyOfAnAddressThatWasTypedShort)
+{
+    const ScriptedServer proxy{
+        [](const Connection& client) { client.Send(Head("Content-Length: 3\r\n") + "abc"); }};
+    GProxyResolver* const desktop = g_simple_proxy_resolver_new(nullptr, nullptr);
+    g_simple_proxy_resolver_set_uri_proxy(G_SIMPLE_PROXY_RESOLVER(desktop), "http",
+                                          proxy.Address("").c_str());
+    HttpOptions options;
+    options.resolver = desktop;
+    const Got got = Get({"levels.invalid/my list"}, options);
+    g_object_unref(desktop);
+    EXPECT_EQ(got.bytes, "abc") << got.reason;
+    ASSERT_EQ(proxy.Requests().size(), 1u);
+    EXPECT_TRUE(proxy.Requests().front().starts_with("GET http://levels.invalid/my%20list "));
+}
+
+/// Starts another fetch of its client while the library hands it bytes, when it takes no more.
+class StartsAnother : public Kept
+{
+public:
+    explicit StartsAnother(HttpClient& client, std::string url)
+        : client_(client), url_(std::move(url))
+    {
+    }
+    bool ended = false;
+    HttpError error = HttpError::None;
+
+    std::error_code Take(std::span<const std::byte> more) override
+    {
+        Kept kept;
+        const HttpFetch another = client_.Start({url_}, kept);
+        for (const auto start = Clock::now(); another.IsRunning() && Clock::now() - start < soon;)
+            client_.Poll(pollSlice);
+        ended = !another.IsRunning();
+        error = another.Error();
+        return Kept::Take(more);
+    }
+
+private:
+    HttpClient& client_;
+    std::string url_;
+};
+
+TEST(Http, AFetchThatTheLibraryDoesNotTakeEnds)
+{
+    const ScriptedServer server{
+        [](const Connection& client) { client.Send(Head("Content-Length: 3\r\n") + "abc"); }};
+    HttpClient client;
+    StartsAnother sink{client, server.Address("/another")};
+    const HttpFetch fetch = client.Start({server.Address("/")}, sink);
+    while (client.Poll(pollSlice))
+        ;
+    EXPECT_EQ(fetch.Error(), HttpError::None) << fetch.Reason();
+    EXPECT_EQ(sink.bytes, "abc");
+    EXPECT_TRUE(sink.ended);
+    EXPECT_EQ(sink.error, HttpError::Other);
+}
+
 TEST(Proxy, IsTheOneThatTheDesktopNames)
 {
     EXPECT_EQ(ProxyFrom({"http://proxy:8080", "direct://"}), "http://proxy:8080");
