@@ -10,11 +10,13 @@ server.bind = "127.0.0.1"
 server.port = $port
 server.errorlog = "$box/server.log"
 mimetype.assign = ("" => "application/octet-stream")
+\$HTTP["url"] == "/slow.zip" { connection.kbytes-per-second = 100 }
 CONF
 /usr/sbin/lighttpd -D -f server.conf &
 server=$!
 trap 'kill $server; wait $server || :; rm -rf "$box"' EXIT
 head -c 300000 /dev/urandom >served/level.zip
+cp served/level.zip served/slow.zip
 for _ in {1..200}; do
     curl -s -o /dev/null "$site/level.zip" && break
     sleep 0.05
@@ -35,12 +37,42 @@ echo mine >mine
 expect 1 fetch "$site/level.zip" "$box/mine"
 expect 0 --yes fetch "$site/level.zip" "$box/mine"
 cmp -s mine served/level.zip || die "what was replaced"
-expect 1 fetch "$site/missing" "$box/page"
+expect 1 --yes fetch "$site/missing" "$box/mine"
 errs "the server answered 404"
+cmp -s mine served/level.zip || die "a page in place of a good file"
 expect 1 fetch http://127.0.0.1:1/level.zip "$box/none"
 errs "nothing has been replaced"
 expect 1 fetch file:///etc/passwd "$box/none"
 [[ ! -e none ]] || die "a file of a failed fetch"
+
+# begun NAME: the slow file on its way, until some of it is there.
+begun() {
+    "$ctl" --home "$box/home" fetch "$site/slow.zip" "$box/$1/slow.zip" >out 2>err </dev/null &
+    fetching=$!
+    for _ in {1..400}; do
+        [[ -n $(find "$1" -name ".kv~$(printf %x $fetching)-*" -size +10k) ]] && return
+        sleep 0.05
+    done
+    die "nothing comes"
+}
+# Ctrl-C keeps what came for the next time; what a kill leaves is cleared by it.
+mkdir halves
+begun halves
+kill -KILL $fetching
+wait $fetching || :
+begun halves
+kill -INT $fetching
+got=0
+wait $fetching || got=$?
+[[ $got == 1 ]] || die "a stopped download ends with $got"
+errs "nothing has been replaced"
+errs "goes on from there"
+[[ $(cd halves && echo .kv~*) == ".kv~part-slow.zip .kv~part-slow.zip.json" ]] || die "what is left"
+printf mark | dd conv=notrunc status=none of=halves/.kv~part-slow.zip
+expect 0 fetch "$site/slow.zip" "$box/halves/slow.zip"
+cmp -s -i 4 halves/slow.zip served/level.zip || die "what was gone on with"
+[[ $(head -c 4 halves/slow.zip) == mark ]] || die "a download that began anew"
+[[ $(ls -A halves) == slow.zip ]] || die "leftovers of a download"
 
 # One's own addresses; the same host needs a yes.
 expect 0 urls list
@@ -57,6 +89,17 @@ said "{User} My site - reviews"
 expect 0 urls list --kind 8
 silent
 expect 1 urls open 3
+mv home/UrlList.bin kept.bin
+echo cut >home/UrlList.bin
+for verb in list "remove 1" "open 1"; do
+    # shellcheck disable=SC2086
+    expect 1 urls $verb
+    errs "this is no list of addresses"
+done
+expect 0 urls add 1 new http://new.example/
+errs "The old file is kept: $box/home/UrlList.bin.1"
+[[ $(<home/UrlList.bin.1) == cut ]] || die "a list that could not be read is lost"
+mv kept.bin home/UrlList.bin
 expect 0 --yes urls remove 2
 expect 1 urls remove 2
 
@@ -94,3 +137,4 @@ expect 0 config find "$box/made/valley" --json
 json "j == [{'name': 'The lost valley', 'url': '$site/Config_valley.zip'}]"
 expect 0 config find "$box/served"
 silent
+expect 1 config find "$box/nowhere"

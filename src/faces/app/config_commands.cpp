@@ -172,6 +172,10 @@ bool Find(Run& run)
 {
     Host& host = run.session.host;
     const Path folder = PlaceFromWord(run.arguments.words[1]);
+    if (!FolderExists(folder)) {
+        host.Tell(Tone::Error, GetMsg(Msg::SourceMissing, {TextOf(folder)}));
+        return false;
+    }
     const Path file = UrlListPath(run.session.Folders());
     const auto list = LoadUrlList(file);
     if (!list) {

@@ -10,6 +10,7 @@
 #include "online/make_urls.h"
 #include "online/url_editor.h"
 #include "online/url_file.h"
+#include "platform/terminal.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
 #include "words/commands.h"
@@ -18,7 +19,6 @@
 #include "words/online_commands.h"
 
 #include <algorithm>
-#include <charconv>
 #include <nlohmann/json.hpp>
 
 namespace kestrova
@@ -36,34 +36,28 @@ bool Fetch(Run& run)
     const auto file = FileToReplace(host, PlaceFromWord(words[1]));
     if (!file)
         return DoneOrTold(host, file.Error());
-    const auto downloaded = DownloadFile(host, run.session.machine, {words[0], *file});
+    platform::NoteInterrupts(Msg::InterruptNoted.text);
+    const auto downloaded = DownloadFile(host, run.session.machine,
+                                         {.url = words[0], .target = *file, .takesPages = false});
+    const std::string failed = GetMsg(Msg::FetchFailed) + TextOf(*file);
     if (!downloaded && downloaded.Error().code == ErrorCode::Stopped)
-        host.Tell(Tone::Plain, GetMsg(Msg::FetchStopped));
-    else if (!downloaded && downloaded.Error().code == ErrorCode::CannotRead)
-        TellFailure(host, GetMsg(Msg::FetchFailed) + TextOf(*file), downloaded.Error());
+        host.Tell(Tone::Plain, GetMsg(Msg::FetchStopped), downloaded.Error().reason);
+    else if (!downloaded && IsOfTheWeb(downloaded.Error()))
+        TellFailure(host, failed, downloaded.Error());
     if (!downloaded)
         return false;
     if (const std::string answer = AnswerWords(*downloaded); !answer.empty()) {
-        host.Tell(Tone::Error, GetMsg(Msg::FetchedPage, {answer}));
+        host.Tell(Tone::Error, failed, answer);
         return false;
     }
     AddLine(run, TextOf(*file));
     return true;
 }
 
-std::optional<std::uint32_t> NumberFrom(std::string_view word)
-{
-    std::uint32_t number = 0;
-    const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), number);
-    if (failure != std::errc{} || end != word.data() + word.size())
-        return std::nullopt;
-    return number;
-}
-
 /// A kind that the list shows.
 std::optional<std::int32_t> KindFrom(std::string_view word)
 {
-    const auto number = NumberFrom(word);
+    const auto number = WholeNumber<std::uint32_t>(word);
     for (const ListedUrlKind& row : ListedUrlKinds())
         if (number && *number == static_cast<std::uint32_t>(row.kind))
             return row.kind;
@@ -76,12 +70,23 @@ UrlEditor EditorOf(Run& run)
             ServersFrom(run.session.settings.updateServers)};
 }
 
+/// False, in words, when there is a list that cannot be read.
+bool IsRead(Run& run, const UrlEditor& editor)
+{
+    if (editor.NotRead())
+        TellFailure(run.session.host, GetMsg(Msg::UrlListNotReadFile) + editor.NotRead()->subject,
+                    *editor.NotRead());
+    return !editor.NotRead();
+}
+
 bool ListAddresses(Run& run)
 {
     const auto kind = KindFrom(run.arguments.ValueOf("--kind"));
     if (run.json != nullptr)
         *run.json = Json::array();
     const UrlEditor editor = EditorOf(run);
+    if (!IsRead(run, editor))
+        return false;
     const std::vector<UrlRecord>& records = editor.List().records;
     for (std::size_t i = 0; i < records.size(); ++i) {
         const UrlRecord& record = records[i];
@@ -114,7 +119,9 @@ std::optional<UrlEditor> EditorAt(Run& run)
 {
     const std::string& word = run.arguments.words[1];
     UrlEditor editor = EditorOf(run);
-    const auto number = NumberFrom(word);
+    if (!IsRead(run, editor))
+        return std::nullopt;
+    const auto number = WholeNumber<std::uint32_t>(word);
     if (!number || *number == 0 || *number > editor.List().records.size() ||
         IsHidden(editor.List().records[*number - 1])) {
         run.session.host.Tell(Tone::Error, GetMsg(Msg::WrongUrlNumber, {word}));

@@ -18,20 +18,20 @@ struct SitePhrase {
     std::string_view english;
     Message shown;
 };
-// A server's phrases, in the order in which they are exchanged.
+// A server's phrases in small letters, in the order in which they are exchanged.
 constexpr SitePhrase sitePhrases[] = {
-    {"Sorted by enter date", Msg::SiteByDate},        // not shown
-    {"Sorted by rating", Msg::SiteByRating},          // not shown
-    {"Search whereby keywords", Msg::SiteByKeywords}, // not shown
-    {"Sorted by title", Msg::SiteByTitle},            // not shown
-    {"Levels", Msg::SiteLevels},                      // not shown
-    {"Sorted by author name", Msg::SiteByAuthor},     // not shown
-    {"Reviews", Msg::SiteReviews},                    // not shown
+    {"sorted by enter date", Msg::SiteByDate},        // not shown
+    {"sorted by rating", Msg::SiteByRating},          // not shown
+    {"search whereby keywords", Msg::SiteByKeywords}, // not shown
+    {"sorted by title", Msg::SiteByTitle},            // not shown
+    {"levels", Msg::SiteLevels},                      // not shown
+    {"sorted by author name", Msg::SiteByAuthor},     // not shown
+    {"reviews", Msg::SiteReviews},                    // not shown
     {" with ", Msg::SiteWith},                        // not shown
-    {"Various sorting standards", Msg::SiteVarious},  // not shown
-    {"Language: ", Msg::SiteLanguage},                // not shown
+    {"various sorting standards", Msg::SiteVarious},  // not shown
+    {"language: ", Msg::SiteLanguage},                // not shown
     {" and ", Msg::SiteAnd},                          // not shown
-    {"Walkthroughs", Msg::SiteWalkthroughs},          // not shown
+    {"walkthroughs", Msg::SiteWalkthroughs},          // not shown
 };
 
 constexpr ListedUrlKind listedKinds[] = {
@@ -40,17 +40,30 @@ constexpr ListedUrlKind listedKinds[] = {
     {UrlKindTools, Msg::UrlKindTools},     {UrlKindConfig, Msg::UrlKindConfigs},
 };
 
-std::string ReplaceFolded(const std::string& text, std::string_view what, std::string_view with)
+/// The text with small letters in place of the ASCII capitals: every byte keeps its place.
+std::string SmallLetters(std::string text)
 {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
+/// Exchanges a phrase wherever it stands. `small`: the text in small letters, which follows.
+void Exchange(std::string& text, std::string& small, const SitePhrase& phrase)
+{
+    std::size_t found = small.find(phrase.english);
+    if (found == std::string::npos)
+        return;
+    const std::string shown = GetMsg(phrase.shown);
     std::string result;
     std::size_t from = 0;
-    for (;;) {
-        const std::size_t found = FindFolded(text, what, from);
-        if (found == std::string::npos)
-            return result.append(text, from);
-        result.append(text, from, found - from).append(with);
-        from = found + what.size();
+    for (; found != std::string::npos; found = small.find(phrase.english, from)) {
+        result.append(text, from, found - from).append(shown);
+        from = found + phrase.english.size();
     }
+    text = result.append(text, from);
+    small = SmallLetters(text);
 }
 
 } // namespace
@@ -91,8 +104,9 @@ std::string LocalizeSiteText(std::string_view text)
     const bool split = dash != std::string_view::npos;
     const std::string head{split ? Trim(text.substr(0, dash)) : std::string_view{}};
     std::string rest{Trim(split ? text.substr(dash + 1) : text)};
+    std::string small = SmallLetters(rest);
     for (const SitePhrase& phrase : sitePhrases)
-        rest = ReplaceFolded(rest, phrase.english, GetMsg(phrase.shown));
+        Exchange(rest, small, phrase);
     // Not by markers: a server's text may hold some.
     return head.empty() ? rest : head + GetMsg(Msg::SiteBetween) + rest;
 }

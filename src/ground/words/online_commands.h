@@ -17,8 +17,7 @@ inline constexpr Message WrongUrlsWord{"'~1' is none of list, add, change, remov
 inline constexpr Message WrongUrlKind{"'~1' is no kind of address: 1, 2, 3, 4, 5 or 8."};
 inline constexpr Message WrongUrlNumber{"'~1' is no number of the list; kestrovactl urls list shows them."};
 inline constexpr Message FetchFailed{"The file was not downloaded, and nothing has been replaced: "};
-inline constexpr Message FetchStopped{"The download was stopped. The same command goes on with what came of it."};
-inline constexpr Message FetchedPage{"The file is the server's page about an error: ~1."};
+inline constexpr Message FetchStopped{"The download was stopped, and nothing has been replaced."};
 inline constexpr Message UrlMakeFailed{"No list was made: "};
 inline constexpr Message UrlListNotReadFile{"This list of addresses could not be read: "};
 inline constexpr Message TakesServers{"it takes up to three addresses of http or https, parted by blanks, or nothing (\"\")"};

@@ -5,6 +5,7 @@
 #include "core/look.h"
 #include "core/text.h"
 #include "formats/config_entry.h"
+#include "formats/program_folder.h"
 #include "formats/url_text.h"
 #include "online/download.h"
 #include "online/file_names.h"
@@ -15,6 +16,7 @@
 #include "session/telling.h"
 #include "words/online.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 namespace kestrova
@@ -26,16 +28,16 @@ namespace
 constexpr double daysBetweenUpdates = 30;
 // Nobody answers more questions about one level than this.
 constexpr std::size_t mostQuestions = 20;
-constexpr std::uint64_t longestConfig = UINT64_C(64) << 20;
 
-/// Sizes of all files of a level, by their names without regard to case. It is listed once,
-/// however many entries ask.
-Result<std::unordered_map<std::string, std::uint64_t>> SizesIn(const Path& folder)
+using Sizes = std::unordered_map<std::string, std::uint64_t>;
+
+/// Sizes of all files of a level, by their names without regard to case.
+Result<Sizes> SizesIn(const Path& folder)
 {
     const auto tree = ScanTree(folder);
     if (!tree)
         return tree.Error();
-    std::unordered_map<std::string, std::uint64_t> sizes;
+    Sizes sizes;
     for (const Path& file : tree->files)
         sizes[FoldCase(ToBackslashes(file.lexically_relative(tree->folders.front())))] =
             FileSize(file);
@@ -94,7 +96,7 @@ Status UnpackConfig(Host& host, Machine& machine, const Tools& tools, const Path
     if (!entries)
         return entries.Error();
     if (!BringsConfig(*entries))
-        return Failure{ErrorCode::Missing, {}, GetMsg(Msg::OnlineNoConfig)};
+        return Failure{ErrorCode::Missing, TextOf(package), GetMsg(Msg::OnlineNoConfig)};
     UnpackGuard guard{machine, package, working};
     UnzipOptions options;
     options.guard = &guard;
@@ -108,17 +110,16 @@ Status PlaceConfig(const Path& file, const Path& working)
     if (!bytes)
         return bytes.Error();
     if (!ParseLevelConfig(*bytes))
-        return Failure{ErrorCode::Damaged, {}, GetMsg(Msg::OnlineNoConfig)};
+        return Failure{ErrorCode::Damaged, TextOf(file), GetMsg(Msg::OnlineNoConfig)};
     return CopyFileOver(file, LevelConfigPath(working));
 }
 
-/// Why the file that came is of no use: what the server answered instead, or what is wrong with it.
-std::string ReasonOf(const Downloaded& downloaded, const Failure& failure)
+/// Tells why there is no configuration file. Nobody is told what he stopped.
+bool TellNotFetched(Host& host, const std::string& text, const Failure& failure)
 {
-    const std::string answer = AnswerWords(downloaded);
-    if (!answer.empty())
-        return answer;
-    return failure.sentence.empty() ? failure.reason : failure.sentence;
+    if (failure.code != ErrorCode::Stopped)
+        TellFailure(host, text, failure);
+    return false;
 }
 
 bool Fetch(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
@@ -127,26 +128,25 @@ bool Fetch(Host& host, Machine& machine, const Folders& folders, const Tools& to
     // A folder of its own: a server's name for a file replaces nothing of the program's.
     const Path place = InFolder(folders.program, OnDisk::DirOnlineTemp);
     const Path target = place / NameFor(config.url);
-    const auto notDownloaded = [&](const std::string& reason) {
-        host.Tell(Tone::Error, GetMsg(Msg::OnlineDownloadFailed) + OnOneLine(config.url), reason);
-        return false;
-    };
+    const std::string failed = GetMsg(Msg::OnlineDownloadFailed) + OnOneLine(config.url);
     if (const auto made = MakeFolders(place); !made)
-        return notDownloaded(made.Error().reason);
-    const auto downloaded = DownloadFile(host, machine, {config.url, target, longestConfig});
+        return TellNotFetched(host, failed, made.Error());
+    const auto downloaded = DownloadFile(
+        host, machine,
+        {.url = config.url, .target = target, .most = longestConfig, .keepsParts = false});
     if (!downloaded)
-        return notDownloaded(downloaded.Error().reason);
+        return IsOfTheWeb(downloaded.Error()) && TellNotFetched(host, failed, downloaded.Error());
     const bool package = EndsWithName(target.native(), OnDisk::ZipEnding);
     const auto placed = package ? UnpackConfig(host, machine, tools, target, working)
                                 : PlaceConfig(target, working);
     (void)DeleteFile(target); // in a temporary folder; the next download replaces it
     if (placed)
         return true;
-    const std::string reason = ReasonOf(*downloaded, placed.Error());
-    if (!package)
-        return notDownloaded(reason);
-    host.Tell(Tone::Error, GetMsg(Msg::OnlineUnzipFailed) + TextOf(target), reason);
-    return false;
+    const std::string answer =
+        AnswerWords(*downloaded); // it says more than what is wrong with a page
+    return TellNotFetched(host, package ? GetMsg(Msg::OnlineUnzipFailed) + TextOf(target) : failed,
+                          answer.empty() ? placed.Error()
+                                         : Failure{ErrorCode::CannotRead, {}, answer});
 }
 
 } // namespace
@@ -162,7 +162,11 @@ bool WantsDatabaseUpdate(Host& host, Machine& machine, const Folders& folders)
 
 Result<std::vector<OnlineConfig>> ConfigsFor(const UrlList& list, const Path& working)
 {
-    const auto sizes = SizesIn(working);
+    const bool asksForFiles =
+        std::any_of(list.records.begin(), list.records.end(),
+                    [](const UrlRecord& record) { return record.kind == UrlKindConfig; });
+    // Listed once, however many entries ask.
+    const auto sizes = asksForFiles ? SizesIn(working) : Sizes{};
     if (!sizes)
         return sizes.Error();
     const auto sizeOf = [&](const Path& relative) -> std::optional<std::uint64_t> {

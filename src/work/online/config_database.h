@@ -23,7 +23,7 @@ struct OnlineConfig {
     std::string url;
 };
 /// What the list has for the level in `working`, in its order: all files that an entry names are
-/// there with exactly their sizes.
+/// there with exactly their sizes. The folder is looked at only for a list that has entries.
 Result<std::vector<OnlineConfig>> ConfigsFor(const UrlList& list, const Path& working);
 
 /// Offers what the list has for the level in `working`, fetches what the person takes, and puts it

@@ -4,6 +4,7 @@
 #include "formats/url_text.h"
 #include "online/download_words.h"
 #include "online/part_file.h"
+#include "session/telling.h"
 #include "words/online.h"
 
 namespace kestrova
@@ -16,7 +17,13 @@ using platform::HttpError;
 
 constexpr std::chrono::milliseconds slice{30};
 
-std::string WordsFor(HttpError error)
+/// What the next download of the address begins with.
+std::string NextWords(bool kept)
+{
+    return GetMsg(kept ? Msg::DownloadGoesOn : Msg::DownloadBeginsAnew);
+}
+
+std::string WordsFor(HttpError error, bool kept)
 {
     switch (error) {
     case HttpError::BadAddress:
@@ -28,7 +35,7 @@ std::string WordsFor(HttpError error)
     case HttpError::Certificate:
         return GetMsg(Msg::HttpCertificate);
     case HttpError::Cut:
-        return GetMsg(Msg::HttpCut);
+        return GetMsg(Msg::HttpCut, {NextWords(kept)});
     case HttpError::TooLong:
         return GetMsg(Msg::HttpTooLong);
     case HttpError::Redirects:
@@ -40,15 +47,12 @@ std::string WordsFor(HttpError error)
     }
 }
 
-Failure FailureOf(const Download& download, const platform::HttpFetch& fetch)
+Failure FailureOf(const Download& download, const platform::HttpFetch& fetch, bool kept)
 {
     if (fetch.Error() == HttpError::Sink)
         return MakeFailure(ErrorCode::CannotWrite, TextOf(download.target), fetch.SinkFailure());
-    const std::string words = WordsFor(fetch.Error());
-    return {ErrorCode::CannotRead, OnOneLine(download.url),
-            fetch.Reason().empty()
-                ? words
-                : GetMsg(Msg::HttpReason, {words, OnOneLine(Readable(fetch.Reason()))})};
+    return {ErrorCode::CannotRead, OnOneLine(download.url), WordsFor(fetch.Error(), kept),
+            OnOneLine(Readable(fetch.Reason()))};
 }
 
 /// Label and bar as the bytes come. False once Stop was pressed.
@@ -78,8 +82,8 @@ Result<Downloaded> Request(Machine& machine, const Download& download, PartFile&
     while (client.Poll(slice))
         if (!Show(progress, name, fetch, machine.NowNs() - start)) {
             fetch.Stop();
-            part.Keep();
-            return Failure{ErrorCode::Stopped, OnOneLine(download.url), {}};
+            const bool kept = download.keepsParts && part.Keep();
+            return Failure{ErrorCode::Stopped, OnOneLine(download.url), NextWords(kept)};
         }
     if (fetch.Error() == HttpError::None)
         return Downloaded{fetch.Answer().status, fetch.Received()};
@@ -87,9 +91,9 @@ Result<Downloaded> Request(Machine& machine, const Download& download, PartFile&
         return Failure{ErrorCode::Refused, {}, {}};
     // A part that the server answers wrongly is not kept, or the next download would end so too.
     const bool wrongAnswer = fetch.Answer().status != 0 && !part.HasBegun();
-    if (fetch.Error() != HttpError::TooLong && !wrongAnswer)
-        part.Keep();
-    return FailureOf(download, fetch);
+    const bool kept =
+        download.keepsParts && fetch.Error() != HttpError::TooLong && !wrongAnswer && part.Keep();
+    return FailureOf(download, fetch, kept);
 }
 
 Result<Downloaded> Fetch(Host& host, Machine& machine, const Download& download, PartFile& part)
@@ -106,7 +110,8 @@ Result<Downloaded> Fetch(Host& host, Machine& machine, const Download& download,
             return anew.Error();
         done = Request(machine, download, part, *progress);
     }
-    if (!done)
+    const bool isPage = done && done->status >= platform::httpFirstError;
+    if (!done || (isPage && !download.takesPages))
         return done;
     if (const auto committed = part.Commit(); !committed)
         return committed.Error();
@@ -119,17 +124,19 @@ Result<Downloaded> DownloadFile(Host& host, Machine& machine, const Download& do
 {
     PartFile part{machine, download.url, download.target};
     auto done = Fetch(host, machine, download, part);
-    if (!done && done.Error().code != ErrorCode::CannotRead &&
-        done.Error().code != ErrorCode::Stopped)
-        host.Tell(Tone::Error, GetMsg(Msg::DownloadError) + done.Error().subject,
-                  done.Error().reason);
+    if (!done && !IsOfTheWeb(done.Error()) && done.Error().code != ErrorCode::Stopped)
+        TellFailure(host, GetMsg(Msg::DownloadError) + done.Error().subject, done.Error());
     return done;
+}
+
+bool IsOfTheWeb(const Failure& failure)
+{
+    return failure.code == ErrorCode::CannotRead;
 }
 
 std::string AnswerWords(const Downloaded& downloaded)
 {
-    constexpr int firstError = 400;
-    return downloaded.status < firstError
+    return downloaded.status < platform::httpFirstError
                ? std::string{}
                : GetMsg(Msg::ServerAnswered, {std::to_string(downloaded.status)});
 }

@@ -10,8 +10,6 @@ namespace kestrova::OnDisk
 
 inline constexpr std::string_view FragUrlList = "\\UrlList.bin";
 inline constexpr std::string_view FragNewUrlList = "\\new_list.bin";
-inline constexpr std::string_view DirOnlineTemp = "\\_temp_online";
-inline constexpr std::string_view DirOnlineUnpacked = "\\_temp_online_zip";
 inline constexpr std::string_view PartPrefix = ".kv~part-";
 inline constexpr std::string_view PartNoteEnding = ".json";
 inline constexpr std::string_view ZipEnding = ".zip";

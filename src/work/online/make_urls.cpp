@@ -5,7 +5,8 @@
 #include "core/removal.h"
 #include "core/text.h"
 #include "formats/config_entry.h"
-#include "online/file_names.h"
+#include "formats/program_folder.h"
+#include "online/download.h"
 #include "packages/level_config_file.h"
 #include "packages/unzip.h"
 #include "words/online.h"
@@ -16,11 +17,21 @@ namespace kestrova
 namespace
 {
 
-/// A record that the text has at that place, counted from 1.
-Failure FaultOf(std::size_t record, std::string reason)
+/// Where the fault is: at a record, counted from 1, or (0) in the text around them.
+std::string PlaceOf(std::size_t record)
 {
-    return {ErrorCode::Refused, GetMsg(Msg::UrlJsonRecord, {std::to_string(record)}),
-            std::move(reason)};
+    return record == 0 ? GetMsg(Msg::UrlJsonWhole)
+                       : GetMsg(Msg::UrlJsonRecord, {std::to_string(record)});
+}
+
+/// The failure of a record's files, told of the record.
+Failure FaultOf(std::size_t record, Failure failure)
+{
+    const std::string& what = failure.sentence.empty() ? failure.subject : failure.sentence;
+    std::string reason = failure.code == ErrorCode::Refused
+                             ? GetMsg(Msg::UrlJsonName, {failure.subject})
+                             : what + (failure.reason.empty() ? "" : ": ") + failure.reason;
+    return {failure.code, PlaceOf(record), std::move(reason), std::move(failure.details)};
 }
 
 /// What the configuration file in a package calls its level.
@@ -37,8 +48,8 @@ Result<std::string> LevelIn(Host& host, Machine& machine, const Folders& folders
     if (const auto unpacked = UnzipWithProgress(tools, package, place.Folder(), options,
                                                 ToolProgressState{progress.get()});
         !unpacked)
-        return Failure{ErrorCode::CannotRead, TextOf(package), unpacked.Error().sentence};
-    const auto bytes = ReadFileIfThere(LevelConfigPath(place.Folder()));
+        return Saying(TextOf(package), unpacked.Error());
+    const auto bytes = ReadFileIfThere(LevelConfigPath(place.Folder()), longestConfig);
     if (!bytes)
         return bytes.Error();
     if (*bytes)
@@ -75,7 +86,7 @@ Result<UrlList> MakeUrls(Host& host, Machine& machine, const Folders& folders, c
     UrlJsonFault fault;
     const auto drafts = ParseUrlJson(json, fault);
     if (!drafts)
-        return FaultOf(fault.record, GetMsg(Msg::UrlJsonWrong));
+        return Failure{ErrorCode::Damaged, PlaceOf(fault.record), GetMsg(Msg::UrlJsonWrong)};
     UrlList list;
     list.updateDate = drafts->updateDate.value_or(DateSerialOf(machine.NowNs()));
     for (const UrlDraft& draft : drafts->records) {
@@ -88,9 +99,7 @@ Result<UrlList> MakeUrls(Host& host, Machine& machine, const Folders& folders, c
                          : Result<std::string>{draft.level};
         auto text = level ? EntryText(draft, *level, base) : level;
         if (!text)
-            return FaultOf(number, text.Error().code == ErrorCode::Refused
-                                       ? GetMsg(Msg::UrlJsonName, {text.Error().subject})
-                                       : text.Error().subject + ": " + text.Error().reason);
+            return FaultOf(number, text.Error());
         list.records.back().description = *text;
     }
     return list;

@@ -13,8 +13,6 @@ namespace
 {
 
 constexpr std::uint64_t longestNote = 100'000;
-constexpr int firstError = 400;
-constexpr int partOfIt = 206;
 constexpr int nothingBehind = 416;
 
 } // namespace
@@ -40,7 +38,6 @@ Path PartFile::Note() const
     return Part().native() + std::string{OnDisk::PartNoteEnding};
 }
 
-/// True when there is a part of this very address, which is this download's from now on.
 bool PartFile::ClaimPart()
 {
     const auto text = ReadFileIfThere(Note(), longestNote);
@@ -82,12 +79,13 @@ Status PartFile::Open()
 {
     const auto place = FindPath(platform::AbsolutePath(target_));
     if (!place)
-        return place.Error();
+        return Failure{ErrorCode::CannotOpen, place.Error().subject, place.Error().reason};
     target_ = *place;
     const auto old = LookAtReplaced(target_);
     if (!old)
         return old.Error();
-    replaces_ = old->kind != platform::FileKind::Missing;
+    replaced_ = *old;
+    ClearLeftoversOfKilled(target_.parent_path());
     return ClaimPart() ? Status{} : CreateNew();
 }
 
@@ -97,12 +95,12 @@ std::error_code PartFile::Begin(const platform::HttpAnswer& answer)
     useless_ = answer.status == nothingBehind && size_ > 0;
     if (useless_)
         return std::make_error_code(std::errc::result_out_of_range);
-    if (answer.status >= firstError) {
-        Keep(); // the file may be back tomorrow; its page about today goes elsewhere
+    if (answer.status >= platform::httpFirstError) {
+        (void)Keep(); // the file may be back tomorrow; its page about today goes elsewhere
         page_ = true;
         if (const auto created = CreateNew(); !created)
             return std::make_error_code(std::errc::io_error);
-    } else if (answer.status != partOfIt) {
+    } else if (answer.status != platform::httpPartOfIt) {
         if (const auto failure = file_.Truncate(0))
             return failure;
         size_ = 0;
@@ -126,20 +124,24 @@ std::error_code PartFile::Take(std::span<const std::byte> bytes)
 
 Status PartFile::Commit()
 {
+    if (replaced_.kind == platform::FileKind::File)
+        if (const auto failure = platform::SetMode(staged_, replaced_.mode))
+            return MakeFailure(ErrorCode::CannotWrite, TextOf(target_), failure);
     // A file that replaces another one is on the disk first; a new one is no loss to anybody.
-    return PutStaged(file_, staged_, target_, replaces_);
+    const bool replaces = replaced_.kind != platform::FileKind::Missing;
+    return PutStaged(file_, staged_, target_, replaces);
 }
 
-void PartFile::Keep()
+bool PartFile::Keep()
 {
     if (page_ || validator_.empty() || size_ == 0 || staged_.empty())
-        return;
+        return false;
     // Without any of these steps the next download just begins anew. The bytes are on the disk
     // before the note counts them.
     if (file_.Truncate(size_) || file_.Sync() || file_.Close() || platform::Rename(staged_, Part()))
-        return;
+        return false;
     staged_.clear();
-    (void)WriteWholeFile(Note(), FormatPartNote({url_, validator_, size_}), false);
+    return bool{WriteWholeFile(Note(), FormatPartNote({url_, validator_, size_}), false)};
 }
 
 } // namespace kestrova

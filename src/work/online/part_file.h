@@ -40,19 +40,21 @@ public:
 
     /// The target is the new file.
     Status Commit();
-    /// Keeps what came for the next time, where the server gave a mark to go on by.
-    void Keep();
+    /// Keeps what came for the next time, where the server gave a mark to go on by. True when the
+    /// next download of the address goes on from there.
+    bool Keep();
 
 private:
     [[nodiscard]] Path Part() const;
     [[nodiscard]] Path Note() const;
+    /// True when there is a part of this very address, which is this download's from now on.
     bool ClaimPart();
     Status CreateNew();
 
     Machine& machine_;
     std::string url_;
     Path target_;
-    bool replaces_ = false;
+    platform::FileFacts replaced_;
     Path staged_;
     platform::File file_;
     std::uint64_t size_ = 0;

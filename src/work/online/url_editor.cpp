@@ -1,13 +1,15 @@
 #include "online/url_editor.h"
 
 #include "core/dates.h"
+#include "core/look.h"
+#include "core/removal.h"
 #include "core/text.h"
-#include "formats/url_changes.h"
 #include "formats/url_text.h"
 #include "online/url_file.h"
 #include "session/telling.h"
 #include "words/online.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 namespace kestrova
@@ -15,6 +17,9 @@ namespace kestrova
 
 namespace
 {
+
+// Of one address; the others are asked about at once.
+constexpr std::size_t mostDoublesAsked = 10;
 
 /// An address whose letters the list cannot hold, with them encoded as a browser does.
 std::string StorableUrl(const std::string& url)
@@ -41,10 +46,13 @@ UrlEditor::UrlEditor(Host& host, Machine& machine, const Folders& folders, Updat
     : host_(host), machine_(machine), folders_(folders), servers_(std::move(servers))
 {
     auto loaded = LoadUrlList(UrlListPath(folders_));
-    if (loaded)
+    if (loaded) {
         list_ = std::move(*loaded);
-    else
+    } else {
         list_.updateDate = DateSerialOf(machine_.NowNs());
+        if (loaded.Error().code != ErrorCode::Missing)
+            notRead_ = loaded.Error();
+    }
     Show(kind);
 }
 
@@ -85,20 +93,27 @@ UrlRecord* UrlEditor::Selected()
     return nullptr;
 }
 
-bool UrlEditor::AcceptsDoubles(const UrlRecord& entry, std::optional<std::size_t> except)
+bool UrlEditor::AcceptsDouble(const UrlRecord& entry, const UrlDouble& twin)
 {
     const std::string lineEnd{lineBreak};
-    for (const UrlDouble& twin : DoublesOf(list_, entry, except)) {
-        const UrlRecord& old = list_.records[twin.record];
-        const std::string told =
-            twin.sameUrl
-                ? GetMsg(Msg::UrlSameUrl, {lineEnd + old.description + lineEnd})
-                : GetMsg(Msg::UrlSameHost, {UrlHostPart(entry.url), lineEnd + old.url + lineEnd +
-                                                                        old.description + lineEnd});
-        if (!host_.AskYesNo(told))
-            return false;
-    }
-    return true;
+    const UrlRecord& old = list_.records[twin.record];
+    return host_.AskYesNo(
+        twin.sameUrl
+            ? GetMsg(Msg::UrlSameUrl, {lineEnd + old.description + lineEnd})
+            : GetMsg(Msg::UrlSameHost, {UrlHostPart(entry.url),
+                                        lineEnd + old.url + lineEnd + old.description + lineEnd}));
+}
+
+bool UrlEditor::AcceptsDoubles(const UrlRecord& entry, std::optional<std::size_t> except)
+{
+    const std::vector<UrlDouble> twins = DoublesOf(list_, entry, except);
+    const auto asked = std::min(twins.size(), mostDoublesAsked);
+    const bool accepted =
+        std::all_of(twins.begin(), twins.begin() + static_cast<std::ptrdiff_t>(asked),
+                    [&](const UrlDouble& twin) { return AcceptsDouble(entry, twin); });
+    return accepted && (asked == twins.size() ||
+                        host_.AskYesNo(GetMsg(Msg::UrlMoreDoubles,
+                                              {std::to_string(twins.size() - asked), lineBreak})));
 }
 
 bool UrlEditor::AddRecord(const std::string& description, const std::string& url)
@@ -193,13 +208,32 @@ bool UrlEditor::Update(const std::function<void(const std::string&)>& showLine)
     return true;
 }
 
+Status UrlEditor::SetAside()
+{
+    const Path file = UrlListPath(folders_);
+    const auto gone = IsFree(file);
+    if (!gone)
+        return gone.Error();
+    if (!*gone) {
+        const auto aside = RenameAside(file);
+        if (!aside)
+            return aside.Error();
+        host_.Tell(Tone::Warning, GetMsg(Msg::UrlListSetAside, {TextOf(*aside)}));
+    }
+    notRead_.reset();
+    return {};
+}
+
 bool UrlEditor::Save()
 {
     if (!changed_)
         return true;
     const Path file = UrlListPath(folders_);
-    if (const auto saved = SaveUrlList(file, list_); !saved) {
-        host_.Tell(Tone::Error, GetMsg(Msg::UrlListNotSaved) + TextOf(file), saved.Error().reason);
+    Status saved = notRead_ ? SetAside() : Status{};
+    if (saved)
+        saved = SaveUrlList(file, list_);
+    if (!saved) {
+        TellFailure(host_, GetMsg(Msg::UrlListNotSaved) + TextOf(file), saved.Error());
         return false;
     }
     changed_ = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/url_changes.h"
 #include "online/url_update.h"
 
 #include <functional>
@@ -22,6 +23,9 @@ public:
 
     [[nodiscard]] const UrlList& List() const { return list_; }
     [[nodiscard]] bool IsChanged() const { return changed_; }
+    /// Why a list that is there could not be read; none where there is no list yet. The file stays
+    /// beside the one that `Save` writes.
+    [[nodiscard]] const std::optional<Failure>& NotRead() const { return notRead_; }
     /// Shows a kind; its first record is the chosen one.
     void Show(std::int32_t newKind);
     /// Shows only what holds this text, without regard to case, in the words that a person reads
@@ -50,8 +54,11 @@ public:
 private:
     /// The chosen record; none, in words, without one.
     UrlRecord* Selected();
+    bool AcceptsDouble(const UrlRecord& entry, const UrlDouble& twin);
     bool AcceptsDoubles(const UrlRecord& entry, std::optional<std::size_t> except);
     void FindRows();
+    /// Renames a file that could not be read aside.
+    Status SetAside();
 
     Host& host_;
     Machine& machine_;
@@ -63,6 +70,7 @@ private:
     /// Of the shown kind's records in their order, folded; filled by the first search.
     std::vector<std::string> texts_;
     bool changed_ = false;
+    std::optional<Failure> notRead_;
 };
 
 } // namespace kestrova

@@ -50,8 +50,9 @@ bool TakeNewList(Host& host, Machine& machine, const Folders& folders, const Pat
     const auto fromServer = LoadUrlList(file);
     if (!fromServer) {
         const std::string answer = AnswerWords(downloaded);
-        host.Tell(Tone::Error, GetMsg(Msg::UrlListNotRead),
-                  answer.empty() ? fromServer.Error().reason : answer);
+        TellFailure(host, GetMsg(Msg::UrlListNotRead),
+                    answer.empty() ? fromServer.Error()
+                                   : Failure{ErrorCode::CannotRead, {}, answer});
         return false;
     }
     list = MergedUrls(list, *fromServer, DateSerialOf(machine.NowNs()));
@@ -90,16 +91,20 @@ bool UpdateUrls(Host& host, Machine& machine, const Folders& folders, const Upda
         return false;
     }
     const Path file = InFolder(folders.program, OnDisk::FragNewUrlList);
-    std::string reason;
+    Failure last;
     for (std::size_t i = 0; i < servers.size(); ++i) {
         if (i > 0 && !WantsMirror(host, i + 1, servers[i]))
             return false;
-        const auto downloaded = DownloadFile(host, machine, {servers[i], file, longestList});
+        const auto downloaded = DownloadFile(
+            host, machine,
+            {.url = servers[i], .target = file, .most = longestList, .keepsParts = false});
         if (downloaded)
             return TakeNewList(host, machine, folders, file, *downloaded, list);
-        reason = downloaded.Error().reason;
+        last = downloaded.Error();
+        if (!IsOfTheWeb(last))
+            return false; // no other server's disk is better, and a Stop is meant for all of them
     }
-    host.Tell(Tone::Error, GetMsg(Msg::UrlListNotDownloaded), reason);
+    TellFailure(host, GetMsg(Msg::UrlListNotDownloaded), last);
     return false;
 }
 

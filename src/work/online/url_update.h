@@ -21,7 +21,7 @@ bool OpenUrl(Host& host, Machine& machine, const Folders& folders, const std::st
 
 /// Fetches the list from the first server that gives one, puts the person's own records in front of
 /// it, and tells its notices. True when `list` is another one now; nothing is saved. All failures
-/// are told, and leave it as it was.
+/// are told and leave it as it was, and so does a Stop.
 bool UpdateUrls(Host& host, Machine& machine, const Folders& folders, const UpdateServers& servers,
                 UrlList& list);
 

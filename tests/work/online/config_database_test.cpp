@@ -144,6 +144,29 @@ TEST(OnlineConfig, AHundredThousandEntriesTakeOneLookAtTheLevel)
     EXPECT_EQ(configs->front().level, "Found");
     EXPECT_EQ(configs->front().url, "u");
     EXPECT_FALSE(ConfigsFor(list, box / "missing"));
+    // A list without entries decides nothing about the folder.
+    list.records.assign(1, {"u", "site", UrlKindLevels, false});
+    EXPECT_TRUE(ConfigsFor(list, box / "missing"));
+}
+
+TEST(OnlineConfig, IsToldOfADiskOnceAndOfAStopNever)
+{
+    OnlineWorld box;
+    const ScriptedServer silent{[](const Connection& client) { client.Wait(); }};
+    box.SetList({{valley, silent.Address("/plain.cfg")}});
+    box.host.WillAsk("level named 'Valley'", true);
+    box.host.StopAtStep(1);
+    EXPECT_FALSE(box.Find());
+    EXPECT_TRUE(box.host.told.empty()) << box.host.AllTold();
+
+    box.SetList({{valley, box.server.Address("/plain.cfg")}});
+    box.host.StopAtStep(0);
+    box.machine.free = 10;
+    box.host.WillAsk("level named 'Valley'", true);
+    EXPECT_FALSE(box.Find());
+    ASSERT_EQ(box.host.told.size(), 1u) << box.host.AllTold();
+    EXPECT_TRUE(box.host.WasTold("Download error: "));
+    EXPECT_FALSE(box.HasConfig());
 }
 
 TEST(OnlineConfig, IsAskedAboutAMonthAfterTheLastUpdate)

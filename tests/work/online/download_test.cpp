@@ -94,8 +94,11 @@ public:
             const auto done = DownloadFile(host, machine, download);
             ASSERT_FALSE(done);
             ASSERT_EQ(done.Error().code, ErrorCode::Stopped);
-            if (host.progressTexts.size() > 1)
+            if (host.progressTexts.size() > 1) {
+                EXPECT_THAT(done.Error().reason,
+                            HasSubstr(download.keepsParts ? "goes on from there" : "begins anew"));
                 return;
+            }
         }
         FAIL() << "nothing came";
     }
@@ -112,13 +115,18 @@ TEST(DownloadFile, GoesOnWithWhatAStoppedOneLeft)
     EXPECT_EQ(NamesIn(box / "folder").size(), 3u); // what came, and the note of what it is
 
     slow.stalls_ = false;
+    std::filesystem::permissions(download.target, std::filesystem::perms::owner_all);
+    box.Write("folder/.kv~7ffffff-1", "of a download that was killed");
+    box.Write("folder/.kv~1-7", "of one that runs");
     box.host.StopAtStep(0);
     const auto done = DownloadFile(box.host, box.machine, download);
     ASSERT_TRUE(done) << done.Error().reason;
     EXPECT_EQ(done->status, 206);
     EXPECT_EQ(done->size, 5'000u);
     EXPECT_EQ(box.Read("folder/level.zip"), slow.content_);
-    EXPECT_EQ(NamesIn(box / "folder"), std::vector<std::string>{"level.zip"});
+    EXPECT_EQ(NamesIn(box / "folder"), (std::vector<std::string>{".kv~1-7", "level.zip"}));
+    EXPECT_EQ(std::filesystem::status(download.target).permissions(),
+              std::filesystem::perms::owner_all);
     EXPECT_THAT(slow.server_.Requests().back(), HasSubstr("Range: bytes=1000-\r\n"));
     EXPECT_TRUE(box.host.told.empty()) << box.host.AllTold();
 }
@@ -174,6 +182,16 @@ TEST(DownloadFile, AServersPageIsAFileWhoseStatusIsKnown)
     EXPECT_EQ(box.Read("level.zip"), "page");
     EXPECT_EQ(box.Read(".kv~part-level.zip").size(), 1'000u);
 
+    // Who wants no pages keeps the file that is there.
+    box.Write("level.zip", "old");
+    const auto names = NamesIn(box.root);
+    download.takesPages = false;
+    const auto none = DownloadFile(box.host, box.machine, download);
+    ASSERT_TRUE(none) << none.Error().reason;
+    EXPECT_EQ(none->status, 404);
+    EXPECT_EQ(box.Read("level.zip"), "old");
+    EXPECT_EQ(NamesIn(box.root), names);
+
     // A server that has nothing behind the part gives the whole anew.
     const ScriptedServer shrunk{[](const Connection& client) {
         if (client.Header("Range").empty())
@@ -200,7 +218,8 @@ TEST(DownloadFile, SaysNothingOfTheNetworkAndAllOfTheDisk)
     box.Write("own/old", "old");
     const auto cut = DownloadFile(box.host, box.machine, {server.Address("/a"), box / "own/old"});
     ASSERT_FALSE(cut);
-    EXPECT_THAT(cut.Error().reason, HasSubstr("ended before the whole file"));
+    EXPECT_EQ(cut.Error().reason, "the connection ended before the whole file was there; nothing "
+                                  "of it was kept, so the next download begins anew");
     const auto bad = DownloadFile(box.host, box.machine, {"file:///etc/passwd", box / "own/old"});
     ASSERT_FALSE(bad);
     const auto tooLong =
@@ -218,6 +237,16 @@ TEST(DownloadFile, SaysNothingOfTheNetworkAndAllOfTheDisk)
     EXPECT_EQ(box.host.told.size(), 2u) << box.host.AllTold();
     EXPECT_EQ(box.Read("own/old"), "old");
     EXPECT_EQ(NamesIn(box / "own").size(), 2u);
+}
+
+TEST(DownloadFile, KeepsNothingWhereNobodyGoesOn)
+{
+    StopsAfterSome box;
+    const SlowServer slow{std::string(5'000, 'x')};
+    box.Write("folder/old", "old");
+    box.Stop(
+        {.url = slow.server_.Address("/list"), .target = box / "folder/list", .keepsParts = false});
+    EXPECT_EQ(NamesIn(box / "folder"), std::vector<std::string>{"old"});
 }
 
 TEST(DownloadFile, AGivenUpOneIsHeardWhileTheServerSaysNothing)

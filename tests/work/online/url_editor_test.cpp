@@ -132,6 +132,55 @@ TEST(UrlEditor, AddsChangesAndRemovesWithQuestionsAboutDoubles)
     EXPECT_TRUE(editor.MayLeave());
 }
 
+TEST(UrlEditor, AsksOnceAboutVeryManyDoubles)
+{
+    UrlWorld box;
+    UrlList many;
+    many.records.assign(100'000, {"http://a.example/1", "site", UrlKindLevels, false});
+    EXPECT_TRUE(SaveUrlList(UrlListPath(box.folders), many));
+    UrlEditor editor = box.Editor();
+    for (const bool answer : {false, true}) {
+        for (int i = 0; i < 10; ++i)
+            box.host.WillAsk("Do you want insert it anyway?", true);
+        box.host.WillAsk("99990 more records", answer);
+        EXPECT_EQ(editor.AddRecord("mine", "http://a.example/2"), answer);
+    }
+}
+
+TEST(UrlEditor, SetsAListAsideThatItCouldNotRead)
+{
+    UrlWorld box;
+    const Path file = UrlListPath(box.folders);
+    const auto read = ReadWholeFile(file);
+    ASSERT_TRUE(read);
+    const std::string bytes = *read;
+    for (const bool damaged : {true, false}) {
+        box.host.told.clear();
+        EXPECT_TRUE(WriteWholeFile(file, damaged ? "cut" : bytes));
+        std::optional<UrlEditor> editor;
+        {
+            const FailingCalls failing{platform::FileAction::Open, "UrlList.bin", damaged ? 0 : -1};
+            editor.emplace(box.Editor());
+        }
+        ASSERT_TRUE(editor->NotRead());
+        EXPECT_TRUE(editor->Save()); // nothing was changed, nothing is written
+        EXPECT_TRUE(editor->AddRecord("mine", "http://mine.example"));
+        {
+            const FailingCalls failing{platform::FileAction::Rename, damaged ? ".1" : ".2"};
+            EXPECT_FALSE(editor->Save());
+        }
+        EXPECT_TRUE(box.host.WasTold("Error saving url list in file: "));
+        EXPECT_EQ(ReadWholeFile(file).ValueOr(""), damaged ? "cut" : bytes);
+        EXPECT_TRUE(editor->Save());
+        EXPECT_EQ(box.Saved(), editor->List());
+        const Path aside = file.native() + (damaged ? ".1" : ".2");
+        EXPECT_TRUE(box.host.WasTold("The old file is kept: " + aside.native()));
+        EXPECT_EQ(ReadWholeFile(aside).ValueOr(""), damaged ? "cut" : bytes);
+        EXPECT_TRUE(editor->Save());
+        EXPECT_EQ(box.host.told.size(), 2u) << box.host.AllTold();
+    }
+}
+
 TEST(UrlEditor, OpensAndCopiesTheChosenOne)
 {
     UrlWorld box;
@@ -186,7 +235,7 @@ TEST(UrlEditor, AnUpdateThatFailsLeavesTheListAlone)
 
     EXPECT_FALSE(box.Updates({server.Address("/page.bin")}));
     EXPECT_TRUE(box.host.WasTold("Error loading (from HD) update list"));
-    EXPECT_EQ(box.host.told.back().reason, "this is no list of addresses");
+    EXPECT_THAT(box.host.told.back().reason, HasSubstr("this is no list of addresses"));
     EXPECT_FALSE(box.Updates({server.Address("/missing.bin")}));
     EXPECT_EQ(box.host.told.back().reason, "the server answered 404");
 
@@ -200,6 +249,17 @@ TEST(UrlEditor, AnUpdateThatFailsLeavesTheListAlone)
     box.host.WillAsk("mirror #2", false);
     EXPECT_FALSE(box.Updates(dead));
     EXPECT_EQ(box.host.told.size(), told);
+
+    // A Stop, and a disk that is full, are meant for all servers; the disk is told of once.
+    const ScriptedServer silent{[](const Connection& client) { client.Wait(); }};
+    box.host.StopAtStep(1);
+    EXPECT_FALSE(box.Updates({silent.Address("/urllist.bin"), dead.front()}));
+    EXPECT_EQ(box.host.told.size(), told);
+    box.host.StopAtStep(0);
+    box.machine.free = 1;
+    EXPECT_FALSE(box.Updates({server.Address("/urllist.bin"), dead.front()}));
+    EXPECT_EQ(box.host.told.size(), told + 1);
+    EXPECT_TRUE(box.host.WasTold("Download error: "));
     EXPECT_EQ(box.Saved(), box.first);
 }
 
@@ -256,6 +316,16 @@ TEST(MakeUrls, MeasuresTheFilesThatALevelIsKnownBy)
         EXPECT_THAT(refused.Error().subject, HasSubstr("of the list")) << odd;
         EXPECT_NE(refused.Error().reason, "") << odd;
     }
+    EXPECT_EQ(make("{").Error().subject, "the text of the list");
+
+    // What the tool said of a package is not lost.
+    box.Write("made/Config.zip", "PK\x03\x04");
+    const auto broken = make(R"([{"kind":8,"url":"u","package":"Config.zip","folder":"valley",
+                                  "files":["data/valley.tr4"]}])");
+    ASSERT_FALSE(broken);
+    EXPECT_EQ(broken.Error().subject, "record 1 of the list");
+    EXPECT_THAT(broken.Error().reason, HasSubstr("Config.zip"));
+    EXPECT_NE(broken.Error().details, "");
 }
 
 } // namespace

@@ -51,6 +51,8 @@ TEST_F(Leftovers, AreClearedWhereTheyWereNotedAndOnlyThose)
     }
     box.Write("levels/LEVEL_0001/screenshots/" + dead, "nobody noted it");
     box.Write("home/_temp_zip/deep/file", "unpacked");
+    box.Write("home/_temp_online/Config.zip", "downloaded");
+    box.Write("home/_temp_online_zip/kestrova.cfg", "unpacked");
     box.Write("home/_temp_Savegame/savegame.1", "of an older program");
     box.Write("home/" + dead + "/file", "a folder to work in");
     box.Write("trle/.kv~ready/level.tr4", "expanded");
