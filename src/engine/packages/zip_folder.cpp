@@ -1,7 +1,9 @@
 #include "packages/zip_folder.h"
 
 #include "core/file_kinds.h"
+#include "core/staged_file.h"
 #include "packages/package_tools.h"
+#include "packages/zip_names.h"
 #include "platform/places.h"
 #include "session/telling.h"
 #include "words/common.h"
@@ -98,6 +100,27 @@ Status ZipFolder(const Tools& tools, const Path& zip, const Path& folder,
         (void)DeleteFile(target); // some of the files lack; the failure that is told says so
     if (packed && !FileExists(target))
         return Failure{ErrorCode::NotDone, {}, {}, report.lastLines, report.output};
+    return packed;
+}
+
+Status ReplaceZip(const Tools& tools, const Path& target, const Path& folder,
+                  const ToolProgressState& state)
+{
+    const Path staged = StagedNameFor(target).native() + std::string{OnDisk::EndingZip};
+    Status packed = ZipFolder(tools, staged, folder, state);
+    if (packed)
+        packed = MarkUtf8Names(staged);
+    if (packed) {
+        const platform::FileFacts old = platform::FactsOf(target);
+        auto failure = old.kind == platform::FileKind::File ? platform::SetMode(staged, old.mode)
+                                                            : std::error_code{};
+        if (!failure)
+            failure = platform::Rename(staged, target);
+        if (failure)
+            packed = MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
+    }
+    if (!packed)
+        (void)DeleteFile(staged); // unlisted, and of no use to anybody
     return packed;
 }
 

@@ -11,4 +11,10 @@ namespace kestrova
 Status ZipFolder(const Tools& tools, const Path& zip, const Path& folder,
                  const ToolProgressState& state);
 
+/// The same in place of a zip that may be there: that one is whole until the new one is, whose name
+/// and rights it takes, and stays as it was when anything fails. Names in the zip say that they are
+/// UTF-8. `target` is resolved by the caller.
+Status ReplaceZip(const Tools& tools, const Path& target, const Path& folder,
+                  const ToolProgressState& state);
+
 } // namespace kestrova

@@ -10,6 +10,7 @@
 #include "app/level_commands.h"
 #include "app/look_commands.h"
 #include "app/online_commands.h"
+#include "app/publish_commands.h"
 #include "app/saves_commands.h"
 #include "app/set_commands.h"
 #include "app/setup_commands.h"
@@ -42,15 +43,15 @@ struct CommandGroup {
 std::vector<CommandGroup> Groups()
 {
     return {
-        {SetupCommands(), HelpTag::Beginning},   {ArchiveCommands(), HelpTag::Archives},
-        {LookCommands(), HelpTag::Levels},       {IntakeCommands(), HelpTag::NewLevel},
-        {LevelCommands(), HelpTag::Levels},      {ConfigCommands(), HelpTag::ConfigFile},
-        {EditorCommands(), HelpTag::CompileTom}, {UpkeepCommands(), HelpTag::Maintenance},
-        {SwapCommands(), HelpTag::Playing},      {SavesCommands(), HelpTag::Savegames},
-        {HistoryCommands(), HelpTag::History},   {UndoCommands(), HelpTag::Undo},
-        {ShotsCommands(), HelpTag::Shots},       {OnlineCommands(), HelpTag::Addresses},
-        {SetCommands(), HelpTag::Settings},      {AudioCommands(), HelpTag::Audio},
-        {HelpCommands(), HelpTag::Problems},
+        {SetupCommands(), HelpTag::Beginning},      {ArchiveCommands(), HelpTag::Archives},
+        {LookCommands(), HelpTag::Levels},          {IntakeCommands(), HelpTag::NewLevel},
+        {LevelCommands(), HelpTag::Levels},         {ConfigCommands(), HelpTag::ConfigFile},
+        {EditorCommands(), HelpTag::CompileTom},    {UpkeepCommands(), HelpTag::Maintenance},
+        {SwapCommands(), HelpTag::Playing},         {SavesCommands(), HelpTag::Savegames},
+        {HistoryCommands(), HelpTag::History},      {UndoCommands(), HelpTag::Undo},
+        {ShotsCommands(), HelpTag::Shots},          {OnlineCommands(), HelpTag::Addresses},
+        {SetCommands(), HelpTag::Settings},         {AudioCommands(), HelpTag::Audio},
+        {PublishCommands(), HelpTag::PublishTexts}, {HelpCommands(), HelpTag::Problems},
     };
 }
 

@@ -1,6 +1,6 @@
 #include "app/config_commands.h"
 
-#include "app/file_names.h"
+#include "app/config_fields.h"
 #include "app/result_text.h"
 #include "formats/nul_list.h"
 #include "levels/export_level.h"
@@ -9,6 +9,7 @@
 #include "packages/level_config_file.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
+#include "words/config_commands.h"
 #include "words/commands.h"
 #include "words/intake.h"
 #include "words/online_commands.h"
@@ -22,42 +23,8 @@ namespace kestrova
 namespace
 {
 
-/// A field of the file: its name here, its width there, and how many texts make one of its groups.
-struct FieldRow {
-    std::string_view name;
-    std::string LevelConfig::*field;
-    std::size_t width;
-    std::size_t group = 0; ///< 0: one text; 1: a list; above: a list of groups
-};
-
-constexpr std::size_t longestTomWads = 32767;
-constexpr FieldRow fieldRows[] = {
-    {"name", &LevelConfig::name, 256},
-    {"note", &LevelConfig::note, 256},
-    {"author", &LevelConfig::author, 80},
-    {"author-note", &LevelConfig::authorNote, 256},
-    {"email", &LevelConfig::authorEmails, 256, 1},
-    {"site", &LevelConfig::authorSites, 256, 1},
-    {"extern-wave", &LevelConfig::externWaves, 4096, 4},
-    {"import-wad", &LevelConfig::importWads, 2048, 2},
-    {"import-notes", &LevelConfig::importNotes, 512},
-    {"duplicate", &LevelConfig::duplicates, 600, 2},
-    {"more-info", &LevelConfig::moreInfo, 80},
-    {"exe-format", &LevelConfig::exeFormat, 10},
-    {"tom-wads", &LevelConfig::tomWads, longestTomWads, 2},
-};
-constexpr char partMark = '|';
-
-std::string AllFieldNames()
-{
-    std::vector<std::string> names;
-    for (const FieldRow& row : fieldRows)
-        names.emplace_back(row.name);
-    return Join(names, ", ");
-}
-
 /// The texts of a field, those of a group joined; an incomplete last group is passed over.
-std::vector<std::string> TextsOf(const FieldRow& row, const LevelConfig& config)
+std::vector<std::string> TextsOf(const ConfigField& row, const LevelConfig& config)
 {
     const std::string value{Trim(config.*row.field)};
     if (row.group == 0)
@@ -67,14 +34,14 @@ std::vector<std::string> TextsOf(const FieldRow& row, const LevelConfig& config)
     for (std::size_t i = 0; i + row.group <= parts.size(); i += row.group)
         texts.push_back(Join({parts.begin() + static_cast<std::ptrdiff_t>(i),
                               parts.begin() + static_cast<std::ptrdiff_t>(i + row.group)},
-                             std::string_view{&partMark, 1}));
+                             std::string_view{&fieldPartMark, 1}));
     return texts;
 }
 
 Json AsJson(const LevelConfig& config)
 {
     Json json = Json::object();
-    for (const FieldRow& row : fieldRows) {
+    for (const ConfigField& row : ConfigFields()) {
         Json texts = Json::array();
         for (const std::string& text : TextsOf(row, config))
             texts.push_back(Readable(text));
@@ -100,7 +67,7 @@ bool ShowConfig(Run& run, const Path& file)
         *run.json = AsJson(config);
         return true;
     }
-    for (const FieldRow& row : fieldRows)
+    for (const ConfigField& row : ConfigFields())
         for (const std::string& text : TextsOf(row, config))
             AddLine(run, std::string{row.name} + "\t" + OneField(text));
     for (const ConfigFile& listed : config.files)
@@ -111,32 +78,19 @@ bool ShowConfig(Run& run, const Path& file)
 /// Puts `name=value` into the record; what is wrong with it, or nothing.
 std::string TakeField(const std::string& word, LevelConfig& config)
 {
-    const std::size_t equals = word.find('=');
-    const std::string_view name = std::string_view{word}.substr(0, equals);
-    const auto* row = std::find_if(std::begin(fieldRows), std::end(fieldRows),
-                                   [&](const FieldRow& field) { return field.name == name; });
-    if (equals == std::string::npos || row == std::end(fieldRows))
-        return GetMsg(Msg::WrongConfigField, {word, AllFieldNames()});
-    const std::string value = OnOneLine(Readable(std::string_view{word}.substr(equals + 1)));
-    if (!FitsWindows1252(value))
-        return GetMsg(Msg::WrongConfigLetters, {row->name, value});
-    if (row->group == 0 && !(config.*row->field).empty())
-        return GetMsg(Msg::WrongConfigTwice, {row->name});
-    std::vector<std::string> parts{value};
-    if (row->group > 1)
-        parts = Split(value, partMark);
-    if (row->group > 1 && parts.size() != row->group)
-        return GetMsg(Msg::WrongConfigParts, {value, row->name, std::to_string(row->group)});
-    if (row->field == &LevelConfig::exeFormat) {
-        const std::vector<std::string> known = Split(OnDisk::ConfigExeFormats, partMark);
-        if (!value.empty() && std::find(known.begin(), known.end(), value) == known.end())
-            return GetMsg(Msg::WrongConfigExe, {value, Join(known, ", ")});
-    }
-    std::string& field = config.*row->field;
-    const std::string joined = JoinNulList(parts);
+    const auto said = ReadFieldWord(word);
+    if (!said)
+        return said.Error().sentence;
+    const ConfigField& row = said->field;
+    if (!FitsWindows1252(said->text))
+        return GetMsg(Msg::WrongConfigLetters, {row.name, said->text});
+    if (row.group == 0 && !(config.*row.field).empty())
+        return GetMsg(Msg::WrongConfigTwice, {row.name});
+    std::string& field = config.*row.field;
+    const std::string joined = JoinNulList(said->parts);
     field = field.empty() ? joined : JoinNulList({field, joined});
-    if (ToWindows1252(field).size() > row->width)
-        return GetMsg(Msg::WrongConfigTooLong, {row->name, std::to_string(row->width)});
+    if (ToWindows1252(field).size() > row.width)
+        return GetMsg(Msg::WrongConfigTooLong, {row.name, std::to_string(row.width)});
     return {};
 }
 

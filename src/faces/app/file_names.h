@@ -8,7 +8,6 @@
 namespace kestrova::OnDisk
 {
 
-inline constexpr std::string_view ConfigExeFormats = "ZIP|TRLE|MIRROR|FLYDRIVE";
 inline constexpr std::string_view DoctorToolOpen = "xdg-open";
 inline constexpr std::string_view FragStandInGame = "\\kestrova-practice-game";
 

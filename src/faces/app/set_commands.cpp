@@ -274,10 +274,6 @@ bool SetInArchive(Run& run)
 std::span<const CommandRow> SetCommands()
 {
     static const CommandRow rows[] = {
-        {.window = {.control = "mnu_SetupUpload",
-                    .caption = Msg::MenuSetupUpload,
-                    .menu = "mnu_Tools",
-                    .available = false}},
         {.window = {.control = "mnu_Settings",
                     .caption = Msg::MenuSettings,
                     .keys = "Ctrl+,",

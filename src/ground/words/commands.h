@@ -16,17 +16,6 @@ inline constexpr Message UseExport{"export CODE FILE.zip [--screenshots] [--save
 inline constexpr Message SumExport{"Packs a level's files, as the game needs them, with a kestrova.cfg into a zip."};
 inline constexpr Message KeysExport{"an object with `code`, `name`, `file`, `size` (bytes)."};
 inline constexpr Message WrongZipName{"'~1' is no zip's name: it must end in .zip."};
-inline constexpr Message UseConfig{"config show FILE.cfg | config write FOLDER [FIELD=TEXT…] | config find FOLDER"};
-inline constexpr Message SumConfig{"Shows a level's configuration file, writes one with the given fields and the files of a folder, or names what the list of addresses has for the level in a folder. Fields: name, note, author, author-note, email, site, more-info, import-notes, exe-format; of several parts, parted by |: extern-wave=CD|SOURCE|TARGET|ALTERNATIVE, import-wad=CHECK|URL, duplicate=PATTERN|TARGET, tom-wads=TOM|WADS. Those of several parts, email and site may stand there more than once."};
-inline constexpr Message KeysConfig{"(show) an object with the fields, lists as arrays, groups joined by `|`, and `files`, an array of objects with `name` and `size` (bytes); (find) an array of objects with `name`, `url`."};
-inline constexpr Message WrongConfigWord{"'~1' is none of show, write and find."};
-inline constexpr Message WrongConfigField{"'~1' is no FIELD=TEXT. The fields are: ~2."};
-inline constexpr Message WrongConfigTwice{"The field '~1' stands there twice."};
-inline constexpr Message WrongConfigParts{"'~1' makes no sense for ~2: it takes ~3 parts, parted by |."};
-inline constexpr Message WrongConfigExe{"'~1' makes no sense for exe-format: it takes nothing or one of ~2."};
-inline constexpr Message WrongConfigTooLong{"The field '~1' becomes too long: it has room for ~2 letters."};
-inline constexpr Message WrongConfigLetters{"The field '~1' has letters that this kind of file cannot hold: ~2. Nothing was written. Write it with the letters of western Europe."};
-inline constexpr Message ConfigWriteWords{"config write"};
 inline constexpr Message NamesReadAs{"The names in the package do not say in which alphabet they are written. They were read as ~1. If they look wrong, give another with --names: ~2."};
 inline constexpr Message ShotNone{"The level has no screen-shot '~1'. Nothing has been changed. kestrovactl shots list ~2 shows what it has."};
 inline constexpr Message ShotLine{"~1  ~2  ~3"};

@@ -6,7 +6,6 @@
 #include "intake/folder_sources.h"
 #include "intake/source_choice.h"
 #include "session/telling.h"
-#include "words/intake.h"
 #include "words/sources.h"
 
 #include <utility>
@@ -71,29 +70,6 @@ bool EndSources(Intake& intake)
     return draft.report.failed == 0 && !draft.report.stopped;
 }
 
-/// False, with a message, when the source is neither a file nor a folder.
-bool AddSource(Intake& intake, const Path& source, Subfolders subfolders)
-{
-    Session& session = intake.session;
-    LevelDraft& draft = intake.draft;
-    if (FolderExists(source)) {
-        AddFilesFromFolder(session.host, session.machine, session.Folders(), ToolsOf(session),
-                           source, draft.workFolder, draft.Options(), intake.progress, subfolders,
-                           draft.report);
-        return true;
-    }
-    if (FileExists(source)) {
-        AddFile(session.host, session.machine, session.Folders(), ToolsOf(session), source,
-                draft.workFolder, draft.Options(), intake.progress, draft.report);
-        return true;
-    }
-    ++draft.report.failed;
-    const bool isThere = platform::FactsOf(source).kind != platform::FileKind::Missing;
-    session.host.Tell(Tone::Error,
-                      GetMsg(isThere ? Msg::SourceNoFile : Msg::SourceMissing, {TextOf(source)}));
-    return false;
-}
-
 } // namespace
 
 bool AddChosenFile(Intake& intake)
@@ -121,14 +97,16 @@ bool AddChosenFolder(Intake& intake)
 
 bool AddSources(Intake& intake, const std::vector<Path>& sources, Subfolders subfolders)
 {
+    Session& session = intake.session;
     LevelDraft& draft = intake.draft;
-    if (!DoneOrTold(intake.session.host, GuardLevelOnCd(draft.saved)) || !BeginChange(intake))
+    if (!DoneOrTold(session.host, GuardLevelOnCd(draft.saved)) || !BeginChange(intake))
         return false;
     draft.report = {};
     for (const Path& source : sources) {
         if (draft.report.stopped)
             break;
-        if (AddSource(intake, source, subfolders))
+        if (AddSource(session.host, session.machine, session.Folders(), ToolsOf(session), source,
+                      draft.workFolder, draft.Options(), intake.progress, subfolders, draft.report))
             draft.lastSource = source;
     }
     return EndSources(intake);

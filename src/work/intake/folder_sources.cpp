@@ -82,4 +82,24 @@ void AddFilesFromFolder(Host& host, Machine& machine, const Folders& folders, co
         TellFailedFiles(host, failed, folder, firstFailure);
 }
 
+bool AddSource(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+               const Path& source, const Path& folder, const SourceOptions& options,
+               ProgressScope& progress, Subfolders subfolders, SourceReport& report)
+{
+    if (FolderExists(source)) {
+        AddFilesFromFolder(host, machine, folders, tools, source, folder, options, progress,
+                           subfolders, report);
+        return true;
+    }
+    if (FileExists(source)) {
+        AddFile(host, machine, folders, tools, source, folder, options, progress, report);
+        return true;
+    }
+    ++report.failed;
+    const bool isThere = platform::FactsOf(source).kind != platform::FileKind::Missing;
+    host.Tell(Tone::Error,
+              GetMsg(isThere ? Msg::SourceNoFile : Msg::SourceMissing, {TextOf(source)}));
+    return false;
+}
+
 } // namespace kestrova

@@ -14,4 +14,9 @@ void AddFilesFromFolder(Host& host, Machine& machine, const Folders& folders, co
                         const Path& source, const Path& folder, const SourceOptions& options,
                         ProgressScope& progress, Subfolders subfolders, SourceReport& report);
 
+/// A file, a package or a folder, whichever it is. False, with a message, when it is none of them.
+bool AddSource(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+               const Path& source, const Path& folder, const SourceOptions& options,
+               ProgressScope& progress, Subfolders subfolders, SourceReport& report);
+
 } // namespace kestrova

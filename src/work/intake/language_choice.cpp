@@ -6,6 +6,7 @@
 #include "formats/trle_folder.h"
 #include "levels/level_language.h"
 #include "session/telling.h"
+#include "words/file_list.h"
 #include "words/intake.h"
 
 #include <algorithm>

@@ -16,7 +16,6 @@
 #include "levels/file_names.h"
 #include "packages/level_config_file.h"
 #include "packages/zip_folder.h"
-#include "packages/zip_names.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
 #include "storage/storage.h"
@@ -259,24 +258,11 @@ bool Pack(Host& host, const Tools& tools, const Path& target, const Path& folder
           ProgressScope& progress)
 {
     progress.SetLabel(GetMsg(Msg::ExportZipping) + TextOf(target.filename()));
-    const Path staged = StagedNameFor(target).native() + std::string{OnDisk::EndingZip};
     ToolProgressState state{&progress};
     state.tell = [&](const std::string& text) { host.Tell(Tone::Plain, text); };
-    Status packed = ZipFolder(tools, staged, folder, state);
-    if (packed)
-        packed = MarkUtf8Names(staged);
-    if (packed) {
-        const platform::FileFacts old = platform::FactsOf(target);
-        auto failure = old.kind == platform::FileKind::File ? platform::SetMode(staged, old.mode)
-                                                            : std::error_code{};
-        if (!failure)
-            failure = platform::Rename(staged, target);
-        if (failure)
-            packed = MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
-    }
+    const Status packed = ReplaceZip(tools, target, folder, state);
     if (packed)
         return true;
-    (void)DeleteFile(staged); // unlisted, and of no use to anybody
     Failure failure = packed.Error();
     if (failure.code == ErrorCode::Stopped)
         return TellStopped(host);

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string_view>
+
+// clang-format off
+
+/// What stands in fields of a level's configuration file (`formats/level_config.h`) that have a
+/// choice of words, parted by `|`.
+namespace kestrova::OnDisk
+{
+
+/// Where an extern wave comes from.
+inline constexpr std::string_view ConfigCdCodes = "<NONE>|TR4|TR5";
+/// Kinds of installers; the first is none.
+inline constexpr std::string_view ConfigExeFormats = "|ZIP|TRLE|MIRROR|FLYDRIVE";
+
+} // namespace kestrova::OnDisk
