@@ -6,7 +6,7 @@
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
 #include "history/standing.h"
-#include "saves/savegame_moves.h"
+#include "saves/archive_slots.h"
 #include "saves/savegame_store.h"
 #include "words/levels.h"
 #include "words/library.h"

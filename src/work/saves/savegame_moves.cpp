@@ -3,7 +3,6 @@
 #include "archive/level_folders.h"
 #include "core/file_kinds.h"
 #include "core/name_list.h"
-#include "core/parallel.h"
 #include "core/staged_file.h"
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
@@ -12,8 +11,8 @@
 #include "history/changes.h"
 #include "history/history.h"
 #include "history/standing.h"
-#include "platform/file_content.h"
 #include "platform/places.h"
+#include "saves/archive_slots.h"
 #include "saves/savegame_plan.h"
 #include "saves/savegame_store.h"
 #include "session/operation.h"
@@ -31,99 +30,9 @@ namespace kestrova
 namespace
 {
 
-Path RootOf(const Folders& folders, LevelCode code)
-{
-    return ResolvePath(InFolder(LevelHomeOf(folders, code), OnDisk::DirSavegames));
-}
-
-Path ArchiveSlot(const Path& root, int number)
-{
-    return root / (std::string{OnDisk::SlotPrefix} + std::to_string(number));
-}
-
 std::string SlotName(std::size_t slot)
 {
     return std::string{OnDisk::SavegameStem} + std::to_string(slot);
-}
-
-Result<std::vector<Path>> SavegamesOf(const Path& folder)
-{
-    return ListFiles(folder, OnDisk::SavegamePattern);
-}
-
-/// The last of the archive slots, which are numbered from 1 without gaps; 0 when there is none.
-Result<int> LastSlot(const Path& root)
-{
-    const auto folders = ListSubfolders(root);
-    if (!folders)
-        return folders.Error();
-    std::set<std::string> names;
-    for (const Path& folder : *folders)
-        names.insert(FoldCase(folder.filename().native()));
-    int last = 0;
-    while (names.contains(FoldCase(ArchiveSlot(root, last + 1).filename().native())))
-        ++last;
-    return last;
-}
-
-/// The archive slots of a level: their savegames by save number, and the first free place.
-struct ArchiveSlots {
-    std::multimap<std::int32_t, Path> byNumber;
-    int free = 1;
-};
-
-Result<ArchiveSlots> SurveySlots(const Path& root)
-{
-    const auto last = LastSlot(root);
-    if (!last)
-        return last.Error();
-    ArchiveSlots slots;
-    slots.free = *last + 1;
-    using Found = std::vector<std::pair<std::int32_t, Path>>;
-    std::vector<Found> found(static_cast<std::size_t>(*last));
-    std::vector<std::optional<Failure>> failures(found.size());
-    RunOnAllCores(found.size(), [&](std::size_t i) {
-        auto files = SavegamesOf(ArchiveSlot(root, static_cast<int>(i) + 1));
-        if (!files)
-            failures[i] = files.Error();
-        else
-            for (Path& file : *files) {
-                const SavegameInfo info = ReadSavegameInfo(file);
-                if (info.unread) // it may be the double of a live one
-                    failures[i] = MakeFailure(ErrorCode::CannotRead, TextOf(file), info.unread);
-                found[i].emplace_back(info.number, std::move(file));
-            }
-    });
-    for (const auto& failure : failures)
-        if (failure)
-            return *failure;
-    for (Found& slot : found)
-        for (auto& entry : slot)
-            slots.byNumber.insert(std::move(entry));
-    return slots;
-}
-
-/// Adds the hash of a live file when `other` holds the same bytes.
-void NoteIfSame(const Path& live, const Path& other, std::set<std::string>& hashes)
-{
-    std::string hash;
-    if (FileExists(live) && SameContent(live, other) && !platform::HashOfFile(live, hash))
-        hashes.insert(hash);
-}
-
-/// Hashes of a savegame, its note and pictures, as far as an archive slot has the same.
-void NoteArchived(const ArchiveSlots& slots, const Path& live, std::int32_t number,
-                  std::set<std::string>& hashes)
-{
-    const auto mine = CompanionsOf(SlotNumberOf(live));
-    const auto [first, last] = slots.byNumber.equal_range(number);
-    for (auto other = first; other != last; ++other) {
-        NoteIfSame(live, other->second, hashes);
-        const auto theirs = CompanionsOf(SlotNumberOf(other->second));
-        for (std::size_t i = 0; i < mine.size(); ++i)
-            NoteIfSame(ResolvePath(live.parent_path() / mine[i]),
-                       ResolvePath(other->second.parent_path() / theirs[i]), hashes);
-    }
 }
 
 /// Keeps all files of a folder in the history.
@@ -205,7 +114,8 @@ Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan,
         return loaded;
     const auto count = static_cast<std::int32_t>(
         std::int64_t{session.savegameHeader.archivedCount} + added); // wraps as the record does
-    const Path header = RootOf(session.Folders(), code) / FileNameOf(OnDisk::FragSavegameHeader);
+    const Path header =
+        SlotsRootOf(session.Folders(), code) / FileNameOf(OnDisk::FragSavegameHeader);
     Change change = NewChange(session.machine, session.Folders(), session.archive, session.settings,
                               move.kind, code);
     change.reason = GetMsg(move.reason);
@@ -240,7 +150,7 @@ Result<int> LastFilledSlot(Machine& machine, const Folders& folders, const Archi
     auto last = LastSlot(root);
     for (; last && *last > 0; --*last) {
         const Path slot = ResolvePath(ArchiveSlot(root, *last));
-        const auto savegames = SavegamesOf(slot);
+        const auto savegames = SavegamesIn(slot);
         if (!savegames)
             return savegames.Error();
         if (!savegames->empty())
@@ -355,7 +265,7 @@ Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
     const auto names = plan.Savegames(*from);
     if (names.empty())
         return SavegamesMoved{};
-    const Path root = RootOf(session.Folders(), code);
+    const Path root = SlotsRootOf(session.Folders(), code);
     if (auto status = MakeFolder(root); !status)
         return status.Error();
     const auto slots = SurveySlots(root);
@@ -395,13 +305,13 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
     const auto live = ReadyLiveFolder(session, code);
     if (!live)
         return live.Error();
-    const auto standing = SavegamesOf(*live);
+    const auto standing = SavegamesIn(*live);
     if (!standing)
         return standing.Error();
     SavegamesMoved counts{static_cast<int>(standing->size()), 0, 0, 0, 0, {}};
     if (standing->size() == gameSlotCount)
         return counts;
-    const Path root = RootOf(session.Folders(), code);
+    const Path root = SlotsRootOf(session.Folders(), code);
     const auto last = LastFilledSlot(session.machine, session.Folders(), session.archive,
                                      session.settings, code, root);
     if (!last)
@@ -451,17 +361,6 @@ Result<SavegamesMoved> RestoreSavegames(Session& session)
 {
     const auto code = session.list.Selected();
     return code ? RestoreSavegamesOf(session, *code) : SavegamesMoved{};
-}
-
-int CountArchivedSavegames(const Folders& folders, LevelCode code)
-{
-    const Path root = RootOf(folders, code);
-    const auto last = LastSlot(root);
-    std::size_t count = 0;
-    for (int number = 1; last && number <= *last; ++number)
-        if (const auto files = SavegamesOf(ResolvePath(ArchiveSlot(root, number))))
-            count += files->size();
-    return static_cast<int>(count);
 }
 
 Status EndEarlierMove(Session& session)

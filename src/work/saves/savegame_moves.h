@@ -33,10 +33,6 @@ Result<SavegamesMoved> RestoreSavegames(Session& session);
 Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code);
 Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code);
 
-/// How many savegames lie in the level's archive slots, counted on the disk; a slot that cannot be
-/// listed counts nothing.
-int CountArchivedSavegames(const Folders& folders, LevelCode code);
-
 /// Finishes what an earlier move left. A failure also while a swap waits to be mended: nothing may
 /// move savegames then.
 Status EndEarlierMove(Session& session);

@@ -1,5 +1,6 @@
 #include "history/history.h"
 #include "history/standing.h"
+#include "saves/archive_slots.h"
 #include "saves/bring_back.h"
 #include "saves/savegame_transfer.h"
 #include "saves/saves_world.h"
