@@ -13,5 +13,7 @@ inline constexpr Message OriginalsUnknownId{"Nothing is kept under the name ~1. 
 inline constexpr Message BackupLinkBroken{"The folder ~1 leads to a place that is not there now, so the backup would lack its files. The backup is as it was. Connect the drive and try again."};
 inline constexpr Message InterruptedFailed{"An interrupted swap could not be mended yet. No savegame is lost. Make the disk writable and start again; until then no level can be played."};
 inline constexpr Message OriginalsUnreadable{"The list of what was kept of the Level Editor's folder cannot be read. The files lie in history/originals of the program's folder."};
+inline constexpr Message OriginalNotBroughtBack{"The file could not be brought back. It is still kept."};
+inline constexpr Message OriginalBroughtBack{"Brought back: ~1. It stays in the list as well."};
 
 } // namespace kestrova::Msg

@@ -39,7 +39,6 @@ inline constexpr Message FastRestoreFailed{"Error setting original configuration
 inline constexpr Message MendRoomRemedy{"Make room on the disk, or give yourself the right to write there, and try again."};
 inline constexpr Message MendBackupRemedy{"The backup is not there: bring the folder ~1 back, or copy these files from the Level Editor's own setup."};
 inline constexpr Message DoctorWaitsRemedy{"Connect its drive; or say where it is now: kestrovactl mend --trle DIR, or kestrovactl mend --archive-folder DIR; or give it up: kestrovactl mend --let-go"};
-inline constexpr Message FileCopyInProgress{"File copy in progress ..."};
 inline constexpr Message ReasonInterrupted{"interrupted swap"};
 inline constexpr Message CannotKeepState{"The savegames of this level could not be kept in a safe place, so nothing was changed: the level that stood in the Level Editor's folder is still there with its savegames. Make room on the disk, or give yourself the right to write there, and try again."};
 inline constexpr Message CannotWriteJournal{"The swap could not be noted down in the program's folder, so it was not begun. The Level Editor's folder is as it was. Make room on the disk, or give yourself the right to write there, and try again."};
@@ -105,7 +104,5 @@ inline constexpr Message SavegamesUnfinished{"An interrupted move of savegames c
 inline constexpr Message StateLeft{"These savegames, notes or shots of the level before could not be taken out of the Level Editor's folder: ~1. They are kept with their own level, and the next level does not take them over. Take away their write protection; the next swap tries it again."};
 inline constexpr Message FilesKept{"These files of the Level Editor's folder were held by no backup and no level. They were kept before they went: ~1. The menu Savegames, \"History of savegames\", shows them and brings them back, and so does: kestrovactl history originals"};
 inline constexpr Message LeftBehind{"These files of a level could not be deleted and stand in the Level Editor's folder still: ~1. The next start tries it again. Take away their write protection."};
-inline constexpr Message OriginalNotBroughtBack{"The file could not be brought back. It is still kept."};
-inline constexpr Message OriginalBroughtBack{"Brought back: ~1. It stays in the list as well."};
 
 } // namespace kestrova::Msg

@@ -29,5 +29,6 @@ inline constexpr Message LockWordsNone{"it has not written yet which it is"};
 inline constexpr Message WriteNoFile{"~1 is a folder, a device or a pipe, and no file. Nothing was written there. Choose another name."};
 inline constexpr Message LockWords{"process ~1, since ~2"};
 inline constexpr Message CannotWriteLog{"The log file of this swap could not be written. The swap itself is not touched by that."};
+inline constexpr Message FileCopyInProgress{"File copy in progress ..."};
 
 } // namespace kestrova::Msg

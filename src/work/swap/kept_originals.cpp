@@ -5,7 +5,7 @@
 #include "session/telling.h"
 #include "swap/folder_guard.h"
 #include "swap/recovery.h"
-#include "words/restore.h"
+#include "words/originals.h"
 #include "words/session.h"
 
 namespace kestrova

@@ -4,7 +4,7 @@
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/input_gate.h"
 #include "ui/widgets/qt_text.h"
-#include "words/restore.h"
+#include "words/session.h"
 #include "words/ui_desktop.h"
 
 #include <QCloseEvent>
