@@ -129,18 +129,25 @@ Finding ArchiveState(Session& session)
 }
 
 /// What is kept so that changes can be undone, removed levels with it.
-void UndoKept(const std::vector<Change>& entries, std::vector<Finding>& findings)
+void UndoKept(const Folders& folders, const UndoList& list, std::vector<Finding>& findings)
 {
-    if (entries.empty())
+    if (!list.unread.empty()) {
+        std::vector<std::string> names;
+        for (const Path& file : list.unread)
+            names.push_back(TextOf(file));
+        findings.push_back(Bad(Msg::DoctorUndo, GetMsg(Msg::DoctorUndoUnread, {ShownNames(names)}),
+                               Msg::DoctorUndoUnreadRemedy));
+    }
+    if (list.entries.empty())
         return;
     std::uint64_t bytes = 0;
     std::vector<std::string> aside;
-    for (const Change& entry : entries) {
-        bytes += BytesOf(entry);
+    for (const ChangeHead& entry : list.entries) {
+        bytes += BytesOf(folders, entry);
         if (entry.moved && !entry.isUndone)
             aside.push_back(TextOf(entry.moved->to));
     }
-    std::string state = GetMsg(Msg::DoctorUndoKeeps, {std::to_string(entries.size()),
+    std::string state = GetMsg(Msg::DoctorUndoKeeps, {std::to_string(list.entries.size()),
                                                       FormatSize(static_cast<double>(bytes))});
     if (!aside.empty())
         state = GetMsg(Msg::DoctorUndoAside, {state, ShownNames(aside)});
@@ -174,11 +181,11 @@ void FoldersOfNoLevel(const Folders& folders, const Archive& archive,
             Bad(Msg::DoctorLeftIntake, named(cutShort), Msg::DoctorLeftIntakeRemedy));
     if (!unlisted.empty())
         findings.push_back(Bad(Msg::DoctorUnlisted, named(unlisted), Msg::DoctorUnlistedRemedy));
-    const auto entries = ReadUndoEntries(folders).ValueOr({});
-    UndoKept(entries, findings);
+    const auto list = ReadUndoList(folders).ValueOr({});
+    UndoKept(folders, list, findings);
     std::vector<Path> aside = found->setAside;
     std::erase_if(aside, [&](const Path& folder) {
-        return std::any_of(entries.begin(), entries.end(), [&](const Change& entry) {
+        return std::any_of(list.entries.begin(), list.entries.end(), [&](const ChangeHead& entry) {
             return entry.moved && Path{entry.moved->to} == folder;
         });
     });

@@ -4,12 +4,14 @@
 #include "core/dates.h"
 #include "core/file_kinds.h"
 #include "core/text.h"
+#include "history/changes.h"
 #include "history/undo_entries.h"
 #include "levels/undo_change.h"
 #include "session/telling.h"
 #include "words/commands.h"
 #include "words/undo.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 namespace kestrova
@@ -25,61 +27,96 @@ std::optional<std::int32_t> NumberOf(const std::string& word)
     return number && *number > 0 ? number : std::nullopt;
 }
 
+/// What there is to undo; nothing, told, while it cannot be read.
+std::optional<UndoList> ListTold(Run& run)
+{
+    auto list = ReadUndoList(run.session.Folders());
+    if (list)
+        return std::move(list).Value();
+    TellFailure(run.session.host, GetMsg(Msg::UndosNotRead), list.Error());
+    return {};
+}
+
 /// The entry that the words name.
-std::optional<Change> NamedEntry(Run& run)
+std::optional<ChangeHead> NamedEntry(Run& run)
 {
     const std::string& word = run.arguments.words.front();
-    const auto entries = ReadUndoEntries(run.session.Folders());
-    if (!entries) {
-        TellFailure(run.session.host, GetMsg(Msg::UndosNotRead), entries.Error());
+    const auto list = ListTold(run);
+    if (!list)
         return {};
-    }
-    for (const Change& entry : *entries)
+    for (const ChangeHead& entry : list->entries)
         if (entry.id == NumberOf(word))
             return entry;
-    run.session.host.Tell(Tone::Error, GetMsg(Msg::UndoUnknown, {word}));
+    const Path file = UndoEntryFile(run.session.Folders(), NumberOf(word).value_or(0));
+    const bool unread =
+        std::find(list->unread.begin(), list->unread.end(), file) != list->unread.end();
+    run.session.host.Tell(Tone::Error, unread ? GetMsg(Msg::UndoUnread, {TextOf(file)})
+                                              : GetMsg(Msg::UndoUnknown, {word}));
     return {};
 }
 
-/// The newest change of another archive, where this one has none.
-std::optional<Change> NextElsewhere(const Folders& folders, UndoWay way)
+/// The newest entry of this archive; where it has none, one of another, which is refused in words.
+std::optional<ChangeHead> NewestEntry(Run& run, UndoWay way)
 {
-    const auto entries = ReadUndoEntries(folders).ValueOr({});
-    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
-        if (entry->isUndone == (way == UndoWay::Redo))
-            return *entry;
-    return {};
+    const Folders folders = run.session.Folders();
+    if (!ListTold(run))
+        return {};
+    auto entry = NextToUndo(folders, run.session.archive, way);
+    if (!entry)
+        entry = NewestUndo(folders, [&](const ChangeHead& other) {
+            return other.isUndone == (way == UndoWay::Redo);
+        });
+    if (!entry)
+        run.session.host.Tell(
+            Tone::Plain, GetMsg(way == UndoWay::Undo ? Msg::NothingToUndo : Msg::NothingToRedo));
+    return entry;
 }
 
-bool Take(Run& run, UndoWay way)
+bool TakeEntry(Run& run, const ChangeHead& head)
 {
-    Session& session = run.session;
-    std::optional<Change> entry;
-    if (run.FromWords() && !run.arguments.words.empty()) {
-        entry = NamedEntry(run);
-        if (!entry)
-            return false;
-    } else {
-        if (const auto entries = ReadUndoEntries(session.Folders()); !entries) {
-            TellFailure(session.host, GetMsg(Msg::UndosNotRead), entries.Error());
-            return false;
-        }
-        entry = NextToUndo(session.Folders(), session.archive, way);
-        if (!entry)
-            entry = NextElsewhere(session.Folders(), way); // which is refused in words
-    }
+    const auto entry = ReadUndoEntry(run.session.Folders(), head.id);
     if (!entry) {
-        session.host.Tell(Tone::Plain,
-                          GetMsg(way == UndoWay::Undo ? Msg::NothingToUndo : Msg::NothingToRedo));
+        TellFailure(run.session.host, GetMsg(Msg::NotUndone, {WhatWasDone(head)}), entry.Error());
         return false;
     }
-    if (!UndoChange(session, *entry))
+    if (!UndoChange(run.session, *entry))
         return false;
     const std::string done =
         GetMsg(entry->isUndone ? Msg::Redone : Msg::Undone, {WhatWasDone(*entry)});
     run.face.Note(done);
     AddLine(run, done);
     return true;
+}
+
+/// An older one that can be taken, where a newer one was refused.
+std::optional<ChangeHead> NextThatMay(const Session& session, UndoWay way, std::int32_t before)
+{
+    const Folders folders = session.Folders();
+    while (const auto head = NextToUndo(folders, session.archive, way, before)) {
+        if (const auto entry = ReadUndoEntry(folders, head->id);
+            entry && MayUndo(folders, session.archive, *entry))
+            return head;
+        before = head->id;
+    }
+    return {};
+}
+
+bool Take(Run& run, UndoWay way)
+{
+    const bool named = run.FromWords() && !run.arguments.words.empty();
+    auto entry = named ? NamedEntry(run) : NewestEntry(run, way);
+    if (!entry)
+        return false;
+    if (TakeEntry(run, *entry))
+        return true;
+    if (run.FromWords() || ChangeWaits(run.session.Folders()))
+        return false;
+    entry = NextThatMay(run.session, way, entry->id);
+    return entry &&
+           run.session.host.AskYesNo(
+               GetMsg(way == UndoWay::Undo ? Msg::AskUndoOther : Msg::AskRedoOther,
+                      {WhatWasDone(*entry)})) &&
+           TakeEntry(run, *entry);
 }
 
 bool Undo(Run& run)
@@ -92,12 +129,12 @@ bool Redo(Run& run)
     return Take(run, UndoWay::Redo);
 }
 
-void AddEntry(Run& run, const Change& entry)
+void AddEntry(Run& run, const ChangeHead& entry)
 {
     const bool here = IsOfThisArchive(run.session.Folders(), run.session.archive, entry);
     const std::string what = WhatWasDone(entry);
     const std::string made = DateText(entry.madeNs);
-    const std::uint64_t bytes = BytesOf(entry);
+    const std::uint64_t bytes = BytesOf(run.session.Folders(), entry);
     if (run.json != nullptr) {
         run.json->push_back({{"id", entry.id},
                              {"what", what},
@@ -121,13 +158,13 @@ bool ListUndoable(Run& run)
 {
     if (run.json != nullptr)
         *run.json = Json::array();
-    const auto entries = ReadUndoEntries(run.session.Folders());
-    if (!entries) {
-        TellFailure(run.session.host, GetMsg(Msg::UndosNotRead), entries.Error());
+    const auto list = ListTold(run);
+    if (!list)
         return false;
-    }
-    for (auto entry = entries->rbegin(); entry != entries->rend(); ++entry)
+    for (auto entry = list->entries.rbegin(); entry != list->entries.rend(); ++entry)
         AddEntry(run, *entry);
+    for (const Path& file : list->unread)
+        run.session.host.Tell(Tone::Warning, GetMsg(Msg::UndoUnread, {TextOf(file)}));
     return true;
 }
 

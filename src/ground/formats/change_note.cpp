@@ -4,19 +4,14 @@
 #include "formats/record_json.h"
 
 #include <algorithm>
-#include <iterator>
+#include <bit>
+#include <map>
 
 namespace kestrova
 {
 
 namespace
 {
-
-/// Behind each kind its word, in the order of the kinds.
-constexpr std::string_view kindWords[] = {
-    "",           "slots-freed", "slots-filled",  "import",       "export",       "bring-back",
-    "shot-added", "shot-taken",  "shot-replaced", "shot-deleted", "shot-renamed", "shots-imported",
-    "edit",       "removal",     "language",      "language-back"};
 
 NoteJson JsonOf(const std::vector<ComingFile>& files)
 {
@@ -61,13 +56,31 @@ NoteJson JsonOf(const std::optional<LevelRecord>& level)
             {"extrasDirty", level->extrasDirty}};
 }
 
+/// A name of one file, in whatever letters.
+bool NamesOneFile(const std::string& name)
+{
+    return !name.empty() && name != "." && name != ".." && name.find('/') == std::string::npos &&
+           name.find('\0') == std::string::npos;
+}
+
+bool ReadBefore(NoteReader& reader, std::vector<StateFile>& files)
+{
+    bool sound = true;
+    reader.List("before", [&](NoteReader& entry, const NoteJson&) {
+        StateFile file{entry.Text("name"), entry.Text("hash")};
+        sound = sound && NamesOneFile(file.name) && IsContentHash(file.hash);
+        files.push_back(std::move(file));
+    });
+    return sound;
+}
+
 bool ReadComing(NoteReader& reader, std::vector<ComingFile>& files)
 {
     bool sound = true;
     reader.List("after", [&](NoteReader& entry, const NoteJson&) {
         ComingFile file{entry.Text("name"), entry.Text("hash"), entry.Text("from")};
         // The first two become names of files: what could name another place spoils the whole note.
-        sound = sound && SafeName(file.name) && IsContentHash(file.hash) &&
+        sound = sound && NamesOneFile(file.name) && IsContentHash(file.hash) &&
                 Path{file.source}.is_absolute();
         files.push_back(std::move(file));
     });
@@ -82,7 +95,7 @@ bool ReadFolders(NoteReader& reader, std::vector<ChangedFolder>& folders)
         folder.folder = entry.Text("folder");
         folder.made = entry.Flag("made");
         folder.goes = entry.Has("goes") && entry.Flag("goes");
-        sound = Read(entry, "before", folder.before) && sound;
+        sound = ReadBefore(entry, folder.before) && sound;
         sound = ReadComing(entry, folder.after) && sound;
         sound = sound && Path{folder.folder}.is_absolute();
         folders.push_back(std::move(folder));
@@ -120,124 +133,110 @@ bool ReadRecord(const NoteJson& json, Change& change)
         return true;
     NoteReader reader{*found};
     ChangedRecord record;
-    record.archive = reader.Text("archive");
     record.place = reader.Number<std::size_t>("place");
-    bool sound = reader.Has("before") && reader.Has("after") && reader.Good() &&
-                 Path{record.archive}.is_absolute();
+    bool sound = reader.Has("before") && reader.Has("after") && reader.Good();
     if (!sound)
         return false;
     record.before = ReadLevel((*found)["before"], sound);
     record.after = ReadLevel((*found)["after"], sound);
+    const auto isOther = [&](const std::optional<LevelRecord>& level) {
+        return level && level->levelCode != change.code;
+    };
+    sound = sound && (record.before || record.after) && !isOther(record.before) &&
+            !isOther(record.after) && !change.archive.empty();
     change.record = std::move(record);
     return sound;
 }
 
-bool ReadMoved(const NoteJson& json, Change& change)
+/// A total by its bits, whatever an archive says.
+std::uint64_t BitsOf(double total)
 {
-    const auto found = json.find("moved");
-    if (found == json.end())
-        return true;
-    NoteReader reader{*found};
-    change.moved =
-        MovedFolder{reader.Text("from"), reader.Text("to"), reader.Number<std::uint64_t>("bytes")};
-    return reader.Good() && Path{change.moved->from}.is_absolute() &&
-           Path{change.moved->to}.is_absolute();
+    return std::bit_cast<std::uint64_t>(total);
 }
 
-/// True for a place that is not told, or whole.
-bool IsPlace(const std::string& path)
+bool ReadSizes(NoteReader& reader, SizesBefore& sizes)
 {
-    return path.empty() || Path{path}.is_absolute();
+    sizes.files = std::bit_cast<double>(reader.Number<std::uint64_t>("filesTotal"));
+    sizes.extras = std::bit_cast<double>(reader.Number<std::uint64_t>("extrasTotal"));
+    sizes.extrasOfLevel = reader.Number<std::int32_t>("extrasBefore");
+    return reader.Good();
 }
 
-/// What notes of earlier versions lack.
-bool ReadEntry(const NoteJson& json, NoteReader& reader, Change& change)
+/// True when the change touches nothing but the level's folder and its live savegames.
+bool StaysWithItsLevel(const Change& change)
 {
-    if (!reader.Has("kind"))
-        return Path{change.header}.is_absolute();
-    const std::string word = reader.Text("kind");
-    const auto* const kind = std::find(std::begin(kindWords) + 1, std::end(kindWords), word);
-    change.kind = static_cast<ChangeKind>(kind - std::begin(kindWords));
-    change.id = reader.Number<std::int32_t>("id");
-    change.madeNs = reader.Number<std::int64_t>("time");
-    change.subject = reader.Text("subject");
-    change.levelName = reader.Text("level");
-    change.home = reader.Text("home");
-    change.live = reader.Text("live");
-    change.kept = reader.Text("kept");
-    change.archivedBefore = reader.Number<std::int32_t>("archivedBefore");
-    change.extraBytes = reader.Number<std::int32_t>("extraBytes");
-    change.ofLevelsFiles = reader.Flag("ofLevelsFiles");
-    change.undoes = reader.Number<std::int32_t>("undoes");
-    change.isUndone = reader.Flag("isUndone");
-    return reader.Good() && kind != std::end(kindWords) && IsPlace(change.header) &&
-           IsPlace(change.home) && IsPlace(change.live) && IsPlace(change.kept) &&
-           ReadRecord(json, change) && ReadMoved(json, change);
+    return (change.header.empty() || IsInHome(change, change.header)) &&
+           (change.live.empty() || Path{change.live}.is_absolute()) &&
+           std::all_of(
+               change.folders.begin(), change.folders.end(), [&](const ChangedFolder& folder) {
+                   return IsInHome(change, folder.folder) ||
+                          (!change.live.empty() && Path{folder.folder} == Path{change.live});
+               });
 }
 
 } // namespace
 
 std::string FormatChange(const Change& change)
 {
-    NoteJson json = {{"code", change.code},
-                     {"reason", Encoded(change.reason)},
+    NoteJson json = {{"reason", Encoded(change.reason)},
                      {"header", Encoded(change.header)},
+                     {"live", Encoded(change.live)},
                      {"archived", change.archivedCount},
+                     {"archivedBefore", change.archivedBefore},
+                     {"extraBytes", change.extraBytes},
+                     {"filesTotal", BitsOf(change.sizes.files)},
+                     {"extrasTotal", BitsOf(change.sizes.extras)},
+                     {"extrasBefore", change.sizes.extrasOfLevel},
                      {"folders", JsonOf(change.folders)}};
-    if (change.kind == ChangeKind::Unnamed)
-        return Written(json);
-    json["kind"] = kindWords[static_cast<std::size_t>(change.kind)];
-    json["id"] = change.id;
-    json["time"] = change.madeNs;
-    json["subject"] = Encoded(change.subject);
-    json["level"] = Encoded(change.levelName);
-    json["home"] = Encoded(change.home);
-    json["live"] = Encoded(change.live);
-    json["kept"] = Encoded(change.kept);
-    json["archivedBefore"] = change.archivedBefore;
-    json["extraBytes"] = change.extraBytes;
-    json["ofLevelsFiles"] = change.ofLevelsFiles;
-    json["undoes"] = change.undoes;
-    json["isUndone"] = change.isUndone;
     if (change.record)
-        json["record"] = {{"archive", Encoded(change.record->archive)},
-                          {"place", change.record->place},
+        json["record"] = {{"place", change.record->place},
                           {"before", JsonOf(change.record->before)},
                           {"after", JsonOf(change.record->after)}};
-    if (change.moved)
-        json["moved"] = {{"from", Encoded(change.moved->from)},
-                         {"to", Encoded(change.moved->to)},
-                         {"bytes", change.moved->bytes}};
-    return Written(json);
+    return FormatChangeHead(change) + Written(json);
 }
 
 Result<Change> ParseChange(std::string_view text)
 {
-    const NoteJson json = ParseNote(text);
-    NoteReader reader{json};
+    const auto damaged = [] { return Failure{ErrorCode::Damaged, {}, {}}; };
+    const std::size_t end = text.find('\n');
+    auto head = ParseChangeHead(text.substr(0, end));
+    if (!head || end == std::string_view::npos)
+        return damaged();
     Change change;
-    change.code = reader.Number<LevelCode>("code");
+    static_cast<ChangeHead&>(change) = std::move(head).Value();
+    const NoteJson json = ParseNote(text.substr(end + 1));
+    NoteReader reader{json};
     change.reason = reader.Text("reason");
     change.header = reader.Text("header");
+    change.live = reader.Text("live");
     change.archivedCount = reader.Number<std::int32_t>("archived");
-    const bool sound = ReadFolders(reader, change.folders);
-    if (!reader.Good() || !sound || !ReadEntry(json, reader, change))
-        return Failure{ErrorCode::Damaged, {}, {}};
+    change.archivedBefore = reader.Number<std::int32_t>("archivedBefore");
+    change.extraBytes = reader.Number<std::int32_t>("extraBytes");
+    const bool sound =
+        ReadSizes(reader, change.sizes) && ReadFolders(reader, change.folders) && reader.Good();
+    if (!sound || !ReadRecord(json, change) ||
+        (change.kind != ChangeKind::Unnamed && !StaysWithItsLevel(change)))
+        return damaged();
     return change;
 }
 
 namespace
 {
 
-/// Where a content lies when the change is made: under a name that the change gave it, or among
-/// what was kept.
-std::string SourceAfter(const Change& change, const ChangedFolder& home, const StateFile& was)
+/// Where each content lies that a change gave a name.
+std::map<std::string, std::string> PlacesAfter(const Change& change)
 {
+    std::map<std::string, std::string> places;
     for (const ChangedFolder& folder : change.folders)
         for (const ComingFile& file : folder.after)
-            if (file.hash == was.hash)
-                return (Path{folder.folder} / file.name).native();
-    return change.kept.empty() ? (Path{home.folder} / was.name).native()
+            places.emplace(file.hash, (Path{folder.folder} / file.name).native());
+    return places;
+}
+
+/// Where a content that went lies when the change is made: among what was kept.
+std::string SourceKept(const Change& change, const ChangedFolder& folder, const StateFile& was)
+{
+    return change.kept.empty() ? (Path{folder.folder} / was.name).native()
                                : (Path{change.kept} / was.hash).native();
 }
 
@@ -252,14 +251,19 @@ Change Inverse(const Change& change)
     back.isUndone = !change.isUndone;
     std::swap(back.archivedCount, back.archivedBefore);
     back.extraBytes = -change.extraBytes;
+    const auto places = PlacesAfter(change);
     for (ChangedFolder& folder : back.folders) {
         const std::vector<StateFile> before = std::move(folder.before);
         folder.before.clear();
         for (const ComingFile& file : folder.after)
             folder.before.push_back({file.name, file.hash});
         folder.after.clear();
-        for (const StateFile& file : before)
-            folder.after.push_back({file.name, file.hash, SourceAfter(change, folder, file)});
+        for (const StateFile& file : before) {
+            const auto place = places.find(file.hash);
+            folder.after.push_back(
+                {file.name, file.hash,
+                 place != places.end() ? place->second : SourceKept(change, folder, file)});
+        }
         std::swap(folder.made, folder.goes);
     }
     if (back.record)

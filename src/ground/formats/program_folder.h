@@ -36,6 +36,7 @@ inline constexpr std::string_view FragOriginalsIndex = "\\history\\originals.jso
 inline constexpr std::string_view FragHistoryIndex = "\\level_~1.jsonl";
 inline constexpr std::string_view PatHistoryIndex = "level_*.jsonl";
 inline constexpr std::string_view DirUndo = "\\history\\undo";
+inline constexpr std::string_view FragUndoToken = "\\token";
 inline constexpr std::string_view EndingUndo = ".json";
 inline constexpr std::string_view DirSwap = "\\swap";
 inline constexpr std::string_view FragOwner = "\\swap\\owner";

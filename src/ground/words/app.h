@@ -82,6 +82,8 @@ inline constexpr Message DoctorLeftIntakeRemedy{"A program ended while it added 
 inline constexpr Message DoctorUnlistedRemedy{"The archive's list does not know them; nothing in them is changed. If levels are missing, load a newer copy of the list; a new level of the same number sets such a folder aside."};
 inline constexpr Message DoctorUndo{"undo"};
 inline constexpr Message DoctorUndoKeeps{"~1 changes can be undone; ~2 are kept for them"};
+inline constexpr Message DoctorUndoUnread{"entries that cannot be read: ~1"};
+inline constexpr Message DoctorUndoUnreadRemedy{"They are damaged, or of another version of the program, and lead nowhere back. You can delete these files."};
 inline constexpr Message DoctorUndoAside{"~1, with removed levels: ~2"};
 inline constexpr Message DoctorSetAside{"folders set aside"};
 inline constexpr Message DoctorInterruptedNone{"none"};

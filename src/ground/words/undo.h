@@ -17,6 +17,9 @@ inline constexpr Message Redone{"Done again: ~1."};
 inline constexpr Message NothingToUndo{"There is nothing that could be undone."};
 inline constexpr Message NothingToRedo{"There is nothing that could be done again."};
 inline constexpr Message UndoUnknown{"No change has the number ~1. kestrovactl undo --list shows them."};
+inline constexpr Message UndoUnread{"This entry is damaged, or of another version of the program, and leads nowhere back: ~1."};
+inline constexpr Message AskUndoOther{"An older change can be undone on its own: ~1. Undo that one instead?"};
+inline constexpr Message AskRedoOther{"Another change can be done again on its own: ~1. Do that one again instead?"};
 inline constexpr Message NotUndone{"This was not undone, and nothing was changed: ~1."};
 inline constexpr Message UndoUnfinished{"This is not wholly undone yet: ~1. The rest is done at the next start; what it would replace and nobody else has is in the history."};
 inline constexpr Message UndosNotRead{"What can be undone cannot be read now. Nothing was changed."};
@@ -42,6 +45,7 @@ inline constexpr Message UndoChangedSince{"The file is no longer as that change 
 inline constexpr Message UndoNameTaken{"Another file has this name since, and stays as it is. Give it another name, or take it away, and try again. Other changes can be undone on their own: kestrovactl undo --list shows their numbers."};
 inline constexpr Message UndoFolderGone{"The folder is not there any more, or it was moved. Bring it back, or connect its drive, and try again."};
 inline constexpr Message UndoOtherArchive{"It was made in another archive, or in a folder of levels that was moved since. Load that archive (kestrovactl load FILE.kva), or bring the folder back, and try again."};
+inline constexpr Message UndoOtherLevel{"The level that it was done to is not there any more: another one has its place, and stays as it is. Other changes can be undone on their own: kestrovactl undo --list shows their numbers."};
 inline constexpr Message UndoElsewhereNow{"The level's savegames stood in this folder then, and stand elsewhere now. Bring them back there and try again: play the level if that is the Level Editor's folder (kestrovactl play ~1 --no-start), otherwise another one."};
 inline constexpr Message UndoLevelGone{"The level is not in the archive any more. Bring it back first: kestrovactl undo --list shows whether its removal can be undone."};
 inline constexpr Message UndoRecordOther{"What the archive says of the level has been changed since, and stays as it is. Other changes can be undone on their own: kestrovactl undo --list shows their numbers."};

@@ -11,13 +11,6 @@ namespace kestrova
 namespace
 {
 
-std::string BytesOf(LevelRecord record)
-{
-    record.extrasSize = 0;
-    record.extrasDirty = false;
-    return FormatArchive({}, {std::move(record)}).substr(archiveHeaderSize);
-}
-
 LevelCode CodeOf(const ChangedRecord& change)
 {
     return change.before ? change.before->levelCode : change.after->levelCode;
@@ -32,9 +25,16 @@ std::vector<LevelRecord>::const_iterator Find(const std::vector<LevelRecord>& le
 
 } // namespace
 
+std::string BytesOfRecord(LevelRecord record)
+{
+    record.extrasSize = 0;
+    record.extrasDirty = false;
+    return FormatArchive({}, {std::move(record)}).substr(archiveHeaderSize);
+}
+
 bool IsSameRecord(const LevelRecord& one, const LevelRecord& other)
 {
-    return BytesOf(one) == BytesOf(other);
+    return BytesOfRecord(one) == BytesOfRecord(other);
 }
 
 RecordState StateOf(const std::vector<LevelRecord>& levels, const ChangedRecord& change)
@@ -72,18 +72,41 @@ void PutRecord(std::vector<LevelRecord>& levels, const ChangedRecord& change)
     }
 }
 
-Status PutRecordInFile(const ChangedRecord& change)
+bool CountOnce(ArchiveHeader& header, std::vector<LevelRecord>& levels, const Change& change)
+{
+    const bool leaves = change.moved && change.record && !change.record->after;
+    if (leaves && header.mainFolderSize == change.sizes.files &&
+        header.secondaryFolderSize == change.sizes.extras) {
+        header.mainFolderSize -= change.record->before->filesSize;
+        header.secondaryFolderSize -= change.record->before->extrasSize;
+        return true;
+    }
+    const auto level = Find(levels, change.code);
+    if (change.extraBytes == 0 || level == levels.end() ||
+        level->extrasSize != change.sizes.extrasOfLevel)
+        return false;
+    levels[static_cast<std::size_t>(level - levels.cbegin())].extrasSize += change.extraBytes;
+    if (level != levels.cbegin())
+        header.secondaryFolderSize += change.extraBytes;
+    return true;
+}
+
+Status PutRecordInFile(const Change& change)
 {
     auto archive = ReadArchiveFile(change.archive);
     if (!archive)
         return archive.Error();
-    if (StateOf(archive->levels, change) == RecordState::After)
-        return {};
-    if (change.before && change.after && change.after->levelCode != originalCode)
-        archive->header.mainFolderSize +=
-            static_cast<double>(change.after->filesSize) - change.before->filesSize;
-    PutRecord(archive->levels, change);
-    return WriteDocument(change.archive, FormatArchive(*archive));
+    bool differs = false;
+    if (change.record && StateOf(archive->levels, *change.record) != RecordState::After) {
+        const ChangedRecord& record = *change.record;
+        if (record.before && record.after && change.code != originalCode)
+            archive->header.mainFolderSize +=
+                static_cast<double>(record.after->filesSize) - record.before->filesSize;
+        PutRecord(archive->levels, record);
+        differs = true;
+    }
+    differs = CountOnce(archive->header, archive->levels, change) || differs;
+    return differs ? WriteDocument(change.archive, FormatArchive(*archive)) : Status{};
 }
 
 } // namespace kestrova

@@ -7,8 +7,9 @@
 namespace kestrova
 {
 
-/// True when both say the same of the level; its size of pictures, which follows the files, may be
-/// another one.
+/// The record without what changes while nobody edits it: its size of pictures follows the files.
+std::string BytesOfRecord(LevelRecord record);
+/// True when both say the same of the level by that.
 bool IsSameRecord(const LevelRecord& one, const LevelRecord& other);
 
 enum class RecordState {
@@ -22,8 +23,12 @@ RecordState StateOf(const std::vector<LevelRecord>& levels, const ChangedRecord&
 /// of the header are left to the caller.
 void PutRecord(std::vector<LevelRecord>& levels, const ChangedRecord& change);
 
-/// The same in the archive's file, the sizes with it, for a change that a killed program left. A
-/// file that is as it shall be is not written.
-Status PutRecordInFile(const ChangedRecord& change);
+/// The sizes of a level that leaves with its folder, or of pictures that came or went, unless they
+/// are counted by now. True when the list is another one then.
+bool CountOnce(ArchiveHeader& header, std::vector<LevelRecord>& levels, const Change& change);
+
+/// Record and sizes in the archive's file, for a change that a killed program left. A file that is
+/// as it shall be is not written.
+Status PutRecordInFile(const Change& change);
 
 } // namespace kestrova

@@ -10,6 +10,7 @@
 #include "history/changed_record.h"
 #include "history/players_files.h"
 #include "history/undo_entries.h"
+#include "history/undo_tokens.h"
 #include "history/work_note.h"
 #include "words/restore.h"
 
@@ -18,8 +19,6 @@ namespace kestrova
 
 namespace
 {
-
-constexpr std::uint64_t changeLimit = UINT64_C(16) << 20;
 
 Path NotePath(const Folders& folders)
 {
@@ -62,10 +61,19 @@ Status NoteToEntry(const Folders& folders, const Change& change)
 void ForgetUndone(const Folders& folders, const Change& done)
 {
     const Path place = Path{done.home}.parent_path();
-    if (const auto entries = ReadUndoEntries(folders))
-        for (const Change& entry : *entries)
+    if (const auto list = ReadUndoList(folders))
+        for (const ChangeHead& entry : list->entries)
             if (entry.isUndone && Path{entry.home}.parent_path() == place)
                 DropUndoEntry(folders, entry);
+}
+
+/// The file with the list that the change is of: it may have got another name since, and be the one
+/// that is loaded now.
+Path ListOf(const Folders& folders, const Archive& archive, const Change& change)
+{
+    const bool isHere = archive.Loaded() &&
+                        Path{change.home} == LevelHomeOf(folders, change.code).lexically_normal();
+    return isHere && IsFree(change.archive).ValueOr(false) ? archive.file : Path{change.archive};
 }
 
 /// What came of a change without files that was killed is told by the list of its archive, and the
@@ -75,7 +83,7 @@ Status SettleByRecord(const Change& change)
     if (change.moved &&
         IsFree(change.moved->from).ValueOr(true) == IsFree(change.moved->to).ValueOr(true))
         return {}; // neither is there, or both are
-    const auto archive = ReadArchiveFile(change.record->archive);
+    const auto archive = ReadArchiveFile(change.archive);
     if (!archive)
         return {};
     const bool done = StateOf(archive->levels, *change.record) == RecordState::After;
@@ -89,6 +97,34 @@ Status SettleByRecord(const Change& change)
     return done ? Status{} : MakeFailure(ErrorCode::Missing, {});
 }
 
+bool CanBeReadBack(const std::string& text)
+{
+    return text.size() <= longestChange && ParseChange(text);
+}
+
+/// The note's text. Where it could not be read back as an entry, it is one that is finished after a
+/// kill and no more.
+Result<std::string> NoteTextOf(const Change& change)
+{
+    std::string text = FormatChange(change);
+    if (CanBeReadBack(text))
+        return text;
+    Change unnamed = change;
+    unnamed.kind = ChangeKind::Unnamed;
+    unnamed.record.reset();
+    unnamed.moved.reset();
+    text = FormatChange(unnamed);
+    if (CanBeReadBack(text))
+        return text;
+    return MakeFailure(ErrorCode::Refused, change.home);
+}
+
+/// True for a note that can become an entry.
+bool IsEntry(const Change& change)
+{
+    return change.kind != ChangeKind::Unnamed && CanBeReadBack(FormatChange(change));
+}
+
 } // namespace
 
 Change NewChange(Machine& machine, const Folders& folders, const Archive& archive,
@@ -100,17 +136,26 @@ Change NewChange(Machine& machine, const Folders& folders, const Archive& archiv
     change.id = NextUndoId(folders);
     change.madeNs = machine.NowNs();
     change.levelName = LevelNameOf(archive, code);
-    change.home = LevelHomeOf(folders, code).native();
-    if (settings.undoCount > 0)
-        change.kept = UndoContents(folders, change.id).native();
+    const Path home = LevelHomeOf(folders, code).lexically_normal();
+    change.home = home.native();
+    change.archive = archive.file.native();
+    const LevelRecord* level = archive.Find(code);
+    change.sizes = {archive.header.mainFolderSize, archive.header.secondaryFolderSize,
+                    level == nullptr ? 0 : level->extrasSize};
+    if (settings.undoCount == 0)
+        return change;
+    // Without them there is no way back, but the change can be made.
+    change.maker = TokenOfProgram(folders).ValueOr({});
+    change.level = TokenOfLevel(home).ValueOr({});
+    change.kept = UndoContents(folders, change).native();
     return change;
 }
 
-void AreLevelsFiles(Change& change)
+void AreLevelsFiles(const Folders& folders, Change& change)
 {
     change.ofLevelsFiles = true;
     if (!change.kept.empty())
-        change.kept = UndoContentsOfLevel(change.home, change.id).native();
+        change.kept = UndoContents(folders, change).native();
 }
 
 Result<ChangedFolder> FilesThatGo(const Path& folder, const std::vector<Path>& files)
@@ -141,7 +186,10 @@ Status MakeChange(Machine& machine, const Folders& folders, const Archive& archi
 {
     if (ChangeWaits(folders)) // its note would be lost
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
-    if (auto status = WriteWorkNote(NotePath(folders), FormatChange(change), false);
+    const auto text = NoteTextOf(change);
+    if (!text)
+        return text.Error();
+    if (auto status = WriteWorkNote(NotePath(folders), *text, false);
         !status) {               // flushed by the steps
         (void)DropNote(folders); // it may stand though a part of it failed; nothing is done yet
         return status;
@@ -156,7 +204,10 @@ Status MakeChange(Machine& machine, const Folders& folders, const Archive& archi
 
 Status NoteChange(const Folders& folders, const Change& change)
 {
-    auto status = WriteWorkNote(NotePath(folders), FormatChange(change));
+    const std::string text = FormatChange(change);
+    if (!CanBeReadBack(text))
+        return MakeFailure(ErrorCode::Refused, change.home);
+    auto status = WriteWorkNote(NotePath(folders), text);
     if (!status)
         (void)DropNote(folders);
     return status;
@@ -164,7 +215,7 @@ Status NoteChange(const Folders& folders, const Change& change)
 
 void DropChange(const Folders& folders, const Change& change)
 {
-    ClearUndoContents(change.kept);
+    ClearUndoContents(folders, change);
     (void)DropNote(folders); // the next start finds nothing to do
 }
 
@@ -175,8 +226,8 @@ namespace
 /// as it was before there was one.
 Status LeaveEntry(const Folders& folders, const ProgramSettings& settings, const Change& change)
 {
-    const bool leadsBack = change.kind != ChangeKind::Unnamed && settings.undoCount > 0 &&
-                           KeptAll(change) && NoteToEntry(folders, change);
+    const bool leadsBack = settings.undoCount > 0 && IsEntry(change) && KeptAll(change) &&
+                           NoteToEntry(folders, change);
     if (!leadsBack) {
         if (auto status = DropNote(folders); !status)
             return status;
@@ -229,30 +280,50 @@ bool ChangeWaits(const Folders& folders)
 
 bool SavegameMoveWaitsIn(const Folders& folders)
 {
-    const auto text = ReadFileIfThere(NotePath(folders), changeLimit);
+    const auto text = ReadFileIfThere(NotePath(folders), longestChange);
     const auto change = text && *text ? ParseChange(**text) : Result<Change>{Failure{}};
     return ChangeWaits(folders) && (!change || change->kind <= ChangeKind::SlotsFilled);
 }
+
+namespace
+{
+
+/// Record and sizes are in the list, and the change is ended.
+Status EndCounted(const Folders& folders, Archive& archive, const ProgramSettings& settings,
+                  const Change& change)
+{
+    if (!change.archive.empty() && (change.record || change.extraBytes != 0)) {
+        if (auto status = PutRecordInFile(change); !status && change.record)
+            return status; // without a record it is a number that is shown
+        if (archive.file == Path{change.archive})
+            (void)CountOnce(archive.header, archive.levels, change);
+    }
+    return EndChange(folders, settings, change);
+}
+
+} // namespace
 
 Status FinishChange(Machine& machine, const Folders& folders, Archive& archive,
                     const ProgramSettings& settings)
 {
     const Path file = NotePath(folders);
-    const auto text = ReadFileIfThere(file, changeLimit);
+    const auto text = ReadFileIfThere(file, longestChange);
     if (!text)
         return text.Error();
     if (!*text)
         return {};
-    const auto change = ParseChange(**text);
+    auto change = ParseChange(**text);
     if (!change) {
         const auto aside = RenameAside(file);
         return aside ? MakeFailure(ErrorCode::Damaged, TextOf(*aside)) : aside.Error();
     }
+    change->kept = UndoContents(folders, *change).native();
+    change->archive = ListOf(folders, archive, *change).native();
     if (change->folders.empty()) {
         const auto settled =
             change->record ? SettleByRecord(*change) : MakeFailure(ErrorCode::Missing, {});
         if (settled)
-            return EndChange(folders, settings, *change);
+            return EndCounted(folders, archive, settings, *change);
         if (settled.Error().code != ErrorCode::Missing)
             return settled;
         DropChange(folders, *change);
@@ -262,13 +333,9 @@ Status FinishChange(Machine& machine, const Folders& folders, Archive& archive,
     if (auto status = steps.Go(); !status)
         return status;
     WriteArchivedCount(*change, change->archivedCount - steps.NotArchived());
-    if (change->record) {
-        if (auto status = PutRecordInFile(*change->record); !status)
-            return status;
-        if (archive.file == change->record->archive)
-            PutRecord(archive.levels, *change->record);
-    }
-    return EndChange(folders, settings, *change);
+    if (change->record && archive.file == Path{change->archive})
+        PutRecord(archive.levels, *change->record);
+    return EndCounted(folders, archive, settings, *change);
 }
 
 } // namespace kestrova

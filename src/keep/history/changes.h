@@ -26,7 +26,7 @@ Change NewChange(Machine& machine, const Folders& folders, const Archive& archiv
                  const ProgramSettings& settings, ChangeKind kind, LevelCode code);
 /// What goes is of the level's own files: it is kept beside them, under a second name where the
 /// file system can, and not in the history.
-void AreLevelsFiles(Change& change);
+void AreLevelsFiles(const Folders& folders, Change& change);
 
 /// Files of a folder with their contents, as those that are to go.
 Result<ChangedFolder> FilesThatGo(const Path& folder, const std::vector<Path>& files);

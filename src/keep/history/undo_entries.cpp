@@ -10,10 +10,10 @@
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
 #include "formats/record_json.h"
-#include "words/message.h"
+#include "history/undo_tokens.h"
+#include "platform/file_content.h"
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 
 namespace kestrova
@@ -21,10 +21,6 @@ namespace kestrova
 
 namespace
 {
-
-/// A file with a larger number is no entry.
-constexpr std::int32_t lastId = 1'000'000'000;
-constexpr std::uint64_t longestEntry = UINT64_C(16) << 20;
 
 Path EntriesFolder(const Folders& folders)
 {
@@ -36,50 +32,115 @@ std::string NameOf(std::int32_t id)
     return ZeroPadded(id, 6);
 }
 
-/// An entry as it stands; nothing when it is none.
-std::optional<Change> ReadEntry(const Path& file)
+/// The number of an entry's file; 0 for another name.
+std::int32_t NumberOf(const Path& file)
 {
-    const auto text = ReadFileIfThere(file, longestEntry);
-    if (!text || !*text)
-        return {};
-    auto change = ParseChange(**text);
-    if (!change || change->kind == ChangeKind::Unnamed ||
-        file.filename().native() != NameOf(change->id) + std::string{OnDisk::EndingUndo})
-        return {};
-    return std::move(change).Value();
+    const std::string name = file.filename().native();
+    const std::int32_t number = LeadingNumber(name);
+    const bool fits = number > 0 && number < undoIdLimit &&
+                      name == NameOf(number) + std::string{OnDisk::EndingUndo};
+    return fits ? number : 0;
 }
 
+/// The first line of a file, with its end; empty when it cannot be read.
+std::string FirstLine(const Path& file)
+{
+    platform::File opened;
+    std::string text(longestChangeHead, '\0');
+    std::size_t got = 0;
+    if (platform::File::OpenForRead(file, opened) ||
+        opened.ReadAt(0, std::as_writable_bytes(std::span{text}), got))
+        return {};
+    text.resize(got);
+    const std::size_t end = text.find('\n');
+    return end == std::string::npos ? std::string{} : text.substr(0, end);
+}
+
+/// An entry by its first line; nothing when it is none.
+std::optional<ChangeHead> ReadHead(const Path& file)
+{
+    auto head = ParseChangeHead(FirstLine(file));
+    if (!head || head->kind == ChangeKind::Unnamed || head->id != NumberOf(file))
+        return {};
+    return std::move(head).Value();
+}
+
+/// Newest first; what bears no number behind them.
+Result<std::vector<Path>> EntryFiles(const Folders& folders)
+{
+    auto files = ListFiles(EntriesFolder(folders), "*" + std::string{OnDisk::EndingUndo});
+    if (files)
+        std::stable_sort(files->begin(), files->end(), [](const Path& one, const Path& other) {
+            return NumberOf(one) > NumberOf(other);
+        });
+    return files;
+}
+
+/// Which entries others did or undid. Only what this program's folder noted counts.
+class UsedOnes
+{
+public:
+    explicit UsedOnes(const Folders& folders) : maker_(KnownTokenOfProgram(folders)) {}
+
+    /// Newest first. True for one that is used.
+    bool Take(const ChangeHead& entry)
+    {
+        if (entry.maker == maker_)
+            undone_.insert(entry.undoes);
+        return undone_.contains(entry.id);
+    }
+
+private:
+    const std::string maker_;
+    std::set<std::int32_t> undone_;
+};
+
 struct AllEntries {
-    std::vector<Change> entries;
-    std::vector<Change> used; ///< another one came of them, and the program was killed then
+    std::vector<ChangeHead> entries; ///< newest first
+    std::vector<ChangeHead> used;    ///< another one came of them, and the program was killed then
+    std::vector<Path> unread;        ///< newest first
 };
 
 Result<AllEntries> ReadAll(const Folders& folders)
 {
-    const auto files = ListFiles(EntriesFolder(folders), "*" + std::string{OnDisk::EndingUndo});
+    const auto files = EntryFiles(folders);
     if (!files)
         return files.Error();
     AllEntries all;
-    std::set<std::int32_t> done;
+    UsedOnes used{folders};
     for (const Path& file : *files)
-        if (auto entry = ReadEntry(file)) {
-            done.insert(entry->undoes);
-            all.entries.push_back(std::move(*entry));
-        }
-    const auto isUsed = [&](const Change& entry) { return done.contains(entry.id); };
-    std::copy_if(all.entries.begin(), all.entries.end(), std::back_inserter(all.used), isUsed);
-    std::erase_if(all.entries, isUsed);
-    std::sort(all.entries.begin(), all.entries.end(),
-              [](const Change& one, const Change& other) { return one.id < other.id; });
+        if (auto entry = ReadHead(file))
+            (used.Take(*entry) ? all.used : all.entries).push_back(std::move(*entry));
+        else
+            all.unread.push_back(file);
     return all;
+}
+
+void ClearContentsIn(const Path& folder)
+{
+    if (const auto files = ListFiles(folder, OnDisk::PatAll))
+        for (const Path& file : *files)
+            if (IsContentHash(file.filename().native()))
+                (void)platform::Unlink(file); // contents that nobody names do no harm
+    (void)platform::RemoveFolder(folder);
+}
+
+bool IsOurs(const Folders& folders, const ChangeHead& entry)
+{
+    return !entry.maker.empty() && entry.maker == KnownTokenOfProgram(folders);
+}
+
+/// True for the folder that the change set aside, with nothing in it but what it had then.
+bool IsAsSetAside(const MovedFolder& moved, const std::string& level)
+{
+    const auto token = KnownTokenOfLevel(moved.to);
+    const auto digest = DigestOfAside(moved.to);
+    return token && digest && !level.empty() && *token == level && *digest == moved.digest;
 }
 
 /// In one step, so that a killed removal leaves something that the next start clears.
 void RemoveAside(const Path& folder)
 {
-    if (folder.filename().native().find(Filled(OnDisk::FragSetAside, {"", ""})) ==
-        std::string::npos)
-        return; // no change gave it that name
     const Path leaving = StagedNameFor(folder);
     NotePlace(folder.parent_path());
     if (!platform::Rename(folder, leaving))
@@ -93,22 +154,47 @@ Path UndoEntryFile(const Folders& folders, std::int32_t id)
     return EntriesFolder(folders) / (NameOf(id) + std::string{OnDisk::EndingUndo});
 }
 
-Path UndoContents(const Folders& folders, std::int32_t id)
+Path UndoContents(const Folders& folders, const ChangeHead& entry)
 {
-    return EntriesFolder(folders) / NameOf(id);
+    return entry.ofLevelsFiles ? InFolder(entry.home, OnDisk::DirUndoOfLevel) /
+                                     (entry.maker + "-" + NameOf(entry.id))
+                               : EntriesFolder(folders) / NameOf(entry.id);
 }
 
-Path UndoContentsOfLevel(const Path& home, std::int32_t id)
-{
-    return InFolder(home, OnDisk::DirUndoOfLevel) / NameOf(id);
-}
-
-Result<std::vector<Change>> ReadUndoEntries(const Folders& folders)
+Result<UndoList> ReadUndoList(const Folders& folders)
 {
     auto all = ReadAll(folders);
     if (!all)
         return all.Error();
-    return std::move(all->entries);
+    std::reverse(all->entries.begin(), all->entries.end());
+    return UndoList{std::move(all->entries), std::move(all->unread)};
+}
+
+std::optional<ChangeHead> NewestUndo(const Folders& folders,
+                                     const std::function<bool(const ChangeHead&)>& isWanted)
+{
+    const auto files = EntryFiles(folders);
+    if (!files)
+        return {};
+    UsedOnes used{folders};
+    for (const Path& file : *files)
+        if (auto entry = ReadHead(file))
+            if (!used.Take(*entry) && isWanted(*entry))
+                return entry;
+    return {};
+}
+
+Result<Change> ReadUndoEntry(const Folders& folders, std::int32_t id)
+{
+    const Path file = UndoEntryFile(folders, id);
+    const auto text = ReadFileIfThere(file, longestChange);
+    if (!text)
+        return text.Error();
+    auto entry = *text ? ParseChange(**text) : Result<Change>{Failure{ErrorCode::Missing, {}, {}}};
+    if (!entry || entry->kind == ChangeKind::Unnamed || entry->id != id)
+        return MakeFailure(ErrorCode::Damaged, TextOf(file));
+    entry->kept = UndoContents(folders, *entry).native();
+    return entry;
 }
 
 std::int32_t NextUndoId(const Folders& folders)
@@ -116,41 +202,61 @@ std::int32_t NextUndoId(const Folders& folders)
     std::int32_t last = 0;
     if (const auto files = ListFiles(EntriesFolder(folders), OnDisk::PatAll))
         for (const Path& file : *files)
-            if (const auto number = LeadingNumber(file.filename().native()); number < lastId)
+            if (const auto number = LeadingNumber(file.filename().native());
+                number < undoIdLimit - 1) // one more could not be told from a strange file
                 last = std::max(last, number);
     return last + 1;
 }
 
-std::uint64_t BytesOf(const Change& entry)
+std::uint64_t BytesOf(const Folders& folders, const ChangeHead& entry)
 {
-    const double kept =
-        entry.kept.empty() ? 0 : FolderSize(entry.kept).ValueOr(0); // shown, and bounded by
+    const double kept = FolderSize(UndoContents(folders, entry)).ValueOr(0);
     const bool aside = entry.moved && !entry.isUndone;
     return static_cast<std::uint64_t>(kept) + (aside ? entry.moved->bytes : 0);
 }
 
-void ClearUndoContents(const Path& kept)
+void ClearUndoContents(const Folders& folders, const ChangeHead& entry)
 {
-    if (kept.empty())
-        return;
-    if (const auto files = ListFiles(kept, OnDisk::PatAll))
-        for (const Path& file : *files)
-            if (IsContentHash(file.filename().native()))
-                (void)platform::Unlink(file); // contents that nobody names do no harm
-    (void)platform::RemoveFolder(kept);
+    if (entry.id > 0 && (!entry.ofLevelsFiles || IsOurs(folders, entry)))
+        ClearContentsIn(UndoContents(folders, entry));
 }
 
-void DropUndoEntry(const Folders& folders, const Change& entry)
+Result<std::string> DigestOfAside(const Path& folder)
+{
+    const auto tree = ScanTree(folder);
+    if (!tree)
+        return tree.Error();
+    const Path own = InFolder(folder, OnDisk::DirUndoOfLevel);
+    std::vector<std::string> lines;
+    for (const Path& file : tree->files) {
+        const Path relative = file.lexically_relative(folder);
+        if (*relative.begin() == own.filename())
+            continue; // what is kept for undoing comes and goes
+        const auto facts = LookAtSpelled(file);
+        if (!facts)
+            return facts.Error();
+        lines.push_back(relative.native() + '\0' + std::to_string(facts->size) + '\0' +
+                        std::to_string(facts->modifiedNs) + '\n');
+    }
+    std::sort(lines.begin(), lines.end());
+    std::string text;
+    for (const std::string& line : lines)
+        text += line;
+    return platform::HashOf(std::as_bytes(std::span{text}));
+}
+
+void DropUndoEntry(const Folders& folders, const ChangeHead& entry)
 {
     // What a removal that was undone has under that name is the level again.
-    if (entry.moved && !entry.isUndone && FolderExists(entry.moved->to))
+    if (entry.moved && !entry.isUndone && IsOurs(folders, entry) &&
+        IsAsSetAside(*entry.moved, entry.level))
         RemoveAside(entry.moved->to);
     DropUsedEntry(folders, entry);
 }
 
-void DropUsedEntry(const Folders& folders, const Change& entry)
+void DropUsedEntry(const Folders& folders, const ChangeHead& entry)
 {
-    ClearUndoContents(entry.kept);
+    ClearUndoContents(folders, entry);
     (void)platform::Unlink(UndoEntryFile(folders, entry.id)); // the next entry tries again
 }
 
@@ -165,19 +271,26 @@ void BoundUndo(const Folders& folders, const ProgramSettings& settings)
     const auto all = ReadAll(folders);
     if (!all)
         return;
-    for (const Change& entry : all->used)
+    for (const ChangeHead& entry : all->used)
         DropUsedEntry(folders, entry);
     std::int32_t count = 0;
     std::uint64_t bytes = 0;
-    for (auto entry = all->entries.rbegin(); entry != all->entries.rend(); ++entry) {
-        const std::uint64_t own = BytesOf(*entry);
+    for (const ChangeHead& entry : all->entries) {
+        const std::uint64_t own = BytesOf(folders, entry);
         if (count >= settings.undoCount || !HasUndoRoom(settings, bytes + own)) {
-            DropUndoEntry(folders, *entry);
+            DropUndoEntry(folders, entry);
             continue;
         }
         ++count;
         bytes += own;
     }
+    // What nobody can read leads nowhere back; as many as there may be entries are left to look at.
+    std::int32_t unread = 0;
+    for (const Path& file : all->unread)
+        if (const std::int32_t id = NumberOf(file); id > 0 && ++unread > settings.undoCount) {
+            ClearContentsIn(EntriesFolder(folders) / NameOf(id));
+            (void)platform::Unlink(file); // the next entry tries again
+        }
 }
 
 } // namespace kestrova

@@ -69,7 +69,7 @@ void NoteEdit(Intake& intake)
     Change change = NewChange(session.machine, folders, session.archive, session.settings,
                               ChangeKind::LevelEdited, code);
     change.levelName = Trim(draft.saved.levelName);
-    AreLevelsFiles(change);
+    AreLevelsFiles(folders, change);
     if (draft.before) {
         auto changed = draft.before->TakeChanges(change.kept);
         if (!changed)
@@ -77,8 +77,7 @@ void NoteEdit(Intake& intake)
         change.folders = std::move(changed).Value();
     }
     if (!IsSameRecord(draft.saved, draft.record))
-        change.record = ChangedRecord{session.archive.file.native(),
-                                      static_cast<std::size_t>(FindLevel(session.archive, code)),
+        change.record = ChangedRecord{static_cast<std::size_t>(FindLevel(session.archive, code)),
                                       draft.saved, draft.record};
     if (change.record || !change.folders.empty())
         NoteDone(folders, session.settings, change);

@@ -7,6 +7,7 @@
 #include "core/staged_file.h"
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
+#include "history/changed_record.h"
 #include "history/watched_files.h"
 #include "intake/file_names.h"
 #include "platform/files.h"
@@ -48,14 +49,6 @@ Path TargetNote(const Path& kept, int number)
 Path TargetBefore(const Path& kept, int number)
 {
     return kept / (std::to_string(number) + std::string{OnDisk::EndingKeptFile});
-}
-
-/// The level's record without what changes while nobody edits it.
-std::string BytesOf(LevelRecord record)
-{
-    record.extrasSize = 0;
-    record.extrasDirty = false;
-    return FormatArchive({}, {std::move(record)}).substr(archiveHeaderSize);
 }
 
 Status Failed(const Path& file, const std::error_code& failure)
@@ -344,7 +337,7 @@ Status FilesBefore::Keep(const Heartbeat& heartbeat)
         if (status)
             status = KeepOne(file, FilesIn(building) / file.filename(), heartbeat);
     if (status)
-        status = WriteWholeFile(RecordIn(building), BytesOf(record_), false);
+        status = WriteWholeFile(RecordIn(building), BytesOfRecord(record_), false);
     if (status)
         if (const auto failure = platform::Rename(building, kept))
             status = Failed(kept, failure);
@@ -423,7 +416,7 @@ Result<bool> FinishKilledEdit(const Path& levelFolder, const LevelRecord& record
     const auto before = ReadWholeFile(RecordIn(kept), longestNote);
     if (!before)
         return before.Error();
-    const bool undone = *before == BytesOf(record);
+    const bool undone = *before == BytesOfRecord(record);
     const Path files = ResolvePath(InFolder(levelFolder, OnDisk::DirFiles));
     if (undone)
         if (auto status = PutAllBack(kept, files); !status)

@@ -236,7 +236,7 @@ bool ChangeWithWayBack(Session& session, LevelCode code, const Path& folder,
                               language == LanguageChange::Mine ? ChangeKind::LanguageChanged
                                                                : ChangeKind::LanguageRestored,
                               code);
-    AreLevelsFiles(change);
+    AreLevelsFiles(folders, change);
     const std::string patterns = std::string{OnDisk::PatDat}.append("|").append(OnDisk::PatDatBak);
     WatchedFiles files{ResolvePath(folder), patterns, change.kept};
     const bool noted = NoteChange(folders, change) && files.Keep();

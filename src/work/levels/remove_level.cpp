@@ -101,20 +101,23 @@ bool TakeOut(Session& session, LevelCode code)
 }
 
 /// The removal as a change; noted, so that it can be undone however far it comes. One that cannot
-/// be noted is made without a way back.
+/// be noted is made without a way back, which is told.
 Change NoteRemoval(Session& session, LevelCode code, std::int32_t undoes)
 {
     Change change = NewChange(session.machine, session.Folders(), session.archive, session.settings,
                               ChangeKind::LevelRemoved, code);
     const std::ptrdiff_t index = FindLevel(session.archive, code);
-    change.kept.clear();
     change.undoes = undoes;
     change.record =
-        ChangedRecord{session.archive.file.native(), static_cast<std::size_t>(index),
+        ChangedRecord{static_cast<std::size_t>(index),
                       session.archive.levels[static_cast<std::size_t>(index)], std::nullopt};
-    if (session.settings.undoCount == 0 || ChangeWaits(session.Folders()) ||
-        !NoteChange(session.Folders(), change))
+    const bool wanted = session.settings.undoCount > 0;
+    auto noted = wanted && !ChangeWaits(session.Folders()) ? NoteChange(session.Folders(), change)
+                                                           : MakeFailure(ErrorCode::Refused, {});
+    if (!noted)
         change.kind = ChangeKind::Unnamed;
+    if (!noted && wanted && FolderExists(change.home))
+        TellFailure(session.host, GetMsg(Msg::RemovalHasNoWayBack), noted.Error());
     return change;
 }
 
@@ -149,11 +152,13 @@ bool SetRemovedAside(Session& session, const Path& folder, Change& change)
     if (change.kind == ChangeKind::Unnamed)
         return false;
     const auto size = FolderSize(folder);
+    const auto digest = DigestOfAside(folder);
     const auto aside = NameForAside(ResolvePath(folder), session.machine.NowNs());
-    if (!size || !aside || !HasUndoRoom(session.settings, static_cast<std::uint64_t>(*size)))
+    if (!size || !digest || !aside ||
+        !HasUndoRoom(session.settings, static_cast<std::uint64_t>(*size)))
         return false;
     change.moved = MovedFolder{ResolvePath(folder).native(), aside->native(),
-                               static_cast<std::uint64_t>(*size)};
+                               static_cast<std::uint64_t>(*size), *digest};
     return NoteChange(session.Folders(), change) &&
            !platform::Rename(change.moved->from, change.moved->to);
 }
@@ -179,6 +184,8 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder, Cha
         return true;
     if (change.undoes != 0) {
         change.moved.reset();
+        if (!NoteChange(session.Folders(), change))
+            change.kind = ChangeKind::Unnamed;
         session.host.Tell(Tone::Error, GetMsg(Msg::RemovedFolderStays, {TextOf(folder)}));
         return false;
     }
@@ -221,15 +228,21 @@ bool Remove(Session& session, LevelCode code, LevelFolders folders, std::int32_t
     }
     const bool goes = WantsFoldersGone(session.host, folders, folder);
     const bool gone = goes && RemoveLevelFolder(session, code, folder, change);
-    if (change.kind != ChangeKind::Unnamed &&
-        !EndChange(session.Folders(), session.settings, change))
-        DropChange(session.Folders(), change); // there is no way back then
+    bool saved = true;
+    if (gone) {
+        // Before the change ends, so that a killed one is counted too.
+        session.archive.header.mainFolderSize -= level.filesSize;
+        session.archive.header.secondaryFolderSize -= level.extrasSize;
+        saved = SaveArchive(session);
+    }
+    if (change.kind != ChangeKind::Unnamed)
+        if (auto ended = EndChange(session.Folders(), session.settings, change); !ended) {
+            DropChange(session.Folders(), change);
+            TellFailure(session.host, GetMsg(Msg::RemovalHasNoWayBack), ended.Error());
+        }
     if (!gone)
         return !goes;
     session.host.Tell(Tone::Plain, GetMsg(Msg::LevelRemoved));
-    session.archive.header.mainFolderSize -= level.filesSize;
-    session.archive.header.secondaryFolderSize -= level.extrasSize;
-    const bool saved = SaveArchive(session);
     session.list.Refresh();
     return saved;
 }

@@ -11,6 +11,7 @@
 #include "history/history.h"
 #include "history/standing.h"
 #include "history/undo_entries.h"
+#include "history/undo_tokens.h"
 #include "levels/remove_level.h"
 #include "saves/savegame_moves.h"
 #include "session/operation.h"
@@ -117,6 +118,40 @@ Status LivesWhereItDid(const Folders& folders, const Archive& archive, const Cha
                : Refusal(Msg::UndoElsewhereNow, entry.live, {std::to_string(entry.code)});
 }
 
+enum class LevelIs { Here, Gone, Replaced, Elsewhere };
+
+/// Where the level is that the change was made in: its folder bears its token.
+LevelIs WhereIsLevel(const Folders& folders, const Archive& archive, const ChangeHead& entry)
+{
+    if (Path{entry.home} != LevelHomeOf(folders, entry.code).lexically_normal())
+        return LevelIs::Elsewhere;
+    const bool removed = entry.kind == ChangeKind::LevelRemoved && !entry.isUndone;
+    if (!removed && archive.Find(entry.code) == nullptr)
+        return LevelIs::Gone;
+    const Path place = entry.moved ? entry.moved->to : entry.home;
+    const auto token = KnownTokenOfLevel(place);
+    if (token && *token == entry.level)
+        return LevelIs::Here;
+    return token && FolderExists(place) ? LevelIs::Replaced : LevelIs::Gone;
+}
+
+Status LevelIsHere(const Folders& folders, const Archive& archive, const ChangeHead& entry)
+{
+    switch (WhereIsLevel(folders, archive, entry)) {
+    case LevelIs::Elsewhere:
+        return Refusal(Msg::UndoOtherArchive, entry.home);
+    case LevelIs::Replaced:
+        return Refusal(Msg::UndoOtherLevel, entry.moved ? entry.moved->to : entry.home);
+    case LevelIs::Gone:
+        if (archive.Find(entry.code) != nullptr || entry.kind == ChangeKind::LevelRemoved)
+            return Refusal(Msg::UndoFolderGone, entry.moved ? entry.moved->to : entry.home);
+        return Refusal(Msg::UndoLevelGone, entry.levelName);
+    case LevelIs::Here:
+        break;
+    }
+    return {};
+}
+
 Status RecordIsAsLeft(const Archive& archive, const Change& entry)
 {
     if (!entry.record)
@@ -143,7 +178,7 @@ Status FolderIsAsLeft(const Change& entry)
         return isThere.Error();
     if (!*isThere)
         return Refusal(Msg::UndoFolderGone, place);
-    if (!entry.moved)
+    if (!entry.moved || entry.isUndone) // a folder that goes again gets a name of its own
         return {};
     const auto isFree = IsFree(entry.moved->from);
     if (!isFree)
@@ -190,15 +225,19 @@ Status MoveAsSaid(const Change& change)
     return {};
 }
 
-Change WayBack(Machine& machine, const Folders& folders, const Change& entry)
+Change WayBack(Session& session, const Change& entry)
 {
+    const Folders folders = session.Folders();
     Change back = Inverse(entry);
-    back.id = NextUndoId(folders);
-    back.madeNs = machine.NowNs();
+    const Change now = NewChange(session.machine, folders, session.archive, session.settings,
+                                 entry.kind, entry.code);
+    back.id = now.id;
+    back.madeNs = now.madeNs;
+    back.maker = now.maker;
+    back.archive = now.archive;
+    back.sizes = now.sizes;
     back.reason = GetMsg(Msg::ReasonUndone);
-    back.kept = (entry.ofLevelsFiles ? UndoContentsOfLevel(entry.home, back.id)
-                                     : UndoContents(folders, back.id))
-                    .native();
+    back.kept = UndoContents(folders, back).native();
     return back;
 }
 
@@ -278,7 +317,7 @@ bool RemoveAgain(Session& session, const Change& entry)
 
 } // namespace
 
-std::string WhatWasDone(const Change& entry)
+std::string WhatWasDone(const ChangeHead& entry)
 {
     for (const KindWords& row : kindWords)
         if (row.kind == entry.kind)
@@ -286,27 +325,24 @@ std::string WhatWasDone(const Change& entry)
     return {};
 }
 
-bool IsOfThisArchive(const Folders& folders, const Archive& archive, const Change& entry)
+bool IsOfThisArchive(const Folders& folders, const Archive& archive, const ChangeHead& entry)
 {
-    return Path{entry.home} == LevelHomeOf(folders, entry.code) &&
-           (!entry.record || Path{entry.record->archive} == archive.file);
+    return WhereIsLevel(folders, archive, entry) == LevelIs::Here;
 }
 
-std::optional<Change> NextToUndo(const Folders& folders, const Archive& archive, UndoWay way)
+std::optional<ChangeHead> NextToUndo(const Folders& folders, const Archive& archive, UndoWay way,
+                                     std::int32_t before)
 {
-    const auto entries = ReadUndoEntries(folders);
-    if (!entries)
-        return {};
-    for (auto entry = entries->rbegin(); entry != entries->rend(); ++entry)
-        if (entry->isUndone == (way == UndoWay::Redo) && IsOfThisArchive(folders, archive, *entry))
-            return *entry;
-    return {};
+    return NewestUndo(folders, [&](const ChangeHead& entry) {
+        return entry.id < before && entry.isUndone == (way == UndoWay::Redo) &&
+               IsOfThisArchive(folders, archive, entry);
+    });
 }
 
 Status MayUndo(const Folders& folders, const Archive& archive, const Change& entry)
 {
-    if (!IsOfThisArchive(folders, archive, entry))
-        return Refusal(Msg::UndoOtherArchive, entry.home);
+    if (auto status = LevelIsHere(folders, archive, entry); !status)
+        return status;
     if (auto status = RecordIsAsLeft(archive, entry); !status)
         return status;
     if (auto status = FolderIsAsLeft(entry); !status)
@@ -335,7 +371,7 @@ bool UndoChange(Session& session, const Change& entry)
         return false;
     if (follows)
         MendAfterRestart(session, entry.code);
-    const Change back = WayBack(session.machine, session.Folders(), entry);
+    const Change back = WayBack(session, entry);
     if (!(back.folders.empty() ? MakeByRecord : MakeByFiles)(session, back, entry))
         return false;
     if (follows)

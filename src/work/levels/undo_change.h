@@ -14,12 +14,14 @@ enum class UndoWay {
 };
 
 /// What a person did, in words that go on behind "Undo".
-std::string WhatWasDone(const Change& entry);
-/// True for a change in a level of the loaded archive, or in the original configuration.
-bool IsOfThisArchive(const Folders& folders, const Archive& archive, const Change& entry);
-/// The newest change of this archive that can be taken that way; none without one, or while the
-/// entries cannot be read.
-std::optional<Change> NextToUndo(const Folders& folders, const Archive& archive, UndoWay way);
+std::string WhatWasDone(const ChangeHead& entry);
+/// True for a change in a level of the loaded archive, or in the original configuration, while that
+/// very level is there.
+bool IsOfThisArchive(const Folders& folders, const Archive& archive, const ChangeHead& entry);
+/// The newest change of this archive that can be taken that way, of those below the number
+/// `before`; none without one, or while the entries cannot be read.
+std::optional<ChangeHead> NextToUndo(const Folders& folders, const Archive& archive, UndoWay way,
+                                     std::int32_t before = undoIdLimit);
 
 /// Whether all is as the change left it, so that it can be undone. A failure says in words what is
 /// not, and what to do.

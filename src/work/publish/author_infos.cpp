@@ -200,7 +200,7 @@ void AuthorInfos::NoteStored(const LevelRecord& before)
     kestrova::Change change =
         NewChange(session_.machine, session_.Folders(), session_.archive, session_.settings,
                   ChangeKind::LevelEdited, level.levelCode);
-    change.record = ChangedRecord{session_.archive.file.native(), index_, before, level};
+    change.record = ChangedRecord{index_, before, level};
     NoteDone(session_.Folders(), session_.settings, change);
 }
 

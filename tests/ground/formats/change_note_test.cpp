@@ -19,18 +19,20 @@ Change Whole()
     Change change;
     change.code = 7;
     change.reason = "replaced";
-    change.header = "/levels/x \xFF/savegames.bva";
+    change.header = "/levels \xFF/LEVEL_0007/savegames/savegames.bva";
     change.archivedCount = 3;
     change.folders = {{"/trle %41",
                        true,
                        {{"savegame.0", Hash('a')}, {"savegame.1", Hash('b')}},
                        {{"note0.txt", Hash('b'), "/levels/a\xFE/note3.txt"}}}};
-    change.kind = ChangeKind::SlotsFilled;
     change.id = 12;
     change.madeNs = 1'700'000'000'000'000'000;
     change.subject = "1) a.jpg";
     change.levelName = "Dawn \xFF";
-    change.home = "/levels/LEVEL_0007";
+    change.home = "/levels \xFF/LEVEL_0007";
+    change.level = Hash('1');
+    change.maker = Hash('2');
+    change.archive = "/home/my.kva";
     change.live = "/trle %41";
     change.kept = "/home/history/undo/000012";
     change.archivedBefore = -2;
@@ -40,8 +42,9 @@ Change Whole()
     level.levelName = "Żółw";
     level.authorEmails = std::string("a@b\0c@d", 7);
     level.filesSize = 1234;
-    change.record = ChangedRecord{"/home/my.kva", 5, level, std::nullopt};
-    change.moved = MovedFolder{"/levels/LEVEL_0007", "/levels/LEVEL_0007.set-aside", 4711};
+    change.record = ChangedRecord{5, level, std::nullopt};
+    change.kind = ChangeKind::LevelRemoved;
+    change.moved = MovedFolder{change.home, change.home + ".set-aside-2026", 4711, Hash('d')};
     return change;
 }
 
@@ -61,18 +64,45 @@ TEST(ChangeNote, OfAnEntryComesBackAsItWasWrittenOrNotAtAll)
         EXPECT_FALSE(ParseChange(std::string_view{text}.substr(0, length))) << length;
     void (*const spoils[])(Change&) = {
         [](Change& c) { c.home = "levels"; },
-        [](Change& c) { c.kept = "../kept"; },
+        [](Change& c) { c.home = "/levels/../LEVEL_0007"; },
         [](Change& c) { c.live = "trle"; },
-        [](Change& c) { c.record->archive = "my.kva"; },
+        [](Change& c) { c.live = "/elsewhere"; },
+        [](Change& c) { c.header = "/etc/savegames.bva"; },
+        [](Change& c) { c.level = ""; },
+        [](Change& c) { c.maker = "../.."; },
+        [](Change& c) { c.id = undoIdLimit; },
+        [](Change& c) { c.archive = "my.kva"; },
+        [](Change& c) { c.record->before->levelCode = 8; },
         [](Change& c) { c.moved->from = "LEVEL_0007"; },
+        [](Change& c) { c.moved->from = "/levels/LEVEL_0008"; },
         [](Change& c) { c.moved->to = ""; },
+        [](Change& c) { c.moved->to = "/home/documents"; },
+        [](Change& c) { c.moved->to = c.home + ".set-aside-2026/../../x"; },
+        [](Change& c) { c.kind = ChangeKind::ShotAdded; },
+        [](Change& c) { c.folders[0].folder = "/home/documents"; },
+        [](Change& c) { c.folders[0].folder = c.home + "/../LEVEL_0008"; },
         [](Change& c) { c.folders[0].before[0].name = "../savegame.0"; },
+        [](Change& c) { c.folders[0].before[0].name = ".."; },
         [](Change& c) { c.folders[0].after[0].hash = "../../../etc"; },
     };
     for (const auto spoil : spoils) {
         Change change = Whole();
         spoil(change);
         EXPECT_FALSE(ParseChange(FormatChange(change))) << FormatChange(change);
+    }
+}
+
+TEST(ChangeNote, TakesEveryNameThatAFileCanHave)
+{
+    for (const char* name : {"a\nb.bmp", "a:b.jpg", "a\\b.jpg", "...", "\xFF\x01", " "}) {
+        Change change = Whole();
+        change.subject = name;
+        change.folders[0].before[0].name = name;
+        change.folders[0].after[0].name = name;
+        const auto back = ParseChange(FormatChange(change));
+        ASSERT_TRUE(back) << name;
+        EXPECT_EQ(back->folders[0].after[0].name, name);
+        EXPECT_EQ(back->subject, name);
     }
 }
 
@@ -91,7 +121,7 @@ TEST(ChangeNote, LeadsBackByItsInverse)
     ASSERT_EQ(folder.before.size(), 1U);
     EXPECT_EQ(folder.before[0].name, "note0.txt");
     ASSERT_EQ(folder.after.size(), 2U);
-    EXPECT_EQ(folder.after[0].source, "/home/history/undo/000012/" + Hash('a'));
+    EXPECT_EQ(folder.after[0].source, change.kept + "/" + Hash('a'));
     EXPECT_EQ(folder.after[1].source, "/trle %41/note0.txt") << "where the change left it";
 
     // And once more it is the change again, but for its own number.

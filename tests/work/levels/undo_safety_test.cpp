@@ -1,7 +1,7 @@
 #include "history/standing.h"
 #include "levels/undo_world.h"
-#include "swap/install.h"
 #include "sandbox/faults.h"
+#include "swap/install.h"
 
 namespace kestrova::testing
 {
@@ -14,11 +14,6 @@ bool AddShotTo(UndoWorld& world, const std::string& name, int shade)
     world.Write("from/" + name, Pixel(shade));
     ShotList shots = world.Shots("one.bmp");
     return AddShotFile(world.session, shots, world / ("from/" + name));
-}
-
-std::vector<Change> Entries(const UndoWorld& world)
-{
-    return ReadUndoEntries(world.session.Folders()).ValueOr({});
 }
 
 } // namespace
@@ -71,11 +66,11 @@ TEST(UndoEntries, OneLargeOneTakesNoOtherWithIt)
     world.Write(UndoWorld::Rested("files/a.tr4"), std::string(3 << 20, 'a'));
     world.host.AnswerAll(true);
     ASSERT_TRUE(RemoveLevel(world.session, world.resting, LevelFolders::Remove));
-    ASSERT_EQ(Entries(world).size(), 2U);
+    ASSERT_EQ(world.Entries().size(), 2U);
     world.session.settings.undoMegabytes = 1;
     BoundUndo(world.session.Folders(), world.session.settings);
-    ASSERT_EQ(Entries(world).size(), 1U);
-    EXPECT_EQ(Entries(world).front().kind, ChangeKind::ShotAdded);
+    ASSERT_EQ(world.Entries().size(), 1U);
+    EXPECT_EQ(world.Entries().front().kind, ChangeKind::ShotAdded);
 }
 
 TEST(UndoEntries, OfAnotherArchiveThatWereUndoneStay)

@@ -94,7 +94,14 @@ public:
     }
     [[nodiscard]] std::optional<Change> Next(UndoWay way = UndoWay::Undo) const
     {
-        return NextToUndo(session.Folders(), session.archive, way);
+        const auto head = NextToUndo(session.Folders(), session.archive, way);
+        auto entry = head ? ReadUndoEntry(session.Folders(), head->id) : Failure{};
+        return entry ? std::optional{std::move(entry).Value()} : std::nullopt;
+    }
+    /// Oldest first.
+    [[nodiscard]] std::vector<ChangeHead> Entries() const
+    {
+        return ReadUndoList(session.Folders()).ValueOr({}).entries;
     }
     bool Undo()
     {
