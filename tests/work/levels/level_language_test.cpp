@@ -226,7 +226,7 @@ TEST(LevelLanguage, SurvivesEveryFailureAndEveryKill)
     for (const LanguageChange change : {LanguageChange::Mine, LanguageChange::Original})
         for (const bool kill : {false, true})
             for (int n = 1;; ++n) {
-                ASSERT_LT(n, 60);
+                ASSERT_LT(n, 100);
                 LanguageWorld world;
                 const Files original = world.Snapshot("trle");
                 ASSERT_TRUE(InstallLevel(world.session, world.code));
