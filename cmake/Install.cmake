@@ -18,6 +18,22 @@ install(FILES packaging/kestrova.svg share/help_kestrova.txt
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
+# The terminal's page for man and its words for bash, from the rows of the commands.
+if(TARGET kestrovactl)
+  set(from_rows ${CMAKE_BINARY_DIR}/from_rows)
+  set(completion ${CMAKE_SOURCE_DIR}/packaging/completion.bash)
+  add_custom_command(OUTPUT ${from_rows}/kestrovactl.1 ${from_rows}/kestrovactl
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${from_rows}
+    COMMAND kestrovactl help --man > ${from_rows}/kestrovactl.1
+    COMMAND kestrovactl help --completion > ${from_rows}/tables
+    COMMAND cat ${from_rows}/tables ${completion} > ${from_rows}/kestrovactl
+    DEPENDS kestrovactl ${completion} VERBATIM)
+  add_custom_target(kestrova_from_rows ALL DEPENDS ${from_rows}/kestrovactl.1)
+  install(FILES ${from_rows}/kestrovactl.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES ${from_rows}/kestrovactl
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+endif()
+
 # The same folder beside the programs of a build, which nobody installed.
 foreach(resource packaging/kestrova.svg share/help_kestrova.txt)
   get_filename_component(name ${resource} NAME)

@@ -30,9 +30,11 @@ namespace
 {
 
 /// Those that go with every command, or with none.
-constexpr OptionRow commonOptions[] = {
-    PlaceOption("--home"),   FlagOption("--yes"),  FlagOption("--no"), FlagOption("--json"),
-    FlagOption("--version"), FlagOption("--help"), FlagOption("-h"),   FlagOption("--markdown")};
+constexpr OptionRow commonOptions[] = {PlaceOption("--home"),   FlagOption("--yes"),
+                                       FlagOption("--no"),      FlagOption("--json"),
+                                       FlagOption("--version"), FlagOption("--help"),
+                                       FlagOption("-h"),        FlagOption("--markdown"),
+                                       FlagOption("--man"),     FlagOption("--completion")};
 
 struct CommandGroup {
     std::span<const CommandRow> rows;

@@ -47,7 +47,7 @@ constexpr HelpPlace places[] = {
     {"Dialog_Testo", HelpTag::ThisHelp},
     {"Dialog_TipoExe", HelpTag::LevelsAsPrograms},
     {"Dialog_TrovaTrle", HelpTag::FindTrle},
-    {"Dialog_Wizard", HelpTag::PublishTexts},
+    {"Dialog_Wizard", HelpTag::PublishOverview},
     {"Panes_Shots", HelpTag::Shots},
 };
 

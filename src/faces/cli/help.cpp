@@ -43,12 +43,11 @@ std::string HelpFor(const CommandRow& row)
     return text;
 }
 
-std::string HelpAsMarkdown()
+std::string HelpOfCommands()
 {
     std::string text;
-    Add(text, Msg::MarkdownHead);
-    text += "\n";
-    for (const Message row : {Msg::MarkdownWhere, Msg::MarkdownAnswers, Msg::MarkdownLocks})
+    for (const Message row : {Msg::MarkdownAll, Msg::MarkdownWhere, Msg::MarkdownAnswers,
+                              Msg::MarkdownLocks, Msg::MarkdownTopics})
         Add(text, row);
     for (const CommandRow& row : CommandTable()) {
         if (!IsHead(row))
@@ -61,6 +60,13 @@ std::string HelpAsMarkdown()
     text += "\n";
     Add(text, Msg::MarkdownFoot);
     return text;
+}
+
+std::string HelpAsMarkdown()
+{
+    std::string text;
+    Add(text, Msg::MarkdownHead);
+    return text + HelpOfCommands();
 }
 
 } // namespace kestrova

@@ -4,7 +4,9 @@
 #include "app/result_text.h"
 #include "app/run_command.h"
 #include "app/start_up.h"
+#include "cli/completion.h"
 #include "cli/help.h"
+#include "cli/man_page.h"
 #include "cli/terminal_host.h"
 #include "help/help_file.h"
 #include "help/help_topics.h"
@@ -75,10 +77,14 @@ int RunTopic(const Arguments& arguments)
     return WrongUse(nullptr, words + '\n' + GetMsg(Msg::TopicsHint));
 }
 
-int RunHelp(const Arguments& arguments)
+int RunHelp(const Arguments& arguments, std::string_view version)
 {
     if (arguments.Has("--markdown"))
         return Finish(HelpAsMarkdown(), Exit::Done);
+    if (arguments.Has("--man"))
+        return Finish(ManPage(version), Exit::Done);
+    if (arguments.Has("--completion"))
+        return Finish(CompletionTables(), Exit::Done);
     const std::string name = arguments.command != "help" ? arguments.command
                              : arguments.words.empty()   ? std::string{}
                                                          : arguments.words.front();
@@ -125,7 +131,7 @@ int RunTerminal(const std::vector<std::string>& words, std::string_view version)
     if (arguments.Has("--version"))
         return Finish(GetMsg(Msg::VersionLine, {version}) + "\n", Exit::Done);
     if (arguments.Has("--help") || arguments.Has("-h") || arguments.command == "help")
-        return RunHelp(arguments);
+        return RunHelp(arguments, version);
     if (arguments.command.empty())
         return WrongUse(nullptr, GetMsg(Msg::WrongNoCommand));
     const CommandRow* row = FindCommand(arguments.command);

@@ -93,10 +93,10 @@ TEST(Help, EveryCommandAndEveryWindowHasItsTag)
     QWidget window;
     window.setObjectName("Dialog_Wizard");
     QWidget page{&window};
-    EXPECT_EQ(HelpTagAt(&page), HelpTag::PublishTexts);
-    SetHelpTag(page, HelpTag::PublishSounds);
+    EXPECT_EQ(HelpTagAt(&page), HelpTag::PublishOverview);
+    SetHelpTag(page, HelpTag::PublishLevel);
     QWidget inside{&page};
-    EXPECT_EQ(HelpTagAt(&inside), HelpTag::PublishSounds);
+    EXPECT_EQ(HelpTagAt(&inside), HelpTag::PublishLevel);
 }
 
 TEST(Help, IsSearchedPickedAndZoomed)
