@@ -166,6 +166,7 @@ write("script", b"; list\r\n[Options]\r\n[Level]\r\nName=  Tomb of X\r\nLevel= D
                 b"[LEVEL]\nlevel=DATA\\x\nname=\tY\n")
 write("strings", b"\xEF\xBB\xBF; by\r\n[Strings]\r\n; no string\r\nTomb\r\n\r\n[PSXStrings]\r\n;kept\r\n")
 write("help", b"\0\x20#1# [Play a level] {Keys} (see \"Keys\") {KEYS} #2# [open {and not")
+write("topics", b"keys\n[Play a level] #20#\nsee {Keys}\n{Keys} of the game\n- F9\n[Open\n\xe9t\xe9")
 ONLINE
 for name in whole counts json; do seed url_list "$name" "$name"; done
 for name in entry hostile; do seed config_entry "$name" "$name"; done
@@ -174,5 +175,6 @@ seed script_text script script
 seed language_text strings strings
 seed help_index help help
 seed help_word help help
+seed help_topics topics topics
 
 find "$corpus" -type f -printf '%6s %P\n' | sort -k2

@@ -31,7 +31,7 @@ said ".TH KESTROVACTL 1"
 if command -v groff >/dev/null; then
     warnings=$(groff -K utf8 -man -Tutf8 -ww -z "$box/out" 2>&1)
     [[ -z $warnings ]] || die "man page: $warnings"
-    groff -K utf8 -man -Tutf8 "$box/out" 2>/dev/null | sed 's/\x1b\[[0-9;]*m//g' >"$box/page"
+    groff -K utf8 -man -Tutf8 "$box/out" 2>/dev/null | sed 's/.\x08//g; s/\x1b\[[0-9;]*m//g' >"$box/page"
     grep -q "^       \.fi\|\\\\f" "$box/page" && die "marks of roff"
     grep -qF "mend [--trle DIR]" "$box/page" || die "man page lacks a command"
 fi

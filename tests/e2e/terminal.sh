@@ -6,7 +6,7 @@ for words in "" "nothing" "info" "info one" "info -1" "info 99999999999" "levels
     "setup" "setup --trle x --full --compact" "backup" "add" "add --name" "edit x" "new x.zip" \
     "levels --no-start" "--yes --no levels" "--home" "--json play" "set colour red" \
     "set capture maybe" "set history-count -1" "set game ../tomb4.exe" "set capture" \
-    "history back 1" "help nothing" "levels --wrong"; do
+    "history back 1" "help nonsense" "levels --wrong"; do
     # shellcheck disable=SC2086
     got=0
     "$ctl" $words >"$box/out" 2>"$box/err" </dev/null || got=$?

@@ -75,7 +75,7 @@ std::string AsRoff(std::string_view markdown)
 std::string ManPage(std::string_view version)
 {
     return ".TH KESTROVACTL 1 \"\" \"kestrova " + std::string{version} + // not shown
-           "\"\n.nh\n.ad l\n" +
+           "\"\n.nh\n.ad l\n" +                                          // not shown
            AsRoff(GetMsg(Msg::ManHead, {"\n", "\n", "\n"}) + HelpOfCommands() +
                   GetMsg(Msg::ManFoot, {"\n", "\n", "\n"}));
 }

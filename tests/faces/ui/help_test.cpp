@@ -1,4 +1,5 @@
 #include "app/command_table.h"
+#include "session/operation.h"
 #include "ui/dialogs/dialog_indice.h"
 #include "ui/dialogs/dialog_settings.h"
 #include "ui/dialogs/dialog_testo.h"
@@ -78,9 +79,12 @@ TEST(Help, OpensWhereF1IsPressed)
     EXPECT_EQ(
         world.TagOf([&] { world.window.findChild<QAction*>("mnu_HelpSaveGameMan")->trigger(); }),
         "#18#");
-    ++world.session.runningOperations;
+    const Operation operation{world.session};
     EXPECT_EQ(world.TagOf(f1(world.Find("Text_Search"))), "(no help)") << "work goes on";
-    --world.session.runningOperations;
+    QDialog box{&world.window};
+    box.show();
+    const InputGate::Admission admission{box};
+    EXPECT_EQ(world.TagOf(f1(&box)), "#39#") << "the work waits for an answer";
 }
 
 TEST(Help, EveryCommandAndEveryWindowHasItsTag)
