@@ -53,7 +53,7 @@ std::vector<CommandGroup> Groups()
         {HistoryCommands(), HelpTag::History},      {UndoCommands(), HelpTag::Undo},
         {ShotsCommands(), HelpTag::Shots},          {OnlineCommands(), HelpTag::Addresses},
         {SetCommands(), HelpTag::Settings},         {AudioCommands(), HelpTag::Audio},
-        {PublishCommands(), HelpTag::PublishTexts}, {HelpCommands(), HelpTag::Problems},
+        {PublishCommands(), HelpTag::PublishOverview}, {HelpCommands(), HelpTag::Problems},
     };
 }
 

@@ -1,7 +1,6 @@
 #include "cli/completion.h"
 
 #include "app/command_table.h"
-#include "core/text.h"
 
 namespace kestrova
 {

@@ -3,6 +3,7 @@
 #include "core/text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrova
 {
