@@ -16,4 +16,7 @@ inline constexpr Message OriginalsUnreadable{"The list of what was kept of the L
 inline constexpr Message OriginalNotBroughtBack{"The file could not be brought back. It is still kept."};
 inline constexpr Message OriginalBroughtBack{"Brought back: ~1. It stays in the list as well."};
 
+inline constexpr Message LoanStillWaits{"the Level Editor's folder still has to come back from an earlier compilation that was interrupted; see kestrovactl doctor"};
+inline constexpr Message LoanFolderInTheWay{"a folder stands where a file of the level has to go"};
+
 } // namespace kestrova::Msg

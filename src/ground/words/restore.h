@@ -57,6 +57,12 @@ inline constexpr Message NotThatFolder{"~1 was not taken for the folder that sto
 inline constexpr Message LetGoFolder{"The interrupted swap was given up, since its Level Editor's folder ~1 is gone. Every savegame that was kept is in its level's folder or in the history."};
 inline constexpr Message WaitingSwapFolder{"a swap was interrupted and waits for the Level Editor's folder ~1"};
 inline constexpr Message WaitingSwapStore{"a swap was interrupted and waits for the archive's folder ~1"};
+inline constexpr Message WaitingLoan{"a compilation was interrupted, and the Level Editor's folder has to come back from it"};
+inline constexpr Message LoanReturned{"A compilation in the Level Editor's folder was interrupted. The folder is as it was before. Compile again."};
+inline constexpr Message LoanNotReturned{"A compilation in the Level Editor's folder was interrupted, and the folder could not come back whole yet. Nothing is lost: what stood there lies in its hidden folder .kv~lent. Make room on the disk, or give yourself the right to write there, and start again; until then no level can be played."};
+inline constexpr Message LoanFolderGone{"A compilation was interrupted in the Level Editor's folder ~1, which is not there now. It comes back when its drive is connected at a start, or say where it is now: kestrovactl mend --trle DIR. When it is gone for good: kestrovactl mend --let-go."};
+inline constexpr Message LoanLetGo{"The interrupted compilation was given up, since its Level Editor's folder ~1 is gone."};
+inline constexpr Message LoanNoteDamaged{"The note of an interrupted compilation cannot be read. It was set aside: ~1. What stood in the way of the compilation lies in the hidden folder .kv~lent of the Level Editor's folder."};
 inline constexpr Message AskBackupOfThis{"The backup is of another Level Editor's folder, ~1, and its files are not those of ~2: a level that goes would bring wrong files back.~3Make a backup of this folder instead? The old backup is set aside, and comes back when its folder is chosen again."};
 inline constexpr Message BackupOfAnother{"The backup is still that of another Level Editor's folder: ~1. Do not play levels with it: choose that folder again (kestrovactl setup --trle DIR), or make a backup of this one while it is original (kestrovactl backup --refresh)."};
 inline constexpr Message BackupComesBack{"The backup of this Level Editor's folder was set aside when another one was chosen. It is in use again."};

@@ -8,10 +8,12 @@
 #include "history/history.h"
 #include "history/swap_journal_file.h"
 #include "originals/backup_folders.h"
+#include "originals/folder_loan.h"
 #include "session/operation.h"
 #include "session/telling.h"
 #include "swap/folder_guard.h"
 #include "swap/homeless_state.h"
+#include "swap/lent_folder.h"
 #include "swap/live_state.h"
 #include "swap/restore_steps.h"
 #include "swap/return_to_original.h"
@@ -159,7 +161,7 @@ bool FinishSavegames(Session& session)
 bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
 {
     if (!DoneOrTold(session.host, SettleBackupFolders(session.Folders())) ||
-        !FinishSavegames(session))
+        !BringLentFolderBack(session, said) || !FinishSavegames(session))
         return false;
     const auto found = ReadJournal(session.Folders());
     if (!found)
@@ -211,6 +213,8 @@ std::string InterruptedWork(const Folders& folders, const Archive& archive)
                       {TextOf((*lacking)->noted)});
     if (!IsFree(JournalPath(folders)).ValueOr(false)) // nor is one that cannot be looked at none
         return GetMsg(Msg::WaitingSwap);
+    if (LoanWaits(folders))
+        return GetMsg(Msg::WaitingLoan);
     if (ChangeWaits(folders))
         return GetMsg(SavegameMoveWaitsIn(folders) ? Msg::WaitingSavegames : Msg::WaitingChange);
     return BackupFoldersWait(folders) ? GetMsg(Msg::WaitingBackup) : std::string{};

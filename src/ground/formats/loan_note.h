@@ -1,0 +1,38 @@
+#pragma once
+
+#include "formats/swap_journal.h"
+
+/// The note of a Level Editor's folder that is lent: a level's sources are put into it so that an
+/// outside program can work on them, and it is to come back as it was. JSON; names are kept exactly
+/// (bytes that are no UTF-8, and the per cent sign, as %XX).
+namespace kestrova
+{
+
+enum class LoanPhase {
+    Planned, ///< what stands in the way goes aside; nothing was put there yet
+    Lent,    ///< all of it is aside; what stands at the places was put there
+    Kept,    ///< what was made there stays; what is aside is no longer wanted
+};
+
+/// A place in the folder. What stood there lies aside under the number of the place in the list.
+struct LentPlace {
+    std::string name;            ///< `\data\city.tr4`, exact
+    bool stood = false;          ///< something stood there
+    bool put = false;            ///< a file is copied there; otherwise a program makes one
+    std::uint64_t size = 0;      ///< of the copied file
+    std::int64_t modifiedNs = 0; ///< of the copied file
+};
+
+struct LoanNote {
+    FolderMark folder;
+    LoanPhase phase = LoanPhase::Planned;
+    std::vector<LentPlace> places;
+    std::vector<std::string> made;  ///< folders that the loan made, `\sound\samples`
+    std::vector<std::string> swept; ///< whatever else matches goes: `\script\*.dat`
+};
+
+std::string FormatLoanNote(const LoanNote& note);
+/// `Damaged` for anything that this program did not write.
+Result<LoanNote> ParseLoanNote(std::string_view text);
+
+} // namespace kestrova

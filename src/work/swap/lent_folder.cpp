@@ -1,0 +1,89 @@
+#include "swap/lent_folder.h"
+
+#include "core/removal.h"
+#include "history/swap_journal_file.h"
+#include "history/work_note.h"
+#include "originals/loan_return.h"
+#include "session/operation.h"
+#include "session/telling.h"
+#include "swap/folder_guard.h"
+#include "words/restore.h"
+#include "words/session.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool LoanUnfinished(Host& host, const Failure& failure)
+{
+    TellFailure(host, GetMsg(Msg::LoanNotReturned), failure);
+    return false;
+}
+
+/// The folder that was lent, wherever it is now; empty when it is not there.
+Path FindLent(const Session& session, const FolderMark& mark, const Whereabouts& said)
+{
+    for (const Path& folder : {FolderFromText(mark.path), session.TrleFolder(), said.trle})
+        if (!folder.empty() && HasMark(folder, mark).ValueOr(false))
+            return folder;
+    return {};
+}
+
+bool GiveUpLent(Session& session, const LoanNote& note, const Whereabouts& said)
+{
+    if (!said.letGo) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::LoanFolderGone, {Readable(note.folder.path)}));
+        return true;
+    }
+    const auto dropped = DropWorkNote(LoanNotePath(session.Folders()));
+    if (!dropped)
+        return LoanUnfinished(session.host, dropped.Error());
+    session.host.Tell(Tone::Warning, GetMsg(Msg::LoanLetGo, {Readable(note.folder.path)}));
+    return true;
+}
+
+bool BringBackIn(Session& session, const Path& folder, const LoanNote& note)
+{
+    Folders folders = session.Folders();
+    folders.trle = folder;
+    if (!MayChangeTrle(session, folders))
+        return false;
+    if (const auto status = ReturnLoan(session.machine, folders, note, LoanEnd::Recovered); !status)
+        return LoanUnfinished(session.host, status.Error());
+    session.host.Tell(Tone::Warning, GetMsg(Msg::LoanReturned));
+    return true;
+}
+
+} // namespace
+
+bool BringLentFolderBack(Session& session, const Whereabouts& said)
+{
+    const auto note = ReadLoanNote(session.Folders());
+    if (!note && note.Error().code == ErrorCode::Damaged) {
+        const auto aside = RenameAside(LoanNotePath(session.Folders()));
+        if (!aside)
+            return LoanUnfinished(session.host, aside.Error());
+        session.host.Tell(Tone::Error, GetMsg(Msg::LoanNoteDamaged, {TextOf(*aside)}));
+        return true;
+    }
+    if (!note)
+        return LoanUnfinished(session.host, note.Error());
+    if (!*note)
+        return true;
+    const Operation running{session};
+    const Path folder = FindLent(session, (*note)->folder, said);
+    if (folder.empty())
+        return GiveUpLent(session, **note, said);
+    if (const auto held = session.locks.Hold(folder); !held) {
+        TellFailure(session.host, GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), held.Error());
+        return false;
+    }
+    const bool isBack = BringBackIn(session, folder, **note);
+    if (folder != session.TrleFolder())
+        session.locks.Release(folder);
+    return isBack;
+}
+
+} // namespace kestrova
