@@ -133,4 +133,9 @@ Result<platform::Launch> LaunchOf(const Tools& tools, const Path& program,
     return launch;
 }
 
+bool IsWindowsProgram(const Path& program)
+{
+    return BytesOfStart(ResolvePath(program)).starts_with(windowsProgram);
+}
+
 } // namespace kestrova

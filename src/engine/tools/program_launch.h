@@ -11,4 +11,7 @@ namespace kestrova
 Result<platform::Launch> LaunchOf(const Tools& tools, const Path& program,
                                   const ToolArguments& arguments = {});
 
+/// True for a file that is started through Wine.
+bool IsWindowsProgram(const Path& program);
+
 } // namespace kestrova

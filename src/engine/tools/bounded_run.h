@@ -1,0 +1,35 @@
+#pragma once
+
+#include "session/host.h"
+#include "session/machine.h"
+#include "tools/tool_run.h"
+
+/// Somebody else's program, of which nothing is known but where it lies, run within bounds.
+namespace kestrova
+{
+
+/// What a program may take.
+struct RunBounds {
+    std::chrono::milliseconds time = std::chrono::minutes{30};
+    std::uint64_t leastFree = UINT64_C(100) << 20; ///< bytes that its disk keeps free
+    std::uint64_t mostTaken = UINT64_C(8) << 30;   ///< bytes that may become used meanwhile
+};
+
+struct BoundedWork {
+    Path program;
+    ToolArguments arguments{};
+    Path folder{}; ///< it works here, and the room is measured here; empty: its own
+    RunBounds bounds{};
+};
+
+/// Runs the program until it and all that it started have ended, in whatever session; helpers of
+/// Wine are waited for by nobody. Stop, which is offered at once, and each bound end all of them.
+/// Done when it ended by itself, whatever its exit code; `report.end` has that, and what it wrote
+/// last. What it writes takes no memory.
+Status RunBounded(const Tools& tools, Machine& machine, const BoundedWork& work,
+                  ProgressScope& progress, ToolReport& report);
+
+/// A path as the program understands it: a Windows program has the whole disk as its drive Z.
+std::string PathForProgram(const Path& program, const Path& path);
+
+} // namespace kestrova

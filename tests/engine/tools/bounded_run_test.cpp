@@ -1,0 +1,102 @@
+#include "tools/bounded_run.h"
+
+#include "platform/file_content.h"
+#include "world/tool_box.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+class BoundedRun : public ::testing::Test
+{
+protected:
+    Status Run(const std::string& script, RunBounds bounds = {std::chrono::seconds{20}})
+    {
+        const Path program = box.AddTool("strange.exe", script);
+        const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+        return RunBounded(ToolsOf(box.session), box.machine,
+                          {program, {"one two"}, box.root / "trle", bounds}, *progress, report);
+    }
+    /// The process whose number the script wrote there; one that nobody has waited for yet has no
+    /// words any more.
+    [[nodiscard]] bool Runs(const std::string& file) const
+    {
+        std::string words;
+        (void)platform::ReadAll("/proc/" + std::to_string(std::stoi(box.Read(file))) + "/cmdline",
+                                words);
+        return !words.empty();
+    }
+    ToolBox box;
+    ToolReport report;
+};
+
+TEST_F(BoundedRun, WorksInItsFolderAndItsExitCodeIsItsOwnAffair)
+{
+    EXPECT_TRUE(Run("pwd >where; echo \"$1\" >>where; echo last words; exit 3"));
+    EXPECT_EQ(box.Read("trle/where"), (box / "trle").native() + "\none two\n");
+    EXPECT_EQ(report.end.code, 3);
+    EXPECT_NE(report.lastLines.find("last words"), std::string::npos);
+    EXPECT_TRUE(Run("head -c 3000000 /dev/zero")) << "whatever it prints";
+}
+
+TEST_F(BoundedRun, WhatItLeavesBehindIsWaitedFor)
+{
+    EXPECT_TRUE(Run("setsid sh -c 'sleep 0.4; echo late >late' >/dev/null 2>&1 &"));
+    EXPECT_EQ(box.Read("trle/late"), "late\n");
+}
+
+TEST_F(BoundedRun, ABoundEndsAllThatItStarted)
+{
+    const std::string tree = "setsid sh -c 'echo $$ >child; exec sleep 60' & echo $$ >own; ";
+    const RunBounds short_{std::chrono::milliseconds{400}};
+    ASSERT_FALSE(Run(tree + "exec sleep 60", short_));
+    EXPECT_EQ(report.trouble, ToolTrouble::TimeOut);
+    EXPECT_FALSE(Runs("trle/own"));
+    EXPECT_FALSE(Runs("trle/child"));
+
+    ASSERT_FALSE(Run(tree + "sleep 0.1", short_)) << "it returns early";
+    EXPECT_EQ(report.trouble, ToolTrouble::TimeOut);
+    EXPECT_FALSE(Runs("trle/child"));
+
+    box.host.StopAtStep(10);
+    ASSERT_FALSE(Run(tree + "exec sleep 60"));
+    EXPECT_EQ(report.status.Error().code, ErrorCode::Stopped);
+    EXPECT_FALSE(Runs("trle/child"));
+}
+
+/// A disk that fills from look to look.
+class FillingMachine : public FakeMachine
+{
+public:
+    Result<std::uint64_t> FreeSpace(const Path&) override
+    {
+        free -= UINT64_C(1) << 30;
+        return free;
+    }
+};
+
+TEST_F(BoundedRun, IsStoppedBeforeTheDiskIsFull)
+{
+    FillingMachine filling;
+    const Path program = box.AddTool("greedy.exe", "exec sleep 60");
+    const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+    EXPECT_FALSE(RunBounded(ToolsOf(box.session), filling, {program}, *progress, report));
+    EXPECT_EQ(report.trouble, ToolTrouble::Refused);
+    EXPECT_NE(report.status.Error().sentence.find("greedy.exe"), std::string::npos);
+}
+
+TEST_F(BoundedRun, PathsAreThoseOfTheProgram)
+{
+    box.Write("trle/plain.exe", "#!/bin/sh");
+    box.Write("trle/windows.exe", "MZ and so on");
+    EXPECT_EQ(PathForProgram(box / "trle/plain.exe", "/a b/ü.tom"), "/a b/ü.tom");
+    EXPECT_EQ(PathForProgram(box / "trle/windows.exe", "/a b/ü.tom"), "Z:\\a b\\ü.tom");
+}
+
+} // namespace
+
+} // namespace kestrova::testing
