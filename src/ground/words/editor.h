@@ -23,4 +23,8 @@ inline constexpr Message TrleTwinFolders{"several folders whose names differ by 
 inline constexpr Message SourceNotRead{"This file could not be read: "};
 inline constexpr Message SourceNotWritten{"This file could not be written, and is as it was: "};
 
+inline constexpr Message ScriptExeMissing{"Program 'script.exe' not found in: "};
+inline constexpr Message ScriptNotBegun{"The script was not compiled, and the results of the last time are untouched."};
+inline constexpr Message ScriptNotCompiled{"The script was not compiled: the compiler did not write ~1. The results of the last time are back in their place."};
+
 } // namespace kestrova::Msg

@@ -1,0 +1,85 @@
+#include "editor/compile_script.h"
+
+#include "core/look.h"
+#include "editor/file_names.h"
+#include "formats/trle_folder.h"
+#include "originals/folder_loan.h"
+#include "originals/vault.h"
+#include "words/editor.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// What the compiler wrote nothing into is no result.
+Result<bool> IsResult(const Path& file)
+{
+    const auto facts = LookAt(file);
+    if (!facts)
+        return facts.Error();
+    return facts->kind == platform::FileKind::File && facts->size > 0;
+}
+
+/// The results that the next ones will replace, as far as nothing else holds them.
+Status KeepOldResults(Machine& machine, const Folders& folders, const Path& sources)
+{
+    const auto old = ListFiles(sources, OnDisk::PatDat);
+    if (!old)
+        return old.Error();
+    std::vector<Path> relatives;
+    for (const Path& file : *old)
+        relatives.push_back(file.lexically_relative(folders.trle));
+    Keeping keeping = KeepOriginals(machine, folders, relatives);
+    return keeping.failed.empty() ? Status{} : Status{std::move(keeping.failure)};
+}
+
+/// The first result that did not come out; empty when both did.
+Result<std::string> MissingResult(const Path& sources, const std::string& languageDat)
+{
+    for (const std::string& name : {std::string{OnDisk::ScriptDat}, languageDat}) {
+        const auto isThere = IsResult(sources / name);
+        if (!isThere)
+            return isThere.Error();
+        if (!*isThere)
+            return name;
+    }
+    return std::string{};
+}
+
+} // namespace
+
+Status CompileScript(Machine& machine, const Folders& folders, const Tools& tools,
+                     const std::string& languageDat, ProgressScope& progress,
+                     const RunBounds& bounds)
+{
+    const Path sources = ResolvePath(InFolder(folders.trle, OnDisk::DirScript));
+    const Path program = InFolder(folders.trle, OnDisk::FragScriptExe);
+    const auto isThere = IsFile(program);
+    if (isThere && !*isThere)
+        return InWords(ErrorCode::Missing, GetMsg(Msg::ScriptExeMissing) + TextOf(program));
+    Status begun = isThere ? KeepOldResults(machine, folders, sources) : isThere.Error();
+    FolderLoan loan{machine, folders};
+    if (begun)
+        begun = loan.Begin({}, {std::string{OnDisk::PatScriptResults}});
+    if (!begun)
+        return Saying(GetMsg(Msg::ScriptNotBegun), begun);
+
+    ToolReport report;
+    const Status run =
+        RunBounded(tools, machine, {program, {std::string{OnDisk::ScriptTxt}}, sources, bounds},
+                   progress, report);
+    const auto missing = MissingResult(sources, languageDat);
+    if (run && missing && missing->empty())
+        return loan.Keep();
+    const Status back = loan.GiveBack();
+    if (!back || !missing)
+        return back ? Status{missing.Error()} : back;
+    if (!run)
+        return run;
+    return InWords(ErrorCode::NotDone, GetMsg(Msg::ScriptNotCompiled, {*missing}), {},
+                   report.lastLines);
+}
+
+} // namespace kestrova
