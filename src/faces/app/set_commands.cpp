@@ -2,10 +2,11 @@
 
 #include "app/opening.h"
 #include "app/result_text.h"
+#include "app/settings_form.h"
 #include "archive/archive_saving.h"
 #include "core/text.h"
-#include "formats/url_text.h"
 #include "history/undo_entries.h"
+#include "online/url_update.h"
 #include "words/commands.h"
 #include "words/menus.h"
 #include "words/online_commands.h"
@@ -115,18 +116,12 @@ constexpr SettingRow NumberRow(std::string_view name)
             }};
 }
 
-/// Up to `most` addresses of the web, parted by blanks.
 bool SetServers(std::string& servers, const std::string& word, std::size_t most)
 {
-    std::vector<std::string> addresses = Split(word, ' ');
-    std::erase(addresses, std::string{});
-    const bool sound =
-        std::all_of(addresses.begin(), addresses.end(),
-                    [](const std::string& address) { return IsWebAddress(address); });
-    if (addresses.size() > most || !sound || !IsUtf8(word) || ForTerminal(word) != word)
-        return false;
-    servers = Join(addresses, " ");
-    return true;
+    auto text = ServersText(word, most);
+    if (text)
+        servers = std::move(*text);
+    return text.has_value();
 }
 
 constexpr SettingRow settingRows[] = {
@@ -175,7 +170,7 @@ constexpr SettingRow settingRows[] = {
     {"update-servers", Msg::TakesServers, false,
      [](const Session& session) { return session.settings.updateServers; },
      [](Session& session, const std::string& word) {
-         return SetServers(session.settings.updateServers, word, 3);
+         return SetServers(session.settings.updateServers, word, mostUpdateServers);
      }},
     {"wad-server", Msg::TakesServer, false,
      [](const Session& session) { return session.settings.wadServer; },

@@ -1,10 +1,16 @@
 #include "app/settings_form.h"
 
+#include "app/result_text.h"
+#include "core/text.h"
+#include "formats/url_text.h"
 #include "history/undo_entries.h"
+#include "online/url_update.h"
 #include "session/held_folders.h"
 #include "session/telling.h"
 #include "words/app.h"
 #include "words/editor.h"
+
+#include <algorithm>
 
 namespace kestrova
 {
@@ -15,6 +21,18 @@ namespace
 constexpr std::size_t textFieldSize = 256;
 
 } // namespace
+
+std::optional<std::string> ServersText(const std::string& text, std::size_t most)
+{
+    std::vector<std::string> addresses = Split(text, ' ');
+    std::erase(addresses, std::string{});
+    const bool sound =
+        std::all_of(addresses.begin(), addresses.end(),
+                    [](const std::string& address) { return IsWebAddress(address); });
+    if (addresses.size() > most || !sound || !IsUtf8(text) || ForTerminal(text) != text)
+        return std::nullopt;
+    return Join(addresses, " ");
+}
 
 SettingsForm::SettingsForm(Session& session)
     : preferences(session.preferences), settings(session.settings), session_(session)
@@ -55,8 +73,21 @@ void SettingsForm::BrowseTom2Pc()
     BrowseProgram(Msg::ChooseTom2Pc, preferences.tom2PcName);
 }
 
+bool SettingsForm::TakeServers(std::string& servers, std::size_t most)
+{
+    auto text = ServersText(servers, most);
+    if (text)
+        servers = std::move(*text);
+    else
+        session_.host.Tell(Tone::Error, GetMsg(Msg::ServersNotUsable, {servers}));
+    return text.has_value();
+}
+
 bool SettingsForm::Accept()
 {
+    if (!TakeServers(settings.updateServers, mostUpdateServers) ||
+        !TakeServers(settings.wadServer, 1))
+        return false;
     for (const std::string* field : {&preferences.trlePath, &preferences.downloadFolder,
                                      &preferences.tom2PcName, &preferences.tombExeName})
         if (ToWindows1252(*field).size() > textFieldSize) {

@@ -8,6 +8,7 @@
 namespace kestrova::Msg
 {
 
+inline constexpr Message ServersNotUsable{"An address of a server begins with http:// or https://; there are three update servers at the most, and one server of wads. Nothing has been changed. Not usable: ~1"};
 inline constexpr Message ChooseDownloadFolder{"Select folder where you download level zip files"};
 inline constexpr Message ChooseTrlePath{"Select Tomb Raider Level Editor path (trle)"};
 inline constexpr Message ChooseGame{"Select 'start tomb raider' program"};

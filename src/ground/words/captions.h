@@ -88,6 +88,14 @@ inline constexpr Message SettingsUndoNote{"The oldest go first. A removed level 
 inline constexpr Message TrovaTitle{" Where is Tomb Raider Level Editor folder ?"};
 inline constexpr Message TrovaAsk{"Kestrova needs the folder of your Tomb Raider Level Editor."};
 inline constexpr Message TrovaBrowse{"Browse to find/change folder"};
+inline constexpr Message SettingsServersFrame{" Update servers (list of web addresses) "};
+inline constexpr Message SettingsServer1{"First:"};
+inline constexpr Message SettingsServer2{"Second:"};
+inline constexpr Message SettingsServer3{"Third:"};
+inline constexpr Message SettingsServersNote{"Whoever keeps a list of web addresses for players can tell you its address, such as https://levels.example/urllist.bin. The next one is tried when one gives no list. Without any, nothing is fetched."};
+inline constexpr Message SettingsWadServerFrame{" Server of wads "};
+inline constexpr Message SettingsWadServer{"Address:"};
+inline constexpr Message SettingsWadServerNote{"Packages of wads that some levels need are fetched from it, once you said Yes."};
 inline constexpr Message TrovaNotIt{"I've not it"};
 inline constexpr Message TrovaCdFrame{" Install TRLE folder from CD "};
 inline constexpr Message TrovaCd{"Install TRLE from KV  CD"};

@@ -16,7 +16,6 @@ namespace kestrova
 namespace
 {
 
-constexpr std::size_t mostServers = 3;
 constexpr std::int32_t ownVersion = 103; // a hundred times the version that lists know
 constexpr std::size_t mostNotices = 20;
 
@@ -66,9 +65,19 @@ UpdateServers ServersFrom(std::string_view setting)
 {
     UpdateServers servers;
     for (const std::string& word : Split(setting, ' '))
-        if (!word.empty() && servers.size() < mostServers)
+        if (!word.empty() && servers.size() < mostUpdateServers)
             servers.push_back(word);
     return servers;
+}
+
+bool WantsLevelUrls(Host& host, std::size_t levels)
+{
+    return levels == 1 && host.AskYesNo(GetMsg(Msg::AskLevelUrls));
+}
+
+bool WantsEditorUrls(Host& host)
+{
+    return host.AskYesNo(GetMsg(Msg::AskEditorUrls));
 }
 
 bool OpenUrl(Host& host, Machine& machine, const Folders& folders, const std::string& url)

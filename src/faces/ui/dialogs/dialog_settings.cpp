@@ -1,7 +1,10 @@
 #include "ui/dialogs/dialog_settings.h"
 
+#include "core/text.h"
+#include "online/url_update.h"
 #include "session/operation.h"
 #include "ui/dialogs/dialogs_small.h"
+#include "ui/dialogs/help_desk.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/fit_to_screen.h"
@@ -63,6 +66,13 @@ QLabel* NoteLabel(const char* name)
     return note;
 }
 
+void AddRow(QFormLayout& form, const char* caption, QWidget* field)
+{
+    auto* label = Named<QLabel>(caption);
+    label->setBuddy(field);
+    form.addRow(label, field);
+}
+
 } // namespace
 
 SettingsDialog::SettingsDialog(Session& session, QWidget* parent)
@@ -72,6 +82,7 @@ SettingsDialog::SettingsDialog(Session& session, QWidget* parent)
     auto* pages = new QTabWidget(this);
     pages->addTab(new ScrollPage(MakePreferences()), Words(Msg::MenuPreferences));
     pages->addTab(new ScrollPage(MakeComputer()), Words(Msg::SettingsPageSystem));
+    pages->addTab(new ScrollPage(MakeServers()), Words(Msg::SettingsPageServers));
     auto* buttons = AnswerButtons(*this);
     auto* column = new QVBoxLayout(this);
     column->addWidget(pages, 1);
@@ -173,25 +184,20 @@ QWidget* SettingsDialog::MakeComputer()
     undoCount_ = number("Spin_UndoCount", mostHistoryFiles, now.undoCount);
     undoSize_ = number("Spin_UndoSize", mostHistoryMegabytes, now.undoMegabytes);
 
-    const auto addRow = [](QFormLayout* form, const char* caption, QWidget* field) {
-        auto* label = Named<QLabel>(caption);
-        label->setBuddy(field);
-        form->addRow(label, field);
-    };
     auto* wine = Named<QGroupBox>("Frame_Wine");
     auto* wineForm = new QFormLayout(wine);
-    addRow(wineForm, "Label_WineOf", wine_);
-    addRow(wineForm, "Label_WineWordsOf", wineWords_);
+    AddRow(*wineForm, "Label_WineOf", wine_);
+    AddRow(*wineForm, "Label_WineWordsOf", wineWords_);
     wineForm->addRow(NoteLabel("Label_WineNote"));
     auto* history = Named<QGroupBox>("Frame_History");
     auto* historyForm = new QFormLayout(history);
-    addRow(historyForm, "Label_HistoryCountOf", historyCount_);
-    addRow(historyForm, "Label_HistorySizeOf", historySize_);
+    AddRow(*historyForm, "Label_HistoryCountOf", historyCount_);
+    AddRow(*historyForm, "Label_HistorySizeOf", historySize_);
     historyForm->addRow(NoteLabel("Label_HistoryNote"));
     auto* undo = Named<QGroupBox>("Frame_Undo");
     auto* undoForm = new QFormLayout(undo);
-    addRow(undoForm, "Label_UndoCountOf", undoCount_);
-    addRow(undoForm, "Label_UndoSizeOf", undoSize_);
+    AddRow(*undoForm, "Label_UndoCountOf", undoCount_);
+    AddRow(*undoForm, "Label_UndoSizeOf", undoSize_);
     undoForm->addRow(NoteLabel("Label_UndoNote"));
 
     exportSavegames_ = Box("Check_ExportSavegames", form_.settings.exportSavegames);
@@ -204,6 +210,41 @@ QWidget* SettingsDialog::MakeComputer()
     column->addWidget(history);
     column->addWidget(undo);
     column->addWidget(exported);
+    column->addStretch();
+    return page;
+}
+
+QWidget* SettingsDialog::MakeServers()
+{
+    auto* update = Named<QGroupBox>("Frame_UpdateServers");
+    auto* updateForm = new QFormLayout(update);
+    UpdateServers servers = ServersFrom(form_.settings.updateServers);
+    servers.resize(mostUpdateServers);
+    constexpr std::pair<const char*, const char*> lines[] = {{"Label_Server1Of", "Text_Server1"},
+                                                             {"Label_Server2Of", "Text_Server2"},
+                                                             {"Label_Server3Of", "Text_Server3"}};
+    static_assert(std::size(lines) == mostUpdateServers);
+    for (const auto& [caption, name] : lines) {
+        auto* line = Named<QLineEdit>(name);
+        line->setText(ToQt(servers[updateServers_.size()]));
+        line->setCursorPosition(0);
+        AddRow(*updateForm, caption, line);
+        updateServers_.push_back(line);
+    }
+    updateForm->addRow(NoteLabel("Label_ServersNote"));
+    wadServer_ = Named<QLineEdit>("Text_WadServer");
+    wadServer_->setText(ToQt(form_.settings.wadServer));
+    wadServer_->setCursorPosition(0);
+    auto* wads = Named<QGroupBox>("Frame_WadServer");
+    auto* wadsForm = new QFormLayout(wads);
+    AddRow(*wadsForm, "Label_WadServerOf", wadServer_);
+    wadsForm->addRow(NoteLabel("Label_WadServerNote"));
+
+    auto* page = new QWidget;
+    SetHelpTag(*page, HelpTag::Servers);
+    auto* column = new QVBoxLayout(page);
+    column->addWidget(update);
+    column->addWidget(wads);
     column->addStretch();
     return page;
 }
@@ -234,6 +275,11 @@ void SettingsDialog::accept()
     form_.settings.historyMegabytes = historySize_->value();
     form_.settings.undoCount = undoCount_->value();
     form_.settings.undoMegabytes = undoSize_->value();
+    std::vector<std::string> servers;
+    for (const QLineEdit* line : updateServers_)
+        servers.push_back(FromQt(line->text()));
+    form_.settings.updateServers = Join(servers, " ");
+    form_.settings.wadServer = FromQt(wadServer_->text());
     const Operation operation{session_};
     if (form_.Accept())
         QDialog::accept();

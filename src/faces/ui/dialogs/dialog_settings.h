@@ -27,6 +27,7 @@ private:
     QWidget* MakeAdvanced();
     QWidget* MakeCapture();
     QWidget* MakeComputer();
+    QWidget* MakeServers();
     QCheckBox* Box(const char* name, bool checked);
     void ShowPlaces();
 
@@ -46,6 +47,8 @@ private:
     QSpinBox* historySize_ = nullptr;
     QSpinBox* undoCount_ = nullptr;
     QSpinBox* undoSize_ = nullptr;
+    std::vector<QLineEdit*> updateServers_; ///< in the order of trial
+    QLineEdit* wadServer_ = nullptr;
 };
 
 } // namespace kestrova
