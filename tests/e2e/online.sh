@@ -1,26 +1,12 @@
 # Files from the web, the list of addresses, and configuration files for levels, off a real server.
 source "$(dirname "$0")/common.bash"
+source "$here/server.bash"
 
-port=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
-site=http://127.0.0.1:$port
 mkdir served
-cat >server.conf <<CONF
-server.document-root = "$box/served"
-server.bind = "127.0.0.1"
-server.port = $port
-server.errorlog = "$box/server.log"
-mimetype.assign = ("" => "application/octet-stream")
-\$HTTP["url"] == "/slow.zip" { connection.kbytes-per-second = 100 }
-CONF
-/usr/sbin/lighttpd -D -f server.conf &
-server=$!
+open_server "$box/served" '$HTTP["url"] == "/slow.zip" { connection.kbytes-per-second = 100 }'
 trap 'kill $server; wait $server || :; rm -rf "$box"' EXIT
 head -c 300000 /dev/urandom >served/level.zip
 cp served/level.zip served/slow.zip
-for _ in {1..200}; do
-    curl -s -o /dev/null "$site/level.zip" && break
-    sleep 0.05
-done
 
 for words in "fetch" "fetch $site/a" "fetch $site/a b c" "urls" "urls lists" "urls add 6 a b" \
     "urls add 1 a" "urls remove" "urls open 1 2" "urls update --json" "urls list --kind nine" \
@@ -138,3 +124,26 @@ json "j == [{'name': 'The lost valley', 'url': '$site/Config_valley.zip'}]"
 expect 0 config find "$box/served"
 silent
 expect 1 config find "$box/nowhere"
+
+# A level that comes without one is added with it: only after a yes, and only where a server is set.
+make_trle "$box/trle"
+expect 0 setup --trle "$box/trle" --full --folder-is-original
+expect 0 new --folder "$box/levels" "$box/my.kva"
+cat >made/list.json <<JSON
+[{"kind": 8, "url": "$site/Config_valley.zip", "package": "Config_valley.zip", "folder": "valley/data",
+  "files": ["valley.tr4"]}]
+JSON
+expect 0 --yes urls make "$box/made/list.json" "$box/served/urllist.bin"
+expect 0 set update-servers "$site/urllist.bin"
+expect 0 set check-equal off
+expect 0 urls update
+expect 0 add "$box/made/valley/data"
+said "data"
+expect 0 --no add "$box/made/valley/data" --name Refused
+said "Refused"
+expect 0 --yes add "$box/made/valley/data"
+said "The lost valley"
+expect 0 set update-servers ""
+expect 0 --yes add "$box/made/valley/data" --name Unasked
+said "Unasked"
+! grep -q "Probably there is" err || die "asked without a server"

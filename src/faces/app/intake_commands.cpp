@@ -125,6 +125,8 @@ bool Add(Run& run)
         run.session, *progress,
         [&](Intake& level) {
             TakeNamesPage(run, level);
+            level.draft.looksOnline =
+                run.face.CanAnswer() && !run.session.settings.updateServers.empty();
             level.draft.keepGoing = run.arguments.Has("--keep-going");
             bool all = AddSources(level, sources, Subfolders::Take);
             if (!level.draft.report.stopped)

@@ -2,6 +2,7 @@
 
 #include "core/look.h"
 #include "intake/draft_files.h"
+#include "online/config_database.h"
 #include "packages/level_config_file.h"
 #include "session/cleared_progress.h"
 #include "session/documents.h"
@@ -47,6 +48,21 @@ StepAnswer DropLaterConfig(Intake& intake)
     return StepAnswer::GoesOn;
 }
 
+bool LacksConfig(const Intake& intake)
+{
+    const LevelDraft& draft = intake.draft;
+    return draft.looksOnline && !draft.configApplied && !draft.configRead && !HasConfigFile(draft);
+}
+
+StepAnswer SearchOnlineConfig(Intake& intake)
+{
+    Session& session = intake.session;
+    if (FindOnlineConfig(session.host, session.machine, session.Folders(), ToolsOf(session),
+                         intake.draft.workFolder))
+        RefreshFiles(intake);
+    return StepAnswer::GoesOn;
+}
+
 bool ConfigCame(const Intake& intake)
 {
     return !intake.draft.configApplied && HasConfigFile(intake.draft);
@@ -60,6 +76,7 @@ StepAnswer ReadConfig(Intake& intake)
         return StepAnswer::Refused;
     TakeConfigTexts(intake.draft, *config);
     intake.draft.config = std::move(*config);
+    intake.draft.configRead = true;
     if (const auto status = DeleteFile(file); !status)
         TellFailure(intake.session.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(file),
                     status.Error());

@@ -11,6 +11,12 @@ bool LaterConfigCame(const Intake& intake);
 /// It goes unread.
 StepAnswer DropLaterConfig(Intake& intake);
 
+/// Nobody has brought one yet.
+bool LacksConfig(const Intake& intake);
+/// Offers and fetches the one that the list of addresses has for this level; whatever fails, the
+/// level can be added without.
+StepAnswer SearchOnlineConfig(Intake& intake);
+
 bool ConfigCame(const Intake& intake);
 /// Takes its texts, and drops it; the draft has it for the steps that follow. One that cannot be
 /// read stays where it is.

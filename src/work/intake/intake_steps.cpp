@@ -26,6 +26,7 @@ bool HasFilesHere(const Intake& intake)
 
 constexpr IntakeStep newLevelSteps[]{
     {StepTime::Config, "DropLaterConfig", LaterConfigCame, DropLaterConfig},
+    {StepTime::Config, "SearchOnlineConfig", LacksConfig, SearchOnlineConfig},
     {StepTime::Config, "ReadConfig", ConfigCame, ReadConfig},
     {StepTime::Config, "TellElsewhere", IsConfigRead, TellElsewhere},
     {StepTime::Config, "EndConfig", IsConfigRead, EndConfig},

@@ -41,6 +41,8 @@ struct LevelDraft {
     std::string namesPage;
     bool keepGoing = false; ///< of a package that is damaged, what is whole comes in
     Replace replaceByFile = Replace::Silent;
+    /// A level without a configuration file is looked for in the list of addresses.
+    bool looksOnline = true;
 
     // The folder.
     Path filesFolder; ///< where the level's files belong
@@ -66,6 +68,7 @@ struct LevelDraft {
     // What the steps found.
     /// The author's configuration file, while the steps go on that it drives.
     std::optional<LevelConfig> config;
+    bool configRead = false;    ///< there was one
     bool configApplied = false; ///< all of those steps were done
     bool programTold = false;   ///< the person knows that the level is still inside a program
     bool givenUp = false;

@@ -25,6 +25,7 @@
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QStyleOption>
+#include <QTimer>
 
 namespace kestrova::testing
 {
@@ -88,6 +89,9 @@ TEST(Settings, OkTakesEveryControlOverAndCancelNone)
         In<QSpinBox>(dialog, "Spin_HistorySize")->setValue(9);
         In<QSpinBox>(dialog, "Spin_UndoCount")->setValue(5);
         In<QSpinBox>(dialog, "Spin_UndoSize")->setValue(6);
+        In<QLineEdit>(dialog, "Text_Server1")->setText(" http://a.example/urllist.bin ");
+        In<QLineEdit>(dialog, "Text_Server3")->setText("https://b.example/urllist.bin");
+        In<QLineEdit>(dialog, "Text_WadServer")->setText("http://wads.example");
     };
     {
         SettingsDialog dialog{world.session, nullptr};
@@ -128,10 +132,13 @@ TEST(Settings, OkTakesEveryControlOverAndCancelNone)
     EXPECT_EQ(world.session.settings.historyMegabytes, 9);
     EXPECT_EQ(world.session.settings.undoCount, 5);
     EXPECT_EQ(world.session.settings.undoMegabytes, 6);
+    EXPECT_EQ(world.session.settings.updateServers,
+              "http://a.example/urllist.bin https://b.example/urllist.bin");
+    EXPECT_EQ(world.session.settings.wadServer, "http://wads.example");
     EXPECT_FALSE(world.box.Has("home/Kestrova.prf")) << "the file is written at the end";
 }
 
-TEST(Settings, AFolderThatHasNoRoomIsRefusedInWords)
+TEST(Settings, WhatHasNoRoomOrIsNoServerIsRefusedInWords)
 {
     WindowWorld world;
     SettingsForm form{world.session};
@@ -142,6 +149,16 @@ TEST(Settings, AFolderThatHasNoRoomIsRefusedInWords)
     EXPECT_EQ(world.session.preferences.trlePath, (world.box / "trle").native());
     EXPECT_TRUE(world.session.preferences.autoSave);
     form.preferences.trlePath.clear();
+    for (const char* odd :
+         {"ftp://a.example", "http://a http://b http://c http://d", "urllist.bin"}) {
+        form.settings.updateServers = odd;
+        EXPECT_FALSE(form.Accept());
+        EXPECT_TRUE(world.box.host.WasTold(std::string{"Not usable: "} + odd));
+    }
+    form.settings.updateServers = "http://a  http://b";
+    form.settings.wadServer = "http://a http://b";
+    EXPECT_FALSE(form.Accept());
+    form.settings.wadServer.clear();
     EXPECT_TRUE(form.Accept()) << "an empty folder is asked for at the next start";
 }
 
@@ -243,8 +260,22 @@ TEST(FindTrle, OkNeedsAFolderThatPasses)
 
     FindTrleDialog given{world.session, finder, nullptr};
     given.show();
+    world.box.host.WillAsk("Do you want see url where you could download (compress or flat) Tomb "
+                           "Raider Level Editor? ",
+                           true);
+    std::string title;
+    std::vector<std::string> toldBefore;
+    QTimer::singleShot(100, &given, [&] {
+        QWidget* urls = QApplication::activeModalWidget();
+        title = FromQt(urls->windowTitle());
+        toldBefore.push_back(world.box.host.AllTold());
+        urls->close();
+    });
     given.close();
     EXPECT_EQ(given.result(), QDialog::Rejected);
+    EXPECT_EQ(title, "Where download Tomb Raider Level Editor");
+    ASSERT_EQ(toldBefore.size(), 1U);
+    EXPECT_EQ(toldBefore.front().find("cann't run"), std::string::npos);
     EXPECT_TRUE(world.box.host.WasTold("This program cann't run without"));
 }
 

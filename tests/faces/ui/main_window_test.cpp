@@ -402,6 +402,7 @@ TEST(MainWindow, WhatIsDroppedIsOfferedAsALevel)
 {
     WindowWorld world;
     world.box.Write("My level/level1.tr4", "x");
+    world.box.host.WillAsk("Do you want see url list", false);
     world.Show();
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile(PathToQt(world.box / "My level"))});

@@ -69,6 +69,7 @@ TEST(NewLevelDialog, EscapeGivesTheLevelUp)
     NewLevelDialog dialog{world.session, nullptr};
     QTimer::singleShot(100, &dialog, [&] {
         EXPECT_TRUE(In<QWidget>(dialog, "Label_Hint")->isVisible());
+        world.box.host.WillAsk("Do you want see url list where you could download new", false);
         QTest::keyClick(&dialog, Qt::Key_Escape);
     });
     LevelCode code = 0;

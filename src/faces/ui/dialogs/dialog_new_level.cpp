@@ -2,8 +2,10 @@
 
 #include "intake/draft_files.h"
 #include "intake/draft_sources.h"
+#include "online/url_update.h"
 #include "packages/name_pages.h"
 #include "session/operation.h"
+#include "ui/dialogs/dialog_siti.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
@@ -195,8 +197,17 @@ template <class Work> void NewLevelDialog::Run(Work work)
         progress_.End();
     }
     ShowLevel();
-    if (level_->draft.givenUp)
-        QDialog::reject();
+    if (!level_->draft.givenUp)
+        return;
+    if (AsksForLevelUrls())
+        ShowUrls(session_, UrlKindLevels, this);
+    QDialog::reject();
+}
+
+bool NewLevelDialog::AsksForLevelUrls()
+{
+    const Operation operation{session_};
+    return WantsLevelUrls(session_.host, session_.archive.levels.size());
 }
 
 bool NewLevelDialog::Show(Intake& level, std::vector<Path> sources)

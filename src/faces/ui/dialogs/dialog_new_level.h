@@ -43,6 +43,8 @@ private:
     void AddSources(const std::vector<Path>& sources);
     /// One step of the person's, after which the window shows what has become of the level.
     template <class Work> void Run(Work work);
+    /// Asked when the level was given up.
+    bool AsksForLevelUrls();
     void ShowLevel();
     void ShowFiles();
     void ShowMoreInfo();

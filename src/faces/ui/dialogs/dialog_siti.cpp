@@ -216,11 +216,17 @@ void SitiDialog::ShowRows()
     list_->setCurrentIndex(model_->Chosen());
     const bool none = editor_.Rows().empty();
     hint_->setVisible(none);
-    hint_->setText(
-        Words(search_->text().trimmed().isEmpty() ? Msg::SitiEmpty : Msg::SitiNothingFound));
+    hint_->setText(EmptyWords());
     updated_->setText(ToQt(UpdateDateText(editor_.List().updateDate)));
     count_->setText(QString::number(editor_.Rows().size()));
     ShowRecord();
+}
+
+QString SitiDialog::EmptyWords() const
+{
+    if (editor_.NotRead())
+        return Words(Msg::SitiNotRead, {editor_.NotRead()->reason});
+    return Words(search_->text().trimmed().isEmpty() ? Msg::SitiEmpty : Msg::SitiNothingFound);
 }
 
 void SitiDialog::ShowRecord()

@@ -36,6 +36,8 @@ private:
     template <class Work> void Run(Work work);
     void ShowKind();
     void ShowRows();
+    /// What stands in the place of rows.
+    [[nodiscard]] QString EmptyWords() const;
     void ShowRecord();
 
     Session& session_;

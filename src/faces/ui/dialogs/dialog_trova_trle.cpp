@@ -1,6 +1,8 @@
 #include "ui/dialogs/dialog_trova_trle.h"
 
+#include "online/url_update.h"
 #include "session/operation.h"
+#include "ui/dialogs/dialog_siti.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
 #include "ui/main/practice_offer.h"
@@ -144,6 +146,10 @@ void FindTrleDialog::ShowFolder()
 
 void FindTrleDialog::reject()
 {
+    bool wantsUrls = false;
+    Run([&] { wantsUrls = WantsEditorUrls(session_.host); });
+    if (wantsUrls)
+        ShowUrls(session_, UrlKindEditor, this);
     Run([this] { finder_.GiveUp(); });
     QDialog::reject();
 }

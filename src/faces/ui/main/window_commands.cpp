@@ -4,6 +4,7 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "intake/edit_level.h"
+#include "online/config_database.h"
 #include "session/operation.h"
 #include "shots/shot_commands.h"
 #include "ui/dialogs/dialog_author.h"
@@ -103,9 +104,19 @@ void WindowCommands::GameStarted()
     window_.GameHasStarted();
 }
 
+bool WindowCommands::AsksForDatabaseUpdate()
+{
+    const Operation operation{session_};
+    return WantsDatabaseUpdate(session_.host, session_.machine, session_.Folders());
+}
+
 void WindowCommands::AddLevelFrom(const std::vector<Path>& sources)
 {
-    if (session_.runningOperations > 0 || !HasArchive(session_.host, session_.archive))
+    if (session_.runningOperations > 0)
+        return;
+    if (AsksForDatabaseUpdate())
+        ShowUrls(session_, UrlKindLevels, &window_, true);
+    if (!HasArchive(session_.host, session_.archive))
         return;
     NewLevelDialog dialog{session_, &window_};
     LevelCode code = 0;

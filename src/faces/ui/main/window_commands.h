@@ -33,6 +33,8 @@ public:
 
 private:
     void RunOrShow(const CommandRow& row);
+    /// True when the list of addresses is old, and the person wants a new one first.
+    bool AsksForDatabaseUpdate();
     /// The help of a command of the menu Help.
     void ShowHelp(std::string_view command);
     void EditChosen();
