@@ -1,3 +1,5 @@
+#include "online/url_file.h"
+#include "ui/dialogs/dialog_siti.h"
 #include "ui/main/main_window.h"
 #include "world/world.h"
 
@@ -14,8 +16,8 @@
 #include <memory>
 
 /// How long the main window needs to open, empty and with 10,000 levels, and to show the list again
-/// after a key of the search. Medians of pairs that take turns, each window in a run of its own, as
-/// `name value unit` lines.
+/// after a key of the search; and how long the window of 100,000 web addresses. Medians of pairs
+/// that take turns, each window in a run of its own, as `name value unit` lines.
 
 using namespace kestrova;
 
@@ -26,6 +28,7 @@ constexpr int pairs = 5;
 constexpr const char* openEmpty = "--open-empty";
 constexpr const char* openFull = "--open-full";
 constexpr int manyLevels = 10'000;
+constexpr int manyAddresses = 100'000;
 
 constexpr const char* places[] = {"Caves",  "Temple", "Ruins", "Secret", "Lost city", "The tomb",
                                   "Palace", "Return", "Curse", "Shadow", "Harbour",   "Night"};
@@ -116,6 +119,41 @@ struct World {
     Session session;
 };
 
+/// The list of addresses from its file to the painted window, and the first key of a search, which
+/// looks through all of it.
+void MeasureAddresses(Session& session)
+{
+    constexpr const char* sorted[] = {"Sorted by rating", "Levels and Reviews", "Language: English",
+                                      "Walkthroughs with pictures"};
+    UrlList list;
+    for (int i = 0; i < manyAddresses; ++i)
+        list.records.push_back({"https://levels.example/all/level" + std::to_string(i) + ".html",
+                                "Site " + std::to_string(i) + " - " + sorted[i % 4], UrlKindLevels,
+                                false});
+    if (!SaveUrlList(UrlListPath(session.Folders()), list))
+        std::exit(1);
+    std::vector<double> shown;
+    std::vector<double> searched;
+    for (int round = 0; round < pairs; ++round) {
+        std::unique_ptr<SitiDialog> window;
+        shown.push_back(Milliseconds([&] {
+            window = std::make_unique<SitiDialog>(session, UrlKindLevels, nullptr);
+            window->show();
+            QCoreApplication::processEvents();
+            window->repaint();
+        }));
+        auto* search = window->findChild<QLineEdit*>(QStringLiteral("Text_Search"));
+        searched.push_back(Milliseconds([&] {
+            search->setText(QStringLiteral("pictures"));
+            window->repaint();
+        }));
+        window->hide();
+    }
+    Print("addresses_shown", Median(shown), "ms");
+    Print("addresses_searched", Median(searched), "ms");
+    Print("addresses_shown_and_searched", Median(shown) + Median(searched), "ms");
+}
+
 /// The window of a run of its own, as a person meets it: fonts and style are not there yet.
 double OpenInRunOfItsOwn(const QString& program, const char* what)
 {
@@ -159,5 +197,6 @@ int main(int argc, char** argv)
     World world{true};
     const auto window = Open(world.session, world.list);
     MeasureSearch(*window);
+    MeasureAddresses(world.session);
     return 0;
 }
