@@ -2,10 +2,14 @@
 
 #include "app/result_text.h"
 #include "core/text.h"
+#include "editor/folder_comparison.h"
 #include "editor/script_files.h"
 #include "formats/source_text.h"
+#include "platform/terminal.h"
 #include "session/telling.h"
+#include "words/commands.h"
 #include "words/editor_commands.h"
+#include "words/menus.h"
 
 #include <nlohmann/json.hpp>
 
@@ -62,6 +66,37 @@ std::string WrongScript(Run& run)
     return verb == "show" ? std::string{} : GetMsg(Msg::WrongScriptWord, {verb});
 }
 
+bool CompareTwo(Run& run)
+{
+    const auto& words = run.arguments.words;
+    Host& host = run.session.host;
+    FolderComparison comparison{host, run.session.machine, run.session.Folders()};
+    comparison.SetFolder(Side::Before, PlaceFromWord(words[1]));
+    comparison.SetFolder(Side::After, PlaceFromWord(words[2]));
+    platform::NoteInterrupts(Msg::InterruptNoted.text);
+    if (!comparison.Compare())
+        return false;
+    if (run.json != nullptr)
+        *run.json = Json::array();
+    for (const std::size_t row : comparison.Rows()) {
+        const ComparedFile& file = comparison.Files()[row];
+        const std::string name = Readable(file.name.native());
+        if (file.state == FileState::Unread)
+            host.Tell(Tone::Error, GetMsg(Msg::EditorUnread) + OneField(name), file.reason);
+        if (run.json != nullptr)
+            run.json->push_back({{"file", name}, {"state", WordOfState(file.state)}});
+        else
+            AddLine(run, std::string{WordOfState(file.state)} + "\t" + OneField(name));
+    }
+    return comparison.Count(FileState::Unread) == 0;
+}
+
+std::string WrongEditor(Run& run)
+{
+    const std::string& verb = run.arguments.words.front();
+    return verb == "compare" ? std::string{} : GetMsg(Msg::WrongEditorWord, {verb});
+}
+
 } // namespace
 
 std::span<const CommandRow> EditorCommands()
@@ -76,6 +111,20 @@ std::span<const CommandRow> EditorCommands()
                       .mostWords = 2,
                       .wrong = WrongScript},
          .run = ShowScript},
+        {.window = {.control = "mnu_CompareTrle",
+                    .caption = Msg::MenuCompareTrle,
+                    .menu = "mnu_Tools",
+                    .behind = "mnu_MoveOnCd"},
+         .terminal = {.word = "editor",
+                      .verb = "compare",
+                      .usage = Msg::UseEditor,
+                      .summary = Msg::SumEditor,
+                      .json = Msg::KeysEditor,
+                      .leastWords = 3,
+                      .mostWords = 3,
+                      .wrong = WrongEditor},
+         .run = CompareTwo,
+         .help = HelpTag::Compare},
     };
     return rows;
 }

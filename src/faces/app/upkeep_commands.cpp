@@ -193,10 +193,6 @@ std::span<const CommandRow> UpkeepCommands()
                     .caption = Msg::MenuMoveOnCd,
                     .menu = "mnu_Tools",
                     .available = false}},
-        {.window = {.control = "mnu_CompareTrle",
-                    .caption = Msg::MenuCompareTrle,
-                    .menu = "mnu_Tools",
-                    .available = false}},
     };
     return rows;
 }

@@ -1,5 +1,6 @@
 #include "core/files.h"
 
+#include "core/look.h"
 #include "core/staged_file.h"
 #include "core/text.h"
 #include "platform/file_content.h"
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <fmt/format.h>
 
 namespace kestrova
@@ -339,35 +339,7 @@ Status RemoveFolder(const Path& folder)
 
 bool SameContent(const Path& a, const Path& b, const Heartbeat& heartbeat)
 {
-    platform::File first;
-    platform::File second;
-    if (platform::File::OpenForRead(ResolvePath(a), first) ||
-        platform::File::OpenForRead(ResolvePath(b), second))
-        return false;
-    if (first.Facts().size != second.Facts().size)
-        return false;
-    // Two buffers that stay in a core's own cache.
-    constexpr std::size_t most = std::size_t{1} << 17;
-    std::vector<std::byte> left(std::min(platform::BufferSize(first.Facts().size), most));
-    std::vector<std::byte> right(left.size());
-    const auto fill = [](platform::File& file, std::span<std::byte> into, std::size_t& got) {
-        got = 0;
-        for (std::size_t count = 1; count > 0 && got < into.size(); got += count)
-            if (file.Read(into.subspan(got), count))
-                return false;
-        return true;
-    };
-    for (;;) {
-        std::size_t leftGot = 0;
-        std::size_t rightGot = 0;
-        if (!fill(first, left, leftGot) || !fill(second, right, rightGot) || leftGot != rightGot ||
-            std::memcmp(left.data(), right.data(), leftGot) != 0)
-            return false;
-        if (leftGot < left.size())
-            return true;
-        if (heartbeat && !heartbeat())
-            return false;
-    }
+    return HoldSameBytes(ResolvePath(a), ResolvePath(b), heartbeat).ValueOr(false);
 }
 
 Result<std::string> ReadWholeFile(const Path& file, std::uint64_t limit)

@@ -4,6 +4,9 @@
 #include "platform/file_content.h"
 #include "platform/files.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace kestrova
 {
 
@@ -96,6 +99,54 @@ bool IsSameFolder(const Path& a, const Path& b)
 {
     const platform::FileFacts facts = platform::FactsOf(ResolvePath(a));
     return facts.kind == FileKind::Folder && IsSameThing(facts, platform::FactsOf(ResolvePath(b)));
+}
+
+namespace
+{
+
+/// Fills the buffer as far as the file goes.
+std::error_code Fill(platform::File& file, std::span<std::byte> into, std::size_t& got)
+{
+    got = 0;
+    for (std::size_t count = 1; count > 0 && got < into.size(); got += count)
+        if (const auto failure = file.Read(into.subspan(got), count))
+            return failure;
+    return {};
+}
+
+} // namespace
+
+Result<bool> HoldSameBytes(const Path& a, const Path& b, const Heartbeat& heartbeat)
+{
+    const auto failed = [](const Path& file, const std::error_code& failure) {
+        return MakeFailure(ErrorCode::CannotRead, TextOf(file), failure);
+    };
+    platform::File first;
+    platform::File second;
+    if (const auto failure = platform::File::OpenForRead(a, first))
+        return failed(a, failure);
+    if (const auto failure = platform::File::OpenForRead(b, second))
+        return failed(b, failure);
+    if (first.Facts().size != second.Facts().size)
+        return false;
+    // Two buffers that stay in a core's own cache.
+    constexpr std::size_t most = std::size_t{1} << 17;
+    std::vector<std::byte> left(std::min(platform::BufferSize(first.Facts().size), most));
+    std::vector<std::byte> right(left.size());
+    for (;;) {
+        std::size_t leftGot = 0;
+        std::size_t rightGot = 0;
+        if (const auto failure = Fill(first, left, leftGot))
+            return failed(a, failure);
+        if (const auto failure = Fill(second, right, rightGot))
+            return failed(b, failure);
+        if (leftGot != rightGot || std::memcmp(left.data(), right.data(), leftGot) != 0)
+            return false;
+        if (leftGot < left.size())
+            return true;
+        if (heartbeat && !heartbeat())
+            return MakeFailure(ErrorCode::Stopped, TextOf(a));
+    }
 }
 
 Result<std::optional<std::string>> ReadFileIfThere(const Path& file, std::uint64_t limit)

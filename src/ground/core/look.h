@@ -33,6 +33,9 @@ Result<std::optional<std::string>> ReadFileIfThere(const Path& file,
 bool IsSameThing(const platform::FileFacts& a, const platform::FileFacts& b);
 /// True when both names lead to one folder, in whatever spelling, through whatever links.
 bool IsSameFolder(const Path& a, const Path& b);
+/// True when both files, which are spelled as their folders have them, hold the same bytes;
+/// `CannotRead` for one that cannot be read. The heartbeat may be called on any thread.
+Result<bool> HoldSameBytes(const Path& a, const Path& b, const Heartbeat& heartbeat = {});
 /// Hash of the file's content; empty where there is no file.
 Result<std::string> HashIfThere(const Path& file);
 

@@ -20,6 +20,19 @@ inline constexpr Message CannotRunWithoutTrle{"This program cann't run without T
 inline constexpr Message WindowStaysWithoutTrle{"What ends is its work: without a Level Editor nothing can be added or played, and the empty window is left for you to close. Start Kestrova again once you have a Level Editor; the last archive is loaded then."};
 inline constexpr Message TrleTwinFolders{"several folders whose names differ by case alone (~1): move all files into one of them, and delete the others"};
 
+inline constexpr Message CompareChooseBefore{"Choose the folder to compare with"};
+inline constexpr Message CompareChooseAfter{"Choose the folder to be compared"};
+inline constexpr Message CompareNoFolder{"Two folders are needed. Choose both of them first."};
+inline constexpr Message CompareMissing{"This folder is not there: ~1"};
+inline constexpr Message Comparing{"Files compare in progress, wait a moment"};
+inline constexpr Message CompareNew{"new"};
+inline constexpr Message CompareGone{"missing"};
+inline constexpr Message CompareChanged{"changed"};
+inline constexpr Message CompareEqual{"equal"};
+inline constexpr Message CompareUnread{"could not be read"};
+inline constexpr Message CompareNotThere{"There is no such file in this folder: ~1"};
+inline constexpr Message CompareNotOpened{"The file could not be opened: ~1"};
+
 inline constexpr Message SourceNotRead{"This file could not be read: "};
 inline constexpr Message SourceNotWritten{"This file could not be written, and is as it was: "};
 

@@ -8,6 +8,22 @@
 namespace kestrova::Msg
 {
 
+inline constexpr Message CompareColumnState{"State"};
+inline constexpr Message CompareColumnFile{"File"};
+inline constexpr Message CompareColumnBefore{"Size before"};
+inline constexpr Message CompareColumnAfter{"Size after"};
+inline constexpr Message CompareShowNew{"New (~1)"};
+inline constexpr Message CompareShowMissing{"Missing (~1)"};
+inline constexpr Message CompareShowChanged{"Changed (~1)"};
+inline constexpr Message CompareShowEqual{"Equal (~1)"};
+inline constexpr Message CompareShowUnread{"Not read (~1)"};
+inline constexpr Message CompareListName{"Files of both folders"};
+inline constexpr Message CompareSearchHint{"Find in names"};
+inline constexpr Message CompareHint{"Choose two folders and press Compare."};
+inline constexpr Message CompareAllEqual{"Both folders hold the same files."};
+inline constexpr Message CompareBothEmpty{"Both folders are empty."};
+inline constexpr Message CompareNothingFound{"Nothing of this kind was found."};
+inline constexpr Message CompareCount{"Files shown: ~1 of ~2"};
 inline constexpr Message HistoryTitle{"History of savegames"};
 inline constexpr Message HistoryOfLevel{"What was kept of the savegames of ~1 before something replaced or deleted it. A file that you bring back goes into a free slot and stays in the history."};
 inline constexpr Message HistoryEmpty{"Nothing has been kept of the savegames of this level yet."};

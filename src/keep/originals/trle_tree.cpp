@@ -25,6 +25,7 @@ struct Identity {
 struct Scan {
     const Path& root;
     const Heartbeat& heartbeat;
+    BrokenLinks brokenLinks;
     LinkedTree tree{};
     std::vector<Identity> way{}; ///< the folders from the root to the one that is scanned
 
@@ -64,8 +65,10 @@ struct Scan {
             if (const auto failure = platform::Look(root / relative, behind))
                 return MakeFailure(ErrorCode::CannotRead, TextOf(root / relative), failure);
             kind = behind.kind;
-            if (kind == FileKind::Missing)
+            if (kind == FileKind::Missing && brokenLinks == BrokenLinks::Fail)
                 return MakeFailure(ErrorCode::Missing, TextOf(root / relative));
+            if (kind == FileKind::Missing)
+                tree.broken.push_back(relative);
         }
         if (kind == FileKind::Folder)
             return Enter(relative);
@@ -86,10 +89,11 @@ Failure NotCopied(const Path& source, const Path& target, const Failure& failure
 
 } // namespace
 
-Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbeat)
+Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbeat,
+                                    BrokenLinks brokenLinks)
 {
     const Path root = ResolvePath(folder);
-    Scan scan{root, heartbeat};
+    Scan scan{root, heartbeat, brokenLinks};
     if (auto status = scan.Enter({}); !status)
         return status.Error();
     return std::move(scan.tree);

@@ -12,8 +12,11 @@ namespace kestrova
 struct LinkedTree {
     std::vector<Path> folders; ///< parents before their children, without the folder itself
     std::vector<Path> files;
+    std::vector<Path> broken{}; ///< links that lead nowhere, for who asks for them
 };
-Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbeat = {});
+enum class BrokenLinks { Fail, AreListed };
+Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbeat = {},
+                                    BrokenLinks brokenLinks = BrokenLinks::Fail);
 
 /// Where the content of a file comes from, which is `file` itself as a rule; empty: it is left out.
 using PickSource = std::function<Path(const Path& file)>;

@@ -1,5 +1,6 @@
 #include "ui/desktop/progress_windows.h"
 #include "ui/dialogs/dialog_author.h"
+#include "ui/dialogs/dialog_compare_trle.h"
 #include "ui/dialogs/dialog_convert_audio.h"
 #include "ui/dialogs/dialog_new_level.h"
 #include "ui/dialogs/dialog_pref_arc.h"
@@ -59,11 +60,12 @@ TEST(Dialogs, EveryCaptionFindsItsControl)
     ProgressDialog download{ProgressWindow::Download, nullptr};
     SitiDialog urls{world.session, UrlKindForums, nullptr};
     ConvertAudioDialog encode{world.session, AudioToolMode::Encode, nullptr};
+    CompareTrleDialog compare{world.session, nullptr};
     ConvertAudioDialog convert{world.session, AudioToolMode::Convert, nullptr};
     SetMp3Dialog settingsOfMp3{world.session, true, nullptr};
     for (const QWidget* dialog : std::initializer_list<const QWidget*>{
              &about, &newArc, &archive, &settings, &find, &restore, &add, &author, &progress, &wait,
-             &zip, &batch, &download, &urls, &encode, &convert, &settingsOfMp3}) {
+             &zip, &batch, &download, &urls, &encode, &convert, &compare, &settingsOfMp3}) {
         EXPECT_EQ(CaptionFaults(*dialog), QStringList{}) << FromQt(dialog->objectName());
         EXPECT_FALSE(dialog->windowTitle().isEmpty()) << FromQt(dialog->objectName());
     }

@@ -8,6 +8,7 @@
 #include "session/operation.h"
 #include "shots/shot_commands.h"
 #include "ui/dialogs/dialog_author.h"
+#include "ui/dialogs/dialog_compare_trle.h"
 #include "ui/dialogs/dialog_convert_audio.h"
 #include "ui/dialogs/dialog_import_shot.h"
 #include "ui/dialogs/dialog_new_level.h"
@@ -59,6 +60,8 @@ const WindowCommands::Opens WindowCommands::windows[] = {
     {"mnu_FindHelp", [](WindowCommands& at) { at.ShowHelp("mnu_FindHelp"); }},
     {"mnu_HelpSaveGameMan", [](WindowCommands& at) { at.ShowHelp("mnu_HelpSaveGameMan"); }},
     {"mnu_HelpFaq", [](WindowCommands& at) { at.ShowHelp("mnu_HelpFaq"); }},
+    {"mnu_CompareTrle",
+     [](WindowCommands& at) { CompareTrleDialog(at.session_, &at.window_).exec(); }},
     {"mnu_About", [](WindowCommands& at) { AboutDialog(&at.window_).exec(); }},
 };
 
