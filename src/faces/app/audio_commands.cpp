@@ -10,7 +10,6 @@
 #include "core/look.h"
 #include "core/text.h"
 #include "platform/real_path.h"
-#include "platform/terminal.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
 #include "words/commands.h"
@@ -151,7 +150,7 @@ bool ConvertSounds(Run& run, std::vector<Path> given, AudioKind kind)
                     made.Error());
         return false;
     }
-    platform::NoteInterrupts(Msg::InterruptNoted.text);
+    HearInterrupts();
     const std::vector<Path> files = LeaveOutKept(run, given, folder, kind);
     AudioBatch batch{run.session.host, SoundConverterOf(run.session), files, folder, kind};
     batch.Protect(given);

@@ -1,13 +1,12 @@
 #include "app/editor_commands.h"
 
+#include "app/opening.h"
 #include "app/result_text.h"
 #include "core/text.h"
 #include "editor/folder_comparison.h"
 #include "editor/script_files.h"
 #include "formats/source_text.h"
-#include "platform/terminal.h"
 #include "session/telling.h"
-#include "words/commands.h"
 #include "words/editor_commands.h"
 #include "words/menus.h"
 
@@ -73,7 +72,7 @@ bool CompareTwo(Run& run)
     FolderComparison comparison{host, run.session.machine, run.session.Folders()};
     comparison.SetFolder(Side::Before, PlaceFromWord(words[1]));
     comparison.SetFolder(Side::After, PlaceFromWord(words[2]));
-    platform::NoteInterrupts(Msg::InterruptNoted.text);
+    HearInterrupts();
     if (!comparison.Compare())
         return false;
     if (run.json != nullptr)

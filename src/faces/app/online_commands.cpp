@@ -1,5 +1,6 @@
 #include "app/online_commands.h"
 
+#include "app/opening.h"
 #include "app/result_text.h"
 #include "core/look.h"
 #include "core/staged_file.h"
@@ -10,7 +11,6 @@
 #include "online/make_urls.h"
 #include "online/url_editor.h"
 #include "online/url_file.h"
-#include "platform/terminal.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
 #include "words/commands.h"
@@ -36,7 +36,7 @@ bool Fetch(Run& run)
     const auto file = FileToReplace(host, PlaceFromWord(words[1]));
     if (!file)
         return DoneOrTold(host, file.Error());
-    platform::NoteInterrupts(Msg::InterruptNoted.text);
+    HearInterrupts();
     const auto downloaded = DownloadFile(host, run.session.machine,
                                          {.url = words[0], .target = *file, .takesPages = false});
     const std::string failed = GetMsg(Msg::FetchFailed) + TextOf(*file);

@@ -111,9 +111,14 @@ bool OpenToLook(Run& run, Needs needs)
     return false;
 }
 
-bool OpenToWork(Run& run, Needs needs, const Whereabouts& said)
+void HearInterrupts()
 {
     platform::NoteInterrupts(Msg::InterruptNoted.text);
+}
+
+bool OpenToWork(Run& run, Needs needs, const Whereabouts& said)
+{
+    HearInterrupts();
     SaidStart face{run};
     return ChooseHome(run, true) && StartUp(run.session, face, needs, said) == Start::Done;
 }

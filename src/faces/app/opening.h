@@ -10,6 +10,8 @@ namespace kestrova
 /// Preferences, settings and the archive as they stand in their files; nothing is written. False,
 /// with words, when what is needed is not there.
 bool OpenToLook(Run& run, Needs needs);
+/// From now on Ctrl-C brings the work under way to an end, and words say so.
+void HearInterrupts();
 /// The same for a command that changes things: with the locks, after interrupted work was mended,
 /// the archive loaded with all its questions. From here on Ctrl-C waits.
 /// `said`: of folders that interrupted work waits for.

@@ -9,7 +9,6 @@
 #include "levels/original_level.h"
 #include "levels/remove_level.h"
 #include "platform/places.h"
-#include "platform/terminal.h"
 #include "practice/practice_folder.h"
 #include "session/telling.h"
 #include "swap/backup.h"
@@ -36,7 +35,7 @@ bool NeedsBackup(Host& host, const Folders& folders, const PreferencesRecord& pr
 bool MakePractice(Run& run)
 {
     const Path folder = PlaceFromWord(run.arguments.words.front());
-    platform::NoteInterrupts(Msg::InterruptNoted.text);
+    HearInterrupts();
     const auto progress = run.session.host.BeginProgress(ProgressWindow::Progress, {});
     progress->AllowStop();
     const auto made = MakePracticeFolder(
