@@ -48,6 +48,8 @@ constexpr HelpPlace places[] = {
     {"Dialog_TipoExe", HelpTag::LevelsAsPrograms},
     {"Dialog_TrovaTrle", HelpTag::FindTrle},
     {"Dialog_Wizard", HelpTag::PublishOverview},
+    {"Frame_UpdateServers", HelpTag::Servers},
+    {"Frame_WadServer", HelpTag::Servers},
     {"Panes_Shots", HelpTag::Shots},
 };
 

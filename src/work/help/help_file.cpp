@@ -18,8 +18,9 @@ constexpr std::uint64_t longestHelp = UINT64_C(64) << 20;
 std::optional<std::string> LoadHelp(Host& host, const Folders& folders, const Path& resources)
 {
     const Path own = InFolder(folders.program, OnDisk::FragHelp);
-    std::string reason;
-    for (const Path& file : {own, InFolder(resources, OnDisk::FragHelp)}) {
+    const Path installed = InFolder(resources, OnDisk::FragHelp);
+    std::string reason = GetMsg(Msg::HelpNorInstalled, {TextOf(installed)});
+    for (const Path& file : {own, installed}) {
         const auto text = ReadFileIfThere(file, longestHelp);
         if (text && *text)
             return ReplaceAll(**text, "\r\n", "\n");

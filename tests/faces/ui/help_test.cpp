@@ -1,4 +1,5 @@
 #include "app/command_table.h"
+#include "help/help_file.h"
 #include "session/operation.h"
 #include "ui/dialogs/dialog_indice.h"
 #include "ui/dialogs/dialog_settings.h"
@@ -67,6 +68,7 @@ TEST(Help, OpensWhereF1IsPressed)
     settings.show();
     EXPECT_EQ(world.TagOf(f1(In(settings, "Text_Wine"))), "#4#");
     EXPECT_EQ(world.TagOf([&] { Press(settings, "Pul_Help"); }), "#4#");
+    EXPECT_EQ(HelpTagAt(In(settings, "Text_WadServer")), HelpTag::Servers) << "a part of it";
     settings.reject();
     auto* tools = world.Find<QMenu>("mnu_Tools");
     EXPECT_EQ(world.TagOf([&] {
@@ -85,6 +87,19 @@ TEST(Help, OpensWhereF1IsPressed)
     box.show();
     const InputGate::Admission admission{box};
     EXPECT_EQ(world.TagOf(f1(&box)), "#39#") << "the work waits for an answer";
+}
+
+TEST(Help, AMissingTextIsToldAndTheWindowStays)
+{
+    HelpWorld world;
+    std::filesystem::remove(world.box / "home/help_kestrova.txt");
+    HelpDialog dialog{
+        world.session, help, "#4#",
+        [&] { return LoadHelp(world.box.host, world.session.Folders(), world.box / "nowhere"); },
+        &world.window};
+    Press(dialog, "Pul_Index");
+    EXPECT_TRUE(world.box.host.WasTold("I can not find file: "));
+    EXPECT_TRUE(world.box.host.WasTold("Install the program again"));
 }
 
 TEST(Help, EveryCommandAndEveryWindowHasItsTag)
