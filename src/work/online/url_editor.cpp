@@ -2,6 +2,7 @@
 
 #include "core/dates.h"
 #include "core/look.h"
+#include "core/parallel.h"
 #include "core/removal.h"
 #include "core/text.h"
 #include "formats/url_text.h"
@@ -69,13 +70,23 @@ void UrlEditor::Search(const std::string& text)
     FindRows();
 }
 
+void UrlEditor::FillTexts()
+{
+    constexpr std::size_t atOnce = 2'000;
+    texts_.resize(rows_.size());
+    RunOnAllCores((rows_.size() + atOnce - 1) / atOnce, [&](std::size_t part) {
+        const std::size_t end = std::min(rows_.size(), (part + 1) * atOnce);
+        for (std::size_t i = part * atOnce; i < end; ++i)
+            texts_[i] = SearchText(list_.records[rows_[i]]);
+    });
+}
+
 void UrlEditor::FindRows()
 {
     rows_ = ListedRecords(list_, kind);
     if (!search_.empty()) {
         if (texts_.empty())
-            for (const std::size_t place : rows_)
-                texts_.push_back(SearchText(list_.records[place]));
+            FillTexts();
         std::size_t kept = 0;
         for (std::size_t i = 0; i < rows_.size(); ++i)
             if (texts_[i].find(search_) != std::string::npos)

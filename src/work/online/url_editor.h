@@ -57,6 +57,8 @@ private:
     bool AcceptsDouble(const UrlRecord& entry, const UrlDouble& twin);
     bool AcceptsDoubles(const UrlRecord& entry, std::optional<std::size_t> except);
     void FindRows();
+    /// Of all of `rows_`.
+    void FillTexts();
     /// Renames a file that could not be read aside.
     Status SetAside();
 
