@@ -72,6 +72,8 @@ ProgressDialog::ProgressDialog(ProgressWindow window, QWidget* parent)
     label_->setTextFormat(Qt::PlainText);
     label_->setWordWrap(true);
     label_->setMinimumWidth(textWidth);
+    if (window == ProgressWindow::Download) // whose words are now one line, now two
+        label_->setMinimumHeight(2 * label_->fontMetrics().lineSpacing());
     const bool audio = window == ProgressWindow::Audio;
     bar_->setObjectName(audio ? QStringLiteral("ProgrBar_Tutti1") : QStringLiteral("ProgressBar1"));
     bar_->setRange(0, barSteps);
