@@ -37,20 +37,31 @@ def own_names(text):
                 yield function[1], re.sub(r"(?<=[ &*])\w+(?=[,)])", "", taken), False
 
 
+def declared_names(text):
+    """The same of the functions that a header declares."""
+    for line in re.sub(r",\n\s+", ", ", text).splitlines():
+        if line.endswith(";") and (function := FUNCTION.match(line)):
+            taken = re.sub(r" = [^,)]+", "", function[2].rstrip(";"))
+            yield function[1], re.sub(r"(?<=[ &*])\w+(?=[,)])", "", taken), False
+
+
 def faults(root):
     folders = collections.defaultdict(list)
     for top in ("src", "tests"):
-        for file in sorted((root / top).rglob("*.cpp")):
+        both = [*(root / top).rglob("*.h"), *(root / top).rglob("*.cpp")]
+        for file in sorted(both, key=lambda file: (file.suffix != ".h", file)):
             place = file.parent.relative_to(root).as_posix()
             whole = [name for name in WHOLE if (place + "/").startswith(name + "/")]
             folders[whole[0] if whole else place].append(file)
     for files in folders.values():
         known = {}
         for file in files:
-            for name, apart, alias in own_names(file.read_text()):
+            names = declared_names if file.suffix == ".h" else own_names
+            for name, apart, alias in names(file.read_text()):
                 for other, (first, is_alias) in list(known.get(name, {}).items()):
                     same = other == apart and not (alias and is_alias)
-                    if first != file and (same or alias != is_alias or (alias and other != apart)):
+                    declared = first.suffix == file.suffix == ".h"
+                    if first != file and not declared and (same or alias != is_alias or (alias and other != apart)):
                         yield f"{file.relative_to(root)}: {name} is a name of {first.name} too"
                 known.setdefault(name, {}).setdefault(apart, (file, alias))
 
@@ -73,6 +84,11 @@ def self_test():
                      "const Row most[] = {"):
             other.write_text(frame.format(text))
             assert len(list(faults(root))) == 1, (text, list(faults(root)))
+        (root / "src" / "a" / "z.h").write_text("bool Has(const B& b,\n         int a = 1);\n")
+        for text, found in (("bool Has(const B& other, int c)\n{\n}", 1),
+                            ("bool Has(const B& b)\n{\n}", 0)):
+            other.write_text(frame.format(text))
+            assert len(list(faults(root))) == found, (text, list(faults(root)))
 
 
 if sys.argv[1] == "--self-test":

@@ -8,6 +8,7 @@
 #include "formats/trle_folder.h"
 #include "history/standing.h"
 #include "platform/places.h"
+#include "saves/archive_slots.h"
 #include "saves/savegame_moves.h"
 #include "saves/savegame_transfer.h"
 #include "saves/send_mail.h"
@@ -43,11 +44,6 @@ std::string InColumns(std::string text, std::size_t columns)
         }
     text.append(columns - letters, ' ');
     return text;
-}
-
-Result<std::vector<Path>> SavegamesIn(const Path& folder)
-{
-    return ListFiles(folder, OnDisk::SavegamePattern);
 }
 
 Result<std::size_t> LiveCount(const Folders& folders, const Archive& archive, LevelCode code)
