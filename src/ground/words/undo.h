@@ -12,6 +12,8 @@ inline constexpr Message UndoOf{"Undo ~1"};
 inline constexpr Message RedoOf{"Redo ~1"};
 inline constexpr Message UndoNone{"Undo"};
 inline constexpr Message RedoNone{"Redo"};
+inline constexpr Message UndoUnderWay{"Undoing: ~1"};
+inline constexpr Message RedoUnderWay{"Doing again: ~1"};
 inline constexpr Message Undone{"Undone: ~1."};
 inline constexpr Message Redone{"Done again: ~1."};
 inline constexpr Message NothingToUndo{"There is nothing that could be undone."};

@@ -11,12 +11,17 @@
 namespace kestrova
 {
 
+std::ptrdiff_t FindLevel(const std::vector<LevelRecord>& levels, LevelCode code)
+{
+    const auto found = std::find_if(levels.begin(), levels.end(), [&](const LevelRecord& level) {
+        return level.levelCode == code;
+    });
+    return found == levels.end() ? -1 : found - levels.begin();
+}
+
 std::ptrdiff_t FindLevel(const Archive& archive, LevelCode code)
 {
-    const auto found =
-        std::find_if(archive.levels.begin(), archive.levels.end(),
-                     [&](const LevelRecord& level) { return level.levelCode == code; });
-    return found == archive.levels.end() ? -1 : found - archive.levels.begin();
+    return FindLevel(archive.levels, code);
 }
 
 std::string LevelNameOf(const Archive& archive, LevelCode code)

@@ -10,6 +10,7 @@ namespace kestrova
 {
 
 /// Index of the record with that code; -1 when there is none.
+std::ptrdiff_t FindLevel(const std::vector<LevelRecord>& levels, LevelCode code);
 std::ptrdiff_t FindLevel(const Archive& archive, LevelCode code);
 /// The trimmed name of a level; empty for an unknown code.
 std::string LevelNameOf(const Archive& archive, LevelCode code);

@@ -3,6 +3,7 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "core/text.h"
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
 #include "history/history.h"
@@ -17,18 +18,17 @@ namespace kestrova
 namespace
 {
 
-/// Empty for a file that is missing; a failure for one that cannot be read.
-Result<std::string> HashNow(const Path& file)
+/// Of the file in this very spelling: a case twin is another one. Empty for one that is missing; a
+/// failure for one that cannot be read.
+Result<std::string> HashSpelled(const Path& file)
 {
     std::string hash;
-    const auto isFree = IsFree(file);
-    if (!isFree)
-        return isFree.Error();
-    if (*isFree)
-        return hash;
-    if (const auto failure = platform::HashOfFile(file, hash))
-        return MakeFailure(ErrorCode::CannotRead, TextOf(file), failure);
-    return hash;
+    platform::FileFacts facts;
+    auto failure = platform::LookAtLink(file, facts);
+    if (!failure && facts.kind != platform::FileKind::Missing)
+        failure = platform::HashOfFile(file, hash);
+    return failure ? MakeFailure(ErrorCode::CannotRead, TextOf(file), failure)
+                   : Result<std::string>{std::move(hash)};
 }
 
 /// True for what a level brought, or is known by: no savegame, note or picture of the player's.
@@ -40,7 +40,7 @@ bool IsLevelsOwn(const Path& file, const Path& home)
 
 bool Holds(const Path& file, const std::string& hash)
 {
-    const auto now = HashNow(file);
+    const auto now = HashSpelled(file);
     return now && *now == hash && !hash.empty();
 }
 
@@ -68,9 +68,9 @@ Status FlushChange(const Folders& folders, const Change& change)
 
 ChangeSteps::ChangeSteps(Machine& machine, const Folders& folders, const Archive& archive,
                          const ProgramSettings& settings, const Change& change,
-                         std::set<std::string> elsewhere, Round round)
+                         std::set<std::string> elsewhere, Round round, Heartbeat beat)
     : machine_(machine), where_(folders), archive_(archive), settings_(settings), change_(change),
-      elsewhere_(std::move(elsewhere)), round_(round)
+      elsewhere_(std::move(elsewhere)), round_(round), beat_(std::move(beat))
 {
 }
 
@@ -104,41 +104,90 @@ Status ChangeSteps::MakeNewFolders()
     return {};
 }
 
+Status ChangeSteps::Beat() const
+{
+    // What has begun to go is brought to its end.
+    const bool goesOn = !beat_ || beat_();
+    return goesOn || destroyed_ || round_ == Round::Later ? Status{}
+                                                          : MakeFailure(ErrorCode::Stopped, {});
+}
+
 void ChangeSteps::Add(const ChangedFolder& folder)
 {
     const Path place = ResolvePath(folder.folder);
     ClearStagedLeftovers(place);
-    const std::size_t first = targets_.size();
-    for (const StateFile& file : folder.before)
-        targets_.push_back({ResolvePath(place / file.name), file.hash, {}, {}});
-    for (const ComingFile& file : folder.after) {
-        const Path path = ResolvePath(place / file.name);
-        auto same =
-            std::find_if(targets_.begin() + static_cast<std::ptrdiff_t>(first), targets_.end(),
-                         [&](const Target& target) { return target.file == path; });
-        if (same == targets_.end())
-            same = targets_.insert(targets_.end(), {path, {}, {}, {}});
-        same->becomes = file.hash;
-        same->source = file.source;
+    std::map<Path, std::size_t> places;
+    std::map<std::string, std::size_t> byName; ///< folded
+    for (const StateFile& file : folder.before) {
+        Path path = ResolvePath(place / file.name);
+        places.emplace(path, targets_.size());
+        byName.emplace(FoldCase(file.name), targets_.size());
+        targets_.push_back({std::move(path), file.hash, {}, {}});
     }
+    std::set<std::size_t> spelled; ///< what keeps its very name
+    for (const ComingFile& file : folder.after)
+        if (const auto same = places.find(place / file.name); same != places.end())
+            spelled.insert(same->second);
+    for (const ComingFile& file : folder.after) {
+        const Path path = place / file.name;
+        const auto same = places.find(path);
+        const auto twin = byName.find(FoldCase(file.name));
+        const bool respelled =
+            same == places.end() && twin != byName.end() && spelled.insert(twin->second).second;
+        if (respelled && targets_[twin->second].was == file.hash) {
+            targets_[twin->second].respelled = path;
+            continue;
+        }
+        if (same == places.end() && !respelled)
+            targets_.push_back({path, {}, {}, {}});
+        Target& target = same != places.end() ? targets_[same->second]
+                         : respelled          ? targets_[twin->second]
+                                              : targets_.back();
+        target.becomes = file.hash;
+        target.source = file.source;
+    }
+}
+
+void ChangeSteps::IndexContents()
+{
+    for (const Target& target : targets_) {
+        if (!target.was.empty())
+            byContent_[target.was].push_back(&target);
+        if (!target.becomes.empty() && target.becomes != target.was)
+            byContent_[target.becomes].push_back(&target);
+    }
+}
+
+const std::vector<const ChangeSteps::Target*>& ChangeSteps::With(const std::string& hash) const
+{
+    static const std::vector<const Target*> none;
+    const auto found = byContent_.find(hash);
+    return found == byContent_.end() ? none : found->second;
 }
 
 Status ChangeSteps::AllIsThere() const
 {
-    for (const Target& target : targets_)
+    for (const Target& target : targets_) {
+        if (auto status = Beat(); !status)
+            return status;
         if (!target.foreign && !target.becomes.empty() && !Holds(target.file, target.becomes) &&
             SourceOf(target).empty())
             return MakeFailure(ErrorCode::Differs, TextOf(target.source));
+    }
     return {};
 }
 
 Status ChangeSteps::Look()
 {
     targets_.clear();
+    byContent_.clear();
     for (const ChangedFolder& folder : change_.folders)
         Add(folder);
+    IndexContents();
     for (Target& target : targets_) {
-        const auto now = HashNow(target.file);
+        if (auto status = Beat(); !status)
+            return status;
+        const auto now = HashSpelled(target.file);
         if (!now)
             return now.Error();
         if (!now->empty() && *now != target.was && *now != target.becomes)
@@ -162,12 +211,12 @@ Status ChangeSteps::LeaveForeign(Target& target)
 Path ChangeSteps::SourceOf(const Target& wanted) const
 {
     const std::string& hash = wanted.becomes;
-    if (wanted.source != wanted.file && Holds(wanted.source, hash))
-        return wanted.source;
-    for (const Target& target : targets_)
-        if ((target.was == hash || target.becomes == hash) && target.file != wanted.file &&
-            Holds(target.file, hash))
-            return target.file;
+    const Path source = ResolvePath(wanted.source);
+    if (source != wanted.file && Holds(source, hash))
+        return source;
+    for (const Target* target : With(hash))
+        if (target->file != wanted.file && Holds(target->file, hash))
+            return target->file;
     if (Path kept = HistoryContent(where_, hash); Holds(kept, hash))
         return kept;
     Path kept = Path{change_.kept} / hash;
@@ -181,7 +230,10 @@ Status ChangeSteps::Place(Target& target)
         return MakeFailure(ErrorCode::Differs, TextOf(target.source));
     if (source.empty())
         return {}; // gone by another hand; waiting would not bring it back
-    if (auto status = CopyFileOver(source, target.file); !status)
+    CopyOptions options;
+    options.spelled = true;
+    options.progress = [&](std::uint64_t) { return static_cast<bool>(Beat()); };
+    if (auto status = CopyFileOver(source, target.file, options); !status)
         return status;
     if (!Holds(target.file, target.becomes))
         return MakeFailure(ErrorCode::Differs, TextOf(target.file));
@@ -191,6 +243,8 @@ Status ChangeSteps::Place(Target& target)
 Status ChangeSteps::PutNew()
 {
     for (Target& target : targets_) {
+        if (auto status = Beat(); !status)
+            return status;
         if (target.foreign || !target.was.empty())
             continue;
         if (!Holds(target.file, target.becomes))
@@ -204,14 +258,10 @@ ChangeSteps::Holder ChangeSteps::HolderOf(const std::string& hash) const
 {
     if (elsewhere_.contains(hash))
         return Holder::Flushed;
-    Holder holder = Holder::Nobody;
-    for (const Target& target : targets_)
-        if (target.becomes == hash && !target.foreign && Holds(target.file, hash)) {
-            if (target.was.empty())
-                return Holder::Flushed;
-            holder = Holder::Unflushed;
-        }
-    return holder;
+    for (const Target* target : With(hash))
+        if (target->becomes == hash && !target->foreign && Holds(target->file, hash))
+            return target->was.empty() ? Holder::Flushed : Holder::Unflushed;
+    return Holder::Nobody;
 }
 
 Status ChangeSteps::Keep(const std::vector<Path>& files)
@@ -222,7 +272,7 @@ Status ChangeSteps::Keep(const std::vector<Path>& files)
             players.push_back(file);
         if (!change_.ofLevelsFiles)
             continue;
-        const auto hash = HashNow(file);
+        const auto hash = HashSpelled(file);
         if (!hash)
             return hash.Error();
         if (auto status = KeepBeside(change_.kept, file, *hash); !status)
@@ -234,8 +284,9 @@ Status ChangeSteps::Keep(const std::vector<Path>& files)
 
 bool ChangeSteps::HasNewPlace(const std::string& hash) const
 {
-    return std::any_of(targets_.begin(), targets_.end(), [&](const Target& target) {
-        return target.becomes == hash && !target.foreign;
+    const auto& holders = With(hash);
+    return std::any_of(holders.begin(), holders.end(), [&](const Target* target) {
+        return target->becomes == hash && !target->foreign;
     });
 }
 
@@ -275,9 +326,11 @@ Status ChangeSteps::KeepOverwritten()
     std::vector<Path> files;
     std::vector<const Target*> going;
     for (const Target& target : targets_) {
+        if (auto status = Beat(); !status)
+            return status;
         if (target.foreign || target.was.empty() || target.becomes.empty())
             continue;
-        const auto now = HashNow(target.file);
+        const auto now = HashSpelled(target.file);
         if (!now) // what cannot be read now may be readable when it is overwritten
             return now.Error();
         if (*now == target.was && HolderOf(target.was) == Holder::Nobody)
@@ -291,9 +344,11 @@ Status ChangeSteps::KeepOverwritten()
 Status ChangeSteps::Overwrite()
 {
     for (Target& target : targets_) {
+        if (auto status = Beat(); !status)
+            return status;
         if (target.foreign || target.was.empty() || target.becomes.empty())
             continue;
-        const auto now = HashNow(target.file);
+        const auto now = HashSpelled(target.file);
         if (!now)
             return now.Error();
         if (*now == target.becomes)
@@ -314,7 +369,7 @@ Result<bool> ChangeSteps::StillGoes(const Target& target)
 {
     if (target.foreign || !target.becomes.empty())
         return false;
-    const auto now = HashNow(target.file);
+    const auto now = HashSpelled(target.file);
     return now ? Result<bool>{*now == target.was} : now.Error();
 }
 
@@ -324,6 +379,10 @@ Status ChangeSteps::KeepGoing()
     std::vector<const Target*> going;
     bool unflushed = false;
     for (const Target& target : targets_) {
+        if (auto status = Beat(); !status)
+            return status;
+        if (!target.respelled.empty())
+            continue; // it stays, under its other name
         const auto goes = StillGoes(target);
         if (!goes)
             return goes.Error();
@@ -349,10 +408,30 @@ Status ChangeSteps::Delete()
             return goes.Error();
         if (!*goes)
             continue;
+        if (!target.respelled.empty()) {
+            if (auto status = Respell(target); !status)
+                return status;
+            continue;
+        }
         if (const auto failure = platform::Unlink(target.file))
             return MakeFailure(ErrorCode::CannotDelete, TextOf(target.file), failure);
         destroyed_ = true;
+        (void)Beat();
     }
+    return {};
+}
+
+Status ChangeSteps::Respell(const Target& target)
+{
+    const auto here = LookAtSpelled(target.file);
+    const auto there = LookAtSpelled(target.respelled);
+    if (!here || !there)
+        return here ? there.Error() : here.Error();
+    if (there->kind != platform::FileKind::Missing && !IsSameThing(*here, *there))
+        return {}; // another file has got that name
+    if (const auto failure = platform::Rename(target.file, target.respelled))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(target.respelled), failure);
+    destroyed_ = true;
     return {};
 }
 
@@ -375,7 +454,7 @@ bool ChangeSteps::TakeBack()
     for (const Target& target : targets_) {
         if (target.foreign || !target.was.empty())
             continue;
-        const auto now = HashNow(target.file);
+        const auto now = HashSpelled(target.file);
         whole = now && whole;
         if (!now || *now != target.becomes)
             continue;

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "core/files.h"
 #include "formats/change_note.h"
 #include "session/archive.h"
 #include "session/folders.h"
 #include "session/machine.h"
 #include "session/settings.h"
 
+#include <map>
 #include <set>
 
 namespace kestrova
@@ -25,7 +27,7 @@ public:
     };
     ChangeSteps(Machine& machine, const Folders& folders, const Archive& archive,
                 const ProgramSettings& settings, const Change& change,
-                std::set<std::string> elsewhere, Round round);
+                std::set<std::string> elsewhere, Round round, Heartbeat beat = {});
 
     Status Go();
     /// After a failure: removes what `Go` added. False when files were overwritten or deleted
@@ -41,13 +43,19 @@ private:
         std::string was;
         std::string becomes;
         Path source;          ///< of what it becomes
+        Path respelled{};     ///< its new name, which differs in case alone
         bool foreign = false; ///< somebody else wrote it since; it stays
     };
 
+    /// Fails once Stop was pressed, as long as all can be taken back.
+    [[nodiscard]] Status Beat() const;
     Status MakeNewFolders();
     Status Look();
     /// The targets of one folder.
     void Add(const ChangedFolder& folder);
+    void IndexContents();
+    /// The targets that have the content, before the change or after it.
+    [[nodiscard]] const std::vector<const Target*>& With(const std::string& hash) const;
     /// A failure when something that is to come is nowhere.
     [[nodiscard]] Status AllIsThere() const;
     Status PutNew();
@@ -57,6 +65,7 @@ private:
     [[nodiscard]] static Result<bool> StillGoes(const Target& target);
     Status KeepGoing();
     Status Delete();
+    Status Respell(const Target& target);
     Status Place(Target& target);
     /// Keeps what stands there, and what was to come, in the history.
     Status LeaveForeign(Target& target);
@@ -84,7 +93,9 @@ private:
     const Change& change_;
     std::set<std::string> elsewhere_;
     Round round_;
+    Heartbeat beat_;
     std::vector<Target> targets_;
+    std::map<std::string, std::vector<const Target*>> byContent_;
     bool destroyed_ = false; ///< from here on there is only the way forward
 };
 

@@ -1,5 +1,6 @@
 #include "history/changed_record.h"
 
+#include "archive/level_folders.h"
 #include "core/staged_file.h"
 
 #include <algorithm>
@@ -14,13 +15,6 @@ namespace
 LevelCode CodeOf(const ChangedRecord& change)
 {
     return change.before ? change.before->levelCode : change.after->levelCode;
-}
-
-std::vector<LevelRecord>::const_iterator Find(const std::vector<LevelRecord>& levels,
-                                              LevelCode code)
-{
-    return std::find_if(levels.begin(), levels.end(),
-                        [&](const LevelRecord& level) { return level.levelCode == code; });
 }
 
 } // namespace
@@ -41,9 +35,10 @@ RecordState StateOf(const std::vector<LevelRecord>& levels, const ChangedRecord&
 {
     if (!change.before && !change.after)
         return RecordState::After;
-    const auto now = Find(levels, CodeOf(change));
+    const std::ptrdiff_t now = FindLevel(levels, CodeOf(change));
     const auto is = [&](const std::optional<LevelRecord>& record) {
-        return now == levels.end() ? !record : record && IsSameRecord(*now, *record);
+        return now < 0 ? !record
+                       : record && IsSameRecord(levels[static_cast<std::size_t>(now)], *record);
     };
     if (is(change.after))
         return RecordState::After;
@@ -54,7 +49,8 @@ void PutRecord(std::vector<LevelRecord>& levels, const ChangedRecord& change)
 {
     if (!change.before && !change.after)
         return;
-    const auto place = static_cast<std::size_t>(Find(levels, CodeOf(change)) - levels.cbegin());
+    const std::ptrdiff_t found = FindLevel(levels, CodeOf(change));
+    const std::size_t place = found < 0 ? levels.size() : static_cast<std::size_t>(found);
     if (!change.after) {
         if (place == levels.size())
             return;
@@ -81,12 +77,14 @@ bool CountOnce(ArchiveHeader& header, std::vector<LevelRecord>& levels, const Ch
         header.secondaryFolderSize -= change.record->before->extrasSize;
         return true;
     }
-    const auto level = Find(levels, change.code);
-    if (change.extraBytes == 0 || level == levels.end() ||
-        level->extrasSize != change.sizes.extrasOfLevel)
+    const std::ptrdiff_t place = FindLevel(levels, change.code);
+    if (change.extraBytes == 0 || place < 0)
         return false;
-    levels[static_cast<std::size_t>(level - levels.cbegin())].extrasSize += change.extraBytes;
-    if (level != levels.cbegin())
+    std::int32_t& extras = levels[static_cast<std::size_t>(place)].extrasSize;
+    if (extras != change.sizes.extrasOfLevel)
+        return false;
+    extras += change.extraBytes;
+    if (place > 0)
         header.secondaryFolderSize += change.extraBytes;
     return true;
 }

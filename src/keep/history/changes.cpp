@@ -182,7 +182,7 @@ Result<ChangedFolder> FilesThatCame(const Path& folder, const std::vector<Path>&
 
 Status MakeChange(Machine& machine, const Folders& folders, const Archive& archive,
                   const ProgramSettings& settings, const Change& change,
-                  const std::set<std::string>& elsewhere)
+                  const std::set<std::string>& elsewhere, const Heartbeat& beat)
 {
     if (ChangeWaits(folders)) // its note would be lost
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
@@ -195,7 +195,7 @@ Status MakeChange(Machine& machine, const Folders& folders, const Archive& archi
         return status;
     }
     ChangeSteps steps{
-        machine, folders, archive, settings, change, elsewhere, ChangeSteps::Round::First};
+        machine, folders, archive, settings, change, elsewhere, ChangeSteps::Round::First, beat};
     auto status = steps.Go();
     if (!status && steps.TakeBack())
         DropChange(folders, change); // a note that stays is finished at the next start

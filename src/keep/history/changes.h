@@ -39,7 +39,7 @@ Result<ChangedFolder> FilesThatCame(const Path& folder, const std::vector<Path>&
 /// one leaves the note, and the next start, or the next change, finishes the work.
 Status MakeChange(Machine& machine, const Folders& folders, const Archive& archive,
                   const ProgramSettings& settings, const Change& change,
-                  const std::set<std::string>& elsewhere = {});
+                  const std::set<std::string>& elsewhere = {}, const Heartbeat& beat = {});
 /// Notes a change whose work is done by the caller: a record that comes or goes, a folder that is
 /// moved. A killed one is decided by the archive's file.
 Status NoteChange(const Folders& folders, const Change& change);

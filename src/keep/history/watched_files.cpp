@@ -46,22 +46,29 @@ Result<ChangedFolder> WatchedFiles::Changed() const
     const auto after = Now();
     if (!after)
         return after.Error();
-    const auto has = [](const std::vector<StateFile>& files, const StateFile& file) {
-        return std::any_of(files.begin(), files.end(), [&](const StateFile& other) {
-            return other.name == file.name && other.hash == file.hash;
-        });
+    using Known = std::set<std::pair<std::string, std::string>>;
+    const auto known = [](const std::vector<StateFile>& files) {
+        Known names;
+        for (const StateFile& file : files)
+            names.emplace(file.name, file.hash);
+        return names;
     };
+    const auto has = [](const Known& files, const StateFile& file) {
+        return files.contains({file.name, file.hash});
+    };
+    const Known now = known(*after);
+    const Known was = known(before_);
     ChangedFolder changed;
     changed.folder = folder_.native();
     std::set<std::string> unneeded;
     for (const StateFile& file : before_) {
         unneeded.insert(file.hash);
-        if (!has(*after, file))
+        if (!has(now, file))
             changed.before.push_back(file);
     }
     std::set<std::string> placed;
     for (const StateFile& file : *after)
-        if (!has(before_, file)) {
+        if (!has(was, file)) {
             placed.insert(file.hash);
             changed.after.push_back({file.name, file.hash, (folder_ / file.name).native()});
         }
@@ -81,9 +88,12 @@ Status KeepBeside(const Path& kept, const Path& file, const std::string& hash)
         return {};
     if (auto status = MakeFolders(kept); !status)
         return status;
-    if (!platform::HardLink(file, place))
-        return {};
-    return CopyFileOver(file, place, {Verify::Content, true, false, {}});
+    return GiveSecondName(file, place, {Verify::Content, true, false, {}});
+}
+
+Status GiveSecondName(const Path& file, const Path& place, const CopyOptions& options)
+{
+    return platform::HardLink(file, place) ? CopyFileOver(file, place, options) : Status{};
 }
 
 } // namespace kestrova

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/copying.h"
 #include "formats/change_note.h"
 
 namespace kestrova
@@ -27,8 +28,10 @@ private:
     std::vector<StateFile> before_;
 };
 
-/// The content under its hash in `kept`: a second name of the file where the file system can, since
-/// whatever changes a level's file puts another one in its place, otherwise a copy.
+/// A second name of the file where the file system can, since whatever changes a level's file puts
+/// another one in its place; otherwise a copy.
+Status GiveSecondName(const Path& file, const Path& place, const CopyOptions& options);
+/// The content under its hash in `kept`, so.
 Status KeepBeside(const Path& kept, const Path& file, const std::string& hash);
 
 } // namespace kestrova

@@ -56,16 +56,13 @@ Status Failed(const Path& file, const std::error_code& failure)
     return MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
 }
 
-/// A second name where that can be: whatever changes a file here writes another one in its place.
 Status KeepOne(const Path& file, const Path& kept, const Heartbeat& heartbeat)
 {
-    if (!platform::HardLink(file, kept))
-        return {};
     CopyOptions options;
     options.verify = Verify::Content;
     if (heartbeat)
         options.progress = [&](std::uint64_t) { return heartbeat(); };
-    return CopyFileOver(file, kept, options);
+    return GiveSecondName(file, kept, options);
 }
 
 /// The kept file stands in its place and is kept still, so that this may be done again.

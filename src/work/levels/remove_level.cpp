@@ -6,6 +6,7 @@
 #include "core/file_kinds.h"
 #include "core/look.h"
 #include "formats/level_folder.h"
+#include "history/changed_record.h"
 #include "history/changes.h"
 #include "history/history.h"
 #include "history/players_files.h"
@@ -121,13 +122,11 @@ Change NoteRemoval(Session& session, LevelCode code, std::int32_t undoes)
     return change;
 }
 
-/// The last record takes the place of the one that goes. False: nothing changed.
-bool TakeOffList(Session& session, LevelCode code)
+/// False when nothing changed.
+bool TakeOffList(Session& session, const ChangedRecord& removal)
 {
     const Archive before = session.archive;
-    session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))] =
-        session.archive.levels.back();
-    session.archive.levels.pop_back();
+    PutRecord(session.archive.levels, removal);
     if (!SaveArchiveOrPutBack(session, before))
         return false;
     session.list.Refresh();
@@ -222,7 +221,7 @@ bool Remove(Session& session, LevelCode code, LevelFolders folders, std::int32_t
     const LevelRecord level =
         session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))];
     Change change = NoteRemoval(session, code, undoes);
-    if (!TakeOffList(session, code)) {
+    if (!TakeOffList(session, *change.record)) {
         DropChange(session.Folders(), change);
         return false;
     }

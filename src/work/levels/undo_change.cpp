@@ -5,6 +5,7 @@
 #include "archive/level_sizes.h"
 #include "core/look.h"
 #include "core/names.h"
+#include "core/text.h"
 #include "formats/trle_folder.h"
 #include "history/changed_record.h"
 #include "history/changes.h"
@@ -22,7 +23,7 @@
 #include "words/levels.h"
 #include "words/undo.h"
 
-#include <algorithm>
+#include <map>
 
 namespace kestrova
 {
@@ -58,8 +59,33 @@ Failure Refusal(Message words, const std::string& subject,
     return {ErrorCode::Refused, subject, GetMsg(words, values)};
 }
 
+Status GoesOn(const Heartbeat& beat)
+{
+    return !beat || beat() ? Status{} : MakeFailure(ErrorCode::Stopped, {});
+}
+
+/// A file that went can come back under its name: none has it since, but one that came in its place
+/// where names of another case are the same.
+Status IsFreeAgain(const Path& place, const std::map<std::string, Path>& came)
+{
+    const auto now = LookAtSpelled(place);
+    if (!now)
+        return now.Error();
+    if (now->kind == platform::FileKind::Missing)
+        return {};
+    const auto other = came.find(FoldCase(place.filename().native()));
+    if (other != came.end()) {
+        const auto facts = LookAtSpelled(other->second);
+        if (!facts)
+            return facts.Error();
+        if (IsSameThing(*now, *facts))
+            return {};
+    }
+    return Refusal(Msg::UndoNameTaken, TextOf(place));
+}
+
 /// Every file that came is as it came, and no other one has the name of one that went.
-Status FilesAreAsLeft(const ChangedFolder& folder)
+Status FilesAreAsLeft(const ChangedFolder& folder, const Heartbeat& beat)
 {
     const Path place = ResolvePath(folder.folder);
     const auto isThere = IsFolder(place);
@@ -67,37 +93,37 @@ Status FilesAreAsLeft(const ChangedFolder& folder)
         return isThere.Error();
     if (!*isThere && !folder.goes)
         return Refusal(Msg::UndoFolderGone, TextOf(place));
+    std::map<std::string, Path> came; ///< by folded name
     for (const ComingFile& file : folder.after) {
-        const auto hash = HashIfThere(ResolvePath(place / file.name));
+        if (auto status = GoesOn(beat); !status)
+            return status;
+        const Path path = ResolvePath(place / file.name);
+        const auto hash = HashIfThere(path);
         if (!hash)
             return hash.Error();
         if (*hash != file.hash)
             return Refusal(Msg::UndoChangedSince, TextOf(place / file.name));
+        came.emplace(FoldCase(file.name), path);
     }
-    for (const StateFile& file : folder.before) {
-        const bool came =
-            std::any_of(folder.after.begin(), folder.after.end(),
-                        [&](const ComingFile& other) { return other.name == file.name; });
-        const auto isFree = IsFree(place / file.name);
-        if (!isFree)
-            return isFree.Error();
-        if (!came && !*isFree)
-            return Refusal(Msg::UndoNameTaken, TextOf(place / file.name));
-    }
+    for (const StateFile& file : folder.before)
+        if (auto status = IsFreeAgain(place / file.name, came); !status)
+            return status;
     return {};
 }
 
 /// What went can come back.
-Status ContentsAreThere(const Folders& folders, const Change& entry)
+Status ContentsAreThere(const Folders& folders, const Change& entry, const Heartbeat& beat)
 {
     for (const ChangedFolder& folder : Inverse(entry).folders)
         for (const ComingFile& file : folder.after) {
+            if (auto status = GoesOn(beat); !status)
+                return status;
             bool found = false;
             for (const Path& source : {Path{file.source}, HistoryContent(folders, file.hash)}) {
-                const auto hash = HashIfThere(source);
+                const auto hash = found ? Result<std::string>{file.hash} : HashIfThere(source);
                 if (!hash)
                     return hash.Error();
-                found = found || *hash == file.hash;
+                found = *hash == file.hash;
             }
             if (!found)
                 return Refusal(Msg::UndoContentGone, file.name);
@@ -266,10 +292,13 @@ bool MakeByRecord(Session& session, const Change& back, const Change& entry)
 }
 
 /// Files that change, and then what follows them.
-bool MakeByFiles(Session& session, const Change& back, const Change& entry)
+bool MakeByFiles(Session& session, const Change& back, const Change& entry, const Heartbeat& beat)
 {
     const Folders folders = session.Folders();
-    const auto made = MakeChange(session.machine, folders, session.archive, session.settings, back);
+    const auto made =
+        MakeChange(session.machine, folders, session.archive, session.settings, back, {}, beat);
+    if (!made && made.Error().code == ErrorCode::Stopped && !ChangeWaits(folders))
+        return false; // all is as it was, and whoever pressed Stop knows
     if (!made)
         return Tell(session, ChangeWaits(folders) ? Msg::UndoUnfinished : Msg::NotUndone, entry,
                     made.Error());
@@ -339,7 +368,8 @@ std::optional<ChangeHead> NextToUndo(const Folders& folders, const Archive& arch
     });
 }
 
-Status MayUndo(const Folders& folders, const Archive& archive, const Change& entry)
+Status MayUndo(const Folders& folders, const Archive& archive, const Change& entry,
+               const Heartbeat& beat)
 {
     if (auto status = LevelIsHere(folders, archive, entry); !status)
         return status;
@@ -350,21 +380,30 @@ Status MayUndo(const Folders& folders, const Archive& archive, const Change& ent
     if (auto status = LivesWhereItDid(folders, archive, entry); !status)
         return status;
     for (const ChangedFolder& folder : entry.folders)
-        if (auto status = FilesAreAsLeft(folder); !status)
+        if (auto status = FilesAreAsLeft(folder, beat); !status)
             return status;
-    return ContentsAreThere(folders, entry);
+    return ContentsAreThere(folders, entry, beat);
 }
 
 bool UndoChange(Session& session, const Change& entry)
 {
     const Operation operation{session};
     auto ready = EndEarlierMove(session);
+    auto wait = session.host.BeginProgress(
+        ProgressWindow::Wait,
+        GetMsg(entry.isUndone ? Msg::RedoUnderWay : Msg::UndoUnderWay, {WhatWasDone(entry)}));
+    wait->AllowStop();
+    const Heartbeat beat = [&] { return wait->Step(); };
     if (ready)
-        ready = MayUndo(session.Folders(), session.archive, entry);
+        ready = MayUndo(session.Folders(), session.archive, entry, beat);
+    if (!ready && ready.Error().code == ErrorCode::Stopped)
+        return false;
     if (!ready)
         return Tell(session, Msg::NotUndone, entry, ready.Error());
-    if (entry.kind == ChangeKind::LevelRemoved && entry.isUndone)
+    if (entry.kind == ChangeKind::LevelRemoved && entry.isUndone) {
+        wait.reset(); // a removal has its own
         return RemoveAgain(session, entry);
+    }
     const bool follows = IsLanguage(entry.kind) &&
                          CurrentLevelCode(session.Folders(), session.archive) == entry.code;
     if (follows && !MayChangeTrle(session, session.Folders()))
@@ -372,7 +411,8 @@ bool UndoChange(Session& session, const Change& entry)
     if (follows)
         MendAfterRestart(session, entry.code);
     const Change back = WayBack(session, entry);
-    if (!(back.folders.empty() ? MakeByRecord : MakeByFiles)(session, back, entry))
+    if (!(back.folders.empty() ? MakeByRecord(session, back, entry)
+                               : MakeByFiles(session, back, entry, beat)))
         return false;
     if (follows)
         FollowInTrle(session, back);

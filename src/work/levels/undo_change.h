@@ -25,10 +25,11 @@ std::optional<ChangeHead> NextToUndo(const Folders& folders, const Archive& arch
 
 /// Whether all is as the change left it, so that it can be undone. A failure says in words what is
 /// not, and what to do.
-Status MayUndo(const Folders& folders, const Archive& archive, const Change& entry);
+Status MayUndo(const Folders& folders, const Archive& archive, const Change& entry,
+               const Heartbeat& beat = {});
 
 /// Undoes the change, or does it again when it was undone. False, with words, when something of it
-/// has changed since; nothing is changed then.
+/// has changed since; nothing is changed then, nor when it is stopped, which is not told.
 bool UndoChange(Session& session, const Change& entry);
 
 } // namespace kestrova

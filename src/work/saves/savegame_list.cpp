@@ -6,6 +6,7 @@
 #include "formats/savegame_info.h"
 #include "formats/savegame_records.h"
 #include "formats/trle_folder.h"
+#include "history/changes.h"
 #include "history/standing.h"
 #include "platform/places.h"
 #include "saves/archive_slots.h"
@@ -96,10 +97,9 @@ std::string CountsOfRestore(const SavegamesMoved& moved)
 
 bool TellMoveFailed(Host& host, const Folders& folders, const Failure& failure)
 {
-    TellFailure(
-        host,
-        GetMsg(SavegameMoveWaits(folders) ? Msg::SavegamesUnfinished : Msg::SavegamesNotMoved),
-        failure);
+    TellFailure(host,
+                GetMsg(ChangeWaits(folders) ? Msg::SavegamesUnfinished : Msg::SavegamesNotMoved),
+                failure);
     return false;
 }
 

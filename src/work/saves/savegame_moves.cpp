@@ -132,10 +132,8 @@ Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan,
     const auto loaded = LoadSavegameStore(session, code);
     if (status) {
         session.savegameHeader.archivedCount = count;
-        // Only a number that is shown; the savegames are where they belong.
         if (loaded)
-            (void)WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader),
-                                  false);
+            WriteArchivedCount(change, count);
         status = EndChange(session.Folders(), session.settings, change);
     }
     session.list.Select(code);
@@ -375,11 +373,6 @@ Status EndEarlierMove(Session& session)
     if (!InterruptedWork(session.Folders(), session.archive).empty())
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
     return {};
-}
-
-bool SavegameMoveWaits(const Folders& folders)
-{
-    return ChangeWaits(folders);
 }
 
 } // namespace kestrova

@@ -4,7 +4,7 @@
 
 /// The two operations between the game's fifteen slots and a level's archive slots. They speak to
 /// nobody: a failure before anything of the player's was overwritten or deleted leaves all as it
-/// was; after a later one `SavegameMoveWaits`, and the next start or the next move finishes it.
+/// was; after a later one `ChangeWaits`, and the next start or the next move finishes it.
 namespace kestrova
 {
 
@@ -36,7 +36,5 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code);
 /// Finishes what an earlier move left. A failure also while a swap waits to be mended: nothing may
 /// move savegames then.
 Status EndEarlierMove(Session& session);
-/// True while a move that failed or was killed waits to be finished.
-bool SavegameMoveWaits(const Folders& folders);
 
 } // namespace kestrova

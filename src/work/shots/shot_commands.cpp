@@ -134,8 +134,7 @@ void NoteRenamed(Machine& machine, const Folders& folders, const Archive& archiv
                  const Path& target)
 {
     auto renamed = FilesThatCame(target.parent_path(), {target});
-    if (!renamed || shot.parent_path() != target.parent_path() ||
-        EqualNames(shot.filename().native(), target.filename().native()))
+    if (!renamed || shot.parent_path() != target.parent_path() || shot == target)
         return; // there is no way back then
     renamed->before = {{shot.filename().native(), renamed->after.front().hash}};
     Change change = ShotChange(machine, folders, archive, settings, ChangeKind::ShotRenamed, code,

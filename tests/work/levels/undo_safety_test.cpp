@@ -1,3 +1,4 @@
+#include "history/changes.h"
 #include "history/standing.h"
 #include "levels/undo_world.h"
 #include "sandbox/faults.h"
@@ -99,6 +100,74 @@ TEST(UndoEntries, StrangeNumbersInTheirFolderDoNoHarm)
     ASSERT_TRUE(world.Undo());
     ASSERT_TRUE(world.Undo());
     EXPECT_FALSE(world.Has("levels/LEVEL_0002/screenshots/a.bmp"));
+}
+
+TEST(UndoOfNames, ThatDifferInCaseAlone)
+{
+    UndoWorld world;
+    world.host.AnswerAll(true);
+    const std::string folder = UndoWorld::Rested("screenshots/");
+    const FileContents before = world.Held();
+    ShotList shots = world.Shots("one.bmp");
+    ASSERT_TRUE(RenameShotTo(world.session, shots, world / (folder + "one.bmp"), "ONE.bmp"));
+    EXPECT_TRUE(world.Has(folder + "ONE.bmp"));
+    const FileContents after = world.Held();
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    EXPECT_EQ(world.Held(), before);
+    ASSERT_TRUE(world.Redo()) << world.host.AllTold();
+    EXPECT_EQ(world.Held(), after);
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+
+    // A deleted picture comes back beside its twin, whose content stays.
+    world.Write(folder + "TWO.bmp", Pixel(200));
+    const FileContents twins = world.Held();
+    shots = world.Shots("two.bmp");
+    while (shots.At(shots.Target()).filename() != "two.bmp")
+        shots.SetTarget(shots.Target() + 1);
+    ASSERT_TRUE(DeleteShot(world.session, shots)) << world.host.AllTold();
+    ASSERT_FALSE(world.Has(folder + "two.bmp"));
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    EXPECT_EQ(world.Held(), twins);
+    ASSERT_TRUE(world.Redo()) << world.host.AllTold();
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    EXPECT_EQ(world.Held(), twins);
+}
+
+TEST(UndoOfNames, ThatNobodyWouldGive)
+{
+    UndoWorld world;
+    for (const char* name : {"a\nb.bmp", "a:b.bmp", "a\\b.bmp"}) {
+        world.Write(UndoWorld::Rested("screenshots/") + name, Pixel(44));
+        const FileContents before = world.Held();
+        world.host.AnswerAll(true);
+        ShotList shots = world.Shots(name);
+        ASSERT_TRUE(DeleteShot(world.session, shots)) << world.host.AllTold();
+        ASSERT_TRUE(world.Undo()) << name << world.host.AllTold();
+        EXPECT_EQ(world.Held(), before);
+    }
+}
+
+TEST(UndoChange, IsStoppedWithAllAsItWas)
+{
+    for (int step = 1; step < 1000; ++step) {
+        UndoWorld world;
+        ASSERT_TRUE(EditResting(world));
+        const FileContents after = world.Held();
+        const auto entry = world.Next();
+        ASSERT_TRUE(entry);
+        world.host.told.clear();
+        world.host.StopAtStep(step);
+        const bool done = UndoChange(world.session, *entry);
+        EXPECT_TRUE(world.host.told.empty()) << world.host.AllTold();
+        world.host.StopAtStep(0);
+        if (done) {
+            EXPECT_GT(step, 5);
+            return;
+        }
+        EXPECT_EQ(world.Held(), after) << "stopped at step " << step;
+        EXPECT_FALSE(ChangeWaits(world.session.Folders()));
+        EXPECT_TRUE(world.Undo()) << world.host.AllTold();
+    }
 }
 
 } // namespace kestrova::testing

@@ -155,7 +155,7 @@ TEST_P(SavegameInterruption, FailedAnywhereIsAnsweredAndLosesNothing)
                 after_ == AfterFault::Works ? std::errc::io_error : std::errc::no_space_on_device,
                 after_);
             SCOPED_TRACE("failed at step " + std::to_string(step) + ": " + run.call);
-            if (!run.answer && !SavegameMoveWaits(world.session.Folders())) {
+            if (!run.answer && !ChangeWaits(world.session.Folders())) {
                 EXPECT_EQ(world.Shown("trle"), before.substr(0, before.find(" |")))
                     << "a failure that leaves nothing to finish has changed nothing";
             }
@@ -181,7 +181,7 @@ TEST_P(SavegameInterruption, FailedReadsAndLooksAreAnsweredAndLoseNothing)
                     step, [&] { return bool(GetParam().run(world.session, world.played)); },
                     std::errc::io_error, after_);
                 SCOPED_TRACE("failed at step " + std::to_string(step) + ": " + run.call);
-                if (!run.answer && !SavegameMoveWaits(world.session.Folders())) {
+                if (!run.answer && !ChangeWaits(world.session.Folders())) {
                     EXPECT_EQ(world.Shown("trle"), before.substr(0, before.find(" |")))
                         << "a failure that leaves nothing to finish has changed nothing";
                 }
@@ -323,7 +323,7 @@ TEST(ChangeNote, FailsBeforeAnythingChangesWhenWhatIsToComeIsNowhere)
     ASSERT_FALSE(made);
     EXPECT_EQ(made.Error().subject, (world / "trle/savegame.5").native());
     EXPECT_EQ(world.Snapshot(""), before);
-    EXPECT_FALSE(SavegameMoveWaits(world.session.Folders()));
+    EXPECT_FALSE(ChangeWaits(world.session.Folders()));
 
     // A later run goes on without it, and does not count it.
     change.archivedCount = 2;
