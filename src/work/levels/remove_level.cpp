@@ -198,6 +198,21 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder, Cha
     return false;
 }
 
+/// The removal can be undone from now on; told where it cannot.
+void EndRemoval(Session& session, const Change& change)
+{
+    if (change.kind == ChangeKind::Unnamed)
+        return;
+    const auto ended = EndChange(session.Folders(), session.settings, change);
+    if (!ended)
+        DropChange(session.Folders(), change);
+    if (!ended || !FileExists(UndoEntryFile(session.Folders(), change.id)))
+        TellFailure(session.host, GetMsg(Msg::RemovalHasNoWayBack),
+                    ended ? MakeFailure(ErrorCode::CannotWrite,
+                                        TextOf(UndoEntryFile(session.Folders(), change.id)))
+                          : ended.Error());
+}
+
 /// `undoes`: the entry whose removal is made again; 0 for a new one.
 bool Remove(Session& session, LevelCode code, LevelFolders folders, std::int32_t undoes)
 {
@@ -234,11 +249,7 @@ bool Remove(Session& session, LevelCode code, LevelFolders folders, std::int32_t
         session.archive.header.secondaryFolderSize -= level.extrasSize;
         saved = SaveArchive(session);
     }
-    if (change.kind != ChangeKind::Unnamed)
-        if (auto ended = EndChange(session.Folders(), session.settings, change); !ended) {
-            DropChange(session.Folders(), change);
-            TellFailure(session.host, GetMsg(Msg::RemovalHasNoWayBack), ended.Error());
-        }
+    EndRemoval(session, change);
     if (!gone)
         return !goes;
     session.host.Tell(Tone::Plain, GetMsg(Msg::LevelRemoved));

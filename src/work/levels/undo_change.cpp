@@ -184,6 +184,11 @@ Status RecordIsAsLeft(const Archive& archive, const Change& entry)
         return archive.Find(entry.code) != nullptr ? Status{}
                                                    : Refusal(Msg::UndoLevelGone, entry.levelName);
     const ChangedRecord& record = *entry.record;
+    // A list that was never saved without the level has it as it was.
+    const bool unsaved =
+        !record.after && entry.moved && StateOf(archive.levels, record) == RecordState::Before;
+    if (unsaved)
+        return {};
     if (!record.after && archive.Find(entry.code) != nullptr)
         return Refusal(Msg::UndoNumberTaken, entry.levelName, {std::to_string(entry.code)});
     if (record.after && archive.Find(entry.code) == nullptr)
@@ -234,7 +239,7 @@ void CountRecord(Archive& archive, const Change& change)
 /// The record in the list, saved. False, told, with the list as it was.
 bool TakeRecord(Session& session, const Change& change)
 {
-    if (!change.record)
+    if (!change.record || StateOf(session.archive.levels, *change.record) == RecordState::After)
         return true;
     const Archive before = session.archive;
     PutRecord(session.archive.levels, *change.record);

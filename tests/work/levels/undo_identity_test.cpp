@@ -241,4 +241,17 @@ TEST(RemovalOfALevel, SaysWhenItCannotBeUndone)
     EXPECT_TRUE(world.Has(UndoWorld::Rested("files/a.tr4")));
 }
 
+TEST(RemovalOfALevel, CanBeUndoneWhenTheListWasNeverSavedWithoutIt)
+{
+    UndoWorld world;
+    const FileContents before = world.Things();
+    world.session.preferences.autoSave = false;
+    const Path aside = RemoveResting(world);
+    ASSERT_TRUE(std::filesystem::exists(aside));
+    world.Restart();
+    ASSERT_NE(world.session.archive.Find(world.resting), nullptr);
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    EXPECT_EQ(world.Things(), before);
+}
+
 } // namespace kestrova::testing
