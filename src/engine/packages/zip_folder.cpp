@@ -2,8 +2,10 @@
 
 #include "core/file_kinds.h"
 #include "core/staged_file.h"
+#include "core/text.h"
 #include "packages/package_tools.h"
 #include "packages/zip_names.h"
+#include "packages/zip_writer.h"
 #include "platform/places.h"
 #include "session/telling.h"
 #include "words/common.h"
@@ -54,13 +56,41 @@ PackRuns RunsFor(const std::vector<Path>& files)
     return runs;
 }
 
+/// True for a tool of the person's own, which is to do the work itself.
+bool IsOwnTool(const Tools& tools, const Path& program)
+{
+    return program.parent_path() == platform::AbsolutePath(ResolvePath(tools.programFolder));
+}
+
+/// What the system's tool would do, done here on all cores, with that tool's lines and progress.
+/// False when it is the tool's turn.
+Result<bool> PackHere(const Path& zip, const std::vector<Path>& files,
+                      const ToolProgressState& state)
+{
+    const auto handler = GestioneZip(ZipTool().marks, files.size());
+    const auto added = [&](const std::string& line) {
+        // At the last name the tool would be stopped, since all is in the zip then.
+        const LineAnswer answer = handler->Feed(line);
+        if (state.progress != nullptr && !state.quiet)
+            state.progress->SetLabel(std::string{Trim(line)});
+        if (answer.done)
+            SetProgressPercent(state.progress, answer.total, *answer.done);
+        return true;
+    };
+    const auto packed = WriteZip(
+        zip, files, added, [&] { return state.progress == nullptr || state.progress->Step(); });
+    ClearToolProgress(state);
+    return packed;
+}
+
 } // namespace
 
 Status ZipFolder(const Tools& tools, const Path& zip, const Path& folder,
                  const ToolProgressState& state)
 {
     const PackTool& packer = ZipTool();
-    if (FindTool(tools, packer.tool).empty())
+    const Path program = FindTool(tools, packer.tool);
+    if (program.empty())
         return Failure{ErrorCode::Missing,
                        TextOf(tools.programFolder),
                        InstallHint(tools, packer.tool),
@@ -74,6 +104,13 @@ Status ZipFolder(const Tools& tools, const Path& zip, const Path& folder,
     if (!listed)
         return FolderNotRead(listed.Error());
     const std::vector<Path>& files = *listed;
+    if (!IsOwnTool(tools, program)) {
+        const auto packed = PackHere(target, files, state);
+        if (!packed)
+            return packed.Error();
+        if (*packed)
+            return {};
+    }
     const PackRuns runs = RunsFor(files);
 
     ToolWork work{.tool = packer.tool,
@@ -103,6 +140,23 @@ Status ZipFolder(const Tools& tools, const Path& zip, const Path& folder,
     return packed;
 }
 
+namespace
+{
+
+/// The content is on the disk when it answers.
+Status FlushFile(const Path& file)
+{
+    platform::File opened;
+    auto failure = platform::File::OpenForUpdate(file, opened);
+    if (!failure)
+        failure = opened.Sync();
+    if (failure)
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
+    return {};
+}
+
+} // namespace
+
 Status ReplaceZip(const Tools& tools, const Path& target, const Path& folder,
                   const ToolProgressState& state)
 {
@@ -110,6 +164,8 @@ Status ReplaceZip(const Tools& tools, const Path& target, const Path& folder,
     Status packed = ZipFolder(tools, staged, folder, state);
     if (packed)
         packed = MarkUtf8Names(staged);
+    if (packed)
+        packed = FlushFile(staged);
     if (packed) {
         const platform::FileFacts old = platform::FactsOf(target);
         auto failure = old.kind == platform::FileKind::File ? platform::SetMode(staged, old.mode)
