@@ -11,8 +11,8 @@
 #include "publish/upload_steps.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
-#include "words/config_commands.h"
 #include "words/commands.h"
+#include "words/config_commands.h"
 #include "words/menus.h"
 #include "words/publish_commands.h"
 
@@ -211,8 +211,7 @@ std::span<const CommandRow> PublishCommands()
     static const CommandRow rows[] = {
         {.window = {.control = "mnu_SetupUpload",
                     .caption = Msg::MenuSetupUpload,
-                    .menu = "mnu_Tools",
-                    .available = false},
+                    .menu = "mnu_Tools"},
          .terminal = {.word = "publish",
                       .usage = Msg::UsePublish,
                       .summary = Msg::SumPublish,

@@ -10,6 +10,7 @@
 #include "ui/dialogs/dialog_settings.h"
 #include "ui/dialogs/dialog_siti.h"
 #include "ui/dialogs/dialog_trova_trle.h"
+#include "ui/dialogs/dialog_wizard.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/clear_boxes_style.h"
@@ -63,9 +64,11 @@ TEST(Dialogs, EveryCaptionFindsItsControl)
     CompareTrleDialog compare{world.session, nullptr};
     ConvertAudioDialog convert{world.session, AudioToolMode::Convert, nullptr};
     SetMp3Dialog settingsOfMp3{world.session, true, nullptr};
+    WizardDialog wizard{world.session, nullptr};
     for (const QWidget* dialog : std::initializer_list<const QWidget*>{
              &about, &newArc, &archive, &settings, &find, &restore, &add, &author, &progress, &wait,
-             &zip, &batch, &download, &urls, &encode, &convert, &compare, &settingsOfMp3}) {
+             &zip, &batch, &download, &urls, &encode, &convert, &compare, &settingsOfMp3,
+             &wizard}) {
         EXPECT_EQ(CaptionFaults(*dialog), QStringList{}) << FromQt(dialog->objectName());
         EXPECT_FALSE(dialog->windowTitle().isEmpty()) << FromQt(dialog->objectName());
     }

@@ -217,6 +217,7 @@ TEST(MainWindow, CommandsThatComeLaterAreDisabledAndSayIt)
                             "mnu_BackupSavegame",
                             "mnu_RestoreSavegames",
                             "mnu_SavegameHistory",
+                            "mnu_SetupUpload",
                             "mnu_CopiaFileInfos"};
     const QStringList commands = MenuCommands();
     EXPECT_EQ(commands.size(), 54);

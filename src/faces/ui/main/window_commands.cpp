@@ -18,6 +18,7 @@
 #include "ui/dialogs/dialog_screen_shot.h"
 #include "ui/dialogs/dialog_settings.h"
 #include "ui/dialogs/dialog_siti.h"
+#include "ui/dialogs/dialog_wizard.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
 #include "ui/dialogs/shot_panes.h"
@@ -55,6 +56,7 @@ const WindowCommands::Opens WindowCommands::windows[] = {
      [](WindowCommands& at) { ShowUrls(at.session_, UrlKindForums, &at.window_); }},
     {"mnu_SetOriginale",
      [](WindowCommands& at) { RestoreDialog(at.session_, &at.window_).exec(); }},
+    {"mnu_SetupUpload", [](WindowCommands& at) { ShowWizard(at.session_, &at.window_); }},
     {"mnu_Settings", [](WindowCommands& at) { SettingsDialog(at.session_, &at.window_).exec(); }},
     {"mnu_PrefArchive", [](WindowCommands& at) { at.EditArchivePreferences(); }},
     {"mnu_FindHelp", [](WindowCommands& at) { at.ShowHelp("mnu_FindHelp"); }},

@@ -8,14 +8,18 @@
 #include "words/ui_dialogs.h"
 #include "words/ui_main.h"
 #include "words/ui_shared.h"
+#include "words/wizard.h"
 
 #include <QAbstractButton>
 #include <QAction>
 #include <QGroupBox>
+#include <QHash>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSet>
+#include <QStackedWidget>
+#include <QTabWidget>
 
 namespace kestrova
 {
@@ -84,7 +88,19 @@ bool SetCaption(QWidget& window, const char* name, const QString& text)
     return false;
 }
 
-/// Menus choose first, then the buttons in the order of the table.
+/// The page that a control stands on, of a window that shows one step at a time; null without such.
+const QWidget* PageOf(const QWidget* control)
+{
+    for (; control != nullptr; control = control->parentWidget()) {
+        const auto* stack = qobject_cast<const QStackedWidget*>(control->parentWidget());
+        if (stack != nullptr && qobject_cast<const QTabWidget*>(stack->parentWidget()) == nullptr)
+            return control;
+    }
+    return nullptr;
+}
+
+/// Menus choose first, then the buttons in the order of the table, in which a window's own stand
+/// before those of its pages. Pages that are never shown together may use the same letters.
 void GiveAllLetters(QWidget& window)
 {
     QSet<QChar> taken;
@@ -94,12 +110,18 @@ void GiveAllLetters(QWidget& window)
             GiveLetters(*menu->menu());
         }
     const std::string name = FromQt(window.objectName());
+    QHash<const QWidget*, QSet<QChar>> onPages;
     for (const Caption& caption : captions) {
         if (name != caption.window)
             continue;
         auto* button = window.findChild<QAbstractButton*>(QString::fromLatin1(caption.control));
-        if (button != nullptr && !button->property("pictured").toBool())
-            button->setText(WithLetter(Words(caption.text), taken));
+        if (button == nullptr || button->property("pictured").toBool())
+            continue;
+        const QWidget* page = PageOf(button);
+        if (page != nullptr && !onPages.contains(page))
+            onPages.insert(page, taken);
+        QSet<QChar>& letters = page == nullptr ? taken : onPages[page];
+        button->setText(WithLetter(Words(caption.text), letters));
     }
 }
 

@@ -1,0 +1,79 @@
+#!/usr/bin/env bash
+# An author publishes a level by keyboard alone, and its zip adds itself on a player's home.
+source "$(dirname "$0")/windows.bash"
+
+ctl() { "$KESTROVACTL" --home "$box/$1" --yes "${@:2}" >"$box/out"; }
+"$KESTROVACTL" practice "$box/practice" >"$box/out"
+for who in home player; do
+    cp -r "$box/practice/trle" "$box/trle of $who"
+    ctl $who setup --trle "$box/trle of $who" --full --folder-is-original
+    ctl $who new --folder "$box/levels of $who" "$box/$who/my.kva"
+done
+mkdir "$box/author"
+echo level >"$box/author/my level.tr4"
+echo script >"$box/author/script.dat"
+echo text >"$box/author/readme.txt"
+cp "$box/practice/trle/"[Aa]udio/100.* "$box/author/"
+before=$(ls -lR --time-style=full-iso "$box/author")
+open_display 1200x840
+start_windows
+appears 'my.kva .1 levels'
+
+# step N: waits until the wizard shows it.
+step() { appears "Upload wizard - Step $1 "; }
+press alt+t u
+step 1
+press Return
+step 2
+press Return # without files there is no way on
+appears '^Kestrova$'
+press Return
+gone '^Kestrova$'
+step 2
+press alt+f
+appears 'Select source folder'
+enter "$box/author"
+gone 'Select source folder'
+step 2
+press Return
+appears '^Kestrova$' # is there no documentation?
+press alt+y
+gone '^Kestrova$'
+step 2
+press Tab r # in the list of files, from which the documentation is chosen
+press Return
+step 3
+types 'An Author'
+press alt+a # a new address
+appears 'Add email address'
+enter 'author@example.org'
+gone 'Add email address'
+step 3
+press Return
+step 4
+types 'The Published Level'
+press Tab
+types 'a note'
+press Return
+step 5
+press Return
+step 6
+press Return
+step 7
+press Return
+appears 'Save upload zip file'
+enter "$box/published"
+gone 'Save upload zip file'
+appears '^Kestrova$' # where the zip is
+press Return
+gone 'Upload wizard'
+[[ -s $box/published.zip && ! -e $box/home/_temp_config ]]
+[[ $(ls -lR --time-style=full-iso "$box/author") == "$before" ]]
+
+ctl player --json add "$box/published.zip"
+ctl player --json info 1
+for text in 'The Published Level' 'An Author' 'author@example.org' 'a note'; do
+    grep -qF "$text" "$box/out" || fails "the player's level lacks '$text'"
+done
+ctl player play 1 --no-start
+cmp "$box/author/my level.tr4" "$(find "$box/trle of player" -iname 'my level.tr4')"
