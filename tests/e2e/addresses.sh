@@ -30,6 +30,18 @@ open_display 1200x840
 start_windows
 appears 'my.kva .1 levels'
 
+# Who gives up the first level is shown where there are some.
+press alt+l a
+appears 'Add new level'
+press Escape
+appears '^Kestrova$'
+press alt+y
+appears 'Where download new custom levels'
+press Escape
+gone 'Where download new custom levels'
+gone 'Add new level'
+appears 'my.kva .1 levels'
+
 # An update changes the file when the window is left by Ok.
 press alt+l s
 appears 'Where download new custom levels'
@@ -40,6 +52,21 @@ press alt+k
 gone 'Where download new custom levels'
 holds "$box/home/UrlList.bin" 'The lost valley'
 [[ $(ctl urls list --kind 1 && cut -f3 "$box/out") == "All levels - reviews" ]]
+
+# An address of one's own, of another kind.
+appears 'my.kva .1 levels'
+press alt+t s
+appears 'Forums and informations'
+press Insert
+appears 'Insert new site'
+enter 'My forum'
+appears 'Insert new site' other
+enter 'https://forum.example/'
+gone 'Insert new site'
+appears 'Forums and informations'
+press alt+k
+gone 'Forums and informations'
+holds "$box/home/UrlList.bin" 'https://forum.example/'
 
 # The question comes with the level, and its Yes fetches and applies the file.
 appears 'my.kva .1 levels'
