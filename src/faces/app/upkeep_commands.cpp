@@ -188,11 +188,13 @@ std::span<const CommandRow> UpkeepCommands()
         {.window = {.control = "mnu_ImportWads",
                     .caption = Msg::MenuImportWads,
                     .menu = "mnu_Tools",
-                    .available = false}},
+                    .available = false},
+         .help = HelpTag::ImportWads},
         {.window = {.control = "mnu_MoveOnCd",
                     .caption = Msg::MenuMoveOnCd,
                     .menu = "mnu_Tools",
-                    .available = false}},
+                    .available = false},
+         .help = HelpTag::LevelsOnCd},
     };
     return rows;
 }

@@ -148,6 +148,19 @@ TEST(Help, IsSearchedPickedAndZoomed)
     EXPECT_LT(text->font().pointSizeF(), size);
 }
 
+TEST(Help, AHostileTextIsShownAndSearched)
+{
+    HelpWorld world;
+    constexpr std::size_t letters = 5'000'000;
+    const std::string open(letters, '[');
+    HelpDialog dialog{world.session, open + "End]", "end", [] { return std::nullopt; }, nullptr};
+    dialog.show();
+    QTest::qWait(50);
+    EXPECT_EQ(MarkedIn(dialog), "End");
+    HelpIndexDialog index{world.session, open + std::string(letters, 'a') + "]", nullptr};
+    EXPECT_EQ(In<QListView>(index, "List_Indice")->model()->rowCount(), 1);
+}
+
 TEST(HelpIndexWindow, GivesATopicThatTheTextJumpsTo)
 {
     HelpWorld world;
