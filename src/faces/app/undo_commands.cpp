@@ -131,7 +131,8 @@ bool Redo(Run& run)
 
 void AddEntry(Run& run, const ChangeHead& entry)
 {
-    const bool here = IsOfThisArchive(run.session.Folders(), run.session.archive, entry);
+    const LevelIs level = WhereIsLevel(run.session.Folders(), run.session.archive, entry);
+    const bool here = level == LevelIs::Here || level == LevelIs::Gone;
     const std::string what = WhatWasDone(entry);
     const std::string made = DateText(entry.madeNs);
     const std::uint64_t bytes = BytesOf(run.session.Folders(), entry);
@@ -148,8 +149,9 @@ void AddEntry(Run& run, const ChangeHead& entry)
         return;
     }
     std::string shown = entry.isUndone ? GetMsg(Msg::UndoLineRedo, {what}) : what;
-    if (!here)
-        shown = GetMsg(Msg::UndoLineElsewhere, {shown});
+    if (level != LevelIs::Here)
+        shown =
+            GetMsg(level == LevelIs::Gone ? Msg::UndoLineGone : Msg::UndoLineElsewhere, {shown});
     AddLine(run, GetMsg(Msg::UndoLine, {std::to_string(entry.id), made,
                                         FormatSize(static_cast<double>(bytes)), shown}));
 }

@@ -57,6 +57,7 @@ inline constexpr Message UndoContentGone{"What was kept of this file is damaged 
 
 inline constexpr Message UndoLine{"~1  ~2  ~3  ~4"};
 inline constexpr Message UndoLineRedo{"~1 (was undone)"};
+inline constexpr Message UndoLineGone{"~1 (the level is not in the archive now)"};
 inline constexpr Message UndoLineElsewhere{"~1 (of another archive)"};
 
 } // namespace kestrova::Msg

@@ -28,6 +28,20 @@
 namespace kestrova
 {
 
+LevelIs WhereIsLevel(const Folders& folders, const Archive& archive, const ChangeHead& entry)
+{
+    if (Path{entry.home} != LevelHomeOf(folders, entry.code).lexically_normal())
+        return LevelIs::Elsewhere;
+    const bool removed = entry.kind == ChangeKind::LevelRemoved && !entry.isUndone;
+    if (!removed && archive.Find(entry.code) == nullptr)
+        return LevelIs::Gone;
+    const Path place = entry.moved ? entry.moved->to : entry.home;
+    const auto token = KnownTokenOfLevel(place);
+    if (token && *token == entry.level)
+        return LevelIs::Here;
+    return token && FolderExists(place) ? LevelIs::Replaced : LevelIs::Gone;
+}
+
 namespace
 {
 
@@ -142,23 +156,6 @@ Status LivesWhereItDid(const Folders& folders, const Archive& archive, const Cha
     return IsSameFolder(*live, entry.live)
                ? Status{}
                : Refusal(Msg::UndoElsewhereNow, entry.live, {std::to_string(entry.code)});
-}
-
-enum class LevelIs { Here, Gone, Replaced, Elsewhere };
-
-/// Where the level is that the change was made in: its folder bears its token.
-LevelIs WhereIsLevel(const Folders& folders, const Archive& archive, const ChangeHead& entry)
-{
-    if (Path{entry.home} != LevelHomeOf(folders, entry.code).lexically_normal())
-        return LevelIs::Elsewhere;
-    const bool removed = entry.kind == ChangeKind::LevelRemoved && !entry.isUndone;
-    if (!removed && archive.Find(entry.code) == nullptr)
-        return LevelIs::Gone;
-    const Path place = entry.moved ? entry.moved->to : entry.home;
-    const auto token = KnownTokenOfLevel(place);
-    if (token && *token == entry.level)
-        return LevelIs::Here;
-    return token && FolderExists(place) ? LevelIs::Replaced : LevelIs::Gone;
 }
 
 Status LevelIsHere(const Folders& folders, const Archive& archive, const ChangeHead& entry)
@@ -359,17 +356,12 @@ std::string WhatWasDone(const ChangeHead& entry)
     return {};
 }
 
-bool IsOfThisArchive(const Folders& folders, const Archive& archive, const ChangeHead& entry)
-{
-    return WhereIsLevel(folders, archive, entry) == LevelIs::Here;
-}
-
 std::optional<ChangeHead> NextToUndo(const Folders& folders, const Archive& archive, UndoWay way,
                                      std::int32_t before)
 {
     return NewestUndo(folders, [&](const ChangeHead& entry) {
         return entry.id < before && entry.isUndone == (way == UndoWay::Redo) &&
-               IsOfThisArchive(folders, archive, entry);
+               WhereIsLevel(folders, archive, entry) == LevelIs::Here;
     });
 }
 

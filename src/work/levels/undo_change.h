@@ -15,9 +15,14 @@ enum class UndoWay {
 
 /// What a person did, in words that go on behind "Undo".
 std::string WhatWasDone(const ChangeHead& entry);
-/// True for a change in a level of the loaded archive, or in the original configuration, while that
-/// very level is there.
-bool IsOfThisArchive(const Folders& folders, const Archive& archive, const ChangeHead& entry);
+/// Where the level is that a change was made in. Its folder's token tells.
+enum class LevelIs {
+    Here,     ///< in the loaded archive, or set aside by that very change
+    Gone,     ///< it was in this archive, and left its list or lost its folder
+    Replaced, ///< another level has its place
+    Elsewhere ///< in another archive
+};
+LevelIs WhereIsLevel(const Folders& folders, const Archive& archive, const ChangeHead& entry);
 /// The newest change of this archive that can be taken that way, of those below the number
 /// `before`; none without one, or while the entries cannot be read.
 std::optional<ChangeHead> NextToUndo(const Folders& folders, const Archive& archive, UndoWay way,
