@@ -218,6 +218,7 @@ TEST(MainWindow, CommandsThatComeLaterAreDisabledAndSayIt)
                             "mnu_RestoreSavegames",
                             "mnu_SavegameHistory",
                             "mnu_SetupUpload",
+                            "mnu_CompareTrle",
                             "mnu_CopiaFileInfos"};
     const QStringList commands = MenuCommands();
     EXPECT_EQ(commands.size(), 54);
