@@ -66,7 +66,10 @@ spent() {
         children=
         { read -r children <"$task/children"; } 2>/dev/null || true
         for child in $children; do
-            [[ $child == "$game" ]] || return 0
+            line=gone
+            { read -r line <"/proc/$child/stat"; } 2>/dev/null || true
+            # What has ended, and waits for nobody, works no more.
+            [[ $child == "$game" || $line == gone || ${line##*) } == Z* ]] || return 0
         done
     done
     echo "$sum"

@@ -42,6 +42,13 @@ constexpr StateRow stateRows[] = {
     {FileState::Unread, "Check_Unread", Msg::CompareShowUnread},
 };
 
+/// In which the Tab key goes through the window.
+constexpr const char* tabOrder[] = {
+    "Text_Before", "Pul_SfogliaBefore", "Text_After",     "Pul_SfogliaAfter", "Pul_Compare",
+    "Check_New",   "Check_Missing",     "Check_Changed",  "Check_Equal",      "Check_Unread",
+    "Text_Search", "List_Files",        "Pul_OpenBefore", "Pul_OpenAfter",    "Pul_Copy",
+    "Pul_Cancel",  "Pul_Help"};
+
 QString CountedWords(const StateRow& row, std::size_t count)
 {
     return Words(row.words, {std::to_string(count)});
@@ -66,6 +73,11 @@ CompareTrleDialog::CompareTrleDialog(Session& session, QWidget* parent)
     column->addWidget(count_);
     column->addLayout(MakeButtons());
     SetCaptions(*this);
+    const auto control = [this](const char* name) {
+        return findChild<QWidget*>(QString::fromLatin1(name));
+    };
+    for (std::size_t i = 1; i < std::size(tabOrder); ++i)
+        setTabOrder(control(tabOrder[i - 1]), control(tabOrder[i]));
     Connect();
     ShowRows();
     ResizeToFit(*this, compareSize);
