@@ -40,6 +40,20 @@ constexpr ListedUrlKind listedKinds[] = {
     {UrlKindTools, Msg::UrlKindTools},     {UrlKindConfig, Msg::UrlKindConfigs},
 };
 
+/// What stands before the first "-" and behind it, trimmed.
+struct SiteParts {
+    std::string_view head; ///< empty without a "-"
+    std::string_view rest;
+};
+
+SiteParts PartsOf(std::string_view text)
+{
+    const std::size_t dash = text.find('-');
+    if (dash == std::string_view::npos)
+        return {{}, Trim(text)};
+    return {Trim(text.substr(0, dash)), Trim(text.substr(dash + 1))};
+}
+
 /// The text with small letters in place of the ASCII capitals: every byte keeps its place.
 std::string SmallLetters(std::string text)
 {
@@ -100,10 +114,9 @@ bool IsOpenable(std::string_view url)
 
 std::string LocalizeSiteText(std::string_view text)
 {
-    const std::size_t dash = text.find('-');
-    const bool split = dash != std::string_view::npos;
-    const std::string head{split ? Trim(text.substr(0, dash)) : std::string_view{}};
-    std::string rest{Trim(split ? text.substr(dash + 1) : text)};
+    const SiteParts parts = PartsOf(text);
+    const std::string head{parts.head};
+    std::string rest{parts.rest};
     std::string small = SmallLetters(rest);
     for (const SitePhrase& phrase : sitePhrases)
         Exchange(rest, small, phrase);
@@ -121,6 +134,20 @@ std::string UrlRowText(const UrlRecord& record)
     const bool site = record.kind == UrlKindLevels;
     const std::string text = site ? LocalizeSiteText(record.description) : record.description;
     return OnOneLine((record.user ? GetMsg(Msg::UrlUserMark) : std::string{}) + text);
+}
+
+std::string SearchedText(const UrlRecord& record)
+{
+    std::string text = record.user ? GetMsg(Msg::UrlUserMark) : std::string{};
+    text.reserve(text.size() + record.description.size() + record.url.size() + 4);
+    // Of a site the phrases are left as they are: without regard to case they are the shown ones.
+    const SiteParts parts = record.kind == UrlKindLevels ? PartsOf(record.description)
+                                                         : SiteParts{{}, record.description};
+    if (!parts.head.empty())
+        text.append(parts.head).append(Msg::SiteBetween.text);
+    text.append(parts.rest);
+    text = OnOneLine(text);
+    return FoldCase(text.append(1, '\n').append(record.url));
 }
 
 std::string ShownAddress(std::string_view url)

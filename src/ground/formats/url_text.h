@@ -34,6 +34,8 @@ std::span<const ListedUrlKind> ListedUrlKinds();
 
 /// What a list shows for a record.
 std::string UrlRowText(const UrlRecord& record);
+/// What a search looks through: the same, and behind a line end the address, both folded.
+std::string SearchedText(const UrlRecord& record);
 /// The first 75 letters of an address, and a mark when there are more.
 std::string ShownAddress(std::string_view url);
 /// `21/11/2026  14:05:09`; empty for a number that is no date.

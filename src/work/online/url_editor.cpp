@@ -35,12 +35,6 @@ std::string StorableUrl(const std::string& url)
     return encoded;
 }
 
-/// What a search looks through; the two parts are never found as one.
-std::string SearchText(const UrlRecord& record)
-{
-    return FoldCase(UrlRowText(record) + '\n' + record.url);
-}
-
 } // namespace
 
 UrlEditor::UrlEditor(Host& host, Machine& machine, const Folders& folders, UpdateServers servers)
@@ -77,7 +71,7 @@ void UrlEditor::FillTexts()
     RunOnAllCores((rows_.size() + atOnce - 1) / atOnce, [&](std::size_t part) {
         const std::size_t end = std::min(rows_.size(), (part + 1) * atOnce);
         for (std::size_t i = part * atOnce; i < end; ++i)
-            texts_[i] = SearchText(list_.records[rows_[i]]);
+            texts_[i] = SearchedText(list_.records[rows_[i]]);
     });
 }
 

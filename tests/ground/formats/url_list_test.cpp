@@ -116,6 +116,20 @@ TEST(SiteText, IsExchangedBehindTheFirstDash)
     EXPECT_EQ(LocalizeSiteText("~1 - ~2"), "~1 - ~2");
 }
 
+TEST(SiteText, IsSearchedInTheWordsThatAreShown)
+{
+    for (const char* text :
+         {"Tom-Levels And reviews WITH walkthroughs", " - Sorted by ENTER date, sorted by rating",
+          "search whereby keywords", "Ünder - Sorted by title\nSorted by author name",
+          "a - various sorting standards - language: Łatin", ""})
+        for (const bool user : {false, true})
+            for (const std::int32_t kind : {UrlKindLevels, UrlKindForums}) {
+                const UrlRecord record{"http://A.example", text, kind, user};
+                EXPECT_EQ(SearchedText(record),
+                          FoldCase(UrlRowText(record)) + "\nhttp://a.example");
+            }
+}
+
 TEST(Urls, HaveAFileAHostAndAScheme)
 {
     EXPECT_EQ(UrlFileName("http://a/b/c.zip"), "c.zip");
