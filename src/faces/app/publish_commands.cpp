@@ -194,7 +194,7 @@ bool Publish(Run& run)
     if (!Walk(run, wizard))
         return GiveUp(run);
     if (!FinishUpload(wizard, *zip))
-        return false;
+        return GiveUp(run);
     if (run.json != nullptr)
         *run.json = {{"file", TextOf(*zip)},
                      {"size", FileSize(*zip)},

@@ -121,7 +121,7 @@ private:
         row->addWidget(Button(frame, buttons[1], [this, kind] { ChangeAddress(wizard_, kind); }));
         row->addWidget(Button(frame, buttons[2], [this, kind] { RemoveAddress(wizard_, kind); }));
         row->addStretch();
-        frame->layout()->addItem(row);
+        qobject_cast<QVBoxLayout*>(frame->layout())->addLayout(row);
         return frame;
     }
     static void Fill(QComboBox& combo, const UploadAddresses& list)

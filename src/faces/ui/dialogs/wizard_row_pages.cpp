@@ -31,7 +31,7 @@ public:
     RowsFrame(QWidget* parent, const char* name, const char* list, RowKind kind,
               UploadWizard& wizard, UploadPage::Runner run)
         : QGroupBox(parent), kind_(kind), wizard_(wizard), run_(std::move(run)),
-          list_(new QListWidget(this)), boxes_(new QGridLayout)
+          list_(new QListWidget(this)), column_(new QVBoxLayout(this)), boxes_(new QGridLayout)
     {
         setObjectName(QString::fromLatin1(name));
         list_->setObjectName(QString::fromLatin1(list));
@@ -46,12 +46,12 @@ public:
         });
         boxes_->setColumnStretch(1, 1);
         boxes_->setColumnStretch(3, 1);
-        auto* column = new QVBoxLayout(this);
-        column->addWidget(list_, 1);
-        column->addLayout(boxes_);
+        column_->addWidget(list_, 1);
+        column_->addLayout(boxes_);
     }
 
     [[nodiscard]] QListWidget* List() const { return list_; }
+    [[nodiscard]] QVBoxLayout& Column() const { return *column_; }
 
     /// A box of the row, at its place among the others, two beside each other.
     void AddBox(QWidget* box, const char* name, const char* label, Message tip = Message{})
@@ -85,7 +85,7 @@ public:
         put(update, [this] { (void)UpdateRow(wizard_, kind_); });
         put(remove, [this] { RemoveRow(wizard_, kind_); });
         buttons->addStretch();
-        layout()->addItem(buttons);
+        column_->addLayout(buttons);
     }
     void ShowRows(const std::optional<std::size_t>& selected)
     {
@@ -105,6 +105,7 @@ private:
     UploadWizard& wizard_;
     UploadPage::Runner run_;
     QListWidget* list_;
+    QVBoxLayout* column_;
     QGridLayout* boxes_;
     std::vector<QWidget*> fields_;
 };
@@ -154,7 +155,7 @@ public:
         auto* told = new QHBoxLayout;
         told->addWidget(label);
         told->addWidget(notes_, 1);
-        wads_->layout()->addItem(told);
+        wads_->Column().addLayout(told);
 
         for (const UploadChoice& cd : WaveCds())
             cd_->addItem(ToQt(cd.text), ToQt(cd.code));
