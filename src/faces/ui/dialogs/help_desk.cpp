@@ -19,7 +19,7 @@ namespace kestrova
 namespace
 {
 
-HelpDesk* current = nullptr;
+HelpDesk* theDesk = nullptr;
 constexpr const char* tagProperty = "helpTag";
 
 /// The tag of the item that is lit in an open menu, and of the window below when it has none.
@@ -62,26 +62,26 @@ QPushButton* HelpButton(QWidget* parent)
     QPushButton* button = NamedButton(parent, "Pul_Help");
     button->setAutoDefault(false);
     QObject::connect(button, &QPushButton::clicked, button, [button] {
-        if (current != nullptr)
-            current->Show(HelpTagAt(button), button->window());
+        if (theDesk != nullptr)
+            theDesk->Show(HelpTagAt(button), button->window());
     });
     return button;
 }
 
 HelpDesk::HelpDesk(Session& session) : session_(session)
 {
-    current = this;
+    theDesk = this;
     qApp->installEventFilter(this);
 }
 
 HelpDesk::~HelpDesk()
 {
-    current = nullptr;
+    theDesk = nullptr;
 }
 
 HelpDesk* HelpDesk::Current()
 {
-    return current;
+    return theDesk;
 }
 
 void HelpDesk::Show(HelpTag tag, QWidget* parent)

@@ -24,7 +24,7 @@ namespace kestrova
 namespace
 {
 
-constexpr int fileColumn = 0;
+constexpr int levelFileColumn = 0;
 constexpr int fileSizeColumn = 1;
 
 /// `Frame_Pag2`.
@@ -90,7 +90,7 @@ public:
             const QString name = ToQt(TextOf(file.path.filename()));
             auto* item =
                 new QTreeWidgetItem({name, ToQt(FormatSize(static_cast<double>(file.size)))});
-            item->setToolTip(fileColumn, name);
+            item->setToolTip(levelFileColumn, name);
             item->setTextAlignment(fileSizeColumn, Qt::AlignRight | Qt::AlignVCenter);
             items.append(item);
             names.append(name);
@@ -121,7 +121,7 @@ private:
         files_->setUniformRowHeights(true);
         files_->setTextElideMode(Qt::ElideMiddle);
         files_->header()->setStretchLastSection(false);
-        files_->header()->setSectionResizeMode(fileColumn, QHeaderView::Stretch);
+        files_->header()->setSectionResizeMode(levelFileColumn, QHeaderView::Stretch);
         files_->header()->setSectionResizeMode(fileSizeColumn, QHeaderView::ResizeToContents);
         (new QVBoxLayout(files_->viewport()))->addWidget(hint_);
         hint_->setObjectName(QStringLiteral("Label_Hint"));
