@@ -17,6 +17,8 @@ WHOLE = ("src/faces/ui", "tests/faces/ui")
 UNNAMED = re.compile(r"^namespace\s*\n\{\n(.*?)^\} // namespace$", re.S | re.M)
 TYPE = re.compile(r"^(?:struct|class|enum(?: class)?) (\w+)\b(?!;)")
 VALUE = re.compile(r"^(?:inline |static |constexpr |const )+[^=({]*?[ >*&](\w+)(?:\[\w*\])* ?[={]")
+VARIABLE = re.compile(r"^(?!return\b|using\b|namespace\b|struct\b|class\b|enum\b)[A-Za-z_][\w:<>, *&]*[ *&]"
+                      r"(\w+)(?:\[\w*\])*(?: = .*|\{.*\})?;$")
 FUNCTION = re.compile(r"^(?:template <.*> )?(?!return\b|using\b|namespace\b)[A-Za-z_][^=({]*?[ >*&]"
                       r"(\w+)(\(.*)$")
 ALIAS = re.compile(r"^(?:using|namespace) (\w+) = (.*);")
@@ -30,7 +32,7 @@ def own_names(text):
         for line in part.splitlines():
             if alias := ALIAS.match(line):
                 yield alias[1], "= " + alias[2], True
-            elif value := TYPE.match(line) or VALUE.match(line):
+            elif value := TYPE.match(line) or VALUE.match(line) or VARIABLE.match(line):
                 yield value[1], "", False
             elif function := FUNCTION.match(line):
                 taken = re.sub(r" = [^,)]+", "", function[2])
@@ -81,7 +83,7 @@ def self_test():
             assert list(faults(root)) == [], (text, list(faults(root)))
         for text in ("using Json = B;", "bool Is(int other, const B& c)\n{\n}",
                      "constexpr std::size_t most = 2;", "enum class Row { one };",
-                     "const Row most[] = {"):
+                     "const Row most[] = {", "Row* most = nullptr;"):
             other.write_text(frame.format(text))
             assert len(list(faults(root))) == 1, (text, list(faults(root)))
         (root / "src" / "a" / "z.h").write_text("bool Has(const B& b,\n         int a = 1);\n")
