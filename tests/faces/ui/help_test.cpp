@@ -135,6 +135,11 @@ TEST(Help, IsSearchedPickedAndZoomed)
     Press(dialog, "Pul_Prima");
     QTest::keyClick(text, Qt::Key_Return);
     EXPECT_EQ(In<QLineEdit>(dialog, "Text_Trova")->text(), "Slots");
+    dialog.Jump("[Originals]");
+    QTest::mouseDClick(text->viewport(), Qt::LeftButton, {},
+                       text->cursorRect().center() - QPoint{30, 0});
+    EXPECT_EQ(In<QLineEdit>(dialog, "Text_Trova")->text(), "Originals") << "a phrase in brackets";
+    EXPECT_EQ(MarkedIn(dialog), "Originals");
 
     const double size = text->font().pointSizeF();
     QTest::keyClick(text, Qt::Key_Plus, Qt::ControlModifier);
