@@ -21,6 +21,7 @@ VARIABLE = re.compile(r"^(?!return\b|using\b|namespace\b|struct\b|class\b|enum\b
                       r"(\w+)(?:\[\w*\])*(?: = .*|\{.*\})?;$")
 FUNCTION = re.compile(r"^(?:template <.*> )?(?!return\b|using\b|namespace\b)[A-Za-z_][^=({]*?[ >*&]"
                       r"(\w+)(\(.*)$")
+ENUMERATORS = re.compile(r"^enum (?!class\b)[^{;]*\{([^}]*)\}", re.M)
 ALIAS = re.compile(r"^(?:using|namespace) (\w+) = (.*);")
 
 
@@ -29,6 +30,9 @@ def own_names(text):
     without what they are called, an alias's meaning."""
     for part in UNNAMED.findall(text):
         part = re.sub(r",\n\s+", ", ", part)
+        for listed in ENUMERATORS.findall(part):
+            for name in re.findall(r"(\w+)(?: = [^,}]*)?(?:,|\s*$)", listed):
+                yield name, "", False
         for line in part.splitlines():
             if alias := ALIAS.match(line):
                 yield alias[1], "= " + alias[2], True
@@ -75,6 +79,7 @@ def self_test():
         frame = "namespace\n{{\n\n{}\n\n}} // namespace\n"
         (root / "src" / "a" / "x.cpp").write_text(frame.format(
             "using Json = A;\nconstexpr int most = 1;\nstruct Row {\n    int at = 0;\n};\n"
+            "enum Column { first, second = 4 };\n"
             "bool Is(int a, const B& b)\n{\n    return a;\n}"))
         other = root / "src" / "a" / "y.cpp"
         for text in ("using Json = A;", "bool Is(int a)\n{\n}", "constexpr int least = 1;",
@@ -82,8 +87,8 @@ def self_test():
             other.write_text(frame.format(text))
             assert list(faults(root)) == [], (text, list(faults(root)))
         for text in ("using Json = B;", "bool Is(int other, const B& c)\n{\n}",
-                     "constexpr std::size_t most = 2;", "enum class Row { one };",
-                     "const Row most[] = {", "Row* most = nullptr;"):
+                     "constexpr std::size_t most = 2;", "constexpr int second = 0;",
+                     "enum class Row { one };", "const Row most[] = {", "Row* most = nullptr;"):
             other.write_text(frame.format(text))
             assert len(list(faults(root))) == 1, (text, list(faults(root)))
         (root / "src" / "a" / "z.h").write_text("bool Has(const B& b,\n         int a = 1);\n")
