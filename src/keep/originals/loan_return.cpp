@@ -117,6 +117,21 @@ private:
         return end_ == LoanEnd::Recovered;
     }
 
+    /// A program writes names in its own spelling, which is free while the file is aside.
+    void AddOtherSpellings(const Place& place, std::set<Path>& ours)
+    {
+        const auto twins = CaseTwins(place.target);
+        Note(StatusOf(twins));
+        if (!twins)
+            return;
+        for (const Path& twin : *twins)
+            if (ours.insert(twin).second) {
+                swept_.push_back(twin);
+                if (place.noted->put || end_ == LoanEnd::Recovered)
+                    strangers_.push_back(place.relative.parent_path() / twin.filename());
+            }
+    }
+
     void AddSwept()
     {
         if (note_.phase != LoanPhase::Lent)
@@ -124,6 +139,8 @@ private:
         std::set<Path> ours;
         for (const Place& place : places_)
             ours.insert(place.target);
+        for (const Place& place : places_)
+            AddOtherSpellings(place, ours);
         for (const std::string& name : note_.swept) {
             const Path pattern = SafeRelative(name).Value();
             const auto files = ListFiles(ResolvePath(folders_.trle / pattern.parent_path()),

@@ -66,6 +66,7 @@ public:
         EXPECT_EQ(Read("trle/graphics/wads/mill.was"), "the level's mill.was");
         Program("trle/DATA/tut1.tr4", "a program's work");
         Program("trle/DATA/new.tr4", "a program's work");
+        Program("trle/DATA/NEW.tr4", "a program's work");
         Program("trle/script/french.dat", "a program's work");
         return bool{loan.GiveBack(end)};
     }
