@@ -40,4 +40,31 @@ inline constexpr Message ScriptExeMissing{"Program 'script.exe' not found in: "}
 inline constexpr Message ScriptNotBegun{"The script was not compiled, and the results of the last time are untouched."};
 inline constexpr Message ScriptNotCompiled{"The script was not compiled: the compiler did not write ~1. The results of the last time are back in their place."};
 
+inline constexpr Message WaveWithoutNumber{"Warning: wav file '~1' has internal format specific for trle [audio] folder (ADPMC 4bit), but its name is not numeric (trace number). ~2You should contact level's author to signal this bug.~3This wav file will be ignored"};
+inline constexpr Message NoTomFiles{"There are no .tom files to compile.~1If you have tr4 files in list, press [Done] button"};
+inline constexpr Message StartTom2Pc{"Now you should start tom2pc program (pressing button below)"};
+inline constexpr Message Tom2PcAdd{"1) In tom2pc program press [Add] button in [Edit Script] frame"};
+inline constexpr Message Tom2PcBrowse{"2) Browse and chose ~1\\graphics\\wads~2folder"};
+inline constexpr Message Tom2PcClickOne{"3) Click on ~1 file"};
+inline constexpr Message Tom2PcClickMany{"3) Pushing CTRL key, click on following  files: "};
+inline constexpr Message Tom2PcClickName{" * "};
+inline constexpr Message Tom2PcBuild{"4) In tom2pc press [Build All] button"};
+inline constexpr Message Tom2PcWait{"(Warning: don't stop program before you read in last row of message box: *** Build all complete ***"};
+inline constexpr Message Tom2PcDone{"5) If there are no errors, close tom2pc program and press [Done] button in this window"};
+inline constexpr Message CompileCopyInFailed{"Error in copying file from: ~1 to: "};
+inline constexpr Message CompileCopyOutFailed{"Error while copying file from: ~1 to: "};
+inline constexpr Message AutoCompileFailed{"Error in auto tom files compilation. Try to compile .tom files manually"};
+inline constexpr Message CompileIncomplete{"Compile is not completed! ~1Missing ~2 file"};
+inline constexpr Message CompilerMissing{"Program ~1not found.~2Please select program to compile tom files"};
+inline constexpr Message SelectCompiler{"Select program to compile tom files"};
+inline constexpr Message CompilerFilter{"Application (*.exe)|*.exe"};
+inline constexpr Message CompilerNotStarted{"Error in execution of "};
+inline constexpr Message CompileNotLent{"The files could not be compiled: the Level Editor's folder could not be prepared for it. It is as it was."};
+inline constexpr Message CompileNotReturned{"The Level Editor's folder could not come back whole from the compilation yet. Nothing is lost: what stood there lies in its hidden folder .kv~lent. Make room on the disk, or give yourself the right to write there, and start again."};
+inline constexpr Message CompileStopped{"The compilation was stopped. The Level Editor's folder is as it was."};
+inline constexpr Message CompileCopying{"Copying sources: ~1"};
+inline constexpr Message CompileRunning{"Compiling ~1 (~2 of ~3)"};
+inline constexpr Message WadsMissing{"The level was not compiled: the wads of ~1 are neither with it nor in the Level Editor's folder (~2). Nothing has been changed there."};
+inline constexpr Message NotATomFile{"This is no .tom file: "};
+
 } // namespace kestrova::Msg

@@ -18,4 +18,8 @@ inline constexpr Message WrongEditorWord{"'~1' is not compare."};
 inline constexpr Message EditorUnread{"This file could not be read, so nobody knows whether it is equal: "};
 inline constexpr Message WrongScriptWord{"'~1' is not show."};
 
+inline constexpr Message UseEditor{"editor compile TOM"};
+inline constexpr Message SumEditor{"Has the Level Editor's compiler make a level's .tr4 of TOM, a .tom file, with the wads of its name and the samples that lie beside it, or with those of the Level Editor's folder. The result is put beside TOM; the Level Editor's folder is as it was afterwards, and so are the sources."};
+inline constexpr Message WrongEditorWord{"'~1' is not compile."};
+
 } // namespace kestrova::Msg

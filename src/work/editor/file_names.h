@@ -12,4 +12,10 @@ inline constexpr std::string_view FragScriptExe = "\\script\\script.exe";
 inline constexpr std::string_view ScriptTxt = "script.txt";
 inline constexpr std::string_view PatScriptResults = "\\script\\*.dat";
 
+inline constexpr std::string_view WadSetEndings = ".sam|.sfx|.swd|.tom|.wad|.was|.cd|.pc|.raw|.lar";
+inline constexpr std::string_view WadSetCompanions = ".tga|.txt";
+inline constexpr std::string_view TomEnding = ".tom";
+inline constexpr std::string_view WadEnding = ".wad";
+inline constexpr std::string_view Tr4Ending = ".tr4";
+
 } // namespace kestrova::OnDisk

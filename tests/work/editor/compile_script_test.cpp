@@ -1,9 +1,8 @@
 #include "editor/compile_script.h"
 
+#include "editor/compile_world.h"
 #include "originals/vault.h"
 #include "sandbox/faults.h"
-#include "swap/recovery.h"
-#include "world/tool_box.h"
 
 #include <gtest/gtest.h>
 
@@ -13,25 +12,17 @@ namespace kestrova::testing
 namespace
 {
 
-/// A Level Editor's folder with results of an earlier compilation, in a place that programs may be
-/// started from.
-class ScriptWorld : public ToolBox
+/// Results of an earlier compilation stand there.
+class ScriptWorld : public CompileWorld
 {
 public:
     explicit ScriptWorld(const std::string& compiler)
     {
-        MakeTrle();
-        MakeBackupAndArchive();
-        std::filesystem::copy(root / "trle", session.programFolder / "trle",
-                              std::filesystem::copy_options::recursive);
-        std::filesystem::remove_all(root / "trle");
-        std::filesystem::create_directory_symlink(session.programFolder / "trle", root / "trle");
-        session.preferences.trlePath = (session.programFolder / "trle").native();
         Write("trle/script/SCRIPT.DAT", "old script");
         Write("trle/script/english.dat", "old english");
-        Write("tools/backup_trle/script/english.dat", "old english");
+        Write("home/backup_trle/script/english.dat", "old english");
         if (!compiler.empty())
-            AddTool("trle/script/script.exe", compiler);
+            AddCompiler("script/script.exe", compiler);
     }
     Status Compile(const std::string& language = "english.dat")
     {
@@ -41,16 +32,10 @@ public:
     }
     void ExpectOld() const
     {
-        auto now = Snapshot("trle/script");
-        now.erase("script.exe");
-        EXPECT_EQ(now, (FileContents{{"SCRIPT.DAT", "old script"},
-                                     {"english.dat", "old english"},
-                                     {"script.txt", "script source"}}));
+        EXPECT_EQ(Snapshot("trle/script"), (FileContents{{"SCRIPT.DAT", "old script"},
+                                                         {"english.dat", "old english"},
+                                                         {"script.txt", "script source"}}));
         EXPECT_FALSE(LoanWaitsHere());
-    }
-    [[nodiscard]] bool LoanWaitsHere() const
-    {
-        return FileExists(session.programFolder / "swap/lent");
     }
 };
 
@@ -87,7 +72,7 @@ TEST(CompileScript, UnlessBothCameOutTheOldOnesAreBack)
     ScriptWorld missing{""};
     EXPECT_EQ(missing.Compile().Error().sentence,
               "Program 'script.exe' not found in: " +
-                  (missing.session.programFolder / "trle/script/script.exe").native());
+                  (missing / "trle/script/script.exe").native());
     ScriptWorld stopped{"echo x >script.dat; sleep 60"};
     stopped.host.StopAtStep(5);
     EXPECT_EQ(stopped.Compile().Error().code, ErrorCode::Stopped);
@@ -106,7 +91,7 @@ TEST(CompileScript, KilledAnywhereTheOldOrTheNewOnesStand)
         if (world.Read("trle/script/english.dat") == "old english")
             world.ExpectOld();
         else
-            EXPECT_EQ(world.Snapshot("trle/script").size(), 5u);
+            EXPECT_EQ(world.Snapshot("trle/script").size(), 4u);
         EXPECT_FALSE(world.LoanWaitsHere());
         if (!run.killed || ::testing::Test::HasFailure())
             return TellPoints(step - 1, 20);
