@@ -27,3 +27,58 @@ expect 1 script show script.txt
 errs "UTF-16"
 expect 1 script show none.txt
 silent
+
+# A level that comes as sources, and a compiler that finds its wads whatever their case.
+make_trle "$box/trle"
+cp "$(type -P true)" "$box/trle/tomb4.exe"
+cat >"$box/trle/tom2pc.exe" <<'COMPILER'
+#!/bin/sh
+name=$(basename "$1" .tom)
+wad=$(find graphics/wads -iname "$name.wad")
+[ -n "$wad" ] || exit 1
+grep -q hang "$1" && sleep 100
+cat "$1" "$wad" >"Data/$name.tr4"
+COMPILER
+chmod +x "$box/trle/tom2pc.exe"
+echo "the builder's own" >"$box/trle/graphics/wads/MILL.WAD"
+expect 0 setup --trle "$box/trle" --full --folder-is-original
+echo "changed since" >"$box/trle/graphics/wads/MILL.WAD"
+expect 0 new --folder "$box/levels" "$box/archive.kva"
+before=$(tree "$box/trle")
+mkdir mill
+echo "a tom" >mill/mill.tom
+echo "a wad" >mill/mill.wad
+echo "a sample" >mill/wheel.wav
+echo "read me" >mill/readme.txt
+echo script >mill/script.dat
+
+for words in "editor" "editor compile" "editor make x" "editor compile a b"; do
+    # shellcheck disable=SC2086
+    expect 2 $words
+done
+expect 2 add mill --compile --no-compile
+expect 0 editor compile mill/mill.tom
+said "$box/mill/mill.tr4"
+[[ $(<mill/mill.tr4) == "$(printf 'a tom\na wad')" && -e mill/mill.wad ]] || die "editor compile"
+[[ $(tree "$box/trle") == "$before" ]] || die "the folder did not come back"
+expect 1 --no editor compile mill/mill.tom
+rm mill/mill.tr4
+
+expect 1 add mill --no-compile
+errs "tr4"
+expect 0 add mill
+files=$(cd levels/LEVEL_0001/files && find . -type f | sort | tr '\n' ' ')
+[[ $files == "./mill.tr4 ./readme.txt ./script.dat " ]] || die "of the sources stayed: $files"
+[[ $(tree "$box/trle") == "$before" ]] || die "the folder did not come back from the level"
+
+# Without wads nothing is lent; without a compiler the folder comes back.
+mkdir tower
+cp mill/mill.tom tower/tower.tom
+expect 1 add tower
+errs "tower.wad"
+cp mill/mill.wad tower/tower.wad
+rm "$box/trle/tom2pc.exe"
+before=$(tree "$box/trle")
+expect 1 add tower
+errs "Error in auto tom files compilation"
+[[ $(tree "$box/trle") == "$before" && ! -e levels/LEVEL_0002 ]] || die "a failed compilation"

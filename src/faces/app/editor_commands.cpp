@@ -3,6 +3,7 @@
 #include "app/opening.h"
 #include "app/result_text.h"
 #include "core/text.h"
+#include "editor/compile_tom_file.h"
 #include "editor/folder_comparison.h"
 #include "editor/script_files.h"
 #include "formats/source_text.h"
@@ -59,6 +60,15 @@ bool ShowScript(Run& run)
                                                         : ShowLevels(run, file);
 }
 
+bool CompileTom(Run& run)
+{
+    Path result;
+    if (!CompileTomFile(run.session, PlaceFromWord(run.arguments.words[1]), result))
+        return false;
+    AddLine(run, TextOf(result));
+    return true;
+}
+
 std::string WrongScript(Run& run)
 {
     const std::string& verb = run.arguments.words.front();
@@ -92,8 +102,11 @@ bool CompareTwo(Run& run)
 
 std::string WrongEditor(Run& run)
 {
-    const std::string& verb = run.arguments.words.front();
-    return verb == "compare" ? std::string{} : GetMsg(Msg::WrongEditorWord, {verb});
+    const auto& words = run.arguments.words;
+    const bool compares = words.front() == "compare";
+    if (!compares && words.front() != "compile")
+        return GetMsg(Msg::WrongEditorWord, {words.front()});
+    return words.size() == (compares ? 3U : 2U) ? std::string{} : GetMsg(Msg::WrongEditorCount);
 }
 
 } // namespace
@@ -119,11 +132,15 @@ std::span<const CommandRow> EditorCommands()
                       .usage = Msg::UseEditor,
                       .summary = Msg::SumEditor,
                       .json = Msg::KeysEditor,
-                      .leastWords = 3,
+                      .leastWords = 2,
                       .mostWords = 3,
                       .wrong = WrongEditor},
          .run = CompareTwo,
          .help = HelpTag::Compare},
+        {.terminal = {.word = "editor", .verb = "compile"},
+         .needs = Needs::LevelEditor,
+         .touches = Touches::Stores, // the lent folder is as it was; its own step asks for a game
+         .run = CompileTom},
     };
     return rows;
 }

@@ -57,6 +57,23 @@ void TellNamesPage(Run& run, const Intake& level)
             GetMsg(Msg::NamesReadAs, {NamePageText(level.draft.namesReadAs), KnownNamePages()}));
 }
 
+/// What the words say, or else the preference.
+Compile CompileWish(const Run& run)
+{
+    if (run.arguments.Has("--compile"))
+        return Compile::Always;
+    return run.arguments.Has("--no-compile") || run.session.preferences.noAutoCompile
+               ? Compile::Never
+               : Compile::WhereMissing;
+}
+
+std::string WrongAdd(Run& run)
+{
+    if (run.arguments.Has("--compile") && run.arguments.Has("--no-compile"))
+        return GetMsg(Msg::WrongBoth, {"--compile", "--no-compile"});
+    return WrongNamesPage(run);
+}
+
 void TakeTexts(Run& run, Intake& level)
 {
     if (run.arguments.Has("--name"))
@@ -127,6 +144,7 @@ bool Add(Run& run)
             TakeNamesPage(run, level);
             level.draft.looksOnline =
                 run.face.CanAnswer() && !run.session.settings.updateServers.empty();
+            level.draft.compile = CompileWish(run);
             level.draft.keepGoing = run.arguments.Has("--keep-going");
             bool all = AddSources(level, sources, Subfolders::Take);
             if (!level.draft.report.stopped)
@@ -181,8 +199,9 @@ std::span<const CommandRow> IntakeCommands()
                       .leastWords = 1,
                       .mostWords = mostSources,
                       .options = {ValueOption("--name"), ValueOption("--note"),
-                                  ValueOption("--names"), FlagOption("--keep-going")},
-                      .wrong = WrongNamesPage},
+                                  ValueOption("--names"), FlagOption("--keep-going"),
+                                  FlagOption("--compile"), FlagOption("--no-compile")},
+                      .wrong = WrongAdd},
          .needs = Needs::Archive,
          .touches = Touches::Stores,
          .run = Add},

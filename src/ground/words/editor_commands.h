@@ -11,15 +11,12 @@ namespace kestrova::Msg
 inline constexpr Message UseScript{"script show FILE"};
 inline constexpr Message SumScript{"Shows what a source of the Level Editor's script compiler says: the levels of a script.txt, each with its file and its name, or the strings of a language file by their position, their heading first."};
 inline constexpr Message KeysScript{"of a script, an object with `levels`, an array of objects with `tr4`, `name`; of a language file, an object with `strings`, an array."};
-inline constexpr Message UseEditor{"editor compare BEFORE AFTER"};
-inline constexpr Message SumEditor{"Compares two folders file by file, by content, and names what is new in AFTER, missing there, or changed; what is equal in both is left out. Capitals and small letters in names make no difference. A file that cannot be read gives exit code 1."};
-inline constexpr Message KeysEditor{"an array of objects with `file` and `state`: new, missing, changed; unread for one that cannot be read."};
-inline constexpr Message WrongEditorWord{"'~1' is not compare."};
+inline constexpr Message UseEditor{"editor compare BEFORE AFTER | editor compile TOM"};
+inline constexpr Message SumEditor{"(compare) Compares two folders file by file, by content, and names what is new in AFTER, missing there, or changed; what is equal in both is left out. Capitals and small letters in names make no difference. A file that cannot be read gives exit code 1. (compile) Has the Level Editor's own compiler make a level's .tr4 of TOM, a .tom file, with the wads of its name and the samples that lie beside it, or with those of the Level Editor's folder. The result is put beside TOM; the Level Editor's folder is as it was afterwards, and so are the sources."};
+inline constexpr Message KeysEditor{"(compare) an array of objects with `file` and `state`: new, missing, changed; unread for one that cannot be read."};
+inline constexpr Message WrongEditorWord{"'~1' is neither compare nor compile."};
+inline constexpr Message WrongEditorCount{"compare takes two folders, and compile one .tom file."};
 inline constexpr Message EditorUnread{"This file could not be read, so nobody knows whether it is equal: "};
 inline constexpr Message WrongScriptWord{"'~1' is not show."};
-
-inline constexpr Message UseEditor{"editor compile TOM"};
-inline constexpr Message SumEditor{"Has the Level Editor's compiler make a level's .tr4 of TOM, a .tom file, with the wads of its name and the samples that lie beside it, or with those of the Level Editor's folder. The result is put beside TOM; the Level Editor's folder is as it was afterwards, and so are the sources."};
-inline constexpr Message WrongEditorWord{"'~1' is not compile."};
 
 } // namespace kestrova::Msg

@@ -25,4 +25,6 @@ inline constexpr std::string_view MoreInfoWords = "walkth|read|note|Instal";
 inline constexpr std::string_view Tr4Patterns = "*.tr4|*.tr4.zl";
 inline constexpr std::string_view IntakeNote = "\\intake_note";
 
+inline constexpr std::string_view CompiledEnding = ".tr4";
+
 } // namespace kestrova::OnDisk

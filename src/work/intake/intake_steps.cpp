@@ -1,5 +1,6 @@
 #include "intake/intake_steps.h"
 
+#include "intake/compile_sources.h"
 #include "intake/config_steps.h"
 #include "intake/file_checks.h"
 #include "intake/language_choice.h"
@@ -33,6 +34,7 @@ constexpr IntakeStep newLevelSteps[]{
     {StepTime::Change, "TellOfProgram", MayBeInsideProgram, TellOfProgram},
     {StepTime::Source, "SuggestTexts", LacksTexts, SuggestTexts},
     {StepTime::Accept, "TakeName", Always, TakeName},
+    {StepTime::Accept, "CompileSources", HasSourcesToCompile, CompileSources},
     {StepTime::Accept, "DecodeSounds", Always, DecodeSounds},
     {StepTime::Accept, "CheckFiles", NeedsLevelFiles, CheckFiles},
     {StepTime::Accept, "ChooseLanguage", Always, ChooseLanguage},

@@ -10,6 +10,13 @@
 namespace kestrova
 {
 
+/// Which of the tom files that a level brings are compiled when it is accepted.
+enum class Compile {
+    Never,
+    WhereMissing, ///< when the level lacks what one of them becomes
+    Always
+};
+
 /// What a level on its way into the archive has so far, or one of the archive while it is edited.
 /// What is done to it stands in `intake/intake_steps.h`.
 struct LevelDraft {
@@ -43,6 +50,7 @@ struct LevelDraft {
     Replace replaceByFile = Replace::Silent;
     /// A level without a configuration file is looked for in the list of addresses.
     bool looksOnline = true;
+    Compile compile = Compile::Never;
 
     // The folder.
     Path filesFolder; ///< where the level's files belong
