@@ -8,6 +8,13 @@
 namespace kestrova::platform
 {
 
+struct EasyEnd {
+    void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+};
+struct WordsEnd {
+    void operator()(curl_slist* words) const { curl_slist_free_all(words); }
+};
+
 /// What the fetches of one client share.
 struct HttpLoop {
     HttpOptions options;
@@ -17,12 +24,6 @@ struct HttpLoop {
 
 /// One file on its way, as the transfer library sees it. It is in its loop's list until it ends.
 struct HttpTransfer {
-    struct EasyEnd {
-        void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
-    };
-    struct WordsEnd {
-        void operator()(curl_slist* words) const { curl_slist_free_all(words); }
-    };
     using Clock = std::chrono::steady_clock;
 
     HttpRequest request;
