@@ -149,6 +149,11 @@ TEST(Text, ComparesWithoutCaseAndLocale)
     EXPECT_EQ(LeadingNumber("-7"), -7);
     EXPECT_EQ(LeadingNumber("x"), 0);
     EXPECT_EQ(LeadingNumber("99999999999"), 0);
+    EXPECT_EQ(WholeNumber<int>("0012"), 12);
+    EXPECT_EQ(WholeNumber<int>("-7"), -7);
+    for (const char* word : {"", " 1", "1 ", "+1", "1a", "0x1", "-", "2147483648"})
+        EXPECT_EQ(WholeNumber<int>(word), std::nullopt) << word;
+    EXPECT_EQ(WholeNumber<std::uint32_t>("-7"), std::nullopt);
     EXPECT_EQ(ZeroPadded(12, 4), "0012");
     EXPECT_EQ(ZeroPadded(10000, 4), "10000");
 }
