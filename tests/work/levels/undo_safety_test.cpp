@@ -42,6 +42,38 @@ TEST(RemovalDoneAgain, KeepsWhatThePlayerMadeMeanwhileAndTakesTheLevelOut)
     world.ExpectNothingLost(treasures);
 }
 
+TEST(RemovalDoneAgain, KilledAnywhereLosesNothingAndCanGoOn)
+{
+    for (int step = 1; step < 2000; ++step) {
+        UndoWorld world;
+        world.host.AnswerAll(true);
+        ASSERT_TRUE(RemoveLevel(world.session, world.played, LevelFolders::Remove));
+        const FileContents without = world.Held();
+        ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+        world.Write("levels/LEVEL_0001/backup_savegames/savegame.9", SavegameBytes("Later", 89));
+        const FileContents with = world.Held();
+        const auto treasures = world.Treasures();
+        const KillRun run = WithKillAt(step, [&] { return world.Redo(); });
+        SCOPED_TRACE("redo killed at step " + std::to_string(step) + ": " + run.call);
+        world.ExpectNothingLost(treasures);
+        world.Restart();
+        world.ExpectNothingLost(treasures);
+        const FileContents now = world.Held();
+        if (now == with) {
+            ASSERT_TRUE(world.Redo()) << world.host.AllTold();
+        }
+        const FileContents removed = world.Held();
+        EXPECT_TRUE(removed == without || world.Has("levels/LEVEL_0001")) << "neither";
+        if (world.Next()) {
+            EXPECT_TRUE(world.Undo()) << world.host.AllTold();
+            EXPECT_EQ(world.Held(), with);
+        }
+        if (!run.killed || HasFailure())
+            return TellPoints(step - 1, 10);
+    }
+    FAIL() << "never finished";
+}
+
 TEST(RemovalDoneAgain, IsRefusedWhereItCouldNotBeUndoneOnceMore)
 {
     UndoWorld world;
