@@ -32,6 +32,11 @@ LevelIs WhereIsLevel(const Folders& folders, const Archive& archive, const Chang
 {
     if (Path{entry.home} != LevelHomeOf(folders, entry.code).lexically_normal())
         return LevelIs::Elsewhere;
+    // Of two lists over the same folders each has its own records; a file that is gone was renamed.
+    const bool ofRecord =
+        entry.kind == ChangeKind::LevelEdited || entry.kind == ChangeKind::LevelRemoved;
+    if (ofRecord && Path{entry.archive} != archive.file && !IsFree(entry.archive).ValueOr(false))
+        return LevelIs::Elsewhere;
     const bool removed = entry.kind == ChangeKind::LevelRemoved && !entry.isUndone;
     if (!removed && archive.Find(entry.code) == nullptr)
         return LevelIs::Gone;

@@ -92,9 +92,16 @@ TEST(UndoIdentity, AnotherArchiveInTheOldPlaceIsNoneOfTheirs)
     std::filesystem::rename(world / "levels", world / "elsewhere");
     std::filesystem::create_directories(world / "levels/LEVEL_0002/screenshots");
     EXPECT_FALSE(world.Next());
-    // The archive's own file under another name is the same archive.
     std::filesystem::remove_all(world / "levels");
     std::filesystem::rename(world / "elsewhere", world / "levels");
+    // Another list over the same folders has records of its own.
+    const Path own = world.session.archive.file;
+    std::filesystem::copy_file(own, world / "home/other.kva");
+    world.session.archive.file = world / "home/other.kva";
+    ASSERT_TRUE(world.Next());
+    EXPECT_EQ(world.Next()->kind, ChangeKind::ShotDeleted);
+    world.session.archive.file = own;
+    // The archive's own file under another name is the same archive.
     std::filesystem::rename(world.session.ArchivePath(), world / "home/renamed.kva");
     world.session.archive.file = world / "home/renamed.kva";
     EXPECT_TRUE(world.Undo()) << world.host.AllTold();
