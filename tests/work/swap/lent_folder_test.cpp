@@ -207,6 +207,56 @@ TEST(LentFolder, ACancelLeavesTheSamplesButForABuildersOwn)
     EXPECT_EQ(world.Read("trle/sound/samples/Step.wav"), "the level's step");
 }
 
+TEST(LentFolder, WaitsForItsFolderAndStopsNobody)
+{
+    LoanWorld world;
+    world.host.AnswerAll(true);
+    constexpr int amidTheCopies = 45;
+    ASSERT_TRUE(WithKillAt(amidTheCopies, [&] { return world.Lend(); }).killed);
+    std::filesystem::rename(world.root / "trle", world.root / "moved");
+    Session fresh = world.Reopened();
+    EXPECT_TRUE(RecoverInterruptedWork(fresh));
+    EXPECT_TRUE(world.host.WasTold("which is not there now"));
+    EXPECT_TRUE(LoanWaits(fresh.Folders()));
+    EXPECT_NE(InterruptedWork(fresh.Folders(), fresh.archive), "");
+    Whereabouts said;
+    said.trle = world.root / "moved";
+    EXPECT_TRUE(RecoverInterruptedWork(fresh, said)) << world.host.AllTold();
+    std::filesystem::rename(world.root / "moved", world.root / "trle");
+    world.ExpectBack();
+
+    ASSERT_TRUE(WithKillAt(amidTheCopies, [&] { return world.Lend(); }).killed);
+    world.Write("home/swap/lent", "{\"folder\": 1}");
+    EXPECT_TRUE(RecoverInterruptedWork(fresh));
+    EXPECT_TRUE(world.host.WasTold("cannot be read"));
+    EXPECT_TRUE(world.Has("home/swap/lent.1")) << "it is not lost";
+    EXPECT_TRUE(world.Lend()) << "and what is aside still is not";
+    EXPECT_TRUE(std::filesystem::exists(world.root / "trle/.kv~lent.1"));
+}
+
+TEST(LentFolder, ANoteThatLeadsElsewhereIsNone)
+{
+    LoanNote note;
+    note.places = {{"\\data\\a\xFF.tr4", true, true, 5, 6}};
+    note.made = {"\\sound\\samples"};
+    note.swept = {"\\script\\*.dat"};
+    const std::string text = FormatLoanNote(note);
+    const auto read = ParseLoanNote(text);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(FormatLoanNote(*read), text);
+    EXPECT_EQ(read->places.front().name, note.places.front().name);
+    for (std::size_t length = 0; length + 1 < text.size(); ++length)
+        EXPECT_FALSE(ParseLoanNote(std::string_view{text}.substr(0, length))) << length;
+    for (const char* name : {"\\..\\a", "C:\\a", "\\\\a", ""}) {
+        LoanNote leads = note;
+        leads.places.front().name = name;
+        EXPECT_FALSE(ParseLoanNote(FormatLoanNote(leads))) << name;
+        leads = note;
+        leads.made = leads.swept = {name};
+        EXPECT_FALSE(ParseLoanNote(FormatLoanNote(leads))) << name;
+    }
+}
+
 TEST(LentFolder, OnAnotherDiskComesBackToo)
 {
     LoanWorld world;
