@@ -188,8 +188,6 @@ const Walked walk[] = {
     {"urls open", {"urls", "open", "1"}, nullptr, false},
     {"urls update", {"urls", "update"}, nullptr, false},
     {"urls make", {"urls", "make", "@in", "@out/list"}, nullptr, false},
-    {"script show", {"script", "show", "@trle/script.dat"}, nullptr, false},
-    {"mnu_CompareTrle", {"editor", "compare", "@trle", "@in"}, nullptr, false},
     {"mnu_SetupUpload", {"publish", "@in", "@out/level.zip", "name=Level"}, nullptr, false},
     {"saves list", {"saves", "list", "1"}},
     {"mnu_StartSaveGameMan", {}, nullptr, false},
