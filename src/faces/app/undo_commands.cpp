@@ -6,6 +6,7 @@
 #include "core/text.h"
 #include "history/changes.h"
 #include "history/undo_entries.h"
+#include "levels/may_undo.h"
 #include "levels/undo_change.h"
 #include "session/telling.h"
 #include "words/commands.h"

@@ -3,16 +3,13 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
-#include "core/look.h"
 #include "core/names.h"
-#include "core/text.h"
 #include "formats/trle_folder.h"
 #include "history/changed_record.h"
 #include "history/changes.h"
-#include "history/history.h"
 #include "history/standing.h"
 #include "history/undo_entries.h"
-#include "history/undo_tokens.h"
+#include "levels/may_undo.h"
 #include "levels/remove_level.h"
 #include "saves/savegame_moves.h"
 #include "session/operation.h"
@@ -23,29 +20,8 @@
 #include "words/levels.h"
 #include "words/undo.h"
 
-#include <map>
-
 namespace kestrova
 {
-
-LevelIs WhereIsLevel(const Folders& folders, const Archive& archive, const ChangeHead& entry)
-{
-    if (Path{entry.home} != LevelHomeOf(folders, entry.code).lexically_normal())
-        return LevelIs::Elsewhere;
-    // Of two lists over the same folders each has its own records; a file that is gone was renamed.
-    const bool ofRecord =
-        entry.kind == ChangeKind::LevelEdited || entry.kind == ChangeKind::LevelRemoved;
-    if (ofRecord && Path{entry.archive} != archive.file && !IsFree(entry.archive).ValueOr(false))
-        return LevelIs::Elsewhere;
-    const bool removed = entry.kind == ChangeKind::LevelRemoved && !entry.isUndone;
-    if (!removed && archive.Find(entry.code) == nullptr)
-        return LevelIs::Gone;
-    const Path place = entry.moved ? entry.moved->to : entry.home;
-    const auto token = KnownTokenOfLevel(place);
-    if (token && *token == entry.level)
-        return LevelIs::Here;
-    return token && FolderExists(place) ? LevelIs::Replaced : LevelIs::Gone;
-}
 
 namespace
 {
@@ -71,153 +47,6 @@ constexpr KindWords kindWords[] = {
     {ChangeKind::LanguageChanged, Msg::DidLanguageChanged},
     {ChangeKind::LanguageRestored, Msg::DidLanguageRestored},
 };
-
-Failure Refusal(Message words, const std::string& subject,
-                std::initializer_list<std::string_view> values = {})
-{
-    return {ErrorCode::Refused, subject, GetMsg(words, values)};
-}
-
-Status GoesOn(const Heartbeat& beat)
-{
-    return !beat || beat() ? Status{} : MakeFailure(ErrorCode::Stopped, {});
-}
-
-/// A file that went can come back under its name: none has it since, but one that came in its place
-/// where names of another case are the same.
-Status IsFreeAgain(const Path& place, const std::map<std::string, Path>& came)
-{
-    const auto now = LookAtSpelled(place);
-    if (!now)
-        return now.Error();
-    if (now->kind == platform::FileKind::Missing)
-        return {};
-    const auto other = came.find(FoldCase(place.filename().native()));
-    if (other != came.end()) {
-        const auto facts = LookAtSpelled(other->second);
-        if (!facts)
-            return facts.Error();
-        if (IsSameThing(*now, *facts))
-            return {};
-    }
-    return Refusal(Msg::UndoNameTaken, TextOf(place));
-}
-
-/// Every file that came is as it came, and no other one has the name of one that went.
-Status FilesAreAsLeft(const ChangedFolder& folder, const Heartbeat& beat)
-{
-    const Path place = ResolvePath(folder.folder);
-    const auto isThere = IsFolder(place);
-    if (!isThere)
-        return isThere.Error();
-    if (!*isThere && !folder.goes)
-        return Refusal(Msg::UndoFolderGone, TextOf(place));
-    std::map<std::string, Path> came; ///< by folded name
-    for (const ComingFile& file : folder.after) {
-        if (auto status = GoesOn(beat); !status)
-            return status;
-        const Path path = ResolvePath(place / file.name);
-        const auto hash = HashIfThere(path);
-        if (!hash)
-            return hash.Error();
-        if (*hash != file.hash)
-            return Refusal(Msg::UndoChangedSince, TextOf(place / file.name));
-        came.emplace(FoldCase(file.name), path);
-    }
-    for (const StateFile& file : folder.before)
-        if (auto status = IsFreeAgain(place / file.name, came); !status)
-            return status;
-    return {};
-}
-
-/// What went can come back.
-Status ContentsAreThere(const Folders& folders, const Change& entry, const Heartbeat& beat)
-{
-    for (const ChangedFolder& folder : Inverse(entry).folders)
-        for (const ComingFile& file : folder.after) {
-            if (auto status = GoesOn(beat); !status)
-                return status;
-            bool found = false;
-            for (const Path& source : {Path{file.source}, HistoryContent(folders, file.hash)}) {
-                const auto hash = found ? Result<std::string>{file.hash} : HashIfThere(source);
-                if (!hash)
-                    return hash.Error();
-                found = *hash == file.hash;
-            }
-            if (!found)
-                return Refusal(Msg::UndoContentGone, file.name);
-        }
-    return {};
-}
-
-/// The level's savegames stand where they stood.
-Status LivesWhereItDid(const Folders& folders, const Archive& archive, const Change& entry)
-{
-    if (entry.live.empty())
-        return {};
-    const auto live = LiveStateFolder(folders, archive, entry.code);
-    if (!live)
-        return live.Error();
-    return IsSameFolder(*live, entry.live)
-               ? Status{}
-               : Refusal(Msg::UndoElsewhereNow, entry.live, {std::to_string(entry.code)});
-}
-
-Status LevelIsHere(const Folders& folders, const Archive& archive, const ChangeHead& entry)
-{
-    switch (WhereIsLevel(folders, archive, entry)) {
-    case LevelIs::Elsewhere:
-        return Refusal(Msg::UndoOtherArchive, entry.home);
-    case LevelIs::Replaced:
-        return Refusal(Msg::UndoOtherLevel, entry.moved ? entry.moved->to : entry.home);
-    case LevelIs::Gone:
-        if (archive.Find(entry.code) != nullptr || entry.kind == ChangeKind::LevelRemoved)
-            return Refusal(Msg::UndoFolderGone, entry.moved ? entry.moved->to : entry.home);
-        return Refusal(Msg::UndoLevelGone, entry.levelName);
-    case LevelIs::Here:
-        break;
-    }
-    return {};
-}
-
-Status RecordIsAsLeft(const Archive& archive, const Change& entry)
-{
-    if (!entry.record)
-        return archive.Find(entry.code) != nullptr ? Status{}
-                                                   : Refusal(Msg::UndoLevelGone, entry.levelName);
-    const ChangedRecord& record = *entry.record;
-    // A list that was never saved without the level has it as it was.
-    const bool unsaved =
-        !record.after && entry.moved && StateOf(archive.levels, record) == RecordState::Before;
-    if (unsaved)
-        return {};
-    if (!record.after && archive.Find(entry.code) != nullptr)
-        return Refusal(Msg::UndoNumberTaken, entry.levelName, {std::to_string(entry.code)});
-    if (record.after && archive.Find(entry.code) == nullptr)
-        return Refusal(Msg::UndoLevelGone, entry.levelName);
-    return StateOf(archive.levels, record) == RecordState::After
-               ? Status{}
-               : Refusal(Msg::UndoRecordOther, entry.levelName);
-}
-
-Status FolderIsAsLeft(const Change& entry)
-{
-    const std::string place = entry.moved ? entry.moved->to : entry.home;
-    // A level that was taken off the list with its folder left must have it still.
-    if (!entry.moved && !(entry.record && !entry.record->after))
-        return {};
-    const auto isThere = IsFolder(place);
-    if (!isThere)
-        return isThere.Error();
-    if (!*isThere)
-        return Refusal(Msg::UndoFolderGone, place);
-    if (!entry.moved || entry.isUndone) // a folder that goes again gets a name of its own
-        return {};
-    const auto isFree = IsFree(entry.moved->from);
-    if (!isFree)
-        return isFree.Error();
-    return *isFree ? Status{} : Refusal(Msg::UndoNameTaken, entry.moved->from);
-}
 
 /// The sizes of the header follow the record, which is as the change has it before.
 void CountRecord(Archive& archive, const Change& change)
@@ -344,7 +173,8 @@ bool RemoveAgain(Session& session, const Change& entry)
     if (!bytes)
         return Tell(session, Msg::NotUndone, entry, bytes.Error());
     if (!HasUndoRoom(session.settings, static_cast<std::uint64_t>(*bytes)))
-        return Tell(session, Msg::NotUndone, entry, Refusal(Msg::RedoNoRoom, entry.levelName));
+        return Tell(session, Msg::NotUndone, entry,
+                    Failure{ErrorCode::Refused, entry.levelName, GetMsg(Msg::RedoNoRoom)});
     if (!RemoveLevelAgain(session, entry))
         return false;
     DropUsedEntry(session.Folders(), entry);
@@ -368,23 +198,6 @@ std::optional<ChangeHead> NextToUndo(const Folders& folders, const Archive& arch
         return entry.id < before && entry.isUndone == (way == UndoWay::Redo) &&
                WhereIsLevel(folders, archive, entry) == LevelIs::Here;
     });
-}
-
-Status MayUndo(const Folders& folders, const Archive& archive, const Change& entry,
-               const Heartbeat& beat)
-{
-    if (auto status = LevelIsHere(folders, archive, entry); !status)
-        return status;
-    if (auto status = RecordIsAsLeft(archive, entry); !status)
-        return status;
-    if (auto status = FolderIsAsLeft(entry); !status)
-        return status;
-    if (auto status = LivesWhereItDid(folders, archive, entry); !status)
-        return status;
-    for (const ChangedFolder& folder : entry.folders)
-        if (auto status = FilesAreAsLeft(folder, beat); !status)
-            return status;
-    return ContentsAreThere(folders, entry, beat);
 }
 
 bool UndoChange(Session& session, const Change& entry)

@@ -15,23 +15,10 @@ enum class UndoWay {
 
 /// What a person did, in words that go on behind "Undo".
 std::string WhatWasDone(const ChangeHead& entry);
-/// Where the level is that a change was made in. Its folder's token tells.
-enum class LevelIs {
-    Here,     ///< in the loaded archive, or set aside by that very change
-    Gone,     ///< it was in this archive, and left its list or lost its folder
-    Replaced, ///< another level has its place
-    Elsewhere ///< in another archive
-};
-LevelIs WhereIsLevel(const Folders& folders, const Archive& archive, const ChangeHead& entry);
 /// The newest change of this archive that can be taken that way, of those below the number
 /// `before`; none without one, or while the entries cannot be read.
 std::optional<ChangeHead> NextToUndo(const Folders& folders, const Archive& archive, UndoWay way,
                                      std::int32_t before = undoIdLimit);
-
-/// Whether all is as the change left it, so that it can be undone. A failure says in words what is
-/// not, and what to do.
-Status MayUndo(const Folders& folders, const Archive& archive, const Change& entry,
-               const Heartbeat& beat = {});
 
 /// Undoes the change, or does it again when it was undone. False, with words, when something of it
 /// has changed since; nothing is changed then, nor when it is stopped, which is not told.
