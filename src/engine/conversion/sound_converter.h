@@ -1,8 +1,8 @@
 #pragma once
 
 #include "session/mp3_settings.h"
-#include "tools/tools.h"
 #include "session/session.h"
+#include "tools/tools.h"
 
 namespace kestrova
 {

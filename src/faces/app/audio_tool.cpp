@@ -12,11 +12,11 @@
 #include "intake/source_choice.h"
 #include "intake/source_tree.h"
 #include "session/telling.h"
-#include "words/file_list.h"
 #include "words/app.h"
 #include "words/audio.h"
 #include "words/common.h"
 #include "words/conversion.h"
+#include "words/file_list.h"
 #include "words/intake.h"
 #include "words/session.h"
 

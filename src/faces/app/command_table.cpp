@@ -45,15 +45,24 @@ struct CommandGroup {
 std::vector<CommandGroup> Groups()
 {
     return {
-        {SetupCommands(), HelpTag::Beginning},      {ArchiveCommands(), HelpTag::Archives},
-        {LookCommands(), HelpTag::Levels},          {IntakeCommands(), HelpTag::NewLevel},
-        {LevelCommands(), HelpTag::Levels},         {ConfigCommands(), HelpTag::ConfigFile},
-        {EditorCommands(), HelpTag::CompileTom},    {UpkeepCommands(), HelpTag::Maintenance},
-        {SwapCommands(), HelpTag::Playing},         {SavesCommands(), HelpTag::Savegames},
-        {HistoryCommands(), HelpTag::History},      {UndoCommands(), HelpTag::Undo},
-        {ShotsCommands(), HelpTag::Shots},          {OnlineCommands(), HelpTag::Addresses},
-        {SetCommands(), HelpTag::Settings},         {AudioCommands(), HelpTag::Audio},
-        {PublishCommands(), HelpTag::PublishOverview}, {HelpCommands(), HelpTag::Problems},
+        {SetupCommands(), HelpTag::Beginning},
+        {ArchiveCommands(), HelpTag::Archives},
+        {LookCommands(), HelpTag::Levels},
+        {IntakeCommands(), HelpTag::NewLevel},
+        {LevelCommands(), HelpTag::Levels},
+        {ConfigCommands(), HelpTag::ConfigFile},
+        {EditorCommands(), HelpTag::CompileTom},
+        {UpkeepCommands(), HelpTag::Maintenance},
+        {SwapCommands(), HelpTag::Playing},
+        {SavesCommands(), HelpTag::Savegames},
+        {HistoryCommands(), HelpTag::History},
+        {UndoCommands(), HelpTag::Undo},
+        {ShotsCommands(), HelpTag::Shots},
+        {OnlineCommands(), HelpTag::Addresses},
+        {SetCommands(), HelpTag::Settings},
+        {AudioCommands(), HelpTag::Audio},
+        {PublishCommands(), HelpTag::PublishOverview},
+        {HelpCommands(), HelpTag::Problems},
     };
 }
 

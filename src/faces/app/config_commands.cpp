@@ -9,8 +9,8 @@
 #include "packages/level_config_file.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
-#include "words/config_commands.h"
 #include "words/commands.h"
+#include "words/config_commands.h"
 #include "words/intake.h"
 #include "words/online_commands.h"
 

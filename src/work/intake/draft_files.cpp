@@ -10,8 +10,8 @@
 #include "session/operation.h"
 #include "session/telling.h"
 #include "storage/unstore.h"
-#include "words/file_list.h"
 #include "words/common.h"
+#include "words/file_list.h"
 #include "words/intake.h"
 #include "words/levels.h"
 
