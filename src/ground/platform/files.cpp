@@ -353,9 +353,20 @@ std::error_code File::Write(std::span<const std::byte> bytes)
 
 std::error_code File::WriteAt(std::uint64_t offset, std::span<const std::byte> bytes)
 {
-    if (::lseek(descriptor_, static_cast<off_t>(offset), SEEK_SET) < 0)
-        return LastError();
-    return Write(bytes);
+    if (const auto failure = AskFileHook(FileAction::Write, path_))
+        return failure;
+    while (!bytes.empty()) {
+        const ssize_t count =
+            ::pwrite(descriptor_, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+        if (count < 0) {
+            if (errno == EINTR)
+                continue;
+            return LastError();
+        }
+        offset += static_cast<std::uint64_t>(count);
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+    return {};
 }
 
 std::error_code File::Sync()

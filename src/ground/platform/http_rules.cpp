@@ -17,7 +17,7 @@ constexpr long mostRedirects = 10;
 constexpr long longestConnect = 30; // seconds
 // What a read takes from a connection at the most. The library reads up to a hundred times before
 // it lets anybody else go on.
-constexpr long bufferBytes = 32L << 10;
+constexpr long bufferBytes = 128L << 10;
 
 std::string HeaderOf(CURL* easy, const char* name)
 {
