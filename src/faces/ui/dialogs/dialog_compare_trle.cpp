@@ -5,6 +5,7 @@
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_dialogs.h"
 
@@ -159,13 +160,7 @@ QWidget* CompareTrleDialog::MakeList()
         head.resizeSection(size, std::max(head.sectionSizeHint(size),
                                           metrics.horizontalAdvance(QStringLiteral("1023.9 Mb"))) +
                                      edge);
-    // In the list's own room, so that it does not change its size.
-    (new QVBoxLayout(list_->viewport()))->addWidget(hint_);
-    hint_->setObjectName(QStringLiteral("Label_Hint"));
-    hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
-    hint_->setWordWrap(true);
-    hint_->setAlignment(Qt::AlignCenter);
-    hint_->setForegroundRole(QPalette::PlaceholderText);
+    PutHint(*list_, *hint_);
     count_->setObjectName(QStringLiteral("Label_Count"));
     return list_;
 }

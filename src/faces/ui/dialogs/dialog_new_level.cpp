@@ -9,6 +9,7 @@
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
 #include "words/archive.h"
 #include "words/ui_dialogs.h"
@@ -16,7 +17,6 @@
 #include <QComboBox>
 #include <QDragEnterEvent>
 #include <QGridLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -33,8 +33,6 @@ namespace
 
 constexpr QSize newLevelSize{680, 520};
 constexpr int textField = 256;
-constexpr int nameColumn = 0;
-constexpr int sizeColumn = 1;
 
 QLabel* CaptionFor(QWidget* control, const char* name)
 {
@@ -106,24 +104,9 @@ QLayout* NewLevelDialog::MakeTexts()
 
 QLayout* NewLevelDialog::MakeFiles()
 {
-    files_->setObjectName(QStringLiteral("List_Files"));
-    files_->setAccessibleName(Words(Msg::NewLevelFilesName));
-    files_->setColumnCount(2);
-    files_->setHeaderLabels({Words(Msg::HistoryColumnFile), Words(Msg::ColumnSize)});
-    files_->setRootIsDecorated(false);
-    files_->setUniformRowHeights(true);
-    files_->setTextElideMode(Qt::ElideMiddle);
-    files_->header()->setStretchLastSection(false);
-    files_->header()->setSectionResizeMode(nameColumn, QHeaderView::Stretch);
-    files_->header()->setSectionResizeMode(sizeColumn, QHeaderView::ResizeToContents);
-    // In the list's own room, so that it does not change its size.
-    (new QVBoxLayout(files_->viewport()))->addWidget(hint_);
-    hint_->setObjectName(QStringLiteral("Label_Hint"));
-    hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
-    hint_->setTextFormat(Qt::PlainText);
-    hint_->setWordWrap(true);
-    hint_->setAlignment(Qt::AlignCenter);
-    hint_->setForegroundRole(QPalette::PlaceholderText);
+    MakeFileList(*files_, Msg::NewLevelFilesName,
+                 {Words(Msg::HistoryColumnFile), Words(Msg::ColumnSize)});
+    PutHint(*files_, *hint_);
     size_->setObjectName(QStringLiteral("Label_Size"));
 
     auto* left = new QVBoxLayout;
@@ -262,14 +245,14 @@ void NewLevelDialog::ShowFiles()
     for (const Path& file : level_->draft.files) {
         auto* row = new QTreeWidgetItem(
             {ToQt(TextOf(file.filename())), ToQt(FormatSize(static_cast<double>(FileSize(file))))});
-        row->setData(nameColumn, Qt::UserRole, PathToQt(file));
-        row->setToolTip(nameColumn, row->text(nameColumn));
-        row->setTextAlignment(sizeColumn, Qt::AlignRight | Qt::AlignVCenter);
+        row->setData(fileNameColumn, Qt::UserRole, PathToQt(file));
+        row->setToolTip(fileNameColumn, row->text(fileNameColumn));
+        row->setTextAlignment(fileSizeColumn, Qt::AlignRight | Qt::AlignVCenter);
         rows.append(row);
     }
     files_->addTopLevelItems(rows);
     for (QTreeWidgetItem* row : rows)
-        if (row->data(nameColumn, Qt::UserRole).toString() == selected)
+        if (row->data(fileNameColumn, Qt::UserRole).toString() == selected)
             files_->setCurrentItem(row);
     hint_->setText(Words(Msg::NewLevelDropHint));
     hint_->setVisible(rows.isEmpty());
@@ -301,7 +284,7 @@ void NewLevelDialog::ShowNamesPage()
 Path NewLevelDialog::SelectedFile() const
 {
     const QTreeWidgetItem* row = files_->currentItem();
-    return row == nullptr ? Path{} : PathFromQt(row->data(nameColumn, Qt::UserRole).toString());
+    return row == nullptr ? Path{} : PathFromQt(row->data(fileNameColumn, Qt::UserRole).toString());
 }
 
 void NewLevelDialog::accept()

@@ -8,6 +8,7 @@
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/input_gate.h"
+#include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_dialogs.h"
 
@@ -16,7 +17,6 @@
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -91,13 +91,7 @@ QWidget* SitiDialog::MakeList()
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);
     list_->setAlternatingRowColors(true);
-    // In the list's own room, so that it does not change its size.
-    (new QVBoxLayout(list_->viewport()))->addWidget(hint_);
-    hint_->setObjectName(QStringLiteral("Label_Hint"));
-    hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
-    hint_->setWordWrap(true);
-    hint_->setAlignment(Qt::AlignCenter);
-    hint_->setForegroundRole(QPalette::PlaceholderText);
+    PutHint(*list_, *hint_);
 
     auto* page = new QWidget;
     auto* right = new QVBoxLayout;

@@ -5,13 +5,13 @@
 #include "publish/upload_sounds.h"
 #include "ui/dialogs/dialog_set_mp3.h"
 #include "ui/dialogs/dialogs_small.h"
+#include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_dialogs.h"
 #include "words/wizard.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
@@ -23,9 +23,6 @@ namespace kestrova
 
 namespace
 {
-
-constexpr int levelFileColumn = 0;
-constexpr int fileSizeColumn = 1;
 
 /// `Frame_Pag2`.
 class FilesPage : public UploadPage
@@ -90,7 +87,7 @@ public:
             const QString name = ToQt(TextOf(file.path.filename()));
             auto* item =
                 new QTreeWidgetItem({name, ToQt(FormatSize(static_cast<double>(file.size)))});
-            item->setToolTip(levelFileColumn, name);
+            item->setToolTip(fileNameColumn, name);
             item->setTextAlignment(fileSizeColumn, Qt::AlignRight | Qt::AlignVCenter);
             items.append(item);
             names.append(name);
@@ -113,23 +110,10 @@ public:
 private:
     void MakeList()
     {
-        files_->setObjectName(QStringLiteral("List_Files"));
-        files_->setAccessibleName(Words(Msg::UploadFilesName));
-        files_->setColumnCount(2);
-        files_->setHeaderLabels({Words(Msg::HistoryColumnFile), Words(Msg::ColumnSize)});
-        files_->setRootIsDecorated(false);
-        files_->setUniformRowHeights(true);
-        files_->setTextElideMode(Qt::ElideMiddle);
-        files_->header()->setStretchLastSection(false);
-        files_->header()->setSectionResizeMode(levelFileColumn, QHeaderView::Stretch);
-        files_->header()->setSectionResizeMode(fileSizeColumn, QHeaderView::ResizeToContents);
-        (new QVBoxLayout(files_->viewport()))->addWidget(hint_);
-        hint_->setObjectName(QStringLiteral("Label_Hint"));
-        hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
+        MakeFileList(*files_, Msg::UploadFilesName,
+                     {Words(Msg::HistoryColumnFile), Words(Msg::ColumnSize)});
+        PutHint(*files_, *hint_);
         hint_->setText(Words(Msg::UploadDropHint));
-        hint_->setWordWrap(true);
-        hint_->setAlignment(Qt::AlignCenter);
-        hint_->setForegroundRole(QPalette::PlaceholderText);
         size_->setObjectName(QStringLiteral("Label_Size"));
     }
     [[nodiscard]] std::size_t Row() const
