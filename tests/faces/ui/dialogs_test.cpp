@@ -380,8 +380,11 @@ TEST(Dialogs, ALargeFontPushesNothingBeyondTheRightEdge)
 {
     WindowWorld world;
     const QFont before = QApplication::font();
+    // Half as wide again as the usual one, whatever font this machine has.
+    constexpr double wideAlphabet = 248; // pixels
+    const double alphabet = QFontMetricsF{before}.horizontalAdvance("abcdefghijklmnopqrstuvwxyz");
     QFont large = before;
-    large.setPointSizeF(before.pointSizeF() * 1.5);
+    large.setPixelSize(static_cast<int>(QFontInfo{before}.pixelSize() * wideAlphabet / alphabet));
     QApplication::setFont(large);
     {
         SettingsDialog settings{world.session, nullptr};
