@@ -10,6 +10,7 @@ namespace kestrova::OnDisk
 
 inline constexpr std::string_view FragScriptExe = "\\script\\script.exe";
 inline constexpr std::string_view ScriptTxt = "script.txt";
+inline constexpr std::string_view EnglishTxt = "english.txt";
 inline constexpr std::string_view PatScriptResults = "\\script\\*.dat";
 
 inline constexpr std::string_view WadSetEndings = ".sam|.sfx|.swd|.tom|.wad|.was|.cd|.pc|.raw|.lar";
@@ -17,5 +18,8 @@ inline constexpr std::string_view WadSetCompanions = ".tga|.txt";
 inline constexpr std::string_view TomEnding = ".tom";
 inline constexpr std::string_view WadEnding = ".wad";
 inline constexpr std::string_view Tr4Ending = ".tr4";
+
+/// Documents of a level, by kind; a readme among them tells what the level needs.
+inline constexpr std::string_view DocumentPatterns = "*.txt|*.doc|*.htm|*.html|*.rtf";
 
 } // namespace kestrova::OnDisk

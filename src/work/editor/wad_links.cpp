@@ -1,0 +1,127 @@
+#include "editor/wad_links.h"
+
+#include "core/look.h"
+#include "core/text.h"
+#include "editor/file_names.h"
+#include "formats/trle_folder.h"
+#include "session/telling.h"
+#include "words/assistant.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool IsScriptSource(const Path& file)
+{
+    const std::string name = file.filename().native();
+    return EqualNames(name, OnDisk::EnglishTxt) || EqualNames(name, OnDisk::ScriptTxt);
+}
+
+std::string WadNameOf(const Path& tom)
+{
+    return StripExtension(tom.filename().native()) + std::string{OnDisk::WadEnding};
+}
+
+/// What matches among the Level Editor's wads, or else in the folder.
+Result<std::vector<Path>> SetOf(const Folders& folders, const Path& workFolder,
+                                std::string_view pattern)
+{
+    auto set = ListFiles(InFolder(folders.trle, OnDisk::DirWads), pattern);
+    if (set && set->empty())
+        set = ListFiles(workFolder, pattern);
+    return set;
+}
+
+/// The name under which a file of a set belongs to a tom file; a failure when it would be none.
+Result<Path> LinkedName(std::string_view tomName, const Path& file)
+{
+    const std::string stem = BaseNameOf(tomName);
+    const std::string name = stem + ExtensionOf(file.filename().native());
+    if (Trim(stem).empty() || name.starts_with(stagedPrefix))
+        return MakeFailure(ErrorCode::Refused, std::string{tomName});
+    return SafeName(name);
+}
+
+} // namespace
+
+Result<std::vector<Path>> ListDocFiles(const Path& folder)
+{
+    std::vector<Path> documents;
+    for (const std::string& pattern : Split(OnDisk::DocumentPatterns, '|')) {
+        const auto found = ListFiles(folder, pattern);
+        if (!found)
+            return found.Error();
+        std::remove_copy_if(found->begin(), found->end(), std::back_inserter(documents),
+                            IsScriptSource);
+    }
+    return documents;
+}
+
+Result<bool> TomHasWad(const Folders& folders, const Path& tom)
+{
+    const std::string wad = WadNameOf(tom);
+    const auto isBeside = IsFile(tom.parent_path() / wad);
+    if (!isBeside || *isBeside)
+        return isBeside;
+    return IsFile(InFolder(folders.trle, OnDisk::DirWads) / wad);
+}
+
+bool TomHasWadOrTold(Host& host, const Folders& folders, const Path& tom)
+{
+    const auto has = TomHasWad(folders, tom);
+    if (!has)
+        return TellFolderNotRead(host, has.Error());
+    const std::string name = TextOf(tom.filename());
+    if (!*has)
+        host.Tell(Tone::Error, GetMsg(Msg::TomHasNoWad, {name, lineBreak, name}));
+    return *has;
+}
+
+std::size_t CommonPrefixLength(std::string_view a, std::string_view b)
+{
+    const std::string left = FoldCase(a);
+    const std::string right = FoldCase(b);
+    const auto end = std::mismatch(left.begin(), left.end(), right.begin(), right.end());
+    // A letter of several bytes counts once, and only when all of it is the same.
+    const auto isInside = [](auto place, const std::string& text) {
+        return place != text.end() && (static_cast<unsigned char>(*place) & 0xC0U) == 0x80U;
+    };
+    auto last = end.first;
+    auto other = end.second;
+    while (last != left.begin() && (isInside(last, left) || isInside(other, right)))
+        --last, --other;
+    return static_cast<std::size_t>(std::count_if(left.begin(), last, [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+    }));
+}
+
+Result<std::size_t> LinkWads(const Folders& folders, const Path& workFolder,
+                             std::string_view wadsPattern, std::string_view tomName,
+                             const std::function<bool(std::uint64_t)>& progress)
+{
+    const auto set = SetOf(folders, workFolder, wadsPattern);
+    if (!set)
+        return set.Error();
+    for (const Path& file : *set) {
+        const auto name = LinkedName(tomName, file);
+        if (!name)
+            return name.Error();
+        const Path target = workFolder / *name;
+        const auto isFree = LookAt(target);
+        if (!isFree)
+            return isFree.Error();
+        if (isFree->kind != platform::FileKind::Missing)
+            continue;
+        CopyOptions options;
+        options.progress = progress;
+        if (const auto copied = CopyFileOver(file, target, options); !copied)
+            return copied.Error();
+    }
+    return set->size();
+}
+
+} // namespace kestrova

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "core/copying.h"
+#include "session/folders.h"
+#include "session/host.h"
+
+/// Which wads a tom file is compiled with: those of its own stem, or a set that it is linked with,
+/// which then lies beside it under that stem.
+namespace kestrova
+{
+
+/// The documents of a folder, full paths: by kind, in the order of `DocumentPatterns`, each kind by
+/// name. Sources of the game's scripts are none.
+Result<std::vector<Path>> ListDocFiles(const Path& folder);
+
+/// True when the tom file's wad lies beside it or among the Level Editor's own.
+Result<bool> TomHasWad(const Folders& folders, const Path& tom);
+/// The same; tells of a tom file without.
+bool TomHasWadOrTold(Host& host, const Folders& folders, const Path& tom);
+
+/// Number of leading characters in which both agree, without regard to case.
+std::size_t CommonPrefixLength(std::string_view a, std::string_view b);
+
+/// Copies the files that match `wadsPattern` (`city.*`) into `workFolder` under the stem of
+/// `tomName`: those of the Level Editor's wads, or else of `workFolder` itself. What is there
+/// already stays. The answer is how many files match, 0 when there are no such wads. `Refused`
+/// for a tom name that no file of a level can have. `progress` gets the bytes of the file under
+/// way; False stops.
+Result<std::size_t> LinkWads(const Folders& folders, const Path& workFolder,
+                             std::string_view wadsPattern, std::string_view tomName,
+                             const std::function<bool(std::uint64_t)>& progress = {});
+
+} // namespace kestrova
