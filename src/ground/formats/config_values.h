@@ -13,5 +13,7 @@ namespace kestrova::OnDisk
 inline constexpr std::string_view ConfigCdCodes = "<NONE>|TR4|TR5";
 /// Kinds of installers; the first is none.
 inline constexpr std::string_view ConfigExeFormats = "|ZIP|TRLE|MIRROR|FLYDRIVE";
+inline constexpr std::string_view ExeZip = "ZIP";           ///< unpacks itself
+inline constexpr std::string_view ExeFlyDrive = "FLYDRIVE"; ///< into it, too
 
 } // namespace kestrova::OnDisk

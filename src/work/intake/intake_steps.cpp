@@ -2,10 +2,10 @@
 
 #include "intake/compile_sources.h"
 #include "intake/config_steps.h"
+#include "intake/exe_install.h"
 #include "intake/file_checks.h"
 #include "intake/language_choice.h"
 #include "intake/player_files.h"
-#include "intake/setup_programs.h"
 #include "intake/storing.h"
 #include "intake/text_steps.h"
 
@@ -31,7 +31,7 @@ constexpr IntakeStep newLevelSteps[]{
     {StepTime::Config, "ReadConfig", ConfigCame, ReadConfig},
     {StepTime::Config, "TellElsewhere", IsConfigRead, TellElsewhere},
     {StepTime::Config, "EndConfig", IsConfigRead, EndConfig},
-    {StepTime::Change, "TellOfProgram", MayBeInsideProgram, TellOfProgram},
+    {StepTime::Change, "InstallFromProgram", MayBeInsideProgram, InstallFromProgram},
     {StepTime::Source, "SuggestTexts", LacksTexts, SuggestTexts},
     {StepTime::Accept, "TakeName", Always, TakeName},
     {StepTime::Accept, "CompileSources", HasSourcesToCompile, CompileSources},

@@ -78,7 +78,7 @@ struct LevelDraft {
     std::optional<LevelConfig> config;
     bool configRead = false;    ///< there was one
     bool configApplied = false; ///< all of those steps were done
-    bool programTold = false;   ///< the person knows that the level is still inside a program
+    bool exeAsked = false;      ///< the person was asked about a program that installs the level
     bool givenUp = false;
 };
 

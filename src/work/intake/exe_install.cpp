@@ -1,4 +1,4 @@
-#include "intake/setup_programs.h"
+#include "intake/exe_install.h"
 
 #include "core/files.h"
 #include "core/text.h"
@@ -63,31 +63,34 @@ Path FindSetupExe(const std::vector<Path>& files)
     return last;
 }
 
-std::string WordsOfSetupExe(const Path& program)
-{
-    return GetMsg(Msg::ExeLevel, {TextOf(program.filename())}) + " " + GetMsg(KindOf(program));
-}
-
 bool MayBeInsideProgram(const Intake& intake)
 {
     const std::vector<Path>& files = intake.draft.files;
-    return !intake.draft.programTold &&
-           std::none_of(files.begin(), files.end(), [](const Path& file) {
-               const std::string name = file.filename().native();
-               return IsPackage(file) || EndsWithName(name, OnDisk::EndingTom) ||
-                      (EndsWithName(name, OnDisk::EndingTr4) &&
-                       !EqualNames(name, OnDisk::TitleLevelName));
-           });
+    return !intake.draft.exeAsked && std::none_of(files.begin(), files.end(), [](const Path& file) {
+        const std::string name = file.filename().native();
+        return IsPackage(file) || EndsWithName(name, OnDisk::EndingTom) ||
+               (EndsWithName(name, OnDisk::EndingTr4) && !EqualNames(name, OnDisk::TitleLevelName));
+    });
 }
 
-StepAnswer TellOfProgram(Intake& intake)
+StepAnswer RunExeInstall(Intake& intake, const std::string& code)
 {
+    if (!MayBeInsideProgram(intake))
+        return StepAnswer::GoesOn;
     const Path program = FindSetupExe(intake.draft.files);
     if (program.empty())
         return StepAnswer::GoesOn;
-    intake.draft.programTold = true;
-    intake.session.host.Tell(Tone::Warning, WordsOfSetupExe(program));
+    intake.draft.exeAsked = true;
+    std::string words = GetMsg(Msg::ExeLevel, {TextOf(program.filename())});
+    if (code.empty())
+        words += ' ' + GetMsg(KindOf(program));
+    intake.session.host.Tell(Tone::Warning, words);
     return StepAnswer::GoesOn;
+}
+
+StepAnswer InstallFromProgram(Intake& intake)
+{
+    return RunExeInstall(intake, {});
 }
 
 } // namespace kestrova
