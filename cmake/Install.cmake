@@ -1,6 +1,7 @@
 # Where the programs go, and the Debian package (`./dev deb`).
 set(programs)
-foreach(program kestrova kestrovactl kestrova-practice-game)
+foreach(program kestrova kestrovactl kestrova-practice-game kestrova-practice-tom2pc
+    kestrova-practice-script kestrova-practice-setup)
   if(TARGET ${program})
     list(APPEND programs ${program})
   endif()

@@ -17,8 +17,10 @@ import tempfile
 
 ALLOWED = "// not shown"
 EVERY = "// every one is filled"
-# A program of its own that links no floor; its texts stand in one table at its top.
-WITHOUT_CATALOGUE = {"faces/mains/practice_game.cpp"}
+# Programs of their own that link no floor; their texts stand in one table at the top of each.
+WITHOUT_CATALOGUE = {f"faces/mains/{name}" for name in (
+    "practice_game.cpp", "practice_tom2pc.cpp", "practice_script.cpp", "practice_setup.cpp",
+    "stand_in.h")}
 # Comments come first, so that quotes in them are passed over; a raw literal before a plain one.
 TOKEN = re.compile(
     r'(?P<comment>//[^\n]*|/\*.*?\*/)'

@@ -9,6 +9,5 @@ namespace kestrova::OnDisk
 {
 
 inline constexpr std::string_view DoctorToolOpen = "xdg-open";
-inline constexpr std::string_view FragStandInGame = "\\kestrova-practice-game";
 
 } // namespace kestrova::OnDisk

@@ -38,13 +38,13 @@ bool MakePractice(Run& run)
     HearInterrupts();
     const auto progress = run.session.host.BeginProgress(ProgressWindow::Progress, {});
     progress->AllowStop();
-    const auto made = MakePracticeFolder(
-        folder, InFolder(platform::ExecutableFolder(), OnDisk::FragStandInGame),
-        [&](int done, int total, const std::string& what) {
-            progress->SetLabel(what);
-            progress->SetBar(static_cast<std::uint64_t>(done), static_cast<std::uint64_t>(total));
-            return progress->Step();
-        });
+    const auto made = MakePracticeFolder(folder, StandInsIn(platform::ExecutableFolder()),
+                                         [&](int done, int total, const std::string& what) {
+                                             progress->SetLabel(what);
+                                             progress->SetBar(static_cast<std::uint64_t>(done),
+                                                              static_cast<std::uint64_t>(total));
+                                             return progress->Step();
+                                         });
     if (!made) {
         TellFailure(run.session.host, GetMsg(Msg::PracticeFailed), made.Error());
         return false;

@@ -17,7 +17,7 @@ constexpr std::array original = std::to_array<PracticeItem>({
     {OnDisk::FragPracticeTitleLevel, GameData, 900},
     {OnDisk::FragPracticeTutorial, GameData, 2600},
     {OnDisk::FragPracticeSecond, GameData, 1800},
-    {OnDisk::FragPracticeScriptDat, Script},
+    {OnDisk::FragPracticeScriptDat, ScriptOf, 0, Msg::PracticeScriptText},
     {OnDisk::FragPracticeEnglishDat, Language, 0, Msg::PracticeEnglishText},
     {OnDisk::FragPracticeLoad, LoadPicture},
     {OnDisk::FragPracticeManual, Text, 0, Msg::PracticeManualText},
@@ -29,6 +29,13 @@ constexpr std::array original = std::to_array<PracticeItem>({
     {OnDisk::FragPracticeSteps, Tune, 4},
     {OnDisk::FragPracticeDoor, Tune, 9},
     {OnDisk::FragPracticeSplash, Tune, 6},
+    {OnDisk::FragPracticeItalianTxt, Text, 0, Msg::PracticeItalianText},
+    {OnDisk::FragPracticeScriptResult, ScriptOf, 0, Msg::PracticeScriptText},
+    {OnDisk::FragPracticeEnglishResult, Language, 0, Msg::PracticeEnglishText},
+    {OnDisk::FragPracticeItalianResult, Language, 0, Msg::PracticeItalianText},
+    {OnDisk::FragPracticeTom, Text, 0, Msg::PracticeTomText},
+    {OnDisk::FragTempleWad, GameData, 420},
+    {OnDisk::FragTempleSwd, GameData, 30},
 });
 
 // Together with 0.9 MB of load picture these are 100 MB: 60 seconds of music are 2.66 MB.

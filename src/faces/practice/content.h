@@ -12,6 +12,7 @@ enum class Content {
     GameData,    ///< `size` thousands of bytes
     Tune,        ///< `size` tenths of a second
     Script,      ///< with the level's name
+    ScriptOf,    ///< compiled of the row `text`
     LoadPicture, ///< with the level's name
     Text,        ///< of the row `text`
     Language,    ///< the same with a binary head

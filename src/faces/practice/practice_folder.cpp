@@ -43,15 +43,6 @@ std::string TextFile(Message row)
     return ToWindows1252(ReplaceAll(std::string{row.text}, "~1", lineBreak));
 }
 
-/// A language file as the script's compiler would leave it: a head, then the lines, veiled.
-std::string LanguageFile(Message row)
-{
-    std::string bytes{"\x01\x00\x20\x00", 4};
-    for (const char letter : TextFile(row))
-        bytes += static_cast<char>(letter ^ 0x55);
-    return bytes;
-}
-
 std::string MakeContent(const PracticeItem& item, const std::string& title, int style,
                         std::uint64_t seed, double scale)
 {
@@ -63,12 +54,14 @@ std::string MakeContent(const PracticeItem& item, const std::string& title, int 
         return TuneWave(seed, item.size * 0.1 * scale);
     case Content::Script:
         return PracticeScript(title);
+    case Content::ScriptOf:
+        return CompiledPracticeScript(TextFile(item.text));
     case Content::LoadPicture:
         return EncodeBitmap(PaintScene(title, style));
     case Content::Text:
         return TextFile(item.text);
     case Content::Language:
-        return LanguageFile(item.text);
+        return CompiledPracticeLanguage(TextFile(item.text));
     case Content::Jpeg: {
         // The painted view always has a size that a jpeg can have.
         return EncodeJpeg(PaintScene({}, style)).Value();
@@ -194,8 +187,17 @@ Status PackLevels(PracticeMade& made, const Path& levels, const PracticeProgress
     return {};
 }
 
-Status MakeAll(const Path& aside, const Path& gameProgram, const PracticeProgress& progress,
-               const PracticeOptions& options, PracticeMade& made)
+Status PutProgram(const Path& program, const Path& place)
+{
+    if (Status copied = CopyFileOver(program, place); !copied)
+        return copied;
+    if (const auto failure = platform::SetMode(place, 0755))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
+    return {};
+}
+
+Status MakeAll(const Path& aside, const PracticePrograms& programs,
+               const PracticeProgress& progress, const PracticeOptions& options, PracticeMade& made)
 {
     const Path trle = aside / made.trle.filename();
     const Path levels = aside / made.levels.filename();
@@ -211,17 +213,24 @@ Status MakeAll(const Path& aside, const Path& gameProgram, const PracticeProgres
     if (Status files = MakeFiles(jobs, progress); !files)
         return files;
 
-    const Path game = InFolder(trle, std::string{OnDisk::FragPracticeGame});
-    if (Status copied = CopyFileOver(gameProgram, game); !copied)
-        return copied;
-    if (const auto failure = platform::SetMode(game, 0755))
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(game), failure);
+    for (const auto& [program, place] :
+         {std::pair{programs.game, OnDisk::FragPracticeGame},
+          std::pair{programs.compiler, OnDisk::FragPracticeCompiler},
+          std::pair{programs.scriptCompiler, OnDisk::FragPracticeScriptExe}})
+        if (Status put = PutProgram(program, InFolder(trle, place)); !put)
+            return put;
     return PackLevels(made, levels, progress, static_cast<int>(jobs.size()));
 }
 
 } // namespace
 
-Result<PracticeMade> MakePracticeFolder(const Path& dir, const Path& gameProgram,
+PracticePrograms StandInsIn(const Path& folder)
+{
+    return {folder / OnDisk::StandInGame, folder / OnDisk::StandInCompiler,
+            folder / OnDisk::StandInScriptCompiler};
+}
+
+Result<PracticeMade> MakePracticeFolder(const Path& dir, const PracticePrograms& programs,
                                         const PracticeProgress& progress,
                                         const PracticeOptions& options)
 {
@@ -235,13 +244,14 @@ Result<PracticeMade> MakePracticeFolder(const Path& dir, const Path& gameProgram
         if (!*isFree)
             return WithWords(ErrorCode::Refused, Msg::PracticeExists, taken);
     }
-    if (!FileExists(gameProgram))
-        return WithWords(ErrorCode::Missing, Msg::PracticeNoGame, gameProgram);
+    for (const Path& program : {programs.game, programs.compiler, programs.scriptCompiler})
+        if (!FileExists(program))
+            return WithWords(ErrorCode::Missing, Msg::PracticeNoProgram, program);
     if (Status folder = MakeFolders(dir); !folder)
         return folder.Error();
 
     const Path aside = StagedNameFor(made.trle);
-    Status status = MakeAll(aside, gameProgram, progress, options, made);
+    Status status = MakeAll(aside, programs, progress, options, made);
     bool levelsMoved = false; // what else stands there is not ours
     for (const Path& target : {made.levels, made.trle}) {
         if (!status)

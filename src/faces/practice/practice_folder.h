@@ -18,6 +18,16 @@ struct PracticeOptions {
     std::uint64_t bigLevelBytes = 100'000'000;
 };
 
+/// The programs that are copied into it.
+struct PracticePrograms {
+    Path game;           ///< becomes `tomb4.exe`
+    Path compiler;       ///< `tom2pc.exe`
+    Path scriptCompiler; ///< `script/script.exe`
+};
+
+/// The stand-ins that were built or installed in that folder.
+PracticePrograms StandInsIn(const Path& folder);
+
 struct PracticeMade {
     Path trle;              ///< passes for a Level Editor's folder
     Path levels;            ///< a folder a level, some also as zips
@@ -25,11 +35,11 @@ struct PracticeMade {
     std::string remark;     ///< what could not be made, in words; empty otherwise
 };
 
-/// Makes `dir`/trle, with the stand-in game as its `tomb4.exe`, and `dir`/levels, all from content
-/// of our own that is the same in every run. Whole or not at all: it is made aside and renamed at
-/// the end. `Refused` with words when one of the two is there, `Missing` with words when the game
-/// program is not, `Stopped` by the progress.
-Result<PracticeMade> MakePracticeFolder(const Path& dir, const Path& gameProgram,
+/// Makes `dir`/trle, with the stand-ins as its programs, and `dir`/levels, all from content of our
+/// own that is the same in every run. Whole or not at all: it is made aside and renamed at the end.
+/// `Refused` with words when one of the two is there, `Missing` with words when a program is not,
+/// `Stopped` by the progress.
+Result<PracticeMade> MakePracticeFolder(const Path& dir, const PracticePrograms& programs,
                                         const PracticeProgress& progress,
                                         const PracticeOptions& options = {});
 

@@ -24,6 +24,16 @@ namespace
 using testing::World;
 
 constexpr PracticeOptions small{2'000'000};
+const Path builtPrograms = platform::ExecutableFolder() / "../src/mains";
+
+/// Those that were built beside this test, but for the game, which takes the windows' libraries.
+PracticePrograms BuiltStandIns(const World& box)
+{
+    box.Write("game", "the game");
+    PracticePrograms programs = StandInsIn(builtPrograms);
+    programs.game = box / "game";
+    return programs;
+}
 
 /// Made once, since every test looks at the same folder.
 class PracticeFolder : public ::testing::Test
@@ -32,9 +42,8 @@ protected:
     static void SetUpTestSuite()
     {
         box = new World;
-        box->Write("game", "the game");
         made = new Result<PracticeMade>(
-            MakePracticeFolder(*box / "practice", *box / "game", {}, small));
+            MakePracticeFolder(*box / "practice", BuiltStandIns(*box), {}, small));
     }
     static void TearDownTestSuite()
     {
@@ -170,31 +179,37 @@ TEST_F(PracticeFolder, HasFiveLevelsOfTheirOwnKinds)
 TEST_F(PracticeFolder, NeverTouchesWhatIsThere)
 {
     const auto before = box->Snapshot("practice");
-    const Result<PracticeMade> again = MakePracticeFolder(*box / "practice", *box / "game", {});
+    const Result<PracticeMade> again =
+        MakePracticeFolder(*box / "practice", BuiltStandIns(*box), {});
     ASSERT_FALSE(again);
     EXPECT_EQ(again.Error().code, ErrorCode::Refused);
     EXPECT_NE(again.Error().reason.find("nothing was changed"), std::string::npos);
     EXPECT_TRUE(box->Snapshot("practice") == before);
 
     box->Write("other/TRLE", "a file of the person's own");
-    EXPECT_FALSE(MakePracticeFolder(*box / "other", *box / "game", {}, small));
+    EXPECT_FALSE(MakePracticeFolder(*box / "other", BuiltStandIns(*box), {}, small));
     EXPECT_EQ(box->Snapshot("other").size(), 1U);
 }
 
 TEST(Practice, StoppedOrFailedItLeavesNothing)
 {
     World box;
-    const Result<PracticeMade> noGame = MakePracticeFolder(box / "one", box / "absent", {}, small);
-    ASSERT_FALSE(noGame);
-    EXPECT_EQ(noGame.Error().code, ErrorCode::Missing);
-    EXPECT_FALSE(box.Has("one"));
+    const PracticePrograms programs = BuiltStandIns(box);
+    for (Path PracticePrograms::*program : {&PracticePrograms::game, &PracticePrograms::compiler,
+                                            &PracticePrograms::scriptCompiler}) {
+        PracticePrograms lacking = programs;
+        lacking.*program = box / "absent";
+        const auto made = MakePracticeFolder(box / "one", lacking, {}, small);
+        ASSERT_FALSE(made);
+        EXPECT_EQ(made.Error().code, ErrorCode::Missing);
+        EXPECT_FALSE(box.Has("one"));
+    }
 
-    box.Write("game", "the game");
     const auto stop = [](int, int total, const std::string&) {
         EXPECT_GT(total, 90);
         return false;
     };
-    const Result<PracticeMade> stopped = MakePracticeFolder(box / "two", box / "game", stop, {});
+    const Result<PracticeMade> stopped = MakePracticeFolder(box / "two", programs, stop, {});
     ASSERT_FALSE(stopped);
     EXPECT_EQ(stopped.Error().code, ErrorCode::Stopped);
     EXPECT_TRUE(std::filesystem::is_empty(box / "two"));
@@ -209,11 +224,63 @@ TEST(Practice, TheSameSeedGivesTheSameBytesOnEveryMachine)
     EXPECT_EQ(MakeGameData(7, 2), "TR");
 }
 
+/// The exit code of a shell's words, which work in `folder`; `output` gets what they wrote.
+int ShellIn(const Path& folder, const std::string& words, std::string* output = nullptr)
+{
+    FILE* pipe = ::popen(("cd '" + folder.native() + "' && " + words).c_str(), "r");
+    for (int byte = 0; (byte = std::fgetc(pipe)) != EOF;)
+        if (output)
+            *output += static_cast<char>(byte);
+    return ::pclose(pipe);
+}
+
+/// The stand-ins for the Level Editor's compilers work on what the folder brings.
+TEST_F(PracticeFolder, CompilesItsOwnSources)
+{
+    const Path trle = (*made)->trle;
+    const auto titleOf = [](const Path& level) {
+        const std::string bytes = Bytes(level);
+        return bytes.substr(std::min<std::size_t>(4, bytes.size())).substr(0, bytes.find('\n') - 4);
+    };
+    std::string said;
+    EXPECT_EQ(ShellIn("/",
+                      "'" + (trle / "tom2pc.exe").native() + "' '" +
+                          ResolvePath(trle / "graphics/wads/practice.tom").native() + "'",
+                      &said),
+              0);
+    EXPECT_NE(said.find("*** Build all complete ***"), std::string::npos) << said;
+    const Path level = trle / "DATA/Practice.tr4";
+    EXPECT_EQ(titleOf(level), "Practice");
+    EXPECT_GT(Bytes(level).size(), Bytes(ResolvePath(trle / "graphics/wads/practice.wad")).size());
+    std::filesystem::remove(level);
+
+    box->Write("lonely.tom", "name=Lonely\n");
+    EXPECT_NE(
+        ShellIn("/",
+                "'" + (trle / "tom2pc.exe").native() + "' '" + (*box / "lonely.tom").native() + "'",
+                &said),
+        0);
+    EXPECT_NE(said.find("lonely.wad"), std::string::npos) << said;
+    EXPECT_FALSE(FileExists(trle / "data/lonely.tr4"));
+
+    const Path script = trle / "Script";
+    std::vector<std::string> brought;
+    for (const char* result : {"script.dat", "english.dat", "italian.dat"}) {
+        brought.push_back(Bytes(script / result));
+        std::filesystem::remove(script / result);
+    }
+    EXPECT_EQ(ShellIn(script, "./script.exe 'script.txt '"), 0);
+    for (std::size_t i = 0; const char* result : {"script.dat", "english.dat", "italian.dat"})
+        EXPECT_EQ(Bytes(script / result), brought[i++]) << result;
+    EXPECT_EQ(Bytes(trle / "Script.dat"), brought.front());
+    EXPECT_EQ(Bytes(trle / "ENGLISH.DAT"), brought[1]);
+}
+
 /// The stand-in game itself, as it was built beside this test.
 class StandIn : public ::testing::Test
 {
 protected:
-    Path game = platform::ExecutableFolder() / "../src/mains/kestrova-practice-game";
+    Path game = builtPrograms / "kestrova-practice-game";
     void SetUp() override
     {
         if (!FileExists(game))
@@ -222,14 +289,12 @@ protected:
     /// Its standard output, started in `folder`.
     [[nodiscard]] std::string Run(const Path& folder, const std::string& argument) const
     {
-        const std::string command = "cd '" + folder.native() +
-                                    "' && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM '" +
-                                    game.native() + "' " + argument;
         std::string output;
-        FILE* pipe = ::popen(command.c_str(), "r");
-        for (int byte = 0; (byte = std::fgetc(pipe)) != EOF;)
-            output += static_cast<char>(byte);
-        EXPECT_EQ(::pclose(pipe), 0);
+        EXPECT_EQ(ShellIn(folder,
+                          "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM '" + game.native() +
+                              "' " + argument,
+                          &output),
+                  0);
         return output;
     }
 };

@@ -12,6 +12,5 @@ inline constexpr std::string_view FileNameWindowState = "windows.ini";
 inline constexpr std::string_view FileNameAppIcon = "kestrova.svg";
 inline constexpr std::string_view FileNameSplash = "splash.jpg";
 inline constexpr std::string_view PracticeFolderName = "kestrova-practice";
-inline constexpr std::string_view FileNamePracticeGame = "kestrova-practice-game";
 
 } // namespace kestrova::OnDisk

@@ -32,13 +32,13 @@ std::optional<PracticeMade> Make(Host& host, const Path& folder)
 {
     const auto progress = host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::MakingPractice));
     progress->AllowStop();
-    const auto made = MakePracticeFolder(
-        folder, platform::ExecutableFolder() / OnDisk::FileNamePracticeGame,
-        [&](int done, int total, const std::string& what) {
-            progress->SetLabel(what);
-            progress->SetBar(static_cast<std::uint64_t>(done), static_cast<std::uint64_t>(total));
-            return progress->Step();
-        });
+    const auto made = MakePracticeFolder(folder, StandInsIn(platform::ExecutableFolder()),
+                                         [&](int done, int total, const std::string& what) {
+                                             progress->SetLabel(what);
+                                             progress->SetBar(static_cast<std::uint64_t>(done),
+                                                              static_cast<std::uint64_t>(total));
+                                             return progress->Step();
+                                         });
     if (made)
         return *made;
     if (made.Error().code != ErrorCode::Stopped)
