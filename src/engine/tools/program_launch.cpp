@@ -80,36 +80,33 @@ bool Has32BitWine(const Path& wine)
     return false;
 }
 
-Path PrefixAbove(const Path& program)
+/// Wine's command with the settings' words behind it.
+Result<platform::Launch> WineItself(const Tools& tools, const std::string& subject)
 {
-    for (Path folder = program.parent_path(); folder.has_relative_path();
-         folder = folder.parent_path())
-        if (EqualNames(folder.filename().native(), OnDisk::WineDriveFolder))
-            return folder.parent_path();
-    return {};
-}
-
-Result<platform::Launch> ThroughWine(const Tools& tools, const Path& program,
-                                     std::string_view bytes)
-{
-    const auto fails = [&](const std::string& words) {
-        return Failure{ErrorCode::CannotOpen, TextOf(program), words};
-    };
     const std::string command{Trim(tools.wineCommand)};
     const Path wine =
         command.find('/') != std::string::npos ? Path{command} : tools.findOnPath(command);
     if (wine.empty() || !FileExists(wine))
-        return fails(GetMsg(Msg::WineMissing, {command}));
-    if (MachineOf(bytes) == machineI386 && !Has32BitWine(wine))
-        return fails(GetMsg(Msg::Wine32Missing));
+        return Failure{ErrorCode::CannotOpen, subject, GetMsg(Msg::WineMissing, {command})};
     platform::Launch launch;
     launch.argv = {wine.native()};
     for (std::string& word : Split(tools.wineWords, ' '))
         if (!word.empty())
             launch.argv.push_back(std::move(word));
-    launch.argv.push_back(program.native());
+    return launch;
+}
+
+Result<platform::Launch> ThroughWine(const Tools& tools, const Path& program,
+                                     std::string_view bytes)
+{
+    auto launch = WineItself(tools, TextOf(program));
+    if (!launch)
+        return launch;
+    if (MachineOf(bytes) == machineI386 && !Has32BitWine(launch->argv.front()))
+        return Failure{ErrorCode::CannotOpen, TextOf(program), GetMsg(Msg::Wine32Missing)};
+    launch->argv.push_back(program.native());
     if (const Path prefix = PrefixAbove(program); !prefix.empty())
-        launch.environment.emplace_back(OnDisk::WinePrefixVariable, prefix.native());
+        launch->environment.emplace_back(OnDisk::WinePrefixVariable, prefix.native());
     return launch;
 }
 
@@ -131,6 +128,27 @@ Result<platform::Launch> LaunchOf(const Tools& tools, const Path& program,
     launch.argv.insert(launch.argv.end(), arguments.begin(), arguments.end());
     launch.folder = program.parent_path();
     return launch;
+}
+
+Result<platform::Launch> LaunchInPrefix(const Tools& tools, const Path& prefix,
+                                        const ToolArguments& words)
+{
+    auto launch = WineItself(tools, words.front());
+    if (!launch)
+        return launch;
+    launch->argv.insert(launch->argv.end(), words.begin(), words.end());
+    launch->environment.emplace_back(OnDisk::WinePrefixVariable, prefix.native());
+    launch->folder = prefix;
+    return launch;
+}
+
+Path PrefixAbove(const Path& path)
+{
+    for (Path folder = path.parent_path(); folder.has_relative_path();
+         folder = folder.parent_path())
+        if (EqualNames(folder.filename().native(), OnDisk::WineDriveFolder))
+            return folder.parent_path();
+    return {};
 }
 
 bool IsWindowsProgram(const Path& program)

@@ -11,6 +11,13 @@ namespace kestrova
 Result<platform::Launch> LaunchOf(const Tools& tools, const Path& program,
                                   const ToolArguments& arguments = {});
 
+/// How a program of Wine's own, the first of the words, is started in a prefix.
+Result<platform::Launch> LaunchInPrefix(const Tools& tools, const Path& prefix,
+                                        const ToolArguments& words);
+
+/// The Wine prefix whose drive C the path lies on; empty when it lies on none.
+Path PrefixAbove(const Path& path);
+
 /// True for a file that is started through Wine.
 bool IsWindowsProgram(const Path& program);
 

@@ -2,10 +2,13 @@
 
 #include "app/opening.h"
 #include "app/result_text.h"
+#include "app/swap_commands.h"
 #include "core/text.h"
 #include "editor/compile_tom_file.h"
 #include "editor/folder_comparison.h"
+#include "editor/folder_test.h"
 #include "editor/script_files.h"
+#include "editor/trle_registry.h"
 #include "formats/source_text.h"
 #include "session/telling.h"
 #include "words/editor_commands.h"
@@ -100,13 +103,49 @@ bool CompareTwo(Run& run)
     return comparison.Count(FileState::Unread) == 0;
 }
 
+/// A Level Editor's folder that somebody knows of.
+void AddEditor(Run& run, const Path& folder, const Path& prefix)
+{
+    const auto lacks = WhatTrleLacks(folder);
+    const std::string words = lacks ? *lacks : lacks.Error().subject + ' ' + lacks.Error().reason;
+    const std::string from = prefix.empty() ? "preferences" : "registry";
+    if (run.json != nullptr)
+        run.json->push_back({{"folder", TextOf(folder)},
+                             {"from", from},
+                             {"prefix", TextOf(prefix)},
+                             {"lacks", Readable(words)}});
+    else
+        AddLine(run, OneField(TextOf(folder)) + "\t" + from + "\t" +
+                         (words.empty() ? GetMsg(Msg::EditorWhole) : OneField(words)));
+}
+
+bool FindEditors(Run& run)
+{
+    if (run.json != nullptr)
+        *run.json = Json::array();
+    const Folders folders = run.session.Folders();
+    const auto registered = RegisteredEditors(folders);
+    if (!folders.trle.empty())
+        AddEditor(run, folders.trle, {});
+    for (const RegisteredEditor& editor : registered)
+        AddEditor(run, editor.folder, editor.prefix);
+    if (!folders.trle.empty() || !registered.empty())
+        return true;
+    run.session.host.Tell(Tone::Error, GetMsg(Msg::EditorNotFound));
+    return false;
+}
+
+/// The verbs, and how many words each of them takes, itself among them.
+constexpr std::pair<std::string_view, std::size_t> editorVerbs[] = {
+    {"compare", 3}, {"compile", 2}, {"find", 1}, {"restore", 1}};
+
 std::string WrongEditor(Run& run)
 {
     const auto& words = run.arguments.words;
-    const bool compares = words.front() == "compare";
-    if (!compares && words.front() != "compile")
-        return GetMsg(Msg::WrongEditorWord, {words.front()});
-    return words.size() == (compares ? 3U : 2U) ? std::string{} : GetMsg(Msg::WrongEditorCount);
+    for (const auto& [verb, count] : editorVerbs)
+        if (words.front() == verb)
+            return words.size() == count ? std::string{} : GetMsg(Msg::WrongEditorCount);
+    return GetMsg(Msg::WrongEditorWord, {words.front()});
 }
 
 } // namespace
@@ -132,7 +171,7 @@ std::span<const CommandRow> EditorCommands()
                       .usage = Msg::UseEditor,
                       .summary = Msg::SumEditor,
                       .json = Msg::KeysEditor,
-                      .leastWords = 2,
+                      .leastWords = 1,
                       .mostWords = 3,
                       .wrong = WrongEditor},
          .run = CompareTwo,
@@ -141,6 +180,11 @@ std::span<const CommandRow> EditorCommands()
          .needs = Needs::LevelEditor,
          .touches = Touches::Stores, // the lent folder is as it was; its own step asks for a game
          .run = CompileTom},
+        {.terminal = {.word = "editor", .verb = "find"}, .run = FindEditors},
+        {.terminal = {.word = "editor", .verb = "restore"},
+         .touches = Touches::LevelEditor,
+         .run = BringOriginals,
+         .help = HelpTag::Originals},
     };
     return rows;
 }

@@ -123,20 +123,6 @@ bool InFull(const Run& run)
     return run.arguments.Has("--full");
 }
 
-bool BringOriginals(Run& run)
-{
-    Session& session = run.session;
-    if (session.TrleFolder().empty()) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::NeedsSetup));
-        return false;
-    }
-    const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
-    const bool whole = RestoreOriginalConfiguration(session, *progress);
-    // A compact backup has neither the game nor its music: what only a new setup brings is named.
-    return whole && IsTrleFolder(session.host, session.Folders(), session.preferences,
-                                 session.TrleFolder(), true);
-}
-
 bool Plan(Run& run)
 {
     const auto plan =
@@ -228,6 +214,20 @@ bool Mend(Run& run)
 }
 
 } // namespace
+
+bool BringOriginals(Run& run)
+{
+    Session& session = run.session;
+    if (session.TrleFolder().empty()) {
+        session.host.Tell(Tone::Error, GetMsg(Msg::NeedsSetup));
+        return false;
+    }
+    const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
+    const bool whole = RestoreOriginalConfiguration(session, *progress);
+    // A compact backup has neither the game nor its music: what only a new setup brings is named.
+    return whole && IsTrleFolder(session.host, session.Folders(), session.preferences,
+                                 session.TrleFolder(), true);
+}
 
 std::span<const CommandRow> SwapCommands()
 {

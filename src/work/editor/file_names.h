@@ -21,5 +21,17 @@ inline constexpr std::string_view Tr4Ending = ".tr4";
 
 /// Documents of a level, by kind; a readme among them tells what the level needs.
 inline constexpr std::string_view DocumentPatterns = "*.txt|*.doc|*.htm|*.html|*.rtf";
+inline constexpr std::string_view SystemRegistry = "system.reg";
+inline constexpr std::string_view UserRegistry = "user.reg";
+inline constexpr std::string_view WineDriveC = "drive_c";
+inline constexpr std::string_view WineDrives = "dosdevices";
+inline constexpr std::string_view WineFirstDrive = "C:";
+inline constexpr std::string_view WineWholeDisk = "Z:";
+inline constexpr std::string_view UsualPrefix = ".wine";
+inline constexpr std::string_view PrefixesOfOthers = ".local/share/wineprefixes|.PlayOnLinux/wineprefix|.var/app/com.usebottles.bottles/data/bottles/bottles|Games";
+inline constexpr std::string_view PrefixesInData = "bottles/bottles";
+inline constexpr std::string_view AppPathsKey = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\winroomedit.exe"; // not shown
+inline constexpr std::string_view AppPathsKey32 = "Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\App Paths\\winroomedit.exe"; // not shown
+inline constexpr std::string_view ExeEnding = ".exe";
 
 } // namespace kestrova::OnDisk

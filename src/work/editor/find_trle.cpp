@@ -1,6 +1,7 @@
 #include "editor/find_trle.h"
 
 #include "editor/folder_test.h"
+#include "editor/trle_registry.h"
 #include "platform/places.h"
 #include "session/held_folders.h"
 #include "session/telling.h"
@@ -22,7 +23,7 @@ bool TrleFinder::Prepare()
     if (!folder_.empty() &&
         IsTrleFolder(session_.host, session_.Folders(), session_.preferences, folder_, false))
         return true;
-    folder_.clear();
+    folder_ = TrlePathFromRegistry(session_.Folders());
     return false;
 }
 

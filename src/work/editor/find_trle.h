@@ -11,7 +11,8 @@ class TrleFinder
 public:
     explicit TrleFinder(Session& session) : session_(session) {}
 
-    /// True when the folder of the preferences passes: nothing needs to be asked.
+    /// True when the folder of the preferences passes: nothing needs to be asked. Otherwise the
+    /// folder is the one that Wine's registry knows; it counts once it is accepted.
     bool Prepare();
     [[nodiscard]] const Path& Folder() const { return folder_; }
     /// A chooser; the chosen folder is taken when it passes the test.

@@ -4,6 +4,7 @@
 #include "core/text.h"
 #include "session/session.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace kestrova::testing
@@ -15,6 +16,10 @@ World::World() : session{host, machine, list, root / "home"}
 {
     for (const char* folder : {"home", "trle", "levels"})
         fs::create_directories(root / folder);
+    // What this machine's own person has is nothing to a test.
+    ::setenv("HOME", (root / "person").c_str(), 1);
+    ::unsetenv("WINEPREFIX");
+    ::unsetenv("XDG_DATA_HOME");
     session.preferences.trlePath = (root / "trle").native();
     session.archive.header.mainFolder = session.archive.header.secondaryFolder =
         (root / "levels").native();

@@ -1,0 +1,47 @@
+#include "platform/user_folders.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace kestrova::platform
+{
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+fs::path FolderOfVariable(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value != nullptr && value[0] == '/' ? fs::path{value} : fs::path{};
+}
+
+} // namespace
+
+fs::path HomeFolder()
+{
+    return FolderOfVariable("HOME");
+}
+
+fs::path NamedWinePrefix()
+{
+    return FolderOfVariable("WINEPREFIX");
+}
+
+std::vector<fs::path> SharedDataFolders()
+{
+    const char* value = std::getenv("XDG_DATA_DIRS");
+    std::string_view rest =
+        value != nullptr && value[0] != '\0' ? value : "/usr/local/share:/usr/share";
+    std::vector<fs::path> folders;
+    while (!rest.empty()) {
+        const std::string_view one = rest.substr(0, rest.find(':'));
+        rest.remove_prefix(std::min(rest.size(), one.size() + 1));
+        if (one.starts_with('/'))
+            folders.emplace_back(one);
+    }
+    return folders;
+}
+
+} // namespace kestrova::platform

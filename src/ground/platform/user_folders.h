@@ -1,0 +1,17 @@
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+/// Folders that the person's surroundings name.
+namespace kestrova::platform
+{
+
+/// `$HOME`; empty where it is not set.
+std::filesystem::path HomeFolder();
+/// `$WINEPREFIX`; empty where it is not set, or no path from the root on.
+std::filesystem::path NamedWinePrefix();
+/// `$XDG_DATA_DIRS`, or what stands for it: what is installed for everybody lies there.
+std::vector<std::filesystem::path> SharedDataFolders();
+
+} // namespace kestrova::platform
