@@ -53,6 +53,7 @@ bool MakePractice(Run& run)
         run.session.host.Tell(Tone::Warning, made->remark);
     AddLine(run, TextOf(made->trle));
     AddLine(run, TextOf(made->levels));
+    AddLine(run, TextOf(made->packages));
     return true;
 }
 

@@ -61,6 +61,7 @@ public:
         for (const std::string& name : ValuesOf(*text, "name="))
             title = name;
         const Place target = Spelled(base_, "data/" + Shown(tom_.stem()) + ".tr4");
+        std::filesystem::create_directories(target.parent_path());
         const std::string bytes = std::string{"TR4\0", 4} + title + '\n' + notes_ + '\n' + wad_;
         return acts.WriteResult(target, bytes) || Fail(notWritten, Shown(target)) == 0;
     }

@@ -17,7 +17,9 @@ enum class Content {
     Text,        ///< of the row `text`
     Language,    ///< the same with a binary head
     Jpeg,        ///< another view, without a name
-    Bitmap
+    Bitmap,
+    Sample, ///< `size` tenths of a second
+    Silence ///< an mp3 of `size` frames
 };
 
 struct PracticeItem {

@@ -5,13 +5,13 @@
 #include "core/parallel.h"
 #include "core/staged_file.h"
 #include "core/text.h"
-#include "pictures/bitmap.h"
-#include "pictures/jpeg.h"
 #include "practice/content.h"
-#include "practice/game_data.h"
+#include "practice/make_content.h"
 #include "practice/music.h"
-#include "practice/practice_script.h"
-#include "practice/scene.h"
+#include "practice/package_content.h"
+#include "practice/practice_packages.h"
+#include "practice/put_program.h"
+#include "practice/sounds.h"
 
 #include "core/copying.h"
 #include "core/file_kinds.h"
@@ -32,53 +32,22 @@ namespace kestrova
 namespace
 {
 
+/// The number of the first tune of a Level Editor.
+constexpr unsigned firstTune = 58;
+
 /// One file to be made, and how; the parts are independent, so that all cores make them.
 struct Job {
     Path file;
     std::function<std::string()> make;
 };
 
-std::string TextFile(Message row)
-{
-    return ToWindows1252(ReplaceAll(std::string{row.text}, "~1", lineBreak));
-}
-
-std::string MakeContent(const PracticeItem& item, const std::string& title, int style,
-                        std::uint64_t seed, double scale)
-{
-    const int otherView = (style + 2) % sceneStyles;
-    switch (item.content) {
-    case Content::GameData:
-        return MakeGameData(seed, static_cast<std::size_t>(item.size * 1000.0 * scale));
-    case Content::Tune:
-        return TuneWave(seed, item.size * 0.1 * scale);
-    case Content::Script:
-        return PracticeScript(title);
-    case Content::ScriptOf:
-        return CompiledPracticeScript(TextFile(item.text));
-    case Content::LoadPicture:
-        return EncodeBitmap(PaintScene(title, style));
-    case Content::Text:
-        return TextFile(item.text);
-    case Content::Language:
-        return CompiledPracticeLanguage(TextFile(item.text));
-    case Content::Jpeg: {
-        // The painted view always has a size that a jpeg can have.
-        return EncodeJpeg(PaintScene({}, style)).Value();
-    }
-    case Content::Bitmap:
-        return EncodeBitmap(PaintScene({}, otherView, 320, 240));
-    }
-    return {};
-}
-
 void PlanLevel(const PracticeLevel& level, const Path& folder, double scale, std::vector<Job>& jobs)
 {
-    std::uint64_t seed = static_cast<std::uint64_t>(level.style) * 1000;
+    std::uint64_t seed = FirstSeedOf(level);
     const std::string title = ToWindows1252(GetMsg(level.name));
     for (const PracticeItem& item : level.items)
         jobs.push_back(
-            {InFolder(folder, item.file), [=, &item, style = level.style, number = ++seed] {
+            {InFolder(folder, item.file), [=, &item, style = level.style, number = seed++] {
                  return MakeContent(item, title, style, number, scale);
              }});
 }
@@ -86,13 +55,32 @@ void PlanLevel(const PracticeLevel& level, const Path& folder, double scale, std
 /// The music, 0.4 to 2.5 seconds each, numbered as in a real folder and in mixed case.
 void PlanMusic(const Path& trle, std::vector<Job>& jobs)
 {
-    constexpr unsigned firstNumber = 58;
     for (unsigned i = 0; i < practiceTunes; ++i) {
         const std::string_view name =
             i % 3 == 0 ? OnDisk::FragPracticeWaveUpper : OnDisk::FragPracticeWaveLower;
-        jobs.push_back({InFolder(trle, Filled(name, {ZeroPadded(firstNumber + i, 3)})),
+        jobs.push_back({InFolder(trle, Filled(name, {ZeroPadded(firstTune + i, 3)})),
                         [i] { return TuneWave(90000 + i, 0.4 + 0.3 * (i % 8)); }});
     }
+}
+
+/// The music of the Level Editor's setup, which is silent.
+void PlanSetupMusic(const Path& trle, std::vector<Job>& jobs)
+{
+    constexpr unsigned frames = 12;
+    for (unsigned i = 0; i < practiceTunes; ++i)
+        jobs.push_back(
+            {InFolder(trle, Filled(OnDisk::FragSetupTune, {ZeroPadded(firstTune + i, 3)})),
+             [] { return SilentMp3(frames); }});
+}
+
+void PlanPackages(const Path& packages, std::vector<Job>& jobs)
+{
+    for (const PracticeLevel& package : PracticePackages())
+        PlanLevel(package, packages / GetMsg(package.name), 1, jobs);
+    const PracticeLevel& editor = PracticeEditorSetup();
+    const Path trle = packages / GetMsg(editor.name) / OnDisk::SetupSubfolder;
+    PlanLevel(editor, trle, 1, jobs);
+    PlanSetupMusic(trle, jobs);
 }
 
 Status WriteNew(const Path& file, const std::string& bytes)
@@ -161,38 +149,41 @@ Failure WithWords(ErrorCode code, Message row, const Path& subject)
     return {code, TextOf(subject), GetMsg(row, {TextOf(subject)})};
 }
 
-Status PackLevels(PracticeMade& made, const Path& levels, const PracticeProgress& progress,
-                  int total)
+/// What is to be packed beside itself.
+std::vector<Path> FoldersToPack(const Path& aside, const PracticeMade& made)
+{
+    std::vector<Path> folders;
+    const auto add = [&](const Path& folder, std::span<const PracticeLevel> all) {
+        for (const PracticeLevel& level : all)
+            if (level.alsoZip)
+                folders.push_back(aside / folder.filename() / GetMsg(level.name));
+    };
+    add(made.levels, PracticeLevels());
+    add(made.packages, PracticePackages());
+    add(made.packages, {&PracticeEditorSetup(), 1});
+    return folders;
+}
+
+Status PackAll(PracticeMade& made, const Path& aside, const PracticeProgress& progress, int total)
 {
     if (platform::FindOnPath(std::string{OnDisk::PracticeZipTool}).empty()) {
         made.remark = GetMsg(Msg::PracticeNoZip);
         return {};
     }
-    for (const PracticeLevel& level : PracticeLevels()) {
-        if (!level.alsoZip)
-            continue;
-        const std::string name = GetMsg(level.name);
+    for (const Path& folder : FoldersToPack(aside, made)) {
+        const std::string name = TextOf(folder.filename());
         bool goOn = true; // a stop waits for the pack, which takes less than a second
         const auto heartbeat = [&] {
             goOn =
                 goOn && (!progress || progress(total, total, GetMsg(Msg::PracticePacking, {name})));
         };
-        if (PackFolder(levels / name, heartbeat))
-            made.zips.push_back(made.levels / (name + std::string{OnDisk::EndingZip}));
-        else
+        if (!PackFolder(folder, heartbeat))
             made.remark = GetMsg(Msg::PracticeZipFailed, {name});
+        else if (folder.parent_path().filename() == made.levels.filename())
+            made.zips.push_back(made.levels / (name + std::string{OnDisk::EndingZip}));
         if (!goOn)
             return MakeFailure(ErrorCode::Stopped, {});
     }
-    return {};
-}
-
-Status PutProgram(const Path& program, const Path& place)
-{
-    if (Status copied = CopyFileOver(program, place); !copied)
-        return copied;
-    if (const auto failure = platform::SetMode(place, 0755))
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
     return {};
 }
 
@@ -210,6 +201,8 @@ Status MakeAll(const Path& aside, const PracticePrograms& programs,
     }
     PlanLevel(PracticeOriginal(), trle, 1, jobs);
     PlanMusic(trle, jobs);
+    const Path packages = aside / made.packages.filename();
+    PlanPackages(packages, jobs);
     if (Status files = MakeFiles(jobs, progress); !files)
         return files;
 
@@ -219,7 +212,9 @@ Status MakeAll(const Path& aside, const PracticePrograms& programs,
           std::pair{programs.scriptCompiler, OnDisk::FragPracticeScriptExe}})
         if (Status put = PutProgram(program, InFolder(trle, place)); !put)
             return put;
-    return PackLevels(made, levels, progress, static_cast<int>(jobs.size()));
+    if (Status finished = FinishPackages(packages, programs); !finished)
+        return finished;
+    return PackAll(made, aside, progress, static_cast<int>(jobs.size()));
 }
 
 } // namespace
@@ -227,7 +222,7 @@ Status MakeAll(const Path& aside, const PracticePrograms& programs,
 PracticePrograms StandInsIn(const Path& folder)
 {
     return {folder / OnDisk::StandInGame, folder / OnDisk::StandInCompiler,
-            folder / OnDisk::StandInScriptCompiler};
+            folder / OnDisk::StandInScriptCompiler, folder / OnDisk::StandInSetup};
 }
 
 Result<PracticeMade> MakePracticeFolder(const Path& dir, const PracticePrograms& programs,
@@ -237,14 +232,16 @@ Result<PracticeMade> MakePracticeFolder(const Path& dir, const PracticePrograms&
     PracticeMade made;
     made.trle = InFolder(dir, std::string{OnDisk::FragPracticeTrle});
     made.levels = InFolder(dir, std::string{OnDisk::FragPracticeLevels});
-    for (const Path& taken : {made.trle, made.levels}) {
+    made.packages = InFolder(dir, std::string{OnDisk::FragPracticePackages});
+    for (const Path& taken : {made.trle, made.levels, made.packages}) {
         const auto isFree = IsFree(taken);
         if (!isFree)
             return isFree.Error();
         if (!*isFree)
             return WithWords(ErrorCode::Refused, Msg::PracticeExists, taken);
     }
-    for (const Path& program : {programs.game, programs.compiler, programs.scriptCompiler})
+    for (const Path& program :
+         {programs.game, programs.compiler, programs.scriptCompiler, programs.setup})
         if (!FileExists(program))
             return WithWords(ErrorCode::Missing, Msg::PracticeNoProgram, program);
     if (Status folder = MakeFolders(dir); !folder)
@@ -252,17 +249,18 @@ Result<PracticeMade> MakePracticeFolder(const Path& dir, const PracticePrograms&
 
     const Path aside = StagedNameFor(made.trle);
     Status status = MakeAll(aside, programs, progress, options, made);
-    bool levelsMoved = false; // what else stands there is not ours
-    for (const Path& target : {made.levels, made.trle}) {
+    std::vector<Path> moved; // what else stands there is not ours
+    for (const Path& target : {made.levels, made.packages, made.trle}) {
         if (!status)
             break;
-        const auto failure = platform::Rename(aside / target.filename(), target);
-        if (failure)
+        if (const auto failure = platform::Rename(aside / target.filename(), target))
             status = MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure);
-        if (failure && levelsMoved)
-            (void)RemoveTree(made.levels);
-        levelsMoved = true;
+        else
+            moved.push_back(target);
     }
+    if (!status)
+        for (const Path& folder : moved)
+            (void)RemoveTree(folder);
     (void)RemoveTree(aside); // listings skip what cannot be removed
     if (!status)
         return status.Error();

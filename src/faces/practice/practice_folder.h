@@ -23,6 +23,7 @@ struct PracticePrograms {
     Path game;           ///< becomes `tomb4.exe`
     Path compiler;       ///< `tom2pc.exe`
     Path scriptCompiler; ///< `script/script.exe`
+    Path setup;          ///< of it the setup programs among the packages are made
 };
 
 /// The stand-ins that were built or installed in that folder.
@@ -31,14 +32,15 @@ PracticePrograms StandInsIn(const Path& folder);
 struct PracticeMade {
     Path trle;              ///< passes for a Level Editor's folder
     Path levels;            ///< a folder a level, some also as zips
+    Path packages;          ///< levels that need work, folders and zips: sources, setups, wads
     std::vector<Path> zips; ///< of the levels
     std::string remark;     ///< what could not be made, in words; empty otherwise
 };
 
-/// Makes `dir`/trle, with the stand-ins as its programs, and `dir`/levels, all from content of our
-/// own that is the same in every run. Whole or not at all: it is made aside and renamed at the end.
-/// `Refused` with words when one of the two is there, `Missing` with words when a program is not,
-/// `Stopped` by the progress.
+/// Makes `dir`/trle, with the stand-ins as its programs, `dir`/levels and `dir`/packages, all from
+/// content of our own that is the same in every run. Whole or not at all: it is made aside and
+/// renamed at the end. `Refused` with words when one of them is there, `Missing` with words when a
+/// program is not, `Stopped` by the progress.
 Result<PracticeMade> MakePracticeFolder(const Path& dir, const PracticePrograms& programs,
                                         const PracticeProgress& progress,
                                         const PracticeOptions& options = {});

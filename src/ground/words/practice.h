@@ -28,5 +28,35 @@ inline constexpr Message PracticeLevelFolders{"Winds over Kestrel Ridge"};
 inline constexpr Message PracticeFoldersNote{"Climb the ridge while the wind rests.~1The nest is behind the third pillar.~1"}; // every one is filled
 inline constexpr Message PracticeLevelPictures{"The Clockmaker's Attic"};
 inline constexpr Message PracticePicturesNote{"The Clockmaker's Attic~1~1Author: the practice folder~1~1Every clock in the house stopped at the "        "same minute.~1Find the four springs, wind the great clock and leave before it strikes.~1"}; // every one is filled
+inline constexpr Message PracticePackageSalt{"The Salt Mine"};
+inline constexpr Message PracticeSaltTom{"KVTOM~1name=The Salt Mine~1needs=sam~1"}; // every one is filled
+inline constexpr Message PracticeSaltSamples{"drip.wav~1cart.wav~1Steps_Stone.wav~1"}; // every one is filled
+inline constexpr Message PracticeSaltNote{"The Salt Mine~1~1The mine comes as sources: its tom file has to be compiled before it can be played.~1Kestrova does so by itself.~1"}; // every one is filled
+inline constexpr Message PracticePackageWells{"Two Wells"};
+inline constexpr Message PracticeWellOneTom{"KVTOM~1name=The dry well~1"}; // every one is filled
+inline constexpr Message PracticeWellTwoTom{"KVTOM~1name=The deep well~1"}; // every one is filled
+inline constexpr Message PracticeWellNotes{"Two Wells~1~1Both levels use wads that every Level Editor has. Use practice.wad for well_one.tom first.~1~1The second well is older than the first one, and a good deal darker; the rope is behind the mill.~1Use temple.wad for well_two.tom then.~1"}; // every one is filled
+inline constexpr Message PracticePackageDoors{"Seven Doors"};
+inline constexpr Message PracticeDoorATom{"KVTOM~1name=The first door~1"}; // every one is filled
+inline constexpr Message PracticeDoorBTom{"KVTOM~1name=The second door~1needs=swd~1"}; // every one is filled
+inline constexpr Message PracticeDoorCTom{"KVTOM~1name=The third door~1"}; // every one is filled
+inline constexpr Message PracticeDoorsNote{"Seven Doors~1~1What this level needs stands in its kestrova.cfg: the wads of the lagoon, a tune of the game, and which wads each of its three tom files is compiled with.~1"}; // every one is filled
+inline constexpr Message PracticeDoorsShortNote{"Every step of the configuration in one level"};
+inline constexpr Message PracticeDoorsImportNote{"The wads of the lagoon lie beside this level, in the practice folder's packages."};
+inline constexpr Message PracticePackageLagoon{"lagoon_wads"};
+inline constexpr Message PracticeLagoonTom{"KVTOM~1name=The Lagoon~1"}; // every one is filled
+inline constexpr Message PracticeLagoonScript{"; The lagoon alone.~1~1[Title]~1Level= DATA\\TITLE,104~1~1[Level]~1Name= The Lagoon~1Level= DATA\\lagoon,112~1Horizon= ENABLED~1"}; // every one is filled
+inline constexpr Message PracticeLagoonStrings{"[Strings]~1Tut1~1Level two~1The Lagoon~1Level four~1Load Game~1Save Game~1New Game~1Game over~1A key of stone~1The gate is open~1~1[PSXStrings]~1Press the button~1~1[PCStrings]~1Press a key~1"}; // every one is filled
+inline constexpr Message PracticeLagoonHeader{"#define LAGOON_REED 3~1#define LAGOON_BOAT 4~1"}; // every one is filled
+inline constexpr Message PracticeLagoonSounds{"RIPPLE: ripple~1"};
+inline constexpr Message PracticePackageSetup{"Saltgate setup, ~1"};
+inline constexpr Message PracticePackageGate{"Saltgate"};
+inline constexpr Message PracticeGateNote{"Saltgate~1~1A level that comes with a program to install it.~1"}; // every one is filled
+inline constexpr Message PracticePackageEditor{"Level Editor setup"};
+inline constexpr Message PracticeSetupManual{"%PDF-1.1~11 0 obj<</Type/Catalog/Pages 2 0 R>>endobj~12 0 obj<</Type/Pages/Kids[3 0 R]/Count 1>>endobj~13 0 obj<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 80]/Contents 4 0 R/Resources<</Font<</F 5 0 R>>>>>>endobj~14 0 obj<</Length 49>>stream~1BT /F 12 Tf 10 40 Td (Practice Level Editor) Tj ET~1endstream endobj~15 0 obj<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>endobj~1trailer<</Root 1 0 R>>~1%%EOF~1"}; // every one is filled
+inline constexpr Message PracticeSetupMaker{"[InternetShortcut]~1URL=http://practice.invalid/maker~1"}; // every one is filled
+inline constexpr Message PracticeSetupSeller{"[InternetShortcut]~1URL=http://practice.invalid/seller~1"}; // every one is filled
+inline constexpr Message PracticeSetupTitleTom{"KVTOM~1name=The title~1"}; // every one is filled
+inline constexpr Message PracticeNoSetupRoom{"The stand-in program ~1 cannot be made into a setup program, and nothing was made. Install or build the program again."};
 
 } // namespace kestrova::Msg

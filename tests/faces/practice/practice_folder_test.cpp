@@ -2,6 +2,8 @@
 
 #include "core/files.h"
 #include "core/text.h"
+#include "formats/installer_kind.h"
+#include "formats/level_config.h"
 #include "pictures/bitmap.h"
 #include "pictures/picture.h"
 #include "platform/file_content.h"
@@ -13,6 +15,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <set>
 
@@ -195,8 +198,9 @@ TEST(Practice, StoppedOrFailedItLeavesNothing)
 {
     World box;
     const PracticePrograms programs = BuiltStandIns(box);
-    for (Path PracticePrograms::*program : {&PracticePrograms::game, &PracticePrograms::compiler,
-                                            &PracticePrograms::scriptCompiler}) {
+    for (Path PracticePrograms::*program :
+         {&PracticePrograms::game, &PracticePrograms::compiler, &PracticePrograms::scriptCompiler,
+          &PracticePrograms::setup}) {
         PracticePrograms lacking = programs;
         lacking.*program = box / "absent";
         const auto made = MakePracticeFolder(box / "one", lacking, {}, small);
@@ -274,6 +278,56 @@ TEST_F(PracticeFolder, CompilesItsOwnSources)
         EXPECT_EQ(Bytes(script / result), brought[i++]) << result;
     EXPECT_EQ(Bytes(trle / "Script.dat"), brought.front());
     EXPECT_EQ(Bytes(trle / "ENGLISH.DAT"), brought[1]);
+}
+
+TEST_F(PracticeFolder, PackagesNeedEachKindOfWork)
+{
+    const Path packages = (*made)->packages;
+    for (const char* zipped : {"The Salt Mine", "Two Wells", "Seven Doors", "lagoon_wads"}) {
+        EXPECT_FALSE(ListFiles(packages / zipped, "*.tom")->empty()) << zipped;
+        if (!platform::FindOnPath("zip").empty()) {
+            EXPECT_TRUE(FileExists(packages / (std::string{zipped} + ".zip"))) << zipped;
+        }
+    }
+    EXPECT_TRUE(ListFiles(packages / "Two Wells", "*.wad")->empty());
+    const auto config = ParseLevelConfig(Bytes(packages / "Seven Doors/kestrova.cfg"));
+    ASSERT_TRUE(config);
+    for (const std::string* asked : {&config->importWads, &config->duplicates, &config->externWaves,
+                                     &config->tomWads, &config->moreInfo})
+        EXPECT_FALSE(asked->empty());
+    EXPECT_EQ(config->files.size() + 1, ListFiles(packages / "Seven Doors", "*.*")->size());
+    for (const ConfigFile& file : config->files)
+        EXPECT_EQ(static_cast<std::size_t>(file.size),
+                  Bytes(packages / "Seven Doors" / file.name).size());
+    const Path editor = packages / "Level Editor setup/trle";
+    for (const std::string& line : Split(Bytes(editor / "list.txt"), '\n')) {
+        const std::string name = ReplaceAll(ReplaceAll(line, "\r", ""), "\\", "/");
+        EXPECT_TRUE(name.empty() || FileExists(editor / name)) << name;
+    }
+    EXPECT_EQ(ListFiles(editor / "audio", "*.mp3")->size(), 54U);
+}
+
+TEST_F(PracticeFolder, SetupProgramsAreToldApartAndInstall)
+{
+    std::multiset<std::string> codes;
+    const std::vector<Path> packages = *ListSubfolders((*made)->packages);
+    for (const Path& folder : packages) {
+        const std::vector<Path> programs = *ListFiles(folder, "*.exe");
+        for (const Path& program : programs) {
+            const std::string bytes = Bytes(program);
+            const auto kind = DetectInstaller(program.filename().native(), InstallerBytesOf(bytes));
+            codes.emplace(kind.code);
+            std::string said;
+            const Path work = *box / "installing" / folder.filename();
+            std::filesystem::create_directories(work / "trle");
+            std::ofstream{work / "trle/tomb4.exe"} << "the game";
+            EXPECT_EQ(ShellIn(work, "'" + program.native() + "'", &said), 0) << said;
+            const Path into = work / (kind.code == "ZIP" ? "Saltgate" : "trle");
+            EXPECT_EQ(Bytes(into / "data/saltgate.tr4").size(), 350'000U) << said;
+            EXPECT_TRUE(FileExists(into / "script.dat"));
+        }
+    }
+    EXPECT_EQ(codes, (std::multiset<std::string>{"", "FLYDRIVE", "FLYDRIVE", "ZIP", "ZIP"}));
 }
 
 /// The stand-in game itself, as it was built beside this test.
