@@ -106,68 +106,68 @@ Status WriteArchive(const Folders& folders, ProgramSettings& settings, Archive& 
     return {};
 }
 
-Status WriteArchive(Session& session, const Path& file)
+Status WriteArchive(const ArchiveParts& parts, const Path& file)
 {
-    auto status = WriteArchive(session.Folders(), session.settings, session.archive, file);
+    auto status = WriteArchive(parts.folders, parts.settings, parts.archive, file);
     if (status)
-        RememberArchive(session);
+        RememberArchive(parts);
     return status;
 }
 
-void RememberArchive(Session& session)
+void RememberArchive(const ArchiveParts& parts)
 {
-    session.preferences.archivePath = session.archive.file.native();
+    parts.preferences.archivePath = parts.archive.file.native();
 }
 
-bool SaveArchiveNow(Session& session)
+bool SaveArchiveNow(const ArchiveParts& parts)
 {
-    if (!HasArchive(session.host, session.archive))
+    if (!HasArchive(parts.host, parts.archive))
         return false;
-    const Path file = session.ArchivePath();
-    const auto status = WriteArchive(session, file);
+    const Path file = parts.archive.file;
+    const auto status = WriteArchive(parts, file);
     if (!status)
-        TellFailure(session.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(file), status.Error());
+        TellFailure(parts.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(file), status.Error());
     return bool{status};
 }
 
-bool SaveArchive(Session& session)
+bool SaveArchive(const ArchiveParts& parts)
 {
-    if (!session.archive.Loaded())
+    if (!parts.archive.Loaded())
         return false;
-    session.archive.dirty = true;
-    return !session.preferences.autoSave || SaveArchiveNow(session);
+    parts.archive.dirty = true;
+    return !parts.preferences.autoSave || SaveArchiveNow(parts);
 }
 
-Changes AskSaveChanges(Session& session)
+Changes AskSaveChanges(const ArchiveParts& parts)
 {
-    if (!session.archive.dirty)
+    if (!parts.archive.dirty)
         return Changes::Saved;
-    const std::string name = TextOf(session.ArchivePath().filename());
-    if (session.preferences.autoSave ||
-        session.host.AskYesNo(GetMsg(Msg::AskSaveArchive, {name, lineBreak}), Consent::YesKeeps))
-        return SaveArchiveNow(session) ? Changes::Saved : Changes::NotSaved;
-    session.archive.dirty = false;
+    const std::string name = TextOf(parts.archive.file.filename());
+    if (parts.preferences.autoSave ||
+        parts.host.AskYesNo(GetMsg(Msg::AskSaveArchive, {name, lineBreak}), Consent::YesKeeps))
+        return SaveArchiveNow(parts) ? Changes::Saved : Changes::NotSaved;
+    parts.archive.dirty = false;
     return Changes::Dropped;
 }
 
-bool MayReplaceArchive(Session& session, bool& saved)
+bool MayReplaceArchive(const ArchiveParts& parts, bool& saved)
 {
-    saved = AskSaveChanges(session) == Changes::Saved;
-    if (!session.archive.dirty)
+    saved = AskSaveChanges(parts) == Changes::Saved;
+    if (!parts.archive.dirty)
         return true;
-    if (!session.host.AskYesNo(GetMsg(Msg::AskDropChanges), Consent::Explicit))
+    if (!parts.host.AskYesNo(GetMsg(Msg::AskDropChanges), Consent::Explicit))
         return false;
-    session.archive.dirty = false;
+    parts.archive.dirty = false;
     return true;
 }
 
-bool SaveArchiveOrPutBack(Session& session, const Archive& before)
+bool SaveArchiveOrPutBack(const ArchiveParts& parts, const Archive& before)
 {
-    if (SaveArchive(session))
+    if (SaveArchive(parts))
         return true;
-    session.archive = before;
-    (void)WriteArchive(session, before.file); // the failure has been told already
-    session.archive.dirty = before.dirty;
+    parts.archive = before;
+    (void)WriteArchive(parts, before.file); // the failure has been told already
+    parts.archive.dirty = before.dirty;
     return false;
 }
 

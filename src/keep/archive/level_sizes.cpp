@@ -63,44 +63,44 @@ void CountLevelSize(Archive& archive, double delta, SizeKind kind, std::size_t i
                                  : archive.header.secondaryFolderSize) += delta;
 }
 
-void AddLevelSize(Session& session, double delta, SizeKind kind, std::size_t index)
+void AddLevelSize(const ArchiveParts& parts, double delta, SizeKind kind, std::size_t index)
 {
-    CountLevelSize(session.archive, delta, kind, index);
-    SaveArchive(session);
+    CountLevelSize(parts.archive, delta, kind, index);
+    SaveArchive(parts);
 }
 
-void RefreshLevelSizes(Session& session, LevelCode code)
+void RefreshLevelSizes(const ArchiveParts& parts, LevelCode code)
 {
-    const std::ptrdiff_t index = FindLevel(session.archive, code);
+    const std::ptrdiff_t index = FindLevel(parts.archive, code);
     if (index < 0)
         return;
-    LevelRecord& level = session.archive.levels[static_cast<std::size_t>(index)];
-    const auto sizes = Measured(session.Folders(), level);
+    LevelRecord& level = parts.archive.levels[static_cast<std::size_t>(index)];
+    const auto sizes = Measured(parts.folders, level);
     if (!sizes)
         return; // a number that is shown; it is told when all sizes are computed anew
     if (index > 0) {
-        session.archive.header.mainFolderSize += sizes->files - level.filesSize;
-        session.archive.header.secondaryFolderSize += sizes->extras - level.extrasSize;
+        parts.archive.header.mainFolderSize += sizes->files - level.filesSize;
+        parts.archive.header.secondaryFolderSize += sizes->extras - level.extrasSize;
     }
     level.filesSize = SizeField(sizes->files);
     level.extrasSize = SizeField(sizes->extras);
-    SaveArchive(session);
+    SaveArchive(parts);
 }
 
-Status RecomputeArchiveSize(Session& session, bool withProgress)
+Status RecomputeArchiveSize(const ArchiveParts& parts, bool withProgress)
 {
-    const std::size_t count = session.archive.levels.size();
+    const std::size_t count = parts.archive.levels.size();
     std::unique_ptr<ProgressScope> progress;
     if (withProgress) {
-        progress = session.host.BeginProgress(ProgressWindow::Progress,
-                                              GetMsg(Msg::ComputingSizes, {std::to_string(count)}));
+        progress = parts.host.BeginProgress(ProgressWindow::Progress,
+                                            GetMsg(Msg::ComputingSizes, {std::to_string(count)}));
         progress->AllowStop();
     }
     bool finished = true;
     Status read;
     for (std::size_t i = 0; i < count && finished; ++i) {
-        LevelRecord& level = session.archive.levels[i];
-        if (const auto sizes = Measured(session.Folders(), level)) {
+        LevelRecord& level = parts.archive.levels[i];
+        if (const auto sizes = Measured(parts.folders, level)) {
             level.filesSize = SizeField(sizes->files);
             level.extrasSize = SizeField(sizes->extras);
             level.extrasDirty = false;
@@ -112,13 +112,13 @@ Status RecomputeArchiveSize(Session& session, bool withProgress)
             finished = progress->Step();
         }
     }
-    session.archive.header.mainFolderSize = 0;
-    session.archive.header.secondaryFolderSize = 0;
+    parts.archive.header.mainFolderSize = 0;
+    parts.archive.header.secondaryFolderSize = 0;
     for (std::size_t i = 1; i < count; ++i) {
-        session.archive.header.mainFolderSize += session.archive.levels[i].filesSize;
-        session.archive.header.secondaryFolderSize += session.archive.levels[i].extrasSize;
+        parts.archive.header.mainFolderSize += parts.archive.levels[i].filesSize;
+        parts.archive.header.secondaryFolderSize += parts.archive.levels[i].extrasSize;
     }
-    SaveArchive(session);
+    SaveArchive(parts);
     Failure failure = read ? Failure{} : FolderNotRead(read.Error());
     if (!finished)
         failure.code = ErrorCode::Stopped;
