@@ -20,13 +20,16 @@
 namespace kestrova
 {
 
-FilesOut::FilesOut(Session& session, ActivityLog& log, LevelCode to) : StateOut(session, log, to) {}
+FilesOut::FilesOut(const SwapParts& parts, ActivityLog& log, LevelCode to)
+    : StateOut(parts, log, to)
+{
+}
 
 bool FilesOut::Stands(LevelCode marked) const
 {
     const auto isOurs = [&](const LevelPlace& place) {
         return place.code == marked &&
-               HomeOf(session_.Folders(), place) == LevelHomeOf(session_.Folders(), marked);
+               HomeOf(parts_.folders, place) == LevelHomeOf(parts_.folders, marked);
     };
     return marked == journal_.to &&
            (marked < 0 || (isOurs(standing_.level) && isOurs(standing_.state)));
@@ -39,24 +42,24 @@ LevelPlace FilesOut::StandingPlace(LevelCode marked) const
 
 bool FilesOut::TakeOut(LevelCode& previous)
 {
-    auto standing = LookAtStanding(session_.Folders(), session_.archive);
+    auto standing = LookAtStanding(parts_.folders, parts_.archive);
     if (!standing)
-        return TellUnknown(session_.host, standing.Error());
+        return TellUnknown(parts_.host, standing.Error());
     standing_ = std::move(*standing);
     owner_ = standing_.owner;
     if (owner_) {
-        auto there = StrangersThere(session_.Folders(), owner_->strangers);
+        auto there = StrangersThere(parts_.folders, owner_->strangers);
         if (!there) {
-            TellFailure(session_.host, GetMsg(Msg::CannotKeepState), there.Error());
+            TellFailure(parts_.host, GetMsg(Msg::CannotKeepState), there.Error());
             return false;
         }
         strangers_ = std::move(*there);
         waiting_ = owner_->waiting;
     }
-    const Path marker = session_.MarkerPath();
+    const Path marker = parts_.folders.Marker();
     const auto bytes = ReadFileIfThere(marker);
     if (!bytes)
-        return TellUnknown(session_.host, bytes.Error());
+        return TellUnknown(parts_.host, bytes.Error());
     if (!*bytes)
         return TakeOutOriginal(previous);
     const MarkerContent content = ParseMarker(**bytes);
@@ -67,13 +70,13 @@ bool FilesOut::TakeOut(LevelCode& previous)
     markerSaidNothing_ = content.code == -1 && !owner_;
     const LevelPlace level = StandingPlace(previous);
     if (content.hasText) {
-        const Path folder = HomeOf(session_.Folders(), level);
+        const Path folder = HomeOf(parts_.folders, level);
         const auto isThere = IsFolder(folder);
         if (!isThere)
-            return TellFolderNotRead(session_.host, isThere.Error());
+            return TellFolderNotRead(parts_.host, isThere.Error());
         if (!*isThere) {
-            session_.host.Tell(Tone::Error,
-                               GetMsg(Msg::LevelFolderNotFound, {TextOf(folder), lineBreak}));
+            parts_.host.Tell(Tone::Error,
+                             GetMsg(Msg::LevelFolderNotFound, {TextOf(folder), lineBreak}));
             log_ += LogLine({GetMsg(Msg::LogLevelFolderNotFound, {TextOf(folder)})});
             if (Stands(previous))
                 return true;
@@ -85,14 +88,14 @@ bool FilesOut::TakeOut(LevelCode& previous)
     }
     log_ += content.code == -1
                 ? LogLine({GetMsg(Msg::LogPreviousNone)})
-                : LogLine({GetMsg(Msg::LogPreviousLevel, {LevelNameOf(session_.archive, previous)}),
+                : LogLine({GetMsg(Msg::LogPreviousLevel, {LevelNameOf(parts_.archive, previous)}),
                            std::to_string(previous)});
     if (Stands(previous))
         return true;
 
     if (!belongings.refused.empty())
-        session_.host.Tell(Tone::Warning,
-                           GetMsg(Msg::MarkerEntriesRefused, {ShownNames(belongings.refused)}));
+        parts_.host.Tell(Tone::Warning,
+                         GetMsg(Msg::MarkerEntriesRefused, {ShownNames(belongings.refused)}));
     if (!content.hasText) {
         if (!KeepLiveState(originalCode))
             return false;
@@ -126,7 +129,7 @@ Result<bool> FilesOut::StateIsHomeless() const
 {
     if (!owner_ || !owner_->owner || standing_.state.code == originalCode)
         return false;
-    const auto hasHome = IsFolder(HomeOf(session_.Folders(), standing_.state));
+    const auto hasHome = IsFolder(HomeOf(parts_.folders, standing_.state));
     return hasHome ? Result<bool>{!*hasHome} : hasHome.Error();
 }
 
@@ -138,7 +141,7 @@ bool FilesOut::TakeOutOriginal(LevelCode& previous)
     journal_.restore = belongings.overwritten;
     const auto isHomeless = StateIsHomeless();
     if (!isHomeless) {
-        TellFailure(session_.host, GetMsg(Msg::CannotKeepState), isHomeless.Error());
+        TellFailure(parts_.host, GetMsg(Msg::CannotKeepState), isHomeless.Error());
         return false;
     }
     if (*isHomeless) { // nobody else may take it over
@@ -157,7 +160,7 @@ bool FilesOut::TakeOutOriginal(LevelCode& previous)
 
 void FilesOut::Keep(const std::vector<Path>& relatives)
 {
-    const Keeping keeping = KeepOriginals(session_.machine, session_.Folders(), relatives);
+    const Keeping keeping = KeepOriginals(parts_.machine, parts_.folders, relatives);
     for (const Path& relative : keeping.kept)
         kept_.push_back(Readable(ToBackslashes(relative)));
     if (keeping.failed.empty())
@@ -167,7 +170,7 @@ void FilesOut::Keep(const std::vector<Path>& relatives)
         spared_.Add(relative.native());
         names.push_back(Readable(ToBackslashes(relative)));
     }
-    TellFailure(session_.host, GetMsg(Msg::CannotKeepFiles, {ShownNames(names)}), keeping.failure);
+    TellFailure(parts_.host, GetMsg(Msg::CannotKeepFiles, {ShownNames(names)}), keeping.failure);
 }
 
 bool FilesOut::IsSpared(const Path& relative) const
@@ -180,9 +183,9 @@ bool FilesOut::DeleteAdded(const LevelPlace& level, const Belongings& belongings
     if (belongings.added.empty())
         return true;
     const auto progress =
-        session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RemovingPreviousFiles));
+        parts_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RemovingPreviousFiles));
     const auto stays = [&](const OwnedFile& file) {
-        return StaysWithCompactBackup(session_.preferences, file.name);
+        return StaysWithCompactBackup(parts_.preferences, file.name);
     };
     struct Place {
         Path relative;
@@ -191,9 +194,9 @@ bool FilesOut::DeleteAdded(const LevelPlace& level, const Belongings& belongings
     std::vector<Place> places;
     std::vector<Path> unsafe;
     {
-        SafeContents safe{session_, session_.Folders(), level};
+        SafeContents safe{parts_, parts_.folders, level};
         for (const OwnedFile& file : belongings.added) {
-            Path relative = SpelledAsPut(session_.Folders(), file, *SafeRelative(file.name));
+            Path relative = SpelledAsPut(parts_.folders, file, *SafeRelative(file.name));
             if (!stays(file) && !safe.Holds(file, relative))
                 unsafe.push_back(relative);
             Path exact = ResolvePath(trle_ / relative);
@@ -211,7 +214,7 @@ bool FilesOut::DeleteAdded(const LevelPlace& level, const Belongings& belongings
         } else if (IsSpared(relative)) {
             leftAdded_.push_back(file); // the next swap tries again to keep it and to take it out
         } else if (const auto status = LogDeleteFile(exact, trle_ / relative, log_); !status) {
-            TellFailure(session_.host, GetMsg(Msg::CannotDeleteFile) + TextOf(trle_ / relative),
+            TellFailure(parts_.host, GetMsg(Msg::CannotDeleteFile) + TextOf(trle_ / relative),
                         status.Error());
             leftAdded_.push_back(file);
             safeLeft_.insert(exact);
@@ -227,7 +230,7 @@ bool FilesOut::LeavesAnything() const
 {
     return !leftOverwritten_.empty() ||
            std::any_of(leftAdded_.begin(), leftAdded_.end(), [&](const OwnedFile& file) {
-               return !StaysWithCompactBackup(session_.preferences, file.name);
+               return !StaysWithCompactBackup(parts_.preferences, file.name);
            });
 }
 
@@ -236,32 +239,32 @@ void FilesOut::RestoreOverwritten(const std::vector<std::string>& names)
     if (names.empty())
         return;
     const auto progress =
-        session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RestoringChangedFiles));
+        parts_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RestoringChangedFiles));
     std::vector<Path> inTheWay; // a designer's file, or one that came in by another hand
     for (const std::string& name : names) {
         const Path relative = *SafeRelative(name);
-        const Path place = PlaceOfOriginal(session_.Folders(), relative);
+        const Path place = PlaceOfOriginal(parts_.folders, relative);
         if (!safeLeft_.contains(ResolvePath(trle_ / place)) && !IsSpared(relative) &&
-            IsFile(session_.BackupFolder() / relative).ValueOr(true))
+            IsFile(parts_.folders.Backup() / relative).ValueOr(true))
             inTheWay.push_back(place);
     }
     Keep(inTheWay);
     NameSet back; // whatever stood there, the original does now
     std::vector<std::string> failed;
     std::vector<std::string> owed; // while there is no backup
-    const bool away = BackupIsAway(session_.Folders());
+    const bool away = BackupIsAway(parts_.folders);
     for (std::size_t i = 0; i < names.size(); ++i) {
         const auto relative = SafeRelative(names[i]);
         const auto status = IsSpared(*relative)
                                 ? Status{Failure{ErrorCode::Refused, Readable(names[i]), {}}}
-                                : RestoreOriginal(session_.Folders(), *relative);
-        log_ += CopyLine(session_.BackupFolder() / *relative, trle_ / *relative,
+                                : RestoreOriginal(parts_.folders, *relative);
+        log_ += CopyLine(parts_.folders.Backup() / *relative, trle_ / *relative,
                          static_cast<bool>(status), false);
         // What no backup holds stays missing; what it holds is tried again with the next swap.
-        if (!status && IsFile(session_.BackupFolder() / *relative).ValueOr(true)) {
+        if (!status && IsFile(parts_.folders.Backup() / *relative).ValueOr(true)) {
             leftOverwritten_.push_back(names[i]);
             failed.push_back(Readable(names[i]));
-        } else if (!status && away && !StaysWithCompactBackup(session_.preferences, names[i])) {
+        } else if (!status && away && !StaysWithCompactBackup(parts_.preferences, names[i])) {
             leftOverwritten_.push_back(names[i]);
             owed.push_back(Readable(names[i]));
         }
@@ -272,11 +275,10 @@ void FilesOut::RestoreOverwritten(const std::vector<std::string>& names)
     }
     std::erase_if(leftAdded_, [&](const OwnedFile& file) { return back.Has(file.name); });
     if (!failed.empty())
-        session_.host.Tell(Tone::Error, GetMsg(Msg::OriginalsNotBack, {ShownNames(failed)}));
+        parts_.host.Tell(Tone::Error, GetMsg(Msg::OriginalsNotBack, {ShownNames(failed)}));
     if (!owed.empty())
-        session_.host.Tell(
-            Tone::Error,
-            GetMsg(Msg::OriginalsNoBackup, {TextOf(session_.BackupFolder()), ShownNames(owed)}));
+        parts_.host.Tell(Tone::Error, GetMsg(Msg::OriginalsNoBackup,
+                                             {TextOf(parts_.folders.Backup()), ShownNames(owed)}));
 }
 
 } // namespace kestrova

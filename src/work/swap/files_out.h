@@ -15,7 +15,7 @@ class FilesOut : protected StateOut
 {
 public:
     /// `to` is the level that will come; -1 when none does.
-    FilesOut(Session& session, ActivityLog& log, LevelCode to);
+    FilesOut(const SwapParts& parts, ActivityLog& log, LevelCode to);
 
     /// Takes out what stands in the folder. `previous` is the answer for callers that know only
     /// codes. False when the player's files could not be kept: then nothing has changed.

@@ -30,13 +30,13 @@ bool Agrees(Session& session, const Folders& folders, Message question)
 
 } // namespace
 
-std::vector<platform::RunningProgram> ProgramsInTrle(Session& session, const Folders& folders)
+std::vector<platform::RunningProgram> ProgramsInTrle(const SwapParts& parts, const Folders& folders)
 {
     std::vector<platform::RunningProgram> programs;
     if (const Path folder = folders.trle; !folder.empty())
-        programs = session.machine.ProgramsRunningIn(folder);
-    if (programs.empty() && session.gamePid != 0 && session.machine.IsRunning(session.gamePid))
-        programs.push_back({session.gamePid, std::string{Trim(session.preferences.tombExeName)}});
+        programs = parts.machine.ProgramsRunningIn(folder);
+    if (programs.empty() && parts.gamePid != 0 && parts.machine.IsRunning(parts.gamePid))
+        programs.push_back({parts.gamePid, std::string{Trim(parts.preferences.tombExeName)}});
     return programs;
 }
 

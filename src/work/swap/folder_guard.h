@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "swap/swap_parts.h"
 
 /// Whether the Level Editor's folder may be changed: a program that runs there reads its files and
 /// writes into them. Every operation that changes the folder asks here, so no face can forget it.
@@ -9,7 +9,8 @@ namespace kestrova
 
 /// The programs that run in the Level Editor's folder; the game that was started from here counts
 /// wherever it runs.
-std::vector<platform::RunningProgram> ProgramsInTrle(Session& session, const Folders& folders);
+std::vector<platform::RunningProgram> ProgramsInTrle(const SwapParts& parts,
+                                                     const Folders& folders);
 
 /// True when no program runs in the Level Editor's folder, or the person goes on nevertheless. The
 /// answer holds for the whole operation under way, which asks before anything changes and, when it

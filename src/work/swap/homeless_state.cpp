@@ -41,7 +41,7 @@ std::optional<LevelPlace> FollowSaidHome(Host& host, const Folders& folders,
 }
 
 /// The state goes to its level's store, which is there, or to the history.
-Status SendHome(Session& session, const Folders& folders, const Homeless& state,
+Status SendHome(const SwapParts& parts, const Folders& folders, const Homeless& state,
                 const OwnerRecord& owner, bool letGo)
 {
     const LevelPlace& level = state.level;
@@ -61,24 +61,24 @@ Status SendHome(Session& session, const Folders& folders, const Homeless& state,
     journal.folder = std::move(*folder);
     journal.fromRoot = std::move(*root);
     // First the copies alone: while they cannot be made nothing waits that would hold up a swap.
-    auto status = SettleTwins(session.host, session.machine, session.archive, session.settings,
-                              folders, level, folders.trle);
+    auto status = SettleTwins(parts.host, parts.machine, parts.archive, parts.settings, folders,
+                              level, folders.trle);
     if (status && !letGo)
-        status = SettleTwins(session.host, session.machine, session.archive, session.settings,
-                             folders, level, ResolvePath(journal.fromStore));
+        status = SettleTwins(parts.host, parts.machine, parts.archive, parts.settings, folders,
+                             level, ResolvePath(journal.fromStore));
     if (status && !letGo)
-        status = StoreLiveState(session.machine, folders, session.archive, session.settings, level,
+        status = StoreLiveState(parts.machine, folders, parts.archive, parts.settings, level,
                                 journal.fromStore, journal.live, state.strangers);
     if (status && letGo)
-        status = KeepInHistory(session.machine, folders, session.archive, session.settings, level,
+        status = KeepInHistory(parts.machine, folders, parts.archive, parts.settings, level,
                                state.live, GetMsg(Msg::ReasonInterrupted));
     if (status)
         status = WriteJournal(folders, journal);
     LeftInTrle left;
     if (status)
-        status = ReturnToOriginal(session, folders, std::move(journal), left);
+        status = ReturnToOriginal(parts, folders, std::move(journal), left);
     if (status)
-        TellLeftovers(session.host, folders, left);
+        TellLeftovers(parts.host, folders, left);
     return status;
 }
 
@@ -106,15 +106,15 @@ Result<std::optional<Homeless>> FindHomeless(const Folders& folders, const Stand
     return std::optional{Homeless{standing.state, std::move(*strangers), std::move(*live)}};
 }
 
-Status ReturnHomelessState(Session& session, const Folders& folders, std::vector<std::string>& stay,
-                           const Whereabouts& said)
+HomelessLeft ReturnHomelessState(const SwapParts& parts, const Folders& folders,
+                                 const Whereabouts& said)
 {
-    const auto standing = LookAtStanding(folders, session.archive);
+    const auto standing = LookAtStanding(folders, parts.archive);
     if (!standing)
-        return standing.Error();
+        return {{}, standing.Error()};
     const auto found = FindHomeless(folders, *standing);
     if (!found)
-        return found.Error();
+        return {{}, found.Error()};
     if (!*found)
         return {};
     Homeless state = **found;
@@ -122,26 +122,25 @@ Status ReturnHomelessState(Session& session, const Folders& folders, std::vector
     auto hasHome = IsFolder(HomeOf(folders, state.level));
     if (hasHome && !*hasHome && !said.archiveFolder.empty()) {
         const auto followed =
-            FollowSaidHome(session.host, folders, state.level, owner, said.archiveFolder);
+            FollowSaidHome(parts.host, folders, state.level, owner, said.archiveFolder);
         if (!followed)
             return {};
         state.level = *followed;
         hasHome = true;
     }
     if (!hasHome)
-        return hasHome.Error();
+        return {{}, hasHome.Error()};
     if (!*hasHome && !said.letGo)
         return {};
-    stay = ShownNamesOf(state.live);
-    if (!ProgramsInTrle(session, folders).empty())
-        return {};
-    if (const auto status = SendHome(session, folders, state, owner, !*hasHome); !status)
-        return status;
+    auto names = ShownNamesOf(state.live);
+    if (!ProgramsInTrle(parts, folders).empty())
+        return {std::move(names), std::nullopt};
+    if (const auto status = SendHome(parts, folders, state, owner, !*hasHome); !status)
+        return {std::move(names), status.Error()};
     const Message words = *hasHome ? Msg::StateReturned : Msg::StateLetGo;
-    if (!stay.empty())
-        session.host.Tell(Tone::Warning,
-                          GetMsg(words, {TextOf(HomeOf(folders, state.level)), ShownNames(stay)}));
-    stay.clear();
+    if (!names.empty())
+        parts.host.Tell(Tone::Warning,
+                        GetMsg(words, {TextOf(HomeOf(folders, state.level)), ShownNames(names)}));
     return {};
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "history/standing.h"
-#include "session/session.h"
+#include "swap/swap_parts.h"
 #include "swap/whereabouts.h"
 
 /// Savegames in the Level Editor's folder of a level whose files are gone from it.
@@ -20,12 +20,18 @@ Result<std::optional<Homeless>> FindHomeless(const Folders& folders, const Stand
 /// The names as they are shown.
 std::vector<std::string> ShownNamesOf(const std::vector<Path>& files);
 
+/// What stays in the folder of such a state.
+struct HomelessLeft {
+    std::vector<std::string> names{}; ///< as they are shown
+    std::optional<Failure> failure{}; ///< why; none where it only waits
+};
+
 /// The savegames of a level that a full restore had to leave in the folder go to that level's
-/// store, and the original configuration's come in. `stay` gets the names of those that still
-/// cannot; a level whose folder is not there just now is waited for, unless the person said where
-/// it is or that it is gone for good, which sends them to the history.
-Status ReturnHomelessState(Session& session, const Folders& folders, std::vector<std::string>& stay,
-                           const Whereabouts& said = {});
+/// store, and the original configuration's come in. A level whose folder is not there just now is
+/// waited for, unless the person said where it is or that it is gone for good, which sends them to
+/// the history.
+HomelessLeft ReturnHomelessState(const SwapParts& parts, const Folders& folders,
+                                 const Whereabouts& said = {});
 /// Such savegames wait in a Level Editor's folder that was moved: the one that the person named is
 /// the Level Editor's folder from now on, provided that it is that one. False, told, when it is
 /// not.

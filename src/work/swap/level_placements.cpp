@@ -32,42 +32,42 @@ bool TellNoSpace(Host& host, Machine& machine, const Folders& folders, double ne
 
 } // namespace
 
-bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
+bool ReadyPlacements(const SwapParts& parts, LevelCode code, const Path& staging,
                      std::vector<Placement>& placements)
 {
-    const auto home = LevelFolderOf(session.Folders(), session.archive, code);
+    const auto home = LevelFolderOf(parts.folders, parts.archive, code);
     if (!home) {
-        return DoneOrTold(session.host, home.Error());
+        return DoneOrTold(parts.host, home.Error());
     }
     const Path source = InFolder(*home, OnDisk::DirFiles);
     if (!FolderExists(source)) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::LevelFilesGone), TextOf(source));
+        parts.host.Tell(Tone::Error, GetMsg(Msg::LevelFilesGone), TextOf(source));
         return false;
     }
     const auto progress =
-        session.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
-    auto ready = ReadyLevelFiles(session.host, session.machine, SoundConverterOf(session), source,
-                                 staging, true, progress.get());
+        parts.host.BeginProgress(ProgressWindow::Zip, GetMsg(Msg::DecompressingFiles));
+    auto ready = ReadyLevelFiles(parts.host, parts.machine, parts.sounds, source, staging, true,
+                                 progress.get());
     if (!ready) {
         if (ready.Error().code == ErrorCode::NoSpace) {
             double need = 0;
             if (const auto plan = PlanLevelFiles(source))
                 for (const ReadyFile& file : *plan)
                     need += static_cast<double>(file.size);
-            return TellNoSpace(session.host, session.machine, session.Folders(), need);
+            return TellNoSpace(parts.host, parts.machine, parts.folders, need);
         }
         // A sound that was not decoded has its own words.
         const bool isSound = !ready.Error().sentence.empty();
         if (isSound)
-            TellFailure(session.host, ready.Error());
-        TellFailure(session.host, GetMsg(Msg::ErrorDecompressingFiles),
+            TellFailure(parts.host, ready.Error());
+        TellFailure(parts.host, GetMsg(Msg::ErrorDecompressingFiles),
                     isSound ? Failure{} : ready.Error());
         return false;
     }
     std::vector<std::string> refused;
     placements = PlaceFiles(*ready, refused);
     if (!refused.empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::NamesLeftOut, {ShownNames(refused)}));
+        parts.host.Tell(Tone::Warning, GetMsg(Msg::NamesLeftOut, {ShownNames(refused)}));
 
     // What the old level leaves makes room, but its own files come out one by one before.
     double need = 0;
@@ -75,12 +75,12 @@ bool ReadyPlacements(Session& session, LevelCode code, const Path& staging,
         if (!placement.file.moved)
             need += static_cast<double>(placement.file.size);
     double freed = 0;
-    if (const auto owner = ReadOwner(session.Folders()); owner && *owner)
+    if (const auto owner = ReadOwner(parts.folders); owner && *owner)
         for (const OwnedFile& file : (*owner)->added)
             freed += static_cast<double>(file.size);
-    const auto free = session.machine.FreeSpace(session.TrleFolder());
+    const auto free = parts.machine.FreeSpace(parts.folders.trle);
     if (free && need > static_cast<double>(*free) + freed)
-        return TellNoSpace(session.host, session.machine, session.Folders(), need);
+        return TellNoSpace(parts.host, parts.machine, parts.folders, need);
     return true;
 }
 

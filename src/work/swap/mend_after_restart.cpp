@@ -19,15 +19,15 @@
 namespace kestrova
 {
 
-void MendAfterRestart(Session& session, LevelCode code)
+void MendAfterRestart(const SwapParts& parts, LevelCode code)
 {
-    const auto found = ReadOwner(session.Folders()); // the next occasion may be able to
+    const auto found = ReadOwner(parts.folders); // the next occasion may be able to
     const auto& owner = found ? *found : std::optional<OwnerRecord>{};
-    if (!owner || owner->bootId == session.machine.BootId())
+    if (!owner || owner->bootId == parts.machine.BootId())
         return;
-    WorkFolder staging{InFolder(session.TrleFolder(), OnDisk::DirReady)};
+    WorkFolder staging{InFolder(parts.folders.trle, OnDisk::DirReady)};
     std::vector<Placement> placements;
-    if (!ReadyPlacements(session, code, staging.Folder(), placements))
+    if (!ReadyPlacements(parts, code, staging.Folder(), placements))
         return;
     std::unordered_map<std::string, OwnedFile> listed; // by folded name
     for (const OwnedFile& file : owner->added)
@@ -37,10 +37,10 @@ void MendAfterRestart(Session& session, LevelCode code)
     std::vector<std::string> mended;
     OwnerRecord record = *owner;
     for (const Placement& placement : placements) {
-        const Path target = ResolvePath(session.TrleFolder() / placement.relative);
+        const Path target = ResolvePath(parts.folders.trle / placement.relative);
         const auto facts = LookAt(target);
         if (!facts) {
-            TellFailure(session.host, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
+            TellFailure(parts.host, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
                         facts.Error());
             return;
         }
@@ -50,7 +50,7 @@ void MendAfterRestart(Session& session, LevelCode code)
         if (!ours || SameContent(placement.file.path, target))
             continue;
         if (const auto status = CopyFileOver(placement.file.path, target); !status) {
-            TellFailure(session.host, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
+            TellFailure(parts.host, GetMsg(Msg::SomeFilesNotCopied, {Readable(placement.target)}),
                         status.Error());
             return;
         }
@@ -61,8 +61,8 @@ void MendAfterRestart(Session& session, LevelCode code)
     std::erase_if(record.added, [&](const OwnedFile& file) { return again.Has(file.name); });
     record.added.insert(record.added.end(), standing.begin(), standing.end());
     if (!mended.empty())
-        session.host.Tell(Tone::Plain, GetMsg(Msg::MendedFiles, {ShownNames(mended)}));
-    (void)WriteOwner(session.machine, session.Folders(),
+        parts.host.Tell(Tone::Plain, GetMsg(Msg::MendedFiles, {ShownNames(mended)}));
+    (void)WriteOwner(parts.machine, parts.folders,
                      std::move(record)); // otherwise the files are compared once more
 }
 

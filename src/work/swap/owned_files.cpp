@@ -105,8 +105,8 @@ struct SafeContents::Stored {
     std::unordered_multimap<std::string, Path> files; ///< by the folded name of their place
 };
 
-SafeContents::SafeContents(Session& session, Folders folders, LevelPlace level)
-    : session_(session), folders_(std::move(folders)), level_(std::move(level))
+SafeContents::SafeContents(const SwapParts& parts, Folders folders, LevelPlace level)
+    : parts_(parts), folders_(std::move(folders)), level_(std::move(level))
 {
 }
 
@@ -135,8 +135,8 @@ bool SafeContents::LevelHolds(const Path& relative)
         // A level that cannot be read proves nothing: then the file is kept.
         if (FolderExists(source))
             if (const auto ready =
-                    ReadyLevelFiles(session_.host, session_.machine, SoundConverterOf(session_),
-                                    source, stored_->staging.Folder(), true, nullptr))
+                    ReadyLevelFiles(parts_.host, parts_.machine, parts_.sounds, source,
+                                    stored_->staging.Folder(), true, nullptr))
                 for (const Placement& placement : PlaceFiles(*ready, refused))
                     stored_->files.emplace(FoldCase(placement.relative.native()),
                                            placement.file.path);

@@ -4,7 +4,7 @@
 #include "core/files.h"
 #include "formats/preferences.h"
 #include "formats/swap_journal.h"
-#include "session/session.h"
+#include "swap/swap_parts.h"
 
 #include <memory>
 #include <unordered_map>
@@ -59,7 +59,7 @@ private:
 class SafeContents
 {
 public:
-    SafeContents(Session& session, Folders folders, LevelPlace level);
+    SafeContents(const SwapParts& parts, Folders folders, LevelPlace level);
     ~SafeContents();
     SafeContents(const SafeContents&) = delete;
     SafeContents& operator=(const SafeContents&) = delete;
@@ -71,7 +71,7 @@ private:
     struct Stored;
     bool LevelHolds(const Path& relative);
 
-    Session& session_;
+    SwapParts parts_;
     Folders folders_;
     LevelPlace level_;
     std::unique_ptr<Stored> stored_;

@@ -171,9 +171,8 @@ bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
     if (!*found) {
         if (!FollowMovedState(session, said))
             return false;
-        std::vector<std::string> stay;
-        (void)ReturnHomelessState(session, session.Folders(), stay,
-                                  said); // a swap, or the next start, tries again
+        // What stays, a swap or the next start tries again.
+        (void)ReturnHomelessState(session, session.Folders(), said);
         ClearToldLeftovers(session);
         return true;
     }

@@ -185,7 +185,7 @@ Status RestoreFolder(Machine& machine, const Folders& folders, const Path& folde
     return {};
 }
 
-Status FinishRestore(Session& session, const Folders& folders, const SwapJournal& journal,
+Status FinishRestore(const SwapParts& parts, const Folders& folders, const SwapJournal& journal,
                      RestoreReport& report, ProgressScope* progress)
 {
     Show(progress, Msg::RestoreRemovingCritical);
@@ -196,28 +196,29 @@ Status FinishRestore(Session& session, const Folders& folders, const SwapJournal
             return files.Error();
     OwnerRecord owner;
     // First of all, since it makes room for what comes back.
-    owner.added = DeleteListed(session.preferences, folders, journal.remove, report);
-    if (auto status = DeleteCritical(session.machine, folders, report); !status)
+    owner.added = DeleteListed(parts.preferences, folders, journal.remove, report);
+    if (auto status = DeleteCritical(parts.machine, folders, report); !status)
         return status;
     if (auto status = DeleteFile(folders.Marker()); !status)
         return status;
     Show(progress, Msg::RestoreCopyingOriginal);
     for (const Path& folder : places)
-        if (auto status = RestoreFolder(session.machine, folders, folder, report, progress);
-            !status)
+        if (auto status = RestoreFolder(parts.machine, folders, folder, report, progress); !status)
             return status;
-    RestoreListed(session.machine, folders, journal, report);
+    RestoreListed(parts.machine, folders, journal, report);
     if (journal.from >= 0)
-        SetOwner(folders, session.archive, owner,
+        SetOwner(folders, parts.archive, owner,
                  LevelPlace{journal.from, Path{journal.fromStore}.parent_path()});
     owner.overwritten = report.missing;
     owner.strangers = StrangersThere(folders, journal.strangers).ValueOr(journal.strangers);
-    if (auto status = WriteOwner(session.machine, folders, std::move(owner)); !status)
+    if (auto status = WriteOwner(parts.machine, folders, std::move(owner)); !status)
         return status;
     if (auto status = DropJournal(folders); !status)
         return status;
-    if (const auto status = ReturnHomelessState(session, folders, report.state); !status)
-        NoteReason(report, status.Error());
+    HomelessLeft left = ReturnHomelessState(parts, folders);
+    report.state = std::move(left.names);
+    if (left.failure)
+        NoteReason(report, *left.failure);
     return {};
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "formats/swap_journal.h"
-#include "session/session.h"
+#include "swap/swap_parts.h"
 
 /// The steps of a full restore. Each may be repeated, and each goes on with the next file where one
 /// cannot be brought back: a disk that is full still takes what fits.
@@ -30,7 +30,7 @@ std::vector<OwnedFile> DeleteListed(const PreferencesRecord& preferences, const 
 /// the player changed is kept first. A failure leaves the journal; a file that could not be brought
 /// back is no failure but stands in the report, and the owner record still knows it. `progress` may
 /// be null.
-Status FinishRestore(Session& session, const Folders& folders, const SwapJournal& journal,
+Status FinishRestore(const SwapParts& parts, const Folders& folders, const SwapJournal& journal,
                      RestoreReport& report, ProgressScope* progress = nullptr);
 
 /// The files of one folder of the backup over those of the Level Editor's folder, the bar

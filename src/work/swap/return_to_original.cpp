@@ -64,8 +64,8 @@ Status SaveLiveState(Machine& machine, const Folders& folders, const Archive& ar
 
 } // namespace
 
-void DeleteBrought(Session& session, const Folders& folders, const std::vector<OwnedFile>& files,
-                   const LevelPlace& level, LeftInTrle& left)
+void DeleteBrought(const SwapParts& parts, const Folders& folders,
+                   const std::vector<OwnedFile>& files, const LevelPlace& level, LeftInTrle& left)
 {
     const bool away = BackupIsAway(folders);
     const OwnedNames brought{files}; // the old and the new level may both have brought a name
@@ -77,7 +77,7 @@ void DeleteBrought(Session& session, const Folders& folders, const std::vector<O
     std::vector<Going> going;
     std::vector<Path> unsafe;
     {
-        SafeContents safe{session, folders, level};
+        SafeContents safe{parts, folders, level};
         for (const OwnedFile& file : files) {
             const auto found = FindListed(folders, file);
             if (!found) { // it stays noted
@@ -87,7 +87,7 @@ void DeleteBrought(Session& session, const Folders& folders, const std::vector<O
             if (!*found)
                 continue;
             const auto& [relative, place, facts] = **found;
-            if (StaysWithCompactBackup(session.preferences, file.name) ||
+            if (StaysWithCompactBackup(parts.preferences, file.name) ||
                 SameContent(place, folders.Backup() / relative))
                 continue;
             const bool known = brought.IsAsPut(file.name, facts) || safe.Holds(file, relative);
@@ -100,7 +100,7 @@ void DeleteBrought(Session& session, const Folders& folders, const std::vector<O
                 unsafe.push_back(relative);
         }
     }
-    const Keeping keeping = KeepOriginals(session.machine, folders, unsafe);
+    const Keeping keeping = KeepOriginals(parts.machine, folders, unsafe);
     for (const Path& relative : keeping.kept)
         left.kept.push_back(Readable(ToBackslashes(relative)));
     for (const Path& relative : keeping.failed)
@@ -194,34 +194,34 @@ void TellLeftovers(Host& host, const Folders& folders, const LeftInTrle& left)
     tell(Msg::StateLeft, namesOf(left.strangers));
 }
 
-Status ReturnToOriginal(Session& session, const Folders& folders, SwapJournal journal,
+Status ReturnToOriginal(const SwapParts& parts, const Folders& folders, SwapJournal journal,
                         LeftInTrle& left)
 {
     const Path store = NeededStore(folders, journal);
     const LevelPlace owner = LevelOfNeededStore(folders, journal);
-    if (auto status = SettleTwins(session.host, session.machine, session.archive, session.settings,
-                                  folders, owner, folders.trle);
+    if (auto status = SettleTwins(parts.host, parts.machine, parts.archive, parts.settings, folders,
+                                  owner, folders.trle);
         !status)
         return status;
     left.strangers = journal.strangers;
     if (journal.liveIsKept) { // the state of a level that has no folder any more
         const LevelPlace gone{journal.from, Path{journal.fromStore}.parent_path()};
         std::vector<OwnedFile> there;
-        if (auto status = DropLiveState(session.machine, folders, session.archive, session.settings,
-                                        gone, journal.live, there);
+        if (auto status = DropLiveState(parts.machine, folders, parts.archive, parts.settings, gone,
+                                        journal.live, there);
             !status)
             return status;
     }
-    if (auto status = SaveLiveState(session.machine, folders, session.archive, session.settings,
-                                    owner, store, left.strangers);
+    if (auto status = SaveLiveState(parts.machine, folders, parts.archive, parts.settings, owner,
+                                    store, left.strangers);
         !status)
         return status;
     ClearHalfDone(folders);
     std::vector<OwnedFile> brought = journal.install;
     brought.insert(brought.end(), journal.remove.begin(), journal.remove.end());
     const LevelPlace old{journal.from, Path{journal.fromStore}.parent_path()};
-    DeleteBrought(session, folders, brought, old, left);
-    if (auto status = RestoreMissing(folders, session.preferences, journal, left); !status)
+    DeleteBrought(parts, folders, brought, old, left);
+    if (auto status = RestoreMissing(folders, parts.preferences, journal, left); !status)
         return status;
     (void)DeleteFile(folders.Marker()); // the owner record outweighs one that stays
     // From here on the state in the folder is that of the original configuration.
@@ -232,19 +232,19 @@ Status ReturnToOriginal(Session& session, const Folders& folders, SwapJournal jo
     journal.strangers = left.strangers;
     if (auto status = WriteJournal(folders, journal); !status)
         return status;
-    if (auto status = SettleTwins(session.host, session.machine, session.archive, session.settings,
-                                  folders, originalCode, journal.toStore);
+    if (auto status = SettleTwins(parts.host, parts.machine, parts.archive, parts.settings, folders,
+                                  originalCode, journal.toStore);
         !status)
         return status;
     const auto stored = StoredState(folders, originalCode);
     if (!stored)
         return stored.Error();
-    BroughtState state = BringStateIn(session.machine, folders, session.archive, session.settings,
+    BroughtState state = BringStateIn(parts.machine, folders, parts.archive, parts.settings,
                                       journal.toStore, *stored, originalCode, nullptr);
     if (!state.waiting.empty()) // they are in their store, and no reason to wait for ever
-        session.host.Tell(Tone::Warning, GetMsg(Msg::StateNotIn, {ShownNames(state.waiting)}));
+        parts.host.Tell(Tone::Warning, GetMsg(Msg::StateNotIn, {ShownNames(state.waiting)}));
     OwnerRecord record;
-    SetOwner(folders, session.archive, record, originalCode);
+    SetOwner(folders, parts.archive, record, originalCode);
     record.overwritten = std::move(state.replaced);
     record.overwritten.insert(record.overwritten.end(), left.overwritten.begin(),
                               left.overwritten.end());
@@ -253,7 +253,7 @@ Status ReturnToOriginal(Session& session, const Folders& folders, SwapJournal jo
     record.added.insert(record.added.end(), left.unsure.begin(), left.unsure.end());
     record.strangers = StrangersThere(folders, left.strangers).ValueOr(left.strangers);
     record.waiting = std::move(state.waiting);
-    if (auto status = WriteOwner(session.machine, folders, std::move(record)); !status)
+    if (auto status = WriteOwner(parts.machine, folders, std::move(record)); !status)
         return status;
     return DropJournal(folders);
 }

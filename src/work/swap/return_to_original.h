@@ -2,7 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "formats/swap_journal.h"
-#include "session/session.h"
+#include "swap/swap_parts.h"
 
 /// The way back to the original configuration of what a swap left half done, or said that it left.
 namespace kestrova
@@ -23,15 +23,15 @@ void TellLeftovers(Host& host, const Folders& folders, const LeftInTrle& left);
 
 /// Everything behind the point where the live state was stored ends at the original configuration.
 /// Each step may be repeated.
-Status ReturnToOriginal(Session& session, const Folders& folders, SwapJournal journal,
+Status ReturnToOriginal(const SwapParts& parts, const Folders& folders, SwapJournal journal,
                         LeftInTrle& left);
 /// What a swap built beside its targets in the Level Editor's folder goes.
 void ClearHalfDone(const Folders& folders);
 
 /// Deletes what the old or the new level brought, but for files that are original. What somebody
 /// changed since is kept first.
-void DeleteBrought(Session& session, const Folders& folders, const std::vector<OwnedFile>& files,
-                   const LevelPlace& level, LeftInTrle& left);
+void DeleteBrought(const SwapParts& parts, const Folders& folders,
+                   const std::vector<OwnedFile>& files, const LevelPlace& level, LeftInTrle& left);
 /// Whatever the root and `data` of the backup hold and the folder lacks comes back. Fails before it
 /// changes anything when the backup cannot be listed.
 Status RestoreMissing(const Folders& folders, const PreferencesRecord& preferences,

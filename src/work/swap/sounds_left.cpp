@@ -15,14 +15,14 @@
 namespace kestrova
 {
 
-SoundsLeft::SoundsLeft(Session& session)
-    : session_(session), trle_(ResolvePath(session.TrleFolder()))
+SoundsLeft::SoundsLeft(const SwapParts& parts)
+    : parts_(parts), trle_(ResolvePath(parts.folders.trle))
 {
 }
 
 Status SoundsLeft::Find()
 {
-    auto owner = ReadOwner(session_.Folders());
+    auto owner = ReadOwner(parts_.folders);
     if (!owner)
         return owner.Error();
     owner_ = owner->value_or(OwnerRecord{});
@@ -34,7 +34,7 @@ Status SoundsLeft::Find()
         const auto facts = LookAt(place);
         if (!facts)
             return facts.Error();
-        if (IsAsListed(file, *facts) && !SameContent(place, session_.BackupFolder() / *relative))
+        if (IsAsListed(file, *facts) && !SameContent(place, parts_.folders.Backup() / *relative))
             files_.push_back({file, *relative, place});
     }
     for (std::size_t i = 0; i < files_.size(); ++i)
@@ -48,7 +48,7 @@ Path SoundsLeft::OriginalOf(const Path& file) const
         byPlace_.empty() ? byPlace_.end() : byPlace_.find(FoldCase(ResolvePath(file).native()));
     if (left == byPlace_.end())
         return file;
-    const Path vault = ResolvePath(InFolder(session_.programFolder, OnDisk::DirHistoryOriginals) /
+    const Path vault = ResolvePath(InFolder(parts_.folders.program, OnDisk::DirHistoryOriginals) /
                                    files_[left->second].relative);
     return IsFile(vault).ValueOr(true) ? vault : Path{};
 }
@@ -61,26 +61,25 @@ void SoundsLeft::Settle()
     std::vector<std::string> names;
     for (const Left& left : files_) {
         names.push_back(Readable(left.listed.name));
-        const auto original = IsFile(session_.BackupFolder() / left.relative);
+        const auto original = IsFile(parts_.folders.Backup() / left.relative);
         const auto facts = LookAt(left.place);
         auto status = original ? Status{} : original.Error();
-        const Path going = original && *original
-                               ? PlaceOfOriginal(session_.Folders(), left.relative)
-                               : left.relative;
+        const Path going =
+            original && *original ? PlaceOfOriginal(parts_.folders, left.relative) : left.relative;
         const bool asPut =
             facts && IsAsPut(left.listed, *facts) && ResolvePath(trle_ / going) == left.place;
         if (status && !asPut) // touched since, or a twin of it
-            status = KeepOriginal(session_.machine, session_.Folders(), going);
+            status = KeepOriginal(parts_.machine, parts_.folders, going);
         if (status)
-            status = *original ? RestoreOriginal(session_.Folders(), left.relative)
+            status = *original ? RestoreOriginal(parts_.folders, left.relative)
                                : DeleteSpelled(left.place);
         if (status)
             settled.insert(left.listed.name);
     }
     std::erase_if(owner_.added, [&](const OwnedFile& file) { return settled.contains(file.name); });
-    (void)WriteOwner(session_.machine, session_.Folders(),
+    (void)WriteOwner(parts_.machine, parts_.folders,
                      owner_); // otherwise they are looked at once more
-    session_.host.Tell(Tone::Plain, GetMsg(Msg::BackupLeftSounds, {Join(names, ", ")}));
+    parts_.host.Tell(Tone::Plain, GetMsg(Msg::BackupLeftSounds, {Join(names, ", ")}));
 }
 
 } // namespace kestrova

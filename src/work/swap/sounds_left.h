@@ -1,7 +1,7 @@
 #pragma once
 
 #include "formats/swap_journal.h"
-#include "session/session.h"
+#include "swap/swap_parts.h"
 
 #include <unordered_map>
 
@@ -14,7 +14,7 @@ namespace kestrova
 class SoundsLeft
 {
 public:
-    explicit SoundsLeft(Session& session);
+    explicit SoundsLeft(const SwapParts& parts);
 
     /// Fails while it cannot be told what they are.
     Status Find();
@@ -32,7 +32,7 @@ private:
         Path relative;
         Path place;
     };
-    Session& session_;
+    SwapParts parts_;
     Path trle_;
     OwnerRecord owner_;
     std::vector<Left> files_;

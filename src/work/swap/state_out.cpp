@@ -31,36 +31,36 @@ Result<std::vector<StateFile>> HashesIn(const Result<std::vector<Path>>& files)
 
 } // namespace
 
-StateOut::StateOut(Session& session, ActivityLog& log, LevelCode to)
-    : session_(session), log_(log), trle_(ResolvePath(session.TrleFolder()))
+StateOut::StateOut(const SwapParts& parts, ActivityLog& log, LevelCode to)
+    : parts_(parts), log_(log), trle_(ResolvePath(parts.folders.trle))
 {
     journal_.to = to;
 }
 
 bool StateOut::Begin()
 {
-    if (!IsFree(JournalPath(session_.Folders()))
+    if (!IsFree(JournalPath(parts_.folders))
              .ValueOr(false)) { // another swap's is never written over
-        session_.host.Tell(Tone::Error, GetMsg(Msg::WorkPending));
+        parts_.host.Tell(Tone::Error, GetMsg(Msg::WorkPending));
         return false;
     }
     if (journal_.to >= 0)
-        journal_.toStore = StateStoreOf(session_.Folders(), journal_.to).native();
+        journal_.toStore = StateStoreOf(parts_.folders, journal_.to).native();
     const auto mark = [&](FolderMark& noted, const Path& folder) {
         auto found = folder.empty() ? Result<FolderMark>{FolderMark{}} : MarkOf(folder);
         if (!found)
-            return TellFolderNotRead(session_.host, found.Error());
+            return TellFolderNotRead(parts_.host, found.Error());
         noted = std::move(*found);
         return true;
     };
-    if (!mark(journal_.folder, session_.TrleFolder()) ||
+    if (!mark(journal_.folder, parts_.folders.trle) ||
         !mark(journal_.fromRoot, RootOfStore(journal_.fromStore)) ||
         !mark(journal_.toRoot, RootOfStore(journal_.toStore)))
         return false;
-    if (const auto status = WriteJournal(session_.Folders(), journal_); !status) {
-        TellFailure(session_.host, GetMsg(Msg::CannotWriteJournal), status.Error());
+    if (const auto status = WriteJournal(parts_.folders, journal_); !status) {
+        TellFailure(parts_.host, GetMsg(Msg::CannotWriteJournal), status.Error());
         (void)DropJournal(
-            session_.Folders()); // it may stand though its flush failed; recovery reads it right
+            parts_.folders); // it may stand though its flush failed; recovery reads it right
         return false;
     }
     begun_ = true;
@@ -70,12 +70,12 @@ bool StateOut::Begin()
 /// Nothing of the player could be kept: everything as it was before, in words.
 bool StateOut::Abandon(const Failure& failure)
 {
-    TellFailure(session_.host, GetMsg(Msg::CannotKeepState), failure);
+    TellFailure(parts_.host, GetMsg(Msg::CannotKeepState), failure);
     // What cannot be put back now stays noted in the journal, and the next start tries again.
     const LevelPlace from{journal_.from, Path{journal_.fromStore}.parent_path()};
-    if (PutStoreBack(session_.machine, session_.Folders(), session_.archive, session_.settings,
-                     from, journal_.fromStore, journal_.store) &&
-        DropJournal(session_.Folders()))
+    if (PutStoreBack(parts_.machine, parts_.folders, parts_.archive, parts_.settings, from,
+                     journal_.fromStore, journal_.store) &&
+        DropJournal(parts_.folders))
         begun_ = false;
     return false;
 }
@@ -83,14 +83,14 @@ bool StateOut::Abandon(const Failure& failure)
 /// The state has no store to go to: it stays live, and a copy of it is kept.
 bool StateOut::KeepLiveState(const LevelPlace& level)
 {
-    const Path store = StateStoreOf(session_.Folders(), level);
+    const Path store = StateStoreOf(parts_.folders, level);
     journal_.from = level.code;
     journal_.fromStore = store.native();
     stateOf_ = owner_ && owner_->owner ? standing_.state : level;
     const auto stored = HashesIn(ListFiles(store, OnDisk::PatAll));
     const auto live = HashesIn(StateFilesIn(trle_));
     if (!stored || !live) {
-        TellFailure(session_.host, GetMsg(Msg::CannotKeepState),
+        TellFailure(parts_.host, GetMsg(Msg::CannotKeepState),
                     stored ? live.Error() : stored.Error());
         return false;
     }
@@ -98,8 +98,8 @@ bool StateOut::KeepLiveState(const LevelPlace& level)
     journal_.live = *live;
     if (!Begin())
         return false;
-    const auto status = KeepStateIn(session_.machine, session_.Folders(), session_.archive,
-                                    session_.settings, level, trle_);
+    const auto status =
+        KeepStateIn(parts_.machine, parts_.folders, parts_.archive, parts_.settings, level, trle_);
     return status ? true : Abandon(status.Error());
 }
 
@@ -112,21 +112,21 @@ void StateOut::DropStrangers(const LevelPlace& from)
         std::string hash;
         std::string kept;
         const bool safe = !platform::HashOfFile(file, hash) &&
-                          !platform::HashOfFile(HistoryContent(session_.Folders(), hash), kept) &&
+                          !platform::HashOfFile(HistoryContent(parts_.folders, hash), kept) &&
                           kept == hash;
-        if (safe || KeepInHistory(session_.machine, session_.Folders(), session_.archive,
-                                  session_.settings, from, {file}, GetMsg(Msg::ReasonLeft)))
+        if (safe || KeepInHistory(parts_.machine, parts_.folders, parts_.archive, parts_.settings,
+                                  from, {file}, GetMsg(Msg::ReasonLeft)))
             (void)platform::Unlink(file); // what still cannot go stays noted
     }
-    strangers_ = StrangersThere(session_.Folders(), strangers_).ValueOr(strangers_);
+    strangers_ = StrangersThere(parts_.folders, strangers_).ValueOr(strangers_);
 }
 
 StateOut::Outcome StateOut::MoveStateOut(LevelPlace from, bool marked)
 {
     if (owner_ && owner_->owner) {
-        const auto hasHome = IsFolder(HomeOf(session_.Folders(), standing_.state));
+        const auto hasHome = IsFolder(HomeOf(parts_.folders, standing_.state));
         if (!hasHome) {
-            TellFailure(session_.host, GetMsg(Msg::CannotKeepState), hasHome.Error());
+            TellFailure(parts_.host, GetMsg(Msg::CannotKeepState), hasHome.Error());
             return Outcome::Stopped;
         }
         if (*hasHome)
@@ -136,17 +136,17 @@ StateOut::Outcome StateOut::MoveStateOut(LevelPlace from, bool marked)
         stateOf_.reset();
     else
         stateOf_ = from;
-    const Path store = ResolvePath(StateStoreOf(session_.Folders(), from));
+    const Path store = ResolvePath(StateStoreOf(parts_.folders, from));
     journal_.from = from.code;
-    journal_.fromStore = StateStoreOf(session_.Folders(), from).native();
+    journal_.fromStore = StateStoreOf(parts_.folders, from).native();
     DropStrangers(from);
-    Status readable = SettleTwins(session_.host, session_.machine, session_.archive,
-                                  session_.settings, session_.Folders(), from, trle_);
+    Status readable = SettleTwins(parts_.host, parts_.machine, parts_.archive, parts_.settings,
+                                  parts_.folders, from, trle_);
     if (readable)
-        readable = SettleTwins(session_.host, session_.machine, session_.archive, session_.settings,
-                               session_.Folders(), from, store);
+        readable = SettleTwins(parts_.host, parts_.machine, parts_.archive, parts_.settings,
+                               parts_.folders, from, store);
     const auto stored = ListFiles(store, OnDisk::PatAll);
-    const auto live = HashesIn(LiveStateFiles(session_.Folders(), strangers_));
+    const auto live = HashesIn(LiveStateFiles(parts_.folders, strangers_));
     const auto before = HashesIn(stored);
     if (live)
         journal_.live = *live;
@@ -154,7 +154,7 @@ StateOut::Outcome StateOut::MoveStateOut(LevelPlace from, bool marked)
         journal_.store = *before;
     journal_.strangers = strangers_;
     if (!readable || !live || !before) {
-        TellFailure(session_.host, GetMsg(Msg::CannotKeepState),
+        TellFailure(parts_.host, GetMsg(Msg::CannotKeepState),
                     !readable ? readable.Error()
                     : live    ? before.Error()
                               : live.Error());
@@ -175,8 +175,8 @@ StateOut::Outcome StateOut::MoveToStore(const LevelPlace& from, const std::vecto
     if (auto status = MakeFolders(store); !status)
         return stop(status.Error());
     if (!stateOf_) { // emptied and filled already; only what a game wrote since comes to it
-        if (auto status = StoreLiveState(session_.machine, session_.Folders(), session_.archive,
-                                         session_.settings, from, store, journal_.live, strangers_);
+        if (auto status = StoreLiveState(parts_.machine, parts_.folders, parts_.archive,
+                                         parts_.settings, from, store, journal_.live, strangers_);
             !status)
             return stop(status.Error());
     } else {
@@ -196,23 +196,23 @@ StateOut::Outcome StateOut::MoveToStore(const LevelPlace& from, const std::vecto
             if (!same && !waits)
                 going.push_back(stored[i]);
         }
-        if (auto status = KeepInHistory(session_.machine, session_.Folders(), session_.archive,
-                                        session_.settings, from, going, GetMsg(Msg::ReasonSwap));
+        if (auto status = KeepInHistory(parts_.machine, parts_.folders, parts_.archive,
+                                        parts_.settings, from, going, GetMsg(Msg::ReasonSwap));
             !status)
             return stop(status.Error());
         if (auto status = EmptyStore(store, going, marked); !status) {
             if (!marked)
                 return stop(status.Error());
-            TellFailure(session_.host,
-                        GetMsg(Msg::CannotDeleteBackupSavegames,
-                               {TextOf(HomeOf(session_.Folders(), from))}),
-                        status.Error());
-            if (status = PutStoreBack(session_.machine, session_.Folders(), session_.archive,
-                                      session_.settings, from, store, journal_.store);
+            TellFailure(
+                parts_.host,
+                GetMsg(Msg::CannotDeleteBackupSavegames, {TextOf(HomeOf(parts_.folders, from))}),
+                status.Error());
+            if (status = PutStoreBack(parts_.machine, parts_.folders, parts_.archive,
+                                      parts_.settings, from, store, journal_.store);
                 !status)
                 return stop(status.Error());
-            if (status = KeepStateIn(session_.machine, session_.Folders(), session_.archive,
-                                     session_.settings, from, trle_);
+            if (status = KeepStateIn(parts_.machine, parts_.folders, parts_.archive,
+                                     parts_.settings, from, trle_);
                 !status)
                 return stop(status.Error());
             return Outcome::Failed;
@@ -223,7 +223,7 @@ StateOut::Outcome StateOut::MoveToStore(const LevelPlace& from, const std::vecto
             ComesAgain(store, going);
     }
     journal_.phase = SwapPhase::Stored;
-    if (auto status = WriteJournal(session_.Folders(), journal_); !status) {
+    if (auto status = WriteJournal(parts_.folders, journal_); !status) {
         journal_.phase = SwapPhase::Planned;
         return stop(status.Error());
     }
@@ -252,8 +252,8 @@ void StateOut::ComesAgain(const Path& store, const std::vector<Path>& gone)
 void StateOut::DropLive(const LevelPlace& from, const std::vector<std::string>* copies)
 {
     strangers_.clear();
-    const auto dropped = DropLiveState(session_.machine, session_.Folders(), session_.archive,
-                                       session_.settings, from, journal_.live, strangers_);
+    const auto dropped = DropLiveState(parts_.machine, parts_.folders, parts_.archive,
+                                       parts_.settings, from, journal_.live, strangers_);
     if (copies != nullptr)
         LogStateMove(*copies, dropped && strangers_.empty());
     if (strangers_.empty())
@@ -261,8 +261,8 @@ void StateOut::DropLive(const LevelPlace& from, const std::vector<std::string>* 
     std::vector<std::string> names;
     for (const OwnedFile& file : strangers_)
         names.push_back(Readable(file.name));
-    session_.host.Tell(Tone::Warning, GetMsg(Msg::StateLeft, {ShownNames(names)}),
-                       dropped ? std::string{} : dropped.Error().reason);
+    parts_.host.Tell(Tone::Warning, GetMsg(Msg::StateLeft, {ShownNames(names)}),
+                     dropped ? std::string{} : dropped.Error().reason);
 }
 
 /// Pattern by pattern, as a reader follows it, though all copies stand before the first deletion.

@@ -3,8 +3,8 @@
 #include "archive/level_folders.h"
 #include "core/activity_log.h"
 #include "history/standing.h"
-#include "session/session.h"
 #include "swap/placements.h"
+#include "swap/swap_parts.h"
 
 namespace kestrova
 {
@@ -16,7 +16,7 @@ class StateOut
 {
 public:
     /// `to` is the level that will come; -1 when none does.
-    StateOut(Session& session, ActivityLog& log, LevelCode to);
+    StateOut(const SwapParts& parts, ActivityLog& log, LevelCode to);
 
     enum class Outcome {
         Moved,
@@ -27,7 +27,7 @@ public:
     bool KeepLiveState(const LevelPlace& level);
 
 protected:
-    Session& session_;
+    SwapParts parts_;
     ActivityLog& log_;
     Path trle_;
     SwapJournal journal_;

@@ -34,7 +34,9 @@ bool IsScript(const std::string& name)
 
 } // namespace
 
-SwapRun::SwapRun(Session& session, ActivityLog& log, LevelCode to) : FilesOut(session, log, to) {}
+SwapRun::SwapRun(const SwapParts& parts, ActivityLog& log, LevelCode to) : FilesOut(parts, log, to)
+{
+}
 
 void SwapRun::Announce(const std::vector<Placement>& placements)
 {
@@ -47,9 +49,9 @@ bool SwapRun::LookIntoStore()
 {
     if (journal_.to < 0)
         return true;
-    auto stored = StoredState(session_.Folders(), journal_.to);
+    auto stored = StoredState(parts_.folders, journal_.to);
     if (!stored) {
-        TellFailure(session_.host, GetMsg(Msg::CannotReadStore), stored.Error());
+        TellFailure(parts_.host, GetMsg(Msg::CannotReadStore), stored.Error());
         return false;
     }
     comingState_ = std::move(*stored);
@@ -61,7 +63,7 @@ bool SwapRun::BringIn(bool logged)
     if (stateOf_) { // it had to stay; it is in the history and not the coming level's
         const auto stays = StateFilesIn(trle_);
         if (!stays) {
-            TellFailure(session_.host, GetMsg(Msg::SwapBroken), stays.Error());
+            TellFailure(parts_.host, GetMsg(Msg::SwapBroken), stays.Error());
             return false;
         }
         strangers_.clear();
@@ -70,23 +72,22 @@ bool SwapRun::BringIn(bool logged)
     }
     journal_.phase = SwapPhase::Coming;
     journal_.strangers = strangers_;
-    if (const auto status = WriteJournal(session_.Folders(), journal_); !status) {
-        TellFailure(session_.host, GetMsg(Msg::SwapBroken), status.Error());
+    if (const auto status = WriteJournal(parts_.folders, journal_); !status) {
+        TellFailure(parts_.host, GetMsg(Msg::SwapBroken), status.Error());
         return false;
     }
     const LevelPlace before =
         stateOf_.value_or(LevelPlace{journal_.from, Path{journal_.fromStore}.parent_path()});
     stateOf_ = journal_.to;
-    BroughtState brought =
-        BringStateIn(session_.machine, session_.Folders(), session_.archive, session_.settings,
-                     StateStoreOf(session_.Folders(), journal_.to), comingState_, before,
-                     logged ? &log_ : nullptr);
+    BroughtState brought = BringStateIn(parts_.machine, parts_.folders, parts_.archive,
+                                        parts_.settings, StateStoreOf(parts_.folders, journal_.to),
+                                        comingState_, before, logged ? &log_ : nullptr);
     leftOverwritten_.insert(leftOverwritten_.end(), brought.replaced.begin(),
                             brought.replaced.end());
     waiting_ = std::move(brought.waiting);
-    strangers_ = StrangersThere(session_.Folders(), strangers_).ValueOr(strangers_);
+    strangers_ = StrangersThere(parts_.folders, strangers_).ValueOr(strangers_);
     if (!waiting_.empty())
-        session_.host.Tell(Tone::Warning, GetMsg(Msg::StateNotBrought, {Join(waiting_, ", ")}));
+        parts_.host.Tell(Tone::Warning, GetMsg(Msg::StateNotBrought, {Join(waiting_, ", ")}));
     return true;
 }
 
@@ -130,7 +131,7 @@ Status SwapRun::Put(const Placement& placement, bool& overwritten)
         replaced_.push_back(placement.target);
     // An original that is not there, with something in its place that no file can replace.
     if (!status && !overwritten &&
-        IsFile(session_.BackupFolder() / placement.relative).ValueOr(false))
+        IsFile(parts_.folders.Backup() / placement.relative).ValueOr(false))
         leftOverwritten_.push_back(placement.target);
     return status;
 }
@@ -149,7 +150,7 @@ bool SwapRun::RemoveLanguageFile(const std::string& name)
 bool SwapRun::Settle()
 {
     OwnerRecord record;
-    SetOwner(session_.Folders(), session_.archive, record, stateOf_);
+    SetOwner(parts_.folders, parts_.archive, record, stateOf_);
     record.added = put_;
     record.overwritten = replaced_;
     record.strangers = strangers_;
@@ -173,14 +174,14 @@ bool SwapRun::Settle()
         if (FolderExists(folder))
             (void)FlushFolder(folder); // names that were not flushed are found missing and mended
     }
-    auto status = WriteOwner(session_.machine, session_.Folders(), std::move(record));
+    auto status = WriteOwner(parts_.machine, parts_.folders, std::move(record));
     if (status)
-        status = DropJournal(session_.Folders());
+        status = DropJournal(parts_.folders);
     if (!status)
-        TellFailure(session_.host, GetMsg(Msg::SwapBroken), status.Error());
+        TellFailure(parts_.host, GetMsg(Msg::SwapBroken), status.Error());
     begun_ = begun_ && !status;
     if (!kept_.empty())
-        session_.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {Join(kept_, ", ")}));
+        parts_.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {Join(kept_, ", ")}));
     return static_cast<bool>(status);
 }
 

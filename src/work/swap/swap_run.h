@@ -2,10 +2,10 @@
 
 #include "core/activity_log.h"
 #include "formats/swap_journal.h"
-#include "session/session.h"
 #include "storage/game_files.h"
 #include "swap/files_out.h"
 #include "swap/placements.h"
+#include "swap/swap_parts.h"
 
 namespace kestrova
 {
@@ -16,7 +16,7 @@ class SwapRun : private FilesOut
 {
 public:
     /// `to` is the level that will come; -1 when none does.
-    SwapRun(Session& session, ActivityLog& log, LevelCode to);
+    SwapRun(const SwapParts& parts, ActivityLog& log, LevelCode to);
 
     using FilesOut::HasBegun;
     using FilesOut::LeavesAnything;

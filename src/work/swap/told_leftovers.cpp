@@ -49,19 +49,19 @@ bool MayGiveWay(Machine& machine, const Folders& folders, const OwnerRecord& own
 
 /// Originals that a level does not replace and that could not be brought back before it came in
 /// come back beside it.
-void BringOwed(Session& session, const Standing& standing)
+void BringOwed(const SwapParts& parts, const Standing& standing)
 {
     if (!standing.owner || standing.owner->owed.empty() ||
-        !ProgramsInTrle(session, session.Folders()).empty() || BackupIsAway(session.Folders()))
+        !ProgramsInTrle(parts, parts.folders).empty() || BackupIsAway(parts.folders))
         return;
     OwnerRecord now = *standing.owner;
     LeftInTrle left;
     const auto came = std::erase_if(now.owed, [&](const std::string& name) {
         const auto relative = SafeRelative(name);
-        if (!relative || !IsFile(session.BackupFolder() / *relative).ValueOr(true))
+        if (!relative || !IsFile(parts.folders.Backup() / *relative).ValueOr(true))
             return true; // nothing that could ever come
-        if (!MayGiveWay(session.machine, session.Folders(), *standing.owner, name, left) ||
-            !RestoreOriginal(session.Folders(), *relative))
+        if (!MayGiveWay(parts.machine, parts.folders, *standing.owner, name, left) ||
+            !RestoreOriginal(parts.folders, *relative))
             return false;
         std::erase_if(now.added,
                       [&](const OwnedFile& file) { return EqualNames(file.name, name); });
@@ -69,9 +69,9 @@ void BringOwed(Session& session, const Standing& standing)
         return true;
     });
     if (came > 0)
-        (void)WriteOwner(session.machine, session.Folders(),
+        (void)WriteOwner(parts.machine, parts.folders,
                          std::move(now)); // otherwise they are looked for once more
-    TellLeftovers(session.host, session.Folders(), left);
+    TellLeftovers(parts.host, parts.folders, left);
 }
 
 } // namespace
@@ -81,43 +81,41 @@ bool ShouldGo(const Folders& folders, const PreferencesRecord& preferences, cons
     return Stays(folders, file) && !StaysWithCompactBackup(preferences, file.name);
 }
 
-void ClearToldLeftovers(Session& session)
+void ClearToldLeftovers(const SwapParts& parts)
 {
-    const auto standing = LookAtStanding(
-        session.Folders(), session.archive); // otherwise the next occasion may be able to
-    if (standing && !IsOriginalButForLeftovers(session.Folders(), *standing))
-        BringOwed(session, *standing);
-    if (!standing || !IsOriginalButForLeftovers(session.Folders(), *standing) ||
+    const auto standing =
+        LookAtStanding(parts.folders, parts.archive); // otherwise the next occasion may be able to
+    if (standing && !IsOriginalButForLeftovers(parts.folders, *standing))
+        BringOwed(parts, *standing);
+    if (!standing || !IsOriginalButForLeftovers(parts.folders, *standing) ||
         (standing->owner->overwritten.empty() && standing->owner->added.empty()) ||
-        !ProgramsInTrle(session, session.Folders()).empty() || BackupIsAway(session.Folders()))
+        !ProgramsInTrle(parts, parts.folders).empty() || BackupIsAway(parts.folders))
         return;
     const OwnerRecord& owner = *standing->owner;
     SwapJournal lists;
     lists.restore = owner.overwritten;
     lists.remove = owner.added;
     LeftInTrle left;
-    DeleteBrought(session, session.Folders(), owner.added, originalCode,
+    DeleteBrought(parts, parts.folders, owner.added, originalCode,
                   left); // told already; only what is kept is
-    const auto restored =
-        RestoreMissing(session.Folders(), session.preferences, lists, left); // new
+    const auto restored = RestoreMissing(parts.folders, parts.preferences, lists, left); // new
     if (!left.kept.empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {ShownNames(left.kept)}));
+        parts.host.Tell(Tone::Warning, GetMsg(Msg::FilesKept, {ShownNames(left.kept)}));
     if (!restored)
         return; // nothing is known of what waits; the next occasion tries again
     OwnerRecord now = owner;
     now.overwritten = std::move(left.overwritten);
     now.owed = now.overwritten;
-    std::erase_if(now.added,
-                  [&](const OwnedFile& file) { return !Stays(session.Folders(), file); });
-    if (!IsOriginals(session.Folders(), standing->level) &&
+    std::erase_if(now.added, [&](const OwnedFile& file) { return !Stays(parts.folders, file); });
+    if (!IsOriginals(parts.folders, standing->level) &&
         std::none_of(now.added.begin(), now.added.end(), [&](const OwnedFile& file) {
-            return ShouldGo(session.Folders(), session.preferences, file);
+            return ShouldGo(parts.folders, parts.preferences, file);
         }))
         (void)DeleteFile(
-            session.MarkerPath()); // of a level that is gone; the next start tries again
+            parts.folders.Marker()); // of a level that is gone; the next start tries again
     if (now.added.size() != owner.added.size() || now.overwritten != owner.overwritten ||
-        !IsOriginals(session.Folders(), standing->level))
-        (void)WriteOwner(session.machine, session.Folders(),
+        !IsOriginals(parts.folders, standing->level))
+        (void)WriteOwner(parts.machine, parts.folders,
                          std::move(now)); // otherwise it is looked at once more
 }
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "conversion/sound_converter.h"
+#include "session/session.h"
+
+namespace kestrova
+{
+
+/// What the steps of a swap, and of its mending, need of a session, which becomes it by itself.
+struct SwapParts {
+    SwapParts(Session& session)
+        : host(session.host), machine(session.machine), archive(session.archive),
+          preferences(session.preferences), settings(session.settings), gamePid(session.gamePid),
+          folders(session.Folders()), sounds(SoundConverterOf(session))
+    {
+    }
+
+    Host& host;
+    Machine& machine;
+    const Archive& archive;
+    const PreferencesRecord& preferences;
+    const ProgramSettings& settings;
+    const std::int64_t& gamePid; ///< the game started last; 0 when none was
+    Folders folders;             ///< as they were when the steps began
+    SoundConverter sounds;
+};
+
+} // namespace kestrova
