@@ -2,7 +2,6 @@
 
 #include "core/text.h"
 #include "formats/preferences.h"
-#include "formats/savegame_records.h"
 #include "session/archive.h"
 #include "session/folder_locks.h"
 #include "session/folders.h"
@@ -31,9 +30,6 @@ struct Session {
     Archive archive{};
     bool hotKeysActive = false;
     std::int64_t gamePid = 0; ///< the game started last; 0 when none was
-
-    SavegameArchiveHeader savegameHeader{};
-    SavegameToolPrefs savegameTool{};
 
     /// Above 0 while an operation runs: timers and notices return at once, commands are refused.
     int runningOperations = 0;

@@ -84,54 +84,53 @@ bool BeginNewLevel(Host& host, Machine& machine, const Folders& folders, const A
     return false;
 }
 
-bool FinishNewLevel(Session& session, const LevelRecord& level)
+bool FinishNewLevel(const ArchiveParts& parts, const LevelRecord& level)
 {
     // From here on the folder holds a whole level, whatever becomes of the list.
-    const Path folder = LevelHomeOf(session.Folders(), level.levelCode);
+    const Path folder = LevelHomeOf(parts.folders, level.levelCode);
     if (const auto whole = DropIntakeMark(folder); !whole) {
-        TellFailure(session.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
+        TellFailure(parts.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
                     whole.Error());
         return false;
     }
-    const Archive before = session.archive;
-    session.archive.levels.push_back(level);
-    session.archive.header.mainFolderSize += level.filesSize;
-    session.archive.header.secondaryFolderSize += level.extrasSize;
-    if (!SaveArchiveOrPutBack(session, before))
+    const Archive before = parts.archive;
+    parts.archive.levels.push_back(level);
+    parts.archive.header.mainFolderSize += level.filesSize;
+    parts.archive.header.secondaryFolderSize += level.extrasSize;
+    if (!SaveArchiveOrPutBack(parts, before))
         return false;
-    session.list.Refresh();
-    session.list.Select(level.levelCode);
+    parts.list.Refresh();
+    parts.list.Select(level.levelCode);
     return true;
 }
 
-bool ReplaceLevel(Session& session, const LevelRecord& level)
+bool ReplaceLevel(const ArchiveParts& parts, const LevelRecord& level)
 {
-    const Archive before = session.archive;
-    const auto index = static_cast<std::size_t>(FindLevel(session.archive, level.levelCode));
-    const LevelRecord old = session.archive.levels[index];
-    CountLevelSize(session.archive, static_cast<double>(level.filesSize) - old.filesSize,
+    const Archive before = parts.archive;
+    const auto index = static_cast<std::size_t>(FindLevel(parts.archive, level.levelCode));
+    const LevelRecord old = parts.archive.levels[index];
+    CountLevelSize(parts.archive, static_cast<double>(level.filesSize) - old.filesSize,
                    SizeKind::Files, index);
-    CountLevelSize(session.archive, static_cast<double>(level.extrasSize) - old.extrasSize,
+    CountLevelSize(parts.archive, static_cast<double>(level.extrasSize) - old.extrasSize,
                    SizeKind::Extras, index);
-    session.archive.levels[index] = level;
-    if (!SaveArchiveOrPutBack(session, before))
+    parts.archive.levels[index] = level;
+    if (!SaveArchiveOrPutBack(parts, before))
         return false;
-    session.list.Refresh();
-    session.list.Select(level.levelCode);
+    parts.list.Refresh();
+    parts.list.Select(level.levelCode);
     return true;
 }
 
-void DropNewLevel(Session& session, const LevelRecord& level)
+void DropNewLevel(const ArchiveParts& parts, const LevelRecord& level)
 {
-    const Path folder = LevelHomeOf(session.Folders(), level.levelCode);
+    const Path folder = LevelHomeOf(parts.folders, level.levelCode);
     {
         const auto wait =
-            session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingNewLevelFolder));
-        if (FolderExists(folder) &&
-            !DoneOrTold(session.host, RemoveTreeWithProgress(folder, *wait)))
-            session.host.Tell(Tone::Error, GetMsg(Msg::ErrorInRemovingFolder) + TextOf(folder));
+            parts.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingNewLevelFolder));
+        if (FolderExists(folder) && !DoneOrTold(parts.host, RemoveTreeWithProgress(folder, *wait)))
+            parts.host.Tell(Tone::Error, GetMsg(Msg::ErrorInRemovingFolder) + TextOf(folder));
     }
-    session.list.Refresh();
+    parts.list.Refresh();
 }
 
 } // namespace kestrova

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "archive/archive_parts.h"
 
 namespace kestrova
 {
@@ -12,11 +12,11 @@ bool BeginNewLevel(Host& host, Machine& machine, const Folders& folders, const A
                    LevelRecord& level);
 /// Puts the record behind the others, its sizes into the totals, saves, refreshes the list and
 /// selects it. False, with a message, when it could not be saved: the archive is as it was then.
-bool FinishNewLevel(Session& session, const LevelRecord& level);
+bool FinishNewLevel(const ArchiveParts& parts, const LevelRecord& level);
 /// Removes the folders of a level that did not come in.
-void DropNewLevel(Session& session, const LevelRecord& level);
+void DropNewLevel(const ArchiveParts& parts, const LevelRecord& level);
 /// A changed record in place of the one with its code, its sizes into the totals, saved, the list
 /// refreshed. False, with a message, when it could not be saved: the archive is as it was then.
-bool ReplaceLevel(Session& session, const LevelRecord& level);
+bool ReplaceLevel(const ArchiveParts& parts, const LevelRecord& level);
 
 } // namespace kestrova

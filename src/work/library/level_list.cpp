@@ -118,7 +118,8 @@ std::optional<LevelFacts> SelectLevel(Session& session, LevelCode code)
     const std::ptrdiff_t index = FindLevel(session.archive, code);
     if (index < 0)
         return TellUnknown(session.host, code), std::nullopt;
-    (void)LoadSavegameStore(session, code); // what is not read is shown as of a new level
+    // Its records are made here where there are none; what cannot be read is told by who needs it.
+    (void)LoadSavegameStore(session.Folders(), session.preferences, code);
     return FactsOfLevel(session.Folders(), session.archive, static_cast<std::size_t>(index));
 }
 

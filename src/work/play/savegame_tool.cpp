@@ -25,26 +25,25 @@ void PrepareRecords(Session& session, LevelCode code)
     const Path level = LevelHomeOf(session.Folders(), code);
     const Path root = InFolder(level, OnDisk::DirSavegames);
     const Path header = InFolder(root, OnDisk::FragSavegameHeader);
-    if (const auto loaded = LoadSavegameStore(session, code); !loaded) {
+    auto store = LoadSavegameStore(session.Folders(), session.preferences, code);
+    if (!store) {
         TellFailure(session.host, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header),
-                    loaded.Error());
+                    store.Error());
         return;
     }
-    session.savegameHeader.liveFolder =
-        TextOf(LiveStateFolder(session.Folders(), session.archive, code)
-                   .ValueOr(StateStoreOf(session.Folders(), code)));
-    session.savegameHeader.archiveRoot = TextOf(root);
-    if (const auto status =
-            WriteRecordFile(header, FormatSavegameArchiveHeader(session.savegameHeader));
+    store->header.liveFolder = TextOf(LiveStateFolder(session.Folders(), session.archive, code)
+                                          .ValueOr(StateStoreOf(session.Folders(), code)));
+    store->header.archiveRoot = TextOf(root);
+    if (const auto status = WriteRecordFile(header, FormatSavegameArchiveHeader(store->header));
         !status)
         TellFailure(session.host, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header),
                     status.Error());
-    session.savegameTool.toolCapture = session.preferences.captureEnabled ? 0 : -1;
-    session.savegameTool.shotFolder = TextOf(InFolder(level, OnDisk::DirScreenshots));
-    session.savegameTool.archivePath = TextOf(header);
+    store->tool.toolCapture = session.preferences.captureEnabled ? 0 : -1;
+    store->tool.shotFolder = TextOf(InFolder(level, OnDisk::DirScreenshots));
+    store->tool.archivePath = TextOf(header);
     // It lies beside the header, whose failure has been told.
     (void)WriteRecordFile(InFolder(root, OnDisk::FragSavegameTool),
-                          FormatSavegameToolPrefs(session.savegameTool));
+                          FormatSavegameToolPrefs(store->tool));
 }
 
 bool StartTool(Host& host, Machine& machine, const Tools& tools, const Path& program)

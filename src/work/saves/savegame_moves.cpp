@@ -110,10 +110,11 @@ Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan,
     auto folders = plan.Changes();
     if (!folders)
         return folders.Error();
-    if (auto loaded = LoadSavegameStore(session, code); !loaded)
-        return loaded;
-    const auto count = static_cast<std::int32_t>(
-        std::int64_t{session.savegameHeader.archivedCount} + added); // wraps as the record does
+    const auto before = LoadSavegameStore(session.Folders(), session.preferences, code);
+    if (!before)
+        return before.Error();
+    const auto count = static_cast<std::int32_t>(std::int64_t{before->header.archivedCount} +
+                                                 added); // wraps as the record does
     const Path header =
         SlotsRootOf(session.Folders(), code) / FileNameOf(OnDisk::FragSavegameHeader);
     Change change = NewChange(session.machine, session.Folders(), session.archive, session.settings,
@@ -121,7 +122,7 @@ Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan,
     change.reason = GetMsg(move.reason);
     change.header = platform::AbsolutePath(header).native();
     change.archivedCount = count;
-    change.archivedBefore = session.savegameHeader.archivedCount;
+    change.archivedBefore = before->header.archivedCount;
     change.live = move.live.native();
     change.folders = std::move(*folders);
     const auto going = ContentsThatGo(change.folders, elsewhere);
@@ -129,10 +130,9 @@ Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan,
                              change, elsewhere);
     if (status && !going.empty())
         kept = IdsOf(session.Folders(), code, going);
-    const auto loaded = LoadSavegameStore(session, code);
+    const auto after = LoadSavegameStore(session.Folders(), session.preferences, code);
     if (status) {
-        session.savegameHeader.archivedCount = count;
-        if (loaded)
+        if (after)
             WriteArchivedCount(change, count);
         status = EndChange(session.Folders(), session.settings, change);
     }

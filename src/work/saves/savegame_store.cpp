@@ -33,35 +33,36 @@ SavegameArchiveHeader DefaultHeader(const Folders& folders, const PreferencesRec
 
 } // namespace
 
-Status LoadSavegameStore(Session& session, LevelCode code)
+Result<SavegameStore> LoadSavegameStore(const Folders& folders,
+                                        const PreferencesRecord& preferences, LevelCode code)
 {
-    const Path level = LevelHomeOf(session.Folders(), code);
+    const Path level = LevelHomeOf(folders, code);
     const Path root = InFolder(level, OnDisk::DirSavegames);
+    SavegameStore store{DefaultHeader(folders, preferences, root), DefaultTool(level, root)};
 
-    session.savegameTool = DefaultTool(level, root);
     const Path tool = InFolder(root, OnDisk::FragSavegameTool);
     const auto toolBytes = ReadFileIfThere(tool);
     if (toolBytes && !*toolBytes) {
         // Where the folder allows no file, the record lives in memory.
-        (void)WriteRecordFile(tool, FormatSavegameToolPrefs(session.savegameTool));
+        (void)WriteRecordFile(tool, FormatSavegameToolPrefs(store.tool));
     } else if (toolBytes) {
         if (auto record = ParseSavegameToolPrefs(**toolBytes))
-            session.savegameTool = std::move(*record);
+            store.tool = std::move(*record);
     }
 
-    session.savegameHeader = DefaultHeader(session.Folders(), session.preferences, root);
     const Path header = InFolder(root, OnDisk::FragSavegameHeader);
     const auto headerBytes = ReadFileIfThere(header);
     if (headerBytes && !*headerBytes) {
-        (void)WriteRecordFile(header,
-                              FormatSavegameArchiveHeader(session.savegameHeader)); // as above
+        (void)WriteRecordFile(header, FormatSavegameArchiveHeader(store.header)); // as above
     } else if (headerBytes) {
         if (auto record = ParseSavegameArchiveHeader(**headerBytes))
-            session.savegameHeader = std::move(*record);
+            store.header = std::move(*record);
     }
     if (!headerBytes)
         return headerBytes.Error();
-    return toolBytes ? Status{} : toolBytes.Error();
+    if (!toolBytes)
+        return toolBytes.Error();
+    return store;
 }
 
 } // namespace kestrova

@@ -11,23 +11,23 @@
 namespace kestrova
 {
 
-Status SaveCapturedShot(Session& session, const CapturedShot& shot, const Path& jpeg)
+Status SaveCapturedShot(const ArchiveParts& parts, Machine& machine, const CapturedShot& shot,
+                        const Path& jpeg)
 {
     if (auto made = MakeFolder(shot.folder); !made)
         return made;
     const auto write = [&](const Path& place) { return SaveAsJpeg(shot.picture, place); };
-    const LevelCode code = session.archive.levels[shot.level].levelCode;
+    const LevelCode code = parts.archive.levels[shot.level].levelCode;
     const bool ofLevel = jpeg.parent_path() == shot.folder;
     const auto saved =
-        ofLevel ? WriteShot(session.machine, session.Folders(), session.archive, session.settings,
-                            ShotChange(session.machine, session.Folders(), session.archive,
-                                       session.settings, ChangeKind::ShotCaptured, code,
-                                       jpeg.filename().native()),
+        ofLevel ? WriteShot(machine, parts.folders, parts.archive, parts.settings,
+                            ShotChange(machine, parts.folders, parts.archive, parts.settings,
+                                       ChangeKind::ShotCaptured, code, jpeg.filename().native()),
                             jpeg, write)
                 : write(jpeg);
     if (!saved)
         return saved;
-    AddShotSize(session, static_cast<double>(FileSize(jpeg)), shot.level);
+    AddShotSize(parts, static_cast<double>(FileSize(jpeg)), shot.level);
     return {};
 }
 
@@ -55,7 +55,7 @@ bool AskSaveCapturedShot(Session& session, const CapturedShot& shot)
             file = std::move(*free);
         }
     }
-    if (const auto saved = SaveCapturedShot(session, shot, file); !saved) {
+    if (const auto saved = SaveCapturedShot(session, session.machine, shot, file); !saved) {
         const std::string place = std::string{lineBreak} + TextOf(file) + std::string{lineBreak};
         session.host.Tell(Tone::Error,
                           GetMsg(Msg::CaptureSaveFailed, {place}) + saved.Error().reason);

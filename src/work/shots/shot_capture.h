@@ -1,7 +1,7 @@
 #pragma once
 
+#include "archive/archive_parts.h"
 #include "pictures/picture.h"
-#include "session/session.h"
 
 /// Screen-shots of the game, taken from the clipboard.
 namespace kestrova
@@ -14,7 +14,8 @@ struct CapturedShot {
 };
 
 /// Writes a captured picture as a jpeg and counts it.
-Status SaveCapturedShot(Session& session, const CapturedShot& shot, const Path& jpeg);
+Status SaveCapturedShot(const ArchiveParts& parts, Machine& machine, const CapturedShot& shot,
+                        const Path& jpeg);
 
 /// Asks for a place and saves there; a failure is told. False when the person cancelled, so that
 /// the picture waits for another decision.

@@ -66,9 +66,9 @@ Status HoldsPicture(const Path& file)
     return picture ? Status{} : picture.Error();
 }
 
-void AddShotSize(Session& session, double bytes, std::size_t index)
+void AddShotSize(const ArchiveParts& parts, double bytes, std::size_t index)
 {
-    AddLevelSize(session, bytes, SizeKind::Extras, index);
+    AddLevelSize(parts, bytes, SizeKind::Extras, index);
 }
 
 } // namespace kestrova

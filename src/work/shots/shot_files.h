@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "archive/archive_parts.h"
 
 /// Where a level's screen-shots lie, what new ones are called, and how they are counted.
 namespace kestrova
@@ -23,6 +23,6 @@ Status HoldsPicture(const Path& file);
 
 /// Adds to the level's size of screen-shots and, but for the record at index 0, to the archive's
 /// total, and saves the archive.
-void AddShotSize(Session& session, double bytes, std::size_t index);
+void AddShotSize(const ArchiveParts& parts, double bytes, std::size_t index);
 
 } // namespace kestrova

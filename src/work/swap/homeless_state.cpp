@@ -144,26 +144,26 @@ HomelessLeft ReturnHomelessState(const SwapParts& parts, const Folders& folders,
     return {};
 }
 
-bool FollowMovedState(Session& session, const Whereabouts& said)
+bool FollowMovedState(const SwapParts& parts, const Whereabouts& said)
 {
-    const Path noted = session.TrleFolder();
+    const Path noted = parts.folders.trle;
     const auto isThere = IsFolder(noted);
     if (said.trle.empty() || !isThere || *isThere)
         return true;
-    const auto owner = ReadOwnerAsNoted(session.Folders());
+    const auto owner = ReadOwnerAsNoted(parts.folders);
     if (!owner || !*owner || (*owner)->folder.path != noted.native())
         return true;
     const auto isNoted = HasMark(said.trle, (*owner)->folder);
     if (!isNoted || !*isNoted) {
-        session.host.Tell(Tone::Error,
-                          GetMsg(Msg::NotThatFolder, {TextOf(said.trle), TextOf(noted)}));
+        parts.host.Tell(Tone::Error,
+                        GetMsg(Msg::NotThatFolder, {TextOf(said.trle), TextOf(noted)}));
         return false;
     }
-    if (const auto held = session.locks.Hold(said.trle); !held) {
-        TellFailure(session.host, GetMsg(Msg::FolderNotLocked, {TextOf(said.trle)}), held.Error());
+    if (const auto held = parts.locks.Hold(said.trle); !held) {
+        TellFailure(parts.host, GetMsg(Msg::FolderNotLocked, {TextOf(said.trle)}), held.Error());
         return false;
     }
-    session.preferences.trlePath = said.trle.native();
+    parts.preferences.trlePath = said.trle.native();
     return true;
 }
 

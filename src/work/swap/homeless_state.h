@@ -35,6 +35,6 @@ HomelessLeft ReturnHomelessState(const SwapParts& parts, const Folders& folders,
 /// Such savegames wait in a Level Editor's folder that was moved: the one that the person named is
 /// the Level Editor's folder from now on, provided that it is that one. False, told, when it is
 /// not.
-bool FollowMovedState(Session& session, const Whereabouts& said);
+bool FollowMovedState(const SwapParts& parts, const Whereabouts& said);
 
 } // namespace kestrova

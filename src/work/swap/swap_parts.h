@@ -10,16 +10,17 @@ namespace kestrova
 struct SwapParts {
     SwapParts(Session& session)
         : host(session.host), machine(session.machine), archive(session.archive),
-          preferences(session.preferences), settings(session.settings), gamePid(session.gamePid),
-          folders(session.Folders()), sounds(SoundConverterOf(session))
+          preferences(session.preferences), settings(session.settings), locks(session.locks),
+          gamePid(session.gamePid), folders(session.Folders()), sounds(SoundConverterOf(session))
     {
     }
 
     Host& host;
     Machine& machine;
     const Archive& archive;
-    const PreferencesRecord& preferences;
+    PreferencesRecord& preferences; ///< the person may say where the folder is now
     const ProgramSettings& settings;
+    FolderLocks& locks;
     const std::int64_t& gamePid; ///< the game started last; 0 when none was
     Folders folders;             ///< as they were when the steps began
     SoundConverter sounds;

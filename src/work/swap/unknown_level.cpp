@@ -19,14 +19,14 @@ bool IsUnknownLevel(const Folders& folders)
     return owner && !*owner && other && (BackupIsAway(folders) || *other);
 }
 
-bool ForgetLevel(Session& session, LevelCode code)
+bool ForgetLevel(const SwapParts& parts, LevelCode code)
 {
     const auto failed = [&](const Failure& failure) {
-        TellFailure(session.host, GetMsg(Msg::CannotKeepState), failure);
+        TellFailure(parts.host, GetMsg(Msg::CannotKeepState), failure);
         return false;
     };
     const LevelPlace level{code};
-    auto files = ListFiles(session.TrleFolder(), OnDisk::PatAll);
+    auto files = ListFiles(parts.folders.trle, OnDisk::PatAll);
     if (!files)
         return failed(files.Error());
     std::erase_if(*files,
@@ -35,19 +35,19 @@ bool ForgetLevel(Session& session, LevelCode code)
     if (!live)
         return failed(live.Error());
     if (const auto status =
-            KeepInHistory(session.machine, session.Folders(), session.archive, session.settings,
-                          level, *files, GetMsg(Msg::ReasonForgotten));
+            KeepInHistory(parts.machine, parts.folders, parts.archive, parts.settings, level,
+                          *files, GetMsg(Msg::ReasonForgotten));
         !status)
         return failed(status.Error());
     std::vector<OwnedFile> left; // what a game wrote since: it is the original configuration's now
-    if (const auto status = DropLiveState(session.machine, session.Folders(), session.archive,
-                                          session.settings, level, *live, left);
+    if (const auto status = DropLiveState(parts.machine, parts.folders, parts.archive,
+                                          parts.settings, level, *live, left);
         !status)
         return failed(status.Error());
-    if (const auto status = DeleteFile(session.MarkerPath()); !status)
+    if (const auto status = DeleteFile(parts.folders.Marker()); !status)
         return failed(status.Error());
-    session.host.Tell(Tone::Warning,
-                      GetMsg(Msg::LevelForgotten, {ZeroPadded(code, 4), std::to_string(code)}));
+    parts.host.Tell(Tone::Warning,
+                    GetMsg(Msg::LevelForgotten, {ZeroPadded(code, 4), std::to_string(code)}));
     return true;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "swap/swap_parts.h"
 
 /// A level that stands in the Level Editor's folder and of which a marker alone speaks.
 namespace kestrova
@@ -10,6 +10,6 @@ namespace kestrova
 /// the program's own folder was lost.
 bool IsUnknownLevel(const Folders& folders);
 /// The savegames of such a level go to the history, then its marker goes. Told; may be repeated.
-bool ForgetLevel(Session& session, LevelCode code);
+bool ForgetLevel(const SwapParts& parts, LevelCode code);
 
 } // namespace kestrova

@@ -119,22 +119,25 @@ bool NotLookedAt(Host& host, const Failure& failure)
     return false;
 }
 
-bool FollowSaidTrle(Session& session, SwapJournal& journal, const Path& said)
+bool FollowSaidTrle(const SwapParts& parts, Folders& folders, SwapJournal& journal,
+                    const Path& said)
 {
     const Path noted = journal.folder.path;
-    const auto isNoted = IsFolderOfSwap(session.Folders(), journal, said);
+    const auto isNoted = IsFolderOfSwap(folders, journal, said);
     auto mark = MarkOf(said);
     if (!isNoted || !mark)
-        return NotLookedAt(session.host, isNoted ? mark.Error() : isNoted.Error());
-    if (!*isNoted && !Confirmed(session.host, said, noted))
+        return NotLookedAt(parts.host, isNoted ? mark.Error() : isNoted.Error());
+    if (!*isNoted && !Confirmed(parts.host, said, noted))
         return false;
-    if (const auto held = session.locks.Hold(said); !held) {
-        TellFailure(session.host, GetMsg(Msg::FolderNotLocked, {TextOf(said)}), held.Error());
+    if (const auto held = parts.locks.Hold(said); !held) {
+        TellFailure(parts.host, GetMsg(Msg::FolderNotLocked, {TextOf(said)}), held.Error());
         return false;
     }
     // Whoever moved the folder that the preferences name means the moved one from now on.
-    if (session.TrleFolder() == noted)
-        session.preferences.trlePath = said.native();
+    if (folders.trle == noted) {
+        parts.preferences.trlePath = said.native();
+        folders.trle = said;
+    }
     journal.folder = std::move(*mark);
     return true;
 }
@@ -220,24 +223,25 @@ Result<std::optional<LackingFolder>> WhatMendingLacks(const Folders& folders,
     return LackingOf(folders, **journal);
 }
 
-bool FollowMovedFolders(Session& session, SwapJournal& journal, const Whereabouts& said)
+bool FollowMovedFolders(const SwapParts& parts, SwapJournal& journal, const Whereabouts& said)
 {
+    Folders folders = parts.folders;
     const std::string before = FormatJournal(journal);
-    FollowKnown(session.Folders(), session.archive, journal);
-    if (!said.trle.empty() && !FollowSaidTrle(session, journal, said.trle))
+    FollowKnown(folders, parts.archive, journal);
+    if (!said.trle.empty() && !FollowSaidTrle(parts, folders, journal, said.trle))
         return false;
     if (!said.archiveFolder.empty() &&
-        !FollowSaidArchive(session.host, session.Folders(), journal, said.archiveFolder))
+        !FollowSaidArchive(parts.host, folders, journal, said.archiveFolder))
         return false;
-    const auto lacking = LackingOf(session.Folders(), journal);
+    const auto lacking = LackingOf(folders, journal);
     if (!lacking)
-        return NotLookedAt(session.host, lacking.Error());
+        return NotLookedAt(parts.host, lacking.Error());
     if (said.letGo && *lacking && (*lacking)->place == Place::Archive)
         journal.storeLetGo = true;
     if (FormatJournal(journal) == before)
         return true;
-    if (const auto status = WriteJournal(session.Folders(), journal); !status) {
-        TellFailure(session.host, GetMsg(Msg::InterruptedFailed), status.Error());
+    if (const auto status = WriteJournal(folders, journal); !status) {
+        TellFailure(parts.host, GetMsg(Msg::InterruptedFailed), status.Error());
         return false;
     }
     return true;

@@ -2,7 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "formats/swap_journal.h"
-#include "session/session.h"
+#include "swap/swap_parts.h"
 
 /// Where the folders of an interrupted swap are now. A folder that merely stands at the noted path
 /// is not taken for the noted one.
@@ -39,7 +39,7 @@ Result<std::optional<LackingFolder>> WhatMendingLacks(const Folders& folders,
 /// memory name, as far as they are the noted ones, and with what the person said. Where the disk
 /// does not tell that it is the noted one, the person is asked. False, with words, when what was
 /// said was not taken.
-bool FollowMovedFolders(Session& session, SwapJournal& journal, const Whereabouts& said);
+bool FollowMovedFolders(const SwapParts& parts, SwapJournal& journal, const Whereabouts& said);
 
 /// True when the person says that `said` is the folder that stood in `noted`; told when it is not.
 bool Confirmed(Host& host, const Path& said, const Path& noted);

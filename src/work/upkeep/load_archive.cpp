@@ -89,7 +89,8 @@ bool SaveComing(Host& host, const Folders& folders, const PreferencesRecord& pre
 }
 
 /// The folder that the person named counts, not the one that the file names.
-bool TakeNamedFolder(Session& session, Archive& archive, const Path& folder)
+bool TakeNamedFolder(const ArchiveParts& parts, FolderLocks& locks, Archive& archive,
+                     const Path& folder)
 {
     ArchiveHeader& header = archive.header;
     if (FolderFromText(Trim(header.secondaryFolder)) == folder)
@@ -97,46 +98,43 @@ bool TakeNamedFolder(Session& session, Archive& archive, const Path& folder)
     const auto isThere = IsFolder(folder);
     const auto holds = isThere && *isThere ? HoldsLevels(archive, folder) : isThere;
     if (!holds)
-        return TellFolderNotRead(session.host, holds.Error());
+        return TellFolderNotRead(parts.host, holds.Error());
     if (!*holds) {
         const Message words = *isThere ? Msg::NoLevelsThere : Msg::NoFolderThere;
-        session.host.Tell(Tone::Error, GetMsg(words, {TextOf(folder)}));
+        parts.host.Tell(Tone::Error, GetMsg(words, {TextOf(folder)}));
         return false;
     }
-    if (!FitsArchive(session.host, folder) ||
-        !DoneOrTold(session.host, HoldFolder(session.locks, folder)))
+    if (!FitsArchive(parts.host, folder) || !DoneOrTold(parts.host, HoldFolder(locks, folder)))
         return false;
     if (!IsArchiveOnCd(archive))
         header.mainFolder = folder.native();
     header.secondaryFolder = folder.native();
-    return SaveComing(session.host, session.Folders(), session.preferences, session.settings,
-                      archive);
+    return SaveComing(parts.host, parts.folders, parts.preferences, parts.settings, archive);
 }
 
 /// The new folder when the person chose one; no value when the check refuses the archive.
-std::optional<Path> AskForFolder(Session& session, const Archive& archive, Message warning,
-                                 const std::string& missing)
+std::optional<Path> AskForFolder(Host& host, FolderLocks& locks, const Archive& archive,
+                                 Message warning, const std::string& missing)
 {
     const std::string line{lineBreak};
-    session.host.Tell(Tone::Warning, GetMsg(warning, {line + Readable(missing) + line}));
-    const auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectFolder) + FileNameOf(missing),
-                                                  platform::CurrentFolder());
-    if (!chosen || !FitsArchive(session.host, *chosen))
+    host.Tell(Tone::Warning, GetMsg(warning, {line + Readable(missing) + line}));
+    const auto chosen = host.ChooseFolder(GetMsg(Msg::SelectFolder) + FileNameOf(missing),
+                                          platform::CurrentFolder());
+    if (!chosen || !FitsArchive(host, *chosen))
         return {};
     const auto holds = HoldsLevels(archive, *chosen);
     if (!holds)
-        TellFolderNotRead(session.host, holds.Error());
+        TellFolderNotRead(host, holds.Error());
     // Nothing is written before this program is the only one that works there.
     const bool taken =
-        holds &&
-        (*holds || session.host.AskYesNo(GetMsg(Msg::AskNoLevelsThere, {TextOf(*chosen)}))) &&
-        DoneOrTold(session.host, HoldFolder(session.locks, *chosen));
+        holds && (*holds || host.AskYesNo(GetMsg(Msg::AskNoLevelsThere, {TextOf(*chosen)}))) &&
+        DoneOrTold(host, HoldFolder(locks, *chosen));
     return taken ? chosen : std::nullopt;
 }
 
 } // namespace
 
-bool CheckArchiveFolders(Session& session, Archive& archive)
+bool CheckArchiveFolders(const ArchiveParts& parts, FolderLocks& locks, Archive& archive)
 {
     if (archive.levels.empty())
         return true;
@@ -147,28 +145,28 @@ bool CheckArchiveFolders(Session& session, Archive& archive)
     const auto hasMain = stands(header.mainFolder);
     const auto hasSecondary = stands(header.secondaryFolder);
     if (!hasMain || !hasSecondary)
-        return TellFolderNotRead(session.host, hasMain ? hasSecondary.Error() : hasMain.Error());
+        return TellFolderNotRead(parts.host, hasMain ? hasSecondary.Error() : hasMain.Error());
     if (!IsArchiveOnCd(archive) && !*hasMain) {
         const auto chosen =
-            AskForFolder(session, archive, Msg::MainFolderMissing, header.mainFolder);
+            AskForFolder(parts.host, locks, archive, Msg::MainFolderMissing, header.mainFolder);
         if (!chosen)
             return false;
         const bool same = Trim(header.mainFolder) == Trim(header.secondaryFolder);
         header.mainFolder = chosen->native();
         if (same)
             header.secondaryFolder = chosen->native();
-        SaveComing(session.host, session.Folders(), session.preferences, session.settings, archive);
+        SaveComing(parts.host, parts.folders, parts.preferences, parts.settings, archive);
         if (same)
             return true;
     }
     if (*hasSecondary)
         return true;
-    const auto chosen =
-        AskForFolder(session, archive, Msg::SecondaryFolderMissing, header.secondaryFolder);
+    const auto chosen = AskForFolder(parts.host, locks, archive, Msg::SecondaryFolderMissing,
+                                     header.secondaryFolder);
     if (!chosen)
         return false;
     header.secondaryFolder = chosen->native();
-    SaveComing(session.host, session.Folders(), session.preferences, session.settings, archive);
+    SaveComing(parts.host, parts.folders, parts.preferences, parts.settings, archive);
     return true;
 }
 
@@ -182,8 +180,8 @@ Load LoadOrKeep(Session& session, const Path& file, const Path& levelFolder, Fai
     Archive archive;
     Load load = ReadAndHold(session, file, archive, why);
     if (load == Load::Done &&
-        ((!levelFolder.empty() && !TakeNamedFolder(session, archive, levelFolder)) ||
-         !CheckArchiveFolders(session, archive)))
+        ((!levelFolder.empty() && !TakeNamedFolder(session, session.locks, archive, levelFolder)) ||
+         !CheckArchiveFolders(session, session.locks, archive)))
         load = Load::FoldersRefused;
     if (load == Load::Done &&
         !DoneOrTold(session.host, HoldArchiveFolder(session.locks, session.Folders(),

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "archive/archive_parts.h"
 
 /// What happens around the archive file: new, load, save as, the check of its folders.
 namespace kestrova
@@ -22,6 +22,6 @@ Result<Archive> ReadArchiveRecords(const ProgramSettings& settings, const Path& 
 bool AskLoadArchive(Session& session);
 /// Asks for the main or the secondary folder of an archive when they are gone. False, with words,
 /// when the person names none.
-bool CheckArchiveFolders(Session& session, Archive& archive);
+bool CheckArchiveFolders(const ArchiveParts& parts, FolderLocks& locks, Archive& archive);
 
 } // namespace kestrova

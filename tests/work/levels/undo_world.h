@@ -64,7 +64,7 @@ public:
         session.archive.header.mainFolderSize = 100;
         EXPECT_TRUE(WriteArchive(session, session.ArchivePath()));
         for (const LevelCode code : {resting, played})
-            EXPECT_TRUE(LoadSavegameStore(session, code));
+            EXPECT_TRUE(LoadSavegameStore(session.Folders(), session.preferences, code));
     }
     static std::string Rested(const std::string& name) { return rested + name; }
 
@@ -208,7 +208,7 @@ inline const Doing doings[] = {
     {"ShotCaptured", ChangeKind::ShotCaptured,
      [](UndoWorld& w) {
          const Path folder = ShotFolderOf(w.session.Folders(), w.resting);
-         return bool(SaveCapturedShot(w.session,
+         return bool(SaveCapturedShot(w.session, w.session.machine,
                                       {{1, 1, std::vector<std::uint8_t>(3, 9)}, 2, folder},
                                       folder / "taken.jpg"));
      },
@@ -216,8 +216,9 @@ inline const Doing doings[] = {
     {"ShotCapturedOver", ChangeKind::ShotReplaced,
      [](UndoWorld& w) {
          const Path folder = ShotFolderOf(w.session.Folders(), w.resting);
-         return bool(SaveCapturedShot(
-             w.session, {{1, 1, std::vector<std::uint8_t>(3, 9)}, 2, folder}, folder / "old.jpg"));
+         return bool(SaveCapturedShot(w.session, w.session.machine,
+                                      {{1, 1, std::vector<std::uint8_t>(3, 9)}, 2, folder},
+                                      folder / "old.jpg"));
      }},
     {"ShotResized", ChangeKind::ShotReplaced,
      [](UndoWorld& w) {

@@ -1,3 +1,4 @@
+#include "formats/savegame_records.h"
 #include "levels/more_info.h"
 #include "library/level_list.h"
 #include "swap/install.h"

@@ -1,3 +1,4 @@
+#include "formats/savegame_records.h"
 #include "history/standing.h"
 #include "play/savegame_tool.h"
 #include "world/world.h"

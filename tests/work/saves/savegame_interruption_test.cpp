@@ -28,7 +28,8 @@ void Fill(SavesWorld& world)
     world.Write(slot + "note6.txt", "note of twenty");
     world.Write(slot + "shot2.jpg", "picture of three");
     world.Write(SavesWorld::store + std::string{"slot2/note8.txt"}, "in a slot without savegames");
-    ASSERT_TRUE(LoadSavegameStore(world.session, world.played));
+    ASSERT_TRUE(
+        LoadSavegameStore(world.session.Folders(), world.session.preferences, world.played));
 }
 
 /// The everyday case after a first freeing: the newest stands in slot 0 already, with its note.

@@ -61,7 +61,9 @@ TEST(ArchiveSavegames, LeavesTheNewestInSlotZeroAndTheRestInANewArchiveSlot)
     EXPECT_EQ(world.ShownSlot(2), "");
     EXPECT_EQ(world.Shown("trle"), "note0.txt=my note savegame.0=40 shot0.bmp=big");
     EXPECT_EQ(world.Count(), 2);
-    EXPECT_EQ(world.session.savegameHeader.archivedCount, 2);
+    EXPECT_EQ(LoadSavegameStore(world.session.Folders(), world.session.preferences, world.played)
+                  ->header.archivedCount,
+              2);
 }
 
 TEST(ArchiveSavegames, PutsTheNewestIntoTheArchiveWhereverItStands)

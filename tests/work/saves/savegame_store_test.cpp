@@ -11,7 +11,7 @@ namespace kestrova::testing
 namespace
 {
 
-class SavegameStore : public ::testing::Test
+class SavegameRecords : public ::testing::Test
 {
 protected:
     void SetUp() override
@@ -20,11 +20,15 @@ protected:
         box.MakeBackupAndArchive();
         code = box.AddLevel("Level", {});
     }
+    Result<SavegameStore> Load()
+    {
+        return LoadSavegameStore(box.session.Folders(), box.session.preferences, code);
+    }
     World box;
     LevelCode code = 0;
 };
 
-TEST_F(SavegameStore, LiesWhereTheLevelIs)
+TEST_F(SavegameRecords, LiesWhereTheLevelIs)
 {
     EXPECT_EQ(*LiveStateFolder(box.session.Folders(), box.session.archive, 0), box / "trle")
         << "no marker: the original";
@@ -36,9 +40,9 @@ TEST_F(SavegameStore, LiesWhereTheLevelIs)
               box / "home/LEVEL_0000/backup_savegames");
 }
 
-TEST_F(SavegameStore, ComesIntoBeingWithItsDefaults)
+TEST_F(SavegameRecords, ComesIntoBeingWithItsDefaults)
 {
-    ASSERT_TRUE(LoadSavegameStore(box.session, code));
+    ASSERT_TRUE(Load());
     const auto header =
         ParseSavegameArchiveHeader(box.Read("levels/LEVEL_0001/savegames/savegames.bva"));
     const auto tool = ParseSavegameToolPrefs(box.Read("levels/LEVEL_0001/savegames/manager.prf"));
@@ -54,7 +58,7 @@ TEST_F(SavegameStore, ComesIntoBeingWithItsDefaults)
     EXPECT_EQ(tool->flag4, -1);
 }
 
-TEST_F(SavegameStore, WhatTheFilesHoldComesOverTheDefaults)
+TEST_F(SavegameRecords, WhatTheFilesHoldComesOverTheDefaults)
 {
     SavegameArchiveHeader header;
     header.slotPrefix = "slot";
@@ -64,28 +68,30 @@ TEST_F(SavegameStore, WhatTheFilesHoldComesOverTheDefaults)
     box.Write("levels/LEVEL_0001/savegames/Savegames.BVA", FormatSavegameArchiveHeader(header));
     box.Write("levels/LEVEL_0001/savegames/manager.prf", FormatSavegameToolPrefs(tool));
     const auto before = box.Snapshot("levels");
-    ASSERT_TRUE(LoadSavegameStore(box.session, code));
-    EXPECT_EQ(box.session.savegameHeader.archivedCount, 12);
-    EXPECT_EQ(box.session.savegameTool.flag0, 7);
+    const auto store = Load();
+    ASSERT_TRUE(store);
+    EXPECT_EQ(store->header.archivedCount, 12);
+    EXPECT_EQ(store->tool.flag0, 7);
     EXPECT_EQ(box.Snapshot("levels"), before);
 }
 
-TEST_F(SavegameStore, ACutFileOrAMissingFolderLeavesTheDefaultsInMemory)
+TEST_F(SavegameRecords, ACutFileOrAMissingFolderLeavesTheDefaultsInMemory)
 {
     box.Write("levels/LEVEL_0001/savegames/savegames.bva", std::string(1029, 'x'));
     box.Write("levels/LEVEL_0001/savegames/manager.prf", "");
     const auto before = box.Snapshot("levels");
-    box.session.savegameHeader.archivedCount = 99;
-    ASSERT_TRUE(LoadSavegameStore(box.session, code));
-    EXPECT_EQ(box.session.savegameHeader.archivedCount, 0);
-    EXPECT_EQ(box.session.savegameTool.flag1, -1);
+    const auto store = Load();
+    ASSERT_TRUE(store);
+    EXPECT_EQ(store->header.archivedCount, 0);
+    EXPECT_EQ(store->tool.flag1, -1);
     EXPECT_EQ(box.Snapshot("levels"), before);
-    ASSERT_TRUE(LoadSavegameStore(box.session, 77));
-    EXPECT_EQ(box.session.savegameHeader.slotCount, 15);
+    const auto elsewhere = LoadSavegameStore(box.session.Folders(), box.session.preferences, 77);
+    ASSERT_TRUE(elsewhere);
+    EXPECT_EQ(elsewhere->header.slotCount, 15);
     EXPECT_FALSE(box.Has("levels/LEVEL_0077"));
 }
 
-TEST_F(SavegameStore, RecordsThatCannotBeReadNowAreNotMadeAnew)
+TEST_F(SavegameRecords, RecordsThatCannotBeReadNowAreNotMadeAnew)
 {
     SavegameArchiveHeader header;
     header.archivedCount = 12;
@@ -93,8 +99,13 @@ TEST_F(SavegameStore, RecordsThatCannotBeReadNowAreNotMadeAnew)
     box.Write("levels/LEVEL_0001/savegames/manager.prf", FormatSavegameToolPrefs({}));
     const auto before = box.Snapshot("levels");
     AtEachReadAndLook([&](const FailingRun& failing) {
-        const FaultRun run = failing([&] { return bool{LoadSavegameStore(box.session, code)}; });
-        EXPECT_TRUE(!run.answer || box.session.savegameHeader.archivedCount == 12);
+        std::int32_t archived = 0;
+        const FaultRun run = failing([&] {
+            const auto store = Load();
+            archived = store ? store->header.archivedCount : 0;
+            return bool{store};
+        });
+        EXPECT_TRUE(!run.answer || archived == 12);
         EXPECT_EQ(box.Snapshot("levels"), before);
         return run;
     });
