@@ -28,11 +28,21 @@ Result<std::uint64_t> DesktopMachine::FreeSpace(const Path& path)
     return bytes;
 }
 
+namespace
+{
+
+bool IsDisc(const platform::MountedDrive& mounted)
+{
+    return mounted.kind == "iso9660" || mounted.kind == "udf";
+}
+
+} // namespace
+
 std::vector<Drive> DesktopMachine::FixedDrives()
 {
     std::vector<Drive> drives;
     for (const platform::MountedDrive& mounted : platform::MountedDrives()) {
-        if (!mounted.fixed || mounted.kind == "iso9660" || mounted.kind == "udf")
+        if (!mounted.fixed || IsDisc(mounted))
             continue;
         Drive drive{mounted.folder, 0,
                     !mounted.readOnly && platform::IsWritableFolder(mounted.folder)};
@@ -40,6 +50,15 @@ std::vector<Drive> DesktopMachine::FixedDrives()
             drives.push_back(std::move(drive));
     }
     return drives;
+}
+
+std::vector<Path> DesktopMachine::Discs()
+{
+    std::vector<Path> discs;
+    for (const platform::MountedDrive& mounted : platform::MountedDrives())
+        if (IsDisc(mounted))
+            discs.push_back(mounted.folder);
+    return discs;
 }
 
 Status DesktopMachine::Open(const std::string& fileOrAddress, const Path& folder)

@@ -31,6 +31,8 @@ public:
     /// Free bytes where `path`, or the nearest folder above it that exists, lies.
     virtual Result<std::uint64_t> FreeSpace(const Path& path) = 0;
     virtual std::vector<Drive> FixedDrives() = 0;
+    /// Where discs that can only be read are mounted now, in the order of the system.
+    virtual std::vector<Path> Discs() = 0;
     /// Opens a file or an address with the program that the desktop has for it.
     virtual Status Open(const std::string& fileOrAddress, const Path& folder) = 0;
     /// Starts a program that goes on by itself; its process id.
@@ -64,6 +66,7 @@ public:
     std::string BootId() override;
     Result<std::uint64_t> FreeSpace(const Path& path) override;
     std::vector<Drive> FixedDrives() override;
+    std::vector<Path> Discs() override;
     Status Open(const std::string& fileOrAddress, const Path& folder) override;
     Result<std::int64_t> Start(const platform::Launch& launch) override;
     bool IsRunning(std::int64_t pid) override;

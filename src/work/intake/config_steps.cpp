@@ -16,6 +16,16 @@ namespace kestrova
 namespace
 {
 
+/// Chooses the documentation that the file names. Only what is there to be read is taken: the
+/// desktop opens it.
+void ChooseMoreInfo(LevelDraft& draft)
+{
+    const std::string wanted{Trim(draft.config->moreInfo)};
+    for (const Path& file : draft.files)
+        if (!wanted.empty() && IsDocument(file) && EqualNames(file.filename().native(), wanted))
+            draft.moreInfo = file.filename().native();
+}
+
 bool HasConfigFile(const LevelDraft& draft)
 {
     // The reading tells what is wrong with one that cannot be looked at.
@@ -58,8 +68,10 @@ StepAnswer SearchOnlineConfig(Intake& intake)
 {
     Session& session = intake.session;
     if (FindOnlineConfig(session.host, session.machine, session.Folders(), ToolsOf(session),
-                         intake.draft.workFolder))
+                         intake.draft.workFolder)) {
+        intake.draft.onlineConfig = true;
         RefreshFiles(intake);
+    }
     return StepAnswer::GoesOn;
 }
 
@@ -81,6 +93,7 @@ StepAnswer ReadConfig(Intake& intake)
         TellFailure(intake.session.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(file),
                     status.Error());
     RefreshFiles(intake);
+    ChooseMoreInfo(intake.draft);
     return StepAnswer::GoesOn;
 }
 
@@ -98,7 +111,6 @@ StepAnswer TellElsewhere(Intake& intake)
             asked.push_back(GetMsg(words));
     };
     add(config.importWads, Msg::AskedWads);
-    add(config.externWaves, Msg::AskedWaves);
     add(config.exeFormat, Msg::AskedExe);
     if (!asked.empty())
         intake.session.host.Tell(Tone::Warning,
@@ -109,10 +121,9 @@ StepAnswer TellElsewhere(Intake& intake)
 StepAnswer EndConfig(Intake& intake)
 {
     LevelDraft& draft = intake.draft;
-    const std::string wanted{Trim(draft.config->moreInfo)};
-    for (const Path& file : draft.files)
-        if (!wanted.empty() && IsDocument(file) && EqualNames(file.filename().native(), wanted))
-            draft.moreInfo = file.filename().native();
+    if (!RefreshFiles(intake))
+        return StepAnswer::Refused;
+    ChooseMoreInfo(draft);
     draft.configApplied = true;
     ClearProgress(intake.progress);
     return StepAnswer::GoesOn;

@@ -1,8 +1,10 @@
 #include "intake/intake_steps.h"
 
 #include "intake/compile_sources.h"
+#include "intake/config_copies.h"
 #include "intake/config_steps.h"
 #include "intake/exe_install.h"
+#include "intake/extern_waves.h"
 #include "intake/file_checks.h"
 #include "intake/language_choice.h"
 #include "intake/player_files.h"
@@ -30,6 +32,9 @@ constexpr IntakeStep newLevelSteps[]{
     {StepTime::Config, "SearchOnlineConfig", LacksConfig, SearchOnlineConfig},
     {StepTime::Config, "ReadConfig", ConfigCame, ReadConfig},
     {StepTime::Config, "TellElsewhere", IsConfigRead, TellElsewhere},
+    {StepTime::Config, "ApplyDuplicates", WantsDuplicates, ApplyDuplicates},
+    {StepTime::Config, "FetchExternWaves", WantsExternWaves, FetchExternWaves},
+    {StepTime::Config, "ApplyTomWads", WantsTomWads, ApplyTomWads},
     {StepTime::Config, "EndConfig", IsConfigRead, EndConfig},
     {StepTime::Change, "InstallFromProgram", MayBeInsideProgram, InstallFromProgram},
     {StepTime::Source, "SuggestTexts", LacksTexts, SuggestTexts},

@@ -79,6 +79,7 @@ struct LevelDraft {
     bool configRead = false;    ///< there was one
     bool configApplied = false; ///< all of those steps were done
     bool exeAsked = false;      ///< the person was asked about a program that installs the level
+    bool onlineConfig = false;  ///< it came from the list of addresses, not from the author
     bool givenUp = false;
 };
 

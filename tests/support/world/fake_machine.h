@@ -16,6 +16,7 @@ public:
     std::string bootId = "boot-1";
     std::uint64_t free = UINT64_C(1) << 40;
     std::vector<Drive> drives;
+    std::vector<Path> discs;
     std::vector<std::string> opened;
     std::vector<platform::Launch> started;
     std::vector<platform::RunningProgram> running;
@@ -35,6 +36,7 @@ public:
     std::string BootId() override { return bootId; }
     Result<std::uint64_t> FreeSpace(const Path&) override { return free; }
     std::vector<Drive> FixedDrives() override { return drives; }
+    std::vector<Path> Discs() override { return discs; }
     Status Open(const std::string& fileOrAddress, const Path& folder) override;
     Result<std::int64_t> Start(const platform::Launch& launch) override;
     std::optional<int> exitCode = 0; ///< of every started program

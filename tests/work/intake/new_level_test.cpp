@@ -582,13 +582,14 @@ TEST_F(NewLevelTest, TheConfigurationFileFillsTheTextsAndIsNotStored)
     ASSERT_TRUE(WriteLevelConfig(box / "in/Kestrova.CFG", config));
     Zip("in", "p.zip");
     Intake& level = Begin();
+    box.host.WillAsk("in Tr4 The Last Revelation CD", false);
     ASSERT_TRUE(AddSources(level, {box / "p.zip"}));
     EXPECT_EQ(level.draft.name, "The real name");
     EXPECT_EQ(level.draft.note, "its note");
     EXPECT_EQ(level.draft.moreInfo, "about.htm");
     EXPECT_EQ(record.authorName, "An author");
     EXPECT_EQ(record.authorEmails, config.authorEmails);
-    EXPECT_TRUE(box.host.WasTold("audio files of a game CD")) << "what it cannot fetch is said";
+    EXPECT_TRUE(box.host.WasTold("wave file is missing (x.wavy.wav)")) << box.host.AllTold();
     EXPECT_EQ(Names(), (std::vector<std::string>{"about.htm", "level.tr4", "readme.txt"}));
     box.Write("kestrova.cfg", "a later one is deleted unread");
     ASSERT_TRUE(AddSources(level, {box / "kestrova.cfg"}));
