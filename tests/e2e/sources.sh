@@ -75,10 +75,41 @@ files=$(cd levels/LEVEL_0001/files && find . -type f | sort | tr '\n' ' ')
 mkdir tower
 cp mill/mill.tom tower/tower.tom
 expect 1 add tower
-errs "tower.wad"
+errs "--link tower.tom="
 cp mill/mill.wad tower/tower.wad
 rm "$box/trle/tom2pc.exe"
 before=$(tree "$box/trle")
 expect 1 add tower
 errs "Error in auto tom files compilation"
 [[ $(tree "$box/trle") == "$before" && ! -e levels/LEVEL_0002 ]] || die "a failed compilation"
+
+# A set of wads of the Level Editor's own, by the person's word and by the readme's.
+cat >"$box/trle/tom2pc.exe" <<'COMPILER'
+#!/bin/sh
+name=$(basename "$1" .tom)
+cat "$1" "$(find graphics/wads -iname "$name.wad")" >"Data/$name.tr4"
+COMPILER
+chmod +x "$box/trle/tom2pc.exe"
+before=$(tree "$box/trle")
+mkdir castle
+cp mill/mill.tom castle/castle.tom
+cp mill/script.dat castle
+echo "Please convert CASTLE.TOM with the wads of mill.wad" >castle/readme.txt
+for words in "--link castle" "--link =mill" "--link a=b --no-compile" "--analyse x --no-compile"; do
+    # shellcheck disable=SC2086
+    expect 2 add castle $words
+done
+expect 1 add castle --link other=mill
+errs "other.tom"
+expect 1 add castle --link castle=none
+errs 'none.*'
+expect 1 add castle --analyse elsewhere.txt
+errs "elsewhere.txt"
+expect 1 --no add castle --analyse readme.txt
+expect 0 add castle --name "By word" --link castle=mill
+expect 0 --yes add castle --name "By readme" --analyse README.txt
+for level in LEVEL_0002 LEVEL_0003; do
+    [[ $(<"levels/$level/files/castle.tr4") == "$(printf 'a tom\nchanged since')" ]] || die "$level"
+    [[ ! -e levels/$level/files/castle.wad ]] || die "a copied wad stays in $level"
+done
+[[ $(tree "$box/trle") == "$before" && ! -e levels/LEVEL_0004 ]] || die "the links"

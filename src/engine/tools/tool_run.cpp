@@ -16,8 +16,6 @@ using std::chrono::milliseconds;
 
 /// A tool that was asked to end has so long to put its files away.
 constexpr milliseconds graceToEnd{400};
-/// A list of a million names with room to spare.
-constexpr std::size_t mostOutput = std::size_t{256} << 20;
 /// Enough for the last lines.
 constexpr std::size_t tailSize = 8192;
 
@@ -149,9 +147,10 @@ void ToolRun::Take(std::string_view output, const LineShower& show)
         return;
     case ToolOrder::Output::Whole:
         report_.output += output;
-        if (report_.output.size() > mostOutput)
+        if (report_.output.size() > order_.mostOutput)
             Stop(ToolTrouble::Flood,
-                 GetMsg(Msg::ToolTooMuchOutput, {order_.name, FormatSize(mostOutput)}));
+                 GetMsg(Msg::ToolTooMuchOutput,
+                        {order_.name, FormatSize(static_cast<double>(order_.mostOutput))}));
         return;
     case ToolOrder::Output::Lines:
         break;

@@ -49,6 +49,9 @@ struct ToolWork {
     std::function<std::string()> watch{};
 };
 
+/// A list of a million names with room to spare.
+constexpr std::size_t usualMostOutput = std::size_t{256} << 20;
+
 /// All that one child needs.
 struct ToolOrder {
     enum class Output {
@@ -62,6 +65,7 @@ struct ToolOrder {
     std::string notStarted{};   ///< what is said when it cannot be started
     const Tool* tool = nullptr; ///< judges the end by its row; none: every end is one
     Output output = Output::Dropped;
+    std::size_t mostOutput = usualMostOutput; ///< bytes of `Whole`; more of them is a flood
     std::optional<std::string> input{};
     std::unique_ptr<LineParser> parser{};
     bool wholeLines = true;

@@ -62,6 +62,8 @@ Compile CompileWish(const Run& run)
 {
     if (run.arguments.Has("--compile"))
         return Compile::Always;
+    if (run.arguments.Has("--link") || run.arguments.Has("--analyse"))
+        return Compile::WhereMissing;
     return run.arguments.Has("--no-compile") || run.session.preferences.noAutoCompile
                ? Compile::Never
                : Compile::WhereMissing;
@@ -71,7 +73,21 @@ std::string WrongAdd(Run& run)
 {
     if (run.arguments.Has("--compile") && run.arguments.Has("--no-compile"))
         return GetMsg(Msg::WrongBoth, {"--compile", "--no-compile"});
+    for (const char* option : {"--link", "--analyse"})
+        if (run.arguments.Has(option) && run.arguments.Has("--no-compile"))
+            return GetMsg(Msg::WrongBoth, {option, "--no-compile"});
+    for (const std::string& word : run.arguments.ValuesOf("--link"))
+        if (!WadLinkFromWord(word))
+            return GetMsg(Msg::WrongLink, {word});
     return WrongNamesPage(run);
+}
+
+void TakeLinks(const Run& run, Intake& level)
+{
+    for (const std::string& word : run.arguments.ValuesOf("--link"))
+        if (const auto link = WadLinkFromWord(word))
+            level.draft.links.push_back(*link);
+    level.draft.analysed = run.arguments.ValueOf("--analyse");
 }
 
 void TakeTexts(Run& run, Intake& level)
@@ -145,6 +161,7 @@ bool Add(Run& run)
             level.draft.looksOnline =
                 run.face.CanAnswer() && !run.session.settings.updateServers.empty();
             level.draft.compile = CompileWish(run);
+            TakeLinks(run, level);
             level.draft.keepGoing = run.arguments.Has("--keep-going");
             bool all = AddSources(level, sources, Subfolders::Take);
             if (!level.draft.report.stopped)
@@ -198,9 +215,14 @@ std::span<const CommandRow> IntakeCommands()
                       .json = Msg::KeysAdd,
                       .leastWords = 1,
                       .mostWords = mostSources,
-                      .options = {ValueOption("--name"), ValueOption("--note"),
-                                  ValueOption("--names"), FlagOption("--keep-going"),
-                                  FlagOption("--compile"), FlagOption("--no-compile")},
+                      .options = {ValueOption("--name"),
+                                  ValueOption("--note"),
+                                  ValueOption("--names"),
+                                  FlagOption("--keep-going"),
+                                  FlagOption("--compile"),
+                                  FlagOption("--no-compile"),
+                                  {.name = "--link", .takesValue = true, .repeats = true},
+                                  {.name = "--analyse", .takesValue = true, .isPlace = true}},
                       .wrong = WrongAdd},
          .needs = Needs::Archive,
          .touches = Touches::Stores,

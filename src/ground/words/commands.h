@@ -27,6 +27,7 @@ inline constexpr Message WrongOption{"There is no option '~1'."};
 inline constexpr Message WrongOptionHere{"The option '~1' does not go with '~2'."};
 inline constexpr Message WrongOptionMissing{"The option '~1' is missing or empty."};
 inline constexpr Message WrongTwice{"The option '~1' stands there twice."};
+inline constexpr Message WrongLink{"This is no link of a .tom file with wads: '~1'. It is said so: --link mill.tom=city"};
 inline constexpr Message WrongBoth{"The options '~1' and '~2' exclude each other."};
 inline constexpr Message WrongValueGiven{"The option '~1' takes no value."};
 inline constexpr Message WrongValueMissing{"The option '~1' needs a value."};
@@ -84,8 +85,8 @@ inline constexpr Message KeysLevels{"an array of objects with `code`, `name`, `n
 inline constexpr Message UseInfo{"info CODE"};
 inline constexpr Message SumInfo{"Shows what the archive knows of a level."};
 inline constexpr Message KeysInfo{"the keys of `levels`, and `emails` and `sites` (arrays), `authorNote`, `moreInfo` (its readme), `folder`, `screenshots`, `savegames` and `archivedSavegames` (their numbers)."};
-inline constexpr Message UseAdd{"add [--name NAME] [--note N] [--names PAGE] [--keep-going] [--compile|--no-compile] SOURCE…"};
-inline constexpr Message SumAdd{"Takes packages (zip, 7z, rar, tar, lzh, cab, iso), folders with their sub-folders, and single files into the archive as one new level, called like the last source unless NAME is given. Names in a package that do not say their code page are read in the one that they look like; --names sets another (CP437, CP866, CP932, …). With --keep-going the level is added although a source, or a file of it, could not be taken. Where an update server is set, a level without a configuration file is looked for in the list of addresses (`urls`); what is there is fetched only after a yes. Sources of a level (.tom files with their wads) whose .tr4 does not come with them are compiled in the Level Editor's folder, which is as it was afterwards; --compile has all of them compiled, --no-compile none."};
+inline constexpr Message UseAdd{"add [--name NAME] [--note N] [--names PAGE] [--keep-going] [--compile|--no-compile] [--link TOM=WADS] [--analyse DOCUMENT] SOURCE…"};
+inline constexpr Message SumAdd{"Takes packages (zip, 7z, rar, tar, lzh, cab, iso), folders with their sub-folders, and single files into the archive as one new level, called like the last source unless NAME is given. Names in a package that do not say their code page are read in the one that they look like; --names sets another (CP437, CP866, CP932, …). With --keep-going the level is added although a source, or a file of it, could not be taken. Where an update server is set, a level without a configuration file is looked for in the list of addresses (`urls`); what is there is fetched only after a yes. Sources of a level (.tom files with their wads) whose .tr4 does not come with them are compiled in the Level Editor's folder, which is as it was afterwards; --compile has all of them compiled, --no-compile none. A .tom file without wads of its own is linked with a set of wads (`mill.tom=city`), which --link names, as often as there are such files; --analyse looks for the links in a readme of the level, or in another document, and asks before it makes them."};
 inline constexpr Message KeysAdd{"an object with `code`, `name` and, where names in packages had to be read in a code page, `names` (that page)."};
 inline constexpr Message WrongNamesPage{"~1 is no code page for names; there are: ~2"};
 inline constexpr Message UseEdit{"edit CODE [--name NAME] [--note N] [--add SOURCE] [--names PAGE] [--remove-file NAME] [--more-info NAME]"};

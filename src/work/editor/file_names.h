@@ -34,4 +34,18 @@ inline constexpr std::string_view AppPathsKey = "Software\\Microsoft\\Windows\\C
 inline constexpr std::string_view AppPathsKey32 = "Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\App Paths\\winroomedit.exe"; // not shown
 inline constexpr std::string_view ExeEnding = ".exe";
 
+/// How documents of other kinds than text begin.
+inline constexpr std::string_view WordStart = "\xD0\xCF\x11\xE0";
+inline constexpr std::string_view RtfStart = "{\\rtf";
+inline constexpr std::string_view PdfStart = "%PDF";
+inline constexpr std::string_view PdfPattern = "*.pdf";
+inline constexpr std::string_view TomPattern = "*.tom";
+inline constexpr std::string_view WadPattern = "*.wad";
+/// Behind a stem it is the pattern of a set of wads.
+inline constexpr std::string_view SetEnding = ".*";
+/// What names of documents hold that tell how a level is installed: the one that goes before all,
+/// and the others.
+inline constexpr std::string_view InstallWord = "install";
+inline constexpr std::string_view ReadmeWords = "instruction|read|convert|note";
+
 } // namespace kestrova::OnDisk

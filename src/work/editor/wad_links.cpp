@@ -48,6 +48,21 @@ Result<Path> LinkedName(std::string_view tomName, const Path& file)
 
 } // namespace
 
+std::optional<WadLink> WadLinkFromWord(const std::string& word)
+{
+    const std::size_t sign = word.find('=');
+    if (sign == 0 || sign == std::string::npos || sign + 1 == word.size())
+        return {};
+    WadLink link{word.substr(0, sign), word.substr(sign + 1)};
+    if (!EndsWithName(link.tom, OnDisk::TomEnding))
+        link.tom += OnDisk::TomEnding;
+    if (EndsWithName(link.wads, OnDisk::WadEnding))
+        link.wads = StripExtension(link.wads);
+    if (!HasWildcard(link.wads))
+        link.wads += OnDisk::SetEnding;
+    return link;
+}
+
 Result<std::vector<Path>> ListDocFiles(const Path& folder)
 {
     std::vector<Path> documents;

@@ -4,10 +4,21 @@
 #include "session/folders.h"
 #include "session/host.h"
 
+#include <optional>
+
 /// Which wads a tom file is compiled with: those of its own stem, or a set that it is linked with,
 /// which then lies beside it under that stem.
 namespace kestrova
 {
+
+/// A wish for a link.
+struct WadLink {
+    std::string tom;  ///< a tom file
+    std::string wads; ///< the pattern of a set of wads, `city.*`
+};
+
+/// `mill.tom=city`, `mill=city.wad` or `mill=city.*`; no value for a word that is no such wish.
+std::optional<WadLink> WadLinkFromWord(const std::string& word);
 
 /// The documents of a folder, full paths: by kind, in the order of `DocumentPatterns`, each kind by
 /// name. Sources of the game's scripts are none.

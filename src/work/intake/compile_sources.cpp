@@ -1,12 +1,15 @@
 #include "intake/compile_sources.h"
 
+#include "archive/level_folders.h"
 #include "conversion/level_audio.h"
 #include "conversion/sound_converter.h"
 #include "editor/compile_tom_file.h"
 #include "intake/draft_files.h"
 #include "intake/file_names.h"
+#include "intake/link_sources.h"
 #include "session/operation.h"
 #include "session/telling.h"
+#include "words/assistant.h"
 #include "words/common.h"
 #include "words/editor.h"
 
@@ -44,40 +47,67 @@ bool DecodeSamples(Intake& intake)
            RefreshFiles(intake);
 }
 
+/// The sources that are none for the compiler, and would be no files of a level either.
+void DropMisplaced(Host& host, const TomSources& sources)
+{
+    for (const Path& wave : sources.misplaced)
+        host.Tell(Tone::Error,
+                  GetMsg(Msg::WaveWithoutNumber, {TextOf(wave.filename()), lineBreak, lineBreak}));
+    RemoveFromLevel(host, sources.misplaced);
+}
+
+/// True once the results lie in the level's folder, and the lent folder is back.
+bool CompileHere(Intake& intake, const TomSources& sources)
+{
+    Session& session = intake.session;
+    const auto& byHand = intake.windows.compile;
+    TomCompile compile{CompilePartsOf(session, intake.progress)};
+    compile.Prepare(sources, intake.draft.workFolder,
+                    !byHand || !session.preferences.noAutoCompile);
+    if (compile.NeedsPerson() && byHand)
+        byHand(compile);
+    compile.GiveUp(); // where nobody could go on by hand
+    return compile.IsDone();
+}
+
 } // namespace
 
 bool HasSourcesToCompile(const Intake& intake)
 {
     const LevelDraft& draft = intake.draft;
-    if (draft.compile == Compile::Never)
+    if (draft.compile == Compile::Never || draft.OnCd())
         return false;
     const auto toms = SourcesAmong(draft.files).toms;
     return std::any_of(toms.begin(), toms.end(), [&](const Path& tom) {
-        return draft.compile == Compile::Always || !HasResult(draft, tom);
+        return draft.compile != Compile::WhereMissing || !HasResult(draft, tom);
     });
 }
 
 StepAnswer CompileSources(Intake& intake)
 {
+    if (intake.draft.compile != Compile::Asked)
+        return CompileLevel(intake) ? StepAnswer::GoesOn : StepAnswer::Refused;
+    if (!intake.session.host.AskOkCancel(GetMsg(Msg::SourcesAskConvert, {lineBreak})))
+        return StepAnswer::Stopped;
+    CompileLevel(intake);
+    return StepAnswer::GoesOn;
+}
+
+bool CompileLevel(Intake& intake)
+{
     Session& session = intake.session;
     const Operation operation{session};
-    if (!DecodeSamples(intake))
-        return StepAnswer::Refused;
+    if (!DoneOrTold(session.host, GuardLevelOnCd(intake.draft.saved)) || !BeginChange(intake) ||
+        !LinkSources(intake) || !DecodeSamples(intake))
+        return false;
     const TomSources sources = SourcesAmong(intake.draft.files);
-    for (const Path& wave : sources.misplaced)
-        session.host.Tell(Tone::Error, GetMsg(Msg::WaveWithoutNumber,
-                                              {TextOf(wave.filename()), lineBreak, lineBreak}));
-    RemoveFromLevel(session.host, sources.misplaced);
-    if (!HaveWads(session, sources) || !MayLend(session))
-        return StepAnswer::Refused;
-    TomCompile compile{CompilePartsOf(session, intake.progress)};
-    compile.Prepare(sources, intake.draft.workFolder, true);
-    compile.GiveUp(); // nobody goes on by hand here
-    if (!compile.IsDone())
-        return StepAnswer::Refused;
-    RemoveFromLevel(session.host, sources.wads);
-    RemoveFromLevel(session.host, sources.samples);
-    return RefreshFiles(intake) ? StepAnswer::GoesOn : StepAnswer::Refused;
+    DropMisplaced(session.host, sources);
+    const bool compiled = MayLend(session) && CompileHere(intake, sources);
+    if (compiled) {
+        RemoveFromLevel(session.host, sources.wads);
+        RemoveFromLevel(session.host, sources.samples);
+    }
+    return RefreshFiles(intake) && compiled;
 }
 
 } // namespace kestrova

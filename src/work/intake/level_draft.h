@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/removal.h"
+#include "editor/wad_links.h"
 #include "formats/level_config.h"
 #include "intake/files_before.h"
 #include "intake/folder_state.h"
@@ -14,7 +15,8 @@ namespace kestrova
 enum class Compile {
     Never,
     WhereMissing, ///< when the level lacks what one of them becomes
-    Always
+    Always,
+    Asked ///< the person is asked when the level has some
 };
 
 /// What a level on its way into the archive has so far, or one of the archive while it is edited.
@@ -51,6 +53,9 @@ struct LevelDraft {
     /// A level without a configuration file is looked for in the list of addresses.
     bool looksOnline = true;
     Compile compile = Compile::Never;
+    std::vector<WadLink> links; ///< made before a compilation
+    /// Name of the document that tells which wads its tom files need, or a path; empty: none.
+    std::string analysed;
 
     // The folder.
     Path filesFolder; ///< where the level's files belong

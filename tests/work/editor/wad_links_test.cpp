@@ -82,6 +82,19 @@ TEST_F(WadLinks, ASetIsCopiedUnderTheTomFilesStemWhereNothingStands)
     EXPECT_EQ(Link("lost.*", "mill"), 0U);
 }
 
+TEST_F(WadLinks, AWishIsReadFromOneWord)
+{
+    const auto read = [](const std::string& word) {
+        const auto link = WadLinkFromWord(word);
+        return link ? link->tom + " " + link->wads : "none";
+    };
+    for (const char* word : {"mill=city", "mill.tom=city.wad", "mill=city.*"})
+        EXPECT_EQ(read(word), "mill.tom city.*") << word;
+    EXPECT_EQ(read("My.v2=city v1.2"), "My.v2.tom city v1.2.*");
+    for (const char* word : {"", "mill", "=city", "mill=", "="})
+        EXPECT_EQ(read(word), "none") << word;
+}
+
 TEST_F(WadLinks, ANameFromOutsideReachesNoOtherFolder)
 {
     const FileContents before = box.Snapshot("");
