@@ -2,7 +2,6 @@
 
 #include "core/copying.h"
 #include "core/look.h"
-#include "core/staged_file.h"
 #include "core/text.h"
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
@@ -18,30 +17,11 @@ namespace kestrova
 namespace
 {
 
-/// Of the file in this very spelling: a case twin is another one. Empty for one that is missing; a
-/// failure for one that cannot be read.
-Result<std::string> HashSpelled(const Path& file)
-{
-    std::string hash;
-    platform::FileFacts facts;
-    auto failure = platform::LookAtLink(file, facts);
-    if (!failure && facts.kind != platform::FileKind::Missing)
-        failure = platform::HashOfFile(file, hash);
-    return failure ? MakeFailure(ErrorCode::CannotRead, TextOf(file), failure)
-                   : Result<std::string>{std::move(hash)};
-}
-
 /// True for what a level brought, or is known by: no savegame, note or picture of the player's.
 bool IsLevelsOwn(const Path& file, const Path& home)
 {
     const Path folder = file.parent_path();
     return IsSameFolder(folder, home) || IsSameFolder(folder, InFolder(home, OnDisk::DirFiles));
-}
-
-bool Holds(const Path& file, const std::string& hash)
-{
-    const auto now = HashSpelled(file);
-    return now && *now == hash && !hash.empty();
 }
 
 } // namespace
@@ -112,62 +92,9 @@ Status ChangeSteps::Beat() const
                                                           : MakeFailure(ErrorCode::Stopped, {});
 }
 
-void ChangeSteps::Add(const ChangedFolder& folder)
-{
-    const Path place = ResolvePath(folder.folder);
-    ClearStagedLeftovers(place);
-    std::map<Path, std::size_t> places;
-    std::map<std::string, std::size_t> byName; ///< folded
-    for (const StateFile& file : folder.before) {
-        Path path = ResolvePath(place / file.name);
-        places.emplace(path, targets_.size());
-        byName.emplace(FoldCase(file.name), targets_.size());
-        targets_.push_back({std::move(path), file.hash, {}, {}});
-    }
-    std::set<std::size_t> spelled; ///< what keeps its very name
-    for (const ComingFile& file : folder.after)
-        if (const auto same = places.find(place / file.name); same != places.end())
-            spelled.insert(same->second);
-    for (const ComingFile& file : folder.after) {
-        const Path path = place / file.name;
-        const auto same = places.find(path);
-        const auto twin = byName.find(FoldCase(file.name));
-        const bool respelled =
-            same == places.end() && twin != byName.end() && spelled.insert(twin->second).second;
-        if (respelled && targets_[twin->second].was == file.hash) {
-            targets_[twin->second].respelled = path;
-            continue;
-        }
-        if (same == places.end() && !respelled)
-            targets_.push_back({path, {}, {}, {}});
-        Target& target = same != places.end() ? targets_[same->second]
-                         : respelled          ? targets_[twin->second]
-                                              : targets_.back();
-        target.becomes = file.hash;
-        target.source = file.source;
-    }
-}
-
-void ChangeSteps::IndexContents()
-{
-    for (const Target& target : targets_) {
-        if (!target.was.empty())
-            byContent_[target.was].push_back(&target);
-        if (!target.becomes.empty() && target.becomes != target.was)
-            byContent_[target.becomes].push_back(&target);
-    }
-}
-
-const std::vector<const ChangeSteps::Target*>& ChangeSteps::With(const std::string& hash) const
-{
-    static const std::vector<const Target*> none;
-    const auto found = byContent_.find(hash);
-    return found == byContent_.end() ? none : found->second;
-}
-
 Status ChangeSteps::AllIsThere() const
 {
-    for (const Target& target : targets_) {
+    for (const ChangeTarget& target : targets_) {
         if (auto status = Beat(); !status)
             return status;
         if (!target.foreign && !target.becomes.empty() && !Holds(target.file, target.becomes) &&
@@ -179,12 +106,8 @@ Status ChangeSteps::AllIsThere() const
 
 Status ChangeSteps::Look()
 {
-    targets_.clear();
-    byContent_.clear();
-    for (const ChangedFolder& folder : change_.folders)
-        Add(folder);
-    IndexContents();
-    for (Target& target : targets_) {
+    targets_ = ChangeTargets{change_.folders};
+    for (ChangeTarget& target : targets_) {
         if (auto status = Beat(); !status)
             return status;
         const auto now = HashSpelled(target.file);
@@ -197,7 +120,7 @@ Status ChangeSteps::Look()
     return round_ == Round::First ? AllIsThere() : Status{};
 }
 
-Status ChangeSteps::LeaveForeign(Target& target)
+Status ChangeSteps::LeaveForeign(ChangeTarget& target)
 {
     target.foreign = true;
     std::vector<Path> files{target.file};
@@ -208,13 +131,13 @@ Status ChangeSteps::LeaveForeign(Target& target)
     return Keep(files);
 }
 
-Path ChangeSteps::SourceOf(const Target& wanted) const
+Path ChangeSteps::SourceOf(const ChangeTarget& wanted) const
 {
     const std::string& hash = wanted.becomes;
     const Path source = ResolvePath(wanted.source);
     if (source != wanted.file && Holds(source, hash))
         return source;
-    for (const Target* target : With(hash))
+    for (const ChangeTarget* target : targets_.With(hash))
         if (target->file != wanted.file && Holds(target->file, hash))
             return target->file;
     if (Path kept = HistoryContent(where_, hash); Holds(kept, hash))
@@ -223,7 +146,7 @@ Path ChangeSteps::SourceOf(const Target& wanted) const
     return !change_.kept.empty() && Holds(kept, hash) ? kept : Path{};
 }
 
-Status ChangeSteps::Place(Target& target)
+Status ChangeSteps::Place(ChangeTarget& target)
 {
     const Path source = SourceOf(target);
     if (source.empty() && round_ == Round::First)
@@ -242,7 +165,7 @@ Status ChangeSteps::Place(Target& target)
 
 Status ChangeSteps::PutNew()
 {
-    for (Target& target : targets_) {
+    for (ChangeTarget& target : targets_) {
         if (auto status = Beat(); !status)
             return status;
         if (target.foreign || !target.was.empty())
@@ -258,7 +181,7 @@ ChangeSteps::Holder ChangeSteps::HolderOf(const std::string& hash) const
 {
     if (elsewhere_.contains(hash))
         return Holder::Flushed;
-    for (const Target* target : With(hash))
+    for (const ChangeTarget* target : targets_.With(hash))
         if (target->becomes == hash && !target->foreign && Holds(target->file, hash))
             return target->was.empty() ? Holder::Flushed : Holder::Unflushed;
     return Holder::Nobody;
@@ -284,13 +207,13 @@ Status ChangeSteps::Keep(const std::vector<Path>& files)
 
 bool ChangeSteps::HasNewPlace(const std::string& hash) const
 {
-    const auto& holders = With(hash);
-    return std::any_of(holders.begin(), holders.end(), [&](const Target* target) {
+    const auto& holders = targets_.With(hash);
+    return std::any_of(holders.begin(), holders.end(), [&](const ChangeTarget* target) {
         return target->becomes == hash && !target->foreign;
     });
 }
 
-void ChangeSteps::KeepForUndo(const Target& target) const
+void ChangeSteps::KeepForUndo(const ChangeTarget& target) const
 {
     if (change_.kept.empty() || change_.ofLevelsFiles || HasNewPlace(target.was))
         return;
@@ -312,11 +235,12 @@ void ChangeSteps::RemoveEmptied() const
             (void)platform::RemoveFolder(ResolvePath(folder.folder)); // unless others use it
 }
 
-Status ChangeSteps::KeepAll(const std::vector<Path>& files, const std::vector<const Target*>& going)
+Status ChangeSteps::KeepAll(const std::vector<Path>& files,
+                            const std::vector<const ChangeTarget*>& going)
 {
     auto status = Keep(files);
     if (status)
-        for (const Target* target : going)
+        for (const ChangeTarget* target : going)
             KeepForUndo(*target);
     return status;
 }
@@ -324,8 +248,8 @@ Status ChangeSteps::KeepAll(const std::vector<Path>& files, const std::vector<co
 Status ChangeSteps::KeepOverwritten()
 {
     std::vector<Path> files;
-    std::vector<const Target*> going;
-    for (const Target& target : targets_) {
+    std::vector<const ChangeTarget*> going;
+    for (const ChangeTarget& target : targets_) {
         if (auto status = Beat(); !status)
             return status;
         if (target.foreign || target.was.empty() || target.becomes.empty())
@@ -343,7 +267,7 @@ Status ChangeSteps::KeepOverwritten()
 
 Status ChangeSteps::Overwrite()
 {
-    for (Target& target : targets_) {
+    for (ChangeTarget& target : targets_) {
         if (auto status = Beat(); !status)
             return status;
         if (target.foreign || target.was.empty() || target.becomes.empty())
@@ -365,7 +289,7 @@ Status ChangeSteps::Overwrite()
     return {};
 }
 
-Result<bool> ChangeSteps::StillGoes(const Target& target)
+Result<bool> ChangeSteps::StillGoes(const ChangeTarget& target)
 {
     if (target.foreign || !target.becomes.empty())
         return false;
@@ -376,9 +300,9 @@ Result<bool> ChangeSteps::StillGoes(const Target& target)
 Status ChangeSteps::KeepGoing()
 {
     std::vector<Path> files;
-    std::vector<const Target*> going;
+    std::vector<const ChangeTarget*> going;
     bool unflushed = false;
-    for (const Target& target : targets_) {
+    for (const ChangeTarget& target : targets_) {
         if (auto status = Beat(); !status)
             return status;
         if (!target.respelled.empty())
@@ -402,7 +326,7 @@ Status ChangeSteps::KeepGoing()
 
 Status ChangeSteps::Delete()
 {
-    for (const Target& target : targets_) {
+    for (const ChangeTarget& target : targets_) {
         const auto goes = StillGoes(target);
         if (!goes)
             return goes.Error();
@@ -421,7 +345,7 @@ Status ChangeSteps::Delete()
     return {};
 }
 
-Status ChangeSteps::Respell(const Target& target)
+Status ChangeSteps::Respell(const ChangeTarget& target)
 {
     const auto here = LookAtSpelled(target.file);
     const auto there = LookAtSpelled(target.respelled);
@@ -451,7 +375,7 @@ bool ChangeSteps::TakeBack()
     if (destroyed_)
         return false;
     bool whole = true;
-    for (const Target& target : targets_) {
+    for (const ChangeTarget& target : targets_) {
         if (target.foreign || !target.was.empty())
             continue;
         const auto now = HashSpelled(target.file);

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "core/files.h"
-#include "formats/change_note.h"
+#include "history/change_targets.h"
 #include "session/archive.h"
 #include "session/folders.h"
 #include "session/machine.h"
 #include "session/settings.h"
 
-#include <map>
 #include <set>
 
 namespace kestrova
@@ -37,40 +35,25 @@ public:
     [[nodiscard]] std::int32_t NotArchived() const;
 
 private:
-    /// A file that takes part: `was` is empty for a new name, `becomes` for one that goes.
-    struct Target {
-        Path file;
-        std::string was;
-        std::string becomes;
-        Path source;          ///< of what it becomes
-        Path respelled{};     ///< its new name, which differs in case alone
-        bool foreign = false; ///< somebody else wrote it since; it stays
-    };
-
     /// Fails once Stop was pressed, as long as all can be taken back.
     [[nodiscard]] Status Beat() const;
     Status MakeNewFolders();
     Status Look();
-    /// The targets of one folder.
-    void Add(const ChangedFolder& folder);
-    void IndexContents();
-    /// The targets that have the content, before the change or after it.
-    [[nodiscard]] const std::vector<const Target*>& With(const std::string& hash) const;
     /// A failure when something that is to come is nowhere.
     [[nodiscard]] Status AllIsThere() const;
     Status PutNew();
     Status KeepOverwritten();
     Status Overwrite();
     /// True for a target that goes and stands there as it did; asked right before it is deleted.
-    [[nodiscard]] static Result<bool> StillGoes(const Target& target);
+    [[nodiscard]] static Result<bool> StillGoes(const ChangeTarget& target);
     Status KeepGoing();
     Status Delete();
-    Status Respell(const Target& target);
-    Status Place(Target& target);
+    Status Respell(const ChangeTarget& target);
+    Status Place(ChangeTarget& target);
     /// Keeps what stands there, and what was to come, in the history.
-    Status LeaveForeign(Target& target);
+    Status LeaveForeign(ChangeTarget& target);
     /// Where a content lies now; empty when it is nowhere.
-    [[nodiscard]] Path SourceOf(const Target& wanted) const;
+    [[nodiscard]] Path SourceOf(const ChangeTarget& wanted) const;
     enum class Holder { Nobody, Flushed, Unflushed };
     /// Whether a file that stays holds that content.
     [[nodiscard]] Holder HolderOf(const std::string& hash) const;
@@ -78,10 +61,10 @@ private:
     /// files, beside the level.
     Status Keep(const std::vector<Path>& files);
     /// The same, and then what the way back needs of those that go.
-    Status KeepAll(const std::vector<Path>& files, const std::vector<const Target*>& going);
+    Status KeepAll(const std::vector<Path>& files, const std::vector<const ChangeTarget*>& going);
     /// What the change could not be undone without. Where it cannot be kept there is no way back,
     /// but the change goes on.
-    void KeepForUndo(const Target& target) const;
+    void KeepForUndo(const ChangeTarget& target) const;
     /// True when the change gives that content another place.
     [[nodiscard]] bool HasNewPlace(const std::string& hash) const;
     void RemoveEmptied() const;
@@ -94,8 +77,7 @@ private:
     std::set<std::string> elsewhere_;
     Round round_;
     Heartbeat beat_;
-    std::vector<Target> targets_;
-    std::map<std::string, std::vector<const Target*>> byContent_;
+    ChangeTargets targets_;
     bool destroyed_ = false; ///< from here on there is only the way forward
 };
 
