@@ -9,15 +9,8 @@ namespace kestrova
 
 /// The files of a level as they were before it was edited, for the case that the person gives the
 /// change up or the program ends in the middle of it. Names of the same files where the file system
-/// can, copies elsewhere. They lie in the level's own folder, below `.kv~before_edit`:
-///
-///     record    what the archive had of the level
-///     files/    the level's files
-///     N.target  a file of the level's other folders: size and time of what was copied over it,
-///               whether that had a source, and its place
-///     N.was     what stood there, if anything did
-///
-/// The folder comes and goes by rename, so that it is whole or not there at all.
+/// can, copies elsewhere. `intake/kept_edit.h` tells how they
+/// lie.
 class FilesBefore
 {
 public:
