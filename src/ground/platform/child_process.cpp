@@ -117,8 +117,8 @@ std::error_code ChildProcess::Start(const Launch& launch, const ChildStreams& st
         failure = InputFile(*streams.input, input);
     pid_t pid = 0;
     if (!failure)
-        failure =
-            Spawn(launch, {input, output.to, streams.joined ? output.to : errors.to}, true, pid);
+        failure = Spawn(launch, {input, output.to, streams.joined ? output.to : errors.to},
+                        Bond::EndsWithParent, pid);
     Close(input);
     if (failure)
         return failure;

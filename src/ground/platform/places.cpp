@@ -130,8 +130,7 @@ Desktop SessionDesktop()
 
 std::error_code OpenWithDesktop(const std::string& fileOrAddress, const fs::path& folder)
 {
-    std::int64_t pid = 0;
-    return StartDetached({{"xdg-open", fileOrAddress}, folder, {}}, pid);
+    return StartAndForget({{"xdg-open", fileOrAddress}, folder, {}});
 }
 
 } // namespace kestrova::platform

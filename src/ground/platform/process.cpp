@@ -38,9 +38,15 @@ fs::path LinkTarget(const fs::path& link)
 std::error_code StartDetached(const Launch& launch, std::int64_t& pid)
 {
     pid_t child = 0;
-    const std::error_code failure = Spawn(launch, {}, false, child);
+    const std::error_code failure = Spawn(launch, {}, Bond::GoesOn, child);
     pid = child;
     return failure;
+}
+
+std::error_code StartAndForget(const Launch& launch)
+{
+    pid_t none = 0;
+    return Spawn(launch, {}, Bond::None, none);
 }
 
 std::int64_t OwnProcess()

@@ -21,6 +21,10 @@ struct Launch {
 /// `pid` is 0 on failure.
 std::error_code StartDetached(const Launch& launch, std::int64_t& pid);
 
+/// The same for a program that nobody asks for again: it is no child of this one, so that nothing
+/// is left of it when it ends.
+std::error_code StartAndForget(const Launch& launch);
+
 /// The number of this process; another process never has it at the same time.
 std::int64_t OwnProcess();
 

@@ -58,6 +58,24 @@ void TakeStreams(const SpawnStreams& streams)
     ::close_range(aboveStreams, ~0U, CLOSE_RANGE_CLOEXEC);
 }
 
+/// In the child: tells the parent why nothing was started.
+[[noreturn]] void EndWith(int failure, int reportEnd)
+{
+    (void)!::write(reportEnd, &failure, sizeof failure);
+    ::_exit(127);
+}
+
+/// In the child: goes on as a child of its own, whose parent ends here, so that the system waits
+/// for it.
+void LeaveToTheSystem(int reportEnd)
+{
+    const pid_t own = ::fork();
+    if (own < 0)
+        EndWith(errno, reportEnd);
+    if (own > 0)
+        ::_exit(0);
+}
+
 void ClearSignals()
 {
     // What this program ignores or holds back the other one must not: both outlive the exec.
@@ -69,8 +87,7 @@ void ClearSignals()
 
 } // namespace
 
-std::error_code Spawn(const Launch& launch, const SpawnStreams& streams, bool endsWithParent,
-                      pid_t& pid)
+std::error_code Spawn(const Launch& launch, const SpawnStreams& streams, Bond bond, pid_t& pid)
 {
     pid = 0;
     if (launch.argv.empty())
@@ -96,17 +113,17 @@ std::error_code Spawn(const Launch& launch, const SpawnStreams& streams, bool en
         ::setsid();
         ClearSignals();
         const int reportEnd = ::fcntl(report[1], F_DUPFD_CLOEXEC, aboveStreams);
+        if (bond == Bond::None)
+            LeaveToTheSystem(reportEnd);
         TakeStreams(streams);
-        if (endsWithParent) {
+        if (bond == Bond::EndsWithParent) {
             ::prctl(PR_SET_PDEATHSIG, SIGTERM);
             if (::getppid() != parent)
                 ::_exit(127);
         }
         if (launch.folder.empty() || ::chdir(launch.folder.c_str()) == 0)
             ::execve(program.c_str(), argv.data(), envp.data());
-        const int failure = errno;
-        (void)!::write(reportEnd, &failure, sizeof failure);
-        ::_exit(127);
+        EndWith(errno, reportEnd);
     }
     const int forkFailure = errno;
     ::close(report[1]);
@@ -120,11 +137,13 @@ std::error_code Spawn(const Launch& launch, const SpawnStreams& streams, bool en
         got = ::read(report[0], &failure, sizeof failure);
     while (got < 0 && errno == EINTR);
     ::close(report[0]);
-    if (got == sizeof failure) {
+    const bool failed = got == sizeof failure;
+    if (failed || bond == Bond::None)
         ::waitpid(child, nullptr, 0);
+    if (failed)
         return {failure, std::generic_category()};
-    }
-    pid = child;
+    if (bond != Bond::None)
+        pid = child;
     return {};
 }
 

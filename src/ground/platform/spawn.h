@@ -15,10 +15,16 @@ struct SpawnStreams {
     int errors = -1;
 };
 
+/// What a started program is to this one.
+enum class Bond {
+    EndsWithParent, ///< it is asked to end when this program does, however that comes about
+    GoesOn,         ///< it outlives this program, which waits for it at some time
+    None            ///< it is the system's: this program never waits for it
+};
+
 /// Starts a program in a session of its own: no terminal, a process group of the same number as
-/// its process, no other open file of this program. `endsWithParent`: it is asked to end when this
-/// program does, however that comes about. The error is that of the start itself; `pid` is 0 then.
-std::error_code Spawn(const Launch& launch, const SpawnStreams& streams, bool endsWithParent,
-                      pid_t& pid);
+/// its process (not without a bond), no other open file of this program. The error is that of the
+/// start itself; `pid` is 0 then, and without a bond.
+std::error_code Spawn(const Launch& launch, const SpawnStreams& streams, Bond bond, pid_t& pid);
 
 } // namespace kestrova::platform

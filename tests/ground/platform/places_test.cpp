@@ -1,8 +1,12 @@
 #include "platform/places.h"
 
+#include "platform/process.h"
+#include "sandbox/patience.h"
 #include "sandbox/sandbox.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace kestrova::testing
 {
@@ -50,6 +54,29 @@ TEST(MountedDrives, AFixedOneIsNeitherRemovableNorOnANetwork)
     ASSERT_EQ(drives.size(), rows.size());
     for (std::size_t i = 0; i < rows.size(); ++i)
         EXPECT_EQ(drives[i].fixed, rows[i].second) << rows[i].first;
+}
+
+TEST(OpenWithDesktop, WhatOpensIsNoChildThatSomebodyHasToWaitFor)
+{
+    const Sandbox box;
+    const Path opened = box / "opened";
+    box.Write("bin/xdg-open", "#!/bin/sh\necho $PPID \"$1\" >" + opened.native() + ".new\nmv " +
+                                  opened.native() + ".new " + opened.native() + "\n");
+    std::filesystem::permissions(box / "bin/xdg-open", std::filesystem::perms::owner_all);
+    const std::string path = std::getenv("PATH");
+    ::setenv("PATH", ((box / "bin").native() + ":" + path).c_str(), 1);
+    const auto failure = platform::OpenWithDesktop("http://levels.example/", box.root);
+    ::setenv("PATH", path.c_str(), 1);
+    ASSERT_FALSE(failure) << failure.message();
+    for (const auto end = std::chrono::steady_clock::now() + soon;
+         !box.Has("opened") && std::chrono::steady_clock::now() < end;)
+        std::this_thread::sleep_for(std::chrono::milliseconds{5});
+    const std::string told = box.Read("opened");
+    EXPECT_NE(told, std::to_string(platform::OwnProcess()) + " http://levels.example/\n");
+    EXPECT_NE(told.find(" http://levels.example/"), std::string::npos) << told;
+    // What is not there is told all the same.
+    EXPECT_EQ(platform::StartAndForget({{(box / "bin/none").native()}, {}, {}}),
+              std::errc::no_such_file_or_directory);
 }
 
 } // namespace
