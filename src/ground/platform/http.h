@@ -47,10 +47,16 @@ struct HttpRequest {
     std::chrono::milliseconds silence{60'000}; ///< after which it is given up
 };
 
-/// Answers from here on are a page about an error, and no file.
-inline constexpr int httpFirstError = 400;
 /// The answer that brings the rest of a file alone.
 inline constexpr int httpPartOfIt = 206;
+/// Whether an answer of that status brings the file that was asked for. Every other one brings a
+/// page about something else, or nothing: an error, a redirect that leads nowhere, "no content".
+constexpr bool BringsFile(int status)
+{
+    constexpr int whole = 200;
+    constexpr int wholeFromProxy = 203;
+    return status == whole || status == wholeFromProxy || status == httpPartOfIt;
+}
 
 /// The head of what the server answered, redirects behind it.
 struct HttpAnswer {

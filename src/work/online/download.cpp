@@ -110,7 +110,7 @@ Result<Downloaded> Fetch(Host& host, Machine& machine, const Download& download,
             return anew.Error();
         done = Request(machine, download, part, *progress);
     }
-    const bool isPage = done && done->status >= platform::httpFirstError;
+    const bool isPage = done && !platform::BringsFile(done->status);
     if (!done || (isPage && !download.takesPages))
         return done;
     if (const auto committed = part.Commit(); !committed)
@@ -136,7 +136,7 @@ bool IsOfTheWeb(const Failure& failure)
 
 std::string AnswerWords(const Downloaded& downloaded)
 {
-    return downloaded.status < platform::httpFirstError
+    return platform::BringsFile(downloaded.status)
                ? std::string{}
                : GetMsg(Msg::ServerAnswered, {std::to_string(downloaded.status)});
 }

@@ -17,20 +17,20 @@ struct Download {
     std::string url;
     Path target;
     std::uint64_t most = 0; ///< bytes; 0: no bound
-    bool takesPages = true; ///< a server's page about an error becomes the file like any other
+    bool takesPages = true; ///< a server's page in place of the file becomes the file
     bool keepsParts = true; ///< what came of one that ends early is gone on with later
 };
 
 struct Downloaded {
-    int status = 0; ///< the server's answer; 404 and its kin: the file is its page about that
+    int status = 0; ///< the server's answer; for 404 and its kin the file is its page about that
     std::uint64_t size = 0;
 };
 
 /// Fetches one address into one file, label and bar following, with a Stop that is heard within
 /// half a second whatever the server does. The target is replaced by a whole file only, whose mode
-/// it keeps; what came of one that was stopped or cut stays beside it and is gone on with. A
-/// server's page about an error is a file like any other, or else leaves the target alone
-/// (`takesPages`): who finds no use in it says what the server answered.
+/// it keeps; what came of one that was stopped or cut stays beside it and is gone on with. A page
+/// that a server sends in place of the file is a file like any other, or else leaves the target
+/// alone (`takesPages`): who finds no use in it says what the server answered.
 ///
 /// What the disk refuses is told here. What network or server refuse (`CannotRead`) is the caller's
 /// to tell, who may have another address; so is `Stopped`, whose reason says what the next download

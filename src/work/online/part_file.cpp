@@ -95,7 +95,7 @@ std::error_code PartFile::Begin(const platform::HttpAnswer& answer)
     useless_ = answer.status == nothingBehind && size_ > 0;
     if (useless_)
         return std::make_error_code(std::errc::result_out_of_range);
-    if (answer.status >= platform::httpFirstError) {
+    if (!platform::BringsFile(answer.status)) {
         (void)Keep(); // the file may be back tomorrow; its page about today goes elsewhere
         page_ = true;
         if (const auto created = CreateNew(); !created)

@@ -209,6 +209,27 @@ TEST(DownloadFile, AServersPageIsAFileWhoseStatusIsKnown)
     EXPECT_EQ(AnswerWords(*anew), "");
 }
 
+TEST(DownloadFile, AnAnswerThatBringsNoFileReplacesNone)
+{
+    World box;
+    box.Write("own/old", "old");
+    for (const char* status :
+         {"204 No Content", "302 Found", "304 Not Modified", "400 Bad Request"}) {
+        const ScriptedServer server{[&](const Connection& client) {
+            const bool empty = std::string_view{status}.starts_with("204") ||
+                               std::string_view{status}.starts_with("304");
+            client.Send(Answer(status, empty ? "" : "Content-Length: 4\r\n") +
+                        (empty ? "" : "page"));
+        }};
+        const auto none = DownloadFile(
+            box.host, box.machine,
+            {.url = server.Address("/a"), .target = box / "own/old", .takesPages = false});
+        ASSERT_TRUE(none) << status << none.Error().reason;
+        EXPECT_EQ(AnswerWords(*none), "the server answered " + std::string{status}.substr(0, 3));
+        EXPECT_EQ(box.Read("own/old"), "old") << status;
+    }
+}
+
 TEST(DownloadFile, SaysNothingOfTheNetworkAndAllOfTheDisk)
 {
     World box;
