@@ -132,6 +132,10 @@ bool Find(Run& run)
     }
     const Path file = UrlListPath(run.session.Folders());
     const auto list = LoadUrlList(file);
+    if (!list && list.Error().code == ErrorCode::Missing) {
+        host.Tell(Tone::Error, GetMsg(Msg::ConfigNoUrlList, {TextOf(file)}));
+        return false;
+    }
     if (!list) {
         TellFailure(host, GetMsg(Msg::UrlListNotReadFile) + TextOf(file), list.Error());
         return false;

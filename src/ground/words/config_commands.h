@@ -18,6 +18,7 @@ inline constexpr Message WrongConfigParts{"'~1' makes no sense for ~2: it takes 
 inline constexpr Message WrongConfigExe{"'~1' makes no sense for exe-format: it takes nothing or one of ~2."};
 inline constexpr Message WrongConfigTooLong{"The field '~1' becomes too long: it has room for ~2 letters."};
 inline constexpr Message WrongConfigLetters{"The field '~1' has letters that this kind of file cannot hold: ~2. Nothing was written. Write it with the letters of western Europe."};
+inline constexpr Message ConfigNoUrlList{"There is no list of addresses yet, so nothing is known of this level: ~1. `kestrovactl urls update` fetches one, once an update server is set."};
 inline constexpr Message ConfigWriteWords{"config write"};
 
 } // namespace kestrova::Msg

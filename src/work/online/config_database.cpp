@@ -29,18 +29,33 @@ constexpr double daysBetweenUpdates = 30;
 // Nobody answers more questions about one level than this.
 constexpr std::size_t mostQuestions = 20;
 
-using Sizes = std::unordered_map<std::string, std::uint64_t>;
+/// Sizes of all files of a level, by their names without regard to case: with their folders, and
+/// alone, since a level that is taken in has all its files in one folder.
+struct Sizes {
+    std::unordered_map<std::string, std::uint64_t> whole;
+    std::unordered_map<std::string, std::uint64_t> alone; ///< the first of each name
 
-/// Sizes of all files of a level, by their names without regard to case.
+    [[nodiscard]] std::optional<std::uint64_t> Of(const Path& relative) const
+    {
+        const auto found = whole.find(FoldCase(ToBackslashes(relative)));
+        if (found != whole.end())
+            return found->second;
+        const auto byName = alone.find(FoldCase(relative.filename().native()));
+        return byName == alone.end() ? std::nullopt : std::optional{byName->second};
+    }
+};
+
 Result<Sizes> SizesIn(const Path& folder)
 {
     const auto tree = ScanTree(folder);
     if (!tree)
         return tree.Error();
     Sizes sizes;
-    for (const Path& file : tree->files)
-        sizes[FoldCase(ToBackslashes(file.lexically_relative(tree->folders.front())))] =
-            FileSize(file);
+    for (const Path& file : tree->files) {
+        const std::uint64_t size = FileSize(file);
+        sizes.whole[FoldCase(ToBackslashes(file.lexically_relative(tree->folders.front())))] = size;
+        sizes.alone.emplace(FoldCase(file.filename().native()), size);
+    }
     return sizes;
 }
 
@@ -169,10 +184,7 @@ Result<std::vector<OnlineConfig>> ConfigsFor(const UrlList& list, const Path& wo
     const auto sizes = asksForFiles ? SizesIn(working) : Sizes{};
     if (!sizes)
         return sizes.Error();
-    const auto sizeOf = [&](const Path& relative) -> std::optional<std::uint64_t> {
-        const auto found = sizes->find(FoldCase(ToBackslashes(relative)));
-        return found == sizes->end() ? std::nullopt : std::optional{found->second};
-    };
+    const auto sizeOf = [&](const Path& relative) { return sizes->Of(relative); };
     std::vector<OnlineConfig> configs;
     for (const UrlRecord& record : list.records) {
         if (record.kind != UrlKindConfig)

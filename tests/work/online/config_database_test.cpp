@@ -130,6 +130,26 @@ TEST(OnlineConfig, WhatIsNoneLeavesTheLevelAsItWas)
     EXPECT_EQ(*prefs, "the person's");
 }
 
+TEST(OnlineConfig, ALevelIsKnownInItsFoldersAndInOneFolder)
+{
+    OnlineWorld box;
+    box.Write("taken-in/valley.tr4", std::string(123, 'x'));
+    box.Write("taken-in/SCRIPT.DAT", "1234");
+    box.Write("level/other/valley.tr4", "a later one of that name");
+    const auto known = [&](const char* folder, const std::string& files) {
+        const UrlList list{0, {{"u", "Valley - " + files, UrlKindConfig, false}}};
+        const auto configs = ConfigsFor(list, box / folder);
+        return configs && !configs->empty();
+    };
+    for (const char* folder : {"level", "taken-in"}) {
+        EXPECT_TRUE(known(folder, "data\\valley.tr4;123;script.dat;4")) << folder;
+        EXPECT_TRUE(known(folder, "valley.tr4;123")) << folder;
+        EXPECT_FALSE(known(folder, "data\\valley.tr4;124")) << folder;
+        EXPECT_FALSE(known(folder, "..\\taken-in\\valley.tr4;123")) << folder;
+    }
+    EXPECT_FALSE(known("level", "other\\valley.tr4;123"));
+}
+
 TEST(OnlineConfig, AHundredThousandEntriesTakeOneLookAtTheLevel)
 {
     OnlineWorld box;
