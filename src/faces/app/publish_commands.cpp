@@ -161,12 +161,12 @@ Mp3Settings UsualMp3Settings()
 }
 
 /// The steps as the words answer them.
-bool Walk(Run& run, UploadWizard& wizard)
+bool Walk(Run& run, UploadWizard& wizard, const Path& zip)
 {
     wizard.asksForDocument = false;
     wizard.configOnly = run.arguments.Has("--config-only");
     if (!OpenWizard(wizard) ||
-        !AddSources(wizard, {PlaceFromWord(run.arguments.words[0])}, Subfolders::Take))
+        !AddSources(wizard, {PlaceFromWord(run.arguments.words[0])}, Subfolders::Take, zip))
         return false;
     if (!TakeWords(run, wizard))
         return false;
@@ -191,7 +191,7 @@ bool Publish(Run& run)
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
     progress->AllowStop();
     UploadWizard wizard{session, *progress};
-    if (!Walk(run, wizard))
+    if (!Walk(run, wizard, *zip))
         return GiveUp(run);
     if (!FinishUpload(wizard, *zip))
         return GiveUp(run);

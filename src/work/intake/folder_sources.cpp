@@ -2,6 +2,7 @@
 
 #include "core/name_list.h"
 #include "intake/file_names.h"
+#include "platform/real_path.h"
 #include "session/cleared_progress.h"
 #include "session/telling.h"
 #include "words/intake.h"
@@ -57,6 +58,10 @@ void AddFilesFromFolder(Host& host, Machine& machine, const Folders& folders, co
     const auto isOwn = [&](const Path& path) { return path == own || IsBelow(path, own); };
     std::erase_if(tree->files, isOwn);
     std::erase_if(tree->folders, isOwn);
+    if (!options.leftOut.empty())
+        std::erase_if(tree->files, [&](const Path& file) {
+            return platform::IsSameFile(file, options.leftOut);
+        });
     for (std::string& name : NotFilesIn(*tree))
         report.notFiles.push_back(std::move(name));
 

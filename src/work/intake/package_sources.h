@@ -29,6 +29,8 @@ struct SourceOptions {
     std::string namesAs{};
     /// Of a package that is damaged, what is whole comes in.
     bool keepWhole = false;
+    /// A file of a source folder that is none of the level's, as the package that is being made.
+    Path leftOut{};
 };
 
 /// One file, or the files of a package, its folders left out, into `folder`. `Stopped` when the

@@ -87,14 +87,17 @@ bool AddChosenFolder(UploadWizard& wizard)
     return chosen && AddSources(wizard, {*chosen});
 }
 
-bool AddSources(UploadWizard& wizard, const std::vector<Path>& sources, Subfolders subfolders)
+bool AddSources(UploadWizard& wizard, const std::vector<Path>& sources, Subfolders subfolders,
+                const Path& package)
 {
     Session& session = wizard.session;
     SourceReport report;
+    SourceOptions options;
+    options.leftOut = package;
     for (const Path& source : sources)
         if (!report.stopped)
             AddSource(session.host, session.machine, session.Folders(), ToolsOf(session), source,
-                      wizard.work.Folder(), {}, wizard.progress, subfolders, report);
+                      wizard.work.Folder(), options, wizard.progress, subfolders, report);
     NoteChangedSources(report);
     report.unpacking.reset();
     const bool listed = RefreshFiles(wizard);

@@ -10,9 +10,10 @@ namespace kestrova
 /// The person chooses a file, a package or a folder; its files come in, those of packages unpacked.
 bool AddChosenFile(UploadWizard& wizard);
 bool AddChosenFolder(UploadWizard& wizard);
-/// The same for what was dropped or named. True when all of it came in.
+/// The same for what was dropped or named. True when all of it came in. `package`: where the result
+/// is to go, which is none of the files when an older one lies among them.
 bool AddSources(UploadWizard& wizard, const std::vector<Path>& sources,
-                Subfolders subfolders = Subfolders::Ask);
+                Subfolders subfolders = Subfolders::Ask, const Path& package = {});
 /// Takes a file out of the package after a question; a row that is none: nothing is selected.
 void RemoveFile(UploadWizard& wizard, std::size_t row);
 

@@ -12,6 +12,7 @@
 #include "sandbox/faults.h"
 #include "sandbox/sound_files.h"
 #include "world/tool_box.h"
+#include "world/zip_builder.h"
 
 #include <gtest/gtest.h>
 #include <set>
@@ -301,6 +302,26 @@ TEST_F(UploadTest, AnEarlierConfigurationComesBackInWithoutItsDuplicates)
     EXPECT_TRUE(AddSources(*wizard, {box / "author"}));
     EXPECT_TRUE(box.host.WasTold("Error reading config file: "));
     EXPECT_EQ(wizard->files.size(), 3U);
+}
+
+TEST_F(UploadTest, AnOlderPackageAmongTheFilesIsReplacedAndIsNoneOfThem)
+{
+    const Path zip = box / "author/Level.zip";
+    LevelConfig old;
+    old.name = "Old";
+    old.note = "old note";
+    box.Write("author/Level.zip",
+              BuildZip({{"kestrova.cfg", *FormatLevelConfig(old)}, {"gone.txt", "long gone"}}));
+    box.Write("author/tools.zip", BuildZip({{"more.txt", "more"}}));
+    auto wizard = Wizard();
+    ASSERT_TRUE(AddSources(*wizard, {box / "author"}, Subfolders::Take, zip)) << box.host.AllTold();
+    wizard->name = "Level";
+    WalkToEnd(*wizard);
+    EXPECT_TRUE(FinishUpload(*wizard, zip)) << box.host.AllTold();
+    const LevelConfig made = ConfigIn(zip);
+    EXPECT_EQ(made.name + made.note, "Level");
+    EXPECT_FALSE(box.Has("out/gone.txt"));
+    EXPECT_TRUE(box.Has("out/more.txt"));
 }
 
 TEST_F(UploadTest, SoundsAndPictureBecomeSmallerInThePackageAlone)
