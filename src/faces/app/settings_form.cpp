@@ -28,7 +28,7 @@ std::optional<std::string> ServersText(const std::string& text, std::size_t most
     std::erase(addresses, std::string{});
     const bool sound =
         std::all_of(addresses.begin(), addresses.end(),
-                    [](const std::string& address) { return IsWebAddress(address); });
+                    [](const std::string& address) { return IsServerAddress(address); });
     if (addresses.size() > most || !sound || !IsUtf8(text) || ForTerminal(text) != text)
         return std::nullopt;
     return Join(addresses, " ");

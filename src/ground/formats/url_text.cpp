@@ -105,6 +105,26 @@ bool IsWebAddress(std::string_view url)
            url.substr(colon + 1).starts_with("//");
 }
 
+bool IsServerAddress(std::string_view url)
+{
+    if (!IsWebAddress(url))
+        return false;
+    const std::string_view behind = url.substr(url.find("//") + 2);
+    return behind.substr(0, behind.find_first_of("/?#")).find('@') == std::string_view::npos;
+}
+
+std::string StorableUrl(const std::string& url)
+{
+    if (FitsWindows1252(url))
+        return url;
+    std::string encoded;
+    for (const char c : url) {
+        const auto byte = static_cast<unsigned char>(c);
+        encoded += byte < 0x80 ? std::string{c} : fmt::format("%{:02X}", byte);
+    }
+    return encoded;
+}
+
 bool IsOpenable(std::string_view url)
 {
     constexpr std::string_view mail = "mailto:";

@@ -18,6 +18,10 @@ std::string UrlFileName(std::string_view url);
 std::string UrlHostPart(std::string_view url);
 /// True for an address of http or https.
 bool IsWebAddress(std::string_view url);
+/// The same for one that downloads may be made from: it holds no name and no password.
+bool IsServerAddress(std::string_view url);
+/// An address whose letters the list cannot hold, with them encoded as a browser does.
+std::string StorableUrl(const std::string& url);
 /// True for what may be handed to the desktop: http, https, mailto.
 bool IsOpenable(std::string_view url);
 

@@ -71,6 +71,7 @@ inline constexpr Message UrlChangeUrl{"Change url address of current record"};
 inline constexpr Message UrlNoItem{"No item selected"};
 inline constexpr Message UrlSameUrl{"Warning: current url is same of old record: ~1Do you want insert it anyway?"};
 inline constexpr Message UrlSameHost{"Warning: server of current url '~1' is same of old record: ~2Do you want insert it anyway?"};
+inline constexpr Message UrlLettersLost{"The list of addresses cannot hold all letters of this description. It would read:~1Do you want to keep it so?"};
 inline constexpr Message UrlMoreDoubles{"Warning: ~1 more records have this url or its server.~2Do you want insert it anyway?"};
 inline constexpr Message UrlSureRemove{"Are you sure to remove record: "};
 inline constexpr Message UrlCopied{"Current url copied in clipboard"};
@@ -89,6 +90,7 @@ inline constexpr Message OnlineNoConfig{"there is no level configuration file in
 inline constexpr Message UrlJsonRecord{"record ~1 of the list"};
 inline constexpr Message UrlJsonWhole{"the text of the list"};
 inline constexpr Message UrlJsonWrong{"it is not written in the form that `kestrovactl help urls` shows"};
+inline constexpr Message UrlJsonLetters{"the list cannot hold all letters of this text: ~1"};
 inline constexpr Message UrlJsonName{"the list cannot hold this name: ~1"};
 inline constexpr Message OnlineUnzipping{"Unzipping ~1"};
 

@@ -6,6 +6,7 @@
 #include "core/text.h"
 #include "formats/config_entry.h"
 #include "formats/program_folder.h"
+#include "formats/url_text.h"
 #include "online/download.h"
 #include "packages/level_config_file.h"
 #include "packages/unzip.h"
@@ -90,17 +91,21 @@ Result<UrlList> MakeUrls(Host& host, Machine& machine, const Folders& folders, c
     UrlList list;
     list.updateDate = drafts->updateDate.value_or(DateSerialOf(machine.NowNs()));
     for (const UrlDraft& draft : drafts->records) {
-        list.records.push_back(draft.record);
+        const std::size_t number = list.records.size() + 1;
+        UrlRecord& record = list.records.emplace_back(draft.record);
+        record.url = StorableUrl(record.url);
+        if (!FitsWindows1252(record.description))
+            return Failure{ErrorCode::Refused, PlaceOf(number),
+                           GetMsg(Msg::UrlJsonLetters, {OnOneLine(record.description)})};
         if (draft.files.empty())
             continue;
-        const std::size_t number = list.records.size();
         auto level = draft.level.empty() && !draft.package.empty()
                          ? LevelIn(host, machine, folders, tools, base / Path{draft.package})
                          : Result<std::string>{draft.level};
         auto text = level ? EntryText(draft, *level, base) : level;
         if (!text)
             return FaultOf(number, text.Error());
-        list.records.back().description = *text;
+        record.description = *text;
     }
     return list;
 }

@@ -11,7 +11,6 @@
 #include "words/online.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 
 namespace kestrova
 {
@@ -21,19 +20,6 @@ namespace
 
 // Of one address; the others are asked about at once.
 constexpr std::size_t mostDoublesAsked = 10;
-
-/// An address whose letters the list cannot hold, with them encoded as a browser does.
-std::string StorableUrl(const std::string& url)
-{
-    if (FitsWindows1252(url))
-        return url;
-    std::string encoded;
-    for (const char c : url) {
-        const auto byte = static_cast<unsigned char>(c);
-        encoded += byte < 0x80 ? std::string{c} : fmt::format("%{:02X}", byte);
-    }
-    return encoded;
-}
 
 } // namespace
 
@@ -121,9 +107,23 @@ bool UrlEditor::AcceptsDoubles(const UrlRecord& entry, std::optional<std::size_t
                                               {std::to_string(twins.size() - asked), lineBreak})));
 }
 
+std::optional<std::string> UrlEditor::Storable(const std::string& description)
+{
+    if (FitsWindows1252(description))
+        return description;
+    std::string kept = FromWindows1252(ToWindows1252(description));
+    const std::string lineEnd{lineBreak};
+    if (!host_.AskYesNo(GetMsg(Msg::UrlLettersLost, {lineEnd + OnOneLine(kept) + lineEnd})))
+        return std::nullopt;
+    return kept;
+}
+
 bool UrlEditor::AddRecord(const std::string& description, const std::string& url)
 {
-    const UrlRecord entry{StorableUrl(url), description, kind, true};
+    const auto kept = Storable(description);
+    if (!kept)
+        return false;
+    const UrlRecord entry{StorableUrl(url), *kept, kind, true};
     if (!AcceptsDoubles(entry, {}))
         return false;
     list_.records.push_back(entry);
@@ -137,8 +137,11 @@ bool UrlEditor::ChangeRecord(const std::string& description, const std::string& 
     UrlRecord* const record = Selected();
     if (record == nullptr)
         return false;
+    const auto kept = Storable(description);
+    if (!kept)
+        return false;
     UrlRecord entry = *record;
-    entry.description = description;
+    entry.description = *kept;
     entry.url = StorableUrl(url);
     if (!AcceptsDoubles(entry, selected))
         return false;

@@ -54,6 +54,8 @@ public:
 private:
     /// The chosen record; none, in words, without one.
     UrlRecord* Selected();
+    /// The description as the list can hold it; none when the person does not want it so.
+    std::optional<std::string> Storable(const std::string& description);
     bool AcceptsDouble(const UrlRecord& entry, const UrlDouble& twin);
     bool AcceptsDoubles(const UrlRecord& entry, std::optional<std::size_t> except);
     void FindRows();

@@ -115,6 +115,16 @@ TEST(UrlEditor, AddsChangesAndRemovesWithQuestionsAboutDoubles)
     EXPECT_EQ(editor.List().records.back(),
               (UrlRecord{"http://%C5%82%C3%B3d%C5%BA.example", "mine", UrlKindLevels, true}));
 
+    // Letters that the list cannot hold are not lost unasked.
+    for (const bool wanted : {false, true}) {
+        box.host.WillAsk("cannot hold all letters of this description. It would read:\r\n"
+                         "?\u00f3d?? - caf\u00e9\r\nDo you want to keep it so?",
+                         wanted);
+        EXPECT_EQ(editor.AddRecord("\u0141\u00f3d\u017a\u0142 - caf\u00e9", "http://l.example"),
+                  wanted);
+    }
+    EXPECT_EQ(editor.List().records.back().description, "?\u00f3d?? - caf\u00e9");
+
     editor.selected = 1;
     box.host.WillAskText("Change description of current record", "changed");
     box.host.WillAskText("Change url address of current record", "http://d.example");
@@ -122,7 +132,7 @@ TEST(UrlEditor, AddsChangesAndRemovesWithQuestionsAboutDoubles)
     EXPECT_EQ(editor.List().records[1].description, "changed");
     box.host.WillAsk("Are you sure to remove record: changed", true);
     editor.Remove();
-    EXPECT_EQ(editor.Rows(), (std::vector<std::size_t>{0, 3}));
+    EXPECT_EQ(editor.Rows(), (std::vector<std::size_t>{0, 3, 4}));
     EXPECT_EQ(box.Saved(), box.first); // until it is saved
 
     box.host.WillAsk("Current url list has been changed.\r\nAre you sure", false);
@@ -296,11 +306,11 @@ TEST(MakeUrls, MeasuresTheFilesThatALevelIsKnownBy)
     const auto list = make(R"([{"kind":8,"url":"http://u/c.zip","package":"Config.zip",
         "folder":"valley","files":["data/valley.tr4"]},
         {"kind":8,"url":"u","level":"Named","folder":"valley","files":["data\\valley.tr4"]},
-        {"kind":1,"url":"u","description":"d"}])");
+        {"kind":1,"url":"http://łódź","description":"d"}])");
     ASSERT_TRUE(list) << list.Error().subject << list.Error().reason;
     EXPECT_EQ(list->records[0].description, "The lost valley - data\\valley.tr4;123");
     EXPECT_EQ(list->records[1].description, "Named - data\\valley.tr4;123");
-    EXPECT_EQ(list->records[2].description, "d");
+    EXPECT_EQ(list->records[2].description + list->records[2].url, "dhttp://%C5%82%C3%B3d%C5%BA");
     EXPECT_EQ(list->updateDate, DateSerialOf(box.machine.now));
     EXPECT_FALSE(FolderExists(box.folders.program / "_temp_online_zip"));
 
@@ -310,7 +320,7 @@ TEST(MakeUrls, MeasuresTheFilesThatALevelIsKnownBy)
           R"([{"kind":8,"url":"u","level":"A","files":["../Config.zip"]}])",
           R"([{"kind":8,"url":"u","package":"missing.zip","folder":"valley",
                "files":["data/valley.tr4"]}])",
-          R"([{"kind":1,"url":"u"}])", "{"}) {
+          R"([{"kind":1,"url":"u"}])", R"([{"kind":1,"url":"u","description":"日本"}])", "{"}) {
         const auto refused = make(odd);
         ASSERT_FALSE(refused) << odd;
         EXPECT_THAT(refused.Error().subject, HasSubstr("of the list")) << odd;
