@@ -157,11 +157,28 @@ Status FlushFile(const Path& file)
 
 } // namespace
 
+namespace
+{
+
+/// Whether a file can be made in that place; the tool says less about why it cannot.
+Status TryPlace(const Path& staged)
+{
+    platform::File file;
+    if (const auto failure = platform::File::CreateNew(staged, file))
+        return MakeFailure(ErrorCode::CannotOpen, TextOf(staged.parent_path()), failure);
+    return {};
+}
+
+} // namespace
+
 Status ReplaceZip(const Tools& tools, const Path& target, const Path& folder,
                   const ToolProgressState& state)
 {
     const Path staged = StagedNameFor(target).native() + std::string{OnDisk::EndingZip};
-    Status packed = ZipFolder(tools, staged, folder, state);
+    Status packed = TryPlace(staged);
+    if (!packed)
+        return packed;
+    packed = ZipFolder(tools, staged, folder, state); // which removes the trial first
     if (packed)
         packed = MarkUtf8Names(staged);
     if (packed)
