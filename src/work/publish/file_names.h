@@ -12,6 +12,7 @@ inline constexpr std::string_view MailScheme = "mailto:";
 inline constexpr std::string_view WebScheme = "http://";
 inline constexpr std::string_view WebSchemes = "http://|https://|ftp://";
 inline constexpr std::string_view DirTempConfig = "\\_temp_config";
+inline constexpr std::string_view FragUploadTexts = "\\unfinished_upload.cfg";
 inline constexpr std::string_view DirTempMp3 = "\\_temp_mp3";
 inline constexpr std::string_view DirConfigOnly = "\\_config_";
 inline constexpr std::string_view EndingTomFile = ".tom";

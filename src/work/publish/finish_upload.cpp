@@ -5,6 +5,7 @@
 #include "packages/level_config_file.h"
 #include "packages/zip_folder.h"
 #include "publish/file_names.h"
+#include "publish/upload_texts.h"
 #include "session/cleared_progress.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
@@ -87,14 +88,21 @@ bool FinishUpload(UploadWizard& wizard, const Path& given)
     if (!DoneOrTold(host, StatusOf(target)))
         return false;
     const Packed packed{wizard};
-    if (!DoneOrTold(host, WriteLevelConfig(packed.Config(), wizard.config, OldConfig::Replaced)) ||
-        !Pack(wizard, *target, packed.Folder()))
+    if (!DoneOrTold(host, WriteLevelConfig(packed.Config(), wizard.config, OldConfig::Replaced)))
         return false;
-    host.Tell(Tone::Plain, GetMsg(Msg::UploadDone) + TextOf(*zip));
+    const bool made = Pack(wizard, *target, packed.Folder());
+    if (made) {
+        host.Tell(Tone::Plain, GetMsg(Msg::UploadDone) + TextOf(*zip));
+        if (wizard.keepsTexts)
+            ForgetUploadTexts(wizard.session.Folders());
+    } else if (wizard.keepsTexts && !KeepUploadTexts(wizard)) {
+        return false;
+    }
+    wizard.isOver = true;
     wizard.progress.SetLabel(GetMsg(Msg::UploadClearing));
     // What stays is cleared by the next use.
     (void)ClearPlace(wizard.work.Folder(), [&] { return (void)wizard.progress.Step(), true; });
-    return true;
+    return made;
 }
 
 } // namespace kestrova

@@ -69,6 +69,11 @@ struct UploadWizard {
     UploadRows<4> externWaves; ///< code of the CD, source, target, alternative
     UploadRows<2> tomWads;     ///< tom file, pattern of its wads
     bool configOnly = false;   ///< the package holds the configuration file alone
+
+    /// A package that cannot be made ends the wizard; the author's texts are kept for the next one.
+    bool keepsTexts = false;
+    /// The package has been packed, or could not be: nothing more is to be done here.
+    bool isOver = false;
 };
 
 /// A word of the configuration file and what a person reads for it.

@@ -9,6 +9,7 @@
 #include "publish/upload_lists.h"
 #include "publish/upload_sounds.h"
 #include "publish/upload_steps.h"
+#include "publish/upload_texts.h"
 #include "sandbox/faults.h"
 #include "sandbox/sound_files.h"
 #include "world/tool_box.h"
@@ -388,21 +389,70 @@ TEST_F(UploadTest, AKillOrAFailureLeavesFolderAndOldPackage)
     EXPECT_TRUE(publish()) << box.host.AllTold();
 }
 
-TEST_F(UploadTest, StopAndAFullDiskKeepWhatTheAuthorTyped)
+TEST_F(UploadTest, WhatTheAuthorTypedComesBackAfterAPackageThatCouldNotBeMade)
+{
+    const auto fails = [&](UploadWizard& wizard, const Path& zip, const std::string& words) {
+        wizard.keepsTexts = true;
+        box.host.told.clear();
+        EXPECT_FALSE(FinishUpload(wizard, zip));
+        EXPECT_TRUE(box.host.WasTold(words)) << box.host.AllTold();
+        EXPECT_TRUE(box.host.WasTold("What you filled in is kept")) << box.host.AllTold();
+        EXPECT_TRUE(wizard.isOver);
+        EXPECT_FALSE(fs::exists(box / "home/_temp_config"));
+        EXPECT_FALSE(box.Has("level.zip"));
+    };
+    auto wizard = Filled();
+    wizard->step = UploadStep::Overview;
+    wizard->author = "Zo\u00eb \u0141";
+    wizard->note = "line\nand another";
+    wizard->emails.items = {"a@b.example", "c@d.example"};
+    wizard->externWaves.rows = {{"TR4", "a.wav", "b.wav", "c.wav"}};
+    wizard->importNotes = "notes";
+    wizard->moreInfo = "read me.txt";
+    wizard->exeFormat = 2;
+    WalkToEnd(*wizard);
+    const LevelConfig typed = wizard->config;
+    box.AddTool("zip", "echo no room; exit 14");
+    fails(*wizard, box / "level.zip", "Error zipping file in: " + (box / "level.zip").native());
+    fs::remove(box.session.programFolder / "zip");
+    box.UseRealTools();
+
+    wizard.reset();
+    wizard = Wizard();
+    box.host.WillAsk("Do you want back what you filled in then?", true);
+    OfferUploadTexts(*wizard);
+    ASSERT_TRUE(AddSources(*wizard, {box / "author"}));
+    WalkToEnd(*wizard);
+    EXPECT_EQ(wizard->moreInfo, "read me.txt");
+    EXPECT_EQ(wizard->author + wizard->note + wizard->importNotes,
+              typed.author + typed.note + typed.importNotes);
+    EXPECT_EQ(wizard->config.authorEmails + wizard->config.externWaves + wizard->config.exeFormat,
+              typed.authorEmails + typed.externWaves + typed.exeFormat);
+    fails(*wizard, box / "no folder/level.zip", "Error zipping file in: ");
+
+    // They wait until a package is there, or until nobody wants them.
+    wizard.reset();
+    wizard = Filled();
+    wizard->keepsTexts = true;
+    EXPECT_TRUE(FinishUpload(*wizard, box / "level.zip")) << box.host.AllTold();
+    EXPECT_TRUE(wizard->isOver);
+    OfferUploadTexts(*wizard);
+    EXPECT_TRUE(KeepUploadTexts(*wizard));
+    box.host.WillAsk("Do you want back what you filled in then?", false);
+    OfferUploadTexts(*wizard);
+    OfferUploadTexts(*wizard);
+}
+
+TEST_F(UploadTest, AWizardThatCannotKeepTheTextsStaysOpen)
 {
     auto wizard = Filled();
-    const auto fails = [&](const std::string& words) {
-        box.host.told.clear();
-        EXPECT_FALSE(FinishUpload(*wizard, box / "level.zip"));
-        EXPECT_TRUE(box.host.WasTold(words)) << box.host.AllTold();
-        EXPECT_FALSE(box.Has("level.zip"));
-        EXPECT_EQ(wizard->step, UploadStep::End);
-    };
+    wizard->keepsTexts = true;
+    fs::create_directory(box.session.programFolder / "unfinished_upload.cfg");
     box.AddTool("zip", "echo no room; exit 14");
-    fails("Error zipping file in: " + (box / "level.zip").native());
+    EXPECT_FALSE(FinishUpload(*wizard, box / "level.zip"));
+    EXPECT_TRUE(box.host.WasTold("so the wizard stays open")) << box.host.AllTold();
+    EXPECT_FALSE(wizard->isOver);
     fs::remove(box.session.programFolder / "zip");
-    box.machine.tools.erase("zip");
-    fails("Zip program 'pkzip.exe' not found in: ");
     box.UseRealTools();
     EXPECT_TRUE(FinishUpload(*wizard, box / "level.zip")) << box.host.AllTold();
     EXPECT_EQ(ConfigIn(box / "level.zip").files.size(), 3U);

@@ -3,6 +3,7 @@
 #include "publish/finish_upload.h"
 #include "publish/upload_files.h"
 #include "publish/upload_steps.h"
+#include "publish/upload_texts.h"
 #include "session/operation.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
@@ -93,7 +94,11 @@ QLayout* WizardDialog::MakeButtons()
 bool WizardDialog::Ready()
 {
     const Operation operation{session_};
-    return OpenWizard(wizard_);
+    if (!OpenWizard(wizard_))
+        return false;
+    wizard_.keepsTexts = true;
+    OfferUploadTexts(wizard_);
+    return true;
 }
 
 void WizardDialog::Run(const std::function<void()>& work)
@@ -116,9 +121,9 @@ void WizardDialog::Next()
         if (before != UploadStep::End)
             (void)NextStep(wizard_);
         else
-            finished_ = FinishUpload(wizard_);
+            (void)FinishUpload(wizard_); // every failure is told
     });
-    if (finished_)
+    if (wizard_.isOver)
         QDialog::accept();
     else if (wizard_.step != before)
         ShowStep();
@@ -153,7 +158,8 @@ bool WizardDialog::HasTyped() const
     return !wizard_.files.empty() || !wizard_.author.empty() || !wizard_.authorNote.empty() ||
            !wizard_.name.empty() || !wizard_.note.empty() || !wizard_.emails.items.empty() ||
            !wizard_.sites.items.empty() || !wizard_.importWads.rows.empty() ||
-           !wizard_.externWaves.rows.empty() || !wizard_.tomWads.rows.empty();
+           !wizard_.externWaves.rows.empty() || !wizard_.tomWads.rows.empty() ||
+           !wizard_.importNotes.empty();
 }
 
 void WizardDialog::reject()

@@ -49,7 +49,6 @@ private:
     StoppableProgress progress_;
     UploadWizard wizard_;
     std::vector<UploadPage*> pages_;
-    bool finished_ = false;
 };
 
 /// Shows it until the package is made or the author leaves.
