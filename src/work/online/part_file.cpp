@@ -101,8 +101,11 @@ std::error_code PartFile::Begin(const platform::HttpAnswer& answer)
         if (const auto created = CreateNew(); !created)
             return std::make_error_code(std::errc::io_error);
     } else if (answer.status != platform::httpPartOfIt) {
-        if (const auto failure = file_.Truncate(0))
-            return failure;
+        // An empty file is left alone: one that was cut to nothing is written out by ext4 when it
+        // is closed, and whoever closes it waits.
+        if (size_ > 0)
+            if (const auto failure = file_.Truncate(0))
+                return failure;
         size_ = 0;
     }
     validator_ = answer.validator;
