@@ -136,12 +136,4 @@ Status RunBounded(const Tools& tools, Machine& machine, const BoundedWork& work,
     return report.status;
 }
 
-std::string PathForProgram(const Path& program, const Path& path)
-{
-    const Path place = platform::AbsolutePath(path);
-    if (!IsWindowsProgram(program))
-        return place.native();
-    return std::string{OnDisk::WineRootDrive} + ReplaceAll(place.native(), "/", "\\");
-}
-
 } // namespace kestrova

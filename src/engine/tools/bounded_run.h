@@ -3,6 +3,7 @@
 #include "session/host.h"
 #include "session/machine.h"
 #include "tools/tool_run.h"
+#include "tools/wine_paths.h"
 
 /// Somebody else's program, of which nothing is known but where it lies, run within bounds.
 namespace kestrova
@@ -28,8 +29,5 @@ struct BoundedWork {
 /// last. What it writes takes no memory.
 Status RunBounded(const Tools& tools, Machine& machine, const BoundedWork& work,
                   ProgressScope& progress, ToolReport& report);
-
-/// A path as the program understands it: a Windows program has the whole disk as its drive Z.
-std::string PathForProgram(const Path& program, const Path& path);
 
 } // namespace kestrova

@@ -10,8 +10,15 @@ namespace kestrova::OnDisk
 
 inline constexpr std::string_view WinePrefixVariable = "WINEPREFIX";
 inline constexpr std::string_view WineDriveFolder = "drive_c";
+inline constexpr std::string_view WineDrivesFolder = "dosdevices";
+inline constexpr std::string_view WineUsualPrefix = ".wine";
+/// What leads a path that lies on no drive.
+inline constexpr std::string_view WineNoDrive = "\\\\?\\unix";
+inline constexpr std::string_view WinePathTool = "winepath";
+inline constexpr std::string_view WineShort = "-s";
+inline constexpr std::string_view LocaleVariable = "LC_ALL";
+inline constexpr std::string_view Utf8Locale = "C.UTF-8";
 
-inline constexpr std::string_view WineRootDrive = "Z:";
 /// What Wine starts for itself; it goes away by itself.
 inline constexpr std::string_view WineHelpers = "wineserver|services.exe|explorer.exe|winedevice.exe|plugplay.exe|svchost.exe|rpcss.exe|conhost.exe";
 inline constexpr std::string_view RunMarkVariable = "KESTROVA_RUN";

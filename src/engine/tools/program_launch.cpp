@@ -1,6 +1,7 @@
 #include "tools/program_launch.h"
 
 #include "core/text.h"
+#include "platform/locale.h"
 #include "platform/real_path.h"
 #include "tools/file_names.h"
 #include "words/tools.h"
@@ -66,11 +67,11 @@ bool Has32BitWine(const Path& wine)
     static constexpr std::array parts{
         "lib/i386-linux-gnu/wine",
         "lib/wine/i386-unix",
-        "lib/wine/i386-windows",
+        "lib/wine/i386-windows/ntdll.dll", // the folder alone may hold a library of something else
         "lib/wine/wine",
         "lib32/wine",
-        "lib64/wine/i386-windows",
-        "lib/x86_64-linux-gnu/wine/i386-windows",
+        "lib64/wine/i386-windows/ntdll.dll",
+        "lib/x86_64-linux-gnu/wine/i386-windows/ntdll.dll",
     };
     for (const Path& found : {wine, real})
         for (const char* part : parts)
@@ -90,6 +91,9 @@ Result<platform::Launch> WineItself(const Tools& tools, const std::string& subje
         return Failure{ErrorCode::CannotOpen, subject, GetMsg(Msg::WineMissing, {command})};
     platform::Launch launch;
     launch.argv = {wine.native()};
+    // Wine reads its words in the locale's letters.
+    if (!platform::UsesUtf8())
+        launch.environment.emplace_back(OnDisk::LocaleVariable, OnDisk::Utf8Locale);
     for (std::string& word : Split(tools.wineWords, ' '))
         if (!word.empty())
             launch.argv.push_back(std::move(word));

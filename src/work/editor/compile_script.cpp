@@ -5,6 +5,7 @@
 #include "formats/trle_folder.h"
 #include "originals/folder_loan.h"
 #include "originals/vault.h"
+#include "tools/program_launch.h"
 #include "words/editor.h"
 
 namespace kestrova
@@ -59,7 +60,9 @@ Status CompileScript(Machine& machine, const Folders& folders, const Tools& tool
     const auto isThere = IsFile(program);
     if (isThere && !*isThere)
         return InWords(ErrorCode::Missing, GetMsg(Msg::ScriptExeMissing) + TextOf(program));
-    Status begun = isThere ? KeepOldResults(machine, folders, sources) : isThere.Error();
+    Status begun = isThere ? StatusOf(LaunchOf(tools, ResolvePath(program))) : isThere.Error();
+    if (begun)
+        begun = KeepOldResults(machine, folders, sources);
     FolderLoan loan{machine, folders};
     if (begun)
         begun = loan.Begin({}, {std::string{OnDisk::PatScriptResults}});

@@ -51,6 +51,11 @@ void TomCompile::Prepare(const TomSources& sources, const Path& results, bool au
     AddWishes(sources_.wads, OnDisk::DirWads, false);
     AddWishes(sources_.samples, OnDisk::DirSamples, true);
     parts_.progress.AllowStop();
+    // What of Wine is missing is said before the folder is lent.
+    if (const auto launch = LaunchOf(parts_.tools, ResolvePath(Compiler())); automatic && !launch) {
+        TellFailure(parts_.host, GetMsg(Msg::AutoCompileFailed), launch.Error());
+        return;
+    }
     if (const auto begun = loan_.Begin(wishes_); !begun) {
         TellFailure(parts_.host, GetMsg(Msg::CompileNotLent), begun.Error());
         return;
@@ -120,12 +125,13 @@ bool TomCompile::CompileOne(std::size_t tom)
     Status run = DeleteFile(place);
     ToolReport report;
     if (run)
-        run = RunBounded(parts_.tools, parts_.machine,
-                         {Compiler(),
-                          {PathForProgram(Compiler(), sources_.toms[tom])},
-                          parts_.folders.trle,
-                          parts_.bounds},
-                         parts_.progress, report);
+        run = RunBounded(
+            parts_.tools, parts_.machine,
+            {Compiler(),
+             {ShortPathForProgram(parts_.tools, Compiler(), sources_.toms[tom], parts_.progress)},
+             parts_.folders.trle,
+             parts_.bounds},
+            parts_.progress, report);
     if (!run && run.Error().code == ErrorCode::Stopped) {
         TellStopped();
         return false;

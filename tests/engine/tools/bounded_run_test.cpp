@@ -89,14 +89,6 @@ TEST_F(BoundedRun, IsStoppedBeforeTheDiskIsFull)
     EXPECT_NE(report.status.Error().sentence.find("greedy.exe"), std::string::npos);
 }
 
-TEST_F(BoundedRun, PathsAreThoseOfTheProgram)
-{
-    box.Write("trle/plain.exe", "#!/bin/sh");
-    box.Write("trle/windows.exe", "MZ and so on");
-    EXPECT_EQ(PathForProgram(box / "trle/plain.exe", "/a b/ü.tom"), "/a b/ü.tom");
-    EXPECT_EQ(PathForProgram(box / "trle/windows.exe", "/a b/ü.tom"), "Z:\\a b\\ü.tom");
-}
-
 } // namespace
 
 } // namespace kestrova::testing

@@ -3,6 +3,7 @@
 #include "editor/compile_tom_file.h"
 #include "editor/compile_world.h"
 #include "sandbox/faults.h"
+#include "world/windows_program.h"
 
 #include <gtest/gtest.h>
 
@@ -210,6 +211,21 @@ TEST(TomCompile, FailedAnywhereItIsToldAndTheFolderComesBack)
         ASSERT_LT(step, 500) << "never finished";
         if (!run.reached || ::testing::Test::HasFailure())
             return TellPoints(step - 1, 40);
+    }
+}
+
+TEST(TomCompile, WhatOfWineIsMissingIsSaidBeforeTheFolderIsLent)
+{
+    TomWorld box;
+    box.Write("trle/tom2pc.exe", WindowsProgram(machine32));
+    box.before = box.Standing();
+    box.Write("usr/bin/wine", "");
+    for (const char* words : {"apt-get install wine", "wine32"}) {
+        EXPECT_FALSE(box.Compile());
+        EXPECT_TRUE(box.host.WasTold(words)) << box.host.AllTold();
+        EXPECT_FALSE(box.compile->NeedsPerson());
+        box.ExpectBack();
+        box.machine.tools["wine"] = box / "usr/bin/wine";
     }
 }
 

@@ -1,12 +1,14 @@
 #include "app/doctor.h"
 #include "archive/tr4_index.h"
 #include "history/standing.h"
+#include "platform/locale.h"
 #include "play/game_launch.h"
 #include "play/play_level.h"
 #include "swap/folder_guard.h"
 #include "swap/level_gaps.h"
 #include "swap/swap_preview.h"
 #include "swap/verify.h"
+#include "world/windows_program.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>
@@ -15,22 +17,6 @@ namespace kestrova::testing
 {
 namespace
 {
-
-/// A program for another system, as far as its header goes.
-std::string WindowsProgram(int machine)
-{
-    std::string bytes(0x90, '\0');
-    bytes[0] = 'M';
-    bytes[1] = 'Z';
-    bytes[0x3C] = '\x80';
-    bytes[0x80] = 'P';
-    bytes[0x81] = 'E';
-    bytes[0x84] = static_cast<char>(machine & 0xFF);
-    bytes[0x85] = static_cast<char>(machine >> 8);
-    return bytes;
-}
-constexpr int machine32 = 0x14C;
-constexpr int machine64 = 0x8664;
 
 class Playing : public ::testing::Test
 {
@@ -186,7 +172,15 @@ TEST_F(Playing, AWindowsGameGoesThroughWineWithThePrefixAboveIt)
     ASSERT_TRUE(launch) << launch.Error().reason;
     EXPECT_EQ(launch->argv, (std::vector<std::string>{(box / "usr/bin/wine").native(),
                                                       (box / "trle/tomb4.exe").native()}));
-    EXPECT_TRUE(launch->environment.empty());
+    const auto variable = [&](const std::string& name) {
+        std::string found;
+        for (const auto& [key, value] : launch->environment)
+            found = key == name ? value : found;
+        return found;
+    };
+    EXPECT_EQ(variable("WINEPREFIX"), "");
+    EXPECT_EQ(variable("LC_ALL"), platform::UsesUtf8() ? "" : "C.UTF-8")
+        << "umlauts of other locales are lost";
 
     const std::string inPrefix = "prefix/Drive_C/Games/trle";
     std::filesystem::create_directories(box / "prefix/Drive_C/Games");
@@ -199,8 +193,7 @@ TEST_F(Playing, AWindowsGameGoesThroughWineWithThePrefixAboveIt)
     EXPECT_EQ(launch->argv.size(), 4U);
     EXPECT_EQ(launch->argv[1], "explorer");
     EXPECT_EQ(launch->argv[2], "/desktop=kv,640x480");
-    EXPECT_EQ(launch->environment, (std::vector<std::pair<std::string, std::string>>{
-                                       {"WINEPREFIX", (box / "prefix").native()}}));
+    EXPECT_EQ(variable("WINEPREFIX"), (box / "prefix").native());
     EXPECT_EQ(launch->folder, box / inPrefix);
 }
 
@@ -218,6 +211,9 @@ TEST_F(Playing, WhatWouldEndSilentlyIsSaidBeforehand)
     EXPECT_FALSE(PlayLevel(box.session, code));
     EXPECT_TRUE(box.machine.started.empty());
 
+    box.Write("usr/lib/wine/i386-windows/zlib1.dll", "");
+    EXPECT_FALSE(GameLaunch(box.session.Folders(), box.session.preferences, ToolsOf(box.session)))
+        << "a library of something else";
     box.Write("usr/lib/wine/i386-windows/ntdll.dll", "");
     EXPECT_TRUE(GameLaunch(box.session.Folders(), box.session.preferences, ToolsOf(box.session)));
 

@@ -1,0 +1,95 @@
+#!/usr/bin/env bash
+# The Level Editor's programs through a real Wine, in a prefix of its own that goes at the end:
+#   KESTROVACTL=PROGRAM tests/wine/run.sh FOLDER-OF-WINDOWS-STAND-INS
+# Everything lies below names with blanks and umlauts.
+. "$(dirname "$0")/../e2e/common.bash"
+
+stand_ins=${1:?the folder with tom2pc.exe, script.exe, setup.exe and tomb4.exe}
+outer=$box
+trap 'WINEPREFIX=$outer/prefix wineserver -k 2>/dev/null || true; rm -rf "$outer"' EXIT
+box="$outer/Größe und Übermaß"
+mkdir -p "$box/home of nobody"
+export HOME="$box/home of nobody" WINEPREFIX=$outer/prefix WINEDEBUG=-all
+unset DISPLAY WAYLAND_DISPLAY
+cd "$box"
+
+# took WHAT: how long the step before this took, in milliseconds.
+began=$EPOCHREALTIME
+took() {
+    local now=$EPOCHREALTIME
+    printf '%-46s %6d ms\n' "$1" "$(((${now/./} - ${began/./}) / 1000))"
+    began=$EPOCHREALTIME
+}
+
+wine wineboot --init >/dev/null 2>&1 || die "Wine makes no prefix"
+took "a new prefix, $(wine --version 2>/dev/null)"
+
+expect 0 practice "$box/Übung"
+trle="$box/Übung/trle"
+packages="$box/Übung/packages"
+cp "$stand_ins/tomb4.exe" "$stand_ins/tom2pc.exe" "$trle/"
+cp "$stand_ins/script.exe" "$trle/Script/"
+expect 0 setup --trle "$trle" --full --folder-is-original
+expect 0 new --folder "$box/levels" "$box/Größe.kva"
+before=$(tree "$trle")
+unchanged() { [[ $(tree "$trle") == "$before" ]] || die "the Level Editor's folder did not come back: $1"; }
+
+# Compile: a level on its way in, and a file of the person's own, in a folder of Polish letters.
+began=$EPOCHREALTIME
+expect 0 add "$packages/The Salt Mine"
+took "a level of sources comes in"
+level=$(find "$box/levels" -iname 'saltmine.tr4*')
+[[ -s $level ]] || die "nothing was compiled"
+unchanged "add"
+mkdir "$box/Zażółć gęślą"
+cp "$packages/The Salt Mine"/* "$box/Zażółć gęślą/"
+mv "$box/Zażółć gęślą/saltmine.tom" "$box/Zażółć gęślą/Salz & Söhne (1).tom"
+for ending in wad swd sam; do
+    mv "$(find "$box/Zażółć gęślą" -iname "saltmine.$ending")" "$box/Zażółć gęślą/Salz & Söhne (1).$ending"
+done
+began=$EPOCHREALTIME
+expect 0 editor compile "$box/Zażółć gęślą/Salz & Söhne (1).tom"
+took "a tom file with letters of three languages"
+grep -q 'drip.wav' "$box/Zażółć gęślą/Salz & Söhne (1).tr4" || die "the compiler found no samples"
+unchanged "editor compile"
+
+# A compiler that fails, crashes, writes half and hangs.
+for act in nothing crash "exit 3"; do
+    printf 'KVTOM\nact=%s\n' "$act" >"$box/Zażółć gęślą/Salz & Söhne (1).tom"
+    rm -f "$box/Zażółć gęślą/Salz & Söhne (1).tr4"
+    expect 1 editor compile "$box/Zażółć gęślą/Salz & Söhne (1).tom"
+    [[ ! -e "$box/Zażółć gęślą/Salz & Söhne (1).tr4" ]] || die "a result of $act"
+    unchanged "act=$act"
+done
+printf 'KVTOM\nact=hang\n' >"$box/Zażółć gęślą/Salz & Söhne (1).tom"
+"$ctl" --home "$box/home" editor compile "$box/Zażółć gęślą/Salz & Söhne (1).tom" >"$box/out" 2>"$box/err" </dev/null &
+hangs=$!
+sleep 3
+began=$EPOCHREALTIME
+kill -INT "$hangs"
+wait "$hangs" && die "a compiler that hangs ended well"
+took "a compiler that hangs is stopped"
+unchanged "stopped"
+if pgrep -f 'tom2pc\.exe.*Salz' >/dev/null; then die "the compiler still runs"; fi
+
+# The game: its folder, its script, and the savegame, which goes to the level's own.
+began=$EPOCHREALTIME
+expect 0 play 1
+for _ in {1..100}; do [[ -s $trle/played.txt ]] && break; sleep 0.1; done
+took "the game starts, and notes what it found"
+grep -qx "The Salt Mine" "$trle/played.txt" || die "the game found another script"
+grep -qF 'Übung\trle' "$trle/played.txt" || die "the game works elsewhere: $(<"$trle/played.txt")"
+expect 0 original
+expect 0 saves list 1
+rm -f "$trle/played.txt"
+unchanged "original"
+
+# A program of 32 bits where Wine has no part for it: told before anything is lent.
+if ! dpkg-query -W -f '${db:Status-Status}' wine32 2>/dev/null | grep -qx installed; then
+    { printf 'MZ'; head -c 58 /dev/zero; printf '\x40\0\0\0PE\0\0\x4c\x01'; head -c 400 /dev/zero; } >"$trle/tom2pc.exe"
+    before=$(tree "$trle")
+    expect 1 editor compile "$packages/The Salt Mine/saltmine.tom"
+    errs "32"
+    unchanged "32 bits"
+fi
+echo "all through Wine went well"
