@@ -10,7 +10,6 @@
 #include "words/archive.h"
 #include "words/commands.h"
 #include "words/menus.h"
-#include "words/ui_main.h"
 
 #include <nlohmann/json.hpp>
 

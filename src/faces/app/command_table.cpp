@@ -19,7 +19,6 @@
 #include "app/undo_commands.h"
 #include "app/upkeep_commands.h"
 #include "words/menus.h"
-#include "words/ui_dialogs.h"
 
 #include <algorithm>
 

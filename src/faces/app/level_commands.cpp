@@ -14,7 +14,6 @@
 #include "words/captions.h"
 #include "words/commands.h"
 #include "words/menus.h"
-#include "words/ui_main.h"
 
 #include <nlohmann/json.hpp>
 

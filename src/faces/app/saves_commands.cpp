@@ -16,8 +16,6 @@
 #include "words/intake.h"
 #include "words/menus.h"
 #include "words/saves.h"
-#include "words/ui_dialogs.h"
-#include "words/ui_main.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>

@@ -10,7 +10,6 @@
 #include "shots/shot_import.h"
 #include "words/commands.h"
 #include "words/menus.h"
-#include "words/ui_main.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>

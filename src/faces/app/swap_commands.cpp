@@ -20,7 +20,6 @@
 #include "words/commands.h"
 #include "words/menus.h"
 #include "words/swap.h"
-#include "words/ui_main.h"
 
 #include <nlohmann/json.hpp>
 

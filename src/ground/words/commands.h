@@ -162,5 +162,10 @@ inline constexpr Message ArchiveFolderAway{"The archive's folder ~1 is not there
 inline constexpr Message OtherArchivesLevel{"(a level of another archive: ~1)"};
 inline constexpr Message UseRecompress{"recompress"};
 inline constexpr Message SumRecompress{"Brings the files of all levels on the hard disk into the form that set compress says. With it the loading picture becomes a JPEG, which loses a little; a file whose other form would take another file's place stays as it is and is named."};
+inline constexpr Message NoLevelToPlay{"No selected level"};
+inline constexpr Message CaptureOnlyInPlay{"This command is enabled only when you are playing a level.~1Press key [Print Screen] to capture game screenshots"};
+inline constexpr Message GameStarted{"Game started: ~1"};
+inline constexpr Message ArchiveSaved{"The archive is saved."};
+inline constexpr Message AskBackToArchive{"No new archive was made, and the archive '~1' is as it was. Do you want to have it loaded again?"};
 
 } // namespace kestrova::Msg

@@ -67,5 +67,9 @@ inline constexpr Message MenuAbout{"About Kestrova"};
 inline constexpr Message MenuFindHelp{"Help Kestrova"};
 inline constexpr Message MenuHelpSaveGameMan{"Help Brivanta "};
 inline constexpr Message MenuHelpFaq{"How to solve problems (style FAQ help)"};
+inline constexpr Message MenuStartSaveGameMan{"Start Brivanta program"};
+inline constexpr Message MenuPreferences{"Preferences"};
+inline constexpr Message MenuSaveGames{"Savegames"};
+inline constexpr Message HistoryTitle{"History of savegames"};
 
 } // namespace kestrova::Msg

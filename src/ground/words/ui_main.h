@@ -9,7 +9,6 @@ namespace kestrova::Msg
 {
 
 inline constexpr Message ChooseImportFolder{"Select source folder with savegames to import"};
-inline constexpr Message MenuStartSaveGameMan{"Start Brivanta program"};
 inline constexpr Message SearchHint{"Search a level (Ctrl+F)"};
 inline constexpr Message SearchName{"Search text"};
 inline constexpr Message PreviousLevelTip{"Previous level; with a search text the match before (Shift+F3)"};
@@ -17,7 +16,6 @@ inline constexpr Message NextLevelTip{"Next level; with a search text the next m
 inline constexpr Message PlayTip{"Puts the level into the Level Editor's folder and starts the game (F5)"};
 inline constexpr Message LevelsListName{"Levels of the archive"};
 inline constexpr Message NotFound{"Not found"};
-inline constexpr Message NoLevelToPlay{"No selected level"};
 inline constexpr Message FactSizes{"~1 of level files, ~2 of savegames and screen-shots"};
 inline constexpr Message CountLevels{"~1 levels"};
 inline constexpr Message CountOneLevel{"1 level"};
@@ -26,8 +24,6 @@ inline constexpr Message EmptyNoArchive{"No archive is loaded.~1Make one with Fi
 inline constexpr Message EmptyNoLevels{"This archive has no custom levels yet.~1Drop a level's zip or folder onto this window, or choose Levels, Add new level."};
 inline constexpr Message EmptyNoHit{"No level's name holds “~1”.~2Press Esc to see all levels again."};
 inline constexpr Message NothingChosen{"No level is chosen"};
-inline constexpr Message GameStarted{"Game started: ~1"};
-inline constexpr Message ArchiveSaved{"The archive is saved."};
 inline constexpr Message PleaseWaitToClose{"Something is still being done; the window closes when you ask again after that."};
 inline constexpr Message NotSavedAtEnd{"kestrova: the list of levels could not be written before the end: ~1"};
 inline constexpr Message ChoosePracticePlace{"Select a folder for the practice Level Editor"};
@@ -37,11 +33,9 @@ inline constexpr Message LevelAdded{"The level ~1 is in the archive."};
 inline constexpr Message WindowVersionLine{"Kestrova ~1"};
 inline constexpr Message WindowUsageLine{"Usage: kestrova [--home DIR] [ARCHIVE.kva]  (--version, --help)"};
 inline constexpr Message WindowNoProgramFolder{"The program's folder cannot be made, so Kestrova cannot start: ~1"};
-inline constexpr Message CaptureOnlyInPlay{"This command is enabled only when you are playing a level.~1Press key [Print Screen] to capture game screenshots"};
 inline constexpr Message GameRuns{"Game running"};
 inline constexpr Message GameRunsKeys{"Game running (F9, F11, Print Screen)"};
 inline constexpr Message GameRunsTip{"A program runs in the Level Editor's folder."};
 inline constexpr Message GameRunsKeysTip{"F9 frees the game's slots into the archive, F11 brings savegames back, Print Screen keeps a picture."};
-inline constexpr Message AskBackToArchive{"No new archive was made, and the archive '~1' is as it was. Do you want to have it loaded again?"};
 
 } // namespace kestrova::Msg

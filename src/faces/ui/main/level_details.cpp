@@ -5,6 +5,7 @@
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
+#include "words/menus.h"
 #include "words/ui_main.h"
 
 #include <QFormLayout>
