@@ -69,7 +69,7 @@ inline constexpr Message DoctorBadLine{"BAD   ~1: ~2"};
 inline constexpr Message DoctorRemedyLine{"      ~1"};
 inline constexpr Message HistoryLine{"~1  ~2  ~3  ~4  ~5  (~6)"};
 inline constexpr Message UsePractice{"practice DIR"};
-inline constexpr Message SumPractice{"Makes a folder to practise with: DIR/trle with a stand-in game, DIR/levels with five levels."};
+inline constexpr Message SumPractice{"Makes a folder to practise with: DIR/trle with stand-ins for the game and the compilers, DIR/levels with five levels, DIR/packages with what needs work before it can be played."};
 inline constexpr Message UseSetup{"setup --trle DIR [--full|--compact] [--folder-is-original]"};
 inline constexpr Message SumSetup{"Checks the Level Editor's folder, remembers it, and makes the backup of its files."};
 inline constexpr Message UseBackup{"backup --refresh [--folder-is-original]"};
