@@ -153,6 +153,30 @@ TEST(Help, IsSearchedPickedAndZoomed)
     EXPECT_LT(text->font().pointSizeF(), size);
 }
 
+TEST(Help, ATopicStandsAtTheTopWhateverTheFont)
+{
+    HelpWorld world;
+    std::string text;
+    for (int i = 0; i < 300; ++i)
+        text += (i == 150 ? "[Topic] #50#\n"
+                          : "A line that is long enough to be broken into two "
+                            "where the letters are large. And some more.\n");
+    const QFont usual = QApplication::font();
+    for (const char* family : {"DejaVu Sans", "URW Bookman", "Noto Sans"})
+        for (const int size : {8, 10, 11, 13, 16}) {
+            QApplication::setFont(QFont{family, size});
+            HelpDialog dialog{world.session, text, "#50#", [] { return std::nullopt; }, nullptr};
+            dialog.show();
+            QTest::qWait(50);
+            auto* shown = In<QPlainTextEdit>(dialog, "Text_File");
+            EXPECT_EQ(MarkedIn(dialog), "#50#");
+            const QRect hit = shown->cursorRect();
+            EXPECT_GE(hit.top(), 0) << family << size;
+            EXPECT_LT(hit.top(), 4 * hit.height()) << family << size;
+        }
+    QApplication::setFont(usual);
+}
+
 TEST(Help, AHostileTextIsShownAndSearched)
 {
     HelpWorld world;

@@ -168,6 +168,10 @@ void HelpDialog::ShowHit()
     QScrollBar* bar = text_->verticalScrollBar();
     const int line = text_->cursorRect().top() / std::max(1, text_->fontMetrics().lineSpacing());
     bar->setValue(bar->value() + line - linesAbove);
+    // The lines of some fonts are higher than their spacing says: then that was too far.
+    const int above = text_->fontMetrics().lineSpacing() * linesAbove;
+    while (text_->cursorRect().top() < above && bar->value() > bar->minimum())
+        bar->setValue(bar->value() - 1);
 }
 
 void HelpDialog::Pick()
