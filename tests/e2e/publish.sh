@@ -60,6 +60,38 @@ press Return
 step 6
 press Return
 step 7
+
+# A package that cannot be made ends the wizard; the next one has what was typed.
+printf '#!/bin/sh\nexit 14\n' >"$box/home/zip"
+chmod +x "$box/home/zip"
+press Return
+appears 'Save upload zip file'
+enter "$box/published"
+gone 'Save upload zip file'
+appears '^Kestrova$' # why not
+press Return
+appears '^Kestrova$' other # what was typed is kept
+press Return
+gone 'Upload wizard'
+[[ ! -e $box/published.zip && ! -e $box/home/_temp_config ]]
+rm "$box/home/zip"
+appears 'my.kva .1 levels'
+press alt+t u
+appears '^Kestrova$' # is it wanted back?
+press Return
+gone '^Kestrova$'
+step 1
+press Return
+step 2
+press alt+f
+appears 'Select source folder'
+enter "$box/author"
+gone 'Select source folder'
+for number in 2 3 4 5 6; do
+    step $number
+    press Return
+done
+step 7
 press Return
 appears 'Save upload zip file'
 enter "$box/published"
