@@ -25,9 +25,18 @@ struct Identity {
 struct Scan {
     const Path& root;
     const Heartbeat& heartbeat;
-    BrokenLinks brokenLinks;
+    UnseenParts unseenParts;
     LinkedTree tree{};
     std::vector<Identity> way{}; ///< the folders from the root to the one that is scanned
+
+    /// The folder itself is always a failure.
+    Status NotSeen(const Path& relative, ErrorCode code, const std::error_code& reason)
+    {
+        if (unseenParts == UnseenParts::Fail || relative.empty())
+            return MakeFailure(code, TextOf(relative.empty() ? root : root / relative), reason);
+        tree.unseen.push_back({relative, reason});
+        return {};
+    }
 
     Status Enter(const Path& relative)
     {
@@ -36,13 +45,13 @@ struct Scan {
             return MakeFailure(ErrorCode::Stopped, TextOf(folder));
         FileFacts facts;
         if (const auto failure = platform::Look(folder, facts))
-            return MakeFailure(ErrorCode::CannotRead, TextOf(folder), failure);
+            return NotSeen(relative, ErrorCode::CannotRead, failure);
         const Identity self{facts.device, facts.inode};
         if (std::find(way.begin(), way.end(), self) != way.end())
             return {}; // a link to a folder above itself
         std::vector<platform::FolderEntry> entries;
         if (const auto failure = platform::ListFolder(folder, entries))
-            return MakeFailure(ErrorCode::CannotRead, TextOf(folder), failure);
+            return NotSeen(relative, ErrorCode::CannotRead, failure);
         if (!relative.empty())
             tree.folders.push_back(relative);
         way.push_back(self);
@@ -63,12 +72,11 @@ struct Scan {
         if (kind == FileKind::Link) {
             FileFacts behind;
             if (const auto failure = platform::Look(root / relative, behind))
-                return MakeFailure(ErrorCode::CannotRead, TextOf(root / relative), failure);
+                return NotSeen(relative, ErrorCode::CannotRead, failure);
             kind = behind.kind;
-            if (kind == FileKind::Missing && brokenLinks == BrokenLinks::Fail)
-                return MakeFailure(ErrorCode::Missing, TextOf(root / relative));
             if (kind == FileKind::Missing)
-                tree.broken.push_back(relative);
+                return NotSeen(relative, ErrorCode::Missing,
+                               std::make_error_code(std::errc::no_such_file_or_directory));
         }
         if (kind == FileKind::Folder)
             return Enter(relative);
@@ -90,10 +98,10 @@ Failure NotCopied(const Path& source, const Path& target, const Failure& failure
 } // namespace
 
 Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbeat,
-                                    BrokenLinks brokenLinks)
+                                    UnseenParts unseenParts)
 {
     const Path root = ResolvePath(folder);
-    Scan scan{root, heartbeat, brokenLinks};
+    Scan scan{root, heartbeat, unseenParts};
     if (auto status = scan.Enter({}); !status)
         return status.Error();
     return std::move(scan.tree);

@@ -7,16 +7,22 @@
 namespace kestrova
 {
 
+/// Something of a tree behind which nobody can look.
+struct Unseen {
+    Path name;
+    std::error_code reason;
+};
 /// Everything below a folder, as paths relative to it; links are gone through, circles are not. A
-/// link that leads nowhere is a failure: what it stands for would be missing, unsaid.
+/// link that leads nowhere and a folder that cannot be listed are failures: what they stand for
+/// would be missing, unsaid.
 struct LinkedTree {
     std::vector<Path> folders; ///< parents before their children, without the folder itself
     std::vector<Path> files;
-    std::vector<Path> broken{}; ///< links that lead nowhere, for who asks for them
+    std::vector<Unseen> unseen{}; ///< such links and folders, for who asks for them
 };
-enum class BrokenLinks { Fail, AreListed };
+enum class UnseenParts { Fail, AreListed };
 Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbeat = {},
-                                    BrokenLinks brokenLinks = BrokenLinks::Fail);
+                                    UnseenParts unseenParts = UnseenParts::Fail);
 
 /// Where the content of a file comes from, which is `file` itself as a rule; empty: it is left out.
 using PickSource = std::function<Path(const Path& file)>;

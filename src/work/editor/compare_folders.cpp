@@ -22,7 +22,8 @@ struct FoundFile {
     std::string folded;
     Path place;
     platform::FileFacts facts{};
-    std::string reason{}; ///< why nothing can be said of it
+    std::string reason{};    ///< why nothing can be said of it
+    bool isUnlisted = false; ///< a folder, whatever it holds
     bool paired = false;
 };
 
@@ -39,7 +40,7 @@ Result<std::vector<FoundFile>> FilesIn(const Path& folder, const Heartbeat& hear
     const auto root = FindPath(folder);
     if (!root)
         return root.Error();
-    const auto tree = ScanThroughLinks(*root, heartbeat, BrokenLinks::AreListed);
+    const auto tree = ScanThroughLinks(*root, heartbeat, UnseenParts::AreListed);
     if (!tree)
         return tree.Error();
     std::vector<FoundFile> files;
@@ -53,9 +54,32 @@ Result<std::vector<FoundFile>> FilesIn(const Path& folder, const Heartbeat& hear
         if (heartbeat && !heartbeat())
             return MakeFailure(ErrorCode::Stopped, TextOf(folder));
     }
-    for (const Path& name : tree->broken)
-        take(name).reason = std::make_error_code(std::errc::no_such_file_or_directory).message();
+    for (const Unseen& part : tree->unseen) {
+        FoundFile& file = take(part.name);
+        file.reason = part.reason.message();
+        file.isUnlisted = part.reason != std::errc::no_such_file_or_directory;
+    }
     return Sorted(std::move(files));
+}
+
+/// What one folder has below a name behind which nobody could look in the other is no difference
+/// that anybody knows of.
+void MarkBelowUnseen(std::vector<ComparedFile>& files, const std::vector<FoundFile>& other,
+                     FileState alone)
+{
+    std::unordered_map<std::string_view, const std::string*> unseen;
+    for (const FoundFile& file : other)
+        if (!file.reason.empty())
+            unseen.emplace(file.folded, &file.reason);
+    for (ComparedFile& file : files) {
+        if (unseen.empty() || file.state != alone)
+            continue;
+        for (Path folder = file.name.parent_path(); !folder.empty(); folder = folder.parent_path())
+            if (const auto found = unseen.find(FoldCase(folder.native())); found != unseen.end()) {
+                file.state = FileState::Unread;
+                file.reason = *found->second;
+            }
+    }
 }
 
 /// What both folders have under one name, and what one of them alone has.
@@ -93,10 +117,18 @@ std::vector<ComparedFile> Paired(std::vector<FoundFile> before, std::vector<Foun
             pair(file, *next);
         else
             files.push_back({file.name, FileState::Missing, file.place, {}, file.facts.size});
+        if (!file.paired && file.isUnlisted)
+            files.back().state = FileState::Unread, files.back().reason = file.reason;
     }
-    for (FoundFile& file : after)
-        if (!file.paired)
-            files.push_back({file.name, FileState::New, {}, file.place, 0, file.facts.size});
+    for (FoundFile& file : after) {
+        if (file.paired)
+            continue;
+        files.push_back({file.name, FileState::New, {}, file.place, 0, file.facts.size});
+        if (file.isUnlisted)
+            files.back().state = FileState::Unread, files.back().reason = file.reason;
+    }
+    MarkBelowUnseen(files, before, FileState::New);
+    MarkBelowUnseen(files, after, FileState::Missing);
     return files;
 }
 

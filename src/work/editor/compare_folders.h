@@ -17,7 +17,7 @@ enum class FileState {
     Missing,
     Changed,
     Equal,
-    Unread ///< it stands in both, and cannot be read, so that nobody knows
+    Unread ///< it cannot be read, or what the other folder has of it cannot, so that nobody knows
 };
 inline constexpr std::size_t fileStates = 5;
 /// As the terminal says it.
@@ -37,7 +37,8 @@ struct ComparedFile {
 /// All files of both folders, sorted by their names without regard to case. Names are paired
 /// without regard to case, where a folder has several that differ by it alone those of one spelling
 /// first. Links to files and folders count as what they lead to. Sizes decide first; what is as
-/// long in both is read to its end. A folder that cannot be listed is a failure, and so is a Stop.
+/// long in both is read to its end. A sub-folder that cannot be listed is unread, with all that the
+/// other one has in it; one of the two folders themselves is a failure, and so is a Stop.
 Result<std::vector<ComparedFile>> CompareFolders(const Path& before, const Path& after,
                                                  ProgressScope& progress);
 

@@ -107,6 +107,20 @@ TEST(CompareFolders, ReadsOnlyWhatIsAsLongAndSaysWhatItCannotRead)
         const FailingCalls failing{platform::FileAction::Read, "b/second"};
         EXPECT_EQ(box.States(), "first equal\nfourth equal\nsecond unread\nthird changed\n");
     }
+    // A sub-folder that nobody may look into hides no difference elsewhere, and is none itself.
+    box.Write("a/closed/one", "1");
+    box.Write("b/closed/two", "2");
+    box.Write("b/alone/file", "");
+    {
+        const FailingCalls failing{platform::FileAction::List, "a/closed"};
+        EXPECT_EQ(box.States(), "alone/file new\nclosed unread\nclosed/two unread\nfirst equal\n"
+                                "fourth equal\nsecond equal\nthird changed\n");
+        EXPECT_NE(box.comparison.Files()[2].reason, "");
+    }
+    {
+        const FailingCalls failing{platform::FileAction::List, "b/alone"};
+        EXPECT_THAT(box.States(), ::testing::StartsWith("alone unread\nclosed/one missing\n"));
+    }
     const FailingCalls failing{platform::FileAction::List, "/b", -1};
     EXPECT_FALSE(box.comparison.Compare());
     EXPECT_FALSE(box.comparison.IsCompared());
