@@ -23,7 +23,7 @@ inline constexpr Message ErrorDecompressingPackage{"Error decompressing file: "}
 inline constexpr Message PackageStillAtSource{"Nothing of it was taken. It is still in the package that you gave, which is untouched: unpack it there by hand, and add what is in it."};
 inline constexpr Message PackageStays{"It stays in the level as it is."};
 inline constexpr Message InnerPackagesStay{"These packages lie more than ~1 deep in other packages, so they were not unpacked and stay in the level as they are: ~2. If the level needs what is in them, unpack them by hand, and add that."};
-inline constexpr Message SameNameLeftOut{"These files have the name of another file of the level, so they were left out: ~1. If the level needs one of them, give it a name of its own and add the level again."};
+inline constexpr Message SameNameLeftOut{"These files have the name of another file of the level, so they were left out: ~1. If the level needs one of them, give it a name of its own and add it again."};
 inline constexpr Message KeptUnderFreeName{"Another file of the level has the name of one of these, so they are kept under names of their own: ~1."};
 inline constexpr Message SourcesChanged{"These files were written to while they were taken in, so the level has perhaps only a part of them: ~1. Is a download still running? Wait for its end, and add them again."};
 inline constexpr Message NoFilesLeftOut{"These are no files but links or devices, which no level needs, so they were left out: ~1. If a link stands for a file that the level needs, add that file."};
