@@ -3,6 +3,7 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/text.h"
+#include "editor/compile_one_tom.h"
 #include "editor/file_names.h"
 #include "formats/trle_folder.h"
 #include "session/cleared_progress.h"
@@ -24,15 +25,6 @@ std::string Quoted(const std::string& text)
 std::string ResultNameOf(const Path& tom)
 {
     return StripExtension(tom.filename().native()) + std::string{OnDisk::Tr4Ending};
-}
-
-/// What the compiler left empty is no result.
-Result<bool> IsCompiled(const Path& file)
-{
-    const auto facts = LookAt(file);
-    if (!facts)
-        return facts.Error();
-    return facts->kind == platform::FileKind::File && facts->size > 0;
 }
 
 } // namespace
@@ -121,27 +113,18 @@ bool TomCompile::CompileAll()
 /// False, with words, when the tom file's result is not there afterwards.
 bool TomCompile::CompileOne(std::size_t tom)
 {
-    const Path place = loan_.PlaceOf(tom);
-    Status run = DeleteFile(place);
     ToolReport report;
-    if (run)
-        run = RunBounded(
-            parts_.tools, parts_.machine,
-            {Compiler(),
-             {ShortPathForProgram(parts_.tools, Compiler(), sources_.toms[tom], parts_.progress)},
-             parts_.folders.trle,
-             parts_.bounds},
-            parts_.progress, report);
-    if (!run && run.Error().code == ErrorCode::Stopped) {
+    const auto done = CompileOneTom(
+        parts_.tools, parts_.machine,
+        {Compiler(), parts_.folders.trle, sources_.toms[tom], loan_.PlaceOf(tom), parts_.bounds},
+        parts_.progress, report);
+    if (done)
+        return true;
+    if (done.Error().code == ErrorCode::Stopped) {
         TellStopped();
         return false;
     }
-    const auto isThere = IsCompiled(place);
-    // Of a compiler that was killed it may be half of one.
-    if (run && report.end.signal == 0 && isThere && *isThere)
-        return true;
-    (void)DeleteFile(place); // half a result is none; it goes with the folder at the latest
-    const Failure failure = run ? Failure{} : run.Error();
+    const Failure& failure = done.Error();
     parts_.host.Tell(Tone::Error, GetMsg(Msg::AutoCompileFailed), failure.sentence + failure.reason,
                      report.lastLines);
     return false;
@@ -194,7 +177,7 @@ void TomCompile::StartByHand()
 bool TomCompile::TakeResults()
 {
     for (std::size_t i = 0; i < sources_.toms.size(); ++i) {
-        const auto isThere = IsCompiled(loan_.PlaceOf(i));
+        const auto isThere = IsCompiledTom(loan_.PlaceOf(i));
         if (isThere && *isThere)
             continue;
         parts_.host.Tell(

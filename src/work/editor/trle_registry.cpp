@@ -4,8 +4,11 @@
 #include "core/text.h"
 #include "editor/file_names.h"
 #include "editor/folder_test.h"
+#include "editor/setup_names.h"
 #include "editor/wine_prefixes.h"
 #include "formats/wine_registry.h"
+#include "tools/program_launch.h"
+#include "tools/run_to_end.h"
 
 namespace kestrova
 {
@@ -15,6 +18,8 @@ namespace
 
 /// A registry has some megabytes; what is larger is none.
 constexpr std::uint64_t longestRegistry = UINT64_C(64) << 20;
+/// Wine makes a prefix up to date first when it is newer than the prefix.
+constexpr std::chrono::minutes longestReg{3};
 
 /// The folder that one file of a registry names; empty when it names none.
 Path FolderIn(const Path& file, const Path& prefix)
@@ -51,6 +56,41 @@ Path TrlePathFromRegistry(const Folders& folders)
         if (const auto lacks = WhatTrleLacks(editor.folder); lacks && lacks->empty())
             return editor.folder;
     return found.empty() ? Path{} : found.front().folder;
+}
+
+Status RegisterEditor(const Tools& tools, const Folders& folders, const Path& trle,
+                      ProgressScope& progress)
+{
+    Path prefix = PrefixAbove(trle);
+    if (prefix.empty()) {
+        const auto known = KnownPrefixes(folders);
+        if (known.empty())
+            return {};
+        prefix = known.front();
+    }
+    const std::string program =
+        PathForPrefix(prefix, ResolvePath(InFolder(trle, OnDisk::RoomEditor)));
+    auto launch =
+        LaunchInPrefix(tools, prefix,
+                       {std::string{OnDisk::RegistryTool}, "add",
+                        std::string{OnDisk::AppPathsOfMachine}, "/ve", "/d", program, "/f"});
+    if (!launch)
+        return launch.Error();
+    ToolOrder order;
+    order.launch = std::move(*launch);
+    order.name = OnDisk::RegistryTool;
+    order.limit = longestReg;
+    ToolRun run{std::move(order)};
+    if (auto started = run.Start(); !started)
+        return started;
+    const WatchedRun watched{run, &progress, true};
+    RunToEnds({&watched, 1});
+    const ToolReport& report = run.Report();
+    if (!report.status)
+        return report.status;
+    if (report.end.signal != 0 || report.end.code != 0)
+        return Failure{ErrorCode::NotDone, TextOf(trle), {}, report.lastLines};
+    return {};
 }
 
 } // namespace kestrova

@@ -22,4 +22,9 @@ std::vector<RegisteredEditor> RegisteredEditors(const Folders& folders);
 /// Editor's folder, or else the first that a registry names; empty when none does.
 Path TrlePathFromRegistry(const Folders& folders);
 
+/// Writes the folder into the registry of the prefix that it lies in, or else of the first one that
+/// is known, through Wine's own `reg`. Where there is no prefix there is nothing to be done.
+Status RegisterEditor(const Tools& tools, const Folders& folders, const Path& trle,
+                      ProgressScope& progress);
+
 } // namespace kestrova

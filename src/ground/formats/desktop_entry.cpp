@@ -1,0 +1,86 @@
+#include "formats/desktop_entry.h"
+
+#include "core/text.h"
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr std::string_view addressKey = "URL=";
+constexpr std::size_t longestAddress = 2000;
+
+/// A value of a key as the file has it.
+std::string EntryValue(std::string_view text)
+{
+    std::string value;
+    for (const char letter : text)
+        switch (letter) {
+        case '\\':
+            value += "\\\\";
+            break;
+        case '\n':
+            value += "\\n";
+            break;
+        case '\r':
+            value += "\\r";
+            break;
+        case '\t':
+            value += "\\t";
+            break;
+        default:
+            value += letter;
+        }
+    return value;
+}
+
+/// A word of a command, in quotes: some letters mean something even there.
+std::string CommandWord(std::string_view word)
+{
+    std::string quoted = "\"";
+    for (const char letter : word) {
+        if (letter == '"' || letter == '`' || letter == '$' || letter == '\\')
+            quoted += '\\';
+        quoted += letter;
+        if (letter == '%')
+            quoted += letter;
+    }
+    return quoted + '"';
+}
+
+} // namespace
+
+std::string FormatDesktopEntry(const DesktopEntry& entry)
+{
+    std::string command;
+    for (const std::string& word : entry.command)
+        command += (command.empty() ? "" : " ") + CommandWord(word);
+    std::string text = "[Desktop Entry]\nType=Application\nVersion=1.5\n"; // not shown
+    const auto add = [&](std::string_view key, std::string_view value) {
+        if (!value.empty())
+            text += std::string{key} + '=' + EntryValue(value) + '\n';
+    };
+    add("Name", entry.name);
+    add("Exec", command);
+    add("Path", entry.folder);
+    add("Icon", entry.icon);
+    add("Categories", entry.categories);
+    return text + "Terminal=false\n";
+}
+
+std::string AddressOfShortcut(std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const std::string_view line = bytes.substr(0, bytes.find_first_of("\r\n"));
+        bytes.remove_prefix(std::min(bytes.size(), line.size() + 1));
+        if (FindFolded(line.substr(0, addressKey.size()), addressKey) != 0)
+            continue;
+        const std::string address = OnOneLine(Readable(Trim(line.substr(addressKey.size()))));
+        const bool isWeb = address.starts_with("http://") || address.starts_with("https://");
+        return isWeb && address.size() < longestAddress ? address : std::string{};
+    }
+    return {};
+}
+
+} // namespace kestrova

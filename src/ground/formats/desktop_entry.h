@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// A desktop entry (freedesktop.org, version 1.5): what a menu or a desktop shows to be started.
+///
+///     [Desktop Entry]
+///     Type=Application
+///     Name=Room Editor
+///     Exec="/place/a b" "-setup"      each word quoted; % stands twice
+///     Path=/place
+///     Icon=applications-games
+namespace kestrova
+{
+
+struct DesktopEntry {
+    std::string name;
+    std::vector<std::string> command; ///< the program and its words
+    std::string folder;               ///< it works here
+    std::string icon;                 ///< by the name that icon themes have it under
+    std::string_view categories;      ///< each ended by a semicolon
+};
+
+std::string FormatDesktopEntry(const DesktopEntry& entry);
+
+/// The address that a shortcut to a web page (`[InternetShortcut]`, `URL=`) holds; empty when it
+/// holds none of the web.
+std::string AddressOfShortcut(std::string_view bytes);
+
+} // namespace kestrova

@@ -1,0 +1,35 @@
+#include "editor/compile_one_tom.h"
+
+#include "core/look.h"
+
+namespace kestrova
+{
+
+Result<bool> IsCompiledTom(const Path& result)
+{
+    const auto facts = LookAt(result);
+    if (!facts)
+        return facts.Error();
+    return facts->kind == platform::FileKind::File && facts->size > 0;
+}
+
+Status CompileOneTom(const Tools& tools, Machine& machine, const TomRun& run,
+                     ProgressScope& progress, ToolReport& report)
+{
+    if (auto gone = DeleteFile(run.result); !gone)
+        return gone;
+    auto done =
+        RunBounded(tools, machine,
+                   {run.compiler, {PathForProgram(run.compiler, run.tom)}, run.trle, run.bounds},
+                   progress, report);
+    if (!done && done.Error().code == ErrorCode::Stopped)
+        return done;
+    const auto isThere = IsCompiledTom(run.result);
+    // Of a compiler that was killed it may be half of one.
+    if (done && report.end.signal == 0 && isThere && *isThere)
+        return {};
+    (void)DeleteFile(run.result); // half a result is none; it goes with the folder at the latest
+    return done ? Failure{ErrorCode::NotDone, TextOf(run.tom)} : done.Error();
+}
+
+} // namespace kestrova
