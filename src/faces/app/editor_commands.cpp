@@ -5,12 +5,16 @@
 #include "app/swap_commands.h"
 #include "core/text.h"
 #include "editor/compile_tom_file.h"
+#include "editor/find_trle.h"
 #include "editor/folder_comparison.h"
 #include "editor/folder_test.h"
 #include "editor/script_files.h"
+#include "editor/setup_choice.h"
+#include "editor/setup_run.h"
 #include "editor/trle_registry.h"
 #include "formats/source_text.h"
 #include "session/telling.h"
+#include "words/commands.h"
 #include "words/editor_commands.h"
 #include "words/menus.h"
 
@@ -135,13 +139,61 @@ bool FindEditors(Run& run)
     return false;
 }
 
+/// The zips of a setup may be many.
+constexpr std::size_t mostEditorWords = 100;
 /// The verbs, and how many words each of them takes, itself among them.
 constexpr std::pair<std::string_view, std::size_t> editorVerbs[] = {
     {"compare", 3}, {"compile", 2}, {"find", 1}, {"restore", 1}};
 
+/// Of `editor setup`, whose zips may stand behind each other.
+std::string WrongEditorSetup(const Arguments& arguments)
+{
+    const bool fromZips = arguments.Has("--zip");
+    if (fromZips == arguments.Has("--folder"))
+        return fromZips ? GetMsg(Msg::WrongBoth, {"--zip", "--folder"})
+                        : GetMsg(Msg::WrongOptionMissing, {"--zip"});
+    if (!fromZips && arguments.words.size() > 1)
+        return GetMsg(Msg::WrongWordTooMany, {arguments.words[1]});
+    const std::string language = arguments.ValueOf("--language");
+    if (arguments.Has("--language") && FindSetupLanguage(language) == nullptr)
+        return GetMsg(Msg::WrongSetupLanguage, {language});
+    return {};
+}
+
+bool SetUpEditor(Run& run)
+{
+    Session& session = run.session;
+    const Arguments& arguments = run.arguments;
+    std::optional<Path> folder;
+    if (arguments.Has("--folder"))
+        folder = PlaceFromWord(arguments.ValueOf("--folder"));
+    SetupChoice choice{session, folder};
+    for (const std::string& zip : arguments.ValuesOf("--zip"))
+        choice.AddZip(PlaceFromWord(zip));
+    for (std::size_t i = 1; i < arguments.words.size(); ++i)
+        choice.AddZip(PlaceFromWord(arguments.words[i]));
+    if (arguments.Has("--to"))
+        choice.SetTarget(PlaceFromWord(arguments.ValueOf("--to")));
+    if (arguments.Has("--language"))
+        choice.SetLanguage(*FindSetupLanguage(arguments.ValueOf("--language")));
+    if (!WantsSetup(session))
+        return false;
+    const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
+    TrleFinder finder{session};
+    if (!choice.Install(*progress) || !finder.Take(choice.Installed()) || !finder.Accept())
+        return false;
+    AddLine(run, TextOf(choice.Installed()));
+    return true;
+}
+
 std::string WrongEditor(Run& run)
 {
     const auto& words = run.arguments.words;
+    if (words.front() == "setup")
+        return WrongEditorSetup(run.arguments);
+    for (const std::string_view option : {"--zip", "--folder", "--to", "--language"})
+        if (run.arguments.Has(option))
+            return GetMsg(Msg::WrongOptionHere, {option, words.front()});
     for (const auto& [verb, count] : editorVerbs)
         if (words.front() == verb)
             return words.size() == count ? std::string{} : GetMsg(Msg::WrongEditorCount);
@@ -172,7 +224,11 @@ std::span<const CommandRow> EditorCommands()
                       .summary = Msg::SumEditor,
                       .json = Msg::KeysEditor,
                       .leastWords = 1,
-                      .mostWords = 3,
+                      .mostWords = mostEditorWords,
+                      .options = {{"--zip", true, true, true},
+                                  PlaceOption("--folder"),
+                                  PlaceOption("--to"),
+                                  ValueOption("--language")},
                       .wrong = WrongEditor},
          .run = CompareTwo,
          .help = HelpTag::Compare},
@@ -181,6 +237,10 @@ std::span<const CommandRow> EditorCommands()
          .touches = Touches::Stores, // the lent folder is as it was; its own step asks for a game
          .run = CompileTom},
         {.terminal = {.word = "editor", .verb = "find"}, .run = FindEditors},
+        {.terminal = {.word = "editor", .verb = "setup"},
+         .touches = Touches::Stores,
+         .run = SetUpEditor,
+         .help = HelpTag::InstallTrle},
         {.terminal = {.word = "editor", .verb = "restore"},
          .touches = Touches::LevelEditor,
          .run = BringOriginals,

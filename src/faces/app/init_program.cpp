@@ -15,6 +15,7 @@
 #include "upkeep/load_archive.h"
 #include "upkeep/new_archive.h"
 #include "words/app.h"
+#include "words/level_setup.h"
 
 namespace kestrova
 {
@@ -76,18 +77,23 @@ bool OfferRestore(Session& session, TrleFinder& finder)
 class ShownStart : public StartFace
 {
 public:
-    ShownStart(StartWindows& windows, Path archive)
-        : windows_(windows), archive_(std::move(archive))
+    ShownStart(StartWindows& windows, CommandLine said) : windows_(windows), said_(std::move(said))
     {
     }
+    [[nodiscard]] bool FailedSetup() const { return failedSetup_; }
     void Opened(Session& session) override
     {
-        if (!archive_.empty())
-            session.preferences.archivePath = archive_.native();
+        if (!said_.archive.empty())
+            session.preferences.archivePath = said_.archive.native();
         session.archive = {};
     }
     bool HasLevelEditor(Session& session) override
     {
+        if (!said_.trle.empty() && !windows_.SetUpLevelEditor(session, said_.trle)) {
+            session.host.Tell(Tone::Error, GetMsg(Msg::SetupAtStartFailed));
+            failedSetup_ = true;
+            return false;
+        }
         TrleFinder finder{session};
         if (!finder.Prepare() && !OfferRestore(session, finder) &&
             !windows_.FindLevelEditor(session))
@@ -114,7 +120,8 @@ public:
 
 private:
     StartWindows& windows_;
-    Path archive_; ///< of the command line
+    CommandLine said_;
+    bool failedSetup_ = false;
 };
 
 } // namespace
@@ -138,7 +145,7 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
 {
     Operation operation{session};
     session.hotKeysActive = false;
-    ShownStart face{windows, ParseCommandLine(arguments).archive};
+    ShownStart face{windows, ParseCommandLine(arguments)};
     const Start start = StartUp(session, face, Needs::Archive);
     if (start == Start::Done) {
         // A run that ends badly must not forget which archive was made or loaded.
@@ -146,7 +153,7 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
                    SavePreferencesNow(session.Folders(), session.preferences, session.settings));
         OfferLeftIntake(session);
     }
-    return start != Start::Refused;
+    return start != Start::Refused && !face.FailedSetup();
 }
 
 } // namespace kestrova

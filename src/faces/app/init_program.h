@@ -19,12 +19,15 @@ public:
     virtual ~StartWindows() = default;
     /// "Where is Tomb Raider Level Editor folder ?": True when a valid folder was set.
     virtual bool FindLevelEditor(Session& session) = 0;
+    /// Sets the Level Editor up from a folder that the command line names. False when it was not.
+    virtual bool SetUpLevelEditor(Session& session, const Path& source) = 0;
     enum class ArchiveChoice { New, Load };
     virtual ArchiveChoice AskNewOrLoad(Session& session) = 0;
 };
 /// The whole start: preferences, recovery of interrupted work, the Level Editor's folder, backup,
 /// level 0000, the last archive. It stops at the step that failed and leaves the session usable.
-/// False only when `OpenSession` failed: this program must end.
+/// False only when `OpenSession` failed, or the setup that the command line asks for: this program
+/// must end.
 bool InitProgram(Session& session, StartWindows& windows,
                  const std::vector<std::string>& arguments);
 

@@ -68,6 +68,20 @@ inline constexpr Message SetupNotPlaced{"The Level Editor could not be put into 
 inline constexpr Message SetupNotPrepared{"No place could be made to work in, and nothing was changed: ~1"};
 inline constexpr Message SetupGoesOn{"The setup that was broken off had brought the Level Editor to ~1 already. It goes on there."};
 
+inline constexpr Message SetupRoomThere{"Free there: ~1. The Level Editor needs about 250 Mb."};
+
+inline constexpr Message InstallaTitle{" Compress TR Level Editor Setup"};
+inline constexpr Message InstallaFolderTitle{" TR Level Editor Setup"};
+inline constexpr Message InstallaAdd{"Add zip file"};
+inline constexpr Message InstallaRemove{"Remove from list"};
+inline constexpr Message InstallaLanguage{"Choose language :"};
+inline constexpr Message InstallaTarget{"Install into:"};
+inline constexpr Message InstallaBrowse{"Browse ..."};
+inline constexpr Message InstallaInstall{"Install"};
+inline constexpr Message InstallaFrom{"From: ~1"};
+inline constexpr Message InstallaZipsName{"Zip files of the setup"};
+inline constexpr Message InstallaHint{"Add the zip files of the setup, in their order, or drop them here."};
+
 inline constexpr Message SetupLanguageNames{"English|Italian|French|German|Spanish|Russian (only manual, other in english)"};
 inline constexpr Message LinkGroup{"Tomb Raider Level Editor|Editor dei livelli di Tomb Raider|Editeur de niveaux de Tomb Raider|Tomb-Raider-Level-Editor|Editor de Niveles de Tomb Raider"};
 inline constexpr Message LinkDocuments{"Documentation|Documentazione|Documentation|Dokummentation|Documentación"};

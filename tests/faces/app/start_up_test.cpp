@@ -26,6 +26,13 @@ public:
         TrleFinder finder{session};
         return !trle.empty() && finder.Take(trle) && finder.Accept();
     }
+    std::optional<Path> setUp; ///< what a setup makes; none: it fails
+    bool SetUpLevelEditor(Session& session, const Path& source) override
+    {
+        shown.push_back("set up from " + source.filename().native());
+        TrleFinder finder{session};
+        return setUp && finder.Take(*setUp) && finder.Accept();
+    }
     ArchiveChoice AskNewOrLoad(Session&) override
     {
         shown.emplace_back("archive");
@@ -245,6 +252,21 @@ TEST(CommandLineItems, GiveArchiveAndLevelEditor)
     EXPECT_EQ(ended.trle, "/x/trle");
     EXPECT_TRUE(ended.archive.empty());
     EXPECT_TRUE(ParseCommandLine({"/x/trle.old", "/kva"}).trle.empty());
+}
+
+TEST_F(StartUp, ASetupThatTheCommandLineAsksForComesFirst)
+{
+    StartFirst();
+    std::filesystem::create_directories(box / "disc/TRLE");
+    const std::string source = (box / "disc/TRLE").native();
+    EXPECT_FALSE(StartAgain({source})) << "the program ends when it fails";
+    EXPECT_TRUE(box.host.WasTold("Failed trle setup from folder"));
+    EXPECT_EQ(windows.shown, std::vector<std::string>{"set up from TRLE"});
+    EXPECT_EQ(box.session.TrleFolder(), box / "trle");
+    windows.setUp = box / "trle";
+    EXPECT_TRUE(StartAgain({source})) << box.host.AllTold();
+    EXPECT_EQ(windows.shown, std::vector<std::string>{"set up from TRLE"});
+    EXPECT_TRUE(box.session.archive.Loaded());
 }
 
 } // namespace

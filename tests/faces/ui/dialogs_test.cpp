@@ -250,7 +250,10 @@ TEST(FindTrle, OkNeedsAFolderThatPasses)
     }
     FindTrleDialog dialog{world.session, finder, nullptr};
     EXPECT_FALSE(In<QPushButton>(dialog, "Pul_Ok")->isEnabled());
-    EXPECT_FALSE(In<QPushButton>(dialog, "Pul_InstallTrleCD")->isEnabled());
+    for (const char* setup : {"Pul_InstallTrleCD", "Pul_InstallCompresso"})
+        EXPECT_TRUE(In<QPushButton>(dialog, setup)->isEnabled());
+    world.box.host.WillChoose("Select source TRLE folder to install", std::nullopt);
+    Press(dialog, "Pul_InstallTrleCD");
     world.box.host.WillChoose("Choose TR Level Editor folder", world.box / "levels");
     Press(dialog, "Pul_Sfoglia");
     EXPECT_TRUE(world.box.host.WasTold("Not right folder"));

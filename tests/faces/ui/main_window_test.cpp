@@ -219,6 +219,8 @@ TEST(MainWindow, CommandsThatComeLaterAreDisabledAndSayIt)
                             "mnu_SavegameHistory",
                             "mnu_SetupUpload",
                             "mnu_CompareTrle",
+                            "mnu_InstallTrleFolder",
+                            "mnu_InstallComprTrle",
                             "mnu_CopiaFileInfos"};
     const QStringList commands = MenuCommands();
     EXPECT_EQ(commands.size(), 54);

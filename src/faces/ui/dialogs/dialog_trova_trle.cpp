@@ -2,6 +2,7 @@
 
 #include "online/url_update.h"
 #include "session/operation.h"
+#include "ui/dialogs/dialog_installa_trle.h"
 #include "ui/dialogs/dialog_siti.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
@@ -67,10 +68,9 @@ FindTrleDialog::FindTrleDialog(Session& session, TrleFinder& finder, QWidget* pa
     parts->setContentsMargins({});
     parts->addLayout(top);
     parts->addLayout(browseRow);
-    parts->addWidget(MakeOffer("Frame_Practice", "Label_PracticeNote", "Pul_Practice", true));
-    parts->addWidget(MakeOffer("Frame_Cd", nullptr, "Pul_InstallTrleCD", false));
-    parts->addWidget(
-        MakeOffer("Frame_Compress", "Label_CompressNote", "Pul_InstallCompresso", false));
+    parts->addWidget(MakeOffer("Frame_Practice", "Label_PracticeNote", "Pul_Practice"));
+    parts->addWidget(MakeOffer("Frame_Cd", nullptr, "Pul_InstallTrleCD"));
+    parts->addWidget(MakeOffer("Frame_Compress", "Label_CompressNote", "Pul_InstallCompresso"));
     parts->addStretch();
     auto* column = new QVBoxLayout(this);
     column->addWidget(new ScrollPage(page), 1);
@@ -84,6 +84,10 @@ FindTrleDialog::FindTrleDialog(Session& session, TrleFinder& finder, QWidget* pa
                         finder_.Take(*made);
                 });
             });
+    connect(findChild<QPushButton*>(QStringLiteral("Pul_InstallTrleCD")), &QPushButton::clicked,
+            this, [this] { SetUp(SetupFrom::Folder); });
+    connect(findChild<QPushButton*>(QStringLiteral("Pul_InstallCompresso")), &QPushButton::clicked,
+            this, [this] { SetUp(SetupFrom::Zips); });
     connect(ok, &QPushButton::clicked, this, [this] {
         Run([this] {
             if (finder_.Accept())
@@ -107,8 +111,13 @@ template <class Work> void FindTrleDialog::Run(Work work)
     ShowFolder();
 }
 
-QWidget* FindTrleDialog::MakeOffer(const char* frame, const char* note, const char* button,
-                                   bool available)
+void FindTrleDialog::SetUp(SetupFrom from)
+{
+    if (const auto installed = ShowSetup(session_, from, this))
+        Run([&] { finder_.Take(*installed); });
+}
+
+QWidget* FindTrleDialog::MakeOffer(const char* frame, const char* note, const char* button)
 {
     auto* box = new QGroupBox(this);
     box->setObjectName(QString::fromLatin1(frame));
@@ -117,15 +126,12 @@ QWidget* FindTrleDialog::MakeOffer(const char* frame, const char* note, const ch
         auto* words = new QLabel(box);
         words->setObjectName(QString::fromLatin1(note));
         words->setWordWrap(true);
-        words->setEnabled(available);
         row->addWidget(words, 1);
     } else {
         row->addStretch();
     }
     auto* offer = NamedButton(box, button);
     offer->setAutoDefault(false);
-    if (!available)
-        MarkNotAvailable(*offer);
     row->addWidget(offer, 0, Qt::AlignTop);
     return box;
 }

@@ -8,6 +8,7 @@ namespace kestrova
 {
 
 class ElidedLabel;
+enum class SetupFrom;
 
 /// `Dialog_TrovaTrle`: accepted when a valid folder stands in the preferences.
 class FindTrleDialog : public QDialog
@@ -20,7 +21,9 @@ public:
 
 private:
     template <class Work> void Run(Work work);
-    QWidget* MakeOffer(const char* frame, const char* note, const char* button, bool available);
+    QWidget* MakeOffer(const char* frame, const char* note, const char* button);
+    /// What was set up stands in the window then, to be taken with Ok.
+    void SetUp(SetupFrom from);
     void ShowFolder();
 
     Session& session_;

@@ -1,7 +1,9 @@
 #include "ui/main/start_windows.h"
 
 #include "app/init_program.h"
+#include "editor/setup_run.h"
 #include "ui/desktop/host_windows.h"
+#include "ui/dialogs/dialog_installa_trle.h"
 #include "ui/dialogs/dialog_trova_trle.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/input_gate.h"
@@ -16,6 +18,20 @@ bool StartDialogs::FindLevelEditor(Session& session)
     FindTrleDialog dialog(session, finder, TopWindow());
     const InputGate::Admission admission{dialog};
     return dialog.exec() == QDialog::Accepted;
+}
+
+bool StartDialogs::SetUpLevelEditor(Session& session, const Path& source)
+{
+    // A person who has one, and wants no other, goes on with it.
+    const bool wants = WantsSetup(session);
+    if (!wants)
+        return true;
+    InstallTrleDialog dialog(session, source, TopWindow());
+    const InputGate::Admission admission{dialog};
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    TrleFinder finder{session};
+    return finder.Take(dialog.Installed()) && finder.Accept();
 }
 
 StartWindows::ArchiveChoice StartDialogs::AskNewOrLoad(Session&)

@@ -11,6 +11,7 @@ class StartDialogs : public StartWindows
 {
 public:
     bool FindLevelEditor(Session& session) override;
+    bool SetUpLevelEditor(Session& session, const Path& source) override;
     ArchiveChoice AskNewOrLoad(Session& session) override;
 };
 

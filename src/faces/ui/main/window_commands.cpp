@@ -1,8 +1,10 @@
 #include "ui/main/window_commands.h"
 
 #include "app/run_command.h"
+#include "app/start_up.h"
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
+#include "editor/find_trle.h"
 #include "intake/edit_level.h"
 #include "online/config_database.h"
 #include "session/operation.h"
@@ -11,6 +13,7 @@
 #include "ui/dialogs/dialog_compare_trle.h"
 #include "ui/dialogs/dialog_convert_audio.h"
 #include "ui/dialogs/dialog_import_shot.h"
+#include "ui/dialogs/dialog_installa_trle.h"
 #include "ui/dialogs/dialog_new_level.h"
 #include "ui/dialogs/dialog_pref_arc.h"
 #include "ui/dialogs/dialog_resize.h"
@@ -24,6 +27,7 @@
 #include "ui/dialogs/shot_panes.h"
 #include "ui/main/main_window.h"
 #include "ui/main/savegame_windows.h"
+#include "ui/main/start_windows.h"
 #include "words/levels.h"
 #include "words/ui_main.h"
 
@@ -64,6 +68,8 @@ const WindowCommands::Opens WindowCommands::windows[] = {
     {"mnu_HelpFaq", [](WindowCommands& at) { at.ShowHelp("mnu_HelpFaq"); }},
     {"mnu_CompareTrle",
      [](WindowCommands& at) { CompareTrleDialog(at.session_, &at.window_).exec(); }},
+    {"mnu_InstallTrleFolder", [](WindowCommands& at) { at.SetUpEditor(SetupFrom::Folder); }},
+    {"mnu_InstallComprTrle", [](WindowCommands& at) { at.SetUpEditor(SetupFrom::Zips); }},
     {"mnu_About", [](WindowCommands& at) { AboutDialog(&at.window_).exec(); }},
 };
 
@@ -157,6 +163,22 @@ void WindowCommands::EditArchivePreferences()
 {
     if (HasArchive(session_.host, session_.archive))
         ArchiveDialog(session_, &window_).exec();
+}
+
+void WindowCommands::SetUpEditor(SetupFrom from)
+{
+    const auto installed = ShowSetup(session_, from, &window_);
+    if (!installed)
+        return;
+    {
+        const Operation operation{session_};
+        TrleFinder finder{session_};
+        if (!finder.Take(*installed) || !finder.Accept() || !WritePreferences(session_))
+            return;
+    }
+    StartDialogs dialogs;
+    InitProgram(session_, dialogs, {}); // a new start, with the new folder
+    window_.RefreshList();
 }
 
 void WindowCommands::ShowAuthor()

@@ -8,6 +8,7 @@ namespace kestrova
 {
 
 class MainWindow;
+enum class SetupFrom;
 
 /// The commands that the window knows by name.
 inline constexpr std::string_view exitCommand = "Mnu_Exit";
@@ -40,6 +41,8 @@ private:
     void EditChosen();
     void EditArchivePreferences();
     void ShowAuthor();
+    /// The Level Editor is set up, and the program starts anew with it.
+    void SetUpEditor(SetupFrom from);
     void ImportShotsOfStore();
     void ResizeShot();
 

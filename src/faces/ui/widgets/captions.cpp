@@ -3,6 +3,7 @@
 #include "ui/widgets/qt_text.h"
 #include "words/captions.h"
 #include "words/help.h"
+#include "words/level_setup.h"
 #include "words/menus.h"
 #include "words/ui_desktop.h"
 #include "words/ui_dialogs.h"
