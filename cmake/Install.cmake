@@ -14,8 +14,13 @@ if(KESTROVA_WINDOWS)
 endif()
 install(FILES packaging/kestrova.svg
   DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
-install(FILES packaging/kestrova.svg share/help_kestrova.txt
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrova)
+install(FILES packaging/application-x-kestrova-archive.svg
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/mimetypes)
+install(FILES packaging/kestrova-mime.xml RENAME kestrova.xml
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
+set(resources packaging/kestrova.svg share/help_kestrova.txt packaging/kestrova-mime.xml
+  packaging/brivanta-mime.xml packaging/application-x-kestrova-archive.svg)
+install(FILES ${resources} DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrova)
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
@@ -36,7 +41,7 @@ if(TARGET kestrovactl)
 endif()
 
 # The same folder beside the programs of a build, which nobody installed.
-foreach(resource packaging/kestrova.svg share/help_kestrova.txt)
+foreach(resource ${resources})
   get_filename_component(name ${resource} NAME)
   configure_file(${resource} ${CMAKE_BINARY_DIR}/src/share/kestrova/${name} COPYONLY)
 endforeach()
@@ -59,6 +64,6 @@ set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, xdg-utils, zip, unzip, libarchive-tools")
 # The game and the Level Editor's programs are for another system.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "wine, qt6-gtk-platformtheme")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "wine, qt6-gtk-platformtheme, shared-mime-info, desktop-file-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland")
 include(CPack)

@@ -10,4 +10,22 @@ namespace kestrova::OnDisk
 
 inline constexpr std::string_view DoctorToolOpen = "xdg-open";
 
+inline constexpr std::string_view MimeXml = "kestrova-mime.xml";
+inline constexpr std::string_view MimeXmlOfSibling = "brivanta-mime.xml";
+inline constexpr std::string_view MimeIcon = "application-x-kestrova-archive.svg";
+inline constexpr std::string_view ProgramIconFile = "kestrova.svg";
+inline constexpr std::string_view MimeFolder = "mime";
+inline constexpr std::string_view MimePackages = "packages";
+inline constexpr std::string_view MimePackage = "kestrova.xml";
+inline constexpr std::string_view MimePackageOfSibling = "brivanta.xml";
+inline constexpr std::string_view MimeIcons = "icons/hicolor/scalable/mimetypes";
+inline constexpr std::string_view AppIcons = "icons/hicolor/scalable/apps";
+inline constexpr std::string_view EntriesFolder = "applications";
+inline constexpr std::string_view ProgramEntry = "kestrova.desktop";
+inline constexpr std::string_view SiblingEntry = "brivanta.desktop";
+inline constexpr std::string_view WindowsProgram = "kestrova";
+inline constexpr std::string_view SiblingProgram = "brivanta.exe";
+inline constexpr std::string_view TypeOfArchives = "application/x-kestrova-archive";
+inline constexpr std::string_view TypeOfSibling = "application/x-brivanta-archive";
+
 } // namespace kestrova::OnDisk

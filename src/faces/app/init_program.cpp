@@ -1,6 +1,8 @@
 #include "app/init_program.h"
 
+#include "app/file_types.h"
 #include "app/start_up.h"
+#include "core/look.h"
 #include "editor/find_trle.h"
 #include "editor/folder_test.h"
 #include "formats/program_folder.h"
@@ -145,6 +147,7 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
 {
     Operation operation{session};
     session.hotKeysActive = false;
+    const auto knowsPreferences = IsFile(InFolder(session.programFolder, OnDisk::FragPreferences));
     ShownStart face{windows, ParseCommandLine(arguments)};
     const Start start = StartUp(session, face, Needs::Archive);
     if (start == Start::Done) {
@@ -152,6 +155,8 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
         DoneOrTold(session.host,
                    SavePreferencesNow(session.Folders(), session.preferences, session.settings));
         OfferLeftIntake(session);
+        if (knowsPreferences && !*knowsPreferences)
+            OfferFileTypes(session);
     }
     return start != Start::Refused && !face.FailedSetup();
 }

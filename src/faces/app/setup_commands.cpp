@@ -1,6 +1,7 @@
 #include "app/setup_commands.h"
 
 #include "app/file_names.h"
+#include "app/file_types.h"
 #include "app/opening.h"
 #include "app/result_text.h"
 #include "app/start_up.h"
@@ -14,6 +15,7 @@
 #include "swap/backup.h"
 #include "words/app.h"
 #include "words/commands.h"
+#include "words/file_types.h"
 #include "words/menus.h"
 
 namespace kestrova
@@ -115,6 +117,21 @@ std::string WrongBackup(Run& run)
                                           : GetMsg(Msg::WrongOptionMissing, {"--refresh"});
 }
 
+bool TellFileTypes(Run& run)
+{
+    bool anew = false;
+    const auto written = RegisterFileTypes(run.session, anew);
+    if (!written) {
+        TellFailure(run.session.host, GetMsg(Msg::FileTypesFailed), written.Error());
+        return false;
+    }
+    for (const Path& file : *written)
+        AddLine(run, TextOf(file));
+    if (!anew)
+        run.session.host.Tell(Tone::Plain, GetMsg(Msg::FileTypesNoTools));
+    return true;
+}
+
 } // namespace
 
 std::span<const CommandRow> SetupCommands()
@@ -143,6 +160,11 @@ std::span<const CommandRow> SetupCommands()
                     .caption = Msg::MenuInstallCompressed,
                     .menu = "mnu_InstallTrle"},
          .help = HelpTag::InstallTrle},
+        {.terminal = {.word = "file-types",
+                      .usage = Msg::UseFileTypes,
+                      .summary = Msg::SumFileTypes},
+         .run = TellFileTypes,
+         .help = HelpTag::Beginning},
         {.window = {.control = "mnu_FaiFullBackup",
                     .caption = Msg::MenuFullBackup,
                     .menu = "mnu_Manutenzione",

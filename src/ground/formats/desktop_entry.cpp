@@ -56,6 +56,8 @@ std::string FormatDesktopEntry(const DesktopEntry& entry)
     std::string command;
     for (const std::string& word : entry.command)
         command += (command.empty() ? "" : " ") + CommandWord(word);
+    if (!entry.mimeTypes.empty())
+        command += " %f";
     std::string text = "[Desktop Entry]\nType=Application\nVersion=1.5\n"; // not shown
     const auto add = [&](std::string_view key, std::string_view value) {
         if (!value.empty())
@@ -66,6 +68,7 @@ std::string FormatDesktopEntry(const DesktopEntry& entry)
     add("Path", entry.folder);
     add("Icon", entry.icon);
     add("Categories", entry.categories);
+    add("MimeType", entry.mimeTypes);
     return text + "Terminal=false\n";
 }
 

@@ -21,6 +21,9 @@ struct DesktopEntry {
     std::string folder;               ///< it works here
     std::string icon;                 ///< by the name that icon themes have it under
     std::string_view categories;      ///< each ended by a semicolon
+    /// The kinds of files that it opens, each ended by a semicolon; a file's name stands behind the
+    /// command then.
+    std::string_view mimeTypes{};
 };
 
 std::string FormatDesktopEntry(const DesktopEntry& entry);
