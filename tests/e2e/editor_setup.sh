@@ -40,7 +40,7 @@ errs "holds something already"
 errs "Setup from folder failed"
 [[ $(tree "$target") == "$before" ]] || die "the old one was touched"
 expect 0 --yes editor setup --folder "$box/disc/trle" --to "$box/second trle"
-[[ -s "$box/second trle/english.dat" ]] || die "no second one"
+[[ $(cat "$box/second trle/English.dat") == english ]] || die "no second one"
 
 # What is none, and what lacks files.
 expect 1 --yes editor setup --folder "$box/levels" --to "$box/third"

@@ -14,8 +14,8 @@
 #include "editor/trle_registry.h"
 #include "formats/source_text.h"
 #include "session/telling.h"
-#include "words/commands.h"
 #include "words/editor_commands.h"
+#include "words/level_setup.h"
 #include "words/menus.h"
 
 #include <nlohmann/json.hpp>
@@ -149,11 +149,9 @@ constexpr std::pair<std::string_view, std::size_t> editorVerbs[] = {
 std::string WrongEditorSetup(const Arguments& arguments)
 {
     const bool fromZips = arguments.Has("--zip");
-    if (fromZips == arguments.Has("--folder"))
-        return fromZips ? GetMsg(Msg::WrongBoth, {"--zip", "--folder"})
-                        : GetMsg(Msg::WrongOptionMissing, {"--zip"});
-    if (!fromZips && arguments.words.size() > 1)
-        return GetMsg(Msg::WrongWordTooMany, {arguments.words[1]});
+    const bool hasMoreWords = arguments.words.size() > 1;
+    if (fromZips == arguments.Has("--folder") || (!fromZips && hasMoreWords))
+        return GetMsg(Msg::WrongSetupSource);
     const std::string language = arguments.ValueOf("--language");
     if (arguments.Has("--language") && FindSetupLanguage(language) == nullptr)
         return GetMsg(Msg::WrongSetupLanguage, {language});
@@ -178,7 +176,8 @@ bool SetUpEditor(Run& run)
         choice.SetLanguage(*FindSetupLanguage(arguments.ValueOf("--language")));
     if (!WantsSetup(session))
         return false;
-    const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
+    const auto progress =
+        session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::SetupInstalling));
     TrleFinder finder{session};
     if (!choice.Install(*progress) || !finder.Take(choice.Installed()) || !finder.Accept())
         return false;
@@ -193,7 +192,7 @@ std::string WrongEditor(Run& run)
         return WrongEditorSetup(run.arguments);
     for (const std::string_view option : {"--zip", "--folder", "--to", "--language"})
         if (run.arguments.Has(option))
-            return GetMsg(Msg::WrongOptionHere, {option, words.front()});
+            return GetMsg(Msg::WrongSetupOption, {option});
     for (const auto& [verb, count] : editorVerbs)
         if (words.front() == verb)
             return words.size() == count ? std::string{} : GetMsg(Msg::WrongEditorCount);

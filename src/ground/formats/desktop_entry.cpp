@@ -21,13 +21,13 @@ std::string EntryValue(std::string_view text)
             value += "\\\\";
             break;
         case '\n':
-            value += "\\n";
+            value += "\\n"; // not shown
             break;
         case '\r':
-            value += "\\r";
+            value += "\\r"; // not shown
             break;
         case '\t':
-            value += "\\t";
+            value += "\\t"; // not shown
             break;
         default:
             value += letter;

@@ -17,6 +17,8 @@ inline constexpr Message KeysEditor{"(find) an array of objects with `folder`, `
 inline constexpr Message WrongEditorWord{"'~1' is neither find nor setup, compare, compile, restore."};
 inline constexpr Message WrongEditorCount{"compare takes two folders, compile one .tom file, find and restore nothing."};
 inline constexpr Message EditorUnread{"This file could not be read, so nobody knows whether it is equal: "};
+inline constexpr Message WrongSetupSource{"setup takes either --zip with one or more files, or --folder with one."};
+inline constexpr Message WrongSetupOption{"The option '~1' goes with setup alone."};
 inline constexpr Message WrongSetupLanguage{"'~1' is no language of the setup. There are: english, italian, french, german, spanish, russian."};
 inline constexpr Message EditorWhole{"whole"};
 inline constexpr Message EditorNotFound{"No Level Editor was found: the preferences name no folder, and no registry of a Wine prefix here does. If you have one, say where it is: kestrovactl setup --trle DIR"};

@@ -10,7 +10,7 @@ namespace kestrova::OnDisk
 
 inline constexpr std::string_view SetupList = "\\list.txt";
 inline constexpr std::string_view SetupListPrefix = "trle/";
-inline constexpr std::string_view SetupMaker = "Core Design";
+inline constexpr std::string_view SetupMaker = "Core Design"; // not shown
 inline constexpr std::string_view SetupUnpacked = "unpacked";
 inline constexpr std::string_view SetupLoadBmp = "\\load.bmp";
 inline constexpr std::string_view PatJpg = "*.jpg";
@@ -21,7 +21,7 @@ inline constexpr std::string_view DirManual = "\\manual";
 inline constexpr std::string_view SetupManualFolder = "manual/";
 inline constexpr std::string_view RoomEditor = "\\winroomedit.exe";
 inline constexpr std::string_view FragConverter = "\\tom2pc.exe";
-inline constexpr std::string_view WebLinkMaker = "Core Design.url.tmp";
+inline constexpr std::string_view WebLinkMaker = "Core Design.url.tmp"; // not shown
 inline constexpr std::string_view WebLinkPublisher = "Eidos Interactive.url.tmp"; // not shown
 inline constexpr std::string_view GameSetupWord = "-setup";
 inline constexpr std::string_view FolderApplications = "applications";
