@@ -1,6 +1,7 @@
 #include "editor/compile_one_tom.h"
 
 #include "core/look.h"
+#include "tools/wine_paths.h"
 
 namespace kestrova
 {
@@ -18,10 +19,12 @@ Status CompileOneTom(const Tools& tools, Machine& machine, const TomRun& run,
 {
     if (auto gone = DeleteFile(run.result); !gone)
         return gone;
-    auto done =
-        RunBounded(tools, machine,
-                   {run.compiler, {PathForProgram(run.compiler, run.tom)}, run.trle, run.bounds},
-                   progress, report);
+    auto done = RunBounded(tools, machine,
+                           {run.compiler,
+                            {ShortPathForProgram(tools, run.compiler, run.tom, progress)},
+                            run.trle,
+                            run.bounds},
+                           progress, report);
     if (!done && done.Error().code == ErrorCode::Stopped)
         return done;
     const auto isThere = IsCompiledTom(run.result);

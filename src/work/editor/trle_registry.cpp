@@ -9,6 +9,7 @@
 #include "formats/wine_registry.h"
 #include "tools/program_launch.h"
 #include "tools/run_to_end.h"
+#include "tools/wine_paths.h"
 
 namespace kestrova
 {
@@ -69,7 +70,7 @@ Status RegisterEditor(const Tools& tools, const Folders& folders, const Path& tr
         prefix = known.front();
     }
     const std::string program =
-        PathForPrefix(prefix, ResolvePath(InFolder(trle, OnDisk::RoomEditor)));
+        WindowsPath(prefix, ResolvePath(InFolder(trle, OnDisk::RoomEditor)));
     auto launch =
         LaunchInPrefix(tools, prefix,
                        {std::string{OnDisk::RegistryTool}, "add",

@@ -84,12 +84,4 @@ Path PathInPrefix(const Path& prefix, std::string_view windowsPath)
     return relative ? ResolvePath(drive / *relative) : Path{};
 }
 
-std::string PathForPrefix(const Path& prefix, const Path& path)
-{
-    const Path onC = path.lexically_relative(ResolvePath(prefix / OnDisk::WineDriveC));
-    const bool isOnC = !onC.empty() && *onC.begin() != "..";
-    const std::string drive{isOnC ? OnDisk::WineFirstDrive : OnDisk::WineWholeDisk};
-    return drive + ReplaceAll(isOnC ? '/' + onC.native() : path.native(), "/", "\\");
-}
-
 } // namespace kestrova

@@ -16,7 +16,4 @@ std::vector<Path> KnownPrefixes(const Folders& folders);
 /// Where a path with a drive letter lies; an empty path for what has none, or leads out.
 Path PathInPrefix(const Path& prefix, std::string_view windowsPath);
 
-/// A path as programs of the prefix read it: on its drive C, or else on drive Z, the whole disk.
-std::string PathForPrefix(const Path& prefix, const Path& path);
-
 } // namespace kestrova

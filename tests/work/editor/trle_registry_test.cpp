@@ -2,6 +2,7 @@
 
 #include "editor/find_trle.h"
 #include "editor/wine_prefixes.h"
+#include "tools/wine_paths.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>
@@ -91,8 +92,8 @@ TEST(TrlePathFromRegistry, PathsOfAPrefixComeBackTheSame)
     box.AddPrefix("person/.wine");
     const Path prefix = box / "person/.wine";
     for (const Path& path : {prefix / "drive_c/Core Design/trle", box / "ü b/x.exe"})
-        EXPECT_EQ(PathInPrefix(prefix, PathForPrefix(prefix, path)), path);
-    EXPECT_EQ(PathForPrefix(prefix, prefix / "drive_c/Core Design/trle"), "C:\\Core Design\\trle");
+        EXPECT_EQ(PathInPrefix(prefix, WindowsPath(prefix, path)), path);
+    EXPECT_EQ(WindowsPath(prefix, prefix / "drive_c/Core Design/trle"), "C:\\Core Design\\trle");
 }
 
 } // namespace
