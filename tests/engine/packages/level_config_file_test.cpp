@@ -57,7 +57,7 @@ TEST(LevelConfigFile, IsWrittenWholeOrNotAtAll)
 
     const std::string old = *FormatLevelConfig(Named("old")) + "a long tail";
     const std::string written = *FormatLevelConfig(Named("new"));
-    for (int n = 1;; ++n) {
+    for (int n = 1;; n = NextPoint(n)) {
         ASSERT_LT(n, 30);
         box.Write("work/kestrova.cfg", old);
         box.host.told.clear();

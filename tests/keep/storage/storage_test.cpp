@@ -169,7 +169,7 @@ TEST_F(Storage, StoredTwiceOverItselfChangesNothing)
 TEST_F(Storage, IsTheOldLevelOrTheNewOneWhereverItFails)
 {
     for (const AfterFault after : {AfterFault::Works, AfterFault::Fails})
-        for (int step = 1;; ++step) {
+        for (int step = 1;; step = NextPoint(step)) {
             ASSERT_LT(step, 500);
             World own;
             own.host.AnswerAll(true);
@@ -198,7 +198,7 @@ TEST_F(Storage, IsTheOldLevelOrTheNewOneWhereverItFails)
 
 TEST_F(Storage, ATakenExchangeLeavesOneWholeFolderWhereverItIsKilled)
 {
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         ASSERT_LT(step, 500);
         World own;
         own.host.AnswerAll(true);
@@ -238,7 +238,7 @@ TEST_F(Storage, AHalfExchangeIsEndedOrLeftWhereverALookFails)
 
 TEST_F(Storage, InPlaceNoFileIsLostWhereverItIsKilled)
 {
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         ASSERT_LT(step, 500);
         World own;
         own.host.AnswerAll(true);

@@ -1,7 +1,9 @@
 #include "sandbox/faults.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <sys/wait.h>
@@ -179,7 +181,7 @@ FaultRun WithLookFaultAt(int n, const FaultyWork& work, std::errc error, AfterFa
 void AtEachReadAndLook(const std::function<FaultRun(const FailingRun&)>& once)
 {
     for (const auto withFaultAt : {&WithReadFaultAt, &WithLookFaultAt})
-        for (int step = 1; !::testing::Test::HasFailure(); ++step) {
+        for (int step = 1; !::testing::Test::HasFailure(); step = NextPoint(step)) {
             ASSERT_LT(step, 5000) << "never finished";
             SCOPED_TRACE("failed at step " + std::to_string(step));
             const FaultRun run = once([&](const FaultyWork& work) {
@@ -247,6 +249,20 @@ KillRun WithKillAt(int n, const FaultyWork& work)
     else if (ending != endedKilled && ending != endedTrue && ending != endedFalse)
         ADD_FAILURE() << "the child that was to end at call " << n << " crashed, state " << state;
     return run;
+}
+
+int WalkStride()
+{
+    static const int stride = [] {
+        const char* said = std::getenv("KESTROVA_WALK_STRIDE");
+        return said == nullptr ? 1 : std::max(1, std::atoi(said));
+    }();
+    return stride;
+}
+
+int NextPoint(int point)
+{
+    return point + WalkStride();
 }
 
 void TellPoints(int points, int atLeast)

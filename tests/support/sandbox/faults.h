@@ -42,6 +42,12 @@ struct KillRun {
 /// expectation or a crash in the child is a failure of the running test.
 KillRun WithKillAt(int n, const FaultyWork& work);
 
+/// A walk takes every so many of its points: all of them, or as `KESTROVA_WALK_STRIDE` says, for a
+/// build in which each costs several times as much.
+int WalkStride();
+/// The point of a walk that comes after this one.
+int NextPoint(int point);
+
 /// Prints how many calls a walk came by, one after the other, and expects no fewer than `atLeast`:
 /// a walk that ends at once proves nothing.
 void TellPoints(int points, int atLeast);

@@ -178,7 +178,7 @@ TEST(TomCompile, OneTomFileOfABuildersIsCompiledBesideIt)
 
 TEST(TomCompile, KilledAnywhereTheFolderComesBackAtTheNextStart)
 {
-    for (int step = 1; step < 500; ++step) {
+    for (int step = 1; step < 500; step = NextPoint(step)) {
         TomWorld world;
         world.host.AnswerAll(true);
         const KillRun run = WithKillAt(step, [&] { return world.Compile(); });
@@ -195,7 +195,7 @@ TEST(TomCompile, KilledAnywhereTheFolderComesBackAtTheNextStart)
 
 TEST(TomCompile, FailedAnywhereItIsToldAndTheFolderComesBack)
 {
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         TomWorld world;
         world.host.AnswerAll(true);
         const FaultRun run = WithFaultAt(step, [&] {

@@ -110,7 +110,7 @@ TEST_F(WadLinks, ANameFromOutsideReachesNoOtherFolder)
 
 TEST_F(WadLinks, AFailureLeavesWholeCopiesAlone)
 {
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         std::filesystem::remove_all(box / "level");
         box.Write("level/mill.tom", "mill");
         Result<std::size_t> linked = std::size_t{0};

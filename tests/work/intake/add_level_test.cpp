@@ -159,7 +159,7 @@ TEST_F(AddLevelTest, ARefusedEditLeavesTheLevelAsItWas)
 
 TEST_F(AddLevelTest, AnEditThatFailsAnywhereChangesAllOrNothing)
 {
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         ASSERT_LT(step, 400);
         World own;
         own.host.AnswerAll(true);
@@ -180,7 +180,7 @@ TEST_F(AddLevelTest, AnEditThatFailsAnywhereChangesAllOrNothing)
 TEST_F(AddLevelTest, AnEditThatIsKilledAnywhereIsUndoneOrAcceptedAndLeavesNothing)
 {
     std::map<std::string, int> ends;
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         ASSERT_LT(step, 400);
         World own;
         own.host.AnswerAll(true);
@@ -278,7 +278,7 @@ TEST(AddNestedPackage, StopGivesUpTheWholeLevelWhereverItIsPressed)
 
 TEST_F(AddLevelTest, ALevelIsAddedWholeOrNotAtAllWhereverItFails)
 {
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         ASSERT_LT(step, 900);
         World own;
         own.host.AnswerAll(true);
@@ -309,7 +309,7 @@ TEST_F(AddLevelTest, WhatAKilledRunLeftIsClearedByTheNextStartUnlessItMayBeALeve
 {
     int cleared = 0;
     int offered = 0;
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         ASSERT_LT(step, 900);
         World own;
         own.host.AnswerAll(true);

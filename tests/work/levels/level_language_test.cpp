@@ -225,7 +225,7 @@ TEST(LevelLanguage, SurvivesEveryFailureAndEveryKill)
     int steps = 0;
     for (const LanguageChange change : {LanguageChange::Mine, LanguageChange::Original})
         for (const bool kill : {false, true})
-            for (int n = 1;; ++n) {
+            for (int n = 1;; n = NextPoint(n)) {
                 ASSERT_LT(n, 100);
                 LanguageWorld world;
                 const Files original = world.Snapshot("trle");

@@ -78,7 +78,7 @@ TEST_F(LevelLife, AFolderThatTheListDoesNotKnowIsSetAsideWhole)
 
 TEST_F(LevelLife, SettingAFolderAsideLosesNothingWhereverItFailsOrIsKilled)
 {
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         ASSERT_LT(step, 200);
         bool reached = false;
         for (const bool killed : {false, true}) {
@@ -271,7 +271,7 @@ void CheckNothingLost(const World& box, Session& session, const std::string& cal
 TEST_F(LevelLife, RemovingTheInstalledLevelLosesNothingWhereverItFails)
 {
     for (const AfterFault after : {AfterFault::Works, AfterFault::Fails})
-        for (int step = 1;; ++step) {
+        for (int step = 1;; step = NextPoint(step)) {
             ASSERT_LT(step, 600);
             World own;
             MakePlayedLevel(own);
@@ -294,7 +294,7 @@ TEST_F(LevelLife, RemovingTheInstalledLevelLosesNothingWhereverItFails)
 
 TEST_F(LevelLife, RemovingTheInstalledLevelLosesNothingWhereverItIsKilled)
 {
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         ASSERT_LT(step, 600);
         World own;
         MakePlayedLevel(own);
@@ -315,7 +315,7 @@ TEST_F(LevelLife, RemovingTheInstalledLevelLosesNothingWhereverItIsKilled)
 
 TEST_F(LevelLife, TheOriginalsFolderIsBuiltWholeOrNotAtAll)
 {
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         ASSERT_LT(step, 200);
         World own;
         own.host.AnswerAll(true);

@@ -199,7 +199,7 @@ TEST(UndoEntries, SizesAreRightAfterAKillAnywhere)
     const auto sizesOf = [](const Archive& archive) {
         return std::pair{archive.header.mainFolderSize, archive.header.secondaryFolderSize};
     };
-    for (int step = 1; step < 1000; ++step) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         UndoWorld world;
         world.host.AnswerAll(true);
         world.session.archive.levels[2].extrasSize = 40;
@@ -219,7 +219,7 @@ TEST(UndoEntries, SizesAreRightAfterAKillAnywhere)
             break;
     }
     bool finished = false;
-    for (int step = 1; step < 1000; ++step) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         UndoWorld world;
         const auto bytes = static_cast<std::int32_t>(Pixel(1).size());
         const std::int32_t before = world.session.archive.levels[2].extrasSize;

@@ -44,7 +44,7 @@ TEST(RemovalDoneAgain, KeepsWhatThePlayerMadeMeanwhileAndTakesTheLevelOut)
 
 TEST(RemovalDoneAgain, KilledAnywhereLosesNothingAndCanGoOn)
 {
-    for (int step = 1; step < 2000; ++step) {
+    for (int step = 1; step < 2000; step = NextPoint(step)) {
         UndoWorld world;
         world.host.AnswerAll(true);
         ASSERT_TRUE(RemoveLevel(world.session, world.played, LevelFolders::Remove));

@@ -130,7 +130,7 @@ protected:
 
 TEST_P(SavegameInterruption, KilledAnywhereIsFinishedOrUndoneAtTheNextStart)
 {
-    for (int step = 1; step < 1000; ++step) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         SavesWorld world;
         GetParam().fill(world);
         const auto treasures = world.Treasures();
@@ -147,7 +147,7 @@ TEST_P(SavegameInterruption, KilledAnywhereIsFinishedOrUndoneAtTheNextStart)
 TEST_P(SavegameInterruption, FailedAnywhereIsAnsweredAndLosesNothing)
 {
     for (const AfterFault after_ : {AfterFault::Works, AfterFault::Fails})
-        for (int step = 1;; ++step) {
+        for (int step = 1;; step = NextPoint(step)) {
             SavesWorld world;
             GetParam().fill(world);
             const auto treasures = world.Treasures();
@@ -174,7 +174,7 @@ TEST_P(SavegameInterruption, FailedReadsAndLooksAreAnsweredAndLoseNothing)
     for (const auto& [withFaultAt, stride] :
          {std::pair{&WithReadFaultAt, 7}, std::pair{&WithLookFaultAt, 19}})
         for (const AfterFault after_ : {AfterFault::Works, AfterFault::Fails})
-            for (int step = 1;; step += stride) {
+            for (int step = 1;; step += stride * WalkStride()) {
                 SavesWorld world;
                 GetParam().fill(world);
                 const auto treasures = world.Treasures();
@@ -211,7 +211,7 @@ TEST(SavegameTransfer, KilledOrFailedAnywhereLosesNothing)
     enum class Trouble { Kill, Change, Read, Look };
     for (const bool import : {true, false})
         for (const Trouble trouble : {Trouble::Kill, Trouble::Change, Trouble::Read, Trouble::Look})
-            for (int step = 1;; ++step) {
+            for (int step = 1;; step = NextPoint(step)) {
                 SavesWorld world;
                 Fill(world);
                 world.Write("out/savegame.3", SavegameBytes("of another level", 2));
@@ -247,7 +247,7 @@ TEST(SavegameTransfer, KilledOrFailedAnywhereLosesNothing)
 
 TEST(SavegameRecovery, IsItselfFinishedWhereverItIsKilled)
 {
-    for (int step = 1; step < 500; ++step) {
+    for (int step = 1; step < 500; step = NextPoint(step)) {
         SavesWorld world;
         RestoreHalf(world);
         const auto treasures = world.Treasures();
@@ -265,7 +265,7 @@ TEST(SavegameRecovery, IsItselfFinishedWhereverItIsKilled)
 
 TEST(SavegameRecovery, LeavesWhatTheGameWroteSince)
 {
-    for (int step = 1; step < 500; ++step) {
+    for (int step = 1; step < 500; step = NextPoint(step)) {
         SavesWorld world;
         Fill(world);
         const auto treasures = world.Treasures();

@@ -83,7 +83,7 @@ TEST(RefreshFullBackup, IsTheOldOrTheNewBackupWhereverItIsStopped)
         world.Write("trle/Audio/000.wav", "wave");
         world.Write("trle/Script.dat", "patched script");
     };
-    for (int step = 1; step < 2000; ++step) {
+    for (int step = 1; step < 2000; step = NextPoint(step)) {
         SwapWorld world;
         prepare(world);
         const auto old = world.Snapshot("home/backup_trle");
@@ -101,7 +101,7 @@ TEST(RefreshFullBackup, IsTheOldOrTheNewBackupWhereverItIsStopped)
         if (!run.killed || HasFailure())
             break;
     }
-    for (int step = 1; step < 2000; ++step) {
+    for (int step = 1; step < 2000; step = NextPoint(step)) {
         SwapWorld world;
         prepare(world);
         const auto old = world.Snapshot("home/backup_trle");

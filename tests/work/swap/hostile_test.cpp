@@ -53,7 +53,7 @@ bool BeginFullRestore(SwapWorld& world)
 /// Kills a piece of work everywhere, lets the player save over everything, starts again.
 void KillThenPlay(bool (*work)(SwapWorld&))
 {
-    for (int step = 1; step < 500; ++step) {
+    for (int step = 1; step < 500; step = NextPoint(step)) {
         SwapWorld world;
         world.host.AnswerAll(true);
         world.PlayFirst();

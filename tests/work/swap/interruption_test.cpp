@@ -103,7 +103,7 @@ class Interruption : public ::testing::TestWithParam<Work>
 
 TEST_P(Interruption, KilledAnywhereIsMendedAtTheNextStart)
 {
-    for (int step = 1; step < 2000; ++step) {
+    for (int step = 1; step < 2000; step = NextPoint(step)) {
         SwapWorld world;
         world.host.AnswerAll(true);
         GetParam().prepare(world);
@@ -120,7 +120,7 @@ TEST_P(Interruption, KilledAnywhereIsMendedAtTheNextStart)
 TEST_P(Interruption, FailedAnywhereIsToldAndLosesNothing)
 {
     for (const AfterFault after : {AfterFault::Works, AfterFault::Fails})
-        for (int step = 1;; ++step) {
+        for (int step = 1;; step = NextPoint(step)) {
             SwapWorld world;
             world.host.AnswerAll(true);
             GetParam().prepare(world);
@@ -147,7 +147,7 @@ TEST_P(Interruption, FailedReadsAndLooksAreToldAndLoseNothing)
     for (const auto& [withFaultAt, stride] :
          {std::pair{&WithReadFaultAt, 5}, std::pair{&WithLookFaultAt, 23}})
         for (const AfterFault after : {AfterFault::Works, AfterFault::Fails})
-            for (int step = 1;; step += stride) {
+            for (int step = 1;; step += stride * WalkStride()) {
                 SwapWorld world;
                 world.host.AnswerAll(true);
                 GetParam().prepare(world);
@@ -172,7 +172,7 @@ INSTANTIATE_TEST_SUITE_P(Swap, Interruption, ::testing::ValuesIn(works),
 TEST(Recovery, IsItselfMendedWhereverItIsKilled)
 {
     // A swap that ended in the middle of its copies, and recoveries that end everywhere.
-    for (int step = 1; step < 500; ++step) {
+    for (int step = 1; step < 500; step = NextPoint(step)) {
         SwapWorld world;
         world.host.AnswerAll(true);
         world.PlayFirst();
@@ -197,7 +197,7 @@ TEST(Recovery, LosesNothingWhereverItCannotReadOrLook)
     for (const auto& [withFaultAt, stride] :
          {std::pair{&WithReadFaultAt, 3}, std::pair{&WithLookFaultAt, 7}})
         for (const int calls : {30, 45, 70, 100})
-            for (int step = 1;; step += stride) {
+            for (int step = 1;; step += stride * WalkStride()) {
                 SwapWorld world;
                 world.host.AnswerAll(true);
                 world.PlayFirst();

@@ -99,7 +99,7 @@ TEST(LentFolder, ComesBackAsItWas)
 
 TEST(LentFolder, KilledAnywhereItComesBackAtTheNextStart)
 {
-    for (int step = 1; step < 500; ++step) {
+    for (int step = 1; step < 500; step = NextPoint(step)) {
         LoanWorld world;
         world.host.AnswerAll(true);
         const KillRun run = WithKillAt(step, [&] { return world.Lend(); });
@@ -118,7 +118,7 @@ TEST(LentFolder, KilledAnywhereItComesBackAtTheNextStart)
 TEST(LentFolder, FailedAnywhereItComesBack)
 {
     for (const AfterFault after : {AfterFault::Works, AfterFault::Fails})
-        for (int step = 1;; ++step) {
+        for (int step = 1;; step = NextPoint(step)) {
             LoanWorld world;
             world.host.AnswerAll(true);
             const FaultRun run = WithFaultAt(
@@ -137,7 +137,7 @@ TEST(LentFolder, FailedAnywhereItComesBack)
 
 TEST(LentFolder, TheReturnIsItselfMendedWhereverItIsKilled)
 {
-    for (int step = 1; step < 500; ++step) {
+    for (int step = 1; step < 500; step = NextPoint(step)) {
         LoanWorld world;
         world.host.AnswerAll(true);
         constexpr int amidTheCopies = 45;

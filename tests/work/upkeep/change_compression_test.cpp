@@ -194,7 +194,7 @@ TEST_F(Compression, EveryLevelStaysReadableWhereverItIsKilledOrTheDiskFails)
             return Change(compress);
         };
         bool reached = true;
-        for (int n = 1; reached; ++n) {
+        for (int n = 1; reached; n = NextPoint(n)) {
             again();
             const KillRun killed = WithKillAt(n, work);
             EXPECT_EQ(Read(), content) << "killed at " << n << ": " << killed.call;
