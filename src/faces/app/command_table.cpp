@@ -18,6 +18,7 @@
 #include "app/swap_commands.h"
 #include "app/undo_commands.h"
 #include "app/upkeep_commands.h"
+#include "app/wads_commands.h"
 #include "words/menus.h"
 
 #include <algorithm>
@@ -44,23 +45,15 @@ struct CommandGroup {
 std::vector<CommandGroup> Groups()
 {
     return {
-        {SetupCommands(), HelpTag::Beginning},
-        {ArchiveCommands(), HelpTag::Archives},
-        {LookCommands(), HelpTag::Levels},
-        {IntakeCommands(), HelpTag::NewLevel},
-        {LevelCommands(), HelpTag::Levels},
-        {ConfigCommands(), HelpTag::ConfigFile},
-        {EditorCommands(), HelpTag::CompileTom},
-        {UpkeepCommands(), HelpTag::Maintenance},
-        {SwapCommands(), HelpTag::Playing},
-        {SavesCommands(), HelpTag::Savegames},
-        {HistoryCommands(), HelpTag::History},
-        {UndoCommands(), HelpTag::Undo},
-        {ShotsCommands(), HelpTag::Shots},
-        {OnlineCommands(), HelpTag::Addresses},
-        {SetCommands(), HelpTag::Settings},
-        {AudioCommands(), HelpTag::Audio},
-        {PublishCommands(), HelpTag::PublishOverview},
+        {SetupCommands(), HelpTag::Beginning},    {ArchiveCommands(), HelpTag::Archives},
+        {LookCommands(), HelpTag::Levels},        {IntakeCommands(), HelpTag::NewLevel},
+        {LevelCommands(), HelpTag::Levels},       {ConfigCommands(), HelpTag::ConfigFile},
+        {EditorCommands(), HelpTag::CompileTom},  {WadsCommands(), HelpTag::ImportWads},
+        {UpkeepCommands(), HelpTag::Maintenance}, {SwapCommands(), HelpTag::Playing},
+        {SavesCommands(), HelpTag::Savegames},    {HistoryCommands(), HelpTag::History},
+        {UndoCommands(), HelpTag::Undo},          {ShotsCommands(), HelpTag::Shots},
+        {OnlineCommands(), HelpTag::Addresses},   {SetCommands(), HelpTag::Settings},
+        {AudioCommands(), HelpTag::Audio},        {PublishCommands(), HelpTag::PublishOverview},
         {HelpCommands(), HelpTag::Problems},
     };
 }
@@ -137,10 +130,15 @@ std::vector<OptionRow> AllOptions()
 {
     std::vector<OptionRow> options{std::begin(commonOptions), std::end(commonOptions)};
     for (const CommandRow& row : CommandTable())
-        for (const OptionRow& option : row.terminal.options)
-            if (std::none_of(options.begin(), options.end(),
-                             [&](const OptionRow& known) { return known.name == option.name; }))
+        for (const OptionRow& option : row.terminal.options) {
+            const auto known =
+                std::find_if(options.begin(), options.end(),
+                             [&](const OptionRow& other) { return other.name == option.name; });
+            if (known == options.end())
                 options.push_back(option);
+            else // which command may repeat it is looked at when the command is known
+                known->repeats = known->repeats || option.repeats;
+        }
     return options;
 }
 

@@ -38,6 +38,7 @@ constexpr HelpPlace places[] = {
     {"Dialog_Restore", HelpTag::Originals},
     {"Dialog_SavegameHistory", HelpTag::History},
     {"Page_Originals", HelpTag::OriginalsHistory},
+    {"Dialog_PrintPreview", HelpTag::ImportWads},
     {"Dialog_ScambiaNomi", HelpTag::ImportWads},
     {"Dialog_ScreenShot", HelpTag::ShotWindow},
     {"Dialog_SetMp3", HelpTag::KeepMp3},

@@ -43,9 +43,12 @@ std::string WrongOptions(const CommandRow& first, const Run& run)
     };
     if (emptyPlace("--home"))
         return GetMsg(Msg::WrongValueMissing, {"--home"});
-    for (const OptionRow& option : first.terminal.options)
+    for (const OptionRow& option : first.terminal.options) {
         if (option.isPlace && emptyPlace(option.name))
             return GetMsg(Msg::WrongValueMissing, {option.name});
+        if (!option.repeats && arguments.ValuesOf(option.name).size() > 1)
+            return GetMsg(Msg::WrongTwice, {option.name});
+    }
     return {};
 }
 

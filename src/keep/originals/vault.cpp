@@ -96,7 +96,7 @@ Result<VaultList> ReadVault(const Folders& folders)
 
 /// A place of the vault that holds the file's content already, or the next free one.
 Result<Path> PlaceInVault(const Folders& folders, const Path& relative, const Path& file,
-                          bool& held)
+                          bool& held, const Heartbeat& beat)
 {
     const Path plain = VaultFolder(folders) / relative;
     const auto nameOf = [&](int number) {
@@ -105,7 +105,7 @@ Result<Path> PlaceInVault(const Folders& folders, const Path& relative, const Pa
     auto free = FirstFree(nameOf);
     held = false;
     for (int number = 1; free && nameOf(number) != *free; ++number)
-        if (SameContent(nameOf(number), file)) {
+        if (SameContent(nameOf(number), file, beat)) {
             held = true;
             return nameOf(number);
         }
@@ -120,12 +120,14 @@ int LastNumber(const VaultList& list)
     return last;
 }
 
+/// What may be passed over.
+enum class HeldBy { Vault, VaultOrBackup };
+
 /// For more files than these one flush of the whole file system is cheaper than one for each.
 constexpr std::size_t flushedSingly = 2;
 
-} // namespace
-
-Keeping KeepOriginals(Machine& machine, const Folders& folders, const std::vector<Path>& relatives)
+Keeping KeepFiles(Machine& machine, const Folders& folders, const Path& root,
+                  const std::vector<Path>& relatives, HeldBy heldBy, const Heartbeat& beat)
 {
     Keeping keeping;
     std::vector<KeptFile> fresh;
@@ -135,24 +137,35 @@ Keeping KeepOriginals(Machine& machine, const Folders& folders, const std::vecto
         keeping.failed.push_back(relative);
     };
     const bool singly = relatives.size() <= flushedSingly;
+    CopyOptions options{Verify::Content, singly, singly, {}};
+    if (beat)
+        options.progress = [&](std::uint64_t) { return beat(); };
     for (const Path& relative : relatives) {
-        const Path file = ResolvePath(folders.trle / relative);
+        if (beat && !beat()) {
+            fail(relative, MakeFailure(ErrorCode::Stopped, {}));
+            continue;
+        }
+        const Path file = ResolvePath(root / relative);
         const auto facts = LookAt(file);
         if (!facts) {
             fail(relative, facts.Error());
             continue;
         }
         if (facts->kind != platform::FileKind::File ||
-            SameContent(file, ResolvePath(folders.Backup() / relative)))
+            (heldBy == HeldBy::VaultOrBackup &&
+             SameContent(file, ResolvePath(folders.Backup() / relative))))
             continue;
         bool held = false;
-        const auto place = PlaceInVault(folders, relative, file, held);
+        const auto place = PlaceInVault(folders, relative, file, held, beat);
+        if (place)
+            keeping.contents.emplace(relative, *place);
         if (held)
             continue;
         Status kept = place ? MakeFolders(place->parent_path()) : place.Error();
         if (kept)
-            kept = CopyFileOver(file, *place, {Verify::Content, singly, singly, {}});
+            kept = CopyFileOver(file, *place, options);
         if (!kept) {
+            keeping.contents.erase(relative);
             fail(relative, kept.Error());
             continue;
         }
@@ -186,13 +199,28 @@ Keeping KeepOriginals(Machine& machine, const Folders& folders, const std::vecto
         noted = WriteWholeFile(VaultIndex(folders), text);
     }
     if (!noted) { // what is not on the disk and not listed is not kept
-        for (const Path& relative : keeping.kept)
+        for (const Path& relative : keeping.kept) {
+            keeping.contents.erase(relative);
             fail(relative, noted.Error());
+        }
         for (const KeptFile& entry : fresh)
             (void)platform::Unlink(entry.content); // an unlisted copy does no harm
         keeping.kept.clear();
     }
     return keeping;
+}
+
+} // namespace
+
+Keeping KeepOriginals(Machine& machine, const Folders& folders, const std::vector<Path>& relatives)
+{
+    return KeepFiles(machine, folders, folders.trle, relatives, HeldBy::VaultOrBackup, {});
+}
+
+Keeping KeepReplaced(Machine& machine, const Folders& folders, const Path& root,
+                     const std::vector<Path>& relatives, const Heartbeat& beat)
+{
+    return KeepFiles(machine, folders, root, relatives, HeldBy::Vault, beat);
 }
 
 Status KeepOriginal(Machine& machine, const Folders& folders, const Path& relative)

@@ -3,6 +3,8 @@
 #include "session/folders.h"
 #include "session/machine.h"
 
+#include <map>
+
 /// The vault `history/originals`: files of the Level Editor's folder that were about to be replaced
 /// or deleted and whose content nothing else holds, originals that no backup has and what a
 /// designer compiled over a level's file. `history/originals.jsonl` lists them, newest last.
@@ -21,13 +23,19 @@ struct KeptFile {
 
 /// What became of files that were to be kept.
 struct Keeping {
-    std::vector<Path> kept;   ///< newly kept
-    std::vector<Path> failed; ///< stand where they are and must stay there
-    Failure failure;          ///< the first
+    std::vector<Path> kept;        ///< newly kept
+    std::vector<Path> failed;      ///< stand where they are and must stay there
+    Failure failure;               ///< the first
+    std::map<Path, Path> contents; ///< of each that the vault holds now: where its content lies
 };
 /// Keeps files of the Level Editor's folder, read back and flushed. Passed over: what is no file,
 /// what the backup holds, what the vault holds already.
 Keeping KeepOriginals(Machine& machine, const Folders& folders, const std::vector<Path>& relatives);
+/// The same of files that are replaced in the Level Editor's folder and in its backup alike, so
+/// that none is passed over because the backup holds it. `root`: either of both. What is not kept
+/// yet when the heartbeat stops it has failed.
+Keeping KeepReplaced(Machine& machine, const Folders& folders, const Path& root,
+                     const std::vector<Path>& relatives, const Heartbeat& beat = {});
 /// The same for one file.
 Status KeepOriginal(Machine& machine, const Folders& folders, const Path& relative);
 

@@ -19,6 +19,17 @@ inline constexpr std::string_view TomEnding = ".tom";
 inline constexpr std::string_view WadEnding = ".wad";
 inline constexpr std::string_view Tr4Ending = ".tr4";
 
+inline constexpr std::string_view PrjEnding = ".prj";
+inline constexpr std::string_view TgaEnding = ".tga";
+inline constexpr std::string_view TxtEnding = ".txt";
+inline constexpr std::string_view HeaderEnding = ".h";
+inline constexpr std::string_view EnglishStem = "english";
+inline constexpr std::string_view SoundsTxt = "sounds.txt";
+inline constexpr std::string_view DirMaps = "\\maps";
+inline constexpr std::string_view DirLevelSfx = "\\Sound\\LevelSfx Creator";
+inline constexpr std::string_view DirImportTemp = "\\temp";
+inline constexpr std::string_view DirScriptTemp = "\\_temp_script";
+
 /// Documents of a level, by kind; a readme among them tells what the level needs.
 inline constexpr std::string_view DocumentPatterns = "*.txt|*.doc|*.htm|*.html|*.rtf";
 inline constexpr std::string_view SystemRegistry = "system.reg";

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "editor/wad_windows.h"
+
 #include <functional>
 
 /// Windows that a step of a level's intake asks for.
@@ -17,6 +19,8 @@ struct IntakeWindows {
     std::function<bool(TomAssistant& assistant)> assistant{};
     /// A person compiles by hand what the lent folder holds, until it is done or given up.
     std::function<void(TomCompile& compile)> compile{};
+    /// Of the wad packages that a level asks for.
+    WadWindows wads{};
 };
 
 } // namespace kestrova

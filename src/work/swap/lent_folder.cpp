@@ -22,15 +22,6 @@ bool LoanUnfinished(Host& host, const Failure& failure)
     return false;
 }
 
-/// The folder that was lent, wherever it is now; empty when it is not there.
-Path FindLent(const Session& session, const FolderMark& mark, const Whereabouts& said)
-{
-    for (const Path& folder : {FolderFromText(mark.path), session.TrleFolder(), said.trle})
-        if (!folder.empty() && HasMark(folder, mark).ValueOr(false))
-            return folder;
-    return {};
-}
-
 bool GiveUpLent(Session& session, const LoanNote& note, const Whereabouts& said)
 {
     if (!said.letGo) {
@@ -58,6 +49,22 @@ bool BringBackIn(Session& session, const Path& folder, const LoanNote& note)
 
 } // namespace
 
+Path FindMarked(const Session& session, const FolderMark& mark, const Whereabouts& said)
+{
+    for (const Path& folder : {FolderFromText(mark.path), session.TrleFolder(), said.trle})
+        if (!folder.empty() && HasMark(folder, mark).ValueOr(false))
+            return folder;
+    return {};
+}
+
+bool HoldMarked(Session& session, const Path& folder)
+{
+    const auto held = session.locks.Hold(folder);
+    if (!held)
+        TellFailure(session.host, GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), held.Error());
+    return static_cast<bool>(held);
+}
+
 bool BringLentFolderBack(Session& session, const Whereabouts& said)
 {
     const auto note = ReadLoanNote(session.Folders());
@@ -73,13 +80,11 @@ bool BringLentFolderBack(Session& session, const Whereabouts& said)
     if (!*note)
         return true;
     const Operation running{session};
-    const Path folder = FindLent(session, (*note)->folder, said);
+    const Path folder = FindMarked(session, (*note)->folder, said);
     if (folder.empty())
         return GiveUpLent(session, **note, said);
-    if (const auto held = session.locks.Hold(folder); !held) {
-        TellFailure(session.host, GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), held.Error());
+    if (!HoldMarked(session, folder))
         return false;
-    }
     const bool isBack = BringBackIn(session, folder, **note);
     if (folder != session.TrleFolder())
         session.locks.Release(folder);

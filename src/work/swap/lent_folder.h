@@ -5,6 +5,13 @@
 namespace kestrova
 {
 
+/// The Level Editor's folder of that mark, wherever it is now; empty when it is not there.
+Path FindMarked(const Session& session, const FolderMark& mark, const Whereabouts& said);
+
+/// True when the folder is held for writing; told when somebody else has it. Whoever asked lets one
+/// that is not the session's own go again.
+bool HoldMarked(Session& session, const Path& folder);
+
 /// The Level Editor's folder that a killed compilation had lent comes back as it was; says so.
 /// Without one nothing is done. False, with words, when it could not, and nobody may work on the
 /// folder. One that is not there keeps waiting, and holds up nothing.

@@ -9,6 +9,7 @@
 #include "history/swap_journal_file.h"
 #include "originals/backup_folders.h"
 #include "originals/folder_loan.h"
+#include "originals/import_return.h"
 #include "session/operation.h"
 #include "session/telling.h"
 #include "swap/folder_guard.h"
@@ -18,9 +19,11 @@
 #include "swap/restore_steps.h"
 #include "swap/return_to_original.h"
 #include "swap/told_leftovers.h"
+#include "swap/unfinished_import.h"
 #include "swap/waiting_in_trle.h"
 #include "words/originals.h"
 #include "words/restore.h"
+#include "words/wads.h"
 
 #include <algorithm>
 
@@ -161,7 +164,8 @@ bool FinishSavegames(Session& session)
 bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
 {
     if (!DoneOrTold(session.host, SettleBackupFolders(session.Folders())) ||
-        !BringLentFolderBack(session, said) || !FinishSavegames(session))
+        !BringLentFolderBack(session, said) || !TakeImportBack(session, said) ||
+        !FinishSavegames(session))
         return false;
     const auto found = ReadJournal(session.Folders());
     if (!found)
@@ -214,6 +218,8 @@ std::string InterruptedWork(const Folders& folders, const Archive& archive)
         return GetMsg(Msg::WaitingSwap);
     if (LoanWaits(folders))
         return GetMsg(Msg::WaitingLoan);
+    if (ImportWaits(folders))
+        return GetMsg(Msg::WaitingImport);
     if (ChangeWaits(folders))
         return GetMsg(SavegameMoveWaitsIn(folders) ? Msg::WaitingSavegames : Msg::WaitingChange);
     return BackupFoldersWait(folders) ? GetMsg(Msg::WaitingBackup) : std::string{};

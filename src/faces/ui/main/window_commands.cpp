@@ -9,6 +9,7 @@
 #include "online/config_database.h"
 #include "session/operation.h"
 #include "shots/shot_commands.h"
+#include "ui/dialogs/dialog_add_wads.h"
 #include "ui/dialogs/dialog_author.h"
 #include "ui/dialogs/dialog_compare_trle.h"
 #include "ui/dialogs/dialog_convert_audio.h"
@@ -70,6 +71,7 @@ const WindowCommands::Opens WindowCommands::windows[] = {
      [](WindowCommands& at) { CompareTrleDialog(at.session_, &at.window_).exec(); }},
     {"mnu_InstallTrleFolder", [](WindowCommands& at) { at.SetUpEditor(SetupFrom::Folder); }},
     {"mnu_InstallComprTrle", [](WindowCommands& at) { at.SetUpEditor(SetupFrom::Zips); }},
+    {"mnu_ImportWads", [](WindowCommands& at) { ShowAddWads(at.session_, &at.window_); }},
     {"mnu_About", [](WindowCommands& at) { AboutDialog(&at.window_).exec(); }},
 };
 

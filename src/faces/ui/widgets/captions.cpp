@@ -9,6 +9,7 @@
 #include "words/ui_dialogs.h"
 #include "words/ui_main.h"
 #include "words/ui_shared.h"
+#include "words/wads_window.h"
 #include "words/wizard.h"
 
 #include <QAbstractButton>

@@ -1,0 +1,259 @@
+#include "ui/dialogs/dialog_add_wads.h"
+
+#include "session/documents.h"
+#include "session/operation.h"
+#include "session/telling.h"
+#include "ui/dialogs/dialog_scambia_nomi.h"
+#include "ui/dialogs/dialogs_small.h"
+#include "ui/dialogs/help_desk.h"
+#include "ui/widgets/captions.h"
+#include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/list_parts.h"
+#include "ui/widgets/print_text.h"
+#include "ui/widgets/qt_text.h"
+#include "words/intake.h"
+#include "words/wads_window.h"
+
+#include <QDragEnterEvent>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace kestrova
+{
+
+namespace
+{
+
+constexpr QSize addWadsSize{680, 560};
+
+/// A list with its caption above it.
+QWidget* Captioned(QWidget* list, const char* name)
+{
+    auto* part = new QWidget;
+    auto* label = new QLabel(part);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setBuddy(list);
+    auto* column = new QVBoxLayout(part);
+    column->setContentsMargins({});
+    column->addWidget(label);
+    column->addWidget(list, 1);
+    return part;
+}
+
+} // namespace
+
+AddWadsDialog::AddWadsDialog(Session& session, QWidget* parent)
+    : QDialog(parent), session_(session), files_(new QTreeWidget(this)),
+      hint_(new QLabel(files_->viewport())), report_(new QPlainTextEdit(this)),
+      info_(new QLabel(this)), bar_(new QProgressBar(this)), stop_(NamedButton(this, "Pul_Stop")),
+      import_(NamedButton(this, "Pul_Import")), cancel_(NamedButton(this, "Pul_Cancel")),
+      progress_(*info_, *bar_, *stop_), wads_(session, progress_)
+{
+    setObjectName(QStringLiteral("Dialog_AddWads"));
+    setAcceptDrops(true);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(MakeLists(), 1);
+    column->addLayout(MakeProgress());
+    column->addLayout(MakeButtons());
+    SetCaptions(*this);
+    progress_.End();
+    ResizeToFit(*this, addWadsSize);
+    ShowState();
+}
+
+QWidget* AddWadsDialog::MakeLists()
+{
+    MakeFileList(*files_, Msg::AddWadsListName,
+                 {Words(Msg::AddWadsColumnFile), Words(Msg::AddWadsColumnSize)});
+    PutHint(*files_, *hint_);
+    hint_->setText(Words(Msg::AddWadsHint));
+    connect(files_, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
+        const auto row = static_cast<std::size_t>(files_->indexOfTopLevelItem(item));
+        const Path file = row < wads_.Files().size() ? wads_.Files()[row] : Path{};
+        Run([&] {
+            const auto opened = OpenOfLevel(session_.host, session_.machine, file);
+            if (!opened && opened.Error().code != ErrorCode::Stopped)
+                TellFailure(session_.host, GetMsg(Msg::FileNotOpened, {TextOf(file.filename())}),
+                            opened.Error());
+        });
+    });
+    report_->setObjectName(QStringLiteral("Text_Prospetto"));
+    report_->setReadOnly(true);
+    report_->setTabChangesFocus(true);
+    report_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    report_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    auto* parts = new QSplitter(Qt::Vertical, this);
+    parts->setChildrenCollapsible(false);
+    parts->addWidget(Captioned(files_, "Label_FilesOf"));
+    parts->addWidget(Captioned(report_, "Label_ReportOf"));
+    return parts;
+}
+
+QLayout* AddWadsDialog::MakeProgress()
+{
+    info_->setObjectName(QStringLiteral("Label_Info"));
+    info_->setTextFormat(Qt::PlainText);
+    info_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    bar_->setObjectName(QStringLiteral("ProgressBar1"));
+    bar_->setTextVisible(false);
+    stop_->setAutoDefault(false);
+    auto* row = new QHBoxLayout;
+    row->addWidget(info_, 1);
+    row->addWidget(bar_);
+    row->addWidget(stop_);
+    return row;
+}
+
+QLayout* AddWadsDialog::MakeButtons()
+{
+    auto* help = HelpButton(this);
+    auto* file = NamedButton(this, "Pul_AddFile");
+    auto* folder = NamedButton(this, "Pul_AddFolder");
+    auto* print = NamedButton(this, "Pul_Print");
+    auto* row = new QHBoxLayout;
+    row->addWidget(help);
+    row->addStretch();
+    for (QPushButton* button : {help, file, folder, print, import_, cancel_})
+        button->setAutoDefault(false);
+    for (QPushButton* button : {file, folder, import_, print, cancel_})
+        row->addWidget(button);
+    connect(file, &QPushButton::clicked, this,
+            [this] { Run([this] { AddChosenWadFile(wads_); }); });
+    connect(folder, &QPushButton::clicked, this,
+            [this] { Run([this] { AddChosenWadFolder(wads_); }); });
+    connect(import_, &QPushButton::clicked, this, &AddWadsDialog::Import);
+    connect(print, &QPushButton::clicked, this, &AddWadsDialog::Print);
+    connect(cancel_, &QPushButton::clicked, this, &AddWadsDialog::reject);
+    return row;
+}
+
+bool AddWadsDialog::Ready()
+{
+    bool ready = false;
+    Run([&] { ready = PrepareWadImport(wads_, {}); });
+    return ready;
+}
+
+bool AddWadsDialog::RunWith(const Path& package)
+{
+    QTimer::singleShot(0, this, [this, package] {
+        progress_.Begin();
+        if (PrepareWadImport(wads_, package)) {
+            ShowState();
+            wads_.Run([this](const std::string& original) { return AskName(original); });
+        }
+        progress_.End();
+        ShowState();
+        QDialog::reject();
+    });
+    exec();
+    return wads_.IsDone();
+}
+
+void AddWadsDialog::Run(const std::function<void()>& work)
+{
+    if (session_.runningOperations > 0)
+        return;
+    {
+        const Operation operation{session_};
+        progress_.Begin();
+        work();
+        progress_.End();
+    }
+    ShowState();
+}
+
+void AddWadsDialog::Import()
+{
+    Run([this] { wads_.Run([this](const std::string& original) { return AskName(original); }); });
+    (wads_.IsDone() ? cancel_ : import_)->setFocus();
+}
+
+std::string AddWadsDialog::AskName(const std::string& original)
+{
+    ScambiaNomiDialog dialog{session_.host, original, this};
+    dialog.exec();
+    return dialog.Name();
+}
+
+void AddWadsDialog::Print()
+{
+    if (report_->document()->isEmpty())
+        return session_.host.Tell(Tone::Error, GetMsg(Msg::NoTextToPrint));
+    PreviewAndPrint(Words(Msg::PrintTitle), report_->toPlainText(), this);
+}
+
+void AddWadsDialog::ShowState()
+{
+    files_->clear();
+    QList<QTreeWidgetItem*> items;
+    for (const Path& file : wads_.Files()) {
+        const QString name = ToQt(TextOf(file.filename()));
+        auto* item =
+            new QTreeWidgetItem({name, ToQt(FormatSize(static_cast<double>(FileSize(file))))});
+        item->setToolTip(fileNameColumn, name);
+        item->setTextAlignment(fileSizeColumn, Qt::AlignRight | Qt::AlignVCenter);
+        items.append(item);
+    }
+    files_->addTopLevelItems(items);
+    hint_->setVisible(items.isEmpty());
+    import_->setEnabled(!items.isEmpty());
+    const QString caption = Words(Msg::AddWadsClose);
+    if (wads_.IsDone() && cancel_->accessibleName() != caption) {
+        cancel_->setText(QLatin1Char('&') + caption);
+        cancel_->setAccessibleName(caption);
+    }
+    report_->setPlainText(ToQt(wads_.Report()));
+    report_->verticalScrollBar()->setValue(report_->verticalScrollBar()->maximum());
+}
+
+void AddWadsDialog::reject()
+{
+    if (session_.runningOperations > 0)
+        return;
+    const bool dropsFiles = !wads_.IsDone() && !wads_.Files().empty();
+    if (!dropsFiles || session_.host.AskYesNo(GetMsg(Msg::AskDropPackage)))
+        QDialog::reject();
+}
+
+void AddWadsDialog::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (session_.runningOperations == 0 && !DraggedPaths(*event->mimeData()).empty())
+        event->acceptProposedAction();
+}
+
+void AddWadsDialog::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    // Whoever dragged it must not wait for the work.
+    QTimer::singleShot(0, this, [this, paths = DraggedPaths(*event->mimeData())] {
+        Run([&] { AddWadSources(wads_, paths); });
+    });
+}
+
+void ShowAddWads(Session& session, QWidget* parent)
+{
+    AddWadsDialog dialog{session, parent};
+    if (dialog.Ready())
+        dialog.exec();
+}
+
+WadWindows WadWindowsOver(Session& session, QWidget* parent)
+{
+    WadWindows windows;
+    windows.show = [&session, parent](const Path& package) {
+        return AddWadsDialog(session, parent).RunWith(package);
+    };
+    return windows;
+}
+
+} // namespace kestrova

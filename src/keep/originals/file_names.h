@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string_view>
+
+// clang-format off
+
+/// Names of files and folders that this floor alone uses.
+namespace kestrova::OnDisk
+{
+
+inline constexpr std::string_view FragImport = "\\swap\\import";
+inline constexpr std::string_view DirImports = "\\history\\imports";
+inline constexpr std::string_view EndingImport = ".json";
+inline constexpr std::string_view PatImports = "*.json";
+
+} // namespace kestrova::OnDisk

@@ -1,0 +1,75 @@
+#include "intake/wad_packages.h"
+
+#include "intake/folder_sources.h"
+#include "intake/source_choice.h"
+#include "session/operation.h"
+#include "session/telling.h"
+#include "words/wads.h"
+
+namespace kestrova
+{
+
+bool AddChosenWadFile(WadImport& import)
+{
+    const auto chosen = ChooseSourceFile(import.Owner());
+    return chosen && AddWadSources(import, {*chosen});
+}
+
+bool AddChosenWadFolder(WadImport& import)
+{
+    const auto chosen = ChooseSourceFolder(import.Owner());
+    return chosen && AddWadSources(import, {*chosen});
+}
+
+bool AddWadSources(WadImport& import, const std::vector<Path>& sources, Subfolders subfolders)
+{
+    Session& session = import.Owner();
+    const Operation operation{session};
+    SourceReport report;
+    std::vector<std::string> names;
+    for (const Path& source : sources)
+        if (!report.stopped) {
+            AddSource(session.host, session.machine, session.Folders(), ToolsOf(session), source,
+                      import.Folder(), {}, import.Progress(), subfolders, report);
+            names.push_back(TextOf(source.filename()));
+        }
+    NoteChangedSources(report);
+    report.unpacking.reset();
+    import.AddSubject(Join(names, ", "));
+    const bool listed = import.Refresh();
+    TellReport(session.host, report);
+    return listed && report.failed == 0 && !report.stopped;
+}
+
+bool PrepareWadImport(WadImport& import, const Path& package)
+{
+    if (!import.Prepare())
+        return false;
+    if (!package.empty())
+        (void)AddWadSources(import, {package}); // it has told; the import goes on with what came
+    return true;
+}
+
+bool ImportWadZip(Session& session, const Path& package, const WadWindows& windows)
+{
+    if (windows.show)
+        return windows.show(package);
+    std::string report;
+    return ImportWads(session, {package}, windows.askName, report);
+}
+
+bool ImportWads(Session& session, const std::vector<Path>& packages, const AskLevelName& askName,
+                std::string& report)
+{
+    const Operation operation{session};
+    const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
+    WadImport import{session, *progress};
+    if (!import.Prepare())
+        return false;
+    (void)AddWadSources(import, packages, Subfolders::Take); // it has told
+    import.Run(askName);
+    report = import.Report();
+    return import.IsDone();
+}
+
+} // namespace kestrova
