@@ -20,7 +20,7 @@ inline constexpr std::string_view LocaleVariable = "LC_ALL";
 inline constexpr std::string_view Utf8Locale = "C.UTF-8";
 
 /// What Wine starts for itself; it goes away by itself.
-inline constexpr std::string_view WineHelpers = "wineserver|services.exe|explorer.exe|winedevice.exe|plugplay.exe|svchost.exe|rpcss.exe|conhost.exe";
+inline constexpr std::string_view WineHelpers = "wineserver|wineserver64|wineserver32|wineboot.exe|winemenubuilder|services.exe|explorer.exe|winedevice.exe|plugplay.exe|svchost.exe|rpcss.exe|conhost.exe";
 inline constexpr std::string_view RunMarkVariable = "KESTROVA_RUN";
 
 } // namespace kestrova::OnDisk

@@ -16,8 +16,8 @@ namespace kestrova
 namespace
 {
 
-/// Of a first start, which makes the prefix.
-constexpr std::chrono::seconds longestAsking{60};
+/// Of a first start, which makes the prefix; one that is cut short leaves half a prefix.
+constexpr std::chrono::minutes longestAsking{5};
 
 /// Where a drive of the prefix leads; empty when it has none of that letter.
 Path FolderOfDrive(const Path& prefix, char letter)

@@ -155,7 +155,7 @@ int Pack(const Place& program, const std::vector<Place>& words)
     kestrova::SetupPayload payload;
     for (std::size_t i = 3; i < words.size(); ++i)
         payload.head += Shown(words[i]) + '\n';
-    const Place folder = words.at(2);
+    const Place& folder = words.at(2);
     for (const auto& entry : std::filesystem::recursive_directory_iterator{folder})
         if (entry.is_regular_file()) {
             auto bytes = BytesOf(entry.path());

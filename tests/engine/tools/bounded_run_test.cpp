@@ -3,6 +3,7 @@
 #include "platform/file_content.h"
 #include "world/tool_box.h"
 
+#include <csignal>
 #include <gtest/gtest.h>
 
 namespace kestrova::testing
@@ -47,6 +48,21 @@ TEST_F(BoundedRun, WhatItLeavesBehindIsWaitedFor)
 {
     EXPECT_TRUE(Run("setsid sh -c 'sleep 0.4; echo late >late' >/dev/null 2>&1 &"));
     EXPECT_EQ(box.Read("trle/late"), "late\n");
+}
+
+TEST_F(BoundedRun, WhatWineStartsForItselfIsWaitedForByNobody)
+{
+    // As Debian calls them; the system cuts names behind the fifteenth letter.
+    for (const char* name : {"wineserver64", "winemenubuilder", "services.exe"}) {
+        const Path helper = box.AddTool(name, "");
+        std::filesystem::copy_file("/bin/sleep", helper,
+                                   std::filesystem::copy_options::overwrite_existing);
+        EXPECT_TRUE(Run("'" + helper.native() + "' 30 >/dev/null 2>&1 & echo $! >helper",
+                        {std::chrono::seconds{5}}))
+            << name;
+        EXPECT_TRUE(Runs("trle/helper")) << name << " was ended";
+        (void)::kill(std::stoi(box.Read("trle/helper")), SIGKILL);
+    }
 }
 
 TEST_F(BoundedRun, ABoundEndsAllThatItStarted)
