@@ -160,17 +160,18 @@ bool Add(Run& run)
             TakeNamesPage(run, level);
             level.draft.looksOnline =
                 run.face.CanAnswer() && !run.session.settings.updateServers.empty();
+            level.draft.fetches = run.arguments.Has("--fetch");
             level.draft.compile = CompileWish(run);
             TakeLinks(run, level);
             level.draft.keepGoing = run.arguments.Has("--keep-going");
             bool all = AddSources(level, sources, Subfolders::Take);
-            if (!level.draft.report.stopped)
+            if (!level.draft.report.stopped && !level.draft.givenUp)
                 all = UnpackAll(level) && all;
             const auto giveUp = [&](Message words) {
                 run.session.host.Tell(Tone::Error, GetMsg(words));
                 return false;
             };
-            if (level.draft.report.stopped || !progress->Step())
+            if (level.draft.report.stopped || level.draft.givenUp || !progress->Step())
                 return giveUp(Msg::AddStopped);
             // A file that nobody could be asked about was not taken either.
             all = all && !run.session.host.LeftUnanswered();
@@ -219,6 +220,7 @@ std::span<const CommandRow> IntakeCommands()
                                   ValueOption("--note"),
                                   ValueOption("--names"),
                                   FlagOption("--keep-going"),
+                                  FlagOption("--fetch"),
                                   FlagOption("--compile"),
                                   FlagOption("--no-compile"),
                                   {.name = "--link", .takesValue = true, .repeats = true},

@@ -17,9 +17,6 @@ inline constexpr Message CdMissingForFiles{"Cd missing. Main files will not be s
 inline constexpr Message LevelSizeLine{"Level size: "};
 inline constexpr Message FileNotOpened{"The desktop has no program that opens ~1, or it could not start it."};
 inline constexpr Message RemovingTempDirectory{"Removing files from temp directory..."};
-inline constexpr Message AskedWads{"wad packages"};
-inline constexpr Message AskedExe{"an exe installer"};
-inline constexpr Message ConfigAsksElsewhere{"The configuration file of this level asks for files from elsewhere, which this version does not fetch by itself: ~1. Its texts were taken. The level can be added, but it may lack those files; its readme tells where they come from."};
 inline constexpr Message ExeLevel{"This level comes as a program, ~1, and its files are still inside that. Kestrova does not run such programs."};
 inline constexpr Message ExeOfZip{"It is a zip that unpacks itself: give it the ending .zip instead of .exe, and add that."};
 inline constexpr Message ExeOfArchive{"It is an archive that unpacks itself: unpack it with a packing program, such as 7z or unrar, and add the folder with what comes out."};

@@ -1,7 +1,10 @@
 #include "intake/config_steps.h"
 
 #include "core/look.h"
+#include "intake/compile_sources.h"
 #include "intake/draft_files.h"
+#include "intake/exe_install.h"
+#include "intake/listed_files.h"
 #include "online/config_database.h"
 #include "packages/level_config_file.h"
 #include "session/cleared_progress.h"
@@ -102,20 +105,14 @@ bool IsConfigRead(const Intake& intake)
     return intake.draft.config.has_value();
 }
 
-StepAnswer TellElsewhere(Intake& intake)
+bool NamesProgram(const Intake& intake)
 {
-    const LevelConfig& config = *intake.draft.config;
-    std::vector<std::string> asked;
-    const auto add = [&](const std::string& field, Message words) {
-        if (!Trim(field).empty())
-            asked.push_back(GetMsg(words));
-    };
-    add(config.importWads, Msg::AskedWads);
-    add(config.exeFormat, Msg::AskedExe);
-    if (!asked.empty())
-        intake.session.host.Tell(Tone::Warning,
-                                 GetMsg(Msg::ConfigAsksElsewhere, {Join(asked, ", ")}));
-    return StepAnswer::GoesOn;
+    return intake.draft.config && !Trim(intake.draft.config->exeFormat).empty();
+}
+
+StepAnswer RunExeFormatFromConfig(Intake& intake)
+{
+    return RunExeInstall(intake, std::string{Trim(intake.draft.config->exeFormat)});
 }
 
 StepAnswer EndConfig(Intake& intake)
@@ -124,8 +121,21 @@ StepAnswer EndConfig(Intake& intake)
     if (!RefreshFiles(intake))
         return StepAnswer::Refused;
     ChooseMoreInfo(draft);
+    draft.listedFiles = draft.config->files;
     draft.configApplied = true;
     ClearProgress(intake.progress);
+    return StepAnswer::GoesOn;
+}
+
+bool CompilesQuietly(const Intake& intake)
+{
+    return IsConfigRead(intake) && intake.draft.compile != Compile::Never;
+}
+
+StepAnswer CompileQuietly(Intake& intake)
+{
+    if (CheckLevelFileList(intake, Checking::Silent))
+        (void)CompileLevel(intake); // it has told; the level waits for what the person does next
     return StepAnswer::GoesOn;
 }
 

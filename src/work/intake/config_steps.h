@@ -24,9 +24,15 @@ StepAnswer ReadConfig(Intake& intake);
 
 /// The steps of this file are going on.
 bool IsConfigRead(const Intake& intake);
-/// Tells what it asks for that lies outside the level's own files.
-StepAnswer TellElsewhere(Intake& intake);
+/// It says that a program installs the level.
+bool NamesProgram(const Intake& intake);
+StepAnswer RunExeFormatFromConfig(Intake& intake);
 /// Chooses its documentation; from here on it counts as applied.
 StepAnswer EndConfig(Intake& intake);
+
+/// The file has just been applied, and nobody wants the sources left as they are.
+bool CompilesQuietly(const Intake& intake);
+/// Compiles the sources at once when all that the file lists is there; otherwise without a word.
+StepAnswer CompileQuietly(Intake& intake);
 
 } // namespace kestrova

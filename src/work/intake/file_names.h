@@ -26,5 +26,17 @@ inline constexpr std::string_view Tr4Patterns = "*.tr4|*.tr4.zl";
 inline constexpr std::string_view IntakeNote = "\\intake_note";
 
 inline constexpr std::string_view CompiledEnding = ".tr4";
+inline constexpr std::string_view PatTom = "*.tom";
+inline constexpr std::string_view EndingOfWads = ".wad";
+
+// Packages of wads that are known by name, and what they are for.
+inline constexpr std::string_view TomsOfAngkor = "angkor";
+inline constexpr std::string_view UrlOfAngkor = "/pub/othermedia/tomb_raider_5/angkor.zip";
+inline constexpr std::string_view TomsOfNewWads = "newcity|library|guard";
+inline constexpr std::string_view UrlOfNewWads = "/pub/othermedia/tomb_raider_5/new_wads0110.zip";
+inline constexpr std::string_view UrlOfRevisedWads = "/pub/othermedia/tomb_raider_5/revised_wads0110.zip";
+inline constexpr std::string_view RevisedWad = "city.wad";
+inline constexpr std::string_view RevisedWord = "revised";
+inline constexpr std::string_view RevisedSpellings = "Revised_wads|Revised wads|RevisedWads|Revised-Wads"; // not shown
 
 } // namespace kestrova::OnDisk

@@ -6,6 +6,7 @@
 #include "intake/exe_install.h"
 #include "intake/extern_waves.h"
 #include "intake/file_checks.h"
+#include "intake/known_wads.h"
 #include "intake/language_choice.h"
 #include "intake/player_files.h"
 #include "intake/storing.h"
@@ -31,11 +32,14 @@ constexpr IntakeStep newLevelSteps[]{
     {StepTime::Config, "DropLaterConfig", LaterConfigCame, DropLaterConfig},
     {StepTime::Config, "SearchOnlineConfig", LacksConfig, SearchOnlineConfig},
     {StepTime::Config, "ReadConfig", ConfigCame, ReadConfig},
-    {StepTime::Config, "TellElsewhere", IsConfigRead, TellElsewhere},
+    {StepTime::Config, "CheckImportWads", WantsWads, CheckImportWads},
     {StepTime::Config, "ApplyDuplicates", WantsDuplicates, ApplyDuplicates},
     {StepTime::Config, "FetchExternWaves", WantsExternWaves, FetchExternWaves},
+    {StepTime::Config, "RunExeFormatFromConfig", NamesProgram, RunExeFormatFromConfig},
     {StepTime::Config, "ApplyTomWads", WantsTomWads, ApplyTomWads},
     {StepTime::Config, "EndConfig", IsConfigRead, EndConfig},
+    {StepTime::Config, "CompileQuietly", CompilesQuietly, CompileQuietly},
+    {StepTime::Config, "DropConfigAgain", LaterConfigCame, DropLaterConfig},
     {StepTime::Change, "InstallFromProgram", MayBeInsideProgram, InstallFromProgram},
     {StepTime::Source, "SuggestTexts", LacksTexts, SuggestTexts},
     {StepTime::Accept, "TakeName", Always, TakeName},

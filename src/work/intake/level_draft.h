@@ -53,6 +53,8 @@ struct LevelDraft {
     /// A level without a configuration file is looked for in the list of addresses.
     bool looksOnline = true;
     Compile compile = Compile::Never;
+    /// Packages that the level needs are fetched without a question.
+    bool fetches = false;
     std::vector<WadLink> links; ///< made before a compilation
     /// Name of the document that tells which wads its tom files need, or a path; empty: none.
     std::string analysed;
@@ -85,6 +87,8 @@ struct LevelDraft {
     bool configApplied = false; ///< all of those steps were done
     bool exeAsked = false;      ///< the person was asked about a program that installs the level
     bool onlineConfig = false;  ///< it came from the list of addresses, not from the author
+    std::vector<ConfigFile> listedFiles; ///< what the one that was applied says of the files
+    bool revisedRefused = false;         ///< the person does without the revised package of wads
     bool givenUp = false;
 };
 

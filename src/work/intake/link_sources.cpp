@@ -5,6 +5,7 @@
 #include "editor/tom_assistant.h"
 #include "editor/tom_sources.h"
 #include "intake/draft_files.h"
+#include "intake/listed_files.h"
 #include "session/telling.h"
 #include "words/assistant.h"
 
@@ -50,15 +51,18 @@ bool MakeLinks(Intake& intake)
     return RefreshFiles(intake);
 }
 
-/// Tells what of the sources is missing. True when nothing is.
-bool AreSourcesThere(Intake& intake, Path& lacking)
+/// Nobody can link what is missing: tells by which words it is done. True when nothing is missing.
+bool NothingToLink(Intake& intake)
 {
     const Session& session = intake.session;
-    const auto found = TomWithoutWads(session.Folders(), SourcesAmong(intake.draft.files));
-    if (!found)
-        return TellFolderNotRead(session.host, found.Error());
-    lacking = *found;
-    return lacking.empty();
+    const auto lacking = TomWithoutWads(session.Folders(), SourcesAmong(intake.draft.files));
+    if (!lacking)
+        return TellFolderNotRead(session.host, lacking.Error());
+    if (lacking->empty())
+        return true;
+    const std::string name = TextOf(lacking->filename());
+    session.host.Tell(Tone::Error, GetMsg(Msg::SourcesNotLinked, {name, name}));
+    return false;
 }
 
 bool LinkByDocument(Intake& intake)
@@ -83,29 +87,32 @@ bool LinkByPerson(Intake& intake)
     return assistant.Open() ? intake.windows.assistant(assistant) : assistant.IsDone();
 }
 
+/// Where no assistant can be shown, the document that the draft names takes its place.
+bool LinkUnseen(Intake& intake)
+{
+    if (intake.draft.analysed.empty())
+        return NothingToLink(intake);
+    return LinkByDocument(intake) && RefreshFiles(intake) &&
+           CheckTomSources(intake, Checking::Silent);
+}
+
 } // namespace
 
 bool LinkSources(Intake& intake)
 {
-    Host& host = intake.session.host;
-    Path lacking;
     if (!MakeLinks(intake))
         return false;
-    while (!AreSourcesThere(intake, lacking)) {
-        if (lacking.empty())
+    // Who does not go on past a warning may still have all that the compiler needs.
+    if (CheckLevelFileList(intake, Checking::Interactive) ||
+        CheckTomSources(intake, Checking::Silent))
+        return true;
+    if (!intake.windows.assistant)
+        return LinkUnseen(intake);
+    do {
+        if (!LinkByPerson(intake) || !RefreshFiles(intake))
             return false;
-        if (!intake.windows.assistant && intake.draft.analysed.empty()) {
-            const std::string name = TextOf(lacking.filename());
-            host.Tell(Tone::Error, GetMsg(Msg::SourcesNotLinked, {name, name}));
-            return false;
-        }
-        const bool linked =
-            intake.windows.assistant ? LinkByPerson(intake) : LinkByDocument(intake);
-        if (!linked || !RefreshFiles(intake))
-            return false;
-        if (intake.windows.assistant)
-            host.Tell(Tone::Plain, GetMsg(Msg::SourcesFurtherControl));
-    }
+        intake.session.host.Tell(Tone::Plain, GetMsg(Msg::SourcesFurtherControl));
+    } while (!CheckLevelFileList(intake, Checking::Interactive));
     return true;
 }
 

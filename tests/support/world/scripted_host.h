@@ -22,6 +22,9 @@ public:
     void WillChoose(const std::string& part, std::optional<Path> answer);
     /// Every further question is answered so, without a failure (for runs that break anywhere).
     void AnswerAll(bool yes) { answerAll_ = yes; }
+    /// Nobody sits in front of it: what `AnswerAll` says is a switch of a script.
+    bool attended = true;
+    [[nodiscard]] bool CanAsk() const override { return attended; }
     /// Stop is pressed at the n-th step of a progress that allows it, counted from 1.
     void StopAtStep(int step) { stopAt_ = step; }
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "archive/level_folders.h"
+#include "editor/compile_world.h"
 #include "intake/add_level.h"
 #include "intake/draft_sources.h"
 #include "intake/intake_steps.h"
 #include "packages/level_config_file.h"
-#include "world/tool_box.h"
 
 #include <gtest/gtest.h>
 
@@ -13,13 +13,11 @@ namespace kestrova::testing
 {
 
 /// A level in the folder `in`, and what its author's configuration file says.
-class ConfigWorld : public ToolBox
+class ConfigWorld : public CompileWorld
 {
 public:
     ConfigWorld()
     {
-        MakeTrle();
-        MakeBackupAndArchive();
         session.preferences.checkEqualLevels = false;
         progress = host.BeginProgress(ProgressWindow::Progress, {});
         config.name = "Level of needs";
@@ -46,6 +44,12 @@ public:
         for (const std::string& source : relative)
             sources.push_back(root / source);
         EXPECT_TRUE(AddSources(level, sources, Subfolders::Take));
+    }
+    /// A refresh that finds the configuration file in the level's folder.
+    void ApplyTo(Intake& level) const
+    {
+        EXPECT_TRUE(WriteConfig("kestrova.cfg"));
+        std::filesystem::copy(root / "kestrova.cfg", level.draft.workFolder / "kestrova.cfg");
     }
     /// Everything in `in`, with the configuration file, becomes a level on its way in.
     bool Add()
