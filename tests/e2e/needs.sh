@@ -56,7 +56,7 @@ rm "$box/trle/graphics/wads/angkor.wad"
 # What is there is not asked for again; a sound that nobody has keeps no level out.
 cp wads/angkor.wad "$box/trle/graphics/wads"
 rm level/105.wav
-expect 0 config write "$box/level" "name=Without a sound" "import-wad=ANGKOR.WAD|$site/angkor.zip" \
+expect 0 --yes config write "$box/level" "name=Without a sound" "import-wad=ANGKOR.WAD|$site/angkor.zip" \
     "extern-wave=TR4|9.wav|105.wav|none.wav" 'tom-wads=mill.tom|angkor.*'
 expect 0 --yes add "$box/level"
 errs "request extern wave file is missing (9.wav105.wav)"
