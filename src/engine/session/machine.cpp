@@ -68,13 +68,30 @@ Status DesktopMachine::Open(const std::string& fileOrAddress, const Path& folder
     return {};
 }
 
+namespace
+{
+
+Failure NotStarted(const platform::Launch& launch, const std::error_code& reason)
+{
+    return MakeFailure(ErrorCode::CannotOpen, launch.argv.empty() ? "" : launch.argv.front(),
+                       reason);
+}
+
+} // namespace
+
 Result<std::int64_t> DesktopMachine::Start(const platform::Launch& launch)
 {
     std::int64_t pid = 0;
     if (const auto failure = platform::StartDetached(launch, pid))
-        return MakeFailure(ErrorCode::CannotOpen, launch.argv.empty() ? "" : launch.argv.front(),
-                           failure);
+        return NotStarted(launch, failure);
     return pid;
+}
+
+Status DesktopMachine::StartAndForget(const platform::Launch& launch)
+{
+    if (const auto failure = platform::StartAndForget(launch))
+        return NotStarted(launch, failure);
+    return {};
 }
 
 bool DesktopMachine::IsRunning(std::int64_t pid)

@@ -37,6 +37,8 @@ public:
     virtual Status Open(const std::string& fileOrAddress, const Path& folder) = 0;
     /// Starts a program that goes on by itself; its process id.
     virtual Result<std::int64_t> Start(const platform::Launch& launch) = 0;
+    /// The same for a program that nobody asks for again.
+    virtual Status StartAndForget(const platform::Launch& launch) = 0;
     virtual bool IsRunning(std::int64_t pid) = 0;
     /// The exit code of a started program, once it has ended.
     virtual std::optional<int> ExitOf(std::int64_t pid) = 0;
@@ -69,6 +71,7 @@ public:
     std::vector<Path> Discs() override;
     Status Open(const std::string& fileOrAddress, const Path& folder) override;
     Result<std::int64_t> Start(const platform::Launch& launch) override;
+    Status StartAndForget(const platform::Launch& launch) override;
     bool IsRunning(std::int64_t pid) override;
     std::optional<int> ExitOf(std::int64_t pid) override;
     std::vector<platform::RunningProgram> ProgramsRunningIn(const Path& folder) override;

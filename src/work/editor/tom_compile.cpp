@@ -168,7 +168,7 @@ void TomCompile::StartByHand()
                                             : program.native();
     }
     const auto launch = LaunchOf(parts_.tools, ResolvePath(program));
-    const auto started = launch ? StatusOf(parts_.machine.Start(*launch)) : launch.Error();
+    const auto started = launch ? parts_.machine.StartAndForget(*launch) : launch.Error();
     if (!started)
         TellFailure(parts_.host, GetMsg(Msg::CompilerNotStarted) + TextOf(program),
                     started.Error());

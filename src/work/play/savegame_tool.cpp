@@ -53,10 +53,10 @@ bool StartTool(Host& host, Machine& machine, const Tools& tools, const Path& pro
         TellFailure(host, GetMsg(Msg::ToolNotStarted), launch.Error());
         return false;
     }
-    const auto pid = machine.Start(*launch);
-    if (!pid)
-        TellFailure(host, GetMsg(Msg::ToolNotStarted), pid.Error());
-    return static_cast<bool>(pid);
+    const auto started = machine.StartAndForget(*launch);
+    if (!started)
+        TellFailure(host, GetMsg(Msg::ToolNotStarted), started.Error());
+    return static_cast<bool>(started);
 }
 
 } // namespace

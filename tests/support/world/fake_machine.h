@@ -39,6 +39,10 @@ public:
     std::vector<Path> Discs() override { return discs; }
     Status Open(const std::string& fileOrAddress, const Path& folder) override;
     Result<std::int64_t> Start(const platform::Launch& launch) override;
+    Status StartAndForget(const platform::Launch& launch) override
+    {
+        return StatusOf(Start(launch));
+    }
     std::optional<int> exitCode = 0; ///< of every started program
     std::optional<int> ExitOf(std::int64_t) override { return exitCode; }
     bool IsRunning(std::int64_t) override { return !running.empty(); }
