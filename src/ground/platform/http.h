@@ -29,7 +29,8 @@ enum class HttpError {
     NoHost,
     NoConnection,
     Certificate, ///< not signed by whom this machine trusts, or another host's
-    Cut,         ///< the connection ended before all was there, or another part came
+    Cut,         ///< the connection ended before all was there
+    OtherPart,   ///< not the part that was asked for came
     TooLong,     ///< above the request's bound
     Redirects,   ///< in a circle, or out of the web
     Silent,      ///< nothing came for the request's longest silence

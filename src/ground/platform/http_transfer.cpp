@@ -111,7 +111,7 @@ bool HttpTransfer::Begin()
         answer.total = static_cast<std::uint64_t>(length);
     if (answer.status == httpPartOfIt &&
         (!ReadPart(easy.get(), answer) || answer.from != request.from))
-        return Fail(HttpError::Cut);
+        return Fail(HttpError::OtherPart);
     answer.validator = ValidatorOf(easy.get());
     if (request.most > 0 && answer.total.value_or(0) > request.most)
         return Fail(HttpError::TooLong);

@@ -44,6 +44,7 @@ inline constexpr Message HttpNoHost{"nobody knows this server; look at the addre
 inline constexpr Message HttpNoConnection{"the server does not answer"};
 inline constexpr Message HttpCertificate{"the server cannot prove that it is the one of this address, so nothing was taken from it"};
 inline constexpr Message HttpCut{"the connection ended before the whole file was there; ~1"};
+inline constexpr Message HttpOtherPart{"the server sent another part of the file than the one that was asked for; ~1"};
 inline constexpr Message DownloadGoesOn{"the next download of it goes on from there"};
 inline constexpr Message DownloadBeginsAnew{"nothing of it was kept, so the next download begins anew"};
 inline constexpr Message HttpTooLong{"the file is bigger than one of its kind can be"};

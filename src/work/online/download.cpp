@@ -36,6 +36,8 @@ std::string WordsFor(HttpError error, bool kept)
         return GetMsg(Msg::HttpCertificate);
     case HttpError::Cut:
         return GetMsg(Msg::HttpCut, {NextWords(kept)});
+    case HttpError::OtherPart:
+        return GetMsg(Msg::HttpOtherPart, {NextWords(kept)});
     case HttpError::TooLong:
         return GetMsg(Msg::HttpTooLong);
     case HttpError::Redirects:
@@ -49,8 +51,12 @@ std::string WordsFor(HttpError error, bool kept)
 
 Failure FailureOf(const Download& download, const platform::HttpFetch& fetch, bool kept)
 {
-    if (fetch.Error() == HttpError::Sink)
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(download.target), fetch.SinkFailure());
+    if (fetch.Error() == HttpError::Sink) {
+        auto failure =
+            MakeFailure(ErrorCode::CannotWrite, TextOf(download.target), fetch.SinkFailure());
+        failure.reason += "; " + NextWords(kept);
+        return failure;
+    }
     return {ErrorCode::CannotRead, OnOneLine(download.url), WordsFor(fetch.Error(), kept),
             OnOneLine(Readable(fetch.Reason()))};
 }

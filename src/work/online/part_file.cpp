@@ -144,7 +144,10 @@ bool PartFile::Keep()
     if (file_.Truncate(size_) || file_.Sync() || file_.Close() || platform::Rename(staged_, Part()))
         return false;
     staged_.clear();
-    return bool{WriteWholeFile(Note(), FormatPartNote({url_, validator_, size_}), false)};
+    const auto noted = WriteWholeFile(Note(), FormatPartNote({url_, validator_, size_}), false);
+    if (!noted)
+        (void)platform::Unlink(Part()); // nobody goes on with it, and it would take room unseen
+    return bool{noted};
 }
 
 } // namespace kestrova

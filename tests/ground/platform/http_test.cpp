@@ -230,7 +230,7 @@ TEST(Http, HearsOutServersThatKeepToNothing)
              c.Send("HTTP/1.1 206 Partial\r\nContent-Range: bytes 3-4/5\r\nContent-Length: "
                     "2\r\n\r\nab");
          },
-         HttpError::Cut},
+         HttpError::OtherPart},
         {"a redirect to a file",
          [](const Connection& c) {
              c.Send("HTTP/1.1 302 Found\r\nLocation: file:///etc/passwd\r\n\r\npage");

@@ -2,6 +2,7 @@
 
 #include "core/text.h"
 #include "online/download_words.h"
+#include "sandbox/faults.h"
 #include "sandbox/patience.h"
 #include "sandbox/web_servers.h"
 #include "world/world.h"
@@ -85,7 +86,7 @@ std::vector<std::string> NamesIn(const Path& folder)
 class StopsAfterSome : public World
 {
 public:
-    void Stop(const Download& download)
+    void Stop(const Download& download, bool keeps = true)
     {
         const auto start = Clock::now();
         for (int step = 3; Clock::now() - start < soon; ++step) {
@@ -96,7 +97,7 @@ public:
             ASSERT_EQ(done.Error().code, ErrorCode::Stopped);
             if (host.progressTexts.size() > 1) {
                 EXPECT_THAT(done.Error().reason,
-                            HasSubstr(download.keepsParts ? "goes on from there" : "begins anew"));
+                            HasSubstr(keeps ? "goes on from there" : "begins anew"));
                 return;
             }
         }
@@ -209,6 +210,17 @@ TEST(DownloadFile, AServersPageIsAFileWhoseStatusIsKnown)
     EXPECT_EQ(AnswerWords(*anew), "");
 }
 
+TEST(DownloadFile, APartWithoutItsNoteTakesNoRoom)
+{
+    StopsAfterSome box;
+    const SlowServer slow{std::string(5'000, 'x')};
+    box.Write("folder/old", "old");
+    const FailingCalls failing{platform::FileAction::Rename, ".kv~part-list.json", -1};
+    box.Stop({slow.server_.Address("/list"), box / "folder/list"}, false);
+    EXPECT_GT(failing.Failed(), 0);
+    EXPECT_EQ(NamesIn(box / "folder"), std::vector<std::string>{"old"});
+}
+
 TEST(DownloadFile, AnAnswerThatBringsNoFileReplacesNone)
 {
     World box;
@@ -253,6 +265,7 @@ TEST(DownloadFile, SaysNothingOfTheNetworkAndAllOfTheDisk)
     ASSERT_FALSE(full);
     EXPECT_EQ(full.Error().code, ErrorCode::NoSpace);
     EXPECT_TRUE(box.host.WasTold("Download error: "));
+    EXPECT_NE(box.host.told.back().reason.find("; nothing of it was kept"), std::string::npos);
     box.Write("own/folder/file", "");
     EXPECT_FALSE(DownloadFile(box.host, box.machine, {server.Address("/a"), box / "own/folder"}));
     EXPECT_EQ(box.host.told.size(), 2u) << box.host.AllTold();
@@ -266,7 +279,8 @@ TEST(DownloadFile, KeepsNothingWhereNobodyGoesOn)
     const SlowServer slow{std::string(5'000, 'x')};
     box.Write("folder/old", "old");
     box.Stop(
-        {.url = slow.server_.Address("/list"), .target = box / "folder/list", .keepsParts = false});
+        {.url = slow.server_.Address("/list"), .target = box / "folder/list", .keepsParts = false},
+        false);
     EXPECT_EQ(NamesIn(box / "folder"), std::vector<std::string>{"old"});
 }
 
