@@ -26,7 +26,7 @@ inline constexpr std::string_view Tr4Patterns = "*.tr4|*.tr4.zl";
 inline constexpr std::string_view IntakeNote = "\\intake_note";
 
 inline constexpr std::string_view CompiledEnding = ".tr4";
-inline constexpr std::string_view PatTom = "*.tom";
+inline constexpr std::string_view PatTomFiles = "*.tom";
 inline constexpr std::string_view EndingOfWads = ".wad";
 
 // Packages of wads that are known by name, and what they are for.

@@ -102,7 +102,7 @@ bool CheckLevelFileList(Intake& intake, Checking checking)
 bool CheckTomSources(Intake& intake, Checking checking)
 {
     Session& session = intake.session;
-    const auto toms = ListFiles(intake.draft.workFolder, OnDisk::PatTom);
+    const auto toms = ListFiles(intake.draft.workFolder, OnDisk::PatTomFiles);
     if (!toms)
         return TellFolderNotRead(session.host, toms.Error());
     if (toms->empty() && checking == Checking::Interactive)
