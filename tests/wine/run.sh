@@ -72,6 +72,18 @@ took "a compiler that hangs is stopped"
 unchanged "stopped"
 if pgrep -f 'tom2pc\.exe.*Salz' >/dev/null; then die "the compiler still runs"; fi
 
+# Scripts: a package of wads brings a level, which takes its name in all languages; and back.
+began=$EPOCHREALTIME
+expect 0 --yes wads import "$packages/lagoon_wads.zip"
+took "a package of wads comes in, its script compiled"
+said "Compiling [OK]"
+for file in "$trle/Script.dat" "$trle/Script/script.dat" "$box/home/backup_trle/"[Ss]cript.dat; do
+    grep -aq 'The Lagoon' "$file" || die "$file does not have the level"
+done
+[[ -s $(find "$trle" -iname lagoon.tr4) ]] || die "the tom file of the package was not compiled"
+expect 0 --yes wads undo
+unchanged "wads undo"
+
 # The game: its folder, its script, and the savegame, which goes to the level's own.
 began=$EPOCHREALTIME
 expect 0 play 1

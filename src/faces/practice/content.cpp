@@ -36,6 +36,7 @@ constexpr std::array original = std::to_array<PracticeItem>({
     {OnDisk::FragPracticeTom, Text, 0, Msg::PracticeTomText},
     {OnDisk::FragTempleWad, GameData, 420},
     {OnDisk::FragTempleSwd, GameData, 30},
+    {OnDisk::FragPracticeSounds, Text, 0, Msg::PracticeSoundList},
 });
 
 // Together with 0.9 MB of load picture these are 100 MB: 60 seconds of music are 2.66 MB.

@@ -23,6 +23,7 @@ inline constexpr std::string_view FragPracticeScriptResult = "\\Script\\script.d
 inline constexpr std::string_view FragPracticeEnglishResult = "\\Script\\english.dat";
 inline constexpr std::string_view FragPracticeItalianResult = "\\Script\\italian.dat";
 inline constexpr std::string_view FragPracticeTom = "\\Graphics\\Wads\\Practice.tom";
+inline constexpr std::string_view FragPracticeSounds = "\\Sound\\LevelSfx Creator\\sounds.txt";
 inline constexpr std::string_view FragTempleWad = "\\Graphics\\Wads\\TEMPLE.wad";
 inline constexpr std::string_view FragTempleSwd = "\\Graphics\\Wads\\temple.SWD";
 inline constexpr std::string_view FragPracticeTitleLevel = "\\DATA\\Title.tr4";

@@ -19,6 +19,7 @@ inline constexpr Message PracticeScriptText{"; The script of the practice folder
 inline constexpr Message PracticeEnglishText{"; The words of the practice folder.~1~1[Strings]~1;The names of the levels stand first.~1Tut1~1Level two~1Level three~1Level "        "four~1Load Game~1Save Game~1New Game~1Game over~1A key of stone~1The gate is open~1~1[PSXStrings]~1; Of another machine.~1Press "        "the button~1~1[PCStrings]~1Press a key~1"}; // every one is filled
 inline constexpr Message PracticeItalianText{"; Le parole in italiano.~1~1[Strings]~1;I nomi dei livelli vengono prima.~1Tut1~1Livello due~1Livello tre~1Livello "        "quattro~1Carica partita~1Salva partita~1Nuova partita~1Fine della partita~1Una chiave di "        "pietra~1Il cancello è aperto~1~1[PSXStrings]~1; Di un'altra macchina.~1Premi il "        "tasto~1~1[PCStrings]~1Premi un tasto~1"}; // every one is filled
 inline constexpr Message PracticeTomText{"KVTOM~1name=Practice~1"}; // every one is filled
+inline constexpr Message PracticeSoundList{"STEPS: steps_stone~1DOOR: door_open~1SPLASH: splash~1"}; // every one is filled
 inline constexpr Message PracticeLevelBig{"The Drowned Observatory"};
 inline constexpr Message PracticeLevelItalian{"Lanterns of Salt Harbour"};
 inline constexpr Message PracticeItalianNote{"Le lanterne del porto si spengono una dopo l'altra.~1Riaccendile tutte prima dell'alba.~1"}; // every one is filled
