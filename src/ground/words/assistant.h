@@ -42,4 +42,21 @@ inline constexpr Message SourcesNotLinked{"The level's sources were not compiled
 inline constexpr Message LinkNoSuchTom{"The level has no .tom file of this name: ~1"};
 inline constexpr Message AnalysedMissing{"This document is neither among the level's files nor elsewhere: ~1"};
 
+inline constexpr Message AssistantTitle{" Tom -> Tr4 conversion Assistant"};
+inline constexpr Message AssistantHelpName{"What to do here"};
+inline constexpr Message AssistantReadmes{"Documents of the level:"};
+inline constexpr Message AssistantRead{"Read file"};
+inline constexpr Message AssistantAnalyse{"Automatic analyse"};
+inline constexpr Message AssistantToms{".tom file to convert:"};
+inline constexpr Message AssistantWads{"Wads files to use:"};
+inline constexpr Message AssistantChooseWads{"Choose a set of wads"};
+inline constexpr Message AssistantEssential{"Show only .tom files that have no wads yet"};
+inline constexpr Message AssistantPerform{"Perform now"};
+inline constexpr Message AssistantDone{"Done"};
+inline constexpr Message CompilaTitle{" Compile .tom files by hand"};
+inline constexpr Message CompilaStepsName{"Steps of the compilation"};
+inline constexpr Message CompilaLent{"The sources of the level lie in the Level Editor's folder until you press [Done] or [Cancel]; both give it back as it was. So leave this window by one of them."};
+inline constexpr Message CompilaStart{"Start tom2pc"};
+inline constexpr Message CompilaDone{"Done"};
+
 } // namespace kestrova::Msg

@@ -61,6 +61,13 @@ bool IsNumber(const std::string& text)
 
 } // namespace
 
+bool HasTomFiles(const std::vector<Path>& files)
+{
+    return std::any_of(files.begin(), files.end(), [](const Path& file) {
+        return EndsWithName(file.filename().native(), OnDisk::TomEnding);
+    });
+}
+
 TomSources SourcesAmong(const std::vector<Path>& files)
 {
     TomSources sources;

@@ -14,6 +14,8 @@ struct TomSources {
     std::vector<Path> misplaced; ///< waves for that folder whose name is no number of a track
 };
 
+/// Some of them are tom files.
+bool HasTomFiles(const std::vector<Path>& files);
 /// Sorts the files of one folder, in their order. A picture or a text is of a wad set when a tom
 /// or wad file of its stem is there.
 TomSources SourcesAmong(const std::vector<Path>& files);

@@ -1,10 +1,13 @@
 #include "ui/dialogs/dialog_new_level.h"
 
+#include "intake/compile_sources.h"
 #include "intake/draft_files.h"
 #include "intake/draft_sources.h"
 #include "online/url_update.h"
 #include "packages/name_pages.h"
 #include "session/operation.h"
+#include "ui/dialogs/dialog_assistant.h"
+#include "ui/dialogs/dialog_compila.h"
 #include "ui/dialogs/dialog_siti.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
@@ -72,7 +75,6 @@ NewLevelDialog::NewLevelDialog(Session& session, QWidget* parent)
         button->setAutoDefault(false);
     Connect();
     SetCaptions(*this);
-    MarkNotAvailable(*compileTom_);
     ResizeToFit(*this, newLevelSize);
 }
 
@@ -159,6 +161,7 @@ void NewLevelDialog::Connect()
     step(addFolder_, [this] { AddChosenFolder(*level_); });
     step(remove_, [this] { RemoveFile(*level_, SelectedFile()); });
     step(refresh_, [this] { Refresh(*level_); });
+    step(compileTom_, [this] { CompileLevel(*level_); });
     step(setMyLanguage_, [this] { SetMyLanguage(*level_); });
     connect(files_, &QTreeWidget::itemActivated, this, [this] {
         if (const Path file = SelectedFile(); !file.empty())
@@ -196,6 +199,11 @@ bool NewLevelDialog::AsksForLevelUrls()
 bool NewLevelDialog::Show(Intake& level, std::vector<Path> sources)
 {
     level_ = &level;
+    level.draft.compile = Compile::Asked;
+    level.windows.assistant = [this](TomAssistant& assistant) {
+        return ShowAssistant(session_, assistant, this);
+    };
+    level.windows.compile = [this](TomCompile& compile) { ShowCompila(session_, compile, this); };
     filledName_ = level.draft.name;
     filledNote_ = level.draft.note;
     choseMoreInfo_ = false;
@@ -231,6 +239,7 @@ void NewLevelDialog::ShowLevel()
     ShowMoreInfo();
     ShowNamesPage();
     size_->setText(ToQt(level_->draft.FilesText()));
+    compileTom_->setEnabled(HasTomFiles(level_->draft.files));
     setMyLanguage_->setEnabled(level_->draft.canSetLanguage);
     for (QPushButton* button : {addFile_, addFolder_, remove_})
         button->setToolTip(level_->draft.OnCd() ? Words(Msg::LevelOnCd, {lineBreak}) : QString());

@@ -1,6 +1,7 @@
 #include "ui/widgets/captions.h"
 
 #include "ui/widgets/qt_text.h"
+#include "words/assistant.h"
 #include "words/captions.h"
 #include "words/help.h"
 #include "words/level_setup.h"
