@@ -1,4 +1,6 @@
 #include "ui/dialogs/dialog_installa_trle.h"
+
+#include "session/operation.h"
 #include "ui/widgets/captions.h"
 #include "ui/window_world.h"
 #include "world/zip_builder.h"
@@ -32,6 +34,7 @@ public:
 TEST(SetupWindow, GathersZipsAndInstalls)
 {
     SetupWindowWorld world;
+    const Operation start{world.session}; // it opens during one
     InstallTrleDialog dialog{world.session, std::nullopt, nullptr};
     EXPECT_EQ(CaptionFaults(dialog), QStringList{});
     EXPECT_EQ(FromQt(dialog.windowTitle()), " Compress TR Level Editor Setup");

@@ -6,6 +6,7 @@
 #include "ui/dialogs/help_desk.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/input_gate.h"
 #include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
 #include "words/level_setup.h"
@@ -31,6 +32,11 @@ namespace
 
 constexpr QSize setupSize{560, 420};
 
+/// In which the Tab key goes through the window.
+constexpr const char* setupTabOrder[] = {
+    "List_Files", "Pul_Add",           "Pul_Remove",  "Combo_Language", "Text_Target",
+    "Pul_Stop",   "Pul_SfogliaTarget", "Pul_Install", "Pul_Cancel",     "Pul_Help"};
+
 QLabel* PlainLabel(QWidget* parent, const char* name)
 {
     auto* label = new QLabel(parent);
@@ -53,12 +59,12 @@ std::vector<Path> LocalFiles(const QMimeData& data)
 
 InstallTrleDialog::InstallTrleDialog(Session& session, const std::optional<Path>& folder,
                                      QWidget* parent)
-    : QDialog(parent), session_(session), choice_(session, folder), zips_(new QListWidget(this)),
-      hint_(new QLabel(zips_->viewport())), language_(new QComboBox(this)),
-      target_(new QLineEdit(this)), room_(PlainLabel(this, "Label_Room")),
-      info_(PlainLabel(this, "Label_Info")), bar_(new QProgressBar(this)),
-      stop_(NamedButton(this, "Pul_Stop")), install_(NamedButton(this, "Pul_Install")),
-      progress_(*info_, *bar_, *stop_)
+    : QDialog(parent), session_(session), operations_(session.runningOperations),
+      choice_(session, folder), zips_(new QListWidget(this)), hint_(new QLabel(zips_->viewport())),
+      language_(new QComboBox(this)), target_(new QLineEdit(this)),
+      room_(PlainLabel(this, "Label_Room")), info_(PlainLabel(this, "Label_Info")),
+      bar_(new QProgressBar(this)), stop_(NamedButton(this, "Pul_Stop")),
+      install_(NamedButton(this, "Pul_Install")), progress_(*info_, *bar_, *stop_)
 {
     setObjectName(QStringLiteral("Dialog_InstallaTrle"));
     setAcceptDrops(choice_.Wish().fromZips);
@@ -75,6 +81,11 @@ InstallTrleDialog::InstallTrleDialog(Session& session, const std::optional<Path>
     if (!choice_.Wish().fromZips)
         setWindowTitle(Words(Msg::InstallaFolderTitle));
     target_->setText(PathToQt(choice_.Wish().target));
+    const auto control = [this](const char* name) {
+        return findChild<QWidget*>(QString::fromLatin1(name));
+    };
+    for (std::size_t i = 1; i < std::size(setupTabOrder); ++i)
+        setTabOrder(control(setupTabOrder[i - 1]), control(setupTabOrder[i]));
     Connect();
     ShowChoice();
     ResizeToFit(*this, choice_.Wish().fromZips ? setupSize
@@ -164,7 +175,7 @@ QLayout* InstallTrleDialog::MakeButtons()
 
 template <class Work> void InstallTrleDialog::Run(Work work)
 {
-    if (session_.runningOperations > 0)
+    if (session_.runningOperations > operations_)
         return;
     {
         const Operation operation{session_};
@@ -226,7 +237,7 @@ void InstallTrleDialog::ShowChoice()
 
 void InstallTrleDialog::reject()
 {
-    if (session_.runningOperations > 0)
+    if (session_.runningOperations > operations_)
         return;
     Run([this] { session_.host.Tell(Tone::Plain, GetMsg(Msg::SetupStopped)); });
     QDialog::reject();
@@ -234,7 +245,7 @@ void InstallTrleDialog::reject()
 
 void InstallTrleDialog::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (session_.runningOperations == 0 && !LocalFiles(*event->mimeData()).empty())
+    if (session_.runningOperations == operations_ && !LocalFiles(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 
@@ -261,6 +272,7 @@ std::optional<Path> ShowSetup(Session& session, SetupFrom from, QWidget* parent,
             return std::nullopt;
     }
     InstallTrleDialog dialog{session, folder, parent};
+    const InputGate::Admission admission{dialog}; // a start may be under way
     return dialog.exec() == QDialog::Accepted ? std::optional{dialog.Installed()} : std::nullopt;
 }
 

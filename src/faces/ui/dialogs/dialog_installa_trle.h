@@ -41,6 +41,7 @@ private:
     void ShowChoice();
 
     Session& session_;
+    int operations_; ///< under way when the window opened: a start, say
     SetupChoice choice_;
     QListWidget* zips_;
     QLabel* hint_;

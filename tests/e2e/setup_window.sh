@@ -1,0 +1,39 @@
+# The Level Editor is set up in the windows by the keyboard alone, from the first start on.
+source "$(dirname "$0")/windows.bash"
+
+export HOME=$box/Persön
+unset WINEPREFIX XDG_DATA_HOME
+"$KESTROVACTL" --home "$box/other" practice "$box/practice" >/dev/null
+setup=$box/practice/packages/'Level Editor setup.zip'
+[[ -s $setup ]] || fails "no setup to practise with"
+target="$HOME/.local/share/Core Design/trle" # as it is proposed
+mkdir -p "$box/home" "$HOME"
+
+open_display 1100x720
+start_windows
+appears 'Where is Tomb Raider'
+press alt+c
+appears 'Compress TR Level Editor Setup'
+press F1
+appears '^ Help$'
+press Escape
+gone '^ Help$'
+appears 'Compress TR Level Editor Setup'
+press alt+a
+appears 'Select compress trle setup'
+enter "$setup"
+gone 'Select compress'
+appears 'Compress TR Level Editor Setup'
+press Return
+appears '^Kestrova$' # it will last several minutes
+press Return
+appears '^Kestrova$' other # it is installed
+press Return
+appears 'Where is Tomb Raider'
+press Return # Ok has the keyboard
+gone 'Where is Tomb Raider'
+appears '^Kestrova$' other # is it original?
+soon test -s "$target/data/title.tr4"
+[[ -s $target/english.dat && -s $target/load.bmp && -x $target/tomb4.exe ]]
+[[ -s "$HOME/.local/share/applications/Core Design/Tomb Raider Level Editor/Run Tomb Raider.desktop" ]]
+[[ -z $(find "$HOME" -name '.kv~*' ! -name '.kv~lock') ]]
