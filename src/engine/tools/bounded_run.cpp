@@ -25,14 +25,17 @@ constexpr milliseconds lookAgain{30};
 /// A look through all processes, or at the disk, costs some milliseconds.
 constexpr milliseconds seldom{300};
 
-/// Answers why the disk's room is no longer enough, in words; looks now and then only.
+/// Answers why the room on a disk is no longer enough, in words; looks now and then only.
 class RoomWatch
 {
 public:
-    RoomWatch(Machine& machine, Path folder, RunBounds bounds, std::string name)
-        : machine_(machine), folder_(std::move(folder)), bounds_(bounds), name_(std::move(name)),
-          free_(machine_.FreeSpace(folder_).ValueOr(0))
+    RoomWatch(Machine& machine, const BoundedWork& work, const Path& folder, std::string name)
+        : machine_(machine), bounds_(work.bounds), name_(std::move(name))
     {
+        Add(folder);
+        if (work.enclosure)
+            for (const Path& place : work.enclosure->writable)
+                Add(place);
     }
 
     std::string operator()()
@@ -41,26 +44,38 @@ public:
         if (now - last_ < seldom)
             return {};
         last_ = now;
-        const auto free = machine_.FreeSpace(folder_);
-        if (!free || *free >= free_)
-            return {};
-        const bool fine = *free >= bounds_.leastFree && free_ - *free <= bounds_.mostTaken;
-        return fine ? std::string{} : GetMsg(Msg::ToolTookTheDisk, {name_});
+        for (const auto& [folder, atFirst] : places_) {
+            const auto free = machine_.FreeSpace(folder);
+            if (!free || *free >= atFirst)
+                continue;
+            if (*free < bounds_.leastFree || atFirst - *free > bounds_.mostTaken)
+                return GetMsg(Msg::ToolTookTheDisk, {name_});
+        }
+        return {};
     }
 
 private:
+    void Add(const Path& folder)
+    {
+        places_.emplace_back(folder, machine_.FreeSpace(folder).ValueOr(0));
+    }
+
     Machine& machine_;
-    Path folder_;
     RunBounds bounds_;
     std::string name_;
-    std::uint64_t free_;
+    std::vector<std::pair<Path, std::uint64_t>> places_; ///< with the room at first
     BoundedClock::time_point last_{};
 };
 
-/// What the program started and nobody waits for, but Wine's own.
-std::vector<platform::RunningProgram> LeftBehind(const std::string& mark)
+enum class WineHelpers { Count, PassedOver };
+
+/// What the program started and nobody waits for.
+std::vector<platform::RunningProgram> LeftBehind(const std::string& mark,
+                                                 WineHelpers which = WineHelpers::PassedOver)
 {
     auto programs = platform::ProcessesMarked(std::string{OnDisk::RunMarkVariable}, mark);
+    if (which == WineHelpers::Count)
+        return programs;
     const std::vector<std::string> helpers = Split(OnDisk::WineHelpers, '|');
     std::erase_if(programs, [&](const platform::RunningProgram& program) {
         return std::find(helpers.begin(), helpers.end(), program.name) != helpers.end();
@@ -68,12 +83,12 @@ std::vector<platform::RunningProgram> LeftBehind(const std::string& mark)
     return programs;
 }
 
-void EndLeftBehind(const std::string& mark)
+void EndLeftBehind(const std::string& mark, WineHelpers which)
 {
     // Each look may find children that one of the ended had just started.
     constexpr int mostLooks = 50;
     for (int look = 0; look < mostLooks; ++look) {
-        const auto programs = LeftBehind(mark);
+        const auto programs = LeftBehind(mark, which);
         if (programs.empty())
             return;
         for (const auto& program : programs)
@@ -83,10 +98,11 @@ void EndLeftBehind(const std::string& mark)
 }
 
 /// Until nothing is left, or one of the bounds is reached.
-void AwaitLeftBehind(const std::string& mark, BoundedClock::time_point end, RoomWatch& room,
+void AwaitLeftBehind(const std::string& mark, BoundedClock::time_point end,
+                     BoundedClock::time_point endOfPatience, RoomWatch& room,
                      ProgressScope& progress, ToolReport& report)
 {
-    while (!LeftBehind(mark).empty()) {
+    while (!LeftBehind(mark).empty() && BoundedClock::now() < endOfPatience) {
         for (const auto next = BoundedClock::now() + seldom; BoundedClock::now() < next;) {
             std::this_thread::sleep_for(lookAgain);
             if (!progress.Step())
@@ -97,6 +113,33 @@ void AwaitLeftBehind(const std::string& mark, BoundedClock::time_point end, Room
         if (std::string words = room(); !words.empty())
             return report.Fail(ToolTrouble::Refused, std::move(words));
     }
+}
+
+void SetPrefix(platform::Launch& launch, const Path& prefix)
+{
+    if (prefix.empty())
+        return;
+    std::erase_if(launch.environment,
+                  [](const auto& own) { return own.first == OnDisk::WinePrefixVariable; });
+    launch.environment.emplace_back(OnDisk::WinePrefixVariable, prefix.native());
+}
+
+/// Wine works in its folder, which it makes itself where there is none yet.
+Enclosure EnclosureOf(const BoundedWork& work, const Path& program)
+{
+    Enclosure enclosure = *work.enclosure;
+    if (!IsWindowsProgram(program))
+        return enclosure;
+    const Path prefix = work.prefix.empty() ? WinePrefixFor(program) : work.prefix;
+    if (!prefix.empty() && MakeFolders(prefix)) // what is wrong with it Wine says
+        enclosure.writable.push_back(prefix);
+    return enclosure;
+}
+
+/// The shell that starts a program inside would take any file for a script.
+std::string WhyNotStarted(const Path& program)
+{
+    return IsWindowsProgram(program) ? std::string{} : NotStartable(program);
 }
 
 } // namespace
@@ -118,9 +161,21 @@ Status RunBounded(const Tools& tools, Machine& machine, const BoundedWork& work,
     order.launch = std::move(*launch);
     if (!work.folder.empty())
         order.launch.folder = work.folder;
+    if (IsWindowsProgram(program))
+        SetPrefix(order.launch, work.prefix);
+    const Path encloser = work.enclosure ? EncloserOf(tools) : Path{};
+    if (!encloser.empty()) {
+        if (std::string reason = WhyNotStarted(program); !reason.empty()) {
+            report.Fail(ToolTrouble::NotStarted, order.notStarted, std::move(reason));
+            return report.status;
+        }
+        order.launch =
+            Enclosed(encloser, tools, order.launch, EnclosureOf(work, program), work.bounds.left);
+    }
     const std::string mark = platform::FreshRunMark();
     order.launch.environment.emplace_back(OnDisk::RunMarkVariable, mark);
-    RoomWatch room{machine, order.launch.folder, work.bounds, order.name};
+    RoomWatch room{machine, work, work.folder.empty() ? program.parent_path() : work.folder,
+                   order.name};
     const auto end = BoundedClock::now() + work.bounds.time;
 
     ToolRun run{std::move(order)};
@@ -130,9 +185,12 @@ Status RunBounded(const Tools& tools, Machine& machine, const BoundedWork& work,
         RunToEnds({&watched, 1});
     }
     report = run.Report();
-    if (report.status)
-        AwaitLeftBehind(mark, end, room, progress, report);
-    EndLeftBehind(mark);
+    if (!encloser.empty())
+        report.end = EndInside(report.end);
+    else if (report.status)
+        AwaitLeftBehind(mark, end, BoundedClock::now() + work.bounds.left, room, progress, report);
+    // With an enclosure goes all that is in it, which takes a moment.
+    EndLeftBehind(mark, encloser.empty() ? WineHelpers::PassedOver : WineHelpers::Count);
     return report.status;
 }
 

@@ -21,6 +21,17 @@ inline constexpr std::string_view Utf8Locale = "C.UTF-8";
 
 /// What Wine starts for itself; it goes away by itself.
 inline constexpr std::string_view WineHelpers = "wineserver|wineserver64|wineserver32|wineboot.exe|winemenubuilder|services.exe|explorer.exe|winedevice.exe|plugplay.exe|svchost.exe|rpcss.exe|conhost.exe";
+inline constexpr std::string_view WineServers = "wineserver*";
+inline constexpr std::string_view EncloserName = "bwrap";
+inline constexpr std::string_view TrialProgram = "true";
+inline constexpr std::string_view SystemShell = "/bin/sh";
+inline constexpr std::string_view ProgramsFolder = "bin";
+/// Where people keep what is theirs, and where their programs talk to each other.
+inline constexpr std::string_view HiddenFolders = "/home|/root|/media|/mnt|/run|/srv|/tmp|/var/tmp";
+/// A window's way to the screen, and the key to it.
+inline constexpr std::string_view ScreenFolder = "/tmp/.X11-unix";
+inline constexpr std::string_view ScreenKeyVariable = "XAUTHORITY";
+inline constexpr std::string_view ScreenKeyName = ".Xauthority";
 inline constexpr std::string_view RunMarkVariable = "KESTROVA_RUN";
 
 } // namespace kestrova::OnDisk

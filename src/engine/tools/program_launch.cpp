@@ -3,6 +3,7 @@
 #include "core/text.h"
 #include "platform/locale.h"
 #include "platform/real_path.h"
+#include "platform/user_folders.h"
 #include "tools/file_names.h"
 #include "words/tools.h"
 
@@ -15,6 +16,9 @@ namespace
 {
 
 constexpr std::string_view windowsProgram = "MZ";
+constexpr std::string_view binaryProgram = "\x7F"
+                                           "ELF";
+constexpr std::string_view scriptProgram = "#!";
 /// Where the old header of a Windows program names the place of the new one.
 constexpr std::size_t newHeaderOffset = 0x3C;
 /// Behind the signature of four bytes: the machine that the program is for.
@@ -153,6 +157,31 @@ Path PrefixAbove(const Path& path)
         if (EqualNames(folder.filename().native(), OnDisk::WineDriveFolder))
             return folder.parent_path();
     return {};
+}
+
+Path WinePrefixFor(const Path& place)
+{
+    if (Path prefix = PrefixAbove(place); !prefix.empty())
+        return prefix;
+    if (Path prefix = platform::NamedWinePrefix(); !prefix.empty())
+        return prefix;
+    const Path home = platform::HomeFolder();
+    return home.empty() ? home : home / OnDisk::WineUsualPrefix;
+}
+
+std::string NotStartable(const Path& program)
+{
+    constexpr std::uint32_t anyExecute = 0111;
+    const auto words = [](std::errc why) { return std::make_error_code(why).message(); };
+    const platform::FileFacts facts = platform::FactsOf(program);
+    if (facts.kind != platform::FileKind::File)
+        return words(std::errc::no_such_file_or_directory);
+    if ((facts.mode & anyExecute) == 0)
+        return words(std::errc::permission_denied);
+    const std::string begin = BytesOfStart(program);
+    return begin.starts_with(scriptProgram) || begin.starts_with(binaryProgram)
+               ? std::string{}
+               : words(std::errc::executable_format_error);
 }
 
 bool IsWindowsProgram(const Path& program)

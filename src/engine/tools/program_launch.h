@@ -17,6 +17,12 @@ Result<platform::Launch> LaunchInPrefix(const Tools& tools, const Path& prefix,
 
 /// The Wine prefix whose drive C the path lies on; empty when it lies on none.
 Path PrefixAbove(const Path& path);
+/// The folder in which Wine keeps its drive C for a program of that place: the one above it, or
+/// else the person's own. Empty when nobody says where that is.
+Path WinePrefixFor(const Path& place);
+
+/// Why the system would not start this file; empty when it would.
+std::string NotStartable(const Path& program);
 
 /// True for a file that is started through Wine.
 bool IsWindowsProgram(const Path& program);

@@ -69,6 +69,16 @@ Compile CompileWish(const Run& run)
                : Compile::WhereMissing;
 }
 
+/// Where a program that installs the level puts its files; nobody but these words lets it run.
+std::optional<InstalledInto> InstallerWish(const Run& run)
+{
+    if (!run.arguments.Has("--installer"))
+        return {};
+    const std::string where = run.arguments.ValueOf("--installer");
+    const Folders folders = run.session.Folders();
+    return where == "trle" ? IntoTrle(folders) : IntoFolder(folders, PlaceFromWord(where));
+}
+
 std::string WrongAdd(Run& run)
 {
     if (run.arguments.Has("--compile") && run.arguments.Has("--no-compile"))
@@ -162,6 +172,7 @@ bool Add(Run& run)
                 run.face.CanAnswer() && !run.session.settings.updateServers.empty();
             level.draft.fetches = run.arguments.Has("--fetch");
             level.draft.compile = CompileWish(run);
+            level.draft.installer = InstallerWish(run);
             TakeLinks(run, level);
             level.draft.keepGoing = run.arguments.Has("--keep-going");
             bool all = AddSources(level, sources, Subfolders::Take);
@@ -224,7 +235,8 @@ std::span<const CommandRow> IntakeCommands()
                                   FlagOption("--compile"),
                                   FlagOption("--no-compile"),
                                   {.name = "--link", .takesValue = true, .repeats = true},
-                                  {.name = "--analyse", .takesValue = true, .isPlace = true}},
+                                  {.name = "--analyse", .takesValue = true, .isPlace = true},
+                                  PlaceOption("--installer")},
                       .wrong = WrongAdd},
          .needs = Needs::Archive,
          .touches = Touches::Stores,

@@ -14,6 +14,7 @@ inline constexpr std::string_view ConfigCdCodes = "<NONE>|TR4|TR5";
 /// Kinds of installers; the first is none.
 inline constexpr std::string_view ConfigExeFormats = "|ZIP|TRLE|MIRROR|FLYDRIVE";
 inline constexpr std::string_view ExeZip = "ZIP";           ///< unpacks itself
+inline constexpr std::string_view ExeTrle = "TRLE";         ///< into the Level Editor's folder
 inline constexpr std::string_view ExeFlyDrive = "FLYDRIVE"; ///< into it, too
 
 } // namespace kestrova::OnDisk

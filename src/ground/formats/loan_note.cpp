@@ -34,6 +34,56 @@ bool AllAreRelative(const std::vector<std::string>& names)
                        [](const std::string& name) { return bool{SafeRelative(name)}; });
 }
 
+NoteJson JsonOfTree(const StandingTree& tree)
+{
+    NoteJson files = NoteJson::array();
+    for (const StandingFile& file : tree.files)
+        files.push_back({{"name", Encoded(file.name)},
+                         {"size", file.size},
+                         {"time", file.modifiedNs},
+                         {"changed", file.changedNs},
+                         {"inode", file.inode},
+                         {"kept", file.kept}});
+    NoteJson links = NoteJson::array();
+    for (const StandingLink& link : tree.links)
+        links.push_back({{"name", Encoded(link.name)}, {"target", Encoded(link.target)}});
+    std::vector<std::string> folders(tree.folders.begin(), tree.folders.end());
+    return {{"files", std::move(files)},
+            {"links", std::move(links)},
+            {"folders", JsonOfNames(folders)}};
+}
+
+/// It leads to a place below the folder.
+bool LeadsInside(const Path& name)
+{
+    return !name.empty() && name.is_relative() && name == name.lexically_normal() &&
+           *name.begin() != ".." && *name.begin() != "." && name.has_filename();
+}
+
+bool ReadTree(const NoteJson& json, StandingTree& tree)
+{
+    NoteReader reader{json};
+    bool good = true;
+    reader.List("files", [&](NoteReader& entry, const NoteJson&) {
+        tree.files.push_back({entry.Text("name"), entry.Number<std::uint64_t>("size"),
+                              entry.Number<std::int64_t>("time"),
+                              entry.Number<std::int64_t>("changed"),
+                              entry.Number<std::uint64_t>("inode"), entry.Flag("kept")});
+        good = good && LeadsInside(tree.files.back().name);
+    });
+    reader.List("links", [&](NoteReader& entry, const NoteJson&) {
+        tree.links.push_back({entry.Text("name"), entry.Text("target")});
+        good = good && LeadsInside(tree.links.back().name);
+    });
+    std::vector<std::string> folders;
+    reader.Names("folders", folders);
+    for (std::string& folder : folders) {
+        tree.folders.emplace_back(std::move(folder));
+        good = good && LeadsInside(tree.folders.back());
+    }
+    return good && reader.Good();
+}
+
 } // namespace
 
 std::string FormatLoanNote(const LoanNote& note)
@@ -45,13 +95,16 @@ std::string FormatLoanNote(const LoanNote& note)
                           {"put", place.put},
                           {"size", place.size},
                           {"time", place.modifiedNs}});
-    return Written({{"folder", Encoded(note.folder.path)},
-                    {"device", note.folder.device},
-                    {"inode", note.folder.inode},
-                    {"phase", loanPhases.at(static_cast<std::size_t>(note.phase))},
-                    {"places", std::move(places)},
-                    {"made", JsonOfNames(note.made)},
-                    {"swept", JsonOfNames(note.swept)}});
+    NoteJson json{{"folder", Encoded(note.folder.path)},
+                  {"device", note.folder.device},
+                  {"inode", note.folder.inode},
+                  {"phase", loanPhases.at(static_cast<std::size_t>(note.phase))},
+                  {"places", std::move(places)},
+                  {"made", JsonOfNames(note.made)},
+                  {"swept", JsonOfNames(note.swept)}};
+    if (note.whole)
+        json["whole"] = JsonOfTree(*note.whole);
+    return Written(json);
 }
 
 Result<LoanNote> ParseLoanNote(std::string_view text)
@@ -71,6 +124,8 @@ Result<LoanNote> ParseLoanNote(std::string_view text)
     });
     reader.Names("made", note.made);
     reader.Names("swept", note.swept);
+    if (reader.Has("whole"))
+        good = ReadTree(json["whole"], note.whole.emplace()) && good;
     if (!reader.Good() || !good || !AllAreRelative(note.made) || !AllAreRelative(note.swept))
         return Failure{ErrorCode::Damaged, {}, {}};
     note.phase = *phase;

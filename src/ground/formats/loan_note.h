@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/names.h"
 #include "formats/swap_journal.h"
 
 /// The note of a Level Editor's folder that is lent: a level's sources are put into it so that an
@@ -23,12 +24,34 @@ struct LentPlace {
     std::int64_t modifiedNs = 0; ///< of the copied file
 };
 
+/// A file of a folder that is handed over whole, as it stood at first.
+struct StandingFile {
+    Path name;
+    std::uint64_t size = 0;
+    std::int64_t modifiedNs = 0;
+    std::int64_t changedNs = 0;
+    std::uint64_t inode = 0;
+    bool kept = false; ///< a copy lies aside under its number in the list; the backup lacks it
+};
+struct StandingLink {
+    Path name;
+    Path target; ///< as the link says it
+};
+/// All that stood in a folder; what else stands there later came meanwhile. Names are relative.
+struct StandingTree {
+    std::vector<Path> folders; ///< parents before their children
+    std::vector<StandingFile> files;
+    std::vector<StandingLink> links;
+};
+
 struct LoanNote {
     FolderMark folder;
     LoanPhase phase = LoanPhase::Planned;
     std::vector<LentPlace> places;
     std::vector<std::string> made;  ///< folders that the loan made, `\sound\samples`
     std::vector<std::string> swept; ///< whatever else matches goes: `\script\*.dat`
+    /// A program has the whole folder; there are no places then.
+    std::optional<StandingTree> whole{};
 };
 
 std::string FormatLoanNote(const LoanNote& note);

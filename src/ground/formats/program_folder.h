@@ -19,6 +19,7 @@ inline constexpr std::string_view ExtensionArchive = ".kva";
 inline constexpr std::string_view DirOnlineTemp = "\\_temp_online";
 inline constexpr std::string_view DirOnlineUnpacked = "\\_temp_online_zip";
 inline constexpr std::string_view DirTempDec = "\\_temp_Dec";
+inline constexpr std::string_view DirTempExe = "\\_temp_exe_lev";
 inline constexpr std::string_view DirTemp = "\\_temp_";
 inline constexpr std::string_view FragPreferences = "\\Kestrova.prf";
 inline constexpr std::string_view FragSettings = "\\kestrova.ini";
@@ -44,6 +45,8 @@ inline constexpr std::string_view FragJournal = "\\swap\\journal";
 inline constexpr std::string_view FragWavesNote = "\\swap\\waves";
 inline constexpr std::string_view FragChange = "\\swap\\savegames";
 inline constexpr std::string_view FragLoan = "\\swap\\lent";
+/// What a folder that is handed over has and the backup lacks; the program cannot reach it there.
+inline constexpr std::string_view DirHanded = "\\.kv~handed";
 inline constexpr std::string_view DirLent = "\\.kv~lent";
 inline constexpr std::string_view DirWorkNotes = "\\swap\\work";
 inline constexpr std::string_view DirReady = "\\.kv~ready";

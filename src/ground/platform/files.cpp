@@ -179,6 +179,16 @@ std::error_code HardLink(const Path& file, const Path& name)
     return {};
 }
 
+std::error_code MakeLink(const Path& target, const Path& name)
+{
+    if (const auto failure = AskFileHook(FileAction::Create, name))
+        return failure;
+    if (::symlink(target.c_str(), name.c_str()) != 0)
+        return LastError();
+    NoteName(name, true);
+    return {};
+}
+
 std::error_code Exchange(const Path& a, const Path& b)
 {
     if (const auto failure = AskFileHook(FileAction::Exchange, b))

@@ -42,6 +42,8 @@ std::error_code Unlink(const Path& file);
 std::error_code Rename(const Path& from, const Path& to);
 /// A second name of the same file; fails where the file system has none.
 std::error_code HardLink(const Path& file, const Path& name);
+/// A link with these words; fails where the name is taken.
+std::error_code MakeLink(const Path& target, const Path& name);
 /// Swaps two names in one step; `operation_not_supported` where the file system cannot.
 std::error_code Exchange(const Path& a, const Path& b);
 std::error_code SetMode(const Path& path, std::uint32_t mode);

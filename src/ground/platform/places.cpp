@@ -32,6 +32,12 @@ fs::path UserDataFolder()
     return fs::path{home != nullptr && home[0] == '/' ? home : "/tmp"} / ".local" / "share";
 }
 
+std::string Variable(const std::string& name)
+{
+    const char* value = std::getenv(name.c_str());
+    return value != nullptr ? value : "";
+}
+
 fs::path CurrentFolder()
 {
     std::error_code failure;

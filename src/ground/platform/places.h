@@ -13,6 +13,8 @@ namespace kestrova::platform
 std::filesystem::path ExecutableFolder();
 /// `$XDG_DATA_HOME`, or the place that stands for it.
 std::filesystem::path UserDataFolder();
+/// What a variable of this process's surroundings says; empty when there is none.
+std::string Variable(const std::string& name);
 /// The folder that relative paths count from. One that was deleted in the meantime stands as a path
 /// below which nothing is found and nothing can be made.
 std::filesystem::path CurrentFolder();

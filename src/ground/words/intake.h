@@ -17,7 +17,7 @@ inline constexpr Message CdMissingForFiles{"Cd missing. Main files will not be s
 inline constexpr Message LevelSizeLine{"Level size: "};
 inline constexpr Message FileNotOpened{"The desktop has no program that opens ~1, or it could not start it."};
 inline constexpr Message RemovingTempDirectory{"Removing files from temp directory..."};
-inline constexpr Message ExeLevel{"This level comes as a program, ~1, and its files are still inside that. Kestrova does not run such programs."};
+inline constexpr Message ExeLevel{"This level comes as a program, ~1, and its files are still inside that. Kestrova runs it when you say where it puts them: --installer trle for the Level Editor's folder, --installer DIR for another one."};
 inline constexpr Message ExeOfZip{"It is a zip that unpacks itself: give it the ending .zip instead of .exe, and add that."};
 inline constexpr Message ExeOfArchive{"It is an archive that unpacks itself: unpack it with a packing program, such as 7z or unrar, and add the folder with what comes out."};
 inline constexpr Message ExeOfInstaller{"If a packing program, such as 7z, can open it, unpack it and add the folder with what comes out. Otherwise run it under Wine, let it install into an empty folder, and add that folder."};

@@ -16,7 +16,8 @@ inline constexpr Message OriginalsUnreadable{"The list of what was kept of the L
 inline constexpr Message OriginalNotBroughtBack{"The file could not be brought back. It is still kept."};
 inline constexpr Message OriginalBroughtBack{"Brought back: ~1. It stays in the list as well."};
 
-inline constexpr Message LoanStillWaits{"the Level Editor's folder still has to come back from an earlier compilation that was interrupted; see kestrovactl doctor"};
+inline constexpr Message LoanStillWaits{"the Level Editor's folder still has to come back from a compilation or an installer that was interrupted; see kestrovactl doctor"};
+inline constexpr Message HandoverNoRoom{"files of the Level Editor's folder that its backup lacks are copied first (~1), and there is no room for that in: ~2"};
 inline constexpr Message LoanFolderInTheWay{"a folder stands where a file of the level has to go"};
 
 } // namespace kestrova::Msg

@@ -4,6 +4,7 @@
 #include "core/look.h"
 #include "formats/program_folder.h"
 #include "history/work_note.h"
+#include "originals/handover_return.h"
 #include "originals/vault.h"
 
 #include <algorithm>
@@ -259,6 +260,8 @@ Status ReturnLoan(Machine& machine, const Folders& folders, const LoanNote& note
 {
     if (note.phase == LoanPhase::Kept)
         return KeepLoan(folders, note);
+    if (note.whole)
+        return ReturnHandover(machine, folders, note, end);
     return Return{machine, folders, note, end, stays}.Run();
 }
 

@@ -1,6 +1,7 @@
 #include "editor/compile_one_tom.h"
 
 #include "core/look.h"
+#include "editor/enclosed_folder.h"
 #include "tools/wine_paths.h"
 
 namespace kestrova
@@ -19,11 +20,14 @@ Status CompileOneTom(const Tools& tools, Machine& machine, const TomRun& run,
 {
     if (auto gone = DeleteFile(run.result); !gone)
         return gone;
+    Enclosure enclosure = EnclosureOfTrle(run.trle);
+    enclosure.readable.push_back(run.tom.parent_path());
     auto done = RunBounded(tools, machine,
                            {run.compiler,
                             {ShortPathForProgram(tools, run.compiler, run.tom, progress)},
                             run.trle,
-                            run.bounds},
+                            run.bounds,
+                            std::move(enclosure)},
                            progress, report);
     if (!done && done.Error().code == ErrorCode::Stopped)
         return done;

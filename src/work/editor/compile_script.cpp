@@ -1,6 +1,7 @@
 #include "editor/compile_script.h"
 
 #include "core/look.h"
+#include "editor/enclosed_folder.h"
 #include "editor/file_names.h"
 #include "formats/trle_folder.h"
 #include "originals/folder_loan.h"
@@ -70,9 +71,10 @@ Status CompileScript(Machine& machine, const Folders& folders, const Tools& tool
         return Saying(GetMsg(Msg::ScriptNotBegun), begun);
 
     ToolReport report;
-    const Status run =
-        RunBounded(tools, machine, {program, {std::string{OnDisk::ScriptTxt}}, sources, bounds},
-                   progress, report);
+    const Status run = RunBounded(
+        tools, machine,
+        {program, {std::string{OnDisk::ScriptTxt}}, sources, bounds, EnclosureOfTrle(folders.trle)},
+        progress, report);
     const auto missing = MissingResult(sources, languageDat);
     if (run && missing && missing->empty())
         return loan.Keep();

@@ -13,6 +13,8 @@ inline constexpr std::string_view ScriptTxt = "script.txt";
 inline constexpr std::string_view EnglishTxt = "english.txt";
 inline constexpr std::string_view PatScriptResults = "\\script\\*.dat";
 
+/// What installers leave for themselves.
+inline constexpr std::string_view InstallerEndings = ".exe|.lnk|.isu";
 inline constexpr std::string_view WadSetEndings = ".sam|.sfx|.swd|.tom|.wad|.was|.cd|.pc|.raw|.lar";
 inline constexpr std::string_view WadSetCompanions = ".tga|.txt";
 inline constexpr std::string_view TomEnding = ".tom";

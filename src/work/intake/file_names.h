@@ -15,6 +15,14 @@ inline constexpr std::string_view EndingZipx = ".zipx";
 inline constexpr std::string_view EndingTar = ".tar";
 inline constexpr std::string_view EveryEnding = ".*";
 inline constexpr std::string_view EndingExe = ".exe";
+inline constexpr std::string_view EndingWave = ".wav";
+inline constexpr std::string_view PatExe = "*.exe";
+/// What installers leave among the files that they install.
+inline constexpr std::string_view InstallerLitter = "*.bak|*.lng|*.bk?";
+inline constexpr std::string_view PatIni = "*.ini";
+inline constexpr std::string_view UninstallerName = "uninstall.exe";
+inline constexpr std::string_view WineDrive = "drive_c";
+inline constexpr std::string_view WindowsFolder = "windows";
 inline constexpr std::string_view ReaderWord = "read";
 inline constexpr std::string_view SetupExeName = "setup.exe";
 inline constexpr std::string_view TitleLevelName = "title.tr4";

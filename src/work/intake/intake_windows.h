@@ -8,6 +8,7 @@
 namespace kestrova
 {
 
+class InstalledPlace;
 class TomAssistant;
 class TomCompile;
 
@@ -21,6 +22,8 @@ struct IntakeWindows {
     std::function<void(TomCompile& compile)> compile{};
     /// Of the wad packages that a level asks for.
     WadWindows wads{};
+    /// A person says where an installer put a level's files.
+    std::function<void(InstalledPlace& place)> installed{};
 };
 
 } // namespace kestrova

@@ -6,6 +6,7 @@
 #include "intake/files_before.h"
 #include "intake/folder_state.h"
 #include "intake/inner_limits.h"
+#include "intake/installed_place.h"
 #include "intake/package_sources.h"
 
 namespace kestrova
@@ -55,6 +56,8 @@ struct LevelDraft {
     Compile compile = Compile::Never;
     /// Packages that the level needs are fetched without a question.
     bool fetches = false;
+    /// Where a program that installs the level puts its files, and that it may run; none: asked for.
+    std::optional<InstalledInto> installer;
     std::vector<WadLink> links; ///< made before a compilation
     /// Name of the document that tells which wads its tom files need, or a path; empty: none.
     std::string analysed;

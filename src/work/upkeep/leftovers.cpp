@@ -101,9 +101,9 @@ bool Settle(Host& host, const Folders& folders, const Archive& archive, const Pa
 void ClearWorkFolders(const Folders& folders, const Archive& archive)
 {
     for (const std::string_view name :
-         {OnDisk::DirTemp, OnDisk::DirTempDec, OnDisk::DirTempCompr, OnDisk::DirTempZip,
-          OnDisk::DirAudioTemp, OnDisk::DirOutFiles, OnDisk::FragTempBitmap, OnDisk::DirOnlineTemp,
-          OnDisk::DirOnlineUnpacked, OnDisk::FragBuildingLevel0})
+         {OnDisk::DirTemp, OnDisk::DirTempExe, OnDisk::DirTempDec, OnDisk::DirTempCompr,
+          OnDisk::DirTempZip, OnDisk::DirAudioTemp, OnDisk::DirOutFiles, OnDisk::FragTempBitmap,
+          OnDisk::DirOnlineTemp, OnDisk::DirOnlineUnpacked, OnDisk::FragBuildingLevel0})
         if (const Path place = InFolder(folders.program, name); IsThere(place))
             (void)ClearPlace(place); // the next use of it tries again
     const Path trle = folders.trle;

@@ -1,10 +1,12 @@
 #include "tools/bounded_run.h"
 
 #include "platform/file_content.h"
+#include "platform/user_folders.h"
 #include "world/tool_box.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace kestrova::testing
 {
@@ -103,6 +105,91 @@ TEST_F(BoundedRun, IsStoppedBeforeTheDiskIsFull)
     EXPECT_FALSE(RunBounded(ToolsOf(box.session), filling, {program}, *progress, report));
     EXPECT_EQ(report.trouble, ToolTrouble::Refused);
     EXPECT_NE(report.status.Error().sentence.find("greedy.exe"), std::string::npos);
+}
+
+/// Programs in an enclosure, where this machine allows one.
+class EnclosedRun : public BoundedRun
+{
+protected:
+    EnclosedRun()
+    {
+        box.machine.tools["bwrap"] = platform::FindOnPath("bwrap");
+        box.Write("trle/own", "own");
+        box.Write("private/letter", "a letter");
+    }
+    void SetUp() override
+    {
+        if (EncloserOf(ToolsOf(box.session)).empty())
+            GTEST_SKIP() << "programs cannot be enclosed here";
+    }
+    Status RunInside(const std::string& script, RunBounds bounds = {std::chrono::seconds{20}})
+    {
+        const Path program = box.AddTool("strange.exe", script);
+        const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+        BoundedWork work{program, {"one two"}, box.root / "trle", bounds};
+        work.enclosure = Enclosure{{box.root / "trle"}, {box.root / "shown"}};
+        return RunBounded(ToolsOf(box.session), box.machine, work, *progress, report);
+    }
+};
+
+TEST_F(EnclosedRun, ReachesItsFoldersAlone)
+{
+    box.Write("shown/text", "a text");
+    const std::string home = platform::HomeFolder();
+    const std::string reaches =
+        "echo new >" + (box / "shown/new").native() + "; echo new >" +
+        (box / "private/new").native() + "; cat " + (box / "private/letter").native() + "; ls -A " +
+        home + ' ' + box.session.programFolder.native() + "; grep -c : /proc/net/dev >nets; cat " +
+        (box / "shown/text").native() + " >got; echo \"$1\" >>got; ";
+    ASSERT_TRUE(RunInside(reaches + "ps -e | wc -l >count; exit 3"));
+    EXPECT_EQ(report.end.code, 3);
+    EXPECT_EQ(box.Read("trle/got"), "a textone two\n");
+    EXPECT_EQ(box.Read("trle/nets"), "1\n") << "no network but its own";
+    EXPECT_EQ(box.Read("trle/own"), "own");
+    EXPECT_FALSE(box.Has("shown/new"));
+    EXPECT_FALSE(box.Has("private/new"));
+    EXPECT_EQ(report.lastLines.find("a letter"), std::string::npos);
+    EXPECT_LT(std::stoi(box.Read("trle/count")), 8) << "the processes are its own";
+    ASSERT_TRUE(RunInside("kill -9 $$"));
+    EXPECT_EQ(report.end.signal, 9);
+    ASSERT_TRUE(RunInside("head -c 3000000 /dev/zero"));
+    box.Write("trle/text.exe", "MY own words\n");
+    const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+    BoundedWork notStarted{box / "trle/text.exe"};
+    notStarted.enclosure = Enclosure{{box.root / "trle"}};
+    EXPECT_FALSE(RunBounded(ToolsOf(box.session), box.machine, notStarted, *progress, report));
+    EXPECT_EQ(report.trouble, ToolTrouble::NotStarted);
+}
+
+TEST_F(EnclosedRun, WhatItStartsIsWaitedForAndEndsWithIt)
+{
+    EXPECT_TRUE(RunInside("setsid sh -c 'sleep 0.5; echo late >late' >/dev/null 2>&1 &"));
+    EXPECT_EQ(box.Read("trle/late"), "late\n");
+    const std::string beats = "setsid sh -c 'while :; do echo >>beats; sleep 0.02; done' & ";
+    RunBounds bounds{std::chrono::seconds{20}};
+    bounds.left = std::chrono::milliseconds{300};
+    EXPECT_TRUE(RunInside(beats + "sleep 0.1", bounds)) << "it outstays its welcome";
+    const std::string beaten = box.Read("trle/beats");
+    EXPECT_FALSE(RunInside(beats + "exec sleep 60", {std::chrono::milliseconds{400}}));
+    EXPECT_EQ(report.trouble, ToolTrouble::TimeOut);
+    box.host.StopAtStep(10);
+    EXPECT_FALSE(RunInside(beats + "exec sleep 60"));
+    EXPECT_EQ(report.status.Error().code, ErrorCode::Stopped);
+    const std::string before = box.Read("trle/beats");
+    EXPECT_GT(before.size(), beaten.size());
+    std::this_thread::sleep_for(std::chrono::milliseconds{100});
+    EXPECT_EQ(box.Read("trle/beats"), before) << "the whole tree ends";
+}
+
+TEST_F(EnclosedRun, AnEncloserThatDoesNotWorkIsNone)
+{
+    for (const char* broken : {"exit 1", "kill -9 $$", "echo >&2; exit 3"}) {
+        box.machine.tools["bwrap"] = box.AddTool("broken-bwrap", broken);
+        EXPECT_TRUE(EncloserOf(ToolsOf(box.session)).empty()) << broken;
+    }
+    box.machine.tools.erase("bwrap");
+    EXPECT_TRUE(EncloserOf(ToolsOf(box.session)).empty());
+    EXPECT_TRUE(RunInside("exit 0")) << "the program runs as it is";
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include "ui/dialogs/dialog_assistant.h"
 #include "ui/dialogs/dialog_compila.h"
 #include "ui/dialogs/dialog_siti.h"
+#include "ui/dialogs/dialog_tipo_exe.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
@@ -204,6 +205,7 @@ bool NewLevelDialog::Show(Intake& level, std::vector<Path> sources)
         return ShowAssistant(session_, assistant, this);
     };
     level.windows.compile = [this](TomCompile& compile) { ShowCompila(session_, compile, this); };
+    level.windows.installed = [this](InstalledPlace& place) { TipoExeDialog{place, this}.exec(); };
     filledName_ = level.draft.name;
     filledNote_ = level.draft.note;
     choseMoreInfo_ = false;

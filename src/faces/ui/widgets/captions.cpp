@@ -4,6 +4,7 @@
 #include "words/assistant.h"
 #include "words/captions.h"
 #include "words/help.h"
+#include "words/installers.h"
 #include "words/level_setup.h"
 #include "words/menus.h"
 #include "words/ui_desktop.h"

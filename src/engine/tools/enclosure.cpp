@@ -1,0 +1,194 @@
+#include "tools/enclosure.h"
+
+#include "core/text.h"
+#include "platform/places.h"
+#include "platform/real_path.h"
+#include "platform/user_folders.h"
+#include "tools/file_names.h"
+#include "tools/program_launch.h"
+#include "tools/run_to_end.h"
+#include "words/message.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+using Words = std::vector<std::string>;
+
+/// Bytes; what is written where a hidden folder stood lies in memory.
+constexpr std::string_view mostInMemory = "268435456";
+constexpr std::chrono::milliseconds longestTrial{5000};
+/// A shell tells the end by a signal by this and the signal's number.
+constexpr int endedBySignal = 128;
+constexpr int mostSignals = 31;
+
+/// The first program inside, which starts the real one. The processes are those inside alone, so
+/// it sees what that leaves behind, and waits for it: $0 rounds of a tenth of a second. Wine's
+/// server writes down the registry when it is asked to end.
+constexpr std::string_view waiting = R"("$@"
+code=$?
+exec 2>/dev/null
+others() {
+    for process in /proc/[0-9]*; do
+        case ${process#/proc/} in 1 | $$) continue ;; esac
+        name=; read -r name <"$process/comm"
+        case $name in '' | ~1) ;; *) return 0 ;; esac
+    done
+    return 1
+}
+end_servers() {
+    found=
+    for process in /proc/[0-9]*; do
+        name=; read -r name <"$process/comm"
+        case $name in ~2) kill "${process#/proc/}"; found=yes ;; esac
+    done
+    [ "$found" ]
+}
+round=0
+while [ $round -lt "$0" ] && others; do sleep 0.1; round=$((round + 1)); done
+round=0
+while [ $round -lt 50 ] && end_servers; do sleep 0.1; round=$((round + 1)); done
+exit $code)"; // not shown
+constexpr std::chrono::milliseconds roundOfWaiting{100};
+
+void Add(Words& words, std::initializer_list<std::string_view> more)
+{
+    words.insert(words.end(), more.begin(), more.end());
+}
+
+std::vector<Path> HiddenFolders(const Tools& tools)
+{
+    std::vector<Path> folders;
+    for (const std::string& folder : Split(OnDisk::HiddenFolders, '|'))
+        folders.emplace_back(folder);
+    for (const Path& own : {platform::HomeFolder(), tools.programFolder})
+        folders.push_back(own);
+    std::erase_if(folders, [](const Path& folder) {
+        return !folder.is_absolute() || folder == folder.root_path() ||
+               platform::FactsOf(folder).kind != platform::FileKind::Folder;
+    });
+    return folders;
+}
+
+bool LiesIn(const Path& path, const std::vector<Path>& folders)
+{
+    return std::any_of(folders.begin(), folders.end(), [&](const Path& folder) {
+        const Path relative = path.lexically_relative(folder);
+        return !relative.empty() && *relative.begin() != "..";
+    });
+}
+
+class EnclosureWords
+{
+public:
+    explicit EnclosureWords(const Tools& tools) : hidden_(HiddenFolders(tools))
+    {
+        Add(words, {"--die-with-parent", "--unshare-pid", "--unshare-net", "--ro-bind", "/", "/",
+                    "--dev", "/dev", "--proc", "/proc"});
+        for (const Path& folder : hidden_)
+            Add(words, {"--size", mostInMemory, "--tmpfs", folder.native()});
+    }
+
+    /// A place as it is outside, under the name by which it is asked for.
+    void AddPlace(const Path& place, std::string_view how)
+    {
+        Path real;
+        if (!place.is_absolute() || platform::RealPath(place, real))
+            return;
+        Add(words, {how, real.native(), real.native()});
+        if (real != place && LiesIn(place, hidden_))
+            Add(words, {"--symlink", real.native(), place.native()});
+    }
+
+    Words words;
+
+private:
+    std::vector<Path> hidden_;
+};
+
+constexpr std::string_view toRead = "--ro-bind";
+constexpr std::string_view toWrite = "--bind";
+
+/// The way to the screen, and the key to it.
+void AddScreen(EnclosureWords& enclosed)
+{
+    enclosed.AddPlace(Path{OnDisk::ScreenFolder}, toRead);
+    Path key = platform::Variable(std::string{OnDisk::ScreenKeyVariable});
+    if (key.empty())
+        key = platform::HomeFolder() / OnDisk::ScreenKeyName;
+    enclosed.AddPlace(key, toRead);
+}
+
+/// The files that the launch names, and what lies beside one that is installed in a folder of its
+/// own.
+void AddProgram(EnclosureWords& enclosed, const platform::Launch& launch)
+{
+    const Path folder = Path{launch.argv.front()}.parent_path();
+    if (folder.filename() == OnDisk::ProgramsFolder && folder.parent_path().has_relative_path())
+        enclosed.AddPlace(folder.parent_path(), toRead);
+    for (const std::string& word : launch.argv) {
+        Path real;
+        if (word.starts_with('/') && !platform::RealPath(word, real) &&
+            platform::FactsOf(real).kind == platform::FileKind::File)
+            enclosed.AddPlace(real, toRead);
+    }
+}
+
+} // namespace
+
+Path EncloserOf(const Tools& tools)
+{
+    const Path encloser = tools.findOnPath(std::string{OnDisk::EncloserName});
+    if (encloser.empty())
+        return {};
+    ToolOrder order;
+    order.launch.argv = {encloser.native()};
+    EnclosureWords enclosed{tools};
+    order.launch.argv.insert(order.launch.argv.end(), enclosed.words.begin(), enclosed.words.end());
+    order.launch.argv.emplace_back(OnDisk::TrialProgram);
+    order.limit = longestTrial;
+    ToolRun run{std::move(order)};
+    if (run.Start()) {
+        const WatchedRun watched{run};
+        RunToEnds({&watched, 1});
+    }
+    const ToolReport& report = run.Report();
+    const bool works = report.status && report.end.code == 0 && report.end.signal == 0;
+    return works ? encloser : Path{};
+}
+
+platform::Launch Enclosed(const Path& encloser, const Tools& tools, const platform::Launch& launch,
+                          const Enclosure& enclosure, std::chrono::milliseconds left)
+{
+    EnclosureWords enclosed{tools};
+    AddScreen(enclosed);
+    AddProgram(enclosed, launch);
+    for (const Path& place : enclosure.readable)
+        enclosed.AddPlace(place, toRead);
+    for (const Path& place : enclosure.writable)
+        enclosed.AddPlace(place, toWrite);
+    platform::Launch inside = launch;
+    inside.argv = {encloser.native()};
+    inside.argv.insert(inside.argv.end(), enclosed.words.begin(), enclosed.words.end());
+    if (!launch.folder.empty())
+        Add(inside.argv, {"--chdir", launch.folder.native()});
+    inside.folder.clear();
+    Add(inside.argv, {"--", OnDisk::SystemShell, "-c",
+                      Filled(waiting, {OnDisk::WineHelpers, OnDisk::WineServers}),
+                      std::to_string(left / roundOfWaiting)});
+    inside.argv.insert(inside.argv.end(), launch.argv.begin(), launch.argv.end());
+    return inside;
+}
+
+platform::ChildEnd EndInside(platform::ChildEnd end)
+{
+    if (end.signal == 0 && end.code > endedBySignal && end.code <= endedBySignal + mostSignals)
+        return {0, end.code - endedBySignal};
+    return end;
+}
+
+} // namespace kestrova

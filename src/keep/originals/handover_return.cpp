@@ -1,0 +1,195 @@
+#include "originals/handover_return.h"
+
+#include "core/copying.h"
+#include "core/look.h"
+#include "core/removal.h"
+#include "formats/program_folder.h"
+#include "history/work_note.h"
+#include "originals/standing_tree.h"
+#include "originals/vault.h"
+#include "platform/folder_memory.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+class HandoverReturn
+{
+public:
+    HandoverReturn(Machine& machine, const Folders& folders, const LoanNote& note,
+                   const std::set<Path>& stays)
+        : machine_(machine), folders_(folders), before_(*note.whole), note_(note), stays_(stays)
+    {
+    }
+
+    Status Run(LoanEnd end)
+    {
+        if (note_.phase == LoanPhase::Planned) // nobody has been in the folder
+            return End();
+        if (auto made = MakeFolders(folders_.trle); !made)
+            return made;
+        const auto now = TreeOf(folders_.trle, {false, before_.links});
+        if (!now)
+            return now.Error();
+        Compare(*now);
+        if (end == LoanEnd::Recovered)
+            KeepStrangers();
+        RemoveNew(*now);
+        BringLinksBack(*now);
+        for (const Path& folder : before_.folders)
+            Note(MakeFolders(folders_.trle / folder));
+        for (const std::size_t file : lacking_)
+            Note(BringBack(file));
+        return failure_ ? End() : failure_;
+    }
+
+private:
+    void Note(const Status& status)
+    {
+        if (!status && failure_)
+            failure_ = status;
+    }
+
+    void Compare(const StandingTree& now)
+    {
+        const StandingFiles files = FilesByName(now);
+        std::set<std::string> known;
+        for (std::size_t i = 0; i < before_.files.size(); ++i) {
+            const StandingFile& file = before_.files[i];
+            known.insert(file.name.native());
+            const auto found = files.find(file.name.native());
+            const bool isThere = found != files.end();
+            if (isThere && (IsUntouched(file, *found->second) || IsBack(i, *found->second)))
+                continue;
+            lacking_.push_back(i);
+            if (isThere)
+                strangers_.push_back(file.name);
+        }
+        for (const StandingFile& file : now.files)
+            if (!known.contains(file.name.native()) && !stays_.contains(file.name)) {
+                new_.push_back(file.name);
+                strangers_.push_back(file.name);
+            }
+    }
+
+    /// An earlier attempt has brought it back, or nobody wrote anything else into it.
+    [[nodiscard]] bool IsBack(std::size_t number, const StandingFile& now) const
+    {
+        const StandingFile& file = before_.files[number];
+        if (file.size != now.size)
+            return false;
+        const Path place = folders_.trle / file.name;
+        if (!file.kept)
+            return SameContent(place, ResolvePath(folders_.Backup() / file.name));
+        const Path copy = KeptCopyOf(folders_, number);
+        const auto isGone = IsFree(copy);
+        return isGone && (*isGone || SameContent(place, copy));
+    }
+
+    /// What cannot be kept stays where it is.
+    void KeepStrangers()
+    {
+        const Keeping keeping = KeepOriginals(machine_, folders_, strangers_);
+        if (keeping.failed.empty())
+            return;
+        Note(keeping.failure);
+        const auto stays = [&](const Path& name) {
+            return std::find(keeping.failed.begin(), keeping.failed.end(), name) !=
+                   keeping.failed.end();
+        };
+        std::erase_if(new_, stays);
+        std::erase_if(lacking_, [&](std::size_t file) { return stays(before_.files[file].name); });
+    }
+
+    void RemoveNew(const StandingTree& now)
+    {
+        for (const Path& file : new_)
+            Note(DeleteSpelled(folders_.trle / file));
+        for (const StandingLink& link : now.links)
+            if (!IsNoted(link) && !stays_.contains(link.name))
+                Note(DeleteSpelled(folders_.trle / link.name));
+        const std::set<Path> known(before_.folders.begin(), before_.folders.end());
+        // Children first. One that is not empty has what stays; it is no failure.
+        for (auto folder = now.folders.rbegin(); folder != now.folders.rend(); ++folder)
+            if (!known.contains(*folder))
+                (void)platform::RemoveFolder(folders_.trle / *folder);
+    }
+
+    void BringLinksBack(const StandingTree& now)
+    {
+        for (const StandingLink& link : before_.links) {
+            const bool isThere =
+                std::any_of(now.links.begin(), now.links.end(), [&](const StandingLink& found) {
+                    return found.name == link.name && found.target == link.target;
+                });
+            const Path place = folders_.trle / link.name;
+            if (isThere)
+                continue;
+            (void)platform::RemoveFolder(place); // one that stands in its place, emptied by now
+            if (const auto failure = platform::MakeLink(link.target, place))
+                Note(MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure));
+        }
+    }
+
+    [[nodiscard]] bool IsNoted(const StandingLink& link) const
+    {
+        return std::any_of(before_.links.begin(), before_.links.end(),
+                           [&](const StandingLink& known) {
+                               return known.name == link.name && known.target == link.target;
+                           });
+    }
+
+    [[nodiscard]] Status BringBack(std::size_t number) const
+    {
+        const StandingFile& file = before_.files[number];
+        const Path place = folders_.trle / file.name;
+        const Path source =
+            file.kept ? KeptCopyOf(folders_, number) : ResolvePath(folders_.Backup() / file.name);
+        platform::FileFacts facts;
+        if (const auto failure = platform::LookAtLink(place, facts))
+            return MakeFailure(ErrorCode::CannotRead, TextOf(place), failure);
+        if (facts.kind == platform::FileKind::Folder)
+            (void)platform::RemoveFolder(place); // the copy tells when it stays
+        return CopyFileOver(source, place, {Verify::Content, false, false, {}, 0, true});
+    }
+
+    /// All of it is in its place; only then the note goes.
+    [[nodiscard]] Status End() const
+    {
+        if (note_.phase != LoanPhase::Planned)
+            if (const auto failure = platform::SyncFileSystem(folders_.trle))
+                return MakeFailure(ErrorCode::CannotWrite, TextOf(folders_.trle), failure);
+        (void)ClearPlace(KeptCopyOf(folders_, 0).parent_path()); // of no use any more
+        return StatusOf(DropWorkNote(LoanNotePath(folders_)));
+    }
+
+    Machine& machine_;
+    const Folders& folders_;
+    const StandingTree& before_;
+    const LoanNote& note_;
+    const std::set<Path>& stays_;
+    std::vector<std::size_t> lacking_; ///< numbers of files that are not as they were
+    std::vector<Path> new_;
+    std::vector<Path> strangers_; ///< what nobody else has
+    Status failure_;              ///< the first
+};
+
+} // namespace
+
+Path KeptCopyOf(const Folders& folders, std::size_t file)
+{
+    return InFolder(folders.program, OnDisk::DirHanded) / std::to_string(file);
+}
+
+Status ReturnHandover(Machine& machine, const Folders& folders, const LoanNote& note, LoanEnd end,
+                      const std::set<Path>& stays)
+{
+    const platform::FolderMemory memory;
+    return HandoverReturn{machine, folders, note, stays}.Run(end);
+}
+
+} // namespace kestrova
