@@ -77,7 +77,7 @@ public:
     }
     bool Install(ExeLevel level = {})
     {
-        Intake& intake = Begin();
+        Intake& intake = opened ? *opened : Begin();
         const WorkFolder temp{root / "home/_temp_exe_lev", WorkFolder::Make::Now};
         level.tempFolder = temp.Folder();
         const bool done = InstallExeLevel(intake, level);
@@ -165,9 +165,9 @@ TEST(ExeInstall, AProgramThatFailsLeavesTheFolderAsItWas)
 
 TEST(ExeInstall, ACompactBackupLeavesNewWavesInTheFolder)
 {
-    ExeWorld world{installs + "echo over >$t/audio/001.wav"};
+    ExeWorld world{installs + "echo over >$t/Audio/001.wav"};
     world.session.preferences.fullBackup = false;
-    std::filesystem::remove_all(world / "home/backup_trle/audio");
+    std::filesystem::remove_all(world / "home/backup_trle/Audio");
     std::filesystem::remove_all(world / "home/backup_trle/script");
     EXPECT_TRUE(world.Install()) << world.host.AllTold();
     EXPECT_TRUE(world.host.WasTold("COMPACT trle backup"));
@@ -273,9 +273,10 @@ TEST(ExeInstall, WhatAWindowsProgramWroteElsewhereIsListed)
 
 TEST(ExeInstall, KilledAnywhereTheFolderComesBackAtTheNextStart)
 {
-    for (int step = 1; step < 2000; ++step) {
+    for (int step = 1; step < 2000; step = NextPoint(step)) {
         ExeWorld world;
         world.host.AnswerAll(true);
+        world.Begin();
         const KillRun run = WithKillAt(step, [&] { return world.Install(); });
         SCOPED_TRACE("killed at step " + std::to_string(step) + ": " + run.call);
         Session fresh = world.Reopened();
@@ -289,9 +290,10 @@ TEST(ExeInstall, KilledAnywhereTheFolderComesBackAtTheNextStart)
 
 TEST(ExeInstall, FailedAnywhereItIsToldAndTheFolderComesBack)
 {
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         ExeWorld world;
         world.host.AnswerAll(true);
+        world.Begin();
         const FaultRun run = WithFaultAt(step, [&] { return world.Install(); });
         SCOPED_TRACE("failed at step " + std::to_string(step) + ": " + run.call);
         EXPECT_TRUE(run.answer || !world.host.told.empty()) << "a failure without a word";
