@@ -116,7 +116,16 @@ private:
         // Children first. One that is not empty has what stays; it is no failure.
         for (auto folder = now.folders.rbegin(); folder != now.folders.rend(); ++folder)
             if (!known.contains(*folder))
-                (void)platform::RemoveFolder(folders_.trle / *folder);
+                Note(RemoveEmpty(folders_.trle / *folder));
+    }
+
+    static Status RemoveEmpty(const Path& folder)
+    {
+        const auto failure = platform::RemoveFolder(folder);
+        if (!failure || failure == std::errc::directory_not_empty ||
+            failure == std::errc::no_such_file_or_directory)
+            return {};
+        return MakeFailure(ErrorCode::CannotDelete, TextOf(folder), failure);
     }
 
     void BringLinksBack(const StandingTree& now)
