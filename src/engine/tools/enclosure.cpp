@@ -29,30 +29,33 @@ constexpr int mostSignals = 31;
 /// The first program inside, which starts the real one. The processes are those inside alone, so
 /// it sees what that leaves behind, and waits for it: $0 rounds of a tenth of a second. Wine's
 /// server writes down the registry when it is asked to end.
-constexpr std::string_view waiting = R"("$@"
-code=$?
-exec 2>/dev/null
-others() {
-    for process in /proc/[0-9]*; do
-        case ${process#/proc/} in 1 | $$) continue ;; esac
-        name=; read -r name <"$process/comm"
-        case $name in '' | ~1) ;; *) return 0 ;; esac
-    done
-    return 1
-}
-end_servers() {
-    found=
-    for process in /proc/[0-9]*; do
-        name=; read -r name <"$process/comm"
-        case $name in ~2) kill "${process#/proc/}"; found=yes ;; esac
-    done
-    [ "$found" ]
-}
-round=0
-while [ $round -lt "$0" ] && others; do sleep 0.1; round=$((round + 1)); done
-round=0
-while [ $round -lt 50 ] && end_servers; do sleep 0.1; round=$((round + 1)); done
-exit $code)"; // not shown
+// clang-format off
+constexpr std::string_view waiting =
+    "\"$@\"\n" // not shown
+    "code=$?\n" // not shown
+    "exec 2>/dev/null\n" // not shown
+    "others() {\n" // not shown
+    "    for process in /proc/[0-9]*; do\n" // not shown
+    "        case ${process#/proc/} in 1 | $$) continue ;; esac\n" // not shown
+    "        name=; read -r name <\"$process/comm\"\n" // not shown
+    "        case $name in '' | ~1) ;; *) return 0 ;; esac\n" // not shown
+    "    done\n" // not shown
+    "    return 1\n" // not shown
+    "}\n" // not shown
+    "end_servers() {\n" // not shown
+    "    found=\n" // not shown
+    "    for process in /proc/[0-9]*; do\n" // not shown
+    "        name=; read -r name <\"$process/comm\"\n" // not shown
+    "        case $name in ~2) kill \"${process#/proc/}\"; found=yes ;; esac\n" // not shown
+    "    done\n" // not shown
+    "    [ \"$found\" ]\n" // not shown
+    "}\n" // not shown
+    "round=0\n" // not shown
+    "while [ $round -lt \"$0\" ] && others; do sleep 0.1; round=$((round + 1)); done\n" // not shown
+    "round=0\n" // not shown
+    "while [ $round -lt 50 ] && end_servers; do sleep 0.1; round=$((round + 1)); done\n" // not shown
+    "exit $code";
+// clang-format on
 constexpr std::chrono::milliseconds roundOfWaiting{100};
 
 void Add(Words& words, std::initializer_list<std::string_view> more)
