@@ -7,6 +7,7 @@
 #include "intake/draft_files.h"
 #include "intake/file_names.h"
 #include "intake/link_sources.h"
+#include "session/cleared_progress.h"
 #include "session/operation.h"
 #include "session/telling.h"
 #include "words/assistant.h"
@@ -64,8 +65,10 @@ bool CompileHere(Intake& intake, const TomSources& sources)
     TomCompile compile{CompilePartsOf(session, intake.progress)};
     compile.Prepare(sources, intake.draft.workFolder,
                     !byHand || !session.preferences.noAutoCompile);
-    if (compile.NeedsPerson() && byHand)
+    if (compile.NeedsPerson() && byHand) {
+        ClearProgress(intake.progress);
         byHand(compile);
+    }
     compile.GiveUp(); // where nobody could go on by hand
     return compile.IsDone();
 }
