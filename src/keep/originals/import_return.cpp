@@ -70,8 +70,9 @@ Result<std::string> HashOfPlace(const Path& file)
 class ImportReturn
 {
 public:
-    ImportReturn(Machine& machine, const Folders& folders, const ImportNote& note, ImportEnd end)
-        : machine_(machine), folders_(folders), note_(note), end_(end)
+    ImportReturn(Machine& machine, const Folders& folders, const ImportNote& note, ImportEnd end,
+                 const Heartbeat& alive)
+        : machine_(machine), folders_(folders), note_(note), end_(end), alive_(alive)
     {
     }
 
@@ -80,8 +81,10 @@ public:
         const auto sameBackup = HasMark(folders_.Backup(), note_.backup);
         Note(StatusOf(sameBackup));
         sameBackup_ = sameBackup && *sameBackup;
-        for (const ImportPlace& place : note_.places)
+        for (const ImportPlace& place : note_.places) {
+            Beat();
             Note(LookAtPlace(place));
+        }
         FindSwept();
         KeepStrangers();
         for (const Target& target : targets_)
@@ -101,6 +104,12 @@ private:
     {
         if (!status && failure_)
             failure_ = status;
+    }
+
+    void Beat() const
+    {
+        if (alive_)
+            (void)alive_();
     }
 
     [[nodiscard]] bool IsStranger(const ImportPlace& place, const std::string& now) const
@@ -181,8 +190,9 @@ private:
             return DeleteSpelled(target.file);
         if (auto made = MakeFolders(target.file.parent_path()); !made)
             return made;
+        const auto progress = [this](std::uint64_t) { return Beat(), true; };
         return CopyFileOver(ImportContents(folders_, note_.id) / target.was, target.file,
-                            {Verify::Content, false, false, {}, 0, true});
+                            {Verify::Content, false, false, progress, 0, true});
     }
 
     /// All of it is in its place; only then the note goes.
@@ -200,6 +210,7 @@ private:
     const Folders& folders_;
     const ImportNote& note_;
     ImportEnd end_;
+    const Heartbeat& alive_;
     bool sameBackup_ = false;
     std::vector<Target> targets_;
     std::vector<Target> twins_;
@@ -313,9 +324,10 @@ Result<std::vector<ImportNote>> ReadImports(const Folders& folders)
     return imports;
 }
 
-Status ReturnImport(Machine& machine, const Folders& folders, const ImportNote& note, ImportEnd end)
+Status ReturnImport(Machine& machine, const Folders& folders, const ImportNote& note, ImportEnd end,
+                    const Heartbeat& alive)
 {
-    return ImportReturn{machine, folders, note, end}.Run();
+    return ImportReturn{machine, folders, note, end, alive}.Run();
 }
 
 Status MayUndoImport(const Folders& folders, const ImportNote& entry, const Heartbeat& beat)
@@ -346,12 +358,13 @@ Status MayUndoImport(const Folders& folders, const ImportNote& entry, const Hear
     return {};
 }
 
-Status UndoImport(Machine& machine, const Folders& folders, ImportNote entry)
+Status UndoImport(Machine& machine, const Folders& folders, ImportNote entry,
+                  const Heartbeat& alive)
 {
     entry.phase = ImportPhase::Undoing;
     if (auto noted = WriteImportUnderway(folders, entry); !noted)
         return noted;
-    return ReturnImport(machine, folders, entry, ImportEnd::Recovered);
+    return ReturnImport(machine, folders, entry, ImportEnd::Recovered, alive);
 }
 
 } // namespace kestrova

@@ -46,14 +46,16 @@ enum class ImportEnd {
 /// Each place becomes as it was, what came goes, and the note is dropped once all of it is on the
 /// disk. What stands there and is neither as it was nor what came goes to the vault first; in a
 /// backup that is not the one that the note names it stays. Goes on past a place that fails; the
-/// first failure is the answer, and the note stays for the next attempt.
-Status ReturnImport(Machine& machine, const Folders& folders, const ImportNote& note,
-                    ImportEnd end);
+/// first failure is the answer, and the note stays for the next attempt. What the heartbeat answers
+/// counts for nothing.
+Status ReturnImport(Machine& machine, const Folders& folders, const ImportNote& note, ImportEnd end,
+                    const Heartbeat& alive = {});
 
 /// Whether all of an import that is done stands as it left it; a failure in words names what does
 /// not.
 Status MayUndoImport(const Folders& folders, const ImportNote& entry, const Heartbeat& beat = {});
 /// Takes an import back that is done.
-Status UndoImport(Machine& machine, const Folders& folders, ImportNote entry);
+Status UndoImport(Machine& machine, const Folders& folders, ImportNote entry,
+                  const Heartbeat& alive = {});
 
 } // namespace kestrova

@@ -49,13 +49,21 @@ Status ImportedFiles::Open()
 Status ImportedFiles::Watch(const std::vector<ImportPlace>& places,
                             const std::vector<ImportName>& swept, const Heartbeat& beat)
 {
+    auto watched = KeepAndNote(places, swept, beat);
+    if (!watched && !open_ && note_.id > 0)
+        (void)DropImportUnderway(folders_, note_); // nothing is under way
+    return watched;
+}
+
+Status ImportedFiles::KeepAndNote(const std::vector<ImportPlace>& places,
+                                  const std::vector<ImportName>& swept, const Heartbeat& beat)
+{
     if (!open_)
         if (auto opened = Open(); !opened)
             return opened;
     FoundPlaces found;
     for (const ImportPlace& place : places)
-        if (auto looked = LookAtPlace(place, found); !looked)
-            return looked;
+        LookAtPlace(place, found);
     for (const ImportName& name : swept)
         if (auto looked = LookAtSwept(name, found); !looked)
             return looked;
@@ -81,24 +89,20 @@ Status ImportedFiles::WriteNote()
     return written;
 }
 
-/// Under any spelling; without one under the name that is wished.
-Status ImportedFiles::LookAtPlace(const ImportPlace& wish, FoundPlaces& found)
+/// Under any spelling; without one under the name that is wished. A name that leads elsewhere, and
+/// a place that cannot be looked at, are left out, and so may not change.
+void ImportedFiles::LookAtPlace(const ImportPlace& wish, FoundPlaces& found)
 {
     const auto relative = SafeRelative(wish.name);
-    if (!relative)
-        return relative.Error();
-    const auto place = FindPath(RootOf(folders_, wish.tree) / *relative);
-    if (!place)
-        return place.Error();
-    auto twins = CaseTwins(*place);
+    const auto place = relative ? FindPath(RootOf(folders_, wish.tree) / *relative)
+                                : Result<Path>{relative.Error()};
+    auto twins = place ? CaseTwins(*place) : Result<std::vector<Path>>{place.Error()};
     if (!twins)
-        return twins.Error();
+        return;
     if (std::find(twins->begin(), twins->end(), *place) == twins->end())
         twins->push_back(*place);
     for (const Path& twin : *twins)
-        if (auto added = AddFound(wish.tree, twin, wish.came, found); !added)
-            return added;
-    return {};
+        (void)AddFound(wish.tree, twin, wish.came, found);
 }
 
 Status ImportedFiles::LookAtSwept(const ImportName& name, FoundPlaces& found)
@@ -185,6 +189,9 @@ Status ImportedFiles::MakeFolderOf(ImportTree tree, std::string_view name)
     if (!relative)
         return relative.Error();
     const Path root = RootOf(folders_, tree);
+    const auto hasRoot = IsFolder(root);
+    if (!hasRoot || !*hasRoot)
+        return hasRoot ? MakeFailure(ErrorCode::Missing, TextOf(root)) : hasRoot.Error();
     const auto place = FindPath(root / *relative);
     if (!place)
         return place.Error();
@@ -226,7 +233,7 @@ Status ImportedFiles::PutBack(ImportTree tree, std::string_view name) const
 }
 
 /// What stands at each place now; a place where nothing has changed is none.
-Status ImportedFiles::LookAtWhatCame()
+Status ImportedFiles::LookAtWhatCame(const Heartbeat& alive)
 {
     FoundPlaces swept;
     for (const ImportName& name : note_.swept)
@@ -238,6 +245,8 @@ Status ImportedFiles::LookAtWhatCame()
     }
     note_.swept.clear(); // what matches them from now on did not come with the import
     for (ImportPlace& place : note_.places) {
+        if (alive)
+            (void)alive();
         const Path file = RootOf(folders_, place.tree) / SafeRelative(place.name).Value();
         const auto facts = LookAtSpelled(file);
         const auto now =
@@ -250,11 +259,11 @@ Status ImportedFiles::LookAtWhatCame()
     return {};
 }
 
-Status ImportedFiles::End()
+Status ImportedFiles::End(const Heartbeat& alive)
 {
     if (!open_)
         return {};
-    if (auto looked = LookAtWhatCame(); !looked)
+    if (auto looked = LookAtWhatCame(alive); !looked)
         return looked;
     if (note_.places.empty()) {
         open_ = false;
@@ -271,10 +280,10 @@ Status ImportedFiles::End()
     return NoteToImportEntry(folders_, note_);
 }
 
-Status ImportedFiles::TakeBack()
+Status ImportedFiles::TakeBack(const Heartbeat& alive)
 {
     open_ = false;
-    return ReturnImport(machine_, folders_, note_, ImportEnd::Own);
+    return ReturnImport(machine_, folders_, note_, ImportEnd::Own, alive);
 }
 
 } // namespace kestrova

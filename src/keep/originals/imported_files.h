@@ -37,9 +37,9 @@ public:
 
     /// All stands; the note becomes an entry that can be undone. An import that changed nothing
     /// leaves none.
-    Status End();
+    Status End(const Heartbeat& alive = {});
     /// Both trees as they were.
-    Status TakeBack();
+    Status TakeBack(const Heartbeat& alive = {});
     [[nodiscard]] bool IsOpen() const { return open_; }
 
 private:
@@ -52,12 +52,14 @@ private:
         std::set<std::pair<ImportTree, std::string>> names;
     };
     Status Open();
-    Status LookAtPlace(const ImportPlace& wish, FoundPlaces& found);
+    Status KeepAndNote(const std::vector<ImportPlace>& places, const std::vector<ImportName>& swept,
+                       const Heartbeat& beat);
+    void LookAtPlace(const ImportPlace& wish, FoundPlaces& found);
     Status LookAtSwept(const ImportName& name, FoundPlaces& found);
     Status AddFound(ImportTree tree, const Path& file, const std::string& came, FoundPlaces& found);
     Status KeepFound(std::vector<Found>& found, ImportTree tree, const Heartbeat& beat);
     Status WriteNote();
-    Status LookAtWhatCame();
+    Status LookAtWhatCame(const Heartbeat& alive);
 
     Machine& machine_;
     Folders folders_;

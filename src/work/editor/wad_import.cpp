@@ -62,11 +62,11 @@ Status ImportAll(const WadWork& work, const std::vector<Path>& files, const AskL
 }
 
 /// Both trees as they were, and why.
-void TakeBack(Host& host, ImportedFiles& files, const Failure& why)
+void TakeBack(Host& host, ImportedFiles& files, const Failure& why, const Heartbeat& alive)
 {
     const bool changed = files.IsOpen();
     if (changed)
-        if (const auto back = files.TakeBack(); !back)
+        if (const auto back = files.TakeBack(alive); !back)
             return TellFailure(host, GetMsg(Msg::ImportNotTakenBack), back.Error());
     if (why.code == ErrorCode::Stopped)
         return host.Tell(Tone::Warning, GetMsg(Msg::ImportStopped));
@@ -128,11 +128,12 @@ void WadImport::Run(const AskLevelName& askName)
     if (imported)
         imported = ImportAll(work, files_, askName);
     if (imported)
-        imported = files.End();
+        imported = files.End(BeatOf(work));
     ClearProgress(progress_);
     if (!imported && (files.IsOpen() || !ImportWaits(session_.Folders()))) {
-        TakeBack(session_.host, files, imported.Error());
+        TakeBack(session_.host, files, imported.Error(), BeatOf(work));
         report_ += LogLine({GetMsg(Msg::ImportLineStopped)});
+        (void)Refresh(); // what was left out is gone
         return;
     }
     if (!imported)
@@ -177,14 +178,15 @@ bool UndoNewestImport(Session& session, std::string& subject)
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ImportUndoing, {subject}));
     progress->AllowStop();
-    const auto may = MayUndoImport(folders, entry, [&] { return progress->Step(); });
+    const Heartbeat beat = [&] { return progress->Step(); };
+    const auto may = MayUndoImport(folders, entry, beat);
     if (!may && may.Error().code == ErrorCode::Stopped)
         return false;
     if (!may) {
         TellFailure(session.host, GetMsg(Msg::ImportNotUndone, {subject}), may.Error());
         return false;
     }
-    if (const auto undone = UndoImport(session.machine, folders, entry); !undone) {
+    if (const auto undone = UndoImport(session.machine, folders, entry, beat); !undone) {
         TellFailure(session.host, GetMsg(Msg::ImportNotTakenBack), undone.Error());
         return false;
     }

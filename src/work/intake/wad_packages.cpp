@@ -54,8 +54,13 @@ bool ImportWadZip(Session& session, const Path& package, const WadWindows& windo
 {
     if (windows.show)
         return windows.show(package);
-    std::string report;
-    return ImportWads(session, {package}, windows.askName, report);
+    const Operation operation{session};
+    const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
+    WadImport import{session, *progress};
+    if (!PrepareWadImport(import, package))
+        return false;
+    import.Run(windows.askName);
+    return import.IsDone();
 }
 
 bool ImportWads(Session& session, const std::vector<Path>& packages, const AskLevelName& askName,
@@ -64,9 +69,9 @@ bool ImportWads(Session& session, const std::vector<Path>& packages, const AskLe
     const Operation operation{session};
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
     WadImport import{session, *progress};
-    if (!import.Prepare())
+    if (!import.Prepare() ||
+        (!AddWadSources(import, packages, Subfolders::Take) && import.Files().empty()))
         return false;
-    (void)AddWadSources(import, packages, Subfolders::Take); // it has told
     import.Run(askName);
     report = import.Report();
     return import.IsDone();

@@ -21,7 +21,7 @@ bool PrepareWadImport(WadImport& import, const Path& package);
 /// Imports one package from its beginning to its end, in a window where one can be shown. True when
 /// it ran to its end.
 bool ImportWadZip(Session& session, const Path& package, const WadWindows& windows);
-/// The same of several packages together, unseen.
+/// The same of several packages together, unseen. False, told, when nothing of them came in.
 bool ImportWads(Session& session, const std::vector<Path>& packages, const AskLevelName& askName,
                 std::string& report);
 

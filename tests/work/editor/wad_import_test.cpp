@@ -193,13 +193,19 @@ TEST(WadImport, WhatFailsIsALineAndTheRestGoesOn)
     std::filesystem::rename(world / "trle/broken.exe", world / "trle/tom2pc.exe");
     std::filesystem::remove_all(world.root / "home/backup_trle/Sound");
     std::filesystem::create_directory(world.root / "trle/objects.h");
+    world.Write("home/backup_trle/maps/yard", "a file in the way");
+    world.package[".prj"] = "without a stem";
+    world.package["..prj"] = "leads out";
     world.before = world.Both();
     ASSERT_TRUE(world.Import());
-    for (const char* line : {"city.tom -> [ERROR COMPILE] \r\n", "mill.tom -> [ERROR COMPILE] \r\n",
-                             "sounds.TXT -> backup_trle\\Sound\\LevelSfx Creator\\ [ERROR]\r\n",
-                             "sounds.TXT -> trle\\Sound\\LevelSfx Creator\\ [OK]\r\n",
-                             "objects.h -> backup_trle\\ [OK]\r\n",
-                             "objects.h -> trle\\ [ERROR]\r\n", "script.TXT -> Compiling [OK]\r\n"})
+    for (const char* line :
+         {"city.tom -> [ERROR COMPILE] \r\n", "mill.tom -> [ERROR COMPILE] \r\n",
+          "sounds.TXT -> backup_trle\\Sound\\LevelSfx Creator\\ [ERROR]\r\n",
+          "sounds.TXT -> trle\\Sound\\LevelSfx Creator\\ [OK]\r\n",
+          ".prj -> trle\\maps\\\\ [ERROR]\r\n", "..prj -> trle\\maps\\.\\ [ERROR]\r\n",
+          "yard.prj -> backup_trle\\maps\\yard\\ [ERROR]\r\n",
+          "yard.prj -> trle\\maps\\yard\\ [OK]\r\n", "objects.h -> backup_trle\\ [OK]\r\n",
+          "objects.h -> trle\\ [ERROR]\r\n", "script.TXT -> Compiling [OK]\r\n"})
         EXPECT_NE(world.report.find(line), std::string::npos) << line;
     EXPECT_EQ(world.Read("trle/DATA/mill.tr4"), "the original mill's level");
     EXPECT_EQ(world.Read("trle/script/script.txt"), world.before["trle/script/script.txt"]);

@@ -6,6 +6,7 @@
 #include "online/url_update.h"
 #include "packages/name_pages.h"
 #include "session/operation.h"
+#include "ui/dialogs/dialog_add_wads.h"
 #include "ui/dialogs/dialog_assistant.h"
 #include "ui/dialogs/dialog_compila.h"
 #include "ui/dialogs/dialog_siti.h"
@@ -206,6 +207,7 @@ bool NewLevelDialog::Show(Intake& level, std::vector<Path> sources)
     };
     level.windows.compile = [this](TomCompile& compile) { ShowCompila(session_, compile, this); };
     level.windows.installed = [this](InstalledPlace& place) { TipoExeDialog{place, this}.exec(); };
+    level.windows.wads = WadWindowsOver(session_, this);
     filledName_ = level.draft.name;
     filledNote_ = level.draft.note;
     choseMoreInfo_ = false;

@@ -1,0 +1,63 @@
+#!/usr/bin/env bash
+# A wad package in the practice folder: imported, undone, and killed in the middle.
+. "$(dirname "$0")/common.bash"
+
+for words in "wads" "wads import" "wads look" "wads undo x" "wads undo --json" "wads import x --name y" \
+    "wads import x --name =y"; do
+    # shellcheck disable=SC2086
+    expect 2 $words
+done
+expect 2 add x --name a --name b
+errs "--name"
+
+expect 0 practice practice
+expect 0 setup --trle practice/trle --full --folder-is-original
+expect 0 new --folder "$box/levels" "$box/archive.kva"
+trle=$box/practice/trle backup=$box/home/backup_trle
+wads=$(find "$box/practice" -name 'lagoon_wads.zip')
+both() { echo "$(tree "$trle") $(tree "$backup")"; }
+before=$(both)
+
+expect 1 wads undo
+errs "There is no import of wads"
+expect 1 wads import none.zip
+expect 1 wads import "$box/archive.kva.none" --json
+[[ $(both) == "$before" ]] || die "nothing came, and something changed"
+
+expect 0 wads import "$wads" --name "The Lagoon=Die Lagune" --json
+json "j['done'] and 'lagoon.wad -> trle\\\\graphics\\\\wads\\\\ [OK]' in j['report']"
+json "'lagoon.tom -> [OK COMPILE]' in j['report'] and 'lagoon.map -> [IGNORED]' in j['report']"
+json "not [line for line in j['report'] if '[ERROR' in line]"
+cmp "$trle/data/lagoon.tr4" "$backup/data/lagoon.tr4"
+expect 0 script show "$trle/script/script.txt" --json
+json "j['levels'][-1] == {'tr4': 'lagoon.tr4', 'name': 'The Lagoon'}"
+grep -rqx $'Die Lagune\r' "$trle"/script/*.txt || die "the name is not among the strings"
+cmp "$trle/script.dat" "$backup/script.dat"
+expect 0 history originals
+expect 0 wads undo
+said "lagoon_wads.zip"
+[[ $(both) == "$before" ]] || die "the undone import left something"
+
+expect 0 wads import "$wads" --name "Nobody=X"
+errs "Nobody"
+expect 0 wads undo
+
+# The compiler hangs, and the program is killed.
+mv "$trle/tom2pc.exe" "$box/tom2pc.kept"
+printf '#!/bin/sh\necho $$ >"%s/hangs"\nexec sleep 100\n' "$box" >"$trle/tom2pc.exe"
+chmod +x "$trle/tom2pc.exe"
+hanging=$(both)
+"$ctl" --home "$box/home" wads import "$wads" >/dev/null 2>&1 </dev/null &
+for ((i = 0; i < 300; ++i)); do
+    [[ ! -s $box/hangs ]] || break
+    sleep 0.1
+done
+kill -9 "$!"
+wait "$!" 2>/dev/null || true
+kill "$(cat "$box/hangs")" 2>/dev/null || true
+[[ $(both) != "$hanging" ]] || die "nothing was under way"
+expect 0 doctor
+expect 0 --yes mend
+[[ $(both) == "$hanging" ]] || die "the killed import left something"
+mv "$box/tom2pc.kept" "$trle/tom2pc.exe"
+[[ $(both) == "$before" ]] || die "not as it was"
