@@ -89,6 +89,16 @@ Status Route(const WadWork& work, const WadRoute& route)
     return !copied && copied.Error().code == ErrorCode::Stopped ? copied : Status{};
 }
 
+/// In both trees. A copy into one that cannot be made reports it.
+void MakeFolderFor(const WadWork& work, const std::string& subfolder, NameSet& made)
+{
+    if (subfolder == "\\" || made.Has(subfolder))
+        return;
+    made.Add(subfolder);
+    for (const ImportTree tree : bothTrees)
+        (void)work.files.MakeFolderOf(tree, subfolder.substr(0, subfolder.size() - 1));
+}
+
 /// One level; `failed` gets its name when it did not come out.
 Status CompileTom(const WadWork& work, const Path& tom, std::vector<std::string>& failed)
 {
@@ -211,12 +221,8 @@ Status InstallFiles(const WadWork& work, const WadRoutes& routes)
         progress.SetBar(i, routes.files.size());
         if (!progress.Step())
             return MakeFailure(ErrorCode::Stopped, {});
-        if (route.makesFolder && !made.Has(route.subfolder)) {
-            made.Add(route.subfolder);
-            const std::string folder = route.subfolder.substr(0, route.subfolder.size() - 1);
-            for (const ImportTree tree : bothTrees)
-                (void)work.files.MakeFolderOf(tree, folder); // the copies into it report a failure
-        }
+        if (route.goal == WadGoal::Install)
+            MakeFolderFor(work, route.subfolder, made);
         if (auto routed = Route(work, route); !routed)
             return routed;
     }

@@ -130,7 +130,7 @@ private:
         ReportOutcome(work_,
                       {GetMsg(Msg::LogCopyAll), TextOf(from), "\\",
                        std::string{OnDisk::PatAllFiles}, GetMsg(Msg::LogArrow),
-                       TextOf(InFolder(root, folder))},
+                       TextOf(folder.empty() ? root : InFolder(root, folder))},
                       whole);
         return {};
     }

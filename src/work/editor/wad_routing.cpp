@@ -58,8 +58,7 @@ public:
         if (sets_.contains(file))
             return install(OnDisk::DirWads);
         if (const std::string project = ProjectOf(name); !project.empty())
-            return {file, WadGoal::Install, std::string{OnDisk::DirMaps} + '\\' + project + '\\',
-                    true};
+            return install(std::string{OnDisk::DirMaps} + '\\' + project);
         if (IsScriptSource(name))
             return {file, WadGoal::Scripts};
         if (EqualNames(name, OnDisk::SoundsTxt))

@@ -17,8 +17,7 @@ enum class WadGoal {
 struct WadRoute {
     Path file;
     WadGoal goal = WadGoal::Ignored;
-    std::string subfolder{};  ///< `\graphics\wads\`, of what is installed
-    bool makesFolder = false; ///< the folder is made where it is missing
+    std::string subfolder{}; ///< `\graphics\wads\`, of what is installed
 };
 
 struct WadRoutes {

@@ -108,7 +108,7 @@ void ExpectAsItWas(WadWorld& world, Session& fresh)
 
 TEST(WadImport, KilledAnywhereItIsTakenBackAtTheNextStart)
 {
-    for (int step = 1; step < 2000; step += 1 + step / 40) {
+    for (int step = 1; step < 2000; step = NextPoint(step + step / 40)) {
         WadWorld world;
         world.host.AnswerAll(true);
         const KillRun run = WithKillAt(step, [&] { return world.Import(); });
@@ -127,7 +127,7 @@ TEST(WadImport, KilledAnywhereItIsTakenBackAtTheNextStart)
 
 TEST(WadImport, AnUndoThatIsKilledAnywhereIsBroughtToItsEnd)
 {
-    for (int step = 1; step < 2000; step += 1 + step / 40) {
+    for (int step = 1; step < 2000; step = NextPoint(step + step / 40)) {
         WadWorld world;
         world.host.AnswerAll(true);
         ASSERT_TRUE(world.Import());
@@ -147,7 +147,7 @@ TEST(WadImport, AnUndoThatIsKilledAnywhereIsBroughtToItsEnd)
 TEST(WadImport, OnAFailingDiskNothingIsLost)
 {
     for (const AfterFault after : {AfterFault::Works, AfterFault::Fails})
-        for (int step = 1; step < 2000; step += 1 + step / 20) {
+        for (int step = 1; step < 2000; step = NextPoint(step + step / 20)) {
             WadWorld world;
             world.host.AnswerAll(true);
             const FaultRun run = WithFaultAt(
@@ -166,7 +166,7 @@ TEST(WadImport, OnAFailingDiskNothingIsLost)
 TEST(WadImport, StoppedAnywhereAllIsAsItWas)
 {
     int stopped = 0;
-    for (int step = 1; step < 400; step += 1 + step / 10) {
+    for (int step = 1; step < 400; step = NextPoint(step + step / 10)) {
         WadWorld world;
         world.host.AnswerAll(true);
         world.host.StopAtStep(step);
@@ -200,7 +200,7 @@ TEST(WadImport, WhatFailsIsALineAndTheRestGoesOn)
     ASSERT_TRUE(world.Import());
     for (const char* line :
          {"city.tom -> [ERROR COMPILE] \r\n", "mill.tom -> [ERROR COMPILE] \r\n",
-          "sounds.TXT -> backup_trle\\Sound\\LevelSfx Creator\\ [ERROR]\r\n",
+          "sounds.TXT -> backup_trle\\Sound\\LevelSfx Creator\\ [OK]\r\n",
           "sounds.TXT -> trle\\Sound\\LevelSfx Creator\\ [OK]\r\n",
           ".prj -> trle\\maps\\\\ [ERROR]\r\n", "..prj -> trle\\maps\\.\\ [ERROR]\r\n",
           "yard.prj -> backup_trle\\maps\\yard\\ [ERROR]\r\n",

@@ -19,7 +19,7 @@ std::string WordsOf(const WadRoute& route)
                                                       {WadGoal::Misplaced, "Misplaced"},
                                                       {WadGoal::Finished, "Finished"},
                                                       {WadGoal::Ignored, "Ignored"}};
-    return goals.at(route.goal) + route.subfolder + (route.makesFolder ? " made" : "");
+    return goals.at(route.goal) + route.subfolder;
 }
 
 TEST(WadRouting, EachFileGoesWhereTheFirstRowThatFitsSays)
@@ -32,8 +32,8 @@ TEST(WadRouting, EachFileGoesWhereTheFirstRowThatFitsSays)
         {"city.tga", "Install \\graphics\\wads\\"},
         {"city.txt", "Install \\graphics\\wads\\"},
         {"mill.wad", "Install \\graphics\\wads\\"},
-        {"Yard.PRJ", "Install \\maps\\Yard\\ made"},
-        {"yar5.tga", "Install \\maps\\Yard\\ made"},
+        {"Yard.PRJ", "Install \\maps\\Yard\\"},
+        {"yar5.tga", "Install \\maps\\Yard\\"},
         {"sky.tga", "Ignored"},
         {"SCRIPT.txt", "Scripts"},
         {"English.TXT", "Scripts"},
