@@ -28,11 +28,11 @@ expect 0 wads import "$wads" --name "The Lagoon=Die Lagune" --json
 json "j['done'] and 'lagoon.wad -> trle\\\\graphics\\\\wads\\\\ [OK]' in j['report']"
 json "'lagoon.tom -> [OK COMPILE]' in j['report'] and 'lagoon.map -> [IGNORED]' in j['report']"
 json "not [line for line in j['report'] if '[ERROR' in line]"
-cmp "$trle/data/lagoon.tr4" "$backup/data/lagoon.tr4"
-expect 0 script show "$trle/script/script.txt" --json
+cmp "$(find "$trle" -iname lagoon.tr4)" "$(find "$backup" -iname lagoon.tr4)"
+expect 0 script show "$(find "$trle" -iname script.txt)" --json
 json "j['levels'][-1] == {'tr4': 'lagoon.tr4', 'name': 'The Lagoon'}"
-grep -rqx $'Die Lagune\r' "$trle"/script/*.txt || die "the name is not among the strings"
-cmp "$trle/script.dat" "$backup/script.dat"
+grep -rqx $'Die Lagune\r' --include='*.[tT][xX][tT]' "$trle" || die "the name is not among the strings"
+cmp "$(find "$trle" -maxdepth 1 -iname script.dat)" "$(find "$backup" -maxdepth 1 -iname script.dat)"
 expect 0 history originals
 expect 0 wads undo
 said "lagoon_wads.zip"

@@ -4,6 +4,7 @@
 #include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/removal.h"
+#include "core/staged_file.h"
 #include "core/text.h"
 #include "formats/program_folder.h"
 #include "formats/record_json.h"
@@ -198,9 +199,11 @@ private:
     /// All of it is in its place; only then the note goes.
     [[nodiscard]] Status End() const
     {
-        for (auto name = note_.made.rbegin(); name != note_.made.rend(); ++name)
-            (void)platform::RemoveFolder(RootOf(folders_, name->tree) /
-                                         SafeRelative(name->name).Value()); // unless others use it
+        for (auto name = note_.made.rbegin(); name != note_.made.rend(); ++name) {
+            const Path folder = RootOf(folders_, name->tree) / SafeRelative(name->name).Value();
+            ClearStagedLeftovers(folder);         // of a copy that was killed
+            (void)platform::RemoveFolder(folder); // unless others use it
+        }
         if (auto flushed = FlushTrees(folders_); !flushed)
             return flushed;
         return DropImportUnderway(folders_, note_);

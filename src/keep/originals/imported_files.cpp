@@ -117,6 +117,9 @@ Status ImportedFiles::LookAtSwept(const ImportName& name, FoundPlaces& found)
     for (const Path& file : *files)
         if (auto added = AddFound(name.tree, file, {}, found); !added)
             return added;
+    for (Found& one : found.all)
+        one.mustBeKept = one.mustBeKept ||
+                         (one.place.tree == name.tree && MatchesPattern(one.place.name, name.name));
     return {};
 }
 
@@ -163,6 +166,8 @@ Status ImportedFiles::KeepFound(std::vector<Found>& found, ImportTree tree, cons
             continue;
         const auto kept = keeping.contents.find(one.relative);
         if (kept == keeping.contents.end()) {
+            if (one.mustBeKept)
+                return keeping.failure;
             one.place.name.clear();
             continue;
         }

@@ -46,6 +46,7 @@ private:
     struct Found {
         ImportPlace place;
         Path relative;
+        bool mustBeKept = false; ///< an outside program may replace it
     };
     struct FoundPlaces {
         std::vector<Found> all;

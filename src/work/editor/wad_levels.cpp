@@ -164,14 +164,32 @@ private:
     void Write(const OwnScripts& before, const OwnScripts& own)
     {
         if (own.script != before.script)
-            TellUnless(WriteScriptFile(scripts_ / OnDisk::ScriptTxt, own.script),
+            TellUnless(MayWrite(OnDisk::ScriptTxt)
+                           ? WriteScriptFile(scripts_ / OnDisk::ScriptTxt, own.script)
+                           : NotKept(OnDisk::ScriptTxt),
                        GetMsg(Msg::ImportScriptNotSaved));
         if (own.language != before.language)
-            TellUnless(WriteLanguageFile(SourceOf(language_), own.language),
+            TellUnless(WriteStrings(language_, own.language),
                        GetMsg(Msg::ImportLanguageNotSaved, {Readable(language_)}));
         if (own.english != before.english)
-            TellUnless(WriteLanguageFile(SourceOf(std::string{OnDisk::EnglishStem}), *own.english),
+            TellUnless(WriteStrings(std::string{OnDisk::EnglishStem}, *own.english),
                        GetMsg(Msg::ImportEnglishNotSaved));
+    }
+
+    /// What stands there is kept.
+    [[nodiscard]] bool MayWrite(std::string_view name) const
+    {
+        return work_.files.MayChange(ImportTree::LevelEditor,
+                                     std::string{OnDisk::DirScript} + '\\' + std::string{name});
+    }
+    [[nodiscard]] Status NotKept(std::string_view name) const
+    {
+        return MakeFailure(ErrorCode::Refused, TextOf(scripts_ / name));
+    }
+    [[nodiscard]] Status WriteStrings(const std::string& stem, const LanguageText& language) const
+    {
+        const std::string name = stem + std::string{OnDisk::TxtEnding};
+        return MayWrite(name) ? WriteLanguageFile(SourceOf(stem), language) : NotKept(name);
     }
 
     [[nodiscard]] Result<LanguageText> ReadStrings(const std::string& stem) const

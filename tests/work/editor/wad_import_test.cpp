@@ -108,7 +108,7 @@ void ExpectAsItWas(WadWorld& world, Session& fresh)
 
 TEST(WadImport, KilledAnywhereItIsTakenBackAtTheNextStart)
 {
-    for (int step = 1; step < 2000; step = NextPoint(step + step / 40)) {
+    for (int step = 1; step < 2000; step = NextPoint(step + step / 12)) {
         WadWorld world;
         world.host.AnswerAll(true);
         const KillRun run = WithKillAt(step, [&] { return world.Import(); });
@@ -120,14 +120,14 @@ TEST(WadImport, KilledAnywhereItIsTakenBackAtTheNextStart)
         ASSERT_TRUE(RecoverInterruptedWork(fresh)) << world.host.AllTold();
         ExpectAsItWas(world, fresh);
         if (!run.killed || ::testing::Test::HasFailure())
-            return TellPoints(step - 1, 100);
+            return TellPoints(step - 1, 60);
     }
     FAIL() << "never finished";
 }
 
 TEST(WadImport, AnUndoThatIsKilledAnywhereIsBroughtToItsEnd)
 {
-    for (int step = 1; step < 2000; step = NextPoint(step + step / 40)) {
+    for (int step = 1; step < 2000; step = NextPoint(step + step / 12)) {
         WadWorld world;
         world.host.AnswerAll(true);
         ASSERT_TRUE(world.Import());
@@ -147,7 +147,7 @@ TEST(WadImport, AnUndoThatIsKilledAnywhereIsBroughtToItsEnd)
 TEST(WadImport, OnAFailingDiskNothingIsLost)
 {
     for (const AfterFault after : {AfterFault::Works, AfterFault::Fails})
-        for (int step = 1; step < 2000; step = NextPoint(step + step / 20)) {
+        for (int step = 1; step < 2000; step = NextPoint(step + step / 12)) {
             WadWorld world;
             world.host.AnswerAll(true);
             const FaultRun run = WithFaultAt(
@@ -201,8 +201,8 @@ TEST(WadImport, WhatFailsIsALineAndTheRestGoesOn)
     for (const char* line :
          {"city.tom -> [ERROR COMPILE] \r\n", "mill.tom -> [ERROR COMPILE] \r\n",
           "sounds.TXT -> backup_trle\\Sound\\LevelSfx Creator\\ [OK]\r\n",
-          "sounds.TXT -> trle\\Sound\\LevelSfx Creator\\ [OK]\r\n",
-          ".prj -> trle\\maps\\\\ [ERROR]\r\n", "..prj -> trle\\maps\\.\\ [ERROR]\r\n",
+          "sounds.TXT -> trle\\Sound\\LevelSfx Creator\\ [OK]\r\n", ".prj -> [IGNORED]\r\n",
+          "..prj -> trle\\maps\\.\\ [ERROR]\r\n",
           "yard.prj -> backup_trle\\maps\\yard\\ [ERROR]\r\n",
           "yard.prj -> trle\\maps\\yard\\ [OK]\r\n", "objects.h -> backup_trle\\ [OK]\r\n",
           "objects.h -> trle\\ [ERROR]\r\n", "script.TXT -> Compiling [OK]\r\n"})
