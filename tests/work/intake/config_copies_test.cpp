@@ -136,7 +136,7 @@ TEST(ConfigCopies, AStopOrAFailureLeavesNoneOfThem)
         world.config.duplicates = JoinNulList({"level.*", "a", "level.*", "b"});
     };
     int points = 0;
-    for (int point = 1;; ++point, ++points) {
+    for (int point = 1;; points = point, point = NextPoint(point)) {
         ConfigWorld world;
         make(world);
         world.host.AnswerAll(false);

@@ -129,7 +129,7 @@ TEST(ConfigOrder, ARowThatDoesNotGoOnEndsAllBehindIt)
 
 TEST(ConfigOrder, KilledAnywhereTheFoldersStayWhole)
 {
-    for (int step = 1;; ++step) {
+    for (int step = 1;; step = NextPoint(step)) {
         NeedyWorld world;
         world.host.AnswerAll(false);
         world.Write("trle/graphics/wads/angkor.wad", "wad of angkor.zip");

@@ -173,7 +173,7 @@ TEST(ExternWaves, AStopAFullDiskOrAFailureLeavesTheLevelAsItWas)
     EXPECT_GE(stops, 4);
 
     int points = 0;
-    for (int point = 1;; ++point, ++points) {
+    for (int point = 1;; points = point, point = NextPoint(point)) {
         WavesWorld world{groups};
         make(world);
         Intake& level = world.Open();
