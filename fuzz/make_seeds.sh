@@ -173,6 +173,8 @@ for name in entry hostile; do seed config_entry "$name" "$name"; done
 for name in phrases address; do seed site_text "$name" "$name"; done
 seed script_text script script
 seed language_text strings strings
+printf 'city|mill.v2\nangkor|City\n%s' '<p>Use <b>angkor</b>.wad for city.tom&#46; MILL.V2.TOM: city.wad, angkor.wad' >readme
+seed link_analysis readme readme
 seed help_index help help
 seed help_word help help
 seed help_topics topics topics
