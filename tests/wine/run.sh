@@ -84,6 +84,25 @@ done
 expect 0 --yes wads undo
 unchanged "wads undo"
 
+# An installer, which finds the Level Editor's folder in the registry; its level comes into the
+# archive, and the folder is as it was.
+wine reg add 'HKLM\Software\Microsoft\Windows\CurrentVersion\App Paths\winroomedit.exe' /f /ve \
+    /d "$(wine winepath -w "$trle/winroomedit.exe" | tr -d '\r')" >/dev/null || die "no registry"
+wineserver -k # which writes the registry; an installer is shut in with a server of its own
+wineserver -w
+expect 0 editor find
+said "$trle"
+mkdir -p "$box/gate/data" "$box/Säle"
+echo "a level behind a gate" >"$box/gate/data/saltgate.tr4"
+cp "$packages/The Salt Mine/script.dat" "$box/gate/"
+"$(dirname "$ctl")/kestrova-practice-setup" --pack-with "$stand_ins/setup.exe" \
+    "$box/Säle/Tor zum Salz.exe" winzip "$box/gate" title=Saltgate into=trle
+began=$EPOCHREALTIME
+expect 0 --yes add --installer trle "$box/Säle"
+took "an installer runs, and its level comes in"
+[[ -n $(find "$box/levels" -iname 'saltgate.tr4*') ]] || die "what the installer brought is not in the level"
+unchanged "add --installer"
+
 # The game: its folder, its script, and the savegame, which goes to the level's own.
 began=$EPOCHREALTIME
 expect 0 play 1
