@@ -13,6 +13,16 @@ before=$(tree "$trle")
 expect 0 --yes add "$packages/The Salt Mine.zip"
 expect 0 --yes add "$packages/Two Wells.zip" --analyse "installation notes.txt"
 [[ $(tree "$trle") == "$before" ]] || die "the lent folder did not come back"
+expect 0 --yes wads import "$packages/lagoon_wads.zip"
+expect 0 --no add "$packages/Seven Doors.zip"
+for door in door_a door_b door_c; do
+    [[ -n $(find levels/LEVEL_0003 -iname "$door.tr4*") ]] || die "$door was not compiled"
+done
+lagoon=$(find "$trle" -iname lagoon.wad)
+door=$(find levels/LEVEL_0003 -iname "door_c.tr4")
+grep -aqi "^door_c.wad $(stat -c %s "$lagoon") " "$door" || die "the third door has other wads"
+expect 0 --yes wads undo
+[[ $(tree "$trle") == "$before" ]] || die "the import was not undone"
 sources=$(find levels -iname '*.tom*' -o -iname '*.wad*' -o -iname '*.sam*' -o -iname 'drip.*')
 [[ -z $sources ]] || die "sources stayed with the levels: $sources"
 expect 0 play 2 --no-start
