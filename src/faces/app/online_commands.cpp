@@ -246,7 +246,7 @@ std::span<const CommandRow> OnlineCommands()
         {.window = {.control = "mnu_ShowUrlList",
                     .caption = Msg::MenuShowUrlList,
                     .menu = "mnu_Tools",
-                    .behind = "mnu_ImportWads"},
+                    .behind = "mnu_UndoImportWads"},
          .terminal = {.word = "urls",
                       .verb = "list",
                       .usage = Msg::UseUrls,

@@ -117,8 +117,7 @@ std::span<const CommandRow> WadsCommands()
     static const CommandRow rows[] = {
         {.window = {.control = "mnu_ImportWads",
                     .caption = Msg::MenuImportWads,
-                    .menu = "mnu_Tools",
-                    .behind = "mnu_CompareTrle"},
+                    .menu = "mnu_Tools"},
          .terminal = {.word = "wads",
                       .verb = "import",
                       .usage = Msg::UseWads,
