@@ -8,6 +8,7 @@
 #include "ui/dialogs/help_desk.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/input_gate.h"
 #include "ui/widgets/list_parts.h"
 #include "ui/widgets/print_text.h"
 #include "ui/widgets/qt_text.h"
@@ -181,6 +182,7 @@ void AddWadsDialog::Import()
 std::string AddWadsDialog::AskName(const std::string& original)
 {
     ScambiaNomiDialog dialog{session_.host, original, this};
+    const InputGate::Admission admission{dialog};
     dialog.exec();
     return dialog.Name();
 }
