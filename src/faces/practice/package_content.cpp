@@ -89,7 +89,8 @@ constexpr std::array setups = std::to_array<PracticeSetup>({
     {"WinZip", OnDisk::SetupOtherName, SetupKind::WinZip, OnDisk::SetupIntoFolder},
     {"WinAce", OnDisk::SetupOtherName, SetupKind::WinAce, OnDisk::SetupIntoFolder},
     {"FlyDrive", OnDisk::SetupProgramName, SetupKind::FlyDrive, OnDisk::SetupIntoTrle},
-    {OnDisk::SetupWideFolder, OnDisk::SetupProgramName, SetupKind::WideFlyDrive, OnDisk::SetupIntoTrle},
+    {OnDisk::SetupWideFolder, OnDisk::SetupProgramName, SetupKind::WideFlyDrive,
+     OnDisk::SetupIntoTrle},
     {"unknown", OnDisk::SetupOtherName, SetupKind::Unknown, OnDisk::SetupIntoTrle},
 });
 

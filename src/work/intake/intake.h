@@ -47,7 +47,7 @@ struct Intake {
     ProgressScope& progress; ///< follows every long step; its Stop ends the step that runs
     std::span<const IntakeStep> steps; ///< in their binding order
     LevelDraft draft;
-    IntakeWindows windows{}; ///< what the face that shows the level has for its steps
+    IntakeWindows windows{};  ///< what the face that shows the level has for its steps
     std::string_view endedAt; ///< the step that ended the last walk; empty: all of them were done
 };
 

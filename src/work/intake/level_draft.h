@@ -56,7 +56,8 @@ struct LevelDraft {
     Compile compile = Compile::Never;
     /// Packages that the level needs are fetched without a question.
     bool fetches = false;
-    /// Where a program that installs the level puts its files, and that it may run; none: asked for.
+    /// Where a program that installs the level puts its files, and that it may run; none: asked
+    /// for.
     std::optional<InstalledInto> installer;
     std::vector<WadLink> links; ///< made before a compilation
     /// Name of the document that tells which wads its tom files need, or a path; empty: none.
