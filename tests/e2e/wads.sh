@@ -44,17 +44,17 @@ expect 0 wads undo
 
 # The compiler hangs, and the program is killed.
 mv "$trle/tom2pc.exe" "$box/tom2pc.kept"
-printf '#!/bin/sh\necho $$ >"%s/hangs"\nexec sleep 100\n' "$box" >"$trle/tom2pc.exe"
+printf '#!/bin/sh\necho $$ >hangs\nexec sleep 100\n' >"$trle/tom2pc.exe" # in its own folder alone
 chmod +x "$trle/tom2pc.exe"
 hanging=$(both)
 "$ctl" --home "$box/home" wads import "$wads" >/dev/null 2>&1 </dev/null &
 for ((i = 0; i < 300; ++i)); do
-    [[ ! -s $box/hangs ]] || break
+    [[ ! -s $trle/hangs ]] || break
     sleep 0.1
 done
 kill -9 "$!"
 wait "$!" 2>/dev/null || true
-kill "$(cat "$box/hangs")" 2>/dev/null || true
+rm -f "$trle/hangs"
 [[ $(both) != "$hanging" ]] || die "nothing was under way"
 expect 0 doctor
 expect 0 --yes mend
