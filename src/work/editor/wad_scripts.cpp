@@ -48,8 +48,9 @@ std::string AsLine(const LanguageText& language, const std::string& answer,
     std::string_view text = language.before;
     const bool isUtf8 = !TakeByteOrderMark(text).empty();
     std::string line = isUtf8 ? shown : ToWindows1252(shown);
-    return line.empty() || line.front() == ';' || IsHeadingOfStrings(line) ? original
-                                                                           : std::move(line);
+    if (line.empty() || line.front() == ';' || IsHeadingOfStrings(line))
+        return original;
+    return line;
 }
 
 /// Strings that the person's file does not have yet come as the package has them.
