@@ -21,7 +21,7 @@ appears 'my.kva .1 levels'
 
 # step N: waits until the wizard shows it.
 step() { appears "Upload wizard - Step $1 "; }
-press alt+t u
+press alt+t l
 step 1
 press Return
 step 2
@@ -76,7 +76,7 @@ gone 'Upload wizard'
 [[ ! -e $box/published.zip && ! -e $box/home/_temp_config ]]
 rm "$box/home/zip"
 appears 'my.kva .1 levels'
-press alt+t u
+press alt+t l
 appears '^Kestrova$' # is it wanted back?
 press Return
 gone '^Kestrova$'

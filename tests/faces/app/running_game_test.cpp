@@ -134,6 +134,18 @@ std::string ArchivedSavegame(Stage& stage)
     return {};
 }
 
+std::string WadPackage(Stage& stage)
+{
+    stage.Write("wads/new.wad", "a new wad");
+    return "@wads";
+}
+
+std::string ImportedWads(Stage& stage)
+{
+    (void)stage.Do({"wads", "import", WadPackage(stage)}); // the scripts' compiler is missing
+    return {};
+}
+
 /// How a row of the table is run so that it does what it can do.
 struct Walked {
     std::string_view row;
@@ -232,6 +244,8 @@ const Walked walk[] = {
     {"editor setup", {"editor", "setup", "--folder", "@in", "--to", "@out/trle"}, nullptr, false},
     {"editor restore", {"editor", "restore"}},
     {"file-types", {"file-types"}, nullptr, false},
+    {"mnu_ImportWads", {"wads", "import"}, WadPackage, false},
+    {"mnu_UndoImportWads", {"wads", "undo"}, ImportedWads},
     {"mnu_ControllaUguali", {"equal"}},
     {"mnu_CreaInfoTr4", {"index"}},
     {"mnu_CopiaFileInfos", {"documents"}},
