@@ -183,7 +183,7 @@ TEST(WadImport, StoppedAnywhereAllIsAsItWas)
         if (done || ::testing::Test::HasFailure())
             break;
     }
-    EXPECT_GT(stopped, 10);
+    EXPECT_GT(stopped, 5);
 }
 
 TEST(WadImport, WhatFailsIsALineAndTheRestGoesOn)
