@@ -1,5 +1,6 @@
 #include "tools/enclosure.h"
 
+#include "core/inside.h"
 #include "core/text.h"
 #include "platform/places.h"
 #include "platform/real_path.h"
@@ -79,10 +80,8 @@ std::vector<Path> HiddenFolders(const Tools& tools)
 
 bool LiesIn(const Path& path, const std::vector<Path>& folders)
 {
-    return std::any_of(folders.begin(), folders.end(), [&](const Path& folder) {
-        const Path relative = path.lexically_relative(folder);
-        return !relative.empty() && *relative.begin() != "..";
-    });
+    return std::any_of(folders.begin(), folders.end(),
+                       [&](const Path& folder) { return LiesInside(path, folder); });
 }
 
 class EnclosureWords

@@ -1,6 +1,7 @@
 #include "editor/setup_target.h"
 
 #include "core/copying.h"
+#include "core/inside.h"
 #include "core/look.h"
 #include "core/staged_file.h"
 #include "core/text.h"
@@ -32,12 +33,6 @@ bool HasControlLetters(const std::string& text)
 {
     return std::any_of(text.begin(), text.end(),
                        [](char letter) { return static_cast<unsigned char>(letter) < ' '; });
-}
-
-bool LiesIn(const Path& place, const Path& folder)
-{
-    const auto [end, at] = std::mismatch(folder.begin(), folder.end(), place.begin(), place.end());
-    return end == folder.end();
 }
 
 /// Nothing at all, hidden files counted.
@@ -105,7 +100,7 @@ Result<Path> TargetOf(const SetupWish& wish)
         return Refusal(Msg::SetupTargetTooLong, target);
     Path source;
     if (!wish.fromZips && !platform::RealPath(ResolvePath(wish.folder), source) &&
-        (LiesIn(source, target) || LiesIn(target, source)))
+        (LiesInside(source, target) || LiesInside(target, source)))
         return Refusal(Msg::SetupTargetInSource, target);
     if (auto fits = CheckPlace(target); !fits)
         return fits.Error();

@@ -2,6 +2,7 @@
 
 #include "core/copying.h"
 #include "core/file_kinds.h"
+#include "core/inside.h"
 #include "core/look.h"
 #include "core/name_list.h"
 #include "core/text.h"
@@ -36,12 +37,6 @@ bool HoldsLevel(const std::vector<Path>& files)
     });
 }
 
-bool LiesBelow(const Path& path, const Path& folder)
-{
-    const Path relative = path.lexically_relative(folder);
-    return !relative.empty() && *relative.begin() != "..";
-}
-
 /// What stands on Wine's drive C, as far as a program may be meant by it.
 class DriveWatch
 {
@@ -73,7 +68,7 @@ public:
             if (!before_ && EqualNames(file.name.begin()->native(), OnDisk::WindowsFolder))
                 continue;
             if (std::none_of(passedOver.begin(), passedOver.end(), [&](const Path& folder) {
-                    return LiesBelow(drive_ / file.name, folder);
+                    return LiesInside(drive_ / file.name, folder);
                 }))
                 names.push_back(TextOf(file.name));
         }
@@ -359,9 +354,9 @@ private:
 /// Somebody's whole disk, or all that this program keeps, is nothing to give to a stranger.
 bool IsTooWide(const Folders& folders, const Path& folder)
 {
-    return LiesBelow(folders.program, folder) ||
-           (LiesBelow(folders.trle, folder) && !IsSameFolder(folder, folders.trle)) ||
-           LiesBelow(folders.levels, folder);
+    return LiesInside(folders.program, folder) ||
+           (LiesInside(folders.trle, folder) && !IsSameFolder(folder, folders.trle)) ||
+           LiesInside(folders.levels, folder);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "intake/folder_sources.h"
 
+#include "core/inside.h"
 #include "core/name_list.h"
 #include "intake/file_names.h"
 #include "platform/real_path.h"
@@ -15,12 +16,6 @@ namespace kestrova
 
 namespace
 {
-
-bool IsBelow(const Path& file, const Path& folder)
-{
-    const Path relative = file.lexically_relative(folder);
-    return !relative.empty() && *relative.begin() != "..";
-}
 
 void TellFailedFiles(Host& host, const std::vector<std::string>& names, const Path& folder,
                      const Failure& first)
@@ -55,7 +50,7 @@ void AddFilesFromFolder(Host& host, Machine& machine, const Folders& folders, co
         host.Tell(Tone::Error, GetMsg(Msg::SourceFolderNotRead, {failure.subject}), failure.reason);
     // A folder that holds the level's own gives everything but that.
     const Path own = ResolvePath(folder);
-    const auto isOwn = [&](const Path& path) { return path == own || IsBelow(path, own); };
+    const auto isOwn = [&](const Path& path) { return LiesInside(path, own); };
     std::erase_if(tree->files, isOwn);
     std::erase_if(tree->folders, isOwn);
     if (!options.leftOut.empty())

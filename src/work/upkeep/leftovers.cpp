@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "core/file_kinds.h"
+#include "core/inside.h"
 #include "core/leftovers.h"
 #include "core/look.h"
 #include "core/removal.h"
@@ -43,10 +44,8 @@ std::vector<Path> HeldFolders(const Folders& folders, const Archive& archive)
 
 bool IsBelow(const Path& place, const std::vector<Path>& roots)
 {
-    return std::any_of(roots.begin(), roots.end(), [&](const Path& root) {
-        const auto [end, at] = std::mismatch(root.begin(), root.end(), place.begin(), place.end());
-        return end == root.end();
-    });
+    return std::any_of(roots.begin(), roots.end(),
+                       [&](const Path& root) { return LiesInside(place, root); });
 }
 
 /// The level of the archive whose own folder this is.
