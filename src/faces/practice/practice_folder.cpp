@@ -83,16 +83,6 @@ void PlanPackages(const Path& packages, std::vector<Job>& jobs)
     PlanSetupMusic(trle, jobs);
 }
 
-Status WriteNew(const Path& file, const std::string& bytes)
-{
-    StagedFile staged{file};
-    if (Status opened = staged.Open(); !opened)
-        return opened;
-    if (Status written = staged.Write(bytes); !written)
-        return written;
-    return staged.Commit(false);
-}
-
 /// Makes all files on all cores; the first failure stops the others.
 Status MakeFiles(const std::vector<Job>& jobs, const PracticeProgress& progress)
 {
@@ -106,7 +96,7 @@ Status MakeFiles(const std::vector<Job>& jobs, const PracticeProgress& progress)
     const bool all = RunOnAllCores(
         jobs.size(),
         [&](std::size_t i) {
-            Status written = WriteNew(jobs[i].file, jobs[i].make());
+            Status written = WriteWholeFile(jobs[i].file, jobs[i].make(), false);
             const std::lock_guard lock{mutex};
             if (!written && !failure)
                 failure = written.Error();

@@ -18,16 +18,6 @@ namespace kestrova
 namespace
 {
 
-Status WriteBeside(const Path& file, const std::string& bytes)
-{
-    StagedFile staged{file};
-    if (Status opened = staged.Open(); !opened)
-        return opened;
-    if (Status written = staged.Write(bytes); !written)
-        return written;
-    return staged.Commit(false);
-}
-
 std::vector<std::string> Texts(std::initializer_list<std::string_view> texts)
 {
     return {texts.begin(), texts.end()};
@@ -62,7 +52,8 @@ Status WriteEveryStep(const Path& folder)
 {
     const auto config = EveryStep(folder);
     const auto bytes = config ? FormatLevelConfig(*config) : config.Error();
-    return bytes ? WriteBeside(folder / OnDisk::PracticeConfigName, *bytes) : bytes.Error();
+    return bytes ? WriteWholeFile(folder / OnDisk::PracticeConfigName, *bytes, false)
+                 : bytes.Error();
 }
 
 SetupPayload Installed(std::string_view head)
@@ -90,7 +81,7 @@ Status MakeSetups(const Path& packages, const Path& standIn)
         const Path folder = packages / GetMsg(Msg::PracticePackageSetup, {setup.folder});
         Status made = MakeFolders(folder);
         if (made)
-            made = WriteBeside(folder / setup.name, *packed);
+            made = WriteWholeFile(folder / setup.name, *packed, false);
         if (made)
             made = MakeRunnable(folder / setup.name);
         if (!made)
@@ -116,7 +107,7 @@ Status FinishEditorSetup(const Path& trle, const PracticePrograms& programs)
     for (const Path& file : tree->files)
         lines +=
             ReplaceAll(file.lexically_relative(trle).native(), "/", "\\") + std::string{lineBreak};
-    return WriteBeside(InFolder(trle, OnDisk::FragSetupList), lines);
+    return WriteWholeFile(InFolder(trle, OnDisk::FragSetupList), lines, false);
 }
 
 } // namespace
