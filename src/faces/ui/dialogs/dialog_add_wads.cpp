@@ -11,6 +11,7 @@
 #include "ui/widgets/input_gate.h"
 #include "ui/widgets/list_parts.h"
 #include "ui/widgets/print_text.h"
+#include "ui/widgets/progress_row.h"
 #include "ui/widgets/qt_text.h"
 #include "words/intake.h"
 #include "words/wads_window.h"
@@ -102,16 +103,8 @@ QWidget* AddWadsDialog::MakeLists()
 QLayout* AddWadsDialog::MakeProgress()
 {
     info_->setObjectName(QStringLiteral("Label_Info"));
-    info_->setTextFormat(Qt::PlainText);
     info_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    bar_->setObjectName(QStringLiteral("ProgressBar1"));
-    bar_->setTextVisible(false);
-    stop_->setAutoDefault(false);
-    auto* row = new QHBoxLayout;
-    row->addWidget(info_, 1);
-    row->addWidget(bar_);
-    row->addWidget(stop_);
-    return row;
+    return ProgressRow(*info_, *bar_, *stop_);
 }
 
 QLayout* AddWadsDialog::MakeButtons()

@@ -8,6 +8,7 @@
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/input_gate.h"
 #include "ui/widgets/list_parts.h"
+#include "ui/widgets/progress_row.h"
 #include "ui/widgets/qt_text.h"
 #include "words/level_setup.h"
 
@@ -148,15 +149,8 @@ QLayout* InstallTrleDialog::MakeTarget()
 
 QLayout* InstallTrleDialog::MakeProgress()
 {
-    bar_->setObjectName(QStringLiteral("ProgressBar1"));
-    bar_->setTextVisible(false);
     info_->setMinimumHeight(fontMetrics().lineSpacing() * 2);
-    stop_->setAutoDefault(false);
-    auto* row = new QHBoxLayout;
-    row->addWidget(info_, 1);
-    row->addWidget(bar_);
-    row->addWidget(stop_);
-    return row;
+    return ProgressRow(*info_, *bar_, *stop_);
 }
 
 QLayout* InstallTrleDialog::MakeButtons()

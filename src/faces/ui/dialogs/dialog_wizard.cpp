@@ -10,6 +10,7 @@
 #include "ui/dialogs/wizard_pages.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/progress_row.h"
 #include "ui/widgets/qt_text.h"
 #include "words/wizard.h"
 
@@ -60,16 +61,8 @@ WizardDialog::WizardDialog(Session& session, QWidget* parent)
 QLayout* WizardDialog::MakeProgress()
 {
     info_->setObjectName(QStringLiteral("Label_Info_Step7"));
-    info_->setTextFormat(Qt::PlainText);
     info_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    bar_->setObjectName(QStringLiteral("ProgressBar1"));
-    bar_->setTextVisible(false);
-    stop_->setAutoDefault(false);
-    auto* row = new QHBoxLayout;
-    row->addWidget(info_, 1);
-    row->addWidget(bar_);
-    row->addWidget(stop_);
-    return row;
+    return ProgressRow(*info_, *bar_, *stop_);
 }
 
 QLayout* WizardDialog::MakeButtons()
