@@ -36,7 +36,7 @@ expect 2 add city --installer
 expect 1 add city --installer "$box/nowhere"
 errs "is not there"
 expect 1 add city --installer "$box"
-errs "could change all of them"
+errs "it could change them"
 [[ ! -e $box/prefix/drive_c/stray.ini && ! -e levels/LEVEL_0001 ]] || die "it was run all the same"
 
 expect 0 add city --name City --installer trle

@@ -41,7 +41,7 @@ inline constexpr Message InstallerClearing{"Removing temporary folders"};
 inline constexpr Message InstallerFailed{"Error or cancel installing level in exe format"};
 inline constexpr Message InstallerNoTrle{"The setup program was not run: it needs a Level Editor's folder, and there is none. Choose one first (Preferences), then add this level again."};
 inline constexpr Message InstallerFolderMissing{"The setup program was not run: the folder that it is to install into is not there: ~1"};
-inline constexpr Message InstallerFolderWide{"The setup program was not run: Kestrova's own files, the Level Editor's or your levels lie in the folder that it is to install into, and it could change all of them: ~1. Name a folder of its own."};
+inline constexpr Message InstallerFolderWide{"The setup program was not run: Kestrova's own files, the Level Editor's or your levels lie in or around the folder that it is to install into, and it could change them: ~1. Name a folder of its own."};
 inline constexpr Message InstallerNotBegun{"The setup program was not run, and the Level Editor's folder is untouched: "};
 inline constexpr Message InstallerEnded{"The setup program ~1 was ended, and the Level Editor's folder is as it was: "};
 inline constexpr Message InstallerCrashed{"The setup program ~1 broke down (signal ~2). The Level Editor's folder is as it was."};

@@ -14,6 +14,7 @@
 #include "intake/file_names.h"
 #include "intake/folder_sources.h"
 #include "originals/folder_handover.h"
+#include "platform/real_path.h"
 #include "session/cleared_progress.h"
 #include "session/operation.h"
 #include "session/telling.h"
@@ -22,6 +23,7 @@
 #include "words/installers.h"
 
 #include <algorithm>
+#include <array>
 
 namespace kestrova
 {
@@ -351,12 +353,25 @@ private:
     std::set<Path> stays_;
 };
 
-/// Somebody's whole disk, or all that this program keeps, is nothing to give to a stranger.
-bool IsTooWide(const Folders& folders, const Path& folder)
+/// Behind all links, as the enclosure opens it; as it is named where that cannot be told.
+Path RealPlace(const Path& folder)
 {
-    return LiesInside(folders.program, folder) ||
-           (LiesInside(folders.trle, folder) && !IsSameFolder(folder, folders.trle)) ||
-           LiesInside(folders.levels, folder);
+    Path real;
+    return platform::RealPath(ResolvePath(folder), real) ? ResolvePath(folder) : real;
+}
+
+/// Somebody's whole disk, or anything that this program keeps, is nothing to give to a stranger.
+/// What lies in the Level Editor's folder is handed over with all that stands there.
+bool IsNothingToGive(const Folders& folders, const Path& wished)
+{
+    const Path folder = RealPlace(wished);
+    const Path trle = RealPlace(folders.trle);
+    if (LiesInside(folder, trle))
+        return false;
+    const std::array kept{RealPlace(folders.program), RealPlace(folders.levels)};
+    return LiesInside(trle, folder) || std::any_of(kept.begin(), kept.end(), [&](const Path& own) {
+               return LiesInside(own, folder) || LiesInside(folder, own);
+           });
 }
 
 } // namespace
@@ -393,7 +408,7 @@ bool MayRunInstaller(Intake& intake, const Path& program)
     const Path& folder = intake.draft.installer->folder;
     if (!FolderExists(folder))
         return refuses(GetMsg(Msg::InstallerFolderMissing, {TextOf(folder)}));
-    if (IsTooWide(session.Folders(), ResolvePath(folder)))
+    if (IsNothingToGive(session.Folders(), folder))
         return refuses(GetMsg(Msg::InstallerFolderWide, {TextOf(folder)}));
     return true;
 }
