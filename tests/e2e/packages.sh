@@ -25,6 +25,9 @@ expect 0 --yes wads undo
 [[ $(tree "$trle") == "$before" ]] || die "the import was not undone"
 sources=$(find levels -iname '*.tom*' -o -iname '*.wad*' -o -iname '*.sam*' -o -iname 'drip.*')
 [[ -z $sources ]] || die "sources stayed with the levels: $sources"
+expect 0 --yes add --name Saltgate "$packages/Saltgate setup, FlyDrive" --installer trle
+[[ -n $(find levels/LEVEL_0004 -iname '*.tr4*') ]] ||
+    die "the setup program brought no level"
 expect 0 play 2 --no-start
 for wells in well_one:practice.wad well_two:temple.wad; do
     level=$(find "$trle" -iname "${wells%:*}.tr4")

@@ -14,6 +14,7 @@
 #include "intake/file_names.h"
 #include "intake/folder_sources.h"
 #include "originals/folder_handover.h"
+#include "platform/files.h"
 #include "platform/real_path.h"
 #include "session/cleared_progress.h"
 #include "session/operation.h"
@@ -145,8 +146,26 @@ private:
         return bool{begun};
     }
 
+    /// A copy of a program of this system came in without the right to be started.
+    Status MakeStartable() const
+    {
+        constexpr std::uint32_t everybodyStarts = 0111;
+        const auto facts = LookAt(program_);
+        if (!facts)
+            return facts.Error();
+        if (IsWindowsProgram(program_) || (facts->mode & everybodyStarts) == everybodyStarts)
+            return {};
+        const auto failure = platform::SetMode(program_, facts->mode | everybodyStarts);
+        return failure ? MakeFailure(ErrorCode::CannotWrite, TextOf(program_), failure) : Status{};
+    }
+
     bool Execute()
     {
+        if (const auto startable = MakeStartable(); !startable) {
+            TellFailure(host_, GetMsg(Msg::InstallerNotStarted) + TextOf(program_),
+                        startable.Error());
+            return false;
+        }
         Label(GetMsg(Msg::InstallerExecuting, {TextOf(program_.filename())}));
         const Path prefix = WinePrefixFor(folders_.trle);
         BoundedWork work{program_, {}, intake_.draft.workFolder, level_.bounds};
