@@ -11,6 +11,7 @@
 #include "swap/recovery.h"
 #include "world/tool_box.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
 #include <set>
 
@@ -157,7 +158,7 @@ TEST(ExeInstall, AProgramThatFailsLeavesTheFolderAsItWas)
     EXPECT_FALSE(stopped.Install());
     stopped.ExpectBack();
     ExeWorld notStarted;
-    std::filesystem::permissions(notStarted.program, std::filesystem::perms::owner_read);
+    std::ofstream{notStarted.program} << "#!/nowhere/at/all\n";
     EXPECT_FALSE(notStarted.Install());
     EXPECT_TRUE(notStarted.host.WasTold("Error executing: "));
     notStarted.ExpectBack();
