@@ -8,7 +8,7 @@ namespace kestrova
 
 enum class Verify {
     Size,   ///< the kernel's word and the length
-    Content ///< read back and compared
+    Content ///< read back and compared, unless it is a clone of the same blocks
 };
 /// What a file may be used for that somebody else made: read, and changed by its owner.
 inline constexpr std::uint32_t plainRights = 0644;

@@ -198,7 +198,9 @@ void ClearStaged(const Path& folder, const std::function<bool(const std::string&
         return;
     for (const auto& entry : entries)
         if (entry.name.starts_with(stagedPrefix) && entry.name != lockFileName &&
-            entry.kind == platform::FileKind::File && isDead(entry.name))
+            (entry.kind == platform::FileKind::File ||
+             entry.kind == platform::FileKind::Other) && // a pipe between two tools
+            isDead(entry.name))
             (void)platform::Unlink(folder / entry.name); // tried again at the next occasion
 }
 

@@ -1,6 +1,7 @@
 #include "formats/change_head.h"
 
 #include "core/names.h"
+#include "formats/level_folder.h"
 #include "formats/program_folder.h"
 #include "formats/record_json.h"
 #include "words/message.h"
@@ -18,9 +19,9 @@ constexpr std::int32_t headForm = 1;
 
 /// Behind each kind its word, in the order of the kinds.
 constexpr std::string_view kindWords[] = {
-    "",           "slots-freed", "slots-filled",  "import",       "export",       "bring-back",
-    "shot-added", "shot-taken",  "shot-replaced", "shot-deleted", "shot-renamed", "shots-imported",
-    "edit",       "removal",     "language",      "language-back"};
+    "",           "slots-freed", "slots-filled",  "import",        "export",       "bring-back",
+    "shot-added", "shot-taken",  "shot-replaced", "shot-deleted",  "shot-renamed", "shots-imported",
+    "edit",       "removal",     "language",      "language-back", "files-left"};
 
 bool IsAbsolute(const std::string& path)
 {
@@ -31,10 +32,11 @@ bool IsAbsolute(const std::string& path)
 /// One of both names is the level's own, the other one beside it tells that it was set aside.
 bool IsOfHome(const MovedFolder& moved, const ChangeHead& head)
 {
-    const bool leaves = EqualNames(moved.from, head.home);
+    const std::string own = OwnPlaceOf(head);
+    const bool leaves = EqualNames(moved.from, own);
     const std::string& aside = leaves ? moved.to : moved.from;
-    const std::string mark = head.home + Filled(OnDisk::FragSetAside, {"", ""});
-    return (leaves || EqualNames(moved.to, head.home)) && aside.size() > mark.size() &&
+    const std::string mark = own + Filled(OnDisk::FragSetAside, {"", ""});
+    return (leaves || EqualNames(moved.to, own)) && aside.size() > mark.size() &&
            EqualNames(std::string_view{aside}.substr(0, mark.size()), mark) &&
            aside.find('/', mark.size()) == std::string::npos;
 }
@@ -47,8 +49,9 @@ bool ReadMoved(const NoteJson& json, ChangeHead& head)
     NoteReader reader{*found};
     head.moved = MovedFolder{reader.Text("from"), reader.Text("to"),
                              reader.Number<std::uint64_t>("bytes"), reader.Text("digest")};
-    return reader.Good() && head.kind == ChangeKind::LevelRemoved && IsAbsolute(head.moved->from) &&
-           IsAbsolute(head.moved->to) && IsOfHome(*head.moved, head);
+    const bool moves = head.kind == ChangeKind::LevelRemoved || head.kind == ChangeKind::FilesLeft;
+    return reader.Good() && moves && IsAbsolute(head.moved->from) && IsAbsolute(head.moved->to) &&
+           IsOfHome(*head.moved, head);
 }
 
 bool IsToken(const std::string& text)
@@ -115,6 +118,12 @@ Result<ChangeHead> ParseChangeHead(std::string_view line)
                        (head.kind == ChangeKind::Unnamed || IsNamedWhole(head)) &&
                        ReadMoved(json, head) && FormatChangeHead(head).size() <= longestChangeHead;
     return sound ? Result<ChangeHead>{std::move(head)} : Failure{ErrorCode::Damaged, {}, {}};
+}
+
+std::string OwnPlaceOf(const ChangeHead& head)
+{
+    return head.kind == ChangeKind::FilesLeft ? InFolder(head.home, OnDisk::DirFiles).native()
+                                              : head.home;
 }
 
 bool IsInHome(const ChangeHead& head, std::string_view folder)

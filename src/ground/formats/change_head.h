@@ -30,9 +30,11 @@ enum class ChangeKind {
     LevelRemoved,
     LanguageChanged,
     LanguageRestored,
+    FilesLeft, ///< a level's files, which lie on a disc, left the hard disk
 };
 
-/// A level's folder that changes its name within its file system, with all that is in it.
+/// A level's folder, or the one of its files, that changes its name within its file system, with
+/// all that is in it.
 struct MovedFolder {
     std::string from; ///< exact, as is `to`; one of both is the level's own place
     std::string to;
@@ -65,9 +67,12 @@ inline constexpr std::size_t longestChangeHead = 64 << 10;
 /// A line with its end.
 std::string FormatChangeHead(const ChangeHead& head);
 /// `Damaged` for anything that this program did not write, and for places that are not those of the
-/// level: what is moved is the level's folder, under its own name and one that sets it aside.
+/// level: what is moved is the level's folder, or the one of its
+/// files, under its own name and one that sets it aside.
 Result<ChangeHead> ParseChangeHead(std::string_view line);
 
+/// The folder that such a change moves: the level's own, or the one of its files.
+std::string OwnPlaceOf(const ChangeHead& head);
 /// True for the folder of the level, or one in it.
 bool IsInHome(const ChangeHead& head, std::string_view folder);
 

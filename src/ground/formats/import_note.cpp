@@ -84,6 +84,9 @@ std::string FormatImportNote(const ImportNote& note)
                     {"id", note.id},
                     {"time", note.madeNs},
                     {"subject", Encoded(note.subject)},
+                    {"undone", note.isUndone},
+                    {"undoes", note.undoes},
+                    {"next", note.next},
                     {"places", std::move(places)},
                     {"made", JsonOfPlaces(note.made)},
                     {"swept", JsonOfPlaces(note.swept)}});
@@ -102,6 +105,11 @@ Result<ImportNote> ParseImportNote(std::string_view text)
     note.id = reader.Number<std::int32_t>("id");
     note.madeNs = reader.Number<std::int64_t>("time");
     note.subject = reader.Text("subject");
+    note.isUndone = reader.Has("undone") && reader.Flag("undone");
+    note.undoes = reader.Has("undoes") ? reader.Number<std::int32_t>("undoes") : 0;
+    note.next = reader.Has("next") ? reader.Number<std::int32_t>("next") : 0;
+    for (const std::int32_t number : {note.id, note.undoes, note.next})
+        good = good && number >= 0 && number < importIdLimit;
     good = good && phase < importPhases.size() && note.id > 0;
     reader.List("places", [&](NoteReader& entry, const NoteJson&) {
         ImportPlace place{ReadTree(entry, good), entry.Text("name"), entry.Text("was"),

@@ -16,6 +16,12 @@ enum class ImportPhase {
     Undoing,  ///< it is being taken back
 };
 
+/// Whether an import stands, or was undone and can be done again.
+enum class UndoState { Done, Undone };
+
+/// Numbers of imports are below it.
+inline constexpr std::int32_t importIdLimit = 1'000'000'000;
+
 /// The two trees that an import writes into.
 enum class ImportTree { LevelEditor, Backup };
 
@@ -41,6 +47,10 @@ struct ImportNote {
     std::int32_t id = 0; ///< larger is newer
     std::int64_t madeNs = 0;
     std::string subject; ///< what was imported, for who reads the entry
+    /// The import was undone: what came are the files from before, and what was there its own.
+    bool isUndone = false;
+    std::int32_t undoes = 0; ///< the entry that it undoes, or does again; 0: none
+    std::int32_t next = 0;   ///< while it is undone: number of the entry that leads back
     std::vector<ImportPlace> places;
     std::vector<ImportName> made;  ///< folders that the import makes, those above first
     std::vector<ImportName> swept; ///< whatever else matches came with the import: `\script\*.dat`

@@ -43,14 +43,21 @@ NoteJson JsonOfTree(const StandingTree& tree)
                          {"time", file.modifiedNs},
                          {"changed", file.changedNs},
                          {"inode", file.inode},
-                         {"kept", file.kept}});
+                         {"kept", file.kept},
+                         {"rights", file.rights}});
     NoteJson links = NoteJson::array();
     for (const StandingLink& link : tree.links)
         links.push_back({{"name", Encoded(link.name)}, {"target", Encoded(link.target)}});
-    std::vector<std::string> folders(tree.folders.begin(), tree.folders.end());
-    return {{"files", std::move(files)},
-            {"links", std::move(links)},
-            {"folders", JsonOfNames(folders)}};
+    NoteJson folders = NoteJson::array();
+    NoteJson rights = NoteJson::array();
+    for (const StandingFolder& folder : tree.folders) {
+        folders.push_back(Encoded(folder.name));
+        rights.push_back(folder.rights);
+    }
+    const std::vector<std::string> others(tree.others.begin(), tree.others.end());
+    return {{"files", std::move(files)},     {"links", std::move(links)},
+            {"folders", std::move(folders)}, {"folderRights", std::move(rights)},
+            {"rights", tree.rights},         {"others", JsonOfNames(others)}};
 }
 
 /// It leads to a place below the folder.
@@ -60,15 +67,36 @@ bool LeadsInside(const Path& name)
            *name.begin() != ".." && *name.begin() != "." && name.has_filename();
 }
 
+std::uint32_t RightsIn(NoteReader& reader)
+{
+    return reader.Has("rights") ? reader.Number<std::uint32_t>("rights") : noRights;
+}
+
+/// One for each folder; the notes of earlier versions have none.
+bool ReadFolderRights(const NoteJson& json, std::vector<StandingFolder>& folders)
+{
+    const auto rights = json.find("folderRights");
+    if (rights == json.end())
+        return true;
+    if (!rights->is_array() || rights->size() != folders.size())
+        return false;
+    for (std::size_t i = 0; i < folders.size(); ++i) {
+        if (!(*rights)[i].is_number_integer())
+            return false;
+        folders[i].rights = (*rights)[i].get<std::uint32_t>();
+    }
+    return true;
+}
+
 bool ReadTree(const NoteJson& json, StandingTree& tree)
 {
     NoteReader reader{json};
     bool good = true;
     reader.List("files", [&](NoteReader& entry, const NoteJson&) {
-        tree.files.push_back({entry.Text("name"), entry.Number<std::uint64_t>("size"),
-                              entry.Number<std::int64_t>("time"),
-                              entry.Number<std::int64_t>("changed"),
-                              entry.Number<std::uint64_t>("inode"), entry.Flag("kept")});
+        tree.files.push_back(
+            {entry.Text("name"), entry.Number<std::uint64_t>("size"),
+             entry.Number<std::int64_t>("time"), entry.Number<std::int64_t>("changed"),
+             entry.Number<std::uint64_t>("inode"), entry.Flag("kept"), RightsIn(entry)});
         good = good && LeadsInside(tree.files.back().name);
     });
     reader.List("links", [&](NoteReader& entry, const NoteJson&) {
@@ -78,10 +106,15 @@ bool ReadTree(const NoteJson& json, StandingTree& tree)
     std::vector<std::string> folders;
     reader.Names("folders", folders);
     for (std::string& folder : folders) {
-        tree.folders.emplace_back(std::move(folder));
-        good = good && LeadsInside(tree.folders.back());
+        tree.folders.push_back({std::move(folder)});
+        good = good && LeadsInside(tree.folders.back().name);
     }
-    return good && reader.Good();
+    std::vector<std::string> others;
+    if (reader.Has("others"))
+        reader.Names("others", others);
+    tree.others.assign(others.begin(), others.end());
+    tree.rights = RightsIn(reader);
+    return good && reader.Good() && ReadFolderRights(json, tree.folders);
 }
 
 } // namespace

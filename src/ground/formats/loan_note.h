@@ -24,6 +24,9 @@ struct LentPlace {
     std::int64_t modifiedNs = 0; ///< of the copied file
 };
 
+/// Rights of which a note of an earlier version says nothing.
+inline constexpr std::uint32_t noRights = 0xFFFF'FFFF;
+
 /// A file of a folder that is handed over whole, as it stood at first.
 struct StandingFile {
     Path name;
@@ -32,6 +35,11 @@ struct StandingFile {
     std::int64_t changedNs = 0;
     std::uint64_t inode = 0;
     bool kept = false; ///< a copy lies aside under its number in the list; the backup lacks it
+    std::uint32_t rights = noRights;
+};
+struct StandingFolder {
+    Path name;
+    std::uint32_t rights = noRights;
 };
 struct StandingLink {
     Path name;
@@ -39,9 +47,13 @@ struct StandingLink {
 };
 /// All that stood in a folder; what else stands there later came meanwhile. Names are relative.
 struct StandingTree {
-    std::vector<Path> folders; ///< parents before their children
+    std::uint32_t rights = noRights;     ///< of the folder itself
+    std::vector<StandingFolder> folders; ///< parents before their children
     std::vector<StandingFile> files;
     std::vector<StandingLink> links;
+    /// What nobody looks into: pipes and devices, names that no listing shows, and folders that lie
+    /// deeper than a path is long.
+    std::vector<Path> others;
 };
 
 struct LoanNote {

@@ -1,14 +1,13 @@
 #include "platform/file_content.h"
 
+#include "platform/content_hash.h"
 #include "platform/files.h"
-
 #include "platform/last_error.h"
 
 #include <algorithm>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
-#include <xxhash.h>
 
 namespace kestrova::platform
 {
@@ -43,7 +42,7 @@ std::error_code CopyThroughMemory(File& from, File& to, std::uint64_t done,
 
 } // namespace
 
-std::error_code CopyContent(File& from, File& to, const CopyProgress& progress)
+std::error_code CopyContent(File& from, File& to, const CopyProgress& progress, bool* isClone)
 {
     constexpr std::size_t slice = std::size_t{8} << 20;
     std::size_t none = 0;
@@ -51,7 +50,10 @@ std::error_code CopyContent(File& from, File& to, const CopyProgress& progress)
         return failure;
     if (const auto failure = to.Write({}))
         return failure;
-    if (::ioctl(to.Descriptor(), FICLONE, from.Descriptor()) == 0)
+    const bool cloned = ::ioctl(to.Descriptor(), FICLONE, from.Descriptor()) == 0;
+    if (isClone != nullptr)
+        *isClone = cloned;
+    if (cloned)
         return {};
     std::uint64_t done = 0;
     for (;;) {
@@ -101,26 +103,11 @@ std::error_code ReadAll(const Path& path, std::string& content, std::uint64_t li
     return {};
 }
 
-namespace
-{
-
-std::string Digits(XXH128_hash_t hash)
-{
-    XXH128_canonical_t canonical;
-    XXH128_canonicalFromHash(&canonical, hash);
-    std::string text;
-    for (const unsigned char byte : canonical.digest) {
-        text += "0123456789abcdef"[byte >> 4];
-        text += "0123456789abcdef"[byte & 15];
-    }
-    return text;
-}
-
-} // namespace
-
 std::string HashOf(std::span<const std::byte> bytes)
 {
-    return Digits(XXH3_128bits(bytes.data(), bytes.size()));
+    ContentHash hash;
+    hash.Add(bytes);
+    return hash.Digits();
 }
 
 std::error_code HashOfFile(const Path& path, std::string& hash)
@@ -129,14 +116,12 @@ std::error_code HashOfFile(const Path& path, std::string& hash)
     if (const auto failure = File::OpenForRead(path, file))
         return failure;
     std::vector<std::byte> buffer(BufferSize(file.Facts().size));
-    XXH3_state_t* state = XXH3_createState();
-    XXH3_128bits_reset(state);
+    ContentHash sum;
     std::error_code failure;
     std::size_t got = 0;
     while (!(failure = file.Read(buffer, got)) && got > 0)
-        XXH3_128bits_update(state, buffer.data(), got);
-    hash = Digits(XXH3_128bits_digest(state));
-    XXH3_freeState(state);
+        sum.Add(std::span(buffer).first(got));
+    hash = sum.Digits();
     return failure;
 }
 

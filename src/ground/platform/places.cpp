@@ -115,12 +115,45 @@ std::vector<MountedDrive> MountedDrives(const fs::path& mounts, const fs::path& 
             return false;
         }();
         if (!known && FactsOf(entry.mnt_dir).kind == FileKind::Folder)
-            drives.push_back({entry.mnt_dir, std::string{kind},
-                              ::hasmntopt(&entry, MNTOPT_RO) != nullptr,
-                              !IsNetwork(device, kind) && !IsRemovable(device, devices)});
+            drives.push_back(
+                {entry.mnt_dir, std::string{kind}, ::hasmntopt(&entry, MNTOPT_RO) != nullptr,
+                 !IsNetwork(device, kind) && !IsRemovable(device, devices), fs::path{device}});
     }
     ::endmntent(table);
     return drives;
+}
+
+namespace
+{
+
+/// The name that the system's table has for it. What does not answer any more is known by the
+/// folder in which it lies.
+fs::path NameInTable(const fs::path& folder)
+{
+    std::error_code failure;
+    fs::path real = fs::canonical(folder, failure);
+    if (!failure)
+        return real;
+    real = fs::canonical(folder.parent_path(), failure);
+    return failure ? folder : real / folder.filename();
+}
+
+} // namespace
+
+std::string KindMountedOn(const fs::path& folder, const fs::path& table)
+{
+    const fs::path name = NameInTable(folder);
+    std::string kind;
+    FILE* const mounts = ::setmntent(table.c_str(), "r");
+    if (mounts == nullptr)
+        return kind;
+    mntent entry{};
+    char buffer[4096];
+    while (::getmntent_r(mounts, &entry, buffer, sizeof buffer) != nullptr)
+        if (name == entry.mnt_dir) // the last one lies on top
+            kind = entry.mnt_type;
+    ::endmntent(mounts);
+    return kind;
 }
 
 Desktop SessionDesktop()

@@ -27,12 +27,18 @@ struct MountedDrive {
     std::filesystem::path folder; ///< where it is mounted
     std::string kind;             ///< file system type
     bool readOnly = false;
-    bool fixed = true; ///< neither removable nor on a network
+    bool fixed = true;            ///< neither removable nor on a network
+    std::filesystem::path device; ///< what is mounted there
 };
 /// Real disks only: one row a mount point, in the order of the system. `table` and `devices` are
 /// where the system tells of its mounts and of what its disks are.
 std::vector<MountedDrive> MountedDrives(const std::filesystem::path& table = "/proc/self/mounts",
                                         const std::filesystem::path& devices = "/sys/class/block");
+
+/// The kind of what is mounted on exactly that folder, by whatever name it is called, also of what
+/// does not answer any more; empty when nothing is.
+std::string KindMountedOn(const std::filesystem::path& folder,
+                          const std::filesystem::path& table = "/proc/self/mounts");
 
 /// What the session that this process belongs to can show windows on.
 enum class Desktop { None, X, Wayland, WaylandWithX };

@@ -60,6 +60,7 @@ inline constexpr Message SelectCompiler{"Select program to compile tom files"};
 inline constexpr Message CompilerFilter{"Application (*.exe)|*.exe"};
 inline constexpr Message CompilerNotStarted{"Error in execution of "};
 inline constexpr Message CompileNotLent{"The files could not be compiled: the Level Editor's folder could not be prepared for it. It is as it was."};
+inline constexpr Message CompilerChangedOthers{"The compiler changed or deleted other files of the Level Editor's folder, too: ~1. Originals among them come back by a full restore (Tools, \"Set original configuration in TRLE\"; kestrovactl original --full)."};
 inline constexpr Message CompileNotReturned{"The Level Editor's folder could not come back whole from the compilation yet. Nothing is lost: what stood there lies in its hidden folder .kv~lent. Make room on the disk, or give yourself the right to write there, and start again."};
 inline constexpr Message CompileStopped{"The compilation was stopped. The Level Editor's folder is as it was."};
 inline constexpr Message CompileCopying{"Copying sources: ~1"};

@@ -47,6 +47,7 @@ inline constexpr Message InstallerEnded{"The setup program ~1 was ended, and the
 inline constexpr Message InstallerCrashed{"The setup program ~1 broke down (signal ~2). The Level Editor's folder is as it was."};
 inline constexpr Message InstallerCode{"The setup program ~1 ended with the code ~2. That may be its way; look whether the level is whole."};
 inline constexpr Message InstallerNotCopied{"A file that the setup program installed could not be copied: ~1"};
+inline constexpr Message InstallerTooMuch{"The setup program installed ~1, which is more than the ~2 that a level may take. Nothing of it came into the level."};
 inline constexpr Message InstallerLeftOut{"What the setup program wrote into the Level Editor's folder beside the level's files is gone from there again: ~1"};
 inline constexpr Message InstallerElsewhere{"The setup program also wrote to other places of Wine's drive C, which stay as they are: ~1"};
 inline constexpr Message InstallerNotReturned{"The Level Editor's folder could not come back whole from the setup program yet. Nothing is lost: what its backup lacks lies in the hidden folder .kv~handed of Kestrova's own folder. Make room on the disk, or give yourself the right to write there, and start again."};

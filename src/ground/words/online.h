@@ -83,6 +83,7 @@ inline constexpr Message AskLevelUrls{"Do you want see url list where you could 
 inline constexpr Message AskEditorUrls{"Do you want see url where you could download (compress or flat) Tomb Raider Level Editor? "};
 inline constexpr Message OnlineAdviseUpdate{"It's advisable update online database because It's spent 30 days from last updating~1This operation requires only few seconds.~2Update online database?"};
 inline constexpr Message OnlineConfigThere{"Probably there is a configuration file in online database for this level.~1Main files of current level coincide with level named '~2If current level is really '~3' it's advisable download now the configuration file to install correctly this level.~4This operation will require only few seconds.~5Do you want now download configuration file for level: "};
+inline constexpr Message OnlineConfigWaits{"The list of addresses has a configuration file for this level ('~1'). It was not fetched, since nobody is here to be asked; with --fetch it is."};
 inline constexpr Message OnlineConfigEnd{" ?"};
 inline constexpr Message OnlineQuote{"'"};
 inline constexpr Message OnlineDownloadFailed{"Error trying to download file: "};

@@ -25,6 +25,7 @@ inline constexpr Message ToolEndedBySignal{"The program '~1' did not do its work
 inline constexpr Message ToolLeftOut{"The program '~1' left something out."};
 inline constexpr Message ToolInstallHint{"The program '~1' is neither in the folder '~2' nor among the system's programs. Install the package '~3', then try again."};
 
+inline constexpr Message ToolLeftOthers{"'~1' has ended; what it started is still at work, and is waited for: ~2. Stop ends it."};
 inline constexpr Message ToolTookTheDisk{"The program '~1' took so much room on the disk that it was stopped."};
 
 } // namespace kestrova::Msg

@@ -9,6 +9,5 @@ namespace kestrova::Msg
 {
 
 inline constexpr Message ProgramName{"Kestrova"};
-inline constexpr Message NotAvailableYet{"Not available yet"};
 
 } // namespace kestrova::Msg

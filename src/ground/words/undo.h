@@ -41,7 +41,9 @@ inline constexpr Message DidShotsImported{"import of screen-shots into \"~2\" (~
 inline constexpr Message DidLevelEdited{"change of level \"~2\""};
 inline constexpr Message DidLevelRemoved{"removal of level \"~2\""};
 inline constexpr Message DidLanguageChanged{"your language in level \"~2\""};
+inline constexpr Message DidWadsImported{"import of wads (~1)"};
 inline constexpr Message DidLanguageRestored{"own language of level \"~2\""};
+inline constexpr Message DidFilesLeft{"removal of the files of level \"~2\", which lie on disc # ~1, from the hard disk"};
 
 inline constexpr Message UndoChangedSince{"The file is no longer as that change left it, and stays as it is. What went with that change is still kept: kestrovactl history lists savegames and screen-shots. Other changes can be undone on their own: kestrovactl undo --list shows their numbers."};
 inline constexpr Message UndoNameTaken{"Another file has this name since, and stays as it is. Give it another name, or take it away, and try again. Other changes can be undone on their own: kestrovactl undo --list shows their numbers."};
@@ -58,6 +60,7 @@ inline constexpr Message UndoContentGone{"What was kept of this file is damaged 
 inline constexpr Message UndoLine{"~1  ~2  ~3  ~4"};
 inline constexpr Message UndoLineRedo{"~1 (was undone)"};
 inline constexpr Message UndoLineGone{"~1 (the level is not in the archive now)"};
+inline constexpr Message UndoLineOtherEditor{"~1 (of another Level Editor's folder)"};
 inline constexpr Message UndoLineElsewhere{"~1 (of another archive)"};
 
 } // namespace kestrova::Msg

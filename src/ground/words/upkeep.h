@@ -41,6 +41,7 @@ inline constexpr Message ArchiveFolderTooLong{"The name of this folder is too lo
 inline constexpr Message NoArchiveNameFree{"There are a hundred archives in the program's folder already, so no name is free for a new one. Remove one that you no longer need, or give the new one a name of your own."};
 inline constexpr Message AskReplaceArchive{"There is an archive ~1 already. Do you want to replace it by a new, empty one? The folders of its levels stay, but no archive lists them then."};
 inline constexpr Message MainFolderMissing{"Warning: not found main folder of current archive: ~1If you have moved folder or there is a change of unit letters, select new correct folder"};
+inline constexpr Message SayLevelsFolder{"Nothing has been changed. Say where the levels lie now: kestrovactl load FILE.kva --folder DIR"};
 inline constexpr Message NoFolderThere{"There is no folder ~1, so the archive was not loaded. Nothing has been changed. Name the folder in which its levels lie."};
 inline constexpr Message NoLevelsThere{"In the folder ~1 lies none of this archive's levels, so it was not taken and the archive was not loaded. Nothing has been changed. Name the folder in which they lie; its sub-folders are called LEVEL_0001 and so on."};
 inline constexpr Message AskNoLevelsThere{"In the folder ~1 lies none of this archive's levels. Do you want to take it nevertheless? Their files are missing then until you name the right folder: kestrovactl load FILE.kva --folder DIR"};

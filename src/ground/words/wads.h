@@ -60,6 +60,8 @@ inline constexpr Message ImportContentGone{"What the import replaced is not kept
 inline constexpr Message ImportNotUndone{"The import of \"~1\" was not undone, and nothing has been changed. What it replaced is listed by \"kestrovactl history originals\"; each file can be brought back from there."};
 inline constexpr Message ImportUndone{"The import of \"~1\" is undone"};
 inline constexpr Message ImportUndoing{"The import is being taken back: ~1"};
+inline constexpr Message ImportRedoing{"The import is being done again: ~1"};
+inline constexpr Message ImportNotRedone{"The import of \"~1\" was not done again, and nothing has been changed. Its package can be imported anew."};
 inline constexpr Message ImportNoneToUndo{"There is no import of wads that can be undone."};
 inline constexpr Message AskUndoImport{"Take the import of \"~1\" back, with all that it put into the Level Editor's folder and its backup?"};
 
