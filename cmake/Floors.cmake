@@ -27,7 +27,7 @@ endforeach()
 # g++ 12 sees overlaps in "~" + std::to_string(n) that are not there (its bug 105651), and where strings are
 # moved bounds that the library keeps; where all is optimised also values that nobody reads.
 target_compile_options(kestrova_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-missing-field-initializers
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wcast-align=strict -Wno-missing-field-initializers
   $<$<BOOL:${KESTROVA_STRICT}>:-Werror>
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict;-Wno-stringop-overflow;-Wno-array-bounds>
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-maybe-uninitialized>)

@@ -61,6 +61,18 @@ std::vector<Path> DesktopMachine::Discs()
     return discs;
 }
 
+std::vector<platform::OpticalDrive> DesktopMachine::OpticalDrives()
+{
+    return platform::OpticalDrives();
+}
+
+Status DesktopMachine::MoveDoor(const Path& device, platform::DoorMove move)
+{
+    if (const auto failure = platform::MoveDoor(device, move))
+        return MakeFailure(ErrorCode::CannotOpen, TextOf(device), failure);
+    return {};
+}
+
 Status DesktopMachine::Open(const std::string& fileOrAddress, const Path& folder)
 {
     if (const auto failure = platform::OpenWithDesktop(fileOrAddress, folder))

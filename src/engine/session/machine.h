@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/files.h"
+#include "platform/optical_drives.h"
 #include "platform/process.h"
 
 #include <cstdint>
@@ -33,6 +34,9 @@ public:
     virtual std::vector<Drive> FixedDrives() = 0;
     /// Where discs that can only be read are mounted now, in the order of the system.
     virtual std::vector<Path> Discs() = 0;
+    /// The drives for discs, whatever lies in them.
+    virtual std::vector<platform::OpticalDrive> OpticalDrives() = 0;
+    virtual Status MoveDoor(const Path& device, platform::DoorMove move) = 0;
     /// Opens a file or an address with the program that the desktop has for it.
     virtual Status Open(const std::string& fileOrAddress, const Path& folder) = 0;
     /// Starts a program that goes on by itself; its process id.
@@ -69,6 +73,8 @@ public:
     Result<std::uint64_t> FreeSpace(const Path& path) override;
     std::vector<Drive> FixedDrives() override;
     std::vector<Path> Discs() override;
+    std::vector<platform::OpticalDrive> OpticalDrives() override;
+    Status MoveDoor(const Path& device, platform::DoorMove move) override;
     Status Open(const std::string& fileOrAddress, const Path& folder) override;
     Result<std::int64_t> Start(const platform::Launch& launch) override;
     Status StartAndForget(const platform::Launch& launch) override;

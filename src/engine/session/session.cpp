@@ -7,7 +7,8 @@ namespace kestrova
 
 Folders Session::Folders() const
 {
-    return {programFolder, TrleFolder(), FolderFromText(Trim(archive.header.secondaryFolder))};
+    return {programFolder, TrleFolder(), FolderFromText(Trim(archive.header.secondaryFolder)),
+            discs};
 }
 
 } // namespace kestrova

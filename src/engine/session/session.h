@@ -28,6 +28,7 @@ struct Session {
     Mp3Settings mp3Settings{};
 
     Archive archive{};
+    DiscReader* discs = nullptr; ///< finds levels on discs; null where none can be found
     bool hotKeysActive = false;
     std::int64_t gamePid = 0; ///< the game started last; 0 when none was
 

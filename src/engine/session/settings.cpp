@@ -18,6 +18,7 @@ namespace
 
 constexpr const char* programGroup = "program";
 constexpr const char* exactGroup = "exact-folders";
+constexpr const char* drivesGroup = "drives";
 constexpr std::int32_t historyMost = 1'000'000;
 
 using KeyFile = std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)>;
@@ -60,6 +61,34 @@ std::int32_t NumberValue(GKeyFile* keys, const char* name, std::int32_t fallback
         return fallback;
     }
     return std::clamp(value, 0, historyMost);
+}
+
+/// The lines of the group that name a drive.
+std::vector<DriveSetting> DrivesIn(GKeyFile* keys)
+{
+    std::vector<DriveSetting> drives;
+    char** const names = g_key_file_get_keys(keys, drivesGroup, nullptr, nullptr);
+    for (char** name = names; name != nullptr && *name != nullptr; ++name)
+        if (char* value = g_key_file_get_string(keys, drivesGroup, *name, nullptr)) {
+            if (auto drive = ParseDriveSetting(*name, value);
+                drive && drives.size() < mostDriveSettings)
+                drives.push_back(std::move(*drive));
+            g_free(value);
+        }
+    g_strfreev(names);
+    return drives;
+}
+
+/// Lines that name no drive stay as they are.
+void SetDrives(GKeyFile* keys, const std::vector<DriveSetting>& drives)
+{
+    for (const DriveSetting& old : DrivesIn(keys))
+        if (std::none_of(drives.begin(), drives.end(),
+                         [&](const DriveSetting& drive) { return drive.name == old.name; }))
+            g_key_file_remove_key(keys, drivesGroup, old.name.c_str(), nullptr);
+    for (const DriveSetting& drive : drives)
+        g_key_file_set_string(keys, drivesGroup, drive.name.c_str(),
+                              FormatDriveSetting(drive).c_str());
 }
 
 /// A folder may hold bytes that are no UTF-8; the settings file may not.
@@ -111,6 +140,7 @@ Result<ProgramSettings> ReadSettings(const Path& programFolder)
     settings.exportSavegames = NumberValue(keys, "export-savegames", 0) != 0;
     settings.updateServers = TextValue(keys, "update-servers", {});
     settings.wadServer = TextValue(keys, "wad-server", {});
+    settings.drives = DrivesIn(keys);
     if (char** names = g_key_file_get_keys(keys, exactGroup, nullptr, nullptr)) {
         for (char** name = names; *name != nullptr; ++name)
             if (char* value = g_key_file_get_string(keys, exactGroup, *name, nullptr)) {
@@ -144,6 +174,7 @@ Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
                                       std::pair{"wad-server", &settings.wadServer}})
         if (!value->empty() || g_key_file_has_key(keys, programGroup, name, nullptr))
             g_key_file_set_string(keys, programGroup, name, value->c_str());
+    SetDrives(keys, settings.drives);
     g_key_file_remove_group(keys, exactGroup, nullptr);
     for (const auto& [field, folder] : settings.exactFolders)
         g_key_file_set_string(keys, exactGroup, field.c_str(), Escaped(folder).c_str());

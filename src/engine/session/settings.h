@@ -1,10 +1,12 @@
 #pragma once
 
 #include "core/files.h"
+#include "formats/drive_setting.h"
 
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 /// What this platform needs beside the preferences record: `kestrova.ini` of the program's folder,
 /// in UTF-8, with groups and `name=value` lines.
@@ -22,6 +24,7 @@ struct ProgramSettings {
     bool exportSavegames = false;        ///< a level's zip holds its savegames too
     std::string updateServers;           ///< of lists of addresses, up to three, parted by blanks
     std::string wadServer;               ///< where packages of wads come from
+    std::vector<DriveSetting> drives;    ///< each name once
     /// Exact folders whose letters the code page of a record cannot hold, by the field's name.
     std::map<std::string, std::string> exactFolders;
 };

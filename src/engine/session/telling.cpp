@@ -12,8 +12,10 @@ void TellFailure(Host& host, const std::string& text, const Failure& failure)
     const std::string& what = failure.sentence.empty() ? failure.subject : failure.sentence;
     // A text that names the file already does not name it twice.
     std::string reason = text.find(what) == std::string::npos ? what : "";
-    if (!failure.reason.empty())
-        reason += (reason.empty() ? "" : ": ") + failure.reason;
+    // A whole sentence ends its line.
+    if (!failure.reason.empty() && !reason.empty())
+        reason += reason.ends_with('.') ? lineBreak : ": ";
+    reason += failure.reason;
     host.Tell(Tone::Error, text, reason, failure.details);
 }
 

@@ -9,6 +9,11 @@
 namespace kestrova
 {
 
+std::unique_ptr<ProgressScope> BeginScanning(Host& host)
+{
+    return host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ScanningFiles));
+}
+
 Status RemoveTreeWithProgress(const Path& folder, ProgressScope& progress)
 {
     progress.SetLabel(GetMsg(Msg::ScanningFiles));

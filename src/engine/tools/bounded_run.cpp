@@ -3,6 +3,7 @@
 #include "core/text.h"
 #include "platform/places.h"
 #include "platform/process_mark.h"
+#include "platform/real_path.h"
 #include "tools/file_names.h"
 #include "tools/program_launch.h"
 #include "tools/run_to_end.h"
@@ -69,11 +70,30 @@ private:
 
 enum class WineHelpers { Count, PassedOver };
 
+/// Of one run, or of all those for one folder.
+struct MarkedRuns {
+    std::string_view variable;
+    std::string value;
+};
+
+MarkedRuns RunOf(const std::string& mark)
+{
+    return {OnDisk::RunMarkVariable, mark};
+}
+
+MarkedRuns RunsFor(const Tools& tools)
+{
+    Path real;
+    if (platform::RealPath(tools.programFolder, real))
+        real = tools.programFolder;
+    return {OnDisk::RunOwnerVariable, real.native()};
+}
+
 /// What the program started and nobody waits for.
-std::vector<platform::RunningProgram> LeftBehind(const std::string& mark,
+std::vector<platform::RunningProgram> LeftBehind(const MarkedRuns& runs,
                                                  WineHelpers which = WineHelpers::PassedOver)
 {
-    auto programs = platform::ProcessesMarked(std::string{OnDisk::RunMarkVariable}, mark);
+    auto programs = platform::ProcessesMarked(std::string{runs.variable}, runs.value);
     if (which == WineHelpers::Count)
         return programs;
     const std::vector<std::string> helpers = Split(OnDisk::WineHelpers, '|');
@@ -83,12 +103,12 @@ std::vector<platform::RunningProgram> LeftBehind(const std::string& mark,
     return programs;
 }
 
-void EndLeftBehind(const std::string& mark, WineHelpers which)
+void EndLeftBehind(const MarkedRuns& runs, WineHelpers which)
 {
     // Each look may find children that one of the ended had just started.
     constexpr int mostLooks = 50;
     for (int look = 0; look < mostLooks; ++look) {
-        const auto programs = LeftBehind(mark, which);
+        const auto programs = LeftBehind(runs, which);
         if (programs.empty())
             return;
         for (const auto& program : programs)
@@ -97,14 +117,53 @@ void EndLeftBehind(const std::string& mark, WineHelpers which)
     }
 }
 
+/// Says what is waited for once the program itself has ended; looks now and then only.
+class LeftWatch
+{
+public:
+    LeftWatch(MarkedRuns runs, std::string name, ProgressScope& progress)
+        : runs_(std::move(runs)), name_(std::move(name)), progress_(progress)
+    {
+    }
+
+    void operator()()
+    {
+        const auto now = BoundedClock::now();
+        if (now - last_ < seldomer)
+            return;
+        last_ = now;
+        std::string others;
+        for (const auto& program : LeftBehind(runs_)) {
+            if (program.name == name_.substr(0, longestProcessName))
+                return;
+            const bool isOurs = program.name == OnDisk::EncloserName ||
+                                program.name == Path{OnDisk::SystemShell}.filename();
+            if (!isOurs && (others + ' ').find(' ' + program.name + ' ') == std::string::npos)
+                others += ' ' + program.name;
+        }
+        if (!others.empty())
+            progress_.SetLabel(GetMsg(Msg::ToolLeftOthers, {name_, others.substr(1)}));
+    }
+
+private:
+    static constexpr milliseconds seldomer{1000};
+    static constexpr std::size_t longestProcessName = 15; ///< the system cuts them
+
+    MarkedRuns runs_;
+    std::string name_;
+    ProgressScope& progress_;
+    BoundedClock::time_point last_ = BoundedClock::now();
+};
+
 /// Until nothing is left, or one of the bounds is reached.
-void AwaitLeftBehind(const std::string& mark, BoundedClock::time_point end,
-                     BoundedClock::time_point endOfPatience, RoomWatch& room,
+void AwaitLeftBehind(const MarkedRuns& runs, BoundedClock::time_point end,
+                     BoundedClock::time_point endOfPatience, RoomWatch& room, LeftWatch& left,
                      ProgressScope& progress, ToolReport& report)
 {
-    while (!LeftBehind(mark).empty() && BoundedClock::now() < endOfPatience) {
+    while (!LeftBehind(runs).empty() && BoundedClock::now() < endOfPatience) {
         for (const auto next = BoundedClock::now() + seldom; BoundedClock::now() < next;) {
             std::this_thread::sleep_for(lookAgain);
+            left();
             if (!progress.Step())
                 return report.Fail(ToolTrouble::Stopped, GetMsg(Msg::BreakUser));
         }
@@ -172,26 +231,40 @@ Status RunBounded(const Tools& tools, Machine& machine, const BoundedWork& work,
         order.launch =
             Enclosed(encloser, tools, order.launch, EnclosureOf(work, program), work.bounds.left);
     }
-    const std::string mark = platform::FreshRunMark();
-    order.launch.environment.emplace_back(OnDisk::RunMarkVariable, mark);
+    const MarkedRuns own = RunOf(platform::FreshRunMark());
+    for (const MarkedRuns& mark : {own, RunsFor(tools)})
+        order.launch.environment.emplace_back(mark.variable, mark.value);
     RoomWatch room{machine, work, work.folder.empty() ? program.parent_path() : work.folder,
                    order.name};
+    LeftWatch left{own, order.name, progress};
     const auto end = BoundedClock::now() + work.bounds.time;
 
     ToolRun run{std::move(order)};
     progress.AllowStop();
     if (run.Start()) {
-        const WatchedRun watched{run, &progress, true, {}, [&] { return room(); }};
+        const WatchedRun watched{run, &progress, true, {}, [&] { return left(), room(); }};
         RunToEnds({&watched, 1});
     }
     report = run.Report();
     if (!encloser.empty())
         report.end = EndInside(report.end);
     else if (report.status)
-        AwaitLeftBehind(mark, end, BoundedClock::now() + work.bounds.left, room, progress, report);
+        AwaitLeftBehind(own, end, BoundedClock::now() + work.bounds.left, room, left, progress,
+                        report);
     // With an enclosure goes all that is in it, which takes a moment.
-    EndLeftBehind(mark, encloser.empty() ? WineHelpers::PassedOver : WineHelpers::Count);
+    EndLeftBehind(own, encloser.empty() ? WineHelpers::PassedOver : WineHelpers::Count);
     return report.status;
+}
+
+std::vector<std::string> EndForgottenRuns(const Tools& tools)
+{
+    const MarkedRuns runs = RunsFor(tools);
+    std::vector<std::string> names;
+    for (const auto& program : LeftBehind(runs))
+        if (std::find(names.begin(), names.end(), program.name) == names.end())
+            names.push_back(program.name);
+    EndLeftBehind(runs, WineHelpers::PassedOver);
+    return names;
 }
 
 } // namespace kestrova

@@ -36,4 +36,8 @@ struct BoundedWork {
 Status RunBounded(const Tools& tools, Machine& machine, const BoundedWork& work,
                   ProgressScope& progress, ToolReport& report);
 
+/// Ends what is left of runs for this program's folder whose own program was killed; answers the
+/// names. Only for who has that folder to itself: a run under way would end too.
+std::vector<std::string> EndForgottenRuns(const Tools& tools);
+
 } // namespace kestrova

@@ -173,6 +173,8 @@ platform::Launch Enclosed(const Path& encloser, const Tools& tools, const platfo
         enclosed.AddPlace(place, toRead);
     for (const Path& place : enclosure.writable)
         enclosed.AddPlace(place, toWrite);
+    for (const Path& place : enclosure.guarded)
+        enclosed.AddPlace(place, toRead);
     platform::Launch inside = launch;
     inside.argv = {encloser.native()};
     inside.argv.insert(inside.argv.end(), enclosed.words.begin(), enclosed.words.end());

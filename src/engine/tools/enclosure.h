@@ -13,6 +13,7 @@ namespace kestrova
 struct Enclosure {
     std::vector<Path> writable; ///< with all below them, but for what links in them lead to
     std::vector<Path> readable{};
+    std::vector<Path> guarded{}; ///< in one that is writable, and not to be written
 };
 
 /// The program that encloses others, when it works here; empty when there is none, or when the

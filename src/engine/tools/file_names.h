@@ -33,5 +33,7 @@ inline constexpr std::string_view ScreenFolder = "/tmp/.X11-unix";
 inline constexpr std::string_view ScreenKeyVariable = "XAUTHORITY";
 inline constexpr std::string_view ScreenKeyName = ".Xauthority";
 inline constexpr std::string_view RunMarkVariable = "KESTROVA_RUN";
+/// The folder of the Kestrova that started the run.
+inline constexpr std::string_view RunOwnerVariable = "KESTROVA_RUN_FOR";
 
 } // namespace kestrova::OnDisk
