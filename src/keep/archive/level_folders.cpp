@@ -49,12 +49,18 @@ Path LevelHomeOf(const Folders& folders, LevelCode code)
     return InFolder(code == originalCode ? folders.program : folders.levels, LevelFolderName(code));
 }
 
-Result<Path> LevelFolderOf(const Folders& folders, const Archive& archive, LevelCode code)
+Result<Path> LevelFolderOf(const Folders& folders, const Archive& archive, LevelCode code,
+                           DiscWish wish)
 {
     const LevelRecord* level = code == originalCode ? nullptr : archive.Find(code);
-    if (level != nullptr && level->cdNumber != 0)
+    if (level == nullptr || level->cdNumber == 0)
+        return LevelHomeOf(folders, code);
+    if (folders.discs == nullptr)
         return Saying(GetMsg(Msg::CdNotAvailable), MakeFailure(ErrorCode::Missing, {}));
-    return LevelHomeOf(folders, code);
+    const auto disc = folders.discs->FolderOfDisc(archive, *level, wish);
+    if (!disc)
+        return disc.Error();
+    return InFolder(*disc, LevelFolderName(code));
 }
 
 Path StateStoreOf(const Folders& folders, LevelCode code)
@@ -95,6 +101,15 @@ Status ArchiveFolderIsThere(const Archive& archive)
     return {};
 }
 
+void FollowDiscs(Archive& archive)
+{
+    archive.header.cdCount = 0;
+    for (const LevelRecord& level : archive.levels)
+        archive.header.cdCount = std::max(archive.header.cdCount, level.cdNumber);
+    if (archive.header.cdCount == 0)
+        archive.header.mainFolder = archive.header.secondaryFolder;
+}
+
 bool IsArchiveOnCd(const Archive& archive)
 {
     return archive.header.cdCount >= 1;
@@ -107,9 +122,10 @@ Status GuardLevelOnCd(const LevelRecord& level)
     return Saying(GetMsg(Msg::LevelOnCd, {lineBreak}), MakeFailure(ErrorCode::Refused, {}));
 }
 
-Result<Path> FilesFolderOf(const Folders& folders, const Archive& archive, LevelCode code)
+Result<Path> FilesFolderOf(const Folders& folders, const Archive& archive, LevelCode code,
+                           DiscWish wish)
 {
-    const auto folder = LevelFolderOf(folders, archive, code);
+    const auto folder = LevelFolderOf(folders, archive, code, wish);
     if (!folder)
         return folder.Error();
     return InFolder(*folder, OnDisk::DirFiles);

@@ -2,6 +2,7 @@
 
 #include "formats/archive_file.h"
 #include "session/archive.h"
+#include "session/disc_reader.h"
 #include "session/folders.h"
 #include "session/host.h"
 
@@ -23,9 +24,11 @@ std::string LevelFolderName(LevelCode code);
 Path LevelHomeOf(const Folders& folders, LevelCode code);
 /// The folder that holds the level's files: the same, or one on a disc. `Missing`, in words,
 /// while that disc is not there.
-Result<Path> LevelFolderOf(const Folders& folders, const Archive& archive, LevelCode code);
+Result<Path> LevelFolderOf(const Folders& folders, const Archive& archive, LevelCode code,
+                           DiscWish wish = DiscWish::Ask);
 /// The `files` of that folder.
-Result<Path> FilesFolderOf(const Folders& folders, const Archive& archive, LevelCode code);
+Result<Path> FilesFolderOf(const Folders& folders, const Archive& archive, LevelCode code,
+                           DiscWish wish = DiscWish::Ask);
 /// The level's `backup_savegames`: its state while another level stands in the folder.
 Path StateStoreOf(const Folders& folders, LevelCode code);
 
@@ -48,6 +51,8 @@ Status MakeLevelSubfolders(const Path& folder);
 /// Fails when the folder that the archive's levels lie in is not there now, as when its drive was
 /// disconnected: a level's folder that is missing says nothing then.
 Status ArchiveFolderIsThere(const Archive& archive);
+/// The header tells again which disc is the last one; without any, both folders are one.
+void FollowDiscs(Archive& archive);
 bool IsArchiveOnCd(const Archive& archive);
 /// `Refused` when the level's files lie on a disc.
 Status GuardLevelOnCd(const LevelRecord& level);

@@ -1,11 +1,11 @@
 #include "archive/set_aside.h"
 
+#include "archive/archive_entries.h"
 #include "archive/level_folders.h"
 #include "core/copying.h"
 #include "core/dates.h"
 #include "core/look.h"
 #include "core/text.h"
-#include "formats/level_folder.h"
 #include "formats/program_folder.h"
 #include "words/message.h"
 
@@ -13,19 +13,6 @@
 
 namespace kestrova
 {
-
-namespace
-{
-
-bool IsCalledLikeALevel(const std::string& name)
-{
-    const std::string prefix = Filled(OnDisk::FragLevelFolder, {""}).substr(1);
-    return name.size() > prefix.size() && EqualNames(name.substr(0, prefix.size()), prefix) &&
-           std::all_of(name.begin() + static_cast<std::ptrdiff_t>(prefix.size()), name.end(),
-                       [](char c) { return c >= '0' && c <= '9'; });
-}
-
-} // namespace
 
 Result<bool> HoldsAnything(const Path& folder)
 {
@@ -85,7 +72,7 @@ Result<UnknownFolders> FindUnknownFolders(const Archive& archive)
         const std::string name = folder.filename().native();
         if (name.find(mark) != std::string::npos)
             found.setAside.push_back(folder);
-        else if (IsCalledLikeALevel(name) &&
+        else if (IsLevelFolderName(name) &&
                  !std::binary_search(known.begin(), known.end(), UpperCase(name)))
             found.unlisted.push_back(folder);
     }

@@ -5,6 +5,7 @@
 #include "core/text.h"
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
+#include "history/flush_change.h"
 #include "history/history.h"
 #include "history/watched_files.h"
 #include "platform/file_content.h"
@@ -25,26 +26,6 @@ bool IsLevelsOwn(const Path& file, const Path& home)
 }
 
 } // namespace
-
-Status FlushChange(const Folders& folders, const Change& change)
-{
-    std::vector<Path> places{ResolvePath(folders.program)};
-    for (const ChangedFolder& folder : change.folders)
-        places.push_back(ResolvePath(folder.folder));
-    if (change.moved)
-        places.push_back(Path{change.moved->to}.parent_path());
-    std::set<std::uint64_t> flushed;
-    for (const Path& place : places) {
-        const auto facts = LookAt(place);
-        if (!facts)
-            return facts.Error();
-        if (facts->kind != platform::FileKind::Folder || !flushed.insert(facts->device).second)
-            continue;
-        if (const auto failure = platform::SyncFileSystem(place))
-            return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
-    }
-    return {};
-}
 
 ChangeSteps::ChangeSteps(Machine& machine, const Folders& folders, const Archive& archive,
                          const ProgramSettings& settings, const Change& change,

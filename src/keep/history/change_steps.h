@@ -11,9 +11,6 @@
 namespace kestrova
 {
 
-/// Everything that the change wrote, and its note, is on the disk when it answers.
-Status FlushChange(const Folders& folders, const Change& change);
-
 /// The steps of a change of files, for the first time or once more after a killed one. Each may be
 /// repeated.
 class ChangeSteps

@@ -8,6 +8,7 @@
 #include "formats/savegame_records.h"
 #include "history/change_steps.h"
 #include "history/changed_record.h"
+#include "history/flush_change.h"
 #include "history/players_files.h"
 #include "history/undo_entries.h"
 #include "history/undo_tokens.h"

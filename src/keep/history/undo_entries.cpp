@@ -131,11 +131,14 @@ bool IsOurs(const Folders& folders, const ChangeHead& entry)
 }
 
 /// True for the folder that the change set aside, with nothing in it but what it had then.
-bool IsAsSetAside(const MovedFolder& moved, const std::string& level)
+bool IsAsSetAside(const ChangeHead& entry)
 {
-    const auto token = KnownTokenOfLevel(moved.to);
-    const auto digest = DigestOfAside(moved.to);
-    return token && digest && !level.empty() && *token == level && *digest == moved.digest;
+    // The token of a level lies in its own folder, and goes with it.
+    const auto token =
+        KnownTokenOfLevel(entry.kind == ChangeKind::FilesLeft ? entry.home : entry.moved->to);
+    const auto digest = DigestOfAside(entry.moved->to);
+    return token && digest && !entry.level.empty() && *token == entry.level &&
+           *digest == entry.moved->digest;
 }
 
 /// In one step, so that a killed removal leaves something that the next start clears.
@@ -200,11 +203,14 @@ Result<Change> ReadUndoEntry(const Folders& folders, std::int32_t id)
 std::int32_t NextUndoId(const Folders& folders)
 {
     std::int32_t last = 0;
-    if (const auto files = ListFiles(EntriesFolder(folders), OnDisk::PatAll))
-        for (const Path& file : *files)
-            if (const auto number = LeadingNumber(file.filename().native());
-                number < undoIdLimit - 1) // one more could not be told from a strange file
-                last = std::max(last, number);
+    const Path imports = InFolder(folders.program, OnDisk::DirImports);
+    for (const auto& found : {ListFiles(EntriesFolder(folders), OnDisk::PatAll),
+                              ListFiles(imports, OnDisk::PatAll), ListSubfolders(imports)})
+        if (found)
+            for (const Path& path : *found)
+                if (const auto number = LeadingNumber(path.filename().native());
+                    number < undoIdLimit - 1) // one more could not be told from a strange file
+                    last = std::max(last, number);
     return last + 1;
 }
 
@@ -248,8 +254,7 @@ Result<std::string> DigestOfAside(const Path& folder)
 void DropUndoEntry(const Folders& folders, const ChangeHead& entry)
 {
     // What a removal that was undone has under that name is the level again.
-    if (entry.moved && !entry.isUndone && IsOurs(folders, entry) &&
-        IsAsSetAside(*entry.moved, entry.level))
+    if (entry.moved && !entry.isUndone && IsOurs(folders, entry) && IsAsSetAside(entry))
         RemoveAside(entry.moved->to);
     DropUsedEntry(folders, entry);
 }
@@ -264,6 +269,20 @@ bool HasUndoRoom(const ProgramSettings& settings, std::uint64_t bytes)
 {
     return settings.undoCount > 0 && bytes <= static_cast<std::uint64_t>(settings.undoMegabytes)
                                                   << 20;
+}
+
+UndoRoom RoomForUndo(const Folders& folders, const ProgramSettings& settings)
+{
+    const auto all = ReadAll(folders);
+    if (!all)
+        return {};
+    UndoRoom room{settings.undoCount, static_cast<std::uint64_t>(settings.undoMegabytes) << 20};
+    for (const ChangeHead& entry : all->entries) {
+        const std::uint64_t own = BytesOf(folders, entry);
+        room.count = std::max(0, room.count - 1);
+        room.bytes -= std::min(room.bytes, own);
+    }
+    return room;
 }
 
 void BoundUndo(const Folders& folders, const ProgramSettings& settings)

@@ -23,7 +23,7 @@ std::optional<ChangeHead> NewestUndo(const Folders& folders,
                                      const std::function<bool(const ChangeHead&)>& isWanted);
 /// The entry as a whole; `Damaged` when its file is not what it was written as.
 Result<Change> ReadUndoEntry(const Folders& folders, std::int32_t id);
-/// A number above all others.
+/// A number above all others, those of imports of wads too.
 std::int32_t NextUndoId(const Folders& folders);
 /// The file of an entry.
 Path UndoEntryFile(const Folders& folders, std::int32_t id);
@@ -46,6 +46,13 @@ void DropUndoEntry(const Folders& folders, const ChangeHead& entry);
 void DropUsedEntry(const Folders& folders, const ChangeHead& entry);
 /// Takes the oldest entries away until the bounds of the settings hold.
 void BoundUndo(const Folders& folders, const ProgramSettings& settings);
+struct UndoRoom {
+    std::int32_t count = 0;
+    std::uint64_t bytes = 0;
+};
+/// How many changes can come, and how much can be kept for them, before older ones go. Nothing
+/// while the entries cannot be read.
+UndoRoom RoomForUndo(const Folders& folders, const ProgramSettings& settings);
 /// True when the settings leave room for a change that keeps so many bytes.
 bool HasUndoRoom(const ProgramSettings& settings, std::uint64_t bytes);
 

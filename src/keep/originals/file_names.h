@@ -9,7 +9,6 @@ namespace kestrova::OnDisk
 {
 
 inline constexpr std::string_view FragImport = "\\swap\\import";
-inline constexpr std::string_view DirImports = "\\history\\imports";
 inline constexpr std::string_view EndingImport = ".json";
 inline constexpr std::string_view PatImports = "*.json";
 

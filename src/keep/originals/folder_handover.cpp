@@ -35,6 +35,17 @@ bool BackupHas(const Folders& folders, const StandingFile& file, const Heartbeat
     return SameContent(folders.trle / file.name, original, heartbeat);
 }
 
+/// A folder that lies too deep to be looked into could not be kept.
+Status CheckDepth(const Path& folder, const StandingTree& tree)
+{
+    for (const Path& name : tree.others)
+        if (!IsUnlisted(name) &&
+            platform::FactsOfLink(folder / name).kind == platform::FileKind::Folder)
+            return MakeFailure(ErrorCode::CannotRead, TextOf(folder / *name.begin()),
+                               std::make_error_code(std::errc::filename_too_long));
+    return {};
+}
+
 /// Marks what the backup lacks; False when it was stopped.
 bool MarkKept(const Folders& folders, StandingTree& tree, ProgressScope& progress)
 {
@@ -71,9 +82,11 @@ Status FolderHandover::Begin(ProgressScope& progress)
     auto mark = MarkOf(folders_.trle);
     if (!mark)
         return mark.Error();
-    auto tree = TreeOf(folders_.trle, {true, {}}, [&] { return progress.Step(); });
+    auto tree = TreeOf(folders_.trle, {true}, [&] { return progress.Step(); });
     if (!tree)
         return tree.Error();
+    if (auto known = CheckDepth(folders_.trle, *tree); !known)
+        return known;
     note_ = {std::move(*mark), LoanPhase::Planned, {}, {}, {}, std::move(*tree)};
     if (!MarkKept(folders_, *note_.whole, progress))
         return MakeFailure(ErrorCode::Stopped, TextOf(folders_.trle));
@@ -126,7 +139,7 @@ Status FolderHandover::Keep(ProgressScope& progress)
 
 Result<StandingTree> FolderHandover::Now(const Heartbeat& heartbeat) const
 {
-    return TreeOf(folders_.trle, {false, note_.whole->links}, heartbeat);
+    return TreeOf(folders_.trle, {false, note_.whole->links, true}, heartbeat);
 }
 
 Status FolderHandover::GiveBack(const std::set<Path>& stays)

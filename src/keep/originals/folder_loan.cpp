@@ -157,6 +157,11 @@ Status FolderLoan::SetAside()
                                          AsideOf(folders_, i));
                 !moved)
                 return moved;
+    const bool changed =
+        !note_.made.empty() || std::any_of(note_.places.begin(), note_.places.end(),
+                                           [](const LentPlace& place) { return place.stood; });
+    if (!changed)
+        return {}; // nothing that the note counts on; the level's own files may still be unwritten
     const auto failure = platform::SyncFileSystem(folders_.trle);
     return failure ? Status{MakeFailure(ErrorCode::CannotWrite, TextOf(aside), failure)} : Status{};
 }

@@ -32,18 +32,20 @@ public:
             return End();
         if (auto made = MakeFolders(folders_.trle); !made)
             return made;
-        const auto now = TreeOf(folders_.trle, {false, before_.links});
+        const auto now = TreeOf(folders_.trle, {false, before_.links, true});
         if (!now)
             return now.Error();
         Compare(*now);
         if (end == LoanEnd::Recovered)
             KeepStrangers();
+        RemoveOthers(*now);
         RemoveNew(*now);
         BringLinksBack(*now);
-        for (const Path& folder : before_.folders)
-            Note(MakeFolders(folders_.trle / folder));
+        for (const StandingFolder& folder : before_.folders)
+            Note(MakeFolders(folders_.trle / folder.name));
         for (const std::size_t file : lacking_)
             Note(BringBack(file));
+        BringRightsBack();
         return failure_ ? End() : failure_;
     }
 
@@ -63,7 +65,10 @@ private:
             known.insert(file.name.native());
             const auto found = files.find(file.name.native());
             const bool isThere = found != files.end();
-            if (isThere && (IsUntouched(file, *found->second) || IsBack(i, *found->second)))
+            if (isThere && IsUntouched(file, *found->second))
+                continue;
+            touched_.push_back(i);
+            if (isThere && IsBack(i, *found->second))
                 continue;
             lacking_.push_back(i);
             if (isThere)
@@ -105,6 +110,18 @@ private:
         std::erase_if(lacking_, [&](std::size_t file) { return stays(before_.files[file].name); });
     }
 
+    /// The folder's lock is a file that stays locked, unless something else took its place.
+    void RemoveOthers(const StandingTree& now)
+    {
+        const std::set<Path> known(before_.others.begin(), before_.others.end());
+        for (const Path& name : now.others) {
+            const Path place = folders_.trle / name;
+            const bool isLock = name == lockFileName && IsFileItself(place);
+            if (!isLock && (!known.contains(name) || name == lockFileName))
+                Note(RemoveTree(place));
+        }
+    }
+
     void RemoveNew(const StandingTree& now)
     {
         for (const Path& file : new_)
@@ -112,11 +129,18 @@ private:
         for (const StandingLink& link : now.links)
             if (!IsNoted(link) && !stays_.contains(link.name))
                 Note(DeleteSpelled(folders_.trle / link.name));
-        const std::set<Path> known(before_.folders.begin(), before_.folders.end());
+        std::set<Path> known;
+        for (const StandingFolder& folder : before_.folders)
+            known.insert(folder.name);
         // Children first. One that is not empty has what stays; it is no failure.
         for (auto folder = now.folders.rbegin(); folder != now.folders.rend(); ++folder)
-            if (!known.contains(*folder))
-                Note(RemoveEmpty(folders_.trle / *folder));
+            if (!known.contains(folder->name))
+                Note(RemoveEmpty(folders_.trle / folder->name));
+    }
+
+    static bool IsFileItself(const Path& place)
+    {
+        return platform::FactsOfLink(place).kind == platform::FileKind::File;
     }
 
     static Status RemoveEmpty(const Path& folder)
@@ -156,6 +180,8 @@ private:
     {
         const StandingFile& file = before_.files[number];
         const Path place = folders_.trle / file.name;
+        if (StandsAsBefore(file, place)) // behind a link that is back
+            return {};
         const Path source =
             file.kept ? KeptCopyOf(folders_, number) : ResolvePath(folders_.Backup() / file.name);
         platform::FileFacts facts;
@@ -164,6 +190,47 @@ private:
         if (facts.kind == platform::FileKind::Folder)
             (void)platform::RemoveFolder(place); // the copy tells when it stays
         return CopyFileOver(source, place, {Verify::Content, false, false, {}, 0, true});
+    }
+
+    [[nodiscard]] static bool StandsAsBefore(const StandingFile& file, const Path& place)
+    {
+        platform::FileFacts facts;
+        return !platform::Look(place, facts) && facts.kind == platform::FileKind::File &&
+               IsUntouched(file,
+                           {file.name, facts.size, facts.modifiedNs, facts.changedNs, facts.inode});
+    }
+
+    /// Times and rights, which a program changes without a byte of the content.
+    void BringRightsBack()
+    {
+        for (const std::size_t number : touched_) {
+            const StandingFile& file = before_.files[number];
+            const Path place = folders_.trle / file.name;
+            platform::FileFacts facts;
+            if (platform::Look(place, facts) || facts.kind != platform::FileKind::File)
+                continue; // what kept it from coming back is told
+            if (facts.modifiedNs != file.modifiedNs)
+                NoteChange(place, platform::SetModified(place, file.modifiedNs));
+            BringRightsBack(place, facts.mode, file.rights);
+        }
+        // Children first: a folder that nobody may enter closes those below it.
+        for (auto folder = before_.folders.rbegin(); folder != before_.folders.rend(); ++folder) {
+            const Path place = folders_.trle / folder->name;
+            BringRightsBack(place, platform::FactsOf(place).mode, folder->rights);
+        }
+        BringRightsBack(folders_.trle, platform::FactsOf(folders_.trle).mode, before_.rights);
+    }
+
+    void BringRightsBack(const Path& place, std::uint32_t now, std::uint32_t before)
+    {
+        if (before != noRights && now != before)
+            NoteChange(place, platform::SetMode(place, before));
+    }
+
+    void NoteChange(const Path& place, const std::error_code& failure)
+    {
+        if (failure)
+            Note(MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure));
     }
 
     /// All of it is in its place; only then the note goes.
@@ -182,6 +249,7 @@ private:
     const LoanNote& note_;
     const std::set<Path>& stays_;
     std::vector<std::size_t> lacking_; ///< numbers of files that are not as they were
+    std::vector<std::size_t> touched_; ///< those that somebody may have changed at all
     std::vector<Path> new_;
     std::vector<Path> strangers_; ///< what nobody else has
     Status failure_;              ///< the first

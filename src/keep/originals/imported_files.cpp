@@ -4,6 +4,7 @@
 #include "core/look.h"
 #include "core/text.h"
 #include "history/swap_journal_file.h"
+#include "history/undo_entries.h"
 #include "history/watched_files.h"
 #include "originals/vault.h"
 #include "words/wads.h"
@@ -41,7 +42,7 @@ Status ImportedFiles::Open()
         return folder ? backup.Error() : folder.Error();
     note_.folder = std::move(*folder);
     note_.backup = std::move(*backup);
-    note_.id = NextImportId(folders_);
+    note_.id = NextUndoId(folders_);
     note_.madeNs = machine_.NowNs();
     return {};
 }

@@ -4,6 +4,7 @@
 #include "core/look.h"
 #include "formats/program_folder.h"
 #include "history/work_note.h"
+#include "originals/folder_in_the_way.h"
 #include "originals/handover_return.h"
 #include "originals/vault.h"
 
@@ -89,7 +90,7 @@ private:
             return {};
         }
         if (target.kind == platform::FileKind::Folder)
-            return MakeFailure(ErrorCode::CannotDelete, TextOf(place.target));
+            return RemoveFolderInTheWay(machine_, folders_, folders_.trle, place.relative);
         if (end_ == LoanEnd::Cancelled && stays && MayLeaveCopy(place)) {
             place.skipped = true;
             return place.isAside ? DeleteSpelled(place.aside) : Status{};
@@ -127,9 +128,11 @@ private:
             return;
         for (const Path& twin : *twins)
             if (ours.insert(twin).second) {
+                const Path relative = place.relative.parent_path() / twin.filename();
+                Note(RemoveFolderInTheWay(machine_, folders_, folders_.trle, relative));
                 swept_.push_back(twin);
                 if (place.noted->put || end_ == LoanEnd::Recovered)
-                    strangers_.push_back(place.relative.parent_path() / twin.filename());
+                    strangers_.push_back(relative);
             }
     }
 

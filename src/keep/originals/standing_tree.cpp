@@ -13,6 +13,11 @@ namespace
 using platform::FileFacts;
 using platform::FileKind;
 
+/// A longer path has no room for the names below it.
+constexpr std::size_t longestPlace = 3500;
+constexpr std::uint32_t ownerEnters = 0700;
+constexpr std::uint32_t ownerReads = 0400;
+
 class TreeScan
 {
 public:
@@ -29,6 +34,8 @@ public:
         FileFacts facts;
         if (const auto failure = platform::Look(folder, facts))
             return MakeFailure(ErrorCode::CannotRead, TextOf(folder), failure);
+        OpenUp(folder, ownerEnters, facts);
+        NoteRights(relative, facts);
         const std::pair self{facts.device, facts.inode};
         if (std::find(way_.begin(), way_.end(), self) != way_.end())
             return {}; // a link to a folder above itself
@@ -39,9 +46,8 @@ public:
         std::sort(entries.begin(), entries.end(),
                   [](const auto& a, const auto& b) { return a.name < b.name; });
         for (const platform::FolderEntry& entry : entries)
-            if (!entry.name.starts_with(stagedPrefix))
-                if (auto taken = Take(relative / entry.name, entry.kind); !taken)
-                    return taken;
+            if (auto taken = Take(relative / entry.name, entry.kind); !taken)
+                return taken;
         way_.pop_back();
         return {};
     }
@@ -49,8 +55,35 @@ public:
     StandingTree tree;
 
 private:
+    /// What cannot be opened up is not read either, which says why.
+    void OpenUp(const Path& place, std::uint32_t wanted, FileFacts& facts) const
+    {
+        if (known_.opensUp && (facts.mode & wanted) != wanted &&
+            !platform::SetMode(place, facts.mode | wanted))
+            facts.mode |= wanted;
+    }
+
+    void NoteRights(const Path& relative, const FileFacts& facts)
+    {
+        if (relative.empty())
+            tree.rights = facts.mode;
+        else if (!tree.folders.empty() && tree.folders.back().name == relative)
+            tree.folders.back().rights = facts.mode; // behind a link it is somebody else's
+    }
+
+    [[nodiscard]] bool IsOther(const Path& relative, FileKind kind) const
+    {
+        return kind == FileKind::Other || IsUnlisted(relative) ||
+               (kind == FileKind::Folder &&
+                root_.native().size() + relative.native().size() > longestPlace);
+    }
+
     Status Take(const Path& relative, FileKind kind)
     {
+        if (IsOther(relative, kind)) {
+            tree.others.push_back(relative);
+            return {};
+        }
         if (kind == FileKind::Link) {
             StandingLink link{relative, {}};
             if (const auto failure = platform::LinkTarget(root_ / relative, link.target))
@@ -62,7 +95,7 @@ private:
             if (kind == FileKind::Folder)
                 return Enter(relative);
         } else if (kind == FileKind::Folder) {
-            tree.folders.push_back(relative);
+            tree.folders.push_back({relative});
             return Enter(relative);
         }
         return kind == FileKind::File ? TakeFile(relative) : Status{};
@@ -73,8 +106,9 @@ private:
         FileFacts facts;
         if (const auto failure = platform::Look(root_ / relative, facts))
             return MakeFailure(ErrorCode::CannotRead, TextOf(root_ / relative), failure);
-        tree.files.push_back(
-            {relative, facts.size, facts.modifiedNs, facts.changedNs, facts.inode, false});
+        OpenUp(root_ / relative, ownerReads, facts);
+        tree.files.push_back({relative, facts.size, facts.modifiedNs, facts.changedNs, facts.inode,
+                              false, facts.mode});
         return {};
     }
 
@@ -110,6 +144,11 @@ StandingFiles FilesByName(const StandingTree& tree)
     for (const StandingFile& file : tree.files)
         files.emplace(file.name.native(), &file);
     return files;
+}
+
+bool IsUnlisted(const Path& name)
+{
+    return name.filename().native().starts_with(stagedPrefix);
 }
 
 bool IsUntouched(const StandingFile& before, const StandingFile& now)
