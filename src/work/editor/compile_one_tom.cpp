@@ -7,12 +7,14 @@
 namespace kestrova
 {
 
-Result<bool> IsCompiledTom(const Path& result)
+Result<bool> IsCompiled(const Path& result)
 {
-    const auto facts = LookAt(result);
-    if (!facts)
-        return facts.Error();
-    return facts->kind == platform::FileKind::File && facts->size > 0;
+    // What a link leads to is anybody's.
+    const Path place = ResolvePath(result);
+    platform::FileFacts facts;
+    if (const auto failure = platform::LookAtLink(place, facts))
+        return MakeFailure(ErrorCode::CannotRead, TextOf(place), failure);
+    return facts.kind == platform::FileKind::File && facts.size > 0;
 }
 
 Status CompileOneTom(const Tools& tools, Machine& machine, const TomRun& run,
@@ -31,7 +33,7 @@ Status CompileOneTom(const Tools& tools, Machine& machine, const TomRun& run,
                            progress, report);
     if (!done && done.Error().code == ErrorCode::Stopped)
         return done;
-    const auto isThere = IsCompiledTom(run.result);
+    const auto isThere = IsCompiled(run.result);
     // Of a compiler that was killed it may be half of one.
     if (done && report.end.signal == 0 && isThere && *isThere)
         return {};

@@ -15,7 +15,7 @@ struct TomRun {
 };
 
 /// What the compiler left empty is no result.
-Result<bool> IsCompiledTom(const Path& result);
+Result<bool> IsCompiled(const Path& result);
 
 /// An older result goes, the compiler runs, and the result is there afterwards. A failure leaves
 /// none, since it may be half of one; what the compiler wrote last is in the report.

@@ -1,6 +1,7 @@
 #include "editor/compile_script.h"
 
 #include "core/look.h"
+#include "editor/compile_one_tom.h"
 #include "editor/enclosed_folder.h"
 #include "editor/file_names.h"
 #include "formats/trle_folder.h"
@@ -14,15 +15,6 @@ namespace kestrova
 
 namespace
 {
-
-/// What the compiler wrote nothing into is no result.
-Result<bool> IsResult(const Path& file)
-{
-    const auto facts = LookAt(file);
-    if (!facts)
-        return facts.Error();
-    return facts->kind == platform::FileKind::File && facts->size > 0;
-}
 
 /// The results that the next ones will replace, as far as nothing else holds them.
 Status KeepOldResults(Machine& machine, const Folders& folders, const Path& sources)
@@ -41,7 +33,7 @@ Status KeepOldResults(Machine& machine, const Folders& folders, const Path& sour
 Result<std::string> MissingResult(const Path& sources, const std::string& languageDat)
 {
     for (const std::string& name : {std::string{OnDisk::ScriptDat}, languageDat}) {
-        const auto isThere = IsResult(sources / name);
+        const auto isThere = IsCompiled(sources / name);
         if (!isThere)
             return isThere.Error();
         if (!*isThere)

@@ -4,6 +4,7 @@
 #include "editor/file_names.h"
 #include "formats/page_text.h"
 #include "platform/places.h"
+#include "tools/enclosure.h"
 #include "tools/run_to_end.h"
 #include "words/assistant.h"
 
@@ -84,6 +85,16 @@ Result<std::string> ReadBeginning(const Path& file)
     return bytes;
 }
 
+/// A document is anybody's, and has its reader do what it can: the reader sees the document alone.
+void Enclose(const Tools& tools, ToolOrder& order)
+{
+    const Path encloser = EncloserOf(tools);
+    if (encloser.empty())
+        return;
+    order.launch.folder.clear(); // what it names it names whole
+    order.launch = Enclosed(encloser, tools, order.launch, {}, std::chrono::milliseconds{0});
+}
+
 /// What the tool wrote; all that came, of one that wrote more than a readme ever holds.
 Result<std::string> TextBy(const Tools& tools, const DocumentTool& row, const Path& file,
                            ProgressScope& progress)
@@ -97,6 +108,7 @@ Result<std::string> TextBy(const Tools& tools, const DocumentTool& row, const Pa
     order->output = ToolOrder::Output::Whole;
     order->mostOutput = mostText;
     order->limit = longestReading;
+    Enclose(tools, *order);
     ToolRun run{std::move(*order)};
     progress.AllowStop();
     if (const auto started = run.Start(); !started)

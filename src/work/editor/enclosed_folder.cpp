@@ -1,5 +1,6 @@
 #include "editor/enclosed_folder.h"
 
+#include "formats/program_folder.h"
 #include "platform/real_path.h"
 
 namespace kestrova
@@ -7,7 +8,8 @@ namespace kestrova
 
 Enclosure EnclosureOfTrle(const Path& trle, const StandingTree& tree)
 {
-    Enclosure enclosure{{trle}, {}};
+    // What is the builder's own lies there while others have its place.
+    Enclosure enclosure{{trle}, {}, {InFolder(trle, OnDisk::DirLent)}};
     for (const StandingLink& link : tree.links) {
         Path real;
         if (platform::RealPath(trle / link.name, real))
@@ -20,7 +22,7 @@ Enclosure EnclosureOfTrle(const Path& trle, const StandingTree& tree)
 
 Enclosure EnclosureOfTrle(const Path& trle)
 {
-    const auto tree = TreeOf(trle, {true, {}});
+    const auto tree = TreeOf(trle, {true});
     return EnclosureOfTrle(ResolvePath(trle), tree ? *tree : StandingTree{});
 }
 

@@ -1,10 +1,11 @@
 #include "editor/folder_test.h"
 
 #include "core/name_list.h"
+#include "core/text.h"
 #include "formats/trle_folder.h"
 #include "originals/backup_waves.h"
 #include "session/telling.h"
-#include "swap/backup.h"
+#include "swap/backup_state.h"
 #include "words/editor.h"
 
 namespace kestrova

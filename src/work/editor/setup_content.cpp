@@ -135,7 +135,7 @@ Status DecodeMusic(const SetupParts& parts, const Path& folder, AudioKind kind, 
 
 Result<std::vector<Path>> TomFilesOf(const Path& tree)
 {
-    return ListFiles(InFolder(tree, OnDisk::DirWads), OnDisk::PatTom);
+    return ListFiles(InFolder(tree, OnDisk::DirWads), OnDisk::TomPattern);
 }
 
 Status CompileTomOf(const SetupParts& parts, const Path& tree, const Path& tom)

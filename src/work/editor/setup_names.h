@@ -16,7 +16,6 @@ inline constexpr std::string_view SetupLoadBmp = "\\load.bmp";
 inline constexpr std::string_view PatJpg = "*.jpg";
 inline constexpr std::string_view EndingJpg = ".jpg";
 inline constexpr std::string_view PatMp3 = "*.mp3";
-inline constexpr std::string_view PatTom = "*.tom";
 inline constexpr std::string_view DirManual = "\\manual";
 inline constexpr std::string_view SetupManualFolder = "manual/";
 inline constexpr std::string_view RoomEditor = "\\winroomedit.exe";

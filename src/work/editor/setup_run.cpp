@@ -154,7 +154,8 @@ bool LevelEditorSetup::FindRoom()
         Msg::SetupRoomOf, {TextOf(target_), SetupSize(parts_.machine.FreeSpace(target_).ValueOr(0)),
                            SetupSize(needed_)});
     if (!parts_.host.AskYesNo(GetMsg(Msg::SetupOtherDrive, {lineBreak}) + std::string{lineBreak} +
-                              room)) {
+                                  room,
+                              Consent::Explicit)) {
         parts_.host.Tell(Tone::Error, GetMsg(Msg::SetupFailed));
         return false;
     }

@@ -83,7 +83,8 @@ Status UnpackSetup(const SetupParts& parts, const std::vector<Path>& zips, const
             return done;
         if (!done)
             return InWords(done.Error().code, GetMsg(Msg::SetupUnzipFailed) + name + '\'',
-                           done.Error().sentence + done.Error().reason, done.Error().details);
+                           Join({done.Error().sentence, done.Error().reason}, " "),
+                           done.Error().details);
     }
     return {};
 }

@@ -2,14 +2,18 @@
 
 #include "core/copying.h"
 #include "core/look.h"
+#include "core/name_list.h"
 #include "core/text.h"
 #include "editor/compile_one_tom.h"
 #include "editor/file_names.h"
 #include "formats/trle_folder.h"
+#include "originals/standing_tree.h"
 #include "session/cleared_progress.h"
 #include "session/telling.h"
 #include "tools/program_launch.h"
 #include "words/editor.h"
+
+#include <set>
 
 namespace kestrova
 {
@@ -98,6 +102,37 @@ bool TomCompile::PutSources()
 
 bool TomCompile::CompileAll()
 {
+    const auto before = TreeOf(parts_.folders.trle, {true, {}});
+    const bool compiled = CompileEach();
+    if (before)
+        TellOthersChanged(*before);
+    return compiled;
+}
+
+/// The loan brings back what it knows of, and no more.
+void TomCompile::TellOthersChanged(const StandingTree& before)
+{
+    const Path root = ResolvePath(parts_.folders.trle);
+    const auto now = TreeOf(root, {true, {}});
+    if (!now)
+        return;
+    std::set<Path> lent;
+    for (std::size_t i = 0; i < wishes_.size(); ++i)
+        lent.insert(loan_.PlaceOf(i).lexically_relative(parts_.folders.trle));
+    const StandingFiles files = FilesByName(*now);
+    std::vector<std::string> changed;
+    for (const StandingFile& file : before.files) {
+        const auto found = files.find(file.name.native());
+        const bool isSame = found != files.end() && IsUntouched(file, *found->second);
+        if (!isSame && !lent.contains(file.name))
+            changed.push_back(TextOf(file.name));
+    }
+    if (!changed.empty())
+        parts_.host.Tell(Tone::Warning, GetMsg(Msg::CompilerChangedOthers, {ShownNames(changed)}));
+}
+
+bool TomCompile::CompileEach()
+{
     for (std::size_t i = 0; i < sources_.toms.size(); ++i) {
         parts_.progress.SetLabel(
             GetMsg(Msg::CompileRunning, {TextOf(sources_.toms[i].filename()), std::to_string(i + 1),
@@ -177,7 +212,7 @@ void TomCompile::StartByHand()
 bool TomCompile::TakeResults()
 {
     for (std::size_t i = 0; i < sources_.toms.size(); ++i) {
-        const auto isThere = IsCompiledTom(loan_.PlaceOf(i));
+        const auto isThere = IsCompiled(loan_.PlaceOf(i));
         if (isThere && *isThere)
             continue;
         parts_.host.Tell(

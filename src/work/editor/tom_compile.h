@@ -57,6 +57,8 @@ private:
     void AddWishes(const std::vector<Path>& files, std::string_view folder, bool stays);
     bool PutSources();
     bool CompileAll();
+    bool CompileEach();
+    void TellOthersChanged(const StandingTree& before);
     bool CompileOne(std::size_t tom);
     void Return(LoanEnd end);
     void TellStopped();

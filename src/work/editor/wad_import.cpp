@@ -130,6 +130,7 @@ void WadImport::Run(const AskLevelName& askName)
     if (imported)
         imported = files.End(BeatOf(work));
     ClearProgress(progress_);
+    BoundImports(session_.Folders(), session_.settings);
     if (!imported && (files.IsOpen() || !ImportWaits(session_.Folders()))) {
         TakeBack(session_.host, files, imported.Error(), BeatOf(work));
         report_ += LogLine({GetMsg(Msg::ImportLineStopped)});
@@ -152,46 +153,6 @@ void WadImport::Finish()
     files_.clear();
     ClearProgress(progress_);
     session_.list.Refresh();
-}
-
-std::optional<std::string> NewestImport(const Folders& folders)
-{
-    const auto imports = ReadImports(folders);
-    return imports && !imports->empty() ? std::optional{imports->back().subject} : std::nullopt;
-}
-
-bool UndoNewestImport(Session& session, std::string& subject)
-{
-    const Operation operation{session};
-    const Folders folders = session.Folders();
-    const auto imports = ReadImports(folders);
-    if (!imports)
-        return DoneOrTold(session.host, imports.Error());
-    if (imports->empty()) {
-        session.host.Tell(Tone::Plain, GetMsg(Msg::ImportNoneToUndo));
-        return false;
-    }
-    const ImportNote& entry = imports->back();
-    subject = Readable(entry.subject);
-    if (!MayLend(session) || !RestoreFast(session))
-        return false;
-    const auto progress =
-        session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ImportUndoing, {subject}));
-    progress->AllowStop();
-    const Heartbeat beat = [&] { return progress->Step(); };
-    const auto may = MayUndoImport(folders, entry, beat);
-    if (!may && may.Error().code == ErrorCode::Stopped)
-        return false;
-    if (!may) {
-        TellFailure(session.host, GetMsg(Msg::ImportNotUndone, {subject}), may.Error());
-        return false;
-    }
-    if (const auto undone = UndoImport(session.machine, folders, entry, beat); !undone) {
-        TellFailure(session.host, GetMsg(Msg::ImportNotTakenBack), undone.Error());
-        return false;
-    }
-    session.list.Refresh();
-    return true;
 }
 
 } // namespace kestrova

@@ -56,10 +56,4 @@ private:
     bool done_ = false;
 };
 
-/// The newest import of this Level Editor's folder that can be undone; its name, or nothing.
-std::optional<std::string> NewestImport(const Folders& folders);
-/// Takes the newest import back, the level in play out first. False, with words, when something of
-/// it has changed since: nothing is changed then.
-bool UndoNewestImport(Session& session, std::string& subject);
-
 } // namespace kestrova

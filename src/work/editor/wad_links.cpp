@@ -46,6 +46,29 @@ Result<Path> LinkedName(std::string_view tomName, const Path& file)
     return SafeName(name);
 }
 
+/// `linked` gets the copies that were made.
+Status CopySet(const std::vector<Path>& set, const Path& workFolder, std::string_view tomName,
+               const std::function<bool(std::uint64_t)>& progress, std::vector<Path>& linked)
+{
+    for (const Path& file : set) {
+        const auto name = LinkedName(tomName, file);
+        if (!name)
+            return name.Error();
+        const Path target = workFolder / *name;
+        const auto there = LookAt(target);
+        if (!there)
+            return there.Error();
+        if (there->kind != platform::FileKind::Missing)
+            continue;
+        CopyOptions options;
+        options.progress = progress;
+        if (auto copied = CopyFileOver(file, target, options); !copied)
+            return copied;
+        linked.push_back(target);
+    }
+    return {};
+}
+
 } // namespace
 
 std::optional<WadLink> WadLinkFromWord(const std::string& word)
@@ -121,22 +144,15 @@ Result<std::size_t> LinkWads(const Folders& folders, const Path& workFolder,
     const auto set = SetOf(folders, workFolder, wadsPattern);
     if (!set)
         return set.Error();
-    for (const Path& file : *set) {
-        const auto name = LinkedName(tomName, file);
-        if (!name)
-            return name.Error();
-        const Path target = workFolder / *name;
-        const auto isFree = LookAt(target);
-        if (!isFree)
-            return isFree.Error();
-        if (isFree->kind != platform::FileKind::Missing)
-            continue;
-        CopyOptions options;
-        options.progress = progress;
-        if (const auto copied = CopyFileOver(file, target, options); !copied)
-            return copied.Error();
-    }
-    return set->size();
+    std::vector<Path> linked;
+    const auto done = CopySet(*set, workFolder, tomName, progress, linked);
+    if (done)
+        return set->size();
+    // Half a set would pass for a whole one.
+    for (const Path& copy : linked)
+        if (auto gone = DeleteSpelled(copy); !gone)
+            return gone.Error();
+    return done.Error();
 }
 
 } // namespace kestrova

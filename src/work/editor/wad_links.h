@@ -36,7 +36,7 @@ std::size_t CommonPrefixLength(std::string_view a, std::string_view b);
 /// `tomName`: those of the Level Editor's wads, or else of `workFolder` itself. What is there
 /// already stays. The answer is how many files match, 0 when there are no such wads. `Refused`
 /// for a tom name that no file of a level can have. `progress` gets the bytes of the file under
-/// way; False stops.
+/// way; False stops. What fails or is stopped leaves no copy of its own.
 Result<std::size_t> LinkWads(const Folders& folders, const Path& workFolder,
                              std::string_view wadsPattern, std::string_view tomName,
                              const std::function<bool(std::uint64_t)>& progress = {});

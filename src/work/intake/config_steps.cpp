@@ -71,7 +71,8 @@ StepAnswer SearchOnlineConfig(Intake& intake)
 {
     Session& session = intake.session;
     if (FindOnlineConfig(session.host, session.machine, session.Folders(), ToolsOf(session),
-                         intake.draft.workFolder)) {
+                         intake.draft.workFolder,
+                         intake.draft.fetches ? MayFetchConfig::Granted : MayFetchConfig::Asked)) {
         intake.draft.onlineConfig = true;
         RefreshFiles(intake);
     }

@@ -53,7 +53,7 @@ Path FilesToEdit(Host& host, const Folders& folders, const Archive& archive, Lev
 {
     const auto folder = LevelFolderOf(folders, archive, code);
     if (!folder)
-        host.Tell(Tone::Warning, GetMsg(Msg::CdMissingForFiles));
+        host.Tell(Tone::Warning, GetMsg(Msg::CdMissingForFiles), folder.Error().reason);
     return ResolvePath(InFolder(folder ? *folder : LevelHomeOf(folders, code), OnDisk::DirFiles));
 }
 

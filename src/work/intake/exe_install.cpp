@@ -11,6 +11,7 @@
 #include "intake/draft_files.h"
 #include "intake/exe_level.h"
 #include "intake/file_names.h"
+#include "intake/installer_leave.h"
 #include "session/cleared_progress.h"
 #include "session/telling.h"
 #include "words/installers.h"

@@ -10,9 +10,11 @@
 #include "editor/enclosed_folder.h"
 #include "editor/installed_files.h"
 #include "formats/config_values.h"
+#include "intake/drive_watch.h"
 #include "intake/exe_install.h"
 #include "intake/file_names.h"
 #include "intake/folder_sources.h"
+#include "intake/installer_leave.h"
 #include "originals/folder_handover.h"
 #include "platform/files.h"
 #include "platform/real_path.h"
@@ -25,6 +27,7 @@
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 
 namespace kestrova
 {
@@ -39,49 +42,6 @@ bool HoldsLevel(const std::vector<Path>& files)
                EndsWithName(file.native(), OnDisk::EndingTr4);
     });
 }
-
-/// What stands on Wine's drive C, as far as a program may be meant by it.
-class DriveWatch
-{
-public:
-    explicit DriveWatch(const Path& prefix)
-        : drive_(prefix.empty() ? prefix : ResolvePath(prefix / OnDisk::WineDrive))
-    {
-        if (!drive_.empty() && FolderExists(drive_))
-            if (auto tree = TreeOf(drive_, {}))
-                before_ = std::move(*tree);
-    }
-
-    /// Files that came or changed outside these folders.
-    [[nodiscard]] std::vector<std::string> Written(const std::vector<Path>& passedOver) const
-    {
-        std::vector<std::string> names;
-        const auto now = drive_.empty() || !FolderExists(drive_)
-                             ? Result<StandingTree>{StandingTree{}}
-                             : TreeOf(drive_, {});
-        if (!now)
-            return names;
-        const StandingTree none;
-        const StandingFiles old = FilesByName(before_ ? *before_ : none);
-        for (const StandingFile& file : now->files) {
-            const auto stood = old.find(file.name.native());
-            if (stood != old.end() && IsUntouched(*stood->second, file))
-                continue;
-            // Wine's own, which it makes when it first runs.
-            if (!before_ && EqualNames(file.name.begin()->native(), OnDisk::WindowsFolder))
-                continue;
-            if (std::none_of(passedOver.begin(), passedOver.end(), [&](const Path& folder) {
-                    return LiesInside(drive_ / file.name, folder);
-                }))
-                names.push_back(TextOf(file.name));
-        }
-        return names;
-    }
-
-private:
-    Path drive_;
-    std::optional<StandingTree> before_;
-};
 
 /// One run, from the original configuration to the files in the temporary folder.
 class ExeInstall
@@ -103,6 +63,8 @@ public:
         if (!HandOver())
             return false;
         const bool done = Execute() && FindTarget() && TakeFiles();
+        // The level's own files are to be read and cleared, whatever rights the program took.
+        (void)TreeOf(intake_.draft.workFolder, {false, {}, true});
         const bool isBack = GiveBack();
         if (!done || !isBack || !IsLevel())
             return false;
@@ -229,11 +191,26 @@ private:
 
     bool TakeFromFolder()
     {
+        const auto size = FolderSize(target_);
+        if (!size)
+            return TellFolderNotRead(host_, size.Error());
+        if (!IsWithinBounds(*size))
+            return false;
         SourceReport report;
         AddFilesFromFolder(host_, session_.machine, folders_, ToolsOf(session_), target_,
                            level_.tempFolder, intake_.draft.Options(), progress_,
                            intake_.draft.installer ? Subfolders::Take : Subfolders::Ask, report);
         return report.failed == 0 && !report.stopped;
+    }
+
+    /// A file may say that it is larger than what was written into it, and its copy is that large.
+    bool IsWithinBounds(double bytes)
+    {
+        const auto most = static_cast<double>(level_.bounds.mostTaken);
+        if (bytes > most)
+            host_.Tell(Tone::Error,
+                       GetMsg(Msg::InstallerTooMuch, {FormatSize(bytes), FormatSize(most)}));
+        return bytes <= most;
     }
 
     bool TakeFromTrle()
@@ -249,6 +226,11 @@ private:
             return NotRead(compared.Error());
         Label(GetMsg(Msg::InstallerCopying));
         const auto written = WrittenSince(*compared, handover_.Before(), *now);
+        if (!IsWithinBounds(std::accumulate(written.begin(), written.end(), 0.0,
+                                            [](double sum, const ComparedFile& file) {
+                                                return sum + static_cast<double>(file.sizeAfter);
+                                            })))
+            return false;
         for (std::size_t i = 0; i < written.size(); ++i) {
             progress_.SetBar(i, written.size());
             if (!TakeFile(written[i].after))
@@ -372,27 +354,6 @@ private:
     std::set<Path> stays_;
 };
 
-/// Behind all links, as the enclosure opens it; as it is named where that cannot be told.
-Path RealPlace(const Path& folder)
-{
-    Path real;
-    return platform::RealPath(ResolvePath(folder), real) ? ResolvePath(folder) : real;
-}
-
-/// Somebody's whole disk, or anything that this program keeps, is nothing to give to a stranger.
-/// What lies in the Level Editor's folder is handed over with all that stands there.
-bool IsNothingToGive(const Folders& folders, const Path& wished)
-{
-    const Path folder = RealPlace(wished);
-    const Path trle = RealPlace(folders.trle);
-    if (LiesInside(folder, trle))
-        return false;
-    const std::array kept{RealPlace(folders.program), RealPlace(folders.levels)};
-    return LiesInside(trle, folder) || std::any_of(kept.begin(), kept.end(), [&](const Path& own) {
-               return LiesInside(own, folder) || LiesInside(folder, own);
-           });
-}
-
 } // namespace
 
 RunBounds ExeLevel::InstallerBounds()
@@ -408,35 +369,6 @@ bool InstallExeLevel(Intake& intake, const ExeLevel& level)
     const Path program = FindSetupExe(intake.draft.files);
     return (program.empty() || MayRunInstaller(intake, program)) && MayLend(intake.session) &&
            ExeInstall{intake, level}.Run();
-}
-
-bool MayRunInstaller(Intake& intake, const Path& program)
-{
-    Session& session = intake.session;
-    const auto refuses = [&](const std::string& words, const std::string& reason = {}) {
-        session.host.Tell(Tone::Error, words, reason);
-        return false;
-    };
-    if (!FolderExists(session.TrleFolder()))
-        return refuses(GetMsg(Msg::InstallerNoTrle));
-    const auto launch = LaunchOf(ToolsOf(session), program);
-    if (!launch)
-        return refuses(GetMsg(Msg::InstallerNotStarted) + TextOf(program), launch.Error().reason);
-    if (!intake.draft.installer)
-        return true;
-    const Path& folder = intake.draft.installer->folder;
-    if (!FolderExists(folder))
-        return refuses(GetMsg(Msg::InstallerFolderMissing, {TextOf(folder)}));
-    if (IsNothingToGive(session.Folders(), folder))
-        return refuses(GetMsg(Msg::InstallerFolderWide, {TextOf(folder)}));
-    return true;
-}
-
-std::string WhatProgramsReach(Session& session)
-{
-    if (EncloserOf(ToolsOf(session)).empty())
-        return GetMsg(Msg::InstallerReachesAll);
-    return GetMsg(Msg::InstallerReachesLittle, {TextOf(WinePrefixFor(session.TrleFolder()))});
 }
 
 } // namespace kestrova

@@ -20,10 +20,4 @@ struct ExeLevel {
 /// happens (`originals/folder_handover.h`). False, told, when the level did not come of it.
 bool InstallExeLevel(Intake& intake, const ExeLevel& level);
 
-/// Why the program cannot be run at all, told; nothing was touched. `into`: as the person says.
-bool MayRunInstaller(Intake& intake, const Path& program);
-
-/// What a person has to know before somebody else's program runs: what it can reach here.
-std::string WhatProgramsReach(Session& session);
-
 } // namespace kestrova

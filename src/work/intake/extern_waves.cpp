@@ -5,6 +5,7 @@
 #include "core/look.h"
 #include "core/name_list.h"
 #include "core/name_set.h"
+#include "drives/attached_discs.h"
 #include "formats/config_groups.h"
 #include "formats/config_values.h"
 #include "formats/trle_folder.h"
@@ -73,7 +74,8 @@ private:
     };
     /// Where the wave is now; empty when it is nowhere. `complete`: it is where it has to be.
     Path Find(const ExternWave& wave, bool& complete);
-    Path OnDiscs(const std::string& code, const std::string& name) const;
+    [[nodiscard]] std::vector<Path> Discs() const;
+    [[nodiscard]] Path OnDiscs(const std::string& code, const std::string& name) const;
     Path AskForDisc(const ExternWave& wave, const std::string& discName);
     Path InLevel(const std::string& name) const;
     Status Stage(const Path& source, const std::string& name);
@@ -89,9 +91,15 @@ private:
     std::map<std::string, Path> chosen_; ///< folders that stand for a CD, by its code
 };
 
+std::vector<Path> WaveFetch::Discs() const
+{
+    return FoldersOfDiscs(ToolsOf(intake_.session), intake_.session.machine, host_,
+                          intake_.session.settings);
+}
+
 Path WaveFetch::OnDiscs(const std::string& code, const std::string& name) const
 {
-    std::vector<Path> discs = intake_.session.machine.Discs();
+    std::vector<Path> discs = Discs();
     if (const auto chosen = chosen_.find(code); chosen != chosen_.end())
         discs.insert(discs.begin(), chosen->second);
     for (const Path& disc : discs)
@@ -107,13 +115,13 @@ Path WaveFetch::AskForDisc(const ExternWave& wave, const std::string& discName)
         return {};
     }
     for (;;) {
-        const std::vector<Path> discs = intake_.session.machine.Discs();
+        const std::vector<Path> discs = Discs();
         const std::string unit =
             discs.empty() ? GetMsg(Msg::InsertCdAnywhere) : TextOf(discs.front());
         if (!host_.AskOkCancel(GetMsg(Msg::InsertCd, {discName}) + unit))
             return {};
         Path file = OnDiscs(wave.cd, wave.source);
-        if (file.empty() && host_.CanAsk() && intake_.session.machine.Discs().empty())
+        if (file.empty() && host_.CanAsk() && Discs().empty())
             if (const auto folder =
                     host_.ChooseFolder(GetMsg(Msg::ChooseCdFolder, {discName}), {})) {
                 chosen_[wave.cd] = *folder;

@@ -54,7 +54,7 @@ struct LevelDraft {
     /// A level without a configuration file is looked for in the list of addresses.
     bool looksOnline = true;
     Compile compile = Compile::Never;
-    /// Packages that the level needs are fetched without a question.
+    /// Packages that the level needs, and its configuration file, are fetched without a question.
     bool fetches = false;
     /// Where a program that installs the level puts its files, and that it may run; none: asked
     /// for.

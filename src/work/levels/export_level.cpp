@@ -169,7 +169,11 @@ bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope
     progress.SetLabel(GetMsg(Msg::ExportCopying));
     const auto home = LevelFolderOf(session.Folders(), session.archive, code);
     const Path files = home ? InFolder(*home, OnDisk::DirFiles) : Path{};
-    if (!home || !FolderExists(files)) {
+    if (!home) {
+        TellFailure(session.host, home.Error());
+        return false;
+    }
+    if (!FolderExists(files)) {
         session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
         return false;
     }

@@ -274,7 +274,7 @@ bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange chan
         return refuse(GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
     const auto home = LevelFolderOf(session.Folders(), session.archive, code);
     if (!home)
-        return false;
+        return DoneOrTold(session.host, home.Error());
     if (!KnowsStandingLevel(session.Folders(), session.archive))
         return refuse(GetMsg(Msg::MarkerUnreadable, {TextOf(session.MarkerPath())}));
     const bool installed = code == CurrentLevelCode(session.Folders(), session.archive);

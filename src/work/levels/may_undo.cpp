@@ -6,6 +6,7 @@
 #include "history/changed_record.h"
 #include "history/history.h"
 #include "history/standing.h"
+#include "history/undo_entries.h"
 #include "history/undo_tokens.h"
 #include "words/undo.h"
 
@@ -19,14 +20,16 @@ LevelIs WhereIsLevel(const Folders& folders, const Archive& archive, const Chang
     if (Path{entry.home} != LevelHomeOf(folders, entry.code).lexically_normal())
         return LevelIs::Elsewhere;
     // Of two lists over the same folders each has its own records; a file that is gone was renamed.
-    const bool ofRecord =
-        entry.kind == ChangeKind::LevelEdited || entry.kind == ChangeKind::LevelRemoved;
+    const bool ofRecord = entry.kind == ChangeKind::LevelEdited ||
+                          entry.kind == ChangeKind::LevelRemoved ||
+                          entry.kind == ChangeKind::FilesLeft;
     if (ofRecord && Path{entry.archive} != archive.file && !IsFree(entry.archive).ValueOr(false))
         return LevelIs::Elsewhere;
     const bool removed = entry.kind == ChangeKind::LevelRemoved && !entry.isUndone;
     if (!removed && archive.Find(entry.code) == nullptr)
         return LevelIs::Gone;
-    const Path place = entry.moved ? entry.moved->to : entry.home;
+    const bool wholeMoved = entry.moved && entry.kind == ChangeKind::LevelRemoved;
+    const Path place = wholeMoved ? entry.moved->to : entry.home;
     const auto token = KnownTokenOfLevel(place);
     if (token && *token == entry.level)
         return LevelIs::Here;
@@ -175,6 +178,16 @@ Status FolderIsAsLeft(const Change& entry)
         return isThere.Error();
     if (!*isThere)
         return Refusal(Msg::UndoFolderGone, place);
+    if (entry.moved && entry.isUndone && entry.kind == ChangeKind::FilesLeft) {
+        const auto digest = DigestOfAside(place);
+        if (!digest)
+            return digest.Error();
+        if (*digest != entry.moved->digest)
+            return Refusal(Msg::UndoChangedSince, place);
+        const auto isFree = IsFree(entry.moved->from);
+        return isFree ? *isFree ? Status{} : Refusal(Msg::UndoNameTaken, entry.moved->from)
+                      : Status{isFree.Error()};
+    }
     if (!entry.moved || entry.isUndone) // a folder that goes again gets a name of its own
         return {};
     const auto isFree = IsFree(entry.moved->from);

@@ -46,6 +46,7 @@ constexpr KindWords kindWords[] = {
     {ChangeKind::LevelRemoved, Msg::DidLevelRemoved},
     {ChangeKind::LanguageChanged, Msg::DidLanguageChanged},
     {ChangeKind::LanguageRestored, Msg::DidLanguageRestored},
+    {ChangeKind::FilesLeft, Msg::DidFilesLeft},
 };
 
 /// The sizes of the header follow the record, which is as the change has it before.
@@ -75,6 +76,8 @@ bool TakeRecord(Session& session, const Change& change)
     const Archive before = session.archive;
     PutRecord(session.archive.levels, *change.record);
     CountRecord(session.archive, change);
+    if (change.kind == ChangeKind::FilesLeft)
+        FollowDiscs(session.archive);
     return SaveArchiveOrPutBack(session, before);
 }
 

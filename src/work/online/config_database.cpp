@@ -65,7 +65,8 @@ bool Wants(Host& host, const OnlineConfig& config)
         config.level + GetMsg(Msg::OnlineQuote) + std::string{lineBreak} + std::string{lineBreak};
     return host.AskYesNo(
         GetMsg(Msg::OnlineConfigThere, {lineBreak, quoted, config.level, lineBreak, lineBreak}) +
-        config.level + GetMsg(Msg::OnlineConfigEnd));
+            config.level + GetMsg(Msg::OnlineConfigEnd),
+        Consent::Explicit);
 }
 
 /// The entry that the person takes.
@@ -115,6 +116,7 @@ Status UnpackConfig(Host& host, Machine& machine, const Tools& tools, const Path
     UnpackGuard guard{machine, package, working};
     UnzipOptions options;
     options.guard = &guard;
+    options.junkPaths = true; // a level that is taken in has all its files in one folder
     return UnzipWithProgress(tools, package, working, options, state);
 }
 
@@ -197,7 +199,7 @@ Result<std::vector<OnlineConfig>> ConfigsFor(const UrlList& list, const Path& wo
 }
 
 bool FindOnlineConfig(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
-                      const Path& working)
+                      const Path& working, MayFetchConfig may)
 {
     const auto list = LoadUrlList(UrlListPath(folders));
     if (!list)
@@ -205,7 +207,14 @@ bool FindOnlineConfig(Host& host, Machine& machine, const Folders& folders, cons
     const auto configs = ConfigsFor(*list, working);
     if (!configs)
         return TellFolderNotRead(host, configs.Error());
-    const auto chosen = Chosen(host, *configs);
+    if (configs->empty())
+        return false;
+    if (may == MayFetchConfig::Asked && !host.CanAsk()) {
+        host.Tell(Tone::Plain, GetMsg(Msg::OnlineConfigWaits, {configs->front().level}));
+        return false;
+    }
+    const auto chosen =
+        may == MayFetchConfig::Granted ? std::optional{configs->front()} : Chosen(host, *configs);
     return chosen && Fetch(host, machine, folders, tools, *chosen, working);
 }
 

@@ -26,10 +26,14 @@ struct OnlineConfig {
 /// there with exactly their sizes. The folder is looked at only for a list that has entries.
 Result<std::vector<OnlineConfig>> ConfigsFor(const UrlList& list, const Path& working);
 
+enum class MayFetchConfig {
+    Asked,   ///< by nobody but the person
+    Granted, ///< said beforehand: the first that fits is taken
+};
 /// Offers what the list has for the level in `working`, fetches what the person takes, and puts it
 /// there. True when the level has a configuration file now. Failures are told; without a list
 /// nothing is.
 bool FindOnlineConfig(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
-                      const Path& working);
+                      const Path& working, MayFetchConfig may = MayFetchConfig::Asked);
 
 } // namespace kestrova

@@ -30,11 +30,6 @@ namespace kestrova
 namespace
 {
 
-std::string SlotName(std::size_t slot)
-{
-    return std::string{OnDisk::SavegameStem} + std::to_string(slot);
-}
-
 /// Keeps all files of a folder in the history.
 Status KeepFilesOf(Machine& machine, const Folders& folders, const Archive& archive,
                    const ProgramSettings& settings, LevelCode code, const Path& folder,
@@ -43,20 +38,6 @@ Status KeepFilesOf(Machine& machine, const Folders& folders, const Archive& arch
     const auto files = ListFiles(folder, OnDisk::PatAll);
     return files ? KeepInHistory(machine, folders, archive, settings, code, *files, GetMsg(reason))
                  : Status{files.Error()};
-}
-
-/// The newest savegame; the first of all when no number is above 0.
-std::string NewestOf(const std::vector<std::string>& names,
-                     const std::vector<std::int32_t>& numbers)
-{
-    std::size_t keep = 0;
-    std::int32_t best = 0;
-    for (std::size_t i = 0; i < names.size(); ++i)
-        if (numbers[i] > best) {
-            best = numbers[i];
-            keep = i;
-        }
-    return names[keep];
 }
 
 /// Contents of savegames that no folder holds after the change.

@@ -26,6 +26,24 @@ std::vector<std::string> CompanionsOf(std::int32_t slot)
             Filled(OnDisk::FragShotJpeg, {number})};
 }
 
+std::string SlotName(std::size_t slot)
+{
+    return std::string{OnDisk::SavegameStem} + std::to_string(slot);
+}
+
+std::string NewestOf(const std::vector<std::string>& names,
+                     const std::vector<std::int32_t>& numbers)
+{
+    std::size_t keep = 0;
+    std::int32_t best = 0;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (numbers[i] > best) {
+            best = numbers[i];
+            keep = i;
+        }
+    return names[keep];
+}
+
 std::vector<std::size_t> SortIndex(const std::vector<std::int32_t>& values, bool descending)
 {
     std::vector<std::size_t> order(values.size());

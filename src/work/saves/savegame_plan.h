@@ -13,6 +13,11 @@ namespace kestrova
 std::int32_t SlotNumberOf(const Path& file);
 /// Names of the note and of the pictures that go with the savegame of that number.
 std::vector<std::string> CompanionsOf(std::int32_t slot);
+/// The name of the savegame in one of the game's slots.
+std::string SlotName(std::size_t slot);
+/// The newest of the savegames with these numbers; the first of all when no number is above 0.
+std::string NewestOf(const std::vector<std::string>& names,
+                     const std::vector<std::int32_t>& numbers);
 /// Indices of the values in order, as an exchange sort leaves them: equal ones not always as they
 /// were.
 std::vector<std::size_t> SortIndex(const std::vector<std::int32_t>& values, bool descending);

@@ -9,7 +9,7 @@
 #include "history/swap_journal_file.h"
 #include "originals/vault.h"
 #include "session/telling.h"
-#include "swap/backup.h"
+#include "swap/backup_state.h"
 #include "swap/file_names.h"
 #include "swap/live_state.h"
 #include "words/restore.h"

@@ -1,12 +1,14 @@
 #include "swap/lent_folder.h"
 
 #include "core/removal.h"
+#include "core/text.h"
 #include "history/swap_journal_file.h"
 #include "history/work_note.h"
 #include "originals/loan_return.h"
 #include "session/operation.h"
 #include "session/telling.h"
 #include "swap/folder_guard.h"
+#include "tools/bounded_run.h"
 #include "words/restore.h"
 #include "words/session.h"
 
@@ -39,6 +41,7 @@ bool BringBackIn(Session& session, const Path& folder, const LoanNote& note)
 {
     Folders folders = session.Folders();
     folders.trle = folder;
+    EndForgottenWork(session);
     if (!MayChangeTrle(session, folders))
         return false;
     if (const auto status = ReturnLoan(session.machine, folders, note, LoanEnd::Recovered); !status)
@@ -63,6 +66,13 @@ bool HoldMarked(Session& session, const Path& folder)
     if (!held)
         TellFailure(session.host, GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), held.Error());
     return static_cast<bool>(held);
+}
+
+void EndForgottenWork(Session& session)
+{
+    const auto ended = EndForgottenRuns(ToolsOf(session));
+    if (!ended.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::ForgottenEnded, {Join(ended, ", ")}));
 }
 
 bool BringLentFolderBack(Session& session, const Whereabouts& said)

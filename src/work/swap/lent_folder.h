@@ -12,6 +12,9 @@ Path FindMarked(const Session& session, const FolderMark& mark, const Whereabout
 /// that is not the session's own go again.
 bool HoldMarked(Session& session, const Path& folder);
 
+/// Ends what an interrupted run left at work; says so. Only for who has the program's folder.
+void EndForgottenWork(Session& session);
+
 /// The Level Editor's folder that a killed compilation had lent comes back as it was; says so.
 /// Without one nothing is done. False, with words, when it could not, and nobody may work on the
 /// folder. One that is not there keeps waiting, and holds up nothing.

@@ -20,7 +20,9 @@
 #include "swap/return_to_original.h"
 #include "swap/told_leftovers.h"
 #include "swap/unfinished_import.h"
+#include "swap/unfinished_move.h"
 #include "swap/waiting_in_trle.h"
+#include "words/moving.h"
 #include "words/originals.h"
 #include "words/restore.h"
 #include "words/wads.h"
@@ -163,7 +165,8 @@ bool FinishSavegames(Session& session)
 
 bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
 {
-    if (!DoneOrTold(session.host, SettleBackupFolders(session.Folders())) ||
+    if (!EndUnfinishedMove(session, said) ||
+        !DoneOrTold(session.host, SettleBackupFolders(session.Folders())) ||
         !BringLentFolderBack(session, said) || !TakeImportBack(session, said) ||
         !FinishSavegames(session))
         return false;
@@ -203,6 +206,8 @@ std::string RemedyForWaiting(const Folders& folders, const Archive& archive)
 {
     if (WhatMendingLacks(folders, archive).ValueOr({}))
         return GetMsg(Msg::DoctorWaitsRemedy);
+    if (MoveWaits(folders))
+        return GetMsg(Msg::MoveRemedy);
     if (!IsFree(JournalPath(folders)).ValueOr(false))
         return GetMsg(Msg::MendRoomRemedy);
     return RemedyInTrle(folders, archive);
@@ -214,6 +219,8 @@ std::string InterruptedWork(const Folders& folders, const Archive& archive)
         return GetMsg((*lacking)->place == Place::LevelEditor ? Msg::WaitingSwapFolder
                                                               : Msg::WaitingSwapStore,
                       {TextOf((*lacking)->noted)});
+    if (MoveWaits(folders))
+        return GetMsg(Msg::WaitingMove);
     if (!IsFree(JournalPath(folders)).ValueOr(false)) // nor is one that cannot be looked at none
         return GetMsg(Msg::WaitingSwap);
     if (LoanWaits(folders))

@@ -1,6 +1,6 @@
 #include "swap/restore.h"
 
-#include "swap/backup.h"
+#include "swap/backup_state.h"
 
 #include "archive/level_folders.h"
 #include "formats/marker.h"

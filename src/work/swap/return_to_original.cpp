@@ -12,7 +12,7 @@
 #include "history/history.h"
 #include "history/swap_journal_file.h"
 #include "originals/vault.h"
-#include "swap/backup.h"
+#include "swap/backup_state.h"
 #include "swap/file_names.h"
 #include "swap/live_state.h"
 #include "swap/owned_files.h"

@@ -99,7 +99,7 @@ Result<std::vector<PlannedFile>> PlanSwap(const Folders& folders, const Archive&
     PlanRemoval(folders, preferences, *belongings, plan, foresight);
     if (code == originalCode)
         return plan;
-    const auto source = FilesFolderOf(folders, archive, code);
+    const auto source = FilesFolderOf(folders, archive, code, DiscWish::Look);
     if (!source)
         return source.Error();
     const auto files = PlanLevelFiles(*source);

@@ -5,7 +5,7 @@
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
 #include "originals/vault.h"
-#include "swap/backup.h"
+#include "swap/backup_state.h"
 #include "swap/folder_guard.h"
 #include "swap/owned_files.h"
 #include "swap/placements.h"

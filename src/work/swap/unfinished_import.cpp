@@ -36,6 +36,7 @@ bool TakeBackIn(Session& session, const Path& folder, const ImportNote& note)
 {
     Folders folders = session.Folders();
     folders.trle = folder;
+    EndForgottenWork(session);
     if (!MayChangeTrle(session, folders))
         return false;
     if (const auto back = ReturnImport(session.machine, folders, note, ImportEnd::Recovered); !back)

@@ -5,7 +5,7 @@
 #include "history/history.h"
 #include "history/swap_journal_file.h"
 #include "session/telling.h"
-#include "swap/backup.h"
+#include "swap/backup_state.h"
 #include "swap/live_state.h"
 #include "words/restore.h"
 

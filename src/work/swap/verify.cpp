@@ -102,8 +102,9 @@ Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& l
                                            const Path& staging)
 {
     const bool ours = CurrentLevelCode(session.Folders(), session.archive) == level.code;
-    const Result<Path> source = ours ? FilesFolderOf(session.Folders(), session.archive, level.code)
-                                     : InFolder(HomeOf(session.Folders(), level), OnDisk::DirFiles);
+    const Result<Path> source =
+        ours ? FilesFolderOf(session.Folders(), session.archive, level.code, DiscWish::Look)
+             : InFolder(HomeOf(session.Folders(), level), OnDisk::DirFiles);
     if (!source)
         return source.Error();
     if (!FolderExists(*source))
@@ -250,7 +251,7 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
     if (FindLevel(session.archive, code) < 0)
         return Failure{
             ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
-    const auto source = FilesFolderOf(session.Folders(), session.archive, code);
+    const auto source = FilesFolderOf(session.Folders(), session.archive, code, DiscWish::Look);
     if (!source)
         return source.Error();
     if (!FolderExists(*source))

@@ -4,7 +4,7 @@
 #include "core/name_list.h"
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
-#include "swap/backup.h"
+#include "swap/backup_state.h"
 #include "swap/homeless_state.h"
 #include "swap/told_leftovers.h"
 #include "words/restore.h"

@@ -4,6 +4,8 @@
 #include "archive/level_document.h"
 #include "archive/level_folders.h"
 #include "core/copying.h"
+#include "core/look.h"
+#include "core/removal.h"
 #include "formats/level_folder.h"
 #include "session/operation.h"
 #include "session/telling.h"
@@ -11,29 +13,80 @@
 #include "words/storage.h"
 #include "words/upkeep.h"
 
+#include <algorithm>
+
 namespace kestrova
 {
 
 namespace
 {
 
-Status CopyDocument(const Folders& folders, const Archive& archive, const LevelRecord& level)
+/// Copies documents from one disc after the other.
+class DocumentCopies
 {
-    const auto disc = LevelFolderOf(folders, archive, level.levelCode);
-    if (!disc)
-        return disc.Error();
-    const auto found = FindDocument(InFolder(*disc, OnDisk::DirFiles), level.moreInfoFile);
-    if (!found)
-        return found.Error();
-    const std::optional<Path>& document = *found;
-    if (!document)
-        return MakeFailure(ErrorCode::Missing, TextOf(*disc));
-    const Path files = InFolder(LevelHomeOf(folders, level.levelCode), OnDisk::DirFiles);
-    if (auto made = MakeFolders(files); !made)
-        return made;
-    CopyOptions plain;
-    plain.rights = plainRights;
-    return CopyFileOver(*document, files / document->filename(), plain);
+public:
+    DocumentCopies(const Folders& folders, const Archive& archive)
+        : folders_(folders), archive_(archive)
+    {
+    }
+
+    Status Copy(const LevelRecord& level)
+    {
+        // Whoever gave up on a disc is not asked for it with each level that lies there.
+        const DiscWish wish = givenUp_ == level.cdNumber ? DiscWish::Look : DiscWish::Ask;
+        const auto disc = FilesFolderOf(folders_, archive_, level.levelCode, wish);
+        if (!disc) {
+            givenUp_ = level.cdNumber;
+            return disc.Error();
+        }
+        const auto found = FindDocument(*disc, level.moreInfoFile);
+        if (!found)
+            return found.Error();
+        if (!*found)
+            return MakeFailure(ErrorCode::Missing, TextOf(*disc));
+        return Put(**found, InFolder(LevelHomeOf(folders_, level.levelCode), OnDisk::DirFiles));
+    }
+
+private:
+    /// What somebody wrote into an earlier copy is kept beside the new one.
+    static Status Put(const Path& document, const Path& files)
+    {
+        if (auto made = MakeFolders(files); !made)
+            return made;
+        const Path target = ResolvePath(files / document.filename());
+        const auto isThere = IsFile(target);
+        const auto same =
+            isThere && *isThere ? HoldSameBytes(document, target) : Result<bool>{false};
+        if (!isThere || !same)
+            return isThere ? same.Error() : isThere.Error();
+        if (*same)
+            return {};
+        if (*isThere)
+            if (const auto aside = RenameAside(target); !aside)
+                return aside.Error();
+        CopyOptions plain;
+        plain.verify = Verify::Content;
+        plain.rights = plainRights;
+        return CopyFileOver(document, target, plain);
+    }
+
+    const Folders folders_;
+    const Archive& archive_;
+    std::int32_t givenUp_ = 0;
+};
+
+/// Levels with a document on a disc, disc after disc.
+std::vector<const LevelRecord*> DocumentsOnDiscs(const Archive& archive)
+{
+    std::vector<const LevelRecord*> levels;
+    for (const LevelRecord& level : archive.levels)
+        if (level.cdNumber != 0 && !Trim(level.moreInfoFile).empty())
+            levels.push_back(&level);
+    std::stable_sort(levels.begin(), levels.end(),
+                     [](const LevelRecord* one, const LevelRecord* other) {
+                         return one->cdNumber < other->cdNumber;
+                     });
+    return levels;
 }
 
 } // namespace
@@ -50,20 +103,21 @@ bool CopyMoreInfoFiles(Session& session)
     bool all = true;
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::FileCopyLabel));
-    const std::size_t count = session.archive.levels.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        progress->SetBar(i + 1, count);
-        progress->Step();
-        const LevelRecord& level = session.archive.levels[i];
-        if (level.cdNumber == 0 || Trim(level.moreInfoFile).empty())
+    progress->AllowStop();
+    const std::vector<const LevelRecord*> levels = DocumentsOnDiscs(session.archive);
+    DocumentCopies copies{session.Folders(), session.archive};
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        progress->SetBar(i, levels.size());
+        if (!progress->Step())
+            return false; // what was copied stays; the others follow the next time
+        const auto copied = copies.Copy(*levels[i]);
+        if (copied)
             continue;
-        if (const auto copied = CopyDocument(session.Folders(), session.archive, level); !copied) {
-            all = false;
-            TellFailure(session.host,
-                        GetMsg(Msg::MoreInfoErrorCopying) + " " +
-                            Readable(Trim(level.moreInfoFile)),
-                        copied.Error());
-        }
+        all = false;
+        TellFailure(session.host,
+                    GetMsg(Msg::MoreInfoErrorCopying) + " " +
+                        Readable(Trim(levels[i]->moreInfoFile)),
+                    copied.Error());
     }
     return all;
 }

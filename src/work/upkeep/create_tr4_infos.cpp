@@ -85,7 +85,7 @@ bool CreateTr4Infos(Host& host, const Folders& folders, const Archive& archive)
         const LevelRecord& level = archive.levels[i];
         const auto home = LevelFolderOf(folders, archive, level.levelCode);
         if (!home) {
-            host.Tell(Tone::Error, GetMsg(Msg::Tr4InfosCdMissing));
+            TellFailure(host, GetMsg(Msg::Tr4InfosCdMissing), home.Error());
             return false;
         }
         const std::string name{Trim(level.levelName)};

@@ -46,7 +46,7 @@ bool FindEqualLevels(Host& host, const Folders& folders, const Archive& archive,
         if (files.empty() && NeedsDisc(folders, archive, i)) {
             const auto home = LevelFolderOf(folders, archive, archive.levels[i].levelCode);
             if (!home) {
-                host.Tell(Tone::Error, GetMsg(Msg::EqualCdNotAvailable));
+                TellFailure(host, GetMsg(Msg::EqualCdNotAvailable), home.Error());
                 return false;
             }
             auto scanned = ScanTr4Files(InFolder(*home, OnDisk::DirFiles));

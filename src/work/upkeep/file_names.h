@@ -10,6 +10,8 @@ namespace kestrova::OnDisk
 
 inline constexpr std::string_view PatternZl = "*.zl";
 inline constexpr std::string_view OriginalSites = "http://www.tombraider.com|http://www.eidosinteractive.com";
+inline constexpr std::string_view PatTexts = "*.txt";
+inline constexpr std::string_view TitleWords = "Level title|Level name|Title|Name of level|Name"; // not shown
 inline constexpr std::string_view OriginalInfoPatterns = "*.pdf|*.htm|*.html";
 
 } // namespace kestrova::OnDisk

@@ -102,7 +102,8 @@ void ClearWorkFolders(const Folders& folders, const Archive& archive)
     for (const std::string_view name :
          {OnDisk::DirTemp, OnDisk::DirTempExe, OnDisk::DirTempDec, OnDisk::DirTempCompr,
           OnDisk::DirTempZip, OnDisk::DirAudioTemp, OnDisk::DirOutFiles, OnDisk::FragTempBitmap,
-          OnDisk::DirOnlineTemp, OnDisk::DirOnlineUnpacked, OnDisk::FragBuildingLevel0})
+          OnDisk::DirOnlineTemp, OnDisk::DirOnlineUnpacked, OnDisk::DirTempBurn,
+          OnDisk::FragBuildingLevel0})
         if (const Path place = InFolder(folders.program, name); IsThere(place))
             (void)ClearPlace(place); // the next use of it tries again
     const Path trle = folders.trle;

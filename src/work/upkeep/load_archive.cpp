@@ -4,7 +4,10 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "core/look.h"
+#include "discs/install_from_disc.h"
+#include "discs/remove_from_disk.h"
 #include "formats/exact_names.h"
+#include "history/moved_homes.h"
 #include "history/standing.h"
 #include "platform/places.h"
 #include "session/held_folders.h"
@@ -120,6 +123,8 @@ std::optional<Path> AskForFolder(Host& host, FolderLocks& locks, const Archive& 
     host.Tell(Tone::Warning, GetMsg(warning, {line + Readable(missing) + line}));
     const auto chosen = host.ChooseFolder(GetMsg(Msg::SelectFolder) + FileNameOf(missing),
                                           platform::CurrentFolder());
+    if (!chosen && !host.CanAsk())
+        host.Tell(Tone::Error, GetMsg(Msg::SayLevelsFolder));
     if (!chosen || !FitsArchive(host, *chosen))
         return {};
     const auto holds = HoldsLevels(archive, *chosen);
@@ -173,12 +178,26 @@ bool CheckArchiveFolders(const ArchiveParts& parts, FolderLocks& locks, Archive&
 namespace
 {
 
-/// Memory holds the new archive when it is done, and otherwise what it held before.
-Load LoadOrKeep(Session& session, const Path& file, const Path& levelFolder, Failure& why)
+/// The levels' folder was moved by hand from where the list had it: what is noted of the levels
+/// follows. A folder that is still there is another copy, and keeps its notes.
+void FollowByHand(Session& session, const Path& listed)
 {
+    const Path now = session.Folders().levels;
+    if (listed.empty() || listed == now || FolderExists(listed))
+        return;
+    DoneOrTold(session.host, FollowMovedHomes(session.Folders(), listed, now));
+}
+
+/// Memory holds the new archive when it is done, and otherwise what it held before.
+Load LoadOrKeep(Session& session, Path file, const Path& levelFolder, Failure& why)
+{
+    // First of all: where a file on a disc says that its folder is nothing may be written.
+    if (bool abort = false; !InstallFromCd(session, file, abort) && abort)
+        return Load::FoldersRefused;
     const std::vector<Path> held = session.locks.Held();
     Archive archive;
     Load load = ReadAndHold(session, file, archive, why);
+    const Path listed = FolderFromText(Trim(archive.header.secondaryFolder));
     if (load == Load::Done &&
         ((!levelFolder.empty() && !TakeNamedFolder(session, session.locks, archive, levelFolder)) ||
          !CheckArchiveFolders(session, session.locks, archive)))
@@ -187,12 +206,16 @@ Load LoadOrKeep(Session& session, const Path& file, const Path& levelFolder, Fai
         !DoneOrTold(session.host, HoldArchiveFolder(session.locks, session.Folders(),
                                                     Path{Trim(archive.header.secondaryFolder)})))
         load = Load::Held;
+    if (load == Load::Done && archive.header.cdMovePending &&
+        !RemoveFilesFoldersFromHd({session, archive}))
+        load = Load::FoldersRefused;
     if (load != Load::Done) {
         session.locks.KeepOnly(held);
         return load;
     }
     session.archive = std::move(archive);
     RememberArchive(session);
+    FollowByHand(session, listed);
     return load;
 }
 

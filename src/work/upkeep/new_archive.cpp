@@ -33,23 +33,6 @@ Path FreeNameIn(const Path& folder, std::string_view row)
     return FirstFree(nameOf, 1, mostNames).ValueOr({}); // where nobody can look, none is free
 }
 
-LevelRecord OriginalLevel(const Folders& folders)
-{
-    LevelRecord level;
-    level.levelCode = originalCode;
-    level.levelName = GetMsg(Msg::OriginalLevelName);
-    level.levelNote = GetMsg(Msg::OriginalLevelNote);
-    level.authorName = GetMsg(Msg::OriginalAuthor);
-    level.authorSites = Join(Split(OnDisk::OriginalSites, '|'), std::string_view{"\0", 1});
-    const Path files = InFolder(LevelHomeOf(folders, originalCode), OnDisk::DirFiles);
-    for (const std::string& pattern : Split(OnDisk::OriginalInfoPatterns, '|'))
-        if (const auto found = ListFiles(files, pattern).ValueOr({}); !found.empty()) {
-            level.moreInfoFile = found.front().filename().native();
-            break;
-        }
-    return level;
-}
-
 /// Asks in the folder that is proposed, which stands while the chooser shows it.
 std::optional<Path> AskForNewFolder(Host& host, Machine& machine, const Folders& folders)
 {
@@ -71,6 +54,23 @@ Path Absolute(const Path& path)
 }
 
 } // namespace
+
+LevelRecord OriginalLevel(const Folders& folders)
+{
+    LevelRecord level;
+    level.levelCode = originalCode;
+    level.levelName = GetMsg(Msg::OriginalLevelName);
+    level.levelNote = GetMsg(Msg::OriginalLevelNote);
+    level.authorName = GetMsg(Msg::OriginalAuthor);
+    level.authorSites = Join(Split(OnDisk::OriginalSites, '|'), std::string_view{"\0", 1});
+    const Path files = InFolder(LevelHomeOf(folders, originalCode), OnDisk::DirFiles);
+    for (const std::string& pattern : Split(OnDisk::OriginalInfoPatterns, '|'))
+        if (const auto found = ListFiles(files, pattern).ValueOr({}); !found.empty()) {
+            level.moreInfoFile = found.front().filename().native();
+            break;
+        }
+    return level;
+}
 
 bool FitsArchive(Host& host, const Path& folder)
 {

@@ -21,4 +21,7 @@ inline constexpr std::size_t longestArchiveFolder = 220;
 /// False, with a message, for a folder that is too long for an archive.
 bool FitsArchive(Host& host, const Path& folder);
 
+/// The record of the original configuration, as a new archive has it.
+LevelRecord OriginalLevel(const Folders& folders);
+
 } // namespace kestrova

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "intake/intake.h"
+
+/// Whether somebody else's program may install a level, and what it can reach.
+namespace kestrova
+{
+
+/// Why the program cannot be run at all, told; nothing was touched. `into`: as the person says.
+bool MayRunInstaller(Intake& intake, const Path& program);
+
+/// What a person has to know before somebody else's program runs: what it can reach here.
+std::string WhatProgramsReach(Session& session);
+
+} // namespace kestrova

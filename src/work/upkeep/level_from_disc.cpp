@@ -1,0 +1,108 @@
+#include "upkeep/level_from_disc.h"
+
+#include "core/copying.h"
+#include "core/look.h"
+#include "core/removal.h"
+#include "core/text.h"
+#include "platform/file_content.h"
+
+#include <map>
+#include <set>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// One level's files on their way.
+class LevelCopy
+{
+public:
+    LevelCopy(const NotedLevel* noted, const std::function<bool(std::uint64_t)>& copied)
+        : copied_(copied)
+    {
+        if (noted != nullptr)
+            for (const NotedFile& file : noted->files)
+                hashes_.emplace(FoldCase(file.name), file.hash);
+    }
+
+    Status Run(const Path& disc, const Path& files)
+    {
+        const auto tree = ScanTree(disc, [&] { return Beats(); });
+        if (!tree)
+            return tree.Error();
+        for (const Path& folder : tree->folders)
+            if (auto made = MakeFolders(files / folder.lexically_relative(disc)); !made)
+                return made;
+        for (const Path& file : tree->files)
+            if (auto status = Take(file, files, file.lexically_relative(disc)); !status)
+                return status;
+        for (const auto& [name, hash] : hashes_)
+            if (!taken_.contains(name))
+                return MakeFailure(ErrorCode::Damaged, TextOf(disc / name));
+        return {};
+    }
+
+private:
+    bool Beats(std::uint64_t bytes = 0) { return copied_(done_ + bytes); }
+
+    Status Take(const Path& file, const Path& files, const Path& name)
+    {
+        const Path target = files / name;
+        const auto isFree = IsFree(target);
+        if (!isFree)
+            return isFree.Error();
+        if (!*isFree) {
+            const auto same = HoldSameBytes(file, target, [&] { return Beats(); });
+            if (!same)
+                return same.Error();
+            if (!*same)
+                if (const auto aside = RenameAside(target); !aside)
+                    return aside.Error();
+        }
+        const auto place = ResolvePath(target);
+        if (!FileExists(place)) {
+            CopyOptions options;
+            options.verify = Verify::Content;
+            options.rights = plainRights;
+            options.spelled = true;
+            options.progress = [&](std::uint64_t bytes) { return Beats(bytes); };
+            if (auto copied = CopyFileOver(file, place, options); !copied)
+                return copied;
+        }
+        done_ += FileSize(place);
+        taken_.insert(FoldCase(name.native()));
+        return IsAsNoted(file, FoldCase(name.native()), place);
+    }
+
+    /// A disc that reads without an error may still hold other bytes than were put on it.
+    Status IsAsNoted(const Path& file, const std::string& name, const Path& copy)
+    {
+        const auto noted = hashes_.find(name);
+        if (noted == hashes_.end())
+            return Beats() ? Status{} : MakeFailure(ErrorCode::Stopped, {});
+        std::string hash;
+        if (const auto failure = platform::HashOfFile(copy, hash))
+            return MakeFailure(ErrorCode::CannotRead, TextOf(copy), failure);
+        if (hash == noted->second)
+            return Beats() ? Status{} : MakeFailure(ErrorCode::Stopped, {});
+        (void)platform::Unlink(copy); // the disc has the same bytes
+        return MakeFailure(ErrorCode::Damaged, TextOf(file));
+    }
+
+    const std::function<bool(std::uint64_t)>& copied_;
+    std::map<std::string, std::string> hashes_; ///< by folded name
+    std::set<std::string> taken_;               ///< folded
+    std::uint64_t done_ = 0;
+};
+
+} // namespace
+
+Status CopyLevelFromDisc(const Path& disc, const Path& files, const NotedLevel* noted,
+                         const std::function<bool(std::uint64_t)>& copied)
+{
+    return LevelCopy{noted, copied}.Run(ResolvePath(disc), ResolvePath(files));
+}
+
+} // namespace kestrova

@@ -1,0 +1,52 @@
+#include "upkeep/level_search.h"
+
+#include "archive/archive_entries.h"
+#include "archive/level_folders.h"
+#include "core/file_kinds.h"
+#include "core/look.h"
+#include "formats/trle_folder.h"
+#include "levels/unfinished_intake.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+Result<LevelsFound> FindLevelFolders(const Path& folder)
+{
+    const auto names = NamesOfArchive(folder);
+    if (!names)
+        return names.Error();
+    LevelsFound found;
+    for (const std::string& name : *names) {
+        const Path place = folder / name;
+        const bool isFolder = platform::FactsOf(place).kind == platform::FileKind::Folder;
+        if (IsAsideName(name)) {
+            if (isFolder)
+                found.setAside.push_back(place);
+            continue;
+        }
+        if (!IsLevelFolderName(name))
+            continue;
+        const auto code = CodeOfLevelFolder(name);
+        // Of several spellings the one counts that the program would take.
+        const bool leads = isFolder && code && *code != originalCode &&
+                           ResolvePath(InFolder(folder, LevelFolderName(*code))) == place;
+        if (!leads)
+            found.passedOver.push_back(name);
+        else if (IsFree(IntakeMark(place)).ValueOr(true)) // otherwise it never was whole
+            found.codes.push_back(*code);
+    }
+    std::sort(found.codes.begin(), found.codes.end());
+    return found;
+}
+
+bool HasLevelFile(const Path& files)
+{
+    for (const std::string_view pattern : {OnDisk::PatTr4, OnDisk::PatTr4Zl})
+        if (!ListFiles(files, pattern).ValueOr({}).empty())
+            return true;
+    return false;
+}
+
+} // namespace kestrova

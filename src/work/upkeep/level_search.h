@@ -1,0 +1,20 @@
+#pragma once
+
+#include "core/files.h"
+#include "formats/archive_file.h"
+
+namespace kestrova
+{
+
+/// What a folder has that is called like a level's.
+struct LevelsFound {
+    std::vector<LevelCode> codes;        ///< each once, sorted
+    std::vector<std::string> passedOver; ///< names that no record of a list can lead to
+    std::vector<Path> setAside;          ///< folders of levels that were set aside
+};
+Result<LevelsFound> FindLevelFolders(const Path& folder);
+/// True when the game's level files lie in that folder, compressed or not; what cannot be listed
+/// has none.
+bool HasLevelFile(const Path& files);
+
+} // namespace kestrova
