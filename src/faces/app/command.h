@@ -86,7 +86,6 @@ struct InWindow {
     /// What is told when there is no chosen level and one is needed; empty: it runs
     /// without.
     Message noLevel = Msg::NoLevelSelected;
-    bool available = true; ///< false: a later version brings it
     /// Of an item whose caption tells what it would do now.
     ShownNow (*shown)(const Session&) = nullptr;
 };

@@ -3,6 +3,7 @@
 #include "app/archive_commands.h"
 #include "app/audio_commands.h"
 #include "app/config_commands.h"
+#include "app/discs_commands.h"
 #include "app/editor_commands.h"
 #include "app/help_commands.h"
 #include "app/history_commands.h"
@@ -54,7 +55,7 @@ std::vector<CommandGroup> Groups()
         {UndoCommands(), HelpTag::Undo},          {ShotsCommands(), HelpTag::Shots},
         {OnlineCommands(), HelpTag::Addresses},   {SetCommands(), HelpTag::Settings},
         {AudioCommands(), HelpTag::Audio},        {PublishCommands(), HelpTag::PublishOverview},
-        {HelpCommands(), HelpTag::Problems},
+        {DiscsCommands(), HelpTag::LevelsOnCd},   {HelpCommands(), HelpTag::Problems},
     };
 }
 

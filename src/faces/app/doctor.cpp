@@ -1,5 +1,6 @@
 #include "app/doctor.h"
 
+#include "app/disc_findings.h"
 #include "app/file_names.h"
 #include "app/start_up.h"
 #include "archive/set_aside.h"
@@ -13,7 +14,7 @@
 #include "packages/package_tools.h"
 #include "platform/places.h"
 #include "play/game_launch.h"
-#include "swap/backup.h"
+#include "swap/backup_state.h"
 #include "swap/level_gaps.h"
 #include "swap/recovery.h"
 #include "swap/waiting_in_trle.h"
@@ -344,6 +345,7 @@ std::vector<Finding> Examine(Session& session)
     findings.push_back(Keys());
     OutsideTools(ToolsOf(session), findings);
     Drives(session.machine, session.Folders(), session.archive, findings);
+    DiscDriveFindings(session, findings);
     Leftovers(session.Folders(), findings);
     return findings;
 }

@@ -103,8 +103,9 @@ bool Update(const Tools& tools, const Tool& tool, const ToolArguments& arguments
     if (FindTool(tools, tool).empty())
         return false;
     ToolReport report;
-    return static_cast<bool>(
-        RunToolBatch(tools, tool, arguments, longestUpdate, ToolProgressState{}, report));
+    const auto done =
+        RunToolBatch(tools, tool, arguments, longestUpdate, ToolProgressState{}, report);
+    return done || report.trouble == ToolTrouble::NoOutput; // they say nothing when all is well
 }
 
 } // namespace

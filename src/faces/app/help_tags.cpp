@@ -43,7 +43,7 @@ constexpr HelpPlace places[] = {
     {"Dialog_ScreenShot", HelpTag::ShotWindow},
     {"Dialog_SetMp3", HelpTag::KeepMp3},
     {"Dialog_Settings", HelpTag::Settings},
-    {"Dialog_SetupCd", HelpTag::LevelsAsPrograms},
+    {"Dialog_SetupCd", HelpTag::LevelsOnCd},
     {"Dialog_Siti", HelpTag::Addresses},
     {"Dialog_Testo", HelpTag::ThisHelp},
     {"Dialog_TipoExe", HelpTag::LevelsAsPrograms},

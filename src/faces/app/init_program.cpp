@@ -9,10 +9,12 @@
 #include "formats/trle_folder.h"
 #include "intake/left_intake.h"
 #include "platform/places.h"
+#include "session/disc_reader.h"
 #include "session/operation.h"
 #include "session/preferences_file.h"
 #include "session/telling.h"
 #include "swap/backup.h"
+#include "swap/backup_state.h"
 #include "swap/restore.h"
 #include "upkeep/load_archive.h"
 #include "upkeep/new_archive.h"
@@ -85,6 +87,7 @@ public:
     [[nodiscard]] bool FailedSetup() const { return failedSetup_; }
     void Opened(Session& session) override
     {
+        before_ = session.preferences.archivePath;
         if (!said_.archive.empty())
             session.preferences.archivePath = said_.archive.native();
         session.archive = {};
@@ -109,8 +112,12 @@ public:
     }
     Archive OpenArchive(Session& session) override
     {
-        if (!LoadLastArchive(session))
+        if (!LoadLastArchive(session)) {
+            // A disc is not what a later start waits for.
+            if (session.discs != nullptr && session.discs->DiscOf(said_.archive))
+                session.preferences.archivePath = before_;
             return Archive::None;
+        }
         if (!session.archive.Loaded() &&
             windows_.AskNewOrLoad(session) == StartWindows::ArchiveChoice::Load)
             AskLoadArchive(session);
@@ -123,6 +130,7 @@ public:
 private:
     StartWindows& windows_;
     CommandLine said_;
+    std::string before_; ///< the archive that was remembered
     bool failedSetup_ = false;
 };
 

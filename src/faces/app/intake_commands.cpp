@@ -168,8 +168,7 @@ bool Add(Run& run)
         run.session, *progress,
         [&](Intake& level) {
             TakeNamesPage(run, level);
-            level.draft.looksOnline =
-                run.face.CanAnswer() && !run.session.settings.updateServers.empty();
+            level.draft.looksOnline = !run.session.settings.updateServers.empty();
             level.draft.fetches = run.arguments.Has("--fetch");
             level.draft.compile = CompileWish(run);
             level.draft.installer = InstallerWish(run);

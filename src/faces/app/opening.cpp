@@ -8,7 +8,7 @@
 #include "platform/terminal.h"
 #include "session/preferences_file.h"
 #include "session/telling.h"
-#include "swap/backup.h"
+#include "swap/backup_state.h"
 #include "upkeep/load_archive.h"
 #include "words/commands.h"
 

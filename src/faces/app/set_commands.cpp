@@ -8,6 +8,7 @@
 #include "history/undo_entries.h"
 #include "online/url_update.h"
 #include "words/commands.h"
+#include "words/discs_commands.h"
 #include "words/menus.h"
 #include "words/online_commands.h"
 
@@ -124,6 +125,41 @@ bool SetServers(std::string& servers, const std::string& word, std::size_t most)
     return text.has_value();
 }
 
+std::string DrivesText(const Session& session)
+{
+    std::vector<std::string> drives;
+    for (const DriveSetting& drive : session.settings.drives)
+        drives.push_back(drive.name + '=' + FormatDriveSetting(drive));
+    return Join(drives, " ");
+}
+
+/// One drive is named anew or changed, or forgotten when nothing stands behind its name.
+bool SetDrive(Session& session, const std::string& word)
+{
+    const std::size_t sign = std::min(word.find('='), word.size());
+    const std::string name = word.substr(0, sign);
+    std::vector<DriveSetting>& drives = session.settings.drives;
+    const auto old = std::find_if(drives.begin(), drives.end(),
+                                  [&](const DriveSetting& drive) { return drive.name == name; });
+    if (sign + 1 == word.size() && IsDriveName(name)) {
+        if (old != drives.end())
+            drives.erase(old);
+        return true;
+    }
+    auto drive =
+        ParseDriveSetting(name, std::string_view{word}.substr(std::min(sign + 1, word.size())));
+    if (!drive || (old == drives.end() && drives.size() == mostDriveSettings))
+        return false;
+    // From the terminal paths count from where it stands.
+    drive->medium = drive->medium.empty() ? "" : PlaceFromWord(drive->medium).native();
+    drive->folder = PlaceFromWord(drive->folder).native();
+    if (old == drives.end())
+        drives.push_back(std::move(*drive));
+    else
+        *old = std::move(*drive);
+    return true;
+}
+
 constexpr SettingRow settingRows[] = {
     PreferenceFlag<&PreferencesRecord::captureEnabled>("capture"),
     PreferenceFlag<&PreferencesRecord::promptCapture>("capture-prompt"),
@@ -177,6 +213,7 @@ constexpr SettingRow settingRows[] = {
      [](Session& session, const std::string& word) {
          return SetServers(session.settings.wadServer, word, 1);
      }},
+    {"drives", Msg::TakesDrive, false, DrivesText, SetDrive},
 };
 
 bool ListSets(Run& run)

@@ -1,5 +1,6 @@
 #include "app/setup_commands.h"
 
+#include "app/disc_drives.h"
 #include "app/file_names.h"
 #include "app/file_types.h"
 #include "app/opening.h"
@@ -13,6 +14,7 @@
 #include "practice/practice_folder.h"
 #include "session/telling.h"
 #include "swap/backup.h"
+#include "swap/backup_state.h"
 #include "words/app.h"
 #include "words/commands.h"
 #include "words/file_types.h"
@@ -56,6 +58,7 @@ bool MakePractice(Run& run)
     AddLine(run, TextOf(made->trle));
     AddLine(run, TextOf(made->levels));
     AddLine(run, TextOf(made->packages));
+    AddLine(run, TextOf(made->discs));
     return true;
 }
 
@@ -87,6 +90,7 @@ bool SetUp(Run& run)
     }
     if (*built && session.archive.Loaded())
         RefreshLevelSizes(session, originalCode);
+    AddPracticeDrive(session.settings, session.TrleFolder());
     AddLine(run, TextOf(session.TrleFolder()));
     return true;
 }

@@ -4,6 +4,7 @@
 #include "archive/level_sizes.h"
 #include "core/leftovers.h"
 #include "core/look.h"
+#include "drives/attached_discs.h"
 #include "formats/program_folder.h"
 #include "levels/original_level.h"
 #include "platform/places.h"
@@ -99,7 +100,14 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
         return false;
     MendAtStart(session, said);
     ClearLeftovers(session.host, session.Folders(), session.archive);
+    GiveDiscsBack(session); // those of a run that was killed
     return true;
+}
+
+void GiveDiscsBack(Session& session)
+{
+    for (const std::string& words : DetachAll(ToolsOf(session)))
+        session.host.Tell(Tone::Warning, words);
 }
 
 Start StartUp(Session& session, StartFace& face, Needs needs, const Whereabouts& said)

@@ -18,6 +18,10 @@ Result<Path> ChooseProgramFolder(const Path& home, bool make = true);
 /// folders that an interrupted swap waits for; when nothing is said, whoever can answer is asked.
 bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabouts& said = {});
 
+/// At the end of a run: the discs and images that it showed in folders are seen there no more.
+/// Tells of folders that stay.
+void GiveDiscsBack(Session& session);
+
 /// The archive of the preferences into memory as it stands in its file: no question, no check of
 /// its folders, nothing written. A failure leaves an empty archive and is not told.
 Status LoadArchiveToLook(Session& session);

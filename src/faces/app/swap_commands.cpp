@@ -8,7 +8,7 @@
 #include "history/standing.h"
 #include "play/play_level.h"
 #include "session/telling.h"
-#include "swap/backup.h"
+#include "swap/backup_state.h"
 #include "swap/folder_guard.h"
 #include "swap/recovery.h"
 #include "swap/restore.h"

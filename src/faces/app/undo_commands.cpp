@@ -1,13 +1,15 @@
 #include "app/undo_commands.h"
 
 #include "app/result_text.h"
+#include "app/undoable.h"
 #include "core/dates.h"
 #include "core/file_kinds.h"
 #include "core/text.h"
+#include "editor/wad_undo.h"
 #include "history/changes.h"
 #include "history/undo_entries.h"
 #include "levels/may_undo.h"
-#include "levels/undo_change.h"
+#include "originals/undo_import.h"
 #include "session/telling.h"
 #include "words/commands.h"
 #include "words/undo.h"
@@ -22,82 +24,102 @@ namespace
 {
 
 /// A number of an entry; nothing for another word.
-std::optional<std::int32_t> NumberOf(const std::string& word)
+std::optional<std::int32_t> NumberFrom(const std::string& word)
 {
     const auto number = WholeNumber<std::int32_t>(word);
     return number && *number > 0 ? number : std::nullopt;
 }
 
+struct UndoRows {
+    std::vector<Undoable> all; ///< newest first
+    std::vector<Path> unread;
+};
+
 /// What there is to undo; nothing, told, while it cannot be read.
-std::optional<UndoList> ListTold(Run& run)
+std::optional<UndoRows> RowsTold(Run& run)
 {
-    auto list = ReadUndoList(run.session.Folders());
-    if (list)
-        return std::move(list).Value();
-    TellFailure(run.session.host, GetMsg(Msg::UndosNotRead), list.Error());
+    UndoRows rows;
+    auto all = AllUndoable(run.session.Folders(), rows.unread);
+    if (all) {
+        rows.all = std::move(*all);
+        return rows;
+    }
+    TellFailure(run.session.host, GetMsg(Msg::UndosNotRead), all.Error());
     return {};
 }
 
 /// The entry that the words name.
-std::optional<ChangeHead> NamedEntry(Run& run)
+std::optional<Undoable> NamedEntry(Run& run)
 {
     const std::string& word = run.arguments.words.front();
-    const auto list = ListTold(run);
-    if (!list)
+    const auto rows = RowsTold(run);
+    if (!rows)
         return {};
-    for (const ChangeHead& entry : list->entries)
-        if (entry.id == NumberOf(word))
+    for (const Undoable& entry : rows->all)
+        if (NumberOf(entry) == NumberFrom(word))
             return entry;
-    const Path file = UndoEntryFile(run.session.Folders(), NumberOf(word).value_or(0));
+    const Path file = UndoEntryFile(run.session.Folders(), NumberFrom(word).value_or(0));
     const bool unread =
-        std::find(list->unread.begin(), list->unread.end(), file) != list->unread.end();
+        std::find(rows->unread.begin(), rows->unread.end(), file) != rows->unread.end();
     run.session.host.Tell(Tone::Error, unread ? GetMsg(Msg::UndoUnread, {TextOf(file)})
                                               : GetMsg(Msg::UndoUnknown, {word}));
     return {};
 }
 
 /// The newest entry of this archive; where it has none, one of another, which is refused in words.
-std::optional<ChangeHead> NewestEntry(Run& run, UndoWay way)
+std::optional<Undoable> NewestEntry(Run& run, UndoWay way)
 {
     const Folders folders = run.session.Folders();
-    if (!ListTold(run))
+    if (!RowsTold(run))
         return {};
-    auto entry = NextToUndo(folders, run.session.archive, way);
+    auto entry = NextUndoable(folders, run.session.archive, way);
     if (!entry)
-        entry = NewestUndo(folders, [&](const ChangeHead& other) {
-            return other.isUndone == (way == UndoWay::Redo);
-        });
+        entry = NewestUndoable(folders, way);
     if (!entry)
         run.session.host.Tell(
             Tone::Plain, GetMsg(way == UndoWay::Undo ? Msg::NothingToUndo : Msg::NothingToRedo));
     return entry;
 }
 
-bool TakeEntry(Run& run, const ChangeHead& head)
+bool TakeChange(Run& run, const ChangeHead& head)
 {
     const auto entry = ReadUndoEntry(run.session.Folders(), head.id);
     if (!entry) {
         TellFailure(run.session.host, GetMsg(Msg::NotUndone, {WhatWasDone(head)}), entry.Error());
         return false;
     }
-    if (!UndoChange(run.session, *entry))
+    return UndoChange(run.session, *entry);
+}
+
+bool TakeEntry(Run& run, const Undoable& entry)
+{
+    const auto* const change = std::get_if<ChangeHead>(&entry);
+    if (change != nullptr ? !TakeChange(run, *change)
+                          : !UndoWads(run.session, std::get<ImportNote>(entry)))
         return false;
     const std::string done =
-        GetMsg(entry->isUndone ? Msg::Redone : Msg::Undone, {WhatWasDone(*entry)});
+        GetMsg(IsUndone(entry) ? Msg::Redone : Msg::Undone, {WhatWasDone(entry)});
     run.face.Note(done);
     AddLine(run, done);
     return true;
 }
 
+bool MayTake(const Folders& folders, const Archive& archive, const Undoable& one)
+{
+    if (const auto* const import = std::get_if<ImportNote>(&one))
+        return bool{MayUndoImport(folders, *import)};
+    const auto entry = ReadUndoEntry(folders, NumberOf(one));
+    return entry && MayUndo(folders, archive, *entry);
+}
+
 /// An older one that can be taken, where a newer one was refused.
-std::optional<ChangeHead> NextThatMay(const Session& session, UndoWay way, std::int32_t before)
+std::optional<Undoable> NextThatMay(const Session& session, UndoWay way, std::int32_t before)
 {
     const Folders folders = session.Folders();
-    while (const auto head = NextToUndo(folders, session.archive, way, before)) {
-        if (const auto entry = ReadUndoEntry(folders, head->id);
-            entry && MayUndo(folders, session.archive, *entry))
-            return head;
-        before = head->id;
+    while (auto one = NextUndoable(folders, session.archive, way, before)) {
+        if (MayTake(folders, session.archive, *one))
+            return one;
+        before = NumberOf(*one);
     }
     return {};
 }
@@ -110,9 +132,10 @@ bool Take(Run& run, UndoWay way)
         return false;
     if (TakeEntry(run, *entry))
         return true;
-    if (run.FromWords() || ChangeWaits(run.session.Folders()))
+    const Folders folders = run.session.Folders();
+    if (run.FromWords() || ChangeWaits(folders) || ImportWaits(folders))
         return false;
-    entry = NextThatMay(run.session, way, entry->id);
+    entry = NextThatMay(run.session, way, NumberOf(*entry));
     return entry &&
            run.session.host.AskYesNo(
                GetMsg(way == UndoWay::Undo ? Msg::AskUndoOther : Msg::AskRedoOther,
@@ -128,6 +151,32 @@ bool Undo(Run& run)
 bool Redo(Run& run)
 {
     return Take(run, UndoWay::Redo);
+}
+
+void AddImport(Run& run, const ImportNote& entry)
+{
+    const Folders folders = run.session.Folders();
+    const bool here = IsOfThisFolder(folders, entry);
+    const std::string what = WhatWasDone(Undoable{entry});
+    const std::string made = DateText(entry.madeNs);
+    const std::uint64_t bytes = BytesOfImport(folders, entry.id);
+    if (run.json != nullptr) {
+        run.json->push_back({{"id", entry.id},
+                             {"what", what},
+                             {"code", originalCode},
+                             {"name", ""},
+                             {"made", made},
+                             {"size", bytes},
+                             {"undone", entry.isUndone},
+                             {"here", here},
+                             {"folder", Readable(entry.folder.path)}});
+        return;
+    }
+    std::string shown = entry.isUndone ? GetMsg(Msg::UndoLineRedo, {what}) : what;
+    if (!here)
+        shown = GetMsg(Msg::UndoLineOtherEditor, {shown});
+    AddLine(run, GetMsg(Msg::UndoLine, {std::to_string(entry.id), made,
+                                        FormatSize(static_cast<double>(bytes)), shown}));
 }
 
 void AddEntry(Run& run, const ChangeHead& entry)
@@ -161,12 +210,16 @@ bool ListUndoable(Run& run)
 {
     if (run.json != nullptr)
         *run.json = Json::array();
-    const auto list = ListTold(run);
-    if (!list)
+    const auto rows = RowsTold(run);
+    if (!rows)
         return false;
-    for (auto entry = list->entries.rbegin(); entry != list->entries.rend(); ++entry)
-        AddEntry(run, *entry);
-    for (const Path& file : list->unread)
+    for (const Undoable& one : rows->all) {
+        if (const auto* const change = std::get_if<ChangeHead>(&one))
+            AddEntry(run, *change);
+        else
+            AddImport(run, std::get<ImportNote>(one));
+    }
+    for (const Path& file : rows->unread)
         run.session.host.Tell(Tone::Warning, GetMsg(Msg::UndoUnread, {TextOf(file)}));
     return true;
 }
@@ -190,14 +243,14 @@ std::string WrongUndo(Run& run)
         return GetMsg(Msg::WrongWordTooMany, {words.front()});
     if (run.json != nullptr && !WantsList(run))
         return GetMsg(Msg::WrongOptionHere, {"--json", "undo"});
-    if (!words.empty() && !NumberOf(words.front()))
+    if (!words.empty() && !NumberFrom(words.front()))
         return GetMsg(Msg::WrongWordTooMany, {words.front()});
     return {};
 }
 
 ShownNow ShownFor(const Folders& folders, const Archive& archive, UndoWay way)
 {
-    const auto entry = NextToUndo(folders, archive, way);
+    const auto entry = NextUndoable(folders, archive, way);
     const bool undo = way == UndoWay::Undo;
     if (!entry)
         return {GetMsg(undo ? Msg::UndoNone : Msg::RedoNone), false};

@@ -8,9 +8,13 @@
 #include "upkeep/copy_more_info.h"
 #include "upkeep/create_tr4_infos.h"
 #include "upkeep/equal_check.h"
+#include "upkeep/move_archive.h"
+#include "upkeep/recover_archive.h"
 #include "words/commands.h"
 #include "words/levels.h"
 #include "words/menus.h"
+#include "words/moving.h"
+#include "words/recovering.h"
 
 #include <nlohmann/json.hpp>
 
@@ -90,6 +94,34 @@ bool MakeIndex(Run& run)
     return CreateTr4Infos(run.session.host, run.session.Folders(), run.session.archive);
 }
 
+bool Move(Run& run)
+{
+    if (!run.FromWords())
+        return MoveArchive(run.session);
+    const bool moved = MoveArchive(run.session, PlaceFromWord(run.arguments.words.front()));
+    if (moved && run.json != nullptr)
+        *run.json = {{"archive", TextOf(run.session.ArchivePath())},
+                     {"folder", TextOf(run.session.Folders().levels)}};
+    return moved;
+}
+
+bool Recover(Run& run)
+{
+    if (!run.FromWords())
+        return RecoverArchive(run.session);
+    RecoverWish wish;
+    wish.folder = PlaceFromWord(run.arguments.words.front());
+    for (const std::string& disc : run.arguments.ValuesOf("--discs"))
+        wish.discs.push_back(PlaceFromWord(disc));
+    wish.takeAside = run.arguments.Has("--set-aside");
+    const bool recovered = RecoverArchive(run.session, wish);
+    if (recovered && run.json != nullptr)
+        *run.json = {{"archive", TextOf(run.session.ArchivePath())},
+                     {"folder", TextOf(run.session.Folders().levels)},
+                     {"levels", run.session.archive.levels.size()}};
+    return recovered;
+}
+
 bool CopyDocuments(Run& run)
 {
     return CopyMoreInfoFiles(run.session);
@@ -102,8 +134,16 @@ std::span<const CommandRow> UpkeepCommands()
     static const CommandRow rows[] = {
         {.window = {.control = "mnu_MoveArc",
                     .caption = Msg::MenuMoveArchive,
-                    .menu = "mnu_Manutenzione",
-                    .available = false}},
+                    .menu = "mnu_Manutenzione"},
+         .terminal = {.word = "move",
+                      .usage = Msg::UseMove,
+                      .summary = Msg::SumMove,
+                      .json = Msg::KeysMove,
+                      .leastWords = 1,
+                      .mostWords = 1},
+         .needs = Needs::Archive,
+         .touches = Touches::Stores,
+         .run = Move},
         {.terminal = {.word = "recompress",
                       .usage = Msg::UseRecompress,
                       .summary = Msg::SumRecompress},
@@ -183,12 +223,21 @@ std::span<const CommandRow> UpkeepCommands()
          .run = CopyDocuments},
         {.window = {.control = "mnu_Recover",
                     .caption = Msg::MenuRecover,
-                    .menu = "mnu_Manutenzione",
-                    .available = false}},
-        {.window = {.control = "mnu_MoveOnCd",
-                    .caption = Msg::MenuMoveOnCd,
-                    .menu = "mnu_Tools",
-                    .available = false},
+                    .menu = "mnu_Manutenzione"},
+         .terminal = {.word = "recover",
+                      .usage = Msg::UseRecover,
+                      .summary = Msg::SumRecover,
+                      .json = Msg::KeysRecover,
+                      .leastWords = 1,
+                      .mostWords = 1,
+                      .options = {OptionRow{"--discs", true, true, true},
+                                  FlagOption("--set-aside")}},
+         .needs = Needs::LevelEditor,
+         .touches = Touches::Stores,
+         .run = Recover},
+        {.window = {.control = "mnu_MoveOnCd", .caption = Msg::MenuMoveOnCd, .menu = "mnu_Tools"},
+         .needs = Needs::Archive,
+         .touches = Touches::Stores,
          .help = HelpTag::LevelsOnCd},
     };
     return rows;

@@ -3,6 +3,7 @@
 #include "app/opening.h"
 #include "app/result_text.h"
 #include "core/text.h"
+#include "editor/wad_undo.h"
 #include "intake/wad_packages.h"
 #include "words/menus.h"
 #include "words/wads.h"
@@ -78,8 +79,9 @@ bool ImportPackages(Run& run)
 
 bool UndoImport(Run& run)
 {
-    std::string subject = NewestImport(run.session.Folders()).value_or(std::string{});
-    if (!run.FromWords() && !subject.empty() &&
+    const auto newest = NewestImport(run.session.Folders());
+    std::string subject = newest ? Readable(newest->subject) : std::string{};
+    if (!run.FromWords() && newest &&
         !run.session.host.AskYesNo(GetMsg(Msg::AskUndoImport, {subject})))
         return false;
     if (!UndoNewestImport(run.session, subject))
@@ -136,11 +138,11 @@ std::span<const CommandRow> WadsCommands()
                     .menu = "mnu_Tools",
                     .shown =
                         [](const Session& session) {
-                            const auto subject = NewestImport(session.Folders());
-                            return ShownNow{subject
-                                                ? GetMsg(Msg::UndoImportOf, {OnOneLine(*subject)})
-                                                : GetMsg(Msg::MenuUndoImportWads),
-                                            subject.has_value()};
+                            const auto newest = NewestImport(session.Folders());
+                            return ShownNow{newest ? GetMsg(Msg::UndoImportOf,
+                                                            {OnOneLine(Readable(newest->subject))})
+                                                   : GetMsg(Msg::MenuUndoImportWads),
+                                            newest.has_value()};
                         }},
          .terminal = {.word = "wads", .verb = "undo"},
          .needs = Needs::Archive,

@@ -3,6 +3,7 @@
 #include "app/command_table.h"
 #include "app/result_text.h"
 #include "app/run_command.h"
+#include "app/session_discs.h"
 #include "app/start_up.h"
 #include "cli/completion.h"
 #include "cli/help.h"
@@ -107,6 +108,7 @@ int RunCommand(const CommandRow& first, const Arguments& arguments)
     DesktopMachine machine;
     TerminalList list;
     Session session{host, machine, list, {}};
+    const SessionDiscs discs{session};
     Json json;
     Run run{session, host, arguments};
     if (arguments.Has("--json"))
@@ -115,6 +117,8 @@ int RunCommand(const CommandRow& first, const Arguments& arguments)
         return WrongUse(&first, wrong);
     const platform::FolderMemory folders;
     const bool done = RunFromWords(RowOf(first, run), run) && !host.LeftUnanswered();
+    if (!session.programFolder.empty())
+        GiveDiscsBack(session);
     if (run.json != nullptr && !json.is_null())
         run.text = JsonText(json, 1) + "\n";
     return Finish(run.text, done ? Exit::Done : Exit::Failed);

@@ -177,6 +177,20 @@ Status PackAll(PracticeMade& made, const Path& aside, const PracticeProgress& pr
     return {};
 }
 
+/// Three files that are blank discs, and the empty folder in which the drive shows the disc in it.
+Status MakeBlankDiscs(const Path& discs)
+{
+    constexpr int blanks = 3;
+    if (Status made = MakeFolders(InFolder(discs, OnDisk::FragPracticeSeen)); !made)
+        return made;
+    for (int i = 1; i <= blanks; ++i)
+        if (Status made = WriteWholeFile(
+                InFolder(discs, Filled(OnDisk::FragPracticeBlank, {std::to_string(i)})), {}, false);
+            !made)
+            return made;
+    return {};
+}
+
 Status MakeAll(const Path& aside, const PracticePrograms& programs,
                const PracticeProgress& progress, const PracticeOptions& options, PracticeMade& made)
 {
@@ -204,10 +218,27 @@ Status MakeAll(const Path& aside, const PracticePrograms& programs,
             return put;
     if (Status finished = FinishPackages(packages, programs); !finished)
         return finished;
+    if (Status discs = MakeBlankDiscs(aside / made.discs.filename()); !discs)
+        return discs;
     return PackAll(made, aside, progress, static_cast<int>(jobs.size()));
 }
 
 } // namespace
+
+std::optional<DriveSetting> PracticeDrive(const Path& trle)
+{
+    // The largest level takes 96 of them; a plan leaves some room, and the next level does not fit.
+    constexpr std::uint64_t discMegabytes = 105;
+    const Path dir = trle.parent_path();
+    const Path discs = InFolder(dir, OnDisk::FragPracticeDiscs);
+    const Path seen = InFolder(discs, OnDisk::FragPracticeSeen);
+    if (trle != InFolder(dir, OnDisk::FragPracticeTrle) || !FolderExists(seen))
+        return std::nullopt;
+    return DriveSetting{
+        std::string{OnDisk::PracticeDriveName},
+        InFolder(discs, Filled(OnDisk::FragPracticeBlank, {std::to_string(1)})).native(),
+        seen.native(), discMegabytes, true};
+}
 
 PracticePrograms StandInsIn(const Path& folder)
 {
@@ -223,7 +254,8 @@ Result<PracticeMade> MakePracticeFolder(const Path& dir, const PracticePrograms&
     made.trle = InFolder(dir, std::string{OnDisk::FragPracticeTrle});
     made.levels = InFolder(dir, std::string{OnDisk::FragPracticeLevels});
     made.packages = InFolder(dir, std::string{OnDisk::FragPracticePackages});
-    for (const Path& taken : {made.trle, made.levels, made.packages}) {
+    made.discs = InFolder(dir, std::string{OnDisk::FragPracticeDiscs});
+    for (const Path& taken : {made.trle, made.levels, made.packages, made.discs}) {
         const auto isFree = IsFree(taken);
         if (!isFree)
             return isFree.Error();
@@ -240,7 +272,7 @@ Result<PracticeMade> MakePracticeFolder(const Path& dir, const PracticePrograms&
     const Path aside = StagedNameFor(made.trle);
     Status status = MakeAll(aside, programs, progress, options, made);
     std::vector<Path> moved; // what else stands there is not ours
-    for (const Path& target : {made.levels, made.packages, made.trle}) {
+    for (const Path& target : {made.levels, made.packages, made.discs, made.trle}) {
         if (!status)
             break;
         if (const auto failure = platform::Rename(aside / target.filename(), target))

@@ -2,8 +2,10 @@
 
 #include "core/names.h"
 #include "core/result.h"
+#include "formats/drive_setting.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,16 +35,21 @@ struct PracticeMade {
     Path trle;              ///< passes for a Level Editor's folder
     Path levels;            ///< a folder a level, some also as zips
     Path packages;          ///< levels that need work, folders and zips: sources, setups, wads
+    Path discs;             ///< files that are blank discs, and where a drive shows its disc
     std::vector<Path> zips; ///< of the levels
     std::string remark;     ///< what could not be made, in words; empty otherwise
 };
 
-/// Makes `dir`/trle, with the stand-ins as its programs, `dir`/levels and `dir`/packages, all from
-/// content of our own that is the same in every run. Whole or not at all: it is made aside and
-/// renamed at the end. `Refused` with words when one of them is there, `Missing` with words when a
-/// program is not, `Stopped` by the progress.
+/// Makes `dir`/trle, with the stand-ins as its programs, `dir`/levels, `dir`/packages and
+/// `dir`/discs, all from content of our own that is the same in every run. Whole or not at all: it
+/// is made aside and renamed at the end. `Refused` with words when one of them is there, `Missing`
+/// with words when a program is not, `Stopped` by the progress.
 Result<PracticeMade> MakePracticeFolder(const Path& dir, const PracticePrograms& programs,
                                         const PracticeProgress& progress,
                                         const PracticeOptions& options = {});
+
+/// The drive of the settings that belongs to a practice folder, by its Level Editor's folder; none
+/// for any other folder. It writes, and its discs are so small that the five levels take three.
+std::optional<DriveSetting> PracticeDrive(const Path& trle);
 
 } // namespace kestrova

@@ -54,7 +54,10 @@ template <class Text> void Fill(QComboBox& box, const std::vector<Path>& rows, T
     for (const Path& row : rows)
         texts.append(ToQt(Readable(text(row))));
     box.clear();
-    box.addItems(texts);
+    for (const QString& shown : texts) {
+        box.addItem(shown);
+        box.setItemData(box.count() - 1, shown, Qt::ToolTipRole);
+    }
 }
 
 } // namespace
@@ -122,6 +125,9 @@ QLayout* AssistantDialog::MakeChoice()
     wads_->setPlaceholderText(Words(Msg::AssistantChooseWads));
     for (QComboBox* box : {toms_, wads_})
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    // A long name does not fit into its box.
+    for (QComboBox* box : {toms_, wads_})
+        connect(box, &QComboBox::currentTextChanged, box, &QComboBox::setToolTip);
     essential_->setObjectName(QStringLiteral("Check_Essenziali"));
     auto* grid = new QGridLayout;
     grid->addWidget(WordsFor(toms_, "Label_Sorgenti"), 0, 0);

@@ -23,15 +23,6 @@ namespace
 constexpr int restoreWidth = 520;
 constexpr int restoreSteps = 1000;
 
-QLabel* NamedLabel(QWidget* parent, const char* name)
-{
-    auto* label = new QLabel(parent);
-    label->setObjectName(QString::fromLatin1(name));
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
-
 } // namespace
 
 RestoreDialog::RestoreDialog(Session& session, QWidget* parent)

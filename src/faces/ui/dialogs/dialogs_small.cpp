@@ -31,6 +31,15 @@ QPushButton* NamedButton(QWidget* parent, const char* name)
     return button;
 }
 
+QLabel* NamedLabel(QWidget* parent, const char* name)
+{
+    auto* label = new QLabel(parent);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
 QHBoxLayout* AnswerButtons(QDialog& dialog)
 {
     auto* ok = NamedButton(&dialog, "Pul_Ok");
@@ -51,12 +60,6 @@ bool MayDropTyped(Session& session)
 {
     const Operation operation{session};
     return session.host.AskYesNo(GetMsg(Msg::AskDropTyped));
-}
-
-void MarkNotAvailable(QWidget& control)
-{
-    control.setEnabled(false);
-    control.setToolTip(Words(Msg::NotAvailableYet));
 }
 
 SplashDialog::SplashDialog(const QPixmap& picture) : QDialog(nullptr, Qt::SplashScreen)

@@ -5,6 +5,7 @@
 #include <QDialog>
 
 class QHBoxLayout;
+class QLabel;
 class QPushButton;
 
 namespace kestrova
@@ -37,11 +38,11 @@ public:
 
 /// Parts that several dialogs are made of.
 QPushButton* NamedButton(QWidget* parent, const char* name);
+/// Shows any text as it is, on as many lines as it takes.
+QLabel* NamedLabel(QWidget* parent, const char* name);
 /// `Pul_Help`, `Pul_Ok`, `Pul_Cancel` in a row; the last two accept and reject the dialog.
 QHBoxLayout* AnswerButtons(QDialog& dialog);
 /// Asks before a window closes whose texts nobody has stored; closing the question means No.
 bool MayDropTyped(Session& session);
-/// A button of a command that a later version brings.
-void MarkNotAvailable(QWidget& control);
 
 } // namespace kestrova

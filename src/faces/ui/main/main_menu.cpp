@@ -3,7 +3,6 @@
 #include "app/command_table.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/qt_text.h"
-#include "words/ui_shared.h"
 
 #include <QMenu>
 #include <algorithm>
@@ -86,11 +85,6 @@ QAction* AddCommand(QMenu& menu, const CommandRow& row, std::string_view name, c
     action->setObjectName(Name(name));
     // Roles would move commands to other menus on some desktops.
     action->setMenuRole(QAction::NoRole);
-    if (!row.window.available) {
-        action->setEnabled(false);
-        action->setToolTip(Words(Msg::NotAvailableYet));
-        action->setStatusTip(Words(Msg::NotAvailableYet));
-    }
     QObject::connect(action, &QAction::triggered, &menu, [invoke, &row] { invoke(row); });
     return action;
 }

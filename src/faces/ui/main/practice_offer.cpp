@@ -1,5 +1,6 @@
 #include "ui/main/practice_offer.h"
 
+#include "app/disc_drives.h"
 #include "core/file_kinds.h"
 #include "editor/find_trle.h"
 #include "editor/folder_test.h"
@@ -67,6 +68,7 @@ std::optional<Path> OfferPracticeFolder(Session& session)
         session.host.Tell(Tone::Plain, made->remark);
     if (Trim(session.preferences.downloadFolder) == OnDisk::DefaultDownloadFolder)
         session.preferences.downloadFolder = made->levels.native();
+    AddPracticeDrive(session.settings, made->trle);
     return made->trle;
 }
 

@@ -1,11 +1,13 @@
 #include "ui/main/program.h"
 
 #include "app/init_program.h"
+#include "app/session_discs.h"
 #include "platform/end_signals.h"
 #include "platform/places.h"
 #include "ui/desktop/file_names.h"
 #include "ui/desktop/host_windows.h"
 #include "ui/desktop/machine_windows.h"
+#include "ui/dialogs/dialog_setup_cd.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
 #include "ui/main/main_window.h"
@@ -184,7 +186,10 @@ int RunWindows(int argc, char** argv)
         return 1;
     }
     Session session{host, machine, list, *folder};
-    return ShowWindows(application, session, list, options.items);
+    const SessionDiscs discs{session, WindowsForDiscs()};
+    const int code = ShowWindows(application, session, list, options.items);
+    GiveDiscsBack(session);
+    return code;
 }
 
 } // namespace kestrova

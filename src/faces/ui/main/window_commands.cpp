@@ -15,6 +15,7 @@
 #include "ui/dialogs/dialog_convert_audio.h"
 #include "ui/dialogs/dialog_import_shot.h"
 #include "ui/dialogs/dialog_installa_trle.h"
+#include "ui/dialogs/dialog_muovi_su_cd.h"
 #include "ui/dialogs/dialog_new_level.h"
 #include "ui/dialogs/dialog_pref_arc.h"
 #include "ui/dialogs/dialog_resize.h"
@@ -71,6 +72,7 @@ const WindowCommands::Opens WindowCommands::windows[] = {
      [](WindowCommands& at) { CompareTrleDialog(at.session_, &at.window_).exec(); }},
     {"mnu_InstallTrleFolder", [](WindowCommands& at) { at.SetUpEditor(SetupFrom::Folder); }},
     {"mnu_InstallComprTrle", [](WindowCommands& at) { at.SetUpEditor(SetupFrom::Zips); }},
+    {"mnu_MoveOnCd", [](WindowCommands& at) { ShowDiscs(at.session_, &at.window_); }},
     {"mnu_ImportWads", [](WindowCommands& at) { ShowAddWads(at.session_, &at.window_); }},
     {"mnu_About", [](WindowCommands& at) { AboutDialog(&at.window_).exec(); }},
 };

@@ -3,6 +3,8 @@
 #include "ui/widgets/qt_text.h"
 #include "words/assistant.h"
 #include "words/captions.h"
+#include "words/disc_windows.h"
+#include "words/discs_window.h"
 #include "words/help.h"
 #include "words/installers.h"
 #include "words/level_setup.h"
