@@ -175,6 +175,9 @@ seed script_text script script
 seed language_text strings strings
 printf 'city|mill.v2\nangkor|City\n%s' '<p>Use <b>angkor</b>.wad for city.tom&#46; MILL.V2.TOM: city.wad, angkor.wad' >readme
 seed link_analysis readme readme
+printf 'toy=a%%7Cdisc.iso|seen here|650|writes' >drive
+printf 'copy\0/seen\0\0/a disc.iso\0005\0006\0007\0008\0ff\0' >note
+for name in drive note; do seed drive_setting "$name" "$name"; done
 seed help_index help help
 seed help_word help help
 seed help_topics topics topics

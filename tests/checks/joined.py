@@ -3,7 +3,8 @@
 
 The build under the sanitizers does so. What a source keeps in its unnamed namespace is then seen by
 the sources behind it, so no two of a folder call a thing the same: functions may differ in what they
-take, and the same alias may stand in several.
+take, and the same alias may stand in several. A type that others can see bears a name of its own in
+the whole of the sources: of two the linker would take one for both.
 """
 
 import collections
@@ -51,7 +52,25 @@ def declared_names(text):
             yield function[1], re.sub(r"(?<=[ &*])\w+(?=[,)])", "", taken), False
 
 
+def shared_types(text):
+    """Types outside of unnamed namespaces, where they are told whole."""
+    for line in UNNAMED.sub("", text).splitlines():
+        if (found := TYPE.match(line)) and not line.endswith(";") and "::" not in line[:found.end() + 2]:
+            yield found[1]
+
+
+def doubled_types(root):
+    known = {}
+    for file in sorted((root / "src").rglob("*.h")) + sorted((root / "src").rglob("*.cpp")):
+        for name in shared_types(file.read_text()):
+            first = known.setdefault(name, file)
+            # Each program is linked for itself.
+            if first != file and "mains" not in file.parts:
+                yield f"{file.relative_to(root)}: {name} is a type of {first.relative_to(root)} too"
+
+
 def faults(root):
+    yield from doubled_types(root)
     folders = collections.defaultdict(list)
     for top in ("src", "tests"):
         both = [*(root / top).rglob("*.h"), *(root / top).rglob("*.cpp")]
@@ -96,6 +115,12 @@ def self_test():
                             ("bool Has(const B& b)\n{\n}", 0)):
             other.write_text(frame.format(text))
             assert len(list(faults(root))) == found, (text, list(faults(root)))
+        (root / "src" / "b").mkdir()
+        (root / "src" / "a" / "z.h").write_text("struct Way;\nstruct Row {\n};\n")
+        for text, found in (("struct Row;\n", 0), (frame.format("struct Row {\n};\n"), 0),
+                            ("class Row {\n};\n", 1)):
+            (root / "src" / "b" / "z.cpp").write_text(text)
+            assert len(list(doubled_types(root))) == found, (text, list(doubled_types(root)))
 
 
 if sys.argv[1] == "--self-test":

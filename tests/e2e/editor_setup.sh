@@ -48,3 +48,9 @@ errs "is not TRLE folder"
 rm "$box/disc/trle/audio/007.wav"
 expect 1 --no editor setup --folder "$box/disc" --to "$box/third"
 [[ ! -e $box/third ]] || die "a part was left"
+
+# No switch leads to a place that nobody named.
+truncate -s 8T "$box/disc/trle/large.wad"
+expect 1 --yes editor setup --folder "$box/disc" --to "$box/third"
+errs "Left unanswered: Warning. Unit [C:] has not enough free space"
+[[ ! -e $box/third ]] || die "a part was left"

@@ -28,6 +28,8 @@ PY
 [[ ! -e $box/data/mime/packages/brivanta.xml ]] || die "there is no Brivanta"
 if type -P update-mime-database >/dev/null; then
     grep -q 'application/x-kestrova-archive:\*.kva' "$box/data/mime/globs2" || die "not in the lists"
+    expect 0 file-types
+    [[ ! -s $box/err ]] || die "the desktop knows it already"
 fi
 echo tool >"$box/home/Brivanta.exe"
 expect 0 file-types

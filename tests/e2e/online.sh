@@ -130,7 +130,7 @@ expect 0 config find "$box/served"
 silent
 expect 1 config find "$box/nowhere"
 
-# A level that comes without one is added with it: only after a yes, and only where a server is set.
+# A level that comes without one is added with it: only when that is said, and where a server is set.
 make_trle "$box/trle"
 expect 0 setup --trle "$box/trle" --full --folder-is-original
 expect 0 new --folder "$box/levels" "$box/my.kva"
@@ -142,13 +142,15 @@ expect 0 --yes urls make "$box/made/list.json" "$box/served/urllist.bin"
 expect 0 set update-servers "$site/urllist.bin"
 expect 0 set check-equal off
 expect 0 urls update
-expect 0 add "$box/made/valley/data"
-said "data"
-expect 0 --no add "$box/made/valley/data" --name Refused
-said "Refused"
-expect 0 --yes add "$box/made/valley/data"
+for switch in "" --no --yes; do
+    # shellcheck disable=SC2086
+    expect 0 $switch add "$box/made/valley/data" --name Unasked
+    said "Unasked"
+    errs "with --fetch"
+done
+expect 0 add "$box/made/valley/data" --fetch
 said "The lost valley"
 expect 0 set update-servers ""
-expect 0 --yes add "$box/made/valley/data" --name Unasked
+expect 0 add --fetch "$box/made/valley/data" --name Unasked
 said "Unasked"
 ! grep -q "Probably there is" err || die "asked without a server"

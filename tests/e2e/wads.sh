@@ -61,3 +61,18 @@ expect 0 --yes mend
 [[ $(both) == "$hanging" ]] || die "the killed import left something"
 mv "$box/tom2pc.kept" "$trle/tom2pc.exe"
 [[ $(both) == "$before" ]] || die "not as it was"
+
+# It is one of the changes that undo lists, and is done again without its package.
+cp "$wads" once.zip
+expect 0 wads import once.zip
+rm once.zip
+after=$(both)
+expect 0 undo --list --json
+json "j[0]['what'] == 'import of wads (once.zip)' and j[0]['here'] and not j[0]['undone']"
+expect 0 undo
+said "once.zip"
+[[ $(both) == "$before" ]] || die "undo left something of the import"
+expect 0 undo --redo
+[[ $(both) == "$after" ]] || die "the import was not done again"
+expect 0 wads undo
+[[ $(both) == "$before" ]] || die "not as it was at the end"

@@ -4,9 +4,12 @@
 #include "platform/user_folders.h"
 #include "world/tool_box.h"
 
+#include <algorithm>
 #include <csignal>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 namespace kestrova::testing
 {
@@ -50,6 +53,27 @@ TEST_F(BoundedRun, WhatItLeavesBehindIsWaitedFor)
 {
     EXPECT_TRUE(Run("setsid sh -c 'sleep 0.4; echo late >late' >/dev/null 2>&1 &"));
     EXPECT_EQ(box.Read("trle/late"), "late\n");
+}
+
+TEST_F(BoundedRun, WhatAKilledRunLeftIsEndedLater)
+{
+    const pid_t killed = ::fork();
+    if (killed == 0) {
+        (void)Run("setsid sleep 60 >/dev/null 2>&1 & echo $! >left.new; mv left.new left; wait");
+        ::_exit(0);
+    }
+    for (int i = 0; i < 500 && !box.Has("trle/left"); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds{20});
+    (void)::kill(killed, SIGKILL);
+    (void)::waitpid(killed, nullptr, 0);
+    ASSERT_TRUE(Runs("trle/left"));
+    Tools others = ToolsOf(box.session);
+    others.programFolder = box.root / "trle";
+    EXPECT_TRUE(EndForgottenRuns(others).empty()) << "another Kestrova's run is its own affair";
+    EXPECT_TRUE(Runs("trle/left"));
+    const auto ended = EndForgottenRuns(ToolsOf(box.session));
+    EXPECT_NE(std::find(ended.begin(), ended.end(), "sleep"), ended.end());
+    EXPECT_FALSE(Runs("trle/left"));
 }
 
 TEST_F(BoundedRun, WhatWineStartsForItselfIsWaitedForByNobody)
@@ -127,7 +151,8 @@ protected:
         const Path program = box.AddTool("strange.exe", script);
         const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
         BoundedWork work{program, {"one two"}, box.root / "trle", bounds};
-        work.enclosure = Enclosure{{box.root / "trle"}, {box.root / "shown"}};
+        work.enclosure =
+            Enclosure{{box.root / "trle"}, {box.root / "shown"}, {box.root / "trle/kept"}};
         return RunBounded(ToolsOf(box.session), box.machine, work, *progress, report);
     }
 };
@@ -135,17 +160,19 @@ protected:
 TEST_F(EnclosedRun, ReachesItsFoldersAlone)
 {
     box.Write("shown/text", "a text");
+    box.Write("trle/kept/own", "a builder's");
     const std::string home = platform::HomeFolder();
     const std::string reaches =
         "echo new >" + (box / "shown/new").native() + "; echo new >" +
         (box / "private/new").native() + "; cat " + (box / "private/letter").native() + "; ls -A " +
         home + ' ' + box.session.programFolder.native() + "; grep -c : /proc/net/dev >nets; cat " +
         (box / "shown/text").native() + " >got; echo \"$1\" >>got; ";
-    ASSERT_TRUE(RunInside(reaches + "ps -e | wc -l >count; exit 3"));
+    ASSERT_TRUE(RunInside(reaches + "rm -rf kept; ps -e | wc -l >count; exit 3"));
     EXPECT_EQ(report.end.code, 3);
     EXPECT_EQ(box.Read("trle/got"), "a textone two\n");
     EXPECT_EQ(box.Read("trle/nets"), "1\n") << "no network but its own";
     EXPECT_EQ(box.Read("trle/own"), "own");
+    EXPECT_EQ(box.Read("trle/kept/own"), "a builder's");
     EXPECT_FALSE(box.Has("shown/new"));
     EXPECT_FALSE(box.Has("private/new"));
     EXPECT_EQ(report.lastLines.find("a letter"), std::string::npos);

@@ -105,6 +105,19 @@ TEST_F(PracticeFolder, PassesForALevelEditorsFolder)
     EXPECT_TRUE(ListFiles(trle, "savegame.*")->empty());
 }
 
+TEST_F(PracticeFolder, BringsADriveThatWritesAndThreeBlankDiscs)
+{
+    const auto drive = PracticeDrive((*made)->trle);
+    ASSERT_TRUE(drive);
+    EXPECT_TRUE(drive->writes);
+    EXPECT_EQ(drive->medium, (*made)->discs / "disc1.iso");
+    EXPECT_TRUE(FolderExists(drive->folder));
+    EXPECT_EQ(ListFiles((*made)->discs, "*.iso")->size(), 3U);
+    EXPECT_EQ(FileSize(drive->medium), 0U);
+    EXPECT_FALSE(PracticeDrive((*made)->levels)); // of no other folder
+    EXPECT_FALSE(PracticeDrive((*made)->trle / "trle"));
+}
+
 TEST_F(PracticeFolder, NamesAreInMixedCase)
 {
     const Result<Tree> tree = ScanTree((*made)->trle);

@@ -1,3 +1,4 @@
+#include "editor/wad_undo.h"
 #include "ui/dialogs/dialog_add_wads.h"
 #include "ui/dialogs/dialog_scambia_nomi.h"
 #include "ui/widgets/captions.h"

@@ -89,7 +89,7 @@ public:
         alignas(dirent64) std::array<char, 4096> room;
         for (ssize_t got = 0; (got = ::getdents64(folder.Number(), room.data(), room.size())) > 0;)
             for (const char* at = room.data(); at < room.data() + got;) {
-                const auto* entry = reinterpret_cast<const dirent64*>(at);
+                const auto* entry = static_cast<const dirent64*>(static_cast<const void*>(at));
                 at += entry->d_reclen;
                 Take(folder, prefix, entry->d_name, entry->d_type);
             }

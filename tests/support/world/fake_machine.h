@@ -37,6 +37,14 @@ public:
     Result<std::uint64_t> FreeSpace(const Path&) override { return free; }
     std::vector<Drive> FixedDrives() override { return drives; }
     std::vector<Path> Discs() override { return discs; }
+    std::vector<platform::OpticalDrive> opticalDrives;
+    std::vector<std::pair<Path, platform::DoorMove>> doorsMoved;
+    std::vector<platform::OpticalDrive> OpticalDrives() override { return opticalDrives; }
+    Status MoveDoor(const Path& device, platform::DoorMove move) override
+    {
+        doorsMoved.emplace_back(device, move);
+        return {};
+    }
     Status Open(const std::string& fileOrAddress, const Path& folder) override;
     Result<std::int64_t> Start(const platform::Launch& launch) override;
     Status StartAndForget(const platform::Launch& launch) override

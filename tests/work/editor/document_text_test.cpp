@@ -1,5 +1,6 @@
 #include "editor/document_text.h"
 
+#include "tools/enclosure.h"
 #include "world/tool_box.h"
 
 #include <gtest/gtest.h>
@@ -103,6 +104,25 @@ TEST_F(ReadDocumentTest, AToolThatFailsIsNoHindrance)
     EXPECT_EQ(TextOf(bytes), "");
     box.AddTool("catdoc", "sleep 30 & echo early");
     EXPECT_EQ(TextOf(bytes), "early\r\n");
+}
+
+TEST_F(ReadDocumentTest, AToolReachesTheDocumentAlone)
+{
+    if (!HasReal("bwrap") || EncloserOf(ToolsOf(box.session)).empty())
+        GTEST_SKIP() << "programs cannot be enclosed here";
+    box.Write("private/letter", "a letter");
+    const std::string at = box.root.native();
+    box.AddTool("catdoc", "echo new >'" + at + "/private/new'; cat '" + at +
+                              "/private/letter'; for last; do :; done; tail -c 9 \"$last\"; echo "
+                              "changed >\"$last\"; exit 0");
+    EXPECT_EQ(TextOf(word + " city.wad"), " city.wad");
+    EXPECT_FALSE(box.Has("private/new"));
+    EXPECT_EQ(box.Read("readme"), word + " city.wad");
+    if (HasReal("pdftotext") && HasReal("catdoc")) {
+        std::filesystem::remove(box.session.programFolder / "catdoc");
+        EXPECT_NE(TextOf(rtf).find("using city.wad"), std::string::npos)
+            << "the real one works there";
+    }
 }
 
 TEST_F(ReadDocumentTest, NothingIsReadWithoutBounds)

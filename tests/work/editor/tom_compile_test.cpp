@@ -2,6 +2,7 @@
 
 #include "editor/compile_tom_file.h"
 #include "editor/compile_world.h"
+#include "originals/vault.h"
 #include "sandbox/faults.h"
 #include "world/windows_program.h"
 
@@ -99,8 +100,9 @@ TEST(TomCompile, ResultsComeOutAndTheFolderIsAsItWas)
 
 TEST(TomCompile, AFailureGivesTheFolderBack)
 {
-    for (const char* compiler : {"exit 0", "exit 1", "echo half >DATA/mill.tr4; kill -9 $$",
-                                 ": >DATA/mill.tr4", "head -c 2000000 /dev/zero; exit 3", ""}) {
+    for (const char* compiler :
+         {"exit 0", "exit 1", "echo half >DATA/mill.tr4; kill -9 $$", ": >DATA/mill.tr4",
+          "ln -s /etc/passwd DATA/mill.tr4", "head -c 2000000 /dev/zero; exit 3", ""}) {
         TomWorld world{compiler};
         SCOPED_TRACE(compiler);
         EXPECT_FALSE(world.Compile());
@@ -119,6 +121,43 @@ TEST(TomCompile, AFailureGivesTheFolderBack)
     EXPECT_FALSE(stopped.compile->NeedsPerson());
     EXPECT_TRUE(stopped.host.WasTold("was stopped"));
     stopped.ExpectBack();
+}
+
+TEST(TomCompile, WhatElseTheCompilerChangedIsTold)
+{
+    TomWorld world{compiles + "; echo other >script/script.txt; rm graphics/wads/other.wad"};
+    world.Write("trle/graphics/wads/other.wad", "the builder's other wad");
+    world.Write("trle/script/script.txt", "a script");
+    EXPECT_TRUE(world.Compile()) << world.host.AllTold();
+    EXPECT_TRUE(world.host.WasTold("changed or deleted other files"));
+    EXPECT_TRUE(world.host.WasTold("graphics/wads/other.wad"));
+    EXPECT_TRUE(world.host.WasTold("script/script.txt"));
+    EXPECT_FALSE(world.host.WasTold("Mill.WAD"));
+}
+
+TEST(TomCompile, AFolderThatTheCompilerMadeGivesWay)
+{
+    for (const char* litter : {"mkdir DATA/mill.tr4; echo work >DATA/mill.tr4/part",
+                               "mkdir DATA/Tower.tr4; echo work >DATA/Tower.tr4/part",
+                               "mkdir DATA/TOWER.tr4; echo work >DATA/TOWER.tr4/part",
+                               "cd graphics/wads; rm -f mill.wad; mkdir -p mill.wad/in/empty; "
+                               "ln -s / mill.wad/in/link; mkfifo mill.wad/in/pipe; "
+                               "echo work >mill.wad/in/part"}) {
+        TomWorld world{litter};
+        SCOPED_TRACE(litter);
+        EXPECT_FALSE(world.Compile());
+        world.host.told.clear();
+        world.compile->GiveUp();
+        world.ExpectBack();
+        EXPECT_TRUE(world.host.told.empty()) << world.host.AllTold();
+        for (const char* place : {"DATA/mill.tr4", "DATA/TOWER.tr4", "graphics/wads/mill.wad"})
+            EXPECT_FALSE(std::filesystem::is_directory(world.root / "trle" / place)) << place;
+        const auto kept = KeptFiles(world.session.Folders());
+        ASSERT_TRUE(kept);
+        EXPECT_TRUE(std::any_of(kept->begin(), kept->end(), [](const KeptFile& file) {
+            return ReadWholeFile(file.content).ValueOr("") == "work\n";
+        }));
+    }
 }
 
 TEST(TomCompile, ByHandThePersonGoesOnOrCancels)

@@ -144,6 +144,83 @@ TEST(WadImport, AnUndoThatIsKilledAnywhereIsBroughtToItsEnd)
     FAIL() << "never finished";
 }
 
+TEST(WadImport, UndoneItIsDoneAgainWhereverThatIsKilled)
+{
+    for (int step = 1; step < 2000; step = NextPoint(step + step / 12)) {
+        WadWorld world;
+        world.host.AnswerAll(true);
+        ASSERT_TRUE(world.Import());
+        const FileContents after = world.Both();
+        std::string subject;
+        ASSERT_TRUE(UndoNewestImport(world.session, subject));
+        EXPECT_FALSE(NewestImport(world.session.Folders()));
+        const auto undone = NewestImport(world.session.Folders(), UndoState::Undone);
+        ASSERT_TRUE(undone);
+        const KillRun run = WithKillAt(step, [&] { return UndoWads(world.session, *undone); });
+        SCOPED_TRACE("killed at step " + std::to_string(step) + ": " + run.call);
+        Session fresh = world.Reopened();
+        ASSERT_TRUE(RecoverInterruptedWork(fresh)) << world.host.AllTold();
+        const auto again = NewestImport(fresh.Folders(), UndoState::Undone);
+        EXPECT_NE(bool{again}, bool{NewestImport(fresh.Folders())});
+        EXPECT_EQ(world.Both(), again ? world.before : after);
+        if (again) {
+            EXPECT_TRUE(UndoWads(fresh, *again)) << world.host.AllTold();
+        }
+        EXPECT_EQ(world.Both(), after);
+        ExpectAsItWas(world, fresh);
+        EXPECT_EQ(ListSubfolders(world.root / "home/history/imports")->size(), 1u)
+            << "nothing is kept that no entry needs";
+        if (!run.killed || ::testing::Test::HasFailure())
+            return TellPoints(step - 1, 30);
+    }
+    FAIL() << "never finished";
+}
+
+TEST(WadImport, AnUndoThatHasNoRoomToKeepWhatGoesChangesNothing)
+{
+    WadWorld world;
+    ASSERT_TRUE(world.Import());
+    const FileContents after = world.Both();
+    std::string subject;
+    int failed = 0;
+    for (int step = 1; step < 200; ++step) {
+        const FaultRun run = WithFaultAt(
+            step, [&] { return UndoNewestImport(world.session, subject); },
+            std::errc::no_space_on_device, AfterFault::Fails);
+        if (run.reached && ImportWaits(world.session.Folders()))
+            break; // it is under way from here on
+        if (NewestImport(world.session.Folders())) {
+            ++failed;
+            EXPECT_EQ(world.Both(), after) << step << run.call;
+        }
+    }
+    EXPECT_GT(failed, 3);
+}
+
+TEST(WadImport, TheOldestUndoGoesWithAllThatItKept)
+{
+    WadWorld world;
+    world.session.settings.undoCount = 2;
+    for (int i = 0; i < 4; ++i) {
+        world.package["city.wad"] = "city's wad number " + std::to_string(i);
+        ASSERT_TRUE(world.Import());
+    }
+    const auto imports = ReadImports(world.session.Folders());
+    ASSERT_TRUE(imports);
+    EXPECT_EQ(imports->size(), 2u);
+    EXPECT_EQ(ListSubfolders(world.root / "home/history/imports")->size(), 2u);
+    EXPECT_EQ(imports->back().id, imports->front().id + 1);
+    world.session.settings.undoMegabytes = 0;
+    std::string subject;
+    ASSERT_TRUE(UndoNewestImport(world.session, subject)) << world.host.AllTold();
+    EXPECT_EQ(world.Read("trle/graphics/wads/city.wad"), "city's wad number 2");
+    const auto undone = NewestImport(world.session.Folders(), UndoState::Undone);
+    ASSERT_TRUE(undone) << "the newest stays";
+    EXPECT_EQ(ReadImports(world.session.Folders())->size(), 1u);
+    EXPECT_TRUE(UndoWads(world.session, *undone)) << world.host.AllTold();
+    EXPECT_EQ(world.Read("trle/graphics/wads/city.wad"), "city's wad number 3");
+}
+
 TEST(WadImport, OnAFailingDiskNothingIsLost)
 {
     for (const AfterFault after : {AfterFault::Works, AfterFault::Fails})

@@ -2,7 +2,8 @@
 
 #include "editor/compile_world.h"
 #include "editor/wad_import.h"
-#include "originals/import_return.h"
+#include "editor/wad_undo.h"
+#include "originals/undo_import.h"
 
 #include <fstream>
 

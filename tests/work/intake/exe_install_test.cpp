@@ -8,11 +8,13 @@
 #include "originals/folder_loan.h"
 #include "originals/vault.h"
 #include "sandbox/faults.h"
+#include "session/held_folders.h"
 #include "swap/recovery.h"
 #include "world/tool_box.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
+#include <map>
 #include <set>
 
 namespace kestrova::testing
@@ -162,6 +164,78 @@ TEST(ExeInstall, AProgramThatFailsLeavesTheFolderAsItWas)
     EXPECT_FALSE(notStarted.Install());
     EXPECT_TRUE(notStarted.host.WasTold("Error executing: "));
     notStarted.ExpectBack();
+}
+
+/// Kind, rights and time of all that stands in a folder, whatever shows it.
+std::map<std::string, std::string> Standing(const Path& folder)
+{
+    namespace fs = std::filesystem;
+    std::map<std::string, std::string> all;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator{folder}) {
+        const fs::file_status status = entry.symlink_status();
+        const bool isLock = entry.path().filename() == ".kv~lock" && fs::is_regular_file(status);
+        if (isLock || entry.path().filename() == "Kestrva.txt")
+            continue;
+        std::string& facts = all[entry.path().lexically_relative(folder).native()];
+        facts = std::to_string(static_cast<int>(status.type())) + ' ' +
+                std::to_string(static_cast<unsigned>(status.permissions()));
+        if (fs::is_regular_file(status))
+            facts += ' ' + std::to_string(entry.last_write_time().time_since_epoch().count());
+    }
+    return all;
+}
+
+TEST(ExeInstall, WhateverStandsThereAfterwardsTheFolderIsAsItWas)
+{
+    const char* const cases[] = {
+        "mkfifo $t/DATA/p.tr4; mkdir $t/n; mkfifo $t/n/p; echo x >$t/.kv~own; mkdir $t/.kv~lent",
+        "rm $t/papers; mkfifo $t/papers",
+        "rm $t/papers; mkdir $t/papers; mkfifo $t/papers/p",
+        "rm $t/own.0; mkdir -p $t/own.0/deep; mkfifo $t/own.0/deep/p; echo x >$t/own.0/f",
+        "rm -rf $t/script; mkfifo $t/script",
+        "rm -rf $t/script; ln -s /etc $t/script",
+        "rm -rf $t/.kv~lock; mkdir $t/.kv~lock",
+        "for f in $t/*.dat $t/own.0 $t/audio/*; do touch -d 2001-01-01 $f; done",
+        "mkdir $t/n; echo x >$t/n/a; chmod 0 $t/n/a $t/n $t/own.0 $t/english.dat; "
+        "chmod 0 $t/script $t/DATA; chmod 500 $t",
+        "n=$(printf %0200d 1); cd $t; for i in $(seq 30); do mkdir $n; cd $n; done; echo x >a",
+        "mkdir d; echo x >d/x; chmod 0 d; chmod 500 .",
+    };
+    for (const char* const script : cases)
+        for (const bool enclosed : {false, true}) {
+            SCOPED_TRACE(std::string{script} + (enclosed ? ", enclosed" : ""));
+            ExeWorld world{std::string{"t=$TRLE; echo level >$t/DATA/city.tr4; "} + script,
+                           enclosed};
+            world.Write("trle/own.0", "the builder's own");
+            std::filesystem::permissions(world / "trle/own.0", std::filesystem::perms{0640});
+            world.Write("elsewhere/manual.pdf", "read me");
+            std::filesystem::create_directory_symlink("../elsewhere", world / "trle/papers");
+            world.before = world.Snapshot("trle");
+            Intake& intake = world.Begin();
+            ASSERT_TRUE(HoldFolder(world.session.locks, world / "trle"));
+            const auto standing = Standing(world / "trle");
+            EXPECT_EQ(RunExeInstall(intake, {}), StepAnswer::GoesOn) << world.host.AllTold();
+            EXPECT_EQ(world.Read("levels/LEVEL_0001/files/city.tr4"), "level\n");
+            EXPECT_TRUE(Standing(world / "trle") == standing);
+            EXPECT_EQ(world.Read("elsewhere/manual.pdf"), "read me");
+            world.ExpectBack();
+        }
+}
+
+TEST(ExeInstall, MoreThanALevelMayTakeIsNotCopied)
+{
+    for (const char* const into : {"trle", "into"}) {
+        ExeWorld world{"truncate -s 3G $TRLE/../" + std::string{into} + "/city.tr4"};
+        world.Write("into/old.txt", "old");
+        Intake& intake = world.Begin();
+        intake.draft.installer = IntoFolder(world.session.Folders(), world / into);
+        ExeLevel level;
+        level.bounds.mostTaken = UINT64_C(1) << 30;
+        EXPECT_FALSE(world.Install(level));
+        EXPECT_TRUE(world.host.WasTold("3.0 Gb")) << world.host.AllTold();
+        EXPECT_TRUE(world.result.empty());
+        world.ExpectBack();
+    }
 }
 
 TEST(ExeInstall, ACompactBackupLeavesNewWavesInTheFolder)

@@ -84,6 +84,32 @@ TEST(OnlineConfig, IsOfferedForALevelWithAllItsFiles)
     EXPECT_EQ(config->name, "Valley");
 }
 
+TEST(OnlineConfig, APackageReachesTheLevelsOwnFolderAlone)
+{
+    OnlineWorld box;
+    constexpr std::uint32_t link = 0120777;
+    box.Write("served/hostile.zip", BuildZip({{"kestrova.cfg", box.Read("served/plain.cfg")},
+                                              {"../up.txt", "up"},
+                                              {"..\\..\\up.txt", "up"},
+                                              {"/tmp/kestrova-up.txt", "up"},
+                                              {"sub/deep.txt", "deep"},
+                                              {".kv~lock", "lock"},
+                                              {"out", "/etc", 0x0314, 0, link},
+                                              {"out/passwd", "up"}}));
+    box.SetList({{valley, box.server.Address("/hostile.zip")}});
+    FileContents before = box.Snapshot(".");
+    box.host.WillAsk("level named 'Valley'", true);
+    (void)box.Find(); // whether some of it comes or none
+    for (const auto& [file, content] : box.Snapshot(".")) {
+        const bool isNew = !before.contains(file) || before[file] != content;
+        EXPECT_TRUE(!isNew || Path{file}.parent_path().filename() == "level") << file;
+    }
+    EXPECT_FALSE(box.Has("level/sub"));
+    EXPECT_FALSE(box.Has("level/.kv~lock"));
+    EXPECT_FALSE(std::filesystem::is_symlink(box / "level/out"));
+    EXPECT_FALSE(std::filesystem::exists("/tmp/kestrova-up.txt"));
+}
+
 TEST(OnlineConfig, APlainFileBecomesTheConfigurationFile)
 {
     OnlineWorld box;

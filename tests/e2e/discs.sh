@@ -1,0 +1,91 @@
+#!/usr/bin/env bash
+# An archive goes onto discs and is played from them, comes back, moves, and is recovered.
+. "$(dirname "$0")/common.bash"
+
+# What the levels of an archive's folder hold, without what waits there to be undone.
+files_of() {
+    (cd "$1" && find . -path './LEVEL_*/files/*' -type f -print0 | sort -z |
+        xargs -0 -r sha256sum | sha256sum)
+}
+
+make_archive
+for level in dawn noon dusk; do
+    head -c 2200000 /dev/urandom >"from/$level/big.wav"
+    expect 0 --yes add --name "big $level" "from/$level"
+done
+before=$(files_of levels)
+original=$(tree trle)
+echo "my run" >levels/LEVEL_0004/backup_savegames/savegame.0
+
+for words in "discs" "discs burn" "discs create --images a --drive b" "discs plan --capacity x" \
+    "discs blank" "discs list" "discs insert a"; do
+    # shellcheck disable=SC2086
+    expect 2 $words
+done
+
+# Three discs of which each takes one big level, as images.
+expect 0 discs plan --capacity 11 --json
+json "[len(disc['levels']) for disc in j['discs']] == [4, 2] and not j['leftOut']"
+expect 1 discs create --images "$box/isos" --capacity 11
+[[ $(files_of levels) == "$before" ]] || die "files left the hard disk without a Yes"
+rm -r isos
+expect 0 --yes discs create --images "$box/isos" --capacity 11 --keep
+expect 0 levels --json
+json "all(level['cd'] == 0 for level in j)"
+rm -r isos
+expect 0 --yes discs create --images "$box/isos" --capacity 11 --remove
+expect 0 levels --json
+json "[level['cd'] for level in j] == [0, 1, 1, 1, 1, 2, 2]"
+[[ -z $(find levels -path '*/files/*') ]] || die "files stay on the hard disk"
+expect 0 discs verify --all
+expect 0 discs list "$(find isos -name '*.iso' | sort | head -1)"
+said "big.wav"
+
+# Each level plays from its disc, with what is its own on the hard disk.
+for code in 1 4 6; do
+    expect 0 play "$code" --no-start
+    expect 0 verify
+done
+expect 0 play 4 --no-start
+[[ $(<trle/savegame.0) == "my run" ]] || die "the savegame stayed behind"
+[[ -w trle/big.wav || -n $(find trle -iname big.wav -writable) ]] || die "read-only as on the disc"
+expect 0 export 4 "$box/out.zip"
+expect 1 --yes remove 4
+errs "cd"
+expect 0 original
+[[ $(tree trle) == "$original" ]] || die "the original configuration is another one"
+
+# A disc that is damaged, and one that is gone.
+second=$(find isos -name '*.iso' | sort | tail -1)
+cp "$second" kept.iso
+python3 - "$second" from/dusk/big.wav <<'DAMAGE'
+import sys
+with open(sys.argv[1], 'r+b') as disc:
+    at = disc.read().find(open(sys.argv[2], 'rb').read(64)) + 70000
+    disc.seek(at)
+    disc.write(b'scratch')
+DAMAGE
+expect 1 discs verify --all
+expect 1 play 6 --no-start
+[[ $(tree trle) == "$original" ]] || die "a damaged disc changed the folder"
+rm "$second"
+expect 1 play 6 --no-start
+errs "Kestrova #2"
+expect 0 discs image "$box/kept.iso"
+expect 0 play 6 --no-start
+expect 0 original
+
+# Everything comes back, moves, loses its list, and is recovered.
+expect 0 discs bring-back
+expect 0 levels --json
+json "all(level['cd'] == 0 for level in j)"
+[[ $(files_of levels) == "$before" ]] || die "not all came back as it was"
+expect 0 move "$box/elsewhere"
+[[ $(files_of elsewhere) == "$before" && ! -e levels/LEVEL_0001 ]] || die "the move"
+[[ $(<elsewhere/LEVEL_0004/backup_savegames/savegame.0) == "my run" ]] || die "the savegame stayed behind"
+rm my.kva
+expect 0 --yes recover "$box/elsewhere" --json
+json "j['levels'] == 7"
+expect 0 play 6 --no-start
+expect 0 original
+[[ $(tree trle) == "$original" ]] || die "the original configuration is another one at the end"

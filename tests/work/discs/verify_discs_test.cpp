@@ -1,0 +1,75 @@
+#include "discs/verify_discs.h"
+
+#include "session/disc_reader.h"
+#include "world/world.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+/// Every disc is a folder.
+class FolderDiscs : public DiscReader
+{
+public:
+    explicit FolderDiscs(Path folder) : folder_(std::move(folder)) {}
+    Result<Path> FolderOfDisc(const Archive&, const LevelRecord& level, DiscWish) override
+    {
+        return folder_ / ("levels" + std::to_string(level.cdNumber));
+    }
+    std::optional<Path> DiscOf(const Path&) override { return std::nullopt; }
+    Result<Path> RootOfImage(const Path&) override { return Failure{}; }
+    Status TakeImage(const Archive&, const Path&) override { return Failure{}; }
+    Result<DiscSetup> AskForSetup(const Archive&) override { return Failure{}; }
+
+private:
+    Path folder_;
+};
+
+} // namespace
+
+TEST(VerifyDiscs, FindsWhatIsNotAsItWasAndProvesWhatNobodyHadProved)
+{
+    World world;
+    world.MakeTrle();
+    world.MakeBackupAndArchive();
+    FolderDiscs discs{world.root};
+    world.session.discs = &discs;
+    for (const char* name : {"Alpha", "Beta"}) {
+        const LevelCode code = world.AddLevel(name, {{"a.tr4", name}});
+        world.session.archive.levels.back().cdNumber = code;
+        world.Write("levels" + std::to_string(code) + "/LEVEL_000" + std::to_string(code) +
+                        "/files/a.tr4",
+                    name);
+    }
+    const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
+    const DiscParts parts{world.session, *progress};
+    const auto good = [&](Verifying verifying) {
+        const auto found = VerifyDiscs(parts, verifying);
+        EXPECT_TRUE(found);
+        std::string text;
+        for (const VerifiedLevel& level : *found)
+            text += level.good ? "good " : "bad(" + level.fault + ") ";
+        return text;
+    };
+    EXPECT_EQ(good(Verifying::Fast), "good good ");
+    EXPECT_FALSE(FileExists(world / "levels/discs.json")) << "that proves nothing";
+    EXPECT_EQ(good(Verifying::All), "good good ");
+    EXPECT_TRUE(FindNoted(ReadDiscNote(world / "levels").Value(), 2, 2)->verified);
+
+    // Against the note, once the hard disk has no files of it.
+    std::filesystem::remove_all(world / "levels/LEVEL_0002/files");
+    EXPECT_EQ(good(Verifying::All), "good good ");
+    world.Write("levels2/LEVEL_0002/files/a.tr4", "BetA");
+    EXPECT_EQ(good(Verifying::Fast), "good good ");
+    EXPECT_EQ(good(Verifying::All),
+              "good bad(Beta is not on Kestrova #2 as it was written there: a.tr4) ");
+    EXPECT_FALSE(FindNoted(ReadDiscNote(world / "levels").Value(), 2, 2)->verified);
+    world.Write("levels2/LEVEL_0002/files/a.tr4", "Beta");
+    EXPECT_EQ(good(Verifying::All), "good good ");
+}
+
+} // namespace kestrova::testing
