@@ -38,9 +38,10 @@ if(CMAKE_UNITY_BUILD)
 endif()
 
 # Tests spend their time in swaps and in what those stand on, so a build whose tests are slow may
-# optimise these floors alone; of the others the compiler would take longer than it saves.
+# optimise these floors alone, and the one that computes the practice levels' pictures and tunes; of
+# the others the compiler would take longer than it saves.
 set(KESTROVA_BUSY_OPTIONS "" CACHE STRING "Compiler options of the swap and the floors below it")
-set(KESTROVA_BUSY_FLOORS "^((ground|media|engine|keep)/|work/swap$)")
+set(KESTROVA_BUSY_FLOORS "^((ground|media|engine|keep)/|work/swap$|faces/practice$)")
 
 # What nearly every source includes from outside, read once a build. No header of our own stands
 # here: a change of one recompiles what includes it and nothing else. Sources compiled as one read

@@ -8,7 +8,7 @@ ctl() { "$KESTROVACTL" --home "$box/home" --yes "$@" >"$box/out"; }
 mkdir -p "$box/served" "$box/made" "$box/valley"
 open_server "$box/served"
 trap 'kill $server 2>/dev/null || :; finish' EXIT
-ctl practice "$box/practice"
+practice_at "$box/practice"
 ctl setup --trle "$box/practice/trle" --full --folder-is-original
 ctl new --folder "$box/archive" "$box/home/my.kva"
 ctl set update-servers "$site/urllist.bin"

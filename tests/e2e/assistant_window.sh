@@ -3,7 +3,7 @@
 source "$(dirname "$0")/windows.bash"
 
 ctl() { "$KESTROVACTL" --home "$box/home" --yes "$@" >"$box/out"; }
-ctl practice "$box/practice"
+practice_at "$box/practice"
 trle=$box/practice/trle
 # Started without a file the compiler takes all of them; this one is none of the level's.
 find "$trle" -iname practice.tom -delete

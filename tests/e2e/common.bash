@@ -1,6 +1,7 @@
 # For every script that drives kestrovactl from outside: a folder of its own, gone at the end, and
 # what a step expects. Sourced, not run.
 set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/practice.bash"
 
 ctl=${KESTROVACTL:?the program to drive}
 box=$(mktemp -d)

@@ -12,7 +12,7 @@ chmod +x "$box/bin/xdg-open"
 export PATH=$box/bin:$PATH
 opened() { holds "$box/opened" "^$1\$"; }
 
-"$KESTROVACTL" --home "$box/other" practice "$box/practice" >/dev/null
+practice_at "$box/practice"
 "$KESTROVACTL" --home "$box/home" setup --trle "$box/practice/trle" --compact \
     --folder-is-original >/dev/null 2>&1
 "$KESTROVACTL" --home "$box/home" new --folder "$box/archive" "$box/home/my.kva" >/dev/null

@@ -5,7 +5,7 @@
 source "$(dirname "$0")/windows.bash"
 
 ctl() { "$KESTROVACTL" --home "$box/home" "$@" </dev/null; }
-ctl practice "$box/practice" >/dev/null
+practice_at "$box/practice"
 ctl --yes setup --trle "$box/practice/trle" --full --folder-is-original >/dev/null 2>&1
 ctl new --folder "$box/levels" "$box/my.kva" >/dev/null
 ctl add --name Attic "$box/practice/levels/The Clockmaker's Attic" >/dev/null

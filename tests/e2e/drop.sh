@@ -3,7 +3,7 @@
 source "$(dirname "$0")/windows.bash"
 
 ctl() { "$KESTROVACTL" --home "$box/home" --yes "$@" >"$box/out"; }
-ctl practice "$box/practice"
+practice_at "$box/practice"
 printf '#!/bin/sh\npwd >>"%s/played"\n' "$box" >"$box/practice/trle/tomb4.exe"
 ctl setup --trle "$box/practice/trle" --full --folder-is-original
 ctl new --folder "$box/archive" "$box/home/my.kva"

@@ -3,7 +3,7 @@
 # the size of letters. What it looked for is pasted into a preference, and so reaches the disk.
 source "$(dirname "$0")/windows.bash"
 
-"$KESTROVACTL" --home "$box/other" practice "$box/practice" >/dev/null
+practice_at "$box/practice"
 "$KESTROVACTL" --home "$box/home" setup --trle "$box/practice/trle" --compact \
     --folder-is-original >/dev/null 2>&1
 "$KESTROVACTL" --home "$box/home" new --folder "$box/archive" "$box/home/my.kva" >/dev/null

@@ -2,7 +2,7 @@
 # From the first start to three swaps, by the keyboard alone, in the real program on a real display.
 source "$(dirname "$0")/windows.bash"
 
-"$KESTROVACTL" --home "$box/other" practice "$box/practice" >/dev/null
+practice_at "$box/practice"
 # The stand-in game has a window of its own; here it only has to be started.
 printf '#!/bin/sh\npwd >>"%s/played"\n' "$box" >"$box/practice/trle/tomb4.exe"
 mkdir "$box/archive" "$box/home"

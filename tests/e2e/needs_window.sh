@@ -3,7 +3,7 @@
 source "$(dirname "$0")/windows.bash"
 
 ctl() { "$KESTROVACTL" --home "$box/home" --yes "$@" >"$box/out"; }
-ctl practice "$box/practice"
+practice_at "$box/practice"
 trle=$box/practice/trle
 printf '#!/bin/sh\npwd >>"%s/played"\n' "$box" >"$trle/tomb4.exe"
 ctl setup --trle "$trle" --full --folder-is-original

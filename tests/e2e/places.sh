@@ -23,7 +23,7 @@ for words in "practice here" "add level" "--home there levels" "config show x.cf
 done
 
 # Results of sounds.
-"$ctl" practice "$box/practice" >"$box/out" 2>"$box/err" || die "practice"
+practice_at "$box/practice"
 wave=$(find "$box/practice/levels" -iname '*.wav' | sort | sed -n 1p)
 name=$(basename "${wave%.*}")
 mkdir "$box/sounds"

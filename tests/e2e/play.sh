@@ -11,7 +11,7 @@ ctl() { "$KESTROVACTL" --home "$box/home" "$@"; }
 # count N FOLDER PATTERN: so many files of that name lie there.
 count() { [[ $(find "$2" -maxdepth 1 -name "$3" 2>/dev/null | wc -l) == "$1" ]]; }
 
-ctl practice "$box/practice" >/dev/null
+practice_at "$box/practice"
 ctl --yes setup --trle "$box/practice/trle" --full --folder-is-original >/dev/null 2>&1
 ctl new --folder "$box/levels" "$box/my.kva" >/dev/null
 ctl add --name Attic "$box/practice/levels/The Clockmaker's Attic" >/dev/null

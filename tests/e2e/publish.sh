@@ -3,7 +3,7 @@
 source "$(dirname "$0")/windows.bash"
 
 ctl() { "$KESTROVACTL" --home "$box/$1" --yes "${@:2}" >"$box/out"; }
-"$KESTROVACTL" practice "$box/practice" >"$box/out"
+practice_at "$box/practice"
 for who in home player; do
     cp -r "$box/practice/trle" "$box/trle of $who"
     ctl $who setup --trle "$box/trle of $who" --full --folder-is-original

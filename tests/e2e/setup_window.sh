@@ -3,7 +3,7 @@ source "$(dirname "$0")/windows.bash"
 
 export HOME=$box/Persön
 unset WINEPREFIX XDG_DATA_HOME
-"$KESTROVACTL" --home "$box/other" practice "$box/practice" >/dev/null
+practice_at "$box/practice"
 setup=$box/practice/packages/'Level Editor setup.zip'
 [[ -s $setup ]] || fails "no setup to practise with"
 target="$HOME/.local/share/Core Design/trle" # as it is proposed

@@ -1,7 +1,7 @@
 # A level whose waves are kept as mp3 is played, and its waves are the game's again.
 source "$(dirname "$0")/common.bash"
 
-"$ctl" practice "$box/practice" >"$box/out" 2>"$box/err" || die "practice"
+practice_at "$box/practice"
 trle=$box/practice/trle
 expect 0 setup --trle "$trle" --full --folder-is-original
 expect 0 new --folder "$box/levels" "$box/my.kva"

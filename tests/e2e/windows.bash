@@ -1,6 +1,7 @@
 # For every script that drives the windows on a real display of its own: a folder that is gone at the
 # end, and what a person does with keyboard and mouse. Sourced, not run.
 set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/practice.bash"
 
 [[ -n ${KESTROVA:-} ]] || exit 0 # built without the windows
 box=$(mktemp -d)
