@@ -133,6 +133,7 @@ std::string UnpackGuard::TooBig(std::uint64_t bytes) const
 
 std::string UnpackGuard::NoRoom(std::uint64_t needed) const
 {
+    lacksRoom_ = true;
     return GetMsg(Msg::UnpackNoRoom, {PackageName(), SizeText(needed), TextOf(folder_)});
 }
 

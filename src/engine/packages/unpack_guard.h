@@ -47,6 +47,8 @@ public:
     std::string Watch();
     /// The same without sparing the work.
     std::string Look();
+    /// What it said last was that the disk has no room.
+    [[nodiscard]] bool LacksRoom() const { return lacksRoom_; }
     /// The most that a look found above what lay there before.
     [[nodiscard]] const Amount& Came() const { return came_; }
 
@@ -64,6 +66,7 @@ private:
     std::uint64_t keepFree_ = 0;
     Amount before_;
     Amount came_;
+    mutable bool lacksRoom_ = false;
     std::chrono::steady_clock::time_point nextLook_{};
 };
 

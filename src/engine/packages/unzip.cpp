@@ -85,6 +85,13 @@ Status Prove(const PackagePlan& plan, const Path& package, const Path& staging,
     return failure;
 }
 
+/// The guard's refusal.
+Failure RefusedBy(const UnpackGuard& guard, std::string refusal, std::string details = {})
+{
+    return InWords(guard.LacksRoom() ? ErrorCode::NoSpace : ErrorCode::Refused, std::move(refusal),
+                   {}, std::move(details));
+}
+
 /// The tool's work in the staging folder, proved where it must be. `refusal`: the guard's words.
 Status FillStaging(const Tools& tools, const PackagePlan& plan, const Path& package,
                    const Staging& place, const ToolWork& work, const UnzipOptions& options,
@@ -104,8 +111,10 @@ Status FillStaging(const Tools& tools, const PackagePlan& plan, const Path& pack
     if (unpacked && options.guard != nullptr) {
         refusal = options.guard->Look();
         if (!refusal.empty())
-            return InWords(ErrorCode::Refused, refusal, {}, report.lastLines);
+            return RefusedBy(*options.guard, refusal, report.lastLines);
     }
+    if (!unpacked && !refusal.empty())
+        return RefusedBy(*options.guard, refusal, unpacked.Error().details);
     return unpacked;
 }
 
@@ -193,7 +202,7 @@ Status UnzipWithProgress(const Tools& tools, const Path& package, const Path& fo
         if (words.empty())
             words = options.guard->Refuses(plan.entries);
         if (!words.empty())
-            return InWords(ErrorCode::Refused, std::move(words));
+            return RefusedBy(*options.guard, std::move(words));
     }
     // The names in the directory are exact, those of the list are made harmless.
     if (plan.entries.size() == entries.size())
