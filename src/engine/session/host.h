@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/files.h"
+#include "words/message.h"
 
 #include <memory>
 #include <optional>
@@ -54,9 +55,20 @@ public:
     /// lines or a list, which a window folds away.
     virtual void Tell(Tone tone, const std::string& text, const std::string& reason = {},
                       const std::string& details = {}) = 0;
+    /// What is told next is a failure of that kind.
+    virtual void NoteFailure(ErrorCode code) { (void)code; }
     virtual bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) = 0;
     virtual bool AskOkCancel(const std::string& text) = 0;
     virtual YesNoCancel AskYesNoCancel(const std::string& text) = 0;
+    /// One of two ways, or neither; `safe`: what Enter means. Closing the question means neither.
+    virtual YesNoCancel AskEither(const std::string& text, Message first, Message second,
+                                  YesNoCancel safe)
+    {
+        (void)first;
+        (void)second;
+        (void)safe;
+        return AskYesNoCancel(text);
+    }
     /// False where nobody can answer, so that a question that needs one must not be repeated.
     [[nodiscard]] virtual bool CanAsk() const { return true; }
     /// Scripts work through this host. Stop ends the file under way too, and what cannot be
@@ -73,6 +85,14 @@ public:
     /// `filter`: pairs of description and pattern joined by `|`.
     virtual std::optional<Path> ChooseOpenFile(const std::string& title, const std::string& filter,
                                                const Path& start) = 0;
+    /// The same for several at once; none when the person cancelled. Where only one can be chosen
+    /// it is that one.
+    virtual std::vector<Path> ChooseOpenFiles(const std::string& title, const std::string& filter,
+                                              const Path& start)
+    {
+        const auto chosen = ChooseOpenFile(title, filter, start);
+        return chosen ? std::vector<Path>{*chosen} : std::vector<Path>{};
+    }
     virtual std::optional<Path> ChooseSaveFile(const std::string& title, const std::string& filter,
                                                const Path& start,
                                                const std::string& suggestion) = 0;

@@ -16,6 +16,7 @@ void TellFailure(Host& host, const std::string& text, const Failure& failure)
     if (!failure.reason.empty() && !reason.empty())
         reason += reason.ends_with('.') ? lineBreak : ": ";
     reason += failure.reason;
+    host.NoteFailure(failure.code);
     host.Tell(Tone::Error, text, reason, failure.details);
 }
 

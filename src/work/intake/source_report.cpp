@@ -43,10 +43,10 @@ void TellReport(Host& host, const SourceReport& report)
 void TellSourceFailure(Host& host, const std::string& text, const Failure& failure)
 {
     if (failure.sentence.empty())
-        TellFailure(host, text, failure);
-    else
-        host.Tell(Tone::Error, text + std::string{lineBreak} + failure.sentence, failure.reason,
-                  failure.details);
+        return TellFailure(host, text, failure);
+    host.NoteFailure(failure.code);
+    host.Tell(Tone::Error, text + std::string{lineBreak} + failure.sentence, failure.reason,
+              failure.details);
 }
 
 } // namespace kestrova

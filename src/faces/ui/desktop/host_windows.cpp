@@ -38,7 +38,7 @@ struct Answer {
     Message words;
 };
 
-/// `safe`: what the Enter key and the closing of the box mean.
+/// `safe`: what the Enter key means, and the closing of a box without Cancel.
 Button ShowBox(QMessageBox::Icon icon, const std::string& text, const std::string& reason,
                const std::vector<Answer>& answers, Button safe, const std::string& details = {})
 {
@@ -53,7 +53,8 @@ Button ShowBox(QMessageBox::Icon icon, const std::string& text, const std::strin
     for (const Answer& answer : answers)
         box.addButton(answer.button)->setText(QLatin1Char('&') + Words(answer.words));
     box.setDefaultButton(safe);
-    box.setEscapeButton(safe);
+    auto* cancel = box.button(QMessageBox::Cancel);
+    box.setEscapeButton(cancel != nullptr ? cancel : box.button(safe));
     KeepOnScreen(box);
     const InputGate::Admission admission{box};
     return static_cast<Button>(box.exec());
@@ -116,8 +117,8 @@ private:
     Host& host_;
 };
 
-std::optional<Path> RunChooser(QFileDialog& chooser, const Path& start,
-                               const std::string& suggestion = {})
+/// What the person chose; nothing when that was to cancel.
+QStringList AllChosen(QFileDialog& chooser, const Path& start, const std::string& suggestion = {})
 {
     const Path folder = NearestFolder(start);
     chooser.setDirectory(folder.empty() ? QDir::homePath() : PathToQt(folder));
@@ -125,9 +126,14 @@ std::optional<Path> RunChooser(QFileDialog& chooser, const Path& start,
         chooser.selectFile(ToQt(suggestion));
     ResizeToFit(chooser, chooser.sizeHint());
     const InputGate::Admission admission{chooser};
-    if (chooser.exec() != QDialog::Accepted || chooser.selectedFiles().isEmpty())
-        return std::nullopt;
-    return PathFromQt(chooser.selectedFiles().constFirst());
+    return chooser.exec() == QDialog::Accepted ? chooser.selectedFiles() : QStringList{};
+}
+
+std::optional<Path> RunChooser(QFileDialog& chooser, const Path& start,
+                               const std::string& suggestion = {})
+{
+    const QStringList chosen = AllChosen(chooser, start, suggestion);
+    return chosen.isEmpty() ? std::nullopt : std::optional{PathFromQt(chosen.constFirst())};
 }
 
 } // namespace
@@ -183,11 +189,20 @@ bool WindowHost::AskOkCancel(const std::string& text)
 
 YesNoCancel WindowHost::AskYesNoCancel(const std::string& text)
 {
+    return AskEither(text, Msg::ButtonYes, Msg::ButtonNo, YesNoCancel::Cancel);
+}
+
+YesNoCancel WindowHost::AskEither(const std::string& text, Message first, Message second,
+                                  YesNoCancel safe)
+{
+    const Button byEnter = safe == YesNoCancel::Yes  ? QMessageBox::Yes
+                           : safe == YesNoCancel::No ? QMessageBox::No
+                                                     : QMessageBox::Cancel;
     switch (ShowBox(QMessageBox::Question, text, {},
-                    {{QMessageBox::Yes, Msg::ButtonYes},
-                     {QMessageBox::No, Msg::ButtonNo},
+                    {{QMessageBox::Yes, first},
+                     {QMessageBox::No, second},
                      {QMessageBox::Cancel, Msg::ButtonCancel}},
-                    QMessageBox::Cancel)) {
+                    byEnter)) {
     case QMessageBox::Yes:
         return YesNoCancel::Yes;
     case QMessageBox::No:
@@ -237,6 +252,17 @@ std::optional<Path> WindowHost::ChooseOpenFile(const std::string& title, const s
     QFileDialog chooser(TopWindow(), ToQt(title), {}, ChooserFilter(filter));
     chooser.setFileMode(QFileDialog::ExistingFile);
     return RunChooser(chooser, start);
+}
+
+std::vector<Path> WindowHost::ChooseOpenFiles(const std::string& title, const std::string& filter,
+                                              const Path& start)
+{
+    QFileDialog chooser(TopWindow(), ToQt(title), {}, ChooserFilter(filter));
+    chooser.setFileMode(QFileDialog::ExistingFiles);
+    std::vector<Path> files;
+    for (const QString& file : AllChosen(chooser, start))
+        files.push_back(PathFromQt(file));
+    return files;
 }
 
 std::optional<Path> WindowHost::ChooseSaveFile(const std::string& title, const std::string& filter,

@@ -18,11 +18,15 @@ public:
     bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) override;
     bool AskOkCancel(const std::string& text) override;
     YesNoCancel AskYesNoCancel(const std::string& text) override;
+    YesNoCancel AskEither(const std::string& text, Message first, Message second,
+                          YesNoCancel safe) override;
     std::optional<std::string> AskText(const std::string& text, const std::string& suggestion,
                                        const std::string& title = {}) override;
     std::optional<Path> ChooseFolder(const std::string& title, const Path& start) override;
     std::optional<Path> ChooseOpenFile(const std::string& title, const std::string& filter,
                                        const Path& start) override;
+    std::vector<Path> ChooseOpenFiles(const std::string& title, const std::string& filter,
+                                      const Path& start) override;
     std::optional<Path> ChooseSaveFile(const std::string& title, const std::string& filter,
                                        const Path& start, const std::string& suggestion) override;
     std::unique_ptr<ProgressScope> BeginProgress(ProgressWindow window,
