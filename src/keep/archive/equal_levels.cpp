@@ -6,6 +6,7 @@
 #include "formats/level_folder.h"
 #include "platform/file_content.h"
 
+#include <algorithm>
 #include <atomic>
 
 namespace kestrova
@@ -89,11 +90,46 @@ EqualTr4Index::EqualTr4Index(const Folders& folders, const Archive& archive,
         return true;
     });
     for (std::size_t i = 0; i < levels_.size(); ++i)
-        for (const Tr4Entry& file : levels_[i]) {
-            const auto [owners, isNew] = owners_.try_emplace(KeyOf(file), Owners{i, {}});
-            if (!isNew && owners->second.first != i && !owners->second.second)
-                owners->second.second = i;
-        }
+        NoteOwner(i);
+}
+
+void EqualTr4Index::NoteOwner(std::size_t level)
+{
+    for (const Tr4Entry& file : levels_[level]) {
+        const auto [owners, isNew] = owners_.try_emplace(KeyOf(file), Owners{level, {}});
+        if (!isNew && owners->second.first != level && !owners->second.second)
+            owners->second.second = level;
+    }
+}
+
+void EqualTr4Index::Add(std::vector<Tr4Entry> files)
+{
+    levels_.push_back(std::move(files));
+    NoteOwner(levels_.size() - 1);
+}
+
+bool EqualTr4Index::HasWhole(std::size_t level, const std::vector<Tr4Entry>& files) const
+{
+    const std::vector<Tr4Entry>& own = levels_[level];
+    return std::all_of(files.begin(), files.end(), [&](const Tr4Entry& file) {
+        return std::any_of(own.begin(), own.end(),
+                           [&](const Tr4Entry& other) { return KeyOf(other) == KeyOf(file); });
+    });
+}
+
+std::optional<std::size_t> EqualTr4Index::FindWhole(const std::vector<Tr4Entry>& files) const
+{
+    // A file that many levels have, as a title, tells little: each of the files is asked.
+    for (const Tr4Entry& file : files) {
+        const auto owners = owners_.find(KeyOf(file));
+        if (owners == owners_.end())
+            return {};
+        for (const std::size_t level :
+             {owners->second.first, owners->second.second.value_or(owners->second.first)})
+            if (HasWhole(level, files))
+                return level;
+    }
+    return {};
 }
 
 std::optional<EqualTr4> EqualTr4Index::Find(const std::vector<Tr4Entry>& files,

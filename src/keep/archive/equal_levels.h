@@ -34,6 +34,10 @@ public:
     /// The first level of the archive but `except` that has one of these files.
     [[nodiscard]] std::optional<EqualTr4> Find(const std::vector<Tr4Entry>& files,
                                                std::size_t except) const;
+    /// The first level found that has every one of these files; none for an empty list.
+    [[nodiscard]] std::optional<std::size_t> FindWhole(const std::vector<Tr4Entry>& files) const;
+    /// The level that came behind the others in the archive.
+    void Add(std::vector<Tr4Entry> files);
 
 private:
     /// The first two levels that have a file: whichever is left out, the answer is one of them.
@@ -41,6 +45,9 @@ private:
         std::size_t first;
         std::optional<std::size_t> second;
     };
+    void NoteOwner(std::size_t level);
+    [[nodiscard]] bool HasWhole(std::size_t level, const std::vector<Tr4Entry>& files) const;
+
     Status state_;
     std::vector<std::vector<Tr4Entry>> levels_;
     std::unordered_map<std::string, Owners> owners_; ///< by folded name and size

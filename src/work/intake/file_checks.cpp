@@ -52,11 +52,32 @@ StepAnswer CheckFiles(Intake& intake)
 
 bool AsksForEqual(const Intake& intake)
 {
-    return intake.session.preferences.checkEqualLevels;
+    return intake.queue != nullptr || intake.session.preferences.checkEqualLevels;
 }
+
+namespace
+{
+
+/// Nobody is asked: a level of which the archive has every one of its files is given up, and one
+/// that shares some of them with another comes in.
+StepAnswer LeaveOutTwin(Intake& intake)
+{
+    auto files = ScanTr4Files(intake.draft.workFolder);
+    if (!files) {
+        TellFolderNotRead(intake.session.host, files.Error());
+        return StepAnswer::Refused;
+    }
+    intake.queue->files = std::move(*files);
+    intake.queue->twin = intake.queue->equal.FindWhole(intake.queue->files);
+    return intake.queue->twin ? StepAnswer::GivenUp : StepAnswer::GoesOn;
+}
+
+} // namespace
 
 StepAnswer AskEqual(Intake& intake)
 {
+    if (intake.queue != nullptr)
+        return LeaveOutTwin(intake);
     Session& session = intake.session;
     intake.progress.SetLabel(GetMsg(Msg::VerifyingEqual));
     const auto equal = FindEqualTr4(session.Folders(), session.archive, intake.draft.workFolder,

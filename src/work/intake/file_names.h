@@ -31,6 +31,9 @@ inline constexpr std::string_view EndingTom = ".tom";
 inline constexpr std::string_view IntakeTools = "madplay.exe|start_me.exe";
 inline constexpr std::string_view MoreInfoWords = "walkth|read|note|Instal";
 inline constexpr std::string_view Tr4Patterns = "*.tr4|*.tr4.zl";
+/// By which a folder is known for one level.
+inline constexpr std::string_view LevelFilePatterns = "*.tr4|*.tr4.zl|*.tom|kestrova.cfg|script.dat";
+inline constexpr std::string_view DirOfLevelData = "data";
 inline constexpr std::string_view IntakeNote = "\\intake_note";
 
 inline constexpr std::string_view CompiledEnding = ".tr4";

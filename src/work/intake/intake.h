@@ -1,5 +1,6 @@
 #pragma once
 
+#include "archive/equal_levels.h"
 #include "intake/intake_windows.h"
 #include "intake/level_draft.h"
 #include "session/session.h"
@@ -38,6 +39,13 @@ struct IntakeStep {
     StepAnswer (*run)(Intake& intake);
 };
 
+/// What the levels of a queue have in common.
+struct QueueShare {
+    EqualTr4Index& equal; ///< of the archive's levels, those that the queue added with them
+    std::vector<Tr4Entry> files{};     ///< of the level that is coming in
+    std::optional<std::size_t> twin{}; ///< the level of the archive that has all of these
+};
+
 struct Intake {
     /// `levelRecord` is changed while this goes on, and is as it was after `GiveUp`.
     Intake(Session& owner, LevelRecord& levelRecord, std::span<const IntakeStep> rows,
@@ -47,7 +55,8 @@ struct Intake {
     ProgressScope& progress; ///< follows every long step; its Stop ends the step that runs
     std::span<const IntakeStep> steps; ///< in their binding order
     LevelDraft draft;
-    IntakeWindows windows{};  ///< what the face that shows the level has for its steps
+    IntakeWindows windows{};     ///< what the face that shows the level has for its steps
+    QueueShare* queue = nullptr; ///< the queue that it comes in by, if any
     std::string_view endedAt; ///< the step that ended the last walk; empty: all of them were done
 };
 

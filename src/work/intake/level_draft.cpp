@@ -35,6 +35,7 @@ SourceOptions LevelDraft::Options() const
     options.namesAs = namesPage;
     options.keepWhole = keepGoing;
     options.replaceByFile = replaceByFile;
+    options.ahead = ahead;
     return options;
 }
 

@@ -59,7 +59,8 @@ struct LevelDraft {
     /// Where a program that installs the level puts its files, and that it may run; none: asked
     /// for.
     std::optional<InstalledInto> installer;
-    std::vector<WadLink> links; ///< made before a compilation
+    UnpackedAhead* ahead = nullptr; ///< packages that are unpacked already, if any
+    std::vector<WadLink> links;     ///< made before a compilation
     /// Name of the document that tells which wads its tom files need, or a path; empty: none.
     std::string analysed;
 

@@ -8,6 +8,7 @@
 #include "intake/file_placing.h"
 #include "intake/source_tree.h"
 #include "intake/stored_sources.h"
+#include "intake/unpacked_ahead.h"
 #include "intake/unpacking_place.h"
 #include "packages/package_tools.h"
 #include "packages/unpack_staging.h"
@@ -35,6 +36,30 @@ const Path& UnpackingPlaceOf(const Folders& folders, SourceReport& report)
     return report.unpacking->Folder();
 }
 
+/// What unpacking a package brought to light goes into the report of all sources, and is told where
+/// the person must know it.
+void TakeUnpacked(Host& host, const Path& package, const UnpackReport& unpacked, const Amount& came,
+                  SourceReport& report)
+{
+    report.came.entries += came.entries;
+    report.came.bytes += came.bytes;
+    if (!unpacked.namesAs.empty())
+        report.namesAs = unpacked.namesAs;
+    const auto append = [](std::vector<std::string>& to, const std::vector<std::string>& from) {
+        to.insert(to.end(), from.begin(), from.end());
+    };
+    if (!unpacked.lost.empty()) {
+        ++report.failed;
+        host.Tell(Tone::Error, GetMsg(Msg::PackagePartsLost,
+                                      {TextOf(package.filename()), ShownNames(unpacked.lost)}));
+    }
+    append(report.notFiles, unpacked.notFiles);
+    for (const RenamedFile& file : unpacked.renamed)
+        report.renamed.push_back(GetMsg(Msg::RenamedPair, {file.name, file.now}));
+    append(report.ledOut, unpacked.ledOut);
+    append(report.twice, unpacked.twice);
+}
+
 Status Unpack(Host& host, Machine& machine, const Tools& tools, const Path& package,
               const Path& folder, ProgressScope& progress, const SourceOptions& source,
               SourceReport& report)
@@ -56,26 +81,8 @@ Status Unpack(Host& host, Machine& machine, const Tools& tools, const Path& pack
     options.keepStaging = true;
     options.keepWhole = source.keepWhole;
     const Status done = UnzipWithProgress(tools, package, folder, options, state);
-    report.came.entries += guard.Came().entries;
-    report.came.bytes += guard.Came().bytes;
-    if (!done)
-        return done;
-    if (!unpacked.namesAs.empty())
-        report.namesAs = unpacked.namesAs;
-    const auto append = [](std::vector<std::string>& to, const std::vector<std::string>& from) {
-        to.insert(to.end(), from.begin(), from.end());
-    };
-    if (!unpacked.lost.empty()) {
-        ++report.failed;
-        host.Tell(Tone::Error, GetMsg(Msg::PackagePartsLost,
-                                      {TextOf(package.filename()), ShownNames(unpacked.lost)}));
-    }
-    append(report.notFiles, unpacked.notFiles);
-    for (const RenamedFile& file : unpacked.renamed)
-        report.renamed.push_back(GetMsg(Msg::RenamedPair, {file.name, file.now}));
-    append(report.ledOut, unpacked.ledOut);
-    append(report.twice, unpacked.twice);
-    return {};
+    TakeUnpacked(host, package, done ? unpacked : UnpackReport{}, guard.Came(), report);
+    return done;
 }
 
 /// A single file in stored form.
@@ -106,10 +113,17 @@ Status UnzipSource(Host& host, Machine& machine, const Folders& folders, const T
                    const Path& package, const Path& folder, const SourceOptions& options,
                    ProgressScope& progress, SourceReport& report)
 {
+    auto ahead = options.ahead == nullptr ? std::nullopt : options.ahead->Take(package, progress);
+    if (ahead) {
+        TakeUnpacked(host, package, ahead->report, ahead->came, report);
+        report.unpacking = std::move(ahead->place);
+    }
     const Path& unpacked = UnpackingPlaceOf(folders, report);
-    if (auto status = Unpack(host, machine, tools, package, unpacked, progress, options, report);
-        !status)
-        return status;
+    if (!ahead)
+        if (auto status =
+                Unpack(host, machine, tools, package, unpacked, progress, options, report);
+            !status)
+            return status;
     progress.SetLabel(GetMsg(Msg::CopyFileInProgress));
     auto tree = ScanTree(unpacked, [&] { return progress.Step(); });
     if (!tree)

@@ -14,6 +14,8 @@ bool IsPackage(const Path& file);
 /// What a source is called as a level: its name without its endings.
 std::string LevelNameFrom(const Path& source);
 
+class UnpackedAhead;
+
 /// A name of the folder that is taken already.
 enum class Replace {
     Ask,      ///< as the person says; the same content needs no question
@@ -29,6 +31,8 @@ struct SourceOptions {
     std::string namesAs{};
     /// Of a package that is damaged, what is whole comes in.
     bool keepWhole = false;
+    /// Packages that workers have unpacked already; null: there are none.
+    UnpackedAhead* ahead = nullptr;
     /// A file of a source folder that is none of the level's, as the package that is being made.
     Path leftOut{};
 };

@@ -36,6 +36,16 @@ std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioT
     return chosen;
 }
 
+std::vector<Path> ChooseSourceFiles(Session& session)
+{
+    auto chosen =
+        session.host.ChooseOpenFiles(GetMsg(Msg::SelectSourceFiles), GetMsg(Msg::SourceFilesFilter),
+                                     PlaceToStart(session.preferences));
+    if (!chosen.empty())
+        RememberPlace(session, chosen.front().parent_path());
+    return chosen;
+}
+
 std::optional<Path> ChooseSourceFolder(Session& session)
 {
     auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectSourceFolder),
