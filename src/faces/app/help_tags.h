@@ -56,6 +56,7 @@ enum class HelpTag {
     Servers = 46,
     ConfigFile = 47,
     Backup = 48,
+    AddMany = 53,
 };
 
 /// As the help's text has it: `#2#`.

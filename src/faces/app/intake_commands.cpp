@@ -1,5 +1,6 @@
 #include "app/intake_commands.h"
 
+#include "app/add_each.h"
 #include "app/result_text.h"
 #include "archive/level_folders.h"
 #include "core/file_kinds.h"
@@ -42,10 +43,11 @@ std::string WrongNamesPage(Run& run)
     return GetMsg(Msg::WrongNamesPage, {wanted, KnownNamePages()});
 }
 
-void TakeNamesPage(const Run& run, Intake& level)
+/// The code page of the words; empty when they name none.
+std::string NamesPageOf(const Run& run)
 {
-    if (const NamePage* page = FindNamePage(run.arguments.ValueOf("--names")); page != nullptr)
-        level.draft.namesPage = page->name;
+    const NamePage* page = FindNamePage(run.arguments.ValueOf("--names"));
+    return page == nullptr ? std::string{} : std::string{page->name};
 }
 
 /// Says in which code page names were read, unless the person said it.
@@ -81,6 +83,10 @@ std::optional<InstalledInto> InstallerWish(const Run& run)
 
 std::string WrongAdd(Run& run)
 {
+    // What is said of one level cannot hold for each of many.
+    for (const char* option : {"--name", "--note", "--link", "--analyse", "--installer"})
+        if (run.arguments.Has("--each") && run.arguments.Has(option))
+            return GetMsg(Msg::WrongBoth, {"--each", option});
     if (run.arguments.Has("--compile") && run.arguments.Has("--no-compile"))
         return GetMsg(Msg::WrongBoth, {"--compile", "--no-compile"});
     for (const char* option : {"--link", "--analyse"})
@@ -122,7 +128,7 @@ std::optional<Path> FileOfLevel(Run& run, const Intake& level, const std::string
 
 bool ChangeFiles(Run& run, Intake& level)
 {
-    TakeNamesPage(run, level);
+    level.draft.namesPage = NamesPageOf(run);
     if (run.arguments.Has("--add")) {
         if (!AddSources(level, PlacesFrom(run.arguments.ValuesOf("--add")), Subfolders::Take) ||
             !UnpackAll(level))
@@ -158,8 +164,19 @@ void ShowLevel(Run& run, LevelCode code, const std::string& namesPage = {})
     }
 }
 
+/// What the words want of every level that comes in.
+void TakeWishes(const Run& run, LevelDraft& draft)
+{
+    draft.namesPage = NamesPageOf(run);
+    draft.fetches = run.arguments.Has("--fetch");
+    draft.compile = CompileWish(run);
+    draft.keepGoing = run.arguments.Has("--keep-going");
+}
+
 bool Add(Run& run)
 {
+    if (run.arguments.Has("--each"))
+        return AddEach(run, [&](LevelDraft& draft) { TakeWishes(run, draft); });
     const std::vector<Path> sources = PlacesFrom(run.arguments.words);
     const auto progress = run.session.host.BeginProgress(ProgressWindow::Progress, {});
     LevelCode code = 0;
@@ -167,13 +184,10 @@ bool Add(Run& run)
     const bool added = AddLevel(
         run.session, *progress,
         [&](Intake& level) {
-            TakeNamesPage(run, level);
+            TakeWishes(run, level.draft);
             level.draft.looksOnline = !run.session.settings.updateServers.empty();
-            level.draft.fetches = run.arguments.Has("--fetch");
-            level.draft.compile = CompileWish(run);
             level.draft.installer = InstallerWish(run);
             TakeLinks(run, level);
-            level.draft.keepGoing = run.arguments.Has("--keep-going");
             bool all = AddSources(level, sources, Subfolders::Take);
             if (!level.draft.report.stopped && !level.draft.givenUp)
                 all = UnpackAll(level) && all;
@@ -226,7 +240,8 @@ std::span<const CommandRow> IntakeCommands()
                       .json = Msg::KeysAdd,
                       .leastWords = 1,
                       .mostWords = mostSources,
-                      .options = {ValueOption("--name"),
+                      .options = {FlagOption("--each"),
+                                  ValueOption("--name"),
                                   ValueOption("--note"),
                                   ValueOption("--names"),
                                   FlagOption("--keep-going"),
@@ -240,6 +255,10 @@ std::span<const CommandRow> IntakeCommands()
          .needs = Needs::Archive,
          .touches = Touches::Stores,
          .run = Add},
+        {.window = {.control = "mnu_AddMany", .caption = Msg::MenuAddMany, .menu = "mnu_Level"},
+         .needs = Needs::Archive,
+         .touches = Touches::Stores,
+         .help = HelpTag::AddMany},
         {.window = {.control = "mnu_Property",
                     .caption = Msg::MenuProperty,
                     .menu = "mnu_Level",
