@@ -6,9 +6,12 @@
 #include "archive/level_folders.h"
 #include "editor/find_trle.h"
 #include "intake/edit_level.h"
+#include "intake/package_sources.h"
+#include "intake/queue_texts.h"
 #include "online/config_database.h"
 #include "session/operation.h"
 #include "shots/shot_commands.h"
+#include "ui/dialogs/dialog_add_many.h"
 #include "ui/dialogs/dialog_add_wads.h"
 #include "ui/dialogs/dialog_author.h"
 #include "ui/dialogs/dialog_compare_trle.h"
@@ -30,14 +33,18 @@
 #include "ui/main/main_window.h"
 #include "ui/main/savegame_windows.h"
 #include "ui/main/start_windows.h"
+#include "words/add_many.h"
 #include "words/levels.h"
 #include "words/ui_main.h"
+
+#include <algorithm>
 
 namespace kestrova
 {
 
 const WindowCommands::Opens WindowCommands::windows[] = {
     {"mnu_AddLevel", [](WindowCommands& at) { at.AddLevelFrom({}); }},
+    {"mnu_AddMany", [](WindowCommands& at) { at.AddManyFrom({}); }},
     {"mnu_Property", [](WindowCommands& at) { at.EditChosen(); }},
     {"Pul_AutoreInfo", [](WindowCommands& at) { at.ShowAuthor(); }},
     {"mnu_ImportSavegame",
@@ -129,16 +136,55 @@ void WindowCommands::AddLevelFrom(const std::vector<Path>& sources)
 {
     if (session_.runningOperations > 0)
         return;
+    const std::vector<QueueSource> levels = SourcesOfLevels(sources);
+    const YesNoCancel each =
+        levels.size() < 2 ? YesNoCancel::No : AsksForEach(sources, levels.size());
+    if (each == YesNoCancel::Yes)
+        return AddManyFrom(levels);
+    if (each == YesNoCancel::No && MayAdd())
+        AddAlone(sources, &window_);
+}
+
+YesNoCancel WindowCommands::AsksForEach(const std::vector<Path>& sources, std::size_t count)
+{
+    const Operation operation{session_};
+    // Loose files are parts of one level more often than not.
+    const bool allWhole = std::all_of(sources.begin(), sources.end(), [](const Path& source) {
+        return FolderExists(source) || IsPackage(source);
+    });
+    return session_.host.AskEither(GetMsg(Msg::ManyAsk, {std::to_string(count)}), Msg::ManyAskEach,
+                                   Msg::ManyAskOne, allWhole ? YesNoCancel::Yes : YesNoCancel::No);
+}
+
+bool WindowCommands::MayAdd()
+{
     if (AsksForDatabaseUpdate())
         ShowUrls(session_, UrlKindLevels, &window_, true);
-    if (!HasArchive(session_.host, session_.archive))
-        return;
-    NewLevelDialog dialog{session_, &window_};
+    return HasArchive(session_.host, session_.archive);
+}
+
+std::optional<LevelCode> WindowCommands::AddAlone(const std::vector<Path>& sources, QWidget* over)
+{
+    NewLevelDialog dialog{session_, over};
     LevelCode code = 0;
-    if (AddLevel(
+    if (!AddLevel(
             session_, dialog.Progress(), [&](Intake& level) { return dialog.Show(level, sources); },
             code))
-        Note(GetMsg(Msg::LevelAdded, {LevelNameOf(session_.archive, code)}));
+        return {};
+    Note(GetMsg(Msg::LevelAdded, {LevelNameOf(session_.archive, code)}));
+    return code;
+}
+
+void WindowCommands::AddManyFrom(const std::vector<QueueSource>& sources)
+{
+    if (session_.runningOperations > 0 || !MayAdd())
+        return;
+    AddManyDialog dialog{
+        session_, [this](const Path& source, QWidget* over) { return AddAlone({source}, over); },
+        &window_};
+    dialog.Show(sources);
+    if (dialog.Queue().End() != QueueEnd::None)
+        Note(GetMsg(Msg::ManyNote, {CountsText(dialog.Queue())}));
 }
 
 void WindowCommands::ZoomShot(std::ptrdiff_t index)

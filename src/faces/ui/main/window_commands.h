@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/command.h"
+#include "intake/queue_sources.h"
 
 class QWidget;
 
@@ -23,7 +24,8 @@ public:
 
     void Invoke(const CommandRow& row);
 
-    /// The dialog of a new level; files, packages and folders given here come in at once.
+    /// The dialog of a new level; files, packages and folders given here come in at once. Of what
+    /// may be several levels the person says whether it is.
     void AddLevelFrom(const std::vector<Path>& sources);
     /// A picture of the list in a window of its own.
     void ZoomShot(std::ptrdiff_t index);
@@ -34,6 +36,13 @@ public:
 
 private:
     void RunOrShow(const CommandRow& row);
+    /// Several levels, one after the other; without sources the person gives some.
+    void AddManyFrom(const std::vector<QueueSource>& sources);
+    YesNoCancel AsksForEach(const std::vector<Path>& sources, std::size_t count);
+    /// False, with words, without an archive.
+    bool MayAdd();
+    /// In the window of a single level.
+    std::optional<LevelCode> AddAlone(const std::vector<Path>& sources, QWidget* over);
     /// True when the list of addresses is old, and the person wants a new one first.
     bool AsksForDatabaseUpdate();
     /// The help of a command of the menu Help.

@@ -1,6 +1,7 @@
 #include "ui/widgets/captions.h"
 
 #include "ui/widgets/qt_text.h"
+#include "words/add_many.h"
 #include "words/assistant.h"
 #include "words/captions.h"
 #include "words/disc_windows.h"
