@@ -1,5 +1,6 @@
 #include "history/changes.h"
 
+#include "archive/level_token.h"
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/removal.h"

@@ -1,6 +1,7 @@
 #include "history/undo_entries.h"
 
 #include "archive/level_folders.h"
+#include "archive/level_token.h"
 #include "core/file_kinds.h"
 #include "core/leftovers.h"
 #include "core/look.h"

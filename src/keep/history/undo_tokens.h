@@ -4,7 +4,8 @@
 #include "core/result.h"
 #include "session/folders.h"
 
-/// What tells one folder from another in the entries of undoing, wherever its disk is mounted.
+/// What tells one program's folder from another in the entries of undoing. Levels' folders:
+/// `archive/level_token.h`.
 namespace kestrova
 {
 
@@ -13,10 +14,5 @@ namespace kestrova
 Result<std::string> TokenOfProgram(const Folders& folders);
 /// The token that the folder has; empty without one.
 std::string KnownTokenOfProgram(const Folders& folders);
-
-/// The token of a level's folder, made when it has none. It goes where the folder goes.
-Result<std::string> TokenOfLevel(const Path& home);
-/// The token that the folder has; empty without one. A failure while that cannot be told.
-Result<std::string> KnownTokenOfLevel(const Path& home);
 
 } // namespace kestrova

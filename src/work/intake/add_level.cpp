@@ -23,7 +23,7 @@ bool AddLevel(Session& session, ProgressScope& progress, const ShowLevel& show, 
         Intake level{session, record, NewLevelSteps(), progress};
         added = OpenNewLevel(level) && show(level);
     }
-    added = added && FinishNewLevel(session, record);
+    added = added && FinishNewLevel(session, session.machine, record);
     if (!added)
         DropNewLevel(session, record);
     note.Drop();

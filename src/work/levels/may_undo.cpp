@@ -1,13 +1,13 @@
 #include "levels/may_undo.h"
 
 #include "archive/level_folders.h"
+#include "archive/level_token.h"
 #include "core/look.h"
 #include "core/text.h"
 #include "history/changed_record.h"
 #include "history/history.h"
 #include "history/standing.h"
 #include "history/undo_entries.h"
-#include "history/undo_tokens.h"
 #include "words/undo.h"
 
 #include <map>

@@ -3,6 +3,7 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
+#include "archive/library_notes.h"
 #include "archive/set_aside.h"
 #include "core/look.h"
 #include "core/removal.h"
@@ -12,6 +13,7 @@
 #include "session/tree_progress.h"
 #include "words/common.h"
 #include "words/levels.h"
+#include "words/library.h"
 
 #include <algorithm>
 
@@ -84,7 +86,24 @@ bool BeginNewLevel(Host& host, Machine& machine, const Folders& folders, const A
     return false;
 }
 
-bool FinishNewLevel(const ArchiveParts& parts, const LevelRecord& level)
+namespace
+{
+
+/// Before the list knows the level: its number may have been another one's, whose notes must never
+/// be taken for its own. Whatever fails here is told, and the level comes in without.
+void NoteWhenItCame(const ArchiveParts& parts, Machine& machine, LevelCode code)
+{
+    constexpr std::int64_t nsOfSecond = 1'000'000'000;
+    const auto noted = NoteAdded(parts.folders, parts.archive, code, machine.NowNs() / nsOfSecond);
+    if (!noted)
+        parts.host.Tell(Tone::Warning,
+                        GetMsg(Msg::AddedNotNoted, {TextOf(LibraryFileOf(parts.folders))}),
+                        noted.Error().reason);
+}
+
+} // namespace
+
+bool FinishNewLevel(const ArchiveParts& parts, Machine& machine, const LevelRecord& level)
 {
     // From here on the folder holds a whole level, whatever becomes of the list.
     const Path folder = LevelHomeOf(parts.folders, level.levelCode);
@@ -97,6 +116,7 @@ bool FinishNewLevel(const ArchiveParts& parts, const LevelRecord& level)
     parts.archive.levels.push_back(level);
     parts.archive.header.mainFolderSize += level.filesSize;
     parts.archive.header.secondaryFolderSize += level.extrasSize;
+    NoteWhenItCame(parts, machine, level.levelCode);
     if (!SaveArchiveOrPutBack(parts, before))
         return false;
     parts.list.Refresh();

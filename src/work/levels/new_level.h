@@ -10,9 +10,10 @@ namespace kestrova
 /// folders cannot be made.
 bool BeginNewLevel(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
                    LevelRecord& level);
-/// Puts the record behind the others, its sizes into the totals, saves, refreshes the list and
-/// selects it. False, with a message, when it could not be saved: the archive is as it was then.
-bool FinishNewLevel(const ArchiveParts& parts, const LevelRecord& level);
+/// Puts the record behind the others, its sizes into the totals, notes when it came, saves,
+/// refreshes the list and selects it. False, with a message, when it could not be saved: the
+/// archive is as it was then.
+bool FinishNewLevel(const ArchiveParts& parts, Machine& machine, const LevelRecord& level);
 /// Removes the folders of a level that did not come in.
 void DropNewLevel(const ArchiveParts& parts, const LevelRecord& level);
 /// A changed record in place of the one with its code, its sizes into the totals, saved, the list

@@ -1,0 +1,110 @@
+#include "library/mark_levels.h"
+
+#include "archive/level_folders.h"
+#include "core/look.h"
+#include "formats/level_folder.h"
+#include "session/operation.h"
+#include "session/telling.h"
+#include "words/levels.h"
+#include "words/library.h"
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+bool Refuse(Host& host, const std::string& words)
+{
+    host.Tell(Tone::Error, words);
+    return false;
+}
+
+/// Texts are refused where they are too long, never cut.
+bool AreWithinBounds(Host& host, const LevelMarks& marks)
+{
+    const auto isLong = [](const std::string& tag) { return Readable(tag).size() > longestTag; };
+    if (std::any_of(marks.addTags.begin(), marks.addTags.end(), isLong) ||
+        (marks.tags && std::any_of(marks.tags->begin(), marks.tags->end(), isLong)))
+        return Refuse(host, GetMsg(Msg::TagTooLong, {std::to_string(longestTag)}));
+    if (marks.ownNote && Readable(*marks.ownNote).size() > longestOwnNote)
+        return Refuse(host, GetMsg(Msg::OwnNoteTooLong, {std::to_string(longestOwnNote)}));
+    return true;
+}
+
+bool HasShot(Host& host, const Folders& folders, LevelCode code, const std::string& name)
+{
+    const auto safe = SafeName(name);
+    const auto isThere =
+        safe ? IsFile(InFolder(LevelHomeOf(folders, code), OnDisk::DirScreenshots) / *safe)
+             : Result<bool>{false};
+    if (!isThere)
+        return TellFolderNotRead(host, isThere.Error());
+    return *isThere ||
+           Refuse(host, GetMsg(Msg::CoverNotThere, {Readable(name), std::to_string(code)}));
+}
+
+bool MayMark(Host& host, const Folders& folders, const Archive& archive,
+             const std::vector<LevelCode>& codes, const LevelMarks& marks)
+{
+    for (const LevelCode code : codes)
+        if (archive.Find(code) == nullptr)
+            return Refuse(host, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
+    if (!AreWithinBounds(host, marks))
+        return false;
+    return !marks.cover || marks.cover->empty() ||
+           std::all_of(codes.begin(), codes.end(),
+                       [&](LevelCode code) { return HasShot(host, folders, code, *marks.cover); });
+}
+
+/// False when they are too many.
+bool MarkTags(std::vector<std::string>& tags, const LevelMarks& marks)
+{
+    if (marks.tags)
+        tags = *marks.tags;
+    for (const std::string& tag : marks.addTags)
+        if (std::none_of(tags.begin(), tags.end(),
+                         [&](const std::string& known) { return IsSameTag(known, tag); }))
+            tags.push_back(tag);
+    for (const std::string& tag : marks.dropTags)
+        std::erase_if(tags, [&](const std::string& known) { return IsSameTag(known, tag); });
+    return tags.size() <= mostTags;
+}
+
+} // namespace
+
+std::optional<std::vector<ChangedNote>>
+MarkLevels(Session& session, const std::vector<LevelCode>& codes, const LevelMarks& marks)
+{
+    const Operation operation{session};
+    const Folders folders = session.Folders();
+    if (!MayMark(session.host, folders, session.archive, codes, marks))
+        return std::nullopt;
+    bool tooManyTags = false;
+    auto changed = ChangeNotes(folders, session.archive, codes, [&](LevelNote& note) {
+        std::vector<std::string> tags = note.tags;
+        if (MarkTags(tags, marks))
+            note.tags = std::move(tags);
+        else
+            tooManyTags = true;
+        note.status = marks.status.value_or(note.status);
+        note.stars = marks.stars.value_or(note.stars);
+        note.ownNote = marks.ownNote.value_or(note.ownNote);
+        note.cover = marks.cover.value_or(note.cover);
+    });
+    if (!changed) {
+        TellFailure(session.host, GetMsg(Msg::NotesNotWritten, {TextOf(LibraryFileOf(folders))}),
+                    changed.Error());
+        return std::nullopt;
+    }
+    if (!changed->setAside.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::NotesSetAside, {TextOf(changed->setAside)}));
+    if (tooManyTags)
+        session.host.Tell(Tone::Warning, GetMsg(Msg::TooManyTags, {std::to_string(mostTags)}));
+    session.list.Refresh();
+    return std::move(changed->levels);
+}
+
+} // namespace kestrova
