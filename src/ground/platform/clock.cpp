@@ -15,6 +15,12 @@ std::int64_t NowNs()
     return duration_cast<nanoseconds>(system_clock::now().time_since_epoch()).count();
 }
 
+std::int64_t SteadyNs()
+{
+    using namespace std::chrono;
+    return duration_cast<nanoseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
 LocalTime LocalTimeOf(std::int64_t ns)
 {
     auto seconds = static_cast<std::time_t>(ns / 1'000'000'000);

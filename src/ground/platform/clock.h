@@ -9,6 +9,10 @@ namespace kestrova::platform
 /// Nanoseconds since 1970, UTC.
 std::int64_t NowNs();
 
+/// Nanoseconds of a clock that nobody sets and that stands still while the machine sleeps; it
+/// begins anew with every start of the machine.
+std::int64_t SteadyNs();
+
 /// A point in time as the wall clock of this place shows it.
 struct LocalTime {
     int year = 1970;

@@ -22,5 +22,6 @@ inline constexpr Message PlayInstallFailed{"Error while installing files to play
 inline constexpr Message GameNotStarted{"The game could not be started. The level stands in the Level Editor's folder, and nothing else has changed."};
 inline constexpr Message GameFileMissing{"the Level Editor's folder has no such game file; its name is in the settings (Tomb.exe name)"};
 inline constexpr Message AskPlayIncomplete{"This level is incomplete. It lacks: ~1~2Nothing has been changed yet. Install what is there all the same?"};
+inline constexpr Message WaitsForGame{"The game runs. Its end is waited for."};
 
 } // namespace kestrova::Msg

@@ -12,8 +12,7 @@ bool GameWatch::Look()
     // First to be told, then to look: what happens in between is told.
     const Path folder = session_.TrleFolder();
     platform::Waker openings = platform::Waker::OnOpenIn(ResolvePath(folder));
-    const std::vector<platform::RunningProgram> programs =
-        ProgramsInTrle(session_, session_.Folders());
+    std::vector<platform::RunningProgram> programs = ProgramsInTrle(session_, session_.Folders());
     wakers_.clear();
     for (const platform::RunningProgram& program : programs)
         wakers_.push_back(platform::Waker::OnEndOf(program.pid));
@@ -21,14 +20,14 @@ bool GameWatch::Look()
         wakers_.push_back(std::move(openings));
     told_ = std::all_of(wakers_.begin(), wakers_.end(),
                         [](const platform::Waker& waker) { return waker.Works(); });
-    const bool changed = programs.empty() == running_;
-    running_ = !programs.empty();
+    const bool changed = programs.empty() == Running();
+    programs_ = std::move(programs);
     return changed;
 }
 
 bool GameWatch::HasNews() const
 {
-    if (running_)
+    if (Running())
         return true; // a program's end
     // The marker is opened by whoever asks which level stands there, this program above all.
     const std::string marker = session_.MarkerPath().filename().native();

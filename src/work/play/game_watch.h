@@ -16,7 +16,12 @@ public:
 
     /// Looks again; True when the answer is another one.
     bool Look();
-    [[nodiscard]] bool Running() const { return running_; }
+    [[nodiscard]] bool Running() const { return !programs_.empty(); }
+    /// What was found at the last look.
+    [[nodiscard]] const std::vector<platform::RunningProgram>& Programs() const
+    {
+        return programs_;
+    }
 
     /// What becomes readable when there may be news; new ones after each look.
     [[nodiscard]] const std::vector<platform::Waker>& Wakers() const { return wakers_; }
@@ -27,7 +32,7 @@ public:
 
 private:
     Session& session_;
-    bool running_ = false;
+    std::vector<platform::RunningProgram> programs_;
     bool told_ = false;
     std::vector<platform::Waker> wakers_;
 };

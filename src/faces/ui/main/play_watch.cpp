@@ -24,6 +24,8 @@ constexpr int lookSoonMs = 500;
 constexpr int lookOnceMoreMs = 3000;
 /// Where nothing tells of a start or an end. The list of processes is read for each look.
 constexpr int lookAgainMs = 2000;
+/// How long a level is played is brought up to date so often.
+constexpr int countMs = 60'000;
 
 } // namespace
 
@@ -38,6 +40,11 @@ PlayWatch::PlayWatch(Session& session, QMainWindow& window)
     gameTimer_.setSingleShot(true);
     connect(&gameTimer_, &QTimer::timeout, this, &PlayWatch::Look);
     gameTimer_.start(lookSoonMs);
+    minuteTimer_.setObjectName(QStringLiteral("Timer_Minute"));
+    connect(&minuteTimer_, &QTimer::timeout, this, [this] {
+        if (session_.runningOperations == 0)
+            CountPlaying();
+    });
 }
 
 void PlayWatch::BeginKeys()
@@ -75,7 +82,18 @@ bool PlayWatch::LookNow()
     }
     if (!gameWatch_.IsTold())
         gameTimer_.start(lookAgainMs);
+    CountPlaying();
     return changed;
+}
+
+void PlayWatch::CountPlaying()
+{
+    if (playTimes_.Look(gameWatch_.Programs()))
+        session_.list.Refresh();
+    if (!gameWatch_.Running())
+        minuteTimer_.stop();
+    else if (!minuteTimer_.isActive())
+        minuteTimer_.start(countMs);
 }
 
 void PlayWatch::HearOfGame()
@@ -113,7 +131,10 @@ void PlayWatch::ShowGame()
 
 void PlayWatch::GameHasStarted()
 {
+    const bool noted = playTimes_.GameStarted();
     LookNow();
+    if (noted)
+        session_.list.Refresh();
     ShowGame();
     TellOfUnseenKeysOnce(session_);
 }

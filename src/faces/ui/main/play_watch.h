@@ -2,6 +2,7 @@
 
 #include "play/game_watch.h"
 #include "play/hot_keys.h"
+#include "play/play_times.h"
 
 #include <QTimer>
 #include <functional>
@@ -34,6 +35,7 @@ private:
     void BeginKeys();
     void Look();
     bool LookNow();
+    void CountPlaying();
     void HearOfGame();
     void ShowGame();
 
@@ -42,8 +44,10 @@ private:
     QLabel* game_;
     HotKeys hotKeys_{session_};
     GameWatch gameWatch_{session_};
+    PlayTimes playTimes_{session_};
     QTimer keysTimer_{this};
     QTimer gameTimer_{this};
+    QTimer minuteTimer_{this};
     /// Behind the watch, whose descriptors they wait on.
     std::vector<std::unique_ptr<QSocketNotifier>> gameNews_;
     bool lookOnceMore_ = false;
