@@ -10,6 +10,7 @@
 #include "app/intake_commands.h"
 #include "app/level_commands.h"
 #include "app/look_commands.h"
+#include "app/mark_commands.h"
 #include "app/online_commands.h"
 #include "app/publish_commands.h"
 #include "app/saves_commands.h"
@@ -46,16 +47,27 @@ struct CommandGroup {
 std::vector<CommandGroup> Groups()
 {
     return {
-        {SetupCommands(), HelpTag::Beginning},    {ArchiveCommands(), HelpTag::Archives},
-        {LookCommands(), HelpTag::Levels},        {IntakeCommands(), HelpTag::NewLevel},
-        {LevelCommands(), HelpTag::Levels},       {ConfigCommands(), HelpTag::ConfigFile},
-        {EditorCommands(), HelpTag::CompileTom},  {WadsCommands(), HelpTag::ImportWads},
-        {UpkeepCommands(), HelpTag::Maintenance}, {SwapCommands(), HelpTag::Playing},
-        {SavesCommands(), HelpTag::Savegames},    {HistoryCommands(), HelpTag::History},
-        {UndoCommands(), HelpTag::Undo},          {ShotsCommands(), HelpTag::Shots},
-        {OnlineCommands(), HelpTag::Addresses},   {SetCommands(), HelpTag::Settings},
-        {AudioCommands(), HelpTag::Audio},        {PublishCommands(), HelpTag::PublishOverview},
-        {DiscsCommands(), HelpTag::LevelsOnCd},   {HelpCommands(), HelpTag::Problems},
+        {SetupCommands(), HelpTag::Beginning},
+        {ArchiveCommands(), HelpTag::Archives},
+        {LookCommands(), HelpTag::Levels},
+        {IntakeCommands(), HelpTag::NewLevel},
+        {LevelCommands(), HelpTag::Levels},
+        {MarkCommands(), HelpTag::Levels},
+        {ConfigCommands(), HelpTag::ConfigFile},
+        {EditorCommands(), HelpTag::CompileTom},
+        {WadsCommands(), HelpTag::ImportWads},
+        {UpkeepCommands(), HelpTag::Maintenance},
+        {SwapCommands(), HelpTag::Playing},
+        {SavesCommands(), HelpTag::Savegames},
+        {HistoryCommands(), HelpTag::History},
+        {UndoCommands(), HelpTag::Undo},
+        {ShotsCommands(), HelpTag::Shots},
+        {OnlineCommands(), HelpTag::Addresses},
+        {SetCommands(), HelpTag::Settings},
+        {AudioCommands(), HelpTag::Audio},
+        {PublishCommands(), HelpTag::PublishOverview},
+        {DiscsCommands(), HelpTag::LevelsOnCd},
+        {HelpCommands(), HelpTag::Problems},
     };
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/disc_findings.h"
 #include "app/file_names.h"
+#include "app/library_findings.h"
 #include "app/start_up.h"
 #include "archive/set_aside.h"
 #include "conversion/sound_tools.h"
@@ -338,6 +339,7 @@ std::vector<Finding> Examine(Session& session)
     if (findings.back().fine)
         findings.push_back(Levels(session.Folders(), session.archive));
     FoldersOfNoLevel(session.Folders(), session.archive, findings);
+    LibraryFindings(session.Folders(), session.archive, findings);
     findings.push_back(Interrupted(session.Folders(), session.archive, session.preferences));
     if (findings[1].fine)
         Game(session.Folders(), session.preferences, ToolsOf(session), findings);

@@ -1,11 +1,15 @@
 #include "app/look_commands.h"
 
+#include "app/mark_commands.h"
 #include "app/result_text.h"
 #include "archive/level_folders.h"
+#include "archive/library_notes.h"
 #include "history/standing.h"
 #include "library/level_list.h"
+#include "session/telling.h"
 #include "words/commands.h"
 #include "words/library.h"
+#include "words/mark_commands.h"
 
 #include <nlohmann/json.hpp>
 
@@ -37,11 +41,23 @@ Json LevelAsJson(const LevelRecord& level, bool current)
             {"extrasSize", level.extrasSize}, {"current", current}};
 }
 
+/// What is noted of the levels; told where it cannot be read.
+LibraryNotes NotesOf(Run& run)
+{
+    LibraryNotes notes;
+    notes.Follow(run.session.Folders(), run.session.archive);
+    if (notes.Trouble())
+        TellFailure(run.session.host, GetMsg(Msg::NotesUnreadable), *notes.Trouble());
+    return notes;
+}
+
 std::string LevelAsLine(const LevelRecord& level, bool current)
 {
     std::string line = ZeroPadded(level.levelCode, 4) + "  " + OneField(Field(level.levelName));
     if (current)
         line += Msg::CurrentLevelMark.text;
+    if (level.cdNumber != 0)
+        line += Msg::OnDiscMark.text;
     return line;
 }
 
@@ -53,10 +69,13 @@ bool ListLevels(Run& run)
             AddLine(run, LevelAsLine(level, level.levelCode == current));
         return true;
     }
+    const LibraryNotes notes = NotesOf(run);
     // One object at a time: the whole of a great archive costs more to build than to print.
-    for (const LevelRecord& level : run.session.archive.levels)
-        run.text += (run.text.empty() ? "[\n " : ",\n ") +
-                    JsonText(LevelAsJson(level, level.levelCode == current));
+    for (const LevelRecord& level : run.session.archive.levels) {
+        Json object = LevelAsJson(level, level.levelCode == current);
+        AddNote(object, notes.Of(level.levelCode));
+        run.text += (run.text.empty() ? "[\n " : ",\n ") + JsonText(object);
+    }
     run.text += "\n]\n";
     return true;
 }
@@ -68,8 +87,10 @@ bool LevelInfo(Run& run)
     if (!facts)
         return false;
     const LevelRecord& level = facts->record;
+    const LevelNote noted = NotesOf(run).Of(run.level);
     if (run.json != nullptr) {
         *run.json = LevelAsJson(level, facts->current);
+        AddNote(*run.json, noted);
         (*run.json)["emails"] = TextList(level.authorEmails);
         (*run.json)["sites"] = TextList(level.authorSites);
         (*run.json)["authorNote"] = Field(level.authorNote);
@@ -88,6 +109,7 @@ bool LevelInfo(Run& run)
         AddLine(run, GetMsg(Msg::InfoAuthor, {OneField(author)}));
     AddLine(run,
             GetMsg(Msg::InfoSizes, {FormatSize(level.filesSize), FormatSize(level.extrasSize)}));
+    ShowNote(run, noted);
     return true;
 }
 

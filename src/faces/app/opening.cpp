@@ -6,6 +6,7 @@
 #include "editor/folder_test.h"
 #include "platform/places.h"
 #include "platform/terminal.h"
+#include "play/play_times.h"
 #include "session/preferences_file.h"
 #include "session/telling.h"
 #include "swap/backup_state.h"
@@ -120,7 +121,11 @@ bool OpenToWork(Run& run, Needs needs, const Whereabouts& said)
 {
     HearInterrupts();
     SaidStart face{run};
-    return ChooseHome(run, true) && StartUp(run.session, face, needs, said) == Start::Done;
+    if (!ChooseHome(run, true) || StartUp(run.session, face, needs, said) != Start::Done)
+        return false;
+    if (needs >= Needs::Archive)
+        CountGamesLeft(run.session);
+    return true;
 }
 
 void RestoreAutoSave(Run& run)

@@ -7,6 +7,8 @@
 #include "editor/folder_test.h"
 #include "history/standing.h"
 #include "play/play_level.h"
+#include "play/play_times.h"
+#include "session/held_folders.h"
 #include "session/telling.h"
 #include "swap/backup_state.h"
 #include "swap/folder_guard.h"
@@ -79,11 +81,24 @@ std::string ReadableName(std::string_view text)
     return Readable(Trim(text));
 }
 
+/// A window counts by itself, and so does one that holds the folders.
+void CountPlaying(Run& run)
+{
+    if (!HoldFolders(run.session.locks, run.session.Folders()))
+        return;
+    PlayTimes times{run.session};
+    times.GameStarted();
+    if (run.arguments.Has("--wait"))
+        CountUntilGameEnds(run.session, times);
+}
+
 bool Play(Run& run)
 {
     const bool start = !run.arguments.Has("--no-start");
     if (!PlayLevel(run.session, run.level, start))
         return false;
+    if (start && run.FromWords())
+        CountPlaying(run);
     ShowPlayed(run, start);
     run.face.Note(GetMsg(Msg::GameStarted, {LevelNameOf(run.session.archive, run.level)}));
     run.face.GameStarted();
@@ -242,7 +257,7 @@ std::span<const CommandRow> SwapCommands()
                       .json = Msg::KeysPlay,
                       .leastWords = 1,
                       .mostWords = 1,
-                      .options = {FlagOption("--no-start")},
+                      .options = {FlagOption("--no-start"), FlagOption("--wait")},
                       .failsWhenTold = true,
                       // A level that stands in its place needs no lock and no write.
                       .looksWhen = StandsInTrle},

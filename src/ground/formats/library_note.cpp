@@ -256,12 +256,12 @@ bool IsSameTag(std::string_view a, std::string_view b)
 
 void MakeTidy(LevelNote& note)
 {
-    const auto time = [](std::optional<std::int64_t>& seconds) {
+    const auto bound = [](std::optional<std::int64_t>& seconds) {
         if (seconds)
             seconds = std::clamp<std::int64_t>(*seconds, 0, lastSecond);
     };
-    time(note.added);
-    time(note.lastPlayed);
+    bound(note.added);
+    bound(note.lastPlayed);
     note.secondsPlayed = std::clamp<std::int64_t>(note.secondsPlayed, 0, mostSeconds);
     note.stars = std::clamp(note.stars, 0, mostStars);
     note.tags = TidyTags(note.tags);

@@ -103,5 +103,11 @@ inline constexpr Message DoctorDriveRemedy{"Make room: a swap needs space for th
 inline constexpr Message DoctorDriveUnknown{"its free space is not known"};
 inline constexpr Message LastArchiveAway{"The drive that it is on may not be connected. Once it is there again, open the archive with File, Load Archive. Nothing of it was changed."};
 inline constexpr Message AskRestoreAtStart{"~1~2~3The backup has the originals of this folder. Bring them back now (full restore)? What you changed there is kept first."};
+inline constexpr Message DoctorLibrary{"notes on the levels"};
+inline constexpr Message DoctorLibraryUnread{"~1 could not be read just now, so nothing of it is shown"};
+inline constexpr Message DoctorLibraryDamaged{"~1 is damaged, and nothing of it is shown"};
+inline constexpr Message DoctorLibraryDamagedRemedy{"Put a copy of the file in its place if you have one. Otherwise nothing has to be done: as soon as something is noted of a level, a new file is begun and the damaged one is kept beside it."};
+inline constexpr Message DoctorLibraryEntries{"~1 entries of ~2 cannot be understood and are not shown"};
+inline constexpr Message DoctorLibraryEntriesRemedy{"Nothing has to be done: they stay in the file as they are. Who knows the file can mend them with a text editor."};
 
 } // namespace kestrova::Msg

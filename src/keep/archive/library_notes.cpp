@@ -4,6 +4,7 @@
 #include "archive/level_token.h"
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "core/text.h"
 #include "platform/files.h"
 
 #include <algorithm>
@@ -216,7 +217,7 @@ bool LibraryNotes::Follow(const Folders& folders, const Archive& archive)
     followed_ = true;
     file_ = file;
     list_ = list;
-    facts_ = facts.ValueOr({});
+    facts_ = facts ? *facts : platform::FileFacts{};
     notes_.clear();
     trouble_.reset();
     damaged_ = 0;
@@ -239,7 +240,7 @@ bool LibraryNotes::Follow(const Folders& folders, const Archive& archive)
 
 const LevelNote& LibraryNotes::Of(LevelCode code) const
 {
-    static const LevelNote nothing;
+    static const LevelNote nothing{};
     const auto found = notes_.find(code);
     return found == notes_.end() ? nothing : found->second;
 }

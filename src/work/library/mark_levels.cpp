@@ -5,8 +5,8 @@
 #include "formats/level_folder.h"
 #include "session/operation.h"
 #include "session/telling.h"
-#include "words/levels.h"
 #include "words/library.h"
+#include "words/swap.h"
 
 #include <algorithm>
 

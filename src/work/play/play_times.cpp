@@ -87,7 +87,7 @@ void PlayTimes::ReadOnce(const std::vector<platform::RunningProgram>& programs)
     read_ = true;
     const auto text = ReadFileIfThere(PlayedFile(session_.Folders()), longestPlayedNote);
     auto note = text && *text ? ParsePlayedNote(**text) : Result<PlayedNote>{PlayedNote{}};
-    note_ = note.ValueOr({}); // one that is damaged told times alone
+    note_ = std::move(note).ValueOr({}); // one that is damaged told times alone
     if (note_.games.empty() || note_.games.back().pid == 0 || note_.games.back().boot.empty())
         return;
     // Of a game that ended meanwhile nobody knows when: only what was written counts.

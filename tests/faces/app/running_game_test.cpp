@@ -192,6 +192,7 @@ const Walked walk[] = {
     {"Pul_MoreInfo", {}, nullptr, false},
     {"levels", {"levels"}},
     {"info", {"info", "1"}},
+    {"mark", {"mark", "1", "--status", "finished"}},
     {"fetch", {"fetch", "http://127.0.0.1:9/f", "@out/f"}, nullptr, false},
     {"mnu_ShowUrlList", {"urls", "list"}, nullptr, false},
     {"urls add", {"urls", "add", "1", "Name", "http://127.0.0.1:9/f"}, nullptr, false},

@@ -10,12 +10,12 @@ namespace kestrova::testing
 namespace
 {
 
-const std::string token(32, 'a');
+const std::string tokenOfSeven(32, 'a');
 
 LibraryFile TwoLevels()
 {
     LibraryFile library;
-    library.levels.push_back({7, token, "Łódź", {}, {}});
+    library.levels.push_back({7, tokenOfSeven, "Łódź", {}, {}});
     LevelNote& note = library.levels[0].note;
     note = {1'700'000'000,
             1'700'000'500,
@@ -32,7 +32,7 @@ LibraryFile TwoLevels()
 }
 
 /// The one level that the text has.
-LibraryEntry Read(const std::string& members)
+LibraryEntry EntryOf(const std::string& members)
 {
     const auto library = ParseLibrary("{\"levels\":[{\"code\":7," + members + "}]}");
     EXPECT_TRUE(library && library->levels.size() == 1) << members;
@@ -72,14 +72,14 @@ TEST(LibraryNote, KeepsWhatItDoesNotUnderstandAndWritesItAgain)
                                    "\"token\":\"../x\"",
                                    "\"wishes\":{\"a\":[1,null,\"é\"]}"};
     for (const char* members : strange) {
-        const LibraryEntry entry = Read(members);
+        const LibraryEntry entry = EntryOf(members);
         EXPECT_EQ(entry.note, LevelNote{}) << members;
         EXPECT_TRUE(entry.token.empty());
         const std::string written = FormatLibrary({{entry}, {}, {}});
-        EXPECT_EQ(Read(entry.others.substr(1, entry.others.size() - 2)), entry) << written;
+        EXPECT_EQ(EntryOf(entry.others.substr(1, entry.others.size() - 2)), entry) << written;
         EXPECT_FALSE(entry.others.empty()) << members;
     }
-    LibraryEntry entry = Read("\"stars\":9");
+    LibraryEntry entry = EntryOf("\"stars\":9");
     entry.note.stars = 2;
     EXPECT_NE(FormatLibrary({{entry}, {}, {}}).find("\"stars\":2"), std::string::npos);
     for (const char* none : {"7", "null", "{}", "{\"code\":\"7\"}", "{\"code\":4294967296}"}) {
@@ -138,7 +138,7 @@ TEST(LibraryNote, HoldsTextsAndTagsWithinTheirBounds)
 TEST(PlayedNote, ComesBackAsItWasWrittenAndNothingElse)
 {
     PlayedNote note;
-    note.games = {{7, "/levels/LEVEL_0007 \xFF%", token, 0, "boot", 5, 60, 7},
+    note.games = {{7, "/levels/LEVEL_0007 \xFF%", tokenOfSeven, 0, "boot", 5, 60, 7},
                   {0, "/home/LEVEL_0000", {}, 4711, "boot", 1'000'000'000'000, 0, 0}};
     const std::string text = FormatPlayedNote(note);
     const auto back = ParsePlayedNote(text);
@@ -146,14 +146,16 @@ TEST(PlayedNote, ComesBackAsItWasWrittenAndNothingElse)
     EXPECT_EQ(*back, note);
     for (std::size_t length = 0; length + 2 < text.size(); ++length)
         EXPECT_FALSE(ParsePlayedNote(std::string_view{text}.substr(0, length))) << length;
-    for (const auto& [what, with] : {std::pair{"\"seconds\": 60", "\"seconds\": -60"},
-                                     {"4711", "-4711"},
-                                     {"\"code\": 7", "\"code\": -7"},
-                                     {"\"seconds\": 60", "\"seconds\": 99999999"}}) {
+    const std::pair<std::string_view, std::string_view> changes[] = {
+        {"\"seconds\": 60", "\"seconds\": -60"},
+        {"\"seconds\": 60", "\"seconds\": 99999999"},
+        {"4711", "-4711"},
+        {"\"code\": 7", "\"code\": -7"}};
+    for (const auto& [what, with] : changes) {
         std::string bad = text;
         const std::size_t at = bad.find(what);
         ASSERT_NE(at, std::string::npos) << what;
-        EXPECT_FALSE(ParsePlayedNote(bad.replace(at, std::string_view{what}.size(), with))) << with;
+        EXPECT_FALSE(ParsePlayedNote(bad.replace(at, what.size(), with))) << with;
     }
 }
 

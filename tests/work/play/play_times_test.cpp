@@ -13,8 +13,8 @@ namespace kestrova::testing
 namespace
 {
 
-constexpr std::int64_t second = 1'000'000'000;
-std::int64_t steady = 1000 * second;
+constexpr std::int64_t oneSecond = 1'000'000'000;
+std::int64_t steady = 1000 * oneSecond;
 std::int64_t Steady()
 {
     return steady;
@@ -34,8 +34,8 @@ protected:
     bool Look(PlayTimes& times) { return times.Look(box.machine.running); }
     void Pass(std::int64_t seconds)
     {
-        steady += seconds * second;
-        box.machine.now += seconds * second;
+        steady += seconds * oneSecond;
+        box.machine.now += seconds * oneSecond;
     }
     void GameRuns(std::int64_t pid = 4711) { box.machine.running = {{pid, "tomb4.exe"}}; }
     [[nodiscard]] LevelNote Note(LevelCode of) const
@@ -54,7 +54,7 @@ TEST_F(Counting, WhatIsPlayedIsNotedWhenTheGameEnds)
     EXPECT_FALSE(Look(times));
     EXPECT_FALSE(box.Has("levels/library.json")) << "nothing is noted while nothing is played";
     GameRuns();
-    const std::int64_t began = box.machine.now / second;
+    const std::int64_t began = box.machine.now / oneSecond;
     EXPECT_TRUE(Look(times));
     EXPECT_EQ(Note().lastPlayed, began);
     EXPECT_EQ(Note().status, LevelStatus::Playing);
@@ -129,22 +129,22 @@ TEST_F(Counting, ClocksThatJumpAndNewStartsOfTheMachineMakeNoTimes)
         PlayTimes times{box.session, Steady};
         GameRuns();
         Look(times);
-        box.machine.now += INT64_C(40'000'000) * second; // somebody set the clock
-        steady += 100 * second;                          // it slept meanwhile
+        box.machine.now += INT64_C(40'000'000) * oneSecond; // somebody set the clock
+        steady += 100 * oneSecond;                          // it slept meanwhile
         Look(times);
-        box.machine.now = 5 * second;
-        steady -= 50 * second;
+        box.machine.now = 5 * oneSecond;
+        steady -= 50 * oneSecond;
         Look(times);
-        steady += 70 * second;
+        steady += 70 * oneSecond;
         Look(times);
     }
     box.machine.bootId = "boot-2";
-    steady = 7000 * second; // the same number belongs to another program now
+    steady = 7000 * oneSecond; // the same number belongs to another program now
     PlayTimes times{box.session, Steady};
     EXPECT_TRUE(Look(times));
     EXPECT_EQ(Note().secondsPlayed, 170);
     EXPECT_GT(Note().lastPlayed.value_or(0), 1'000'000'000) << "a clock that is not set tells none";
-    steady += INT64_C(1'000'000'000) * second;
+    steady += INT64_C(1'000'000'000) * oneSecond;
     box.machine.running.clear();
     Look(times);
     EXPECT_LE(Note().secondsPlayed, 170 + mostSecondsOfGame);
