@@ -1,11 +1,8 @@
 #include "session/folder_locks.h"
 
-#include "core/dates.h"
-#include "platform/clock.h"
 #include "platform/file_lock.h"
-#include "platform/process.h"
 #include "platform/real_path.h"
-#include "words/session.h"
+#include "session/holder_words.h"
 
 #include <algorithm>
 #include <utility>
@@ -22,9 +19,8 @@ Status FolderLocks::Hold(const Path& folder)
         return {};
     platform::FileLock lock;
     std::string holder;
-    const std::string words = GetMsg(
-        Msg::LockWords, {std::to_string(platform::OwnProcess()), DateText(platform::NowNs())});
-    const auto failure = platform::FileLock::Take(place / lockFileName, words, lock, holder);
+    const auto failure =
+        platform::FileLock::Take(place / lockFileName, WordsOfHolder(), lock, holder);
     if (failure == std::errc::resource_unavailable_try_again)
         return Failure{ErrorCode::Refused, TextOf(place), holder};
     if (failure && failure != std::errc::read_only_file_system &&

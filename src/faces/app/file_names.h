@@ -24,8 +24,14 @@ inline constexpr std::string_view EntriesFolder = "applications";
 inline constexpr std::string_view ProgramEntry = "kestrova.desktop";
 inline constexpr std::string_view SiblingEntry = "brivanta.desktop";
 inline constexpr std::string_view WindowsProgram = "kestrova";
+inline constexpr std::string_view WindowClass = "kestrova";
 inline constexpr std::string_view SiblingProgram = "brivanta.exe";
 inline constexpr std::string_view TypeOfArchives = "application/x-kestrova-archive";
 inline constexpr std::string_view TypeOfSibling = "application/x-brivanta-archive";
+
+/// Where later starts of the windows find the first one: a socket, and the lock of who listens.
+inline constexpr std::string_view DirMeeting = "kestrova";
+inline constexpr std::string_view MeetingSocket = ".kv~windows";
+inline constexpr std::string_view MeetingLockEnding = ".lock";
 
 } // namespace kestrova::OnDisk

@@ -147,6 +147,8 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments)
             found.archive = place;
         else if (EqualNames(place.filename().native(), OnDisk::LastPartTrle))
             found.trle = place;
+        else
+            found.others.push_back(place);
     }
     return found;
 }

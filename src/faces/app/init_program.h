@@ -7,8 +7,9 @@ namespace kestrova
 {
 
 struct CommandLine {
-    Path archive; ///< item that ends in `.kva`
-    Path trle;    ///< item whose last part is `trle`
+    Path archive;             ///< item that ends in `.kva`
+    Path trle;                ///< item whose last part is `trle`
+    std::vector<Path> others; ///< what else is named: packages and folders of levels
 };
 /// Goes through the items from the left up to the first empty one; of several the later wins.
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments);

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 #include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace kestrova::platform
 {
@@ -27,6 +29,17 @@ fs::path HomeFolder()
 fs::path NamedWinePrefix()
 {
     return FolderOfVariable("WINEPREFIX");
+}
+
+fs::path RuntimeFolder()
+{
+    const fs::path folder = FolderOfVariable("XDG_RUNTIME_DIR");
+    struct stat there {
+    };
+    const bool isOwn = !folder.empty() && ::stat(folder.c_str(), &there) == 0 &&
+                       S_ISDIR(there.st_mode) && there.st_uid == ::geteuid() &&
+                       (there.st_mode & (S_IRWXG | S_IRWXO)) == 0;
+    return isOwn ? folder : fs::path{};
 }
 
 std::vector<fs::path> SharedDataFolders()

@@ -11,6 +11,9 @@ namespace kestrova::platform
 std::filesystem::path HomeFolder();
 /// `$WINEPREFIX`; empty where it is not set, or no path from the root on.
 std::filesystem::path NamedWinePrefix();
+/// `$XDG_RUNTIME_DIR`, where what lives as long as the person's session lies; empty where it is not
+/// set, or not this user's alone.
+std::filesystem::path RuntimeFolder();
 /// `$XDG_DATA_DIRS`, or what stands for it: what is installed for everybody lies there.
 std::vector<std::filesystem::path> SharedDataFolders();
 

@@ -233,6 +233,11 @@ void MainWindow::ShowNote(const std::string& text)
     statusBar()->showMessage(ToQt(text), statusMs);
 }
 
+void MainWindow::OpenFiles(const std::vector<std::string>& items)
+{
+    commands_.OpenFiles(items);
+}
+
 void MainWindow::GameHasStarted()
 {
     play_->GameHasStarted();

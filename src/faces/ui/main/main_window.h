@@ -57,6 +57,8 @@ public:
     /// A line of the status bar, for a while.
     void ShowNote(const std::string& text);
     void GameHasStarted();
+    /// What a command line names: an archive, a Level Editor's folder, levels to add.
+    void OpenFiles(const std::vector<std::string>& items);
 
     /// Called when the window has closed for good: preferences are written.
     std::function<void()> ended = [] {};

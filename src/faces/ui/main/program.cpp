@@ -1,6 +1,7 @@
 #include "ui/main/program.h"
 
 #include "app/init_program.h"
+#include "app/meeting_place.h"
 #include "app/session_discs.h"
 #include "platform/end_signals.h"
 #include "platform/places.h"
@@ -10,6 +11,7 @@
 #include "ui/dialogs/dialog_setup_cd.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
+#include "ui/main/later_starts.h"
 #include "ui/main/main_window.h"
 #include "ui/main/start_windows.h"
 #include "ui/widgets/clear_boxes_style.h"
@@ -134,13 +136,47 @@ void HearOfTheEnd(QApplication& application, MainWindow& window)
     });
 }
 
+/// The items as another program finds them, which works in another folder; none behind the first
+/// empty one.
+OpenRequest RequestFor(const std::vector<std::string>& items, const std::string& activation)
+{
+    OpenRequest request{activation, {}};
+    for (const std::string& item : items) {
+        if (item.empty())
+            break;
+        request.items.push_back(platform::AbsolutePath(item).native());
+    }
+    return request;
+}
+
+/// No value when this start goes on; the exit code of one that another program stands for.
+std::optional<int> AskMeetingPlace(MeetingPlace& meeting, WindowHost& host,
+                                   const OpenRequest& request)
+{
+    constexpr std::chrono::seconds patience{10};
+    switch (meeting.Begin(request, patience)) {
+    case MeetingPlace::Role::First:
+        return std::nullopt;
+    case MeetingPlace::Role::Taken:
+        return 0;
+    case MeetingPlace::Role::NoAnswer:
+        host.Tell(Tone::Error, GetMsg(Msg::MeetingSilent), meeting.Holder());
+        return 1;
+    case MeetingPlace::Role::TooMuch:
+        break;
+    }
+    host.Tell(Tone::Error, GetMsg(Msg::MeetingTooMuch));
+    return 1;
+}
+
 int ShowWindows(QApplication& application, Session& session, WindowLevelList& list,
-                const std::vector<std::string>& items)
+                MeetingPlace& meeting, const std::vector<std::string>& items)
 {
     const InputGate gate{session.runningOperations};
     const HelpDesk help{session};
     const std::unique_ptr<SplashDialog> splash = ShowSplash(session.programFolder);
     MainWindow window{session, list};
+    LaterStarts laterStarts{meeting, session, window};
     QApplication::setQuitOnLastWindowClosed(false);
     window.ended = [&application] { application.quit(); };
     window.show();
@@ -153,6 +189,7 @@ int ShowWindows(QApplication& application, Session& session, WindowLevelList& li
         window.RefreshList();
         if (splash != nullptr)
             splash->close();
+        laterStarts.Open(ParseCommandLine(items).others);
     });
     return QApplication::exec();
 }
@@ -163,6 +200,7 @@ int RunWindows(int argc, char** argv)
 {
     if (const auto exitCode = AnswerAtOnce(argc, argv))
         return *exitCode;
+    const std::string activation = platform::Variable("XDG_ACTIVATION_TOKEN"); // Qt takes it away
     PreferX();
     QApplication application(argc, argv);
     const Options options = ReadOptions(QApplication::arguments());
@@ -185,9 +223,12 @@ int RunWindows(int argc, char** argv)
                   folder.Error().reason);
         return 1;
     }
+    MeetingPlace meeting{*folder};
+    if (const auto ended = AskMeetingPlace(meeting, host, RequestFor(options.items, activation)))
+        return *ended;
     Session session{host, machine, list, *folder};
     const SessionDiscs discs{session, WindowsForDiscs()};
-    const int code = ShowWindows(application, session, list, options.items);
+    const int code = ShowWindows(application, session, list, meeting, options.items);
     GiveDiscsBack(session);
     return code;
 }

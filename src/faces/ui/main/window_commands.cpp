@@ -1,5 +1,7 @@
 #include "ui/main/window_commands.h"
 
+#include "app/command_table.h"
+#include "app/init_program.h"
 #include "app/run_command.h"
 #include "app/start_up.h"
 #include "archive/archive_saving.h"
@@ -9,6 +11,7 @@
 #include "intake/package_sources.h"
 #include "intake/queue_texts.h"
 #include "online/config_database.h"
+#include "platform/real_path.h"
 #include "session/operation.h"
 #include "shots/shot_commands.h"
 #include "ui/dialogs/dialog_add_many.h"
@@ -187,6 +190,37 @@ void WindowCommands::AddManyFrom(const std::vector<QueueSource>& sources)
         Note(GetMsg(Msg::ManyNote, {CountsText(dialog.Queue())}));
 }
 
+void WindowCommands::OpenFiles(const std::vector<std::string>& items)
+{
+    if (session_.runningOperations > 0)
+        return;
+    const CommandLine named = ParseCommandLine(items);
+    if (!named.trle.empty()) {
+        const bool kept = [this] {
+            const Operation operation{session_};
+            return WritePreferences(session_);
+        }();
+        if (!kept)
+            return;
+        StartAnew(items);
+    } else if (!named.archive.empty()) {
+        OpenArchive(named.archive);
+    }
+    if (!named.others.empty())
+        AddLevelFrom(named.others);
+}
+
+void WindowCommands::OpenArchive(const Path& file)
+{
+    if (session_.archive.Loaded() && platform::IsSameFile(session_.ArchivePath(), file))
+        return;
+    const CommandRow& row = *FindCommand("load");
+    const Arguments words{std::string{row.terminal.word}, {file.native()}, {}, {}};
+    const Operation operation{session_};
+    Run run{session_, *this, words};
+    row.run(run);
+}
+
 void WindowCommands::ZoomShot(std::ptrdiff_t index)
 {
     if (session_.runningOperations == 0 && window_.Chosen())
@@ -226,8 +260,13 @@ void WindowCommands::SetUpEditor(SetupFrom from)
         if (!finder.Take(*installed) || !finder.Accept() || !WritePreferences(session_))
             return;
     }
+    StartAnew({}); // with the new folder
+}
+
+void WindowCommands::StartAnew(const std::vector<std::string>& items)
+{
     StartDialogs dialogs;
-    InitProgram(session_, dialogs, {}); // a new start, with the new folder
+    InitProgram(session_, dialogs, items);
     window_.RefreshList();
 }
 

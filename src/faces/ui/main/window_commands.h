@@ -27,6 +27,9 @@ public:
     /// The dialog of a new level; files, packages and folders given here come in at once. Of what
     /// may be several levels the person says whether it is.
     void AddLevelFrom(const std::vector<Path>& sources);
+    /// What a command line names: an archive is opened, the Level Editor set up from a folder that
+    /// is called `trle`, anything else becomes a level.
+    void OpenFiles(const std::vector<std::string>& items);
     /// A picture of the list in a window of its own.
     void ZoomShot(std::ptrdiff_t index);
 
@@ -47,6 +50,9 @@ private:
     bool AsksForDatabaseUpdate();
     /// The help of a command of the menu Help.
     void ShowHelp(std::string_view command);
+    void OpenArchive(const Path& file);
+    /// The program starts anew, as after its own command line.
+    void StartAnew(const std::vector<std::string>& items);
     void EditChosen();
     void EditArchivePreferences();
     void ShowAuthor();
