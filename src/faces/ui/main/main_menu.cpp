@@ -1,6 +1,7 @@
 #include "ui/main/main_menu.h"
 
 #include "app/command_table.h"
+#include "ui/main/command_looks.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/qt_text.h"
 
@@ -83,6 +84,8 @@ QAction* AddCommand(QMenu& menu, const CommandRow& row, std::string_view name, c
 {
     QAction* action = menu.addAction(Words(row.window.caption));
     action->setObjectName(Name(name));
+    if (const auto drawing = LookOf(name).drawing)
+        action->setIcon(DrawnIcon(*drawing));
     // Roles would move commands to other menus on some desktops.
     action->setMenuRole(QAction::NoRole);
     QObject::connect(action, &QAction::triggered, &menu, [invoke, &row] { invoke(row); });
@@ -94,6 +97,8 @@ void FillMenu(QMenu& menu, std::string_view name, const Invoke& invoke)
     menu.setObjectName(Name(name));
     menu.setToolTipsVisible(true);
     for (const std::string_view item : OrderOf(name)) {
+        if (LookOf(item).line)
+            menu.addSeparator();
         if (const MenuRow* inner = FindMenu(item)) {
             FillMenu(*menu.addMenu(Words(inner->caption)), inner->name, invoke);
             continue;

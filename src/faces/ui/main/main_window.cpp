@@ -10,6 +10,7 @@
 #include "ui/main/level_details.h"
 #include "ui/main/level_list_pane.h"
 #include "ui/main/main_menu.h"
+#include "ui/main/main_tool_bar.h"
 #include "ui/main/play_watch.h"
 #include "ui/main/savegame_windows.h"
 #include "ui/widgets/captions.h"
@@ -76,6 +77,7 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     setObjectName(QStringLiteral("Principale"));
     setAcceptDrops(true);
     BuildMenu(*menuBar(), [this](const CommandRow& row) { commands_.Invoke(row); });
+    AddToolBar(*this);
     splitter_->setStretchFactor(0, 2);
     splitter_->setStretchFactor(1, 3);
     splitter_->setChildrenCollapsible(false);

@@ -5,7 +5,34 @@
 namespace kestrova
 {
 
-enum class Drawing { Play, Search, Previous, Next, Zoom, Here };
+enum class Drawing {
+    Play,
+    Search,
+    Previous,
+    Next,
+    Zoom,
+    Here,
+    Page,
+    Folder,
+    Save,
+    Leave,
+    Add,
+    Pencil,
+    Bin,
+    PackOut,
+    Undo,
+    Redo,
+    Globe,
+    PutAway,
+    BringBack,
+    Clock,
+    Camera,
+    Disc,
+    Gate,
+    Parcel,
+    Sliders,
+    Question,
+};
 
 /// Drawn in the palette's own colours at whatever size is asked for, so that it fits light and
 /// dark, and every scale.
