@@ -1,44 +1,59 @@
-# Where the programs go, and the Debian package (`./dev deb`).
+# Where the programs go, with all that a desktop wants of them.
+include(FromRows)
+
 set(programs)
-foreach(program kestrova kestrovactl kestrova-practice-game kestrova-practice-tom2pc
-    kestrova-practice-script kestrova-practice-setup)
+foreach(program kestrova kestrovactl)
   if(TARGET ${program})
     list(APPEND programs ${program})
+  endif()
+endforeach()
+set(stand_ins)
+foreach(stand_in game tom2pc script setup)
+  if(TARGET kestrova-practice-${stand_in})
+    list(APPEND stand_ins kestrova-practice-${stand_in})
   endif()
 endforeach()
 if(programs)
   install(TARGETS ${programs} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
+if(stand_ins) # copied into practice folders, started by nobody
+  install(TARGETS ${stand_ins} RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/kestrova)
+endif()
+
 if(KESTROVA_WINDOWS)
   install(FILES packaging/kestrova.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES packaging/org.kestrova.kestrova.metainfo.xml
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 endif()
-install(FILES packaging/kestrova.svg
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
-install(FILES packaging/application-x-kestrova-archive.svg
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/mimetypes)
 install(FILES packaging/kestrova-mime.xml RENAME kestrova.xml
   DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 set(resources packaging/kestrova.svg share/help_kestrova.txt packaging/kestrova-mime.xml
   packaging/brivanta-mime.xml packaging/application-x-kestrova-archive.svg)
 install(FILES ${resources} DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrova)
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
-# The terminal's page for man and its words for bash, from the rows of the commands.
-if(TARGET kestrovactl)
-  set(from_rows ${CMAKE_BINARY_DIR}/from_rows)
-  set(completion ${CMAKE_SOURCE_DIR}/packaging/completion.bash)
-  add_custom_command(OUTPUT ${from_rows}/kestrovactl.1 ${from_rows}/kestrovactl
-    COMMAND ${CMAKE_COMMAND} -E make_directory ${from_rows}
-    COMMAND kestrovactl help --man > ${from_rows}/kestrovactl.1
-    COMMAND kestrovactl help --completion > ${from_rows}/tables
-    COMMAND cat ${from_rows}/tables ${completion} > ${from_rows}/kestrovactl
-    DEPENDS kestrovactl ${completion} VERBATIM)
-  add_custom_target(kestrova_from_rows ALL DEPENDS ${from_rows}/kestrovactl.1)
-  install(FILES ${from_rows}/kestrovactl.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-  install(FILES ${from_rows}/kestrovactl
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
-endif()
+# The drawings as they are, and at the sizes that menus and lists of files ask for.
+set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
+find_program(RSVG_CONVERT rsvg-convert)
+foreach(icon apps/kestrova mimetypes/application-x-kestrova-archive)
+  get_filename_component(kind ${icon} DIRECTORY)
+  get_filename_component(name ${icon} NAME)
+  set(drawing ${CMAKE_SOURCE_DIR}/packaging/${name}.svg)
+  install(FILES ${drawing} DESTINATION ${icons}/scalable/${kind})
+  if(NOT RSVG_CONVERT)
+    continue()
+  endif()
+  foreach(size 16 22 24 32 48 64 128 256 512)
+    set(picture ${CMAKE_BINARY_DIR}/icons/${size}/${name}.png)
+    add_custom_command(OUTPUT ${picture}
+      COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/icons/${size}
+      COMMAND ${RSVG_CONVERT} -w ${size} -h ${size} -o ${picture} ${drawing}
+      DEPENDS ${drawing} VERBATIM)
+    list(APPEND pictures ${picture})
+    install(FILES ${picture} DESTINATION ${icons}/${size}x${size}/${kind})
+  endforeach()
+endforeach()
+add_custom_target(kestrova_icons ALL DEPENDS ${pictures})
 
 # The same folder beside the programs of a build, which nobody installed.
 foreach(resource ${resources})
@@ -46,24 +61,4 @@ foreach(resource ${resources})
   configure_file(${resource} ${CMAKE_BINARY_DIR}/src/share/kestrova/${name} COPYONLY)
 endforeach()
 
-set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_NAME kestrova)
-set(CPACK_PACKAGE_CONTACT "The Kestrova developers <kestrova@localhost>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Archive of custom Tomb Raider levels, played one at a time")
-set(CPACK_PACKAGE_DESCRIPTION
-"Keeps hundreds of custom levels in an archive and swaps the chosen one into the Level
-Editor's folder: its files, its savegames and its pictures come in, the level before goes
-out, and the Level Editor's own files come back whenever they are wanted.
-
-The windows are the program kestrova; kestrovactl does the same from a terminal.")
-set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_STRIP_FILES ON)
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SECTION games)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, xdg-utils, zip, unzip, libarchive-tools")
-# The game and the Level Editor's programs are for another system.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "wine, qt6-gtk-platformtheme, shared-mime-info, desktop-file-utils")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland")
-include(CPack)
+include(Package)

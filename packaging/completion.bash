@@ -24,3 +24,10 @@ _kestrovactl() {
     [[ -z $words ]] || mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
 }
 complete -o default -F _kestrovactl kestrovactl
+
+_kestrova() {
+    COMPREPLY=()
+    [[ ${COMP_WORDS[COMP_CWORD]} != -* ]] ||
+        mapfile -t COMPREPLY < <(compgen -W "--home --version --help" -- "${COMP_WORDS[COMP_CWORD]}")
+}
+complete -o default -F _kestrova kestrova

@@ -22,7 +22,7 @@ namespace
 {
 
 constexpr std::chrono::seconds longestUpdate{60};
-constexpr std::string_view programCategories = "Game;Utility;";
+constexpr std::string_view programCategories = "Game;AdventureGame;";
 
 const Tool& MimeUpdater()
 {
@@ -67,6 +67,7 @@ std::vector<RegisteredFile> FilesToRegister(Session& session)
     };
     const Path packages = data / OnDisk::MimeFolder / OnDisk::MimePackages;
     const Path program = platform::ExecutableFolder() / OnDisk::WindowsProgram;
+    const std::string archives = std::string{OnDisk::TypeOfArchives} + ';';
     std::vector<RegisteredFile> files{
         {packages / OnDisk::MimePackage, share / OnDisk::MimeXml},
         {data / OnDisk::MimeIcons / OnDisk::MimeIcon, share / OnDisk::MimeIcon},
@@ -76,7 +77,10 @@ std::vector<RegisteredFile> FilesToRegister(Session& session)
                                      {},
                                      "kestrova",
                                      programCategories,
-                                     std::string{OnDisk::TypeOfArchives} + ';'})};
+                                     archives,
+                                     GetMsg(Msg::CommentOfProgram),
+                                     Msg::KeywordsOfProgram.text,
+                                     OnDisk::WindowClass})};
     const Path sibling = ResolvePath(session.programFolder / OnDisk::SiblingProgram);
     if (FileExists(sibling)) {
         files.push_back(

@@ -1,5 +1,6 @@
 #include "cli/man_page.h"
 
+#include "app/command_table.h"
 #include "cli/help.h"
 #include "words/cli.h"
 
@@ -31,6 +32,33 @@ std::string RoffWords(std::string_view words)
     return text + '\n';
 }
 
+std::string PageHead(std::string_view name, std::string_view version)
+{
+    return ".TH " + std::string{name} + " 1 \"\" \"kestrova " + std::string{version} + // not shown
+           "\"\n.nh\n.ad l\n";                                                         // not shown
+}
+
+/// The commands of a menu, an item each: keys, and the words of the terminal.
+std::string CommandsOf(std::string_view menu)
+{
+    std::string items;
+    for (const CommandRow& row : CommandTable()) {
+        if (row.window.control.empty() || row.window.menu != menu)
+            continue;
+        items += "- `" + std::string{row.window.caption.text} + '`';
+        if (!row.window.keys.empty())
+            items += GetMsg(Msg::ManKeys, {row.window.keys});
+        if (!row.terminal.word.empty()) {
+            std::string words{row.terminal.word};
+            if (!row.terminal.verb.empty())
+                words += ' ' + std::string{row.terminal.verb};
+            items += GetMsg(Msg::ManInTerminal, {words});
+        }
+        items += '\n';
+    }
+    return items;
+}
+
 } // namespace
 
 std::string AsRoff(std::string_view markdown)
@@ -39,6 +67,7 @@ std::string AsRoff(std::string_view markdown)
     bool example = false;
     bool begins = true; // a paragraph, with the next words
     bool heading = false;
+    bool inItem = false; // its paragraphs are indented
     for (std::size_t from = 0; from < markdown.size();) {
         const std::size_t end = std::min(markdown.find('\n', from), markdown.size());
         const std::string_view line = markdown.substr(from, end - from);
@@ -47,7 +76,7 @@ std::string AsRoff(std::string_view markdown)
         if (example && !indented)
             page += ".fi\n.RE\n";
         else if (!example && indented)
-            page += ".PP\n.RS 4\n.nf\n"; // not shown
+            page += heading ? ".RS 4\n.nf\n" : ".PP\n.RS 4\n.nf\n"; // not shown
         example = indented;
         if (line.empty()) {
             begins = !heading;
@@ -59,13 +88,15 @@ std::string AsRoff(std::string_view markdown)
         } else if (line.starts_with("### ")) {
             page += ".TP\n" + RoffWords(line.substr(4));
             begins = false;
+            inItem = true;
         } else if (line.starts_with("## ")) {
             page += ".SH " + RoffWords(line.substr(3));
             begins = false;
+            inItem = false;
         } else if (line.starts_with("- ")) {
             page += ".IP \\(bu 2\n" + RoffWords(line.substr(2)); // not shown
         } else {
-            page += (begins ? ".IP\n" : "") + RoffWords(line);
+            page += (!begins ? "" : inItem ? ".IP\n" : ".PP\n") + RoffWords(line);
             begins = false;
         }
     }
@@ -74,10 +105,20 @@ std::string AsRoff(std::string_view markdown)
 
 std::string ManPage(std::string_view version)
 {
-    return ".TH KESTROVACTL 1 \"\" \"kestrova " + std::string{version} + // not shown
-           "\"\n.nh\n.ad l\n" +                                          // not shown
+    return PageHead("KESTROVACTL", version) +
            AsRoff(GetMsg(Msg::ManHead, {"\n", "\n", "\n"}) + HelpOfCommands() +
                   GetMsg(Msg::ManFoot, {"\n", "\n", "\n"}));
+}
+
+std::string WindowsManPage(std::string_view version)
+{
+    std::string menus;
+    for (const MenuRow& menu : MenuTable())
+        if (const std::string commands = CommandsOf(menu.name); !commands.empty())
+            menus += "\n" + GetMsg(Msg::ManMenu, {menu.caption.text}) + "\n" + commands;
+    return PageHead("KESTROVA", version) +
+           AsRoff(GetMsg(Msg::ManWindowsHead) + GetMsg(Msg::ManWindowsOptions) + menus +
+                  GetMsg(Msg::ManWindowsFoot));
 }
 
 } // namespace kestrova

@@ -78,14 +78,33 @@ int RunTopic(const Arguments& arguments)
     return WrongUse(nullptr, words + '\n' + GetMsg(Msg::TopicsHint));
 }
 
+/// What a package installs: the page of a program, or what a shell completes by.
+int RunMadeHelp(const Arguments& arguments, std::string_view version)
+{
+    const std::string what = arguments.words.empty() ? std::string{} : arguments.words.front();
+    if (arguments.Has("--man")) {
+        if (what == "kestrova")
+            return Finish(WindowsManPage(version), Exit::Done);
+        if (what.empty() || what == "kestrovactl")
+            return Finish(ManPage(version), Exit::Done);
+    } else {
+        if (what == "fish")
+            return Finish(CompletionForFish(), Exit::Done);
+        if (what == "zsh") // its first line names what it completes
+            return Finish("#compdef kestrovactl kestrova\n" + CompletionTables(), // not shown
+                          Exit::Done);
+        if (what.empty() || what == "bash")
+            return Finish(CompletionTables(), Exit::Done);
+    }
+    return WrongUse(nullptr, GetMsg(Msg::WrongMadeHelp, {what}));
+}
+
 int RunHelp(const Arguments& arguments, std::string_view version)
 {
     if (arguments.Has("--markdown"))
         return Finish(HelpAsMarkdown(), Exit::Done);
-    if (arguments.Has("--man"))
-        return Finish(ManPage(version), Exit::Done);
-    if (arguments.Has("--completion"))
-        return Finish(CompletionTables(), Exit::Done);
+    if (arguments.Has("--man") || arguments.Has("--completion"))
+        return RunMadeHelp(arguments, version);
     const std::string name = arguments.command != "help" ? arguments.command
                              : arguments.words.empty()   ? std::string{}
                                                          : arguments.words.front();

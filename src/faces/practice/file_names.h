@@ -12,6 +12,7 @@ inline constexpr std::string_view PracticeZipTool = "zip";
 inline constexpr std::string_view PracticeHere = ".";
 inline constexpr std::string_view FragPracticeTrle = "\\trle";
 inline constexpr std::string_view FragPracticeLevels = "\\levels";
+inline constexpr std::string_view DirInstalledStandIns = "libexec/kestrova";
 inline constexpr std::string_view StandInGame = "kestrova-practice-game";
 inline constexpr std::string_view StandInCompiler = "kestrova-practice-tom2pc";
 inline constexpr std::string_view StandInScriptCompiler = "kestrova-practice-script";

@@ -242,8 +242,11 @@ std::optional<DriveSetting> PracticeDrive(const Path& trle)
 
 PracticePrograms StandInsIn(const Path& folder)
 {
-    return {folder / OnDisk::StandInGame, folder / OnDisk::StandInCompiler,
-            folder / OnDisk::StandInScriptCompiler, folder / OnDisk::StandInSetup};
+    // A build has them beside its programs; installed, they are in nobody's search path.
+    const Path installed = folder.parent_path() / OnDisk::DirInstalledStandIns;
+    const Path& in = FileExists(installed / OnDisk::StandInCompiler) ? installed : folder;
+    return {in / OnDisk::StandInGame, in / OnDisk::StandInCompiler,
+            in / OnDisk::StandInScriptCompiler, in / OnDisk::StandInSetup};
 }
 
 Result<PracticeMade> MakePracticeFolder(const Path& dir, const PracticePrograms& programs,

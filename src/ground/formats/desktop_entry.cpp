@@ -58,17 +58,22 @@ std::string FormatDesktopEntry(const DesktopEntry& entry)
         command += (command.empty() ? "" : " ") + CommandWord(word);
     if (!entry.mimeTypes.empty())
         command += " %f";
-    std::string text = "[Desktop Entry]\nType=Application\nVersion=1.5\n"; // not shown
+    std::string text = "[Desktop Entry]\nType=Application\nVersion=1.4\n"; // not shown
     const auto add = [&](std::string_view key, std::string_view value) {
         if (!value.empty())
             text += std::string{key} + '=' + EntryValue(value) + '\n';
     };
     add("Name", entry.name);
+    add("Comment", entry.comment);
     add("Exec", command);
     add("Path", entry.folder);
     add("Icon", entry.icon);
     add("Categories", entry.categories);
     add("MimeType", entry.mimeTypes);
+    add("Keywords", entry.keywords);
+    add("StartupWMClass", entry.windowClass);
+    if (!entry.windowClass.empty())
+        text += "StartupNotify=true\n";
     return text + "Terminal=false\n";
 }
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-/// A desktop entry (freedesktop.org, version 1.5): what a menu or a desktop shows to be started.
+/// A desktop entry (freedesktop.org, version 1.4): what a menu or a desktop shows to be started.
 ///
 ///     [Desktop Entry]
 ///     Type=Application
@@ -24,6 +24,9 @@ struct DesktopEntry {
     /// The kinds of files that it opens, each ended by a semicolon; a file's name stands behind the
     /// command then.
     std::string_view mimeTypes{};
+    std::string comment{};          ///< what it is for, in a line
+    std::string_view keywords{};    ///< it is found by these too, each ended by a semicolon
+    std::string_view windowClass{}; ///< of its windows, so that a desktop knows them as its own
 };
 
 std::string FormatDesktopEntry(const DesktopEntry& entry);

@@ -17,7 +17,7 @@ TEST(DesktopEntry, NoLetterOfAPathMeansAnything)
                              .icon = {},
                              .categories = "Game;"};
     EXPECT_EQ(FormatDesktopEntry(entry),
-              "[Desktop Entry]\nType=Application\nVersion=1.5\nName=a\\nName=b\n"
+              "[Desktop Entry]\nType=Application\nVersion=1.4\nName=a\\nName=b\n"
               "Exec=\"/o/50%% \\\\\"of\\\\\" \\\\$x \\\\`y\\\\` \\\\\\\\z\" \"-setup\"\n"
               "Path=/o/a\\\\b\nCategories=Game;\nTerminal=false\n");
 }
