@@ -1,6 +1,9 @@
 #include "online/url_file.h"
+#include "pictures/bitmap.h"
+#include "pictures/jpeg.h"
 #include "ui/dialogs/dialog_siti.h"
 #include "ui/main/main_window.h"
+#include "ui/widgets/cover_cache.h"
 #include "world/world.h"
 
 #include <QApplication>
@@ -16,8 +19,9 @@
 #include <memory>
 
 /// How long the main window needs to open, empty and with 10,000 levels, and to show the list again
-/// after a key of the search; and how long the window of 100,000 web addresses. Medians of pairs
-/// that take turns, each window in a run of its own, as `name value unit` lines.
+/// after a key of the search; how long the window of 100,000 web addresses, and a screen full of
+/// covers. Medians of pairs that take turns, each window in a run of its own, as `name value unit`
+/// lines.
 
 using namespace kestrova;
 
@@ -29,6 +33,7 @@ constexpr const char* openEmpty = "--open-empty";
 constexpr const char* openFull = "--open-full";
 constexpr int manyLevels = 10'000;
 constexpr int manyAddresses = 100'000;
+constexpr int coversOfAScreen = 30;
 
 constexpr const char* places[] = {"Caves",  "Temple", "Ruins", "Secret", "Lost city", "The tomb",
                                   "Palace", "Return", "Curse", "Shadow", "Harbour",   "Night"};
@@ -154,6 +159,45 @@ void MeasureAddresses(Session& session)
     Print("addresses_shown_and_searched", Median(shown) + Median(searched), "ms");
 }
 
+/// From the first question for each cover of a screen full of them until all are there.
+double ShowCovers(testing::World& box, const Path& shelf)
+{
+    CoverCache covers{shelf};
+    covers.places = [&](LevelCode code) {
+        return CoverPlaces{box / ("covers/" + std::to_string(code)), {}, {}};
+    };
+    int came = 0;
+    covers.came = [&](LevelCode) { ++came; };
+    return Milliseconds([&] {
+        for (LevelCode code = 0; code < coversOfAScreen; ++code)
+            (void)covers.Cover(code);
+        while (came < coversOfAScreen)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    });
+}
+
+/// Screen-shots as the game's players have them, bitmaps and jpegs by turns.
+void MeasureCovers(testing::World& box)
+{
+    Picture picture{1024, 768, {}};
+    for (int i = 0; i < picture.width * picture.height * 3; ++i)
+        picture.rgb.push_back(static_cast<std::uint8_t>(i * 31 >> (i % 7)));
+    const std::string bitmap = EncodeBitmap(picture);
+    const std::string jpeg = *EncodeJpeg(picture);
+    for (int code = 0; code < coversOfAScreen; ++code)
+        box.Write("covers/" + std::to_string(code) + (code % 2 == 0 ? "/a.bmp" : "/a.jpg"),
+                  code % 2 == 0 ? bitmap : jpeg);
+    std::vector<double> cold;
+    std::vector<double> kept;
+    for (int round = 0; round < pairs; ++round) {
+        const Path shelf = box / ("shelf" + std::to_string(round));
+        cold.push_back(ShowCovers(box, shelf));
+        kept.push_back(ShowCovers(box, shelf));
+    }
+    Print("covers_cold", Median(cold), "ms");
+    Print("covers_kept", Median(kept), "ms");
+}
+
 /// The window of a run of its own, as a person meets it: fonts and style are not there yet.
 double OpenInRunOfItsOwn(const QString& program, const char* what)
 {
@@ -198,5 +242,6 @@ int main(int argc, char** argv)
     const auto window = Open(world.session, world.list);
     MeasureSearch(*window);
     MeasureAddresses(world.session);
+    MeasureCovers(world.box);
     return 0;
 }

@@ -12,6 +12,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const std::string_view bytes = TextOfInput(data, size);
     const auto picture = DecodePicture(bytes);
+    const auto small = DecodeSmall(bytes, 64, 1 << 20);
+    Promise(!small || small->rgb.size() == static_cast<std::size_t>(small->width) *
+                                               static_cast<std::size_t>(small->height) * 3,
+            "a small picture has all its pixels");
     if (!picture)
         return 0;
     Promise(IsPictureSize(picture->width, picture->height), "a size within the limit");

@@ -26,6 +26,13 @@ fs::path HomeFolder()
     return FolderOfVariable("HOME");
 }
 
+fs::path UserCacheFolder()
+{
+    const fs::path named = FolderOfVariable("XDG_CACHE_HOME");
+    const fs::path home = HomeFolder();
+    return !named.empty() || home.empty() ? named : home / ".cache";
+}
+
 fs::path NamedWinePrefix()
 {
     return FolderOfVariable("WINEPREFIX");

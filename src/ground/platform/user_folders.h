@@ -9,6 +9,8 @@ namespace kestrova::platform
 
 /// `$HOME`; empty where it is not set.
 std::filesystem::path HomeFolder();
+/// `$XDG_CACHE_HOME`, or the place that stands for it; empty where neither is told.
+std::filesystem::path UserCacheFolder();
 /// `$WINEPREFIX`; empty where it is not set, or no path from the root on.
 std::filesystem::path NamedWinePrefix();
 /// `$XDG_RUNTIME_DIR`, where what lives as long as the person's session lies; empty where it is not

@@ -108,7 +108,7 @@ bool IsPackingOf(const Layout& layout)
     }
 }
 
-Result<Layout> ReadHeader(const Bytes& file)
+Result<Layout> ReadHeader(const Bytes& file, std::int64_t mostPixels)
 {
     if (file.Size() < 26 || file.U8(0) != 'B' || file.U8(1) != 'M')
         return Damaged();
@@ -130,7 +130,7 @@ Result<Layout> ReadHeader(const Bytes& file)
     layout.packing = header >= 20 ? file.U32(30) : plain;
     layout.topDown = layout.height < 0;
     layout.height = layout.topDown ? -layout.height : layout.height;
-    if (!IsPictureSize(layout.width, layout.height))
+    if (!IsPictureSize(layout.width, layout.height, mostPixels))
         return MakeFailure(ErrorCode::Refused, {});
     const bool os2 = header == 64; // its packings 3 and 4 mean something else
     if (!IsPackingOf(layout) || (os2 && layout.packing > rle4))
@@ -307,10 +307,10 @@ void PutNumber(std::string& bytes, std::size_t number, int width)
 
 } // namespace
 
-Result<Picture> DecodeBitmap(std::string_view bytes)
+Result<Picture> DecodeBitmap(std::string_view bytes, std::int64_t mostPixels)
 {
     const Bytes file{bytes};
-    const Result<Layout> layout = ReadHeader(file);
+    const Result<Layout> layout = ReadHeader(file, mostPixels);
     if (!layout)
         return layout.Error();
     if (layout->packing != rle8 && layout->packing != rle4)

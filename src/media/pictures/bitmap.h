@@ -22,7 +22,8 @@ namespace kestrova
 
 /// 1, 4 and 8 bits with palette, plain or run-length packed, 16 and 32 bits plain or with masks,
 /// 24 bits. Transparency is ignored. What run-length packing leaves out has the palette's colour 0.
-Result<Picture> DecodeBitmap(std::string_view bytes);
+/// `Refused` for more than `mostPixels`.
+Result<Picture> DecodeBitmap(std::string_view bytes, std::int64_t mostPixels = maxPicturePixels);
 
 /// 24 bits, header 40, rows from the bottom up: the form in which the game reads its load picture.
 std::string EncodeBitmap(const Picture& picture);

@@ -2,6 +2,8 @@
 
 #include "pictures/jpeg_reader.h"
 
+#include <algorithm>
+#include <limits>
 #include <memory>
 #include <turbojpeg.h>
 
@@ -46,12 +48,21 @@ void FromPrintColours(const std::vector<std::uint8_t>& cmyk, std::vector<std::ui
 
 Result<Picture> DecodeJpeg(std::string_view bytes)
 {
+    return DecodeSmallJpeg(bytes, std::numeric_limits<int>::max(), maxPicturePixels);
+}
+
+Result<Picture> DecodeSmallJpeg(std::string_view bytes, int side, std::int64_t mostPixels)
+{
     JpegReader reader;
     if (!reader.ReadHeader(bytes))
         return DamagedJpeg();
-    Picture picture{reader.Width(), reader.Height(), {}};
-    if (!IsPictureSize(picture.width, picture.height))
+    if (!IsPictureSize(reader.Width(), reader.Height(), mostPixels))
         return MakeFailure(ErrorCode::Refused, {});
+    int parts = 1;
+    while (parts < 8 && std::max(reader.Width(), reader.Height()) / (parts * 2) >= side)
+        parts *= 2;
+    reader.Shrink(parts);
+    Picture picture{reader.Width(), reader.Height(), {}};
     const std::size_t pixels =
         static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height);
     picture.rgb.resize(pixels * 3);

@@ -32,6 +32,13 @@ struct JpegReader::State {
             Fail(common);
     }
 
+    unsigned parts = 1;
+    /// The library rounds up.
+    [[nodiscard]] int Part(JDIMENSION length) const
+    {
+        return static_cast<int>((length + parts - 1) / parts);
+    }
+
     bool Open(std::string_view bytes)
     {
         if (setjmp(failed) != 0) // NOLINT(cert-err52-cpp): the library knows no other way
@@ -86,12 +93,19 @@ bool JpegReader::ReadHeader(std::string_view bytes)
 
 int JpegReader::Width() const
 {
-    return static_cast<int>(state_->picture.image_width);
+    return state_->Part(state_->picture.image_width);
 }
 
 int JpegReader::Height() const
 {
-    return static_cast<int>(state_->picture.image_height);
+    return state_->Part(state_->picture.image_height);
+}
+
+void JpegReader::Shrink(int parts)
+{
+    state_->picture.scale_num = 1;
+    state_->picture.scale_denom = static_cast<unsigned>(parts);
+    state_->parts = static_cast<unsigned>(parts);
 }
 
 bool JpegReader::HasPrintColours() const

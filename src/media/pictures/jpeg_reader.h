@@ -22,6 +22,8 @@ public:
     bool ReadHeader(std::string_view bytes);
     [[nodiscard]] int Width() const;
     [[nodiscard]] int Height() const;
+    /// To a half, a quarter or an eighth (2, 4, 8); width and height are those of the result then.
+    void Shrink(int parts);
     /// Four bytes a pixel (CMYK), else three (RGB).
     [[nodiscard]] bool HasPrintColours() const;
     /// Fills `pixels`, which has room for all of them. False when the picture cannot be read.

@@ -57,6 +57,29 @@ TEST(Jpeg, KeepsThePictureAndRefusesCutOnes)
     EXPECT_FALSE(EncodeJpeg({}));
 }
 
+TEST(DecodeSmall, GivesTheSamePictureAtAPartOfItsSize)
+{
+    constexpr std::int64_t most = 1 << 20;
+    const Picture picture = Sample(1030, 515);
+    const auto jpeg = DecodeSmall(*EncodeJpeg(picture), 256, most);
+    const auto bitmap = DecodeSmall(EncodeBitmap(picture), 256, most);
+    ASSERT_TRUE(jpeg);
+    ASSERT_TRUE(bitmap);
+    EXPECT_EQ(jpeg->width, 258) << "a quarter, rounded up";
+    EXPECT_EQ(jpeg->height, 129);
+    EXPECT_EQ(bitmap->width, 257) << "a quarter without what is left over";
+    EXPECT_EQ(bitmap->height, 128);
+    EXPECT_EQ(bitmap->rgb.size(), 257U * 128 * 3);
+    EXPECT_LT(MeanDifference(*bitmap, Sample(257, 128)), 6.0);
+
+    EXPECT_EQ(DecodeSmall(*EncodeJpeg(picture), 800, most)->width, 1030)
+        << "never below what is wished";
+    EXPECT_EQ(DecodeSmall(EncodeBitmap(Sample(3000, 1)), 10, most)->height, 1);
+    for (const std::string& bytes : {*EncodeJpeg(picture), EncodeBitmap(picture)})
+        EXPECT_EQ(DecodeSmall(bytes, 256, 1030 * 515 - 1).Error().code, ErrorCode::Refused);
+    EXPECT_FALSE(DecodeSmall("neither", 256, most));
+}
+
 TEST(Jpeg, GreyAndPrintColoursBecomeRgb)
 {
     const std::vector<std::uint8_t> cmyk(16 * 16 * 4, 200); // inverted: 200 * 200 / 255

@@ -6,6 +6,7 @@
 #include <QBuffer>
 #include <QImageReader>
 
+#include <algorithm>
 #include <cstring>
 
 namespace kestrova
@@ -17,6 +18,9 @@ namespace
 /// Larger than any screen-shot that a player keeps.
 constexpr std::uint64_t fileLimit = 256U << 20;
 
+/// Of a picture that is only shown small.
+constexpr std::int64_t smallPixels = 24 * 1024 * 1024;
+
 Failure Unshown(const Path& file, Message why)
 {
     return {ErrorCode::CannotRead, TextOf(file), GetMsg(why)};
@@ -24,7 +28,7 @@ Failure Unshown(const Path& file, Message why)
 
 /// Kinds that only the window library's reader knows; of an animation the first picture. Of bitmaps
 /// and jpegs it would show half a picture where the file is cut.
-Result<QImage> ReadOther(std::string& bytes)
+Result<QImage> ReadOther(std::string& bytes, std::int64_t mostPixels)
 {
     QByteArray view = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
     QBuffer buffer(&view);
@@ -33,12 +37,19 @@ Result<QImage> ReadOther(std::string& bytes)
     if (kind != "png" && kind != "gif" && kind != "webp")
         return MakeFailure(ErrorCode::Damaged, {});
     const QSize size = reader.size();
-    if (size.isValid() && !IsPictureSize(size.width(), size.height()))
+    if (size.isValid() && !IsPictureSize(size.width(), size.height(), mostPixels))
         return MakeFailure(ErrorCode::Refused, {});
     QImage image = size.isValid() ? reader.read() : QImage();
     if (image.isNull())
         return MakeFailure(ErrorCode::Damaged, {});
     return image;
+}
+
+/// What looks into the pixels, which must outlive it.
+QImage ViewOf(const Picture& picture)
+{
+    return {picture.rgb.data(), picture.width, picture.height,
+            static_cast<qsizetype>(picture.width) * 3, QImage::Format_RGB888};
 }
 
 } // namespace
@@ -49,10 +60,24 @@ Result<QImage> ReadPicture(std::string& bytes)
     if (!decoded && decoded.Error().code == ErrorCode::Refused)
         return decoded.Error();
     if (!decoded)
-        return ReadOther(bytes);
-    const QImage view(decoded->rgb.data(), decoded->width, decoded->height,
-                      static_cast<qsizetype>(decoded->width) * 3, QImage::Format_RGB888);
-    return view.convertToFormat(QImage::Format_RGB32);
+        return ReadOther(bytes, maxPicturePixels);
+    return ViewOf(*decoded).convertToFormat(QImage::Format_RGB32);
+}
+
+Result<QImage> ReadSmallPicture(std::string& bytes, int side)
+{
+    const auto decoded = DecodeSmall(bytes, side, smallPixels);
+    if (!decoded && decoded.Error().code == ErrorCode::Refused)
+        return decoded.Error();
+    const auto other = decoded ? Result<QImage>{ViewOf(*decoded)} : ReadOther(bytes, smallPixels);
+    if (!other)
+        return other.Error();
+    QImage image = other->convertToFormat(QImage::Format_RGB32);
+    if (std::max(image.width(), image.height()) <= side)
+        return image;
+    const QSize fitting = image.size().scaled(side, side, Qt::KeepAspectRatio);
+    return image.scaled(fitting.expandedTo({1, 1}), Qt::IgnoreAspectRatio,
+                        Qt::SmoothTransformation);
 }
 
 Result<QImage> LoadPicture(const Path& file)
