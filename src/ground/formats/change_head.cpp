@@ -21,7 +21,7 @@ constexpr std::int32_t headForm = 1;
 constexpr std::string_view kindWords[] = {
     "",           "slots-freed", "slots-filled",  "import",        "export",       "bring-back",
     "shot-added", "shot-taken",  "shot-replaced", "shot-deleted",  "shot-renamed", "shots-imported",
-    "edit",       "removal",     "language",      "language-back", "files-left"};
+    "edit",       "removal",     "language",      "language-back", "files-left",   "deletion"};
 
 bool IsAbsolute(const std::string& path)
 {

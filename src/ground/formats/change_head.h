@@ -31,6 +31,7 @@ enum class ChangeKind {
     LanguageChanged,
     LanguageRestored,
     FilesLeft, ///< a level's files, which lie on a disc, left the hard disk
+    SavegamesDeleted,
 };
 
 /// A level's folder, or the one of its files, that changes its name within its file system, with

@@ -47,6 +47,7 @@ constexpr KindWords kindWords[] = {
     {ChangeKind::LanguageChanged, Msg::DidLanguageChanged},
     {ChangeKind::LanguageRestored, Msg::DidLanguageRestored},
     {ChangeKind::FilesLeft, Msg::DidFilesLeft},
+    {ChangeKind::SavegamesDeleted, Msg::DidSavegamesDeleted},
 };
 
 /// The sizes of the header follow the record, which is as the change has it before.

@@ -69,30 +69,10 @@ std::string Below(const std::string& words)
     return std::string{lineBreak}.append(lineBreak) + words;
 }
 
-std::string CountsOfArchive(const SavegamesMoved& moved)
-{
-    if (moved.live == 0)
-        return Below(GetMsg(Msg::NothingToArchive));
-    return Below(moved.moved == 0
-                     ? GetMsg(Msg::ArchivedBefore, {std::to_string(moved.known)})
-                     : GetMsg(Msg::ArchivedCounts,
-                              {std::to_string(moved.moved), std::to_string(moved.slot),
-                               std::to_string(moved.known), std::to_string(moved.live)}));
-}
-
 std::string WhyNotRestored(const SavegamesMoved& moved)
 {
     return GetMsg(moved.live == int{gameSlotCount} ? Msg::RestoreSlotsFull
                                                    : Msg::RestoreNothingThere);
-}
-
-std::string CountsOfRestore(const SavegamesMoved& moved)
-{
-    if (moved.slot == 0)
-        return Below(WhyNotRestored(moved));
-    return Below(
-        GetMsg(Msg::RestoredCounts, {std::to_string(moved.moved), std::to_string(moved.slot),
-                                     std::to_string(moved.known), std::to_string(moved.waiting)}));
 }
 
 bool TellMoveFailed(Host& host, const Folders& folders, const Failure& failure)
@@ -104,6 +84,25 @@ bool TellMoveFailed(Host& host, const Folders& folders, const Failure& failure)
 }
 
 } // namespace
+
+std::string WordsOfArchived(const SavegamesMoved& moved)
+{
+    if (moved.live == 0)
+        return GetMsg(Msg::NothingToArchive);
+    return moved.moved == 0 ? GetMsg(Msg::ArchivedBefore, {std::to_string(moved.known)})
+                            : GetMsg(Msg::ArchivedCounts,
+                                     {std::to_string(moved.moved), std::to_string(moved.slot),
+                                      std::to_string(moved.known), std::to_string(moved.live)});
+}
+
+std::string WordsOfRestored(const SavegamesMoved& moved)
+{
+    if (moved.slot == 0)
+        return WhyNotRestored(moved);
+    return GetMsg(Msg::RestoredCounts,
+                  {std::to_string(moved.moved), std::to_string(moved.slot),
+                   std::to_string(moved.known), std::to_string(moved.waiting)});
+}
 
 std::string SavegameRow(const Path& file)
 {
@@ -247,7 +246,7 @@ bool ArchiveWithWords(Session& session, BoxWords words)
     if (!moved)
         return TellMoveFailed(session.host, session.Folders(), moved.Error());
     if (words == BoxWords::Always || moved->live > 0)
-        TellMoved(session, Msg::SavegamesArchived, CountsOfArchive(*moved), *moved);
+        TellMoved(session, Msg::SavegamesArchived, Below(WordsOfArchived(*moved)), *moved);
     else
         session.host.Tell(Tone::Plain, GetMsg(Msg::NothingToArchive));
     return true;
@@ -259,7 +258,7 @@ bool RestoreWithWords(Session& session, BoxWords words)
     if (!moved)
         return TellMoveFailed(session.host, session.Folders(), moved.Error());
     if (words == BoxWords::Always || moved->slot > 0)
-        TellMoved(session, Msg::SavegamesRestored, CountsOfRestore(*moved), *moved);
+        TellMoved(session, Msg::SavegamesRestored, Below(WordsOfRestored(*moved)), *moved);
     else
         session.host.Tell(Tone::Plain, WhyNotRestored(*moved));
     return true;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "saves/savegame_moves.h"
 
 namespace kestrova
 {
@@ -42,6 +42,10 @@ private:
     LevelCode code_ = 0;
     std::vector<Path> files_;
 };
+
+/// What a move came to, for a person.
+std::string WordsOfArchived(const SavegamesMoved& moved);
+std::string WordsOfRestored(const SavegamesMoved& moved);
 
 /// When the words of a move's box, that it is done, are said: also where there was nothing to do,
 /// or only of work that was done.

@@ -11,6 +11,7 @@
 #include "pictures/bitmap.h"
 #include "publish/author_infos.h"
 #include "saves/bring_back.h"
+#include "saves/delete_savegames.h"
 #include "saves/savegame_transfer.h"
 #include "saves/saves_world.h"
 #include "shots/shot_capture.h"
@@ -181,6 +182,11 @@ inline const Doing doings[] = {
          return ExportSavegames(w.session, w.played, LiveOnes(w), w / "out", true).empty();
      },
      false},
+    {"SavegamesDeleted", ChangeKind::SavegamesDeleted,
+     [](UndoWorld& w) {
+         const auto all = SavegamesOfLevel(w.session.Folders(), w.session.archive, w.played);
+         return all && bool{DeleteSavegames(w.session, w.played, *all)};
+     }},
     {"ShotAdded", ChangeKind::ShotAdded,
      [](UndoWorld& w) {
          ShotList shots = w.Shots("one.bmp");

@@ -1,0 +1,84 @@
+#include "saves/delete_savegames.h"
+
+#include "formats/level_folder.h"
+#include "history/changes.h"
+#include "history/standing.h"
+#include "platform/places.h"
+#include "saves/archive_slots.h"
+#include "saves/savegame_moves.h"
+#include "saves/savegame_plan.h"
+#include "saves/savegame_store.h"
+#include "session/operation.h"
+#include "words/level_savegames.h"
+
+#include <map>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// The plan without the chosen ones. `archived` gets how many of them lay in archive slots.
+Status PlanDeletion(const std::vector<LevelSavegame>& chosen, SavegamePlan& plan, int& archived)
+{
+    std::map<Path, SavegamePlan::Folder> folders;
+    for (const LevelSavegame& one : chosen) {
+        if (one.place == SavegamePlace::History)
+            continue;
+        const Path folder = one.file.parent_path();
+        if (!folders.contains(folder)) {
+            const auto added = plan.AddFolder(folder);
+            if (!added)
+                return added.Error();
+            folders.emplace(folder, *added);
+        }
+        const std::string name = one.file.filename().native();
+        if (!plan.Has(folders.at(folder), name))
+            continue; // gone meanwhile
+        plan.DeleteSavegame(folders.at(folder), name);
+        archived += one.place == SavegamePlace::Slot ? 1 : 0;
+    }
+    return {};
+}
+
+} // namespace
+
+Status DeleteSavegames(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen)
+{
+    const Operation operation{session};
+    if (auto ready = EndEarlierMove(session); !ready)
+        return ready;
+    const auto live = LiveStateFolder(session.Folders(), session.archive, code);
+    const auto store = LoadSavegameStore(session.Folders(), session.preferences, code);
+    if (!live || !store)
+        return live ? store.Error() : live.Error();
+    SavegamePlan plan;
+    int archived = 0;
+    if (auto planned = PlanDeletion(chosen, plan, archived); !planned)
+        return planned;
+    auto folders = plan.Changes();
+    if (!folders)
+        return folders.Error();
+
+    Change change = NewChange(session.machine, session.Folders(), session.archive, session.settings,
+                              ChangeKind::SavegamesDeleted, code);
+    change.reason = GetMsg(Msg::ReasonSavegameDeleted);
+    change.subject = std::to_string(chosen.size());
+    change.header = platform::AbsolutePath(SlotsRootOf(session.Folders(), code) /
+                                           FileNameOf(OnDisk::FragSavegameHeader))
+                        .native();
+    change.archivedBefore = store->header.archivedCount;
+    change.archivedCount = store->header.archivedCount - archived;
+    change.live = ResolvePath(*live).native();
+    change.folders = std::move(*folders);
+    auto status =
+        MakeChange(session.machine, session.Folders(), session.archive, session.settings, change);
+    if (status) {
+        WriteArchivedCount(change, change.archivedCount);
+        status = EndChange(session.Folders(), session.settings, change);
+    }
+    return status;
+}
+
+} // namespace kestrova

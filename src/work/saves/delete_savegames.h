@@ -1,0 +1,12 @@
+#pragma once
+
+#include "saves/level_savegames.h"
+
+namespace kestrova
+{
+
+/// Deletes live and archived savegames with their notes and pictures, once they are in the history;
+/// those that only the history has are left alone. It can be undone.
+Status DeleteSavegames(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen);
+
+} // namespace kestrova

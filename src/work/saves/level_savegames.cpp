@@ -1,0 +1,219 @@
+#include "saves/level_savegames.h"
+
+#include "core/dates.h"
+#include "core/name_list.h"
+#include "formats/savegame_info.h"
+#include "formats/trle_folder.h"
+#include "history/history.h"
+#include "history/standing.h"
+#include "saves/archive_slots.h"
+#include "saves/bring_back.h"
+#include "saves/delete_savegames.h"
+#include "saves/savegame_moves.h"
+#include "saves/savegame_plan.h"
+#include "saves/savegame_transfer.h"
+#include "session/operation.h"
+#include "session/telling.h"
+#include "words/level_savegames.h"
+#include "words/saves.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace kestrova
+{
+
+namespace
+{
+
+LevelSavegame Seen(SavegamePlace place, int slot, const Path& file)
+{
+    const platform::FileFacts facts = platform::FactsOf(file);
+    const SavegameInfo info = ReadSavegameInfo(file);
+    LevelSavegame seen{place, slot, file, {}, {}, Readable(info.title), info.number, 0, 0};
+    seen.name = Readable(file.filename().native());
+    seen.savedNs = facts.modifiedNs;
+    seen.size = facts.size;
+    return seen;
+}
+
+/// By the number behind the dot, since slot 10 stands behind slot 9.
+void SortBySlot(std::vector<Path>& files)
+{
+    std::stable_sort(files.begin(), files.end(), [](const Path& a, const Path& b) {
+        return SlotNumberOf(a) < SlotNumberOf(b);
+    });
+}
+
+Status AddFolder(const Path& folder, SavegamePlace place, int slot,
+                 std::vector<LevelSavegame>& found)
+{
+    auto files = SavegamesIn(folder);
+    if (!files)
+        return files.Error();
+    SortBySlot(*files);
+    for (const Path& file : *files)
+        found.push_back(Seen(place, slot, file));
+    return {};
+}
+
+void AddHistoryOf(const Folders& folders, LevelCode code, std::vector<LevelSavegame>& found)
+{
+    auto entries = HistoryOf(folders, code);
+    std::reverse(entries.begin(), entries.end());
+    for (const HistoryEntry& entry : entries)
+        if (MatchesPattern(entry.name, OnDisk::SavegamePattern))
+            found.push_back({SavegamePlace::History,
+                             0,
+                             {},
+                             entry.id,
+                             Readable(entry.name),
+                             Readable(entry.title),
+                             entry.number,
+                             entry.modifiedNs,
+                             entry.size,
+                             entry.reason});
+}
+
+/// The contents of the live folder that are among the chosen ones come no second time.
+bool IsLiveAlready(const Path& live, const LevelSavegame& chosen)
+{
+    const auto files = SavegamesIn(live).ValueOr({});
+    return std::any_of(files.begin(), files.end(),
+                       [&](const Path& file) { return SameContent(file, chosen.file); });
+}
+
+Status BringOne(Session& session, LevelCode code, const LevelSavegame& chosen)
+{
+    if (chosen.place == SavegamePlace::History)
+        return StatusOf(BringBack(session.machine, session.Folders(), session.archive,
+                                  session.settings, code, chosen.id));
+    const auto live = LiveStateFolder(session.Folders(), session.archive, code);
+    if (!live)
+        return live.Error();
+    if (IsLiveAlready(ResolvePath(*live), chosen))
+        return Failure{ErrorCode::Refused, {}, GetMsg(Msg::SavegameIsLive)};
+    const FailedFiles failed = CopyIntoSlots(session, code, {chosen.file});
+    return failed.empty() ? Status{} : Status{failed.front().failure};
+}
+
+Status ExportOneChosen(Session& session, LevelCode code, const LevelSavegame& chosen,
+                       const Path& folder)
+{
+    if (chosen.place == SavegamePlace::History)
+        return StatusOf(BringBackTo(session.Folders(), code, chosen.id, folder));
+    const FailedFiles failed = ExportSavegames(session, code, {chosen.file}, folder, false);
+    return failed.empty() ? Status{} : Status{failed.front().failure};
+}
+
+/// What stands in a folder under the names of the chosen ones, with another content.
+std::vector<std::string> WhatIsReplaced(const std::vector<LevelSavegame>& chosen,
+                                        const Path& folder)
+{
+    std::vector<std::string> replaced;
+    for (const LevelSavegame& one : chosen) {
+        const Path target = ResolvePath(folder / one.name);
+        if (one.place != SavegamePlace::History && FileExists(target) &&
+            !SameContent(one.file, target))
+            replaced.push_back(WordsOf(Seen(SavegamePlace::Live, 0, target)));
+    }
+    return replaced;
+}
+
+/// Each of the chosen ones by itself; what could not be done is told once.
+bool DoForEach(Host& host, const std::vector<LevelSavegame>& chosen, Message failure,
+               const std::function<Status(const LevelSavegame&)>& work)
+{
+    std::vector<std::string> names;
+    Failure first;
+    for (const LevelSavegame& one : chosen) {
+        const Status done = work(one);
+        if (done)
+            continue;
+        if (names.empty())
+            first = done.Error();
+        names.push_back(WordsOf(one));
+    }
+    if (!names.empty())
+        TellFailure(host, GetMsg(failure, {ShownNames(names)}), first);
+    return names.empty();
+}
+
+} // namespace
+
+Result<std::vector<LevelSavegame>> SavegamesOfLevel(const Folders& folders, const Archive& archive,
+                                                    LevelCode code)
+{
+    std::vector<LevelSavegame> found;
+    const auto live = LiveStateFolder(folders, archive, code);
+    if (!live)
+        return live.Error();
+    if (auto status = AddFolder(ResolvePath(*live), SavegamePlace::Live, 0, found); !status)
+        return status.Error();
+    const Path root = SlotsRootOf(folders, code);
+    const auto last = LastSlot(root);
+    if (!last)
+        return last.Error();
+    for (int slot = *last; slot > 0; --slot)
+        if (auto status = AddFolder(ArchiveSlot(root, slot), SavegamePlace::Slot, slot, found);
+            !status)
+            return status.Error();
+    AddHistoryOf(folders, code, found);
+    return found;
+}
+
+std::string WordsOf(const LevelSavegame& savegame)
+{
+    return GetMsg(Msg::SavegameInWords,
+                  {savegame.name, savegame.title, std::to_string(savegame.number),
+                   DateText(savegame.savedNs)});
+}
+
+bool BringIntoSlots(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen)
+{
+    const Operation operation{session};
+    if (const auto ready = EndEarlierMove(session); !ready) {
+        TellFailure(session.host, GetMsg(Msg::SavegamesNotMoved), ready.Error());
+        return false;
+    }
+    const bool done =
+        DoForEach(session.host, chosen, Msg::SavegamesNotBroughtIn,
+                  [&](const LevelSavegame& one) { return BringOne(session, code, one); });
+    session.list.Select(code);
+    return done;
+}
+
+bool ExportChosen(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen,
+                  const Path& folder)
+{
+    const Operation operation{session};
+    const auto replaced = WhatIsReplaced(chosen, folder);
+    if (!replaced.empty() &&
+        !session.host.AskYesNo(GetMsg(Msg::AskExportOver, {TextOf(folder), ShownNames(replaced)})))
+        return false;
+    return DoForEach(
+        session.host, chosen, Msg::SavegamesNotExported,
+        [&](const LevelSavegame& one) { return ExportOneChosen(session, code, one, folder); });
+}
+
+bool DeleteChosen(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen)
+{
+    const Operation operation{session};
+    std::vector<std::string> names;
+    for (const LevelSavegame& one : chosen)
+        if (one.place != SavegamePlace::History)
+            names.push_back(WordsOf(one));
+    if (names.empty()) {
+        session.host.Tell(Tone::Plain, GetMsg(Msg::HistoryGoesByItself));
+        return false;
+    }
+    if (!session.host.AskYesNo(GetMsg(Msg::AskDeleteSavegames, {ShownNames(names)})))
+        return false;
+    const Status status = DeleteSavegames(session, code, chosen);
+    if (!status)
+        TellFailure(session.host, GetMsg(Msg::SavegamesNotDeleted), status.Error());
+    session.list.Select(code);
+    return bool{status};
+}
+
+} // namespace kestrova
