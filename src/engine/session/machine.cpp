@@ -111,6 +111,13 @@ bool DesktopMachine::IsRunning(std::int64_t pid)
     return platform::IsRunning(pid);
 }
 
+Status DesktopMachine::EndProgram(std::int64_t pid, bool byForce)
+{
+    if (const auto failure = platform::EndProcess(pid, byForce))
+        return MakeFailure(ErrorCode::Refused, std::to_string(pid), failure);
+    return {};
+}
+
 std::optional<int> DesktopMachine::ExitOf(std::int64_t pid)
 {
     return platform::ExitOf(pid);

@@ -62,6 +62,11 @@ public:
     /// failure when its owner does not hand it over now. It may take seconds.
     virtual Result<std::string> ClipboardPicture() = 0;
     virtual void ClearClipboard() = 0;
+    /// Tells the person who looks at other windows; where the desktop shows no such words nothing
+    /// happens. The next one takes the place of the one before.
+    virtual void Notify(const std::string& title, const std::string& text) = 0;
+    /// Ends a program that runs; with `byForce` it is not asked.
+    virtual Status EndProgram(std::int64_t pid, bool byForce) = 0;
 };
 
 /// The machine that this program runs on, without what only windows reach: keys and clipboard.
@@ -88,6 +93,8 @@ public:
     bool ActivateWindow(const std::string&) override { return false; }
     Result<std::string> ClipboardPicture() override { return std::string{}; }
     void ClearClipboard() override {}
+    void Notify(const std::string&, const std::string&) override {}
+    Status EndProgram(std::int64_t pid, bool byForce) override;
 };
 
 /// The fixed, writable drive with the most free space; the first of equals.

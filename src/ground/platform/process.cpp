@@ -2,6 +2,7 @@
 
 #include "platform/file_content.h"
 #include "platform/files.h"
+#include "platform/last_error.h"
 #include "platform/spawn.h"
 
 #include <algorithm>
@@ -62,6 +63,16 @@ bool IsRunning(std::int64_t pid)
     if (reaped == static_cast<pid_t>(pid))
         return false;
     return ::kill(static_cast<pid_t>(pid), 0) == 0 || errno == EPERM;
+}
+
+std::error_code EndProcess(std::int64_t pid, bool byForce)
+{
+    // 0 and below name groups of processes.
+    if (pid <= 1)
+        return std::make_error_code(std::errc::no_such_process);
+    if (::kill(static_cast<pid_t>(pid), byForce ? SIGKILL : SIGTERM) == 0 || errno == ESRCH)
+        return {};
+    return LastError();
 }
 
 std::optional<int> ExitOf(std::int64_t pid)

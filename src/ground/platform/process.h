@@ -31,6 +31,9 @@ std::int64_t OwnProcess();
 /// True while the process exists and has not become a zombie; reaps a child that has ended.
 bool IsRunning(std::int64_t pid);
 
+/// Asks a process of this user to end, or with `byForce` ends it. One that is gone is done.
+std::error_code EndProcess(std::int64_t pid, bool byForce);
+
 /// How a program that `StartDetached` began has ended: its exit code, 128 and the signal's number
 /// for a killed one; none while it runs, and none when nobody can tell.
 std::optional<int> ExitOf(std::int64_t pid);

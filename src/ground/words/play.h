@@ -14,6 +14,9 @@ inline constexpr Message ToolNotFound{"Brivanta not found. ~1In folder ~2 is mis
 inline constexpr Message ToolNotStarted{"Brivanta could not be started. Nothing of the level was changed."};
 inline constexpr Message HotKeyArchiveFailed{"F9: the game's slots could not be freed (~1 ~2). No savegame is lost."};
 inline constexpr Message HotKeyRestoreFailed{"F11: the savegames could not be brought back (~1 ~2). No savegame is lost."};
+inline constexpr Message HotKeyArchived{"F9: ~1"};
+inline constexpr Message HotKeyRestored{"F11: ~1"};
+inline constexpr Message HotKeyCaptured{"Print Screen: the picture is kept as “~1”."};
 inline constexpr Message CaptureFailed{"Error saving captured screen-shot as: "};
 inline constexpr Message CaptureNotRead{"A picture was copied, but it cannot be read, so no screen-shot was kept. It is still on the clipboard: paste it into a paint program, or press Print Screen again."};
 inline constexpr Message CaptureNoLevel{"The level that stands in the Level Editor's folder is not in this archive."};

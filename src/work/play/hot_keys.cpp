@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "history/standing.h"
 #include "play/file_names.h"
+#include "saves/savegame_list.h"
 #include "session/operation.h"
 #include "session/telling.h"
 #include "shots/shot_files.h"
@@ -33,23 +34,32 @@ private:
 
 } // namespace
 
+const HotKeys::Action HotKeys::actions[] = {
+    {GameKey::F9, ArchiveSavegames, WordsOfArchived, Msg::HotKeyArchived, Msg::HotKeyArchiveFailed},
+    {GameKey::F11, RestoreSavegames, WordsOfRestored, Msg::HotKeyRestored,
+     Msg::HotKeyRestoreFailed},
+};
+
 void HotKeys::Tick()
 {
     if (!session_.hotKeysActive || session_.runningOperations > 0) {
         awake_ = false;
         return;
     }
-    const bool first = session_.machine.IsKeyDown(GameKey::F9);
-    const bool second = session_.machine.IsKeyDown(GameKey::F11);
+    std::set<GameKey> down;
+    for (const Action& action : actions)
+        if (session_.machine.IsKeyDown(action.key))
+            down.insert(action.key);
     // What was pressed before the game was started, or into a dialog, is meant for nobody here.
     if (!awake_) {
         awake_ = true;
+        held_.clear();
         return;
     }
-    if (first)
-        Act(ArchiveSavegames, Msg::HotKeyArchiveFailed);
-    if (second)
-        Act(RestoreSavegames, Msg::HotKeyRestoreFailed);
+    for (const Action& action : actions)
+        if (down.contains(action.key))
+            Act(action);
+    held_ = std::move(down);
     LookAtClipboard();
 }
 
@@ -59,16 +69,18 @@ void HotKeys::NoteClipboard()
     clipboardTries_ = 0;
 }
 
-void HotKeys::Act(Result<SavegamesMoved> (*move)(Session&), Message failure)
+void HotKeys::Act(const Action& action)
 {
     const Asleep asleep{session_};
     const Operation operation{session_};
     const auto code = session_.list.Selected();
-    const auto moved = move(session_);
-    if (moved && !moved->kept.empty() && code)
-        failed(WordsAboutKept(*moved, *code));
+    const auto moved = action.move(session_);
     if (!moved)
-        failed(GetMsg(failure, {moved.Error().subject, moved.Error().reason}));
+        return failed(GetMsg(action.failure, {moved.Error().subject, moved.Error().reason}));
+    if (!moved->kept.empty() && code)
+        return failed(WordsAboutKept(*moved, *code));
+    if (code && (moved->moved > 0 || !held_.contains(action.key)))
+        done(GetMsg(action.done, {action.words(*moved)}));
 }
 
 void HotKeys::LookAtClipboard()
@@ -118,6 +130,7 @@ void HotKeys::Keep(Picture picture)
             session_.machine.ClearClipboard();
             return;
         }
+        done(GetMsg(Msg::HotKeyCaptured, {TextOf(file->filename())}));
     } else {
         session_.machine.TypeKeys(OnDisk::CaptureTypes);
         ask(shot);

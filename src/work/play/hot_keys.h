@@ -5,6 +5,7 @@
 #include "words/message.h"
 
 #include <functional>
+#include <set>
 
 namespace kestrova
 {
@@ -27,17 +28,30 @@ public:
 
     /// Lets a person name and save, or drop, a captured picture.
     std::function<void(const CapturedShot&)> ask = [](const CapturedShot&) {};
+    /// Told of an F9 or F11 that did its work, or had nothing to do, and of a picture that was
+    /// kept. A key that is held and does nothing more is not told again.
+    std::function<void(const std::string&)> done = [](const std::string&) {};
     /// Told of an F9 or F11 that could not do its work or left savegames to the history alone, and
     /// of a picture that cannot be read: words that must not hide the game.
     std::function<void(const std::string&)> failed = [](const std::string&) {};
 
 private:
-    void Act(Result<SavegamesMoved> (*move)(Session&), Message failure);
+    /// What one of the two keys does, and what is said of it.
+    struct Action {
+        GameKey key;
+        Result<SavegamesMoved> (*move)(Session&);
+        std::string (*words)(const SavegamesMoved&);
+        Message done;
+        Message failure;
+    };
+    static const Action actions[];
+    void Act(const Action& action);
     void LookAtClipboard();
     void Keep(Picture picture);
 
     Session& session_;
-    bool awake_ = false; ///< the last tick was one with the keys active
+    bool awake_ = false;     ///< the last tick was one with the keys active
+    std::set<GameKey> held_; ///< were down at the last tick, and acted
     bool clipboardChanged_ = false;
     int clipboardTries_ = 0;
 };

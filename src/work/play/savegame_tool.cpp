@@ -61,6 +61,11 @@ bool StartTool(Host& host, Machine& machine, const Tools& tools, const Path& pro
 
 } // namespace
 
+bool HasSavegameTool(const Folders& folders)
+{
+    return FileExists(ResolvePath(folders.program / OnDisk::ToolProgram));
+}
+
 bool StartSavegameTool(Session& session)
 {
     const Operation operation{session};

@@ -69,6 +69,14 @@ public:
         clipboard.clear();
         ++clipboardCleared;
     }
+    std::vector<std::string> notified; ///< the texts
+    void Notify(const std::string&, const std::string& text) override { notified.push_back(text); }
+    std::vector<std::pair<std::int64_t, bool>> endedPrograms; ///< and whether by force
+    Status EndProgram(std::int64_t pid, bool byForce) override
+    {
+        endedPrograms.emplace_back(pid, byForce);
+        return {};
+    }
 };
 
 } // namespace kestrova::testing

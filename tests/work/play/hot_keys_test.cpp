@@ -76,6 +76,33 @@ TEST(HotKeys, DoNothingUntilAGameWasStartedAndWhileSomethingRuns)
     EXPECT_EQ(world.Shots(), 1U);
 }
 
+TEST(HotKeys, SayAtOnceWhatTheyDid)
+{
+    KeyedWorld world;
+    std::vector<std::string> said;
+    world.keys.done = [&](const std::string& words) { said.push_back(words); };
+    world.list.selected = 1;
+    world.Write("trle/savegame.0", SavegameBytes("Start", 4));
+    world.machine.keysDown = {GameKey::F9};
+    world.keys.Tick();
+    world.keys.Tick();
+    ASSERT_EQ(said.size(), 1U) << "a key that is held, and does nothing more, says nothing more";
+    EXPECT_EQ(said[0].find("F9: Savegames that went into archive slot 1: 1."), 0U) << said[0];
+    world.machine.keysDown.clear();
+    world.keys.Tick();
+    world.machine.keysDown = {GameKey::F9};
+    world.keys.Tick();
+    EXPECT_EQ(said.back().find("F9: Nothing new went into the archive"), 0U) << said.back();
+    world.machine.keysDown = {GameKey::F11};
+    world.keys.Tick();
+    EXPECT_EQ(said.back().find("F11: "), 0U) << said.back();
+    world.machine.keysDown.clear();
+    world.session.preferences.promptCapture = false;
+    world.Copy(BitmapOf(4, 4));
+    EXPECT_EQ(said.back(), "Print Screen: the picture is kept as “1) Lost City.jpg”.");
+    EXPECT_EQ(said.size(), 4U);
+}
+
 TEST(HotKeys, ActAtEachTickInWhichTheyAreDownAndF9GoesFirst)
 {
     KeyedWorld world;

@@ -74,4 +74,9 @@ void WindowMachine::ClearClipboard()
     QGuiApplication::clipboard()->clear();
 }
 
+void WindowMachine::Notify(const std::string& title, const std::string& text)
+{
+    notifier_.Show(title, text);
+}
+
 } // namespace kestrova

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/notifier.h"
 #include "session/machine.h"
 
 namespace kestrova
@@ -20,9 +21,11 @@ public:
     bool ActivateWindow(const std::string& title) override;
     Result<std::string> ClipboardPicture() override;
     void ClearClipboard() override;
+    void Notify(const std::string& title, const std::string& text) override;
 
 private:
     std::unique_ptr<XDesktop> desktop_;
+    platform::Notifier notifier_;
 };
 
 } // namespace kestrova
