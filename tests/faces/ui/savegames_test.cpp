@@ -125,7 +125,7 @@ TEST(SavegameWindows, TheMenuMovesAndTheHistoryBringsBack)
         Press(dialog, "Pul_Cancel");
     });
     world.box.host.WillAsk("is not current level", false);
-    world.Click("Pul_SaveGames");
+    world.Trigger("mnu_StartSaveGameMan");
     EXPECT_TRUE(world.box.host.WasTold("Brivanta not found.")) << world.box.host.AllTold();
 }
 

@@ -1,8 +1,11 @@
 #include "ui/dialogs/shot_panes.h"
 
 #include "session/telling.h"
+#include "shots/shot_files.h"
+#include "ui/widgets/drop_area.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
+#include "words/level_page.h"
 #include "words/ui_dialogs.h"
 
 #include <QHBoxLayout>
@@ -11,12 +14,33 @@
 namespace kestrova
 {
 
+namespace
+{
+
+/// Of the width, beside one for the right pane.
+constexpr int leftShare = 2;
+
+std::vector<Path> PicturesAmong(const std::vector<Path>& paths)
+{
+    std::vector<Path> pictures;
+    for (const Path& path : paths)
+        if (IsShotName(path.filename().native()) && FileExists(path))
+            pictures.push_back(path);
+    return pictures;
+}
+
+} // namespace
+
 ShotPanes::ShotPanes(QWidget* parent)
-    : QWidget(parent), previous_(new QToolButton(this)), next_(new QToolButton(this))
+    : QWidget(parent), previous_(new QToolButton(this)), next_(new QToolButton(this)),
+      strip_(new ShotStrip(this))
 {
     setObjectName(QStringLiteral("Panes_Shots"));
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins({});
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    auto* row = new QHBoxLayout;
+    column->addLayout(row, 1);
+    column->addWidget(strip_);
     const auto turner = [](QToolButton* button, Drawing drawing, const char* name) {
         button->setObjectName(QString::fromLatin1(name));
         button->setProperty("pictured", true);
@@ -28,7 +52,7 @@ ShotPanes::ShotPanes(QWidget* parent)
     turner(previous_, Drawing::Previous, "Pul_PrimaScreenShot");
     turner(next_, Drawing::Next, "Pul_DopoScreenShot");
     row->addWidget(previous_);
-    row->addLayout(MakePane(left_, 0, Msg::LeftShotName), 1);
+    row->addLayout(MakePane(left_, 0, Msg::LeftShotName), leftShare);
     row->addLayout(MakePane(right_, 1, Msg::RightShotName), 1);
     row->addWidget(next_);
     connect(previous_, &QToolButton::clicked, this, [this] {
@@ -39,7 +63,22 @@ ShotPanes::ShotPanes(QWidget* parent)
         if (shots_.Next())
             ShowPair();
     });
+    strip_->picked = [this](std::ptrdiff_t index) {
+        shots_.ShowPair(index - index % 2); // pairs begin at even places
+        ShowPair();
+    };
+    TakeDrops();
     Clear();
+}
+
+void ShotPanes::TakeDrops()
+{
+    auto* drops = new DropArea(this);
+    drops->welcome = [this](const std::vector<Path>& paths) {
+        const auto count = PicturesAmong(paths).size();
+        return shown_ && count > 0 ? Words(Msg::DropPictures, {std::to_string(count)}) : QString();
+    };
+    drops->dropped = [this](const std::vector<Path>& paths) { dropped(PicturesAmong(paths)); };
 }
 
 QLayout* ShotPanes::MakePane(Pane& pane, int side, Message name)
@@ -100,10 +139,14 @@ void ShotPanes::ShowWords(const QString& words)
     }
     previous_->setEnabled(false);
     next_->setEnabled(false);
+    strip_->hide();
+    shown_ = false;
 }
 
 void ShotPanes::ShowPair()
 {
+    shown_ = true;
+    strip_->ShowList(shots_);
     ShowFile(left_, shots_.Left());
     ShowFile(right_, shots_.Right());
     previous_->setEnabled(shots_.HasPrevious());

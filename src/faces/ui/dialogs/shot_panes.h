@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shots/shot_list.h"
+#include "ui/dialogs/shot_strip.h"
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/picture_reading.h"
 #include "ui/widgets/picture_view.h"
@@ -11,7 +12,8 @@
 namespace kestrova
 {
 
-/// The two panes with the pictures of the selected level. Only the two shown are decoded.
+/// The two panes with the pictures of the selected level, the left one large, and all of them as
+/// small ones below. Only what is seen is decoded.
 class ShotPanes : public QWidget
 {
 public:
@@ -27,6 +29,8 @@ public:
 
     /// A picture is to be looked at in a window of its own; its place may lie outside the list.
     std::function<void(std::ptrdiff_t)> zoomed = [](std::ptrdiff_t) {};
+    /// Pictures were dropped here, to be added to the level.
+    std::function<void(const std::vector<Path>&)> dropped = [](const std::vector<Path>&) {};
     /// The commands are wanted at that place of the screen; the list's target is the picture there.
     std::function<void(QPoint)> menuWanted = [](QPoint) {};
 
@@ -45,8 +49,12 @@ private:
     ShotList shots_;
     Pane left_;
     Pane right_;
+    void TakeDrops();
+
     QToolButton* previous_;
     QToolButton* next_;
+    ShotStrip* strip_;
+    bool shown_ = false; ///< pictures of a level, into which others can be dropped
 };
 
 } // namespace kestrova

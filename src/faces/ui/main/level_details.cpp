@@ -1,15 +1,25 @@
 #include "ui/main/level_details.h"
 
+#include "archive/level_folders.h"
 #include "core/text.h"
+#include "formats/nul_list.h"
+#include "publish/author_infos.h"
+#include "session/operation.h"
+#include "shots/shot_commands.h"
 #include "ui/dialogs/shot_panes.h"
+#include "ui/main/files_page.h"
+#include "ui/main/marks_box.h"
+#include "ui/main/savegames_page.h"
 #include "ui/widgets/fit_to_screen.h"
-#include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
+#include "words/level_page.h"
 #include "words/menus.h"
 #include "words/ui_main.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QTabWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace kestrova
@@ -19,7 +29,6 @@ namespace
 {
 
 constexpr double titleScale = 1.5;
-constexpr double playScale = 1.25;
 constexpr int codeDigits = 4;
 constexpr int noteLines = 3;
 
@@ -41,48 +50,62 @@ template <class Label> Label* Named(QWidget* parent, const char* name)
 
 } // namespace
 
-LevelDetails::LevelDetails(QWidget* parent)
-    : QWidget(parent), name_(Named<ElidedLabel>(this, "Label_LevelName")),
-      play_(new QPushButton(this)), installed_(Named<ElidedLabel>(this, "Label_Installed")),
+LevelDetails::LevelDetails(Session& session, QWidget* parent)
+    : QWidget(parent), session_(session), head_(new PlayHead(this)), tabs_(new QTabWidget(this)),
+      name_(Named<ElidedLabel>(this, "Label_LevelName")),
+      installed_(Named<ElidedLabel>(this, "Label_Installed")),
       note_(Named<ElidedParagraph>(this, "Label_InfoLevel")), shots_(new ShotPanes(this)),
-      author_(Named<ElidedLabel>(this, "Label_Author")),
+      author_(Named<ElidedLabel>(this, "Label_Author")), authorLink_(new QToolButton(this)),
       sizes_(Named<ElidedLabel>(this, "Label_Size")), code_(Named<ElidedLabel>(this, "Label_Code")),
       place_(Named<ElidedLabel>(this, "Label_InfoDir")), moreInfo_(new QPushButton(this)),
-      authorInfo_(new QPushButton(this)), saveGames_(new QPushButton(this))
+      authorInfo_(new QPushButton(this)), saveGames_(new QPushButton(this)),
+      saves_(new SavegamesPage(session, this)), files_(new FilesPage(session, this)),
+      marks_(new MarksBox(this))
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(8, 4, 4, 4);
     column->addLayout(MakeHead());
+    column->addWidget(head_->Line());
+    tabs_->setObjectName(QStringLiteral("Tabs_Level"));
+    tabs_->setAccessibleName(Words(Msg::PageFilesName));
+    tabs_->setDocumentMode(true);
     // Play and the buttons stay where the screen is small.
+    tabs_->addTab(new ScrollPage(MakeOverview()), Words(Msg::PageOverview));
+    tabs_->addTab(saves_, Words(Msg::PageSavegames));
+    tabs_->addTab(files_, Words(Msg::PageFiles));
+    column->addWidget(tabs_, 1);
+    column->addLayout(MakeButtons());
+    shots_->dropped = [this](const std::vector<Path>& files) { AddPictures(files); };
+    marks_->marked = [this](LevelCode code, const LevelMarks& marks) { Mark(code, marks); };
+    saves_->begins = [this] { begins(); };
+    saves_->note = [this](const std::string& text) { note(text); };
+    ShowNothing();
+}
+
+QWidget* LevelDetails::MakeOverview()
+{
     auto* page = new QWidget;
     auto* middle = new QVBoxLayout(page);
     middle->setContentsMargins({});
     middle->addWidget(note_);
+    middle->addWidget(marks_);
     middle->addWidget(shots_, 1);
     middle->addLayout(MakeFacts());
     // Its counts stand behind the path.
     place_->SetElide(Qt::ElideMiddle);
     middle->addWidget(place_);
-    column->addWidget(new ScrollPage(page), 1);
-    column->addLayout(MakeButtons());
     note_->setWordWrap(true);
     // The same room for every level, so that nothing below it jumps.
     note_->setFixedHeight(noteLines * note_->fontMetrics().lineSpacing());
     note_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     note_->setAlignment(Qt::AlignTop);
     note_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    ShowNothing();
+    return page;
 }
 
 QLayout* LevelDetails::MakeHead()
 {
     Enlarge(name_, titleScale);
-    play_->setObjectName(QStringLiteral("Pul_Play"));
-    Enlarge(play_, playScale);
-    play_->setIcon(DrawnIcon(Drawing::Play));
-    play_->setIconSize(QSize(22, 22));
-    play_->setMinimumSize(132, 52);
-    play_->setToolTip(Words(Msg::PlayTip));
     QPalette marked = installed_->palette();
     marked.setColor(QPalette::WindowText, marked.color(QPalette::Link));
     installed_->setPalette(marked);
@@ -93,9 +116,10 @@ QLayout* LevelDetails::MakeHead()
     auto* words = new QVBoxLayout;
     words->addWidget(name_);
     words->addWidget(installed_);
+    words->addStretch();
     auto* row = new QHBoxLayout;
     row->addLayout(words, 1);
-    row->addWidget(play_, 0, Qt::AlignTop);
+    row->addWidget(head_, 0, Qt::AlignTop);
     return row;
 }
 
@@ -104,7 +128,14 @@ QLayout* LevelDetails::MakeFacts()
     auto* facts = new QFormLayout;
     facts->setLabelAlignment(Qt::AlignLeft);
     facts->setVerticalSpacing(2);
-    facts->addRow(Named<QLabel>(this, "Label_AuthorOf"), author_);
+    authorLink_->setObjectName(QStringLiteral("Pul_AuthorLink"));
+    authorLink_->setAutoRaise(true);
+    authorLink_->setArrowType(Qt::RightArrow);
+    connect(authorLink_, &QToolButton::clicked, this, &LevelDetails::OpenAuthor);
+    auto* author = new QHBoxLayout;
+    author->addWidget(author_, 1);
+    author->addWidget(authorLink_);
+    facts->addRow(Named<QLabel>(this, "Label_AuthorOf"), author);
     facts->addRow(Named<QLabel>(this, "Label_SizeOf"), sizes_);
     facts->addRow(Named<QLabel>(this, "Label_CodeOf"), code_);
     return facts;
@@ -124,49 +155,144 @@ QLayout* LevelDetails::MakeButtons()
     return row;
 }
 
+void LevelDetails::AllowButtons(bool allowed)
+{
+    for (QPushButton* button : {head_->PlayButton(), moreInfo_, authorInfo_, saveGames_})
+        button->setEnabled(allowed);
+}
+
 void LevelDetails::ShowRecord(const LevelRecord& record)
 {
-    play_->setEnabled(true);
-    moreInfo_->setEnabled(true);
-    authorInfo_->setEnabled(true);
-    saveGames_->setEnabled(true);
+    AllowButtons(true);
     name_->setText(ToQt(Trim(record.levelName)));
     note_->setText(ToQt(Trim(record.levelNote)));
     note_->setToolTip(note_->text().toHtmlEscaped());
-    author_->setText(ToQt(Trim(record.authorName)));
+    ShowAuthor(record);
     sizes_->setText(
         Words(Msg::FactSizes, {FormatSize(record.filesSize), FormatSize(record.extrasSize)}));
     code_->setText(ToQt(ZeroPadded(record.levelCode, codeDigits)));
 }
 
+/// A page of the author's, or else the first mail address, opens by the button behind the name.
+void LevelDetails::ShowAuthor(const LevelRecord& record)
+{
+    author_->setText(ToQt(Trim(record.authorName)));
+    const auto sites = SplitNulList(record.authorSites);
+    const auto mails = SplitNulList(record.authorEmails);
+    authorLink_->setVisible(!sites.empty() || !mails.empty());
+    if (!sites.empty())
+        authorLink_->setToolTip(Words(Msg::AuthorPageTip, {sites.front()}).toHtmlEscaped());
+    else if (!mails.empty())
+        authorLink_->setToolTip(Words(Msg::AuthorMailTip, {mails.front()}).toHtmlEscaped());
+    authorLink_->setAccessibleName(authorLink_->toolTip());
+}
+
+void LevelDetails::OpenAuthor()
+{
+    const std::ptrdiff_t index = shown_ ? FindLevel(session_.archive, *shown_) : -1;
+    if (index < 0 || session_.runningOperations > 0)
+        return;
+    const Operation operation{session_};
+    AuthorInfos author{session_, static_cast<std::size_t>(index)};
+    if (!author.sites.items.empty())
+        author.VisitSite();
+    else
+        author.SendMail();
+}
+
+void LevelDetails::CountSavegames(int live, int archived)
+{
+    tabs_->setTabText(
+        tabs_->indexOf(saves_),
+        live + archived == 0
+            ? Words(Msg::PageSavegames)
+            : Words(Msg::PageSavegamesCount, {std::to_string(live), std::to_string(archived)}));
+}
+
 void LevelDetails::ShowFacts(Session& session, const LevelFacts& facts)
 {
     ShowRecord(facts.record);
+    shown_ = facts.record.levelCode;
+    stands_ = facts.current;
     installed_->setVisible(facts.current);
     place_->setText(ToQt(facts.info));
     if (facts.folderGone)
         shots_->ShowGone(session, facts.record.levelCode);
     else
         shots_->ShowLevel(session, facts.record.levelCode);
+    notes_.Follow(session.Folders(), session.archive);
+    marks_->Show(facts.record.levelCode, notes_.Of(facts.record.levelCode));
+    CountSavegames(facts.liveSavegames, facts.archivedSavegames);
+    saves_->ShowLevel(facts.record.levelCode);
+    files_->ShowLevel(facts.record.levelCode);
+    // The files are there, so what goes on is the start.
+    if (playing_.step == PlayNow::Step::Installs && facts.current)
+        playing_.step = PlayNow::Step::Starts;
+    ShowPlay(playing_);
 }
 
 void LevelDetails::ShowNothing()
 {
+    shown_.reset();
+    stands_ = false;
     name_->setText(Words(Msg::NothingChosen));
     for (QLabel* label : std::initializer_list<QLabel*>{note_, author_, sizes_, code_, place_})
         label->clear();
+    authorLink_->hide();
     installed_->hide();
-    play_->setEnabled(false);
-    moreInfo_->setEnabled(false);
-    authorInfo_->setEnabled(false);
-    saveGames_->setEnabled(false);
+    AllowButtons(false);
     shots_->Clear();
+    marks_->Clear();
+    CountSavegames(0, 0);
+    saves_->ShowNothing();
+    files_->ShowNothing();
+    ShowPlay(playing_);
 }
 
 void LevelDetails::ShowActivity(const QString& text)
 {
     note_->setText(text);
     note_->repaint();
+}
+
+void LevelDetails::ShowPlay(const PlayNow& now)
+{
+    playing_ = now;
+    // A level that is being put there is the chosen one.
+    head_->Show(now, stands_ || now.step == PlayNow::Step::Installs);
+}
+
+void LevelDetails::OpenSavegames()
+{
+    tabs_->setCurrentWidget(saves_);
+    saves_->setFocus();
+}
+
+void LevelDetails::EndTyping()
+{
+    marks_->Commit();
+}
+
+void LevelDetails::Mark(LevelCode code, const LevelMarks& marks)
+{
+    if (FindLevel(session_.archive, code) < 0)
+        return; // it went while somebody typed
+    const Operation operation{session_};
+    (void)MarkLevels(session_, {code}, marks); // a failure was told
+}
+
+void LevelDetails::AddPictures(const std::vector<Path>& files)
+{
+    if (!shown_ || session_.runningOperations > 0)
+        return;
+    begins();
+    const Operation operation{session_};
+    int added = 0;
+    for (const Path& file : files)
+        added += AddShotFile(session_, shots_->List(), file) ? 1 : 0;
+    shots_->ShowPair();
+    if (added > 0)
+        note(GetMsg(Msg::PicturesAdded, {std::to_string(added)}));
 }
 
 } // namespace kestrova

@@ -1,21 +1,30 @@
 #pragma once
 
+#include "archive/library_notes.h"
 #include "library/level_list.h"
+#include "ui/main/play_head.h"
 #include "ui/widgets/elided_label.h"
 
 #include <QPushButton>
-#include <QWidget>
+
+class QTabWidget;
+class QToolButton;
 
 namespace kestrova
 {
 
+struct LevelMarks;
+class FilesPage;
+class MarksBox;
+class SavegamesPage;
 class ShotPanes;
 
-/// The chosen level: its name and note, the Play button, pictures, facts.
+/// The chosen level: its name, the Play button, and its pages: note, pictures and facts; savegames;
+/// files.
 class LevelDetails : public QWidget
 {
 public:
-    explicit LevelDetails(QWidget* parent = nullptr);
+    explicit LevelDetails(Session& session, QWidget* parent = nullptr);
 
     /// What the record alone knows, at once.
     void ShowRecord(const LevelRecord& record);
@@ -23,30 +32,53 @@ public:
     void ShowFacts(Session& session, const LevelFacts& facts);
     void ShowNothing();
     void ShowActivity(const QString& text);
+    void ShowPlay(const PlayNow& now);
+    void OpenSavegames();
+    /// What somebody types on the level is stored now.
+    void EndTyping();
 
-    [[nodiscard]] QPushButton* PlayButton() const { return play_; }
+    /// Something is about to be done, and then a line about what went well.
+    std::function<void()> begins = [] {};
+    std::function<void(const std::string&)> note = [](const std::string&) {};
+
+    [[nodiscard]] PlayHead& Head() const { return *head_; }
+    [[nodiscard]] SavegamesPage& Savegames() const { return *saves_; }
     [[nodiscard]] ShotPanes& Shots() const { return *shots_; }
-    [[nodiscard]] QPushButton* MoreInfoButton() const { return moreInfo_; }
-    [[nodiscard]] QPushButton* AuthorButton() const { return authorInfo_; }
-    [[nodiscard]] QPushButton* SaveGamesButton() const { return saveGames_; }
 
 private:
     QLayout* MakeHead();
+    QWidget* MakeOverview();
     QLayout* MakeFacts();
     QLayout* MakeButtons();
+    void AllowButtons(bool allowed);
+    void ShowAuthor(const LevelRecord& record);
+    void OpenAuthor();
+    void CountSavegames(int live, int archived);
+    void Mark(LevelCode code, const LevelMarks& marks);
+    void AddPictures(const std::vector<Path>& files);
 
+    Session& session_;
+    std::optional<LevelCode> shown_; ///< of the level that is shown whole
+    bool stands_ = false;            ///< it stands in the Level Editor's folder
+    PlayNow playing_;
+    PlayHead* head_;
+    QTabWidget* tabs_;
     ElidedLabel* name_;
-    QPushButton* play_;
     ElidedLabel* installed_;
     ElidedParagraph* note_;
     ShotPanes* shots_;
     ElidedLabel* author_;
+    QToolButton* authorLink_;
     ElidedLabel* sizes_;
     ElidedLabel* code_;
     ElidedLabel* place_;
     QPushButton* moreInfo_;
     QPushButton* authorInfo_;
     QPushButton* saveGames_;
+    SavegamesPage* saves_;
+    FilesPage* files_;
+    MarksBox* marks_;
+    LibraryNotes notes_;
 };
 
 } // namespace kestrova

@@ -11,8 +11,10 @@
 #include "ui/main/level_list_pane.h"
 #include "ui/main/main_menu.h"
 #include "ui/main/main_tool_bar.h"
+#include "ui/main/note_line.h"
 #include "ui/main/play_watch.h"
 #include "ui/main/savegame_windows.h"
+#include "ui/main/savegames_page.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
@@ -40,8 +42,6 @@ namespace
 {
 
 constexpr int showSoonMs = 40;
-/// How long a line of the status bar stays.
-constexpr int statusMs = 15000;
 constexpr QSize mainSize{1000, 640};
 
 } // namespace
@@ -71,8 +71,9 @@ void WindowLevelList::ShowActivity(const std::string& text)
 
 MainWindow::MainWindow(Session& session, WindowLevelList& list)
     : session_(session), list_(list), commands_(session, *this), splitter_(new QSplitter(this)),
-      levels_(new LevelListPane(session, splitter_)), details_(new LevelDetails(splitter_)),
-      bar_(new QProgressBar(this)), play_(new PlayWatch(session, *this))
+      levels_(new LevelListPane(session, splitter_)),
+      details_(new LevelDetails(session, splitter_)), bar_(new QProgressBar(this)),
+      note_(new NoteLine(session, this)), play_(new PlayWatch(session, *this))
 {
     setObjectName(QStringLiteral("Principale"));
     setAcceptDrops(true);
@@ -92,6 +93,7 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     });
     ConnectList();
     ConnectShots();
+    ConnectPlay();
     ConnectCommands();
     BuildKeys();
     SetCaptions(*this);
@@ -118,6 +120,8 @@ void MainWindow::BuildBar()
     connect(bar_, &QProgressBar::valueChanged, bar_,
             [this](int value) { bar_->setVisible(value > 0); });
     statusBar()->insertPermanentWidget(0, bar_);
+    statusBar()->addWidget(note_, 1);
+    note_->undoWanted = [this] { commands_.Invoke(*FindControl(undoCommand)); };
 }
 
 void MainWindow::ConnectList()
@@ -138,6 +142,19 @@ void MainWindow::ConnectShots()
         if (session_.runningOperations == 0)
             findChild<QMenu*>(QStringLiteral("mnu_Edit"))->popup(place);
     };
+    details_->begins = [this] { note_->Begin(); };
+    details_->note = [this](const std::string& text) { ShowNote(text); };
+    details_->Savegames().command = [this](std::string_view control) {
+        commands_.Invoke(*FindControl(control));
+    };
+}
+
+void MainWindow::ConnectPlay()
+{
+    play_->shows = [this](const PlayNow& now) { details_->ShowPlay(now); };
+    play_->says = [this](const std::string& words) { ShowNote(words); };
+    details_->Head().showWanted = [this] { play_->BringToFront(); };
+    details_->Head().stopWanted = [this] { play_->StopGame(); };
 }
 
 void MainWindow::ConnectCommands()
@@ -148,7 +165,8 @@ void MainWindow::ConnectCommands()
         const auto invoke = [this, &row] { commands_.Invoke(row); };
         const std::string name{row.window.button};
         if (auto* button = findChild<QAbstractButton*>(ToQt(name)); button && !name.empty())
-            connect(button, &QAbstractButton::clicked, this, invoke);
+            connect(button, &QAbstractButton::clicked, this,
+                    [this, &row] { commands_.Press(row); });
         if (!row.window.control.empty())
             continue; // its menu item has the keys
         for (const QKeySequence& key :
@@ -232,7 +250,7 @@ void MainWindow::ShowActivity(const QString& text)
 
 void MainWindow::ShowNote(const std::string& text)
 {
-    statusBar()->showMessage(ToQt(text), statusMs);
+    note_->Show(text);
 }
 
 void MainWindow::OpenFiles(const std::vector<std::string>& items)
@@ -260,6 +278,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    details_->EndTyping();
     if (!MayEnd(true)) {
         event->ignore();
         return;

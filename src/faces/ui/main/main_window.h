@@ -16,6 +16,7 @@ namespace kestrova
 class LevelDetails;
 class LevelListPane;
 class MainWindow;
+class NoteLine;
 class PlayWatch;
 class ShotPanes;
 
@@ -54,8 +55,11 @@ public:
     void ShowChosenNow();
     /// The panes with the chosen level's pictures.
     [[nodiscard]] ShotPanes& Shots() const;
-    /// A line of the status bar, for a while.
+    /// A line of the status bar.
     void ShowNote(const std::string& text);
+    [[nodiscard]] NoteLine& Notes() const { return *note_; }
+    [[nodiscard]] LevelDetails& Details() const { return *details_; }
+    [[nodiscard]] PlayWatch& Play() const { return *play_; }
     void GameHasStarted();
     /// What a command line names: an archive, a Level Editor's folder, levels to add.
     void OpenFiles(const std::vector<std::string>& items);
@@ -81,6 +85,7 @@ private:
     void BuildKeys();
     void ConnectList();
     void ConnectShots();
+    void ConnectPlay();
     void ConnectCommands();
     void ShowLevelMenu(QPoint place);
     void RememberPlace() const;
@@ -93,6 +98,7 @@ private:
     LevelListPane* levels_;
     LevelDetails* details_;
     QProgressBar* bar_;
+    NoteLine* note_;
     PlayWatch* play_;
     QTimer showSoon_; ///< so that running through the list does not decode every picture
 };

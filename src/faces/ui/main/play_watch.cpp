@@ -1,8 +1,15 @@
 #include "ui/main/play_watch.h"
 
+#include "archive/level_folders.h"
+#include "history/standing.h"
 #include "play/play_words.h"
+#include "session/operation.h"
+#include "session/telling.h"
+#include "swap/folder_guard.h"
 #include "ui/dialogs/dialog_cattura.h"
 #include "ui/widgets/qt_text.h"
+#include "words/level_page.h"
+#include "words/shots.h"
 #include "words/ui_main.h"
 
 #include <QClipboard>
@@ -24,6 +31,9 @@ constexpr int lookSoonMs = 500;
 constexpr int lookOnceMoreMs = 3000;
 /// Where nothing tells of a start or an end. The list of processes is read for each look.
 constexpr int lookAgainMs = 2000;
+/// Minutes are shown.
+constexpr int clockMs = 60'000;
+constexpr std::int64_t nsOfSecond = 1'000'000'000;
 /// How long a level is played is brought up to date so often.
 constexpr int countMs = 60'000;
 
@@ -40,6 +50,8 @@ PlayWatch::PlayWatch(Session& session, QMainWindow& window)
     gameTimer_.setSingleShot(true);
     connect(&gameTimer_, &QTimer::timeout, this, &PlayWatch::Look);
     gameTimer_.start(lookSoonMs);
+    clockTimer_.setObjectName(QStringLiteral("Timer_Clock"));
+    connect(&clockTimer_, &QTimer::timeout, this, &PlayWatch::ShowState);
     minuteTimer_.setObjectName(QStringLiteral("Timer_Minute"));
     connect(&minuteTimer_, &QTimer::timeout, this, [this] {
         if (session_.runningOperations == 0)
@@ -57,10 +69,15 @@ void PlayWatch::BeginKeys()
         CaptureDialog(session_, shot, &window_).exec();
     };
     // No box: it would take the screen from the game.
-    hotKeys_.failed = [this](const std::string& words) {
-        window_.statusBar()->showMessage(ToQt(words));
-    };
+    hotKeys_.failed = [this](const std::string& words) { Say(words); };
+    hotKeys_.done = [this](const std::string& words) { Say(words); };
     keysTimer_.start(hotKeysMs);
+}
+
+void PlayWatch::Say(const std::string& words)
+{
+    says(words);
+    session_.machine.Notify(GetMsg(Msg::NotifyTitle), words);
 }
 
 void PlayWatch::LookSoon()
@@ -127,6 +144,61 @@ void PlayWatch::ShowGame()
     game_->setText(Words(keys ? Msg::GameRunsKeys : Msg::GameRuns));
     game_->setToolTip(Words(keys ? Msg::GameRunsKeysTip : Msg::GameRunsTip));
     game_->setVisible(gameWatch_.Running());
+    ShowState();
+}
+
+void PlayWatch::ShowState()
+{
+    PlayNow now;
+    const bool runs = gameWatch_.Running();
+    if (!runs)
+        runsSinceNs_ = 0;
+    else if (runsSinceNs_ == 0)
+        runsSinceNs_ = session_.machine.NowNs();
+    if (runs) {
+        now.step = PlayNow::Step::Runs;
+        now.level =
+            LevelNameOf(session_.archive, CurrentLevelCode(session_.Folders(), session_.archive));
+        now.seconds = (session_.machine.NowNs() - runsSinceNs_) / nsOfSecond;
+        now.isOurs = session_.gamePid > 0 && session_.machine.IsRunning(session_.gamePid);
+        if (!clockTimer_.isActive())
+            clockTimer_.start(clockMs);
+    } else {
+        clockTimer_.stop();
+        askedToEnd_.clear();
+    }
+    shows(now);
+}
+
+void PlayWatch::PlayBegins(LevelCode code)
+{
+    PlayNow now;
+    now.step = StandsInTrle(session_, code) ? PlayNow::Step::Starts : PlayNow::Step::Installs;
+    now.level = LevelNameOf(session_.archive, code);
+    shows(now);
+}
+
+void PlayWatch::BringToFront()
+{
+    if (!session_.machine.ActivateWindow(GetMsg(Msg::GameWindowTitle)))
+        says(GetMsg(Msg::PlayNotShown));
+}
+
+void PlayWatch::StopGame()
+{
+    const std::int64_t game = session_.gamePid;
+    if (session_.runningOperations > 0 || game <= 0 || !session_.machine.IsRunning(game))
+        return LookSoon();
+    const Operation operation{session_};
+    const bool byForce = askedToEnd_.contains(game);
+    const std::string level =
+        LevelNameOf(session_.archive, CurrentLevelCode(session_.Folders(), session_.archive));
+    if (!session_.host.AskYesNo(GetMsg(byForce ? Msg::AskKillGame : Msg::AskStopGame, {level})))
+        return;
+    askedToEnd_.insert(game);
+    if (const auto ended = session_.machine.EndProgram(game, byForce); !ended)
+        TellFailure(session_.host, GetMsg(Msg::GameNotEnded), ended.Error());
+    LookSoon();
 }
 
 void PlayWatch::GameHasStarted()

@@ -2,11 +2,13 @@
 
 #include "play/game_watch.h"
 #include "play/hot_keys.h"
+#include "ui/main/play_head.h"
 #include "play/play_times.h"
 
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <set>
 
 class QLabel;
 class QMainWindow;
@@ -25,6 +27,18 @@ public:
     /// The game has ended; what it saved can be counted.
     std::function<void()> ended = [] {};
 
+    /// What is going on with the game, whenever that is another thing.
+    std::function<void(const PlayNow&)> shows = [](const PlayNow&) {};
+    /// A line about what a key did; the desktop shows it too, over the game.
+    std::function<void(const std::string&)> says = [](const std::string&) {};
+
+    /// That level is about to be put into the folder, or started; then it is over.
+    void PlayBegins(LevelCode code);
+    void PlayEnds() { ShowState(); }
+    void BringToFront();
+    /// Ends the game that was started here, after a question; asked again, by force.
+    void StopGame();
+
     [[nodiscard]] bool Running() const { return gameWatch_.Running(); }
     /// Somebody may have started or ended a game elsewhere.
     void LookSoon();
@@ -38,6 +52,8 @@ private:
     void CountPlaying();
     void HearOfGame();
     void ShowGame();
+    void ShowState();
+    void Say(const std::string& words);
 
     Session& session_;
     QMainWindow& window_;
@@ -51,6 +67,9 @@ private:
     /// Behind the watch, whose descriptors they wait on.
     std::vector<std::unique_ptr<QSocketNotifier>> gameNews_;
     bool lookOnceMore_ = false;
+    QTimer clockTimer_{this};           ///< the shown time goes on
+    std::int64_t runsSinceNs_ = 0;      ///< 0: it does not run
+    std::set<std::int64_t> askedToEnd_; ///< ids of processes
 };
 
 } // namespace kestrova

@@ -12,6 +12,7 @@
 #include "intake/queue_texts.h"
 #include "online/config_database.h"
 #include "platform/real_path.h"
+#include "play/savegame_tool.h"
 #include "session/operation.h"
 #include "shots/shot_commands.h"
 #include "ui/dialogs/dialog_add_many.h"
@@ -33,7 +34,10 @@
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
 #include "ui/dialogs/shot_panes.h"
+#include "ui/main/level_details.h"
 #include "ui/main/main_window.h"
+#include "ui/main/note_line.h"
+#include "ui/main/play_watch.h"
 #include "ui/main/savegame_windows.h"
 #include "ui/main/start_windows.h"
 #include "words/add_many.h"
@@ -95,8 +99,18 @@ void WindowCommands::Invoke(const CommandRow& row)
     }
     if (session_.runningOperations > 0)
         return;
+    window_.Notes().Begin();
     RunOrShow(row);
+    window_.Notes().End();
     window_.ShowMenu();
+}
+
+void WindowCommands::Press(const CommandRow& row)
+{
+    if (row.window.button == savegamesButton && !HasSavegameTool(session_.Folders()))
+        window_.Details().OpenSavegames();
+    else
+        Invoke(row);
 }
 
 void WindowCommands::RunOrShow(const CommandRow& row)
@@ -105,7 +119,12 @@ void WindowCommands::RunOrShow(const CommandRow& row)
         if (own.command == row.window.control || own.command == row.window.button)
             return own.show(*this);
     shotsTaken_ = false;
+    const bool plays = row.window.button == playButton;
+    if (const auto chosen = window_.Chosen(); plays && chosen)
+        window_.Play().PlayBegins(*chosen);
     RunOnChosen(row, session_, *this);
+    if (plays)
+        window_.Play().PlayEnds();
     if (shotsTaken_)
         window_.Shots().ShowPair();
 }

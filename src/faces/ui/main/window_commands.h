@@ -14,6 +14,8 @@ enum class SetupFrom;
 /// The commands that the window knows by name.
 inline constexpr std::string_view exitCommand = "Mnu_Exit";
 inline constexpr std::string_view playButton = "Pul_Play";
+inline constexpr std::string_view undoCommand = "mnu_Undo";
+inline constexpr std::string_view savegamesButton = "Pul_SaveGames";
 
 /// What a chosen command does in the windows: some have a window of their own, all others are run
 /// as their row says, on the chosen level.
@@ -23,6 +25,8 @@ public:
     WindowCommands(Session& session, MainWindow& window) : session_(session), window_(window) {}
 
     void Invoke(const CommandRow& row);
+    /// The same by its button: without the sibling tool the level's own page of savegames opens.
+    void Press(const CommandRow& row);
 
     /// The dialog of a new level; files, packages and folders given here come in at once. Of what
     /// may be several levels the person says whether it is.

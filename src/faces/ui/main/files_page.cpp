@@ -1,0 +1,118 @@
+#include "ui/main/files_page.h"
+
+#include "archive/level_folders.h"
+#include "core/file_kinds.h"
+#include "core/text.h"
+#include "session/operation.h"
+#include "session/telling.h"
+#include "ui/desktop/file_names.h"
+#include "ui/widgets/qt_text.h"
+#include "words/level_page.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace kestrova
+{
+
+namespace
+{
+
+enum FileColumn { fileNameColumn, fileSizeColumn };
+
+/// A kind that shows something and runs nothing.
+bool IsForReading(const std::string& name)
+{
+    const std::string kinds = '|' + std::string{OnDisk::ReadableKinds} + '|';
+    const std::string kind = FoldCase(ExtensionOf(name));
+    return !kind.empty() && kinds.find('|' + kind + '|') != std::string::npos;
+}
+
+} // namespace
+
+FilesPage::FilesPage(Session& session, QWidget* parent)
+    : QWidget(parent), session_(session), away_(new QLabel(this)), list_(new QTreeWidget(this))
+{
+    setObjectName(QStringLiteral("Page_Files"));
+    away_->setObjectName(QStringLiteral("Label_FilesAway"));
+    away_->setTextFormat(Qt::PlainText);
+    away_->setWordWrap(true);
+    away_->hide();
+    list_->setObjectName(QStringLiteral("List_Files"));
+    list_->setAccessibleName(Words(Msg::FilesListName));
+    list_->setToolTip(Words(Msg::FilesOpenTip));
+    list_->setRootIsDecorated(false);
+    list_->setUniformRowHeights(true);
+    list_->setHeaderLabels({Words(Msg::FilesColumnName), Words(Msg::FilesColumnSize)});
+    list_->header()->setStretchLastSection(false);
+    list_->header()->setSectionResizeMode(fileNameColumn, QHeaderView::Stretch);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->addWidget(away_);
+    column->addWidget(list_, 1);
+    connect(list_, &QTreeWidget::itemActivated, this,
+            [this](const QTreeWidgetItem* item) { Open(item); });
+}
+
+void FilesPage::ShowLevel(LevelCode code)
+{
+    code_ = code;
+    read_ = false;
+    if (isVisible())
+        Read();
+}
+
+void FilesPage::ShowNothing()
+{
+    code_.reset();
+    read_ = true;
+    list_->clear();
+    away_->hide();
+}
+
+void FilesPage::showEvent(QShowEvent* event)
+{
+    if (!read_)
+        Read();
+    QWidget::showEvent(event);
+}
+
+void FilesPage::Read()
+{
+    read_ = true;
+    list_->clear();
+    const auto folder = FilesFolderOf(session_.Folders(), session_.archive, *code_, DiscWish::Look);
+    folder_ = folder ? *folder : Path{};
+    const auto files =
+        folder ? ListFiles(folder_, OnDisk::PatAll) : Result<std::vector<Path>>{folder.Error()};
+    away_->setVisible(!files);
+    if (!files) {
+        away_->setText(Words(Msg::FilesAway, {files.Error().subject + ' ' + files.Error().reason}));
+        return;
+    }
+    QList<QTreeWidgetItem*> rows;
+    for (const Path& file : *files) {
+        auto* row = new QTreeWidgetItem;
+        row->setText(fileNameColumn, ToQt(file.filename().native()));
+        row->setText(fileSizeColumn, ToQt(FormatSize(static_cast<double>(FileSize(file)))));
+        row->setTextAlignment(fileSizeColumn, Qt::AlignRight | Qt::AlignVCenter);
+        row->setData(0, Qt::UserRole, PathToQt(file));
+        rows.append(row);
+    }
+    list_->addTopLevelItems(rows);
+    list_->resizeColumnToContents(fileSizeColumn);
+}
+
+void FilesPage::Open(const QTreeWidgetItem* item)
+{
+    const Path file = PathFromQt(item->data(0, Qt::UserRole).toString());
+    if (session_.runningOperations > 0 || !IsForReading(file.filename().native()))
+        return;
+    const Operation operation{session_};
+    if (const auto opened = session_.machine.Open(file.native(), folder_); !opened)
+        TellFailure(session_.host, GetMsg(Msg::FilesNotOpened), opened.Error());
+}
+
+} // namespace kestrova

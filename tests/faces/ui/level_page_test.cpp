@@ -1,0 +1,290 @@
+// The chosen level beside the list: its pages, what is dropped there, and what Play says.
+#include "pictures/jpeg.h"
+#include "ui/dialogs/shot_panes.h"
+#include "ui/main/savegames_page.h"
+#include "ui/widgets/stars_box.h"
+#include "window_world.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QTabWidget>
+#include <QToolButton>
+#include <QTreeWidget>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+/// No process has such a number, so nobody is told of its end.
+constexpr std::int64_t noProcess = 2'147'483'000;
+
+/// A level that rests, with savegames in its slots, in an archive slot and in the history.
+struct PageWorld : WindowWorld {
+    LevelCode level = AddLevel("Dawn");
+    PageWorld()
+    {
+        Live("savegame.0", "Caves", 4);
+        Live("savegame.2", "Temple", 9);
+        box.Write("levels/LEVEL_0001/savegames/slot1/savegame.5", SavegameBytes("Early", 2));
+        Show();
+        list.Select(level);
+    }
+    void Live(const std::string& name, const std::string& title, int number)
+    {
+        box.Write("levels/LEVEL_0001/backup_savegames/" + name, SavegameBytes(title, number));
+    }
+    [[nodiscard]] bool HasLive(const std::string& name) const
+    {
+        return box.Has("levels/LEVEL_0001/backup_savegames/" + name);
+    }
+    QTreeWidget& OpenPage()
+    {
+        Click("Pul_SaveGames");
+        return *Find<QTreeWidget>("List_Saves");
+    }
+    /// Title and number of each row below its group.
+    std::string Rows()
+    {
+        std::string text;
+        const auto& rows = *Find<QTreeWidget>("List_Saves");
+        for (int group = 0; group < rows.topLevelItemCount(); ++group) {
+            text += FromQt(rows.topLevelItem(group)->text(0)) + ":";
+            for (int row = 0; row < rows.topLevelItem(group)->childCount(); ++row)
+                text += " " + FromQt(rows.topLevelItem(group)->child(row)->text(1));
+            text += "; ";
+        }
+        return text;
+    }
+    void ChooseOnly(const char* title)
+    {
+        auto& rows = *Find<QTreeWidget>("List_Saves");
+        rows.clearSelection();
+        const auto found =
+            rows.findItems(QString::fromLatin1(title), Qt::MatchExactly | Qt::MatchRecursive, 1);
+        ASSERT_EQ(found.size(), 1) << title << " in " << Rows();
+        found.front()->setSelected(true);
+    }
+    /// Holds files above a control, and lets go when they are taken.
+    bool Drop(QWidget* target, const std::vector<Path>& files)
+    {
+        QMimeData data;
+        QList<QUrl> addresses;
+        for (const Path& file : files)
+            addresses.append(QUrl::fromLocalFile(PathToQt(file)));
+        data.setUrls(addresses);
+        const QPoint place = target->rect().center();
+        QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QApplication::sendEvent(target, &enter);
+        auto* light = target->findChild<QWidget*>(QStringLiteral("Light_Drop"));
+        const bool taken = enter.isAccepted() && light != nullptr && light->isVisible();
+        if (!taken)
+            return false;
+        QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(target, &drop);
+        EXPECT_FALSE(light->isVisible());
+        QCoreApplication::processEvents();
+        return true;
+    }
+};
+
+} // namespace
+
+TEST(SavegamesPage, OpensWithoutTheSiblingToolAndListsAllThereIs)
+{
+    PageWorld world;
+    EXPECT_TRUE(world.OpenPage().isVisible());
+    EXPECT_TRUE(world.box.host.told.empty()) << world.box.host.AllTold();
+    EXPECT_EQ(world.Rows(),
+              "In the game's slots (2 of 15): Caves Temple; Archive slot 1 (1): Early; ");
+    EXPECT_EQ(world.Find<QTabWidget>("Tabs_Level")->tabText(1), "Savegames (2 + 1)");
+    EXPECT_FALSE(world.Find("Pul_BringSave")->isEnabled()) << "nothing is chosen";
+
+    // The commands of the menu, by their buttons.
+    world.Click("Pul_FreeSlots");
+    EXPECT_TRUE(world.box.host.WasTold("archvied"));
+    EXPECT_EQ(world.Rows(),
+              "In the game's slots (1 of 15): Temple; Archive slot 2 (2): Caves Temple; "
+              "Archive slot 1 (1): Early; History (1): Caves; ")
+        << "what went is in the history as well";
+}
+
+TEST(SavegamesPage, RestoresExportsAndDeletesWhatIsChosen)
+{
+    PageWorld world;
+    world.OpenPage();
+    world.ChooseOnly("Early");
+    world.Click("Pul_BringSave");
+    EXPECT_EQ(world.box.Read("levels/LEVEL_0001/backup_savegames/savegame.1"),
+              SavegameBytes("Early", 2))
+        << "the lowest free slot";
+    EXPECT_NE(world.TextOfLabel("Label_Note").find("came into the game's slots: 1"),
+              std::string::npos);
+    ASSERT_TRUE(world.Find("Pul_NoteUndo")->isVisible()) << "an import can be undone";
+    world.Click("Pul_NoteUndo");
+    EXPECT_FALSE(world.HasLive("savegame.1"));
+    EXPECT_FALSE(world.Find("Pul_NoteUndo")->isVisible());
+
+    std::filesystem::create_directory(world.box / "out");
+    world.ChooseOnly("Temple");
+    EXPECT_FALSE(world.Find("Pul_BringSave")->isEnabled()) << "it is there";
+    world.box.host.WillChoose("Select folder where save savegames", world.box / "out");
+    world.Click("Pul_ExportSave");
+    EXPECT_EQ(world.box.Read("out/savegame.2"), SavegameBytes("Temple", 9));
+    EXPECT_FALSE(world.Find("Pul_NoteUndo")->isVisible()) << "a copy elsewhere needs none";
+
+    world.ChooseOnly("Temple");
+    world.box.host.WillAsk("“Temple”, number 9", true);
+    world.Click("Pul_DeleteSave");
+    EXPECT_FALSE(world.HasLive("savegame.2"));
+    EXPECT_EQ(world.Rows(), "In the game's slots (1 of 15): Caves; Archive slot 1 (1): Early; "
+                            "History (1): Temple; ");
+    world.Click("Pul_NoteUndo");
+    EXPECT_TRUE(world.HasLive("savegame.2"));
+}
+
+TEST(LevelPage, TakesDroppedSavegamesAndPicturesWhereTheyBelong)
+{
+    PageWorld world;
+    world.box.Write("from/savegame.7", SavegameBytes("Mine", 40));
+    world.box.Write("from/view.jpg", *EncodeJpeg({2, 2, std::vector<std::uint8_t>(12, 200)}));
+    world.box.Write("from/level.zip", "zip");
+    const std::vector<Path> save{world.box / "from/savegame.7"};
+    const std::vector<Path> view{world.box / "from/view.jpg"};
+    auto* panes = world.Find("Panes_Shots");
+    EXPECT_FALSE(world.Drop(panes, {world.box / "from/level.zip"})) << "that is the window's";
+    EXPECT_FALSE(world.Drop(panes, save));
+    ASSERT_TRUE(world.Drop(panes, view));
+    EXPECT_TRUE(world.box.Has("levels/LEVEL_0001/screenshots/view.jpg"));
+    EXPECT_EQ(world.TextOfLabel("Label_InfoImage1"), "view");
+
+    world.OpenPage();
+    auto* page = world.Find("Page_Savegames");
+    EXPECT_FALSE(world.Drop(page, view));
+    ASSERT_TRUE(world.Drop(page, save));
+    EXPECT_EQ(world.box.Read("levels/LEVEL_0001/backup_savegames/savegame.1"),
+              SavegameBytes("Mine", 40));
+    EXPECT_NE(world.Rows().find("Mine"), std::string::npos);
+}
+
+TEST(LevelPage, ShowsAllPicturesBelowThePanes)
+{
+    PageWorld world;
+    const std::string picture = *EncodeJpeg({2, 2, std::vector<std::uint8_t>(12, 200)});
+    for (const char* name : {"a", "b", "c", "d", "e"})
+        world.box.Write("levels/LEVEL_0001/screenshots/" + std::string{name} + ".jpg", picture);
+    auto* strip = world.Find<QListView>("List_Strip");
+    EXPECT_FALSE(strip->isVisible());
+    world.list.Select(world.level);
+    ASSERT_TRUE(strip->isVisible());
+    EXPECT_EQ(strip->model()->rowCount(), 5);
+    strip->setCurrentIndex(strip->model()->index(3, 0));
+    QTest::keyClick(strip, Qt::Key_Return);
+    EXPECT_EQ(world.TextOfLabel("Label_InfoImage1"), "c") << "pairs begin at even places";
+    EXPECT_EQ(world.TextOfLabel("Label_InfoImage2"), "d");
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            const auto small = strip->model()->index(4, 0).data(Qt::DecorationRole);
+            return !small.value<QPixmap>().isNull();
+        },
+        60'000));
+}
+
+TEST(LevelPage, OpensDocumentsAndNothingThatRuns)
+{
+    PageWorld world;
+    world.box.Write("levels/LEVEL_0001/files/readme.txt", "read me");
+    world.box.Write("levels/LEVEL_0001/files/setup.exe", "MZ");
+    world.Find<QTabWidget>("Tabs_Level")->setCurrentIndex(2);
+    auto* files = world.Find<QTreeWidget>("List_Files");
+    for (const char* name : {"readme.txt", "setup.exe"}) {
+        const auto found = files->findItems(QString::fromLatin1(name), Qt::MatchExactly);
+        ASSERT_EQ(found.size(), 1) << name;
+        Q_EMIT files->itemActivated(found.front(), 0);
+    }
+    ASSERT_EQ(world.box.machine.opened.size(), 1U);
+    EXPECT_TRUE(world.box.machine.opened.front().ends_with("readme.txt"));
+}
+
+TEST(LevelPage, PlaySaysWhatIsGoingOnAndEndsTheGameAfterAQuestion)
+{
+    PageWorld world;
+    world.box.Write("trle/tomb4.exe", "game");
+    auto* play = world.Find<QPushButton>("Pul_Play");
+    const QString idle = play->text();
+    EXPECT_FALSE(world.Find("Pul_StopGame")->isVisible());
+    world.box.machine.running = {{noProcess, "tomb4.exe"}};
+    world.box.host.AnswerAll(true);
+    world.Click("Pul_Play");
+    EXPECT_EQ(play->text(), "Running") << world.box.host.AllTold();
+    EXPECT_EQ(world.TextOfLabel("Label_Playing"), "“Dawn” is being played, for 0 min.");
+    ASSERT_TRUE(world.Find("Pul_StopGame")->isVisible());
+
+    world.list.Select(originalCode);
+    EXPECT_EQ(play->text(), idle) << "another level can be played";
+    EXPECT_TRUE(world.Find("Label_Playing")->isVisible());
+    const std::int64_t game = world.session.gamePid;
+    world.Click("Pul_StopGame");
+    world.Click("Pul_StopGame");
+    EXPECT_EQ(world.box.machine.endedPrograms,
+              (std::vector<std::pair<std::int64_t, bool>>{{game, false}, {game, true}}))
+        << "asked to end first, then ended";
+
+    world.box.machine.running.clear();
+    world.window.Choose(world.level);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return play->text() == idle; }, 60'000));
+    EXPECT_FALSE(world.Find("Pul_StopGame")->isVisible());
+    EXPECT_FALSE(world.Find("Label_Playing")->isVisible());
+}
+
+TEST(LevelPage, KeepsWhatThePlayerThinksOfALevel)
+{
+    PageWorld world;
+    const LevelCode other = world.AddLevel("Dusk");
+    world.list.Refresh();
+    world.list.Select(world.level);
+    const auto noteOf = [&](LevelCode code) {
+        return NoteOf(world.session.Folders(), world.session.archive, code).ValueOr({});
+    };
+    QTest::keyClick(world.Find("Box_Stars"), Qt::Key_4);
+    auto* status = world.Find<QComboBox>("Combo_Status");
+    status->setCurrentIndex(2);
+    Q_EMIT status->activated(2);
+    EXPECT_EQ(noteOf(world.level).stars, 4);
+    EXPECT_EQ(noteOf(world.level).status, LevelStatus::Finished);
+
+    auto* text = world.Find<QPlainTextEdit>("Text_OwnNote");
+    QTest::keyClicks(text, "hard jump");
+    world.list.Select(other);
+    EXPECT_EQ(noteOf(world.level).ownNote, "hard jump") << "another level ends the typing";
+    EXPECT_EQ(noteOf(other).ownNote, "");
+    EXPECT_EQ(text->toPlainText(), "");
+    world.list.Select(world.level);
+    EXPECT_EQ(text->toPlainText(), "hard jump");
+    EXPECT_EQ(dynamic_cast<StarsBox*>(world.Find("Box_Stars"))->Stars(), 4);
+}
+
+TEST(StarsBox, IsSetByMouseAndKeys)
+{
+    StarsBox stars;
+    stars.resize(stars.sizeHint());
+    stars.show();
+    std::vector<int> seen;
+    stars.changed = [&](int count) { seen.push_back(count); };
+    const int side = stars.height() - 4;
+    QTest::mouseClick(&stars, Qt::LeftButton, {}, {2 + 3 * side + side / 2, side / 2});
+    QTest::mouseClick(&stars, Qt::LeftButton, {}, {2 + 3 * side + side / 2, side / 2});
+    QTest::keyClick(&stars, Qt::Key_5);
+    QTest::keyClick(&stars, Qt::Key_Right);
+    QTest::keyClick(&stars, Qt::Key_Left);
+    QTest::keyClick(&stars, Qt::Key_6);
+    EXPECT_EQ(seen, (std::vector<int>{4, 0, 5, 4}));
+    EXPECT_EQ(stars.accessibleDescription(), "Stars: 4 of 5");
+}
+
+} // namespace kestrova::testing
