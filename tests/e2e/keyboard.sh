@@ -10,23 +10,20 @@ mkdir "$box/archive" "$box/home"
 open_display 1100x720
 start_windows
 
-appears 'Where is Tomb Raider'
-press alt+p
-appears 'Select a folder for the practice'
-enter "$box/practice"
-gone 'Select a folder'
-appears 'Where is Tomb Raider'
-press Return
-gone 'Where is'
-appears '^Kestrova$' # is it original?
-press alt+y
-appears '^Kestrova$' other # a full backup?
-press alt+y
-appears 'Level archive'
-press alt+m
-gone 'Level archive'
+appears 'Welcome to Kestrova'
+press alt+b
+appears 'Choose TR Level Editor folder'
+enter "$box/practice/trle"
+gone 'Choose TR Level Editor folder'
+appears 'Welcome to Kestrova'
+press alt+i # it is original
+press alt+e
 appears 'Select main folder'
 enter "$box/archive"
+gone 'Select main folder'
+appears 'Welcome to Kestrova'
+press Return
+gone 'Welcome to Kestrova'
 appears 'LevelArchive.kva .1 levels'
 
 cd "$box/practice/levels"

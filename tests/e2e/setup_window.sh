@@ -11,7 +11,7 @@ mkdir -p "$box/home" "$HOME"
 
 open_display 1100x720
 start_windows
-appears 'Where is Tomb Raider'
+appears 'Welcome to Kestrova'
 press alt+c
 appears 'Compress TR Level Editor Setup'
 press F1
@@ -29,9 +29,8 @@ appears '^Kestrova$' # it will last several minutes
 press Return
 appears '^Kestrova$' other # it is installed
 press Return
-appears 'Where is Tomb Raider'
-press Return # Ok has the keyboard
-gone 'Where is Tomb Raider'
+appears 'Welcome to Kestrova'
+press Return # Start
 appears '^Kestrova$' other # is it original?
 soon test -s "$target/data/title.tr4"
 [[ -s $target/english.dat && -s $target/load.bmp && -x $target/tomb4.exe ]]

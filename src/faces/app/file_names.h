@@ -8,6 +8,9 @@
 namespace kestrova::OnDisk
 {
 
+inline constexpr std::string_view HomeSign = "~";
+inline constexpr std::string_view HomeStart = "~/";
+
 inline constexpr std::string_view DoctorToolOpen = "xdg-open";
 
 inline constexpr std::string_view MimeXml = "kestrova-mime.xml";

@@ -142,16 +142,24 @@ Result<std::vector<Path>> RegisterFileTypes(Session& session, bool& anew)
     return written;
 }
 
-void OfferFileTypes(Session& session)
+bool OffersFileTypes(Session& session)
 {
     const Path own = InFolder(platform::UserDataFolder(), OnDisk::DirProgramData);
-    if (!IsSameFolder(session.programFolder, own) || AreFileTypesKnown() ||
-        FindTool(ToolsOf(session), MimeUpdater()).empty() ||
-        !session.host.AskYesNo(GetMsg(Msg::AskFileTypes)))
-        return;
+    return IsSameFolder(session.programFolder, own) && !AreFileTypesKnown() &&
+           !FindTool(ToolsOf(session), MimeUpdater()).empty();
+}
+
+void TeachFileTypes(Session& session)
+{
     bool anew = false;
     if (const auto done = RegisterFileTypes(session, anew); !done)
         TellFailure(session.host, GetMsg(Msg::FileTypesFailed), done.Error());
+}
+
+void OfferFileTypes(Session& session)
+{
+    if (OffersFileTypes(session) && session.host.AskYesNo(GetMsg(Msg::AskFileTypes)))
+        TeachFileTypes(session);
 }
 
 } // namespace kestrova

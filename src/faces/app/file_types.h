@@ -14,8 +14,12 @@ bool AreFileTypesKnown();
 /// `anew` tells whether the lists were made.
 Result<std::vector<Path>> RegisterFileTypes(Session& session, bool& anew);
 
-/// At the first start, and only where the desktop does not know them: asks, and registers. A
+/// Whether a first start has to offer it: the desktop does not know them, and can be told. A
 /// program's folder of one's own choice stays without.
+bool OffersFileTypes(Session& session);
+/// Registers them; tells when that failed.
+void TeachFileTypes(Session& session);
+/// Asks, where it has to be offered, and registers.
 void OfferFileTypes(Session& session);
 
 } // namespace kestrova

@@ -57,6 +57,7 @@ enum class HelpTag {
     ConfigFile = 47,
     Backup = 48,
     AddMany = 53,
+    FirstStart = 49,
 };
 
 /// As the help's text has it: `#2#`.

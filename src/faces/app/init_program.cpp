@@ -1,6 +1,7 @@
 #include "app/init_program.h"
 
 #include "app/file_types.h"
+#include "app/first_start.h"
 #include "app/start_up.h"
 #include "core/look.h"
 #include "editor/find_trle.h"
@@ -85,10 +86,13 @@ public:
     {
     }
     [[nodiscard]] bool FailedSetup() const { return failedSetup_; }
+    /// What the questions ask for was on the page.
+    [[nodiscard]] bool ShowedPage() const { return showsPage_; }
     void Opened(Session& session) override
     {
         before_ = session.preferences.archivePath;
-        if (!said_.archive.empty())
+        showsPage_ = FirstStart::IsDue(session);
+        if (!said_.archive.empty() && !showsPage_)
             session.preferences.archivePath = said_.archive.native();
         session.archive = {};
     }
@@ -98,6 +102,10 @@ public:
             session.host.Tell(Tone::Error, GetMsg(Msg::SetupAtStartFailed));
             failedSetup_ = true;
             return false;
+        }
+        if (showsPage_) {
+            FirstStart page{session, said_.archive};
+            return windows_.ShowFirstStart(session, page);
         }
         TrleFinder finder{session};
         if (!finder.Prepare() && !OfferRestore(session, finder) &&
@@ -112,6 +120,8 @@ public:
     }
     Archive OpenArchive(Session& session) override
     {
+        if (showsPage_)
+            return Archive::Loaded;
         if (!LoadLastArchive(session)) {
             // A disc is not what a later start waits for.
             if (session.discs != nullptr && session.discs->DiscOf(said_.archive))
@@ -132,6 +142,7 @@ private:
     CommandLine said_;
     std::string before_; ///< the archive that was remembered
     bool failedSetup_ = false;
+    bool showsPage_ = false;
 };
 
 } // namespace
@@ -165,7 +176,7 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
         DoneOrTold(session.host,
                    SavePreferencesNow(session.Folders(), session.preferences, session.settings));
         OfferLeftIntake(session);
-        if (knowsPreferences && !*knowsPreferences)
+        if (knowsPreferences && !*knowsPreferences && !face.ShowedPage())
             OfferFileTypes(session);
     }
     return start != Start::Refused && !face.FailedSetup();

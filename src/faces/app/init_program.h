@@ -11,6 +11,8 @@ struct CommandLine {
     Path trle;                ///< item whose last part is `trle`
     std::vector<Path> others; ///< what else is named: packages and folders of levels
 };
+class FirstStart;
+
 /// Goes through the items from the left up to the first empty one; of several the later wins.
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
 /// Windows with questions of their own that the start shows; the terminal answers from its words.
@@ -18,6 +20,9 @@ class StartWindows
 {
 public:
     virtual ~StartWindows() = default;
+    /// The page of the first start, in place of the questions below: True when it was gone through
+    /// to its end, so that a Level Editor's folder is taken and an archive is loaded.
+    virtual bool ShowFirstStart(Session& session, FirstStart& page) = 0;
     /// "Where is Tomb Raider Level Editor folder ?": True when a valid folder was set.
     virtual bool FindLevelEditor(Session& session) = 0;
     /// Sets the Level Editor up from a folder that the command line names. False when it was not.

@@ -4,14 +4,13 @@
 #include "app/file_names.h"
 #include "app/file_types.h"
 #include "app/opening.h"
+#include "app/practice_library.h"
 #include "app/result_text.h"
 #include "app/start_up.h"
 #include "archive/level_sizes.h"
 #include "editor/find_trle.h"
 #include "levels/original_level.h"
 #include "levels/remove_level.h"
-#include "platform/places.h"
-#include "practice/practice_folder.h"
 #include "session/telling.h"
 #include "swap/backup.h"
 #include "swap/backup_state.h"
@@ -40,15 +39,7 @@ bool MakePractice(Run& run)
 {
     const Path folder = PlaceFromWord(run.arguments.words.front());
     HearInterrupts();
-    const auto progress = run.session.host.BeginProgress(ProgressWindow::Progress, {});
-    progress->AllowStop();
-    const auto made = MakePracticeFolder(folder, StandInsIn(platform::ExecutableFolder()),
-                                         [&](int done, int total, const std::string& what) {
-                                             progress->SetLabel(what);
-                                             progress->SetBar(static_cast<std::uint64_t>(done),
-                                                              static_cast<std::uint64_t>(total));
-                                             return progress->Step();
-                                         });
+    const auto made = MakePracticeShown(run.session.host, folder);
     if (!made) {
         TellFailure(run.session.host, GetMsg(Msg::PracticeFailed), made.Error());
         return false;

@@ -249,15 +249,17 @@ PracticePrograms StandInsIn(const Path& folder)
             in / OnDisk::StandInScriptCompiler, in / OnDisk::StandInSetup};
 }
 
+PracticePlaces PlacesIn(const Path& dir)
+{
+    return {InFolder(dir, OnDisk::FragPracticeTrle), InFolder(dir, OnDisk::FragPracticeLevels),
+            InFolder(dir, OnDisk::FragPracticePackages), InFolder(dir, OnDisk::FragPracticeDiscs)};
+}
+
 Result<PracticeMade> MakePracticeFolder(const Path& dir, const PracticePrograms& programs,
                                         const PracticeProgress& progress,
                                         const PracticeOptions& options)
 {
-    PracticeMade made;
-    made.trle = InFolder(dir, std::string{OnDisk::FragPracticeTrle});
-    made.levels = InFolder(dir, std::string{OnDisk::FragPracticeLevels});
-    made.packages = InFolder(dir, std::string{OnDisk::FragPracticePackages});
-    made.discs = InFolder(dir, std::string{OnDisk::FragPracticeDiscs});
+    PracticeMade made{PlacesIn(dir), {}, {}};
     for (const Path& taken : {made.trle, made.levels, made.packages, made.discs}) {
         const auto isFree = IsFree(taken);
         if (!isFree)

@@ -31,11 +31,16 @@ struct PracticePrograms {
 /// The stand-ins that were built or installed in that folder.
 PracticePrograms StandInsIn(const Path& folder);
 
-struct PracticeMade {
-    Path trle;              ///< passes for a Level Editor's folder
-    Path levels;            ///< a folder a level, some also as zips
-    Path packages;          ///< levels that need work, folders and zips: sources, setups, wads
-    Path discs;             ///< files that are blank discs, and where a drive shows its disc
+/// What a practice folder holds.
+struct PracticePlaces {
+    Path trle;     ///< passes for a Level Editor's folder
+    Path levels;   ///< a folder a level, some also as zips
+    Path packages; ///< levels that need work, folders and zips: sources, setups, wads
+    Path discs;    ///< files that are blank discs, and where a drive shows its disc
+};
+PracticePlaces PlacesIn(const Path& dir);
+
+struct PracticeMade : PracticePlaces {
     std::vector<Path> zips; ///< of the levels
     std::string remark;     ///< what could not be made, in words; empty otherwise
 };

@@ -27,8 +27,6 @@ inline constexpr Message NothingChosen{"No level is chosen"};
 inline constexpr Message PleaseWaitToClose{"Something is still being done; the window closes when you ask again after that."};
 inline constexpr Message NotSavedAtEnd{"kestrova: the list of levels could not be written before the end: ~1"};
 inline constexpr Message ChoosePracticePlace{"Select a folder for the practice Level Editor"};
-inline constexpr Message MakingPractice{"The practice folder is being made"};
-inline constexpr Message WindowPracticeFailed{"The practice folder could not be made."};
 inline constexpr Message LevelAdded{"The level ~1 is in the archive."};
 inline constexpr Message WindowVersionLine{"Kestrova ~1"};
 inline constexpr Message WindowUsageLine{"Usage: kestrova [--home DIR] [ARCHIVE.kva] [LEVEL...]  (--version, --help)"};

@@ -88,6 +88,8 @@ struct Scan {
 
 Failure NotCopied(const Path& source, const Path& target, const Failure& failure)
 {
+    if (failure.code == ErrorCode::Stopped)
+        return failure; // who pressed it knows
     if (failure.code == ErrorCode::Missing)
         return Saying(GetMsg(Msg::BackupLinkBroken, {failure.subject}),
                       MakeFailure(failure.code, failure.subject));
@@ -111,7 +113,7 @@ Status CopyThroughLinks(const Path& source, const Path& target, ProgressScope& p
                         const PickSource& pick)
 {
     const Path root = ResolvePath(source);
-    const auto tree = ScanThroughLinks(root, [&] { return progress.Step(), true; });
+    const auto tree = ScanThroughLinks(root, [&] { return progress.Step(); });
     if (!tree)
         return NotCopied(root, target, tree.Error());
     if (const auto status = MakeFolders(target); !status)
@@ -130,14 +132,15 @@ Status CopyThroughLinks(const Path& source, const Path& target, ProgressScope& p
         options.verify = Verify::Content;
         options.progress = [&](std::uint64_t bytes) {
             progress.SetBar(std::min(done + bytes, total), total);
-            return progress.Step(), true;
+            return progress.Step();
         };
         if (!from.empty())
             if (const auto status = CopyFileOver(from, target / file, options); !status)
                 return NotCopied(root / file, target / file, status.Error());
         done += size;
         progress.SetBar(std::min(done, total), total);
-        progress.Step();
+        if (!progress.Step())
+            return MakeFailure(ErrorCode::Stopped, TextOf(target));
     }
     return {};
 }

@@ -28,7 +28,7 @@ Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbe
 using PickSource = std::function<Path(const Path& file)>;
 
 /// Copies the tree with plain folders in place of links, every file compared with its source, the
-/// bar following the bytes.
+/// bar following the bytes. A Stop of the progress ends it; what was copied stays then.
 Status CopyThroughLinks(const Path& source, const Path& target, ProgressScope& progress,
                         const PickSource& pick);
 

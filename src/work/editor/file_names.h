@@ -43,6 +43,10 @@ inline constexpr std::string_view PrefixesOfOthers = ".local/share/wineprefixes|
 inline constexpr std::string_view PrefixesInData = "bottles/bottles";
 inline constexpr std::string_view AppPathsKey = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\winroomedit.exe"; // not shown
 inline constexpr std::string_view AppPathsKey32 = "Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\App Paths\\winroomedit.exe"; // not shown
+/// Where a Level Editor lies as a rule: below a prefix's drive C, and below a person's home.
+inline constexpr std::string_view UsualOnDriveC = "Program Files/Core Design/trle|Program Files (x86)/Core Design/trle|Core Design/trle|trle|Games/trle"; // not shown
+inline constexpr std::string_view UsualInHome = "trle|Games/trle|games/trle|Documents/trle|Core Design/trle"; // not shown
+inline constexpr std::string_view UsualInData = "Core Design/trle"; // not shown
 inline constexpr std::string_view ExeEnding = ".exe";
 
 /// How documents of other kinds than text begin.

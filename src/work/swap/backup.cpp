@@ -19,6 +19,7 @@
 #include "session/preferences_file.h"
 #include "session/telling.h"
 #include "session/tree_progress.h"
+#include "swap/backup_sizes.h"
 #include "swap/file_names.h"
 #include "swap/recovery.h"
 #include "swap/sounds_left.h"
@@ -35,9 +36,6 @@ namespace kestrova
 
 namespace
 {
-
-constexpr double fullNeed = 251658240;   // bytes, the Level Editor's own distribution
-constexpr double compactNeed = 94371840; // bytes
 
 bool MayForgetLevel(Host& host, const Folders& folders, LevelCode code, const BackupWishes& wishes)
 {
@@ -85,20 +83,11 @@ Path ConfirmTrleOriginal(Session& session, const BackupWishes& wishes)
 /// Level Editor's own distribution. Nothing where the folder cannot be read just now.
 std::string SizesInWords(const Path& trle)
 {
-    const auto full = FolderSize(trle);
-    const auto data = FolderSize(InFolder(trle, OnDisk::DirData));
-    const auto graphics = FolderSize(InFolder(trle, OnDisk::DirGraphics));
-    if (!full || !data || !graphics)
+    const auto sizes = MeasureBackup(trle);
+    if (!sizes)
         return {};
-    double compact = *data + *graphics;
-    for (const std::string& pattern : Split(OnDisk::CompactPatterns, '|')) {
-        const auto files = ListFiles(trle, pattern);
-        if (!files)
-            return {};
-        for (const Path& file : *files)
-            compact += static_cast<double>(FileSize(file));
-    }
-    return GetMsg(Msg::BackupSizesHere, {FormatSize(*full), FormatSize(compact)});
+    return GetMsg(Msg::BackupSizesHere, {FormatSize(static_cast<double>(sizes->full)),
+                                         FormatSize(static_cast<double>(sizes->compact))});
 }
 
 bool AsksForFull(Host& host, const Path& trle)
@@ -124,6 +113,7 @@ bool CopyFull(Session& session, const Path& trle, const Path& target, const Soun
 {
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::FileCopyInProgress));
+    progress->AllowStop();
     if (const auto copied = CopyThroughLinks(
             trle, target, *progress, [&](const Path& file) { return leftovers.OriginalOf(file); });
         !copied)
@@ -150,13 +140,15 @@ bool CopyCompact(Host& host, const Folders& folders, const Path& trle, const Pat
         return failed(status.Error());
     const auto progress =
         host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CreationCompactBackup));
+    progress->AllowStop();
     progress->SetLabel(GetMsg(Msg::CreatingFolders));
     for (const std::string& folder : Split(OnDisk::CompactFolders, '|'))
         if (const auto status = MakeFolder(InFolder(target, folder)); !status)
             return failed(status.Error());
     progress->SetLabel(GetMsg(Msg::CopyFromTrle));
     for (const std::string& pattern : Split(OnDisk::CompactPatterns, '|')) {
-        progress->Step();
+        if (!progress->Step())
+            return false;
         if (const auto status =
                 CopyMatching(trle, target, pattern, {Verify::Content, false, false, {}});
             !status)
@@ -190,8 +182,8 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
         return false;
     const bool full = refresh || wishes.form == BackupForm::Full ||
                       (wishes.form == BackupForm::Ask && AsksForFull(session.host, trle));
-    if (!refresh && !HasSpace(session.host, session.machine, session.Folders(), trle,
-                              full ? fullNeed : compactNeed))
+    if (!refresh &&
+        !HasSpace(session.host, session.machine, session.Folders(), trle, BackupNeed(full)))
         return false;
 
     const Path target = NewBackupFolder(session.Folders());

@@ -1,3 +1,4 @@
+#include "app/first_start.h"
 #include "app/init_program.h"
 #include "app/start_up.h"
 #include "archive/archive_saving.h"
@@ -20,6 +21,21 @@ public:
     ArchiveChoice choice = ArchiveChoice::New;
     std::vector<std::string> shown;
 
+    Path levels; ///< what is chosen on the page; empty: the person leaves it
+    bool original = true;
+    Path given; ///< what the page proposed for the levels
+    bool ShowFirstStart(Session&, FirstStart& page) override
+    {
+        shown.emplace_back("page");
+        given = page.Choices().levels;
+        if (levels.empty())
+            return false;
+        page.SetTrle(trle.native());
+        page.SetOriginal(original);
+        if (given.extension() != ".kva")
+            page.SetLevels(levels.native());
+        return page.CanStart() && page.Begin();
+    }
     bool FindLevelEditor(Session& session) override
     {
         shown.emplace_back("find");
@@ -53,9 +69,7 @@ protected:
     void StartFirst()
     {
         windows.trle = box / "trle";
-        box.host.WillAsk("is original?", true);
-        box.host.WillAsk("full backup", true);
-        box.host.WillChoose("Select main folder", box / "levels");
+        windows.levels = box / "levels";
         ASSERT_TRUE(InitProgram(box.session, windows, {})) << box.host.AllTold();
     }
     /// What a new start of the program sees; the locks of the first are gone.
@@ -73,10 +87,10 @@ protected:
     Windows windows;
 };
 
-TEST_F(StartUp, TheFirstStartFindsBacksUpAndMakesAnArchiveAndTheSecondAsksNothing)
+TEST_F(StartUp, TheFirstStartIsOnePageAndTheSecondAsksNothing)
 {
     StartFirst();
-    EXPECT_EQ(windows.shown, (std::vector<std::string>{"find", "archive"}));
+    EXPECT_EQ(windows.shown, std::vector<std::string>{"page"});
     EXPECT_TRUE(box.Has("home/backup_trle/DATA/tut1.tr4"));
     EXPECT_TRUE(box.Has("home/LEVEL_0000"));
     ASSERT_EQ(box.session.archive.levels.size(), 1U);
@@ -92,7 +106,7 @@ TEST_F(StartUp, TheFirstStartFindsBacksUpAndMakesAnArchiveAndTheSecondAsksNothin
 TEST_F(StartUp, WithoutALevelEditorItStopsWithNoArchive)
 {
     ASSERT_TRUE(InitProgram(box.session, windows, {}));
-    EXPECT_EQ(windows.shown, std::vector<std::string>{"find"});
+    EXPECT_EQ(windows.shown, std::vector<std::string>{"page"});
     EXPECT_TRUE(box.session.archive.levels.empty());
     EXPECT_FALSE(box.Has("home/backup_trle"));
 
@@ -146,11 +160,47 @@ TEST_F(StartUp, TheEndLosesNoChangeOfTheListThatNobodyGaveUp)
 TEST_F(StartUp, ABackupThatIsRefusedDoesNotStopTheStart)
 {
     windows.trle = box / "trle";
+    windows.levels = box / "levels";
+    windows.original = false;
     box.host.WillAsk("is original?", false);
-    box.host.WillChoose("Select main folder", box / "levels");
+    box.host.WillAsk("go on without one?", true);
     ASSERT_TRUE(InitProgram(box.session, windows, {}));
     EXPECT_FALSE(box.Has("home/backup_trle"));
     EXPECT_EQ(box.session.archive.levels.size(), 1U);
+
+    // At a later start it is the question that it always was.
+    box.host.WillAsk("is original?", true);
+    box.host.WillAsk("full backup", false);
+    ASSERT_TRUE(StartAgain()) << box.host.AllTold();
+    EXPECT_TRUE(windows.shown.empty());
+    EXPECT_TRUE(box.Has("home/backup_trle/data/tut1.tr4"));
+}
+
+TEST_F(StartUp, WithAnEditorButNoArchiveTheQuestionsStay)
+{
+    StartFirst();
+    box.session.preferences.archivePath.clear();
+    box.host.WillChoose("Select main folder", box / "more");
+    ASSERT_TRUE(StartAgain()) << box.host.AllTold();
+    EXPECT_EQ(windows.shown, std::vector<std::string>{"archive"});
+    EXPECT_EQ(box.session.ArchivePath(), box / "home/LevelArchive2.kva");
+}
+
+TEST_F(StartUp, AnArchiveThatTheFirstStartIsGivenStandsOnThePage)
+{
+    StartFirst();
+    std::filesystem::rename(box / "home/LevelArchive.kva", box / "old.kva");
+    std::filesystem::remove(box / "home/Kestrova.prf");
+    box.session.locks = {};
+    box.session.preferences = DefaultPreferences();
+    windows.shown.clear();
+    const std::string given = (box / "old.kva").native();
+    ASSERT_TRUE(InitProgram(box.session, windows, {given})) << box.host.AllTold();
+    EXPECT_EQ(windows.shown, std::vector<std::string>{"page"});
+    EXPECT_EQ(windows.given, given);
+    EXPECT_EQ(box.session.ArchivePath(), given);
+    ASSERT_TRUE(StartAgain()) << box.host.AllTold();
+    EXPECT_EQ(box.session.ArchivePath(), given) << "it is remembered";
 }
 
 TEST_F(StartUp, AnArchiveThatIsGoneOrDamagedIsNamedAndTheStartGoesOn)

@@ -9,6 +9,7 @@
 #include "ui/dialogs/dialog_set_mp3.h"
 #include "ui/dialogs/dialog_settings.h"
 #include "ui/dialogs/dialog_siti.h"
+#include "ui/dialogs/dialog_start.h"
 #include "ui/dialogs/dialog_trova_trle.h"
 #include "ui/dialogs/dialog_wizard.h"
 #include "ui/dialogs/dialogs_small.h"
@@ -51,6 +52,8 @@ TEST(Dialogs, EveryCaptionFindsItsControl)
     ArchiveDialog archive{world.session, nullptr};
     SettingsDialog settings{world.session, nullptr};
     FindTrleDialog find{world.session, finder, nullptr};
+    FirstStart page{world.session, {}};
+    StartDialog start{world.session, page, nullptr};
     RestoreDialog restore{world.session, nullptr};
     AuthorDialog author{world.session, 0, nullptr};
     NewLevelDialog add{world.session, nullptr};
@@ -66,9 +69,9 @@ TEST(Dialogs, EveryCaptionFindsItsControl)
     SetMp3Dialog settingsOfMp3{world.session, true, nullptr};
     WizardDialog wizard{world.session, nullptr};
     for (const QWidget* dialog : std::initializer_list<const QWidget*>{
-             &about, &newArc, &archive, &settings, &find, &restore, &add, &author, &progress, &wait,
-             &zip, &batch, &download, &urls, &encode, &convert, &compare, &settingsOfMp3,
-             &wizard}) {
+             &about,  &newArc,   &archive, &settings,      &find,   &restore,  &add,
+             &author, &progress, &wait,    &zip,           &batch,  &download, &urls,
+             &encode, &convert,  &compare, &settingsOfMp3, &wizard, &start}) {
         EXPECT_EQ(CaptionFaults(*dialog), QStringList{}) << FromQt(dialog->objectName());
         EXPECT_FALSE(dialog->windowTitle().isEmpty()) << FromQt(dialog->objectName());
     }

@@ -14,6 +14,7 @@
 #include "ui/dialogs/dialog_savegame_history.h"
 #include "ui/dialogs/dialog_set_mp3.h"
 #include "ui/dialogs/dialog_settings.h"
+#include "ui/dialogs/dialog_start.h"
 #include "ui/dialogs/dialog_trova_trle.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "window_world.h"
@@ -96,6 +97,8 @@ TEST(Keys, EachHasOneMeaningInEveryWindow)
     const ArchiveDialog archive{session, nullptr};
     const SettingsDialog settings{session, nullptr};
     const FindTrleDialog find{session, finder, nullptr};
+    FirstStart page{session, {}};
+    const StartDialog start{session, page, nullptr};
     const RestoreDialog restore{session, nullptr};
     const AuthorDialog author{session, 0, nullptr};
     const NewLevelDialog add{session, nullptr};
@@ -110,10 +113,10 @@ TEST(Keys, EachHasOneMeaningInEveryWindow)
     const ListSavegameDialog list{session, rules, nullptr};
     const ResizeDialog resize{session, world.box / "none.jpg", nullptr};
     const SavegameHistoryDialog history{session, 1, nullptr};
-    const QWidget* const windows[] = {&world.window, &about,      &newArc, &archive, &settings,
-                                      &find,         &restore,    &author, &add,     &progress,
-                                      &batch,        &decode,     &encode, &convert, &settingsOfMp3,
-                                      &capture,      &importShot, &list,   &resize,  &history};
+    const QWidget* const windows[] = {
+        &world.window,  &about,   &newArc,     &archive, &settings, &find,    &restore,
+        &author,        &add,     &progress,   &batch,   &decode,   &encode,  &convert,
+        &settingsOfMp3, &capture, &importShot, &list,    &resize,   &history, &start};
     for (const QWidget* window : windows)
         ExpectOneMeaningEach(*window);
 }

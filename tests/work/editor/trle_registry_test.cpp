@@ -1,6 +1,7 @@
 #include "editor/trle_registry.h"
 
 #include "editor/find_trle.h"
+#include "editor/usual_places.h"
 #include "editor/wine_prefixes.h"
 #include "tools/wine_paths.h"
 #include "world/world.h"
@@ -94,6 +95,28 @@ TEST(TrlePathFromRegistry, PathsOfAPrefixComeBackTheSame)
     for (const Path& path : {prefix / "drive_c/Core Design/trle", box / "ü b/x.exe"})
         EXPECT_EQ(PathInPrefix(prefix, WindowsPath(prefix, path)), path);
     EXPECT_EQ(WindowsPath(prefix, prefix / "drive_c/Core Design/trle"), "C:\\Core Design\\trle");
+}
+
+TEST(FoundEditors, AreTheWholeOnesOfRegistriesAndUsualPlacesEachOnce)
+{
+    PrefixWorld box;
+    EXPECT_TRUE(FoundEditors(box.session.Folders()).empty());
+    const auto put = [&](const std::string& place) {
+        std::filesystem::create_directories((box / place).parent_path());
+        std::filesystem::copy(box / "trle", box / place, std::filesystem::copy_options::recursive);
+    };
+    const std::string usual = "person/.wine/drive_c/Program Files/Core Design/trle";
+    box.AddPrefix("person/.wine", R"(C:\\Program Files\\Core Design\\trle\\winroomedit.exe)");
+    box.AddPrefix("person/Games/bottle", R"(C:\\mine\\winroomedit.exe)");
+    EXPECT_TRUE(FoundEditors(box.session.Folders()).empty()) << "what is named is gone";
+    put(usual);
+    put("person/Games/bottle/drive_c/mine");
+    put("person/TRLE");
+    put("person/.local/share/Core Design/trle");
+    std::filesystem::remove(box / "person/.local/share/Core Design/trle/tomb4.exe");
+    EXPECT_EQ(FoundEditors(box.session.Folders()),
+              (std::vector<Path>{box / usual, box / "person/Games/bottle/drive_c/mine",
+                                 box / "person/TRLE"}));
 }
 
 } // namespace

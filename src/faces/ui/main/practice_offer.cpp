@@ -1,14 +1,11 @@
 #include "ui/main/practice_offer.h"
 
-#include "app/disc_drives.h"
+#include "app/practice_library.h"
 #include "core/file_kinds.h"
 #include "editor/find_trle.h"
 #include "editor/folder_test.h"
 #include "formats/trle_folder.h"
-#include "platform/places.h"
-#include "practice/practice_folder.h"
 #include "session/operation.h"
-#include "session/telling.h"
 #include "ui/desktop/file_names.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_main.h"
@@ -31,19 +28,10 @@ bool IsEmptyFolder(const Path& folder)
 
 std::optional<PracticeMade> Make(Host& host, const Path& folder)
 {
-    const auto progress = host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::MakingPractice));
-    progress->AllowStop();
-    const auto made = MakePracticeFolder(folder, StandInsIn(platform::ExecutableFolder()),
-                                         [&](int done, int total, const std::string& what) {
-                                             progress->SetLabel(what);
-                                             progress->SetBar(static_cast<std::uint64_t>(done),
-                                                              static_cast<std::uint64_t>(total));
-                                             return progress->Step();
-                                         });
+    const auto made = MakePracticeShown(host, folder);
     if (made)
         return *made;
-    if (made.Error().code != ErrorCode::Stopped)
-        TellFailure(host, GetMsg(Msg::WindowPracticeFailed), made.Error());
+    TellPracticeFailed(host, made.Error());
     return std::nullopt;
 }
 
@@ -66,9 +54,7 @@ std::optional<Path> OfferPracticeFolder(Session& session)
         return std::nullopt;
     if (!made->remark.empty())
         session.host.Tell(Tone::Plain, made->remark);
-    if (Trim(session.preferences.downloadFolder) == OnDisk::DefaultDownloadFolder)
-        session.preferences.downloadFolder = made->levels.native();
-    AddPracticeDrive(session.settings, made->trle);
+    KnowPracticePlaces(session, made->trle, made->levels);
     return made->trle;
 }
 

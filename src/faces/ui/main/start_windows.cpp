@@ -4,12 +4,20 @@
 #include "editor/setup_run.h"
 #include "ui/desktop/host_windows.h"
 #include "ui/dialogs/dialog_installa_trle.h"
+#include "ui/dialogs/dialog_start.h"
 #include "ui/dialogs/dialog_trova_trle.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/input_gate.h"
 
 namespace kestrova
 {
+
+bool StartDialogs::ShowFirstStart(Session& session, FirstStart& page)
+{
+    StartDialog dialog(session, page, TopWindow());
+    const InputGate::Admission admission{dialog};
+    return dialog.exec() == QDialog::Accepted;
+}
 
 bool StartDialogs::FindLevelEditor(Session& session)
 {

@@ -10,6 +10,7 @@ namespace kestrova
 class StartDialogs : public StartWindows
 {
 public:
+    bool ShowFirstStart(Session& session, FirstStart& page) override;
     bool FindLevelEditor(Session& session) override;
     bool SetUpLevelEditor(Session& session, const Path& source) override;
     ArchiveChoice AskNewOrLoad(Session& session) override;

@@ -6,6 +6,7 @@
 #include "words/captions.h"
 #include "words/disc_windows.h"
 #include "words/discs_window.h"
+#include "words/first_start.h"
 #include "words/help.h"
 #include "words/installers.h"
 #include "words/level_setup.h"
