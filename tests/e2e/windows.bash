@@ -44,14 +44,15 @@ fails() {
     xdotool search --onlyvisible --name . getwindowname %@ >&2 || true
     exit 1
 }
+# Seconds that one wait may take, also under the sanitizers beside other work.
+patience=150
 # soon COMMAND…: waits until it succeeds, as long as a machine at work may take.
 soon() {
-    local i
-    for ((i = 0; i < 600; ++i)); do
-        ! "$@" >/dev/null 2>&1 || return 0
+    local end=$((SECONDS + patience))
+    until "$@" >/dev/null 2>&1; do
+        ((SECONDS < end)) || fails "never: $*"
         sleep 0.1
     done
-    fails "never: $*"
 }
 
 # spent PID: the processor's ticks that the program has used; nothing unless all its threads sleep
@@ -76,15 +77,16 @@ spent() {
     echo "$sum"
 }
 # rests [PID]: waits until the program (or another one) has done what it was told and sleeps: what is
-# typed while it works is discarded.
+# typed while it works is discarded. A program that waits for a display at work has not done it.
 rests() {
-    local before now i calm=0
-    before=$(spent "${1:-$window}")
-    for ((i = 0; i < 900; ++i)); do
+    local pid=${1:-$window} before now server calm=0 end=$((SECONDS + patience))
+    before=$(spent "$pid")
+    while ((SECONDS < end)); do
         sleep 0.07
-        now=$(spent "${1:-$window}")
+        server=$(spent "$display")
+        now=$(spent "$pid")
         # A blinking cursor takes a tick now and then.
-        if [[ -n $before && -n $now ]] && ((now - before <= 1)); then
+        if [[ -n $before && -n $now && -n $server ]] && ((now - before <= 1)); then
             ((++calm < 3)) || return 0
         else
             calm=0
@@ -102,8 +104,8 @@ seen= # the window that appeared last
 # appears TITLE [OTHER]: waits for a window and gives it the keyboard, since no window manager does.
 # With OTHER it is not the one that appeared last, which may go slowly and have the same title.
 appears() {
-    local i id
-    for ((i = 0; i < 600; ++i)); do
+    local id end=$((SECONDS + patience))
+    while ((SECONDS < end)); do
         if id=$(shown "$1") && [[ -z ${2:-} || $id != "$seen" ]]; then
             rests
             # It may have been another one's turn meanwhile.
@@ -119,8 +121,8 @@ appears() {
 }
 # gone TITLE: waits until no such window is there.
 gone() {
-    local i
-    for ((i = 0; i < 600; ++i)); do
+    local end=$((SECONDS + patience))
+    while ((SECONDS < end)); do
         shown "$1" >/dev/null || return 0
         sleep 0.1
     done
