@@ -1,4 +1,5 @@
 // The chosen level beside the list: its pages, what is dropped there, and what Play says.
+#include "archive/library_notes.h"
 #include "pictures/jpeg.h"
 #include "ui/dialogs/shot_panes.h"
 #include "ui/main/savegames_page.h"

@@ -2,8 +2,8 @@
 
 #include "play/game_watch.h"
 #include "play/hot_keys.h"
-#include "ui/main/play_head.h"
 #include "play/play_times.h"
+#include "ui/main/play_head.h"
 
 #include <QTimer>
 #include <functional>
