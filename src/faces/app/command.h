@@ -91,7 +91,8 @@ struct InWindow {
 };
 
 /// How a command is said in the terminal. Rows with the same first word stand behind each other;
-/// the first of them has usage, summary and options for all of them.
+/// the first of them has the options for all of them, and usage and summary unless a row has its
+/// own.
 struct InTerminal {
     std::string_view word{}; ///< `saves`
     std::string_view verb{}; ///< `archive`

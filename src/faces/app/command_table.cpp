@@ -117,6 +117,19 @@ const CommandRow* FindCommand(std::string_view word)
     return nullptr;
 }
 
+std::vector<const CommandRow*> RowsThatTell(std::string_view word, std::string_view verb)
+{
+    std::vector<const CommandRow*> rows;
+    for (const CommandRow& row : CommandTable()) {
+        if (row.terminal.word != word || row.terminal.usage == Message{})
+            continue;
+        if (!verb.empty() && row.terminal.verb == verb)
+            return {&row};
+        rows.push_back(&row);
+    }
+    return rows;
+}
+
 const CommandRow* FindControl(std::string_view name)
 {
     for (const CommandRow& row : CommandTable())

@@ -12,6 +12,9 @@ std::span<const MenuRow> MenuTable();
 
 /// The row that has usage and options of a word of the terminal; null when there is none.
 const CommandRow* FindCommand(std::string_view word);
+/// The rows that tell how a word is said: that of the verb where it has words of its own, otherwise
+/// all of the word that have.
+std::vector<const CommandRow*> RowsThatTell(std::string_view word, std::string_view verb);
 /// Of a command or button of the window; null when there is none.
 const CommandRow* FindControl(std::string_view name);
 /// The row that a run's words mean; the first of that word when they mean none.

@@ -34,12 +34,16 @@ std::string HelpText()
     return text;
 }
 
-std::string HelpFor(const CommandRow& row)
+std::string HelpFor(std::string_view word, std::string_view verb)
 {
-    std::string text = GetMsg(Msg::UsageLine, {row.terminal.usage.text}) + "\n";
-    text += std::string{row.terminal.summary.text} + "\n";
-    if (row.terminal.json != Message{})
-        text += GetMsg(Msg::HelpJson) + std::string{row.terminal.json.text} + "\n";
+    std::string text;
+    for (const CommandRow* row : RowsThatTell(word, verb)) {
+        text += text.empty() ? "" : "\n";
+        text += GetMsg(Msg::UsageLine, {row->terminal.usage.text}) + "\n";
+        text += std::string{row->terminal.summary.text} + "\n";
+        if (row->terminal.json != Message{})
+            text += GetMsg(Msg::HelpJson) + std::string{row->terminal.json.text} + "\n";
+    }
     return text;
 }
 

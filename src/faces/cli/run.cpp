@@ -31,14 +31,20 @@ constexpr std::string_view topicList = "topics";
 
 enum class Exit { Done = 0, Failed = 1, WrongUse = 2 };
 
-/// Names the wrong word or option and shows the command's usage; `first` null: of no command.
-int WrongUse(const CommandRow* first, const std::string& what)
+std::string VerbOf(const std::vector<std::string>& words)
+{
+    return words.empty() ? std::string{} : words.front();
+}
+
+/// Names the wrong word or option and shows the usage of what was said; null: of no command.
+int WrongUse(const Arguments* said, const std::string& what)
 {
     std::string words = ForTerminal(what) + "\n";
-    if (first != nullptr)
-        words += GetMsg(Msg::UsageLine, {first->terminal.usage.text}) + "\n";
-    else
-        words += GetMsg(Msg::UsageHint) + "\n";
+    std::string usage;
+    if (said != nullptr)
+        for (const CommandRow* row : RowsThatTell(said->command, VerbOf(said->words)))
+            usage += GetMsg(Msg::UsageLine, {row->terminal.usage.text}) + "\n";
+    words += usage.empty() ? GetMsg(Msg::UsageHint) + "\n" : usage;
     (void)platform::WriteStream(Stream::Error, words);
     return static_cast<int>(Exit::WrongUse);
 }
@@ -105,14 +111,17 @@ int RunHelp(const Arguments& arguments, std::string_view version)
         return Finish(HelpAsMarkdown(), Exit::Done);
     if (arguments.Has("--man") || arguments.Has("--completion"))
         return RunMadeHelp(arguments, version);
-    const std::string name = arguments.command != "help" ? arguments.command
-                             : arguments.words.empty()   ? std::string{}
-                                                         : arguments.words.front();
+    // `help discs create` is `discs create --help`.
+    const bool isHelp = arguments.command == "help";
+    const std::string name = isHelp ? VerbOf(arguments.words) : arguments.command;
+    std::vector<std::string> behind = arguments.words;
+    if (isHelp && !behind.empty())
+        behind.erase(behind.begin());
     if (name.empty())
         return Finish(HelpText(), Exit::Done);
-    if (const CommandRow* row = FindCommand(name))
-        return Finish(HelpFor(*row), Exit::Done);
-    if (arguments.command != "help")
+    if (FindCommand(name) != nullptr)
+        return Finish(HelpFor(name, VerbOf(behind)), Exit::Done);
+    if (!isHelp)
         return WrongUse(nullptr, GetMsg(Msg::WrongCommand, {name}));
     return RunTopic(arguments);
 }
@@ -133,7 +142,7 @@ int RunCommand(const CommandRow& first, const Arguments& arguments)
     if (arguments.Has("--json"))
         run.json = &json;
     if (const std::string wrong = WrongWords(first, run); !wrong.empty())
-        return WrongUse(&first, wrong);
+        return WrongUse(&arguments, wrong);
     const platform::FolderMemory folders;
     const bool done = RunFromWords(RowOf(first, run), run) && !host.LeftUnanswered();
     if (!session.programFolder.empty())
@@ -150,7 +159,7 @@ int RunTerminal(const std::vector<std::string>& words, std::string_view version)
     platform::IgnoreBrokenPipes();
     const Arguments arguments = ParseArguments(words, AllOptions());
     if (!arguments.wrong.empty())
-        return WrongUse(FindCommand(arguments.command), arguments.wrong);
+        return WrongUse(&arguments, arguments.wrong);
     if (arguments.Has("--version"))
         return Finish(GetMsg(Msg::VersionLine, {version}) + "\n", Exit::Done);
     if (arguments.Has("--help") || arguments.Has("-h") || arguments.command == "help")

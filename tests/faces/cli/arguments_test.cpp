@@ -65,11 +65,16 @@ TEST(CommandRows, AgreeWithTheirUsage)
         EXPECT_EQ(usage.substr(0, usage.find(' ')), row.terminal.word);
         for (const OptionRow& option : row.terminal.options) {
             EXPECT_TRUE(known.contains(option.name)) << option.name;
-            EXPECT_NE(usage.find(option.name), std::string::npos) << usage;
+            EXPECT_NE(HelpFor(row.terminal.word, {}).find(option.name), std::string::npos) << usage;
         }
-        EXPECT_EQ(FindCommand(row.terminal.word), &row);
+        EXPECT_EQ(FindCommand(row.terminal.word)->terminal.word, row.terminal.word);
         EXPECT_NE(HelpText().find(usage), std::string::npos);
+        EXPECT_NE(HelpFor(row.terminal.word, row.terminal.verb).find(usage), std::string::npos);
     }
+    EXPECT_NE(HelpFor("discs", "").find("discs create"), std::string::npos);
+    EXPECT_EQ(HelpFor("discs", "verify").find("discs create"), std::string::npos);
+    EXPECT_EQ(HelpFor("discs", "no verb"), HelpFor("discs", ""));
+    EXPECT_EQ(HelpFor("saves", "restore"), HelpFor("saves", ""));
     EXPECT_EQ(FindCommand("plays"), nullptr);
 }
 
