@@ -211,8 +211,7 @@ bool MoveToRoom(Session& session, const Path& said)
         return tree.Error().code != ErrorCode::Stopped &&
                TellFolderNotRead(session.host, tree.Error());
     const Path wanted = IsSameFolder(said, from) ? Path{} : said;
-    const auto to = ChooseTarget(session.host, session.machine, from, wanted,
-                                 needed + static_cast<double>(tree->bytes));
+    const auto to = ChooseTarget(session.host, session.machine, {from, *tree, needed}, wanted);
     return to && MoveLevels(session, *tree, *to);
 }
 

@@ -2,8 +2,10 @@
 
 #include "archive/archive_entries.h"
 #include "core/inside.h"
+#include "core/leftovers.h"
 #include "core/look.h"
 #include "core/name_list.h"
+#include "core/staged_file.h"
 #include "platform/places.h"
 #include "platform/real_path.h"
 #include "session/telling.h"
@@ -41,6 +43,21 @@ bool LiesElsewhere(Host& host, const Path& from, const Path& to)
     return !LiesInside(realTo, realFrom) || RefuseTarget(host, Msg::MoveInside, {TextOf(to)});
 }
 
+/// The copy of a tree takes no room where its files can have a second name; one of them tells.
+double RoomOfCopy(const MovingFolder& moving, const Path& to)
+{
+    const double all = static_cast<double>(moving.tree.bytes);
+    if (moving.tree.files.empty())
+        return all;
+    const Path near = NearestFolder(to);
+    NotePlace(near); // a kill may leave the probe
+    const Path probe = StagedNameFor(near / moving.tree.files.front().name.filename());
+    if (platform::HardLink(ResolvePath(moving.from) / moving.tree.files.front().name, probe))
+        return all;
+    (void)platform::Unlink(probe); // a leftover by its name
+    return 0;
+}
+
 bool HoldsNoLevels(Host& host, const Path& to)
 {
     const auto isFree = IsFree(to);
@@ -60,8 +77,6 @@ bool HoldsNoLevels(Host& host, const Path& to)
            RefuseTarget(host, Msg::MoveLevelsThere, {TextOf(to), ShownNames(*names)});
 }
 
-} // namespace
-
 bool HasRoomFor(Host& host, Machine& machine, const Path& folder, double bytes)
 {
     const auto free = machine.FreeSpace(folder);
@@ -71,18 +86,20 @@ bool HasRoomFor(Host& host, Machine& machine, const Path& folder, double bytes)
            RefuseTarget(host, Msg::MoveNoRoom, {TextOf(folder), FormatSize(bytes), lineBreak});
 }
 
-bool FitsForArchive(Host& host, Machine& machine, const Path& from, const Path& to, double bytes)
-{
-    if (!FitsArchive(host, to) || !LiesElsewhere(host, from, to) || !HoldsNoLevels(host, to))
-        return false;
-    if (!platform::IsWritableFolder(NearestFolder(to)))
-        return RefuseTarget(host, Msg::MoveNotWritable, {TextOf(to)});
-    return HasRoomFor(host, machine, to, bytes);
-}
+} // namespace
 
-std::optional<Path> ChooseTarget(Host& host, Machine& machine, const Path& from, const Path& said,
-                                 double bytes)
+std::optional<Path> ChooseTarget(Host& host, Machine& machine, const MovingFolder& moving,
+                                 const Path& said)
 {
+    const Path& from = moving.from;
+    const auto fits = [&](const Path& to) {
+        if (!FitsArchive(host, to) || !LiesElsewhere(host, from, to) || !HoldsNoLevels(host, to))
+            return false;
+        if (!platform::IsWritableFolder(NearestFolder(to)))
+            return RefuseTarget(host, Msg::MoveNotWritable, {TextOf(to)});
+        const double needed = moving.comesToo + RoomOfCopy(moving, to);
+        return needed == 0 || HasRoomFor(host, machine, to, needed);
+    };
     for (;;) {
         const auto chosen =
             said.empty() ? host.ChooseFolder(GetMsg(Msg::SelectTargetFolder), from.parent_path())
@@ -90,7 +107,7 @@ std::optional<Path> ChooseTarget(Host& host, Machine& machine, const Path& from,
         if (!chosen)
             return {};
         Path folder = FolderFromText(platform::AbsolutePath(*chosen).lexically_normal().native());
-        if (FitsForArchive(host, machine, from, folder, bytes))
+        if (fits(folder))
             return folder;
         if (!said.empty())
             return {};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/whole_tree.h"
 #include "session/session.h"
 
 #include <optional>
@@ -8,14 +9,16 @@
 namespace kestrova
 {
 
-/// True for a folder, existing or not, that can take an archive which lies in `from` and needs so
-/// many bytes there. False, with words. Nothing is made.
-bool FitsForArchive(Host& host, Machine& machine, const Path& from, const Path& to, double bytes);
-/// `said`, or else the folder that the person chooses, until one fits. No value when the person
-/// gives up, or when `said` does not fit.
-std::optional<Path> ChooseTarget(Host& host, Machine& machine, const Path& from, const Path& said,
-                                 double bytes);
-/// False, with words, when so many bytes have no room there.
-bool HasRoomFor(Host& host, Machine& machine, const Path& folder, double bytes);
+/// What wants to go.
+struct MovingFolder {
+    const Path& from;
+    const WholeTree& tree; ///< of it
+    double comesToo = 0;   ///< bytes that come from elsewhere beside it
+};
+/// `said`, or else the folder that the person chooses, existing or not, until one fits: it lies
+/// elsewhere, holds no levels, and has room, of which a move within one file system takes none. No
+/// value when the person gives up, or when `said` does not fit, with words. Nothing is made.
+std::optional<Path> ChooseTarget(Host& host, Machine& machine, const MovingFolder& moving,
+                                 const Path& said);
 
 } // namespace kestrova
