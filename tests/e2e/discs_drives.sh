@@ -8,6 +8,12 @@ json 'not [drive for drive in j if drive["emulated"]]'
 expect 2 set drives 'no/name=|seen'
 expect 2 set drives 'toy=disc.iso'
 expect 0 set drives "toy=|seen here|8|writes"
+expect 0 set drives 'one=both.iso|seen one'
+expect 1 set drives 'two=./both.iso|seen two'
+errs 'No two drives have one file or one folder'
+expect 1 set drives 'two=other.iso|seen one'
+expect 0 set drives 'one=both.iso|seen one|8'
+expect 0 set drives one=
 expect 0 discs drives --json
 json 'j[-1]["name"] == "toy" and j[-1]["writer"] and j[-1]["medium"] == "none"'
 

@@ -4,9 +4,11 @@
 #include "app/result_text.h"
 #include "app/settings_form.h"
 #include "archive/archive_saving.h"
+#include "core/look.h"
 #include "core/text.h"
 #include "history/undo_entries.h"
 #include "online/url_update.h"
+#include "platform/files.h"
 #include "words/commands.h"
 #include "words/discs_commands.h"
 #include "words/menus.h"
@@ -133,6 +135,21 @@ std::string DrivesText(const Session& session)
     return Join(drives, " ");
 }
 
+/// Two drives cannot hold one file, nor show their discs in one folder.
+bool Collide(const DriveSetting& drive, const DriveSetting& other)
+{
+    const auto same = [](const Path& a, const Path& b) {
+        if (a.empty() || b.empty())
+            return false;
+        const platform::FileFacts there = platform::FactsOf(a);
+        return a.lexically_normal() == b.lexically_normal() ||
+               (there.kind != platform::FileKind::Missing &&
+                IsSameThing(there, platform::FactsOf(b)));
+    };
+    return drive.name != other.name &&
+           (same(drive.medium, other.medium) || same(drive.folder, other.folder));
+}
+
 /// One drive is named anew or changed, or forgotten when nothing stands behind its name.
 bool SetDrive(Session& session, const std::string& word)
 {
@@ -153,6 +170,9 @@ bool SetDrive(Session& session, const std::string& word)
     // From the terminal paths count from where it stands.
     drive->medium = drive->medium.empty() ? "" : PlaceFromWord(drive->medium).native();
     drive->folder = PlaceFromWord(drive->folder).native();
+    if (std::any_of(drives.begin(), drives.end(),
+                    [&](const DriveSetting& other) { return Collide(*drive, other); }))
+        return false;
     if (old == drives.end())
         drives.push_back(std::move(*drive));
     else
@@ -288,8 +308,13 @@ bool OfArchive(const Run& run)
 bool SetInProgram(Run& run)
 {
     RestoreAutoSave(run); // which may be what is set
-    if (!SettingOf(run)->set(run.session, run.arguments.words[1]))
+    const SettingRow* row = SettingOf(run);
+    const std::string& word = run.arguments.words[1];
+    if (!row->set(run.session, word)) { // it was tried without the settings that there are
+        run.session.host.Tell(Tone::Error,
+                              GetMsg(Msg::WrongSettingValue, {word, row->name, row->takes.text}));
         return false;
+    }
     BoundUndo(run.session.Folders(), run.session.settings);
     return true;
 }
