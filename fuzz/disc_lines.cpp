@@ -45,6 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     KeepsToItsText(ParseXorrisoListing(text, 2026, 6), text);
     for (const std::string& path : ParseIsoinfoPaths(text))
         Promise(path.front() == '/', "a path begins at the root");
+    (void)ExtractedBytesIn(text);
     if (const auto part = ImageProgressIn(text))
         Promise(part->done <= part->total, "no image is more than done");
     (void)BurnProgressIn(text);

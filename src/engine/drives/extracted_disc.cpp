@@ -4,6 +4,7 @@
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "drives/drive_tools.h"
+#include "formats/burn_lines.h"
 #include "platform/file_content.h"
 #include "platform/places.h"
 #include "session/cleared_progress.h"
@@ -97,6 +98,21 @@ Status LookForRoom(Machine& machine, const Path& image, const Path& place)
                    GetMsg(Msg::DiscNoRoomToExtract, {TextOf(image), text(needed), text(*room)}));
 }
 
+/// How much has come out of an image of so many bytes.
+class ExtractLineParser : public LineParser
+{
+public:
+    explicit ExtractLineParser(std::uint64_t total) : total_(total) {}
+    LineAnswer Feed(std::string_view line) override
+    {
+        const auto bytes = ExtractedBytesIn(line);
+        return bytes ? LineAnswer{std::min(*bytes, total_), total_} : LineAnswer{};
+    }
+
+private:
+    std::uint64_t total_;
+};
+
 } // namespace
 
 Result<Path> ExtractDisc(const Tools& tools, Machine& machine, Host& host, const Path& image,
@@ -106,13 +122,16 @@ Result<Path> ExtractDisc(const Tools& tools, Machine& machine, Host& host, const
         return room.Error();
     const Path staged = StagedNameFor(place);
     WorkFolder removal{staged, WorkFolder::Make::Now};
-    const auto progress = host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::DiscExtracting));
+    const auto progress = host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::DiscExtracting));
     progress->AllowStop();
     ToolReport report;
     const ToolWork work{XorrisoExtract(),
                         {"-no_rc", "-osirrox", "on", "-indev", "stdio:" + image.native(),
-                         "-extract", "/", staged.native()}};
-    if (const auto done = RunTool(tools, work, ToolProgressState{progress.get()}, report); !done) {
+                         "-extract", "/", staged.native()},
+                        [&] { return std::make_unique<ExtractLineParser>(FileSize(image)); }};
+    ToolProgressState state{progress.get()};
+    state.quiet = true;
+    if (const auto done = RunTool(tools, work, state, report); !done) {
         const Failure& failure = done.Error();
         if (failure.code == ErrorCode::Stopped)
             return Failure{ErrorCode::Stopped, TextOf(image)};

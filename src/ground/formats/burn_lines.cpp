@@ -70,6 +70,25 @@ template <class Take> void EachLine(std::string_view text, const Take& take)
 
 } // namespace
 
+std::optional<std::uint64_t> ExtractedBytesIn(std::string_view line)
+{
+    constexpr std::string_view restored = "files restored ("; // not shown
+    constexpr std::string_view units = "kmgt";
+    const std::size_t at = line.find(restored);
+    if (at == std::string_view::npos)
+        return {};
+    std::string_view rest = line.substr(at + restored.size());
+    const auto number = TakeNumber(rest);
+    if (!number || rest.empty())
+        return {};
+    double bytes = *number;
+    const std::size_t unit = units.find(rest.front());
+    for (std::size_t i = 0; unit != std::string_view::npos && i <= unit; ++i)
+        bytes *= 1024;
+    constexpr double most = 1e18;
+    return bytes < most ? std::optional{static_cast<std::uint64_t>(bytes)} : std::nullopt;
+}
+
 std::optional<PartDone> ImageProgressIn(std::string_view line)
 {
     const std::size_t at = line.find("% done"); // not shown

@@ -23,6 +23,8 @@ std::optional<PartDone> ImageProgressIn(std::string_view line);
 /// `Track 01:    7 of   38 MB written (fifo 100%)` (wodim, cdrskin), `xorriso : UPDATE :   16 of
 /// 39 MB written`: megabytes.
 std::optional<PartDone> BurnProgressIn(std::string_view line);
+/// `xorriso : UPDATE :      18 files restored ( 97645k) in 1 seconds`: bytes.
+std::optional<std::uint64_t> ExtractedBytesIn(std::string_view line);
 /// `Last chance to quit, starting real write in   3 seconds.`, as far as the line goes.
 bool IsCountdown(std::string_view line);
 /// The lines of an output, CRLF-ended, without the countdown.

@@ -31,6 +31,17 @@ TEST(BurnLines, ProgressIsReadAsEachToolPrintsIt)
         EXPECT_EQ(ImageProgressIn(row.line), row.image) << row.line;
         EXPECT_EQ(BurnProgressIn(row.line), row.burn) << row.line;
     }
+    const std::pair<const char*, std::optional<std::uint64_t>> extracted[] = {
+        {"xorriso : UPDATE :      18 files restored ( 97645k) in 1 seconds = 72.2xD",
+         97645U * 1024},
+        {"xorriso : UPDATE :       2 files restored (  1.5g) in 9 seconds", 1536U << 20},
+        {"xorriso : UPDATE :       1 files restored (   512) in 1 seconds", 512},
+        {"xorriso : UPDATE :       1 files restored (", {}},
+        {"xorriso : UPDATE :       1 files restored (9999999999999t)", {}},
+        {"xorriso : UPDATE :      18 nodes read in 1 seconds", {}},
+    };
+    for (const auto& [line, bytes] : extracted)
+        EXPECT_EQ(ExtractedBytesIn(line), bytes) << line;
     EXPECT_TRUE(IsCountdown("LAST CHANCE to quit"));
     EXPECT_TRUE(IsCountdown("Last ch")) << "a line that was not written to its end yet";
     EXPECT_FALSE(IsCountdown("Lasting"));
