@@ -11,6 +11,7 @@ files_of() {
 make_archive
 for level in dawn noon dusk; do
     head -c 2200000 /dev/urandom >"from/$level/big.wav"
+    echo "$level" >"from/$level/$(printf 'n%.0s' {1..100}) Ωмир 日本語 żółw.txt"
     expect 0 --yes add --name "big $level" "from/$level"
 done
 before=$(files_of levels)
@@ -22,6 +23,25 @@ for words in "discs" "discs burn" "discs create --images a --drive b" "discs pla
     # shellcheck disable=SC2086
     expect 2 $words
 done
+
+# A file system without room for discs or for the archive: told, and nothing changes.
+mkdir small
+if mount -t tmpfs -o size=6m none small 2>/dev/null; then
+    trap 'umount "$box/small"; rm -rf "$box"' EXIT
+    : >small/disc.iso
+    expect 0 set drives "small=small/disc.iso|small seen|11|writes"
+    expect 1 --yes discs create --drive small --keep
+    errs "Burning CD failed"
+    expect 1 --yes discs create --images "$box/small/isos" --capacity 11 --keep
+    errs "are free in"
+    expect 1 move "$box/small/archive"
+    errs "free space is not sufficient"
+    [[ $(files_of levels) == "$before" && ! -e small/archive ]] || die "a full disk changed something"
+    expect 0 set drives small=
+    umount small
+    trap 'rm -rf "$box"' EXIT
+    rm -f levels/discs.json
+fi
 
 # Three discs of which each takes one big level, as images.
 expect 0 discs plan --capacity 11 --json

@@ -8,6 +8,7 @@
 #include "core/files.h"
 #include "core/staged_file.h"
 #include "core/text.h"
+#include "formats/cd_install_text.h"
 #include "formats/sectors.h"
 #include "platform/places.h"
 #include "words/burning.h"
@@ -132,9 +133,8 @@ bool BurnCd::AddAutoRun(const std::string& program, const std::string& option)
         return fail(GetMsg(Msg::AutoRunArgument));
     if (item.target.empty() || item.target.ends_with('/'))
         item.target += item.source.filename().native();
-    const Path file = tools_.programFolder / OnDisk::AutoRunName;
-    const std::string text = Filled(OnDisk::AutoRunText, {lineBreak}) + TargetText(item);
-    if (const Status written = WriteWholeFile(file, text + std::string{lineBreak}); !written)
+    const Path file = tools_.programFolder / OnDisk::AutoRunFile;
+    if (const Status written = WriteWholeFile(file, FormatAutoRun(TargetText(item))); !written)
         return Take(written, GetMsg(Msg::AutoRunArgumentNotValid));
     if (!Take(AddItem(settings, {{}, file})))
         return false;

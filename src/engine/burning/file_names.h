@@ -26,8 +26,6 @@ inline constexpr std::string_view TreeList = "TreeList";
 inline constexpr std::string_view ReferenceList = "ReferenceList";
 inline constexpr std::string_view ListSource = "Source";
 inline constexpr std::string_view ListTarget = "Target";
-inline constexpr std::string_view AutoRunName = "autorun.inf";
-inline constexpr std::string_view AutoRunText = "[autorun]~1OPEN=";
 inline constexpr std::string_view NotAddFile = "NotAddFile";
 inline constexpr std::string_view SpeedAuto = "auto";
 

@@ -55,6 +55,7 @@ CdDrive SettingsDrive(Machine& machine, const Path& programFolder, const DriveSe
     drive.name = setting.name;
     drive.emulated = true;
     drive.writer = setting.writes;
+    drive.megabytes = static_cast<int>(setting.megabytes);
     drive.place = PathOfSetting(programFolder, setting.folder);
     drive.device = InsertedMedium(programFolder, setting.name)
                        .value_or(PathOfSetting(programFolder, setting.medium));

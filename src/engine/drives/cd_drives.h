@@ -26,6 +26,7 @@ struct CdDrive {
     std::string label;
     std::uint64_t total = 0; ///< bytes of the disc; 0 where that is not known
     std::uint64_t free = 0;  ///< what a blank disc takes; 0 where that is not known
+    int megabytes = 0;       ///< what the settings let a disc of their drive take; 0: nothing said
     Path place{};            ///< where the settings want the disc of their drive to be seen
     Path gone{};             ///< the file that lay in a drive of the settings and is not there now
 };

@@ -51,8 +51,8 @@ bool TakeChoice(Run& run, DiscChoice& choice)
     if (!drive)
         return false;
     choice.drive = drive->name;
-    if (!arguments.Has("--capacity") && drive->emulated && drive->total > 0)
-        choice.megabytes = static_cast<int>(drive->total >> 20);
+    if (!arguments.Has("--capacity") && drive->megabytes > 0)
+        choice.megabytes = drive->megabytes;
     return true;
 }
 

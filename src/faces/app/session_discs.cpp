@@ -1,7 +1,9 @@
 #include "app/session_discs.h"
 
+#include "core/look.h"
 #include "drives/attached_discs.h"
 #include "drives/cd_drives.h"
+#include "platform/files.h"
 #include "platform/optical_drives.h"
 #include "tools/tools.h"
 
@@ -45,6 +47,13 @@ Result<Path> SessionDrives::Open(const DiscDrive& drive)
 
 Result<Path> SessionDrives::OpenImage(const Path& image)
 {
+    // What lies in a drive is seen there already.
+    const platform::FileFacts facts = platform::FactsOf(image);
+    for (const CdDrive& drive :
+         ListCdDrives(session_.machine, session_.programFolder, session_.settings))
+        if (drive.emulated && !drive.folder.empty() &&
+            IsSameThing(platform::FactsOf(drive.device), facts))
+            return drive.folder;
     return AttachImage(ToolsOf(session_), session_.machine, session_.host, image);
 }
 

@@ -49,4 +49,15 @@ std::string ShownNames(const std::vector<std::string>& names)
     return Join(shown, ", ");
 }
 
+std::string ShownLines(const std::vector<std::string>& lines)
+{
+    constexpr std::size_t mostLines = 20;
+    std::vector<std::string> shown{
+        lines.begin(),
+        lines.begin() + static_cast<std::ptrdiff_t>(std::min(lines.size(), mostLines))};
+    if (lines.size() > mostLines)
+        shown.push_back(GetMsg(Msg::AndMoreFiles, {std::to_string(lines.size() - mostLines)}));
+    return Join(shown, "\n");
+}
+
 } // namespace kestrova

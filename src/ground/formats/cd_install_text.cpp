@@ -12,6 +12,7 @@ namespace
 constexpr std::string_view trleTag = "#TRLE_SETUP# ";
 constexpr std::string_view setupTag = "#KESTROVA_SETUP# ";
 constexpr std::string_view archiveTag = "#ARCHIVE_PATH# ";
+constexpr std::string_view autoRunHead = "[autorun]\r\nOPEN=";
 constexpr std::string_view cdLineEnd = "\r\n";
 
 void Append(std::string& text, std::string_view tag, const std::string& value)
@@ -29,6 +30,11 @@ bool IsTag(std::string_view line, std::string_view tag)
 }
 
 } // namespace
+
+std::string FormatAutoRun(std::string_view program)
+{
+    return std::string{autoRunHead}.append(program).append(cdLineEnd);
+}
 
 std::string FormatCdInstall(const CdInstall& install)
 {

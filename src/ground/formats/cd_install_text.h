@@ -19,6 +19,7 @@ namespace OnDisk
 {
 inline constexpr std::string_view CdInstallFile = "cd_install.cfg";
 inline constexpr std::string_view CdInstaller = "cd_installer.exe";
+inline constexpr std::string_view AutoRunFile = "autorun.inf";
 inline constexpr std::string_view CdArchiveFile = "Cd_Archive.kva";
 inline constexpr std::string_view CdTrleFolder = "trle";
 inline constexpr std::string_view CdSetupFolder = "Kestrova";
@@ -34,6 +35,8 @@ struct CdInstall {
     bool operator==(const CdInstall&) const = default;
 };
 
+/// The content of `autorun.inf`, by which a computer starts a program of a disc that is put in.
+std::string FormatAutoRun(std::string_view program);
 /// Line ends and control characters of a value are blanks.
 std::string FormatCdInstall(const CdInstall& install);
 /// Tags count at their line's beginning, in any case and with or without the blank behind them; the

@@ -21,6 +21,7 @@ inline constexpr Message DiscImageFilter{"Images of discs (*.iso)|*.iso"};
 inline constexpr Message DiscImageNotOpened{"The image ~1 cannot be opened. Nothing has been changed."};
 inline constexpr Message OtherDiscThere{"Disc # ~1 of this archive lies there."};
 inline constexpr Message OtherArchiveThere{"Disc # ~1 of another archive, \"~2\", lies there."};
+inline constexpr Message FoundInPlace{"~1: ~2"};
 inline constexpr Message NoArchiveThere{"No disc of an archive lies there."};
 inline constexpr Message DiscIsDamaged{"A disc # ~1 lies there, but its files of this level are not those that were put on it (~2). It is damaged, or of another archive of that name, and is not used."};
 inline constexpr Message DiscNotRead{"~1 cannot be read. ~2"};

@@ -39,16 +39,26 @@ bool HaveBlankDiscs(const DiscParts& parts, const DiscPlan& plan)
                                TextOfCapacity(plan.choice.megabytes));
 }
 
-bool MakeDiscs(const DiscParts& parts, DiscSet& set)
+/// True when it was done; what it was not was told.
+bool DoneOrStopped(const DiscParts& parts, const Status& status)
 {
-    if (!set.Plan().choice.imagesOnly)
-        return BurnDiscs(parts, set);
-    const Status made = MakeImages(parts, set);
-    if (!made && made.Error().code == ErrorCode::Stopped)
+    if (!status && status.Error().code == ErrorCode::Stopped)
         parts.host.Tell(Tone::Plain, GetMsg(Msg::DiscsStopped));
     else
-        DoneOrTold(parts.host, made);
-    return bool{made};
+        DoneOrTold(parts.host, status);
+    return bool{status};
+}
+
+bool Prepare(const DiscParts& parts, DiscSet& set, const Path& mainFolder)
+{
+    parts.progress.AllowStop(); // every file is read
+    return DoneOrStopped(parts, set.Prepare(mainFolder));
+}
+
+bool MakeDiscs(const DiscParts& parts, DiscSet& set)
+{
+    return set.Plan().choice.imagesOnly ? DoneOrStopped(parts, MakeImages(parts, set))
+                                        : BurnDiscs(parts, set);
 }
 
 /// Which levels count as moved: those that were proved, and the others when the person says so.
@@ -127,7 +137,7 @@ bool MakeSet(const DiscParts& parts, const DiscPlan& plan, const Path& temp)
     }
     if (plan.choice.imagesOnly && !DoneOrTold(parts.host, CanTakeImages(parts, set)))
         return false;
-    return DoneOrTold(parts.host, set.Prepare(mainFolder)) && HaveBlankDiscs(parts, plan) &&
+    return HaveBlankDiscs(parts, plan) && Prepare(parts, set, mainFolder) &&
            MakeDiscs(parts, set) && Finish(parts, set, mainFolder);
 }
 

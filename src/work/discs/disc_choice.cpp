@@ -1,6 +1,7 @@
 #include "discs/disc_choice.h"
 
 #include "archive/level_folders.h"
+#include "core/name_list.h"
 #include "core/text.h"
 #include "words/disc_creation.h"
 
@@ -39,12 +40,11 @@ void TellLeftOut(const DiscParts& parts, const DiscPlan& plan)
 {
     if (plan.LeftOut().empty())
         return;
-    std::string lines;
+    std::vector<std::string> lines;
     for (const LevelLeftOut& level : plan.LeftOut())
-        lines += GetMsg(Msg::LevelLine, {LevelNameOf(parts.archive.archive, level.code),
-                                         std::to_string(level.code), level.reason}) +
-                 std::string{lineBreak};
-    parts.host.Tell(Tone::Warning, GetMsg(Msg::LevelsStayBehind), {}, lines);
+        lines.push_back(GetMsg(Msg::LevelLine, {LevelNameOf(parts.archive.archive, level.code),
+                                                std::to_string(level.code), level.reason}));
+    parts.host.Tell(Tone::Warning, GetMsg(Msg::LevelsStayBehind), {}, ShownLines(lines));
 }
 
 } // namespace

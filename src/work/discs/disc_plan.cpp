@@ -1,5 +1,6 @@
 #include "discs/disc_plan.h"
 
+#include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "core/look.h"
 #include "discs/disc_content.h"
@@ -20,6 +21,10 @@ constexpr double bytesOfMegabyte = 1048576;
 /// What is kept free on each disc, and on the first one beside that for the archive's file.
 constexpr int spareMegabytes = 5;
 constexpr int archiveMegabytes = 2;
+
+/// What a note holds of a file: each letter of its name may be spelled by three.
+constexpr std::uint64_t noteRowBytes = 80;
+constexpr std::uint64_t noteBytesOfLetter = 3;
 
 /// Two counts of one disc: the one of the megabytes, and the one of what really fits.
 struct Left {
@@ -64,6 +69,7 @@ DiscSize& DiscSize::operator+=(const DiscSize& other)
 {
     bytes += other.bytes;
     room += other.room;
+    note += other.note;
     return *this;
 }
 
@@ -85,6 +91,7 @@ Result<DiscSize> DiscSizeOf(const Path& place, const Heartbeat& heartbeat)
     for (const NotedFile& file : *files) {
         room.AddFile(FileNameOf(file.name), file.size);
         size.bytes += static_cast<double>(file.size);
+        size.note += noteRowBytes + noteBytesOfLetter * file.name.size();
     }
     for (const std::string& folder : folders)
         room.AddFolder(FileNameOf(folder));
@@ -95,6 +102,8 @@ Result<DiscSize> DiscSizeOf(const Path& place, const Heartbeat& heartbeat)
 Status DiscPlan::Measure(const Folders& folders, const Archive& archive, ProgressScope& progress)
 {
     Take({}, LargestDiscOf(archive));
+    listsBytes_ = FileSize(archive.file) + FileSize(ExactNamesFile(archive.header)) +
+                  FileSize(DiscNoteOf(folders.levels));
     progress.SetLabel(GetMsg(Msg::ComputeArchiveSize));
     for (std::size_t i = 1; i < archive.levels.size(); ++i) {
         progress.SetBar(i, archive.levels.size());
@@ -140,9 +149,11 @@ void DiscPlan::Divide()
     Left left = EmptyDisc(choice.megabytes);
     begin(lastDisc_ + 1);
     if (choice.levels)
-        left.Take({archiveMegabytes * bytesOfMegabyte, archiveMegabytes * 1048576U});
+        left.Take({archiveMegabytes * bytesOfMegabyte, RoomOfLists()});
     left.Take(extras);
     discs_.back().size += extras;
+    if (choice.levels)
+        discs_.back().size.room += RoomOfLists();
     discs_.back().tooLarge = left.IsOver();
     if (!goes)
         return;
@@ -160,6 +171,14 @@ void DiscPlan::Divide()
         disc.size += level.size;
         disc.tooLarge = disc.tooLarge || left.IsOver();
     }
+}
+
+std::uint64_t DiscPlan::RoomOfLists() const
+{
+    std::uint64_t bytes = listsBytes_;
+    for (const DiscCandidate& level : candidates_)
+        bytes += level.size.note;
+    return std::max(std::uint64_t{archiveMegabytes} << 20, bytes);
 }
 
 std::size_t DiscPlan::LevelCount() const

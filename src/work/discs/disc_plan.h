@@ -15,6 +15,7 @@ namespace kestrova
 struct DiscSize {
     double bytes = 0;       ///< of its files
     std::uint64_t room = 0; ///< with all that the disc's own order takes
+    std::uint64_t note = 0; ///< of what the first disc tells of it, at most
     DiscSize& operator+=(const DiscSize& other);
 };
 /// Of a folder with all below it, and of a file. What no disc takes (a link, a device) is refused.
@@ -86,10 +87,14 @@ public:
     [[nodiscard]] std::uint64_t RoomOfImages() const;
 
 private:
+    /// Of the archive's file and of the note, on the first disc.
+    [[nodiscard]] std::uint64_t RoomOfLists() const;
+
     std::vector<DiscCandidate> candidates_;
     std::vector<LevelLeftOut> leftOut_;
     std::vector<PlannedDisc> discs_;
-    std::int32_t lastDisc_ = 0; ///< the largest number that a level has
+    std::int32_t lastDisc_ = 0;    ///< the largest number that a level has
+    std::uint64_t listsBytes_ = 0; ///< of the archive's lists and the notes that there are
 };
 
 } // namespace kestrova

@@ -4,6 +4,7 @@
 #include "archive/level_folders.h"
 #include "core/staged_file.h"
 #include "core/text.h"
+#include "discs/coming_note.h"
 #include "discs/disc_content.h"
 #include "formats/cd_install_text.h"
 #include "formats/level_folder.h"
@@ -89,6 +90,12 @@ Status DiscSet::Prepare(const Path& mainFolder)
             WriteWholeFile(temp_ / OnDisk::CdArchiveFile, FormatArchive(made.header, made.levels));
         !written)
         return Saying(GetMsg(Msg::ErrorSavingCdArchive) + TextOf(temp_), written);
+    auto coming = NoteOfComing(parts_, plan_, note_);
+    if (!coming)
+        return coming.Error();
+    coming_ = std::move(coming).Value();
+    if (const auto written = WriteDiscNote(temp_, coming_); !written)
+        return Saying(GetMsg(Msg::ErrorPreparingDisc), written);
     return WriteInstall();
 }
 
@@ -104,8 +111,12 @@ Status DiscSet::WriteInstall()
                             : std::string{OnDisk::CdSetupProgram};
     if (plan_.choice.levels)
         install.archive = ToBackslashes(OnDisk::CdArchiveFile);
-    return Saying(GetMsg(Msg::ErrorPreparingDisc),
-                  WriteWholeFile(temp_ / OnDisk::CdInstallFile, FormatCdInstall(install)));
+    Status written = WriteWholeFile(temp_ / OnDisk::CdInstallFile, FormatCdInstall(install));
+    // A computer that starts discs by itself starts what installs from this one.
+    const Path installer = ResolvePath(parts_.folders.program / OnDisk::CdInstaller);
+    if (written && FileExists(installer))
+        written = WriteWholeFile(temp_ / OnDisk::AutoRunFile, FormatAutoRun(OnDisk::CdInstaller));
+    return Saying(GetMsg(Msg::ErrorPreparingDisc), written);
 }
 
 std::vector<BurnItem> DiscSet::ItemsOf(const PlannedDisc& disc) const
@@ -124,11 +135,15 @@ std::vector<BurnItem> DiscSet::ItemsOf(const PlannedDisc& disc) const
     for (const std::string_view name : {OnDisk::CdInstallFile, OnDisk::CdArchiveFile})
         if (FileExists(temp_ / name))
             items.push_back({{}, temp_ / name});
+    if (const Path note = DiscNoteOf(temp_); FileExists(note))
+        items.push_back({{}, note});
     if (const Path names = ExactNamesFile(parts_.archive.archive.header); FileExists(names))
         items.push_back({{}, names});
     if (const Path installer = ResolvePath(parts_.folders.program / OnDisk::CdInstaller);
-        FileExists(installer))
+        FileExists(installer)) {
         items.push_back({{}, installer});
+        items.push_back({{}, temp_ / OnDisk::AutoRunFile});
+    }
     for (const Path& file : plan_.choice.setupFiles)
         items.push_back({std::string{OnDisk::CdSetupFolder} + '/', file});
     if (plan_.choice.trle)
@@ -150,7 +165,8 @@ Status DiscSet::Note(const PlannedDisc& disc, const Path& image, const std::vect
         NotedLevel level{code, false, std::move(compared[code])};
         std::sort(level.files.begin(), level.files.end(),
                   [](const NotedFile& a, const NotedFile& b) { return a.name < b.name; });
-        level.verified = AreAllFiles(LevelFilesOf(parts_.folders, code), level.files);
+        level.verified = AreAllFiles(LevelFilesOf(parts_.folders, code), level.files) &&
+                         IsAsAnnounced(coming_, disc.number, level);
         noted.levels.push_back(std::move(level));
     }
     note_.Put(std::move(noted));

@@ -71,6 +71,7 @@ private:
     std::string name_;
     Path temp_;
     DiscNote note_;
+    DiscNote coming_;            ///< what the first disc tells of all of them
     std::set<LevelCode> proved_; ///< of this plan
 };
 

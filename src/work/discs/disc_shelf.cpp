@@ -31,6 +31,7 @@ struct DiscShelf::Search {
     std::set<Path> looked{};            ///< roots
     bool stopped = false;               ///< while a disc was looked at
     Path folder{};                      ///< the disc's, once it was found
+    std::string place{};                ///< the drive or image that is looked at, in words
     std::vector<std::string> instead{}; ///< what lies in the drives in its place, in words
 };
 
@@ -122,7 +123,9 @@ bool DiscShelf::LooksAt(Search& search, const Path& root)
     else
         words = GetMsg(Msg::DiscNotRead, {TextOf(root), WhyNotRead(folder.Error())});
     if (!words.empty())
-        search.instead.push_back(std::move(words));
+        search.instead.push_back(search.place.empty()
+                                     ? std::move(words)
+                                     : GetMsg(Msg::FoundInPlace, {search.place, words}));
     return false;
 }
 
@@ -156,7 +159,7 @@ bool DiscShelf::LooksInDrives(Search& search)
         if (!root)
             search.instead.push_back(
                 GetMsg(Msg::DiscNotRead, {drive.name, WhyNotRead(root.Error())}));
-        else if (LooksAt(search, *root))
+        else if (search.place = drive.name; LooksAt(search, *root))
             return true;
     }
     return false;
@@ -171,6 +174,7 @@ bool DiscShelf::LooksAtImage(Search& search, const Path& image)
         return false;
     }
     images_[*root] = image;
+    search.place = TextOf(image);
     return LooksAt(search, *root);
 }
 
@@ -217,10 +221,11 @@ Result<Path> DiscShelf::Ask(Search& search)
     InsertCd question{host_,
                       places_,
                       {level.cdNumber, folder, OnOneLine(Readable(Trim(level.levelName))),
-                       TextOf(search.archive.file.filename())},
+                       TextOf(search.archive.file.filename()), Join(search.instead, "\n")},
                       [&](const Path& root) -> Result<Path> {
                           search.looked.clear();
                           search.instead.clear();
+                          search.place.clear();
                           search.stopped = false;
                           if (LooksAt(search, root))
                               return search.folder;

@@ -29,8 +29,9 @@ std::string InsertCd::Message() const
 
 std::string InsertCd::Details() const
 {
-    return GetMsg(Msg::InsertCdDetails,
-                  {wanted_.level, wanted_.archive, LabelOfDisc(wanted_.number)});
+    const std::string details =
+        GetMsg(Msg::InsertCdDetails, {wanted_.level, wanted_.archive, LabelOfDisc(wanted_.number)});
+    return wanted_.instead.empty() ? details : details + "\n\n" + wanted_.instead;
 }
 
 void InsertCd::Refresh()

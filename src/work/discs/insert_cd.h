@@ -19,6 +19,8 @@ public:
         std::string folder;  ///< the archive's folder on it, its number with it
         std::string level;   ///< the level's name
         std::string archive; ///< the archive's file
+        std::string
+            instead{}; ///< why what was found is not that disc, in lines; empty: nothing was
     };
     /// The folder of the disc below a root, or why it is not the disc that is wanted, in words.
     using Judge = std::function<Result<Path>(const Path& root)>;
@@ -27,7 +29,7 @@ public:
 
     /// "Please, insert CD # 2".
     [[nodiscard]] std::string Message() const;
-    /// Which level of which archive needs it, and what is written on it.
+    /// Which level of which archive needs it, what is written on it, and what was found instead.
     [[nodiscard]] std::string Details() const;
     [[nodiscard]] const Wanted& Asked() const { return wanted_; }
     [[nodiscard]] const std::vector<DiscDrive>& Drives() const { return drives_; }

@@ -109,7 +109,22 @@ private:
         for (NotedDisc& disc : note->discs)
             disc.image.clear();
         note_ = std::move(*note);
-        (void)WriteDiscNote(work_.Folder(), note_); // without it discs are known by their folders
+    }
+    /// It comes to where images were found meanwhile. Not before: a level is compared as it is
+    /// copied, and what stays on its disc is not read for that.
+    Status KeepNote()
+    {
+        auto found = ReadDiscNote(work_.Folder());
+        if (!found)
+            return found.Error();
+        for (NotedDisc& disc : note_.discs) {
+            if (const NotedDisc* seen = found->Find(disc.number))
+                disc.image = seen->image;
+            found->Put(std::move(disc));
+        }
+        if (found->folder.empty())
+            found->folder = note_.folder;
+        return found->discs.empty() ? Status{} : WriteDiscNote(work_.Folder(), *found);
     }
 
     Status Level(LevelRecord& level, ProgressScope& progress)
@@ -200,9 +215,11 @@ private:
         header.secondaryFolder = target_.native();
         header.cdMovePending = false;
         FollowDiscs(archive_);
-        if (!IsArchiveOnCd(archive_)) // no disc of it is asked for any more
-            if (auto status = DeleteSpelled(DiscNoteOf(work_.Folder())); !status)
-                return status;
+        // Where no level stays on a disc none is asked for any more.
+        if (auto status =
+                IsArchiveOnCd(archive_) ? KeepNote() : DeleteSpelled(DiscNoteOf(work_.Folder()));
+            !status)
+            return status;
         const Path file = target_ / name_;
         for (const auto& [folder, text] :
              {std::pair{ArchiveFolder::Main, header.mainFolder},

@@ -6,6 +6,7 @@
 #include "core/file_kinds.h"
 #include "core/leftovers.h"
 #include "core/look.h"
+#include "core/name_list.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "discs/disc_content.h"
@@ -71,7 +72,7 @@ public:
     void TellWhatStays() const
     {
         if (!stay_.empty())
-            at_.host.Tell(Tone::Warning, GetMsg(Msg::FilesStay), {}, Join(stay_, "\n"));
+            at_.host.Tell(Tone::Warning, GetMsg(Msg::FilesStay), {}, ShownLines(stay_));
     }
 
 private:

@@ -89,6 +89,26 @@ TEST(DiscsWindow, ShowsThePlanOfEachChoiceAndMakesTheImages)
     EXPECT_TRUE(CaptionFaults(dialog).isEmpty()) << FromQt(CaptionFaults(dialog).join('\n'));
 }
 
+TEST(DiscsWindow, TakesTheCapacityOfTheChosenDrive)
+{
+    WindowWorld world;
+    world.box.Write("written.img", "no disc that anybody knows");
+    world.session.settings.drives = {
+        {"small", world.box / "written.img", world.box / "seen", 105, true},
+        {"unbounded", {}, world.box / "seen too", 0, true}};
+    MuoviSuCdDialog dialog{world.session, nullptr};
+    auto* capacity = In<QComboBox>(dialog, "Combo_Mb");
+    auto* unit = In<QComboBox>(dialog, "Combo_Unita");
+    EXPECT_EQ(FromQt(capacity->currentText()), "105 MB");
+    unit->setCurrentIndex(1);
+    EXPECT_EQ(FromQt(capacity->currentText()), "4.7 GB DVD");
+    capacity->setCurrentIndex(0);
+    unit->setCurrentIndex(2);
+    EXPECT_EQ(FromQt(capacity->currentText()), "650 MB") << "what the person chose stays";
+    unit->setCurrentIndex(0);
+    EXPECT_EQ(FromQt(capacity->currentText()), "105 MB");
+}
+
 } // namespace
 
 } // namespace kestrova::testing

@@ -1,68 +1,10 @@
-#include "discs/create_discs.h"
-
-#include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "discs/verify_discs.h"
+#include "making_world.h"
 #include "sandbox/faults.h"
-#include "world/world.h"
-
-#include <fstream>
-#include <gtest/gtest.h>
 
 namespace kestrova::testing
 {
-
-namespace
-{
-
-/// An archive of some levels that go onto images of 10 MB, through the real tool.
-class CreateDiscsTest : public ::testing::Test
-{
-protected:
-    World world;
-    std::unique_ptr<ProgressScope> progress;
-    DiscPlan plan;
-
-    void SetUp() override
-    {
-        world.MakeTrle();
-        world.MakeBackupAndArchive();
-        std::filesystem::create_directories(world / "images");
-        world.machine.tools["xorriso"] = "/usr/bin/xorriso";
-        progress = world.host.BeginProgress(ProgressWindow::Progress, {});
-        plan.choice.megabytes = 10;
-        plan.choice.imagesOnly = true;
-        plan.choice.images = world / "images";
-    }
-    LevelCode Level(const std::string& name, std::size_t bytes)
-    {
-        return world.AddLevel(name, {{"data/" + name + ".tr4", std::string(bytes, name[0])},
-                                     {"readme żółw.txt", name}});
-    }
-    DiscParts Parts() { return {world.session, *progress}; }
-    void Measure()
-    {
-        ASSERT_TRUE(plan.Measure(world.session.Folders(), world.session.archive, *progress));
-        plan.Divide();
-    }
-    bool Create() { return CreateDiscs(Parts(), plan); }
-    ArchiveContent Saved() const { return ReadArchiveFile(world.session.archive.file).Value(); }
-};
-
-constexpr std::size_t millions = 1'000'000;
-
-/// A shell script that plays a tool, where programs may be started from.
-Path ToolIn(World& world, const std::string& script)
-{
-    const Path folder = std::filesystem::temp_directory_path() / world.root.filename();
-    std::filesystem::create_directories(folder);
-    const Path tool = folder / "xorriso";
-    std::ofstream{tool} << "#!/bin/sh\n" << script << '\n';
-    std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
-    return tool;
-}
-
-} // namespace
 
 TEST_F(CreateDiscsTest, MakesImagesProvesThemAndMarksTheLevelsOnlyAtTheEnd)
 {
@@ -91,22 +33,6 @@ TEST_F(CreateDiscsTest, MakesImagesProvesThemAndMarksTheLevelsOnlyAtTheEnd)
                                     *level));
     }
     EXPECT_EQ(note->Find(1)->image, (world / "images/Kestrova 01 levels.iso").native());
-}
-
-/// Whatever was refused, stopped or failed: the archive is as it was, every level's files are on
-/// the hard disk, and nothing of the set is left in the images' folder.
-void ExpectUntouched(World& world, const FileContents& before)
-{
-    const auto saved = ReadArchiveFile(world.session.archive.file);
-    ASSERT_TRUE(saved);
-    for (const LevelRecord& level : saved->levels)
-        EXPECT_EQ(level.cdNumber, 0) << level.levelName;
-    EXPECT_EQ(saved->header.cdCount, 0);
-    EXPECT_FALSE(saved->header.cdMovePending);
-    EXPECT_EQ(world.session.archive.levels.back().cdNumber, 0);
-    FileContents now = world.Snapshot("levels");
-    now.erase("discs.json");
-    EXPECT_TRUE(now == before);
 }
 
 TEST_F(CreateDiscsTest, RefusesInWordsBeforeAnythingStarts)
@@ -196,6 +122,16 @@ TEST_F(CreateDiscsTest, TheFirstDiscHoldsWhatSetsItUp)
     EXPECT_EQ(list->levels[1].cdNumber, 1);
     EXPECT_EQ(list->header.cdCount, 1);
     EXPECT_FALSE(list->header.cdMovePending);
+    EXPECT_EQ(world.Read("out/autorun.inf"), "[autorun]\r\nOPEN=cd_installer.exe\r\n");
+    // What the disc tells of itself is what it holds; no place of this machine stands there.
+    const auto note = ReadDiscNote(out);
+    ASSERT_TRUE(note);
+    const NotedLevel* level = FindNoted(*note, 1, 1);
+    ASSERT_NE(level, nullptr);
+    EXPECT_EQ(level->files.size(), 2U);
+    EXPECT_FALSE(level->verified);
+    EXPECT_TRUE(HoldsNotedFiles(out / "levels1/LEVEL_0001/files", *level));
+    EXPECT_EQ(note->Find(1)->image, "");
 }
 
 TEST_F(CreateDiscsTest, AStopAtAnyStepLeavesAllAsItWas)
@@ -342,94 +278,6 @@ TEST_F(CreateDiscsTest, AnImageIsNoLargerThanThePlanSays)
     EXPECT_LE(image, room);
     EXPECT_GT(image + image / 2, room) << "counted far too high";
     EXPECT_EQ(world.session.archive.levels[1].cdNumber, 0) << "the person said No";
-}
-
-/// The same over a drive of the settings that writes, with a blank disc of 10 MB in it.
-class BurnDiscsTest : public CreateDiscsTest
-{
-protected:
-    void SetUp() override
-    {
-        CreateDiscsTest::SetUp();
-        world.Write("media/first.img", "");
-        world.session.settings.drives = {
-            {"burner", world / "media/first.img", world / "seen", 10, true}};
-        plan.choice.imagesOnly = false;
-        plan.choice.drive = "burner";
-        plan.choice.speed = 2;
-        Level("Alpha", 2 * millions), Level("Beta", 2 * millions);
-        Measure();
-        world.host.WillAsk("Have you 2 blank CDs by 10 MB", true);
-    }
-    /// Each disc, and whether what was burnt is verified.
-    void WillBurn(const std::string& label, bool verify = true)
-    {
-        world.host.WillAskYesNoCancel("Insert a blank CD (" + label, YesNoCancel::Yes);
-        world.host.WillAsk("do you want verify CD contents", verify);
-    }
-};
-
-TEST_F(BurnDiscsTest, BurnsEachDiscThroughAnImageOrAPipeAndProvesIt)
-{
-    WillBurn("Kestrova #1"), WillBurn("Kestrova #2");
-    world.host.WillAsk("Remove from local disk (hard disk) 2 levels", true);
-    ASSERT_TRUE(Create()) << world.host.AllTold();
-    const auto note = ReadDiscNote(world / "levels");
-    ASSERT_TRUE(note);
-    EXPECT_TRUE(FindNoted(*note, 1, 1)->verified);
-    EXPECT_TRUE(FindNoted(*note, 2, 2)->verified);
-    EXPECT_EQ(note->Find(1)->image, (world / "media/first.img").native());
-    EXPECT_EQ(note->Find(2)->image, (world / "media/Kestrova 02 levels.iso").native());
-    EXPECT_EQ(Saved().levels[2].cdNumber, 2);
-    EXPECT_EQ(Path{Saved().header.mainFolder}.filename(), "levels");
-
-    world.session.archive.levels[1].cdNumber = world.session.archive.levels[2].cdNumber = 0;
-    Measure();
-    plan.choice.imageFirst = false;
-    plan.choice.unattended = true;
-    plan.choice.remove = false;
-    EXPECT_TRUE(Create()) << world.host.AllTold();
-}
-
-TEST_F(BurnDiscsTest, ADiscThatWasSkippedOrNotVerifiedCountsOnlyWhenThePersonSaysSo)
-{
-    world.host.WillAskYesNoCancel("Insert a blank CD (Kestrova #1", YesNoCancel::No);
-    WillBurn("Kestrova #2", false);
-    world.host.WillAsk("2 levels were not read back from their discs: Alpha, Beta", false);
-    ASSERT_TRUE(Create()) << world.host.AllTold();
-    EXPECT_EQ(world.session.archive.levels[1].cdNumber, 0);
-    EXPECT_FALSE(Saved().header.cdMovePending);
-
-    // What an earlier run proved needs no second disc.
-    world.host.WillAsk("Have you 2 blank CDs", true);
-    WillBurn("Kestrova #1");
-    world.host.WillAskYesNoCancel("Insert a blank CD (Kestrova #2", YesNoCancel::Cancel);
-    EXPECT_FALSE(Create());
-    world.host.WillAsk("Have you 2 blank CDs", true);
-    world.host.WillAskYesNoCancel("Insert a blank CD (Kestrova #1", YesNoCancel::No);
-    WillBurn("Kestrova #2");
-    world.host.WillAsk("Remove from local disk (hard disk) 2 levels", true);
-    ASSERT_TRUE(Create()) << world.host.AllTold();
-    EXPECT_EQ(Saved().levels[1].cdNumber, 1);
-}
-
-TEST_F(BurnDiscsTest, AFailedBurnIsTriedAgainAtHalfTheSpeedOrGivenUp)
-{
-    // The tool makes images and burns nothing.
-    world.machine.tools["xorriso"] =
-        ToolIn(world, "[ \"$2\" = cdrecord ] && { echo 'cdrecord: Error: no laser' >&2; exit 5; }; "
-                      "exec /usr/bin/xorriso \"$@\"");
-    const FileContents before = world.Snapshot("levels");
-    world.host.WillAskYesNoCancel("Insert a blank CD (Kestrova #1", YesNoCancel::Yes);
-    world.host.WillAskYesNoCancel("To RETRY burning", YesNoCancel::Yes);
-    world.host.WillAskYesNoCancel("The speed is 1 already", YesNoCancel::Yes);
-    world.host.WillAskYesNoCancel("The speed is 0 already", YesNoCancel::Cancel);
-    EXPECT_FALSE(Create());
-    EXPECT_TRUE(world.host.WasTold("Insert a blank CD (Kestrova #1) in unit "))
-        << world.host.AllTold();
-    ExpectUntouched(world, before);
-    EXPECT_FALSE(world.Has("home/_temp_burn"));
-    std::filesystem::remove_all(world.machine.tools["xorriso"].parent_path());
 }
 
 } // namespace kestrova::testing

@@ -38,6 +38,7 @@ constexpr QSize discsSize{680, 560};
 constexpr int fastestSpeed = 52;
 constexpr int speedStep = 2;
 constexpr int usualCapacity = 4700;
+constexpr int unitCapacityRole = Qt::UserRole + 1; ///< megabytes that its discs take
 
 /// In which the Tab key goes through the window.
 constexpr const char* discsTabOrder[] = {
@@ -214,8 +215,23 @@ void MuoviSuCdDialog::FillChoices()
         if (!drive.writer)
             continue;
         unit_->addItem(Words(Msg::DiscsUnitRow, {drive.name, drive.model}), ToQt(drive.name));
+        unit_->setItemData(unit_->count() - 1, drive.megabytes, unitCapacityRole);
     }
     unit_->addItem(Words(Msg::DiscsImagesOnly), QString());
+    TakeCapacityOfUnit();
+}
+
+void MuoviSuCdDialog::TakeCapacityOfUnit()
+{
+    const int own = unit_->currentData(unitCapacityRole).toInt();
+    if (own == 0 && !unitsCapacity_)
+        return;
+    const QSignalBlocker quiet{capacity_};
+    unitsCapacity_ = own != 0;
+    const int row = capacity_->findData(own != 0 ? own : usualCapacity);
+    capacity_->setCurrentIndex(row);
+    if (row < 0)
+        capacity_->setEditText(ToQt(TextOfCapacity(own)));
 }
 
 void MuoviSuCdDialog::Connect()
@@ -225,7 +241,10 @@ void MuoviSuCdDialog::Connect()
         connect(box, &QCheckBox::toggled, this, choose);
     connect(capacity_, &QComboBox::currentTextChanged, this, choose);
     connect(speed_, &QComboBox::currentIndexChanged, this, choose);
-    connect(unit_, &QComboBox::currentIndexChanged, this, choose);
+    connect(unit_, &QComboBox::currentIndexChanged, this, [this] {
+        TakeCapacityOfUnit();
+        TakeChoice();
+    });
     connect(images_, &QLineEdit::textChanged, this, choose);
     connect(browse_, &QPushButton::clicked, this, [this] { ChooseImages(); });
     connect(start_, &QPushButton::clicked, this, [this] { StartOrStop(); });

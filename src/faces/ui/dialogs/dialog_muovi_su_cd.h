@@ -62,6 +62,8 @@ private:
     template <class Work> void Run(Work work);
     /// The levels are looked at, once the window is on the screen.
     void Measure();
+    /// A drive that knows what its discs take says so; another one leaves what a person chose.
+    void TakeCapacityOfUnit();
     /// Takes what the controls say, and shows the plan of it.
     void TakeChoice();
     void ShowPlan();
@@ -86,7 +88,8 @@ private:
     QProgressBar* bar_;
     QPushButton* start_;
     DiscsWindowProgress progress_;
-    bool measured_ = false; ///< the levels
+    bool measured_ = false;      ///< the levels
+    bool unitsCapacity_ = false; ///< the capacity is the chosen drive's own
     bool extrasMeasured_ = false;
 };
 
