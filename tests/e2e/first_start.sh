@@ -106,7 +106,6 @@ appears 'Practice.kva .6 levels'
 main=$seen
 press F5
 soon shown 'practice game'
-rests
 screen=$(shown 'practice game')
 game=$(xdotool getwindowpid "$screen")
 xdotool windowfocus "$screen"
