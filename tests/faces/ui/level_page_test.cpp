@@ -25,9 +25,9 @@ namespace
 constexpr std::int64_t noProcess = 2'147'483'000;
 
 /// A level that rests, with savegames in its slots, in an archive slot and in the history.
-struct PageWorld : WindowWorld {
+struct LevelPageWorld : WindowWorld {
     LevelCode level = AddLevel("Dawn");
-    PageWorld()
+    LevelPageWorld()
     {
         Live("savegame.0", "Caves", 4);
         Live("savegame.2", "Temple", 9);
@@ -98,7 +98,7 @@ struct PageWorld : WindowWorld {
 
 TEST(SavegamesPage, OpensWithoutTheSiblingToolAndListsAllThereIs)
 {
-    PageWorld world;
+    LevelPageWorld world;
     EXPECT_TRUE(world.OpenPage().isVisible());
     EXPECT_TRUE(world.box.host.told.empty()) << world.box.host.AllTold();
     EXPECT_EQ(world.Rows(),
@@ -117,7 +117,7 @@ TEST(SavegamesPage, OpensWithoutTheSiblingToolAndListsAllThereIs)
 
 TEST(SavegamesPage, RestoresExportsAndDeletesWhatIsChosen)
 {
-    PageWorld world;
+    LevelPageWorld world;
     world.OpenPage();
     world.ChooseOnly("Early");
     world.Click("Pul_BringSave");
@@ -151,7 +151,7 @@ TEST(SavegamesPage, RestoresExportsAndDeletesWhatIsChosen)
 
 TEST(LevelPage, TakesDroppedSavegamesAndPicturesWhereTheyBelong)
 {
-    PageWorld world;
+    LevelPageWorld world;
     world.box.Write("from/savegame.7", SavegameBytes("Mine", 40));
     world.box.Write("from/view.jpg", *EncodeJpeg({2, 2, std::vector<std::uint8_t>(12, 200)}));
     world.box.Write("from/level.zip", "zip");
@@ -175,7 +175,7 @@ TEST(LevelPage, TakesDroppedSavegamesAndPicturesWhereTheyBelong)
 
 TEST(LevelPage, ShowsAllPicturesBelowThePanes)
 {
-    PageWorld world;
+    LevelPageWorld world;
     const std::string picture = *EncodeJpeg({2, 2, std::vector<std::uint8_t>(12, 200)});
     for (const char* name : {"a", "b", "c", "d", "e"})
         world.box.Write("levels/LEVEL_0001/screenshots/" + std::string{name} + ".jpg", picture);
@@ -198,7 +198,7 @@ TEST(LevelPage, ShowsAllPicturesBelowThePanes)
 
 TEST(LevelPage, OpensDocumentsAndNothingThatRuns)
 {
-    PageWorld world;
+    LevelPageWorld world;
     world.box.Write("levels/LEVEL_0001/files/readme.txt", "read me");
     world.box.Write("levels/LEVEL_0001/files/setup.exe", "MZ");
     world.Find<QTabWidget>("Tabs_Level")->setCurrentIndex(2);
@@ -214,7 +214,7 @@ TEST(LevelPage, OpensDocumentsAndNothingThatRuns)
 
 TEST(LevelPage, PlaySaysWhatIsGoingOnAndEndsTheGameAfterAQuestion)
 {
-    PageWorld world;
+    LevelPageWorld world;
     world.box.Write("trle/tomb4.exe", "game");
     auto* play = world.Find<QPushButton>("Pul_Play");
     const QString idle = play->text();
@@ -245,7 +245,7 @@ TEST(LevelPage, PlaySaysWhatIsGoingOnAndEndsTheGameAfterAQuestion)
 
 TEST(LevelPage, KeepsWhatThePlayerThinksOfALevel)
 {
-    PageWorld world;
+    LevelPageWorld world;
     const LevelCode other = world.AddLevel("Dusk");
     world.list.Refresh();
     world.list.Select(world.level);
