@@ -42,6 +42,7 @@ struct Run {
     const Arguments& arguments;
     LevelCode level = 0;  ///< of a row that needs one: the chosen level, or the one of the words
     std::string text{};   ///< lines for a person
+    Path place{};         ///< where several chosen levels go, when they go somewhere
     Json* json = nullptr; ///< where the result goes with `--json`; null without
     /// The preference that stands while a working run saves after every change.
     std::optional<bool> keptAutoSave{};
@@ -113,6 +114,22 @@ struct InTerminal {
     bool (*looksWhen)(const Session&, LevelCode) = nullptr;
 };
 
+/// How a row runs on several chosen levels at once.
+struct OnSeveral {
+    /// The one question for all: ~1 how many, ~2 a line break, ~3 their names. Empty: the row is
+    /// of one level alone.
+    Message question{};
+    Message caption{}; ///< in the menu of several chosen levels
+    Message step{};    ///< what goes on with ~1, a level's name
+    Message done{};    ///< it was done with ~1 of ~2 levels
+    /// Each level's own questions, as they begin, that the Yes to the one has answered.
+    std::vector<Message> agreed{};
+    /// Chooses what all of them need; false gives it up.
+    bool (*choose)(Run&) = nullptr;
+    /// In place of `run`, where that would choose for each of them.
+    bool (*run)(Run&) = nullptr;
+};
+
 struct CommandRow {
     InWindow window{};
     InTerminal terminal{};
@@ -120,6 +137,7 @@ struct CommandRow {
     Touches touches = Touches::Nothing;
     /// Tells its failure once. Null: only a dialog of the window does it.
     bool (*run)(Run&) = nullptr;
+    OnSeveral several{};
     /// Where the help tells of it; that of its group unless the row says otherwise.
     HelpTag help = HelpTag::None;
 };

@@ -261,6 +261,7 @@ std::span<const CommandRow> IntakeCommands()
          .help = HelpTag::AddMany},
         {.window = {.control = "mnu_Property",
                     .caption = Msg::MenuProperty,
+                    .keys = "F2; Ctrl+I",
                     .menu = "mnu_Level",
                     .onLevel = 2},
          .terminal =

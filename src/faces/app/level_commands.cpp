@@ -13,7 +13,9 @@
 #include "upkeep/archive_sizes.h"
 #include "words/captions.h"
 #include "words/commands.h"
+#include "words/levels.h"
 #include "words/menus.h"
+#include "words/several.h"
 
 #include <nlohmann/json.hpp>
 
@@ -154,6 +156,23 @@ bool ExportLevel(Run& run)
     return exported;
 }
 
+bool ChooseZips(Run& run)
+{
+    const auto folder =
+        run.session.host.ChooseFolder(GetMsg(Msg::ChooseSeveralExport),
+                                      FolderFromText(Trim(run.session.preferences.downloadFolder)));
+    run.place = folder.value_or(Path{});
+    return folder.has_value();
+}
+
+bool ExportToFolder(Run& run)
+{
+    const auto zip = ZipIn(run.place, LevelNameOf(run.session.archive, run.level));
+    if (!zip)
+        return DoneOrTold(run.session.host, zip.Error());
+    return ExportLevel(run.session, run.level, {*zip, true, std::nullopt});
+}
+
 bool OpenMoreInfo(Run& run)
 {
     return ShowMoreInfo(run.session.host, run.session.machine, run.session.Folders(),
@@ -177,7 +196,12 @@ std::span<const CommandRow> LevelCommands()
                       .options = {FlagOption("--keep-files")}},
          .needs = Needs::Level,
          .touches = Touches::LevelEditor,
-         .run = Remove},
+         .run = Remove,
+         .several = {.question = Msg::AskSeveralRemove,
+                     .caption = Msg::SeveralRemove,
+                     .step = Msg::SeveralRemoving,
+                     .done = Msg::SeveralRemoved,
+                     .agreed = {Msg::AskRemoveLevel, Msg::AskRemoveFolders}}},
         {.window = {.control = "mnu_CalcolaSize",
                     .caption = Msg::MenuComputeSize,
                     .menu = "mnu_Manutenzione"},
@@ -221,7 +245,13 @@ std::span<const CommandRow> LevelCommands()
                       .wrong = WrongExport},
          .needs = Needs::Level,
          .touches = Touches::Stores,
-         .run = ExportLevel},
+         .run = ExportLevel,
+         .several = {.question = Msg::AskSeveralExport,
+                     .caption = Msg::SeveralExport,
+                     .step = Msg::SeveralExporting,
+                     .done = Msg::SeveralExported,
+                     .choose = ChooseZips,
+                     .run = ExportToFolder}},
         {.window = {.button = "Pul_MoreInfo", .caption = Msg::MoreInfoButton, .onLevel = 3},
          .needs = Needs::Level,
          .touches = Touches::Stores,

@@ -15,6 +15,7 @@
 #include "words/menus.h"
 #include "words/moving.h"
 #include "words/recovering.h"
+#include "words/several.h"
 
 #include <nlohmann/json.hpp>
 
@@ -30,6 +31,14 @@ bool Recompress(Run& run)
     return ChangeCompression(run.session, [&](const std::string& name, const Path& files) {
         return ChangeLevelAudio(run.session, name, files);
     });
+}
+
+bool RecompressOne(Run& run)
+{
+    return ChangeCompressionOf(run.session, run.level,
+                               [&](const std::string& name, const Path& files) {
+                                   return ChangeLevelAudio(run.session, name, files);
+                               });
 }
 
 bool OfAll(const Run& run)
@@ -149,7 +158,12 @@ std::span<const CommandRow> UpkeepCommands()
                       .summary = Msg::SumRecompress},
          .needs = Needs::Archive,
          .touches = Touches::Stores,
-         .run = Recompress},
+         .run = Recompress,
+         .several = {.question = Msg::AskSeveralRecompress,
+                     .caption = Msg::SeveralRecompress,
+                     .step = Msg::SeveralRecompressing,
+                     .done = Msg::SeveralRecompressed,
+                     .run = RecompressOne}},
         {.window = {.control = "mnu_SetMylanguage",
                     .caption = Msg::MenuSetMyLanguage,
                     .menu = "mnu_Language",
@@ -166,6 +180,10 @@ std::span<const CommandRow> UpkeepCommands()
          .needs = Needs::Level,
          .touches = Touches::LevelEditor,
          .run = OneLanguage<LanguageChange::Mine>,
+         .several = {.question = Msg::AskSeveralMyLanguage,
+                     .caption = Msg::SeveralMyLanguage,
+                     .step = Msg::SeveralLanguage,
+                     .done = Msg::SeveralLanguages},
          .help = HelpTag::Language},
         {.window = {.control = "mnu_RestoreLanguage",
                     .caption = Msg::MenuRestoreLanguage,
@@ -176,6 +194,10 @@ std::span<const CommandRow> UpkeepCommands()
          .needs = Needs::Level,
          .touches = Touches::LevelEditor,
          .run = OneLanguage<LanguageChange::Original>,
+         .several = {.question = Msg::AskSeveralRestoreLanguage,
+                     .caption = Msg::SeveralRestoreLanguage,
+                     .step = Msg::SeveralLanguage,
+                     .done = Msg::SeveralLanguages},
          .help = HelpTag::Language},
         {.window = {.control = "mnu_SetLanguageAll",
                     .caption = Msg::MenuSetLanguageAll,

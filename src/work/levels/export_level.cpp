@@ -278,6 +278,16 @@ bool Pack(Host& host, const Tools& tools, const Path& target, const Path& folder
 
 } // namespace
 
+Result<Path> ZipIn(const Path& folder, const std::string& levelName)
+{
+    FolderNames names{folder};
+    if (!names.State())
+        return names.State().Error();
+    const std::string name =
+        Filled(OnDisk::ExportDefaultName, {ReplaceForbiddenChars(levelName)});
+    return folder / (names.Has(name) ? names.FreeName(name) : name);
+}
+
 Result<LevelConfig> ConfigForFolder(const LevelRecord& level, const Path& folder)
 {
     const auto files = ListFiles(folder, OnDisk::PatAll);

@@ -18,6 +18,9 @@ struct ExportChoices {
 /// failure; False then, and when the person cancelled.
 bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices = {});
 
+/// The zip of a level of that name in a folder: beside what is there, never in its place.
+Result<Path> ZipIn(const Path& folder, const std::string& levelName);
+
 /// The configuration file for a folder with a level's files: its texts from the record, the names
 /// and sizes of what lies in the folder.
 Result<LevelConfig> ConfigForFolder(const LevelRecord& level, const Path& folder);

@@ -17,6 +17,14 @@ struct LevelFacts {
     bool folderGone = false; ///< what it holds cannot be told
     std::string info;        ///< the line of path and counts as the window shows it
 };
+/// A level's live savegames, where they lie now, and those of its archive slots. Only shown: a
+/// folder that cannot be read shows nothing of what it holds.
+struct SavegameCount {
+    int live = 0;
+    int archived = 0;
+};
+SavegameCount CountSavegames(const Folders& folders, const Archive& archive, LevelCode code);
+
 /// Everything the selection of a level shows; loads its savegame records on the way. No value, with
 /// a message, for a code that the archive does not have.
 std::optional<LevelFacts> SelectLevel(Session& session, LevelCode code);
@@ -24,18 +32,7 @@ std::optional<LevelFacts> SelectLevel(Session& session, LevelCode code);
 std::optional<LevelFacts> LookAtLevel(Host& host, const Folders& folders, const Archive& archive,
                                       LevelCode code);
 
-/// The list's rows in its order (sorted by text): name, with " (*)" behind the current level's.
-struct ListRow {
-    std::string text;
-    LevelCode code = 0;
-};
-std::vector<ListRow> ListRows(const Folders& folders, const Archive& archive);
 /// "Kestrova: levels.kva (12 levels)".
 std::string WindowTitle(const Archive& archive);
-
-/// Finds the first row from `from` on (or before it, `step` -1) that holds the text; -1 when none.
-/// `from` itself counts; an empty text is held by every row.
-std::ptrdiff_t FindRow(const std::vector<ListRow>& rows, std::string_view text, std::ptrdiff_t from,
-                       int step);
 
 } // namespace kestrova

@@ -219,35 +219,43 @@ Status ChangeLoadPicture(const Path& folder, bool compress, ProgressScope& progr
     return {};
 }
 
+/// One level of the list; False when it was ended, or could not be done.
+bool ChangeLevel(Session& session, const LevelRecord& level, const AudioStep& audio,
+                 ProgressScope& progress, int& pictures)
+{
+    const std::string name{Trim(level.levelName)};
+    const Path folder =
+        ResolvePath(InFolder(LevelHomeOf(session.Folders(), level.levelCode), OnDisk::DirFiles));
+    const auto isThere = IsFolder(folder);
+    if (!isThere)
+        return TellFolderNotRead(session.host, isThere.Error());
+    if (!*isThere)
+        return true;
+    std::vector<std::string> kept;
+    if ((audio && !audio(name, folder)) ||
+        !ChangeFiles(session, folder, session.archive.header.compressLevels, progress, kept))
+        return false;
+    if (const auto picture = ChangeLoadPicture(folder, session.archive.header.compressLevels,
+                                               progress, kept, pictures);
+        !picture)
+        return TellFolderNotRead(session.host, picture.Error());
+    TellKeptForms(session.host, kept);
+    return true;
+}
+
 /// The levels, one after the other; False when it was ended before the last.
 bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progress, int& pictures)
 {
     const std::size_t count = session.archive.levels.size();
-    const bool compress = session.archive.header.compressLevels;
     for (std::size_t i = 0; i < count; ++i) {
         const LevelRecord& level = session.archive.levels[i];
-        const std::string name{Trim(level.levelName)};
         progress.SetBar(i, count);
-        progress.SetLabel(GetMsg(Msg::ChangingLevel) + name);
+        progress.SetLabel(GetMsg(Msg::ChangingLevel) + std::string{Trim(level.levelName)});
         if (!progress.Step())
             return false;
-        if (level.cdNumber != 0 || level.levelCode == originalCode)
-            continue;
-        const Path folder = ResolvePath(
-            InFolder(LevelHomeOf(session.Folders(), level.levelCode), OnDisk::DirFiles));
-        const auto isThere = IsFolder(folder);
-        if (!isThere)
-            return TellFolderNotRead(session.host, isThere.Error());
-        if (!*isThere)
-            continue;
-        std::vector<std::string> kept;
-        if ((audio && !audio(name, folder)) ||
-            !ChangeFiles(session, folder, compress, progress, kept))
+        if (level.cdNumber == 0 && level.levelCode != originalCode &&
+            !ChangeLevel(session, level, audio, progress, pictures))
             return false;
-        if (const auto picture = ChangeLoadPicture(folder, compress, progress, kept, pictures);
-            !picture)
-            return TellFolderNotRead(session.host, picture.Error());
-        TellKeptForms(session.host, kept);
     }
     progress.SetBar(count, count);
     return true;
@@ -279,6 +287,26 @@ bool ChangeCompression(Session& session, const AudioStep& audio)
                 FormatSize(before) + std::string{lineBreak}}),
         details);
     return all;
+}
+
+bool ChangeCompressionOf(Session& session, LevelCode code, const AudioStep& audio)
+{
+    const std::ptrdiff_t index = FindLevel(session.archive, code);
+    if (index < 0 || code == originalCode)
+        return false;
+    const LevelRecord level = session.archive.levels[static_cast<std::size_t>(index)];
+    if (!DoneOrTold(session.host, GuardLevelOnCd(level)))
+        return false;
+    bool done = false;
+    {
+        const auto progress =
+            session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ChangingCompression));
+        progress->AllowStop();
+        int pictures = 0;
+        done = ChangeLevel(session, level, audio, *progress, pictures);
+    }
+    RefreshLevelSizes(session, code);
+    return done;
 }
 
 void OfferChangeCompression(Session& session, const ArchiveHeader& before, const AudioStep& audio)

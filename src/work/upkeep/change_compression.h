@@ -15,8 +15,12 @@ using AudioStep = std::function<bool(const std::string& name, const Path& files)
 /// when its other form stands whole on the disk. True when it went through all levels.
 bool ChangeCompression(Session& session, const AudioStep& audio = {});
 
-/// The same after a question, when the settings are no longer `before`. Without an audio step the
-/// wish for mp3 is none that could be carried out.
+/// The same of one level; nothing is told when it went well. False when it was not brought into
+/// that form, as one on a disc is not.
+bool ChangeCompressionOf(Session& session, LevelCode code, const AudioStep& audio);
+
+/// The same of all after a question, when the settings are no longer `before`. Without an audio
+/// step the wish for mp3 is none that could be carried out.
 void OfferChangeCompression(Session& session, const ArchiveHeader& before,
                             const AudioStep& audio = {});
 

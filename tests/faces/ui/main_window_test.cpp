@@ -2,7 +2,6 @@
 #include "formats/preferences.h"
 #include "library/level_list.h"
 #include "session/operation.h"
-#include "ui/main/level_model.h"
 #include "ui/main/main_menu.h"
 #include "ui/widgets/captions.h"
 #include "window_world.h"
@@ -128,8 +127,11 @@ TEST(MainWindow, SearchNarrowsTheListAndWalksTheMatches)
     Type(world, "nowhere");
     EXPECT_TRUE(ShownRows(world).empty());
     EXPECT_TRUE(world.Find("Label_Empty")->isVisible());
-    EXPECT_EQ(world.TextOfLabel("Label_LevelName"), "Omega") << "the chosen level stays chosen";
+    EXPECT_FALSE(world.list.Selected()) << "what is not in the list is not chosen";
+    EXPECT_EQ(world.TextOfLabel("Label_LevelName"), "No level is chosen");
     QTest::keyClick(world.Find("Text_Search"), Qt::Key_Return);
+    EXPECT_EQ(world.box.host.told.size(), 1U) << "the list says it already";
+    world.Click("Pul_Search");
     EXPECT_EQ(world.box.host.told.size(), 2U);
     QTest::keyClick(world.Find("Text_Search"), Qt::Key_Escape);
     EXPECT_EQ(ShownRows(world).size(), 5U);
@@ -362,8 +364,10 @@ TEST(MainWindow, WhatIsDroppedIsOfferedAsALevel)
     QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&world.window, &enter);
     EXPECT_TRUE(enter.isAccepted());
+    EXPECT_TRUE(world.Find("Label_Drop")->isVisible());
     QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&world.window, &drop);
+    EXPECT_FALSE(world.Find("Label_Drop")->isVisible());
     QWidget* dialog = nullptr;
     QString name;
     QTimer::singleShot(400, [&] {
@@ -378,32 +382,21 @@ TEST(MainWindow, WhatIsDroppedIsOfferedAsALevel)
     EXPECT_EQ(name, "My level");
     EXPECT_FALSE(world.box.Has("levels/LEVEL_0001")) << "closing the window gives it up";
 
+    // A picture on the panes is none of the list's matter.
+    QMimeData picture;
+    picture.setUrls({QUrl::fromLocalFile(PathToQt(world.box / "shot.JPG")),
+                     QUrl::fromLocalFile(PathToQt(world.box / "savegame.3"))});
+    QDragEnterEvent other(QPoint(5, 5), Qt::CopyAction, &picture, Qt::LeftButton, Qt::NoModifier);
+    other.ignore();
+    QCoreApplication::sendEvent(&world.window, &other);
+    EXPECT_FALSE(other.isAccepted());
+
     QMimeData text;
     text.setText(QStringLiteral("no file"));
     QDragEnterEvent refused(QPoint(5, 5), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
     refused.ignore();
     QCoreApplication::sendEvent(&world.window, &refused);
     EXPECT_FALSE(refused.isAccepted());
-}
-
-TEST(LevelModel, HoldsTenThousandLevels)
-{
-    std::vector<ListRow> rows;
-    for (int i = 0; i < 10'000; ++i)
-        rows.push_back({"Level " + std::to_string(i) + " (Näme)", i + 1});
-    LevelModel model;
-    model.SetRows(rows, 5000);
-    EXPECT_EQ(model.rowCount(), 10'000);
-    EXPECT_EQ(model.CodeAt(model.ShownRowOf(7001)), 7001);
-    EXPECT_TRUE(model.index(4999).data(LevelModel::CurrentRole).toBool());
-    model.SetSearch("999 (NÄM");
-    EXPECT_EQ(model.rowCount(), 10);
-    EXPECT_EQ(model.CodeAt(0), 1000);
-    EXPECT_EQ(model.ShownRowOf(7001), -1);
-    EXPECT_EQ(model.ShownRowOf(10'000), 9);
-    EXPECT_EQ(model.RowOf(7001), 7000) << "hidden rows keep their place among all";
-    model.SetRows({}, -1);
-    EXPECT_EQ(model.rowCount(), 0);
 }
 
 } // namespace kestrova::testing

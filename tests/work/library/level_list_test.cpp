@@ -19,31 +19,8 @@ protected:
         box.MakeTrle();
         box.MakeBackupAndArchive();
     }
-    std::vector<std::string> Texts()
-    {
-        std::vector<std::string> texts;
-        for (const ListRow& row : ListRows(box.session.Folders(), box.session.archive))
-            texts.push_back(row.text);
-        return texts;
-    }
     World box;
 };
-
-TEST_F(LevelListing, RowsAreSortedByTextAndKeepTheirCodes)
-{
-    box.AddLevel("zebra", {});
-    box.AddLevel("Arena", {});
-    const LevelCode third = box.AddLevel("!first of all", {});
-    box.AddLevel("arena", {});
-    EXPECT_EQ(Texts(),
-              (std::vector<std::string>{"!first of all", "- TRLE: Original configuration - (*)",
-                                        "Arena", "arena", "zebra"}));
-    EXPECT_EQ(ListRows(box.session.Folders(), box.session.archive).front().code, third);
-
-    ASSERT_TRUE(InstallLevel(box.session, third)) << box.host.AllTold();
-    EXPECT_EQ(Texts().front(), "!first of all (*)");
-    EXPECT_EQ(Texts()[1], "- TRLE: Original configuration -");
-}
 
 TEST_F(LevelListing, TheTitleNamesTheArchive)
 {
@@ -51,21 +28,6 @@ TEST_F(LevelListing, TheTitleNamesTheArchive)
     box.session.archive.file = "/a/levels.kva";
     box.session.archive.levels.resize(12);
     EXPECT_EQ(WindowTitle(box.session.archive), "Kestrova: levels.kva (12 levels)");
-}
-
-TEST(FindingRows, GoesOneWayAndDoesNotWrap)
-{
-    const std::vector<ListRow> rows{{"Aldwych", 1}, {"Coastal", 2}, {"City of ÉTÉ", 3}};
-    EXPECT_EQ(FindRow(rows, "c", 0, 1), 0);
-    EXPECT_EQ(FindRow(rows, "CO", 0, 1), 1);
-    EXPECT_EQ(FindRow(rows, "été", 0, 1), 2);
-    EXPECT_EQ(FindRow(rows, "al", 1, 1), 1); // "Coastal"
-    EXPECT_EQ(FindRow(rows, "wych", 1, 1), -1);
-    EXPECT_EQ(FindRow(rows, "c", 1, -1), 1);
-    EXPECT_EQ(FindRow(rows, "city", 1, -1), -1);
-    EXPECT_EQ(FindRow(rows, "", 3, 1), -1);
-    EXPECT_EQ(FindRow(rows, "", -1, -1), -1);
-    EXPECT_EQ(FindRow({}, "", 0, 1), -1);
 }
 
 TEST_F(LevelListing, TheInfoLineCountsSavegamesWhereTheyLie)

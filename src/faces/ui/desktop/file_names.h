@@ -9,6 +9,8 @@ namespace kestrova::OnDisk
 {
 
 inline constexpr std::string_view FileNameWindowState = "windows.ini";
+/// Dropped on a window, they belong to the chosen level: they make no level of their own.
+inline constexpr std::string_view PatternsNoLevel = "*.jpg|*.jpeg|*.bmp|*.png|savegame.*";
 inline constexpr std::string_view FileNameAppIcon = "kestrova.svg";
 inline constexpr std::string_view CoverExtension = ".jpg";
 inline constexpr std::string_view CoverUnfinished = ".new-";

@@ -1,126 +1,120 @@
 #include "ui/main/level_list_pane.h"
 
-#include "history/standing.h"
 #include "session/operation.h"
+#include "ui/main/library_bar.h"
+#include "ui/main/library_foot.h"
+#include "ui/main/library_settings.h"
+#include "ui/main/library_source.h"
+#include "ui/main/search_field.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_main.h"
 
 #include <QContextMenuEvent>
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListView>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <iterator>
+
 namespace kestrova
 {
 
-namespace
-{
-
-QToolButton* MakeButton(QWidget* parent, const char* name, Drawing drawing, bool pictured)
-{
-    auto* made = new QToolButton(parent);
-    made->setObjectName(QString::fromLatin1(name));
-    made->setIcon(DrawnIcon(drawing));
-    made->setProperty("pictured", pictured);
-    made->setToolButtonStyle(pictured ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
-    made->setFocusPolicy(Qt::TabFocus);
-    return made;
-}
-
-} // namespace
-
 LevelListPane::LevelListPane(Session& session, QWidget* parent)
     : QWidget(parent), session_(session), model_(new LevelModel(this)),
-      search_(new QLineEdit(this)), view_(new QListView(this)), counts_(new QLabel(this))
+      view_(new LevelView(*model_, this)), search_(new SearchField(*view_, this)),
+      bar_(new LibraryBar(this)), source_(new LibrarySource(session, *model_)),
+      foot_(new LibraryFoot(this)), find_(new QToolButton(this))
 {
     setObjectName(QStringLiteral("Frame_Livelli"));
-    counts_->setObjectName(QStringLiteral("Label_Counts"));
     MakeSearch();
+    MakeBar();
     MakeView();
+    MakeFoot();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(4, 4, 4, 4);
     column->addLayout(MakeTop());
+    column->addWidget(bar_);
     column->addWidget(view_, 1);
-    column->addLayout(MakeBottom());
-    std::vector<QWidget*> order{search_, searchButtons_.front(), view_};
-    order.insert(order.end(), searchButtons_.begin() + 1, searchButtons_.end());
+    column->addWidget(foot_);
+    std::vector<QWidget*> order{search_, find_};
+    for (QWidget* control : bar_->Controls())
+        order.push_back(control);
+    order.push_back(view_);
+    for (QWidget* control : foot_->Controls())
+        order.push_back(control);
     for (std::size_t i = 1; i < order.size(); ++i)
         setTabOrder(order[i - 1], order[i]);
 }
 
 void LevelListPane::MakeSearch()
 {
-    search_->setObjectName(QStringLiteral("Text_Search"));
-    search_->setPlaceholderText(Words(Msg::SearchHint));
-    search_->setAccessibleName(Words(Msg::SearchName));
-    search_->setClearButtonEnabled(true);
     connect(search_, &QLineEdit::textChanged, this, &LevelListPane::SearchTyped);
-    connect(search_, &QLineEdit::returnPressed, this, &LevelListPane::SearchFirst);
-    search_->installEventFilter(this);
+    connect(search_, &QLineEdit::returnPressed, this, [this] {
+        if (model_->rowCount() > 0)
+            SearchFirst(); // the list says by itself that nothing was found
+    });
+}
+
+void LevelListPane::MakeBar()
+{
+    const auto change = [this](const auto& work) {
+        const Place place = PlaceNow();
+        work();
+        bar_->Show(model_->Shown());
+        view_->ShowOrder(model_->Shown().Order());
+        ChooseShown(place);
+    };
+    const auto order = [this, change](LibraryOrder wanted) {
+        change([&] { model_->SetOrder(wanted); });
+    };
+    bar_->ordered = order;
+    view_->orderWanted = order;
+    bar_->filtered = [this, change](LibraryFilter filter, const std::string& tag) {
+        change([&] { model_->SetFilter(filter, tag); });
+    };
+    bar_->looked = [this](LibraryLook look) { SetLook(look); };
+    view_->ShowOrder(model_->Shown().Order());
 }
 
 void LevelListPane::MakeView()
 {
-    view_->setObjectName(QStringLiteral("Combo_Livelli"));
     view_->setAccessibleName(Words(Msg::LevelsListName));
-    view_->setUniformItemSizes(true);
-    view_->setTextElideMode(Qt::ElideRight);
-    view_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    view_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    view_->setItemDelegate(new LevelDelegate(view_));
-    view_->setModel(model_);
     view_->setContextMenuPolicy(Qt::CustomContextMenu);
     view_->installEventFilter(this);
     connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &LevelListPane::RowChosen);
+    connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &LevelListPane::ShowCounts);
     connect(view_, &QListView::activated, this, [this] { activated(); });
     connect(view_, &QListView::customContextMenuRequested, this, &LevelListPane::WantMenu);
-    // In the list's own room, so that it does not change its size.
-    empty_ = new QLabel(view_->viewport());
-    (new QVBoxLayout(view_->viewport()))->addWidget(empty_);
-    empty_->setAttribute(Qt::WA_TransparentForMouseEvents);
-    empty_->setObjectName(QStringLiteral("Label_Empty"));
-    empty_->setTextFormat(Qt::PlainText);
-    empty_->setWordWrap(true);
-    empty_->setAlignment(Qt::AlignCenter);
-    empty_->setMargin(12);
-    empty_->setForegroundRole(QPalette::PlaceholderText);
 }
 
 QLayout* LevelListPane::MakeTop()
 {
-    auto* find = MakeButton(this, "Pul_Search", Drawing::Search, true);
-    connect(find, &QToolButton::clicked, this, &LevelListPane::SearchFirst);
-    searchButtons_.push_back(find);
+    find_->setObjectName(QStringLiteral("Pul_Search"));
+    find_->setIcon(DrawnIcon(Drawing::Search));
+    find_->setProperty("pictured", true);
+    find_->setFocusPolicy(Qt::TabFocus);
+    connect(find_, &QToolButton::clicked, this, &LevelListPane::SearchFirst);
     auto* top = new QHBoxLayout;
     top->addWidget(search_, 1);
-    top->addWidget(find);
+    top->addWidget(find_);
     return top;
 }
 
-QLayout* LevelListPane::MakeBottom()
+void LevelListPane::MakeFoot()
 {
-    auto* before = MakeButton(this, "Pul_Prima", Drawing::Previous, false);
-    auto* behind = MakeButton(this, "Pul_Dopo", Drawing::Next, false);
-    before->setToolTip(Words(Msg::PreviousLevelTip));
-    behind->setToolTip(Words(Msg::NextLevelTip));
-    connect(before, &QToolButton::clicked, this, [this] { SearchOn(-1); });
-    connect(behind, &QToolButton::clicked, this, [this] { SearchOn(1); });
-    searchButtons_.push_back(before);
-    searchButtons_.push_back(behind);
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(before);
-    bottom->addWidget(behind);
-    bottom->addStretch();
-    bottom->addWidget(counts_);
-    return bottom;
+    foot_->stepped = [this](int step) { SearchOn(step); };
+    foot_->coverWidthWanted = [this](int width) {
+        view_->SetCoverWidth(width);
+        view_->ExecuteDelayedLayout();
+        MarkChosen();
+    };
 }
 
 bool LevelListPane::eventFilter(QObject* object, QEvent* event)
@@ -131,41 +125,68 @@ bool LevelListPane::eventFilter(QObject* object, QEvent* event)
         WantMenu(view_->visualRect(view_->currentIndex()).center());
         return true;
     }
-    if (object != search_ || event->type() != QEvent::KeyPress)
-        return QWidget::eventFilter(object, event);
-    switch (static_cast<QKeyEvent*>(event)->key()) {
-    case Qt::Key_Escape:
-        search_->clear();
+    if (object == view_ && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Delete) && Chosen()) {
+        removalWanted();
         return true;
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-        // The list follows while the search keeps the keyboard.
-        return QCoreApplication::sendEvent(view_, event);
-    default:
-        return false;
     }
+    return QWidget::eventFilter(object, event);
 }
 
 void LevelListPane::Refresh()
 {
-    model_->SetRows(ListRows(session_.Folders(), session_.archive),
-                    CurrentLevelCode(session_.Folders(), session_.archive));
-    if (!chosen_ || model_->RowOf(*chosen_) < 0)
-        chosen_ = model_->Rows().empty() ? std::nullopt
-                                         : std::optional<LevelCode>{model_->Rows().front().code};
-    MarkChosen();
-    ShowCounts();
+    const bool same = session_.archive.file == shownArchive_;
+    shownArchive_ = session_.archive.file;
+    const Place place = same ? PlaceNow() : Place{};
+    const std::vector<LevelCode> several = ChosenAll();
+    const int scrolled = same ? view_->verticalScrollBar()->value() : 0;
+    {
+        const QSignalBlocker quiet{view_->selectionModel()};
+        model_->SetLevels(source_->Levels());
+    }
+    bar_->Show(model_->Shown());
+    view_->ExecuteDelayedLayout();
+    view_->verticalScrollBar()->setValue(scrolled);
+    const bool gone = chosen_ && !model_->Shown().Has(*chosen_);
+    if (gone && (!keepsPlace_ || !same))
+        chosen_.reset();
+    ChooseShown(place);
+    if (several.size() > 1 && !gone)
+        view_->SelectToo(several);
 }
 
-bool LevelListPane::Choose(LevelCode code)
+std::optional<LevelCode> LevelListPane::Chosen() const
 {
-    if (model_->RowOf(code) < 0)
-        return false;
+    return chosen_ && model_->Shown().RowOf(*chosen_) >= 0 ? chosen_ : std::nullopt;
+}
+
+std::vector<LevelCode> LevelListPane::ChosenAll() const
+{
+    std::vector<LevelCode> codes;
+    for (const int row : view_->SelectedRows())
+        codes.push_back(model_->Shown().At(row).code);
+    if (const auto chosen = Chosen(); chosen && codes.empty())
+        codes = {*chosen};
+    return codes;
+}
+
+void LevelListPane::Choose(LevelCode code)
+{
+    if (model_->Shown().RowOf(code) < 0)
+        return;
     chosen_ = code;
+    told_ = code; // whoever chose it shows it too
     MarkChosen();
-    return true;
+}
+
+void LevelListPane::Reveal(LevelCode code)
+{
+    if (model_->Shown().Has(code) && model_->Shown().RowOf(code) < 0) {
+        search_->clear();
+        if (model_->Shown().RowOf(code) < 0)
+            bar_->filtered(LibraryFilter::All, {});
+    }
+    Choose(code);
 }
 
 void LevelListPane::FocusList()
@@ -179,38 +200,96 @@ void LevelListPane::FocusSearch()
     search_->selectAll();
 }
 
+void LevelListPane::SetLook(LibraryLook look)
+{
+    bar_->Show(look);
+    foot_->ShowSlider(look == LibraryLook::Covers);
+    view_->SetLook(look);
+    view_->ExecuteDelayedLayout();
+    MarkChosen();
+}
+
+void LevelListPane::RememberLook(QSettings& places) const
+{
+    WriteLibrarySettings(places, {view_->Look(), view_->CoverWidth(), model_->Shown().Order(),
+                                  model_->Shown().Filter(), model_->Shown().Tag()});
+}
+
+void LevelListPane::RestoreLook(const QSettings& places)
+{
+    const LibrarySettings settings = ReadLibrarySettings(places);
+    foot_->ShowCoverWidth(settings.coverWidth);
+    bar_->ordered(settings.order);
+    bar_->filtered(settings.filter, settings.tag);
+    SetLook(settings.look);
+}
+
 void LevelListPane::MarkChosen()
 {
-    const int row = chosen_ ? model_->ShownRowOf(*chosen_) : -1;
+    const int row = chosen_ ? model_->Shown().RowOf(*chosen_) : -1;
     const QSignalBlocker quiet{view_->selectionModel()};
-    const QModelIndex index = row < 0 ? QModelIndex() : model_->index(row);
+    const QModelIndex index = row < 0 ? QModelIndex() : model_->index(row, 0);
     view_->setCurrentIndex(index);
     view_->selectionModel()->select(index, QItemSelectionModel::ClearAndSelect);
     if (row >= 0)
         view_->scrollTo(index);
     view_->viewport()->update();
+    ShowCounts();
 }
 
 void LevelListPane::RowChosen(const QModelIndex& index)
 {
-    if (!index.isValid())
-        return;
-    ChooseRow(model_->RowOf(model_->CodeAt(index.row())));
+    if (index.isValid())
+        ChooseRow(index.row());
 }
 
-void LevelListPane::ChooseRow(std::ptrdiff_t row)
+void LevelListPane::ChooseRow(int row)
 {
-    const LevelCode code = model_->Rows()[static_cast<std::size_t>(row)].code;
-    if (chosen_ == code)
-        return;
+    const LevelCode code = model_->Shown().At(row).code;
     chosen_ = code;
-    passed(code);
+    TellChosen();
+}
+
+void LevelListPane::TellChosen()
+{
+    if (Chosen() == told_)
+        return;
+    told_ = Chosen();
+    passed(told_);
+}
+
+LevelListPane::Place LevelListPane::PlaceNow() const
+{
+    Place place;
+    for (int row = 0; row < model_->rowCount(); ++row)
+        place.codes.push_back(model_->Shown().At(row).code);
+    place.row = chosen_ ? std::max(model_->Shown().RowOf(*chosen_), 0) : 0;
+    return place;
+}
+
+LevelCode LevelListPane::NearestTo(const Place& place) const
+{
+    const auto isShown = [this](LevelCode code) { return model_->Shown().RowOf(code) >= 0; };
+    const auto from = place.codes.begin() + place.row;
+    if (const auto behind = std::find_if(from, place.codes.end(), isShown);
+        behind != place.codes.end())
+        return *behind;
+    const auto before = std::find_if(std::make_reverse_iterator(from), place.codes.rend(), isShown);
+    return before != place.codes.rend() ? *before : model_->Shown().At(0).code;
+}
+
+void LevelListPane::ChooseShown(const Place& place)
+{
+    if (!Chosen() && model_->rowCount() > 0)
+        chosen_ = chosen_ ? NearestTo(place) : model_->Shown().At(0).code;
+    MarkChosen();
+    TellChosen();
 }
 
 void LevelListPane::WantMenu(QPoint place)
 {
     const QModelIndex index = view_->indexAt(place);
-    if (index.isValid() && chosen_ == model_->CodeAt(index.row()))
+    if (index.isValid() && chosen_ == model_->Shown().At(index.row()).code)
         menuWanted(view_->viewport()->mapToGlobal(place));
 }
 
@@ -221,34 +300,29 @@ void LevelListPane::SearchTyped(const QString& text)
         const QSignalBlocker quiet{view_->selectionModel()};
         model_->SetSearch(FromQt(text));
     }
-    if (model_->rowCount() > 0 && (!chosen_ || model_->ShownRowOf(*chosen_) < 0))
-        ChooseRow(model_->RowOf(model_->CodeAt(0)));
-    MarkChosen();
-    ShowCounts();
+    ChooseShown({});
 }
 
 void LevelListPane::SearchFirst()
 {
-    const std::string text{Trim(FromQt(search_->text()))};
-    const std::ptrdiff_t row = FindRow(model_->Rows(), text, 0, 1);
-    if (row >= 0) {
-        ChooseRow(row);
+    if (model_->rowCount() > 0) {
+        ChooseRow(0);
         MarkChosen();
         view_->setFocus();
-    } else if (!text.empty()) {
+    } else if (model_->Shown().IsSearched()) {
         TellNotFound();
     }
 }
 
 void LevelListPane::SearchOn(int step)
 {
-    const std::string text{Trim(FromQt(search_->text()))};
-    const std::ptrdiff_t from = chosen_ ? model_->RowOf(*chosen_) + step : 0;
-    const std::ptrdiff_t row = FindRow(model_->Rows(), text, from, step);
-    if (row >= 0) {
+    // Every level that is shown is a match.
+    const auto chosen = Chosen();
+    const int row = chosen ? model_->Shown().RowOf(*chosen) + step : 0;
+    if (row >= 0 && row < model_->rowCount()) {
         ChooseRow(row);
         MarkChosen();
-    } else if (!text.empty()) {
+    } else if (model_->Shown().IsSearched()) {
         TellNotFound();
     }
 }
@@ -266,25 +340,32 @@ QString LevelListPane::EmptyWords() const
     if (!session_.archive.Loaded())
         return Words(Msg::EmptyNoArchive, {lineBreak});
     if (model_->rowCount() == 0)
-        return Words(Msg::EmptyNoHit, {FromQt(search_->text().trimmed()), lineBreak});
+        return model_->Shown().IsSearched()
+                   ? Words(Msg::EmptyNoHit, {FromQt(search_->text().trimmed()), lineBreak})
+                   : Words(Msg::EmptyFiltered, {FromQt(bar_->FilterWords()), lineBreak});
     if (session_.archive.levels.size() == 1)
         return Words(Msg::EmptyNoLevels, {lineBreak});
     return {};
 }
 
+QString LevelListPane::CountWords() const
+{
+    const auto all = model_->Shown().Levels().size();
+    const auto shown = static_cast<std::size_t>(model_->rowCount());
+    const std::size_t several = view_->SelectedRows().size();
+    if (several > 1)
+        return Words(Msg::CountChosen, {std::to_string(several), std::to_string(shown)});
+    if (all != shown)
+        return Words(Msg::CountMatches, {std::to_string(shown), std::to_string(all)});
+    return all == 1 ? Words(Msg::CountOneLevel) : Words(Msg::CountLevels, {std::to_string(all)});
+}
+
 void LevelListPane::ShowCounts()
 {
-    const QString words = EmptyWords();
-    empty_->setText(words);
-    empty_->setVisible(!words.isEmpty());
-    const int all = static_cast<int>(model_->Rows().size());
-    for (QWidget* button : searchButtons_)
-        button->setEnabled(all > 0);
-    const int shown = model_->rowCount();
-    counts_->setText(all == shown
-                         ? all == 1 ? Words(Msg::CountOneLevel)
-                                    : Words(Msg::CountLevels, {std::to_string(all)})
-                         : Words(Msg::CountMatches, {std::to_string(shown), std::to_string(all)}));
+    const bool any = !model_->Shown().Levels().empty();
+    view_->ShowWords(EmptyWords());
+    find_->setEnabled(any);
+    foot_->ShowCounts(CountWords(), any);
 }
 
 } // namespace kestrova

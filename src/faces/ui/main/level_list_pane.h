@@ -1,66 +1,106 @@
 #pragma once
 
-#include "ui/main/level_model.h"
+#include "session/session.h"
+#include "ui/main/level_view.h"
 
 #include <QWidget>
 #include <functional>
 
-class QLabel;
-class QLineEdit;
-class QListView;
+class QSettings;
+class QToolButton;
 
 namespace kestrova
 {
 
-/// `Frame_Livelli`: the list of levels with its search. It knows which level is chosen.
+class LibraryBar;
+class LibraryFoot;
+class LibrarySource;
+class SearchField;
+
+/// `Frame_Livelli`: the list of levels with its search, its order and its filter. It knows which
+/// level is chosen.
 class LevelListPane : public QWidget
 {
 public:
     explicit LevelListPane(Session& session, QWidget* parent = nullptr);
 
-    /// The person has chosen another level, which may be one of many on the way.
-    std::function<void(LevelCode)> passed = [](LevelCode) {};
+    /// Another level is chosen, which may be one of many on the way; no value when none is left.
+    std::function<void(std::optional<LevelCode>)> passed = [](std::optional<LevelCode>) {};
     /// The chosen level is wanted: Return, or a double click.
     std::function<void()> activated = [] {};
-    /// A right click on the chosen level, at that place of the screen.
+    /// A right click on a chosen level, at that place of the screen.
     std::function<void(QPoint)> menuWanted = [](QPoint) {};
+    /// The chosen levels are to be deleted: the key for it, in the list.
+    std::function<void()> removalWanted = [] {};
 
-    /// Rows from the session; the chosen level stays, otherwise the first one is chosen.
+    /// Rows from the session; the chosen level stays, otherwise the first one is chosen. Whoever
+    /// asks shows the chosen level anew.
     void Refresh();
-    /// False for a level that the list does not have.
-    bool Choose(LevelCode code);
-    [[nodiscard]] std::optional<LevelCode> Chosen() const { return chosen_; }
+    /// While a command works on the levels: where the chosen one goes, the one that comes into its
+    /// place is chosen, not the first.
+    void KeepPlace(bool keep) { keepsPlace_ = keep; }
+    /// A level that the list does not have is none. One that is hidden is not chosen.
+    void Choose(LevelCode code);
+    /// Chooses a level, and shows all of them where it would be hidden.
+    void Reveal(LevelCode code);
+    /// No value while the list shows no level.
+    [[nodiscard]] std::optional<LevelCode> Chosen() const;
+    /// All that are chosen, in the order of the list.
+    [[nodiscard]] std::vector<LevelCode> ChosenAll() const;
 
     void FocusList();
     void FocusSearch();
-    /// The match before (-1) or behind (1) the chosen level; without a search text the next row.
+    /// The level before (-1) or behind (1) the chosen one, of those that are shown.
     void SearchOn(int step);
+    void SetLook(LibraryLook look);
+    /// Says that a level may be dropped here, and lights up.
+    void ShowDropArea(bool shown) { view_->ShowDropArea(shown); }
+
+    void RememberLook(QSettings& places) const;
+    void RestoreLook(const QSettings& places);
 
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
     void MakeSearch();
     void MakeView();
+    void MakeBar();
+    void MakeFoot();
     QLayout* MakeTop();
-    QLayout* MakeBottom();
     void SearchTyped(const QString& text);
     void SearchFirst();
     void TellNotFound();
     void RowChosen(const QModelIndex& index);
-    void ChooseRow(std::ptrdiff_t row);
+    void ChooseRow(int row);
+    void TellChosen();
+    /// Where the chosen level stands among those that are shown.
+    struct Place {
+        std::vector<LevelCode> codes;
+        std::ptrdiff_t row = 0;
+    };
+    [[nodiscard]] Place PlaceNow() const;
+    /// The first level from that place on that is still shown, otherwise the last one before it.
+    [[nodiscard]] LevelCode NearestTo(const Place& place) const;
+    /// Rows have changed: a level that is shown is chosen, and marked.
+    void ChooseShown(const Place& before);
     void MarkChosen();
     void ShowCounts();
     void WantMenu(QPoint place);
     [[nodiscard]] QString EmptyWords() const;
+    [[nodiscard]] QString CountWords() const;
 
     Session& session_;
     LevelModel* model_;
-    QLineEdit* search_;
-    QListView* view_;
-    QLabel* empty_ = nullptr;
-    QLabel* counts_;
-    std::vector<QWidget*> searchButtons_; ///< without levels they do nothing
-    std::optional<LevelCode> chosen_;
+    LevelView* view_;
+    SearchField* search_;
+    LibraryBar* bar_;
+    LibrarySource* source_;
+    LibraryFoot* foot_;
+    QToolButton* find_;
+    std::optional<LevelCode> chosen_; ///< it may be hidden while no level is shown
+    std::optional<LevelCode> told_;   ///< what the others were told is chosen
+    Path shownArchive_;
+    bool keepsPlace_ = false;
 };
 
 } // namespace kestrova

@@ -1,121 +1,151 @@
 #include "ui/main/level_model.h"
 
-#include "core/text.h"
-#include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_main.h"
 
-#include <QAbstractItemView>
-#include <QHelpEvent>
-#include <QToolTip>
+#include <QDateTime>
+#include <QLocale>
 
 #include <algorithm>
-#include <numeric>
 
 namespace kestrova
 {
 
-void LevelModel::SetRows(std::vector<ListRow> rows, LevelCode current)
+namespace
+{
+
+struct ColumnWords {
+    Message head;
+    std::optional<LibraryOrder> order;
+};
+
+const ColumnWords& WordsOf(int column)
+{
+    static constexpr ColumnWords columns[] = {
+        {Msg::SortName, LibraryOrder::Name},
+        {Msg::SortAuthor, LibraryOrder::Author},
+        {Msg::SortLastPlayed, LibraryOrder::LastPlayed},
+        {Msg::SortTimePlayed, LibraryOrder::TimePlayed},
+        {Msg::ColumnSavegames, std::nullopt},
+        {Msg::SortSize, LibraryOrder::Size},
+        {Msg::SortAdded, LibraryOrder::Added},
+    };
+    static_assert(std::size(columns) == LevelModel::ColumnCount);
+    return columns[column];
+}
+
+QString DayText(const std::optional<std::int64_t>& seconds)
+{
+    return seconds ? QLocale{}.toString(QDateTime::fromSecsSinceEpoch(*seconds).date(),
+                                        QLocale::ShortFormat)
+                   : QString{};
+}
+
+QString DurationText(std::int64_t seconds)
+{
+    constexpr std::int64_t minute = 60;
+    constexpr std::int64_t hour = 60 * minute;
+    if (seconds <= 0)
+        return {};
+    const std::string minutes = std::to_string(std::max<std::int64_t>(seconds / minute % 60, 1));
+    return seconds < hour ? Words(Msg::PlayedMinutes, {minutes})
+                          : Words(Msg::PlayedHours, {std::to_string(seconds / hour),
+                                                     std::to_string(seconds / minute % 60)});
+}
+
+} // namespace
+
+std::optional<LibraryOrder> LevelModel::OrderOf(int column)
+{
+    return WordsOf(column).order;
+}
+
+void LevelModel::SetLevels(std::vector<LibraryLevel> levels)
 {
     beginResetModel();
-    rows_ = std::move(rows);
-    folded_.clear();
-    current_ = current;
-    Filter();
+    library_.SetLevels(std::move(levels));
     endResetModel();
 }
 
 void LevelModel::SetSearch(const std::string& text)
 {
-    const std::string folded = FoldCase(Trim(text));
-    if (folded == search_)
-        return;
     beginResetModel();
-    search_ = folded;
-    Filter();
+    library_.SetSearch(text);
     endResetModel();
 }
 
-void LevelModel::Filter()
+void LevelModel::SetOrder(LibraryOrder order)
 {
-    shown_.clear();
-    if (search_.empty()) {
-        shown_.resize(rows_.size());
-        std::iota(shown_.begin(), shown_.end(), 0);
-        return;
-    }
-    if (folded_.empty())
-        for (const ListRow& row : rows_)
-            folded_.push_back(FoldCase(row.text));
-    for (std::size_t i = 0; i < rows_.size(); ++i)
-        if (folded_[i].find(search_) != std::string::npos)
-            shown_.push_back(static_cast<int>(i));
+    beginResetModel();
+    library_.SetOrder(order);
+    endResetModel();
 }
 
-std::ptrdiff_t LevelModel::RowOf(LevelCode code) const
+void LevelModel::SetFilter(LibraryFilter filter, const std::string& tag)
 {
-    const auto found = std::find_if(rows_.begin(), rows_.end(),
-                                    [&](const ListRow& row) { return row.code == code; });
-    return found == rows_.end() ? -1 : found - rows_.begin();
+    beginResetModel();
+    library_.SetFilter(filter, tag);
+    endResetModel();
 }
 
-int LevelModel::ShownRowOf(LevelCode code) const
+void LevelModel::Renew(LevelCode code)
 {
-    const auto found = std::lower_bound(shown_.begin(), shown_.end(), RowOf(code));
-    return found == shown_.end() || CodeAt(static_cast<int>(found - shown_.begin())) != code
-               ? -1
-               : static_cast<int>(found - shown_.begin());
-}
-
-LevelCode LevelModel::CodeAt(int shownRow) const
-{
-    return rows_[static_cast<std::size_t>(shown_[static_cast<std::size_t>(shownRow)])].code;
+    if (const int row = library_.RowOf(code); row >= 0)
+        dataChanged(index(row, 0), index(row, ColumnCount - 1));
 }
 
 int LevelModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(shown_.size());
+    return parent.isValid() ? 0 : library_.Count();
+}
+
+int LevelModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QString LevelModel::TextOf(const LibraryLevel& level, int column) const
+{
+    switch (column) {
+    case NameColumn:
+        return ToQt(level.text);
+    case AuthorColumn:
+        return ToQt(level.author);
+    case LastPlayedColumn:
+        return DayText(level.own.lastPlayed);
+    case TimePlayedColumn:
+        return DurationText(level.own.secondsPlayed);
+    case SavegamesColumn:
+        return savegames(level.code);
+    case SizeColumn:
+        return ToQt(FormatSize(static_cast<double>(level.size)));
+    case AddedColumn:
+        return DayText(level.own.added);
+    default:
+        return {};
+    }
 }
 
 QVariant LevelModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount())
         return {};
-    const ListRow& row =
-        rows_[static_cast<std::size_t>(shown_[static_cast<std::size_t>(index.row())])];
+    const LibraryLevel& level = library_.At(index.row());
     switch (role) {
     case Qt::DisplayRole:
-        return ToQt(row.text);
+        return TextOf(level, index.column());
     case CurrentRole:
-        return row.code == current_;
+        return level.current;
     default:
         return {};
     }
 }
 
-void LevelDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
+QVariant LevelModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    QStyledItemDelegate::initStyleOption(option, index);
-    // Room for the mark beside every row, so that no name jumps when the mark moves.
-    option->features |= QStyleOptionViewItem::HasDecoration;
-    option->decorationSize = QSize(12, 12);
-    if (index.data(LevelModel::CurrentRole).toBool()) {
-        static const QIcon mark = DrawnIcon(Drawing::Here);
-        option->icon = mark;
-        option->font.setBold(true);
-    }
-}
-
-bool LevelDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
-                              const QStyleOptionViewItem& option, const QModelIndex& index)
-{
-    if (event->type() != QEvent::ToolTip)
-        return QStyledItemDelegate::helpEvent(event, view, option, index);
-    const bool cut = sizeHint(option, index).width() > view->viewport()->width();
-    if (cut)
-        QToolTip::showText(event->globalPos(), index.data().toString().toHtmlEscaped(), view);
-    else
-        QToolTip::hideText();
-    return true;
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    return Words(WordsOf(section).head);
 }
 
 } // namespace kestrova

@@ -1,57 +1,54 @@
 #pragma once
 
-#include "library/level_list.h"
+#include "library/library.h"
 
-#include <QAbstractListModel>
-#include <QStyledItemDelegate>
+#include <QAbstractTableModel>
 
 namespace kestrova
 {
 
-/// The rows of the list of levels; with a search text only those that hold it.
-class LevelModel : public QAbstractListModel
+/// The levels of the library as they are shown, a row each; what a list knows of one are columns.
+class LevelModel : public QAbstractTableModel
 {
 public:
-    using QAbstractListModel::QAbstractListModel;
+    using QAbstractTableModel::QAbstractTableModel;
 
     enum Role { CurrentRole = Qt::UserRole };
+    enum Column {
+        NameColumn,
+        AuthorColumn,
+        LastPlayedColumn,
+        TimePlayedColumn,
+        SavegamesColumn,
+        SizeColumn,
+        AddedColumn,
+        ColumnCount,
+    };
+    /// What a click on that column's head sorts by; none where that would need the disk.
+    static std::optional<LibraryOrder> OrderOf(int column);
 
-    /// `current`: the level that stands in the Level Editor's folder.
-    void SetRows(std::vector<ListRow> rows, LevelCode current);
+    void SetLevels(std::vector<LibraryLevel> levels);
     void SetSearch(const std::string& text);
+    void SetOrder(LibraryOrder order);
+    void SetFilter(LibraryFilter filter, const std::string& tag);
+    [[nodiscard]] const Library& Shown() const { return library_; }
 
-    [[nodiscard]] const std::vector<ListRow>& Rows() const { return rows_; }
-    /// Place of a level in all rows; -1 when it is not there.
-    [[nodiscard]] std::ptrdiff_t RowOf(LevelCode code) const;
-    /// Place of a level among the shown ones; -1 when it is hidden or not there.
-    [[nodiscard]] int ShownRowOf(LevelCode code) const;
-    [[nodiscard]] LevelCode CodeAt(int shownRow) const;
+    /// How many savegames a level has, as words; empty while that is not known. Asked for a row
+    /// that is painted.
+    std::function<QString(LevelCode)> savegames = [](LevelCode) { return QString{}; };
+    /// What is shown of the level has changed.
+    void Renew(LevelCode code);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                      int role) const override;
 
 private:
-    void Filter();
+    [[nodiscard]] QString TextOf(const LibraryLevel& level, int column) const;
 
-    std::vector<ListRow> rows_;
-    std::vector<std::string> folded_; ///< of the rows; filled by the first search
-    std::vector<int> shown_;
-    std::string search_; ///< folded
-    LevelCode current_ = -1;
-};
-
-/// Marks the level that stands in the Level Editor's folder, and tells the whole name of one that
-/// is too long for the list.
-class LevelDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
-                   const QModelIndex& index) override;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+    Library library_;
 };
 
 } // namespace kestrova

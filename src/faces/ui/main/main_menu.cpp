@@ -133,7 +133,6 @@ void FillLevelMenu(QMenu& menu, const Invoke& invoke)
                    row->window.control.empty() ? row->window.button : row->window.control, invoke);
     if (!rows.empty())
         menu.setDefaultAction(menu.actions().front());
-    GiveLetters(menu);
 }
 
 void ShowMenuNow(const QWidget& window, const Session& session)

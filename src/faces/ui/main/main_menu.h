@@ -20,7 +20,7 @@ void BuildMenu(QMenuBar& bar, const Invoke& invoke);
 /// Captions that tell what their command would do now, and whether it would do anything.
 void ShowMenuNow(const QWidget& window, const Session& session);
 
-/// The commands on one level, for a right click on it.
+/// The commands on one level, for a right click on it; `GiveLetters` gives the letters.
 void FillLevelMenu(QMenu& menu, const Invoke& invoke);
 
 /// The names of all commands of the menu bar, for those who go through them.

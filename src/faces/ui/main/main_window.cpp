@@ -7,8 +7,10 @@
 #include "session/operation.h"
 #include "ui/desktop/file_names.h"
 #include "ui/dialogs/shot_panes.h"
+#include "ui/main/dropped_levels.h"
 #include "ui/main/level_details.h"
 #include "ui/main/level_list_pane.h"
+#include "ui/main/level_menus.h"
 #include "ui/main/main_menu.h"
 #include "ui/main/main_tool_bar.h"
 #include "ui/main/note_line.h"
@@ -42,7 +44,9 @@ namespace
 {
 
 constexpr int showSoonMs = 40;
-constexpr QSize mainSize{1000, 640};
+constexpr QSize mainSize{1060, 680};
+/// Below that nothing in them can be reached.
+constexpr QSize smallestPane{150, 110};
 
 } // namespace
 
@@ -82,6 +86,9 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     splitter_->setStretchFactor(0, 2);
     splitter_->setStretchFactor(1, 3);
     splitter_->setChildrenCollapsible(false);
+    // Whatever stands in them, the window must fit a small screen.
+    for (QWidget* pane : {static_cast<QWidget*>(levels_), static_cast<QWidget*>(details_)})
+        pane->setMinimumSize(smallestPane);
     setCentralWidget(splitter_);
     BuildBar();
     showSoon_.setSingleShot(true);
@@ -126,11 +133,15 @@ void MainWindow::BuildBar()
 
 void MainWindow::ConnectList()
 {
-    levels_->passed = [this](LevelCode code) {
-        if (const std::ptrdiff_t index = FindLevel(session_.archive, code); index >= 0)
+    levels_->passed = [this](std::optional<LevelCode> code) {
+        const std::ptrdiff_t index = code ? FindLevel(session_.archive, *code) : -1;
+        if (index >= 0)
             details_->ShowRecord(session_.archive.levels[static_cast<std::size_t>(index)]);
+        else
+            details_->ShowNothing();
         showSoon_.start(showSoonMs);
     };
+    levels_->removalWanted = [this] { commands_.InvokeOnAll(*FindControl(removeCommand)); };
     levels_->activated = [this] { commands_.Invoke(*FindControl(playButton)); };
     levels_->menuWanted = [this](QPoint place) { ShowLevelMenu(place); };
 }
@@ -183,6 +194,8 @@ void MainWindow::BuildKeys()
     key(Qt::CTRL | Qt::Key_F, [this] { levels_->FocusSearch(); });
     key(Qt::Key_F3, [this] { levels_->SearchOn(1); });
     key(Qt::SHIFT | Qt::Key_F3, [this] { levels_->SearchOn(-1); });
+    key(Qt::CTRL | Qt::Key_1, [this] { levels_->SetLook(LibraryLook::Rows); });
+    key(Qt::CTRL | Qt::Key_2, [this] { levels_->SetLook(LibraryLook::Covers); });
 }
 
 void MainWindow::ShowLevelMenu(QPoint place)
@@ -191,7 +204,10 @@ void MainWindow::ShowLevelMenu(QPoint place)
         return;
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    FillLevelMenu(*menu, [this](const CommandRow& row) { commands_.Invoke(row); });
+    FillChosenMenu(
+        *menu, levels_->ChosenAll().size(),
+        [this](const CommandRow& row) { commands_.Invoke(row); },
+        [this](const CommandRow& row) { commands_.InvokeOnAll(row); });
     menu->popup(place);
 }
 
@@ -208,8 +224,8 @@ void MainWindow::RefreshList()
 void MainWindow::Choose(LevelCode code)
 {
     ShowMenu();
-    if (levels_->Choose(code))
-        ShowChosen();
+    levels_->Choose(code);
+    ShowChosen();
 }
 
 std::optional<LevelCode> MainWindow::Chosen() const
@@ -308,15 +324,23 @@ bool MainWindow::EndNow()
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (session_.runningOperations == 0 && !DraggedPaths(*event->mimeData()).empty())
-        event->acceptProposedAction();
+    if (session_.runningOperations > 0 || LevelsAmong(DraggedPaths(*event->mimeData())).empty())
+        return;
+    event->acceptProposedAction();
+    levels_->ShowDropArea(true);
+}
+
+void MainWindow::dragLeaveEvent(QDragLeaveEvent*)
+{
+    levels_->ShowDropArea(false);
 }
 
 void MainWindow::dropEvent(QDropEvent* event)
 {
+    levels_->ShowDropArea(false);
     event->acceptProposedAction();
     // Whoever dragged it must not wait for the dialog.
-    QTimer::singleShot(0, this, [this, paths = DraggedPaths(*event->mimeData())] {
+    QTimer::singleShot(0, this, [this, paths = LevelsAmong(DraggedPaths(*event->mimeData()))] {
         commands_.AddLevelFrom(paths);
     });
 }
@@ -327,6 +351,7 @@ void MainWindow::RememberPlace() const
                      QSettings::IniFormat);
     places.setValue(QStringLiteral("Principale/geometry"), saveGeometry());
     places.setValue(QStringLiteral("Principale/splitter"), splitter_->saveState());
+    levels_->RememberLook(places);
 }
 
 void MainWindow::RestorePlace()
@@ -339,7 +364,8 @@ void MainWindow::RestorePlace()
     if (!isMaximized() && !isFullScreen())
         ResizeToFit(*this, size());
     if (!splitter_->restoreState(places.value(QStringLiteral("Principale/splitter")).toByteArray()))
-        splitter_->setSizes({380, 620});
+        splitter_->setSizes({430, 570});
+    levels_->RestoreLook(places);
 }
 
 } // namespace kestrova

@@ -46,6 +46,7 @@ public:
     void RefreshList();
     void Choose(LevelCode code);
     [[nodiscard]] std::optional<LevelCode> Chosen() const;
+    [[nodiscard]] LevelListPane& Levels() const { return *levels_; }
     void ShowActivity(const QString& text);
     /// Everything beside the list, for the chosen level, at once.
     void ShowChosen();
@@ -77,6 +78,7 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void changeEvent(QEvent* event) override;
 

@@ -3,6 +3,7 @@
 #include "app/command_table.h"
 #include "app/init_program.h"
 #include "app/run_command.h"
+#include "app/run_on_several.h"
 #include "app/start_up.h"
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
@@ -35,6 +36,7 @@
 #include "ui/dialogs/help_desk.h"
 #include "ui/dialogs/shot_panes.h"
 #include "ui/main/level_details.h"
+#include "ui/main/level_list_pane.h"
 #include "ui/main/main_window.h"
 #include "ui/main/note_line.h"
 #include "ui/main/play_watch.h"
@@ -100,7 +102,9 @@ void WindowCommands::Invoke(const CommandRow& row)
     if (session_.runningOperations > 0)
         return;
     window_.Notes().Begin();
+    window_.Levels().KeepPlace(true);
     RunOrShow(row);
+    window_.Levels().KeepPlace(false);
     window_.Notes().End();
     window_.ShowMenu();
 }
@@ -127,6 +131,21 @@ void WindowCommands::RunOrShow(const CommandRow& row)
         window_.Play().PlayEnds();
     if (shotsTaken_)
         window_.Shots().ShowPair();
+}
+
+void WindowCommands::InvokeOnAll(const CommandRow& row)
+{
+    const std::vector<LevelCode> levels = window_.Levels().ChosenAll();
+    if (row.several.question == Message{} || levels.size() < 2)
+        return Invoke(row);
+    if (session_.runningOperations > 0)
+        return;
+    window_.Notes().Begin();
+    window_.Levels().KeepPlace(true);
+    RunOnSeveral(row, session_, *this, levels);
+    window_.Levels().KeepPlace(false);
+    window_.Notes().End();
+    window_.ShowMenu();
 }
 
 void WindowCommands::Note(const std::string& text)
@@ -193,6 +212,8 @@ std::optional<LevelCode> WindowCommands::AddAlone(const std::vector<Path>& sourc
             session_, dialog.Progress(), [&](Intake& level) { return dialog.Show(level, sources); },
             code))
         return {};
+    window_.Levels().Reveal(code);
+    window_.ShowChosen();
     Note(GetMsg(Msg::LevelAdded, {LevelNameOf(session_.archive, code)}));
     return code;
 }

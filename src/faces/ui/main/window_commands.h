@@ -16,6 +16,7 @@ inline constexpr std::string_view exitCommand = "Mnu_Exit";
 inline constexpr std::string_view playButton = "Pul_Play";
 inline constexpr std::string_view undoCommand = "mnu_Undo";
 inline constexpr std::string_view savegamesButton = "Pul_SaveGames";
+inline constexpr std::string_view removeCommand = "mnu_RemoveLevel";
 
 /// What a chosen command does in the windows: some have a window of their own, all others are run
 /// as their row says, on the chosen level.
@@ -27,6 +28,10 @@ public:
     void Invoke(const CommandRow& row);
     /// The same by its button: without the sibling tool the level's own page of savegames opens.
     void Press(const CommandRow& row);
+
+    /// On all levels that are chosen in the list; on the chosen one when that is the only one, or
+    /// when the command is of one level alone.
+    void InvokeOnAll(const CommandRow& row);
 
     /// The dialog of a new level; files, packages and folders given here come in at once. Of what
     /// may be several levels the person says whether it is.

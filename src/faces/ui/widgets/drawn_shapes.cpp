@@ -67,6 +67,10 @@ constexpr Strokes drawings[] = {
      "M 2 4 L 8 4 M 12 4 L 14 4 O 10 4 1.7 M 2 12 L 4 12 M 8 12 L 14 12 O 6 12 1.7"},
     {Drawing::Question, false,
      "O 8 8 6.3 M 6 6.5 C 6 3.8 10 3.8 10 6.5 C 10 8 8 8 8 9.6 M 8 11.7 L 8 11.8"},
+    {Drawing::Rows, false, "M 2.5 3.5 L 13.5 3.5 M 2.5 8 L 13.5 8 M 2.5 12.5 L 13.5 12.5"},
+    {Drawing::Covers, false,
+     "M 2.5 2.5 L 6.5 2.5 L 6.5 6.5 L 2.5 6.5 = M 9.5 2.5 L 13.5 2.5 L 13.5 6.5 L 9.5 6.5 = "
+     "M 2.5 9.5 L 6.5 9.5 L 6.5 13.5 L 2.5 13.5 = M 9.5 9.5 L 13.5 9.5 L 13.5 13.5 L 9.5 13.5 ="},
 };
 
 QPainterPath PathOf(const char* strokes)

@@ -32,6 +32,8 @@ enum class Drawing {
     Parcel,
     Sliders,
     Question,
+    Rows,
+    Covers,
 };
 
 /// Drawn in the palette's own colours at whatever size is asked for, so that it fits light and

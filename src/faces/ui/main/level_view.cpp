@@ -1,0 +1,226 @@
+#include "ui/main/level_view.h"
+
+#include "ui/main/level_delegate.h"
+#include "ui/widgets/qt_text.h"
+#include "words/ui_main.h"
+
+#include <QEvent>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace kestrova
+{
+
+namespace
+{
+
+/// Widths in letters. The name has what is left, and never less than its own.
+constexpr int columnLetters[] = {24, 18, 13, 13, 11, 11, 13};
+static_assert(std::size(columnLetters) == LevelModel::ColumnCount);
+
+} // namespace
+
+LevelView::LevelView(LevelModel& model, QWidget* parent)
+    : QListView(parent), delegate_(new LevelDelegate(*this)),
+      header_(new QHeaderView(Qt::Horizontal, this)), empty_(new QLabel(viewport())),
+      dropArea_(new QLabel(this))
+{
+    setObjectName(QStringLiteral("Combo_Livelli"));
+    setUniformItemSizes(true);
+    setTextElideMode(Qt::ElideRight);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setResizeMode(QListView::Adjust);
+    setItemDelegate(delegate_);
+    setModel(&model);
+    header_->setModel(&model);
+    header_->setSectionResizeMode(QHeaderView::Fixed);
+    header_->setSectionsClickable(true);
+    header_->setHighlightSections(false);
+    header_->setMinimumSectionSize(1);
+    header_->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header_->setFocusPolicy(Qt::NoFocus); // the sort box does the same for the keyboard
+    connect(header_, &QHeaderView::sectionClicked, this, [this](int column) {
+        if (const auto order = LevelModel::OrderOf(column))
+            orderWanted(*order);
+    });
+    MakeLabels();
+    Arrange();
+}
+
+void LevelView::MakeLabels()
+{
+    // In the list's own room, so that it does not change its size.
+    (new QVBoxLayout(viewport()))->addWidget(empty_);
+    empty_->setObjectName(QStringLiteral("Label_Empty"));
+    empty_->setForegroundRole(QPalette::PlaceholderText);
+    dropArea_->setObjectName(QStringLiteral("Label_Drop"));
+    dropArea_->setText(Words(Msg::DropLevelHere));
+    dropArea_->setAutoFillBackground(true);
+    dropArea_->setBackgroundRole(QPalette::Highlight);
+    dropArea_->setForegroundRole(QPalette::HighlightedText);
+    dropArea_->hide();
+    constexpr int margin = 12;
+    for (QLabel* label : {empty_, dropArea_}) {
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+        label->setAlignment(Qt::AlignCenter);
+        label->setMargin(margin);
+        label->setMinimumSize(1, 1); // a long search text makes no window larger
+    }
+}
+
+void LevelView::ShowWords(const QString& words)
+{
+    empty_->setText(words);
+    empty_->setVisible(!words.isEmpty());
+}
+
+void LevelView::ShowDropArea(bool shown)
+{
+    dropArea_->setGeometry(rect());
+    dropArea_->raise();
+    dropArea_->setVisible(shown);
+}
+
+void LevelView::SetLook(LibraryLook look)
+{
+    look_ = look;
+    Arrange();
+}
+
+void LevelView::SetCoverWidth(int width)
+{
+    coverWidth_ = std::clamp(width, smallestCover, largestCover);
+    Arrange();
+}
+
+void LevelView::ShowOrder(LibraryOrder order)
+{
+    header_->setSortIndicatorShown(false);
+    for (int column = 0; column < LevelModel::ColumnCount; ++column)
+        if (LevelModel::OrderOf(column) == order) {
+            header_->setSortIndicatorShown(true);
+            const bool upwards = order == LibraryOrder::Name || order == LibraryOrder::Author;
+            header_->setSortIndicator(column, upwards ? Qt::AscendingOrder : Qt::DescendingOrder);
+        }
+}
+
+void LevelView::SelectToo(const std::vector<LevelCode>& codes)
+{
+    const auto& levels = *static_cast<const LevelModel*>(model());
+    std::vector<int> rows;
+    for (const LevelCode code : codes)
+        if (const int row = levels.Shown().RowOf(code); row >= 0)
+            rows.push_back(row);
+    std::sort(rows.begin(), rows.end());
+    QItemSelection selection;
+    for (std::size_t begin = 0, end = 0; begin < rows.size(); begin = end) {
+        while (end < rows.size() && rows[end] == rows[begin] + static_cast<int>(end - begin))
+            ++end;
+        selection.select(levels.index(rows[begin], 0), levels.index(rows[end - 1], 0));
+    }
+    selectionModel()->select(selection, QItemSelectionModel::Select);
+}
+
+std::vector<int> LevelView::SelectedRows() const
+{
+    std::vector<int> rows;
+    for (const QModelIndex& index : selectedIndexes())
+        rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+int LevelView::RowHeight() const
+{
+    constexpr int gaps = 8;
+    return 2 * fontMetrics().lineSpacing() + gaps;
+}
+
+QRect LevelView::ColumnRect(int column, const QRect& row) const
+{
+    if (header_->isSectionHidden(column))
+        return {};
+    return {row.left() + header_->sectionPosition(column), row.top(), header_->sectionSize(column),
+            row.height()};
+}
+
+void LevelView::Arrange()
+{
+    const bool covers = look_ == LibraryLook::Covers;
+    header_->setVisible(!covers);
+    setWrapping(covers);
+    setFlow(covers ? QListView::LeftToRight : QListView::TopToBottom);
+    if (covers) {
+        constexpr int gap = 12;
+        const int width = viewport()->width() - 1;
+        const int columns = std::max(1, width / (coverWidth_ + gap));
+        const int height = coverWidth_ * 3 / 4 + 3 * fontMetrics().lineSpacing() + 2 * gap;
+        setGridSize({std::max(width / columns, smallestCover), height});
+    } else {
+        setGridSize({});
+        ArrangeColumns();
+    }
+    verticalScrollBar()->setSingleStep(RowHeight());
+    scheduleDelayedItemsLayout();
+    updateGeometries();
+}
+
+void LevelView::ArrangeColumns()
+{
+    const int letter = fontMetrics().averageCharWidth() + 1;
+    int room = viewport()->width() - columnLetters[LevelModel::NameColumn] * letter;
+    bool more = true;
+    for (int column = LevelModel::AuthorColumn; column < LevelModel::ColumnCount; ++column) {
+        const int width = columnLetters[column] * letter;
+        more = more && room >= width;
+        header_->setSectionHidden(column, !more);
+        if (more) {
+            header_->resizeSection(column, width);
+            room -= width;
+        }
+    }
+    header_->resizeSection(LevelModel::NameColumn,
+                           std::max(room, 0) + columnLetters[LevelModel::NameColumn] * letter);
+}
+
+void LevelView::updateGeometries()
+{
+    const int height = look_ == LibraryLook::Rows ? header_->sizeHint().height() : 0;
+    if (viewportMargins().top() != height)
+        setViewportMargins(0, height, 0, 0);
+    const QRect place = viewport()->geometry();
+    header_->setGeometry(place.left(), place.top() - height, place.width(), height);
+    QListView::updateGeometries();
+}
+
+void LevelView::resizeEvent(QResizeEvent* event)
+{
+    QListView::resizeEvent(event);
+    Arrange();
+}
+
+void LevelView::changeEvent(QEvent* event)
+{
+    QListView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        Arrange();
+}
+
+void LevelView::mousePressEvent(QMouseEvent* event)
+{
+    // What is chosen stays chosen when no level is clicked.
+    if (indexAt(event->position().toPoint()).isValid())
+        QListView::mousePressEvent(event);
+}
+
+} // namespace kestrova

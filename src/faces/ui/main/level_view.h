@@ -1,0 +1,74 @@
+#pragma once
+
+#include "ui/main/level_model.h"
+
+#include <QListView>
+
+class QHeaderView;
+class QLabel;
+
+namespace kestrova
+{
+
+class LevelDelegate;
+
+enum class LibraryLook { Rows, Covers };
+
+/// The smallest and the largest width of a cover.
+inline constexpr int smallestCover = 90;
+inline constexpr int largestCover = 360;
+inline constexpr int usualCover = 170;
+
+/// The list of levels: as rows with as many columns as there is room for, or as covers.
+class LevelView : public QListView
+{
+public:
+    LevelView(LevelModel& model, QWidget* parent);
+
+    void SetLook(LibraryLook look);
+    [[nodiscard]] LibraryLook Look() const { return look_; }
+    void SetCoverWidth(int width);
+    [[nodiscard]] int CoverWidth() const { return coverWidth_; }
+    /// Every row has its place now, so that it can be scrolled to.
+    void ExecuteDelayedLayout() { executeDelayedItemsLayout(); }
+    /// In place of levels; empty takes them away.
+    void ShowWords(const QString& words);
+    /// Says that a level may be dropped here, and lights up.
+    void ShowDropArea(bool shown);
+    /// These are selected beside the one that is.
+    void SelectToo(const std::vector<LevelCode>& codes);
+    /// From the first to the last.
+    [[nodiscard]] std::vector<int> SelectedRows() const;
+    /// Shows by which column the rows are sorted.
+    void ShowOrder(LibraryOrder order);
+    [[nodiscard]] LevelDelegate& Delegate() const { return *delegate_; }
+
+    /// The head of a column was clicked.
+    std::function<void(LibraryOrder)> orderWanted = [](LibraryOrder) {};
+
+    [[nodiscard]] int RowHeight() const;
+    /// Where a column stands in a row that begins there; empty for one that has no room.
+    [[nodiscard]] QRect ColumnRect(int column, const QRect& row) const;
+    /// Of one cover with its words.
+    [[nodiscard]] QSize CoverCell() const { return gridSize(); }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void updateGeometries() override;
+
+private:
+    void MakeLabels();
+    void Arrange();
+    void ArrangeColumns();
+
+    LevelDelegate* delegate_;
+    QHeaderView* header_;
+    QLabel* empty_;
+    QLabel* dropArea_;
+    LibraryLook look_ = LibraryLook::Rows;
+    int coverWidth_ = usualCover;
+};
+
+} // namespace kestrova

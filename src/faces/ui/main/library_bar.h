@@ -1,0 +1,44 @@
+#pragma once
+
+#include "ui/main/level_view.h"
+
+#include <QWidget>
+
+class QComboBox;
+class QToolButton;
+
+namespace kestrova
+{
+
+/// Above the list: what it is sorted by, which levels it shows, and how.
+class LibraryBar : public QWidget
+{
+public:
+    explicit LibraryBar(QWidget* parent);
+
+    std::function<void(LibraryOrder)> ordered = [](LibraryOrder) {};
+    std::function<void(LibraryFilter, const std::string& tag)> filtered = [](LibraryFilter,
+                                                                             const std::string&) {};
+    std::function<void(LibraryLook)> looked = [](LibraryLook) {};
+
+    /// Shows that choice without telling of it. A tag that no level has is offered all the same
+    /// while it is the filter.
+    void Show(const Library& library);
+    void Show(LibraryLook look);
+    /// The words of the filter that is chosen.
+    [[nodiscard]] QString FilterWords() const;
+    /// What the keyboard goes through, in that order.
+    [[nodiscard]] std::vector<QWidget*> Controls() const;
+
+private:
+    QToolButton* MakeLook(const char* name, LibraryLook look, QLayout& row);
+    void FillFilters(const Library& library);
+
+    QComboBox* order_;
+    QComboBox* filter_;
+    QToolButton* rows_ = nullptr;
+    QToolButton* covers_ = nullptr;
+    std::vector<std::string> tags_;
+};
+
+} // namespace kestrova

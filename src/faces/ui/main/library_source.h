@@ -1,0 +1,39 @@
+#pragma once
+
+#include "session/session.h"
+#include "ui/main/level_model.h"
+
+#include <QObject>
+
+#include <QTimer>
+
+#include <deque>
+#include <map>
+#include <set>
+
+namespace kestrova
+{
+
+/// Where the list gets what it shows: levels from the archive, and for the rows that are seen how
+/// many savegames they have. Nothing that is painted waits.
+class LibrarySource : public QObject
+{
+public:
+    LibrarySource(Session& session, LevelModel& model);
+
+    /// As things stand now; what is seen is looked at anew.
+    std::vector<LibraryLevel> Levels();
+
+private:
+    QString SavegamesOf(LevelCode code);
+    void CountNext();
+
+    Session& session_;
+    LevelModel& model_;
+    std::map<LevelCode, QString> savegames_; ///< as they were counted last
+    std::set<LevelCode> counted_;            ///< since the last refresh, or about to be
+    std::deque<LevelCode> waiting_;
+    QTimer countSoon_;
+};
+
+} // namespace kestrova

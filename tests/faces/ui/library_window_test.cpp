@@ -1,0 +1,174 @@
+// The library in the main window: rows and covers, sorted, filtered, and where one stays in it.
+#include "ui/main/level_view.h"
+#include "window_world.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListView>
+#include <QScrollBar>
+#include <QSlider>
+#include <QToolButton>
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+std::vector<std::string> NamesIn(WindowWorld& world)
+{
+    const QAbstractItemModel& model = *world.Find<QListView>("Combo_Livelli")->model();
+    std::vector<std::string> names;
+    for (int row = 0; row < model.rowCount(); ++row)
+        names.push_back(FromQt(model.index(row, 0).data().toString()));
+    return names;
+}
+
+void Pick(WindowWorld& world, const char* box, const char* words)
+{
+    auto* combo = world.Find<QComboBox>(box);
+    const int index = combo->findText(QString::fromUtf8(words));
+    ASSERT_GE(index, 0) << words;
+    combo->setCurrentIndex(index);
+}
+
+/// Levels "Level 01" to "Level NN", the first one the largest.
+void AddLevels(WindowWorld& world, int count)
+{
+    for (int i = 1; i <= count; ++i) {
+        world.AddLevel("Level " + ZeroPadded(i, 2), "note of " + std::to_string(i));
+        LevelRecord& record = world.box.session.archive.levels.back();
+        record.filesSize = (count - i) * 1000;
+        record.cdNumber = i == 3 ? 7 : 0;
+        record.authorName = i == 2 ? "Zoe" : "";
+    }
+    world.session.archive.levels = world.box.session.archive.levels;
+}
+
+void Remove(WindowWorld& world)
+{
+    world.box.host.AnswerAll(true);
+    QTest::keyClick(world.Find("Combo_Livelli"), Qt::Key_Delete);
+}
+
+} // namespace
+
+TEST(LibraryWindow, IsSortedFilteredAndSearchedByMoreThanNames)
+{
+    WindowWorld world;
+    AddLevels(world, 3);
+    world.Show();
+    world.list.Select(2);
+    Pick(world, "Combo_Sort", "Size");
+    EXPECT_EQ(NamesIn(world),
+              (std::vector<std::string>{"Level 01", "Level 02", "- TRLE: Original configuration -",
+                                        "Level 03"}));
+    EXPECT_EQ(world.list.Selected(), 2) << "who is chosen stays chosen";
+    world.Click("Pul_Prima");
+    EXPECT_EQ(world.list.Selected(), 1) << "the buttons follow what is shown";
+
+    Pick(world, "Combo_Filter", "On disc");
+    EXPECT_EQ(NamesIn(world), std::vector<std::string>{"Level 03"});
+    EXPECT_EQ(world.list.Selected(), 3);
+    EXPECT_EQ(world.TextOfLabel("Label_LevelName"), "Level 03");
+    Pick(world, "Combo_Filter", "Finished");
+    EXPECT_FALSE(world.list.Selected());
+    EXPECT_NE(world.TextOfLabel("Label_Empty").find("Finished"), std::string::npos);
+    EXPECT_FALSE(world.Find("Pul_Play")->isEnabled());
+    Pick(world, "Combo_Filter", "All levels");
+    EXPECT_EQ(world.list.Selected(), 3) << "what was hidden is chosen again";
+
+    auto* search = world.Find<QLineEdit>("Text_Search");
+    search->setText(QStringLiteral("ZOE"));
+    EXPECT_EQ(NamesIn(world), std::vector<std::string>{"Level 02"});
+    search->setText(QStringLiteral("note of 3"));
+    EXPECT_EQ(NamesIn(world), std::vector<std::string>{"Level 03"});
+}
+
+TEST(LibraryWindow, ShowsRowsAndCoversAndRemembersWhich)
+{
+    WindowWorld world;
+    AddLevels(world, 12);
+    world.Show();
+    auto* view = dynamic_cast<LevelView*>(world.Find<QListView>("Combo_Livelli"));
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(view->Look(), LibraryLook::Rows);
+    EXPECT_FALSE(world.Find("Slider_Covers")->isVisible());
+    world.list.Select(5);
+    world.Click("Pul_Covers");
+    EXPECT_EQ(view->Look(), LibraryLook::Covers);
+    EXPECT_TRUE(world.Find("Slider_Covers")->isVisible());
+    EXPECT_EQ(world.list.Selected(), 5);
+    EXPECT_TRUE(view->viewport()->rect().intersects(view->visualRect(view->currentIndex())));
+    const QRect first = view->visualRect(view->model()->index(0, 0));
+    const QRect second = view->visualRect(view->model()->index(1, 0));
+    EXPECT_EQ(first.top(), second.top());
+    EXPECT_LT(first.left(), second.left());
+    world.list.Select(originalCode);
+    QTest::keyClick(view, Qt::Key_Right);
+    EXPECT_EQ(world.list.Selected(), 1);
+    world.Find<QSlider>("Slider_Covers")->setValue(240);
+    EXPECT_EQ(view->CoverWidth(), 240);
+    Pick(world, "Combo_Sort", "Added");
+    EXPECT_TRUE(world.window.close());
+
+    MainWindow again{world.session, world.list};
+    again.show();
+    again.RefreshList();
+    auto* remembered = dynamic_cast<LevelView*>(In<QListView>(again, "Combo_Livelli"));
+    EXPECT_EQ(remembered->Look(), LibraryLook::Covers);
+    EXPECT_EQ(remembered->CoverWidth(), 240);
+    EXPECT_EQ(In<QComboBox>(again, "Combo_Sort")->currentText(), "Added");
+    EXPECT_TRUE(In<QToolButton>(again, "Pul_Covers")->isChecked());
+}
+
+TEST(LibraryWindow, APlaceInTheListStaysAfterADeletion)
+{
+    WindowWorld world;
+    AddLevels(world, 60);
+    world.Show();
+    auto* view = world.Find<QListView>("Combo_Livelli");
+    world.list.Select(40);
+    const int scrolled = view->verticalScrollBar()->value();
+    ASSERT_GT(scrolled, 0);
+    Remove(world);
+    EXPECT_EQ(world.session.archive.levels.size(), 60U) << world.box.host.AllTold();
+    EXPECT_EQ(world.list.Selected(), 41) << "the one that came into its place";
+    EXPECT_NEAR(view->verticalScrollBar()->value(), scrolled, view->sizeHintForRow(0) + 1);
+    world.list.Select(60);
+    Remove(world);
+    EXPECT_EQ(world.list.Selected(), 59) << "the last one leaves it to the one before";
+    const int last = view->verticalScrollBar()->value();
+    world.list.Refresh();
+    EXPECT_EQ(view->verticalScrollBar()->value(), last);
+}
+
+TEST(LibraryWindow, AClickBesideTheLevelsLeavesTheChosenOne)
+{
+    WindowWorld world;
+    AddLevels(world, 1);
+    world.Show();
+    world.list.Select(1);
+    auto* view = world.Find<QListView>("Combo_Livelli");
+    const QPoint below = view->viewport()->rect().bottomRight() - QPoint(10, 10);
+    ASSERT_FALSE(view->indexAt(below).isValid());
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, below);
+    EXPECT_TRUE(view->selectionModel()->isSelected(view->model()->index(1, 0)));
+    EXPECT_EQ(world.list.Selected(), 1);
+}
+
+TEST(LibraryWindow, FitsASmallScreenWhateverStandsInIt)
+{
+    WindowWorld world;
+    world.AddLevel(std::string(255, 'W'), std::string(255, 'm'));
+    world.Show();
+    world.list.Select(1);
+    world.Find<QLineEdit>("Text_Search")->setText(QString(200, QLatin1Char('x')));
+    world.Find<QLineEdit>("Text_Search")->clear();
+    // 800 by 600 at twice the size, without what a window manager puts around it.
+    EXPECT_LE(world.window.minimumSizeHint().width(), 384);
+    EXPECT_LE(world.window.minimumSizeHint().height(), 252);
+}
+
+} // namespace kestrova::testing
