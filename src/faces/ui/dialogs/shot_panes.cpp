@@ -67,6 +67,10 @@ ShotPanes::ShotPanes(QWidget* parent)
         shots_.ShowPair(index - index % 2); // pairs begin at even places
         ShowPair();
     };
+    strip_->menuWanted = [this](std::ptrdiff_t index, QPoint place) {
+        shots_.SetTarget(index);
+        menuWanted(place);
+    };
     TakeDrops();
     Clear();
 }

@@ -85,6 +85,11 @@ ShotStrip::ShotStrip(QWidget* parent)
             [this](const QModelIndex& index) { picked(index.row()); });
     connect(this, &QListView::activated, this,
             [this](const QModelIndex& index) { picked(index.row()); });
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(this, &QListView::customContextMenuRequested, this, [this](QPoint place) {
+        if (const QModelIndex index = indexAt(place); index.isValid())
+            menuWanted(index.row(), viewport()->mapToGlobal(place));
+    });
     hide();
 }
 

@@ -19,6 +19,8 @@ public:
     void ShowList(const ShotList& shots);
     /// A person chose the picture at that place of the list.
     std::function<void(std::ptrdiff_t)> picked = [](std::ptrdiff_t) {};
+    /// The commands are wanted for it, at that place of the screen.
+    std::function<void(std::ptrdiff_t, QPoint)> menuWanted = [](std::ptrdiff_t, QPoint) {};
 
 private:
     class Model;
