@@ -2,6 +2,7 @@
 
 #include "platform/clock.h"
 #include "platform/places.h"
+#include "words/machine.h"
 
 namespace kestrova
 {
@@ -75,7 +76,10 @@ Status DesktopMachine::MoveDoor(const Path& device, platform::DoorMove move)
 
 Status DesktopMachine::Open(const std::string& fileOrAddress, const Path& folder)
 {
-    if (const auto failure = platform::OpenWithDesktop(fileOrAddress, folder))
+    const auto failure = platform::OpenWithDesktop(fileOrAddress, folder);
+    if (failure == std::errc::not_supported)
+        return Failure{ErrorCode::CannotOpen, fileOrAddress, GetMsg(Msg::DesktopOpensNone)};
+    if (failure)
         return MakeFailure(ErrorCode::CannotOpen, fileOrAddress, failure);
     return {};
 }

@@ -6,7 +6,10 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <future>
 #include <mntent.h>
+#include <sys/wait.h>
+#include <thread>
 
 #ifndef KESTROVA_SHARE_FOLDER
 #define KESTROVA_SHARE_FOLDER "/usr/share/kestrova"
@@ -16,6 +19,14 @@ namespace kestrova::platform
 {
 
 namespace fs = std::filesystem;
+
+namespace
+{
+
+/// A desktop that has nothing to open a file with says so at once.
+constexpr std::chrono::milliseconds refusalTime{1500};
+
+} // namespace
 
 fs::path ExecutableFolder()
 {
@@ -169,7 +180,20 @@ Desktop SessionDesktop()
 
 std::error_code OpenWithDesktop(const std::string& fileOrAddress, const fs::path& folder)
 {
-    return StartAndForget({{"xdg-open", fileOrAddress}, folder, {}});
+    std::int64_t pid = 0;
+    if (const auto failure = StartDetached({{"xdg-open", fileOrAddress}, folder, {}}, pid))
+        return failure;
+    // What opens may be the viewer itself, and then it goes on for as long as the person likes.
+    const auto end = std::make_shared<std::promise<int>>();
+    std::future<int> code = end->get_future();
+    std::thread{[pid, end] {
+        int state = 0;
+        const bool ended = ::waitpid(static_cast<pid_t>(pid), &state, 0) == pid;
+        end->set_value(ended && WIFEXITED(state) ? WEXITSTATUS(state) : 0);
+    }}.detach();
+    if (code.wait_for(refusalTime) == std::future_status::ready && code.get() != 0)
+        return std::make_error_code(std::errc::not_supported);
+    return {};
 }
 
 } // namespace kestrova::platform

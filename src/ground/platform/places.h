@@ -44,7 +44,8 @@ std::string KindMountedOn(const std::filesystem::path& folder,
 enum class Desktop { None, X, Wayland, WaylandWithX };
 Desktop SessionDesktop();
 
-/// Hands a file or an address to the desktop (`xdg-open`).
+/// Hands a file or an address to the desktop (`xdg-open`). `not_supported`: within a second the
+/// desktop said that it has nothing to open it with. Nobody has to wait for what opens.
 std::error_code OpenWithDesktop(const std::string& fileOrAddress,
                                 const std::filesystem::path& folder);
 
