@@ -65,7 +65,8 @@ bool ImportAll(Run& run)
     return ImportShots(run.session.host, run.session.machine, run.session.Folders(),
                        run.session.archive, run.session.settings,
                        static_cast<std::size_t>(FindLevel(run.session.archive, run.level)),
-                       *progress);
+                       *progress)
+        .all;
 }
 
 /// Does it with the pictures that a window shows.

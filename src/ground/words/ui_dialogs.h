@@ -42,6 +42,7 @@ inline constexpr Message AskDropTyped{"What you typed or changed in this window 
 inline constexpr Message AboutVersion{"Version ~1"};
 inline constexpr Message AboutText{"Keeps your custom levels in an archive and puts the one you want to play into the Level Editor's folder: its files, savegames and pictures come in, the level before goes out, and the original files come back whenever you want.~1~2Free software under the GNU General Public License, version 3 or later. It comes without any warranty.~3~4Tomb Raider and the Level Editor belong to their owners; Kestrova is not their work and not connected with them."};
 inline constexpr Message SettingsPageServers{"Servers"};
+inline constexpr Message SettingsPageWine{"Windows programs"};
 inline constexpr Message SettingsPageSystem{"This computer"};
 inline constexpr Message TrovaNothing{"(no folder chosen)"};
 inline constexpr Message TrovaGone{"Not there, or not whole any more: ~1"};
@@ -60,6 +61,8 @@ inline constexpr Message NoMoreInfo{"< NONE >"};
 inline constexpr Message FlagYes{"YES"};
 inline constexpr Message FlagNo{"NO"};
 inline constexpr Message ShotImportDone{"Import screeen-shot performed"};
+inline constexpr Message ShotImportNone{"There was no picture to import: the game keeps them beside savegames that were freed into the archive (F9), and none has one."};
+inline constexpr Message DownloadNotChosen{"(not chosen yet: where your first file comes from)"};
 inline constexpr Message ViewShotTitle{"Screen-Shot: "};
 inline constexpr Message ViewShotTip{"Mouse wheel or + and -: zoom. 0: whole picture. Arrow keys: next picture. Esc: close."};
 inline constexpr Message ResizePicture{"Resized screen-shot"};

@@ -19,8 +19,8 @@ namespace
 
 using Shown = std::function<void(std::size_t done, std::size_t total)>;
 
-bool Import(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
-            const ProgramSettings& settings, std::size_t index, const Shown& shown)
+ImportedShots Import(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+                     const ProgramSettings& settings, std::size_t index, const Shown& shown)
 {
     const LevelRecord& level = archive.levels[index];
     const Path store = InFolder(LevelHomeOf(folders, level.levelCode), OnDisk::DirSavegames);
@@ -32,12 +32,12 @@ bool Import(Host& host, Machine& machine, const Folders& folders, const Archive&
                    !EndsWithName(name, OnDisk::ShotJpgExtension);
         });
     if (tree && tree->files.empty())
-        return true;
+        return {};
     const auto room =
         tree ? MakeFolder(ShotFolderOf(folders, level.levelCode)) : Status{tree.Error()};
     if (!room) {
         TellFailure(host, GetMsg(Msg::ShotImportUnread, {Trim(level.levelName)}), room.Error());
-        return false;
+        return {false, 0};
     }
     bool all = true;
     std::vector<Path> came;
@@ -62,13 +62,14 @@ bool Import(Host& host, Machine& machine, const Folders& folders, const Archive&
                  ShotChange(machine, folders, archive, settings, ChangeKind::ShotsImported,
                             level.levelCode, std::to_string(came.size())),
                  came);
-    return all;
+    return {all, came.size()};
 }
 
 } // namespace
 
-bool ImportShots(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
-                 const ProgramSettings& settings, std::size_t index, ProgressScope& progress)
+ImportedShots ImportShots(Host& host, Machine& machine, const Folders& folders,
+                          const Archive& archive, const ProgramSettings& settings,
+                          std::size_t index, ProgressScope& progress)
 {
     return Import(host, machine, folders, archive, settings, index,
                   [&](std::size_t done, std::size_t total) {
@@ -77,19 +78,21 @@ bool ImportShots(Host& host, Machine& machine, const Folders& folders, const Arc
                   });
 }
 
-bool ImportShotsOfAllLevels(Host& host, Machine& machine, const Folders& folders,
-                            const Archive& archive, const ProgramSettings& settings,
-                            ProgressScope& progress)
+ImportedShots ImportShotsOfAllLevels(Host& host, Machine& machine, const Folders& folders,
+                                     const Archive& archive, const ProgramSettings& settings,
+                                     ProgressScope& progress)
 {
-    bool all = true;
+    ImportedShots imported;
     for (std::size_t index = 0; index < archive.levels.size(); ++index) {
-        all = Import(host, machine, folders, archive, settings, index,
-                     [&](std::size_t, std::size_t) { (void)progress.Step(); }) &&
-              all;
+        const ImportedShots ofLevel =
+            Import(host, machine, folders, archive, settings, index,
+                   [&](std::size_t, std::size_t) { (void)progress.Step(); });
+        imported.all = imported.all && ofLevel.all;
+        imported.pictures += ofLevel.pictures;
         progress.SetBar(index + 1, archive.levels.size());
         (void)progress.Step(); // it offers no stop
     }
-    return all;
+    return imported;
 }
 
 } // namespace kestrova

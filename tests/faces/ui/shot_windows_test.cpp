@@ -160,6 +160,12 @@ TEST(ImportShotDialog, TakesThoseOfOneLevelOrOfAll)
     EXPECT_EQ(all.result(), QDialog::Accepted);
     EXPECT_TRUE(world.box.Has(folder + "2) Lost City.jpg"));
     EXPECT_TRUE(world.box.Has("levels/LEVEL_0002/screenshots/1) Second.jpg"));
+    world.box.host.told.clear();
+    ImportShotDialog none{world.session, static_cast<std::size_t>(world.AddLevel("Third")),
+                          nullptr};
+    In<QPushButton>(none, "Pul_Import")->click();
+    EXPECT_FALSE(world.box.host.WasTold("performed")) << "when nothing came";
+    EXPECT_TRUE(world.box.host.WasTold("no picture to import"));
 }
 
 TEST(CaptureDialog, ShowsThePictureAndClosesOnlyWhenItIsDecided)

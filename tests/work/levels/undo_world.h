@@ -244,7 +244,8 @@ inline const Doing doings[] = {
      [](UndoWorld& w) {
          const auto progress = w.host.BeginProgress(ProgressWindow::Progress, {});
          return ImportShots(w.host, w.machine, w.session.Folders(), w.session.archive,
-                            w.session.settings, 1, *progress);
+                            w.session.settings, 1, *progress)
+             .all;
      },
      false},
     {"LevelEdited", ChangeKind::LevelEdited, EditResting, false},

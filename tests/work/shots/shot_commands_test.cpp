@@ -283,22 +283,24 @@ TEST(ImportShots, TakesEveryPictureOfTheStoreUnderNewNames)
     world.Write("levels/LEVEL_0002/savegames/slot1/shot0.jpg", "of the second");
     world.Put("1) Lost City.jpg", "mine");
     const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
-    EXPECT_TRUE(ImportShots(world.session.host, world.session.machine, world.session.Folders(),
-                            world.session.archive, world.session.settings, 1, *progress));
+    const auto import = [&] {
+        return ImportShots(world.session.host, world.session.machine, world.session.Folders(),
+                           world.session.archive, world.session.settings, 1, *progress);
+    };
+    EXPECT_EQ(import().pictures, 3U);
     const auto shots = world.Snapshot(folder);
     ASSERT_EQ(shots.size(), 4U);
     EXPECT_EQ(shots.at("1) Lost City.jpg"), "mine");
     EXPECT_EQ(shots.at("2) Lost City.jpg"), "bitmap") << "only its name says jpeg";
-    EXPECT_TRUE(ImportShotsOfAllLevels(world.session.host, world.session.machine,
-                                       world.session.Folders(), world.session.archive,
-                                       world.session.settings, *progress));
+    const ImportedShots again =
+        ImportShotsOfAllLevels(world.session.host, world.session.machine, world.session.Folders(),
+                               world.session.archive, world.session.settings, *progress);
+    EXPECT_TRUE(again.all);
+    EXPECT_EQ(again.pictures, 4U);
     EXPECT_EQ(world.Snapshot(folder).size(), 7U) << "nothing remembers an earlier import";
     EXPECT_TRUE(world.Has("levels/LEVEL_0002/screenshots/1) Second.jpg"));
 
-    EXPECT_FALSE(WithFaultAt(1, [&] {
-        return ImportShots(world.session.host, world.session.machine, world.session.Folders(),
-                           world.session.archive, world.session.settings, 1, *progress);
-    }));
+    EXPECT_FALSE(WithFaultAt(1, [&] { return import().all; }));
     EXPECT_TRUE(world.host.WasTold("Error while copying file: "));
     EXPECT_EQ(world.Snapshot(folder).size(), 9U) << "the others go on";
 }

@@ -39,6 +39,10 @@ ImportShotDialog::ImportShotDialog(Session& session, std::size_t index, QWidget*
     bar_->setObjectName(QStringLiteral("ProgressBar1"));
     bar_->setRange(0, importSteps);
     bar_->setTextVisible(false);
+    QSizePolicy keepsRoom = bar_->sizePolicy();
+    keepsRoom.setRetainSizeWhenHidden(true);
+    bar_->setSizePolicy(keepsRoom);
+    bar_->hide();
     auto* import = NamedButton(this, "Pul_Import");
     auto* cancel = NamedButton(this, "Pul_Cancel");
     auto* help = HelpButton(this);
@@ -65,14 +69,19 @@ void ImportShotDialog::Import()
 {
     const Operation operation{session_};
     OwnProgress progress{*info_, *bar_};
-    // Every failure was told where it happened; the end is told in any case.
-    if (all_->isChecked())
-        (void)ImportShotsOfAllLevels(session_.host, session_.machine, session_.Folders(),
-                                     session_.archive, session_.settings, progress);
-    else
-        (void)ImportShots(session_.host, session_.machine, session_.Folders(), session_.archive,
+    bar_->show();
+    const ImportedShots imported =
+        all_->isChecked()
+            ? ImportShotsOfAllLevels(session_.host, session_.machine, session_.Folders(),
+                                     session_.archive, session_.settings, progress)
+            : ImportShots(session_.host, session_.machine, session_.Folders(), session_.archive,
                           session_.settings, index_, progress);
-    session_.host.Tell(Tone::Plain, GetMsg(Msg::ShotImportDone));
+    bar_->hide();
+    // Every failure was told where it happened.
+    if (imported.pictures > 0)
+        session_.host.Tell(Tone::Plain, GetMsg(Msg::ShotImportDone));
+    else if (imported.all)
+        session_.host.Tell(Tone::Plain, GetMsg(Msg::ShotImportNone));
     accept();
 }
 
