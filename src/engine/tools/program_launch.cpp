@@ -61,8 +61,22 @@ unsigned MachineOf(std::string_view bytes)
     return NumberAt(bytes, header + machineOffset, 2);
 }
 
-/// A 32-bit program that Wine has no part for ends at once with 0 and without a word, so the part
-/// is looked for beforehand. A command that is not Wine's own may bring one from anywhere.
+Result<platform::Launch> ThroughWine(const Tools& tools, const Path& program,
+                                     std::string_view bytes)
+{
+    auto launch = WineItself(tools, TextOf(program));
+    if (!launch)
+        return launch;
+    if (MachineOf(bytes) == machineI386 && !Has32BitWine(launch->argv.front()))
+        return Failure{ErrorCode::CannotOpen, TextOf(program), GetMsg(Msg::Wine32Missing)};
+    launch->argv.push_back(program.native());
+    if (const Path prefix = PrefixAbove(program); !prefix.empty())
+        launch->environment.emplace_back(OnDisk::WinePrefixVariable, prefix.native());
+    return launch;
+}
+
+} // namespace
+
 bool Has32BitWine(const Path& wine)
 {
     Path real;
@@ -85,7 +99,6 @@ bool Has32BitWine(const Path& wine)
     return false;
 }
 
-/// Wine's command with the settings' words behind it.
 Result<platform::Launch> WineItself(const Tools& tools, const std::string& subject)
 {
     const std::string command{Trim(tools.wineCommand)};
@@ -103,22 +116,6 @@ Result<platform::Launch> WineItself(const Tools& tools, const std::string& subje
             launch.argv.push_back(std::move(word));
     return launch;
 }
-
-Result<platform::Launch> ThroughWine(const Tools& tools, const Path& program,
-                                     std::string_view bytes)
-{
-    auto launch = WineItself(tools, TextOf(program));
-    if (!launch)
-        return launch;
-    if (MachineOf(bytes) == machineI386 && !Has32BitWine(launch->argv.front()))
-        return Failure{ErrorCode::CannotOpen, TextOf(program), GetMsg(Msg::Wine32Missing)};
-    launch->argv.push_back(program.native());
-    if (const Path prefix = PrefixAbove(program); !prefix.empty())
-        launch->environment.emplace_back(OnDisk::WinePrefixVariable, prefix.native());
-    return launch;
-}
-
-} // namespace
 
 Result<platform::Launch> LaunchOf(const Tools& tools, const Path& program,
                                   const ToolArguments& arguments)

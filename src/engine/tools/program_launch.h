@@ -11,6 +11,13 @@ namespace kestrova
 Result<platform::Launch> LaunchOf(const Tools& tools, const Path& program,
                                   const ToolArguments& arguments = {});
 
+/// Wine's command with the settings' words behind it. The failure, of `subject`, says in words that
+/// there is none.
+Result<platform::Launch> WineItself(const Tools& tools, const std::string& subject);
+/// A 32-bit program that Wine has no part for ends at once with 0 and without a word, so the part
+/// is looked for beforehand. A command that is not Wine's own may bring one from anywhere.
+bool Has32BitWine(const Path& wine);
+
 /// How a program of Wine's own, the first of the words, is started in a prefix.
 Result<platform::Launch> LaunchInPrefix(const Tools& tools, const Path& prefix,
                                         const ToolArguments& words);

@@ -8,6 +8,7 @@
 namespace kestrova::Msg
 {
 
+inline constexpr Message ListSavegamesSelectAll{"Select all"};
 inline constexpr Message ListSavegamesDelete{" Delete exported savegames from Level Folder"};
 inline constexpr Message ListSavegamesHint{"(Click while press key CTRL or SHIFT for multiple selections)"};
 inline constexpr Message HistoryBringBack{"Bring back"};
@@ -85,6 +86,7 @@ inline constexpr Message SettingsWineFrame{" Starting Windows programs "};
 inline constexpr Message SettingsWine{"Wine command:"};
 inline constexpr Message SettingsWineWords{"Extra words:"};
 inline constexpr Message SettingsWineNote{"The game is started with this command when it is a Windows program. The extra words follow the command, parted by blanks."};
+inline constexpr Message SettingsWineTest{"Test"};
 inline constexpr Message SettingsHistoryFrame{" History of savegames "};
 inline constexpr Message SettingsHistoryCount{"Kept files of each level:"};
 inline constexpr Message SettingsHistorySize{"Kept megabytes of each level:"};

@@ -1,5 +1,7 @@
 #include "ui/dialogs/dialog_settings.h"
 
+#include "app/wine_trial.h"
+#include "core/file_kinds.h"
 #include "core/text.h"
 #include "online/url_update.h"
 #include "session/operation.h"
@@ -69,6 +71,7 @@ QLabel* NoteLabel(const char* name)
 
 void AddRow(QFormLayout& form, const char* caption, QWidget* field)
 {
+    form.setRowWrapPolicy(QFormLayout::WrapLongRows); // of large letters
     auto* label = Named<QLabel>(caption);
     label->setBuddy(field);
     form.addRow(label, field);
@@ -82,6 +85,7 @@ SettingsDialog::SettingsDialog(Session& session, QWidget* parent)
     setObjectName(QStringLiteral("Dialog_Settings"));
     auto* pages = new QTabWidget(this);
     pages->addTab(new ScrollPage(MakePreferences()), Words(Msg::MenuPreferences));
+    pages->addTab(new ScrollPage(MakeWine()), Words(Msg::SettingsPageWine));
     pages->addTab(new ScrollPage(MakeComputer()), Words(Msg::SettingsPageSystem));
     pages->addTab(new ScrollPage(MakeServers()), Words(Msg::SettingsPageServers));
     auto* buttons = AnswerButtons(*this);
@@ -167,12 +171,37 @@ QWidget* SettingsDialog::MakeCapture()
     return frame;
 }
 
-QWidget* SettingsDialog::MakeComputer()
+QWidget* SettingsDialog::MakeWine()
 {
     wine_ = Named<QLineEdit>("Text_Wine");
     wine_->setText(ToQt(form_.settings.wineCommand));
     wineWords_ = Named<QLineEdit>("Text_WineWords");
     wineWords_->setText(ToQt(form_.settings.wineWords));
+    auto* page = new QWidget;
+    auto* test = NamedButton(page, "Pul_TestWine");
+    test->setAutoDefault(false);
+    connect(test, &QPushButton::clicked, this, [this] {
+        const Operation operation{session_};
+        TakeWine();
+        TryWine(session_, form_.settings);
+    });
+    auto* frame = Named<QGroupBox>("Frame_Wine");
+    auto* form = new QFormLayout(frame);
+    AddRow(*form, "Label_WineOf", wine_);
+    AddRow(*form, "Label_WineWordsOf", wineWords_);
+    form->addRow(NoteLabel("Label_WineNote"));
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(test);
+    form->addRow(row);
+    auto* column = new QVBoxLayout(page);
+    column->addWidget(frame);
+    column->addStretch();
+    return page;
+}
+
+QWidget* SettingsDialog::MakeComputer()
+{
     const auto number = [](const char* name, int most, int value) {
         auto* box = Named<QSpinBox>(name);
         box->setRange(0, most);
@@ -185,11 +214,6 @@ QWidget* SettingsDialog::MakeComputer()
     undoCount_ = number("Spin_UndoCount", mostHistoryFiles, now.undoCount);
     undoSize_ = number("Spin_UndoSize", mostHistoryMegabytes, now.undoMegabytes);
 
-    auto* wine = Named<QGroupBox>("Frame_Wine");
-    auto* wineForm = new QFormLayout(wine);
-    AddRow(*wineForm, "Label_WineOf", wine_);
-    AddRow(*wineForm, "Label_WineWordsOf", wineWords_);
-    wineForm->addRow(NoteLabel("Label_WineNote"));
     auto* history = Named<QGroupBox>("Frame_History");
     auto* historyForm = new QFormLayout(history);
     AddRow(*historyForm, "Label_HistoryCountOf", historyCount_);
@@ -207,7 +231,6 @@ QWidget* SettingsDialog::MakeComputer()
 
     auto* page = new QWidget;
     auto* column = new QVBoxLayout(page);
-    column->addWidget(wine);
     column->addWidget(history);
     column->addWidget(undo);
     column->addWidget(exported);
@@ -257,6 +280,16 @@ void SettingsDialog::ShowPlaces()
             ->setText(place.field != nullptr
                           ? ToQt(form_.preferences.*place.field)
                           : Words(form_.preferences.fullBackup ? Msg::FlagYes : Msg::FlagNo));
+    // What the record begins with is a folder of another system.
+    if (form_.preferences.downloadFolder == OnDisk::DefaultDownloadFolder)
+        findChild<QLabel*>(QStringLiteral("Label_DefaultLoadDir"))
+            ->setText(Words(Msg::DownloadNotChosen));
+}
+
+void SettingsDialog::TakeWine()
+{
+    form_.settings.wineCommand = FromQt(wine_->text().trimmed());
+    form_.settings.wineWords = FromQt(wineWords_->text().trimmed());
 }
 
 void SettingsDialog::accept()
@@ -269,8 +302,7 @@ void SettingsDialog::accept()
     record.noAutoCompile = noCompile_->isChecked();
     record.captureEnabled = capture_->isChecked();
     record.promptCapture = prompt_->isChecked();
-    form_.settings.wineCommand = FromQt(wine_->text().trimmed());
-    form_.settings.wineWords = FromQt(wineWords_->text().trimmed());
+    TakeWine();
     form_.settings.exportSavegames = exportSavegames_->isChecked();
     form_.settings.historyCount = historyCount_->value();
     form_.settings.historyMegabytes = historySize_->value();

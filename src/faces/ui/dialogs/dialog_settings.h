@@ -13,7 +13,8 @@ class QSpinBox;
 namespace kestrova
 {
 
-/// `Dialog_Settings`: the preferences, and on a second page what belongs to this computer.
+/// `Dialog_Settings`: the preferences, and on pages of their own what starts Windows
+/// programs, what else belongs to this computer, and servers.
 class SettingsDialog : public QDialog
 {
 public:
@@ -26,10 +27,13 @@ private:
     QWidget* MakePlaces();
     QWidget* MakeAdvanced();
     QWidget* MakeCapture();
+    QWidget* MakeWine();
     QWidget* MakeComputer();
     QWidget* MakeServers();
     QCheckBox* Box(const char* name, bool checked);
     void ShowPlaces();
+    /// What stands in the lines of Wine now.
+    void TakeWine();
 
     Session& session_;
     SettingsForm form_;
