@@ -1,5 +1,6 @@
 #include "packages/package_tools.h"
 
+#include "core/file_kinds.h"
 #include "core/text.h"
 #include "packages/file_names.h"
 
@@ -141,6 +142,14 @@ Unpacker UnpackerOf(const Path& package)
         return EndsWithName(package.filename().native(), ending);
     });
     return other ? Unpacker::Bsdtar : Unpacker::Unzip;
+}
+
+std::string PackagePatterns()
+{
+    std::string patterns = "*" + std::string{OnDisk::EndingZip};
+    for (const std::string& ending : Split(OnDisk::PackageEndings, '|'))
+        patterns += ";*" + ending;
+    return patterns;
 }
 
 const PackTool& ZipTool()

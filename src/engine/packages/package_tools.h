@@ -35,6 +35,9 @@ const UnpackTool& ToolOf(Unpacker unpacker);
 /// The tool that reads a package of this name: `unzip` but for the kinds that only `bsdtar` knows.
 Unpacker UnpackerOf(const Path& package);
 
+/// The patterns of all packages that can be read, parted by semicolons: `*.zip;*.7z` …
+std::string PackagePatterns();
+
 struct PackTool {
     Tool tool;
     std::vector<ItemMark> marks;

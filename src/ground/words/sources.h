@@ -10,6 +10,7 @@ namespace kestrova::Msg
 
 inline constexpr Message SelectSourceFile{"Select source file (zip or other)"};
 inline constexpr Message SelectSourceFiles{"Select packages, each of them a level"};
+inline constexpr Message SourcePackagesFilter{"Packages|~1|"};
 inline constexpr Message SourceFilesFilter{"Zip files (*.zip)|*.zip|All files (*.*)|*.*"};
 inline constexpr Message SelectAudioFile{"Select a ~1 file to convert"};
 inline constexpr Message AudioFilesFilter{"Audio files (*~1)|*~2"};

@@ -1,6 +1,7 @@
 #include "intake/source_choice.h"
 
 #include "core/file_kinds.h"
+#include "packages/package_tools.h"
 #include "words/sources.h"
 
 namespace kestrova
@@ -29,7 +30,9 @@ std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioT
     auto chosen = session.host.ChooseOpenFile(
         audio ? GetMsg(Msg::SelectAudioFile, {audioType}) : GetMsg(Msg::SelectSourceFile),
         audio ? GetMsg(Msg::AudioFilesFilter, {audioType, audioType})
-              : GetMsg(Msg::SourceFilesFilter),
+              // A kind that the first row hides would be taken for one that cannot be added.
+              : GetMsg(Msg::SourcePackagesFilter, {PackagePatterns()}) +
+                    GetMsg(Msg::SourceFilesFilter),
         PlaceToStart(session.preferences));
     if (chosen)
         RememberPlace(session, chosen->parent_path());

@@ -30,6 +30,8 @@ namespace
 
 using Button = QMessageBox::StandardButton;
 
+/// The pattern of every file, as the texts of filters have it.
+constexpr std::string_view anyFile = "*.*";
 /// Of the line that a text is typed into.
 constexpr int questionWidth = 380;
 
@@ -143,7 +145,8 @@ QWidget* TopWindow()
     if (QWidget* modal = QApplication::activeModalWidget())
         return modal;
     for (QWidget* window : QApplication::topLevelWidgets())
-        if (window->objectName() == QLatin1String("Principale"))
+        // A window that nobody sees yet, as at the start, is nothing to be shown over.
+        if (window->objectName() == QLatin1String("Principale") && window->isVisible())
             return window;
     return nullptr;
 }
@@ -152,14 +155,21 @@ QString ChooserFilter(const std::string& filter)
 {
     const std::vector<std::string> parts = Split(filter, '|');
     QStringList rows;
+    bool hasAll = false;
     for (std::size_t i = 0; i + 1 < parts.size(); i += 2) {
         const QString words = ToQt(parts[i]).section(QLatin1String(" ("), 0, 0);
+        if (parts[i + 1] == anyFile) {
+            rows.append(words + QLatin1String(" (*)"));
+            hasAll = true;
+            continue;
+        }
         QString patterns = ToQt(parts[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' ')).toLower();
         if (const QString upper = patterns.toUpper(); upper != patterns)
             patterns += QLatin1Char(' ') + upper;
         rows.append(words + QLatin1String(" (") + patterns + QLatin1Char(')'));
     }
-    rows.append(Words(Msg::AllFiles) + QLatin1String(" (*)"));
+    if (!hasAll)
+        rows.append(Words(Msg::AllFiles) + QLatin1String(" (*)"));
     return rows.join(QLatin1String(";;"));
 }
 

@@ -37,7 +37,7 @@ public:
 QWidget* TopWindow();
 
 /// `Zip files (*.zip)|*.zip` as the desktop's choosers want it, in lower and in upper case; every
-/// file can be chosen too.
+/// file can be chosen too, by one row.
 QString ChooserFilter(const std::string& filter);
 
 } // namespace kestrova
