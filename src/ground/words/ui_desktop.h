@@ -15,6 +15,7 @@ inline constexpr Message ButtonNo{"No"};
 inline constexpr Message ButtonOk{"Ok"};
 inline constexpr Message ButtonCancel{"Cancel"};
 inline constexpr Message StoppingNow{"Stopping ..."};
+inline constexpr Message ProgressPartName{"Progress of this step"};
 inline constexpr Message AllFiles{"All files"};
 
 } // namespace kestrova::Msg

@@ -204,6 +204,62 @@ TEST(Progress, ShowsItselfOnlyForLongWorkAndStops)
     EXPECT_EQ(shown(), nullptr);
 }
 
+TEST(Progress, WorkInsideOfWorkHasNoWindowAndNoStopOfItsOwn)
+{
+    WindowHost host;
+    WindowWorld world{&host};
+    world.Show();
+    const Operation operation{world.session};
+    const auto shown = [] {
+        std::vector<ProgressDialog*> dialogs;
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (auto* dialog = dynamic_cast<ProgressDialog*>(window))
+                dialogs.push_back(dialog);
+        return dialogs;
+    };
+    auto outer = host.BeginProgress(ProgressWindow::Progress, "the whole");
+    outer->SetBar(1, 4);
+    ASSERT_EQ(shown().size(), 1U);
+    ProgressDialog& window = *shown().front();
+    const auto* label = window.findChild<QLabel*>(QStringLiteral("Label_Info"));
+    const auto* bar = window.findChild<QProgressBar*>();
+    auto* stop = window.findChild<QPushButton*>(QStringLiteral("Pul_Stop"));
+    {
+        const auto inner = host.BeginProgress(ProgressWindow::Wait, "a part");
+        EXPECT_EQ(shown().size(), 1U);
+        EXPECT_EQ(label->text(), "a part ");
+        inner->SetBar(1, 2);
+        EXPECT_EQ(bar->value(), 500);
+        inner->AllowStop();
+        QTest::qSleep(260);
+        EXPECT_TRUE(inner->Step());
+        EXPECT_TRUE(window.isVisible());
+        QTest::mouseClick(stop, Qt::LeftButton);
+        EXPECT_FALSE(inner->Step());
+        EXPECT_TRUE(outer->Step()) << "only the part has offered it";
+    }
+    EXPECT_EQ(label->text(), "the whole ");
+    EXPECT_EQ(bar->value(), 250);
+    EXPECT_TRUE(outer->Step());
+    EXPECT_TRUE(stop->isHidden());
+    outer->AllowStop();
+    {
+        const auto inner = host.BeginProgress(ProgressWindow::Progress, "another part");
+        inner->AllowStop();
+        QTest::mouseClick(stop, Qt::LeftButton);
+        EXPECT_FALSE(inner->Step());
+    }
+    EXPECT_FALSE(outer->Step()) << "one Stop for both";
+    {
+        // Two bars do not go into a window of one.
+        const auto sounds = host.BeginProgress(ProgressWindow::Audio, "sounds");
+        EXPECT_EQ(shown().size(), 2U);
+        EXPECT_FALSE(window.isVisible());
+    }
+    outer.reset();
+    EXPECT_TRUE(shown().empty());
+}
+
 TEST(Chooser, AFolderThatIsTypedIsMadeByTheButtonToo)
 {
     Sandbox box;
@@ -240,6 +296,8 @@ TEST(Chooser, FiltersKnowBothCases)
               "Level Archive Files (*.kva *.KVA);;All files (*)");
     EXPECT_EQ(ChooserFilter("Images (*.jpg) (*.bmp)|*.jpg;*.bmp"),
               "Images (*.jpg *.bmp *.JPG *.BMP);;All files (*)");
+    EXPECT_EQ(ChooserFilter("Zip files (*.zip)|*.zip|All files (*.*)|*.*"),
+              "Zip files (*.zip *.ZIP);;All files (*)");
 }
 
 } // namespace kestrova::testing

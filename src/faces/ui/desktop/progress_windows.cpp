@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrova
 {
@@ -27,6 +28,9 @@ constexpr int barSteps = 1000;
 constexpr qint64 pumpEveryMs = 20;
 constexpr qint64 showAfterMs = 250;
 constexpr int textWidth = 360;
+
+/// The work that began last and goes on.
+WindowProgress* innermost = nullptr;
 
 const char* NameOf(ProgressWindow window)
 {
@@ -83,6 +87,7 @@ ProgressDialog::ProgressDialog(ProgressWindow window, QWidget* parent)
         part_->setObjectName(QStringLiteral("ProgressBar_Singolo"));
         part_->setRange(0, barSteps);
         part_->setTextVisible(false);
+        part_->setAccessibleName(Words(Msg::ProgressPartName));
     }
     // The other two have a bar only while somebody steps one.
     bar_->setVisible(window != ProgressWindow::Wait && window != ProgressWindow::Zip);
@@ -125,6 +130,13 @@ void ProgressDialog::AllowStop()
     stop_->setVisible(true);
 }
 
+void ProgressDialog::ForgetStop()
+{
+    stopped_ = false;
+    stop_->setEnabled(true);
+    stop_->hide();
+}
+
 void ProgressDialog::Stop()
 {
     if (stop_->isHidden() || stopped_)
@@ -149,30 +161,74 @@ void ProgressDialog::keyPressEvent(QKeyEvent* event)
 }
 
 WindowProgress::WindowProgress(ProgressWindow window, const std::string& text, QWidget* parent)
-    : dialog_(new ProgressDialog(window, parent))
+    : outer_(std::exchange(innermost, this))
 {
-    age_.start();
+    shares_ = outer_ != nullptr && outer_->CanShare(window, parent);
+    if (shares_) {
+        dialog_ = outer_->dialog_;
+        age_ = outer_->age_; // both are one piece of work for whoever waits
+    } else {
+        dialog_ = new ProgressDialog(window, parent);
+        age_.start();
+        if (outer_ != nullptr && outer_->dialog_ != nullptr)
+            outer_->dialog_->hide();
+    }
     SetLabel(text);
+    SetBar(0, 0);
     // Up to here the windows may show what the last step left half painted.
     pump_.Turn();
 }
 
 WindowProgress::~WindowProgress()
 {
+    // Whoever keeps one longer than the work around it is left out of the chain.
+    WindowProgress** link = &innermost;
+    while (*link != this)
+        link = &(*link)->outer_;
+    *link = outer_;
     // The dialog may have gone with the window that it belongs to.
-    delete dialog_;
+    if (!shares_)
+        delete dialog_;
+    if (outer_ != nullptr)
+        outer_->TakeBack();
+}
+
+bool WindowProgress::CanShare(ProgressWindow window, const QWidget* parent) const
+{
+    return dialog_ != nullptr && dialog_->parentWidget() == parent &&
+           (window != ProgressWindow::Audio || dialog_->HasParts());
+}
+
+void WindowProgress::TakeBack()
+{
+    // A Stop that only the work inside had offered was for that work alone.
+    bool mayStop = mayStop_;
+    for (const WindowProgress* at = this; at->shares_ && at->outer_ != nullptr; at = at->outer_)
+        mayStop = mayStop || at->outer_->mayStop_;
+    if (dialog_ != nullptr && !mayStop)
+        dialog_->ForgetStop();
+    ShowState();
+}
+
+void WindowProgress::ShowState()
+{
+    if (dialog_ == nullptr)
+        return;
+    dialog_->SetLabel(label_.empty() ? Words(Msg::FileCopyInProgress) : ToQt(label_));
+    dialog_->SetBar(done_, total_);
 }
 
 void WindowProgress::SetLabel(const std::string& text)
 {
-    if (dialog_ != nullptr)
-        dialog_->SetLabel(text.empty() ? Words(Msg::FileCopyInProgress) : ToQt(text));
+    label_ = text;
+    ShowState();
 }
 
 void WindowProgress::SetBar(std::uint64_t done, std::uint64_t total)
 {
-    if (dialog_ != nullptr)
-        dialog_->SetBar(done, total);
+    done_ = done;
+    total_ = total;
+    ShowState();
 }
 
 void WindowProgress::SetPart(std::uint64_t done, std::uint64_t total)
@@ -183,6 +239,7 @@ void WindowProgress::SetPart(std::uint64_t done, std::uint64_t total)
 
 void WindowProgress::AllowStop()
 {
+    mayStop_ = true;
     if (dialog_ != nullptr)
         dialog_->AllowStop();
 }
@@ -191,10 +248,10 @@ bool WindowProgress::Step()
 {
     if (dialog_ == nullptr)
         return true;
-    if (!dialog_->isVisible() && age_.elapsed() >= showAfterMs)
+    if (!dialog_->isVisible() && age_.elapsed() >= showAfterMs && innermost->dialog_ == dialog_)
         dialog_->show();
     pump_.Turn();
-    return dialog_ == nullptr || !dialog_->Stopped();
+    return dialog_ == nullptr || !mayStop_ || !dialog_->Stopped();
 }
 
 void OwnProgress::SetLabel(const std::string& text)

@@ -35,7 +35,10 @@ public:
     void SetBar(std::uint64_t done, std::uint64_t total);
     void SetPart(std::uint64_t done, std::uint64_t total);
     void AllowStop();
+    /// As before somebody offered a Stop, and pressed it.
+    void ForgetStop();
     [[nodiscard]] bool Stopped() const { return stopped_; }
+    [[nodiscard]] bool HasParts() const { return part_ != nullptr; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -51,8 +54,10 @@ private:
     bool stopped_ = false;
 };
 
-/// One of the three small windows for the length of its life. Work that is over at once never
-/// shows it, so that nothing flashes.
+/// One of the small windows for the length of its life. Work that is over at once never shows it,
+/// so that nothing flashes. Work inside of other work speaks through the window that is there
+/// already, so that a person sees one bar and one Stop; where that cannot be, as when a question
+/// stands between them, the outer window hides meanwhile.
 class WindowProgress : public ProgressScope
 {
 public:
@@ -66,6 +71,17 @@ public:
     bool Step() override;
 
 private:
+    [[nodiscard]] bool CanShare(ProgressWindow window, const QWidget* parent) const;
+    /// The window is this work's again.
+    void TakeBack();
+    void ShowState();
+
+    WindowProgress* outer_; ///< what goes on around this; none for the outermost
+    bool shares_ = false;   ///< its window
+    bool mayStop_ = false;
+    std::string label_;
+    std::uint64_t done_ = 0;
+    std::uint64_t total_ = 0;
     QPointer<ProgressDialog> dialog_;
     QElapsedTimer age_;
     Pump pump_;
