@@ -13,6 +13,8 @@ inline constexpr Message ShotTooLarge{"it is too large"};
 inline constexpr Message AudioBitRate{"Bit rate (Kbps)"};
 inline constexpr Message AudioChannels{"Channels"};
 inline constexpr Message AudioFrequency{"Frequency (Hz)"};
+inline constexpr Message SpokenWithin{"~1: ~2"};
+inline constexpr Message ProgressName{"Progress of the work"};
 inline constexpr Message AudioEstimate{"Size against the game's wave: "};
 
 } // namespace kestrova::Msg

@@ -63,7 +63,7 @@ AddWadsDialog::AddWadsDialog(Session& session, QWidget* parent)
     setObjectName(QStringLiteral("Dialog_AddWads"));
     setAcceptDrops(true);
     auto* column = new QVBoxLayout(this);
-    column->addWidget(MakeLists(), 1);
+    column->addWidget(new ScrollPage(MakeLists()), 1);
     column->addLayout(MakeProgress());
     column->addLayout(MakeButtons());
     SetCaptions(*this);
@@ -113,13 +113,21 @@ QLayout* AddWadsDialog::MakeButtons()
     auto* file = NamedButton(this, "Pul_AddFile");
     auto* folder = NamedButton(this, "Pul_AddFolder");
     auto* print = NamedButton(this, "Pul_Print");
-    auto* row = new QHBoxLayout;
-    row->addWidget(help);
-    row->addStretch();
     for (QPushButton* button : {help, file, folder, print, import_, cancel_})
         button->setAutoDefault(false);
-    for (QPushButton* button : {file, folder, import_, print, cancel_})
-        row->addWidget(button);
+    auto* sources = new QHBoxLayout;
+    sources->addWidget(file);
+    sources->addWidget(folder);
+    sources->addStretch();
+    sources->addWidget(print);
+    auto* answers = new QHBoxLayout;
+    answers->addWidget(help);
+    answers->addStretch();
+    answers->addWidget(import_);
+    answers->addWidget(cancel_);
+    auto* rows = new QVBoxLayout;
+    rows->addLayout(sources);
+    rows->addLayout(answers);
     connect(file, &QPushButton::clicked, this,
             [this] { Run([this] { AddChosenWadFile(wads_); }); });
     connect(folder, &QPushButton::clicked, this,
@@ -127,7 +135,7 @@ QLayout* AddWadsDialog::MakeButtons()
     connect(import_, &QPushButton::clicked, this, &AddWadsDialog::Import);
     connect(print, &QPushButton::clicked, this, &AddWadsDialog::Print);
     connect(cancel_, &QPushButton::clicked, this, &AddWadsDialog::reject);
-    return row;
+    return rows;
 }
 
 bool AddWadsDialog::Ready()

@@ -38,9 +38,13 @@ CaptureDialog::CaptureDialog(Session& session, const CapturedShot& shot, QWidget
     buttons->addStretch();
     buttons->addWidget(save);
     buttons->addWidget(cancel);
+    auto* page = new QWidget;
+    auto* parts = new QVBoxLayout(page);
+    parts->setContentsMargins({});
+    parts->addWidget(view, 1);
+    parts->addWidget(automatic);
     auto* column = new QVBoxLayout(this);
-    column->addWidget(view, 1);
-    column->addWidget(automatic);
+    column->addWidget(new ScrollPage(page), 1);
     column->addLayout(buttons);
     connect(save, &QPushButton::clicked, this, &CaptureDialog::Save);
     connect(cancel, &QPushButton::clicked, this, &CaptureDialog::reject);

@@ -3,6 +3,7 @@
 #include "session/operation.h"
 #include "ui/dialogs/compare_model.h"
 #include "ui/dialogs/dialogs_small.h"
+#include "ui/dialogs/help_desk.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/list_parts.h"
@@ -43,13 +44,6 @@ constexpr StateRow stateRows[] = {
     {FileState::Unread, "Check_Unread", Msg::CompareShowUnread},
 };
 
-/// In which the Tab key goes through the window.
-constexpr const char* tabOrder[] = {
-    "Text_Before", "Pul_SfogliaBefore", "Text_After",     "Pul_SfogliaAfter", "Pul_Compare",
-    "Check_New",   "Check_Missing",     "Check_Changed",  "Check_Equal",      "Check_Unread",
-    "Text_Search", "List_Files",        "Pul_OpenBefore", "Pul_OpenAfter",    "Pul_Copy",
-    "Pul_Cancel",  "Pul_Help"};
-
 QString CountedWords(const StateRow& row, std::size_t count)
 {
     return Words(row.words, {std::to_string(count)});
@@ -67,18 +61,17 @@ CompareTrleDialog::CompareTrleDialog(Session& session, QWidget* parent)
       openAfter_(NamedButton(this, "Pul_OpenAfter")), copy_(NamedButton(this, "Pul_Copy"))
 {
     setObjectName(QStringLiteral("Dialog_CompareTrle"));
+    auto* page = new QWidget;
+    auto* parts = new QVBoxLayout(page);
+    parts->setContentsMargins({});
+    parts->addLayout(MakeFolders());
+    parts->addLayout(MakeFilters());
+    parts->addWidget(MakeList(), 1);
+    parts->addWidget(count_);
     auto* column = new QVBoxLayout(this);
-    column->addLayout(MakeFolders());
-    column->addLayout(MakeFilters());
-    column->addWidget(MakeList(), 1);
-    column->addWidget(count_);
+    column->addWidget(new ScrollPage(page), 1);
     column->addLayout(MakeButtons());
     SetCaptions(*this);
-    const auto control = [this](const char* name) {
-        return findChild<QWidget*>(QString::fromLatin1(name));
-    };
-    for (std::size_t i = 1; i < std::size(tabOrder); ++i)
-        setTabOrder(control(tabOrder[i - 1]), control(tabOrder[i]));
     Connect();
     ShowRows();
     ResizeToFit(*this, compareSize);
@@ -170,7 +163,7 @@ QLayout* CompareTrleDialog::MakeButtons()
     auto* close = NamedButton(this, "Pul_Cancel");
     connect(close, &QPushButton::clicked, this, &CompareTrleDialog::reject);
     auto* row = new QHBoxLayout;
-    row->addWidget(NamedButton(this, "Pul_Help"));
+    row->addWidget(HelpButton(this));
     row->addStretch();
     for (QPushButton* button : {openBefore_, openAfter_, copy_, close}) {
         button->setAutoDefault(false);

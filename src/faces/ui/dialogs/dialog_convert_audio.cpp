@@ -68,14 +68,18 @@ ConvertAudioDialog::ConvertAudioDialog(Session& session, AudioToolMode mode, QWi
     buttons->addWidget(convert_);
     buttons->addWidget(cancel);
 
-    auto* column = new QVBoxLayout(this);
-    column->addWidget(MakeFiles(), 1);
-    column->addWidget(MakeTarget());
+    auto* page = new QWidget;
+    auto* parts = new QVBoxLayout(page);
+    parts->setContentsMargins({});
+    parts->addWidget(MakeFiles(), 1);
+    parts->addWidget(MakeTarget());
     QGroupBox* wave = MakeWave();
-    column->addWidget(mp3_);
-    column->addWidget(wave);
+    parts->addWidget(mp3_);
+    parts->addWidget(wave);
     mp3_->setVisible(tool_.ToMp3());
     wave->setVisible(!tool_.ToMp3());
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(new ScrollPage(page), 1);
     column->addLayout(buttons);
     connect(convert_, &QPushButton::clicked, this, &ConvertAudioDialog::Convert);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);

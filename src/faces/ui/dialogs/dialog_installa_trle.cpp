@@ -33,11 +33,6 @@ namespace
 
 constexpr QSize setupSize{560, 420};
 
-/// In which the Tab key goes through the window.
-constexpr const char* setupTabOrder[] = {
-    "List_Files", "Pul_Add",           "Pul_Remove",  "Combo_Language", "Text_Target",
-    "Pul_Stop",   "Pul_SfogliaTarget", "Pul_Install", "Pul_Cancel",     "Pul_Help"};
-
 QLabel* PlainLabel(QWidget* parent, const char* name)
 {
     auto* label = new QLabel(parent);
@@ -82,11 +77,6 @@ InstallTrleDialog::InstallTrleDialog(Session& session, const std::optional<Path>
     if (!choice_.Wish().fromZips)
         setWindowTitle(Words(Msg::InstallaFolderTitle));
     target_->setText(PathToQt(choice_.Wish().target));
-    const auto control = [this](const char* name) {
-        return findChild<QWidget*>(QString::fromLatin1(name));
-    };
-    for (std::size_t i = 1; i < std::size(setupTabOrder); ++i)
-        setTabOrder(control(setupTabOrder[i - 1]), control(setupTabOrder[i]));
     Connect();
     ShowChoice();
     ResizeToFit(*this, choice_.Wish().fromZips ? setupSize

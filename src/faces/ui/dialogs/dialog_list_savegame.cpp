@@ -3,6 +3,7 @@
 #include "session/operation.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
+#include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
 
 #include <QCheckBox>
@@ -44,6 +45,9 @@ ListSavegameDialog::ListSavegameDialog(Session& session, SavegameList& rules, QW
     hint->setObjectName(QStringLiteral("Label1"));
     hint->setWordWrap(true);
     hint->setForegroundRole(QPalette::PlaceholderText);
+    auto* all = NamedButton(this, "Pul_All");
+    all->setAutoDefault(false);
+    connect(all, &QPushButton::clicked, list_, &QListWidget::selectAll);
     auto* ok = NamedButton(this, "Pul_Ok");
     auto* cancel = NamedButton(this, "Pul_Cancel");
     ok->setDefault(true);
@@ -56,6 +60,7 @@ ListSavegameDialog::ListSavegameDialog(Session& session, SavegameList& rules, QW
     column->addWidget(hint);
     column->addWidget(delete_);
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(all);
     buttons->addStretch();
     buttons->addWidget(ok);
     buttons->addWidget(cancel);
@@ -63,14 +68,17 @@ ListSavegameDialog::ListSavegameDialog(Session& session, SavegameList& rules, QW
     SetCaptions(*this);
     setWindowTitle(ToQt(rules.Title()));
     list_->setAccessibleName(windowTitle());
-    list_->setMinimumWidth(list_->sizeHintForColumn(0) +
-                           list_->verticalScrollBar()->sizeHint().width() +
-                           2 * list_->frameWidth());
+    const QSize around = sizeHint() - list_->sizeHint();
     const int rowHeight = std::max(list_->sizeHintForRow(0), fontMetrics().lineSpacing());
-    resize(sizeHint().width(), sizeHint().height() - list_->sizeHint().height() +
-                                   shownRows * rowHeight + 2 * list_->frameWidth());
+    const QSize rowsSize{list_->sizeHintForColumn(0) +
+                             list_->verticalScrollBar()->sizeHint().width(),
+                         shownRows * rowHeight};
+    const int frame = 2 * list_->frameWidth();
+    ResizeToFit(*this, rowsSize + around + QSize{frame, frame});
+    // Of several nobody knows yet which are meant.
     if (list_->count() > 0)
-        list_->setCurrentRow(0, QItemSelectionModel::NoUpdate);
+        list_->setCurrentRow(0, list_->count() == 1 ? QItemSelectionModel::ClearAndSelect
+                                                    : QItemSelectionModel::NoUpdate);
     list_->setFocus();
 }
 

@@ -40,12 +40,6 @@ constexpr int speedStep = 2;
 constexpr int usualCapacity = 4700;
 constexpr int unitCapacityRole = Qt::UserRole + 1; ///< megabytes that its discs take
 
-/// In which the Tab key goes through the window.
-constexpr const char* discsTabOrder[] = {
-    "Check_Archivio", "Check_Trle",  "Check_Kestrova", "Check_CreaImage",   "Combo_Mb",
-    "Combo_Unita",    "Combo_Speed", "Text_Images",    "Pul_SfogliaImages", "List_Plan",
-    "Pul_Start",      "Pul_Cancel",  "Pul_Help"};
-
 QLabel* DiscsCaption(QWidget* control, const char* name)
 {
     auto* label = new QLabel;
@@ -122,11 +116,6 @@ MuoviSuCdDialog::MuoviSuCdDialog(Session& session, QWidget* parent)
     column->addLayout(MakeButtons());
     FillChoices();
     SetCaptions(*this);
-    const auto control = [this](const char* name) {
-        return findChild<QWidget*>(QString::fromLatin1(name));
-    };
-    for (std::size_t i = 1; i < std::size(discsTabOrder); ++i)
-        setTabOrder(control(discsTabOrder[i - 1]), control(discsTabOrder[i]));
     Connect();
     ResizeToFit(*this, discsSize);
     capacity_->setFocus();

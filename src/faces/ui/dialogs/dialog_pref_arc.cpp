@@ -58,13 +58,17 @@ ArchiveDialog::ArchiveDialog(Session& session, QWidget* parent)
 
     auto* buttons = AnswerButtons(*this);
 
+    auto* page = new QWidget;
+    auto* parts = new QVBoxLayout(page);
+    parts->setContentsMargins({});
+    parts->addLayout(MakeFacts());
+    parts->addSpacing(6);
+    parts->addWidget(compress_);
+    parts->addWidget(mp3);
+    parts->addWidget(newOnly);
+    parts->addStretch();
     auto* column = new QVBoxLayout(this);
-    column->addLayout(MakeFacts());
-    column->addSpacing(6);
-    column->addWidget(compress_);
-    column->addWidget(mp3);
-    column->addWidget(newOnly);
-    column->addStretch();
+    column->addWidget(new ScrollPage(page), 1);
     column->addLayout(buttons);
     SetCaptions(*this);
     ShowFacts();

@@ -4,6 +4,7 @@
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
 #include "ui/widgets/captions.h"
+#include "ui/widgets/elided_label.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
 #include "words/wads_window.h"
@@ -32,11 +33,10 @@ ScambiaNomiDialog::ScambiaNomiDialog(Host& host, std::string original, QWidget* 
     setObjectName(QStringLiteral("Dialog_ScambiaNomi"));
     auto* oldOf = new QLabel(this);
     oldOf->setObjectName(QStringLiteral("Label_OldNameOf"));
-    auto* old = new QLabel(ToQt(original_), this);
+    auto* old = new ElidedLabel(this);
     old->setObjectName(QStringLiteral("Label_OldName"));
-    old->setTextFormat(Qt::PlainText);
-    old->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    old->setWordWrap(true);
+    old->setText(ToQt(original_));
+    old->SetElide(Qt::ElideMiddle);
     auto* newOf = new QLabel(this);
     newOf->setObjectName(QStringLiteral("Label_NewNameOf"));
     newOf->setBuddy(edit_);

@@ -6,6 +6,7 @@
 #include "session/telling.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
+#include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/mp3_settings_box.h"
 #include "ui/widgets/qt_text.h"
 
@@ -35,15 +36,20 @@ SetMp3Dialog::SetMp3Dialog(Session& session, bool withDecoder, QWidget* parent)
     buttons->addStretch();
     buttons->addWidget(start);
     buttons->addWidget(cancel);
+    auto* page = new QWidget;
+    auto* parts = new QVBoxLayout(page);
+    parts->setContentsMargins({});
+    parts->addWidget(settings_);
+    parts->addWidget(decoder_);
+    parts->addStretch();
     auto* column = new QVBoxLayout(this);
-    column->addWidget(settings_);
-    column->addWidget(decoder_);
-    column->addStretch();
+    column->addWidget(new ScrollPage(page), 1);
     column->addLayout(buttons);
     connect(test, &QPushButton::clicked, this, &SetMp3Dialog::TestSound);
     connect(start, &QPushButton::clicked, this, &SetMp3Dialog::accept);
     connect(cancel, &QPushButton::clicked, this, &SetMp3Dialog::reject);
     SetCaptions(*this);
+    ResizeToFit(*this, sizeHint());
 }
 
 bool SetMp3Dialog::WithDecoder() const

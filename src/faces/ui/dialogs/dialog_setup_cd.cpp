@@ -3,6 +3,7 @@
 #include "ui/desktop/host_windows.h"
 #include "ui/dialogs/dialog_insert_cd.h"
 #include "ui/dialogs/dialogs_small.h"
+#include "ui/dialogs/help_desk.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/input_gate.h"
@@ -76,7 +77,7 @@ SetupCdDialog::SetupCdDialog(SetupCd& setup, QWidget* parent) : QDialog(parent)
     auto* install = NamedButton(this, "Pul_Install");
     install->setDefault(true);
     auto* cancel = NamedButton(this, "Pul_Cancel");
-    auto* help = NamedButton(this, "Pul_Help");
+    auto* help = HelpButton(this);
     for (QPushButton* button : {cancel, help})
         button->setAutoDefault(false);
     auto* buttons = new QHBoxLayout;

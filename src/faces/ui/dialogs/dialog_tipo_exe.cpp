@@ -1,6 +1,7 @@
 #include "ui/dialogs/dialog_tipo_exe.h"
 
 #include "ui/dialogs/dialogs_small.h"
+#include "ui/dialogs/help_desk.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
 
@@ -28,7 +29,7 @@ TipoExeDialog::TipoExeDialog(InstalledPlace& place, QWidget* parent) : QDialog(p
     warning->setTextFormat(Qt::PlainText);
     auto* trle = NamedButton(this, "Pul_Trle");
     auto* browse = NamedButton(this, "Pul_Sfoglia");
-    auto* help = NamedButton(this, "Pul_Help");
+    auto* help = HelpButton(this);
     auto* column = new QVBoxLayout(this);
     column->addWidget(warning);
     for (QPushButton* button : {trle, browse}) {

@@ -13,6 +13,7 @@
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_dialogs.h"
+#include "words/ui_shared.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -37,6 +38,7 @@ FindTrleDialog::FindTrleDialog(Session& session, TrleFinder& finder, QWidget* pa
     auto* image = new QLabel(this);
     image->setObjectName(QStringLiteral("Image1"));
     image->setPixmap(ProgramIcon().pixmap(picture));
+    image->setAccessibleName(Words(Msg::ProgramName));
     auto* ask = new QLabel(this);
     ask->setObjectName(QStringLiteral("Label_Ask"));
     ask->setWordWrap(true);

@@ -20,7 +20,7 @@ namespace
 {
 
 constexpr int aboutIcon = 96;
-constexpr int aboutWidth = 420;
+constexpr int aboutWidth = 350;
 
 } // namespace
 
@@ -87,6 +87,7 @@ AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent)
     setObjectName(QStringLiteral("Dialog_About"));
     auto* picture = new QLabel(this);
     picture->setPixmap(ProgramIcon().pixmap(aboutIcon));
+    picture->setAccessibleName(Words(Msg::ProgramName));
     auto* name = new QLabel(Words(Msg::ProgramName), this);
     QFont large = name->font();
     large.setPointSizeF(large.pointSizeF() * 1.8);

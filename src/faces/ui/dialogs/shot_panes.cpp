@@ -55,6 +55,9 @@ ShotPanes::ShotPanes(QWidget* parent)
     row->addLayout(MakePane(left_, 0, Msg::LeftShotName), leftShare);
     row->addLayout(MakePane(right_, 1, Msg::RightShotName), 1);
     row->addWidget(next_);
+    setTabOrder(previous_, left_.zoom);
+    setTabOrder(left_.zoom, right_.zoom);
+    setTabOrder(right_.zoom, next_);
     connect(previous_, &QToolButton::clicked, this, [this] {
         if (shots_.Previous())
             ShowPair();

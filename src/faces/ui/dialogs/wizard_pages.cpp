@@ -5,6 +5,7 @@
 #include "ui/dialogs/wizard_row_pages.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
+#include "words/ui_shared.h"
 #include "words/wizard.h"
 
 #include <QCheckBox>
@@ -34,6 +35,7 @@ public:
     {
         auto* picture = new QLabel(this);
         picture->setPixmap(ProgramIcon().pixmap(overviewPicture));
+        picture->setAccessibleName(Words(Msg::ProgramName));
         std::string steps;
         int number = 2;
         for (const Message step :

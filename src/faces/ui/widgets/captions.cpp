@@ -1,6 +1,7 @@
 #include "ui/widgets/captions.h"
 
 #include "ui/widgets/qt_text.h"
+#include "ui/widgets/reading_order.h"
 #include "words/add_many.h"
 #include "words/assistant.h"
 #include "words/captions.h"
@@ -15,16 +16,20 @@
 #include "words/ui_dialogs.h"
 #include "words/ui_main.h"
 #include "words/ui_shared.h"
+#include "words/ui_widgets.h"
 #include "words/wads_window.h"
 #include "words/wizard.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAction>
+#include <QDialog>
 #include <QGroupBox>
 #include <QHash>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QProgressBar>
 #include <QSet>
 #include <QStackedWidget>
 #include <QTabWidget>
@@ -45,6 +50,49 @@ constexpr Caption captions[] = {
 #define KV_CAPTION(window, control, text) {window, control, Msg::text},
 #include "words/captions.def"
 #undef KV_CAPTION
+};
+
+/// A control whose caption several of its window have: whose words a screen reader says behind it.
+struct SpokenName {
+    const char* window;
+    const char* control;
+    const char* of;
+};
+constexpr SpokenName spokenNames[] = {
+    {"Principale", "Pul_Zoom1", "Image1"},
+    {"Principale", "Pul_Zoom2", "Image2"},
+    {"Dialog_Settings", "Pul_SfogliaPathTrle", "Label_TrleOf"},
+    {"Dialog_Settings", "Pul_SfogliaNomeTomb", "Label_TombOf"},
+    {"Dialog_Settings", "Pul_SfogliaTom2Pc", "Label_Tom2PcOf"},
+    {"Dialog_Settings", "Pul_SfogliaLoadDir", "Label_LoadDirOf"},
+    {"Dialog_Settings", "Spin_HistoryCount", "Frame_History"},
+    {"Dialog_Settings", "Spin_HistorySize", "Frame_History"},
+    {"Dialog_Settings", "Spin_UndoCount", "Frame_Undo"},
+    {"Dialog_Settings", "Spin_UndoSize", "Frame_Undo"},
+    {"Dialog_PrefArc", "Pul_SfogliaMainDir", "Label_MainOf"},
+    {"Dialog_PrefArc", "Pul_SfogliaSecDir", "Label_SecondaryOf"},
+    {"Dialog_CompareTrle", "Pul_SfogliaBefore", "Label_BeforeOf"},
+    {"Dialog_CompareTrle", "Pul_SfogliaAfter", "Label_AfterOf"},
+    {"Dialog_InstallaTrle", "Pul_SfogliaTarget", "Label_TargetOf"},
+    {"Dialog_ConvertAudio", "Pul_SfogliaDirOut", "Frame_Target"},
+    {"Dialog_Autore", "Pul_NewEmail", "Frame_Email"},
+    {"Dialog_Autore", "Pul_ChangeEmail", "Frame_Email"},
+    {"Dialog_Autore", "Pul_DelEmail", "Frame_Email"},
+    {"Dialog_Autore", "Pul_New_Sito", "Frame_Sito"},
+    {"Dialog_Autore", "Pul_ModSito", "Frame_Sito"},
+    {"Dialog_Autore", "Pul_DelSito", "Frame_Sito"},
+    {"Dialog_Wizard", "Pul_AddEmail", "Frame_Email"},
+    {"Dialog_Wizard", "Pul_Email_Cambia", "Frame_Email"},
+    {"Dialog_Wizard", "Pul_TogliEmail", "Frame_Email"},
+    {"Dialog_Wizard", "Pul_AddSito", "Frame_Siti"},
+    {"Dialog_Wizard", "Pul_Sito_Cambia", "Frame_Siti"},
+    {"Dialog_Wizard", "Pul_TogliSito", "Frame_Siti"},
+    {"Dialog_Wizard", "Pul_AddWads", "Frame_ImportWads"},
+    {"Dialog_Wizard", "Pul_UpdateWads", "Frame_ImportWads"},
+    {"Dialog_Wizard", "Pul_RemoveWads", "Frame_ImportWads"},
+    {"Dialog_Wizard", "Pul_AddExternWav", "Frame_ExtWave"},
+    {"Dialog_Wizard", "Pul_UpdateExtWave", "Frame_ExtWave"},
+    {"Dialog_Wizard", "Pul_RimuoviWav", "Frame_ExtWave"},
 };
 
 /// An ampersand of the caption's own is doubled, since a single one marks the letter.
@@ -94,6 +142,52 @@ bool SetCaption(QWidget& window, const char* name, const QString& text)
         return true;
     }
     return false;
+}
+
+/// The words of a label, frame or button; of a line of text or a list those of its label or frame.
+QString WordsOf(const QWidget& control)
+{
+    if (const auto* label = qobject_cast<const QLabel*>(&control))
+        return label->text().trimmed();
+    if (const auto* frame = qobject_cast<const QGroupBox*>(&control))
+        return frame->title().trimmed();
+    if (!control.accessibleName().isEmpty())
+        return control.accessibleName();
+    for (const auto* label : control.window()->findChildren<QLabel*>())
+        if (label->buddy() == &control)
+            return label->text().trimmed();
+    const auto* box = qobject_cast<const QGroupBox*>(control.parentWidget());
+    return box == nullptr ? QString() : box->title().trimmed();
+}
+
+/// Without the marks at a caption's end.
+QString Spoken(QString words)
+{
+    while (!words.isEmpty() && !words.back().isLetterOrNumber() && words.back() != QLatin1Char(')'))
+        words.chop(1);
+    return words;
+}
+
+/// What a screen reader says: of each control what only it is, of each bar that it is one.
+void GiveSpokenNames(QWidget& window)
+{
+    const std::string name = FromQt(window.objectName());
+    for (const SpokenName& spoken : spokenNames) {
+        if (name != spoken.window)
+            continue;
+        auto* control = window.findChild<QWidget*>(QString::fromLatin1(spoken.control));
+        const auto* of = window.findChild<QWidget*>(QString::fromLatin1(spoken.of));
+        if (control != nullptr && of != nullptr)
+            control->setAccessibleName(Words(Msg::SpokenWithin, {FromQt(Spoken(WordsOf(*control))),
+                                                                 FromQt(Spoken(WordsOf(*of)))}));
+    }
+    // Lists are the one kind of control that takes no name from the label beside it.
+    for (auto* list : window.findChildren<QAbstractItemView*>())
+        if (list->accessibleName().isEmpty())
+            list->setAccessibleName(Spoken(WordsOf(*list)));
+    for (auto* bar : window.findChildren<QProgressBar*>())
+        if (bar->accessibleName().isEmpty())
+            bar->setAccessibleName(Words(Msg::ProgressName));
 }
 
 /// The page that a control stands on, of a window that shows one step at a time; null without such.
@@ -153,6 +247,9 @@ void SetCaptions(QWidget& window)
         if (name == caption.window)
             SetCaption(window, caption.control, Words(caption.text));
     GiveAllLetters(window);
+    GiveSpokenNames(window);
+    if (qobject_cast<QDialog*>(&window) != nullptr)
+        SetReadingOrder(window);
 }
 
 QStringList CaptionFaults(const QWidget& window)

@@ -5,8 +5,10 @@
 namespace kestrova
 {
 
-/// Fusion, whose boxes to tick and round buttons are outlined in a shade of the window's colour,
-/// and so hardly seen in a dark palette: there they get an outline of the text's colour.
+/// Fusion with two things that it hides. Lists and texts that have the keyboard get an outline of
+/// the accent's colour, as lines of text have one. Boxes to tick and round buttons are outlined in
+/// a shade of the window's colour, and so hardly seen in a dark palette: there they get an outline
+/// of the text's colour.
 class ClearBoxesStyle : public QProxyStyle
 {
 public:
@@ -14,6 +16,11 @@ public:
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
 };
 
 } // namespace kestrova

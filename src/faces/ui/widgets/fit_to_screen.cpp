@@ -1,10 +1,12 @@
 #include "ui/widgets/fit_to_screen.h"
 
+#include <QCheckBox>
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QRadioButton>
 #include <QScreen>
 #include <QScrollBar>
 
@@ -40,6 +42,45 @@ int WidthOfPages(const QWidget& window)
     return width;
 }
 
+/// What a box said before its words were put on several lines.
+constexpr const char* wholeWords = "wholeWords";
+
+/// The words on as many lines as that width takes.
+QString OnLines(const QString& words, const QFontMetrics& metrics, int width)
+{
+    if (metrics.size(Qt::TextShowMnemonic, words).width() <= width)
+        return words;
+    QString lines;
+    QString line;
+    for (const QString& word : words.split(QLatin1Char(' '))) {
+        const QString longer = line.isEmpty() ? word : line + QLatin1Char(' ') + word;
+        if (!line.isEmpty() && metrics.size(Qt::TextShowMnemonic, longer).width() > width) {
+            lines += line + QLatin1Char('\n');
+            line = word;
+        } else {
+            line = longer;
+        }
+    }
+    return lines + line;
+}
+
+void BreakWords(QAbstractButton& box, const QWidget& page, int room)
+{
+    QString whole = box.property(wholeWords).toString();
+    if (whole.isEmpty() || !box.text().contains(QLatin1Char('\n')))
+        whole = box.text();
+    const QFontMetrics metrics = box.fontMetrics();
+    const int left = box.mapTo(&page, QPoint{}).x();
+    const int mark =
+        box.sizeHint().width() - metrics.size(Qt::TextShowMnemonic, box.text()).width();
+    // Beside the box is as much on its right.
+    const QString lines = OnLines(whole, metrics, room - 2 * left - mark);
+    if (lines == box.text())
+        return;
+    box.setProperty(wholeWords, whole);
+    box.setText(lines);
+}
+
 /// The size of the words when they are wrapped at a width.
 QSize WrappedSize(const QString& words, const QFont& font, int width)
 {
@@ -72,6 +113,17 @@ ScrollPage::ScrollPage(QWidget* content)
 QSize ScrollPage::sizeHint() const
 {
     return widget()->sizeHint();
+}
+
+void ScrollPage::resizeEvent(QResizeEvent* event)
+{
+    QScrollArea::resizeEvent(event);
+    if (QLayout* layout = widget()->layout())
+        layout->activate(); // so that each box stands where it will be
+    for (auto* box : widget()->findChildren<QCheckBox*>())
+        BreakWords(*box, *widget(), viewport()->width());
+    for (auto* box : widget()->findChildren<QRadioButton*>())
+        BreakWords(*box, *widget(), viewport()->width());
 }
 
 void KeepOnScreen(QMessageBox& box)

@@ -15,13 +15,17 @@ namespace kestrova
 void ResizeToFit(QWidget& window, QSize wanted);
 
 /// What stands above a window's buttons, shown whole where there is room and scrolled where the
-/// screen is too small, so that the buttons stay on it.
+/// screen is too small, so that the buttons stay on it. Boxes to tick and round buttons get a
+/// second line where their words are wider than the page.
 class ScrollPage : public QScrollArea
 {
 public:
     explicit ScrollPage(QWidget* content);
 
     [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 };
 
 /// A box whose words would make it larger than its screen shows them in `Text_Words` instead, where

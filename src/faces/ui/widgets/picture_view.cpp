@@ -37,8 +37,8 @@ void PictureView::paintEvent(QPaintEvent*)
 {
     if (picture_.isNull())
         return PaintWords(*this, words_);
+    // What is left of the room beside the picture is the window's own.
     QPainter painter(this);
-    painter.fillRect(rect(), palette().color(QPalette::AlternateBase));
     const qreal scale = devicePixelRatioF();
     const QSize room = size() * scale;
     const QSize fitting = picture_.size().scaled(room, Qt::KeepAspectRatio);

@@ -98,8 +98,8 @@ void ZoomView::paintEvent(QPaintEvent*)
 {
     if (picture_.isNull())
         return PaintWords(*this, words_);
+    // What is left of the room beside the picture is the window's own.
     QPainter painter(this);
-    painter.fillRect(rect(), palette().color(QPalette::AlternateBase));
     const QRectF place = PictureRect();
     if (zoom_ > 1) {
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
