@@ -40,7 +40,8 @@ appears '^Kestrova$' # is there no documentation?
 press alt+y
 gone '^Kestrova$'
 step 2
-press Tab r # in the list of files, from which the documentation is chosen
+# Backwards past the window's buttons: the list from which the documentation is chosen.
+press shift+Tab shift+Tab shift+Tab shift+Tab shift+Tab r
 press Return
 step 3
 types 'An Author'

@@ -1,36 +1,32 @@
 // What the keyboard reaches in every window: one letter or key, one meaning.
-#include "archive/level_folders.h"
-#include "saves/savegame_list.h"
-#include "ui/desktop/progress_windows.h"
-#include "ui/dialogs/dialog_author.h"
-#include "ui/dialogs/dialog_cattura.h"
-#include "ui/dialogs/dialog_convert_audio.h"
-#include "ui/dialogs/dialog_import_shot.h"
-#include "ui/dialogs/dialog_list_savegame.h"
-#include "ui/dialogs/dialog_new_level.h"
-#include "ui/dialogs/dialog_pref_arc.h"
-#include "ui/dialogs/dialog_resize.h"
-#include "ui/dialogs/dialog_restore.h"
-#include "ui/dialogs/dialog_savegame_history.h"
-#include "ui/dialogs/dialog_set_mp3.h"
-#include "ui/dialogs/dialog_settings.h"
-#include "ui/dialogs/dialog_start.h"
-#include "ui/dialogs/dialog_trova_trle.h"
-#include "ui/dialogs/dialogs_small.h"
-#include "window_world.h"
+#include "ui/every_window.h"
 
 #include <QAction>
 #include <QGroupBox>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
+#include <QStackedWidget>
 #include <QTabBar>
+#include <QTabWidget>
 #include <map>
 
 namespace kestrova::testing
 {
 namespace
 {
+
+/// A page of a window that shows one at a time, and not this one now.
+bool IsElsewhere(const QWidget& control)
+{
+    for (const QWidget* at = &control; at != nullptr; at = at->parentWidget()) {
+        const auto* stack = qobject_cast<const QStackedWidget*>(at->parentWidget());
+        if (stack != nullptr && stack->currentWidget() != at &&
+            qobject_cast<const QTabWidget*>(stack->parentWidget()) == nullptr)
+            return true;
+    }
+    return false;
+}
 
 /// Each key of a window with what it does there.
 std::multimap<std::string, std::string> KeysOf(const QWidget& window)
@@ -41,6 +37,8 @@ std::multimap<std::string, std::string> KeysOf(const QWidget& window)
             keys.emplace(FromQt(key.toString()), FromQt(meaning));
     };
     for (const auto* button : window.findChildren<QAbstractButton*>()) {
+        if (IsElsewhere(*button))
+            continue;
         add(button->shortcut(), button->objectName());
         if (button->shortcut() != QKeySequence::mnemonic(button->text()))
             add(QKeySequence::mnemonic(button->text()), button->objectName());
@@ -60,7 +58,8 @@ std::multimap<std::string, std::string> KeysOf(const QWidget& window)
         for (const QKeySequence& key : action->shortcuts())
             add(key, action->objectName());
     for (const auto* shortcut : window.findChildren<QShortcut*>())
-        add(shortcut->key(), QStringLiteral("a shortcut"));
+        if (shortcut->context() != Qt::WidgetShortcut) // which is that control's own
+            add(shortcut->key(), QStringLiteral("a shortcut"));
     return keys;
 }
 
@@ -86,39 +85,11 @@ void ExpectOneMeaningEach(const QWidget& window)
 
 TEST(Keys, EachHasOneMeaningInEveryWindow)
 {
-    WindowWorld world;
-    world.AddLevel("One");
-    Session& session = world.session;
-    TrleFinder finder{session};
-    SavegameList rules{session, ListPurpose::Export};
-    const CapturedShot shot{Picture{}, 0, world.box / "levels"};
-    const AboutDialog about{nullptr};
-    const NewArcDialog newArc{nullptr};
-    const ArchiveDialog archive{session, nullptr};
-    const SettingsDialog settings{session, nullptr};
-    const FindTrleDialog find{session, finder, nullptr};
-    FirstStart page{session, {}};
-    const StartDialog start{session, page, nullptr};
-    const RestoreDialog restore{session, nullptr};
-    const AuthorDialog author{session, 0, nullptr};
-    const NewLevelDialog add{session, nullptr};
-    const ProgressDialog progress{ProgressWindow::Progress, nullptr};
-    const ProgressDialog batch{ProgressWindow::Audio, nullptr};
-    const ConvertAudioDialog decode{session, AudioToolMode::Decode, nullptr};
-    const ConvertAudioDialog encode{session, AudioToolMode::Encode, nullptr};
-    const ConvertAudioDialog convert{session, AudioToolMode::Convert, nullptr};
-    const SetMp3Dialog settingsOfMp3{session, true, nullptr};
-    const CaptureDialog capture{session, shot, nullptr};
-    const ImportShotDialog importShot{session, 1, nullptr};
-    const ListSavegameDialog list{session, rules, nullptr};
-    const ResizeDialog resize{session, world.box / "none.jpg", nullptr};
-    const SavegameHistoryDialog history{session, 1, nullptr};
-    const QWidget* const windows[] = {
-        &world.window,  &about,   &newArc,     &archive, &settings, &find,    &restore,
-        &author,        &add,     &progress,   &batch,   &decode,   &encode,  &convert,
-        &settingsOfMp3, &capture, &importShot, &list,    &resize,   &history, &start};
-    for (const QWidget* window : windows)
-        ExpectOneMeaningEach(*window);
+    EveryWindow windows;
+    windows.Each([](QWidget& window, const std::string& page) {
+        SCOPED_TRACE(page);
+        ExpectOneMeaningEach(window);
+    });
 }
 
 TEST(Keys, AltPOpensThePreferencesAndPlaysNothing)

@@ -1,3 +1,5 @@
+#include "ui/widgets/clear_boxes_style.h"
+
 #include <QApplication>
 #include <gtest/gtest.h>
 
@@ -8,7 +10,7 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);
-    QApplication::setStyle("Fusion");
+    QApplication::setStyle(new kestrova::ClearBoxesStyle);
     QApplication::setQuitOnLastWindowClosed(false);
     return RUN_ALL_TESTS();
 }
