@@ -37,7 +37,7 @@ if(TARGET kestrovactl)
   from_rows(kestrovactl ${bash} --completion bash BEHIND ${packaging}/completion.bash)
   install(CODE "file(CREATE_LINK kestrovactl
     \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${bash}/kestrova SYMBOLIC)")
-  from_rows(_kestrovactl ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions
+  from_rows(_kestrovactl ${CMAKE_INSTALL_DATADIR}/zsh/site-functions
     --completion zsh BEHIND ${packaging}/completion.zsh)
   from_rows(kestrovactl.fish ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d
     --completion fish BEHIND ${packaging}/completion.fish)
