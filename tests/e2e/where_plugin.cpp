@@ -36,7 +36,9 @@ void Line(QTextStream& lines, const QString& name, QString text, const QRect& se
 {
     if (seen.isEmpty())
         return;
-    const QPoint middle = on.mapToGlobal(seen.center());
+    // The mouse counts the screen's own pixels.
+    const QPoint middle =
+        (QPointF(on.mapToGlobal(seen.center())) * on.devicePixelRatio()).toPoint();
     lines << name << '\t' << text.replace(QLatin1Char('\n'), QLatin1Char(' ')) << '\t' << middle.x()
           << '\t' << middle.y() << '\n';
 }

@@ -13,7 +13,7 @@ inline constexpr Message PlannedDisc{"~1: ~2 levels, ~3"};
 inline constexpr Message PlannedDiscTooLarge{"~1: ~2 levels, ~3, larger than the disc"};
 inline constexpr Message PlannedLevel{"  ~1  ~2"};
 inline constexpr Message LevelLeftOutLine{"stays: ~1  ~2: ~3"};
-inline constexpr Message PlanInAll{"~1 discs of ~2 for ~3 levels; their images take ~4."};
+inline constexpr Message PlanInAll{"Discs of ~2: ~1. Levels on them: ~3. Their images take ~4."};
 inline constexpr Message DiscOptionsExclude{"~1 and ~2 exclude each other"};
 inline constexpr Message DiscOptionNumber{"~1 wants a number"};
 inline constexpr Message DiscOptionWith{"--with knows trle, not '~1'"};

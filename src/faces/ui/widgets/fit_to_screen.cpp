@@ -4,6 +4,7 @@
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QRadioButton>
@@ -36,9 +37,12 @@ QSize RoomFor(const QWidget& window)
 int WidthOfPages(const QWidget& window)
 {
     int width = 0;
-    for (const auto* page : window.findChildren<QScrollArea*>())
+    for (const auto* page : window.findChildren<QScrollArea*>()) {
+        if (QLayout* layout = page->widget()->layout())
+            layout->activate(); // its parts know the captions only then
         width = std::max(width, page->widget()->minimumSizeHint().width() +
                                     page->verticalScrollBar()->sizeHint().width() + pageMargins);
+    }
     return width;
 }
 
