@@ -8,6 +8,7 @@
 namespace kestrova::Msg
 {
 
+inline constexpr Message AuthorLinkName{"Page or mail address of the author"};
 inline constexpr Message AuthorPageTip{"Opens the author's page: ~1"};
 inline constexpr Message AuthorMailTip{"Writes to the author: ~1"};
 inline constexpr Message PageOverview{"Level"};

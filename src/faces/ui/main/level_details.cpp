@@ -129,6 +129,7 @@ QLayout* LevelDetails::MakeFacts()
     facts->setLabelAlignment(Qt::AlignLeft);
     facts->setVerticalSpacing(2);
     authorLink_->setObjectName(QStringLiteral("Pul_AuthorLink"));
+    authorLink_->setAccessibleName(Words(Msg::AuthorLinkName));
     authorLink_->setAutoRaise(true);
     authorLink_->setArrowType(Qt::RightArrow);
     connect(authorLink_, &QToolButton::clicked, this, &LevelDetails::OpenAuthor);
@@ -184,7 +185,6 @@ void LevelDetails::ShowAuthor(const LevelRecord& record)
         authorLink_->setToolTip(Words(Msg::AuthorPageTip, {sites.front()}).toHtmlEscaped());
     else if (!mails.empty())
         authorLink_->setToolTip(Words(Msg::AuthorMailTip, {mails.front()}).toHtmlEscaped());
-    authorLink_->setAccessibleName(authorLink_->toolTip());
 }
 
 void LevelDetails::OpenAuthor()
