@@ -114,4 +114,36 @@ TEST(SeveralLevels, AreStoppedBetweenTwo)
                     world.box.Has("levels/LEVEL_" + ZeroPadded(level.levelCode, 4)));
 }
 
+TEST(SeveralLevels, AreMarkedTogether)
+{
+    SeveralWorld world{5};
+    world.Show();
+    world.ChooseRows(2, 4);
+    const auto mark = [&](const char* sub, const char* words) {
+        QMenu* menu = world.OpenMenu();
+        ASSERT_NE(menu, nullptr);
+        auto* inner = menu->findChild<QMenu*>(QString::fromLatin1(sub));
+        ASSERT_NE(inner, nullptr);
+        world.Trigger(*inner, words);
+        menu->close();
+        QTRY_VERIFY(world.window.findChild<QMenu*>(QStringLiteral("mnu_OnLevels")) == nullptr);
+    };
+    mark("mnu_Status", "Finished");
+    EXPECT_EQ(world.TextOfLabel("Label_Counts"), "3 of 6 chosen") << "they stay chosen";
+    world.box.host.WillAskText("A tag for", "jungle");
+    mark("mnu_Tags", "New tag …");
+    EXPECT_TRUE(world.box.host.told.empty()) << world.box.host.AllTold();
+    auto* filter = world.Find<QComboBox>("Combo_Filter");
+    filter->setCurrentIndex(filter->findText(QStringLiteral("Tag: jungle")));
+    auto* view = world.Find<QListView>("Combo_Livelli");
+    EXPECT_EQ(view->model()->rowCount(), 3);
+    filter->setCurrentIndex(filter->findText(QStringLiteral("Finished")));
+    EXPECT_EQ(view->model()->rowCount(), 3);
+    // What is no longer so leaves the list, and the choice to its neighbour.
+    world.ChooseRows(2, 3);
+    mark("mnu_Status", "Given up");
+    EXPECT_EQ(view->model()->rowCount(), 1);
+    EXPECT_EQ(world.list.Selected(), 4);
+}
+
 } // namespace kestrova::testing

@@ -2,6 +2,7 @@
 
 #include "ui/main/level_view.h"
 #include "ui/widgets/icons.h"
+#include "ui/widgets/level_tile.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_main.h"
 
@@ -19,50 +20,6 @@ namespace
 
 constexpr int gap = 6;
 constexpr int markSide = 12;
-
-/// Two letters: of the first two words, or the beginning of a single one.
-QString LettersOf(const QString& name)
-{
-    QString letters;
-    bool begins = true;
-    for (const QChar letter : name) {
-        if (begins && letter.isLetterOrNumber() && letters.size() < 2)
-            letters += letter.toUpper();
-        begins = !letter.isLetterOrNumber() && letter != QLatin1Char('\'');
-    }
-    return letters;
-}
-
-/// The same for a name in every run.
-int HueOf(const QString& name)
-{
-    constexpr std::uint32_t begin = 2166136261U;
-    constexpr std::uint32_t factor = 16777619U;
-    constexpr std::uint32_t hues = 360;
-    std::uint32_t hash = begin; // FNV-1a
-    for (const QChar letter : name)
-        hash = (hash ^ letter.unicode()) * factor;
-    return static_cast<int>(hash % hues);
-}
-
-void PaintTile(QPainter& painter, const QRect& room, const QString& name)
-{
-    constexpr int saturation = 70;
-    constexpr int light = 125;
-    constexpr int dark = 90;
-    painter.save();
-    QLinearGradient shade(room.topLeft(), room.bottomRight());
-    shade.setColorAt(0, QColor::fromHsl(HueOf(name), saturation, light));
-    shade.setColorAt(1, QColor::fromHsl(HueOf(name), saturation, dark));
-    painter.fillRect(room, shade);
-    QFont font = painter.font();
-    font.setBold(true);
-    font.setPixelSize(std::max(8, room.height() * 2 / 5));
-    painter.setFont(font);
-    painter.setPen(Qt::white);
-    painter.drawText(room, Qt::AlignCenter, LettersOf(name));
-    painter.restore();
-}
 
 QPalette::ColorGroup GroupOf(const QStyleOptionViewItem& option)
 {
@@ -163,7 +120,7 @@ void LevelDelegate::PaintPicture(QPainter& painter, const QRect& room,
 {
     const QPixmap shown = picture(level.code);
     if (shown.isNull())
-        return PaintTile(painter, room, ToQt(NameOf(level)));
+        return PaintInitials(painter, room, ToQt(NameOf(level)));
     const QSize fitting = shown.size().scaled(room.size(), Qt::KeepAspectRatio);
     QRect place(QPoint(), fitting);
     place.moveCenter(room.center());

@@ -27,7 +27,7 @@ namespace kestrova
 LevelListPane::LevelListPane(Session& session, QWidget* parent)
     : QWidget(parent), session_(session), model_(new LevelModel(this)),
       view_(new LevelView(*model_, this)), search_(new SearchField(*view_, this)),
-      bar_(new LibraryBar(this)), source_(new LibrarySource(session, *model_)),
+      bar_(new LibraryBar(this)), source_(new LibrarySource(session, *model_, *view_)),
       foot_(new LibraryFoot(this)), find_(new QToolButton(this))
 {
     setObjectName(QStringLiteral("Frame_Livelli"));
@@ -168,6 +168,14 @@ std::vector<LevelCode> LevelListPane::ChosenAll() const
     if (const auto chosen = Chosen(); chosen && codes.empty())
         codes = {*chosen};
     return codes;
+}
+
+std::vector<LibraryLevel> LevelListPane::ChosenLevels() const
+{
+    std::vector<LibraryLevel> levels;
+    for (const LevelCode code : ChosenAll())
+        levels.push_back(model_->Shown().At(model_->Shown().RowOf(code)));
+    return levels;
 }
 
 void LevelListPane::Choose(LevelCode code)

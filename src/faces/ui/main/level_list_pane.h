@@ -47,6 +47,9 @@ public:
     [[nodiscard]] std::optional<LevelCode> Chosen() const;
     /// All that are chosen, in the order of the list.
     [[nodiscard]] std::vector<LevelCode> ChosenAll() const;
+    [[nodiscard]] std::vector<LibraryLevel> ChosenLevels() const;
+    /// Of all levels.
+    [[nodiscard]] std::vector<std::string> Tags() const { return model_->Shown().Tags(); }
 
     void FocusList();
     void FocusSearch();

@@ -140,6 +140,21 @@ std::vector<int> LevelView::SelectedRows() const
     return rows;
 }
 
+std::vector<int> LevelView::SeenRows() const
+{
+    const QRect screen = viewport()->rect();
+    const QModelIndex first = indexAt(screen.topLeft() + QPoint(1, 1));
+    std::vector<int> rows;
+    for (int row = std::max(first.row(), 0); row < model()->rowCount(); ++row) {
+        const QRect place = visualRect(model()->index(row, 0));
+        if (place.top() > screen.bottom())
+            break;
+        if (place.intersects(screen))
+            rows.push_back(row);
+    }
+    return rows;
+}
+
 int LevelView::RowHeight() const
 {
     constexpr int gaps = 8;

@@ -37,6 +37,8 @@ public:
     void ShowDropArea(bool shown);
     /// These are selected beside the one that is.
     void SelectToo(const std::vector<LevelCode>& codes);
+    /// The rows of which a part is on the screen.
+    [[nodiscard]] std::vector<int> SeenRows() const;
     /// From the first to the last.
     [[nodiscard]] std::vector<int> SelectedRows() const;
     /// Shows by which column the rows are sorted.

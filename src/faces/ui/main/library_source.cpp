@@ -1,8 +1,11 @@
 #include "ui/main/library_source.h"
 
 #include "library/level_list.h"
+#include "ui/main/level_delegate.h"
 #include "ui/widgets/qt_text.h"
 #include "words/library.h"
+
+#include <QScrollBar>
 
 namespace kestrova
 {
@@ -15,20 +18,29 @@ constexpr int countLaterMs = 500;
 
 } // namespace
 
-LibrarySource::LibrarySource(Session& session, LevelModel& model)
-    : QObject(&model), session_(session), model_(model)
+LibrarySource::LibrarySource(Session& session, LevelModel& model, LevelView& view)
+    : QObject(&view), session_(session), model_(model), view_(view)
 {
+    covers_.places = [this](LevelCode code) {
+        return CoverPlacesOf(session_.Folders(), code, notes_.Of(code));
+    };
+    covers_.came = [this](LevelCode code) { model_.Renew(code); };
+    view_.Delegate().picture = [this](LevelCode code) { return covers_.Cover(code); };
     model_.savegames = [this](LevelCode code) { return SavegamesOf(code); };
     countSoon_.setSingleShot(true);
     connect(&countSoon_, &QTimer::timeout, this, &LibrarySource::CountNext);
+    connect(view_.verticalScrollBar(), &QScrollBar::valueChanged, this, &LibrarySource::WantSeen);
 }
 
 std::vector<LibraryLevel> LibrarySource::Levels()
 {
     const Folders folders = session_.Folders();
+    notes_.Follow(folders, session_.archive);
+    covers_.LookAgain();
     counted_.clear();
     waiting_.clear();
-    return LibraryLevels(folders, session_.archive, [](LevelCode) { return LevelNote{}; });
+    return LibraryLevels(folders, session_.archive,
+                         [this](LevelCode code) { return notes_.Of(code); });
 }
 
 QString LibrarySource::SavegamesOf(LevelCode code)
@@ -59,6 +71,14 @@ void LibrarySource::CountNext()
         model_.Renew(code);
     }
     countSoon_.start(0);
+}
+
+void LibrarySource::WantSeen()
+{
+    std::set<LevelCode> seen;
+    for (const int row : view_.SeenRows())
+        seen.insert(model_.Shown().At(row).code);
+    covers_.WantOnly(seen);
 }
 
 } // namespace kestrova

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "archive/library_notes.h"
 #include "session/session.h"
-#include "ui/main/level_model.h"
-
-#include <QObject>
+#include "ui/main/level_view.h"
+#include "ui/widgets/cover_cache.h"
 
 #include <QTimer>
 
@@ -14,12 +14,12 @@
 namespace kestrova
 {
 
-/// Where the list gets what it shows: levels from the archive, and for the rows that are seen how
-/// many savegames they have. Nothing that is painted waits.
+/// Where the list gets what it shows: levels from the archive with their notes, and for the rows
+/// that are seen their covers and how many savegames they have. Nothing that is painted waits.
 class LibrarySource : public QObject
 {
 public:
-    LibrarySource(Session& session, LevelModel& model);
+    LibrarySource(Session& session, LevelModel& model, LevelView& view);
 
     /// As things stand now; what is seen is looked at anew.
     std::vector<LibraryLevel> Levels();
@@ -27,9 +27,13 @@ public:
 private:
     QString SavegamesOf(LevelCode code);
     void CountNext();
+    void WantSeen();
 
     Session& session_;
     LevelModel& model_;
+    LevelView& view_;
+    LibraryNotes notes_;
+    CoverCache covers_;
     std::map<LevelCode, QString> savegames_; ///< as they were counted last
     std::set<LevelCode> counted_;            ///< since the last refresh, or about to be
     std::deque<LevelCode> waiting_;

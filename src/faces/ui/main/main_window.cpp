@@ -204,10 +204,11 @@ void MainWindow::ShowLevelMenu(QPoint place)
         return;
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    FillChosenMenu(
-        *menu, levels_->ChosenAll().size(),
-        [this](const CommandRow& row) { commands_.Invoke(row); },
-        [this](const CommandRow& row) { commands_.InvokeOnAll(row); });
+    FillChosenMenu(*menu, levels_->ChosenLevels(), levels_->Tags(),
+                   {[this](const CommandRow& row) { commands_.Invoke(row); },
+                    [this](const CommandRow& row) { commands_.InvokeOnAll(row); },
+                    [this](const LevelMarks& marks) { commands_.Mark(marks); },
+                    [this] { commands_.MarkWithNewTag(); }});
     menu->popup(place);
 }
 

@@ -148,6 +148,30 @@ void WindowCommands::InvokeOnAll(const CommandRow& row)
     window_.ShowMenu();
 }
 
+void WindowCommands::Mark(const LevelMarks& marks)
+{
+    if (session_.runningOperations > 0)
+        return;
+    const Operation operation{session_};
+    window_.Levels().KeepPlace(true);
+    MarkLevels(session_, window_.Levels().ChosenAll(), marks);
+    window_.Levels().KeepPlace(false);
+}
+
+void WindowCommands::MarkWithNewTag()
+{
+    std::optional<std::string> tag;
+    {
+        const Operation operation{session_};
+        tag = session_.host.AskText(GetMsg(Msg::AskNewTag), {});
+    }
+    if (!tag || Trim(*tag).empty())
+        return;
+    LevelMarks marks;
+    marks.addTags = {std::string{Trim(*tag)}};
+    Mark(marks);
+}
+
 void WindowCommands::Note(const std::string& text)
 {
     window_.ShowNote(text);

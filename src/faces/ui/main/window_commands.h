@@ -2,6 +2,7 @@
 
 #include "app/command.h"
 #include "intake/queue_sources.h"
+#include "library/mark_levels.h"
 
 class QWidget;
 
@@ -32,6 +33,10 @@ public:
     /// On all levels that are chosen in the list; on the chosen one when that is the only one, or
     /// when the command is of one level alone.
     void InvokeOnAll(const CommandRow& row);
+    /// Says that of all chosen levels.
+    void Mark(const LevelMarks& marks);
+    /// Asks for a tag that they get.
+    void MarkWithNewTag();
 
     /// The dialog of a new level; files, packages and folders given here come in at once. Of what
     /// may be several levels the person says whether it is.
