@@ -106,8 +106,13 @@ QPushButton* SavegamesPage::Button(const char* name, Message caption, Message ti
 QWidget* SavegamesPage::MakeButtons()
 {
     auto* buttons = new QWidget(this);
-    auto* row = new QHBoxLayout(buttons);
-    row->setContentsMargins({});
+    // Two rows, so that large letters have room beside the list of levels.
+    auto* rows = new QVBoxLayout(buttons);
+    rows->setContentsMargins({});
+    auto* ofChosen = new QHBoxLayout;
+    auto* ofSlots = new QHBoxLayout;
+    rows->addLayout(ofChosen);
+    rows->addLayout(ofSlots);
     bring_ = Button("Pul_BringSave", Msg::SavesBring, Msg::SavesBringTip, &SavegamesPage::Bring);
     export_ =
         Button("Pul_ExportSave", Msg::SavesExport, Msg::SavesExportTip, &SavegamesPage::Export);
@@ -116,10 +121,11 @@ QWidget* SavegamesPage::MakeButtons()
     free_ = Button("Pul_FreeSlots", Msg::SavesFree, Msg::SavesFreeTip, &SavegamesPage::FreeSlots);
     fill_ = Button("Pul_FillSlots", Msg::SavesFill, Msg::SavesFillTip, &SavegamesPage::FillSlots);
     for (QPushButton* button : {bring_, export_, delete_})
-        row->addWidget(button);
-    row->addStretch();
+        ofChosen->addWidget(button);
     for (QPushButton* button : {free_, fill_})
-        row->addWidget(button);
+        ofSlots->addWidget(button);
+    ofChosen->addStretch();
+    ofSlots->addStretch();
     return buttons;
 }
 
