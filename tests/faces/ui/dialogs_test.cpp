@@ -441,6 +441,25 @@ TEST(Style, BoxesAreSeenInADarkPalette)
     }
 }
 
+TEST(Style, FramesAreSeenWhiteOnBlack)
+{
+    const ClearBoxesStyle style;
+    QStyleOptionFrame option;
+    option.rect = {0, 0, 40, 20};
+    option.lineWidth = 1;
+    option.state = QStyle::State_Enabled;
+    option.palette = QPalette(Qt::black);
+    for (const auto role : {QPalette::Base, QPalette::Window})
+        option.palette.setColor(role, Qt::black);
+    option.palette.setColor(QPalette::WindowText, Qt::white);
+    QImage picture(40, 20, QImage::Format_RGB32);
+    picture.fill(Qt::black);
+    QPainter painter(&picture);
+    style.drawPrimitive(QStyle::PE_FrameLineEdit, &option, &painter, nullptr);
+    painter.end();
+    EXPECT_GT(picture.pixelColor(20, 0).lightness(), 100);
+}
+
 TEST(NewArchive, ClosingTheWindowMeansLoad)
 {
     NewArcDialog dialog{nullptr};

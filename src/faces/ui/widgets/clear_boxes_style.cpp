@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QStyleOption>
 
+#include <cstdlib>
+
 namespace kestrova
 {
 
@@ -21,6 +23,32 @@ bool IsDark(const QPalette& palette)
            palette.color(QPalette::WindowText).lightness();
 }
 
+/// Whether frames are seen neither by their own colour nor by that of what they hold.
+bool HidesFrames(const QPalette& palette)
+{
+    constexpr int leastDifference = 10;
+    const int window = palette.color(QPalette::Window).lightness();
+    const int base = palette.color(QPalette::Base).lightness();
+    return IsDark(palette) && std::abs(window - base) < leastDifference;
+}
+
+/// An outline in the text's colour; what has the keyboard has one of its own.
+void Outline(const QStyleOption& option, QPainter& painter)
+{
+    if (!HidesFrames(option.palette) || option.state.testFlag(QStyle::State_HasFocus))
+        return;
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+    if (button != nullptr && button->features.testFlag(QStyleOptionButton::DefaultButton))
+        return;
+    QColor outline = option.palette.color(QPalette::WindowText);
+    outline.setAlphaF(option.state.testFlag(QStyle::State_Enabled) ? outlineShare : disabledShare);
+    painter.save();
+    painter.setPen(outline);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+    painter.restore();
+}
+
 } // namespace
 
 ClearBoxesStyle::ClearBoxesStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -29,6 +57,9 @@ void ClearBoxesStyle::drawPrimitive(PrimitiveElement element, const QStyleOption
                                     QPainter* painter, const QWidget* widget) const
 {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element == PE_FrameLineEdit || element == PE_PanelButtonCommand ||
+        element == PE_FrameGroupBox)
+        return Outline(*option, *painter);
     const bool box = element == PE_IndicatorCheckBox;
     if ((!box && element != PE_IndicatorRadioButton) || !IsDark(option->palette))
         return;
@@ -50,14 +81,25 @@ void ClearBoxesStyle::drawControl(ControlElement element, const QStyleOption* op
                                   QPainter* painter, const QWidget* widget) const
 {
     QProxyStyle::drawControl(element, option, painter, widget);
-    if (element != CE_ShapedFrame || !option->state.testFlag(State_HasFocus) ||
-        qobject_cast<const QAbstractScrollArea*>(widget) == nullptr)
+    const auto* area = qobject_cast<const QAbstractScrollArea*>(widget);
+    if (element == CE_ProgressBarGroove ||
+        (element == CE_ShapedFrame && area != nullptr && area->frameShape() != QFrame::NoFrame))
+        Outline(*option, *painter);
+    if (element != CE_ShapedFrame || !option->state.testFlag(State_HasFocus) || area == nullptr)
         return;
     painter->save();
     painter->setPen(option->palette.color(QPalette::Highlight));
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
     painter->restore();
+}
+
+void ClearBoxesStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                         QPainter* painter, const QWidget* widget) const
+{
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_ComboBox || control == CC_SpinBox)
+        Outline(*option, *painter);
 }
 
 void ClearBoxesStyle::polish(QWidget* widget)

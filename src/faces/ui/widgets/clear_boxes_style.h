@@ -5,10 +5,11 @@
 namespace kestrova
 {
 
-/// Fusion with two things that it hides. Lists and texts that have the keyboard get an outline of
-/// the accent's colour, as lines of text have one. Boxes to tick and round buttons are outlined in
-/// a shade of the window's colour, and so hardly seen in a dark palette: there they get an outline
-/// of the text's colour.
+/// Fusion, showing what it hides. Lists and texts that have the keyboard get an outline of the
+/// accent's colour, as lines of text have one. Boxes to tick and round buttons are outlined in a
+/// shade of the window's colour, and so hardly seen in a dark palette: there they get an outline of
+/// the text's colour. So does every frame where the colours leave nothing else to see it by, as
+/// with white on black.
 class ClearBoxesStyle : public QProxyStyle
 {
 public:
@@ -18,6 +19,8 @@ public:
                        const QWidget* widget) const override;
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                            QPainter* painter, const QWidget* widget) const override;
     using QProxyStyle::polish;
     void polish(QWidget* widget) override;
     bool eventFilter(QObject* object, QEvent* event) override;

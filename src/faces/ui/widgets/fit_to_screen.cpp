@@ -46,6 +46,8 @@ int WidthOfPages(const QWidget& window)
     return width;
 }
 
+/// On the right of what stands on a page, in a frame or two.
+constexpr int marginOfPage = 32;
 /// What a box said before its words were put on several lines.
 constexpr const char* wholeWords = "wholeWords";
 
@@ -77,8 +79,9 @@ void BreakWords(QAbstractButton& box, const QWidget& page, int room)
     const int left = box.mapTo(&page, QPoint{}).x();
     const int mark =
         box.sizeHint().width() - metrics.size(Qt::TextShowMnemonic, box.text()).width();
-    // Beside the box is as much on its right.
-    const QString lines = OnLines(whole, metrics, room - 2 * left - mark);
+    // On its right is as much as on its left, unless that is another column.
+    const QString lines =
+        OnLines(whole, metrics, room - left - std::min(left, marginOfPage) - mark);
     if (lines == box.text())
         return;
     box.setProperty(wholeWords, whole);
