@@ -7,7 +7,7 @@
 #include "session/operation.h"
 #include "shots/shot_commands.h"
 #include "ui/dialogs/shot_panes.h"
-#include "ui/main/files_page.h"
+#include "ui/main/level_files_page.h"
 #include "ui/main/marks_box.h"
 #include "ui/main/savegames_page.h"
 #include "ui/widgets/fit_to_screen.h"
@@ -59,7 +59,7 @@ LevelDetails::LevelDetails(Session& session, QWidget* parent)
       sizes_(Named<ElidedLabel>(this, "Label_Size")), code_(Named<ElidedLabel>(this, "Label_Code")),
       place_(Named<ElidedLabel>(this, "Label_InfoDir")), moreInfo_(new QPushButton(this)),
       authorInfo_(new QPushButton(this)), saveGames_(new QPushButton(this)),
-      saves_(new SavegamesPage(session, this)), files_(new FilesPage(session, this)),
+      saves_(new SavegamesPage(session, this)), files_(new LevelFilesPage(session, this)),
       marks_(new MarksBox(this))
 {
     auto* column = new QVBoxLayout(this);

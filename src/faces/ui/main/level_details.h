@@ -14,7 +14,7 @@ namespace kestrova
 {
 
 struct LevelMarks;
-class FilesPage;
+class LevelFilesPage;
 class MarksBox;
 class SavegamesPage;
 class ShotPanes;
@@ -76,7 +76,7 @@ private:
     QPushButton* authorInfo_;
     QPushButton* saveGames_;
     SavegamesPage* saves_;
-    FilesPage* files_;
+    LevelFilesPage* files_;
     MarksBox* marks_;
     LibraryNotes notes_;
 };

@@ -1,4 +1,4 @@
-#include "ui/main/files_page.h"
+#include "ui/main/level_files_page.h"
 
 #include "archive/level_folders.h"
 #include "core/file_kinds.h"
@@ -32,7 +32,7 @@ bool IsForReading(const std::string& name)
 
 } // namespace
 
-FilesPage::FilesPage(Session& session, QWidget* parent)
+LevelFilesPage::LevelFilesPage(Session& session, QWidget* parent)
     : QWidget(parent), session_(session), away_(new QLabel(this)), list_(new QTreeWidget(this))
 {
     setObjectName(QStringLiteral("Page_Files"));
@@ -56,7 +56,7 @@ FilesPage::FilesPage(Session& session, QWidget* parent)
             [this](const QTreeWidgetItem* item) { Open(item); });
 }
 
-void FilesPage::ShowLevel(LevelCode code)
+void LevelFilesPage::ShowLevel(LevelCode code)
 {
     code_ = code;
     read_ = false;
@@ -64,7 +64,7 @@ void FilesPage::ShowLevel(LevelCode code)
         Read();
 }
 
-void FilesPage::ShowNothing()
+void LevelFilesPage::ShowNothing()
 {
     code_.reset();
     read_ = true;
@@ -72,14 +72,14 @@ void FilesPage::ShowNothing()
     away_->hide();
 }
 
-void FilesPage::showEvent(QShowEvent* event)
+void LevelFilesPage::showEvent(QShowEvent* event)
 {
     if (!read_)
         Read();
     QWidget::showEvent(event);
 }
 
-void FilesPage::Read()
+void LevelFilesPage::Read()
 {
     read_ = true;
     list_->clear();
@@ -105,7 +105,7 @@ void FilesPage::Read()
     list_->resizeColumnToContents(fileSizeColumn);
 }
 
-void FilesPage::Open(const QTreeWidgetItem* item)
+void LevelFilesPage::Open(const QTreeWidgetItem* item)
 {
     const Path file = PathFromQt(item->data(0, Qt::UserRole).toString());
     if (session_.runningOperations > 0 || !IsForReading(file.filename().native()))

@@ -13,10 +13,10 @@ namespace kestrova
 
 /// The files of the chosen level as they are stored; documents and pictures can be opened. They are
 /// listed when the page is seen, and nobody is asked for a disc.
-class FilesPage : public QWidget
+class LevelFilesPage : public QWidget
 {
 public:
-    FilesPage(Session& session, QWidget* parent);
+    LevelFilesPage(Session& session, QWidget* parent);
 
     void ShowLevel(LevelCode code);
     void ShowNothing();
