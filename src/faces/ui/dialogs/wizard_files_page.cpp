@@ -25,10 +25,10 @@ namespace
 {
 
 /// `Frame_Pag2`.
-class FilesPage : public UploadPage
+class UploadFilesPage : public UploadPage
 {
 public:
-    FilesPage(UploadWizard& wizard, const Runner& run)
+    UploadFilesPage(UploadWizard& wizard, const Runner& run)
         : UploadPage(wizard, run, "Frame_Pag2"), files_(new QTreeWidget(this)),
           hint_(new QLabel(files_->viewport())), size_(new QLabel(this)),
           moreInfo_(new QComboBox(this))
@@ -45,7 +45,7 @@ public:
         sounds_ = NamedButton(this, "Pul_ComprWav");
         sounds_->setAutoDefault(false);
         sounds_->setToolTip(Words(Msg::UploadComprWavTip));
-        connect(sounds_, &QPushButton::clicked, this, &FilesPage::AskSounds);
+        connect(sounds_, &QPushButton::clicked, this, &UploadFilesPage::AskSounds);
         buttons->addWidget(sounds_);
         buttons->addStretch();
         MakeList();
@@ -140,7 +140,7 @@ private:
 
 UploadPage* MakeFilesPage(UploadWizard& wizard, const UploadPage::Runner& run)
 {
-    return new FilesPage(wizard, run);
+    return new UploadFilesPage(wizard, run);
 }
 
 } // namespace kestrova
