@@ -6,6 +6,7 @@
 #include "session/operation.h"
 #include "session/telling.h"
 #include "ui/desktop/file_names.h"
+#include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
 #include "words/level_page.h"
 
@@ -19,8 +20,6 @@ namespace kestrova
 
 namespace
 {
-
-enum FileColumn { fileNameColumn, fileSizeColumn };
 
 /// A kind that shows something and runs nothing.
 bool IsForReading(const std::string& name)
