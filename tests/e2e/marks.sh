@@ -77,7 +77,7 @@ level 1 "['tags'] == ['Dark']"
 
 # A damaged file is told, and kept.
 echo '{"levels":[{"code":1' >"$notes"
-expect 1 doctor
+expect 0 doctor
 said "$notes"
 level 1 "['tags'] == []"
 errs "$notes"
