@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # packaging/try_deb.sh PACKAGE: installs the package in a new small Debian, runs both programs there as
 # a person would, removes it again, and looks whether anything of it is left. As root, with a network.
-set -euo pipefail
+set -Eeuo pipefail
 
 package=$(readlink -f "${1:?usage: packaging/try_deb.sh PACKAGE}")
 work=$(mktemp -d)
@@ -29,10 +29,11 @@ for list in /etc/apt/sources.list /etc/apt/sources.list.d/debian.sources; do
     [[ ! -s $list ]] || sources+=("$list")
 done
 # What a desktop has anyway, and what would otherwise come with the package and stay behind it.
-mmdebstrap --variant=apt --mode=root --include=shared-mime-info,desktop-file-utils,hicolor-icon-theme,man-db,procps \
+mmdebstrap --variant=apt --mode=root --skip=cleanup/apt/lists,cleanup/apt/cache --include=shared-mime-info,desktop-file-utils,hicolor-icon-theme,man-db,procps \
     bookworm "$root" "${sources[@]}" >"$work/log" 2>&1
 mount -t proc proc "$root/proc"
 cp "$package" "$root/tmp/kestrova.deb"
+cp -L /etc/resolv.conf "$root/etc/resolv.conf"
 files >"$work/before"
 
 say "the package and what it depends on"
@@ -40,7 +41,7 @@ inside apt-get install -y -q --no-install-recommends /tmp/kestrova.deb >>"$work/
 kept=$(inside dpkg-query -W -f '${Package}\n')
 
 say "what the desktop knows"
-inside grep -qx 'application/x-kestrova-archive:\*.kva' /usr/share/mime/globs2
+inside grep -q ':application/x-kestrova-archive:\*.kva' /usr/share/mime/globs2
 inside grep -q 'application/x-kestrova-archive=kestrova.desktop' /usr/share/applications/mimeinfo.cache
 inside desktop-file-validate /usr/share/applications/kestrova.desktop
 for size in 16x16 48x48 512x512; do
