@@ -170,7 +170,7 @@ void ShowNote(Run& run, const LevelNote& note)
         AddLine(run, GetMsg(Msg::NotedAdded, {DateText(*note.added * nsOfSecond)}));
     if (note.lastPlayed)
         AddLine(run, GetMsg(Msg::NotedPlayed, {DateText(*note.lastPlayed * nsOfSecond)}));
-    if (note.secondsPlayed > 0)
+    if (note.secondsPlayed >= 60)
         AddLine(run, GetMsg(Msg::NotedTime, {std::to_string(note.secondsPlayed / 3600),
                                              std::to_string(note.secondsPlayed / 60 % 60)}));
     const auto empty = MarkTexts({});
