@@ -295,11 +295,11 @@ TEST(LibraryNotes, AreFollowedWhenFileOrListChanges)
     EXPECT_FALSE(notes.Of(second).added);
 }
 
-TEST(LibraryNotes, OfTenThousandLevelsAreReadAtOnce)
+TEST(LibraryNotes, OfTwoThousandLevelsAreReadAtOnce)
 {
     NotesWorld world;
     LibraryFile library;
-    for (LevelCode code = 1; code <= 10'000; ++code) {
+    for (LevelCode code = 1; code <= 2000; ++code) {
         LevelRecord level;
         level.levelCode = code;
         level.levelName = "Level number " + std::to_string(code);
@@ -320,7 +320,7 @@ TEST(LibraryNotes, OfTenThousandLevelsAreReadAtOnce)
     using Ms = std::chrono::duration<double, std::milli>;
     std::cout << "read: " << Ms{read - begin}.count()
               << " ms, asked again: " << Ms{again - read}.count() << " ms\n";
-    for (const LevelCode code : {1, 5000, 10'000})
+    for (const LevelCode code : {1, 1000, 2000})
         EXPECT_EQ(notes.Of(code).stars, code % 6);
     EXPECT_EQ(notes.Tags().size(), 2U);
 }
