@@ -26,7 +26,7 @@ json 'all(at["why"] for at in j["refused"]) and j["untried"] == [] and j["needs"
 errs "2 added, 4 skipped, 0 that need you, 2 refused"
 errs "1 of 8: cut.zip: Refused: "
 [[ $(tree down) == "$before" ]] || die "a source was changed"
-[[ $(ls levels) == $'LEVEL_0000\nLEVEL_0001\nLEVEL_0002\nLEVEL_0003\nLEVEL_0004\nLEVEL_0005' ]] ||
+[[ $(cd levels && echo LEVEL_*) == "LEVEL_0001 LEVEL_0002 LEVEL_0003 LEVEL_0004 LEVEL_0005" ]] ||
     die "the folders are $(ls levels)"
 expect 0 verify 4
 expect 0 verify 5
@@ -34,7 +34,7 @@ expect 0 verify 5
 # Once more: all that could come in is there. Without the rest it is done.
 rm down/cut.zip down/locked.zip
 expect 0 add --each down
-[[ $(cut -f1 "$box/out" | sort | uniq -c | xargs) == "6 skipped" ]] || die "not all were skipped"
+[[ $(cut -f1 "$box/out" | sort | uniq -c | xargs) == "5 skipped" ]] || die "not all were skipped"
 expect 2 add --each down --name "All of them"
 errs "--each"
 expect 1 add --each "$box/down/nothing"

@@ -22,7 +22,7 @@ struct QueueItem {
     LevelCode code = 0;  ///< of the level that was added, or that the archive had; 0: of none
     std::string name;    ///< of that level
     std::string why;     ///< why it is as it is, on one line; of an added one: what to know of it
-    std::string details; ///< everything that was told of it, a line each
+    std::string details; ///< everything else that was told of it, a line each
 };
 
 /// How a queue came to its end.

@@ -63,12 +63,13 @@ void QueueHost::Tell(Tone tone, const std::string& text, const std::string& reas
                      const std::string& details)
 {
     const std::string line = AsLine(reason.empty() ? text : text + ' ' + reason);
-    if (tone == Tone::Error && firstError_.empty())
+    const bool isFirst = tone == Tone::Error && firstError_.empty();
+    if (isFirst)
         firstError_ = line;
     constexpr std::size_t most = 8192; // of one level that tells without end
     if (tone == Tone::Plain || allTold_.size() > most)
         return;
-    for (const std::string& each : {line, AsLine(details)})
+    for (const std::string& each : {isFirst ? std::string{} : line, AsLine(details)})
         if (!each.empty())
             allTold_ += (allTold_.empty() ? "" : "\n") + each;
 }

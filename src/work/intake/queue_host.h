@@ -40,7 +40,7 @@ public:
     /// The first error of this level, or the first question, on one line.
     [[nodiscard]] std::string FirstError() const { return firstError_; }
     [[nodiscard]] std::string FirstQuestion() const { return firstQuestion_; }
-    /// Everything that was told of it, a line each.
+    /// Everything else that was told of it, a line each.
     [[nodiscard]] const std::string& AllTold() const { return allTold_; }
     /// Somebody in front of it could have helped.
     [[nodiscard]] bool WantedAnswer() const { return wantedAnswer_; }

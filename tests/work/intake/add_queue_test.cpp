@@ -1,5 +1,6 @@
 #include "intake/add_queue.h"
 
+#include "core/ordered_jobs.h"
 #include "formats/archive_file.h"
 #include "intake/left_intake.h"
 #include "intake/queue_texts.h"
@@ -53,7 +54,7 @@ std::vector<std::string> NamesInFile(const World& box)
     return names;
 }
 
-/// What lies in the folders of levels that the list does not have.
+/// Folders with files that no level of the list has; an empty one is taken by the next level.
 std::vector<std::string> HalfLevels(const World& box)
 {
     std::vector<std::string> half;
@@ -65,7 +66,7 @@ std::vector<std::string> HalfLevels(const World& box)
                                                     [&](const LevelRecord& level) {
                                                         return level.levelCode == code;
                                                     });
-        if (!listed)
+        if (!listed && !box.Snapshot("levels/" + name).empty())
             half.push_back(name);
     }
     return half;
@@ -126,8 +127,9 @@ TEST_F(AddQueueTest, EachSourceGoesItsOwnWayAndNoneKeepsTheNextFromItsTurn)
     EXPECT_FALSE(queue.AllIn());
     EXPECT_EQ(CountsText(queue), "2 added, 3 skipped, 1 that need you, 4 refused");
 
-    EXPECT_EQ(NamesInFile(box), (std::vector<std::string>{"Original configuration", "Had before",
-                                                          "Salt Harbour", "Folder Level"}));
+    EXPECT_EQ(NamesInFile(box),
+              (std::vector<std::string>{"- TRLE: Original configuration -", "Had before",
+                                        "Salt Harbour", "Folder Level"}));
     EXPECT_EQ(HalfLevels(box), std::vector<std::string>{});
     EXPECT_EQ(box.session.archive.levels.size(), 4U);
     EXPECT_EQ(box.list.selected, queue.Items()[9].code);
@@ -179,12 +181,15 @@ TEST_F(AddQueueTest, QuestionsLeaveTheSourceToThePerson)
 
 TEST_F(AddQueueTest, WhatStandsInTheWayOfAllEndsIt)
 {
-    const auto fill = [&](const char* folder) {
-        for (const char* name : {"1.zip", "2.zip", "3.zip"})
-            WriteLevelZip(box, std::string{folder} + "/" + name,
-                          std::string{folder} + name + ".tr4", name);
+    const auto fill = [&](const std::string& folder, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::string name = folder + std::to_string(i);
+            WriteLevelZip(box, folder + "/" + name + ".zip", name + ".tr4", name);
+        }
     };
-    fill("room");
+    // What workers have unpacked already needs no more room.
+    const std::size_t many = OrderedJobs::Cores() + 3;
+    fill("room", many);
     AddQueue full{box.session};
     full.Take(Given(box, {"room"}));
     EXPECT_EQ(RunQueue(box, full,
@@ -196,13 +201,13 @@ TEST_F(AddQueueTest, WhatStandsInTheWayOfAllEndsIt)
         << QueueText(full);
     EXPECT_EQ(full.Count(QueueState::Added) + full.Count(QueueState::Refused) +
                   full.Count(QueueState::Waiting),
-              3U);
+              many);
     EXPECT_GE(full.Count(QueueState::Added), 1U);
     EXPECT_EQ(HalfLevels(box), std::vector<std::string>{});
     EXPECT_NE(QueueText(full).find("The disk is full"), std::string::npos);
 
     box.machine.free = UINT64_C(1) << 40;
-    fill("away");
+    fill("away", 3);
     AddQueue away{box.session};
     away.Take(Given(box, {"away"}));
     EXPECT_EQ(RunQueue(box, away,
@@ -218,7 +223,7 @@ TEST_F(AddQueueTest, WhatStandsInTheWayOfAllEndsIt)
 
     const Path file = box.session.ArchivePath();
     const FailingCalls fails{platform::FileAction::Rename, file.filename().native(), -1};
-    fill("list");
+    fill("list", 3);
     AddQueue list{box.session};
     list.Take(Given(box, {"list"}));
     EXPECT_EQ(RunQueue(box, list), QueueEnd::NotSaved) << QueueText(list);
