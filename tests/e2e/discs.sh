@@ -88,6 +88,18 @@ DAMAGE
 expect 1 discs verify --all
 expect 1 play 6 --no-start
 [[ $(tree trle) == "$original" ]] || die "a damaged disc changed the folder"
+# Elsewhere too: the first disc tells what each file of the set was.
+mkdir fresh
+first=$(find isos -name '*.iso' | sort | head -1)
+expect 1 --no discs install "$first" fresh --full
+errs "Error copying file in subfolder"
+[[ ! -e fresh/levels ]] || die "an install that failed left something"
+expect 0 discs install "$first" fresh
+expect 1 play 6 --no-start
+errs "not those that were put on it"
+expect 0 play 1 --no-start
+expect 0 original
+expect 0 load "$box/my.kva"
 rm "$second"
 expect 1 play 6 --no-start
 errs "Kestrova #2"
