@@ -62,8 +62,8 @@ TEST(LibraryWindow, IsSortedFilteredAndSearchedByMoreThanNames)
     world.list.Select(2);
     Pick(world, "Combo_Sort", "Size");
     EXPECT_EQ(NamesIn(world),
-              (std::vector<std::string>{"Level 01", "Level 02", "- TRLE: Original configuration -",
-                                        "Level 03"}));
+              (std::vector<std::string>{"Level 01", "Level 02",
+                                        "- TRLE: Original configuration - (*)", "Level 03"}));
     EXPECT_EQ(world.list.Selected(), 2) << "who is chosen stays chosen";
     world.Click("Pul_Prima");
     EXPECT_EQ(world.list.Selected(), 1) << "the buttons follow what is shown";
@@ -101,6 +101,7 @@ TEST(LibraryWindow, ShowsRowsAndCoversAndRemembersWhich)
     EXPECT_TRUE(world.Find("Slider_Covers")->isVisible());
     EXPECT_EQ(world.list.Selected(), 5);
     EXPECT_TRUE(view->viewport()->rect().intersects(view->visualRect(view->currentIndex())));
+    world.Find<QSlider>("Slider_Covers")->setValue(smallestCover);
     const QRect first = view->visualRect(view->model()->index(0, 0));
     const QRect second = view->visualRect(view->model()->index(1, 0));
     EXPECT_EQ(first.top(), second.top());

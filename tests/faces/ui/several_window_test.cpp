@@ -1,6 +1,7 @@
 // Several levels chosen in the list, and what is done with all of them at once.
 #include "app/command_table.h"
 #include "app/run_on_several.h"
+#include "platform/process.h"
 #include "window_world.h"
 
 #include <QAction>
@@ -82,6 +83,7 @@ TEST(SeveralLevels, AreDeletedAfterOneQuestion)
 TEST(SeveralLevels, AreExportedEachIntoAZipOfItsOwn)
 {
     SeveralWorld world{3};
+    world.box.machine.tools["zip"] = platform::FindOnPath("zip");
     world.Show();
     world.box.Write("zips/TR_Level_Level 02.zip", "not mine");
     world.ChooseRows(1, 2);

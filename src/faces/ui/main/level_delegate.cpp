@@ -194,8 +194,11 @@ void LevelDelegate::PaintCover(QPainter& painter, const QStyleOptionViewItem& op
     line = QRect(cover.left(), line.bottom() + 1, cover.width(), line.height());
     painter.setFont(option.font);
     painter.setPen(InkOf(option, true));
-    PaintWords(painter, line, ToQt(level.author), Qt::AlignHCenter);
-    PaintWords(painter, line.translated(0, line.height()), MarksOf(level), Qt::AlignHCenter);
+    for (const QString& words : {ToQt(level.author), MarksOf(level)})
+        if (!words.isEmpty()) {
+            PaintWords(painter, line, words, Qt::AlignHCenter);
+            line.translate(0, line.height());
+        }
 }
 
 bool LevelDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,

@@ -20,7 +20,7 @@ namespace
 {
 
 /// Widths in letters. The name has what is left, and never less than its own.
-constexpr int columnLetters[] = {24, 18, 13, 13, 11, 11, 13};
+constexpr int columnLetters[] = {32, 18, 13, 13, 11, 11, 13};
 static_assert(std::size(columnLetters) == LevelModel::ColumnCount);
 
 } // namespace
