@@ -112,8 +112,9 @@ TEST(Covers, OfAnotherArchiveAreNeverShown)
 TEST(Covers, WaitForNobodyWhoIsNotSeenAnyMore)
 {
     Covers covers;
+    const std::string picture = *EncodeJpeg(Plain(400, 300, strongRed));
     for (LevelCode code = 1; code <= 60; ++code)
-        covers.Write(code, "screenshots/a.jpg", *EncodeJpeg(Plain(1600, 1200, strongRed)));
+        covers.Write(code, "screenshots/a.jpg", picture);
     for (LevelCode code = 1; code <= 60; ++code)
         (void)covers.cache.Cover(code);
     covers.cache.WantOnly({60});

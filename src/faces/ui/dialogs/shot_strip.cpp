@@ -4,6 +4,7 @@
 #include "words/level_page.h"
 
 #include <QAbstractListModel>
+#include <QIcon>
 #include <QScrollBar>
 
 namespace kestrova
@@ -53,8 +54,8 @@ public:
         const auto place = static_cast<std::size_t>(index.row());
         if (place >= files_.size())
             return {};
-        if (role == Qt::DecorationRole)
-            return cache_.Cover(index.row());
+        if (role == Qt::DecorationRole) // a pixmap would be shown as large as it is
+            return QIcon(cache_.Cover(index.row()));
         if (role == Qt::ToolTipRole || role == Qt::AccessibleTextRole)
             return ToQt(StripExtension(TextOf(files_[place].filename()))).toHtmlEscaped();
         if (role == Qt::SizeHintRole)
