@@ -84,13 +84,15 @@ wait "$window" || (($? == 143))
 say "removed again"
 inside apt-get purge -y -q kestrova >>"$work/log" 2>&1
 files >"$work/after"
-left=$(comm -13 "$work/before" "$work/after" | while read -r file; do
-    # What belongs to the packages that it depends on stays until nobody needs them.
-    inside dpkg-query -S "${file#.}" >/dev/null 2>&1 || echo "$file"
-done | grep -i kestrova || true)
+# What belongs to the packages that it depends on stays until nobody needs them.
+left=$(comm -13 "$work/before" "$work/after" | grep -i kestrova || true)
 [[ -z $left ]] || {
     echo "try_deb: left behind: $left" >&2
     exit 1
 }
-! inside grep -q kestrova /usr/share/mime/globs2 /usr/share/applications/mimeinfo.cache
+known=$(grep -l kestrova "$root"/usr/share/{mime/globs2,applications/mimeinfo.cache} || true)
+[[ -z $known ]] || {
+    echo "try_deb: still known to $known" >&2
+    exit 1
+}
 say "all is well; $(wc -l <<<"$kept") packages stood in it"
