@@ -84,7 +84,7 @@ StartDialog::StartDialog(Session& session, FirstStart& rules, QWidget* parent)
     setObjectName(QStringLiteral("Dialog_Start"));
     auto* help = HelpButton(this);
     auto* start = NamedButton(this, "Pul_Start");
-    auto* cancel = PlainButton(this, "Pul_Cancel");
+    auto* cancel = NamedButton(this, "Pul_Cancel"); // the default while it has the keyboard
     help->setAutoDefault(false);
     start->setDefault(true);
     auto* buttons = new QHBoxLayout;
