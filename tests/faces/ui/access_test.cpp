@@ -126,8 +126,9 @@ void ExpectReadingOrder(QWidget& window, const std::string& page)
     // It comes round; where it begins is what a person sees first.
     const auto first =
         std::min_element(chain.begin(), chain.end(), [&](const QWidget* one, const QWidget* other) {
-            return !IsBehind(PlaceOf(*one, window), PlaceOf(*other, window)) &&
-                   IsBehind(PlaceOf(*other, window), PlaceOf(*one, window));
+            const QPoint here = PlaceOf(*one, window).topLeft();
+            const QPoint there = PlaceOf(*other, window).topLeft();
+            return std::pair{here.y(), here.x()} < std::pair{there.y(), there.x()};
         });
     std::rotate(chain.begin(), first, chain.end());
     for (std::size_t i = 1; i < chain.size(); ++i)

@@ -74,8 +74,17 @@ void ExpectOneMeaningEach(const QWidget& window)
         EXPECT_EQ(keys.count(key->first), 1U)
             << FromQt(window.objectName()) << ": " << key->first << meanings;
     }
+    // A window with more buttons than letters leaves the last ones without.
+    const auto hasFreeLetter = [&](const QString& words) {
+        return std::any_of(words.begin(), words.end(), [&](QChar letter) {
+            const auto key = static_cast<Qt::Key>(letter.toUpper().unicode());
+            const QKeySequence reaches{QKeyCombination{Qt::AltModifier, key}};
+            return letter.isLetterOrNumber() && !keys.contains(FromQt(reaches.toString()));
+        });
+    };
     for (const auto* button : window.findChildren<QAbstractButton*>())
-        EXPECT_TRUE(!button->objectName().startsWith(QLatin1String("Pul_")) ||
+        EXPECT_TRUE(!hasFreeLetter(button->text()) ||
+                    !button->objectName().startsWith(QLatin1String("Pul_")) ||
                     button->text().isEmpty() || button->property("pictured").toBool() ||
                     !QKeySequence::mnemonic(button->text()).isEmpty())
             << FromQt(window.objectName()) << ": no letter for " << FromQt(button->objectName());

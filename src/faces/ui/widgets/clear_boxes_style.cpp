@@ -57,6 +57,15 @@ void ClearBoxesStyle::drawPrimitive(PrimitiveElement element, const QStyleOption
                                     QPainter* painter, const QWidget* widget) const
 {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+    // Fusion outlines the button that Enter means as it does the one that has the keyboard.
+    if (element == PE_PanelButtonCommand && option->state.testFlag(State_HasFocus) &&
+        option->state.testFlag(State_KeyboardFocusChange)) {
+        painter->save();
+        painter->setPen(option->palette.color(QPalette::Highlight));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRect(option->rect.adjusted(3, 3, -4, -4));
+        painter->restore();
+    }
     if (element == PE_FrameLineEdit || element == PE_PanelButtonCommand ||
         element == PE_FrameGroupBox)
         return Outline(*option, *painter);
