@@ -48,6 +48,19 @@ int RankOf(QueueState state)
                             std::begin(order));
 }
 
+/// So that no state's word is cut, whichever comes.
+int StateWidth(const QWidget& list)
+{
+    int widest = 0;
+    for (const bool ended : {false, true})
+        for (const QueueState state :
+             {QueueState::Waiting, QueueState::UnderWay, QueueState::Added, QueueState::Skipped,
+              QueueState::NeedsYou, QueueState::Refused})
+            widest = std::max(widest,
+                              list.fontMetrics().horizontalAdvance(ToQt(StateText(state, ended))));
+    return widest + 2 * list.fontMetrics().averageCharWidth() + 8;
+}
+
 } // namespace
 
 AddManyDialog::AddManyDialog(Session& session, AddAlone addAlone, QWidget* parent)
@@ -96,7 +109,7 @@ void AddManyDialog::MakeList()
     list_->setTextElideMode(Qt::ElideMiddle);
     list_->header()->setStretchLastSection(true);
     list_->header()->resizeSection(sourceColumn, fontMetrics().averageCharWidth() * 34);
-    list_->header()->setSectionResizeMode(stateColumn, QHeaderView::Interactive);
+    list_->header()->resizeSection(stateColumn, StateWidth(*list_));
     PutHint(*list_, *hint_);
     hint_->setText(Words(Msg::ManyHint));
 }
@@ -256,7 +269,6 @@ void AddManyDialog::ShowRows()
     if (!running_ && !rows.isEmpty())
         list_->setCurrentItem(selected && queue_.End() == QueueEnd::None ? rows_[*selected]
                                                                          : rows.constFirst());
-    list_->resizeColumnToContents(stateColumn);
     hint_->setVisible(rows.isEmpty());
 }
 
