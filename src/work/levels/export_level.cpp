@@ -283,8 +283,7 @@ Result<Path> ZipIn(const Path& folder, const std::string& levelName)
     FolderNames names{folder};
     if (!names.State())
         return names.State().Error();
-    const std::string name =
-        Filled(OnDisk::ExportDefaultName, {ReplaceForbiddenChars(levelName)});
+    const std::string name = Filled(OnDisk::ExportDefaultName, {ReplaceForbiddenChars(levelName)});
     return folder / (names.Has(name) ? names.FreeName(name) : name);
 }
 
