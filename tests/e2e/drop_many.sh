@@ -40,27 +40,3 @@ rests
 ctl levels
 [[ $(wc -l <"$box/out") == 9 ]]
 [[ ! -e $box/archive/LEVEL_0009 ]]
-
-# The first row needs the person: its own window opens, and gives it up.
-appears 'Add several levels'
-press Tab Tab Tab
-press alt+r # retry alone
-appears 'Add new level'
-press Escape
-gone 'Add new level'
-appears 'Add several levels'
-press Escape
-gone 'Add several levels'
-appears 'my.kva .9 levels'
-
-# The same by the menu, empty at first.
-press alt+l
-press s
-appears 'Add several levels'
-drag 'Add several levels' "$box/down"
-press alt+s # start
-rests
-press Escape
-gone 'Add several levels'
-ctl levels
-[[ $(wc -l <"$box/out") == 9 ]]
