@@ -2,6 +2,7 @@
 
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
+#include "words/captions.h"
 #include "words/level_page.h"
 #include "words/ui_main.h"
 

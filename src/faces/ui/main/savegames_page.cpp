@@ -8,6 +8,7 @@
 #include "session/operation.h"
 #include "ui/widgets/drop_area.h"
 #include "ui/widgets/qt_text.h"
+#include "words/captions.h"
 #include "words/level_page.h"
 #include "words/saves.h"
 
