@@ -84,7 +84,7 @@ QPainterPath PathOf(const char* strokes)
         return QPointF(x, number());
     };
     while (at < words.size()) {
-        const QString step = words[at++];
+        const QString& step = words[at++];
         if (step == QLatin1String("M")) {
             path.moveTo(point());
         } else if (step == QLatin1String("L")) {
