@@ -10,6 +10,7 @@
 #include "words/first_start.h"
 #include "words/help.h"
 #include "words/installers.h"
+#include "words/level_page.h"
 #include "words/level_setup.h"
 #include "words/menus.h"
 #include "words/ui_desktop.h"
