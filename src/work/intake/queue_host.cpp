@@ -2,6 +2,8 @@
 
 #include "core/text.h"
 
+#include <utility>
+
 namespace kestrova
 {
 
@@ -56,26 +58,34 @@ void QueueHost::Begin()
     firstQuestion_.clear();
     allTold_.clear();
     wantedAnswer_ = false;
-    lackedRoom_ = false;
+    lackedRoom_ = tellsFailure_ = false;
 }
 
 void QueueHost::Tell(Tone tone, const std::string& text, const std::string& reason,
                      const std::string& details)
 {
-    const std::string line = AsLine(reason.empty() ? text : text + ' ' + reason);
+    // Of a failure in two lines the second one says what is wrong; the first one names what was
+    // done.
+    const std::size_t second = text.find(lineBreak);
+    const bool hasSecond = std::exchange(tellsFailure_, false) && second != std::string::npos &&
+                           second + lineBreak.size() < text.size();
+    const std::string line =
+        AsLine(hasSecond ? text.substr(second + lineBreak.size()) : text + ' ' + reason);
     const bool isFirst = tone == Tone::Error && firstError_.empty();
     if (isFirst)
         firstError_ = line;
     constexpr std::size_t most = 8192; // of one level that tells without end
     if (tone == Tone::Plain || allTold_.size() > most)
         return;
-    for (const std::string& each : {isFirst ? std::string{} : line, AsLine(details)})
+    for (const std::string& each : {isFirst ? std::string{} : line,
+                                    hasSecond ? AsLine(reason) : std::string{}, AsLine(details)})
         if (!each.empty())
             allTold_ += (allTold_.empty() ? "" : "\n") + each;
 }
 
 void QueueHost::NoteFailure(ErrorCode code)
 {
+    tellsFailure_ = true;
     lackedRoom_ = lackedRoom_ || code == ErrorCode::NoSpace;
 }
 

@@ -75,6 +75,7 @@ private:
     std::string allTold_;
     mutable bool wantedAnswer_ = false;
     bool lackedRoom_ = false;
+    bool tellsFailure_ = false; ///< what is told next
 };
 
 } // namespace kestrova

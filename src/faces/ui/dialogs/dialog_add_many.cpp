@@ -106,7 +106,7 @@ void AddManyDialog::MakeList()
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);
     list_->setAlternatingRowColors(true);
-    list_->setTextElideMode(Qt::ElideMiddle);
+    list_->setTextElideMode(Qt::ElideRight);
     list_->header()->setStretchLastSection(true);
     list_->header()->resizeSection(sourceColumn, fontMetrics().averageCharWidth() * 34);
     list_->header()->resizeSection(stateColumn, StateWidth(*list_));
