@@ -40,3 +40,17 @@ rests
 ctl levels
 [[ $(wc -l <"$box/out") == 9 ]]
 [[ ! -e $box/archive/LEVEL_0009 ]]
+
+# The first row needs the person: its own window asks about the program, and gives the level up.
+appears 'Add several levels'
+press alt+r # retry alone
+appears '^Kestrova$'
+press Escape
+gone '^Kestrova$'
+appears 'Add new level'
+press Escape
+gone 'Add new level'
+appears 'Add several levels'
+press Escape
+gone 'Add several levels'
+appears 'my.kva .9 levels'

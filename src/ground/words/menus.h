@@ -16,7 +16,7 @@ inline constexpr Message MenuSaveAs{"Save Archive  as ..."};
 inline constexpr Message MenuExit{"Exit"};
 inline constexpr Message MenuLevel{"Levels"};
 inline constexpr Message MenuAddLevel{"Add new level"};
-inline constexpr Message MenuAddMany{"Add several levels ..."};
+inline constexpr Message MenuAddMany{"Add many levels ..."};
 inline constexpr Message MenuProperty{"Properties of current level"};
 inline constexpr Message MenuLanguage{"Language of level"};
 inline constexpr Message MenuSetMyLanguage{"Set my language in current level"};
