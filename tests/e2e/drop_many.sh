@@ -33,7 +33,7 @@ gone '^Kestrova$'
 drag 'my.kva' "$box/down"/*
 appears '^Kestrova$'
 press alt+e # each its own level
-appears 'Add several levels'
+appears 'Add many levels'
 holds "$box/home/my.kva" 'Folder level'
 holds "$box/home/my.kva" 'Download 6'
 rests

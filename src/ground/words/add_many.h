@@ -34,7 +34,7 @@ inline constexpr Message ManyTextLine{"~1: ~2"};
 inline constexpr Message ManyAsk{"There are ~1 of them. Is each one a level of its own, or do all of them together make one level?"};
 inline constexpr Message ManyAskEach{"Each its own level"};
 inline constexpr Message ManyAskOne{"All one level"};
-inline constexpr Message ManyTitle{" Add several levels"};
+inline constexpr Message ManyTitle{" Add many levels"};
 inline constexpr Message ManyListName{"Sources of the levels"};
 inline constexpr Message ManyColumnSource{"Source"};
 inline constexpr Message ManyColumnState{"State"};
