@@ -42,7 +42,7 @@ ctl levels
 [[ ! -e $box/archive/LEVEL_0009 ]]
 
 # The first row needs the person: its own window asks about the program, and gives the level up.
-appears 'Add several levels'
+appears 'Add many levels'
 press alt+r # retry alone
 appears '^Kestrova$'
 press Escape
@@ -50,7 +50,7 @@ gone '^Kestrova$'
 appears 'Add new level'
 press Escape
 gone 'Add new level'
-appears 'Add several levels'
+appears 'Add many levels'
 press Escape
-gone 'Add several levels'
+gone 'Add many levels'
 appears 'my.kva .9 levels'
