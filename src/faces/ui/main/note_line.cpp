@@ -3,6 +3,7 @@
 #include "app/undoable.h"
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/qt_text.h"
+#include "words/captions.h"
 #include "words/level_page.h"
 
 #include <QHBoxLayout>
