@@ -38,7 +38,6 @@ inline constexpr Message SearchButton{"Search"};
 inline constexpr Message PreviousLevel{"Previous"};
 inline constexpr Message NextLevel{"Next"};
 inline constexpr Message PlayButton{"Play"};
-inline constexpr Message NoteUndo{"Undo"};
 inline constexpr Message PlayShow{"Show"};
 inline constexpr Message PlayStop{"Stop"};
 inline constexpr Message SavesBring{"Restore"};

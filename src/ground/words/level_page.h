@@ -66,6 +66,7 @@ inline constexpr Message AskStopGame{"End the game (~1)? What was not saved in i
 inline constexpr Message AskKillGame{"The game was asked to end and still runs (~1). End it by force? What was not saved in it is lost."};
 inline constexpr Message GameNotEnded{"The game could not be ended."};
 inline constexpr Message NotifyTitle{"Kestrova"};
+inline constexpr Message NoteUndo{"Undo"};
 inline constexpr Message NoteUndoOf{"Undo ~1 (Ctrl+Z)"};
 inline constexpr Message NoteDone{"Done: ~1."};
 

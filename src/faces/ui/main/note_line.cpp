@@ -3,7 +3,6 @@
 #include "app/undoable.h"
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/qt_text.h"
-#include "words/captions.h"
 #include "words/level_page.h"
 
 #include <QHBoxLayout>
