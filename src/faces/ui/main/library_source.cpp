@@ -6,6 +6,7 @@
 #include "words/library.h"
 
 #include <QScrollBar>
+#include <utility>
 
 namespace kestrova
 {
@@ -37,6 +38,9 @@ std::vector<LibraryLevel> LibrarySource::Levels()
     const Folders folders = session_.Folders();
     notes_.Follow(folders, session_.archive);
     covers_.LookAgain();
+    // Another archive has other levels under the same numbers.
+    if (std::exchange(countedOf_, session_.ArchivePath()) != session_.ArchivePath())
+        savegames_.clear();
     counted_.clear();
     waiting_.clear();
     return LibraryLevels(folders, session_.archive,

@@ -35,6 +35,7 @@ private:
     LibraryNotes notes_;
     CoverCache covers_;
     std::map<LevelCode, QString> savegames_; ///< as they were counted last
+    Path countedOf_;                         ///< the archive that `savegames_` tells of
     std::set<LevelCode> counted_;            ///< since the last refresh, or about to be
     std::deque<LevelCode> waiting_;
     QTimer countSoon_;
