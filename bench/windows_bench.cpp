@@ -7,6 +7,7 @@
 #include "world/world.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListView>
 #include <QProcess>
@@ -15,13 +16,17 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <functional>
 #include <memory>
+#include <utility>
 
-/// How long the main window needs to open, empty and with 10,000 levels, and to show the list again
-/// after a key of the search; how long the window of 100,000 web addresses, and a screen full of
-/// covers. Medians of pairs that take turns, each window in a run of its own, as `name value unit`
-/// lines.
+#include <unistd.h>
+
+/// How long the main window needs to open, empty and with 10,000 levels, and in how much memory;
+/// how long to show the list again after a key of the search, and in another order; how long the
+/// window of 100,000 web addresses, and a screen full of covers. Medians of pairs that take turns,
+/// each window in a run of its own, as `name value unit` lines.
 
 using namespace kestrova;
 
@@ -105,6 +110,35 @@ void MeasureSearch(MainWindow& window)
     Print("window_search_first_key", keys.front(), "ms");
     Print("window_search_key", Median(keys), "ms");
     Print("window_search_slowest_later_key", slowest, "ms");
+}
+
+/// The list in each order that the box has, by turns.
+void MeasureSort(MainWindow& window)
+{
+    window.findChild<QLineEdit*>(QStringLiteral("Text_Search"))->clear();
+    auto* order = window.findChild<QComboBox*>(QStringLiteral("Combo_Sort"));
+    auto* list = window.findChild<QListView*>(QStringLiteral("Combo_Livelli"));
+    QCoreApplication::processEvents();
+    std::vector<double> sorts;
+    for (int round = 0; round < pairs; ++round)
+        for (int i = order->count() - 1; i >= 0; --i)
+            sorts.push_back(Milliseconds([&] {
+                order->setCurrentIndex(i);
+                list->viewport()->repaint();
+            }));
+    Print("window_sort", Median(sorts), "ms");
+    Print("window_sort_slowest", *std::max_element(sorts.begin(), sorts.end()), "ms");
+}
+
+/// Of this process, in MB: what lies in memory, without the pages that others share.
+double OwnMemory()
+{
+    std::ifstream statm{"/proc/self/statm"}; // proc(5): size, resident, shared … in pages
+    double size = 0;
+    double resident = 0;
+    double shared = 0;
+    statm >> size >> resident >> shared;
+    return (resident - shared) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
 }
 
 /// A world with that many levels beside the original configuration.
@@ -198,19 +232,22 @@ void MeasureCovers(testing::World& box)
     Print("covers_kept", Median(kept), "ms");
 }
 
-/// The window of a run of its own, as a person meets it: fonts and style are not there yet.
-double OpenInRunOfItsOwn(const QString& program, const char* what)
+/// The window of a run of its own, as a person meets it: fonts and style are not there yet. In
+/// milliseconds, and the memory that it takes in MB.
+std::pair<double, double> OpenInRunOfItsOwn(const QString& program, const char* what)
 {
     QProcess run;
     run.start(program, {QString::fromLatin1(what)});
     run.waitForFinished();
-    bool isNumber = false;
-    const double value = run.readAllStandardOutput().trimmed().toDouble(&isNumber);
+    const QList<QByteArray> words = run.readAllStandardOutput().trimmed().split(' ');
+    bool isNumber = words.size() == 2;
+    const double time = isNumber ? words[0].toDouble(&isNumber) : 0;
+    const double memory = isNumber ? words[1].toDouble(&isNumber) : 0;
     if (!isNumber) {
         std::fputs("no measurement\n", stderr);
         std::exit(1);
     }
-    return value;
+    return {time, memory};
 }
 
 } // namespace
@@ -225,22 +262,32 @@ int main(int argc, char** argv)
     if (what == openEmpty || what == openFull) {
         World world{what == openFull};
         std::unique_ptr<MainWindow> window;
-        std::printf("%.3f\n", Milliseconds([&] { window = Open(world.session, world.list); }));
+        const double before = OwnMemory();
+        const double time = Milliseconds([&] { window = Open(world.session, world.list); });
+        std::printf("%.3f %.3f\n", time, OwnMemory() - before);
         return 0;
     }
 
     std::vector<double> empty;
     std::vector<double> full;
+    std::vector<double> more;
     for (int pair = 0; pair < pairs; ++pair) {
-        empty.push_back(OpenInRunOfItsOwn(QApplication::applicationFilePath(), openEmpty));
-        full.push_back(OpenInRunOfItsOwn(QApplication::applicationFilePath(), openFull));
+        const auto [emptyTime, emptyMemory] =
+            OpenInRunOfItsOwn(QApplication::applicationFilePath(), openEmpty);
+        const auto [fullTime, fullMemory] =
+            OpenInRunOfItsOwn(QApplication::applicationFilePath(), openFull);
+        empty.push_back(emptyTime);
+        full.push_back(fullTime);
+        more.push_back(fullMemory - emptyMemory);
     }
     Print("window_open_empty", Median(empty), "ms");
     Print("window_open_10000", Median(full), "ms");
     Print("window_open_ratio", Median(full) / Median(empty), "x");
+    Print("window_open_more_memory", Median(more), "MB");
     World world{true};
     const auto window = Open(world.session, world.list);
     MeasureSearch(*window);
+    MeasureSort(*window);
     MeasureAddresses(world.session);
     MeasureCovers(world.box);
     return 0;
