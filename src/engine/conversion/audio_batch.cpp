@@ -287,7 +287,7 @@ Status AudioBatch::AskToGoOn(std::size_t index, std::string error, int step)
     if (host_.AskYesNo(GetMsg(Msg::AudioAskGoOn, {name + "' : " + error + breaks})))
         return {};
     return InWords(ErrorCode::NotDone,
-                   GetMsg(Msg::AudioErrorAt, {StepName(step).text, name}) + error);
+                   GetMsg(Msg::AudioErrorAt, {Shown(StepName(step)), name}) + error);
 }
 
 Failure ConversionFailed(Message words, Failure failure)

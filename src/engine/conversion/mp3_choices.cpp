@@ -49,7 +49,7 @@ Mp3Settings SettingsOfRows(const std::string& bitRate, const std::string& channe
 {
     Mp3Settings settings;
     settings.bitRate = LeadingNumber(bitRate);
-    settings.channels = channels == Msg::WaveMono.text ? 1 : 2;
+    settings.channels = channels == Shown(Msg::WaveMono) ? 1 : 2;
     settings.frequency = frequencyRow == 0 || frequencyRow > std::size(frequencies)
                              ? 0
                              : frequencies[frequencyRow - 1];

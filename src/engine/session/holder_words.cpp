@@ -10,8 +10,8 @@ namespace kestrova
 
 std::string WordsOfHolder()
 {
-    return GetMsg(Msg::LockWords,
-                  {std::to_string(platform::OwnProcess()), DateText(platform::NowNs())});
+    return Told(Msg::LockWords,
+                {std::to_string(platform::OwnProcess()), DateText(platform::NowNs())});
 }
 
 } // namespace kestrova

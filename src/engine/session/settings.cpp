@@ -130,6 +130,7 @@ Result<ProgramSettings> ReadSettings(const Path& programFolder)
     if (!loaded)
         return loaded.Error();
     GKeyFile* const keys = loaded->get();
+    settings.language = TextValue(keys, "language", settings.language);
     settings.wineCommand = TextValue(keys, "wine-command", settings.wineCommand);
     settings.wineWords = TextValue(keys, "wine-words", settings.wineWords);
     settings.historyCount = NumberValue(keys, "history-count", settings.historyCount);
@@ -160,6 +161,9 @@ Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
     if (!loaded)
         return loaded.Error();
     GKeyFile* const keys = loaded->get();
+    if (settings.language != toldLanguage ||
+        g_key_file_has_key(keys, programGroup, "language", nullptr))
+        g_key_file_set_string(keys, programGroup, "language", settings.language.c_str());
     g_key_file_set_string(keys, programGroup, "wine-command", settings.wineCommand.c_str());
     g_key_file_set_string(keys, programGroup, "wine-words", settings.wineWords.c_str());
     g_key_file_set_integer(keys, programGroup, "history-count", settings.historyCount);

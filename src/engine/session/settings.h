@@ -13,7 +13,11 @@
 namespace kestrova
 {
 
+/// Of the texts as they stand in the words.
+inline constexpr std::string_view toldLanguage = "en";
+
 struct ProgramSettings {
+    std::string language{toldLanguage};  ///< of the texts; one that this version lacks stays
     std::string wineCommand;             ///< starts a Windows program
     std::string wineWords;               ///< extra words behind it, parted by blanks
     std::int32_t historyCount = 200;     ///< kept files a level

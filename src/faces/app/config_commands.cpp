@@ -112,7 +112,7 @@ std::string WrongConfig(Run& run)
     if (words.front() != "write")
         return GetMsg(Msg::WrongConfigWord, {words.front()});
     if (run.json != nullptr)
-        return GetMsg(Msg::WrongOptionHere, {"--json", Msg::ConfigWriteWords.text});
+        return GetMsg(Msg::WrongOptionHere, {"--json", Shown(Msg::ConfigWriteWords)});
     LevelConfig config;
     return TakeFields(run, config);
 }

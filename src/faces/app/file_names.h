@@ -32,6 +32,11 @@ inline constexpr std::string_view SiblingProgram = "brivanta.exe";
 inline constexpr std::string_view TypeOfArchives = "application/x-kestrova-archive";
 inline constexpr std::string_view TypeOfSibling = "application/x-brivanta-archive";
 
+/// The catalogues of other languages, beside the folder of the program's resources.
+inline constexpr std::string_view DirLocale = "locale";
+inline constexpr std::string_view DirMessages = "LC_MESSAGES";
+inline constexpr std::string_view FileNameCatalogue = "kestrova.mo";
+
 /// Where later starts of the windows find the first one: a socket, and the lock of who listens.
 inline constexpr std::string_view DirMeeting = "kestrova";
 inline constexpr std::string_view MeetingSocket = ".kv~windows";

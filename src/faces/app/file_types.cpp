@@ -72,13 +72,13 @@ std::vector<RegisteredFile> FilesToRegister(Session& session)
         {packages / OnDisk::MimePackage, share / OnDisk::MimeXml},
         {data / OnDisk::MimeIcons / OnDisk::MimeIcon, share / OnDisk::MimeIcon},
         {data / OnDisk::AppIcons / OnDisk::ProgramIconFile, share / OnDisk::ProgramIconFile},
-        entry(OnDisk::ProgramEntry, {GetMsg(Msg::EntryOfProgram),
+        entry(OnDisk::ProgramEntry, {Told(Msg::EntryOfProgram),
                                      {program.native()},
                                      {},
                                      "kestrova",
                                      programCategories,
                                      archives,
-                                     GetMsg(Msg::CommentOfProgram),
+                                     Told(Msg::CommentOfProgram),
                                      Msg::KeywordsOfProgram.text,
                                      OnDisk::WindowClass})};
     const Path sibling = ResolvePath(session.programFolder / OnDisk::SiblingProgram);
@@ -86,7 +86,7 @@ std::vector<RegisteredFile> FilesToRegister(Session& session)
         files.push_back(
             {packages / OnDisk::MimePackageOfSibling, share / OnDisk::MimeXmlOfSibling});
         files.push_back(entry(OnDisk::SiblingEntry,
-                              {GetMsg(Msg::EntryOfSibling), SiblingCommand(session, sibling),
+                              {Told(Msg::EntryOfSibling), SiblingCommand(session, sibling),
                                session.programFolder.native(), "kestrova", programCategories,
                                std::string{OnDisk::TypeOfSibling} + ';'}));
     }

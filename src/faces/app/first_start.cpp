@@ -161,6 +161,11 @@ FirstStart::FirstStart(Session& session, const Path& archive)
         choices_.levels = archive.native();
     if (choices_.levels.empty())
         choices_.levels = ProposedLevels(session).native();
+    JudgeAnew();
+}
+
+void FirstStart::JudgeAnew()
+{
     JudgeTrle();
     JudgeLevels();
 }

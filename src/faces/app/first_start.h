@@ -45,6 +45,8 @@ public:
     [[nodiscard]] bool Measures() const { return measuring_ != nullptr && !measuring_->Done(); }
     [[nodiscard]] std::optional<BackupSizes> Sizes() const;
 
+    /// Says of the choices what it said before, in the language that is spoken now.
+    void JudgeAnew();
     void SetTrle(const std::string& typed);
     void SetLevels(const std::string& typed);
     void SetOriginal(bool original) { original_ = original; }

@@ -35,9 +35,9 @@ bool AddHistory(Run& run, LevelCode code)
                                  {"kept", DateText(entry.keptNs)},
                                  {"reason", Readable(entry.reason)}});
         else
-            AddLine(run,
-                    GetMsg(Msg::HistoryLine, {entry.id, ZeroPadded(code, 4), DateText(entry.keptNs),
-                                              entry.name, entry.title, entry.reason}));
+            AddLine(run, GetMsg(Msg::HistoryLine,
+                                {entry.id, ZeroPadded(code, 4), DateText(entry.keptNs), entry.name,
+                                 entry.title, ShownAsSpoken(entry.reason)}));
     }
     return true;
 }

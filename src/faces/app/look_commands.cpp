@@ -57,7 +57,7 @@ std::string LevelAsLine(const LevelRecord& level, bool current)
     if (current)
         line += Msg::CurrentLevelMark.text;
     if (level.cdNumber != 0)
-        line += Msg::OnDiscMark.text;
+        line += Shown(Msg::OnDiscMark);
     return line;
 }
 

@@ -114,7 +114,7 @@ bool OpenToLook(Run& run, Needs needs)
 
 void HearInterrupts()
 {
-    platform::NoteInterrupts(Msg::InterruptNoted.text);
+    platform::NoteInterrupts(Shown(Msg::InterruptNoted));
 }
 
 bool OpenToWork(Run& run, Needs needs, const Whereabouts& said)

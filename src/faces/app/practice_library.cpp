@@ -85,12 +85,12 @@ bool AddPracticeLevels(Session& session)
     const Path levels =
         PlacesIn(InFolder(session.programFolder, OnDisk::DirPracticeLibrary)).levels;
     for (const PracticeLevel& level : PracticeLevels()) {
-        const std::string name = GetMsg(level.name);
+        const std::string name = Told(level.name);
         if (FindNamed(session.archive, name) == nullptr &&
             !AddPracticeLevel(session, levels / name, name))
             return false;
     }
-    if (const LevelRecord* attic = FindNamed(session.archive, GetMsg(Msg::PracticeLevelPictures)))
+    if (const LevelRecord* attic = FindNamed(session.archive, Told(Msg::PracticeLevelPictures)))
         session.list.Select(attic->levelCode);
     return true;
 }

@@ -1,5 +1,6 @@
 #include "app/set_commands.h"
 
+#include "app/languages.h"
 #include "app/opening.h"
 #include "app/result_text.h"
 #include "app/settings_form.h"
@@ -218,6 +219,14 @@ constexpr SettingRow settingRows[] = {
          session.settings.wineWords = Trim(word);
          return true;
      }},
+    {"language", Msg::TakesLanguage, false,
+     [](const Session& session) { return session.settings.language; },
+     [](Session& session, const std::string& word) {
+         if (!IsLanguage(word))
+             return false;
+         session.settings.language = word;
+         return true;
+     }},
     ProgramFlag<&ProgramSettings::exportSavegames>("export-savegames"),
     NumberRow<&ProgramSettings::historyCount>("history-count"),
     NumberRow<&ProgramSettings::historyMegabytes>("history-megabytes"),
@@ -290,7 +299,7 @@ std::string WrongSet(Run& run)
     // Tried before anything is opened: a wrong word is wrong whoever holds the folders.
     return row->set(run.session, words[1])
                ? std::string{}
-               : GetMsg(Msg::WrongSettingValue, {words[1], row->name, row->takes.text});
+               : GetMsg(Msg::WrongSettingValue, {words[1], row->name, Shown(row->takes)});
 }
 
 bool OfProgram(const Run& run)
@@ -312,7 +321,7 @@ bool SetInProgram(Run& run)
     const std::string& word = run.arguments.words[1];
     if (!row->set(run.session, word)) { // it was tried without the settings that there are
         run.session.host.Tell(Tone::Error,
-                              GetMsg(Msg::WrongSettingValue, {word, row->name, row->takes.text}));
+                              GetMsg(Msg::WrongSettingValue, {word, row->name, Shown(row->takes)}));
         return false;
     }
     BoundUndo(run.session.Folders(), run.session.settings);

@@ -29,6 +29,18 @@ private:
     bool mayStop_ = false;
 };
 
+/// The text is that question: it begins as it does, or has its first words behind what a value at
+/// its beginning says.
+bool Asks(std::string_view text, std::string_view question)
+{
+    const std::size_t marker = question.find('~');
+    if (marker > 0)
+        return text.starts_with(question.substr(0, marker));
+    const std::string_view behind = question.substr(std::min(std::size_t{2}, question.size()));
+    const std::string_view words = behind.substr(0, behind.find('~'));
+    return !words.empty() && text.find(words) != std::string_view::npos;
+}
+
 } // namespace
 
 void SeveralProgress::Show(const std::string& level, std::size_t done, std::size_t all)
@@ -58,11 +70,10 @@ void SeveralHost::Tell(Tone tone, const std::string& text, const std::string& re
 
 bool SeveralHost::AskYesNo(const std::string& text, Consent consent)
 {
-    const bool isAgreed =
-        consent == Consent::YesKeeps ||
-        std::any_of(agreed_.begin(), agreed_.end(), [&](const Message& question) {
-            return text.starts_with(question.text.substr(0, question.text.find('~')));
-        });
+    const bool isAgreed = consent == Consent::YesKeeps ||
+                          std::any_of(agreed_.begin(), agreed_.end(), [&](const Message& question) {
+                              return Asks(text, Shown(question));
+                          });
     if (!isAgreed)
         NoteWhy(text);
     return isAgreed;

@@ -29,7 +29,7 @@ std::string HelpText()
     for (const CommandRow& row : CommandTable())
         if (IsHead(row))
             text += "  " + std::string{row.terminal.usage.text} + "\n      " +
-                    std::string{row.terminal.summary.text} + "\n";
+                    std::string{Shown(row.terminal.summary)} + "\n";
     Add(text, Msg::HelpFoot);
     return text;
 }
@@ -40,9 +40,9 @@ std::string HelpFor(std::string_view word, std::string_view verb)
     for (const CommandRow* row : RowsThatTell(word, verb)) {
         text += text.empty() ? "" : "\n";
         text += GetMsg(Msg::UsageLine, {row->terminal.usage.text}) + "\n";
-        text += std::string{row->terminal.summary.text} + "\n";
+        text += std::string{Shown(row->terminal.summary)} + "\n";
         if (row->terminal.json != Message{})
-            text += GetMsg(Msg::HelpJson) + std::string{row->terminal.json.text} + "\n";
+            text += GetMsg(Msg::HelpJson) + std::string{Shown(row->terminal.json)} + "\n";
     }
     return text;
 }
@@ -57,9 +57,9 @@ std::string HelpOfCommands()
         if (!IsHead(row))
             continue;
         text += "\n### `" + std::string{row.terminal.usage.text} + "`\n\n";
-        text += std::string{row.terminal.summary.text} + "\n";
+        text += std::string{Shown(row.terminal.summary)} + "\n";
         if (row.terminal.json != Message{})
-            text += "\n" + GetMsg(Msg::HelpJson) + std::string{row.terminal.json.text} + "\n";
+            text += "\n" + GetMsg(Msg::HelpJson) + std::string{Shown(row.terminal.json)} + "\n";
     }
     text += "\n";
     Add(text, Msg::MarkdownFoot);

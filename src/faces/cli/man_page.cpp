@@ -45,7 +45,7 @@ std::string CommandsOf(std::string_view menu)
     for (const CommandRow& row : CommandTable()) {
         if (row.window.control.empty() || row.window.menu != menu)
             continue;
-        items += "- `" + std::string{row.window.caption.text} + '`';
+        items += "- `" + std::string{Shown(row.window.caption)} + '`';
         if (!row.window.keys.empty())
             items += GetMsg(Msg::ManKeys, {row.window.keys});
         if (!row.terminal.word.empty()) {
@@ -115,7 +115,7 @@ std::string WindowsManPage(std::string_view version)
     std::string menus;
     for (const MenuRow& menu : MenuTable())
         if (const std::string commands = CommandsOf(menu.name); !commands.empty())
-            menus += "\n" + GetMsg(Msg::ManMenu, {menu.caption.text}) + "\n" + commands;
+            menus += "\n" + GetMsg(Msg::ManMenu, {Shown(menu.caption)}) + "\n" + commands;
     return PageHead("KESTROVA", version) +
            AsRoff(GetMsg(Msg::ManWindowsHead) + GetMsg(Msg::ManWindowsOptions) + menus +
                   GetMsg(Msg::ManWindowsFoot));

@@ -1,6 +1,7 @@
 #include "cli/run.h"
 
 #include "app/command_table.h"
+#include "app/languages.h"
 #include "app/result_text.h"
 #include "app/run_command.h"
 #include "app/session_discs.h"
@@ -152,14 +153,26 @@ int RunCommand(const CommandRow& first, const Arguments& arguments)
     return Finish(run.text, done ? Exit::Done : Exit::Failed);
 }
 
+/// What scripts read, and what is made for a package, is told English whatever the settings say.
+bool IsForPersons(const Arguments& arguments)
+{
+    return !arguments.Has("--json") && !arguments.Has("--man") && !arguments.Has("--markdown") &&
+           !arguments.Has("--completion");
+}
+
 } // namespace
 
 int RunTerminal(const std::vector<std::string>& words, std::string_view version)
 {
     platform::IgnoreBrokenPipes();
-    const Arguments arguments = ParseArguments(words, AllOptions());
-    if (!arguments.wrong.empty())
+    Arguments arguments = ParseArguments(words, AllOptions());
+    if (IsForPersons(arguments))
+        if (const auto folder = ChooseProgramFolder(arguments.ValueOf("--home"), false))
+            SpeakAsSet(*folder);
+    if (!arguments.wrong.empty()) {
+        arguments = ParseArguments(words, AllOptions()); // in the words of that language
         return WrongUse(&arguments, arguments.wrong);
+    }
     if (arguments.Has("--version"))
         return Finish(GetMsg(Msg::VersionLine, {version}) + "\n", Exit::Done);
     if (arguments.Has("--help") || arguments.Has("-h") || arguments.command == "help")

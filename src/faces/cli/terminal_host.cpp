@@ -114,16 +114,20 @@ std::optional<std::string> TerminalHost::Prompt(const std::string& text, const s
     return {};
 }
 
-std::optional<char> TerminalHost::AskLetter(const std::string& text, Message choices,
-                                            Message letters, char safe)
+std::optional<std::size_t> TerminalHost::AskLetter(const std::string& text, Message choices,
+                                                   Message letters, std::size_t safe)
 {
-    const std::string ending = GetMsg(choices, {std::string{safe}});
+    // Letters of another length could be taken for another answer.
+    const std::string_view shown =
+        Shown(letters).size() == letters.text.size() ? Shown(letters) : letters.text;
+    const std::string ending = GetMsg(choices, {shown.substr(safe, 1)});
     while (const auto line = Prompt(text, ending)) {
         const std::string answer = FoldCase(Trim(*line));
         if (answer.empty())
             return safe;
-        if (letters.text.find(answer.front()) != std::string_view::npos)
-            return answer.front();
+        for (const std::string_view known : {shown, letters.text})
+            if (const auto place = known.find(answer.front()); place != std::string_view::npos)
+                return place;
     }
     return {};
 }
@@ -137,7 +141,7 @@ bool TerminalHost::AskTwo(const std::string& text, Message choices, Message lett
             "\n");
         return yes;
     }
-    return AskLetter(text, choices, letters, letters.text[safe]) == letters.text.front();
+    return AskLetter(text, choices, letters, safe) == std::size_t{0};
 }
 
 bool TerminalHost::AskYesNo(const std::string& text, Consent consent)
@@ -153,12 +157,12 @@ bool TerminalHost::AskOkCancel(const std::string& text)
 
 YesNoCancel TerminalHost::AskYesNoCancel(const std::string& text)
 {
-    const std::string_view letters = Msg::TerminalYesNoCancelLetters.text;
+    constexpr std::size_t cancel = 2;
     const auto letter =
-        AskLetter(text, Msg::TerminalYesNoCancel, Msg::TerminalYesNoCancelLetters, letters.back());
-    if (letter == letters[0])
-        return YesNoCancel::Yes;
-    return letter == letters[1] ? YesNoCancel::No : YesNoCancel::Cancel;
+        AskLetter(text, Msg::TerminalYesNoCancel, Msg::TerminalYesNoCancelLetters, cancel);
+    if (letter.value_or(cancel) == cancel)
+        return YesNoCancel::Cancel;
+    return *letter == 0 ? YesNoCancel::Yes : YesNoCancel::No;
 }
 
 std::optional<std::string> TerminalHost::AskText(const std::string& text,

@@ -52,10 +52,11 @@ public:
 private:
     /// The line that the person types; no value without a person or at the end of the input.
     std::optional<std::string> Prompt(const std::string& text, const std::string& ending);
-    /// The first letter that is one of `letters`; no value when there is no answer.
-    /// `safe`: the letter that an empty line stands for.
-    std::optional<char> AskLetter(const std::string& text, Message choices, Message letters,
-                                  char safe);
+    /// The place of the letter that is typed among `letters`, those of told English or of the
+    /// language that is spoken; no value when there is no answer. `safe`: the place that an empty
+    /// line stands for.
+    std::optional<std::size_t> AskLetter(const std::string& text, Message choices, Message letters,
+                                         std::size_t safe);
     /// `safe`: the place of that letter among `letters`; the first is the answer Yes.
     bool AskTwo(const std::string& text, Message choices, Message letters, bool standingCounts,
                 std::size_t safe);

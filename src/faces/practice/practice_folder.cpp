@@ -44,7 +44,7 @@ struct Job {
 void PlanLevel(const PracticeLevel& level, const Path& folder, double scale, std::vector<Job>& jobs)
 {
     std::uint64_t seed = FirstSeedOf(level);
-    const std::string title = ToWindows1252(GetMsg(level.name));
+    const std::string title = ToWindows1252(Told(level.name));
     for (const PracticeItem& item : level.items)
         jobs.push_back(
             {InFolder(folder, item.file), [=, &item, style = level.style, number = seed++] {
@@ -76,9 +76,9 @@ void PlanSetupMusic(const Path& trle, std::vector<Job>& jobs)
 void PlanPackages(const Path& packages, std::vector<Job>& jobs)
 {
     for (const PracticeLevel& package : PracticePackages())
-        PlanLevel(package, packages / GetMsg(package.name), 1, jobs);
+        PlanLevel(package, packages / Told(package.name), 1, jobs);
     const PracticeLevel& editor = PracticeEditorSetup();
-    const Path trle = packages / GetMsg(editor.name) / OnDisk::SetupSubfolder;
+    const Path trle = packages / Told(editor.name) / OnDisk::SetupSubfolder;
     PlanLevel(editor, trle, 1, jobs);
     PlanSetupMusic(trle, jobs);
 }
@@ -146,7 +146,7 @@ std::vector<Path> FoldersToPack(const Path& aside, const PracticeMade& made)
     const auto add = [&](const Path& folder, std::span<const PracticeLevel> all) {
         for (const PracticeLevel& level : all)
             if (level.alsoZip)
-                folders.push_back(aside / folder.filename() / GetMsg(level.name));
+                folders.push_back(aside / folder.filename() / Told(level.name));
     };
     add(made.levels, PracticeLevels());
     add(made.packages, PracticePackages());
@@ -201,7 +201,7 @@ Status MakeAll(const Path& aside, const PracticePrograms& programs,
         const bool big = level.name == Msg::PracticeLevelBig;
         const double scale =
             big ? static_cast<double>(options.bigLevelBytes) / (bigLevelSize * 1000.0) : 1;
-        PlanLevel(level, levels / GetMsg(level.name), scale, jobs);
+        PlanLevel(level, levels / Told(level.name), scale, jobs);
     }
     PlanLevel(PracticeOriginal(), trle, 1, jobs);
     PlanMusic(trle, jobs);

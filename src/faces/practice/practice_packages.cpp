@@ -27,10 +27,10 @@ std::vector<std::string> Texts(std::initializer_list<std::string_view> texts)
 Result<LevelConfig> EveryStep(const Path& folder)
 {
     LevelConfig config;
-    config.name = ToWindows1252(GetMsg(PracticeEveryStep().name));
-    config.note = GetMsg(Msg::PracticeDoorsShortNote);
+    config.name = ToWindows1252(Told(PracticeEveryStep().name));
+    config.note = Told(Msg::PracticeDoorsShortNote);
     config.importWads = JoinNulList(Texts({OnDisk::DoorCheck, OnDisk::DoorAddress}));
-    config.importNotes = GetMsg(Msg::PracticeDoorsImportNote);
+    config.importNotes = Told(Msg::PracticeDoorsImportNote);
     config.duplicates = JoinNulList(Texts({OnDisk::DoorPattern, OnDisk::DoorTarget}));
     config.externWaves = JoinNulList(
         Texts({OnDisk::DoorCd, OnDisk::DoorSource, OnDisk::DoorTuneName, OnDisk::DoorAlternative}));
@@ -60,7 +60,7 @@ SetupPayload Installed(std::string_view head)
 {
     SetupPayload payload{std::string{head}, {}};
     const PracticeLevel& level = PracticeInstalled();
-    const std::string title = ToWindows1252(GetMsg(level.name));
+    const std::string title = ToWindows1252(Told(level.name));
     std::uint64_t seed = FirstSeedOf(level);
     for (const PracticeItem& item : level.items)
         payload.files.push_back(
@@ -78,7 +78,7 @@ Status MakeSetups(const Path& packages, const Path& standIn)
         if (!packed)
             return Failure{ErrorCode::NotDone, TextOf(standIn),
                            GetMsg(Msg::PracticeNoSetupRoom, {TextOf(standIn)})};
-        const Path folder = packages / GetMsg(Msg::PracticePackageSetup, {setup.folder});
+        const Path folder = packages / Told(Msg::PracticePackageSetup, {setup.folder});
         Status made = MakeFolders(folder);
         if (made)
             made = WriteWholeFile(folder / setup.name, *packed, false);
@@ -114,13 +114,13 @@ Status FinishEditorSetup(const Path& trle, const PracticePrograms& programs)
 
 Status FinishPackages(const Path& packages, const PracticePrograms& programs)
 {
-    Status done = WriteEveryStep(packages / GetMsg(PracticeEveryStep().name));
+    Status done = WriteEveryStep(packages / Told(PracticeEveryStep().name));
     if (done)
         done = MakeSetups(packages, programs.setup);
-    return done ? FinishEditorSetup(packages / GetMsg(PracticeEditorSetup().name) /
-                                        OnDisk::SetupSubfolder,
-                                    programs)
-                : done;
+    return done
+               ? FinishEditorSetup(
+                     packages / Told(PracticeEditorSetup().name) / OnDisk::SetupSubfolder, programs)
+               : done;
 }
 
 } // namespace kestrova

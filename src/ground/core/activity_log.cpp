@@ -15,7 +15,7 @@ namespace
 
 std::string OutcomeMark(bool done)
 {
-    return GetMsg(done ? Msg::LogOk : Msg::LogError);
+    return Told(done ? Msg::LogOk : Msg::LogError);
 }
 
 } // namespace
@@ -30,13 +30,13 @@ std::string LogLine(std::initializer_list<std::string> parts)
 
 std::string CopyLine(const Path& source, const Path& target, bool done, bool overwritten)
 {
-    return LogLine({GetMsg(Msg::LogCopy), TextOf(source), GetMsg(Msg::LogArrow), TextOf(target),
-                    OutcomeMark(done), overwritten ? GetMsg(Msg::LogOverwrite) : std::string{}});
+    return LogLine({Told(Msg::LogCopy), TextOf(source), Told(Msg::LogArrow), TextOf(target),
+                    OutcomeMark(done), overwritten ? Told(Msg::LogOverwrite) : std::string{}});
 }
 
 std::string DeleteDirLine(const Path& folder, const std::string& pattern, bool done)
 {
-    return LogLine({GetMsg(Msg::LogDeleteDir), "\"", pattern, "\"", GetMsg(Msg::LogArrow),
+    return LogLine({Told(Msg::LogDeleteDir), "\"", pattern, "\"", Told(Msg::LogArrow),
                     TextOf(folder), OutcomeMark(done)});
 }
 
@@ -52,15 +52,15 @@ Status LogCopyMatching(const Path& source, const Path& target, ActivityLog& log,
                        std::string_view pattern, const CopyOptions& options)
 {
     auto status = CopyMatching(source, target, pattern, options);
-    log += LogLine({GetMsg(Msg::LogCopyAll), TextOf(source), "\\", std::string{pattern},
-                    GetMsg(Msg::LogArrow), TextOf(target), OutcomeMark(static_cast<bool>(status))});
+    log += LogLine({Told(Msg::LogCopyAll), TextOf(source), "\\", std::string{pattern},
+                    Told(Msg::LogArrow), TextOf(target), OutcomeMark(static_cast<bool>(status))});
     return status;
 }
 
 Status LogDeleteFile(const Path& exact, const Path& named, ActivityLog& log)
 {
     auto status = DeleteSpelled(exact);
-    log += LogLine({GetMsg(Msg::LogDelete), TextOf(named), OutcomeMark(static_cast<bool>(status))});
+    log += LogLine({Told(Msg::LogDelete), TextOf(named), OutcomeMark(static_cast<bool>(status))});
     return status;
 }
 

@@ -39,7 +39,7 @@ SavegameInfo ReadSavegameInfo(const Path& file)
     if (!failure)
         failure = handle.Read(std::as_writable_bytes(std::span(head)), got);
     if (failure)
-        return {GetMsg(Msg::NotReadableTitle), 0, failure};
+        return {Told(Msg::NotReadableTitle), 0, failure};
     return ParseSavegameInfo({head.data(), got});
 }
 

@@ -160,11 +160,15 @@ std::string SearchedText(const UrlRecord& record)
 {
     std::string text = record.user ? GetMsg(Msg::UrlUserMark) : std::string{};
     text.reserve(text.size() + record.description.size() + record.url.size() + 4);
-    // Of a site the phrases are left as they are: without regard to case they are the shown ones.
-    const SiteParts parts = record.kind == UrlKindLevels ? PartsOf(record.description)
-                                                         : SiteParts{{}, record.description};
+    // Of a site the phrases are left as they are: without regard to case they are the shown ones
+    // of told English.
+    const bool site = record.kind == UrlKindLevels;
+    const bool asTold = Shown(Msg::SiteLevels) == Msg::SiteLevels.text;
+    const std::string spoken = site && !asTold ? LocalizeSiteText(record.description) : "";
+    const SiteParts parts = site && asTold ? PartsOf(record.description)
+                                           : SiteParts{{}, site ? spoken : record.description};
     if (!parts.head.empty())
-        text.append(parts.head).append(Msg::SiteBetween.text);
+        text.append(parts.head).append(Shown(Msg::SiteBetween));
     text.append(parts.rest);
     text = OnOneLine(text);
     return FoldCase(text.append(1, '\n').append(record.url));

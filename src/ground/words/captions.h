@@ -74,6 +74,7 @@ inline constexpr Message PrefArcCompress{"Compress level files"};
 inline constexpr Message PrefArcMp3{"Keep wave files as mp3"};
 inline constexpr Message PrefArcNewOnly{"Compression is used for levels that come in from now on. When you change it, you are asked whether the levels that are there change too."};
 inline constexpr Message SettingsTitle{" Kestrova Settings"};
+inline constexpr Message SettingsLanguage{"Language:"};
 inline constexpr Message SettingsAdvanced{" Advanced settings "};
 inline constexpr Message SettingsCapture{" Screen-shot capture "};
 inline constexpr Message SettingsAutoSave{" Auto save (save archive after every change)"};

@@ -43,6 +43,7 @@ inline constexpr Message TakesFileName{"it takes the name of a file, without a f
 inline constexpr Message TakesFolder{"it takes a folder that is there, with a path of at most 256 bytes"};
 inline constexpr Message TakesNumber{"it takes a number from 0 to 1000000"};
 inline constexpr Message TakesCommand{"it takes the command that starts a Windows program"};
+inline constexpr Message TakesLanguage{"it takes en, en@proofread, de or it"};
 inline constexpr Message TakesWords{"it takes words parted by blanks, or nothing (\"\")"};
 inline constexpr Message NoProgramFolder{"The program's folder could not be made. Nothing has been changed. Name another one with --home DIR."};
 inline constexpr Message NeedsSetup{"The Level Editor's folder is not set, or it is no Level Editor's folder any more. Nothing has been changed. Say where it is: kestrovactl setup --trle DIR"};

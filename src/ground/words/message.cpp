@@ -1,5 +1,7 @@
 #include "words/message.h"
 
+#include "words/catalogue.h"
+
 namespace kestrova
 {
 
@@ -15,7 +17,24 @@ std::string Filled(std::string_view pattern, std::initializer_list<std::string_v
     return text;
 }
 
+std::string_view Shown(Message message)
+{
+    const Catalogue* catalogue = SpokenCatalogue();
+    return catalogue == nullptr ? message.text : catalogue->Of(message.text);
+}
+
+std::string ShownAsSpoken(const std::string& told)
+{
+    const Catalogue* catalogue = SpokenCatalogue();
+    return catalogue == nullptr ? told : std::string{catalogue->Of(told)};
+}
+
 std::string GetMsg(Message message, std::initializer_list<std::string_view> args)
+{
+    return Filled(Shown(message), args);
+}
+
+std::string Told(Message message, std::initializer_list<std::string_view> args)
 {
     return Filled(message.text, args);
 }

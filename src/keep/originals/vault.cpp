@@ -193,7 +193,7 @@ Keeping KeepFiles(Machine& machine, const Folders& folders, const Path& root,
             text += Line(folders, entry);
         int number = LastNumber(*list);
         for (KeptFile& entry : fresh) {
-            entry.id = GetMsg(Msg::OriginalsId, {std::to_string(++number)});
+            entry.id = Told(Msg::OriginalsId, {std::to_string(++number)});
             text += Line(folders, entry);
         }
         noted = WriteWholeFile(VaultIndex(folders), text);

@@ -38,7 +38,7 @@ std::string Describe(const WavHeader& header)
     const std::string channels = header.channels == 1   ? GetMsg(Msg::WaveMono)
                                  : header.channels == 2 ? GetMsg(Msg::WaveStereo)
                                                         : " ";
-    return GetMsg(Msg::WaveDescription, {word.text, std::to_string(header.sampleRate), channels,
+    return GetMsg(Msg::WaveDescription, {Shown(word), std::to_string(header.sampleRate), channels,
                                          std::to_string(header.bitsPerSample)});
 }
 

@@ -150,7 +150,7 @@ private:
 std::string ImageNameOf(const std::string& archive, std::int32_t number)
 {
     return ReplaceForbiddenChars(
-        GetMsg(Msg::ImageName, {ZeroPadded(number, digitsOfNumber), archive}));
+        Told(Msg::ImageName, {ZeroPadded(number, digitsOfNumber), archive}));
 }
 
 Status CanTakeImages(const DiscParts& parts, const DiscSet& set)

@@ -35,7 +35,8 @@ const SetupLanguage* FindSetupLanguage(std::string_view word)
 
 std::string NameOf(const SetupLanguage& language)
 {
-    return Split(Msg::SetupLanguageNames.text, '|')[language.row];
+    const std::vector<std::string> names = Split(Shown(Msg::SetupLanguageNames), '|');
+    return language.row < names.size() ? names[language.row] : std::string{language.word};
 }
 
 std::string LinkNameIn(Message names, const SetupLanguage& language)

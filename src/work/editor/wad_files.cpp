@@ -47,7 +47,7 @@ Status PutInTree(const WadWork& work, ImportTree tree, const Path& source,
     if (done)
         done = CopyWadFile(work, source, RootOf(work.parts.folders, tree) / *relative);
     const Message root = tree == ImportTree::Backup ? Msg::ImportLineBackup : Msg::ImportLineTrle;
-    ReportOutcome(work, {Readable(name), GetMsg(Msg::LogArrow), GetMsg(root), subfolder},
+    ReportOutcome(work, {Readable(name), Told(Msg::LogArrow), Told(root), subfolder},
                   static_cast<bool>(done));
     return !done && done.Error().code == ErrorCode::Stopped ? done : Status{};
 }
@@ -67,7 +67,7 @@ Status LeaveOut(const WadWork& work, const WadRoute& route)
 {
     const std::string name = Readable(route.file.filename().native());
     if (route.goal == WadGoal::Ignored)
-        work.report += LogLine({name, GetMsg(Msg::ImportLineIgnored)});
+        work.report += LogLine({name, Told(Msg::ImportLineIgnored)});
     if (route.goal != WadGoal::Misplaced)
         return {};
     work.parts.host.Tell(Tone::Warning,
@@ -84,7 +84,7 @@ Status Route(const WadWork& work, const WadRoute& route)
     if (route.goal != WadGoal::Scripts)
         return LeaveOut(work, route);
     const auto copied = CopyWadFile(work, route.file, work.newScripts / route.file.filename());
-    ReportOutcome(work, {Readable(route.file.filename().native()), GetMsg(Msg::ImportLineAnalyse)},
+    ReportOutcome(work, {Readable(route.file.filename().native()), Told(Msg::ImportLineAnalyse)},
                   static_cast<bool>(copied));
     return !copied && copied.Error().code == ErrorCode::Stopped ? copied : Status{};
 }
@@ -125,16 +125,16 @@ Status CompileTom(const WadWork& work, const Path& tom, std::vector<std::string>
     if (!compiled && compiled.Error().code == ErrorCode::Stopped)
         return compiled;
     if (!compiled) {
-        work.report += LogLine({name, GetMsg(Msg::ImportLineNotCompiled)});
+        work.report += LogLine({name, Told(Msg::ImportLineNotCompiled)});
         failed.push_back(BaseNameOf(tom.native()) + std::string{OnDisk::Tr4Ending});
         return work.files.PutBack(ImportTree::LevelEditor, place);
     }
-    work.report += LogLine({name, GetMsg(Msg::ImportLineCompiled)});
+    work.report += LogLine({name, Told(Msg::ImportLineCompiled)});
     const auto copied =
         work.files.MayChange(ImportTree::Backup, place)
             ? CopyWadFile(work, ResolvePath(result), folders.Backup() / SafeRelative(place).Value())
             : Status{MakeFailure(ErrorCode::Refused, place)};
-    ReportOutcome(work, {name, GetMsg(Msg::ImportLineBackupData)}, static_cast<bool>(copied));
+    ReportOutcome(work, {name, Told(Msg::ImportLineBackupData)}, static_cast<bool>(copied));
     return !copied && copied.Error().code == ErrorCode::Stopped ? copied : Status{};
 }
 
@@ -150,7 +150,7 @@ void ReportOutcome(const WadWork& work, std::initializer_list<std::string> parts
     std::string line;
     for (const std::string& part : parts)
         line += part;
-    work.report += LogLine({line, GetMsg(done ? Msg::LogOk : Msg::LogError)});
+    work.report += LogLine({line, Told(done ? Msg::LogOk : Msg::LogError)});
 }
 
 Status CopyWadFile(const WadWork& work, const Path& source, const Path& target)

@@ -133,7 +133,7 @@ void WadImport::Run(const AskLevelName& askName)
     BoundImports(session_.Folders(), session_.settings);
     if (!imported && (files.IsOpen() || !ImportWaits(session_.Folders()))) {
         TakeBack(session_.host, files, imported.Error(), BeatOf(work));
-        report_ += LogLine({GetMsg(Msg::ImportLineStopped)});
+        report_ += LogLine({Told(Msg::ImportLineStopped)});
         (void)Refresh(); // what was left out is gone
         return;
     }
@@ -144,7 +144,7 @@ void WadImport::Run(const AskLevelName& askName)
 
 void WadImport::Finish()
 {
-    report_ += LogLine({}) + GetMsg(Msg::ImportLineFinished);
+    report_ += LogLine({}) + Told(Msg::ImportLineFinished);
     DoneOrTold(session_.host, WriteActivityLog(session_.Folders(), session_.preferences, report_));
     session_.host.Tell(Tone::Plain, GetMsg(Msg::ImportFinished));
     done_ = true;

@@ -128,9 +128,8 @@ private:
             whole = whole && copied;
         }
         ReportOutcome(work_,
-                      {GetMsg(Msg::LogCopyAll), TextOf(from), "\\",
-                       std::string{OnDisk::PatAllFiles}, GetMsg(Msg::LogArrow),
-                       TextOf(folder.empty() ? root : InFolder(root, folder))},
+                      {Told(Msg::LogCopyAll), TextOf(from), "\\", std::string{OnDisk::PatAllFiles},
+                       Told(Msg::LogArrow), TextOf(folder.empty() ? root : InFolder(root, folder))},
                       whole);
         return {};
     }
@@ -223,8 +222,8 @@ private:
             return compiled;
         TellUnless(compiled, GetMsg(Msg::ImportNotCompiled, {Readable(language_)}));
         const bool done = static_cast<bool>(compiled);
-        ReportOutcome(work_, {GetMsg(Msg::ImportLineLanguage, {Readable(language_)})}, done);
-        ReportOutcome(work_, {GetMsg(Msg::ImportLineScript)}, done);
+        ReportOutcome(work_, {Told(Msg::ImportLineLanguage, {Readable(language_)})}, done);
+        ReportOutcome(work_, {Told(Msg::ImportLineScript)}, done);
         for (const std::string& name : {std::string{OnDisk::ScriptDat}, Compiled()})
             if (auto installed = InstallFile(work_, ResolvePath(scripts_ / name), "\\"); !installed)
                 return installed;

@@ -66,10 +66,10 @@ StepAnswer TakeSavegame(Intake& intake, const Path& file, const Path& target)
     const bool taken = !other || ConfirmReplace(intake.session.host, file, target);
     // Whichever of two different savegames goes, it can be brought back.
     if (other)
-        if (const auto kept = KeepInHistory(
-                intake.session.machine, intake.session.Folders(), intake.session.archive,
-                intake.session.settings, draft.record.levelCode, {taken ? target : file},
-                GetMsg(taken ? Msg::ReasonReplaced : Msg::ReasonRefused));
+        if (const auto kept = KeepInHistory(intake.session.machine, intake.session.Folders(),
+                                            intake.session.archive, intake.session.settings,
+                                            draft.record.levelCode, {taken ? target : file},
+                                            Told(taken ? Msg::ReasonReplaced : Msg::ReasonRefused));
             !kept)
             return Failed(intake, Msg::IncomingNotKept, kept.Error());
     if (taken && draft.before)
@@ -92,10 +92,9 @@ Status TakePicture(Intake& intake, const Path& file, const Path& target)
     if (*held == Held::Same)
         return {};
     if (*held == Held::Other)
-        if (auto kept =
-                KeepInHistory(intake.session.machine, intake.session.Folders(),
-                              intake.session.archive, intake.session.settings,
-                              draft.record.levelCode, {target}, GetMsg(Msg::ReasonReplaced));
+        if (auto kept = KeepInHistory(intake.session.machine, intake.session.Folders(),
+                                      intake.session.archive, intake.session.settings,
+                                      draft.record.levelCode, {target}, Told(Msg::ReasonReplaced));
             !kept)
             return kept;
     if (draft.before)

@@ -60,7 +60,7 @@ Status KeepPlayersFiles(Machine& machine, const Folders& folders, const Archive&
                         Message reason)
 {
     const auto files = PlayersFilesOf(levelFolder);
-    return files ? KeepInHistory(machine, folders, archive, settings, code, *files, GetMsg(reason))
+    return files ? KeepInHistory(machine, folders, archive, settings, code, *files, Told(reason))
                  : Status{files.Error()};
 }
 

@@ -102,7 +102,7 @@ Change WayBack(Session& session, const Change& entry)
     back.maker = now.maker;
     back.archive = now.archive;
     back.sizes = now.sizes;
-    back.reason = GetMsg(Msg::ReasonUndone);
+    back.reason = Told(Msg::ReasonUndone);
     back.kept = UndoContents(folders, back).native();
     return back;
 }

@@ -63,7 +63,7 @@ Status DeleteSavegames(Session& session, LevelCode code, const std::vector<Level
 
     Change change = NewChange(session.machine, session.Folders(), session.archive, session.settings,
                               ChangeKind::SavegamesDeleted, code);
-    change.reason = GetMsg(Msg::ReasonSavegameDeleted);
+    change.reason = Told(Msg::ReasonSavegameDeleted);
     change.subject = std::to_string(chosen.size());
     change.header = platform::AbsolutePath(SlotsRootOf(session.Folders(), code) /
                                            FileNameOf(OnDisk::FragSavegameHeader))

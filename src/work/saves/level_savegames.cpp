@@ -72,7 +72,7 @@ void AddHistoryOf(const Folders& folders, LevelCode code, std::vector<LevelSaveg
                              entry.number,
                              entry.modifiedNs,
                              entry.size,
-                             entry.reason});
+                             ShownAsSpoken(entry.reason)});
 }
 
 /// The contents of the live folder that are among the chosen ones come no second time.

@@ -36,7 +36,7 @@ Status KeepFilesOf(Machine& machine, const Folders& folders, const Archive& arch
                    Message reason)
 {
     const auto files = ListFiles(folder, OnDisk::PatAll);
-    return files ? KeepInHistory(machine, folders, archive, settings, code, *files, GetMsg(reason))
+    return files ? KeepInHistory(machine, folders, archive, settings, code, *files, Told(reason))
                  : Status{files.Error()};
 }
 
@@ -100,7 +100,7 @@ Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan,
         SlotsRootOf(session.Folders(), code) / FileNameOf(OnDisk::FragSavegameHeader);
     Change change = NewChange(session.machine, session.Folders(), session.archive, session.settings,
                               move.kind, code);
-    change.reason = GetMsg(move.reason);
+    change.reason = Told(move.reason);
     change.header = platform::AbsolutePath(header).native();
     change.archivedCount = count;
     change.archivedBefore = before->header.archivedCount;
@@ -168,7 +168,7 @@ Status TakeSnapshot(Machine& machine, const Folders& folders, const Archive& arc
     std::erase_if(*files,
                   [](const Path& file) { return !IsPlayersFile(file.filename().native()); });
     return KeepInHistory(machine, folders, archive, settings, code, *files,
-                         GetMsg(Msg::ReasonBeforeRestore));
+                         Told(Msg::ReasonBeforeRestore));
 }
 
 /// Which of the slot's savegames come, newest first, until the fifteen places are taken: those that

@@ -46,7 +46,7 @@ Status ExportOne(Machine& machine, const Folders& folders, const Archive& archiv
     const bool replaces = there->kind == platform::FileKind::File && !SameContent(file, target);
     if (replaces)
         if (auto status = KeepInHistory(machine, folders, archive, settings, code, {target},
-                                        GetMsg(Msg::ReasonExportedOver));
+                                        Told(Msg::ReasonExportedOver));
             !status)
             return status;
     auto status = CopyFileOver(file, target, {Verify::Content, true, false, {}});
@@ -84,7 +84,7 @@ void DeleteExported(Machine& machine, const Folders& folders, const Archive& arc
         return;
     Change change =
         NewChange(machine, folders, archive, settings, ChangeKind::SavegamesExported, code);
-    change.reason = GetMsg(Msg::ReasonExported);
+    change.reason = Told(Msg::ReasonExported);
     change.subject = std::to_string(going.size());
     change.live = going.front().parent_path().native();
     auto status = FlushFolder(folder);

@@ -110,7 +110,7 @@ void SavegameWatch::Keep(Session& session, const LevelPlace& level, const std::v
         return;
     const Operation operation{session};
     const auto kept = KeepInHistory(session.machine, session.Folders(), session.archive,
-                                    session.settings, level, files, GetMsg(Msg::ReasonPlayed));
+                                    session.settings, level, files, Told(Msg::ReasonPlayed));
     for (const Path& file : files) {
         // What was written meanwhile is seen as changed by the next look.
         seen_[file].kept = static_cast<bool>(kept);

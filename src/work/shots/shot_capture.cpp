@@ -65,7 +65,7 @@ bool AskSaveCapturedShot(Session& session, const CapturedShot& shot)
 
 void BringGameBack(Machine& machine)
 {
-    if (machine.ActivateWindow(GetMsg(Msg::GameWindowTitle)))
+    if (machine.ActivateWindow(Told(Msg::GameWindowTitle)))
         machine.TypeKeys("\n");
 }
 

@@ -16,7 +16,7 @@ Change ShotChange(Machine& machine, const Folders& folders, const Archive& archi
     Change change = NewChange(machine, folders, archive, settings, kind, code);
     change.subject = subject;
     change.reason =
-        GetMsg(kind == ChangeKind::ShotDeleted ? Msg::ReasonShotDeleted : Msg::ReasonShotReplaced);
+        Told(kind == ChangeKind::ShotDeleted ? Msg::ReasonShotDeleted : Msg::ReasonShotReplaced);
     return change;
 }
 

@@ -71,7 +71,7 @@ void ShowAgain(Session& session, ShotList& shots)
 bool KeepShot(Session& session, LevelCode code, const Path& shot, Message reason)
 {
     const auto kept = KeepInHistory(session.machine, session.Folders(), session.archive,
-                                    session.settings, code, {shot}, GetMsg(reason));
+                                    session.settings, code, {shot}, Told(reason));
     if (!kept)
         TellFailure(session.host, GetMsg(Msg::ShotNotKept, {TextOf(shot.filename())}),
                     kept.Error());

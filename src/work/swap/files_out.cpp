@@ -77,7 +77,7 @@ bool FilesOut::TakeOut(LevelCode& previous)
         if (!*isThere) {
             parts_.host.Tell(Tone::Error,
                              GetMsg(Msg::LevelFolderNotFound, {TextOf(folder), lineBreak}));
-            log_ += LogLine({GetMsg(Msg::LogLevelFolderNotFound, {TextOf(folder)})});
+            log_ += LogLine({Told(Msg::LogLevelFolderNotFound, {TextOf(folder)})});
             if (Stands(previous))
                 return true;
             journal_.liveIsKept = true;
@@ -87,8 +87,8 @@ bool FilesOut::TakeOut(LevelCode& previous)
         }
     }
     log_ += content.code == -1
-                ? LogLine({GetMsg(Msg::LogPreviousNone)})
-                : LogLine({GetMsg(Msg::LogPreviousLevel, {LevelNameOf(parts_.archive, previous)}),
+                ? LogLine({Told(Msg::LogPreviousNone)})
+                : LogLine({Told(Msg::LogPreviousLevel, {LevelNameOf(parts_.archive, previous)}),
                            std::to_string(previous)});
     if (Stands(previous))
         return true;
@@ -151,7 +151,7 @@ bool FilesOut::TakeOutOriginal(LevelCode& previous)
     } else if (MoveStateOut(originalCode, false) == Outcome::Stopped) {
         return false;
     }
-    log_ += LogLine({GetMsg(Msg::LogNoMarker)});
+    log_ += LogLine({Told(Msg::LogNoMarker)});
     // What an earlier removal had to leave behind goes now.
     (void)DeleteAdded(originalCode, belongings); // what stays again is told and noted
     RestoreOverwritten(belongings.overwritten);
@@ -209,7 +209,7 @@ bool FilesOut::DeleteAdded(const LevelPlace& level, const Belongings& belongings
         const OwnedFile& file = belongings.added[i];
         const auto& [relative, exact] = places[i];
         if (stays(file)) {
-            log_ += LogLine({GetMsg(Msg::LogNotRemovedCompact, {Readable(file.name)})});
+            log_ += LogLine({Told(Msg::LogNotRemovedCompact, {Readable(file.name)})});
             leftAdded_.push_back(file);
         } else if (IsSpared(relative)) {
             leftAdded_.push_back(file); // the next swap tries again to keep it and to take it out

@@ -71,7 +71,7 @@ Status SendHome(const SwapParts& parts, const Folders& folders, const Homeless& 
                                 journal.fromStore, journal.live, state.strangers);
     if (status && letGo)
         status = KeepInHistory(parts.machine, folders, parts.archive, parts.settings, level,
-                               state.live, GetMsg(Msg::ReasonInterrupted));
+                               state.live, Told(Msg::ReasonInterrupted));
     if (status)
         status = WriteJournal(folders, journal);
     LeftInTrle left;

@@ -144,8 +144,8 @@ bool InstallLevel(Session& session, LevelCode code)
         return false;
     if (!TellUnlessKnown(session.host, session.Folders(), session.archive))
         return false;
-    ActivityLog log = GetMsg(Msg::LogSetLevel, {LevelNameOf(session.archive, code)}) +
-                      std::to_string(code) + GetMsg(Msg::LogSetLevelEnd) + std::string{lineBreak};
+    ActivityLog log = Told(Msg::LogSetLevel, {LevelNameOf(session.archive, code)}) +
+                      std::to_string(code) + Told(Msg::LogSetLevelEnd) + std::string{lineBreak};
     if (code != originalCode && LevelStands(session.Folders(), session.archive, code)) {
         LevelCode previous = RemovePreviousLevel(session, code, log);
         if (previous == code) {

@@ -87,7 +87,7 @@ Status SettleTwins(Host& host, Machine& machine, const Archive& archive,
             known->second = file;
     }
     if (auto status = KeepInHistory(machine, folders, archive, settings, level, others,
-                                    GetMsg(Msg::ReasonTwin));
+                                    Told(Msg::ReasonTwin));
         !status)
         return status;
     std::vector<std::string> names;
@@ -171,7 +171,7 @@ Status StoreLiveState(Machine& machine, const Folders& folders, const Archive& a
         }
     }
     if (auto status = KeepInHistory(machine, folders, archive, settings, owner, older,
-                                    GetMsg(Msg::ReasonInterrupted));
+                                    Told(Msg::ReasonInterrupted));
         !status)
         return status;
     for (const Path& file : coming)
@@ -185,7 +185,7 @@ Status KeepStateIn(Machine& machine, const Folders& folders, const Archive& arch
 {
     const auto files = StateFilesIn(folder);
     return files ? KeepInHistory(machine, folders, archive, settings, level, *files,
-                                 GetMsg(Msg::ReasonSwap))
+                                 Told(Msg::ReasonSwap))
                  : Status{files.Error()};
 }
 
@@ -210,7 +210,7 @@ Status DropLiveState(Machine& machine, const Folders& folders, const Archive& ar
         // What cannot be read now is stored already, or was written since and stays where it is.
         if (const std::string hash = HashOrEmpty(file); !hash.empty() && kept)
             kept = KeepInHistory(machine, folders, archive, settings, owner, {file},
-                                 GetMsg(Msg::ReasonSwap));
+                                 Told(Msg::ReasonSwap));
     }
     return kept;
 }
@@ -238,7 +238,7 @@ Status PutStoreBack(Machine& machine, const Folders& folders, const Archive& arc
             strange.push_back(file);
     }
     if (auto status = KeepInHistory(machine, folders, archive, settings, level, strange,
-                                    GetMsg(Msg::ReasonInterrupted));
+                                    Told(Msg::ReasonInterrupted));
         !status)
         return status;
     for (const Path& file : strange)
@@ -294,7 +294,7 @@ BroughtState BringStateIn(Machine& machine, const Folders& folders, const Archiv
             spared.push_back(file.filename().native());
     }
     if (!KeepInHistory(machine, folders, archive, settings, before, players,
-                       GetMsg(Msg::ReasonComesIn)))
+                       Told(Msg::ReasonComesIn)))
         for (const Path& file : players)
             spared.push_back(file.filename().native());
     const auto isSpared = [&](const Path& file) {

@@ -54,7 +54,7 @@ Status SaveLiveState(Machine& machine, const Folders& folders, const Archive& ar
             return hashes.Error();
         live = std::move(*hashes);
         if (auto status = KeepInHistory(machine, folders, archive, settings, owner, *files,
-                                        GetMsg(Msg::ReasonInterrupted));
+                                        Told(Msg::ReasonInterrupted));
             !status)
             return status;
     }

@@ -115,7 +115,7 @@ void StateOut::DropStrangers(const LevelPlace& from)
                           !platform::HashOfFile(HistoryContent(parts_.folders, hash), kept) &&
                           kept == hash;
         if (safe || KeepInHistory(parts_.machine, parts_.folders, parts_.archive, parts_.settings,
-                                  from, {file}, GetMsg(Msg::ReasonLeft)))
+                                  from, {file}, Told(Msg::ReasonLeft)))
             (void)platform::Unlink(file); // what still cannot go stays noted
     }
     strangers_ = StrangersThere(parts_.folders, strangers_).ValueOr(strangers_);
@@ -197,7 +197,7 @@ StateOut::Outcome StateOut::MoveToStore(const LevelPlace& from, const std::vecto
                 going.push_back(stored[i]);
         }
         if (auto status = KeepInHistory(parts_.machine, parts_.folders, parts_.archive,
-                                        parts_.settings, from, going, GetMsg(Msg::ReasonSwap));
+                                        parts_.settings, from, going, Told(Msg::ReasonSwap));
             !status)
             return stop(status.Error());
         if (auto status = EmptyStore(store, going, marked); !status) {

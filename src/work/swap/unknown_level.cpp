@@ -36,7 +36,7 @@ bool ForgetLevel(const SwapParts& parts, LevelCode code)
         return failed(live.Error());
     if (const auto status =
             KeepInHistory(parts.machine, parts.folders, parts.archive, parts.settings, level,
-                          *files, GetMsg(Msg::ReasonForgotten));
+                          *files, Told(Msg::ReasonForgotten));
         !status)
         return failed(status.Error());
     std::vector<OwnedFile> left; // what a game wrote since: it is the original configuration's now

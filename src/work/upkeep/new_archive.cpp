@@ -59,9 +59,9 @@ LevelRecord OriginalLevel(const Folders& folders)
 {
     LevelRecord level;
     level.levelCode = originalCode;
-    level.levelName = GetMsg(Msg::OriginalLevelName);
-    level.levelNote = GetMsg(Msg::OriginalLevelNote);
-    level.authorName = GetMsg(Msg::OriginalAuthor);
+    level.levelName = Told(Msg::OriginalLevelName);
+    level.levelNote = Told(Msg::OriginalLevelNote);
+    level.authorName = Told(Msg::OriginalAuthor);
     level.authorSites = Join(Split(OnDisk::OriginalSites, '|'), std::string_view{"\0", 1});
     const Path files = InFolder(LevelHomeOf(folders, originalCode), OnDisk::DirFiles);
     for (const std::string& pattern : Split(OnDisk::OriginalInfoPatterns, '|'))

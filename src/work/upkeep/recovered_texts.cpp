@@ -117,7 +117,7 @@ std::string TitleInTexts(const Path& files)
 
 std::string NumberedName(LevelCode code)
 {
-    return GetMsg(Msg::RecoveredName) + std::to_string(code);
+    return Told(Msg::RecoveredName) + std::to_string(code);
 }
 
 RecoveredTexts::RecoveredTexts(const Folders& folders, const ProgramSettings& settings,

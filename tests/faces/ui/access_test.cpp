@@ -2,6 +2,7 @@
 #include "ui/every_window.h"
 #include "ui/widgets/picture_view.h"
 #include "ui/widgets/zoom_view.h"
+#include "world/speaking.h"
 
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
@@ -190,7 +191,12 @@ void ExpectRoom(QWidget& window, const std::string& page, QSize room)
 
 } // namespace
 
-TEST(EveryWindow, SaysWhatItsControlsAreAndIsReadInOrder)
+class EveryWindowIn : public InEachLanguage
+{
+};
+INSTANTIATE_TEST_SUITE_P(Languages, EveryWindowIn, eachLanguage, NameOfLanguage);
+
+TEST_P(EveryWindowIn, SaysWhatItsControlsAreAndIsReadInOrder)
 {
     EveryWindow windows;
     windows.Each([](QWidget& window, const std::string& page) {
@@ -224,7 +230,7 @@ TEST(EveryWindow, IsLeftByEscape)
     });
 }
 
-TEST(EveryWindow, FitsOnASmallScreenAndWithLargeLetters)
+TEST_P(EveryWindowIn, FitsOnASmallScreenAndWithLargeLetters)
 {
     for (const double letters : {1.0, 1.5}) {
         const Appearance large{QApplication::palette(), letters};

@@ -1,5 +1,6 @@
 // What the keyboard reaches in every window: one letter or key, one meaning.
 #include "ui/every_window.h"
+#include "world/speaking.h"
 
 #include <QAction>
 #include <QGroupBox>
@@ -92,13 +93,35 @@ void ExpectOneMeaningEach(const QWidget& window)
 
 } // namespace
 
-TEST(Keys, EachHasOneMeaningInEveryWindow)
+class KeysIn : public InEachLanguage
+{
+};
+INSTANTIATE_TEST_SUITE_P(Languages, KeysIn, eachLanguage, NameOfLanguage);
+
+TEST_P(KeysIn, EachHasOneMeaningInEveryWindow)
 {
     EveryWindow windows;
     windows.Each([](QWidget& window, const std::string& page) {
         SCOPED_TRACE(page);
         ExpectOneMeaningEach(window);
     });
+}
+
+TEST_P(KeysIn, EveryCommandOfAMenuHasALetterOfItsOwn)
+{
+    WindowWorld world;
+    for (const auto* menu : world.window.findChildren<QMenu*>()) {
+        QSet<QChar> letters;
+        for (const QAction* action : menu->actions()) {
+            if (action->isSeparator())
+                continue;
+            const qsizetype mark = action->text().indexOf(QLatin1Char('&'));
+            ASSERT_GE(mark, 0) << FromQt(action->text());
+            const QChar letter = action->text()[mark + 1].toLower();
+            EXPECT_FALSE(letters.contains(letter)) << FromQt(action->text());
+            letters.insert(letter);
+        }
+    }
 }
 
 TEST(Keys, AltPOpensThePreferencesAndPlaysNothing)

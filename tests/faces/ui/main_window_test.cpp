@@ -272,23 +272,6 @@ TEST(MainWindow, TheKeyboardOffersTheCommandsOfTheChosenLevel)
     EXPECT_NE(world.window.findChild<QMenu*>(QStringLiteral("mnu_OnLevel")), nullptr);
 }
 
-TEST(MainWindow, EveryCommandOfAMenuHasALetterOfItsOwn)
-{
-    WindowWorld world;
-    for (const auto* menu : world.window.findChildren<QMenu*>()) {
-        QSet<QChar> letters;
-        for (const QAction* action : menu->actions()) {
-            if (action->isSeparator())
-                continue;
-            const qsizetype mark = action->text().indexOf(QLatin1Char('&'));
-            ASSERT_GE(mark, 0) << FromQt(action->text());
-            const QChar letter = action->text()[mark + 1].toLower();
-            EXPECT_FALSE(letters.contains(letter)) << FromQt(action->text());
-            letters.insert(letter);
-        }
-    }
-}
-
 TEST(MainWindow, ClosingSavesThePreferencesButNotInTheMiddleOfWork)
 {
     WindowWorld world;

@@ -100,7 +100,7 @@ void SavegameHistoryDialog::Fill()
         item->setText(title, ToQt(entry.title));
         item->setToolTip(title, item->text(title).toHtmlEscaped());
         item->setText(saved, ToQt(DateText(entry.modifiedNs)));
-        item->setText(reason, ToQt(entry.reason));
+        item->setText(reason, ToQt(ShownAsSpoken(entry.reason)));
         item->setData(kept, Qt::UserRole, ToQt(entry.id));
         items.append(item);
     }

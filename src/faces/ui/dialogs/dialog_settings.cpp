@@ -1,12 +1,15 @@
 #include "ui/dialogs/dialog_settings.h"
 
+#include "app/languages.h"
 #include "app/wine_trial.h"
 #include "core/file_kinds.h"
 #include "core/text.h"
 #include "online/url_update.h"
 #include "session/operation.h"
+#include "ui/desktop/spoken_language.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
+#include "ui/dialogs/language_box.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/fit_to_screen.h"
@@ -15,6 +18,7 @@
 #include "words/ui_dialogs.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -108,11 +112,24 @@ QWidget* SettingsDialog::MakePreferences()
 {
     auto* page = new QWidget;
     auto* column = new QVBoxLayout(page);
+    column->addLayout(MakeLanguage());
     column->addWidget(MakePlaces());
     column->addWidget(MakeAdvanced());
     column->addWidget(MakeCapture());
     column->addStretch();
     return page;
+}
+
+QLayout* SettingsDialog::MakeLanguage()
+{
+    language_ = LanguageBox(this, form_.settings.language);
+    auto* label = Named<QLabel>("Label_LanguageOf");
+    label->setBuddy(language_);
+    auto* row = new QHBoxLayout;
+    row->addWidget(label);
+    row->addWidget(language_);
+    row->addStretch();
+    return row;
 }
 
 QWidget* SettingsDialog::MakePlaces()
@@ -302,6 +319,9 @@ void SettingsDialog::accept()
     record.noAutoCompile = noCompile_->isChecked();
     record.captureEnabled = capture_->isChecked();
     record.promptCapture = prompt_->isChecked();
+    // One that this version lacks stays until another is chosen.
+    if (LanguageIn(*language_) != LanguageOf(form_.settings.language).code)
+        form_.settings.language = LanguageIn(*language_);
     TakeWine();
     form_.settings.exportSavegames = exportSavegames_->isChecked();
     form_.settings.historyCount = historyCount_->value();
@@ -314,8 +334,10 @@ void SettingsDialog::accept()
     form_.settings.updateServers = Join(servers, " ");
     form_.settings.wadServer = FromQt(wadServer_->text());
     const Operation operation{session_};
-    if (form_.Accept())
-        QDialog::accept();
+    if (!form_.Accept())
+        return;
+    QDialog::accept();
+    SpeakInWindows(session_.settings.language);
 }
 
 } // namespace kestrova

@@ -5,6 +5,7 @@
 #include <QDialog>
 
 class QCheckBox;
+class QComboBox;
 class QLabel;
 class QLineEdit;
 class QRadioButton;
@@ -24,6 +25,7 @@ public:
 
 private:
     QWidget* MakePreferences();
+    QLayout* MakeLanguage();
     QWidget* MakePlaces();
     QWidget* MakeAdvanced();
     QWidget* MakeCapture();
@@ -37,6 +39,7 @@ private:
 
     Session& session_;
     SettingsForm form_;
+    QComboBox* language_ = nullptr;
     QCheckBox* autoSave_ = nullptr;
     QCheckBox* noDecompress_ = nullptr;
     QCheckBox* logFiles_ = nullptr;

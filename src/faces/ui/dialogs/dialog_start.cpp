@@ -1,11 +1,14 @@
 #include "ui/dialogs/dialog_start.h"
 
+#include "app/languages.h"
 #include "online/url_update.h"
 #include "session/operation.h"
+#include "ui/desktop/spoken_language.h"
 #include "ui/dialogs/dialog_installa_trle.h"
 #include "ui/dialogs/dialog_siti.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
+#include "ui/dialogs/language_box.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
@@ -15,6 +18,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -119,6 +123,7 @@ QWidget* StartDialog::MakePage()
     auto* page = new QWidget;
     auto* parts = new QVBoxLayout(page);
     parts->setContentsMargins({});
+    parts->addLayout(MakeLanguage(page));
     parts->addWidget(NamedLabel(page, "Label_Welcome"));
     parts->addWidget(MakeTrleBox());
     parts->addWidget(MakeBackupBox());
@@ -126,6 +131,26 @@ QWidget* StartDialog::MakePage()
     parts->addWidget(MakePracticeBox());
     parts->addStretch();
     return page;
+}
+
+QLayout* StartDialog::MakeLanguage(QWidget* page)
+{
+    auto* language = LanguageBox(page, session_.settings.language);
+    auto* label = NamedBox<QLabel>(page, "Label_LanguageOf");
+    label->setBuddy(language);
+    connect(language, &QComboBox::activated, this, [this, language] {
+        if (LanguageIn(*language) == SpokenLanguage())
+            return;
+        session_.settings.language = LanguageIn(*language);
+        SpeakInWindows(session_.settings.language);
+        rules_.JudgeAnew();
+        done(InOtherWords);
+    });
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(label);
+    row->addWidget(language);
+    return row;
 }
 
 QGroupBox* StartDialog::MakeTrleBox()

@@ -22,12 +22,16 @@ class StartDialog : public QDialog
 public:
     StartDialog(Session& session, FirstStart& rules, QWidget* parent);
 
+    /// The answer of a page that wants to be shown once more, in the language that was chosen.
+    static constexpr int InOtherWords = 2;
+
     /// The closing of the window is the person's "Not now".
     void reject() override;
 
 private:
     template <class Work> void Run(Work work);
     QWidget* MakePage();
+    QLayout* MakeLanguage(QWidget* page);
     QGroupBox* MakeTrleBox();
     QGroupBox* MakeBackupBox();
     QGroupBox* MakeLevelsBox();

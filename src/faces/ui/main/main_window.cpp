@@ -11,6 +11,7 @@
 #include "ui/main/level_details.h"
 #include "ui/main/level_list_pane.h"
 #include "ui/main/level_menus.h"
+#include "ui/main/library_keys.h"
 #include "ui/main/main_menu.h"
 #include "ui/main/main_tool_bar.h"
 #include "ui/main/note_line.h"
@@ -44,53 +45,24 @@ namespace
 {
 
 constexpr int showSoonMs = 40;
+constexpr int buildAgainMs = 200;
 constexpr QSize mainSize{1060, 680};
 /// Below that nothing in them can be reached.
 constexpr QSize smallestPane{150, 110};
 
+QString PlacesFile(const Session& session)
+{
+    return PathToQt(session.programFolder / OnDisk::FileNameWindowState);
+}
+
 } // namespace
 
-void WindowLevelList::Refresh()
-{
-    if (window_ != nullptr)
-        window_->RefreshList();
-}
-
-void WindowLevelList::Select(LevelCode code)
-{
-    if (window_ != nullptr)
-        window_->Choose(code);
-}
-
-std::optional<LevelCode> WindowLevelList::Selected() const
-{
-    return window_ == nullptr ? std::nullopt : window_->Chosen();
-}
-
-void WindowLevelList::ShowActivity(const std::string& text)
-{
-    if (window_ != nullptr)
-        window_->ShowActivity(ToQt(text));
-}
-
 MainWindow::MainWindow(Session& session, WindowLevelList& list)
-    : session_(session), list_(list), commands_(session, *this), splitter_(new QSplitter(this)),
-      levels_(new LevelListPane(session, splitter_)),
-      details_(new LevelDetails(session, splitter_)), bar_(new QProgressBar(this)),
-      note_(new NoteLine(session, this)), play_(new PlayWatch(session, *this))
+    : session_(session), list_(list), commands_(session, *this),
+      play_(new PlayWatch(session, *this))
 {
     setObjectName(QStringLiteral("Principale"));
     setAcceptDrops(true);
-    BuildMenu(*menuBar(), [this](const CommandRow& row) { commands_.Invoke(row); });
-    AddToolBar(*this);
-    splitter_->setStretchFactor(0, 2);
-    splitter_->setStretchFactor(1, 3);
-    splitter_->setChildrenCollapsible(false);
-    // Whatever stands in them, the window must fit a small screen.
-    for (QWidget* pane : {static_cast<QWidget*>(levels_), static_cast<QWidget*>(details_)})
-        pane->setMinimumSize(smallestPane);
-    setCentralWidget(splitter_);
-    BuildBar();
     showSoon_.setSingleShot(true);
     connect(&showSoon_, &QTimer::timeout, this, [this] {
         if (session_.runningOperations == 0)
@@ -98,18 +70,68 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
         else
             showSoon_.start(showSoonMs);
     });
-    ConnectList();
-    ConnectShots();
-    ConnectPlay();
-    ConnectCommands();
-    BuildKeys();
-    SetCaptions(*this);
+    buildSoon_.setSingleShot(true);
+    connect(&buildSoon_, &QTimer::timeout, this, [this] {
+        if (session_.runningOperations == 0 && QApplication::activeModalWidget() == nullptr)
+            BuildAnew();
+        else
+            buildSoon_.start(buildAgainMs);
+    });
+    Build();
     setWindowTitle(Words(Msg::ProgramName));
     RestorePlace();
-    play_->ended = [this] { ShowChosen(); };
+    ConnectPlay();
     WatchSavegames(session_, this, [this] { return play_->Running(); });
     levels_->FocusList();
     list_.Show(this);
+}
+
+void MainWindow::Build()
+{
+    BuildMenu(*menuBar(), [this](const CommandRow& row) { commands_.Invoke(row); });
+    AddToolBar(*this);
+    BuildPanes();
+    BuildBar();
+    ConnectList();
+    ConnectShots();
+    ConnectCommands();
+    AddLibraryKeys(*this, *levels_);
+    SetCaptions(*this);
+}
+
+void MainWindow::BuildPanes()
+{
+    splitter_ = new QSplitter(this);
+    levels_ = new LevelListPane(session_, splitter_);
+    details_ = new LevelDetails(session_, splitter_);
+    splitter_->setStretchFactor(0, 2);
+    splitter_->setStretchFactor(1, 3);
+    splitter_->setChildrenCollapsible(false);
+    // Whatever stands in them, the window must fit a small screen.
+    for (QWidget* pane : {static_cast<QWidget*>(levels_), static_cast<QWidget*>(details_)})
+        pane->setMinimumSize(smallestPane);
+    setCentralWidget(splitter_);
+}
+
+void MainWindow::BuildAnew()
+{
+    details_->EndTyping();
+    RememberPlace();
+    const auto chosen = Chosen();
+    const QByteArray panes = splitter_->saveState();
+    qDeleteAll(findChildren<QShortcut*>(QString{}, Qt::FindDirectChildrenOnly));
+    for (QWidget* part : {static_cast<QWidget*>(splitter_), static_cast<QWidget*>(note_),
+                          static_cast<QWidget*>(bar_), static_cast<QWidget*>(menuBar()),
+                          findChild<QWidget*>(QStringLiteral("Bar_Tools"))})
+        delete part;
+    Build();
+    splitter_->restoreState(panes);
+    levels_->RestoreLook(QSettings{PlacesFile(session_), QSettings::IniFormat});
+    RefreshList();
+    if (chosen)
+        Choose(*chosen);
+    levels_->FocusList();
+    play_->ShowGame();
 }
 
 MainWindow::~MainWindow()
@@ -119,6 +141,8 @@ MainWindow::~MainWindow()
 
 void MainWindow::BuildBar()
 {
+    bar_ = new QProgressBar(this);
+    note_ = new NoteLine(session_, this);
     bar_->setObjectName(QStringLiteral("ProgressBar1"));
     bar_->setTextVisible(false);
     bar_->setFixedWidth(160);
@@ -158,14 +182,15 @@ void MainWindow::ConnectShots()
     details_->Savegames().command = [this](std::string_view control) {
         commands_.Invoke(*FindControl(control));
     };
+    details_->Head().showWanted = [this] { play_->BringToFront(); };
+    details_->Head().stopWanted = [this] { play_->StopGame(); };
 }
 
 void MainWindow::ConnectPlay()
 {
     play_->shows = [this](const PlayNow& now) { details_->ShowPlay(now); };
     play_->says = [this](const std::string& words) { ShowNote(words); };
-    details_->Head().showWanted = [this] { play_->BringToFront(); };
-    details_->Head().stopWanted = [this] { play_->StopGame(); };
+    play_->ended = [this] { ShowChosen(); };
 }
 
 void MainWindow::ConnectCommands()
@@ -184,18 +209,6 @@ void MainWindow::ConnectCommands()
              QKeySequence::listFromString(ToQt(std::string{row.window.keys})))
             connect(new QShortcut(key, this), &QShortcut::activated, this, invoke);
     }
-}
-
-void MainWindow::BuildKeys()
-{
-    const auto key = [this](const QKeySequence& sequence, auto work) {
-        connect(new QShortcut(sequence, this), &QShortcut::activated, this, work);
-    };
-    key(Qt::CTRL | Qt::Key_F, [this] { levels_->FocusSearch(); });
-    key(Qt::Key_F3, [this] { levels_->SearchOn(1); });
-    key(Qt::SHIFT | Qt::Key_F3, [this] { levels_->SearchOn(-1); });
-    key(Qt::CTRL | Qt::Key_1, [this] { levels_->SetLook(LibraryLook::Rows); });
-    key(Qt::CTRL | Qt::Key_2, [this] { levels_->SetLook(LibraryLook::Covers); });
 }
 
 void MainWindow::ShowLevelMenu(QPoint place)
@@ -270,11 +283,6 @@ void MainWindow::ShowNote(const std::string& text)
     note_->Show(text);
 }
 
-void MainWindow::OpenFiles(const std::vector<std::string>& items)
-{
-    commands_.OpenFiles(items);
-}
-
 void MainWindow::GameHasStarted()
 {
     play_->GameHasStarted();
@@ -285,6 +293,9 @@ void MainWindow::changeEvent(QEvent* event)
     // Whoever comes back from another program may have started or ended a game there.
     if (event->type() == QEvent::ActivationChange)
         play_->LookSoon();
+    // Not from inside the event, which the window's parts get too.
+    if (event->type() == QEvent::LanguageChange)
+        buildSoon_.start(0);
     QMainWindow::changeEvent(event);
 }
 
@@ -348,8 +359,7 @@ void MainWindow::dropEvent(QDropEvent* event)
 
 void MainWindow::RememberPlace() const
 {
-    QSettings places(PathToQt(session_.programFolder / OnDisk::FileNameWindowState),
-                     QSettings::IniFormat);
+    QSettings places(PlacesFile(session_), QSettings::IniFormat);
     places.setValue(QStringLiteral("Principale/geometry"), saveGeometry());
     places.setValue(QStringLiteral("Principale/splitter"), splitter_->saveState());
     levels_->RememberLook(places);
@@ -358,8 +368,7 @@ void MainWindow::RememberPlace() const
 void MainWindow::RestorePlace()
 {
     ResizeToFit(*this, mainSize);
-    const QSettings places(PathToQt(session_.programFolder / OnDisk::FileNameWindowState),
-                           QSettings::IniFormat);
+    const QSettings places(PlacesFile(session_), QSettings::IniFormat);
     restoreGeometry(places.value(QStringLiteral("Principale/geometry")).toByteArray());
     // The screen may be smaller than the one that the place is remembered of.
     if (!isMaximized() && !isFullScreen())

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "session/shown_list.h"
 #include "ui/main/window_commands.h"
+#include "ui/main/window_level_list.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -15,25 +15,9 @@ namespace kestrova
 
 class LevelDetails;
 class LevelListPane;
-class MainWindow;
 class NoteLine;
 class PlayWatch;
 class ShotPanes;
-
-/// Hands what the operations say about the list to the main window, which comes later than the
-/// session and may go before it.
-class WindowLevelList : public LevelList
-{
-public:
-    void Show(MainWindow* window) { window_ = window; }
-    void Refresh() override;
-    void Select(LevelCode code) override;
-    [[nodiscard]] std::optional<LevelCode> Selected() const override;
-    void ShowActivity(const std::string& text) override;
-
-private:
-    MainWindow* window_ = nullptr;
-};
 
 /// `Principale`: the list of levels, the chosen one beside it, and the menu of all commands.
 class MainWindow : public QMainWindow
@@ -63,7 +47,7 @@ public:
     [[nodiscard]] PlayWatch& Play() const { return *play_; }
     void GameHasStarted();
     /// What a command line names: an archive, a Level Editor's folder, levels to add.
-    void OpenFiles(const std::vector<std::string>& items);
+    void OpenFiles(const std::vector<std::string>& items) { commands_.OpenFiles(items); }
 
     /// Called when the window has closed for good: preferences are written.
     std::function<void()> ended = [] {};
@@ -83,8 +67,9 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void Build();
+    void BuildPanes();
     void BuildBar();
-    void BuildKeys();
     void ConnectList();
     void ConnectShots();
     void ConnectPlay();
@@ -92,17 +77,20 @@ private:
     void ShowLevelMenu(QPoint place);
     void RememberPlace() const;
     void RestorePlace();
+    /// Everything in the window is made anew, in the language that is spoken now.
+    void BuildAnew();
 
     Session& session_;
     WindowLevelList& list_;
     WindowCommands commands_;
-    QSplitter* splitter_;
-    LevelListPane* levels_;
-    LevelDetails* details_;
-    QProgressBar* bar_;
-    NoteLine* note_;
+    QSplitter* splitter_ = nullptr;
+    LevelListPane* levels_ = nullptr;
+    LevelDetails* details_ = nullptr;
+    QProgressBar* bar_ = nullptr;
+    NoteLine* note_ = nullptr;
     PlayWatch* play_;
-    QTimer showSoon_; ///< so that running through the list does not decode every picture
+    QTimer buildSoon_; ///< when nothing is under way in the window
+    QTimer showSoon_;  ///< so that running through the list does not decode every picture
 };
 
 } // namespace kestrova

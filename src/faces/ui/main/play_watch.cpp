@@ -180,7 +180,7 @@ void PlayWatch::PlayBegins(LevelCode code)
 
 void PlayWatch::BringToFront()
 {
-    if (!session_.machine.ActivateWindow(GetMsg(Msg::GameWindowTitle)))
+    if (!session_.machine.ActivateWindow(Told(Msg::GameWindowTitle)))
         says(GetMsg(Msg::PlayNotShown));
 }
 

@@ -44,6 +44,8 @@ public:
     void LookSoon();
     /// A game was started here; says once where its keys are not heard.
     void GameHasStarted();
+    /// What the line and the others show, whatever they showed before.
+    void ShowGame();
 
 private:
     void BeginKeys();
@@ -51,7 +53,6 @@ private:
     bool LookNow();
     void CountPlaying();
     void HearOfGame();
-    void ShowGame();
     void ShowState();
     void Say(const std::string& words);
 

@@ -5,9 +5,11 @@
 #include "app/session_discs.h"
 #include "platform/end_signals.h"
 #include "platform/places.h"
+#include "session/settings.h"
 #include "ui/desktop/file_names.h"
 #include "ui/desktop/host_windows.h"
 #include "ui/desktop/machine_windows.h"
+#include "ui/desktop/spoken_language.h"
 #include "ui/dialogs/dialog_setup_cd.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
@@ -223,6 +225,8 @@ int RunWindows(int argc, char** argv)
                   folder.Error().reason);
         return 1;
     }
+    const auto settings = ReadSettings(*folder);
+    SpeakInWindows(settings ? settings->language : std::string{toldLanguage});
     MeetingPlace meeting{*folder};
     if (const auto ended = AskMeetingPlace(meeting, host, RequestFor(options.items, activation)))
         return *ended;

@@ -14,9 +14,13 @@ namespace kestrova
 
 bool StartDialogs::ShowFirstStart(Session& session, FirstStart& page)
 {
-    StartDialog dialog(session, page, TopWindow());
-    const InputGate::Admission admission{dialog};
-    return dialog.exec() == QDialog::Accepted;
+    int answer = StartDialog::InOtherWords;
+    while (answer == StartDialog::InOtherWords) {
+        StartDialog dialog(session, page, TopWindow());
+        const InputGate::Admission admission{dialog};
+        answer = dialog.exec();
+    }
+    return answer == QDialog::Accepted;
 }
 
 bool StartDialogs::FindLevelEditor(Session& session)
