@@ -82,7 +82,6 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     RestorePlace();
     ConnectPlay();
     WatchSavegames(session_, this, [this] { return play_->Running(); });
-    levels_->FocusList();
     list_.Show(this);
 }
 
@@ -97,6 +96,7 @@ void MainWindow::Build()
     ConnectCommands();
     AddLibraryKeys(*this, *levels_);
     SetCaptions(*this);
+    levels_->FocusList();
 }
 
 void MainWindow::BuildPanes()
@@ -130,7 +130,6 @@ void MainWindow::BuildAnew()
     RefreshList();
     if (chosen)
         Choose(*chosen);
-    levels_->FocusList();
     play_->ShowGame();
 }
 
