@@ -19,7 +19,8 @@ original=$(tree trle)
 echo "my run" >levels/LEVEL_0004/backup_savegames/savegame.0
 
 for words in "discs" "discs burn" "discs create --images a --drive b" "discs plan --capacity x" \
-    "discs blank" "discs list" "discs insert a"; do
+    "discs blank" "discs list" "discs insert a" "discs verify --remove" "discs list a --full" \
+    "discs plan --images a" "discs create --images a --all"; do
     # shellcheck disable=SC2086
     expect 2 $words
 done

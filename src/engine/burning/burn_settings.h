@@ -4,6 +4,7 @@
 #include "session/host.h"
 #include "tools/tool.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -60,6 +61,8 @@ struct BurnSettings {
     /// looks.
     ProgressScope* progress = nullptr;
     bool stopAllowed = true;
+    /// A tool that has been silent for so long can be stopped in any case.
+    std::chrono::milliseconds quietLimit = std::chrono::seconds{20};
     /// Called some twenty times a second while a tool runs: whoever makes the image of the next
     /// disc meanwhile polls it here.
     std::function<void()> meanwhile{};

@@ -19,8 +19,6 @@ using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 constexpr milliseconds slice{30};
-/// A tool that has been silent for so long can be stopped in any case.
-constexpr std::chrono::seconds quietFor{20};
 
 class ImageLineParser : public LineParser
 {
@@ -77,7 +75,7 @@ bool GoesOn(const ToolRun& run, const BurnSettings& settings)
         settings.meanwhile();
     if (settings.progress == nullptr)
         return true;
-    const bool maySay = settings.stopAllowed || run.SilentFor() >= quietFor;
+    const bool maySay = settings.stopAllowed || run.SilentFor() >= settings.quietLimit;
     if (maySay)
         settings.progress->AllowStop();
     return settings.progress->Step() || !maySay;

@@ -42,12 +42,8 @@ Result<Path> ArchiveOnDisc(DiscReader& discs, const Path& named)
 
 std::string WrongInstallOptions(const Run& run)
 {
-    const bool full = run.arguments.Has("--full");
-    const bool compact = run.arguments.Has("--compact");
-    if (full && compact)
-        return GetMsg(Msg::WrongBothSetups);
-    const bool installs = run.arguments.words.front() == "install";
-    return (full || compact) && !installs ? GetMsg(Msg::WrongSetupHere) : std::string{};
+    const bool both = run.arguments.Has("--full") && run.arguments.Has("--compact");
+    return both ? GetMsg(Msg::WrongBothSetups) : std::string{};
 }
 
 bool InstallFromWords(Run& run)

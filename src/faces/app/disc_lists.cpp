@@ -39,12 +39,9 @@ std::string WrongListOptions(const Run& run)
     const bool isTree = run.arguments.Has("--tree");
     const bool isReference = run.arguments.Has("--reference");
     const auto& words = run.arguments.words;
-    const bool isList = words.front() == "list";
     if (words.front() == "blank" && !IsBlankExtent(words[2]))
         return GetMsg(Msg::WrongBlankExtent);
-    return (isTree || isReference) && (!isList || isTree == isReference)
-               ? GetMsg(Msg::WrongListForm)
-               : std::string{};
+    return isTree && isReference ? GetMsg(Msg::WrongListForm) : std::string{};
 }
 
 bool ListDisc(Run& run)

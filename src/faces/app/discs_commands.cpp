@@ -18,19 +18,42 @@ namespace kestrova
 namespace
 {
 
-/// How many words stand behind a verb.
+/// How many words stand behind a verb, and which options go with it.
 struct VerbWords {
     std::string_view verb;
     std::size_t least = 0;
     std::size_t most = 0;
     bool json = false;
+    std::string_view options{}; ///< each between blanks
 };
 
 constexpr VerbWords discVerbs[] = {
-    {"drives", 0, 0, true},  {"insert", 2, 2},     {"eject", 1, 1},      {"bring-back", 0, 1},
-    {"install", 2, 2, true}, {"image", 1, 1},      {"plan", 0, 0, true}, {"create", 0, 0, true},
-    {"verify", 0, 0, true},  {"list", 1, 1, true}, {"blank", 2, 2},
+    {"drives", 0, 0, true},
+    {"insert", 2, 2},
+    {"eject", 1, 1},
+    {"bring-back", 0, 1},
+    {"install", 2, 2, true, " --full --compact "},
+    {"image", 1, 1},
+    {"plan", 0, 0, true, " --capacity --drive --with "},
+    {"create", 0, 0, true, " --images --drive --capacity --speed --with --setup --remove --keep "},
+    {"verify", 0, 0, true, " --all "},
+    {"list", 1, 1, true, " --tree --reference "},
+    {"blank", 2, 2},
 };
+
+/// An option that another verb has and this one has not; empty when there is none.
+std::string ForeignOption(const Arguments& arguments, const VerbWords& verb)
+{
+    for (const auto& [option, values] : arguments.options) {
+        const std::string word = ' ' + option + ' ';
+        const auto takes = [&](const VerbWords& row) {
+            return row.options.find(word) != std::string_view::npos;
+        };
+        if (!takes(verb) && std::any_of(std::begin(discVerbs), std::end(discVerbs), takes))
+            return option;
+    }
+    return {};
+}
 
 std::size_t LevelsOnDiscs(const Archive& archive)
 {
@@ -68,6 +91,8 @@ std::string WrongDiscs(Run& run)
         return GetMsg(Msg::WrongDiscsCount, {verb->verb});
     if (run.json != nullptr && !verb->json)
         return GetMsg(Msg::WrongDiscsJson, {verb->verb});
+    if (const std::string foreign = ForeignOption(run.arguments, *verb); !foreign.empty())
+        return GetMsg(Msg::WrongDiscsOption, {foreign, verb->verb});
     std::string wrong = WrongInstallOptions(run);
     if (wrong.empty())
         wrong = WrongListOptions(run);

@@ -22,9 +22,8 @@ inline constexpr Message InstallNameBad{"The archive names no folder that could 
 inline constexpr Message InstallNotDone{"The archive was not installed in ~1. Nothing that was there before has been changed."};
 inline constexpr Message RemovingFilesFromHd{"Removing FILES folder from HD"};
 inline constexpr Message FilesStay{"The files of these levels stay on the hard disk, and the levels are played from there:"};
-inline constexpr Message FilesStayUnverified{"~1: its copy on disc # ~2 was not compared with it"};
-inline constexpr Message FilesStayChanged{"~1: ~2 is not as it was when it was put on disc # ~3"};
-inline constexpr Message FilesStayNoLevel{"~1: its folder holds no level"};
+inline constexpr Message FilesStayUnverified{"~1: its copy on disc # ~2 could not be compared with it"};
+inline constexpr Message FilesStayChanged{"~1: ~2 is not as it is on disc # ~3"};
 inline constexpr Message FilesStayNotRemoved{"~1: its folder could not be removed"};
 inline constexpr Message AskKeepOnHd{"As long as this disc is not there, the archive cannot be loaded as one that lies on discs. Do you want the levels whose files are on the hard disk still to stay there? They are played from there then, and the discs are not asked for. With No nothing is changed, and the archive is not loaded."};
 inline constexpr Message CdMissingStep2{"Cd missing: cd install step 2, aborted!~1Please, repeat cd burning or restore OLD kva archive"};

@@ -41,9 +41,9 @@ inline constexpr Message WrongBlankExtent{"discs blank wants the drive and 'all'
 inline constexpr Message AskBlankDisc{"Blank the disc '~1' in the drive '~2'? What is on it is gone then. Files of levels that were removed from the hard disk may lie nowhere else."};
 inline constexpr Message WrongDiscsWord{"'~1' is nothing that discs can do; it can: ~2"};
 inline constexpr Message WrongDiscsCount{"discs ~1 wants another number of words; see --help"};
+inline constexpr Message WrongDiscsOption{"~1 does not go with discs ~2"};
 inline constexpr Message WrongDiscsJson{"--json does not go with discs ~1"};
 inline constexpr Message WrongBothSetups{"--full and --compact exclude each other."};
-inline constexpr Message WrongSetupHere{"--full and --compact go with discs install alone."};
 inline constexpr Message NoFileToInstall{"There is no file ~1. Nothing has been changed."};
 inline constexpr Message FileOnNoDisc{"~1 lies on no disc. kestrovactl load loads an archive of the hard disk."};
 inline constexpr Message NoArchiveOnImage{"On ~1 lies no archive's file. That is on the first disc of a set."};

@@ -17,7 +17,7 @@ inline constexpr Message CdIsEmpty{"CD is empty"};
 inline constexpr Message DiscImageMissing{"There is no file ~1. It was moved, renamed or deleted, or its drive is not connected."};
 inline constexpr Message DiscImageNone{"~1 is not the image of a disc, or its beginning is damaged. Nothing has been changed."};
 inline constexpr Message DiscImageShort{"~1 is damaged: it says that it holds ~2, and the file ends after ~3. Make the image anew, or get it again."};
-inline constexpr Message DiscDriveEmpty{"No disc lies in the drive ~1."};
+inline constexpr Message DiscDriveEmpty{"No disc lies in the drive ~1. Insert one, then try again."};
 inline constexpr Message DiscDriveBlank{"The disc in the drive ~1 is blank."};
 inline constexpr Message DiscPlaceTaken{"The disc in the drive ~1 should be seen in the folder ~2, but something lies there already. It stays untouched. Empty the folder, or name another one for the drive."};
 inline constexpr Message DiscPlaceUnusable{"The disc cannot be seen in the folder ~1. Nothing has been changed."};

@@ -3,11 +3,13 @@
 #include "archive/level_folders.h"
 #include "core/look.h"
 #include "core/text.h"
+#include "discs/disc_notes.h"
 #include "discs/file_names.h"
 #include "formats/level_folder.h"
 #include "platform/file_content.h"
 #include "words/message.h"
 
+#include <algorithm>
 #include <map>
 
 namespace kestrova
@@ -68,6 +70,34 @@ std::string NameOnDiscs(const ArchiveHeader& header)
 std::string LabelOfDisc(std::int32_t number)
 {
     return Filled(OnDisk::DiscLabel, {std::to_string(number)});
+}
+
+Status NoteLevels(const ArchiveHeader& header,
+                  const std::vector<std::pair<std::int32_t, NotedLevel>>& levels)
+{
+    const Path folder = FolderFromText(Trim(header.secondaryFolder));
+    auto note = ReadDiscNote(folder);
+    if (!note)
+        return note.Error();
+    if (note->folder.empty())
+        note->folder = NameOnDiscs(header);
+    std::map<std::int32_t, NotedDisc> discs;
+    for (const auto& [number, level] : levels) {
+        NotedDisc& disc = discs[number];
+        if (disc.number == 0)
+            disc = note->Find(number) != nullptr
+                       ? *note->Find(number)
+                       : NotedDisc{number, LabelOfDisc(number), 0, {}, 0, {}};
+        const auto old = std::find_if(disc.levels.begin(), disc.levels.end(),
+                                      [&](const NotedLevel& l) { return l.code == level.code; });
+        if (old != disc.levels.end())
+            *old = level;
+        else
+            disc.levels.push_back(level);
+    }
+    for (auto& [number, disc] : discs)
+        note->Put(std::move(disc));
+    return WriteDiscNote(folder, *note);
 }
 
 Result<std::vector<KnownDisc>> DiscsIn(const Path& root)

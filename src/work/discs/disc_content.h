@@ -31,6 +31,11 @@ Result<std::vector<KnownDisc>> DiscsIn(const Path& root);
 Result<std::optional<Path>> FindDiscFolder(const Path& root, const ArchiveHeader& header,
                                            const LevelRecord& level, const NotedLevel* noted);
 
+/// The archive's note on the hard disk tells of these levels, each on its disc, from now on. What
+/// else it tells by then stays, as where an image was found meanwhile.
+Status NoteLevels(const ArchiveHeader& header,
+                  const std::vector<std::pair<std::int32_t, NotedLevel>>& levels);
+
 /// Every noted file of that `files` folder, whatever case its name has there, holds what was put on
 /// the disc. `Damaged` otherwise, the first other one as subject.
 Status HoldsNotedContent(const Path& files, const NotedLevel& noted, const Heartbeat& beat);

@@ -3,6 +3,7 @@
 #include "core/look.h"
 #include "core/staged_file.h"
 #include "platform/file_content.h"
+#include "words/disc_creation.h"
 
 #include <algorithm>
 
@@ -77,7 +78,7 @@ Result<DiscNote> ReadDiscNote(const Path& levels)
         return DiscNote{};
     auto note = ParseDiscNote(**text);
     if (!note)
-        return Failure{ErrorCode::Damaged, TextOf(file), {}};
+        return InWords(ErrorCode::Damaged, GetMsg(Msg::DiscNoteDamaged, {TextOf(file)}));
     return note;
 }
 

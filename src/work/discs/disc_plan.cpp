@@ -3,6 +3,7 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "core/look.h"
+#include "core/text.h"
 #include "discs/disc_content.h"
 #include "discs/disc_notes.h"
 #include "formats/level_folder.h"
@@ -10,6 +11,7 @@
 #include "words/disc_creation.h"
 
 #include <algorithm>
+#include <set>
 
 namespace kestrova
 {
@@ -88,13 +90,19 @@ Result<DiscSize> DiscSizeOf(const Path& place, const Heartbeat& heartbeat)
     if (!files)
         return files.Error();
     DiscSize size;
+    std::set<std::string> names;
     for (const NotedFile& file : *files) {
+        if (!names.insert(FoldCase(file.name)).second)
+            size.twin = file.name;
         room.AddFile(FileNameOf(file.name), file.size);
         size.bytes += static_cast<double>(file.size);
         size.note += noteRowBytes + noteBytesOfLetter * file.name.size();
     }
-    for (const std::string& folder : folders)
+    for (const std::string& folder : folders) {
+        if (!names.insert(FoldCase(folder)).second)
+            size.twin = folder;
         room.AddFolder(FileNameOf(folder));
+    }
     size.room = room.Bytes();
     return size;
 }
@@ -116,6 +124,10 @@ Status DiscPlan::Measure(const Folders& folders, const Archive& archive, Progres
             return size.Error();
         if (!size) {
             leftOut_.push_back(LeaveOut(level.levelCode, size.Error()));
+            continue;
+        }
+        if (!size->twin.empty()) {
+            leftOut_.push_back({level.levelCode, GetMsg(Msg::LevelHasTwins, {size->twin})});
             continue;
         }
         DiscRoom own; // the level's folder with its index

@@ -16,6 +16,7 @@ struct DiscSize {
     double bytes = 0;       ///< of its files
     std::uint64_t room = 0; ///< with all that the disc's own order takes
     std::uint64_t note = 0; ///< of what the first disc tells of it, at most
+    std::string twin{};     ///< a file that has another one's name but for the letters' case
     DiscSize& operator+=(const DiscSize& other);
 };
 /// Of a folder with all below it, and of a file. What no disc takes (a link, a device) is refused.

@@ -167,6 +167,10 @@ Status DiscSet::Note(const PlannedDisc& disc, const Path& image, const std::vect
                   [](const NotedFile& a, const NotedFile& b) { return a.name < b.name; });
         level.verified = AreAllFiles(LevelFilesOf(parts_.folders, code), level.files) &&
                          IsAsAnnounced(coming_, disc.number, level);
+        // What was not compared is still known by what it should be.
+        if (const NotedLevel* announced = FindNoted(coming_, disc.number, code);
+            !level.verified && announced != nullptr)
+            level.files = announced->files;
         noted.levels.push_back(std::move(level));
     }
     note_.Put(std::move(noted));

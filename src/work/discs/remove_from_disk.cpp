@@ -3,7 +3,6 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "archive/set_aside.h"
-#include "core/file_kinds.h"
 #include "core/leftovers.h"
 #include "core/look.h"
 #include "core/name_list.h"
@@ -11,6 +10,7 @@
 #include "core/staged_file.h"
 #include "discs/disc_content.h"
 #include "discs/disc_notes.h"
+#include "discs/part_of_level.h"
 #include "drives/cd_drives.h"
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
@@ -30,12 +30,18 @@ namespace
 /// What became of the files of one level.
 enum class Leaves { Gone, Stays, DiscMissing, Stopped };
 
+/// What nobody can read tells nothing.
+DiscNote KnownOf(const FilesLeaving& leaving)
+{
+    return ReadDiscNote(leaving.folders.levels).ValueOr({});
+}
+
 /// The removal of the files of all levels, one after the other.
 class FilesRemoval
 {
 public:
     explicit FilesRemoval(const FilesLeaving& leaving)
-        : at_(leaving), note_(ReadDiscNote(leaving.folders.levels).ValueOr({})),
+        : at_(leaving), note_(KnownOf(leaving)),
           room_(ChangeWaits(leaving.folders) ? UndoRoom{}
                                              : RoomForUndo(leaving.folders, leaving.settings))
     {
@@ -50,16 +56,23 @@ public:
             TellFolderNotRead(at_.host, isThere.Error());
             return Leaves::Stopped;
         }
-        if (!*isThere)
+        // What is a part only stays beside its disc, where all of the level lies.
+        const NotedLevel* noted = FindNoted(note_, level.cdNumber, level.levelCode);
+        if (!*isThere || IsPartOfLevel(*files, noted, level.filesSize))
             return Leaves::Gone;
-        if (const std::string why = WhyItStays(level, *files, beat); !why.empty()) {
-            stay_.push_back(why);
+        const bool isProved = noted != nullptr && noted->verified;
+        if (!isProved && !HasDisc(level))
+            return Leaves::DiscMissing;
+        const Status same =
+            isProved ? HoldsNotedFiles(*files, *noted, beat) : ProveNow(level, *files, beat);
+        if (!same && same.Error().code == ErrorCode::Stopped)
+            return Leaves::Stopped;
+        if (!same) {
+            stay_.push_back(WhyItStays(level, same.Error()));
             level.cdNumber = 0;
             return Leaves::Stays;
         }
-        if (stopped_)
-            return Leaves::Stopped;
-        if (!HasDisc(level))
+        if (isProved && !HasDisc(level))
             return Leaves::DiscMissing;
         if (!SetFilesAside(level, *files) && !RemoveForGood(*files)) {
             stay_.push_back(GetMsg(Msg::FilesStayNotRemoved, {NameOf(level)}));
@@ -69,10 +82,13 @@ public:
         return Leaves::Gone;
     }
 
-    void TellWhatStays() const
+    /// Tells what stays, and notes what was compared.
+    void End() const
     {
         if (!stay_.empty())
             at_.host.Tell(Tone::Warning, GetMsg(Msg::FilesStay), {}, ShownLines(stay_));
+        if (!proved_.empty())
+            DoneOrTold(at_.host, NoteLevels(at_.archive.header, proved_));
     }
 
 private:
@@ -81,25 +97,28 @@ private:
         return OnOneLine(Readable(Trim(level.levelName)));
     }
 
-    /// Empty when it may leave, and when it was stopped.
-    std::string WhyItStays(const LevelRecord& level, const Path& files, const Heartbeat& beat)
+    static std::string WhyItStays(const LevelRecord& level, const Failure& failure)
     {
-        const auto holds = [&](std::string_view pattern) {
-            const auto found = ListFiles(files, pattern);
-            return found && !found->empty();
-        };
-        const std::string name = NameOf(level);
         const std::string number = std::to_string(level.cdNumber);
-        if (!holds(OnDisk::PatTr4) && !holds(OnDisk::PatTr4Zl))
-            return GetMsg(Msg::FilesStayNoLevel, {name});
-        const NotedLevel* noted = FindNoted(note_, level.cdNumber, level.levelCode);
-        if (noted == nullptr || !noted->verified)
-            return GetMsg(Msg::FilesStayUnverified, {name, number});
-        const auto same = HoldsNotedFiles(files, *noted, beat);
-        stopped_ = !same && same.Error().code == ErrorCode::Stopped;
-        return same || stopped_
-                   ? std::string{}
-                   : GetMsg(Msg::FilesStayChanged, {name, same.Error().subject, number});
+        return failure.code == ErrorCode::Differs
+                   ? GetMsg(Msg::FilesStayChanged, {NameOf(level), failure.subject, number})
+                   : GetMsg(Msg::FilesStayUnverified, {NameOf(level), number});
+    }
+
+    /// A copy that nobody compared when its disc was made is compared now.
+    Status ProveNow(const LevelRecord& level, const Path& files, const Heartbeat& beat)
+    {
+        const auto disc = FilesFolderOf(at_.folders, at_.archive, level.levelCode);
+        if (!disc)
+            return disc.Error();
+        auto here = NoteFilesOf(files, beat);
+        if (!here)
+            return here.Error();
+        NotedLevel noted{level.levelCode, true, std::move(*here)};
+        if (auto same = HoldsNotedFiles(*disc, noted, beat); !same)
+            return same;
+        proved_.emplace_back(level.cdNumber, std::move(noted));
+        return {};
     }
 
     /// Its disc, with the level's files on it, can be read now.
@@ -162,9 +181,9 @@ private:
     }
 
     const FilesLeaving& at_;
-    DiscNote note_;
+    const DiscNote note_;
     UndoRoom room_;
-    bool stopped_ = false;
+    std::vector<std::pair<std::int32_t, NotedLevel>> proved_; ///< by their discs
     std::vector<std::string> stay_;
 };
 
@@ -182,9 +201,13 @@ bool KeepsTheRest(const FilesLeaving& leaving)
 {
     if (!leaving.host.AskYesNo(GetMsg(Msg::AskKeepOnHd)))
         return false;
+    const DiscNote note = KnownOf(leaving);
     for (LevelRecord& level : leaving.archive.levels)
-        if (level.cdNumber != 0 &&
-            FolderExists(InFolder(LevelHomeOf(leaving.folders, level.levelCode), OnDisk::DirFiles)))
+        if (const Path files =
+                InFolder(LevelHomeOf(leaving.folders, level.levelCode), OnDisk::DirFiles);
+            level.cdNumber != 0 && FolderExists(files) &&
+            !IsPartOfLevel(files, FindNoted(note, level.cdNumber, level.levelCode),
+                           level.filesSize))
             level.cdNumber = 0;
     return true;
 }
@@ -224,7 +247,7 @@ bool RemoveFilesFoldersFromHd(const FilesLeaving& leaving)
             if (last == Leaves::DiscMissing || last == Leaves::Stopped)
                 break;
         }
-        removal.TellWhatStays();
+        removal.End();
     }
     if (last == Leaves::Stopped || (last == Leaves::DiscMissing && !KeepsTheRest(leaving))) {
         archive = before; // what left is on its disc, and the next load goes on

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "discs/disc_content.h"
+#include "discs/part_of_level.h"
 #include "formats/level_folder.h"
 #include "words/disc_creation.h"
 
@@ -39,7 +40,7 @@ public:
             found.push_back({levels[i]->cdNumber, levels[i]->levelCode, bool{good},
                              good ? std::string{} : FaultOf(*levels[i], good.Error())});
         }
-        if (const auto written = changed_ ? WriteDiscNote(parts_.folders.levels, note_) : Status{};
+        if (const auto written = found_.empty() ? Status{} : NoteLevels(archive_.header, found_);
             !written)
             return written.Error();
         return found;
@@ -73,7 +74,9 @@ private:
         if (!same && same.Error().code == ErrorCode::Stopped)
             return same;
         noted->verified = bool{same};
-        Keep(level, std::move(*noted));
+        const NotedLevel* before = FindNoted(note_, level.cdNumber, level.levelCode);
+        if (before == nullptr || *before != *noted)
+            found_.emplace_back(level.cdNumber, std::move(*noted));
         return same;
     }
 
@@ -83,38 +86,18 @@ private:
         const NotedLevel* known = FindNoted(note_, level.cdNumber, level.levelCode);
         if (known != nullptr && known->verified)
             return *known;
-        auto now = NoteFilesOf(
-            InFolder(LevelHomeOf(parts_.folders, level.levelCode), OnDisk::DirFiles), step);
-        if (now)
-            return NotedLevel{level.levelCode, false, std::move(now).Value()};
-        if (now.Error().code == ErrorCode::Missing && known != nullptr && !known->files.empty())
-            return *known;
-        return now.Error().code == ErrorCode::Missing
-                   ? InWords(
-                         ErrorCode::Missing,
-                         GetMsg(Msg::LevelNotNoted, {level.levelName, LabelOfDisc(level.cdNumber)}))
-                   : now.Error();
-    }
-
-    void Keep(const LevelRecord& level, NotedLevel noted)
-    {
-        const NotedDisc* known = note_.Find(level.cdNumber);
-        const NotedLevel* before = known != nullptr ? known->Find(noted.code) : nullptr;
-        if (before != nullptr && *before == noted)
-            return;
-        NotedDisc disc = known != nullptr
-                             ? *known
-                             : NotedDisc{level.cdNumber, LabelOfDisc(level.cdNumber), 0, {}, 0, {}};
-        const auto old = std::find_if(disc.levels.begin(), disc.levels.end(),
-                                      [&](const NotedLevel& l) { return l.code == noted.code; });
-        if (old != disc.levels.end())
-            *old = std::move(noted);
-        else
-            disc.levels.push_back(std::move(noted));
-        if (note_.folder.empty())
-            note_.folder = NameOnDiscs(archive_.header);
-        note_.Put(std::move(disc));
-        changed_ = true;
+        const Path here = InFolder(LevelHomeOf(parts_.folders, level.levelCode), OnDisk::DirFiles);
+        if (IsPartOfLevel(here, known, level.filesSize)) {
+            if (known != nullptr && !known->files.empty())
+                return *known;
+            return InWords(
+                ErrorCode::Missing,
+                GetMsg(Msg::LevelNotNoted, {level.levelName, LabelOfDisc(level.cdNumber)}));
+        }
+        auto now = NoteFilesOf(here, step);
+        if (!now)
+            return now.Error();
+        return NotedLevel{level.levelCode, false, std::move(now).Value()};
     }
 
     static std::string FaultOf(const LevelRecord& level, const Failure& failure)
@@ -129,7 +112,7 @@ private:
     const Archive& archive_;
     Verifying verifying_;
     DiscNote note_;
-    bool changed_ = false;
+    std::vector<std::pair<std::int32_t, NotedLevel>> found_; ///< to be noted, by their discs
 };
 
 } // namespace

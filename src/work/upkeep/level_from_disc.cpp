@@ -49,19 +49,23 @@ private:
 
     Status Take(const Path& file, const Path& files, const Path& name)
     {
-        const Path target = files / name;
-        const auto isFree = IsFree(target);
+        const std::string key = FoldCase(name.native());
+        const auto found = FindPath(files / name);
+        const auto isFree = found ? IsFree(*found) : Result<bool>{found.Error()};
         if (!isFree)
             return isFree.Error();
         if (!*isFree) {
-            const auto same = HoldSameBytes(file, target, [&] { return Beats(); });
+            const auto same = HoldSameBytes(file, *found, [&] { return Beats(); });
             if (!same)
                 return same.Error();
+            // Two files of the disc whose names differ in the letters' case alone.
+            if (!*same && taken_.contains(key))
+                return MakeFailure(ErrorCode::Differs, TextOf(file));
             if (!*same)
-                if (const auto aside = RenameAside(target); !aside)
+                if (const auto aside = RenameAside(*found); !aside)
                     return aside.Error();
         }
-        const auto place = ResolvePath(target);
+        const Path place = *isFree ? *found : ResolvePath(files / name);
         if (!FileExists(place)) {
             CopyOptions options;
             options.verify = Verify::Content;
@@ -72,8 +76,8 @@ private:
                 return copied;
         }
         done_ += FileSize(place);
-        taken_.insert(FoldCase(name.native()));
-        return IsAsNoted(file, FoldCase(name.native()), place);
+        taken_.insert(key);
+        return IsAsNoted(file, key, place);
     }
 
     /// A disc that reads without an error may still hold other bytes than were put on it.

@@ -2,7 +2,6 @@
 
 #include "archive/archive_entries.h"
 #include "archive/level_folders.h"
-#include "core/file_kinds.h"
 #include "core/look.h"
 #include "formats/trle_folder.h"
 #include "levels/unfinished_intake.h"
@@ -39,14 +38,6 @@ Result<LevelsFound> FindLevelFolders(const Path& folder)
     }
     std::sort(found.codes.begin(), found.codes.end());
     return found;
-}
-
-bool HasLevelFile(const Path& files)
-{
-    for (const std::string_view pattern : {OnDisk::PatTr4, OnDisk::PatTr4Zl})
-        if (!ListFiles(files, pattern).ValueOr({}).empty())
-            return true;
-    return false;
 }
 
 } // namespace kestrova

@@ -13,8 +13,5 @@ struct LevelsFound {
     std::vector<Path> setAside;          ///< folders of levels that were set aside
 };
 Result<LevelsFound> FindLevelFolders(const Path& folder);
-/// True when the game's level files lie in that folder, compressed or not; what cannot be listed
-/// has none.
-bool HasLevelFile(const Path& files);
 
 } // namespace kestrova

@@ -6,6 +6,7 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/name_list.h"
+#include "discs/part_of_level.h"
 #include "formats/level_folder.h"
 #include "history/moved_homes.h"
 #include "platform/places.h"

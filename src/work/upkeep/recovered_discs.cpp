@@ -6,6 +6,7 @@
 #include "core/text.h"
 #include "discs/disc_content.h"
 #include "discs/disc_notes.h"
+#include "discs/part_of_level.h"
 #include "drives/attached_discs.h"
 #include "formats/level_folder.h"
 #include "session/telling.h"
@@ -144,7 +145,8 @@ void TakeNotedDiscs(Archive& archive, const Path& levels)
             LevelRecord* level = RecordOf(archive, noted.code);
             const Path files =
                 InFolder(InFolder(levels, LevelFolderName(noted.code)), OnDisk::DirFiles);
-            if (level == nullptr || level->cdNumber != 0 || !noted.verified || HasLevelFile(files))
+            if (level == nullptr || level->cdNumber != 0 || !noted.verified ||
+                !IsPartOfLevel(files, &noted, 0))
                 continue;
             double size = 0;
             for (const NotedFile& file : noted.files)

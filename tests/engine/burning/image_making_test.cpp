@@ -216,6 +216,45 @@ TEST(ImageMaking, LeavesNothingWhenItIsStoppedKilledOrItsToolFails)
     EXPECT_TRUE(onlyOld());
 }
 
+TEST(ImageMaking, WhereStopIsNotAllowedOnlyASilentToolCanBeStopped)
+{
+    /// Somebody who holds Stop down, which counts where it may.
+    class Impatient : public ProgressScope
+    {
+    public:
+        void SetLabel(const std::string&) override {}
+        void SetBar(std::uint64_t, std::uint64_t) override {}
+        void SetPart(std::uint64_t, std::uint64_t) override {}
+        void AllowStop() override { allowed = true; }
+        bool Step() override { return !pressed; }
+        bool allowed = false;
+        bool pressed = false;
+    };
+    DiscWorld world;
+    Impatient person;
+    BurnSettings settings = world.Settings();
+    settings.progress = &person;
+    settings.stopAllowed = false;
+    settings.quietLimit = std::chrono::hours{1};
+    auto making = ImageMaking::Start(ToolsOf(world.session), settings, world / "whole.iso");
+    ASSERT_TRUE(making);
+    person.pressed = true;
+    EXPECT_TRUE((*making)->Finish(settings)) << "the tool was at work";
+    EXPECT_FALSE(person.allowed);
+    person.pressed = false;
+
+    world.AddTool("xorriso", "echo 'xorriso : UPDATE : 1% done' >&2; exec sleep 600");
+    settings.quietLimit = std::chrono::milliseconds{300};
+    making = ImageMaking::Start(ToolsOf(world.session), settings, world / "none.iso");
+    ASSERT_TRUE(making);
+    person.pressed = true;
+    const Status made = (*making)->Finish(settings);
+    ASSERT_FALSE(made);
+    EXPECT_EQ(made.Error().code, ErrorCode::Stopped);
+    EXPECT_TRUE(person.allowed);
+    EXPECT_FALSE(world.Has("none.iso"));
+}
+
 TEST(ImageMaking, OneIsMadeWhileAnotherGoesOn)
 {
     DiscWorld world;

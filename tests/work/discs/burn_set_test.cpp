@@ -54,6 +54,11 @@ TEST_F(BurnDiscsTest, ADiscThatWasSkippedOrNotVerifiedCountsOnlyWhenThePersonSay
     ASSERT_TRUE(Create()) << world.host.AllTold();
     EXPECT_EQ(world.session.archive.levels[1].cdNumber, 0);
     EXPECT_FALSE(Saved().header.cdMovePending);
+    // The disc that nobody read back is known by what it should hold.
+    const auto noted = ReadDiscNote(world / "levels");
+    ASSERT_TRUE(noted && FindNoted(*noted, 2, 2) != nullptr);
+    EXPECT_FALSE(FindNoted(*noted, 2, 2)->verified);
+    EXPECT_TRUE(HoldsNotedFiles(world / "levels/LEVEL_0002/files", *FindNoted(*noted, 2, 2)));
 
     // What an earlier run proved needs no second disc.
     world.host.WillAsk("Have you 2 blank CDs", true);

@@ -103,12 +103,17 @@ TEST_F(DiscPlanTest, GivesALevelThatIsTooLargeADiscOfItsOwnAndSaysSo)
 TEST_F(DiscPlanTest, LeavesOutWhatNoDiscTakesAndNamesIt)
 {
     world.MakeBackupAndArchive();
-    Level(1), Level(1), Level(1);
+    Level(1), Level(1), Level(1), Level(1);
     std::filesystem::remove_all(LevelFiles(1));
+    std::filesystem::create_directories(LevelFiles(4) / "DATA");
+    std::filesystem::resize_file(LevelFiles(4) / "data/level.tr4", 4);
+    std::filesystem::copy(LevelFiles(4) / "data/level.tr4", LevelFiles(4) / "DATA/Level.TR4");
     std::filesystem::create_symlink("/etc/hostname", LevelFiles(3) / "link");
     Divide(650);
     EXPECT_EQ(Levels(), Codes{{2}});
-    ASSERT_EQ(plan.LeftOut().size(), 2U);
+    ASSERT_EQ(plan.LeftOut().size(), 3U);
+    EXPECT_NE(plan.LeftOut()[2].reason.find("data/level.tr4 is there twice"), std::string::npos)
+        << plan.LeftOut()[2].reason;
     EXPECT_EQ(plan.LeftOut()[0].code, 1);
     EXPECT_NE(plan.LeftOut()[1].reason.find("/files/link"), std::string::npos);
 }

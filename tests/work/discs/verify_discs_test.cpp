@@ -70,6 +70,20 @@ TEST(VerifyDiscs, FindsWhatIsNotAsItWasAndProvesWhatNobodyHadProved)
     EXPECT_FALSE(FindNoted(ReadDiscNote(world / "levels").Value(), 2, 2)->verified);
     world.Write("levels2/LEVEL_0002/files/a.tr4", "Beta");
     EXPECT_EQ(good(Verifying::All), "good good ");
+
+    // A document that was copied to the hard disk is not what the disc has to hold: neither where
+    // the disc was noted and not compared yet, nor where nothing is known of it.
+    DiscNote note = ReadDiscNote(world / "levels").Value();
+    NotedDisc second = *note.Find(2);
+    second.levels[0].verified = false;
+    note.Put(second);
+    ASSERT_TRUE(WriteDiscNote(world / "levels", note));
+    world.Write("levels/LEVEL_0002/files/readme.txt", "copied");
+    EXPECT_EQ(good(Verifying::All), "good good ");
+    note.CutAfter(1);
+    ASSERT_TRUE(WriteDiscNote(world / "levels", note));
+    EXPECT_NE(good(Verifying::All).find("Nothing is known of what Beta had"), std::string::npos);
+    EXPECT_EQ(ReadDiscNote(world / "levels").Value(), note);
 }
 
 } // namespace kestrova::testing

@@ -162,6 +162,22 @@ TEST(BroughtBack, GoesOnWhereADiscWasMissing)
     EXPECT_EQ(world.Read("levels/LEVEL_0003/files/c.tr4.1"), "somebody's own");
 }
 
+TEST(BroughtBack, KeepsWhatIsSpelledWithOtherCapitals)
+{
+    BringBackWorld world;
+    world.Write("levels/LEVEL_0001/files/sub/README.TXT", "somebody's own");
+    // Two files of a disc that another program made, which one folder here cannot tell apart.
+    fs::permissions(world / BringBackWorld::DiscPlace("one", 1, world.second), fs::perms::all);
+    world.Write(BringBackWorld::DiscPlace("one", 1, world.second) + "/files/B.TR4", "level B");
+    fs::remove(world / "levels/discs.json");
+    EXPECT_FALSE(MoveArchiveToHd(world.session));
+    EXPECT_TRUE(world.host.WasTold("2 levels are on the hard disk now, 1 are still on discs"))
+        << world.host.AllTold();
+    EXPECT_EQ(world.session.archive.Find(world.second)->cdNumber, 1);
+    EXPECT_EQ(world.Read("levels/LEVEL_0001/files/sub/README.TXT.1"), "somebody's own");
+    EXPECT_EQ(world.Read("levels/LEVEL_0001/files/sub/readme.txt"), "read me");
+}
+
 TEST(BroughtBack, IsStoppedAndKilledAndFailsWithNoLevelInHalves)
 {
     int stops = 0;

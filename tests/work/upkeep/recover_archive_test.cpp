@@ -219,6 +219,18 @@ TEST(RecoveredArchive, KnowsItsDiscsByTheirNote)
     EXPECT_EQ(world.session.archive.Find(1)->cdNumber, 0) << "its files are here";
     world.places.drives = {world.DriveWith("one")};
     EXPECT_TRUE(world.Find(3));
+
+    // What came back before that was broken off is not the level.
+    world.Write(RecoverWorld::DiscPlace("one", 1, 3) + "/files/c.wav", "all of it");
+    disc.levels[0].files = *NoteFilesOf(world / (RecoverWorld::DiscPlace("one", 1, 3) + "/files"));
+    note.Put(disc);
+    ASSERT_TRUE(WriteDiscNote(world / "levels", note));
+    world.Write("levels/LEVEL_0003/files/c.tr4", "level c");
+    ASSERT_TRUE(world.Recover()) << world.host.AllTold();
+    EXPECT_EQ(world.session.archive.Find(3)->cdNumber, 1);
+    world.Write("levels/LEVEL_0003/files/c.wav", "all of it");
+    ASSERT_TRUE(world.Recover()) << world.host.AllTold();
+    EXPECT_EQ(world.session.archive.Find(3)->cdNumber, 0);
 }
 
 TEST(RecoveredArchive, IsKilledAndFailsWithNothingLost)

@@ -121,10 +121,9 @@ TEST(RemoveFromDisk, WhatWasNotComparedOrHasChangedStays)
     LeavingWorld world;
     world.Write(world.Files(0) + "/level.tr4", "tr4 0 and more");
     auto note = *ReadDiscNote(world / "levels");
-    NotedDisc second = *note.Find(2);
-    second.levels[0].verified = false;
-    note.Put(second);
+    note.CutAfter(1);
     ASSERT_TRUE(WriteDiscNote(world / "levels", note));
+    world.Write(DiscWorld::DiscPlace("b", 2, world.codes[2]) + "/files/audio/one.wav", "wavy");
     world.session.settings.undoCount = 0; // what leaves then leaves for good
     ASSERT_TRUE(world.Load()) << world.host.AllTold();
     EXPECT_EQ(world.Read(world.Files(0) + "/level.tr4"), "tr4 0 and more");
@@ -134,10 +133,55 @@ TEST(RemoveFromDisk, WhatWasNotComparedOrHasChangedStays)
     EXPECT_EQ(world.session.archive.levels[2].cdNumber, 1);
     EXPECT_EQ(world.session.archive.levels[3].cdNumber, 0);
     ASSERT_FALSE(world.host.told.empty());
-    EXPECT_NE(world.host.AllTold().find("Level 0: level.tr4 is not as it was"), std::string::npos)
+    EXPECT_NE(world.host.AllTold().find("Level 0: level.tr4 is not as it is on disc # 1"),
+              std::string::npos)
         << world.host.AllTold();
-    EXPECT_NE(world.host.AllTold().find("Level 2: its copy on disc # 2"), std::string::npos);
+    EXPECT_NE(world.host.AllTold().find("Level 2: audio/one.wav is not as it is on disc # 2"),
+              std::string::npos);
     EXPECT_FALSE(world.UndoOne());
+}
+
+TEST(RemoveFromDisk, WhatNobodyComparedIsComparedBeforeItLeaves)
+{
+    LeavingWorld world;
+    auto note = *ReadDiscNote(world / "levels");
+    note.CutAfter(1);
+    ASSERT_TRUE(WriteDiscNote(world / "levels", note));
+    ASSERT_TRUE(world.Load()) << world.host.AllTold();
+    EXPECT_FALSE(FolderExists(world / world.Files(2)));
+    EXPECT_EQ(world.session.archive.levels[3].cdNumber, 2);
+    note = *ReadDiscNote(world / "levels");
+    ASSERT_NE(FindNoted(note, 2, world.codes[2]), nullptr);
+    EXPECT_TRUE(FindNoted(note, 2, world.codes[2])->verified);
+    EXPECT_EQ(FindNoted(note, 2, world.codes[2])->files.size(), 2U);
+    world.ExpectNothingLost("compared at the load");
+}
+
+/// A document that was copied from a disc, and what came back before that was broken off, are no
+/// levels: the archive goes on to know the discs on which all of them lie.
+TEST(RemoveFromDisk, APartOfALevelLeavesItsLevelOnItsDisc)
+{
+    for (const bool isNoted : {true, false}) {
+        LeavingWorld world;
+        for (LevelRecord& level : world.session.archive.levels)
+            level.filesSize = level.cdNumber != 0 ? 9 : 0;
+        ASSERT_TRUE(WriteArchive(world.session, world.session.ArchivePath()));
+        std::filesystem::remove_all(world / world.Files(0));
+        world.Write(world.Files(0) + "/readme.txt", "with notes of my own");
+        std::filesystem::remove_all(world / (world.Files(1) + "/audio"));
+        if (!isNoted)
+            std::filesystem::remove(world / "levels/discs.json");
+        // The second disc is given up, which the levels of the first one do not suffer from.
+        world.places.drives = {world.DriveWith("a")};
+        world.host.WillAsk("Do you want the levels whose files are on the hard disk", true);
+        ASSERT_TRUE(world.Load()) << world.host.AllTold();
+        EXPECT_EQ(world.session.archive.levels[1].cdNumber, 1);
+        EXPECT_EQ(world.session.archive.levels[2].cdNumber, 1);
+        EXPECT_EQ(world.session.archive.levels[3].cdNumber, 0);
+        EXPECT_EQ(world.Read(world.Files(0) + "/readme.txt"), "with notes of my own");
+        EXPECT_TRUE(world.Find(world.codes[0]));
+        world.ExpectNothingLost(isNoted ? "noted" : "not noted");
+    }
 }
 
 TEST(RemoveFromDisk, AMissingDiscKeepsTheArchiveFromLoadingUnlessItIsGivenUp)
