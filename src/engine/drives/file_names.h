@@ -8,8 +8,6 @@
 namespace kestrova::OnDisk
 {
 
-/// What lies in the drives of the settings, and where discs are seen.
-inline constexpr std::string_view DirDiscs = "\\discs";
 inline constexpr std::string_view FragInserted = "\\~1.drive";
 inline constexpr std::string_view EndingInserted = ".drive";
 inline constexpr std::string_view FragDiscsLock = "\\discs\\lock";

@@ -3,6 +3,7 @@
 #include "core/look.h"
 #include "core/staged_file.h"
 #include "drives/file_names.h"
+#include "formats/program_folder.h"
 #include "platform/places.h"
 #include "words/message.h"
 

@@ -80,9 +80,17 @@ Status MountByFuse(const Tools& tools, const Path& image, const Path& place)
             RunShort(tools, FuseIso(), {"-n", image.native(), place.native(), "-o", "ro"});
         !done)
         return done;
-    if (platform::KindMountedOn(place) != fuseKind || !Answers(place))
-        return MakeFailure(ErrorCode::NotDone, TextOf(place));
-    return {};
+    if (platform::KindMountedOn(place) == fuseKind && Answers(place))
+        return {};
+    // Nobody can read what is seen there, so that it goes, and the folder is free again.
+    if (auto ended = EndFuse(tools, place); !ended)
+        return ended;
+    return MakeFailure(ErrorCode::NotDone, TextOf(place));
+}
+
+Status EndStaleMount(const Tools& tools, const Path& place)
+{
+    return EndFuse(tools, place);
 }
 
 Result<Path> LoopDeviceOf(const Tools& tools, const Path& image)

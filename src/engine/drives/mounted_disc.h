@@ -9,6 +9,8 @@ namespace kestrova
 
 /// Mounted on `place`, an empty folder. Any failure means another way.
 Status MountByFuse(const Tools& tools, const Path& image, const Path& place);
+/// What a program that was killed left mounted on that folder is there no more.
+Status EndStaleMount(const Tools& tools, const Path& place);
 /// A device of the desktop's for the image; its path.
 Result<Path> LoopDeviceOf(const Tools& tools, const Path& image);
 /// The folder where the desktop mounts a device, whether it was mounted there before or not.

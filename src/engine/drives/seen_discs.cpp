@@ -105,8 +105,12 @@ Status CheckImage(const Path& image, const platform::FileFacts& facts)
     return {};
 }
 
-Status MakePlace(const SeenOrder& order)
+Status MakePlace(const Tools& tools, const SeenOrder& order)
 {
+    // In a folder of this program's own nobody else mounts anything.
+    if (!order.key.starts_with(driveKey))
+        if (auto ended = EndStaleMount(tools, order.place); !ended)
+            return ended;
     std::vector<platform::FolderEntry> entries;
     if (const auto made = MakeFolders(order.place); !made)
         return Saying(GetMsg(Msg::DiscPlaceUnusable, {TextOf(order.place)}), made);
@@ -201,7 +205,7 @@ private:
 Result<Path> ShowAnew(const Tools& tools, Machine& machine, Host& host, const SeenOrder& order,
                       const platform::FileFacts& facts)
 {
-    if (const auto made = MakePlace(order); !made)
+    if (const auto made = MakePlace(tools, order); !made)
         return made.Error();
     Showing showing{tools, order, facts};
     if (auto place = showing.Fuse())

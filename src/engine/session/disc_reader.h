@@ -9,8 +9,9 @@ namespace kestrova
 
 /// What may be done to find a disc.
 enum class DiscWish {
-    Ask,  ///< the person is asked to insert it
-    Look, ///< only what lies in a drive now, or in a folder of images
+    Ask,   ///< the person is asked to insert it
+    Look,  ///< only what lies in a drive now, or in a folder of images
+    Prove, ///< the same, and the level's files there are compared with what was put on the disc
 };
 
 /// How an archive that lies on discs comes to this computer.

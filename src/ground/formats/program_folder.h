@@ -30,6 +30,8 @@ inline constexpr std::string_view FragPracticeArchive = "\\Practice.kva";
 inline constexpr std::string_view FragSettings = "\\kestrova.ini";
 inline constexpr std::string_view FragPortable = "\\portable";
 inline constexpr std::string_view DirProgramData = "\\kestrova";
+/// What lies in the drives of the settings, and where discs are seen.
+inline constexpr std::string_view DirDiscs = "\\discs";
 inline constexpr std::string_view DirTrleBackup = "\\backup_trle";
 inline constexpr std::string_view FragDefaultArchive = "\\LevelArchive~1.kva";
 inline constexpr std::string_view FragDefaultFolder = "\\LevelFolder~1";

@@ -68,7 +68,7 @@ inline constexpr Message DiscOfDiscs{"~1 (~2 of ~3): ~4"};
 inline constexpr Message NoteNotWritten{"What was proved of ~1 could not be noted, so that none of its levels counts as moved. They are on the hard disk, as before."};
 
 inline constexpr Message ImagesFolderIsFile{"~1 is no folder. Choose another one for the images."};
-inline constexpr Message ImagesInsideOthers{"The images cannot come into ~1, which belongs to the Level Editor or to the archive. Choose a folder of its own."};
+inline constexpr Message ImagesInsideOthers{"The images cannot come into ~1, which belongs to the Level Editor, to the archive or to Kestrova's own work. Choose a folder of its own."};
 inline constexpr Message ImageIsThere{"~1 is there already, and nothing there is written over. Choose another folder, or move that file away."};
 inline constexpr Message NoRoomForImages{"The images take ~1, and only ~2 are free in ~3. Nothing has been changed. Make room, or choose a folder on another disk."};
 inline constexpr Message ImagesFolderTooLong{"The folder for the images has so long a name that the archive has no place for it. Choose another one."};

@@ -131,7 +131,7 @@ bool DiscShelf::LooksAt(Search& search, const Path& root)
 
 Status DiscShelf::HasItsContent(const Search& search, const Path& disc)
 {
-    if (search.noted == nullptr || search.wish != DiscWish::Ask)
+    if (search.noted == nullptr || search.wish == DiscWish::Look)
         return {};
     const Path files = ResolvePath(
         InFolder(InFolder(disc, LevelFolderName(search.level.levelCode)), OnDisk::DirFiles));

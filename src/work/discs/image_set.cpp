@@ -1,5 +1,6 @@
 #include "discs/image_set.h"
 
+#include "archive/archive_place.h"
 #include "burning/image_making.h"
 #include "core/inside.h"
 #include "core/leftovers.h"
@@ -166,9 +167,9 @@ Status CanTakeImages(const DiscParts& parts, const DiscSet& set)
         if (!*isFree)
             return InWords(ErrorCode::Refused, GetMsg(Msg::ImagesFolderIsFile, {TextOf(folder)}));
     }
-    for (const Path& other : {parts.folders.levels, parts.folders.trle, parts.folders.Backup()})
-        if (!other.empty() && LiesInside(folder, ResolvePath(other)))
-            return InWords(ErrorCode::Refused, GetMsg(Msg::ImagesInsideOthers, {TextOf(folder)}));
+    if (LiesInside(folder, ResolvePath(parts.folders.levels)) ||
+        !MayHoldLevels(parts.folders, folder))
+        return InWords(ErrorCode::Refused, GetMsg(Msg::ImagesInsideOthers, {TextOf(folder)}));
     for (const PlannedDisc& disc : set.Plan().Discs()) {
         const Path image = folder / ImageNameOf(set.Name(), disc.number);
         const auto isFree = IsFree(image);

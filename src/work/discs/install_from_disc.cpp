@@ -1,5 +1,6 @@
 #include "discs/install_from_disc.h"
 
+#include "archive/archive_place.h"
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "core/copying.h"
@@ -257,6 +258,8 @@ Result<Path> PlaceFor(const DiscInstall& install, const Archive& archive, const 
     auto target = TargetOf(archive, setup);
     if (!target)
         return target;
+    if (auto safe = MayHoldLevels(install.folders, *target); !safe)
+        return safe.Error();
     if (auto made = MakeFolders(setup.folder); !made)
         return made.Error();
     if (auto isFree = IsFreeTarget(*target); !isFree)

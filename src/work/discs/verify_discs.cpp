@@ -62,7 +62,10 @@ private:
     Status VerifyLevel(const LevelRecord& level)
     {
         const auto step = [this] { return parts_.progress.Step(); };
-        const auto files = FilesFolderOf(parts_.folders, archive_, level.levelCode);
+        // One that lies there is looked at, damaged or not; it is asked for when it lies nowhere.
+        auto files = FilesFolderOf(parts_.folders, archive_, level.levelCode, DiscWish::Look);
+        if (!files)
+            files = FilesFolderOf(parts_.folders, archive_, level.levelCode);
         if (!files)
             return files.Error();
         if (verifying_ == Verifying::Fast)
@@ -103,7 +106,9 @@ private:
     static std::string FaultOf(const LevelRecord& level, const Failure& failure)
     {
         if (!failure.sentence.empty())
-            return failure.sentence;
+            return GetMsg(Msg::LevelLine, {level.levelName, std::to_string(level.levelCode),
+                                           failure.sentence + (failure.reason.empty() ? "" : "\n") +
+                                               failure.reason});
         return GetMsg(Msg::LevelOnDiscDiffers,
                       {level.levelName, LabelOfDisc(level.cdNumber), failure.subject});
     }

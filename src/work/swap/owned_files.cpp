@@ -130,7 +130,11 @@ bool SafeContents::LevelHolds(const Path& relative)
         return false;
     if (!stored_) {
         stored_ = std::make_unique<Stored>(FreshPlaceIn(folders_.program));
-        const Path source = InFolder(HomeOf(folders_, level_), OnDisk::DirFiles);
+        const Path home = HomeOf(folders_, level_);
+        Path source = InFolder(home, OnDisk::DirFiles);
+        if (home == LevelHomeOf(folders_, level_.code)) // it may lie on a disc by now
+            source =
+                FilesFolderOf(folders_, parts_.archive, level_.code, DiscWish::Look).ValueOr({});
         std::vector<std::string> refused;
         // A level that cannot be read proves nothing: then the file is kept.
         if (FolderExists(source))

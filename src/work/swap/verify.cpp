@@ -251,7 +251,7 @@ Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
     if (FindLevel(session.archive, code) < 0)
         return Failure{
             ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
-    const auto source = FilesFolderOf(session.Folders(), session.archive, code, DiscWish::Look);
+    const auto source = FilesFolderOf(session.Folders(), session.archive, code, DiscWish::Prove);
     if (!source)
         return source.Error();
     if (!FolderExists(*source))

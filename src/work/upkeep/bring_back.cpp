@@ -211,7 +211,8 @@ bool MoveToRoom(Session& session, const Path& said)
         return tree.Error().code != ErrorCode::Stopped &&
                TellFolderNotRead(session.host, tree.Error());
     const Path wanted = IsSameFolder(said, from) ? Path{} : said;
-    const auto to = ChooseTarget(session.host, session.machine, {from, *tree, needed}, wanted);
+    const auto to =
+        ChooseTarget(session.host, session.machine, {session.Folders(), *tree, needed}, wanted);
     return to && MoveLevels(session, *tree, *to);
 }
 

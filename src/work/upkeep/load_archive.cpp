@@ -107,7 +107,8 @@ bool TakeNamedFolder(const ArchiveParts& parts, FolderLocks& locks, Archive& arc
         parts.host.Tell(Tone::Error, GetMsg(words, {TextOf(folder)}));
         return false;
     }
-    if (!FitsArchive(parts.host, folder) || !DoneOrTold(parts.host, HoldFolder(locks, folder)))
+    if (!MayBecomeArchive(parts.host, parts.folders, folder) ||
+        !DoneOrTold(parts.host, HoldFolder(locks, folder)))
         return false;
     if (!IsArchiveOnCd(archive))
         header.mainFolder = folder.native();
@@ -116,16 +117,18 @@ bool TakeNamedFolder(const ArchiveParts& parts, FolderLocks& locks, Archive& arc
 }
 
 /// The new folder when the person chose one; no value when the check refuses the archive.
-std::optional<Path> AskForFolder(Host& host, FolderLocks& locks, const Archive& archive,
-                                 Message warning, const std::string& missing)
+std::optional<Path> AskForFolder(const ArchiveParts& parts, FolderLocks& locks,
+                                 const Archive& archive, Message warning,
+                                 const std::string& missing)
 {
+    Host& host = parts.host;
     const std::string line{lineBreak};
     host.Tell(Tone::Warning, GetMsg(warning, {line + Readable(missing) + line}));
     const auto chosen = host.ChooseFolder(GetMsg(Msg::SelectFolder) + FileNameOf(missing),
                                           platform::CurrentFolder());
     if (!chosen && !host.CanAsk())
         host.Tell(Tone::Error, GetMsg(Msg::SayLevelsFolder));
-    if (!chosen || !FitsArchive(host, *chosen))
+    if (!chosen || !MayBecomeArchive(host, parts.folders, *chosen))
         return {};
     const auto holds = HoldsLevels(archive, *chosen);
     if (!holds)
@@ -153,7 +156,7 @@ bool CheckArchiveFolders(const ArchiveParts& parts, FolderLocks& locks, Archive&
         return TellFolderNotRead(parts.host, hasMain ? hasSecondary.Error() : hasMain.Error());
     if (!IsArchiveOnCd(archive) && !*hasMain) {
         const auto chosen =
-            AskForFolder(parts.host, locks, archive, Msg::MainFolderMissing, header.mainFolder);
+            AskForFolder(parts, locks, archive, Msg::MainFolderMissing, header.mainFolder);
         if (!chosen)
             return false;
         const bool same = Trim(header.mainFolder) == Trim(header.secondaryFolder);
@@ -166,8 +169,8 @@ bool CheckArchiveFolders(const ArchiveParts& parts, FolderLocks& locks, Archive&
     }
     if (*hasSecondary)
         return true;
-    const auto chosen = AskForFolder(parts.host, locks, archive, Msg::SecondaryFolderMissing,
-                                     header.secondaryFolder);
+    const auto chosen =
+        AskForFolder(parts, locks, archive, Msg::SecondaryFolderMissing, header.secondaryFolder);
     if (!chosen)
         return false;
     header.secondaryFolder = chosen->native();

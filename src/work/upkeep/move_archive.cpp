@@ -34,7 +34,7 @@ bool MoveArchive(Session& session, const Path& target)
         return false;
     if (!tree)
         return TellFolderNotRead(session.host, tree.Error());
-    const auto to = ChooseTarget(session.host, session.machine, {from, *tree}, target);
+    const auto to = ChooseTarget(session.host, session.machine, {session.Folders(), *tree}, target);
     if (!to || !MoveLevels(session, *tree, *to))
         return false;
     session.list.Refresh();

@@ -52,7 +52,8 @@ double RoomOfCopy(const MovingFolder& moving, const Path& to)
     const Path near = NearestFolder(to);
     NotePlace(near); // a kill may leave the probe
     const Path probe = StagedNameFor(near / moving.tree.files.front().name.filename());
-    if (platform::HardLink(ResolvePath(moving.from) / moving.tree.files.front().name, probe))
+    if (platform::HardLink(ResolvePath(moving.folders.levels) / moving.tree.files.front().name,
+                           probe))
         return all;
     (void)platform::Unlink(probe); // a leftover by its name
     return 0;
@@ -91,9 +92,10 @@ bool HasRoomFor(Host& host, Machine& machine, const Path& folder, double bytes)
 std::optional<Path> ChooseTarget(Host& host, Machine& machine, const MovingFolder& moving,
                                  const Path& said)
 {
-    const Path& from = moving.from;
+    const Path& from = moving.folders.levels;
     const auto fits = [&](const Path& to) {
-        if (!FitsArchive(host, to) || !LiesElsewhere(host, from, to) || !HoldsNoLevels(host, to))
+        if (!MayBecomeArchive(host, moving.folders, to) || !LiesElsewhere(host, from, to) ||
+            !HoldsNoLevels(host, to))
             return false;
         if (!platform::IsWritableFolder(NearestFolder(to)))
             return RefuseTarget(host, Msg::MoveNotWritable, {TextOf(to)});
@@ -106,7 +108,9 @@ std::optional<Path> ChooseTarget(Host& host, Machine& machine, const MovingFolde
                          : std::optional{said};
         if (!chosen)
             return {};
-        Path folder = FolderFromText(platform::AbsolutePath(*chosen).lexically_normal().native());
+        // As it is spelled where it is there already.
+        Path folder = ResolvePath(
+            FolderFromText(platform::AbsolutePath(*chosen).lexically_normal().native()));
         if (fits(folder))
             return folder;
         if (!said.empty())

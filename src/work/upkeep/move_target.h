@@ -11,8 +11,8 @@ namespace kestrova
 
 /// What wants to go.
 struct MovingFolder {
-    const Path& from;
-    const WholeTree& tree; ///< of it
+    Folders folders;       ///< of the session; `levels` is what goes
+    const WholeTree& tree; ///< of that folder
     double comesToo = 0;   ///< bytes that come from elsewhere beside it
 };
 /// `said`, or else the folder that the person chooses, existing or not, until one fits: it lies

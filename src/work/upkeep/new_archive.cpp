@@ -1,5 +1,6 @@
 #include "upkeep/new_archive.h"
 
+#include "archive/archive_place.h"
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
@@ -50,7 +51,8 @@ std::optional<Path> AskForNewFolder(Host& host, Machine& machine, const Folders&
 
 Path Absolute(const Path& path)
 {
-    return FolderFromText(platform::AbsolutePath(path).lexically_normal().native());
+    // As it is spelled where it is there already.
+    return ResolvePath(FolderFromText(platform::AbsolutePath(path).lexically_normal().native()));
 }
 
 } // namespace
@@ -78,6 +80,11 @@ bool FitsArchive(Host& host, const Path& folder)
         return true;
     host.Tell(Tone::Error, GetMsg(Msg::ArchiveFolderTooLong, {TextOf(folder)}));
     return false;
+}
+
+bool MayBecomeArchive(Host& host, const Folders& folders, const Path& folder)
+{
+    return FitsArchive(host, folder) && DoneOrTold(host, MayHoldLevels(folders, folder));
 }
 
 Path DefaultArchivePath(const Folders& folders)
@@ -121,7 +128,7 @@ bool FillNewArchive(Session& session, const Path& folder, const Path& file)
         place = DefaultArchiveFolder(place);
         session.host.Tell(Tone::Warning, GetMsg(Msg::ArchiveFolderChanged) + TextOf(place));
     }
-    if (!FitsArchive(session.host, place))
+    if (!MayBecomeArchive(session.host, session.Folders(), place))
         return false;
     session.archive.header.mainFolder = session.archive.header.secondaryFolder = place.native();
     const auto made = MakeFolders(place);

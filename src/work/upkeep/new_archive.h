@@ -20,6 +20,8 @@ Path DefaultArchiveFolder(const Path& parent);
 inline constexpr std::size_t longestArchiveFolder = 220;
 /// False, with a message, for a folder that is too long for an archive.
 bool FitsArchive(Host& host, const Path& folder);
+/// The same, and for one in which levels would not be safe.
+bool MayBecomeArchive(Host& host, const Folders& folders, const Path& folder);
 
 /// The record of the original configuration, as a new archive has it.
 LevelRecord OriginalLevel(const Folders& folders);

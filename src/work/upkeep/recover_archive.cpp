@@ -191,7 +191,8 @@ std::optional<Path> FolderToRecover(Host& host, const Path& said)
                                      : std::optional{said};
     if (!chosen)
         return {};
-    Path folder = FolderFromText(platform::AbsolutePath(*chosen).lexically_normal().native());
+    Path folder =
+        ResolvePath(FolderFromText(platform::AbsolutePath(*chosen).lexically_normal().native()));
     return FitsArchive(host, folder) ? std::optional{std::move(folder)} : std::nullopt;
 }
 

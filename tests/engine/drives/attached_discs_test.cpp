@@ -3,6 +3,7 @@
 #include "core/leftovers.h"
 #include "core/look.h"
 #include "drives/extracted_disc.h"
+#include "drives/file_names.h"
 #include "platform/file_content.h"
 #include "platform/file_lock.h"
 #include "platform/places.h"
@@ -324,6 +325,48 @@ TEST(AttachedDiscs, WhatAnotherRunUsesStaysUntilThatRunHasEnded)
         ::close(ready[0]);
         ::close(ready[1]);
     }
+}
+
+/// The lengths of the files' names in the root of an image make no sense.
+void BreakRoot(std::string& image)
+{
+    const auto at = [&](std::size_t place) { return static_cast<unsigned char>(image.at(place)); };
+    for (std::size_t volume = 16 * 2048; at(volume) != 255; volume += 2048) {
+        if (at(volume) != 1 && at(volume) != 2)
+            continue;
+        std::size_t record = 2048 * (at(volume + 158) + 256U * at(volume + 159));
+        for (; at(record) != 0; record += at(record))
+            if ((at(record + 25) & 2) == 0)
+                image.at(record + 32) = '\xff';
+    }
+}
+
+TEST(AttachedDiscs, WhatCannotBeListedIsNotLeftMounted)
+{
+    DiscWorld world;
+    const Path image = world.Image("one.iso", "KV1");
+    const std::string whole = *ReadWholeFile(image);
+    std::string broken = whole;
+    BreakRoot(broken);
+    ASSERT_NE(broken, whole);
+    world.Write("one.iso", broken);
+    if (const auto shown = world.Show(image); !shown) {
+        world.ExpectNothingLeft("refused");
+    }
+    world.Write("one.iso", whole + std::string(2048, '\0')); // as another file
+    const auto folder = world.Show(image);
+    ASSERT_TRUE(folder) << folder.Error().sentence << folder.Error().reason;
+    EXPECT_EQ(FilesIn(*folder), discFiles);
+
+    // Of a mount without its note nobody knows: it goes at the next use.
+    if (platform::KindMountedOn(*folder).empty())
+        return; // nothing can be mounted here
+    ASSERT_TRUE(std::filesystem::remove(InFolder(folder->parent_path(), OnDisk::FragSeenNote)));
+    const auto again = world.Show(image);
+    ASSERT_TRUE(again) << again.Error().sentence << again.Error().reason;
+    EXPECT_EQ(FilesIn(*again), discFiles);
+    EXPECT_THAT(DetachAll(world.tools), IsEmpty());
+    world.ExpectNothingLeft("given back");
 }
 
 TEST(AttachedDiscs, AMountWhoseProgramWasKilledIsMadeAnew)

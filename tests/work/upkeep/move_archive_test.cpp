@@ -218,6 +218,10 @@ TEST(MovedArchive, GoesOnlyWhereItFits)
         {"file", "no folder"},
         {"dangling", "no folder"},
         {"other", "levels already"},
+        {"home/backup_trle/new", "Levels are not safe in"},
+        {"home/swap", "Levels are not safe in"},
+        {"trle/data/new", "Levels are not safe in"},
+        {"LEVELS", "lies in " + (world / "levels").native() + " already"},
         {std::string(220, 'x'), "220 letters"}};
     for (const auto& [target, words] : refused) {
         world.host.told.clear();
@@ -242,6 +246,16 @@ TEST(MovedArchive, GoesOnlyWhereItFits)
     EXPECT_TRUE(world.Has("full/LEVEL_0002/my notes.txt"));
     EXPECT_TRUE(world.Has("full/mine.txt"));
     EXPECT_FALSE(world.Has("moved"));
+}
+
+TEST(MovedArchive, GoesToAFolderAsItIsSpelledThere)
+{
+    MoveWorld world;
+    fs::create_directory(world / "Moved");
+    ASSERT_TRUE(MoveArchive(world.session, world / "moved")) << world.host.AllTold();
+    EXPECT_EQ(world.session.archive.header.secondaryFolder, (world / "Moved").native());
+    EXPECT_FALSE(world.host.WasTold("somebody")) << world.host.AllTold();
+    world.ExpectOneArchive("Moved");
 }
 
 TEST(MovedArchive, ThatIsStoppedOrHasAPipeIsWhereItWas)
