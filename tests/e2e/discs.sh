@@ -87,6 +87,9 @@ with open(sys.argv[1], 'r+b') as disc:
     disc.write(b'scratch')
 DAMAGE
 expect 1 discs verify --all
+said "big dusk is not on Kestrova #2 as it was written there: big.wav"
+expect 1 verify 6
+errs "big.wav"
 expect 1 play 6 --no-start
 [[ $(tree trle) == "$original" ]] || die "a damaged disc changed the folder"
 # Elsewhere too: the first disc tells what each file of the set was.

@@ -64,6 +64,7 @@ TEST(DiscShelf, TakesTheDiscWhoseFilesAreThoseOfTheNote)
     // The same size with other bytes is told before anything is done with it; a look is content.
     world.Write(world.DiscPlace("a", 1, code) + "/files/data/one.tr4", "wrong");
     EXPECT_TRUE(world.Find(code, DiscWish::Look));
+    EXPECT_FALSE(world.Find(code, DiscWish::Prove));
     const auto damaged = world.Find(code);
     ASSERT_FALSE(damaged);
     EXPECT_NE(damaged.Error().reason.find("data/one.tr4"), std::string::npos);

@@ -5,6 +5,7 @@
 #include "history/undo_entries.h"
 #include "levels/undo_change.h"
 #include "sandbox/faults.h"
+#include "swap/install.h"
 #include "swap/recovery.h"
 #include "upkeep/load_archive.h"
 
@@ -114,6 +115,25 @@ TEST(RemoveFromDisk, ComparedFilesLeaveWithTheNextLoadAndComeBack)
     EXPECT_LT(redone, 3);
     EXPECT_EQ(world.Read(world.Files(0) + "/level.tr4"), "changed");
     EXPECT_TRUE(world.Load()) << world.host.AllTold();
+}
+
+TEST(RemoveFromDisk, AStandingLevelIsKnownByItsDisc)
+{
+    LeavingWorld world;
+    ASSERT_TRUE(InstallLevel(world.session, world.codes[0])) << world.host.AllTold();
+    ASSERT_TRUE(world.Load()) << world.host.AllTold();
+    ASSERT_FALSE(FolderExists(world / world.Files(0)));
+    // Its files were touched since, so that only their content tells whose they are.
+    int touched = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(world / "trle"))
+        if (entry.is_regular_file() && entry.path().filename() == "level.tr4") {
+            std::filesystem::last_write_time(entry, std::filesystem::file_time_type::clock::now());
+            ++touched;
+        }
+    EXPECT_EQ(touched, 1);
+    ASSERT_TRUE(InstallLevel(world.session, world.codes[1])) << world.host.AllTold();
+    EXPECT_FALSE(world.host.WasTold("held by no backup")) << world.host.AllTold();
+    EXPECT_FALSE(world.Has("home/history/originals"));
 }
 
 TEST(RemoveFromDisk, WhatWasNotComparedOrHasChangedStays)
