@@ -18,10 +18,26 @@ namespace
 constexpr std::int32_t headForm = 1;
 
 /// Behind each kind its word, in the order of the kinds.
-constexpr std::string_view kindWords[] = {
-    "",           "slots-freed", "slots-filled",  "import",        "export",       "bring-back",
-    "shot-added", "shot-taken",  "shot-replaced", "shot-deleted",  "shot-renamed", "shots-imported",
-    "edit",       "removal",     "language",      "language-back", "files-left",   "deletion"};
+constexpr std::string_view kindWords[] = {"",
+                                          "slots-freed",
+                                          "slots-filled",
+                                          "import",
+                                          "export",
+                                          "bring-back",
+                                          "shot-added",
+                                          "shot-taken",
+                                          "shot-replaced",
+                                          "shot-deleted",
+                                          "shot-renamed",
+                                          "shots-imported",
+                                          "edit",
+                                          "removal",
+                                          "language",
+                                          "language-back",
+                                          "files-left",
+                                          "deletion",
+                                          "marks",
+                                          "marks-of-several"};
 
 bool IsAbsolute(const std::string& path)
 {

@@ -32,6 +32,8 @@ enum class ChangeKind {
     LanguageRestored,
     FilesLeft, ///< a level's files, which lie on a disc, left the hard disk
     SavegamesDeleted,
+    LevelMarked,  ///< the subject is the word of the one thing that was said, if it was one
+    LevelsMarked, ///< the subject is how many
 };
 
 /// A level's folder, or the one of its files, that changes its name within its file system, with

@@ -1,6 +1,7 @@
 #include "formats/change_note.h"
 
 #include "core/names.h"
+#include "formats/marked_json.h"
 #include "formats/record_json.h"
 
 #include <algorithm>
@@ -148,6 +149,13 @@ bool ReadRecord(const NoteJson& json, Change& change)
     return sound;
 }
 
+bool ReadMarksOfChange(const NoteJson& json, Change& change)
+{
+    const auto found = json.find("marks");
+    return found == json.end() || (ReadMarkedLevels(*found, change.marks) &&
+                                   !change.marks.empty() && change.folders.empty());
+}
+
 /// A total by its bits, whatever an archive says.
 std::uint64_t BitsOf(double total)
 {
@@ -192,6 +200,8 @@ std::string FormatChange(const Change& change)
         json["record"] = {{"place", change.record->place},
                           {"before", JsonOf(change.record->before)},
                           {"after", JsonOf(change.record->after)}};
+    if (!change.marks.empty())
+        json["marks"] = JsonOf(change.marks);
     return FormatChangeHead(change) + Written(json);
 }
 
@@ -214,7 +224,7 @@ Result<Change> ParseChange(std::string_view text)
     change.extraBytes = reader.Number<std::int32_t>("extraBytes");
     const bool sound =
         ReadSizes(reader, change.sizes) && ReadFolders(reader, change.folders) && reader.Good();
-    if (!sound || !ReadRecord(json, change) ||
+    if (!sound || !ReadRecord(json, change) || !ReadMarksOfChange(json, change) ||
         (change.kind != ChangeKind::Unnamed && !StaysWithItsLevel(change)))
         return damaged();
     return change;
@@ -270,6 +280,8 @@ Change Inverse(const Change& change)
         std::swap(back.record->before, back.record->after);
     if (back.moved)
         std::swap(back.moved->from, back.moved->to);
+    for (MarkedLevel& level : back.marks)
+        std::swap(level.before, level.after);
     return back;
 }
 

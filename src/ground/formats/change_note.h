@@ -1,6 +1,7 @@
 #pragma once
 
 #include "formats/change_head.h"
+#include "formats/marked_level.h"
 #include "formats/swap_journal.h"
 
 /// The note of a change of what a player has: savegames, notes, pictures, a level's files, its
@@ -53,6 +54,7 @@ struct Change : ChangeHead {
     std::int32_t extraBytes = 0;     ///< what the level's size of pictures grew by
     SizesBefore sizes;
     std::optional<ChangedRecord> record;
+    std::vector<MarkedLevel> marks; ///< what was said of levels, that of `code` first
 };
 
 /// No note is longer.

@@ -44,6 +44,13 @@ inline constexpr Message DidLevelRemoved{"removal of level \"~2\""};
 inline constexpr Message DidLanguageChanged{"your language in level \"~2\""};
 inline constexpr Message DidWadsImported{"import of wads (~1)"};
 inline constexpr Message DidLanguageRestored{"own language of level \"~2\""};
+inline constexpr Message DidMarkedStatus{"status of \"~2\""};
+inline constexpr Message DidMarkedStars{"stars of \"~2\""};
+inline constexpr Message DidMarkedTags{"tags of \"~2\""};
+inline constexpr Message DidMarkedNote{"own note of \"~2\""};
+inline constexpr Message DidMarkedCover{"cover of \"~2\""};
+inline constexpr Message DidLevelMarked{"marks of \"~2\""};
+inline constexpr Message DidLevelsMarked{"marks of ~1 levels"};
 inline constexpr Message DidFilesLeft{"removal of the files of level \"~2\", which lie on disc # ~1, from the hard disk"};
 
 inline constexpr Message UndoChangedSince{"The file is no longer as that change left it, and stays as it is. What went with that change is still kept: kestrovactl history lists savegames and screen-shots. Other changes can be undone on their own: kestrovactl undo --list shows their numbers."};
@@ -54,6 +61,7 @@ inline constexpr Message UndoOtherLevel{"The level that it was done to is not th
 inline constexpr Message UndoElsewhereNow{"The level's savegames stood in this folder then, and stand elsewhere now. Bring them back there and try again: play the level if that is the Level Editor's folder (kestrovactl play ~1 --no-start), otherwise another one."};
 inline constexpr Message UndoLevelGone{"The level is not in the archive any more. Bring it back first: kestrovactl undo --list shows whether its removal can be undone."};
 inline constexpr Message UndoRecordOther{"What the archive says of the level has been changed since, and stays as it is. Other changes can be undone on their own: kestrovactl undo --list shows their numbers."};
+inline constexpr Message UndoMarksOther{"What you said of this level has been changed since, and stays as it is. Other changes can be undone on their own: kestrovactl undo --list shows their numbers."};
 inline constexpr Message UndoNumberTaken{"Another level has got the number ~1 since, and stays as it is. The removed level's folder can be added as a new level."};
 inline constexpr Message RedoNoRoom{"What is kept so that changes can be undone has no room for this level, so that its removal could not be undone once more. Give it more room (kestrovactl set undo-megabytes NUMBER), or remove the level again by itself."};
 inline constexpr Message UndoContentGone{"What was kept of this file is damaged or gone."};

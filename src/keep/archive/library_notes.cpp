@@ -277,7 +277,7 @@ Result<LevelNote> NoteOf(const Folders& folders, const Archive& archive, LevelCo
 
 Result<NotesChange> ChangeNotes(const Folders& folders, const Archive& archive,
                                 const std::vector<LevelCode>& codes,
-                                const std::function<void(LevelNote&)>& change)
+                                const std::function<void(LevelCode, LevelNote&)>& change)
 {
     LibraryChange library{folders, archive};
     if (auto status = library.Read(); !status)
@@ -299,7 +299,7 @@ Result<NotesChange> ChangeNotes(const Folders& folders, const Archive& archive,
     for (std::size_t i = 0; i < places.size(); ++i) {
         ChangedNote& changed = done.levels[i];
         changed.after = changed.before;
-        change(changed.after);
+        change(changed.code, changed.after);
         MakeTidy(changed.after);
         if (changed.after == changed.before)
             continue;

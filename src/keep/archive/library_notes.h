@@ -60,7 +60,7 @@ struct NotesChange {
 /// holds the lock of the archive's folder.
 Result<NotesChange> ChangeNotes(const Folders& folders, const Archive& archive,
                                 const std::vector<LevelCode>& codes,
-                                const std::function<void(LevelNote&)>& change);
+                                const std::function<void(LevelCode, LevelNote&)>& change);
 
 /// The level came in now, at `seconds` since 1970: whatever was noted under its code is another
 /// level's.

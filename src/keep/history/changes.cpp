@@ -10,6 +10,7 @@
 #include "history/change_steps.h"
 #include "history/changed_record.h"
 #include "history/flush_change.h"
+#include "history/marked_levels.h"
 #include "history/players_files.h"
 #include "history/undo_entries.h"
 #include "history/undo_tokens.h"
@@ -303,6 +304,23 @@ Status EndCounted(const Folders& folders, Archive& archive, const ProgramSetting
     return EndChange(folders, settings, change);
 }
 
+/// What a player says of levels is said, which may be so already. Without the archive nothing is,
+/// and the entry that was to be undone is still there.
+Status EndMarking(const Folders& folders, const ProgramSettings& settings, const Change& change)
+{
+    auto list = ReadArchiveFile(change.archive);
+    if (!list) {
+        DropChange(folders, change);
+        return {};
+    }
+    Folders own = folders;
+    own.levels = Path{change.home}.parent_path();
+    const Archive archive{std::move(list->header), std::move(list->levels), change.archive};
+    if (auto status = MarkAsSaid(own, archive, change); !status)
+        return status;
+    return EndChange(folders, settings, change);
+}
+
 } // namespace
 
 Status FinishChange(Machine& machine, const Folders& folders, Archive& archive,
@@ -321,6 +339,8 @@ Status FinishChange(Machine& machine, const Folders& folders, Archive& archive,
     }
     change->kept = UndoContents(folders, *change).native();
     change->archive = ListOf(folders, archive, *change).native();
+    if (!change->marks.empty())
+        return EndMarking(folders, settings, *change);
     if (change->folders.empty()) {
         const auto settled =
             change->record ? SettleByRecord(*change) : MakeFailure(ErrorCode::Missing, {});

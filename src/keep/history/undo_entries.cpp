@@ -142,6 +142,12 @@ bool IsAsSetAside(const ChangeHead& entry)
            *digest == entry.moved->digest;
 }
 
+/// What was said of levels keeps no file, and takes no change's place that does.
+bool KeepsNoFile(const ChangeHead& entry)
+{
+    return entry.kind == ChangeKind::LevelMarked || entry.kind == ChangeKind::LevelsMarked;
+}
+
 /// In one step, so that a killed removal leaves something that the next start clears.
 void RemoveAside(const Path& folder)
 {
@@ -279,6 +285,8 @@ UndoRoom RoomForUndo(const Folders& folders, const ProgramSettings& settings)
         return {};
     UndoRoom room{settings.undoCount, static_cast<std::uint64_t>(settings.undoMegabytes) << 20};
     for (const ChangeHead& entry : all->entries) {
+        if (KeepsNoFile(entry))
+            continue;
         const std::uint64_t own = BytesOf(folders, entry);
         room.count = std::max(0, room.count - 1);
         room.bytes -= std::min(room.bytes, own);
@@ -293,9 +301,11 @@ void BoundUndo(const Folders& folders, const ProgramSettings& settings)
         return;
     for (const ChangeHead& entry : all->used)
         DropUsedEntry(folders, entry);
-    std::int32_t count = 0;
+    std::int32_t countOfMarks = 0;
+    std::int32_t countOfFiles = 0;
     std::uint64_t bytes = 0;
     for (const ChangeHead& entry : all->entries) {
+        std::int32_t& count = KeepsNoFile(entry) ? countOfMarks : countOfFiles;
         const std::uint64_t own = BytesOf(folders, entry);
         if (count >= settings.undoCount || !HasUndoRoom(settings, bytes + own)) {
             DropUndoEntry(folders, entry);

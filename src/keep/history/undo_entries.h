@@ -44,7 +44,8 @@ Result<std::string> DigestOfAside(const Path& folder);
 void DropUndoEntry(const Folders& folders, const ChangeHead& entry);
 /// The same of an entry that was undone or done again: a folder that it moved is in use.
 void DropUsedEntry(const Folders& folders, const ChangeHead& entry);
-/// Takes the oldest entries away until the bounds of the settings hold.
+/// Takes the oldest entries away until the bounds of the settings hold. What was said of levels is
+/// counted apart, so that it drives away no change that keeps files.
 void BoundUndo(const Folders& folders, const ProgramSettings& settings);
 struct UndoRoom {
     std::int32_t count = 0;

@@ -6,6 +6,7 @@
 #include "core/text.h"
 #include "history/changed_record.h"
 #include "history/history.h"
+#include "history/marked_levels.h"
 #include "history/standing.h"
 #include "history/undo_entries.h"
 #include "words/undo.h"
@@ -196,6 +197,14 @@ Status FolderIsAsLeft(const Change& entry)
     return *isFree ? Status{} : Refusal(Msg::UndoNameTaken, entry.moved->from);
 }
 
+Status MarksAreAsLeft(const Folders& folders, const Archive& archive, const Change& entry)
+{
+    const auto other = OtherwiseMarked(folders, archive, entry);
+    if (!other)
+        return other.Error();
+    return *other ? Refusal(Msg::UndoMarksOther, LevelNameOf(archive, **other)) : Status{};
+}
+
 } // namespace
 
 Status MayUndo(const Folders& folders, const Archive& archive, const Change& entry,
@@ -209,6 +218,8 @@ Status MayUndo(const Folders& folders, const Archive& archive, const Change& ent
         return status;
     if (auto status = LivesWhereItDid(folders, archive, entry); !status)
         return status;
+    if (!entry.marks.empty())
+        return MarksAreAsLeft(folders, archive, entry);
     for (const ChangedFolder& folder : entry.folders)
         if (auto status = FilesAreAsLeft(folder, beat); !status)
             return status;

@@ -7,6 +7,7 @@
 #include "formats/trle_folder.h"
 #include "history/changed_record.h"
 #include "history/changes.h"
+#include "history/marked_levels.h"
 #include "history/standing.h"
 #include "history/undo_entries.h"
 #include "levels/may_undo.h"
@@ -48,7 +49,22 @@ constexpr KindWords kindWords[] = {
     {ChangeKind::LanguageRestored, Msg::DidLanguageRestored},
     {ChangeKind::FilesLeft, Msg::DidFilesLeft},
     {ChangeKind::SavegamesDeleted, Msg::DidSavegamesDeleted},
+    {ChangeKind::LevelsMarked, Msg::DidLevelsMarked},
 };
+
+/// What was said of one level, by the word that its entry has for it.
+constexpr std::pair<std::string_view, Message> markWords[] = {
+    {"status", Msg::DidMarkedStatus}, {"stars", Msg::DidMarkedStars}, {"tags", Msg::DidMarkedTags},
+    {"note", Msg::DidMarkedNote},     {"cover", Msg::DidMarkedCover},
+};
+
+Message WordsOfMark(std::string_view word)
+{
+    for (const auto& [known, words] : markWords)
+        if (known == word)
+            return words;
+    return Msg::DidLevelMarked;
+}
 
 /// The sizes of the header follow the record, which is as the change has it before.
 void CountRecord(Archive& archive, const Change& change)
@@ -151,6 +167,19 @@ bool MakeByFiles(Session& session, const Change& back, const Change& entry, cons
     return true;
 }
 
+/// What is noted of levels.
+bool MakeByMarks(Session& session, const Change& back, const Change& entry)
+{
+    const Folders folders = session.Folders();
+    auto status = NoteChange(folders, back);
+    if (status)
+        status = MarkAsSaid(folders, session.archive, back);
+    if (status)
+        return true;
+    DropChange(folders, back);
+    return Tell(session, Msg::NotUndone, entry, status.Error());
+}
+
 bool IsLanguage(ChangeKind kind)
 {
     return kind == ChangeKind::LanguageChanged || kind == ChangeKind::LanguageRestored;
@@ -189,6 +218,8 @@ bool RemoveAgain(Session& session, const Change& entry)
 
 std::string WhatWasDone(const ChangeHead& entry)
 {
+    if (entry.kind == ChangeKind::LevelMarked)
+        return GetMsg(WordsOfMark(entry.subject), {entry.subject, Readable(entry.levelName)});
     for (const KindWords& row : kindWords)
         if (row.kind == entry.kind)
             return GetMsg(row.words, {Readable(entry.subject), Readable(entry.levelName)});
@@ -230,8 +261,9 @@ bool UndoChange(Session& session, const Change& entry)
     if (follows)
         MendAfterRestart(session, entry.code);
     const Change back = WayBack(session, entry);
-    if (!(back.folders.empty() ? MakeByRecord(session, back, entry)
-                               : MakeByFiles(session, back, entry, beat)))
+    if (!(!back.marks.empty()    ? MakeByMarks(session, back, entry)
+          : back.folders.empty() ? MakeByRecord(session, back, entry)
+                                 : MakeByFiles(session, back, entry, beat)))
         return false;
     if (follows)
         FollowInTrle(session, back);

@@ -3,6 +3,8 @@
 #include "archive/level_folders.h"
 #include "core/look.h"
 #include "formats/level_folder.h"
+#include "history/marked_levels.h"
+#include "history/undo_entries.h"
 #include "session/operation.h"
 #include "session/telling.h"
 #include "words/library.h"
@@ -73,6 +75,36 @@ bool MarkTags(std::vector<std::string>& tags, const LevelMarks& marks)
     return tags.size() <= mostTags;
 }
 
+/// The entry of what was typed just before, for it to be undone with this. No value for any other.
+std::optional<Change> TypedBefore(const Folders& folders, const Change& typed)
+{
+    const auto head = NewestUndo(folders, [](const ChangeHead&) { return true; });
+    if (!head || head->kind != ChangeKind::LevelMarked || head->isUndone ||
+        head->level != typed.level || head->subject != typed.subject)
+        return std::nullopt;
+    auto entry = ReadUndoEntry(folders, head->id);
+    const bool isIt = entry && entry->marks.size() == 1 && typed.marks.size() == 1 &&
+                      entry->marks.front().after == typed.marks.front().before;
+    return isIt ? std::optional{std::move(entry).Value()} : std::nullopt;
+}
+
+void LeaveEntryOf(Session& session, const Folders& folders, const std::vector<ChangedNote>& changed,
+                  bool goesOn)
+{
+    if (session.settings.undoCount == 0)
+        return;
+    auto marking = MarkingOf(session.machine, folders, session.archive, session.settings, changed);
+    if (!marking)
+        return;
+    const auto earlier = goesOn ? TypedBefore(folders, *marking) : std::nullopt;
+    if (earlier)
+        marking->marks.front().before = earlier->marks.front().before;
+    if (marking->marks.front().before != marking->marks.front().after)
+        NoteDone(folders, session.settings, *marking);
+    if (earlier)
+        DropUsedEntry(folders, *earlier);
+}
+
 } // namespace
 
 std::optional<std::vector<ChangedNote>>
@@ -83,7 +115,7 @@ MarkLevels(Session& session, const std::vector<LevelCode>& codes, const LevelMar
     if (!MayMark(session.host, folders, session.archive, codes, marks))
         return std::nullopt;
     bool tooManyTags = false;
-    auto changed = ChangeNotes(folders, session.archive, codes, [&](LevelNote& note) {
+    auto changed = ChangeNotes(folders, session.archive, codes, [&](LevelCode, LevelNote& note) {
         std::vector<std::string> tags = note.tags;
         if (MarkTags(tags, marks))
             note.tags = std::move(tags);
@@ -103,6 +135,7 @@ MarkLevels(Session& session, const std::vector<LevelCode>& codes, const LevelMar
         session.host.Tell(Tone::Warning, GetMsg(Msg::NotesSetAside, {TextOf(changed->setAside)}));
     if (tooManyTags)
         session.host.Tell(Tone::Warning, GetMsg(Msg::TooManyTags, {std::to_string(mostTags)}));
+    LeaveEntryOf(session, folders, changed->levels, marks.goesOn);
     session.list.Refresh();
     return std::move(changed->levels);
 }

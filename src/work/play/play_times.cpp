@@ -168,24 +168,24 @@ bool PlayTimes::IsInArchive(const PlayedGame& game) const
 bool PlayTimes::NoteBegin(PlayedGame& game)
 {
     const std::int64_t now = session_.machine.NowNs() / nsOfSecond;
-    return bool{
-        ChangeNotes(session_.Folders(), session_.archive, {game.code}, [&](LevelNote& note) {
-            if (now >= firstSound)
-                note.lastPlayed = now;
-            if (note.status == LevelStatus::New)
-                note.status = LevelStatus::Playing;
-            game.before = note.secondsPlayed;
-        })};
+    return bool{ChangeNotes(session_.Folders(), session_.archive, {game.code},
+                            [&](LevelCode, LevelNote& note) {
+                                if (now >= firstSound)
+                                    note.lastPlayed = now;
+                                if (note.status == LevelStatus::New)
+                                    note.status = LevelStatus::Playing;
+                                game.before = note.secondsPlayed;
+                            })};
 }
 
 bool PlayTimes::NoteEnd(const PlayedGame& game)
 {
-    return bool{
-        ChangeNotes(session_.Folders(), session_.archive, {game.code}, [&](LevelNote& note) {
-            // A program that was killed in between has noted it already.
-            if (note.secondsPlayed != game.before + game.seconds)
-                note.secondsPlayed += game.seconds;
-        })};
+    return bool{ChangeNotes(session_.Folders(), session_.archive, {game.code},
+                            [&](LevelCode, LevelNote& note) {
+                                // A program that was killed in between has noted it already.
+                                if (note.secondsPlayed != game.before + game.seconds)
+                                    note.secondsPlayed += game.seconds;
+                            })};
 }
 
 void PlayTimes::Write()

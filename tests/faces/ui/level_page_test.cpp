@@ -258,6 +258,10 @@ TEST(LevelPage, KeepsWhatThePlayerThinksOfALevel)
     Q_EMIT status->activated(2);
     EXPECT_EQ(noteOf(world.level).stars, 4);
     EXPECT_EQ(noteOf(world.level).status, LevelStatus::Finished);
+    world.Click("Pul_NoteUndo");
+    EXPECT_EQ(noteOf(world.level).status, LevelStatus::New);
+    EXPECT_EQ(status->currentIndex(), 0);
+    EXPECT_EQ(noteOf(world.level).stars, 4) << "each by itself";
 
     auto* text = world.Find<QPlainTextEdit>("Text_OwnNote");
     QTest::keyClicks(text, "hard jump");

@@ -8,6 +8,7 @@
 #include "levels/level_language.h"
 #include "levels/remove_level.h"
 #include "levels/undo_change.h"
+#include "library/mark_levels.h"
 #include "pictures/bitmap.h"
 #include "publish/author_infos.h"
 #include "saves/bring_back.h"
@@ -66,6 +67,17 @@ public:
         EXPECT_TRUE(WriteArchive(session, session.ArchivePath()));
         for (const LevelCode code : {resting, played})
             EXPECT_TRUE(LoadSavegameStore(session.Folders(), session.preferences, code));
+        // Both have notes already, and tokens; that leads nowhere back.
+        const int count = std::exchange(session.settings.undoCount, 0);
+        EXPECT_TRUE(Mark({played, resting}, 2, LevelStatus::Playing));
+        session.settings.undoCount = count;
+    }
+    bool Mark(const std::vector<LevelCode>& codes, int stars, LevelStatus status)
+    {
+        LevelMarks marks;
+        marks.stars = stars;
+        marks.status = status;
+        return MarkLevels(session, codes, marks).has_value();
     }
     static std::string Rested(const std::string& name) { return rested + name; }
 
@@ -260,6 +272,13 @@ inline const Doing doings[] = {
          w.host.AnswerAll(true);
          return RemoveLevel(w.session, w.resting, LevelFolders::Keep);
      }},
+    {"Marked", ChangeKind::LevelMarked,
+     [](UndoWorld& w) { return w.Mark({w.resting}, 5, LevelStatus::Finished); }, false},
+    {"SeveralMarked", ChangeKind::LevelsMarked,
+     [](UndoWorld& w) {
+         return w.Mark({w.resting, w.played}, 2, LevelStatus::GivenUp);
+     },
+     false},
     {"Language", ChangeKind::LanguageChanged,
      [](UndoWorld& w) {
          return ChangeLanguageOfLevel(w.session, w.resting, LanguageChange::Mine, true);

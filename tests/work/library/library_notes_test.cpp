@@ -113,6 +113,73 @@ TEST(LibraryNotes, BelongToTheirLevelAndNeverShowOnAnotherOne)
     EXPECT_EQ(world.Note(first).ownNote, "good");
 }
 
+TEST(LibraryNotes, WhatWasSaidIsUndoneOfTheVeryLevelsThatItWasSaidOf)
+{
+    NotesWorld world;
+    const LevelCode first = world.Add("Dawn");
+    const LevelCode second = world.Add("Dusk");
+    ASSERT_TRUE(world.Mark({first, second}, 4, "good"));
+    const auto entry = NextToUndo(world.session.Folders(), world.session.archive, UndoWay::Undo);
+    ASSERT_TRUE(entry);
+    EXPECT_EQ(WhatWasDone(*entry), "marks of 2 levels") << "one entry for all";
+    ASSERT_TRUE(world.Mark({first}, 4, "good"));
+    ASSERT_TRUE(world.Mark({second}, 1));
+    const auto several = ReadUndoEntry(world.session.Folders(), entry->id);
+    ASSERT_TRUE(several);
+    EXPECT_FALSE(UndoChange(world.session, *several)) << "other stars were given since";
+    EXPECT_TRUE(world.host.WasTold("changed since"));
+    EXPECT_EQ(world.Note(first).stars, 4);
+
+    ASSERT_TRUE(RemoveLevel(world.session, second, LevelFolders::Remove));
+    ASSERT_EQ(world.Add("Another"), second) << "the number is used again";
+    const int count = std::exchange(world.session.settings.undoCount, 0);
+    ASSERT_TRUE(world.Mark({second}, 4, "another's"));
+    world.session.settings.undoCount = count;
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    EXPECT_EQ(world.Note(first).stars, 0);
+    EXPECT_TRUE(world.Note(first).ownNote.empty());
+    EXPECT_EQ(world.Note(second).ownNote, "another's") << "it was never said of this one";
+    EXPECT_EQ(world.Note(second).stars, 4);
+    EXPECT_FALSE(world.Undo());
+}
+
+TEST(LibraryNotes, AreUndoneAsTheyWereTypedAndTakeNoOtherChangesPlace)
+{
+    NotesWorld world;
+    const LevelCode code = world.Add("Dawn");
+    const LevelCode other = world.Add("Dusk");
+    const auto type = [&](const std::string& text, bool goesOn) {
+        LevelMarks marks;
+        marks.ownNote = text;
+        marks.goesOn = goesOn;
+        ASSERT_TRUE(MarkLevels(world.session, {code}, marks));
+    };
+    const auto entries = [&] {
+        return ReadUndoList(world.session.Folders()).ValueOr({}).entries.size();
+    };
+    type("hard", false);
+    type("hard j", true);
+    type("hard jump", true);
+    EXPECT_EQ(entries(), 1U);
+    type("hard jump, and dark", false);
+    EXPECT_EQ(entries(), 2U);
+    type("hard jump", true);
+    EXPECT_EQ(entries(), 1U) << "what was typed is gone again";
+    ASSERT_TRUE(world.Undo());
+    EXPECT_EQ(world.Note(code).ownNote, "");
+
+    ASSERT_TRUE(RemoveLevel(world.session, other, LevelFolders::Remove));
+    world.session.settings.undoCount = 2;
+    for (int stars = 1; stars <= 5; ++stars)
+        ASSERT_TRUE(world.Mark({code}, stars));
+    EXPECT_EQ(entries(), 3U) << "two of marks, and the removal";
+    ASSERT_TRUE(world.Undo());
+    ASSERT_TRUE(world.Undo());
+    EXPECT_EQ(world.Note(code).stars, 3);
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    EXPECT_EQ(LevelNameOf(world.session.archive, other), "Dusk");
+}
+
 TEST(LibraryNotes, ComeBackWithARemovedLevelWhoseNumberWasUsedMeanwhile)
 {
     NotesWorld world;

@@ -70,8 +70,9 @@ TEST_F(Counting, WhatIsPlayedIsNotedWhenTheGameEnds)
     Pass(500);
     EXPECT_FALSE(Look(times)) << "another program of the folder is not played";
 
-    ASSERT_TRUE(ChangeNotes(box.session.Folders(), box.session.archive, {code},
-                            [](LevelNote& note) { note.status = LevelStatus::Finished; }));
+    ASSERT_TRUE(
+        ChangeNotes(box.session.Folders(), box.session.archive, {code},
+                    [](LevelCode, LevelNote& note) { note.status = LevelStatus::Finished; }));
     GameRuns(4712);
     Look(times);
     Pass(30);

@@ -270,15 +270,19 @@ void LevelDetails::OpenSavegames()
 
 void LevelDetails::EndTyping()
 {
-    marks_->Commit();
+    marks_->EndTyping();
 }
 
 void LevelDetails::Mark(LevelCode code, const LevelMarks& marks)
 {
     if (FindLevel(session_.archive, code) < 0)
         return; // it went while somebody typed
-    const Operation operation{session_};
-    (void)MarkLevels(session_, {code}, marks); // a failure was told
+    begins();
+    {
+        const Operation operation{session_};
+        (void)MarkLevels(session_, {code}, marks); // a failure was told
+    }
+    ends();
 }
 
 void LevelDetails::AddPictures(const std::vector<Path>& files)

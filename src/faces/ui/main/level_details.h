@@ -37,8 +37,9 @@ public:
     /// What somebody types on the level is stored now.
     void EndTyping();
 
-    /// Something is about to be done, and then a line about what went well.
+    /// Something is about to be done, and it is over; or a line about what went well.
     std::function<void()> begins = [] {};
+    std::function<void()> ends = [] {};
     std::function<void(const std::string&)> note = [](const std::string&) {};
 
     [[nodiscard]] PlayHead& Head() const { return *head_; }

@@ -177,6 +177,10 @@ void MainWindow::ConnectShots()
             findChild<QMenu*>(QStringLiteral("mnu_Edit"))->popup(place);
     };
     details_->begins = [this] { note_->Begin(); };
+    details_->ends = [this] {
+        note_->End();
+        ShowMenu();
+    };
     details_->note = [this](const std::string& text) { ShowNote(text); };
     details_->Savegames().command = [this](std::string_view control) {
         commands_.Invoke(*FindControl(control));

@@ -12,6 +12,8 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace kestrova
 {
 
@@ -94,7 +96,7 @@ void MarksBox::Show(LevelCode code, LevelNote note)
 {
     const bool other = code_ != code;
     if (other)
-        Commit();
+        EndTyping();
     code_.reset(); // what is shown now is no word of the player's
     note_ = std::move(note);
     setEnabled(true);
@@ -110,7 +112,7 @@ void MarksBox::Show(LevelCode code, LevelNote note)
 
 void MarksBox::Clear()
 {
-    Commit();
+    EndTyping();
     code_.reset();
     note_ = {};
     stars_->SetStars(0);
@@ -130,7 +132,14 @@ void MarksBox::Commit()
     note_.ownNote = own;
     LevelMarks marks;
     marks.ownNote = own;
+    marks.goesOn = std::exchange(goesOn_, true);
     Say(marks);
+}
+
+void MarksBox::EndTyping()
+{
+    Commit();
+    goesOn_ = false;
 }
 
 void MarksBox::Say(const LevelMarks& marks)
@@ -142,7 +151,7 @@ void MarksBox::Say(const LevelMarks& marks)
 bool MarksBox::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == text_ && event->type() == QEvent::FocusOut)
-        Commit();
+        EndTyping();
     return QWidget::eventFilter(watched, event);
 }
 

@@ -24,8 +24,8 @@ public:
 
     void Show(LevelCode code, LevelNote note);
     void Clear();
-    /// What was typed is said now.
-    void Commit();
+    /// What was typed is said now, and what is typed next is undone by itself.
+    void EndTyping();
 
     /// The player says something of that level.
     std::function<void(LevelCode, const LevelMarks&)> marked = [](LevelCode, const LevelMarks&) {};
@@ -33,6 +33,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void Commit();
     void Say(const LevelMarks& marks);
 
     std::optional<LevelCode> code_;
@@ -41,7 +42,8 @@ private:
     QComboBox* status_;
     QPlainTextEdit* text_;
     QLabel* times_;
-    QTimer typed_; ///< runs while somebody types
+    QTimer typed_;        ///< runs while somebody types
+    bool goesOn_ = false; ///< a part of what is typed now was stored already
 };
 
 } // namespace kestrova

@@ -152,10 +152,15 @@ void WindowCommands::Mark(const LevelMarks& marks)
 {
     if (session_.runningOperations > 0)
         return;
-    const Operation operation{session_};
+    window_.Notes().Begin();
     window_.Levels().KeepPlace(true);
-    MarkLevels(session_, window_.Levels().ChosenAll(), marks);
+    {
+        const Operation operation{session_};
+        MarkLevels(session_, window_.Levels().ChosenAll(), marks);
+    }
     window_.Levels().KeepPlace(false);
+    window_.Notes().End();
+    window_.ShowMenu();
 }
 
 void WindowCommands::MarkWithNewTag()
