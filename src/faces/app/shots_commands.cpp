@@ -4,6 +4,7 @@
 #include "archive/level_folders.h"
 #include "core/dates.h"
 #include "core/look.h"
+#include "library/mark_levels.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
 #include "shots/shot_commands.h"
@@ -129,6 +130,27 @@ bool ExportShot(Run& run)
     });
 }
 
+bool MarkCover(Session& session, LevelCode code, const std::string& name)
+{
+    LevelMarks marks;
+    marks.cover = name;
+    return MarkLevels(session, {code}, marks).has_value();
+}
+
+/// The picture stands for its level from now on.
+bool UseAsCover(Session& session, ShotList& shots)
+{
+    const auto shot = ShotForCover(session.host, shots);
+    return shot && MarkCover(session, shots.Code(), shot->filename().native());
+}
+
+/// The first picture, or whatever there is, stands for it.
+bool TakeCoverBack(Session& session, ShotList& shots)
+{
+    shots.SetTarget(ShotList::noTarget);
+    return MarkCover(session, shots.Code(), {});
+}
+
 bool TellOfCapture(Run& run)
 {
     run.session.host.Tell(Tone::Plain, GetMsg(Msg::CaptureOnlyInPlay, {lineBreak}));
@@ -212,6 +234,16 @@ std::span<const CommandRow> ShotsCommands()
          .needs = Needs::Level,
          .touches = Touches::Stores,
          .run = ExportShot},
+        {.window = ShotsItem("mnu_UseAsCover", Msg::MenuUseAsCover),
+         .needs = Needs::Level,
+         .touches = Touches::Stores,
+         .run = [](Run& run) { return WithShown(run, UseAsCover); },
+         .help = HelpTag::Shots},
+        {.window = ShotsItem("mnu_CoverBack", Msg::MenuCoverBack),
+         .needs = Needs::Level,
+         .touches = Touches::Stores,
+         .run = [](Run& run) { return WithShown(run, TakeCoverBack); },
+         .help = HelpTag::Shots},
     };
     return rows;
 }

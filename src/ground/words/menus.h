@@ -37,6 +37,8 @@ inline constexpr Message MenuDeleteShot{"Delete"};
 inline constexpr Message MenuRenameShot{"Rename"};
 inline constexpr Message MenuResizeSave{"Resize and save ..."};
 inline constexpr Message MenuSaveShot{"Save as ..."};
+inline constexpr Message MenuUseAsCover{"Use as cover of the level"};
+inline constexpr Message MenuCoverBack{"Choose the cover automatically"};
 inline constexpr Message MenuTools{"Tools"};
 inline constexpr Message MenuInstallTrle{"Installation of Tomb Raider Level Editor"};
 inline constexpr Message MenuInstallTrleFolder{"Install Level Editor from a TRLE folder"};

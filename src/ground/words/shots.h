@@ -12,6 +12,7 @@ inline constexpr Message ShotAskWhich{"Execute command on LEFT screenshot? ~1(Cl
 inline constexpr Message ShotNotDelete{"This is a default screen-shot, you can not delete it :-)"};
 inline constexpr Message ShotNotRename{"This is a default screen-shot, you can not rename it :-)"};
 inline constexpr Message ShotNotResize{"This is a default screen-shot, you can not resize it :-)"};
+inline constexpr Message ShotNotCover{"This is a default screen-shot, which cannot be a cover. Add a screen-shot of the level, and choose that one."};
 inline constexpr Message ShotNotSave{"This is a default screen-shot, you can not save it :-)"};
 inline constexpr Message ShotAskDelete{"Delete screen-shot "};
 inline constexpr Message ShotDeleteFailed{"The screen-shot could not be deleted. It is still there."};

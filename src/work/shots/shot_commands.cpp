@@ -302,4 +302,10 @@ std::optional<Path> ShotToResize(Host& host, ShotList& shots)
     return chosen ? std::optional<Path>{shots.At(*chosen)} : std::nullopt;
 }
 
+std::optional<Path> ShotForCover(Host& host, ShotList& shots)
+{
+    const auto chosen = ChosenShot(host, shots, Msg::ShotNotCover);
+    return chosen ? std::optional<Path>{shots.At(*chosen)} : std::nullopt;
+}
+
 } // namespace kestrova

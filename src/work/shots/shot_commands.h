@@ -30,5 +30,7 @@ bool SaveShotTo(Host& host, const Path& shot, const Path& target);
 
 /// The picture that a resize is meant for; none, with words, when a default picture is.
 std::optional<Path> ShotToResize(Host& host, ShotList& shots);
+/// The same of the picture that is to stand for its level.
+std::optional<Path> ShotForCover(Host& host, ShotList& shots);
 
 } // namespace kestrova

@@ -223,6 +223,8 @@ const Walked walk[] = {
     {"mnu_DeleteShot", {"shots", "delete", "1", "shot.bmp"}},
     {"mnu_RenameShot", {"shots", "rename", "1", "shot.bmp", "other"}},
     {"mnu_SaveShot", {"shots", "export", "1", "shot.bmp", "@out/shot.bmp"}},
+    {"mnu_UseAsCover", {}, nullptr, false},
+    {"mnu_CoverBack", {}, nullptr, false},
     {"Pul_Play", {"play", "2", "--no-start"}},
     {"current", {"current"}},
     {"mnu_SetOriginale", {"original"}},

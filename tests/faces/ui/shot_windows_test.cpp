@@ -1,3 +1,4 @@
+#include "archive/library_notes.h"
 #include "formats/preferences.h"
 #include "pictures/bitmap.h"
 #include "ui/dialogs/dialog_cattura.h"
@@ -14,6 +15,8 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QContextMenuEvent>
+#include <QListView>
 #include <QMenu>
 #include <QProgressBar>
 #include <QRadioButton>
@@ -281,6 +284,45 @@ TEST(ShotMenu, ActsOnThePictureUnderTheRightButtonOrAsks)
     });
     QTest::mouseDClick(world.Find("Image2"), Qt::LeftButton);
     EXPECT_TRUE(title.endsWith("/new.bmp")) << FromQt(title);
+}
+
+TEST(ShotMenu, ChoosesTheCoverAlsoByTheKeyboardAndGoesBack)
+{
+    ShotWindows world;
+    for (const char* name : {"a.bmp", "b.bmp", "c.jpg"})
+        world.Put(name);
+    world.Show();
+    world.list.Select(world.code);
+    auto* menu = world.window.findChild<QMenu*>("mnu_Edit");
+    const auto trigger = [&](const char* name) {
+        world.window.findChild<QAction*>(QString::fromLatin1(name))->trigger();
+    };
+    const auto cover = [&] {
+        return NoteOf(world.session.Folders(), world.session.archive, world.code).ValueOr({}).cover;
+    };
+    const auto pressMenuKey = [&](QWidget* control) {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, control->rect().center());
+        QApplication::sendEvent(control, &event);
+        ASSERT_TRUE(menu->isVisible());
+        menu->close();
+    };
+    auto* strip = world.Find<QListView>("List_Strip");
+    ASSERT_TRUE(strip->isVisible());
+    strip->setCurrentIndex(strip->model()->index(2, 0));
+    pressMenuKey(strip);
+    trigger("mnu_UseAsCover");
+    EXPECT_EQ(cover(), "c.jpg");
+    pressMenuKey(world.Find("Pul_Zoom2"));
+    trigger("mnu_UseAsCover");
+    EXPECT_EQ(cover(), "b.bmp");
+    trigger("mnu_CoverBack");
+    EXPECT_EQ(cover(), "");
+    world.Click("Pul_NoteUndo");
+    EXPECT_EQ(cover(), "b.bmp");
+
+    world.list.Select(originalCode);
+    trigger("mnu_UseAsCover");
+    EXPECT_TRUE(world.box.host.WasTold("cannot be a cover"));
 }
 
 } // namespace kestrova::testing

@@ -105,10 +105,15 @@ QLayout* ShotPanes::MakePane(Pane& pane, int side, Message name)
     const auto open = [this, side] { zoomed(shots_.Index() + side); };
     connect(pane.zoom, &QToolButton::clicked, this, open);
     pane.view->opened = open;
-    pane.view->menuWanted = [this, side](QPoint place) {
+    const auto commands = [this, side](QPoint place) {
         shots_.SetTarget(shots_.Index() + side);
         menuWanted(place);
     };
+    pane.view->menuWanted = commands;
+    // By the keyboard they are of the picture whose button has the focus.
+    pane.zoom->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(pane.zoom, &QToolButton::customContextMenuRequested, this,
+            [zoom = pane.zoom, commands] { commands(zoom->mapToGlobal(zoom->rect().center())); });
     auto* line = new QHBoxLayout;
     line->addWidget(pane.label, 1);
     line->addWidget(pane.zoom);

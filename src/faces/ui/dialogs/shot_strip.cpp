@@ -4,6 +4,7 @@
 #include "words/level_page.h"
 
 #include <QAbstractListModel>
+#include <QContextMenuEvent>
 #include <QIcon>
 #include <QScrollBar>
 
@@ -86,12 +87,17 @@ ShotStrip::ShotStrip(QWidget* parent)
             [this](const QModelIndex& index) { picked(index.row()); });
     connect(this, &QListView::activated, this,
             [this](const QModelIndex& index) { picked(index.row()); });
-    setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(this, &QListView::customContextMenuRequested, this, [this](QPoint place) {
-        if (const QModelIndex index = indexAt(place); index.isValid())
-            menuWanted(index.row(), viewport()->mapToGlobal(place));
-    });
     hide();
+}
+
+void ShotStrip::contextMenuEvent(QContextMenuEvent* event)
+{
+    // By the keyboard it is of the chosen picture, wherever that stands.
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QModelIndex index = byKey ? currentIndex() : indexAt(event->pos());
+    const QPoint place = byKey ? visualRect(index).center() : event->pos();
+    if (index.isValid())
+        menuWanted(index.row(), viewport()->mapToGlobal(place));
 }
 
 void ShotStrip::ShowList(const ShotList& shots)

@@ -22,6 +22,9 @@ public:
     /// The commands are wanted for it, at that place of the screen.
     std::function<void(std::ptrdiff_t, QPoint)> menuWanted = [](std::ptrdiff_t, QPoint) {};
 
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
 private:
     class Model;
 

@@ -26,6 +26,7 @@ constexpr CommandLook looks[] = {
     {"mnu_SavegameHistory", Drawing::Clock},
     {"mnu_CaptureScreen", Drawing::Camera},
     {"mnu_DeleteShot", Drawing::Bin, true},
+    {"mnu_UseAsCover", std::nullopt, true},
     {"mnu_ImportWads", Drawing::Parcel, true},
     {"mnu_MoveOnCd", Drawing::Disc},
     {"mnu_CompareTrle", std::nullopt, true},
