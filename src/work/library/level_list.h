@@ -22,6 +22,7 @@ struct LevelFacts {
 struct SavegameCount {
     int live = 0;
     int archived = 0;
+    friend bool operator==(const SavegameCount&, const SavegameCount&) = default;
 };
 SavegameCount CountSavegames(const Folders& folders, const Archive& archive, LevelCode code);
 

@@ -4,6 +4,7 @@
 #include "library/text_order.h"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 namespace kestrova
@@ -15,23 +16,28 @@ namespace
 /// By status, in the order of `LevelStatus`.
 constexpr std::int64_t statusRank[] = {1, 0, 2, 3};
 
+/// What is not known of a level.
+constexpr std::int64_t unknown = std::numeric_limits<std::int64_t>::max();
+
 /// What comes first has the smaller one.
 std::int64_t RankOf(const LibraryLevel& level, LibraryOrder order)
 {
     const LevelNote& own = level.own;
     switch (order) {
     case LibraryOrder::LastPlayed:
-        return -own.lastPlayed.value_or(0);
+        return own.lastPlayed ? -*own.lastPlayed : unknown;
     case LibraryOrder::TimePlayed:
-        return -own.secondsPlayed;
+        return own.secondsPlayed > 0 ? -own.secondsPlayed : unknown;
     case LibraryOrder::Size:
         return -level.size;
     case LibraryOrder::Added:
-        return -own.added.value_or(0);
+        return own.added ? -*own.added : unknown;
     case LibraryOrder::Stars:
-        return -own.stars;
+        return own.stars > 0 ? -own.stars : unknown;
     case LibraryOrder::Status:
         return statusRank[static_cast<std::size_t>(own.status)];
+    case LibraryOrder::Savegames:
+        return level.savegames >= 0 ? -level.savegames : unknown;
     case LibraryOrder::Name:
     case LibraryOrder::Author:
         break;
@@ -39,7 +45,16 @@ std::int64_t RankOf(const LibraryLevel& level, LibraryOrder order)
     return 0;
 }
 
-std::vector<std::uint32_t> ByAuthor(const std::vector<LibraryLevel>& levels)
+std::vector<std::uint32_t> ByName(std::size_t count, bool turned)
+{
+    std::vector<std::uint32_t> sorted(count);
+    std::iota(sorted.begin(), sorted.end(), 0U);
+    if (turned)
+        std::reverse(sorted.begin(), sorted.end());
+    return sorted;
+}
+
+std::vector<std::uint32_t> ByAuthor(const std::vector<LibraryLevel>& levels, bool turned)
 {
     TextOrder order;
     for (const LibraryLevel& level : levels)
@@ -49,16 +64,22 @@ std::vector<std::uint32_t> ByAuthor(const std::vector<LibraryLevel>& levels)
     const auto named = std::find_if(sorted.begin(), sorted.end(), [&](std::uint32_t place) {
         return !levels[place].author.empty();
     });
-    std::rotate(sorted.begin(), named, sorted.end());
+    const auto end = std::rotate(sorted.begin(), named, sorted.end());
+    if (turned)
+        std::reverse(sorted.begin(), end);
     return sorted;
 }
 
-std::vector<std::uint32_t> ByRank(const std::vector<LibraryLevel>& levels, LibraryOrder order)
+std::vector<std::uint32_t> ByRank(const std::vector<LibraryLevel>& levels, LibraryOrder order,
+                                  bool turned)
 {
     std::vector<std::pair<std::int64_t, std::uint32_t>> ranks;
     ranks.reserve(levels.size());
-    for (const LibraryLevel& level : levels)
-        ranks.emplace_back(RankOf(level, order), static_cast<std::uint32_t>(ranks.size()));
+    for (const LibraryLevel& level : levels) {
+        const std::int64_t rank = RankOf(level, order);
+        ranks.emplace_back(turned && rank != unknown ? -rank : rank,
+                           static_cast<std::uint32_t>(ranks.size()));
+    }
     std::sort(ranks.begin(), ranks.end());
     std::vector<std::uint32_t> sorted;
     sorted.reserve(ranks.size());
@@ -93,12 +114,19 @@ void Library::SetLevels(std::vector<LibraryLevel> levels)
     Sort();
 }
 
-void Library::SetOrder(LibraryOrder order)
+void Library::SetOrder(LibraryOrder order, bool turned)
 {
-    if (order == order_)
+    if (order == order_ && turned == turned_)
         return;
     order_ = order;
+    turned_ = turned;
     Sort();
+}
+
+void Library::SetSavegames(LevelCode code, int count)
+{
+    if (const std::size_t place = PlaceOf(code); place < levels_.size())
+        levels_[place].savegames = count;
 }
 
 void Library::SetFilter(LibraryFilter filter, std::string_view tag)
@@ -152,14 +180,13 @@ void Library::Sort()
 {
     switch (order_) {
     case LibraryOrder::Name:
-        sorted_.resize(levels_.size());
-        std::iota(sorted_.begin(), sorted_.end(), 0U);
+        sorted_ = ByName(levels_.size(), turned_);
         break;
     case LibraryOrder::Author:
-        sorted_ = ByAuthor(levels_);
+        sorted_ = ByAuthor(levels_, turned_);
         break;
     default:
-        sorted_ = ByRank(levels_, order_);
+        sorted_ = ByRank(levels_, order_, turned_);
     }
     Show();
 }

@@ -14,7 +14,8 @@ enum class LibraryOrder {
     Size,
     Added,
     Stars,
-    Status, ///< being played, new, finished, given up
+    Status,    ///< being played, new, finished, given up
+    Savegames, ///< the most first; those that are not counted yet last
 };
 
 enum class LibraryFilter { All, Playing, New, Finished, GivenUp, Favourites, OnDisc, Tag };
@@ -28,7 +29,11 @@ class Library
 {
 public:
     void SetLevels(std::vector<LibraryLevel> levels);
-    void SetOrder(LibraryOrder order);
+    /// `turned`: the other way round. Levels of which the thing is not known stay last.
+    void SetOrder(LibraryOrder order, bool turned = false);
+    /// How many savegames the level has. The rows stay as they are until they are sorted again.
+    void SetSavegames(LevelCode code, int count);
+    void SortAgain() { Sort(); }
     /// `tag`: which one, in any case of its letters.
     void SetFilter(LibraryFilter filter, std::string_view tag = {});
     /// Shows the levels whose name, author, note or own note holds the text without regard to case;
@@ -50,6 +55,7 @@ public:
     /// Every tag once, in the order of their names.
     [[nodiscard]] std::vector<std::string> Tags() const;
     [[nodiscard]] LibraryOrder Order() const { return order_; }
+    [[nodiscard]] bool IsTurned() const { return turned_; }
     [[nodiscard]] LibraryFilter Filter() const { return filter_; }
     [[nodiscard]] const std::string& Tag() const { return tag_; }
     [[nodiscard]] bool IsSearched() const { return !search_.empty(); }
@@ -68,6 +74,7 @@ private:
     std::vector<std::uint32_t> shown_;
     std::vector<int> rows_; ///< of levels_; -1: hidden
     LibraryOrder order_ = LibraryOrder::Name;
+    bool turned_ = false;
     LibraryFilter filter_ = LibraryFilter::All;
     std::string tag_;
     std::string search_; ///< folded

@@ -17,6 +17,7 @@ struct LibraryLevel {
     LevelCode code = originalCode;
     std::int32_t cdNumber = 0; ///< 0: on the hard disk
     std::int64_t size = 0;     ///< bytes of its files, its savegames and its pictures
+    int savegames = -1;        ///< live and archived ones; -1: not counted yet
     bool current = false;      ///< it stands in the Level Editor's folder
     LevelNote own;             ///< what the library notes of it
 };

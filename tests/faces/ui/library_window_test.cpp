@@ -4,10 +4,13 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QListView>
+#include <QMenu>
 #include <QScrollBar>
 #include <QSlider>
+#include <QSplitter>
 #include <QToolButton>
 
 namespace kestrova::testing
@@ -122,6 +125,88 @@ TEST(LibraryWindow, ShowsRowsAndCoversAndRemembersWhich)
     EXPECT_EQ(remembered->CoverWidth(), 240);
     EXPECT_EQ(In<QComboBox>(again, "Combo_Sort")->currentText(), "Added");
     EXPECT_TRUE(In<QToolButton>(again, "Pul_Covers")->isChecked());
+}
+
+TEST(LibraryWindow, IsSortedByNumbersOfSavegamesAndTurnedRound)
+{
+    WindowWorld world;
+    AddLevels(world, 3);
+    for (int i = 0; i < 4; ++i)
+        world.box.Write("levels/LEVEL_0002/backup_savegames/savegame." + std::to_string(i), "s");
+    world.box.Write("levels/LEVEL_0003/backup_savegames/savegame.0", "s");
+    world.Show();
+    world.list.Select(1);
+    Pick(world, "Combo_Sort", "Savegames");
+    const std::vector<std::string> sorted{"Level 02", "Level 03",
+                                          "- TRLE: Original configuration - (*)", "Level 01"};
+    EXPECT_TRUE(QTest::qWaitFor([&] { return NamesIn(world) == sorted; }, 60'000));
+    EXPECT_EQ(world.list.Selected(), 1) << "who is chosen stays chosen";
+    world.Click("Pul_Turn");
+    EXPECT_EQ(NamesIn(world).back(), "Level 02");
+    Pick(world, "Combo_Sort", "Name");
+    EXPECT_EQ(NamesIn(world).back(), "Level 03") << "another order begins as usual";
+    auto* head = world.Find<LevelColumns>("Head_Levels");
+    const auto click = [&] {
+        QTest::mouseClick(head->viewport(), Qt::LeftButton, {}, {40, head->height() / 2});
+    };
+    click();
+    EXPECT_EQ(NamesIn(world).front(), "Level 03") << "the head of the sorted column turns";
+    world.list.Select(3);
+    world.Click("Pul_Dopo");
+    EXPECT_EQ(world.list.Selected(), 2) << "the buttons follow what is shown";
+    click();
+    EXPECT_EQ(NamesIn(world).back(), "Level 03");
+}
+
+TEST(LibraryWindow, ColumnsAreDraggedHiddenAndRemembered)
+{
+    WindowWorld world;
+    AddLevels(world, 2);
+    world.Show();
+    world.window.resize(1800, 700);
+    world.window.findChild<QSplitter*>()->setSizes({1300, 500});
+    QCoreApplication::processEvents();
+    auto* head = world.Find<LevelColumns>("Head_Levels");
+    const auto shown = [](const LevelColumns& columns) {
+        std::string words;
+        for (int place = 0; place < columns.count(); ++place)
+            if (const int column = columns.logicalIndex(place); !columns.isSectionHidden(column))
+                words +=
+                    FromQt(columns.model()->headerData(column, Qt::Horizontal).toString()) + "; ";
+        return words;
+    };
+    ASSERT_EQ(shown(*head), "Name; Author; Last played; Time played; Savegames; Size; Added; ");
+    head->moveSection(head->visualIndex(LevelModel::SizeColumn), 1);
+    const int author = head->sectionSize(LevelModel::AuthorColumn);
+    const int name = head->sectionSize(LevelModel::NameColumn);
+    head->resizeSection(LevelModel::AuthorColumn, author + 25);
+    EXPECT_EQ(head->sectionSize(LevelModel::AuthorColumn), author + 25);
+    EXPECT_EQ(head->sectionSize(LevelModel::NameColumn), name) << "its neighbour gives the room";
+    head->resizeSection(LevelModel::NameColumn, 10);
+    EXPECT_GE(head->sectionSize(LevelModel::NameColumn), 100) << "a name can be read";
+
+    // The keyboard reaches the menu by the button of the rows.
+    auto* rows = world.Find("Pul_Rows");
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, {1, 1}, rows->mapToGlobal(QPoint(1, 1)));
+    QApplication::sendEvent(rows, &event);
+    auto* menu = head->findChild<QMenu*>("mnu_Columns");
+    ASSERT_NE(menu, nullptr);
+    for (QAction* action : menu->actions())
+        if (action->text().remove(QLatin1Char('&')) == QLatin1String("Added"))
+            action->trigger();
+    menu->close();
+    const std::string wanted = "Name; Size; Author; Last played; Time played; Savegames; ";
+    EXPECT_EQ(shown(*head), wanted);
+    EXPECT_TRUE(world.window.close());
+
+    MainWindow again{world.session, world.list};
+    again.show();
+    again.resize(1800, 700);
+    again.RefreshList();
+    QCoreApplication::processEvents();
+    const auto& remembered = *again.findChild<LevelColumns*>("Head_Levels");
+    EXPECT_EQ(shown(remembered), wanted);
+    EXPECT_EQ(remembered.sectionSize(LevelModel::AuthorColumn), author + 25);
 }
 
 TEST(LibraryWindow, APlaceInTheListStaysAfterADeletion)

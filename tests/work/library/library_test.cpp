@@ -81,6 +81,32 @@ TEST(Library, IsSortedByWhatOneWants)
     }
 }
 
+TEST(Library, TurnsItsOrderRoundAndCountsSavegamesAsTheyCome)
+{
+    Library library = SomeLevels();
+    const std::pair<LibraryOrder, Codes> orders[] = {
+        {LibraryOrder::Name, {3, 4, 2, 1, 0}},
+        {LibraryOrder::Author, {1, 4, 2, 0, 3}}, // those without one stay last
+        {LibraryOrder::LastPlayed, {2, 1, 0, 4, 3}},
+        {LibraryOrder::Size, {0, 4, 3, 2, 1}},
+        {LibraryOrder::Stars, {3, 1, 2, 0, 4}},
+    };
+    for (const auto& [order, codes] : orders) {
+        library.SetOrder(order, true);
+        EXPECT_EQ(CodesOf(library), codes) << static_cast<int>(order);
+        EXPECT_TRUE(library.IsTurned());
+    }
+    library.SetOrder(LibraryOrder::Savegames);
+    EXPECT_EQ(CodesOf(library), (Codes{0, 1, 2, 4, 3})) << "nothing is counted yet";
+    library.SetSavegames(3, 15);
+    library.SetSavegames(2, 0);
+    EXPECT_EQ(CodesOf(library), (Codes{0, 1, 2, 4, 3})) << "no row jumps by itself";
+    library.SortAgain();
+    EXPECT_EQ(CodesOf(library), (Codes{3, 2, 0, 1, 4}));
+    library.SetOrder(LibraryOrder::Savegames, true);
+    EXPECT_EQ(CodesOf(library), (Codes{2, 3, 0, 1, 4}));
+}
+
 TEST(Library, ShowsWhatIsLeftOfFilterAndSearch)
 {
     Library library = SomeLevels();

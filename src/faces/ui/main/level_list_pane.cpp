@@ -5,10 +5,11 @@
 #include "ui/main/library_foot.h"
 #include "ui/main/library_settings.h"
 #include "ui/main/library_source.h"
+#include "ui/main/list_words.h"
 #include "ui/main/search_field.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
-#include "words/ui_main.h"
+#include "words/library_window.h"
 
 #include <QContextMenuEvent>
 #include <QHBoxLayout>
@@ -60,25 +61,40 @@ void LevelListPane::MakeSearch()
     });
 }
 
+template <class Work> void LevelListPane::Change(const Work& work)
+{
+    const Place place = PlaceNow();
+    work();
+    bar_->Show(model_->Shown());
+    view_->Columns().ShowOrder(model_->Shown().Order(), model_->Shown().IsTurned());
+    ChooseShown(place);
+}
+
+void LevelListPane::SetOrder(LibraryOrder order, bool turned)
+{
+    Change([&] { model_->SetOrder(order, turned); });
+    if (order == LibraryOrder::Savegames)
+        source_->CountAll();
+}
+
 void LevelListPane::MakeBar()
 {
-    const auto change = [this](const auto& work) {
-        const Place place = PlaceNow();
-        work();
-        bar_->Show(model_->Shown());
-        view_->ShowOrder(model_->Shown().Order());
-        ChooseShown(place);
+    const auto turn = [this] { SetOrder(model_->Shown().Order(), !model_->Shown().IsTurned()); };
+    bar_->ordered = [this](LibraryOrder order) { SetOrder(order, false); };
+    bar_->turned = turn;
+    view_->Columns().orderWanted = [this, turn](LibraryOrder order) {
+        order == model_->Shown().Order() ? turn() : SetOrder(order, false);
     };
-    const auto order = [this, change](LibraryOrder wanted) {
-        change([&] { model_->SetOrder(wanted); });
+    source_->counted = [this] {
+        if (model_->Shown().Order() == LibraryOrder::Savegames)
+            Change([&] { model_->SortAgain(); });
     };
-    bar_->ordered = order;
-    view_->orderWanted = order;
-    bar_->filtered = [this, change](LibraryFilter filter, const std::string& tag) {
-        change([&] { model_->SetFilter(filter, tag); });
+    bar_->filtered = [this](LibraryFilter filter, const std::string& tag) {
+        Change([&] { model_->SetFilter(filter, tag); });
     };
     bar_->looked = [this](LibraryLook look) { SetLook(look); };
-    view_->ShowOrder(model_->Shown().Order());
+    bar_->columnsWanted = [this](QPoint place) { view_->Columns().OpenMenu(place); };
+    view_->Columns().ShowOrder(model_->Shown().Order(), model_->Shown().IsTurned());
 }
 
 void LevelListPane::MakeView()
@@ -144,6 +160,8 @@ void LevelListPane::Refresh()
         const QSignalBlocker quiet{view_->selectionModel()};
         model_->SetLevels(source_->Levels());
     }
+    if (model_->Shown().Order() == LibraryOrder::Savegames)
+        source_->CountAll();
     bar_->Show(model_->Shown());
     view_->ExecuteDelayedLayout();
     view_->verticalScrollBar()->setValue(scrolled);
@@ -219,15 +237,18 @@ void LevelListPane::SetLook(LibraryLook look)
 
 void LevelListPane::RememberLook(QSettings& places) const
 {
-    WriteLibrarySettings(places, {view_->Look(), view_->CoverWidth(), model_->Shown().Order(),
-                                  model_->Shown().Filter(), model_->Shown().Tag()});
+    const Library& shown = model_->Shown();
+    WriteLibrarySettings(places,
+                         {view_->Look(), view_->CoverWidth(), shown.Order(), shown.IsTurned(),
+                          shown.Filter(), shown.Tag(), view_->Columns().Chosen()});
 }
 
 void LevelListPane::RestoreLook(const QSettings& places)
 {
     const LibrarySettings settings = ReadLibrarySettings(places);
     foot_->ShowCoverWidth(settings.coverWidth);
-    bar_->ordered(settings.order);
+    view_->Columns().Choose(settings.columns);
+    SetOrder(settings.order, settings.turned);
     bar_->filtered(settings.filter, settings.tag);
     SetLook(settings.look);
 }
@@ -343,37 +364,13 @@ void LevelListPane::TellNotFound()
     session_.host.Tell(Tone::Plain, GetMsg(Msg::NotFound));
 }
 
-QString LevelListPane::EmptyWords() const
-{
-    if (!session_.archive.Loaded())
-        return Words(Msg::EmptyNoArchive, {lineBreak});
-    if (model_->rowCount() == 0)
-        return model_->Shown().IsSearched()
-                   ? Words(Msg::EmptyNoHit, {FromQt(search_->text().trimmed()), lineBreak})
-                   : Words(Msg::EmptyFiltered, {FromQt(bar_->FilterWords()), lineBreak});
-    if (session_.archive.levels.size() == 1)
-        return Words(Msg::EmptyNoLevels, {lineBreak});
-    return {};
-}
-
-QString LevelListPane::CountWords() const
-{
-    const auto all = model_->Shown().Levels().size();
-    const auto shown = static_cast<std::size_t>(model_->rowCount());
-    const std::size_t several = view_->SelectedRows().size();
-    if (several > 1)
-        return Words(Msg::CountChosen, {std::to_string(several), std::to_string(shown)});
-    if (all != shown)
-        return Words(Msg::CountMatches, {std::to_string(shown), std::to_string(all)});
-    return all == 1 ? Words(Msg::CountOneLevel) : Words(Msg::CountLevels, {std::to_string(all)});
-}
-
 void LevelListPane::ShowCounts()
 {
     const bool any = !model_->Shown().Levels().empty();
-    view_->ShowWords(EmptyWords());
+    view_->ShowWords(
+        WordsForEmptyList(session_.archive, model_->Shown(), search_->text(), bar_->FilterWords()));
     find_->setEnabled(any);
-    foot_->ShowCounts(CountWords(), any);
+    foot_->ShowCounts(WordsOfCounts(model_->Shown(), view_->SelectedRows().size()), any);
 }
 
 } // namespace kestrova

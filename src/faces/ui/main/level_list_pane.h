@@ -70,6 +70,9 @@ private:
     void MakeBar();
     void MakeFoot();
     QLayout* MakeTop();
+    /// Rows change by that work, and who is chosen stays chosen.
+    template <class Work> void Change(const Work& work);
+    void SetOrder(LibraryOrder order, bool turned);
     void SearchTyped(const QString& text);
     void SearchFirst();
     void TellNotFound();
@@ -89,8 +92,6 @@ private:
     void MarkChosen();
     void ShowCounts();
     void WantMenu(QPoint place);
-    [[nodiscard]] QString EmptyWords() const;
-    [[nodiscard]] QString CountWords() const;
 
     Session& session_;
     LevelModel* model_;

@@ -4,7 +4,7 @@
 #include "ui/main/window_commands.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/qt_text.h"
-#include "words/ui_main.h"
+#include "words/library_window.h"
 
 #include <QMenu>
 

@@ -1,7 +1,7 @@
 #include "ui/main/level_model.h"
 
 #include "ui/widgets/qt_text.h"
-#include "words/ui_main.h"
+#include "words/library_window.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -16,7 +16,7 @@ namespace
 
 struct ColumnWords {
     Message head;
-    std::optional<LibraryOrder> order;
+    LibraryOrder order;
 };
 
 const ColumnWords& WordsOf(int column)
@@ -26,7 +26,7 @@ const ColumnWords& WordsOf(int column)
         {Msg::SortAuthor, LibraryOrder::Author},
         {Msg::SortLastPlayed, LibraryOrder::LastPlayed},
         {Msg::SortTimePlayed, LibraryOrder::TimePlayed},
-        {Msg::ColumnSavegames, std::nullopt},
+        {Msg::ColumnSavegames, LibraryOrder::Savegames},
         {Msg::SortSize, LibraryOrder::Size},
         {Msg::SortAdded, LibraryOrder::Added},
     };
@@ -55,7 +55,7 @@ QString DurationText(std::int64_t seconds)
 
 } // namespace
 
-std::optional<LibraryOrder> LevelModel::OrderOf(int column)
+LibraryOrder LevelModel::OrderOf(int column)
 {
     return WordsOf(column).order;
 }
@@ -74,10 +74,17 @@ void LevelModel::SetSearch(const std::string& text)
     endResetModel();
 }
 
-void LevelModel::SetOrder(LibraryOrder order)
+void LevelModel::SetOrder(LibraryOrder order, bool turned)
 {
     beginResetModel();
-    library_.SetOrder(order);
+    library_.SetOrder(order, turned);
+    endResetModel();
+}
+
+void LevelModel::SortAgain()
+{
+    beginResetModel();
+    library_.SortAgain();
     endResetModel();
 }
 

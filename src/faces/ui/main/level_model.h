@@ -24,12 +24,15 @@ public:
         AddedColumn,
         ColumnCount,
     };
-    /// What a click on that column's head sorts by; none where that would need the disk.
-    static std::optional<LibraryOrder> OrderOf(int column);
+    /// What a click on that column's head sorts by.
+    static LibraryOrder OrderOf(int column);
 
     void SetLevels(std::vector<LibraryLevel> levels);
     void SetSearch(const std::string& text);
-    void SetOrder(LibraryOrder order);
+    void SetOrder(LibraryOrder order, bool turned);
+    /// The rows stay where they are until they are sorted again.
+    void SetSavegames(LevelCode code, int count) { library_.SetSavegames(code, count); }
+    void SortAgain();
     void SetFilter(LibraryFilter filter, const std::string& tag);
     [[nodiscard]] const Library& Shown() const { return library_; }
 

@@ -2,10 +2,9 @@
 
 #include "ui/main/level_delegate.h"
 #include "ui/widgets/qt_text.h"
-#include "words/ui_main.h"
+#include "words/library_window.h"
 
 #include <QEvent>
-#include <QHeaderView>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -16,18 +15,9 @@
 namespace kestrova
 {
 
-namespace
-{
-
-/// Widths in letters. The name has what is left, and never less than its own.
-constexpr int columnLetters[] = {32, 18, 13, 13, 11, 11, 13};
-static_assert(std::size(columnLetters) == LevelModel::ColumnCount);
-
-} // namespace
-
 LevelView::LevelView(LevelModel& model, QWidget* parent)
     : QListView(parent), delegate_(new LevelDelegate(*this)),
-      header_(new QHeaderView(Qt::Horizontal, this)), empty_(new QLabel(viewport())),
+      header_(new LevelColumns(model, this)), empty_(new QLabel(viewport())),
       dropArea_(new QLabel(this))
 {
     setObjectName(QStringLiteral("Combo_Livelli"));
@@ -40,17 +30,7 @@ LevelView::LevelView(LevelModel& model, QWidget* parent)
     setResizeMode(QListView::Adjust);
     setItemDelegate(delegate_);
     setModel(&model);
-    header_->setModel(&model);
-    header_->setSectionResizeMode(QHeaderView::Fixed);
-    header_->setSectionsClickable(true);
-    header_->setHighlightSections(false);
-    header_->setMinimumSectionSize(1);
-    header_->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    header_->setFocusPolicy(Qt::NoFocus); // the sort box does the same for the keyboard
-    connect(header_, &QHeaderView::sectionClicked, this, [this](int column) {
-        if (const auto order = LevelModel::OrderOf(column))
-            orderWanted(*order);
-    });
+    header_->changed = [this] { viewport()->update(); };
     MakeLabels();
     Arrange();
 }
@@ -103,17 +83,6 @@ void LevelView::SetCoverWidth(int width)
     Arrange();
 }
 
-void LevelView::ShowOrder(LibraryOrder order)
-{
-    header_->setSortIndicatorShown(false);
-    for (int column = 0; column < LevelModel::ColumnCount; ++column)
-        if (LevelModel::OrderOf(column) == order) {
-            header_->setSortIndicatorShown(true);
-            const bool upwards = order == LibraryOrder::Name || order == LibraryOrder::Author;
-            header_->setSortIndicator(column, upwards ? Qt::AscendingOrder : Qt::DescendingOrder);
-        }
-}
-
 void LevelView::SelectToo(const std::vector<LevelCode>& codes)
 {
     const auto& levels = *static_cast<const LevelModel*>(model());
@@ -161,14 +130,6 @@ int LevelView::RowHeight() const
     return 2 * fontMetrics().lineSpacing() + gaps;
 }
 
-QRect LevelView::ColumnRect(int column, const QRect& row) const
-{
-    if (header_->isSectionHidden(column))
-        return {};
-    return {row.left() + header_->sectionPosition(column), row.top(), header_->sectionSize(column),
-            row.height()};
-}
-
 void LevelView::Arrange()
 {
     const bool covers = look_ == LibraryLook::Covers;
@@ -183,29 +144,11 @@ void LevelView::Arrange()
         setGridSize({std::max(width / columns, smallestCover), height});
     } else {
         setGridSize({});
-        ArrangeColumns();
+        header_->Arrange(viewport()->width());
     }
     verticalScrollBar()->setSingleStep(RowHeight());
     scheduleDelayedItemsLayout();
     updateGeometries();
-}
-
-void LevelView::ArrangeColumns()
-{
-    const int letter = fontMetrics().averageCharWidth() + 1;
-    int room = viewport()->width() - columnLetters[LevelModel::NameColumn] * letter;
-    bool more = true;
-    for (int column = LevelModel::AuthorColumn; column < LevelModel::ColumnCount; ++column) {
-        const int width = columnLetters[column] * letter;
-        more = more && room >= width;
-        header_->setSectionHidden(column, !more);
-        if (more) {
-            header_->resizeSection(column, width);
-            room -= width;
-        }
-    }
-    header_->resizeSection(LevelModel::NameColumn,
-                           std::max(room, 0) + columnLetters[LevelModel::NameColumn] * letter);
 }
 
 void LevelView::updateGeometries()

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "ui/main/level_model.h"
+#include "ui/main/level_columns.h"
 
 #include <QListView>
 
-class QHeaderView;
 class QLabel;
 
 namespace kestrova
@@ -41,16 +40,15 @@ public:
     [[nodiscard]] std::vector<int> SeenRows() const;
     /// From the first to the last.
     [[nodiscard]] std::vector<int> SelectedRows() const;
-    /// Shows by which column the rows are sorted.
-    void ShowOrder(LibraryOrder order);
     [[nodiscard]] LevelDelegate& Delegate() const { return *delegate_; }
-
-    /// The head of a column was clicked.
-    std::function<void(LibraryOrder)> orderWanted = [](LibraryOrder) {};
+    [[nodiscard]] LevelColumns& Columns() const { return *header_; }
 
     [[nodiscard]] int RowHeight() const;
     /// Where a column stands in a row that begins there; empty for one that has no room.
-    [[nodiscard]] QRect ColumnRect(int column, const QRect& row) const;
+    [[nodiscard]] QRect ColumnRect(int column, const QRect& row) const
+    {
+        return header_->RectOf(column, row);
+    }
     /// Of one cover with its words.
     [[nodiscard]] QSize CoverCell() const { return gridSize(); }
 
@@ -63,10 +61,9 @@ protected:
 private:
     void MakeLabels();
     void Arrange();
-    void ArrangeColumns();
 
     LevelDelegate* delegate_;
-    QHeaderView* header_;
+    LevelColumns* header_;
     QLabel* empty_;
     QLabel* dropArea_;
     LibraryLook look_ = LibraryLook::Rows;

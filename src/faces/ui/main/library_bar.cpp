@@ -3,7 +3,7 @@
 #include "core/text.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
-#include "words/ui_main.h"
+#include "words/library_window.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -31,6 +31,7 @@ constexpr OrderRow orders[] = {
     {LibraryOrder::Added, Msg::SortAdded},
     {LibraryOrder::Stars, Msg::SortStars},
     {LibraryOrder::Status, Msg::SortStatus},
+    {LibraryOrder::Savegames, Msg::ColumnSavegames},
 };
 
 struct FilterRow {
@@ -64,14 +65,20 @@ QComboBox* MakeBox(const char* name, Message words, QWidget* parent)
 
 LibraryBar::LibraryBar(QWidget* parent)
     : QWidget(parent), order_(MakeBox("Combo_Sort", Msg::SortBoxName, this)),
-      filter_(MakeBox("Combo_Filter", Msg::FilterBoxName, this))
+      filter_(MakeBox("Combo_Filter", Msg::FilterBoxName, this)), turn_(MakeButton("Pul_Turn"))
 {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
     row->addWidget(order_, 1);
+    row->addWidget(turn_);
     row->addWidget(filter_, 1);
     rows_ = MakeLook("Pul_Rows", LibraryLook::Rows, *row);
     covers_ = MakeLook("Pul_Covers", LibraryLook::Covers, *row);
+    connect(turn_, &QToolButton::clicked, this, [this] { turned(); });
+    // The keyboard cannot reach the head of the columns.
+    rows_->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(rows_, &QToolButton::customContextMenuRequested, this,
+            [this] { columnsWanted(rows_->mapToGlobal(rows_->rect().bottomLeft())); });
     for (const OrderRow& order : orders)
         order_->addItem(Words(order.words));
     connect(order_, &QComboBox::currentIndexChanged, this,
@@ -86,16 +93,22 @@ LibraryBar::LibraryBar(QWidget* parent)
     Show(Library{});
 }
 
-QToolButton* LibraryBar::MakeLook(const char* name, LibraryLook look, QLayout& row)
+QToolButton* LibraryBar::MakeButton(const char* name)
 {
     auto* button = new QToolButton(this);
     button->setObjectName(QString::fromLatin1(name));
     button->setProperty("pictured", true);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+}
+
+QToolButton* LibraryBar::MakeLook(const char* name, LibraryLook look, QLayout& row)
+{
+    QToolButton* button = MakeButton(name);
     button->setIcon(DrawnIcon(look == LibraryLook::Rows ? Drawing::Rows : Drawing::Covers));
     button->setCheckable(true);
     button->setAutoExclusive(true);
-    button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QToolButton::clicked, this, [this, look] { looked(look); });
     row.addWidget(button);
     return button;
@@ -123,6 +136,7 @@ void LibraryBar::Show(const Library& library)
         std::find_if(std::begin(orders), std::end(orders),
                      [&](const OrderRow& one) { return one.order == library.Order(); });
     order_->setCurrentIndex(static_cast<int>(order - std::begin(orders)));
+    turn_->setArrowType(library.IsTurned() ? Qt::UpArrow : Qt::DownArrow);
     FillFilters(library);
     const auto* const filter =
         std::find_if(std::begin(filters), std::end(filters),
@@ -148,7 +162,7 @@ QString LibraryBar::FilterWords() const
 
 std::vector<QWidget*> LibraryBar::Controls() const
 {
-    return {order_, filter_, rows_, covers_};
+    return {order_, turn_, filter_, rows_, covers_};
 }
 
 } // namespace kestrova

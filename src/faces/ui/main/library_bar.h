@@ -17,9 +17,13 @@ public:
     explicit LibraryBar(QWidget* parent);
 
     std::function<void(LibraryOrder)> ordered = [](LibraryOrder) {};
+    /// The order the other way round.
+    std::function<void()> turned = [] {};
     std::function<void(LibraryFilter, const std::string& tag)> filtered = [](LibraryFilter,
                                                                              const std::string&) {};
     std::function<void(LibraryLook)> looked = [](LibraryLook) {};
+    /// The menu of the columns, at that place of the screen.
+    std::function<void(QPoint)> columnsWanted = [](QPoint) {};
 
     /// Shows that choice without telling of it. A tag that no level has is offered all the same
     /// while it is the filter.
@@ -31,11 +35,13 @@ public:
     [[nodiscard]] std::vector<QWidget*> Controls() const;
 
 private:
+    QToolButton* MakeButton(const char* name);
     QToolButton* MakeLook(const char* name, LibraryLook look, QLayout& row);
     void FillFilters(const Library& library);
 
     QComboBox* order_;
     QComboBox* filter_;
+    QToolButton* turn_;
     QToolButton* rows_ = nullptr;
     QToolButton* covers_ = nullptr;
     std::vector<std::string> tags_;

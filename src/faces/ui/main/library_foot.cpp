@@ -4,7 +4,7 @@
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
-#include "words/ui_main.h"
+#include "words/library_window.h"
 
 #include <QHBoxLayout>
 #include <QSlider>

@@ -1,10 +1,10 @@
 #include "ui/main/library_source.h"
 
-#include "library/level_list.h"
 #include "ui/main/level_delegate.h"
 #include "ui/widgets/qt_text.h"
 #include "words/library.h"
 
+#include <QElapsedTimer>
 #include <QScrollBar>
 #include <utility>
 
@@ -16,6 +16,15 @@ namespace
 
 /// While an operation runs the disk is its own.
 constexpr int countLaterMs = 500;
+/// The window answers meanwhile.
+constexpr int countAtOnceMs = 8;
+/// Rows that are sorted by numbers which come do not jump all the time.
+constexpr int tellLaterMs = 400;
+
+int SumOf(const SavegameCount& count)
+{
+    return count.live + count.archived;
+}
 
 } // namespace
 
@@ -30,6 +39,8 @@ LibrarySource::LibrarySource(Session& session, LevelModel& model, LevelView& vie
     model_.savegames = [this](LevelCode code) { return SavegamesOf(code); };
     countSoon_.setSingleShot(true);
     connect(&countSoon_, &QTimer::timeout, this, &LibrarySource::CountNext);
+    tellSoon_.setSingleShot(true);
+    connect(&tellSoon_, &QTimer::timeout, this, &LibrarySource::TellCounted);
     connect(view_.verticalScrollBar(), &QScrollBar::valueChanged, this, &LibrarySource::WantSeen);
 }
 
@@ -43,8 +54,20 @@ std::vector<LibraryLevel> LibrarySource::Levels()
         savegames_.clear();
     counted_.clear();
     waiting_.clear();
-    return LibraryLevels(folders, session_.archive,
-                         [this](LevelCode code) { return notes_.Of(code); });
+    auto levels = LibraryLevels(folders, session_.archive,
+                                [this](LevelCode code) { return notes_.Of(code); });
+    for (LibraryLevel& level : levels)
+        if (const auto known = savegames_.find(level.code); known != savegames_.end())
+            level.savegames = SumOf(known->second);
+    return levels;
+}
+
+void LibrarySource::CountAll()
+{
+    for (const LibraryLevel& level : model_.Shown().Levels())
+        if (counted_.insert(level.code).second)
+            waiting_.push_front(level.code);
+    countSoon_.start(0);
 }
 
 QString LibrarySource::SavegamesOf(LevelCode code)
@@ -54,27 +77,45 @@ QString LibrarySource::SavegamesOf(LevelCode code)
         countSoon_.start(0);
     }
     const auto known = savegames_.find(code);
-    return known == savegames_.end() ? QString{} : known->second;
+    if (known == savegames_.end() || SumOf(known->second) == 0)
+        return {};
+    return ToQt(std::to_string(known->second.live) + GetMsg(Msg::InfoArchivedSavegames) +
+                std::to_string(known->second.archived));
+}
+
+bool LibrarySource::Count(LevelCode code)
+{
+    const SavegameCount count = CountSavegames(session_.Folders(), session_.archive, code);
+    const auto [known, isNew] = savegames_.try_emplace(code, count);
+    if (!isNew && known->second == count)
+        return false;
+    known->second = count;
+    model_.SetSavegames(code, SumOf(count));
+    model_.Renew(code);
+    return true;
 }
 
 void LibrarySource::CountNext()
 {
-    if (waiting_.empty())
-        return;
     if (session_.runningOperations > 0)
         return countSoon_.start(countLaterMs);
-    const LevelCode code = waiting_.back(); // what was painted last is seen now
-    waiting_.pop_back();
-    const SavegameCount count = CountSavegames(session_.Folders(), session_.archive, code);
-    QString words;
-    if (count.live > 0 || count.archived > 0)
-        words = ToQt(std::to_string(count.live) + GetMsg(Msg::InfoArchivedSavegames) +
-                     std::to_string(count.archived));
-    if (QString& shown = savegames_[code]; shown != words) {
-        shown = words;
-        model_.Renew(code);
+    QElapsedTimer watch;
+    watch.start();
+    while (!waiting_.empty() && watch.elapsed() < countAtOnceMs) {
+        const LevelCode code = waiting_.back(); // what was painted last is seen now
+        waiting_.pop_back();
+        if (Count(code) && !tellSoon_.isActive())
+            tellSoon_.start(tellLaterMs);
     }
-    countSoon_.start(0);
+    if (!waiting_.empty())
+        countSoon_.start(0);
+}
+
+void LibrarySource::TellCounted()
+{
+    if (session_.runningOperations > 0)
+        return tellSoon_.start(countLaterMs);
+    counted();
 }
 
 void LibrarySource::WantSeen()

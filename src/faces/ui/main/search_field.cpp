@@ -1,7 +1,7 @@
 #include "ui/main/search_field.h"
 
 #include "ui/widgets/qt_text.h"
-#include "words/ui_main.h"
+#include "words/library_window.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>

@@ -44,6 +44,7 @@
 #include "ui/main/start_windows.h"
 #include "words/add_many.h"
 #include "words/levels.h"
+#include "words/library_window.h"
 #include "words/ui_main.h"
 
 #include <algorithm>

@@ -12,6 +12,7 @@
 #include "words/installers.h"
 #include "words/level_page.h"
 #include "words/level_setup.h"
+#include "words/library_window.h"
 #include "words/menus.h"
 #include "words/ui_desktop.h"
 #include "words/ui_dialogs.h"
