@@ -15,6 +15,8 @@ inline constexpr Message PageOverview{"Level"};
 inline constexpr Message PageSavegames{"Savegames"};
 inline constexpr Message PageSavegamesCount{"Savegames (~1 + ~2)"};
 inline constexpr Message PageFiles{"Files"};
+inline constexpr Message PageDocuments{"Documents"};
+inline constexpr Message PageLog{"Log"};
 inline constexpr Message PageFilesName{"Pages of the level"};
 
 inline constexpr Message SavesColumnName{"Savegame"};
@@ -46,6 +48,8 @@ inline constexpr Message StripName{"Pictures of the level"};
 inline constexpr Message FilesColumnName{"File"};
 inline constexpr Message FilesColumnSize{"Size"};
 inline constexpr Message FilesListName{"Files of the level"};
+inline constexpr Message DocumentsListName{"Documents of the level"};
+inline constexpr Message DocumentsNone{"No documents came with this level. Add some with Levels, Properties of current level."};
 inline constexpr Message FilesAway{"The level's files cannot be listed now: ~1"};
 inline constexpr Message FilesNotOpened{"The file could not be opened."};
 inline constexpr Message FilesOpenTip{"A double click opens documents and pictures"};

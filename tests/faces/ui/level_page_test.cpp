@@ -210,6 +210,33 @@ TEST(LevelPage, OpensDocumentsAndNothingThatRuns)
     }
     ASSERT_EQ(world.box.machine.opened.size(), 1U);
     EXPECT_TRUE(world.box.machine.opened.front().ends_with("readme.txt"));
+
+    world.Find<QTabWidget>("Tabs_Level")->setCurrentIndex(3);
+    auto* documents = world.Find<QTreeWidget>("List_Documents");
+    ASSERT_EQ(documents->topLevelItemCount(), 1);
+    Q_EMIT documents->itemActivated(documents->topLevelItem(0), 0);
+    EXPECT_EQ(world.box.machine.opened.size(), 2U);
+}
+
+TEST(LevelPage, TellsWhatHappenedAndReadsALogWhenItIsOpened)
+{
+    LevelPageWorld world;
+    world.Find<QTabWidget>("Tabs_Level")->setCurrentIndex(4);
+    auto* log = world.Find<QTreeWidget>("List_Log");
+    const auto before = log->topLevelItemCount();
+    const std::string line = "COPY " + (world.box / "levels/LEVEL_0001/files/a.tr4").native();
+    world.box.Write("home/LevelLog_000.txt",
+                    line + " -> somewhere [OK]\r\nDELETE -> other [OK]\r\n");
+    world.window.ShowChosen();
+    ASSERT_EQ(log->topLevelItemCount(), before + 1);
+    EXPECT_FALSE(world.Find("Label_NoLog")->isVisible());
+    QTreeWidgetItem* row = log->topLevelItem(0);
+    EXPECT_EQ(row->childCount(), 0) << "nothing is read before it is wanted";
+    row->setExpanded(true);
+    ASSERT_EQ(row->childCount(), 1);
+    EXPECT_EQ(FromQt(row->child(0)->text(1)), line + " -> somewhere [OK]");
+    world.list.Select(originalCode);
+    EXPECT_EQ(log->topLevelItemCount(), 0);
 }
 
 TEST(LevelPage, PlaySaysWhatIsGoingOnAndEndsTheGameAfterAQuestion)

@@ -15,7 +15,8 @@ inline constexpr std::string_view FileNameAppIcon = "kestrova.svg";
 inline constexpr std::string_view CoverExtension = ".jpg";
 inline constexpr std::string_view CoverUnfinished = ".new-";
 inline constexpr std::string_view DirCovers = "\\kestrova\\covers";
-inline constexpr std::string_view ReadableKinds = ".txt|.htm|.html|.doc|.rtf|.pdf|.jpg|.jpeg|.bmp|.png|.gif";
+inline constexpr std::string_view DocumentKinds = ".txt|.htm|.html|.doc|.rtf|.pdf";
+inline constexpr std::string_view PictureKinds = ".jpg|.jpeg|.bmp|.png|.gif";
 inline constexpr std::string_view FileNameSplash = "splash.jpg";
 inline constexpr std::string_view PracticeFolderName = "kestrova-practice";
 

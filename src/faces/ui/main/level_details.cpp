@@ -8,6 +8,7 @@
 #include "shots/shot_commands.h"
 #include "ui/dialogs/shot_panes.h"
 #include "ui/main/level_files_page.h"
+#include "ui/main/level_log_page.h"
 #include "ui/main/marks_box.h"
 #include "ui/main/savegames_page.h"
 #include "ui/widgets/fit_to_screen.h"
@@ -59,8 +60,10 @@ LevelDetails::LevelDetails(Session& session, QWidget* parent)
       sizes_(Named<ElidedLabel>(this, "Label_Size")), code_(Named<ElidedLabel>(this, "Label_Code")),
       place_(Named<ElidedLabel>(this, "Label_InfoDir")), moreInfo_(new QPushButton(this)),
       authorInfo_(new QPushButton(this)), saveGames_(new QPushButton(this)),
-      saves_(new SavegamesPage(session, this)), files_(new LevelFilesPage(session, this)),
-      marks_(new MarksBox(this))
+      saves_(new SavegamesPage(session, this)),
+      files_(new LevelFilesPage(session, FilesShown::All, this)),
+      documents_(new LevelFilesPage(session, FilesShown::Documents, this)),
+      log_(new LevelLogPage(session, this)), marks_(new MarksBox(this))
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(8, 4, 4, 4);
@@ -73,6 +76,8 @@ LevelDetails::LevelDetails(Session& session, QWidget* parent)
     tabs_->addTab(new ScrollPage(MakeOverview()), Words(Msg::PageOverview));
     tabs_->addTab(saves_, Words(Msg::PageSavegames));
     tabs_->addTab(files_, Words(Msg::PageFiles));
+    tabs_->addTab(documents_, Words(Msg::PageDocuments));
+    tabs_->addTab(log_, Words(Msg::PageLog));
     column->addWidget(tabs_, 1);
     column->addLayout(MakeButtons());
     shots_->dropped = [this](const std::vector<Path>& files) { AddPictures(files); };
@@ -220,11 +225,13 @@ void LevelDetails::ShowFacts(Session& session, const LevelFacts& facts)
         shots_->ShowGone(session, facts.record.levelCode);
     else
         shots_->ShowLevel(session, facts.record.levelCode);
-    notes_.Follow(session.Folders(), session.archive);
-    marks_->Show(facts.record.levelCode, notes_.Of(facts.record.levelCode));
+    const LevelNote noted = noteOf(facts.record.levelCode);
+    marks_->Show(facts.record.levelCode, noted);
     CountSavegames(facts.liveSavegames, facts.archivedSavegames);
     saves_->ShowLevel(facts.record.levelCode);
     files_->ShowLevel(facts.record.levelCode);
+    documents_->ShowLevel(facts.record.levelCode);
+    log_->ShowLevel(facts.record.levelCode, noted);
     // The files are there, so what goes on is the start.
     if (playing_.step == PlayNow::Step::Installs && facts.current)
         playing_.step = PlayNow::Step::Starts;
@@ -246,6 +253,8 @@ void LevelDetails::ShowNothing()
     CountSavegames(0, 0);
     saves_->ShowNothing();
     files_->ShowNothing();
+    documents_->ShowNothing();
+    log_->ShowNothing();
     ShowPlay(playing_);
 }
 

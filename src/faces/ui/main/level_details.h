@@ -1,7 +1,7 @@
 #pragma once
 
-#include "archive/library_notes.h"
 #include "library/level_list.h"
+#include "library/library_levels.h"
 #include "ui/main/play_head.h"
 #include "ui/widgets/elided_label.h"
 
@@ -15,12 +15,13 @@ namespace kestrova
 
 struct LevelMarks;
 class LevelFilesPage;
+class LevelLogPage;
 class MarksBox;
 class SavegamesPage;
 class ShotPanes;
 
 /// The chosen level: its name, the Play button, and its pages: note, pictures and facts; savegames;
-/// files.
+/// files; documents; log.
 class LevelDetails : public QWidget
 {
 public:
@@ -37,6 +38,8 @@ public:
     /// What somebody types on the level is stored now.
     void EndTyping();
 
+    /// What is noted of a level.
+    NoteOfLevel noteOf = [](LevelCode) { return LevelNote{}; };
     /// Something is about to be done, and it is over; or a line about what went well.
     std::function<void()> begins = [] {};
     std::function<void()> ends = [] {};
@@ -78,8 +81,9 @@ private:
     QPushButton* saveGames_;
     SavegamesPage* saves_;
     LevelFilesPage* files_;
+    LevelFilesPage* documents_;
+    LevelLogPage* log_;
     MarksBox* marks_;
-    LibraryNotes notes_;
 };
 
 } // namespace kestrova

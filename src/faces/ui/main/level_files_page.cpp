@@ -15,32 +15,42 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace kestrova
 {
 
 namespace
 {
 
-/// A kind that shows something and runs nothing.
-bool IsForReading(const std::string& name)
+bool IsOfKinds(const std::string& name, std::string_view wanted)
 {
-    const std::string kinds = '|' + std::string{OnDisk::ReadableKinds} + '|';
+    const std::string kinds = '|' + std::string{wanted} + '|';
     const std::string kind = FoldCase(ExtensionOf(name));
     return !kind.empty() && kinds.find('|' + kind + '|') != std::string::npos;
 }
 
+/// A kind that shows something and runs nothing.
+bool IsForReading(const std::string& name)
+{
+    return IsOfKinds(name, OnDisk::DocumentKinds) || IsOfKinds(name, OnDisk::PictureKinds);
+}
+
 } // namespace
 
-LevelFilesPage::LevelFilesPage(Session& session, QWidget* parent)
-    : QWidget(parent), session_(session), away_(new QLabel(this)), list_(new QTreeWidget(this))
+LevelFilesPage::LevelFilesPage(Session& session, FilesShown shown, QWidget* parent)
+    : QWidget(parent), session_(session), shown_(shown), away_(new QLabel(this)),
+      list_(new QTreeWidget(this))
 {
-    setObjectName(QStringLiteral("Page_Files"));
-    away_->setObjectName(QStringLiteral("Label_FilesAway"));
+    const bool all = shown == FilesShown::All;
+    setObjectName(all ? QStringLiteral("Page_Files") : QStringLiteral("Page_Documents"));
+    away_->setObjectName(all ? QStringLiteral("Label_FilesAway")
+                             : QStringLiteral("Label_DocumentsAway"));
     away_->setTextFormat(Qt::PlainText);
     away_->setWordWrap(true);
     away_->hide();
-    list_->setObjectName(QStringLiteral("List_Files"));
-    list_->setAccessibleName(Words(Msg::FilesListName));
+    list_->setObjectName(all ? QStringLiteral("List_Files") : QStringLiteral("List_Documents"));
+    list_->setAccessibleName(Words(all ? Msg::FilesListName : Msg::DocumentsListName));
     list_->setToolTip(Words(Msg::FilesOpenTip));
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);
@@ -78,6 +88,27 @@ void LevelFilesPage::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
 }
 
+void LevelFilesPage::ShowWords(const QString& words)
+{
+    away_->setText(words);
+    away_->setVisible(!words.isEmpty());
+}
+
+std::vector<Path> LevelFilesPage::Wanted(std::vector<Path> files) const
+{
+    if (shown_ == FilesShown::All)
+        return files;
+    std::erase_if(files, [](const Path& file) {
+        return !IsOfKinds(file.filename().native(), OnDisk::DocumentKinds);
+    });
+    const LevelRecord* const level = session_.archive.Find(*code_);
+    const std::string_view first = level == nullptr ? "" : Trim(level->moreInfoFile);
+    std::stable_partition(files.begin(), files.end(), [&](const Path& file) {
+        return EqualNames(file.filename().native(), first);
+    });
+    return files;
+}
+
 void LevelFilesPage::Read()
 {
     read_ = true;
@@ -86,13 +117,14 @@ void LevelFilesPage::Read()
     folder_ = folder ? *folder : Path{};
     const auto files =
         folder ? ListFiles(folder_, OnDisk::PatAll) : Result<std::vector<Path>>{folder.Error()};
-    away_->setVisible(!files);
-    if (!files) {
-        away_->setText(Words(Msg::FilesAway, {files.Error().subject + ' ' + files.Error().reason}));
-        return;
-    }
+    if (!files)
+        return ShowWords(
+            Words(Msg::FilesAway, {files.Error().subject + ' ' + files.Error().reason}));
+    const std::vector<Path> wanted = Wanted(*files);
+    ShowWords(wanted.empty() && shown_ == FilesShown::Documents ? Words(Msg::DocumentsNone)
+                                                                : QString());
     QList<QTreeWidgetItem*> rows;
-    for (const Path& file : *files) {
+    for (const Path& file : wanted) {
         auto* row = new QTreeWidgetItem;
         row->setText(fileNameColumn, ToQt(file.filename().native()));
         row->setText(fileSizeColumn, ToQt(FormatSize(static_cast<double>(FileSize(file)))));

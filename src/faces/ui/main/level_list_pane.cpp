@@ -196,6 +196,11 @@ std::vector<LibraryLevel> LevelListPane::ChosenLevels() const
     return levels;
 }
 
+LevelNote LevelListPane::NoteOf(LevelCode code) const
+{
+    return source_->NoteOf(code);
+}
+
 void LevelListPane::Choose(LevelCode code)
 {
     if (model_->Shown().RowOf(code) < 0)

@@ -48,6 +48,8 @@ public:
     /// All that are chosen, in the order of the list.
     [[nodiscard]] std::vector<LevelCode> ChosenAll() const;
     [[nodiscard]] std::vector<LibraryLevel> ChosenLevels() const;
+    /// What is noted of a level: who shows it too asks here, so that the file is read once.
+    [[nodiscard]] LevelNote NoteOf(LevelCode code) const;
     /// Of all levels.
     [[nodiscard]] std::vector<std::string> Tags() const { return model_->Shown().Tags(); }
 

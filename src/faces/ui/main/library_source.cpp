@@ -62,6 +62,12 @@ std::vector<LibraryLevel> LibrarySource::Levels()
     return levels;
 }
 
+LevelNote LibrarySource::NoteOf(LevelCode code)
+{
+    notes_.Follow(session_.Folders(), session_.archive);
+    return notes_.Of(code);
+}
+
 void LibrarySource::CountAll()
 {
     for (const LibraryLevel& level : model_.Shown().Levels())

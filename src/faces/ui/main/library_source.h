@@ -24,6 +24,8 @@ public:
 
     /// As things stand now; what is seen is looked at anew.
     std::vector<LibraryLevel> Levels();
+    /// What is noted of a level, as it stands now.
+    LevelNote NoteOf(LevelCode code);
     /// The savegames of all levels are counted, of those that are seen first: the order is theirs.
     void CountAll();
 

@@ -176,6 +176,7 @@ void MainWindow::ConnectShots()
         if (session_.runningOperations == 0)
             findChild<QMenu*>(QStringLiteral("mnu_Edit"))->popup(place);
     };
+    details_->noteOf = [this](LevelCode code) { return levels_->NoteOf(code); };
     details_->begins = [this] { note_->Begin(); };
     details_->ends = [this] {
         note_->End();
