@@ -14,6 +14,8 @@ inline constexpr Message PreviousLevelTip{"Previous level; with a search text th
 inline constexpr Message NextLevelTip{"Next level; with a search text the next match (F3)"};
 inline constexpr Message LevelsListName{"Levels of the archive"};
 inline constexpr Message NotFound{"Not found"};
+inline constexpr Message DropArchiveHere{"Drop it here to open this archive"};
+inline constexpr Message DroppedArchives{"An archive is opened alone, so nothing was done with ~1. Drop it by itself."};
 inline constexpr Message DropLevelHere{"Drop it here to add it to the archive"};
 inline constexpr Message CountLevels{"~1 levels"};
 inline constexpr Message CountOneLevel{"1 level"};

@@ -219,6 +219,9 @@ void AddQueue::Take(const std::vector<QueueSource>& sources)
         } else if (source.holdsNone) {
             item.state = QueueState::Refused;
             item.why = GetMsg(Msg::ManyHoldsNone);
+        } else if (source.isArchive) {
+            item.state = QueueState::Refused;
+            item.why = GetMsg(Msg::ManyIsArchive);
         }
         items_.push_back(std::move(item));
     }

@@ -3,6 +3,7 @@
 #include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/text.h"
+#include "formats/program_folder.h"
 #include "intake/file_names.h"
 #include "intake/package_sources.h"
 
@@ -72,7 +73,7 @@ public:
         for (const Path& level : levels)
             Add(level);
         if (levels.empty())
-            sources_.push_back({given, true, false});
+            sources_.push_back({given, true, false, false});
     }
     [[nodiscard]] std::vector<QueueSource> Taken() { return std::move(sources_); }
 
@@ -82,7 +83,7 @@ private:
         const auto facts = LookAt(place);
         const bool isTwin = facts && facts->kind != platform::FileKind::Missing &&
                             !seen_.insert({facts->device, facts->inode}).second;
-        sources_.push_back({place, false, isTwin});
+        sources_.push_back({place, false, IsArchiveFile(place), isTwin});
     }
 
     const Heartbeat& heartbeat_;
@@ -91,6 +92,11 @@ private:
 };
 
 } // namespace
+
+bool IsArchiveFile(const Path& file)
+{
+    return EndsWithName(file.native(), OnDisk::ExtensionArchive) && FileExists(file);
+}
 
 bool IsLevelFolder(const Path& folder)
 {

@@ -9,9 +9,12 @@ namespace kestrova
 struct QueueSource {
     Path place;
     bool holdsNone = false; ///< a folder in which nothing looks like a level
+    bool isArchive = false; ///< a list of levels, which is loaded and not added
     bool isTwin = false;    ///< the same file or folder was given before it
 };
 
+/// True for the file of an archive's list.
+bool IsArchiveFile(const Path& file);
 /// True for a folder that is one level: level files lie at its top, or in a `data` folder there.
 bool IsLevelFolder(const Path& folder);
 

@@ -376,6 +376,34 @@ TEST(MainWindow, WhatIsDroppedIsOfferedAsALevel)
     QCoreApplication::sendEvent(&world.window, &other);
     EXPECT_FALSE(other.isAccepted());
 
+    // An archive alone is opened; among other files it is told apart.
+    const Path archive = world.box / "other/Other.kva";
+    world.box.Write(
+        "other/Other.kva",
+        world.box.Read(world.session.ArchivePath().lexically_relative(world.box.root).native()));
+    const auto dropFiles = [&](const std::vector<Path>& files) {
+        QMimeData dropped;
+        QList<QUrl> addresses;
+        for (const Path& file : files)
+            addresses.append(QUrl::fromLocalFile(PathToQt(file)));
+        dropped.setUrls(addresses);
+        QDragEnterEvent above(QPoint(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&world.window, &above);
+        const std::string words = world.TextOfLabel("Label_Drop");
+        QDropEvent falls(QPointF(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&world.window, &falls);
+        return words;
+    };
+    world.box.Write("another.kva", "an archive too");
+    EXPECT_EQ(dropFiles({archive, world.box / "another.kva"}),
+              "Drop it here to add it to the archive");
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return world.box.host.WasTold("Other.kva, another.kva"); }, 60'000));
+    EXPECT_NE(world.session.ArchivePath(), archive);
+    EXPECT_EQ(dropFiles({archive}), "Drop it here to open this archive");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return world.session.ArchivePath() == archive; }, 60'000))
+        << world.box.host.AllTold();
+
     QMimeData text;
     text.setText(QStringLiteral("no file"));
     QDragEnterEvent refused(QPoint(5, 5), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);

@@ -135,12 +135,11 @@ TEST(LibraryNotes, WhatWasSaidIsUndoneOfTheVeryLevelsThatItWasSaidOf)
     const int count = std::exchange(world.session.settings.undoCount, 0);
     ASSERT_TRUE(world.Mark({second}, 4, "another's"));
     world.session.settings.undoCount = count;
-    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    ASSERT_TRUE(UndoChange(world.session, *several)) << world.host.AllTold();
     EXPECT_EQ(world.Note(first).stars, 0);
     EXPECT_TRUE(world.Note(first).ownNote.empty());
     EXPECT_EQ(world.Note(second).ownNote, "another's") << "it was never said of this one";
     EXPECT_EQ(world.Note(second).stars, 4);
-    EXPECT_FALSE(world.Undo());
 }
 
 TEST(LibraryNotes, AreUndoneAsTheyWereTypedAndTakeNoOtherChangesPlace)

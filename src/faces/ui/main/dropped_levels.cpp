@@ -2,7 +2,10 @@
 
 #include "core/files.h"
 #include "core/text.h"
+#include "intake/queue_sources.h"
 #include "ui/desktop/file_names.h"
+#include "ui/widgets/qt_text.h"
+#include "words/library_window.h"
 
 #include <algorithm>
 
@@ -18,6 +21,31 @@ std::vector<Path> LevelsAmong(std::vector<Path> paths)
         });
     });
     return paths;
+}
+
+std::vector<Path> TakeArchives(std::vector<Path>& paths)
+{
+    const auto first = std::stable_partition(paths.begin(), paths.end(),
+                                             [](const Path& path) { return !IsArchiveFile(path); });
+    std::vector<Path> archives(first, paths.end());
+    paths.erase(first, paths.end());
+    return archives;
+}
+
+std::string NamesOf(const std::vector<Path>& paths)
+{
+    std::vector<std::string> names;
+    for (const Path& path : paths)
+        names.push_back(TextOf(path.filename()));
+    return Join(names, ", ");
+}
+
+QString WelcomeOf(const std::vector<Path>& paths)
+{
+    if (paths.empty())
+        return {};
+    return Words(paths.size() == 1 && IsArchiveFile(paths.front()) ? Msg::DropArchiveHere
+                                                                   : Msg::DropLevelHere);
 }
 
 } // namespace kestrova

@@ -2,12 +2,21 @@
 
 #include "core/names.h"
 
+#include <QString>
+
 #include <vector>
 
 namespace kestrova
 {
 
-/// What of dropped files may be levels. Pictures and savegames are for the chosen level.
+/// What of dropped files may be levels, or archives. Pictures and savegames are for the chosen
+/// level.
 std::vector<Path> LevelsAmong(std::vector<Path> paths);
+/// What of them are files of archives is taken out, and answered.
+std::vector<Path> TakeArchives(std::vector<Path>& paths);
+/// `one.kva, two.kva`.
+std::string NamesOf(const std::vector<Path>& paths);
+/// What the window says while they are held above it; empty where it takes none of them.
+QString WelcomeOf(const std::vector<Path>& paths);
 
 } // namespace kestrova

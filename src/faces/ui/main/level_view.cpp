@@ -42,7 +42,6 @@ void LevelView::MakeLabels()
     empty_->setObjectName(QStringLiteral("Label_Empty"));
     empty_->setForegroundRole(QPalette::PlaceholderText);
     dropArea_->setObjectName(QStringLiteral("Label_Drop"));
-    dropArea_->setText(Words(Msg::DropLevelHere));
     dropArea_->setAutoFillBackground(true);
     dropArea_->setBackgroundRole(QPalette::Highlight);
     dropArea_->setForegroundRole(QPalette::HighlightedText);
@@ -64,11 +63,12 @@ void LevelView::ShowWords(const QString& words)
     empty_->setVisible(!words.isEmpty());
 }
 
-void LevelView::ShowDropArea(bool shown)
+void LevelView::ShowDropArea(const QString& words)
 {
+    dropArea_->setText(words);
     dropArea_->setGeometry(rect());
     dropArea_->raise();
-    dropArea_->setVisible(shown);
+    dropArea_->setVisible(!words.isEmpty());
 }
 
 void LevelView::SetLook(LibraryLook look)

@@ -32,8 +32,8 @@ public:
     void ExecuteDelayedLayout() { executeDelayedItemsLayout(); }
     /// In place of levels; empty takes them away.
     void ShowWords(const QString& words);
-    /// Says that a level may be dropped here, and lights up.
-    void ShowDropArea(bool shown);
+    /// Says that something may be dropped here, and lights up; no words take it away.
+    void ShowDropArea(const QString& words);
     /// These are selected beside the one that is.
     void SelectToo(const std::vector<LevelCode>& codes);
     /// The rows of which a part is on the screen.

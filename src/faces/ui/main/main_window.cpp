@@ -340,24 +340,25 @@ bool MainWindow::EndNow()
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (session_.runningOperations > 0 || LevelsAmong(DraggedPaths(*event->mimeData())).empty())
+    const QString welcome = WelcomeOf(LevelsAmong(DraggedPaths(*event->mimeData())));
+    if (session_.runningOperations > 0 || welcome.isEmpty())
         return;
     event->acceptProposedAction();
-    levels_->ShowDropArea(true);
+    levels_->ShowDropArea(welcome);
 }
 
 void MainWindow::dragLeaveEvent(QDragLeaveEvent*)
 {
-    levels_->ShowDropArea(false);
+    levels_->ShowDropArea({});
 }
 
 void MainWindow::dropEvent(QDropEvent* event)
 {
-    levels_->ShowDropArea(false);
+    levels_->ShowDropArea({});
     event->acceptProposedAction();
     // Whoever dragged it must not wait for the dialog.
     QTimer::singleShot(0, this, [this, paths = LevelsAmong(DraggedPaths(*event->mimeData()))] {
-        commands_.AddLevelFrom(paths);
+        commands_.TakeDropped(paths);
     });
 }
 

@@ -35,6 +35,7 @@
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
 #include "ui/dialogs/shot_panes.h"
+#include "ui/main/dropped_levels.h"
 #include "ui/main/level_details.h"
 #include "ui/main/level_list_pane.h"
 #include "ui/main/main_window.h"
@@ -100,11 +101,16 @@ void WindowCommands::Invoke(const CommandRow& row)
         window_.close(); // which says why when it cannot
         return;
     }
+    Do([&] { RunOrShow(row); });
+}
+
+void WindowCommands::Do(const std::function<void()>& work)
+{
     if (session_.runningOperations > 0)
         return;
     window_.Notes().Begin();
     window_.Levels().KeepPlace(true);
-    RunOrShow(row);
+    work();
     window_.Levels().KeepPlace(false);
     window_.Notes().End();
     window_.ShowMenu();
@@ -139,29 +145,15 @@ void WindowCommands::InvokeOnAll(const CommandRow& row)
     const std::vector<LevelCode> levels = window_.Levels().ChosenAll();
     if (row.several.question == Message{} || levels.size() < 2)
         return Invoke(row);
-    if (session_.runningOperations > 0)
-        return;
-    window_.Notes().Begin();
-    window_.Levels().KeepPlace(true);
-    RunOnSeveral(row, session_, *this, levels);
-    window_.Levels().KeepPlace(false);
-    window_.Notes().End();
-    window_.ShowMenu();
+    Do([&] { RunOnSeveral(row, session_, *this, levels); });
 }
 
 void WindowCommands::Mark(const LevelMarks& marks)
 {
-    if (session_.runningOperations > 0)
-        return;
-    window_.Notes().Begin();
-    window_.Levels().KeepPlace(true);
-    {
+    Do([&] {
         const Operation operation{session_};
         MarkLevels(session_, window_.Levels().ChosenAll(), marks);
-    }
-    window_.Levels().KeepPlace(false);
-    window_.Notes().End();
-    window_.ShowMenu();
+    });
 }
 
 void WindowCommands::MarkWithNewTag()
@@ -214,6 +206,20 @@ void WindowCommands::AddLevelFrom(const std::vector<Path>& sources)
         return AddManyFrom(levels);
     if (each == YesNoCancel::No && MayAdd())
         AddAlone(sources, &window_);
+}
+
+void WindowCommands::TakeDropped(std::vector<Path> paths)
+{
+    if (session_.runningOperations > 0)
+        return;
+    if (paths.size() == 1 && IsArchiveFile(paths.front()))
+        return OpenArchive(paths.front());
+    if (const auto archives = TakeArchives(paths); !archives.empty()) {
+        const Operation operation{session_};
+        session_.host.Tell(Tone::Warning, GetMsg(Msg::DroppedArchives, {NamesOf(archives)}));
+    }
+    if (!paths.empty())
+        AddLevelFrom(paths);
 }
 
 YesNoCancel WindowCommands::AsksForEach(const std::vector<Path>& sources, std::size_t count)

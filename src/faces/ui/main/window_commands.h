@@ -41,6 +41,8 @@ public:
     /// The dialog of a new level; files, packages and folders given here come in at once. Of what
     /// may be several levels the person says whether it is.
     void AddLevelFrom(const std::vector<Path>& sources);
+    /// What was dropped on the window: an archive alone is opened, anything else becomes levels.
+    void TakeDropped(std::vector<Path> paths);
     /// What a command line names: an archive is opened, the Level Editor set up from a folder that
     /// is called `trle`, anything else becomes a level.
     void OpenFiles(const std::vector<std::string>& items);
@@ -52,6 +54,8 @@ public:
     void GameStarted() override;
 
 private:
+    /// What it leaves is told in the line below, and the place in the list is kept.
+    void Do(const std::function<void()>& work);
     void RunOrShow(const CommandRow& row);
     /// Several levels, one after the other; without sources the person gives some.
     void AddManyFrom(const std::vector<QueueSource>& sources);
