@@ -20,7 +20,7 @@ cp "${images[1]}" "$box/second.iso"
 printf 'damaged' | dd of="${images[1]}" bs=1 seek=2000000 conv=notrunc status=none
 expect 1 discs bring-back
 errs "does not hold the level \"noon\" as it was put there"
-errs "2 levels are on the hard disk now, 1 are still on discs"
+errs "Levels on the hard disk now: 2; still on discs: 1"
 expect 0 levels --json
 json "[l['cd'] for l in j] == [0, 0, 2, 0]"
 [[ ! -e $box/levels/LEVEL_0002/files/big.bin ]] || die "what the disc did not hold is there"
@@ -40,7 +40,7 @@ json "[l['cd'] for l in j] == [0, 0, 2, 0]"
 mv "$box/discs.json" "$box/levels/discs.json"
 
 expect 0 discs bring-back
-said "1 levels came back from their discs"
+said "Levels that came back from their discs: 1"
 
 # It moves on, and is played.
 expect 0 --yes move "$box/home again"

@@ -124,7 +124,7 @@ answers 'If you have lost' Ok
 appears 'Choose HD main folder'
 enter "$box/moved"
 answers 'Is archive to restore also on CD' No
-answers 'The archive is recovered: 5 levels, of which 0' Ok
+answers 'The archive is recovered. Levels: 5; with a number in place of a name: 0' Ok
 appears 'LevelArchive.*6 levels'
 plays 'Attic'
 soon played

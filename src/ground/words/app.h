@@ -82,7 +82,7 @@ inline constexpr Message DoctorLeftIntake{"additions cut short"};
 inline constexpr Message DoctorLeftIntakeRemedy{"A program ended while it added a level there, so none of these folders holds a whole level. The next start, or kestrovactl mend, clears them away."};
 inline constexpr Message DoctorUnlistedRemedy{"The archive's list does not know them; nothing in them is changed. If levels are missing, load a newer copy of the list; a new level of the same number sets such a folder aside."};
 inline constexpr Message DoctorUndo{"undo"};
-inline constexpr Message DoctorUndoKeeps{"~1 changes can be undone; ~2 are kept for them"};
+inline constexpr Message DoctorUndoKeeps{"changes that can be undone: ~1; kept for them: ~2"};
 inline constexpr Message DoctorUndoUnread{"entries that cannot be read: ~1"};
 inline constexpr Message DoctorUndoUnreadRemedy{"They are damaged, or of another version of the program, and lead nowhere back. You can delete these files."};
 inline constexpr Message DoctorUndoAside{"~1, with removed levels: ~2"};
@@ -120,7 +120,7 @@ inline constexpr Message DoctorLibrary{"notes on the levels"};
 inline constexpr Message DoctorLibraryUnread{"~1 could not be read just now, so nothing of it is shown"};
 inline constexpr Message DoctorLibraryDamaged{"~1 is damaged, and nothing of it is shown"};
 inline constexpr Message DoctorLibraryDamagedRemedy{"Put a copy of the file in its place if you have one. Otherwise nothing has to be done: as soon as something is noted of a level, a new file is begun and the damaged one is kept beside it."};
-inline constexpr Message DoctorLibraryEntries{"~1 entries of ~2 cannot be understood and are not shown"};
+inline constexpr Message DoctorLibraryEntries{"entries of ~2 that cannot be understood and are not shown: ~1"};
 inline constexpr Message DoctorLibraryEntriesRemedy{"Nothing has to be done: they stay in the file as they are. Who knows the file can mend them with a text editor."};
 
 } // namespace kestrova::Msg

@@ -13,21 +13,21 @@ inline constexpr Message SeveralStopped{"It was stopped; the levels behind that 
 inline constexpr Message SeveralRemove{"Delete chosen levels"};
 inline constexpr Message AskSeveralRemove{"Delete these ~1 levels, with their files?~2~3"};
 inline constexpr Message SeveralRemoving{"Deleting ~1"};
-inline constexpr Message SeveralRemoved{"~1 of ~2 levels were deleted."};
+inline constexpr Message SeveralRemoved{"Levels that were deleted: ~1 of ~2."};
 inline constexpr Message SeveralExport{"Export chosen levels as zip files"};
 inline constexpr Message AskSeveralExport{"Export these ~1 levels, a zip file for each, with their screenshots?~2~3"};
 inline constexpr Message ChooseSeveralExport{"Select a folder for the zip files"};
 inline constexpr Message SeveralExporting{"Exporting ~1"};
-inline constexpr Message SeveralExported{"~1 of ~2 levels were exported."};
+inline constexpr Message SeveralExported{"Levels that were exported: ~1 of ~2."};
 inline constexpr Message SeveralMyLanguage{"Set my language in chosen levels"};
 inline constexpr Message AskSeveralMyLanguage{"Set your language in these ~1 levels?~2~3"};
 inline constexpr Message SeveralRestoreLanguage{"Restore original language in chosen levels"};
 inline constexpr Message AskSeveralRestoreLanguage{"Restore the original language of these ~1 levels?~2~3"};
 inline constexpr Message SeveralLanguage{"Language of ~1"};
-inline constexpr Message SeveralLanguages{"The language of ~1 of ~2 levels was changed."};
+inline constexpr Message SeveralLanguages{"Levels whose language was changed: ~1 of ~2."};
 inline constexpr Message SeveralRecompress{"Compress as the archive's settings say"};
 inline constexpr Message AskSeveralRecompress{"Bring the files of these ~1 levels into the form that the archive's settings say?~2~3"};
 inline constexpr Message SeveralRecompressing{"Compressing ~1"};
-inline constexpr Message SeveralRecompressed{"~1 of ~2 levels have the form that the archive's settings say."};
+inline constexpr Message SeveralRecompressed{"Levels that have the form that the archive's settings say: ~1 of ~2."};
 
 } // namespace kestrova::Msg

@@ -19,7 +19,7 @@ inline constexpr Message EqualNone{"Check for equal levels terminated.~1There is
 inline constexpr Message CreatingTr4Infos{"Creating tr4.inf files in progress"};
 inline constexpr Message Tr4InfosCdMissing{"Missing cd. Creating tr4.inf files aborted"};
 inline constexpr Message Tr4InfosErrorDecompressing{"Error decompressing files of level ["};
-inline constexpr Message Tr4InfosVanished{"The folders of ~1 levels are gone, so nothing could be indexed for them. All the others are indexed. Bring the folders back, or remove the levels from the archive."};
+inline constexpr Message Tr4InfosVanished{"Levels whose folders are gone: ~1. Nothing could be indexed for them. All the others are indexed. Bring the folders back, or remove the levels from the archive."};
 inline constexpr Message Tr4InfosMoreVanished{" and ~1 more"};
 inline constexpr Message Tr4InfosErrorWriting{"The tr4.inf of level [~1] could not be written, so this level is not compared with others yet. No level was changed. Make room on the disk, or give yourself the right to write there, and try again."};
 inline constexpr Message ErrorLastArchive{"Error loading last archive: "};

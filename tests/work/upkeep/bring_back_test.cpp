@@ -137,7 +137,7 @@ TEST(BroughtBack, LeavesOnItsDiscWhatTheDiscDoesNotHoldAsItWas)
     EXPECT_FALSE(MoveArchiveToHd(world.session));
     EXPECT_TRUE(world.host.WasTold("The disc # 1 does not hold the level \"First\""))
         << world.host.AllTold();
-    EXPECT_TRUE(world.host.WasTold("2 levels are on the hard disk now, 1 are still on discs"));
+    EXPECT_TRUE(world.host.WasTold("Levels on the hard disk now: 2; still on discs: 1"));
     world.ExpectWhole(false);
     EXPECT_EQ(world.session.archive.header.cdCount, 1);
     EXPECT_FALSE(world.Has("levels/LEVEL_0001/files/a.tr4"));

@@ -76,7 +76,7 @@ TEST(RecoveredArchive, TakesNamesFromWhereverTheyAreKnown)
     EXPECT_EQ(world.session.archive.levels[3].extrasSize, 5);
     EXPECT_EQ(world.session.archive.levels[0].levelCode, originalCode);
     EXPECT_TRUE(world.host.WasTold("no .tr4 file")) << "the third one is told of, and listed";
-    EXPECT_TRUE(world.host.WasTold("4 levels, of which 1 have a number"));
+    EXPECT_TRUE(world.host.WasTold("Levels: 4; with a number in place of a name: 1"));
 
     // An old list is better, also one that was cut in the middle, and is never written to.
     for (const std::size_t size : {list.size(), list.size() - 800}) {
