@@ -18,7 +18,7 @@ namespace
 /// Widths in letters; that of the name is the smallest that it has.
 constexpr int columnLetters[] = {32, 18, 13, 13, 11, 11, 13};
 static_assert(std::size(columnLetters) == LevelModel::ColumnCount);
-constexpr int fewestLetters = 5;
+constexpr int narrowestLetters = 5;
 constexpr int widestColumn = 2000;
 
 } // namespace
@@ -57,7 +57,7 @@ int LevelColumns::WidthOf(int column) const
 {
     const int wish = wishes_[column].width;
     return wish == 0 ? UsualWidth(column)
-                     : std::max(wish, fewestLetters * fontMetrics().averageCharWidth());
+                     : std::max(wish, narrowestLetters * fontMetrics().averageCharWidth());
 }
 
 void LevelColumns::Arrange(int width)
@@ -96,7 +96,7 @@ void LevelColumns::TakeWidth(int column, int before, int now)
         return;
     const auto smallest = [this](int one) {
         return one == LevelModel::NameColumn ? UsualWidth(one)
-                                             : fewestLetters * fontMetrics().averageCharWidth();
+                                             : narrowestLetters * fontMetrics().averageCharWidth();
     };
     if (const int next = NextShown(column); next >= 0) {
         const int most = sectionSize(next) - smallest(next);
@@ -149,8 +149,8 @@ void LevelColumns::OpenMenu(QPoint place)
     auto* menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("mnu_Columns"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    for (int place = 0; place < LevelModel::ColumnCount; ++place) {
-        const int column = logicalIndex(place);
+    for (int from = 0; from < LevelModel::ColumnCount; ++from) {
+        const int column = logicalIndex(from);
         if (column == LevelModel::NameColumn)
             continue;
         QAction* action = menu->addAction(model()->headerData(column, Qt::Horizontal).toString());
