@@ -7,6 +7,7 @@
 
 #include <QMenu>
 #include <algorithm>
+#include <set>
 #include <vector>
 
 namespace kestrova
@@ -71,13 +72,11 @@ Order OrderOf(std::string_view menu)
     return order;
 }
 
-/// A caption with names in it, which may be long: none of their characters marks a key, the first
-/// letter does.
+/// A caption with names in it, which may be long.
 QString WithNames(const std::string& caption, const QWidget& window)
 {
     constexpr int widest = 420;
-    const QString shown = window.fontMetrics().elidedText(ToQt(caption), Qt::ElideRight, widest);
-    return QLatin1Char('&') + QString{shown}.replace(QLatin1Char('&'), QStringLiteral("&&"));
+    return window.fontMetrics().elidedText(ToQt(caption), Qt::ElideRight, widest);
 }
 
 QAction* AddCommand(QMenu& menu, const CommandRow& row, std::string_view name, const Invoke& invoke)
@@ -137,6 +136,7 @@ void FillLevelMenu(QMenu& menu, const Invoke& invoke)
 
 void ShowMenuNow(const QWidget& window, const Session& session)
 {
+    std::set<const QMenu*> menus;
     for (const CommandRow& row : CommandTable()) {
         if (row.window.shown == nullptr)
             continue;
@@ -144,9 +144,13 @@ void ShowMenuNow(const QWidget& window, const Session& session)
         if (action == nullptr)
             continue;
         const ShownNow now = row.window.shown(session);
-        action->setText(WithNames(now.caption, window));
+        SetMenuText(*action, WithNames(now.caption, window));
         action->setEnabled(now.enabled);
+        if (const auto* menu = qobject_cast<QMenu*>(action->parent()))
+            menus.insert(menu);
     }
+    for (const QMenu* menu : menus)
+        GiveLetters(*menu);
 }
 
 QStringList MenuCommands()

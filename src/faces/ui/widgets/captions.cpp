@@ -97,6 +97,10 @@ constexpr SpokenName spokenNames[] = {
     {"Dialog_Wizard", "Pul_RimuoviWav", "Frame_ExtWave"},
 };
 
+/// What a menu's item says without its letter; whether that changes.
+constexpr const char* plainText = "plain";
+constexpr const char* changesText = "changes";
+
 /// An ampersand of the caption's own is doubled, since a single one marks the letter.
 QString Escaped(QString text)
 {
@@ -231,15 +235,28 @@ void GiveAllLetters(QWidget& window)
 
 } // namespace
 
+void SetMenuText(QAction& action, const QString& text)
+{
+    action.setProperty(plainText, text);
+    action.setProperty(changesText, true);
+}
+
 void GiveLetters(const QMenu& menu)
 {
     QSet<QChar> taken;
-    for (QAction* action : menu.actions()) {
-        if (!action->text().isEmpty())
-            action->setText(WithLetter(action->text(), taken));
+    const auto give = [&](QAction& action) {
+        if (!action.property(plainText).isValid())
+            action.setProperty(plainText, action.text());
+        if (const QString plain = action.property(plainText).toString(); !plain.isEmpty())
+            action.setText(WithLetter(plain, taken));
+    };
+    for (const bool changing : {false, true})
+        for (QAction* action : menu.actions())
+            if (action->property(changesText).toBool() == changing)
+                give(*action);
+    for (QAction* action : menu.actions())
         if (action->menu() != nullptr)
             GiveLetters(*action->menu());
-    }
 }
 
 void SetCaptions(QWidget& window)

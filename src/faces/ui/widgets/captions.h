@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+class QAction;
 class QMenu;
 
 namespace kestrova
@@ -13,8 +14,11 @@ namespace kestrova
 /// as it is read. To be called when all controls are there.
 void SetCaptions(QWidget& window);
 
-/// Gives each item of a menu, which has its words already, a letter of its own.
+/// Gives each item of a menu, which has its words already, a letter of its own. Those whose words
+/// change choose last, so that the others keep theirs.
 void GiveLetters(const QMenu& menu);
+/// Other words for an item of a menu, which gets its letter with the next `GiveLetters`.
+void SetMenuText(QAction& action, const QString& text);
 
 /// The captions that no control of the window bears, and controls without a caption that should
 /// have one; empty when table and window agree.
