@@ -2,9 +2,12 @@
 
 #include "core/files.h"
 #include "core/text.h"
+#include "intake/package_sources.h"
 #include "intake/queue_sources.h"
+#include "session/operation.h"
 #include "ui/desktop/file_names.h"
 #include "ui/widgets/qt_text.h"
+#include "words/add_many.h"
 #include "words/library_window.h"
 
 #include <algorithm>
@@ -38,6 +41,17 @@ std::string NamesOf(const std::vector<Path>& paths)
     for (const Path& path : paths)
         names.push_back(TextOf(path.filename()));
     return Join(names, ", ");
+}
+
+YesNoCancel AskForEach(Session& session, const std::vector<Path>& sources, std::size_t count)
+{
+    const Operation operation{session};
+    // Loose files are parts of one level more often than not.
+    const bool allWhole = std::all_of(sources.begin(), sources.end(), [](const Path& source) {
+        return FolderExists(source) || IsPackage(source);
+    });
+    return session.host.AskEither(GetMsg(Msg::ManyAsk, {std::to_string(count)}), Msg::ManyAskEach,
+                                  Msg::ManyAskOne, allWhole ? YesNoCancel::Yes : YesNoCancel::No);
 }
 
 QString WelcomeOf(const std::vector<Path>& paths)

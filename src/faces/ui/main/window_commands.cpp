@@ -9,7 +9,6 @@
 #include "archive/level_folders.h"
 #include "editor/find_trle.h"
 #include "intake/edit_level.h"
-#include "intake/package_sources.h"
 #include "intake/queue_texts.h"
 #include "online/config_database.h"
 #include "platform/real_path.h"
@@ -114,6 +113,7 @@ void WindowCommands::Do(const std::function<void()>& work)
     window_.Levels().KeepPlace(false);
     window_.Notes().End();
     window_.ShowMenu();
+    preferences_.Keep();
 }
 
 void WindowCommands::Press(const CommandRow& row)
@@ -201,7 +201,7 @@ void WindowCommands::AddLevelFrom(const std::vector<Path>& sources)
         return;
     const std::vector<QueueSource> levels = SourcesOfLevels(sources);
     const YesNoCancel each =
-        levels.size() < 2 ? YesNoCancel::No : AsksForEach(sources, levels.size());
+        levels.size() < 2 ? YesNoCancel::No : AskForEach(session_, sources, levels.size());
     if (each == YesNoCancel::Yes)
         return AddManyFrom(levels);
     if (each == YesNoCancel::No && MayAdd())
@@ -212,25 +212,17 @@ void WindowCommands::TakeDropped(std::vector<Path> paths)
 {
     if (session_.runningOperations > 0)
         return;
-    if (paths.size() == 1 && IsArchiveFile(paths.front()))
-        return OpenArchive(paths.front());
-    if (const auto archives = TakeArchives(paths); !archives.empty()) {
+    const std::vector<Path> archives = TakeArchives(paths);
+    const bool alone = archives.size() == 1 && paths.empty();
+    if (alone) {
+        OpenArchive(archives.front());
+    } else if (!archives.empty()) {
         const Operation operation{session_};
         session_.host.Tell(Tone::Warning, GetMsg(Msg::DroppedArchives, {NamesOf(archives)}));
     }
     if (!paths.empty())
         AddLevelFrom(paths);
-}
-
-YesNoCancel WindowCommands::AsksForEach(const std::vector<Path>& sources, std::size_t count)
-{
-    const Operation operation{session_};
-    // Loose files are parts of one level more often than not.
-    const bool allWhole = std::all_of(sources.begin(), sources.end(), [](const Path& source) {
-        return FolderExists(source) || IsPackage(source);
-    });
-    return session_.host.AskEither(GetMsg(Msg::ManyAsk, {std::to_string(count)}), Msg::ManyAskEach,
-                                   Msg::ManyAskOne, allWhole ? YesNoCancel::Yes : YesNoCancel::No);
+    preferences_.Keep();
 }
 
 bool WindowCommands::MayAdd()
@@ -284,6 +276,7 @@ void WindowCommands::OpenFiles(const std::vector<std::string>& items)
     }
     if (!named.others.empty())
         AddLevelFrom(named.others);
+    preferences_.Keep();
 }
 
 void WindowCommands::OpenArchive(const Path& file)
@@ -346,21 +339,23 @@ void WindowCommands::StartAnew(const std::vector<std::string>& items)
     window_.RefreshList();
 }
 
-void WindowCommands::ShowAuthor()
+std::optional<std::size_t> WindowCommands::ChosenPlace() const
 {
     const auto chosen = window_.Chosen();
     const std::ptrdiff_t index = chosen ? FindLevel(session_.archive, *chosen) : -1;
-    if (index >= 0)
-        AuthorDialog(session_, static_cast<std::size_t>(index), &window_).exec();
+    return index >= 0 ? std::optional{static_cast<std::size_t>(index)} : std::nullopt;
+}
+
+void WindowCommands::ShowAuthor()
+{
+    if (const auto place = ChosenPlace())
+        AuthorDialog(session_, *place, &window_).exec();
 }
 
 void WindowCommands::ImportShotsOfStore()
 {
-    const auto chosen = window_.Chosen();
-    const std::ptrdiff_t index = chosen ? FindLevel(session_.archive, *chosen) : -1;
-    if (index >= 0 &&
-        ImportShotDialog(session_, static_cast<std::size_t>(index), &window_).exec() ==
-            QDialog::Accepted)
+    const auto place = ChosenPlace();
+    if (place && ImportShotDialog(session_, *place, &window_).exec() == QDialog::Accepted)
         window_.ShowChosen();
 }
 

@@ -3,6 +3,7 @@
 #include "app/command.h"
 #include "intake/queue_sources.h"
 #include "library/mark_levels.h"
+#include "ui/main/kept_preferences.h"
 
 class QWidget;
 
@@ -24,7 +25,10 @@ inline constexpr std::string_view removeCommand = "mnu_RemoveLevel";
 class WindowCommands : public Face
 {
 public:
-    WindowCommands(Session& session, MainWindow& window) : session_(session), window_(window) {}
+    WindowCommands(Session& session, MainWindow& window)
+        : session_(session), window_(window), preferences_(session)
+    {
+    }
 
     void Invoke(const CommandRow& row);
     /// The same by its button: without the sibling tool the level's own page of savegames opens.
@@ -59,7 +63,6 @@ private:
     void RunOrShow(const CommandRow& row);
     /// Several levels, one after the other; without sources the person gives some.
     void AddManyFrom(const std::vector<QueueSource>& sources);
-    YesNoCancel AsksForEach(const std::vector<Path>& sources, std::size_t count);
     /// False, with words, without an archive.
     bool MayAdd();
     /// In the window of a single level.
@@ -71,6 +74,8 @@ private:
     void OpenArchive(const Path& file);
     /// The program starts anew, as after its own command line.
     void StartAnew(const std::vector<std::string>& items);
+    /// Where the chosen level stands in the list of the archive.
+    [[nodiscard]] std::optional<std::size_t> ChosenPlace() const;
     void EditChosen();
     void EditArchivePreferences();
     void ShowAuthor();
@@ -88,6 +93,7 @@ private:
 
     Session& session_;
     MainWindow& window_;
+    KeptPreferences preferences_;
     bool shotsTaken_ = false; ///< the command under way works on the shown pictures
 };
 
