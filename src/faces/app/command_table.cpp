@@ -2,6 +2,7 @@
 
 #include "app/archive_commands.h"
 #include "app/audio_commands.h"
+#include "app/check_commands.h"
 #include "app/config_commands.h"
 #include "app/discs_commands.h"
 #include "app/editor_commands.h"
@@ -58,6 +59,7 @@ std::vector<CommandGroup> Groups()
         {WadsCommands(), HelpTag::ImportWads},
         {UpkeepCommands(), HelpTag::Maintenance},
         {SwapCommands(), HelpTag::Playing},
+        {CheckCommands(), HelpTag::Problems},
         {SavesCommands(), HelpTag::Savegames},
         {HistoryCommands(), HelpTag::History},
         {UndoCommands(), HelpTag::Undo},

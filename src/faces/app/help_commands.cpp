@@ -38,11 +38,16 @@ bool Doctor(Run& run)
 std::span<const CommandRow> HelpCommands()
 {
     static const CommandRow rows[] = {
-        {.terminal = {.word = "doctor",
+        {.window = {.control = "mnu_Doctor",
+                    .caption = Msg::MenuDoctor,
+                    .menu = "mnu_Tools",
+                    .behind = "mnu_CompareTrle"},
+         .terminal = {.word = "doctor",
                       .usage = Msg::UseDoctor,
                       .summary = Msg::SumDoctor,
                       .json = Msg::KeysDoctor},
-         .run = Doctor},
+         .run = Doctor,
+         .help = HelpTag::Check},
         {.window = {.control = "mnu_About", .caption = Msg::MenuAbout, .menu = "mnu_Help"},
          .help = HelpTag::Beginning},
         {.window = {.control = "mnu_FindHelp",

@@ -25,6 +25,7 @@ constexpr HelpPlace places[] = {
     {"Dialog_CompareTrle", HelpTag::Compare},
     {"Dialog_Compila", HelpTag::CompileTom},
     {"Dialog_ConvertAudio", HelpTag::Audio},
+    {"Dialog_Doctor", HelpTag::Check},
     {"Dialog_Download", HelpTag::Download},
     {"Dialog_ImportShot", HelpTag::ImportShots},
     {"Dialog_Indice", HelpTag::ThisHelp},

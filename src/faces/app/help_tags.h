@@ -58,6 +58,7 @@ enum class HelpTag {
     Backup = 48,
     AddMany = 53,
     FirstStart = 49,
+    Check = 54,
 };
 
 /// As the help's text has it: `#2#`.

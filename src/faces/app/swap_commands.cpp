@@ -15,7 +15,6 @@
 #include "swap/recovery.h"
 #include "swap/restore.h"
 #include "swap/swap_preview.h"
-#include "swap/verify.h"
 #include "swap/waiting_in_trle.h"
 #include "upkeep/leftovers.h"
 #include "words/captions.h"
@@ -50,21 +49,6 @@ std::string_view WordOf(PlannedAction action)
         break;
     }
     return "remove";
-}
-
-std::string_view WordOf(Mismatch kind)
-{
-    switch (kind) {
-    case Mismatch::Missing:
-        return "missing";
-    case Mismatch::Differs:
-        return "differs";
-    case Mismatch::Cut:
-        return "cut";
-    case Mismatch::Unexpected:
-        break;
-    }
-    return "unexpected";
 }
 
 void ShowPlayed(Run& run, bool started)
@@ -156,44 +140,6 @@ bool Plan(Run& run)
     if (run.json != nullptr)
         *run.json = {{"code", run.level}, {"files", std::move(files)}};
     return true;
-}
-
-std::string WrongVerify(Run& run)
-{
-    return run.arguments.words.empty() ? std::string{} : WrongCodeIn(run.arguments.words.front());
-}
-
-bool Compare(Run& run)
-{
-    std::optional<LevelCode> code;
-    if (!run.arguments.words.empty())
-        code = CodeFromWord(run.arguments.words.front());
-    if (code && FindLevel(run.session.archive, *code) < 0) {
-        run.session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(*code)}));
-        return false;
-    }
-    const auto found = code ? VerifyLevel(run.session, *code) : VerifyFolder(run.session);
-    if (!found)
-        return TellAndFail(run, found.Error(), Msg::VerifyFailed);
-    Json differences = Json::array();
-    for (const Difference& difference : *found) {
-        if (run.json != nullptr)
-            differences.push_back(
-                {{"kind", WordOf(difference.kind)}, {"file", Readable(difference.file)}});
-        else
-            AddLine(run, std::string{WordOf(difference.kind)} + "\t" + OneField(difference.file));
-    }
-    if (run.json != nullptr)
-        *run.json = {
-            {"code", code ? *code : StandingLevel(run.session.Folders(), run.session.archive).code},
-            {"differences", std::move(differences)}};
-    const bool compared = code || !BackupIsAway(run.session.Folders());
-    if (!compared)
-        run.session.host.Tell(Tone::Warning,
-                              GetMsg(Msg::VerifyNoBackup, {TextOf(run.session.BackupFolder())}));
-    else if (found->empty() && run.json == nullptr)
-        AddLine(run, GetMsg(Msg::VerifyFine));
-    return found->empty() && compared;
 }
 
 bool Mend(Run& run)
@@ -294,15 +240,6 @@ std::span<const CommandRow> SwapCommands()
                       .mostWords = 1},
          .needs = Needs::Level,
          .run = Plan},
-        {.terminal = {.word = "verify",
-                      .usage = Msg::UseVerify,
-                      .summary = Msg::SumVerify,
-                      .json = Msg::KeysVerify,
-                      .mostWords = 1,
-                      .wrong = WrongVerify},
-         .needs = Needs::Archive,
-         .run = Compare,
-         .help = HelpTag::Problems},
         {.terminal = {.word = "mend",
                       .usage = Msg::UseMend,
                       .summary = Msg::SumMend,

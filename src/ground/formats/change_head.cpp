@@ -37,7 +37,8 @@ constexpr std::string_view kindWords[] = {"",
                                           "files-left",
                                           "deletion",
                                           "marks",
-                                          "marks-of-several"};
+                                          "marks-of-several",
+                                          "repair"};
 
 bool IsAbsolute(const std::string& path)
 {

@@ -34,6 +34,7 @@ enum class ChangeKind {
     SavegamesDeleted,
     LevelMarked,  ///< the subject is the word of the one thing that was said, if it was one
     LevelsMarked, ///< the subject is how many
+    LevelRepaired, ///< damaged files of a level gave way to those that were noted
 };
 
 /// A level's folder, or the one of its files, that changes its name within its file system, with

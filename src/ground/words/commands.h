@@ -54,9 +54,6 @@ inline constexpr Message ArchiveIsThere{"There is a file already at ~1. It is un
 inline constexpr Message PracticeFailed{"The practice folder could not be made. Nothing is left of it."};
 inline constexpr Message SayBackupForm{"Shall the backup be full (--full: everything can come back) or compact (--compact: less room, without sounds)?"};
 inline constexpr Message PlanFailed{"What the swap would do could not be found out. Nothing has been changed."};
-inline constexpr Message VerifyFailed{"It could not be verified. Nothing has been changed."};
-inline constexpr Message VerifyNoBackup{"There is no backup in ~1 now, so nobody can tell whether the originals are whole."};
-inline constexpr Message VerifyFine{"No difference."};
 inline constexpr Message MendDone{"What waited has been mended."};
 inline constexpr Message MendWaits{"Not everything could be mended yet: ~1. ~2"};
 inline constexpr Message MendNothing{"Nothing waits to be mended."};
@@ -112,9 +109,6 @@ inline constexpr Message SumOriginal{"Puts the original configuration back: the 
 inline constexpr Message UsePlan{"plan CODE"};
 inline constexpr Message SumPlan{"Lists what a swap to a level would add, overwrite, restore and remove, with sizes; touches nothing."};
 inline constexpr Message KeysPlan{"an object with `code` and `files`, an array of objects with `action` (`add`, `overwrite`, `restore`, `remove`), `file` (from the Level Editor's folder on), `size` (bytes)."};
-inline constexpr Message UseVerify{"verify [CODE]"};
-inline constexpr Message SumVerify{"Compares what stands in the Level Editor's folder with marker, archive and backup; with CODE, looks whether a level's stored files are whole, and names what it should hold and lacks. A difference gives exit code 1."};
-inline constexpr Message KeysVerify{"an object with `code` and `differences`, an array of objects with `kind` (`missing`, `differs`, `cut`, `unexpected`) and `file`."};
 inline constexpr Message UseMend{"mend [--trle DIR] [--archive-folder DIR] [--let-go]"};
 inline constexpr Message SumMend{"Finishes or undoes now what an interrupted run left half done, clears what it left behind, and says what still waits; then the exit code is 1. A folder that was moved since is named with --trle or --archive-folder; --let-go gives up what is gone for good: savegames then go to the history."};
 inline constexpr Message NeedsRestore{"The Level Editor's folder is not whole, so nothing has been changed. Bring the originals back from the backup: kestrovactl original --full. Or say where the right folder is: kestrovactl setup --trle DIR"};

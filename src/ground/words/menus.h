@@ -61,6 +61,7 @@ inline constexpr Message MenuImportWads{"Import new/updated wads"};
 inline constexpr Message MenuShowUrlList{"Show url list about Level Editor's World"};
 inline constexpr Message MenuMoveOnCd{"Create Kestrova CD (with Levels and/or Programs)"};
 inline constexpr Message MenuCompareTrle{"Compare trle mirror folders (debug)"};
+inline constexpr Message MenuDoctor{"Check and repair ..."};
 inline constexpr Message MenuSetOriginal{"Set original configuration in TRLE"};
 inline constexpr Message MenuSetupUpload{"Upload level files Wizard  (for game designer)"};
 inline constexpr Message MenuSettings{"Kestrova"};

@@ -32,6 +32,7 @@ inline constexpr Message DidSlotsFilled{"bringing back savegames of \"~2\""};
 inline constexpr Message DidSavegamesImported{"import of savegames into \"~2\" (~1)"};
 inline constexpr Message DidSavegamesExported{"deletion of exported savegames of \"~2\" (~1)"};
 inline constexpr Message DidSavegamesDeleted{"deletion of savegames of \"~2\" (~1)"};
+inline constexpr Message DidLevelRepaired{"repair of \"~2\""};
 inline constexpr Message DidSavegameBroughtBack{"bringing back ~1 of \"~2\""};
 inline constexpr Message DidShotAdded{"adding screen-shot ~1"};
 inline constexpr Message DidShotCaptured{"capture of screen-shot ~1"};

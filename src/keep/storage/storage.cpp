@@ -1,16 +1,15 @@
 #include "storage/storage.h"
 
 #include "archive/level_folders.h"
-#include "archive/tr4_index.h"
 #include "core/copying.h"
 #include "core/file_kinds.h"
 #include "core/leftovers.h"
 #include "core/look.h"
+#include "core/parallel.h"
 #include "core/removal.h"
 #include "core/text.h"
 #include "formats/level_folder.h"
 #include "formats/program_folder.h"
-#include "formats/trle_folder.h"
 #include "pictures/convert.h"
 #include "pictures/jpeg.h"
 #include "pictures/picture.h"
@@ -18,14 +17,15 @@
 #include "storage/file_jobs.h"
 #include "storage/files_exchange.h"
 #include "storage/form_clashes.h"
+#include "storage/level_index.h"
 #include "storage/stored_audio.h"
+#include "storage/stored_hashes.h"
 #include "storage/zl_file.h"
 #include "words/storage.h"
 
 #include <algorithm>
 #include <map>
 #include <set>
-#include <unordered_map>
 
 namespace kestrova
 {
@@ -195,6 +195,25 @@ Status FillAndExchange(const std::vector<StoreStep>& steps, const Path& files,
     return status;
 }
 
+/// What the stored forms are made of, while it is there. Of an mp3 that was made just now, the wave
+/// that it was.
+StoredOrigins OriginsOf(const std::vector<StoreStep>& steps, const StoredOrigins& made)
+{
+    std::vector<std::optional<StoredOrigin>> found(steps.size());
+    RunOnAllCores(steps.size(), [&](std::size_t i) {
+        const std::string name = steps[i].source.filename().native();
+        if (const auto wave = made.find(name); wave != made.end())
+            found[i] = wave->second;
+        else if (steps[i].form != Form::Copy)
+            found[i] = OriginOf(name, steps[i].source);
+    });
+    StoredOrigins origins;
+    for (std::size_t i = 0; i < steps.size(); ++i)
+        if (found[i])
+            origins.emplace(steps[i].name, std::move(*found[i]));
+    return origins;
+}
+
 /// Each file becomes its stored form where it lies; it goes when that was read back.
 Status ConvertInPlace(const std::vector<StoreStep>& steps, const Path& folder,
                       ProgressScope* progress)
@@ -235,6 +254,14 @@ Result<std::vector<LevelFile>> FilesOf(const Path& folder)
     return files;
 }
 
+std::vector<std::string> NamesOf(const std::vector<LevelFile>& files)
+{
+    std::vector<std::string> names;
+    for (const LevelFile& file : files)
+        names.push_back(file.name);
+    return names;
+}
+
 bool Compresses(const Archive& archive, LevelCode code, StoreAs form)
 {
     return form == StoreAs::ArchiveSays && archive.header.compressLevels && code != originalCode;
@@ -245,33 +272,6 @@ bool ConvertsWaves(const Archive& archive, LevelCode code, StoreAs form)
     return form == StoreAs::ArchiveSays && archive.header.wavInMp3 && code != originalCode;
 }
 
-/// True names and sizes; those of a compressed file are the ones that the index has.
-Status WriteIndex(const Folders& folders, LevelCode code, const std::vector<LevelFile>& files)
-{
-    std::vector<Tr4Entry> entries;
-    std::vector<Tr4Entry> stored;
-    const auto known = ReadTr4InfOf(folders, code);
-    if (!known && known.Error().code == ErrorCode::CannotRead)
-        return known.Error(); // it alone knows what the compressed files were
-    std::unordered_map<std::string, Tr4Entry> knownByName; // folded
-    if (known)
-        for (const Tr4Entry& entry : *known)
-            knownByName.emplace(FoldCase(Trim(entry.name)), entry);
-    for (const LevelFile& file : files) {
-        if (MatchesPattern(file.name, OnDisk::PatTr4))
-            entries.push_back(Tr4EntryOf(file.name, file.path));
-        else if (known && MatchesPattern(file.name, OnDisk::PatTr4Zl)) // compressed already
-            if (const auto entry = knownByName.find(FoldCase(Trim(StripExtension(file.name))));
-                entry != knownByName.end())
-                stored.push_back(entry->second);
-    }
-    // An index that still fits stays; one that names files which are gone by now does not.
-    if (entries.empty() && (!known || known->size() == stored.size()))
-        return {};
-    entries.insert(entries.end(), stored.begin(), stored.end());
-    return WriteTr4InfOf(folders, code, entries);
-}
-
 } // namespace
 
 Status StoreFilesOfLevel(Host& host, const Folders& folders, const Archive& archive,
@@ -279,26 +279,70 @@ Status StoreFilesOfLevel(Host& host, const Folders& folders, const Archive& arch
                          const std::vector<LevelFile>& files, ProgressScope* label, StoreAs form,
                          const AcceptLoss& accept)
 {
-    if (auto status = WriteIndex(folders, code, files); !status)
+    if (auto status = WriteLevelIndex(folders, code, files); !status)
         return NotStored(status);
     const auto folder = LevelFolderOf(folders, archive, code);
     if (!folder)
         return folder.Error();
     const bool compress = Compresses(archive, code, form);
     const Path target = ResolvePath(InFolder(*folder, OnDisk::DirFiles));
-    const auto store = [&](const std::vector<LevelFile>& ready) {
+    const auto store = [&](const std::vector<LevelFile>& ready, const WaveOrigins& waves) {
         std::vector<std::string> kept;
         const auto steps = StepsFor(ready, compress, kept);
         TellKeptForms(host, kept);
-        return NotStored(FillAndExchange(steps, target, label));
+        auto status = FillAndExchange(steps, target, label);
+        if (status && code != originalCode)
+            NoteStoredFiles(target.parent_path(), OriginsOf(steps, waves.Of(NamesOf(ready))),
+                            [&] { return label == nullptr || label->Step(); });
+        return NotStored(std::move(status));
     };
     if (!ConvertsWaves(archive, code, form))
-        return store(files);
+        return store(files, {});
     const WorkFolder work{InFolder(folders.program, OnDisk::DirTempCompr), WorkFolder::Make::Now};
     std::vector<LevelFile> encoded = files;
+    WaveOrigins waves;
+    for (const LevelFile& file : files)
+        waves.Add(file.name, file.path);
     auto status = EncodeWaves(host, converter, encoded, work.Folder(), accept);
-    return status ? store(encoded) : NotStored(status);
+    return status ? store(encoded, waves) : NotStored(status);
 }
+
+namespace
+{
+
+/// The files of a level's own folder take their stored form where they lie.
+Status StoreInPlace(Host& host, const Archive& archive, const SoundConverter& converter,
+                    const Path& place, LevelCode code, ProgressScope* label, StoreAs form,
+                    const AcceptLoss& accept)
+{
+    StoredWatch watch{place.parent_path()};
+    watch.NoteAllIfNew();
+    WaveOrigins waves;
+    if (ConvertsWaves(archive, code, form)) {
+        const auto plain = FilesOf(place);
+        if (!plain)
+            return plain.Error();
+        for (const LevelFile& file : *plain)
+            waves.Add(file.name, file.path);
+        if (auto status = EncodeWavesInPlace(host, converter, place, accept); !status)
+            return status;
+    }
+    const auto encoded = FilesOf(place);
+    if (!encoded)
+        return encoded.Error();
+    const StoredOrigins made = waves.Of(NamesOf(*encoded));
+    if (!Compresses(archive, code, form)) {
+        watch.AreMadeFrom(made);
+        return {};
+    }
+    std::vector<std::string> kept;
+    const auto steps = StepsFor(*encoded, true, kept);
+    TellKeptForms(host, kept);
+    watch.AreMadeFrom(OriginsOf(steps, made));
+    return ConvertInPlace(steps, place, label);
+}
+
+} // namespace
 
 Status StoreLevelFiles(Host& host, const Folders& folders, const Archive& archive,
                        const SoundConverter& converter, const Path& source, LevelCode code,
@@ -316,21 +360,10 @@ Status StoreLevelFiles(Host& host, const Folders& folders, const Archive& archiv
                                  accept);
     if (code == originalCode) // it has no stored form
         return NotStored(MakeFailure(ErrorCode::Refused, TextOf(source)));
-    if (auto status = WriteIndex(folders, code, files); !status)
+    if (auto status = WriteLevelIndex(folders, code, files); !status)
         return NotStored(status);
-    const Path place = ResolvePath(source);
-    if (ConvertsWaves(archive, code, form))
-        if (auto status = EncodeWavesInPlace(host, converter, place, accept); !status)
-            return NotStored(status);
-    if (!Compresses(archive, code, form))
-        return {};
-    const auto encoded = FilesOf(place);
-    if (!encoded)
-        return NotStored(encoded.Error());
-    std::vector<std::string> kept;
-    const auto steps = StepsFor(*encoded, true, kept);
-    TellKeptForms(host, kept);
-    return NotStored(ConvertInPlace(steps, place, label));
+    return NotStored(
+        StoreInPlace(host, archive, converter, ResolvePath(source), code, label, form, accept));
 }
 
 } // namespace kestrova

@@ -12,6 +12,7 @@
 #include "levels/new_level.h"
 #include "levels/remove_level.h"
 #include "session/telling.h"
+#include "storage/stored_hashes.h"
 #include "storage/unstore.h"
 #include "words/intake.h"
 #include "words/swap.h"
@@ -91,6 +92,7 @@ bool EditLevel(Session& session, ProgressScope& progress, LevelCode code, const 
         FindEditable(session.host, session.Folders(), session.archive, code);
     if (current == nullptr)
         return false;
+    const StoredWatch watch{LevelHomeOf(session.Folders(), code)};
     LevelRecord record = *current;
     const std::int32_t extrasBefore = record.extrasSize;
     Intake level{session, record, EditSteps(), progress};

@@ -11,6 +11,7 @@
 #include "levels/file_names.h"
 #include "session/operation.h"
 #include "session/telling.h"
+#include "storage/stored_hashes.h"
 #include "swap/folder_guard.h"
 #include "swap/installed_language.h"
 #include "swap/level_placements.h"
@@ -284,6 +285,7 @@ bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange chan
         // The record of what stands in the folder is about to be renewed.
         MendAfterRestart(session, code);
     }
+    const StoredWatch watch{*home};
     LanguageFailure failure;
     // Of all levels at once the other command leads back.
     const auto work = verbose ? ChangeWithWayBack : ChangeWithout;

@@ -15,6 +15,7 @@
 #include "saves/savegame_moves.h"
 #include "session/operation.h"
 #include "session/telling.h"
+#include "storage/stored_hashes.h"
 #include "swap/folder_guard.h"
 #include "swap/installed_language.h"
 #include "swap/mend_after_restart.h"
@@ -50,6 +51,7 @@ constexpr KindWords kindWords[] = {
     {ChangeKind::FilesLeft, Msg::DidFilesLeft},
     {ChangeKind::SavegamesDeleted, Msg::DidSavegamesDeleted},
     {ChangeKind::LevelsMarked, Msg::DidLevelsMarked},
+    {ChangeKind::LevelRepaired, Msg::DidLevelRepaired},
 };
 
 /// What was said of one level, by the word that its entry has for it.
@@ -151,6 +153,10 @@ bool MakeByRecord(Session& session, const Change& back, const Change& entry)
 bool MakeByFiles(Session& session, const Change& back, const Change& entry, const Heartbeat& beat)
 {
     const Folders folders = session.Folders();
+    // What a repair replaced was no level's file, so that its note stays.
+    std::optional<StoredWatch> watch;
+    if (back.ofLevelsFiles && entry.kind != ChangeKind::LevelRepaired)
+        watch.emplace(back.home);
     const auto made =
         MakeChange(session.machine, folders, session.archive, session.settings, back, {}, beat);
     if (!made && made.Error().code == ErrorCode::Stopped && !ChangeWaits(folders))

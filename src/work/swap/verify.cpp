@@ -1,7 +1,6 @@
 #include "swap/verify.h"
 
 #include "archive/level_folders.h"
-#include "archive/tr4_index.h"
 #include "conversion/sound_converter.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
@@ -12,17 +11,11 @@
 #include "history/players_files.h"
 #include "history/swap_journal_file.h"
 #include "originals/backup_waves.h"
-#include "platform/file_content.h"
 #include "platform/folder_memory.h"
 #include "storage/game_files.h"
 #include "swap/file_names.h"
-#include "swap/level_gaps.h"
 #include "swap/owned_files.h"
 #include "swap/placements.h"
-#include "words/swap.h"
-
-#include <algorithm>
-#include <unordered_map>
 
 namespace kestrova
 {
@@ -117,28 +110,6 @@ Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& l
     return PlaceFiles(*ready, refused);
 }
 
-/// The sizes that files had when they were stored, by folded name.
-using NotedSizes = std::unordered_map<std::string, std::uint64_t>;
-
-NotedSizes SizesNoted(const Folders& folders, LevelCode code)
-{
-    NotedSizes sizes;
-    if (const auto index = ReadTr4InfOf(folders, code))
-        for (const Tr4Entry& entry : *index)
-            if (entry.size > 0) {
-                std::uint64_t& largest = sizes[FoldCase(Trim(entry.name))];
-                largest = std::max(largest, static_cast<std::uint64_t>(entry.size));
-            }
-    return sizes;
-}
-
-/// Of an expanded file.
-bool IsSmallerThanNoted(const NotedSizes& sizes, const ReadyFile& file)
-{
-    const auto noted = sizes.find(FoldCase(Trim(file.name)));
-    return file.moved && noted != sizes.end() && file.size < noted->second;
-}
-
 /// Originals that a swap could not bring back, as far as they are still not there, and waves that
 /// a compact backup does not hold.
 Status AddOwed(const Folders& folders, const PreferencesRecord& preferences,
@@ -217,79 +188,6 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
             return status.Error();
     if (auto status = AddOwed(session.Folders(), session.preferences, known->owner, found); !status)
         return status.Error();
-    return found;
-}
-
-namespace
-{
-
-/// Files that the level brought into the Level Editor's folder, where it still stands, and that its
-/// stored files no longer give.
-Result<std::vector<std::string>> StandingNamesWithout(const Folders& folders, LevelCode code,
-                                                      const std::vector<ReadyFile>& ready)
-{
-    const auto owner = ReadOwner(folders);
-    if (!owner)
-        return owner.Error();
-    std::vector<std::string> names;
-    if (!*owner || (*owner)->owner != code ||
-        (*owner)->home.path != LevelHomeOf(folders, code).native())
-        return names;
-    NameSet stored;
-    for (const ReadyFile& file : ready)
-        stored.Add(file.name);
-    for (const OwnedFile& file : (*owner)->added)
-        if (const std::string name = FileNameOf(Readable(file.name)); !stored.Has(name))
-            names.push_back(name);
-    return names;
-}
-
-} // namespace
-
-Result<std::vector<Difference>> VerifyLevel(Session& session, LevelCode code)
-{
-    if (FindLevel(session.archive, code) < 0)
-        return Failure{
-            ErrorCode::Missing, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}), {}};
-    const auto source = FilesFolderOf(session.Folders(), session.archive, code, DiscWish::Prove);
-    if (!source)
-        return source.Error();
-    if (!FolderExists(*source))
-        return std::vector<Difference>{{Mismatch::Missing, TextOf(*source)}};
-    const auto gaps =
-        GapsOf(session.Folders(),
-               session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))]);
-    if (!gaps)
-        return gaps.Error();
-    const WorkFolder staging{FreshPlaceIn(session.programFolder)};
-    const auto ready = ReadyLevelFiles(session.host, session.machine, SoundConverterOf(session),
-                                       *source, staging.Folder(), false, nullptr);
-    if (!ready)
-        return std::vector<Difference>{{Mismatch::Differs, ready.Error().subject}};
-    std::vector<Difference> found;
-    for (const std::string& file : gaps->cut)
-        found.push_back({Mismatch::Cut, Readable(file)});
-    LevelGaps missing = *gaps;
-    missing.cut.clear();
-    // Where only the size tells of a loss, what stands in the folder may have the names.
-    if (missing.bytes > 0) {
-        auto names = StandingNamesWithout(session.Folders(), code, *ready);
-        if (!names)
-            return names.Error();
-        missing.bytes = names->empty() ? missing.bytes : 0;
-        for (std::string& name : *names)
-            found.push_back({Mismatch::Missing, std::move(name)});
-    }
-    for (std::string& file : AllGaps(missing))
-        found.push_back({Mismatch::Missing, std::move(file)});
-    const NotedSizes sizes = SizesNoted(session.Folders(), code);
-    for (const ReadyFile& file : *ready) {
-        if (IsSmallerThanNoted(sizes, file))
-            found.push_back({Mismatch::Differs, Readable(file.name)});
-        std::string hash;
-        if (platform::HashOfFile(file.path, hash))
-            found.push_back({Mismatch::Differs, Readable(file.name)});
-    }
     return found;
 }
 

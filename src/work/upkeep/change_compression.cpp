@@ -14,6 +14,7 @@
 #include "storage/file_jobs.h"
 #include "storage/files_exchange.h"
 #include "storage/form_clashes.h"
+#include "storage/stored_hashes.h"
 #include "storage/zl_file.h"
 #include "upkeep/file_names.h"
 #include "words/storage.h"
@@ -231,6 +232,7 @@ bool ChangeLevel(Session& session, const LevelRecord& level, const AudioStep& au
         return TellFolderNotRead(session.host, isThere.Error());
     if (!*isThere)
         return true;
+    const StoredWatch watch{LevelHomeOf(session.Folders(), level.levelCode)};
     std::vector<std::string> kept;
     if ((audio && !audio(name, folder)) ||
         !ChangeFiles(session, folder, session.archive.header.compressLevels, progress, kept))

@@ -2,6 +2,7 @@
 #include "ui/dialogs/dialog_author.h"
 #include "ui/dialogs/dialog_compare_trle.h"
 #include "ui/dialogs/dialog_convert_audio.h"
+#include "ui/dialogs/dialog_doctor.h"
 #include "ui/dialogs/dialog_new_level.h"
 #include "ui/dialogs/dialog_pref_arc.h"
 #include "ui/dialogs/dialog_resize.h"
@@ -65,13 +66,14 @@ TEST(Dialogs, EveryCaptionFindsItsControl)
     SitiDialog urls{world.session, UrlKindForums, nullptr};
     ConvertAudioDialog encode{world.session, AudioToolMode::Encode, nullptr};
     CompareTrleDialog compare{world.session, nullptr};
+    DoctorDialog doctor{world.session, nullptr};
     ConvertAudioDialog convert{world.session, AudioToolMode::Convert, nullptr};
     SetMp3Dialog settingsOfMp3{world.session, true, nullptr};
     WizardDialog wizard{world.session, nullptr};
     for (const QWidget* dialog : std::initializer_list<const QWidget*>{
              &about,  &newArc,   &archive, &settings,      &find,   &restore,  &add,
              &author, &progress, &wait,    &zip,           &batch,  &download, &urls,
-             &encode, &convert,  &compare, &settingsOfMp3, &wizard, &start}) {
+             &encode, &convert,  &compare, &settingsOfMp3, &wizard, &start,    &doctor}) {
         EXPECT_EQ(CaptionFaults(*dialog), QStringList{}) << FromQt(dialog->objectName());
         EXPECT_FALSE(dialog->windowTitle().isEmpty()) << FromQt(dialog->objectName());
     }

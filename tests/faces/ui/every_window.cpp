@@ -14,6 +14,7 @@
 #include "ui/dialogs/dialog_compare_trle.h"
 #include "ui/dialogs/dialog_compila.h"
 #include "ui/dialogs/dialog_convert_audio.h"
+#include "ui/dialogs/dialog_doctor.h"
 #include "ui/dialogs/dialog_import_shot.h"
 #include "ui/dialogs/dialog_indice.h"
 #include "ui/dialogs/dialog_insert_cd.h"
@@ -220,6 +221,8 @@ void EveryWindow::StartAndSettings()
     LookAt(from);
     CompareTrleDialog compare{session, nullptr};
     LookAt(compare);
+    DoctorDialog doctor{session, nullptr};
+    LookAt(doctor);
 }
 
 void EveryWindow::Levels()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/archive_saving.h"
+#include "archive/stored_notes.h"
 #include "history/undo_entries.h"
 #include "intake/draft_files.h"
 #include "intake/draft_sources.h"
@@ -20,7 +21,9 @@
 #include "shots/shot_files.h"
 #include "shots/shot_import.h"
 #include "shots/shot_resize.h"
+#include "storage/stored_hashes.h"
 #include "swap/recovery.h"
+#include "upkeep/level_checks.h"
 
 namespace kestrova::testing
 {
@@ -178,6 +181,17 @@ inline bool EditResting(UndoWorld& world)
     });
 }
 
+/// Another content was noted of a file than stands there, and is offered.
+inline bool RepairResting(UndoWorld& world)
+{
+    const auto entry = EntryOfStored(world / "from/a.tr4");
+    if (!entry || !WriteStoredNote(world / "levels/LEVEL_0002", {false, false, {*entry}}))
+        return false;
+    LevelChecks checks{world.session};
+    return checks.Check({world.resting}) && checks.Repair(world / "from/a.tr4") &&
+           checks.Harmed() == 0;
+}
+
 inline const Doing doings[] = {
     {"SlotsFreed", ChangeKind::SlotsFreed,
      [](UndoWorld& w) { return bool(ArchiveSavegamesOf(w.session, w.played)); }},
@@ -279,6 +293,7 @@ inline const Doing doings[] = {
          return w.Mark({w.resting, w.played}, 2, LevelStatus::GivenUp);
      },
      false},
+    {"Repaired", ChangeKind::LevelRepaired, RepairResting},
     {"Language", ChangeKind::LanguageChanged,
      [](UndoWorld& w) {
          return ChangeLanguageOfLevel(w.session, w.resting, LanguageChange::Mine, true);

@@ -7,7 +7,7 @@
 #include "swap/folder_guard.h"
 #include "swap/level_gaps.h"
 #include "swap/swap_preview.h"
-#include "swap/verify.h"
+#include "swap/verify_level.h"
 #include "world/windows_program.h"
 #include "world/world.h"
 
@@ -71,9 +71,10 @@ TEST_F(Playing, AnIncompleteLevelIsNamedByPlayVerifyAndDoctor)
     box.Write("levels/LEVEL_0001/files/big.tr4", "cut");
     // The index holds names as the code page has them.
     EXPECT_EQ(gaps(), (std::vector<std::string>{"dawn.tr4", "zeni?.tr4", "big.tr4", "readme.txt"}));
-    const auto differences = VerifyLevel(box.session, code);
+    const auto differences =
+        VerifyLevel(box.session.Folders(), box.session.archive, code, Noting::No);
     ASSERT_TRUE(differences);
-    EXPECT_EQ(differences->size(), 4U);
+    EXPECT_EQ(differences->faults.size(), 4U);
     bool named = false;
     for (const Finding& finding : Examine(box.session))
         named = named || (!finding.fine && finding.state.find("0001") != std::string::npos);
@@ -94,13 +95,14 @@ TEST_F(Playing, AnIncompleteLevelIsNamedByPlayVerifyAndDoctor)
     EXPECT_NE(gaps().front().find("the archive noted 4.8 Mb"), std::string::npos);
     // What stands in the Level Editor's folder has the names of what was installed.
     std::filesystem::remove(box / "levels/LEVEL_0001/files/big.tr4");
-    const auto standing = VerifyLevel(box.session, code);
+    const auto standing = VerifyLevel(box.session.Folders(), box.session.archive, code, Noting::No);
     ASSERT_TRUE(standing);
-    ASSERT_EQ(standing->size(), 1U);
-    EXPECT_EQ(standing->front().file, "big.tr4");
+    ASSERT_EQ(standing->faults.size(), 1U);
+    EXPECT_EQ(standing->faults.front().file, "big.tr4");
 
     level.cdNumber = 1;
-    const auto away = VerifyLevel(box.session, level.levelCode);
+    const auto away =
+        VerifyLevel(box.session.Folders(), box.session.archive, level.levelCode, Noting::No);
     ASSERT_FALSE(away);
     EXPECT_NE(away.Error().sentence.find("not available"), std::string::npos);
 }

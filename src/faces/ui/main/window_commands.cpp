@@ -20,6 +20,7 @@
 #include "ui/dialogs/dialog_author.h"
 #include "ui/dialogs/dialog_compare_trle.h"
 #include "ui/dialogs/dialog_convert_audio.h"
+#include "ui/dialogs/dialog_doctor.h"
 #include "ui/dialogs/dialog_import_shot.h"
 #include "ui/dialogs/dialog_installa_trle.h"
 #include "ui/dialogs/dialog_muovi_su_cd.h"
@@ -87,6 +88,7 @@ const WindowCommands::Opens WindowCommands::windows[] = {
     {"mnu_HelpFaq", [](WindowCommands& at) { at.ShowHelp("mnu_HelpFaq"); }},
     {"mnu_CompareTrle",
      [](WindowCommands& at) { CompareTrleDialog(at.session_, &at.window_).exec(); }},
+    {"mnu_Doctor", [](WindowCommands& at) { DoctorDialog(at.session_, &at.window_).exec(); }},
     {"mnu_InstallTrleFolder", [](WindowCommands& at) { at.SetUpEditor(SetupFrom::Folder); }},
     {"mnu_InstallComprTrle", [](WindowCommands& at) { at.SetUpEditor(SetupFrom::Zips); }},
     {"mnu_MoveOnCd", [](WindowCommands& at) { ShowDiscs(at.session_, &at.window_); }},

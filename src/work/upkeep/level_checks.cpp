@@ -1,0 +1,229 @@
+#include "upkeep/level_checks.h"
+
+#include "archive/level_folders.h"
+#include "core/text.h"
+#include "history/changes.h"
+#include "saves/savegame_moves.h"
+#include "session/held_folders.h"
+#include "session/operation.h"
+#include "session/telling.h"
+#include "words/check.h"
+
+#include <algorithm>
+#include <set>
+
+namespace kestrova
+{
+
+namespace
+{
+
+std::string NameOfLevel(const Archive& archive, LevelCode code)
+{
+    return Readable(LevelNameOf(archive, code));
+}
+
+/// What nobody noted is noted by whoever may write there, and not while files are on their way.
+Noting MayNote(Session& session)
+{
+    return !ChangeWaits(session.Folders()) && HoldFolders(session.locks, session.Folders())
+               ? Noting::Yes
+               : Noting::No;
+}
+
+} // namespace
+
+bool LevelChecks::Check(const std::vector<LevelCode>& codes)
+{
+    const Operation running{session_};
+    noting_ = MayNote(session_);
+    rows_.clear();
+    unchecked_.clear();
+    repaired_.clear();
+    notedNow_.clear();
+    levels_ = files_ = 0;
+    isRepaired_ = false;
+    const auto progress =
+        session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CheckUnderWay));
+    progress->AllowStop();
+    for (std::size_t i = 0; i < codes.size(); ++i) {
+        progress->SetBar(i, codes.size());
+        progress->SetLabel(GetMsg(Msg::CheckingLevel, {NameOfLevel(session_.archive, codes[i])}));
+        if (!progress->Step() || !CheckOne(codes[i], *progress))
+            return false;
+    }
+    FindSources(*progress);
+    return true;
+}
+
+bool LevelChecks::CheckOne(LevelCode code, ProgressScope& progress)
+{
+    auto found = VerifyLevel(session_.Folders(), session_.archive, code, noting_,
+                             [&] { return progress.Step(); });
+    const std::string name = NameOfLevel(session_.archive, code);
+    if (!found) {
+        const Failure& failure = found.Error();
+        if (failure.code == ErrorCode::Stopped)
+            return false;
+        std::string reason = failure.sentence.empty() ? failure.subject : failure.sentence;
+        if (!failure.reason.empty())
+            reason += (reason.empty() ? "" : ": ") + failure.reason;
+        unchecked_.push_back({code, name, std::move(reason)});
+        return true;
+    }
+    ++levels_;
+    files_ += found->files;
+    if (found->isNotedNow)
+        notedNow_.push_back(code);
+    for (LevelFault& fault : found->faults)
+        rows_.push_back({code, name, std::move(fault), {}, {}});
+    return true;
+}
+
+void LevelChecks::FindSources(ProgressScope& progress)
+{
+    RepairSources sources{session_};
+    for (CheckedRow& row : rows_) {
+        if (!row.fault.noted || row.fault.kind == FileFault::InTheWay)
+            continue;
+        progress.SetLabel(GetMsg(Msg::RepairLooking, {row.fault.file}));
+        const auto found =
+            sources.Find(row.code, *row.fault.noted, [&] { return progress.Step(); });
+        if (found)
+            row.source = found->where;
+        if (!progress.Step())
+            return; // the others are looked for when they are repaired
+    }
+}
+
+void LevelChecks::Forget(LevelCode code)
+{
+    std::erase_if(rows_, [&](const CheckedRow& row) { return row.code == code; });
+}
+
+bool LevelChecks::RepairOne(LevelCode code, RepairSources& sources, ProgressScope& progress)
+{
+    CheckedLevel checked;
+    for (const CheckedRow& row : rows_)
+        if (row.code == code)
+            checked.faults.push_back(row.fault);
+    const auto done = RepairLevel(session_, code, checked, sources, progress);
+    if (!done) {
+        if (done.Error().code != ErrorCode::Stopped)
+            TellFailure(session_.host,
+                        GetMsg(Msg::NotRepaired, {NameOfLevel(session_.archive, code)}),
+                        done.Error());
+        return false;
+    }
+    for (const RepairedFile& file : done->repaired)
+        repaired_.push_back({code, file});
+    Forget(code);
+    // What came back is proved as everything else is.
+    const std::size_t levels = levels_;
+    const std::size_t files = files_;
+    const bool all = CheckOne(code, progress);
+    levels_ = levels;
+    files_ = files;
+    for (CheckedRow& row : rows_)
+        for (const UnrepairedFile& left : done->left)
+            if (row.code == code && row.fault.file == left.fault.file &&
+                row.fault.stored == left.fault.stored)
+                row.remedy = left.remedy;
+    return all;
+}
+
+bool LevelChecks::Repair(const Path& offered)
+{
+    const Operation running{session_};
+    repaired_.clear();
+    if (const auto ready = EndEarlierMove(session_); !ready) {
+        TellFailure(session_.host, GetMsg(Msg::RepairWaits), ready.Error());
+        return false;
+    }
+    noting_ = MayNote(session_);
+    const auto progress =
+        session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RepairUnderWay));
+    progress->AllowStop();
+    RepairSources sources{session_};
+    if (!offered.empty())
+        if (const auto opened = sources.Offer(offered, *progress); !opened) {
+            if (opened.Error().code != ErrorCode::Stopped)
+                TellFailure(session_.host, GetMsg(Msg::RepairNotOpened, {TextOf(offered)}),
+                            opened.Error());
+            return false;
+        }
+    std::set<LevelCode> codes;
+    for (const CheckedRow& row : rows_)
+        if (row.fault.kind != FileFault::Unexpected)
+            codes.insert(row.code);
+    isRepaired_ = true;
+    bool whole = true;
+    std::size_t done = 0;
+    for (const LevelCode code : codes) {
+        progress->SetBar(done++, codes.size());
+        if (!progress->Step())
+            return false;
+        whole = RepairOne(code, sources, *progress) && whole;
+    }
+    session_.list.Refresh();
+    return whole;
+}
+
+std::size_t LevelChecks::Harmed() const
+{
+    return static_cast<std::size_t>(
+        std::count_if(rows_.begin(), rows_.end(), [](const CheckedRow& row) {
+            return row.fault.kind != FileFault::Unexpected;
+        }));
+}
+
+std::string LevelChecks::Summary() const
+{
+    const auto number = [](std::size_t count) { return std::to_string(count); };
+    std::string text = GetMsg(Msg::CheckDone, {number(levels_), number(files_), number(Harmed())});
+    const auto add = [&](Message words, std::size_t count) {
+        if (count > 0)
+            text += " " + GetMsg(words, {number(count)});
+    };
+    if (isRepaired_)
+        text += " " + GetMsg(Msg::CheckRepaired, {number(repaired_.size())});
+    add(Msg::CheckNotedNow, notedNow_.size());
+    add(Msg::CheckUnchecked, unchecked_.size());
+    return text;
+}
+
+std::string LevelChecks::ListText() const
+{
+    std::string text;
+    for (const CheckedRow& row : rows_)
+        text += std::to_string(row.code) + '\t' + OnOneLine(row.level) + '\t' +
+                OnOneLine(row.fault.file) + '\t' + NameOf(row.fault.kind) + '\t' +
+                OnOneLine(row.remedy.empty() ? row.source : row.remedy) + '\n';
+    for (const UncheckedLevel& level : unchecked_)
+        text += std::to_string(level.code) + '\t' + OnOneLine(level.level) + "\t\t" +
+                GetMsg(Msg::FaultUnchecked) + '\t' + OnOneLine(level.reason) + '\n';
+    return text;
+}
+
+std::string LevelChecks::NameOf(FileFault kind)
+{
+    switch (kind) {
+    case FileFault::Missing:
+        return GetMsg(Msg::FaultMissing);
+    case FileFault::Differs:
+        return GetMsg(Msg::FaultDiffers);
+    case FileFault::Cut:
+        return GetMsg(Msg::FaultCut);
+    case FileFault::Damaged:
+        return GetMsg(Msg::FaultDamaged);
+    case FileFault::Unreadable:
+        return GetMsg(Msg::FaultUnreadable);
+    case FileFault::InTheWay:
+        return GetMsg(Msg::FaultInTheWay);
+    case FileFault::Unexpected:
+        break;
+    }
+    return GetMsg(Msg::FaultUnexpected);
+}
+
+} // namespace kestrova
