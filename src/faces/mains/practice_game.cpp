@@ -136,6 +136,8 @@ public:
         setAttribute(Qt::WA_OpaquePaintEvent);
         setMinimumSize(480, 400);
         resize(820, 760);
+        // Others put savegames into the slots, and take them out.
+        startTimer(1000);
     }
 
 protected:
@@ -160,6 +162,8 @@ protected:
             QWidget::keyPressEvent(event);
         }
     }
+
+    void timerEvent(QTimerEvent*) override { update(); }
 
     void paintEvent(QPaintEvent*) override
     {

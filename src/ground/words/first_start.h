@@ -44,7 +44,7 @@ inline constexpr Message StartArchiveOpens{"This archive is opened."};
 inline constexpr Message StartArchiveGone{"This archive is not there."};
 inline constexpr Message StartArchiveThere{"An archive of this folder is there already: ~1. Kestrova asks whether to open it."};
 inline constexpr Message AskOpenThere{"An archive of this folder is there already: ~1~2Do you want to open it? No makes a new, empty archive beside it."};
-inline constexpr Message AskWithoutCopy{"There is no safety copy of the Level Editor's files.~1Do you want to go on without one? No leads back to the first page, and nothing is lost."};
+inline constexpr Message AskWithoutCopy{"The program stays open, and there is no safety copy of the Level Editor's files.~1Do you want to go on without one? No leads back to the page; nothing has been changed."};
 inline constexpr Message StartFileTypes{"Open archives (.kva) by a double click"};
 inline constexpr Message StartPracticeFrame{" Just try it out "};
 inline constexpr Message StartPracticeText{"No Level Editor at hand? A folder of its own, five levels and a stand-in for the game, all made up, ready to play."};

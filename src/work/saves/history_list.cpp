@@ -1,6 +1,9 @@
 #include "saves/history_list.h"
 
 #include "archive/level_folders.h"
+#include "formats/savegame_records.h"
+#include "history/standing.h"
+#include "saves/archive_slots.h"
 #include "saves/bring_back.h"
 #include "saves/savegame_moves.h"
 #include "session/operation.h"
@@ -31,15 +34,31 @@ std::string HistoryList::LevelName() const
     return Readable(LevelNameOf(session_.archive, code_));
 }
 
+Result<Path> HistoryList::Place(const std::string& id)
+{
+    if (auto status = EndEarlierMove(session_); !status)
+        return status.Error();
+    return kestrova::BringBack(session_.machine, session_.Folders(), session_.archive,
+                               session_.settings, code_, id);
+}
+
+bool HistoryList::SlotsAreTaken() const
+{
+    const auto folder = LiveStateFolder(session_.Folders(), session_.archive, code_);
+    const auto live = folder ? SavegamesIn(*folder) : folder.Error();
+    return live && live->size() >= gameSlotCount;
+}
+
 bool HistoryList::BringBack(const std::string& id)
 {
     const Operation operation{session_};
-    auto place = [&]() -> Result<Path> {
-        if (auto status = EndEarlierMove(session_); !status)
-            return status.Error();
-        return kestrova::BringBack(session_.machine, session_.Folders(), session_.archive,
-                                   session_.settings, code_, id);
-    }();
+    auto place = Place(id);
+    if (!place && place.Error().code == ErrorCode::Refused && SlotsAreTaken()) {
+        if (!session_.host.AskYesNo(GetMsg(Msg::AskFreeAndBringBack, {lineBreak})))
+            return false;
+        const auto moved = ArchiveSavegamesOf(session_, code_);
+        place = moved ? Place(id) : moved.Error();
+    }
     if (!place) {
         TellFailure(session_.host, GetMsg(Msg::NotBroughtBack), place.Error());
         return false;

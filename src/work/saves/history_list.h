@@ -15,10 +15,14 @@ public:
     void Load();
     [[nodiscard]] std::string LevelName() const;
     [[nodiscard]] const std::vector<HistoryEntry>& Entries() const { return entries_; }
-    /// Puts a kept file into a free slot of the level, says where, or why not.
+    /// Puts a kept file into a free slot of the level, says where, or why not. Without a free slot
+    /// it offers to archive what stands there.
     bool BringBack(const std::string& id);
 
 private:
+    [[nodiscard]] Result<Path> Place(const std::string& id);
+    [[nodiscard]] bool SlotsAreTaken() const;
+
     Session& session_;
     LevelCode code_;
     std::vector<HistoryEntry> entries_;

@@ -69,6 +69,12 @@ std::string Below(const std::string& words)
     return std::string{lineBreak}.append(lineBreak) + words;
 }
 
+/// One sentence more, behind others.
+std::string UnlessNone(Message sentence, int count)
+{
+    return count == 0 ? std::string{} : " " + GetMsg(sentence, {std::to_string(count)});
+}
+
 std::string WhyNotRestored(const SavegamesMoved& moved)
 {
     return GetMsg(moved.live == int{gameSlotCount} ? Msg::RestoreSlotsFull
@@ -89,19 +95,20 @@ std::string WordsOfArchived(const SavegamesMoved& moved)
 {
     if (moved.live == 0)
         return GetMsg(Msg::NothingToArchive);
-    return moved.moved == 0 ? GetMsg(Msg::ArchivedBefore, {std::to_string(moved.known)})
-                            : GetMsg(Msg::ArchivedCounts,
-                                     {std::to_string(moved.moved), std::to_string(moved.slot),
-                                      std::to_string(moved.known), std::to_string(moved.live)});
+    if (moved.moved == 0)
+        return GetMsg(Msg::ArchivedBefore, {std::to_string(moved.known)});
+    return GetMsg(Msg::ArchivedCounts, {std::to_string(moved.moved), std::to_string(moved.slot),
+                                        std::to_string(moved.live)}) +
+           UnlessNone(Msg::ArchivedKnown, moved.known);
 }
 
 std::string WordsOfRestored(const SavegamesMoved& moved)
 {
     if (moved.slot == 0)
         return WhyNotRestored(moved);
-    return GetMsg(Msg::RestoredCounts,
-                  {std::to_string(moved.moved), std::to_string(moved.slot),
-                   std::to_string(moved.known), std::to_string(moved.waiting)});
+    return GetMsg(Msg::RestoredCounts, {std::to_string(moved.moved), std::to_string(moved.slot)}) +
+           UnlessNone(Msg::RestoredKnown, moved.known) +
+           UnlessNone(Msg::RestoredWaiting, moved.waiting);
 }
 
 std::string SavegameRow(const Path& file)

@@ -251,6 +251,7 @@ TEST(LevelPage, PlaySaysWhatIsGoingOnAndEndsTheGameAfterAQuestion)
     world.Click("Pul_Play");
     EXPECT_EQ(play->text(), "Running") << world.box.host.AllTold();
     EXPECT_EQ(world.TextOfLabel("Label_Playing"), "“Dawn” is being played, for 0 min.");
+    EXPECT_EQ(world.TextOfLabel("Label_Note"), "Game started: Dawn");
     ASSERT_TRUE(world.Find("Pul_StopGame")->isVisible());
 
     world.list.Select(originalCode);
@@ -268,6 +269,7 @@ TEST(LevelPage, PlaySaysWhatIsGoingOnAndEndsTheGameAfterAQuestion)
     EXPECT_TRUE(QTest::qWaitFor([&] { return play->text() == idle; }, 60'000));
     EXPECT_FALSE(world.Find("Pul_StopGame")->isVisible());
     EXPECT_FALSE(world.Find("Label_Playing")->isVisible());
+    EXPECT_EQ(world.TextOfLabel("Label_Note"), "") << "it is no longer so";
 }
 
 TEST(LevelPage, KeepsWhatThePlayerThinksOfALevel)

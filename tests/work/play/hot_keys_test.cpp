@@ -87,7 +87,7 @@ TEST(HotKeys, SayAtOnceWhatTheyDid)
     world.keys.Tick();
     world.keys.Tick();
     ASSERT_EQ(said.size(), 1U) << "a key that is held, and does nothing more, says nothing more";
-    EXPECT_EQ(said[0].find("F9: Savegames that went into archive slot 1: 1."), 0U) << said[0];
+    EXPECT_EQ(said[0].find("F9: Savegames that went into archive slot 1: 1 of 1;"), 0U) << said[0];
     world.machine.keysDown.clear();
     world.keys.Tick();
     world.machine.keysDown = {GameKey::F9};

@@ -183,4 +183,24 @@ TEST(HistoryList, ShowsTheNewestFirstAndBringsBack)
     EXPECT_FALSE(list.BringBack("0001-77"));
 }
 
+TEST(HistoryList, OffersToFreeTheSlotsWhenAllAreTaken)
+{
+    SavesWorld world;
+    world.Live("0", 99);
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+                              world.session.settings, world.played, {world / "trle/savegame.0"},
+                              "why"));
+    for (int slot = 0; slot < 15; ++slot)
+        world.Live(std::to_string(slot), slot + 1);
+    HistoryList list{world.session, world.played};
+    const std::string id = list.Entries().back().id;
+    const std::string before = world.Shown("trle");
+    world.host.WillAsk("All fifteen slots", false);
+    EXPECT_FALSE(list.BringBack(id));
+    EXPECT_EQ(world.Shown("trle"), before);
+    world.host.WillAsk("All fifteen slots", true);
+    EXPECT_TRUE(list.BringBack(id));
+    EXPECT_EQ(world.Shown("trle"), "savegame.0=15 savegame.1=99");
+}
+
 } // namespace kestrova::testing

@@ -194,7 +194,10 @@ void MainWindow::ConnectPlay()
 {
     play_->shows = [this](const PlayNow& now) { details_->ShowPlay(now); };
     play_->says = [this](const std::string& words) { ShowNote(words); };
-    play_->ended = [this] { ShowChosen(); };
+    play_->ended = [this] {
+        note_->GameEnded();
+        ShowChosen();
+    };
 }
 
 void MainWindow::ConnectCommands()
@@ -289,6 +292,7 @@ void MainWindow::ShowNote(const std::string& text)
 
 void MainWindow::GameHasStarted()
 {
+    note_->LastsWhileTheGameRuns();
     play_->GameHasStarted();
 }
 

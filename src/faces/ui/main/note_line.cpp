@@ -59,6 +59,18 @@ void NoteLine::Show(const std::string& text)
     undo_->setToolTip(newest ? Words(Msg::NoteUndoOf, {WhatWasDone(*newest)}) : QString());
 }
 
+void NoteLine::LastsWhileTheGameRuns()
+{
+    ofTheGame_ = words_->text();
+}
+
+void NoteLine::GameEnded()
+{
+    if (!ofTheGame_.isEmpty() && words_->text() == ofTheGame_)
+        words_->clear();
+    ofTheGame_.clear();
+}
+
 void NoteLine::End()
 {
     if (!words_->text().isEmpty() || Newest() <= before_)

@@ -22,6 +22,9 @@ public:
     /// A command begins: what it leaves is told apart from what was there.
     void Begin();
     void Show(const std::string& text);
+    /// What it says now goes when the game ends, unless something else is said by then.
+    void LastsWhileTheGameRuns();
+    void GameEnded();
     /// A command is over: names what it left to undo, where it said nothing itself.
     void End();
 
@@ -34,6 +37,7 @@ private:
     Session& session_;
     ElidedLabel* words_;
     QToolButton* undo_;
+    QString ofTheGame_;
     std::int32_t before_ = 0;  ///< the newest when the command began
     std::int32_t offered_ = 0; ///< what the button undoes
 };
