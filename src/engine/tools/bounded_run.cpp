@@ -7,6 +7,7 @@
 #include "tools/file_names.h"
 #include "tools/program_launch.h"
 #include "tools/run_to_end.h"
+#include "tools/wine_server.h"
 #include "words/common.h"
 #include "words/tools.h"
 
@@ -183,13 +184,18 @@ void SetPrefix(platform::Launch& launch, const Path& prefix)
     launch.environment.emplace_back(OnDisk::WinePrefixVariable, prefix.native());
 }
 
+Path PrefixFor(const BoundedWork& work, const Path& program)
+{
+    return work.prefix.empty() ? WinePrefixFor(program) : work.prefix;
+}
+
 /// Wine works in its folder, which it makes itself where there is none yet.
 Enclosure EnclosureOf(const BoundedWork& work, const Path& program)
 {
     Enclosure enclosure = *work.enclosure;
     if (!IsWindowsProgram(program))
         return enclosure;
-    const Path prefix = work.prefix.empty() ? WinePrefixFor(program) : work.prefix;
+    const Path prefix = PrefixFor(work, program);
     if (!prefix.empty() && MakeFolders(prefix)) // what is wrong with it Wine says
         enclosure.writable.push_back(prefix);
     return enclosure;
@@ -199,6 +205,18 @@ Enclosure EnclosureOf(const BoundedWork& work, const Path& program)
 std::string WhyNotStarted(const Path& program)
 {
     return IsWindowsProgram(program) ? std::string{} : NotStartable(program);
+}
+
+/// False, with the reason in the report, while another server of Wine has the prefix.
+bool IsPrefixFree(const Path& prefix, const ToolOrder& order, ProgressScope& progress,
+                  ToolReport& report)
+{
+    const auto ready = AwaitWineServer(prefix, order.name, progress);
+    if (!ready && ready.Error().code == ErrorCode::Stopped)
+        report.Fail(ToolTrouble::Stopped, GetMsg(Msg::BreakUser));
+    else if (!ready)
+        report.Fail(ToolTrouble::NotStarted, order.notStarted, ready.Error().sentence);
+    return bool{ready};
 }
 
 } // namespace
@@ -223,11 +241,15 @@ Status RunBounded(const Tools& tools, Machine& machine, const BoundedWork& work,
     if (IsWindowsProgram(program))
         SetPrefix(order.launch, work.prefix);
     const Path encloser = work.enclosure ? EncloserOf(tools) : Path{};
+    progress.AllowStop();
     if (!encloser.empty()) {
         if (std::string reason = WhyNotStarted(program); !reason.empty()) {
             report.Fail(ToolTrouble::NotStarted, order.notStarted, std::move(reason));
             return report.status;
         }
+        if (IsWindowsProgram(program) &&
+            !IsPrefixFree(PrefixFor(work, program), order, progress, report))
+            return report.status;
         order.launch =
             Enclosed(encloser, tools, order.launch, EnclosureOf(work, program), work.bounds.left);
     }
@@ -240,7 +262,6 @@ Status RunBounded(const Tools& tools, Machine& machine, const BoundedWork& work,
     const auto end = BoundedClock::now() + work.bounds.time;
 
     ToolRun run{std::move(order)};
-    progress.AllowStop();
     if (run.Start()) {
         const WatchedRun watched{run, &progress, true, {}, [&] { return left(), room(); }};
         RunToEnds({&watched, 1});

@@ -11,6 +11,7 @@
 #include "words/message.h"
 
 #include <algorithm>
+#include <map>
 
 namespace kestrova
 {
@@ -95,21 +96,36 @@ public:
             Add(words, {"--size", mostInMemory, "--tmpfs", folder.native()});
     }
 
-    /// A place as it is outside, under the name by which it is asked for.
+    /// A place as it is outside; `AddNames` makes the name by which it is asked for.
     void AddPlace(const Path& place, std::string_view how)
     {
         Path real;
         if (!place.is_absolute() || platform::RealPath(place, real))
             return;
         Add(words, {how, real.native(), real.native()});
+        bound_.push_back(real);
         if (real != place && LiesIn(place, hidden_))
-            Add(words, {"--symlink", real.native(), place.native()});
+            names_.emplace(place, real);
+    }
+
+    /// Names that lead to places elsewhere. What lies below one of them, or in a place that is
+    /// there, is there by that.
+    void AddNames()
+    {
+        Path made;
+        for (const auto& [name, real] : names_)
+            if (!LiesIn(name, bound_) && (made.empty() || !LiesInside(name, made))) {
+                Add(words, {"--symlink", real.native(), name.native()});
+                made = name;
+            }
     }
 
     Words words;
 
 private:
     std::vector<Path> hidden_;
+    std::vector<Path> bound_;
+    std::map<Path, Path> names_; ///< a folder before what lies in it
 };
 
 constexpr std::string_view toRead = "--ro-bind";
@@ -136,7 +152,7 @@ void AddProgram(EnclosureWords& enclosed, const platform::Launch& launch)
         Path real;
         if (word.starts_with('/') && !platform::RealPath(word, real) &&
             platform::FactsOf(real).kind == platform::FileKind::File)
-            enclosed.AddPlace(real, toRead);
+            enclosed.AddPlace(word, toRead);
     }
 }
 
@@ -175,6 +191,7 @@ platform::Launch Enclosed(const Path& encloser, const Tools& tools, const platfo
         enclosed.AddPlace(place, toWrite);
     for (const Path& place : enclosure.guarded)
         enclosed.AddPlace(place, toRead);
+    enclosed.AddNames();
     platform::Launch inside = launch;
     inside.argv = {encloser.native()};
     inside.argv.insert(inside.argv.end(), enclosed.words.begin(), enclosed.words.end());

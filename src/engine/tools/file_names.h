@@ -22,6 +22,10 @@ inline constexpr std::string_view Utf8Locale = "C.UTF-8";
 /// What Wine starts for itself; it goes away by itself.
 inline constexpr std::string_view WineHelpers = "wineserver|wineserver64|wineserver32|wineboot.exe|winemenubuilder|services.exe|explorer.exe|winedevice.exe|plugplay.exe|svchost.exe|rpcss.exe|conhost.exe";
 inline constexpr std::string_view WineServers = "wineserver*";
+/// Where Wine's servers lie: those of a user, of a prefix, and what one holds locked while it runs.
+inline constexpr std::string_view WineServersFolder = "/tmp/.wine-";
+inline constexpr std::string_view WineServerFolder = "server-";
+inline constexpr std::string_view WineServerLock = "lock";
 inline constexpr std::string_view EncloserName = "bwrap";
 inline constexpr std::string_view TrialProgram = "true";
 inline constexpr std::string_view SystemShell = "/bin/sh";

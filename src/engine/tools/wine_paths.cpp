@@ -4,9 +4,11 @@
 #include "platform/places.h"
 #include "platform/real_path.h"
 #include "platform/user_folders.h"
+#include "tools/enclosure.h"
 #include "tools/file_names.h"
 #include "tools/program_launch.h"
 #include "tools/run_to_end.h"
+#include "tools/wine_server.h"
 
 #include <algorithm>
 
@@ -47,15 +49,26 @@ bool IsPlain(std::string_view text)
                        [](char letter) { return letter > ' ' && letter <= '~'; });
 }
 
+/// A server that this starts would outlive the answer, and hold up who is shut in next. One that is
+/// at work already is asked instead.
+void ShutIn(const Tools& tools, const Path& prefix, const Path& folder, platform::Launch& launch)
+{
+    constexpr std::chrono::seconds forHelpers{5};
+    const Path encloser = WineServerRuns(prefix) ? Path{} : EncloserOf(tools);
+    if (!encloser.empty() && MakeFolders(prefix)) // what is wrong with it Wine says
+        launch = Enclosed(encloser, tools, launch, {{prefix}, {folder}}, forHelpers);
+}
+
 /// The path as it is where Wine has no answer.
-std::string ShortForm(const Tools& tools, const Path& prefix, const std::string& path,
-                      ProgressScope& progress)
+std::string ShortForm(const Tools& tools, const Path& prefix, const Path& folder,
+                      const std::string& path, ProgressScope& progress)
 {
     auto launch = LaunchInPrefix(
         tools, prefix, {std::string{OnDisk::WinePathTool}, std::string{OnDisk::WineShort}, path});
     if (!launch)
         return path;      // the program itself will say why
     launch->folder = "/"; // the prefix need not be there yet
+    ShutIn(tools, prefix, folder, *launch);
     ToolOrder order;
     order.launch = std::move(*launch);
     order.name = OnDisk::WinePathTool;
@@ -118,7 +131,9 @@ std::string ShortPathForProgram(const Tools& tools, const Path& program, const P
     const std::size_t end = whole.rfind('\\');
     const std::string folder = whole.substr(0, end);
     const std::string name = whole.substr(end);
-    return (IsPlain(folder) ? folder : ShortForm(tools, prefix, folder, progress)) + name;
+    return (IsPlain(folder) ? folder
+                            : ShortForm(tools, prefix, file.parent_path(), folder, progress)) +
+           name;
 }
 
 } // namespace kestrova

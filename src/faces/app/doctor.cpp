@@ -4,6 +4,7 @@
 #include "app/file_names.h"
 #include "app/library_findings.h"
 #include "app/start_up.h"
+#include "app/vault_findings.h"
 #include "archive/set_aside.h"
 #include "conversion/sound_tools.h"
 #include "core/look.h"
@@ -185,6 +186,7 @@ void FoldersOfNoLevel(const Folders& folders, const Archive& archive,
         findings.push_back(Bad(Msg::DoctorUnlisted, named(unlisted), Msg::DoctorUnlistedRemedy));
     const auto list = ReadUndoList(folders).ValueOr({});
     UndoKept(folders, list, findings);
+    VaultFindings(folders, findings);
     std::vector<Path> aside = found->setAside;
     std::erase_if(aside, [&](const Path& folder) {
         return std::any_of(list.entries.begin(), list.entries.end(), [&](const ChangeHead& entry) {

@@ -132,9 +132,24 @@ bool BringOriginalBack(Run& run)
     return BringOriginalBackTold(run.session, run.arguments.words[2]);
 }
 
+bool DeleteOriginals(Run& run)
+{
+    const auto& words = run.arguments.words;
+    const std::vector<std::string> ids(words.begin() + 2, words.end());
+    if (!DeleteOriginalsTold(run.session, ids))
+        return false;
+    AddLine(run, GetMsg(Msg::OriginalDeleted, {Join(ids, " ")}));
+    return true;
+}
+
 bool OneOfThem(const Run& run)
 {
     return run.arguments.words.size() > 1;
+}
+
+bool ToBeDeleted(const Run& run)
+{
+    return OneOfThem(run) && run.arguments.words[1] == "delete";
 }
 
 bool IntoAFolder(const Run& run)
@@ -147,10 +162,13 @@ std::string WrongOriginals(Run& run)
     const auto& words = run.arguments.words;
     if (words.size() == 1)
         return {};
-    if (words[1] != "bring-back")
+    const bool deletes = words[1] == "delete";
+    if (!deletes && words[1] != "bring-back")
         return GetMsg(Msg::WrongWordTooMany, {words[1]});
     if (words.size() < 3)
         return GetMsg(Msg::WrongWordMissing, {"history"});
+    if (!deletes && words.size() > 3)
+        return GetMsg(Msg::WrongWordTooMany, {words[3]});
     return run.json == nullptr ? std::string{} : GetMsg(Msg::WrongOptionHere, {"--json", words[1]});
 }
 
@@ -180,12 +198,13 @@ std::string WrongHistory(Run& run)
 
 std::span<const CommandRow> HistoryCommands()
 {
+    constexpr std::size_t mostFiles = 1000;
     static const CommandRow rows[] = {
         {.terminal = {.word = "history",
                       .usage = Msg::UseHistory,
                       .summary = Msg::SumHistory,
                       .json = Msg::KeysHistory,
-                      .mostWords = 3,
+                      .mostWords = mostFiles,
                       .options = {ValueOption("--to")},
                       .wrong = WrongHistory},
          .run = ListHistory},
@@ -199,6 +218,10 @@ std::span<const CommandRow> HistoryCommands()
          .run = BringBackInto},
         {.terminal = {.word = "history", .verb = "originals"},
          .run = ListOriginals,
+         .help = HelpTag::OriginalsHistory},
+        {.terminal = {.word = "history", .verb = "originals", .when = ToBeDeleted},
+         .touches = Touches::Stores,
+         .run = DeleteOriginals,
          .help = HelpTag::OriginalsHistory},
         {.terminal = {.word = "history", .verb = "originals", .when = OneOfThem},
          .needs = Needs::LevelEditor,

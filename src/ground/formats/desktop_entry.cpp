@@ -49,7 +49,46 @@ std::string CommandWord(std::string_view word)
     return quoted + '"';
 }
 
+constexpr std::string_view folderKey = "Path=";
+
+/// What `EntryValue` was made from.
+std::string EntryText(std::string_view value)
+{
+    std::string text;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        if (value[i] != '\\' || i + 1 == value.size()) {
+            text += value[i];
+            continue;
+        }
+        switch (value[++i]) {
+        case 'n':
+            text += '\n';
+            break;
+        case 'r':
+            text += '\r';
+            break;
+        case 't':
+            text += '\t';
+            break;
+        case 's':
+            text += ' ';
+            break;
+        default:
+            text += value[i];
+        }
+    }
+    return text;
+}
+
 } // namespace
+
+std::string FolderOfDesktopEntry(std::string_view text)
+{
+    for (const std::string& line : Split(text, '\n'))
+        if (line.starts_with(folderKey))
+            return EntryText(std::string_view{line}.substr(folderKey.size()));
+    return {};
+}
 
 std::string FormatDesktopEntry(const DesktopEntry& entry)
 {

@@ -31,6 +31,9 @@ struct DesktopEntry {
 
 std::string FormatDesktopEntry(const DesktopEntry& entry);
 
+/// The folder that such an entry works in; empty when it names none.
+std::string FolderOfDesktopEntry(std::string_view text);
+
 /// The address that a shortcut to a web page (`[InternetShortcut]`, `URL=`) holds; empty when it
 /// holds none of the web.
 std::string AddressOfShortcut(std::string_view bytes);

@@ -137,6 +137,8 @@ std::string FormatLoanNote(const LoanNote& note)
                   {"swept", JsonOfNames(note.swept)}};
     if (note.whole)
         json["whole"] = JsonOfTree(*note.whole);
+    if (note.rest)
+        json["rest"] = JsonOfTree(*note.rest);
     return Written(json);
 }
 
@@ -159,6 +161,8 @@ Result<LoanNote> ParseLoanNote(std::string_view text)
     reader.Names("swept", note.swept);
     if (reader.Has("whole"))
         good = ReadTree(json["whole"], note.whole.emplace()) && good;
+    if (reader.Has("rest"))
+        good = ReadTree(json["rest"], note.rest.emplace()) && good;
     if (!reader.Good() || !good || !AllAreRelative(note.made) || !AllAreRelative(note.swept))
         return Failure{ErrorCode::Damaged, {}, {}};
     note.phase = *phase;

@@ -64,6 +64,9 @@ struct LoanNote {
     std::vector<std::string> swept; ///< whatever else matches goes: `\script\*.dat`
     /// A program has the whole folder; there are no places then.
     std::optional<StandingTree> whole{};
+    /// What stands there beside the places while a program is at work; `others` names what it may
+    /// write as well.
+    std::optional<StandingTree> rest{};
 };
 
 std::string FormatLoanNote(const LoanNote& note);

@@ -21,6 +21,11 @@ fs::path FolderOfVariable(const char* name)
 
 } // namespace
 
+std::uint64_t UserNumber()
+{
+    return ::getuid();
+}
+
 fs::path HomeFolder()
 {
     return FolderOfVariable("HOME");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <vector>
 
@@ -7,6 +8,8 @@
 namespace kestrova::platform
 {
 
+/// The number of this user, by which programs call folders that all users share a place for.
+std::uint64_t UserNumber();
 /// `$HOME`; empty where it is not set.
 std::filesystem::path HomeFolder();
 /// `$XDG_CACHE_HOME`, or the place that stands for it; empty where neither is told.

@@ -22,6 +22,7 @@ inline constexpr Message AssistantHelpNote{"Note: if you have no ideas about wha
 inline constexpr Message AllTomsHaveSources{"All .tom files of current level, have their source files to be converted."};
 inline constexpr Message TomLinked{"Source file '~1' linked with wads files '~2'"};
 inline constexpr Message TomNotLinked{"Source file '~1' was not linked with the wads '~2', or not with all of them. What lies in the level's folder already stays, and you can try again."};
+inline constexpr Message LinkNoRoom{"The set of wads needs ~1, and ~2 are free on the disk. Nothing was copied."};
 inline constexpr Message NoSuchWads{"There are no such wads, neither among those of the Level Editor nor in the level: ~1"};
 inline constexpr Message SelectWads{"You must select wads used from source files: "};
 inline constexpr Message NothingPerformed{"You have performed no operations. If you wish execute an operation press [Perform now], while click on [Cancel] button if you wish abort"};

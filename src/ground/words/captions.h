@@ -12,6 +12,7 @@ inline constexpr Message ListSavegamesSelectAll{"Select all"};
 inline constexpr Message ListSavegamesDelete{" Delete exported savegames from Level Folder"};
 inline constexpr Message ListSavegamesHint{"(Click while press key CTRL or SHIFT for multiple selections)"};
 inline constexpr Message HistoryBringBack{"Bring back"};
+inline constexpr Message HistoryDelete{"Delete for good"};
 inline constexpr Message HistoryClose{"Close"};
 inline constexpr Message SettingsExportFrame{"Export of levels"};
 inline constexpr Message SettingsExportSavegames{"Put the level's savegames into its zip too"};

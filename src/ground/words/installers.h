@@ -50,6 +50,8 @@ inline constexpr Message InstallerNotCopied{"A file that the setup program insta
 inline constexpr Message InstallerTooMuch{"The setup program installed ~1, which is more than the ~2 that a level may take. Nothing of it came into the level."};
 inline constexpr Message InstallerLeftOut{"What the setup program wrote into the Level Editor's folder beside the level's files is gone from there again: ~1"};
 inline constexpr Message InstallerElsewhere{"The setup program also wrote to other places of Wine's drive C, which stay as they are: ~1"};
+inline constexpr Message InstallerWroteAtHome{"The setup program was not shut in. This changed below ~1 while it ran, by it or by another program, and stays as it is: ~2"};
+inline constexpr Message InstallerHomeTooLarge{"Not all of ~1 was looked through for what the setup program wrote there."};
 inline constexpr Message InstallerNotReturned{"The Level Editor's folder could not come back whole from the setup program yet. Nothing is lost: what its backup lacks lies in the hidden folder .kv~handed of Kestrova's own folder. Make room on the disk, or give yourself the right to write there, and start again."};
 inline constexpr Message InstallerNotTaken{"Not all files that the setup program installed came into the level: "};
 inline constexpr Message InstallerStays{"A setup program could not be deleted from the level's files: "};

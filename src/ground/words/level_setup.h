@@ -63,6 +63,7 @@ inline constexpr Message SetupNoTarget{"Say which folder the Level Editor is to 
 inline constexpr Message SetupTargetFull{"The folder ~1 holds something already, so the Level Editor was not installed there, and nothing was changed. Choose a folder that is empty, or one that is not there yet."};
 inline constexpr Message SetupTargetNoFolder{"~1 is no folder, so the Level Editor cannot be installed there. Nothing was changed. Choose a folder that is empty, or one that is not there yet."};
 inline constexpr Message SetupTargetInSource{"The folder ~1 and the folder that the setup comes from lie one in the other. Nothing was changed. Choose another folder to install into."};
+inline constexpr Message SetupTargetKept{"The folder ~1 lies in Kestrova's own folder, or among the files of an archive, a level or the Level Editor in use. Nothing was changed. Choose another folder to install into."};
 inline constexpr Message SetupTargetTooLong{"This folder's name is too long for the preferences (more than 256 bytes): ~1. Nothing was changed. Choose a folder with a shorter path."};
 inline constexpr Message SetupNotPlaced{"The Level Editor could not be put into its place, and nothing is left of it: ~1"};
 inline constexpr Message SetupNotPrepared{"No place could be made to work in, and nothing was changed: ~1"};

@@ -16,6 +16,12 @@ inline constexpr Message OriginalsUnreadable{"The list of what was kept of the L
 inline constexpr Message OriginalNotBroughtBack{"The file could not be brought back. It is still kept."};
 inline constexpr Message OriginalBroughtBack{"Brought back: ~1. It stays in the list as well."};
 
+inline constexpr Message AskDeleteOriginals{"Delete ~1 for good? Nothing else has what is in it."};
+inline constexpr Message OriginalNotDeleted{"The file was not deleted, and is still kept."};
+inline constexpr Message OriginalDeleted{"Deleted: ~1"};
+inline constexpr Message DoctorVault{"kept of the Level Editor's folder"};
+inline constexpr Message DoctorVaultHolds{"~1 (~2); kestrovactl history originals lists them, and deletes what you do not need"};
+
 inline constexpr Message LoanStillWaits{"the Level Editor's folder still has to come back from a compilation or an installer that was interrupted; see kestrovactl doctor"};
 inline constexpr Message HandoverNoRoom{"files of the Level Editor's folder that its backup lacks are copied first (~1), and there is no room for that in: ~2"};
 inline constexpr Message LoanFolderInTheWay{"a folder stands where a file of the level has to go"};

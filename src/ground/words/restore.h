@@ -59,6 +59,7 @@ inline constexpr Message WaitingSwapFolder{"a swap was interrupted and waits for
 inline constexpr Message WaitingSwapStore{"a swap was interrupted and waits for the archive's folder ~1"};
 inline constexpr Message WaitingLoan{"a compilation or an installer was interrupted, and the Level Editor's folder has to come back from it"};
 inline constexpr Message ForgottenEnded{"An interrupted run had left programs at work in the Level Editor's folder. They were ended: ~1."};
+inline constexpr Message LoanKeptMeanwhile{"What had come or changed there meanwhile is kept; \"kestrovactl history originals\" lists it and brings it back: ~1"};
 inline constexpr Message LoanReturned{"A compilation or an installer in the Level Editor's folder was interrupted. The folder is as it was before. Start it again."};
 inline constexpr Message LoanNotReturned{"A compilation or an installer in the Level Editor's folder was interrupted, and the folder could not come back whole yet. Nothing is lost: what stood there lies in its hidden folder .kv~lent, or in .kv~handed of Kestrova's own folder. Make room on the disk, or give yourself the right to write there, and start again; until then no level can be played."};
 inline constexpr Message LoanFolderGone{"A compilation or an installer was interrupted in the Level Editor's folder ~1, which is not there now. It comes back when its drive is connected at a start, or say where it is now: kestrovactl mend --trle DIR. When it is gone for good: kestrovactl mend --let-go."};

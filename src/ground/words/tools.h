@@ -10,6 +10,8 @@ namespace kestrova::Msg
 
 inline constexpr Message WineMissing{"this is a Windows program, and '~1' that should start it was not found. Install Wine (on Debian: apt-get install wine), or name another command in the settings"};
 inline constexpr Message Wine32Missing{"this is a 32-bit Windows program, and Wine has no 32-bit part here, so it would end at once without a word. Install it (on Debian: dpkg --add-architecture i386, apt-get update, apt-get install wine32:i386)"};
+inline constexpr Message WineAwaited{"Before '~1' starts, what Wine has running is awaited ..."};
+inline constexpr Message WineBusy{"another Windows program runs in the same Wine prefix (~1), and both would write over each other's registry; end that program, then try again"};
 inline constexpr Message UtilityMissing{"Utility \"~1\" doesn't exist"};
 inline constexpr Message MissingUtility{"Missing utility \"~1\""};
 inline constexpr Message ErrorCreatingSubprocess{"Error creating subprocess: \"~1\"~2With command line: \"~3\""};

@@ -11,5 +11,7 @@ namespace kestrova::OnDisk
 inline constexpr std::string_view FragImport = "\\swap\\import";
 inline constexpr std::string_view EndingImport = ".json";
 inline constexpr std::string_view PatImports = "*.json";
+/// Of the folder of what is aside while a folder is lent.
+inline constexpr std::string_view DirRest = "rest";
 
 } // namespace kestrova::OnDisk

@@ -139,6 +139,7 @@ Status FolderLoan::MakeMissingFolders(const Path& folder)
 Status FolderLoan::SetAside()
 {
     const Path aside = AsideOf(folders_, 0).parent_path();
+    DropRest(folders_); // left without its note it is of no use
     const auto isFree = IsFree(aside);
     if (!isFree)
         return isFree.Error();
@@ -175,6 +176,33 @@ Status FolderLoan::Put(std::size_t wish, const std::function<bool(std::uint64_t)
 {
     return CopyFileOver(wishes_[wish].source, PlaceOf(wish),
                         {Verify::Size, false, false, progress, 0, true});
+}
+
+Status FolderLoan::KeepRest(ProgressScope& progress, const std::vector<std::string>& results)
+{
+    auto kept = kestrova::KeepRest(machine_, folders_, note_, results, progress);
+    if (kept)
+        kept = WriteLoanNote(folders_, note_);
+    if (!kept) {
+        note_.rest.reset();
+        DropRest(folders_);
+    }
+    return kept;
+}
+
+Result<RestReturn> FolderLoan::ReturnRest()
+{
+    const platform::FolderMemory memory;
+    auto back = kestrova::ReturnRest(machine_, folders_, note_);
+    if (!back)
+        return back;
+    LoanNote without = note_;
+    without.rest.reset();
+    if (auto written = WriteLoanNote(folders_, without); !written)
+        return written.Error();
+    note_.rest.reset();
+    DropRest(folders_);
+    return back;
 }
 
 Status FolderLoan::GiveBack(LoanEnd end)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "originals/loan_return.h"
+#include "originals/loan_rest.h"
 
 #include <map>
 
@@ -39,9 +39,16 @@ public:
     /// Copies the wish's source to its place.
     Status Put(std::size_t wish, const std::function<bool(std::uint64_t)>& progress = {}) const;
 
+    /// Before a program works there unwatched: all else that stands in the folder is noted and
+    /// kept, so that it comes back as well, after a kill too. `results`: what else it may write,
+    /// and what lies below.
+    Status KeepRest(ProgressScope& progress, const std::vector<std::string>& results = {});
+    /// After it: the rest is as it was. One that fails is tried again when the folder comes back.
+    Result<RestReturn> ReturnRest();
+
     /// The folder as it was; for a cancel, but for the copies that stay.
     Status GiveBack(LoanEnd end = LoanEnd::Whole);
-    /// What was made in the folder stays; what stood there before goes.
+    /// What was made in the folder stays; what stood there before goes. The rest was returned.
     Status Keep();
 
 private:

@@ -1,15 +1,9 @@
 #include "originals/handover_return.h"
 
-#include "core/copying.h"
-#include "core/look.h"
 #include "core/removal.h"
 #include "formats/program_folder.h"
 #include "history/work_note.h"
-#include "originals/standing_tree.h"
-#include "originals/vault.h"
-#include "platform/folder_memory.h"
-
-#include <algorithm>
+#include "originals/tree_return.h"
 
 namespace kestrova
 {
@@ -17,243 +11,15 @@ namespace kestrova
 namespace
 {
 
-class HandoverReturn
+/// All of it is in its place; only then the note goes.
+Status EndHandover(const Folders& folders, const LoanNote& note)
 {
-public:
-    HandoverReturn(Machine& machine, const Folders& folders, const LoanNote& note,
-                   const std::set<Path>& stays)
-        : machine_(machine), folders_(folders), before_(*note.whole), note_(note), stays_(stays)
-    {
-    }
-
-    Status Run(LoanEnd end)
-    {
-        if (note_.phase == LoanPhase::Planned) // nobody has been in the folder
-            return End();
-        if (auto made = MakeFolders(folders_.trle); !made)
-            return made;
-        const auto now = TreeOf(folders_.trle, {false, before_.links, true});
-        if (!now)
-            return now.Error();
-        Compare(*now);
-        if (end == LoanEnd::Recovered)
-            KeepStrangers();
-        RemoveOthers(*now);
-        RemoveNew(*now);
-        BringLinksBack(*now);
-        for (const StandingFolder& folder : before_.folders)
-            Note(MakeFolders(folders_.trle / folder.name));
-        for (const std::size_t file : lacking_)
-            Note(BringBack(file));
-        BringRightsBack();
-        return failure_ ? End() : failure_;
-    }
-
-private:
-    void Note(const Status& status)
-    {
-        if (!status && failure_)
-            failure_ = status;
-    }
-
-    void Compare(const StandingTree& now)
-    {
-        const StandingFiles files = FilesByName(now);
-        std::set<std::string> known;
-        for (std::size_t i = 0; i < before_.files.size(); ++i) {
-            const StandingFile& file = before_.files[i];
-            known.insert(file.name.native());
-            const auto found = files.find(file.name.native());
-            const bool isThere = found != files.end();
-            if (isThere && IsUntouched(file, *found->second))
-                continue;
-            touched_.push_back(i);
-            if (isThere && IsBack(i, *found->second))
-                continue;
-            lacking_.push_back(i);
-            if (isThere)
-                strangers_.push_back(file.name);
-        }
-        for (const StandingFile& file : now.files)
-            if (!known.contains(file.name.native()) && !stays_.contains(file.name)) {
-                new_.push_back(file.name);
-                strangers_.push_back(file.name);
-            }
-    }
-
-    /// An earlier attempt has brought it back, or nobody wrote anything else into it.
-    [[nodiscard]] bool IsBack(std::size_t number, const StandingFile& now) const
-    {
-        const StandingFile& file = before_.files[number];
-        if (file.size != now.size)
-            return false;
-        const Path place = folders_.trle / file.name;
-        if (!file.kept)
-            return SameContent(place, ResolvePath(folders_.Backup() / file.name));
-        const Path copy = KeptCopyOf(folders_, number);
-        const auto isGone = IsFree(copy);
-        return isGone && (*isGone || SameContent(place, copy));
-    }
-
-    /// What cannot be kept stays where it is.
-    void KeepStrangers()
-    {
-        const Keeping keeping = KeepOriginals(machine_, folders_, strangers_);
-        if (keeping.failed.empty())
-            return;
-        Note(keeping.failure);
-        const auto stays = [&](const Path& name) {
-            return std::find(keeping.failed.begin(), keeping.failed.end(), name) !=
-                   keeping.failed.end();
-        };
-        std::erase_if(new_, stays);
-        std::erase_if(lacking_, [&](std::size_t file) { return stays(before_.files[file].name); });
-    }
-
-    /// The folder's lock is a file that stays locked, unless something else took its place.
-    void RemoveOthers(const StandingTree& now)
-    {
-        const std::set<Path> known(before_.others.begin(), before_.others.end());
-        for (const Path& name : now.others) {
-            const Path place = folders_.trle / name;
-            const bool isLock = name == lockFileName && IsFileItself(place);
-            if (!isLock && (!known.contains(name) || name == lockFileName))
-                Note(RemoveTree(place));
-        }
-    }
-
-    void RemoveNew(const StandingTree& now)
-    {
-        for (const Path& file : new_)
-            Note(DeleteSpelled(folders_.trle / file));
-        for (const StandingLink& link : now.links)
-            if (!IsNoted(link) && !stays_.contains(link.name))
-                Note(DeleteSpelled(folders_.trle / link.name));
-        std::set<Path> known;
-        for (const StandingFolder& folder : before_.folders)
-            known.insert(folder.name);
-        // Children first. One that is not empty has what stays; it is no failure.
-        for (auto folder = now.folders.rbegin(); folder != now.folders.rend(); ++folder)
-            if (!known.contains(folder->name))
-                Note(RemoveEmpty(folders_.trle / folder->name));
-    }
-
-    static bool IsFileItself(const Path& place)
-    {
-        return platform::FactsOfLink(place).kind == platform::FileKind::File;
-    }
-
-    static Status RemoveEmpty(const Path& folder)
-    {
-        const auto failure = platform::RemoveFolder(folder);
-        if (!failure || failure == std::errc::directory_not_empty ||
-            failure == std::errc::no_such_file_or_directory)
-            return {};
-        return MakeFailure(ErrorCode::CannotDelete, TextOf(folder), failure);
-    }
-
-    void BringLinksBack(const StandingTree& now)
-    {
-        for (const StandingLink& link : before_.links) {
-            const bool isThere =
-                std::any_of(now.links.begin(), now.links.end(), [&](const StandingLink& found) {
-                    return found.name == link.name && found.target == link.target;
-                });
-            const Path place = folders_.trle / link.name;
-            if (isThere)
-                continue;
-            (void)platform::RemoveFolder(place); // one that stands in its place, emptied by now
-            if (const auto failure = platform::MakeLink(link.target, place))
-                Note(MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure));
-        }
-    }
-
-    [[nodiscard]] bool IsNoted(const StandingLink& link) const
-    {
-        return std::any_of(before_.links.begin(), before_.links.end(),
-                           [&](const StandingLink& known) {
-                               return known.name == link.name && known.target == link.target;
-                           });
-    }
-
-    [[nodiscard]] Status BringBack(std::size_t number) const
-    {
-        const StandingFile& file = before_.files[number];
-        const Path place = folders_.trle / file.name;
-        if (StandsAsBefore(file, place)) // behind a link that is back
-            return {};
-        const Path source =
-            file.kept ? KeptCopyOf(folders_, number) : ResolvePath(folders_.Backup() / file.name);
-        platform::FileFacts facts;
-        if (const auto failure = platform::LookAtLink(place, facts))
-            return MakeFailure(ErrorCode::CannotRead, TextOf(place), failure);
-        if (facts.kind == platform::FileKind::Folder)
-            (void)platform::RemoveFolder(place); // the copy tells when it stays
-        return CopyFileOver(source, place, {Verify::Content, false, false, {}, 0, true});
-    }
-
-    [[nodiscard]] static bool StandsAsBefore(const StandingFile& file, const Path& place)
-    {
-        platform::FileFacts facts;
-        return !platform::Look(place, facts) && facts.kind == platform::FileKind::File &&
-               IsUntouched(file,
-                           {file.name, facts.size, facts.modifiedNs, facts.changedNs, facts.inode});
-    }
-
-    /// Times and rights, which a program changes without a byte of the content.
-    void BringRightsBack()
-    {
-        for (const std::size_t number : touched_) {
-            const StandingFile& file = before_.files[number];
-            const Path place = folders_.trle / file.name;
-            platform::FileFacts facts;
-            if (platform::Look(place, facts) || facts.kind != platform::FileKind::File)
-                continue; // what kept it from coming back is told
-            if (facts.modifiedNs != file.modifiedNs)
-                NoteChange(place, platform::SetModified(place, file.modifiedNs));
-            BringRightsBack(place, facts.mode, file.rights);
-        }
-        // Children first: a folder that nobody may enter closes those below it.
-        for (auto folder = before_.folders.rbegin(); folder != before_.folders.rend(); ++folder) {
-            const Path place = folders_.trle / folder->name;
-            BringRightsBack(place, platform::FactsOf(place).mode, folder->rights);
-        }
-        BringRightsBack(folders_.trle, platform::FactsOf(folders_.trle).mode, before_.rights);
-    }
-
-    void BringRightsBack(const Path& place, std::uint32_t now, std::uint32_t before)
-    {
-        if (before != noRights && now != before)
-            NoteChange(place, platform::SetMode(place, before));
-    }
-
-    void NoteChange(const Path& place, const std::error_code& failure)
-    {
-        if (failure)
-            Note(MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure));
-    }
-
-    /// All of it is in its place; only then the note goes.
-    [[nodiscard]] Status End() const
-    {
-        if (note_.phase != LoanPhase::Planned)
-            if (const auto failure = platform::SyncFileSystem(folders_.trle))
-                return MakeFailure(ErrorCode::CannotWrite, TextOf(folders_.trle), failure);
-        (void)ClearPlace(KeptCopyOf(folders_, 0).parent_path()); // of no use any more
-        return StatusOf(DropWorkNote(LoanNotePath(folders_)));
-    }
-
-    Machine& machine_;
-    const Folders& folders_;
-    const StandingTree& before_;
-    const LoanNote& note_;
-    const std::set<Path>& stays_;
-    std::vector<std::size_t> lacking_; ///< numbers of files that are not as they were
-    std::vector<std::size_t> touched_; ///< those that somebody may have changed at all
-    std::vector<Path> new_;
-    std::vector<Path> strangers_; ///< what nobody else has
-    Status failure_;              ///< the first
-};
+    if (note.phase != LoanPhase::Planned)
+        if (const auto failure = platform::SyncFileSystem(folders.trle))
+            return MakeFailure(ErrorCode::CannotWrite, TextOf(folders.trle), failure);
+    (void)ClearPlace(KeptCopyOf(folders, 0).parent_path()); // of no use any more
+    return StatusOf(DropWorkNote(LoanNotePath(folders)));
+}
 
 } // namespace
 
@@ -265,8 +31,13 @@ Path KeptCopyOf(const Folders& folders, std::size_t file)
 Status ReturnHandover(Machine& machine, const Folders& folders, const LoanNote& note, LoanEnd end,
                       const std::set<Path>& stays)
 {
-    const platform::FolderMemory memory;
-    return HandoverReturn{machine, folders, note, stays}.Run(end);
+    if (note.phase == LoanPhase::Planned) // nobody has been in the folder
+        return EndHandover(folders, note);
+    const auto back = BringTreeBack(
+        machine, folders,
+        {*note.whole, [&](std::size_t file) { return KeptCopyOf(folders, file); },
+         [&](const Path& name) { return stays.contains(name); }, end == LoanEnd::Recovered, true});
+    return back ? EndHandover(folders, note) : StatusOf(back);
 }
 
 } // namespace kestrova

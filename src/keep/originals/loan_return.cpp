@@ -6,6 +6,7 @@
 #include "history/work_note.h"
 #include "originals/folder_in_the_way.h"
 #include "originals/handover_return.h"
+#include "originals/loan_rest.h"
 #include "originals/vault.h"
 
 #include <algorithm>
@@ -38,6 +39,8 @@ public:
             Note(GiveBack(place));
         for (const Path& file : swept_)
             Note(DeleteSpelled(file));
+        if (note_.rest)
+            Note(StatusOf(ReturnRest(machine_, folders_, note_)));
         return failure_ ? End() : failure_;
     }
 
@@ -163,7 +166,9 @@ private:
     /// What cannot be kept stays where it is.
     void KeepStrangers()
     {
-        const Keeping keeping = KeepOriginals(machine_, folders_, strangers_);
+        const Keeping keeping =
+            KeepOriginals(machine_, folders_, strangers_,
+                          end_ == LoanEnd::OfProgram ? MadeBy::Program : MadeBy::Person);
         if (keeping.failed.empty())
             return;
         Note(keeping.failure);
@@ -204,6 +209,7 @@ private:
             (void)platform::RemoveFolder(folders_.trle / SafeRelative(*name).Value());
         if (const auto failure = platform::SyncFileSystem(folders_.trle))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(folders_.trle), failure);
+        DropRest(folders_);
         (void)platform::RemoveFolder(AsideOf(folders_, 0).parent_path()); // empty, or of no use
         return StatusOf(DropWorkNote(LoanNotePath(folders_)));
     }

@@ -22,6 +22,7 @@ Status MoveSpelled(const Path& from, const Path& to);
 /// How much comes back.
 enum class LoanEnd {
     Whole,     ///< all places, by the run that knows what stands there
+    OfProgram, ///< the same, where nobody but a program was at work
     Recovered, ///< all places, where somebody else may have been at work meanwhile
     Cancelled, ///< all but the copies at the places that `stays` names
 };

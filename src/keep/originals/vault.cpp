@@ -5,9 +5,11 @@
 #include "core/staged_file.h"
 #include "formats/program_folder.h"
 #include "formats/record_json.h"
+#include "history/undo_entries.h"
 #include "words/originals.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 
 namespace kestrova
@@ -17,6 +19,8 @@ namespace
 {
 
 using Json = NoteJson;
+
+constexpr std::array wordsForMaker{"person", "program"};
 
 Path VaultFolder(const Folders& folders)
 {
@@ -37,7 +41,8 @@ std::string Line(const Folders& folders, const KeptFile& entry)
         {"size", entry.size},
         {"time", entry.modifiedNs},
         {"kept", entry.keptNs},
-        {"folder", Encoded(entry.folder)}};
+        {"folder", Encoded(entry.folder)},
+        {"made", wordsForMaker.at(static_cast<std::size_t>(entry.madeBy))}};
     return WrittenLine(json);
 }
 
@@ -60,6 +65,8 @@ std::optional<KeptFile> ParseLine(const Folders& folders, const std::string& lin
     entry.id = text("id");
     entry.file = text("file");
     entry.folder = text("folder");
+    if (text("made") == wordsForMaker.back())
+        entry.madeBy = MadeBy::Program;
     const auto content = SafeRelative(text("content"));
     number("size", entry.size);
     number("time", entry.modifiedNs);
@@ -92,6 +99,14 @@ Result<VaultList> ReadVault(const Folders& folders)
             list.strangeLines += line + "\n";
     }
     return list;
+}
+
+Status WriteVault(const Folders& folders, const VaultList& list)
+{
+    std::string text = list.strangeLines;
+    for (const KeptFile& entry : list.entries)
+        text += Line(folders, entry);
+    return WriteWholeFile(VaultIndex(folders), text);
 }
 
 /// A place of the vault that holds the file's content already, or the next free one.
@@ -127,7 +142,8 @@ enum class HeldBy { Vault, VaultOrBackup };
 constexpr std::size_t flushedSingly = 2;
 
 Keeping KeepFiles(Machine& machine, const Folders& folders, const Path& root,
-                  const std::vector<Path>& relatives, HeldBy heldBy, const Heartbeat& beat)
+                  const std::vector<Path>& relatives, HeldBy heldBy, MadeBy madeBy,
+                  const Heartbeat& beat)
 {
     Keeping keeping;
     std::vector<KeptFile> fresh;
@@ -175,7 +191,8 @@ Keeping KeepFiles(Machine& machine, const Folders& folders, const Path& root,
                          facts->size,
                          facts->modifiedNs,
                          machine.NowNs(),
-                         folders.trle.native()});
+                         folders.trle.native(),
+                         madeBy});
         keeping.kept.push_back(relative);
     }
     if (fresh.empty())
@@ -188,15 +205,12 @@ Keeping KeepFiles(Machine& machine, const Folders& folders, const Path& root,
     if (noted && !list)
         noted = list.Error();
     if (noted) {
-        std::string text = list->strangeLines;
-        for (const KeptFile& entry : list->entries)
-            text += Line(folders, entry);
         int number = LastNumber(*list);
         for (KeptFile& entry : fresh) {
             entry.id = Told(Msg::OriginalsId, {std::to_string(++number)});
-            text += Line(folders, entry);
+            list->entries.push_back(entry);
         }
-        noted = WriteWholeFile(VaultIndex(folders), text);
+        noted = WriteVault(folders, *list);
     }
     if (!noted) { // what is not on the disk and not listed is not kept
         for (const Path& relative : keeping.kept) {
@@ -212,15 +226,16 @@ Keeping KeepFiles(Machine& machine, const Folders& folders, const Path& root,
 
 } // namespace
 
-Keeping KeepOriginals(Machine& machine, const Folders& folders, const std::vector<Path>& relatives)
+Keeping KeepOriginals(Machine& machine, const Folders& folders, const std::vector<Path>& relatives,
+                      MadeBy madeBy)
 {
-    return KeepFiles(machine, folders, folders.trle, relatives, HeldBy::VaultOrBackup, {});
+    return KeepFiles(machine, folders, folders.trle, relatives, HeldBy::VaultOrBackup, madeBy, {});
 }
 
 Keeping KeepReplaced(Machine& machine, const Folders& folders, const Path& root,
                      const std::vector<Path>& relatives, const Heartbeat& beat)
 {
-    return KeepFiles(machine, folders, root, relatives, HeldBy::Vault, beat);
+    return KeepFiles(machine, folders, root, relatives, HeldBy::Vault, MadeBy::Person, beat);
 }
 
 Status KeepOriginal(Machine& machine, const Folders& folders, const Path& relative)
@@ -288,6 +303,38 @@ Result<KeptFile> KeptFileOf(const Folders& folders, const std::string& id)
 }
 
 } // namespace
+
+Status DeleteKept(const Folders& folders, const std::string& id)
+{
+    const auto entry = KeptFileOf(folders, id);
+    if (!entry)
+        return entry.Error();
+    // The content first: a line of the list without its file is no entry.
+    if (const auto failure = platform::Unlink(entry->content))
+        return MakeFailure(ErrorCode::CannotDelete, TextOf(entry->content), failure);
+    auto list = ReadVault(folders);
+    if (!list)
+        return list.Error();
+    std::erase_if(list->entries, [&](const KeptFile& one) { return one.id == id; });
+    return WriteVault(folders, *list);
+}
+
+void BoundVault(const Folders& folders, const ProgramSettings& settings)
+{
+    const auto list = ReadVault(folders);
+    if (!list)
+        return;
+    std::int32_t count = 0;
+    std::uint64_t bytes = 0;
+    for (auto entry = list->entries.rbegin(); entry != list->entries.rend(); ++entry) {
+        if (entry->madeBy != MadeBy::Program)
+            continue;
+        ++count;
+        bytes += entry->size;
+        if (count > settings.undoCount || !HasUndoRoom(settings, bytes))
+            (void)DeleteKept(folders, entry->id); // it is tried again with the next one
+    }
+}
 
 Result<Path> FolderOfKept(const Folders& folders, const std::string& id)
 {

@@ -45,7 +45,7 @@ Result<std::string> MissingResult(const Path& sources, const std::string& langua
 } // namespace
 
 Status CompileScript(Machine& machine, const Folders& folders, const Tools& tools,
-                     const std::string& languageDat, ProgressScope& progress,
+                     const std::string& languageDat, ProgressScope& progress, RestReturn& rest,
                      const RunBounds& bounds)
 {
     const Path sources = ResolvePath(InFolder(folders.trle, OnDisk::DirScript));
@@ -59,6 +59,8 @@ Status CompileScript(Machine& machine, const Folders& folders, const Tools& tool
     FolderLoan loan{machine, folders};
     if (begun)
         begun = loan.Begin({}, {std::string{OnDisk::PatScriptResults}});
+    if (begun)
+        begun = loan.KeepRest(progress, {std::string{OnDisk::DirScript}});
     if (!begun)
         return Saying(GetMsg(Msg::ScriptNotBegun), begun);
 
@@ -68,11 +70,16 @@ Status CompileScript(Machine& machine, const Folders& folders, const Tools& tool
         {program, {std::string{OnDisk::ScriptTxt}}, sources, bounds, EnclosureOfTrle(folders.trle)},
         progress, report);
     const auto missing = MissingResult(sources, languageDat);
-    if (run && missing && missing->empty())
+    auto returned = loan.ReturnRest();
+    if (returned)
+        rest = *returned;
+    if (returned && run && missing && missing->empty())
         return loan.Keep();
     const Status back = loan.GiveBack();
     if (!back || !missing)
         return back ? Status{missing.Error()} : back;
+    if (!returned)
+        return returned.Error();
     if (!run)
         return run;
     return InWords(ErrorCode::NotDone, GetMsg(Msg::ScriptNotCompiled, {*missing}), {},

@@ -4,6 +4,7 @@
 #include "core/look.h"
 #include "editor/file_names.h"
 #include "formats/trle_folder.h"
+#include "originals/vault.h"
 #include "session/file_to_write.h"
 #include "session/operation.h"
 #include "session/telling.h"
@@ -66,6 +67,7 @@ bool CompileTomFile(Session& session, const Path& tom, Path& result)
     TomCompile compile{CompilePartsOf(session, *progress)};
     compile.Prepare(sources, tom.parent_path(), true);
     compile.GiveUp(); // nobody goes on by hand
+    BoundVault(session.Folders(), session.settings);
     result = *target;
     return compile.IsDone();
 }

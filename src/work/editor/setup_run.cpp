@@ -128,7 +128,7 @@ bool LevelEditorSetup::Prepare()
         parts_.host.Tell(Tone::Plain, GetMsg(Msg::SetupGoesOn, {TextOf(target_)}));
         return true;
     }
-    const auto target = TargetOf(wish_);
+    const auto target = TargetOf(wish_, parts_.folders);
     if (!target)
         return End(target.Error());
     target_ = *target;
@@ -165,7 +165,7 @@ bool LevelEditorSetup::FindRoom()
         return false;
     }
     wish_.target = drive.folder / OnDisk::SetupMaker / OnDisk::LastPartTrle;
-    const auto target = TargetOf(wish_);
+    const auto target = TargetOf(wish_, parts_.folders);
     return target ? MoveTo(*target) : End(target.Error());
 }
 
@@ -307,7 +307,7 @@ bool LevelEditorSetup::PutThere()
         return true;
     return Try(
         PlaceShortcuts(ShortcutsFor(parts_.converter.tools, target_, target_, *wish_.language),
-                       links_, LinkNameIn(Msg::LinkGroup, *wish_.language)));
+                       links_, LinkNameIn(Msg::LinkGroup, *wish_.language), target_));
 }
 
 bool LevelEditorSetup::RegisterIt()

@@ -1,6 +1,7 @@
 #include "editor/setup_shortcuts.h"
 
 #include "core/copying.h"
+#include "core/leftovers.h"
 #include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
@@ -100,6 +101,36 @@ bool IsSameGroup(const std::vector<Shortcut>& shortcuts, const Path& folder)
     });
 }
 
+/// All of them are entries of a setup into that folder, or into one that is no more.
+bool IsOutdatedGroup(const Path& folder, const Path& target)
+{
+    const auto tree = ScanTreeIfThere(folder);
+    return tree && !tree->files.empty() &&
+           std::all_of(tree->files.begin(), tree->files.end(), [&](const Path& file) {
+               if (!EndsWithName(file.native(), OnDisk::EndingDesktop))
+                   return false;
+               const auto text = ReadFileIfThere(file, longestWebLink);
+               const Path works = text && *text ? FolderOfDesktopEntry(**text) : std::string{};
+               return !works.empty() && (works == target || IsFree(works).ValueOr(false));
+           });
+}
+
+/// The older group stands until the new one is ready to take its place.
+Status TakePlaceOf(const Path& group, const Path& written)
+{
+    const WorkFolder older{FreshPlaceIn(group.parent_path()), WorkFolder::Make::Later};
+    auto failure = platform::Rename(group, older.Folder());
+    if (!failure) {
+        failure = platform::Rename(written, group);
+        if (failure)
+            (void)platform::Rename(older.Folder(), group); // as it was
+    }
+    if (failure)
+        return InWords(ErrorCode::CannotWrite, GetMsg(Msg::SetupNoLinkFolder) + TextOf(group),
+                       failure.message());
+    return FlushFolder(group.parent_path());
+}
+
 } // namespace
 
 std::vector<Shortcut> ShortcutsFor(const Tools& tools, const Path& tree, const Path& target,
@@ -139,7 +170,7 @@ Status WriteShortcuts(const std::vector<Shortcut>& shortcuts, const Path& folder
 }
 
 Status PlaceShortcuts(const std::vector<Shortcut>& shortcuts, const Path& written,
-                      const std::string& group)
+                      const std::string& group, const Path& target)
 {
     const auto nameOf = [&](int number) {
         return ShortcutsFolder() / (number == 1 ? group : group + ' ' + std::to_string(number));
@@ -151,6 +182,8 @@ Status PlaceShortcuts(const std::vector<Shortcut>& shortcuts, const Path& writte
             return free.Error();
         if (!*free && IsSameGroup(shortcuts, nameOf(number)))
             return RemoveTree(written);
+        if (!*free && IsOutdatedGroup(nameOf(number), target))
+            return TakePlaceOf(nameOf(number), written);
         if (!*free)
             continue;
         const auto failure = platform::Rename(written, nameOf(number));

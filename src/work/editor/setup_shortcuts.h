@@ -26,9 +26,11 @@ Path ShortcutsFolder();
 /// Writes all of them below `folder`; the failure names the folder that could not be made.
 Status WriteShortcuts(const std::vector<Shortcut>& shortcuts, const Path& folder);
 
-/// What was written becomes the group of that name, or of the first free one behind it: entries of
-/// another installation stay. Where the very same group is there already, nothing is to be done.
+/// What was written becomes the group of that name, or of the first free one behind it. A group of
+/// an earlier setup into the same folder, or into one that is no more, gives way; entries of
+/// another installation, and whatever else lies there, stay. Where the very same group is there
+/// already, nothing is to be done.
 Status PlaceShortcuts(const std::vector<Shortcut>& shortcuts, const Path& written,
-                      const std::string& group);
+                      const std::string& group, const Path& target);
 
 } // namespace kestrova

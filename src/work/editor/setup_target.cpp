@@ -1,5 +1,6 @@
 #include "editor/setup_target.h"
 
+#include "archive/archive_entries.h"
 #include "core/copying.h"
 #include "core/inside.h"
 #include "core/look.h"
@@ -8,6 +9,7 @@
 #include "editor/file_names.h"
 #include "editor/setup_names.h"
 #include "editor/wine_prefixes.h"
+#include "formats/level_folder.h"
 #include "formats/trle_folder.h"
 #include "platform/places.h"
 #include "platform/real_path.h"
@@ -59,6 +61,27 @@ Result<Path> RealTarget(const Path& wished)
     return target;
 }
 
+/// The folder of a level of whatever archive.
+bool IsLevelHome(const Path& folder)
+{
+    return IsLevelFolderName(folder.filename().native()) &&
+           FolderExists(ResolvePath(InFolder(folder, OnDisk::DirFiles)));
+}
+
+/// It would be moved, stored, deleted or restored with what it lies among.
+bool LiesAmongKept(const Path& target, const Folders& folders)
+{
+    for (const Path& own : {folders.program, folders.levels, folders.trle}) {
+        Path real;
+        if (!own.empty() && !platform::RealPathSoFar(own, real) && LiesInside(target, real))
+            return true;
+    }
+    for (Path above = target; above.has_relative_path(); above = above.parent_path())
+        if (IsLevelHome(above))
+            return true;
+    return false;
+}
+
 Status CheckPlace(const Path& target)
 {
     const auto facts = LookAtSpelled(target);
@@ -90,7 +113,7 @@ Path ProposedTarget(const Folders& folders)
         .ValueOr(place / name);
 }
 
-Result<Path> TargetOf(const SetupWish& wish)
+Result<Path> TargetOf(const SetupWish& wish, const Folders& folders)
 {
     const auto real = RealTarget(wish.target);
     if (!real)
@@ -102,6 +125,8 @@ Result<Path> TargetOf(const SetupWish& wish)
     if (!wish.fromZips && !platform::RealPath(ResolvePath(wish.folder), source) &&
         (LiesInside(source, target) || LiesInside(target, source)))
         return Refusal(Msg::SetupTargetInSource, target);
+    if (LiesAmongKept(target, folders))
+        return Refusal(Msg::SetupTargetKept, target);
     if (auto fits = CheckPlace(target); !fits)
         return fits.Error();
     return target;

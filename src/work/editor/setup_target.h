@@ -12,8 +12,9 @@ namespace kestrova
 Path ProposedTarget(const Folders& folders);
 
 /// Where the wish's folder really lies, links followed. A failure in words unless it can be made
-/// there: it must hold nothing, and lie apart from what the setup comes from.
-Result<Path> TargetOf(const SetupWish& wish);
+/// there: it must hold nothing, lie apart from what the setup comes from, and not among the files
+/// of this program, of an archive, of a level or of the Level Editor in use.
+Result<Path> TargetOf(const SetupWish& wish, const Folders& folders);
 
 /// The finished tree, flushed, takes the place of the target, which holds nothing. What stood there
 /// when another program was faster stays, and the tree too.

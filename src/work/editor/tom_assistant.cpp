@@ -161,7 +161,7 @@ bool TomAssistant::Link(const std::string& tomName, const std::string& wadsPatte
     const auto progress =
         parts_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::Linking, {tomName}));
     progress->AllowStop();
-    const auto linked = LinkWads(parts_.folders, workFolder_, wadsPattern, tomName,
+    const auto linked = LinkWads(parts_.machine, parts_.folders, workFolder_, wadsPattern, tomName,
                                  [&](std::uint64_t) { return progress->Step(); });
     if (linked && *linked > 0)
         return operationDone_ = true;

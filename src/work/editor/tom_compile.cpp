@@ -2,18 +2,15 @@
 
 #include "core/copying.h"
 #include "core/look.h"
-#include "core/name_list.h"
 #include "core/text.h"
 #include "editor/compile_one_tom.h"
 #include "editor/file_names.h"
+#include "editor/told_rest.h"
 #include "formats/trle_folder.h"
-#include "originals/standing_tree.h"
 #include "session/cleared_progress.h"
 #include "session/telling.h"
 #include "tools/program_launch.h"
 #include "words/editor.h"
-
-#include <set>
 
 namespace kestrova
 {
@@ -58,12 +55,9 @@ void TomCompile::Prepare(const TomSources& sources, const Path& results, bool au
     }
     if (!PutSources())
         return TellStopped();
-    if (!automatic)
-        return;
-    if (!CompileAll() || !loan_.IsOpen())
-        return;
-    if (!TakeResults())
+    if (automatic && CompileAll() && loan_.IsOpen() && !TakeResults())
         parts_.host.Tell(Tone::Error, GetMsg(Msg::AutoCompileFailed));
+    byHand_ = loan_.IsOpen();
 }
 
 /// A file that lies in its place already is no source to be put there.
@@ -102,33 +96,27 @@ bool TomCompile::PutSources()
 
 bool TomCompile::CompileAll()
 {
-    const auto before = TreeOf(parts_.folders.trle, {true, {}});
+    parts_.progress.SetLabel(GetMsg(Msg::CompileKeeping));
+    if (const auto kept = loan_.KeepRest(parts_.progress); !kept) {
+        if (kept.Error().code == ErrorCode::Stopped)
+            return TellStopped(), false;
+        Return(LoanEnd::Whole);
+        TellFailure(parts_.host, GetMsg(Msg::CompileNotLent), kept.Error());
+        return false;
+    }
     const bool compiled = CompileEach();
-    if (before)
-        TellOthersChanged(*before);
+    if (loan_.IsOpen())
+        TellOthersChanged(loan_.ReturnRest());
     return compiled;
 }
 
-/// The loan brings back what it knows of, and no more.
-void TomCompile::TellOthersChanged(const StandingTree& before)
+/// What the compiler did beside its work is undone by now, before a person goes on by hand.
+void TomCompile::TellOthersChanged(const Result<RestReturn>& rest)
 {
-    const Path root = ResolvePath(parts_.folders.trle);
-    const auto now = TreeOf(root, {true, {}});
-    if (!now)
-        return;
-    std::set<Path> lent;
-    for (std::size_t i = 0; i < wishes_.size(); ++i)
-        lent.insert(loan_.PlaceOf(i).lexically_relative(parts_.folders.trle));
-    const StandingFiles files = FilesByName(*now);
-    std::vector<std::string> changed;
-    for (const StandingFile& file : before.files) {
-        const auto found = files.find(file.name.native());
-        const bool isSame = found != files.end() && IsUntouched(file, *found->second);
-        if (!isSame && !lent.contains(file.name))
-            changed.push_back(TextOf(file.name));
-    }
-    if (!changed.empty())
-        parts_.host.Tell(Tone::Warning, GetMsg(Msg::CompilerChangedOthers, {ShownNames(changed)}));
+    if (rest)
+        TellRest(parts_.host, *rest);
+    else
+        TellFailure(parts_.host, GetMsg(Msg::CompileNotReturned), rest.Error());
 }
 
 bool TomCompile::CompileEach()
@@ -250,6 +238,8 @@ void TomCompile::Return(LoanEnd end)
 {
     if (!loan_.IsOpen())
         return;
+    if (end == LoanEnd::Whole && !byHand_)
+        end = LoanEnd::OfProgram;
     if (const auto back = loan_.GiveBack(end); !back)
         TellFailure(parts_.host, GetMsg(Msg::CompileNotReturned), back.Error());
     ClearProgress(parts_.progress);

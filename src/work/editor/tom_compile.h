@@ -58,7 +58,7 @@ private:
     bool PutSources();
     bool CompileAll();
     bool CompileEach();
-    void TellOthersChanged(const StandingTree& before);
+    void TellOthersChanged(const Result<RestReturn>& rest);
     bool CompileOne(std::size_t tom);
     void Return(LoanEnd end);
     void TellStopped();
@@ -69,6 +69,7 @@ private:
     TomSources sources_;
     Path results_;
     std::vector<LoanWish> wishes_; ///< those of the results first, one for each tom file
+    bool byHand_ = false;          ///< a person has been at work in the folder
     bool done_ = false;
 };
 

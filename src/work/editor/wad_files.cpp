@@ -6,7 +6,9 @@
 #include "core/name_set.h"
 #include "editor/compile_one_tom.h"
 #include "editor/file_names.h"
+#include "editor/told_rest.h"
 #include "formats/trle_folder.h"
+#include "originals/folder_loan.h"
 #include "session/cleared_progress.h"
 #include "session/telling.h"
 #include "words/core.h"
@@ -138,6 +140,20 @@ Status CompileTom(const WadWork& work, const Path& tom, std::vector<std::string>
     return !copied && copied.Error().code == ErrorCode::Stopped ? copied : Status{};
 }
 
+Status CompileEach(const WadWork& work, const std::vector<Path>& toms,
+                   std::vector<std::string>& failed)
+{
+    ProgressScope& progress = work.parts.progress;
+    for (std::size_t i = 0; i < toms.size(); ++i) {
+        progress.SetBar(i, toms.size());
+        if (!progress.Step())
+            return MakeFailure(ErrorCode::Stopped, {});
+        if (auto compiled = CompileTom(work, toms[i], failed); !compiled)
+            return compiled;
+    }
+    return {};
+}
+
 } // namespace
 
 Heartbeat BeatOf(const WadWork& work)
@@ -233,18 +249,27 @@ Status InstallFiles(const WadWork& work, const WadRoutes& routes)
 Status CompileToms(const WadWork& work, const std::vector<Path>& toms,
                    std::vector<std::string>& failed)
 {
-    ProgressScope& progress = work.parts.progress;
-    if (!toms.empty())
-        progress.SetLabel(GetMsg(Msg::ImportCompilingToms));
-    for (std::size_t i = 0; i < toms.size(); ++i) {
-        progress.SetBar(i, toms.size());
-        if (!progress.Step())
-            return MakeFailure(ErrorCode::Stopped, {});
-        if (auto compiled = CompileTom(work, toms[i], failed); !compiled)
-            return compiled;
-    }
-    ClearProgress(progress);
-    return {};
+    if (toms.empty())
+        return {};
+    work.parts.progress.SetLabel(GetMsg(Msg::ImportCompilingToms));
+    std::vector<std::string> results;
+    for (const Path& tom : toms)
+        results.push_back(PlaceOfLevel(tom));
+    // What else stands in the folder is no compiler's business.
+    FolderLoan loan{work.parts.machine, work.parts.folders};
+    auto compiled = loan.Begin({});
+    if (compiled)
+        compiled = loan.KeepRest(work.parts.progress, results);
+    if (!compiled)
+        return compiled;
+    compiled = CompileEach(work, toms, failed);
+    const auto rest = loan.ReturnRest();
+    if (!rest)
+        return compiled ? StatusOf(rest) : compiled; // the rest is tried again with the folder
+    TellRest(work.parts.host, *rest);
+    const auto ended = loan.Keep();
+    ClearProgress(work.parts.progress);
+    return compiled ? ended : compiled;
 }
 
 } // namespace kestrova

@@ -7,10 +7,13 @@
 #include "editor/compile_script.h"
 #include "editor/file_names.h"
 #include "editor/script_files.h"
+#include "editor/told_rest.h"
 #include "formats/trle_folder.h"
 #include "session/telling.h"
 #include "words/core.h"
 #include "words/wads.h"
+
+#include <algorithm>
 
 namespace kestrova
 {
@@ -100,13 +103,18 @@ private:
                                  BeatOf(work_));
     }
 
-    /// Without sources that can be merged the compiled files of the package are taken.
+    /// Without sources that can be merged the compiled files of the package are taken. One that has
+    /// no sources at all is whole without them.
     Status CopyAllSources()
     {
-        work_.parts.host.Tell(Tone::Error, GetMsg(Msg::ImportNoSources, {lineBreak}));
         const auto files = ListFiles(work_.newScripts, OnDisk::PatAllFiles);
         if (!files)
             return files.Error();
+        const bool hasSources = std::any_of(files->begin(), files->end(), [](const Path& file) {
+            return EndsWithName(file.native(), OnDisk::TxtEnding);
+        });
+        work_.parts.host.Tell(hasSources ? Tone::Error : Tone::Warning,
+                              GetMsg(Msg::ImportNoSources, {lineBreak}));
         if (auto copied = CopyAll(*files, work_.newScripts, ImportTree::Backup, {}); !copied)
             return copied;
         return CopyAll(*files, work_.newScripts, ImportTree::LevelEditor, OnDisk::DirScript);
@@ -216,8 +224,11 @@ private:
 
     Status Compile()
     {
-        const auto compiled = CompileScript(work_.parts.machine, folders_, work_.parts.tools,
-                                            Compiled(), work_.parts.progress, work_.parts.bounds);
+        RestReturn rest;
+        const auto compiled =
+            CompileScript(work_.parts.machine, folders_, work_.parts.tools, Compiled(),
+                          work_.parts.progress, rest, work_.parts.bounds);
+        TellRest(work_.parts.host, rest);
         if (IsStopped(compiled))
             return compiled;
         TellUnless(compiled, GetMsg(Msg::ImportNotCompiled, {Readable(language_)}));

@@ -1,6 +1,7 @@
 #include "editor/wad_links.h"
 
 #include "core/look.h"
+#include "core/name_set.h"
 #include "core/text.h"
 #include "editor/file_names.h"
 #include "formats/trle_folder.h"
@@ -14,6 +15,9 @@ namespace kestrova
 
 namespace
 {
+
+/// Bytes that the disk keeps beside the copies.
+constexpr std::uint64_t roomLeft = UINT64_C(64) << 20;
 
 bool IsScriptSource(const Path& file)
 {
@@ -46,25 +50,55 @@ Result<Path> LinkedName(std::string_view tomName, const Path& file)
     return SafeName(name);
 }
 
-/// `linked` gets the copies that were made.
-Status CopySet(const std::vector<Path>& set, const Path& workFolder, std::string_view tomName,
-               const std::function<bool(std::uint64_t)>& progress, std::vector<Path>& linked)
+struct LinkCopy {
+    Path file;
+    Path target;
+};
+
+/// The first file of the set gets a name; what stands there already stays.
+Result<std::vector<LinkCopy>> CopiesOf(const std::vector<Path>& set, const Path& workFolder,
+                                       std::string_view tomName)
 {
+    std::vector<LinkCopy> copies;
+    NameSet names;
     for (const Path& file : set) {
         const auto name = LinkedName(tomName, file);
         if (!name)
             return name.Error();
-        const Path target = workFolder / *name;
-        const auto there = LookAt(target);
+        const auto there = LookAt(workFolder / *name);
         if (!there)
             return there.Error();
-        if (there->kind != platform::FileKind::Missing)
+        if (there->kind != platform::FileKind::Missing || names.Has(name->native()))
             continue;
-        CopyOptions options;
-        options.progress = progress;
-        if (auto copied = CopyFileOver(file, target, options); !copied)
+        names.Add(name->native());
+        copies.push_back({file, workFolder / *name});
+    }
+    return copies;
+}
+
+Status HasRoomFor(Machine& machine, const std::vector<LinkCopy>& copies, const Path& workFolder)
+{
+    std::uint64_t bytes = 0;
+    for (const LinkCopy& copy : copies)
+        bytes += FileSize(copy.file);
+    const auto free = machine.FreeSpace(workFolder);
+    if (!free || bytes + roomLeft <= *free)
+        return {}; // where nobody can tell, the copying will
+    return InWords(ErrorCode::NoSpace,
+                   GetMsg(Msg::LinkNoRoom, {FormatSize(static_cast<double>(bytes)),
+                                            FormatSize(static_cast<double>(*free))}));
+}
+
+/// `linked` gets the copies that were made.
+Status MakeLinkCopies(const std::vector<LinkCopy>& copies,
+                      const std::function<bool(std::uint64_t)>& progress, std::vector<Path>& linked)
+{
+    CopyOptions options;
+    options.progress = progress;
+    for (const LinkCopy& copy : copies) {
+        if (auto copied = CopyFileOver(copy.file, copy.target, options); !copied)
             return copied;
-        linked.push_back(target);
+        linked.push_back(copy.target);
     }
     return {};
 }
@@ -137,15 +171,20 @@ std::size_t CommonPrefixLength(std::string_view a, std::string_view b)
     }));
 }
 
-Result<std::size_t> LinkWads(const Folders& folders, const Path& workFolder,
+Result<std::size_t> LinkWads(Machine& machine, const Folders& folders, const Path& workFolder,
                              std::string_view wadsPattern, std::string_view tomName,
                              const std::function<bool(std::uint64_t)>& progress)
 {
     const auto set = SetOf(folders, workFolder, wadsPattern);
     if (!set)
         return set.Error();
+    const auto copies = CopiesOf(*set, workFolder, tomName);
+    if (!copies)
+        return copies.Error();
+    if (auto fits = HasRoomFor(machine, *copies, workFolder); !fits)
+        return fits.Error();
     std::vector<Path> linked;
-    const auto done = CopySet(*set, workFolder, tomName, progress, linked);
+    const auto done = MakeLinkCopies(*copies, progress, linked);
     if (done)
         return set->size();
     // Half a set would pass for a whole one.

@@ -3,6 +3,7 @@
 #include "core/copying.h"
 #include "session/folders.h"
 #include "session/host.h"
+#include "session/machine.h"
 
 #include <optional>
 
@@ -35,9 +36,10 @@ std::size_t CommonPrefixLength(std::string_view a, std::string_view b);
 /// Copies the files that match `wadsPattern` (`city.*`) into `workFolder` under the stem of
 /// `tomName`: those of the Level Editor's wads, or else of `workFolder` itself. What is there
 /// already stays. The answer is how many files match, 0 when there are no such wads. `Refused`
-/// for a tom name that no file of a level can have. `progress` gets the bytes of the file under
-/// way; False stops. What fails or is stopped leaves no copy of its own.
-Result<std::size_t> LinkWads(const Folders& folders, const Path& workFolder,
+/// for a tom name that no file of a level can have, `NoSpace`, in words, when the copies would fill
+/// the disk. `progress` gets the bytes of the file under way; False stops. What fails or is stopped
+/// leaves no copy of its own.
+Result<std::size_t> LinkWads(Machine& machine, const Folders& folders, const Path& workFolder,
                              std::string_view wadsPattern, std::string_view tomName,
                              const std::function<bool(std::uint64_t)>& progress = {});
 

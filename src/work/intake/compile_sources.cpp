@@ -7,6 +7,7 @@
 #include "intake/draft_files.h"
 #include "intake/file_names.h"
 #include "intake/link_sources.h"
+#include "originals/vault.h"
 #include "session/cleared_progress.h"
 #include "session/operation.h"
 #include "session/telling.h"
@@ -70,6 +71,7 @@ bool CompileHere(Intake& intake, const TomSources& sources)
         byHand(compile);
     }
     compile.GiveUp(); // where nobody could go on by hand
+    BoundVault(session.Folders(), session.settings);
     return compile.IsDone();
 }
 

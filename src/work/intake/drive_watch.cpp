@@ -42,4 +42,39 @@ std::vector<std::string> DriveWatch::Written(const std::vector<Path>& passedOver
     return names;
 }
 
+ChangedBelow ChangedSince(const Path& folder, std::int64_t sinceNs,
+                          const std::vector<Path>& passedOver, const Heartbeat& heartbeat)
+{
+    constexpr std::size_t mostFolders = 50'000;
+    constexpr std::size_t mostNames = 1000;
+    ChangedBelow changed;
+    const std::uint64_t disk = platform::FactsOf(folder).device;
+    std::vector<Path> waiting{folder};
+    for (std::size_t looked = 0; !waiting.empty(); ++looked) {
+        if (looked == mostFolders || changed.names.size() >= mostNames || !heartbeat()) {
+            changed.whole = false;
+            break;
+        }
+        const Path next = std::move(waiting.back());
+        waiting.pop_back();
+        std::vector<platform::FolderEntry> entries;
+        if (platform::ListFolder(next, entries))
+            continue;
+        for (const platform::FolderEntry& entry : entries) {
+            const Path place = next / entry.name;
+            const auto facts = platform::FactsOfLink(place);
+            const bool isOurs =
+                std::any_of(passedOver.begin(), passedOver.end(),
+                            [&](const Path& known) { return LiesInside(place, known); });
+            if (isOurs || facts.device != disk)
+                continue;
+            if (facts.kind == platform::FileKind::Folder)
+                waiting.push_back(place);
+            else if (facts.kind == platform::FileKind::File && facts.changedNs >= sinceNs)
+                changed.names.push_back(TextOf(place.lexically_relative(folder)));
+        }
+    }
+    return changed;
+}
+
 } // namespace kestrova

@@ -15,6 +15,7 @@
 #include "intake/file_names.h"
 #include "intake/folder_sources.h"
 #include "intake/installer_leave.h"
+#include "intake/told_at_home.h"
 #include "originals/folder_handover.h"
 #include "platform/files.h"
 #include "platform/real_path.h"
@@ -34,6 +35,9 @@ namespace kestrova
 
 namespace
 {
+
+/// A file system's times may lie so far behind the clock.
+constexpr std::int64_t clockTick = 20'000'000;
 
 bool HoldsLevel(const std::vector<Path>& files)
 {
@@ -108,22 +112,9 @@ private:
         return bool{begun};
     }
 
-    /// A copy of a program of this system came in without the right to be started.
-    Status MakeStartable() const
-    {
-        constexpr std::uint32_t everybodyStarts = 0111;
-        const auto facts = LookAt(program_);
-        if (!facts)
-            return facts.Error();
-        if (IsWindowsProgram(program_) || (facts->mode & everybodyStarts) == everybodyStarts)
-            return {};
-        const auto failure = platform::SetMode(program_, facts->mode | everybodyStarts);
-        return failure ? MakeFailure(ErrorCode::CannotWrite, TextOf(program_), failure) : Status{};
-    }
-
     bool Execute()
     {
-        if (const auto startable = MakeStartable(); !startable) {
+        if (const auto startable = MakeStartable(program_); !startable) {
             TellFailure(host_, GetMsg(Msg::InstallerNotStarted) + TextOf(program_),
                         startable.Error());
             return false;
@@ -138,6 +129,8 @@ private:
         work.prefix = prefix;
         if (IsWindowsProgram(program_))
             drive_.emplace(prefix);
+        ranFree_ = EncloserOf(ToolsOf(session_)).empty();
+        begunNs_ = session_.machine.NowNs() - clockTick;
         ToolReport report;
         const auto ran = RunBounded(ToolsOf(session_), session_.machine, work, progress_, report);
         if (!ran) {
@@ -314,11 +307,14 @@ private:
 
     void TellWrittenElsewhere()
     {
-        if (!drive_)
-            return;
-        const auto names = drive_->Written({folders_.trle, ResolvePath(target_)});
+        const std::vector<Path> known{folders_.trle, ResolvePath(target_)};
+        const auto names = drive_ ? drive_->Written(known) : std::vector<std::string>{};
         if (!names.empty())
             host_.Tell(Tone::Plain, GetMsg(Msg::InstallerElsewhere, {ShownNames(names)}));
+        if (ranFree_)
+            TellChangedAtHome(host_, progress_, begunNs_,
+                              {known.front(), known.back(), folders_.program,
+                               intake_.draft.workFolder, WinePrefixFor(folders_.trle)});
     }
 
     bool GiveBack()
@@ -352,6 +348,8 @@ private:
     Path target_;
     std::optional<DriveWatch> drive_;
     std::set<Path> stays_;
+    bool ranFree_ = false;
+    std::int64_t begunNs_ = 0;
 };
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "core/look.h"
 #include "core/text.h"
 #include "editor/compile_tom_file.h"
+#include "platform/files.h"
 #include "platform/real_path.h"
 #include "tools/enclosure.h"
 #include "tools/program_launch.h"
@@ -61,6 +62,18 @@ bool MayRunInstaller(Intake& intake, const Path& program)
     if (IsNothingToGive(session.Folders(), folder))
         return refuses(GetMsg(Msg::InstallerFolderWide, {TextOf(folder)}));
     return true;
+}
+
+Status MakeStartable(const Path& program)
+{
+    constexpr std::uint32_t everybodyStarts = 0111;
+    const auto facts = LookAt(program);
+    if (!facts)
+        return facts.Error();
+    if (IsWindowsProgram(program) || (facts->mode & everybodyStarts) == everybodyStarts)
+        return {};
+    const auto failure = platform::SetMode(program, facts->mode | everybodyStarts);
+    return failure ? MakeFailure(ErrorCode::CannotWrite, TextOf(program), failure) : Status{};
 }
 
 std::string WhatProgramsReach(Session& session)

@@ -1,16 +1,20 @@
 #include "swap/lent_folder.h"
 
+#include "core/name_list.h"
 #include "core/removal.h"
 #include "core/text.h"
 #include "history/swap_journal_file.h"
 #include "history/work_note.h"
 #include "originals/loan_return.h"
+#include "originals/vault.h"
 #include "session/operation.h"
 #include "session/telling.h"
 #include "swap/folder_guard.h"
 #include "tools/bounded_run.h"
 #include "words/restore.h"
 #include "words/session.h"
+
+#include <algorithm>
 
 namespace kestrova
 {
@@ -37,6 +41,15 @@ bool GiveUpLent(Session& session, const LoanNote& note, const Whereabouts& said)
     return true;
 }
 
+/// Of the vault, oldest first; none while it cannot be read.
+std::vector<std::string> NamesKept(const Folders& folders)
+{
+    std::vector<std::string> names;
+    for (const KeptFile& file : KeptFiles(folders).ValueOr({}))
+        names.push_back(Readable(file.file));
+    return names;
+}
+
 bool BringBackIn(Session& session, const Path& folder, const LoanNote& note)
 {
     Folders folders = session.Folders();
@@ -44,9 +57,15 @@ bool BringBackIn(Session& session, const Path& folder, const LoanNote& note)
     EndForgottenWork(session);
     if (!MayChangeTrle(session, folders))
         return false;
+    const std::size_t before = NamesKept(folders).size();
     if (const auto status = ReturnLoan(session.machine, folders, note, LoanEnd::Recovered); !status)
         return LoanUnfinished(session.host, status.Error());
     session.host.Tell(Tone::Warning, GetMsg(Msg::LoanReturned));
+    std::vector<std::string> names = NamesKept(folders);
+    names.erase(names.begin(),
+                names.begin() + static_cast<std::ptrdiff_t>(std::min(before, names.size())));
+    if (!names.empty())
+        session.host.Tell(Tone::Warning, GetMsg(Msg::LoanKeptMeanwhile, {ShownNames(names)}));
     return true;
 }
 

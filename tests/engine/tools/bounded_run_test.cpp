@@ -2,11 +2,15 @@
 
 #include "platform/file_content.h"
 #include "platform/user_folders.h"
+#include "tools/wine_server.h"
 #include "world/tool_box.h"
+#include "world/windows_program.h"
 
 #include <algorithm>
 #include <csignal>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sstream>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -188,6 +192,29 @@ TEST_F(EnclosedRun, ReachesItsFoldersAlone)
     EXPECT_EQ(report.trouble, ToolTrouble::NotStarted);
 }
 
+TEST_F(EnclosedRun, WhatIsReachedThroughALinkIsThereUnderThatName)
+{
+    // One of them is a link to a folder, the other lies on the way.
+    std::filesystem::create_directories(box / "disk/trle/wads");
+    std::filesystem::create_directory_symlink(box / "disk", box / "link");
+    std::filesystem::create_directory_symlink(box / "disk/trle/wads", box / "wads");
+    box.Write("disk/trle/kept/own", "a builder's");
+    const Path trle = box / "link/trle";
+    const Path program = box.AddTool("strange.exe", "pwd >where; echo >kept/own; echo >wads/new; "
+                                                    "echo >" +
+                                                        (box / "wads/other").native());
+    std::filesystem::copy_file(program, trle / "strange.exe");
+    const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+    BoundedWork work{trle / "strange.exe", {}, trle};
+    work.enclosure = Enclosure{{trle, box / "wads"}, {}, {trle / "kept"}};
+    ASSERT_TRUE(RunBounded(ToolsOf(box.session), box.machine, work, *progress, report));
+    EXPECT_EQ(report.end.code, 0) << report.lastLines;
+    EXPECT_TRUE(box.Has("disk/trle/where"));
+    EXPECT_TRUE(box.Has("disk/trle/wads/new"));
+    EXPECT_TRUE(box.Has("disk/trle/wads/other"));
+    EXPECT_EQ(box.Read("disk/trle/kept/own"), "a builder's");
+}
+
 TEST_F(EnclosedRun, WhatItStartsIsWaitedForAndEndsWithIt)
 {
     EXPECT_TRUE(RunInside("setsid sh -c 'sleep 0.5; echo late >late' >/dev/null 2>&1 &"));
@@ -217,6 +244,67 @@ TEST_F(EnclosedRun, AnEncloserThatDoesNotWorkIsNone)
     box.machine.tools.erase("bwrap");
     EXPECT_TRUE(EncloserOf(ToolsOf(box.session)).empty());
     EXPECT_TRUE(RunInside("exit 0")) << "the program runs as it is";
+}
+
+/// Wine's server of a prefix, as far as others see it: its lock.
+class OtherServer
+{
+public:
+    explicit OtherServer(const Path& prefix)
+    {
+        const platform::FileFacts facts = platform::FactsOf(prefix);
+        std::ostringstream name;
+        name << "/tmp/.wine-" << ::getuid() << "/server-" << std::hex << facts.device << '-'
+             << facts.inode;
+        folder_ = name.str();
+        std::filesystem::create_directories(folder_);
+        lock_ = ::open((folder_ / "lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+        struct flock wish {
+        };
+        wish.l_type = F_WRLCK;
+        wish.l_len = 1;
+        EXPECT_EQ(::fcntl(lock_, F_OFD_SETLK, &wish), 0);
+    }
+    ~OtherServer()
+    {
+        (void)::close(lock_);
+        std::filesystem::remove_all(folder_);
+    }
+    OtherServer(const OtherServer&) = delete;
+    OtherServer& operator=(const OtherServer&) = delete;
+
+private:
+    Path folder_;
+    int lock_ = -1;
+};
+
+TEST_F(EnclosedRun, TheEndOfAnotherServerOnThePrefixIsAwaited)
+{
+    const Path prefix = box / "prefix";
+    box.Write("prefix/drive_c/strange.exe", WindowsProgram(machine64));
+    box.machine.tools["wine"] = box.AddTool("wine", "echo ran >ran");
+    const auto run = [&] {
+        const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+        BoundedWork work{prefix / "drive_c/strange.exe", {}, box.root / "trle"};
+        work.bounds.left = std::chrono::milliseconds{100};
+        work.enclosure = Enclosure{{box.root / "trle"}};
+        return RunBounded(ToolsOf(box.session), box.machine, work, *progress, report);
+    };
+    {
+        const OtherServer server{prefix};
+        EXPECT_TRUE(WineServerRuns(prefix));
+        box.host.StopAtStep(10);
+        EXPECT_EQ(run().Error().code, ErrorCode::Stopped);
+        const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
+        const auto waited =
+            AwaitWineServer(prefix, "strange.exe", *progress, std::chrono::milliseconds{50});
+        ASSERT_FALSE(waited);
+        EXPECT_NE(waited.Error().sentence.find(prefix.native()), std::string::npos);
+        EXPECT_FALSE(box.Has("trle/ran"));
+    }
+    EXPECT_FALSE(WineServerRuns(prefix));
+    EXPECT_TRUE(run());
+    EXPECT_TRUE(box.Has("trle/ran"));
 }
 
 } // namespace

@@ -115,6 +115,14 @@ TEST(SavegameWindows, TheMenuMovesAndTheHistoryBringsBack)
         kept.setCurrentItem(mine.front());
         Press(dialog, "Pul_BringOriginalBack");
         EXPECT_EQ(world.box.Read("trle/DATA/mine.tr4"), "my own level");
+        kept.setCurrentItem(
+            kept.findItems("\\" + QString::fromStdString(longName), Qt::MatchExactly, 1).front());
+        for (const bool sure : {false, true}) {
+            world.box.host.WillAsk("for good? Nothing else", sure);
+            Press(dialog, "Pul_DeleteOriginal");
+            EXPECT_EQ(kept.topLevelItemCount(), sure ? 1 : 2);
+            EXPECT_EQ(world.box.Has("home/history/originals/" + longName), !sure);
+        }
         dialog.findChild<QTabWidget*>(QStringLiteral("Tabs_History"))->setCurrentIndex(0);
         auto& rows = *dialog.findChild<QTreeWidget*>(QStringLiteral("List_History"));
         ASSERT_EQ(rows.topLevelItemCount(), 1) << "what was live before the restore";

@@ -28,8 +28,9 @@ public:
     {
         const auto progress = host.BeginProgress(ProgressWindow::Progress, {});
         return CompileScript(machine, session.Folders(), ToolsOf(session), language, *progress,
-                             {std::chrono::seconds{10}});
+                             rest, {std::chrono::seconds{10}});
     }
+    RestReturn rest;
     void ExpectOld() const
     {
         EXPECT_EQ(Snapshot("trle/script"), (FileContents{{"SCRIPT.DAT", "old script"},

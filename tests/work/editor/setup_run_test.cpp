@@ -101,6 +101,22 @@ TEST(LevelEditorSetup, MakesShortcutsInTheLanguage)
     EXPECT_TRUE(box.Has(entries + std::string{"/Tomb-Raider-Level-Editor 2/"} +
                         "Tomb Raider starten.desktop"));
     EXPECT_EQ(box.Snapshot(entries + std::string{"/Tomb-Raider-Level-Editor"}).size(), 6U);
+
+    // Those of one that is no more give way to the next one's.
+    std::filesystem::remove_all(box / "second");
+    box.wish.target = box / "third";
+    ASSERT_TRUE(box.SetUp()) << box.host.AllTold();
+    EXPECT_NE(box.Read(entries + std::string{"/Tomb-Raider-Level-Editor 2/Tomb Raider "
+                                             "starten.desktop"})
+                  .find("\nPath=" + (box / "third").native() + "\n"),
+              std::string::npos);
+    // So do those of the same folder, but for a group in which a person keeps something.
+    std::filesystem::remove_all(box / "third");
+    box.Write(entries + std::string{"/Tomb-Raider-Level-Editor 2/mine.txt"}, "mine");
+    ASSERT_TRUE(box.SetUp()) << box.host.AllTold();
+    EXPECT_TRUE(box.Has(entries + std::string{"/Tomb-Raider-Level-Editor 2/mine.txt"}));
+    EXPECT_TRUE(box.Has(entries + std::string{"/Tomb-Raider-Level-Editor 3"}));
+    EXPECT_FALSE(box.Has(entries + std::string{"/Tomb-Raider-Level-Editor 4"}));
 }
 
 TEST(LevelEditorSetup, AFolderThatHoldsSomethingIsRefused)
@@ -109,7 +125,9 @@ TEST(LevelEditorSetup, AFolderThatHoldsSomethingIsRefused)
     box.WantFolder();
     box.Write("full/.hidden", "mine");
     box.Write("file", "mine");
-    for (const char* place : {"full", "file", "source/trle/new", "."}) {
+    box.Write("other archive/level_0012/files/mine.tr4", "a level's");
+    for (const char* place : {"full", "file", "source/trle/new", ".", "home/new", "home",
+                              "other archive/level_0012/new/trle"}) {
         const auto before = box.Snapshot(".");
         box.wish.target = box / place;
         EXPECT_FALSE(box.SetUp()) << place;

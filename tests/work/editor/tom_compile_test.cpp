@@ -7,6 +7,7 @@
 #include "world/windows_program.h"
 
 #include <gtest/gtest.h>
+#include <set>
 
 namespace kestrova::testing
 {
@@ -123,16 +124,63 @@ TEST(TomCompile, AFailureGivesTheFolderBack)
     stopped.ExpectBack();
 }
 
-TEST(TomCompile, WhatElseTheCompilerChangedIsTold)
+TEST(TomCompile, WhatElseTheCompilerDidIsUndone)
 {
-    TomWorld world{compiles + "; echo other >script/script.txt; rm graphics/wads/other.wad"};
-    world.Write("trle/graphics/wads/other.wad", "the builder's other wad");
-    world.Write("trle/script/script.txt", "a script");
+    for (const bool whole : {true, false}) {
+        TomWorld world{"echo other >script/script.txt; rm -r maps; chmod 444 tomb4.exe; "
+                       "echo log >DATA/log; mkdir -p left/in; echo x >left/in/x; ln -s / root; " +
+                       std::string{whole ? compiles : "exit 1"}};
+        world.Write("trle/graphics/wads/other.wad", "the builder's other wad");
+        world.Write("trle/script/script.txt", "a script");
+        world.Write("trle/maps/Mine/mine.prj", "the builder's map");
+        world.Write("trle/savegame.0", "of the game that runs");
+        world.before = world.Standing();
+        EXPECT_EQ(world.Compile(), whole) << world.host.AllTold();
+        EXPECT_TRUE(world.host.WasTold("they are back as they were: "));
+        EXPECT_TRUE(world.host.WasTold("maps/Mine/mine.prj"));
+        EXPECT_TRUE(world.host.WasTold("script/script.txt"));
+        EXPECT_TRUE(world.host.WasTold("DATA/log, left/in/x"));
+        EXPECT_FALSE(world.host.WasTold("Mill.WAD"));
+        EXPECT_EQ(world.Read("trle/maps/Mine/mine.prj"), "the builder's map")
+            << "before a person goes on by hand";
+        world.compile->GiveUp();
+        world.ExpectBack();
+        EXPECT_FALSE(FileExists(world / "trle/left/in"));
+        EXPECT_FALSE(std::filesystem::is_symlink(world / "trle/root"));
+        std::set<std::string> kept;
+        for (const KeptFile& file : *KeptFiles(world.session.Folders()))
+            kept.insert(file.file);
+        EXPECT_EQ(kept,
+                  (std::set<std::string>{"\\DATA\\log", "\\left\\in\\x", "\\script\\script.txt"}));
+    }
+}
+
+TEST(TomCompile, AGameThatRunsMayWrite)
+{
+    TomWorld world{compiles + "; echo newer >savegame.0; echo new >savegame.1; rm savegame.2"};
+    world.Write("trle/savegame.0", "older");
+    world.Write("trle/savegame.2", "the only one");
     EXPECT_TRUE(world.Compile()) << world.host.AllTold();
-    EXPECT_TRUE(world.host.WasTold("changed or deleted other files"));
-    EXPECT_TRUE(world.host.WasTold("graphics/wads/other.wad"));
-    EXPECT_TRUE(world.host.WasTold("script/script.txt"));
-    EXPECT_FALSE(world.host.WasTold("Mill.WAD"));
+    EXPECT_EQ(world.Read("trle/savegame.0"), "newer\n");
+    EXPECT_EQ(world.Read("trle/savegame.1"), "new\n");
+    EXPECT_EQ(world.Read("trle/savegame.2"), "the only one");
+}
+
+TEST(TomCompile, WhatItMadeOfTheSourcesIsHeldToTheBounds)
+{
+    TomWorld world{compiles + "; for f in graphics/wads/*.wad; do echo $f $$ >$f; done"};
+    world.Write("trle/graphics/wads/other.wad", "the builder's other wad");
+    world.session.settings.undoCount = 3;
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_TRUE(world.Compile()) << world.host.AllTold();
+        BoundVault(world.session.Folders(), world.session.settings);
+    }
+    int program = 0;
+    int person = 0;
+    for (const KeptFile& file : *KeptFiles(world.session.Folders()))
+        ++(file.madeBy == MadeBy::Program ? program : person);
+    EXPECT_EQ(program, 3) << "mill.wad and tower.wad, four times, the newest of them";
+    EXPECT_EQ(person, 4) << "other.wad: who knows";
 }
 
 TEST(TomCompile, AFolderThatTheCompilerMadeGivesWay)

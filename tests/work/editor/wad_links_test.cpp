@@ -23,7 +23,7 @@ protected:
     [[nodiscard]] Folders Places() const { return box.session.Folders(); }
     std::size_t Link(std::string_view pattern, std::string_view tom)
     {
-        return LinkWads(Places(), box / "level", pattern, tom).ValueOr(999);
+        return LinkWads(box.machine, Places(), box / "level", pattern, tom).ValueOr(999);
     }
 
     World box;
@@ -115,7 +115,7 @@ TEST_F(WadLinks, AFailureLeavesNoHalfASet)
         box.Write("level/mill.tom", "mill");
         Result<std::size_t> linked = std::size_t{0};
         const FaultRun run = WithFaultAt(step, [&] {
-            linked = LinkWads(Places(), box / "level", "city.*", "mill");
+            linked = LinkWads(box.machine, Places(), box / "level", "city.*", "mill");
             return bool{linked};
         });
         SCOPED_TRACE("at step " + std::to_string(step) + ": " + run.call);

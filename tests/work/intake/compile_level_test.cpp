@@ -21,6 +21,7 @@ public:
         Write("trle/graphics/wads/city.wad", "the city's wad");
         Write("trle/graphics/wads/MILL.SWD", "the builder's own set");
         Write("trle/DATA/Mill.tr4", "the builder's own level");
+        Write("trle/maps/Mine.prj", "the builder's own map");
         Write("trle/sound/samples/Wheel.wav", "the builder's own wheel");
         before = Standing();
         Write("in/mill.tom", "a tom, ");
@@ -43,7 +44,8 @@ public:
     }
 
     static constexpr const char* compiles =
-        "cat \"$1\" graphics/wads/mill.wad sound/samples/[Ww]heel.wav >DATA/mill.tr4";
+        "rm -rf maps script/script.txt; cat \"$1\" graphics/wads/mill.wad "
+        "sound/samples/[Ww]heel.wav >DATA/mill.tr4";
     FileContents before;
     FileContents level; ///< what the level had at first
 };

@@ -88,6 +88,32 @@ public:
     FileContents before;
 };
 
+TEST(LentFolder, WhatIsTooLargeToBeCopiedFirstComesBackWhenItWasDeleted)
+{
+    World world;
+    world.MakeTrle();
+    world.MakeBackupAndArchive();
+    for (const char* name : {"trle/deleted.wad", "trle/written.wad"}) {
+        world.Write(name, "a builder's");
+        std::filesystem::resize_file(world / name,
+                                     (std::uintmax_t{1} << 30) + 1); // no room is used
+    }
+    FolderLoan loan{world.machine, world.session.Folders()};
+    const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
+    ASSERT_TRUE(loan.Begin({}));
+    ASSERT_TRUE(loan.KeepRest(*progress));
+    std::filesystem::remove(world / "trle/deleted.wad");
+    std::ofstream{world / "trle/written.wad", std::ios::app} << "more";
+    const auto rest = loan.ReturnRest();
+    ASSERT_TRUE(rest);
+    EXPECT_EQ(rest->back, std::vector<Path>{"deleted.wad"});
+    EXPECT_EQ(rest->changed, std::vector<Path>{"written.wad"}) << "it is told";
+    EXPECT_EQ(std::filesystem::file_size(world / "trle/deleted.wad"),
+              (std::uintmax_t{1} << 30) + 1);
+    ASSERT_TRUE(loan.GiveBack());
+    EXPECT_FALSE(FileExists(world / "trle/.kv~lent"));
+}
+
 TEST(LentFolder, ComesBackAsItWas)
 {
     LoanWorld world;

@@ -28,7 +28,8 @@ enum OriginalsColumn { keptColumn, fileColumn, bytesColumn, savedColumn, folderC
 
 OriginalsPage::OriginalsPage(Session& session, QWidget* parent)
     : QWidget(parent), session_(session), list_(new QTreeWidget(this)),
-      bringBack_(NamedButton(this, "Pul_BringOriginalBack"))
+      bringBack_(NamedButton(this, "Pul_BringOriginalBack")),
+      delete_(NamedButton(this, "Pul_DeleteOriginal"))
 {
     setObjectName(QStringLiteral("Page_Originals"));
     list_->setObjectName(QStringLiteral("List_Originals"));
@@ -46,9 +47,12 @@ OriginalsPage::OriginalsPage(Session& session, QWidget* parent)
         list_->header()->setSectionResizeMode(wide, QHeaderView::Stretch);
     list_->setAccessibleName(Words(Msg::OriginalsTab));
     connect(bringBack_, &QPushButton::clicked, this, &OriginalsPage::BringBack);
+    connect(delete_, &QPushButton::clicked, this, &OriginalsPage::Delete);
     connect(list_, &QTreeWidget::itemActivated, this, &OriginalsPage::BringBack);
-    connect(list_, &QTreeWidget::currentItemChanged, this,
-            [this](const QTreeWidgetItem* item) { bringBack_->setEnabled(item != nullptr); });
+    connect(list_, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
+        for (QPushButton* button : {bringBack_, delete_})
+            button->setEnabled(item != nullptr);
+    });
     Fill();
 
     auto* words = new QLabel(this);
@@ -61,6 +65,8 @@ OriginalsPage::OriginalsPage(Session& session, QWidget* parent)
     column->addWidget(words);
     column->addWidget(list_, 1);
     auto* buttons = new QHBoxLayout;
+    delete_->setAutoDefault(false);
+    buttons->addWidget(delete_);
     buttons->addStretch();
     buttons->addWidget(bringBack_);
     column->addLayout(buttons);
@@ -68,7 +74,8 @@ OriginalsPage::OriginalsPage(Session& session, QWidget* parent)
 
 void OriginalsPage::Fill()
 {
-    bringBack_->setEnabled(false);
+    for (QPushButton* button : {bringBack_, delete_})
+        button->setEnabled(false);
     list_->clear();
     const auto files = KeptFiles(session_.Folders());
     if (!files) {
@@ -102,6 +109,15 @@ void OriginalsPage::BringBack()
         return;
     if (BringOriginalBackTold(session_, FromQt(item->data(keptColumn, Qt::UserRole).toString())))
         Fill(); // what stood there may have been kept
+}
+
+void OriginalsPage::Delete()
+{
+    const QTreeWidgetItem* item = list_->currentItem();
+    if (item == nullptr || session_.runningOperations > 0)
+        return;
+    if (DeleteOriginalsTold(session_, {FromQt(item->data(keptColumn, Qt::UserRole).toString())}))
+        Fill();
 }
 
 } // namespace kestrova

@@ -19,10 +19,12 @@ public:
 private:
     void Fill();
     void BringBack();
+    void Delete();
 
     Session& session_;
     QTreeWidget* list_;
     QPushButton* bringBack_;
+    QPushButton* delete_;
 };
 
 } // namespace kestrova
