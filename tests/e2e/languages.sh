@@ -74,6 +74,39 @@ for language in de it en@proofread; do
     a_life "$language"
     diff -r "$box/en" "$box/$language" >&2 || die "$language leaves other files than English"
 done
+
+# a_workshop LANGUAGE: content to practise with, a level from sources, an import of wads, a list of
+# levels made anew, and what the desktop is told.
+a_workshop() {
+    local seen=$box/$1
+    mkdir "$seen"
+    expect 0 set language "$1"
+    expect 0 set log-files on
+    practice_at "$box/practice"
+    expect 0 setup --trle "$box/practice/trle" --full --folder-is-original
+    expect 0 new --folder "$box/levels" "$box/my.kva"
+    expect 0 add "$box/practice/packages/The Salt Mine"
+    expect 0 wads import "$(find "$box/practice" -name 'lagoon_wads.zip')" --json
+    mv "$box/out" "$seen/wads.json"
+    expect 0 publish "$box/practice/levels/Lanterns of Salt Harbour" "$seen/lanterns.zip" name=Lanterns
+    unzip -qp "$seen/lanterns.zip" '*kestrova.cfg' >"$seen/lanterns.cfg"
+    unzip -Z1 "$seen/lanterns.zip" | sort >"$seen/lanterns.names"
+    rm "$box/my.kva" "$seen/lanterns.zip"
+    expect 0 recover "$box/levels"
+    XDG_DATA_HOME=$box/desktop expect 0 file-types
+    mv "$box"/{home,levels,desktop,practice/trle} "$seen"
+    rm -r "$seen/home/history" "$seen/home/swap" "$seen/levels"/*/undo "$box/practice"
+    find "$seen" -name '.kv~*' -delete
+    find "$seen" \( -name '*.json' -o -name '*.ini' \) -exec bash -c 'alike "$@"' _ {} +
+    find "$seen" -name '*.inf' -delete # it notes when the level was compiled
+}
+export -f alike
+mkdir "$box/lives"
+mv "$box"/{en,de,it,en@proofread} "$box/lives"
+for language in en de; do a_workshop "$language"; done
+diff -r "$box/en" "$box/de" >&2 || die "practice, sources, wads or what the desktop is told differ"
+rm -r "$box"/{en,de}
+mv "$box"/lives/* "$box"
 [[ -s $(find "$box/de/home" -name 'LevelLog_000.txt') ]] || die "no activity log to compare"
 [[ -s $(find "$box/de/levels" -name 'tr4.inf' | head -1) ]] || die "no tr4.inf to compare"
 rm -r "$box"/{de,it,en@proofread}
@@ -104,13 +137,22 @@ expect 0 set language en
 expect 1 info 77
 errs "The archive has no level with the code 77."
 
-# An answer is a letter of the language or the told one.
-if command -v script >/dev/null; then
-    expect 0 set language de
-    for answer in n j; do
-        printf '%s\n' "$answer" | script -qec "'$ctl' --home '$box/home' undo" /dev/null >"$box/out" || true
-    done
-fi
+# An answer is a letter of the language, or the told one; another one is asked for again.
+# answer LETTERS WORDS…: what a person types at the terminal, a line each.
+answer() {
+    local letters=$1
+    shift
+    printf '%s\n' $letters | script -qec "'$ctl' --home '$box/home' $*" /dev/null >"$box/out"
+}
+expect 0 set language de
+! answer n remove 3 || die "a No removed it"
+said "[j/n, Eingabe: n]"
+answer "x j j" remove 3
+expect 0 levels
+[[ $(wc -l <"$box/out") == 3 ]] || die "j is not Ja"
+answer "y n" remove 2
+expect 0 levels
+[[ $(wc -l <"$box/out") == 2 ]] || die "y is no answer any more"
 
 # The programs moved with their share folder find it there; damaged or missing, all is told English.
 bin=$box/moved/bin

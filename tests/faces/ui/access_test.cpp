@@ -168,16 +168,28 @@ void ExpectFocusIsSeen(QWidget& window, const std::string& page)
 constexpr QSize roomOnSmallScreen{784, 552};
 constexpr QSize roomAtTwice{496, 252}; ///< 1024 by 600 at twice the size
 
+/// The controls that reach beyond the right edge of what there is room for.
+std::string TooWide(const QWidget& window, const QWidget& within, int room)
+{
+    std::string names;
+    for (const QWidget* widget : within.findChildren<QWidget*>())
+        if (widget->isVisible() && widget->findChildren<QWidget*>().isEmpty() &&
+            PlaceOf(*widget, window).right() >= room)
+            names += " " + NameOf(*widget) + " (" + std::to_string(widget->width()) + ")";
+    return names;
+}
+
 void ExpectRoom(QWidget& window, const std::string& page, QSize room)
 {
     window.resize(room);
     QCoreApplication::processEvents();
-    EXPECT_LE(window.width(), room.width()) << page;
+    EXPECT_LE(window.width(), room.width()) << page << TooWide(window, window, room.width());
     EXPECT_LE(window.height(), room.height()) << page;
     for (const auto* area : window.findChildren<QScrollArea*>()) {
         if (!area->isVisible() || room == roomAtTwice)
             continue;
-        EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << page << " scrolls sideways";
+        EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0)
+            << page << " scrolls sideways:" << TooWide(window, *area, room.width());
     }
     // What Enter and Escape mean is a button that can be pressed.
     for (QWidget* widget : VisibleIn(window))
@@ -250,6 +262,7 @@ TEST(EveryWindow, HasItsPictureTakenForAPersonToLookAt)
     const QString folder = qEnvironmentVariable("KESTROVA_PICTURES");
     if (folder.isEmpty())
         GTEST_SKIP() << "KESTROVA_PICTURES names no folder";
+    const Speaking speaking{FromQt(qEnvironmentVariable("KESTROVA_LANGUAGE", "en"))};
     struct Kind {
         const char* name;
         QPalette palette;
