@@ -18,8 +18,8 @@
 #include "ui/main/play_watch.h"
 #include "ui/main/savegame_windows.h"
 #include "ui/main/savegames_page.h"
+#include "ui/main/window_place.h"
 #include "ui/widgets/captions.h"
-#include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_main.h"
 #include "words/ui_shared.h"
@@ -46,7 +46,6 @@ namespace
 
 constexpr int showSoonMs = 40;
 constexpr int buildAgainMs = 200;
-constexpr QSize mainSize{1060, 680};
 /// Below that nothing in them can be reached.
 constexpr QSize smallestPane{150, 110};
 
@@ -369,21 +368,14 @@ void MainWindow::dropEvent(QDropEvent* event)
 void MainWindow::RememberPlace() const
 {
     QSettings places(PlacesFile(session_), QSettings::IniFormat);
-    places.setValue(QStringLiteral("Principale/geometry"), saveGeometry());
-    places.setValue(QStringLiteral("Principale/splitter"), splitter_->saveState());
+    RememberWindowPlace(*this, *splitter_, places);
     levels_->RememberLook(places);
 }
 
 void MainWindow::RestorePlace()
 {
-    ResizeToFit(*this, mainSize);
     const QSettings places(PlacesFile(session_), QSettings::IniFormat);
-    restoreGeometry(places.value(QStringLiteral("Principale/geometry")).toByteArray());
-    // The screen may be smaller than the one that the place is remembered of.
-    if (!isMaximized() && !isFullScreen())
-        ResizeToFit(*this, size());
-    if (!splitter_->restoreState(places.value(QStringLiteral("Principale/splitter")).toByteArray()))
-        splitter_->setSizes({430, 570});
+    RestoreWindowPlace(*this, *splitter_, places);
     levels_->RestoreLook(places);
 }
 
