@@ -19,6 +19,8 @@ inline constexpr Message RemovingReadOnly{"Removing Only-Read flags in progress.
 inline constexpr Message ArchiveInstalled{"TR Level archive has been saved in ~1In future you should load this new .kva archive and not that on cd"};
 inline constexpr Message InstallFolderTaken{"The folder ~1 holds something already. Nothing has been changed. Choose another folder, or remove what lies there."};
 inline constexpr Message InstallNameBad{"The archive names no folder that could be made here (~1). Nothing has been changed."};
+inline constexpr Message InstallNoteDamaged{"What the first disc tells of the files of its set is damaged (~1), so nothing can be compared with it."};
+inline constexpr Message InstallNotCompared{"Levels that were copied, and not compared with what their discs were made of: ~1. The first disc does not tell that of them; discs of another program, or of an early version of this one, do not. Play them to see whether they are whole."};
 inline constexpr Message InstallNotDone{"The archive was not installed in ~1. Nothing that was there before has been changed."};
 inline constexpr Message RemovingFilesFromHd{"Removing FILES folder from HD"};
 inline constexpr Message FilesStay{"The files of these levels stay on the hard disk, and the levels are played from there:"};

@@ -25,6 +25,7 @@ inline constexpr Message FoundInPlace{"~1: ~2"};
 inline constexpr Message NoArchiveThere{"No disc of an archive lies there."};
 inline constexpr Message DiscIsDamaged{"A disc # ~1 lies there, but its files of this level are not those that were put on it (~2). It is damaged, or of another archive of that name, and is not used."};
 inline constexpr Message DiscNotRead{"~1 cannot be read. ~2"};
+inline constexpr Message DiscHoldsLink{"~1 is a link, and no link on a disc is followed, since it could lead to anything on this computer."};
 inline constexpr Message DiscNotWhole{"It is damaged, or not all of it is there."};
 inline constexpr Message ProvingDisc{"Comparing the files on disc # ~1 with what was put on it"};
 inline constexpr Message DiscWanted{"The files of the level \"~1\" lie on the disc with the label \"~2\", in its folder ~3. Put that disc into a drive, or name its image with \"kestrovactl discs image FILE\", and try again."};

@@ -7,7 +7,7 @@
 #include "discs/file_names.h"
 #include "formats/level_folder.h"
 #include "platform/file_content.h"
-#include "words/message.h"
+#include "words/disc_play.h"
 
 #include <algorithm>
 #include <map>
@@ -36,15 +36,33 @@ bool HoldsLevel(const Path& folder)
     return false;
 }
 
-/// `files` holds exactly what the note tells.
-Status IsAsNoted(const Path& files, const NotedLevel& noted)
+/// A link on a disc could lead to whatever lies on this computer.
+Status IsNoLink(const Path& path)
 {
-    const auto tree = ScanTreeIfThere(files);
-    if (!tree)
-        return tree.Error();
+    const auto failure = InWords(ErrorCode::Refused, GetMsg(Msg::DiscHoldsLink, {TextOf(path)}));
+    return platform::FactsOfLink(path).kind == platform::FileKind::Link ? Status{failure}
+                                                                        : Status{};
+}
+
+/// What lies in a level's `files` on a disc, where none of it is a link.
+Result<std::vector<NotedFile>> FilesOnDisc(const Path& files)
+{
+    if (auto plain = IsNoLink(files); !plain)
+        return plain.Error();
+    auto found = ListFilesToNote(files);
+    if (!found && found.Error().code == ErrorCode::Missing)
+        return std::vector<NotedFile>{};
+    if (!found && found.Error().code == ErrorCode::Refused)
+        return InWords(ErrorCode::Refused, GetMsg(Msg::DiscHoldsLink, {found.Error().subject}));
+    return found;
+}
+
+/// They are exactly what the note tells.
+Status IsAsNoted(const std::vector<NotedFile>& files, const NotedLevel& noted)
+{
     std::map<std::string, std::uint64_t> sizes; ///< by folded name
-    for (const Path& file : tree->files)
-        sizes.emplace(FoldCase(file.lexically_relative(files).generic_string()), FileSize(file));
+    for (const NotedFile& file : files)
+        sizes.emplace(FoldCase(file.name), file.size);
     for (const NotedFile& file : noted.files) {
         const auto found = sizes.find(FoldCase(file.name));
         if (found == sizes.end() || found->second != file.size)
@@ -146,9 +164,14 @@ Result<std::optional<Path>> FindDiscFolder(const Path& root, const ArchiveHeader
         return isThere.Error();
     if (!*isThere)
         return std::optional<Path>{};
+    for (const Path& path : {*folder, *home})
+        if (auto plain = IsNoLink(path); !plain)
+            return plain.Error();
+    const auto files = FilesOnDisc(ResolvePath(InFolder(*home, OnDisk::DirFiles)));
+    if (!files)
+        return files.Error();
     if (noted != nullptr)
-        if (auto status = IsAsNoted(ResolvePath(InFolder(*home, OnDisk::DirFiles)), *noted);
-            !status)
+        if (auto status = IsAsNoted(*files, *noted); !status)
             return status.Error();
     return std::optional<Path>{*folder};
 }

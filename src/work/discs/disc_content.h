@@ -28,6 +28,7 @@ Result<std::vector<KnownDisc>> DiscsIn(const Path& root);
 /// The folder of the disc of that number below the root, as it is spelled there, when it holds that
 /// level's folder; no value when it does not. `Damaged` when the level's files are not those of
 /// the note, by name and size: the subject is the first such file. Without a note any do.
+/// `Refused`, in words, when anything on the way or among them is a link.
 Result<std::optional<Path>> FindDiscFolder(const Path& root, const ArchiveHeader& header,
                                            const LevelRecord& level, const NotedLevel* noted);
 

@@ -105,6 +105,9 @@ private:
     void TakeNote()
     {
         auto note = ReadDiscNote(disc_);
+        if (!note)
+            at_.host.Tell(Tone::Warning,
+                          GetMsg(Msg::InstallNoteDamaged, {TextOf(DiscNoteOf(disc_))}));
         if (!note || note->discs.empty())
             return;
         for (NotedDisc& disc : note->discs)
@@ -152,7 +155,7 @@ private:
     {
         const Path index = ResolvePath(InFolder(disc, OnDisk::FragTr4Inf));
         const auto isThere = IsFile(index);
-        if (!isThere || !*isThere)
+        if (!isThere || !*isThere || platform::FactsOfLink(index).kind == platform::FileKind::Link)
             return isThere ? Status{} : Status{isThere.Error()};
         CopyOptions plain;
         plain.rights = plainRights;
@@ -165,9 +168,11 @@ private:
         const Path source = ResolvePath(InFolder(disc, OnDisk::DirFiles));
         const Path target = InFolder(home, OnDisk::DirFiles);
         auto copied = CopyFiles(source, target, progress);
-        if (const NotedLevel* noted = FindNoted(note_, level.cdNumber, level.levelCode);
-            copied && noted != nullptr)
+        const NotedLevel* noted = FindNoted(note_, level.cdNumber, level.levelCode);
+        if (copied && noted != nullptr)
             copied = HoldsNotedFiles(target, *noted, [&] { return progress.Step(); });
+        else if (copied)
+            ++notCompared_;
         if (copied) {
             level.cdNumber = 0;
             return {};
@@ -201,6 +206,13 @@ private:
                 return copied;
         }
         return {};
+    }
+
+    void TellNotCompared() const
+    {
+        if (notCompared_ > 0)
+            at_.host.Tell(Tone::Warning,
+                          GetMsg(Msg::InstallNotCompared, {std::to_string(notCompared_)}));
     }
 
     /// The list names its new folder, and the folder gets its name.
@@ -237,6 +249,7 @@ private:
         if (const auto failure = platform::Rename(work_.Folder(), target_))
             return MakeFailure(ErrorCode::CannotWrite, TextOf(target_), failure);
         (void)FlushFolder(target_.parent_path()); // after a power cut it is installed again
+        TellNotCompared();
         return {};
     }
 
@@ -248,6 +261,7 @@ private:
     Path disc_;
     Path name_;
     DiscNote note_;
+    int notCompared_ = 0; ///< levels whose files came, and of which the note tells nothing
 };
 
 /// All that can be known beforehand.

@@ -145,6 +145,47 @@ TEST(InstallFromDisc, SaysWhatIsMissingAndLeavesNothingBehind)
     EXPECT_FALSE(FolderExists(world / (world.Home(world.two) + "/files")));
 }
 
+TEST(InstallFromDisc, FollowsNoLinkOnADisc)
+{
+    InstallWorld world;
+    world.Write("person/private.tr4", "the person's own");
+    const Path level = world / InstallWorld::DiscPlace("a", 1, world.one);
+    const Path files = level / "files";
+    const FileContents before = world.Snapshot("target");
+    const auto refuses = [&](const std::string& what) {
+        EXPECT_FALSE(world.Install(true)) << what;
+        EXPECT_TRUE(world.host.WasTold("is a link, and no link on a disc is followed"))
+            << what << world.host.AllTold();
+        EXPECT_EQ(world.Snapshot("target"), before) << what;
+        world.host.told.clear();
+    };
+    fs::create_symlink(world / "person/private.tr4", files / "data/more.tr4");
+    refuses("a file");
+    fs::remove(files / "data/more.tr4");
+    fs::rename(files, world / "kept");
+    fs::create_directory_symlink(world / "person", files);
+    refuses("the files");
+    fs::remove(files);
+    fs::rename(world / "kept", files);
+    fs::rename(level, world / "kept");
+    fs::create_directory_symlink(world / "kept", level);
+    refuses("the level");
+}
+
+TEST(InstallFromDisc, SaysWhatItCouldNotCompare)
+{
+    InstallWorld world;
+    ASSERT_TRUE(world.Install(true)) << world.host.AllTold();
+    EXPECT_TRUE(world.host.WasTold("not compared with what their discs were made of: 2"));
+    EXPECT_FALSE(world.host.WasTold("is damaged"));
+    fs::remove_all(world / "target/levels");
+    world.Write("discs/a/discs.json", "{\"version\": 1, \"discs\": [");
+    world.host.told.clear();
+    ASSERT_TRUE(world.Install(false)) << world.host.AllTold();
+    EXPECT_TRUE(world.host.WasTold("is damaged")) << world.host.AllTold();
+    EXPECT_FALSE(world.host.WasTold("not compared with"));
+}
+
 TEST(InstallFromDisc, KilledOrFailedAnywhereItIsWholeOrNotThere)
 {
     const auto judge = [](InstallWorld& world, const std::string& where) {
