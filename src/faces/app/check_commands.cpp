@@ -213,9 +213,10 @@ bool CheckLevels(Run& run)
     }
     if (run.json != nullptr)
         *run.json = std::move(result);
-    else
-        AddLine(run, checks.Rows().empty() && isOne && !WantsRepair(run) ? GetMsg(Msg::VerifyFine)
-                                                                         : checks.Summary());
+    else if (!isOne || WantsRepair(run))
+        AddLine(run, checks.Summary());
+    else if (checks.Rows().empty())
+        AddLine(run, GetMsg(Msg::VerifyFine));
     return done && checks.Harmed() == 0 && IsAllChecked(run.session.archive, checks, isNamed);
 }
 

@@ -254,6 +254,16 @@ Result<std::vector<LevelFile>> FilesOf(const Path& folder)
     return files;
 }
 
+/// A Stop comes too late there: the files are stored.
+Heartbeat KeepAlive(ProgressScope* label)
+{
+    return [label] {
+        if (label != nullptr)
+            (void)label->Step();
+        return true;
+    };
+}
+
 std::vector<std::string> NamesOf(const std::vector<LevelFile>& files)
 {
     std::vector<std::string> names;
@@ -293,7 +303,7 @@ Status StoreFilesOfLevel(Host& host, const Folders& folders, const Archive& arch
         auto status = FillAndExchange(steps, target, label);
         if (status && code != originalCode)
             NoteStoredFiles(target.parent_path(), OriginsOf(steps, waves.Of(NamesOf(ready))),
-                            [&] { return label == nullptr || label->Step(); });
+                            KeepAlive(label));
         return NotStored(std::move(status));
     };
     if (!ConvertsWaves(archive, code, form))
@@ -315,7 +325,7 @@ Status StoreInPlace(Host& host, const Archive& archive, const SoundConverter& co
                     const Path& place, LevelCode code, ProgressScope* label, StoreAs form,
                     const AcceptLoss& accept)
 {
-    StoredWatch watch{place.parent_path()};
+    StoredWatch watch{place.parent_path(), KeepAlive(label)};
     watch.NoteAllIfNew();
     WaveOrigins waves;
     if (ConvertsWaves(archive, code, form)) {

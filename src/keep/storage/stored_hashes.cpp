@@ -114,9 +114,9 @@ EntriesByName(const std::optional<StoredNote>& note)
     return entries;
 }
 
-StoredWatch::StoredWatch(Path home)
+StoredWatch::StoredWatch(Path home, Heartbeat alive)
     : home_(std::move(home)), files_(ResolvePath(InFolder(home_, OnDisk::DirFiles))),
-      note_(ReadStoredNote(home_).ValueOr({})), before_(Now())
+      note_(ReadStoredNote(home_).ValueOr({})), before_(Now()), alive_(std::move(alive))
 {
     DoubtStoredNote(home_);
 }
@@ -124,6 +124,15 @@ StoredWatch::StoredWatch(Path home)
 StoredWatch::~StoredWatch()
 {
     Follow();
+}
+
+Heartbeat StoredWatch::Alive() const
+{
+    return [this] {
+        if (alive_)
+            (void)alive_();
+        return true;
+    };
 }
 
 std::optional<StoredWatch::FactsByName> StoredWatch::Now() const
@@ -168,7 +177,7 @@ std::vector<StoredEntry> StoredWatch::Entries(const FactsByName& now,
             changed.push_back(files_ / name);
         }
     }
-    for (StoredEntry& entry : EntriesOf(changed, origins_, {}))
+    for (StoredEntry& entry : EntriesOf(changed, origins_, Alive()))
         entries.push_back(std::move(entry));
     for (const auto& [name, entry] : before) // what was gone already is gone still
         if (!before_->contains(name) && !now.contains(name))
@@ -179,7 +188,7 @@ std::vector<StoredEntry> StoredWatch::Entries(const FactsByName& now,
 void StoredWatch::Follow() const
 {
     if (!note_ && allIfNew_)
-        return NoteStoredFiles(home_, origins_);
+        return NoteStoredFiles(home_, origins_, Alive());
     const auto now = Now();
     if (!before_ || !now)
         return; // the doubt stays

@@ -40,8 +40,9 @@ void NoteStoredFiles(const Path& home, const StoredOrigins& origins, const Heart
 class StoredWatch
 {
 public:
-    /// `home`: the level's own folder.
-    explicit StoredWatch(Path home);
+    /// `home`: the level's own folder. `alive`: called while files are read at the end; its answer
+    /// counts for nothing.
+    explicit StoredWatch(Path home, Heartbeat alive = {});
     ~StoredWatch();
     StoredWatch(const StoredWatch&) = delete;
     StoredWatch& operator=(const StoredWatch&) = delete;
@@ -60,6 +61,7 @@ private:
     };
     using FactsByName = std::map<std::string, Facts>;
 
+    [[nodiscard]] Heartbeat Alive() const;
     [[nodiscard]] std::optional<FactsByName> Now() const;
     void Follow() const;
     /// The entries of the files that stand now: of those that nobody touched as they were noted.
@@ -71,6 +73,7 @@ private:
     std::optional<StoredNote> note_;
     std::optional<FactsByName> before_;
     StoredOrigins origins_;
+    Heartbeat alive_;
     bool allIfNew_ = false;
 };
 

@@ -92,7 +92,7 @@ bool EditLevel(Session& session, ProgressScope& progress, LevelCode code, const 
         FindEditable(session.host, session.Folders(), session.archive, code);
     if (current == nullptr)
         return false;
-    const StoredWatch watch{LevelHomeOf(session.Folders(), code)};
+    const StoredWatch watch{LevelHomeOf(session.Folders(), code), [&] { return progress.Step(); }};
     LevelRecord record = *current;
     const std::int32_t extrasBefore = record.extrasSize;
     Intake level{session, record, EditSteps(), progress};

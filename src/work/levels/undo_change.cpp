@@ -156,7 +156,7 @@ bool MakeByFiles(Session& session, const Change& back, const Change& entry, cons
     // What a repair replaced was no level's file, so that its note stays.
     std::optional<StoredWatch> watch;
     if (back.ofLevelsFiles && entry.kind != ChangeKind::LevelRepaired)
-        watch.emplace(back.home);
+        watch.emplace(back.home, beat);
     const auto made =
         MakeChange(session.machine, folders, session.archive, session.settings, back, {}, beat);
     if (!made && made.Error().code == ErrorCode::Stopped && !ChangeWaits(folders))

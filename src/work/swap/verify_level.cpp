@@ -228,8 +228,13 @@ Status AddGaps(const Folders& folders, const LevelRecord& level, const std::vect
         if (!told.Has(file))
             faults.push_back({kind, std::move(file), {}, {}, {}});
     };
-    for (const std::string& file : gaps->cut)
-        add(FileFault::Cut, Readable(file));
+    for (const std::string& file : gaps->cut) {
+        const std::string name = Readable(file);
+        for (LevelFault& fault : faults)
+            if (fault.kind == FileFault::Differs && EqualNames(fault.file, name))
+                fault.kind = FileFault::Cut;
+        add(FileFault::Cut, name);
+    }
     gaps->cut.clear();
     // Where only the size tells of a loss, what stands in the folder may have the names, and a
     // fault that is known by name explains it.

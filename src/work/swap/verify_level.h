@@ -10,7 +10,7 @@ namespace kestrova
 enum class FileFault {
     Missing,
     Differs,    ///< it can be read, and is not what was noted
-    Cut,        ///< shorter than it was stored, by the index alone
+    Cut,        ///< shorter than it was stored, as the index tells
     Damaged,    ///< a `.zl` that does not expand
     Unreadable, ///< the system gives it to nobody
     InTheWay,   ///< a folder, or a link that leads out, stands under its name

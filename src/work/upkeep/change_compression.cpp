@@ -232,7 +232,8 @@ bool ChangeLevel(Session& session, const LevelRecord& level, const AudioStep& au
         return TellFolderNotRead(session.host, isThere.Error());
     if (!*isThere)
         return true;
-    const StoredWatch watch{LevelHomeOf(session.Folders(), level.levelCode)};
+    const StoredWatch watch{LevelHomeOf(session.Folders(), level.levelCode),
+                            [&] { return progress.Step(); }};
     std::vector<std::string> kept;
     if ((audio && !audio(name, folder)) ||
         !ChangeFiles(session, folder, session.archive.header.compressLevels, progress, kept))
