@@ -42,6 +42,14 @@ expect 0 wads import "$wads" --name "Nobody=X"
 errs "Nobody"
 expect 0 wads undo
 
+# Wads alone, without anything for the script, are imported as well as any.
+mkdir alone
+printf wad >alone/alone.wad
+expect 0 wads import alone
+said "*** Wads update finished ***"
+expect 0 wads undo
+[[ $(both) == "$before" ]] || die "the undone import of wads alone left something"
+
 # The compiler hangs, and the program is killed.
 mv "$trle/tom2pc.exe" "$box/tom2pc.kept"
 printf '#!/bin/sh\necho $$ >hangs\nexec sleep 100\n' >"$trle/tom2pc.exe" # in its own folder alone

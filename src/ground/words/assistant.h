@@ -40,6 +40,7 @@ inline constexpr Message Scanning{"Reading ~1"};
 inline constexpr Message SourcesAskConvert{"There are level files in source .tom format.~1Start converting procedure"};
 inline constexpr Message SourcesFurtherControl{"Now it will be performed a further controll to verify if all source files are present"};
 inline constexpr Message SourcesNotLinked{"The level's sources were not compiled: ~1 has no wads of its own. Its readme mostly tells which set of wads it is compiled with. Say so with --link ~2=WADS, or have the readme looked through with --analyse DOCUMENT."};
+inline constexpr Message SourcesLeft{"~1 has no wads of its own. Added alone, it is linked with a set of wads by the assistant, or in the terminal by --link ~2=WADS or --analyse DOCUMENT."};
 inline constexpr Message LinkNoSuchTom{"The level has no .tom file of this name: ~1"};
 inline constexpr Message AnalysedMissing{"This document is neither among the level's files nor elsewhere: ~1"};
 

@@ -15,6 +15,7 @@ inline constexpr Message TrleNoTomb4{"Not right folder: Missing file 'tomb4.exe'
 inline constexpr Message TrleNoTr4{"Not right folder: Missing files '*.tr4' in folder: ~1\\data"};
 inline constexpr Message TrleNoDat{"Not right folder: Missing files '*.dat' in folder: "};
 inline constexpr Message TrleFewWaves{"Not right folder: in AUDIO folder missing ~1 .wav files"};
+inline constexpr Message TrleAmongKept{"Not right folder: it lies among what Kestrova keeps for itself, or in a level's folder, and would be exchanged or moved with that: ~1"};
 inline constexpr Message ChooseTrleFolder{"Choose TR Level Editor folder"};
 inline constexpr Message CannotRunWithoutTrle{"This program cann't run without Tomb Raider Level Editor~1Now, Kestrova ends"};
 inline constexpr Message WindowStaysWithoutTrle{"What ends is its work: without a Level Editor nothing can be added or played, and the empty window is left for you to close. Start Kestrova again once you have a Level Editor; the last archive is loaded then."};

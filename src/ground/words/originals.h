@@ -23,7 +23,7 @@ inline constexpr Message DoctorVault{"kept of the Level Editor's folder"};
 inline constexpr Message DoctorVaultHolds{"~1 (~2); kestrovactl history originals lists them, and deletes what you do not need"};
 
 inline constexpr Message LoanStillWaits{"the Level Editor's folder still has to come back from a compilation or an installer that was interrupted; see kestrovactl doctor"};
-inline constexpr Message HandoverNoRoom{"files of the Level Editor's folder that its backup lacks are copied first (~1), and there is no room for that in: ~2"};
+inline constexpr Message HandoverNoRoom{"files of the Level Editor's folder that its backup lacks are copied first, for which ~1 have to be free in ~2; ~3 are"};
 inline constexpr Message LoanFolderInTheWay{"a folder stands where a file of the level has to go"};
 
 } // namespace kestrova::Msg

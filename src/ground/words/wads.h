@@ -37,6 +37,8 @@ inline constexpr Message ImportNotCompiled{"Error compiling '~1.DAT'"};
 inline constexpr Message ImportFinished{"Wads update finished"};
 inline constexpr Message ImportOwnSources{"Your own script sources cannot be used, so the new levels were not put into them, and they are as they were. Mend the file, and import the wads again."};
 
+inline constexpr Message ImportOwnSourcesStay{"Your own script sources stay as they are, since those of the package are not whole and cannot be merged into them: ~1. Its new levels are not in your script."};
+
 inline constexpr Message ImportOwnEnglish{"Your own 'english.txt' cannot be used, so the names of the new levels were not put into it, and it is as it was."};
 
 inline constexpr Message ImportNotBegun{"The wads were not imported, and nothing has been changed."};

@@ -66,7 +66,8 @@ Status RoomForKept(Machine& machine, std::uint64_t bytes, const Path& place)
         return {}; // where nobody can tell, the copying will
     return Failure{
         ErrorCode::Refused, TextOf(place),
-        GetMsg(Msg::HandoverNoRoom, {FormatSize(static_cast<double>(bytes)), TextOf(place)})};
+        GetMsg(Msg::HandoverNoRoom, {FormatSize(static_cast<double>(bytes + spareRoom)),
+                                     TextOf(place), FormatSize(static_cast<double>(*free))})};
 }
 
 Status CopyKept(const Path& folder, const StandingFile& file, const Path& copy,

@@ -1,6 +1,7 @@
 #include "originals/tree_return.h"
 
 #include "core/copying.h"
+#include "core/inside.h"
 #include "core/look.h"
 #include "core/removal.h"
 #include "originals/vault.h"
@@ -36,9 +37,9 @@ public:
         if (wish_.clearsOthers)
             RemoveOthers(*now);
         RemoveNew(*now);
+        MakeFoldersAgain(Behind::Nothing);
         BringLinksBack(*now);
-        for (const StandingFolder& folder : before_.folders)
-            Note(MakeFolders(folders_.trle / folder.name));
+        MakeFoldersAgain(Behind::Link);
         for (const std::size_t file : lacking_)
             Note(BringBack(file));
         BringRightsBack();
@@ -116,6 +117,7 @@ private:
         if (keeping.failed.empty())
             return;
         Note(keeping.failure);
+        unkept_ = keeping.failed;
         const auto stays = [&](const Path& name) {
             return std::find(keeping.failed.begin(), keeping.failed.end(), name) !=
                    keeping.failed.end();
@@ -166,6 +168,20 @@ private:
         return MakeFailure(ErrorCode::CannotDelete, TextOf(folder), failure);
     }
 
+    enum class Behind { Nothing, Link };
+
+    /// Those behind a link have to wait for it, and it for those that it leads to.
+    void MakeFoldersAgain(Behind behind)
+    {
+        for (const StandingFolder& folder : before_.folders) {
+            const bool isBehind = std::any_of(
+                before_.links.begin(), before_.links.end(),
+                [&](const StandingLink& link) { return LiesInside(folder.name, link.name); });
+            if (isBehind == (behind == Behind::Link))
+                Note(MakeFolders(folders_.trle / folder.name));
+        }
+    }
+
     void BringLinksBack(const StandingTree& now)
     {
         for (const StandingLink& link : before_.links) {
@@ -173,13 +189,32 @@ private:
                 std::any_of(now.links.begin(), now.links.end(), [&](const StandingLink& found) {
                     return found.name == link.name && found.target == link.target;
                 });
-            const Path place = folders_.trle / link.name;
-            if (isThere)
-                continue;
-            (void)platform::RemoveFolder(place); // one that stands in its place, emptied by now
-            if (const auto failure = platform::MakeLink(link.target, place))
-                Note(MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure));
+            if (!isThere)
+                Note(BringLinkBack(link));
         }
+    }
+
+    /// A file or a folder that took its place gives way, unless something in it could not be kept.
+    [[nodiscard]] Status BringLinkBack(const StandingLink& link) const
+    {
+        const Path place = folders_.trle / link.name;
+        platform::FileFacts facts;
+        if (const auto failure = platform::LookAtLink(place, facts))
+            return MakeFailure(ErrorCode::CannotRead, TextOf(place), failure);
+        const bool holdsUnkept = std::any_of(unkept_.begin(), unkept_.end(), [&](const Path& name) {
+            return LiesInside(name, link.name);
+        });
+        if (holdsUnkept)
+            return {}; // it was noted why
+        Status free = MakeFolders(place.parent_path());
+        if (free && facts.kind == platform::FileKind::Folder)
+            free = RemoveTree(place);
+        else if (free && facts.kind != platform::FileKind::Missing)
+            free = DeleteSpelled(place);
+        if (!free)
+            return free;
+        const auto failure = platform::MakeLink(link.target, place);
+        return failure ? MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure) : Status{};
     }
 
     [[nodiscard]] bool IsNoted(const StandingLink& link) const
@@ -259,6 +294,7 @@ private:
     std::vector<std::size_t> touched_; ///< those that somebody may have changed at all
     std::vector<Path> new_;
     std::vector<Path> strangers_; ///< what nobody else has
+    std::vector<Path> unkept_;    ///< those of them that must stay where they are
     Status failure_;              ///< the first
 };
 

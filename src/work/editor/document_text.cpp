@@ -1,6 +1,7 @@
 #include "editor/document_text.h"
 
 #include "core/text.h"
+#include "editor/failure_words.h"
 #include "editor/file_names.h"
 #include "formats/page_text.h"
 #include "platform/places.h"
@@ -143,7 +144,7 @@ Result<std::string> ReadDocument(const Tools& tools, const Path& file, ProgressS
         if (rows == &PdfTools())
             return InWords(ErrorCode::CannotRead,
                            GetMsg(Msg::DocumentNotRead, {TextOf(file.filename())}),
-                           failure.sentence + failure.reason, failure.details);
+                           WordsOf(failure), failure.details);
     }
     if (IsUtf16(*bytes))
         *bytes = FromUtf16(*bytes);

@@ -2,6 +2,7 @@
 
 #include "core/name_list.h"
 #include "core/text.h"
+#include "editor/kept_places.h"
 #include "formats/trle_folder.h"
 #include "originals/backup_waves.h"
 #include "session/telling.h"
@@ -87,6 +88,12 @@ Result<std::string> WavesToCopy(const Folders& folders, const PreferencesRecord&
 bool IsTrleFolder(Host& host, const Folders& folders, const PreferencesRecord& preferences,
                   const Path& folder, bool showErrors)
 {
+    // Originals that lie in their own backup are gone with the next one.
+    if (LiesAmongKept(folders, folder)) {
+        if (showErrors)
+            host.Tell(Tone::Error, GetMsg(Msg::TrleAmongKept, {TextOf(folder)}));
+        return false;
+    }
     const auto lack = FirstLack(folder);
     if (!lack)
         return showErrors && TellFolderNotRead(host, lack.Error());

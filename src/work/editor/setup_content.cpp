@@ -4,6 +4,7 @@
 #include "core/copying.h"
 #include "core/text.h"
 #include "editor/compile_one_tom.h"
+#include "editor/failure_words.h"
 #include "editor/file_names.h"
 #include "editor/setup_names.h"
 #include "formats/trle_folder.h"
@@ -153,7 +154,7 @@ Status CompileTomOf(const SetupParts& parts, const Path& tree, const Path& tom)
     if (done || done.Error().code == ErrorCode::Stopped)
         return done;
     return InWords(done.Error().code, GetMsg(Msg::SetupCompileFailed) + TextOf(name) + '\'',
-                   done.Error().sentence + done.Error().reason, report.lastLines);
+                   WordsOf(done.Error()), report.lastLines);
 }
 
 } // namespace kestrova

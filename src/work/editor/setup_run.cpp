@@ -3,6 +3,7 @@
 #include "core/leftovers.h"
 #include "core/look.h"
 #include "core/text.h"
+#include "editor/failure_words.h"
 #include "editor/folder_test.h"
 #include "editor/setup_content.h"
 #include "editor/setup_list_check.h"
@@ -119,6 +120,13 @@ bool LevelEditorSetup::Prepare()
 {
     if (wish_.fromZips && wish_.zips.empty())
         return End(InWords(ErrorCode::Refused, GetMsg(Msg::SetupNoZips)));
+    for (const Path& zip : wish_.zips) {
+        const auto isThere = IsFile(zip);
+        if (!isThere || !*isThere)
+            return End(
+                isThere ? InWords(ErrorCode::Missing, GetMsg(Msg::SetupZipMissing, {TextOf(zip)}))
+                        : isThere.Error());
+    }
     if (const auto note = UnfinishedSetupAt(parts_.folders, wish_.target)) {
         goesOn_ = true;
         target_ = note->target;
@@ -316,8 +324,8 @@ bool LevelEditorSetup::RegisterIt()
     const auto done =
         RegisterEditor(parts_.converter.tools, parts_.folders, target_, parts_.progress);
     if (!done)
-        parts_.host.Tell(Tone::Warning, GetMsg(Msg::SetupRegisterFailed),
-                         done.Error().sentence + done.Error().reason, done.Error().details);
+        parts_.host.Tell(Tone::Warning, GetMsg(Msg::SetupRegisterFailed), WordsOf(done.Error()),
+                         done.Error().details);
     return true;
 }
 

@@ -1,15 +1,14 @@
 #include "editor/setup_target.h"
 
-#include "archive/archive_entries.h"
 #include "core/copying.h"
 #include "core/inside.h"
 #include "core/look.h"
 #include "core/staged_file.h"
 #include "core/text.h"
 #include "editor/file_names.h"
+#include "editor/kept_places.h"
 #include "editor/setup_names.h"
 #include "editor/wine_prefixes.h"
-#include "formats/level_folder.h"
 #include "formats/trle_folder.h"
 #include "platform/places.h"
 #include "platform/real_path.h"
@@ -61,33 +60,24 @@ Result<Path> RealTarget(const Path& wished)
     return target;
 }
 
-/// The folder of a level of whatever archive.
-bool IsLevelHome(const Path& folder)
-{
-    return IsLevelFolderName(folder.filename().native()) &&
-           FolderExists(ResolvePath(InFolder(folder, OnDisk::DirFiles)));
-}
-
-/// It would be moved, stored, deleted or restored with what it lies among.
-bool LiesAmongKept(const Path& target, const Folders& folders)
+/// In what this program keeps, or in the Level Editor's folder in use, of which it would be a part.
+bool IsNoPlace(const Path& target, const Folders& folders)
 {
     for (const Path& own : {folders.program, folders.levels, folders.trle}) {
         Path real;
         if (!own.empty() && !platform::RealPathSoFar(own, real) && LiesInside(target, real))
             return true;
     }
-    for (Path above = target; above.has_relative_path(); above = above.parent_path())
-        if (IsLevelHome(above))
-            return true;
-    return false;
+    return LiesAmongKept(folders, target);
 }
 
 Status CheckPlace(const Path& target)
 {
     const auto facts = LookAtSpelled(target);
-    if (!facts)
-        return facts.Error();
-    if (facts->kind == platform::FileKind::Missing)
+    const auto isFree = IsFree(target);
+    if (!facts || !isFree)
+        return facts ? isFree.Error() : facts.Error();
+    if (*isFree)
         return {};
     if (facts->kind != platform::FileKind::Folder)
         return Refusal(Msg::SetupTargetNoFolder, target);
@@ -125,7 +115,7 @@ Result<Path> TargetOf(const SetupWish& wish, const Folders& folders)
     if (!wish.fromZips && !platform::RealPath(ResolvePath(wish.folder), source) &&
         (LiesInside(source, target) || LiesInside(target, source)))
         return Refusal(Msg::SetupTargetInSource, target);
-    if (LiesAmongKept(target, folders))
+    if (IsNoPlace(target, folders))
         return Refusal(Msg::SetupTargetKept, target);
     if (auto fits = CheckPlace(target); !fits)
         return fits.Error();

@@ -4,6 +4,7 @@
 #include "core/look.h"
 #include "core/text.h"
 #include "editor/compile_one_tom.h"
+#include "editor/failure_words.h"
 #include "editor/file_names.h"
 #include "editor/told_rest.h"
 #include "formats/trle_folder.h"
@@ -148,7 +149,7 @@ bool TomCompile::CompileOne(std::size_t tom)
         return false;
     }
     const Failure& failure = done.Error();
-    parts_.host.Tell(Tone::Error, GetMsg(Msg::AutoCompileFailed), failure.sentence + failure.reason,
+    parts_.host.Tell(Tone::Error, GetMsg(Msg::AutoCompileFailed), WordsOf(failure),
                      report.lastLines);
     return false;
 }

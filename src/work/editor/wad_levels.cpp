@@ -3,6 +3,8 @@
 #include "core/activity_log.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
+#include "core/name_list.h"
+#include "core/name_set.h"
 #include "core/text.h"
 #include "editor/compile_script.h"
 #include "editor/file_names.h"
@@ -117,7 +119,37 @@ private:
                               GetMsg(Msg::ImportNoSources, {lineBreak}));
         if (auto copied = CopyAll(*files, work_.newScripts, ImportTree::Backup, {}); !copied)
             return copied;
-        return CopyAll(*files, work_.newScripts, ImportTree::LevelEditor, OnDisk::DirScript);
+        std::vector<Path> usable = *files;
+        if (auto left = LeaveOwnSources(usable); !left)
+            return left;
+        return CopyAll(usable, work_.newScripts, ImportTree::LevelEditor, OnDisk::DirScript);
+    }
+
+    /// Sources that could not be merged, and come without what is compiled of them, would take the
+    /// place of the person's own with all the levels in those.
+    Status LeaveOwnSources(std::vector<Path>& files)
+    {
+        NameSet compiled;
+        for (const Path& file : files)
+            if (EndsWithName(file.native(), OnDisk::EndingDat))
+                compiled.Add(BaseNameOf(file.native()));
+        std::vector<std::string> own;
+        Status looked;
+        std::erase_if(files, [&](const Path& file) {
+            const std::string name = file.filename().native();
+            if (!EndsWithName(name, OnDisk::TxtEnding) || compiled.Has(BaseNameOf(name)))
+                return false;
+            const auto hasOwn = IsFile(scripts_ / name);
+            if (!hasOwn)
+                looked = hasOwn.Error();
+            if (hasOwn && *hasOwn)
+                own.push_back(Readable(name));
+            return !hasOwn || *hasOwn;
+        });
+        if (!own.empty())
+            work_.parts.host.Tell(Tone::Warning,
+                                  GetMsg(Msg::ImportOwnSourcesStay, {ShownNames(own)}));
+        return looked;
     }
 
     /// A failure that is no Stop is a line's end.

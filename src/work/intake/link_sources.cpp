@@ -61,7 +61,9 @@ bool NothingToLink(Intake& intake)
     if (lacking->empty())
         return true;
     const std::string name = TextOf(lacking->filename());
-    session.host.Tell(Tone::Error, GetMsg(Msg::SourcesNotLinked, {name, name}));
+    const bool isLeft = session.host.WorksUnattended() && !session.host.CanAsk();
+    session.host.Tell(Tone::Error,
+                      GetMsg(isLeft ? Msg::SourcesLeft : Msg::SourcesNotLinked, {name, name}));
     return false;
 }
 

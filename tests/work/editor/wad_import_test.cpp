@@ -319,6 +319,27 @@ TEST(WadImport, SourcesThatCannotBeUsedLeaveThePersonsOwnAlone)
     }
 }
 
+TEST(WadImport, HalfOfTheSourcesDoesNotTakeThePlaceOfThePersonsOwn)
+{
+    for (const char* lacking : {"english.txt", "SCRIPT.TXT"}) {
+        WadWorld world;
+        world.package.erase(lacking);
+        ASSERT_TRUE(world.Import()) << world.host.AllTold();
+        EXPECT_TRUE(world.host.WasTold("Your own script sources stay as they are"));
+        for (const char* file : {"script.txt", "german.txt", "english.txt"})
+            EXPECT_EQ(world.Read("trle/script/" + std::string{file}),
+                      world.before["trle/script/" + std::string{file}])
+                << file << " without " << lacking;
+    }
+    WadWorld none; // a package of wads alone lacks nothing
+    none.package.erase("english.txt");
+    none.package.erase("SCRIPT.TXT");
+    ASSERT_TRUE(none.Import());
+    EXPECT_TRUE(std::none_of(none.host.told.begin(), none.host.told.end(), [](const auto& told) {
+        return told.tone == Tone::Error;
+    })) << none.host.AllTold();
+}
+
 TEST(WadImport, LevelsWithoutDataOrNameAreTold)
 {
     WadWorld world;

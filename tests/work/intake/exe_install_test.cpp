@@ -16,6 +16,7 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
+#include <thread>
 
 namespace kestrova::testing
 {
@@ -200,6 +201,9 @@ TEST(ExeInstall, WhateverStandsThereAfterwardsTheFolderIsAsItWas)
         "chmod 0 $t/script $t/DATA; chmod 500 $t",
         "n=$(printf %0200d 1); cd $t; for i in $(seq 30); do mkdir $n; cd $n; done; echo x >a",
         "mkdir d; echo x >d/x; chmod 0 d; chmod 500 .",
+        "rm -rf $t/graphics \"$t/my work\"",
+        "rm \"$t/my work/lnk\"; mkdir \"$t/my work/lnk\"; echo x >\"$t/my work/lnk/x\"",
+        "rm $t/own.prj; echo other >$t/own.prj",
     };
     for (const char* const script : cases)
         for (const bool enclosed : {false, true}) {
@@ -210,6 +214,9 @@ TEST(ExeInstall, WhateverStandsThereAfterwardsTheFolderIsAsItWas)
             std::filesystem::permissions(world / "trle/own.0", std::filesystem::perms{0640});
             world.Write("elsewhere/manual.pdf", "read me");
             std::filesystem::create_directory_symlink("../elsewhere", world / "trle/papers");
+            std::filesystem::create_symlink("../elsewhere/manual.pdf", world / "trle/own.prj");
+            std::filesystem::create_directories(world / "trle/my work");
+            std::filesystem::create_directory_symlink("../graphics", world / "trle/my work/lnk");
             world.before = world.Snapshot("trle");
             Intake& intake = world.Begin();
             ASSERT_TRUE(HoldFolder(world.session.locks, world / "trle"));
@@ -348,6 +355,16 @@ TEST(ExeInstall, WhatAWindowsProgramWroteElsewhereIsListed)
     EXPECT_FALSE(world.host.WasTold("old.ini"));
     EXPECT_EQ(world.Read("prefix/drive_c/stray.ini"), (world / "prefix").native() + "\n");
     EXPECT_FALSE(world.Has("trle/DATA/city.tr4"));
+}
+
+TEST(ExeInstall, WhatChangedAtHomeWhileAProgramRanFreeIsTold)
+{
+    ExeWorld world{"echo level >$TRLE/DATA/city.tr4; mkdir -p $HOME/in; echo x >$HOME/in/stray"};
+    world.Write("person/old.txt", "old");
+    std::this_thread::sleep_for(std::chrono::milliseconds{50}); // the clock of a disk has ticks
+    EXPECT_TRUE(world.Install()) << world.host.AllTold();
+    EXPECT_TRUE(world.host.WasTold("in/stray")) << world.host.AllTold();
+    EXPECT_FALSE(world.host.WasTold("old.txt"));
 }
 
 TEST(ExeInstall, KilledAnywhereTheFolderComesBackAtTheNextStart)
