@@ -23,6 +23,8 @@ inline constexpr Message AllTomsHaveSources{"All .tom files of current level, ha
 inline constexpr Message TomLinked{"Source file '~1' linked with wads files '~2'"};
 inline constexpr Message TomNotLinked{"Source file '~1' was not linked with the wads '~2', or not with all of them. What lies in the level's folder already stays, and you can try again."};
 inline constexpr Message LinkNoRoom{"The set of wads needs ~1, and ~2 are free on the disk. Nothing was copied."};
+inline constexpr Message TomHasOwnWads{"~1 has wads of its own already, and they stay: the wads ~2 were not copied. Delete those of its own to use these."};
+inline constexpr Message AnalysisNotNeeded{"All .tom files have their wads, so this document was not looked through: ~1"};
 inline constexpr Message NoSuchWads{"There are no such wads, neither among those of the Level Editor nor in the level: ~1"};
 inline constexpr Message SelectWads{"You must select wads used from source files: "};
 inline constexpr Message NothingPerformed{"You have performed no operations. If you wish execute an operation press [Perform now], while click on [Cancel] button if you wish abort"};

@@ -52,6 +52,7 @@ inline constexpr Message WadsNoServer{"No server of wads is set, so the package 
 inline constexpr Message WadsNoAddress{"This is not the address of a web site, so it was not opened: ~1. Get the package in another way."};
 inline constexpr Message WadsNotOpened{"The address could not be opened: ~1. Open it with your browser."};
 inline constexpr Message WadsNotFetched{"The package ~1 could not be fetched: ~2"};
+inline constexpr Message WadsNotFetchable{"The package '~1' cannot be fetched, since this is not the address of a zip file on a web site: ~2. kestrovactl wads import PACKAGE takes one that you have, and then the level is added without it being asked for."};
 inline constexpr Message WadsNobody{"Nobody can be asked here, so the package ~1 was not fetched. With --fetch it is; kestrovactl wads import PACKAGE takes one that you have, and then the level is added without it being asked for."};
 inline constexpr Message AskKnownWads{"This level needs of wads file not currently installed in Tomb Raider Level Editor: ~1It's possible download now from internet this wads file or, if you've already downloaded it, import it now~2Do you want import this wads file?"};
 inline constexpr Message WadsAngkor{"Angkor Wat wads (10 MB)"};

@@ -163,8 +163,11 @@ bool TomAssistant::Link(const std::string& tomName, const std::string& wadsPatte
     progress->AllowStop();
     const auto linked = LinkWads(parts_.machine, parts_.folders, workFolder_, wadsPattern, tomName,
                                  [&](std::uint64_t) { return progress->Step(); });
-    if (linked && *linked > 0)
+    if (linked && linked->matching > 0) {
+        if (linked->copied == 0)
+            parts_.host.Tell(Tone::Warning, GetMsg(Msg::TomHasOwnWads, {tomName, wadsPattern}));
         return operationDone_ = true;
+    }
     if (linked)
         parts_.host.Tell(Tone::Error, GetMsg(Msg::NoSuchWads, {wadsPattern}));
     else

@@ -171,9 +171,9 @@ std::size_t CommonPrefixLength(std::string_view a, std::string_view b)
     }));
 }
 
-Result<std::size_t> LinkWads(Machine& machine, const Folders& folders, const Path& workFolder,
-                             std::string_view wadsPattern, std::string_view tomName,
-                             const std::function<bool(std::uint64_t)>& progress)
+Result<LinkedSet> LinkWads(Machine& machine, const Folders& folders, const Path& workFolder,
+                           std::string_view wadsPattern, std::string_view tomName,
+                           const std::function<bool(std::uint64_t)>& progress)
 {
     const auto set = SetOf(folders, workFolder, wadsPattern);
     if (!set)
@@ -186,7 +186,7 @@ Result<std::size_t> LinkWads(Machine& machine, const Folders& folders, const Pat
     std::vector<Path> linked;
     const auto done = MakeLinkCopies(*copies, progress, linked);
     if (done)
-        return set->size();
+        return LinkedSet{set->size(), linked.size()};
     // Half a set would pass for a whole one.
     for (const Path& copy : linked)
         if (auto gone = DeleteSpelled(copy); !gone)

@@ -33,14 +33,20 @@ bool TomHasWadOrTold(Host& host, const Folders& folders, const Path& tom);
 /// Number of leading characters in which both agree, without regard to case.
 std::size_t CommonPrefixLength(std::string_view a, std::string_view b);
 
+/// What became of a link.
+struct LinkedSet {
+    std::size_t matching = 0; ///< files of the set; none: there are no such wads
+    std::size_t copied = 0;   ///< of them; none: the tom file has wads of its own
+};
+
 /// Copies the files that match `wadsPattern` (`city.*`) into `workFolder` under the stem of
 /// `tomName`: those of the Level Editor's wads, or else of `workFolder` itself. What is there
-/// already stays. The answer is how many files match, 0 when there are no such wads. `Refused`
+/// already stays. `Refused`
 /// for a tom name that no file of a level can have, `NoSpace`, in words, when the copies would fill
 /// the disk. `progress` gets the bytes of the file under way; False stops. What fails or is stopped
 /// leaves no copy of its own.
-Result<std::size_t> LinkWads(Machine& machine, const Folders& folders, const Path& workFolder,
-                             std::string_view wadsPattern, std::string_view tomName,
-                             const std::function<bool(std::uint64_t)>& progress = {});
+Result<LinkedSet> LinkWads(Machine& machine, const Folders& folders, const Path& workFolder,
+                           std::string_view wadsPattern, std::string_view tomName,
+                           const std::function<bool(std::uint64_t)>& progress = {});
 
 } // namespace kestrova

@@ -109,9 +109,17 @@ Path AskWadPackage(Intake& intake, const WadPackage& package)
     Host& host = intake.session.host;
     if (HasAlready(intake, package))
         return SelectWadZip(host, package.name);
+    const bool isFetchable = IsFetchable(package);
+    if (!isFetchable && !host.CanAsk()) {
+        host.Tell(Tone::Error,
+                  package.url.empty()
+                      ? GetMsg(Msg::WadsNoServer, {package.name})
+                      : GetMsg(Msg::WadsNotFetchable, {package.name, OnOneLine(package.url)}));
+        return {};
+    }
     if (!MayFetch(intake, package.name))
         return {};
-    if (IsFetchable(package)) {
+    if (isFetchable) {
         const Path target = intake.session.programFolder / package.name;
         const Status fetched = Fetch(intake, package, target);
         if (fetched)

@@ -106,8 +106,12 @@ bool LinkSources(Intake& intake)
         return false;
     // Who does not go on past a warning may still have all that the compiler needs.
     if (CheckLevelFileList(intake, Checking::Interactive) ||
-        CheckTomSources(intake, Checking::Silent))
+        CheckTomSources(intake, Checking::Silent)) {
+        if (const std::string& document = intake.draft.analysed; !document.empty())
+            intake.session.host.Tell(Tone::Plain,
+                                     GetMsg(Msg::AnalysisNotNeeded, {Readable(document)}));
         return true;
+    }
     if (!intake.windows.assistant)
         return LinkUnseen(intake);
     do {

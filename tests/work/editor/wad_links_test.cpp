@@ -23,10 +23,13 @@ protected:
     [[nodiscard]] Folders Places() const { return box.session.Folders(); }
     std::size_t Link(std::string_view pattern, std::string_view tom)
     {
-        return LinkWads(box.machine, Places(), box / "level", pattern, tom).ValueOr(999);
+        const auto linked = LinkWads(box.machine, Places(), box / "level", pattern, tom);
+        copied = linked ? linked->copied : 0;
+        return linked ? linked->matching : 999;
     }
 
     World box;
+    std::size_t copied = 0;
 };
 
 TEST_F(WadLinks, DocumentsComeByKindWithoutTheGamesSources)
@@ -82,6 +85,18 @@ TEST_F(WadLinks, ASetIsCopiedUnderTheTomFilesStemWhereNothingStands)
     EXPECT_EQ(Link("lost.*", "mill"), 0U);
 }
 
+TEST_F(WadLinks, ASetThatWouldFillTheDiskIsNotCopied)
+{
+    box.machine.free = UINT64_C(64) << 20;
+    EXPECT_EQ(Link("city.*", "mill"), 999U);
+    EXPECT_EQ(box.Snapshot("level").size(), 1U);
+    box.machine.free += 100;
+    EXPECT_EQ(Link("city.*", "mill"), 4U);
+    EXPECT_EQ(copied, 3U) << "the tom file is there";
+    EXPECT_EQ(Link("city.*", "mill"), 4U);
+    EXPECT_EQ(copied, 0U) << "they are all there";
+}
+
 TEST_F(WadLinks, AWishIsReadFromOneWord)
 {
     const auto read = [](const std::string& word) {
@@ -113,7 +128,7 @@ TEST_F(WadLinks, AFailureLeavesNoHalfASet)
     for (int step = 1;; step = NextPoint(step)) {
         std::filesystem::remove_all(box / "level");
         box.Write("level/mill.tom", "mill");
-        Result<std::size_t> linked = std::size_t{0};
+        Result<LinkedSet> linked = LinkedSet{};
         const FaultRun run = WithFaultAt(step, [&] {
             linked = LinkWads(box.machine, Places(), box / "level", "city.*", "mill");
             return bool{linked};
