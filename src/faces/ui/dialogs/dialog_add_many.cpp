@@ -221,7 +221,7 @@ void AddManyDialog::FillRow(QTreeWidgetItem& row, const QueueItem& item) const
 {
     const bool ended = !running_ && queue_.End() != QueueEnd::None;
     row.setText(sourceColumn, ToQt(TextOf(item.source.filename())));
-    row.setToolTip(sourceColumn, ToQt(TextOf(item.source)));
+    row.setToolTip(sourceColumn, ToQt(TextOf(item.source)).toHtmlEscaped());
     row.setText(stateColumn, ToQt(StateText(item.state, ended)));
     const QString outcome = ToQt(OutcomeText(item));
     row.setText(outcomeColumn, outcome);

@@ -56,7 +56,7 @@ template <class Text> void Fill(QComboBox& box, const std::vector<Path>& rows, T
     box.clear();
     for (const QString& shown : texts) {
         box.addItem(shown);
-        box.setItemData(box.count() - 1, shown, Qt::ToolTipRole);
+        box.setItemData(box.count() - 1, shown.toHtmlEscaped(), Qt::ToolTipRole);
     }
 }
 
@@ -74,8 +74,11 @@ AssistantDialog::AssistantDialog(Session& session, TomAssistant& assistant, QWid
     column->addLayout(MakeButtons());
     SetCaptions(*this);
     help_->setPlainText(ToQt(assistant_.HelpText()));
-    for (const Path& document : assistant_.Documents())
-        readmes_->addItem(ToQt(TextOf(document.filename())));
+    for (const Path& document : assistant_.Documents()) {
+        const QString name = ToQt(TextOf(document.filename()));
+        readmes_->addItem(name);
+        readmes_->item(readmes_->count() - 1)->setToolTip(name.toHtmlEscaped());
+    }
     readmes_->setCurrentRow(RowOf(assistant_.document));
     Connect();
     ShowLinks();
@@ -127,7 +130,8 @@ QLayout* AssistantDialog::MakeChoice()
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     // A long name does not fit into its box.
     for (QComboBox* box : {toms_, wads_})
-        connect(box, &QComboBox::currentTextChanged, box, &QComboBox::setToolTip);
+        connect(box, &QComboBox::currentTextChanged, box,
+                [box](const QString& text) { box->setToolTip(text.toHtmlEscaped()); });
     essential_->setObjectName(QStringLiteral("Check_Essenziali"));
     auto* grid = new QGridLayout;
     grid->addWidget(WordsFor(toms_, "Label_Sorgenti"), 0, 0);
