@@ -4,6 +4,7 @@
 #include "core/look.h"
 #include "core/text.h"
 #include "formats/program_folder.h"
+#include "intake/exe_install.h"
 #include "intake/file_names.h"
 #include "intake/package_sources.h"
 
@@ -46,6 +47,12 @@ bool HasLevelFilesBelow(const Path& folder, int depth, const Heartbeat& heartbea
            });
 }
 
+/// A level may come as a program; the person says whether it is one.
+bool IsSetupProgram(const Path& file)
+{
+    return !FindSetupExe({file}).empty();
+}
+
 /// Gathers sources, each file and folder once.
 class Gathering
 {
@@ -62,7 +69,8 @@ public:
         if (!files || !folders)
             return Add(given);
         std::vector<Path> levels;
-        std::copy_if(files->begin(), files->end(), std::back_inserter(levels), IsPackage);
+        std::copy_if(files->begin(), files->end(), std::back_inserter(levels),
+                     [](const Path& file) { return IsPackage(file) || IsSetupProgram(file); });
         std::copy_if(folders->begin(), folders->end(), std::back_inserter(levels),
                      [&](const Path& each) {
                          return HasLevelFilesBelow(each, deepestLevelFiles, heartbeat_);
