@@ -79,7 +79,7 @@ QVariant CheckModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return text;
     case Qt::ToolTipRole:
-        return text.toHtmlEscaped();
+        return PlainTip(text);
     default:
         return {};
     }

@@ -52,9 +52,9 @@ QVariant CompareModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return TextOf(file, column);
     case Qt::ToolTipRole:
-        return (column == State && !file.reason.empty() ? ToQt(file.reason)
-                                                        : ToQt(OnOneLine(file.name.native())))
-            .toHtmlEscaped();
+        return PlainTip(column == State && !file.reason.empty()
+                            ? ToQt(file.reason)
+                            : ToQt(OnOneLine(file.name.native())));
     case Qt::TextAlignmentRole:
         return column >= SizeBefore ? QVariant{Qt::AlignRight | Qt::AlignVCenter} : QVariant{};
     default:

@@ -221,14 +221,14 @@ void AddManyDialog::FillRow(QTreeWidgetItem& row, const QueueItem& item) const
 {
     const bool ended = !running_ && queue_.End() != QueueEnd::None;
     row.setText(sourceColumn, ToQt(TextOf(item.source.filename())));
-    row.setToolTip(sourceColumn, ToQt(TextOf(item.source)).toHtmlEscaped());
+    row.setToolTip(sourceColumn, PlainTip(ToQt(TextOf(item.source))));
     row.setText(stateColumn, ToQt(StateText(item.state, ended)));
     const QString outcome = ToQt(OutcomeText(item));
     row.setText(outcomeColumn, outcome);
     const QString more = ToQt(item.details);
     const QString tip = more.isEmpty() || more == outcome ? outcome : outcome + '\n' + more;
     // A rich text would let a file's name draw what it likes.
-    row.setToolTip(outcomeColumn, tip.toHtmlEscaped().replace('\n', QLatin1String("<br>")));
+    row.setToolTip(outcomeColumn, PlainTip(tip));
 }
 
 void AddManyDialog::ShowItem(std::size_t index)

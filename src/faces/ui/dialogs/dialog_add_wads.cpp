@@ -203,7 +203,7 @@ void AddWadsDialog::ShowState()
         const QString name = ToQt(TextOf(file.filename()));
         auto* item =
             new QTreeWidgetItem({name, ToQt(FormatSize(static_cast<double>(FileSize(file))))});
-        item->setToolTip(fileNameColumn, name.toHtmlEscaped());
+        item->setToolTip(fileNameColumn, PlainTip(name));
         item->setTextAlignment(fileSizeColumn, Qt::AlignRight | Qt::AlignVCenter);
         items.append(item);
     }

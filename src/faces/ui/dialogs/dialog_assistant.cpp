@@ -56,7 +56,7 @@ template <class Text> void Fill(QComboBox& box, const std::vector<Path>& rows, T
     box.clear();
     for (const QString& shown : texts) {
         box.addItem(shown);
-        box.setItemData(box.count() - 1, shown.toHtmlEscaped(), Qt::ToolTipRole);
+        box.setItemData(box.count() - 1, PlainTip(shown), Qt::ToolTipRole);
     }
 }
 
@@ -77,7 +77,7 @@ AssistantDialog::AssistantDialog(Session& session, TomAssistant& assistant, QWid
     for (const Path& document : assistant_.Documents()) {
         const QString name = ToQt(TextOf(document.filename()));
         readmes_->addItem(name);
-        readmes_->item(readmes_->count() - 1)->setToolTip(name.toHtmlEscaped());
+        readmes_->item(readmes_->count() - 1)->setToolTip(PlainTip(name));
     }
     readmes_->setCurrentRow(RowOf(assistant_.document));
     Connect();
@@ -131,7 +131,7 @@ QLayout* AssistantDialog::MakeChoice()
     // A long name does not fit into its box.
     for (QComboBox* box : {toms_, wads_})
         connect(box, &QComboBox::currentTextChanged, box,
-                [box](const QString& text) { box->setToolTip(text.toHtmlEscaped()); });
+                [box](const QString& text) { box->setToolTip(PlainTip(text)); });
     essential_->setObjectName(QStringLiteral("Check_Essenziali"));
     auto* grid = new QGridLayout;
     grid->addWidget(WordsFor(toms_, "Label_Sorgenti"), 0, 0);

@@ -168,7 +168,7 @@ void ConvertAudioDialog::ShowAll()
     list_->clear();
     for (const AudioTool::Row& file : tool_.Rows()) {
         auto* item = new QListWidgetItem(ToQt(file.text), list_);
-        item->setToolTip(item->text().toHtmlEscaped()); // a long name hides what the file holds
+        item->setToolTip(PlainTip(item->text())); // a long name hides what the file holds
     }
     list_->setCurrentRow(std::min(row, list_->count() - 1));
     size_->setText(ToQt(tool_.SizeText()));

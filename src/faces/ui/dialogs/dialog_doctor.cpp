@@ -143,7 +143,7 @@ void DoctorDialog::ShowState()
             new QTreeWidgetItem(state_, {ToQt(OnOneLine(finding.name)), ToQt(OnOneLine(words))});
         row->setIcon(0, look.standardIcon(finding.fine ? QStyle::SP_DialogApplyButton
                                                        : QStyle::SP_MessageBoxWarning));
-        row->setToolTip(1, ToQt(words).toHtmlEscaped());
+        row->setToolTip(1, PlainTip(ToQt(words)));
     }
     state_->setCurrentItem(state_->topLevelItem(0));
 }

@@ -259,7 +259,7 @@ void NewLevelDialog::ShowFiles()
         auto* row = new QTreeWidgetItem(
             {ToQt(TextOf(file.filename())), ToQt(FormatSize(static_cast<double>(FileSize(file))))});
         row->setData(fileNameColumn, Qt::UserRole, PathToQt(file));
-        row->setToolTip(fileNameColumn, row->text(fileNameColumn).toHtmlEscaped());
+        row->setToolTip(fileNameColumn, PlainTip(row->text(fileNameColumn)));
         row->setTextAlignment(fileSizeColumn, Qt::AlignRight | Qt::AlignVCenter);
         rows.append(row);
     }

@@ -98,7 +98,7 @@ void SavegameHistoryDialog::Fill()
                                   : QString::number(entry.number));
         item->setTextAlignment(number, Qt::AlignRight | Qt::AlignVCenter);
         item->setText(title, ToQt(entry.title));
-        item->setToolTip(title, item->text(title).toHtmlEscaped());
+        item->setToolTip(title, PlainTip(item->text(title)));
         item->setText(saved, ToQt(DateText(entry.modifiedNs)));
         item->setText(reason, ToQt(ShownAsSpoken(entry.reason)));
         item->setData(kept, Qt::UserRole, ToQt(entry.id));

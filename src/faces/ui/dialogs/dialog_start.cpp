@@ -62,7 +62,8 @@ QLabel* NoteBelow(QWidget* parent, const char* name)
 void Say(QLabel& label, const FirstStart::Verdict& verdict)
 {
     label.setText(WithWordsWithin(ToQt(verdict.words), label.fontMetrics(), startWidth - 80));
-    label.setToolTip(label.text() == ToQt(verdict.words) ? QString{} : ToQt(verdict.words));
+    label.setToolTip(label.text() == ToQt(verdict.words) ? QString{}
+                                                         : PlainTip(ToQt(verdict.words)));
     label.setVisible(!verdict.words.empty());
     QFont font = label.font();
     font.setBold(!verdict.fine); // what keeps from a start is seen without any colour

@@ -91,7 +91,7 @@ void DiscPlanTree::AddLeftOut(const DiscPlan& plan, const Archive& archive)
     for (const LevelLeftOut& level : plan.LeftOut()) {
         auto* row =
             new QTreeWidgetItem({ToQt(LevelNameOf(archive, level.code) + ": " + level.reason)});
-        row->setToolTip(PlanName, ToQt(level.reason).toHtmlEscaped());
+        row->setToolTip(PlanName, PlainTip(ToQt(level.reason)));
         item->addChild(row);
     }
     addTopLevelItem(item);

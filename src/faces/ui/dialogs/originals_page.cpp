@@ -92,7 +92,7 @@ void OriginalsPage::Fill()
         item->setText(savedColumn, ToQt(DateText(entry.modifiedNs)));
         item->setText(folderColumn, ToQt(Readable(entry.folder)));
         for (const int wide : {fileColumn, folderColumn})
-            item->setToolTip(wide, item->text(wide).toHtmlEscaped());
+            item->setToolTip(wide, PlainTip(item->text(wide)));
         item->setData(keptColumn, Qt::UserRole, ToQt(entry.id));
         items.prepend(item);
     }

@@ -57,8 +57,11 @@ public:
             return {};
         if (role == Qt::DecorationRole) // a pixmap would be shown as large as it is
             return QIcon(cache_.Cover(index.row()));
-        if (role == Qt::ToolTipRole || role == Qt::AccessibleTextRole)
-            return ToQt(StripExtension(TextOf(files_[place].filename()))).toHtmlEscaped();
+        const QString name = ToQt(StripExtension(TextOf(files_[place].filename())));
+        if (role == Qt::AccessibleTextRole)
+            return name;
+        if (role == Qt::ToolTipRole)
+            return PlainTip(name);
         if (role == Qt::SizeHintRole)
             return smallPicture + QSize(6, 6);
         return {};

@@ -34,7 +34,7 @@ QVariant UrlModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return ToQt(UrlRowText(record));
     case Qt::ToolTipRole:
-        return ToQt(UrlRowText(record)).toHtmlEscaped();
+        return PlainTip(ToQt(UrlRowText(record)));
     default:
         return {};
     }

@@ -87,7 +87,7 @@ public:
             const QString name = ToQt(TextOf(file.path.filename()));
             auto* item =
                 new QTreeWidgetItem({name, ToQt(FormatSize(static_cast<double>(file.size)))});
-            item->setToolTip(fileNameColumn, name.toHtmlEscaped());
+            item->setToolTip(fileNameColumn, PlainTip(name));
             item->setTextAlignment(fileSizeColumn, Qt::AlignRight | Qt::AlignVCenter);
             items.append(item);
             names.append(name);

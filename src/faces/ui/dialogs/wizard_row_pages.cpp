@@ -93,7 +93,7 @@ public:
         list_->clear();
         for (const std::string& text : RowTexts(wizard_, kind_)) {
             auto* item = new QListWidgetItem(ToQt(text), list_);
-            item->setToolTip(item->text().toHtmlEscaped());
+            item->setToolTip(PlainTip(item->text()));
         }
         list_->setCurrentRow(selected ? static_cast<int>(*selected) : -1);
         for (QWidget* field : fields_)

@@ -216,7 +216,7 @@ bool LevelDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
             : PlacesIn(view_.ColumnRect(LevelModel::NameColumn, option.rect)).words.width();
     const QString name = ToQt(level.text);
     if (QFontMetrics(NameFont(option, level)).horizontalAdvance(name) > room)
-        QToolTip::showText(event->globalPos(), name.toHtmlEscaped(), view);
+        QToolTip::showText(event->globalPos(), PlainTip(name), view);
     else
         QToolTip::hideText();
     return true;

@@ -172,7 +172,7 @@ void LevelDetails::ShowRecord(const LevelRecord& record)
     AllowButtons(true);
     name_->setText(ToQt(Trim(record.levelName)));
     note_->setText(ToQt(Trim(record.levelNote)));
-    note_->setToolTip(note_->text().toHtmlEscaped());
+    note_->setToolTip(PlainTip(note_->text()));
     ShowAuthor(record);
     sizes_->setText(
         Words(Msg::FactSizes, {FormatSize(record.filesSize), FormatSize(record.extrasSize)}));
@@ -187,9 +187,9 @@ void LevelDetails::ShowAuthor(const LevelRecord& record)
     const auto mails = SplitNulList(record.authorEmails);
     authorLink_->setVisible(!sites.empty() || !mails.empty());
     if (!sites.empty())
-        authorLink_->setToolTip(Words(Msg::AuthorPageTip, {sites.front()}).toHtmlEscaped());
+        authorLink_->setToolTip(PlainTip(Words(Msg::AuthorPageTip, {sites.front()})));
     else if (!mails.empty())
-        authorLink_->setToolTip(Words(Msg::AuthorMailTip, {mails.front()}).toHtmlEscaped());
+        authorLink_->setToolTip(PlainTip(Words(Msg::AuthorMailTip, {mails.front()})));
 }
 
 void LevelDetails::OpenAuthor()

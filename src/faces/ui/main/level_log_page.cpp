@@ -75,7 +75,7 @@ void LevelLogPage::Read()
     QList<QTreeWidgetItem*> rows;
     for (const LevelEvent& event : EventsOf(folders, session_.archive, *code_, note_)) {
         auto* row = new QTreeWidgetItem({ToQt(DateText(event.whenNs)), ToQt(event.words)});
-        row->setToolTip(whatColumn, ToQt(event.words).toHtmlEscaped());
+        row->setToolTip(whatColumn, PlainTip(ToQt(event.words)));
         row->setData(whatColumn, Qt::UserRole, PathToQt(event.log));
         if (!event.log.empty())
             row->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
@@ -92,7 +92,7 @@ void LevelLogPage::ReadLines(QTreeWidgetItem& item)
         return;
     const auto add = [&](const QString& words) {
         auto* line = new QTreeWidgetItem(&item, {QString(), words});
-        line->setToolTip(whatColumn, words.toHtmlEscaped());
+        line->setToolTip(whatColumn, PlainTip(words));
     };
     const auto found = LinesOfLog(session_.Folders(), *code_, log);
     if (!found)

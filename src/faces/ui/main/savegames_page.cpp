@@ -195,7 +195,7 @@ void SavegamesPage::AddRow(QTreeWidgetItem& group, std::size_t index)
                                 ? WordsOf(savegame)
                                 : GetMsg(Msg::SavesKeptBecause, {savegame.reason});
     for (const int columnOf : {savedName, savedTitle})
-        row->setToolTip(columnOf, ToQt(tip).toHtmlEscaped());
+        row->setToolTip(columnOf, PlainTip(ToQt(tip)));
     row->setData(0, indexRole, static_cast<qulonglong>(index));
 }
 

@@ -1,5 +1,7 @@
 #include "ui/widgets/elided_label.h"
 
+#include "ui/widgets/qt_text.h"
+
 #include <QEvent>
 #include <QHelpEvent>
 #include <QPainter>
@@ -41,8 +43,7 @@ bool ElidedLabel::event(QEvent* event)
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
     if (Shown() != text())
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text().toHtmlEscaped(),
-                           this);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), PlainTip(text()), this);
     return true;
 }
 

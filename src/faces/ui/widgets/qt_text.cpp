@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QMimeData>
+#include <QTextDocument>
 #include <QUrl>
 
 namespace kestrova
@@ -24,6 +25,13 @@ std::string FromQt(const QString& text)
 QString Words(Message id, std::initializer_list<std::string_view> args)
 {
     return ToQt(GetMsg(id, args));
+}
+
+QString PlainTip(const QString& text)
+{
+    if (!Qt::mightBeRichText(text))
+        return text;
+    return "<qt>" + text.toHtmlEscaped().replace('\n', QLatin1String("<br>")) + "</qt>";
 }
 
 QString PathToQt(const Path& path)

@@ -19,6 +19,10 @@ std::string FromQt(const QString& text);
 /// A text for a window.
 QString Words(Message id, std::initializer_list<std::string_view> args = {});
 
+/// A tool tip that shows the text letter by letter: Qt takes for markup what looks like it, and
+/// shows markup that does not.
+QString PlainTip(const QString& text);
+
 /// For the desktop's choosers, which speak of paths as text.
 QString PathToQt(const Path& path);
 /// Without a trailing separator.
