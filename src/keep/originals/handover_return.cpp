@@ -33,10 +33,13 @@ Status ReturnHandover(Machine& machine, const Folders& folders, const LoanNote& 
 {
     if (note.phase == LoanPhase::Planned) // nobody has been in the folder
         return EndHandover(folders, note);
-    const auto back = BringTreeBack(
-        machine, folders,
-        {*note.whole, [&](std::size_t file) { return KeptCopyOf(folders, file); },
-         [&](const Path& name) { return stays.contains(name); }, end == LoanEnd::Recovered, true});
+    const auto back = BringTreeBack(machine, folders,
+                                    {*note.whole,
+                                     [&](std::size_t file) { return KeptCopyOf(folders, file); },
+                                     [&](const Path& name) { return stays.contains(name); },
+                                     {},
+                                     end == LoanEnd::Recovered,
+                                     true});
     return back ? EndHandover(folders, note) : StatusOf(back);
 }
 

@@ -154,10 +154,14 @@ Result<RestReturn> ReturnRest(Machine& machine, const Folders& folders, const Lo
 {
     const LentNames lent{note};
     const auto copyOf = [&](std::size_t file) { return RestCopyOf(folders, file); };
-    auto changes = BringTreeBack(
-        machine, folders,
-        {*note.rest, copyOf,
-         [&](const Path& name) { return lent.Has(name) || IsPlayersPlace(name); }, true, false});
+    const auto mayCome = [&](const Path& name) { return lent.Has(name) || IsPlayersPlace(name); };
+    // Sources are nobody's results.
+    const auto mayChange = [&](const Path& name) {
+        return IsPlayersPlace(name) ||
+               (lent.Has(name) && !EndsWithName(name.native(), OnDisk::EndingSource));
+    };
+    auto changes =
+        BringTreeBack(machine, folders, {*note.rest, copyOf, mayCome, mayChange, true, false});
     if (!changes)
         return changes.Error();
     RestReturn done{std::move(changes->back), std::move(changes->gone), {}};
@@ -167,7 +171,9 @@ Result<RestReturn> ReturnRest(Machine& machine, const Folders& folders, const Lo
         platform::FileFacts aside;
         const bool isSecondName = file.kept && !platform::Look(folders.trle / file.name, now) &&
                                   !platform::Look(copyOf(i), aside) && IsSameThing(now, aside);
-        if (isSecondName && (now.size != file.size || now.changedNs != file.changedNs))
+        const bool isBack =
+            std::find(done.back.begin(), done.back.end(), file.name) != done.back.end();
+        if (isSecondName && !isBack && (now.size != file.size || now.changedNs != file.changedNs))
             done.changed.push_back(file.name);
     }
     return done;

@@ -10,8 +10,8 @@ namespace kestrova
 
 /// Notes in `note.rest` what stands there, and keeps aside, flushed, what the backup lacks: copies
 /// up to a bound, and of what is larger second names, which a program that deletes cannot reach.
-/// `results`: names in which, and below which, the program may write; what it deletes there comes
-/// back all the same. The note itself is not written.
+/// `results`: names in which, and below which, the program may write; what it deletes there, and a
+/// text that it changes, comes back all the same. The note itself is not written.
 Status KeepRest(Machine& machine, const Folders& folders, LoanNote& note,
                 const std::vector<std::string>& results, ProgressScope& progress);
 

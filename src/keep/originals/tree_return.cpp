@@ -62,7 +62,7 @@ private:
             known.insert(file.name.native());
             const auto found = files.find(file.name.native());
             const bool isThere = found != files.end();
-            if (isThere && (IsUntouched(file, *found->second) || MayStay(file.name)))
+            if (isThere && (IsUntouched(file, *found->second) || MayChange(file.name)))
                 continue;
             if (isThere && IsSecondName(i))
                 continue; // what was written into it is in both
@@ -75,7 +75,7 @@ private:
                 strangers_.push_back(file.name);
         }
         for (const StandingFile& file : now.files)
-            if (!known.contains(file.name.native()) && !MayStay(file.name)) {
+            if (!known.contains(file.name.native()) && !MayCome(file.name)) {
                 new_.push_back(file.name);
                 strangers_.push_back(file.name);
             }
@@ -91,9 +91,13 @@ private:
                !platform::Look(wish_.copyOf(number), copy) && IsSameThing(place, copy);
     }
 
-    [[nodiscard]] bool MayStay(const Path& name) const
+    [[nodiscard]] bool MayCome(const Path& name) const
     {
-        return wish_.mayStay && wish_.mayStay(name);
+        return wish_.mayCome && wish_.mayCome(name);
+    }
+    [[nodiscard]] bool MayChange(const Path& name) const
+    {
+        return wish_.mayChange && wish_.mayChange(name);
     }
 
     /// An earlier attempt has brought it back, or nobody wrote anything else into it.
@@ -143,14 +147,14 @@ private:
         for (const Path& file : new_)
             Note(DeleteSpelled(folders_.trle / file));
         for (const StandingLink& link : now.links)
-            if (!IsNoted(link) && !MayStay(link.name))
+            if (!IsNoted(link) && !MayCome(link.name))
                 Note(DeleteSpelled(folders_.trle / link.name));
         std::set<Path> known;
         for (const StandingFolder& folder : before_.folders)
             known.insert(folder.name);
         // Children first. One that is not empty has what stays; it is no failure.
         for (auto folder = now.folders.rbegin(); folder != now.folders.rend(); ++folder)
-            if (!known.contains(folder->name) && !MayStay(folder->name))
+            if (!known.contains(folder->name) && !MayCome(folder->name))
                 Note(RemoveEmpty(folders_.trle / folder->name));
     }
 

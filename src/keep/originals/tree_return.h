@@ -10,9 +10,10 @@ namespace kestrova
 
 struct TreeWish {
     const StandingTree& before;
-    std::function<Path(std::size_t file)> copyOf{}; ///< of a file that the backup lacks
-    /// What stands there under such a name stays as it is; one that is gone comes back.
-    std::function<bool(const Path& name)> mayStay{};
+    std::function<Path(std::size_t file)> copyOf{};  ///< of a file that the backup lacks
+    std::function<bool(const Path& name)> mayCome{}; ///< new names that stay; none: no such
+    /// What was written into such a file stays; one that is gone comes back all the same.
+    std::function<bool(const Path& name)> mayChange{};
     bool keepsStrangers = false; ///< what came or changed goes to the vault first
     bool clearsOthers = false;   ///< pipes, devices and unlisted names that came go
 };
