@@ -14,6 +14,9 @@ namespace kestrova
 namespace
 {
 
+/// What an installer writes needs room as well.
+constexpr std::uint64_t spareRoom = UINT64_C(64) << 20;
+
 /// A folder that lies too deep to be looked into could not be kept.
 Status CheckDepth(const Path& folder, const StandingTree& tree)
 {
@@ -49,7 +52,8 @@ Status FolderHandover::Begin(ProgressScope& progress)
     note_ = {std::move(*mark), LoanPhase::Planned, {}, {}, {}, std::move(*tree)};
     if (!MarkWhatBackupLacks(folders_, *note_.whole, progress))
         return MakeFailure(ErrorCode::Stopped, TextOf(folders_.trle));
-    if (auto fits = RoomForKept(machine_, BytesOfKept(*note_.whole), folders_.program); !fits)
+    if (auto fits = RoomForKept(machine_, BytesOfKept(*note_.whole), folders_.program, spareRoom);
+        !fits)
         return fits;
     const Path aside = KeptCopyOf(folders_, 0).parent_path();
     if (auto cleared = ClearPlace(aside); !cleared) // without its note it is of no use

@@ -13,9 +13,6 @@ namespace kestrova
 namespace
 {
 
-/// Room that a disk keeps beside the copies.
-constexpr std::uint64_t spareRoom = UINT64_C(64) << 20;
-
 /// The backup holds the file's bytes: it was copied when they were in the file last, which no
 /// program can pretend, or both are read.
 bool BackupHas(const Folders& folders, const StandingFile& file, const Heartbeat& heartbeat)
@@ -59,15 +56,15 @@ std::uint64_t BytesOfKept(const StandingTree& tree)
     return bytes;
 }
 
-Status RoomForKept(Machine& machine, std::uint64_t bytes, const Path& place)
+Status RoomForKept(Machine& machine, std::uint64_t bytes, const Path& place, std::uint64_t spare)
 {
     const auto free = machine.FreeSpace(place);
-    if (!free || *free >= bytes + spareRoom)
+    if (!free || *free >= bytes + spare)
         return {}; // where nobody can tell, the copying will
     return Failure{
         ErrorCode::Refused, TextOf(place),
-        GetMsg(Msg::HandoverNoRoom, {FormatSize(static_cast<double>(bytes + spareRoom)),
-                                     TextOf(place), FormatSize(static_cast<double>(*free))})};
+        GetMsg(Msg::HandoverNoRoom, {FormatSize(static_cast<double>(bytes + spare)), TextOf(place),
+                                     FormatSize(static_cast<double>(*free))})};
 }
 
 Status CopyKept(const Path& folder, const StandingFile& file, const Path& copy,

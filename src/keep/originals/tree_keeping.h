@@ -14,8 +14,9 @@ namespace kestrova
 /// progress stopped it.
 bool MarkWhatBackupLacks(const Folders& folders, StandingTree& tree, ProgressScope& progress);
 [[nodiscard]] std::uint64_t BytesOfKept(const StandingTree& tree);
-/// `Refused`, in words, when that many bytes do not fit there.
-Status RoomForKept(Machine& machine, std::uint64_t bytes, const Path& place);
+/// `Refused`, in words, when so many bytes do not fit there, with those that are to stay free.
+Status RoomForKept(Machine& machine, std::uint64_t bytes, const Path& place,
+                   std::uint64_t spare = 0);
 /// A copy of one of the folder's files, read back.
 Status CopyKept(const Path& folder, const StandingFile& file, const Path& copy,
                 ProgressScope& progress);
