@@ -171,7 +171,7 @@ TEST(BroughtBack, KeepsWhatIsSpelledWithOtherCapitals)
     world.Write(BringBackWorld::DiscPlace("one", 1, world.second) + "/files/B.TR4", "level B");
     fs::remove(world / "levels/discs.json");
     EXPECT_FALSE(MoveArchiveToHd(world.session));
-    EXPECT_TRUE(world.host.WasTold("2 levels are on the hard disk now, 1 are still on discs"))
+    EXPECT_TRUE(world.host.WasTold("Levels on the hard disk now: 2; still on discs: 1"))
         << world.host.AllTold();
     EXPECT_EQ(world.session.archive.Find(world.second)->cdNumber, 1);
     EXPECT_EQ(world.Read("levels/LEVEL_0001/files/sub/README.TXT.1"), "somebody's own");
