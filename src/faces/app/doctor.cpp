@@ -1,5 +1,6 @@
 #include "app/doctor.h"
 
+#include "app/check_findings.h"
 #include "app/disc_findings.h"
 #include "app/file_names.h"
 #include "app/library_findings.h"
@@ -342,6 +343,7 @@ std::vector<Finding> Examine(Session& session)
         findings.push_back(Levels(session.Folders(), session.archive));
     FoldersOfNoLevel(session.Folders(), session.archive, findings);
     LibraryFindings(session.Folders(), session.archive, findings);
+    CheckFindings(session.Folders(), session.archive, findings);
     findings.push_back(Interrupted(session.Folders(), session.archive, session.preferences));
     if (findings[1].fine)
         Game(session.Folders(), session.preferences, ToolsOf(session), findings);

@@ -7,6 +7,7 @@
 #include "session/held_folders.h"
 #include "session/operation.h"
 #include "session/telling.h"
+#include "upkeep/last_check.h"
 #include "words/check.h"
 
 #include <algorithm>
@@ -53,7 +54,21 @@ bool LevelChecks::Check(const std::vector<LevelCode>& codes)
             return false;
     }
     FindSources(*progress);
+    Note(codes);
     return true;
+}
+
+void LevelChecks::Note(std::vector<LevelCode> checked) const
+{
+    if (noting_ == Noting::No)
+        return;
+    for (const UncheckedLevel& level : unchecked_)
+        std::erase(checked, level.code);
+    std::set<LevelCode> harmed;
+    for (const CheckedRow& row : rows_)
+        if (row.fault.kind != FileFault::Unexpected)
+            harmed.insert(row.code);
+    NoteLastCheck(session_.Folders(), session_.archive, checked, {harmed.begin(), harmed.end()});
 }
 
 bool LevelChecks::CheckOne(LevelCode code, ProgressScope& progress)
@@ -165,6 +180,7 @@ bool LevelChecks::Repair(const Path& offered)
             return false;
         whole = RepairOne(code, sources, *progress) && whole;
     }
+    Note({codes.begin(), codes.end()});
     session_.list.Refresh();
     return whole;
 }

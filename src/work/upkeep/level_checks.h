@@ -59,6 +59,8 @@ private:
     void FindSources(ProgressScope& progress);
     bool RepairOne(LevelCode code, RepairSources& sources, ProgressScope& progress);
     void Forget(LevelCode code);
+    /// The doctor learns what was found.
+    void Note(std::vector<LevelCode> checked) const;
 
     Session& session_;
     Noting noting_ = Noting::No;

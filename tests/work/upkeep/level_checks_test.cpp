@@ -1,10 +1,12 @@
 #include "upkeep/level_checks.h"
 
+#include "app/doctor.h"
 #include "history/undo_entries.h"
 #include "levels/undo_change.h"
 #include "sandbox/faults.h"
 #include "storage/stored_hashes.h"
 #include "upkeep/change_compression.h"
+#include "upkeep/last_check.h"
 #include "upkeep/repair_world.h"
 #include "world/zip_builder.h"
 
@@ -285,6 +287,31 @@ TEST(LevelChecks, GoesWithAMovedArchiveAndNotWithAReusedNumber)
     world.Write("other/b.tr4", "other level");
     ASSERT_TRUE(world.Store("other"));
     EXPECT_TRUE(world.Faults().empty());
+}
+
+TEST(LevelChecks, AreRememberedUntilTheLevelIsWhole)
+{
+    RepairWorld world;
+    const auto harmed = [&] {
+        return HarmedAtLastCheck(world.session.Folders(), world.session.archive);
+    };
+    EXPECT_TRUE(world.Faults().empty());
+    EXPECT_TRUE(harmed().empty());
+    fs::remove(world / (RepairWorld::files + std::string{"readme.txt"}));
+    EXPECT_TRUE(harmed().empty()) << "nobody has looked yet";
+    (void)world.Faults();
+    EXPECT_EQ(harmed(), std::vector<LevelCode>{world.code});
+    bool told = false;
+    for (const Finding& finding : Examine(world.session))
+        told = told || (!finding.fine && finding.state.find("0001") != std::string::npos);
+    EXPECT_TRUE(told);
+    LevelChecks others{world.session};
+    ASSERT_TRUE(others.Check({}));
+    EXPECT_EQ(harmed(), std::vector<LevelCode>{world.code}) << "of others nothing was found";
+    ASSERT_TRUE(world.Repair(world / "from"));
+    EXPECT_TRUE(harmed().empty());
+    world.Write("home/swap/checked", "{\"version\":1,\"archive\":");
+    EXPECT_TRUE(harmed().empty());
 }
 
 TEST(LevelChecks, TellALevelThatIsAwayAsNotChecked)
