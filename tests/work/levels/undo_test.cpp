@@ -101,6 +101,32 @@ TEST_P(Undoing, IsRefusedWhereSomethingHasChangedSince)
     EXPECT_EQ(world.Things(), before);
 }
 
+TEST_P(Undoing, LeavesNoStoredFileThatCountsAsDamaged)
+{
+    if (GetParam().kind == ChangeKind::LevelRepaired)
+        return; // its way back leads to the damage
+    UndoWorld world;
+    for (const char* home : {"levels/LEVEL_0001", "levels/LEVEL_0002"})
+        NoteStoredFiles(world / home, {});
+    const auto look = [&](const char* when) {
+        for (const LevelCode code : {world.played, world.resting}) {
+            if (world.session.archive.Find(code) == nullptr)
+                continue;
+            const auto checked =
+                VerifyLevel(world.session.Folders(), world.session.archive, code, Noting::No);
+            ASSERT_TRUE(checked) << when;
+            for (const LevelFault& fault : checked->faults)
+                EXPECT_TRUE(fault.stored.empty()) << when << ": " << fault.file;
+        }
+    };
+    Do(world);
+    look("done");
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    look("undone");
+    ASSERT_TRUE(world.Redo()) << world.host.AllTold();
+    look("done again");
+}
+
 TEST_P(Undoing, KilledAnywhereIsMendedAndCanGoOn)
 {
     for (int step = 1; step < 1000; step = NextPoint(step)) {
