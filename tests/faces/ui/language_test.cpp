@@ -5,6 +5,8 @@
 #include "ui/main/level_list_pane.h"
 #include "ui/window_world.h"
 #include "words/captions.h"
+#include "words/level_page.h"
+#include "words/library_window.h"
 #include "words/menus.h"
 #include "words/ui_main.h"
 #include "world/speaking.h"

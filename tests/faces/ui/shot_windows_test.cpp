@@ -301,7 +301,8 @@ TEST(ShotMenu, ChoosesTheCoverAlsoByTheKeyboardAndGoesBack)
         return NoteOf(world.session.Folders(), world.session.archive, world.code).ValueOr({}).cover;
     };
     const auto pressMenuKey = [&](QWidget* control) {
-        QContextMenuEvent event(QContextMenuEvent::Keyboard, control->rect().center());
+        const QPoint place = control->rect().center();
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, place, control->mapToGlobal(place));
         QApplication::sendEvent(control, &event);
         ASSERT_TRUE(menu->isVisible());
         menu->close();
