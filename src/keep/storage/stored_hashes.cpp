@@ -185,6 +185,14 @@ std::vector<StoredEntry> StoredWatch::Entries(const FactsByName& now,
     return entries;
 }
 
+void StoredWatch::PutBack() const
+{
+    if (note_ && note_ != ReadStoredNote(home_).ValueOr({}))
+        (void)WriteStoredNote(home_, *note_);
+    else if (!note_)
+        (void)DeleteSpelled(StoredNoteOf(home_));
+}
+
 void StoredWatch::Follow() const
 {
     if (!note_ && allIfNew_)
@@ -192,9 +200,12 @@ void StoredWatch::Follow() const
     const auto now = Now();
     if (!before_ || !now)
         return; // the doubt stays
+    if (*now == *before_)
+        return PutBack(); // what was changed came back, were it by second names
     const auto present = ReadStoredNote(home_).ValueOr({});
     const bool doubtful = note_ && note_->changing; // whoever began that ends it
-    const StoredNote note{present && present->whole, doubtful, Entries(*now, present)};
+    StoredNote note{present && present->whole, doubtful, Entries(*now, present)};
+    note.whole = note.whole && note.files.size() >= now->size();
     if (present ? *present == note : note.files.empty())
         return;
     (void)WriteStoredNote(home_, note);

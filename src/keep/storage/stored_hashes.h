@@ -64,6 +64,8 @@ private:
     [[nodiscard]] Heartbeat Alive() const;
     [[nodiscard]] std::optional<FactsByName> Now() const;
     void Follow() const;
+    /// Nothing was changed: the note is the one before.
+    void PutBack() const;
     /// The entries of the files that stand now: of those that nobody touched as they were noted.
     [[nodiscard]] std::vector<StoredEntry> Entries(const FactsByName& now,
                                                    const std::optional<StoredNote>& present) const;
