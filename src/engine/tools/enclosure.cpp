@@ -91,7 +91,7 @@ public:
     explicit EnclosureWords(const Tools& tools) : hidden_(HiddenFolders(tools))
     {
         Add(words, {"--die-with-parent", "--unshare-pid", "--unshare-net", "--ro-bind", "/", "/",
-                    "--dev", "/dev", "--proc", "/proc"});
+                    "--dev", OnDisk::DeviceFolder, "--proc", "/proc"});
         for (const Path& folder : hidden_)
             Add(words, {"--size", mostInMemory, "--tmpfs", folder.native()});
     }
@@ -104,7 +104,8 @@ public:
             return;
         Add(words, {how, real.native(), real.native()});
         bound_.push_back(real);
-        if (real != place && LiesIn(place, hidden_))
+        const bool isHidden = LiesIn(place, hidden_) || LiesInside(place, OnDisk::DeviceFolder);
+        if (real != place && isHidden)
             names_.emplace(place, real);
     }
 

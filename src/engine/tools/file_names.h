@@ -32,6 +32,8 @@ inline constexpr std::string_view SystemShell = "/bin/sh";
 inline constexpr std::string_view ProgramsFolder = "bin";
 /// Where people keep what is theirs, and where their programs talk to each other.
 inline constexpr std::string_view HiddenFolders = "/home|/root|/media|/mnt|/run|/srv|/tmp|/var/tmp";
+/// Those inside are its own.
+inline constexpr std::string_view DeviceFolder = "/dev";
 /// A window's way to the screen, and the key to it.
 inline constexpr std::string_view ScreenFolder = "/tmp/.X11-unix";
 inline constexpr std::string_view ScreenKeyVariable = "XAUTHORITY";

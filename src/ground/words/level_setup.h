@@ -14,7 +14,7 @@ inline constexpr Message SetupChooseZip{"Select compress trle setup .zip file"};
 inline constexpr Message SetupChooseTarget{"Select the folder to install Tomb Raider Level Editor into"};
 inline constexpr Message SetupZipFilter{"Zip files|*.zip"};
 inline constexpr Message SetupZipTwice{"File '~1' already exists"};
-inline constexpr Message SetupZipMissing{"This zip file is not there, and nothing was changed: ~1"};
+inline constexpr Message SetupZipMissing{"it is not there: ~1"};
 inline constexpr Message SetupNoneChosen{"No item selected"};
 inline constexpr Message SetupInstalling{"Installing Tomb Raider Level Editor"};
 inline constexpr Message SetupDone{"Tomb Raider Level Editor correctly installed"};

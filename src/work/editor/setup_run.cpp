@@ -120,13 +120,6 @@ bool LevelEditorSetup::Prepare()
 {
     if (wish_.fromZips && wish_.zips.empty())
         return End(InWords(ErrorCode::Refused, GetMsg(Msg::SetupNoZips)));
-    for (const Path& zip : wish_.zips) {
-        const auto isThere = IsFile(zip);
-        if (!isThere || !*isThere)
-            return End(
-                isThere ? InWords(ErrorCode::Missing, GetMsg(Msg::SetupZipMissing, {TextOf(zip)}))
-                        : isThere.Error());
-    }
     if (const auto note = UnfinishedSetupAt(parts_.folders, wish_.target)) {
         goesOn_ = true;
         target_ = note->target;

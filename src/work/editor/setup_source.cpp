@@ -2,6 +2,7 @@
 
 #include "core/copying.h"
 #include "core/file_kinds.h"
+#include "core/look.h"
 #include "core/text.h"
 #include "editor/setup_names.h"
 #include "formats/trle_folder.h"
@@ -73,6 +74,10 @@ Status UnpackSetup(const SetupParts& parts, const std::vector<Path>& zips, const
     for (const Path& zip : zips) {
         const std::string name = TextOf(zip.filename());
         parts.progress.SetLabel(GetMsg(Msg::SetupUnzipping, {name}));
+        const auto isThere = IsFile(zip);
+        if (isThere && !*isThere)
+            return InWords(ErrorCode::Missing, GetMsg(Msg::SetupUnzipFailed) + name + '\'',
+                           GetMsg(Msg::SetupZipMissing, {TextOf(zip)}));
         UnpackGuard guard{parts.machine, zip, folder};
         UnzipOptions options;
         options.guard = &guard;

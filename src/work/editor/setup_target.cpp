@@ -115,10 +115,10 @@ Result<Path> TargetOf(const SetupWish& wish, const Folders& folders)
     if (!wish.fromZips && !platform::RealPath(ResolvePath(wish.folder), source) &&
         (LiesInside(source, target) || LiesInside(target, source)))
         return Refusal(Msg::SetupTargetInSource, target);
-    if (IsNoPlace(target, folders))
-        return Refusal(Msg::SetupTargetKept, target);
     if (auto fits = CheckPlace(target); !fits)
         return fits.Error();
+    if (IsNoPlace(target, folders))
+        return Refusal(Msg::SetupTargetKept, target);
     return target;
 }
 

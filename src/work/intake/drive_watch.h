@@ -25,7 +25,7 @@ struct ChangedBelow {
     std::vector<std::string> names; ///< from the folder on
     bool whole = true;              ///< all of it was looked at
 };
-/// Files of this disk that came or changed at that time (of the system's clock) or later, outside
+/// Files of this disk that came or changed at that time or later, outside
 /// these folders. Links are not followed; what nobody may look at is passed over.
 ChangedBelow ChangedSince(const Path& folder, std::int64_t sinceNs,
                           const std::vector<Path>& passedOver, const Heartbeat& heartbeat);

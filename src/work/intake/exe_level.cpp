@@ -36,9 +36,6 @@ namespace kestrova
 namespace
 {
 
-/// A file system's times may lie so far behind the clock.
-constexpr std::int64_t clockTick = 20'000'000;
-
 bool HoldsLevel(const std::vector<Path>& files)
 {
     return std::any_of(files.begin(), files.end(), [](const Path& file) {
@@ -130,7 +127,8 @@ private:
         if (IsWindowsProgram(program_))
             drive_.emplace(prefix);
         ranFree_ = EncloserOf(ToolsOf(session_)).empty();
-        begunNs_ = session_.machine.NowNs() - clockTick;
+        // By the clock of the disks: the folder has just been handed over.
+        begunNs_ = platform::FactsOf(LoanNotePath(folders_)).changedNs;
         ToolReport report;
         const auto ran = RunBounded(ToolsOf(session_), session_.machine, work, progress_, report);
         if (!ran) {

@@ -148,7 +148,8 @@ TEST(TomCompile, WhatElseTheCompilerDidIsUndone)
         EXPECT_FALSE(FileExists(world / "trle/left/in"));
         EXPECT_FALSE(std::filesystem::is_symlink(world / "trle/root"));
         std::set<std::string> kept;
-        for (const KeptFile& file : *KeptFiles(world.session.Folders()))
+        const auto files = KeptFiles(world.session.Folders());
+        for (const KeptFile& file : *files)
             kept.insert(file.file);
         EXPECT_EQ(kept,
                   (std::set<std::string>{"\\DATA\\log", "\\left\\in\\x", "\\script\\script.txt"}));
@@ -177,7 +178,8 @@ TEST(TomCompile, WhatItMadeOfTheSourcesIsHeldToTheBounds)
     }
     int program = 0;
     int person = 0;
-    for (const KeptFile& file : *KeptFiles(world.session.Folders()))
+    const auto files = KeptFiles(world.session.Folders());
+    for (const KeptFile& file : *files)
         ++(file.madeBy == MadeBy::Program ? program : person);
     EXPECT_EQ(program, 3) << "mill.wad and tower.wad, four times, the newest of them";
     EXPECT_EQ(person, 4) << "other.wad: who knows";
