@@ -25,6 +25,8 @@
 #include "words/first_start.h"
 #include "words/upkeep.h"
 
+#include <algorithm>
+
 namespace kestrova
 {
 
@@ -86,6 +88,26 @@ Path ArchiveOf(const Session& session, const Path& folder)
     return {};
 }
 
+/// A player sees no folder on the way to it whose name begins with a dot.
+bool IsHidden(const Path& folder)
+{
+    return std::any_of(folder.begin(), folder.end(), [](const Path& name) {
+        const std::string& text = name.native();
+        return text.size() > 1 && text.front() == '.' && text != "..";
+    });
+}
+
+/// In the home folder where the program's own one would never be found.
+Path NewFolderForLevels(const Session& session)
+{
+    const Path home = platform::HomeFolder();
+    if (home.empty() || !IsHidden(session.programFolder) || IsHidden(home) ||
+        !platform::IsWritableFolder(home))
+        return DefaultArchiveFolder(session.programFolder);
+    const Path folder = home / OnDisk::FolderForLevels;
+    return IsFree(folder).ValueOr(false) ? folder : DefaultArchiveFolder(home);
+}
+
 /// An archive of an earlier time whose preferences were lost, or else a new folder.
 Path ProposedLevels(const Session& session)
 {
@@ -95,7 +117,7 @@ Path ProposedLevels(const Session& session)
         if (archive && FolderExists(FolderFromText(Trim(archive->header.secondaryFolder))))
             return file;
     }
-    return DefaultArchiveFolder(session.programFolder);
+    return NewFolderForLevels(session);
 }
 
 /// What a start that did not come to its end has taken is given back at the end of its life.

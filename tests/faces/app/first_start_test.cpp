@@ -95,6 +95,17 @@ TEST(FirstStart, SaysWhatBecomesOfTheLevels)
     FirstStart page{box.session, {}};
     EXPECT_EQ(page.Choices().levels, (box / "home/LevelFolder").native()) << "it is proposed";
     EXPECT_FALSE(box.Has("home/LevelFolder")) << "and not made";
+    const auto proposed = [&](const char* home) {
+        std::filesystem::create_directories(box / home);
+        Session session{box.host, box.machine, box.list, box / home};
+        session.preferences = DefaultPreferences();
+        return FirstStart{session, {}}.Choices().levels;
+    };
+    box.Write("person/trle/readme.txt", "");
+    EXPECT_EQ(proposed("person/.local/share/kestrova"), (box / "person/Kestrova levels").native())
+        << "where a player finds it";
+    box.Write("person/Kestrova levels/mine.txt", "");
+    EXPECT_EQ(proposed("person/.local/share/kestrova"), (box / "person/LevelFolder").native());
     box.Write("filled/photo.jpg", "mine");
     box.Write("a file", "");
     box.Write("broken/my.kva", "no archive");
