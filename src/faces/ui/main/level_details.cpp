@@ -13,6 +13,7 @@
 #include "ui/main/savegames_page.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
+#include "ui/widgets/wrapping_row.h"
 #include "words/level_page.h"
 #include "words/menus.h"
 #include "words/ui_main.h"
@@ -149,7 +150,7 @@ QLayout* LevelDetails::MakeFacts()
 
 QLayout* LevelDetails::MakeButtons()
 {
-    auto* row = new QHBoxLayout;
+    auto* row = new WrappingRow;
     moreInfo_->setObjectName(QStringLiteral("Pul_MoreInfo"));
     row->addWidget(moreInfo_);
     authorInfo_->setObjectName(QStringLiteral("Pul_AutoreInfo"));
@@ -157,7 +158,6 @@ QLayout* LevelDetails::MakeButtons()
     saveGames_->setObjectName(QStringLiteral("Pul_SaveGames"));
     saveGames_->setToolTip(Words(Msg::MenuStartSaveGameMan));
     row->addWidget(saveGames_);
-    row->addStretch();
     return row;
 }
 

@@ -9,8 +9,10 @@
 #include <QHBoxLayout>
 #include <QSignalBlocker>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrova
 {
@@ -65,15 +67,17 @@ QComboBox* MakeBox(const char* name, Message words, QWidget* parent)
 
 LibraryBar::LibraryBar(QWidget* parent)
     : QWidget(parent), order_(MakeBox("Combo_Sort", Msg::SortBoxName, this)),
-      filter_(MakeBox("Combo_Filter", Msg::FilterBoxName, this)), turn_(MakeButton("Pul_Turn"))
+      filter_(MakeBox("Combo_Filter", Msg::FilterBoxName, this)), turn_(MakeButton("Pul_Turn")),
+      rows_(MakeLook("Pul_Rows", LibraryLook::Rows)),
+      covers_(MakeLook("Pul_Covers", LibraryLook::Covers)), above_(new QHBoxLayout),
+      below_(new QHBoxLayout)
 {
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins({});
-    row->addWidget(order_, 1);
-    row->addWidget(turn_);
-    row->addWidget(filter_, 1);
-    rows_ = MakeLook("Pul_Rows", LibraryLook::Rows, *row);
-    covers_ = MakeLook("Pul_Covers", LibraryLook::Covers, *row);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addLayout(above_);
+    column->addLayout(below_);
+    Arrange(false);
     connect(turn_, &QToolButton::clicked, this, [this] { turned(); });
     // The keyboard cannot reach the head of the columns.
     rows_->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -93,6 +97,26 @@ LibraryBar::LibraryBar(QWidget* parent)
     Show(Library{});
 }
 
+/// In two rows both boxes can be read beside a wide level, or on a small screen.
+void LibraryBar::Arrange(bool narrow)
+{
+    if (std::exchange(narrow_, narrow) == narrow)
+        return;
+    above_->addWidget(order_, 1);
+    above_->addWidget(turn_);
+    QHBoxLayout* const behind = narrow ? below_ : above_;
+    behind->addWidget(filter_, 1);
+    behind->addWidget(rows_);
+    behind->addWidget(covers_);
+}
+
+void LibraryBar::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    constexpr int roomyLetters = 52;
+    Arrange(width() < roomyLetters * fontMetrics().averageCharWidth());
+}
+
 QToolButton* LibraryBar::MakeButton(const char* name)
 {
     auto* button = new QToolButton(this);
@@ -103,14 +127,13 @@ QToolButton* LibraryBar::MakeButton(const char* name)
     return button;
 }
 
-QToolButton* LibraryBar::MakeLook(const char* name, LibraryLook look, QLayout& row)
+QToolButton* LibraryBar::MakeLook(const char* name, LibraryLook look)
 {
     QToolButton* button = MakeButton(name);
     button->setIcon(DrawnIcon(look == LibraryLook::Rows ? Drawing::Rows : Drawing::Covers));
     button->setCheckable(true);
     button->setAutoExclusive(true);
     connect(button, &QToolButton::clicked, this, [this, look] { looked(look); });
-    row.addWidget(button);
     return button;
 }
 

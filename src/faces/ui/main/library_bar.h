@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class QComboBox;
+class QHBoxLayout;
 class QToolButton;
 
 namespace kestrova
@@ -34,16 +35,23 @@ public:
     /// What the keyboard goes through, in that order.
     [[nodiscard]] std::vector<QWidget*> Controls() const;
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    void Arrange(bool narrow);
     QToolButton* MakeButton(const char* name);
-    QToolButton* MakeLook(const char* name, LibraryLook look, QLayout& row);
+    QToolButton* MakeLook(const char* name, LibraryLook look);
     void FillFilters(const Library& library);
 
     QComboBox* order_;
     QComboBox* filter_;
     QToolButton* turn_;
-    QToolButton* rows_ = nullptr;
-    QToolButton* covers_ = nullptr;
+    QToolButton* rows_;
+    QToolButton* covers_;
+    QHBoxLayout* above_;
+    QHBoxLayout* below_;
+    std::optional<bool> narrow_;
     std::vector<std::string> tags_;
 };
 

@@ -8,6 +8,7 @@
 #include "session/operation.h"
 #include "ui/widgets/drop_area.h"
 #include "ui/widgets/qt_text.h"
+#include "ui/widgets/wrapping_row.h"
 #include "words/captions.h"
 #include "words/level_page.h"
 #include "words/saves.h"
@@ -107,13 +108,8 @@ QPushButton* SavegamesPage::Button(const char* name, Message caption, Message ti
 QWidget* SavegamesPage::MakeButtons()
 {
     auto* buttons = new QWidget(this);
-    // Two rows, so that large letters have room beside the list of levels.
-    auto* rows = new QVBoxLayout(buttons);
-    rows->setContentsMargins({});
-    auto* ofChosen = new QHBoxLayout;
-    auto* ofSlots = new QHBoxLayout;
-    rows->addLayout(ofChosen);
-    rows->addLayout(ofSlots);
+    auto* row = new WrappingRow(buttons);
+    row->setContentsMargins({});
     bring_ = Button("Pul_BringSave", Msg::SavesBring, Msg::SavesBringTip, &SavegamesPage::Bring);
     export_ =
         Button("Pul_ExportSave", Msg::SavesExport, Msg::SavesExportTip, &SavegamesPage::Export);
@@ -121,12 +117,8 @@ QWidget* SavegamesPage::MakeButtons()
         Button("Pul_DeleteSave", Msg::SavesDelete, Msg::SavesDeleteTip, &SavegamesPage::Delete);
     free_ = Button("Pul_FreeSlots", Msg::SavesFree, Msg::SavesFreeTip, &SavegamesPage::FreeSlots);
     fill_ = Button("Pul_FillSlots", Msg::SavesFill, Msg::SavesFillTip, &SavegamesPage::FillSlots);
-    for (QPushButton* button : {bring_, export_, delete_})
-        ofChosen->addWidget(button);
-    for (QPushButton* button : {free_, fill_})
-        ofSlots->addWidget(button);
-    ofChosen->addStretch();
-    ofSlots->addStretch();
+    for (QPushButton* button : {bring_, export_, delete_, free_, fill_})
+        row->addWidget(button);
     return buttons;
 }
 
