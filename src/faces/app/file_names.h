@@ -12,7 +12,7 @@ inline constexpr std::string_view HomeSign = "~";
 inline constexpr std::string_view HomeStart = "~/";
 
 /// Of the person's home folder, proposed at the first start.
-inline constexpr std::string_view FolderForLevels = "Kestrova levels";
+inline constexpr std::string_view FolderForLevels = "Kestrova-levels";
 
 inline constexpr std::string_view DoctorToolOpen = "xdg-open";
 

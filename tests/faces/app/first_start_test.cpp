@@ -102,9 +102,9 @@ TEST(FirstStart, SaysWhatBecomesOfTheLevels)
         return FirstStart{session, {}}.Choices().levels;
     };
     box.Write("person/trle/readme.txt", "");
-    EXPECT_EQ(proposed("person/.local/share/kestrova"), (box / "person/Kestrova levels").native())
+    EXPECT_EQ(proposed("person/.local/share/kestrova"), (box / "person/Kestrova-levels").native())
         << "where a player finds it";
-    box.Write("person/Kestrova levels/mine.txt", "");
+    box.Write("person/Kestrova-levels/mine.txt", "");
     EXPECT_EQ(proposed("person/.local/share/kestrova"), (box / "person/LevelFolder").native());
     box.Write("filled/photo.jpg", "mine");
     box.Write("a file", "");

@@ -20,7 +20,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 namespace kestrova
 {
@@ -63,11 +63,12 @@ void LevelListPane::MakeSearch()
 
 template <class Work> void LevelListPane::Change(const Work& work)
 {
-    const Place place = PlaceNow();
+    const ListPlace place = PlaceIn(model_->Shown(), chosen_);
     work();
     bar_->Show(model_->Shown());
     view_->Columns().ShowOrder(model_->Shown().Order(), model_->Shown().IsTurned());
     ChooseShown(place);
+    lookChanged();
 }
 
 void LevelListPane::SetOrder(LibraryOrder order, bool turned)
@@ -93,6 +94,10 @@ void LevelListPane::MakeBar()
         Change([&] { model_->SetFilter(filter, tag); });
     };
     bar_->looked = [this](LibraryLook look) { SetLook(look); };
+    view_->Columns().changed = [this] {
+        view_->viewport()->update();
+        lookChanged();
+    };
     bar_->columnsWanted = [this](QPoint place) { view_->Columns().OpenMenu(place); };
     view_->Columns().ShowOrder(model_->Shown().Order(), model_->Shown().IsTurned());
 }
@@ -130,6 +135,7 @@ void LevelListPane::MakeFoot()
         view_->SetCoverWidth(width);
         view_->ExecuteDelayedLayout();
         MarkChosen();
+        lookChanged();
     };
 }
 
@@ -153,7 +159,7 @@ void LevelListPane::Refresh()
 {
     const bool same = session_.archive.file == shownArchive_;
     shownArchive_ = session_.archive.file;
-    const Place place = same ? PlaceNow() : Place{};
+    const ListPlace place = same ? PlaceIn(model_->Shown(), chosen_) : ListPlace{};
     const std::vector<LevelCode> several = ChosenAll();
     const int scrolled = same ? view_->verticalScrollBar()->value() : 0;
     {
@@ -238,6 +244,7 @@ void LevelListPane::SetLook(LibraryLook look)
     view_->SetLook(look);
     view_->ExecuteDelayedLayout();
     MarkChosen();
+    lookChanged();
 }
 
 void LevelListPane::RememberLook(QSettings& places) const
@@ -252,10 +259,12 @@ void LevelListPane::RestoreLook(const QSettings& places)
 {
     const LibrarySettings settings = ReadLibrarySettings(places);
     foot_->ShowCoverWidth(settings.coverWidth);
+    const auto told = std::exchange(lookChanged, [] {}); // it is the person's since long
     view_->Columns().Choose(settings.columns);
     SetOrder(settings.order, settings.turned);
     bar_->filtered(settings.filter, settings.tag);
     SetLook(settings.look);
+    lookChanged = told;
 }
 
 void LevelListPane::MarkChosen()
@@ -292,30 +301,10 @@ void LevelListPane::TellChosen()
     passed(told_);
 }
 
-LevelListPane::Place LevelListPane::PlaceNow() const
-{
-    Place place;
-    for (int row = 0; row < model_->rowCount(); ++row)
-        place.codes.push_back(model_->Shown().At(row).code);
-    place.row = chosen_ ? std::max(model_->Shown().RowOf(*chosen_), 0) : 0;
-    return place;
-}
-
-LevelCode LevelListPane::NearestTo(const Place& place) const
-{
-    const auto isShown = [this](LevelCode code) { return model_->Shown().RowOf(code) >= 0; };
-    const auto from = place.codes.begin() + place.row;
-    if (const auto behind = std::find_if(from, place.codes.end(), isShown);
-        behind != place.codes.end())
-        return *behind;
-    const auto before = std::find_if(std::make_reverse_iterator(from), place.codes.rend(), isShown);
-    return before != place.codes.rend() ? *before : model_->Shown().At(0).code;
-}
-
-void LevelListPane::ChooseShown(const Place& place)
+void LevelListPane::ChooseShown(const ListPlace& place)
 {
     if (!Chosen() && model_->rowCount() > 0)
-        chosen_ = chosen_ ? NearestTo(place) : model_->Shown().At(0).code;
+        chosen_ = chosen_ ? NearestTo(model_->Shown(), place) : model_->Shown().At(0).code;
     MarkChosen();
     TellChosen();
 }

@@ -2,6 +2,7 @@
 
 #include "session/session.h"
 #include "ui/main/level_view.h"
+#include "ui/main/list_place.h"
 
 #include <QWidget>
 #include <functional>
@@ -32,6 +33,9 @@ public:
     std::function<void(QPoint)> menuWanted = [](QPoint) {};
     /// The chosen levels are to be deleted: the key for it, in the list.
     std::function<void()> removalWanted = [] {};
+
+    /// Order, filter, columns or covers are other ones now, by the person's will.
+    std::function<void()> lookChanged = [] {};
 
     /// Rows from the session; the chosen level stays, otherwise the first one is chosen. Whoever
     /// asks shows the chosen level anew.
@@ -81,16 +85,8 @@ private:
     void RowChosen(const QModelIndex& index);
     void ChooseRow(int row);
     void TellChosen();
-    /// Where the chosen level stands among those that are shown.
-    struct Place {
-        std::vector<LevelCode> codes;
-        std::ptrdiff_t row = 0;
-    };
-    [[nodiscard]] Place PlaceNow() const;
-    /// The first level from that place on that is still shown, otherwise the last one before it.
-    [[nodiscard]] LevelCode NearestTo(const Place& place) const;
     /// Rows have changed: a level that is shown is chosen, and marked.
-    void ChooseShown(const Place& before);
+    void ChooseShown(const ListPlace& before);
     void MarkChosen();
     void ShowCounts();
     void WantMenu(QPoint place);

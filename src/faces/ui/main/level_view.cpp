@@ -30,7 +30,6 @@ LevelView::LevelView(LevelModel& model, QWidget* parent)
     setResizeMode(QListView::Adjust);
     setItemDelegate(delegate_);
     setModel(&model);
-    header_->changed = [this] { viewport()->update(); };
     MakeLabels();
     Arrange();
 }

@@ -46,6 +46,7 @@ namespace
 
 constexpr int showSoonMs = 40;
 constexpr int buildAgainMs = 200;
+constexpr int rememberSoonMs = 1000;
 /// Below that nothing in them can be reached.
 constexpr QSize smallestPane{150, 110};
 
@@ -69,6 +70,8 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
         else
             showSoon_.start(showSoonMs);
     });
+    rememberSoon_.setSingleShot(true);
+    connect(&rememberSoon_, &QTimer::timeout, this, &MainWindow::RememberPlace);
     buildSoon_.setSingleShot(true);
     connect(&buildSoon_, &QTimer::timeout, this, [this] {
         if (session_.runningOperations == 0 && QApplication::activeModalWidget() == nullptr)
@@ -163,6 +166,7 @@ void MainWindow::ConnectList()
             details_->ShowNothing();
         showSoon_.start(showSoonMs);
     };
+    levels_->lookChanged = [this] { rememberSoon_.start(rememberSoonMs); };
     levels_->removalWanted = [this] { commands_.InvokeOnAll(*FindControl(removeCommand)); };
     levels_->activated = [this] { commands_.Invoke(*FindControl(playButton)); };
     levels_->menuWanted = [this](QPoint place) { ShowLevelMenu(place); };

@@ -89,8 +89,9 @@ private:
     QProgressBar* bar_ = nullptr;
     NoteLine* note_ = nullptr;
     PlayWatch* play_;
-    QTimer buildSoon_; ///< when nothing is under way in the window
-    QTimer showSoon_;  ///< so that running through the list does not decode every picture
+    QTimer buildSoon_;    ///< when nothing is under way in the window
+    QTimer rememberSoon_; ///< a program that is killed has it then
+    QTimer showSoon_;     ///< so that running through the list does not decode every picture
 };
 
 } // namespace kestrova
