@@ -65,10 +65,7 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     setAcceptDrops(true);
     showSoon_.setSingleShot(true);
     connect(&showSoon_, &QTimer::timeout, this, [this] {
-        if (session_.runningOperations == 0)
-            ShowChosen();
-        else
-            showSoon_.start(showSoonMs);
+        session_.runningOperations == 0 ? ShowChosen() : showSoon_.start(showSoonMs);
     });
     rememberSoon_.setSingleShot(true);
     connect(&rememberSoon_, &QTimer::timeout, this, &MainWindow::RememberPlace);
@@ -181,10 +178,7 @@ void MainWindow::ConnectShots()
     };
     details_->noteOf = [this](LevelCode code) { return levels_->NoteOf(code); };
     details_->begins = [this] { note_->Begin(); };
-    details_->ends = [this] {
-        note_->End();
-        ShowMenu();
-    };
+    details_->ends = [this] { note_->End(); };
     details_->note = [this](const std::string& text) { ShowNote(text); };
     details_->Savegames().command = [this](std::string_view control) {
         commands_.Invoke(*FindControl(control));
