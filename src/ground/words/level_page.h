@@ -88,6 +88,6 @@ inline constexpr Message MarkPlayed{"Played for ~1"};
 inline constexpr Message StarsName{"Stars"};
 inline constexpr Message StarsNone{"No stars"};
 inline constexpr Message StarsGiven{"Stars: ~1 of 5"};
-inline constexpr Message StarsTip{"Click a star, or type 0 to 5"};
+inline constexpr Message StarsTip{"Click a star, or type 0 to 5; four or five stars make a favourite"};
 
 } // namespace kestrova::Msg

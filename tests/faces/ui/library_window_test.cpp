@@ -79,6 +79,13 @@ TEST(LibraryWindow, IsSortedFilteredAndSearchedByMoreThanNames)
     EXPECT_FALSE(world.list.Selected());
     EXPECT_NE(world.TextOfLabel("Label_Empty").find("Finished"), std::string::npos);
     EXPECT_FALSE(world.Find("Pul_Play")->isEnabled());
+    world.Find<QLineEdit>("Text_Search")->setText(QStringLiteral("level 0"));
+    EXPECT_EQ(world.TextOfLabel("Label_Empty"),
+              "No level under “Finished” holds “level 0” in its name, author or notes.\n"
+              "Press Esc to clear the search, or choose All levels above.");
+    world.Find<QLineEdit>("Text_Search")->clear();
+    Pick(world, "Combo_Filter", "Favourites");
+    EXPECT_EQ(world.TextOfLabel("Label_Empty").find("No level has four or five stars yet."), 0U);
     Pick(world, "Combo_Filter", "All levels");
     EXPECT_EQ(world.list.Selected(), 3) << "what was hidden is chosen again";
 
@@ -115,6 +122,10 @@ TEST(LibraryWindow, ShowsRowsAndCoversAndRemembersWhich)
     world.Find<QSlider>("Slider_Covers")->setValue(240);
     EXPECT_EQ(view->CoverWidth(), 240);
     Pick(world, "Combo_Sort", "Added");
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return world.box.Read("home/windows.ini").find("order=added") != std::string::npos; },
+        60'000))
+        << "a program that is killed now has it";
     EXPECT_TRUE(world.window.close());
 
     MainWindow again{world.session, world.list};

@@ -2,6 +2,7 @@
 #include "formats/preferences.h"
 #include "library/level_list.h"
 #include "session/operation.h"
+#include "session/preferences_file.h"
 #include "ui/main/main_menu.h"
 #include "ui/widgets/captions.h"
 #include "window_world.h"
@@ -403,6 +404,14 @@ TEST(MainWindow, WhatIsDroppedIsOfferedAsALevel)
     EXPECT_EQ(dropFiles({archive}), "Drop it here to open this archive");
     EXPECT_TRUE(QTest::qWaitFor([&] { return world.session.ArchivePath() == archive; }, 60'000))
         << world.box.host.AllTold();
+    PreferencesRecord written;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            ReadPreferencesFile(world.session.Folders(), written, world.session.settings);
+            return Path{Trim(written.archivePath)} == archive;
+        },
+        60'000))
+        << "a program that is killed now opens it again";
 
     QMimeData text;
     text.setText(QStringLiteral("no file"));

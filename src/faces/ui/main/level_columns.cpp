@@ -15,10 +15,12 @@ namespace kestrova
 namespace
 {
 
-/// Widths in letters; that of the name is the smallest that it has.
-constexpr int columnLetters[] = {32, 18, 13, 13, 11, 11, 13};
+/// Widths in letters; that of the name is what it has before others are shown beside it.
+constexpr int columnLetters[] = {44, 18, 13, 13, 11, 11, 13};
 static_assert(std::size(columnLetters) == LevelModel::ColumnCount);
 constexpr int narrowestLetters = 5;
+/// For a name that gives way to columns of the person's own widths.
+constexpr int narrowestName = 20;
 constexpr int widestColumn = 2000;
 
 } // namespace
@@ -53,6 +55,14 @@ int LevelColumns::UsualWidth(int column) const
     return columnLetters[column] * (fontMetrics().averageCharWidth() + 1);
 }
 
+int LevelColumns::LeastOfName() const
+{
+    const bool own = std::any_of(std::begin(wishes_), std::end(wishes_),
+                                 [](const Wish& wish) { return wish.width > 0; });
+    return own ? narrowestName * (fontMetrics().averageCharWidth() + 1)
+               : UsualWidth(LevelModel::NameColumn);
+}
+
 int LevelColumns::WidthOf(int column) const
 {
     const int wish = wishes_[column].width;
@@ -64,7 +74,8 @@ void LevelColumns::Arrange(int width)
 {
     const QScopedValueRollback<bool> own{arranging_, true};
     width_ = width;
-    int room = width - UsualWidth(LevelModel::NameColumn);
+    const int name = LeastOfName();
+    int room = width - name;
     bool more = true;
     for (int place = 0; place < LevelModel::ColumnCount; ++place) {
         const int column = logicalIndex(place);
@@ -78,7 +89,7 @@ void LevelColumns::Arrange(int width)
         resizeSection(column, WidthOf(column));
         room -= WidthOf(column);
     }
-    resizeSection(LevelModel::NameColumn, std::max(room, 0) + UsualWidth(LevelModel::NameColumn));
+    resizeSection(LevelModel::NameColumn, std::max(room, 0) + name);
 }
 
 int LevelColumns::NextShown(int column) const
@@ -95,8 +106,8 @@ void LevelColumns::TakeWidth(int column, int before, int now)
     if (arranging_ || before == 0 || now == 0) // one that is hidden or shown
         return;
     const auto smallest = [this](int one) {
-        return one == LevelModel::NameColumn ? UsualWidth(one)
-                                             : narrowestLetters * fontMetrics().averageCharWidth();
+        const int letters = one == LevelModel::NameColumn ? narrowestName : narrowestLetters;
+        return letters * (fontMetrics().averageCharWidth() + 1);
     };
     if (const int next = NextShown(column); next >= 0) {
         const int most = sectionSize(next) - smallest(next);

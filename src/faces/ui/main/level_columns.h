@@ -50,6 +50,7 @@ private:
     };
     [[nodiscard]] int UsualWidth(int column) const;
     [[nodiscard]] int WidthOf(int column) const;
+    [[nodiscard]] int LeastOfName() const;
     [[nodiscard]] int NextShown(int column) const;
     void TakeWidth(int column, int before, int now);
     void SetHidden(int column, bool hidden);

@@ -20,6 +20,8 @@ namespace
 
 constexpr int gap = 6;
 constexpr int markSide = 12;
+/// Of words below a cover.
+constexpr int coverLines = 3;
 
 QPalette::ColorGroup GroupOf(const QStyleOptionViewItem& option)
 {
@@ -34,7 +36,7 @@ QColor InkOf(const QStyleOptionViewItem& option, bool quiet)
     QColor ink = option.palette.color(GroupOf(option),
                                       selected ? QPalette::HighlightedText : QPalette::Text);
     constexpr double quieter = 0.7;
-    if (quiet)
+    if (quiet && !selected) // on the highlight it could not be read
         ink.setAlphaF(static_cast<float>(quieter));
     return ink;
 }
@@ -43,6 +45,20 @@ void PaintWords(QPainter& painter, const QRect& room, const QString& words, Qt::
 {
     painter.drawText(room, static_cast<int>(place) | Qt::TextSingleLine,
                      painter.fontMetrics().elidedText(words, Qt::ElideRight, room.width()));
+}
+
+/// As many words as fit are taken from the beginning; all of them where the rest would be a part of
+/// a word alone.
+QString TakeLine(QString& words, const QFontMetrics& metrics, int width)
+{
+    qsizetype end = words.size();
+    while (end > 0 && metrics.horizontalAdvance(words.left(end)) > width)
+        end = words.lastIndexOf(QLatin1Char(' '), end - 1);
+    if (end <= 0)
+        end = words.size();
+    const QString line = words.left(end);
+    words = words.mid(end).trimmed();
+    return line;
 }
 
 QFont NameFont(const QStyleOptionViewItem& option, const LibraryLevel& level)
@@ -183,6 +199,10 @@ void LevelDelegate::PaintCover(QPainter& painter, const QStyleOptionViewItem& op
     }
     QRect line(cover.left(), cover.bottom() + gap / 2, cover.width(),
                painter.fontMetrics().lineSpacing());
+    QStringList below;
+    for (const QString& words : {ToQt(level.author), MarksOf(level)})
+        if (!words.isEmpty())
+            below.append(words);
     painter.setFont(NameFont(option, level));
     painter.setPen(InkOf(option, false));
     if (level.current) {
@@ -190,15 +210,21 @@ void LevelDelegate::PaintCover(QPainter& painter, const QStyleOptionViewItem& op
                   option);
         line.setLeft(line.left() + markSide + 2);
     }
-    PaintWords(painter, line, ToQt(level.text), Qt::AlignHCenter);
+    QString rest = ToQt(level.text);
+    if (below.size() < coverLines - 1) { // a line is free for the rest of the name
+        PaintWords(painter, line, TakeLine(rest, painter.fontMetrics(), line.width()),
+                   Qt::AlignHCenter);
+        if (!rest.isEmpty())
+            line = QRect(cover.left(), line.bottom() + 1, cover.width(), line.height());
+    }
+    PaintWords(painter, line, rest, Qt::AlignHCenter);
     line = QRect(cover.left(), line.bottom() + 1, cover.width(), line.height());
     painter.setFont(option.font);
     painter.setPen(InkOf(option, true));
-    for (const QString& words : {ToQt(level.author), MarksOf(level)})
-        if (!words.isEmpty()) {
-            PaintWords(painter, line, words, Qt::AlignHCenter);
-            line.translate(0, line.height());
-        }
+    for (const QString& words : below) {
+        PaintWords(painter, line, words, Qt::AlignHCenter);
+        line.translate(0, line.height());
+    }
 }
 
 bool LevelDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,

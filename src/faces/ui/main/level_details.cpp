@@ -97,8 +97,6 @@ QWidget* LevelDetails::MakeOverview()
     middle->addWidget(marks_);
     middle->addWidget(shots_, 1);
     middle->addLayout(MakeFacts());
-    // Its counts stand behind the path.
-    place_->SetElide(Qt::ElideMiddle);
     middle->addWidget(place_);
     note_->setWordWrap(true);
     // The same room for every level, so that nothing below it jumps.
@@ -112,9 +110,7 @@ QWidget* LevelDetails::MakeOverview()
 QLayout* LevelDetails::MakeHead()
 {
     Enlarge(name_, titleScale);
-    QPalette marked = installed_->palette();
-    marked.setColor(QPalette::WindowText, marked.color(QPalette::Link));
-    installed_->setPalette(marked);
+    Enlarge(installed_, 1);
     QSizePolicy keepsRoom = installed_->sizePolicy();
     keepsRoom.setRetainSizeWhenHidden(true);
     installed_->setSizePolicy(keepsRoom);
@@ -221,6 +217,7 @@ void LevelDetails::ShowFacts(Session& session, const LevelFacts& facts)
     stands_ = facts.current;
     installed_->setVisible(facts.current);
     place_->setText(ToQt(facts.info));
+    place_->SetElidedPart(ToQt(TextOf(facts.folder)));
     if (facts.folderGone)
         shots_->ShowGone(session, facts.record.levelCode);
     else

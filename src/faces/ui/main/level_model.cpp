@@ -3,9 +3,6 @@
 #include "ui/widgets/qt_text.h"
 #include "words/library_window.h"
 
-#include <QDateTime>
-#include <QLocale>
-
 #include <algorithm>
 
 namespace kestrova
@@ -34,11 +31,9 @@ const ColumnWords& WordsOf(int column)
     return columns[column];
 }
 
-QString DayText(const std::optional<std::int64_t>& seconds)
+QString DayIfAny(const std::optional<std::int64_t>& seconds)
 {
-    return seconds ? QLocale{}.toString(QDateTime::fromSecsSinceEpoch(*seconds).date(),
-                                        QLocale::ShortFormat)
-                   : QString{};
+    return seconds ? DayText(*seconds) : QString{};
 }
 
 QString DurationText(std::int64_t seconds)
@@ -119,7 +114,7 @@ QString LevelModel::TextOf(const LibraryLevel& level, int column) const
     case AuthorColumn:
         return ToQt(level.author);
     case LastPlayedColumn:
-        return DayText(level.own.lastPlayed);
+        return DayIfAny(level.own.lastPlayed);
     case TimePlayedColumn:
         return DurationText(level.own.secondsPlayed);
     case SavegamesColumn:
@@ -127,7 +122,7 @@ QString LevelModel::TextOf(const LibraryLevel& level, int column) const
     case SizeColumn:
         return ToQt(FormatSize(static_cast<double>(level.size)));
     case AddedColumn:
-        return DayText(level.own.added);
+        return DayIfAny(level.own.added);
     default:
         return {};
     }

@@ -11,9 +11,15 @@ QString WordsForEmptyList(const Archive& archive, const Library& shown, const QS
 {
     if (!archive.Loaded())
         return Words(Msg::EmptyNoArchive, {lineBreak});
+    const bool all = shown.Filter() == LibraryFilter::All;
+    if (shown.Count() == 0 && shown.IsSearched())
+        return all ? Words(Msg::EmptyNoHit, {FromQt(search.trimmed()), lineBreak})
+                   : Words(Msg::EmptyFilteredHit,
+                           {FromQt(filter), FromQt(search.trimmed()), lineBreak});
     if (shown.Count() == 0)
-        return shown.IsSearched() ? Words(Msg::EmptyNoHit, {FromQt(search.trimmed()), lineBreak})
-                                  : Words(Msg::EmptyFiltered, {FromQt(filter), lineBreak});
+        return shown.Filter() == LibraryFilter::Favourites
+                   ? Words(Msg::EmptyFavourites, {lineBreak})
+                   : Words(Msg::EmptyFiltered, {FromQt(filter), lineBreak});
     if (archive.levels.size() == 1)
         return Words(Msg::EmptyNoLevels, {lineBreak});
     return {};

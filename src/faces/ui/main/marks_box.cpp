@@ -1,6 +1,5 @@
 #include "ui/main/marks_box.h"
 
-#include "core/dates.h"
 #include "ui/main/play_head.h"
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/qt_text.h"
@@ -23,24 +22,18 @@ namespace
 /// A pause in typing that is long enough to store what was typed.
 constexpr int typingPauseMs = 2000;
 constexpr int ownNoteLines = 2;
-constexpr std::int64_t nsOfASecond = 1'000'000'000;
 
 constexpr Message statusWords[] = {Msg::MarkNew, Msg::MarkPlaying, Msg::MarkFinished,
                                    Msg::MarkGivenUp};
-
-std::string DayOf(std::int64_t seconds)
-{
-    return DateText(seconds * nsOfASecond).substr(0, std::string_view{"2026-11-22"}.size());
-}
 
 QString TimesOf(const LevelNote& note)
 {
     std::string words;
     const auto add = [&](const std::string& part) { words += (words.empty() ? "" : " · ") + part; };
     if (note.added)
-        add(GetMsg(Msg::MarkAdded, {DayOf(*note.added)}));
+        add(GetMsg(Msg::MarkAdded, {FromQt(DayText(*note.added))}));
     if (note.lastPlayed)
-        add(GetMsg(Msg::MarkLastPlayed, {DayOf(*note.lastPlayed)}));
+        add(GetMsg(Msg::MarkLastPlayed, {FromQt(DayText(*note.lastPlayed))}));
     if (note.secondsPlayed > 0)
         add(GetMsg(Msg::MarkPlayed, {PlayedInWords(note.secondsPlayed)}));
     return ToQt(words);

@@ -14,6 +14,14 @@
 namespace kestrova
 {
 
+namespace
+{
+
+/// In letters: less of a path says nothing.
+constexpr int fewestOfPart = 12;
+
+} // namespace
+
 ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent)
 {
     setTextFormat(Qt::PlainText);
@@ -26,6 +34,12 @@ void ElidedLabel::SetElide(Qt::TextElideMode elide)
     update();
 }
 
+void ElidedLabel::SetElidedPart(const QString& path)
+{
+    part_ = path;
+    update();
+}
+
 QSize ElidedLabel::minimumSizeHint() const
 {
     return {fontMetrics().averageCharWidth() * 4, QLabel::minimumSizeHint().height()};
@@ -35,7 +49,15 @@ QString ElidedLabel::Shown() const
 {
     QString line = text();
     line.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    return fontMetrics().elidedText(line, elide_, contentsRect().width());
+    const int room = contentsRect().width();
+    const int tooMuch = fontMetrics().horizontalAdvance(line) - room;
+    if (const auto at = line.indexOf(part_); tooMuch > 0 && !part_.isEmpty() && at >= 0) {
+        const int least = fewestOfPart * fontMetrics().averageCharWidth();
+        const int left = fontMetrics().horizontalAdvance(part_) - tooMuch;
+        line.replace(at, part_.size(),
+                     fontMetrics().elidedText(part_, Qt::ElideMiddle, std::max(left, least)));
+    }
+    return fontMetrics().elidedText(line, elide_, room);
 }
 
 bool ElidedLabel::event(QEvent* event)

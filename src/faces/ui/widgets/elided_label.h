@@ -14,6 +14,9 @@ public:
     explicit ElidedLabel(QWidget* parent = nullptr);
     /// In the middle for a path, whose end says most.
     void SetElide(Qt::TextElideMode elide);
+    /// A path in the text, of which the middle gives way first, so that what stands around it is
+    /// read as long as there is room.
+    void SetElidedPart(const QString& path);
 
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -25,6 +28,7 @@ private:
     [[nodiscard]] QString Shown() const;
 
     Qt::TextElideMode elide_ = Qt::ElideRight;
+    QString part_;
 };
 
 /// Wrapped text in the room that it is given, with "…" at its end where that is too little.

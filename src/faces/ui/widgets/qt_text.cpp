@@ -2,7 +2,9 @@
 
 #include "core/text.h"
 
+#include <QDateTime>
 #include <QFile>
+#include <QLocale>
 #include <QMimeData>
 #include <QTextDocument>
 #include <QUrl>
@@ -32,6 +34,11 @@ QString PlainTip(const QString& text)
     if (!Qt::mightBeRichText(text))
         return text;
     return "<qt>" + text.toHtmlEscaped().replace('\n', QLatin1String("<br>")) + "</qt>";
+}
+
+QString DayText(std::int64_t seconds)
+{
+    return QLocale{}.toString(QDateTime::fromSecsSinceEpoch(seconds).date(), QLocale::ShortFormat);
 }
 
 QString PathToQt(const Path& path)

@@ -22,6 +22,8 @@ QString Words(Message id, std::initializer_list<std::string_view> args = {});
 /// A tool tip that shows the text letter by letter: Qt takes for markup what looks like it, and
 /// shows markup that does not.
 QString PlainTip(const QString& text);
+/// The day of a moment, in seconds since 1970, as the desktop's language writes it.
+QString DayText(std::int64_t seconds);
 
 /// For the desktop's choosers, which speak of paths as text.
 QString PathToQt(const Path& path);
