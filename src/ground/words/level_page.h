@@ -27,6 +27,7 @@ inline constexpr Message SavesGroupLive{"In the game's slots (~1 of ~2)"};
 inline constexpr Message SavesGroupSlot{"Archive slot ~1 (~2)"};
 inline constexpr Message SavesGroupHistory{"History (~1)"};
 inline constexpr Message SavesKeptBecause{"Kept in the history: ~1"};
+inline constexpr Message SavesPictureName{"Picture of the chosen savegame"};
 inline constexpr Message SavesListName{"Savegames of the level"};
 inline constexpr Message SavesNone{"This level has no savegames yet. They appear here once you save in the game; drop savegame files here to import them."};
 inline constexpr Message SavesNotRead{"The savegames cannot be listed now: ~1"};

@@ -1,6 +1,7 @@
 #include "saves/level_savegames.h"
 
 #include "core/dates.h"
+#include "core/look.h"
 #include "core/name_list.h"
 #include "formats/savegame_info.h"
 #include "formats/trle_folder.h"
@@ -160,6 +161,27 @@ Result<std::vector<LevelSavegame>> SavegamesOfLevel(const Folders& folders, cons
             return status.Error();
     AddHistoryOf(folders, code, found);
     return found;
+}
+
+BesideSavegame BesideOf(const LevelSavegame& savegame)
+{
+    constexpr std::uint64_t longestNote = 64 << 10;
+    constexpr std::size_t longestShown = 300;
+    BesideSavegame beside;
+    if (savegame.file.empty())
+        return beside;
+    const Path folder = savegame.file.parent_path();
+    const std::string number = std::to_string(SlotNumberOf(savegame.file));
+    for (const std::string_view name : {OnDisk::FragShotJpeg, OnDisk::FragShotBitmap})
+        if (const Path shot = ResolvePath(folder / Filled(name, {number})); FileExists(shot))
+            beside.picture = shot;
+    // What cannot be read is only not shown.
+    const auto note =
+        ReadFileIfThere(ResolvePath(folder / Filled(OnDisk::FragNote, {number})), longestNote)
+            .ValueOr(std::nullopt);
+    if (note)
+        beside.note = Readable(OnOneLine(FromWindows1252(Trim(*note)).substr(0, longestShown)));
+    return beside;
 }
 
 std::string WordsOf(const LevelSavegame& savegame)

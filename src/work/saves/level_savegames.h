@@ -29,6 +29,14 @@ struct LevelSavegame {
 /// those of the history, newest first. Nothing is written.
 Result<std::vector<LevelSavegame>> SavegamesOfLevel(const Folders& folders, const Archive& archive,
                                                     LevelCode code);
+/// What lies beside a savegame in its folder: the picture, and the player's note. The history keeps
+/// those by themselves.
+struct BesideSavegame {
+    Path picture;     ///< empty: there is none
+    std::string note; ///< its first lines, in one
+};
+BesideSavegame BesideOf(const LevelSavegame& savegame);
+
 /// Slot, title, number and time, in one line for a person.
 std::string WordsOf(const LevelSavegame& savegame);
 

@@ -3,6 +3,7 @@
 #include "pictures/jpeg.h"
 #include "ui/dialogs/shot_panes.h"
 #include "ui/main/savegames_page.h"
+#include "ui/widgets/picture_view.h"
 #include "ui/widgets/stars_box.h"
 #include "window_world.h"
 
@@ -113,6 +114,33 @@ TEST(SavegamesPage, OpensWithoutTheSiblingToolAndListsAllThereIs)
               "In the game's slots (1 of 15): Temple; Archive slot 2 (2): Caves Temple; "
               "Archive slot 1 (1): Early; ")
         << "what went lies in the new slot";
+}
+
+TEST(SavegamesPage, ShowsPictureAndNoteOfTheSavegameThatOneLooksAt)
+{
+    LevelPageWorld world;
+    QImage image(64, 48, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    const Path folder = world.box / "levels/LEVEL_0001/backup_savegames";
+    ASSERT_TRUE(image.save(PathToQt(folder / "shot2.bmp")));
+    world.box.Write("levels/LEVEL_0001/backup_savegames/note2.txt", "before the\r\ngate");
+    world.box.Write("levels/LEVEL_0001/backup_savegames/shot0.jpg", "no picture");
+    auto& rows = world.OpenPage();
+    auto* picture = dynamic_cast<PictureView*>(world.Find("Image_Save"));
+    EXPECT_FALSE(picture->isVisible());
+    const auto lookAt = [&](const char* title) {
+        const auto flags = Qt::MatchExactly | Qt::MatchRecursive;
+        rows.setCurrentItem(rows.findItems(QString::fromLatin1(title), flags, 1).value(0));
+    };
+    lookAt("Temple");
+    ASSERT_TRUE(picture->isVisible());
+    EXPECT_EQ(picture->Shown().size(), image.size());
+    EXPECT_NE(world.TextOfLabel("Label_SaveNote").find("before the gate"), std::string::npos);
+    lookAt("Caves");
+    EXPECT_FALSE(picture->HasPicture());
+    EXPECT_FALSE(picture->ShownWords().isEmpty());
+    lookAt("Early");
+    EXPECT_FALSE(picture->isVisible());
 }
 
 TEST(SavegamesPage, RestoresExportsAndDeletesWhatIsChosen)

@@ -7,11 +7,15 @@
 #include "saves/savegame_list.h"
 #include "session/operation.h"
 #include "ui/widgets/drop_area.h"
+#include "ui/widgets/elided_label.h"
+#include "ui/widgets/picture_reading.h"
+#include "ui/widgets/picture_view.h"
 #include "ui/widgets/qt_text.h"
 #include "ui/widgets/wrapping_row.h"
 #include "words/captions.h"
 #include "words/level_page.h"
 #include "words/saves.h"
+#include "words/ui_dialogs.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -53,7 +57,8 @@ std::pair<SavegamePlace, int> GroupOf(const QTreeWidgetItem& item)
 } // namespace
 
 SavegamesPage::SavegamesPage(Session& session, QWidget* parent)
-    : QWidget(parent), session_(session), empty_(new QLabel(this)), list_(new QTreeWidget(this))
+    : QWidget(parent), session_(session), empty_(new QLabel(this)), list_(new QTreeWidget(this)),
+      picture_(new PictureView(this)), words_(new ElidedParagraph(this))
 {
     setObjectName(QStringLiteral("Page_Savegames"));
     empty_->setObjectName(QStringLiteral("Label_NoSaves"));
@@ -73,9 +78,11 @@ SavegamesPage::SavegamesPage(Session& session, QWidget* parent)
     column->setContentsMargins({});
     column->addWidget(empty_);
     column->addWidget(list_, 1);
+    column->addLayout(MakeBeside());
     column->addWidget(MakeButtons());
 
     connect(list_, &QTreeWidget::itemSelectionChanged, this, &SavegamesPage::ShowButtons);
+    connect(list_, &QTreeWidget::currentItemChanged, this, &SavegamesPage::ShowBeside);
     connect(list_, &QTreeWidget::customContextMenuRequested, this, &SavegamesPage::ShowMenu);
     connect(list_, &QTreeWidget::itemCollapsed, this,
             [this](const QTreeWidgetItem* item) { closed_.insert(GroupOf(*item)); });
@@ -92,6 +99,40 @@ SavegamesPage::SavegamesPage(Session& session, QWidget* parent)
     };
     drops->dropped = [this](const std::vector<Path>& paths) { Import(SavegamesAmong(paths)); };
     ShowNothing();
+}
+
+QLayout* SavegamesPage::MakeBeside()
+{
+    constexpr QSize pictureSize{128, 96};
+    picture_->setObjectName(QStringLiteral("Image_Save"));
+    picture_->setAccessibleName(Words(Msg::SavesPictureName));
+    picture_->setFixedSize(pictureSize);
+    words_->setObjectName(QStringLiteral("Label_SaveNote"));
+    words_->setFixedHeight(pictureSize.height());
+    words_->setAlignment(Qt::AlignTop);
+    words_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    auto* row = new QHBoxLayout;
+    row->addWidget(picture_);
+    row->addWidget(words_, 1);
+    return row;
+}
+
+void SavegamesPage::ShowBeside()
+{
+    const QTreeWidgetItem* item = list_->currentItem();
+    const bool isOne = item != nullptr && item->parent() != nullptr;
+    const auto index = isOne ? item->data(0, indexRole).toULongLong() : savegames_.size();
+    const LevelSavegame* one = index < savegames_.size() ? &savegames_[index] : nullptr;
+    const BesideSavegame beside = one != nullptr ? BesideOf(*one) : BesideSavegame{};
+    const auto picture =
+        beside.picture.empty() ? Result<QImage>{Failure{}} : LoadPicture(beside.picture);
+    picture_->setVisible(!beside.picture.empty());
+    if (picture)
+        picture_->Show(*picture);
+    else
+        picture_->ShowWords(Words(Msg::ShotUnreadable, {picture.Error().reason}));
+    words_->setText(one != nullptr ? ToQt(WordsOf(*one) + "\n" + beside.note) : QString());
+    words_->setVisible(!beside.picture.empty() || !beside.note.empty());
 }
 
 QPushButton* SavegamesPage::Button(const char* name, Message caption, Message tip,
@@ -223,6 +264,7 @@ void SavegamesPage::Fill()
     for (const int narrow : {savedName, savedNumber, savedTime})
         list_->resizeColumnToContents(narrow);
     ShowButtons();
+    ShowBeside();
 }
 
 SavegamesPage::Chosen SavegamesPage::ChosenOnes() const

@@ -9,6 +9,7 @@
 #include <string_view>
 
 class QLabel;
+class QLayout;
 class QPoint;
 class QPushButton;
 class QTreeWidget;
@@ -16,6 +17,9 @@ class QTreeWidgetItem;
 
 namespace kestrova
 {
+
+class ElidedParagraph;
+class PictureView;
 
 /// All savegames of the chosen level: those in the game's slots, in its archive slots and in the
 /// history, and what can be done with them. They are read when the page is seen.
@@ -38,6 +42,7 @@ protected:
 
 private:
     using Chosen = std::vector<LevelSavegame>;
+    QLayout* MakeBeside();
     QWidget* MakeButtons();
     QPushButton* Button(const char* name, Message caption, Message tip,
                         void (SavegamesPage::*does)());
@@ -47,6 +52,7 @@ private:
     void AddRow(QTreeWidgetItem& group, std::size_t index);
     [[nodiscard]] Chosen ChosenOnes() const;
     void ShowButtons();
+    void ShowBeside();
     void ShowMenu(QPoint place);
     void Bring();
     void Export();
@@ -62,6 +68,8 @@ private:
     std::set<std::pair<SavegamePlace, int>> closed_; ///< groups that the person has closed
     QLabel* empty_;
     QTreeWidget* list_;
+    PictureView* picture_;
+    ElidedParagraph* words_;
     QPushButton* bring_ = nullptr;
     QPushButton* export_ = nullptr;
     QPushButton* delete_ = nullptr;
