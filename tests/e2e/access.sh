@@ -38,20 +38,30 @@ walks() {
     done
 }
 
-press ctrl+comma
-appears 'Kestrova Settings'
-walks 'Browse: TR Level editor Path' 'Browse: Default download folder' 'Auto save' 'Help' 'Ok' \
-    'Cancel'
-press Escape
-gone 'Kestrova Settings'
-appears 'my.kva'
-press alt+t t
-appears 'Compare two folders'
-walks 'Compare' 'Files of both folders' 'Help' 'Close' 'Browse: Folder before' \
-    'Browse: Folder after'
-press Escape
-gone 'Compare two folders'
-appears 'my.kva'
+# opened KEYS TITLE CONTROLS…: a window of the main one, walked and left by Escape.
+opened() {
+    local keys=$1 title=$2
+    shift 2
+    # shellcheck disable=SC2086
+    press $keys
+    appears "$title"
+    walks "$@"
+    press Escape
+    gone "$title"
+    appears 'my.kva'
+}
+
+opened ctrl+comma 'Kestrova Settings' 'Browse: TR Level editor Path' \
+    'Browse: Default download folder' 'Auto save' 'Help' 'Ok' 'Cancel'
+opened 'alt+t t' 'Compare two folders' 'Compare' 'Files of both folders' 'Help' 'Close' \
+    'Browse: Folder before' 'Browse: Folder after'
+opened 'alt+p c' 'Preferences of current archive' 'Help' 'Ok' 'Cancel'
+opened 'alt+t n' 'Import new/updated wads' 'Add file' 'Help'
+opened 'alt+t o' 'Restore original configuration' 'Help'
+opened 'alt+t u' 'Upload wizard' 'Help'
+opened 'alt+t c d' 'Audio Converter tool' 'Help'
+opened 'alt+s h' 'History of savegames' 'Help'
+opened 'alt+h a' 'About Kestrova' 'Ok'
 press ctrl+q
 wait "$window"
 window=

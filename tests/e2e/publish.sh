@@ -21,7 +21,7 @@ appears 'my.kva .1 levels'
 
 # step N: waits until the wizard shows it.
 step() { appears "Upload wizard - Step $1 "; }
-press alt+t l
+press alt+t u
 step 1
 press Return
 step 2
@@ -77,7 +77,7 @@ gone 'Upload wizard'
 [[ ! -e $box/published.zip && ! -e $box/home/_temp_config ]]
 rm "$box/home/zip"
 appears 'my.kva .1 levels'
-press alt+t l
+press alt+t u
 appears '^Kestrova$' # is it wanted back?
 press Return
 gone '^Kestrova$'

@@ -83,6 +83,8 @@ QAction* AddCommand(QMenu& menu, const CommandRow& row, std::string_view name, c
 {
     QAction* action = menu.addAction(Words(row.window.caption));
     action->setObjectName(Name(name));
+    if (row.window.shown != nullptr)
+        SetMenuText(*action, action->text());
     if (const auto drawing = LookOf(name).drawing)
         action->setIcon(DrawnIcon(*drawing));
     // Roles would move commands to other menus on some desktops.
