@@ -49,6 +49,7 @@ inline constexpr Message ImportNotEnded{"The wads are imported, but the import c
 
 inline constexpr Message ImportStillWaits{"An import of wads waits to be taken back. Start Kestrova again, or say \"kestrovactl mend\"."};
 inline constexpr Message ImportTakenBack{"An import of wads was interrupted. All that it had put into the Level Editor's folder and its backup is out again."};
+inline constexpr Message ImportRedoneLate{"Doing an import of wads again was interrupted. It is whole now, and can be undone."};
 inline constexpr Message ImportEndedLate{"An import of wads was interrupted at its very end. It is whole, and can be undone."};
 inline constexpr Message ImportFolderGone{"An import of wads was interrupted, and its Level Editor's folder is not there now: ~1. It is taken back once the folder is there again. Is it gone for good, \"kestrovactl mend --let-go\" drops the note; what the import replaced is listed by \"kestrovactl history originals\"."};
 inline constexpr Message ImportLetGo{"The note of an interrupted import of wads is dropped. What it replaced in ~1 is listed by \"kestrovactl history originals\"."};

@@ -79,6 +79,11 @@ Status UndoImport(Machine& machine, const Folders& folders, ImportNote entry,
     entry.next = NextUndoId(folders);
     entry.madeNs = machine.NowNs();
     entry.phase = ImportPhase::Undoing;
+    // They may have been copied to another disk since, under the same names.
+    if (auto folder = MarkOf(folders.trle))
+        entry.folder = std::move(*folder);
+    if (auto backup = MarkOf(folders.Backup()))
+        entry.backup = std::move(*backup);
     auto begun = KeepWhatGoes(folders, entry, alive);
     if (begun)
         begun = WriteImportUnderway(folders, entry);

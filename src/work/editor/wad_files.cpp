@@ -1,7 +1,6 @@
 #include "editor/wad_files.h"
 
 #include "core/activity_log.h"
-#include "core/copying.h"
 #include "core/look.h"
 #include "core/name_set.h"
 #include "editor/compile_one_tom.h"
@@ -169,10 +168,11 @@ void ReportOutcome(const WadWork& work, std::initializer_list<std::string> parts
     work.report += LogLine({line, Told(done ? Msg::LogOk : Msg::LogError)});
 }
 
-Status CopyWadFile(const WadWork& work, const Path& source, const Path& target)
+Status CopyWadFile(const WadWork& work, const Path& source, const Path& target,
+                   std::uint32_t rights)
 {
     CopyOptions options;
-    options.rights = plainRights;
+    options.rights = rights;
     options.progress = [&](std::uint64_t) { return work.parts.progress.Step(); };
     return CopyFileOver(source, target, options);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/copying.h"
 #include "editor/tom_compile.h"
 #include "editor/wad_routing.h"
 #include "originals/imported_files.h"
@@ -28,7 +29,8 @@ void ReportOutcome(const WadWork& work, std::initializer_list<std::string> parts
 /// Level Editor's folder, a line for each. Both places are watched.
 Status InstallFile(const WadWork& work, const Path& source, const std::string& subfolder);
 /// The file over another one, as long as nobody stops it.
-Status CopyWadFile(const WadWork& work, const Path& source, const Path& target);
+Status CopyWadFile(const WadWork& work, const Path& source, const Path& target,
+                   std::uint32_t rights = plainRights);
 
 /// The tom files that are to be compiled: those of the package, and those that the Level Editor's
 /// folder has for a wad of the package. By name.

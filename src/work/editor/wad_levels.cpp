@@ -154,15 +154,16 @@ private:
 
     /// A failure that is no Stop is a line's end.
     Status CopyAll(const std::vector<Path>& files, const Path& from, ImportTree tree,
-                   std::string_view folder)
+                   std::string_view folder, std::uint32_t rights = plainRights)
     {
         const Path root = RootOf(folders_, tree);
         bool whole = true;
         for (const Path& file : files) {
             const std::string name = std::string{folder} + '\\' + file.filename().native();
-            const auto copied = work_.files.MayChange(tree, name)
-                                    ? CopyWadFile(work_, file, root / SafeRelative(name).Value())
-                                    : Status{MakeFailure(ErrorCode::Refused, name)};
+            const auto copied =
+                work_.files.MayChange(tree, name)
+                    ? CopyWadFile(work_, file, root / SafeRelative(name).Value(), rights)
+                    : Status{MakeFailure(ErrorCode::Refused, name)};
             if (IsStopped(copied))
                 return copied;
             whole = whole && copied;
@@ -243,7 +244,7 @@ private:
     {
         std::vector<std::string> lines;
         for (const std::string& name : names)
-            lines.push_back(GetMsg(words, {Readable(name)}));
+            lines.push_back(GetMsg(words, {ShownNames({Readable(name)})}));
         if (!lines.empty())
             work_.parts.host.Tell(Tone::Error, Join(lines, lineBreak));
     }
@@ -289,7 +290,9 @@ private:
         (void)work_.files.MakeFolderOf(ImportTree::Backup, OnDisk::DirScript);
         if (auto watched = work_.files.Watch(places, {}, BeatOf(work_)); !watched)
             return watched;
-        return CopyAll(*files, scripts_, ImportTree::Backup, OnDisk::DirScript);
+        // The compiler among them is a program, and stays one.
+        constexpr std::uint32_t asTheyAre = 0;
+        return CopyAll(*files, scripts_, ImportTree::Backup, OnDisk::DirScript, asTheyAre);
     }
 
     const WadWork& work_;

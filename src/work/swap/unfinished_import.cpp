@@ -41,7 +41,9 @@ bool TakeBackIn(Session& session, const Path& folder, const ImportNote& note)
         return false;
     if (const auto back = ReturnImport(session.machine, folders, note, ImportEnd::Recovered); !back)
         return NotTakenBack(session.host, back.Error());
-    session.host.Tell(Tone::Warning, GetMsg(Msg::ImportTakenBack));
+    const bool wasRedone = note.phase == ImportPhase::Undoing && note.isUndone;
+    session.host.Tell(Tone::Warning,
+                      GetMsg(wasRedone ? Msg::ImportRedoneLate : Msg::ImportTakenBack));
     return true;
 }
 
