@@ -179,7 +179,7 @@ TEST(MainWindow, EveryCommandIsThereAndWaitsForNothingButWhatCanBeUndone)
     world.Show();
     const QSet<QString> waiting{"mnu_Undo", "mnu_Redo", "mnu_UndoImportWads"};
     const QStringList commands = MenuCommands();
-    EXPECT_EQ(commands.size(), 56);
+    EXPECT_EQ(commands.size(), 59);
     for (const QString& name : commands) {
         const auto* action = world.window.findChild<QAction*>(name);
         ASSERT_NE(action, nullptr) << FromQt(name);
