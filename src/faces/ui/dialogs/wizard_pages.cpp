@@ -42,7 +42,7 @@ public:
              {Msg::UploadOverviewFiles, Msg::UploadOverviewAuthor, Msg::UploadOverviewLevel,
               Msg::UploadOverviewImport, Msg::UploadOverviewTom, Msg::UploadOverviewEnd})
             steps +=
-                GetMsg(Msg::UploadOverviewStep, {std::to_string(number++), step.text, lineBreak});
+                GetMsg(Msg::UploadOverviewStep, {std::to_string(number++), Shown(step), lineBreak});
         const std::string gap = std::string{lineBreak} + std::string{lineBreak};
         auto* text = new QLabel(Words(Msg::UploadOverview, {gap, gap, steps, lineBreak}), this);
         text->setObjectName(QStringLiteral("Label_Overview"));
