@@ -180,7 +180,8 @@ BesideSavegame BesideOf(const LevelSavegame& savegame)
         ReadFileIfThere(ResolvePath(folder / Filled(OnDisk::FragNote, {number})), longestNote)
             .ValueOr(std::nullopt);
     if (note)
-        beside.note = Readable(OnOneLine(FromWindows1252(Trim(*note)).substr(0, longestShown)));
+        beside.note = Readable(OnOneLine(
+            ReplaceAll(FromWindows1252(Trim(*note)).substr(0, longestShown), "\r\n", "\n")));
     return beside;
 }
 
