@@ -17,13 +17,11 @@ void KeepsToItsText(const Result<std::vector<DiscEntry>>& files, std::string_vie
 {
     if (!files)
         return;
-    std::size_t bytes = 0;
     for (const DiscEntry& file : *files) {
         Promise(file.path.size() > 1 && file.path.front() == '/', "a path begins at the root");
         Promise(file.path.find('\n') == std::string::npos, "a path is one line");
         Promise(file.month >= 1 && file.month <= 12 && file.day >= 1 && file.day <= 31,
                 "a date is one");
-        bytes += file.path.size();
     }
     Promise(files->size() <= text.size() / 10, "a file has its line");
     const std::string tree = TreeListOf(*files);
