@@ -2,6 +2,7 @@
 
 #include "core/removal.h"
 #include "formats/program_folder.h"
+#include "history/players_files.h"
 #include "history/work_note.h"
 #include "originals/tree_return.h"
 
@@ -33,13 +34,14 @@ Status ReturnHandover(Machine& machine, const Folders& folders, const LoanNote& 
 {
     if (note.phase == LoanPhase::Planned) // nobody has been in the folder
         return EndHandover(folders, note);
-    const auto back = BringTreeBack(machine, folders,
-                                    {*note.whole,
-                                     [&](std::size_t file) { return KeptCopyOf(folders, file); },
-                                     [&](const Path& name) { return stays.contains(name); },
-                                     {},
-                                     end == LoanEnd::Recovered,
-                                     true});
+    // The game may have been played since the run that was killed.
+    const bool isLate = end == LoanEnd::Recovered;
+    const auto mayChange = [&](const Path& name) { return isLate && IsPlayersPlace(name); };
+    const auto back =
+        BringTreeBack(machine, folders,
+                      {*note.whole, [&](std::size_t file) { return KeptCopyOf(folders, file); },
+                       [&](const Path& name) { return stays.contains(name) || mayChange(name); },
+                       mayChange, isLate, true});
     return back ? EndHandover(folders, note) : StatusOf(back);
 }
 
