@@ -183,7 +183,8 @@ const Walked walk[] = {
     {"history bring-back", {"history", "bring-back"}, KeptSavegame, false},
     {"history bring-back when", {"history", "bring-back", "--to", "@out"}, KeptSavegame, false},
     {"history originals", {"history", "originals"}},
-    {"history originals when", {"history", "originals", "bring-back"}, KeptOriginalFile},
+    {"history originals when", {"history", "originals", "delete"}, KeptOriginalFile, false},
+    {"history originals when again", {"history", "originals", "bring-back"}, KeptOriginalFile},
     {"mnu_RemoveLevel", {"remove", "1"}},
     {"mnu_CalcolaSize", {"sizes"}},
     {"Pul_AutoreInfo", {"author", "1"}},
@@ -268,8 +269,7 @@ const Walked walk[] = {
     {"mnu_CopiaFileInfos", {"documents"}},
 };
 
-/// Its name in the window, or its words.
-std::string NameOf(const CommandRow& row)
+std::string WordsOf(const CommandRow& row)
 {
     for (const std::string_view name : {row.window.control, row.window.button})
         if (!name.empty())
@@ -279,6 +279,19 @@ std::string NameOf(const CommandRow& row)
         .append(said.verb.empty() ? "" : " ")
         .append(said.verb)
         .append(said.when == nullptr ? "" : " when");
+}
+
+/// Its name in the window, or its words; of rows with the same words the later one is named as such.
+std::string NameOf(const CommandRow& row)
+{
+    std::string name = WordsOf(row);
+    for (const CommandRow& before : CommandTable()) {
+        if (&before == &row)
+            break;
+        if (WordsOf(before) == name)
+            name += " again";
+    }
+    return name;
 }
 
 const Walked* HowToRun(const CommandRow& row)
