@@ -106,8 +106,9 @@ Status NoteLevels(const ArchiveHeader& header,
             disc = note->Find(number) != nullptr
                        ? *note->Find(number)
                        : NotedDisc{number, LabelOfDisc(number), 0, {}, 0, {}};
-        const auto old = std::find_if(disc.levels.begin(), disc.levels.end(),
-                                      [&](const NotedLevel& l) { return l.code == level.code; });
+        const auto old =
+            std::find_if(disc.levels.begin(), disc.levels.end(),
+                         [code = level.code](const NotedLevel& l) { return l.code == code; });
         if (old != disc.levels.end())
             *old = level;
         else
