@@ -32,8 +32,8 @@ enum class ChangeKind {
     LanguageRestored,
     FilesLeft, ///< a level's files, which lie on a disc, left the hard disk
     SavegamesDeleted,
-    LevelMarked,  ///< the subject is the word of the one thing that was said, if it was one
-    LevelsMarked, ///< the subject is how many
+    LevelMarked,   ///< the subject is the word of the one thing that was said, if it was one
+    LevelsMarked,  ///< the subject is how many
     LevelRepaired, ///< damaged files of a level gave way to those that were noted
 };
 

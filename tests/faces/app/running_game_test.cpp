@@ -281,7 +281,8 @@ std::string WordsOf(const CommandRow& row)
         .append(said.when == nullptr ? "" : " when");
 }
 
-/// Its name in the window, or its words; of rows with the same words the later one is named as such.
+/// Its name in the window, or its words; of rows with the same words the later one is named as
+/// such.
 std::string NameOf(const CommandRow& row)
 {
     std::string name = WordsOf(row);

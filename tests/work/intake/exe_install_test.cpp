@@ -197,8 +197,8 @@ TEST(ExeInstall, WhateverStandsThereAfterwardsTheFolderIsAsItWas)
         "rm -rf $t/script; ln -s /etc $t/script",
         "rm -rf $t/.kv~lock; mkdir $t/.kv~lock",
         "for f in $t/*.dat $t/own.0 $t/audio/*; do touch -d 2001-01-01 $f; done",
-        "mkdir $t/n; echo x >$t/n/a; chmod 0 $t/n/a $t/n $t/own.0 $t/english.dat; "
-        "chmod 0 $t/script $t/DATA; chmod 500 $t",
+        ("mkdir $t/n; echo x >$t/n/a; chmod 0 $t/n/a $t/n $t/own.0 $t/english.dat; "
+         "chmod 0 $t/script $t/DATA; chmod 500 $t"),
         "n=$(printf %0200d 1); cd $t; for i in $(seq 30); do mkdir $n; cd $n; done; echo x >a",
         "mkdir d; echo x >d/x; chmod 0 d; chmod 500 .",
         "rm -rf $t/graphics \"$t/my work\"",

@@ -11,7 +11,7 @@ namespace kestrova
 {
 
 class MainWindow;
-class Session;
+struct Session;
 
 /// What later starts ask for: the window comes to the front at once, and their files are opened as
 /// soon as nothing runs here and no question is open.
