@@ -27,14 +27,15 @@ endforeach()
 # g++ 12 sees overlaps in "~" + std::to_string(n) that are not there (its bug 105651), and where strings are
 # moved bounds that the library keeps; where all is optimised also values that nobody reads.
 target_compile_options(kestrova_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wcast-align=strict -Wno-missing-field-initializers
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-missing-field-initializers
   $<$<BOOL:${KESTROVA_STRICT}>:-Werror>
-  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict;-Wno-stringop-overflow;-Wno-array-bounds>
+  $<$<CXX_COMPILER_ID:GNU>:-Wcast-align=strict;-Wno-restrict;-Wno-stringop-overflow;-Wno-array-bounds>
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-maybe-uninitialized>)
 # Sources compiled as one see each other's names at the margin, which hide nothing in truth.
 if(CMAKE_UNITY_BUILD)
   target_compile_options(kestrova_options INTERFACE
-    -Wno-shadow -Wshadow=local $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local;-Wno-subobject-linkage>)
 endif()
 
 # Tests spend their time in swaps and in what those stand on, so a build whose tests are slow may
