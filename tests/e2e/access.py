@@ -68,8 +68,8 @@ def place(thing):
 
 
 def owner(thing):
-    """A row or a cell belongs to its list."""
-    while thing.get_role_name() in ("table cell", "list item", "tree item", "table row"):
+    """A row or a cell belongs to its list, and so does the inner part of an empty one."""
+    while thing.get_role_name() in ("table cell", "list item", "tree item", "table row", "filler"):
         thing = thing.get_parent()
     return thing
 

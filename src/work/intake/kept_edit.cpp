@@ -1,5 +1,6 @@
 #include "intake/kept_edit.h"
 
+#include "archive/stored_notes.h"
 #include "core/copying.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
@@ -209,6 +210,7 @@ Status DropKeptEdit(const Path& kept)
 
 Status PutKeptEditBack(const Path& kept, const Path& files)
 {
+    DoubtStoredNote(files.parent_path()); // a kill may have left what the edit noted
     FirstFailure first;
     first.Note(PutFilesBack(kept, files));
     first.Note(PutTargetsBack(kept, files.parent_path()));

@@ -114,7 +114,7 @@ TEST_F(EqualCheck, Tr4InfosNameWhatTheyCannotDoAndGoOn)
     box.host.told.clear();
     EXPECT_FALSE(CreateTr4Infos(box.session.host, box.session.Folders(), box.session.archive));
     ASSERT_EQ(box.host.told.size(), 2U) << box.host.AllTold();
-    EXPECT_EQ(box.host.told[1].text.substr(0, 24), "The folders of 30 levels");
+    EXPECT_EQ(box.host.told[1].text.substr(0, 34), "Levels whose folders are gone: 30.");
     EXPECT_NE(box.host.told[1].reason.find("and 10 more"), std::string::npos);
     EXPECT_TRUE(box.Has("levels/LEVEL_0034/tr4.inf"));
 
