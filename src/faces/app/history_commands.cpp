@@ -219,14 +219,14 @@ std::span<const CommandRow> HistoryCommands()
         {.terminal = {.word = "history", .verb = "originals"},
          .run = ListOriginals,
          .help = HelpTag::OriginalsHistory},
-        {.terminal = {.word = "history", .verb = "originals", .when = ToBeDeleted},
-         .touches = Touches::Stores,
-         .run = DeleteOriginals,
-         .help = HelpTag::OriginalsHistory},
         {.terminal = {.word = "history", .verb = "originals", .when = OneOfThem},
          .needs = Needs::LevelEditor,
          .touches = Touches::LevelEditor,
          .run = BringOriginalBack,
+         .help = HelpTag::OriginalsHistory},
+        {.terminal = {.word = "history", .verb = "originals", .when = ToBeDeleted},
+         .touches = Touches::Stores,
+         .run = DeleteOriginals,
          .help = HelpTag::OriginalsHistory},
     };
     return rows;
