@@ -57,10 +57,10 @@ opened 'alt+t t' 'Compare two folders' 'Compare' 'Files of both folders' 'Help' 
     'Browse: Folder before' 'Browse: Folder after'
 opened 'alt+p c' 'Preferences of current archive' 'Help' 'Ok' 'Cancel'
 opened 'alt+t n' 'Import new/updated wads' 'Add file' 'Help'
-opened 'alt+t o' 'Restore original configuration' 'Help'
+opened 'alt+t o' 'Restore original configuration' 'Cancel' 'Fast' 'Full'
 opened 'alt+t u' 'Upload wizard' 'Help'
-opened 'alt+t c d' 'Audio Converter tool' 'Help'
-opened 'alt+s h' 'History of savegames' 'Help'
+opened 'alt+t c d' 'Audio Converter tool' 'Add file' 'Add folder' 'Cancel'
+opened 'alt+s h' 'History of savegames' 'History of savegames' 'Close' 'Savegames'
 opened 'alt+h a' 'About Kestrova' 'Ok'
 press ctrl+q
 wait "$window"

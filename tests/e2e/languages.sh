@@ -62,6 +62,7 @@ a_life() {
     done
     for step in --man --markdown --completion; do "$ctl" --home "$box/home" help "$step" >"$seen/help$step"; done
     mv "$box"/{home,levels,trle,from,my.kva} "$seen"
+    [[ $1 != en ]] || cp -a "$seen/home" "$box/played"
     find "$seen" \( -name '.kv~*' -o -path '*/undo/token' -o -path '*/swap/work/*' \) -delete
     find "$seen" \( -name '*.json' -o -name '*.ini' -o -name '*.jsonl' -o -path '*/swap/*' \
         -o -path '*/history/*' \) -type f -print0 | while read -rd '' step; do
@@ -111,6 +112,8 @@ mv "$box"/lives/* "$box"
 [[ -s $(find "$box/de/levels" -name 'tr4.inf' | head -1) ]] || die "no tr4.inf to compare"
 rm -r "$box"/{de,it}
 mv "$box"/en/* "$box"
+rm -r "$box/home" # the one that was compared; its numbers are gone
+mv "$box/played" "$box/home"
 
 # The terminal speaks it, whatever the locale can write; --json and the words to type are as ever.
 export LC_ALL=C

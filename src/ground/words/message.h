@@ -32,7 +32,7 @@ std::string_view Shown(Message message);
 /// none of the texts.
 std::string ShownAsSpoken(const std::string& told);
 
-/// The same for a name on the disk (`\\LEVEL_~1`).
+/// A name on the disk (`\\LEVEL_~1`) with its markers filled as those of a text.
 std::string Filled(std::string_view pattern, std::initializer_list<std::string_view> args);
 
 inline constexpr std::string_view lineBreak = "\r\n";
