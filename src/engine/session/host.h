@@ -59,6 +59,9 @@ public:
     virtual void NoteFailure(ErrorCode code) { (void)code; }
     virtual bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) = 0;
     virtual bool AskOkCancel(const std::string& text) = 0;
+    /// The same of what the person has just pressed the very button for, and which changes nothing
+    /// that was there: Enter means Ok.
+    virtual bool AskToGoOn(const std::string& text) { return AskOkCancel(text); }
     virtual YesNoCancel AskYesNoCancel(const std::string& text) = 0;
     /// One of two ways, or neither; `safe`: what Enter means. Closing the question means neither.
     virtual YesNoCancel AskEither(const std::string& text, Message first, Message second,

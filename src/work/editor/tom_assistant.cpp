@@ -223,7 +223,7 @@ void TomAssistant::Analyse()
     if (!document)
         return parts_.host.Tell(Tone::Error, GetMsg(Msg::SelectReadme));
     const Path source = documents_[*document];
-    if (parts_.host.AskOkCancel(GetMsg(Msg::AskScan, {TextOf(source.filename())})))
+    if (parts_.host.AskToGoOn(GetMsg(Msg::AskScan, {TextOf(source.filename())})))
         AnalyseDocument(source);
 }
 

@@ -92,7 +92,7 @@ StepAnswer CompileSources(Intake& intake)
 {
     if (intake.draft.compile != Compile::Asked)
         return CompileLevel(intake) ? StepAnswer::GoesOn : StepAnswer::Refused;
-    if (!intake.session.host.AskOkCancel(GetMsg(Msg::SourcesAskConvert, {lineBreak})))
+    if (!intake.session.host.AskToGoOn(GetMsg(Msg::SourcesAskConvert, {lineBreak})))
         return StepAnswer::Stopped;
     CompileLevel(intake);
     return StepAnswer::GoesOn;

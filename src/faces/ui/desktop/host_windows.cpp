@@ -62,6 +62,13 @@ Button ShowBox(QMessageBox::Icon icon, const std::string& text, const std::strin
     return static_cast<Button>(box.exec());
 }
 
+bool ShowOkCancel(const std::string& text, Button byEnter)
+{
+    return ShowBox(QMessageBox::Question, text, {},
+                   {{QMessageBox::Ok, Msg::ButtonOk}, {QMessageBox::Cancel, Msg::ButtonCancel}},
+                   byEnter) == QMessageBox::Ok;
+}
+
 Path NearestFolder(Path folder)
 {
     while (!folder.empty() && platform::FactsOf(folder).kind != platform::FileKind::Folder) {
@@ -192,9 +199,12 @@ bool WindowHost::AskYesNo(const std::string& text, Consent consent)
 
 bool WindowHost::AskOkCancel(const std::string& text)
 {
-    return ShowBox(QMessageBox::Question, text, {},
-                   {{QMessageBox::Ok, Msg::ButtonOk}, {QMessageBox::Cancel, Msg::ButtonCancel}},
-                   QMessageBox::Cancel) == QMessageBox::Ok;
+    return ShowOkCancel(text, QMessageBox::Cancel);
+}
+
+bool WindowHost::AskToGoOn(const std::string& text)
+{
+    return ShowOkCancel(text, QMessageBox::Ok);
 }
 
 YesNoCancel WindowHost::AskYesNoCancel(const std::string& text)

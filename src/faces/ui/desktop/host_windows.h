@@ -17,6 +17,7 @@ public:
               const std::string& details = {}) override;
     bool AskYesNo(const std::string& text, Consent consent = Consent::Ordinary) override;
     bool AskOkCancel(const std::string& text) override;
+    bool AskToGoOn(const std::string& text) override;
     YesNoCancel AskYesNoCancel(const std::string& text) override;
     YesNoCancel AskEither(const std::string& text, Message first, Message second,
                           YesNoCancel safe) override;
