@@ -18,6 +18,7 @@
 #include "storage/files_exchange.h"
 #include "storage/form_clashes.h"
 #include "storage/level_index.h"
+#include "storage/ready_streams.h"
 #include "storage/stored_audio.h"
 #include "storage/stored_hashes.h"
 #include "storage/zl_file.h"
@@ -118,14 +119,20 @@ bool LoadPictureConverted(const Path& bitmap, const Path& jpeg)
     return bytes && DecodePicture(*bytes);
 }
 
+Status Deflate(const StoreStep& step, const Path& target, const ReadyStreams* ready)
+{
+    return CompressToZl(step.source, target,
+                        ready == nullptr ? std::string_view{} : ready->Of(step.source));
+}
+
 /// Ends with the file's stored form in `folder`, read back.
-Status RunStep(const StoreStep& step, const Path& folder)
+Status RunStep(const StoreStep& step, const Path& folder, const ReadyStreams* ready)
 {
     const Path target = folder / step.name;
     CopyOptions compared;
     compared.verify = Verify::Content;
     if (step.form == Form::Deflate)
-        return CompressToZl(step.source, target);
+        return Deflate(step, target, ready);
     if (step.form == Form::Jpeg) {
         if (LoadPictureConverted(step.source, target))
             return {};
@@ -174,7 +181,7 @@ Status FlushFiles(const Path& folder, ProgressScope* progress)
 
 /// Fills `files.new` from the steps and puts it in place.
 Status FillAndExchange(const std::vector<StoreStep>& steps, const Path& files,
-                       ProgressScope* progress)
+                       ProgressScope* progress, const ReadyStreams* ready)
 {
     if (auto status = FinishExchange(files); !status)
         return status;
@@ -184,7 +191,8 @@ Status FillAndExchange(const std::vector<StoreStep>& steps, const Path& files,
         return status;
     std::vector<FileJob> jobs;
     for (const StoreStep& step : steps)
-        jobs.push_back(JobFor(step, [&step, &fresh] { return RunStep(step, fresh); }));
+        jobs.push_back(
+            JobFor(step, [&step, &fresh, ready] { return RunStep(step, fresh, ready); }));
     Status status = RunFileJobs(std::move(jobs), progress);
     if (status)
         status = FlushFiles(fresh, progress);
@@ -216,17 +224,17 @@ StoredOrigins OriginsOf(const std::vector<StoreStep>& steps, const StoredOrigins
 
 /// Each file becomes its stored form where it lies; it goes when that was read back.
 Status ConvertInPlace(const std::vector<StoreStep>& steps, const Path& folder,
-                      ProgressScope* progress)
+                      ProgressScope* progress, const ReadyStreams* ready)
 {
     std::vector<FileJob> jobs;
     for (const StoreStep& step : steps) {
-        const auto run = [&step, &folder]() -> Status {
+        const auto run = [&step, &folder, ready]() -> Status {
             const bool jpeg = step.form == Form::Jpeg;
             const Path target = folder / step.name;
             if (jpeg && !LoadPictureConverted(step.source, target))
                 return {}; // it stays the bitmap that it is
             if (!jpeg)
-                if (auto status = CompressToZl(step.source, target); !status)
+                if (auto status = Deflate(step, target, ready); !status)
                     return status;
             if (const auto failure = platform::Unlink(step.source))
                 return MakeFailure(ErrorCode::CannotDelete, TextOf(step.source), failure);
@@ -287,7 +295,7 @@ bool ConvertsWaves(const Archive& archive, LevelCode code, StoreAs form)
 Status StoreFilesOfLevel(Host& host, const Folders& folders, const Archive& archive,
                          const SoundConverter& converter, LevelCode code,
                          const std::vector<LevelFile>& files, ProgressScope* label, StoreAs form,
-                         const AcceptLoss& accept)
+                         const AcceptLoss& accept, const ReadyStreams* ready)
 {
     if (auto status = WriteLevelIndex(folders, code, files); !status)
         return NotStored(status);
@@ -296,13 +304,13 @@ Status StoreFilesOfLevel(Host& host, const Folders& folders, const Archive& arch
         return folder.Error();
     const bool compress = Compresses(archive, code, form);
     const Path target = ResolvePath(InFolder(*folder, OnDisk::DirFiles));
-    const auto store = [&](const std::vector<LevelFile>& ready, const WaveOrigins& waves) {
+    const auto store = [&](const std::vector<LevelFile>& plain, const WaveOrigins& waves) {
         std::vector<std::string> kept;
-        const auto steps = StepsFor(ready, compress, kept);
+        const auto steps = StepsFor(plain, compress, kept);
         TellKeptForms(host, kept);
-        auto status = FillAndExchange(steps, target, label);
+        auto status = FillAndExchange(steps, target, label, ready);
         if (status && code != originalCode)
-            NoteStoredFiles(target.parent_path(), OriginsOf(steps, waves.Of(NamesOf(ready))),
+            NoteStoredFiles(target.parent_path(), OriginsOf(steps, waves.Of(NamesOf(plain))),
                             KeepAlive(label));
         return NotStored(std::move(status));
     };
@@ -323,7 +331,7 @@ namespace
 /// The files of a level's own folder take their stored form where they lie.
 Status StoreInPlace(Host& host, const Archive& archive, const SoundConverter& converter,
                     const Path& place, LevelCode code, ProgressScope* label, StoreAs form,
-                    const AcceptLoss& accept)
+                    const AcceptLoss& accept, const ReadyStreams* ready)
 {
     StoredWatch watch{place.parent_path(), KeepAlive(label)};
     watch.NoteAllIfNew();
@@ -349,14 +357,15 @@ Status StoreInPlace(Host& host, const Archive& archive, const SoundConverter& co
     const auto steps = StepsFor(*encoded, true, kept);
     TellKeptForms(host, kept);
     watch.AreMadeFrom(OriginsOf(steps, made));
-    return ConvertInPlace(steps, place, label);
+    return ConvertInPlace(steps, place, label, ready);
 }
 
 } // namespace
 
 Status StoreLevelFiles(Host& host, const Folders& folders, const Archive& archive,
                        const SoundConverter& converter, const Path& source, LevelCode code,
-                       ProgressScope* label, StoreAs form, const AcceptLoss& accept)
+                       ProgressScope* label, StoreAs form, const AcceptLoss& accept,
+                       const ReadyStreams* ready)
 {
     if (!FolderExists(source))
         return NotStored(MakeFailure(ErrorCode::Missing, TextOf(source)));
@@ -367,13 +376,13 @@ Status StoreLevelFiles(Host& host, const Folders& folders, const Archive& archiv
     const Path home = InFolder(LevelHomeOf(folders, code), OnDisk::DirFiles);
     if (!IsSameFolder(source, home))
         return StoreFilesOfLevel(host, folders, archive, converter, code, files, label, form,
-                                 accept);
+                                 accept, ready);
     if (code == originalCode) // it has no stored form
         return NotStored(MakeFailure(ErrorCode::Refused, TextOf(source)));
     if (auto status = WriteLevelIndex(folders, code, files); !status)
         return NotStored(status);
-    return NotStored(
-        StoreInPlace(host, archive, converter, ResolvePath(source), code, label, form, accept));
+    return NotStored(StoreInPlace(host, archive, converter, ResolvePath(source), code, label, form,
+                                  accept, ready));
 }
 
 } // namespace kestrova

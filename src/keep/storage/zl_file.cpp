@@ -247,19 +247,21 @@ Result<std::uint64_t> ExpandedSizeOfZl(const Path& source, std::uint64_t limit)
     return size;
 }
 
-Status CompressToZl(const Path& source, const Path& target)
+Status CompressToZl(const Path& source, const Path& target, std::string_view made)
 {
     const Path from = ResolvePath(source);
     const auto bytes = ReadWholeFile(from, maxZlContent);
     if (!bytes)
         return bytes.Error();
+    const std::string own = made.empty() ? CompressZlBytes(*bytes) : std::string{};
     StagedFile staged{ResolvePath(target)};
-    if (auto status = WriteWithTimeOf(from, staged, CompressZlBytes(*bytes)); !status)
+    if (auto status = WriteWithTimeOf(from, staged, made.empty() ? own : made); !status)
         return status;
     const auto back = ZlExpander::OfThisThread().ExpandFile(staged.StagedPath(), bytes->size());
-    if (!back || *back != *bytes)
-        return MakeFailure(ErrorCode::Differs, TextOf(target));
-    return staged.Commit(false);
+    if (back && *back == *bytes)
+        return staged.Commit(false);
+    return made.empty() ? MakeFailure(ErrorCode::Differs, TextOf(target))
+                        : CompressToZl(source, target);
 }
 
 Status ExpandZl(const Path& source, const Path& target, std::uint64_t limit)

@@ -14,8 +14,9 @@ namespace kestrova
 inline constexpr std::uint64_t maxZlContent = 0x7FFFFFFF;
 
 /// As dense as zlib's level 9. The target is built beside itself, read back, compared and renamed;
-/// it has the source's time.
-Status CompressToZl(const Path& source, const Path& target);
+/// it has the source's time. `made`: a stream of the source that was made before; one of other
+/// bytes is passed over.
+Status CompressToZl(const Path& source, const Path& target, std::string_view made = {});
 /// `Damaged` for a stream that is cut, wrong, or followed by junk; `NoSpace` when it would expand
 /// beyond `limit` bytes. The target is written whole or not at all, with the stream's time.
 Status ExpandZl(const Path& source, const Path& target, std::uint64_t limit);

@@ -14,6 +14,18 @@
 namespace kestrova
 {
 
+namespace
+{
+
+DeflateAhead WhatToDeflate(const ArchiveHeader& header)
+{
+    if (!header.compressLevels)
+        return DeflateAhead::Nothing;
+    return header.wavInMp3 ? DeflateAhead::AllButWaves : DeflateAhead::All;
+}
+
+} // namespace
+
 /// One run of the queue: a session of its own over the same archive, whose host asks nobody.
 class AddQueue::Work
 {
@@ -26,7 +38,8 @@ public:
                                                    session_.programFolder,
                                                    session_.preferences,
                                                    session_.settings},
-          ahead_(session_.machine, session_.Folders(), ToolsOf(session_))
+          ahead_(session_.machine, session_.Folders(), ToolsOf(session_),
+                 WhatToDeflate(session_.archive.header))
     {
         own_.mp3Settings = session_.mp3Settings;
         own_.archive = session_.archive;
@@ -129,6 +142,8 @@ bool AddQueue::Work::Fill(Intake& level, const Path& source, QueueShare& share)
     draft.looksOnline = !own_.settings.updateServers.empty();
     prepare_(draft);
     draft.ahead = &ahead_;
+    if (hasRoom_)
+        BeginNext(draft); // of the first level on
     bool all = AddSources(level, {source}, Subfolders::Take);
     if (hasRoom_)
         BeginNext(draft);

@@ -7,6 +7,7 @@
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
 #include "intake/file_names.h"
+#include "intake/unpacked_ahead.h"
 #include "packages/level_config_file.h"
 #include "session/cleared_progress.h"
 #include "session/telling.h"
@@ -64,13 +65,16 @@ StepAnswer StoreFiles(Intake& intake)
         return StorePlainCopy(intake);
     intake.progress.SetLabel(GetMsg(Msg::AddingLevel));
     Host& host = intake.session.host;
-    const auto stored =
-        StoreLevelFiles(intake.session.host, intake.session.Folders(), intake.session.archive,
-                        SoundConverterOf(intake.session), draft.workFolder, draft.record.levelCode,
-                        &intake.progress, StoreAs::ArchiveSays, [&](const Failure& failure) {
-                            TellFailure(host, failure);
-                            return host.AskYesNo(GetMsg(Msg::ContinueFileCopy), Consent::Explicit);
-                        });
+    const ReadyStreams* const ready = draft.ahead == nullptr ? nullptr : &draft.ahead->Streams();
+    const auto stored = StoreLevelFiles(
+        intake.session.host, intake.session.Folders(), intake.session.archive,
+        SoundConverterOf(intake.session), draft.workFolder, draft.record.levelCode,
+        &intake.progress, StoreAs::ArchiveSays,
+        [&](const Failure& failure) {
+            TellFailure(host, failure);
+            return host.AskYesNo(GetMsg(Msg::ContinueFileCopy), Consent::Explicit);
+        },
+        ready);
     if (stored)
         return StepAnswer::GoesOn;
     if (stored.Error().code == ErrorCode::Stopped) {

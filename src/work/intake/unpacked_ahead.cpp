@@ -1,19 +1,28 @@
 #include "intake/unpacked_ahead.h"
 
+#include "core/file_kinds.h"
 #include "core/leftovers.h"
 #include "core/look.h"
 #include "core/ordered_jobs.h"
 #include "core/removal.h"
+#include "storage/compressed_kinds.h"
+#include "storage/zl_file.h"
 
 #include <algorithm>
-#include <atomic>
+#include <new>
 #include <thread>
+#include <utility>
 
 namespace kestrova
 {
 
 namespace
 {
+
+/// Of all streams that wait together, and of one file: its worker does not hear of a Stop
+/// meanwhile.
+constexpr std::int64_t mostOfStreams = std::int64_t{256} << 20;
+constexpr std::uint64_t largestDeflated = std::uint64_t{64} << 20;
 
 bool SameState(const platform::FileFacts& a, const platform::FileFacts& b)
 {
@@ -26,19 +35,26 @@ bool SameState(const platform::FileFacts& a, const platform::FileFacts& b)
 class UnpackedAhead::Job
 {
 public:
-    Job(Machine& machine, const Folders& folders, Tools tools, Path package, SourceOptions options)
-        : machine_(machine), tools_(std::move(tools)), package_(std::move(package)),
-          options_(std::move(options)), before_(LookAt(package_))
+    Job(UnpackedAhead& owner, Path package, SourceOptions options)
+        : owner_(owner), package_(std::move(package)), options_(std::move(options)),
+          before_(LookAt(package_))
     {
-        NotePlace(folders.program);
-        brought_.place =
-            std::make_shared<WorkFolder>(FreshPlaceIn(folders.program), WorkFolder::Make::Now);
+        NotePlace(owner.folders_.program);
+        brought_.place = std::make_shared<WorkFolder>(FreshPlaceIn(owner.folders_.program),
+                                                      WorkFolder::Make::Now);
         thread_ = std::jthread{[this] {
             status_ = Unpack();
+            if (status_ && owner_.deflate_ != DeflateAhead::Nothing)
+                Deflate();
             done_ = true;
         }};
     }
-    ~Job() { Stop(); }
+    ~Job()
+    {
+        Stop();
+        thread_.join();
+        owner_.GiveBack(brought_.streams);
+    }
     Job(const Job&) = delete;
     Job& operator=(const Job&) = delete;
 
@@ -68,9 +84,11 @@ private:
     };
 
     Status Unpack();
+    /// As far as room and Stop let it; what has no stream is deflated when it is stored.
+    void Deflate();
+    void DeflateOne(const Path& file);
 
-    Machine& machine_;
-    Tools tools_;
+    UnpackedAhead& owner_;
     Path package_;
     SourceOptions options_;
     Result<platform::FileFacts> before_;
@@ -83,7 +101,7 @@ private:
 
 Status UnpackedAhead::Job::Unpack()
 {
-    UnpackGuard guard{machine_, package_, brought_.place->Folder(), options_.limits};
+    UnpackGuard guard{owner_.machine_, package_, brought_.place->Folder(), options_.limits};
     UnzipOptions options;
     options.guard = &guard;
     options.namesAs = options_.namesAs;
@@ -91,14 +109,57 @@ Status UnpackedAhead::Job::Unpack()
     options.keepWhole = options_.keepWhole;
     ToolProgressState state{&progress_};
     state.quiet = true;
-    auto status = UnzipWithProgress(tools_, package_, brought_.place->Folder(), options, state);
+    auto status =
+        UnzipWithProgress(owner_.tools_, package_, brought_.place->Folder(), options, state);
     brought_.came = guard.Came();
     return status;
 }
 
-UnpackedAhead::UnpackedAhead(Machine& machine, Folders folders, Tools tools)
-    : machine_(machine), folders_(std::move(folders)), tools_(std::move(tools))
+void UnpackedAhead::Job::Deflate()
 {
+    const auto tree = ScanTree(brought_.place->Folder(), [this] { return progress_.Step(); });
+    if (!tree)
+        return;
+    for (const Path& file : tree->files) {
+        const std::string name = file.filename().native();
+        const bool becomesMp3 = owner_.deflate_ == DeflateAhead::AllButWaves &&
+                                EndsWithName(name, OnDisk::WavExtension);
+        if (progress_.Step() && IsCompressed(name) && !becomesMp3)
+            DeflateOne(file);
+    }
+}
+
+void UnpackedAhead::Job::DeflateOne(const Path& file)
+{
+    const auto facts = LookAtSpelled(file);
+    if (!facts || facts->size > largestDeflated)
+        return;
+    const auto size = static_cast<std::int64_t>(facts->size);
+    std::int64_t took = 0;
+    if ((owner_.room_ -= size) >= 0)
+        try {
+            if (const auto bytes = ReadWholeFile(file, largestDeflated)) {
+                std::string stream = CompressZlBytes(*bytes);
+                stream.shrink_to_fit();
+                took = static_cast<std::int64_t>(stream.size());
+                brought_.streams.Add(*facts, std::move(stream));
+            }
+        } catch (const std::bad_alloc&) {
+            took = 0; // it is deflated when it is stored
+        }
+    owner_.room_ += size - took;
+}
+
+UnpackedAhead::UnpackedAhead(Machine& machine, Folders folders, Tools tools, DeflateAhead deflate)
+    : machine_(machine), folders_(std::move(folders)), tools_(std::move(tools)), deflate_(deflate),
+      room_(mostOfStreams)
+{
+}
+
+void UnpackedAhead::GiveBack(ReadyStreams& streams)
+{
+    room_ += static_cast<std::int64_t>(streams.Bytes());
+    streams = {};
 }
 
 UnpackedAhead::~UnpackedAhead()
@@ -113,7 +174,7 @@ bool UnpackedAhead::Begin(const Path& package, const SourceOptions& options)
         return true;
     if (!IsPackage(package) || !FileExists(package) || jobs_.size() >= OrderedJobs::Cores())
         return false;
-    jobs_.push_back(std::make_unique<Job>(machine_, folders_, tools_, package, options));
+    jobs_.push_back(std::make_unique<Job>(*this, package, options));
     return true;
 }
 
@@ -132,12 +193,18 @@ std::optional<UnpackedAhead::Unpacked> UnpackedAhead::Take(const Path& package,
             return {};
         std::this_thread::sleep_for(slice);
     }
-    return job->Brought();
+    auto brought = job->Brought();
+    if (brought) {
+        GiveBack(streams_);
+        streams_ = std::exchange(brought->streams, {});
+    }
+    return brought;
 }
 
 void UnpackedAhead::Drop(const Path& package)
 {
     std::erase_if(jobs_, [&](const auto& job) { return job->Package() == package; });
+    GiveBack(streams_);
 }
 
 bool UnpackedAhead::DropAll()

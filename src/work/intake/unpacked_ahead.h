@@ -2,7 +2,9 @@
 
 #include "intake/package_sources.h"
 #include "packages/unzip.h"
+#include "storage/ready_streams.h"
 
+#include <atomic>
 #include <deque>
 
 namespace kestrova
@@ -10,8 +12,16 @@ namespace kestrova
 
 class WorkFolder;
 
+/// What workers deflate of what they have unpacked.
+enum class DeflateAhead {
+    Nothing,
+    All,         ///< that is stored deflated
+    AllButWaves, ///< those become mp3 first
+};
+
 /// Packages that workers unpack while the levels before them are still being taken in: as many at
-/// once as there are cores. What nobody takes goes at the end.
+/// once as there are cores. They deflate what came out, too, as far as some memory goes, so that no
+/// core waits for the largest file of the level before. What nobody takes goes at the end.
 class UnpackedAhead
 {
 public:
@@ -20,9 +30,10 @@ public:
         std::shared_ptr<WorkFolder> place;
         UnpackReport report;
         Amount came;
+        ReadyStreams streams; ///< of files in it
     };
 
-    UnpackedAhead(Machine& machine, Folders folders, Tools tools);
+    UnpackedAhead(Machine& machine, Folders folders, Tools tools, DeflateAhead deflate);
     ~UnpackedAhead();
     UnpackedAhead(const UnpackedAhead&) = delete;
     UnpackedAhead& operator=(const UnpackedAhead&) = delete;
@@ -33,6 +44,8 @@ public:
     /// The package, waited for. Nothing when it was not begun, was written to since, failed, or
     /// when the person stopped it: it is to be unpacked in the ordinary way then, which tells why.
     std::optional<Unpacked> Take(const Path& package, ProgressScope& progress);
+    /// Streams of files that came out of the package that was taken last.
+    [[nodiscard]] const ReadyStreams& Streams() const { return streams_; }
     /// Nobody wants it any more.
     void Drop(const Path& package);
     /// The same of all of them. False when there was none.
@@ -41,9 +54,15 @@ public:
 private:
     class Job;
 
+    /// The memory of streams that nobody needs any more.
+    void GiveBack(ReadyStreams& streams);
+
     Machine& machine_;
     Folders folders_;
     Tools tools_;
+    DeflateAhead deflate_;
+    std::atomic<std::int64_t> room_; ///< bytes of memory that streams may still take
+    ReadyStreams streams_;
     std::deque<std::unique_ptr<Job>> jobs_;
 };
 

@@ -1,4 +1,5 @@
 #include "sandbox/faults.h"
+#include "storage/ready_streams.h"
 #include "storage/zl_file.h"
 #include "world/world.h"
 
@@ -94,6 +95,33 @@ TEST(ZlFile, IsWholeOrNotThereWhereverItFails)
         if (!run.reached)
             break;
     }
+}
+
+TEST(ZlFile, AStreamThatWasMadeAheadIsTakenOnlyForItsOwnSource)
+{
+    using namespace std::string_literals;
+    World box;
+    box.Write("home/a.tr4", "abc");
+    const std::string stored = "\x78\x01\x01\x03\x00\xfc\xff\x61\x62\x63\x02\x4d\x01\x27"s;
+    const std::string own = CompressZlBytes("abc");
+    ASSERT_NE(stored, own);
+    for (const auto& [made, expected] :
+         {std::pair{stored, stored}, std::pair{CompressZlBytes("abd"), own},
+          std::pair{stored.substr(0, 9), own}, std::pair{"no stream"s, own}}) {
+        ASSERT_TRUE(CompressToZl(box / "home/a.tr4", box / "home/a.tr4.zl", made));
+        EXPECT_EQ(box.Read("home/a.tr4.zl"), expected) << made.size();
+    }
+
+    ReadyStreams ready;
+    ready.Add(platform::FactsOf(box / "home/a.tr4"), "stream");
+    std::filesystem::rename(box / "home/a.tr4", box / "home/b.tr4");
+    EXPECT_EQ(ready.Of(box / "home/b.tr4"), "stream") << "by another name";
+    EXPECT_EQ(ready.Bytes(), 6U);
+    box.Write("home/other", "abc");
+    EXPECT_EQ(ready.Of(box / "home/other"), "");
+    EXPECT_EQ(ready.Of(box / "home/none"), "");
+    box.Write("home/b.tr4", "abcd");
+    EXPECT_EQ(ready.Of(box / "home/b.tr4"), "") << "it was written to";
 }
 
 TEST(ZlFile, KeepsTheSourcesTime)

@@ -7,6 +7,7 @@
 #include "intake/unpacked_ahead.h"
 #include "levels/new_level.h"
 #include "sandbox/faults.h"
+#include "storage/zl_file.h"
 #include "upkeep/load_archive.h"
 #include "world/tool_box.h"
 #include "world/zip_builder.h"
@@ -378,7 +379,8 @@ TEST_F(AddQueueTest, FoldersAreTakenApartIntoTheirLevels)
 TEST_F(AddQueueTest, WorkersUnpackOnlyWhatStaysAsItIs)
 {
     const auto progress = box.host.BeginProgress(ProgressWindow::Progress, {});
-    UnpackedAhead ahead{box.machine, box.session.Folders(), ToolsOf(box.session)};
+    UnpackedAhead ahead{box.machine, box.session.Folders(), ToolsOf(box.session),
+                        DeflateAhead::AllButWaves};
     WriteLevelZip(box, "a.zip", "a.tr4", "a");
     box.Write("bad.zip", "no zip");
     box.Write("file.tr4", "no package");
@@ -390,8 +392,17 @@ TEST_F(AddQueueTest, WorkersUnpackOnlyWhatStaysAsItIs)
     {
         const auto came = ahead.Take(box / "a.zip", *progress);
         ASSERT_TRUE(came);
-        EXPECT_TRUE(FileExists(came->place->Folder() / "a.tr4"));
+        const Path level = came->place->Folder() / "a.tr4";
+        EXPECT_EQ(*ExpandZlBytes(ahead.Streams().Of(level), 1), "a");
+        EXPECT_EQ(ahead.Streams().Of(came->place->Folder() / "script.dat"), "");
     }
+    box.Write("wave.zip", BuildZip({{"a.tr4", "a"}, {"100.wav", "wave"}}));
+    ASSERT_TRUE(ahead.Begin(box / "wave.zip", {}));
+    const auto wave = ahead.Take(box / "wave.zip", *progress);
+    ASSERT_TRUE(wave);
+    EXPECT_EQ(ahead.Streams().Of(wave->place->Folder() / "100.wav"), "") << "it becomes an mp3";
+    ahead.Drop(box / "wave.zip");
+    EXPECT_EQ(ahead.Streams().Bytes(), 0U);
     ASSERT_TRUE(ahead.Begin(box / "bad.zip", {}));
     EXPECT_FALSE(ahead.Take(box / "bad.zip", *progress));
     ASSERT_TRUE(ahead.Begin(box / "a.zip", {}));
