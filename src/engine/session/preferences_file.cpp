@@ -47,7 +47,7 @@ Status WritePreferencesFile(const Folders& folders, PreferencesRecord& preferenc
     const std::string bytes = FormatPreferences(preferences);
     if (const auto old = ReadWholeFile(FileOf(folders), 1 << 20); old && *old == bytes)
         return {};
-    return WriteRecordFile(FileOf(folders), bytes);
+    return WriteDocument(FileOf(folders), bytes);
 }
 
 Status SavePreferencesNow(const Folders& folders, PreferencesRecord& preferences,

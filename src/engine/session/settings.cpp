@@ -189,7 +189,7 @@ Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
     const Path file = FileOf(programFolder);
     if (const auto old = ReadWholeFile(file, 1 << 20); old && *old == content)
         return {};
-    return WriteWholeFile(file, content);
+    return WriteKeptFile(file, content);
 }
 
 void KeepExactFolder(ProgramSettings& settings, const std::string& field, const std::string& folder)

@@ -163,6 +163,21 @@ Result<std::optional<std::string>> ReadFileIfThere(const Path& file, std::uint64
     return MakeFailure(ErrorCode::CannotRead, TextOf(*place), failure);
 }
 
+Result<std::optional<std::string>> ReadKeptFile(const Path& file, std::uint64_t limit)
+{
+    auto content = ReadFileIfThere(file, limit);
+    if (!content || *content)
+        return content;
+    const auto place = FindPath(file);
+    const auto free = place ? IsFree(*place) : Result<bool>{place.Error()};
+    if (!free)
+        return free.Error();
+    if (!*free)
+        return MakeFailure(ErrorCode::CannotRead, TextOf(*place),
+                           std::make_error_code(std::errc::no_such_file_or_directory));
+    return content;
+}
+
 Result<std::string> HashIfThere(const Path& file)
 {
     const auto place = FindPath(file);

@@ -29,6 +29,10 @@ Result<Path> FreeNumbered(const Path& file);
 /// The file's bytes; no value where there is no file.
 Result<std::optional<std::string>> ReadFileIfThere(const Path& file,
                                                    std::uint64_t limit = UINT64_C(1) << 32);
+/// The same for a file that a person may keep elsewhere behind a link: `CannotRead` for a link that
+/// leads nowhere now, since what it led to may come back.
+Result<std::optional<std::string>> ReadKeptFile(const Path& file, std::uint64_t limit = UINT64_C(1)
+                                                                                        << 32);
 /// True for facts of one and the same file or folder, which is there.
 bool IsSameThing(const platform::FileFacts& a, const platform::FileFacts& b);
 /// True when both names lead to one folder, in whatever spelling, through whatever links.

@@ -188,6 +188,12 @@ Status WriteDocument(const Path& target, std::string_view content)
     return place ? WriteRecordFile(*place, content) : place.Error();
 }
 
+Status WriteKeptFile(const Path& target, std::string_view content)
+{
+    const auto place = BehindLinks(target);
+    return place ? WriteWholeFile(*place, content) : place.Error();
+}
+
 namespace
 {
 

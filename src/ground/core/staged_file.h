@@ -74,6 +74,8 @@ Status WriteRecordFile(const Path& target, std::string_view content, bool flush 
 /// A binary record that is the person's own document: where it is a link, the person chose it, and
 /// the file behind it is written.
 Status WriteDocument(const Path& target, std::string_view content);
+/// The same for a text: it is the whole content.
+Status WriteKeptFile(const Path& target, std::string_view content);
 
 /// Removes what staged files of killed programs left in a folder.
 void ClearStagedLeftovers(const Path& folder);

@@ -53,15 +53,18 @@ Status KeepExactNames(const Archive& archive)
     const Path file = ExactNamesFile(archive.header);
     if (file.empty())
         return {}; // a list without a folder has no levels
-    const auto bytes = ReadFileIfThere(file, longestExactNames);
+    const auto bytes = ReadKeptFile(file, longestExactNames);
     if (!bytes)
         return bytes.Error();
+    bool isOurs = false; // and so is what a link leads to
     if (*bytes) {
         names = ParseExactNames(**bytes);
+        isOurs = FormatExactNames(names) == **bytes;
         if (!MergeExactNames(names, archive.levels))
             return {};
     }
-    return WriteWholeFile(file, FormatExactNames(names));
+    const std::string text = FormatExactNames(names);
+    return isOurs ? WriteKeptFile(file, text) : WriteWholeFile(file, text);
 }
 
 } // namespace

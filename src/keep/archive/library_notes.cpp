@@ -78,7 +78,7 @@ private:
 /// No value where there is no file.
 Result<std::optional<LibraryFile>> ReadLibrary(const Path& file)
 {
-    const auto text = ReadFileIfThere(file, longestLibrary);
+    const auto text = ReadKeptFile(file, longestLibrary);
     if (!text)
         return text.Error();
     if (!*text)
@@ -145,7 +145,8 @@ public:
                 return MakeFailure(ErrorCode::CannotWrite, TextOf(file_), failure);
             aside = *name;
         }
-        if (auto status = WriteWholeFile(file_, text); !status)
+        // What a link leads to is written only where it was read as such a file.
+        if (auto status = WriteKeptFile(file_, text); !status)
             return status.Error();
         return aside;
     }

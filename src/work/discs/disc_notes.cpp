@@ -71,7 +71,7 @@ Path DiscNoteOf(const Path& levels)
 Result<DiscNote> ReadDiscNote(const Path& levels)
 {
     const Path file = DiscNoteOf(levels);
-    const auto text = ReadFileIfThere(file, longestDiscNote);
+    const auto text = ReadKeptFile(file, longestDiscNote);
     if (!text)
         return text.Error();
     if (!*text)
@@ -85,7 +85,7 @@ Result<DiscNote> ReadDiscNote(const Path& levels)
 Status WriteDiscNote(const Path& levels, const DiscNote& note)
 {
     const Path file = DiscNoteOf(levels);
-    return note.discs.empty() ? DeleteSpelled(file) : WriteWholeFile(file, FormatDiscNote(note));
+    return note.discs.empty() ? DeleteSpelled(file) : WriteKeptFile(file, FormatDiscNote(note));
 }
 
 Result<std::vector<NotedFile>> ListFilesToNote(const Path& files, const Heartbeat& heartbeat,

@@ -32,7 +32,7 @@ Status SaveUrlList(const Path& file, const UrlList& list)
     const auto bytes = FormatUrlList(list);
     if (!bytes)
         return Failure{ErrorCode::Refused, TextOf(file), GetMsg(Msg::UrlListTooLong)};
-    return WriteRecordFile(file, *bytes);
+    return WriteDocument(file, *bytes);
 }
 
 } // namespace kestrova

@@ -232,6 +232,15 @@ TEST_F(Files, ALinkIsWrittenThroughOnlyWhereItIsThePersonsDocument)
     ASSERT_TRUE(WriteDocument(box / "link", "a document"));
     EXPECT_EQ(box.Read("elsewhere"), "a documenty else") << "the old longer tail stays";
     EXPECT_TRUE(std::filesystem::is_symlink(box / "link"));
+    ASSERT_TRUE(WriteKeptFile(box / "link", "a note"));
+    EXPECT_EQ(box.Read("elsewhere"), "a note");
+    EXPECT_TRUE(std::filesystem::is_symlink(box / "link"));
+    EXPECT_EQ(*ReadKeptFile(box / "LINK"), "a note");
+    link("nowhere");
+    const auto away = ReadKeptFile(box / "link");
+    ASSERT_FALSE(away) << "it is not nothing";
+    EXPECT_EQ(away.Error().code, ErrorCode::CannotRead);
+    EXPECT_TRUE(ReadKeptFile(box / "no such file"));
 
     box.Write("x/elsewhere", "of somebody else");
     std::filesystem::create_symlink("elsewhere", box / "x/.kv~lock");

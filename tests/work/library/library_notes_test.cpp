@@ -282,9 +282,22 @@ TEST(LibraryNotes, ADamagedFileIsSetAsideAndOneThatCannotBeReadIsLeftAlone)
     std::filesystem::create_symlink(world / "elsewhere.json", world / "levels/library.json");
     EXPECT_EQ(world.Note(code).stars, 2);
     EXPECT_TRUE(world.Mark({code}, 3));
-    EXPECT_NE(world.Read("elsewhere.json").find("\"stars\":2"), std::string::npos)
-        << "what a link leads to is not written";
+    EXPECT_NE(world.Read("elsewhere.json").find("\"stars\":3"), std::string::npos)
+        << "a link stays, and what it leads to is written";
+    EXPECT_TRUE(std::filesystem::is_symlink(world / "levels/library.json"));
     EXPECT_EQ(world.Note(code).stars, 3);
+    // A drive that is away takes nothing with it.
+    std::filesystem::rename(world / "elsewhere.json", world / "away.json");
+    EXPECT_FALSE(world.Mark({code}, 4));
+    EXPECT_EQ(findings().size(), 1U);
+    EXPECT_EQ(world.Add("Mist"), code + 2) << "a level comes in all the same";
+    EXPECT_TRUE(std::filesystem::is_symlink(world / "levels/library.json"));
+    EXPECT_FALSE(world.Has("elsewhere.json"));
+    // What is no file of notes is somebody else's.
+    world.Write("elsewhere.json", "alias ll='ls -l'");
+    EXPECT_TRUE(world.Mark({code}, 5));
+    EXPECT_EQ(world.Read("elsewhere.json"), "alias ll='ls -l'");
+    EXPECT_FALSE(std::filesystem::is_symlink(world / "levels/library.json"));
 }
 
 TEST(LibraryNotes, MarksAreRefusedInWordsAndChangeNothingThen)
