@@ -323,6 +323,17 @@ Result<NotesChange> ChangeNotes(const Folders& folders, const Archive& archive,
     return done;
 }
 
+Status CoverFollows(const Folders& folders, const Archive& archive, LevelCode code,
+                    const std::string& from, const std::string& to)
+{
+    const auto note = NoteOf(folders, archive, code);
+    if (!note || !EqualNames(note->cover, from))
+        return note ? Status{} : Status{note.Error()};
+    const auto changed =
+        ChangeNotes(folders, archive, {code}, [&](LevelCode, LevelNote& now) { now.cover = to; });
+    return changed ? Status{} : Status{changed.Error()};
+}
+
 Status NoteAdded(const Folders& folders, const Archive& archive, LevelCode code,
                  std::int64_t seconds)
 {

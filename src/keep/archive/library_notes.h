@@ -67,6 +67,10 @@ Result<NotesChange> ChangeNotes(const Folders& folders, const Archive& archive,
 Status NoteAdded(const Folders& folders, const Archive& archive, LevelCode code,
                  std::int64_t seconds);
 
+/// A picture of the level has another name now: where it stands for the level, it still does.
+Status CoverFollows(const Folders& folders, const Archive& archive, LevelCode code,
+                    const std::string& from, const std::string& to);
+
 /// Where the notes lie; empty for a list without a folder.
 Path LibraryFileOf(const Folders& folders);
 

@@ -301,6 +301,8 @@ Status EndCounted(const Folders& folders, Archive& archive, const ProgramSetting
         if (archive.file == Path{change.archive})
             (void)CountOnce(archive.header, archive.levels, change);
     }
+    if (archive.file == Path{change.archive})
+        (void)FollowRenamedCover(folders, archive, change); // another picture stands for it then
     return EndChange(folders, settings, change);
 }
 

@@ -64,6 +64,17 @@ Result<std::optional<LevelCode>> OtherwiseMarked(const Folders& folders, const A
     return std::optional<LevelCode>{};
 }
 
+Status FollowRenamedCover(const Folders& folders, const Archive& archive, const Change& change)
+{
+    if (change.kind != ChangeKind::ShotRenamed || change.folders.size() != 1)
+        return {};
+    const ChangedFolder& renamed = change.folders.front();
+    if (renamed.before.size() != 1 || renamed.after.size() != 1)
+        return {};
+    return CoverFollows(folders, archive, change.code, renamed.before.front().name,
+                        renamed.after.front().name);
+}
+
 Status MarkAsSaid(const Folders& folders, const Archive& archive, const Change& change)
 {
     const auto levels = LevelsStillThere(folders, archive, change);

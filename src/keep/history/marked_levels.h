@@ -17,6 +17,9 @@ std::optional<Change> MarkingOf(Machine& machine, const Folders& folders, const 
 /// and that are still there; no value when all is as the change left it, or as it was before.
 Result<std::optional<LevelCode>> OtherwiseMarked(const Folders& folders, const Archive& archive,
                                                  const Change& change);
+/// After a change by which a picture has another name: where it stands for its level, it still
+/// does.
+Status FollowRenamedCover(const Folders& folders, const Archive& archive, const Change& change);
 /// Says all of it of the levels that are still there.
 Status MarkAsSaid(const Folders& folders, const Archive& archive, const Change& change);
 

@@ -3,6 +3,7 @@
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
+#include "archive/library_notes.h"
 #include "core/names.h"
 #include "formats/trle_folder.h"
 #include "history/changed_record.h"
@@ -20,6 +21,7 @@
 #include "swap/installed_language.h"
 #include "swap/mend_after_restart.h"
 #include "words/levels.h"
+#include "words/library.h"
 #include "words/undo.h"
 
 namespace kestrova
@@ -149,6 +151,15 @@ bool MakeByRecord(Session& session, const Change& back, const Change& entry)
     return false;
 }
 
+/// Of a picture that has its other name again.
+void LetCoverFollow(Session& session, const Change& back)
+{
+    const Folders folders = session.Folders();
+    if (const auto followed = FollowRenamedCover(folders, session.archive, back); !followed)
+        TellFailure(session.host, GetMsg(Msg::NotesNotWritten, {TextOf(LibraryFileOf(folders))}),
+                    followed.Error());
+}
+
 /// Files that change, and then what follows them.
 bool MakeByFiles(Session& session, const Change& back, const Change& entry, const Heartbeat& beat)
 {
@@ -165,6 +176,7 @@ bool MakeByFiles(Session& session, const Change& back, const Change& entry, cons
         return Tell(session, ChangeWaits(folders) ? Msg::UndoUnfinished : Msg::NotUndone, entry,
                     made.Error());
     WriteArchivedCount(back, back.archivedCount);
+    LetCoverFollow(session, back);
     if (!TakeRecord(session, back))
         return false; // the next start has it in the file
     const std::ptrdiff_t index = FindLevel(session.archive, back.code);

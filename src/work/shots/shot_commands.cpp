@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
+#include "archive/library_notes.h"
 #include "core/copying.h"
 #include "core/look.h"
 #include "history/changes.h"
@@ -12,6 +13,7 @@
 #include "shots/file_names.h"
 #include "shots/shot_changes.h"
 #include "shots/shot_files.h"
+#include "words/library.h"
 #include "words/shots.h"
 
 namespace kestrova
@@ -143,6 +145,16 @@ void NoteRenamed(Machine& machine, const Folders& folders, const Archive& archiv
     NoteDone(folders, settings, change);
 }
 
+void LetCoverFollow(Host& host, const Folders& folders, const Archive& archive, LevelCode code,
+                    const Path& shot, const Path& target)
+{
+    if (const auto followed = CoverFollows(folders, archive, code, shot.filename().native(),
+                                           target.filename().native());
+        !followed)
+        TellFailure(host, GetMsg(Msg::NotesNotWritten, {TextOf(LibraryFileOf(folders))}),
+                    followed.Error());
+}
+
 } // namespace
 
 bool AddShot(Session& session, ShotList& shots)
@@ -254,9 +266,12 @@ bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std
     if (failure)
         TellFailure(session.host, GetMsg(Msg::ShotRenameFailed),
                     MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure));
-    else
+    else {
         NoteRenamed(session.machine, session.Folders(), session.archive, session.settings,
                     shots.Code(), shot, target);
+        LetCoverFollow(session.host, session.Folders(), session.archive, shots.Code(), shot,
+                       target);
+    }
     Reload(session, shots);
     return !failure;
 }

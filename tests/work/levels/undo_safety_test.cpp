@@ -1,3 +1,4 @@
+#include "archive/library_notes.h"
 #include "history/changes.h"
 #include "history/standing.h"
 #include "levels/undo_world.h"
@@ -163,6 +164,31 @@ TEST(UndoOfNames, ThatDifferInCaseAlone)
     ASSERT_TRUE(world.Redo()) << world.host.AllTold();
     ASSERT_TRUE(world.Undo()) << world.host.AllTold();
     EXPECT_EQ(world.Held(), twins);
+}
+
+TEST(UndoOfNames, ThePictureThatStandsForALevelStillDoes)
+{
+    UndoWorld world;
+    world.host.AnswerAll(true);
+    const Folders folders = world.session.Folders();
+    const auto cover = [&] { return NoteOf(folders, world.session.archive, world.resting)->cover; };
+    const auto choose = [&](const std::string& name) {
+        return bool{ChangeNotes(folders, world.session.archive, {world.resting},
+                                [&](LevelCode, LevelNote& note) { note.cover = name; })};
+    };
+    ASSERT_TRUE(choose("One.bmp"));
+    ShotList shots = world.Shots("one.bmp");
+    const std::string folder = UndoWorld::Rested("screenshots/");
+    ASSERT_TRUE(RenameShotTo(world.session, shots, world / (folder + "one.bmp"), "dawn.bmp"));
+    EXPECT_EQ(cover(), "dawn.bmp");
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    EXPECT_EQ(cover(), "one.bmp");
+    ASSERT_TRUE(world.Redo()) << world.host.AllTold();
+    EXPECT_EQ(cover(), "dawn.bmp");
+    // One that is none of its business stays.
+    ASSERT_TRUE(choose("two.bmp"));
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    EXPECT_EQ(cover(), "two.bmp");
 }
 
 TEST(UndoOfNames, ThatNobodyWouldGive)
