@@ -27,6 +27,12 @@ expect 0 play 1 --no-start
 # The installed level once more: no lock is needed, and no file is written.
 hold "$box/home"
 expect 0 play 1 --no-start
+# A package for others is none of the archive's business.
+state() { (cd "$box/home" && find . -path ./swap/work -prune -o -type f -printf '%p %s %T@\n' | sort); }
+before=$(state)
+expect 0 publish "$box/from/noon" "$box/noon.zip" name=Noon
+[[ -s $box/noon.zip && $(state) == "$before" ]] || die "publish writes in the home"
+[[ -z $(find "$box/home" -maxdepth 1 -name '.kv~*' -type d) ]] || die "publish leaves its folder"
 release
 # The sanitizers write into pipes of their own and cannot work beside another tracer.
 if command -v strace >/dev/null && strace -o /dev/null true 2>/dev/null &&

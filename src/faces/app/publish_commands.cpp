@@ -1,9 +1,12 @@
 #include "app/publish_commands.h"
 
 #include "app/config_fields.h"
+#include "app/opening.h"
 #include "app/result_text.h"
 #include "conversion/mp3_choices.h"
 #include "core/file_kinds.h"
+#include "core/leftovers.h"
+#include "core/removal.h"
 #include "publish/finish_upload.h"
 #include "publish/upload_files.h"
 #include "publish/upload_lists.h"
@@ -11,6 +14,7 @@
 #include "publish/upload_steps.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
+#include "upkeep/leftovers.h"
 #include "words/commands.h"
 #include "words/config_commands.h"
 #include "words/menus.h"
@@ -190,7 +194,11 @@ bool Publish(Run& run)
         return DoneOrTold(session.host, zip.Error());
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
     progress->AllowStop();
-    UploadWizard wizard{session, *progress};
+    HearInterrupts();
+    // No level is touched, so whoever works on them need not end first.
+    NotePlacesIn(WorkNotes(session.Folders()));
+    const WorkFolder place{FreshPlaceIn(session.programFolder), WorkFolder::Make::Now};
+    UploadWizard wizard{session, *progress, place.Folder()};
     if (!Walk(run, wizard, *zip))
         return GiveUp(run);
     if (!FinishUpload(wizard, *zip))
@@ -220,7 +228,6 @@ std::span<const CommandRow> PublishCommands()
                       .mostWords = mostFields,
                       .options = {FlagOption("--config-only"), FlagOption("--mp3")},
                       .wrong = WrongPublish},
-         .touches = Touches::Stores,
          .run = Publish},
     };
     return rows;

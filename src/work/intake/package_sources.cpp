@@ -90,7 +90,7 @@ Status ExpandSource(Host& host, Machine& machine, const Folders& folders, const 
                     const Path& folder, const SourceOptions& options, ProgressScope& progress,
                     SourceReport& report)
 {
-    const WorkFolder expanded{UnpackingFolder(folders)};
+    const WorkFolder expanded{FreshPlaceIn(folders.program)};
     if (auto status = MakeFolders(expanded.Folder()); !status)
         return status;
     // All of them together become no more than one could.

@@ -1,6 +1,7 @@
 #include "publish/upload_files.h"
 
 #include "core/file_kinds.h"
+#include "formats/program_folder.h"
 #include "formats/trle_folder.h"
 #include "intake/folder_sources.h"
 #include "intake/source_choice.h"
@@ -92,6 +93,7 @@ bool AddSources(UploadWizard& wizard, const std::vector<Path>& sources, Subfolde
 {
     Session& session = wizard.session;
     SourceReport report;
+    report.unpacking = std::make_shared<WorkFolder>(InFolder(wizard.place, OnDisk::DirTempZip));
     SourceOptions options;
     options.leftOut = package;
     for (const Path& source : sources)

@@ -78,7 +78,7 @@ Status PutInPlace(UploadWizard& wizard, const AudioBatch& batch)
 
 Status Convert(UploadWizard& wizard, const std::vector<Path>& waves)
 {
-    const WorkFolder made{ResolvePath(InFolder(wizard.session.programFolder, OnDisk::DirTempMp3)),
+    const WorkFolder made{ResolvePath(InFolder(wizard.place, OnDisk::DirTempMp3)),
                           WorkFolder::Make::Now};
     if (!made.IsClear())
         return made.IsClear();

@@ -23,9 +23,9 @@ std::vector<UploadChoice> Choices(std::string_view codes, std::initializer_list<
 
 } // namespace
 
-UploadWizard::UploadWizard(Session& owner, ProgressScope& scope)
-    : session(owner), progress(scope),
-      work(ResolvePath(InFolder(owner.programFolder, OnDisk::DirTempConfig)), WorkFolder::Make::Now,
+UploadWizard::UploadWizard(Session& owner, ProgressScope& scope, const Path& folder)
+    : session(owner), progress(scope), place(folder.empty() ? owner.programFolder : folder),
+      work(ResolvePath(InFolder(place, OnDisk::DirTempConfig)), WorkFolder::Make::Now,
            [&scope] { return (void)scope.Step(), true; })
 {
 }

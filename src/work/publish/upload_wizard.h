@@ -35,8 +35,9 @@ struct UploadFile {
 };
 
 struct UploadWizard {
-    /// `scope` follows every long step; its Stop ends the step that runs.
-    UploadWizard(Session& owner, ProgressScope& scope);
+    /// `scope` follows every long step; its Stop ends the step that runs. `folder`: where the
+    /// wizard works; empty: in the program's folder, whose lock is held then.
+    UploadWizard(Session& owner, ProgressScope& scope, const Path& folder = {});
     UploadWizard(const UploadWizard&) = delete;
     UploadWizard& operator=(const UploadWizard&) = delete;
 
@@ -47,7 +48,8 @@ struct UploadWizard {
 
     Session& session;
     ProgressScope& progress;
-    WorkFolder work; ///< the package's files, copied here, so that the author's are never touched
+    const Path place; ///< where its folders of work are made
+    WorkFolder work;  ///< the package's files, copied here, so that the author's are never touched
     UploadStep step = UploadStep::Overview;
     /// What will be written, filled page by page as the steps are passed.
     LevelConfig config;
