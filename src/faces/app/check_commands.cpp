@@ -27,6 +27,8 @@ std::string_view WordOf(Mismatch kind)
         return "missing";
     case Mismatch::Differs:
         return "differs";
+    case Mismatch::BackupDamaged:
+        return "backup-damaged";
     case Mismatch::Unexpected:
         break;
     }
@@ -57,16 +59,6 @@ std::string_view WordOf(FileFault kind)
 bool WantsRepair(const Run& run)
 {
     return run.arguments.Has("--repair");
-}
-
-/// Every level that has a stored form.
-std::vector<LevelCode> AllCodes(const Archive& archive)
-{
-    std::vector<LevelCode> codes;
-    for (const LevelRecord& level : archive.levels)
-        if (level.levelCode != originalCode)
-            codes.push_back(level.levelCode);
-    return codes;
 }
 
 std::string WrongCheck(Run& run)
@@ -129,7 +121,7 @@ std::optional<std::vector<LevelCode>> CodesOf(Run& run)
         }
         codes.push_back(*code);
     }
-    return codes.empty() ? AllCodes(run.session.archive) : codes;
+    return codes.empty() ? LevelChecks::Everything(run.session) : codes;
 }
 
 /// A row of one level says no code, as ever.

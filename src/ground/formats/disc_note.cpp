@@ -1,6 +1,6 @@
 #include "formats/disc_note.h"
 
-#include "formats/record_json.h"
+#include "formats/noted_files_json.h"
 
 #include <set>
 
@@ -15,11 +15,7 @@ constexpr std::int64_t highestDisc = INT32_MAX;
 
 NoteJson JsonOf(const NotedLevel& level)
 {
-    NoteJson files = NoteJson::array();
-    for (const NotedFile& file : level.files)
-        files.push_back(
-            {{"name", Encoded(file.name)}, {"size", file.size}, {"hash", Encoded(file.hash)}});
-    return {{"code", level.code}, {"verified", level.verified}, {"files", std::move(files)}};
+    return {{"code", level.code}, {"verified", level.verified}, {"files", JsonOf(level.files)}};
 }
 
 NoteJson JsonOf(const NotedDisc& disc)
@@ -32,34 +28,6 @@ NoteJson JsonOf(const NotedDisc& disc)
             {"made", disc.made},         {"levels", std::move(levels)}};
 }
 
-/// A name below a folder, in whatever letters, that can lead nowhere else.
-bool StaysBelow(std::string_view name)
-{
-    if (name.find('\0') != std::string_view::npos)
-        return false;
-    for (;;) {
-        const std::size_t slash = name.find('/');
-        const std::string_view part = name.substr(0, slash);
-        if (part.empty() || part == "." || part == "..")
-            return false;
-        if (slash == std::string_view::npos)
-            return true;
-        name.remove_prefix(slash + 1);
-    }
-}
-
-bool ReadFiles(NoteReader& reader, std::vector<NotedFile>& files)
-{
-    bool sound = true;
-    reader.List("files", [&](NoteReader& entry, const NoteJson&) {
-        const auto size = entry.Number<std::int64_t>("size");
-        NotedFile file{entry.Text("name"), static_cast<std::uint64_t>(size), entry.Text("hash")};
-        sound = sound && size >= 0 && StaysBelow(file.name) && IsContentHash(file.hash);
-        files.push_back(std::move(file));
-    });
-    return sound;
-}
-
 bool ReadLevels(NoteReader& reader, std::vector<NotedLevel>& levels)
 {
     bool sound = true;
@@ -68,7 +36,7 @@ bool ReadLevels(NoteReader& reader, std::vector<NotedLevel>& levels)
         NotedLevel level;
         level.code = entry.Number<LevelCode>("code");
         level.verified = entry.Flag("verified");
-        sound = ReadFiles(entry, level.files) && sound && codes.insert(level.code).second;
+        sound = ReadNotedFiles(entry, level.files) && sound && codes.insert(level.code).second;
         levels.push_back(std::move(level));
     });
     return sound;

@@ -63,6 +63,7 @@ inline constexpr std::string_view DirNewBackup = "\\.kv~backup_new";
 inline constexpr std::string_view DirOldBackup = "\\.kv~backup_old";
 inline constexpr std::string_view FragChecked = "\\swap\\checked";
 inline constexpr std::string_view FragBackupNote = "\\swap\\backup";
+inline constexpr std::string_view FragBackupContent = "\\swap\\backup-content";
 inline constexpr std::string_view FragAsideBackup = "\\backup_trle_~1";
 inline constexpr std::string_view FragUnpacking = "\\.kv~unpack";
 

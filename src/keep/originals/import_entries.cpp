@@ -10,6 +10,7 @@
 #include "formats/record_json.h"
 #include "history/undo_entries.h"
 #include "history/work_note.h"
+#include "originals/backup_sums.h"
 #include "originals/file_names.h"
 
 #include <algorithm>
@@ -127,6 +128,13 @@ Result<std::optional<ImportNote>> ReadImportUnderway(const Folders& folders)
 
 Status WriteImportUnderway(const Folders& folders, const ImportNote& note)
 {
+    std::vector<Path> ofBackup;
+    for (const ImportPlace& place : note.places)
+        if (const auto relative = SafeRelative(place.name);
+            relative && place.tree == ImportTree::Backup)
+            ofBackup.push_back(*relative);
+    if (auto status = ForgetBackupFiles(folders, ofBackup); !status)
+        return status;
     return WriteWorkNote(ImportNotePath(folders), FormatImportNote(note));
 }
 

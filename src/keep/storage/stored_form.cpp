@@ -38,6 +38,7 @@ Result<Path> MakeStoredForm(Host& host, const SoundConverter& converter, const S
     CopyOptions compared;
     compared.verify = Verify::Content;
     compared.spelled = true;
+    compared.rights = plainRights; // a disc's files are read-only
     const auto done = [&](const Status& status) {
         return status ? Result<Path>{target} : Result<Path>{status.Error()};
     };

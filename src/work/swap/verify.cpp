@@ -10,12 +10,16 @@
 #include "formats/trle_folder.h"
 #include "history/players_files.h"
 #include "history/swap_journal_file.h"
+#include "originals/backup_sums.h"
 #include "originals/backup_waves.h"
+#include "platform/file_content.h"
 #include "platform/folder_memory.h"
 #include "storage/game_files.h"
 #include "swap/file_names.h"
 #include "swap/owned_files.h"
 #include "swap/placements.h"
+
+#include <map>
 
 namespace kestrova
 {
@@ -28,6 +32,58 @@ bool IsSpelledInBackup(const Path& backup, const Path& name)
 {
     const auto facts = LookAtSpelled(backup / name);
     return !facts || facts->kind == platform::FileKind::Folder;
+}
+
+/// What is noted of the backup's files, each asked for once.
+class NotedBackup
+{
+public:
+    explicit NotedBackup(const std::vector<NotedFile>& noted)
+    {
+        for (const NotedFile& file : noted)
+            hashes_.emplace(file.name, file.hash);
+    }
+    /// Empty where nothing is noted.
+    std::string Take(const Path& relative)
+    {
+        auto found = hashes_.extract(relative.native());
+        return found.empty() ? std::string{} : std::move(found.mapped());
+    }
+    /// Files that nobody asked for are not there.
+    void AddGone(std::vector<Difference>& found) const
+    {
+        for (const auto& [name, hash] : hashes_)
+            found.push_back({Mismatch::BackupDamaged, Readable(ToBackslashes(name))});
+    }
+
+private:
+    std::map<std::string, std::string> hashes_; ///< by name
+};
+
+bool Holds(const Path& file, const std::string& hash)
+{
+    std::string now;
+    return !platform::HashOfFile(file, now) && now == hash;
+}
+
+/// One original against the file in its place. Of two that differ the note tells which one is not
+/// as it was.
+Status CompareOriginal(const Path& original, const Path& place, const std::string& name,
+                       const std::string& noted, std::vector<Difference>& found)
+{
+    const auto stands = IsFile(place);
+    if (!stands)
+        return stands.Error();
+    if (*stands && SameContent(original, place))
+        return {};
+    const bool isSound = noted.empty() || Holds(original, noted);
+    if (!isSound)
+        found.push_back({Mismatch::BackupDamaged, name});
+    if (!*stands)
+        found.push_back({Mismatch::Missing, name});
+    else if (isSound || !Holds(place, noted))
+        found.push_back({Mismatch::Differs, name});
+    return {};
 }
 
 Status CompareWithBackup(const Folders& folders, const PreferencesRecord& preferences,
@@ -49,18 +105,22 @@ Status CompareWithBackup(const Folders& folders, const PreferencesRecord& prefer
     const auto tree = ScanTree(backup);
     if (!tree)
         return tree.Error();
+    const auto noted = NotedBackupFiles(folders);
+    if (!noted)
+        return noted.Error();
+    NotedBackup sums{*noted};
     for (const Path& file : tree->files) {
         const Path relative = file.lexically_relative(backup);
-        if (isLevels(relative) || isReplaced(relative) || IsPlayersPlace(relative))
-            continue;
-        const auto stands = IsFile(trle / relative);
-        if (!stands)
-            return stands.Error();
-        if (!*stands)
-            found.push_back({Mismatch::Missing, Readable(ToBackslashes(relative))});
-        else if (!SameContent(file, trle / relative))
-            found.push_back({Mismatch::Differs, Readable(ToBackslashes(relative))});
+        const std::string hash = sums.Take(relative);
+        const std::string name = Readable(ToBackslashes(relative));
+        if (!isLevels(relative) && !isReplaced(relative) && !IsPlayersPlace(relative)) {
+            if (auto status = CompareOriginal(file, trle / relative, name, hash, found); !status)
+                return status;
+        } else if (!hash.empty() && !Holds(file, hash)) {
+            found.push_back({Mismatch::BackupDamaged, name});
+        }
     }
+    sums.AddGone(found);
     for (const std::string_view fragment : {OnDisk::DirData, OnDisk::DirAudio}) {
         const auto twins = CaseTwins(InFolder(trle, fragment));
         if (!twins)

@@ -5,7 +5,12 @@
 namespace kestrova
 {
 
-enum class Mismatch { Missing, Differs, Unexpected };
+enum class Mismatch {
+    Missing,
+    Differs,
+    Unexpected,
+    BackupDamaged ///< a file of the backup is not what was noted when it was made
+};
 struct Difference {
     Mismatch kind = Mismatch::Missing;
     std::string file;

@@ -7,10 +7,14 @@
 #include "session/held_folders.h"
 #include "session/operation.h"
 #include "session/telling.h"
+#include "swap/backup_state.h"
+#include "swap/verify_backup.h"
 #include "upkeep/last_check.h"
+#include "upkeep/repair_backup.h"
 #include "words/check.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 namespace kestrova
@@ -21,6 +25,8 @@ namespace
 
 std::string NameOfLevel(const Archive& archive, LevelCode code)
 {
+    if (code == originalCode)
+        return GetMsg(Msg::RepairFromBackup);
     return Readable(LevelNameOf(archive, code));
 }
 
@@ -34,6 +40,17 @@ Noting MayNote(Session& session)
 
 } // namespace
 
+std::vector<LevelCode> LevelChecks::Everything(const Session& session)
+{
+    std::vector<LevelCode> codes;
+    for (const LevelRecord& level : session.archive.levels)
+        if (level.levelCode != originalCode)
+            codes.push_back(level.levelCode);
+    if (!BackupIsAway(session.Folders()))
+        codes.push_back(originalCode);
+    return codes;
+}
+
 bool LevelChecks::Check(const std::vector<LevelCode>& codes)
 {
     const Operation running{session_};
@@ -43,6 +60,7 @@ bool LevelChecks::Check(const std::vector<LevelCode>& codes)
     repaired_.clear();
     notedNow_.clear();
     levels_ = files_ = 0;
+    isChecked_ = false;
     isRepaired_ = false;
     const auto progress =
         session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CheckUnderWay));
@@ -73,8 +91,10 @@ void LevelChecks::Note(std::vector<LevelCode> checked) const
 
 bool LevelChecks::CheckOne(LevelCode code, ProgressScope& progress)
 {
-    auto found = VerifyLevel(session_.Folders(), session_.archive, code, noting_,
-                             [&] { return progress.Step(); });
+    const Heartbeat beat = [&] { return progress.Step(); };
+    auto found = code == originalCode
+                     ? VerifyBackup(session_.Folders(), noting_, beat)
+                     : VerifyLevel(session_.Folders(), session_.archive, code, noting_, beat);
     const std::string name = NameOfLevel(session_.archive, code);
     if (!found) {
         const Failure& failure = found.Error();
@@ -86,10 +106,13 @@ bool LevelChecks::CheckOne(LevelCode code, ProgressScope& progress)
         unchecked_.push_back({code, name, std::move(reason)});
         return true;
     }
-    ++levels_;
-    files_ += found->files;
-    if (found->isNotedNow)
-        notedNow_.push_back(code);
+    if (code != originalCode) {
+        ++levels_;
+        files_ += found->files;
+        if (found->isNotedNow)
+            notedNow_.push_back(code);
+    }
+    isChecked_ = true;
     for (LevelFault& fault : found->faults)
         rows_.push_back({code, name, std::move(fault), {}, {}});
     return true;
@@ -98,7 +121,12 @@ bool LevelChecks::CheckOne(LevelCode code, ProgressScope& progress)
 void LevelChecks::FindSources(ProgressScope& progress)
 {
     RepairSources sources{session_};
+    std::map<LevelCode, std::set<std::string>> faulty;
+    for (const CheckedRow& row : rows_)
+        faulty[row.code].insert(row.fault.stored);
     for (CheckedRow& row : rows_) {
+        if (!row.fault.noted && row.fault.kind != FileFault::Unexpected)
+            sources.Discs().NoteFault(row.code, faulty[row.code], row.fault);
         if (!row.fault.noted || row.fault.kind == FileFault::InTheWay)
             continue;
         progress.SetLabel(GetMsg(Msg::RepairLooking, {row.fault.file}));
@@ -122,7 +150,9 @@ bool LevelChecks::RepairOne(LevelCode code, RepairSources& sources, ProgressScop
     for (const CheckedRow& row : rows_)
         if (row.code == code)
             checked.faults.push_back(row.fault);
-    const auto done = RepairLevel(session_, code, checked, sources, progress);
+    const auto done = code == originalCode
+                          ? RepairBackup(session_, checked, sources, progress)
+                          : RepairLevel(session_, code, checked, sources, progress);
     if (!done) {
         if (done.Error().code != ErrorCode::Stopped)
             TellFailure(session_.host,

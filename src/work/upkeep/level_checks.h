@@ -27,7 +27,10 @@ class LevelChecks
 public:
     explicit LevelChecks(Session& session) : session_(session) {}
 
-    /// Checks these levels; what was known of them before goes. False when it was stopped: what was
+    /// Every level that has a stored form, and the backup of the originals, if there is one.
+    static std::vector<LevelCode> Everything(const Session& session);
+    /// Checks these levels, of which the original configuration's code stands for the backup of its
+    /// files; what was known of them before goes. False when it was stopped: what was
     /// found until then is there.
     bool Check(const std::vector<LevelCode>& codes);
     /// Brings back what can be, from `offered` too where it is not empty, and checks those levels
@@ -45,7 +48,7 @@ public:
     [[nodiscard]] const std::vector<LevelCode>& NotedNow() const { return notedNow_; }
     /// How many of the rows are harm.
     [[nodiscard]] std::size_t Harmed() const;
-    [[nodiscard]] bool IsChecked() const { return levels_ > 0 || !unchecked_.empty(); }
+    [[nodiscard]] bool IsChecked() const { return isChecked_ || !unchecked_.empty(); }
     /// What came of it, in one sentence or some.
     [[nodiscard]] std::string Summary() const;
     /// The rows as text, one a line, for the clipboard.
@@ -70,6 +73,7 @@ private:
     std::vector<LevelCode> notedNow_;
     std::size_t levels_ = 0;
     std::size_t files_ = 0;
+    bool isChecked_ = false;
     bool isRepaired_ = false;
 };
 

@@ -29,7 +29,7 @@ bool HasSizeOf(const StoredEntry& noted, std::uint64_t size)
 } // namespace
 
 RepairSources::RepairSources(Session& session)
-    : session_(session), unpacked_(FreshPlaceIn(session.programFolder))
+    : session_(session), discs_(session), unpacked_(FreshPlaceIn(session.programFolder))
 {
 }
 
@@ -130,6 +130,13 @@ void RepairSources::AddOffered(const StoredEntry& noted, Candidates& found) cons
     }
 }
 
+void RepairSources::AddDiscs(LevelCode code, const StoredEntry& noted, Candidates& found)
+{
+    for (const std::string& hash : {noted.hash, noted.from ? noted.from->hash : std::string{}})
+        for (DiscSources::OnDisc& each : discs_.Holding(code, hash))
+            found.push_back({std::move(each.file), GetMsg(Msg::RepairFromDisc, {each.label})});
+}
+
 std::optional<FoundContent> RepairSources::Find(LevelCode code, const StoredEntry& noted,
                                                 const Heartbeat& beat)
 {
@@ -158,7 +165,11 @@ std::optional<FoundContent> RepairSources::Find(LevelCode code, const StoredEntr
     Candidates far;
     AddOtherLevels(noted, far, beat);
     AddOffered(noted, far);
-    return firstOf(far);
+    if (auto found = firstOf(far))
+        return found;
+    Candidates discs; // which are slow
+    AddDiscs(code, noted, discs);
+    return firstOf(discs);
 }
 
 Status RepairSources::Unpack(const Path& package, ProgressScope& progress)

@@ -3,6 +3,7 @@
 #include "core/removal.h"
 #include "formats/stored_note.h"
 #include "session/session.h"
+#include "upkeep/disc_sources.h"
 
 #include <map>
 #include <memory>
@@ -30,9 +31,12 @@ public:
     /// level deep. Nothing that they hold is taken by its name.
     Status Offer(const Path& source, ProgressScope& progress);
     /// The first place that holds it: the Level Editor's folder, its backup, the vault, what the
-    /// level keeps for undoing, another level of the archive, what the person offered.
+    /// level keeps for undoing, another level of the archive, what the person offered, a disc of
+    /// the archive that is at hand.
     std::optional<FoundContent> Find(LevelCode code, const StoredEntry& noted,
                                      const Heartbeat& beat);
+    /// What is known of the archive's discs.
+    DiscSources& Discs() { return discs_; }
 
 private:
     /// A file that may be it, by its size at most.
@@ -47,6 +51,7 @@ private:
     void AddKeptForUndo(LevelCode code, const StoredEntry& noted, Candidates& found) const;
     void AddOtherLevels(const StoredEntry& noted, Candidates& found, const Heartbeat& beat);
     void AddOffered(const StoredEntry& noted, Candidates& found) const;
+    void AddDiscs(LevelCode code, const StoredEntry& noted, Candidates& found);
     void IndexLevels(const Heartbeat& beat);
     void IndexFolder(const Path& home, const std::string& where);
     Status OfferFolder(const Path& folder, ProgressScope& progress);
@@ -55,6 +60,7 @@ private:
     const std::string& HashOf(const Path& file);
 
     Session& session_;
+    DiscSources discs_;
     WorkFolder unpacked_;                                    ///< of offered packages
     std::unordered_multimap<std::string, Candidate> byHash_; ///< files of levels, as they are noted
     bool isIndexed_ = false;

@@ -185,11 +185,7 @@ void DoctorDialog::CheckChosen()
 
 void DoctorDialog::CheckAll()
 {
-    std::vector<LevelCode> codes;
-    for (const LevelRecord& level : session_.archive.levels)
-        if (level.levelCode != originalCode)
-            codes.push_back(level.levelCode);
-    Check(codes);
+    Check(LevelChecks::Everything(session_));
 }
 
 void DoctorDialog::Repair(const Path& offered)

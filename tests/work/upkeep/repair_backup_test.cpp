@@ -1,0 +1,149 @@
+#include "upkeep/repair_backup.h"
+
+#include "originals/backup_sums.h"
+#include "originals/imported_files.h"
+#include "originals/vault.h"
+#include "sandbox/faults.h"
+#include "swap/backup.h"
+#include "swap/verify.h"
+#include "swap/verify_backup.h"
+#include "upkeep/repair_world.h"
+
+namespace kestrova::testing
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+/// A backup as the program makes it, with what is noted of it.
+class BackupWorld : public RepairWorld
+{
+public:
+    static constexpr const char* original = "home/backup_trle/Script.dat";
+
+    BackupWorld()
+    {
+        fs::remove_all(root / "home/backup_trle");
+        Write("trle/Script.dat", "the original script");
+        Write("trle/graphics/wads/deep.wad", "a wad");
+        EXPECT_TRUE(MakeTrleBackup(session, true, {BackupForm::Full, true})) << host.AllTold();
+        made = Snapshot("home/backup_trle");
+    }
+    /// What a look at the Level Editor's folder says of a file; nothing: it says nothing.
+    std::vector<Mismatch> Said(const std::string& file)
+    {
+        std::vector<Mismatch> kinds;
+        const auto found = VerifyFolder(session);
+        EXPECT_TRUE(found);
+        for (const Difference& difference : found ? *found : std::vector<Difference>{})
+            if (difference.file == file)
+                kinds.push_back(difference.kind);
+        return kinds;
+    }
+    bool RepairIt(const Path& offered = {})
+    {
+        LevelChecks checks{session};
+        return checks.Check({originalCode}) && checks.Repair(offered) && checks.Harmed() == 0;
+    }
+    FileContents made;
+};
+
+} // namespace
+
+TEST(RepairBackup, TellsADamagedBackupFromAChangedFolderAndBringsItBack)
+{
+    BackupWorld world;
+    const std::vector<Mismatch> damaged{Mismatch::BackupDamaged};
+    EXPECT_TRUE(world.Said("\\Script.dat").empty());
+    world.Write("trle/Script.dat", "a changed script");
+    EXPECT_EQ(world.Said("\\Script.dat"), std::vector<Mismatch>{Mismatch::Differs});
+    world.Write("trle/Script.dat", "the original script");
+    world.Write(BackupWorld::original, "the original scrixt");
+    EXPECT_EQ(world.Said("\\Script.dat"), damaged);
+    fs::remove(world / "home/backup_trle/graphics/wads/deep.wad");
+    EXPECT_EQ(world.Said("\\graphics\\wads\\deep.wad"), damaged);
+
+    LevelChecks checks{world.session};
+    ASSERT_TRUE(checks.Check(LevelChecks::Everything(world.session)));
+    ASSERT_EQ(checks.Rows().size(), 2U);
+    for (const CheckedRow& row : checks.Rows()) {
+        EXPECT_EQ(row.code, originalCode);
+        EXPECT_EQ(row.source, "the Level Editor's folder") << row.fault.file;
+    }
+    EXPECT_TRUE(checks.Repair({})) << world.host.AllTold();
+    EXPECT_EQ(checks.Harmed(), 0U);
+    EXPECT_EQ(world.Snapshot("home/backup_trle"), world.made);
+    const auto kept = KeptFiles(world.session.Folders());
+    ASSERT_TRUE(kept && kept->size() == 1) << "what was replaced is kept";
+    EXPECT_EQ(*ReadWholeFile(kept->front().content), "the original scrixt");
+}
+
+TEST(RepairBackup, TakesNothingThatIsNotTheVeryFile)
+{
+    BackupWorld world;
+    world.Write("trle/Script.dat", "a changed script");
+    world.Write(BackupWorld::original, "the original scrixt");
+    EXPECT_EQ(world.Said("\\Script.dat"),
+              (std::vector<Mismatch>{Mismatch::BackupDamaged, Mismatch::Differs}));
+    const FileContents before = world.Snapshot("home/backup_trle");
+    EXPECT_FALSE(world.RepairIt());
+    EXPECT_EQ(world.Snapshot("home/backup_trle"), before);
+    world.Write("download/other name.bin", "the original script");
+    EXPECT_TRUE(world.RepairIt(world / "download")) << world.host.AllTold();
+    EXPECT_EQ(world.Snapshot("home/backup_trle"), world.made);
+    EXPECT_EQ(world.Read("trle/Script.dat"), "a changed script")
+        << "the folder is not its business";
+}
+
+TEST(RepairBackup, ClaimsNothingOfWhatNobodyNotedOrTheProgramChanged)
+{
+    BackupWorld world;
+    const Folders folders = world.session.Folders();
+    {
+        ImportedFiles import{world.machine, folders, "wads"};
+        ASSERT_TRUE(import.Watch({{ImportTree::Backup, "\\Script.dat", {}, {}}}));
+        world.Write(BackupWorld::original, "came with an import");
+        ASSERT_TRUE(import.End());
+    }
+    EXPECT_EQ(world.Said("\\Script.dat"), std::vector<Mismatch>{Mismatch::Differs});
+    auto checked = VerifyBackup(folders, Noting::No);
+    ASSERT_TRUE(checked);
+    EXPECT_TRUE(checked->faults.empty());
+    // The next check notes it, and then it is known.
+    ASSERT_TRUE(VerifyBackup(folders, Noting::Yes));
+    world.Write(BackupWorld::original, "damaged after that");
+    checked = VerifyBackup(folders, Noting::Yes);
+    ASSERT_TRUE(checked && checked->faults.size() == 1);
+    EXPECT_EQ(checked->faults.front().kind, FileFault::Differs);
+
+    // Another folder in its place is another backup, and a damaged note says nothing.
+    fs::copy(world / "home/backup_trle", world / "copy", fs::copy_options::recursive);
+    fs::rename(world / "home/backup_trle", world / "home/backup_trle_1");
+    fs::rename(world / "copy", world / "home/backup_trle");
+    EXPECT_TRUE(VerifyBackup(folders, Noting::No)->faults.empty());
+    world.Write("home/swap/backup-content", "{\"version\":1}");
+    EXPECT_TRUE(VerifyBackup(folders, Noting::No)->faults.empty());
+    fs::remove_all(world / "home/backup_trle");
+    EXPECT_FALSE(VerifyBackup(folders, Noting::Yes));
+}
+
+TEST(RepairBackup, KilledAnywhereIsOldOrNewAndCanBeDoneAgain)
+{
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
+        BackupWorld world;
+        world.Write(BackupWorld::original, "the original scrixt");
+        const KillRun run = WithKillAt(step, [&] { return world.RepairIt(); });
+        SCOPED_TRACE("killed at step " + std::to_string(step) + ": " + run.call);
+        const std::string now = world.Read(BackupWorld::original);
+        EXPECT_TRUE(now == "the original scrixt" || now == "the original script") << now;
+        EXPECT_TRUE(world.RepairIt()) << world.host.AllTold();
+        EXPECT_EQ(world.Read(BackupWorld::original), "the original script");
+        if (!run.killed || HasFailure())
+            return TellPoints(step - 1, 5);
+    }
+    FAIL() << "never finished";
+}
+
+} // namespace kestrova::testing
