@@ -61,6 +61,21 @@ json 'j["noted"] == [1]'
 expect 0 verify 1 --json
 json 'j["noted"] == []'
 
+# A file of the backup is damaged: it is told from an original that was changed, and comes back.
+expect 0 original
+first=$(cd home/backup_trle && find . -type f -iname 'english.dat' | head -1)
+originals=$(tree home/backup_trle)
+printf X | dd of="home/backup_trle/$first" conv=notrunc status=none
+expect 1 verify
+said "backup-damaged"
+expect 1 verify --all --json
+json '[(at["code"], at["kind"]) for at in j["differences"]] == [(0, "differs")]'
+json '"the Level Editor" in j["differences"][0]["source"]'
+expect 0 verify --repair
+[[ $(tree home/backup_trle) == "$originals" ]] || die "the backup is not as it was made"
+expect 0 verify
+expect 0 verify 0
+
 # Words that say nothing.
 expect 2 verify 1 --all
 expect 2 verify --from download.zip

@@ -26,6 +26,7 @@
 #include "swap/sounds_left.h"
 #include "swap/swap_run.h"
 #include "swap/unknown_level.h"
+#include "words/check.h"
 #include "words/restore.h"
 #include "words/session.h"
 #include "words/storage.h"
