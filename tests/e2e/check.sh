@@ -69,9 +69,9 @@ printf X | dd of="home/backup_trle/$first" conv=notrunc status=none
 expect 1 verify
 said "backup-damaged"
 expect 1 verify --all --json
-json '[(at["code"], at["kind"]) for at in j["differences"]] == [(0, "differs")]'
-json '"the Level Editor" in j["differences"][0]["source"]'
-expect 0 verify --repair
+json '[(at["code"], at["kind"]) for at in j["differences"] if at["code"] == 0] == [(0, "differs")]'
+json '"the Level Editor" in j["differences"][-1]["source"]'
+expect 0 verify 0 --repair
 [[ $(tree home/backup_trle) == "$originals" ]] || die "the backup is not as it was made"
 expect 0 verify
 expect 0 verify 0
