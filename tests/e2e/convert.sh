@@ -28,8 +28,7 @@ converts() {
     appears 'Audio Converter tool'
     press alt+b
     appears 'Select target folder'
-    enter "$box/waves"
-    gone 'Select target folder'
+    chooses "$box/waves"
     appears 'Audio Converter tool'
     press alt+h # 4 bits
     press Return

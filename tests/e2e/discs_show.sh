@@ -110,7 +110,7 @@ json '{level["cd"] for level in j} == {0}'
 menu mnu_Tools mnu_Manutenzione mnu_MoveArc
 appears 'Select target folder'
 mkdir "$box/moved"
-enter "$box/moved"
+chooses "$box/moved"
 answers 'Folder archive moved in' Ok
 [[ $(files_of "$box/moved") == "$before" && ! -e $box/archive/LEVEL_0001 ]] || fails "the move"
 
@@ -122,7 +122,7 @@ rm "$box/my.kva"
 menu mnu_Tools mnu_Manutenzione mnu_Recover
 answers 'If you have lost' Ok
 appears 'Choose HD main folder'
-enter "$box/moved"
+chooses "$box/moved"
 answers 'Is archive to restore also on CD' No
 answers 'The archive is recovered. Levels: 5; with a number in place of a name: 0' Ok
 appears 'LevelArchive.*6 levels'

@@ -43,14 +43,14 @@ gone '^Kestrova$'
 appears '^Insert CD$'
 press alt+c
 appears 'Choose an image of disc'
-enter "$box/other.iso"
+chooses "$box/other.iso"
 appears '^Kestrova$' # a disc of another archive
 press Return
 gone '^Kestrova$'
 appears '^Insert CD$'
 press alt+c
 appears 'Choose an image of disc'
-enter "$box/moved.iso"
+chooses "$box/moved.iso"
 gone '^Insert CD$'
 soon shown 'practice game'
 screen=$(shown 'practice game')
@@ -76,7 +76,7 @@ appears 'Install archive from disc'
 press alt+f
 press Return
 appears 'Select an hard disk folder'
-enter "$box/target"
+chooses "$box/target"
 appears '^Kestrova$' # where it was saved
 press Return
 appears 'Cd_Archive.kva .2 levels'

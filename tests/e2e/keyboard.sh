@@ -13,14 +13,12 @@ start_windows
 appears 'Welcome to Kestrova'
 press alt+b
 appears 'Choose TR Level Editor folder'
-enter "$box/practice/trle"
-gone 'Choose TR Level Editor folder'
+chooses "$box/practice/trle"
 appears 'Welcome to Kestrova'
 press alt+i # it is original
 press alt+e
 appears 'Select main folder'
-enter "$box/archive"
-gone 'Select main folder'
+chooses "$box/archive"
 appears 'Welcome to Kestrova'
 press Return
 gone 'Welcome to Kestrova'
@@ -33,8 +31,7 @@ for level in "The Clockmaker's Attic" "The Drowned Observatory" "Winds over Kest
     types "$level"
     press alt+f
     appears 'Select source folder'
-    enter "$PWD/$level"
-    gone 'Select source folder'
+    chooses "$PWD/$level"
     if [[ -n $(find "$level" -mindepth 1 -type d) ]]; then
         appears '^Kestrova$' # sub-folders too?
         press alt+y

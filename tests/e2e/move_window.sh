@@ -15,11 +15,11 @@ start_windows
 appears 'my.kva .2 levels'
 press alt+t a m
 appears 'Select target folder'
-enter "$box/taken"
+chooses "$box/taken"
 appears '^Kestrova$' # levels lie there already
 press Return
 appears 'Select target folder'
-enter "$box/new home"
+chooses "$box/new home"
 appears '^Kestrova$' # it is there
 press Return
 gone '^Kestrova$'

@@ -15,8 +15,7 @@ drag 'my.kva' "$box/practice/packages/Seven Doors.zip"
 appears '^Kestrova$' # the wads of the lagoon: are they at hand?
 press alt+y
 appears 'Select wads file: lagoon_wads.zip'
-enter "$box/practice/packages/lagoon_wads.zip"
-gone 'Select wads file'
+chooses "$box/practice/packages/lagoon_wads.zip"
 appears 'Set name for new level'
 press Return # the level of the wads keeps its name
 appears '^Kestrova$' # the import is finished

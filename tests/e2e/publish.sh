@@ -32,8 +32,7 @@ gone '^Kestrova$'
 step 2
 press alt+f
 appears 'Select source folder'
-enter "$box/author"
-gone 'Select source folder'
+chooses "$box/author"
 step 2
 press Return
 appears '^Kestrova$' # is there no documentation?
@@ -67,8 +66,7 @@ printf '#!/bin/sh\nexit 14\n' >"$box/home/zip"
 chmod +x "$box/home/zip"
 press Return
 appears 'Save upload zip file'
-enter "$box/published"
-gone 'Save upload zip file'
+chooses "$box/published"
 appears '^Kestrova$' # why not
 press Return
 appears '^Kestrova$' other # what was typed is kept
@@ -86,8 +84,7 @@ press Return
 step 2
 press alt+f
 appears 'Select source folder'
-enter "$box/author"
-gone 'Select source folder'
+chooses "$box/author"
 for number in 2 3 4 5 6; do
     step $number
     press Return
@@ -95,8 +92,7 @@ done
 step 7
 press Return
 appears 'Save upload zip file'
-enter "$box/published"
-gone 'Save upload zip file'
+chooses "$box/published"
 appears '^Kestrova$' # where the zip is
 press Return
 gone 'Upload wizard'

@@ -21,8 +21,7 @@ gone '^ Help$'
 appears 'Compress TR Level Editor Setup'
 press alt+a
 appears 'Select compress trle setup'
-enter "$setup"
-gone 'Select compress'
+chooses "$setup"
 appears 'Compress TR Level Editor Setup'
 press Return
 appears '^Kestrova$' # it will last several minutes

@@ -27,6 +27,14 @@ expect 1 script show script.txt
 errs "UTF-16"
 expect 1 script show none.txt
 silent
+# A text that is no name does not bury the others.
+{ printf '[Strings]\n%0499dü' 0; head -c 3000000 /dev/zero | tr '\0' N; printf '\nlast\n'; } >long.txt
+expect 0 script show long.txt
+said "0 … (the first 500 of 3000501 bytes)"
+said "$(printf '2\tlast')"
+(($(wc -c <out) < 1000)) || die "a long text"
+expect 0 script show long.txt --json
+json "len(j['strings'][1]) == 3000500"
 
 # A level that comes as sources, and a compiler that finds its wads whatever their case.
 make_trle "$box/trle"

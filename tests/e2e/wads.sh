@@ -3,7 +3,8 @@
 . "$(dirname "$0")/common.bash"
 
 for words in "wads" "wads import" "wads look" "wads undo x" "wads undo --json" "wads import x --name y" \
-    "wads import x --name =y"; do
+    "wads import x --name =y" "wads import x --name a=[strings]" "wads import x --name a=;b" \
+    "wads import x --name a=b --name A=c"; do
     # shellcheck disable=SC2086
     expect 2 $words
 done
@@ -38,8 +39,10 @@ expect 0 wads undo
 said "lagoon_wads.zip"
 [[ $(both) == "$before" ]] || die "the undone import left something"
 
-expect 0 wads import "$wads" --name "Nobody=X"
+first=$(find "$trle" -iname english.txt -exec sed -n '/^\[Strings\]/{n;s/\r$//;p}' {} \;)
+expect 0 wads import "$wads" --name "Nobody=X" --name "The Lagoon=$first"
 errs "Nobody"
+errs "twice now, since another string is the same already: $first"
 expect 0 wads undo
 
 # Wads alone, without anything for the script, are imported as well as any.

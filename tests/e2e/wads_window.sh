@@ -25,8 +25,7 @@ gone '^ Help$'
 appears 'Import new/updated wads'
 press alt+a
 appears 'Select'
-enter "$box/practice/packages/lagoon_wads.zip"
-gone 'Select'
+chooses "$box/practice/packages/lagoon_wads.zip"
 appears 'Import new/updated wads'
 press alt+i
 appears 'Set name for new level'
@@ -53,8 +52,7 @@ press alt+t n
 appears 'Import new/updated wads'
 press alt+a
 appears 'Select'
-enter "$box/practice/packages/lagoon_wads.zip"
-gone 'Select'
+chooses "$box/practice/packages/lagoon_wads.zip"
 appears 'Import new/updated wads'
 press Escape
 appears '^Kestrova$'

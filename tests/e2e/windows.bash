@@ -141,6 +141,23 @@ types() {
     xdotool type --delay 8 "$1"
 }
 enter() { types "$1" && press Return; }
+is_there() { xdotool search --onlyvisible --name . 2>/dev/null | grep -qx "$1"; }
+# chooses PATH: in the chooser of files that appeared last. What it proposes while somebody types may
+# take the Return for itself, so a chooser that is at rest and still there is told once more.
+chooses() {
+    local chooser=$seen try i
+    for ((try = 0; try < 5; ++try)); do
+        ((try == 0)) || press ctrl+a
+        enter "$1"
+        for ((i = 0; i < 50; ++i)); do
+            is_there "$chooser" || return 0
+            sleep 0.1
+        done
+        rests
+        is_there "$chooser" || return 0
+    done
+    fails "the chooser does not take '$1'"
+}
 # accepted: Ok for the level's window, as soon as it has taken in its sources.
 accepted() {
     appears 'Add new level'

@@ -3,7 +3,6 @@
 #include "core/text.h"
 #include "platform/places.h"
 #include "platform/process_mark.h"
-#include "platform/real_path.h"
 #include "tools/file_names.h"
 #include "tools/program_launch.h"
 #include "tools/run_to_end.h"
@@ -73,28 +72,26 @@ enum class WineHelpers { Count, PassedOver };
 
 /// Of one run, or of all those for one folder.
 struct MarkedRuns {
-    std::string_view variable;
+    std::string variable;
     std::string value;
 };
 
 MarkedRuns RunOf(const std::string& mark)
 {
-    return {OnDisk::RunMarkVariable, mark};
+    return {std::string{OnDisk::RunMarkVariable}, mark};
 }
 
 MarkedRuns RunsFor(const Tools& tools)
 {
-    Path real;
-    if (platform::RealPath(tools.programFolder, real))
-        real = tools.programFolder;
-    return {OnDisk::RunOwnerVariable, real.native()};
+    auto [variable, value] = OwnerMark(tools);
+    return {std::move(variable), std::move(value)};
 }
 
 /// What the program started and nobody waits for.
 std::vector<platform::RunningProgram> LeftBehind(const MarkedRuns& runs,
                                                  WineHelpers which = WineHelpers::PassedOver)
 {
-    auto programs = platform::ProcessesMarked(std::string{runs.variable}, runs.value);
+    auto programs = platform::ProcessesMarked(runs.variable, runs.value);
     if (which == WineHelpers::Count)
         return programs;
     const std::vector<std::string> helpers = Split(OnDisk::WineHelpers, '|');
@@ -254,8 +251,9 @@ Status RunBounded(const Tools& tools, Machine& machine, const BoundedWork& work,
             Enclosed(encloser, tools, order.launch, EnclosureOf(work, program), work.bounds.left);
     }
     const MarkedRuns own = RunOf(platform::FreshRunMark());
-    for (const MarkedRuns& mark : {own, RunsFor(tools)})
-        order.launch.environment.emplace_back(mark.variable, mark.value);
+    order.launch.environment.emplace_back(own.variable, own.value);
+    if (encloser.empty())
+        order.launch.environment.push_back(OwnerMark(tools));
     RoomWatch room{machine, work, work.folder.empty() ? program.parent_path() : work.folder,
                    order.name};
     LeftWatch left{own, order.name, progress};

@@ -90,8 +90,8 @@ class EnclosureWords
 public:
     explicit EnclosureWords(const Tools& tools) : hidden_(HiddenFolders(tools))
     {
-        Add(words, {"--die-with-parent", "--unshare-pid", "--unshare-net", "--ro-bind", "/", "/",
-                    "--dev", OnDisk::DeviceFolder, "--proc", "/proc"});
+        Add(words, {"--unshare-pid", "--unshare-net", "--ro-bind", "/", "/", "--dev",
+                    OnDisk::DeviceFolder, "--proc", "/proc"});
         for (const Path& folder : hidden_)
             Add(words, {"--size", mostInMemory, "--tmpfs", folder.native()});
     }
@@ -169,6 +169,8 @@ Path EncloserOf(const Tools& tools)
     EnclosureWords enclosed{tools};
     order.launch.argv.insert(order.launch.argv.end(), enclosed.words.begin(), enclosed.words.end());
     order.launch.argv.emplace_back(OnDisk::TrialProgram);
+    // An encloser that is killed while it begins leaves its other half waiting for it for ever.
+    order.launch.endsByItself = true;
     order.limit = longestTrial;
     ToolRun run{std::move(order)};
     if (run.Start()) {
@@ -194,16 +196,25 @@ platform::Launch Enclosed(const Path& encloser, const Tools& tools, const platfo
         enclosed.AddPlace(place, toRead);
     enclosed.AddNames();
     platform::Launch inside = launch;
-    inside.argv = {encloser.native()};
+    inside.argv = {encloser.native(), "--die-with-parent"};
     inside.argv.insert(inside.argv.end(), enclosed.words.begin(), enclosed.words.end());
     if (!launch.folder.empty())
         Add(inside.argv, {"--chdir", launch.folder.native()});
     inside.folder.clear();
+    inside.environment.push_back(OwnerMark(tools));
     Add(inside.argv, {"--", OnDisk::SystemShell, "-c",
                       Filled(waiting, {OnDisk::WineHelpers, OnDisk::WineServers}),
                       std::to_string(left / roundOfWaiting)});
     inside.argv.insert(inside.argv.end(), launch.argv.begin(), launch.argv.end());
     return inside;
+}
+
+std::pair<std::string, std::string> OwnerMark(const Tools& tools)
+{
+    Path real;
+    if (platform::RealPath(tools.programFolder, real))
+        real = tools.programFolder;
+    return {std::string{OnDisk::RunOwnerVariable}, real.native()};
 }
 
 platform::ChildEnd EndInside(platform::ChildEnd end)

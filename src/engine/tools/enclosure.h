@@ -25,6 +25,10 @@ Path EncloserOf(const Tools& tools);
 /// are asked to end, and write down what they hold.
 platform::Launch Enclosed(const Path& encloser, const Tools& tools, const platform::Launch& launch,
                           const Enclosure& enclosure, std::chrono::milliseconds left);
+/// The variable by which all that runs for this program's folder is known, and its value: what a
+/// kill leaves of it is ended later (`EndForgottenRuns`).
+std::pair<std::string, std::string> OwnerMark(const Tools& tools);
+
 /// How the program inside ended, by how its enclosure did.
 platform::ChildEnd EndInside(platform::ChildEnd end);
 

@@ -26,6 +26,23 @@ namespace kestrova
 namespace
 {
 
+/// What nobody wrote as a name or a string would bury all the others.
+std::string ShownPart(std::string_view text)
+{
+    constexpr std::size_t longestShown = 500; // bytes
+    if (text.size() <= longestShown)
+        return OneField(text);
+    const auto isWithinLetter = [&](std::size_t place) {
+        return (static_cast<unsigned char>(text[place]) & 0xC0U) == 0x80U;
+    };
+    constexpr std::size_t longestLetter = 4;
+    std::size_t end = longestShown;
+    while (isWithinLetter(end) && end > longestShown - longestLetter)
+        --end;
+    return OneField(text.substr(0, end)) +
+           GetMsg(Msg::ScriptTextCut, {std::to_string(text.size())});
+}
+
 bool ShowLevels(Run& run, const Path& file)
 {
     const auto script = ReadScriptFile(file);
@@ -38,7 +55,7 @@ bool ShowLevels(Run& run, const Path& file)
             (*run.json)["levels"].push_back(
                 {{"tr4", Readable(level.tr4Name)}, {"name", Readable(level.levelName)}});
         else
-            AddLine(run, OneField(level.tr4Name) + "\t" + OneField(level.levelName));
+            AddLine(run, ShownPart(level.tr4Name) + "\t" + ShownPart(level.levelName));
     return true;
 }
 
@@ -53,7 +70,7 @@ bool ShowStrings(Run& run, const Path& file)
         if (run.json != nullptr)
             (*run.json)["strings"].push_back(Readable(language->strings[i]));
         else
-            AddLine(run, std::to_string(i) + "\t" + OneField(language->strings[i]));
+            AddLine(run, std::to_string(i) + "\t" + ShownPart(language->strings[i]));
     return true;
 }
 

@@ -2,7 +2,9 @@
 
 #include "app/opening.h"
 #include "app/result_text.h"
+#include "core/name_set.h"
 #include "core/text.h"
+#include "editor/wad_scripts.h"
 #include "editor/wad_undo.h"
 #include "intake/wad_packages.h"
 #include "words/menus.h"
@@ -92,6 +94,21 @@ bool UndoImport(Run& run)
     return true;
 }
 
+std::string WrongNewNames(const Arguments& arguments)
+{
+    NameSet originals;
+    for (const std::string& value : arguments.ValuesOf("--name")) {
+        const std::size_t sign = value.find('=');
+        if (sign == std::string::npos || Trim(value.substr(0, sign)).empty() ||
+            !CanBeLevelName(value.substr(sign + 1)))
+            return GetMsg(Msg::WrongWadsName, {value});
+        if (originals.Has(value.substr(0, sign)))
+            return GetMsg(Msg::WrongWadsNameTwice, {value.substr(0, sign)});
+        originals.Add(value.substr(0, sign));
+    }
+    return {};
+}
+
 std::string WrongWads(Run& run)
 {
     const auto& words = run.arguments.words;
@@ -102,13 +119,7 @@ std::string WrongWads(Run& run)
         return GetMsg(Msg::WrongWadsCount);
     if (!imports && (run.json != nullptr || run.arguments.Has("--name")))
         return GetMsg(Msg::WrongWadsOption);
-    for (const std::string& value : run.arguments.ValuesOf("--name")) {
-        const std::size_t sign = value.find('=');
-        if (sign == std::string::npos || Trim(value.substr(0, sign)).empty() ||
-            Trim(value.substr(sign + 1)).empty())
-            return GetMsg(Msg::WrongWadsName, {value});
-    }
-    return {};
+    return WrongNewNames(run.arguments);
 }
 
 } // namespace

@@ -118,7 +118,7 @@ std::error_code ChildProcess::Start(const Launch& launch, const ChildStreams& st
     pid_t pid = 0;
     if (!failure)
         failure = Spawn(launch, {input, output.to, streams.joined ? output.to : errors.to},
-                        Bond::EndsWithParent, pid);
+                        launch.endsByItself ? Bond::GoesOn : Bond::EndsWithParent, pid);
     Close(input);
     if (failure)
         return failure;

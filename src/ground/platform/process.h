@@ -14,6 +14,7 @@ struct Launch {
     std::vector<std::string> argv; ///< argv[0] is searched on PATH unless it holds a slash
     std::filesystem::path folder;  ///< working folder; empty: the program's own
     std::vector<std::pair<std::string, std::string>> environment; ///< set on top of the program's
+    bool endsByItself = false; ///< soon: it is left alone when this program is killed meanwhile
 };
 
 /// Starts a program that goes on by itself: a session of its own, no standard input, its output

@@ -23,6 +23,7 @@ inline constexpr Message InsertCdAnywhere{"(no disc is there yet; you can also c
 inline constexpr Message ChooseCdFolder{"Select the folder with the files of ~1 CD"};
 inline constexpr Message AskRetryCd{"File '~1' not found~2Do you want retry?"};
 inline constexpr Message WaveMissing{"Kestorva.cfg error: request extern wave file is missing ("};
+inline constexpr Message WavesMoreWrong{"The configuration file of this level has ~1 more such errors with its extern wave files. Its author should mend it."};
 inline constexpr Message WaveImport{"Import extern wave file: "};
 inline constexpr Message WaveNamesRefused{"The configuration file of this level asks for sounds under names that no file of a level can have, so they were passed over: ~1."};
 inline constexpr Message WavesNoRoom{"There is no room on the disk for the sound ~1 (~2), which this level needs. None of its sounds was copied, and its files are as they were. Make room, and add the level again."};

@@ -30,6 +30,7 @@ inline constexpr Message ImportLineStopped{"*** Wads update stopped: all is as i
 inline constexpr Message ImportNoSources{"Missing 'script.TXT' or 'english.TXT'~1I shall use .DAT source files without changes"};
 inline constexpr Message ImportNoLevel{"Error. Missing data for level '~1' in new file script.TXT"};
 inline constexpr Message ImportNoLevelName{"Error: missing level name '~1' in new english.TXT"};
+inline constexpr Message ImportNameTwice{"The name of a new level stands in your ~2.TXT twice now, since another string is the same already: ~1. The game goes by the place of a string, so nothing is lost. To give the level a name of its own, undo the import, and import the wads again."};
 inline constexpr Message ImportScriptNotSaved{"Error saving 'script.TXT'"};
 inline constexpr Message ImportLanguageNotSaved{"Error saving '~1.TXT'"};
 inline constexpr Message ImportEnglishNotSaved{"Error saving 'ENGLISH.TXT'"};

@@ -16,7 +16,8 @@ inline constexpr Message KeysWads{"(import) an object with `done`, `report`, an 
 inline constexpr Message WrongWadsWord{"'~1' is neither import nor undo."};
 inline constexpr Message WrongWadsCount{"import takes at least one package, undo nothing."};
 inline constexpr Message WrongWadsOption{"undo takes neither --name nor --json."};
-inline constexpr Message WrongWadsName{"--name takes OLD=NEW, and neither may be empty: ~1"};
+inline constexpr Message WrongWadsName{"--name takes OLD=NEW. Neither may be empty, and NEW is neither a heading such as [Strings] nor a comment, which begins with a semicolon: ~1"};
+inline constexpr Message WrongWadsNameTwice{"--name gives this level more than one name: ~1"};
 inline constexpr Message WadsNameUnused{"No new level is called so, and its --name was left out: ~1"};
 inline constexpr Message WadsSomeFailed{"Something of the import failed; the report says what, in the lines that end with [ERROR] or say [ERROR COMPILE]. The whole import can be undone: kestrovactl wads undo"};
 

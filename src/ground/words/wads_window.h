@@ -32,5 +32,6 @@ inline constexpr Message ScambiaNewName{"New name    :"};
 inline constexpr Message ScambiaUseOld{"Use Original Name"};
 inline constexpr Message ScambiaOk{"Ok"};
 inline constexpr Message ScambiaEmpty{"New name is empty"};
+inline constexpr Message ScambiaNoName{"This would not be read as a name, since in a language file [Strings] and [PSXStrings] are headings, and a line that begins with a semicolon is a comment. Choose another name."};
 
 } // namespace kestrova::Msg

@@ -26,6 +26,7 @@ struct Scan {
     const Path& root;
     const Heartbeat& heartbeat;
     UnseenParts unseenParts;
+    const GoesThrough& goesThrough;
     LinkedTree tree{};
     std::vector<Identity> way{}; ///< the folders from the root to the one that is scanned
 
@@ -78,6 +79,11 @@ struct Scan {
                 return NotSeen(relative, ErrorCode::Missing,
                                std::make_error_code(std::errc::no_such_file_or_directory));
         }
+        if (kind == FileKind::Folder && entry.kind == FileKind::Link && goesThrough &&
+            !goesThrough(relative)) {
+            tree.links.push_back(relative);
+            return {};
+        }
         if (kind == FileKind::Folder)
             return Enter(relative);
         if (kind == FileKind::File)
@@ -100,10 +106,10 @@ Failure NotCopied(const Path& source, const Path& target, const Failure& failure
 } // namespace
 
 Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbeat,
-                                    UnseenParts unseenParts)
+                                    UnseenParts unseenParts, const GoesThrough& goesThrough)
 {
     const Path root = ResolvePath(folder);
-    Scan scan{root, heartbeat, unseenParts};
+    Scan scan{root, heartbeat, unseenParts, goesThrough};
     if (auto status = scan.Enter({}); !status)
         return status.Error();
     return std::move(scan.tree);

@@ -19,10 +19,14 @@ struct LinkedTree {
     std::vector<Path> folders; ///< parents before their children, without the folder itself
     std::vector<Path> files;
     std::vector<Unseen> unseen{}; ///< such links and folders, for who asks for them
+    std::vector<Path> links{};    ///< those to folders that were not gone through
 };
 enum class UnseenParts { Fail, AreListed };
+/// Whether this link to a folder, a path relative to the tree, is gone through.
+using GoesThrough = std::function<bool(const Path& link)>;
 Result<LinkedTree> ScanThroughLinks(const Path& folder, const Heartbeat& heartbeat = {},
-                                    UnseenParts unseenParts = UnseenParts::Fail);
+                                    UnseenParts unseenParts = UnseenParts::Fail,
+                                    const GoesThrough& goesThrough = {});
 
 /// Where the content of a file comes from, which is `file` itself as a rule; empty: it is left out.
 using PickSource = std::function<Path(const Path& file)>;

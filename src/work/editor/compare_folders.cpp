@@ -1,9 +1,11 @@
 #include "editor/compare_folders.h"
 
+#include "core/inside.h"
 #include "core/look.h"
 #include "core/parallel.h"
 #include "core/text.h"
 #include "originals/trle_tree.h"
+#include "platform/real_path.h"
 
 #include <algorithm>
 #include <atomic>
@@ -24,6 +26,7 @@ struct FoundFile {
     platform::FileFacts facts{};
     std::string reason{};    ///< why nothing can be said of it
     bool isUnlisted = false; ///< a folder, whatever it holds
+    bool isLink = false;     ///< to a folder, which counts as one thing
     bool paired = false;
 };
 
@@ -35,12 +38,32 @@ std::vector<FoundFile> Sorted(std::vector<FoundFile> files)
     return files;
 }
 
-Result<std::vector<FoundFile>> FilesIn(const Path& folder, const Heartbeat& heartbeat)
+bool LeadsAbove(const Path& link, const Path& folder)
+{
+    Path place;
+    Path real;
+    return !platform::RealPath(link, place) && !platform::RealPath(folder, real) &&
+           LiesInside(real, place);
+}
+
+/// A link is gone through where there is something to compare what lies behind it with.
+bool HasCounterpart(const Path& root, const Path& other, const Path& link)
+{
+    const Path twin = ResolvePath(other / link);
+    const bool isLink = platform::FactsOfLink(twin).kind == platform::FileKind::Link;
+    return FolderExists(twin) && !(isLink && platform::IsSameFile(root / link, twin)) &&
+           !LeadsAbove(root / link, root) && !LeadsAbove(root / link, other);
+}
+
+Result<std::vector<FoundFile>> FilesIn(const Path& folder, const Path& other,
+                                       const Heartbeat& heartbeat)
 {
     const auto root = FindPath(folder);
     if (!root)
         return root.Error();
-    const auto tree = ScanThroughLinks(*root, heartbeat, UnseenParts::AreListed);
+    const auto tree =
+        ScanThroughLinks(*root, heartbeat, UnseenParts::AreListed,
+                         [&](const Path& link) { return HasCounterpart(*root, other, link); });
     if (!tree)
         return tree.Error();
     std::vector<FoundFile> files;
@@ -53,6 +76,12 @@ Result<std::vector<FoundFile>> FilesIn(const Path& folder, const Heartbeat& hear
             file.reason = failure.message();
         if (heartbeat && !heartbeat())
             return MakeFailure(ErrorCode::Stopped, TextOf(folder));
+    }
+    for (const Path& name : tree->links) {
+        FoundFile& link = take(name);
+        link.facts = platform::FactsOf(link.place);
+        link.facts.size = 0;
+        link.isLink = true;
     }
     for (const Unseen& part : tree->unseen) {
         FoundFile& file = take(part.name);
@@ -94,6 +123,8 @@ std::vector<ComparedFile> Paired(std::vector<FoundFile> before, std::vector<Foun
         file.reason = old.reason.empty() ? now.reason : old.reason;
         if (!file.reason.empty())
             file.state = FileState::Unread;
+        else if (old.isLink || now.isLink)
+            file.state = IsSameThing(old.facts, now.facts) ? FileState::Equal : FileState::Changed;
         else if (file.sizeBefore != file.sizeAfter)
             file.state = FileState::Changed;
         else if (file.sizeAfter > 0 && !IsSameThing(old.facts, now.facts))
@@ -172,10 +203,10 @@ Result<std::vector<ComparedFile>> CompareFolders(const Path& before, const Path&
                                                  ProgressScope& progress)
 {
     const auto step = [&] { return progress.Step(); };
-    auto old = FilesIn(before, step);
+    auto old = FilesIn(before, after, step);
     if (!old)
         return old.Error();
-    auto now = FilesIn(after, step);
+    auto now = FilesIn(after, before, step);
     if (!now)
         return now.Error();
     std::vector<std::size_t> toRead;

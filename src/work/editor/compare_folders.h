@@ -36,7 +36,9 @@ struct ComparedFile {
 
 /// All files of both folders, sorted by their names without regard to case. Names are paired
 /// without regard to case, where a folder has several that differ by it alone those of one spelling
-/// first. Links to files and folders count as what they lead to. Sizes decide first; what is as
+/// first. A link to a file counts as what it leads to. So does one to a folder where the other
+/// folder has a folder of that name; any other one, one to a folder above the two, and one to the
+/// same folder as the other's link is a single thing of its name. Sizes decide first; what is as
 /// long in both is read to its end. A sub-folder that cannot be listed is unread, with all that the
 /// other one has in it; one of the two folders themselves is a failure, and so is a Stop.
 Result<std::vector<ComparedFile>> CompareFolders(const Path& before, const Path& after,

@@ -197,6 +197,10 @@ private:
         const auto report = MergeNewLevels(newScript, newStrings, newLevels, askName_, own);
         TellLacking(Msg::ImportNoLevel, report.withoutLevel);
         TellLacking(Msg::ImportNoLevelName, report.withoutName);
+        if (!report.twice.empty())
+            work_.parts.host.Tell(
+                Tone::Warning,
+                GetMsg(Msg::ImportNameTwice, {ShownNames(report.twice), Readable(language_)}));
         Write(before, own);
     }
 

@@ -23,18 +23,25 @@ Positions PositionsOfLevels(const ScriptText& script)
     return positions;
 }
 
-Positions PositionsOfStrings(const LanguageText& language)
-{
-    Positions positions;
-    for (std::size_t i = 0; i < language.strings.size(); ++i)
-        positions.emplace(FoldCase(language.strings[i]), i);
-    return positions;
-}
-
 bool IsHeadingOfStrings(std::string_view line)
 {
     return IsSourceHeading(line, OnDisk::HeadingStrings) ||
            IsSourceHeading(line, OnDisk::HeadingPsxStrings);
+}
+
+/// A heading is nobody's name, whatever a script says.
+Positions PositionsOfStrings(const LanguageText& language)
+{
+    Positions positions;
+    for (std::size_t i = 0; i < language.strings.size(); ++i)
+        if (!IsHeadingOfStrings(language.strings[i]))
+            positions.emplace(FoldCase(language.strings[i]), i);
+    return positions;
+}
+
+bool IsString(std::string_view line)
+{
+    return !line.empty() && line.front() != ';' && !IsHeadingOfStrings(line);
 }
 
 /// As a line of the language file, in the letters of that file. One that the file's reader would
@@ -48,9 +55,7 @@ std::string AsLine(const LanguageText& language, const std::string& answer,
     std::string_view text = language.before;
     const bool isUtf8 = !TakeByteOrderMark(text).empty();
     std::string line = isUtf8 ? shown : ToWindows1252(shown);
-    if (line.empty() || line.front() == ';' || IsHeadingOfStrings(line))
-        return original;
-    return line;
+    return IsString(line) ? line : original;
 }
 
 /// Strings that the person's file does not have yet come as the package has them.
@@ -62,7 +67,29 @@ void PutString(LanguageText& language, std::size_t position, const LanguageText&
     language.strings[position] = std::move(line);
 }
 
+/// Of the strings at these places, those that stand at another one too.
+std::vector<std::string> StringsTwice(const LanguageText& language,
+                                      const std::vector<std::size_t>& places)
+{
+    std::unordered_map<std::string, std::size_t> times;
+    for (const std::size_t place : places)
+        times.emplace(FoldCase(language.strings[place]), 0);
+    for (const std::string& line : language.strings)
+        if (const auto found = times.find(FoldCase(line)); found != times.end())
+            ++found->second;
+    std::vector<std::string> twice;
+    for (const std::size_t place : places)
+        if (times.at(FoldCase(language.strings[place])) > 1)
+            twice.push_back(language.strings[place]);
+    return twice;
+}
+
 } // namespace
+
+bool CanBeLevelName(std::string_view answer)
+{
+    return IsString(Trim(OnOneLine(answer)));
+}
 
 WadMergeReport MergeNewLevels(const ScriptText& newScript, const LanguageText& newStrings,
                               const std::vector<std::string>& tr4Names, const AskLevelName& askName,
@@ -74,6 +101,7 @@ WadMergeReport MergeNewLevels(const ScriptText& newScript, const LanguageText& n
     std::unordered_set<std::string> blocks; ///< a level that is there already comes no second time
     for (const ScriptLevel& level : own.script.levels)
         blocks.insert(level.block);
+    std::vector<std::size_t> named;
     for (const std::string& tr4 : tr4Names) {
         const auto found = levels.find(FoldCase(tr4));
         if (found == levels.end()) {
@@ -91,9 +119,12 @@ WadMergeReport MergeNewLevels(const ScriptText& newScript, const LanguageText& n
         const std::string answer = askName ? askName(Readable(level.levelName)) : std::string{};
         PutString(own.language, position->second, newStrings,
                   AsLine(own.language, answer, level.levelName));
+        named.push_back(position->second);
         if (own.english)
             PutString(*own.english, position->second, newStrings, level.levelName);
     }
+    if (!named.empty())
+        report.twice = StringsTwice(own.language, named);
     return report;
 }
 

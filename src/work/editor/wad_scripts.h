@@ -21,11 +21,16 @@ struct OwnScripts {
 struct WadMergeReport {
     std::vector<std::string> withoutLevel; ///< finished levels that the new script does not have
     std::vector<std::string> withoutName;  ///< names that the new strings do not have
+    std::vector<std::string> twice;        ///< names of new levels that another string is as well
 };
 
 /// The name of a level, as it was made, that the person wants to read in the game; one that is
 /// empty is refused by whoever asks. What is no line of a language file gives the original name.
 using AskLevelName = std::function<std::string(const std::string& original)>;
+
+/// Whether a language file's reader takes the text for a string: it is neither empty nor a comment
+/// nor a heading.
+bool CanBeLevelName(std::string_view answer);
 
 /// Takes the level of each finished file into the script, and its name into the strings, at the
 /// position that it has in the new strings. `tr4Names`: files of levels that are new.

@@ -27,6 +27,8 @@ namespace kestrova
 namespace
 {
 
+constexpr std::size_t mostBoxes = 20;
+
 /// What a person reads for a CD's code; empty for an unknown one.
 std::string DiscName(std::string_view code)
 {
@@ -65,7 +67,8 @@ public:
     [[nodiscard]] const Status& State() const { return names_.State(); }
     Status Fetch(const ExternWave& wave);
     Status PutAll();
-    void TellRefused() const;
+    /// What is left to say at the end.
+    void TellRest() const;
 
 private:
     struct Waiting {
@@ -80,6 +83,8 @@ private:
     Path InLevel(const std::string& name) const;
     Status Stage(const Path& source, const std::string& name);
     void NoteSize(const std::string& name, const Path& source);
+    /// Nobody reads hundreds of boxes: those behind the first ones are counted.
+    void TellWrong(const std::string& words);
 
     Intake& intake_;
     Host& host_;
@@ -87,6 +92,7 @@ private:
     WorkFolder staging_;
     std::vector<Waiting> waiting_;
     std::vector<std::string> refused_;
+    std::size_t wrong_ = 0;              ///< what there was to tell
     NameSet notHad_;                     ///< codes of CDs that the person does not have
     std::map<std::string, Path> chosen_; ///< folders that stand for a CD, by its code
 };
@@ -118,8 +124,10 @@ Path WaveFetch::AskForDisc(const ExternWave& wave, const std::string& discName)
         const std::vector<Path> discs = Discs();
         const std::string unit =
             discs.empty() ? GetMsg(Msg::InsertCdAnywhere) : TextOf(discs.front());
-        if (!host_.AskOkCancel(GetMsg(Msg::InsertCd, {discName}) + unit))
+        if (!host_.AskOkCancel(GetMsg(Msg::InsertCd, {discName}) + unit)) {
+            notHad_.Add(wave.cd);
             return {};
+        }
         Path file = OnDiscs(wave.cd, wave.source);
         if (file.empty() && host_.CanAsk() && Discs().empty())
             if (const auto folder =
@@ -148,7 +156,7 @@ Path WaveFetch::Find(const ExternWave& wave, bool& complete)
     const std::string discName = DiscName(wave.cd);
     Path file;
     if (discName.empty()) {
-        host_.Tell(Tone::Error, GetMsg(Msg::WaveCdUnknown, {OnOneLine(wave.cd)}));
+        TellWrong(GetMsg(Msg::WaveCdUnknown, {OnOneLine(wave.cd)}));
     } else if (IsLevelFileName(wave.source)) {
         file = OnDiscs(wave.cd, wave.source);
         if (file.empty())
@@ -215,8 +223,7 @@ Status WaveFetch::Fetch(const ExternWave& wave)
     if (complete)
         return {};
     if (source.empty()) {
-        host_.Tell(Tone::Error,
-                   GetMsg(Msg::WaveMissing) + OnOneLine(wave.source + wave.target) + ")");
+        TellWrong(GetMsg(Msg::WaveMissing) + OnOneLine(wave.source + wave.target) + ")");
         return {};
     }
     intake_.progress.SetLabel(GetMsg(Msg::WaveImport) + OnOneLine(wave.source));
@@ -236,8 +243,16 @@ Status WaveFetch::PutAll()
     return {};
 }
 
-void WaveFetch::TellRefused() const
+void WaveFetch::TellWrong(const std::string& words)
 {
+    if (++wrong_ <= mostBoxes)
+        host_.Tell(Tone::Error, words);
+}
+
+void WaveFetch::TellRest() const
+{
+    if (wrong_ > mostBoxes)
+        host_.Tell(Tone::Error, GetMsg(Msg::WavesMoreWrong, {std::to_string(wrong_ - mostBoxes)}));
     if (!refused_.empty())
         host_.Tell(Tone::Warning, GetMsg(Msg::WaveNamesRefused, {ShownNames(refused_)}));
 }
@@ -273,7 +288,7 @@ StepAnswer FetchExternWaves(Intake& intake)
                 fetched = fetch.Fetch(wave);
         if (fetched)
             fetched = fetch.PutAll();
-        fetch.TellRefused();
+        fetch.TellRest();
     }
     return AnswerTo(intake, fetched);
 }

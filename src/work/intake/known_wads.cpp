@@ -14,6 +14,7 @@
 #include "words/level_needs.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace kestrova
 {
@@ -108,13 +109,14 @@ bool WantsWads(const Intake& intake)
 StepAnswer CheckImportWads(Intake& intake)
 {
     const LevelConfig config = *intake.draft.config;
+    std::unordered_set<std::string> imported; ///< a package that lacks the file lacks it again
     for (const WadNeed& need : WadNeedsOf(config)) {
         const auto isThere = IsImported(intake.session.Folders(), need);
         if (!isThere) {
             TellFolderNotRead(intake.session.host, isThere.Error());
             return StepAnswer::Refused;
         }
-        if (*isThere)
+        if (*isThere || !imported.insert(need.url).second)
             continue;
         const WadPackage package{OnOneLine(UrlFileName(need.url)), need.url,
                                  std::string{Trim(config.importNotes)}};

@@ -80,6 +80,27 @@ TEST_F(BoundedRun, WhatAKilledRunLeftIsEndedLater)
     EXPECT_FALSE(Runs("trle/left"));
 }
 
+TEST_F(BoundedRun, AnEncloserOnTrialIsNotEndedHalfway)
+{
+    // Halfway, the half that it had started would wait for it for ever.
+    box.machine.tools["bwrap"] = box.AddTool(
+        "slow-bwrap", "cd '" + (box / "trle").native() + "'; echo >begun; sleep 0.3; echo >ended");
+    const auto comes = [&](const char* file) {
+        for (int i = 0; i < 1000 && !box.Has(file); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds{20});
+        return box.Has(file);
+    };
+    const pid_t killed = ::fork();
+    if (killed == 0) {
+        (void)EncloserOf(ToolsOf(box.session));
+        ::_exit(0);
+    }
+    EXPECT_TRUE(comes("trle/begun"));
+    (void)::kill(killed, SIGKILL);
+    (void)::waitpid(killed, nullptr, 0);
+    EXPECT_TRUE(comes("trle/ended"));
+}
+
 TEST_F(BoundedRun, WhatWineStartsForItselfIsWaitedForByNobody)
 {
     // As Debian calls them; the system cuts names behind the fifteenth letter.

@@ -126,6 +126,9 @@ TEST(WadsWindow, ANameIsNeverEmpty)
     edit->setText(QStringLiteral("  "));
     Press(dialog, "Pul_Ok");
     EXPECT_TRUE(world.box.host.WasTold("New name is empty"));
+    edit->setText(QStringLiteral("[strings]"));
+    Press(dialog, "Pul_Ok");
+    EXPECT_TRUE(world.box.host.WasTold("would not be read as a name"));
     EXPECT_EQ(dialog.Name(), "The City");
     edit->setText(QStringLiteral("Other"));
     Press(dialog, "Pul_UsaOld");

@@ -84,8 +84,30 @@ TEST(CompareFolders, TakesLinksForWhatTheyLeadTo)
     fs::create_symlink(box / "a/file", box / "b/file");
     for (const char* link : {"a/nowhere", "b/nowhere", "b/only"})
         fs::create_symlink("lost", box / link);
-    EXPECT_EQ(box.States(), "data/title.tr4 equal\nfile equal\nnowhere unread\nonly new\n");
-    EXPECT_NE(box.comparison.Files()[2].reason, "");
+    EXPECT_EQ(box.States(),
+              "circle new\ndata/title.tr4 equal\nfile equal\nnowhere unread\nonly new\n");
+    EXPECT_NE(box.comparison.Files()[3].reason, "");
+}
+
+TEST(CompareFolders, GoesThroughALinkOnlyWhereBothHaveAFolder)
+{
+    TwoFolders box;
+    box.Write("elsewhere/big/file", "a player's");
+    box.Write("other/file", "");
+    box.Write("a/data/file", "");
+    box.Write("b/data/file", "");
+    fs::create_directory_symlink("..", box / "a/up");
+    fs::create_directory_symlink("..", box / "b/up");
+    fs::create_directory_symlink(box / "elsewhere", box / "b/alone");
+    fs::create_directory_symlink(box / "elsewhere", box / "b/data/deep");
+    fs::create_directory_symlink(box / "elsewhere", box / "a/same");
+    fs::create_directory_symlink(box / "a/same", box / "b/same");
+    fs::create_directory_symlink(box / "elsewhere", box / "a/two");
+    fs::create_directory_symlink(box / "other", box / "b/two");
+    box.Write("a/kind", "a file");
+    fs::create_directory_symlink(box / "elsewhere", box / "b/kind");
+    EXPECT_EQ(box.States(), "alone new\ndata/deep new\ndata/file equal\nkind changed\nsame equal\n"
+                            "two/big/file missing\ntwo/file new\nup equal\n");
 }
 
 TEST(CompareFolders, ReadsOnlyWhatIsAsLongAndSaysWhatItCannotRead)

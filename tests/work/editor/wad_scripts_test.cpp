@@ -39,6 +39,21 @@ TEST(WadScripts, ALevelClaimsItsPositionInEveryLanguage)
         << "a file that is shorter grows to the position";
     MergeNewLevels(newScript, newStrings, {"city.tr4"}, {}, own);
     EXPECT_EQ(own.script.levels.size(), 2u) << "the same level comes once";
+    EXPECT_TRUE(report.twice.empty());
+    const auto taken = MergeNewLevels(
+        newScript, newStrings, {"city.tr4"}, [](const std::string&) { return "drei"; }, own);
+    EXPECT_EQ(taken.twice, std::vector<std::string>{"drei"});
+}
+
+TEST(WadScripts, NoLevelTakesThePlaceOfAHeading)
+{
+    const auto newScript = *ParseScriptText("[Level]\nName= [Strings]\nLevel= DATA\\k,1\n");
+    const auto newStrings = *ParseLanguageText("[Strings]\nA\n [strings]\n");
+    OwnScripts own = OwnOf("", "[Strings]\nold\n");
+    const auto report = MergeNewLevels(
+        newScript, newStrings, {"k.tr4"}, [](const std::string&) { return "New"; }, own);
+    EXPECT_EQ(report.withoutName, std::vector<std::string>{"[Strings]"});
+    EXPECT_EQ(FormatLanguageText(own.language), "[Strings]\r\nold\r\n");
 }
 
 TEST(WadScripts, WhatIsNoLineOfTheFileIsNoName)
@@ -61,6 +76,8 @@ TEST(WadScripts, WhatIsNoLineOfTheFileIsNoName)
             newScript, newStrings, {"k.tr4"},
             [&answer = answer](const std::string&) { return answer; }, own);
         EXPECT_EQ(own.language.strings.at(1), line) << answer;
+        EXPECT_EQ(CanBeLevelName(answer), !line.starts_with('K') || answer.starts_with('K'))
+            << answer;
     }
 }
 

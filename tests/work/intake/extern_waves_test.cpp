@@ -101,6 +101,16 @@ TEST(ExternWaves, APersonPutsTheDiscInOrChoosesAFolder)
     ASSERT_TRUE(other.Add());
     EXPECT_TRUE(other.host.WasTold("is missing (1.wav1.wav)"));
 
+    std::vector<std::string> groups;
+    for (int i = 0; i < 30; ++i)
+        groups.insert(groups.end(), {i < 15 ? "TR4" : "TR9", std::to_string(i), "t", "n"});
+    WavesWorld many{groups};
+    many.host.WillAsk(haveCd, true);
+    many.host.WillAsk(insertCd, false);
+    ASSERT_TRUE(many.Add()) << many.host.AllTold();
+    EXPECT_EQ(many.host.told.size(), 21U) << "a disc is asked for once, and boxes are counted";
+    EXPECT_TRUE(many.host.WasTold("25 more such errors"));
+
     WavesWorld script{{"TR4", "1.wav", "1.wav", ""}};
     script.host.attended = false;
     script.host.AnswerAll(true);

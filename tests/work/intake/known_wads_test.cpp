@@ -127,6 +127,13 @@ TEST(KnownWads, ThePersonHasItFetchesItOrDoesWithout)
     EXPECT_EQ(fetched.imported, std::vector<Path>{fetched / "home/angkor.zip"});
     EXPECT_EQ(fetched.Read("home/angkor.zip"), "package");
 
+    // One package is fetched once, whatever it lacks.
+    WadServer repeated;
+    const std::string url = repeated.server.Address("/a/angkor.zip");
+    repeated.config.importWads = JoinNulList({"none.wad", url, "angkor.wad", url, "other", url});
+    EXPECT_TRUE(repeated.Apply(true)) << repeated.host.AllTold();
+    EXPECT_EQ(repeated.imported.size(), 1U);
+
     WadServer broken;
     broken.Need(broken.server.Address("/a/angkor.zip"));
     broken.works = false;

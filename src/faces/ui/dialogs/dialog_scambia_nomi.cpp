@@ -1,6 +1,7 @@
 #include "ui/dialogs/dialog_scambia_nomi.h"
 
 #include "core/text.h"
+#include "editor/wad_scripts.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/help_desk.h"
 #include "ui/widgets/captions.h"
@@ -77,6 +78,8 @@ void ScambiaNomiDialog::Take()
     const std::string name = FromQt(edit_->text());
     if (Trim(name).empty())
         return host_.Tell(Tone::Error, GetMsg(Msg::ScambiaEmpty));
+    if (!CanBeLevelName(name))
+        return host_.Tell(Tone::Error, GetMsg(Msg::ScambiaNoName));
     name_ = name;
     accept();
 }
