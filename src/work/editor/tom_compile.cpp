@@ -54,6 +54,9 @@ void TomCompile::Prepare(const TomSources& sources, const Path& results, bool au
         TellFailure(parts_.host, GetMsg(Msg::CompileNotLent), begun.Error());
         return;
     }
+    // The sources are not there yet: what is kept is flushed, and they need not be.
+    if (automatic && !KeepRest())
+        return;
     if (!PutSources())
         return TellStopped();
     if (automatic && CompileAll() && loan_.IsOpen() && !TakeResults())
@@ -95,16 +98,23 @@ bool TomCompile::PutSources()
     return true;
 }
 
-bool TomCompile::CompileAll()
+/// What else stands in the folder. False, with words, when it could not be kept; the folder is back
+/// then.
+bool TomCompile::KeepRest()
 {
     parts_.progress.SetLabel(GetMsg(Msg::CompileKeeping));
-    if (const auto kept = loan_.KeepRest(parts_.progress); !kept) {
-        if (kept.Error().code == ErrorCode::Stopped)
-            return TellStopped(), false;
-        Return(LoanEnd::Whole);
-        TellFailure(parts_.host, GetMsg(Msg::CompileNotLent), kept.Error());
-        return false;
-    }
+    const auto kept = loan_.KeepRest(parts_.progress);
+    if (kept)
+        return true;
+    if (kept.Error().code == ErrorCode::Stopped)
+        return TellStopped(), false;
+    Return(LoanEnd::Whole);
+    TellFailure(parts_.host, GetMsg(Msg::CompileNotLent), kept.Error());
+    return false;
+}
+
+bool TomCompile::CompileAll()
+{
     const bool compiled = CompileEach();
     if (loan_.IsOpen())
         TellOthersChanged(loan_.ReturnRest());

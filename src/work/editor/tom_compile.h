@@ -55,6 +55,7 @@ public:
 
 private:
     void AddWishes(const std::vector<Path>& files, std::string_view folder, bool stays);
+    bool KeepRest();
     bool PutSources();
     bool CompileAll();
     bool CompileEach();
