@@ -152,7 +152,7 @@ void UndoKept(const Folders& folders, const UndoList& list, std::vector<Finding>
             aside.push_back(TextOf(entry.moved->to));
     }
     std::string state = GetMsg(Msg::DoctorUndoKeeps, {std::to_string(list.entries.size()),
-                                                      FormatSize(static_cast<double>(bytes))});
+                                                      SizeInWords(static_cast<double>(bytes))});
     if (!aside.empty())
         state = GetMsg(Msg::DoctorUndoAside, {state, ShownNames(aside)});
     findings.push_back(Fine(Msg::DoctorUndo, std::move(state)));
@@ -311,7 +311,7 @@ void Drives(Machine& machine, const Folders& folders, const Archive& archive,
             continue;
         }
         const std::string state =
-            GetMsg(Msg::DoctorDriveFree, {FormatSize(static_cast<double>(*free))});
+            GetMsg(Msg::DoctorDriveFree, {SizeInWords(static_cast<double>(*free))});
         const bool enough = *free >= scarce;
         findings.push_back({enough, name, state, enough ? "" : GetMsg(Msg::DoctorDriveRemedy)});
     }

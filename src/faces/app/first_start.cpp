@@ -257,8 +257,8 @@ FirstStart::Verdict FirstStart::OfRoom() const
     const std::string where = TextOf(session_.programFolder);
     // A copy that is there already is not made again.
     if (bytes >= need || !BackupIsAway(session_.Folders()))
-        return {true, GetMsg(Msg::StartRoom, {FormatSize(bytes), where})};
-    return {false, GetMsg(Msg::StartNoRoom, {FormatSize(bytes), where, FormatSize(need)})};
+        return {true, GetMsg(Msg::StartRoom, {SizeInWords(bytes), where})};
+    return {false, GetMsg(Msg::StartNoRoom, {SizeInWords(bytes), where, SizeInWords(need)})};
 }
 
 std::optional<BackupSizes> FirstStart::Sizes() const

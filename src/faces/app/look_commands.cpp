@@ -108,7 +108,7 @@ bool LevelInfo(Run& run)
     if (const std::string author = Field(level.authorName); !author.empty())
         AddLine(run, GetMsg(Msg::InfoAuthor, {OneField(author)}));
     AddLine(run,
-            GetMsg(Msg::InfoSizes, {FormatSize(level.filesSize), FormatSize(level.extrasSize)}));
+            GetMsg(Msg::InfoSizes, {SizeInWords(level.filesSize), SizeInWords(facts->extras)}));
     ShowNote(run, noted);
     return true;
 }

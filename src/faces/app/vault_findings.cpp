@@ -24,7 +24,7 @@ void VaultFindings(const Folders& folders, std::vector<Finding>& findings)
         findings.push_back(
             {true,
              GetMsg(Msg::DoctorVault),
-             GetMsg(Msg::DoctorVaultHolds, {std::to_string(kept->size()), FormatSize(bytes)}),
+             GetMsg(Msg::DoctorVaultHolds, {std::to_string(kept->size()), SizeInWords(bytes)}),
              {}});
 }
 

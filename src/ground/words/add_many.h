@@ -32,7 +32,7 @@ inline constexpr Message ManyEndNoArchive{"The archive's folder is not there any
 inline constexpr Message ManyEndNotSaved{"The archive's list of levels could not be written, so the rest was not tried. Give yourself the right to write there, or make room, and add the others again: what the archive has is skipped."};
 inline constexpr Message ManyLine{"~1 of ~2: ~3: ~4"};
 inline constexpr Message ManyTextLine{"~1: ~2"};
-inline constexpr Message ManyAsk{"There are ~1 of them. Is each one a level of its own, or do all of them together make one level?"};
+inline constexpr Message ManyAsk{"Packages and folders with levels: ~1. Is each one a level of its own, or do all of them together make one level?"};
 inline constexpr Message ManyAskEach{"Each its own level"};
 inline constexpr Message ManyAskOne{"All one level"};
 inline constexpr Message ManyTitle{" Add many levels"};

@@ -57,7 +57,5 @@ inline constexpr Message LookRows{"Levels as rows (Ctrl+1)"};
 inline constexpr Message LookCovers{"Levels as covers (Ctrl+2)"};
 inline constexpr Message CoverSizeName{"Size of the covers"};
 inline constexpr Message DiscBadge{"CD ~1"};
-inline constexpr Message PlayedMinutes{"~1 min"};
-inline constexpr Message PlayedHours{"~1 h ~2 min"};
 
 } // namespace kestrova::Msg

@@ -8,6 +8,6 @@
 namespace kestrova::Msg
 {
 
-inline constexpr Message DesktopOpensNone{"the desktop has no program that opens this. Install one for files of this kind, or choose one in the desktop's settings"};
+inline constexpr Message DesktopOpensNone{"the desktop has no program that opens this. Install one for files of this kind, or choose one in the desktop's settings."};
 
 } // namespace kestrova::Msg

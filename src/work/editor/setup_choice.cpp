@@ -58,7 +58,7 @@ std::string SetupChoice::RoomText() const
     if (wish_.target.empty())
         return GetMsg(Msg::SetupNoTarget);
     const auto free = session_.machine.FreeSpace(wish_.target);
-    return free ? GetMsg(Msg::SetupRoomThere, {FormatSize(static_cast<double>(*free))})
+    return free ? GetMsg(Msg::SetupRoomThere, {SizeInWords(static_cast<double>(*free))})
                 : free.Error().reason;
 }
 

@@ -1,6 +1,7 @@
 #include "library/level_list.h"
 
 #include "archive/level_folders.h"
+#include "archive/level_sizes.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
 #include "formats/level_folder.h"
@@ -21,6 +22,21 @@ namespace
 int Count(const Path& folder, std::string_view pattern)
 {
     return static_cast<int>(ListFiles(folder, pattern).ValueOr({}).size());
+}
+
+/// The record has the size of when it was counted last.
+double ExtrasNow(const Folders& folders, const Archive& archive, const LevelRecord& level)
+{
+    const auto stored = ExtrasSizeOf(LevelHomeOf(folders, level.levelCode));
+    if (!stored)
+        return level.extrasSize;
+    double bytes = *stored;
+    const Path store = StateStoreOf(folders, level.levelCode);
+    const Path live = LiveStateFolder(folders, archive, level.levelCode).ValueOr(store);
+    if (live != store)
+        for (const Path& file : ListFiles(live, OnDisk::SavegamePattern).ValueOr({}))
+            bytes += static_cast<double>(FileSize(file));
+    return bytes;
 }
 
 bool TellUnknown(Host& host, LevelCode code)
@@ -54,6 +70,8 @@ LevelFacts FactsOfLevel(const Folders& folders, const Archive& archive, std::siz
     facts.liveSavegames = savegames.live;
     facts.archivedSavegames = savegames.archived;
     facts.folderGone = !IsFolder(facts.folder).ValueOr(false);
+    facts.extras =
+        facts.folderGone ? facts.record.extrasSize : ExtrasNow(folders, archive, facts.record);
     facts.info =
         facts.folderGone ? GetMsg(Msg::FolderNotThereNow, {TextOf(facts.folder)}) : InfoLine(facts);
     return facts;

@@ -13,6 +13,7 @@ struct LevelFacts {
     int screenshots = 0;
     int liveSavegames = 0;
     int archivedSavegames = 0;
+    double extras = 0; ///< bytes of savegames and screen-shots, as they are now
     bool current = false;
     bool folderGone = false; ///< what it holds cannot be told
     std::string info;        ///< the line of path and counts as the window shows it

@@ -88,8 +88,8 @@ std::string SizesInWords(const Path& trle)
     const auto sizes = MeasureBackup(trle);
     if (!sizes)
         return {};
-    return GetMsg(Msg::BackupSizesHere, {FormatSize(static_cast<double>(sizes->full)),
-                                         FormatSize(static_cast<double>(sizes->compact))});
+    return GetMsg(Msg::BackupSizesHere, {SizeInWords(static_cast<double>(sizes->full)),
+                                         SizeInWords(static_cast<double>(sizes->compact))});
 }
 
 bool AsksForFull(Host& host, const Path& trle)

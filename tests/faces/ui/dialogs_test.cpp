@@ -3,6 +3,7 @@
 #include "ui/dialogs/dialog_compare_trle.h"
 #include "ui/dialogs/dialog_convert_audio.h"
 #include "ui/dialogs/dialog_doctor.h"
+#include "ui/dialogs/dialog_installa_trle.h"
 #include "ui/dialogs/dialog_new_level.h"
 #include "ui/dialogs/dialog_pref_arc.h"
 #include "ui/dialogs/dialog_resize.h"
@@ -21,10 +22,12 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
@@ -76,6 +79,11 @@ TEST(Dialogs, EveryCaptionFindsItsControl)
              &encode, &convert,  &compare, &settingsOfMp3, &wizard, &start,    &doctor}) {
         EXPECT_EQ(CaptionFaults(*dialog), QStringList{}) << FromQt(dialog->objectName());
         EXPECT_FALSE(dialog->windowTitle().isEmpty()) << FromQt(dialog->objectName());
+        // A told blank would move a frame's or a check's words from where its neighbours begin.
+        for (const auto* frame : dialog->findChildren<QGroupBox*>())
+            EXPECT_EQ(frame->title(), frame->title().trimmed());
+        for (const auto* button : dialog->findChildren<QAbstractButton*>())
+            EXPECT_EQ(button->text(), button->text().trimmed());
     }
     EXPECT_EQ(settings.windowTitle(), " Kestrova Settings");
     EXPECT_EQ(In<QCheckBox>(settings, "Check_EnableCapture")->text().remove(QLatin1Char('&')),
@@ -397,11 +405,18 @@ TEST(Dialogs, ALargeFontPushesNothingBeyondTheRightEdge)
     {
         SettingsDialog settings{world.session, nullptr};
         AuthorDialog author{world.session, 0, nullptr};
-        for (QWidget* dialog : std::initializer_list<QWidget*>{&settings, &author}) {
+        InstallTrleDialog install{world.session, world.box / "trle", nullptr};
+        for (QWidget* dialog : std::initializer_list<QWidget*>{&settings, &author, &install}) {
             dialog->show();
             for (const auto* page : dialog->findChildren<QScrollArea*>())
                 EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0)
                     << FromQt(dialog->objectName());
+            const int roomOfScreen = dialog->screen()->availableGeometry().height() - 60;
+            for (const auto* page : dialog->findChildren<QScrollArea*>()) {
+                const bool mayGrow = page->isVisible() && dialog->height() < roomOfScreen;
+                EXPECT_TRUE(!mayGrow || page->verticalScrollBar()->maximum() == 0)
+                    << FromQt(dialog->objectName()) << " could be higher";
+            }
         }
     }
     QApplication::setFont(before);

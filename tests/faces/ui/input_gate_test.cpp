@@ -113,6 +113,23 @@ TEST(Boxes, WordsOfAnyLengthStayOnTheScreenAndCanBeAnswered)
     EXPECT_TRUE(host.AskYesNo(lines));
 }
 
+TEST(Boxes, EnterGoesOnWhereTheButtonWasPressedForItAndCancelsElsewhere)
+{
+    WindowHost host;
+    WindowWorld world{&host};
+    world.Show();
+    const Operation operation{world.session};
+    const auto pressEnter = [] {
+        InNextBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+    };
+    pressEnter();
+    EXPECT_TRUE(host.AskToGoOn("Scan the file?"));
+    pressEnter();
+    EXPECT_FALSE(host.AskOkCancel("Make the list anew?"));
+    InNextBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    EXPECT_FALSE(host.AskToGoOn("Scan the file?"));
+}
+
 TEST(Boxes, AProgressWithALongNameIsNotWider)
 {
     ProgressDialog dialog{ProgressWindow::Progress, nullptr};

@@ -88,6 +88,31 @@ TEST(Language, WaitsForTheEndOfWhatGoesOnInTheWindow)
     SpeakInWindows("en");
 }
 
+TEST(Language, OfAnotherProgramIsSpokenWhenOneComesBackToTheWindow)
+{
+    WindowWorld world;
+    world.Show();
+    ASSERT_TRUE(WriteSettings(world.session.programFolder, world.session.settings));
+    QWidget other;
+    const auto comeBack = [&] {
+        for (QWidget* window : {&other, static_cast<QWidget*>(&world.window)}) {
+            window->show();
+            window->activateWindow();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(window, 60'000));
+        }
+    };
+    comeBack();
+    ProgramSettings settings = world.session.settings;
+    settings.language = "de";
+    settings.historyCount = 77;
+    ASSERT_TRUE(WriteSettings(world.session.programFolder, settings));
+    comeBack();
+    ExpectSpoken(world);
+    EXPECT_EQ(world.session.settings.language, "de");
+    EXPECT_EQ(world.session.settings.historyCount, 77) << "nor is it written over";
+    SpeakInWindows("en");
+}
+
 TEST(Language, IsChosenOnTheFirstPage)
 {
     WindowWorld world;

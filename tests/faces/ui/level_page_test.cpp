@@ -2,6 +2,7 @@
 #include "archive/library_notes.h"
 #include "pictures/jpeg.h"
 #include "ui/dialogs/shot_panes.h"
+#include "ui/main/level_model.h"
 #include "ui/main/savegames_page.h"
 #include "ui/widgets/picture_view.h"
 #include "ui/widgets/stars_box.h"
@@ -10,8 +11,11 @@
 #include <QAction>
 #include <QComboBox>
 #include <QDragEnterEvent>
+#include <QHeaderView>
+#include <QListView>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QSplitter>
 #include <QTabWidget>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -114,6 +118,23 @@ TEST(SavegamesPage, OpensWithoutTheSiblingToolAndListsAllThereIs)
               "In the game's slots (1 of 15): Temple; Archive slot 2 (2): Caves Temple; "
               "Archive slot 1 (1): Early; ")
         << "what went lies in the new slot";
+}
+
+TEST(SavegamesPage, HidesColumnsThatHaveNoRoomTheDateLast)
+{
+    LevelPageWorld world;
+    const auto& list = world.OpenPage();
+    const QHeaderView& head = *list.header();
+    for (const int width : {200, 260, 320, 420, 900}) {
+        world.window.findChild<QSplitter*>()->setSizes({2000, width});
+        world.window.resize(width + 700, 700);
+        world.window.findChild<QSplitter*>()->setSizes({700, width});
+        QCoreApplication::processEvents();
+        EXPECT_LE(head.length(), list.viewport()->width()) << width;
+        EXPECT_TRUE(head.isSectionHidden(2) || !head.isSectionHidden(1)) << "number before title";
+        EXPECT_TRUE(head.isSectionHidden(1) || !head.isSectionHidden(3)) << "title before date";
+    }
+    EXPECT_EQ(head.hiddenSectionCount(), 0);
 }
 
 TEST(SavegamesPage, ShowsPictureAndNoteOfTheSavegameThatOneLooksAt)
@@ -298,6 +319,52 @@ TEST(LevelPage, PlaySaysWhatIsGoingOnAndEndsTheGameAfterAQuestion)
     EXPECT_FALSE(world.Find("Pul_StopGame")->isVisible());
     EXPECT_FALSE(world.Find("Label_Playing")->isVisible());
     EXPECT_EQ(world.TextOfLabel("Label_Note"), "") << "it is no longer so";
+}
+
+TEST(LevelPage, TheAuthorIsALinkWhereThereIsAnAddress)
+{
+    LevelPageWorld world;
+    auto* author = world.Find("Link_Author");
+    const auto show = [&](const std::string& site, const std::string& mail) {
+        LevelRecord& record = world.session.archive.levels.back();
+        record.authorName = "Tom & Jerry";
+        record.authorSites = site;
+        record.authorEmails = mail;
+        world.list.Refresh();
+    };
+    show("", "");
+    EXPECT_EQ(author->accessibleName(), "Tom & Jerry");
+    QTest::mouseClick(author, Qt::LeftButton, Qt::NoModifier, {8, author->height() / 2});
+    EXPECT_EQ(author->focusPolicy(), Qt::NoFocus);
+    EXPECT_TRUE(world.box.machine.opened.empty());
+    show("http://levels.example/tom", "tom@levels.example");
+    EXPECT_EQ(author->toolTip(), "Opens the author's page: http://levels.example/tom");
+    QTest::mouseClick(author, Qt::LeftButton, Qt::NoModifier,
+                      {author->width() - 3, author->height() / 2});
+    EXPECT_TRUE(world.box.machine.opened.empty()) << "beside the words";
+    QTest::mouseClick(author, Qt::LeftButton, Qt::NoModifier, {8, author->height() / 2});
+    EXPECT_EQ(world.box.machine.opened.size(), 1U);
+    QTest::keyClick(author, Qt::Key_Return);
+    EXPECT_EQ(world.box.machine.opened.size(), 2U);
+}
+
+TEST(LevelPage, CountsAnewWhatThePlayerHas)
+{
+    LevelPageWorld world;
+    const std::string before = world.TextOfLabel("Label_Size");
+    world.box.Write("levels/LEVEL_0001/backup_savegames/savegame.7", std::string(300'000, 's'));
+    world.box.Write("levels/LEVEL_0001/savegames/slot1/savegame.8", std::string(300'000, 's'));
+    world.window.ShowChosen();
+    EXPECT_NE(before.find("bytes of level files"), std::string::npos) << before;
+    EXPECT_NE(world.TextOfLabel("Label_Size").find("58"), std::string::npos)
+        << world.TextOfLabel("Label_Size");
+    // Played for less than a minute, in the list and beside it alike.
+    ASSERT_TRUE(ChangeNotes(world.session.Folders(), world.session.archive, {world.level},
+                            [](LevelCode, LevelNote& note) { note.secondsPlayed = 42; }));
+    world.list.Refresh();
+    EXPECT_EQ(world.TextOfLabel("Label_Played"), "Played for 1 min");
+    const auto* model = world.Find<QListView>("Combo_Livelli")->model();
+    EXPECT_EQ(model->index(1, LevelModel::TimePlayedColumn).data(), "1 min");
 }
 
 TEST(LevelPage, KeepsWhatThePlayerThinksOfALevel)

@@ -266,6 +266,25 @@ TEST(LibraryWindow, FitsASmallScreenWhateverStandsInIt)
     // 800 by 600 at twice the size, without what a window manager puts around it.
     EXPECT_LE(world.window.minimumSizeHint().width(), 384);
     EXPECT_LE(world.window.minimumSizeHint().height(), 252);
+    const QSize usual = world.window.size();
+    auto* list = world.Find<QListView>("Combo_Livelli");
+    const int lines = world.window.fontMetrics().lineSpacing();
+    const auto isWhole = [&](const char* name) {
+        const QWidget& control = *world.Find(name);
+        const QRect place{control.mapTo(&world.window, QPoint{}), control.size()};
+        return control.isVisible() && world.window.rect().contains(place);
+    };
+    world.window.resize(384, 252);
+    QCoreApplication::processEvents();
+    EXPECT_GE(list->viewport()->height(), 6 * lines) << "three rows and more";
+    for (const char* name : {"Text_Search", "Combo_Sort", "Combo_Filter", "Pul_Play"})
+        EXPECT_TRUE(isWhole(name)) << name;
+    EXPECT_FALSE(world.Find("Bar_Tools")->isVisible());
+    EXPECT_GE(world.Find("Tabs_Level")->height(), 5 * lines);
+    world.window.resize(usual);
+    QCoreApplication::processEvents();
+    for (const char* name : {"Bar_Tools", "Pul_Dopo", "Pul_Covers", "Pul_MoreInfo", "Head_Levels"})
+        EXPECT_TRUE(isWhole(name)) << name;
 }
 
 } // namespace kestrova::testing

@@ -350,10 +350,12 @@ TEST(MainWindow, WhatIsDroppedIsOfferedAsALevel)
     QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&world.window, &enter);
     EXPECT_TRUE(enter.isAccepted());
-    EXPECT_TRUE(world.Find("Label_Drop")->isVisible());
+    auto* light = world.Find("Frame_Livelli")->findChild<QWidget*>(QStringLiteral("Light_Drop"));
+    ASSERT_NE(light, nullptr);
+    EXPECT_TRUE(light->isVisible());
     QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&world.window, &drop);
-    EXPECT_FALSE(world.Find("Label_Drop")->isVisible());
+    EXPECT_FALSE(light->isVisible());
     QWidget* dialog = nullptr;
     QString name;
     QTimer::singleShot(400, [&] {
@@ -390,7 +392,7 @@ TEST(MainWindow, WhatIsDroppedIsOfferedAsALevel)
         dropped.setUrls(addresses);
         QDragEnterEvent above(QPoint(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, {});
         QCoreApplication::sendEvent(&world.window, &above);
-        const std::string words = world.TextOfLabel("Label_Drop");
+        const std::string words = FromQt(light->accessibleName());
         QDropEvent falls(QPointF(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, {});
         QCoreApplication::sendEvent(&world.window, &falls);
         return words;

@@ -31,9 +31,10 @@ TEST(UndoInTheMenu, SaysWhatItWouldDoAndDoesIt)
 {
     WindowWorld world;
     const LevelCode code = world.AddLevel("Rock & Roll");
-    world.Show();
     auto* undo = world.Find<QAction>("mnu_Undo");
     auto* redo = world.Find<QAction>("mnu_Redo");
+    EXPECT_FALSE(undo->isEnabled()) << "nor before the list is there";
+    world.Show();
     EXPECT_EQ(WordsOf(*undo), "Undo");
     EXPECT_FALSE(undo->isEnabled());
     EXPECT_FALSE(redo->isEnabled());

@@ -290,6 +290,9 @@ TEST_F(Files, SizesAreTextAsTheMasksSay)
                 {5e12, "4656.6 Gb"}};
     for (const auto& row : rows)
         EXPECT_EQ(FormatSize(row.bytes), row.text) << row.bytes;
+    EXPECT_EQ(SizeInWords(1), "1 byte");
+    EXPECT_EQ(SizeInWords(1024), "1024 bytes");
+    EXPECT_EQ(SizeInWords(1025), "1 Kb");
 }
 
 TEST_F(Files, TheLogTellsEachStepAndHowItEnded)

@@ -41,15 +41,17 @@ QString UncheckedText(const UncheckedLevel& level, int column)
 
 } // namespace
 
-int CheckModel::rowCount(const QModelIndex& parent) const
+CheckModel::CheckModel(const LevelChecks& checks, QObject* parent)
+    : RowsModel({Msg::CheckColumnLevel, Msg::CheckColumnFile, Msg::CheckColumnFault,
+                 Msg::CheckColumnSource},
+                parent),
+      checks_(checks)
 {
-    return parent.isValid() ? 0
-                            : static_cast<int>(checks_.Rows().size() + checks_.Unchecked().size());
 }
 
-int CheckModel::columnCount(const QModelIndex& parent) const
+std::size_t CheckModel::Count() const
 {
-    return parent.isValid() ? 0 : Columns;
+    return checks_.Rows().size() + checks_.Unchecked().size();
 }
 
 QString CheckModel::TextOf(std::size_t row, int column) const
@@ -68,30 +70,6 @@ QString CheckModel::TextOf(std::size_t row, int column) const
     default:
         return SourceText(checked);
     }
-}
-
-QVariant CheckModel::data(const QModelIndex& index, int role) const
-{
-    if (!index.isValid() || index.row() >= rowCount())
-        return {};
-    const QString text = TextOf(static_cast<std::size_t>(index.row()), index.column());
-    switch (role) {
-    case Qt::DisplayRole:
-        return text;
-    case Qt::ToolTipRole:
-        return PlainTip(text);
-    default:
-        return {};
-    }
-}
-
-QVariant CheckModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    constexpr Message heads[Columns] = {Msg::CheckColumnLevel, Msg::CheckColumnFile,
-                                        Msg::CheckColumnFault, Msg::CheckColumnSource};
-    return Words(heads[section]);
 }
 
 } // namespace kestrova

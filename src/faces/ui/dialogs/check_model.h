@@ -1,39 +1,22 @@
 #pragma once
 
+#include "ui/widgets/rows_model.h"
 #include "upkeep/level_checks.h"
-
-#include <QAbstractTableModel>
 
 namespace kestrova
 {
 
-/// The rows of a check, levels that could not be checked behind them. A row's texts are made when
-/// it is painted.
-class CheckModel : public QAbstractTableModel
+/// The rows of a check, levels that could not be checked behind them.
+class CheckModel : public RowsModel
 {
 public:
-    enum Column { Level, File, Fault, Source, Columns };
+    enum Column { Level, File, Fault, Source };
 
-    CheckModel(const LevelChecks& checks, QObject* parent)
-        : QAbstractTableModel(parent), checks_(checks)
-    {
-    }
-
-    /// To be called when there are other rows, before anybody looks at them.
-    void Refresh()
-    {
-        beginResetModel();
-        endResetModel();
-    }
-
-    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
-    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
-                                      int role) const override;
+    CheckModel(const LevelChecks& checks, QObject* parent);
 
 private:
-    [[nodiscard]] QString TextOf(std::size_t row, int column) const;
+    [[nodiscard]] std::size_t Count() const override;
+    [[nodiscard]] QString TextOf(std::size_t row, int column) const override;
 
     const LevelChecks& checks_;
 };

@@ -18,18 +18,22 @@ QString SizeText(const Path& file, std::uint64_t size)
 
 } // namespace
 
-int CompareModel::rowCount(const QModelIndex& parent) const
+CompareModel::CompareModel(const FolderComparison& comparison, QObject* parent)
+    : RowsModel({Msg::CompareColumnState, Msg::CompareColumnFile, Msg::CompareColumnBefore,
+                 Msg::CompareColumnAfter},
+                parent),
+      comparison_(comparison)
 {
-    return parent.isValid() ? 0 : static_cast<int>(comparison_.Rows().size());
 }
 
-int CompareModel::columnCount(const QModelIndex& parent) const
+std::size_t CompareModel::Count() const
 {
-    return parent.isValid() ? 0 : Columns;
+    return comparison_.Rows().size();
 }
 
-QString CompareModel::TextOf(const ComparedFile& file, int column) const
+QString CompareModel::TextOf(std::size_t row, int column) const
 {
+    const ComparedFile& file = comparison_.At(row);
     switch (column) {
     case State:
         return ToQt(FolderComparison::NameOf(file.state));
@@ -42,33 +46,11 @@ QString CompareModel::TextOf(const ComparedFile& file, int column) const
     }
 }
 
-QVariant CompareModel::data(const QModelIndex& index, int role) const
+QString CompareModel::TipOf(std::size_t row, int column) const
 {
-    if (!index.isValid() || index.row() >= rowCount())
-        return {};
-    const ComparedFile& file = comparison_.At(static_cast<std::size_t>(index.row()));
-    const int column = index.column();
-    switch (role) {
-    case Qt::DisplayRole:
-        return TextOf(file, column);
-    case Qt::ToolTipRole:
-        return PlainTip(column == State && !file.reason.empty()
-                            ? ToQt(file.reason)
-                            : ToQt(OnOneLine(file.name.native())));
-    case Qt::TextAlignmentRole:
-        return column >= SizeBefore ? QVariant{Qt::AlignRight | Qt::AlignVCenter} : QVariant{};
-    default:
-        return {};
-    }
-}
-
-QVariant CompareModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    constexpr Message heads[Columns] = {Msg::CompareColumnState, Msg::CompareColumnFile,
-                                        Msg::CompareColumnBefore, Msg::CompareColumnAfter};
-    return Words(heads[section]);
+    const ComparedFile& file = comparison_.At(row);
+    return column == State && !file.reason.empty() ? ToQt(file.reason)
+                                                   : ToQt(OnOneLine(file.name.native()));
 }
 
 } // namespace kestrova

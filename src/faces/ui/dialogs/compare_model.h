@@ -1,39 +1,24 @@
 #pragma once
 
 #include "editor/folder_comparison.h"
-
-#include <QAbstractTableModel>
+#include "ui/widgets/rows_model.h"
 
 namespace kestrova
 {
 
-/// The shown rows of a comparison. A row's texts are made when it is painted, however long the list
-/// is.
-class CompareModel : public QAbstractTableModel
+/// The shown rows of a comparison.
+class CompareModel : public RowsModel
 {
 public:
-    enum Column { State, Name, SizeBefore, SizeAfter, Columns };
+    enum Column { State, Name, SizeBefore, SizeAfter };
 
-    CompareModel(const FolderComparison& comparison, QObject* parent)
-        : QAbstractTableModel(parent), comparison_(comparison)
-    {
-    }
-
-    /// To be called when there are other rows, before anybody looks at them.
-    void Refresh()
-    {
-        beginResetModel();
-        endResetModel();
-    }
-
-    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
-    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
-                                      int role) const override;
+    CompareModel(const FolderComparison& comparison, QObject* parent);
 
 private:
-    [[nodiscard]] QString TextOf(const ComparedFile& file, int column) const;
+    [[nodiscard]] std::size_t Count() const override;
+    [[nodiscard]] QString TextOf(std::size_t row, int column) const override;
+    [[nodiscard]] QString TipOf(std::size_t row, int column) const override;
+    [[nodiscard]] bool HoldsNumbers(int column) const override { return column >= SizeBefore; }
 
     const FolderComparison& comparison_;
 };

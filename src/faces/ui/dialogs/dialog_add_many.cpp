@@ -66,12 +66,12 @@ int StateWidth(const QWidget& list)
 AddManyDialog::AddManyDialog(Session& session, AddAlone addAlone, QWidget* parent)
     : QDialog(parent), session_(session), addAlone_(std::move(addAlone)), queue_(session),
       count_(new ElidedLabel(this)), name_(new ElidedLabel(this)), list_(new QTreeWidget(this)),
-      hint_(new QLabel(list_->viewport())), end_(NamedLabel(this, "Label_End")),
-      info_(new QLabel(this)), bar_(new QProgressBar(this)), stop_(NamedButton(this, "Pul_Stop")),
-      addFile_(NamedButton(this, "Pul_AddFile")), addFolder_(NamedButton(this, "Pul_AddFolder")),
-      start_(NamedButton(this, "Pul_Start")), retry_(NamedButton(this, "Pul_Retry")),
-      copy_(NamedButton(this, "Pul_Copy")), close_(NamedButton(this, "Pul_Cancel")),
-      progress_(*info_, *bar_, *stop_)
+      hint_(new QLabel(list_->viewport())), begin_(NamedLabel(this, "Label_Begin")),
+      end_(NamedLabel(this, "Label_End")), info_(new QLabel(this)), bar_(new QProgressBar(this)),
+      stop_(NamedButton(this, "Pul_Stop")), addFile_(NamedButton(this, "Pul_AddFile")),
+      addFolder_(NamedButton(this, "Pul_AddFolder")), start_(NamedButton(this, "Pul_Start")),
+      retry_(NamedButton(this, "Pul_Retry")), copy_(NamedButton(this, "Pul_Copy")),
+      close_(NamedButton(this, "Pul_Cancel")), progress_(*info_, *bar_, *stop_)
 {
     setObjectName(QStringLiteral("Dialog_AddMany"));
     setAcceptDrops(true);
@@ -87,6 +87,7 @@ AddManyDialog::AddManyDialog(Session& session, AddAlone addAlone, QWidget* paren
     auto* column = new QVBoxLayout(this);
     column->addWidget(count_);
     column->addWidget(name_);
+    column->addWidget(begin_);
     column->addWidget(list_, 1);
     column->addWidget(end_);
     column->addLayout(ProgressRow(*info_, *bar_, *stop_));
@@ -112,6 +113,7 @@ void AddManyDialog::MakeList()
     list_->header()->resizeSection(stateColumn, StateWidth(*list_));
     PutHint(*list_, *hint_);
     hint_->setText(Words(Msg::ManyHint));
+    begin_->setText(Words(Msg::ManyBegin));
 }
 
 QLayout* AddManyDialog::MakeButtons()
@@ -276,13 +278,12 @@ void AddManyDialog::ShowState()
 {
     const bool ended = queue_.End() != QueueEnd::None;
     const std::size_t waiting = queue_.Count(QueueState::Waiting);
-    if (!running_) {
+    if (!running_)
         count_->setText(ended          ? ToQt(CountsText(queue_))
                         : waiting == 0 ? QString()
                                        : Words(Msg::ManyReady, {std::to_string(waiting)}));
-        name_->setText(ended ? QString() : Words(Msg::ManyBegin));
-    }
-    name_->setVisible(running_ || !ended);
+    name_->setVisible(running_);
+    begin_->setVisible(!running_ && !ended);
     end_->setText(running_ ? QString() : ToQt(EndText(queue_.End())));
     end_->setVisible(!end_->text().isEmpty());
     for (QPushButton* button : {addFile_, addFolder_})

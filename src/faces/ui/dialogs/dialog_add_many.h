@@ -61,6 +61,7 @@ private:
     ElidedLabel* name_;
     QTreeWidget* list_;
     QLabel* hint_;
+    QLabel* begin_; ///< what will be done
     QLabel* end_;
     QLabel* info_;
     QProgressBar* bar_;

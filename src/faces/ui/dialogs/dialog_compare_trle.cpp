@@ -131,14 +131,7 @@ QLayout* CompareTrleDialog::MakeFilters()
 
 QWidget* CompareTrleDialog::MakeList()
 {
-    list_->setObjectName(QStringLiteral("List_Files"));
-    list_->setAccessibleName(Words(Msg::CompareListName));
-    list_->setModel(model_);
-    list_->setRootIsDecorated(false);
-    list_->setUniformRowHeights(true);
-    list_->setAllColumnsShowFocus(true);
-    list_->setAlternatingRowColors(true);
-    list_->setTextElideMode(Qt::ElideMiddle);
+    MakeTable(*list_, "List_Files", Msg::CompareListName, *model_, *hint_);
     QHeaderView& head = *list_->header();
     head.setStretchLastSection(false);
     head.setSectionResizeMode(CompareModel::Name, QHeaderView::Stretch);
@@ -153,7 +146,6 @@ QWidget* CompareTrleDialog::MakeList()
         head.resizeSection(size, std::max(head.sectionSizeHint(size),
                                           metrics.horizontalAdvance(QStringLiteral("1023.9 Mb"))) +
                                      edge);
-    PutHint(*list_, *hint_);
     count_->setObjectName(QStringLiteral("Label_Count"));
     return list_;
 }

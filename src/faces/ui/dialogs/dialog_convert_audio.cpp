@@ -98,7 +98,7 @@ bool ConvertAudioDialog::Ready()
 QGroupBox* ConvertAudioDialog::MakeFiles()
 {
     auto* frame = Frame(this, "Frame_Files");
-    frame->setTitle(Words(FrameWords(tool_.Mode())));
+    frame->setTitle(Words(FrameWords(tool_.Mode())).trimmed());
     list_->setObjectName(QStringLiteral("List_Files"));
     list_->setAccessibleName(frame->title().trimmed());
     list_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
@@ -139,7 +139,7 @@ QGroupBox* ConvertAudioDialog::MakeFiles()
 QGroupBox* ConvertAudioDialog::MakeTarget()
 {
     auto* frame = Frame(this, "Frame_Target");
-    frame->setTitle(Words(tool_.ToMp3() ? Msg::FrameTargetMp3 : Msg::FrameTargetWave));
+    frame->setTitle(Words(tool_.ToMp3() ? Msg::FrameTargetMp3 : Msg::FrameTargetWave).trimmed());
     target_->setObjectName(QStringLiteral("Label_DirOut"));
     target_->SetElide(Qt::ElideMiddle);
     auto* browse = NamedButton(frame, "Pul_SfogliaDirOut");

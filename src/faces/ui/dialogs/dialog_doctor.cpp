@@ -95,15 +95,7 @@ QWidget* DoctorDialog::MakeState()
 
 QWidget* DoctorDialog::MakeList()
 {
-    list_->setObjectName(QStringLiteral("List_Faults"));
-    list_->setAccessibleName(Words(Msg::CheckListName));
-    list_->setModel(model_);
-    list_->setRootIsDecorated(false);
-    list_->setUniformRowHeights(true);
-    list_->setAllColumnsShowFocus(true);
-    list_->setAlternatingRowColors(true);
-    list_->setTextElideMode(Qt::ElideMiddle);
-    PutHint(*list_, *hint_);
+    MakeTable(*list_, "List_Faults", Msg::CheckListName, *model_, *hint_);
     return list_;
 }
 

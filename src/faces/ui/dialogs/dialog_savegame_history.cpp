@@ -5,6 +5,7 @@
 #include "ui/dialogs/originals_page.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
 #include "words/menus.h"
 #include "words/ui_dialogs.h"
@@ -41,10 +42,7 @@ SavegameHistoryDialog::SavegameHistoryDialog(Session& session, LevelCode code, Q
     words->setTextFormat(Qt::PlainText);
     words->setWordWrap(true);
     list_->setObjectName(QStringLiteral("List_History"));
-    list_->setRootIsDecorated(false);
-    list_->setUniformRowHeights(true);
-    list_->setAllColumnsShowFocus(true);
-    list_->setAlternatingRowColors(true);
+    MakeRowList(*list_);
     list_->setHeaderLabels({Words(Msg::HistoryColumnKept), Words(Msg::HistoryColumnFile),
                             Words(Msg::HistoryColumnNumber), Words(Msg::HistoryColumnTitle),
                             Words(Msg::HistoryColumnTime), Words(Msg::HistoryColumnReason)});

@@ -294,7 +294,7 @@ void StartDialog::ShowSizes()
         // The letter that the window gave it stands at the caption's beginning or in it.
         const QString before = button->text();
         const QString words =
-            sizes ? Words(sized, {FormatSize(static_cast<double>(bytes))}) : Words(plain);
+            sizes ? Words(sized, {SizeInWords(static_cast<double>(bytes))}) : Words(plain);
         const qsizetype mark = before.indexOf(QLatin1Char('&'));
         button->setText(mark < 0 ? words : QString{words}.insert(mark, QLatin1Char('&')));
         button->setAccessibleName(words);

@@ -5,6 +5,7 @@
 #include "session/telling.h"
 #include "swap/kept_originals.h"
 #include "ui/dialogs/dialogs_small.h"
+#include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
 #include "words/originals.h"
 #include "words/ui_dialogs.h"
@@ -33,10 +34,7 @@ OriginalsPage::OriginalsPage(Session& session, QWidget* parent)
 {
     setObjectName(QStringLiteral("Page_Originals"));
     list_->setObjectName(QStringLiteral("List_Originals"));
-    list_->setRootIsDecorated(false);
-    list_->setUniformRowHeights(true);
-    list_->setAllColumnsShowFocus(true);
-    list_->setAlternatingRowColors(true);
+    MakeRowList(*list_);
     list_->setHeaderLabels({Words(Msg::HistoryColumnKept), Words(Msg::HistoryColumnFile),
                             Words(Msg::ColumnSize), Words(Msg::HistoryColumnTime),
                             Words(Msg::OriginalsColumnFolder)});

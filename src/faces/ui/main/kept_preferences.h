@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/file_facts.h"
 #include "session/session.h"
 
 namespace kestrova
@@ -13,9 +14,13 @@ public:
     explicit KeptPreferences(Session& session) : session_(session) {}
 
     void Keep();
+    /// Another hand may have written the settings since: the file counts then, and the windows
+    /// speak its language. Not while something goes on that may be about to change them.
+    void TakeWhatOthersWrote();
 
 private:
     Session& session_;
+    std::optional<platform::FileFacts> seen_; ///< of the settings' file
     bool told_ = false;
 };
 

@@ -100,8 +100,11 @@ RowPlaces PlacesIn(const QRect& name)
 {
     const QRect inside = name.adjusted(gap / 2, 3, -gap, -3);
     const QRect mark(inside.left(), inside.center().y() - markSide / 2, markSide, markSide);
-    const QRect picture(mark.right() + gap / 2, inside.top(), inside.height() * 4 / 3,
-                        inside.height());
+    // In a narrow list the name has its room.
+    constexpr int roomyHeights = 5;
+    const bool hasPicture = name.width() >= roomyHeights * inside.height();
+    const QRect picture(mark.right() + gap / 2, inside.top(),
+                        hasPicture ? inside.height() * 4 / 3 : 0, inside.height());
     return {mark, picture,
             QRect(QPoint(picture.right() + gap + 2, inside.top()), inside.bottomRight())};
 }
@@ -134,6 +137,8 @@ void LevelDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 void LevelDelegate::PaintPicture(QPainter& painter, const QRect& room,
                                  const LibraryLevel& level) const
 {
+    if (room.isEmpty())
+        return;
     const QPixmap shown = picture(level.code);
     if (shown.isNull())
         return PaintInitials(painter, room, ToQt(NameOf(level)));

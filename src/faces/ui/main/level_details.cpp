@@ -12,6 +12,7 @@
 #include "ui/main/marks_box.h"
 #include "ui/main/savegames_page.h"
 #include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/link_button.h"
 #include "ui/widgets/qt_text.h"
 #include "ui/widgets/wrapping_row.h"
 #include "words/level_page.h"
@@ -21,7 +22,6 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QTabWidget>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace kestrova
@@ -53,19 +53,21 @@ template <class Label> Label* Named(QWidget* parent, const char* name)
 } // namespace
 
 LevelDetails::LevelDetails(Session& session, QWidget* parent)
-    : QWidget(parent), session_(session), head_(new PlayHead(this)), tabs_(new QTabWidget(this)),
+    : QWidget(parent), session_(session), top_(new QBoxLayout(QBoxLayout::LeftToRight)),
+      head_(new PlayHead(this)), tabs_(new QTabWidget(this)), overview_(new QWidget),
       name_(Named<ElidedLabel>(this, "Label_LevelName")),
       installed_(Named<ElidedLabel>(this, "Label_Installed")),
       note_(Named<ElidedParagraph>(this, "Label_InfoLevel")), shots_(new ShotPanes(this)),
-      author_(Named<ElidedLabel>(this, "Label_Author")), authorLink_(new QToolButton(this)),
-      sizes_(Named<ElidedLabel>(this, "Label_Size")), code_(Named<ElidedLabel>(this, "Label_Code")),
-      place_(Named<ElidedLabel>(this, "Label_InfoDir")), moreInfo_(new QPushButton(this)),
-      authorInfo_(new QPushButton(this)), saveGames_(new QPushButton(this)),
-      saves_(new SavegamesPage(session, this)),
+      author_(new LinkButton(this)), sizes_(Named<ElidedLabel>(this, "Label_Size")),
+      code_(Named<ElidedLabel>(this, "Label_Code")),
+      place_(Named<ElidedLabel>(this, "Label_InfoDir")), buttons_(new QWidget(this)),
+      moreInfo_(new QPushButton(buttons_)), authorInfo_(new QPushButton(buttons_)),
+      saveGames_(new QPushButton(buttons_)), saves_(new SavegamesPage(session, this)),
       files_(new LevelFilesPage(session, FilesShown::All, this)),
       documents_(new LevelFilesPage(session, FilesShown::Documents, this)),
       log_(new LevelLogPage(session, this)), marks_(new MarksBox(this))
 {
+    MakeOverview();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(8, 4, 4, 4);
     column->addLayout(MakeHead());
@@ -74,13 +76,13 @@ LevelDetails::LevelDetails(Session& session, QWidget* parent)
     tabs_->setAccessibleName(Words(Msg::PageFilesName));
     tabs_->setDocumentMode(true);
     // Play and the buttons stay where the screen is small.
-    tabs_->addTab(new ScrollPage(MakeOverview()), Words(Msg::PageOverview));
+    tabs_->addTab(new ScrollPage(overview_), Words(Msg::PageOverview));
     tabs_->addTab(saves_, Words(Msg::PageSavegames));
     tabs_->addTab(files_, Words(Msg::PageFiles));
     tabs_->addTab(documents_, Words(Msg::PageDocuments));
     tabs_->addTab(log_, Words(Msg::PageLog));
     column->addWidget(tabs_, 1);
-    column->addLayout(MakeButtons());
+    column->addWidget(MakeButtons());
     shots_->dropped = [this](const std::vector<Path>& files) { AddPictures(files); };
     marks_->marked = [this](LevelCode code, const LevelMarks& marks) { Mark(code, marks); };
     saves_->begins = [this] { begins(); };
@@ -88,10 +90,9 @@ LevelDetails::LevelDetails(Session& session, QWidget* parent)
     ShowNothing();
 }
 
-QWidget* LevelDetails::MakeOverview()
+void LevelDetails::MakeOverview()
 {
-    auto* page = new QWidget;
-    auto* middle = new QVBoxLayout(page);
+    auto* middle = new QVBoxLayout(overview_);
     middle->setContentsMargins({});
     middle->addWidget(note_);
     middle->addWidget(marks_);
@@ -104,25 +105,40 @@ QWidget* LevelDetails::MakeOverview()
     note_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     note_->setAlignment(Qt::AlignTop);
     note_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return page;
 }
 
 QLayout* LevelDetails::MakeHead()
 {
     Enlarge(name_, titleScale);
     Enlarge(installed_, 1);
-    QSizePolicy keepsRoom = installed_->sizePolicy();
-    keepsRoom.setRetainSizeWhenHidden(true);
-    installed_->setSizePolicy(keepsRoom);
-
     auto* words = new QVBoxLayout;
     words->addWidget(name_);
     words->addWidget(installed_);
     words->addStretch();
-    auto* row = new QHBoxLayout;
-    row->addLayout(words, 1);
-    row->addWidget(head_, 0, Qt::AlignTop);
-    return row;
+    top_->addLayout(words, 1);
+    top_->addWidget(head_, 0, Qt::AlignTop);
+    return top_;
+}
+
+/// On a small screen the name stands above Play, and the buttons on the page that scrolls.
+void LevelDetails::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    constexpr int fewestLines = 15;
+    constexpr int fewestLetters = 40;
+    const bool isLow = height() < fewestLines * fontMetrics().lineSpacing();
+    const bool isNarrow = width() < fewestLetters * fontMetrics().averageCharWidth();
+    top_->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    QSizePolicy policy = installed_->sizePolicy();
+    policy.setRetainSizeWhenHidden(!isNarrow);
+    installed_->setSizePolicy(policy);
+    head_->SetLow(isLow);
+    QWidget* const home = isLow ? overview_ : this;
+    if (buttons_->parentWidget() == home)
+        return;
+    buttons_->parentWidget()->layout()->removeWidget(buttons_);
+    home->layout()->addWidget(buttons_);
+    buttons_->show();
 }
 
 QLayout* LevelDetails::MakeFacts()
@@ -130,23 +146,18 @@ QLayout* LevelDetails::MakeFacts()
     auto* facts = new QFormLayout;
     facts->setLabelAlignment(Qt::AlignLeft);
     facts->setVerticalSpacing(2);
-    authorLink_->setObjectName(QStringLiteral("Pul_AuthorLink"));
-    authorLink_->setAccessibleName(Words(Msg::AuthorLinkName));
-    authorLink_->setAutoRaise(true);
-    authorLink_->setArrowType(Qt::RightArrow);
-    connect(authorLink_, &QToolButton::clicked, this, &LevelDetails::OpenAuthor);
-    auto* author = new QHBoxLayout;
-    author->addWidget(author_, 1);
-    author->addWidget(authorLink_);
-    facts->addRow(Named<QLabel>(this, "Label_AuthorOf"), author);
+    author_->setObjectName(QStringLiteral("Link_Author"));
+    connect(author_, &LinkButton::clicked, this, &LevelDetails::OpenAuthor);
+    facts->addRow(Named<QLabel>(this, "Label_AuthorOf"), author_);
     facts->addRow(Named<QLabel>(this, "Label_SizeOf"), sizes_);
     facts->addRow(Named<QLabel>(this, "Label_CodeOf"), code_);
     return facts;
 }
 
-QLayout* LevelDetails::MakeButtons()
+QWidget* LevelDetails::MakeButtons()
 {
-    auto* row = new WrappingRow;
+    auto* row = new WrappingRow(buttons_);
+    row->setContentsMargins({});
     moreInfo_->setObjectName(QStringLiteral("Pul_MoreInfo"));
     row->addWidget(moreInfo_);
     authorInfo_->setObjectName(QStringLiteral("Pul_AutoreInfo"));
@@ -154,7 +165,7 @@ QLayout* LevelDetails::MakeButtons()
     saveGames_->setObjectName(QStringLiteral("Pul_SaveGames"));
     saveGames_->setToolTip(Words(Msg::MenuStartSaveGameMan));
     row->addWidget(saveGames_);
-    return row;
+    return buttons_;
 }
 
 void LevelDetails::AllowButtons(bool allowed)
@@ -170,22 +181,26 @@ void LevelDetails::ShowRecord(const LevelRecord& record)
     note_->setText(ToQt(Trim(record.levelNote)));
     note_->setToolTip(PlainTip(note_->text()));
     ShowAuthor(record);
-    sizes_->setText(
-        Words(Msg::FactSizes, {FormatSize(record.filesSize), FormatSize(record.extrasSize)}));
+    ShowSizes(record.filesSize, record.extrasSize);
     code_->setText(ToQt(ZeroPadded(record.levelCode, codeDigits)));
 }
 
-/// A page of the author's, or else the first mail address, opens by the button behind the name.
+void LevelDetails::ShowSizes(double files, double extras)
+{
+    sizes_->setText(Words(Msg::FactSizes, {SizeInWords(files), SizeInWords(extras)}));
+}
+
+/// The name leads to a page of the author's, or else to the first mail address.
 void LevelDetails::ShowAuthor(const LevelRecord& record)
 {
-    author_->setText(ToQt(Trim(record.authorName)));
     const auto sites = SplitNulList(record.authorSites);
     const auto mails = SplitNulList(record.authorEmails);
-    authorLink_->setVisible(!sites.empty() || !mails.empty());
-    if (!sites.empty())
-        authorLink_->setToolTip(PlainTip(Words(Msg::AuthorPageTip, {sites.front()})));
-    else if (!mails.empty())
-        authorLink_->setToolTip(PlainTip(Words(Msg::AuthorMailTip, {mails.front()})));
+    const QString tip = !sites.empty()   ? Words(Msg::AuthorPageTip, {sites.front()})
+                        : !mails.empty() ? Words(Msg::AuthorMailTip, {mails.front()})
+                                         : QString{};
+    const QString name = ToQt(Trim(record.authorName));
+    // A link without words could not be seen.
+    author_->Show(name.isEmpty() && !tip.isEmpty() ? Words(Msg::AuthorLinkName) : name, tip);
 }
 
 void LevelDetails::OpenAuthor()
@@ -215,6 +230,7 @@ void LevelDetails::ShowFacts(Session& session, const LevelFacts& facts)
     ShowRecord(facts.record);
     shown_ = facts.record.levelCode;
     stands_ = facts.current;
+    ShowSizes(facts.record.filesSize, facts.extras);
     installed_->setVisible(facts.current);
     place_->setText(ToQt(facts.info));
     place_->SetElidedPart(ToQt(TextOf(facts.folder)));
@@ -240,9 +256,9 @@ void LevelDetails::ShowNothing()
     shown_.reset();
     stands_ = false;
     name_->setText(Words(Msg::NothingChosen));
-    for (QLabel* label : std::initializer_list<QLabel*>{note_, author_, sizes_, code_, place_})
+    for (QLabel* label : std::initializer_list<QLabel*>{note_, sizes_, code_, place_})
         label->clear();
-    authorLink_->hide();
+    author_->Show({}, {});
     installed_->hide();
     AllowButtons(false);
     shots_->Clear();

@@ -7,8 +7,8 @@
 
 #include <QPushButton>
 
+class QBoxLayout;
 class QTabWidget;
-class QToolButton;
 
 namespace kestrova
 {
@@ -16,6 +16,7 @@ namespace kestrova
 struct LevelMarks;
 class LevelFilesPage;
 class LevelLogPage;
+class LinkButton;
 class MarksBox;
 class SavegamesPage;
 class ShotPanes;
@@ -49,12 +50,16 @@ public:
     [[nodiscard]] SavegamesPage& Savegames() const { return *saves_; }
     [[nodiscard]] ShotPanes& Shots() const { return *shots_; }
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     QLayout* MakeHead();
-    QWidget* MakeOverview();
+    void MakeOverview();
     QLayout* MakeFacts();
-    QLayout* MakeButtons();
+    QWidget* MakeButtons();
     void AllowButtons(bool allowed);
+    void ShowSizes(double files, double extras);
     void ShowAuthor(const LevelRecord& record);
     void OpenAuthor();
     void CountSavegames(int live, int archived);
@@ -65,17 +70,19 @@ private:
     std::optional<LevelCode> shown_; ///< of the level that is shown whole
     bool stands_ = false;            ///< it stands in the Level Editor's folder
     PlayNow playing_;
+    QBoxLayout* top_; ///< the name and the Play button
     PlayHead* head_;
     QTabWidget* tabs_;
+    QWidget* overview_; ///< the first page
     ElidedLabel* name_;
     ElidedLabel* installed_;
     ElidedParagraph* note_;
     ShotPanes* shots_;
-    ElidedLabel* author_;
-    QToolButton* authorLink_;
+    LinkButton* author_;
     ElidedLabel* sizes_;
     ElidedLabel* code_;
     ElidedLabel* place_;
+    QWidget* buttons_;
     QPushButton* moreInfo_;
     QPushButton* authorInfo_;
     QPushButton* saveGames_;

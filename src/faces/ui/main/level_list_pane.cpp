@@ -139,6 +139,17 @@ void LevelListPane::MakeFoot()
     };
 }
 
+/// On a low screen the levels have the room of what a key does as well.
+void LevelListPane::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    constexpr int fewestLines = 15;
+    const bool isLow = height() < fewestLines * fontMetrics().lineSpacing();
+    foot_->setVisible(!isLow);
+    bar_->SetLow(isLow);
+    view_->SetHead(!isLow);
+}
+
 bool LevelListPane::eventFilter(QObject* object, QEvent* event)
 {
     // By the keyboard it is of the chosen row, wherever that stands.

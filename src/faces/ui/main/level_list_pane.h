@@ -62,13 +62,14 @@ public:
     /// The level before (-1) or behind (1) the chosen one, of those that are shown.
     void SearchOn(int step);
     void SetLook(LibraryLook look);
-    /// Says that something may be dropped here, and lights up; no words take it away.
-    void ShowDropArea(const QString& words) { view_->ShowDropArea(words); }
 
     void RememberLook(QSettings& places) const;
     void RestoreLook(const QSettings& places);
 
     bool eventFilter(QObject* object, QEvent* event) override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void MakeSearch();

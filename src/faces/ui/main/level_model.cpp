@@ -1,9 +1,8 @@
 #include "ui/main/level_model.h"
 
+#include "ui/main/play_head.h"
 #include "ui/widgets/qt_text.h"
 #include "words/library_window.h"
-
-#include <algorithm>
 
 namespace kestrova
 {
@@ -38,14 +37,7 @@ QString DayIfAny(const std::optional<std::int64_t>& seconds)
 
 QString DurationText(std::int64_t seconds)
 {
-    constexpr std::int64_t minute = 60;
-    constexpr std::int64_t hour = 60 * minute;
-    if (seconds <= 0)
-        return {};
-    const std::string minutes = std::to_string(std::max<std::int64_t>(seconds / minute % 60, 1));
-    return seconds < hour ? Words(Msg::PlayedMinutes, {minutes})
-                          : Words(Msg::PlayedHours, {std::to_string(seconds / hour),
-                                                     std::to_string(seconds / minute % 60)});
+    return seconds > 0 ? ToQt(PlayedInWords(seconds)) : QString{};
 }
 
 } // namespace

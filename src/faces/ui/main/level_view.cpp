@@ -11,14 +11,14 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrova
 {
 
 LevelView::LevelView(LevelModel& model, QWidget* parent)
     : QListView(parent), delegate_(new LevelDelegate(*this)),
-      header_(new LevelColumns(model, this)), empty_(new QLabel(viewport())),
-      dropArea_(new QLabel(this))
+      header_(new LevelColumns(model, this)), empty_(new QLabel(viewport()))
 {
     setObjectName(QStringLiteral("Combo_Livelli"));
     setUniformItemSizes(true);
@@ -30,30 +30,23 @@ LevelView::LevelView(LevelModel& model, QWidget* parent)
     setResizeMode(QListView::Adjust);
     setItemDelegate(delegate_);
     setModel(&model);
-    MakeLabels();
+    MakeLabel();
     Arrange();
 }
 
-void LevelView::MakeLabels()
+void LevelView::MakeLabel()
 {
     // In the list's own room, so that it does not change its size.
     (new QVBoxLayout(viewport()))->addWidget(empty_);
     empty_->setObjectName(QStringLiteral("Label_Empty"));
     empty_->setForegroundRole(QPalette::PlaceholderText);
-    dropArea_->setObjectName(QStringLiteral("Label_Drop"));
-    dropArea_->setAutoFillBackground(true);
-    dropArea_->setBackgroundRole(QPalette::Highlight);
-    dropArea_->setForegroundRole(QPalette::HighlightedText);
-    dropArea_->hide();
     constexpr int margin = 12;
-    for (QLabel* label : {empty_, dropArea_}) {
-        label->setAttribute(Qt::WA_TransparentForMouseEvents);
-        label->setTextFormat(Qt::PlainText);
-        label->setWordWrap(true);
-        label->setAlignment(Qt::AlignCenter);
-        label->setMargin(margin);
-        label->setMinimumSize(1, 1); // a long search text makes no window larger
-    }
+    empty_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    empty_->setTextFormat(Qt::PlainText);
+    empty_->setWordWrap(true);
+    empty_->setAlignment(Qt::AlignCenter);
+    empty_->setMargin(margin);
+    empty_->setMinimumSize(1, 1); // a long search text makes no window larger
 }
 
 void LevelView::ShowWords(const QString& words)
@@ -62,18 +55,16 @@ void LevelView::ShowWords(const QString& words)
     empty_->setVisible(!words.isEmpty());
 }
 
-void LevelView::ShowDropArea(const QString& words)
-{
-    dropArea_->setText(words);
-    dropArea_->setGeometry(rect());
-    dropArea_->raise();
-    dropArea_->setVisible(!words.isEmpty());
-}
-
 void LevelView::SetLook(LibraryLook look)
 {
     look_ = look;
     Arrange();
+}
+
+void LevelView::SetHead(bool shown)
+{
+    if (std::exchange(hasHead_, shown) != shown)
+        Arrange();
 }
 
 void LevelView::SetCoverWidth(int width)
@@ -132,7 +123,7 @@ int LevelView::RowHeight() const
 void LevelView::Arrange()
 {
     const bool covers = look_ == LibraryLook::Covers;
-    header_->setVisible(!covers);
+    header_->setVisible(!covers && hasHead_);
     setWrapping(covers);
     setFlow(covers ? QListView::LeftToRight : QListView::TopToBottom);
     if (covers) {
@@ -152,7 +143,7 @@ void LevelView::Arrange()
 
 void LevelView::updateGeometries()
 {
-    const int height = look_ == LibraryLook::Rows ? header_->sizeHint().height() : 0;
+    const int height = look_ == LibraryLook::Rows && hasHead_ ? header_->sizeHint().height() : 0;
     if (viewportMargins().top() != height)
         setViewportMargins(0, height, 0, 0);
     const QRect place = viewport()->geometry();

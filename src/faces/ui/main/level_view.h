@@ -26,14 +26,14 @@ public:
 
     void SetLook(LibraryLook look);
     [[nodiscard]] LibraryLook Look() const { return look_; }
+    /// Whether rows have the head of their columns above them.
+    void SetHead(bool shown);
     void SetCoverWidth(int width);
     [[nodiscard]] int CoverWidth() const { return coverWidth_; }
     /// Every row has its place now, so that it can be scrolled to.
     void ExecuteDelayedLayout() { executeDelayedItemsLayout(); }
     /// In place of levels; empty takes them away.
     void ShowWords(const QString& words);
-    /// Says that something may be dropped here, and lights up; no words take it away.
-    void ShowDropArea(const QString& words);
     /// These are selected beside the one that is.
     void SelectToo(const std::vector<LevelCode>& codes);
     /// The rows of which a part is on the screen.
@@ -59,14 +59,14 @@ protected:
     void updateGeometries() override;
 
 private:
-    void MakeLabels();
+    void MakeLabel();
     void Arrange();
 
     LevelDelegate* delegate_;
     LevelColumns* header_;
     QLabel* empty_;
-    QLabel* dropArea_;
     LibraryLook look_ = LibraryLook::Rows;
+    bool hasHead_ = true;
     int coverWidth_ = usualCover;
 };
 

@@ -77,7 +77,7 @@ LibraryBar::LibraryBar(QWidget* parent)
     column->setSpacing(0);
     column->addLayout(above_);
     column->addLayout(below_);
-    Arrange(false);
+    Arrange();
     connect(turn_, &QToolButton::clicked, this, [this] { turned(); });
     // The keyboard cannot reach the head of the columns.
     rows_->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -98,23 +98,33 @@ LibraryBar::LibraryBar(QWidget* parent)
 }
 
 /// In two rows both boxes can be read beside a wide level, or on a small screen.
-void LibraryBar::Arrange(bool narrow)
+void LibraryBar::Arrange()
 {
-    if (std::exchange(narrow_, narrow) == narrow)
+    constexpr int roomyLetters = 52;
+    const bool narrow = width() < roomyLetters * fontMetrics().averageCharWidth();
+    const bool inTwoRows = narrow && !low_;
+    if (std::exchange(inTwoRows_, inTwoRows) == inTwoRows)
         return;
     above_->addWidget(order_, 1);
     above_->addWidget(turn_);
-    QHBoxLayout* const behind = narrow ? below_ : above_;
+    QHBoxLayout* const behind = inTwoRows ? below_ : above_;
     behind->addWidget(filter_, 1);
     behind->addWidget(rows_);
     behind->addWidget(covers_);
 }
 
+void LibraryBar::SetLow(bool low)
+{
+    low_ = low;
+    rows_->setHidden(low);
+    covers_->setHidden(low);
+    Arrange();
+}
+
 void LibraryBar::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    constexpr int roomyLetters = 52;
-    Arrange(width() < roomyLetters * fontMetrics().averageCharWidth());
+    Arrange();
 }
 
 QToolButton* LibraryBar::MakeButton(const char* name)

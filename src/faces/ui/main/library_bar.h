@@ -30,6 +30,8 @@ public:
     /// while it is the filter.
     void Show(const Library& library);
     void Show(LibraryLook look);
+    /// One row without the looks, where there is no room for more.
+    void SetLow(bool low);
     /// The words of the filter that is chosen.
     [[nodiscard]] QString FilterWords() const;
     /// What the keyboard goes through, in that order.
@@ -39,7 +41,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void Arrange(bool narrow);
+    void Arrange();
     QToolButton* MakeButton(const char* name);
     QToolButton* MakeLook(const char* name, LibraryLook look);
     void FillFilters(const Library& library);
@@ -51,7 +53,8 @@ private:
     QToolButton* covers_;
     QHBoxLayout* above_;
     QHBoxLayout* below_;
-    std::optional<bool> narrow_;
+    bool low_ = false;
+    std::optional<bool> inTwoRows_;
     std::vector<std::string> tags_;
 };
 

@@ -5,6 +5,7 @@
 #include "words/ui_main.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QMainWindow>
 #include <QToolBar>
 #include <QToolButton>
@@ -22,6 +23,33 @@ void ShowWords(QToolBar& bar, QAction& action)
     if (auto* button = qobject_cast<QToolButton*>(bar.widgetForAction(&action)))
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
 }
+
+/// Where the window is low the list has the bar's room; all its commands are in the menu.
+class RoomForBar : public QObject
+{
+public:
+    RoomForBar(QToolBar& bar, QMainWindow& window) : QObject(&bar), bar_(bar)
+    {
+        window.installEventFilter(this);
+        ShowIn(window);
+    }
+
+    bool eventFilter(QObject* window, QEvent* event) override
+    {
+        if (event->type() == QEvent::Resize)
+            ShowIn(*static_cast<QWidget*>(window));
+        return false;
+    }
+
+private:
+    void ShowIn(const QWidget& window)
+    {
+        constexpr int fewestLines = 20;
+        bar_.setVisible(window.height() >= fewestLines * bar_.fontMetrics().lineSpacing());
+    }
+
+    QToolBar& bar_;
+};
 
 } // namespace
 
@@ -43,6 +71,7 @@ void AddToolBar(QMainWindow& window)
             ShowWords(*bar, *action);
     }
     window.addToolBar(bar);
+    new RoomForBar(*bar, window);
 }
 
 } // namespace kestrova

@@ -20,15 +20,14 @@
 #include "ui/main/savegames_page.h"
 #include "ui/main/window_place.h"
 #include "ui/widgets/captions.h"
+#include "ui/widgets/drop_area.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_main.h"
 #include "words/ui_shared.h"
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDragEnterEvent>
 #include <QMenu>
-#include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSettings>
@@ -62,7 +61,6 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
       play_(new PlayWatch(session, *this))
 {
     setObjectName(QStringLiteral("Principale"));
-    setAcceptDrops(true);
     showSoon_.setSingleShot(true);
     connect(&showSoon_, &QTimer::timeout, this, [this] {
         session_.runningOperations == 0 ? ShowChosen() : showSoon_.start(showSoonMs);
@@ -82,6 +80,7 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     ConnectPlay();
     WatchSavegames(session_, this, [this] { return play_->Running(); });
     list_.Show(this);
+    ShowMenu();
 }
 
 void MainWindow::Build()
@@ -167,6 +166,13 @@ void MainWindow::ConnectList()
     levels_->removalWanted = [this] { commands_.InvokeOnAll(*FindControl(removeCommand)); };
     levels_->activated = [this] { commands_.Invoke(*FindControl(playButton)); };
     levels_->menuWanted = [this](QPoint place) { ShowLevelMenu(place); };
+    auto* drops = new DropArea(this, *levels_);
+    drops->welcome = [this](const std::vector<Path>& paths) {
+        return session_.runningOperations > 0 ? QString{} : WelcomeOf(LevelsAmong(paths));
+    };
+    drops->dropped = [this](const std::vector<Path>& paths) {
+        commands_.TakeDropped(LevelsAmong(paths));
+    };
 }
 
 void MainWindow::ConnectShots()
@@ -296,8 +302,10 @@ void MainWindow::GameHasStarted()
 void MainWindow::changeEvent(QEvent* event)
 {
     // Whoever comes back from another program may have started or ended a game there.
-    if (event->type() == QEvent::ActivationChange)
+    if (event->type() == QEvent::ActivationChange) {
         play_->LookSoon();
+        commands_.TakeSettings();
+    }
     // Not from inside the event, which the window's parts get too.
     if (event->type() == QEvent::LanguageChange)
         buildSoon_.start(0);
@@ -337,30 +345,6 @@ bool MainWindow::EndNow()
         std::fprintf(stderr, "%s\n", GetMsg(Msg::NotSavedAtEnd, {written.Error().subject}).c_str());
     RememberPlace();
     return session_.runningOperations == 0 && QApplication::activeModalWidget() == nullptr;
-}
-
-void MainWindow::dragEnterEvent(QDragEnterEvent* event)
-{
-    const QString welcome = WelcomeOf(LevelsAmong(DraggedPaths(*event->mimeData())));
-    if (session_.runningOperations > 0 || welcome.isEmpty())
-        return;
-    event->acceptProposedAction();
-    levels_->ShowDropArea(welcome);
-}
-
-void MainWindow::dragLeaveEvent(QDragLeaveEvent*)
-{
-    levels_->ShowDropArea({});
-}
-
-void MainWindow::dropEvent(QDropEvent* event)
-{
-    levels_->ShowDropArea({});
-    event->acceptProposedAction();
-    // Whoever dragged it must not wait for the dialog.
-    QTimer::singleShot(0, this, [this, paths = LevelsAmong(DraggedPaths(*event->mimeData()))] {
-        commands_.TakeDropped(paths);
-    });
 }
 
 void MainWindow::RememberPlace() const

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace kestrova
@@ -58,7 +59,8 @@ QString LineOf(const PlayNow& now)
 
 std::string PlayedInWords(std::int64_t seconds)
 {
-    const std::int64_t minutes = seconds / secondsOfMinute;
+    const std::int64_t minutes =
+        seconds > 0 ? std::max<std::int64_t>(seconds / secondsOfMinute, 1) : 0;
     if (minutes < minutesOfHour)
         return GetMsg(Msg::PlayTimeMinutes, {std::to_string(minutes)});
     return GetMsg(Msg::PlayTimeHours, {std::to_string(minutes / minutesOfHour),
@@ -78,7 +80,7 @@ PlayHead::PlayHead(QWidget* parent)
     play_->setFont(font);
     play_->setIcon(DrawnIcon(Drawing::Play));
     play_->setIconSize(QSize(22, 22));
-    play_->setMinimumSize(132, 52);
+    SetLow(false);
     play_->setToolTip(Words(Msg::PlayTip));
     line_->setObjectName(QStringLiteral("Label_Playing"));
     line_->setTextFormat(Qt::PlainText);
@@ -102,6 +104,13 @@ QPushButton* PlayHead::Small(const char* name, Message caption, Message tip)
     button->setToolTip(Words(tip));
     button->hide();
     return button;
+}
+
+void PlayHead::SetLow(bool low)
+{
+    constexpr int width = 132;
+    constexpr int height = 52;
+    play_->setMinimumSize(width, low ? 0 : height);
 }
 
 void PlayHead::Show(const PlayNow& now, bool isChosen)

@@ -13,7 +13,7 @@ class QPushButton;
 namespace kestrova
 {
 
-/// Minutes, or hours and minutes.
+/// Minutes, or hours and minutes; less than a minute is one.
 std::string PlayedInWords(std::int64_t seconds);
 
 /// What is going on with the game.
@@ -33,6 +33,8 @@ public:
 
     /// `isChosen`: the level that stands in the folder is the one that is shown.
     void Show(const PlayNow& now, bool isChosen);
+    /// The button is no higher than its words and its picture, where there is little room.
+    void SetLow(bool low);
     [[nodiscard]] QPushButton* PlayButton() const { return play_; }
     /// What is going on, in words; it stands where there is room for it.
     [[nodiscard]] QWidget* Line() const { return line_; }

@@ -28,10 +28,13 @@
 #include <QSessionManager>
 #include <QSocketNotifier>
 #include <QTimer>
+#include <QWindow>
 
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace kestrova
 {
@@ -171,6 +174,40 @@ std::optional<int> AskMeetingPlace(MeetingPlace& meeting, WindowHost& host,
     return 1;
 }
 
+/// Does a work once a window stands on the screen: what is shown over it before that would be
+/// placed where the desktop has not put it. One that never says so is not waited for.
+class OnceItStands : public QObject
+{
+public:
+    OnceItStands(QWidget& window, std::function<void()> work)
+        : QObject(&window), window_(*window.windowHandle()), work_(std::move(work))
+    {
+        constexpr int patienceMs = 1000;
+        window_.installEventFilter(this);
+        begins_.setSingleShot(true);
+        connect(&begins_, &QTimer::timeout, this, &OnceItStands::Begin);
+        begins_.start(window_.isExposed() ? 0 : patienceMs);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Expose && window_.isExposed())
+            begins_.start(0);
+        return false;
+    }
+
+private:
+    void Begin()
+    {
+        window_.removeEventFilter(this);
+        std::exchange(work_, {})();
+    }
+
+    QWindow& window_;
+    std::function<void()> work_;
+    QTimer begins_;
+};
+
 int ShowWindows(QApplication& application, Session& session, WindowLevelList& list,
                 MeetingPlace& meeting, const std::vector<std::string>& items)
 {
@@ -183,7 +220,7 @@ int ShowWindows(QApplication& application, Session& session, WindowLevelList& li
     window.ended = [&application] { application.quit(); };
     window.show();
     // From inside the event loop, so that the window is there and alive under what the start asks.
-    QTimer::singleShot(0, &window, [&] {
+    new OnceItStands(window, [&] {
         StartDialogs dialogs;
         if (!InitProgram(session, dialogs, items))
             return QApplication::exit(1);

@@ -8,6 +8,7 @@
 #include "session/operation.h"
 #include "ui/widgets/drop_area.h"
 #include "ui/widgets/elided_label.h"
+#include "ui/widgets/fitted_columns.h"
 #include "ui/widgets/picture_reading.h"
 #include "ui/widgets/picture_view.h"
 #include "ui/widgets/qt_text.h"
@@ -18,7 +19,6 @@
 #include "words/ui_dialogs.h"
 
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
@@ -72,8 +72,8 @@ SavegamesPage::SavegamesPage(Session& session, QWidget* parent)
     list_->setContextMenuPolicy(Qt::CustomContextMenu);
     list_->setHeaderLabels({Words(Msg::SavesColumnName), Words(Msg::SavesColumnTitle),
                             Words(Msg::SavesColumnNumber), Words(Msg::SavesColumnSaved)});
-    list_->header()->setStretchLastSection(false);
-    list_->header()->setSectionResizeMode(savedTitle, QHeaderView::Stretch);
+    columns_ =
+        new FittedColumns(*list_, {savedName, savedTime, savedTitle, savedNumber}, savedTitle);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->addWidget(empty_);
@@ -261,8 +261,7 @@ void SavegamesPage::Fill()
     for (const auto& [key, group] : groups)
         group->setExpanded(!before.contains(key));
     closed_ = before;
-    for (const int narrow : {savedName, savedNumber, savedTime})
-        list_->resizeColumnToContents(narrow);
+    columns_->Fit();
     ShowButtons();
     ShowBeside();
 }

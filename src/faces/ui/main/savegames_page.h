@@ -19,6 +19,7 @@ namespace kestrova
 {
 
 class ElidedParagraph;
+class FittedColumns;
 class PictureView;
 
 /// All savegames of the chosen level: those in the game's slots, in its archive slots and in the
@@ -68,6 +69,7 @@ private:
     std::set<std::pair<SavegamePlace, int>> closed_; ///< groups that the person has closed
     QLabel* empty_;
     QTreeWidget* list_;
+    FittedColumns* columns_ = nullptr;
     PictureView* picture_;
     ElidedParagraph* words_;
     QPushButton* bring_ = nullptr;

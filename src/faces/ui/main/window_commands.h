@@ -50,6 +50,8 @@ public:
     /// What a command line names: an archive is opened, the Level Editor set up from a folder that
     /// is called `trle`, anything else becomes a level.
     void OpenFiles(const std::vector<std::string>& items);
+    /// What another program wrote into the settings counts, while nothing goes on here.
+    void TakeSettings() { preferences_.TakeWhatOthersWrote(); }
     /// A picture of the list in a window of its own.
     void ZoomShot(std::ptrdiff_t index);
 

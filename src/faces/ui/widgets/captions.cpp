@@ -123,11 +123,13 @@ QString WithLetter(const QString& caption, QSet<QChar>& taken)
     return text;
 }
 
-bool SetCaption(QWidget& window, const char* name, const QString& text)
+/// Blanks around a told caption would move it from where its neighbours begin.
+bool SetCaption(QWidget& window, const char* name, const QString& told)
 {
+    const QString text = told.trimmed();
     const QString control = QString::fromLatin1(name);
     if (window.objectName() == control) {
-        window.setWindowTitle(text);
+        window.setWindowTitle(told);
         return true;
     }
     if (auto* button = window.findChild<QAbstractButton*>(control)) {
@@ -140,7 +142,7 @@ bool SetCaption(QWidget& window, const char* name, const QString& text)
         return true;
     }
     if (auto* label = window.findChild<QLabel*>(control)) {
-        label->setText(text);
+        label->setText(told);
         return true;
     }
     if (auto* box = window.findChild<QGroupBox*>(control)) {
@@ -229,7 +231,7 @@ void GiveAllLetters(QWidget& window)
         if (page != nullptr && !onPages.contains(page))
             onPages.insert(page, taken);
         QSet<QChar>& letters = page == nullptr ? taken : onPages[page];
-        button->setText(WithLetter(Words(caption.text), letters));
+        button->setText(WithLetter(Words(caption.text).trimmed(), letters));
     }
 }
 

@@ -25,6 +25,7 @@ public:
     void Show(const QString& words)
     {
         words_ = words;
+        setAccessibleName(words);
         setGeometry(parentWidget()->rect());
         raise();
         show();
@@ -55,7 +56,8 @@ private:
     QString words_;
 };
 
-DropArea::DropArea(QWidget* target) : QObject(target), target_(target), light_(new Light(target))
+DropArea::DropArea(QWidget* target, QWidget& lit)
+    : QObject(&lit), target_(target), light_(new Light(&lit))
 {
     target->setAcceptDrops(true);
     target->installEventFilter(this);

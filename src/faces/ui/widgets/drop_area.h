@@ -16,7 +16,9 @@ namespace kestrova
 class DropArea : public QObject
 {
 public:
-    explicit DropArea(QWidget* target);
+    explicit DropArea(QWidget* target) : DropArea(target, *target) {}
+    /// A part of the widget lights up, which owns this.
+    DropArea(QWidget* target, QWidget& lit);
 
     /// What a drop of these files and folders would do, in words; empty: it takes none of them.
     std::function<QString(const std::vector<Path>&)> welcome = [](const std::vector<Path>&) {

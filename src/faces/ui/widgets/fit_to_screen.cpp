@@ -1,6 +1,7 @@
 #include "ui/widgets/fit_to_screen.h"
 
 #include <QCheckBox>
+#include <QDialog>
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QLabel>
@@ -47,7 +48,7 @@ int WidthOfPages(const QWidget& window)
 }
 
 /// On the right of what stands on a page, in a frame or two.
-constexpr int marginOfPage = 32;
+constexpr int marginOfPage = 48;
 /// What a box said before its words were put on several lines.
 constexpr const char* wholeWords = "wholeWords";
 
@@ -99,11 +100,35 @@ QSize WrappedSize(const QString& words, const QFont& font, int width)
     return {std::max(probe.minimumSizeHint().width(), width), probe.heightForWidth(width)};
 }
 
+/// What the scrolled pages need beyond the height that they have in the window.
+int HeightMissing(QWidget& window)
+{
+    const auto pages = window.findChildren<QScrollArea*>();
+    const auto shown = std::find_if(pages.begin(), pages.end(), [&](const QScrollArea* page) {
+        return page->isVisibleTo(&window);
+    });
+    if (shown == pages.end())
+        return 0;
+    window.grab({0, 0, 1, 1}); // lays out a window that nobody has seen yet
+    const QSize room = (*shown)->viewport()->size();
+    int missing = 0;
+    for (const QScrollArea* page : pages) // of several one is seen at a time
+        if (const QLayout* layout = page->widget()->layout())
+            missing = std::max(missing, (layout->hasHeightForWidth()
+                                             ? layout->totalMinimumHeightForWidth(room.width())
+                                             : layout->totalMinimumSize().height()) -
+                                            room.height());
+    return missing;
+}
+
 } // namespace
 
 void ResizeToFit(QWidget& window, QSize wanted)
 {
-    window.resize(wanted.expandedTo({WidthOfPages(window), 0}).boundedTo(RoomFor(window)));
+    const QSize room = RoomFor(window);
+    window.resize(wanted.expandedTo({WidthOfPages(window), 0}).boundedTo(room));
+    if (qobject_cast<QDialog*>(&window) != nullptr)
+        window.resize(window.size().grownBy({0, 0, 0, HeightMissing(window)}).boundedTo(room));
 }
 
 ScrollPage::ScrollPage(QWidget* content)

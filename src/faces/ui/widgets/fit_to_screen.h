@@ -11,7 +11,7 @@ namespace kestrova
 {
 
 /// Gives the window that size, more where a `ScrollPage` in it is wider, as with a large font, and
-/// not more than its screen has room for.
+/// not more than its screen has room for. A dialog is so high that no such page has to be scrolled.
 void ResizeToFit(QWidget& window, QSize wanted);
 
 /// What stands above a window's buttons, shown whole where there is room and scrolled where the

@@ -1,5 +1,7 @@
 #include "ui/widgets/help_marks.h"
 
+#include "ui/widgets/link_button.h"
+
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QSyntaxHighlighter>
@@ -12,26 +14,14 @@ namespace
 
 constexpr int mostMarked = 2'000'000;
 
-/// The palette's colour of links, made light where the ground is dark and the desktop's theme has
-/// left it as it is on white.
-QColor LinkColour(const QPalette& palette)
-{
-    constexpr int dark = 128;
-    constexpr int readable = 190;
-    QColor link = palette.color(QPalette::Link);
-    if (palette.color(QPalette::Base).lightness() < dark && link.lightness() < readable)
-        link.setHsl(link.hslHue(), link.hslSaturation(), readable);
-    return link;
-}
-
 class Marks : public QSyntaxHighlighter
 {
 public:
     Marks(QTextDocument* document, const QPalette& palette) : QSyntaxHighlighter(document)
     {
         main_.setFontWeight(QFont::Bold);
-        main_.setForeground(LinkColour(palette));
-        sub_.setForeground(LinkColour(palette));
+        main_.setForeground(LinkColour(palette, QPalette::Base));
+        sub_.setForeground(LinkColour(palette, QPalette::Base));
         tag_.setForeground(palette.color(QPalette::PlaceholderText));
     }
 

@@ -21,6 +21,25 @@ void PutHint(QAbstractItemView& list, QLabel& hint)
     hint.setForegroundRole(QPalette::PlaceholderText);
 }
 
+void MakeRowList(QTreeView& list)
+{
+    list.setRootIsDecorated(false);
+    list.setUniformRowHeights(true);
+    list.setAllColumnsShowFocus(true);
+    list.setAlternatingRowColors(true);
+}
+
+void MakeTable(QTreeView& list, const char* name, Message spoken, QAbstractItemModel& model,
+               QLabel& hint)
+{
+    list.setObjectName(QString::fromLatin1(name));
+    list.setAccessibleName(Words(spoken));
+    list.setModel(&model);
+    MakeRowList(list);
+    list.setTextElideMode(Qt::ElideMiddle);
+    PutHint(list, hint);
+}
+
 void MakeFileList(QTreeWidget& files, Message name, const QStringList& headings)
 {
     files.setObjectName(QStringLiteral("List_Files"));

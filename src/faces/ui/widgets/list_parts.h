@@ -4,8 +4,10 @@
 
 #include <QStringList>
 
+class QAbstractItemModel;
 class QAbstractItemView;
 class QLabel;
+class QTreeView;
 class QTreeWidget;
 
 /// What lists of several windows have alike.
@@ -14,6 +16,13 @@ namespace kestrova
 
 /// Puts a hint into the list's own room, so that it does not change the list's size.
 void PutHint(QAbstractItemView& list, QLabel& hint);
+
+/// A list whose rows are chosen whole.
+void MakeRowList(QTreeView& list);
+/// The same for the rows of a model, with a hint where there are none. `spoken`: what a screen
+/// reader says.
+void MakeTable(QTreeView& list, const char* name, Message spoken, QAbstractItemModel& model,
+               QLabel& hint);
 
 /// The columns of a list of files.
 constexpr int fileNameColumn = 0;
