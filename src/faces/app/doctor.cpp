@@ -10,6 +10,7 @@
 #include "conversion/sound_tools.h"
 #include "core/look.h"
 #include "core/name_list.h"
+#include "core/size_words.h"
 #include "editor/find_trle.h"
 #include "editor/folder_test.h"
 #include "history/undo_entries.h"

@@ -6,6 +6,7 @@
 #include "archive/level_sizes.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
+#include "core/size_words.h"
 #include "core/staged_file.h"
 #include "editor/find_trle.h"
 #include "editor/folder_test.h"

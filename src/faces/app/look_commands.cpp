@@ -4,6 +4,7 @@
 #include "app/result_text.h"
 #include "archive/level_folders.h"
 #include "archive/library_notes.h"
+#include "core/size_words.h"
 #include "history/standing.h"
 #include "library/level_list.h"
 #include "session/telling.h"

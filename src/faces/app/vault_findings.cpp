@@ -1,5 +1,6 @@
 #include "app/vault_findings.h"
 
+#include "core/size_words.h"
 #include "originals/vault.h"
 #include "words/originals.h"
 

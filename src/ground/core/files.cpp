@@ -373,13 +373,4 @@ std::string FormatSize(double bytes)
     return fmt::format("{:.0f}", bytes);
 }
 
-std::string SizeInWords(double bytes)
-{
-    constexpr double kilo = 1024;
-    const std::string size = FormatSize(bytes);
-    if (bytes > kilo)
-        return size;
-    return bytes == 1 ? GetMsg(Msg::SizeOneByte) : GetMsg(Msg::SizeBytes, {size});
-}
-
 } // namespace kestrova

@@ -76,7 +76,5 @@ Result<std::string> ReadWholeFile(const Path& file, std::uint64_t limit = UINT64
 
 /// `1024`, `1 Kb`, `1.5 Mb`: above each power by strict comparison, Kb without a fraction.
 std::string FormatSize(double bytes);
-/// The same within a sentence, where a number alone would not be taken for bytes.
-std::string SizeInWords(double bytes);
 
 } // namespace kestrova

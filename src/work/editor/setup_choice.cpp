@@ -1,6 +1,7 @@
 #include "editor/setup_choice.h"
 
 #include "core/look.h"
+#include "core/size_words.h"
 #include "editor/setup_run.h"
 #include "editor/setup_target.h"
 #include "platform/user_folders.h"

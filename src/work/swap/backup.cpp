@@ -1,4 +1,5 @@
 #include "swap/backup.h"
+#include "core/size_words.h"
 #include "swap/backup_state.h"
 
 #include "archive/level_folders.h"

@@ -3,6 +3,7 @@
 #include "core/files.h"
 #include "core/parallel.h"
 #include "core/removal.h"
+#include "core/size_words.h"
 #include "core/staged_file.h"
 #include "platform/file_lock.h"
 #include "sandbox/faults.h"

@@ -1,6 +1,7 @@
 #include "ui/dialogs/dialog_start.h"
 
 #include "app/languages.h"
+#include "core/size_words.h"
 #include "online/url_update.h"
 #include "session/operation.h"
 #include "ui/desktop/spoken_language.h"

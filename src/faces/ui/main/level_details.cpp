@@ -1,6 +1,7 @@
 #include "ui/main/level_details.h"
 
 #include "archive/level_folders.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "formats/nul_list.h"
 #include "publish/author_infos.h"
@@ -8,6 +9,7 @@
 #include "shots/shot_commands.h"
 #include "ui/dialogs/shot_panes.h"
 #include "ui/main/level_files_page.h"
+#include "ui/main/level_list_pane.h"
 #include "ui/main/level_log_page.h"
 #include "ui/main/marks_box.h"
 #include "ui/main/savegames_page.h"
@@ -124,10 +126,8 @@ QLayout* LevelDetails::MakeHead()
 void LevelDetails::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    constexpr int fewestLines = 15;
-    constexpr int fewestLetters = 40;
-    const bool isLow = height() < fewestLines * fontMetrics().lineSpacing();
-    const bool isNarrow = width() < fewestLetters * fontMetrics().averageCharWidth();
+    const bool isLow = height() < lowLines * fontMetrics().lineSpacing();
+    const bool isNarrow = width() < narrowLetters * fontMetrics().averageCharWidth();
     top_->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
     QSizePolicy policy = installed_->sizePolicy();
     policy.setRetainSizeWhenHidden(!isNarrow);

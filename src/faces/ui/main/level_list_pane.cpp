@@ -139,12 +139,11 @@ void LevelListPane::MakeFoot()
     };
 }
 
-/// On a low screen the levels have the room of what a key does as well.
+/// Where it is low the levels have the room of what a key does as well.
 void LevelListPane::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    constexpr int fewestLines = 15;
-    const bool isLow = height() < fewestLines * fontMetrics().lineSpacing();
+    const bool isLow = height() < lowLines * fontMetrics().lineSpacing();
     foot_->setVisible(!isLow);
     bar_->SetLow(isLow);
     view_->SetHead(!isLow);

@@ -13,6 +13,10 @@ class QToolButton;
 namespace kestrova
 {
 
+/// In lines of text: what is lower than that, or narrower in letters, is a pane of a small screen.
+constexpr int lowLines = 15;
+constexpr int narrowLetters = 40;
+
 class LibraryBar;
 class LibraryFoot;
 class LibrarySource;
