@@ -1,6 +1,7 @@
 #include "core/activity_log.h"
 #include "core/copying.h"
 #include "core/files.h"
+#include "core/look.h"
 #include "core/parallel.h"
 #include "core/removal.h"
 #include "core/size_words.h"

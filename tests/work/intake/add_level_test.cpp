@@ -203,9 +203,10 @@ TEST_F(AddLevelTest, AnEditThatIsKilledAnywhereIsUndoneOrAcceptedAndLeavesNothin
         ++ends[name];
         if (name == "Old") {
             Files after = own.Snapshot("levels");
-            if (const auto noted = after.extract("LEVEL_0001/undo/stored.json"))
+            if (const auto noted = after.extract("LEVEL_0001/undo/stored.json")) {
                 EXPECT_NE(noted.mapped().find("\"changing\":true"), std::string::npos)
                     << "what is not as noted is the edit's own work, " << step << ": " << run.call;
+            }
             EXPECT_EQ(after, before) << step << ": " << run.call;
         } else {
             EXPECT_TRUE(own.Has("levels/LEVEL_0001/files/more.txt")) << step << ": " << run.call;

@@ -398,9 +398,11 @@ TEST_F(AddQueueTest, WorkersUnpackOnlyWhatStaysAsItIs)
     }
     box.Write("wave.zip", BuildZip({{"a.tr4", "a"}, {"100.wav", "wave"}}));
     ASSERT_TRUE(ahead.Begin(box / "wave.zip", {}));
-    const auto wave = ahead.Take(box / "wave.zip", *progress);
-    ASSERT_TRUE(wave);
-    EXPECT_EQ(ahead.Streams().Of(wave->place->Folder() / "100.wav"), "") << "it becomes an mp3";
+    {
+        const auto wave = ahead.Take(box / "wave.zip", *progress);
+        ASSERT_TRUE(wave);
+        EXPECT_EQ(ahead.Streams().Of(wave->place->Folder() / "100.wav"), "") << "it becomes an mp3";
+    }
     ahead.Drop(box / "wave.zip");
     EXPECT_EQ(ahead.Streams().Bytes(), 0U);
     ASSERT_TRUE(ahead.Begin(box / "bad.zip", {}));

@@ -314,6 +314,7 @@ TEST_F(NewLevelTest, TheStoredFormOfAnArchiveComesInAsWhatItIsAndWithinTheLimits
     after.erase("a.tr4");
     after.erase("b.tr4");
     EXPECT_EQ(after, before);
+    report.unpacking.reset();
     EXPECT_FALSE(FolderExists(UnpackingFolder(box.session.Folders())));
 }
 

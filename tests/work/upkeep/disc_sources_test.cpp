@@ -1,6 +1,7 @@
 #include "upkeep/disc_sources.h"
 
 #include "discs/disc_notes.h"
+#include "platform/real_path.h"
 #include "upkeep/repair_world.h"
 #include "world/folder_discs.h"
 
