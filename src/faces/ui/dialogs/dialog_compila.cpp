@@ -20,7 +20,8 @@ namespace kestrova
 namespace
 {
 
-constexpr QSize compilaSize{560, 400};
+constexpr int compilaWidth = 560;
+constexpr int compilaLines = 20; ///< of its instructions, when no name in them is long
 
 } // namespace
 
@@ -46,7 +47,8 @@ CompilaDialog::CompilaDialog(Session& session, TomCompile& compile, QWidget* par
     column->addWidget(new ScrollPage(page), 1);
     column->addLayout(MakeButtons());
     SetCaptions(*this);
-    ResizeToFit(*this, compilaSize);
+    const int others = sizeHint().height() - text->sizeHint().height();
+    ResizeToFit(*this, {compilaWidth, others + text->fontMetrics().lineSpacing() * compilaLines});
 }
 
 QLayout* CompilaDialog::MakeButtons()

@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace kestrova
 {
@@ -23,7 +24,18 @@ namespace kestrova
 namespace
 {
 
-constexpr QSize scambiaSize{440, 140};
+constexpr int scambiaWidth = 440;
+constexpr int mostLetters = 60;
+constexpr int besideTheName = 50; ///< margins, and the edges of its field
+
+/// Wide enough to show the whole name, unless that is longer than names are.
+int WidthFor(const QLabel& label, const QLineEdit& edit)
+{
+    const QFontMetrics metrics = edit.fontMetrics();
+    const int name =
+        std::min(metrics.horizontalAdvance(edit.text()), metrics.averageCharWidth() * mostLetters);
+    return std::max(scambiaWidth, label.sizeHint().width() + name + besideTheName);
+}
 
 } // namespace
 
@@ -43,7 +55,8 @@ ScambiaNomiDialog::ScambiaNomiDialog(Host& host, std::string original, QWidget* 
     newOf->setBuddy(edit_);
     edit_->setObjectName(QStringLiteral("Text_NuovoNome"));
     edit_->setText(ToQt(original_));
-    edit_->selectAll();
+    edit_->end(false);
+    edit_->cursorBackward(true, static_cast<int>(edit_->text().size())); // its beginning is seen
 
     auto* rows = new QGridLayout;
     rows->addWidget(oldOf, 0, 0);
@@ -66,10 +79,9 @@ ScambiaNomiDialog::ScambiaNomiDialog(Host& host, std::string original, QWidget* 
     buttons->addWidget(take);
     auto* column = new QVBoxLayout(this);
     column->addLayout(rows);
-    column->addStretch();
     column->addLayout(buttons);
     SetCaptions(*this);
-    ResizeToFit(*this, scambiaSize);
+    ResizeToFit(*this, {WidthFor(*oldOf, *edit_), sizeHint().height()});
     edit_->setFocus();
 }
 
