@@ -39,7 +39,8 @@ expect 0 wads undo
 said "lagoon_wads.zip"
 [[ $(both) == "$before" ]] || die "the undone import left something"
 
-first=$(find "$trle" -iname english.txt -exec sed -n '/^\[Strings\]/{n;s/\r$//;p}' {} \;)
+expect 0 script show "$(find "$trle" -iname english.txt)"
+first=$(sed -n '2s/^1\t//p' out)
 expect 0 wads import "$wads" --name "Nobody=X" --name "The Lagoon=$first"
 errs "Nobody"
 errs "twice now, since another string is the same already: $first"
