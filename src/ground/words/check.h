@@ -24,7 +24,6 @@ inline constexpr Message RepairInTheWay{"A folder, or a link that leads out of t
 inline constexpr Message RepairNowhere{"No source here holds what was noted. Give the level's download as the package to repair from."};
 inline constexpr Message BackupNowhere{"No source here holds what was noted. Put this file of the Level Editor's own setup into the Level Editor's folder, and repair once more."};
 inline constexpr Message BackupNotPut{"Its content was found, but it could not be put into the backup: ~1"};
-inline constexpr Message NotingBackup{"Noting what the backup holds"};
 inline constexpr Message RepairNotMade{"Its content was found, but its stored form could not be made: ~1"};
 inline constexpr Message ReasonRepaired{"replaced by a repair"};
 inline constexpr Message CheckUnderWay{"Checking the levels"};

@@ -7,9 +7,11 @@
 #include "formats/program_folder.h"
 #include "formats/record_json.h"
 #include "history/swap_journal_file.h"
+#include "originals/backup_sums.h"
 #include "words/originals.h"
 
 #include <algorithm>
+#include <future>
 
 namespace kestrova
 {
@@ -199,8 +201,12 @@ Status ExchangeBackup(const Folders& folders, bool full, bool keepAside)
     const Path backup = folders.Backup();
     const Path fresh = NewBackupFolder(folders);
     const Path old = OldBackupFolder(folders);
-    if (const auto failure = platform::SyncFileSystem(fresh))
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(fresh), failure);
+    // While the disk writes, the processors have nothing else to do.
+    auto reading = std::async(std::launch::async, [&] { return HashedFilesIn(fresh); });
+    const auto unwritten = platform::SyncFileSystem(fresh);
+    auto content = reading.get();
+    if (unwritten)
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(fresh), unwritten);
     const auto hasOld = IsFolder(backup);
     if (!hasOld)
         return hasOld.Error();
@@ -225,6 +231,8 @@ Status ExchangeBackup(const Folders& folders, bool full, bool keepAside)
         (void)ClearPlace(old); // complete already; the next start clears what is left
     (void)NoteBackupOrigin(folders,
                            full); // unnoted, it is compared when a folder is chosen
+    if (content)
+        (void)NoteBackupFiles(folders, std::move(*content)); // unnoted, the next check notes it
     return {};
 }
 

@@ -49,23 +49,22 @@ Status NoteBackupFiles(const Folders& folders, std::vector<NotedFile> files)
     return WriteWholeFile(file, FormatBackupNote({std::move(*backup), std::move(files)}), false);
 }
 
-Status NoteWholeBackup(const Folders& folders, const Heartbeat& beat)
+Result<std::vector<NotedFile>> HashedFilesIn(const Path& folder)
 {
-    const Path backup = ResolvePath(folders.Backup());
-    const auto tree = ScanTree(backup, beat);
+    const Path root = ResolvePath(folder);
+    const auto tree = ScanTree(root);
     if (!tree)
         return tree.Error();
     std::vector<NotedFile> files(tree->files.size());
     const auto note = [&](std::size_t i) {
         const Path& file = tree->files[i];
-        files[i] = {file.lexically_relative(backup).native(), FileSize(file), {}};
+        files[i] = {file.lexically_relative(root).native(), FileSize(file), {}};
         if (platform::HashOfFile(file, files[i].hash))
             files[i].hash.clear();
     };
-    if (!RunOnAllCores(files.size(), note, beat))
-        return MakeFailure(ErrorCode::Stopped, TextOf(backup));
+    (void)RunOnAllCores(files.size(), note); // nothing stops it
     std::erase_if(files, [](const NotedFile& file) { return file.hash.empty(); });
-    return NoteBackupFiles(folders, std::move(files));
+    return files;
 }
 
 Status ForgetBackupFiles(const Folders& folders, const std::vector<Path>& relatives)

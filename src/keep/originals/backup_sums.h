@@ -14,8 +14,8 @@ namespace kestrova
 Result<std::vector<NotedFile>> NotedBackupFiles(const Folders& folders);
 /// Notes these files, and none else. Not flushed: a note that a power cut takes away is made again.
 Status NoteBackupFiles(const Folders& folders, std::vector<NotedFile> files);
-/// Notes all that the backup holds now, on all cores.
-Status NoteWholeBackup(const Folders& folders, const Heartbeat& beat = {});
+/// All that a folder holds, read on all cores; what cannot be read is left out.
+Result<std::vector<NotedFile>> HashedFilesIn(const Path& folder);
 /// Before this program itself changes these files of the backup: nothing is known of them from now
 /// on.
 Status ForgetBackupFiles(const Folders& folders, const std::vector<Path>& relatives);

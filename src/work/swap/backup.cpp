@@ -14,7 +14,6 @@
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
 #include "originals/backup_folders.h"
-#include "originals/backup_sums.h"
 #include "originals/backup_waves.h"
 #include "originals/trle_tree.h"
 #include "session/operation.h"
@@ -27,7 +26,6 @@
 #include "swap/sounds_left.h"
 #include "swap/swap_run.h"
 #include "swap/unknown_level.h"
-#include "words/check.h"
 #include "words/restore.h"
 #include "words/session.h"
 #include "words/storage.h"
@@ -169,13 +167,6 @@ bool CopyCompact(Host& host, const Folders& folders, const Path& trle, const Pat
            (!*graphics || copyFolder(Msg::CopyFromGraphics, OnDisk::DirGraphics));
 }
 
-/// Where it cannot be noted now, the next check notes it.
-void NoteContent(Host& host, const Folders& folders)
-{
-    const auto progress = host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::NotingBackup));
-    (void)NoteWholeBackup(folders, [&] { return (void)progress->Step(), true; });
-}
-
 /// `keepOld`: files of the old backup that the folder lacks stay in the new one.
 bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes& wishes)
 {
@@ -219,7 +210,6 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
         return false;
     }
     session.preferences.fullBackup = full;
-    NoteContent(session.host, session.Folders());
     if (!full)
         NoteWaves(session.Folders());
     if (const auto status =
