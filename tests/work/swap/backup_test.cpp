@@ -1,5 +1,6 @@
 #include "swap/backup.h"
 
+#include "core/size_words.h"
 #include "sandbox/faults.h"
 #include "swap/recovery.h"
 #include "swap/restore.h"
@@ -27,7 +28,7 @@ TEST(MakeTrleBackup, AsksOnceAndCopiesWhatWasChosen)
     FirstStart world;
     world.host.WillAsk("is original?", true);
     // What this folder needs stands beside the figures of the whole distribution.
-    world.host.WillAsk(FormatSize(*FolderSize(world / "trle")) + " for a full backup", false);
+    world.host.WillAsk(SizeInWords(*FolderSize(world / "trle")) + " for a full backup", false);
     ASSERT_TRUE(MakeTrleBackup(world.session, false)) << world.host.AllTold();
     EXPECT_FALSE(world.session.preferences.fullBackup);
     EXPECT_EQ(world.Read("home/backup_trle/Script.dat"), "original script");
