@@ -23,7 +23,7 @@ json 'sorted((at["source"].split("/")[-1], at.get("code")) for at in j["skipped"
     ("dawn.zip", 1), ("dusk.zip", 3), ("link.zip", None), ("mist.zip", 5)]'
 json 'sorted(at["source"].split("/")[-1] for at in j["refused"]) == ["cut.zip", "locked.zip"]'
 json 'all(at["why"] for at in j["refused"]) and j["untried"] == [] and j["needs"] == []'
-errs "2 added, 4 skipped, 0 that need you, 2 refused"
+errs "2 added, 4 skipped, 0 needing you, 2 refused"
 errs "1 of 8: cut.zip: Refused: "
 [[ $(tree down) == "$before" ]] || die "a source was changed"
 [[ $(cd levels && echo LEVEL_*) == "LEVEL_0001 LEVEL_0002 LEVEL_0003 LEVEL_0004 LEVEL_0005" ]] ||

@@ -360,8 +360,9 @@ std::string FormatSize(double bytes)
     constexpr double giga = mega * 1024;
     // The mask "###.0": one decimal, no zero before a bare decimal point.
     const auto oneDecimal = [](double value) {
-        std::string text = fmt::format("{:.1f}", value);
-        return text.starts_with("0.") ? text.substr(1) : text;
+        const std::string text = fmt::format("{:.1f}", value);
+        const std::string whole = text.substr(0, text.size() - 2);
+        return GetMsg(Msg::SizeDecimal, {whole == "0" ? "" : whole, text.substr(text.size() - 1)});
     };
     if (bytes > giga)
         return oneDecimal(bytes / giga) + GetMsg(Msg::SizeGb);

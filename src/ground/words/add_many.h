@@ -24,7 +24,7 @@ inline constexpr Message ManyStateNeedsYou{"Needs you"};
 inline constexpr Message ManyStateRefused{"Refused"};
 inline constexpr Message ManyAddedAs{"Level ~1, \"~2\""};
 inline constexpr Message ManyAt{"Adding ~1 of ~2"};
-inline constexpr Message ManyCounts{"~1 added, ~2 skipped, ~3 that need you, ~4 refused"};
+inline constexpr Message ManyCounts{"~1 added, ~2 skipped, ~3 needing you, ~4 refused"};
 inline constexpr Message ManyCountsLeft{"~1, ~2 not tried"};
 inline constexpr Message ManyEndStopped{"Stopped. What was added before stays; nothing stays of the level that was under way."};
 inline constexpr Message ManyEndNoRoom{"The disk is full, so the rest was not tried. What was added before stays. Make room, and add the others again: what the archive has is skipped."};

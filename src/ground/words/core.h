@@ -13,6 +13,7 @@ inline constexpr Message NameLeftPart{" … "};
 inline constexpr Message SizeGb{" Gb"};
 inline constexpr Message SizeMb{" Mb"};
 inline constexpr Message SizeKb{" Kb"};
+inline constexpr Message SizeDecimal{"~1.~2"};
 inline constexpr Message SizeBytes{"~1 bytes"};
 inline constexpr Message SizeOneByte{"1 byte"};
 inline constexpr Message LogCopy{"COPY "};

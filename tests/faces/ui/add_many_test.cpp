@@ -64,7 +64,7 @@ TEST(AddManyDialog, WorksThroughItsSourcesAndSaysWhatBecameOfEach)
         EXPECT_TRUE(RowText(*list, 1).startsWith("Same as one.zip | Skipped | The archive has it"));
         EXPECT_EQ(RowText(*list, 2), "One.zip | Added | Level 1, \"One\"");
         EXPECT_EQ(In<QLabel>(dialog, "Label_Count")->text(),
-                  "2 added, 1 skipped, 0 that need you, 1 refused");
+                  "2 added, 1 skipped, 0 needing you, 1 refused");
         EXPECT_FALSE(In<QWidget>(dialog, "Pul_Stop")->isVisible());
         EXPECT_FALSE(In<QWidget>(dialog, "Pul_AddFile")->isVisible());
         EXPECT_FALSE(In<QWidget>(dialog, "Pul_Start")->isVisible());

@@ -126,7 +126,7 @@ TEST_F(AddQueueTest, EachSourceGoesItsOwnWayAndNoneKeepsTheNextFromItsTurn)
     EXPECT_NE(queue.Items()[6].why.find("gone.zip"), std::string::npos);
     EXPECT_NE(queue.Items()[5].why.find("tr4"), std::string::npos);
     EXPECT_FALSE(queue.AllIn());
-    EXPECT_EQ(CountsText(queue), "2 added, 3 skipped, 1 that need you, 4 refused");
+    EXPECT_EQ(CountsText(queue), "2 added, 3 skipped, 1 needing you, 4 refused");
 
     EXPECT_EQ(NamesInFile(box),
               (std::vector<std::string>{"- TRLE: Original configuration -", "Had before",

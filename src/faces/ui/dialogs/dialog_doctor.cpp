@@ -25,6 +25,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace kestrova
 {
 
@@ -78,7 +80,6 @@ DoctorDialog::DoctorDialog(Session& session, QWidget* parent)
     ShowRows();
     ResizeToFit(*this, doctorSize);
     ShareWidth(*state_, {28}, doctorSize.width());
-    ShareWidth(*list_, {25, 25, 15}, doctorSize.width());
     checkAll_->setFocus();
 }
 
@@ -140,11 +141,21 @@ void DoctorDialog::ShowState()
     state_->setCurrentItem(state_->topLevelItem(0));
 }
 
+int DoctorDialog::WordsWidth(int column) const
+{
+    const QAbstractItemView& rows = *list_;
+    return std::max(rows.sizeHintForColumn(column), list_->header()->sectionSizeHint(column));
+}
+
 void DoctorDialog::ShowRows()
 {
     model_->Refresh();
     list_->setCurrentIndex(model_->index(0, 0));
     const bool empty = model_->rowCount() == 0;
+    // The last column, with its sentences, has what the names leave.
+    ShareWidth(*list_, {25, 25, 15}, list_->viewport()->width());
+    for (int column = CheckModel::Level; column < CheckModel::Source && !empty; ++column)
+        list_->setColumnWidth(column, std::min(list_->columnWidth(column), WordsWidth(column)));
     hint_->setVisible(empty);
     hint_->setText(Words(checks_.IsChecked() ? Msg::CheckAllWhole : Msg::CheckHint));
     QString text = checks_.IsChecked() ? ToQt(checks_.Summary()) : QString();

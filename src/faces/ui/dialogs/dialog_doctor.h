@@ -30,6 +30,8 @@ private:
 
     void ShowState();
     void ShowRows();
+    /// Of the rows that are seen, and of the column's head.
+    [[nodiscard]] int WordsWidth(int column) const;
     void Check(const std::vector<LevelCode>& codes);
     void CheckChosen();
     void CheckAll();

@@ -34,8 +34,10 @@ ListSavegameDialog::ListSavegameDialog(Session& session, SavegameList& rules, QW
     setObjectName(QStringLiteral("Dialog_ListSaveGame"));
     list_->setObjectName(QStringLiteral("List_Shot"));
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    // The rows are columns of letters.
-    list_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    // The rows are columns of letters, as large as the window's.
+    QFont columns = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    columns.setPointSizeF(QFontInfo{font()}.pointSizeF());
+    list_->setFont(columns);
     list_->setUniformItemSizes(true);
     for (const std::string& row : rules.Rows())
         list_->addItem(ToQt(row));

@@ -94,6 +94,8 @@ QLayout* ShotPanes::MakePane(Pane& pane, int side, Message name)
     pane.view = new PictureView(this);
     pane.view->setObjectName(QStringLiteral("Image") + behind);
     pane.view->setAccessibleName(Words(name));
+    constexpr int fewestLines = 6;
+    pane.view->setMinimumHeight(fewestLines * fontMetrics().lineSpacing());
     pane.label = new ElidedLabel(this);
     pane.label->setObjectName(QStringLiteral("Label_InfoImage") + behind);
     pane.zoom = new QToolButton(this);

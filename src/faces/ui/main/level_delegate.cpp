@@ -47,12 +47,18 @@ void PaintWords(QPainter& painter, const QRect& room, const QString& words, Qt::
                      painter.fontMetrics().elidedText(words, Qt::ElideRight, room.width()));
 }
 
+/// As they are painted: widths are fractions of a pixel.
+bool IsWhole(const QString& words, const QFontMetrics& metrics, int width)
+{
+    return metrics.elidedText(words, Qt::ElideRight, width) == words;
+}
+
 /// As many words as fit are taken from the beginning; all of them where the rest would be a part of
 /// a word alone.
 QString TakeLine(QString& words, const QFontMetrics& metrics, int width)
 {
     qsizetype end = words.size();
-    while (end > 0 && metrics.horizontalAdvance(words.left(end)) > width)
+    while (end > 0 && !IsWhole(words.left(end), metrics, width))
         end = words.lastIndexOf(QLatin1Char(' '), end - 1);
     if (end <= 0)
         end = words.size();
@@ -246,7 +252,7 @@ bool LevelDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
             ? std::min(view_.CoverWidth(), option.rect.width() - 2 * gap)
             : PlacesIn(view_.ColumnRect(LevelModel::NameColumn, option.rect)).words.width();
     const QString name = ToQt(level.text);
-    if (QFontMetrics(NameFont(option, level)).horizontalAdvance(name) > room)
+    if (!IsWhole(name, QFontMetrics(NameFont(option, level)), room))
         QToolTip::showText(event->globalPos(), PlainTip(name), view);
     else
         QToolTip::hideText();

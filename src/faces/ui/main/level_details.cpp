@@ -102,7 +102,7 @@ void LevelDetails::MakeOverview()
     middle->addLayout(MakeFacts());
     middle->addWidget(place_);
     note_->setWordWrap(true);
-    // The same room for every level, so that nothing below it jumps.
+    // The same room for every note, so that nothing below it jumps.
     note_->setFixedHeight(noteLines * note_->fontMetrics().lineSpacing());
     note_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     note_->setAlignment(Qt::AlignTop);
@@ -178,11 +178,17 @@ void LevelDetails::ShowRecord(const LevelRecord& record)
 {
     AllowButtons(true);
     name_->setText(ToQt(Trim(record.levelName)));
-    note_->setText(ToQt(Trim(record.levelNote)));
-    note_->setToolTip(PlainTip(note_->text()));
+    ShowNote(ToQt(Trim(record.levelNote)));
     ShowAuthor(record);
     ShowSizes(record.filesSize, record.extrasSize);
     code_->setText(ToQt(ZeroPadded(record.levelCode, codeDigits)));
+}
+
+void LevelDetails::ShowNote(const QString& words)
+{
+    note_->setText(words);
+    note_->setToolTip(PlainTip(words));
+    note_->setVisible(!words.isEmpty());
 }
 
 void LevelDetails::ShowSizes(double files, double extras)
@@ -256,8 +262,9 @@ void LevelDetails::ShowNothing()
     shown_.reset();
     stands_ = false;
     name_->setText(Words(Msg::NothingChosen));
-    for (QLabel* label : std::initializer_list<QLabel*>{note_, sizes_, code_, place_})
+    for (QLabel* label : {sizes_, code_, place_})
         label->clear();
+    ShowNote({});
     author_->Show({}, {});
     installed_->hide();
     AllowButtons(false);
@@ -273,7 +280,7 @@ void LevelDetails::ShowNothing()
 
 void LevelDetails::ShowActivity(const QString& text)
 {
-    note_->setText(text);
+    ShowNote(text);
     note_->repaint();
 }
 

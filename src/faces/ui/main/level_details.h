@@ -59,6 +59,7 @@ private:
     QLayout* MakeFacts();
     QWidget* MakeButtons();
     void AllowButtons(bool allowed);
+    void ShowNote(const QString& words);
     void ShowSizes(double files, double extras);
     void ShowAuthor(const LevelRecord& record);
     void OpenAuthor();

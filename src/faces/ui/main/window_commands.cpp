@@ -109,6 +109,7 @@ void WindowCommands::Do(const std::function<void()>& work)
 {
     if (session_.runningOperations > 0)
         return;
+    window_.ShowChosenNow(); // nothing of another level stands beside a question
     window_.Notes().Begin();
     window_.Levels().KeepPlace(true);
     work();

@@ -35,7 +35,12 @@ bool HidesFrames(const QPalette& palette)
 /// An outline in the text's colour; what has the keyboard has one of its own.
 void Outline(const QStyleOption& option, QPainter& painter)
 {
-    if (!HidesFrames(option.palette) || option.state.testFlag(QStyle::State_HasFocus))
+    // Fusion shows the keyboard by an edge of its own, on other controls than lines once Tab was
+    // pressed.
+    const bool isLine = qstyleoption_cast<const QStyleOptionFrame*>(&option) != nullptr;
+    const bool hasEdge = option.state.testFlag(QStyle::State_HasFocus) &&
+                         (isLine || option.state.testFlag(QStyle::State_KeyboardFocusChange));
+    if (!HidesFrames(option.palette) || hasEdge)
         return;
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
     if (button != nullptr && button->features.testFlag(QStyleOptionButton::DefaultButton))
@@ -109,6 +114,14 @@ void ClearBoxesStyle::drawComplexControl(ComplexControl control, const QStyleOpt
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if (control == CC_ComboBox || control == CC_SpinBox)
         Outline(*option, *painter);
+}
+
+int ClearBoxesStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                               QStyleHintReturn* answer) const
+{
+    return hint == SH_ItemView_ActivateItemOnSingleClick
+               ? 0
+               : QProxyStyle::styleHint(hint, option, widget, answer);
 }
 
 void ClearBoxesStyle::polish(QWidget* widget)

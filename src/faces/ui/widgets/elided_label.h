@@ -38,6 +38,7 @@ public:
     explicit ElidedParagraph(QWidget* parent = nullptr);
     /// The lines as they are painted.
     [[nodiscard]] QStringList ShownLines() const;
+    [[nodiscard]] bool hasHeightForWidth() const override { return false; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

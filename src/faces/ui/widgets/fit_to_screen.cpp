@@ -112,10 +112,11 @@ int HeightMissing(QWidget& window)
     window.grab({0, 0, 1, 1}); // lays out a window that nobody has seen yet
     const QSize room = (*shown)->viewport()->size();
     int missing = 0;
-    for (const QScrollArea* page : pages) // of several one is seen at a time
+    // Of several one is seen at a time. What wraps has its usual height there, not its least.
+    for (const QScrollArea* page : pages)
         if (const QLayout* layout = page->widget()->layout())
             missing = std::max(missing, (layout->hasHeightForWidth()
-                                             ? layout->totalMinimumHeightForWidth(room.width())
+                                             ? layout->totalHeightForWidth(room.width())
                                              : layout->totalMinimumSize().height()) -
                                             room.height());
     return missing;
