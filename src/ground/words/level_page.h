@@ -85,6 +85,7 @@ inline constexpr Message MarkOwnNoteHint{"Your own note on this level"};
 inline constexpr Message MarkAdded{"Added ~1"};
 inline constexpr Message MarkLastPlayed{"Last played ~1"};
 inline constexpr Message MarkPlayed{"Played for ~1"};
+inline constexpr Message MarkTags{"Tags: ~1"};
 
 inline constexpr Message StarsName{"Stars"};
 inline constexpr Message StarsNone{"No stars"};

@@ -13,6 +13,7 @@
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/qt_text.h"
+#include "ui/widgets/wrapping_row.h"
 #include "words/first_start.h"
 
 #include <QCheckBox>
@@ -168,8 +169,7 @@ QGroupBox* StartDialog::MakeTrleBox()
     auto* row = new QHBoxLayout;
     row->addWidget(trle_, 1);
     row->addWidget(PlainButton(box, "Pul_Sfoglia"));
-    auto* setups = new QHBoxLayout;
-    setups->addStretch();
+    auto* setups = new WrappingRow;
     setups->addWidget(PlainButton(box, "Pul_InstallCompresso"));
     setups->addWidget(PlainButton(box, "Pul_InstallTrleCD"));
     auto* column = new QVBoxLayout(box);

@@ -1,5 +1,6 @@
 #include "ui/main/marks_box.h"
 
+#include "core/text.h"
 #include "ui/main/play_head.h"
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/qt_text.h"
@@ -43,7 +44,7 @@ QString TimesOf(const LevelNote& note)
 
 MarksBox::MarksBox(QWidget* parent)
     : QWidget(parent), stars_(new StarsBox(this)), status_(new QComboBox(this)),
-      text_(new QPlainTextEdit(this)), times_(new ElidedLabel(this))
+      text_(new QPlainTextEdit(this)), tags_(new ElidedLabel(this)), times_(new ElidedLabel(this))
 {
     stars_->setObjectName(QStringLiteral("Box_Stars"));
     status_->setObjectName(QStringLiteral("Combo_Status"));
@@ -56,15 +57,17 @@ MarksBox::MarksBox(QWidget* parent)
     text_->setTabChangesFocus(true);
     text_->setFixedHeight(ownNoteLines * text_->fontMetrics().lineSpacing() + 12);
     text_->installEventFilter(this);
+    tags_->setObjectName(QStringLiteral("Label_Tags"));
     times_->setObjectName(QStringLiteral("Label_Played"));
     times_->setTextFormat(Qt::PlainText);
     auto* row = new QHBoxLayout;
     row->addWidget(stars_);
     row->addWidget(status_);
-    row->addWidget(times_, 1);
+    row->addWidget(tags_, 1);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->addLayout(row);
+    column->addWidget(times_);
     column->addWidget(text_);
     typed_.setSingleShot(true);
     connect(&typed_, &QTimer::timeout, this, &MarksBox::Commit);
@@ -96,6 +99,7 @@ void MarksBox::Show(LevelCode code, LevelNote note)
     stars_->SetStars(note_.stars);
     status_->setCurrentIndex(static_cast<int>(note_.status));
     times_->setText(TimesOf(note_));
+    tags_->setText(note_.tags.empty() ? QString{} : Words(Msg::MarkTags, {Join(note_.tags, ", ")}));
     // What somebody types just now stays.
     if (other || !typed_.isActive())
         if (const QString own = ToQt(note_.ownNote); own != text_->toPlainText())
@@ -112,6 +116,7 @@ void MarksBox::Clear()
     status_->setCurrentIndex(0);
     text_->clear();
     times_->clear();
+    tags_->clear();
     setEnabled(false);
 }
 

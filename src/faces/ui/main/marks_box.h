@@ -41,6 +41,7 @@ private:
     StarsBox* stars_;
     QComboBox* status_;
     QPlainTextEdit* text_;
+    QLabel* tags_;
     QLabel* times_;
     QTimer typed_;        ///< runs while somebody types
     bool goesOn_ = false; ///< a part of what is typed now was stored already

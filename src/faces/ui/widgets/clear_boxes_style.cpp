@@ -74,7 +74,7 @@ void ClearBoxesStyle::drawPrimitive(PrimitiveElement element, const QStyleOption
     if (element == PE_FrameLineEdit || element == PE_PanelButtonCommand ||
         element == PE_FrameGroupBox)
         return Outline(*option, *painter);
-    const bool box = element == PE_IndicatorCheckBox;
+    const bool box = element == PE_IndicatorCheckBox || element == PE_FrameMenu;
     if ((!box && element != PE_IndicatorRadioButton) || !IsDark(option->palette))
         return;
     QColor outline = option->palette.color(QPalette::WindowText);
