@@ -71,7 +71,8 @@ QString OnLines(const QString& words, const QFontMetrics& metrics, int width)
     return lines + line;
 }
 
-void BreakWords(QAbstractButton& box, const QWidget& page, int room)
+/// True when the words are broken in another way than before.
+bool BreakWords(QAbstractButton& box, const QWidget& page, int room)
 {
     QString whole = box.property(wholeWords).toString();
     if (whole.isEmpty() || !box.text().contains(QLatin1Char('\n')))
@@ -84,9 +85,20 @@ void BreakWords(QAbstractButton& box, const QWidget& page, int room)
     const QString lines =
         OnLines(whole, metrics, room - left - std::min(left, marginOfPage) - mark);
     if (lines == box.text())
-        return;
+        return false;
     box.setProperty(wholeWords, whole);
     box.setText(lines);
+    return true;
+}
+
+/// From the inside to the outside.
+void LayOutInside(QWidget& page)
+{
+    for (QObject* child : page.children())
+        if (auto* widget = qobject_cast<QWidget*>(child))
+            LayOutInside(*widget);
+    if (page.layout() != nullptr)
+        page.layout()->activate();
 }
 
 /// The size of the words when they are wrapped at a width.
@@ -153,10 +165,15 @@ void ScrollPage::resizeEvent(QResizeEvent* event)
     QScrollArea::resizeEvent(event);
     if (QLayout* layout = widget()->layout())
         layout->activate(); // so that each box stands where it will be
-    for (auto* box : widget()->findChildren<QCheckBox*>())
-        BreakWords(*box, *widget(), viewport()->width());
-    for (auto* box : widget()->findChildren<QRadioButton*>())
-        BreakWords(*box, *widget(), viewport()->width());
+    bool isOther = false;
+    for (auto* box : widget()->findChildren<QAbstractButton*>())
+        if (qobject_cast<QCheckBox*>(box) != nullptr || qobject_cast<QRadioButton*>(box) != nullptr)
+            isOther = BreakWords(*box, *widget(), viewport()->width()) || isOther;
+    if (!isOther)
+        return;
+    // The page has its new height at once, so that nothing is painted into the old one.
+    LayOutInside(*widget());
+    QScrollArea::resizeEvent(event);
 }
 
 void KeepOnScreen(QMessageBox& box)
