@@ -89,7 +89,8 @@ void LevelColumns::Arrange(int width)
         resizeSection(column, WidthOf(column));
         room -= WidthOf(column);
     }
-    resizeSection(LevelModel::NameColumn, std::max(room, 0) + name);
+    // In a list that is narrower than that it has all there is.
+    resizeSection(LevelModel::NameColumn, std::max(room + name, 1));
 }
 
 int LevelColumns::NextShown(int column) const
