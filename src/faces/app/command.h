@@ -100,7 +100,7 @@ struct InTerminal {
     /// Takes the row in place of those before it with the same words.
     bool (*when)(const Run&) = nullptr;
     Message usage = Message{};   ///< its words behind the program's name
-    Message summary = Message{}; ///< one line
+    Message summary = Message{}; ///< what the help says of it
     Message json = Message{};    ///< the keys of its result; empty when it has none
     std::size_t leastWords = 0;
     std::size_t mostWords = 0;
