@@ -19,7 +19,6 @@ namespace
 constexpr const char* programGroup = "program";
 constexpr const char* exactGroup = "exact-folders";
 constexpr const char* drivesGroup = "drives";
-constexpr std::int32_t historyMost = 1'000'000;
 
 using KeyFile = std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)>;
 
@@ -60,7 +59,7 @@ std::int32_t NumberValue(GKeyFile* keys, const char* name, std::int32_t fallback
         g_error_free(error);
         return fallback;
     }
-    return std::clamp(value, 0, historyMost);
+    return std::clamp(value, 0, mostThatIsKept);
 }
 
 /// The lines of the group that name a drive.

@@ -16,6 +16,9 @@ namespace kestrova
 /// Of the texts as they stand in the words.
 inline constexpr std::string_view toldLanguage = "en";
 
+/// The most that can be set of files, changes and megabytes that are kept.
+inline constexpr std::int32_t mostThatIsKept = 1'000'000;
+
 struct ProgramSettings {
     std::string language{toldLanguage};  ///< of the texts; one that this version lacks stays
     std::string wineCommand;             ///< starts a Windows program

@@ -25,7 +25,6 @@ namespace
 {
 
 constexpr std::size_t nameFieldSize = 256;
-constexpr std::int32_t mostKept = 1'000'000;
 
 /// A value that can be set: how it reads, and how a word becomes it (False for nonsense).
 struct SettingRow {
@@ -52,7 +51,7 @@ bool SetFlag(bool& flag, const std::string& word)
 bool SetNumber(std::int32_t& number, const std::string& word)
 {
     const auto value = WholeNumber<std::int32_t>(word);
-    if (!value || *value < 0 || *value > mostKept)
+    if (!value || *value < 0 || *value > mostThatIsKept)
         return false;
     number = *value;
     return true;

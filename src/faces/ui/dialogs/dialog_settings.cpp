@@ -36,8 +36,6 @@ namespace
 {
 
 constexpr int settingsWidth = 600;
-constexpr int mostHistoryFiles = 100'000;
-constexpr int mostHistoryMegabytes = 1'000'000;
 
 struct PlaceLine {
     const char* caption;
@@ -219,17 +217,17 @@ QWidget* SettingsDialog::MakeWine()
 
 QWidget* SettingsDialog::MakeComputer()
 {
-    const auto number = [](const char* name, int most, int value) {
+    const auto number = [](const char* name, int value) {
         auto* box = Named<QSpinBox>(name);
-        box->setRange(0, most);
+        box->setRange(0, mostThatIsKept);
         box->setValue(value);
         return box;
     };
     const ProgramSettings& now = form_.settings;
-    historyCount_ = number("Spin_HistoryCount", mostHistoryFiles, now.historyCount);
-    historySize_ = number("Spin_HistorySize", mostHistoryMegabytes, now.historyMegabytes);
-    undoCount_ = number("Spin_UndoCount", mostHistoryFiles, now.undoCount);
-    undoSize_ = number("Spin_UndoSize", mostHistoryMegabytes, now.undoMegabytes);
+    historyCount_ = number("Spin_HistoryCount", now.historyCount);
+    historySize_ = number("Spin_HistorySize", now.historyMegabytes);
+    undoCount_ = number("Spin_UndoCount", now.undoCount);
+    undoSize_ = number("Spin_UndoSize", now.undoMegabytes);
 
     auto* history = Named<QGroupBox>("Frame_History");
     auto* historyForm = new QFormLayout(history);
