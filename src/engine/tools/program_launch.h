@@ -24,8 +24,9 @@ Result<platform::Launch> LaunchInPrefix(const Tools& tools, const Path& prefix,
 
 /// The Wine prefix whose drive C the path lies on; empty when it lies on none.
 Path PrefixAbove(const Path& path);
-/// The folder in which Wine keeps its drive C for a program of that place: the one above it, or
-/// else the person's own. Empty when nobody says where that is.
+/// The Wine prefix that a program of that place runs in: the one on whose drive C it lies, or the
+/// one that the surroundings name, or the usual one, which need not be there yet. Empty when nobody
+/// says where the person's home is.
 Path WinePrefixFor(const Path& place);
 
 /// Why the system would not start this file; empty when it would.

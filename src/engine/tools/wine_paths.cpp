@@ -86,15 +86,6 @@ std::string ShortForm(const Tools& tools, const Path& prefix, const Path& folder
 
 } // namespace
 
-Path PrefixOf(const Path& program)
-{
-    if (Path above = PrefixAbove(program); !above.empty())
-        return above;
-    if (Path named = platform::NamedWinePrefix(); !named.empty())
-        return named;
-    return platform::HomeFolder() / OnDisk::WineUsualPrefix;
-}
-
 std::string WindowsPath(const Path& prefix, const Path& path)
 {
     Path place;
@@ -117,7 +108,7 @@ std::string WindowsPath(const Path& prefix, const Path& path)
 
 std::string PathForProgram(const Path& program, const Path& path)
 {
-    return IsWindowsProgram(program) ? WindowsPath(PrefixOf(program), path)
+    return IsWindowsProgram(program) ? WindowsPath(WinePrefixFor(program), path)
                                      : platform::AbsolutePath(path).native();
 }
 
@@ -126,7 +117,7 @@ std::string ShortPathForProgram(const Tools& tools, const Path& program, const P
 {
     if (!IsWindowsProgram(program))
         return platform::AbsolutePath(file).native();
-    const Path prefix = PrefixOf(program);
+    const Path prefix = WinePrefixFor(program);
     const std::string whole = WindowsPath(prefix, file);
     const std::size_t end = whole.rfind('\\');
     const std::string folder = whole.substr(0, end);

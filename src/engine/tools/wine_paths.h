@@ -7,10 +7,6 @@
 namespace kestrova
 {
 
-/// The Wine prefix that a program runs in: the one on whose drive C it lies, or the one that the
-/// surroundings name, or the usual one, which need not be there yet.
-Path PrefixOf(const Path& program);
-
 /// A path on a drive of the prefix: of those that hold it, the one that reaches furthest. A prefix
 /// that is not there yet will have its drive C and, as Z, the whole disk.
 std::string WindowsPath(const Path& prefix, const Path& path);
