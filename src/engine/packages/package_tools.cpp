@@ -128,6 +128,14 @@ const UnpackTool& Bsdtar()
     return bsdtar;
 }
 
+bool EndsWithOneOf(const Path& file, std::string_view list)
+{
+    const std::vector<std::string> endings = Split(list, '|');
+    return std::any_of(endings.begin(), endings.end(), [&](const std::string& ending) {
+        return EndsWithName(file.filename().native(), ending);
+    });
+}
+
 } // namespace
 
 const UnpackTool& ToolOf(Unpacker unpacker)
@@ -137,18 +145,20 @@ const UnpackTool& ToolOf(Unpacker unpacker)
 
 Unpacker UnpackerOf(const Path& package)
 {
-    const std::vector<std::string> endings = Split(OnDisk::PackageEndings, '|');
-    const bool other = std::any_of(endings.begin(), endings.end(), [&](const std::string& ending) {
-        return EndsWithName(package.filename().native(), ending);
-    });
-    return other ? Unpacker::Bsdtar : Unpacker::Unzip;
+    return EndsWithOneOf(package, OnDisk::PackageEndings) ? Unpacker::Bsdtar : Unpacker::Unzip;
+}
+
+bool IsPackage(const Path& file)
+{
+    return EndsWithOneOf(file, OnDisk::ZipEndings) || EndsWithOneOf(file, OnDisk::PackageEndings);
 }
 
 std::string PackagePatterns()
 {
-    std::string patterns = "*" + std::string{OnDisk::EndingZip};
-    for (const std::string& ending : Split(OnDisk::PackageEndings, '|'))
-        patterns += ";*" + ending;
+    std::string patterns;
+    for (const std::string_view endings : {OnDisk::ZipEndings, OnDisk::PackageEndings})
+        for (const std::string& ending : Split(endings, '|'))
+            patterns += (patterns.empty() ? "*" : ";*") + ending;
     return patterns;
 }
 

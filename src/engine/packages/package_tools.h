@@ -35,6 +35,9 @@ const UnpackTool& ToolOf(Unpacker unpacker);
 /// The tool that reads a package of this name: `unzip` but for the kinds that only `bsdtar` knows.
 Unpacker UnpackerOf(const Path& package);
 
+/// True for a name that only a package has: `.zip`, `.7z`, `.tar.gz` …
+bool IsPackage(const Path& file);
+
 /// The patterns of all packages that can be read, parted by semicolons: `*.zip;*.7z` …
 std::string PackagePatterns();
 

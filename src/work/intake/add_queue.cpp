@@ -5,6 +5,7 @@
 #include "intake/draft_sources.h"
 #include "intake/queue_host.h"
 #include "intake/unpacked_ahead.h"
+#include "packages/package_tools.h"
 #include "session/cleared_progress.h"
 #include "words/add_many.h"
 

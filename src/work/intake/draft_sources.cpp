@@ -5,6 +5,7 @@
 #include "intake/draft_files.h"
 #include "intake/folder_sources.h"
 #include "intake/source_choice.h"
+#include "packages/package_tools.h"
 #include "session/telling.h"
 #include "words/sources.h"
 

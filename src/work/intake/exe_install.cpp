@@ -12,6 +12,7 @@
 #include "intake/exe_level.h"
 #include "intake/file_names.h"
 #include "intake/installer_leave.h"
+#include "packages/package_tools.h"
 #include "session/cleared_progress.h"
 #include "session/telling.h"
 #include "words/installers.h"

@@ -11,7 +11,6 @@ namespace kestrova::OnDisk
 inline constexpr std::string_view FragKeptRecord = "\\record";
 inline constexpr std::string_view EndingKeptTarget = ".target";
 inline constexpr std::string_view EndingKeptFile = ".was";
-inline constexpr std::string_view EndingZipx = ".zipx";
 inline constexpr std::string_view EndingTar = ".tar";
 inline constexpr std::string_view EveryEnding = ".*";
 inline constexpr std::string_view EndingExe = ".exe";

@@ -2,6 +2,7 @@
 
 #include "core/file_kinds.h"
 #include "core/folder_names.h"
+#include "packages/package_tools.h"
 #include "session/cleared_progress.h"
 #include "words/sources.h"
 

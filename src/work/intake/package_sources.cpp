@@ -158,13 +158,6 @@ Status UnzipSource(Host& host, Machine& machine, const Folders& folders, const T
 
 } // namespace
 
-bool IsPackage(const Path& file)
-{
-    return EndsWithName(file.filename().native(), OnDisk::EndingZip) ||
-           EndsWithName(file.filename().native(), OnDisk::EndingZipx) ||
-           UnpackerOf(file) == Unpacker::Bsdtar;
-}
-
 std::string LevelNameFrom(const Path& source)
 {
     std::string name = BaseNameOf(Readable(source.filename().native()));

@@ -9,8 +9,6 @@
 namespace kestrova
 {
 
-/// True for a name that only a package has: `.zip`, `.7z`, `.tar.gz` …
-bool IsPackage(const Path& file);
 /// What a source is called as a level: its name without its endings.
 std::string LevelNameFrom(const Path& source);
 

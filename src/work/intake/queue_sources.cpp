@@ -6,7 +6,7 @@
 #include "formats/program_folder.h"
 #include "intake/exe_install.h"
 #include "intake/file_names.h"
-#include "intake/package_sources.h"
+#include "packages/package_tools.h"
 
 #include <algorithm>
 #include <set>

@@ -5,6 +5,7 @@
 #include "core/look.h"
 #include "core/ordered_jobs.h"
 #include "core/removal.h"
+#include "packages/package_tools.h"
 #include "storage/compressed_kinds.h"
 #include "storage/zl_file.h"
 

@@ -1,9 +1,12 @@
 // Packages that are good, though not of the usual make, and what of them could be lost.
 #include "packages/unzip.h"
 
+#include "core/text.h"
+#include "packages/package_tools.h"
 #include "world/tool_box.h"
 #include "world/zip_builder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace kestrova::testing
@@ -52,6 +55,17 @@ std::string ZstdFrame(const std::string& content)
     const auto block = static_cast<std::uint32_t>(content.size()) << 3 | 1;
     return head + static_cast<char>(content.size()) + static_cast<char>(block & 0xFF) +
            static_cast<char>(block >> 8) + '\0' + content;
+}
+
+TEST_F(OddPackages, EveryKindThatAChooserOffersIsTaken)
+{
+    const std::vector<std::string> patterns = Split(PackagePatterns(), ';');
+    EXPECT_THAT(patterns, ::testing::IsSupersetOf({"*.zip", "*.zipx", "*.7z", "*.tar.gz"}));
+    for (const std::string& pattern : patterns)
+        EXPECT_TRUE(IsPackage("Level One" + pattern.substr(1)) &&
+                    IsPackage("LEVEL" + UpperCase(pattern.substr(1))))
+            << pattern;
+    EXPECT_FALSE(IsPackage("level.tr4") || IsPackage("level.zip.txt") || IsPackage("zip"));
 }
 
 TEST_F(OddPackages, EveryMethodOfPackingIsRead)

@@ -2,8 +2,8 @@
 
 #include "core/files.h"
 #include "core/text.h"
-#include "intake/package_sources.h"
 #include "intake/queue_sources.h"
+#include "packages/package_tools.h"
 #include "session/operation.h"
 #include "ui/desktop/file_names.h"
 #include "ui/widgets/qt_text.h"
