@@ -1,5 +1,7 @@
 #include "world.h"
 
+#include "sandbox/faults.h"
+
 #include <chrono>
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -36,7 +38,7 @@ TEST(RandomPlay, LosesNothingAndAlwaysGoesOn)
     using Clock = std::chrono::steady_clock;
     const auto end = Clock::now() + std::chrono::minutes{Setting("KESTROVA_ENDURE_MINUTES", 0)};
     const int first = Setting("KESTROVA_ENDURE_SEED", 1);
-    const int walks = Setting("KESTROVA_ENDURE_WALKS", 4);
+    const int walks = Setting("KESTROVA_ENDURE_WALKS", (3 + WalkStride()) / WalkStride());
     for (int walk = 0; walk < walks || Clock::now() < end; ++walk)
         if (!WalkHolds(static_cast<std::uint32_t>(first + walk), 40))
             return;
