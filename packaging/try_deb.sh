@@ -66,6 +66,12 @@ ctl play 1 --no-start
 ctl verify
 ctl original
 ctl help Savegames
+for language in de it en@proofread; do
+    inside test -s "/usr/share/locale/$language/LC_MESSAGES/kestrova.mo"
+done
+ctl set language de
+inside kestrovactl --home /tmp/home verify | grep -qx 'Kein Unterschied.'
+ctl set language en
 
 say "the windows"
 inside kestrova --version
