@@ -1,5 +1,4 @@
 #include "swap/backup.h"
-#include "core/size_words.h"
 #include "swap/backup_state.h"
 
 #include "archive/level_folders.h"
@@ -8,6 +7,7 @@
 #include "core/look.h"
 #include "core/name_set.h"
 #include "core/removal.h"
+#include "core/size_words.h"
 #include "formats/marker.h"
 #include "formats/trle_folder.h"
 #include "history/players_files.h"
