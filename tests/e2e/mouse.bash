@@ -42,12 +42,6 @@ clicks() {
     finds "$@"
     xdotool mousemove --sync "$x" "$y" click 1
 }
-# chooses COMBO TEXT: opens that list and clicks its row.
-chooses() {
-    clicks "$1"
-    clicks row "$2"
-    rests
-}
 # answers TEXT BUTTON: of the question whose words match, by the words on its button.
 answers() {
     finds '*' "$1"

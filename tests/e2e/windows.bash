@@ -38,10 +38,14 @@ start_windows() {
     window=$!
 }
 
-# fails WORDS…: says so, with the windows that are there.
+# fails WORDS…: says so, with the windows that are there, their sizes, and which has the keyboard.
 fails() {
+    local id
     echo "$*; there are:" >&2
-    xdotool search --onlyvisible --name . getwindowname %@ >&2 || true
+    for id in $(xdotool search --onlyvisible --name .); do
+        xdotool getwindowname "$id" getwindowgeometry "$id" >&2 || true
+    done
+    echo "the keyboard: $(xdotool getwindowfocus)" >&2
     exit 1
 }
 # Seconds that one wait may take, also under the sanitizers beside other work.
