@@ -287,8 +287,8 @@ int main(int argc, char** argv)
     World world{true};
     const auto window = Open(world.session, world.list);
     MeasureSearch(*window);
-    MeasureSort(*window);
     MeasureAddresses(world.session);
     MeasureCovers(world.box);
+    MeasureSort(*window); // after it the savegames of all levels are counted for a while
     return 0;
 }
