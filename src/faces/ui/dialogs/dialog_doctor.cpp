@@ -153,7 +153,7 @@ void DoctorDialog::ShowRows()
     list_->setCurrentIndex(model_->index(0, 0));
     const bool empty = model_->rowCount() == 0;
     // The last column, with its sentences, has what the names leave.
-    ShareWidth(*list_, {25, 25, 15}, list_->viewport()->width());
+    ShareWidth(*list_, {25, 25, 15}, isVisible() ? list_->viewport()->width() : doctorSize.width());
     for (int column = CheckModel::Level; column < CheckModel::Source && !empty; ++column)
         list_->setColumnWidth(column, std::min(list_->columnWidth(column), WordsWidth(column)));
     hint_->setVisible(empty);
