@@ -126,6 +126,15 @@ private:
     Host& host_;
 };
 
+/// A list of proposals below the line takes the keyboard for a moment whenever it opens or closes,
+/// and what is typed meanwhile is lost to the chooser: it puts the names of the folders on the way
+/// in its place, and answers with one of them.
+void WithoutProposals(QFileDialog& chooser)
+{
+    if (auto* line = chooser.findChild<QLineEdit*>())
+        line->setCompleter(nullptr);
+}
+
 /// What the person chose; nothing when that was to cancel.
 QStringList AllChosen(QFileDialog& chooser, const Path& start, const std::string& suggestion = {})
 {
@@ -134,6 +143,7 @@ QStringList AllChosen(QFileDialog& chooser, const Path& start, const std::string
     if (!suggestion.empty())
         chooser.selectFile(ToQt(suggestion));
     ResizeToFit(chooser, chooser.sizeHint());
+    WithoutProposals(chooser);
     const InputGate::Admission admission{chooser};
     return chooser.exec() == QDialog::Accepted ? chooser.selectedFiles() : QStringList{};
 }
