@@ -18,8 +18,13 @@ namespace
 
 LevelFault BackupFault(FileFault kind, const NotedFile& noted, std::string reason = {})
 {
-    return {kind, Readable(ToBackslashes(noted.name)), noted.name,
+    return {kind, Readable(ToBackslashes(noted.name)).substr(1), noted.name,
             StoredEntry{noted.name, noted.size, 0, noted.hash, {}}, std::move(reason)};
+}
+
+LevelFault ContentFault(const NotedFile& noted, const NotedFile& now)
+{
+    return BackupFault(now.size < noted.size ? FileFault::Cut : FileFault::Differs, noted);
 }
 
 /// A file of the backup as it is now.
@@ -71,7 +76,7 @@ Result<CheckedLevel> VerifyBackup(const Folders& folders, Noting noting, const H
             checked.faults.push_back(
                 BackupFault(FileFault::Unreadable, *known->second, file.failure.message()));
         else if (file.now.hash != known->second->hash)
-            checked.faults.push_back(BackupFault(FileFault::Differs, *known->second));
+            checked.faults.push_back(ContentFault(*known->second, file.now));
         missing.erase(known);
     }
     for (const auto& [name, file] : missing)

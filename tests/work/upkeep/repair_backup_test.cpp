@@ -113,10 +113,14 @@ TEST(RepairBackup, ClaimsNothingOfWhatNobodyNotedOrTheProgramChanged)
     EXPECT_TRUE(checked->faults.empty());
     // The next check notes it, and then it is known.
     ASSERT_TRUE(VerifyBackup(folders, Noting::Yes));
-    world.Write(BackupWorld::original, "damaged after that");
-    checked = VerifyBackup(folders, Noting::Yes);
-    ASSERT_TRUE(checked && checked->faults.size() == 1);
-    EXPECT_EQ(checked->faults.front().kind, FileFault::Differs);
+    for (const auto& [bytes, kind] : {std::pair{"CAME with an import", FileFault::Differs},
+                                      std::pair{"came with", FileFault::Cut}}) {
+        world.Write(BackupWorld::original, bytes);
+        checked = VerifyBackup(folders, Noting::Yes);
+        ASSERT_TRUE(checked && checked->faults.size() == 1);
+        EXPECT_EQ(checked->faults.front().kind, kind) << bytes;
+        EXPECT_EQ(checked->faults.front().file, "Script.dat");
+    }
 
     // Another folder in its place is another backup, and a damaged note says nothing.
     fs::copy(world / "home/backup_trle", world / "copy", fs::copy_options::recursive);
