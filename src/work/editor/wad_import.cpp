@@ -61,18 +61,6 @@ Status ImportAll(const WadWork& work, const std::vector<Path>& files, const AskL
     return TakeNewLevels(work, *fresh, askName);
 }
 
-/// Both trees as they were, and why.
-void TakeBack(Host& host, ImportedFiles& files, const Failure& why, const Heartbeat& alive)
-{
-    const bool changed = files.IsOpen();
-    if (changed)
-        if (const auto back = files.TakeBack(alive); !back)
-            return TellFailure(host, GetMsg(Msg::ImportNotTakenBack), back.Error());
-    if (why.code == ErrorCode::Stopped)
-        return host.Tell(Tone::Warning, GetMsg(Msg::ImportStopped));
-    TellFailure(host, GetMsg(changed ? Msg::ImportNotKept : Msg::ImportNotBegun), why);
-}
-
 } // namespace
 
 WadImport::WadImport(Session& session, ProgressScope& progress)
@@ -111,10 +99,33 @@ void WadImport::AddSubject(const std::string& subject)
     subject_ += subject;
 }
 
-void WadImport::Run(const AskLevelName& askName)
+void WadImport::Ended() const
+{
+    if (ended_)
+        ended_();
+}
+
+void WadImport::TakeBack(ImportedFiles& files, const Failure& why, const Heartbeat& alive)
+{
+    Host& host = session_.host;
+    const bool changed = files.IsOpen();
+    const Status back = changed ? files.TakeBack(alive) : Status{};
+    report_ += LogLine({Told(Msg::ImportLineStopped)});
+    Ended();
+    if (!back)
+        TellFailure(host, GetMsg(Msg::ImportNotTakenBack), back.Error());
+    else if (why.code == ErrorCode::Stopped)
+        host.Tell(Tone::Warning, GetMsg(Msg::ImportStopped));
+    else
+        TellFailure(host, GetMsg(changed ? Msg::ImportNotKept : Msg::ImportNotBegun), why);
+    (void)Refresh(); // what was left out is gone
+}
+
+void WadImport::Run(const AskLevelName& askName, const std::function<void()>& ended)
 {
     const Operation operation{session_};
     report_.clear();
+    ended_ = ended;
     if (!MayLend(session_))
         return;
     progress_.AllowStop();
@@ -131,20 +142,17 @@ void WadImport::Run(const AskLevelName& askName)
         imported = files.End(BeatOf(work));
     ClearProgress(progress_);
     BoundImports(session_.Folders(), session_.settings);
-    if (!imported && (files.IsOpen() || !ImportWaits(session_.Folders()))) {
-        TakeBack(session_.host, files, imported.Error(), BeatOf(work));
-        report_ += LogLine({Told(Msg::ImportLineStopped)});
-        (void)Refresh(); // what was left out is gone
-        return;
-    }
-    if (!imported)
-        TellFailure(session_.host, GetMsg(Msg::ImportNotEnded), imported.Error());
-    Finish();
+    if (!imported && (files.IsOpen() || !ImportWaits(session_.Folders())))
+        return TakeBack(files, imported.Error(), BeatOf(work));
+    Finish(imported);
 }
 
-void WadImport::Finish()
+void WadImport::Finish(const Status& imported)
 {
     report_ += LogLine({}) + Told(Msg::ImportLineFinished);
+    Ended();
+    if (!imported)
+        TellFailure(session_.host, GetMsg(Msg::ImportNotEnded), imported.Error());
     DoneOrTold(session_.host, WriteActivityLog(session_.Folders(), session_.preferences, report_));
     session_.host.Tell(Tone::Plain, GetMsg(Msg::ImportFinished));
     done_ = true;

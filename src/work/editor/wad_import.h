@@ -4,11 +4,14 @@
 #include "editor/wad_scripts.h"
 #include "session/session.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 
 namespace kestrova
 {
+
+class ImportedFiles;
 
 /// A wad package on its way into the Level Editor's folder and into the backup of its originals,
 /// for good: its files in a folder of the program's own, and what is done with them. `progress`
@@ -33,8 +36,8 @@ public:
 
     /// Installs the files, compiles, merges the new levels into the scripts. What fails on the way
     /// is told or a line of the report. A stopped one, or one whose way back could not be kept, is
-    /// taken back as a whole.
-    void Run(const AskLevelName& askName);
+    /// taken back as a whole. `ended` is called once the report is whole, before the end is told.
+    void Run(const AskLevelName& askName, const std::function<void()>& ended = {});
     /// It has run to its end, and its folder is gone.
     [[nodiscard]] bool IsDone() const { return done_; }
     /// What became of each file, in lines with CR LF.
@@ -44,7 +47,10 @@ public:
     [[nodiscard]] ProgressScope& Progress() const { return progress_; }
 
 private:
-    void Finish();
+    /// Both trees as they were, and why.
+    void TakeBack(ImportedFiles& files, const Failure& why, const Heartbeat& alive);
+    void Finish(const Status& imported);
+    void Ended() const;
 
     Session& session_;
     ProgressScope& progress_;
@@ -53,6 +59,7 @@ private:
     std::vector<Path> files_;
     std::string subject_;
     std::string report_;
+    std::function<void()> ended_;
     bool done_ = false;
 };
 

@@ -17,6 +17,20 @@ namespace kestrova::testing
 namespace
 {
 
+/// Looks at the window while it tells something.
+class LookingHost : public ScriptedHost
+{
+public:
+    std::function<void(const std::string& text)> look;
+    void Tell(Tone tone, const std::string& text, const std::string& reason = {},
+              const std::string& details = {}) override
+    {
+        if (look)
+            look(text);
+        ScriptedHost::Tell(tone, text, reason, details);
+    }
+};
+
 /// A small wad package; a level of it is finished.
 Path MakePackage(WindowWorld& world)
 {
@@ -64,27 +78,41 @@ void AnswerName(const QString& name, int& asked)
 
 TEST(WadsWindow, ImportsWhatWasDroppedAndReports)
 {
-    WindowWorld world;
+    LookingHost host;
+    WindowWorld world{&host};
     MakeScripts(world);
     const Path package = MakePackage(world);
     const auto before = world.box.Snapshot("trle");
     AddWadsDialog dialog{world.session, nullptr};
     EXPECT_EQ(CaptionFaults(dialog), QStringList{});
-    ASSERT_TRUE(dialog.Ready()) << world.box.host.AllTold();
+    ASSERT_TRUE(dialog.Ready()) << host.AllTold();
     EXPECT_FALSE(In(dialog, "Pul_Import")->isEnabled());
     Press(dialog, "Pul_Print");
-    EXPECT_TRUE(world.box.host.WasTold("No text to print"));
-    world.box.host.WillChoose("", package);
+    EXPECT_TRUE(host.WasTold("No text to print"));
+    host.WillChoose("", package);
     Press(dialog, "Pul_AddFolder");
-    EXPECT_EQ(In<QTreeWidget>(dialog, "List_Files")->topLevelItemCount(), 6)
-        << world.box.host.AllTold();
+    EXPECT_EQ(In<QTreeWidget>(dialog, "List_Files")->topLevelItemCount(), 6) << host.AllTold();
     ASSERT_TRUE(In(dialog, "Pul_Import")->isEnabled());
 
+    bool looked = false;
+    host.look = [&](const std::string& text) {
+        if (text != "Wads update finished")
+            return;
+        looked = true;
+        EXPECT_TRUE(In<QPlainTextEdit>(dialog, "Text_Prospetto")->toPlainText().endsWith("*"))
+            << "the report stands below the box";
+        EXPECT_TRUE(In(dialog, "Pul_Stop")->isHidden());
+        for (const char* button :
+             {"Pul_Import", "Pul_AddFile", "Pul_AddFolder", "Pul_Print", "Pul_Cancel"})
+            EXPECT_FALSE(In(dialog, button)->isEnabled()) << button << " cannot be pressed now";
+    };
     int asked = 0;
     AnswerName(QStringLiteral("Meine Stadt"), asked);
     Press(dialog, "Pul_Import");
     EXPECT_EQ(asked, 1);
-    EXPECT_TRUE(world.box.host.WasTold("Wads update finished")) << world.box.host.AllTold();
+    EXPECT_TRUE(looked);
+    EXPECT_TRUE(In(dialog, "Pul_Cancel")->isEnabled());
+    EXPECT_TRUE(host.WasTold("Wads update finished")) << host.AllTold();
     const QString report = In<QPlainTextEdit>(dialog, "Text_Prospetto")->toPlainText();
     EXPECT_TRUE(report.contains(QStringLiteral("setup.exe -> [IGNORED]"))) << FromQt(report);
     EXPECT_TRUE(report.endsWith(QStringLiteral("*** Wads update finished ***")));
@@ -95,7 +123,7 @@ TEST(WadsWindow, ImportsWhatWasDroppedAndReports)
     dialog.reject();
 
     std::string subject;
-    ASSERT_TRUE(UndoNewestImport(world.session, subject)) << world.box.host.AllTold();
+    ASSERT_TRUE(UndoNewestImport(world.session, subject)) << host.AllTold();
     EXPECT_EQ(subject, "new wads");
     EXPECT_EQ(world.box.Snapshot("trle"), before);
 }

@@ -148,13 +148,14 @@ bool AddWadsDialog::Ready()
 bool AddWadsDialog::RunWith(const Path& package)
 {
     QTimer::singleShot(0, this, [this, package] {
+        working_ = true;
+        ShowState();
         progress_.Begin();
         if (PrepareWadImport(wads_, package)) {
             ShowState();
-            wads_.Run([this](const std::string& original) { return AskName(original); });
+            ImportAll();
         }
         progress_.End();
-        ShowState();
         QDialog::reject();
     });
     exec();
@@ -165,18 +166,35 @@ void AddWadsDialog::Run(const std::function<void()>& work)
 {
     if (session_.runningOperations > 0)
         return;
+    QWidget* const before = focusWidget();
+    working_ = true;
+    ShowButtons();
     {
         const Operation operation{session_};
         progress_.Begin();
         work();
         progress_.End();
     }
+    working_ = false;
     ShowState();
+    if (before != nullptr && before->isEnabled())
+        before->setFocus();
+}
+
+void AddWadsDialog::ImportAll()
+{
+    // The box that tells of the end stands over the whole report, and nothing is left to be
+    // stopped.
+    wads_.Run([this](const std::string& original) { return AskName(original); },
+              [this] {
+                  progress_.End();
+                  ShowReport();
+              });
 }
 
 void AddWadsDialog::Import()
 {
-    Run([this] { wads_.Run([this](const std::string& original) { return AskName(original); }); });
+    Run([this] { ImportAll(); });
     (wads_.IsDone() ? cancel_ : import_)->setFocus();
 }
 
@@ -209,14 +227,26 @@ void AddWadsDialog::ShowState()
     }
     files_->addTopLevelItems(items);
     hint_->setVisible(items.isEmpty());
-    import_->setEnabled(!items.isEmpty());
+    ShowButtons();
     const QString caption = Words(Msg::AddWadsClose);
     if (wads_.IsDone() && cancel_->accessibleName() != caption) {
         cancel_->setText(QLatin1Char('&') + caption);
         cancel_->setAccessibleName(caption);
     }
+    ShowReport();
+}
+
+void AddWadsDialog::ShowReport()
+{
     report_->setPlainText(ToQt(wads_.Report()));
     report_->verticalScrollBar()->setValue(report_->verticalScrollBar()->maximum());
+}
+
+void AddWadsDialog::ShowButtons()
+{
+    for (auto* button : findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly))
+        if (button != stop_)
+            button->setEnabled(!working_ && (button != import_ || !wads_.Files().empty()));
 }
 
 void AddWadsDialog::reject()

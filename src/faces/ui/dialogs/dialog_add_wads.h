@@ -39,8 +39,12 @@ private:
     /// Work on the import, and the window as it is then.
     void Run(const std::function<void()>& work);
     void Import();
+    void ImportAll();
     void Print();
+    void ShowReport();
     void ShowState();
+    /// What cannot be pressed while work goes on is seen to be so.
+    void ShowButtons();
     [[nodiscard]] std::string AskName(const std::string& original);
 
     Session& session_;
@@ -54,6 +58,7 @@ private:
     QPushButton* cancel_;
     StoppableProgress progress_;
     WadImport wads_;
+    bool working_ = false;
 };
 
 /// Shows it until the person leaves it.
