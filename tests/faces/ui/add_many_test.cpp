@@ -5,6 +5,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -23,6 +24,23 @@ QString RowText(const QTreeWidget& list, int row)
 {
     const QTreeWidgetItem* item = list.topLevelItem(row);
     return item->text(0) + " | " + item->text(1) + " | " + item->text(2);
+}
+
+/// A sentence is seen whole, however wide its column is, and no row is higher than it must be.
+void ExpectWholeSentences(QTreeWidget& list)
+{
+    const auto rowHeight = [&](int row) {
+        return list.visualItemRect(list.topLevelItem(row)).height();
+    };
+    for (const int sourceWidth : {60, 400}) {
+        list.header()->resizeSection(0, sourceWidth);
+        QCoreApplication::processEvents();
+        const QRect room{0, 0, list.columnWidth(2) - 6, 1000};
+        const QRect words =
+            list.fontMetrics().boundingRect(room, Qt::TextWordWrap, list.topLevelItem(0)->text(2));
+        EXPECT_GE(rowHeight(0), words.height()) << "column of " << room.width();
+    }
+    EXPECT_GT(rowHeight(0), rowHeight(2)) << "which has few words";
 }
 
 /// Looks once the queue has ended; the dialog stands in its own loop meanwhile.
@@ -69,6 +87,7 @@ TEST(AddManyDialog, WorksThroughItsSourcesAndSaysWhatBecameOfEach)
         EXPECT_FALSE(In<QWidget>(dialog, "Pul_AddFile")->isVisible());
         EXPECT_FALSE(In<QWidget>(dialog, "Pul_Start")->isVisible());
         EXPECT_LE(dialog.width(), 760) << "a long name asks for no room";
+        ExpectWholeSentences(*list);
 
         Press(dialog, "Pul_Copy");
         EXPECT_TRUE(QGuiApplication::clipboard()->text().contains("Torn.zip"));

@@ -105,7 +105,7 @@ void AddManyDialog::MakeList()
     list_->setHeaderLabels(
         {Words(Msg::ManyColumnSource), Words(Msg::ManyColumnState), Words(Msg::ManyColumnOutcome)});
     list_->setRootIsDecorated(false);
-    list_->setUniformRowHeights(true);
+    WrapWords(*list_, outcomeColumn); // what a person has to do may take a sentence or two
     list_->setAlternatingRowColors(true);
     list_->setTextElideMode(Qt::ElideRight);
     list_->header()->setStretchLastSection(true);

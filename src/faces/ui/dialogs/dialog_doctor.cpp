@@ -90,6 +90,7 @@ QWidget* DoctorDialog::MakeState()
     state_->setHeaderLabels({Words(Msg::CheckColumnWhat), Words(Msg::CheckColumnState)});
     state_->setRootIsDecorated(false);
     state_->setAllColumnsShowFocus(true);
+    WrapWords(*state_, 1);
     state_->setMinimumHeight(stateRowsShown * state_->fontMetrics().lineSpacing());
     return state_;
 }
@@ -97,6 +98,7 @@ QWidget* DoctorDialog::MakeState()
 QWidget* DoctorDialog::MakeList()
 {
     MakeTable(*list_, "List_Faults", Msg::CheckListName, *model_, *hint_);
+    WrapWords(*list_, CheckModel::Source);
     return list_;
 }
 

@@ -4,11 +4,47 @@
 
 #include <QHeaderView>
 #include <QLabel>
+#include <QStyledItemDelegate>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace kestrova
 {
+
+namespace
+{
+
+/// QTreeView asks for the size of an item without saying how wide its column is, and keeps the
+/// heights that it was told when the column is made wider or narrower.
+class WrappedWords : public QStyledItemDelegate
+{
+public:
+    WrappedWords(QTreeView& list, int column) : QStyledItemDelegate(&list), list_(list)
+    {
+        again_.setSingleShot(true);
+        connect(&again_, &QTimer::timeout, &list, &QTreeView::doItemsLayout);
+        connect(list.header(), &QHeaderView::sectionResized, this,
+                [this, column](int resized, int before, int now) {
+                    if (resized == column && before != now)
+                        again_.start();
+                });
+    }
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override
+    {
+        QStyleOptionViewItem wide = option;
+        wide.rect = QRect(0, 0, list_.columnWidth(index.column()), 1);
+        return QStyledItemDelegate::sizeHint(wide, index);
+    }
+
+private:
+    QTreeView& list_;
+    QTimer again_;
+};
+
+} // namespace
 
 void PutHint(QAbstractItemView& list, QLabel& hint)
 {
@@ -38,6 +74,14 @@ void MakeTable(QTreeView& list, const char* name, Message spoken, QAbstractItemM
     MakeRowList(list);
     list.setTextElideMode(Qt::ElideMiddle);
     PutHint(list, hint);
+}
+
+void WrapWords(QTreeView& list, int column)
+{
+    list.setWordWrap(true);
+    list.setUniformRowHeights(false);
+    list.setVerticalScrollMode(QAbstractItemView::ScrollPerItem); // by pixels all are measured
+    list.setItemDelegateForColumn(column, new WrappedWords(list, column));
 }
 
 void MakeFileList(QTreeWidget& files, Message name, const QStringList& headings)

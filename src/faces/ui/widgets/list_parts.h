@@ -24,6 +24,10 @@ void MakeRowList(QTreeView& list);
 void MakeTable(QTreeView& list, const char* name, Message spoken, QAbstractItemModel& model,
                QLabel& hint);
 
+/// Rows become as high as that column's sentences need in its width. Only rows that are seen are
+/// measured.
+void WrapWords(QTreeView& list, int column);
+
 /// The columns of a list of files.
 constexpr int fileNameColumn = 0;
 constexpr int fileSizeColumn = 1;
