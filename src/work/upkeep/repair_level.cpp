@@ -180,9 +180,8 @@ private:
     {
         Change change = NewChange(session_.machine, folders_, session_.archive, session_.settings,
                                   ChangeKind::LevelRepaired, code_);
-        // Where no change can be undone, the history takes what the repair replaces.
-        if (session_.settings.undoCount > 0)
-            AreLevelsFiles(folders_, change);
+        // Nobody can tell damage from a person's own work, so the history takes what goes: it
+        // stays there when the change can be undone no more.
         change.reason = Told(Msg::ReasonRepaired);
         change.folders = {std::move(changed)};
         if (auto status = MakeChange(session_.machine, folders_, session_.archive,
