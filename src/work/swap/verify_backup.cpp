@@ -8,6 +8,7 @@
 #include "swap/backup_state.h"
 #include "words/check.h"
 
+#include <algorithm>
 #include <map>
 
 namespace kestrova
@@ -16,22 +17,65 @@ namespace kestrova
 namespace
 {
 
-LevelFault BackupFault(FileFault kind, const NotedFile& noted, std::string reason = {})
+/// `stands`: how the file is spelled in the backup, or was, where it is missing.
+LevelFault BackupFault(FileFault kind, const NotedFile& noted, const std::string& stands,
+                       std::string reason = {})
 {
-    return {kind, Readable(ToBackslashes(noted.name)).substr(1), noted.name,
+    return {kind, Readable(ToBackslashes(noted.name)).substr(1), stands,
             StoredEntry{noted.name, noted.size, 0, noted.hash, {}}, std::move(reason)};
-}
-
-LevelFault ContentFault(const NotedFile& noted, const NotedFile& now)
-{
-    return BackupFault(now.size < noted.size ? FileFault::Cut : FileFault::Differs, noted);
 }
 
 /// A file of the backup as it is now.
 struct BackupFile {
     NotedFile now;
     std::error_code failure;
+    const NotedFile* noted = nullptr;
 };
+
+/// What was noted, each until a file is found for it.
+class NotedNames
+{
+public:
+    explicit NotedNames(const std::vector<NotedFile>& noted)
+    {
+        for (const NotedFile& file : noted)
+            left_.emplace(file.name, &file);
+    }
+    const NotedFile* Take(const std::string& name)
+    {
+        const auto found = left_.extract(name);
+        return found ? found.mapped() : nullptr;
+    }
+    /// The game makes no difference, and a copy by another system may spell them so.
+    const NotedFile* TakeInOtherCapitals(const std::string& name)
+    {
+        const auto same = std::find_if(left_.begin(), left_.end(), [&](const auto& each) {
+            return EqualNames(each.first, name);
+        });
+        return same == left_.end() ? nullptr : Take(std::string{same->first});
+    }
+    [[nodiscard]] std::vector<const NotedFile*> Left() const
+    {
+        std::vector<const NotedFile*> left;
+        for (const auto& [name, file] : left_)
+            left.push_back(file);
+        return left;
+    }
+
+private:
+    std::map<std::string, const NotedFile*> left_;
+};
+
+std::optional<LevelFault> BackupFaultOf(const BackupFile& file)
+{
+    const NotedFile* const noted = file.noted;
+    if (noted == nullptr || (!file.failure && file.now.hash == noted->hash))
+        return {};
+    if (file.failure)
+        return BackupFault(FileFault::Unreadable, *noted, file.now.name, file.failure.message());
+    return BackupFault(file.now.size < noted->size ? FileFault::Cut : FileFault::Differs, *noted,
+                       file.now.name);
+}
 
 Result<std::vector<BackupFile>> ReadBackup(const Path& backup, const Heartbeat& beat)
 {
@@ -56,31 +100,25 @@ Result<CheckedLevel> VerifyBackup(const Folders& folders, Noting noting, const H
     if (BackupIsAway(folders))
         return InWords(ErrorCode::Missing, GetMsg(Msg::VerifyNoBackup, {TextOf(folders.Backup())}));
     auto noted = NotedBackupFiles(folders);
-    const auto files = ReadBackup(ResolvePath(folders.Backup()), beat);
+    auto files = ReadBackup(ResolvePath(folders.Backup()), beat);
     if (!noted || !files)
         return noted ? files.Error() : noted.Error();
-    std::map<std::string, const NotedFile*> missing;
-    for (const NotedFile& file : *noted)
-        missing.emplace(file.name, &file);
+    NotedNames names{*noted};
+    for (BackupFile& file : *files)
+        file.noted = names.Take(file.now.name);
     CheckedLevel checked;
     checked.files = files->size();
     std::vector<NotedFile> fresh;
-    for (const BackupFile& file : *files) {
-        const auto known = missing.find(file.now.name);
-        if (known == missing.end()) {
-            if (!file.failure)
-                fresh.push_back(file.now);
-            continue;
-        }
-        if (file.failure)
-            checked.faults.push_back(
-                BackupFault(FileFault::Unreadable, *known->second, file.failure.message()));
-        else if (file.now.hash != known->second->hash)
-            checked.faults.push_back(ContentFault(*known->second, file.now));
-        missing.erase(known);
+    for (BackupFile& file : *files) {
+        if (file.noted == nullptr)
+            file.noted = names.TakeInOtherCapitals(file.now.name);
+        if (auto fault = BackupFaultOf(file))
+            checked.faults.push_back(std::move(*fault));
+        else if (file.noted == nullptr && !file.failure)
+            fresh.push_back(file.now);
     }
-    for (const auto& [name, file] : missing)
-        checked.faults.push_back(BackupFault(FileFault::Missing, *file));
+    for (const NotedFile* file : names.Left())
+        checked.faults.push_back(BackupFault(FileFault::Missing, *file, file->name));
     if (noting == Noting::Yes && !fresh.empty()) {
         noted->insert(noted->end(), fresh.begin(), fresh.end());
         checked.isNotedNow = bool{NoteBackupFiles(folders, std::move(*noted))};

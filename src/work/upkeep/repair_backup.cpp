@@ -25,26 +25,37 @@ Status MakeRoom(Machine& machine, const Folders& folders, const Path& backup, co
     return StatusOf(RenameAside(place));
 }
 
+/// What may be started stays so: as the file that stands there, else as the Level Editor's own.
+std::uint32_t RightsFor(const Folders& folders, const Path& place, const Path& relative)
+{
+    for (const Path& file : {place, folders.trle / relative}) {
+        const auto facts = LookAt(file);
+        if (facts && facts->kind == platform::FileKind::File)
+            return plainRights | (facts->mode & 0777U);
+    }
+    return plainRights;
+}
+
 /// Nothing but what was noted comes in.
-Status PutBack(Machine& machine, const Folders& folders, const StoredEntry& noted,
+Status PutBack(Machine& machine, const Folders& folders, const LevelFault& fault,
                const Path& source)
 {
     const Path backup = ResolvePath(folders.Backup());
-    const Path place = backup / noted.name;
+    const Path place = backup / fault.stored;
     if (auto status = MakeFolders(place.parent_path()); !status)
         return status;
     const StagedPlace made{place};
     CopyOptions exact;
     exact.verify = Verify::Content;
     exact.flush = true;
-    exact.rights = plainRights;
+    exact.rights = RightsFor(folders, place, fault.stored);
     exact.spelled = true;
     if (auto status = CopyFileOver(source, made.Staged(), exact); !status)
         return status;
     std::string hash;
-    if (platform::HashOfFile(made.Staged(), hash) || hash != noted.hash)
+    if (platform::HashOfFile(made.Staged(), hash) || hash != fault.noted->hash)
         return MakeFailure(ErrorCode::Differs, TextOf(source));
-    if (auto status = MakeRoom(machine, folders, backup, noted.name); !status)
+    if (auto status = MakeRoom(machine, folders, backup, fault.stored); !status)
         return status;
     if (const auto failure = platform::Rename(made.Staged(), place))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
@@ -70,7 +81,7 @@ Result<RepairedLevel> RepairBackup(Session& session, const CheckedLevel& checked
             done.left.push_back({fault, GetMsg(Msg::BackupNowhere)});
             continue;
         }
-        if (const auto put = PutBack(session.machine, folders, *fault.noted, found->file))
+        if (const auto put = PutBack(session.machine, folders, fault, found->file))
             done.repaired.push_back({fault.file, found->where});
         else
             done.left.push_back({fault, GetMsg(Msg::BackupNotPut, {put.Error().reason})});
