@@ -163,12 +163,20 @@ Result<std::vector<SeenFile>> ListSeen(const Path& files, const std::optional<St
     const auto listed = ListFiles(files, OnDisk::PatAll);
     if (!listed)
         return listed.Error();
-    const auto byName = EntriesByName(note);
+    auto byName = EntriesByName(note);
     std::vector<SeenFile> seen;
     for (const Path& file : *listed) {
-        const auto noted = byName.find(file.filename().native());
-        seen.push_back({file, noted == byName.end() ? nullptr : noted->second, {}, {}});
+        const auto noted = byName.extract(file.filename().native());
+        seen.push_back({file, noted ? noted.mapped() : nullptr, {}, {}});
     }
+    // A copy by another system may spell names in other capitals; the game makes no difference.
+    std::unordered_map<std::string, const StoredEntry*> folded;
+    for (const auto& [name, entry] : byName)
+        folded.emplace(FoldCase(name), entry);
+    for (SeenFile& each : seen)
+        if (each.noted == nullptr)
+            if (const auto noted = folded.extract(FoldCase(each.file.filename().native())))
+                each.noted = noted.mapped();
     return seen;
 }
 
@@ -178,11 +186,11 @@ Status AddUnlisted(const Path& files, const std::optional<StoredNote>& note,
 {
     if (!note)
         return {};
-    std::set<std::string> names;
+    std::set<const StoredEntry*> stand;
     for (const SeenFile& each : seen)
-        names.insert(each.file.filename().native());
+        stand.insert(each.noted);
     for (const StoredEntry& entry : note->files) {
-        if (names.contains(entry.name))
+        if (stand.contains(&entry))
             continue;
         auto fault = Unlisted(files, entry, note->changing);
         if (!fault)
@@ -260,7 +268,7 @@ bool NoteFound(const Path& home, const std::optional<StoredNote>& note,
     bool whole = true;
     for (const LevelFault& fault : faults) {
         whole = whole && (fault.noted || fault.kind == FileFault::Unexpected);
-        if (!fault.noted || !harmed.insert(fault.stored).second)
+        if (!fault.noted || !harmed.insert(fault.noted->name).second)
             continue;
         now.files.push_back(*fault.noted);
     }
