@@ -22,6 +22,35 @@ Path SumsFile(const Folders& folders)
     return InFolder(folders.program, OnDisk::FragBackupContent);
 }
 
+/// Whether most of what is noted stands there under its name and with its size.
+bool FitsMostly(const Path& backup, const std::vector<NotedFile>& files)
+{
+    const auto fitting = std::count_if(files.begin(), files.end(), [&](const NotedFile& file) {
+        return FileSize(backup / file.name) == file.size;
+    });
+    return static_cast<std::size_t>(fitting) * 2 > files.size();
+}
+
+/// The note is of the folder that was the backup then. Where that one is not here, the program's
+/// folder was copied or brought back, and the backup with it.
+Result<bool> IsOfBackup(const Folders& folders, const BackupNote& note)
+{
+    const auto isIt = HasMark(folders.Backup(), note.backup);
+    if (!isIt || *isIt)
+        return isIt;
+    const auto others = ListSubfolders(folders.program);
+    if (!others)
+        return others.Error();
+    for (const Path& other : *others) {
+        const auto isOther = HasMark(other, note.backup);
+        if (!isOther)
+            return isOther;
+        if (*isOther)
+            return false;
+    }
+    return FitsMostly(ResolvePath(folders.Backup()), note.files);
+}
+
 } // namespace
 
 Result<std::vector<NotedFile>> NotedBackupFiles(const Folders& folders)
@@ -32,7 +61,7 @@ Result<std::vector<NotedFile>> NotedBackupFiles(const Folders& folders)
     auto note = *text ? ParseBackupNote(**text) : Result<BackupNote>{BackupNote{}};
     if (!note)
         return std::vector<NotedFile>{}; // a damaged one says nothing
-    const auto isIt = HasMark(folders.Backup(), note->backup);
+    const auto isIt = IsOfBackup(folders, *note);
     if (!isIt)
         return isIt.Error();
     return *isIt ? std::move(note->files) : std::vector<NotedFile>{};
