@@ -11,6 +11,7 @@
 #include "platform/file_content.h"
 
 #include <algorithm>
+#include <map>
 
 namespace kestrova
 {
@@ -246,8 +247,37 @@ Status ChangeSteps::KeepOverwritten()
     return KeepAll(files, going);
 }
 
+Status ChangeSteps::RoomToOverwrite() const
+{
+    // A new content stands beside the old one until it has its name.
+    struct Needed {
+        std::uint64_t largest = 0;
+        std::uint64_t more = 0;
+    };
+    std::map<Path, Needed> needed;
+    for (const ChangeTarget& target : targets_) {
+        if (target.foreign || target.was.empty() || target.becomes.empty() ||
+            Holds(target.file, target.becomes))
+            continue;
+        const std::uint64_t size = FileSize(SourceOf(target));
+        const std::uint64_t old = FileSize(target.file);
+        Needed& room = needed[target.file.parent_path()];
+        room.largest = std::max(room.largest, size);
+        room.more += size - std::min(size, old);
+    }
+    for (const auto& [folder, room] : needed)
+        if (const auto free = machine_.FreeSpace(folder); free && *free < room.largest + room.more)
+            return MakeFailure(ErrorCode::NoSpace, TextOf(folder),
+                               std::make_error_code(std::errc::no_space_on_device));
+    return {};
+}
+
 Status ChangeSteps::Overwrite()
 {
+    // Once something was overwritten there is no quick way back.
+    if (round_ == Round::First)
+        if (auto status = RoomToOverwrite(); !status)
+            return status;
     for (ChangeTarget& target : targets_) {
         if (auto status = Beat(); !status)
             return status;
@@ -263,8 +293,9 @@ Status ChangeSteps::Overwrite()
                 return status;
             continue;
         }
-        destroyed_ = true;
-        if (auto status = Place(target); !status)
+        const auto status = Place(target);
+        destroyed_ = destroyed_ || status || !Holds(target.file, target.was);
+        if (!status)
             return status;
     }
     return {};

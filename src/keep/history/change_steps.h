@@ -40,6 +40,8 @@ private:
     [[nodiscard]] Status AllIsThere() const;
     Status PutNew();
     Status KeepOverwritten();
+    /// A failure while there is no room for what is to be overwritten.
+    [[nodiscard]] Status RoomToOverwrite() const;
     Status Overwrite();
     /// True for a target that goes and stands there as it did; asked right before it is deleted.
     [[nodiscard]] static Result<bool> StillGoes(const ChangeTarget& target);
