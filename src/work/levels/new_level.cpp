@@ -105,19 +105,19 @@ void NoteWhenItCame(const ArchiveParts& parts, Machine& machine, LevelCode code)
 
 bool FinishNewLevel(const ArchiveParts& parts, Machine& machine, const LevelRecord& level)
 {
-    // From here on the folder holds a whole level, whatever becomes of the list.
-    const Path folder = LevelHomeOf(parts.folders, level.levelCode);
-    if (const auto whole = DropIntakeMark(folder); !whole) {
-        TellFailure(parts.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
-                    whole.Error());
-        return false;
-    }
     const Archive before = parts.archive;
     parts.archive.levels.push_back(level);
     parts.archive.header.mainFolderSize += level.filesSize;
     parts.archive.header.secondaryFolderSize += level.extrasSize;
     NoteWhenItCame(parts, machine, level.levelCode);
-    if (!SaveArchiveOrPutBack(parts, before))
+    const bool isSaved = SaveArchiveOrPutBack(parts, before);
+    // A folder without the mark holds a whole level, whatever becomes of the list; one that was
+    // killed before the list has it is no level, and its package can be added again.
+    const Path folder = LevelHomeOf(parts.folders, level.levelCode);
+    if (const auto whole = DropIntakeMark(folder); !whole)
+        parts.host.Tell(Tone::Warning, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
+                        whole.Error().reason);
+    if (!isSaved)
         return false;
     parts.list.Refresh();
     parts.list.Select(level.levelCode);

@@ -69,6 +69,9 @@ std::vector<Path> UnfinishedIntakes(const Folders& folders, const Archive& archi
 
 void ClearUnfinishedIntakes(Host& host, const Folders& folders, const Archive& archive)
 {
+    // The last one that came in may have got onto the list right before a kill.
+    if (archive.Loaded() && !archive.levels.empty())
+        (void)DropIntakeMark(LevelHomeOf(folders, archive.levels.back().levelCode));
     const std::vector<Path> unfinished = UnfinishedIntakes(folders, archive);
     bool all = !unfinished.empty();
     for (const Path& folder : unfinished)

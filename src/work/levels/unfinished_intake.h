@@ -4,8 +4,8 @@
 #include "session/folders.h"
 #include "session/host.h"
 
-/// Folders of levels that are coming in bear a mark until the level is whole. One that still bears
-/// it when no program works there any more is what a killed program left.
+/// Folders of levels that are coming in bear a mark until the list has the level. One that still
+/// bears it when no program works there any more is what a killed program left.
 namespace kestrova
 {
 
@@ -21,7 +21,8 @@ Result<bool> IsUnfinishedIntake(const Folders& folders, const Archive& archive,
 Status ClearUnfinishedIntake(const Path& levelFolder);
 /// All such folders of the archive's; empty when they cannot be looked through.
 std::vector<Path> UnfinishedIntakes(const Folders& folders, const Archive& archive);
-/// Clears those and says so. Nothing happens without an archive.
+/// Clears those and says so; the level that came onto the list last bears no mark any more. Nothing
+/// happens without an archive.
 void ClearUnfinishedIntakes(Host& host, const Folders& folders, const Archive& archive);
 
 } // namespace kestrova
