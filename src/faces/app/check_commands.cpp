@@ -12,6 +12,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace kestrova
 {
 
@@ -85,7 +87,7 @@ bool CompareFolder(Run& run, Json& differences, bool isNamed, bool& fine)
     }
     for (const Difference& difference : *found) {
         differences.push_back({{"kind", WordOf(difference.kind)}, {"file", difference.file}});
-        AddLine(run, (isNamed ? GetMsg(Msg::CheckFolderField) + "\t" : std::string{}) +
+        AddLine(run, (isNamed ? std::string{"folder\t"} : std::string{}) +
                          std::string{WordOf(difference.kind)} + "\t" + OneField(difference.file));
     }
     fine = found->empty();
@@ -119,7 +121,8 @@ std::optional<std::vector<LevelCode>> CodesOf(Run& run)
             run.session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {word}));
             return {};
         }
-        codes.push_back(*code);
+        if (std::find(codes.begin(), codes.end(), *code) == codes.end())
+            codes.push_back(*code);
     }
     return codes.empty() ? LevelChecks::Everything(run.session) : codes;
 }
@@ -208,7 +211,7 @@ bool CheckLevels(Run& run)
     else if (!isOne || WantsRepair(run))
         AddLine(run, checks.Summary());
     else if (checks.Rows().empty())
-        AddLine(run, GetMsg(Msg::VerifyFine));
+        AddLine(run, checks.NotedNow().empty() ? GetMsg(Msg::VerifyFine) : checks.Summary());
     return done && checks.Harmed() == 0 && IsAllChecked(run.session.archive, checks, isNamed);
 }
 

@@ -45,7 +45,6 @@ inline constexpr Message FaultUnexpected{"not noted"};
 inline constexpr Message FaultUnchecked{"not checked"};
 inline constexpr Message CheckAllOrCodes{"Either --all or the codes of levels."};
 inline constexpr Message CheckFromNeedsRepair{"--from names what --repair takes files from: add --repair."};
-inline constexpr Message CheckFolderField{"folder"};
 inline constexpr Message RepairWaits{"An earlier change could not be finished, so nothing was repaired."};
 inline constexpr Message CheckHint{"\"Check this level\" or \"Check all\" compares stored files with what was noted when they were stored."};
 inline constexpr Message CheckAllWhole{"Everything that was checked is whole."};
