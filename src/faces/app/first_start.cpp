@@ -3,6 +3,7 @@
 #include "app/file_names.h"
 #include "app/file_types.h"
 #include "app/practice_library.h"
+#include "app/start_places.h"
 #include "archive/level_sizes.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
@@ -13,8 +14,6 @@
 #include "editor/usual_places.h"
 #include "formats/program_folder.h"
 #include "levels/original_level.h"
-#include "platform/places.h"
-#include "platform/user_folders.h"
 #include "session/operation.h"
 #include "session/preferences_file.h"
 #include "session/telling.h"
@@ -25,8 +24,6 @@
 #include "words/editor.h"
 #include "words/first_start.h"
 #include "words/upkeep.h"
-
-#include <algorithm>
 
 namespace kestrova
 {
@@ -51,74 +48,10 @@ std::optional<StartNote> ReadStartNote(const Path& programFolder)
     return note ? std::optional{*note} : std::nullopt;
 }
 
-/// As a person types it, with a tilde for the home folder.
-Path PlaceFrom(const std::string& typed)
-{
-    std::string text{Trim(typed)};
-    if (text.empty())
-        return {};
-    if (text == OnDisk::HomeSign || text.starts_with(OnDisk::HomeStart))
-        text = platform::HomeFolder().native() + text.substr(1);
-    return FolderFromText(platform::AbsolutePath(text).lexically_normal().native());
-}
-
 bool IsWhole(const Path& trle)
 {
     const auto lacks = WhatTrleLacks(trle);
     return lacks && lacks->empty();
-}
-
-bool NamesArchive(const Path& place)
-{
-    return EndsWithName(place.native(), OnDisk::ExtensionArchive);
-}
-
-/// An archive in that folder, or one of the program's folder whose levels lie there.
-Path ArchiveOf(const Session& session, const Path& folder)
-{
-    const std::string pattern = "*" + std::string{OnDisk::ExtensionArchive};
-    // What cannot be listed or read is no archive that could be opened.
-    for (const Path& file : ListFiles(folder, pattern).ValueOr({}))
-        if (ReadArchiveRecords(session.settings, file))
-            return file;
-    for (const Path& file : ListFiles(session.programFolder, pattern).ValueOr({})) {
-        const auto archive = ReadArchiveRecords(session.settings, file);
-        if (archive && IsSameFolder(FolderFromText(Trim(archive->header.secondaryFolder)), folder))
-            return file;
-    }
-    return {};
-}
-
-/// A player sees no folder on the way to it whose name begins with a dot.
-bool IsHidden(const Path& folder)
-{
-    return std::any_of(folder.begin(), folder.end(), [](const Path& name) {
-        const std::string& text = name.native();
-        return text.size() > 1 && text.front() == '.' && text != "..";
-    });
-}
-
-/// In the home folder where the program's own one would never be found.
-Path NewFolderForLevels(const Session& session)
-{
-    const Path home = platform::HomeFolder();
-    if (home.empty() || !IsHidden(session.programFolder) || IsHidden(home) ||
-        !platform::IsWritableFolder(home))
-        return DefaultArchiveFolder(session.programFolder);
-    const Path folder = home / OnDisk::FolderForLevels;
-    return IsFree(folder).ValueOr(false) ? folder : DefaultArchiveFolder(home);
-}
-
-/// An archive of an earlier time whose preferences were lost, or else a new folder.
-Path ProposedLevels(const Session& session)
-{
-    const std::string pattern = "*" + std::string{OnDisk::ExtensionArchive};
-    for (const Path& file : ListFiles(session.programFolder, pattern).ValueOr({})) {
-        const auto archive = ReadArchiveRecords(session.settings, file);
-        if (archive && FolderExists(FolderFromText(Trim(archive->header.secondaryFolder))))
-            return file;
-    }
-    return NewFolderForLevels(session);
 }
 
 /// What a start that did not come to its end has taken is given back at the end of its life.
@@ -234,7 +167,7 @@ void FirstStart::JudgeLevels()
     const auto folders = ListSubfolders(place).ValueOr({});
     const bool filled = !files.empty() || !folders.empty();
     if (filled || FolderExists(place))
-        there_ = ArchiveOf(session_, place);
+        there_ = ArchiveAt(session_, place);
     const Path folder = filled ? DefaultArchiveFolder(place) : place;
     if (FileExists(place))
         levels_ = {false, GetMsg(Msg::StartLevelsFile)};

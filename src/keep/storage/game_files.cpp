@@ -30,7 +30,8 @@ struct StoredFile {
     StoredAs form = StoredAs::Plain;
     std::uint64_t storedSize = 0;
     std::optional<ReadyFile> under; ///< a plain file that this one replaces
-    bool converted = true; ///< False: a load picture that is none; the files stay as stored
+    /// False when the load picture is not a picture; the stored files are left alone.
+    bool converted = true;
 };
 
 /// The folder itself, or the old one of an exchange that was killed between its two renames.
