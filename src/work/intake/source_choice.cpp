@@ -22,6 +22,12 @@ Path PlaceToStart(const PreferencesRecord& preferences)
     return FolderFromText(Trim(preferences.downloadFolder));
 }
 
+// A kind that the first row hides would be taken for one that cannot be added.
+std::string PackagesFilter()
+{
+    return GetMsg(Msg::SourcePackagesFilter, {PackagePatterns()}) + GetMsg(Msg::SourceFilesFilter);
+}
+
 } // namespace
 
 std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioType)
@@ -29,10 +35,7 @@ std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioT
     const bool audio = !audioType.empty();
     auto chosen = session.host.ChooseOpenFile(
         audio ? GetMsg(Msg::SelectAudioFile, {audioType}) : GetMsg(Msg::SelectSourceFile),
-        audio ? GetMsg(Msg::AudioFilesFilter, {audioType, audioType})
-              // A kind that the first row hides would be taken for one that cannot be added.
-              : GetMsg(Msg::SourcePackagesFilter, {PackagePatterns()}) +
-                    GetMsg(Msg::SourceFilesFilter),
+        audio ? GetMsg(Msg::AudioFilesFilter, {audioType, audioType}) : PackagesFilter(),
         PlaceToStart(session.preferences));
     if (chosen)
         RememberPlace(session, chosen->parent_path());
@@ -41,9 +44,8 @@ std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioT
 
 std::vector<Path> ChooseSourceFiles(Session& session)
 {
-    auto chosen =
-        session.host.ChooseOpenFiles(GetMsg(Msg::SelectSourceFiles), GetMsg(Msg::SourceFilesFilter),
-                                     PlaceToStart(session.preferences));
+    auto chosen = session.host.ChooseOpenFiles(GetMsg(Msg::SelectSourceFiles), PackagesFilter(),
+                                               PlaceToStart(session.preferences));
     if (!chosen.empty())
         RememberPlace(session, chosen.front().parent_path());
     return chosen;

@@ -100,9 +100,10 @@ std::optional<Path> ScriptedHost::ChooseFolder(const std::string& title, const P
     return answer ? answer->path : std::nullopt;
 }
 
-std::optional<Path> ScriptedHost::ChooseOpenFile(const std::string& title, const std::string&,
-                                                 const Path& start)
+std::optional<Path> ScriptedHost::ChooseOpenFile(const std::string& title,
+                                                 const std::string& filter, const Path& start)
 {
+    lastFilter = filter;
     return ChooseFolder(title, start);
 }
 

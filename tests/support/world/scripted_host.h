@@ -55,7 +55,8 @@ public:
     std::unique_ptr<ProgressScope> BeginProgress(ProgressWindow window,
                                                  const std::string& text) override;
     std::vector<std::string> progressTexts;
-    Path lastStart; ///< where the last chooser opened
+    Path lastStart;         ///< where the last chooser opened
+    std::string lastFilter; ///< what it offered
 
 private:
     struct Answer {

@@ -4,6 +4,7 @@
 #include "formats/archive_file.h"
 #include "intake/left_intake.h"
 #include "intake/queue_texts.h"
+#include "intake/source_choice.h"
 #include "intake/unpacked_ahead.h"
 #include "levels/new_level.h"
 #include "sandbox/faults.h"
@@ -13,6 +14,7 @@
 #include "world/zip_builder.h"
 
 #include <fstream>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace kestrova::testing
@@ -374,6 +376,18 @@ TEST_F(AddQueueTest, FoldersAreTakenApartIntoTheirLevels)
     for (int i = 0; i < 10'000; ++i)
         std::ofstream{box / ("downloads/pictures/page" + std::to_string(i))};
     EXPECT_EQ(names({"downloads/pictures"}), Names{"downloads/pictures none"});
+}
+
+TEST_F(AddQueueTest, ItsChooserOffersEveryKindOfPackageAtFirst)
+{
+    box.host.WillChoose("Select packages", std::nullopt);
+    EXPECT_THAT(ChooseSourceFiles(box.session), ::testing::IsEmpty());
+    const std::string several = box.host.lastFilter;
+    box.host.WillChoose("Select source file", std::nullopt);
+    EXPECT_FALSE(ChooseSourceFile(box.session));
+    EXPECT_EQ(several, box.host.lastFilter);
+    EXPECT_THAT(Split(several, '|').at(1),
+                ::testing::AllOf(::testing::HasSubstr("*.7z"), ::testing::HasSubstr("*.rar")));
 }
 
 TEST_F(AddQueueTest, WorkersUnpackOnlyWhatStaysAsItIs)
