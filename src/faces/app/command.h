@@ -3,7 +3,6 @@
 #include "app/arguments.h"
 #include "app/help_tags.h"
 #include "session/session.h"
-#include "words/levels.h"
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -84,9 +83,9 @@ struct InWindow {
     /// The item that it stands behind, where that is not the row before.
     std::string_view behind{};
     int onLevel = 0; ///< its place in the menu of a right click on a level; 0: not there
-    /// What is told when there is no chosen level and one is needed; empty: it runs
-    /// without.
-    Message noLevel = Msg::NoLevelSelected;
+    /// What is told when there is no chosen level and one is needed, where that is not what all
+    /// others tell; an empty text: it runs without.
+    std::optional<Message> noLevel{};
     /// Of an item whose caption tells what it would do now.
     ShownNow (*shown)(const Session&) = nullptr;
 };

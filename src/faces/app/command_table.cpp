@@ -9,6 +9,7 @@
 #include "app/help_commands.h"
 #include "app/history_commands.h"
 #include "app/intake_commands.h"
+#include "app/language_commands.h"
 #include "app/level_commands.h"
 #include "app/look_commands.h"
 #include "app/mark_commands.h"
@@ -48,17 +49,29 @@ struct CommandGroup {
 std::vector<CommandGroup> Groups()
 {
     return {
-        {SetupCommands(), HelpTag::Beginning},   {ArchiveCommands(), HelpTag::Archives},
-        {LookCommands(), HelpTag::Levels},       {IntakeCommands(), HelpTag::NewLevel},
-        {LevelCommands(), HelpTag::Levels},      {MarkCommands(), HelpTag::Levels},
-        {ConfigCommands(), HelpTag::ConfigFile}, {EditorCommands(), HelpTag::CompileTom},
-        {WadsCommands(), HelpTag::ImportWads},   {UpkeepCommands(), HelpTag::Maintenance},
-        {SwapCommands(), HelpTag::Playing},      {CheckCommands(), HelpTag::Problems},
-        {SavesCommands(), HelpTag::Savegames},   {HistoryCommands(), HelpTag::History},
-        {UndoCommands(), HelpTag::Undo},         {ShotsCommands(), HelpTag::Shots},
-        {OnlineCommands(), HelpTag::Addresses},  {SetCommands(), HelpTag::Settings},
-        {AudioCommands(), HelpTag::Audio},       {PublishCommands(), HelpTag::PublishOverview},
-        {DiscsCommands(), HelpTag::LevelsOnCd},  {HelpCommands(), HelpTag::Problems},
+        {SetupCommands(), HelpTag::Beginning},
+        {ArchiveCommands(), HelpTag::Archives},
+        {LookCommands(), HelpTag::Levels},
+        {IntakeCommands(), HelpTag::NewLevel},
+        {LevelCommands(), HelpTag::Levels},
+        {MarkCommands(), HelpTag::Levels},
+        {ConfigCommands(), HelpTag::ConfigFile},
+        {EditorCommands(), HelpTag::CompileTom},
+        {WadsCommands(), HelpTag::ImportWads},
+        {UpkeepCommands(), HelpTag::Maintenance},
+        {LanguageCommands(), HelpTag::Language},
+        {SwapCommands(), HelpTag::Playing},
+        {CheckCommands(), HelpTag::Problems},
+        {SavesCommands(), HelpTag::Savegames},
+        {HistoryCommands(), HelpTag::History},
+        {UndoCommands(), HelpTag::Undo},
+        {ShotsCommands(), HelpTag::Shots},
+        {OnlineCommands(), HelpTag::Addresses},
+        {SetCommands(), HelpTag::Settings},
+        {AudioCommands(), HelpTag::Audio},
+        {PublishCommands(), HelpTag::PublishOverview},
+        {DiscsCommands(), HelpTag::LevelsOnCd},
+        {HelpCommands(), HelpTag::Problems},
     };
 }
 

@@ -5,6 +5,7 @@
 #include "archive/level_folders.h"
 #include "session/operation.h"
 #include "words/commands.h"
+#include "words/levels.h"
 #include "words/swap.h"
 
 #include <algorithm>
@@ -174,8 +175,9 @@ bool RunOnChosen(const CommandRow& row, Session& session, Face& face)
     Run run{session, face, none};
     if (NeedsLevel(row)) {
         const auto chosen = session.list.Selected();
-        if (!chosen && row.window.noLevel != Message{}) {
-            session.host.Tell(Tone::Error, GetMsg(row.window.noLevel));
+        const Message noLevel = row.window.noLevel.value_or(Msg::NoLevelSelected);
+        if (!chosen && noLevel != Message{}) {
+            session.host.Tell(Tone::Error, GetMsg(noLevel));
             return false;
         }
         run.level = chosen.value_or(originalCode);

@@ -2,7 +2,6 @@
 
 #include "app/opening.h"
 #include "app/result_text.h"
-#include "levels/level_language.h"
 #include "upkeep/change_compression.h"
 #include "upkeep/change_level_audio.h"
 #include "upkeep/copy_more_info.h"
@@ -11,7 +10,6 @@
 #include "upkeep/move_archive.h"
 #include "upkeep/recover_archive.h"
 #include "words/commands.h"
-#include "words/levels.h"
 #include "words/menus.h"
 #include "words/moving.h"
 #include "words/recovering.h"
@@ -39,29 +37,6 @@ bool RecompressOne(Run& run)
                                [&](const std::string& name, const Path& files) {
                                    return ChangeLevelAudio(run.session, name, files);
                                });
-}
-
-bool OfAll(const Run& run)
-{
-    return run.arguments.Has("--all");
-}
-
-std::string WrongLanguage(Run& run)
-{
-    const auto& words = run.arguments.words;
-    if (words.front() != "set" && words.front() != "restore")
-        return GetMsg(Msg::LanguageSetOrRestore, {words.front()});
-    return OfAll(run) == (words.size() > 1) ? GetMsg(Msg::LanguageNeedsCode) : std::string{};
-}
-
-template <LanguageChange change> bool OneLanguage(Run& run)
-{
-    return ChangeLanguageOfSelected(run.session, change);
-}
-
-template <LanguageChange change> bool AllLanguages(Run& run)
-{
-    return ChangeLanguageOfAll(run.session, change);
 }
 
 std::string NameAt(const Archive& archive, std::size_t index)
@@ -164,59 +139,6 @@ std::span<const CommandRow> UpkeepCommands()
                      .step = Msg::SeveralRecompressing,
                      .done = Msg::SeveralRecompressed,
                      .run = RecompressOne}},
-        {.window = {.control = "mnu_SetMylanguage",
-                    .caption = Msg::MenuSetMyLanguage,
-                    .menu = "mnu_Language",
-                    .onLevel = 5,
-                    .noLevel = Msg::NoLevelSelected},
-         .terminal = {.word = "language",
-                      .verb = "set",
-                      .usage = Msg::UseLanguage,
-                      .summary = Msg::SumLanguage,
-                      .leastWords = 1,
-                      .mostWords = 2,
-                      .options = {FlagOption("--all")},
-                      .wrong = WrongLanguage},
-         .needs = Needs::Level,
-         .touches = Touches::LevelEditor,
-         .run = OneLanguage<LanguageChange::Mine>,
-         .several = {.question = Msg::AskSeveralMyLanguage,
-                     .caption = Msg::SeveralMyLanguage,
-                     .step = Msg::SeveralLanguage,
-                     .done = Msg::SeveralLanguages},
-         .help = HelpTag::Language},
-        {.window = {.control = "mnu_RestoreLanguage",
-                    .caption = Msg::MenuRestoreLanguage,
-                    .menu = "mnu_Language",
-                    .onLevel = 6,
-                    .noLevel = Msg::LanguageNoneSelectedRestore},
-         .terminal = {.word = "language", .verb = "restore"},
-         .needs = Needs::Level,
-         .touches = Touches::LevelEditor,
-         .run = OneLanguage<LanguageChange::Original>,
-         .several = {.question = Msg::AskSeveralRestoreLanguage,
-                     .caption = Msg::SeveralRestoreLanguage,
-                     .step = Msg::SeveralLanguage,
-                     .done = Msg::SeveralLanguages},
-         .help = HelpTag::Language},
-        {.window = {.control = "mnu_SetLanguageAll",
-                    .caption = Msg::MenuSetLanguageAll,
-                    .menu = "mnu_Manutenzione",
-                    .behind = "mnu_Recover"},
-         .terminal = {.word = "language", .verb = "set", .when = OfAll},
-         .needs = Needs::Archive,
-         .touches = Touches::LevelEditor,
-         .run = AllLanguages<LanguageChange::Mine>,
-         .help = HelpTag::Language},
-        {.window = {.control = "mnu_RestoreAll",
-                    .caption = Msg::MenuRestoreLanguageAll,
-                    .menu = "mnu_Manutenzione",
-                    .behind = "mnu_SetLanguageAll"},
-         .terminal = {.word = "language", .verb = "restore", .when = OfAll},
-         .needs = Needs::Archive,
-         .touches = Touches::LevelEditor,
-         .run = AllLanguages<LanguageChange::Original>,
-         .help = HelpTag::Language},
         {.window = {.control = "mnu_ControllaUguali",
                     .caption = Msg::MenuCheckEqual,
                     .menu = "mnu_Manutenzione"},

@@ -5,7 +5,7 @@
 namespace kestrova
 {
 
-/// All levels: their form, their language, what the archive knows of them.
+/// All levels: their form, their place, what the archive knows of them.
 std::span<const CommandRow> UpkeepCommands();
 
 } // namespace kestrova

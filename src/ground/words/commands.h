@@ -136,10 +136,6 @@ inline constexpr Message NoFileOfKind{"'~1' is no ~2 file, which '~3' wants. Not
 inline constexpr Message WrongRate{"The option '~1' takes one of ~2."};
 inline constexpr Message WrongAudioWord{"'~1' is none of decode, encode, convert and info."};
 inline constexpr Message EqualLine{"~1  ~2  has the same ~3 as  ~4  ~5"};
-inline constexpr Message LanguageNeedsCode{"It takes the code of a level or --all, one of them."};
-inline constexpr Message LanguageSetOrRestore{"'~1' is neither set nor restore."};
-inline constexpr Message UseLanguage{"language set|restore CODE|--all"};
-inline constexpr Message SumLanguage{"Puts the language file of your own Level Editor into a level, or into all of them, or brings back what the level came with."};
 inline constexpr Message UseEqual{"equal"};
 inline constexpr Message SumEqual{"Lists the levels that hold a .tr4 of the same name and size as another level."};
 inline constexpr Message KeysEqual{"an array of objects with `code`, `name`, `file`, `otherCode`, `otherName`."};

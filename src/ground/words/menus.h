@@ -19,8 +19,6 @@ inline constexpr Message MenuAddLevel{"Add new level"};
 inline constexpr Message MenuAddMany{"Add many levels ..."};
 inline constexpr Message MenuProperty{"Properties of current level"};
 inline constexpr Message MenuLanguage{"Language of level"};
-inline constexpr Message MenuSetMyLanguage{"Set my language in current level"};
-inline constexpr Message MenuRestoreLanguage{"Restore original language in current level"};
 inline constexpr Message MenuRemoveLevel{"Delete current level"};
 inline constexpr Message MenuExport{"Export all files of current level in zip file"};
 inline constexpr Message MenuShowLevelUrls{"Show urls where download new levels"};
@@ -55,8 +53,6 @@ inline constexpr Message MenuCopyFileInfos{"Copy all [more info] files From Cd t
 inline constexpr Message MenuCreateTr4Infos{"Create all [info tr4 files] to fast equal levels check"};
 inline constexpr Message MenuFullBackup{"Create\\Refresh full backup"};
 inline constexpr Message MenuRecover{"Recover archive from HD folder"};
-inline constexpr Message MenuSetLanguageAll{"Set my language in all levels"};
-inline constexpr Message MenuRestoreLanguageAll{"Restore original language in all levels"};
 inline constexpr Message MenuImportWads{"Import new/updated wads"};
 inline constexpr Message MenuShowUrlList{"Show url list about Level Editor's World"};
 inline constexpr Message MenuMoveOnCd{"Create Kestrova CD (with Levels and/or Programs)"};

@@ -19,12 +19,6 @@ inline constexpr Message AskSeveralExport{"Export these ~1 levels, a zip file fo
 inline constexpr Message ChooseSeveralExport{"Select a folder for the zip files"};
 inline constexpr Message SeveralExporting{"Exporting ~1"};
 inline constexpr Message SeveralExported{"Levels that were exported: ~1 of ~2."};
-inline constexpr Message SeveralMyLanguage{"Set my language in chosen levels"};
-inline constexpr Message AskSeveralMyLanguage{"Set your language in these ~1 levels?~2~3"};
-inline constexpr Message SeveralRestoreLanguage{"Restore original language in chosen levels"};
-inline constexpr Message AskSeveralRestoreLanguage{"Restore the original language of these ~1 levels?~2~3"};
-inline constexpr Message SeveralLanguage{"Language of ~1"};
-inline constexpr Message SeveralLanguages{"Levels whose language was changed: ~1 of ~2."};
 inline constexpr Message SeveralRecompress{"Compress as the archive's settings say"};
 inline constexpr Message AskSeveralRecompress{"Bring the files of these ~1 levels into the form that the archive's settings say?~2~3"};
 inline constexpr Message SeveralRecompressing{"Compressing ~1"};
