@@ -27,7 +27,7 @@ errs 'The drives are'
 expect 0 discs insert toy 'a disc.iso'
 said "disc 'TOY 1'"
 expect 0 discs insert toy 'new.iso'
-said 'blank, 8.0 Mb free'
+said 'blank, 8.0 MB free'
 [[ -f new.iso && ! -s new.iso && -s 'a disc.iso' ]]
 
 # What a killed program left in the drive's folder goes; what is somebody's own stays.

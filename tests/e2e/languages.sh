@@ -20,7 +20,7 @@ make_level() {
 alike() {
     LC_ALL=C sed -Ei '/^ *"?language"?[=:]/d; s/[0-9]{4}-[0-9]{2}-[0-9]{2}[T _][0-9:.]{5,8}Z?/TIME/g
         s/\b[0-9a-f]{16,64}\b/DRAWN/g; s/\b[0-9]{9,20}\b/NUMBER/g; s/(process|pid)\W+[0-9]+/\1 P/g
-        s/"inode": ?[0-9]+/"inode": I/; s/[0-9.]+ Gb free/SOME Gb free/' "$@"
+        s/"inode": ?[0-9]+/"inode": I/; s/[0-9.]+ GB free/SOME GB free/' "$@"
 }
 
 # a_life LANGUAGE: everything that a player does to an archive, in a new home; what it leaves and

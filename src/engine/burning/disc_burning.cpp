@@ -5,6 +5,7 @@
 #include "burning/file_names.h"
 #include "burning/image_plan.h"
 #include "core/look.h"
+#include "core/size_words.h"
 #include "core/staged_file.h"
 #include "core/text.h"
 #include "formats/burn_lines.h"
@@ -44,8 +45,8 @@ public:
         if (device_.capacity != 0 && bytes > device_.capacity && !overburn)
             return InWords(
                 ErrorCode::NoSpace,
-                GetMsg(Msg::BurnMediumFull, {FormatSize(static_cast<double>(bytes)),
-                                             FormatSize(static_cast<double>(device_.capacity))}));
+                GetMsg(Msg::BurnMediumFull, {SizeInWords(static_cast<double>(bytes)),
+                                             SizeInWords(static_cast<double>(device_.capacity))}));
         return {};
     }
 

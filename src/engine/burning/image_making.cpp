@@ -3,6 +3,7 @@
 #include "burning/disc_run.h"
 #include "burning/image_plan.h"
 #include "core/look.h"
+#include "core/size_words.h"
 #include "core/staged_file.h"
 #include "formats/burn_lines.h"
 #include "formats/sectors.h"
@@ -25,8 +26,8 @@ Status HasRoom(const Path& image, std::uint64_t bytes)
         return {}; // what nobody can tell here, the tool finds out
     return InWords(
         ErrorCode::NoSpace,
-        GetMsg(Msg::BurnNoRoomForImage, {TextOf(image), FormatSize(static_cast<double>(bytes)),
-                                         FormatSize(static_cast<double>(room))}));
+        GetMsg(Msg::BurnNoRoomForImage, {TextOf(image), SizeInWords(static_cast<double>(bytes)),
+                                         SizeInWords(static_cast<double>(room))}));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "core/look.h"
 #include "core/removal.h"
+#include "core/size_words.h"
 #include "core/staged_file.h"
 #include "drives/drive_tools.h"
 #include "formats/burn_lines.h"
@@ -93,7 +94,7 @@ Status LookForRoom(Machine& machine, const Path& image, const Path& place)
         return room.Error();
     if (*room >= needed)
         return {};
-    const auto text = [](std::uint64_t bytes) { return FormatSize(static_cast<double>(bytes)); };
+    const auto text = [](std::uint64_t bytes) { return SizeInWords(static_cast<double>(bytes)); };
     return InWords(ErrorCode::NoSpace,
                    GetMsg(Msg::DiscNoRoomToExtract, {TextOf(image), text(needed), text(*room)}));
 }

@@ -3,6 +3,7 @@
 #include "core/leftovers.h"
 #include "core/look.h"
 #include "core/removal.h"
+#include "core/size_words.h"
 #include "core/staged_file.h"
 #include "drives/extracted_disc.h"
 #include "drives/file_names.h"
@@ -98,10 +99,10 @@ Status CheckImage(const Path& image, const platform::FileFacts& facts)
         return InWords(ErrorCode::Damaged, GetMsg(Msg::DiscImageNone, {TextOf(image)}),
                        failure == std::errc::not_a_directory ? "" : failure.message());
     if (head.bytes > facts.size)
-        return InWords(
-            ErrorCode::Damaged,
-            GetMsg(Msg::DiscImageShort, {TextOf(image), FormatSize(static_cast<double>(head.bytes)),
-                                         FormatSize(static_cast<double>(facts.size))}));
+        return InWords(ErrorCode::Damaged,
+                       GetMsg(Msg::DiscImageShort,
+                              {TextOf(image), SizeInWords(static_cast<double>(head.bytes)),
+                               SizeInWords(static_cast<double>(facts.size))}));
     return {};
 }
 

@@ -1,5 +1,6 @@
 #include "packages/unpack_guard.h"
 
+#include "core/size_words.h"
 #include "core/text.h"
 #include "words/packages.h"
 
@@ -109,7 +110,7 @@ std::uint64_t Sum(std::uint64_t a, std::uint64_t b)
 
 std::string SizeText(std::uint64_t bytes)
 {
-    return FormatSize(static_cast<double>(bytes));
+    return SizeInWords(static_cast<double>(bytes));
 }
 
 } // namespace

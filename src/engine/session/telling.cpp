@@ -1,6 +1,7 @@
 #include "session/telling.h"
 
 #include "core/dates.h"
+#include "core/size_words.h"
 #include "words/common.h"
 #include "words/session.h"
 

@@ -1,5 +1,6 @@
 #include "tools/tool_run.h"
 
+#include "core/size_words.h"
 #include "core/text.h"
 #include "tools/program_launch.h"
 #include "tools/tool_output.h"
@@ -150,7 +151,7 @@ void ToolRun::Take(std::string_view output, const LineShower& show)
         if (report_.output.size() > order_.mostOutput)
             Stop(ToolTrouble::Flood,
                  GetMsg(Msg::ToolTooMuchOutput,
-                        {order_.name, FormatSize(static_cast<double>(order_.mostOutput))}));
+                        {order_.name, SizeInWords(static_cast<double>(order_.mostOutput))}));
         return;
     case ToolOrder::Output::Lines:
         break;

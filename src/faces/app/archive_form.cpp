@@ -2,6 +2,7 @@
 
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
+#include "core/size_words.h"
 #include "session/held_folders.h"
 #include "session/telling.h"
 #include "upkeep/change_compression.h"

@@ -8,6 +8,7 @@
 #include "conversion/sound_converter.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "platform/real_path.h"
 #include "session/file_to_write.h"
@@ -65,7 +66,7 @@ bool ShowSounds(Run& run, const std::vector<Path>& files)
                     GetMsg(Msg::SoundLine,
                            {TextOf(file), info->form, std::to_string(info->rate),
                             std::to_string(info->channels), fmt::format("{:.3f}", info->seconds),
-                            FormatSize(static_cast<double>(info->bytes))}));
+                            SizeInWords(static_cast<double>(info->bytes))}));
     }
     return all;
 }

@@ -8,6 +8,7 @@
 #include "core/look.h"
 #include "core/name_list.h"
 #include "core/removal.h"
+#include "core/size_words.h"
 #include "formats/program_folder.h"
 #include "intake/source_choice.h"
 #include "intake/source_tree.h"

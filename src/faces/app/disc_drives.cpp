@@ -2,6 +2,7 @@
 
 #include "app/opening.h"
 #include "app/result_text.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "drives/attached_discs.h"
 #include "practice/practice_folder.h"
@@ -49,7 +50,7 @@ Message MediumText(DiscMedium medium)
 
 std::string SizeText(std::uint64_t bytes)
 {
-    return FormatSize(static_cast<double>(bytes));
+    return SizeInWords(static_cast<double>(bytes));
 }
 
 Json DriveAsJson(const CdDrive& drive)

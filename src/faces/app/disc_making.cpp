@@ -4,6 +4,7 @@
 #include "app/result_text.h"
 #include "archive/archive_saving.h"
 #include "archive/level_folders.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "discs/create_discs.h"
 #include "discs/disc_choice.h"
@@ -24,7 +25,7 @@ constexpr int usualMegabytes = 4700;
 
 std::string SizeOf(double bytes)
 {
-    return FormatSize(bytes);
+    return SizeInWords(bytes);
 }
 
 /// What the options say.

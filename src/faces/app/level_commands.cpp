@@ -4,6 +4,7 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "core/file_kinds.h"
+#include "core/size_words.h"
 #include "levels/export_level.h"
 #include "levels/more_info.h"
 #include "levels/remove_level.h"
@@ -51,11 +52,11 @@ bool MeasureAll(Run& run)
         return measured;
     }
     for (const LevelRecord& level : run.session.archive.levels)
-        AddLine(run,
-                GetMsg(Msg::SizesLine, {ZeroPadded(level.levelCode, 4), FormatSize(level.filesSize),
-                                        FormatSize(level.extrasSize), Trim(level.levelName)}));
+        AddLine(run, GetMsg(Msg::SizesLine,
+                            {ZeroPadded(level.levelCode, 4), SizeInWords(level.filesSize),
+                             SizeInWords(level.extrasSize), Trim(level.levelName)}));
     AddLine(run, GetMsg(Msg::SizesTotal,
-                        {FormatSize(archive.mainFolderSize + archive.secondaryFolderSize)}));
+                        {SizeInWords(archive.mainFolderSize + archive.secondaryFolderSize)}));
     return measured;
 }
 

@@ -4,6 +4,7 @@
 #include "archive/level_folders.h"
 #include "core/dates.h"
 #include "core/look.h"
+#include "core/size_words.h"
 #include "library/mark_levels.h"
 #include "session/file_to_write.h"
 #include "session/telling.h"
@@ -55,7 +56,7 @@ bool ListShots(Run& run)
                 {{"name", name}, {"file", TextOf(shot)}, {"size", facts.size}, {"modified", date}});
         else
             AddLine(run, GetMsg(Msg::ShotLine,
-                                {date, FormatSize(static_cast<double>(facts.size)), name}));
+                                {date, SizeInWords(static_cast<double>(facts.size)), name}));
     }
     return true;
 }

@@ -4,6 +4,7 @@
 #include "app/undoable.h"
 #include "core/dates.h"
 #include "core/file_kinds.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "editor/wad_undo.h"
 #include "history/changes.h"
@@ -176,7 +177,7 @@ void AddImport(Run& run, const ImportNote& entry)
     if (!here)
         shown = GetMsg(Msg::UndoLineOtherEditor, {shown});
     AddLine(run, GetMsg(Msg::UndoLine, {std::to_string(entry.id), made,
-                                        FormatSize(static_cast<double>(bytes)), shown}));
+                                        SizeInWords(static_cast<double>(bytes)), shown}));
 }
 
 void AddEntry(Run& run, const ChangeHead& entry)
@@ -203,7 +204,7 @@ void AddEntry(Run& run, const ChangeHead& entry)
         shown =
             GetMsg(level == LevelIs::Gone ? Msg::UndoLineGone : Msg::UndoLineElsewhere, {shown});
     AddLine(run, GetMsg(Msg::UndoLine, {std::to_string(entry.id), made,
-                                        FormatSize(static_cast<double>(bytes)), shown}));
+                                        SizeInWords(static_cast<double>(bytes)), shown}));
 }
 
 bool ListUndoable(Run& run)

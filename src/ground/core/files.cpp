@@ -7,11 +7,8 @@
 #include "platform/files.h"
 #include "platform/folder_memory.h"
 #include "platform/real_path.h"
-#include "words/core.h"
 
 #include <algorithm>
-#include <cmath>
-#include <fmt/format.h>
 
 namespace kestrova
 {
@@ -351,27 +348,6 @@ Result<std::string> ReadWholeFile(const Path& file, std::uint64_t limit)
     if (const auto failure = platform::ReadAll(*place, content, limit))
         return MakeFailure(ErrorCode::CannotRead, TextOf(*place), failure);
     return content;
-}
-
-std::string FormatSize(double bytes)
-{
-    constexpr double kilo = 1024;
-    constexpr double mega = kilo * 1024;
-    constexpr double giga = mega * 1024;
-    // The mask "###.0": one decimal, no zero before a bare decimal point.
-    const auto oneDecimal = [](double value) {
-        const std::string text = fmt::format("{:.1f}", value);
-        const std::string whole = text.substr(0, text.size() - 2);
-        return GetMsg(Msg::SizeDecimal, {whole == "0" ? "" : whole, text.substr(text.size() - 1)});
-    };
-    if (bytes > giga)
-        return oneDecimal(bytes / giga) + GetMsg(Msg::SizeGb);
-    if (bytes > mega)
-        return oneDecimal(bytes / mega) + GetMsg(Msg::SizeMb);
-    if (bytes > kilo)
-        return fmt::format("{}", static_cast<std::int64_t>(std::nearbyint(bytes)) / 1024) +
-               GetMsg(Msg::SizeKb);
-    return fmt::format("{:.0f}", bytes);
 }
 
 } // namespace kestrova

@@ -74,7 +74,4 @@ bool SameContent(const Path& a, const Path& b, const Heartbeat& heartbeat = {});
 /// The file's bytes; a limit keeps a wrong file from filling the memory.
 Result<std::string> ReadWholeFile(const Path& file, std::uint64_t limit = UINT64_C(1) << 32);
 
-/// `1024`, `1 Kb`, `1.5 Mb`: above each power by strict comparison, Kb without a fraction.
-std::string FormatSize(double bytes);
-
 } // namespace kestrova

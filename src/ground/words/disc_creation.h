@@ -12,7 +12,6 @@ inline constexpr Message Capacity650{"650 MB"};
 inline constexpr Message Capacity700{"700 MB"};
 inline constexpr Message Capacity4700{"4.7 GB DVD"};
 inline constexpr Message Capacity25{"25 GB Blu-ray"};
-inline constexpr Message CapacityOther{"~1 MB"};
 inline constexpr Message ComputeArchiveSize{"Compute archive size in progress"};
 inline constexpr Message NotingFiles{"Noting what the files of the levels hold"};
 inline constexpr Message ComputeTrleSize{"Computing size of Tomb Raider Level Editor folder"};

@@ -70,7 +70,7 @@ inline constexpr Message SetupNotPlaced{"The Level Editor could not be put into 
 inline constexpr Message SetupNotPrepared{"No place could be made to work in, and nothing was changed: ~1"};
 inline constexpr Message SetupGoesOn{"The setup that was broken off had brought the Level Editor to ~1 already. It goes on there."};
 
-inline constexpr Message SetupRoomThere{"Free there: ~1. The Level Editor needs about 250 Mb."};
+inline constexpr Message SetupRoomThere{"Free there: ~1. The Level Editor needs about 250 MB."};
 
 inline constexpr Message InstallaTitle{" Compress TR Level Editor Setup"};
 inline constexpr Message InstallaFolderTitle{" TR Level Editor Setup"};

@@ -3,6 +3,7 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/parallel.h"
+#include "core/size_words.h"
 #include "words/originals.h"
 
 #include <atomic>
@@ -63,8 +64,8 @@ Status RoomForKept(Machine& machine, std::uint64_t bytes, const Path& place, std
         return {}; // where nobody can tell, the copying will
     return Failure{
         ErrorCode::Refused, TextOf(place),
-        GetMsg(Msg::HandoverNoRoom, {FormatSize(static_cast<double>(bytes + spare)), TextOf(place),
-                                     FormatSize(static_cast<double>(*free))})};
+        GetMsg(Msg::HandoverNoRoom, {SizeInWords(static_cast<double>(bytes + spare)), TextOf(place),
+                                     SizeInWords(static_cast<double>(*free))})};
 }
 
 Status CopyKept(const Path& folder, const StandingFile& file, const Path& copy,

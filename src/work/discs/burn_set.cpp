@@ -4,6 +4,7 @@
 #include "burning/image_making.h"
 #include "core/leftovers.h"
 #include "core/look.h"
+#include "core/size_words.h"
 #include "core/staged_file.h"
 #include "discs/disc_progress.h"
 #include "discs/image_set.h"
@@ -137,8 +138,8 @@ private:
             return refuse(GetMsg(Msg::DiscIsNotBlank, {drive->name}));
         if (drive->free != 0 && drive->free < needed)
             return refuse(GetMsg(Msg::DiscIsTooSmall,
-                                 {drive->name, FormatSize(static_cast<double>(drive->free)),
-                                  FormatSize(static_cast<double>(needed))}));
+                                 {drive->name, SizeInWords(static_cast<double>(drive->free)),
+                                  SizeInWords(static_cast<double>(needed))}));
         return *drive;
     }
 

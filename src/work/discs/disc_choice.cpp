@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "core/name_list.h"
 #include "core/text.h"
+#include "words/core.h"
 #include "words/disc_creation.h"
 
 namespace kestrova
@@ -52,7 +53,7 @@ void TellLeftOut(const DiscParts& parts, const DiscPlan& plan)
 std::string TextOfCapacity(int megabytes)
 {
     const DiscCapacity capacity = CapacityOf(megabytes);
-    return capacity.text.text.empty() ? GetMsg(Msg::CapacityOther, {std::to_string(megabytes)})
+    return capacity.text.text.empty() ? GetMsg(Msg::SizeMegabytes, {std::to_string(megabytes)})
                                       : GetMsg(capacity.text);
 }
 

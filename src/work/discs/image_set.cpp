@@ -5,6 +5,7 @@
 #include "core/inside.h"
 #include "core/leftovers.h"
 #include "core/look.h"
+#include "core/size_words.h"
 #include "core/staged_file.h"
 #include "core/text.h"
 #include "discs/disc_progress.h"
@@ -186,8 +187,8 @@ Status CanTakeImages(const DiscParts& parts, const DiscSet& set)
                ? Status{}
                : InWords(ErrorCode::NoSpace,
                          GetMsg(Msg::NoRoomForImages,
-                                {FormatSize(static_cast<double>(needed)),
-                                 FormatSize(static_cast<double>(*free)), TextOf(folder)}));
+                                {SizeInWords(static_cast<double>(needed)),
+                                 SizeInWords(static_cast<double>(*free)), TextOf(folder)}));
 }
 
 Status MakeImages(const DiscParts& parts, DiscSet& set)

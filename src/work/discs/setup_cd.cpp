@@ -1,5 +1,6 @@
 #include "discs/setup_cd.h"
 
+#include "core/size_words.h"
 #include "core/text.h"
 #include "discs/disc_content.h"
 #include "session/telling.h"

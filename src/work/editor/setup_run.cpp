@@ -2,6 +2,7 @@
 
 #include "core/leftovers.h"
 #include "core/look.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "editor/failure_words.h"
 #include "editor/folder_test.h"

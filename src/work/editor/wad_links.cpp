@@ -2,6 +2,7 @@
 
 #include "core/look.h"
 #include "core/name_set.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "editor/file_names.h"
 #include "formats/trle_folder.h"
@@ -85,8 +86,8 @@ Status HasRoomFor(Machine& machine, const std::vector<LinkCopy>& copies, const P
     if (!free || bytes + roomLeft <= *free)
         return {}; // where nobody can tell, the copying will
     return InWords(ErrorCode::NoSpace,
-                   GetMsg(Msg::LinkNoRoom, {FormatSize(static_cast<double>(bytes)),
-                                            FormatSize(static_cast<double>(*free))}));
+                   GetMsg(Msg::LinkNoRoom, {SizeInWords(static_cast<double>(bytes)),
+                                            SizeInWords(static_cast<double>(*free))}));
 }
 
 /// `linked` gets the copies that were made.

@@ -5,6 +5,7 @@
 #include "core/inside.h"
 #include "core/look.h"
 #include "core/name_list.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "editor/compile_tom_file.h"
 #include "editor/enclosed_folder.h"
@@ -200,7 +201,7 @@ private:
         const auto most = static_cast<double>(level_.bounds.mostTaken);
         if (bytes > most)
             host_.Tell(Tone::Error,
-                       GetMsg(Msg::InstallerTooMuch, {FormatSize(bytes), FormatSize(most)}));
+                       GetMsg(Msg::InstallerTooMuch, {SizeInWords(bytes), SizeInWords(most)}));
         return bytes <= most;
     }
 

@@ -5,6 +5,7 @@
 #include "core/look.h"
 #include "core/name_list.h"
 #include "core/name_set.h"
+#include "core/size_words.h"
 #include "drives/attached_discs.h"
 #include "formats/config_groups.h"
 #include "formats/config_values.h"
@@ -195,7 +196,7 @@ Status WaveFetch::Stage(const Path& source, const std::string& name)
     const std::uint64_t keepFree = UnpackLimits{}.keepFree;
     if (*free < keepFree || *free - keepFree < size)
         return InWords(ErrorCode::NoSpace,
-                       GetMsg(Msg::WavesNoRoom, {name, FormatSize(static_cast<double>(size))}));
+                       GetMsg(Msg::WavesNoRoom, {name, SizeInWords(static_cast<double>(size))}));
     CopyOptions options;
     options.rights = plainRights;
     options.progress = [&](std::uint64_t done) {

@@ -1,6 +1,7 @@
 #include "intake/level_draft.h"
 
 #include "core/file_kinds.h"
+#include "core/size_words.h"
 #include "words/file_list.h"
 #include "words/intake.h"
 

@@ -2,6 +2,7 @@
 
 #include "core/copying.h"
 #include "core/file_kinds.h"
+#include "core/size_words.h"
 #include "intake/file_names.h"
 #include "packages/unpack_guard.h"
 #include "words/level_needs.h"
@@ -40,7 +41,7 @@ Status HasRoom(Machine& machine, const CopyPlan& plan, const Path& folder)
         return {};
     return InWords(
         ErrorCode::NoSpace,
-        GetMsg(Msg::CopiesNoRoom, {FormatSize(bytes), FormatSize(static_cast<double>(*free))}));
+        GetMsg(Msg::CopiesNoRoom, {SizeInWords(bytes), SizeInWords(static_cast<double>(*free))}));
 }
 
 Status MakeCopy(const PlannedCopy& copy, const Path& folder, ProgressScope& progress)

@@ -2,6 +2,7 @@
 
 #include "core/file_kinds.h"
 #include "core/folder_names.h"
+#include "core/size_words.h"
 #include "core/staged_file.h"
 #include "storage/zl_file.h"
 #include "words/levels.h"
@@ -20,7 +21,7 @@ namespace
 
 std::string SizeText(std::uint64_t bytes)
 {
-    return FormatSize(static_cast<double>(bytes));
+    return SizeInWords(static_cast<double>(bytes));
 }
 
 /// The words for a stream that is not taken; any other failure stays what it is.

@@ -1,6 +1,7 @@
 #include "online/download_words.h"
 
 #include "core/files.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "words/online.h"
 

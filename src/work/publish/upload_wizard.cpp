@@ -1,6 +1,7 @@
 #include "publish/upload_wizard.h"
 
 #include "core/file_kinds.h"
+#include "core/size_words.h"
 #include "formats/config_values.h"
 #include "publish/file_names.h"
 #include "words/file_list.h"

@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
 #include "core/file_kinds.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "formats/level_folder.h"
 #include "words/swap.h"
@@ -106,9 +107,9 @@ std::vector<std::string> PlayGaps(const LevelGaps& gaps)
     for (const std::string& file : gaps.cut)
         names.push_back(Readable(file));
     if (gaps.bytes > 0)
-        names.push_back(GetMsg(
-            Msg::LevelLacksBytes,
-            {FormatSize(gaps.bytes), FormatSize(gaps.noted - gaps.bytes), FormatSize(gaps.noted)}));
+        names.push_back(GetMsg(Msg::LevelLacksBytes,
+                               {SizeInWords(gaps.bytes), SizeInWords(gaps.noted - gaps.bytes),
+                                SizeInWords(gaps.noted)}));
     return names;
 }
 

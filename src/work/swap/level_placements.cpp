@@ -6,6 +6,7 @@
 #include "core/look.h"
 #include "core/name_list.h"
 #include "core/name_set.h"
+#include "core/size_words.h"
 #include "formats/level_folder.h"
 #include "history/swap_journal_file.h"
 #include "session/telling.h"
@@ -26,7 +27,7 @@ bool TellNoSpace(Host& host, Machine& machine, const Folders& folders, double ne
 {
     const auto free = machine.FreeSpace(folders.trle);
     const double bytes = free ? static_cast<double>(*free) : 0;
-    host.Tell(Tone::Error, GetMsg(Msg::NoSpaceForLevel, {FormatSize(need), FormatSize(bytes)}));
+    host.Tell(Tone::Error, GetMsg(Msg::NoSpaceForLevel, {SizeInWords(need), SizeInWords(bytes)}));
     return false;
 }
 

@@ -2,6 +2,7 @@
 
 #include "archive/archive_saving.h"
 #include "archive/level_sizes.h"
+#include "core/size_words.h"
 #include "session/telling.h"
 #include "words/upkeep.h"
 
@@ -19,9 +20,9 @@ bool ShowArchiveSizes(Session& session)
     const ArchiveHeader& archive = session.archive.header;
     session.host.Tell(Tone::Plain,
                       GetMsg(Msg::ArchiveSizes,
-                             {FormatSize(archive.mainFolderSize), lineBreak,
-                              FormatSize(archive.secondaryFolderSize), lineBreak,
-                              FormatSize(archive.mainFolderSize + archive.secondaryFolderSize)}),
+                             {SizeInWords(archive.mainFolderSize), lineBreak,
+                              SizeInWords(archive.secondaryFolderSize), lineBreak,
+                              SizeInWords(archive.mainFolderSize + archive.secondaryFolderSize)}),
                       isStopped ? GetMsg(Msg::ArchiveSizesStopped) : std::string{});
     return !isStopped;
 }

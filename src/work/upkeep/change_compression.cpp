@@ -4,6 +4,7 @@
 #include "archive/level_sizes.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
+#include "core/size_words.h"
 #include "core/staged_file.h"
 #include "formats/level_folder.h"
 #include "pictures/bitmap.h"

@@ -5,6 +5,7 @@
 #include "core/leftovers.h"
 #include "core/look.h"
 #include "core/name_list.h"
+#include "core/size_words.h"
 #include "core/staged_file.h"
 #include "platform/places.h"
 #include "platform/real_path.h"

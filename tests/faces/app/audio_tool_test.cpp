@@ -1,4 +1,5 @@
 #include "app/audio_tool.h"
+#include "core/size_words.h"
 #include "sandbox/sound_files.h"
 #include "world/tool_box.h"
 

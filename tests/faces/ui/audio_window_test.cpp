@@ -1,4 +1,5 @@
 #include "audio/sound_info.h"
+#include "core/size_words.h"
 #include "sandbox/sound_files.h"
 #include "ui/desktop/progress_windows.h"
 #include "ui/dialogs/dialog_convert_audio.h"

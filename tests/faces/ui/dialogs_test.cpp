@@ -1,3 +1,4 @@
+#include "core/size_words.h"
 #include "ui/desktop/progress_windows.h"
 #include "ui/dialogs/dialog_author.h"
 #include "ui/dialogs/dialog_compare_trle.h"

@@ -42,11 +42,11 @@ TEST(DiscsWindow, ShowsThePlanOfEachChoiceAndMakesTheImages)
     MuoviSuCdDialog dialog{world.session, nullptr};
     dialog.show();
     Settle();
-    EXPECT_EQ(ShownPlan(dialog), "Kestrova #1|3.8 Mb\n  Alpha|1.9 Mb\n  Beta|1.9 Mb\n");
+    EXPECT_EQ(ShownPlan(dialog), "Kestrova #1|3.8 MB\n  Alpha|1.9 MB\n  Beta|1.9 MB\n");
     auto* capacity = In<QComboBox>(dialog, "Combo_Mb");
     capacity->setEditText("10");
     EXPECT_EQ(ShownPlan(dialog),
-              "Kestrova #1|1.9 Mb\n  Alpha|1.9 Mb\nKestrova #2|1.9 Mb\n  Beta|1.9 Mb\n");
+              "Kestrova #1|1.9 MB\n  Alpha|1.9 MB\nKestrova #2|1.9 MB\n  Beta|1.9 MB\n");
     capacity->setEditText("");
     EXPECT_EQ(ShownPlan(dialog), "");
     EXPECT_FALSE(In<QLabel>(dialog, "Label_Hint")->isHidden());

@@ -278,23 +278,24 @@ TEST_F(Files, SizesAreTextAsTheMasksSay)
 {
     const struct {
         double bytes;
-        const char* text;
-    } rows[] = {{0, "0"},
-                {1024, "1024"},
-                {1025, "1 Kb"},
-                {2047, "1 Kb"},
-                {2048, "2 Kb"},
-                {1048576, "1024 Kb"},
-                {1048577, "1.0 Mb"},
-                {1572864, "1.5 Mb"},
-                {1073741824, "1024.0 Mb"},
-                {1610612736, "1.5 Gb"},
-                {5e12, "4656.6 Gb"}};
-    for (const auto& row : rows)
-        EXPECT_EQ(FormatSize(row.bytes), row.text) << row.bytes;
-    EXPECT_EQ(SizeInWords(1), "1 byte");
-    EXPECT_EQ(SizeInWords(1024), "1024 bytes");
-    EXPECT_EQ(SizeInWords(1025), "1 Kb");
+        const char* told;
+        const char* ours;
+    } rows[] = {{0, "0", "0 bytes"},
+                {1, "1", "1 byte"},
+                {1024, "1024", "1024 bytes"},
+                {1025, "1 Kb", "1 KB"},
+                {2047, "1 Kb", "1 KB"},
+                {2048, "2 Kb", "2 KB"},
+                {1048576, "1024 Kb", "1024 KB"},
+                {1048577, "1.0 Mb", "1.0 MB"},
+                {1572864, "1.5 Mb", "1.5 MB"},
+                {1073741824, "1024.0 Mb", "1024.0 MB"},
+                {1610612736, "1.5 Gb", "1.5 GB"},
+                {5e12, "4656.6 Gb", "4656.6 GB"}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(FormatSize(row.bytes), row.told) << row.bytes;
+        EXPECT_EQ(SizeInWords(row.bytes), row.ours) << row.bytes;
+    }
 }
 
 TEST_F(Files, TheLogTellsEachStepAndHowItEnded)

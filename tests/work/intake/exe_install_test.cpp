@@ -239,7 +239,7 @@ TEST(ExeInstall, MoreThanALevelMayTakeIsNotCopied)
         ExeLevel level;
         level.bounds.mostTaken = UINT64_C(1) << 30;
         EXPECT_FALSE(world.Install(level));
-        EXPECT_TRUE(world.host.WasTold("3.0 Gb")) << world.host.AllTold();
+        EXPECT_TRUE(world.host.WasTold("3.0 GB")) << world.host.AllTold();
         EXPECT_TRUE(world.result.empty());
         world.ExpectBack();
     }

@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "archive/tr4_index.h"
+#include "core/size_words.h"
 #include "history/history.h"
 #include "intake/draft_files.h"
 #include "intake/edit_level.h"

@@ -92,7 +92,7 @@ TEST_F(Playing, AnIncompleteLevelIsNamedByPlayVerifyAndDoctor)
     level.moreInfoFile.clear();
     level.filesSize = 5'000'000;
     ASSERT_EQ(gaps().size(), 1U);
-    EXPECT_NE(gaps().front().find("the archive noted 4.8 Mb"), std::string::npos);
+    EXPECT_NE(gaps().front().find("the archive noted 4.8 MB"), std::string::npos);
     // What stands in the Level Editor's folder has the names of what was installed.
     std::filesystem::remove(box / "levels/LEVEL_0001/files/big.tr4");
     const auto standing = VerifyLevel(box.session.Folders(), box.session.archive, code, Noting::No);

@@ -1,5 +1,6 @@
 #include "ui/dialogs/compare_model.h"
 
+#include "core/size_words.h"
 #include "core/text.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_dialogs.h"
@@ -13,7 +14,7 @@ namespace
 /// Nothing for a file that is not there.
 QString SizeText(const Path& file, std::uint64_t size)
 {
-    return file.empty() ? QString() : ToQt(FormatSize(static_cast<double>(size)));
+    return file.empty() ? QString() : ToQt(SizeInWords(static_cast<double>(size)));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "ui/dialogs/dialog_add_wads.h"
 
+#include "core/size_words.h"
 #include "session/documents.h"
 #include "session/operation.h"
 #include "session/telling.h"
@@ -220,7 +221,7 @@ void AddWadsDialog::ShowState()
     for (const Path& file : wads_.Files()) {
         const QString name = ToQt(TextOf(file.filename()));
         auto* item =
-            new QTreeWidgetItem({name, ToQt(FormatSize(static_cast<double>(FileSize(file))))});
+            new QTreeWidgetItem({name, ToQt(SizeInWords(static_cast<double>(FileSize(file))))});
         item->setToolTip(fileNameColumn, PlainTip(name));
         item->setTextAlignment(fileSizeColumn, Qt::AlignRight | Qt::AlignVCenter);
         items.append(item);

@@ -1,6 +1,7 @@
 #include "ui/dialogs/dialog_muovi_su_cd.h"
 
 #include "archive/archive_saving.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "discs/create_discs.h"
 #include "discs/disc_choice.h"
@@ -301,7 +302,7 @@ void MuoviSuCdDialog::ShowPlan()
             : Words(Msg::PlanInAll,
                     {std::to_string(plan_.Discs().size()), TextOfCapacity(plan_.choice.megabytes),
                      std::to_string(plan_.LevelCount()),
-                     FormatSize(static_cast<double>(plan_.RoomOfImages()))}));
+                     SizeInWords(static_cast<double>(plan_.RoomOfImages()))}));
 }
 
 void MuoviSuCdDialog::ChooseImages()

@@ -1,5 +1,6 @@
 #include "ui/dialogs/dialog_new_level.h"
 
+#include "core/size_words.h"
 #include "intake/compile_sources.h"
 #include "intake/draft_files.h"
 #include "intake/draft_sources.h"
@@ -256,8 +257,8 @@ void NewLevelDialog::ShowFiles()
     QList<QTreeWidgetItem*> rows;
     rows.reserve(static_cast<qsizetype>(level_->draft.files.size()));
     for (const Path& file : level_->draft.files) {
-        auto* row = new QTreeWidgetItem(
-            {ToQt(TextOf(file.filename())), ToQt(FormatSize(static_cast<double>(FileSize(file))))});
+        auto* row = new QTreeWidgetItem({ToQt(TextOf(file.filename())),
+                                         ToQt(SizeInWords(static_cast<double>(FileSize(file))))});
         row->setData(fileNameColumn, Qt::UserRole, PathToQt(file));
         row->setToolTip(fileNameColumn, PlainTip(row->text(fileNameColumn)));
         row->setTextAlignment(fileSizeColumn, Qt::AlignRight | Qt::AlignVCenter);

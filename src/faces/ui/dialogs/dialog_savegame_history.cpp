@@ -1,6 +1,5 @@
 #include "ui/dialogs/dialog_savegame_history.h"
 
-#include "core/dates.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/dialogs/originals_page.h"
 #include "ui/widgets/captions.h"
@@ -88,7 +87,7 @@ void SavegameHistoryDialog::Fill()
     QList<QTreeWidgetItem*> items;
     for (const HistoryEntry& entry : rules_.Entries()) {
         auto* item = new QTreeWidgetItem;
-        item->setText(kept, ToQt(DateText(entry.keptNs)));
+        item->setText(kept, MomentText(entry.keptNs));
         item->setText(file, ToQt(entry.name));
         // A note or a picture has no number.
         item->setText(number, entry.title.empty() && entry.number == 0
@@ -97,7 +96,7 @@ void SavegameHistoryDialog::Fill()
         item->setTextAlignment(number, Qt::AlignRight | Qt::AlignVCenter);
         item->setText(title, ToQt(entry.title));
         item->setToolTip(title, PlainTip(item->text(title)));
-        item->setText(saved, ToQt(DateText(entry.modifiedNs)));
+        item->setText(saved, MomentText(entry.modifiedNs));
         item->setText(reason, ToQt(ShownAsSpoken(entry.reason)));
         item->setData(kept, Qt::UserRole, ToQt(entry.id));
         items.append(item);

@@ -1,6 +1,7 @@
 #include "ui/dialogs/disc_plan_tree.h"
 
 #include "archive/level_folders.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
@@ -22,7 +23,7 @@ enum PlanColumn { PlanName, PlanLevels, PlanSize, PlanColumns };
 
 QString PlanSizeText(double bytes)
 {
-    return ToQt(FormatSize(bytes));
+    return ToQt(SizeInWords(bytes));
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "ui/dialogs/originals_page.h"
 
-#include "core/dates.h"
+#include "core/size_words.h"
 #include "originals/vault.h"
 #include "session/telling.h"
 #include "swap/kept_originals.h"
@@ -83,11 +83,11 @@ void OriginalsPage::Fill()
     QList<QTreeWidgetItem*> items;
     for (const KeptFile& entry : *files) {
         auto* item = new QTreeWidgetItem;
-        item->setText(keptColumn, ToQt(DateText(entry.keptNs)));
+        item->setText(keptColumn, MomentText(entry.keptNs));
         item->setText(fileColumn, ToQt(Readable(entry.file)));
-        item->setText(bytesColumn, ToQt(FormatSize(static_cast<double>(entry.size))));
+        item->setText(bytesColumn, ToQt(SizeInWords(static_cast<double>(entry.size))));
         item->setTextAlignment(bytesColumn, Qt::AlignRight | Qt::AlignVCenter);
-        item->setText(savedColumn, ToQt(DateText(entry.modifiedNs)));
+        item->setText(savedColumn, MomentText(entry.modifiedNs));
         item->setText(folderColumn, ToQt(Readable(entry.folder)));
         for (const int wide : {fileColumn, folderColumn})
             item->setToolTip(wide, PlainTip(item->text(wide)));

@@ -1,6 +1,7 @@
 #include "ui/dialogs/wizard_files_page.h"
 
 #include "core/file_kinds.h"
+#include "core/size_words.h"
 #include "publish/upload_files.h"
 #include "publish/upload_sounds.h"
 #include "ui/dialogs/dialog_set_mp3.h"
@@ -86,7 +87,7 @@ public:
         for (const UploadFile& file : wizard_.files) {
             const QString name = ToQt(TextOf(file.path.filename()));
             auto* item =
-                new QTreeWidgetItem({name, ToQt(FormatSize(static_cast<double>(file.size)))});
+                new QTreeWidgetItem({name, ToQt(SizeInWords(static_cast<double>(file.size)))});
             item->setToolTip(fileNameColumn, PlainTip(name));
             item->setTextAlignment(fileSizeColumn, Qt::AlignRight | Qt::AlignVCenter);
             items.append(item);

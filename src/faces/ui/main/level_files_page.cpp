@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "core/file_kinds.h"
+#include "core/size_words.h"
 #include "core/text.h"
 #include "session/operation.h"
 #include "session/telling.h"
@@ -127,7 +128,7 @@ void LevelFilesPage::Read()
     for (const Path& file : wanted) {
         auto* row = new QTreeWidgetItem;
         row->setText(fileNameColumn, ToQt(file.filename().native()));
-        row->setText(fileSizeColumn, ToQt(FormatSize(static_cast<double>(FileSize(file)))));
+        row->setText(fileSizeColumn, ToQt(SizeInWords(static_cast<double>(FileSize(file)))));
         row->setTextAlignment(fileSizeColumn, Qt::AlignRight | Qt::AlignVCenter);
         row->setData(0, Qt::UserRole, PathToQt(file));
         rows.append(row);

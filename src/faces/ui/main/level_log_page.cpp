@@ -1,6 +1,5 @@
 #include "ui/main/level_log_page.h"
 
-#include "core/dates.h"
 #include "library/level_events.h"
 #include "ui/widgets/qt_text.h"
 #include "words/captions.h"
@@ -74,7 +73,7 @@ void LevelLogPage::Read()
     const Folders folders = session_.Folders();
     QList<QTreeWidgetItem*> rows;
     for (const LevelEvent& event : EventsOf(folders, session_.archive, *code_, note_)) {
-        auto* row = new QTreeWidgetItem({ToQt(DateText(event.whenNs)), ToQt(event.words)});
+        auto* row = new QTreeWidgetItem({MomentText(event.whenNs), ToQt(event.words)});
         row->setToolTip(whatColumn, PlainTip(ToQt(event.words)));
         row->setData(whatColumn, Qt::UserRole, PathToQt(event.log));
         if (!event.log.empty())

@@ -1,5 +1,6 @@
 #include "ui/main/level_model.h"
 
+#include "core/size_words.h"
 #include "ui/main/play_head.h"
 #include "ui/widgets/qt_text.h"
 #include "words/library_window.h"
@@ -112,7 +113,7 @@ QString LevelModel::TextOf(const LibraryLevel& level, int column) const
     case SavegamesColumn:
         return savegames(level.code);
     case SizeColumn:
-        return ToQt(FormatSize(static_cast<double>(level.size)));
+        return ToQt(SizeInWords(static_cast<double>(level.size)));
     case AddedColumn:
         return DayIfAny(level.own.added);
     default:

@@ -1,6 +1,5 @@
 #include "ui/main/savegames_page.h"
 
-#include "core/dates.h"
 #include "formats/savegame_records.h"
 #include "formats/trle_folder.h"
 #include "platform/places.h"
@@ -223,7 +222,7 @@ void SavegamesPage::AddRow(QTreeWidgetItem& group, std::size_t index)
     row->setText(savedTitle, ToQt(savegame.title));
     row->setText(savedNumber, QString::number(savegame.number));
     row->setTextAlignment(savedNumber, Qt::AlignRight | Qt::AlignVCenter);
-    row->setText(savedTime, ToQt(DateText(savegame.savedNs)));
+    row->setText(savedTime, MomentText(savegame.savedNs));
     const std::string tip = savegame.reason.empty()
                                 ? WordsOf(savegame)
                                 : GetMsg(Msg::SavesKeptBecause, {savegame.reason});

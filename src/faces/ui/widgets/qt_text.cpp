@@ -41,6 +41,14 @@ QString DayText(std::int64_t seconds)
     return QLocale{}.toString(QDateTime::fromSecsSinceEpoch(seconds).date(), QLocale::ShortFormat);
 }
 
+QString MomentText(std::int64_t ns)
+{
+    constexpr std::int64_t nsOfSecond = 1'000'000'000;
+    const std::int64_t seconds = ns / nsOfSecond;
+    return DayText(seconds) + QLatin1Char(' ') +
+           QDateTime::fromSecsSinceEpoch(seconds).toString(QStringLiteral("HH:mm:ss"));
+}
+
 QString PathToQt(const Path& path)
 {
     return QFile::decodeName(QByteArray::fromStdString(path.native()));

@@ -24,6 +24,8 @@ QString Words(Message id, std::initializer_list<std::string_view> args = {});
 QString PlainTip(const QString& text);
 /// The day of a moment, in seconds since 1970, as the desktop's language writes it.
 QString DayText(std::int64_t seconds);
+/// The same with the time of the day; of nanoseconds.
+QString MomentText(std::int64_t ns);
 
 /// For the desktop's choosers, which speak of paths as text.
 QString PathToQt(const Path& path);
