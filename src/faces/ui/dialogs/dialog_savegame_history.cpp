@@ -6,6 +6,7 @@
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
+#include "words/app.h"
 #include "words/menus.h"
 #include "words/ui_dialogs.h"
 
@@ -67,7 +68,7 @@ SavegameHistoryDialog::SavegameHistoryDialog(Session& session, LevelCode code, Q
     auto* tabs = new QTabWidget(this);
     tabs->setObjectName(QStringLiteral("Tabs_History"));
     tabs->addTab(savegames, Words(Msg::MenuSaveGames));
-    tabs->addTab(new OriginalsPage(session, tabs), Words(Msg::OriginalsTab));
+    tabs->addTab(new OriginalsPage(session, tabs), Words(Msg::LevelEditorsFolder));
     auto* column = new QVBoxLayout(this);
     column->addWidget(tabs, 1);
     auto* buttons = new QHBoxLayout;
