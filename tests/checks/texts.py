@@ -7,7 +7,7 @@ Outside src/ground/words/ no literal may read like a text or like a piece of a p
 A piece of a path is a `constexpr std::string_view` beside its format. A literal that nobody is
 shown (the format of a system's file, say) carries `// not shown` on its line. Texts and names on
 the disk have one name each, and each is used somewhere in src/; of a text's markers none stands
-twice, since only the first is filled.
+twice, since only the first is filled. A text of several words is written once.
 """
 
 import pathlib
@@ -107,7 +107,7 @@ def reached_parts(texts):
 
 def faults(root):
     source = root / "src"
-    rows, spoken, texts = {}, set(), {}
+    rows, said, spoken, texts = {}, {}, set(), {}
     for file in sorted(source.rglob("*.h")):
         text = file.read_text(errors="replace")
         space = SPACE.search(text)
@@ -119,6 +119,8 @@ def faults(root):
             markers = re.findall(r"~\d", row.group(2))
             if len(set(markers)) < len(markers) and not row.group(2).endswith(EVERY):
                 yield f"{where}: {name} has a marker twice, of which one stays empty"
+            if len(WORDS.findall(row.group(2))) > 1 and said.setdefault(row.group(2), name) != name:
+                yield f"{where}: {name} is written already, as {said[row.group(2)]}"
             rows[name] = where
     for file in sorted(source.rglob("*")):
         if file.suffix not in (".h", ".cpp", ".inc", ".def"):
@@ -171,6 +173,14 @@ def self_test():
         assert "a marker twice" in "".join(faults(root))
         rows.write_text(head + 'inline constexpr Message Two{"c"};\n' * 2)
         assert "already" in "".join(faults(root))
+        rows.write_text(head + 'inline constexpr Message Two{"a ~1 b ~2"};\n')
+        assert list(faults(root)) == [], "short ones may stand for different things"
+        for twice, words in ("as Msg::Two", "a box of c"), ("no", "a box"):
+            rows.write_text(head + f'inline constexpr Message Two{{"{words}"}};\n'
+                            f'inline constexpr Message Three{{"{words}"}};\n')
+            user.write_text("GetMsg(Msg::One); GetMsg(Msg::Two); GetMsg(Msg::Three);\n")
+            assert (twice in "".join(faults(root))) == (twice != "no"), words
+        user.write_text("GetMsg(Msg::One);\n")
         rows.write_text(head + 'inline constexpr Message Two{"c"};\n')
         names = root / "src" / "names.h"
         names.write_text('namespace kestrova::OnDisk\n{\n'

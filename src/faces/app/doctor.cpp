@@ -75,10 +75,10 @@ Finding LevelEditor(const Folders& folders, const PreferencesRecord& preferences
 {
     const Path trle = folders.trle;
     if (trle.empty())
-        return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorTrleNotSet), Msg::DoctorTrleRemedy);
+        return Bad(Msg::LevelEditorsFolder, GetMsg(Msg::DoctorTrleNotSet), Msg::DoctorTrleRemedy);
     const auto lacks = WhatTrleLacks(trle);
     if (!lacks)
-        return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorNotRead, {lacks.Error().subject}),
+        return Bad(Msg::LevelEditorsFolder, GetMsg(Msg::DoctorNotRead, {lacks.Error().subject}),
                    Msg::DoctorNotReadRemedy);
     if (!lacks->empty()) {
         const auto backup = LookAtBackup(folders); // not read, it has a finding of its own
@@ -86,16 +86,16 @@ Finding LevelEditor(const Folders& folders, const PreferencesRecord& preferences
             !BackupSeemsOfAnother(folders).ValueOr(trle)) {
             if (const std::string waves = WavesToCopy(folders, preferences).ValueOr({});
                 !waves.empty())
-                return {false, GetMsg(Msg::DoctorTrle),
+                return {false, GetMsg(Msg::LevelEditorsFolder),
                         GetMsg(Msg::DoctorTrleNotWhole, {TextOf(trle)}) + ": " + *lacks, waves};
-            return Bad(Msg::DoctorTrle,
+            return Bad(Msg::LevelEditorsFolder,
                        GetMsg(Msg::DoctorTrleNotWhole, {TextOf(trle)}) + ": " + *lacks,
                        Msg::DoctorTrleNotWholeRemedy);
         }
-        return Bad(Msg::DoctorTrle, GetMsg(Msg::DoctorTrleWrong, {TextOf(trle)}),
+        return Bad(Msg::LevelEditorsFolder, GetMsg(Msg::DoctorTrleWrong, {TextOf(trle)}),
                    Msg::DoctorTrleRemedy);
     }
-    return Folder(Msg::DoctorTrle, trle, Msg::DoctorTrleNotWritable);
+    return Folder(Msg::LevelEditorsFolder, trle, Msg::DoctorTrleNotWritable);
 }
 
 Finding Backup(const Folders& folders, const PreferencesRecord& preferences)

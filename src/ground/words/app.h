@@ -18,6 +18,7 @@ inline constexpr Message ArchiveFolderNotTaken{"The archive's folder stays as it
 inline constexpr Message WindowArchiveFolderTooLong{"Its path has more than 220 bytes. Choose a folder with a shorter path."};
 inline constexpr Message ArchiveFolderWithoutLevels{"It holds none of this archive's levels. Move their folders there first."};
 inline constexpr Message DoctorKeys{"Keys during play"};
+inline constexpr Message LevelEditorsFolder{"Level Editor's folder"};
 inline constexpr Message DoctorKeysNone{"there is no desktop in this session; they work in the windows"};
 inline constexpr Message DoctorKeysX{"F9, F11 and Print Screen are seen, whichever window has the keyboard"};
 inline constexpr Message DoctorKeysWaylandX{"Wayland with an X display: F9, F11 and Print Screen are seen while the game is a window of X, as under Wine; on KDE Plasma, System Settings, Legacy X11 App Support must allow it"};
@@ -40,7 +41,6 @@ inline constexpr Message PreferencesNotRead{"The preferences could not be read. 
 inline constexpr Message LastArchiveNotFound{"Last archive not found: "};
 inline constexpr Message LoadDifferentArchive{"Do you want load a different archive?"};
 inline constexpr Message DoctorProgramFolder{"program's folder"};
-inline constexpr Message DoctorTrle{"Level Editor's folder"};
 inline constexpr Message DoctorBackup{"backup"};
 inline constexpr Message DoctorBackupOther{"of another Level Editor's folder: ~1"};
 inline constexpr Message DoctorBackupOtherRemedy{"Choose that folder again with kestrovactl setup --trle DIR, or, while this one is original: kestrovactl backup --refresh"};

@@ -10,6 +10,8 @@ namespace kestrova::Msg
 
 inline constexpr Message AndMoreFiles{"and ~1 more"};
 inline constexpr Message NameLeftPart{" … "};
+inline constexpr Message DriveWithoutRoom{"Drive [~1] has not sufficient free space for setup files ("};
+inline constexpr Message ErrorCopyingFromTo{"Error while copying file from: ~1 to: "};
 inline constexpr Message SizeGb{" Gb"};
 inline constexpr Message SizeMb{" Mb"};
 inline constexpr Message SizeKb{" Kb"};

@@ -10,7 +10,6 @@ namespace kestrova::Msg
 
 inline constexpr Message SetupTitle{"Archive \"~1\" (levels: ~2, discs: ~3)"};
 inline constexpr Message InstallChooseFolder{"Select an hard disk folder to install current archive"};
-inline constexpr Message SetupNoRoom{"Drive [~1] has not sufficient free space for setup files ("};
 inline constexpr Message SetupNoRoomEnd{")"};
 inline constexpr Message InstallUnderWay{"Install cd archive in progress"};
 inline constexpr Message CdMissing{"Error: cd missing"};

@@ -53,7 +53,6 @@ inline constexpr Message Tom2PcBuild{"4) In tom2pc press [Build All] button"};
 inline constexpr Message Tom2PcWait{"(Warning: don't stop program before you read in last row of message box: *** Build all complete ***"};
 inline constexpr Message Tom2PcDone{"5) If there are no errors, close tom2pc program and press [Done] button in this window"};
 inline constexpr Message CompileCopyInFailed{"Error in copying file from: ~1 to: "};
-inline constexpr Message CompileCopyOutFailed{"Error while copying file from: ~1 to: "};
 inline constexpr Message AutoCompileFailed{"Error in auto tom files compilation. Try to compile .tom files manually"};
 inline constexpr Message CompileIncomplete{"Compile is not completed! ~1Missing ~2 file"};
 inline constexpr Message CompilerMissing{"Program ~1not found.~2Please select program to compile tom files"};

@@ -46,7 +46,6 @@ inline constexpr Message StartArchiveThere{"An archive of this folder is there a
 inline constexpr Message AskOpenThere{"An archive of this folder is there already: ~1~2Do you want to open it? No makes a new, empty archive beside it."};
 inline constexpr Message AskWithoutCopy{"The program stays open, and there is no safety copy of the Level Editor's files.~1Do you want to go on without one? No leads back to the page; nothing has been changed."};
 inline constexpr Message StartFileTypes{"Open archives (.kva) by a double click"};
-inline constexpr Message StartPracticeFrame{" Just try it out "};
 inline constexpr Message StartPracticeText{"No Level Editor at hand? A folder of its own, five levels and a stand-in for the game, all made up, ready to play."};
 inline constexpr Message StartPractice{"Practice library"};
 inline constexpr Message StartBegin{"Start"};

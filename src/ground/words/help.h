@@ -12,7 +12,6 @@ inline constexpr Message HelpNotFound{"Warning: I can not find file: "};
 inline constexpr Message HelpQuoted{"\"~1\""};
 inline constexpr Message HelpNorInstalled{"Nor does the help lie where the program was installed: ~1. Install the program again."};
 inline constexpr Message HelpItems{" items"};
-inline constexpr Message HelpNoItem{"No selected item"};
 inline constexpr Message HelpTitle{" Help"};
 inline constexpr Message HelpFind{"Find ->"};
 inline constexpr Message HelpFirst{"Find"};

@@ -30,7 +30,6 @@ inline constexpr Message InstallerInTrle{"File has been copied in Tomb Raider Le
 inline constexpr Message InstallerInOther{"File has been copied in another folder ..."};
 inline constexpr Message InstallerChooseFolder{"Select folder where the files have been copied"};
 inline constexpr Message InstallerNeedsFolder{"You must choose a folder!"};
-inline constexpr Message InstallerComparing{"Files compare in progress, wait a moment"};
 inline constexpr Message InstallerCopying{"Copying and restoring files in progress..."};
 inline constexpr Message InstallerCompact{"Warning: because you chose a COMPACT trle backup (without .wav files and other..), the new .wav files will not be enclosed in current level files but they will be let in AUDIO folder "};
 inline constexpr Message InstallerNoLevel{"Warning: no tom or tr4 files found."};

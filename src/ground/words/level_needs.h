@@ -48,7 +48,6 @@ inline constexpr Message AskFetchByHand{"Error downloading from url: ~1Do you wa
 inline constexpr Message FetchByHand{"Now download wads file '~1'"};
 inline constexpr Message WhenFetched{"When download is finished press [Ok] button in this window"};
 inline constexpr Message SelectWadsFile{"Select wads file: "};
-inline constexpr Message WadsFilter{"Zip files|*.zip"};
 inline constexpr Message WadsNoServer{"No server of wads is set, so the package ~1 is not fetched from there. Whoever keeps such a server can tell you its address, which goes into Preferences, Kestrova, Servers (kestrovactl set wad-server ADDRESS). You can also get the package in another way."};
 inline constexpr Message WadsNoAddress{"This is not the address of a web site, so it was not opened: ~1. Get the package in another way."};
 inline constexpr Message WadsNotOpened{"The address could not be opened: ~1. Open it with your browser."};

@@ -48,7 +48,6 @@ inline constexpr Message StripName{"Pictures of the level"};
 
 inline constexpr Message FilesColumnName{"File"};
 inline constexpr Message FilesColumnSize{"Size"};
-inline constexpr Message FilesListName{"Files of the level"};
 inline constexpr Message DocumentsListName{"Documents of the level"};
 inline constexpr Message DocumentsNone{"No documents came with this level. Add some with Levels, Properties of current level."};
 inline constexpr Message FilesAway{"The level's files cannot be listed now: ~1"};

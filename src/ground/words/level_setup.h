@@ -12,10 +12,8 @@ inline constexpr Message SetupAgain{"Tomb Raider Level Editor is already install
 inline constexpr Message SetupChooseFolder{"Select source TRLE folder to install"};
 inline constexpr Message SetupChooseZip{"Select compress trle setup .zip file"};
 inline constexpr Message SetupChooseTarget{"Select the folder to install Tomb Raider Level Editor into"};
-inline constexpr Message SetupZipFilter{"Zip files|*.zip"};
 inline constexpr Message SetupZipTwice{"File '~1' already exists"};
 inline constexpr Message SetupZipMissing{"it is not there: ~1"};
-inline constexpr Message SetupNoneChosen{"No item selected"};
 inline constexpr Message SetupInstalling{"Installing Tomb Raider Level Editor"};
 inline constexpr Message SetupDone{"Tomb Raider Level Editor correctly installed"};
 inline constexpr Message SetupFromFolderFailed{"Setup from folder failed"};

@@ -14,7 +14,6 @@ inline constexpr Message ExportErrorCopying{"The level's files could not be gath
 inline constexpr Message AskExportScreenshots{"There are some screenshots for current level. Do you want export also screenshots?"};
 inline constexpr Message ExportCopyingShots{"Copy screenshots in progress..."};
 inline constexpr Message ExportSaveTitle{"Save exported level files"};
-inline constexpr Message ExportSaveFilter{"Zip files (*.zip)|*.zip"};
 inline constexpr Message ExportZipping{"Zipping file in "};
 inline constexpr Message ExportErrorZipping{"Error zipping files:"};
 inline constexpr Message ExportClearing{"Removing files from temp dir"};

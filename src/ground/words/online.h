@@ -69,7 +69,6 @@ inline constexpr Message UrlInsertUrl{"Insert url address"};
 inline constexpr Message UrlChangeTitle{"Change current site"};
 inline constexpr Message UrlChangeDescription{"Change description of current record"};
 inline constexpr Message UrlChangeUrl{"Change url address of current record"};
-inline constexpr Message UrlNoItem{"No item selected"};
 inline constexpr Message UrlSameUrl{"Warning: current url is same of old record: ~1Do you want insert it anyway?"};
 inline constexpr Message UrlSameHost{"Warning: server of current url '~1' is same of old record: ~2Do you want insert it anyway?"};
 inline constexpr Message UrlLettersLost{"The list of addresses cannot hold all letters of this description. It would read:~1Do you want to keep it so?"};

@@ -13,7 +13,6 @@ inline constexpr Message AskNewEmail{"Insert new email address"};
 inline constexpr Message AskNewSite{"Insert new url address"};
 inline constexpr Message AskChangeEmail{"Change current email address"};
 inline constexpr Message AskChangeSite{"Change current url address"};
-inline constexpr Message NoSelectedItem{"No selected item"};
 inline constexpr Message NoSelectedSite{"No selected site"};
 inline constexpr Message NoWebAddress{"This is not the address of a web site, so it was not opened: ~1"};
 inline constexpr Message EmailsTooLong{"Emails field too long. Remove any email address"};

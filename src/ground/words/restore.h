@@ -15,7 +15,6 @@ inline constexpr Message OriginalTips{"Tips: ~1* If there are savegames of custo
 inline constexpr Message OriginalSetupAgain{"You must perform a new setup of Tomb Raider Level Editor overwritting current files.~1Kestrova should start with an original configuration of Tomb Raider Level Editor.~2Now press [OK] to terminate program and repeat setup of TRLE, then you could start newly Kestrova"};
 inline constexpr Message BackupSizesHere{"Your own Level Editor's folder needs ~1 for a full backup and ~2 for a compact one."};
 inline constexpr Message AskFullBackup{"Do you want a full backup? (About 240 MB) ~1Note: if you select NO will be done a compact backup with files of following folder of trle: main, data and graphics\\wads. (about 90 MB))~2Warning: Compact backup does not allow to handle correctly backup and restore for .wav files"};
-inline constexpr Message DriveWithoutSpace{"Drive [~1] has not sufficient free space for setup files ("};
 inline constexpr Message CannotWriteInFolder{"I cannot write in folder: "};
 inline constexpr Message CreationCompactBackup{"Creation compact backup"};
 inline constexpr Message CreatingFolders{"Creation folder structure in progress..."};

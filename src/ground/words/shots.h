@@ -31,7 +31,6 @@ inline constexpr Message ShotAddFailed{"The picture could not be added. The scre
 inline constexpr Message ShotSaveTitle{"Save current screenshot"};
 inline constexpr Message ShotSaveFilterBmp{"File bitmap (*.bmp)|*.bmp"};
 inline constexpr Message ShotSaveFilterJpg{"File jpeg (*.jpg)|*.jpg"};
-inline constexpr Message ShotSaveFailed{"Error while copying file from: ~1 to: "};
 inline constexpr Message ShotImportFailed{"Error while copying file: "};
 inline constexpr Message ShotImportArrow{" -> "};
 inline constexpr Message ShotImportUnread{"The savegame folders of level '~1' could not be looked through. Nothing of them has been imported."};

@@ -12,6 +12,8 @@ inline constexpr Message SelectSourceFile{"Select source file (zip or other)"};
 inline constexpr Message SelectSourceFiles{"Select packages, each of them a level"};
 inline constexpr Message SourcePackagesFilter{"Packages|~1|"};
 inline constexpr Message SourceFilesFilter{"Zip files (*.zip)|*.zip|All files (*.*)|*.*"};
+inline constexpr Message ZipFilesFilter{"Zip files|*.zip"};
+inline constexpr Message ZipSaveFilter{"Zip files (*.zip)|*.zip"};
 inline constexpr Message SelectAudioFile{"Select a ~1 file to convert"};
 inline constexpr Message AudioFilesFilter{"Audio files (*~1)|*~2"};
 inline constexpr Message SelectSourceFolder{"Select source folder"};

@@ -49,7 +49,6 @@ inline constexpr Message TrovaGone{"Not there, or not whole any more: ~1"};
 inline constexpr Message NewLevelTitle{" Add new level"};
 inline constexpr Message NewLevelNamesTip{"The names in the package do not say in which alphabet they are written. If they look wrong, choose another one; the package is unpacked anew."};
 inline constexpr Message LevelPropertiesTitle{" Properties of level"};
-inline constexpr Message NewLevelFilesName{"Files of the level"};
 inline constexpr Message SitiListName{"Web addresses"};
 inline constexpr Message SitiNoteName{"Description of the chosen address"};
 inline constexpr Message SitiEmpty{"There is no address of this kind yet. An update brings those of the update servers; you can also add your own."};
@@ -75,7 +74,6 @@ inline constexpr Message FrameTargetMp3{" Choose target folder where save mp3 fi
 inline constexpr Message FrameTargetWave{" Choose target folder where save converted wav files "};
 inline constexpr Message AudioNoTarget{"No folder chosen yet"};
 inline constexpr Message AudioDropHint{"Drop ~1 files or folders here."};
-inline constexpr Message OriginalsTab{"Level Editor's folder"};
 inline constexpr Message OriginalsWords{"Files of the Level Editor's folder that nothing else held, kept before a level took their place or a swap took them out. A file that you bring back goes where it stood; what stands there now is kept first."};
 inline constexpr Message OriginalsNone{"No file of the Level Editor's folder had to be kept yet."};
 inline constexpr Message OriginalsColumnFolder{"Folder"};

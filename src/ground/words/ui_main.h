@@ -26,7 +26,6 @@ inline constexpr Message MeetingTooMuch{"Kestrova is open already, and these are
 inline constexpr Message WindowNoProgramFolder{"The program's folder cannot be made, so Kestrova cannot start: ~1"};
 inline constexpr Message GameRuns{"Game running"};
 inline constexpr Message GameRunsKeys{"Game running (F9, F11, Print Screen)"};
-inline constexpr Message GameRunsTip{"A program runs in the Level Editor's folder."};
 inline constexpr Message GameRunsKeysTip{"F9 frees the game's slots into the archive, F11 brings savegames back, Print Screen keeps a picture."};
 
 } // namespace kestrova::Msg

@@ -8,6 +8,7 @@
 namespace kestrova::Msg
 {
 
+inline constexpr Message FilesOfLevelName{"Files of the level"};
 inline constexpr Message ProgramName{"Kestrova"};
 
 } // namespace kestrova::Msg

@@ -47,7 +47,6 @@ inline constexpr Message AskWebSite{"Insert new web site"};
 inline constexpr Message AddSiteTitle{"Add web site"};
 inline constexpr Message AskOtherSite{"Change current web site"};
 inline constexpr Message ChangeSiteTitle{"Change web site"};
-inline constexpr Message NoItemSelected{"No item selected"};
 inline constexpr Message ValueMissing{"Value missing"};
 inline constexpr Message FileNeedsExtension{"Please specifiy an extension for file: "};
 inline constexpr Message FileWithoutPath{"Please don't insert any path for file: "};
@@ -70,11 +69,9 @@ inline constexpr Message ErrorCopyingDecoder{"Error copying decoder utility from
 inline constexpr Message NoWavFiles{"Found no wav files."};
 inline constexpr Message AudioInProgress{"Audio conversion in progress"};
 inline constexpr Message ErrorConvertingWaves{"Error converting wav files: "};
-inline constexpr Message CopyInProgress{"File copy in progress"};
 inline constexpr Message DecoderLacks{"The package goes without ~1, which does not lie in the program's folder ~2. Whoever adds the level with Kestrova needs none of it: the sounds are decoded there."};
 
 inline constexpr Message UploadSaveTitle{"Save upload zip file"};
-inline constexpr Message UploadSaveFilter{"Zip files (*.zip)|*.zip"};
 inline constexpr Message UploadZipping{"Zipping files in progress. Wait please ..."};
 inline constexpr Message UploadErrorZipping{"Error zipping file in: "};
 inline constexpr Message UploadTextsKept{"No package was made; the level's own files are untouched. What you filled in is kept: the wizard brings it back when you open it again."};
@@ -98,8 +95,6 @@ inline constexpr Message UploadOverviewImport{"wads and sounds that players need
 inline constexpr Message UploadOverviewTom{"the wads for .tom files, if there are any"};
 inline constexpr Message UploadOverviewEnd{"where the zip is to be saved"};
 inline constexpr Message UploadDropHint{"Drop the level's files here, or a zip or a folder with them. A kestrova.cfg among them fills in the other pages."};
-inline constexpr Message UploadFilesName{"Files of the level"};
-inline constexpr Message UploadAddFile{"Add zip or file ..."};
 inline constexpr Message UploadAddFolder{"Add folder ..."};
 inline constexpr Message UploadRemoveFile{"Remove file"};
 inline constexpr Message UploadMoreInfo{"More info (readme):"};
@@ -107,7 +102,6 @@ inline constexpr Message UploadComprBmp{"load.bmp as jpeg"};
 inline constexpr Message UploadComprWav{"Waves as mp3 ..."};
 inline constexpr Message UploadComprBmpTip{"Makes the load picture much smaller."};
 inline constexpr Message UploadComprWavTip{"Makes the sounds much smaller. Only the copies in the package change."};
-inline constexpr Message UploadAuthorFrame{" Author (game designer)  "};
 inline constexpr Message UploadMessageFrame{" A message to readers "};
 inline constexpr Message UploadEmailFrame{" Email addresses "};
 inline constexpr Message UploadSiteFrame{" Web sites "};

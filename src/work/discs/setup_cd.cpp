@@ -4,6 +4,7 @@
 #include "core/text.h"
 #include "discs/disc_content.h"
 #include "session/telling.h"
+#include "words/core.h"
 #include "words/disc_install.h"
 
 #include <algorithm>
@@ -30,7 +31,7 @@ Status HasSetupRoom(Machine& machine, const ArchiveHeader& header, const DiscSet
     const double needed = SetupSize(header, setup.full);
     if (static_cast<double>(*free) > needed)
         return {};
-    return Saying(GetMsg(Msg::SetupNoRoom, {TextOf(setup.folder)}) + FormatSize(needed) +
+    return Saying(GetMsg(Msg::DriveWithoutRoom, {TextOf(setup.folder)}) + FormatSize(needed) +
                       GetMsg(Msg::SetupNoRoomEnd),
                   MakeFailure(ErrorCode::NoSpace, TextOf(setup.folder)));
 }

@@ -7,6 +7,8 @@
 #include "platform/user_folders.h"
 #include "session/operation.h"
 #include "words/level_setup.h"
+#include "words/lists.h"
+#include "words/sources.h"
 
 #include <algorithm>
 
@@ -25,7 +27,7 @@ void SetupChoice::ChooseZip()
     const Path start =
         wish_.zips.empty() ? platform::HomeFolder() : wish_.zips.back().parent_path();
     if (const auto zip = session_.host.ChooseOpenFile(GetMsg(Msg::SetupChooseZip),
-                                                      GetMsg(Msg::SetupZipFilter), start))
+                                                      GetMsg(Msg::ZipFilesFilter), start))
         AddZip(*zip);
 }
 
@@ -42,7 +44,7 @@ void SetupChoice::AddZip(const Path& zip)
 void SetupChoice::Remove(std::optional<std::size_t> zip)
 {
     if (!zip || *zip >= wish_.zips.size())
-        session_.host.Tell(Tone::Error, GetMsg(Msg::SetupNoneChosen));
+        session_.host.Tell(Tone::Error, GetMsg(Msg::NoItemSelected));
     else
         wish_.zips.erase(wish_.zips.begin() + static_cast<std::ptrdiff_t>(*zip));
 }

@@ -11,6 +11,7 @@
 #include "session/cleared_progress.h"
 #include "session/telling.h"
 #include "tools/program_launch.h"
+#include "words/core.h"
 #include "words/editor.h"
 
 namespace kestrova
@@ -225,7 +226,7 @@ bool TomCompile::TakeResults()
         const Path to = results_ / ResultNameOf(sources_.toms[i]);
         if (const auto copied = CopyFileOver(from, to, {Verify::Content, true, true, {}});
             !copied) {
-            TellFailure(parts_.host, GetMsg(Msg::CompileCopyOutFailed, {TextOf(from)}) + TextOf(to),
+            TellFailure(parts_.host, GetMsg(Msg::ErrorCopyingFromTo, {TextOf(from)}) + TextOf(to),
                         copied.Error());
             return false;
         }

@@ -3,6 +3,7 @@
 #include "core/text.h"
 #include "formats/help_text.h"
 #include "words/help.h"
+#include "words/lists.h"
 
 namespace kestrova
 {
@@ -77,7 +78,7 @@ std::optional<std::string> HelpIndex::Chosen()
 {
     if (selected && *selected < Items().size())
         return Items()[*selected];
-    host_.Tell(Tone::Error, GetMsg(Msg::HelpNoItem));
+    host_.Tell(Tone::Error, GetMsg(Msg::NoSelectedItem));
     return std::nullopt;
 }
 

@@ -25,6 +25,7 @@
 #include "session/telling.h"
 #include "swap/install.h"
 #include "tools/program_launch.h"
+#include "words/editor.h"
 #include "words/installers.h"
 
 #include <algorithm>
@@ -207,7 +208,7 @@ private:
 
     bool TakeFromTrle()
     {
-        Label(GetMsg(Msg::InstallerComparing));
+        Label(GetMsg(Msg::Comparing));
         const auto step = [&] { return progress_.Step(); };
         const auto now = handover_.Now(step);
         if (!now)

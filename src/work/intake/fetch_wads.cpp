@@ -7,6 +7,7 @@
 #include "session/cleared_progress.h"
 #include "session/telling.h"
 #include "words/level_needs.h"
+#include "words/sources.h"
 
 namespace kestrova
 {
@@ -19,7 +20,7 @@ constexpr std::uint64_t longestPackage = UINT64_C(1) << 30;
 Path SelectWadZip(Host& host, const std::string& name)
 {
     const auto chosen =
-        host.ChooseOpenFile(GetMsg(Msg::SelectWadsFile) + name, GetMsg(Msg::WadsFilter), {});
+        host.ChooseOpenFile(GetMsg(Msg::SelectWadsFile) + name, GetMsg(Msg::ZipFilesFilter), {});
     return chosen.value_or(Path{});
 }
 

@@ -24,6 +24,7 @@
 #include "words/archive.h"
 #include "words/common.h"
 #include "words/levels.h"
+#include "words/sources.h"
 #include "words/storage.h"
 #include "words/swap.h"
 
@@ -248,7 +249,7 @@ std::optional<Path> ZipPlace(Host& host, const PreferencesRecord& preferences,
     if (!given.empty())
         return given;
     const auto chosen =
-        host.ChooseSaveFile(GetMsg(Msg::ExportSaveTitle), GetMsg(Msg::ExportSaveFilter),
+        host.ChooseSaveFile(GetMsg(Msg::ExportSaveTitle), GetMsg(Msg::ZipSaveFilter),
                             FolderFromText(Trim(preferences.downloadFolder)),
                             Filled(OnDisk::ExportDefaultName, {ReplaceForbiddenChars(levelName)}));
     // zip itself adds an ending to a name without one.

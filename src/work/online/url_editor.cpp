@@ -8,6 +8,7 @@
 #include "formats/url_text.h"
 #include "online/url_file.h"
 #include "session/telling.h"
+#include "words/lists.h"
 #include "words/online.h"
 
 #include <algorithm>
@@ -80,7 +81,7 @@ UrlRecord* UrlEditor::Selected()
 {
     if (selected && *selected < list_.records.size())
         return &list_.records[*selected];
-    host_.Tell(Tone::Error, GetMsg(Msg::UrlNoItem));
+    host_.Tell(Tone::Error, GetMsg(Msg::NoItemSelected));
     return nullptr;
 }
 

@@ -6,6 +6,7 @@
 #include "history/changes.h"
 #include "publish/file_names.h"
 #include "saves/send_mail.h"
+#include "words/lists.h"
 #include "words/publish.h"
 
 #include <algorithm>

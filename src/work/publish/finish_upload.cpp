@@ -11,6 +11,7 @@
 #include "session/telling.h"
 #include "tools/tools.h"
 #include "words/common.h"
+#include "words/sources.h"
 #include "words/wizard.h"
 
 namespace kestrova
@@ -23,7 +24,7 @@ namespace
 std::optional<Path> UploadPlace(UploadWizard& wizard)
 {
     auto chosen = wizard.session.host.ChooseSaveFile(
-        GetMsg(Msg::UploadSaveTitle), GetMsg(Msg::UploadSaveFilter), {}, UploadNameFor(wizard));
+        GetMsg(Msg::UploadSaveTitle), GetMsg(Msg::ZipSaveFilter), {}, UploadNameFor(wizard));
     if (chosen && !EndsWithName(chosen->filename().native(), OnDisk::EndingZip))
         return Path{chosen->native() + std::string{OnDisk::EndingZip}};
     return chosen;

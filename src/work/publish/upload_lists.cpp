@@ -2,6 +2,7 @@
 
 #include "core/file_kinds.h"
 #include "formats/nul_list.h"
+#include "words/lists.h"
 #include "words/publish.h"
 #include "words/wizard.h"
 

@@ -12,6 +12,7 @@
 #include "publish/upload_files.h"
 #include "session/cleared_progress.h"
 #include "session/telling.h"
+#include "words/storage.h"
 #include "words/wizard.h"
 
 #include <algorithm>
@@ -87,7 +88,7 @@ Status Convert(UploadWizard& wizard, const std::vector<Path>& waves)
                      AudioKind::Mp3};
     if (auto status = batch.Run(); !status)
         return status;
-    wizard.progress.SetLabel(GetMsg(Msg::CopyInProgress));
+    wizard.progress.SetLabel(GetMsg(Msg::StoreFileCopy));
     return PutInPlace(wizard, batch);
 }
 

@@ -13,6 +13,7 @@
 #include "shots/file_names.h"
 #include "shots/shot_changes.h"
 #include "shots/shot_files.h"
+#include "words/core.h"
 #include "words/library.h"
 #include "words/shots.h"
 
@@ -306,7 +307,7 @@ bool SaveShotTo(Host& host, const Path& shot, const Path& target)
         return DoneOrTold(host, file.Error());
     const auto copied = CopyFileOver(shot, *file, {Verify::Content, true, true, {}});
     if (!copied)
-        TellFailure(host, GetMsg(Msg::ShotSaveFailed, {TextOf(shot)}) + TextOf(target),
+        TellFailure(host, GetMsg(Msg::ErrorCopyingFromTo, {TextOf(shot)}) + TextOf(target),
                     copied.Error());
     return static_cast<bool>(copied);
 }

@@ -26,6 +26,7 @@
 #include "swap/sounds_left.h"
 #include "swap/swap_run.h"
 #include "swap/unknown_level.h"
+#include "words/core.h"
 #include "words/restore.h"
 #include "words/session.h"
 #include "words/storage.h"
@@ -105,7 +106,7 @@ bool HasSpace(Host& host, Machine& machine, const Folders& folders, const Path& 
     if (!free || static_cast<double>(*free) >= need)
         return true;
     host.Tell(Tone::Error,
-              GetMsg(Msg::DriveWithoutSpace, {TextOf(folders.program)}) + FormatSize(need) + ")",
+              GetMsg(Msg::DriveWithoutRoom, {TextOf(folders.program)}) + FormatSize(need) + ")",
               SizesInWords(trle));
     return false;
 }

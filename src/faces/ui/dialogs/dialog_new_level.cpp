@@ -19,6 +19,7 @@
 #include "ui/widgets/qt_text.h"
 #include "words/archive.h"
 #include "words/ui_dialogs.h"
+#include "words/ui_shared.h"
 
 #include <QComboBox>
 #include <QDragEnterEvent>
@@ -109,7 +110,7 @@ QLayout* NewLevelDialog::MakeTexts()
 
 QLayout* NewLevelDialog::MakeFiles()
 {
-    MakeFileList(*files_, Msg::NewLevelFilesName,
+    MakeFileList(*files_, Msg::FilesOfLevelName,
                  {Words(Msg::HistoryColumnFile), Words(Msg::ColumnSize)});
     PutHint(*files_, *hint_);
     size_->setObjectName(QStringLiteral("Label_Size"));

@@ -7,6 +7,7 @@
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
+#include "words/app.h"
 #include "words/originals.h"
 #include "words/ui_dialogs.h"
 
@@ -43,7 +44,7 @@ OriginalsPage::OriginalsPage(Session& session, QWidget* parent)
     // The two that may be long share the room, so that none pushes the others out of sight.
     for (const int wide : {fileColumn, folderColumn})
         list_->header()->setSectionResizeMode(wide, QHeaderView::Stretch);
-    list_->setAccessibleName(Words(Msg::OriginalsTab));
+    list_->setAccessibleName(Words(Msg::LevelEditorsFolder));
     connect(bringBack_, &QPushButton::clicked, this, &OriginalsPage::BringBack);
     connect(delete_, &QPushButton::clicked, this, &OriginalsPage::Delete);
     connect(list_, &QTreeWidget::itemActivated, this, &OriginalsPage::BringBack);

@@ -9,6 +9,7 @@
 #include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_dialogs.h"
+#include "words/ui_shared.h"
 #include "words/wizard.h"
 
 #include <QComboBox>
@@ -111,7 +112,7 @@ public:
 private:
     void MakeList()
     {
-        MakeFileList(*files_, Msg::UploadFilesName,
+        MakeFileList(*files_, Msg::FilesOfLevelName,
                      {Words(Msg::HistoryColumnFile), Words(Msg::ColumnSize)});
         PutHint(*files_, *hint_);
         hint_->setText(Words(Msg::UploadDropHint));

@@ -5,6 +5,7 @@
 #include "ui/dialogs/wizard_row_pages.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/qt_text.h"
+#include "words/captions.h"
 #include "words/ui_shared.h"
 #include "words/wizard.h"
 
@@ -77,7 +78,7 @@ public:
         });
         auto* column = new QVBoxLayout(this);
         column->setContentsMargins({});
-        column->addWidget(Frame("Frame_Autore", Msg::UploadAuthorFrame, name_));
+        column->addWidget(Frame("Frame_Autore", Msg::AuthorFrame, name_));
         column->addWidget(Frame("Frame_Message", Msg::UploadMessageFrame, note_), 1);
         column->addWidget(Addresses("Frame_Email", Msg::UploadEmailFrame, "Combo_Email", emails_,
                                     AddressKind::Email,

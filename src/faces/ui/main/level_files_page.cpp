@@ -10,6 +10,7 @@
 #include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
 #include "words/level_page.h"
+#include "words/ui_shared.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -51,7 +52,7 @@ LevelFilesPage::LevelFilesPage(Session& session, FilesShown shown, QWidget* pare
     away_->setWordWrap(true);
     away_->hide();
     list_->setObjectName(all ? QStringLiteral("List_Files") : QStringLiteral("List_Documents"));
-    list_->setAccessibleName(Words(all ? Msg::FilesListName : Msg::DocumentsListName));
+    list_->setAccessibleName(Words(all ? Msg::FilesOfLevelName : Msg::DocumentsListName));
     list_->setToolTip(Words(Msg::FilesOpenTip));
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);

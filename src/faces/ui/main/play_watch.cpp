@@ -142,7 +142,7 @@ void PlayWatch::ShowGame()
 {
     const bool keys = session_.hotKeysActive && session_.machine.SeesKeys();
     game_->setText(Words(keys ? Msg::GameRunsKeys : Msg::GameRuns));
-    game_->setToolTip(Words(keys ? Msg::GameRunsKeysTip : Msg::GameRunsTip));
+    game_->setToolTip(Words(keys ? Msg::GameRunsKeysTip : Msg::PlayLineRunsUnknown));
     game_->setVisible(gameWatch_.Running());
     ShowState();
 }
