@@ -188,17 +188,15 @@ bool Add(Run& run)
             level.draft.looksOnline = !run.session.settings.updateServers.empty();
             level.draft.installer = InstallerWish(run);
             TakeLinks(run, level);
-            bool all = AddSources(level, sources, Subfolders::Take);
-            if (!level.draft.report.stopped && !level.draft.givenUp)
-                all = UnpackAll(level) && all;
+            const Status came = AddWhole(level, sources);
             const auto giveUp = [&](Message words) {
                 run.session.host.Tell(Tone::Error, GetMsg(words));
                 return false;
             };
-            if (level.draft.report.stopped || level.draft.givenUp || !progress->Step())
+            if (IsStop(came) || level.draft.givenUp || !progress->Step())
                 return giveUp(Msg::AddStopped);
             // A file that nobody could be asked about was not taken either.
-            all = all && !run.session.host.LeftUnanswered();
+            const bool all = came && !run.session.host.LeftUnanswered();
             if (!all && !level.draft.keepGoing)
                 return giveUp(Msg::AddGivenUp);
             namesPage = level.draft.namesReadAs;

@@ -145,15 +145,13 @@ bool AddQueue::Work::Fill(Intake& level, const Path& source, QueueShare& share)
     draft.ahead = &ahead_;
     if (hasRoom_)
         BeginNext(draft); // of the first level on
-    bool all = AddSources(level, {source}, Subfolders::Take);
+    const Status came = AddWhole(level, {source});
     if (hasRoom_)
         BeginNext(draft);
-    if (!draft.report.stopped && !draft.givenUp)
-        all = UnpackAll(level) && all;
     isProgram_ = draft.exeAsked;
-    if (draft.report.stopped || draft.givenUp || !progress_.Step())
+    if (IsStop(came) || draft.givenUp || !progress_.Step())
         return false;
-    all = all && !host_.LeftUnanswered();
+    const bool all = came && !host_.LeftUnanswered();
     accepted_ = (all || draft.keepGoing) && Accept(level);
     return accepted_;
 }

@@ -46,7 +46,7 @@ bool DecodeSamples(Intake& intake)
     return DoneOrTold(session.host,
                       DecodeLevelMp3(session.host, SoundConverterOf(session), session.archive,
                                      intake.draft.workFolder, intake.draft.files, true, true)) &&
-           RefreshFiles(intake);
+           ShowFiles(intake);
 }
 
 /// The sources that are none for the compiler, and would be no files of a level either.
@@ -112,7 +112,7 @@ bool CompileLevel(Intake& intake)
         RemoveFromLevel(session.host, sources.wads);
         RemoveFromLevel(session.host, sources.samples);
     }
-    return RefreshFiles(intake) && compiled;
+    return ShowFiles(intake) && compiled;
 }
 
 } // namespace kestrova

@@ -19,16 +19,6 @@ std::string LabelOf(Message words, const std::string& text)
     return GetMsg(words) + OnOneLine(text);
 }
 
-StepAnswer AnswerTo(Host& host, const Status& made)
-{
-    if (made)
-        return StepAnswer::GoesOn;
-    if (made.Error().code == ErrorCode::Stopped)
-        return StepAnswer::Stopped;
-    TellFailure(host, Saying(GetMsg(Msg::CopiesNotMade), made.Error()));
-    return StepAnswer::Refused;
-}
-
 /// What a step's copies are: the label says which wish is under way.
 using LabelOfWish = std::function<std::string(const StemCopy& wish)>;
 
@@ -59,9 +49,11 @@ Status CopyWishes(Intake& intake, const std::vector<StemCopy>& wishes, const Nam
 StepAnswer EndCopies(Intake& intake, const Status& made)
 {
     ClearProgress(intake.progress);
-    const StepAnswer answer = AnswerTo(intake.session.host, made);
+    Host& host = intake.session.host;
+    const StepAnswer answer = AnswerTo(host, Saying(GetMsg(Msg::CopiesNotMade), made));
     // What the copies are called counts for the rows that follow.
-    return RefreshFiles(intake) ? answer : StepAnswer::Refused;
+    const StepAnswer listed = AnswerTo(host, RefreshFiles(intake));
+    return listed == StepAnswer::GoesOn ? answer : listed;
 }
 
 } // namespace

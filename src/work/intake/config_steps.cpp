@@ -57,8 +57,7 @@ StepAnswer DropLaterConfig(Intake& intake)
 {
     // One that stays is met again by the next refresh.
     (void)DeleteFile(LevelConfigPath(intake.draft.workFolder));
-    RefreshFiles(intake);
-    return StepAnswer::GoesOn;
+    return AnswerTo(intake.session.host, RefreshFiles(intake));
 }
 
 bool LacksConfig(const Intake& intake)
@@ -74,7 +73,7 @@ StepAnswer SearchOnlineConfig(Intake& intake)
                          intake.draft.workFolder,
                          intake.draft.fetches ? MayFetchConfig::Granted : MayFetchConfig::Asked)) {
         intake.draft.onlineConfig = true;
-        RefreshFiles(intake);
+        return AnswerTo(session.host, RefreshFiles(intake));
     }
     return StepAnswer::GoesOn;
 }
@@ -96,9 +95,9 @@ StepAnswer ReadConfig(Intake& intake)
     if (const auto status = DeleteFile(file); !status)
         TellFailure(intake.session.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(file),
                     status.Error());
-    RefreshFiles(intake);
+    const StepAnswer listed = AnswerTo(intake.session.host, RefreshFiles(intake));
     ChooseMoreInfo(intake.draft);
-    return StepAnswer::GoesOn;
+    return listed;
 }
 
 bool IsConfigRead(const Intake& intake)
@@ -119,8 +118,9 @@ StepAnswer RunExeFormatFromConfig(Intake& intake)
 StepAnswer EndConfig(Intake& intake)
 {
     LevelDraft& draft = intake.draft;
-    if (!RefreshFiles(intake))
-        return StepAnswer::Refused;
+    if (const StepAnswer listed = AnswerTo(intake.session.host, RefreshFiles(intake));
+        listed != StepAnswer::GoesOn)
+        return listed;
     ChooseMoreInfo(draft);
     draft.listedFiles = draft.config->files;
     draft.configApplied = true;

@@ -30,7 +30,7 @@ bool ReadDraft(Intake& intake)
         return TellFolderNotRead(intake.session.host, files.Error());
     for (const Path& file : *files)
         draft.opened.Note(file);
-    if (!RefreshFiles(intake))
+    if (!ShowFiles(intake))
         return false;
     draft.name = Trim(draft.record.levelName);
     draft.note = Trim(draft.record.levelNote);
@@ -44,15 +44,14 @@ bool ReadDraft(Intake& intake)
     return true;
 }
 
-bool RefreshFiles(Intake& intake)
+Status RefreshFiles(Intake& intake)
 {
     LevelDraft& draft = intake.draft;
-    if (!draft.OnCd())
-        UnpackInside(intake);
+    Status unpacked = draft.OnCd() ? Status{} : UnpackInside(intake);
     draft.report.unpacking.reset();
     auto listed = ListFiles(draft.workFolder, OnDisk::PatAll);
     if (!listed)
-        return TellFolderNotRead(intake.session.host, listed.Error());
+        return FolderNotRead(listed.Error());
     draft.files = std::move(*listed);
     draft.filesBytes = 0;
     for (const Path& file : draft.files)
@@ -66,7 +65,13 @@ bool RefreshFiles(Intake& intake)
     draft.canSetLanguage =
         !draft.OnCd() && !draft.files.empty() && draft.record.levelCode != originalCode &&
         CanSetMyLanguage(intake.session.Folders(), draft.workFolder, failure, languageFile);
-    return true;
+    return unpacked;
+}
+
+bool ShowFiles(Intake& intake)
+{
+    const Status refreshed = RefreshFiles(intake);
+    return IsStop(refreshed) || DoneOrTold(intake.session.host, refreshed);
 }
 
 bool RemoveFile(Intake& intake, const Path& file)
@@ -84,7 +89,7 @@ bool RemoveFile(Intake& intake, const Path& file)
     const auto status = DeleteFile(file);
     if (!status)
         TellFailure(session.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(file), status.Error());
-    RefreshFiles(intake);
+    ShowFiles(intake);
     return static_cast<bool>(status);
 }
 
@@ -125,7 +130,7 @@ bool SetMyLanguage(Intake& intake)
         session.host.Tell(Tone::Plain, GetMsg(Msg::LanguageSet));
     else if (!failure.declined)
         session.host.Tell(Tone::Error, GetMsg(Msg::LanguageError) + failure.words, failure.reason);
-    RefreshFiles(intake);
+    ShowFiles(intake);
     return changed;
 }
 

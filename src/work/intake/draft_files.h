@@ -10,9 +10,13 @@ namespace kestrova
 /// read.
 bool ReadDraft(Intake& intake);
 
-/// Lists the folder anew; packages in it are unpacked one level deep first. False, with a message,
-/// when the folder cannot be listed; the list is as before then.
-bool RefreshFiles(Intake& intake);
+/// Lists the folder anew; packages in it are unpacked one level deep first. A Stop leaves the rest
+/// of them as they are, and the list is of now; any other failure is that of a folder that cannot
+/// be listed, and the list is as before.
+Status RefreshFiles(Intake& intake);
+/// The same where a Stop ends nothing else. False, with a message, when the folder cannot be
+/// listed.
+bool ShowFiles(Intake& intake);
 
 /// Deletes a file of the folder after a question; an empty path: none is selected.
 bool RemoveFile(Intake& intake, const Path& file);

@@ -18,16 +18,18 @@ namespace
 {
 
 /// A refusal ends the steps of its time alone.
-void TakeSteps(Intake& intake, std::initializer_list<StepTime> times)
+Status TakeSteps(Intake& intake, std::initializer_list<StepTime> times)
 {
+    StepAnswer answer = StepAnswer::GoesOn;
     for (const StepTime time : times) {
-        const StepAnswer answer = Walk(intake, time);
-        if (answer == StepAnswer::Stopped)
-            intake.draft.report.stopped = true;
+        answer = Walk(intake, time);
         if (answer == StepAnswer::Stopped || answer == StepAnswer::GivenUp)
             break;
     }
     intake.draft.config.reset();
+    if (answer == StepAnswer::Stopped)
+        return MakeFailure(ErrorCode::Stopped, std::string{intake.endedAt});
+    return {};
 }
 
 /// What came out of packages, as it stands now.
@@ -51,24 +53,37 @@ void DropUnpacked(LevelDraft& draft)
     draft.unpacked = {};
 }
 
-/// The folder anew, with what the report has to say of it, and the steps that follow.
-void ShowChange(Intake& intake, std::initializer_list<StepTime> times)
+/// The folder anew, with what the report has to say of it, and the steps that follow. Only a Stop
+/// is answered.
+Status ShowChange(Intake& intake, std::initializer_list<StepTime> times)
 {
-    const bool listed = RefreshFiles(intake);
+    const Status listed = RefreshFiles(intake);
+    const bool isListed = DoneOrTold(intake.session.host, listed) || IsStop(listed);
     NoteUnpacked(intake.draft);
     TellReport(intake.session.host, intake.draft.report);
-    if (listed)
-        TakeSteps(intake, times);
+    if (!isListed)
+        return {};
+    const Status steps = TakeSteps(intake, times);
+    return listed ? steps : listed;
 }
 
-/// To be called when all sources of an operation were read; whether everything came in.
-bool EndSources(Intake& intake)
+/// What failed was told.
+Status AllCame(const LevelDraft& draft)
+{
+    return draft.report.failed == 0 ? Status{}
+                                    : MakeFailure(ErrorCode::NotDone, TextOf(draft.lastSource));
+}
+
+/// To be called when all sources of an operation were read, or one was stopped.
+Status EndSources(Intake& intake, const Status& read)
 {
     LevelDraft& draft = intake.draft;
     (void)draft.inner.Restart(draft.workFolder); // the earlier limit holds then
     NoteChangedSources(draft.report);
-    ShowChange(intake, {StepTime::Config, StepTime::Change, StepTime::Source});
-    return draft.report.failed == 0 && !draft.report.stopped;
+    const Status shown = ShowChange(intake, {StepTime::Config, StepTime::Change, StepTime::Source});
+    if (!read || !shown)
+        return read ? shown : read;
+    return AllCame(draft);
 }
 
 } // namespace
@@ -90,27 +105,31 @@ bool AddChosenFolder(Intake& intake)
     if (!chosen || !BeginChange(intake))
         return false;
     draft.report = {};
-    AddFilesFromFolder(intake.session.host, intake.session.machine, intake.session.Folders(),
-                       ToolsOf(intake.session), *chosen, draft.workFolder, draft.Options(),
-                       intake.progress, Subfolders::Ask, draft.report);
-    return EndSources(intake);
+    const Status read =
+        AddFilesFromFolder(intake.session.host, intake.session.machine, intake.session.Folders(),
+                           ToolsOf(intake.session), *chosen, draft.workFolder, draft.Options(),
+                           intake.progress, Subfolders::Ask, draft.report);
+    return bool{EndSources(intake, read)};
 }
 
-bool AddSources(Intake& intake, const std::vector<Path>& sources, Subfolders subfolders)
+Status AddSources(Intake& intake, const std::vector<Path>& sources, Subfolders subfolders)
 {
     Session& session = intake.session;
     LevelDraft& draft = intake.draft;
     if (!DoneOrTold(session.host, GuardLevelOnCd(draft.saved)) || !BeginChange(intake))
-        return false;
+        return MakeFailure(ErrorCode::NotDone, {});
     draft.report = {};
+    Status read;
     for (const Path& source : sources) {
-        if (draft.report.stopped)
+        if (!read)
             break;
-        if (AddSource(session.host, session.machine, session.Folders(), ToolsOf(session), source,
-                      draft.workFolder, draft.Options(), intake.progress, subfolders, draft.report))
+        read =
+            AddSource(session.host, session.machine, session.Folders(), ToolsOf(session), source,
+                      draft.workFolder, draft.Options(), intake.progress, subfolders, draft.report);
+        if (FolderExists(source) || FileExists(source))
             draft.lastSource = source;
     }
-    return EndSources(intake);
+    return EndSources(intake, read);
 }
 
 bool ReadNamesAs(Intake& intake, const std::string& page)
@@ -124,24 +143,24 @@ bool ReadNamesAs(Intake& intake, const std::string& page)
     draft.namesPage = page;
     draft.report = {};
     DropUnpacked(draft);
+    Status read;
     for (const Path& package : std::exchange(draft.packages, {}))
-        if (!draft.report.stopped)
-            AddFile(intake.session.host, intake.session.machine, intake.session.Folders(),
-                    ToolsOf(intake.session), package, draft.workFolder, draft.Options(),
-                    intake.progress, draft.report);
-    return EndSources(intake);
+        if (read)
+            read = AddFile(intake.session.host, intake.session.machine, intake.session.Folders(),
+                           ToolsOf(intake.session), package, draft.workFolder, draft.Options(),
+                           intake.progress, draft.report);
+    return bool{EndSources(intake, read)};
 }
 
-void Refresh(Intake& intake)
+Status Refresh(Intake& intake)
 {
     intake.draft.report = {};
-    ShowChange(intake, {StepTime::Config, StepTime::Change});
+    return ShowChange(intake, {StepTime::Config, StepTime::Change});
 }
 
-bool UnpackAll(Intake& intake)
+Status UnpackAll(Intake& intake)
 {
     constexpr int deepest = 8;
-    const SourceReport& report = intake.draft.report;
     const auto packages = [&] {
         std::vector<std::string> names;
         for (const Path& file : intake.draft.files)
@@ -149,16 +168,27 @@ bool UnpackAll(Intake& intake)
                 names.push_back(TextOf(file.filename()));
         return names;
     };
-    bool all = !report.stopped;
-    for (int i = 0; i < deepest && !report.stopped && !packages().empty(); ++i) {
-        Refresh(intake);
-        all = all && report.failed == 0 && !report.stopped;
+    Status all;
+    for (int i = 0; i < deepest && !packages().empty(); ++i) {
+        if (const Status refreshed = Refresh(intake); !refreshed)
+            return refreshed;
+        if (all)
+            all = AllCame(intake.draft);
     }
     if (const auto names = packages(); all && !names.empty())
         intake.session.host.Tell(
             Tone::Warning,
             GetMsg(Msg::InnerPackagesStay, {std::to_string(deepest), ShownNames(names)}));
     return all;
+}
+
+Status AddWhole(Intake& intake, const std::vector<Path>& sources)
+{
+    const Status came = AddSources(intake, sources, Subfolders::Take);
+    if (IsStop(came) || intake.draft.givenUp)
+        return came;
+    const Status inner = UnpackAll(intake);
+    return inner ? came : inner;
 }
 
 } // namespace kestrova

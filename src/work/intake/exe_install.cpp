@@ -178,8 +178,8 @@ StepAnswer InstallLevelOf(Intake& intake, const std::string& code)
                 TellFailure(host, GetMsg(Msg::InstallerStays), gone.Error());
     }
     ClearProgress(intake.progress);
-    const bool listed = RefreshFiles(intake);
-    return taken && listed ? StepAnswer::GoesOn : StepAnswer::Refused;
+    const StepAnswer listed = AnswerTo(host, RefreshFiles(intake));
+    return taken ? listed : StepAnswer::Refused;
 }
 
 } // namespace

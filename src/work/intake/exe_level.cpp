@@ -190,10 +190,11 @@ private:
         if (!IsWithinBounds(*size))
             return false;
         SourceReport report;
-        AddFilesFromFolder(host_, session_.machine, folders_, ToolsOf(session_), target_,
-                           level_.tempFolder, intake_.draft.Options(), progress_,
-                           intake_.draft.installer ? Subfolders::Take : Subfolders::Ask, report);
-        return report.failed == 0 && !report.stopped;
+        const Status taken = AddFilesFromFolder(
+            host_, session_.machine, folders_, ToolsOf(session_), target_, level_.tempFolder,
+            intake_.draft.Options(), progress_,
+            intake_.draft.installer ? Subfolders::Take : Subfolders::Ask, report);
+        return taken && report.failed == 0;
     }
 
     /// A file may say that it is larger than what was written into it, and its copy is that large.

@@ -258,16 +258,13 @@ void WaveFetch::TellRest() const
         host_.Tell(Tone::Warning, GetMsg(Msg::WaveNamesRefused, {ShownNames(refused_)}));
 }
 
-StepAnswer AnswerTo(Intake& intake, const Status& fetched)
+StepAnswer EndFetch(Intake& intake, const Status& fetched)
 {
     ClearProgress(intake.progress);
+    Host& host = intake.session.host;
     if (fetched)
-        return RefreshFiles(intake) ? StepAnswer::GoesOn : StepAnswer::Refused;
-    if (fetched.Error().code == ErrorCode::Stopped)
-        return StepAnswer::Stopped;
-    TellFailure(intake.session.host,
-                Saying(GetMsg(Msg::WavesNotCopied, {fetched.Error().subject}), fetched.Error()));
-    return StepAnswer::Refused;
+        return AnswerTo(host, RefreshFiles(intake));
+    return AnswerTo(host, Saying(GetMsg(Msg::WavesNotCopied, {fetched.Error().subject}), fetched));
 }
 
 } // namespace
@@ -291,7 +288,7 @@ StepAnswer FetchExternWaves(Intake& intake)
             fetched = fetch.PutAll();
         fetch.TellRest();
     }
-    return AnswerTo(intake, fetched);
+    return EndFetch(intake, fetched);
 }
 
 } // namespace kestrova

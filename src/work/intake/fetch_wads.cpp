@@ -51,14 +51,14 @@ Status Fetch(Intake& intake, const WadPackage& package, const Path& target)
                           : Failure{ErrorCode::CannotRead, OnOneLine(package.url), answer};
 }
 
-void OpenAddress(Session& session, const std::string& url)
+void OpenAddress(Host& host, Machine& machine, const Path& programFolder, const std::string& url)
 {
     if (!IsOpenable(url)) {
-        session.host.Tell(Tone::Warning, GetMsg(Msg::WadsNoAddress, {OnOneLine(url)}));
+        host.Tell(Tone::Warning, GetMsg(Msg::WadsNoAddress, {OnOneLine(url)}));
         return;
     }
-    if (const auto opened = session.machine.Open(url, session.programFolder); !opened)
-        TellFailure(session.host, GetMsg(Msg::WadsNotOpened, {OnOneLine(url)}), opened.Error());
+    if (const auto opened = machine.Open(url, programFolder); !opened)
+        TellFailure(host, GetMsg(Msg::WadsNotOpened, {OnOneLine(url)}), opened.Error());
 }
 
 /// The person fetches it; the program waits.
@@ -71,7 +71,8 @@ Path FetchedByHand(Intake& intake, const WadPackage& package)
         host.Tell(Tone::Warning, GetMsg(Msg::WadsNoServer, {package.name}));
     } else {
         host.Tell(Tone::Plain, GetMsg(Msg::FetchByHand, {package.name}));
-        OpenAddress(intake.session, package.url);
+        OpenAddress(intake.session.host, intake.session.machine, intake.session.programFolder,
+                    package.url);
     }
     return host.AskOkCancel(GetMsg(Msg::WhenFetched)) ? SelectWadZip(host, package.name) : Path{};
 }

@@ -24,10 +24,7 @@ StepAnswer DecodeSounds(Intake& intake)
                     DecodeLevelMp3(intake.session.host, SoundConverterOf(intake.session),
                                    intake.session.archive, draft.workFolder, fresh, false, false)))
         return StepAnswer::Refused;
-    draft.report.stopped = false;
-    if (!RefreshFiles(intake))
-        return StepAnswer::Refused;
-    return draft.report.stopped ? StepAnswer::Stopped : StepAnswer::GoesOn;
+    return AnswerTo(intake.session.host, RefreshFiles(intake));
 }
 
 bool NeedsLevelFiles(const Intake& intake)

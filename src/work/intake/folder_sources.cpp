@@ -28,9 +28,9 @@ void TellFailedFiles(Host& host, const std::vector<std::string>& names, const Pa
 
 } // namespace
 
-void AddFilesFromFolder(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
-                        const Path& given, const Path& folder, const SourceOptions& options,
-                        ProgressScope& progress, Subfolders subfolders, SourceReport& report)
+Status AddFilesFromFolder(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+                          const Path& given, const Path& folder, const SourceOptions& options,
+                          ProgressScope& progress, Subfolders subfolders, SourceReport& report)
 {
     progress.AllowStop();
     progress.SetLabel(GetMsg(Msg::CopyingFilesLabel));
@@ -38,12 +38,12 @@ void AddFilesFromFolder(Host& host, Machine& machine, const Folders& folders, co
     std::vector<Failure> notRead;
     auto tree = TreeOfSource(host, source, OnDisk::EveryEnding, subfolders, progress, &notRead);
     if (!tree) {
-        report.stopped = tree.Error().code == ErrorCode::Stopped;
-        ++report.failed;
         ClearProgress(progress);
-        if (!report.stopped)
-            TellFailure(host, GetMsg(Msg::SourceFolderNotRead, {TextOf(source)}), tree.Error());
-        return;
+        if (IsStop(StatusOf(tree)))
+            return tree.Error();
+        ++report.failed;
+        TellFailure(host, GetMsg(Msg::SourceFolderNotRead, {TextOf(source)}), tree.Error());
+        return {};
     }
     report.failed += notRead.size();
     for (const Failure& failure : notRead)
@@ -63,13 +63,15 @@ void AddFilesFromFolder(Host& host, Machine& machine, const Folders& folders, co
     const std::vector<Path> first = FirstOfEachName(*tree, progress, report);
     std::vector<std::string> failed;
     Failure firstFailure;
-    for (std::size_t i = 0; i < first.size() && !report.stopped; ++i) {
+    Status stop;
+    for (std::size_t i = 0; i < first.size() && stop; ++i) {
         if (IsPackage(first[i]))
             report.packages.push_back(first[i]);
         const auto status = CopyOrUnzipSource(host, machine, folders, tools, first[i], folder,
                                               options, progress, report);
-        report.stopped = (!status && status.Error().code == ErrorCode::Stopped) || !progress.Step();
-        if (!status && !report.stopped) {
+        if (IsStop(status) || !progress.Step()) {
+            stop = MakeFailure(ErrorCode::Stopped, TextOf(first[i]));
+        } else if (!status) {
             if (failed.empty())
                 firstFailure = status.Error();
             failed.push_back(TextOf(first[i].lexically_relative(source)));
@@ -80,26 +82,23 @@ void AddFilesFromFolder(Host& host, Machine& machine, const Folders& folders, co
     report.failed += failed.size();
     if (!failed.empty())
         TellFailedFiles(host, failed, folder, firstFailure);
+    return stop;
 }
 
-bool AddSource(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
-               const Path& source, const Path& folder, const SourceOptions& options,
-               ProgressScope& progress, Subfolders subfolders, SourceReport& report)
+Status AddSource(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+                 const Path& source, const Path& folder, const SourceOptions& options,
+                 ProgressScope& progress, Subfolders subfolders, SourceReport& report)
 {
-    if (FolderExists(source)) {
-        AddFilesFromFolder(host, machine, folders, tools, source, folder, options, progress,
-                           subfolders, report);
-        return true;
-    }
-    if (FileExists(source)) {
-        AddFile(host, machine, folders, tools, source, folder, options, progress, report);
-        return true;
-    }
+    if (FolderExists(source))
+        return AddFilesFromFolder(host, machine, folders, tools, source, folder, options, progress,
+                                  subfolders, report);
+    if (FileExists(source))
+        return AddFile(host, machine, folders, tools, source, folder, options, progress, report);
     ++report.failed;
     const bool isThere = platform::FactsOf(source).kind != platform::FileKind::Missing;
     host.Tell(Tone::Error,
               GetMsg(isThere ? Msg::SourceNoFile : Msg::SourceMissing, {TextOf(source)}));
-    return false;
+    return {};
 }
 
 } // namespace kestrova

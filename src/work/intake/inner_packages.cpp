@@ -48,23 +48,21 @@ void DropPackage(SourceReport& report, const Path& package)
 
 } // namespace
 
-void UnpackInside(Intake& intake)
+Status UnpackInside(Intake& intake)
 {
     LevelDraft& draft = intake.draft;
     draft.report.names.reset(); // other steps were in the folder since
     const auto files = ListFiles(draft.workFolder, OnDisk::PatAll);
     if (!files)
-        return; // the refresh that follows tells of it
+        return {}; // the refresh that follows tells of it
     for (const Path& file : *files) {
         if (!IsPackage(file))
             continue;
         if (!BeginChange(intake))
-            return;
+            return {};
         const auto status = UnpackOne(intake, file);
-        if (!status && status.Error().code == ErrorCode::Stopped) {
-            draft.report.stopped = true;
-            return; // it is still there for the next refresh
-        }
+        if (IsStop(status))
+            return status; // it is still there for the next refresh
         // What the archive held is nowhere else; what has just come in still is where it came from.
         const bool onlyHere = draft.opened.Knows(file);
         if (!status)
@@ -75,6 +73,7 @@ void UnpackInside(Intake& intake)
             DropPackage(draft.report, file);
     }
     ClearProgress(intake.progress);
+    return {};
 }
 
 } // namespace kestrova

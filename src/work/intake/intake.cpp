@@ -27,6 +27,13 @@ Intake::Intake(Session& owner, LevelRecord& levelRecord, std::span<const IntakeS
 {
 }
 
+StepAnswer AnswerTo(Host& host, const Status& done)
+{
+    if (IsStop(done))
+        return StepAnswer::Stopped;
+    return DoneOrTold(host, done) ? StepAnswer::GoesOn : StepAnswer::Refused;
+}
+
 StepAnswer Walk(Intake& intake, StepTime time)
 {
     intake.endedAt = {};

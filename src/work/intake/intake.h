@@ -60,6 +60,9 @@ struct Intake {
     std::string_view endedAt; ///< the step that ended the last walk; empty: all of them were done
 };
 
+/// What a step answers by what became of its work; a failure is told.
+StepAnswer AnswerTo(Host& host, const Status& done);
+
 /// Takes the steps of that time in their order, until one does not go on; what that one answered.
 StepAnswer Walk(Intake& intake, StepTime time);
 

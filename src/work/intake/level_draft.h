@@ -77,7 +77,7 @@ struct LevelDraft {
     std::unique_ptr<FilesBefore> before;
 
     // What came in.
-    SourceReport report; ///< of the last operation: what failed, was left out or was stopped
+    SourceReport report; ///< of the last operation: what failed or was left out
     Path lastSource;
     std::vector<Path> packages; ///< since the opening
     FolderState unpacked;       ///< what came out of them

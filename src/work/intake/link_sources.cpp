@@ -48,7 +48,7 @@ bool MakeLinks(Intake& intake)
             return false;
     }
     intake.draft.links.clear();
-    return RefreshFiles(intake);
+    return ShowFiles(intake);
 }
 
 /// Nobody can link what is missing: tells by which words it is done. True when nothing is missing.
@@ -94,8 +94,7 @@ bool LinkUnseen(Intake& intake)
 {
     if (intake.draft.analysed.empty())
         return NothingToLink(intake);
-    return LinkByDocument(intake) && RefreshFiles(intake) &&
-           CheckTomSources(intake, Checking::Silent);
+    return LinkByDocument(intake) && ShowFiles(intake) && CheckTomSources(intake, Checking::Silent);
 }
 
 } // namespace
@@ -115,7 +114,7 @@ bool LinkSources(Intake& intake)
     if (!intake.windows.assistant)
         return LinkUnseen(intake);
     do {
-        if (!LinkByPerson(intake) || !RefreshFiles(intake))
+        if (!LinkByPerson(intake) || !ShowFiles(intake))
             return false;
         intake.session.host.Tell(Tone::Plain, GetMsg(Msg::SourcesFurtherControl));
     } while (!CheckLevelFileList(intake, Checking::Interactive));

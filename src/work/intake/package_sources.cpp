@@ -181,9 +181,9 @@ Status CopyOrUnzipSource(Host& host, Machine& machine, const Folders& folders, c
     return PutFile(host, source, folder, {options.replaceByFile, true, {}}, progress, report);
 }
 
-bool AddFile(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
-             const Path& source, const Path& folder, const SourceOptions& options,
-             ProgressScope& progress, SourceReport& report)
+Status AddFile(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+               const Path& source, const Path& folder, const SourceOptions& options,
+               ProgressScope& progress, SourceReport& report)
 {
     const bool package = IsPackage(source);
     progress.SetLabel(GetMsg(package ? Msg::UnzippingFiles : Msg::FileCopyLabel));
@@ -192,14 +192,11 @@ bool AddFile(Host& host, Machine& machine, const Folders& folders, const Tools& 
     const auto status =
         CopyOrUnzipSource(host, machine, folders, tools, source, folder, options, progress, report);
     ClearProgress(progress);
-    if (status)
-        return true;
+    if (status || IsStop(status))
+        return status;
     ++report.failed;
-    report.stopped = status.Error().code == ErrorCode::Stopped;
-    if (!report.stopped)
-        TellSourceFailure(host, GetMsg(Msg::ErrorCopyingOrUnzipping) + TextOf(source),
-                          status.Error());
-    return false;
+    TellSourceFailure(host, GetMsg(Msg::ErrorCopyingOrUnzipping) + TextOf(source), status.Error());
+    return {};
 }
 
 } // namespace kestrova

@@ -45,9 +45,10 @@ Status CopyOrUnzipSource(Host& host, Machine& machine, const Folders& folders, c
                          const Path& source, const Path& folder, const SourceOptions& options,
                          ProgressScope& progress, SourceReport& report);
 
-/// `CopyOrUnzipSource` with its label and its message.
-bool AddFile(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
-             const Path& source, const Path& folder, const SourceOptions& options,
-             ProgressScope& progress, SourceReport& report);
+/// `CopyOrUnzipSource` with its label and its message: what fails is told, and only a Stop
+/// answered.
+Status AddFile(Host& host, Machine& machine, const Folders& folders, const Tools& tools,
+               const Path& source, const Path& folder, const SourceOptions& options,
+               ProgressScope& progress, SourceReport& report);
 
 } // namespace kestrova

@@ -11,10 +11,10 @@ namespace
 {
 
 /// A chosen place becomes the one where the next chooser opens, as long as none was set.
-void RememberPlace(Session& session, const Path& place)
+void RememberPlace(PreferencesRecord& preferences, const Path& place)
 {
-    if (Trim(session.preferences.downloadFolder) == OnDisk::DefaultDownloadFolder)
-        session.preferences.downloadFolder = place.native();
+    if (Trim(preferences.downloadFolder) == OnDisk::DefaultDownloadFolder)
+        preferences.downloadFolder = place.native();
 }
 
 Path PlaceToStart(const PreferencesRecord& preferences)
@@ -38,7 +38,7 @@ std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioT
         audio ? GetMsg(Msg::AudioFilesFilter, {audioType, audioType}) : PackagesFilter(),
         PlaceToStart(session.preferences));
     if (chosen)
-        RememberPlace(session, chosen->parent_path());
+        RememberPlace(session.preferences, chosen->parent_path());
     return chosen;
 }
 
@@ -47,7 +47,7 @@ std::vector<Path> ChooseSourceFiles(Session& session)
     auto chosen = session.host.ChooseOpenFiles(GetMsg(Msg::SelectSourceFiles), PackagesFilter(),
                                                PlaceToStart(session.preferences));
     if (!chosen.empty())
-        RememberPlace(session, chosen.front().parent_path());
+        RememberPlace(session.preferences, chosen.front().parent_path());
     return chosen;
 }
 
@@ -56,7 +56,7 @@ std::optional<Path> ChooseSourceFolder(Session& session)
     auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectSourceFolder),
                                             PlaceToStart(session.preferences));
     if (chosen)
-        RememberPlace(session, *chosen);
+        RememberPlace(session.preferences, *chosen);
     return chosen;
 }
 

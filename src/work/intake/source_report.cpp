@@ -40,6 +40,11 @@ void TellReport(Host& host, const SourceReport& report)
         host.Tell(Tone::Warning, Join(words, std::string{lineBreak} + std::string{lineBreak}));
 }
 
+bool IsStop(const Status& status)
+{
+    return !status && status.Error().code == ErrorCode::Stopped;
+}
+
 void TellSourceFailure(Host& host, const std::string& text, const Failure& failure)
 {
     if (failure.sentence.empty())

@@ -12,7 +12,9 @@ namespace kestrova
 class FolderNames;
 class WorkFolder;
 
-/// What a source gave, beyond what it was asked for.
+/// What a source gave, beyond what it was asked for. What fails is told where it fails, and counted
+/// here; a Stop, which leaves what was copied until then, is what the functions that fill it
+/// answer.
 struct SourceReport {
     std::size_t failed = 0;           ///< files that could not be copied; each was told
     std::vector<std::string> changed; ///< written to while they were taken in
@@ -30,7 +32,6 @@ struct SourceReport {
     Amount came;                        ///< out of packages, whatever became of it
     std::vector<Path> packages;         ///< the packages among the sources
     std::string namesAs;                ///< the code page that names had to be read in, if any
-    bool stopped = false;               ///< by the person; what was copied until then stays
     std::shared_ptr<FolderNames> names; ///< the level's folder, listed once
     /// Held from one package to the next; to be let go when the last one is in.
     std::shared_ptr<WorkFolder> unpacking;
@@ -42,6 +43,9 @@ void NoteChangedSources(SourceReport& report);
 
 /// Names what is not in the level, or not under its own name, if anything.
 void TellReport(Host& host, const SourceReport& report);
+
+/// Whether that is a Stop of the person.
+bool IsStop(const Status& status);
 
 /// Tells that a source failed: of a package what is wrong with it, in words of its own.
 void TellSourceFailure(Host& host, const std::string& text, const Failure& failure);

@@ -27,10 +27,11 @@ bool AddWadSources(WadImport& import, const std::vector<Path>& sources, Subfolde
     const Operation operation{session};
     SourceReport report;
     std::vector<std::string> names;
+    Status taken;
     for (const Path& source : sources)
-        if (!report.stopped) {
-            AddSource(session.host, session.machine, session.Folders(), ToolsOf(session), source,
-                      import.Folder(), {}, import.Progress(), subfolders, report);
+        if (taken) {
+            taken = AddSource(session.host, session.machine, session.Folders(), ToolsOf(session),
+                              source, import.Folder(), {}, import.Progress(), subfolders, report);
             names.push_back(TextOf(source.filename()));
         }
     NoteChangedSources(report);
@@ -38,7 +39,7 @@ bool AddWadSources(WadImport& import, const std::vector<Path>& sources, Subfolde
     import.AddSubject(Join(names, ", "));
     const bool listed = import.Refresh();
     TellReport(session.host, report);
-    return listed && report.failed == 0 && !report.stopped;
+    return listed && report.failed == 0 && taken;
 }
 
 bool PrepareWadImport(WadImport& import, const Path& package)

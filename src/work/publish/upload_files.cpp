@@ -96,15 +96,17 @@ bool AddSources(UploadWizard& wizard, const std::vector<Path>& sources, Subfolde
     report.unpacking = std::make_shared<WorkFolder>(InFolder(wizard.place, OnDisk::DirTempZip));
     SourceOptions options;
     options.leftOut = package;
+    Status taken;
     for (const Path& source : sources)
-        if (!report.stopped)
-            AddSource(session.host, session.machine, session.Folders(), ToolsOf(session), source,
-                      wizard.work.Folder(), options, wizard.progress, subfolders, report);
+        if (taken)
+            taken = AddSource(session.host, session.machine, session.Folders(), ToolsOf(session),
+                              source, wizard.work.Folder(), options, wizard.progress, subfolders,
+                              report);
     NoteChangedSources(report);
     report.unpacking.reset();
     const bool listed = RefreshFiles(wizard);
     TellReport(session.host, report);
-    return listed && report.failed == 0 && !report.stopped;
+    return listed && report.failed == 0 && taken;
 }
 
 void RemoveFile(UploadWizard& wizard, std::size_t row)

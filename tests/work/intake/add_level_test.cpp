@@ -39,7 +39,7 @@ bool AddPackage(World& box, LevelCode& code)
     return AddLevel(
         box.session, *progress,
         [&](Intake& level) {
-            const bool taken = AddSources(level, {box / "package"}, Subfolders::Take);
+            const Status taken = AddSources(level, {box / "package"}, Subfolders::Take);
             level.draft.name = "Salt Harbour";
             return taken && Accept(level);
         },
@@ -225,7 +225,7 @@ TEST_F(AddLevelTest, WhatIsGivenUpOrStoppedLeavesNothing)
     EXPECT_FALSE(AddLevel(
         box.session, *progress,
         [&](Intake& level) {
-            AddSources(level, {box / "package"}, Subfolders::Take);
+            (void)AddSources(level, {box / "package"}, Subfolders::Take);
             GiveUp(level);
             return false;
         },

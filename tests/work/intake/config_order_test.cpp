@@ -71,7 +71,7 @@ TEST(ConfigOrder, APackageThatNeedsEveryStepAsksOnlyWhatIsNotKnown)
     world.ApplyTo(level);
     world.host.WillAsk("Have you already in your pc", false);
     world.host.WillAsk("Do you want download now", true);
-    Refresh(level);
+    (void)Refresh(level);
     EXPECT_EQ(world.Files(), made);
     EXPECT_TRUE(world.host.told.empty()) << world.host.AllTold();
     EXPECT_TRUE(level.draft.configApplied);
@@ -92,7 +92,7 @@ TEST(ConfigOrder, APackageThatNeedsEveryStepAsksOnlyWhatIsNotKnown)
         EXPECT_LT(from, texts.size()) << label;
     }
     world.ApplyTo(level);
-    Refresh(level);
+    (void)Refresh(level);
     EXPECT_EQ(world.Files(), made) << "a second one goes unread";
 }
 
@@ -103,7 +103,7 @@ TEST(ConfigOrder, ARowThatDoesNotGoOnEndsAllBehindIt)
     sources.config.files.front().size = 5;
     Intake& level = sources.Begin();
     sources.ApplyTo(level);
-    Refresh(level);
+    (void)Refresh(level);
     EXPECT_TRUE(level.draft.configApplied);
     EXPECT_TRUE(sources.Files().contains("mill.tom"));
     EXPECT_FALSE(sources.Files().contains("mill.tr4"));
@@ -120,7 +120,7 @@ TEST(ConfigOrder, ARowThatDoesNotGoOnEndsAllBehindIt)
     }();
     refused.host.WillAsk("Have you already", false);
     refused.host.WillAsk("Do you want download now", false);
-    Refresh(given);
+    (void)Refresh(given);
     EXPECT_TRUE(given.draft.givenUp);
     EXPECT_FALSE(given.draft.configApplied);
     EXPECT_EQ(refused.Files(), files);
@@ -138,7 +138,7 @@ TEST(ConfigOrder, KilledAnywhereTheFoldersStayWhole)
         Intake& level = world.Begin();
         world.ApplyTo(level);
         const KillRun run = WithKillAt(step, [&] {
-            Refresh(level);
+            (void)Refresh(level);
             return level.draft.configApplied;
         });
         SCOPED_TRACE("killed at step " + std::to_string(step) + ": " + run.call);

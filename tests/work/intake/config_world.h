@@ -56,7 +56,7 @@ public:
     {
         std::filesystem::create_directories(root / "in");
         EXPECT_TRUE(WriteConfig("in/kestrova.cfg"));
-        return AddSources(Open(), {root / "in"}, Subfolders::Take);
+        return bool{AddSources(Open(), {root / "in"}, Subfolders::Take)};
     }
     [[nodiscard]] const LevelDraft& Draft() const { return opened->draft; }
     /// What the level on its way has.

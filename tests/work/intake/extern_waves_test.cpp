@@ -174,7 +174,7 @@ TEST(ExternWaves, AStopAFullDiskOrAFailureLeavesTheLevelAsItWas)
         ASSERT_TRUE(world.WriteConfig("in/kestrova.cfg"));
         fs::copy(world / "in/kestrova.cfg", level.draft.workFolder / "kestrova.cfg");
         world.host.StopAtStep(step);
-        Refresh(level);
+        (void)Refresh(level);
         if (level.draft.configApplied)
             break;
         ++stops;
@@ -191,7 +191,7 @@ TEST(ExternWaves, AStopAFullDiskOrAFailureLeavesTheLevelAsItWas)
         ASSERT_TRUE(world.WriteConfig("in/kestrova.cfg"));
         fs::copy(world / "in/kestrova.cfg", level.draft.workFolder / "kestrova.cfg");
         const FaultRun run = WithFaultAt(point, [&] {
-            Refresh(level);
+            (void)Refresh(level);
             return level.draft.configApplied;
         });
         if (!run.reached)

@@ -101,7 +101,7 @@ TEST_F(IntakeStepsTest, ARowsAnswerEndsItsTimeOrAllThatFollows)
         const auto rows = rowsWith(entry.second);
         Intake& level = Begin(rows);
         record.authorName = "changed by a step";
-        EXPECT_EQ(AddSources(level, {box / "in"}), entry.all) << entry.done;
+        EXPECT_EQ(bool{AddSources(level, {box / "in"})}, entry.all) << entry.done;
         EXPECT_EQ(level.draft.note, entry.done);
         EXPECT_FALSE(level.draft.config) << "nothing of it is taken up again";
         const bool givenUp = entry.done == "g";
@@ -114,7 +114,7 @@ TEST_F(IntakeStepsTest, ARowsAnswerEndsItsTimeOrAllThatFollows)
     // A look at the folder is no source.
     const auto rows = rowsWith(Write<'a'>);
     Intake& level = Begin(rows);
-    Refresh(level);
+    (void)Refresh(level);
     EXPECT_EQ(level.draft.note, "abc");
 }
 
@@ -135,7 +135,7 @@ TEST_F(IntakeStepsTest, AnEditTakesWhatComesAndDecidesNothingForThePerson)
     box.session.archive.levels.push_back(record);
     Intake& level = Edit();
     ASSERT_TRUE(AddSources(level, {box / "in"})) << box.host.AllTold();
-    Refresh(level);
+    (void)Refresh(level);
     EXPECT_EQ(level.draft.name, "Stored");
     EXPECT_EQ(level.draft.moreInfo, "");
     ASSERT_TRUE(Accept(level)) << box.host.AllTold();

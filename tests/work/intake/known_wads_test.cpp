@@ -43,7 +43,7 @@ public:
         Intake& level = Begin();
         level.draft.fetches = fetches;
         host.attended = attended;
-        AddSources(level, {root / "in"}, Subfolders::Take);
+        (void)AddSources(level, {root / "in"}, Subfolders::Take);
         EXPECT_NE(level.draft.configApplied, level.draft.givenUp) << host.AllTold();
         return level.draft.configApplied;
     }

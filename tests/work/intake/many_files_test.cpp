@@ -111,9 +111,9 @@ TEST_F(ManyFiles, StopIsHeardWithinASecondWheneverItComes)
         StopAfter progress{std::chrono::milliseconds{wait}};
         Intake level{box.session, record, NewLevelSteps(), progress};
         ASSERT_TRUE(OpenNewLevel(level));
-        const bool all = AddSources(level, {box / "many.zip"});
+        const Status all = AddSources(level, {box / "many.zip"});
         EXPECT_LT(progress.WorkedSinceAsked(), 2) << wait; // sanitizers take their part
-        EXPECT_EQ(level.draft.report.stopped, !all);
+        EXPECT_EQ(IsStop(all), !all);
         EXPECT_FALSE(std::filesystem::exists(UnpackingFolder(box.session.Folders()))) << wait;
         if (all) {
             EXPECT_EQ(level.draft.files.size(), static_cast<std::size_t>(files));

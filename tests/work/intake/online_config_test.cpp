@@ -67,19 +67,19 @@ TEST_F(OnlineIntakeTest, WhatIsTakenIsAppliedAsIfTheLevelHadBroughtIt)
 {
     box.host.WillAsk(question, false);
     EXPECT_TRUE(Add([&](Intake& level) {
-        AddSources(level, {box / "in"});
+        (void)AddSources(level, {box / "in"});
         EXPECT_FALSE(level.draft.configApplied);
         EXPECT_EQ(level.draft.name, "in");
         // The folder has changed again: the question comes again.
         box.host.WillAsk(question, true);
-        Refresh(level);
+        (void)Refresh(level);
         EXPECT_TRUE(level.draft.configApplied) << box.host.AllTold();
         EXPECT_EQ(level.draft.name, "The lost valley");
         EXPECT_EQ(level.draft.files.size(), 2U);
         // From here on nobody is asked, and a later file goes unread.
         box.Write("more/kestrova.cfg", bytes);
-        AddSources(level, {box / "more/kestrova.cfg"});
-        Refresh(level);
+        (void)AddSources(level, {box / "more/kestrova.cfg"});
+        (void)Refresh(level);
     })) << box.host.AllTold();
     const LevelRecord& record = box.session.archive.levels.back();
     EXPECT_EQ(record.levelName, "The lost valley");
@@ -93,11 +93,11 @@ TEST_F(OnlineIntakeTest, NobodyIsAskedAboutALevelThatBringsItsOwnOrIsNotLookedFo
     box.session.preferences.checkEqualLevels = false;
     EXPECT_TRUE(Add([&](Intake& level) {
         level.draft.looksOnline = false;
-        AddSources(level, {box / "in"});
+        (void)AddSources(level, {box / "in"});
     }));
     box.Write("in/kestrova.cfg", bytes);
     EXPECT_TRUE(Add([&](Intake& level) {
-        AddSources(level, {box / "in"});
+        (void)AddSources(level, {box / "in"});
         EXPECT_TRUE(level.draft.configApplied);
     }));
     EXPECT_TRUE(box.host.told.empty()) << box.host.AllTold();
@@ -107,7 +107,7 @@ TEST_F(OnlineIntakeTest, WhatCannotBeFetchedLeavesTheLevelToBeAddedByHand)
 {
     List(server.Address("/missing.zip"));
     box.host.WillAsk(question, true);
-    EXPECT_TRUE(Add([&](Intake& level) { AddSources(level, {box / "in"}); }));
+    EXPECT_TRUE(Add([&](Intake& level) { (void)AddSources(level, {box / "in"}); }));
     EXPECT_TRUE(box.host.WasTold("Error unzipping file: ")) << box.host.AllTold();
     EXPECT_EQ(box.session.archive.levels.back().levelName, "in");
 }
