@@ -173,6 +173,11 @@ bool Mend(Run& run)
     return EndWork(run, still.empty());
 }
 
+bool ChangesNothing(const Session& session, LevelCode code)
+{
+    return StandsInTrle(session.machine, session.Folders(), session.archive, code);
+}
+
 } // namespace
 
 bool BringOriginals(Run& run)
@@ -206,7 +211,7 @@ std::span<const CommandRow> SwapCommands()
                       .options = {FlagOption("--no-start"), FlagOption("--wait")},
                       .failsWhenTold = true,
                       // A level that stands in its place needs no lock and no write.
-                      .looksWhen = StandsInTrle},
+                      .looksWhen = ChangesNothing},
          .needs = Needs::Level,
          .touches = Touches::LevelEditor,
          .run = Play},

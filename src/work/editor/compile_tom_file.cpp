@@ -15,6 +15,25 @@
 namespace kestrova
 {
 
+namespace
+{
+
+/// Tells of a tom file without wads; True when there is none.
+bool HaveWads(Host& host, const Folders& folders, const TomSources& sources)
+{
+    const auto lacking = TomWithoutWads(folders, sources);
+    if (!lacking)
+        return TellFolderNotRead(host, lacking.Error());
+    if (lacking->empty())
+        return true;
+    const std::string stem = StripExtension(TextOf(lacking->filename()));
+    host.Tell(Tone::Error, GetMsg(Msg::WadsMissing, {TextOf(lacking->filename()),
+                                                     stem + std::string{OnDisk::WadEnding}}));
+    return false;
+}
+
+} // namespace
+
 CompileParts CompilePartsOf(Session& session, ProgressScope& progress)
 {
     return {session.host,        session.machine,  session.Folders(),
@@ -24,20 +43,6 @@ CompileParts CompilePartsOf(Session& session, ProgressScope& progress)
 bool MayLend(Session& session)
 {
     return RecoverInterruptedWork(session) && MayChangeTrle(session, session.Folders());
-}
-
-bool HaveWads(Session& session, const TomSources& sources)
-{
-    const auto lacking = TomWithoutWads(session.Folders(), sources);
-    if (!lacking)
-        return TellFolderNotRead(session.host, lacking.Error());
-    if (lacking->empty())
-        return true;
-    const std::string stem = StripExtension(TextOf(lacking->filename()));
-    session.host.Tell(Tone::Error,
-                      GetMsg(Msg::WadsMissing,
-                             {TextOf(lacking->filename()), stem + std::string{OnDisk::WadEnding}}));
-    return false;
 }
 
 bool CompileTomFile(Session& session, const Path& tom, Path& result)
@@ -61,7 +66,7 @@ bool CompileTomFile(Session& session, const Path& tom, Path& result)
                                                          std::string{OnDisk::Tr4Ending}));
     if (!target)
         return DoneOrTold(session.host, target.Error());
-    if (!MayLend(session) || !HaveWads(session, sources))
+    if (!MayLend(session) || !HaveWads(session.host, session.Folders(), sources))
         return false;
     const auto progress = session.host.BeginProgress(ProgressWindow::Progress, {});
     TomCompile compile{CompilePartsOf(session, *progress)};

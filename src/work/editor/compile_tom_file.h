@@ -13,9 +13,6 @@ CompileParts CompilePartsOf(Session& session, ProgressScope& progress);
 /// runs there that the person wants to go on. Told when it is not.
 bool MayLend(Session& session);
 
-/// Tells of a tom file without wads; True when there is none.
-bool HaveWads(Session& session, const TomSources& sources);
-
 /// Compiles one tom file with its own wad set and the samples beside it, in the Level Editor's
 /// folder, which comes back as it was. `result` gets the file, which lies beside the tom file; one
 /// that is there is replaced only when the person says so. The sources stay. False, with words.

@@ -28,9 +28,10 @@ namespace
 /// What the setup is said to need of the disk that the program works on.
 constexpr std::uint64_t setupRoom = UINT64_C(250) << 20;
 
-std::string SetupSize(std::uint64_t bytes)
+std::string RoomOf(const Path& place, std::uint64_t free, std::uint64_t needed)
 {
-    return FormatSize(static_cast<double>(bytes));
+    return GetMsg(Msg::SetupRoomOf, {TextOf(place), SizeInWords(static_cast<double>(free)),
+                                     SizeInWords(static_cast<double>(needed))});
 }
 
 } // namespace
@@ -152,9 +153,7 @@ bool LevelEditorSetup::FindRoom()
     needed_ = needed ? *needed : 0;
     if (HasRoom(target_))
         return MoveTo(target_);
-    const std::string room = GetMsg(
-        Msg::SetupRoomOf, {TextOf(target_), SetupSize(parts_.machine.FreeSpace(target_).ValueOr(0)),
-                           SetupSize(needed_)});
+    const std::string room = RoomOf(target_, parts_.machine.FreeSpace(target_).ValueOr(0), needed_);
     if (!parts_.host.AskYesNo(GetMsg(Msg::SetupOtherDrive, {lineBreak}) + std::string{lineBreak} +
                                   room,
                               Consent::Explicit)) {
@@ -163,7 +162,8 @@ bool LevelEditorSetup::FindRoom()
     }
     const Drive drive = FindLargestDrive(parts_.machine);
     if (drive.folder.empty() || drive.free < needed_) {
-        parts_.host.Tell(Tone::Error, GetMsg(Msg::SetupNoDrive) + SetupSize(needed_) + ')');
+        parts_.host.Tell(Tone::Error, GetMsg(Msg::SetupNoDrive) +
+                                          FormatSize(static_cast<double>(needed_)) + ')');
         return false;
     }
     wish_.target = drive.folder / OnDisk::SetupMaker / OnDisk::LastPartTrle;
@@ -350,8 +350,7 @@ bool SetupLevelEditor(Session& session, const SetupWish& wish, ProgressScope& pr
     const auto free = session.machine.FreeSpace(session.programFolder);
     if (free && *free < setupRoom) {
         session.host.Tell(Tone::Error, GetMsg(Msg::SetupNoRoomHere, {lineBreak}),
-                          GetMsg(Msg::SetupRoomOf, {TextOf(session.programFolder), SetupSize(*free),
-                                                    SetupSize(setupRoom)}));
+                          RoomOf(session.programFolder, *free, setupRoom));
         return false;
     }
     LevelEditorSetup setup{

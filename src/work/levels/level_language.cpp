@@ -88,11 +88,11 @@ bool ReplaceLanguage(const Path& file, const Path& mine, LanguageFailure& failur
     return true;
 }
 
-bool SetMine(Session& session, const Path& folder, LanguageFailure& failure,
+bool SetMine(const Folders& folders, const Path& folder, LanguageFailure& failure,
              std::vector<Path>& changed)
 {
     std::string languageFile;
-    if (!CanSetMyLanguage(session.Folders(), folder, failure, languageFile))
+    if (!CanSetMyLanguage(folders, folder, failure, languageFile))
         return false;
     const auto listed = LanguageFilesIn(folder);
     if (!listed)
@@ -104,7 +104,7 @@ bool SetMine(Session& session, const Path& folder, LanguageFailure& failure,
         if (!IsFree(BakOf(file)).ValueOr(false) && !IsUnfinished(file))
             return Fail(failure, GetMsg(Msg::LanguageAlreadyYours));
     const Path& last = files.back();
-    if (!ReplaceLanguage(last, session.BackupFolder() / languageFile, failure))
+    if (!ReplaceLanguage(last, folders.Backup() / languageFile, failure))
         return false;
     changed.push_back(last);
     for (const Path& file : files)
@@ -202,7 +202,7 @@ bool ChangeLanguage(Session& session, const Path& folder, LanguageChange change,
     }
     std::vector<Path> changed;
     const bool done = change == LanguageChange::Mine
-                          ? SetMine(session, folder, failure, changed)
+                          ? SetMine(session.Folders(), folder, failure, changed)
                           : RestoreOriginalLanguage(session.Folders(), folder, failure, changed);
     if (done && installed)
         for (const Path& file : changed)

@@ -127,9 +127,9 @@ Change WayBack(Session& session, const Change& entry)
     return back;
 }
 
-bool Tell(Session& session, Message words, const Change& entry, const Failure& failure)
+bool Tell(Host& host, Message words, const Change& entry, const Failure& failure)
 {
-    TellFailure(session.host, GetMsg(words, {WhatWasDone(entry)}), failure);
+    TellFailure(host, GetMsg(words, {WhatWasDone(entry)}), failure);
     return false;
 }
 
@@ -142,7 +142,7 @@ bool MakeByRecord(Session& session, const Change& back, const Change& entry)
         status = MoveAsSaid(back);
     if (!status) {
         DropChange(folders, back);
-        return Tell(session, Msg::NotUndone, entry, status.Error());
+        return Tell(session.host, Msg::NotUndone, entry, status.Error());
     }
     if (TakeRecord(session, back))
         return true;
@@ -173,8 +173,8 @@ bool MakeByFiles(Session& session, const Change& back, const Change& entry, cons
     if (!made && made.Error().code == ErrorCode::Stopped && !ChangeWaits(folders))
         return false; // all is as it was, and whoever pressed Stop knows
     if (!made)
-        return Tell(session, ChangeWaits(folders) ? Msg::UndoUnfinished : Msg::NotUndone, entry,
-                    made.Error());
+        return Tell(session.host, ChangeWaits(folders) ? Msg::UndoUnfinished : Msg::NotUndone,
+                    entry, made.Error());
     WriteArchivedCount(back, back.archivedCount);
     LetCoverFollow(session, back);
     if (!TakeRecord(session, back))
@@ -195,7 +195,7 @@ bool MakeByMarks(Session& session, const Change& back, const Change& entry)
     if (status)
         return true;
     DropChange(folders, back);
-    return Tell(session, Msg::NotUndone, entry, status.Error());
+    return Tell(session.host, Msg::NotUndone, entry, status.Error());
 }
 
 bool IsLanguage(ChangeKind kind)
@@ -222,9 +222,9 @@ bool RemoveAgain(Session& session, const Change& entry)
 {
     const auto bytes = entry.moved ? FolderSize(entry.moved->to) : Result<double>{0.0};
     if (!bytes)
-        return Tell(session, Msg::NotUndone, entry, bytes.Error());
+        return Tell(session.host, Msg::NotUndone, entry, bytes.Error());
     if (!HasUndoRoom(session.settings, static_cast<std::uint64_t>(*bytes)))
-        return Tell(session, Msg::NotUndone, entry,
+        return Tell(session.host, Msg::NotUndone, entry,
                     Failure{ErrorCode::Refused, entry.levelName, GetMsg(Msg::RedoNoRoom)});
     if (!RemoveLevelAgain(session, entry))
         return false;
@@ -267,7 +267,7 @@ bool UndoChange(Session& session, const Change& entry)
     if (!ready && ready.Error().code == ErrorCode::Stopped)
         return false;
     if (!ready)
-        return Tell(session, Msg::NotUndone, entry, ready.Error());
+        return Tell(session.host, Msg::NotUndone, entry, ready.Error());
     if (entry.kind == ChangeKind::LevelRemoved && entry.isUndone) {
         wait.reset(); // a removal has its own
         return RemoveAgain(session, entry);
@@ -286,7 +286,7 @@ bool UndoChange(Session& session, const Change& entry)
     if (follows)
         FollowInTrle(session, back);
     if (const auto ended = EndChange(session.Folders(), session.settings, back); !ended)
-        return Tell(session, Msg::UndoUnfinished, entry, ended.Error());
+        return Tell(session.host, Msg::UndoUnfinished, entry, ended.Error());
     DropUsedEntry(session.Folders(), entry);
     session.list.Refresh();
     session.list.Select(entry.code);

@@ -57,10 +57,11 @@ bool PlayLevel(Session& session, LevelCode code, bool start)
         session.host.Tell(Tone::Error, GetMsg(Msg::UnknownCodeInList) + std::to_string(code));
         return false;
     }
-    if (!StandsInTrle(session, code) ? !MayChangeTrle(session, session.Folders())
-                                     : start && !MayStartBesideOthers(session, session.Folders()))
+    if (!StandsInTrle(session.machine, session.Folders(), session.archive, code)
+            ? !MayChangeTrle(session, session.Folders())
+            : start && !MayStartBesideOthers(session, session.Folders()))
         return false;
-    if (!StandsInTrle(session, code) &&
+    if (!StandsInTrle(session.machine, session.Folders(), session.archive, code) &&
         !IsWholeEnough(session.host, session.Folders(), session.archive, code))
         return false;
     if (!InstallLevel(session, code)) {

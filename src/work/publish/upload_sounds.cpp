@@ -137,12 +137,11 @@ bool CompressSounds(UploadWizard& wizard, bool withDecoder)
     return RefreshFiles(wizard) && copied && converted;
 }
 
-bool HasDecoderUtilities(const Session& session)
+bool HasDecoderUtilities(const Path& programFolder)
 {
     const std::vector<std::string> names = Split(OnDisk::DecoderUtilities, '|');
-    return std::all_of(names.begin(), names.end(), [&](const std::string& name) {
-        return FileExists(session.programFolder / name);
-    });
+    return std::all_of(names.begin(), names.end(),
+                       [&](const std::string& name) { return FileExists(programFolder / name); });
 }
 
 } // namespace kestrova

@@ -19,6 +19,6 @@ bool CompressLoadPicture(UploadWizard& wizard);
 /// that failed or was stopped; waves that were not converted are still there.
 bool CompressSounds(UploadWizard& wizard, bool withDecoder);
 /// The program's folder has all of those programs.
-bool HasDecoderUtilities(const Session& session);
+bool HasDecoderUtilities(const Path& programFolder);
 
 } // namespace kestrova

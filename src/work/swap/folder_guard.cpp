@@ -50,16 +50,14 @@ bool MayStartBesideOthers(Session& session, const Folders& folders)
     return Agrees(session, folders, Msg::GameRunsAlready);
 }
 
-bool StandsInTrle(const Session& session, LevelCode code)
+bool StandsInTrle(Machine& machine, const Folders& folders, const Archive& archive, LevelCode code)
 {
-    if (code == originalCode || FindLevel(session.archive, code) < 0 ||
-        CurrentLevelCode(session.Folders(), session.archive) != code ||
-        !InterruptedWork(session.Folders(), session.archive).empty())
+    if (code == originalCode || FindLevel(archive, code) < 0 ||
+        CurrentLevelCode(folders, archive) != code || !InterruptedWork(folders, archive).empty())
         return false;
     // After a new start of the machine the files in the folder are looked at once more.
-    const auto owner = ReadOwner(session.Folders());
-    return owner && *owner && (*owner)->owner == code &&
-           (*owner)->bootId == session.machine.BootId();
+    const auto owner = ReadOwner(folders);
+    return owner && *owner && (*owner)->owner == code && (*owner)->bootId == machine.BootId();
 }
 
 } // namespace kestrova

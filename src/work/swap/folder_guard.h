@@ -22,6 +22,6 @@ bool MayStartBesideOthers(Session& session, const Folders& folders);
 
 /// True when that level stands in the Level Editor's folder and no work on it waits to be mended:
 /// playing it changes no file.
-bool StandsInTrle(const Session& session, LevelCode code);
+bool StandsInTrle(Machine& machine, const Folders& folders, const Archive& archive, LevelCode code);
 
 } // namespace kestrova

@@ -138,7 +138,8 @@ bool InstallLevel(Session& session, LevelCode code)
     }
     if (!HasTrleFolder(session.host, session.Folders()))
         return false;
-    if (!StandsInTrle(session, code) && !MayChangeTrle(session, session.Folders()))
+    if (!StandsInTrle(session.machine, session.Folders(), session.archive, code) &&
+        !MayChangeTrle(session, session.Folders()))
         return false;
     if (!RecoverInterruptedWork(session))
         return false;

@@ -28,16 +28,16 @@ bool LoanUnfinished(Host& host, const Failure& failure)
     return false;
 }
 
-bool GiveUpLent(Session& session, const LoanNote& note, const Whereabouts& said)
+bool GiveUpLent(Host& host, const Folders& folders, const LoanNote& note, const Whereabouts& said)
 {
     if (!said.letGo) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::LoanFolderGone, {Readable(note.folder.path)}));
+        host.Tell(Tone::Error, GetMsg(Msg::LoanFolderGone, {Readable(note.folder.path)}));
         return true;
     }
-    const auto dropped = DropWorkNote(LoanNotePath(session.Folders()));
+    const auto dropped = DropWorkNote(LoanNotePath(folders));
     if (!dropped)
-        return LoanUnfinished(session.host, dropped.Error());
-    session.host.Tell(Tone::Warning, GetMsg(Msg::LoanLetGo, {Readable(note.folder.path)}));
+        return LoanUnfinished(host, dropped.Error());
+    host.Tell(Tone::Warning, GetMsg(Msg::LoanLetGo, {Readable(note.folder.path)}));
     return true;
 }
 
@@ -71,19 +71,19 @@ bool BringBackIn(Session& session, const Path& folder, const LoanNote& note)
 
 } // namespace
 
-Path FindMarked(const Session& session, const FolderMark& mark, const Whereabouts& said)
+Path FindMarked(const Path& trle, const FolderMark& mark, const Whereabouts& said)
 {
-    for (const Path& folder : {FolderFromText(mark.path), session.TrleFolder(), said.trle})
+    for (const Path& folder : {FolderFromText(mark.path), trle, said.trle})
         if (!folder.empty() && HasMark(folder, mark).ValueOr(false))
             return folder;
     return {};
 }
 
-bool HoldMarked(Session& session, const Path& folder)
+bool HoldMarked(Host& host, FolderLocks& locks, const Path& folder)
 {
-    const auto held = session.locks.Hold(folder);
+    const auto held = locks.Hold(folder);
     if (!held)
-        TellFailure(session.host, GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), held.Error());
+        TellFailure(host, GetMsg(Msg::FolderNotLocked, {TextOf(folder)}), held.Error());
     return static_cast<bool>(held);
 }
 
@@ -109,10 +109,10 @@ bool BringLentFolderBack(Session& session, const Whereabouts& said)
     if (!*note)
         return true;
     const Operation running{session};
-    const Path folder = FindMarked(session, (*note)->folder, said);
+    const Path folder = FindMarked(session.TrleFolder(), (*note)->folder, said);
     if (folder.empty())
-        return GiveUpLent(session, **note, said);
-    if (!HoldMarked(session, folder))
+        return GiveUpLent(session.host, session.Folders(), **note, said);
+    if (!HoldMarked(session.host, session.locks, folder))
         return false;
     const bool isBack = BringBackIn(session, folder, **note);
     if (folder != session.TrleFolder())

@@ -5,12 +5,13 @@
 namespace kestrova
 {
 
-/// The Level Editor's folder of that mark, wherever it is now; empty when it is not there.
-Path FindMarked(const Session& session, const FolderMark& mark, const Whereabouts& said);
+/// The Level Editor's folder of that mark, wherever it is now: where the mark, `trle` or the person
+/// says; empty when it is not there.
+Path FindMarked(const Path& trle, const FolderMark& mark, const Whereabouts& said);
 
 /// True when the folder is held for writing; told when somebody else has it. Whoever asked lets one
 /// that is not the session's own go again.
-bool HoldMarked(Session& session, const Path& folder);
+bool HoldMarked(Host& host, FolderLocks& locks, const Path& folder);
 
 /// Ends what an interrupted run left at work; says so. Only for who has the program's folder.
 void EndForgottenWork(Session& session);

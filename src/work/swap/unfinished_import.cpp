@@ -19,16 +19,17 @@ bool NotTakenBack(Host& host, const Failure& failure)
     return false;
 }
 
-bool LetImportGo(Session& session, const ImportNote& note, const Whereabouts& said)
+bool LetImportGo(Host& host, const Folders& folders, const ImportNote& note,
+                 const Whereabouts& said)
 {
     const std::string folder = Readable(note.folder.path);
     if (!said.letGo) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::ImportFolderGone, {folder}));
+        host.Tell(Tone::Error, GetMsg(Msg::ImportFolderGone, {folder}));
         return true;
     }
-    if (const auto dropped = DropImportUnderway(session.Folders(), note); !dropped)
-        return NotTakenBack(session.host, dropped.Error());
-    session.host.Tell(Tone::Warning, GetMsg(Msg::ImportLetGo, {folder}));
+    if (const auto dropped = DropImportUnderway(folders, note); !dropped)
+        return NotTakenBack(host, dropped.Error());
+    host.Tell(Tone::Warning, GetMsg(Msg::ImportLetGo, {folder}));
     return true;
 }
 
@@ -48,11 +49,11 @@ bool TakeBackIn(Session& session, const Path& folder, const ImportNote& note)
 }
 
 /// It is whole, and only its note has to become the entry.
-bool EndImport(Session& session, const ImportNote& note)
+bool EndImport(Host& host, const Folders& folders, const ImportNote& note)
 {
-    if (const auto ended = NoteToImportEntry(session.Folders(), note); !ended)
-        return NotTakenBack(session.host, ended.Error());
-    session.host.Tell(Tone::Warning, GetMsg(Msg::ImportEndedLate));
+    if (const auto ended = NoteToImportEntry(folders, note); !ended)
+        return NotTakenBack(host, ended.Error());
+    host.Tell(Tone::Warning, GetMsg(Msg::ImportEndedLate));
     return true;
 }
 
@@ -74,11 +75,11 @@ bool TakeImportBack(Session& session, const Whereabouts& said)
         return true;
     const Operation running{session};
     if ((*note)->phase == ImportPhase::Done)
-        return EndImport(session, **note);
-    const Path folder = FindMarked(session, (*note)->folder, said);
+        return EndImport(session.host, session.Folders(), **note);
+    const Path folder = FindMarked(session.TrleFolder(), (*note)->folder, said);
     if (folder.empty())
-        return LetImportGo(session, **note, said);
-    if (!HoldMarked(session, folder))
+        return LetImportGo(session.host, session.Folders(), **note, said);
+    if (!HoldMarked(session.host, session.locks, folder))
         return false;
     const bool isBack = TakeBackIn(session, folder, **note);
     if (folder != session.TrleFolder())

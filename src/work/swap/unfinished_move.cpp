@@ -38,9 +38,9 @@ std::string NamesOf(const std::vector<Path>& paths)
     return ShownNames(names);
 }
 
-bool NotEnded(Session& session, const MoveNote& note, const Failure& failure)
+bool NotEnded(Host& host, const MoveNote& note, const Failure& failure)
 {
-    TellFailure(session.host, GetMsg(Msg::MoveNotEnded, {Readable(note.to)}), failure);
+    TellFailure(host, GetMsg(Msg::MoveNotEnded, {Readable(note.to)}), failure);
     return false;
 }
 
@@ -49,7 +49,7 @@ bool EndIt(Session& session, const MoveNote& note)
 {
     const Folders folders = session.Folders();
     if (const auto followed = FollowMovedHomes(folders, note.from, note.to); !followed)
-        return NotEnded(session, note, followed.Error());
+        return NotEnded(session.host, note, followed.Error());
     if (!DoneOrTold(session.host, HoldFolder(session.locks, note.from)))
         return true; // another program is at work there; the next start sees to it
     const auto wait = session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::EndingMove));
@@ -58,7 +58,8 @@ bool EndIt(Session& session, const MoveNote& note)
                                        [&] { return wait->Step(); });
     session.locks.Release(note.from);
     if (!stayed)
-        return NotEnded(session, note, stayed.Error()) || stayed.Error().code == ErrorCode::Stopped;
+        return NotEnded(session.host, note, stayed.Error()) ||
+               stayed.Error().code == ErrorCode::Stopped;
     session.host.Tell(Tone::Warning,
                       GetMsg(Msg::MoveEnded, {Readable(note.to), Readable(note.from)}));
     if (!stayed->empty())
@@ -73,7 +74,7 @@ bool TakeItBack(Session& session, const MoveNote& note)
     const auto isThere = IsFolder(note.from);
     if (!isThere || !*isThere) {
         if (const auto dropped = DropMoveNote(folders); !dropped)
-            return NotEnded(session, note, dropped.Error());
+            return NotEnded(session.host, note, dropped.Error());
         session.host.Tell(Tone::Warning,
                           GetMsg(Msg::MoveFolderAway, {Readable(note.from), Readable(note.to)}));
         return true;
@@ -107,7 +108,7 @@ bool LetMoveGo(Session& session, const MoveNote& note, const Failure& failure, b
         return false;
     }
     if (const auto dropped = DropMoveNote(session.Folders()); !dropped)
-        return NotEnded(session, note, dropped.Error());
+        return NotEnded(session.host, note, dropped.Error());
     session.host.Tell(Tone::Warning,
                       GetMsg(Msg::MoveLetGo, {Readable(note.from), Readable(note.to)}));
     return true;

@@ -31,11 +31,9 @@ std::string NameOfLevel(const Archive& archive, LevelCode code)
 }
 
 /// What nobody noted is noted by whoever may write there, and not while files are on their way.
-Noting MayNote(Session& session)
+Noting MayNote(const Folders& folders, FolderLocks& locks)
 {
-    return !ChangeWaits(session.Folders()) && HoldFolders(session.locks, session.Folders())
-               ? Noting::Yes
-               : Noting::No;
+    return !ChangeWaits(folders) && HoldFolders(locks, folders) ? Noting::Yes : Noting::No;
 }
 
 } // namespace
@@ -54,7 +52,7 @@ std::vector<LevelCode> LevelChecks::Everything(const Session& session)
 bool LevelChecks::Check(const std::vector<LevelCode>& codes)
 {
     const Operation running{session_};
-    noting_ = MayNote(session_);
+    noting_ = MayNote(session_.Folders(), session_.locks);
     rows_.clear();
     unchecked_.clear();
     repaired_.clear();
@@ -185,7 +183,7 @@ bool LevelChecks::Repair(const Path& offered)
         TellFailure(session_.host, GetMsg(Msg::RepairWaits), ready.Error());
         return false;
     }
-    noting_ = MayNote(session_);
+    noting_ = MayNote(session_.Folders(), session_.locks);
     const auto progress =
         session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RepairUnderWay));
     progress->AllowStop();

@@ -183,12 +183,12 @@ namespace
 
 /// The levels' folder was moved by hand from where the list had it: what is noted of the levels
 /// follows. A folder that is still there is another copy, and keeps its notes.
-void FollowByHand(Session& session, const Path& listed)
+void FollowByHand(Host& host, const Folders& folders, const Path& listed)
 {
-    const Path now = session.Folders().levels;
+    const Path now = folders.levels;
     if (listed.empty() || listed == now || FolderExists(listed))
         return;
-    DoneOrTold(session.host, FollowMovedHomes(session.Folders(), listed, now));
+    DoneOrTold(host, FollowMovedHomes(folders, listed, now));
 }
 
 /// Memory holds the new archive when it is done, and otherwise what it held before.
@@ -218,7 +218,7 @@ Load LoadOrKeep(Session& session, Path file, const Path& levelFolder, Failure& w
     }
     session.archive = std::move(archive);
     RememberArchive(session);
-    FollowByHand(session, listed);
+    FollowByHand(session.host, session.Folders(), listed);
     return load;
 }
 

@@ -119,7 +119,7 @@ TEST_F(Playing, WithoutAStartOnlyTheLevelComes)
 TEST_F(Playing, ASecondPlayChangesNoFileAndStartsNoSecondGameUnasked)
 {
     ASSERT_TRUE(PlayLevel(box.session, code));
-    EXPECT_TRUE(StandsInTrle(box.session, code));
+    EXPECT_TRUE(StandsInTrle(box.machine, box.session.Folders(), box.session.archive, code));
     const auto before = box.Snapshot("");
     ASSERT_TRUE(PlayLevel(box.session, code)) << box.host.AllTold();
     EXPECT_EQ(box.Snapshot(""), before);
@@ -139,7 +139,7 @@ TEST_F(Playing, ASecondPlayChangesNoFileAndStartsNoSecondGameUnasked)
     box.machine.running.clear();
 
     box.machine.bootId = "boot-2"; // whether the files reached the disk is not known
-    EXPECT_FALSE(StandsInTrle(box.session, code));
+    EXPECT_FALSE(StandsInTrle(box.machine, box.session.Folders(), box.session.archive, code));
 }
 
 TEST_F(Playing, AsksBeforeASwapUnderARunningProgram)

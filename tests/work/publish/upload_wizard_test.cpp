@@ -339,7 +339,7 @@ TEST_F(UploadTest, SoundsAndPictureBecomeSmallerInThePackageAlone)
     ASSERT_TRUE(AddSources(*wizard, {box / "author"}));
     EXPECT_TRUE(CompressLoadPicture(*wizard)) << box.host.AllTold();
     box.Write("home/madplay.exe", "MZ");
-    EXPECT_FALSE(HasDecoderUtilities(box.session));
+    EXPECT_FALSE(HasDecoderUtilities(box.session.programFolder));
     EXPECT_TRUE(CompressSounds(*wizard, true)) << box.host.AllTold();
     EXPECT_TRUE(box.host.WasTold("The package goes without start_me.exe"));
     std::set<std::string> names;

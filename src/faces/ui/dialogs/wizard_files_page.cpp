@@ -125,7 +125,8 @@ private:
     }
     void AskSounds()
     {
-        SetMp3Dialog dialog{wizard_.session, HasDecoderUtilities(wizard_.session), window()};
+        SetMp3Dialog dialog{wizard_.session, HasDecoderUtilities(wizard_.session.programFolder),
+                            window()};
         if (dialog.exec() == QDialog::Accepted)
             run_([&] { CompressSounds(wizard_, dialog.WithDecoder()); });
     }

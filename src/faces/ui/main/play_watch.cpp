@@ -173,7 +173,9 @@ void PlayWatch::ShowState()
 void PlayWatch::PlayBegins(LevelCode code)
 {
     PlayNow now;
-    now.step = StandsInTrle(session_, code) ? PlayNow::Step::Starts : PlayNow::Step::Installs;
+    now.step = StandsInTrle(session_.machine, session_.Folders(), session_.archive, code)
+                   ? PlayNow::Step::Starts
+                   : PlayNow::Step::Installs;
     now.level = LevelNameOf(session_.archive, code);
     shows(now);
 }
