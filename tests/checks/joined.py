@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """The sources of a folder can be compiled as one: joined.py ROOT | joined.py --self-test
 
-The build under the sanitizers does so. What a source keeps in its unnamed namespace is then seen by
+The build under the sanitizers does so, and clang-tidy looks at the floors of a storey together. What a source keeps in its unnamed namespace is then seen by
 the sources behind it, so no two of a folder call a thing the same: functions may differ in what they
 take, and the same alias may stand in several. A type that others can see bears a name of its own in
 the whole of the sources: of two the linker would take one for both.
@@ -13,8 +13,10 @@ import re
 import sys
 import tempfile
 
-# The windows' folders and the tests' own are joined across their sub-folders too.
-WHOLE = ("src/faces/ui", "tests/faces/ui")
+# Joined across their sub-folders: a storey is looked at as one by clang-tidy, and the windows are
+# compiled so.
+WHOLE = ("src/ground", "src/media", "src/engine", "src/keep", "src/work", "src/faces/ui",
+         "tests/faces/ui")
 UNNAMED = re.compile(r"^namespace\s*\n\{\n(.*?)^\} // namespace$", re.S | re.M)
 TYPE = re.compile(r"^(?:struct|class|enum(?: class)?) (\w+)\b(?!;)")
 VALUE = re.compile(r"^(?:inline |static |constexpr |const )+[^=({]*?[ >*&](\w+)(?:\[\w*\])* ?[={]")
@@ -59,6 +61,13 @@ def shared_types(text):
             yield found[1]
 
 
+def told_names(text):
+    """What a header tells of."""
+    yield from declared_names(text)
+    for name in shared_types(text):
+        yield name, "", False
+
+
 def doubled_types(root):
     known = {}
     for file in sorted((root / "src").rglob("*.h")) + sorted((root / "src").rglob("*.cpp")):
@@ -78,13 +87,18 @@ def faults(root):
             place = file.parent.relative_to(root).as_posix()
             whole = [name for name in WHOLE if (place + "/").startswith(name + "/")]
             folders[whole[0] if whole else place].append(file)
-    for files in folders.values():
+    headers = sorted((root / "src").rglob("*.h"))
+    for place, files in folders.items():
+        # What lies below a storey is told by the headers that its floors include.
+        if place in WHOLE and not place.startswith("tests"):
+            files = [*(name for name in headers if "ui" not in name.parts and name not in files), *files]
         known = {}
         for file in files:
-            names = declared_names if file.suffix == ".h" else own_names
+            names = told_names if file.suffix == ".h" else own_names
             for name, apart, alias in names(file.read_text()):
                 for other, (first, is_alias) in list(known.get(name, {}).items()):
-                    same = other == apart and not (alias and is_alias)
+                    # Functions of one name may differ in what they take; nothing else may.
+                    same = (other == apart or "" in (other, apart)) and not (alias and is_alias)
                     declared = first.suffix == file.suffix == ".h"
                     if first != file and not declared and (same or alias != is_alias or (alias and other != apart)):
                         yield f"{file.relative_to(root)}: {name} is a name of {first.name} too"

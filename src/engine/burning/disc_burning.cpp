@@ -22,10 +22,10 @@ namespace
 {
 
 /// Where a tool writes: a device, or a file beside the one that stands for an emulated medium.
-class Medium
+class DiscInDrive
 {
 public:
-    explicit Medium(const BurnDevice& device) : device_(device)
+    explicit DiscInDrive(const BurnDevice& device) : device_(device)
     {
         if (!device.emulated)
             return;
@@ -154,7 +154,7 @@ Status BurnWhole(const Tools& tools, BurnSettings& settings, const Path& image, 
     if (Status whole = OpenDisc(image, opened, directory); !whole)
         return whole;
     const std::uint64_t bytes = opened.Facts().size;
-    Medium medium{settings.device};
+    DiscInDrive medium{settings.device};
     if (Status takes = medium.Takes(bytes, settings.overburn); !takes)
         return takes;
     auto order =
@@ -175,7 +175,7 @@ Status BurnWhole(const Tools& tools, BurnSettings& settings, const Path& image, 
 Status RunPipe(const Tools& tools, BurnSettings& settings, const BurnTool& row,
                const ImagePlan& plan, std::uint64_t bytes, BurnError& error)
 {
-    Medium medium{settings.device};
+    DiscInDrive medium{settings.device};
     if (Status takes = medium.Takes(bytes, settings.overburn); !takes)
         return takes;
     NamedPipe pipe{tools.programFolder};

@@ -16,9 +16,6 @@ namespace
 {
 
 using Clock = std::chrono::steady_clock;
-using std::chrono::milliseconds;
-
-constexpr milliseconds slice{30};
 
 class ImageLineParser : public LineParser
 {
@@ -109,7 +106,7 @@ void RunDiscTools(ToolRun& shown, ToolRun* feeder, const BurnSettings& settings)
     const std::span<const ToolRun* const> runs{all.data(), feeder == nullptr ? 1U : 2U};
     const std::string stopped = GetMsg(Msg::BurnStopped);
     for (Clock::time_point lastStep = Clock::now();;) {
-        ToolRun::WaitForAny(runs, slice);
+        ToolRun::WaitForAny(runs, ToolRun::slice);
         bool anyGoes = shown.Poll([&](std::string_view line, const LineAnswer& answer) {
             ShowLine(settings, line, answer);
         });
@@ -121,7 +118,7 @@ void RunDiscTools(ToolRun& shown, ToolRun* feeder, const BurnSettings& settings)
             shown.Stop(ToolTrouble::Refused, feeder->Report().status.Error().sentence);
         if (feeder != nullptr && !shown.IsRunning())
             feeder->Stop(ToolTrouble::Refused, {});
-        if (const Clock::time_point now = Clock::now(); now - lastStep >= slice) {
+        if (const Clock::time_point now = Clock::now(); now - lastStep >= ToolRun::slice) {
             lastStep = now;
             if (GoesOn(shown, settings))
                 continue;

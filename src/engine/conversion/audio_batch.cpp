@@ -19,10 +19,10 @@ namespace kestrova
 namespace
 {
 
-constexpr std::chrono::milliseconds slice{30};
+constexpr std::chrono::milliseconds pollSlice{30};
 
 /// How a run ended, as the window's last line has it.
-Failure StoppedByPerson()
+Failure ConversionStopped()
 {
     return InWords(ErrorCode::Stopped, GetMsg(Msg::AudioCancelled));
 }
@@ -95,7 +95,7 @@ Status AudioBatch::LookAtAll()
         [&](std::size_t index) { plans_[index] = PlanAudioFile(files_[index], target_.kind); },
         [&] { return !Stopped(); });
     if (!all)
-        return StoppedByPerson();
+        return ConversionStopped();
     for (std::size_t i = 0; i < files_.size(); ++i) {
         if (plans_[i].mode == -1) {
             if (passesOver_ == PassOver::Always)
@@ -193,14 +193,14 @@ Status AudioBatch::ConvertAll()
     for (std::size_t i = 0; i < files_.size() && going; ++i) {
         shared.head = i;
         if (Stopped()) {
-            going = StoppedByPerson();
+            going = ConversionStopped();
             break;
         }
         do {
             ShowProgress(i);
             (void)
                 Stopped(); // it takes effect at the next file; our own conversions hear it at once
-        } while (!jobs.WaitFor(i, slice));
+        } while (!jobs.WaitFor(i, pollSlice));
         ShowProgress(i);
         if (plans_[i].mode == -1)
             continue;
@@ -231,7 +231,7 @@ Status AudioBatch::TakeOutcome(std::size_t index, AudioOutcome outcome)
     if (!outcome.status) {
         const Failure& failure = outcome.status.Error();
         if (failure.code == ErrorCode::Stopped)
-            return StoppedByPerson();
+            return ConversionStopped();
         if (auto goesOn = AskToGoOn(index, failure.sentence, outcome.step); !goesOn)
             return goesOn;
         // Only what failed to be encoded is asked about once more, for the file that is missing.

@@ -16,7 +16,7 @@ namespace
 constexpr int bitRates[] = {128, 112, 96, 80, 64, 56, 48, 40, 32, 24, 16, 8};
 constexpr int frequencies[] = {44100, 32000, 22050, 16000, 12000, 11025, 8000};
 
-template <std::size_t size> std::vector<std::string> Words(const int (&numbers)[size])
+template <std::size_t size> std::vector<std::string> WordsOf(const int (&numbers)[size])
 {
     std::vector<std::string> words;
     for (const int number : numbers)
@@ -29,7 +29,7 @@ template <std::size_t size> std::vector<std::string> Words(const int (&numbers)[
 Mp3Choice BitRateChoice()
 {
     constexpr std::size_t usual = 9; // 24
-    return {Words(bitRates), usual};
+    return {WordsOf(bitRates), usual};
 }
 
 Mp3Choice ChannelChoice()
@@ -39,7 +39,7 @@ Mp3Choice ChannelChoice()
 
 Mp3Choice FrequencyChoice()
 {
-    std::vector<std::string> rows = Words(frequencies);
+    std::vector<std::string> rows = WordsOf(frequencies);
     rows.insert(rows.begin(), GetMsg(Msg::Mp3Automatic));
     return {std::move(rows), 0};
 }
@@ -75,12 +75,12 @@ bool IsMp3Frequency(int frequency)
 
 std::string Mp3BitRateList()
 {
-    return Join(Words(bitRates), ", ");
+    return Join(WordsOf(bitRates), ", ");
 }
 
 std::string Mp3FrequencyList()
 {
-    return Join(Words(frequencies), ", ");
+    return Join(WordsOf(frequencies), ", ");
 }
 
 } // namespace kestrova

@@ -64,14 +64,14 @@ bool IsPlain(const ZipName& entry)
 /// Seconds since 1970 by the field that gives them, otherwise the time of DOS.
 std::int64_t ModifiedOf(std::string_view header, std::string_view extras)
 {
-    constexpr std::int64_t second = 1'000'000'000;
     constexpr std::uint32_t unixTimes = 0x5455;
     constexpr std::size_t head = 4;
     while (extras.size() >= head) {
         const std::size_t size = ZipNumberAt(extras, 2, 2);
         if (ZipNumberAt(extras, 0, 2) == unixTimes && size > head && extras.size() > 2 * head &&
             (extras[head] & 1) != 0)
-            return static_cast<std::int32_t>(ZipNumberAt(extras, head + 1, 4)) * second;
+            return static_cast<std::int32_t>(ZipNumberAt(extras, head + 1, 4)) *
+                   platform::nsOfSecond;
         extras.remove_prefix(std::min(head + size, extras.size()));
     }
     const int time = static_cast<int>(ZipNumberAt(header, 10, 2));
@@ -81,14 +81,14 @@ std::int64_t ModifiedOf(std::string_view header, std::string_view extras)
                            (time >> 5) & 0x3F, (time & 0x1F) * 2});
 }
 
-struct Content {
+struct EntryContent {
     std::string_view packed;
     std::int64_t modifiedNs = 0;
     std::size_t begin = 0; ///< of the header
 };
 
 /// What stands in the zip for that entry; no value where header and directory do not agree.
-std::optional<Content> ContentOf(std::string_view zip, const ZipName& entry)
+std::optional<EntryContent> ContentOf(std::string_view zip, const ZipName& entry)
 {
     if (entry.header > zip.size() || zip.size() - entry.header < headerSize)
         return {};
@@ -101,9 +101,9 @@ std::optional<Content> ContentOf(std::string_view zip, const ZipName& entry)
         ZipNumberAt(header, 8, 2) != entry.method ||
         header.substr(headerSize, nameSize) != entry.bytes)
         return {};
-    return Content{header.substr(before, entry.packed),
-                   ModifiedOf(header, header.substr(headerSize + nameSize, extraSize)),
-                   entry.header};
+    return EntryContent{header.substr(before, entry.packed),
+                        ModifiedOf(header, header.substr(headerSize + nameSize, extraSize)),
+                        entry.header};
 }
 
 /// The content as it was packed, of the size and with the checksum that the zip tells.
@@ -134,10 +134,10 @@ bool WriteNew(const Path& target, std::string_view content, std::int64_t modifie
 }
 
 /// Makes the folders that an entry lies in, each once.
-class Folders
+class MadeFolders
 {
 public:
-    explicit Folders(const Path& top) : top_(top) {}
+    explicit MadeFolders(const Path& top) : top_(top) {}
     bool Make(const Path& below)
     {
         if (below.empty() || made_.contains(below))
@@ -162,7 +162,7 @@ bool UnpackEntries(std::string_view zip, const std::vector<ZipName>& entries, co
     if (inflater == nullptr)
         return false;
     std::vector<std::pair<std::size_t, std::size_t>> ranges;
-    Folders folders{folder};
+    MadeFolders folders{folder};
     for (const ZipName& entry : entries) {
         const auto content = ContentOf(zip, entry);
         if (!content)

@@ -43,7 +43,7 @@ Result<Staging> StagingFor(const PackagePlan& plan, const Path& package, const P
     return staging ? Result<Staging>{Staging{*staging}} : staging.Error();
 }
 
-Failure StoppedByPerson(std::string details = {})
+Failure BrokenOff(std::string details = {})
 {
     return InWords(ErrorCode::Stopped, GetMsg(Msg::BreakUser), {}, std::move(details));
 }
@@ -63,7 +63,7 @@ Status Prove(const PackagePlan& plan, const Path& package, const Path& staging,
     const auto proof = ProveUnpacked(
         staging, plan.files, [&] { return state.progress == nullptr || state.progress->Step(); });
     if (!proof && proof.Error().code == ErrorCode::Stopped)
-        return StoppedByPerson();
+        return BrokenOff();
     if (!proof)
         return InWords(ErrorCode::Damaged,
                        GetMsg(Msg::PackageDamaged, {TextOf(package.filename())}),
@@ -152,7 +152,7 @@ Status UnpackInto(const Tools& tools, const PackagePlan& plan, const Path& packa
     }
     if (!MakePlain(staging, [&] { return state.progress == nullptr || state.progress->Step(); })) {
         DropStaging(staging, false, state.progress);
-        return StoppedByPerson();
+        return BrokenOff();
     }
     const auto placed = PlaceUnpacked(staging, folder, options.junkPaths, entries, state.progress);
     if (!placed) {

@@ -105,8 +105,7 @@ std::uint32_t DosTime(std::int64_t ns)
 /// The field with the seconds since 1970, by which no time zone changes a file's time.
 std::string TimeField(std::int64_t ns)
 {
-    constexpr std::int64_t second = 1'000'000'000;
-    const std::int64_t seconds = ns / second;
+    const std::int64_t seconds = ns / platform::nsOfSecond;
     std::string field;
     if (seconds < 0 || seconds > std::numeric_limits<std::int32_t>::max())
         return field;

@@ -30,6 +30,12 @@ void TellFailure(Host& host, const Failure& failure)
     TellFailure(host, failure.sentence.empty() ? failure.subject : failure.sentence, rest);
 }
 
+bool Refuse(Host& host, const std::string& words)
+{
+    host.Tell(Tone::Error, words);
+    return false;
+}
+
 bool DoneOrTold(Host& host, const Status& status)
 {
     if (!status)

@@ -10,6 +10,8 @@ namespace kestrova
 void TellFailure(Host& host, const std::string& text, const Failure& failure);
 /// The same by the failure's own sentence. A Stop without one is not told: who pressed it knows.
 void TellFailure(Host& host, const Failure& failure);
+/// Tells why a thing is not done. Answers False, so that a condition can end with it.
+bool Refuse(Host& host, const std::string& words);
 /// True when it is done. A failure is told, by its own sentence.
 bool DoneOrTold(Host& host, const Status& status);
 /// The failure of a folder that could not be listed, in words: nothing was decided on it.

@@ -19,7 +19,6 @@ namespace
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
-constexpr milliseconds slice{30};
 /// After so long without a word a tool may hang, so the person gets a Stop.
 constexpr std::chrono::seconds quietFor{20};
 
@@ -96,11 +95,11 @@ void RunToEnds(std::span<const WatchedRun> runs)
         all.push_back(&watched.run);
     Clock::time_point lastStep = Clock::now();
     for (bool anyGoes = true; anyGoes;) {
-        ToolRun::WaitForAny(all, slice);
+        ToolRun::WaitForAny(all, ToolRun::slice);
         anyGoes = false;
         for (const WatchedRun& watched : runs)
             anyGoes = PollAndShow(watched) || anyGoes;
-        if (const Clock::time_point now = Clock::now(); now - lastStep >= slice) {
+        if (const Clock::time_point now = Clock::now(); now - lastStep >= ToolRun::slice) {
             lastStep = now;
             for (const WatchedRun& watched : runs)
                 if (watched.run.IsRunning())

@@ -125,13 +125,13 @@ milliseconds ToolRun::SilentFor() const
     return std::chrono::duration_cast<milliseconds>(Clock::now() - lastWord_);
 }
 
-void ToolRun::WaitForAny(std::span<const ToolRun* const> runs, milliseconds slice)
+void ToolRun::WaitForAny(std::span<const ToolRun* const> runs, milliseconds most)
 {
     std::vector<const platform::ChildProcess*> children;
     children.reserve(runs.size());
     for (const ToolRun* const run : runs)
         children.push_back(&run->child_);
-    platform::ChildProcess::WaitForAny(children, slice);
+    platform::ChildProcess::WaitForAny(children, most);
 }
 
 void ToolRun::KeepTail(std::string_view bytes)

@@ -113,8 +113,10 @@ public:
     /// Whole when the child is gone, or did not start.
     [[nodiscard]] const ToolReport& Report() const { return report_; }
 
-    /// Waits up to `slice` until a poll of one of them is worth while.
-    static void WaitForAny(std::span<const ToolRun* const> runs, std::chrono::milliseconds slice);
+    /// How long whoever runs tools waits before the window is heard again.
+    static constexpr std::chrono::milliseconds slice{30};
+    /// Waits up to `most` until a poll of one of them is worth while.
+    static void WaitForAny(std::span<const ToolRun* const> runs, std::chrono::milliseconds most);
 
 private:
     using Clock = std::chrono::steady_clock;

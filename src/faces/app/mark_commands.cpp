@@ -4,6 +4,7 @@
 #include "archive/level_folders.h"
 #include "core/dates.h"
 #include "library/mark_levels.h"
+#include "platform/clock.h"
 #include "words/mark_commands.h"
 
 #include <algorithm>
@@ -165,11 +166,10 @@ void AddNote(Json& level, const LevelNote& note)
 
 void ShowNote(Run& run, const LevelNote& note)
 {
-    constexpr std::int64_t nsOfSecond = 1'000'000'000;
     if (note.added)
-        AddLine(run, GetMsg(Msg::NotedAdded, {DateText(*note.added * nsOfSecond)}));
+        AddLine(run, GetMsg(Msg::NotedAdded, {DateText(*note.added * platform::nsOfSecond)}));
     if (note.lastPlayed)
-        AddLine(run, GetMsg(Msg::NotedPlayed, {DateText(*note.lastPlayed * nsOfSecond)}));
+        AddLine(run, GetMsg(Msg::NotedPlayed, {DateText(*note.lastPlayed * platform::nsOfSecond)}));
     if (note.secondsPlayed >= 60)
         AddLine(run, GetMsg(Msg::NotedTime, {std::to_string(note.secondsPlayed / 3600),
                                              std::to_string(note.secondsPlayed / 60 % 60)}));

@@ -6,6 +6,9 @@
 namespace kestrova
 {
 
+/// For more files than these one flush of the whole file system is cheaper than one for each.
+inline constexpr std::size_t flushedSingly = 2;
+
 enum class Verify {
     Size,   ///< the kernel's word and the length
     Content ///< read back and compared, unless it is a clone of the same blocks

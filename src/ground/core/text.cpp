@@ -43,11 +43,6 @@ void AppendUtf8(std::string& text, UChar32 c)
     text.append(reinterpret_cast<const char*>(buffer.data()), static_cast<std::size_t>(length));
 }
 
-char LowerAscii(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
-
 char UpperAscii(char c)
 {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
@@ -93,6 +88,11 @@ std::string_view Trim(std::string_view text)
     while (!text.empty() && text.front() == ' ')
         text.remove_prefix(1);
     return text;
+}
+
+char LowerAscii(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
 std::string FoldCase(std::string_view text)

@@ -15,6 +15,8 @@ namespace kestrova
 std::string_view TrimEnd(std::string_view text);
 std::string_view Trim(std::string_view text);
 
+/// A letter of ASCII; all else as it is.
+char LowerAscii(char c);
 /// By simple Unicode case folding, the same in every locale.
 std::string FoldCase(std::string_view text);
 /// By simple Unicode upper-casing: the key by which listings are sorted.

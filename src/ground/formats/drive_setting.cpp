@@ -11,7 +11,7 @@ namespace kestrova
 namespace
 {
 
-constexpr std::size_t longestName = 32;
+constexpr std::size_t longestDriveName = 32;
 constexpr std::size_t longestPath = 4096;
 constexpr std::uint64_t mostMegabytes = 1'000'000;
 constexpr std::string_view writesWord = "writes";
@@ -60,7 +60,7 @@ bool IsPlain(char letter)
 
 bool IsDriveName(std::string_view name)
 {
-    return !name.empty() && name.size() <= longestName && IsPlain(name.front()) &&
+    return !name.empty() && name.size() <= longestDriveName && IsPlain(name.front()) &&
            std::all_of(name.begin(), name.end(), [](char letter) {
                return IsPlain(letter) || letter == '-' || letter == '_' || letter == '.';
            });

@@ -11,7 +11,7 @@ namespace kestrova
 namespace
 {
 
-constexpr std::size_t mostNames = 200'000;
+constexpr std::size_t mostExactNames = 200'000;
 
 struct Field {
     const char* name;
@@ -76,7 +76,7 @@ void TakeLine(std::string_view line, ExactNames& names)
 ExactNames ParseExactNames(std::string_view bytes)
 {
     ExactNames names;
-    while (!bytes.empty() && names.size() < mostNames) {
+    while (!bytes.empty() && names.size() < mostExactNames) {
         const std::size_t end = std::min(bytes.find('\n'), bytes.size());
         TakeLine(bytes.substr(0, end), names);
         bytes.remove_prefix(std::min(end + 1, bytes.size()));
@@ -120,7 +120,7 @@ bool MergeExactNames(ExactNames& names, const std::vector<LevelRecord>& levels)
         changed = changed || isNew || known->second != text;
         known->second = text;
     }
-    if (names.size() > mostNames)
+    if (names.size() > mostExactNames)
         names = std::move(needed);
     return changed;
 }

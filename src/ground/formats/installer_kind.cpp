@@ -20,11 +20,6 @@ constexpr std::string_view winZip = "winzip";
 constexpr char flyDriveEnd = '\x80';
 constexpr std::ptrdiff_t leastFlyDriveEnds = 3;
 
-char LowerAscii(char letter)
-{
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
 /// Of bytes that need not be text; `word` is in small letters.
 bool HoldsWord(std::string_view bytes, std::string_view word)
 {

@@ -23,8 +23,8 @@ std::int64_t SteadyNs()
 
 LocalTime LocalTimeOf(std::int64_t ns)
 {
-    auto seconds = static_cast<std::time_t>(ns / 1'000'000'000);
-    if (ns % 1'000'000'000 < 0)
+    auto seconds = static_cast<std::time_t>(ns / nsOfSecond);
+    if (ns % nsOfSecond < 0)
         --seconds;
     std::tm parts{};
     ::localtime_r(&seconds, &parts);
@@ -42,7 +42,7 @@ std::int64_t NsOf(const LocalTime& time)
     parts.tm_min = time.minute;
     parts.tm_sec = time.second;
     parts.tm_isdst = -1; // as the place has it on that day
-    return std::int64_t{::mktime(&parts)} * 1'000'000'000;
+    return std::int64_t{::mktime(&parts)} * nsOfSecond;
 }
 
 std::string BootId()

@@ -6,6 +6,8 @@
 namespace kestrova::platform
 {
 
+inline constexpr std::int64_t nsOfSecond = 1'000'000'000;
+
 /// Nanoseconds since 1970, UTC.
 std::int64_t NowNs();
 

@@ -1,5 +1,7 @@
 #include "platform/file_facts.h"
 
+#include "platform/clock.h"
+
 #include <sys/stat.h>
 
 namespace kestrova::platform
@@ -18,9 +20,9 @@ FileFacts FactsFrom(const struct stat& status)
         facts.kind = FileKind::Other;
     facts.size = static_cast<std::uint64_t>(status.st_size);
     facts.modifiedNs =
-        std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + std::int64_t{status.st_mtim.tv_nsec};
+        std::int64_t{status.st_mtim.tv_sec} * nsOfSecond + std::int64_t{status.st_mtim.tv_nsec};
     facts.changedNs =
-        std::int64_t{status.st_ctim.tv_sec} * 1'000'000'000 + std::int64_t{status.st_ctim.tv_nsec};
+        std::int64_t{status.st_ctim.tv_sec} * nsOfSecond + std::int64_t{status.st_ctim.tv_nsec};
     facts.device = status.st_dev;
     facts.inode = status.st_ino;
     facts.mode = status.st_mode & 07777U;

@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include "platform/clock.h"
 #include "platform/file_hook.h"
 #include "platform/folder_memory.h"
 #include "platform/last_error.h"
@@ -215,10 +216,10 @@ std::error_code SetModified(const Path& path, std::int64_t modifiedNs)
     timespec times[2];
     times[0].tv_sec = 0;
     times[0].tv_nsec = UTIME_OMIT;
-    times[1].tv_sec = static_cast<time_t>(modifiedNs / 1'000'000'000);
-    times[1].tv_nsec = static_cast<long>(modifiedNs % 1'000'000'000);
+    times[1].tv_sec = static_cast<time_t>(modifiedNs / nsOfSecond);
+    times[1].tv_nsec = static_cast<long>(modifiedNs % nsOfSecond);
     if (times[1].tv_nsec < 0) {
-        times[1].tv_nsec += 1'000'000'000;
+        times[1].tv_nsec += nsOfSecond;
         --times[1].tv_sec;
     }
     return ::utimensat(AT_FDCWD, path.c_str(), times, 0) == 0 ? std::error_code{} : LastError();

@@ -23,14 +23,14 @@ namespace kestrova
 namespace
 {
 
-Path NotePath(const Folders& folders)
+Path ChangeNotePath(const Folders& folders)
 {
     return InFolder(folders.program, OnDisk::FragChange);
 }
 
 Status DropNote(const Folders& folders)
 {
-    const Path file = NotePath(folders);
+    const Path file = ChangeNotePath(folders);
     const auto dropped = DropWorkNote(file);
     // A note that a power cut brings back is gone through once more and finds nothing to do.
     if (dropped && *dropped)
@@ -54,7 +54,7 @@ Status NoteToEntry(const Folders& folders, const Change& change)
     const Path entry = UndoEntryFile(folders, change.id);
     if (auto status = MakeFolders(entry.parent_path()); !status)
         return status;
-    if (const auto failure = platform::Rename(NotePath(folders), entry))
+    if (const auto failure = platform::Rename(ChangeNotePath(folders), entry))
         return MakeFailure(ErrorCode::CannotWrite, TextOf(entry), failure);
     (void)FlushFolder(entry.parent_path()); // one that a power cut takes back is none
     return {};
@@ -192,7 +192,7 @@ Status MakeChange(Machine& machine, const Folders& folders, const Archive& archi
     const auto text = NoteTextOf(change);
     if (!text)
         return text.Error();
-    if (auto status = WriteWorkNote(NotePath(folders), *text, false);
+    if (auto status = WriteWorkNote(ChangeNotePath(folders), *text, false);
         !status) {               // flushed by the steps
         (void)DropNote(folders); // it may stand though a part of it failed; nothing is done yet
         return status;
@@ -210,7 +210,7 @@ Status NoteChange(const Folders& folders, const Change& change)
     const std::string text = FormatChange(change);
     if (!CanBeReadBack(text))
         return MakeFailure(ErrorCode::Refused, change.home);
-    auto status = WriteWorkNote(NotePath(folders), text);
+    auto status = WriteWorkNote(ChangeNotePath(folders), text);
     if (!status)
         (void)DropNote(folders);
     return status;
@@ -278,12 +278,12 @@ void WriteArchivedCount(const Change& change, std::int32_t archivedCount)
 
 bool ChangeWaits(const Folders& folders)
 {
-    return !IsFree(NotePath(folders)).ValueOr(false); // one that cannot be looked at may wait
+    return !IsFree(ChangeNotePath(folders)).ValueOr(false); // one that cannot be looked at may wait
 }
 
 bool SavegameMoveWaitsIn(const Folders& folders)
 {
-    const auto text = ReadFileIfThere(NotePath(folders), longestChange);
+    const auto text = ReadFileIfThere(ChangeNotePath(folders), longestChange);
     const auto change = text && *text ? ParseChange(**text) : Result<Change>{Failure{}};
     return ChangeWaits(folders) && (!change || change->kind <= ChangeKind::SlotsFilled);
 }
@@ -328,7 +328,7 @@ Status EndMarking(const Folders& folders, const ProgramSettings& settings, const
 Status FinishChange(Machine& machine, const Folders& folders, Archive& archive,
                     const ProgramSettings& settings)
 {
-    const Path file = NotePath(folders);
+    const Path file = ChangeNotePath(folders);
     const auto text = ReadFileIfThere(file, longestChange);
     if (!text)
         return text.Error();

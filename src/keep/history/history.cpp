@@ -24,9 +24,6 @@ namespace kestrova
 namespace
 {
 
-/// For more files than these one flush of the whole file system is cheaper than one for each.
-constexpr std::size_t flushedSingly = 2;
-
 /// The content under its hash, read back; nothing to do when it is there.
 Status KeepContent(const Folders& folders, const Path& file, std::string& hash, bool flush,
                    bool& copied)

@@ -38,7 +38,7 @@ struct NotedBackup {
     bool full = false;
 };
 
-Path NotePath(const Folders& folders)
+Path ChoiceNotePath(const Folders& folders)
 {
     return InFolder(folders.program, OnDisk::FragBackupNote);
 }
@@ -47,7 +47,7 @@ Path NotePath(const Folders& folders)
 Result<std::vector<NotedBackup>> NotedBackups(const Folders& folders)
 {
     std::vector<NotedBackup> backups;
-    const auto text = ReadFileIfThere(NotePath(folders), UINT64_C(1) << 20);
+    const auto text = ReadFileIfThere(ChoiceNotePath(folders), UINT64_C(1) << 20);
     if (!text)
         return text.Error();
     if (!*text)
@@ -85,11 +85,11 @@ Status WriteNoted(const Folders& folders, const std::vector<NotedBackup>& backup
                         {"inode", backup.origin.inode},
                         {"full", backup.full}});
     const std::string text = Written({{"backups", std::move(list)}});
-    if (const auto old = ReadWholeFile(NotePath(folders)); old && *old == text)
+    if (const auto old = ReadWholeFile(ChoiceNotePath(folders)); old && *old == text)
         return {};
-    if (auto status = MakeFolders(NotePath(folders).parent_path()); !status)
+    if (auto status = MakeFolders(ChoiceNotePath(folders).parent_path()); !status)
         return status;
-    return WriteWholeFile(NotePath(folders), text);
+    return WriteWholeFile(ChoiceNotePath(folders), text);
 }
 
 std::string CurrentName(const Folders& folders)

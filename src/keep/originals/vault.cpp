@@ -138,9 +138,6 @@ int LastNumber(const VaultList& list)
 /// What may be passed over.
 enum class HeldBy { Vault, VaultOrBackup };
 
-/// For more files than these one flush of the whole file system is cheaper than one for each.
-constexpr std::size_t flushedSingly = 2;
-
 Keeping KeepFiles(Machine& machine, const Folders& folders, const Path& root,
                   const std::vector<Path>& relatives, HeldBy heldBy, MadeBy madeBy,
                   const Heartbeat& beat)

@@ -35,7 +35,7 @@ struct StoredFile {
 };
 
 /// The folder itself, or the old one of an exchange that was killed between its two renames.
-Path StandingFolder(const Path& folder)
+Path FolderAsItStands(const Path& folder)
 {
     const Path place = ResolvePath(folder);
     if (platform::FactsOf(place).kind == platform::FileKind::Missing)
@@ -58,7 +58,7 @@ StoredAs FormOf(const std::string& stored, std::string& name)
 
 Result<std::vector<StoredFile>> Examine(const Path& folder)
 {
-    const Path place = StandingFolder(folder);
+    const Path place = FolderAsItStands(folder);
     if (platform::FactsOf(place).kind != platform::FileKind::Folder)
         return MakeFailure(ErrorCode::Missing, TextOf(place));
     const auto stored = ListFiles(place, OnDisk::PatAll);

@@ -21,19 +21,19 @@ namespace
 {
 
 /// What an encoding came to.
-enum class Encoded { All, AcceptedLoss };
+enum class EncodedFiles { All, AcceptedLoss };
 
-Result<Encoded> Encode(const Host& host, AudioBatch& batch, const AcceptLoss& accept)
+Result<EncodedFiles> Encode(const Host& host, AudioBatch& batch, const AcceptLoss& accept)
 {
     if (host.WorksUnattended())
         batch.LetPassOver(AudioBatch::PassOver::WhenAsked);
     const auto done = batch.Run();
     if (done)
-        return Encoded::All;
+        return EncodedFiles::All;
     Failure failure = ConversionFailed(Msg::AudioCompressionFailed, done.Error());
     // A loss of sounds, after a stop too, is for nobody but the person to accept.
     if (accept && accept(failure))
-        return Encoded::AcceptedLoss;
+        return EncodedFiles::AcceptedLoss;
     failure.code = ErrorCode::NotDone;
     return failure;
 }
@@ -111,7 +111,7 @@ Status EncodeWaves(Host& host, const SoundConverter& converter, std::vector<Leve
         if (pair != batch.Converted().end())
             files.push_back(
                 {StripExtension(waves[i].name) + std::string{OnDisk::Mp3Extension}, pair->result});
-        else if (*encoded == Encoded::All)
+        else if (*encoded == EncodedFiles::All)
             files.push_back(waves[i]); // the person passed it over
     }
     return {};
@@ -143,7 +143,7 @@ Status EncodeWavesInPlace(Host& host, const SoundConverter& converter, const Pat
     if (!encoded)
         return encoded.Error();
     Status status = DeleteConverted(batch);
-    if (*encoded == Encoded::AcceptedLoss)
+    if (*encoded == EncodedFiles::AcceptedLoss)
         for (const Path& wave : waves)
             if (status)
                 status = DeleteFile(wave);

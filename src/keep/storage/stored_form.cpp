@@ -14,8 +14,8 @@ namespace
 {
 
 /// The wave as the mp3 that stands in its place; other files as they are.
-Result<Path> Encoded(Host& host, const SoundConverter& converter, const StoredEntry& noted,
-                     const Path& source, const Path& work)
+Result<Path> EncodedForm(Host& host, const SoundConverter& converter, const StoredEntry& noted,
+                         const Path& source, const Path& work)
 {
     const std::string& came = noted.from->name;
     if (!EndsWithName(came, OnDisk::WavExtension) ||
@@ -44,7 +44,7 @@ Result<Path> MakeStoredForm(Host& host, const SoundConverter& converter, const S
     };
     if (!noted.from)
         return done(CopyFileOver(source, target, compared));
-    const auto ready = Encoded(host, converter, noted, source, work);
+    const auto ready = EncodedForm(host, converter, noted, source, work);
     if (!ready)
         return ready.Error();
     if (EndsWithName(noted.name, OnDisk::ZlExtension))

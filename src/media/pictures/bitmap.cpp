@@ -43,13 +43,13 @@ private:
 };
 
 /// One colour part of a masked pixel, spread to 8 bits by a table.
-struct Channel {
+struct ColourBits {
     std::uint32_t mask = 0;
     int shift = 0;
     std::array<std::uint8_t, 256> spread{};
 
-    Channel() = default;
-    explicit Channel(std::uint32_t wanted)
+    ColourBits() = default;
+    explicit ColourBits(std::uint32_t wanted)
     {
         if (wanted == 0)
             return;
@@ -74,7 +74,7 @@ struct Layout {
     std::uint32_t packing = plain;
     std::size_t pixels = 0; ///< where they begin
     std::array<Colour, 256> palette{};
-    std::array<Channel, 3> channels{};
+    std::array<ColourBits, 3> channels{};
 };
 
 Failure Damaged()
@@ -141,11 +141,11 @@ Result<Layout> ReadHeader(const Bytes& file, std::int64_t mostPixels)
         if (header < 40 || file.Size() < 66)
             return Damaged();
         for (std::size_t i = 0; i < 3; ++i)
-            layout.channels[i] = Channel{file.U32(54 + 4 * i)};
+            layout.channels[i] = ColourBits{file.U32(54 + 4 * i)};
     } else if (layout.bits == 16) {
-        layout.channels = {Channel{0x7C00}, Channel{0x03E0}, Channel{0x001F}};
+        layout.channels = {ColourBits{0x7C00}, ColourBits{0x03E0}, ColourBits{0x001F}};
     } else if (layout.bits == 32) {
-        layout.channels = {Channel{0xFF0000}, Channel{0x00FF00}, Channel{0x0000FF}};
+        layout.channels = {ColourBits{0xFF0000}, ColourBits{0x00FF00}, ColourBits{0x0000FF}};
     }
     if (layout.bits <= 8) {
         const std::size_t used = header >= 36 ? file.U32(46) : 0;
@@ -299,7 +299,7 @@ private:
     bool ended_ = false;
 };
 
-void PutNumber(std::string& bytes, std::size_t number, int width)
+void PutField(std::string& bytes, std::size_t number, int width)
 {
     for (int i = 0; i < width; ++i)
         bytes += static_cast<char>((number >> (8 * i)) & 0xFF);
@@ -329,16 +329,16 @@ std::string EncodeBitmap(const Picture& picture)
     const std::size_t stride = (width * 3 + 3) / 4 * 4;
     std::string bytes = "BM";
     bytes.reserve(54 + stride * height);
-    PutNumber(bytes, 54 + stride * height, 4);
-    PutNumber(bytes, 0, 4);
-    PutNumber(bytes, 54, 4);
-    PutNumber(bytes, 40, 4);
-    PutNumber(bytes, width, 4);
-    PutNumber(bytes, height, 4);
-    PutNumber(bytes, 1, 2);
-    PutNumber(bytes, 24, 2);
-    PutNumber(bytes, plain, 4);
-    PutNumber(bytes, stride * height, 4);
+    PutField(bytes, 54 + stride * height, 4);
+    PutField(bytes, 0, 4);
+    PutField(bytes, 54, 4);
+    PutField(bytes, 40, 4);
+    PutField(bytes, width, 4);
+    PutField(bytes, height, 4);
+    PutField(bytes, 1, 2);
+    PutField(bytes, 24, 2);
+    PutField(bytes, plain, 4);
+    PutField(bytes, stride * height, 4);
     bytes.resize(54 + stride * height);
     for (std::size_t row = 0; row < height; ++row) {
         const std::uint8_t* from = picture.rgb.data() + (height - 1 - row) * width * 3;

@@ -16,14 +16,14 @@ namespace
 {
 
 /// A file whose hash is wanted.
-struct ListedFile {
+struct ComingListed {
     Path place;
     NotedFile* noted;
 };
 
 /// The discs of the plan with the names and sizes of their files, which are gathered.
 Status ListComing(const DiscParts& parts, const DiscPlan& plan, std::vector<NotedDisc>& discs,
-                  std::vector<ListedFile>& files)
+                  std::vector<ComingListed>& files)
 {
     const auto step = [&] { return parts.progress.Step(); };
     for (const PlannedDisc& disc : plan.Discs()) {
@@ -49,10 +49,10 @@ Status ListComing(const DiscParts& parts, const DiscPlan& plan, std::vector<Note
 }
 
 /// One thread reads, as fast as the disk gives; this one keeps the window alive.
-Status HashComing(const DiscParts& parts, const std::vector<ListedFile>& files)
+Status HashComing(const DiscParts& parts, const std::vector<ComingListed>& files)
 {
     std::uint64_t total = 0;
-    for (const ListedFile& file : files)
+    for (const ComingListed& file : files)
         total += file.noted->size;
     std::atomic<std::uint64_t> done{0};
     std::atomic<bool> stopped{false};
@@ -60,7 +60,7 @@ Status HashComing(const DiscParts& parts, const std::vector<ListedFile>& files)
     RunOnAllCores(
         1,
         [&](std::size_t) {
-            for (const ListedFile& file : files) {
+            for (const ComingListed& file : files) {
                 if (stopped)
                     return;
                 if (const auto failure = platform::HashOfFile(file.place, file.noted->hash)) {
@@ -86,7 +86,7 @@ Result<DiscNote> NoteOfComing(const DiscParts& parts, const DiscPlan& plan, Disc
     for (NotedDisc& disc : earlier.discs)
         disc.image.clear(); // a place of this machine
     std::vector<NotedDisc> discs;
-    std::vector<ListedFile> files;
+    std::vector<ComingListed> files;
     if (auto listed = ListComing(parts, plan, discs, files); !listed)
         return listed.Error();
     if (auto hashed = HashComing(parts, files); !hashed)

@@ -3,6 +3,7 @@
 #include "archive/level_folders.h"
 #include "core/name_list.h"
 #include "core/text.h"
+#include "session/telling.h"
 #include "words/core.h"
 #include "words/disc_creation.h"
 
@@ -14,12 +15,6 @@ namespace
 
 constexpr std::size_t mostNamesShown = 10;
 constexpr std::string_view moreNames = "…";
-
-bool Refuse(Host& host, const std::string& text)
-{
-    host.Tell(Tone::Error, text);
-    return false;
-}
 
 /// What the set is made of was said.
 bool IsSaid(const DiscParts& parts, const DiscChoice& choice)

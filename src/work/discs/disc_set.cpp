@@ -8,6 +8,7 @@
 #include "discs/disc_content.h"
 #include "formats/cd_install_text.h"
 #include "formats/level_folder.h"
+#include "platform/clock.h"
 #include "words/disc_creation.h"
 
 #include <algorithm>
@@ -18,8 +19,6 @@ namespace kestrova
 
 namespace
 {
-
-constexpr std::int64_t nsOfSecond = 1'000'000'000;
 
 std::string LevelPlaceOn(LevelCode code)
 {
@@ -159,7 +158,7 @@ Status DiscSet::Note(const PlannedDisc& disc, const Path& image, const std::vect
                     disc.label,
                     CapacityOf(plan_.choice.megabytes).medium,
                     image.native(),
-                    parts_.machine.NowNs() / nsOfSecond,
+                    parts_.machine.NowNs() / platform::nsOfSecond,
                     {}};
     for (const LevelCode code : disc.levels) {
         NotedLevel level{code, false, std::move(compared[code])};

@@ -4,6 +4,7 @@
 #include "editor/file_names.h"
 #include "formats/trle_folder.h"
 #include "originals/trle_tree.h"
+#include "platform/clock.h"
 
 #include <algorithm>
 #include <map>
@@ -13,8 +14,6 @@ namespace kestrova
 
 namespace
 {
-
-constexpr std::int64_t nsOfSecond = 1'000'000'000;
 
 bool IsInstallersOwn(const Path& name)
 {
@@ -43,7 +42,7 @@ bool Counts(const Path& name, bool fullBackup)
 /// Disks keep dates with more or fewer places behind the second.
 bool AgreeInDate(std::int64_t a, std::int64_t b)
 {
-    return a / nsOfSecond == b / nsOfSecond;
+    return a / platform::nsOfSecond == b / platform::nsOfSecond;
 }
 
 } // namespace

@@ -17,7 +17,7 @@ namespace
 {
 
 constexpr std::size_t mostMissing = 10;
-constexpr std::uint64_t longestList = UINT64_C(16) << 20;
+constexpr std::uint64_t longestSetupList = UINT64_C(16) << 20;
 /// A hostile name is shown cut.
 constexpr std::size_t longestShown = 200;
 /// Names that are looked up between two beats.
@@ -77,7 +77,7 @@ std::string ShownListName(std::string_view name)
 Result<SetupListCheck> CheckSetupFiles(const Path& folder, SetupState state,
                                        const Heartbeat& heartbeat)
 {
-    const auto text = ReadFileIfThere(InFolder(folder, OnDisk::SetupList), longestList);
+    const auto text = ReadFileIfThere(InFolder(folder, OnDisk::SetupList), longestSetupList);
     if (!text)
         return text.Error();
     SetupListCheck check;

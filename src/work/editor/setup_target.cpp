@@ -23,9 +23,9 @@ namespace
 {
 
 constexpr std::size_t targetFieldSize = 256;
-constexpr std::uint64_t longestNote = 64 * 1024;
+constexpr std::uint64_t longestSetupNote = 64 * 1024;
 
-Failure Refusal(Message words, const Path& folder)
+Failure TargetRefusal(Message words, const Path& folder)
 {
     return InWords(ErrorCode::Refused, GetMsg(words, {TextOf(folder)}));
 }
@@ -80,11 +80,11 @@ Status CheckPlace(const Path& target)
     if (*isFree)
         return {};
     if (facts->kind != platform::FileKind::Folder)
-        return Refusal(Msg::SetupTargetNoFolder, target);
+        return TargetRefusal(Msg::SetupTargetNoFolder, target);
     const auto empty = HoldsNothing(target);
     if (!empty)
         return empty.Error();
-    return *empty ? Status{} : Refusal(Msg::SetupTargetFull, target);
+    return *empty ? Status{} : TargetRefusal(Msg::SetupTargetFull, target);
 }
 
 } // namespace
@@ -110,15 +110,15 @@ Result<Path> TargetOf(const SetupWish& wish, const Folders& folders)
         return real.Error();
     const Path& target = *real;
     if (ToWindows1252(target.native()).size() > targetFieldSize)
-        return Refusal(Msg::SetupTargetTooLong, target);
+        return TargetRefusal(Msg::SetupTargetTooLong, target);
     Path source;
     if (!wish.fromZips && !platform::RealPath(ResolvePath(wish.folder), source) &&
         (LiesInside(source, target) || LiesInside(target, source)))
-        return Refusal(Msg::SetupTargetInSource, target);
+        return TargetRefusal(Msg::SetupTargetInSource, target);
     if (auto fits = CheckPlace(target); !fits)
         return fits.Error();
     if (IsNoPlace(target, folders))
-        return Refusal(Msg::SetupTargetKept, target);
+        return TargetRefusal(Msg::SetupTargetKept, target);
     return target;
 }
 
@@ -153,7 +153,7 @@ std::optional<SetupNote> UnfinishedSetupAt(const Folders& folders, const Path& w
 {
     const Path target = RealTarget(wished).ValueOr({});
     const auto text =
-        ReadFileIfThere(InFolder(folders.program, OnDisk::FragSetupNote), longestNote);
+        ReadFileIfThere(InFolder(folders.program, OnDisk::FragSetupNote), longestSetupNote);
     if (!text || !*text)
         return std::nullopt;
     const auto note = ParseSetupNote(**text);

@@ -10,7 +10,7 @@ namespace kestrova
 namespace
 {
 
-constexpr std::size_t longestLine = 4000;
+constexpr std::size_t longestHelpLine = 4000;
 
 std::vector<std::size_t> BreaksOf(std::string_view help)
 {
@@ -19,7 +19,7 @@ std::vector<std::size_t> BreaksOf(std::string_view help)
     for (std::size_t i = 0; i < help.size(); ++i) {
         if (help[i] == '\n' || help[i] == '\r') {
             line = i + 1;
-        } else if (i - line == longestLine) {
+        } else if (i - line == longestHelpLine) {
             breaks.push_back(i);
             line = i;
         }

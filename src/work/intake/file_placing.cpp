@@ -12,7 +12,7 @@ namespace kestrova
 namespace
 {
 
-Result<bool> IsThere(const Path& exact)
+Result<bool> IsFileAt(const Path& exact)
 {
     const auto facts = LookAtSpelled(exact);
     return facts ? Result<bool>{facts->kind == platform::FileKind::File} : facts.Error();
@@ -47,7 +47,7 @@ Result<bool> MakeWay(Host& host, const Path& file, const Path& target, const Pla
 {
     if (target == placing.package)
         return false;
-    const auto isThere = IsThere(target);
+    const auto isThere = IsFileAt(target);
     if (!isThere || !*isThere)
         return isThere;
     bool goesOn = true;

@@ -17,7 +17,7 @@ namespace
 {
 
 // Nobody answers more questions about one list than this; the rest is one question.
-constexpr std::size_t mostQuestions = 20;
+constexpr std::size_t mostQuestionsOfFiles = 20;
 
 enum class Listed { Fits, Missing, Differs };
 
@@ -59,16 +59,16 @@ bool CheckList(Intake& intake, Checking checking)
             continue;
         if (checking == Checking::Silent)
             return false;
-        if (++failed > mostQuestions)
+        if (++failed > mostQuestionsOfFiles)
             continue;
         const Message words = state == Listed::Missing ? Msg::ListedMissing : Msg::ListedDiffers;
         if (!GoesOnPast(intake.session.host,
                         GetMsg(words, {OnOneLine(FileNameOf(Trim(listed.name)))})))
             return false;
     }
-    return failed <= mostQuestions ||
+    return failed <= mostQuestionsOfFiles ||
            GoesOnPast(intake.session.host,
-                      GetMsg(Msg::ListedRest, {std::to_string(failed - mostQuestions)}));
+                      GetMsg(Msg::ListedRest, {std::to_string(failed - mostQuestionsOfFiles)}));
 }
 
 void TellAssistantStarts(Host& host, const Path& tom)

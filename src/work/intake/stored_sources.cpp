@@ -25,8 +25,8 @@ std::string SizeText(std::uint64_t bytes)
 }
 
 /// The words for a stream that is not taken; any other failure stays what it is.
-Failure Refusal(const Failure& failure, const Path& stored, const ExpandLimit& limit,
-                bool beyondLimit)
+Failure NotExpanded(const Failure& failure, const Path& stored, const ExpandLimit& limit,
+                    bool beyondLimit)
 {
     const std::string source = TextOf(limit.source.filename());
     const std::string details = failure.subject + ": " + failure.reason;
@@ -74,7 +74,7 @@ Status ExpandStored(Machine& machine, const Path& stored, const Path& target, Ex
         return progress.Step() ? staged.Write(piece) : Status{MakeFailure(ErrorCode::Stopped, {})};
     };
     if (const auto status = StreamZl(stored, std::min(limit.most, room), write); !status)
-        return Refusal(status.Error(), stored, limit, limit.most <= room);
+        return NotExpanded(status.Error(), stored, limit, limit.most <= room);
     limit.most -= std::min(limit.most, made);
     // Some disks keep no times; the bytes are what counts.
     (void)platform::SetModified(staged.StagedPath(), platform::FactsOf(stored).modifiedNs);

@@ -40,8 +40,8 @@ LevelIs WhereIsLevel(const Folders& folders, const Archive& archive, const Chang
 namespace
 {
 
-Failure Refusal(Message words, const std::string& subject,
-                std::initializer_list<std::string_view> values = {})
+Failure UndoRefusal(Message words, const std::string& subject,
+                    std::initializer_list<std::string_view> values = {})
 {
     return {ErrorCode::Refused, subject, GetMsg(words, values)};
 }
@@ -68,7 +68,7 @@ Status IsFreeAgain(const Path& place, const std::map<std::string, Path>& came)
         if (IsSameThing(*now, *facts))
             return {};
     }
-    return Refusal(Msg::UndoNameTaken, TextOf(place));
+    return UndoRefusal(Msg::UndoNameTaken, TextOf(place));
 }
 
 /// Every file that came is as it came, and no other one has the name of one that went.
@@ -79,7 +79,7 @@ Status FilesAreAsLeft(const ChangedFolder& folder, const Heartbeat& beat)
     if (!isThere)
         return isThere.Error();
     if (!*isThere && !folder.goes)
-        return Refusal(Msg::UndoFolderGone, TextOf(place));
+        return UndoRefusal(Msg::UndoFolderGone, TextOf(place));
     std::map<std::string, Path> came; ///< by folded name
     for (const ComingFile& file : folder.after) {
         if (auto status = GoesOn(beat); !status)
@@ -89,7 +89,7 @@ Status FilesAreAsLeft(const ChangedFolder& folder, const Heartbeat& beat)
         if (!hash)
             return hash.Error();
         if (*hash != file.hash)
-            return Refusal(Msg::UndoChangedSince, TextOf(place / file.name));
+            return UndoRefusal(Msg::UndoChangedSince, TextOf(place / file.name));
         came.emplace(FoldCase(file.name), path);
     }
     for (const StateFile& file : folder.before)
@@ -113,7 +113,7 @@ Status ContentsAreThere(const Folders& folders, const Change& entry, const Heart
                 found = *hash == file.hash;
             }
             if (!found)
-                return Refusal(Msg::UndoContentGone, file.name);
+                return UndoRefusal(Msg::UndoContentGone, file.name);
         }
     return {};
 }
@@ -128,20 +128,20 @@ Status LivesWhereItDid(const Folders& folders, const Archive& archive, const Cha
         return live.Error();
     return IsSameFolder(*live, entry.live)
                ? Status{}
-               : Refusal(Msg::UndoElsewhereNow, entry.live, {std::to_string(entry.code)});
+               : UndoRefusal(Msg::UndoElsewhereNow, entry.live, {std::to_string(entry.code)});
 }
 
 Status LevelIsHere(const Folders& folders, const Archive& archive, const ChangeHead& entry)
 {
     switch (WhereIsLevel(folders, archive, entry)) {
     case LevelIs::Elsewhere:
-        return Refusal(Msg::UndoOtherArchive, entry.home);
+        return UndoRefusal(Msg::UndoOtherArchive, entry.home);
     case LevelIs::Replaced:
-        return Refusal(Msg::UndoOtherLevel, entry.moved ? entry.moved->to : entry.home);
+        return UndoRefusal(Msg::UndoOtherLevel, entry.moved ? entry.moved->to : entry.home);
     case LevelIs::Gone:
         if (archive.Find(entry.code) != nullptr || entry.kind == ChangeKind::LevelRemoved)
-            return Refusal(Msg::UndoFolderGone, entry.moved ? entry.moved->to : entry.home);
-        return Refusal(Msg::UndoLevelGone, entry.levelName);
+            return UndoRefusal(Msg::UndoFolderGone, entry.moved ? entry.moved->to : entry.home);
+        return UndoRefusal(Msg::UndoLevelGone, entry.levelName);
     case LevelIs::Here:
         break;
     }
@@ -151,8 +151,9 @@ Status LevelIsHere(const Folders& folders, const Archive& archive, const ChangeH
 Status RecordIsAsLeft(const Archive& archive, const Change& entry)
 {
     if (!entry.record)
-        return archive.Find(entry.code) != nullptr ? Status{}
-                                                   : Refusal(Msg::UndoLevelGone, entry.levelName);
+        return archive.Find(entry.code) != nullptr
+                   ? Status{}
+                   : UndoRefusal(Msg::UndoLevelGone, entry.levelName);
     const ChangedRecord& record = *entry.record;
     // A list that was never saved without the level has it as it was.
     const bool unsaved =
@@ -160,12 +161,12 @@ Status RecordIsAsLeft(const Archive& archive, const Change& entry)
     if (unsaved)
         return {};
     if (!record.after && archive.Find(entry.code) != nullptr)
-        return Refusal(Msg::UndoNumberTaken, entry.levelName, {std::to_string(entry.code)});
+        return UndoRefusal(Msg::UndoNumberTaken, entry.levelName, {std::to_string(entry.code)});
     if (record.after && archive.Find(entry.code) == nullptr)
-        return Refusal(Msg::UndoLevelGone, entry.levelName);
+        return UndoRefusal(Msg::UndoLevelGone, entry.levelName);
     return StateOf(archive.levels, record) == RecordState::After
                ? Status{}
-               : Refusal(Msg::UndoRecordOther, entry.levelName);
+               : UndoRefusal(Msg::UndoRecordOther, entry.levelName);
 }
 
 Status FolderIsAsLeft(const Change& entry)
@@ -178,15 +179,15 @@ Status FolderIsAsLeft(const Change& entry)
     if (!isThere)
         return isThere.Error();
     if (!*isThere)
-        return Refusal(Msg::UndoFolderGone, place);
+        return UndoRefusal(Msg::UndoFolderGone, place);
     if (entry.moved && entry.isUndone && entry.kind == ChangeKind::FilesLeft) {
         const auto digest = DigestOfAside(place);
         if (!digest)
             return digest.Error();
         if (*digest != entry.moved->digest)
-            return Refusal(Msg::UndoChangedSince, place);
+            return UndoRefusal(Msg::UndoChangedSince, place);
         const auto isFree = IsFree(entry.moved->from);
-        return isFree ? *isFree ? Status{} : Refusal(Msg::UndoNameTaken, entry.moved->from)
+        return isFree ? *isFree ? Status{} : UndoRefusal(Msg::UndoNameTaken, entry.moved->from)
                       : Status{isFree.Error()};
     }
     if (!entry.moved || entry.isUndone) // a folder that goes again gets a name of its own
@@ -194,7 +195,7 @@ Status FolderIsAsLeft(const Change& entry)
     const auto isFree = IsFree(entry.moved->from);
     if (!isFree)
         return isFree.Error();
-    return *isFree ? Status{} : Refusal(Msg::UndoNameTaken, entry.moved->from);
+    return *isFree ? Status{} : UndoRefusal(Msg::UndoNameTaken, entry.moved->from);
 }
 
 Status MarksAreAsLeft(const Folders& folders, const Archive& archive, const Change& entry)
@@ -202,7 +203,7 @@ Status MarksAreAsLeft(const Folders& folders, const Archive& archive, const Chan
     const auto other = OtherwiseMarked(folders, archive, entry);
     if (!other)
         return other.Error();
-    return *other ? Refusal(Msg::UndoMarksOther, LevelNameOf(archive, **other)) : Status{};
+    return *other ? UndoRefusal(Msg::UndoMarksOther, LevelNameOf(archive, **other)) : Status{};
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "levels/unfinished_intake.h"
+#include "platform/clock.h"
 #include "session/telling.h"
 #include "session/tree_progress.h"
 #include "words/common.h"
@@ -93,8 +94,8 @@ namespace
 /// be taken for its own. Whatever fails here is told, and the level comes in without.
 void NoteWhenItCame(const ArchiveParts& parts, Machine& machine, LevelCode code)
 {
-    constexpr std::int64_t nsOfSecond = 1'000'000'000;
-    const auto noted = NoteAdded(parts.folders, parts.archive, code, machine.NowNs() / nsOfSecond);
+    const auto noted =
+        NoteAdded(parts.folders, parts.archive, code, machine.NowNs() / platform::nsOfSecond);
     if (!noted)
         parts.host.Tell(Tone::Warning,
                         GetMsg(Msg::AddedNotNoted, {TextOf(LibraryFileOf(parts.folders))}),

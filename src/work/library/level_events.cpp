@@ -7,6 +7,7 @@
 #include "history/undo_entries.h"
 #include "levels/may_undo.h"
 #include "levels/undo_change.h"
+#include "platform/clock.h"
 #include "words/level_events.h"
 
 #include <algorithm>
@@ -17,20 +18,19 @@ namespace kestrova
 namespace
 {
 
-constexpr std::int64_t nsOfSecond = 1'000'000'000;
 /// A longer log is passed over.
 constexpr std::uint64_t longestLog = UINT64_C(4) << 20;
 /// No more is read of all logs together.
 constexpr std::uint64_t mostLogBytes = UINT64_C(16) << 20;
 constexpr std::size_t mostLines = 2000;
-constexpr std::size_t longestLine = 600; ///< bytes
+constexpr std::size_t longestEvent = 600; ///< bytes
 
 void AddNoted(const LevelNote& note, std::vector<LevelEvent>& events)
 {
     if (note.added)
-        events.push_back({*note.added * nsOfSecond, GetMsg(Msg::EventAdded), {}});
+        events.push_back({*note.added * platform::nsOfSecond, GetMsg(Msg::EventAdded), {}});
     if (note.lastPlayed)
-        events.push_back({*note.lastPlayed * nsOfSecond, GetMsg(Msg::EventPlayed), {}});
+        events.push_back({*note.lastPlayed * platform::nsOfSecond, GetMsg(Msg::EventPlayed), {}});
 }
 
 void AddChanges(const Folders& folders, const Archive& archive, LevelCode code,
@@ -119,7 +119,7 @@ Result<LogLines> LinesOfLog(const Folders& folders, LevelCode code, const Path& 
         if (found.lines.size() >= mostLines)
             ++found.leftOut;
         else
-            found.lines.push_back(Readable(line.substr(0, longestLine)));
+            found.lines.push_back(Readable(line.substr(0, longestEvent)));
     }
     return found;
 }

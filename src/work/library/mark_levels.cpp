@@ -18,12 +18,6 @@ namespace kestrova
 namespace
 {
 
-bool Refuse(Host& host, const std::string& words)
-{
-    host.Tell(Tone::Error, words);
-    return false;
-}
-
 /// Texts are refused where they are too long, never cut.
 bool AreWithinBounds(Host& host, const LevelMarks& marks)
 {

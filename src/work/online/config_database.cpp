@@ -27,7 +27,7 @@ namespace
 
 constexpr double daysBetweenUpdates = 30;
 // Nobody answers more questions about one level than this.
-constexpr std::size_t mostQuestions = 20;
+constexpr std::size_t mostQuestionsOfConfigs = 20;
 
 /// Sizes of all files of a level, by their names without regard to case: with their folders, and
 /// alone, since a level that is taken in has all its files in one folder.
@@ -72,7 +72,7 @@ bool Wants(Host& host, const OnlineConfig& config)
 /// The entry that the person takes.
 std::optional<OnlineConfig> Chosen(Host& host, const std::vector<OnlineConfig>& configs)
 {
-    for (std::size_t i = 0; i < configs.size() && i < mostQuestions; ++i)
+    for (std::size_t i = 0; i < configs.size() && i < mostQuestionsOfConfigs; ++i)
         if (Wants(host, configs[i]))
             return configs[i];
     return std::nullopt;

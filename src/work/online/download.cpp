@@ -15,7 +15,7 @@ namespace
 
 using platform::HttpError;
 
-constexpr std::chrono::milliseconds slice{30};
+constexpr std::chrono::milliseconds downloadSlice{30};
 
 /// What the next download of the address begins with.
 std::string NextWords(bool kept)
@@ -85,7 +85,7 @@ Result<Downloaded> Request(Machine& machine, const Download& download, PartFile&
         client.Start({download.url, part.From(), part.Validator(), download.most}, part);
     const std::string name = OnOneLine(UrlFileName(download.url));
     const std::int64_t start = machine.NowNs();
-    while (client.Poll(slice))
+    while (client.Poll(downloadSlice))
         if (!Show(progress, name, fetch, machine.NowNs() - start)) {
             fetch.Stop();
             const bool kept = download.keepsParts && part.Keep();

@@ -12,7 +12,7 @@ namespace kestrova
 namespace
 {
 
-constexpr std::uint64_t longestNote = 100'000;
+constexpr std::uint64_t longestPartNote = 100'000;
 constexpr int nothingBehind = 416;
 
 } // namespace
@@ -40,7 +40,7 @@ Path PartFile::Note() const
 
 bool PartFile::ClaimPart()
 {
-    const auto text = ReadFileIfThere(Note(), longestNote);
+    const auto text = ReadFileIfThere(Note(), longestPartNote);
     if (!text || !*text)
         return false;
     const auto note = ParsePartNote(**text);

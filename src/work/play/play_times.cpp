@@ -6,6 +6,7 @@
 #include "core/look.h"
 #include "core/staged_file.h"
 #include "history/standing.h"
+#include "platform/clock.h"
 #include "platform/files.h"
 #include "swap/folder_guard.h"
 #include "words/play.h"
@@ -20,8 +21,7 @@ namespace kestrova
 namespace
 {
 
-constexpr std::int64_t nsOfSecond = 1'000'000'000;
-constexpr std::int64_t writeAgainNs = 50 * nsOfSecond;
+constexpr std::int64_t writeAgainNs = 50 * platform::nsOfSecond;
 /// A clock that was never set tells no time of a play.
 constexpr std::int64_t firstSound = 1'000'000'000;
 
@@ -101,10 +101,11 @@ void PlayTimes::CountOn()
 {
     PlayedGame& game = note_.games.back();
     const std::int64_t now = steadyNs_();
-    restNs_ += std::clamp<std::int64_t>(now - game.steadyNs, 0, mostSecondsOfGame * nsOfSecond);
+    restNs_ +=
+        std::clamp<std::int64_t>(now - game.steadyNs, 0, mostSecondsOfGame * platform::nsOfSecond);
     game.steadyNs = now;
-    game.seconds = std::min(game.seconds + restNs_ / nsOfSecond, mostSecondsOfGame);
-    restNs_ %= nsOfSecond;
+    game.seconds = std::min(game.seconds + restNs_ / platform::nsOfSecond, mostSecondsOfGame);
+    restNs_ %= platform::nsOfSecond;
 }
 
 bool PlayTimes::Begin(std::int64_t pid)
@@ -167,7 +168,7 @@ bool PlayTimes::IsInArchive(const PlayedGame& game) const
 
 bool PlayTimes::NoteBegin(PlayedGame& game)
 {
-    const std::int64_t now = session_.machine.NowNs() / nsOfSecond;
+    const std::int64_t now = session_.machine.NowNs() / platform::nsOfSecond;
     return bool{ChangeNotes(session_.Folders(), session_.archive, {game.code},
                             [&](LevelCode, LevelNote& note) {
                                 if (now >= firstSound)

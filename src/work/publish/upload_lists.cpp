@@ -2,6 +2,7 @@
 
 #include "core/file_kinds.h"
 #include "formats/nul_list.h"
+#include "session/telling.h"
 #include "words/lists.h"
 #include "words/publish.h"
 #include "words/wizard.h"
@@ -35,15 +36,9 @@ UploadAddresses& ListOf(UploadWizard& wizard, AddressKind kind)
     return kind == AddressKind::Email ? wizard.emails : wizard.sites;
 }
 
-bool Refused(Host& host, const std::string& words)
-{
-    host.Tell(Tone::Error, words);
-    return false;
-}
-
 template <class List> bool HasSelected(Host& host, const List& list, std::size_t count)
 {
-    return (list.selected && *list.selected < count) || Refused(host, GetMsg(Msg::NoItemSelected));
+    return (list.selected && *list.selected < count) || Refuse(host, GetMsg(Msg::NoItemSelected));
 }
 
 template <class Items> void Drop(Items& items, std::optional<std::size_t>& selected)
@@ -64,17 +59,17 @@ bool HasFolder(std::string_view name)
 bool CheckFileNameEntry(Host& host, const std::string& name)
 {
     if (name.empty())
-        return Refused(host, GetMsg(Msg::ValueMissing));
+        return Refuse(host, GetMsg(Msg::ValueMissing));
     if (name.find('.') == std::string::npos)
-        return Refused(host, GetMsg(Msg::FileNeedsExtension) + name);
-    return !HasFolder(name) || Refused(host, GetMsg(Msg::FileWithoutPath) + name);
+        return Refuse(host, GetMsg(Msg::FileNeedsExtension) + name);
+    return !HasFolder(name) || Refuse(host, GetMsg(Msg::FileWithoutPath) + name);
 }
 
 bool CheckWavName(Host& host, const std::string& name)
 {
     if (HasFolder(name))
-        return Refused(host, GetMsg(Msg::WaveNoPath));
-    return name.find('.') != std::string::npos || Refused(host, GetMsg(Msg::WaveNoExtension));
+        return Refuse(host, GetMsg(Msg::WaveNoPath));
+    return name.find('.') != std::string::npos || Refuse(host, GetMsg(Msg::WaveNoExtension));
 }
 
 bool CheckWavPair(Host& host, const std::string& source, const std::string& target)
@@ -82,11 +77,11 @@ bool CheckWavPair(Host& host, const std::string& source, const std::string& targ
     if (source.empty() && target.empty())
         return true;
     if (source.empty())
-        return Refused(host, GetMsg(Msg::WaveNoSource, {target}));
+        return Refuse(host, GetMsg(Msg::WaveNoSource, {target}));
     if (!CheckWavName(host, source))
         return false;
     if (target.empty())
-        return Refused(host, GetMsg(Msg::WaveNoTarget, {source}));
+        return Refuse(host, GetMsg(Msg::WaveNoTarget, {source}));
     return CheckWavName(host, target);
 }
 
@@ -101,14 +96,14 @@ std::string WaveName(const std::string& typed)
 
 // What a list is made of: where it lies, what a row has to hold, and where it is written.
 
-struct ImportWads {
+struct ImportedWads {
     static constexpr std::size_t width = 2048;
     static auto& Of(auto& wizard) { return wizard.importWads; }
     static std::string& FieldOf(LevelConfig& config) { return config.importWads; }
     static bool Check(Host& host, std::array<std::string, 2>& row)
     {
         return CheckFileNameEntry(host, row[0]) &&
-               (!row[1].empty() || Refused(host, GetMsg(Msg::UploadNoUrl)));
+               (!row[1].empty() || Refuse(host, GetMsg(Msg::UploadNoUrl)));
     }
     static std::string Text(const std::array<std::string, 2>& row)
     {
@@ -125,7 +120,7 @@ struct ExternWaves {
         const std::vector<UploadChoice> cds = WaveCds();
         if (std::none_of(cds.begin(), cds.end(),
                          [&](const UploadChoice& cd) { return cd.code == row[0]; }))
-            return Refused(host, GetMsg(Msg::UploadNoCd));
+            return Refuse(host, GetMsg(Msg::UploadNoCd));
         for (std::size_t i = 1; i < row.size(); ++i)
             row[i] = WaveName(row[i]);
         return CheckWavPair(host, row[1], row[2]);
@@ -148,8 +143,8 @@ struct TomWads {
     static bool Check(Host& host, std::array<std::string, 2>& row)
     {
         if (row[0].empty())
-            return Refused(host, GetMsg(Msg::UploadNoTom));
-        return !row[1].empty() || Refused(host, GetMsg(Msg::UploadNoWads));
+            return Refuse(host, GetMsg(Msg::UploadNoTom));
+        return !row[1].empty() || Refuse(host, GetMsg(Msg::UploadNoWads));
     }
     static std::string Text(const std::array<std::string, 2>& row)
     {
@@ -161,7 +156,7 @@ template <class Work> auto WithKind(RowKind kind, Work work)
 {
     switch (kind) {
     case RowKind::ImportWads:
-        return work(ImportWads{});
+        return work(ImportedWads{});
     case RowKind::ExternWaves:
         return work(ExternWaves{});
     case RowKind::TomWads:
@@ -176,7 +171,7 @@ template <std::size_t N> bool HasPlace(Host& host, std::array<std::string, N>& r
     for (std::string& text : row) {
         text = Trim(OnOneLine(text));
         if (!FitsWindows1252(text))
-            return Refused(host, GetMsg(Msg::UploadLetters, {text}));
+            return Refuse(host, GetMsg(Msg::UploadLetters, {text}));
     }
     return true;
 }
@@ -235,12 +230,12 @@ template <class Kind> bool Store(UploadWizard& wizard)
     }
     const std::string field = JoinNulList(texts);
     if (ToWindows1252(field).size() > Kind::width)
-        return Refused(host, GetMsg(Msg::UploadListTooLong, {Kind::Text(list.rows.back())}));
+        return Refuse(host, GetMsg(Msg::UploadListTooLong, {Kind::Text(list.rows.back())}));
     Kind::FieldOf(wizard.config) = field;
     return true;
 }
 
-template <std::size_t N> void Load(UploadRows<N>& list, const std::string& field)
+template <std::size_t N> void LoadRows(UploadRows<N>& list, const std::string& field)
 {
     list = {NulGroups<N>(field), std::nullopt, {}};
     if (!list.rows.empty())
@@ -360,9 +355,9 @@ void LoadConfigIntoPages(UploadWizard& wizard)
         if (EqualNames(formats[i].code, Trim(config.exeFormat)))
             wizard.exeFormat = i;
     wizard.importNotes = Trim(config.importNotes);
-    Load(wizard.importWads, config.importWads);
-    Load(wizard.externWaves, config.externWaves);
-    Load(wizard.tomWads, config.tomWads);
+    LoadRows(wizard.importWads, config.importWads);
+    LoadRows(wizard.externWaves, config.externWaves);
+    LoadRows(wizard.tomWads, config.tomWads);
 }
 
 } // namespace kestrova

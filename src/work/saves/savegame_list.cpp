@@ -58,7 +58,7 @@ Result<std::size_t> LiveCount(const Folders& folders, const Archive& archive, Le
     return files->size();
 }
 
-std::string Quoted(const std::string& text)
+std::string InQuotes(const std::string& text)
 {
     return "\"" + text + "\"";
 }
@@ -216,12 +216,12 @@ bool SavegameList::Export(const std::vector<Path>& files, const Path& folder, bo
 
 bool SavegameList::Mail(const std::vector<Path>& files)
 {
-    const std::string level = Quoted(LevelNameOf(session_.archive, code_));
+    const std::string level = InQuotes(LevelNameOf(session_.archive, code_));
     std::string subject = std::to_string(files.size()) + GetMsg(Msg::MailSubjectMany) + level;
     if (files.size() == 1) {
         const SavegameInfo info = ReadSavegameInfo(files.front());
         subject = GetMsg(Msg::MailSubjectOne,
-                         {Quoted(info.title + " - " + std::to_string(info.number))}) +
+                         {InQuotes(info.title + " - " + std::to_string(info.number))}) +
                   level;
     }
     std::string body;

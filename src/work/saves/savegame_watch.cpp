@@ -3,6 +3,7 @@
 #include "formats/trle_folder.h"
 #include "history/history.h"
 #include "history/standing.h"
+#include "platform/clock.h"
 #include "session/operation.h"
 #include "swap/recovery.h"
 #include "words/saves.h"
@@ -13,12 +14,11 @@ namespace kestrova
 namespace
 {
 
-constexpr std::int64_t secondNs = 1'000'000'000;
-constexpr std::int64_t betweenLooks = secondNs;
-constexpr std::int64_t stillFor = 2 * secondNs;
-constexpr std::int64_t afterTheEnd = 5 * secondNs;
+constexpr std::int64_t betweenLooks = platform::nsOfSecond;
+constexpr std::int64_t stillFor = 2 * platform::nsOfSecond;
+constexpr std::int64_t afterTheEnd = 5 * platform::nsOfSecond;
 /// A full disk is no reason to try again every second.
-constexpr std::int64_t afterAFailure = 60 * secondNs;
+constexpr std::int64_t afterAFailure = 60 * platform::nsOfSecond;
 
 } // namespace
 

@@ -18,7 +18,7 @@ namespace
 /// The hand-off of the desktop has found by then that it cannot; some go on for as long as the mail
 /// program stays open.
 constexpr std::chrono::milliseconds longEnough{4000};
-constexpr std::chrono::milliseconds slice{30};
+constexpr std::chrono::milliseconds mailSlice{30};
 
 } // namespace
 
@@ -48,11 +48,11 @@ bool SendMail(Session& session, const std::string& subject, const std::string& b
         return false;
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::HandingToMail));
-    for (auto waited = slice; waited < longEnough; waited += slice) {
+    for (auto waited = mailSlice; waited < longEnough; waited += mailSlice) {
         if (const auto end = session.machine.ExitOf(*pid))
             return *end == 0;
         progress->Step();
-        std::this_thread::sleep_for(slice);
+        std::this_thread::sleep_for(mailSlice);
     }
     return true;
 }

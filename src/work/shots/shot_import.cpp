@@ -17,10 +17,10 @@ namespace kestrova
 namespace
 {
 
-using Shown = std::function<void(std::size_t done, std::size_t total)>;
+using ShowSteps = std::function<void(std::size_t done, std::size_t total)>;
 
 ImportedShots Import(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
-                     const ProgramSettings& settings, std::size_t index, const Shown& shown)
+                     const ProgramSettings& settings, std::size_t index, const ShowSteps& shown)
 {
     const LevelRecord& level = archive.levels[index];
     const Path store = InFolder(LevelHomeOf(folders, level.levelCode), OnDisk::DirSavegames);

@@ -6,6 +6,7 @@
 #include "formats/level_folder.h"
 #include "formats/trle_folder.h"
 #include "history/players_files.h"
+#include "platform/clock.h"
 #include "storage/game_files.h"
 #include "swap/placements.h"
 
@@ -21,7 +22,6 @@ namespace
 /// seconds alone.
 constexpr std::int64_t fineStepNs = 1'000;
 constexpr std::int64_t coarseStepNs = 2'000'000'000;
-constexpr std::int64_t secondNs = 1'000'000'000;
 
 } // namespace
 
@@ -34,7 +34,8 @@ OwnedFile AsItStands(std::string name, const Path& file)
 bool IsAsListed(const OwnedFile& listed, const platform::FileFacts& facts)
 {
     const std::int64_t apart = facts.modifiedNs - listed.modifiedNs;
-    const std::int64_t step = facts.modifiedNs % secondNs == 0 ? coarseStepNs : fineStepNs;
+    const std::int64_t step =
+        facts.modifiedNs % platform::nsOfSecond == 0 ? coarseStepNs : fineStepNs;
     return facts.kind == platform::FileKind::File && facts.size == listed.size && apart < step &&
            apart > -step;
 }

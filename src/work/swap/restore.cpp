@@ -148,12 +148,6 @@ bool MayRestoreFrom(Host& host, const Folders& folders)
                                            {TextOf(**other), TextOf(folders.trle), lineBreak}));
 }
 
-bool Refused(Host& host, const std::string& words)
-{
-    host.Tell(Tone::Error, words);
-    return false;
-}
-
 } // namespace
 
 bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
@@ -163,11 +157,9 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
     if (!backup)
         return TellFolderNotRead(session.host, backup.Error());
     if (*backup == BackupState::Missing)
-        return Refused(session.host,
-                       GetMsg(Msg::NoBackupToRestore, {TextOf(session.MarkerPath())}));
+        return Refuse(session.host, GetMsg(Msg::NoBackupToRestore, {TextOf(session.MarkerPath())}));
     if (!FolderExists(session.TrleFolder()))
-        return Refused(session.host,
-                       GetMsg(Msg::RestoreFolderGone, {TextOf(session.TrleFolder())}));
+        return Refuse(session.host, GetMsg(Msg::RestoreFolderGone, {TextOf(session.TrleFolder())}));
     if (!MayRestoreFrom(session.host, session.Folders()) ||
         !MayChangeTrle(session, session.Folders()))
         return false;
@@ -188,7 +180,7 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
     }
     SwapJournal journal = *planned;
     if (!TakeOver(session.Folders(), journal))
-        return Refused(session.host, GetMsg(Msg::WorkPending));
+        return Refuse(session.host, GetMsg(Msg::WorkPending));
     if (!Begin(session, journal))
         return false;
     RestoreReport report;

@@ -60,7 +60,7 @@ private:
     std::map<std::string, std::string> hashes_; ///< by name
 };
 
-bool Holds(const Path& file, const std::string& hash)
+bool HasContent(const Path& file, const std::string& hash)
 {
     std::string now;
     return !platform::HashOfFile(file, now) && now == hash;
@@ -76,12 +76,12 @@ Status CompareOriginal(const Path& original, const Path& place, const std::strin
         return stands.Error();
     if (*stands && SameContent(original, place))
         return {};
-    const bool isSound = noted.empty() || Holds(original, noted);
+    const bool isSound = noted.empty() || HasContent(original, noted);
     if (!isSound)
         found.push_back({Mismatch::BackupDamaged, name});
     if (!*stands)
         found.push_back({Mismatch::Missing, name});
-    else if (isSound || !Holds(place, noted))
+    else if (isSound || !HasContent(place, noted))
         found.push_back({Mismatch::Differs, name});
     return {};
 }
@@ -116,7 +116,7 @@ Status CompareWithBackup(const Folders& folders, const PreferencesRecord& prefer
         if (!isLevels(relative) && !isReplaced(relative) && !IsPlayersPlace(relative)) {
             if (auto status = CompareOriginal(file, trle / relative, name, hash, found); !status)
                 return status;
-        } else if (!hash.empty() && !Holds(file, hash)) {
+        } else if (!hash.empty() && !HasContent(file, hash)) {
             found.push_back({Mismatch::BackupDamaged, name});
         }
     }

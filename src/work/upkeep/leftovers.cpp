@@ -27,7 +27,7 @@ namespace
 using platform::FileKind;
 
 /// What cannot be looked at may be there.
-bool IsThere(const Path& path)
+bool MayBeThere(const Path& path)
 {
     return !IsFree(path).ValueOr(false);
 }
@@ -63,9 +63,9 @@ const LevelRecord* LevelOfFolder(const Folders& folders, const Archive& archive,
 bool FinishLevel(Host& host, const Folders& folders, const Archive& archive, const Path& folder)
 {
     const Path files = InFolder(folder, OnDisk::DirFiles);
-    const bool exchanging = IsThere(BesideFiles(files, OnDisk::EndingNew)) ||
-                            IsThere(BesideFiles(files, OnDisk::EndingOld));
-    const bool edited = IsThere(InFolder(folder, OnDisk::FragBeforeEdit));
+    const bool exchanging = MayBeThere(BesideFiles(files, OnDisk::EndingNew)) ||
+                            MayBeThere(BesideFiles(files, OnDisk::EndingOld));
+    const bool edited = MayBeThere(InFolder(folder, OnDisk::FragBeforeEdit));
     if (!exchanging && !edited)
         return true;
     const LevelRecord* level = LevelOfFolder(folders, archive, folder);
@@ -91,7 +91,7 @@ bool Settle(Host& host, const Folders& folders, const Archive& archive, const Pa
         return bool{isFolder}; // looked at another time
     bool settled = FinishLevel(host, folders, archive, place);
     const Path unpacking = InFolder(place, OnDisk::FragUnpacking);
-    if (IsThere(unpacking))
+    if (MayBeThere(unpacking))
         settled = IsBelow(place, held) && ClearPlace(unpacking) && settled;
     return ClearLeftoversIn(place).empty() && settled;
 }
@@ -104,11 +104,11 @@ void ClearWorkFolders(const Folders& folders, const Archive& archive)
           OnDisk::DirTempZip, OnDisk::DirAudioTemp, OnDisk::DirOutFiles, OnDisk::FragTempBitmap,
           OnDisk::DirOnlineTemp, OnDisk::DirOnlineUnpacked, OnDisk::DirTempBurn,
           OnDisk::FragBuildingLevel0})
-        if (const Path place = InFolder(folders.program, name); IsThere(place))
+        if (const Path place = InFolder(folders.program, name); MayBeThere(place))
             (void)ClearPlace(place); // the next use of it tries again
     const Path trle = folders.trle;
     const Path ready = InFolder(trle, OnDisk::DirReady);
-    if (!trle.empty() && IsThere(ready) && InterruptedWork(folders, archive).empty())
+    if (!trle.empty() && MayBeThere(ready) && InterruptedWork(folders, archive).empty())
         (void)ClearPlace(ready);
 }
 

@@ -31,7 +31,7 @@ struct RecoveredTexts::OldList {
 namespace
 {
 
-constexpr std::uint64_t longestList = UINT64_C(256) << 20;
+constexpr std::uint64_t longestText = UINT64_C(256) << 20;
 
 /// As many records as are there, whatever the count says: of a list that was cut short the first
 /// ones are left.
@@ -133,7 +133,7 @@ void RecoveredTexts::TakeLists(const ProgramSettings& settings, const std::vecto
     std::vector<OldList> lists;
     for (const Path& file : files) {
         std::string bytes;
-        if (platform::ReadAll(file, bytes, longestList))
+        if (platform::ReadAll(file, bytes, longestText))
             continue; // one that cannot be read tells nothing
         const bool whole = bool{ParseArchive(bytes)};
         auto content = ParseWhatIsThere(std::move(bytes));

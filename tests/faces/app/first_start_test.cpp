@@ -51,7 +51,7 @@ public:
     }
 };
 
-std::string Said(const FirstStart::Verdict& verdict)
+std::string VerdictText(const FirstStart::Verdict& verdict)
 {
     return (verdict.fine ? "fine: " : "not: ") + verdict.words;
 }
@@ -62,7 +62,7 @@ TEST(FirstStart, SaysAtOnceWhetherAFolderWillDoAndWhyNot)
 {
     NewWorld box;
     FirstStart page{box.session, {}};
-    EXPECT_EQ(Said(page.OfTrle()).find("not: No Level Editor was found"), 0U);
+    EXPECT_EQ(VerdictText(page.OfTrle()).find("not: No Level Editor was found"), 0U);
     EXPECT_FALSE(page.CanStart());
     box.Write("trle/Kestrva.txt", "a marker");
     std::filesystem::create_directories(box / "other");
@@ -72,7 +72,7 @@ TEST(FirstStart, SaysAtOnceWhetherAFolderWillDoAndWhyNot)
           std::pair{box / "none", "not: Not right folder"},
           std::pair{Path{"  "}, "not: No Level"}}) {
         page.SetTrle(typed.native());
-        EXPECT_EQ(Said(page.OfTrle()).find(words), 0U) << Said(page.OfTrle());
+        EXPECT_EQ(VerdictText(page.OfTrle()).find(words), 0U) << VerdictText(page.OfTrle());
         EXPECT_EQ(page.CanStart(), page.OfTrle().fine);
     }
     const Path far = box / "far" / std::string(200, 'x');
@@ -83,7 +83,7 @@ TEST(FirstStart, SaysAtOnceWhetherAFolderWillDoAndWhyNot)
     std::filesystem::create_directories(far);
     std::filesystem::rename(box / "far/z", farther);
     page.SetTrle(farther.native());
-    EXPECT_EQ(Said(page.OfTrle()).find("not: This folder's name is too long"), 0U);
+    EXPECT_EQ(VerdictText(page.OfTrle()).find("not: This folder's name is too long"), 0U);
     box.Write("person/trle/tomb4.exe", "");
     page.SetTrle("~/trle");
     EXPECT_NE(page.OfTrle().words.find((box / "person/trle").native()), std::string::npos);
@@ -118,7 +118,7 @@ TEST(FirstStart, SaysWhatBecomesOfTheLevels)
           std::pair{box / "gone.kva", "not: This archive is not there"},
           std::pair{Path{}, "not: Choose a folder"}}) {
         page.SetLevels(typed.native());
-        EXPECT_EQ(Said(page.OfLevels()).find(words), 0U) << Said(page.OfLevels());
+        EXPECT_EQ(VerdictText(page.OfLevels()).find(words), 0U) << VerdictText(page.OfLevels());
     }
     box.Choose(page);
     page.SetLevels((box / "filled").native());
@@ -137,7 +137,8 @@ TEST(FirstStart, SaysWhatBecomesOfTheLevels)
         EXPECT_EQ(again.Choices().levels, archive.native());
         box.Choose(again);
         again.SetLevels((box / "filled/LevelFolder").native());
-        EXPECT_EQ(Said(again.OfLevels()).find("fine: An archive of this folder is there"), 0U);
+        EXPECT_EQ(VerdictText(again.OfLevels()).find("fine: An archive of this folder is there"),
+                  0U);
         box.host.WillAsk("Do you want to open it?", opens);
         ASSERT_TRUE(again.Begin()) << box.host.AllTold();
         EXPECT_EQ(next.ArchivePath() == archive, opens);
@@ -239,7 +240,7 @@ TEST(FirstStart, KilledAnywhereItIsShownAgainAndEndsWhole)
 TEST(PracticeLibrary, IsGoneOnWithAfterAStopAndEndsWithALevelChosen)
 {
     int stops = 0;
-    for (int step = 1;; step += 23) {
+    for (int step = 1;; step = NextPoint(step + 22)) {
         NewWorld box;
         box.MakeSmallPractice();
         box.host.AnswerAll(true); // that the folder, which was there, is original

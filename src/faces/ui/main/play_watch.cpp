@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "history/standing.h"
+#include "platform/clock.h"
 #include "play/play_words.h"
 #include "session/operation.h"
 #include "session/telling.h"
@@ -33,7 +34,6 @@ constexpr int lookOnceMoreMs = 3000;
 constexpr int lookAgainMs = 2000;
 /// Minutes are shown.
 constexpr int clockMs = 60'000;
-constexpr std::int64_t nsOfSecond = 1'000'000'000;
 /// How long a level is played is brought up to date so often.
 constexpr int countMs = 60'000;
 
@@ -159,7 +159,7 @@ void PlayWatch::ShowState()
         now.step = PlayNow::Step::Runs;
         now.level =
             LevelNameOf(session_.archive, CurrentLevelCode(session_.Folders(), session_.archive));
-        now.seconds = (session_.machine.NowNs() - runsSinceNs_) / nsOfSecond;
+        now.seconds = (session_.machine.NowNs() - runsSinceNs_) / platform::nsOfSecond;
         now.isOurs = session_.gamePid > 0 && session_.machine.IsRunning(session_.gamePid);
         if (!clockTimer_.isActive())
             clockTimer_.start(clockMs);
