@@ -1,18 +1,20 @@
 #!/usr/bin/env python3
 """clang-tidy over src/: tidy.py BUILD-FOLDER JOBS
 
-Most of its time goes into the library's headers, so what the build compiles as one source is looked
-at as one. A source that is compiled alone is looked at alone.
+Most of its time goes into the library's headers, so of a build that compiles a floor as one source
+several floors are looked at as one. A source that is compiled alone is looked at alone.
 
 What was clean stays clean until one of its sources, a header of src/ that they include or
 .clang-tidy changes: BUILD-FOLDER/tidy holds one empty file per clean state.
 """
 
+import collections
 import concurrent.futures
 import hashlib
 import json
 import pathlib
 import re
+import shlex
 import shutil
 import subprocess
 import sys
@@ -45,46 +47,84 @@ def sources_of(file):
     return [pathlib.Path(name) for name in joined] or [file]
 
 
-class Piece:
-    """What is compiled, and so looked at, in one go."""
+class Compiled:
+    """What the build compiles in one go."""
 
     def __init__(self, entry, sources):
-        # clang cannot read what g++ precompiled; this also shows an include that is missing.
-        entry["command"] = re.sub(r' -Winvalid-pch -include ("[^"]+"|\S+)', "", entry["command"])
-        self.entry = entry
+        words = shlex.split(entry["command"])
+        self.folder = entry["directory"]
+        self.file = entry["file"]
         self.sources = sources
+        self.output = words[words.index("-o") + 1]
+        # What was read once for all by another compiler is left out; this also shows an include
+        # that is missing.
+        self.options = []
+        for word, behind in zip(words, words[1:]):
+            if re.match(r"-([ID]|std=)", word):
+                self.options.append((word,))
+            elif word == "-isystem":
+                self.options.append((word, behind))
         self.size = sum(name.stat().st_size for name in sources)
+        below = sources[0].relative_to(source).parts
+        # The floors of a storey bear each other (tests/checks/joined.py); those of its top do not.
+        joins = len(sources) > 1 and below[0] != "faces"
+        self.group = below[0] if joins else self.file
+
+
+class Piece:
+    """What is looked at in one go: the more together, the less often the library's headers."""
+
+    largest = 420_000  # bytes; the pieces take about as long as the windows, which are one
+
+    def __init__(self, parts):
+        self.parts = parts
+        self.sources = [name for part in parts for name in part.sources]
+        self.size = sum(part.size for part in parts)
+        self.options = list(dict.fromkeys(option for part in parts for option in part.options))
 
     def state(self, headers, rules):
         """A name for how its sources, their headers and the rules are now."""
-        output = re.search(r" -o (\S+)", self.entry["command"]).group(1)
-        own = {pathlib.Path(self.entry["directory"], name).resolve()
-               for name in headers.get(output, [])}
-        state = hashlib.sha256(rules + self.entry["command"].encode())
+        own = {pathlib.Path(part.folder, name).resolve()
+               for part in self.parts for name in headers.get(part.output, [])}
+        state = hashlib.sha256(rules + repr(self.options).encode())
         for name in sorted(set(self.sources) | {h for h in own if h.is_relative_to(source)}):
             state.update(hashlib.sha256(name.read_bytes()).digest())
         return state.hexdigest()
 
     def faults(self, scratch):
         """What clang-tidy tells of it, or "" when there is nothing."""
-        folder = scratch / hashlib.sha256(self.entry["file"].encode()).hexdigest()
+        folder = scratch / hashlib.sha256(self.parts[0].file.encode()).hexdigest()
         folder.mkdir(parents=True)
-        (folder / "compile_commands.json").write_text(json.dumps([self.entry]))
-        # The commands are written for g++; what another compiler warns of is not asked here.
-        run = subprocess.run(["clang-tidy", "--quiet", "-p", folder, "--extra-arg=-Wno-error",
-                              "--extra-arg=-Wno-everything", self.entry["file"]],
+        file = folder / "piece.cpp"
+        file.write_text("".join(f'#include "{part.file}"\n' for part in self.parts))
+        command = ["clang++", *(word for option in self.options for word in option), "-c", str(file)]
+        (folder / "compile_commands.json").write_text(json.dumps(
+            [{"directory": self.parts[0].folder, "file": str(file), "arguments": command}]))
+        # What another compiler warns of is not asked here.
+        run = subprocess.run(["clang-tidy", "--quiet", "-p", folder, "--extra-arg=-Wno-everything",
+                              f"--config-file={root / '.clang-tidy'}", file],
                              capture_output=True, text=True)
         return "" if run.returncode == 0 else run.stdout or run.stderr
 
 
 def pieces_of(build):
-    pieces = []
+    groups = collections.defaultdict(list)
     for entry in json.loads((build / "compile_commands.json").read_text()):
         file = pathlib.Path(entry["directory"], entry["file"]).resolve()
         if file.exists():  # but what is made only while it builds
             sources = sources_of(file)
             if all(name.is_relative_to(source) for name in sources):
-                pieces.append(Piece(entry, sources))
+                part = Compiled(entry, sources)
+                groups[part.group].append(part)
+    pieces = []
+    for parts in groups.values():
+        piece = []
+        for part in parts:
+            if piece and sum(other.size for other in piece) + part.size > Piece.largest:
+                pieces.append(Piece(piece))
+                piece = []
+            piece.append(part)
+        pieces.append(Piece(piece))
     return sorted(pieces, key=lambda piece: -piece.size)  # none of the long ones comes last, alone
 
 
