@@ -42,11 +42,11 @@ endif()
 # optimise these floors alone, and the one that computes the practice levels' pictures and tunes; of
 # the others the compiler would take longer than it saves.
 set(KESTROVA_BUSY_OPTIONS "" CACHE STRING "Compiler options of the swap and the floors below it")
-set(KESTROVA_BUSY_FLOORS "^((ground|media|engine|keep)/|work/swap$|faces/practice$)")
+set(KESTROVA_BUSY_FLOORS "^(ground/(platform|core)|media/(pictures|audio)|faces/practice)$")
 
 # What nearly every source includes from outside, read once a build. No header of our own stands
-# here: a change of one recompiles what includes it and nothing else. Sources compiled as one read
-# it once as they are.
+# here: a change of one recompiles what includes it and nothing else. What is optimised reads it
+# once more, since a compiler takes only what was read with its own options.
 set(KESTROVA_COMMON_HEADERS
   <algorithm> <array> <atomic> <charconv> <chrono> <cstdint> <cstring> <filesystem> <functional>
   <map> <memory> <mutex> <optional> <set> <span> <string> <string_view> <unordered_map> <utility>
@@ -62,13 +62,12 @@ function(kestrova_floor place)
   if(sources)
     add_library(kestrova_${name} STATIC ${sources})
     target_link_libraries(kestrova_${name} PUBLIC kestrova_options ${F_USES} ${F_LIBS})
-    if(place MATCHES "${KESTROVA_BUSY_FLOORS}")
+    if(KESTROVA_BUSY_OPTIONS AND place MATCHES "${KESTROVA_BUSY_FLOORS}")
       target_compile_options(kestrova_${name} PRIVATE ${KESTROVA_BUSY_OPTIONS})
-    endif()
-    if(NOT CMAKE_UNITY_BUILD AND name STREQUAL "platform")
-      target_precompile_headers(kestrova_platform PRIVATE ${KESTROVA_COMMON_HEADERS})
-    elseif(NOT CMAKE_UNITY_BUILD)
-      target_precompile_headers(kestrova_${name} REUSE_FROM kestrova_platform)
+    elseif(name STREQUAL "words")
+      target_precompile_headers(kestrova_words PRIVATE ${KESTROVA_COMMON_HEADERS})
+    else()
+      target_precompile_headers(kestrova_${name} REUSE_FROM kestrova_words)
     endif()
   else()
     add_library(kestrova_${name} INTERFACE)
