@@ -314,7 +314,7 @@ void ExpectNothingOrAll(SetupWorld& box, const std::string& where)
 TEST(LevelEditorSetup, WhereverItIsKilledTheNextRunEndsIt)
 {
     int points = 0;
-    for (int n = 1; n < 2000; n += n < 20 ? 1 : 5) {
+    for (int n = 1; n < 2000; n = n < 20 ? n + 1 : NextPoint(n + 4)) {
         SetupWorld box;
         box.WantZips({box.Zip()});
         box.Write("person/.local/share/applications/mine.desktop", "mine");
@@ -341,7 +341,7 @@ TEST(LevelEditorSetup, WhereverItIsKilledTheNextRunEndsIt)
 TEST(LevelEditorSetup, WhateverCallFailsNothingIsLost)
 {
     int points = 0;
-    for (int n = 1; n < 2000; n += n < 20 ? 1 : 5) {
+    for (int n = 1; n < 2000; n = n < 20 ? n + 1 : NextPoint(n + 4)) {
         SetupWorld box;
         box.WantFolder();
         box.Write("person/.local/share/applications/mine.desktop", "mine");
