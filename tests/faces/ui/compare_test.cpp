@@ -44,13 +44,16 @@ TEST(CompareWindow, ComparesFiltersCopiesAndOpens)
     EXPECT_EQ(In<QLineEdit>(dialog, "Text_After")->text(), PathToQt(world.box / "b"));
 
     Press(dialog, "Pul_Compare");
-    EXPECT_EQ(Shown(dialog), "changed|changed|3|6\nnew|Come||0\nmissing|DATA/gone.tr4|4|\n");
+    EXPECT_EQ(
+        Shown(dialog),
+        "changed|changed|3 bytes|6 bytes\nnew|Come||0 bytes\nmissing|DATA/gone.tr4|4 bytes|\n");
     EXPECT_TRUE(In<QLabel>(dialog, "Label_Hint")->isHidden());
     EXPECT_EQ(FromQt(In<QCheckBox>(dialog, "Check_Equal")->text()), "Equal (1)");
     EXPECT_EQ(FromQt(In<QLabel>(dialog, "Label_Count")->text()), "Files shown: 3 of 4");
     In<QCheckBox>(dialog, "Check_Changed")->click();
     In<QCheckBox>(dialog, "Check_Equal")->click();
-    EXPECT_EQ(Shown(dialog), "new|Come||0\nmissing|DATA/gone.tr4|4|\nequal|SAME|4|4\n");
+    EXPECT_EQ(Shown(dialog),
+              "new|Come||0 bytes\nmissing|DATA/gone.tr4|4 bytes|\nequal|SAME|4 bytes|4 bytes\n");
     Press(dialog, "Pul_Copy");
     EXPECT_EQ(FromQt(QGuiApplication::clipboard()->text()),
               "new\tCome\nmissing\tDATA/gone.tr4\nequal\tSAME\n");
@@ -59,7 +62,7 @@ TEST(CompareWindow, ComparesFiltersCopiesAndOpens)
     EXPECT_FALSE(In(dialog, "Pul_OpenBefore")->isEnabled());
     EXPECT_TRUE(In(dialog, "Pul_OpenAfter")->isEnabled());
     In<QLineEdit>(dialog, "Text_Search")->setText("GONE");
-    EXPECT_EQ(Shown(dialog), "missing|DATA/gone.tr4|4|\n");
+    EXPECT_EQ(Shown(dialog), "missing|DATA/gone.tr4|4 bytes|\n");
     EXPECT_FALSE(In(dialog, "Pul_OpenAfter")->isEnabled());
     Press(dialog, "Pul_OpenBefore");
     EXPECT_EQ(world.box.machine.opened,
@@ -72,7 +75,8 @@ TEST(CompareWindow, ComparesFiltersCopiesAndOpens)
     In<QLineEdit>(dialog, "Text_After")->setText(PathToQt(world.box / "a"));
     EXPECT_EQ(Shown(dialog), "") << "another folder's files are not shown";
     Press(dialog, "Pul_Compare");
-    EXPECT_EQ(Shown(dialog), "equal|changed|3|3\nequal|DATA/gone.tr4|4|4\nequal|same|4|4\n");
+    EXPECT_EQ(Shown(dialog), "equal|changed|3 bytes|3 bytes\nequal|DATA/gone.tr4|4 bytes|4 "
+                             "bytes\nequal|same|4 bytes|4 bytes\n");
     EXPECT_TRUE(world.box.host.told.empty()) << world.box.host.AllTold();
 }
 

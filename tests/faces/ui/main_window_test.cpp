@@ -222,7 +222,7 @@ TEST(MainWindow, MenuCommandsWorkOnTheChosenLevelAndOnAll)
     trigger("mnu_ControllaUguali");
     EXPECT_TRUE(world.box.host.WasTold("There is no equal level."));
     trigger("mnu_CalcolaSize");
-    EXPECT_TRUE(world.box.host.WasTold("Level files: 12\r\n")) << world.box.host.AllTold();
+    EXPECT_TRUE(world.box.host.WasTold("Level files: 12 bytes\r\n")) << world.box.host.AllTold();
 
     // A game that runs on the level is asked about before its files change.
     world.box.Write("trle/Kestrva.txt", "#LEVEL_CODE=0001#\r\n");
