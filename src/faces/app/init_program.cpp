@@ -113,16 +113,18 @@ public:
             return false;
         if (!MakeTrleBackup(session, false))
             session.archive.dirty = false;
-        // The form of the backup must not be lost with a run that ends badly.
-        DoneOrTold(session.host,
-                   SavePreferencesNow(session.Folders(), session.preferences, session.settings));
+        // The form of the backup must not be lost with a run that ends badly. The archive that was
+        // said is not the remembered one before it is open.
+        PreferencesRecord known = session.preferences;
+        known.archivePath = before_;
+        DoneOrTold(session.host, SavePreferencesNow(session.Folders(), known, session.settings));
         return true;
     }
     Archive OpenArchive(Session& session) override
     {
         if (showsPage_)
             return Archive::Loaded;
-        if (!LoadLastArchive(session)) {
+        if (!LoadSaidOrLast(session)) {
             // A disc is not what a later start waits for.
             if (session.discs != nullptr && session.discs->DiscOf(said_.archive))
                 session.preferences.archivePath = before_;
@@ -138,6 +140,17 @@ public:
     }
 
 private:
+    /// What cannot be opened takes no other archive's place.
+    bool LoadSaidOrLast(Session& session)
+    {
+        const bool goesOn = LoadLastArchive(session);
+        if (!goesOn || session.archive.Loaded() || said_.archive.empty() ||
+            FolderFromText(Trim(before_)) == said_.archive)
+            return goesOn;
+        session.preferences.archivePath = before_;
+        return LoadLastArchive(session);
+    }
+
     StartWindows& windows_;
     CommandLine said_;
     std::string before_; ///< the archive that was remembered
