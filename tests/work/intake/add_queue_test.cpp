@@ -2,11 +2,11 @@
 
 #include "core/ordered_jobs.h"
 #include "formats/archive_file.h"
-#include "intake/left_intake.h"
 #include "intake/queue_texts.h"
 #include "intake/source_choice.h"
 #include "intake/unpacked_ahead.h"
 #include "levels/new_level.h"
+#include "levels/unfinished_intake.h"
 #include "sandbox/faults.h"
 #include "storage/zl_file.h"
 #include "upkeep/load_archive.h"
@@ -334,8 +334,11 @@ TEST(AddQueueWalk, AKillLosesNoFinishedLevelAndLeavesNoHalfOne)
         EXPECT_GE(listed, finished) << run.call;
         Session fresh = box.Reopened();
         ASSERT_TRUE(ReadArchive(fresh, box.session.ArchivePath())) << run.call;
-        OfferLeftIntake(fresh);
+        // The terminal asks nothing and goes by the mark alone.
+        ClearUnfinishedIntakes(fresh.host, fresh.Folders(), fresh.archive);
         EXPECT_EQ(HalfLevels(box), std::vector<std::string>{}) << run.call;
+        EXPECT_FALSE(box.Has("levels/LEVEL_000" + std::to_string(listed) + "/.kv~intake"))
+            << run.call;
         for (std::size_t code = 1; code <= listed; ++code)
             EXPECT_TRUE(box.Has("levels/LEVEL_000" + std::to_string(code) + "/files/" +
                                 std::to_string(code) + ".tr4"))

@@ -1,6 +1,8 @@
 #include "upkeep/level_checks.h"
 
 #include "app/doctor.h"
+#include "history/changes.h"
+#include "history/history.h"
 #include "history/undo_entries.h"
 #include "levels/undo_change.h"
 #include "sandbox/faults.h"
@@ -132,6 +134,61 @@ TEST_P(Repairs, KilledAnywhereAreOldOrNewAndCanBeDoneAgain)
 
 INSTANTIATE_TEST_SUITE_P(Each, Repairs, ::testing::ValuesIn(damages),
                          [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(LevelChecks, KeepWhatTheyReplacedWhenItCanBeUndoneNoMore)
+{
+    const std::string readme = RepairWorld::files + std::string{"readme.txt"};
+    const auto repair = [&](RepairWorld& world, const std::string& own) {
+        world.Write(readme, own);
+        EXPECT_TRUE(world.Repair(world / "from")) << world.host.AllTold();
+    };
+    // count and megabytes of what can be undone, and how many repairs follow
+    for (const auto& [count, megabytes, later] :
+         {std::tuple{0, 500, 0}, std::tuple{50, 0, 0}, std::tuple{1, 500, 2}}) {
+        RepairWorld world;
+        world.session.settings.undoCount = count;
+        world.session.settings.undoMegabytes = megabytes;
+        repair(world, "a translation of my own");
+        for (int i = 0; i < later; ++i)
+            repair(world, "damage " + std::to_string(i));
+        bool isKept = false;
+        const Folders folders = world.session.Folders();
+        for (const HistoryEntry& entry : HistoryOf(folders, {world.code}))
+            isKept = isKept || ReadWholeFile(HistoryContent(folders, entry.hash)).ValueOr({}) ==
+                                   "a translation of my own";
+        EXPECT_TRUE(isKept) << count << ", " << megabytes << ", " << later;
+    }
+}
+
+TEST(LevelChecks, TakeNamesInOtherCapitalsForTheSame)
+{
+    RepairWorld world;
+    const Path files = world / RepairWorld::files;
+    fs::rename(files / "readme.txt", files / "README.TXT");
+    fs::rename(files / "dawn.tr4.zl", files / "DAWN.TR4.ZL");
+    EXPECT_TRUE(world.Faults().empty());
+    world.Write(RepairWorld::files + std::string{"README.TXT"}, "how to pxay");
+    EXPECT_EQ(world.Faults(), (Named{{"README.TXT", FileFault::Differs}}));
+    EXPECT_TRUE(world.Repair(world / "from")) << world.host.AllTold();
+    EXPECT_EQ(world.Files().size(), world.whole.size()) << "no twin";
+    EXPECT_TRUE(world.Faults().empty());
+}
+
+TEST(LevelChecks, WithoutRoomChangeNothingAndLeaveNothingToMend)
+{
+    RepairWorld world;
+    world.Write(RepairWorld::files + std::string{"readme.txt"}, "how to pxay");
+    world.Write(RepairWorld::files + std::string{"dawn.tr4.zl"}, CompressZlBytes("another"));
+    const FileContents damaged = world.Files();
+    world.machine.free = 10;
+    EXPECT_FALSE(world.Repair(world / "from"));
+    EXPECT_EQ(world.Files(), damaged);
+    const Folders folders = world.session.Folders();
+    EXPECT_FALSE(ChangeWaits(folders));
+    EXPECT_TRUE(ReadUndoList(folders)->entries.empty());
+    world.machine.free = UINT64_C(1) << 40;
+    EXPECT_TRUE(world.Repair(world / "from")) << world.host.AllTold();
+}
 
 TEST(LevelChecks, PackagesAreTakenByHashesAlone)
 {

@@ -133,6 +133,38 @@ TEST(RepairBackup, ClaimsNothingOfWhatNobodyNotedOrTheProgramChanged)
     EXPECT_FALSE(VerifyBackup(folders, Noting::Yes));
 }
 
+TEST(RepairBackup, KeepsCapitalsAndTheRightToRun)
+{
+    BackupWorld world;
+    const Path backup = world / "home/backup_trle";
+    const auto mode = [](const Path& file) { return platform::FactsOf(file).mode & 0777U; };
+    ASSERT_FALSE(platform::SetMode(world / "trle/tomb4.exe", 0755));
+    ASSERT_FALSE(platform::SetMode(backup / "Script.dat", 0755));
+    fs::rename(backup / "Script.dat", backup / "SCRIPT.DAT");
+    EXPECT_TRUE(VerifyBackup(world.session.Folders(), Noting::No)->faults.empty());
+    world.Write("home/backup_trle/SCRIPT.DAT", "the original scrixt");
+    fs::remove(backup / "tomb4.exe");
+    EXPECT_TRUE(world.RepairIt()) << world.host.AllTold();
+    EXPECT_FALSE(world.Has(BackupWorld::original)) << "no twin";
+    EXPECT_EQ(world.Read("home/backup_trle/SCRIPT.DAT"), "the original script");
+    EXPECT_EQ(mode(backup / "SCRIPT.DAT"), 0755U);
+    EXPECT_EQ(mode(backup / "tomb4.exe"), 0755U) << "as the Level Editor's own";
+}
+
+TEST(RepairBackup, IsGuardedInACopiedProgramsFolder)
+{
+    BackupWorld world;
+    fs::rename(world / "home", world / "old");
+    fs::copy(world / "old", world / "home",
+             fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+    world.Write(BackupWorld::original, "the original scrixt");
+    const auto checked = VerifyBackup(world.session.Folders(), Noting::Yes);
+    ASSERT_TRUE(checked && checked->faults.size() == 1);
+    EXPECT_EQ(checked->faults.front().file, "Script.dat");
+    EXPECT_TRUE(world.RepairIt()) << world.host.AllTold();
+    EXPECT_EQ(world.Snapshot("home/backup_trle"), world.made);
+}
+
 TEST(RepairBackup, KilledAnywhereIsOldOrNewAndCanBeDoneAgain)
 {
     for (int step = 1; step < 1000; step = NextPoint(step)) {
