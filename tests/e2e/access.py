@@ -16,6 +16,7 @@ from gi.repository import Atspi  # noqa: E402
 
 def application(pid):
     desktop = Atspi.get_desktop(0)
+    desktop.clear_cache()
     for i in range(desktop.get_child_count()):
         child = desktop.get_child_at_index(i)
         if child is not None and child.get_process_id() == pid:
@@ -63,46 +64,53 @@ def waits_for(look):
 
 
 def place(thing):
-    box = thing.get_extents(Atspi.CoordType.WINDOW)
+    # Qt adds the window's own place to sizes within it.
+    box = thing.get_extents(Atspi.CoordType.SCREEN)
     return (box.x, box.y, box.width, box.height)
+
+
+LISTS = ("list", "table", "tree", "tree table")
 
 
 def owner(thing):
     """A row or a cell belongs to its list, and so does the inner part of an empty one."""
-    while thing.get_role_name() in ("table cell", "list item", "tree item", "table row", "filler"):
+    while thing.get_role_name() in ("table cell", "list item", "tree item", "table row"):
+        thing = thing.get_parent()
+    if thing.get_role_name() == "filler" and thing.get_parent().get_role_name() in LISTS:
         thing = thing.get_parent()
     return thing
+
+
+def line_of(thing):
+    return (thing.get_role_name(), (thing.get_name() or "").strip(), place(thing))
+
+
+def name_faults(lines):
+    faults = [f"says nothing of itself: {line}" for line in lines if len(line[1]) < 2]
+    names = [line[:2] for line in lines]
+    return faults + [f"two of them: {name}" for name in sorted(set(names))
+                     if names.count(name) > 1]
 
 
 def main():
     pid = int(sys.argv[1])
     program = waits_for(lambda: application(pid))
     seen = []
-    faults = 0
     while True:
-        now = owner(waits_for(lambda: focused_in_active(program)))
-        line = (now.get_role_name(), (now.get_name() or "").strip(), place(now))
+        line = line_of(owner(waits_for(lambda: focused_in_active(program))))
         if line in seen:
             break
         seen.append(line)
         print(*line, flush=True)
-        if len(line[1]) < 2:
-            print("says nothing of itself: ", *line, file=sys.stderr)
-            faults += 1
         subprocess.run(["xdotool", "key", "Tab"], check=True)
-        before = line
         for _ in range(40):  # until it has moved; where there is one control it stays
             time.sleep(0.05)
-            next_one = owner(waits_for(lambda: focused_in_active(program)))
-            if (next_one.get_role_name(), (next_one.get_name() or "").strip(),
-                    place(next_one)) != before:
+            if line_of(owner(waits_for(lambda: focused_in_active(program)))) != line:
                 break
-    names = [line[:2] for line in seen]
-    for name in sorted(set(names)):
-        if names.count(name) > 1:
-            print("two of them: ", *name, file=sys.stderr)
-            faults += 1
+    faults = name_faults(seen)
+    print(*faults, sep="\n", file=sys.stderr)
     sys.exit(1 if faults else 0)
 
 
-main()
+if __name__ == "__main__":
+    main()

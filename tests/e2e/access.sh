@@ -55,13 +55,17 @@ opened ctrl+comma 'Kestrova Settings' 'Browse: TR Level editor Path' \
     'Browse: Default download folder' 'Auto save' 'Help' 'Ok' 'Cancel'
 opened 'alt+t t' 'Compare two folders' 'Compare' 'Files of both folders' 'Help' 'Close' \
     'Browse: Folder before' 'Browse: Folder after'
-opened 'alt+p c' 'Preferences of current archive' 'Help' 'Ok' 'Cancel'
-opened 'alt+t n' 'Import new/updated wads' 'Add file' 'Help'
-opened 'alt+t o' 'Restore original configuration' 'Cancel' 'Fast' 'Full'
-opened 'alt+t u' 'Upload wizard' 'Help'
-opened 'alt+t c d' 'Audio Converter tool' 'Add file' 'Add folder' 'Cancel'
 opened 'alt+s h' 'History of savegames' 'History of savegames' 'Close' 'Savegames'
-opened 'alt+h a' 'About Kestrova' 'Ok'
 press ctrl+q
 wait "$window"
 window=
+
+# All windows there are, each page of them; one by one, since none is opened by keys.
+kill "$display"
+wait "$display" 2>/dev/null || true
+open_display 1600x1200
+/usr/bin/python3 "$(dirname "$0")/access_all.py" "$(dirname "$DRAG_SOURCE")/test_ui" \
+    >"$box/heard" || {
+    tail -n 30 "$box/heard" >&2
+    fails 'not every window is well said'
+}
