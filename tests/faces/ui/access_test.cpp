@@ -201,6 +201,17 @@ void ExpectRoom(QWidget& window, const std::string& page, QSize room)
         }
 }
 
+/// What a list shows in letters of one width is as large as all else.
+void ExpectLargeLists(const QWidget& window, const std::string& page)
+{
+    for (const QWidget* widget : VisibleIn(window)) {
+        const auto* list = qobject_cast<const QAbstractItemView*>(widget);
+        EXPECT_TRUE(list == nullptr ||
+                    QFontInfo{list->font()}.pixelSize() >= QFontInfo{window.font()}.pixelSize() - 1)
+            << page << ": small letters in " << NameOf(*widget);
+    }
+}
+
 } // namespace
 
 class EveryWindowIn : public InEachLanguage
@@ -249,6 +260,7 @@ TEST_P(EveryWindowIn, FitsOnASmallScreenAndWithLargeLetters)
         EveryWindow windows;
         windows.Each([&](QWidget& window, const std::string& page) {
             const QSize before = window.size();
+            ExpectLargeLists(window, page);
             ExpectRoom(window, page, roomOnSmallScreen);
             if (letters == 1.0)
                 ExpectRoom(window, page, roomAtTwice);

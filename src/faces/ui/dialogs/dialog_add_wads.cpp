@@ -10,6 +10,7 @@
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/input_gate.h"
+#include "ui/widgets/letter_size.h"
 #include "ui/widgets/list_parts.h"
 #include "ui/widgets/print_text.h"
 #include "ui/widgets/progress_row.h"
@@ -18,7 +19,6 @@
 #include "words/wads_window.h"
 
 #include <QDragEnterEvent>
-#include <QFontDatabase>
 #include <QLabel>
 #include <QMimeData>
 #include <QPlainTextEdit>
@@ -93,7 +93,7 @@ QWidget* AddWadsDialog::MakeLists()
     report_->setReadOnly(true);
     report_->setTabChangesFocus(true);
     report_->setLineWrapMode(QPlainTextEdit::NoWrap);
-    report_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    report_->setFont(EvenLetters(*this));
     auto* parts = new QSplitter(Qt::Vertical, this);
     parts->setChildrenCollapsible(false);
     parts->addWidget(Captioned(files_, "Label_FilesOf"));

@@ -5,12 +5,12 @@
 #include "ui/widgets/captions.h"
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/letter_size.h"
 #include "ui/widgets/mp3_settings_box.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_dialogs.h"
 
 #include <QDragEnterEvent>
-#include <QFontDatabase>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -101,7 +101,7 @@ QGroupBox* ConvertAudioDialog::MakeFiles()
     frame->setTitle(Words(FrameWords(tool_.Mode())).trimmed());
     list_->setObjectName(QStringLiteral("List_Files"));
     list_->setAccessibleName(frame->title().trimmed());
-    list_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    list_->setFont(EvenLetters(*this));
     list_->setUniformItemSizes(true);
     size_->setObjectName(QStringLiteral("Label_Size"));
     hint_->setObjectName(QStringLiteral("Label_Drop"));

@@ -4,10 +4,10 @@
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/letter_size.h"
 #include "ui/widgets/qt_text.h"
 
 #include <QCheckBox>
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -34,10 +34,7 @@ ListSavegameDialog::ListSavegameDialog(Session& session, SavegameList& rules, QW
     setObjectName(QStringLiteral("Dialog_ListSaveGame"));
     list_->setObjectName(QStringLiteral("List_Shot"));
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    // The rows are columns of letters, as large as the window's.
-    QFont columns = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    columns.setPointSizeF(QFontInfo{font()}.pointSizeF());
-    list_->setFont(columns);
+    list_->setFont(EvenLetters(*this));
     list_->setUniformItemSizes(true);
     for (const std::string& row : rules.Rows())
         list_->addItem(ToQt(row));

@@ -2,6 +2,8 @@
 
 #include <QAbstractScrollArea>
 #include <QApplication>
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QKeyEvent>
 #include <QWheelEvent>
 
@@ -19,6 +21,13 @@ constexpr int mostSteps = 12;
 constexpr double stepFactor = 1.12;
 
 } // namespace
+
+QFont EvenLetters(const QWidget& control)
+{
+    QFont even = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    even.setPointSizeF(QFontInfo{control.font()}.pointSizeF());
+    return even;
+}
 
 LetterSize::LetterSize(QAbstractScrollArea& area) : QObject(&area), area_(area)
 {

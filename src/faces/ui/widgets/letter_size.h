@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <QObject>
 #include <functional>
 
@@ -7,6 +8,9 @@ class QAbstractScrollArea;
 
 namespace kestrova
 {
+
+/// Letters of one width for columns of text, as large as that control has them.
+QFont EvenLetters(const QWidget& control);
 
 /// Lets a person choose how large the letters of a text or list are: Ctrl and the wheel, Ctrl+plus,
 /// Ctrl+minus, and Ctrl+0 for the size that the desktop has. Belongs to that control.
