@@ -146,8 +146,8 @@ types() {
 }
 enter() { types "$1" && press Return; }
 is_there() { xdotool search --onlyvisible --name . 2>/dev/null | grep -qx "$1"; }
-# chooses PATH: in the chooser of files that appeared last. What it proposes while somebody types may
-# take the Return for itself, so a chooser that is at rest and still there is told once more.
+# chooses PATH: in the chooser of files that appeared last; one that is at rest and still there is
+# told once more.
 chooses() {
     local chooser=$seen try i
     for ((try = 0; try < 5; ++try)); do
