@@ -7,11 +7,12 @@
 #include "formats/trle_folder.h"
 #include "history/flush_change.h"
 #include "history/history.h"
+#include "history/kept_for_undo.h"
+#include "history/room_needed.h"
 #include "history/watched_files.h"
 #include "platform/file_content.h"
 
 #include <algorithm>
-#include <map>
 
 namespace kestrova
 {
@@ -195,21 +196,6 @@ bool ChangeSteps::HasNewPlace(const std::string& hash) const
     });
 }
 
-void ChangeSteps::KeepForUndo(const ChangeTarget& target) const
-{
-    if (change_.kept.empty() || change_.ofLevelsFiles || HasNewPlace(target.was))
-        return;
-    const Path inHistory = HistoryContent(where_, target.was);
-    const Path kept = Path{change_.kept} / target.was;
-    if (!MakeFolders(kept.parent_path()) || IsFile(kept).ValueOr(false))
-        return;
-    // The game may write into its own file; what is in the history stays as it is.
-    if (Holds(inHistory, target.was) && !platform::HardLink(inHistory, kept))
-        return;
-    if (CopyFileOver(target.file, kept) && !Holds(kept, target.was))
-        (void)platform::Unlink(kept); // it has changed just now
-}
-
 void ChangeSteps::RemoveEmptied() const
 {
     for (const ChangedFolder& folder : change_.folders)
@@ -223,7 +209,8 @@ Status ChangeSteps::KeepAll(const std::vector<Path>& files,
     auto status = Keep(files);
     if (status)
         for (const ChangeTarget* target : going)
-            KeepForUndo(*target);
+            if (!change_.ofLevelsFiles && !HasNewPlace(target->was))
+                KeepForUndo(where_, change_, *target);
     return status;
 }
 
@@ -249,27 +236,12 @@ Status ChangeSteps::KeepOverwritten()
 
 Status ChangeSteps::RoomToOverwrite() const
 {
-    // A new content stands beside the old one until it has its name.
-    struct Needed {
-        std::uint64_t largest = 0;
-        std::uint64_t more = 0;
-    };
-    std::map<Path, Needed> needed;
-    for (const ChangeTarget& target : targets_) {
-        if (target.foreign || target.was.empty() || target.becomes.empty() ||
-            Holds(target.file, target.becomes))
-            continue;
-        const std::uint64_t size = FileSize(SourceOf(target));
-        const std::uint64_t old = FileSize(target.file);
-        Needed& room = needed[target.file.parent_path()];
-        room.largest = std::max(room.largest, size);
-        room.more += size - std::min(size, old);
-    }
-    for (const auto& [folder, room] : needed)
-        if (const auto free = machine_.FreeSpace(folder); free && *free < room.largest + room.more)
-            return MakeFailure(ErrorCode::NoSpace, TextOf(folder),
-                               std::make_error_code(std::errc::no_space_on_device));
-    return {};
+    RoomNeeded room;
+    for (const ChangeTarget& target : targets_)
+        if (!target.foreign && !target.was.empty() && !target.becomes.empty() &&
+            !Holds(target.file, target.becomes))
+            room.Add(target.file, FileSize(SourceOf(target)));
+    return room.IsThere(machine_);
 }
 
 Status ChangeSteps::Overwrite()

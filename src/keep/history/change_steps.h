@@ -61,9 +61,6 @@ private:
     Status Keep(const std::vector<Path>& files);
     /// The same, and then what the way back needs of those that go.
     Status KeepAll(const std::vector<Path>& files, const std::vector<const ChangeTarget*>& going);
-    /// What the change could not be undone without. Where it cannot be kept there is no way back,
-    /// but the change goes on.
-    void KeepForUndo(const ChangeTarget& target) const;
     /// True when the change gives that content another place.
     [[nodiscard]] bool HasNewPlace(const std::string& hash) const;
     void RemoveEmptied() const;
