@@ -276,7 +276,7 @@ TEST_F(HostilePackages, AMillionEntriesAreRefusedAndCanBeStopped)
     progress.longestPause = {};
     auto start = Clock::now();
     EXPECT_FALSE(Unzip("many.zip", "out", true, &guard));
-    EXPECT_LT(Clock::now() - start, std::chrono::seconds{20});
+    EXPECT_LT(Clock::now() - start, 10 * soon);
     EXPECT_NE(state.error.find("'many.zip' holds 1000000 files"), std::string::npos) << state.error;
     EXPECT_TRUE(IsEmpty("out"));
     EXPECT_LT(progress.longestPause, soon);

@@ -262,7 +262,7 @@ int WalkStride()
 
 int NextPoint(int point)
 {
-    return point + WalkStride();
+    return point + std::min(WalkStride(), 1 + point / 4);
 }
 
 void TellPoints(int points, int atLeast)

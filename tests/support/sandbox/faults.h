@@ -45,7 +45,8 @@ KillRun WithKillAt(int n, const FaultyWork& work);
 /// A walk takes every so many of its points: all of them, or as `KESTROVA_WALK_STRIDE` says, for a
 /// build in which each costs several times as much.
 int WalkStride();
-/// The point of a walk that comes after this one.
+/// The point of a walk that comes after this one. The first ones lie closer together, so that short
+/// walks have points too.
 int NextPoint(int point);
 
 /// Prints how many calls a walk came by, one after the other, and expects no fewer than `atLeast`:
