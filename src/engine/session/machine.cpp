@@ -74,11 +74,16 @@ Status DesktopMachine::MoveDoor(const Path& device, platform::DoorMove move)
     return {};
 }
 
+Failure DesktopRefused(const std::string& fileOrAddress)
+{
+    return Failure{ErrorCode::CannotOpen, fileOrAddress, GetMsg(Msg::DesktopOpensNone)};
+}
+
 Status DesktopMachine::Open(const std::string& fileOrAddress, const Path& folder)
 {
-    const auto failure = platform::OpenWithDesktop(fileOrAddress, folder);
+    const auto failure = platform::OpenWithDesktop(fileOrAddress, folder, WhenRefusedLate());
     if (failure == std::errc::not_supported)
-        return Failure{ErrorCode::CannotOpen, fileOrAddress, GetMsg(Msg::DesktopOpensNone)};
+        return DesktopRefused(fileOrAddress);
     if (failure)
         return MakeFailure(ErrorCode::CannotOpen, fileOrAddress, failure);
     return {};

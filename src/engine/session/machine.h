@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 #include "platform/optical_drives.h"
+#include "platform/places.h"
 #include "platform/process.h"
 
 #include <cstdint>
@@ -95,7 +96,15 @@ public:
     void ClearClipboard() override {}
     void Notify(const std::string&, const std::string&) override {}
     Status EndProgram(std::int64_t pid, bool byForce) override;
+
+protected:
+    /// Who is told when the desktop says only after `Open` that it opens nothing; another thread
+    /// tells it. Nobody in a terminal, which has gone on.
+    virtual platform::LateRefusal WhenRefusedLate() { return {}; }
 };
+
+/// What a desktop that opens nothing is told by.
+Failure DesktopRefused(const std::string& fileOrAddress);
 
 /// The fixed, writable drive with the most free space; the first of equals.
 Drive FindLargestDrive(Machine& machine);

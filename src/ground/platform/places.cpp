@@ -4,10 +4,13 @@
 #include "platform/files.h"
 #include "platform/process.h"
 
+#include <condition_variable>
 #include <cstdlib>
 #include <cstring>
-#include <future>
+#include <memory>
 #include <mntent.h>
+#include <mutex>
+#include <optional>
 #include <sys/wait.h>
 #include <thread>
 
@@ -25,6 +28,37 @@ namespace
 
 /// A desktop that has nothing to open a file with says so at once.
 constexpr std::chrono::milliseconds refusalTime{1500};
+/// One that is busy says so up to this much later. What ends then may be the viewer itself, whose
+/// codes are its own: those of a refusal are file, tool and action (xdg-open(1), EXIT CODES).
+constexpr std::chrono::seconds lateRefusalTime{60};
+constexpr int firstRefusal = 2;
+constexpr int lastRefusal = 4;
+
+/// How a program that opens something ended, between the one who waits and who may wait no more.
+struct OpenerEnd {
+    std::mutex mutex;
+    std::condition_variable ended;
+    std::optional<int> code{};
+    bool isAwaited = true;
+};
+
+void HearOfLateEnd(pid_t pid, OpenerEnd& end, const std::string& what, const LateRefusal& late)
+{
+    const auto start = std::chrono::steady_clock::now();
+    int state = 0;
+    const bool ended = ::waitpid(pid, &state, 0) == pid;
+    const int code = ended && WIFEXITED(state) ? WEXITSTATUS(state) : 0;
+    {
+        const std::lock_guard lock{end.mutex};
+        end.code = code;
+        end.ended.notify_one();
+        if (end.isAwaited)
+            return;
+    }
+    if (late && code >= firstRefusal && code <= lastRefusal &&
+        std::chrono::steady_clock::now() - start < lateRefusalTime)
+        late(what);
+}
 
 } // namespace
 
@@ -178,20 +212,23 @@ Desktop SessionDesktop()
     return has("DISPLAY") ? Desktop::X : Desktop::None;
 }
 
-std::error_code OpenWithDesktop(const std::string& fileOrAddress, const fs::path& folder)
+std::error_code OpenWithDesktop(const std::string& fileOrAddress, const fs::path& folder,
+                                LateRefusal late)
 {
     std::int64_t pid = 0;
     if (const auto failure = StartDetached({{"xdg-open", fileOrAddress}, folder, {}}, pid))
         return failure;
     // What opens may be the viewer itself, and then it goes on for as long as the person likes.
-    const auto end = std::make_shared<std::promise<int>>();
-    std::future<int> code = end->get_future();
-    std::thread{[pid, end] {
-        int state = 0;
-        const bool ended = ::waitpid(static_cast<pid_t>(pid), &state, 0) == pid;
-        end->set_value(ended && WIFEXITED(state) ? WEXITSTATUS(state) : 0);
+    const auto end = std::make_shared<OpenerEnd>();
+    std::thread{[pid, end, fileOrAddress, late = std::move(late)] {
+        HearOfLateEnd(static_cast<pid_t>(pid), *end, fileOrAddress, late);
     }}.detach();
-    if (code.wait_for(refusalTime) == std::future_status::ready && code.get() != 0)
+    std::unique_lock lock{end->mutex};
+    const bool refused = end->ended.wait_for(lock, refusalTime, [&] {
+        return end->code.has_value();
+    }) && *end->code != 0;
+    end->isAwaited = false;
+    if (refused)
         return std::make_error_code(std::errc::not_supported);
     return {};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -44,9 +45,11 @@ std::string KindMountedOn(const std::filesystem::path& folder,
 enum class Desktop { None, X, Wayland, WaylandWithX };
 Desktop SessionDesktop();
 
+/// Is told what the desktop refused to open when it says so late; called by another thread.
+using LateRefusal = std::function<void(const std::string& fileOrAddress)>;
 /// Hands a file or an address to the desktop (`xdg-open`). `not_supported`: within a second the
 /// desktop said that it has nothing to open it with. Nobody has to wait for what opens.
 std::error_code OpenWithDesktop(const std::string& fileOrAddress,
-                                const std::filesystem::path& folder);
+                                const std::filesystem::path& folder, LateRefusal late = {});
 
 } // namespace kestrova::platform

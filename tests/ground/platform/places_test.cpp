@@ -5,6 +5,7 @@
 #include "sandbox/sandbox.h"
 
 #include <cstdlib>
+#include <future>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <thread>
@@ -104,6 +105,18 @@ TEST(OpenWithDesktop, WhatOpensIsWaitedForByNobodyAndARefusalIsTold)
     {
         const Opener opener{box, "exit 3\n"};
         EXPECT_EQ(platform::OpenWithDesktop("readme.odd", box.root), std::errc::not_supported);
+    }
+    {
+        // A busy desktop's answer comes when nobody waits any more.
+        const Opener opener{box, "while [ ! -e " + (box / "late").native() +
+                                     " ]; do sleep 0.05; done\nexit 3\n"};
+        std::promise<std::string> told;
+        EXPECT_FALSE(platform::OpenWithDesktop(
+            "late.odd", box.root, [&](const std::string& what) { told.set_value(what); }));
+        box.Write("late", "");
+        auto what = told.get_future();
+        ASSERT_EQ(what.wait_for(soon), std::future_status::ready);
+        EXPECT_EQ(what.get(), "late.odd");
     }
     // What is not there is told all the same.
     EXPECT_EQ(platform::StartAndForget({{(box / "bin/none").native()}, {}, {}}),

@@ -7,6 +7,8 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QObject>
+#include <mutex>
 
 namespace kestrova
 {
@@ -20,8 +22,37 @@ constexpr const char* kinds[] = {"image/png", "image/bmp", "image/x-bmp", "image
 
 } // namespace
 
-WindowMachine::WindowMachine() : desktop_(XDesktop::Open()) {}
-WindowMachine::~WindowMachine() = default;
+/// Where another thread leaves its word for the event loop, as long as somebody listens.
+struct WindowMachine::Listener {
+    std::mutex mutex;
+    std::unique_ptr<QObject> ear = std::make_unique<QObject>();
+};
+
+WindowMachine::WindowMachine() : desktop_(XDesktop::Open()), listener_(std::make_shared<Listener>())
+{
+}
+
+WindowMachine::~WindowMachine()
+{
+    const std::lock_guard lock{listener_->mutex};
+    listener_->ear.reset();
+}
+
+platform::LateRefusal WindowMachine::WhenRefusedLate()
+{
+    return [this, listener = listener_](const std::string& fileOrAddress) {
+        const std::lock_guard lock{listener->mutex};
+        if (listener->ear == nullptr)
+            return;
+        QMetaObject::invokeMethod(
+            listener->ear.get(),
+            [this, fileOrAddress] {
+                if (refusedLate)
+                    refusedLate(DesktopRefused(fileOrAddress));
+            },
+            Qt::QueuedConnection);
+    };
+}
 
 bool WindowMachine::SeesKeys()
 {

@@ -3,6 +3,9 @@
 #include "platform/notifier.h"
 #include "session/machine.h"
 
+#include <functional>
+#include <memory>
+
 namespace kestrova
 {
 
@@ -23,9 +26,17 @@ public:
     void ClearClipboard() override;
     void Notify(const std::string& title, const std::string& text) override;
 
+    /// Called from the event loop when the desktop says late that it opens nothing.
+    std::function<void(const Failure& failure)> refusedLate;
+
+protected:
+    platform::LateRefusal WhenRefusedLate() override;
+
 private:
+    struct Listener;
     std::unique_ptr<XDesktop> desktop_;
     platform::Notifier notifier_;
+    std::shared_ptr<Listener> listener_; ///< outlives this machine in who may call it late
 };
 
 } // namespace kestrova

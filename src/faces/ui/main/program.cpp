@@ -6,6 +6,7 @@
 #include "platform/end_signals.h"
 #include "platform/places.h"
 #include "session/settings.h"
+#include "session/telling.h"
 #include "ui/desktop/file_names.h"
 #include "ui/desktop/host_windows.h"
 #include "ui/desktop/machine_windows.h"
@@ -269,6 +270,7 @@ int RunWindows(int argc, char** argv)
         return *ended;
     Session session{host, machine, list, *folder};
     const SessionDiscs discs{session, WindowsForDiscs()};
+    machine.refusedLate = [&host](const Failure& failure) { TellFailure(host, failure); };
     const int code = ShowWindows(application, session, list, meeting, options.items);
     GiveDiscsBack(session);
     return code;
