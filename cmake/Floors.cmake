@@ -38,11 +38,11 @@ if(CMAKE_UNITY_BUILD)
     -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local;-Wno-subobject-linkage>)
 endif()
 
-# Tests spend their time in swaps and in what those stand on, so a build whose tests are slow may
-# optimise these floors alone, and the one that computes the practice levels' pictures and tunes; of
-# the others the compiler would take longer than it saves.
-set(KESTROVA_BUSY_OPTIONS "" CACHE STRING "Compiler options of the swap and the floors below it")
-set(KESTROVA_BUSY_FLOORS "^(ground/(platform|core)|media/(pictures|audio)|faces/practice)$")
+# A build whose tests are slow may optimise the floors that go through every file and every sample;
+# of the others the compiler would take longer than it saves.
+set(KESTROVA_BUSY_OPTIONS "" CACHE STRING "Compiler options of the floors that compute most")
+set(KESTROVA_BUSY_FLOORS
+  "^(ground/(platform|core)|media/(pictures|audio)|engine/packages|faces/practice)$")
 
 # What nearly every source includes from outside, read once a build. No header of our own stands
 # here: a change of one recompiles what includes it and nothing else. What is optimised reads it

@@ -74,7 +74,7 @@ class Compiled:
 class Piece:
     """What is looked at in one go: the more together, the less often the library's headers."""
 
-    largest = 420_000  # bytes; the pieces take about as long as the windows, which are one
+    largest = 1_200_000  # bytes; such a piece takes about a minute
 
     def __init__(self, parts):
         self.parts = parts

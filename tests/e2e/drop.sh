@@ -51,6 +51,7 @@ press Return
 appears 'Add new level'
 press Escape
 gone 'Add new level'
+rests
 [[ $(sha256sum <"$box/home/my.kva") == "$before" && ! -e $box/archive/LEVEL_000$((count + 2)) ]]
 
 appears 'my.kva .7 levels'

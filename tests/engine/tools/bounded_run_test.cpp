@@ -40,6 +40,14 @@ protected:
                                 words);
         return !words.empty();
     }
+    /// The process whose number the script wrote there has become that program.
+    [[nodiscard]] bool Is(const std::string& file, const std::string& program) const
+    {
+        std::string name;
+        (void)platform::ReadAll("/proc/" + std::to_string(std::stoi(box.Read(file))) + "/comm",
+                                name);
+        return name == program + "\n";
+    }
     ToolBox box;
     ToolReport report;
 };
@@ -66,7 +74,7 @@ TEST_F(BoundedRun, WhatAKilledRunLeftIsEndedLater)
         (void)Run("setsid sleep 60 >/dev/null 2>&1 & echo $! >left.new; mv left.new left; wait");
         ::_exit(0);
     }
-    for (int i = 0; i < 500 && !box.Has("trle/left"); ++i)
+    for (int i = 0; i < 500 && !(box.Has("trle/left") && Is("trle/left", "sleep")); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds{20});
     (void)::kill(killed, SIGKILL);
     (void)::waitpid(killed, nullptr, 0);
