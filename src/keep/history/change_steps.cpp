@@ -239,7 +239,7 @@ Status ChangeSteps::RoomToOverwrite() const
     RoomNeeded room;
     for (const ChangeTarget& target : targets_)
         if (!target.foreign && !target.was.empty() && !target.becomes.empty() &&
-            !Holds(target.file, target.becomes))
+            target.was != target.becomes)
             room.Add(target.file, FileSize(SourceOf(target)));
     return room.IsThere(machine_);
 }
