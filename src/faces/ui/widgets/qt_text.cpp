@@ -1,6 +1,7 @@
 #include "ui/widgets/qt_text.h"
 
 #include "core/text.h"
+#include "platform/clock.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -43,8 +44,7 @@ QString DayText(std::int64_t seconds)
 
 QString MomentText(std::int64_t ns)
 {
-    constexpr std::int64_t nsOfSecond = 1'000'000'000;
-    const std::int64_t seconds = ns / nsOfSecond;
+    const std::int64_t seconds = ns / platform::nsOfSecond;
     return DayText(seconds) + QLatin1Char(' ') +
            QDateTime::fromSecsSinceEpoch(seconds).toString(QStringLiteral("HH:mm:ss"));
 }
