@@ -68,6 +68,18 @@ level 1 "['status'] == 'finished'"
 [[ ! -e $box/home/swap/played ]] || die "a game that ended is still noted"
 level 3 "['secondsPlayed'] < 600"
 
+# What the game writes over while its end is waited for is kept, the first version too.
+kept=$box/home/history/level_0001.jsonl
+cat >"$box/run" <<END
+printf first >'$box/trle/savegame.3'
+until [[ \$(grep -c 'savegame.3' '$kept' 2>/dev/null) == 1 ]]; do sleep 0.05; done
+printf second >'$box/trle/savegame.3'
+until [[ \$(grep -c 'savegame.3' '$kept') == 2 ]]; do sleep 0.05; done
+END
+expect 0 --yes play 1 --wait
+expect 0 --json saves history 1
+json "[one['size'] for one in j] in ([5, 6], [6, 5])"
+
 # The notes go where the archive goes.
 expect 0 original
 expect 0 --yes move "$box/moved"

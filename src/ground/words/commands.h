@@ -99,7 +99,7 @@ inline constexpr Message UseSizes{"sizes"};
 inline constexpr Message SumSizes{"Measures all levels anew and notes it in the archive."};
 inline constexpr Message KeysSizes{"an object with `mainFolderSize`, `secondaryFolderSize` and `levels`, an array of objects with `code`, `filesSize`, `extrasSize`, all in bytes."};
 inline constexpr Message UsePlay{"play CODE [--no-start] [--wait]"};
-inline constexpr Message SumPlay{"Puts a level into the Level Editor's folder in place of the one that stands there, and starts the game. When it was played is noted of the level. How long: when a command that changes something, or the window, finds the game still running, and with --wait, which stays until the game has ended (other Kestrova programs are kept out of the folders until then)."};
+inline constexpr Message SumPlay{"Puts a level into the Level Editor's folder in place of the one that stands there, and starts the game. When it was played is noted of the level. How long: when a command that changes something, or the window, finds the game still running, and with --wait, which stays until the game has ended (other Kestrova programs are kept out of the folders until then) and keeps each savegame that it writes."};
 inline constexpr Message KeysPlay{"an object with `code`, `name`, `started`."};
 inline constexpr Message UseCurrent{"current"};
 inline constexpr Message SumCurrent{"Shows code and name of the level that stands in the Level Editor's folder, parted by a tab."};

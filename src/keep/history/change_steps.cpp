@@ -184,8 +184,8 @@ Status ChangeSteps::Keep(const std::vector<Path>& files)
         if (auto status = KeepBeside(change_.kept, file, *hash); !status)
             return status;
     }
-    return KeepInHistory(machine_, where_, archive_, settings_,
-                         LevelPlace{change_.code, change_.home}, players, change_.reason);
+    return KeepInHistory(machine_, where_, settings_, LevelPlace{change_.code, change_.home},
+                         players, change_.reason);
 }
 
 bool ChangeSteps::HasNewPlace(const std::string& hash) const

@@ -116,10 +116,9 @@ Result<std::vector<LevelCode>> LevelsWithHistory(const Folders& folders)
     return codes;
 }
 
-Status KeepInHistory(Machine& machine, const Folders& folders, const Archive& archive,
-                     const ProgramSettings& settings, const LevelPlace& level,
-                     const std::vector<Path>& files, const std::string& reason,
-                     std::vector<std::string>* ids)
+Status KeepInHistory(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                     const LevelPlace& level, const std::vector<Path>& files,
+                     const std::string& reason, std::vector<std::string>* ids)
 {
     if (files.empty())
         return {};
@@ -175,7 +174,7 @@ Status KeepInHistory(Machine& machine, const Folders& folders, const Archive& ar
         return {};
     if (auto status = WriteHistoryIndex(folders, code, *index); !status)
         return status;
-    BoundHistory(folders, archive, settings, level, fresh);
+    BoundHistory(folders, settings, level, fresh);
     return {};
 }
 

@@ -12,10 +12,9 @@ namespace kestrova
 
 /// Keeps the files, read back and flushed when it answers True. A content that is kept already is
 /// not kept twice but counts. `ids` gets the entries' ids in the files' order.
-Status KeepInHistory(Machine& machine, const Folders& folders, const Archive& archive,
-                     const ProgramSettings& settings, const LevelPlace& level,
-                     const std::vector<Path>& files, const std::string& reason,
-                     std::vector<std::string>* ids = nullptr);
+Status KeepInHistory(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                     const LevelPlace& level, const std::vector<Path>& files,
+                     const std::string& reason, std::vector<std::string>* ids = nullptr);
 /// Oldest first; damaged index lines are passed over, and so is what belongs to a level of the same
 /// code in another archive that is there.
 Result<std::vector<HistoryEntry>> ReadHistoryOf(const Folders& folders, const LevelPlace& level);

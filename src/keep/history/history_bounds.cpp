@@ -2,7 +2,6 @@
 
 #include "archive/level_folders.h"
 #include "history/players_files.h"
-#include "history/standing.h"
 #include "platform/file_content.h"
 
 namespace kestrova
@@ -11,31 +10,24 @@ namespace kestrova
 namespace
 {
 
-/// Hashes of all that the level holds outside the history: live, stored, and in archive slots.
-std::set<std::string> HashesElsewhere(const Folders& folders, const Archive& archive,
-                                      const LevelPlace& level)
+/// Hashes of what the level's own folder holds: its store and its archive slots. The live slots do
+/// not count, since the game writes over them whenever it likes.
+std::set<std::string> HashesElsewhere(const Folders& folders, const LevelPlace& level)
 {
     std::set<std::string> hashes;
-    const auto add = [&](const Path& file) {
-        std::string hash;
-        if (!platform::HashOfFile(file, hash))
-            hashes.insert(hash);
-    };
     // What cannot be listed is held nowhere, so that more stays in the history.
-    if (const auto live = LiveStateFolder(folders, archive, level))
-        for (const Path& file : StateFilesIn(*live).ValueOr({}))
-            add(file);
     if (const auto tree = ScanTree(HomeOf(folders, level)))
         for (const Path& file : tree->files)
-            if (IsPlayersFile(file.filename().native()))
-                add(file);
+            if (std::string hash;
+                IsPlayersFile(file.filename().native()) && !platform::HashOfFile(file, hash))
+                hashes.insert(hash);
     return hashes;
 }
 
 } // namespace
 
-void BoundHistory(const Folders& folders, const Archive& archive, const ProgramSettings& settings,
-                  const LevelPlace& level, const std::set<std::string>& fresh)
+void BoundHistory(const Folders& folders, const ProgramSettings& settings, const LevelPlace& level,
+                  const std::set<std::string>& fresh)
 {
     const LevelCode code = level.code;
     auto index = ReadHistoryIndex(folders, code);
@@ -51,7 +43,7 @@ void BoundHistory(const Folders& folders, const Archive& archive, const ProgramS
     if (count <= mostCount && bytes <= mostBytes)
         return;
 
-    const std::set<std::string> elsewhere = HashesElsewhere(folders, archive, level);
+    const std::set<std::string> elsewhere = HashesElsewhere(folders, level);
     std::vector<HistoryEntry> stay;
     std::set<std::string> dropped;
     for (const HistoryEntry& entry : entries) {

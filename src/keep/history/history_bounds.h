@@ -11,7 +11,7 @@ namespace kestrova
 /// entry whose content exists nowhere else stays, whatever the bounds say. Failures leave more than
 /// the bound, never less, and are tried again with the next entry. `fresh`: hashes just kept, whose
 /// files are about to go.
-void BoundHistory(const Folders& folders, const Archive& archive, const ProgramSettings& settings,
-                  const LevelPlace& level, const std::set<std::string>& fresh);
+void BoundHistory(const Folders& folders, const ProgramSettings& settings, const LevelPlace& level,
+                  const std::set<std::string>& fresh);
 
 } // namespace kestrova

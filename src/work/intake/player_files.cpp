@@ -67,8 +67,8 @@ StepAnswer TakeSavegame(Intake& intake, const Path& file, const Path& target)
     // Whichever of two different savegames goes, it can be brought back.
     if (other)
         if (const auto kept = KeepInHistory(intake.session.machine, intake.session.Folders(),
-                                            intake.session.archive, intake.session.settings,
-                                            draft.record.levelCode, {taken ? target : file},
+                                            intake.session.settings, draft.record.levelCode,
+                                            {taken ? target : file},
                                             Told(taken ? Msg::ReasonReplaced : Msg::ReasonRefused));
             !kept)
             return Failed(intake, Msg::IncomingNotKept, kept.Error());
@@ -93,8 +93,8 @@ Status TakePicture(Intake& intake, const Path& file, const Path& target)
         return {};
     if (*held == Held::Other)
         if (auto kept = KeepInHistory(intake.session.machine, intake.session.Folders(),
-                                      intake.session.archive, intake.session.settings,
-                                      draft.record.levelCode, {target}, Told(Msg::ReasonReplaced));
+                                      intake.session.settings, draft.record.levelCode, {target},
+                                      Told(Msg::ReasonReplaced));
             !kept)
             return kept;
     if (draft.before)

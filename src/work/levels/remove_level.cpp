@@ -55,12 +55,11 @@ Result<std::vector<Path>> PlayersFilesOf(const Path& levelFolder)
     return files;
 }
 
-Status KeepPlayersFiles(Machine& machine, const Folders& folders, const Archive& archive,
-                        const ProgramSettings& settings, LevelCode code, const Path& levelFolder,
-                        Message reason)
+Status KeepPlayersFiles(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                        LevelCode code, const Path& levelFolder, Message reason)
 {
     const auto files = PlayersFilesOf(levelFolder);
-    return files ? KeepInHistory(machine, folders, archive, settings, code, *files, Told(reason))
+    return files ? KeepInHistory(machine, folders, settings, code, *files, Told(reason))
                  : Status{files.Error()};
 }
 
@@ -173,8 +172,8 @@ bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder, Cha
     }
     if (!*isThere)
         return true;
-    if (const auto kept = KeepPlayersFiles(session.machine, session.Folders(), session.archive,
-                                           session.settings, code, folder, Msg::ReasonRemoved);
+    if (const auto kept = KeepPlayersFiles(session.machine, session.Folders(), session.settings,
+                                           code, folder, Msg::ReasonRemoved);
         !kept) {
         TellFailure(session.host, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), kept.Error());
         return false;

@@ -8,6 +8,7 @@
 #include "history/standing.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "saves/savegame_watch.h"
 #include "swap/folder_guard.h"
 #include "words/play.h"
 
@@ -225,12 +226,16 @@ void CountUntilGameEnds(Session& session, PlayTimes& times)
     constexpr int lookAnyway = 1200;
     const auto wait = session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::WaitsForGame));
     wait->AllowStop();
+    const int ownOperations = session.runningOperations;
+    SavegameWatch watch;
     for (int slices = 0; times.Counts() && wait->Step(); ++slices) {
+        watch.Tick(session, true, ownOperations);
         if (slices % lookAnyway == 0 ||
             (slices % lookAgain == 0 && !session.machine.IsRunning(session.gamePid)))
             times.Look(ProgramsInTrle(session, session.Folders()));
         std::this_thread::sleep_for(slice);
     }
+    watch.Tick(session, false, ownOperations);
 }
 
 } // namespace kestrova

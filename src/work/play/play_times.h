@@ -58,7 +58,8 @@ private:
 /// Notes what a former run of this program left to be counted; without anything left nothing is
 /// looked at.
 void CountGamesLeft(Session& session);
-/// Stays while the game that was started here runs, and counts. Stop ends the stay alone.
+/// Stays while the game that was started here runs, counts, and keeps each savegame that it writes.
+/// Stop ends the stay alone.
 void CountUntilGameEnds(Session& session, PlayTimes& times);
 
 } // namespace kestrova

@@ -31,12 +31,11 @@ namespace
 {
 
 /// Keeps all files of a folder in the history.
-Status KeepFilesOf(Machine& machine, const Folders& folders, const Archive& archive,
-                   const ProgramSettings& settings, LevelCode code, const Path& folder,
-                   Message reason)
+Status KeepFilesOf(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                   LevelCode code, const Path& folder, Message reason)
 {
     const auto files = ListFiles(folder, OnDisk::PatAll);
-    return files ? KeepInHistory(machine, folders, archive, settings, code, *files, Told(reason))
+    return files ? KeepInHistory(machine, folders, settings, code, *files, Told(reason))
                  : Status{files.Error()};
 }
 
@@ -123,7 +122,7 @@ Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan,
 
 /// Takes the archive slots without a savegame away from the end; the number of the last that has
 /// one, 0 when none has.
-Result<int> LastFilledSlot(Machine& machine, const Folders& folders, const Archive& archive,
+Result<int> LastFilledSlot(Machine& machine, const Folders& folders,
                            const ProgramSettings& settings, LevelCode code, const Path& root)
 {
     auto last = LastSlot(root);
@@ -134,8 +133,7 @@ Result<int> LastFilledSlot(Machine& machine, const Folders& folders, const Archi
             return savegames.Error();
         if (!savegames->empty())
             break;
-        if (auto status =
-                KeepFilesOf(machine, folders, archive, settings, code, slot, Msg::ReasonEmptySlot);
+        if (auto status = KeepFilesOf(machine, folders, settings, code, slot, Msg::ReasonEmptySlot);
             !status)
             return status.Error();
         (void)RemoveFolder(slot); // one that stays counts as taken, and is tried again
@@ -144,14 +142,13 @@ Result<int> LastFilledSlot(Machine& machine, const Folders& folders, const Archi
 }
 
 /// The temporary folder of an older program may hold the only copy of what it moved.
-Status ClearTemporary(Machine& machine, const Folders& folders, const Archive& archive,
-                      const ProgramSettings& settings, LevelCode code)
+Status ClearTemporary(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                      LevelCode code)
 {
     const Path folder = ResolvePath(InFolder(folders.program, OnDisk::DirTempSavegame));
     if (!FolderExists(folder))
         return {};
-    if (auto status =
-            KeepFilesOf(machine, folders, archive, settings, code, folder, Msg::ReasonTempLeft);
+    if (auto status = KeepFilesOf(machine, folders, settings, code, folder, Msg::ReasonTempLeft);
         !status)
         return status;
     (void)RemoveFolder(folder); // nothing is read from it
@@ -159,16 +156,15 @@ Status ClearTemporary(Machine& machine, const Folders& folders, const Archive& a
 }
 
 /// The live savegames with their notes and pictures.
-Status TakeSnapshot(Machine& machine, const Folders& folders, const Archive& archive,
-                    const ProgramSettings& settings, LevelCode code, const Path& live)
+Status TakeSnapshot(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                    LevelCode code, const Path& live)
 {
     auto files = ListFiles(live, OnDisk::PatAll);
     if (!files)
         return files.Error();
     std::erase_if(*files,
                   [](const Path& file) { return !IsPlayersFile(file.filename().native()); });
-    return KeepInHistory(machine, folders, archive, settings, code, *files,
-                         Told(Msg::ReasonBeforeRestore));
+    return KeepInHistory(machine, folders, settings, code, *files, Told(Msg::ReasonBeforeRestore));
 }
 
 /// Which of the slot's savegames come, newest first, until the fifteen places are taken: those that
@@ -203,7 +199,7 @@ void TakeFromSlot(SavegamePlan& plan, SavegamePlan::Folder slot, SavegamePlan::F
 Result<SavegamePlan::Folder> FolderOf(Session& session, LevelCode code, SavegamePlan& plan,
                                       const Path& folder)
 {
-    if (auto status = SettleTwins(session.host, session.machine, session.archive, session.settings,
+    if (auto status = SettleTwins(session.host, session.machine, session.settings,
                                   session.Folders(), code, folder);
         !status)
         return status.Error();
@@ -291,15 +287,14 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
     if (standing->size() == gameSlotCount)
         return counts;
     const Path root = SlotsRootOf(session.Folders(), code);
-    const auto last = LastFilledSlot(session.machine, session.Folders(), session.archive,
-                                     session.settings, code, root);
+    const auto last =
+        LastFilledSlot(session.machine, session.Folders(), session.settings, code, root);
     if (!last)
         return last.Error();
     counts.slot = *last;
     if (*last == 0)
         return counts;
-    if (auto status = ClearTemporary(session.machine, session.Folders(), session.archive,
-                                     session.settings, code);
+    if (auto status = ClearTemporary(session.machine, session.Folders(), session.settings, code);
         !status)
         return status.Error();
 
@@ -308,8 +303,8 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
     const auto slot = slots ? FolderOf(session, code, plan, ArchiveSlot(root, *last)) : slots;
     if (!slot)
         return slot.Error();
-    if (auto status = TakeSnapshot(session.machine, session.Folders(), session.archive,
-                                   session.settings, code, *live);
+    if (auto status =
+            TakeSnapshot(session.machine, session.Folders(), session.settings, code, *live);
         !status)
         return status.Error();
     const auto passing = plan.AddPassing();

@@ -31,9 +31,9 @@ FailedFiles AllFailed(const std::vector<Path>& files, const Failure& failure)
     return failed;
 }
 
-Status ExportOne(Machine& machine, const Folders& folders, const Archive& archive,
-                 const ProgramSettings& settings, LevelCode code, const Path& file,
-                 const Path& target, std::vector<std::string>* replaced)
+Status ExportOne(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                 LevelCode code, const Path& file, const Path& target,
+                 std::vector<std::string>* replaced)
 {
     const auto facts = LookAt(file);
     const auto there = LookAt(target);
@@ -45,7 +45,7 @@ Status ExportOne(Machine& machine, const Folders& folders, const Archive& archiv
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WriteNoFile, {TextOf(target)})};
     const bool replaces = there->kind == platform::FileKind::File && !SameContent(file, target);
     if (replaces)
-        if (auto status = KeepInHistory(machine, folders, archive, settings, code, {target},
+        if (auto status = KeepInHistory(machine, folders, settings, code, {target},
                                         Told(Msg::ReasonExportedOver));
             !status)
             return status;
@@ -161,8 +161,8 @@ FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<
     std::vector<Path> exported;
     for (const Path& file : files) {
         const Path target = ResolvePath(place / file.filename());
-        if (const auto status = ExportOne(session.machine, session.Folders(), session.archive,
-                                          session.settings, code, file, target, replaced);
+        if (const auto status = ExportOne(session.machine, session.Folders(), session.settings,
+                                          code, file, target, replaced);
             !status)
             failed.push_back({file, status.Error()});
         else

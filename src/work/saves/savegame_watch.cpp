@@ -22,13 +22,13 @@ constexpr std::int64_t afterAFailure = 60 * platform::nsOfSecond;
 
 } // namespace
 
-void SavegameWatch::Tick(Session& session, bool gameRuns)
+void SavegameWatch::Tick(Session& session, bool gameRuns, int ownOperations)
 {
     const std::int64_t now = session.machine.NowNs();
     if (gameRuns)
         untilNs_ = now + afterTheEnd;
     NoteClosed(session.Folders(), gameRuns);
-    if (session.runningOperations > 0)
+    if (session.runningOperations > ownOperations)
         return;
     if (now > untilNs_)
         return Rest();
@@ -109,8 +109,8 @@ void SavegameWatch::Keep(Session& session, const LevelPlace& level, const std::v
     if (files.empty())
         return;
     const Operation operation{session};
-    const auto kept = KeepInHistory(session.machine, session.Folders(), session.archive,
-                                    session.settings, level, files, Told(Msg::ReasonPlayed));
+    const auto kept = KeepInHistory(session.machine, session.Folders(), session.settings, level,
+                                    files, Told(Msg::ReasonPlayed));
     for (const Path& file : files) {
         // What was written meanwhile is seen as changed by the next look.
         seen_[file].kept = static_cast<bool>(kept);

@@ -19,8 +19,9 @@ class SavegameWatch
 public:
     /// To be called several times a second while the program is idle: what was closed is kept at
     /// once. It looks through the folder once a second at most, and once more behind the game's
-    /// end. Nothing is kept while an operation runs, but what was closed meanwhile is behind it.
-    void Tick(Session& session, bool gameRuns);
+    /// end. Nothing is kept while an operation runs beside the caller's own ones, but what was
+    /// closed meanwhile is behind it.
+    void Tick(Session& session, bool gameRuns, int ownOperations = 0);
 
 private:
     struct Seen {

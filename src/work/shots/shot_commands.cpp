@@ -73,8 +73,8 @@ void ShowAgain(Session& session, ShotList& shots)
 /// What a picture shows may be nowhere else; false, with words, while it cannot be kept.
 bool KeepShot(Session& session, LevelCode code, const Path& shot, Message reason)
 {
-    const auto kept = KeepInHistory(session.machine, session.Folders(), session.archive,
-                                    session.settings, code, {shot}, Told(reason));
+    const auto kept = KeepInHistory(session.machine, session.Folders(), session.settings, code,
+                                    {shot}, Told(reason));
     if (!kept)
         TellFailure(session.host, GetMsg(Msg::ShotNotKept, {TextOf(shot.filename())}),
                     kept.Error());

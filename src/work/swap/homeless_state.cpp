@@ -61,17 +61,17 @@ Status SendHome(const SwapParts& parts, const Folders& folders, const Homeless& 
     journal.folder = std::move(*folder);
     journal.fromRoot = std::move(*root);
     // First the copies alone: while they cannot be made nothing waits that would hold up a swap.
-    auto status = SettleTwins(parts.host, parts.machine, parts.archive, parts.settings, folders,
-                              level, folders.trle);
+    auto status =
+        SettleTwins(parts.host, parts.machine, parts.settings, folders, level, folders.trle);
     if (status && !letGo)
-        status = SettleTwins(parts.host, parts.machine, parts.archive, parts.settings, folders,
-                             level, ResolvePath(journal.fromStore));
+        status = SettleTwins(parts.host, parts.machine, parts.settings, folders, level,
+                             ResolvePath(journal.fromStore));
     if (status && !letGo)
-        status = StoreLiveState(parts.machine, folders, parts.archive, parts.settings, level,
-                                journal.fromStore, journal.live, state.strangers);
+        status = StoreLiveState(parts.machine, folders, parts.settings, level, journal.fromStore,
+                                journal.live, state.strangers);
     if (status && letGo)
-        status = KeepInHistory(parts.machine, folders, parts.archive, parts.settings, level,
-                               state.live, Told(Msg::ReasonInterrupted));
+        status = KeepInHistory(parts.machine, folders, parts.settings, level, state.live,
+                               Told(Msg::ReasonInterrupted));
     if (status)
         status = WriteJournal(folders, journal);
     LeftInTrle left;

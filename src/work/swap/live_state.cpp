@@ -64,9 +64,8 @@ Result<Path> ContentOf(const Folders& folders, const std::string& hash)
 
 } // namespace
 
-Status SettleTwins(Host& host, Machine& machine, const Archive& archive,
-                   const ProgramSettings& settings, const Folders& folders, const LevelPlace& level,
-                   const Path& folder)
+Status SettleTwins(Host& host, Machine& machine, const ProgramSettings& settings,
+                   const Folders& folders, const LevelPlace& level, const Path& folder)
 {
     const auto files = ListFiles(folder, OnDisk::PatAll);
     if (!files)
@@ -86,8 +85,8 @@ Status SettleTwins(Host& host, Machine& machine, const Archive& archive,
         if (*newer)
             known->second = file;
     }
-    if (auto status = KeepInHistory(machine, folders, archive, settings, level, others,
-                                    Told(Msg::ReasonTwin));
+    if (auto status =
+            KeepInHistory(machine, folders, settings, level, others, Told(Msg::ReasonTwin));
         !status)
         return status;
     std::vector<std::string> names;
@@ -135,9 +134,9 @@ Result<std::vector<Path>> LiveStateFiles(const Folders& folders,
     return files;
 }
 
-Status StoreLiveState(Machine& machine, const Folders& folders, const Archive& archive,
-                      const ProgramSettings& settings, const LevelPlace& owner, const Path& store,
-                      std::vector<StateFile>& live, const std::vector<OwnedFile>& strangers)
+Status StoreLiveState(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                      const LevelPlace& owner, const Path& store, std::vector<StateFile>& live,
+                      const std::vector<OwnedFile>& strangers)
 {
     const auto listed = LiveStateFiles(folders, strangers);
     if (!listed)
@@ -170,8 +169,8 @@ Status StoreLiveState(Machine& machine, const Folders& folders, const Archive& a
                 coming.push_back(file);
         }
     }
-    if (auto status = KeepInHistory(machine, folders, archive, settings, owner, older,
-                                    Told(Msg::ReasonInterrupted));
+    if (auto status =
+            KeepInHistory(machine, folders, settings, owner, older, Told(Msg::ReasonInterrupted));
         !status)
         return status;
     for (const Path& file : coming)
@@ -180,18 +179,17 @@ Status StoreLiveState(Machine& machine, const Folders& folders, const Archive& a
     return FlushFolder(place);
 }
 
-Status KeepStateIn(Machine& machine, const Folders& folders, const Archive& archive,
-                   const ProgramSettings& settings, const LevelPlace& level, const Path& folder)
+Status KeepStateIn(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                   const LevelPlace& level, const Path& folder)
 {
     const auto files = StateFilesIn(folder);
-    return files ? KeepInHistory(machine, folders, archive, settings, level, *files,
-                                 Told(Msg::ReasonSwap))
+    return files ? KeepInHistory(machine, folders, settings, level, *files, Told(Msg::ReasonSwap))
                  : Status{files.Error()};
 }
 
-Status DropLiveState(Machine& machine, const Folders& folders, const Archive& archive,
-                     const ProgramSettings& settings, const LevelPlace& owner,
-                     const std::vector<StateFile>& live, std::vector<OwnedFile>& left)
+Status DropLiveState(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                     const LevelPlace& owner, const std::vector<StateFile>& live,
+                     std::vector<OwnedFile>& left)
 {
     const Path trle = ResolvePath(folders.trle);
     for (const StateFile& entry : live)
@@ -209,14 +207,13 @@ Status DropLiveState(Machine& machine, const Folders& folders, const Archive& ar
         left.push_back(AsItStands(file.filename().native(), file));
         // What cannot be read now is stored already, or was written since and stays where it is.
         if (const std::string hash = HashOrEmpty(file); !hash.empty() && kept)
-            kept = KeepInHistory(machine, folders, archive, settings, owner, {file},
-                                 Told(Msg::ReasonSwap));
+            kept = KeepInHistory(machine, folders, settings, owner, {file}, Told(Msg::ReasonSwap));
     }
     return kept;
 }
 
-Status PutStoreBack(Machine& machine, const Folders& folders, const Archive& archive,
-                    const ProgramSettings& settings, const LevelPlace& level, const Path& folder,
+Status PutStoreBack(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                    const LevelPlace& level, const Path& folder,
                     const std::vector<StateFile>& wanted)
 {
     const Path store = ResolvePath(folder);
@@ -237,8 +234,8 @@ Status PutStoreBack(Machine& machine, const Folders& folders, const Archive& arc
         if (!belongs)
             strange.push_back(file);
     }
-    if (auto status = KeepInHistory(machine, folders, archive, settings, level, strange,
-                                    Told(Msg::ReasonInterrupted));
+    if (auto status =
+            KeepInHistory(machine, folders, settings, level, strange, Told(Msg::ReasonInterrupted));
         !status)
         return status;
     for (const Path& file : strange)
@@ -270,10 +267,9 @@ Result<std::vector<Path>> StoredState(const Folders& folders, const LevelPlace& 
     return ListFiles(StateStoreOf(folders, level), OnDisk::PatAllFiles);
 }
 
-BroughtState BringStateIn(Machine& machine, const Folders& folders, const Archive& archive,
-                          const ProgramSettings& settings, const Path& store,
-                          const std::vector<Path>& stored, const LevelPlace& before,
-                          ActivityLog* log)
+BroughtState BringStateIn(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                          const Path& store, const std::vector<Path>& stored,
+                          const LevelPlace& before, ActivityLog* log)
 {
     BroughtState brought;
     const Path trle = ResolvePath(folders.trle);
@@ -293,8 +289,7 @@ BroughtState BringStateIn(Machine& machine, const Folders& folders, const Archiv
         else
             spared.push_back(file.filename().native());
     }
-    if (!KeepInHistory(machine, folders, archive, settings, before, players,
-                       Told(Msg::ReasonComesIn)))
+    if (!KeepInHistory(machine, folders, settings, before, players, Told(Msg::ReasonComesIn)))
         for (const Path& file : players)
             spared.push_back(file.filename().native());
     const auto isSpared = [&](const Path& file) {

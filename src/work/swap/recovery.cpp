@@ -105,7 +105,7 @@ bool MendSwap(Session& session, const Folders& folders, const SwapJournal& journ
         return true;
     }
     if (journal.phase == SwapPhase::Planned) {
-        auto status = PutStoreBack(session.machine, folders, session.archive, session.settings,
+        auto status = PutStoreBack(session.machine, folders, session.settings,
                                    LevelOfNeededStore(folders, journal),
                                    NeededStore(folders, journal), journal.store);
         if (status)

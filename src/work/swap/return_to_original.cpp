@@ -30,9 +30,8 @@ namespace
 
 /// The live state leaves the folder: into its store, or, when the level has been removed since,
 /// into the history.
-Status SaveLiveState(Machine& machine, const Folders& folders, const Archive& archive,
-                     const ProgramSettings& settings, const LevelPlace& owner, const Path& store,
-                     std::vector<OwnedFile>& strangers)
+Status SaveLiveState(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                     const LevelPlace& owner, const Path& store, std::vector<OwnedFile>& strangers)
 {
     std::vector<StateFile> live;
     const auto there = StrangersThere(folders, strangers);
@@ -41,8 +40,7 @@ Status SaveLiveState(Machine& machine, const Folders& folders, const Archive& ar
         return there ? hasHome.Error() : there.Error();
     strangers = *there;
     if (*hasHome) {
-        if (auto status =
-                StoreLiveState(machine, folders, archive, settings, owner, store, live, strangers);
+        if (auto status = StoreLiveState(machine, folders, settings, owner, store, live, strangers);
             !status)
             return status;
     } else {
@@ -53,13 +51,13 @@ Status SaveLiveState(Machine& machine, const Folders& folders, const Archive& ar
         if (!hashes)
             return hashes.Error();
         live = std::move(*hashes);
-        if (auto status = KeepInHistory(machine, folders, archive, settings, owner, *files,
+        if (auto status = KeepInHistory(machine, folders, settings, owner, *files,
                                         Told(Msg::ReasonInterrupted));
             !status)
             return status;
     }
     strangers.clear();
-    return DropLiveState(machine, folders, archive, settings, owner, live, strangers);
+    return DropLiveState(machine, folders, settings, owner, live, strangers);
 }
 
 } // namespace
@@ -199,21 +197,21 @@ Status ReturnToOriginal(const SwapParts& parts, const Folders& folders, SwapJour
 {
     const Path store = NeededStore(folders, journal);
     const LevelPlace owner = LevelOfNeededStore(folders, journal);
-    if (auto status = SettleTwins(parts.host, parts.machine, parts.archive, parts.settings, folders,
-                                  owner, folders.trle);
+    if (auto status =
+            SettleTwins(parts.host, parts.machine, parts.settings, folders, owner, folders.trle);
         !status)
         return status;
     left.strangers = journal.strangers;
     if (journal.liveIsKept) { // the state of a level that has no folder any more
         const LevelPlace gone{journal.from, Path{journal.fromStore}.parent_path()};
         std::vector<OwnedFile> there;
-        if (auto status = DropLiveState(parts.machine, folders, parts.archive, parts.settings, gone,
-                                        journal.live, there);
+        if (auto status =
+                DropLiveState(parts.machine, folders, parts.settings, gone, journal.live, there);
             !status)
             return status;
     }
-    if (auto status = SaveLiveState(parts.machine, folders, parts.archive, parts.settings, owner,
-                                    store, left.strangers);
+    if (auto status =
+            SaveLiveState(parts.machine, folders, parts.settings, owner, store, left.strangers);
         !status)
         return status;
     ClearHalfDone(folders);
@@ -232,15 +230,15 @@ Status ReturnToOriginal(const SwapParts& parts, const Folders& folders, SwapJour
     journal.strangers = left.strangers;
     if (auto status = WriteJournal(folders, journal); !status)
         return status;
-    if (auto status = SettleTwins(parts.host, parts.machine, parts.archive, parts.settings, folders,
-                                  originalCode, journal.toStore);
+    if (auto status = SettleTwins(parts.host, parts.machine, parts.settings, folders, originalCode,
+                                  journal.toStore);
         !status)
         return status;
     const auto stored = StoredState(folders, originalCode);
     if (!stored)
         return stored.Error();
-    BroughtState state = BringStateIn(parts.machine, folders, parts.archive, parts.settings,
-                                      journal.toStore, *stored, originalCode, nullptr);
+    BroughtState state = BringStateIn(parts.machine, folders, parts.settings, journal.toStore,
+                                      *stored, originalCode, nullptr);
     if (!state.waiting.empty()) // they are in their store, and no reason to wait for ever
         parts.host.Tell(Tone::Warning, GetMsg(Msg::StateNotIn, {ShownNames(state.waiting)}));
     OwnerRecord record;

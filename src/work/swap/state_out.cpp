@@ -73,8 +73,8 @@ bool StateOut::Abandon(const Failure& failure)
     TellFailure(parts_.host, GetMsg(Msg::CannotKeepState), failure);
     // What cannot be put back now stays noted in the journal, and the next start tries again.
     const LevelPlace from{journal_.from, Path{journal_.fromStore}.parent_path()};
-    if (PutStoreBack(parts_.machine, parts_.folders, parts_.archive, parts_.settings, from,
-                     journal_.fromStore, journal_.store) &&
+    if (PutStoreBack(parts_.machine, parts_.folders, parts_.settings, from, journal_.fromStore,
+                     journal_.store) &&
         DropJournal(parts_.folders))
         begun_ = false;
     return false;
@@ -98,8 +98,7 @@ bool StateOut::KeepLiveState(const LevelPlace& level)
     journal_.live = *live;
     if (!Begin())
         return false;
-    const auto status =
-        KeepStateIn(parts_.machine, parts_.folders, parts_.archive, parts_.settings, level, trle_);
+    const auto status = KeepStateIn(parts_.machine, parts_.folders, parts_.settings, level, trle_);
     return status ? true : Abandon(status.Error());
 }
 
@@ -114,8 +113,8 @@ void StateOut::DropStrangers(const LevelPlace& from)
         const bool safe = !platform::HashOfFile(file, hash) &&
                           !platform::HashOfFile(HistoryContent(parts_.folders, hash), kept) &&
                           kept == hash;
-        if (safe || KeepInHistory(parts_.machine, parts_.folders, parts_.archive, parts_.settings,
-                                  from, {file}, Told(Msg::ReasonLeft)))
+        if (safe || KeepInHistory(parts_.machine, parts_.folders, parts_.settings, from, {file},
+                                  Told(Msg::ReasonLeft)))
             (void)platform::Unlink(file); // what still cannot go stays noted
     }
     strangers_ = StrangersThere(parts_.folders, strangers_).ValueOr(strangers_);
@@ -140,11 +139,11 @@ StateOut::Outcome StateOut::MoveStateOut(LevelPlace from, bool marked)
     journal_.from = from.code;
     journal_.fromStore = StateStoreOf(parts_.folders, from).native();
     DropStrangers(from);
-    Status readable = SettleTwins(parts_.host, parts_.machine, parts_.archive, parts_.settings,
-                                  parts_.folders, from, trle_);
+    Status readable =
+        SettleTwins(parts_.host, parts_.machine, parts_.settings, parts_.folders, from, trle_);
     if (readable)
-        readable = SettleTwins(parts_.host, parts_.machine, parts_.archive, parts_.settings,
-                               parts_.folders, from, store);
+        readable =
+            SettleTwins(parts_.host, parts_.machine, parts_.settings, parts_.folders, from, store);
     const auto stored = ListFiles(store, OnDisk::PatAll);
     const auto live = HashesIn(LiveStateFiles(parts_.folders, strangers_));
     const auto before = HashesIn(stored);
@@ -175,8 +174,8 @@ StateOut::Outcome StateOut::MoveToStore(const LevelPlace& from, const std::vecto
     if (auto status = MakeFolders(store); !status)
         return stop(status.Error());
     if (!stateOf_) { // emptied and filled already; only what a game wrote since comes to it
-        if (auto status = StoreLiveState(parts_.machine, parts_.folders, parts_.archive,
-                                         parts_.settings, from, store, journal_.live, strangers_);
+        if (auto status = StoreLiveState(parts_.machine, parts_.folders, parts_.settings, from,
+                                         store, journal_.live, strangers_);
             !status)
             return stop(status.Error());
     } else {
@@ -196,8 +195,8 @@ StateOut::Outcome StateOut::MoveToStore(const LevelPlace& from, const std::vecto
             if (!same && !waits)
                 going.push_back(stored[i]);
         }
-        if (auto status = KeepInHistory(parts_.machine, parts_.folders, parts_.archive,
-                                        parts_.settings, from, going, Told(Msg::ReasonSwap));
+        if (auto status = KeepInHistory(parts_.machine, parts_.folders, parts_.settings, from,
+                                        going, Told(Msg::ReasonSwap));
             !status)
             return stop(status.Error());
         if (auto status = EmptyStore(store, going, marked); !status) {
@@ -207,12 +206,11 @@ StateOut::Outcome StateOut::MoveToStore(const LevelPlace& from, const std::vecto
                 parts_.host,
                 GetMsg(Msg::CannotDeleteBackupSavegames, {TextOf(HomeOf(parts_.folders, from))}),
                 status.Error());
-            if (status = PutStoreBack(parts_.machine, parts_.folders, parts_.archive,
-                                      parts_.settings, from, store, journal_.store);
+            if (status = PutStoreBack(parts_.machine, parts_.folders, parts_.settings, from, store,
+                                      journal_.store);
                 !status)
                 return stop(status.Error());
-            if (status = KeepStateIn(parts_.machine, parts_.folders, parts_.archive,
-                                     parts_.settings, from, trle_);
+            if (status = KeepStateIn(parts_.machine, parts_.folders, parts_.settings, from, trle_);
                 !status)
                 return stop(status.Error());
             return Outcome::Failed;
@@ -252,8 +250,8 @@ void StateOut::ComesAgain(const Path& store, const std::vector<Path>& gone)
 void StateOut::DropLive(const LevelPlace& from, const std::vector<std::string>* copies)
 {
     strangers_.clear();
-    const auto dropped = DropLiveState(parts_.machine, parts_.folders, parts_.archive,
-                                       parts_.settings, from, journal_.live, strangers_);
+    const auto dropped = DropLiveState(parts_.machine, parts_.folders, parts_.settings, from,
+                                       journal_.live, strangers_);
     if (copies != nullptr)
         LogStateMove(*copies, dropped && strangers_.empty());
     if (strangers_.empty())

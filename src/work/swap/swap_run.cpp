@@ -79,9 +79,9 @@ bool SwapRun::BringIn(bool logged)
     const LevelPlace before =
         stateOf_.value_or(LevelPlace{journal_.from, Path{journal_.fromStore}.parent_path()});
     stateOf_ = journal_.to;
-    BroughtState brought = BringStateIn(parts_.machine, parts_.folders, parts_.archive,
-                                        parts_.settings, StateStoreOf(parts_.folders, journal_.to),
-                                        comingState_, before, logged ? &log_ : nullptr);
+    BroughtState brought = BringStateIn(parts_.machine, parts_.folders, parts_.settings,
+                                        StateStoreOf(parts_.folders, journal_.to), comingState_,
+                                        before, logged ? &log_ : nullptr);
     leftOverwritten_.insert(leftOverwritten_.end(), brought.replaced.begin(),
                             brought.replaced.end());
     waiting_ = std::move(brought.waiting);

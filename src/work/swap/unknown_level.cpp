@@ -34,14 +34,13 @@ bool ForgetLevel(const SwapParts& parts, LevelCode code)
     const auto live = HashesOf(*files);
     if (!live)
         return failed(live.Error());
-    if (const auto status =
-            KeepInHistory(parts.machine, parts.folders, parts.archive, parts.settings, level,
-                          *files, Told(Msg::ReasonForgotten));
+    if (const auto status = KeepInHistory(parts.machine, parts.folders, parts.settings, level,
+                                          *files, Told(Msg::ReasonForgotten));
         !status)
         return failed(status.Error());
     std::vector<OwnedFile> left; // what a game wrote since: it is the original configuration's now
-    if (const auto status = DropLiveState(parts.machine, parts.folders, parts.archive,
-                                          parts.settings, level, *live, left);
+    if (const auto status =
+            DropLiveState(parts.machine, parts.folders, parts.settings, level, *live, left);
         !status)
         return failed(status.Error());
     if (const auto status = DeleteFile(parts.folders.Marker()); !status)

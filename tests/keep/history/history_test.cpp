@@ -15,9 +15,9 @@ TEST(History, KeepsContentsOnceAndBringsThemBackIntoAFreeSlot)
     world.Write("levels/LEVEL_0001/backup_savegames/savegame.7", save);
     const Path file = world / "levels/LEVEL_0001/backup_savegames/savegame.7";
     std::vector<std::string> ids;
-    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
                               world.session.settings, 1, {file}, "test", &ids));
-    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
                               world.session.settings, 1, {file}, "test", &ids));
     ASSERT_EQ(ids.size(), 2U);
     EXPECT_EQ(ids[0], ids[1]);
@@ -49,7 +49,7 @@ TEST(History, APictureComesBackAmongTheLevelsPictures)
         world.Write(shots + name, std::string{"picture "} + name);
     world.Write("levels/LEVEL_0001/backup_savegames/shot4.jpg", "of a savegame");
     std::vector<std::string> ids;
-    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
                               world.session.settings, 1,
                               {world / (shots + "1) Dawn.jpg"), world / (shots + "shot3.jpg"),
                                world / "levels/LEVEL_0001/backup_savegames/shot4.jpg"},
@@ -78,15 +78,14 @@ TEST(History, NeverDropsWhatExistsNowhereElse)
     for (int number = 1; number <= 4; ++number) {
         world.Write("trle/savegame.9", SavegameBytes("Alone", number));
         ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
-                                  world.session.archive, world.session.settings, 0,
-                                  {world / "trle/savegame.9"}, "test"));
+                                  world.session.settings, 0, {world / "trle/savegame.9"}, "test"));
     }
     // Only the last content is live as well; the three others are kept whatever the bound says.
     EXPECT_EQ(HistoryOf(world.session.Folders(), 0).size(), 4U);
     world.Write("home/LEVEL_0000/savegames/slot1/savegame.0", SavegameBytes("Alone", 1));
     world.Write("home/LEVEL_0000/savegames/slot1/savegame.1", SavegameBytes("Alone", 2));
     world.Write("trle/savegame.9", SavegameBytes("Alone", 5));
-    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
                               world.session.settings, 0, {world / "trle/savegame.9"}, "test"));
     std::vector<int> numbers;
     for (const HistoryEntry& entry : HistoryOf(world.session.Folders(), 0))
@@ -94,10 +93,24 @@ TEST(History, NeverDropsWhatExistsNowhereElse)
     EXPECT_EQ(numbers, (std::vector<int>{3, 4, 5}));
 }
 
+TEST(History, HoldsWhatTheGameMayWriteOver)
+{
+    SwapWorld world;
+    world.session.settings.historyCount = 2;
+    for (int number = 1; number <= 4; ++number) {
+        const Path live = world / ("trle/savegame." + std::to_string(number));
+        world.Write("trle/savegame." + std::to_string(number), SavegameBytes("Slot", number));
+        ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
+                                  world.session.settings, 0, {live}, "test"));
+    }
+    EXPECT_EQ(HistoryOf(world.session.Folders(), 0).size(), 4U)
+        << "a slot that the game writes over next holds nothing for good";
+}
+
 TEST(History, PassesOverDamagedLines)
 {
     SwapWorld world;
-    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
                               world.session.settings, 0, {world / "trle/savegame.0"}, "test"));
     const std::string index = world.Read("home/history/level_0000.jsonl");
     world.Write("home/history/level_0000.jsonl",

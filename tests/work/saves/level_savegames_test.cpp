@@ -22,9 +22,9 @@ public:
         Write(store + std::string{"slot2/note4.txt"}, "of nine");
         Write("gone/savegame.0", SavegameBytes("Overwritten", 3));
         Write("gone/note0.txt", "no savegame");
-        EXPECT_TRUE(KeepInHistory(
-            session.machine, session.Folders(), session.archive, session.settings, played,
-            {*this / "gone/savegame.0", *this / "gone/note0.txt"}, "slots freed"));
+        EXPECT_TRUE(KeepInHistory(session.machine, session.Folders(), session.settings, played,
+                                  {*this / "gone/savegame.0", *this / "gone/note0.txt"},
+                                  "slots freed"));
         EXPECT_TRUE(LoadSavegameStore(session.Folders(), session.preferences, played));
     }
     [[nodiscard]] std::vector<LevelSavegame> All() const

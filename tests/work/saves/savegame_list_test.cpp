@@ -171,8 +171,8 @@ TEST(HistoryList, ShowsTheNewestFirstAndBringsBack)
     for (const int number : {3, 4}) {
         world.Live("0", number);
         ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
-                                  world.session.archive, world.session.settings, world.played,
-                                  {world / "trle/savegame.0"}, "why"));
+                                  world.session.settings, world.played, {world / "trle/savegame.0"},
+                                  "why"));
     }
     HistoryList list{world.session, world.played};
     ASSERT_EQ(list.Entries().size(), 2U);
@@ -187,7 +187,7 @@ TEST(HistoryList, OffersToFreeTheSlotsWhenAllAreTaken)
 {
     SavesWorld world;
     world.Live("0", 99);
-    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
                               world.session.settings, world.played, {world / "trle/savegame.0"},
                               "why"));
     for (int slot = 0; slot < 15; ++slot)

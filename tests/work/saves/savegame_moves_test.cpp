@@ -100,7 +100,7 @@ TEST(SavegameMoves, DecideNothingWhileTheMarkerCannotBeRead)
     world.Archived(1, "0", 3);
     world.Write("home/LEVEL_0000/backup_savegames/savegame.1", SavegameBytes("Original", 1));
     world.list.selected = originalCode;
-    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
                               world.session.settings, originalCode, {world / "trle/savegame.1"},
                               "kept"));
     const auto before = world.Snapshot("");
@@ -328,7 +328,7 @@ TEST(BringBack, OfALevelWithoutItsFolderNamesTheWayOut)
 {
     SavesWorld world;
     world.Live("3", 4);
-    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
                               world.session.settings, world.resting, {world / "trle/savegame.3"},
                               "kept"));
     std::filesystem::remove_all(world / "levels/LEVEL_0002");

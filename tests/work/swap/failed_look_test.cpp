@@ -28,8 +28,8 @@ TEST(FailedLook, NoFileThatIsBroughtBackTakesThePlaceOfAnother)
         const std::string store = "levels/LEVEL_0001/backup_savegames/";
         std::vector<std::string> ids;
         EXPECT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
-                                  world.session.archive, world.session.settings, 1,
-                                  {world / (store + "savegame.0")}, "test", &ids));
+                                  world.session.settings, 1, {world / (store + "savegame.0")},
+                                  "test", &ids));
         world.Write(store + "savegame.0", SavegameBytes("First again", 9));
         world.Write("trle/Script.dat", "my own script");
         EXPECT_TRUE(KeepOriginal(world.session.machine, world.session.Folders(), "Script.dat"));

@@ -296,11 +296,11 @@ TEST(Twins, OfAnOriginalAreKeptAsTheFileThatGoes)
 TEST(HistoryIndex, ThatCannotBeReadIsNeverReplaced)
 {
     SwapWorld world;
-    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
                               world.session.settings, 0, {world / "trle/savegame.0"}, "test"));
     const std::string old = world.Read("home/history/level_0000.jsonl");
     world.Write("home/history/level_0000.jsonl", old + "{\"of\": \"a later version\"}\n");
-    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(), world.session.archive,
+    ASSERT_TRUE(KeepInHistory(world.session.machine, world.session.Folders(),
                               world.session.settings, 0, {world / "trle/savegame.12"}, "test"));
     const std::string now = world.Read("home/history/level_0000.jsonl");
     EXPECT_NE(now.find("a later version"), std::string::npos);
@@ -308,8 +308,7 @@ TEST(HistoryIndex, ThatCannotBeReadIsNeverReplaced)
     fs::remove(world / "home/history/level_0000.jsonl");
     fs::create_directory(world / "home/history/level_0000.jsonl");
     EXPECT_FALSE(KeepInHistory(world.session.machine, world.session.Folders(),
-                               world.session.archive, world.session.settings, 0,
-                               {world / "trle/note0.txt"}, "test"));
+                               world.session.settings, 0, {world / "trle/note0.txt"}, "test"));
 }
 
 TEST(AfterARestart, WhatTheDesignerRebuiltStays)
