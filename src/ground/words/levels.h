@@ -23,6 +23,7 @@ inline constexpr Message ExportStopped{"The export was stopped. No zip was made;
 inline constexpr Message NoLevelSelected{"No levels is selected"};
 inline constexpr Message RenamedPair{"~1 as ~2"};
 inline constexpr Message LeftIntakeCleared{"The program ended while a level was being added. What had come in was not a whole level, and has been cleared away. The package that it came from is untouched; add it again."};
+inline constexpr Message WholeIntakeListed{"The program ended when the level ~1 had just come in whole, before the list had it. It is on the list now."};
 inline constexpr Message LeftIntakeStays{"The program ended while a level was being added, and what had come in could not be cleared away from the folder ~1. It is no whole level."};
 inline constexpr Message UnknownCodeInList{"Internal error: unknown level code: "};
 inline constexpr Message NoMoreInfoFile{"Sorry, there is not any doc file~1If you wish link a doc file at [More info] button, select menu [Level->Properties current level] and add a doc/txt/html files and then link it as [More info] button"};

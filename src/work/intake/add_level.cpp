@@ -23,10 +23,10 @@ bool AddLevel(Session& session, ProgressScope& progress, const ShowLevel& show, 
         Intake level{session, record, NewLevelSteps(), progress};
         added = OpenNewLevel(level) && show(level);
     }
+    note.Drop(); // from here on the folder's mark says what becomes of it
     added = added && FinishNewLevel(session, session.machine, record);
     if (!added)
         DropNewLevel(session, record);
-    note.Drop();
     code = record.levelCode;
     return added;
 }

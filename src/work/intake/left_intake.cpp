@@ -6,6 +6,7 @@
 #include "core/staged_file.h"
 #include "intake/file_names.h"
 #include "intake/unpacking_place.h"
+#include "levels/unfinished_intake.h"
 #include "packages/unpacked_files.h"
 #include "session/telling.h"
 #include "session/tree_progress.h"
@@ -65,9 +66,13 @@ void OfferLeftIntake(Session& session)
         // It may belong to another archive; that one's next start asks.
         if (folder.parent_path() != Path{Trim(session.archive.header.secondaryFolder)})
             return;
-        if (session.host.AskYesNo(
-                GetMsg(Msg::AskLeftIntake,
-                       {TextOf(folder), std::string{lineBreak} + std::string{lineBreak}}))) {
+        const auto whole = WholeIntakeIn(folder);
+        if (!whole)
+            return;
+        // A whole level that could not be put on the list is no rest.
+        if (!*whole && session.host.AskYesNo(GetMsg(
+                           Msg::AskLeftIntake,
+                           {TextOf(folder), std::string{lineBreak} + std::string{lineBreak}}))) {
             const auto wait = session.host.BeginProgress(ProgressWindow::Wait,
                                                          GetMsg(Msg::RemovingNewLevelFolder));
             DoneOrTold(session.host, RemoveTreeWithProgress(folder, *wait));

@@ -102,27 +102,63 @@ void NoteWhenItCame(const ArchiveParts& parts, Machine& machine, LevelCode code)
                         noted.Error().reason);
 }
 
+void PutBehindTheOthers(Archive& archive, const LevelRecord& level)
+{
+    archive.levels.push_back(level);
+    archive.header.mainFolderSize += level.filesSize;
+    archive.header.secondaryFolderSize += level.extrasSize;
+}
+
+void DropMark(Host& host, const Path& folder)
+{
+    if (const auto dropped = DropIntakeMark(folder); !dropped)
+        host.Tell(Tone::Warning, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
+                  dropped.Error().reason);
+}
+
 } // namespace
 
 bool FinishNewLevel(const ArchiveParts& parts, Machine& machine, const LevelRecord& level)
 {
     const Archive before = parts.archive;
-    parts.archive.levels.push_back(level);
-    parts.archive.header.mainFolderSize += level.filesSize;
-    parts.archive.header.secondaryFolderSize += level.extrasSize;
+    PutBehindTheOthers(parts.archive, level);
     NoteWhenItCame(parts, machine, level.levelCode);
-    const bool isSaved = SaveArchiveOrPutBack(parts, before);
-    // A folder without the mark holds a whole level, whatever becomes of the list; one that was
-    // killed before the list has it is no level, and its package can be added again.
+    // From here on a start after a kill puts the level on the list.
     const Path folder = LevelHomeOf(parts.folders, level.levelCode);
-    if (const auto whole = DropIntakeMark(folder); !whole)
-        parts.host.Tell(Tone::Warning, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
-                        whole.Error().reason);
-    if (!isSaved)
+    if (const auto whole = MarkIntakeWhole(folder, level); !whole) {
+        TellFailure(parts.host, GetMsg(Msg::ErrorRemovingFile) + TextOf(IntakeMark(folder)),
+                    whole.Error());
+        parts.archive = before;
         return false;
+    }
+    if (!SaveArchiveOrPutBack(parts, before)) {
+        MarkIntakeUnfinished(folder);
+        return false;
+    }
+    DropMark(parts.host, folder);
     parts.list.Refresh();
     parts.list.Select(level.levelCode);
     return true;
+}
+
+void ListWholeLevels(const ArchiveParts& parts)
+{
+    // What cannot be looked at now is put on the list another time.
+    const auto found = FindUnknownFolders(parts.archive);
+    if (!found)
+        return;
+    for (const Path& folder : found->unlisted) {
+        const auto level = WholeIntakeIn(folder);
+        if (!level || !*level)
+            continue;
+        const Archive before = parts.archive;
+        PutBehindTheOthers(parts.archive, **level);
+        if (!SaveArchiveOrPutBack(parts, before))
+            continue;
+        DropMark(parts.host, folder);
+        parts.host.Tell(Tone::Plain, GetMsg(Msg::WholeIntakeListed,
+                                            {OnOneLine(Readable(Trim((*level)->levelName)))}));
+    }
 }
 
 bool ReplaceLevel(const ArchiveParts& parts, const LevelRecord& level)

@@ -14,6 +14,9 @@ bool BeginNewLevel(Host& host, Machine& machine, const Folders& folders, const A
 /// refreshes the list and selects it. False, with a message, when it could not be saved: the
 /// archive is as it was then.
 bool FinishNewLevel(const ArchiveParts& parts, Machine& machine, const LevelRecord& level);
+/// Levels of the archive's folder that came in whole right before a kill, and that the list lacks,
+/// are put behind the others, saved and named. To be called once the archive is loaded.
+void ListWholeLevels(const ArchiveParts& parts);
 /// Removes the folders of a level that did not come in.
 void DropNewLevel(const ArchiveParts& parts, const LevelRecord& level);
 /// A changed record in place of the one with its code, its sizes into the totals, saved, the list

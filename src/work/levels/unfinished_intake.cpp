@@ -1,5 +1,6 @@
 #include "levels/unfinished_intake.h"
 
+#include "archive/archive_entries.h"
 #include "archive/level_folders.h"
 #include "archive/set_aside.h"
 #include "core/copying.h"
@@ -8,6 +9,7 @@
 #include "core/removal.h"
 #include "core/staged_file.h"
 #include "core/text.h"
+#include "formats/exact_names.h"
 #include "formats/level_folder.h"
 #include "session/telling.h"
 #include "words/levels.h"
@@ -31,6 +33,39 @@ Status DropIntakeMark(const Path& levelFolder)
     return FlushFolder(mark.parent_path());
 }
 
+Status MarkIntakeWhole(const Path& levelFolder, const LevelRecord& level)
+{
+    ExactNames exact;
+    MergeExactNames(exact, {level});
+    const auto noted = WriteWholeFile(IntakeMark(ResolvePath(levelFolder)),
+                                      FormatArchive({}, {level}) + FormatExactNames(exact));
+    // A folder without the mark is set aside at worst.
+    return noted ? noted : DropIntakeMark(levelFolder);
+}
+
+void MarkIntakeUnfinished(const Path& levelFolder)
+{
+    if (!WriteWholeFile(IntakeMark(ResolvePath(levelFolder)), {}))
+        (void)DropIntakeMark(levelFolder); // what stays of the folder is set aside then
+}
+
+Result<std::optional<LevelRecord>> WholeIntakeIn(const Path& levelFolder)
+{
+    constexpr std::uint64_t longestMark = 1 << 20;
+    const auto bytes = ReadFileIfThere(IntakeMark(ResolvePath(levelFolder)), longestMark);
+    if (!bytes)
+        return bytes.Error();
+    auto content = *bytes ? ParseArchive(**bytes) : Result<ArchiveContent>{Failure{}};
+    if (!content || content->levels.size() != 1 ||
+        content->levels.front().levelCode !=
+            CodeOfLevelFolder(levelFolder.filename().native()).value_or(originalCode))
+        return std::optional<LevelRecord>{};
+    ApplyExactNames(
+        ParseExactNames(std::string_view{**bytes}.substr(archiveHeaderSize + levelRecordSize)),
+        content->levels);
+    return std::optional{std::move(content->levels.front())};
+}
+
 Result<bool> IsUnfinishedIntake(const Folders& folders, const Archive& archive,
                                 const Path& levelFolder)
 {
@@ -41,7 +76,10 @@ Result<bool> IsUnfinishedIntake(const Folders& folders, const Archive& archive,
         });
     if (listed || !archive.Loaded())
         return false;
-    return IsFile(IntakeMark(ResolvePath(levelFolder)));
+    const auto mark = LookAt(IntakeMark(ResolvePath(levelFolder)));
+    if (!mark)
+        return mark.Error();
+    return mark->kind == platform::FileKind::File && mark->size == 0;
 }
 
 Status ClearUnfinishedIntake(const Path& levelFolder)

@@ -11,6 +11,18 @@
 namespace kestrova
 {
 
+namespace
+{
+
+/// A folder without a mark is a level's; one whose mark has no record never was whole.
+bool IsWhole(const Path& folder)
+{
+    const auto came = WholeIntakeIn(folder);
+    return IsFree(IntakeMark(folder)).ValueOr(true) || !came || *came;
+}
+
+} // namespace
+
 Result<LevelsFound> FindLevelFolders(const Path& folder)
 {
     const auto names = NamesOfArchive(folder);
@@ -33,7 +45,7 @@ Result<LevelsFound> FindLevelFolders(const Path& folder)
                            ResolvePath(InFolder(folder, LevelFolderName(*code))) == place;
         if (!leads)
             found.passedOver.push_back(name);
-        else if (IsFree(IntakeMark(place)).ValueOr(true)) // otherwise it never was whole
+        else if (IsWhole(place))
             found.codes.push_back(*code);
     }
     std::sort(found.codes.begin(), found.codes.end());

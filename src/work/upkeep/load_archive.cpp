@@ -9,6 +9,7 @@
 #include "formats/exact_names.h"
 #include "history/moved_homes.h"
 #include "history/standing.h"
+#include "levels/new_level.h"
 #include "platform/places.h"
 #include "session/held_folders.h"
 #include "session/operation.h"
@@ -237,6 +238,7 @@ Load ReadAfterAsking(Session& session, const Path& file, bool saved, const std::
             TellFailure(session.host, notRead, why);
         return load;
     }
+    ListWholeLevels(session);
     ClearLeftovers(session.host, session.Folders(), session.archive);
     MeasureStaleExtras(session);
     session.list.Refresh();

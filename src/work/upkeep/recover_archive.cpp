@@ -9,6 +9,7 @@
 #include "discs/part_of_level.h"
 #include "formats/level_folder.h"
 #include "history/moved_homes.h"
+#include "levels/unfinished_intake.h"
 #include "platform/places.h"
 #include "session/held_folders.h"
 #include "session/operation.h"
@@ -83,7 +84,10 @@ public:
         for (std::size_t i = 0; i < found_.codes.size(); ++i) {
             LevelRecord level;
             level.levelCode = found_.codes[i];
-            texts_.Fill(level, FilesOf(level.levelCode));
+            if (auto came = WholeIntakeIn(HomeIn(level.levelCode)).ValueOr({}))
+                level = std::move(*came);
+            else
+                texts_.Fill(level, FilesOf(level.levelCode));
             coming_.levels.push_back(std::move(level));
             progress->SetBar(i + 1, found_.codes.size());
             if (!progress->Step())
@@ -139,10 +143,13 @@ public:
         for (const Path& old : texts_.OldFolders())
             if (!FolderExists(old))
                 DoneOrTold(session_.host, FollowMovedHomes(session_.Folders(), old, levels_));
-        for (const LevelRecord& level : session_.archive.levels)
+        for (const LevelRecord& level : session_.archive.levels) {
+            const Path home = LevelHomeOf(session_.Folders(), level.levelCode);
+            if (!IsFree(IntakeMark(home)).ValueOr(true))
+                (void)DropIntakeMark(home); // the list has it now
             if (level.cdNumber != 0)
-                DoneOrTold(session_.host,
-                           MakeLevelSubfolders(LevelHomeOf(session_.Folders(), level.levelCode)));
+                DoneOrTold(session_.host, MakeLevelSubfolders(home));
+        }
         DoneOrTold(session_.host, RecomputeArchiveSize(session_, true));
         session_.list.Refresh();
         TellWhatIsOdd();
@@ -154,9 +161,13 @@ public:
     }
 
 private:
+    [[nodiscard]] Path HomeIn(LevelCode code) const
+    {
+        return InFolder(levels_, LevelFolderName(code));
+    }
     [[nodiscard]] Path FilesOf(LevelCode code) const
     {
-        return InFolder(InFolder(levels_, LevelFolderName(code)), OnDisk::DirFiles);
+        return InFolder(HomeIn(code), OnDisk::DirFiles);
     }
 
     void TellWhatIsOdd()

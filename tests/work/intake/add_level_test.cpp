@@ -343,6 +343,56 @@ TEST_F(AddLevelTest, WhatAKilledRunLeftIsClearedByTheNextStart)
     TellPoints(cleared, 6);
 }
 
+/// The last calls of an adding, in each of which a level may be whole that no list has.
+TEST_F(AddLevelTest, AWholeLevelIsNeverClearedWhateverListIsReadAfterAKill)
+{
+    constexpr int lastCalls = 40;
+    int calls = 0;
+    {
+        World own;
+        own.host.AnswerAll(true);
+        own.MakeTrle();
+        own.MakeBackupAndArchive();
+        WritePackage(own);
+        LevelCode added = -1;
+        calls = CountFileCalls([&] { return AddPackage(own, added); });
+    }
+    int listedAnew = 0;
+    int marked = 0;
+    for (int step = std::max(1, calls - lastCalls); step <= calls; ++step) {
+        World own;
+        own.host.AnswerAll(true);
+        own.MakeTrle();
+        own.MakeBackupAndArchive();
+        WritePackage(own);
+        const std::string older = own.Read("home/LevelArchive.kva");
+        LevelCode added = -1;
+        const KillRun run = WithKillAt(step, [&] { return AddPackage(own, added); });
+        const bool listed = ParseArchive(own.Read("home/LevelArchive.kva"))->levels.size() == 2;
+        marked += listed && own.Has("levels/LEVEL_0001/.kv~intake") ? 1 : 0;
+        own.Write("home/Older.kva", older);
+        for (const char* list : {"home/Older.kva", "home/LevelArchive.kva"}) {
+            Session fresh = own.Reopened();
+            ASSERT_TRUE(ReadArchive(fresh, own / list)) << run.call;
+            OfferLeftIntake(fresh);
+            const LevelRecord* level = fresh.archive.Find(1);
+            const bool stands = own.Has("levels/LEVEL_0001/files/level1.tr4");
+            EXPECT_TRUE(stands || !listed) << list << run.call;
+            EXPECT_TRUE(stands || level == nullptr) << list << run.call;
+            EXPECT_FALSE(own.Has("levels/LEVEL_0001/.kv~intake")) << list << run.call;
+            if (level == nullptr)
+                continue;
+            EXPECT_EQ(level->levelName, "Salt Harbour") << list << run.call;
+            EXPECT_GT(level->filesSize, 0) << list << run.call;
+            EXPECT_EQ(fresh.archive.header.secondaryFolderSize, level->extrasSize) << run.call;
+            EXPECT_EQ(ReadArchiveFile(own / list)->levels.size(), 2U) << list << run.call;
+            listedAnew += own.host.WasTold("It is on the list now") ? 1 : 0;
+        }
+    }
+    EXPECT_GE(listedAnew, 2) << "killed before the list had it, or read with an older one";
+    EXPECT_GE(marked, 1) << "killed between the list and the mark";
+}
+
 } // namespace
 
 } // namespace kestrova::testing

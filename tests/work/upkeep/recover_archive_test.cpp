@@ -3,6 +3,7 @@
 #include "core/text.h"
 #include "discs/disc_notes.h"
 #include "discs/disc_world.h"
+#include "levels/unfinished_intake.h"
 #include "packages/level_config_file.h"
 #include "sandbox/faults.h"
 #include "upkeep/load_archive.h"
@@ -119,13 +120,21 @@ TEST(RecoveredArchive, LeavesOddFoldersAlone)
     world.Write("levels/LEVEL_000x/files/e.tr4", "no digits");
     world.Write("levels/level_0006/files/e.tr4", "small letters");
     world.Write("levels/LEVEL_0007/.kv~intake", "");
+    LevelRecord whole;
+    whole.levelCode = 3;
+    whole.levelName = "Wąwóz";
+    world.Write("levels/LEVEL_0003/files/w.tr4", "whole");
+    ASSERT_TRUE(MarkIntakeWhole(world / "levels/LEVEL_0003", whole));
     world.Write("elsewhere/files/l.tr4", "on another disk");
     fs::create_directory_symlink(world / "elsewhere", world / "levels/LEVEL_0008");
     world.Write("levels/LEVEL_0009.set-aside-2026-01-01_10.00.00/files/s.tr4", "set aside");
     ASSERT_TRUE(world.Recover()) << world.host.AllTold();
-    EXPECT_EQ(world.Names(),
-              (RecoverWorld::Listed{
-                  {1, "Level Name 1"}, {2, "Łódź"}, {6, "Level Name 6"}, {8, "Level Name 8"}}));
+    EXPECT_EQ(world.Names(), (RecoverWorld::Listed{{1, "Level Name 1"},
+                                                   {2, "Łódź"},
+                                                   {3, "Wąwóz"},
+                                                   {6, "Level Name 6"},
+                                                   {8, "Level Name 8"}}));
+    EXPECT_FALSE(world.Has("levels/LEVEL_0003/.kv~intake"));
     EXPECT_TRUE(world.host.WasTold("left alone: LEVEL_0000, LEVEL_0004, LEVEL_05, "
                                    "LEVEL_99999999999, level_0001"))
         << world.host.AllTold();
@@ -133,7 +142,7 @@ TEST(RecoveredArchive, LeavesOddFoldersAlone)
 
     ASSERT_TRUE(world.Recover(true)) << world.host.AllTold();
     EXPECT_EQ(world.Read("levels/LEVEL_0009/files/s.tr4"), "set aside");
-    EXPECT_EQ(world.Names().size(), 5U);
+    EXPECT_EQ(world.Names().size(), 6U);
 }
 
 TEST(RecoveredArchive, IsNoneWhereNothingIsAndThenNothingChanges)
