@@ -77,6 +77,7 @@ expect 0 original
 [[ $(tree trle) == "$original" ]] || die "the original configuration is another one"
 
 # A disc that is damaged, and one that is gone.
+expect 0 verify --all
 second=$(find isos -name '*.iso' | sort | tail -1)
 cp "$second" kept.iso
 python3 - "$second" from/dusk/big.wav <<'DAMAGE'
@@ -90,6 +91,8 @@ expect 1 discs verify --all
 said "big dusk is not on Kestrova #2 as it was written there: big.wav"
 expect 1 verify 6
 errs "big.wav"
+expect 1 verify --all
+said "unchecked"
 expect 1 play 6 --no-start
 [[ $(tree trle) == "$original" ]] || die "a damaged disc changed the folder"
 # Elsewhere too: the first disc tells what each file of the set was.
@@ -105,6 +108,8 @@ expect 0 play 1 --no-start
 expect 0 original
 expect 0 load "$box/my.kva"
 rm "$second"
+expect 0 verify --all
+said "unchecked"
 expect 1 play 6 --no-start
 errs "Kestrova #2"
 expect 0 discs image "$box/kept.iso"

@@ -26,7 +26,8 @@ class DiscReader
 public:
     virtual ~DiscReader() = default;
     /// The folder of the disc on which that level's folder lies. `Missing`, in words, while that
-    /// disc is not there; `Stopped` when the person was asked for it and gave up.
+    /// disc is not there, `Damaged` when it is there alone with other files than were put on it;
+    /// `Stopped` when the person was asked for it and gave up.
     virtual Result<Path> FolderOfDisc(const Archive& archive, const LevelRecord& level,
                                       DiscWish wish) = 0;
     /// The root of the disc, or of an image's folder, in which the file lies; no value when it lies

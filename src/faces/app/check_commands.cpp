@@ -168,15 +168,11 @@ void ShowChecks(Run& run, const LevelChecks& checks, bool isOne, Json& result)
     result["noted"] = checks.NotedNow();
 }
 
-/// False where a level that lies on no disc could not be looked at.
-bool IsAllChecked(const Archive& archive, const LevelChecks& checks, bool isNamed)
+/// Of levels that nobody named, a disc that is away is passed over.
+bool IsAllChecked(const LevelChecks& checks, bool isNamed)
 {
-    for (const UncheckedLevel& level : checks.Unchecked()) {
-        const LevelRecord* const record = archive.Find(level.code);
-        if (isNamed || record == nullptr || record->cdNumber == 0)
-            return false;
-    }
-    return true;
+    return std::all_of(checks.Unchecked().begin(), checks.Unchecked().end(),
+                       [&](const UncheckedLevel& level) { return level.isAway && !isNamed; });
 }
 
 bool CheckLevels(Run& run)
@@ -212,7 +208,7 @@ bool CheckLevels(Run& run)
         AddLine(run, checks.Summary());
     else if (checks.Rows().empty())
         AddLine(run, checks.NotedNow().empty() ? GetMsg(Msg::VerifyFine) : checks.Summary());
-    return done && checks.Harmed() == 0 && IsAllChecked(run.session.archive, checks, isNamed);
+    return done && checks.Harmed() == 0 && IsAllChecked(checks, isNamed);
 }
 
 bool Compare(Run& run)

@@ -30,6 +30,7 @@ struct DiscShelf::Search {
     const NotedLevel* noted = nullptr;  ///< and of the level on it
     std::set<Path> looked{};            ///< roots
     bool stopped = false;               ///< while a disc was looked at
+    bool isDamaged = false;             ///< the very disc is there, and not as it was made
     Path folder{};                      ///< the disc's, once it was found
     std::string place{};                ///< the drive or image that is looked at, in words
     std::vector<std::string> instead{}; ///< what lies in the drives in its place, in words
@@ -107,6 +108,7 @@ bool DiscShelf::LooksAt(Search& search, const Path& root)
     if (folder && *folder)
         if (const auto proved = HasItsContent(search, **folder); !proved) {
             search.stopped = proved.Error().code == ErrorCode::Stopped;
+            search.isDamaged = true;
             folder = proved.Error();
         }
     if (folder && *folder) {
@@ -117,10 +119,11 @@ bool DiscShelf::LooksAt(Search& search, const Path& root)
     std::string words;
     if (folder)
         words = WhatLiesThere(search.archive, root);
-    else if (folder.Error().code == ErrorCode::Damaged)
+    else if (folder.Error().code == ErrorCode::Damaged) {
+        search.isDamaged = true;
         words = GetMsg(Msg::DiscIsDamaged,
                        {std::to_string(search.level.cdNumber), folder.Error().subject});
-    else
+    } else
         words = GetMsg(Msg::DiscNotRead, {TextOf(root), WhyNotRead(folder.Error())});
     if (!words.empty())
         search.instead.push_back(search.place.empty()
@@ -171,6 +174,9 @@ bool DiscShelf::LooksAtImage(Search& search, const Path& image)
     if (!root) {
         search.instead.push_back(
             GetMsg(Msg::DiscNotRead, {TextOf(image), WhyNotRead(root.Error())}));
+        // Only of the noted one is it known which disc it is.
+        const bool isNoted = search.disc != nullptr && search.disc->image == image.native();
+        search.isDamaged = search.isDamaged || (isNoted && root.Error().code == ErrorCode::Damaged);
         return false;
     }
     images_[*root] = image;
@@ -256,6 +262,7 @@ Result<Path> DiscShelf::FolderOfDisc(const Archive& archive, const LevelRecord& 
         if (FolderExists(root) && LooksAt(search, root))
             return Found(search, wish);
         search.instead.clear(); // another disc may lie there now; it is named below
+        search.isDamaged = false;
         search.looked.clear();
     }
     for (const Path& root : roots_)
@@ -270,7 +277,7 @@ Result<Path> DiscShelf::FolderOfDisc(const Archive& archive, const LevelRecord& 
         return Ask(search);
     std::string what = search.instead.empty() ? std::string{} : Join(search.instead, "\n") + "\n";
     return InWords(
-        ErrorCode::Missing,
+        search.isDamaged ? ErrorCode::Damaged : ErrorCode::Missing,
         GetMsg(Msg::CdNotAvailable) + ". " + GetMsg(Msg::InsertDisc) +
             std::to_string(level.cdNumber),
         what + GetMsg(Msg::DiscWanted,

@@ -101,7 +101,10 @@ bool LevelChecks::CheckOne(LevelCode code, ProgressScope& progress)
         std::string reason = failure.sentence.empty() ? failure.subject : failure.sentence;
         if (!failure.reason.empty())
             reason += (reason.empty() ? "" : ": ") + failure.reason;
-        unchecked_.push_back({code, name, std::move(reason)});
+        const LevelRecord* const level = session_.archive.Find(code);
+        const bool isAway =
+            level != nullptr && level->cdNumber != 0 && failure.code == ErrorCode::Missing;
+        unchecked_.push_back({code, name, std::move(reason), isAway});
         return true;
     }
     if (code != originalCode) {
@@ -125,7 +128,9 @@ void LevelChecks::FindSources(ProgressScope& progress)
     for (CheckedRow& row : rows_) {
         if (!row.fault.noted && row.fault.kind != FileFault::Unexpected)
             sources.Discs().NoteFault(row.code, faulty[row.code], row.fault);
-        if (!row.fault.noted || row.fault.kind == FileFault::InTheWay)
+        const bool staysInTheWay =
+            row.fault.kind == FileFault::InTheWay && row.code != originalCode;
+        if (!row.fault.noted || staysInTheWay)
             continue;
         progress.SetLabel(GetMsg(Msg::RepairLooking, {row.fault.file}));
         const auto found =

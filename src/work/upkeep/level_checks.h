@@ -19,6 +19,7 @@ struct UncheckedLevel {
     LevelCode code = 0;
     std::string level;
     std::string reason;
+    bool isAway = false; ///< its disc is not there, which is no fault
 };
 
 /// Checks of levels and their repair: what `Dialog_Doctor` and the terminal show and do.

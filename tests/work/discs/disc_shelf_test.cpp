@@ -59,6 +59,7 @@ TEST(DiscShelf, TakesTheDiscWhoseFilesAreThoseOfTheNote)
     const auto refused = world.Find(code);
     ASSERT_FALSE(refused);
     EXPECT_NE(refused.Error().reason.find("data/one.tr4"), std::string::npos);
+    EXPECT_EQ(refused.Error().code, ErrorCode::Damaged) << "it is there";
     world.places.drives = {world.DriveWith("b"), world.DriveWith("a")};
     EXPECT_EQ(*world.Find(code), world / world.DiscPlace("a", 1, code));
     // The same size with other bytes is told before anything is done with it; a look is content.
@@ -68,6 +69,10 @@ TEST(DiscShelf, TakesTheDiscWhoseFilesAreThoseOfTheNote)
     const auto damaged = world.Find(code);
     ASSERT_FALSE(damaged);
     EXPECT_NE(damaged.Error().reason.find("data/one.tr4"), std::string::npos);
+    EXPECT_EQ(damaged.Error().code, ErrorCode::Damaged);
+    world.places.drives.clear();
+    EXPECT_EQ(world.Find(code).Error().code, ErrorCode::Missing);
+    world.places.drives = {world.DriveWith("b"), world.DriveWith("a")};
     world.Write(world.DiscPlace("a", 1, code) + "/files/data/one.tr4", "right");
     EXPECT_TRUE(world.Find(code));
     world.host.StopAtStep(1);
