@@ -4,6 +4,7 @@
 #include "core/parallel.h"
 #include "core/text.h"
 #include "originals/backup_sums.h"
+#include "originals/trle_tree.h"
 #include "platform/file_content.h"
 #include "swap/backup_state.h"
 #include "words/check.h"
@@ -79,18 +80,26 @@ std::optional<LevelFault> BackupFaultOf(const BackupFile& file)
 
 Result<std::vector<BackupFile>> ReadBackup(const Path& backup, const Heartbeat& beat)
 {
-    const auto tree = ScanTree(backup, beat);
+    // As a restore reads it; what lies behind a link that leads nowhere is missing.
+    const auto tree = ScanThroughLinks(backup, beat, UnseenParts::AreListed);
     if (!tree)
         return tree.Error();
     std::vector<BackupFile> files(tree->files.size());
     const auto read = [&](std::size_t i) {
-        const Path& file = tree->files[i];
-        files[i].now = {file.lexically_relative(backup).native(), FileSize(file), {}};
+        const Path file = backup / tree->files[i];
+        files[i].now = {tree->files[i].native(), FileSize(file), {}};
         files[i].failure = platform::HashOfFile(file, files[i].now.hash);
     };
     if (!RunOnAllCores(files.size(), read, beat))
         return MakeFailure(ErrorCode::Stopped, TextOf(backup));
     return files;
+}
+
+/// What no listing has. A folder or a link that leads nowhere may have its name.
+FileFault WhyUnlisted(const Path& file)
+{
+    const auto kind = platform::FactsOfLink(file).kind;
+    return kind == platform::FileKind::Missing ? FileFault::Missing : FileFault::InTheWay;
 }
 
 } // namespace
@@ -100,7 +109,8 @@ Result<CheckedLevel> VerifyBackup(const Folders& folders, Noting noting, const H
     if (BackupIsAway(folders))
         return InWords(ErrorCode::Missing, GetMsg(Msg::VerifyNoBackup, {TextOf(folders.Backup())}));
     auto noted = NotedBackupFiles(folders);
-    auto files = ReadBackup(ResolvePath(folders.Backup()), beat);
+    const Path backup = ResolvePath(folders.Backup());
+    auto files = ReadBackup(backup, beat);
     if (!noted || !files)
         return noted ? files.Error() : noted.Error();
     NotedNames names{*noted};
@@ -118,7 +128,7 @@ Result<CheckedLevel> VerifyBackup(const Folders& folders, Noting noting, const H
             fresh.push_back(file.now);
     }
     for (const NotedFile* file : names.Left())
-        checked.faults.push_back(BackupFault(FileFault::Missing, *file, file->name));
+        checked.faults.push_back(BackupFault(WhyUnlisted(backup / file->name), *file, file->name));
     if (noting == Noting::Yes && !fresh.empty()) {
         noted->insert(noted->end(), fresh.begin(), fresh.end());
         checked.isNotedNow = bool{NoteBackupFiles(folders, std::move(*noted))};

@@ -2,7 +2,8 @@
 
 #include "core/copying.h"
 #include "core/look.h"
-#include "originals/vault.h"
+#include "originals/backup_sums.h"
+#include "originals/folder_in_the_way.h"
 #include "platform/file_content.h"
 #include "words/check.h"
 
@@ -12,17 +13,56 @@ namespace kestrova
 namespace
 {
 
-/// What stands in the file's place is in the vault, or has another name.
+Failure InTheWay(const Path& place)
+{
+    return InWords(ErrorCode::Refused, GetMsg(Msg::BackupInTheWay, {TextOf(place)}));
+}
+
+/// What a check noted of a folder that stands in a file's place was never the backup's.
+Status ForgetBelow(const Folders& folders, const Path& relative)
+{
+    const auto noted = NotedBackupFiles(folders);
+    if (!noted)
+        return noted.Error();
+    std::vector<Path> below;
+    for (const NotedFile& file : *noted)
+        if (file.name.starts_with(relative.native() + "/"))
+            below.emplace_back(file.name);
+    return ForgetBackupFiles(folders, below);
+}
+
+/// What stands in the file's place is in the vault. Nothing gets another name inside the backup,
+/// which is restored with all that it holds.
 Status MakeRoom(Machine& machine, const Folders& folders, const Path& backup, const Path& relative)
 {
     const Path place = backup / relative;
+    if (auto status = ForgetBelow(folders, relative); !status)
+        return status;
+    if (auto status = RemoveFolderInTheWay(machine, folders, backup, relative); !status)
+        return status;
     const auto isFree = IsFree(place);
     if (!isFree || *isFree)
         return isFree ? Status{} : Status{isFree.Error()};
     const Keeping keeping = KeepReplaced(machine, folders, backup, {relative});
-    if (keeping.failed.empty() && keeping.contents.contains(relative))
-        return {};
-    return StatusOf(RenameAside(place));
+    if (!keeping.failed.empty())
+        return keeping.failure;
+    return keeping.contents.contains(relative) ? Status{} : InTheWay(place);
+}
+
+/// The folders of the file, which may be links to folders elsewhere.
+Status MakeFoldersOf(const Path& backup, const Path& relative)
+{
+    Path folder = backup;
+    for (const Path& name : relative.parent_path()) {
+        folder /= name;
+        const auto isFree = IsFree(folder);
+        const auto isFolder = IsFolder(folder);
+        if (!isFree || !isFolder)
+            return isFree ? isFolder.Error() : isFree.Error();
+        if (!*isFree && !*isFolder)
+            return InTheWay(folder);
+    }
+    return MakeFolders(folder);
 }
 
 /// What may be started stays so: as the file that stands there, else as the Level Editor's own.
@@ -42,7 +82,7 @@ Status PutBack(Machine& machine, const Folders& folders, const LevelFault& fault
 {
     const Path backup = ResolvePath(folders.Backup());
     const Path place = backup / fault.stored;
-    if (auto status = MakeFolders(place.parent_path()); !status)
+    if (auto status = MakeFoldersOf(backup, fault.stored); !status)
         return status;
     const StagedPlace made{place};
     CopyOptions exact;
@@ -84,7 +124,9 @@ Result<RepairedLevel> RepairBackup(Session& session, const CheckedLevel& checked
         if (const auto put = PutBack(session.machine, folders, fault, found->file))
             done.repaired.push_back({fault.file, found->where});
         else
-            done.left.push_back({fault, GetMsg(Msg::BackupNotPut, {put.Error().reason})});
+            done.left.push_back({fault, put.Error().sentence.empty()
+                                            ? GetMsg(Msg::BackupNotPut, {put.Error().reason})
+                                            : put.Error().sentence});
     }
     return done;
 }

@@ -151,6 +151,59 @@ TEST(RepairBackup, KeepsCapitalsAndTheRightToRun)
     EXPECT_EQ(mode(backup / "tomb4.exe"), 0755U) << "as the Level Editor's own";
 }
 
+/// A restore copies whatever the backup holds, so nothing may be set aside in there.
+TEST(RepairBackup, KeepsAFolderInTheWayOutsideOfTheBackup)
+{
+    BackupWorld world;
+    const Path place = world / BackupWorld::original;
+    fs::remove(place);
+    world.Write(BackupWorld::original + std::string{"/mine/own.txt"}, "put there by hand");
+    LevelChecks checks{world.session};
+    ASSERT_TRUE(checks.Check({originalCode}));
+    ASSERT_EQ(checks.Rows().size(), 1U);
+    EXPECT_EQ(checks.Rows().front().fault.kind, FileFault::InTheWay);
+    EXPECT_EQ(checks.Rows().front().source, "the Level Editor's folder");
+    EXPECT_TRUE(checks.Repair({})) << world.host.AllTold();
+    EXPECT_EQ(checks.Harmed(), 0U) << checks.ListText();
+    EXPECT_EQ(world.Snapshot("home/backup_trle"), world.made);
+    const auto kept = KeptFiles(world.session.Folders()).ValueOr({});
+    ASSERT_EQ(kept.size(), 1U);
+    EXPECT_EQ(*ReadWholeFile(kept.front().content), "put there by hand");
+
+    // What cannot be kept so stays, and the repair names it.
+    for (const Path& inTheWay : {place, world / "home/backup_trle/graphics"}) {
+        fs::remove_all(inTheWay);
+        fs::create_symlink(world / "nowhere", inTheWay);
+        EXPECT_FALSE(world.RepairIt());
+        ASSERT_TRUE(checks.Check({originalCode}) && checks.Repair({}));
+        ASSERT_FALSE(checks.Rows().empty());
+        EXPECT_NE(checks.Rows().front().remedy.find("Move " + TextOf(inTheWay) + " away"),
+                  std::string::npos)
+            << checks.Rows().front().remedy;
+        EXPECT_TRUE(fs::is_symlink(inTheWay));
+        fs::remove(inTheWay);
+        EXPECT_TRUE(world.RepairIt()) << world.host.AllTold();
+        EXPECT_EQ(world.Snapshot("home/backup_trle"), world.made);
+    }
+}
+
+TEST(RepairBackup, GoesThroughLinksToFoldersAsARestoreDoes)
+{
+    BackupWorld world;
+    const Path folder = world / "home/backup_trle/graphics";
+    fs::rename(folder, world / "disk");
+    fs::create_directory_symlink(world / "disk", folder);
+    EXPECT_TRUE(VerifyBackup(world.session.Folders(), Noting::No)->faults.empty());
+    world.Write("disk/wads/deep.wad", "a w");
+    const auto checked = VerifyBackup(world.session.Folders(), Noting::No);
+    ASSERT_EQ(checked->faults.size(), 1U);
+    EXPECT_EQ(checked->faults.front().kind, FileFault::Cut);
+    EXPECT_TRUE(world.RepairIt()) << world.host.AllTold();
+    EXPECT_TRUE(fs::is_symlink(folder));
+    EXPECT_EQ(world.Read("disk/wads/deep.wad"), "a wad");
+    EXPECT_EQ(KeptFiles(world.session.Folders()).ValueOr({}).size(), 1U) << "what was replaced";
+}
+
 TEST(RepairBackup, IsGuardedInACopiedProgramsFolder)
 {
     BackupWorld world;
