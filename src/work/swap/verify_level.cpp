@@ -14,6 +14,7 @@
 #include "storage/stored_hashes.h"
 #include "storage/zl_file.h"
 #include "swap/level_gaps.h"
+#include "words/check.h"
 #include "words/swap.h"
 
 #include <algorithm>
@@ -304,7 +305,8 @@ Result<CheckedLevel> VerifyLevel(const Folders& folders, const Archive& archive,
     const Path home = LevelHomeOf(folders, code);
     auto read = ReadStoredNote(home);
     if (!read && read.Error().code != ErrorCode::Damaged)
-        return read.Error();
+        return InWords(read.Error().code,
+                       GetMsg(Msg::NoteNotRead, {read.Error().reason, TextOf(StoredNoteOf(home))}));
     const auto note = std::move(read).ValueOr({}); // a damaged one says nothing
     if (!*isThere && !note) {
         checked.faults.push_back({FileFault::Missing, TextOf(*source), {}, {}, {}});

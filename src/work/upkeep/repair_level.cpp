@@ -11,6 +11,7 @@
 #include "platform/file_content.h"
 #include "storage/stored_form.h"
 #include "storage/stored_hashes.h"
+#include "upkeep/file_names.h"
 #include "words/check.h"
 
 namespace kestrova
@@ -136,7 +137,23 @@ private:
         return !platform::HashOfFile(found.file, source) && source == noted.from->hash;
     }
 
-    /// What stands there now, by content; what cannot be read gets another name first.
+    /// Out of the folder whose files are the level.
+    Result<Path> SetAside(const Path& place)
+    {
+        const Path folder = ResolvePath(InFolder(home_, OnDisk::DirUnreadable));
+        if (auto made = MakeFolders(folder); !made)
+            return made.Error();
+        const Path plain = folder / place.filename();
+        const auto isFree = IsFree(plain);
+        auto aside = isFree && *isFree ? Result<Path>{plain} : FreeNumbered(plain);
+        if (!aside)
+            return aside;
+        if (const auto failure = platform::Rename(place, *aside))
+            return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
+        return aside;
+    }
+
+    /// What stands there now, by content; what cannot be read is set aside first.
     Status LookAtReplaced(const ReadyRepair& repair, ChangedFolder& changed)
     {
         const Path place = files_ / repair.fault.stored;
@@ -150,7 +167,7 @@ private:
             changed.before.push_back({repair.fault.stored, hash});
             return {};
         }
-        const auto aside = RenameAside(place);
+        const auto aside = SetAside(place);
         if (!aside)
             return aside.Error();
         aside_.emplace_back(place, *aside);
@@ -172,7 +189,10 @@ private:
             status = MakeIt(std::move(changed));
         if (!status && !ChangeWaits(folders_))
             for (const auto& [place, aside] : aside_)
-                (void)platform::Rename(aside, place); // it stays under the other name otherwise
+                (void)platform::Rename(aside, place); // it stays where it is otherwise
+        for (const auto& [place, aside] : aside_)
+            if (status)
+                session_.host.Tell(Tone::Warning, GetMsg(Msg::RepairSetAside, {TextOf(aside)}));
         return status;
     }
 

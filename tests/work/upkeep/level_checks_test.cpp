@@ -380,7 +380,64 @@ TEST(LevelChecks, TellALevelThatIsAwayAsNotChecked)
     EXPECT_TRUE(checks.Rows().empty());
     ASSERT_EQ(checks.Unchecked().size(), 1U);
     EXPECT_FALSE(checks.Unchecked().front().reason.empty());
+    EXPECT_TRUE(checks.Unchecked().front().isAway);
     EXPECT_NE(checks.Summary().find("could not be checked: 1"), std::string::npos);
+}
+
+/// Each leaves something in the note's place that no check can read.
+TEST(LevelChecks, SayWhatToDoAboutANoteThatCannotBeRead)
+{
+    const auto put = [](const Path& note, const std::string& what) {
+        fs::remove(note);
+        if (what == "a folder")
+            fs::create_directory(note);
+        else if (what == "too large")
+            std::ofstream{note} << "{", fs::resize_file(note, longestStoredNote + 1);
+        else
+            fs::create_symlink(note, note);
+    };
+    for (const std::string what : {"a folder", "too large", "a link to itself"}) {
+        SCOPED_TRACE(what);
+        RepairWorld world;
+        const Path note = StoredNoteOf(world / "levels/LEVEL_0001");
+        put(note, what);
+        const FileContents before = world.Files();
+        LevelChecks checks{world.session};
+        ASSERT_TRUE(checks.Check({world.code}));
+        ASSERT_EQ(checks.Unchecked().size(), 1U);
+        const UncheckedLevel& level = checks.Unchecked().front();
+        EXPECT_FALSE(level.isAway);
+        EXPECT_NE(level.reason.find("Move " + TextOf(note) + " away"), std::string::npos)
+            << level.reason;
+        EXPECT_EQ(world.Files(), before);
+        const auto isNamed = [&] {
+            const auto findings = Examine(world.session);
+            return std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
+                return !finding.fine && finding.state.find("0001") != std::string::npos &&
+                       finding.remedy.find("stored.json") != std::string::npos;
+            });
+        };
+        EXPECT_TRUE(what == "a link to itself" || isNamed());
+        fs::rename(note, world / "away");
+        EXPECT_TRUE(world.Faults().empty()) << "and it is noted anew";
+        EXPECT_TRUE(world.Note());
+        EXPECT_FALSE(isNamed());
+    }
+}
+
+TEST(LevelChecks, SetWhatCannotBeReadAsideWhereNoGameTakesItFrom)
+{
+    RepairWorld world;
+    const std::string readme = RepairWorld::files + std::string{"readme.txt"};
+    world.Write(readme, "cannot be read");
+    {
+        // By the check, and by the repair's own look.
+        const FailingCalls unreadable{platform::FileAction::Open, "files/readme.txt", 2};
+        EXPECT_TRUE(world.Repair(world / "from")) << world.host.AllTold();
+    }
+    EXPECT_EQ(world.Files(), world.whole);
+    EXPECT_EQ(world.Read("levels/LEVEL_0001/unreadable/readme.txt"), "cannot be read");
+    EXPECT_TRUE(world.host.WasTold("unreadable/readme.txt")) << world.host.AllTold();
 }
 
 } // namespace kestrova::testing
