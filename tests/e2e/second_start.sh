@@ -21,6 +21,19 @@ appears 'other.kva .1 levels'
 appears 'my.kva .1 levels'
 later
 [[ $(xdotool search --onlyvisible --name 'levels' | wc -l) == 1 ]] || fails "two windows"
+# Names that look like an option, or are no text at all, are names of files.
+strange=$'\xffodd.kva'
+cp "$box/home/other.kva" "$box/home/-x.kva"
+cp "$box/home/other.kva" "$box/home/$strange"
+(cd "$box/home" && later -- -x.kva)
+appears '.x.kva .1 levels'
+(cd "$box/home" && later "$strange")
+appears 'odd.kva .1 levels'
+code=0
+"$KESTROVA" --home "$box/home" -x.kva 2>>"$box/log" || code=$?
+((code == 2)) || fails "-x.kva alone is an option that nobody knows"
+later "$box/home/my.kva"
+appears 'my.kva .1 levels'
 
 # While a question is open the files wait, whatever comes.
 press ctrl+comma

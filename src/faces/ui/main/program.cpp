@@ -51,32 +51,32 @@ struct Options {
     bool wrong = false;
 };
 
-Options ReadOptions(const QStringList& arguments)
+/// The bytes as they came: the name of a file need not be text. Behind `--` all are items.
+Options ReadOptions(int argc, const char* const* argv)
 {
     Options options;
-    for (qsizetype i = 1; i < arguments.size(); ++i) {
-        const QString& word = arguments[i];
-        if (word == QLatin1String("--version"))
+    bool itemsAlone = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view word = argv[i];
+        if (itemsAlone || !word.starts_with('-'))
+            options.items.emplace_back(word);
+        else if (word == "--")
+            itemsAlone = true;
+        else if (word == "--version")
             options.version = true;
-        else if (word == QLatin1String("--help") || word == QLatin1String("-h"))
+        else if (word == "--help" || word == "-h")
             options.help = true;
-        else if (word == QLatin1String("--home") && i + 1 < arguments.size())
-            options.home = PathFromQt(arguments[++i]);
-        else if (word.startsWith(QLatin1Char('-')))
-            options.wrong = true;
+        else if (word == "--home" && i + 1 < argc)
+            options.home = argv[++i];
         else
-            options.items.push_back(FromQt(word));
+            options.wrong = true;
     }
     return options;
 }
 
 /// Answers that need no display; no value when the windows are wanted.
-std::optional<int> AnswerAtOnce(int argc, char** argv)
+std::optional<int> AnswerAtOnce(const Options& options)
 {
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i)
-        arguments.append(QString::fromLocal8Bit(argv[i]));
-    const Options options = ReadOptions(arguments);
     if (!options.version && !options.help)
         return std::nullopt;
     const std::string line = options.version ? GetMsg(Msg::WindowVersionLine, {KESTROVA_VERSION})
@@ -238,12 +238,12 @@ int ShowWindows(QApplication& application, Session& session, WindowLevelList& li
 
 int RunWindows(int argc, char** argv)
 {
-    if (const auto exitCode = AnswerAtOnce(argc, argv))
+    if (const auto exitCode = AnswerAtOnce(ReadOptions(argc, argv)))
         return *exitCode;
     const std::string activation = platform::Variable("XDG_ACTIVATION_TOKEN"); // Qt takes it away
     PreferX();
-    QApplication application(argc, argv);
-    const Options options = ReadOptions(QApplication::arguments());
+    QApplication application(argc, argv); // takes its own options away
+    const Options options = ReadOptions(argc, argv);
     if (options.wrong) {
         std::fprintf(stderr, "%s\n", GetMsg(Msg::WindowUsageLine).c_str());
         return 2;
