@@ -54,3 +54,20 @@ expect 0 saves bring-back 1 "$id"
 said "$box/trle/savegame."
 cmp "$(<"$box/out")" "$box/out-there/savegame.0" || die "saves bring-back"
 expect 1 saves bring-back 2 "$id"
+
+# Deleted for good, after a question, one by one or all of a level.
+for words in "history delete" "history delete x" "history delete 1 1-x" "history delete 1 --json"; do
+    # shellcheck disable=SC2086
+    expect 2 $words
+done
+expect 1 --yes history delete 9
+errs "Nothing was deleted"
+expect 1 --no history delete "$id"
+expect 0 --yes history delete "$id"
+said "$id"
+expect 0 saves history 1 --json
+json "len(j) > 0 and '$id' not in [e['id'] for e in j]"
+expect 0 --yes history delete 1 2
+expect 0 history --json
+json "j == []"
+[[ -z $(find "$box/home/history/content" -type f) ]] || die "deleted files stay in the history"

@@ -5,10 +5,12 @@
 #include "history/history.h"
 #include "originals/vault.h"
 #include "saves/bring_back.h"
+#include "saves/delete_history.h"
 #include "saves/savegame_moves.h"
 #include "session/telling.h"
 #include "swap/kept_originals.h"
 #include "words/commands.h"
+#include "words/history.h"
 #include "words/originals.h"
 #include "words/saves.h"
 
@@ -103,6 +105,17 @@ bool BringBackInto(Run& run)
     return static_cast<bool>(place);
 }
 
+/// `history delete CODE|ID...`.
+bool DeleteHistory(Run& run)
+{
+    const auto& words = run.arguments.words;
+    const std::vector<std::string> named(words.begin() + 1, words.end());
+    if (!DeleteHistoryTold(run.session, named))
+        return false;
+    AddLine(run, GetMsg(Msg::HistoryDeleted, {Join(named, " ")}));
+    return true;
+}
+
 bool ListOriginals(Run& run)
 {
     if (run.json != nullptr)
@@ -172,6 +185,17 @@ std::string WrongOriginals(Run& run)
     return run.json == nullptr ? std::string{} : GetMsg(Msg::WrongOptionHere, {"--json", words[1]});
 }
 
+std::string WrongDeletion(Run& run)
+{
+    const auto& words = run.arguments.words;
+    if (words.size() < 2)
+        return GetMsg(Msg::WrongWordMissing, {"history"});
+    for (std::size_t i = 1; i < words.size(); ++i)
+        if (!NamesHistory(words[i]))
+            return GetMsg(Msg::WrongHistoryName, {words[i]});
+    return run.json == nullptr ? std::string{} : GetMsg(Msg::WrongOptionHere, {"--json", words[0]});
+}
+
 std::string WrongHistory(Run& run)
 {
     const auto& words = run.arguments.words;
@@ -181,6 +205,8 @@ std::string WrongHistory(Run& run)
         return {};
     if (words.front() == "originals")
         return WrongOriginals(run);
+    if (words.front() == "delete")
+        return WrongDeletion(run);
     if (words.size() > 2)
         return GetMsg(Msg::WrongWordTooMany, {words[2]});
     if (words.front() != "bring-back")
@@ -216,6 +242,11 @@ std::span<const CommandRow> HistoryCommands()
         {.terminal = {.word = "history", .verb = "bring-back", .when = IntoAFolder},
          .touches = Touches::Stores,
          .run = BringBackInto},
+        // Needs neither the archive nor the level.
+        {.terminal = {.word = "history", .verb = "delete"},
+         .touches = Touches::Stores,
+         .run = DeleteHistory,
+         .help = HelpTag::History},
         {.terminal = {.word = "history", .verb = "originals"},
          .run = ListOriginals,
          .help = HelpTag::OriginalsHistory},

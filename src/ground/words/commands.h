@@ -57,6 +57,7 @@ inline constexpr Message PlanFailed{"What the swap would do could not be found o
 inline constexpr Message MendDone{"What waited has been mended."};
 inline constexpr Message MendWaits{"Not everything could be mended yet: ~1. ~2"};
 inline constexpr Message MendNothing{"Nothing waits to be mended."};
+inline constexpr Message WrongHistoryName{"\"~1\" is neither the code of a level nor the name of a kept file, as 12 and 0012-3 are."};
 inline constexpr Message HistoryHasNo{"The history has no file '~1'. Nothing has been changed. kestrovactl history shows what it has."};
 inline constexpr Message InfoAuthor{"Author: ~1"};
 inline constexpr Message InfoSizes{"Files: ~1, savegames and pictures: ~2"};
@@ -112,8 +113,8 @@ inline constexpr Message KeysPlan{"an object with `code` and `files`, an array o
 inline constexpr Message UseMend{"mend [--trle DIR] [--archive-folder DIR] [--let-go]"};
 inline constexpr Message SumMend{"Finishes or undoes now what an interrupted run left half done, clears what it left behind, and says what still waits; then the exit code is 1. A folder that was moved since is named with --trle or --archive-folder; --let-go gives up what is gone for good: savegames then go to the history."};
 inline constexpr Message NeedsRestore{"The Level Editor's folder is not whole, so nothing has been changed. Bring the originals back from the backup: kestrovactl original --full. Or say where the right folder is: kestrovactl setup --trle DIR"};
-inline constexpr Message UseHistory{"history [bring-back ID [--to DIR]] | history originals [bring-back ID | delete ID...]"};
-inline constexpr Message SumHistory{"Lists the savegames, notes and shots that were kept before something replaced them; brings one back into its level, or, with --to, into any folder, as where the level is gone. With `originals`: the files of the Level Editor's folder that nothing else held and that were kept before they were replaced or deleted; brings one back to where it stood, or deletes some for good, after a question: what a person may have made is kept until then."};
+inline constexpr Message UseHistory{"history [bring-back ID [--to DIR] | delete CODE|ID...] | history originals [bring-back ID | delete ID...]"};
+inline constexpr Message SumHistory{"Lists the savegames, notes and shots that were kept before something replaced them; brings one back into its level, or, with --to, into any folder, as where the level is gone; deletes some for good, or, with the code of a level, all that is kept of it, after a question. With `originals`: the files of the Level Editor's folder that nothing else held and that were kept before they were replaced or deleted; brings one back to where it stood, or deletes some for good, after a question: what a person may have made is kept until then."};
 inline constexpr Message KeysHistory{"an array of objects with `code` (the level), `id`, `name`, `title`, `number` (of the savegame), `size` (bytes), `modified`, `kept`, `reason`; with `originals`, of objects with `id`, `file`, `size` (bytes), `modified`, `kept`, `folder` (the Level Editor's), `content` (where it lies)."};
 inline constexpr Message UseUndo{"undo [NUMBER] [--redo] | undo --list"};
 inline constexpr Message SumUndo{"Undoes the last change of a level, its savegames or its screen-shots in the loaded archive, or the last import of wads, whichever is newer, or the one of that number; --redo does again what was undone. What has changed since is refused, and nothing is changed then. With --list: lists the changes that can be undone, newest first. How many are kept says set undo-count, how much they may take set undo-megabytes."};

@@ -5,6 +5,7 @@
 #include "history/standing.h"
 #include "saves/archive_slots.h"
 #include "saves/bring_back.h"
+#include "saves/delete_history.h"
 #include "saves/savegame_moves.h"
 #include "session/operation.h"
 #include "session/telling.h"
@@ -65,6 +66,17 @@ bool HistoryList::BringBack(const std::string& id)
     }
     session_.host.Tell(Tone::Plain, GetMsg(Msg::BroughtBack, {TextOf(place->filename())}));
     session_.list.Select(code_);
+    return true;
+}
+
+bool HistoryList::Delete(const std::vector<std::string>& ids)
+{
+    const std::size_t before = entries_.size();
+    DeleteHistoryTold(session_, ids);
+    Load();
+    if (entries_.size() == before)
+        return false;
+    session_.list.Select(code_); // its savegames are listed beside the window
     return true;
 }
 

@@ -18,6 +18,8 @@ public:
     /// Puts a kept file into a free slot of the level, says where, or why not. Without a free slot
     /// it offers to archive what stands there.
     bool BringBack(const std::string& id);
+    /// Deletes kept files for good, after a question. False when none went.
+    bool Delete(const std::vector<std::string>& ids);
 
 private:
     [[nodiscard]] Result<Path> Place(const std::string& id);

@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QListWidget>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTimer>
 #include <QTreeWidget>
@@ -130,6 +131,12 @@ TEST(SavegameWindows, TheMenuMovesAndTheHistoryBringsBack)
         Press(dialog, "Pul_BringBack");
         EXPECT_TRUE(world.box.host.WasTold("Brought back as savegame.2."))
             << world.box.host.AllTold();
+        for (const bool sure : {false, true}) {
+            world.box.host.WillAsk("for good: savegame.2 (Temple)?", sure);
+            Press(dialog, "Pul_DeleteKept");
+            EXPECT_EQ(rows.topLevelItemCount(), sure ? 0 : 1);
+        }
+        EXPECT_FALSE(dialog.findChild<QPushButton*>(QStringLiteral("Pul_DeleteKept"))->isEnabled());
         Press(dialog, "Pul_Cancel");
     });
     world.box.host.WillAsk("is not current level", false);

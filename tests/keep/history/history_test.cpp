@@ -2,6 +2,8 @@
 
 #include "formats/savegame_info.h"
 #include "formats/swap_journal.h"
+#include "history/delete_from_history.h"
+#include "history/room_needed.h"
 #include "saves/bring_back.h"
 #include "swap/swap_world.h"
 
@@ -156,6 +158,57 @@ TEST(SwapRecords, ComeBackAsTheyWereWritten)
     EXPECT_FALSE(nobody->owner);
     owner.owner = 12;
     EXPECT_EQ(ParseOwner(FormatOwner(owner))->owner, 12);
+}
+
+TEST(RoomNeeded, IsThatOfAllFoldersOfADisk)
+{
+    SwapWorld world;
+    world.Write("levels/one.tr4", std::string(10, 'o'));
+    for (const auto& [free, isThere] : {std::pair{UINT64_C(169), false}, {UINT64_C(170), true}}) {
+        world.machine.free = free;
+        RoomNeeded room;
+        room.Add(world / "levels/one.tr4", 60); // 50 more than stand there
+        room.Add(world / "home/yet to be made/two.tr4", 60);
+        EXPECT_EQ(bool{room.IsThere(world.machine)}, isThere) << free;
+    }
+}
+
+TEST(History, DeletesForGoodWhatNoOtherLevelNames)
+{
+    SwapWorld world;
+    const Folders folders = world.session.Folders();
+    const auto keep = [&](LevelCode code, const std::string& bytes) {
+        world.Write("levels/LEVEL_0001/backup_savegames/savegame.7", bytes);
+        std::vector<std::string> ids;
+        EXPECT_TRUE(KeepInHistory(
+            world.machine, folders, world.session.archive, world.session.settings, code,
+            {world / "levels/LEVEL_0001/backup_savegames/savegame.7"}, "test", &ids));
+        return ids.front();
+    };
+    const auto contents = [&] { return world.Snapshot("home/history/content").size(); };
+    const std::string shared = keep(1, "shared");
+    const std::string own = keep(1, "own");
+    keep(2, "shared");
+    ASSERT_EQ(contents(), 2U);
+    EXPECT_TRUE(DeleteFromHistory(folders, 1, {shared}));
+    EXPECT_EQ(contents(), 2U) << "the other level has it";
+    ASSERT_EQ(HistoryOf(folders, 1).size(), 1U);
+    EXPECT_EQ(HistoryOf(folders, 1).front().id, own);
+    EXPECT_TRUE(DeleteFromHistory(folders, 1, {own, "0001-99"}));
+    EXPECT_EQ(contents(), 1U);
+    ASSERT_EQ(HistoryOf(folders, 2).size(), 1U);
+    EXPECT_EQ(*ReadWholeFile(HistoryContent(folders, HistoryOf(folders, 2).front().hash)),
+              "shared");
+
+    // An index that a later version wrote may name anything.
+    const std::string index = "home/history/level_0001.jsonl";
+    ASSERT_TRUE(world.Has(index)) << world.Snapshot("home/history").begin()->first;
+    world.Write(index, "{\"version\":9}\n");
+    const auto refused = DeleteFromHistory(folders, 2, {HistoryOf(folders, 2).front().id});
+    EXPECT_FALSE(refused);
+    EXPECT_NE(refused.Error().sentence.find("0001"), std::string::npos);
+    EXPECT_TRUE(HistoryOf(folders, 2).empty());
+    EXPECT_EQ(contents(), 1U);
 }
 
 } // namespace kestrova::testing

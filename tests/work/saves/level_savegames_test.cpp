@@ -1,4 +1,5 @@
 #include "history/history.h"
+#include "saves/delete_history.h"
 #include "saves/delete_savegames.h"
 #include "saves/saves_world.h"
 
@@ -111,6 +112,49 @@ TEST(LevelSavegames, AreDeletedIntoTheHistoryWithWhatGoesWithThem)
     EXPECT_EQ(world.ShownSlot(2), "");
     EXPECT_EQ(world.ShownSlot(1), "savegame.0=7");
     world.ExpectNothingLost(treasures);
+}
+
+TEST(DeletedHistory, GoesForGoodOnlyAfterAYesAndOfWhatIsListed)
+{
+    ManySaves world;
+    const Folders folders = world.session.Folders();
+    const auto ids = [&](LevelCode code) {
+        std::vector<std::string> found;
+        for (const HistoryEntry& entry : HistoryOf(folders, code))
+            found.push_back(entry.id);
+        return found;
+    };
+    const auto kept = [&] { return world.Snapshot("home/history/content").size(); };
+    const auto all = ids(world.played);
+    ASSERT_EQ(all.size(), 2U);
+    // Of a level with this number in another archive, whose folder is there.
+    world.Write("other/LEVEL_0001/backup_savegames/savegame.5", SavegameBytes("Theirs", 8));
+    ASSERT_TRUE(KeepInHistory(world.machine, folders, world.session.archive, world.session.settings,
+                              LevelPlace{world.played, world / "other/LEVEL_0001"},
+                              {world / "other/LEVEL_0001/backup_savegames/savegame.5"}, "test"));
+    ASSERT_EQ(kept(), 3U);
+    for (const char* nothing : {"0001-99", "0002-1", "2", "77"})
+        EXPECT_FALSE(DeleteHistoryTold(world.session, {all.front(), nothing})) << nothing;
+    EXPECT_TRUE(world.host.WasTold("nothing of the name 77")) << world.host.AllTold();
+    world.host.WillAsk("savegame.0 (Overwritten)", false);
+    EXPECT_FALSE(DeleteHistoryTold(world.session, {"1"}));
+    EXPECT_EQ(ids(world.played), all);
+    world.host.WillAsk("Files: 1", true);
+    EXPECT_TRUE(DeleteHistoryTold(world.session, {all.front(), all.front()}));
+    EXPECT_EQ(ids(world.played), std::vector<std::string>{all.back()});
+    EXPECT_EQ(kept(), 2U);
+    // While work that was cut short may still need it, nothing goes.
+    world.Write("home/swap/savegames", "{");
+    world.Write("home/swap/journal", "cut short");
+    EXPECT_FALSE(DeleteHistoryTold(world.session, {"0001"}));
+    std::filesystem::remove_all(world / "home/swap");
+    world.host.WillAsk("note0.txt", true);
+    EXPECT_TRUE(DeleteHistoryTold(world.session, {"0001"}));
+    EXPECT_TRUE(ids(world.played).empty());
+    EXPECT_EQ(kept(), 1U) << "the other archive's";
+    for (const char* wrong : {"", "x", "1x", "-1", "1-", "1-2-3", "0001-1x"})
+        EXPECT_FALSE(NamesHistory(wrong)) << wrong;
+    EXPECT_TRUE(NamesHistory("12") && NamesHistory("0012-3"));
 }
 
 } // namespace kestrova::testing

@@ -32,7 +32,7 @@ enum Column { kept, file, number, title, saved, reason };
 
 SavegameHistoryDialog::SavegameHistoryDialog(Session& session, LevelCode code, QWidget* parent)
     : QDialog(parent), session_(session), rules_(session, code), list_(new QTreeWidget(this)),
-      bringBack_(NamedButton(this, "Pul_BringBack"))
+      bringBack_(NamedButton(this, "Pul_BringBack")), delete_(NamedButton(this, "Pul_DeleteKept"))
 {
     setObjectName(QStringLiteral("Dialog_SavegameHistory"));
     const bool empty = rules_.Entries().empty();
@@ -43,6 +43,7 @@ SavegameHistoryDialog::SavegameHistoryDialog(Session& session, LevelCode code, Q
     words->setWordWrap(true);
     list_->setObjectName(QStringLiteral("List_History"));
     MakeRowList(*list_);
+    list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list_->setHeaderLabels({Words(Msg::HistoryColumnKept), Words(Msg::HistoryColumnFile),
                             Words(Msg::HistoryColumnNumber), Words(Msg::HistoryColumnTitle),
                             Words(Msg::HistoryColumnTime), Words(Msg::HistoryColumnReason)});
@@ -52,16 +53,22 @@ SavegameHistoryDialog::SavegameHistoryDialog(Session& session, LevelCode code, Q
     auto* close = NamedButton(this, "Pul_Cancel");
     bringBack_->setDefault(true);
     connect(close, &QPushButton::clicked, this, &SavegameHistoryDialog::reject);
+    delete_->setAutoDefault(false);
+    connect(delete_, &QPushButton::clicked, this, &SavegameHistoryDialog::Delete);
     connect(bringBack_, &QPushButton::clicked, this, &SavegameHistoryDialog::BringBack);
     connect(list_, &QTreeWidget::itemActivated, this, &SavegameHistoryDialog::BringBack);
-    connect(list_, &QTreeWidget::currentItemChanged, this,
-            [this](const QTreeWidgetItem* item) { bringBack_->setEnabled(item != nullptr); });
+    connect(list_, &QTreeWidget::itemSelectionChanged, this, [this] {
+        const auto chosen = list_->selectedItems().size();
+        bringBack_->setEnabled(chosen == 1);
+        delete_->setEnabled(chosen > 0);
+    });
 
     auto* savegames = new QWidget(this);
     auto* page = new QVBoxLayout(savegames);
     page->addWidget(words);
     page->addWidget(list_, 1);
     auto* actions = new QHBoxLayout;
+    actions->addWidget(delete_);
     actions->addStretch();
     actions->addWidget(bringBack_);
     page->addLayout(actions);
@@ -83,7 +90,8 @@ SavegameHistoryDialog::SavegameHistoryDialog(Session& session, LevelCode code, Q
 
 void SavegameHistoryDialog::Fill()
 {
-    bringBack_->setEnabled(false);
+    for (QPushButton* button : {bringBack_, delete_})
+        button->setEnabled(false);
     list_->clear();
     QList<QTreeWidgetItem*> items;
     for (const HistoryEntry& entry : rules_.Entries()) {
@@ -110,10 +118,21 @@ void SavegameHistoryDialog::Fill()
 
 void SavegameHistoryDialog::BringBack()
 {
-    const QTreeWidgetItem* item = list_->currentItem();
-    if (item == nullptr || session_.runningOperations > 0)
+    const auto chosen = list_->selectedItems();
+    if (chosen.size() != 1 || session_.runningOperations > 0)
         return;
-    rules_.BringBack(FromQt(item->data(kept, Qt::UserRole).toString()));
+    rules_.BringBack(FromQt(chosen.constFirst()->data(kept, Qt::UserRole).toString()));
+}
+
+void SavegameHistoryDialog::Delete()
+{
+    std::vector<std::string> ids;
+    for (const QTreeWidgetItem* item : list_->selectedItems())
+        ids.push_back(FromQt(item->data(kept, Qt::UserRole).toString()));
+    if (ids.empty() || session_.runningOperations > 0)
+        return;
+    if (rules_.Delete(ids))
+        Fill();
 }
 
 } // namespace kestrova

@@ -19,11 +19,13 @@ public:
 private:
     void Fill();
     void BringBack();
+    void Delete();
 
     Session& session_;
     HistoryList rules_;
     QTreeWidget* list_;
     QPushButton* bringBack_;
+    QPushButton* delete_;
 };
 
 } // namespace kestrova
