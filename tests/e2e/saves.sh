@@ -67,7 +67,7 @@ expect 0 --yes history delete "$id"
 said "$id"
 expect 0 saves history 1 --json
 json "len(j) > 0 and '$id' not in [e['id'] for e in j]"
-expect 0 --yes history delete 1 2
+expect 0 --yes history delete 1
 expect 0 history --json
 json "j == []"
 [[ -z $(find "$box/home/history/content" -type f) ]] || die "deleted files stay in the history"

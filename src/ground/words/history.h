@@ -11,7 +11,7 @@ namespace kestrova::Msg
 inline constexpr Message HistoryUnknownId{"The history of this level has no file ~1."};
 inline constexpr Message HistoryNoFreeSlot{"All fifteen slots of the game are taken. Free a slot first; nothing was changed."};
 inline constexpr Message HistoryContentGone{"The kept content of this file is damaged or missing."};
-inline constexpr Message HistoryHasNone{"The history has nothing of the name ~1. Nothing was deleted. kestrovactl history shows what it has."};
+inline constexpr Message HistoryHasNone{"The history has nothing of the name ~1. kestrovactl history shows what it has."};
 inline constexpr Message HistoryNotDeleted{"Nothing was deleted; the history has all that it had."};
 inline constexpr Message HistoryNotAllDeleted{"Not everything could be deleted. kestrovactl history shows what is still there."};
 inline constexpr Message HistoryContentStays{"The history does not list these files any more, but what was in them still lies in history/content of the program's folder: the history of the level ~1 cannot be read whole, and it may need them."};
