@@ -1,6 +1,7 @@
 #include "history/history_bounds.h"
 
 #include "archive/level_folders.h"
+#include "history/delete_from_history.h"
 #include "history/players_files.h"
 #include "platform/file_content.h"
 
@@ -59,19 +60,7 @@ void BoundHistory(const Folders& folders, const ProgramSettings& settings, const
     index->entries = std::move(stay);
     if (dropped.empty() || !WriteHistoryIndex(folders, code, *index))
         return;
-    // A content goes only when no level's history names it any more.
-    const auto others = LevelsWithHistory(folders);
-    if (!others)
-        return;
-    for (const LevelCode other : *others) {
-        const auto named = ReadHistoryIndex(folders, other);
-        if (!named || !named->strangeLines.empty())
-            return; // nobody knows what it names
-        for (const HistoryEntry& entry : named->entries)
-            dropped.erase(entry.hash);
-    }
-    for (const std::string& hash : dropped)
-        (void)platform::Unlink(HistoryContent(folders, hash)); // unnamed content does no harm
+    (void)DropUnnamed(folders, std::move(dropped)); // unnamed content does no harm
 }
 
 } // namespace kestrova

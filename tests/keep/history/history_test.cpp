@@ -180,9 +180,9 @@ TEST(History, DeletesForGoodWhatNoOtherLevelNames)
     const auto keep = [&](LevelCode code, const std::string& bytes) {
         world.Write("levels/LEVEL_0001/backup_savegames/savegame.7", bytes);
         std::vector<std::string> ids;
-        EXPECT_TRUE(KeepInHistory(
-            world.machine, folders, world.session.archive, world.session.settings, code,
-            {world / "levels/LEVEL_0001/backup_savegames/savegame.7"}, "test", &ids));
+        EXPECT_TRUE(KeepInHistory(world.machine, folders, world.session.settings, code,
+                                  {world / "levels/LEVEL_0001/backup_savegames/savegame.7"}, "test",
+                                  &ids));
         return ids.front();
     };
     const auto contents = [&] { return world.Snapshot("home/history/content").size(); };

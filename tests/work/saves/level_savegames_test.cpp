@@ -129,7 +129,7 @@ TEST(DeletedHistory, GoesForGoodOnlyAfterAYesAndOfWhatIsListed)
     ASSERT_EQ(all.size(), 2U);
     // Of a level with this number in another archive, whose folder is there.
     world.Write("other/LEVEL_0001/backup_savegames/savegame.5", SavegameBytes("Theirs", 8));
-    ASSERT_TRUE(KeepInHistory(world.machine, folders, world.session.archive, world.session.settings,
+    ASSERT_TRUE(KeepInHistory(world.machine, folders, world.session.settings,
                               LevelPlace{world.played, world / "other/LEVEL_0001"},
                               {world / "other/LEVEL_0001/backup_savegames/savegame.5"}, "test"));
     ASSERT_EQ(kept(), 3U);
