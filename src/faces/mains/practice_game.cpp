@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFile>
+#include <QFontInfo>
 #include <QImage>
 #include <QKeyEvent>
 #include <QPainter>
@@ -191,7 +192,7 @@ private:
     void PaintTitle(QPainter& painter, QRect& area, int unit)
     {
         QFont large = font();
-        large.setPointSizeF(font().pointSizeF() * 2.1);
+        large.setPointSizeF(QFontInfo{large}.pointSizeF() * 2.1);
         large.setBold(true);
         painter.setFont(large);
         const QFontMetrics metrics{large};
@@ -243,7 +244,7 @@ private:
             return;
         QFont bold = font();
         bold.setBold(true);
-        bold.setPointSizeF(font().pointSizeF() * 1.3);
+        bold.setPointSizeF(QFontInfo{bold}.pointSizeF() * 1.3);
         painter.setFont(bold);
         const QFontMetrics metrics{bold};
         QRect banner{0, 0, metrics.horizontalAdvance(message_) + 2 * unit, metrics.height() + unit};

@@ -3,6 +3,7 @@
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/letter_size.h"
 #include "ui/widgets/qt_text.h"
 #include "words/disc_windows.h"
 
@@ -41,9 +42,7 @@ InsertCdDialog::InsertCdDialog(InsertCd& question, QWidget* parent)
     message->setObjectName(QStringLiteral("Label_Mex"));
     message->setTextFormat(Qt::PlainText);
     message->setText(ToQt(question.Message()));
-    QFont large = message->font();
-    large.setPointSizeF(large.pointSizeF() * 1.25);
-    message->setFont(large);
+    message->setFont(TimesAsLarge(message->font(), 1.25));
     auto* details = new QLabel(this);
     details->setObjectName(QStringLiteral("Label_Details"));
     details->setTextFormat(Qt::PlainText);

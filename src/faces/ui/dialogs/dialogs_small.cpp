@@ -4,6 +4,7 @@
 #include "ui/dialogs/help_desk.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/icons.h"
+#include "ui/widgets/letter_size.h"
 #include "ui/widgets/qt_text.h"
 #include "words/ui_dialogs.h"
 #include "words/ui_shared.h"
@@ -89,8 +90,7 @@ AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent)
     picture->setPixmap(ProgramIcon().pixmap(aboutIcon));
     picture->setAccessibleName(Words(Msg::ProgramName));
     auto* name = new QLabel(Words(Msg::ProgramName), this);
-    QFont large = name->font();
-    large.setPointSizeF(large.pointSizeF() * 1.8);
+    QFont large = TimesAsLarge(name->font(), 1.8);
     large.setBold(true);
     name->setFont(large);
     auto* version = new QLabel(Words(Msg::AboutVersion, {KESTROVA_VERSION}), this);

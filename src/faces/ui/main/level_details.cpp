@@ -14,6 +14,7 @@
 #include "ui/main/marks_box.h"
 #include "ui/main/savegames_page.h"
 #include "ui/widgets/fit_to_screen.h"
+#include "ui/widgets/letter_size.h"
 #include "ui/widgets/link_button.h"
 #include "ui/widgets/qt_text.h"
 #include "ui/widgets/wrapping_row.h"
@@ -38,8 +39,7 @@ constexpr int noteLines = 3;
 
 void Enlarge(QWidget* widget, double scale)
 {
-    QFont font = widget->font();
-    font.setPointSizeF(font.pointSizeF() * scale);
+    QFont font = TimesAsLarge(widget->font(), scale);
     font.setBold(true);
     widget->setFont(font);
 }

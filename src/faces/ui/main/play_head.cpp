@@ -1,6 +1,7 @@
 #include "ui/main/play_head.h"
 
 #include "ui/widgets/icons.h"
+#include "ui/widgets/letter_size.h"
 #include "ui/widgets/qt_text.h"
 #include "words/captions.h"
 #include "words/level_page.h"
@@ -74,8 +75,7 @@ PlayHead::PlayHead(QWidget* parent)
 {
     setObjectName(QStringLiteral("Head_Play"));
     play_->setObjectName(QStringLiteral("Pul_Play"));
-    QFont font = play_->font();
-    font.setPointSizeF(font.pointSizeF() * playScale);
+    QFont font = TimesAsLarge(play_->font(), playScale);
     font.setBold(true);
     play_->setFont(font);
     play_->setIcon(DrawnIcon(Drawing::Play));

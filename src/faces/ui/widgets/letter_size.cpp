@@ -22,6 +22,15 @@ constexpr double stepFactor = 1.12;
 
 } // namespace
 
+QFont TimesAsLarge(QFont font, double factor)
+{
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * factor);
+    else
+        font.setPixelSize(std::max(1, qRound(font.pixelSize() * factor)));
+    return font;
+}
+
 QFont EvenLetters(const QWidget& control)
 {
     QFont even = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -38,13 +47,7 @@ LetterSize::LetterSize(QAbstractScrollArea& area) : QObject(&area), area_(area)
 void LetterSize::Set(int steps)
 {
     steps_ = std::clamp(steps, fewestSteps, mostSteps);
-    QFont font = QApplication::font(&area_);
-    const double factor = std::pow(stepFactor, steps_);
-    if (font.pointSizeF() > 0)
-        font.setPointSizeF(font.pointSizeF() * factor);
-    else
-        font.setPixelSize(std::max(1, qRound(font.pixelSize() * factor)));
-    area_.setFont(font);
+    area_.setFont(TimesAsLarge(QApplication::font(&area_), std::pow(stepFactor, steps_)));
 }
 
 void LetterSize::Change(int steps)

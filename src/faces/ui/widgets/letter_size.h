@@ -9,6 +9,9 @@ class QAbstractScrollArea;
 namespace kestrova
 {
 
+/// The font so many times as large, whether its size is given in points or in pixels.
+QFont TimesAsLarge(QFont font, double factor);
+
 /// Letters of one width for columns of text, as large as that control has them.
 QFont EvenLetters(const QWidget& control);
 
