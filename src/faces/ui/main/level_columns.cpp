@@ -6,6 +6,7 @@
 
 #include <QMenu>
 #include <QScopedValueRollback>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -127,7 +128,9 @@ QRect LevelColumns::RectOf(int column, const QRect& row) const
 {
     if (isSectionHidden(column))
         return {};
-    return {row.left() + sectionPosition(column), row.top(), sectionSize(column), row.height()};
+    const QRect place(row.left() + sectionPosition(column), row.top(), sectionSize(column),
+                      row.height());
+    return QStyle::visualRect(layoutDirection(), row, place);
 }
 
 void LevelColumns::ShowOrder(LibraryOrder order, bool turned)

@@ -102,7 +102,8 @@ struct RowPlaces {
     QRect words;
 };
 
-RowPlaces PlacesIn(const QRect& name)
+/// Where one reads from the right, the mark stands there.
+RowPlaces PlacesIn(const QRect& name, Qt::LayoutDirection way)
 {
     const QRect inside = name.adjusted(gap / 2, 3, -gap, -3);
     const QRect mark(inside.left(), inside.center().y() - markSide / 2, markSide, markSide);
@@ -111,8 +112,9 @@ RowPlaces PlacesIn(const QRect& name)
     const bool hasPicture = name.width() >= roomyHeights * inside.height();
     const QRect picture(mark.right() + gap / 2, inside.top(),
                         hasPicture ? inside.height() * 4 / 3 : 0, inside.height());
-    return {mark, picture,
-            QRect(QPoint(picture.right() + gap + 2, inside.top()), inside.bottomRight())};
+    const QRect words(QPoint(picture.right() + gap + 2, inside.top()), inside.bottomRight());
+    const auto seen = [&](const QRect& part) { return QStyle::visualRect(way, name, part); };
+    return {seen(mark), seen(picture), seen(words)};
 }
 
 } // namespace
@@ -160,7 +162,8 @@ void LevelDelegate::PaintRow(QPainter& painter, const QStyleOptionViewItem& opti
 {
     const auto& model = *static_cast<const LevelModel*>(index.model());
     const LibraryLevel& level = model.Shown().At(index.row());
-    const RowPlaces places = PlacesIn(view_.ColumnRect(LevelModel::NameColumn, option.rect));
+    const RowPlaces places =
+        PlacesIn(view_.ColumnRect(LevelModel::NameColumn, option.rect), option.direction);
     if (level.current)
         PaintMark(painter, places.mark, option);
     PaintPicture(painter, places.picture, level);
@@ -250,7 +253,8 @@ bool LevelDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     const int room =
         view_.Look() == LibraryLook::Covers
             ? std::min(view_.CoverWidth(), option.rect.width() - 2 * gap)
-            : PlacesIn(view_.ColumnRect(LevelModel::NameColumn, option.rect)).words.width();
+            : PlacesIn(view_.ColumnRect(LevelModel::NameColumn, option.rect), option.direction)
+                  .words.width();
     const QString name = ToQt(level.text);
     if (!IsWhole(name, QFontMetrics(NameFont(option, level)), room))
         QToolTip::showText(event->globalPos(), PlainTip(name), view);

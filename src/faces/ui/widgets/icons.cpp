@@ -17,6 +17,13 @@ namespace kestrova
 namespace
 {
 
+/// Back is where one has read from.
+bool PointsBackOrOn(Drawing drawing)
+{
+    return drawing == Drawing::Previous || drawing == Drawing::Next || drawing == Drawing::Undo ||
+           drawing == Drawing::Redo;
+}
+
 class DrawnEngine : public QIconEngine
 {
 public:
@@ -33,6 +40,8 @@ public:
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->translate(rect.topLeft());
+        if (QGuiApplication::isRightToLeft() && PointsBackOrOn(drawing_))
+            painter->setTransform(QTransform(-1, 0, 0, 1, rect.width(), 0), true);
         painter->scale(rect.width() / 16.0, rect.height() / 16.0);
         constexpr double thick = 1.8; // of the few lines of a button that stands alone
         constexpr double fine = 1.3;

@@ -60,8 +60,9 @@ QString LinkButton::Shown() const
 bool LinkButton::hitButton(const QPoint& place) const
 {
     // Beside the words is nothing to press.
+    const QRect words(0, 0, fontMetrics().horizontalAdvance(Shown()) + 2, height());
     return Leads() && rect().contains(place) &&
-           place.x() <= fontMetrics().horizontalAdvance(Shown()) + 1;
+           QStyle::visualRect(layoutDirection(), rect(), words).contains(place);
 }
 
 bool LinkButton::event(QEvent* event)
