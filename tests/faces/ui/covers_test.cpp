@@ -219,6 +219,7 @@ TEST(LevelTile, HasTheInitialsOfTwoWordsInAColourOfItsOwn)
         {"2 Tombs", "2T"},
         {"\xC3\xA9toile", "\xC3\x89"},
         {"\xF0\x9D\x94\x84 x", "\xF0\x9D\x94\x84X"},
+        {"... \xF0\x9F\x90\x8D\xF0\x9F\x8F\xBA", "\xF0\x9F\x90\x8D"}, // of pictures alone
         {"", ""},
         {"...", ""}};
     for (const auto& [name, initials] : names)

@@ -2,6 +2,7 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QTextBoundaryFinder>
 
 namespace kestrova
 {
@@ -12,6 +13,20 @@ namespace
 constexpr int mostInitials = 2;
 /// Of the tile's shorter side.
 constexpr double letterPart = 0.38;
+
+/// What stands for a name without letters; it may be made of several characters.
+QString FirstPicture(const QString& name)
+{
+    QTextBoundaryFinder parts(QTextBoundaryFinder::Grapheme, name);
+    qsizetype begin = 0;
+    for (qsizetype end = parts.toNextBoundary(); end > 0; end = parts.toNextBoundary()) {
+        const QString part = name.mid(begin, end - begin);
+        if (QChar::category(part.toStdU32String().front()) == QChar::Symbol_Other)
+            return part;
+        begin = end;
+    }
+    return {};
+}
 
 } // namespace
 
@@ -28,7 +43,7 @@ QString InitialsOf(const QString& name)
             initials += QString::fromUcs4(&letter, 1);
         inWord = part || (inWord && within);
     }
-    return initials.toUpper();
+    return initials.isEmpty() ? FirstPicture(name) : initials.toUpper();
 }
 
 QColor TileColourOf(const QString& name)
