@@ -116,7 +116,9 @@ QLayout* AssistantDialog::MakeReadmes()
     row->addWidget(readmes_, 1);
     row->addLayout(buttons);
     auto* column = new QVBoxLayout;
-    column->addWidget(WordsFor(readmes_, "Label_Readme"));
+    QLabel* words = WordsFor(readmes_, "Label_Readme");
+    words->setWordWrap(true);
+    column->addWidget(words);
     column->addLayout(row, 1);
     return column;
 }
@@ -139,7 +141,7 @@ QLayout* AssistantDialog::MakeChoice()
     grid->addWidget(WordsFor(wads_, "Label_Wads"), 1, 0);
     grid->addWidget(wads_, 1, 1);
     grid->addWidget(perform_, 1, 2);
-    grid->addWidget(essential_, 2, 1);
+    grid->addWidget(essential_, 2, 1, 1, 2);
     grid->setColumnStretch(1, 1);
     return grid;
 }

@@ -8,6 +8,7 @@
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/list_parts.h"
 #include "ui/widgets/qt_text.h"
+#include "ui/widgets/wrapping_row.h"
 #include "words/ui_dialogs.h"
 
 #include <QCheckBox>
@@ -113,7 +114,7 @@ QLayout* CompareTrleDialog::MakeFolders()
 
 QLayout* CompareTrleDialog::MakeFilters()
 {
-    auto* row = new QHBoxLayout;
+    auto* row = new WrappingRow;
     for (const StateRow& state : stateRows) {
         auto* box = new QCheckBox(CountedWords(state, 0), this);
         box->setObjectName(QString::fromLatin1(state.box));
@@ -125,7 +126,8 @@ QLayout* CompareTrleDialog::MakeFilters()
     search_->setClearButtonEnabled(true);
     search_->setPlaceholderText(Words(Msg::CompareSearchHint));
     search_->setAccessibleName(Words(Msg::CompareSearchHint));
-    row->addWidget(search_, 1);
+    row->AddStretch();
+    row->addWidget(search_);
     return row;
 }
 
@@ -154,9 +156,9 @@ QLayout* CompareTrleDialog::MakeButtons()
 {
     auto* close = NamedButton(this, "Pul_Cancel");
     connect(close, &QPushButton::clicked, this, &CompareTrleDialog::reject);
-    auto* row = new QHBoxLayout;
+    auto* row = new WrappingRow;
     row->addWidget(HelpButton(this));
-    row->addStretch();
+    row->AddStretch();
     for (QPushButton* button : {openBefore_, openAfter_, copy_, close}) {
         button->setAutoDefault(false);
         row->addWidget(button);

@@ -7,10 +7,10 @@
 #include "ui/widgets/fit_to_screen.h"
 #include "ui/widgets/picture_reading.h"
 #include "ui/widgets/qt_text.h"
+#include "ui/widgets/wrapping_row.h"
 #include "words/ui_dialogs.h"
 
 #include <QComboBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -42,11 +42,10 @@ ResizeDialog::ResizeDialog(Session& session, Path shot, QWidget* parent)
     const ShotSize& largest = ShotSizes().front();
     picture_->setMinimumSize(largest.width + 16, largest.height + 16);
 
-    auto* row = new QHBoxLayout;
-    row->addWidget(label);
-    row->addWidget(sizes_);
-    row->addWidget(resize);
-    row->addStretch();
+    auto* row = new WrappingRow;
+    for (QWidget* part : std::initializer_list<QWidget*>{label, sizes_, resize})
+        row->addWidget(part);
+    row->AddStretch();
     row->addWidget(save);
     row->addWidget(cancel);
     auto* column = new QVBoxLayout(this);

@@ -3,12 +3,14 @@
 #include "conversion/mp3_choices.h"
 #include "ui/dialogs/dialogs_small.h"
 #include "ui/widgets/qt_text.h"
+#include "ui/widgets/wrapping_row.h"
 #include "words/ui_widgets.h"
 
 #include <QComboBox>
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 namespace kestrova
 {
@@ -25,6 +27,17 @@ QComboBox* Combo(QWidget* parent, const char* name, const Mp3Choice& choice)
     return combo;
 }
 
+/// What a row does not part.
+QWidget* Together(QWidget* parent, std::initializer_list<QWidget*> parts)
+{
+    auto* whole = new QWidget(parent);
+    auto* row = new QHBoxLayout(whole);
+    row->setContentsMargins({});
+    for (QWidget* part : parts)
+        row->addWidget(part);
+    return whole;
+}
+
 } // namespace
 
 Mp3SettingsBox::Mp3SettingsBox(QWidget* parent)
@@ -37,26 +50,25 @@ Mp3SettingsBox::Mp3SettingsBox(QWidget* parent)
     auto* restore = NamedButton(this, "Pul_Restore");
     restore->setAutoDefault(false);
 
-    auto* grid = new QGridLayout(this);
-    int column = 0;
+    // One list below the other where they have no room beside each other.
+    auto* lists = new WrappingRow;
     const auto add = [&](QComboBox* combo, const char* name, Message words) {
         auto* label = new QLabel(Words(words), this);
         label->setObjectName(QString::fromLatin1(name));
         label->setBuddy(combo);
         combo->setAccessibleName(label->text());
-        grid->addWidget(label, 0, column++);
-        grid->setColumnStretch(column, 1);
-        grid->addWidget(combo, 0, column++);
+        lists->addWidget(Together(this, {label, combo}));
     };
     add(bitRate_, "Label_BitRate", Msg::AudioBitRate);
     add(channels_, "Label_Canali", Msg::AudioChannels);
     add(frequency_, "Label_Frequenza", Msg::AudioFrequency);
-    auto* line = new QHBoxLayout;
-    line->addWidget(new QLabel(Words(Msg::AudioEstimate), this));
-    line->addWidget(estimate_);
-    line->addStretch();
+    auto* line = new WrappingRow;
+    line->addWidget(Together(this, {new QLabel(Words(Msg::AudioEstimate), this), estimate_}));
+    line->AddStretch();
     line->addWidget(restore);
-    grid->addLayout(line, 1, 0, 1, column);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(lists);
+    column->addLayout(line);
     connect(bitRate_, &QComboBox::currentIndexChanged, this, [this] { ShowEstimate(); });
     connect(restore, &QPushButton::clicked, this, [this] { UseUsualRows(); });
     UseUsualRows();

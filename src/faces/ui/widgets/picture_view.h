@@ -24,7 +24,7 @@ public:
     std::function<void(QPoint)> menuWanted = [](QPoint) {};
 
     [[nodiscard]] QSize sizeHint() const override { return {320, 240}; }
-    [[nodiscard]] QSize minimumSizeHint() const override { return {96, 72}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {64, 72}; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -1,5 +1,6 @@
 #include "ui/widgets/wrapping_row.h"
 
+#include <QStyle>
 #include <QWidget>
 
 #include <algorithm>
@@ -14,30 +15,61 @@ WrappingRow::~WrappingRow()
 
 QLayoutItem* WrappingRow::takeAt(int index)
 {
-    return index >= 0 && index < count() ? items_.takeAt(index) : nullptr;
+    if (index < 0 || index >= count())
+        return nullptr;
+    if (index < stretch_)
+        --stretch_;
+    return items_.takeAt(index);
+}
+
+void WrappingRow::AddStretch()
+{
+    stretch_ = items_.size();
+}
+
+int WrappingRow::Gap() const
+{
+    return std::max(spacing(), 0);
+}
+
+WrappingRow::Line WrappingRow::LineFrom(qsizetype first, int width) const
+{
+    Line line{first, {0, 0}};
+    for (; line.end < items_.size(); ++line.end) {
+        const QLayoutItem& item = *items_[line.end];
+        if (item.isEmpty())
+            continue;
+        const QSize size = item.sizeHint();
+        const int longer =
+            line.size.isEmpty() ? size.width() : line.size.width() + Gap() + size.width();
+        if (longer > width && !line.size.isEmpty())
+            break;
+        line.size = {longer, std::max(line.size.height(), size.height())};
+    }
+    line.size.setWidth(std::min(line.size.width(), width));
+    return line;
 }
 
 /// Tells of each item's place, and answers the height of all.
 template <class Place> int WrappingRow::Arrange(const QRect& room, Place place) const
 {
-    const int gap = std::max(spacing(), 0);
-    int x = room.left();
     int y = room.top();
-    int height = 0;
-    for (QLayoutItem* item : items_) {
-        if (item->isEmpty())
-            continue;
-        const QSize size = item->sizeHint().boundedTo({room.width(), QLAYOUTSIZE_MAX});
-        if (x > room.left() && x + size.width() > room.right() + 1) {
-            x = room.left();
-            y += height + gap;
-            height = 0;
+    for (qsizetype first = 0; first < items_.size();) {
+        const Line line = LineFrom(first, room.width());
+        int x = room.left();
+        for (qsizetype i = first; i < line.end; ++i) {
+            if (stretch_ >= 0 && i == std::max(stretch_, first))
+                x += room.width() - line.size.width();
+            if (items_[i]->isEmpty())
+                continue;
+            const QSize size = items_[i]->sizeHint().boundedTo({room.width(), QLAYOUTSIZE_MAX});
+            place(*items_[i], QRect({x, y + (line.size.height() - size.height()) / 2}, size));
+            x += size.width() + Gap();
         }
-        place(*item, QRect({x, y}, size));
-        x += size.width() + gap;
-        height = std::max(height, size.height());
+        y += line.size.height() + (line.size.isEmpty() ? 0 : Gap());
+        first = line.end;
     }
-    return y + height - room.top();
+    return std::max(y - Gap() - room.top(), 0);
 }
 
 int WrappingRow::heightForWidth(int width) const
@@ -47,11 +79,7 @@ int WrappingRow::heightForWidth(int width) const
 
 QSize WrappingRow::sizeHint() const
 {
-    QSize size;
-    Arrange({0, 0, QLAYOUTSIZE_MAX, 0}, [&](QLayoutItem&, const QRect& place) {
-        size = size.expandedTo({place.right() + 1, place.bottom() + 1});
-    });
-    return size;
+    return LineFrom(0, QLAYOUTSIZE_MAX).size;
 }
 
 QSize WrappingRow::minimumSize() const
@@ -65,7 +93,10 @@ QSize WrappingRow::minimumSize() const
 void WrappingRow::setGeometry(const QRect& room)
 {
     QLayout::setGeometry(room);
-    Arrange(room, [](QLayoutItem& item, const QRect& place) { item.setGeometry(place); });
+    const Qt::LayoutDirection way = parentWidget()->layoutDirection();
+    Arrange(room, [&](QLayoutItem& item, const QRect& place) {
+        item.setGeometry(QStyle::visualRect(way, room, place));
+    });
 }
 
 } // namespace kestrova

@@ -6,12 +6,14 @@ namespace kestrova
 {
 
 /// Buttons beside each other, and below each other where there is no room for all in one row.
+/// What follows a stretch stands at the row's other end.
 class WrappingRow : public QLayout
 {
 public:
     using QLayout::QLayout;
     ~WrappingRow() override;
 
+    void AddStretch();
     void addItem(QLayoutItem* item) override { items_.append(item); }
     [[nodiscard]] int count() const override { return static_cast<int>(items_.size()); }
     [[nodiscard]] QLayoutItem* itemAt(int index) const override { return items_.value(index); }
@@ -24,9 +26,17 @@ public:
     void setGeometry(const QRect& room) override;
 
 private:
+    /// What stands beside each other.
+    struct Line {
+        qsizetype end = 0; ///< the first item of the next one
+        QSize size;
+    };
+    [[nodiscard]] int Gap() const;
+    [[nodiscard]] Line LineFrom(qsizetype first, int width) const;
     template <class Place> int Arrange(const QRect& room, Place place) const;
 
     QList<QLayoutItem*> items_;
+    qsizetype stretch_ = -1; ///< the first item behind it
 };
 
 } // namespace kestrova
