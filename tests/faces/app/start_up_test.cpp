@@ -6,6 +6,7 @@
 #include "session/preferences_file.h"
 #include "world/world.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace kestrova::testing
@@ -53,6 +54,19 @@ public:
     {
         shown.emplace_back("archive");
         return choice;
+    }
+};
+
+/// Looks at the disk while something is told.
+class LookingHost : public ScriptedHost
+{
+public:
+    std::function<void()> look = [] {};
+    void Tell(Tone tone, const std::string& text, const std::string& reason,
+              const std::string& more) override
+    {
+        look();
+        ScriptedHost::Tell(tone, text, reason, more);
     }
 };
 
@@ -232,6 +246,26 @@ TEST_F(StartUp, AnArchiveThatIsGoneOrDamagedIsNamedAndTheStartGoesOn)
     ASSERT_TRUE(StartAgain());
     EXPECT_FALSE(box.session.archive.Loaded());
     EXPECT_EQ(box.session.RememberedArchive(), box / "home/LevelArchive.kva");
+}
+
+TEST_F(StartUp, AnArchiveThatCannotBeOpenedIsNeverTheRememberedOne)
+{
+    StartFirst();
+    box.Write("home/other.kva", "no archive");
+    // A program that is killed while the box about it stands has the archive from before.
+    LookingHost host;
+    host.look = [&] {
+        EXPECT_NE(box.Read("home/Kestrova.prf").find("LevelArchive.kva"), std::string::npos);
+        EXPECT_EQ(box.Read("home/Kestrova.prf").find("other.kva"), std::string::npos);
+    };
+    for (const char* bad : {"home/other.kva", "home/none.kva"}) {
+        box.session.locks = {};
+        Session session{host, box.machine, box.list, box.session.programFolder};
+        host.told.clear();
+        ASSERT_TRUE(InitProgram(session, windows, {(box / bad).native()})) << host.AllTold();
+        EXPECT_EQ(host.told.size(), 1U) << bad << host.AllTold();
+        EXPECT_EQ(session.ArchivePath(), box / "home/LevelArchive.kva") << "it is opened instead";
+    }
 }
 
 TEST_F(StartUp, AnArchiveOfTheCommandLineReplacesTheLastOne)

@@ -19,6 +19,7 @@
 #include <QTabWidget>
 #include <QToolButton>
 #include <QTreeWidget>
+#include <functional>
 
 namespace kestrova::testing
 {
@@ -32,7 +33,7 @@ constexpr std::int64_t noProcess = 2'147'483'000;
 /// A level that rests, with savegames in its slots, in an archive slot and in the history.
 struct LevelPageWorld : WindowWorld {
     LevelCode level = AddLevel("Dawn");
-    LevelPageWorld()
+    explicit LevelPageWorld(Host* host = nullptr) : WindowWorld(host)
     {
         Live("savegame.0", "Caves", 4);
         Live("savegame.2", "Temple", 9);
@@ -96,6 +97,18 @@ struct LevelPageWorld : WindowWorld {
         EXPECT_FALSE(light->isVisible());
         QCoreApplication::processEvents();
         return true;
+    }
+};
+
+/// Looks at the windows while a question stands, and says No.
+class DoubtingHost : public ScriptedHost
+{
+public:
+    std::function<void()> look = [] {};
+    bool AskYesNo(const std::string&, Consent) override
+    {
+        look();
+        return false;
     }
 };
 
@@ -321,6 +334,32 @@ TEST(LevelPage, PlaySaysWhatIsGoingOnAndEndsTheGameAfterAQuestion)
     EXPECT_EQ(world.TextOfLabel("Label_Note"), "") << "it is no longer so";
 }
 
+TEST(LevelPage, ShowsTheLevelThatAQuestionIsAbout)
+{
+    DoubtingHost host;
+    LevelPageWorld world{&host};
+    const LevelCode other = world.AddLevel("Dusk");
+    world.list.Refresh();
+    world.list.Select(world.level);
+    world.Click("Pul_Play");
+    ASSERT_TRUE(world.Find("Label_Installed")->isVisible()) << host.AllTold();
+    int asked = 0;
+    host.look = [&] {
+        ++asked;
+        EXPECT_EQ(world.TextOfLabel("Label_LevelName"), "Dusk");
+        EXPECT_EQ(world.TextOfLabel("Label_Code"), "0002");
+        EXPECT_FALSE(world.Find("Label_Installed")->isVisible());
+    };
+    world.box.machine.running = {{noProcess, "tomb4.exe"}};
+    auto* list = world.Find<QListView>("Combo_Livelli");
+    const QModelIndex row = list->model()->index(other, 0);
+    ASSERT_EQ(row.data(), "Dusk");
+    const QPoint place = list->visualRect(row).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(asked, 1);
+}
+
 TEST(LevelPage, TheAuthorIsALinkWhereThereIsAnAddress)
 {
     LevelPageWorld world;
@@ -387,9 +426,17 @@ TEST(LevelPage, KeepsWhatThePlayerThinksOfALevel)
     EXPECT_EQ(status->currentIndex(), 0);
     EXPECT_EQ(noteOf(world.level).stars, 4) << "each by itself";
 
+    ASSERT_TRUE(ChangeNotes(world.session.Folders(), world.session.archive, {world.level},
+                            [](LevelCode, LevelNote& note) {
+                                note.tags = {"jungle", "snow"};
+                            }));
+    world.list.Refresh();
+    EXPECT_EQ(world.TextOfLabel("Label_Tags"), "Tags: jungle, snow");
+
     auto* text = world.Find<QPlainTextEdit>("Text_OwnNote");
     QTest::keyClicks(text, "hard jump");
     world.list.Select(other);
+    EXPECT_EQ(world.TextOfLabel("Label_Tags"), "");
     EXPECT_EQ(noteOf(world.level).ownNote, "hard jump") << "another level ends the typing";
     EXPECT_EQ(noteOf(other).ownNote, "");
     EXPECT_EQ(text->toPlainText(), "");

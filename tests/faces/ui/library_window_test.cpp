@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
+#include <QPainter>
 #include <QScrollBar>
 #include <QSlider>
 #include <QSplitter>
@@ -53,6 +54,36 @@ void Remove(WindowWorld& world)
 {
     world.box.host.AnswerAll(true);
     QTest::keyClick(world.Find("Combo_Livelli"), Qt::Key_Delete);
+}
+
+/// Letters as they are on a fine screen, whose widths are fractions of a pixel.
+QFont FineLetters()
+{
+    QFont font = QApplication::font();
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+/// How far below the cover a level's words reach.
+int DepthOfWords(LevelView& view, const QModelIndex& index)
+{
+    QStyleOptionViewItem option;
+    option.rect = {{}, view.CoverCell()};
+    option.font = FineLetters();
+    option.palette = view.palette();
+    option.state = QStyle::State_Enabled;
+    QImage image(option.rect.size(), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setFont(option.font);
+    view.itemDelegate()->paint(&painter, option, index);
+    painter.end();
+    int lowest = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, y).lightness() < 128)
+                lowest = y;
+    return lowest - view.CoverWidth() * 3 / 4;
 }
 
 } // namespace
@@ -136,6 +167,30 @@ TEST(LibraryWindow, ShowsRowsAndCoversAndRemembersWhich)
     EXPECT_EQ(remembered->CoverWidth(), 240);
     EXPECT_EQ(In<QComboBox>(again, "Combo_Sort")->currentText(), "Added");
     EXPECT_TRUE(In<QToolButton>(again, "Pul_Covers")->isChecked());
+}
+
+TEST(LibraryWindow, ANameThatIsAFractionTooWideGoesOnBelow)
+{
+    WindowWorld world;
+    for (int i = 1; i <= 60; ++i)
+        world.AddLevel("The Lost Valley of King " + std::to_string(i * i * 7));
+    world.Show();
+    world.Click("Pul_Covers");
+    auto& view = *dynamic_cast<LevelView*>(world.Find<QListView>("Combo_Livelli"));
+    const QFontMetrics metrics{FineLetters()};
+    int found = 0;
+    for (int row = 1; row < view.model()->rowCount(); ++row) {
+        const QModelIndex index = view.model()->index(row, 0);
+        const QString name = index.data().toString();
+        const int rounded = metrics.horizontalAdvance(name);
+        if (metrics.elidedText(name, Qt::ElideRight, rounded) == name)
+            continue;
+        ++found;
+        view.SetCoverWidth(rounded);
+        ASSERT_EQ(view.CoverWidth(), rounded);
+        EXPECT_GT(DepthOfWords(view, index), metrics.lineSpacing() * 3 / 2) << FromQt(name);
+    }
+    EXPECT_GT(found, 0) << "letters without fractions";
 }
 
 TEST(LibraryWindow, IsSortedByNumbersOfSavegamesAndTurnedRound)
