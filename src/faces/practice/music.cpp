@@ -17,6 +17,7 @@ namespace
 {
 
 constexpr int rate = 44100;
+constexpr std::size_t longestPhrase = std::size_t{2036} * 170; // frames, whole blocks of the coding
 
 struct Note {
     double pitch = 0;    ///< Hz
@@ -45,9 +46,8 @@ void Pluck(std::vector<float>& sound, std::size_t first, std::size_t frames, con
     }
 }
 
-} // namespace
-
-std::string TuneWave(std::uint64_t seed, double seconds)
+/// What a tune plays, once: so many frames of two samples.
+std::vector<std::int16_t> Phrase(std::uint64_t seed, std::size_t frames)
 {
     constexpr std::array<std::array<int, 5>, 3> scales = {
         {{0, 2, 5, 7, 9}, {0, 3, 5, 7, 10}, {0, 1, 5, 7, 8}}};
@@ -55,7 +55,7 @@ std::string TuneWave(std::uint64_t seed, double seconds)
     const auto& scale = scales[dice.Below(3)];
     const double ground = 110 * std::pow(2.0, dice.Below(12) / 12.0);
     const double beat = 0.12 + 0.04 * dice.Below(5);
-    const auto frames = static_cast<std::size_t>(seconds * rate);
+    const double seconds = static_cast<double>(frames) / rate;
     std::vector<float> sound(frames * 2);
     for (double at = 0; at < seconds; at += beat * (1 + dice.Below(2))) {
         const int tone = scale[dice.Below(5)] + 12 * static_cast<int>(dice.Below(2));
@@ -75,7 +75,27 @@ std::string TuneWave(std::uint64_t seed, double seconds)
             left < fade ? static_cast<double>(left) / static_cast<double>(fade) : 1;
         samples[i] = static_cast<std::int16_t>(28000 * std::tanh(sound[i] * volume));
     }
-    return EncodeMsAdpcmWave(samples, 2, rate);
+    return samples;
+}
+
+} // namespace
+
+std::string TuneWave(std::uint64_t seed, double seconds)
+{
+    const auto frames = static_cast<std::size_t>(seconds * rate);
+    if (frames <= longestPhrase)
+        return EncodeMsAdpcmWave(Phrase(seed, frames), 2, rate);
+    // Each block stands for itself, so a phrase is coded once and played again and again. What is
+    // too short for all of it comes first: the tune ends as the phrase does.
+    MsAdpcmEncoder encoder{2, rate};
+    std::string phrase;
+    encoder.Encode(Phrase(seed, longestPhrase), phrase);
+    std::string wave = encoder.Header(frames);
+    const std::size_t blocks = encoder.WaveSize(frames) - wave.size();
+    wave.append(phrase, phrase.size() - blocks % phrase.size());
+    while (wave.size() < encoder.WaveSize(frames))
+        wave += phrase;
+    return wave;
 }
 
 } // namespace kestrova
