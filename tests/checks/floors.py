@@ -22,6 +22,10 @@ ROWS = "src/CMakeLists.txt"
 WHOLE = "session/session.h"
 TAKE_THE_WHOLE = {"session/session", "session/operation", "tools/tools",
                   "conversion/sound_converter", "archive/archive_parts"}
+# In `work` nobody takes the whole for few parts of it that it hands to nobody.
+FEW_PARTS = 4
+FOLDERS = ("Folders", "TrleFolder", "BackupFolder", "MarkerPath", "programFolder", "discs")
+TAKES_WHOLE = re.compile(r"^\w[^;{}]*?\bSession& (\w+)([^;{}]*\n\{\n.*?^\})", re.M | re.S)
 
 
 def read_rows(text):
@@ -52,6 +56,16 @@ def includes(file):
             yield number, *include.groups()
 
 
+def few_parts(text):
+    """(line, parts) of each function that takes the whole for few parts."""
+    for function in TAKES_WHOLE.finditer(text):
+        name, body = function.groups()
+        parts = {"Folders" if part in FOLDERS else part
+                 for part in re.findall(rf"\b{name}\.(\w+)", body)}
+        if len(parts) <= FEW_PARTS and not re.search(rf"\b{name}\b(?!\.)", body):
+            yield text.count("\n", 0, function.start()) + 1, ", ".join(sorted(parts))
+
+
 def faults(root):
     source = root / "src"
     rows = list(read_rows((source / "CMakeLists.txt").read_text()))
@@ -70,6 +84,9 @@ def faults(root):
         if floor is None:
             yield f"{file.relative_to(root)}: stands in no floor that {ROWS} has a row for"
             continue
+        if storeys.get(floor) == "work":
+            for number, parts in few_parts(file.read_text()):
+                yield f"{file.relative_to(root)}:{number}: takes the whole session for {parts}"
         for number, kind, name in includes(file):
             where = f"{file.relative_to(root)}:{number}"
             target = name.split("/")[0]
@@ -112,7 +129,8 @@ def self_test():
         write("ground/low/a.h", "#include <vector>\n")
         write("ground/mid/b.h", '#include "low/a.h"\n')
         write("engine/session/session.h", "\n")
-        write("work/high/c.cpp", '#include "low/a.h"\n#include "mid/b.h"\n')
+        write("work/high/c.cpp", '#include "low/a.h"\n#include "mid/b.h"\n'
+              "bool Hands(Session& session, int one)\n{\n    return Do(session, session.host);\n}\n")
         write("faces/ui/main/d.cpp", '#include "high/c.cpp"\n#include <QWidget>\n')
         assert list(faults(root)) == [], list(faults(root))
         for name, text, word in (
@@ -122,6 +140,8 @@ def self_test():
                 ("ground/mid/n.cpp", '#include "b.h"\n', "is no file of a floor"),
                 ("work/odd/e.cpp", "\n", "in no floor"),
                 ("engine/session/all.cpp", '#include "session/session.h"\n', "takes the whole"),
+                ("work/high/f.cpp", "#include \"low/a.h\"\n\nint Few(const Session& all,\n"
+                 "        int x)\n{\n    return x + all.host + all.discs;\n}\n", "for Folders, host"),
                 ("CMakeLists.txt", rows + "kestrova_floor(work/top USES mid)\n", "includes nothing"),
                 ("CMakeLists.txt", "kestrova_floor(keep/new USES high)\n" + rows, "no row above"),
                 ("CMakeLists.txt", rows + "kestrova_floor(keep/new)\n", "out of their order")):

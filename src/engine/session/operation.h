@@ -10,17 +10,18 @@ namespace kestrova
 class Operation
 {
 public:
-    explicit Operation(Session& session) : session_(session) { ++session_.runningOperations; }
+    explicit Operation(RunningOperations& running) : running_(running) { ++running_.count; }
+    explicit Operation(Session& session) : Operation(session.runningOperations) {}
     ~Operation()
     {
-        if (--session_.runningOperations == 0)
-            session_.agreedToProgramsInTrle = false;
+        if (--running_.count == 0)
+            running_.agreedToProgramsInTrle = false;
     }
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
 
 private:
-    Session& session_;
+    RunningOperations& running_;
     platform::FolderMemory folders_;
 };
 

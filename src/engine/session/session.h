@@ -8,6 +8,7 @@
 #include "session/host.h"
 #include "session/machine.h"
 #include "session/mp3_settings.h"
+#include "session/running_operations.h"
 #include "session/settings.h"
 #include "session/shown_list.h"
 
@@ -32,11 +33,7 @@ struct Session {
     bool hotKeysActive = false;
     std::int64_t gamePid = 0; ///< the game started last; 0 when none was
 
-    /// Above 0 while an operation runs: timers and notices return at once, commands are refused.
-    int runningOperations = 0;
-    /// The person goes on though a program runs in the Level Editor's folder; asked once for each
-    /// operation.
-    bool agreedToProgramsInTrle = false;
+    RunningOperations runningOperations{};
 
     [[nodiscard]] Path TrleFolder() const { return FolderFromText(Trim(preferences.trlePath)); }
     /// The loaded archive's file; empty when none is loaded.

@@ -133,13 +133,13 @@ bool AudioTool::Take(const std::vector<Path>& files)
 
 void AudioTool::AddFile()
 {
-    if (const auto file = ChooseSourceFile(session_, Extension()))
+    if (const auto file = ChooseSourceFile(session_.host, session_.preferences, Extension()))
         AddPaths({*file});
 }
 
 void AudioTool::AddFolder()
 {
-    if (const auto folder = ChooseSourceFolder(session_))
+    if (const auto folder = ChooseSourceFolder(session_.host, session_.preferences))
         AddPaths({*folder});
 }
 

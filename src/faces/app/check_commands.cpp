@@ -124,7 +124,8 @@ std::optional<std::vector<LevelCode>> CodesOf(Run& run)
         if (std::find(codes.begin(), codes.end(), *code) == codes.end())
             codes.push_back(*code);
     }
-    return codes.empty() ? LevelChecks::Everything(run.session) : codes;
+    return codes.empty() ? LevelChecks::Everything(run.session.Folders(), run.session.archive)
+                         : codes;
 }
 
 /// A row of one level says no code, as ever.

@@ -191,7 +191,7 @@ bool SetUpEditor(Run& run)
         choice.SetTarget(PlaceFromWord(arguments.ValueOf("--to")));
     if (arguments.Has("--language"))
         choice.SetLanguage(*FindSetupLanguage(arguments.ValueOf("--language")));
-    if (!WantsSetup(session))
+    if (!WantsSetup(session.host, session.Folders(), session.preferences))
         return false;
     const auto progress =
         session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::SetupInstalling));

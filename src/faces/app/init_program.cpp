@@ -188,7 +188,7 @@ bool InitProgram(Session& session, StartWindows& windows, const std::vector<std:
         // A run that ends badly must not forget which archive was made or loaded.
         DoneOrTold(session.host,
                    SavePreferencesNow(session.Folders(), session.preferences, session.settings));
-        OfferLeftIntake(session);
+        OfferLeftIntake(session.host, session.Folders(), session.archive);
         if (knowsPreferences && !*knowsPreferences && !face.ShowedPage())
             OfferFileTypes(session);
     }

@@ -50,7 +50,6 @@ public:
         own_.discs = session_.discs;
         own_.gamePid = session_.gamePid;
         own_.runningOperations = session_.runningOperations;
-        own_.agreedToProgramsInTrle = session_.agreedToProgramsInTrle;
     }
 
     Outcome Through(const std::vector<LevelCode>& levels)

@@ -25,7 +25,7 @@ namespace
 /// False, with words, where the folder cannot be listed.
 bool LoadShots(Run& run, ShotList& shots)
 {
-    const auto loaded = shots.Load(run.session, run.level);
+    const auto loaded = shots.Load(run.session.Folders(), run.level);
     return loaded || TellFolderNotRead(run.session.host, loaded.Error());
 }
 
@@ -125,7 +125,9 @@ bool ExportTo(Run& run, const Path& shot, const Path& place)
 bool ExportShot(Run& run)
 {
     if (!run.FromWords())
-        return WithShown(run, SaveShotAs);
+        return WithShown(run, [](Session& session, ShotList& shots) {
+            return SaveShotAs(session.host, session.Folders(), shots);
+        });
     return WithNamed(run, [&](ShotList& shots) {
         return ExportTo(run, shots.At(shots.Target()), PlaceFromWord(run.arguments.words[3]));
     });

@@ -162,7 +162,8 @@ bool Mend(Run& run)
     // The beginning of any work mends what waits.
     if (!OpenToWork(run, Needs::Nothing, said))
         return false;
-    ClearAllLeftovers(run.session);
+    ClearAllLeftovers(run.session.host, run.session.Folders(), run.session.archive,
+                      run.session.preferences);
     const std::string still = waiting();
     if (still.empty())
         AddLine(run, GetMsg(waits ? Msg::MendDone : Msg::MendNothing));

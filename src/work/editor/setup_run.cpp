@@ -335,12 +335,10 @@ bool LevelEditorSetup::Finish()
     return true;
 }
 
-bool WantsSetup(Session& session)
+bool WantsSetup(Host& host, const Folders& folders, const PreferencesRecord& preferences)
 {
-    const Path trle = session.TrleFolder();
-    return trle.empty() ||
-           !IsTrleFolder(session.host, session.Folders(), session.preferences, trle, false) ||
-           session.host.AskYesNo(GetMsg(Msg::SetupAgain));
+    return folders.trle.empty() || !IsTrleFolder(host, folders, preferences, folders.trle, false) ||
+           host.AskYesNo(GetMsg(Msg::SetupAgain));
 }
 
 bool SetupLevelEditor(Session& session, const SetupWish& wish, ProgressScope& progress,

@@ -68,7 +68,7 @@ private:
 };
 
 /// True unless a whole Level Editor is there already and the person wants no other.
-bool WantsSetup(Session& session);
+bool WantsSetup(Host& host, const Folders& folders, const PreferencesRecord& preferences);
 
 /// The setup as a command does it: False, with words, when it was not done. `target` gets the
 /// folder.

@@ -16,7 +16,7 @@ bool AddLevel(Session& session, ProgressScope& progress, const ShowLevel& show, 
     LevelRecord record;
     if (!BeginNewLevel(session.host, session.machine, session.Folders(), session.archive, record))
         return false;
-    const IntakeNote note{session};
+    const IntakeNote note{session.Folders()};
     note.Write(LevelHomeOf(session.Folders(), record.levelCode));
     bool added = false;
     {

@@ -92,7 +92,7 @@ bool AddChosenFile(Intake& intake)
 {
     if (!DoneOrTold(intake.session.host, GuardLevelOnCd(intake.draft.saved)))
         return false;
-    const auto chosen = ChooseSourceFile(intake.session);
+    const auto chosen = ChooseSourceFile(intake.session.host, intake.session.preferences);
     return chosen && AddSources(intake, {*chosen});
 }
 
@@ -101,7 +101,7 @@ bool AddChosenFolder(Intake& intake)
     LevelDraft& draft = intake.draft;
     if (!DoneOrTold(intake.session.host, GuardLevelOnCd(draft.saved)))
         return false;
-    const auto chosen = ChooseSourceFolder(intake.session);
+    const auto chosen = ChooseSourceFolder(intake.session.host, intake.session.preferences);
     if (!chosen || !BeginChange(intake))
         return false;
     draft.report = {};

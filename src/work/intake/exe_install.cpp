@@ -117,7 +117,7 @@ namespace
 bool MayInstall(Intake& intake)
 {
     Session& session = intake.session;
-    const std::string reach = WhatProgramsReach(session);
+    const std::string reach = WhatProgramsReach(session.Folders(), ToolsOf(session));
     const std::string paragraph = std::string{lineBreak} + std::string{lineBreak};
     if (!intake.draft.installer &&
         !session.host.AskYesNo(GetMsg(Msg::InstallerAsk, {lineBreak}) + paragraph + reach,

@@ -76,11 +76,11 @@ Status MakeStartable(const Path& program)
     return failure ? MakeFailure(ErrorCode::CannotWrite, TextOf(program), failure) : Status{};
 }
 
-std::string WhatProgramsReach(Session& session)
+std::string WhatProgramsReach(const Folders& folders, const Tools& tools)
 {
-    if (EncloserOf(ToolsOf(session)).empty())
+    if (EncloserOf(tools).empty())
         return GetMsg(Msg::InstallerReachesAll);
-    return GetMsg(Msg::InstallerReachesLittle, {TextOf(WinePrefixFor(session.TrleFolder()))});
+    return GetMsg(Msg::InstallerReachesLittle, {TextOf(WinePrefixFor(folders.trle))});
 }
 
 } // namespace kestrova

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "intake/intake.h"
+#include "tools/tools.h"
 
 /// Whether somebody else's program may install a level, and what it can reach.
 namespace kestrova
@@ -13,6 +14,6 @@ bool MayRunInstaller(Intake& intake, const Path& program);
 Status MakeStartable(const Path& program);
 
 /// What a person has to know before somebody else's program runs: what it can reach here.
-std::string WhatProgramsReach(Session& session);
+std::string WhatProgramsReach(const Folders& folders, const Tools& tools);
 
 } // namespace kestrova

@@ -30,8 +30,8 @@ bool IsLevelOfArchive(const Folders& folders, const Archive& archive, const Path
 
 } // namespace
 
-IntakeNote::IntakeNote(const Session& session)
-    : file_(InFolder(session.programFolder, OnDisk::IntakeNote))
+IntakeNote::IntakeNote(const Folders& folders)
+    : file_(InFolder(folders.program, OnDisk::IntakeNote))
 {
 }
 
@@ -52,30 +52,30 @@ Path IntakeNote::LevelFolder() const
     return text ? Path{*text} : Path{};
 }
 
-void OfferLeftIntake(Session& session)
+void OfferLeftIntake(Host& host, const Folders& folders, const Archive& archive)
 {
-    const IntakeNote note{session};
+    const IntakeNote note{folders};
     const Path folder = note.LevelFolder();
-    if (folder.empty() || !session.archive.Loaded())
+    if (folder.empty() || !archive.Loaded())
         return;
-    (void)ClearPlace(UnpackingFolder(session.Folders())); // the next package clears what stays
+    (void)ClearPlace(UnpackingFolder(folders)); // the next package clears what stays
     const auto isThere = IsFolder(folder);
     if (!isThere)
         return; // the next start asks
-    if (*isThere && !IsLevelOfArchive(session.Folders(), session.archive, folder)) {
+    if (*isThere && !IsLevelOfArchive(folders, archive, folder)) {
         // It may belong to another archive; that one's next start asks.
-        if (folder.parent_path() != Path{Trim(session.archive.header.secondaryFolder)})
+        if (folder.parent_path() != Path{Trim(archive.header.secondaryFolder)})
             return;
         const auto whole = WholeIntakeIn(folder);
         if (!whole)
             return;
         // A whole level that could not be put on the list is no rest.
-        if (!*whole && session.host.AskYesNo(GetMsg(
+        if (!*whole && host.AskYesNo(GetMsg(
                            Msg::AskLeftIntake,
                            {TextOf(folder), std::string{lineBreak} + std::string{lineBreak}}))) {
-            const auto wait = session.host.BeginProgress(ProgressWindow::Wait,
-                                                         GetMsg(Msg::RemovingNewLevelFolder));
-            DoneOrTold(session.host, RemoveTreeWithProgress(folder, *wait));
+            const auto wait =
+                host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingNewLevelFolder));
+            DoneOrTold(host, RemoveTreeWithProgress(folder, *wait));
         }
     }
     note.Drop();

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "session/session.h"
+#include "session/archive.h"
+#include "session/folders.h"
+#include "session/host.h"
 
 /// Levels whose adding was cut off.
 namespace kestrova
@@ -10,7 +12,7 @@ namespace kestrova
 class IntakeNote
 {
 public:
-    explicit IntakeNote(const Session& session);
+    explicit IntakeNote(const Folders& folders);
 
     /// Without it only the offer at the next start would lack.
     void Write(const Path& levelFolder) const;
@@ -24,6 +26,6 @@ private:
 
 /// Offers to clear the folder of a level whose adding was cut off. A folder that the person wants
 /// to keep is not asked for again.
-void OfferLeftIntake(Session& session);
+void OfferLeftIntake(Host& host, const Folders& folders, const Archive& archive);
 
 } // namespace kestrova

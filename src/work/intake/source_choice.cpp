@@ -30,33 +30,33 @@ std::string PackagesFilter()
 
 } // namespace
 
-std::optional<Path> ChooseSourceFile(Session& session, const std::string& audioType)
+std::optional<Path> ChooseSourceFile(Host& host, PreferencesRecord& preferences,
+                                     const std::string& audioType)
 {
     const bool audio = !audioType.empty();
-    auto chosen = session.host.ChooseOpenFile(
+    auto chosen = host.ChooseOpenFile(
         audio ? GetMsg(Msg::SelectAudioFile, {audioType}) : GetMsg(Msg::SelectSourceFile),
         audio ? GetMsg(Msg::AudioFilesFilter, {audioType, audioType}) : PackagesFilter(),
-        PlaceToStart(session.preferences));
+        PlaceToStart(preferences));
     if (chosen)
-        RememberPlace(session.preferences, chosen->parent_path());
+        RememberPlace(preferences, chosen->parent_path());
     return chosen;
 }
 
-std::vector<Path> ChooseSourceFiles(Session& session)
+std::vector<Path> ChooseSourceFiles(Host& host, PreferencesRecord& preferences)
 {
-    auto chosen = session.host.ChooseOpenFiles(GetMsg(Msg::SelectSourceFiles), PackagesFilter(),
-                                               PlaceToStart(session.preferences));
+    auto chosen = host.ChooseOpenFiles(GetMsg(Msg::SelectSourceFiles), PackagesFilter(),
+                                       PlaceToStart(preferences));
     if (!chosen.empty())
-        RememberPlace(session.preferences, chosen.front().parent_path());
+        RememberPlace(preferences, chosen.front().parent_path());
     return chosen;
 }
 
-std::optional<Path> ChooseSourceFolder(Session& session)
+std::optional<Path> ChooseSourceFolder(Host& host, PreferencesRecord& preferences)
 {
-    auto chosen = session.host.ChooseFolder(GetMsg(Msg::SelectSourceFolder),
-                                            PlaceToStart(session.preferences));
+    auto chosen = host.ChooseFolder(GetMsg(Msg::SelectSourceFolder), PlaceToStart(preferences));
     if (chosen)
-        RememberPlace(session.preferences, *chosen);
+        RememberPlace(preferences, *chosen);
     return chosen;
 }
 

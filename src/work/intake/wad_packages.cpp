@@ -11,13 +11,13 @@ namespace kestrova
 
 bool AddChosenWadFile(WadImport& import)
 {
-    const auto chosen = ChooseSourceFile(import.Owner());
+    const auto chosen = ChooseSourceFile(import.Owner().host, import.Owner().preferences);
     return chosen && AddWadSources(import, {*chosen});
 }
 
 bool AddChosenWadFolder(WadImport& import)
 {
-    const auto chosen = ChooseSourceFolder(import.Owner());
+    const auto chosen = ChooseSourceFolder(import.Owner().host, import.Owner().preferences);
     return chosen && AddWadSources(import, {*chosen});
 }
 

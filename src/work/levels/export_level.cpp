@@ -41,9 +41,9 @@ namespace
 class OutFolder
 {
 public:
-    OutFolder(const Session& session, ProgressScope& progress)
+    OutFolder(const Folders& folders, ProgressScope& progress)
         : progress_(progress), alive_([&progress] { return progress.Step(); }),
-          packed_(ResolvePath(InFolder(session.programFolder, OnDisk::DirOutFiles)),
+          packed_(ResolvePath(InFolder(folders.program, OnDisk::DirOutFiles)),
                   WorkFolder::Make::Later, alive_)
     {
     }
@@ -323,7 +323,7 @@ bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
     std::optional<Path> zip;
     std::vector<std::string> renamed;
     {
-        OutFolder out{session, *progress};
+        OutFolder out{session.Folders(), *progress};
         if (const auto status = out.Make(); !status)
             return Fail(session.host, GetMsg(Msg::ExportErrorCopying), status.Error());
         if (!GatherFiles(session, code, out, *progress) ||

@@ -192,26 +192,26 @@ bool CanSetMyLanguage(const Folders& folders, const Path& folder, LanguageFailur
     return true;
 }
 
-bool ChangeLanguage(Session& session, const Path& folder, LanguageChange change, bool installed,
-                    LanguageFailure& failure)
+bool ChangeLanguage(const SwapParts& parts, const Path& folder, LanguageChange change,
+                    bool installed, LanguageFailure& failure)
 {
     failure = {};
-    if (installed && !MayChangeTrle(session, session.Folders())) {
+    if (installed && !MayChangeTrle(parts, parts.folders)) {
         failure.declined = true;
         return false;
     }
     std::vector<Path> changed;
     const bool done = change == LanguageChange::Mine
-                          ? SetMine(session.Folders(), folder, failure, changed)
-                          : RestoreOriginalLanguage(session.Folders(), folder, failure, changed);
+                          ? SetMine(parts.folders, folder, failure, changed)
+                          : RestoreOriginalLanguage(parts.folders, folder, failure, changed);
     if (done && installed)
         for (const Path& file : changed)
             if (const auto status =
-                    PutInstalledLanguage(session.machine, session.Folders(), session.archive, file);
+                    PutInstalledLanguage(parts.machine, parts.folders, parts.archive, file);
                 !status)
-                session.host.Tell(Tone::Warning,
-                                  GetMsg(Msg::LanguageNotInstalled, {TextOf(file.filename())}),
-                                  status.Error().reason);
+                parts.host.Tell(Tone::Warning,
+                                GetMsg(Msg::LanguageNotInstalled, {TextOf(file.filename())}),
+                                status.Error().reason);
     return done;
 }
 
@@ -227,13 +227,13 @@ namespace
 {
 
 /// Changes the language; what has changed, were it only a part of it, can be undone.
-bool ChangeWithWayBack(Session& session, LevelCode code, const Path& folder,
+bool ChangeWithWayBack(const SwapParts& parts, LevelCode code, const Path& folder,
                        LanguageChange language, bool installed, LanguageFailure& failure)
 {
-    const Folders folders = session.Folders();
-    if (session.settings.undoCount == 0 || ChangeWaits(folders))
-        return ChangeLanguage(session, folder, language, installed, failure);
-    Change change = NewChange(session.machine, folders, session.archive, session.settings,
+    const Folders& folders = parts.folders;
+    if (parts.settings.undoCount == 0 || ChangeWaits(folders))
+        return ChangeLanguage(parts, folder, language, installed, failure);
+    Change change = NewChange(parts.machine, folders, parts.archive, parts.settings,
                               language == LanguageChange::Mine ? ChangeKind::LanguageChanged
                                                                : ChangeKind::LanguageRestored,
                               code);
@@ -241,22 +241,22 @@ bool ChangeWithWayBack(Session& session, LevelCode code, const Path& folder,
     const std::string patterns = std::string{OnDisk::PatDat}.append("|").append(OnDisk::PatDatBak);
     WatchedFiles files{ResolvePath(folder), patterns, change.kept};
     const bool noted = NoteChange(folders, change) && files.Keep();
-    const bool done = ChangeLanguage(session, folder, language, installed, failure);
+    const bool done = ChangeLanguage(parts, folder, language, installed, failure);
     auto changed = files.Changed();
     if (!noted || !changed || (changed->before.empty() && changed->after.empty())) {
         DropChange(folders, change);
         return done;
     }
     change.folders = {std::move(changed).Value()};
-    if (!NoteChange(folders, change) || !EndChange(folders, session.settings, change))
+    if (!NoteChange(folders, change) || !EndChange(folders, parts.settings, change))
         DropChange(folders, change); // there is no way back then
     return done;
 }
 
-bool ChangeWithout(Session& session, LevelCode /*code*/, const Path& folder,
+bool ChangeWithout(const SwapParts& parts, LevelCode /*code*/, const Path& folder,
                    LanguageChange language, bool installed, LanguageFailure& failure)
 {
-    return ChangeLanguage(session, folder, language, installed, failure);
+    return ChangeLanguage(parts, folder, language, installed, failure);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "swap/swap_parts.h"
 
 /// A level's language file is replaced by the one of the player's own Level Editor, under the
 /// level's own name; the level's file stays beside it as `*.dat.bak`, so that it can come back.
@@ -31,8 +31,8 @@ bool CanSetMyLanguage(const Folders& folders, const Path& folder, LanguageFailur
 /// Changes the language in a folder of level files. With `installed` the Level Editor's folder
 /// follows, since the level stands there, and the person is asked first while a program runs in it;
 /// what is not possible there is told as a warning.
-bool ChangeLanguage(Session& session, const Path& folder, LanguageChange change, bool installed,
-                    LanguageFailure& failure);
+bool ChangeLanguage(const SwapParts& parts, const Path& folder, LanguageChange change,
+                    bool installed, LanguageFailure& failure);
 
 /// True, and a message, when the player's Level Editor is English.
 bool WarnIfEnglish(Host& host, const Folders& folders);

@@ -64,23 +64,22 @@ Status KeepPlayersFiles(Machine& machine, const Folders& folders, const ProgramS
 }
 
 /// The reasons for which a level stays, in the order in which they are told.
-bool MayBeRemoved(Session& session, LevelCode code)
+bool MayBeRemoved(Host& host, const Archive& archive, LevelCode code)
 {
-    const std::ptrdiff_t index = FindLevel(session.archive, code);
+    const std::ptrdiff_t index = FindLevel(archive, code);
     if (index < 0) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
+        host.Tell(Tone::Error, GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
         return false;
     }
-    if (!DoneOrTold(session.host,
-                    GuardLevelOnCd(session.archive.levels[static_cast<std::size_t>(index)])))
+    if (!DoneOrTold(host, GuardLevelOnCd(archive.levels[static_cast<std::size_t>(index)])))
         return false;
     if (code == originalCode) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::RemoveOriginalLevel, {lineBreak}));
+        host.Tell(Tone::Error, GetMsg(Msg::RemoveOriginalLevel, {lineBreak}));
         return false;
     }
-    return session.host.AskYesNo(GetMsg(Msg::AskRemoveLevel) + "\"" +
-                                 OnOneLine(LevelNameOf(session.archive, code)) + "\"" +
-                                 GetMsg(Msg::AskRemoveLevelEnd));
+    return host.AskYesNo(GetMsg(Msg::AskRemoveLevel) + "\"" +
+                         OnOneLine(LevelNameOf(archive, code)) + "\"" +
+                         GetMsg(Msg::AskRemoveLevelEnd));
 }
 
 /// True when the level does not stand in the Level Editor's folder any more.
@@ -102,33 +101,33 @@ bool TakeOut(Session& session, LevelCode code)
 
 /// The removal as a change; noted, so that it can be undone however far it comes. One that cannot
 /// be noted is made without a way back, which is told.
-Change NoteRemoval(Session& session, LevelCode code, std::int32_t undoes)
+Change NoteRemoval(const ArchiveParts& parts, Machine& machine, LevelCode code, std::int32_t undoes)
 {
-    Change change = NewChange(session.machine, session.Folders(), session.archive, session.settings,
+    Change change = NewChange(machine, parts.folders, parts.archive, parts.settings,
                               ChangeKind::LevelRemoved, code);
-    const std::ptrdiff_t index = FindLevel(session.archive, code);
+    const std::ptrdiff_t index = FindLevel(parts.archive, code);
     change.undoes = undoes;
     change.record =
         ChangedRecord{static_cast<std::size_t>(index),
-                      session.archive.levels[static_cast<std::size_t>(index)], std::nullopt};
-    const bool wanted = session.settings.undoCount > 0;
-    auto noted = wanted && !ChangeWaits(session.Folders()) ? NoteChange(session.Folders(), change)
-                                                           : MakeFailure(ErrorCode::Refused, {});
+                      parts.archive.levels[static_cast<std::size_t>(index)], std::nullopt};
+    const bool wanted = parts.settings.undoCount > 0;
+    auto noted = wanted && !ChangeWaits(parts.folders) ? NoteChange(parts.folders, change)
+                                                       : MakeFailure(ErrorCode::Refused, {});
     if (!noted)
         change.kind = ChangeKind::Unnamed;
     if (!noted && wanted && FolderExists(change.home))
-        TellFailure(session.host, GetMsg(Msg::RemovalHasNoWayBack), noted.Error());
+        TellFailure(parts.host, GetMsg(Msg::RemovalHasNoWayBack), noted.Error());
     return change;
 }
 
 /// False when nothing changed.
-bool TakeOffList(Session& session, const ChangedRecord& removal)
+bool TakeOffList(const ArchiveParts& parts, const ChangedRecord& removal)
 {
-    const Archive before = session.archive;
-    PutRecord(session.archive.levels, removal);
-    if (!SaveArchiveOrPutBack(session, before))
+    const Archive before = parts.archive;
+    PutRecord(parts.archive.levels, removal);
+    if (!SaveArchiveOrPutBack(parts, before))
         return false;
-    session.list.Refresh();
+    parts.list.Refresh();
     return true;
 }
 
@@ -145,71 +144,72 @@ bool WantsFoldersGone(Host& host, LevelFolders folders, const Path& folder)
 
 /// Renames the folder, so that it can come back. False where there is no room for it in the bounds
 /// of undoing, or no other name in its file system.
-bool SetRemovedAside(Session& session, const Path& folder, Change& change)
+bool SetRemovedAside(Machine& machine, const Folders& folders, const ProgramSettings& settings,
+                     const Path& folder, Change& change)
 {
     if (change.kind == ChangeKind::Unnamed)
         return false;
     const auto size = FolderSize(folder);
     const auto digest = DigestOfAside(folder);
-    const auto aside = NameForAside(ResolvePath(folder), session.machine.NowNs());
-    if (!size || !digest || !aside ||
-        !HasUndoRoom(session.settings, static_cast<std::uint64_t>(*size)))
+    const auto aside = NameForAside(ResolvePath(folder), machine.NowNs());
+    if (!size || !digest || !aside || !HasUndoRoom(settings, static_cast<std::uint64_t>(*size)))
         return false;
     change.moved = MovedFolder{ResolvePath(folder).native(), aside->native(),
                                static_cast<std::uint64_t>(*size), *digest};
-    return NoteChange(session.Folders(), change) &&
-           !platform::Rename(change.moved->from, change.moved->to);
+    return NoteChange(folders, change) && !platform::Rename(change.moved->from, change.moved->to);
 }
 
 /// The folder with all that is in it, what the player made kept first.
-bool RemoveLevelFolder(Session& session, LevelCode code, const Path& folder, Change& change)
+bool RemoveLevelFolder(const ArchiveParts& parts, Machine& machine, LevelCode code,
+                       const Path& folder, Change& change)
 {
     const auto isThere = IsFolder(folder);
     if (!isThere) {
-        TellFailure(session.host, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}),
+        TellFailure(parts.host, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}),
                     isThere.Error());
         return false;
     }
     if (!*isThere)
         return true;
-    if (const auto kept = KeepPlayersFiles(session.machine, session.Folders(), session.settings,
-                                           code, folder, Msg::ReasonRemoved);
+    if (const auto kept = KeepPlayersFiles(machine, parts.folders, parts.settings, code, folder,
+                                           Msg::ReasonRemoved);
         !kept) {
-        TellFailure(session.host, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), kept.Error());
+        TellFailure(parts.host, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), kept.Error());
         return false;
     }
-    if (SetRemovedAside(session, folder, change))
+    if (SetRemovedAside(machine, parts.folders, parts.settings, folder, change))
         return true;
     if (change.undoes != 0) {
         change.moved.reset();
-        if (!NoteChange(session.Folders(), change))
+        if (!NoteChange(parts.folders, change))
             change.kind = ChangeKind::Unnamed;
-        session.host.Tell(Tone::Error, GetMsg(Msg::RemovedFolderStays, {TextOf(folder)}));
+        parts.host.Tell(Tone::Error, GetMsg(Msg::RemovedFolderStays, {TextOf(folder)}));
         return false;
     }
-    DropChange(session.Folders(), change); // what is removed does not come back
+    DropChange(parts.folders, change); // what is removed does not come back
     change.kind = ChangeKind::Unnamed;
     const auto wait =
-        session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingLevelFolder));
-    if (DoneOrTold(session.host, RemoveTreeWithProgress(folder, *wait)))
+        parts.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::RemovingLevelFolder));
+    if (DoneOrTold(parts.host, RemoveTreeWithProgress(folder, *wait)))
         return true;
-    session.host.Tell(Tone::Error, GetMsg(Msg::ErrorWhileRemovingFolder) + TextOf(folder));
+    parts.host.Tell(Tone::Error, GetMsg(Msg::ErrorWhileRemovingFolder) + TextOf(folder));
     return false;
 }
 
 /// The removal can be undone from now on; told where it cannot.
-void EndRemoval(Session& session, const Change& change)
+void EndRemoval(Host& host, const Folders& folders, const ProgramSettings& settings,
+                const Change& change)
 {
     if (change.kind == ChangeKind::Unnamed)
         return;
-    const auto ended = EndChange(session.Folders(), session.settings, change);
+    const auto ended = EndChange(folders, settings, change);
     if (!ended)
-        DropChange(session.Folders(), change);
-    if (!ended || !FileExists(UndoEntryFile(session.Folders(), change.id)))
-        TellFailure(session.host, GetMsg(Msg::RemovalHasNoWayBack),
-                    ended ? MakeFailure(ErrorCode::CannotWrite,
-                                        TextOf(UndoEntryFile(session.Folders(), change.id)))
-                          : ended.Error());
+        DropChange(folders, change);
+    if (!ended || !FileExists(UndoEntryFile(folders, change.id)))
+        TellFailure(
+            host, GetMsg(Msg::RemovalHasNoWayBack),
+            ended ? MakeFailure(ErrorCode::CannotWrite, TextOf(UndoEntryFile(folders, change.id)))
+                  : ended.Error());
 }
 
 /// `undoes`: the entry whose removal is made again; 0 for a new one.
@@ -218,7 +218,7 @@ bool Remove(Session& session, LevelCode code, LevelFolders folders, std::int32_t
     const Operation operation{session};
     if (!HasArchive(session.host, session.archive) ||
         !DoneOrTold(session.host, ArchiveFolderIsThere(session.archive)) ||
-        !MayBeRemoved(session, code))
+        !MayBeRemoved(session.host, session.archive, code))
         return false;
     const Path folder = LevelHomeOf(session.Folders(), code);
     const auto canLook = IsFolder(folder);
@@ -234,13 +234,13 @@ bool Remove(Session& session, LevelCode code, LevelFolders folders, std::int32_t
         return false;
     const LevelRecord level =
         session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))];
-    Change change = NoteRemoval(session, code, undoes);
+    Change change = NoteRemoval(session, session.machine, code, undoes);
     if (!TakeOffList(session, *change.record)) {
         DropChange(session.Folders(), change);
         return false;
     }
     const bool goes = WantsFoldersGone(session.host, folders, folder);
-    const bool gone = goes && RemoveLevelFolder(session, code, folder, change);
+    const bool gone = goes && RemoveLevelFolder(session, session.machine, code, folder, change);
     bool saved = true;
     if (gone) {
         // Before the change ends, so that a killed one is counted too.
@@ -248,7 +248,7 @@ bool Remove(Session& session, LevelCode code, LevelFolders folders, std::int32_t
         session.archive.header.secondaryFolderSize -= level.extrasSize;
         saved = SaveArchive(session);
     }
-    EndRemoval(session, change);
+    EndRemoval(session.host, session.Folders(), session.settings, change);
     if (!gone)
         return !goes;
     session.host.Tell(Tone::Plain, GetMsg(Msg::LevelRemoved));

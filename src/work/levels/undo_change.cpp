@@ -90,16 +90,16 @@ void CountRecord(Archive& archive, const Change& change)
 }
 
 /// The record in the list, saved. False, told, with the list as it was.
-bool TakeRecord(Session& session, const Change& change)
+bool TakeRecord(const ArchiveParts& parts, const Change& change)
 {
-    if (!change.record || StateOf(session.archive.levels, *change.record) == RecordState::After)
+    if (!change.record || StateOf(parts.archive.levels, *change.record) == RecordState::After)
         return true;
-    const Archive before = session.archive;
-    PutRecord(session.archive.levels, *change.record);
-    CountRecord(session.archive, change);
+    const Archive before = parts.archive;
+    PutRecord(parts.archive.levels, *change.record);
+    CountRecord(parts.archive, change);
     if (change.kind == ChangeKind::FilesLeft)
-        FollowDiscs(session.archive);
-    return SaveArchiveOrPutBack(session, before);
+        FollowDiscs(parts.archive);
+    return SaveArchiveOrPutBack(parts, before);
 }
 
 Status MoveAsSaid(const Change& change)
@@ -111,12 +111,11 @@ Status MoveAsSaid(const Change& change)
     return {};
 }
 
-Change WayBack(Session& session, const Change& entry)
+Change WayBack(Machine& machine, const Folders& folders, const Archive& archive,
+               const ProgramSettings& settings, const Change& entry)
 {
-    const Folders folders = session.Folders();
     Change back = Inverse(entry);
-    const Change now = NewChange(session.machine, folders, session.archive, session.settings,
-                                 entry.kind, entry.code);
+    const Change now = NewChange(machine, folders, archive, settings, entry.kind, entry.code);
     back.id = now.id;
     back.madeNs = now.madeNs;
     back.maker = now.maker;
@@ -134,68 +133,66 @@ bool Tell(Host& host, Message words, const Change& entry, const Failure& failure
 }
 
 /// A level that comes back, its folder with it.
-bool MakeByRecord(Session& session, const Change& back, const Change& entry)
+bool MakeByRecord(const ArchiveParts& parts, const Change& back, const Change& entry)
 {
-    const Folders folders = session.Folders();
-    auto status = NoteChange(folders, back);
+    auto status = NoteChange(parts.folders, back);
     if (status)
         status = MoveAsSaid(back);
     if (!status) {
-        DropChange(folders, back);
-        return Tell(session.host, Msg::NotUndone, entry, status.Error());
+        DropChange(parts.folders, back);
+        return Tell(parts.host, Msg::NotUndone, entry, status.Error());
     }
-    if (TakeRecord(session, back))
+    if (TakeRecord(parts, back))
         return true;
     if (!back.moved || !platform::Rename(back.moved->to, back.moved->from))
-        DropChange(folders, back);
+        DropChange(parts.folders, back);
     return false;
 }
 
 /// Of a picture that has its other name again.
-void LetCoverFollow(Session& session, const Change& back)
+void LetCoverFollow(Host& host, const Folders& folders, const Archive& archive, const Change& back)
 {
-    const Folders folders = session.Folders();
-    if (const auto followed = FollowRenamedCover(folders, session.archive, back); !followed)
-        TellFailure(session.host, GetMsg(Msg::NotesNotWritten, {TextOf(LibraryFileOf(folders))}),
+    if (const auto followed = FollowRenamedCover(folders, archive, back); !followed)
+        TellFailure(host, GetMsg(Msg::NotesNotWritten, {TextOf(LibraryFileOf(folders))}),
                     followed.Error());
 }
 
 /// Files that change, and then what follows them.
-bool MakeByFiles(Session& session, const Change& back, const Change& entry, const Heartbeat& beat)
+bool MakeByFiles(const ArchiveParts& parts, Machine& machine, const Change& back,
+                 const Change& entry, const Heartbeat& beat)
 {
-    const Folders folders = session.Folders();
+    const Folders& folders = parts.folders;
     // What a repair replaced was no level's file, so that its note stays.
     std::optional<StoredWatch> watch;
     if (back.ofLevelsFiles && entry.kind != ChangeKind::LevelRepaired)
         watch.emplace(back.home, beat);
-    const auto made =
-        MakeChange(session.machine, folders, session.archive, session.settings, back, {}, beat);
+    const auto made = MakeChange(machine, folders, parts.archive, parts.settings, back, {}, beat);
     if (!made && made.Error().code == ErrorCode::Stopped && !ChangeWaits(folders))
         return false; // all is as it was, and whoever pressed Stop knows
     if (!made)
-        return Tell(session.host, ChangeWaits(folders) ? Msg::UndoUnfinished : Msg::NotUndone,
-                    entry, made.Error());
+        return Tell(parts.host, ChangeWaits(folders) ? Msg::UndoUnfinished : Msg::NotUndone, entry,
+                    made.Error());
     WriteArchivedCount(back, back.archivedCount);
-    LetCoverFollow(session, back);
-    if (!TakeRecord(session, back))
+    LetCoverFollow(parts.host, folders, parts.archive, back);
+    if (!TakeRecord(parts, back))
         return false; // the next start has it in the file
-    const std::ptrdiff_t index = FindLevel(session.archive, back.code);
+    const std::ptrdiff_t index = FindLevel(parts.archive, back.code);
     if (back.extraBytes != 0 && index >= 0)
-        AddLevelSize(session, back.extraBytes, SizeKind::Extras, static_cast<std::size_t>(index));
+        AddLevelSize(parts, back.extraBytes, SizeKind::Extras, static_cast<std::size_t>(index));
     return true;
 }
 
 /// What is noted of levels.
-bool MakeByMarks(Session& session, const Change& back, const Change& entry)
+bool MakeByMarks(Host& host, const Folders& folders, const Archive& archive, const Change& back,
+                 const Change& entry)
 {
-    const Folders folders = session.Folders();
     auto status = NoteChange(folders, back);
     if (status)
-        status = MarkAsSaid(folders, session.archive, back);
+        status = MarkAsSaid(folders, archive, back);
     if (status)
         return true;
     DropChange(folders, back);
-    return Tell(session.host, Msg::NotUndone, entry, status.Error());
+    return Tell(host, Msg::NotUndone, entry, status.Error());
 }
 
 bool IsLanguage(ChangeKind kind)
@@ -204,17 +201,17 @@ bool IsLanguage(ChangeKind kind)
 }
 
 /// The Level Editor's folder follows where the level stands there.
-void FollowInTrle(Session& session, const Change& back)
+void FollowInTrle(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+                  const Change& back)
 {
     for (const ChangedFolder& folder : back.folders)
         for (const ComingFile& file : folder.after)
             if (MatchesPattern(file.name, OnDisk::PatDat))
-                if (const auto put =
-                        PutInstalledLanguage(session.machine, session.Folders(), session.archive,
-                                             ResolvePath(Path{folder.folder} / file.name));
+                if (const auto put = PutInstalledLanguage(
+                        machine, folders, archive, ResolvePath(Path{folder.folder} / file.name));
                     !put)
-                    session.host.Tell(Tone::Warning, GetMsg(Msg::LanguageNotInstalled, {file.name}),
-                                      put.Error().reason);
+                    host.Tell(Tone::Warning, GetMsg(Msg::LanguageNotInstalled, {file.name}),
+                              put.Error().reason);
 }
 
 /// The removal is an ordinary one; its own entry leads back.
@@ -256,7 +253,7 @@ std::optional<ChangeHead> NextToUndo(const Folders& folders, const Archive& arch
 bool UndoChange(Session& session, const Change& entry)
 {
     const Operation operation{session};
-    auto ready = EndEarlierMove(session);
+    auto ready = EndEarlierMove(session, session.machine);
     auto wait = session.host.BeginProgress(
         ProgressWindow::Wait,
         GetMsg(entry.isUndone ? Msg::RedoUnderWay : Msg::UndoUnderWay, {WhatWasDone(entry)}));
@@ -278,13 +275,15 @@ bool UndoChange(Session& session, const Change& entry)
         return false;
     if (follows)
         MendAfterRestart(session, entry.code);
-    const Change back = WayBack(session, entry);
-    if (!(!back.marks.empty()    ? MakeByMarks(session, back, entry)
+    const Change back =
+        WayBack(session.machine, session.Folders(), session.archive, session.settings, entry);
+    if (!(!back.marks.empty()
+              ? MakeByMarks(session.host, session.Folders(), session.archive, back, entry)
           : back.folders.empty() ? MakeByRecord(session, back, entry)
-                                 : MakeByFiles(session, back, entry, beat)))
+                                 : MakeByFiles(session, session.machine, back, entry, beat)))
         return false;
     if (follows)
-        FollowInTrle(session, back);
+        FollowInTrle(session.host, session.machine, session.Folders(), session.archive, back);
     if (const auto ended = EndChange(session.Folders(), session.settings, back); !ended)
         return Tell(session.host, Msg::UndoUnfinished, entry, ended.Error());
     DropUsedEntry(session.Folders(), entry);

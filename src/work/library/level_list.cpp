@@ -86,14 +86,15 @@ SavegameCount CountSavegames(const Folders& folders, const Archive& archive, Lev
             CountArchivedSavegames(folders, code)};
 }
 
-std::optional<LevelFacts> SelectLevel(Session& session, LevelCode code)
+std::optional<LevelFacts> SelectLevel(Host& host, const Folders& folders, const Archive& archive,
+                                      const PreferencesRecord& preferences, LevelCode code)
 {
-    const std::ptrdiff_t index = FindLevel(session.archive, code);
+    const std::ptrdiff_t index = FindLevel(archive, code);
     if (index < 0)
-        return TellUnknown(session.host, code), std::nullopt;
+        return TellUnknown(host, code), std::nullopt;
     // Its records are made here where there are none; what cannot be read is told by who needs it.
-    (void)LoadSavegameStore(session.Folders(), session.preferences, code);
-    return FactsOfLevel(session.Folders(), session.archive, static_cast<std::size_t>(index));
+    (void)LoadSavegameStore(folders, preferences, code);
+    return FactsOfLevel(folders, archive, static_cast<std::size_t>(index));
 }
 
 std::optional<LevelFacts> LookAtLevel(Host& host, const Folders& folders, const Archive& archive,

@@ -29,8 +29,9 @@ SavegameCount CountSavegames(const Folders& folders, const Archive& archive, Lev
 
 /// Everything the selection of a level shows; loads its savegame records on the way. No value, with
 /// a message, for a code that the archive does not have.
-std::optional<LevelFacts> SelectLevel(Session& session, LevelCode code);
-/// The same without loading anything into the session: nothing is written.
+std::optional<LevelFacts> SelectLevel(Host& host, const Folders& folders, const Archive& archive,
+                                      const PreferencesRecord& preferences, LevelCode code);
+/// The same without loading anything: nothing is written.
 std::optional<LevelFacts> LookAtLevel(Host& host, const Folders& folders, const Archive& archive,
                                       LevelCode code);
 

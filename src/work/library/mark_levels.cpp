@@ -82,19 +82,20 @@ std::optional<Change> TypedBefore(const Folders& folders, const Change& typed)
     return isIt ? std::optional{std::move(entry).Value()} : std::nullopt;
 }
 
-void LeaveEntryOf(Session& session, const Folders& folders, const std::vector<ChangedNote>& changed,
+void LeaveEntryOf(Machine& machine, const Folders& folders, const Archive& archive,
+                  const ProgramSettings& settings, const std::vector<ChangedNote>& changed,
                   bool goesOn)
 {
-    if (session.settings.undoCount == 0)
+    if (settings.undoCount == 0)
         return;
-    auto marking = MarkingOf(session.machine, folders, session.archive, session.settings, changed);
+    auto marking = MarkingOf(machine, folders, archive, settings, changed);
     if (!marking)
         return;
     const auto earlier = goesOn ? TypedBefore(folders, *marking) : std::nullopt;
     if (earlier)
         marking->marks.front().before = earlier->marks.front().before;
     if (marking->marks.front().before != marking->marks.front().after)
-        NoteDone(folders, session.settings, *marking);
+        NoteDone(folders, settings, *marking);
     if (earlier)
         DropUsedEntry(folders, *earlier);
 }
@@ -129,7 +130,8 @@ MarkLevels(Session& session, const std::vector<LevelCode>& codes, const LevelMar
         session.host.Tell(Tone::Warning, GetMsg(Msg::NotesSetAside, {TextOf(changed->setAside)}));
     if (tooManyTags)
         session.host.Tell(Tone::Warning, GetMsg(Msg::TooManyTags, {std::to_string(mostTags)}));
-    LeaveEntryOf(session, folders, changed->levels, marks.goesOn);
+    LeaveEntryOf(session.machine, folders, session.archive, session.settings, changed->levels,
+                 marks.goesOn);
     session.list.Refresh();
     return std::move(changed->levels);
 }

@@ -23,13 +23,13 @@ constexpr int mostTries = 20;
 class Asleep
 {
 public:
-    explicit Asleep(Session& session) : session_(session) { session_.hotKeysActive = false; }
-    ~Asleep() { session_.hotKeysActive = true; }
+    explicit Asleep(bool& active) : active_(active) { active_ = false; }
+    ~Asleep() { active_ = true; }
     Asleep(const Asleep&) = delete;
     Asleep& operator=(const Asleep&) = delete;
 
 private:
-    Session& session_;
+    bool& active_;
 };
 
 } // namespace
@@ -71,7 +71,7 @@ void HotKeys::NoteClipboard()
 
 void HotKeys::Act(const Action& action)
 {
-    const Asleep asleep{session_};
+    const Asleep asleep{session_.hotKeysActive};
     const Operation operation{session_};
     const auto code = session_.list.Selected();
     const auto moved = action.move(session_);
@@ -103,7 +103,7 @@ void HotKeys::LookAtClipboard()
 
 void HotKeys::Keep(Picture picture)
 {
-    const Asleep asleep{session_};
+    const Asleep asleep{session_.hotKeysActive};
     if (!TellUnlessKnown(session_.host, session_.Folders(), session_.archive))
         return; // the picture stays on the clipboard
     const LevelCode code = CurrentLevelCode(session_.Folders(), session_.archive);

@@ -20,25 +20,24 @@ namespace
 {
 
 /// What the tool reads when it starts: this level's folders, and who of the two captures pictures.
-void PrepareRecords(Session& session, LevelCode code)
+void PrepareRecords(Host& host, const Folders& folders, const Archive& archive,
+                    const PreferencesRecord& preferences, LevelCode code)
 {
-    const Path level = LevelHomeOf(session.Folders(), code);
+    const Path level = LevelHomeOf(folders, code);
     const Path root = InFolder(level, OnDisk::DirSavegames);
     const Path header = InFolder(root, OnDisk::FragSavegameHeader);
-    auto store = LoadSavegameStore(session.Folders(), session.preferences, code);
+    auto store = LoadSavegameStore(folders, preferences, code);
     if (!store) {
-        TellFailure(session.host, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header),
-                    store.Error());
+        TellFailure(host, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header), store.Error());
         return;
     }
-    store->header.liveFolder = TextOf(LiveStateFolder(session.Folders(), session.archive, code)
-                                          .ValueOr(StateStoreOf(session.Folders(), code)));
+    store->header.liveFolder =
+        TextOf(LiveStateFolder(folders, archive, code).ValueOr(StateStoreOf(folders, code)));
     store->header.archiveRoot = TextOf(root);
     if (const auto status = WriteRecordFile(header, FormatSavegameArchiveHeader(store->header));
         !status)
-        TellFailure(session.host, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header),
-                    status.Error());
-    store->tool.toolCapture = session.preferences.captureEnabled ? 0 : -1;
+        TellFailure(host, GetMsg(Msg::ToolHeaderNotWritten) + TextOf(header), status.Error());
+    store->tool.toolCapture = preferences.captureEnabled ? 0 : -1;
     store->tool.shotFolder = TextOf(InFolder(level, OnDisk::DirScreenshots));
     store->tool.archivePath = TextOf(header);
     // It lies beside the header, whose failure has been told.
@@ -79,7 +78,7 @@ bool StartSavegameTool(Session& session)
     if (!current && session.host.AskYesNo(GetMsg(Msg::ToolNotCurrent,
                                                  {LevelNameOf(session.archive, *code), lineBreak})))
         (void)PlayLevel(session, *code, false); // a failure was told; the tool works on the store
-    PrepareRecords(session, *code);
+    PrepareRecords(session.host, session.Folders(), session.archive, session.preferences, *code);
     const Path program = ResolvePath(session.programFolder / OnDisk::ToolProgram);
     if (!FileExists(program)) {
         session.host.Tell(

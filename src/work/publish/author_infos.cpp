@@ -66,9 +66,10 @@ std::string WebAddress(const std::string& site)
 
 } // namespace
 
-AuthorInfos::AuthorInfos(Session& session, std::size_t index) : session_(session), index_(index)
+AuthorInfos::AuthorInfos(const ArchiveParts& parts, Machine& machine, std::size_t index)
+    : parts_(parts), machine_(machine), index_(index)
 {
-    const LevelRecord& level = session.archive.levels[index];
+    const LevelRecord& level = parts.archive.levels[index];
     name = Trim(level.authorName);
     note = Trim(level.authorNote);
     emails = AddressesOf(level.authorEmails);
@@ -77,7 +78,7 @@ AuthorInfos::AuthorInfos(Session& session, std::size_t index) : session_(session
 
 void AuthorInfos::Add(Addresses& list, Message question)
 {
-    const auto text = session_.host.AskText(GetMsg(question), {}, GetMsg(Msg::ChangeAuthorTitle));
+    const auto text = parts_.host.AskText(GetMsg(question), {}, GetMsg(Msg::ChangeAuthorTitle));
     if (!text || text->empty())
         return;
     list.items.push_back(*text);
@@ -88,7 +89,7 @@ std::optional<std::string> AuthorInfos::Selected(const Addresses& list, Message 
 {
     if (list.selected && *list.selected < list.items.size())
         return list.items[*list.selected];
-    session_.host.Tell(Tone::Plain, GetMsg(refusal));
+    parts_.host.Tell(Tone::Plain, GetMsg(refusal));
     return {};
 }
 
@@ -97,7 +98,7 @@ void AuthorInfos::Change(Addresses& list, Message question)
     const auto old = Selected(list, Msg::NoSelectedItem);
     if (!old)
         return;
-    const auto text = session_.host.AskText(GetMsg(question), *old, GetMsg(Msg::ChangeAuthorTitle));
+    const auto text = parts_.host.AskText(GetMsg(question), *old, GetMsg(Msg::ChangeAuthorTitle));
     if (text && !text->empty())
         list.items[*list.selected] = *text;
 }
@@ -146,8 +147,8 @@ void AuthorInfos::DeleteSite()
 void AuthorInfos::SendMail()
 {
     if (const auto address = Selected(emails, Msg::NoSelectedItem))
-        (void)session_.machine.Open(std::string{OnDisk::MailScheme} + MailPath(*address),
-                                    session_.programFolder); // the desktop says what it cannot do
+        (void)machine_.Open(std::string{OnDisk::MailScheme} + MailPath(*address),
+                            parts_.folders.program); // the desktop says what it cannot do
 }
 
 void AuthorInfos::VisitSite()
@@ -157,17 +158,17 @@ void AuthorInfos::VisitSite()
         return;
     const std::string address = WebAddress(std::string{Trim(*site)});
     if (address.empty()) {
-        session_.host.Tell(Tone::Warning, GetMsg(Msg::NoWebAddress, {Readable(*site)}));
+        parts_.host.Tell(Tone::Warning, GetMsg(Msg::NoWebAddress, {Readable(*site)}));
         return;
     }
-    (void)session_.machine.Open(address, session_.programFolder);
+    (void)machine_.Open(address, parts_.folders.program);
 }
 
 bool AuthorInfos::Store()
 {
-    if (!HasArchive(session_.host, session_.archive))
+    if (!HasArchive(parts_.host, parts_.archive))
         return false;
-    LevelRecord& level = session_.archive.levels[index_];
+    LevelRecord& level = parts_.archive.levels[index_];
     const LevelRecord before = level;
     const struct {
         std::string value;
@@ -182,12 +183,12 @@ bool AuthorInfos::Store()
     };
     for (const auto& step : steps) {
         if (!Fits(step.value, step.width)) {
-            session_.host.Tell(Tone::Error, GetMsg(step.refusal));
+            parts_.host.Tell(Tone::Error, GetMsg(step.refusal));
             return false;
         }
         step.field = step.value;
     }
-    const bool saved = SaveArchive(session_);
+    const bool saved = SaveArchive(parts_);
     if (saved)
         NoteStored(before);
     return saved;
@@ -195,14 +196,13 @@ bool AuthorInfos::Store()
 
 void AuthorInfos::NoteStored(const LevelRecord& before)
 {
-    const LevelRecord& level = session_.archive.levels[index_];
+    const LevelRecord& level = parts_.archive.levels[index_];
     if (IsSameRecord(before, level))
         return;
-    kestrova::Change change =
-        NewChange(session_.machine, session_.Folders(), session_.archive, session_.settings,
-                  ChangeKind::LevelEdited, level.levelCode);
+    kestrova::Change change = NewChange(machine_, parts_.folders, parts_.archive, parts_.settings,
+                                        ChangeKind::LevelEdited, level.levelCode);
     change.record = ChangedRecord{index_, before, level};
-    NoteDone(session_.Folders(), session_.settings, change);
+    NoteDone(parts_.folders, parts_.settings, change);
 }
 
 } // namespace kestrova

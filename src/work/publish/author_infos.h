@@ -1,7 +1,6 @@
 #pragma once
 
-#include "saves/send_mail.h"
-#include "session/session.h"
+#include "archive/archive_parts.h"
 #include "words/message.h"
 
 namespace kestrova
@@ -18,7 +17,7 @@ public:
     };
 
     /// `index` is the level's place in the archive.
-    AuthorInfos(Session& session, std::size_t index);
+    AuthorInfos(const ArchiveParts& parts, Machine& machine, std::size_t index);
 
     std::string name;
     std::string note;
@@ -52,7 +51,8 @@ private:
     /// The selected text; nothing, and a message, when there is none.
     std::optional<std::string> Selected(const Addresses& list, Message refusal);
 
-    Session& session_;
+    ArchiveParts parts_;
+    Machine& machine_;
     std::size_t index_;
 };
 

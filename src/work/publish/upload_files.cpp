@@ -78,13 +78,13 @@ std::vector<std::string> StemsOf(const UploadWizard& wizard, std::string_view en
 
 bool AddChosenFile(UploadWizard& wizard)
 {
-    const auto chosen = ChooseSourceFile(wizard.session);
+    const auto chosen = ChooseSourceFile(wizard.session.host, wizard.session.preferences);
     return chosen && AddSources(wizard, {*chosen});
 }
 
 bool AddChosenFolder(UploadWizard& wizard)
 {
-    const auto chosen = ChooseSourceFolder(wizard.session);
+    const auto chosen = ChooseSourceFolder(wizard.session.host, wizard.session.preferences);
     return chosen && AddSources(wizard, {*chosen});
 }
 

@@ -47,7 +47,7 @@ Status PlanDeletion(const std::vector<LevelSavegame>& chosen, SavegamePlan& plan
 Status DeleteSavegames(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen)
 {
     const Operation operation{session};
-    if (auto ready = EndEarlierMove(session); !ready)
+    if (auto ready = EndEarlierMove(session, session.machine); !ready)
         return ready;
     const auto live = LiveStateFolder(session.Folders(), session.archive, code);
     const auto store = LoadSavegameStore(session.Folders(), session.preferences, code);

@@ -195,7 +195,7 @@ std::string WordsOf(const LevelSavegame& savegame)
 bool BringIntoSlots(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen)
 {
     const Operation operation{session};
-    if (const auto ready = EndEarlierMove(session); !ready) {
+    if (const auto ready = EndEarlierMove(session, session.machine); !ready) {
         TellFailure(session.host, GetMsg(Msg::SavegamesNotMoved), ready.Error());
         return false;
     }

@@ -236,13 +236,13 @@ namespace
 {
 
 /// The counts, and what went to the history.
-void TellMoved(Session& session, Message done, const std::string& counts,
+void TellMoved(Host& host, const LevelList& list, Message done, const std::string& counts,
                const SavegamesMoved& moved)
 {
     std::string words = GetMsg(done) + counts;
-    if (const auto code = session.list.Selected(); code && !moved.kept.empty())
+    if (const auto code = list.Selected(); code && !moved.kept.empty())
         words += Below(WordsAboutKept(moved, *code));
-    session.host.Tell(moved.kept.empty() ? Tone::Plain : Tone::Warning, words);
+    host.Tell(moved.kept.empty() ? Tone::Plain : Tone::Warning, words);
 }
 
 } // namespace
@@ -253,7 +253,8 @@ bool ArchiveWithWords(Session& session, BoxWords words)
     if (!moved)
         return TellMoveFailed(session.host, session.Folders(), moved.Error());
     if (words == BoxWords::Always || moved->live > 0)
-        TellMoved(session, Msg::SavegamesArchived, Below(WordsOfArchived(*moved)), *moved);
+        TellMoved(session.host, session.list, Msg::SavegamesArchived,
+                  Below(WordsOfArchived(*moved)), *moved);
     else
         session.host.Tell(Tone::Plain, GetMsg(Msg::NothingToArchive));
     return true;
@@ -265,7 +266,8 @@ bool RestoreWithWords(Session& session, BoxWords words)
     if (!moved)
         return TellMoveFailed(session.host, session.Folders(), moved.Error());
     if (words == BoxWords::Always || moved->slot > 0)
-        TellMoved(session, Msg::SavegamesRestored, Below(WordsOfRestored(*moved)), *moved);
+        TellMoved(session.host, session.list, Msg::SavegamesRestored,
+                  Below(WordsOfRestored(*moved)), *moved);
     else
         session.host.Tell(Tone::Plain, WhyNotRestored(*moved));
     return true;

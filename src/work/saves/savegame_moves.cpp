@@ -196,22 +196,21 @@ void TakeFromSlot(SavegamePlan& plan, SavegamePlan::Folder slot, SavegamePlan::F
 }
 
 /// A folder in the plan, one spelling of each name in it.
-Result<SavegamePlan::Folder> FolderOf(Session& session, LevelCode code, SavegamePlan& plan,
-                                      const Path& folder)
+Result<SavegamePlan::Folder> FolderOf(const ArchiveParts& parts, Machine& machine, LevelCode code,
+                                      SavegamePlan& plan, const Path& folder)
 {
-    if (auto status = SettleTwins(session.host, session.machine, session.settings,
-                                  session.Folders(), code, folder);
+    if (auto status = SettleTwins(parts.host, machine, parts.settings, parts.folders, code, folder);
         !status)
         return status.Error();
     return plan.AddFolder(folder);
 }
 
 /// The level's live folder, an earlier move being at its end.
-Result<Path> ReadyLiveFolder(Session& session, LevelCode code)
+Result<Path> ReadyLiveFolder(const ArchiveParts& parts, Machine& machine, LevelCode code)
 {
-    if (auto status = EndEarlierMove(session); !status)
+    if (auto status = EndEarlierMove(parts, machine); !status)
         return status.Error();
-    const auto folder = LiveStateFolder(session.Folders(), session.archive, code);
+    const auto folder = LiveStateFolder(parts.folders, parts.archive, code);
     if (!folder)
         return folder.Error();
     return ResolvePath(*folder);
@@ -230,11 +229,11 @@ std::string WordsAboutKept(const SavegamesMoved& moved, LevelCode code)
 Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
 {
     const Operation operation{session};
-    const auto live = ReadyLiveFolder(session, code);
+    const auto live = ReadyLiveFolder(session, session.machine, code);
     if (!live)
         return live.Error();
     SavegamePlan plan;
-    const auto from = FolderOf(session, code, plan, *live);
+    const auto from = FolderOf(session, session.machine, code, plan, *live);
     if (!from)
         return from.Error();
     const auto names = plan.Savegames(*from);
@@ -277,7 +276,7 @@ Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
 Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
 {
     const Operation operation{session};
-    const auto live = ReadyLiveFolder(session, code);
+    const auto live = ReadyLiveFolder(session, session.machine, code);
     if (!live)
         return live.Error();
     const auto standing = SavegamesIn(*live);
@@ -299,8 +298,9 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
         return status.Error();
 
     SavegamePlan plan;
-    const auto slots = FolderOf(session, code, plan, *live);
-    const auto slot = slots ? FolderOf(session, code, plan, ArchiveSlot(root, *last)) : slots;
+    const auto slots = FolderOf(session, session.machine, code, plan, *live);
+    const auto slot =
+        slots ? FolderOf(session, session.machine, code, plan, ArchiveSlot(root, *last)) : slots;
     if (!slot)
         return slot.Error();
     if (auto status =
@@ -337,16 +337,15 @@ Result<SavegamesMoved> RestoreSavegames(Session& session)
     return code ? RestoreSavegamesOf(session, *code) : SavegamesMoved{};
 }
 
-Status EndEarlierMove(Session& session)
+Status EndEarlierMove(const ArchiveParts& parts, Machine& machine)
 {
-    if (auto status =
-            FinishChange(session.machine, session.Folders(), session.archive, session.settings);
+    if (auto status = FinishChange(machine, parts.folders, parts.archive, parts.settings);
         !status) {
         if (status.Error().code != ErrorCode::Damaged)
             return status;
-        session.host.Tell(Tone::Error, GetMsg(Msg::ChangeNoteDamaged, {status.Error().subject}));
+        parts.host.Tell(Tone::Error, GetMsg(Msg::ChangeNoteDamaged, {status.Error().subject}));
     }
-    if (!InterruptedWork(session.Folders(), session.archive).empty())
+    if (!InterruptedWork(parts.folders, parts.archive).empty())
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
     return {};
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "archive/archive_parts.h"
 
 /// The two operations between the game's fifteen slots and a level's archive slots. They speak to
 /// nobody: a failure before anything of the player's was overwritten or deleted leaves all as it
@@ -35,6 +35,6 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code);
 
 /// Finishes what an earlier move left. A failure also while a swap waits to be mended: nothing may
 /// move savegames then.
-Status EndEarlierMove(Session& session);
+Status EndEarlierMove(const ArchiveParts& parts, Machine& machine);
 
 } // namespace kestrova

@@ -127,7 +127,7 @@ FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Pa
     if (!live)
         return AllFailed(files, live.Error());
     const Path folder = ResolvePath(*live);
-    auto ready = EndEarlierMove(session);
+    auto ready = EndEarlierMove(session, session.machine);
     if (ready)
         ready = MakeFolder(folder);
     if (!ready)
@@ -154,7 +154,7 @@ FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<
                             std::vector<std::string>* replaced)
 {
     const Operation operation{session};
-    if (const auto ready = EndEarlierMove(session); !ready)
+    if (const auto ready = EndEarlierMove(session, session.machine); !ready)
         return AllFailed(files, ready.Error());
     const Path place = ResolvePath(folder);
     FailedFiles failed;

@@ -31,10 +31,10 @@ Status SaveCapturedShot(const ArchiveParts& parts, Machine& machine, const Captu
     return {};
 }
 
-bool AskSaveCapturedShot(Session& session, const CapturedShot& shot)
+bool AskSaveCapturedShot(const ArchiveParts& parts, Machine& machine, const CapturedShot& shot)
 {
-    const auto jpeg = session.host.ChooseSaveFile(GetMsg(Msg::CaptureSaveTitle),
-                                                  GetMsg(Msg::CaptureSaveFilter), shot.folder, {});
+    const auto jpeg = parts.host.ChooseSaveFile(GetMsg(Msg::CaptureSaveTitle),
+                                                GetMsg(Msg::CaptureSaveFilter), shot.folder, {});
     if (!jpeg)
         return false;
     const std::string_view ending = OnDisk::ShotJpgExtension;
@@ -45,20 +45,20 @@ bool AskSaveCapturedShot(Session& session, const CapturedShot& shot)
         // The chooser asked about the name that was typed.
         const auto isFree = IsFree(file);
         if (!isFree)
-            return TellFolderNotRead(session.host, isFree.Error());
-        if (!*isFree && !session.host.AskYesNo(GetMsg(Msg::ShotAskOverwrite,
-                                                      {TextOf(file.filename()), breaks, breaks}))) {
+            return TellFolderNotRead(parts.host, isFree.Error());
+        if (!*isFree && !parts.host.AskYesNo(GetMsg(Msg::ShotAskOverwrite,
+                                                    {TextOf(file.filename()), breaks, breaks}))) {
             std::string extension;
-            auto free = NewShotName(session.Folders(), session.archive, shot.level, extension);
+            auto free = NewShotName(parts.folders, parts.archive, shot.level, extension);
             if (!free)
-                return TellFolderNotRead(session.host, free.Error());
+                return TellFolderNotRead(parts.host, free.Error());
             file = std::move(*free);
         }
     }
-    if (const auto saved = SaveCapturedShot(session, session.machine, shot, file); !saved) {
+    if (const auto saved = SaveCapturedShot(parts, machine, shot, file); !saved) {
         const std::string place = std::string{lineBreak} + TextOf(file) + std::string{lineBreak};
-        session.host.Tell(Tone::Error,
-                          GetMsg(Msg::CaptureSaveFailed, {place}) + saved.Error().reason);
+        parts.host.Tell(Tone::Error,
+                        GetMsg(Msg::CaptureSaveFailed, {place}) + saved.Error().reason);
     }
     return true;
 }

@@ -19,7 +19,7 @@ Status SaveCapturedShot(const ArchiveParts& parts, Machine& machine, const Captu
 
 /// Asks for a place and saves there; a failure is told. False when the person cancelled, so that
 /// the picture waits for another decision.
-bool AskSaveCapturedShot(Session& session, const CapturedShot& shot);
+bool AskSaveCapturedShot(const ArchiveParts& parts, Machine& machine, const CapturedShot& shot);
 
 /// Gives the screen back to the game, which waits behind the prompt, when its window is there.
 void BringGameBack(Machine& machine);

@@ -57,27 +57,26 @@ std::optional<std::ptrdiff_t> ChosenShot(Host& host, ShotList& shots, Message re
     return target;
 }
 
-void Reload(Session& session, ShotList& shots)
+void Reload(Host& host, const Folders& folders, ShotList& shots)
 {
-    if (const auto loaded = shots.Load(session, shots.Code()); !loaded)
-        TellFolderNotRead(session.host, loaded.Error());
+    if (const auto loaded = shots.Load(folders, shots.Code()); !loaded)
+        TellFolderNotRead(host, loaded.Error());
 }
 
 /// The level's facts and pictures are shown anew.
-void ShowAgain(Session& session, ShotList& shots)
+void ShowAgain(Host& host, LevelList& list, const Folders& folders, ShotList& shots)
 {
-    session.list.Select(shots.Code());
-    Reload(session, shots);
+    list.Select(shots.Code());
+    Reload(host, folders, shots);
 }
 
 /// What a picture shows may be nowhere else; false, with words, while it cannot be kept.
-bool KeepShot(Session& session, LevelCode code, const Path& shot, Message reason)
+bool KeepShot(Host& host, Machine& machine, const Folders& folders, const ProgramSettings& settings,
+              LevelCode code, const Path& shot, Message reason)
 {
-    const auto kept = KeepInHistory(session.machine, session.Folders(), session.settings, code,
-                                    {shot}, Told(reason));
+    const auto kept = KeepInHistory(machine, folders, settings, code, {shot}, Told(reason));
     if (!kept)
-        TellFailure(session.host, GetMsg(Msg::ShotNotKept, {TextOf(shot.filename())}),
-                    kept.Error());
+        TellFailure(host, GetMsg(Msg::ShotNotKept, {TextOf(shot.filename())}), kept.Error());
     return static_cast<bool>(kept);
 }
 
@@ -199,13 +198,14 @@ bool AddShotFile(Session& session, ShotList& shots, const Path& source)
                           GetMsg(Msg::ShotSavedAs, {name}) + target.filename().native() + "'");
     }
     if (!*isFree && target == folder / name && !SameContent(source, target) &&
-        !KeepShot(session, shots.Code(), ResolvePath(target), Msg::ReasonShotReplaced))
+        !KeepShot(session.host, session.machine, session.Folders(), session.settings, shots.Code(),
+                  ResolvePath(target), Msg::ReasonShotReplaced))
         return false;
     const auto done = PutShot(session.machine, session.Folders(), session.archive, session.settings,
                               shots.Code(), source, target);
     if (!done)
         TellFailure(session.host, GetMsg(Msg::ShotAddFailed), done.Error());
-    ShowAgain(session, shots);
+    ShowAgain(session.host, session.list, session.Folders(), shots);
     if (const std::ptrdiff_t place = shots.Find(target.filename().native()); done && place >= 0)
         shots.ShowPair(place - place % 2);
     return static_cast<bool>(done);
@@ -219,7 +219,8 @@ bool DeleteShot(Session& session, ShotList& shots)
     const Path shot = shots.At(*chosen);
     if (!session.host.AskYesNo(GetMsg(Msg::ShotAskDelete) + '"' + TextOf(shot) + '"'))
         return false;
-    if (!KeepShot(session, shots.Code(), shot, Msg::ReasonShotDeleted))
+    if (!KeepShot(session.host, session.machine, session.Folders(), session.settings, shots.Code(),
+                  shot, Msg::ReasonShotDeleted))
         return false;
     const auto size = SizeField(static_cast<double>(FileSize(shot)));
     const auto gone = TakeAway(session.machine, session.Folders(), session.archive,
@@ -228,7 +229,7 @@ bool DeleteShot(Session& session, ShotList& shots)
         TellFailure(session.host, GetMsg(Msg::ShotDeleteFailed), gone.Error());
     else if (const std::ptrdiff_t index = FindLevel(session.archive, shots.Code()); index >= 0)
         AddShotSize(session, -size, static_cast<std::size_t>(index));
-    ShowAgain(session, shots);
+    ShowAgain(session.host, session.list, session.Folders(), shots);
     return static_cast<bool>(gone);
 }
 
@@ -273,21 +274,21 @@ bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std
         LetCoverFollow(session.host, session.Folders(), session.archive, shots.Code(), shot,
                        target);
     }
-    Reload(session, shots);
+    Reload(session.host, session.Folders(), shots);
     return !failure;
 }
 
-bool SaveShotAs(Session& session, ShotList& shots)
+bool SaveShotAs(Host& host, const Folders& folders, ShotList& shots)
 {
-    const auto chosen = ChosenShot(session.host, shots, Msg::ShotNotSave);
+    const auto chosen = ChosenShot(host, shots, Msg::ShotNotSave);
     if (!chosen)
         return false;
     const Path shot = shots.At(*chosen);
     const std::string name = shot.filename().native();
     const Message filter = EndsWithName(name, OnDisk::ShotBmpExtension) ? Msg::ShotSaveFilterBmp
                                                                         : Msg::ShotSaveFilterJpg;
-    const auto target = session.host.ChooseSaveFile(GetMsg(Msg::ShotSaveTitle), GetMsg(filter),
-                                                    session.programFolder, name);
+    const auto target =
+        host.ChooseSaveFile(GetMsg(Msg::ShotSaveTitle), GetMsg(filter), folders.program, name);
     if (!target)
         return false;
     const Path whole =
@@ -295,9 +296,9 @@ bool SaveShotAs(Session& session, ShotList& shots)
     // The chooser asked about the name that was typed.
     const auto isFree = IsFree(whole);
     if (!isFree)
-        return TellFolderNotRead(session.host, isFree.Error());
-    return (whole == *target || *isFree || ConfirmReplace(session.host, shot, whole)) &&
-           SaveShotTo(session.host, shot, whole);
+        return TellFolderNotRead(host, isFree.Error());
+    return (whole == *target || *isFree || ConfirmReplace(host, shot, whole)) &&
+           SaveShotTo(host, shot, whole);
 }
 
 bool SaveShotTo(Host& host, const Path& shot, const Path& target)

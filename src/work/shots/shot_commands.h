@@ -1,5 +1,6 @@
 #pragma once
 
+#include "session/session.h"
 #include "shots/shot_list.h"
 
 /// What a person does with the screen-shots of the level that the list shows. Each takes the
@@ -24,7 +25,7 @@ bool RenameShot(Session& session, ShotList& shots);
 bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std::string& wish);
 
 /// Asks where to, and copies, the picture's ending being kept.
-bool SaveShotAs(Session& session, ShotList& shots);
+bool SaveShotAs(Host& host, const Folders& folders, ShotList& shots);
 /// Copies a picture to a place outside the list.
 bool SaveShotTo(Host& host, const Path& shot, const Path& target);
 

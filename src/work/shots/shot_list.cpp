@@ -9,10 +9,10 @@
 namespace kestrova
 {
 
-Status ShotList::Load(Session& session, LevelCode code)
+Status ShotList::Load(const Folders& folders, LevelCode code)
 {
     code_ = code;
-    const Path folder = InFolder(LevelHomeOf(session.Folders(), code), OnDisk::DirScreenshots);
+    const Path folder = InFolder(LevelHomeOf(folders, code), OnDisk::DirScreenshots);
     Status status;
     files_.clear();
     for (const std::string_view pattern : {OnDisk::PatBmp, OnDisk::PatShotJpg}) {
@@ -22,8 +22,7 @@ Status ShotList::Load(Session& session, LevelCode code)
         else
             status = files.Error();
     }
-    default_ =
-        InFolder(LevelHomeOf(session.Folders(), originalCode), OnDisk::FragDefaultScreenshot);
+    default_ = InFolder(LevelHomeOf(folders, originalCode), OnDisk::FragDefaultScreenshot);
     index_ = -2;
     ShowPair(0);
     return status;

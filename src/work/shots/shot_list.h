@@ -1,6 +1,8 @@
 #pragma once
 
-#include "session/session.h"
+#include "core/files.h"
+#include "formats/archive_file.h"
+#include "session/folders.h"
 
 namespace kestrova
 {
@@ -14,7 +16,7 @@ public:
 
     /// All bitmaps of the level's folder, then all jpegs; the pair from the first on is shown. On a
     /// failure the list is empty, and nobody may say that the level has no pictures.
-    Status Load(Session& session, LevelCode code);
+    Status Load(const Folders& folders, LevelCode code);
     /// Shows a pair. A place behind the list's end shows the default picture; a pair that is wholly
     /// behind it keeps the index.
     void ShowPair(std::ptrdiff_t index);

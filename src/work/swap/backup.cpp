@@ -51,33 +51,31 @@ bool MayForgetLevel(Host& host, const Folders& folders, LevelCode code, const Ba
 }
 
 /// The Level Editor's folder when the person says that it is original; empty otherwise.
-Path ConfirmTrleOriginal(Session& session, const BackupWishes& wishes)
+Path ConfirmTrleOriginal(const SwapParts& parts, const BackupWishes& wishes)
 {
-    const Path trle = session.TrleFolder();
-    if (!TellUnlessKnown(session.host, session.Folders(), session.archive))
+    const Path trle = parts.folders.trle;
+    if (!TellUnlessKnown(parts.host, parts.folders, parts.archive))
         return {};
-    if (const LevelCode code = CurrentLevelCode(session.Folders(), session.archive);
+    if (const LevelCode code = CurrentLevelCode(parts.folders, parts.archive);
         code != originalCode) {
-        if (!IsUnknownLevel(session.Folders())) {
-            session.host.Tell(Tone::Error, GetMsg(Msg::BackupWithLevel, {ZeroPadded(code, 4)}));
+        if (!IsUnknownLevel(parts.folders)) {
+            parts.host.Tell(Tone::Error, GetMsg(Msg::BackupWithLevel, {ZeroPadded(code, 4)}));
             return {};
         }
-        return MayForgetLevel(session.host, session.Folders(), code, wishes) &&
-                       ForgetLevel(session, code)
+        return MayForgetLevel(parts.host, parts.folders, code, wishes) && ForgetLevel(parts, code)
                    ? trle
                    : Path{};
     }
     const std::string line{lineBreak};
-    const bool original =
-        wishes.folderIsOriginal ||
-        session.host.AskYesNo(line + GetMsg(Msg::ConfirmOriginalNeed) + line +
-                                  GetMsg(Msg::ConfirmOriginalAsk, {TextOf(trle)}) +
-                                  GetMsg(Msg::ConfirmOriginalNote),
-                              Consent::Explicit);
+    const bool original = wishes.folderIsOriginal ||
+                          parts.host.AskYesNo(line + GetMsg(Msg::ConfirmOriginalNeed) + line +
+                                                  GetMsg(Msg::ConfirmOriginalAsk, {TextOf(trle)}) +
+                                                  GetMsg(Msg::ConfirmOriginalNote),
+                                              Consent::Explicit);
     if (original)
         return trle;
-    session.host.Tell(Tone::Error, GetMsg(Msg::OriginalTips, {lineBreak}) + line +
-                                       GetMsg(Msg::OriginalSetupAgain, {lineBreak, lineBreak}));
+    parts.host.Tell(Tone::Error, GetMsg(Msg::OriginalTips, {lineBreak}) + line +
+                                     GetMsg(Msg::OriginalSetupAgain, {lineBreak, lineBreak}));
     return {};
 }
 
@@ -111,24 +109,25 @@ bool HasSpace(Host& host, Machine& machine, const Folders& folders, const Path& 
     return false;
 }
 
-bool CopyFull(Session& session, const Path& trle, const Path& target, const SoundsLeft& leftovers)
+bool CopyFull(Host& host, PreferencesRecord& preferences, const Path& trle, const Path& target,
+              const SoundsLeft& leftovers)
 {
     const auto progress =
-        session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::FileCopyInProgress));
+        host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::FileCopyInProgress));
     progress->AllowStop();
     if (const auto copied = CopyThroughLinks(
             trle, target, *progress, [&](const Path& file) { return leftovers.OriginalOf(file); });
         !copied)
-        return DoneOrTold(session.host, copied);
+        return DoneOrTold(host, copied);
     const Path audio = InFolder(target, OnDisk::DirAudio);
     const Path script = InFolder(target, OnDisk::DirScript);
     const auto waves = ListFiles(audio, OnDisk::PatWav);
     const auto scripts = ListFiles(script, OnDisk::PatAllFiles);
     if (!waves || !scripts)
-        return TellFolderNotRead(session.host, waves ? scripts.Error() : waves.Error());
+        return TellFolderNotRead(host, waves ? scripts.Error() : waves.Error());
     if (!waves->empty() || !scripts->empty())
         return true;
-    session.preferences.fullBackup = false;
+    preferences.fullBackup = false;
     return false;
 }
 
@@ -199,7 +198,7 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     bool made =
         !keepOld || !*hasOld ||
         DoneOrTold(session.host, CopyTreeWithProgress(session.BackupFolder(), target, nullptr));
-    made = made && (full ? CopyFull(session, trle, target, leftovers)
+    made = made && (full ? CopyFull(session.host, session.preferences, trle, target, leftovers)
                          : CopyCompact(session.host, session.Folders(), trle, target));
     if (made)
         if (const auto status = ExchangeBackup(session.Folders(), full, ofAnother); !status) {

@@ -13,18 +13,18 @@ namespace kestrova
 namespace
 {
 
-bool Agrees(Session& session, const Folders& folders, Message question)
+bool Agrees(const SwapParts& parts, const Folders& folders, Message question)
 {
-    if (session.agreedToProgramsInTrle)
+    if (parts.running.agreedToProgramsInTrle)
         return true;
     std::vector<std::string> names;
-    for (const platform::RunningProgram& program : ProgramsInTrle(session, folders))
+    for (const platform::RunningProgram& program : ProgramsInTrle(parts, folders))
         names.push_back(program.name);
     if (names.empty())
         return true;
     const bool agreed =
-        session.host.AskYesNo(GetMsg(question, {ShownNames(names), lineBreak, lineBreak}));
-    session.agreedToProgramsInTrle = agreed && session.runningOperations > 0;
+        parts.host.AskYesNo(GetMsg(question, {ShownNames(names), lineBreak, lineBreak}));
+    parts.running.agreedToProgramsInTrle = agreed && parts.running > 0;
     return agreed;
 }
 
@@ -40,14 +40,14 @@ std::vector<platform::RunningProgram> ProgramsInTrle(const SwapParts& parts, con
     return programs;
 }
 
-bool MayChangeTrle(Session& session, const Folders& folders)
+bool MayChangeTrle(const SwapParts& parts, const Folders& folders)
 {
-    return Agrees(session, folders, Msg::ProgramsRunInTrle);
+    return Agrees(parts, folders, Msg::ProgramsRunInTrle);
 }
 
-bool MayStartBesideOthers(Session& session, const Folders& folders)
+bool MayStartBesideOthers(const SwapParts& parts, const Folders& folders)
 {
-    return Agrees(session, folders, Msg::GameRunsAlready);
+    return Agrees(parts, folders, Msg::GameRunsAlready);
 }
 
 bool StandsInTrle(Machine& machine, const Folders& folders, const Archive& archive, LevelCode code)

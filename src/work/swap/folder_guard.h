@@ -15,10 +15,10 @@ std::vector<platform::RunningProgram> ProgramsInTrle(const SwapParts& parts,
 /// True when no program runs in the Level Editor's folder, or the person goes on nevertheless. The
 /// answer holds for the whole operation under way, which asks before anything changes and, when it
 /// is False, stops without a further word.
-bool MayChangeTrle(Session& session, const Folders& folders);
+bool MayChangeTrle(const SwapParts& parts, const Folders& folders);
 
 /// True when no game runs beside the one that is to be started, or the person wants both.
-bool MayStartBesideOthers(Session& session, const Folders& folders);
+bool MayStartBesideOthers(const SwapParts& parts, const Folders& folders);
 
 /// True when that level stands in the Level Editor's folder and no work on it waits to be mended:
 /// playing it changes no file.

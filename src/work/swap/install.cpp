@@ -89,20 +89,20 @@ bool HasTrleFolder(Host& host, const Folders& folders)
 }
 
 /// Compares every file with the backup, where no note says what a level brought.
-bool IsOriginalNow(Session& session)
+bool IsOriginalNow(const SwapParts& parts)
 {
-    const auto differences = VerifyFolder(session);
+    const auto differences = VerifyFolder(parts);
     return differences && differences->empty();
 }
 
-bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
+bool SwapTo(const SwapParts& parts, LevelCode code, ActivityLog& log)
 {
-    WorkFolder staging{InFolder(session.TrleFolder(), OnDisk::DirReady)};
+    WorkFolder staging{InFolder(parts.folders.trle, OnDisk::DirReady)};
     std::vector<Placement> placements;
-    if (code != originalCode && !ReadyPlacements(session, code, staging.Folder(), placements))
+    if (code != originalCode && !ReadyPlacements(parts, code, staging.Folder(), placements))
         return false;
 
-    SwapRun run{session, log, code};
+    SwapRun run{parts, log, code};
     run.Announce(placements);
     if (!run.LookIntoStore())
         return false;
@@ -116,14 +116,14 @@ bool SwapTo(Session& session, LevelCode code, ActivityLog& log)
         return false;
     bool installed = code != originalCode || !run.LeavesAnything();
     if (code != originalCode)
-        installed = InstallFiles(session.host, session.Folders(), session.archive,
-                                 session.preferences, run, code, placements, log);
+        installed = InstallFiles(parts.host, parts.folders, parts.archive, parts.preferences, run,
+                                 code, placements, log);
     else if (!backToOriginal)
-        (void)DeleteFile(session.MarkerPath()); // gone already unless the marker had no text
+        (void)DeleteFile(parts.folders.Marker()); // gone already unless the marker had no text
     installed = run.Settle() && installed;
-    if (!run.MarkerSaidNothing() || (code == originalCode && IsOriginalNow(session)))
+    if (!run.MarkerSaidNothing() || (code == originalCode && IsOriginalNow(parts)))
         return installed;
-    session.host.Tell(Tone::Error, GetMsg(Msg::MarkerSaidNothing, {TextOf(session.MarkerPath())}));
+    parts.host.Tell(Tone::Error, GetMsg(Msg::MarkerSaidNothing, {TextOf(parts.folders.Marker())}));
     return installed && code != originalCode;
 }
 

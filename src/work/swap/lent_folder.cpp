@@ -50,22 +50,22 @@ std::vector<std::string> NamesKept(const Folders& folders)
     return names;
 }
 
-bool BringBackIn(Session& session, const Path& folder, const LoanNote& note)
+bool BringBackIn(const SwapParts& parts, const Path& folder, const LoanNote& note)
 {
-    Folders folders = session.Folders();
+    Folders folders = parts.folders;
     folders.trle = folder;
-    EndForgottenWork(session);
-    if (!MayChangeTrle(session, folders))
+    EndForgottenWork(parts.host, parts.sounds.tools);
+    if (!MayChangeTrle(parts, folders))
         return false;
     const std::size_t before = NamesKept(folders).size();
-    if (const auto status = ReturnLoan(session.machine, folders, note, LoanEnd::Recovered); !status)
-        return LoanUnfinished(session.host, status.Error());
-    session.host.Tell(Tone::Warning, GetMsg(Msg::LoanReturned));
+    if (const auto status = ReturnLoan(parts.machine, folders, note, LoanEnd::Recovered); !status)
+        return LoanUnfinished(parts.host, status.Error());
+    parts.host.Tell(Tone::Warning, GetMsg(Msg::LoanReturned));
     std::vector<std::string> names = NamesKept(folders);
     names.erase(names.begin(),
                 names.begin() + static_cast<std::ptrdiff_t>(std::min(before, names.size())));
     if (!names.empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::LoanKeptMeanwhile, {ShownNames(names)}));
+        parts.host.Tell(Tone::Warning, GetMsg(Msg::LoanKeptMeanwhile, {ShownNames(names)}));
     return true;
 }
 
@@ -87,36 +87,36 @@ bool HoldMarked(Host& host, FolderLocks& locks, const Path& folder)
     return static_cast<bool>(held);
 }
 
-void EndForgottenWork(Session& session)
+void EndForgottenWork(Host& host, const Tools& tools)
 {
-    const auto ended = EndForgottenRuns(ToolsOf(session));
+    const auto ended = EndForgottenRuns(tools);
     if (!ended.empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::ForgottenEnded, {Join(ended, ", ")}));
+        host.Tell(Tone::Warning, GetMsg(Msg::ForgottenEnded, {Join(ended, ", ")}));
 }
 
-bool BringLentFolderBack(Session& session, const Whereabouts& said)
+bool BringLentFolderBack(const SwapParts& parts, const Whereabouts& said)
 {
-    const auto note = ReadLoanNote(session.Folders());
+    const auto note = ReadLoanNote(parts.folders);
     if (!note && note.Error().code == ErrorCode::Damaged) {
-        const auto aside = RenameAside(LoanNotePath(session.Folders()));
+        const auto aside = RenameAside(LoanNotePath(parts.folders));
         if (!aside)
-            return LoanUnfinished(session.host, aside.Error());
-        session.host.Tell(Tone::Error, GetMsg(Msg::LoanNoteDamaged, {TextOf(*aside)}));
+            return LoanUnfinished(parts.host, aside.Error());
+        parts.host.Tell(Tone::Error, GetMsg(Msg::LoanNoteDamaged, {TextOf(*aside)}));
         return true;
     }
     if (!note)
-        return LoanUnfinished(session.host, note.Error());
+        return LoanUnfinished(parts.host, note.Error());
     if (!*note)
         return true;
-    const Operation running{session};
-    const Path folder = FindMarked(session.TrleFolder(), (*note)->folder, said);
+    const Operation running{parts.running};
+    const Path folder = FindMarked(parts.folders.trle, (*note)->folder, said);
     if (folder.empty())
-        return GiveUpLent(session.host, session.Folders(), **note, said);
-    if (!HoldMarked(session.host, session.locks, folder))
+        return GiveUpLent(parts.host, parts.folders, **note, said);
+    if (!HoldMarked(parts.host, parts.locks, folder))
         return false;
-    const bool isBack = BringBackIn(session, folder, **note);
-    if (folder != session.TrleFolder())
-        session.locks.Release(folder);
+    const bool isBack = BringBackIn(parts, folder, **note);
+    if (folder != parts.folders.trle)
+        parts.locks.Release(folder);
     return isBack;
 }
 

@@ -14,11 +14,11 @@ Path FindMarked(const Path& trle, const FolderMark& mark, const Whereabouts& sai
 bool HoldMarked(Host& host, FolderLocks& locks, const Path& folder);
 
 /// Ends what an interrupted run left at work; says so. Only for who has the program's folder.
-void EndForgottenWork(Session& session);
+void EndForgottenWork(Host& host, const Tools& tools);
 
 /// The Level Editor's folder that a killed compilation had lent comes back as it was; says so.
 /// Without one nothing is done. False, with words, when it could not, and nobody may work on the
 /// folder. One that is not there keeps waiting, and holds up nothing.
-bool BringLentFolderBack(Session& session, const Whereabouts& said);
+bool BringLentFolderBack(const SwapParts& parts, const Whereabouts& said);
 
 } // namespace kestrova

@@ -89,40 +89,40 @@ bool GiveUpFolder(Host& host, const Folders& folders, const SwapJournal& journal
     return true;
 }
 
-bool MendSwap(Session& session, const Folders& folders, const SwapJournal& journal)
+bool MendSwap(const SwapParts& parts, const Folders& folders, const SwapJournal& journal)
 {
     if (journal.phase == SwapPhase::Restore) {
         RestoreReport report;
-        const auto status = FinishRestore(session, folders, journal, report);
-        TellKept(session.host, report);
-        TellIncompleteRestore(session.host, report);
+        const auto status = FinishRestore(parts, folders, journal, report);
+        TellKept(parts.host, report);
+        TellIncompleteRestore(parts.host, report);
         if (!status) {
-            TellFailure(session.host, GetMsg(Msg::RestoreNotFinished), status.Error());
+            TellFailure(parts.host, GetMsg(Msg::RestoreNotFinished), status.Error());
             return false;
         }
         if (report.Whole())
-            session.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedRestore));
+            parts.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedRestore));
         return true;
     }
     if (journal.phase == SwapPhase::Planned) {
-        auto status = PutStoreBack(session.machine, folders, session.settings,
+        auto status = PutStoreBack(parts.machine, folders, parts.settings,
                                    LevelOfNeededStore(folders, journal),
                                    NeededStore(folders, journal), journal.store);
         if (status)
             status = DropJournal(folders);
         if (!status)
-            return Unfinished(session.host, status.Error());
+            return Unfinished(parts.host, status.Error());
         ClearHalfDone(folders);
-        session.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedBefore));
+        parts.host.Tell(Tone::Warning, GetMsg(Msg::InterruptedBefore));
         return true;
     }
     LeftInTrle left;
-    if (const auto status = ReturnToOriginal(session, folders, journal, left); !status)
-        return Unfinished(session.host, status.Error());
+    if (const auto status = ReturnToOriginal(parts, folders, journal, left); !status)
+        return Unfinished(parts.host, status.Error());
     const bool whole = left.overwritten.empty();
-    session.host.Tell(whole ? Tone::Warning : Tone::Error,
-                      GetMsg(whole ? Msg::InterruptedSwap : Msg::InterruptedNotWhole));
-    TellLeftovers(session.host, folders, left);
+    parts.host.Tell(whole ? Tone::Warning : Tone::Error,
+                    GetMsg(whole ? Msg::InterruptedSwap : Msg::InterruptedNotWhole));
+    TellLeftovers(parts.host, folders, left);
     return true;
 }
 
@@ -137,27 +137,25 @@ bool SetAsideDamaged(Host& host, const Folders& folders)
 }
 
 /// A change of savegames is finished before a swap moves them.
-bool FinishSavegames(Session& session)
+bool FinishSavegames(const SwapParts& parts, Archive& archive)
 {
-    if (!ChangeWaits(session.Folders()))
+    if (!ChangeWaits(parts.folders))
         return true;
-    const Operation running{session};
-    const bool savegames = SavegameMoveWaitsIn(session.Folders());
-    if (const auto status =
-            FinishChange(session.machine, session.Folders(), session.archive, session.settings);
+    const Operation running{parts.running};
+    const bool savegames = SavegameMoveWaitsIn(parts.folders);
+    if (const auto status = FinishChange(parts.machine, parts.folders, archive, parts.settings);
         !status) {
         if (status.Error().code == ErrorCode::Damaged) {
-            session.host.Tell(Tone::Error,
-                              GetMsg(Msg::ChangeNoteDamaged, {status.Error().subject}));
+            parts.host.Tell(Tone::Error, GetMsg(Msg::ChangeNoteDamaged, {status.Error().subject}));
             return true;
         }
-        TellFailure(session.host,
+        TellFailure(parts.host,
                     GetMsg(savegames ? Msg::SavegamesUnfinished : Msg::ChangeUnfinished),
                     status.Error());
         return false;
     }
-    session.host.Tell(Tone::Warning,
-                      GetMsg(savegames ? Msg::SavegamesFinished : Msg::ChangeFinished));
+    parts.host.Tell(Tone::Warning,
+                    GetMsg(savegames ? Msg::SavegamesFinished : Msg::ChangeFinished));
     return true;
 }
 
@@ -168,7 +166,7 @@ bool RecoverInterruptedWork(Session& session, const Whereabouts& said)
     if (!EndUnfinishedMove(session, said) ||
         !DoneOrTold(session.host, SettleBackupFolders(session.Folders())) ||
         !BringLentFolderBack(session, said) || !TakeImportBack(session, said) ||
-        !FinishSavegames(session))
+        !FinishSavegames(session, session.archive))
         return false;
     const auto found = ReadJournal(session.Folders());
     if (!found)

@@ -101,16 +101,17 @@ Result<SwapJournal> PlannedRestore(const Folders& folders, const Archive& archiv
 }
 
 /// The restore noted down. On a full disk what the level brought goes first and makes room.
-bool Begin(Session& session, const SwapJournal& journal)
+bool Begin(Host& host, const Folders& folders, const PreferencesRecord& preferences,
+           const SwapJournal& journal)
 {
-    auto status = WriteJournal(session.Folders(), journal);
+    auto status = WriteJournal(folders, journal);
     if (!status) {
         RestoreReport unused; // what is not deleted now is tried once more
-        (void)DeleteListed(session.preferences, session.Folders(), journal.remove, unused);
-        status = WriteJournal(session.Folders(), journal);
+        (void)DeleteListed(preferences, folders, journal.remove, unused);
+        status = WriteJournal(folders, journal);
     }
     if (!status)
-        TellFailure(session.host, GetMsg(Msg::CannotWriteJournal), status.Error());
+        TellFailure(host, GetMsg(Msg::CannotWriteJournal), status.Error());
     return bool{status};
 }
 
@@ -181,7 +182,7 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
     SwapJournal journal = *planned;
     if (!TakeOver(session.Folders(), journal))
         return Refuse(session.host, GetMsg(Msg::WorkPending));
-    if (!Begin(session, journal))
+    if (!Begin(session.host, session.Folders(), session.preferences, journal))
         return false;
     RestoreReport report;
     if (const auto status = FinishRestore(session, session.Folders(), journal, report, &progress);

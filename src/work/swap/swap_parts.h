@@ -11,7 +11,8 @@ struct SwapParts {
     SwapParts(Session& session)
         : host(session.host), machine(session.machine), archive(session.archive),
           preferences(session.preferences), settings(session.settings), locks(session.locks),
-          gamePid(session.gamePid), folders(session.Folders()), sounds(SoundConverterOf(session))
+          running(session.runningOperations), gamePid(session.gamePid), folders(session.Folders()),
+          sounds(SoundConverterOf(session))
     {
     }
 
@@ -21,6 +22,7 @@ struct SwapParts {
     PreferencesRecord& preferences; ///< the person may say where the folder is now
     const ProgramSettings& settings;
     FolderLocks& locks;
+    RunningOperations& running;
     const std::int64_t& gamePid; ///< the game started last; 0 when none was
     Folders folders;             ///< as they were when the steps began
     SoundConverter sounds;

@@ -33,18 +33,18 @@ bool LetImportGo(Host& host, const Folders& folders, const ImportNote& note,
     return true;
 }
 
-bool TakeBackIn(Session& session, const Path& folder, const ImportNote& note)
+bool TakeBackIn(const SwapParts& parts, const Path& folder, const ImportNote& note)
 {
-    Folders folders = session.Folders();
+    Folders folders = parts.folders;
     folders.trle = folder;
-    EndForgottenWork(session);
-    if (!MayChangeTrle(session, folders))
+    EndForgottenWork(parts.host, parts.sounds.tools);
+    if (!MayChangeTrle(parts, folders))
         return false;
-    if (const auto back = ReturnImport(session.machine, folders, note, ImportEnd::Recovered); !back)
-        return NotTakenBack(session.host, back.Error());
+    if (const auto back = ReturnImport(parts.machine, folders, note, ImportEnd::Recovered); !back)
+        return NotTakenBack(parts.host, back.Error());
     const bool wasRedone = note.phase == ImportPhase::Undoing && note.isUndone;
-    session.host.Tell(Tone::Warning,
-                      GetMsg(wasRedone ? Msg::ImportRedoneLate : Msg::ImportTakenBack));
+    parts.host.Tell(Tone::Warning,
+                    GetMsg(wasRedone ? Msg::ImportRedoneLate : Msg::ImportTakenBack));
     return true;
 }
 
@@ -59,31 +59,31 @@ bool EndImport(Host& host, const Folders& folders, const ImportNote& note)
 
 } // namespace
 
-bool TakeImportBack(Session& session, const Whereabouts& said)
+bool TakeImportBack(const SwapParts& parts, const Whereabouts& said)
 {
-    const auto note = ReadImportUnderway(session.Folders());
+    const auto note = ReadImportUnderway(parts.folders);
     if (!note && note.Error().code == ErrorCode::Damaged) {
-        const auto aside = SetImportNoteAside(session.Folders());
+        const auto aside = SetImportNoteAside(parts.folders);
         if (!aside)
-            return NotTakenBack(session.host, aside.Error());
-        session.host.Tell(Tone::Error, GetMsg(Msg::ImportNoteDamaged, {TextOf(*aside)}));
+            return NotTakenBack(parts.host, aside.Error());
+        parts.host.Tell(Tone::Error, GetMsg(Msg::ImportNoteDamaged, {TextOf(*aside)}));
         return true;
     }
     if (!note)
-        return NotTakenBack(session.host, note.Error());
+        return NotTakenBack(parts.host, note.Error());
     if (!*note)
         return true;
-    const Operation running{session};
+    const Operation running{parts.running};
     if ((*note)->phase == ImportPhase::Done)
-        return EndImport(session.host, session.Folders(), **note);
-    const Path folder = FindMarked(session.TrleFolder(), (*note)->folder, said);
+        return EndImport(parts.host, parts.folders, **note);
+    const Path folder = FindMarked(parts.folders.trle, (*note)->folder, said);
     if (folder.empty())
-        return LetImportGo(session.host, session.Folders(), **note, said);
-    if (!HoldMarked(session.host, session.locks, folder))
+        return LetImportGo(parts.host, parts.folders, **note, said);
+    if (!HoldMarked(parts.host, parts.locks, folder))
         return false;
-    const bool isBack = TakeBackIn(session, folder, **note);
-    if (folder != session.TrleFolder())
-        session.locks.Release(folder);
+    const bool isBack = TakeBackIn(parts, folder, **note);
+    if (folder != parts.folders.trle)
+        parts.locks.Release(folder);
     return isBack;
 }
 

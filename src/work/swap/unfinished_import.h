@@ -9,6 +9,6 @@ namespace kestrova
 /// what stood there is back; says so. One that was whole already stays. Without one nothing is
 /// done. False, with words, when it could not, and nobody may work on the folder. One whose folder
 /// is not there keeps waiting, and holds up nothing.
-bool TakeImportBack(Session& session, const Whereabouts& said);
+bool TakeImportBack(const SwapParts& parts, const Whereabouts& said);
 
 } // namespace kestrova

@@ -45,72 +45,65 @@ bool NotEnded(Host& host, const MoveNote& note, const Failure& failure)
 }
 
 /// The list names the new folder.
-bool EndIt(Session& session, const MoveNote& note)
+bool EndIt(Host& host, const Folders& folders, FolderLocks& locks, const MoveNote& note)
 {
-    const Folders folders = session.Folders();
     if (const auto followed = FollowMovedHomes(folders, note.from, note.to); !followed)
-        return NotEnded(session.host, note, followed.Error());
-    if (!DoneOrTold(session.host, HoldFolder(session.locks, note.from)))
+        return NotEnded(host, note, followed.Error());
+    if (!DoneOrTold(host, HoldFolder(locks, note.from)))
         return true; // another program is at work there; the next start sees to it
-    const auto wait = session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::EndingMove));
+    const auto wait = host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::EndingMove));
     wait->AllowStop();
-    const auto stayed = ClearOldFolder(session.host, folders, session.locks, note, nullptr,
-                                       [&] { return wait->Step(); });
-    session.locks.Release(note.from);
+    const auto stayed =
+        ClearOldFolder(host, folders, locks, note, nullptr, [&] { return wait->Step(); });
+    locks.Release(note.from);
     if (!stayed)
-        return NotEnded(session.host, note, stayed.Error()) ||
-               stayed.Error().code == ErrorCode::Stopped;
-    session.host.Tell(Tone::Warning,
-                      GetMsg(Msg::MoveEnded, {Readable(note.to), Readable(note.from)}));
+        return NotEnded(host, note, stayed.Error()) || stayed.Error().code == ErrorCode::Stopped;
+    host.Tell(Tone::Warning, GetMsg(Msg::MoveEnded, {Readable(note.to), Readable(note.from)}));
     if (!stayed->empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::MoveOldStays, {NamesOf(*stayed)}));
+        host.Tell(Tone::Warning, GetMsg(Msg::MoveOldStays, {NamesOf(*stayed)}));
     return true;
 }
 
 /// The list names the old folder still.
-bool TakeItBack(Session& session, const MoveNote& note)
+bool TakeItBack(Host& host, const Folders& folders, FolderLocks& locks, const MoveNote& note)
 {
-    const Folders folders = session.Folders();
     const auto isThere = IsFolder(note.from);
     if (!isThere || !*isThere) {
         if (const auto dropped = DropMoveNote(folders); !dropped)
-            return NotEnded(session.host, note, dropped.Error());
-        session.host.Tell(Tone::Warning,
-                          GetMsg(Msg::MoveFolderAway, {Readable(note.from), Readable(note.to)}));
+            return NotEnded(host, note, dropped.Error());
+        host.Tell(Tone::Warning,
+                  GetMsg(Msg::MoveFolderAway, {Readable(note.from), Readable(note.to)}));
         return true;
     }
-    if (!DoneOrTold(session.host, HoldFolder(session.locks, note.to)))
+    if (!DoneOrTold(host, HoldFolder(locks, note.to)))
         return true; // another program is at work there; the next start sees to it
-    const auto wait = session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::EndingMove));
-    const auto stayed =
-        TakeMoveBack(folders, session.locks, note, [&] { return wait->Step(), true; });
-    session.locks.Release(note.to);
+    const auto wait = host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::EndingMove));
+    const auto stayed = TakeMoveBack(folders, locks, note, [&] { return wait->Step(), true; });
+    locks.Release(note.to);
     if (!stayed) {
-        TellFailure(session.host, GetMsg(Msg::MoveErrorRemoving) + Readable(note.to),
-                    stayed.Error());
+        TellFailure(host, GetMsg(Msg::MoveErrorRemoving) + Readable(note.to), stayed.Error());
         return true;
     }
-    session.host.Tell(Tone::Warning,
-                      GetMsg(Msg::MoveTakenBack, {Readable(note.from), Readable(note.to)}));
+    host.Tell(Tone::Warning, GetMsg(Msg::MoveTakenBack, {Readable(note.from), Readable(note.to)}));
     if (!stayed->empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::MoveCopyStays, {NamesOf(*stayed)}));
+        host.Tell(Tone::Warning, GetMsg(Msg::MoveCopyStays, {NamesOf(*stayed)}));
     return true;
 }
 
 /// Nobody can tell which folder counts.
-bool LetMoveGo(Session& session, const MoveNote& note, const Failure& failure, bool letGo)
+bool LetMoveGo(Host& host, const Folders& folders, const MoveNote& note, const Failure& failure,
+               bool letGo)
 {
     if (!letGo) {
-        TellFailure(session.host,
+        TellFailure(host,
                     GetMsg(Msg::MoveListNotRead,
                            {Readable(note.archive), Readable(note.from), Readable(note.to)}),
                     failure);
         return false;
     }
-    if (const auto dropped = DropMoveNote(session.Folders()); !dropped)
-        return NotEnded(session.host, note, dropped.Error());
-    session.host.Tell(Tone::Warning,
-                      GetMsg(Msg::MoveLetGo, {Readable(note.from), Readable(note.to)}));
+    if (const auto dropped = DropMoveNote(folders); !dropped)
+        return NotEnded(host, note, dropped.Error());
+    host.Tell(Tone::Warning, GetMsg(Msg::MoveLetGo, {Readable(note.from), Readable(note.to)}));
     return true;
 }
 
@@ -162,28 +155,29 @@ Result<std::vector<Path>> ClearOldFolder(Host& host, const Folders& folders, Fol
     return stayed;
 }
 
-bool EndUnfinishedMove(Session& session, const Whereabouts& said)
+bool EndUnfinishedMove(const SwapParts& parts, const Whereabouts& said)
 {
-    const auto found = ReadMoveNote(session.Folders());
+    const auto found = ReadMoveNote(parts.folders);
     if (!found && found.Error().code == ErrorCode::Damaged)
-        return SetMoveNoteAside(session.host, session.Folders());
+        return SetMoveNoteAside(parts.host, parts.folders);
     if (!found)
-        return DoneOrTold(session.host, found.Error());
+        return DoneOrTold(parts.host, found.Error());
     if (!*found)
         return true;
-    const Operation running{session};
+    const Operation running{parts.running};
     const MoveNote& note = **found;
-    const auto listed = FolderOfList(session.settings, note.archive);
+    const auto listed = FolderOfList(parts.settings, note.archive);
     if (!listed)
-        return LetMoveGo(session, note, listed.Error(), said.letGo);
+        return LetMoveGo(parts.host, parts.folders, note, listed.Error(), said.letGo);
     const auto isListed = [&](const std::string& folder) {
         return *listed == Path{folder} || IsSameFolder(*listed, folder);
     };
     if (isListed(note.to))
-        return EndIt(session, note);
+        return EndIt(parts.host, parts.folders, parts.locks, note);
     if (isListed(note.from))
-        return TakeItBack(session, note);
-    return LetMoveGo(session, note, {}, true); // the list was given another folder since
+        return TakeItBack(parts.host, parts.folders, parts.locks, note);
+    return LetMoveGo(parts.host, parts.folders, note, {},
+                     true); // the list was given another folder since
 }
 
 } // namespace kestrova

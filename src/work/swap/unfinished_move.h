@@ -10,7 +10,7 @@ namespace kestrova
 /// belongs to the move in the other one goes. Says which. Without one nothing is done. False, with
 /// words, when nobody can tell which counts, or when notes of levels still lead to the old folder:
 /// no savegame may be stored then. Repeatable.
-bool EndUnfinishedMove(Session& session, const Whereabouts& said);
+bool EndUnfinishedMove(const SwapParts& parts, const Whereabouts& said);
 
 /// The copy of a move that did not come about goes, and its note. Answers what stays in the new
 /// folder; a failure leaves the note.

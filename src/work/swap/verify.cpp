@@ -1,7 +1,6 @@
 #include "swap/verify.h"
 
 #include "archive/level_folders.h"
-#include "conversion/sound_converter.h"
 #include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/name_set.h"
@@ -151,19 +150,19 @@ Status CompareWithBackup(const Folders& folders, const PreferencesRecord& prefer
     return {};
 }
 
-Result<std::vector<Placement>> PlacedFiles(Session& session, const LevelPlace& level,
+Result<std::vector<Placement>> PlacedFiles(const SwapParts& parts, const LevelPlace& level,
                                            const Path& staging)
 {
-    const bool ours = CurrentLevelCode(session.Folders(), session.archive) == level.code;
+    const bool ours = CurrentLevelCode(parts.folders, parts.archive) == level.code;
     const Result<Path> source =
-        ours ? FilesFolderOf(session.Folders(), session.archive, level.code, DiscWish::Look)
-             : InFolder(HomeOf(session.Folders(), level), OnDisk::DirFiles);
+        ours ? FilesFolderOf(parts.folders, parts.archive, level.code, DiscWish::Look)
+             : InFolder(HomeOf(parts.folders, level), OnDisk::DirFiles);
     if (!source)
         return source.Error();
     if (!FolderExists(*source))
         return Failure{ErrorCode::Missing, TextOf(*source), {}};
-    auto ready = ReadyLevelFiles(session.host, session.machine, SoundConverterOf(session), *source,
-                                 staging, true, nullptr);
+    auto ready =
+        ReadyLevelFiles(parts.host, parts.machine, parts.sounds, *source, staging, true, nullptr);
     if (!ready)
         return ready.Error();
     std::vector<std::string> refused;
@@ -202,34 +201,34 @@ Status AddOwed(const Folders& folders, const PreferencesRecord& preferences,
 
 } // namespace
 
-Result<std::vector<Difference>> VerifyFolder(Session& session)
+Result<std::vector<Difference>> VerifyFolder(const SwapParts& parts)
 {
     const platform::FolderMemory folders;
     std::vector<Difference> found;
-    const auto isThere = IsFolder(session.TrleFolder());
+    const auto isThere = IsFolder(parts.folders.trle);
     if (!isThere)
         return isThere.Error();
     if (!*isThere)
-        return Failure{ErrorCode::Missing, TextOf(session.TrleFolder()), {}};
-    const auto known = LookAtStanding(session.Folders(), session.archive);
+        return Failure{ErrorCode::Missing, TextOf(parts.folders.trle), {}};
+    const auto known = LookAtStanding(parts.folders, parts.archive);
     if (!known)
         return known.Error();
     const LevelPlace& standing = known->level;
-    const WorkFolder staging{FreshPlaceIn(session.programFolder)};
+    const WorkFolder staging{FreshPlaceIn(parts.folders.program)};
     std::vector<Placement> level;
     std::vector<std::string> replaced;
     if (standing.code != originalCode) {
-        auto placed = PlacedFiles(session, standing, staging.Folder());
+        auto placed = PlacedFiles(parts, standing, staging.Folder());
         if (!placed)
             return placed.Error();
         level = std::move(placed).Value();
-        auto belongings = StandingBelongings(session.Folders(), *known);
+        auto belongings = StandingBelongings(parts.folders, *known);
         if (!belongings)
             return belongings.Error();
         replaced = std::move(belongings->overwritten);
     }
     for (const Placement& placement : level) {
-        const Path target = session.TrleFolder() / placement.relative;
+        const Path target = parts.folders.trle / placement.relative;
         const auto stands = IsFile(target);
         if (!stands)
             return stands.Error();
@@ -238,15 +237,15 @@ Result<std::vector<Difference>> VerifyFolder(Session& session)
         else if (!SameContent(placement.file.path, target))
             found.push_back({Mismatch::Differs, Readable(placement.target)});
     }
-    const auto hasBackup = IsFolder(session.BackupFolder());
+    const auto hasBackup = IsFolder(parts.folders.Backup());
     if (!hasBackup)
         return hasBackup.Error();
     if (*hasBackup)
         if (auto status =
-                CompareWithBackup(session.Folders(), session.preferences, level, replaced, found);
+                CompareWithBackup(parts.folders, parts.preferences, level, replaced, found);
             !status)
             return status.Error();
-    if (auto status = AddOwed(session.Folders(), session.preferences, known->owner, found); !status)
+    if (auto status = AddOwed(parts.folders, parts.preferences, known->owner, found); !status)
         return status.Error();
     return found;
 }

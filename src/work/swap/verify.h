@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "swap/swap_parts.h"
 
 namespace kestrova
 {
@@ -16,6 +16,6 @@ struct Difference {
     std::string file;
 };
 /// What stands in the folder against marker, archive and backup. Touches nothing.
-Result<std::vector<Difference>> VerifyFolder(Session& session);
+Result<std::vector<Difference>> VerifyFolder(const SwapParts& parts);
 
 } // namespace kestrova

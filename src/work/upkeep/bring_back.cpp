@@ -61,20 +61,20 @@ void CountDiscs(ArchiveHeader& header, const std::vector<LevelRecord>& levels)
 class BringingBack
 {
 public:
-    BringingBack(Session& session, DiscNote note)
-        : session_(session), note_(std::move(note)), places_(OnDiscs(session.archive)),
-          total_(BytesOnDiscs(session.archive))
+    BringingBack(const ArchiveParts& parts, DiscNote note)
+        : parts_(parts), note_(std::move(note)), places_(OnDiscs(parts.archive)),
+          total_(BytesOnDiscs(parts.archive))
     {
     }
 
     bool Run()
     {
         progress_ =
-            session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CopyingFromDiscs));
+            parts_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::CopyingFromDiscs));
         progress_->AllowStop();
         bool all = true;
         for (const std::size_t place : places_) {
-            const LevelRecord& level = session_.archive.levels[place];
+            const LevelRecord& level = parts_.archive.levels[place];
             if (!waiting_.empty() && (level.cdNumber != disc_ || waitingBytes_ > mostWaiting))
                 if (!Count())
                     return false;
@@ -87,7 +87,7 @@ public:
                 continue;
             }
             all = false;
-            TellFailure(session_.host, taken.Error());
+            TellFailure(parts_.host, taken.Error());
             if (!GoesOn(taken.Error()))
                 break;
         }
@@ -108,7 +108,7 @@ private:
 
     Status Take(const LevelRecord& level)
     {
-        const Folders folders = session_.Folders();
+        const Folders& folders = parts_.folders;
         const Path home = LevelHomeOf(folders, level.levelCode);
         const Path files = InFolder(home, OnDisk::DirFiles);
         const NotedDisc* disc = note_.Find(level.cdNumber);
@@ -119,9 +119,9 @@ private:
             return {};
         // What lies there is compared as it is copied, and not before; the disc is asked for when
         // it lies nowhere.
-        auto source = FilesFolderOf(folders, session_.archive, level.levelCode, DiscWish::Look);
+        auto source = FilesFolderOf(folders, parts_.archive, level.levelCode, DiscWish::Look);
         if (!source)
-            source = FilesFolderOf(folders, session_.archive, level.levelCode);
+            source = FilesFolderOf(folders, parts_.archive, level.levelCode);
         if (!source)
             return Saying(GetMsg(Msg::BringBackCdMissing),
                           Failure{ErrorCode::Missing, source.Error().subject,
@@ -152,35 +152,35 @@ private:
     {
         if (waiting_.empty())
             return true;
-        const Path folder = ResolvePath(session_.Folders().levels);
+        const Path folder = ResolvePath(parts_.folders.levels);
         if (const auto failure = platform::SyncFileSystem(folder)) {
-            TellFailure(session_.host, GetMsg(Msg::MoveErrorCopying),
+            TellFailure(parts_.host, GetMsg(Msg::MoveErrorCopying),
                         MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure));
             return false;
         }
-        const Archive before = session_.archive;
+        const Archive before = parts_.archive;
         for (const std::size_t place : waiting_) {
-            LevelRecord& level = session_.archive.levels[place];
+            LevelRecord& level = parts_.archive.levels[place];
             level.cdNumber = 0;
             const auto size = FolderSize(
-                InFolder(LevelHomeOf(session_.Folders(), level.levelCode), OnDisk::DirFiles));
+                InFolder(LevelHomeOf(parts_.folders, level.levelCode), OnDisk::DirFiles));
             if (size)
-                CountLevelSize(session_.archive, *size - level.filesSize, SizeKind::Files, place);
+                CountLevelSize(parts_.archive, *size - level.filesSize, SizeKind::Files, place);
         }
-        CountDiscs(session_.archive.header, session_.archive.levels);
+        CountDiscs(parts_.archive.header, parts_.archive.levels);
         waiting_.clear();
         waitingBytes_ = 0;
-        const auto written = WriteArchive(session_, before.file);
+        const auto written = WriteArchive(parts_, before.file);
         if (written)
             return true;
-        TellFailure(session_.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(before.file),
+        TellFailure(parts_.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(before.file),
                     written.Error());
-        session_.archive = before;
-        (void)WriteArchive(session_, before.file); // the files are there in either case
+        parts_.archive = before;
+        (void)WriteArchive(parts_, before.file); // the files are there in either case
         return false;
     }
 
-    Session& session_;
+    const ArchiveParts parts_;
     const DiscNote note_;
     const std::vector<std::size_t> places_;
     const double total_;
@@ -193,27 +193,26 @@ private:
 
 /// The archive's folder goes to the folder that was said, or where all has room. False when it
 /// could not, or when the person gave up.
-bool MoveToRoom(Session& session, const Path& said)
+bool MoveToRoom(const ArchiveParts& parts, Machine& machine, FolderLocks& locks, const Path& said)
 {
-    const Path from = session.Folders().levels;
-    const double needed = BytesOnDiscs(session.archive);
+    const Path from = parts.folders.levels;
+    const double needed = BytesOnDiscs(parts.archive);
     if (said.empty() || IsSameFolder(said, from)) {
-        const auto free = session.machine.FreeSpace(from);
+        const auto free = machine.FreeSpace(from);
         if (!free)
-            return DoneOrTold(session.host, free.Error());
+            return DoneOrTold(parts.host, free.Error());
         if (static_cast<double>(*free) > needed)
             return true;
-        if (!session.host.AskYesNo(GetMsg(Msg::AskOtherUnit, {lineBreak})))
+        if (!parts.host.AskYesNo(GetMsg(Msg::AskOtherUnit, {lineBreak})))
             return false;
     }
-    const auto tree = ScanArchiveFolder(session.host, from);
+    const auto tree = ScanArchiveFolder(parts.host, from);
     if (!tree)
         return tree.Error().code != ErrorCode::Stopped &&
-               TellFolderNotRead(session.host, tree.Error());
+               TellFolderNotRead(parts.host, tree.Error());
     const Path wanted = IsSameFolder(said, from) ? Path{} : said;
-    const auto to =
-        ChooseTarget(session.host, session.machine, {session.Folders(), *tree, needed}, wanted);
-    return to && MoveLevels(session, *tree, *to);
+    const auto to = ChooseTarget(parts.host, machine, {parts.folders, *tree, needed}, wanted);
+    return to && MoveLevels(parts, locks, *tree, *to);
 }
 
 } // namespace
@@ -227,7 +226,7 @@ bool MoveArchiveToHd(Session& session, const Path& target)
         session.host.Tell(Tone::Plain, GetMsg(Msg::BringBackNothing));
         return true;
     }
-    if (!MoveToRoom(session, target))
+    if (!MoveToRoom(session, session.machine, session.locks, target))
         return false;
     auto note = ReadDiscNote(session.Folders().levels);
     if (!note && note.Error().code != ErrorCode::Damaged)

@@ -148,16 +148,16 @@ bool DropSources(const std::vector<FormChange>& changes, const Path& folder)
     return dropped;
 }
 
-bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressScope& progress,
-                 std::vector<std::string>& kept)
+bool ChangeFiles(Host& host, Machine& machine, const Path& folder, bool compress,
+                 ProgressScope& progress, std::vector<std::string>& kept)
 {
     auto found = ChangesIn(folder, compress, kept);
     if (!found)
-        return TellFolderNotRead(session.host, found.Error());
+        return TellFolderNotRead(host, found.Error());
     std::vector<FormChange>& changes = *found;
     if (changes.empty())
         return true;
-    const auto zip = session.host.BeginProgress(
+    const auto zip = host.BeginProgress(
         ProgressWindow::Zip, GetMsg(compress ? Msg::DeflatingFiles : Msg::ExpandingFiles));
     StopBetweenFiles shown{*zip, progress};
     const std::string word = GetMsg(compress ? Msg::WordCompression : Msg::WordDecompression);
@@ -165,18 +165,18 @@ bool ChangeFiles(Session& session, const Path& folder, bool compress, ProgressSc
     for (FormChange& change : changes)
         jobs.push_back({FileSize(change.source),
                         word + GetMsg(Msg::ChangingFile, {TextOf(change.source.filename())}),
-                        [&session, &change, &shown, compress]() -> Status {
+                        [&machine, &change, &shown, compress]() -> Status {
                             change.outcome = shown.Stopped()
                                                  ? Status{MakeFailure(ErrorCode::Stopped, {})}
-                                                 : Convert(session.machine, change, compress);
+                                                 : Convert(machine, change, compress);
                             return {}; // one that fails does not hold up the others
                         }});
     const auto ran = RunFileJobs(std::move(jobs), &shown);
     if (!ran || !DropSources(changes, folder)) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::ErrorDroppingOldForm, {TextOf(folder)}));
+        host.Tell(Tone::Error, GetMsg(Msg::ErrorDroppingOldForm, {TextOf(folder)}));
         return false;
     }
-    return !shown.Stopped() && AskAboutFailures(session.host, changes, compress);
+    return !shown.Stopped() && AskAboutFailures(host, changes, compress);
 }
 
 /// The picture's bytes in its other form; a failure for what is no picture.
@@ -222,43 +222,44 @@ Status ChangeLoadPicture(const Path& folder, bool compress, ProgressScope& progr
 }
 
 /// One level of the list; False when it was ended, or could not be done.
-bool ChangeLevel(Session& session, const LevelRecord& level, const AudioStep& audio,
-                 ProgressScope& progress, int& pictures)
+bool ChangeLevel(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+                 const LevelRecord& level, const AudioStep& audio, ProgressScope& progress,
+                 int& pictures)
 {
     const std::string name{Trim(level.levelName)};
     const Path folder =
-        ResolvePath(InFolder(LevelHomeOf(session.Folders(), level.levelCode), OnDisk::DirFiles));
+        ResolvePath(InFolder(LevelHomeOf(folders, level.levelCode), OnDisk::DirFiles));
     const auto isThere = IsFolder(folder);
     if (!isThere)
-        return TellFolderNotRead(session.host, isThere.Error());
+        return TellFolderNotRead(host, isThere.Error());
     if (!*isThere)
         return true;
-    const StoredWatch watch{LevelHomeOf(session.Folders(), level.levelCode),
-                            [&] { return progress.Step(); }};
+    const StoredWatch watch{LevelHomeOf(folders, level.levelCode), [&] { return progress.Step(); }};
     std::vector<std::string> kept;
     if ((audio && !audio(name, folder)) ||
-        !ChangeFiles(session, folder, session.archive.header.compressLevels, progress, kept))
+        !ChangeFiles(host, machine, folder, archive.header.compressLevels, progress, kept))
         return false;
-    if (const auto picture = ChangeLoadPicture(folder, session.archive.header.compressLevels,
-                                               progress, kept, pictures);
+    if (const auto picture =
+            ChangeLoadPicture(folder, archive.header.compressLevels, progress, kept, pictures);
         !picture)
-        return TellFolderNotRead(session.host, picture.Error());
-    TellKeptForms(session.host, kept);
+        return TellFolderNotRead(host, picture.Error());
+    TellKeptForms(host, kept);
     return true;
 }
 
 /// The levels, one after the other; False when it was ended before the last.
-bool ChangeLevels(Session& session, const AudioStep& audio, ProgressScope& progress, int& pictures)
+bool ChangeLevels(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
+                  const AudioStep& audio, ProgressScope& progress, int& pictures)
 {
-    const std::size_t count = session.archive.levels.size();
+    const std::size_t count = archive.levels.size();
     for (std::size_t i = 0; i < count; ++i) {
-        const LevelRecord& level = session.archive.levels[i];
+        const LevelRecord& level = archive.levels[i];
         progress.SetBar(i, count);
         progress.SetLabel(GetMsg(Msg::ChangingLevel) + std::string{Trim(level.levelName)});
         if (!progress.Step())
             return false;
         if (level.cdNumber == 0 && level.levelCode != originalCode &&
-            !ChangeLevel(session, level, audio, progress, pictures))
+            !ChangeLevel(host, machine, folders, archive, level, audio, progress, pictures))
             return false;
     }
     progress.SetBar(count, count);
@@ -276,7 +277,8 @@ bool ChangeCompression(Session& session, const AudioStep& audio)
         const auto progress =
             session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ChangingCompression));
         progress->AllowStop();
-        all = ChangeLevels(session, audio, *progress, pictures);
+        all = ChangeLevels(session.host, session.machine, session.Folders(), session.archive, audio,
+                           *progress, pictures);
     }
     DoneOrTold(session.host, RecomputeArchiveSize(session, false));
     session.list.Refresh();
@@ -307,7 +309,8 @@ bool ChangeCompressionOf(Session& session, LevelCode code, const AudioStep& audi
             session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ChangingCompression));
         progress->AllowStop();
         int pictures = 0;
-        done = ChangeLevel(session, level, audio, *progress, pictures);
+        done = ChangeLevel(session.host, session.machine, session.Folders(), session.archive, level,
+                           audio, *progress, pictures);
     }
     RefreshLevelSizes(session, code);
     return done;

@@ -7,6 +7,7 @@
 #include "discs/disc_notes.h"
 #include "formats/level_folder.h"
 #include "platform/file_content.h"
+#include "session/disc_reader.h"
 
 #include <algorithm>
 
@@ -37,7 +38,7 @@ void DiscSources::Read()
         return;
     isRead_ = true;
     // One that cannot be read tells of no disc.
-    note_ = ReadDiscNote(session_.Folders().levels).ValueOr({});
+    note_ = ReadDiscNote(folders_.levels).ValueOr({});
     for (const NotedDisc& disc : note_.discs)
         for (const NotedLevel& level : disc.levels)
             for (const NotedFile& file : level.files)
@@ -47,18 +48,18 @@ void DiscSources::Read()
 const Path& DiscSources::FilesOn(std::int32_t disc, LevelCode code)
 {
     const auto [place, isNew] = found_.try_emplace({disc, code});
-    if (!isNew || session_.discs == nullptr)
+    if (!isNew || folders_.discs == nullptr)
         return place->second;
     // The list may say that the level lies on the hard disk, and so it does.
-    Archive archive{session_.archive.header, {}, session_.archive.file};
+    Archive archive{archive_.header, {}, archive_.file};
     if (!note_.folder.empty())
         archive.header.mainFolder = note_.folder;
     LevelRecord level;
-    if (const LevelRecord* const known = session_.archive.Find(code))
+    if (const LevelRecord* const known = archive_.Find(code))
         level = *known;
     level.levelCode = code;
     level.cdNumber = disc;
-    if (const auto folder = session_.discs->FolderOfDisc(archive, level, DiscWish::Look))
+    if (const auto folder = folders_.discs->FolderOfDisc(archive, level, DiscWish::Look))
         place->second =
             ResolvePath(InFolder(InFolder(*folder, LevelFolderName(code)), OnDisk::DirFiles));
     return place->second;
@@ -83,8 +84,7 @@ std::vector<DiscSources::OnDisc> DiscSources::Holding(LevelCode code, const std:
 bool DiscSources::StandsAsNoted(LevelCode code, const std::set<std::string>& faulty,
                                 const NotedLevel& noted)
 {
-    const Path files =
-        ResolvePath(InFolder(LevelHomeOf(session_.Folders(), code), OnDisk::DirFiles));
+    const Path files = ResolvePath(InFolder(LevelHomeOf(folders_, code), OnDisk::DirFiles));
     bool any = false;
     for (const NotedFile& file : noted.files) {
         if (faulty.contains(file.name))

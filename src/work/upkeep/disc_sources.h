@@ -1,7 +1,8 @@
 #pragma once
 
 #include "formats/disc_note.h"
-#include "session/session.h"
+#include "session/archive.h"
+#include "session/folders.h"
 #include "swap/verify_level.h"
 
 #include <map>
@@ -16,7 +17,10 @@ namespace kestrova
 class DiscSources
 {
 public:
-    explicit DiscSources(Session& session) : session_(session) {}
+    DiscSources(const Folders& folders, const Archive& archive)
+        : folders_(folders), archive_(archive)
+    {
+    }
 
     struct OnDisc {
         Path file;
@@ -44,7 +48,8 @@ private:
     bool StandsAsNoted(LevelCode code, const std::set<std::string>& faulty,
                        const NotedLevel& noted);
 
-    Session& session_;
+    const Folders folders_;
+    const Archive& archive_;
     bool isRead_ = false;
     DiscNote note_;
     std::unordered_multimap<std::string, Place> byHash_;

@@ -142,22 +142,23 @@ void ClearLeftovers(Host& host, const Folders& folders, const Archive& archive)
     ClearUnfinishedIntakes(host, folders, archive);
 }
 
-void ClearAllLeftovers(Session& session)
+void ClearAllLeftovers(Host& host, const Folders& folders, const Archive& archive,
+                       const PreferencesRecord& preferences)
 {
-    ClearLeftovers(session.host, session.Folders(), session.archive);
-    const std::vector<Path> held = HeldFolders(session.Folders(), session.archive);
-    if (const Path file = session.RememberedArchive(); !file.empty())
-        (void)Settle(session.host, session.Folders(), session.archive, file.parent_path(), held);
-    std::vector<Path> folders = held;
-    while (!folders.empty()) {
-        const Path place = std::move(folders.back());
-        folders.pop_back();
-        (void)Settle(session.host, session.Folders(), session.archive, place, held);
+    ClearLeftovers(host, folders, archive);
+    const std::vector<Path> held = HeldFolders(folders, archive);
+    if (const Path file = Path{Trim(preferences.archivePath)}; !file.empty())
+        (void)Settle(host, folders, archive, file.parent_path(), held);
+    std::vector<Path> places = held;
+    while (!places.empty()) {
+        const Path place = std::move(places.back());
+        places.pop_back();
+        (void)Settle(host, folders, archive, place, held);
         std::vector<platform::FolderEntry> entries;
         (void)platform::ListFolder(place, entries); // what cannot be seen now is seen another time
         for (const platform::FolderEntry& entry : entries)
             if (entry.kind == FileKind::Folder && !entry.name.starts_with(stagedPrefix))
-                folders.push_back(place / entry.name);
+                places.push_back(place / entry.name);
     }
 }
 

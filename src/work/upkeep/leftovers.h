@@ -1,6 +1,9 @@
 #pragma once
 
-#include "session/session.h"
+#include "formats/preferences.h"
+#include "session/archive.h"
+#include "session/folders.h"
+#include "session/host.h"
 
 /// What killed programs left: files half written, folders to work in, an edit that nobody ended.
 namespace kestrova
@@ -15,7 +18,8 @@ Path WorkNotes(const Folders& folders);
 /// after a load. What cannot go stays noted.
 void ClearLeftovers(Host& host, const Folders& folders, const Archive& archive);
 /// The same in every folder below the program's, the Level Editor's and the archive's.
-void ClearAllLeftovers(Session& session);
+void ClearAllLeftovers(Host& host, const Folders& folders, const Archive& archive,
+                       const PreferencesRecord& preferences);
 
 /// What could not be removed, for the doctor. Touches nothing.
 std::vector<Path> LeftoversThatStay(const Folders& folders);

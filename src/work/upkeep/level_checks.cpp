@@ -38,13 +38,13 @@ Noting MayNote(const Folders& folders, FolderLocks& locks)
 
 } // namespace
 
-std::vector<LevelCode> LevelChecks::Everything(const Session& session)
+std::vector<LevelCode> LevelChecks::Everything(const Folders& folders, const Archive& archive)
 {
     std::vector<LevelCode> codes;
-    for (const LevelRecord& level : session.archive.levels)
+    for (const LevelRecord& level : archive.levels)
         if (level.levelCode != originalCode)
             codes.push_back(level.levelCode);
-    if (!BackupIsAway(session.Folders()))
+    if (!BackupIsAway(folders))
         codes.push_back(originalCode);
     return codes;
 }
@@ -121,7 +121,8 @@ bool LevelChecks::CheckOne(LevelCode code, ProgressScope& progress)
 
 void LevelChecks::FindSources(ProgressScope& progress)
 {
-    RepairSources sources{session_};
+    RepairSources sources{session_.machine, session_.Folders(), session_.archive,
+                          ToolsOf(session_)};
     std::map<LevelCode, std::set<std::string>> faulty;
     for (const CheckedRow& row : rows_)
         faulty[row.code].insert(row.fault.stored);
@@ -153,9 +154,10 @@ bool LevelChecks::RepairOne(LevelCode code, RepairSources& sources, ProgressScop
     for (const CheckedRow& row : rows_)
         if (row.code == code)
             checked.faults.push_back(row.fault);
-    const auto done = code == originalCode
-                          ? RepairBackup(session_, checked, sources, progress)
-                          : RepairLevel(session_, code, checked, sources, progress);
+    const auto done =
+        code == originalCode
+            ? RepairBackup(session_.machine, session_.Folders(), checked, sources, progress)
+            : RepairLevel(session_, code, checked, sources, progress);
     if (!done) {
         if (done.Error().code != ErrorCode::Stopped)
             TellFailure(session_.host,
@@ -184,7 +186,7 @@ bool LevelChecks::Repair(const Path& offered)
 {
     const Operation running{session_};
     repaired_.clear();
-    if (const auto ready = EndEarlierMove(session_); !ready) {
+    if (const auto ready = EndEarlierMove(session_, session_.machine); !ready) {
         TellFailure(session_.host, GetMsg(Msg::RepairWaits), ready.Error());
         return false;
     }
@@ -192,7 +194,8 @@ bool LevelChecks::Repair(const Path& offered)
     const auto progress =
         session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RepairUnderWay));
     progress->AllowStop();
-    RepairSources sources{session_};
+    RepairSources sources{session_.machine, session_.Folders(), session_.archive,
+                          ToolsOf(session_)};
     if (!offered.empty())
         if (const auto opened = sources.Offer(offered, *progress); !opened) {
             if (opened.Error().code != ErrorCode::Stopped)

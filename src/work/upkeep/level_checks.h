@@ -29,7 +29,7 @@ public:
     explicit LevelChecks(Session& session) : session_(session) {}
 
     /// Every level that has a stored form, and the backup of the originals, if there is one.
-    static std::vector<LevelCode> Everything(const Session& session);
+    static std::vector<LevelCode> Everything(const Folders& folders, const Archive& archive);
     /// Checks these levels, of which the original configuration's code stands for the backup of its
     /// files; what was known of them before goes. False when it was stopped: what was
     /// found until then is there.

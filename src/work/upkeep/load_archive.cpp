@@ -26,38 +26,39 @@ namespace
 {
 
 /// Sizes of the levels on which the savegame tool was at work.
-void MeasureStaleExtras(Session& session)
+void MeasureStaleExtras(const ArchiveParts& parts)
 {
     bool changed = false;
-    for (std::size_t i = 0; i < session.archive.levels.size(); ++i) {
-        LevelRecord& level = session.archive.levels[i];
+    for (std::size_t i = 0; i < parts.archive.levels.size(); ++i) {
+        LevelRecord& level = parts.archive.levels[i];
         if (!level.extrasDirty)
             continue;
-        const auto size = ExtrasSizeOf(LevelHomeOf(session.Folders(), level.levelCode));
+        const auto size = ExtrasSizeOf(LevelHomeOf(parts.folders, level.levelCode));
         if (!size)
             continue; // it stays noted as stale
-        CountLevelSize(session.archive, *size - level.extrasSize, SizeKind::Extras, i);
+        CountLevelSize(parts.archive, *size - level.extrasSize, SizeKind::Extras, i);
         level.extrasDirty = false;
         changed = true;
     }
     if (changed)
-        SaveArchive(session);
+        SaveArchive(parts);
 }
 
 /// Reads the file and takes the lock of its folder. What another program wrote before the lock was
 /// there is read as well.
-Load ReadAndHold(Session& session, const Path& file, Archive& archive, Failure& why)
+Load ReadAndHold(Host& host, const ProgramSettings& settings, FolderLocks& locks, const Path& file,
+                 Archive& archive, Failure& why)
 {
     for (bool again = true; again;) {
-        auto records = ReadArchiveRecords(session.settings, file);
+        auto records = ReadArchiveRecords(settings, file);
         if (!records) {
             why = records.Error();
             return Load::NotRead;
         }
         archive = std::move(*records);
         const Path folder{Trim(archive.header.secondaryFolder)};
-        again = FolderExists(folder) && !session.locks.Holds(folder);
-        if (again && !DoneOrTold(session.host, HoldFolder(session.locks, folder)))
+        again = FolderExists(folder) && !locks.Holds(folder);
+        if (again && !DoneOrTold(host, HoldFolder(locks, folder)))
             return Load::Held;
     }
     return Load::Done;
@@ -200,7 +201,7 @@ Load LoadOrKeep(Session& session, Path file, const Path& levelFolder, Failure& w
         return Load::FoldersRefused;
     const std::vector<Path> held = session.locks.Held();
     Archive archive;
-    Load load = ReadAndHold(session, file, archive, why);
+    Load load = ReadAndHold(session.host, session.settings, session.locks, file, archive, why);
     const Path listed = FolderFromText(Trim(archive.header.secondaryFolder));
     if (load == Load::Done &&
         ((!levelFolder.empty() && !TakeNamedFolder(session, session.locks, archive, levelFolder)) ||

@@ -17,7 +17,7 @@ bool MayMoveArchive(Session& session)
 {
     return HasArchive(session.host, session.archive) && SaveArchiveNow(session) &&
            DoneOrTold(session.host, ArchiveFolderIsThere(session.archive)) &&
-           DoneOrTold(session.host, EndEarlierMove(session));
+           DoneOrTold(session.host, EndEarlierMove(session, session.machine));
 }
 
 bool MoveArchive(Session& session, const Path& target)
@@ -35,7 +35,7 @@ bool MoveArchive(Session& session, const Path& target)
     if (!tree)
         return TellFolderNotRead(session.host, tree.Error());
     const auto to = ChooseTarget(session.host, session.machine, {session.Folders(), *tree}, target);
-    if (!to || !MoveLevels(session, *tree, *to))
+    if (!to || !MoveLevels(session, session.locks, *tree, *to))
         return false;
     session.list.Refresh();
     session.host.Tell(Tone::Plain, GetMsg(Msg::ArchiveMoved) + TextOf(*to));

@@ -58,8 +58,8 @@ Status MakeLostFolders(const Archive& archive, const Path& to)
 class ArchiveMove
 {
 public:
-    ArchiveMove(Session& session, Path from, Path to)
-        : session_(session), folders_(session.Folders()), from_(std::move(from)), to_(std::move(to))
+    ArchiveMove(const ArchiveParts& parts, FolderLocks& locks, Path to)
+        : parts_(parts), locks_(locks), from_(parts.folders.levels), to_(std::move(to))
     {
     }
 
@@ -72,7 +72,7 @@ public:
         if (!SaveList())
             return false;
         const bool ended = FollowHomes() && ClearOld(tree);
-        return DoneOrTold(session_.host, HoldArchiveFolder(session_.locks, folders_, to_)) && ended;
+        return DoneOrTold(parts_.host, HoldArchiveFolder(locks_, parts_.folders, to_)) && ended;
     }
 
 private:
@@ -81,19 +81,19 @@ private:
         const auto isThere = IsFolder(to_);
         if (!isThere)
             return isThere.Error();
-        note_ = {session_.archive.file.native(), from_.native(), to_.native(), !*isThere};
-        if (auto noted = WriteMoveNote(folders_, note_); !noted)
+        note_ = {parts_.archive.file.native(), from_.native(), to_.native(), !*isThere};
+        if (auto noted = WriteMoveNote(parts_.folders, note_); !noted)
             return noted;
         noted_ = true;
         if (auto made = MakeFolders(to_); !made)
             return made;
-        return HoldFolder(session_.locks, to_);
+        return HoldFolder(locks_, to_);
     }
 
     Status Copy(const WholeTree& tree)
     {
         const auto progress =
-            session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::MovingFolders));
+            parts_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::MovingFolders));
         progress->AllowStop();
         const Heartbeat beat = [&] { return progress->Step(); };
         auto status =
@@ -104,7 +104,7 @@ private:
         if (!status)
             return status;
         progress->SetLabel(GetMsg(Msg::MakingSubfolders));
-        if (status = MakeLostFolders(session_.archive, to_); !status)
+        if (status = MakeLostFolders(parts_.archive, to_); !status)
             return status;
         if (status = FlushDisk(ResolvePath(to_), beat); !status)
             return status;
@@ -122,60 +122,59 @@ private:
     bool GiveUp(const Failure& failure)
     {
         const auto wait =
-            session_.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ClearingCopy));
-        const auto stayed = noted_ ? TakeMoveBack(folders_, session_.locks, note_,
-                                                  [&] { return wait->Step(), true; })
-                                   : Result<std::vector<Path>>{std::vector<Path>{}};
-        if (session_.locks.ArchiveFolder() != to_)
-            session_.locks.Release(to_);
+            parts_.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ClearingCopy));
+        const auto stayed =
+            noted_ ? TakeMoveBack(parts_.folders, locks_, note_, [&] { return wait->Step(), true; })
+                   : Result<std::vector<Path>>{std::vector<Path>{}};
+        if (locks_.ArchiveFolder() != to_)
+            locks_.Release(to_);
         if (failure.code != ErrorCode::Stopped)
-            TellFailure(session_.host,
+            TellFailure(parts_.host,
                         GetMsg(Msg::MoveErrorCopying) + ". " + GetMsg(Msg::MoveNothingChanged),
                         failure);
         if (!stayed)
-            TellFailure(session_.host, GetMsg(Msg::MoveErrorRemoving) + TextOf(to_),
-                        stayed.Error());
+            TellFailure(parts_.host, GetMsg(Msg::MoveErrorRemoving) + TextOf(to_), stayed.Error());
         return false;
     }
 
     /// From here on the new folder counts.
     bool SaveList()
     {
-        const Archive before = session_.archive;
-        ArchiveHeader& header = session_.archive.header;
+        const Archive before = parts_.archive;
+        ArchiveHeader& header = parts_.archive.header;
         if (Trim(header.mainFolder) == Trim(header.secondaryFolder))
             header.mainFolder = to_.native();
         header.secondaryFolder = to_.native();
-        const auto written = WriteArchive(session_, before.file);
+        const auto written = WriteArchive(parts_, before.file);
         if (written)
             return true;
-        TellFailure(session_.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(before.file),
+        TellFailure(parts_.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(before.file),
                     written.Error());
-        session_.archive = before;
+        parts_.archive = before;
         // The write may have failed after its file got its name: the old list must stand for sure
         // before the copy goes, and otherwise the next start looks which one does.
-        if (WriteArchive(session_, before.file))
+        if (WriteArchive(parts_, before.file))
             return GiveUp(MakeFailure(ErrorCode::Stopped, {}));
-        session_.host.Tell(Tone::Warning, GetMsg(Msg::MoveNotEnded, {TextOf(to_)}));
+        parts_.host.Tell(Tone::Warning, GetMsg(Msg::MoveNotEnded, {TextOf(to_)}));
         return false;
     }
 
     bool FollowHomes()
     {
-        const auto followed = FollowMovedHomes(folders_, from_, to_);
+        const auto followed = FollowMovedHomes(parts_.folders, from_, to_);
         if (!followed)
-            TellFailure(session_.host, GetMsg(Msg::MoveNotEnded, {TextOf(to_)}), followed.Error());
+            TellFailure(parts_.host, GetMsg(Msg::MoveNotEnded, {TextOf(to_)}), followed.Error());
         return bool{followed};
     }
 
     bool ClearOld(const WholeTree& tree)
     {
         const auto progress =
-            session_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RemovingOldFolders));
-        const auto stayed = ClearOldFolder(session_.host, folders_, session_.locks, note_, &tree,
+            parts_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RemovingOldFolders));
+        const auto stayed = ClearOldFolder(parts_.host, parts_.folders, locks_, note_, &tree,
                                            [&] { return progress->Step(), true; });
         if (!stayed) {
-            TellFailure(session_.host, GetMsg(Msg::MoveNotEnded, {TextOf(to_)}), stayed.Error());
+            TellFailure(parts_.host, GetMsg(Msg::MoveNotEnded, {TextOf(to_)}), stayed.Error());
             return false;
         }
         if (stayed->empty())
@@ -183,12 +182,12 @@ private:
         std::vector<std::string> names;
         for (const Path& path : *stayed)
             names.push_back(TextOf(path));
-        session_.host.Tell(Tone::Warning, GetMsg(Msg::MoveOldStays, {ShownNames(names)}));
+        parts_.host.Tell(Tone::Warning, GetMsg(Msg::MoveOldStays, {ShownNames(names)}));
         return true;
     }
 
-    Session& session_;
-    const Folders folders_;
+    const ArchiveParts& parts_;
+    FolderLocks& locks_;
     const Path from_;
     const Path to_;
     MoveNote note_;
@@ -205,9 +204,10 @@ Result<WholeTree> ScanArchiveFolder(Host& host, const Path& folder)
     return ScanLevels(ResolvePath(folder), [&] { return progress->Step(); });
 }
 
-bool MoveLevels(Session& session, const WholeTree& tree, const Path& to)
+bool MoveLevels(const ArchiveParts& parts, FolderLocks& locks, const WholeTree& tree,
+                const Path& to)
 {
-    return ArchiveMove{session, session.Folders().levels, to}.Run(tree);
+    return ArchiveMove{parts, locks, to}.Run(tree);
 }
 
 } // namespace kestrova

@@ -208,13 +208,14 @@ std::optional<Path> FolderToRecover(Host& host, const Path& said)
 }
 
 /// The discs that were said, or those that the person names. No value to end here.
-std::optional<std::vector<DiscFolder>> DiscsToTake(Session& session, const RecoverWish& wish)
+std::optional<std::vector<DiscFolder>> DiscsToTake(Host& host, Machine& machine, const Tools& tools,
+                                                   const RecoverWish& wish)
 {
     if (wish.folder.empty())
-        return AskForDiscs(session.host);
+        return AskForDiscs(host);
     std::vector<DiscFolder> discs;
     for (const Path& place : wish.discs) {
-        const auto found = DiscsAt(session, place);
+        const auto found = DiscsAt(host, machine, tools, place);
         if (found.empty())
             return {};
         discs.insert(discs.end(), found.begin(), found.end());
@@ -241,7 +242,7 @@ bool RecoverArchive(Session& session, const RecoverWish& wish)
                                      : Result<LevelsFound>{LevelsFound{}};
     if (!isThere || !found)
         return TellFolderNotRead(session.host, isThere ? found.Error() : isThere.Error()) || keep();
-    const auto discs = DiscsToTake(session, wish);
+    const auto discs = DiscsToTake(session.host, session.machine, ToolsOf(session), wish);
     if (!discs)
         return keep();
     if (found->codes.empty() && found->setAside.empty() && discs->empty()) {

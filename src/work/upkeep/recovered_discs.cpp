@@ -62,14 +62,14 @@ void LiesOnDisc(Archive& archive, LevelRecord& level, std::int32_t number)
 
 } // namespace
 
-std::vector<DiscFolder> DiscsAt(Session& session, const Path& place)
+std::vector<DiscFolder> DiscsAt(Host& host, Machine& machine, const Tools& tools, const Path& place)
 {
     std::vector<DiscFolder> discs;
     Path root = place;
     if (FileExists(place)) {
-        const auto image = AttachImage(ToolsOf(session), session.machine, session.host, place);
+        const auto image = AttachImage(tools, machine, host, place);
         if (!image) {
-            TellFailure(session.host, GetMsg(Msg::RecoverNoDisc, {TextOf(place)}), image.Error());
+            TellFailure(host, GetMsg(Msg::RecoverNoDisc, {TextOf(place)}), image.Error());
             return discs;
         }
         root = *image;
@@ -82,7 +82,7 @@ std::vector<DiscFolder> DiscsAt(Session& session, const Path& place)
         for (const KnownDisc& disc : DiscsIn(root).ValueOr({}))
             discs.push_back({disc.number, NumberedDisc(root / disc.archive, disc.number)});
     if (discs.empty())
-        session.host.Tell(Tone::Error, GetMsg(Msg::RecoverNoDisc, {TextOf(place)}));
+        host.Tell(Tone::Error, GetMsg(Msg::RecoverNoDisc, {TextOf(place)}));
     return discs;
 }
 

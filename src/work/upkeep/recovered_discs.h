@@ -1,6 +1,8 @@
 #pragma once
 
-#include "session/session.h"
+#include "session/archive.h"
+#include "session/host.h"
+#include "tools/tools.h"
 
 #include <functional>
 
@@ -14,7 +16,8 @@ struct DiscFolder {
 };
 /// The archive's discs that a place holds: such a folder itself, a folder in which they lie, or an
 /// image. Told, and empty, when it holds none.
-std::vector<DiscFolder> DiscsAt(Session& session, const Path& place);
+std::vector<DiscFolder> DiscsAt(Host& host, Machine& machine, const Tools& tools,
+                                const Path& place);
 /// Asks for one disc after the other. No value when the person names a first one that is none.
 std::optional<std::vector<DiscFolder>> AskForDiscs(Host& host);
 

@@ -104,10 +104,10 @@ Status PutBack(Machine& machine, const Folders& folders, const LevelFault& fault
 
 } // namespace
 
-Result<RepairedLevel> RepairBackup(Session& session, const CheckedLevel& checked,
-                                   RepairSources& sources, ProgressScope& progress)
+Result<RepairedLevel> RepairBackup(Machine& machine, const Folders& folders,
+                                   const CheckedLevel& checked, RepairSources& sources,
+                                   ProgressScope& progress)
 {
-    const Folders folders = session.Folders();
     const Heartbeat beat = [&] { return progress.Step(); };
     RepairedLevel done;
     for (const LevelFault& fault : checked.faults) {
@@ -121,7 +121,7 @@ Result<RepairedLevel> RepairBackup(Session& session, const CheckedLevel& checked
             done.left.push_back({fault, GetMsg(Msg::BackupNowhere)});
             continue;
         }
-        if (const auto put = PutBack(session.machine, folders, fault, found->file))
+        if (const auto put = PutBack(machine, folders, fault, found->file))
             done.repaired.push_back({fault.file, found->where});
         else
             done.left.push_back({fault, put.Error().sentence.empty()

@@ -28,8 +28,10 @@ bool HasSizeOf(const StoredEntry& noted, std::uint64_t size)
 
 } // namespace
 
-RepairSources::RepairSources(Session& session)
-    : session_(session), discs_(session), unpacked_(FreshPlaceIn(session.programFolder))
+RepairSources::RepairSources(Machine& machine, const Folders& folders, const Archive& archive,
+                             Tools tools)
+    : machine_(machine), folders_(folders), archive_(archive), tools_(std::move(tools)),
+      discs_(folders, archive), unpacked_(FreshPlaceIn(folders.program))
 {
 }
 
@@ -43,10 +45,9 @@ const std::string& RepairSources::HashOf(const Path& file)
 
 void RepairSources::AddByName(const StoredEntry& noted, Candidates& found)
 {
-    const Folders folders = session_.Folders();
     const std::string& name = noted.from ? noted.from->name : noted.name;
-    for (const auto& [root, where] : {std::pair{folders.trle, Msg::RepairFromTrle},
-                                      std::pair{folders.Backup(), Msg::RepairFromBackup}})
+    for (const auto& [root, where] : {std::pair{folders_.trle, Msg::RepairFromTrle},
+                                      std::pair{folders_.Backup(), Msg::RepairFromBackup}})
         for (const Path& folder :
              {root, InFolder(root, OnDisk::DirData), InFolder(root, OnDisk::DirAudio)})
             if (!root.empty())
@@ -55,7 +56,7 @@ void RepairSources::AddByName(const StoredEntry& noted, Candidates& found)
 
 void RepairSources::AddVault(const StoredEntry& noted, Candidates& found)
 {
-    const auto kept = KeptFiles(session_.Folders());
+    const auto kept = KeptFiles(folders_);
     if (!kept)
         return;
     for (const KeptFile& file : *kept)
@@ -66,7 +67,7 @@ void RepairSources::AddVault(const StoredEntry& noted, Candidates& found)
 void RepairSources::AddKeptForUndo(LevelCode code, const StoredEntry& noted,
                                    Candidates& found) const
 {
-    const Path undo = InFolder(LevelHomeOf(session_.Folders(), code), OnDisk::DirUndoOfLevel);
+    const Path undo = InFolder(LevelHomeOf(folders_, code), OnDisk::DirUndoOfLevel);
     const auto folders = ListSubfolders(ResolvePath(undo));
     if (!folders)
         return;
@@ -90,16 +91,14 @@ void RepairSources::IndexLevels(const Heartbeat& beat)
     if (isIndexed_)
         return;
     isIndexed_ = true;
-    const Folders folders = session_.Folders();
-    for (const LevelRecord& level : session_.archive.levels) {
+    for (const LevelRecord& level : archive_.levels) {
         if (beat && !beat())
             return;
         if (level.levelCode != originalCode)
-            IndexFolder(LevelHomeOf(folders, level.levelCode),
+            IndexFolder(LevelHomeOf(folders_, level.levelCode),
                         GetMsg(Msg::RepairFromLevel, {Readable(Trim(level.levelName))}));
     }
-    const auto all =
-        ListSubfolders(ResolvePath(Path{Trim(session_.archive.header.secondaryFolder)}));
+    const auto all = ListSubfolders(ResolvePath(Path{Trim(archive_.header.secondaryFolder)}));
     if (!all)
         return;
     for (const Path& folder : *all)
@@ -141,7 +140,7 @@ std::optional<FoundContent> RepairSources::Find(LevelCode code, const StoredEntr
                                                 const Heartbeat& beat)
 {
     const Path own =
-        ResolvePath(InFolder(LevelHomeOf(session_.Folders(), code), OnDisk::DirFiles)) / noted.name;
+        ResolvePath(InFolder(LevelHomeOf(folders_, code), OnDisk::DirFiles)) / noted.name;
     const auto firstOf = [&](const Candidates& candidates) -> std::optional<FoundContent> {
         for (const Candidate& each : candidates) {
             const auto facts = LookAtSpelled(each.file);
@@ -180,14 +179,13 @@ Status RepairSources::Unpack(const Path& package, ProgressScope& progress)
     const Path folder = unpacked_.Folder() / std::to_string(++packages_);
     ToolProgressState state{&progress};
     state.quiet = true;
-    UnpackGuard guard{session_.machine, package, unpacked_.Folder()};
+    UnpackGuard guard{machine_, package, unpacked_.Folder()};
     UnpackReport report;
     UnzipOptions options;
     options.guard = &guard;
     options.report = &report;
     options.keepWhole = true; // each file is proved by its own hash
-    if (auto status = UnzipWithProgress(ToolsOf(session_), package, folder, options, state);
-        !status)
+    if (auto status = UnzipWithProgress(tools_, package, folder, options, state); !status)
         return status;
     const auto tree = ScanTree(folder, [&] { return progress.Step(); });
     if (!tree)

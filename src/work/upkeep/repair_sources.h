@@ -2,7 +2,8 @@
 
 #include "core/removal.h"
 #include "formats/stored_note.h"
-#include "session/session.h"
+#include "session/machine.h"
+#include "tools/tools.h"
 #include "upkeep/disc_sources.h"
 
 #include <map>
@@ -25,7 +26,7 @@ struct FoundContent {
 class RepairSources
 {
 public:
-    explicit RepairSources(Session& session);
+    RepairSources(Machine& machine, const Folders& folders, const Archive& archive, Tools tools);
 
     /// A package, a folder or a single file that the person offers; packages in it are opened, one
     /// level deep. Nothing that they hold is taken by its name.
@@ -59,7 +60,10 @@ private:
     /// The file's hash, each read once.
     const std::string& HashOf(const Path& file);
 
-    Session& session_;
+    Machine& machine_;
+    const Folders folders_;
+    const Archive& archive_;
+    const Tools tools_;
     DiscSources discs_;
     WorkFolder unpacked_;                                    ///< of offered packages
     std::unordered_multimap<std::string, Candidate> byHash_; ///< files of levels, as they are noted

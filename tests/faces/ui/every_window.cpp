@@ -283,7 +283,7 @@ void EveryWindow::SavegamesAndShots()
     CaptureDialog capture{session, captured, nullptr};
     LookAt(capture);
     ShotList shots;
-    EXPECT_TRUE(shots.Load(session, level_));
+    EXPECT_TRUE(shots.Load(session.Folders(), level_));
     ScreenShotDialog shot{shots, 0, nullptr};
     LookAt(shot);
 }

@@ -79,11 +79,11 @@ TEST(Language, WaitsForTheEndOfWhatGoesOnInTheWindow)
 {
     WindowWorld world;
     world.Show();
-    ++world.session.runningOperations;
+    ++world.session.runningOperations.count;
     SpeakInWindows("de");
     QTest::qWait(1);
     EXPECT_NE(Plain(world.Find<QMenu>("mnu_Pref")->title()), Words(Msg::MenuPreferences));
-    --world.session.runningOperations;
+    --world.session.runningOperations.count;
     ExpectSpoken(world);
     SpeakInWindows("en");
 }

@@ -47,7 +47,7 @@ public:
         std::filesystem::create_directories(box / folder);
         EXPECT_TRUE(image.save(PathToQt(box / (folder + name)), "bmp"));
     }
-    void Load() { ASSERT_TRUE(shots.Load(session, code)); }
+    void Load() { ASSERT_TRUE(shots.Load(session.Folders(), code)); }
     QImage Saved(const std::string& name)
     {
         const auto picture = LoadPicture(box / name);

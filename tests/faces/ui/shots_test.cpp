@@ -101,14 +101,14 @@ TEST(ShotList, TurnsOnlyWherePicturesAre)
     box.MakeBackupAndArchive();
     const LevelCode code = box.AddLevel("Seven", {});
     ShotList shots;
-    ASSERT_TRUE(shots.Load(box.session, code));
+    ASSERT_TRUE(shots.Load(box.session.Folders(), code));
     EXPECT_EQ(shots.Index(), -2);
     EXPECT_FALSE(shots.HasNext());
     EXPECT_FALSE(shots.Next());
     EXPECT_FALSE(shots.Previous());
     for (int i = 1; i <= 7; ++i)
         box.Write("levels/LEVEL_0001/screenshots/" + std::to_string(i) + ".jpg", "x");
-    ASSERT_TRUE(shots.Load(box.session, code));
+    ASSERT_TRUE(shots.Load(box.session.Folders(), code));
     std::vector<std::ptrdiff_t> pairs{shots.Index()};
     while (shots.Next())
         pairs.push_back(shots.Index());

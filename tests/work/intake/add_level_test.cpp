@@ -330,7 +330,7 @@ TEST_F(AddLevelTest, WhatAKilledRunLeftIsClearedByTheNextStart)
         EXPECT_TRUE(stays || !stands) << run.call;
         cleared += cameIn && !stays ? 1 : 0;
         const bool noted = own.Has("home/intake_note");
-        OfferLeftIntake(fresh);
+        OfferLeftIntake(fresh.host, fresh.Folders(), fresh.archive);
         EXPECT_FALSE(own.Has("home/intake_note")) << run.call;
         EXPECT_EQ(own.Has("levels/LEVEL_0001/files/level1.tr4"), stands) << run.call;
         EXPECT_TRUE(noted || stands || !stays) << run.call;
@@ -374,7 +374,7 @@ TEST_F(AddLevelTest, AWholeLevelIsNeverClearedWhateverListIsReadAfterAKill)
         for (const char* list : {"home/Older.kva", "home/LevelArchive.kva"}) {
             Session fresh = own.Reopened();
             ASSERT_TRUE(ReadArchive(fresh, own / list)) << run.call;
-            OfferLeftIntake(fresh);
+            OfferLeftIntake(fresh.host, fresh.Folders(), fresh.archive);
             const LevelRecord* level = fresh.archive.Find(1);
             const bool stands = own.Has("levels/LEVEL_0001/files/level1.tr4");
             EXPECT_TRUE(stands || !listed) << list << run.call;

@@ -384,10 +384,10 @@ TEST_F(AddQueueTest, FoldersAreTakenApartIntoTheirLevels)
 TEST_F(AddQueueTest, ItsChooserOffersEveryKindOfPackageAtFirst)
 {
     box.host.WillChoose("Select packages", std::nullopt);
-    EXPECT_THAT(ChooseSourceFiles(box.session), ::testing::IsEmpty());
+    EXPECT_THAT(ChooseSourceFiles(box.session.host, box.session.preferences), ::testing::IsEmpty());
     const std::string several = box.host.lastFilter;
     box.host.WillChoose("Select source file", std::nullopt);
-    EXPECT_FALSE(ChooseSourceFile(box.session));
+    EXPECT_FALSE(ChooseSourceFile(box.session.host, box.session.preferences));
     EXPECT_EQ(several, box.host.lastFilter);
     EXPECT_THAT(Split(several, '|').at(1),
                 ::testing::AllOf(::testing::HasSubstr("*.7z"), ::testing::HasSubstr("*.rar")));

@@ -132,7 +132,7 @@ public:
     /// The program starts anew: what was cut short is mended, and the list is read from its file.
     void Restart()
     {
-        session.runningOperations = 0;
+        session.runningOperations.count = 0;
         const auto read = ReadArchiveFile(session.ArchivePath());
         ASSERT_TRUE(read);
         session.archive.header = read->header;
@@ -142,7 +142,7 @@ public:
     [[nodiscard]] ShotList Shots(const std::string& aim)
     {
         ShotList shots;
-        EXPECT_TRUE(shots.Load(session, resting));
+        EXPECT_TRUE(shots.Load(session.Folders(), resting));
         shots.SetTarget(shots.Find(aim));
         return shots;
     }
@@ -262,7 +262,7 @@ inline const Doing doings[] = {
      }},
     {"AuthorChanged", ChangeKind::LevelEdited,
      [](UndoWorld& w) {
-         AuthorInfos infos{w.session, 2};
+         AuthorInfos infos{w.session, w.session.machine, 2};
          infos.name = "Somebody";
          return infos.Store();
      }},

@@ -19,6 +19,12 @@ protected:
         box.MakeTrle();
         box.MakeBackupAndArchive();
     }
+    std::optional<LevelFacts> Select(LevelCode code)
+    {
+        Session& session = box.session;
+        return SelectLevel(session.host, session.Folders(), session.archive, session.preferences,
+                           code);
+    }
     World box;
 };
 
@@ -55,14 +61,14 @@ TEST_F(LevelListing, TheInfoLineCountsSavegamesWhereTheyLie)
     EXPECT_EQ(box.Snapshot(""), before);
 
     box.session.archive.levels[1].cdNumber = 3;
-    const auto selected = SelectLevel(box.session, code);
+    const auto selected = Select(code);
     ASSERT_TRUE(selected);
     EXPECT_EQ(selected->info, path + " - CD# 3  -  Screenshots: 2 - Savegames: 2 + 3");
     box.session.archive.levels[1].cdNumber = 0;
 
     ASSERT_TRUE(InstallLevel(box.session, code)) << box.host.AllTold();
     box.Write("trle/savegame.9", SavegameBytes("three", 3));
-    const auto current = SelectLevel(box.session, code);
+    const auto current = Select(code);
     ASSERT_TRUE(current);
     EXPECT_TRUE(current->current);
     EXPECT_EQ(current->liveSavegames, 3);
@@ -70,7 +76,7 @@ TEST_F(LevelListing, TheInfoLineCountsSavegamesWhereTheyLie)
 
 TEST_F(LevelListing, AnUnknownCodeIsTold)
 {
-    EXPECT_FALSE(SelectLevel(box.session, 99));
+    EXPECT_FALSE(Select(99));
     EXPECT_TRUE(box.host.WasTold("Internal error: unknown level code: 99"));
 }
 

@@ -63,9 +63,9 @@ TEST(HotKeys, DoNothingUntilAGameWasStartedAndWhileSomethingRuns)
     world.session.hotKeysActive = false;
     world.keys.Tick();
     world.session.hotKeysActive = true;
-    ++world.session.runningOperations;
+    ++world.session.runningOperations.count;
     world.keys.Tick();
-    --world.session.runningOperations;
+    --world.session.runningOperations.count;
     EXPECT_FALSE(world.HasSlot(1));
     EXPECT_EQ(world.machine.clipboardReads, 0);
     // The key that was pressed before is not meant for the game; the picture waits.
@@ -245,12 +245,13 @@ TEST(HotKeys, WithThePromptThePersonNamesIt)
         world.machine.keysDown = {GameKey::F9};
         world.keys.Tick(); // the timer goes on under the prompt
         world.host.WillChoose("Save captured", std::nullopt);
-        EXPECT_FALSE(AskSaveCapturedShot(world.session, shot)) << "it goes on asking";
+        EXPECT_FALSE(AskSaveCapturedShot(world.session, world.machine, shot))
+            << "it goes on asking";
         world.host.WillChoose("Save captured", world / (world.shots + "mine.jpg"));
-        EXPECT_TRUE(AskSaveCapturedShot(world.session, shot));
+        EXPECT_TRUE(AskSaveCapturedShot(world.session, world.machine, shot));
         EXPECT_EQ(world.host.lastStart, shot.folder);
         world.host.WillChoose("Save captured", world / "no/folder/mine.jpg");
-        EXPECT_TRUE(AskSaveCapturedShot(world.session, shot));
+        EXPECT_TRUE(AskSaveCapturedShot(world.session, world.machine, shot));
     };
     world.list.selected = 1;
     world.Copy(BitmapOf(40, 30));

@@ -33,7 +33,7 @@ public:
     {
         Write(folder + name, content);
     }
-    void Load() { ASSERT_TRUE(shots.Load(session, code)); }
+    void Load() { ASSERT_TRUE(shots.Load(session.Folders(), code)); }
     std::vector<std::string> Names()
     {
         std::vector<std::string> names;
@@ -118,7 +118,7 @@ TEST(ShotCommands, TakeTheChosenPictureOrAskWhichPane)
     // Without pictures there is nothing to choose from, so nothing is asked.
     ShotWorld empty;
     empty.Load();
-    EXPECT_FALSE(SaveShotAs(empty.session, empty.shots));
+    EXPECT_FALSE(SaveShotAs(empty.host, empty.session.Folders(), empty.shots));
     EXPECT_FALSE(ShotToResize(empty.session.host, empty.shots));
     EXPECT_TRUE(empty.host.WasTold("you can not save it"));
     EXPECT_TRUE(empty.host.WasTold("you can not resize it"));
@@ -144,7 +144,7 @@ TEST(ShotCommands, DeleteTakesOneFileAndItsSizeAndSparesTheDefaultPicture)
 
     const std::string original = "home/LEVEL_0000/screenshots/Tomb Raider Level Editor.bmp";
     world.Write(original, "the default picture");
-    ASSERT_TRUE(world.shots.Load(world.session, originalCode));
+    ASSERT_TRUE(world.shots.Load(world.session.Folders(), originalCode));
     EXPECT_FALSE(DeleteShot(world.session, world.shots));
     EXPECT_TRUE(world.host.WasTold("default screen-shot, you can not delete it :-)"));
     EXPECT_TRUE(world.Has(original));
@@ -230,7 +230,7 @@ TEST(ShotCapture, ANameWithoutAnEndingGetsOne)
     std::filesystem::create_directories(world / folder);
     for (const char* name : {"Mr. Fox", "plain", "whole.JPG"}) {
         world.host.WillChoose("Save captured screen-shot", world / (folder + name));
-        ASSERT_TRUE(AskSaveCapturedShot(world.session, shot));
+        ASSERT_TRUE(AskSaveCapturedShot(world.session, world.machine, shot));
     }
     world.Load();
     EXPECT_EQ(world.Names(), (Names{"Mr. Fox.jpg", "plain.jpg", "whole.JPG"}));
@@ -238,7 +238,7 @@ TEST(ShotCapture, ANameWithoutAnEndingGetsOne)
     world.Put("plain.jpg", "mine");
     world.host.WillChoose("Save captured screen-shot", world / (folder + "plain"));
     world.host.WillAsk("already a screenshot with name 'plain.jpg'", false);
-    ASSERT_TRUE(AskSaveCapturedShot(world.session, shot));
+    ASSERT_TRUE(AskSaveCapturedShot(world.session, world.machine, shot));
     EXPECT_EQ(world.Read(folder + "plain.jpg"), "mine");
     EXPECT_TRUE(world.Has(folder + "1) Lost City.jpg"));
 }

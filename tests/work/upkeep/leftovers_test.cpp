@@ -71,7 +71,8 @@ TEST_F(Leftovers, AreClearedWhereTheyWereNotedAndOnlyThose)
     EXPECT_FALSE(box.Has("home/swap/work/7ffffff-1"));
     EXPECT_TRUE(box.Has("home/swap/work/1-1"));
     EXPECT_EQ(box.Read("elsewhere/mine"), "whole");
-    ClearAllLeftovers(box.session);
+    ClearAllLeftovers(box.host, box.session.Folders(), box.session.archive,
+                      box.session.preferences);
     EXPECT_FALSE(box.Has("levels/LEVEL_0001/screenshots/" + dead)) << "mend looks everywhere";
 }
 

@@ -66,7 +66,8 @@ TEST(RepairBackup, TellsADamagedBackupFromAChangedFolderAndBringsItBack)
     EXPECT_EQ(world.Said("\\graphics\\wads\\deep.wad"), damaged);
 
     LevelChecks checks{world.session};
-    ASSERT_TRUE(checks.Check(LevelChecks::Everything(world.session)));
+    ASSERT_TRUE(
+        checks.Check(LevelChecks::Everything(world.session.Folders(), world.session.archive)));
     ASSERT_EQ(checks.Rows().size(), 2U);
     for (const CheckedRow& row : checks.Rows()) {
         EXPECT_EQ(row.code, originalCode);

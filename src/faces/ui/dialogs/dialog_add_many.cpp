@@ -136,7 +136,7 @@ void AddManyDialog::Connect()
         std::vector<Path> chosen;
         {
             const Operation operation{session_};
-            chosen = ChooseSourceFiles(session_);
+            chosen = ChooseSourceFiles(session_.host, session_.preferences);
         }
         Take(chosen);
     });
@@ -144,7 +144,7 @@ void AddManyDialog::Connect()
         std::optional<Path> chosen;
         {
             const Operation operation{session_};
-            chosen = ChooseSourceFolder(session_);
+            chosen = ChooseSourceFolder(session_.host, session_.preferences);
         }
         if (chosen)
             Take({*chosen});

@@ -190,7 +190,7 @@ void DoctorDialog::CheckChosen()
 
 void DoctorDialog::CheckAll()
 {
-    Check(LevelChecks::Everything(session_));
+    Check(LevelChecks::Everything(session_.Folders(), session_.archive));
 }
 
 void DoctorDialog::Repair(const Path& offered)

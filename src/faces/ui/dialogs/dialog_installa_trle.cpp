@@ -248,7 +248,7 @@ std::optional<Path> ShowSetup(Session& session, SetupFrom from, QWidget* parent,
 {
     {
         const Operation operation{session};
-        if (!WantsSetup(session))
+        if (!WantsSetup(session.host, session.Folders(), session.preferences))
             return std::nullopt;
         if (from == SetupFrom::Folder && !folder)
             folder = ChooseSetupFolder(session.host);

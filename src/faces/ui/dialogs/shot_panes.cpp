@@ -127,7 +127,7 @@ QLayout* ShotPanes::MakePane(Pane& pane, int side, Message name)
 
 void ShotPanes::ShowLevel(Session& session, LevelCode code)
 {
-    if (const auto loaded = shots_.Load(session, code); !loaded)
+    if (const auto loaded = shots_.Load(session.Folders(), code); !loaded)
         TellFolderNotRead(session.host, loaded.Error());
     ShowPair();
 }
@@ -139,7 +139,8 @@ void ShotPanes::Clear()
 
 void ShotPanes::ShowGone(Session& session, LevelCode code)
 {
-    (void)shots_.Load(session, code); // so that no command acts on pictures of another level
+    (void)shots_.Load(session.Folders(),
+                      code); // so that no command acts on pictures of another level
     ShowWords(Words(Msg::PicturesNotThereNow));
 }
 

@@ -263,7 +263,8 @@ void MainWindow::ShowChosen()
     const auto chosen = levels_->Chosen();
     if (!chosen)
         details_->ShowNothing();
-    else if (const auto facts = SelectLevel(session_, *chosen))
+    else if (const auto facts = SelectLevel(session_.host, session_.Folders(), session_.archive,
+                                            session_.preferences, *chosen))
         details_->ShowFacts(session_, *facts);
 }
 

@@ -35,7 +35,7 @@ bool StartDialogs::FindLevelEditor(Session& session)
 bool StartDialogs::SetUpLevelEditor(Session& session, const Path& source)
 {
     // A person who has one, and wants no other, goes on with it.
-    const bool wants = WantsSetup(session);
+    const bool wants = WantsSetup(session.host, session.Folders(), session.preferences);
     if (!wants)
         return true;
     InstallTrleDialog dialog(session, source, TopWindow());

@@ -66,7 +66,8 @@ bool Belongs(const QObject* target, const QWidget* window)
 
 } // namespace
 
-InputGate::InputGate(const int& runningOperations) : runningOperations_(runningOperations)
+InputGate::InputGate(const RunningOperations& runningOperations)
+    : runningOperations_(runningOperations)
 {
     current = this;
     qApp->installEventFilter(this);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "session/running_operations.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
@@ -14,7 +16,7 @@ namespace kestrova
 class InputGate : public QObject
 {
 public:
-    explicit InputGate(const int& runningOperations);
+    explicit InputGate(const RunningOperations& runningOperations);
     ~InputGate() override;
 
     /// The gate of this program; none in a test that has not made one.
@@ -44,7 +46,7 @@ private:
     };
     [[nodiscard]] bool LetsThrough(const QObject* target) const;
 
-    const int& runningOperations_;
+    const RunningOperations& runningOperations_;
     std::vector<Admitted> admitted_;
     std::vector<QPointer<QWidget>> always_;
 };
