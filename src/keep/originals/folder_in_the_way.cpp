@@ -1,6 +1,9 @@
 #include "originals/folder_in_the_way.h"
 
+#include "core/copying.h"
+#include "core/look.h"
 #include "core/removal.h"
+#include "formats/program_folder.h"
 #include "originals/standing_tree.h"
 
 namespace kestrova
@@ -38,6 +41,22 @@ Status RemoveFolderInTheWay(Machine& machine, const Folders& folders, const Path
     if (const auto failure = platform::RemoveFolder(place))
         return MakeFailure(ErrorCode::CannotDelete, TextOf(place), failure);
     return {};
+}
+
+Status MoveUnreadable(const Folders& folders, const Path& root, const Path& relative)
+{
+    const Path file = root / relative;
+    const Path plain = InFolder(folders.program, OnDisk::DirHistoryOriginals) / relative;
+    if (auto made = MakeFolders(plain.parent_path()); !made)
+        return made;
+    const auto place = FirstFree([&](int number) {
+        return number == 1 ? plain : Path{plain.native() + "." + std::to_string(number)};
+    });
+    if (!place)
+        return place.Error();
+    if (const auto failure = platform::Rename(file, *place))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
+    return FlushFolder(place->parent_path());
 }
 
 } // namespace kestrova

@@ -11,4 +11,7 @@ namespace kestrova
 Status RemoveFolderInTheWay(Machine& machine, const Folders& folders, const Path& root,
                             const Path& relative);
 
+/// A file of the same root that nobody can read is moved to the vault, which lists it by its name.
+Status MoveUnreadable(const Folders& folders, const Path& root, const Path& relative);
+
 } // namespace kestrova

@@ -44,9 +44,10 @@ Status MakeRoom(Machine& machine, const Folders& folders, const Path& backup, co
     if (!isFree || *isFree)
         return isFree ? Status{} : Status{isFree.Error()};
     const Keeping keeping = KeepReplaced(machine, folders, backup, {relative});
-    if (!keeping.failed.empty())
-        return keeping.failure;
-    return keeping.contents.contains(relative) ? Status{} : InTheWay(place);
+    if (!keeping.failed.empty() && platform::FactsOfLink(place).kind == platform::FileKind::File)
+        return MoveUnreadable(folders, backup, relative);
+    return keeping.failed.empty() && keeping.contents.contains(relative) ? Status{}
+                                                                         : InTheWay(place);
 }
 
 /// The folders of the file, which may be links to folders elsewhere.

@@ -171,6 +171,20 @@ TEST(RepairBackup, KeepsAFolderInTheWayOutsideOfTheBackup)
     ASSERT_EQ(kept.size(), 1U);
     EXPECT_EQ(*ReadWholeFile(kept.front().content), "put there by hand");
 
+    // Nor is a file that nobody can read.
+    world.Write(BackupWorld::original, "cannot be read");
+    {
+        // By the check, and by whoever keeps it.
+        const FailingCalls unreadable{platform::FileAction::Open, "backup_trle/Script.dat", 2};
+        EXPECT_TRUE(world.RepairIt()) << world.host.AllTold();
+        EXPECT_EQ(unreadable.Failed(), 2);
+    }
+    EXPECT_EQ(world.Snapshot("home/backup_trle"), world.made);
+    bool isListed = false;
+    for (const KeptFile& file : KeptFiles(world.session.Folders()).ValueOr({}))
+        isListed = isListed || ReadWholeFile(file.content).ValueOr({}) == "cannot be read";
+    EXPECT_TRUE(isListed);
+
     // What cannot be kept so stays, and the repair names it.
     for (const Path& inTheWay : {place, world / "home/backup_trle/graphics"}) {
         fs::remove_all(inTheWay);
