@@ -132,7 +132,7 @@ TEST(SavegameWindows, TheMenuMovesAndTheHistoryBringsBack)
         EXPECT_TRUE(world.box.host.WasTold("Brought back as savegame.2."))
             << world.box.host.AllTold();
         for (const bool sure : {false, true}) {
-            world.box.host.WillAsk("for good: savegame.2 (Temple)?", sure);
+            world.box.host.WillAsk("for good: savegame.0 (Temple)?", sure);
             Press(dialog, "Pul_DeleteKept");
             EXPECT_EQ(rows.topLevelItemCount(), sure ? 0 : 1);
         }
