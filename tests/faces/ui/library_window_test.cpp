@@ -193,6 +193,27 @@ TEST(LibraryWindow, ANameThatIsAFractionTooWideGoesOnBelow)
     EXPECT_GT(found, 0) << "letters without fractions";
 }
 
+TEST(LibraryWindow, EveryCoverCanBeScrolledToAtWhateverWidth)
+{
+    WindowWorld world;
+    AddLevels(world, 5);
+    world.Show();
+    world.Click("Pul_Covers");
+    auto& view = *dynamic_cast<LevelView*>(world.Find<QListView>("Combo_Livelli"));
+    for (int width = 800; width < 1500; width += 9) {
+        world.window.resize(width, 820);
+        QCoreApplication::processEvents();
+        const int seen = view.viewport()->height();
+        const QRect last = view.visualRect(view.model()->index(5, 0));
+        EXPECT_LE(last.bottom() + view.verticalScrollBar()->value(),
+                  seen + view.verticalScrollBar()->maximum())
+            << width;
+        const int columns = std::max(1, view.viewport()->width() / view.gridSize().width());
+        const QRect wrapped = view.visualRect(view.model()->index(columns, 0));
+        EXPECT_EQ(wrapped.left(), view.visualRect(view.model()->index(0, 0)).left()) << width;
+    }
+}
+
 TEST(LibraryWindow, IsSortedByNumbersOfSavegamesAndTurnedRound)
 {
     WindowWorld world;

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -128,7 +129,11 @@ void LevelView::Arrange()
     setFlow(covers ? QListView::LeftToRight : QListView::TopToBottom);
     if (covers) {
         constexpr int gap = 12;
-        const int width = viewport()->width() - 1;
+        // As wide with the scroll bar as without it: were the columns others then, the bar would
+        // come and go for ever, and levels stand where nobody can scroll to.
+        const int bar =
+            style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, verticalScrollBar());
+        const int width = maximumViewportSize().width() - bar - 1;
         const int columns = std::max(1, width / (coverWidth_ + gap));
         const int height = coverWidth_ * 3 / 4 + 3 * fontMetrics().lineSpacing() + 2 * gap;
         setGridSize({std::max(width / columns, smallestCover), height});
