@@ -1,5 +1,6 @@
 #include "session/folder_locks.h"
 
+#include "core/look.h"
 #include "platform/file_lock.h"
 #include "platform/real_path.h"
 #include "session/holder_words.h"
@@ -10,12 +11,28 @@
 namespace kestrova
 {
 
+namespace
+{
+
+/// The path by which a folder is held; its own when it is not. One folder may be mounted in two
+/// places.
+Path HeldAs(const std::map<Path, platform::FileLock>& held, Path place)
+{
+    if (!held.contains(place))
+        for (const auto& [folder, lock] : held)
+            if (IsSameFolder(folder, place))
+                return folder;
+    return place;
+}
+
+} // namespace
+
 Status FolderLocks::Hold(const Path& folder)
 {
     Path place;
     if (const auto unresolved = platform::RealPath(ResolvePath(folder), place))
         return MakeFailure(ErrorCode::Missing, TextOf(folder), unresolved);
-    if (held_.contains(place))
+    if (held_.contains(HeldAs(held_, place)))
         return {};
     platform::FileLock lock;
     std::string holder;
@@ -33,14 +50,14 @@ Status FolderLocks::Hold(const Path& folder)
 bool FolderLocks::Holds(const Path& folder) const
 {
     Path place;
-    return !platform::RealPath(ResolvePath(folder), place) && held_.contains(place);
+    return !platform::RealPath(ResolvePath(folder), place) && held_.contains(HeldAs(held_, place));
 }
 
 void FolderLocks::Release(const Path& folder)
 {
     Path place;
     if (!platform::RealPath(ResolvePath(folder), place))
-        held_.erase(place);
+        held_.erase(HeldAs(held_, place));
 }
 
 std::vector<Path> FolderLocks::Held() const

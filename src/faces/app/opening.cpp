@@ -1,6 +1,7 @@
 #include "app/opening.h"
 
 #include "app/start_up.h"
+#include "archive/level_folders.h"
 #include "core/look.h"
 #include "editor/find_trle.h"
 #include "editor/folder_test.h"
@@ -151,7 +152,7 @@ bool HasArchiveFolder(Host& host, const Archive& archive, std::optional<LevelCod
     if (code == originalCode)
         return true;
     const Path folder = FolderFromText(Trim(archive.header.secondaryFolder));
-    const auto isThere = IsFolder(folder);
+    const auto isThere = IsArchiveFolder(archive, folder);
     if (!isThere)
         return TellFolderNotRead(host, isThere.Error());
     if (!*isThere)

@@ -3,6 +3,7 @@
 #include "platform/file_content.h"
 #include "platform/files.h"
 #include "platform/process.h"
+#include "platform/user_folders.h"
 
 #include <condition_variable>
 #include <cstdlib>
@@ -73,8 +74,9 @@ fs::path UserDataFolder()
     // The base directory rules ignore a relative value.
     if (const char* folder = std::getenv("XDG_DATA_HOME"); folder != nullptr && folder[0] == '/')
         return folder;
-    const char* home = std::getenv("HOME");
-    return fs::path{home != nullptr && home[0] == '/' ? home : "/tmp"} / ".local" / "share";
+    // Never a folder that the next start of the system empties.
+    const fs::path home = HomeFolder();
+    return (home.empty() ? fs::path{"/"} : home) / ".local" / "share";
 }
 
 std::string Variable(const std::string& name)

@@ -1,6 +1,8 @@
 #include "platform/user_folders.h"
 
+#include <array>
 #include <cstdlib>
+#include <pwd.h>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -28,7 +30,15 @@ std::uint64_t UserNumber()
 
 fs::path HomeFolder()
 {
-    return FolderOfVariable("HOME");
+    if (fs::path named = FolderOfVariable("HOME"); !named.empty())
+        return named;
+    // Services and scheduled jobs may run without the variable; the system knows the folder.
+    std::array<char, 4096> text{};
+    passwd entry{};
+    passwd* found = nullptr;
+    const bool known =
+        ::getpwuid_r(::getuid(), &entry, text.data(), text.size(), &found) == 0 && found != nullptr;
+    return known && found->pw_dir[0] == '/' ? fs::path{found->pw_dir} : fs::path{};
 }
 
 fs::path UserCacheFolder()

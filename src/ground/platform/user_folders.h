@@ -10,7 +10,8 @@ namespace kestrova::platform
 
 /// The number of this user, by which programs call folders that all users share a place for.
 std::uint64_t UserNumber();
-/// `$HOME`; empty where it is not set.
+/// `$HOME`, or, where it is not set, what the system notes for the user; empty where that is
+/// nothing.
 std::filesystem::path HomeFolder();
 /// `$XDG_CACHE_HOME`, or the place that stands for it; empty where neither is told.
 std::filesystem::path UserCacheFolder();

@@ -11,7 +11,7 @@ namespace kestrova::Msg
 inline constexpr Message CdNotAvailable{"Cd not available"};
 inline constexpr Message LevelOnCd{"Current level is also on cd. ~1You can not modify its level files"};
 inline constexpr Message ErrorSavingArchive{"Error while saving archive: "};
-inline constexpr Message ArchiveFolderUnplugged{"The archive's folder ~1 is not there, so this cannot be done now. Nothing has been changed. Connect its drive, or load the archive again and say where its folder is now."};
+inline constexpr Message ArchiveFolderUnplugged{"The archive's folder ~1 is not there, or stands empty, so this cannot be done now. Nothing has been changed. Connect its drive, or load the archive again and say where its folder is now."};
 inline constexpr Message ArchiveFolderOwned{"Levels are not safe in ~1: it lies inside ~2, which belongs to Kestrova's own work or to the Level Editor, and is exchanged or copied as a whole. Nothing has been changed. Choose a folder elsewhere."};
 inline constexpr Message AskSaveArchive{"Current archive '~1' has been changed.~2Do you want save it?"};
 inline constexpr Message ComputingSizes{"Computing sizes; levels: ~1"};

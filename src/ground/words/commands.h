@@ -150,7 +150,7 @@ inline constexpr Message KeysAuthor{"an object with `code`, `name`, `note`, `ema
 inline constexpr Message AuthorNoteLine{"Note: ~1"};
 inline constexpr Message AuthorEmailLine{"Mail: ~1"};
 inline constexpr Message AuthorSiteLine{"Site: ~1"};
-inline constexpr Message ArchiveFolderAway{"The archive's folder ~1 is not there, so it cannot be told what the archive has of this. Nothing has been changed. Connect its drive, or load the archive and say where its folder is now."};
+inline constexpr Message ArchiveFolderAway{"The archive's folder ~1 is not there, or stands empty, so it cannot be told what the archive has of this. Nothing has been changed. Connect its drive, or load the archive and say where its folder is now."};
 inline constexpr Message OtherArchivesLevel{"(a level of another archive: ~1)"};
 inline constexpr Message UseRecompress{"recompress"};
 inline constexpr Message SumRecompress{"Brings the files of all levels on the hard disk into the form that set compress says. With it the loading picture becomes a JPEG, which loses a little; a file whose other form would take another file's place stays as it is and is named."};

@@ -48,6 +48,7 @@ inline constexpr Message ErrorWhileRemovingFolder{"Error while removing folder: 
 inline constexpr Message LevelRemoved{"Level has been removed"};
 inline constexpr Message RemoveFolderAway{"The folder of the level, ~1, cannot be looked into now: it may be a link to a place that is not there. Nothing was changed. Connect its drive and remove the level then, or take it off the list with its files left where they are: kestrovactl remove ~2 --keep-files"};
 inline constexpr Message LevelStillInstalled{"The level could not be taken out of the Level Editor's folder, so it was not removed from the archive."};
+inline constexpr Message AskRemoveForGood{"The folder ~1 is larger than what is kept so that changes can be undone (~2 megabytes), so its files could not come back; the savegames and pictures of the level stay in the history. Delete the folder for good?"};
 inline constexpr Message RemovedStateNotKept{"The level is out of the archive, but its folder was left: its savegames could not be kept in a safe place. Make room on the disk; after that you can delete the folder ~1 by hand."};
 inline constexpr Message RemovalHasNoWayBack{"The removal of this level cannot be undone, since it could not be noted."};
 inline constexpr Message RemovedFolderStays{"The level is out of the archive, but its folder was left as it is, since it could not be set aside: ~1. To have the level back, undo the removal."};

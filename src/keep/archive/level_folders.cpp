@@ -89,10 +89,28 @@ Status MakeLevelSubfolders(const Path& folder)
     return {};
 }
 
+Result<bool> IsArchiveFolder(const Archive& archive, const Path& folder)
+{
+    const auto isThere = IsFolder(folder);
+    if (!isThere || !*isThere)
+        return isThere;
+    const auto& levels = archive.levels;
+    const auto first = std::find_if(levels.begin(), levels.end(), [](const LevelRecord& level) {
+        return level.levelCode != originalCode && level.cdNumber == 0;
+    });
+    if (first == levels.end() || FolderExists(InFolder(folder, LevelFolderName(first->levelCode))))
+        return true;
+    const auto folders = ListSubfolders(folder);
+    if (!folders || !folders->empty())
+        return folders ? Result<bool>{true} : folders.Error();
+    const auto files = ListFiles(folder, OnDisk::PatAll);
+    return files ? Result<bool>{!files->empty()} : files.Error();
+}
+
 Status ArchiveFolderIsThere(const Archive& archive)
 {
     const Path folder = FolderFromText(Trim(archive.header.secondaryFolder));
-    const auto isThere = IsFolder(folder);
+    const auto isThere = IsArchiveFolder(archive, folder);
     if (!isThere)
         return FolderNotRead(isThere.Error());
     if (!*isThere)

@@ -48,6 +48,9 @@ Path HomeOf(const Folders& folders, const LevelPlace& level);
 Path StateStoreOf(const Folders& folders, const LevelPlace& level);
 /// The level's folder and its four sub-folders; the first failure ends it.
 Status MakeLevelSubfolders(const Path& folder);
+/// True when the folder is there with something in it where levels of the archive should lie: of a
+/// drive that was disconnected the mount point may stand there, empty.
+Result<bool> IsArchiveFolder(const Archive& archive, const Path& folder);
 /// Fails when the folder that the archive's levels lie in is not there now, as when its drive was
 /// disconnected: a level's folder that is missing says nothing then.
 Status ArchiveFolderIsThere(const Archive& archive);

@@ -142,21 +142,48 @@ bool WantsFoldersGone(Host& host, LevelFolders folders, const Path& folder)
                          "\")");
 }
 
-/// Renames the folder, so that it can come back. False where there is no room for it in the bounds
-/// of undoing, or no other name in its file system.
-bool SetRemovedAside(Machine& machine, const Folders& folders, const ProgramSettings& settings,
-                     const Path& folder, Change& change)
+/// Renames the folder, so that it can come back. False where the bounds of undoing have no room for
+/// it, or nothing is noted to bring it back by.
+Result<bool> SetRemovedAside(Machine& machine, const Folders& folders,
+                             const ProgramSettings& settings, const Path& folder, Change& change)
 {
-    if (change.kind == ChangeKind::Unnamed)
-        return false;
     const auto size = FolderSize(folder);
+    if (!size)
+        return size.Error();
+    if (change.kind == ChangeKind::Unnamed ||
+        !HasUndoRoom(settings, static_cast<std::uint64_t>(*size)))
+        return false;
     const auto digest = DigestOfAside(folder);
     const auto aside = NameForAside(ResolvePath(folder), machine.NowNs());
-    if (!size || !digest || !aside || !HasUndoRoom(settings, static_cast<std::uint64_t>(*size)))
-        return false;
+    if (!digest || !aside)
+        return digest ? aside.Error() : digest.Error();
     change.moved = MovedFolder{ResolvePath(folder).native(), aside->native(),
                                static_cast<std::uint64_t>(*size), *digest};
-    return NoteChange(folders, change) && !platform::Rename(change.moved->from, change.moved->to);
+    if (auto status = NoteChange(folders, change); !status)
+        return status.Error();
+    if (const auto failure = platform::Rename(change.moved->from, change.moved->to))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(folder), failure);
+    return true;
+}
+
+/// True when the person lets the files of a level go that is larger than what is kept for undoing.
+/// Who keeps nothing for that is not asked.
+bool MayGoForGood(Host& host, const ProgramSettings& settings, const Path& folder)
+{
+    return settings.undoCount == 0 || settings.undoMegabytes == 0 ||
+           host.AskYesNo(GetMsg(Msg::AskRemoveForGood,
+                                {TextOf(folder), std::to_string(settings.undoMegabytes)}));
+}
+
+/// The level is off the list, and its folder is where it was.
+bool LeaveFolder(Host& host, const Folders& folders, const Path& folder, Change& change,
+                 const Failure& why)
+{
+    change.moved.reset();
+    if (change.kind != ChangeKind::Unnamed && !NoteChange(folders, change))
+        change.kind = ChangeKind::Unnamed;
+    TellFailure(host, GetMsg(Msg::RemovedFolderStays, {TextOf(folder)}), why);
+    return false;
 }
 
 /// The folder with all that is in it, what the player made kept first.
@@ -177,15 +204,13 @@ bool RemoveLevelFolder(const ArchiveParts& parts, Machine& machine, LevelCode co
         TellFailure(parts.host, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), kept.Error());
         return false;
     }
-    if (SetRemovedAside(machine, parts.folders, parts.settings, folder, change))
+    const auto aside = SetRemovedAside(machine, parts.folders, parts.settings, folder, change);
+    if (!aside ||
+        (!*aside && (change.undoes != 0 || !MayGoForGood(parts.host, parts.settings, folder))))
+        return LeaveFolder(parts.host, parts.folders, folder, change,
+                           aside ? Failure{ErrorCode::Refused, {}, {}} : aside.Error());
+    if (*aside)
         return true;
-    if (change.undoes != 0) {
-        change.moved.reset();
-        if (!NoteChange(parts.folders, change))
-            change.kind = ChangeKind::Unnamed;
-        parts.host.Tell(Tone::Error, GetMsg(Msg::RemovedFolderStays, {TextOf(folder)}));
-        return false;
-    }
     DropChange(parts.folders, change); // what is removed does not come back
     change.kind = ChangeKind::Unnamed;
     const auto wait =

@@ -100,12 +100,20 @@ Result<SwapJournal> PlannedRestore(const Folders& folders, const Archive& archiv
     return journal;
 }
 
+/// True when what leaves the Level Editor's folder makes room for what could not be noted.
+bool WouldMakeRoom(const Folders& folders, const Failure& failure)
+{
+    return failure.code == ErrorCode::NoSpace &&
+           platform::FactsOf(ResolvePath(folders.trle)).device ==
+               platform::FactsOf(ResolvePath(folders.program)).device;
+}
+
 /// The restore noted down. On a full disk what the level brought goes first and makes room.
 bool Begin(Host& host, const Folders& folders, const PreferencesRecord& preferences,
            const SwapJournal& journal)
 {
     auto status = WriteJournal(folders, journal);
-    if (!status) {
+    if (!status && WouldMakeRoom(folders, status.Error())) {
         RestoreReport unused; // what is not deleted now is tried once more
         (void)DeleteListed(preferences, folders, journal.remove, unused);
         status = WriteJournal(folders, journal);

@@ -4,9 +4,11 @@
 #include "archive/level_folders.h"
 #include "archive/level_sizes.h"
 #include "core/look.h"
+#include "core/staged_file.h"
 #include "discs/install_from_disc.h"
 #include "discs/remove_from_disk.h"
 #include "formats/exact_names.h"
+#include "formats/library_note.h"
 #include "history/moved_homes.h"
 #include "history/standing.h"
 #include "levels/new_level.h"
@@ -118,6 +120,14 @@ bool TakeNamedFolder(const ArchiveParts& parts, FolderLocks& locks, Archive& arc
     return SaveComing(parts.host, parts.folders, parts.preferences, parts.settings, archive);
 }
 
+/// An empty folder that the person chose all the same is the archive's from now on, and not taken
+/// for a mount point whose drive is away.
+void MakeArchiveFolder(const Archive& archive, const Path& folder)
+{
+    if (!IsArchiveFolder(archive, folder).ValueOr(true))
+        (void)WriteWholeFile(InFolder(folder, OnDisk::FragLibrary), FormatLibrary({}));
+}
+
 /// The new folder when the person chose one; no value when the check refuses the archive.
 std::optional<Path> AskForFolder(const ArchiveParts& parts, FolderLocks& locks,
                                  const Archive& archive, Message warning,
@@ -139,7 +149,10 @@ std::optional<Path> AskForFolder(const ArchiveParts& parts, FolderLocks& locks,
     const bool taken =
         holds && (*holds || host.AskYesNo(GetMsg(Msg::AskNoLevelsThere, {TextOf(*chosen)}))) &&
         DoneOrTold(host, HoldFolder(locks, *chosen));
-    return taken ? chosen : std::nullopt;
+    if (!taken)
+        return {};
+    MakeArchiveFolder(archive, *chosen);
+    return chosen;
 }
 
 } // namespace
@@ -149,14 +162,14 @@ bool CheckArchiveFolders(const ArchiveParts& parts, FolderLocks& locks, Archive&
     if (archive.levels.empty())
         return true;
     ArchiveHeader& header = archive.header;
-    const auto stands = [](const std::string& folder) {
-        return IsFolder(FolderFromText(Trim(folder)));
+    const auto stands = [&](const std::string& folder) {
+        return IsArchiveFolder(archive, FolderFromText(Trim(folder)));
     };
-    const auto hasMain = stands(header.mainFolder);
+    const auto hasMain = IsArchiveOnCd(archive) ? Result<bool>{true} : stands(header.mainFolder);
     const auto hasSecondary = stands(header.secondaryFolder);
     if (!hasMain || !hasSecondary)
         return TellFolderNotRead(parts.host, hasMain ? hasSecondary.Error() : hasMain.Error());
-    if (!IsArchiveOnCd(archive) && !*hasMain) {
+    if (!*hasMain) {
         const auto chosen =
             AskForFolder(parts, locks, archive, Msg::MainFolderMissing, header.mainFolder);
         if (!chosen)

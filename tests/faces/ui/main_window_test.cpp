@@ -336,7 +336,7 @@ TEST(MainWindow, ALevelWhoseFolderIsGoneIsNotShownAsAnEmptyOne)
     EXPECT_TRUE(world.TextOfLabel("Label_InfoImage1").empty()) << "no picture of the original";
     EXPECT_FALSE(world.Find("Pul_Zoom1")->isEnabled());
     world.window.findChild<QAction*>(QStringLiteral("mnu_Property"))->trigger();
-    EXPECT_TRUE(world.box.host.WasTold("is not there, so this cannot be done now"));
+    EXPECT_TRUE(world.box.host.WasTold("so this cannot be done now"));
 }
 
 TEST(MainWindow, WhatIsDroppedIsOfferedAsALevel)

@@ -93,6 +93,22 @@ TEST(RemovalDoneAgain, IsRefusedWhereItCouldNotBeUndoneOnceMore)
     EXPECT_EQ(world.Snapshot("levels"), now);
 }
 
+TEST(Removal, LeavesAFolderThatCannotBeSetAside)
+{
+    UndoWorld world;
+    const FileContents before = world.Snapshot("levels/LEVEL_0002/files");
+    world.host.AnswerAll(true);
+    {
+        const FailingCalls fixed{platform::FileAction::Rename, "LEVEL_0002", -1,
+                                 std::errc::read_only_file_system};
+        EXPECT_FALSE(RemoveLevel(world.session, world.resting, LevelFolders::Remove));
+    }
+    EXPECT_TRUE(world.host.WasTold("its folder was left as it is")) << world.host.AllTold();
+    EXPECT_EQ(world.Snapshot("levels/LEVEL_0002/files"), before) << "nothing of it was deleted";
+    EXPECT_TRUE(world.Undo()) << world.host.AllTold();
+    EXPECT_GE(FindLevel(world.session.archive, world.resting), 0);
+}
+
 TEST(UndoEntries, OneLargeOneTakesNoOtherWithIt)
 {
     UndoWorld world;

@@ -247,9 +247,15 @@ TEST(UndoEntries, AreBoundByTheirNumberAndByWhatTheyTake)
     EXPECT_EQ(world.Entries().size(), 3U);
     EXPECT_EQ(world.Entries().back().subject, "more4.bmp");
 
-    // A level that is larger than the bound is removed as it was before there was a way back.
+    // A level that is larger than the bound goes for good only after a question that says so.
     world.Write(UndoWorld::Rested("files/a.tr4"), std::string(3 << 20, 'a'));
     world.session.settings.undoMegabytes = 2;
+    const FileContents whole = world.Snapshot("levels/LEVEL_0002");
+    world.host.WillAsk("remove level", true);
+    world.host.WillAsk("for good?", false);
+    EXPECT_FALSE(RemoveLevel(world.session, world.resting, LevelFolders::Remove));
+    EXPECT_EQ(world.Snapshot("levels/LEVEL_0002"), whole);
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
     world.host.AnswerAll(true);
     ASSERT_TRUE(RemoveLevel(world.session, world.resting, LevelFolders::Remove));
     EXPECT_FALSE(world.Has("levels/LEVEL_0002"));

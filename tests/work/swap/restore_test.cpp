@@ -299,6 +299,22 @@ TEST(FullRestore, DeletesNothingWhileTheBackupCannotBeListed)
     world.ExpectOriginal();
 }
 
+TEST(FullRestore, TouchesNothingWhereItCannotBeNoted)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    world.host.AnswerAll(true);
+    const auto before = world.Snapshot("trle");
+    {
+        const FailingCalls failing{platform::FileAction::Rename, "/swap/journal", -1,
+                                   std::errc::read_only_file_system};
+        EXPECT_FALSE(RestoreFully(world));
+    }
+    EXPECT_EQ(world.Snapshot("trle"), before);
+    EXPECT_TRUE(RestoreFully(world)) << world.host.AllTold();
+    world.ExpectOriginal();
+}
+
 TEST(FullRestore, GoesOnWithWhatFitsOnAFullDisk)
 {
     SwapWorld world;

@@ -31,6 +31,12 @@ protected:
         box.AddLevel("First", {{"a.tr4", "a"}});
         ASSERT_TRUE(WriteArchive(box.session, box.session.ArchivePath()));
     }
+    /// A folder with the folder of a level in it.
+    Path LevelsIn(const std::string& name)
+    {
+        std::filesystem::create_directories(box / name / "LEVEL_0001");
+        return box / name;
+    }
     /// Another archive with two levels, in the file `other.kva`, with its own folder.
     void MakeOther()
     {
@@ -46,7 +52,7 @@ protected:
 TEST_F(ArchiveLife, ALoadTakesTheFileAndShowsTheCurrentLevel)
 {
     MakeOther();
-    std::filesystem::create_directory(box / "elsewhere");
+    LevelsIn("elsewhere");
     box.Write("trle/Kestrva.txt", "#LEVEL_CODE=0001#\r\n");
     ASSERT_TRUE(ReadArchive(box.session, box / "home/other.kva")) << box.host.AllTold();
     EXPECT_EQ(box.session.archive.levels.at(1).levelName, "Other");
@@ -128,6 +134,23 @@ TEST_F(ArchiveLife, MissingFoldersAreAskedFor)
     EXPECT_TRUE(box.host.WasTold("Warning: not found secondary folder of current archive: "));
 }
 
+TEST_F(ArchiveLife, AMountPointThatStandsEmptyIsNoFolderOfTheArchive)
+{
+    std::filesystem::rename(box / "levels", box / "the drive");
+    std::filesystem::create_directory(box / "levels");
+    EXPECT_FALSE(ArchiveFolderIsThere(box.session.archive));
+    box.host.WillChoose("levels", std::nullopt);
+    EXPECT_FALSE(ReadArchive(box.session, box.session.ArchivePath()));
+    EXPECT_TRUE(box.host.WasTold("not found main folder")) << box.host.AllTold();
+    // A list of the original configuration alone has nothing that could be away.
+    Archive fresh = box.session.archive;
+    fresh.levels.resize(1);
+    EXPECT_TRUE(ArchiveFolderIsThere(fresh));
+    std::filesystem::remove_all(box / "levels");
+    std::filesystem::rename(box / "the drive", box / "levels");
+    EXPECT_TRUE(ReadArchive(box.session, box.session.ArchivePath())) << box.host.AllTold();
+}
+
 TEST_F(ArchiveLife, AFolderThatIsNamedCountsOrIsRefused)
 {
     const Path file = box / "home/LevelArchive.kva";
@@ -154,8 +177,7 @@ TEST_F(ArchiveLife, AFolderThatIsNamedCountsOrIsRefused)
 
 TEST_F(ArchiveLife, AFolderBeyondTheCodePageComesBackExactly)
 {
-    const Path folder = box / "Łódź μ";
-    std::filesystem::create_directory(folder);
+    const Path folder = LevelsIn("Łódź μ");
     box.session.archive.header.mainFolder = box.session.archive.header.secondaryFolder =
         folder.native();
     const Path file = box / "home/My = [archive] Ł.kva";
@@ -271,7 +293,7 @@ TEST_F(ArchiveLife, AListThatBelongsToNoFileChangesNothingOnTheDisk)
 TEST_F(ArchiveLife, WhoeverOpensAnArchiveHoldsItsFolderAlone)
 {
     MakeOther();
-    std::filesystem::create_directory(box / "elsewhere");
+    LevelsIn("elsewhere");
     ASSERT_TRUE(ReadArchive(box.session, box.session.ArchivePath()));
     {
         FolderLocks stranger;
@@ -296,7 +318,7 @@ TEST_F(ArchiveLife, WhoeverOpensAnArchiveHoldsItsFolderAlone)
 TEST_F(ArchiveLife, ChangesThatCannotBeSavedAreGivenUpOnlyWhenThePersonSaysSo)
 {
     MakeOther();
-    std::filesystem::create_directory(box / "elsewhere");
+    LevelsIn("elsewhere");
     box.session.archive.levels[1].levelName = "Changed";
     box.session.archive.dirty = true;
     box.session.archive.file = box / "gone/LevelArchive.kva";
