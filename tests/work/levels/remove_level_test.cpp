@@ -221,9 +221,18 @@ TEST_F(LevelLife, WhileTheArchivesFolderIsGoneNoLevelComesGoesOrIsEdited)
     EXPECT_FALSE(box.session.archive.dirty);
     EXPECT_EQ(box.Read("home/LevelArchive.kva"), list);
 
+    // Of a drive that is away the mount point may stand there.
+    std::filesystem::create_directory(box / "levels");
+    EXPECT_FALSE(RemoveLevel(box.session, 1, LevelFolders::Keep));
+    EXPECT_FALSE(BeginNewLevel(box.session.host, box.session.machine, box.session.Folders(),
+                               box.session.archive, level));
+    EXPECT_TRUE(std::filesystem::is_empty(box / "levels"));
+    std::filesystem::remove(box / "levels");
+
     // A single folder that is gone is another thing: its level can be taken off the list.
     std::filesystem::rename(box / "unplugged", box / "levels");
     std::filesystem::remove_all(box / "levels/LEVEL_0001");
+    box.Write("levels/library.json", "{}");
     EXPECT_FALSE(EditLevel(box.session, *progress, 1, nobody));
     EXPECT_TRUE(box.host.WasTold("The folder of this level is not there: "));
     box.host.WillAsk("Are you sure", true);

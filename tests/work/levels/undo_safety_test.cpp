@@ -1,4 +1,5 @@
 #include "archive/library_notes.h"
+#include "archive/set_aside.h"
 #include "history/changes.h"
 #include "history/standing.h"
 #include "levels/undo_world.h"
@@ -99,7 +100,9 @@ TEST(Removal, LeavesAFolderThatCannotBeSetAside)
     const FileContents before = world.Snapshot("levels/LEVEL_0002/files");
     world.host.AnswerAll(true);
     {
-        const FailingCalls fixed{platform::FileAction::Rename, "LEVEL_0002", -1,
+        const auto aside = NameForAside(world / "levels/LEVEL_0002", world.machine.NowNs());
+        ASSERT_TRUE(aside);
+        const FailingCalls fixed{platform::FileAction::Rename, aside->filename().native(), -1,
                                  std::errc::read_only_file_system};
         EXPECT_FALSE(RemoveLevel(world.session, world.resting, LevelFolders::Remove));
     }
