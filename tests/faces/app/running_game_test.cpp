@@ -182,6 +182,7 @@ const Walked walk[] = {
     {"history", {"history"}},
     {"history bring-back", {"history", "bring-back"}, KeptSavegame, false},
     {"history bring-back when", {"history", "bring-back", "--to", "@out"}, KeptSavegame, false},
+    {"history delete", {"history", "delete", "1"}, nullptr, false},
     {"history originals", {"history", "originals"}},
     {"history originals when", {"history", "originals", "bring-back"}, KeptOriginalFile},
     {"history originals when again", {"history", "originals", "delete"}, KeptOriginalFile},
