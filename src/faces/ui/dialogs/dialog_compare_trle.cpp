@@ -124,6 +124,8 @@ QLayout* CompareTrleDialog::MakeFilters()
     }
     search_->setObjectName(QStringLiteral("Text_Search"));
     search_->setClearButtonEnabled(true);
+    constexpr int searchLetters = 30;
+    search_->setMinimumWidth(searchLetters * search_->fontMetrics().averageCharWidth());
     search_->setPlaceholderText(Words(Msg::CompareSearchHint));
     search_->setAccessibleName(Words(Msg::CompareSearchHint));
     row->AddStretch();

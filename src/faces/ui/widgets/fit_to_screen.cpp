@@ -11,6 +11,7 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QScrollBar>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -78,10 +79,12 @@ bool BreakWords(QAbstractButton& box, const QWidget& page, int room)
     if (whole.isEmpty() || !box.text().contains(QLatin1Char('\n')))
         whole = box.text();
     const QFontMetrics metrics = box.fontMetrics();
-    const int left = box.mapTo(&page, QPoint{}).x();
+    const QRect place(box.mapTo(&page, QPoint{}), box.size());
+    const int left = QStyle::visualRect(page.layoutDirection(), page.rect(), place).left();
     const int mark =
         box.sizeHint().width() - metrics.size(Qt::TextShowMnemonic, box.text()).width();
-    // On its right is as much as on its left, unless that is another column.
+    // On its right is as much as on its left, unless that is another column; turned round where
+    // one reads from the right.
     const QString lines =
         OnLines(whole, metrics, room - left - std::min(left, marginOfPage) - mark);
     if (lines == box.text())
