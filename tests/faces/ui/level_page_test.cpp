@@ -209,6 +209,13 @@ TEST(SavegamesPage, RestoresExportsAndDeletesWhatIsChosen)
                             "History (2): Temple Early; ");
     world.Click("Pul_NoteUndo");
     EXPECT_TRUE(world.HasLive("savegame.2"));
+
+    world.ChooseOnly("Temple");
+    world.box.host.WillAsk("“Temple”, number 9", true);
+    world.Click("Pul_DeleteSave");
+    ASSERT_TRUE(world.Find("Pul_NoteUndo")->isVisible());
+    world.window.ShowNote("Several levels: 12 added");
+    EXPECT_FALSE(world.Find("Pul_NoteUndo")->isVisible()) << "what is said later has its own Undo";
 }
 
 TEST(LevelPage, TakesDroppedSavegamesAndPicturesWhereTheyBelong)

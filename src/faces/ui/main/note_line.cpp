@@ -73,10 +73,10 @@ void NoteLine::GameEnded()
 
 void NoteLine::End()
 {
-    if (!words_->text().isEmpty() || Newest() <= before_)
-        return;
-    if (const auto newest = NextUndoable(session_.Folders(), session_.archive, UndoWay::Undo))
-        Show(GetMsg(Msg::NoteDone, {WhatWasDone(*newest)}));
+    if (words_->text().isEmpty() && Newest() > before_)
+        if (const auto newest = NextUndoable(session_.Folders(), session_.archive, UndoWay::Undo))
+            Show(GetMsg(Msg::NoteDone, {WhatWasDone(*newest)}));
+    before_ = Newest(); // what is said without a command, of a key say, offers its own alone
 }
 
 } // namespace kestrova

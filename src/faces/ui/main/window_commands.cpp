@@ -202,6 +202,7 @@ void WindowCommands::AddLevelFrom(const std::vector<Path>& sources)
 {
     if (session_.runningOperations > 0)
         return;
+    window_.Notes().Begin();
     const std::vector<QueueSource> levels = SourcesOfLevels(sources);
     const YesNoCancel each =
         levels.size() < 2 ? YesNoCancel::No : AskForEach(session_, sources, levels.size());
