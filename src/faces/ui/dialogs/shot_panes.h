@@ -1,5 +1,6 @@
 #pragma once
 
+#include "session/session.h"
 #include "shots/shot_list.h"
 #include "ui/dialogs/shot_strip.h"
 #include "ui/widgets/elided_label.h"
