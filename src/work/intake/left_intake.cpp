@@ -4,6 +4,7 @@
 #include "core/look.h"
 #include "core/removal.h"
 #include "core/staged_file.h"
+#include "core/text.h"
 #include "intake/file_names.h"
 #include "intake/unpacking_place.h"
 #include "levels/unfinished_intake.h"

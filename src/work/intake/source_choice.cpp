@@ -1,6 +1,7 @@
 #include "intake/source_choice.h"
 
 #include "core/file_kinds.h"
+#include "core/text.h"
 #include "packages/package_tools.h"
 #include "words/sources.h"
 

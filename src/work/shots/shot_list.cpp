@@ -2,6 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "core/file_kinds.h"
+#include "core/text.h"
 #include "formats/level_folder.h"
 #include "shots/file_names.h"
 #include "words/message.h"

@@ -2,6 +2,7 @@
 
 #include "session/archive.h"
 #include "session/host.h"
+#include "session/machine.h"
 #include "tools/tools.h"
 
 #include <functional>

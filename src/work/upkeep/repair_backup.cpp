@@ -2,6 +2,7 @@
 
 #include "core/copying.h"
 #include "core/look.h"
+#include "core/staged_file.h"
 #include "originals/backup_sums.h"
 #include "originals/folder_in_the_way.h"
 #include "platform/file_content.h"

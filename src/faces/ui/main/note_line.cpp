@@ -52,8 +52,10 @@ void NoteLine::Show(const std::string& text)
 {
     words_->setText(ToQt(text));
     offered_ = Newest();
-    undo_->setVisible(offered_ > before_);
-    if (offered_ <= before_)
+    const bool isNew = offered_ > before_;
+    undo_->setVisible(isNew);
+    before_ = offered_; // what is said next, of a key say, offers its own change alone
+    if (!isNew)
         return;
     const auto newest = NextUndoable(session_.Folders(), session_.archive, UndoWay::Undo);
     undo_->setToolTip(newest ? Words(Msg::NoteUndoOf, {WhatWasDone(*newest)}) : QString());
@@ -73,10 +75,10 @@ void NoteLine::GameEnded()
 
 void NoteLine::End()
 {
-    if (words_->text().isEmpty() && Newest() > before_)
-        if (const auto newest = NextUndoable(session_.Folders(), session_.archive, UndoWay::Undo))
-            Show(GetMsg(Msg::NoteDone, {WhatWasDone(*newest)}));
-    before_ = Newest(); // what is said without a command, of a key say, offers its own alone
+    if (!words_->text().isEmpty() || Newest() <= before_)
+        return;
+    if (const auto newest = NextUndoable(session_.Folders(), session_.archive, UndoWay::Undo))
+        Show(GetMsg(Msg::NoteDone, {WhatWasDone(*newest)}));
 }
 
 } // namespace kestrova
