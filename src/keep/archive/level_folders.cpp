@@ -1,5 +1,6 @@
 #include "archive/level_folders.h"
 
+#include "core/file_kinds.h"
 #include "core/look.h"
 #include "core/text.h"
 #include "formats/level_folder.h"
