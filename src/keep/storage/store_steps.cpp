@@ -10,6 +10,7 @@
 #include "pictures/jpeg.h"
 #include "pictures/picture.h"
 #include "storage/compressed_kinds.h"
+#include "storage/form_clashes.h"
 #include "storage/ready_streams.h"
 #include "storage/zl_file.h"
 #include "words/storage.h"
