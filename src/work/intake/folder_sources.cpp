@@ -3,6 +3,7 @@
 #include "core/inside.h"
 #include "core/name_list.h"
 #include "intake/file_names.h"
+#include "packages/package_tools.h"
 #include "platform/real_path.h"
 #include "session/cleared_progress.h"
 #include "session/telling.h"
