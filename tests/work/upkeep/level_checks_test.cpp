@@ -12,6 +12,8 @@
 #include "upkeep/repair_world.h"
 #include "world/zip_builder.h"
 
+#include <fstream>
+
 namespace kestrova::testing
 {
 
