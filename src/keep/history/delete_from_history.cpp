@@ -39,10 +39,12 @@ Status DeleteFromHistory(const Folders& folders, LevelCode code, const std::set<
     auto index = ReadHistoryIndex(folders, code);
     if (!index)
         return index.Error();
+    const auto goes = [&](const HistoryEntry& entry) { return ids.contains(entry.id); };
     std::set<std::string> hashes;
-    std::erase_if(index->entries, [&](const HistoryEntry& entry) {
-        return ids.contains(entry.id) && hashes.insert(entry.hash).first != hashes.end();
-    });
+    for (const HistoryEntry& entry : index->entries)
+        if (goes(entry))
+            hashes.insert(entry.hash);
+    std::erase_if(index->entries, goes);
     // The entries first: a kill leaves a content without a name, and never a name without it.
     if (auto written = WriteHistoryIndex(folders, code, *index); !written)
         return written;
