@@ -128,9 +128,6 @@ Status KeepInHistory(Machine& machine, const Folders& folders, const ProgramSett
     if (!index)
         return index.Error();
     std::vector<HistoryEntry>& entries = index->entries;
-    std::int32_t last = 0;
-    for (const HistoryEntry& entry : entries)
-        last = std::max(last, LeadingNumber(entry.id.substr(entry.id.find('-') + 1)));
     bool grown = false;
     std::vector<std::string> hashes;
     if (auto status = KeepContents(folders, files, hashes); !status)
@@ -159,7 +156,7 @@ Status KeepInHistory(Machine& machine, const Folders& folders, const ProgramSett
             entry.title = info.title;
             entry.number = info.number;
         }
-        entry.id = ZeroPadded(code, 4) + "-" + std::to_string(++last);
+        entry.id = NextHistoryId(*index, code);
         entry.size = facts->size;
         entry.modifiedNs = facts->modifiedNs;
         entry.keptNs = machine.NowNs();

@@ -7,6 +7,8 @@
 #include "history/players_files.h"
 #include "words/message.h"
 
+#include <algorithm>
+
 namespace kestrova
 {
 
@@ -14,6 +16,9 @@ namespace
 {
 
 using Json = NoteJson;
+
+/// No level has that many kept files; a number above it was never given.
+constexpr std::int32_t highestLast = 1'000'000'000;
 
 Path IndexPath(const Folders& folders, LevelCode code)
 {
@@ -35,6 +40,29 @@ std::string Line(const HistoryEntry& entry)
                        {"home", Readable(entry.home)},
                        {"picture", entry.picture}};
     return WrittenLine(json);
+}
+
+std::int32_t NumberOfId(const std::string& id)
+{
+    return LeadingNumber(id.substr(id.find('-') + 1));
+}
+
+std::int32_t HighestNumber(const std::vector<HistoryEntry>& entries)
+{
+    std::int32_t highest = 0;
+    for (const HistoryEntry& entry : entries)
+        highest = std::max(highest, NumberOfId(entry.id));
+    return highest;
+}
+
+/// The number of a line that tells nothing else.
+std::optional<std::int32_t> ParseLast(const std::string& line)
+{
+    const Json json = ParseNote(line);
+    NoteReader reader{json};
+    const auto last = reader.Number<std::int32_t>("last");
+    const bool sound = reader.Good() && json.size() == 1 && last > 0 && last < highestLast;
+    return sound ? std::optional{last} : std::nullopt;
 }
 
 std::optional<HistoryEntry> ParseLine(const std::string& line)
@@ -88,15 +116,26 @@ Result<HistoryIndex> ReadHistoryIndex(const Folders& folders, LevelCode code)
             continue;
         if (auto entry = ParseLine(line))
             index.entries.push_back(std::move(*entry));
+        else if (const auto last = ParseLast(line))
+            index.last = std::max(index.last, *last);
         else
             index.strangeLines += line + "\n";
     }
+    index.last = std::max(index.last, HighestNumber(index.entries));
     return index;
+}
+
+std::string NextHistoryId(HistoryIndex& index, LevelCode code)
+{
+    return ZeroPadded(code, 4) + "-" + std::to_string(++index.last);
 }
 
 Status WriteHistoryIndex(const Folders& folders, LevelCode code, const HistoryIndex& index)
 {
-    std::string text = index.strangeLines;
+    std::string text;
+    if (index.last > HighestNumber(index.entries))
+        text = WrittenLine(Json{{"last", index.last}});
+    text += index.strangeLines;
     for (const HistoryEntry& entry : index.entries)
         text += Line(entry);
     return WriteWholeFile(IndexPath(folders, code), text);

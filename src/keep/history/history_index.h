@@ -4,7 +4,8 @@
 #include "session/folders.h"
 
 /// What the history keeps of one level, as its file in `history/` tells: one JSON object a line,
-/// newest last.
+/// newest last. Where ids above all that are left were given once, `{"last":12}` comes first, so
+/// that none of them ever names another file.
 namespace kestrova
 {
 
@@ -26,9 +27,12 @@ struct HistoryEntry {
 struct HistoryIndex {
     std::vector<HistoryEntry> entries;
     std::string strangeLines;
+    std::int32_t last = 0; ///< the highest number that an id of the level ever had
 };
 /// Empty when there is none; a failure when it cannot be read.
 Result<HistoryIndex> ReadHistoryIndex(const Folders& folders, LevelCode code);
+/// An id for the next entry, which no entry of the level ever had.
+std::string NextHistoryId(HistoryIndex& index, LevelCode code);
 Status WriteHistoryIndex(const Folders& folders, LevelCode code, const HistoryIndex& index);
 
 } // namespace kestrova

@@ -200,6 +200,13 @@ TEST(History, DeletesForGoodWhatNoOtherLevelNames)
     EXPECT_EQ(*ReadWholeFile(HistoryContent(folders, HistoryOf(folders, 2).front().hash)),
               "shared");
 
+    // Who noted an id down gets that very file by it, or none.
+    EXPECT_EQ(keep(1, "later"), "0001-3");
+    EXPECT_TRUE(DeleteFromHistory(folders, 1, {"0001-3"}));
+    EXPECT_EQ(keep(1, "latest"), "0001-4");
+    EXPECT_EQ(HistoryOf(folders, 1).size(), 1U);
+    EXPECT_TRUE(DeleteFromHistory(folders, 1, {"0001-4"}));
+
     // An index that a later version wrote may name anything.
     const std::string index = "home/history/level_0001.jsonl";
     ASSERT_TRUE(world.Has(index)) << world.Snapshot("home/history").begin()->first;
