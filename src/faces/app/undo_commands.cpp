@@ -82,26 +82,39 @@ std::optional<Undoable> NewestEntry(Run& run, UndoWay way)
     return entry;
 }
 
-bool TakeChange(Run& run, const ChangeHead& head)
+/// What the line says that tells of it; nothing when it was refused.
+std::optional<std::string> TakeChange(Run& run, const ChangeHead& head)
 {
     const auto entry = ReadUndoEntry(run.session.Folders(), head.id);
     if (!entry) {
         TellFailure(run.session.host, GetMsg(Msg::NotUndone, {WhatWasDone(head)}), entry.Error());
-        return false;
+        return {};
     }
-    return UndoChange(run.session, *entry);
+    const auto code = UndoChange(run.session, *entry);
+    if (!code)
+        return {};
+    if (*code != head.code)
+        return GetMsg(Msg::UndoneUnderNumber,
+                      {WhatWasDone(head), std::to_string(head.code), std::to_string(*code)});
+    return GetMsg(head.isUndone ? Msg::Redone : Msg::Undone, {WhatWasDone(head)});
+}
+
+std::optional<std::string> TakeImport(Run& run, const ImportNote& import)
+{
+    if (!UndoWads(run.session, import))
+        return {};
+    return GetMsg(import.isUndone ? Msg::Redone : Msg::Undone, {WhatWasDone(Undoable{import})});
 }
 
 bool TakeEntry(Run& run, const Undoable& entry)
 {
     const auto* const change = std::get_if<ChangeHead>(&entry);
-    if (change != nullptr ? !TakeChange(run, *change)
-                          : !UndoWads(run.session, std::get<ImportNote>(entry)))
+    const auto done =
+        change != nullptr ? TakeChange(run, *change) : TakeImport(run, std::get<ImportNote>(entry));
+    if (!done)
         return false;
-    const std::string done =
-        GetMsg(IsUndone(entry) ? Msg::Redone : Msg::Undone, {WhatWasDone(entry)});
-    run.face.Note(done);
-    AddLine(run, done);
+    run.face.Note(*done);
+    AddLine(run, *done);
     return true;
 }
 

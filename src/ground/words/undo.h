@@ -15,6 +15,7 @@ inline constexpr Message RedoNone{"Redo"};
 inline constexpr Message UndoUnderWay{"Undoing: ~1"};
 inline constexpr Message RedoUnderWay{"Doing again: ~1"};
 inline constexpr Message Undone{"Undone: ~1."};
+inline constexpr Message UndoneUnderNumber{"Undone: ~1. Another level has the number ~2, so it has the number ~3 now."};
 inline constexpr Message Redone{"Done again: ~1."};
 inline constexpr Message NothingToUndo{"There is nothing that could be undone."};
 inline constexpr Message NothingToRedo{"There is nothing that could be done again."};
@@ -25,6 +26,7 @@ inline constexpr Message AskRedoOther{"Another change can be done again on its o
 inline constexpr Message NotUndone{"This was not undone, and nothing was changed: ~1."};
 inline constexpr Message UndoUnfinished{"This is not wholly undone yet: ~1. The rest is done at the next start; what it would replace and nobody else has is in the history."};
 inline constexpr Message UndosNotRead{"What can be undone cannot be read now. Nothing was changed."};
+inline constexpr Message NotesNotFollowed{"The level is back under another number, but not all that was noted of it (stars, note, kept files) could follow."};
 inline constexpr Message ReasonUndone{"a change undone"};
 
 inline constexpr Message DidSlotsFreed{"freeing the slots of \"~2\""};
@@ -63,7 +65,7 @@ inline constexpr Message UndoElsewhereNow{"The level's savegames stood in this f
 inline constexpr Message UndoLevelGone{"The level is not in the archive any more. Bring it back first: kestrovactl undo --list shows whether its removal can be undone."};
 inline constexpr Message UndoRecordOther{"What the archive says of the level has been changed since, and stays as it is. Other changes can be undone on their own: kestrovactl undo --list shows their numbers."};
 inline constexpr Message UndoMarksOther{"What you said of this level has been changed since, and stays as it is. Other changes can be undone on their own: kestrovactl undo --list shows their numbers."};
-inline constexpr Message UndoNumberTaken{"Another level has got the number ~1 since, and stays as it is. The removed level's folder can be added as a new level."};
+inline constexpr Message UndoNumberTaken{"Another level has got the number ~1 since, and stays as it is. The removed level's folder waits as the one named here, and can be added as a new level: kestrovactl add FOLDER."};
 inline constexpr Message RedoNoRoom{"What is kept so that changes can be undone has no room for this level, so that its removal could not be undone once more. Give it more room (kestrovactl set undo-megabytes NUMBER), or remove the level again by itself."};
 inline constexpr Message UndoContentGone{"What was kept of this file is damaged or gone."};
 

@@ -334,6 +334,32 @@ Status CoverFollows(const Folders& folders, const Archive& archive, LevelCode co
     return changed ? Status{} : Status{changed.Error()};
 }
 
+Result<TimeOfNumber> NoteNewNumber(const Folders& folders, const Archive& archive,
+                                   const std::string& token, LevelCode before, LevelCode now)
+{
+    LibraryChange library{folders, archive};
+    if (auto status = library.Read(); !status)
+        return status.Error();
+    TimeOfNumber time;
+    bool follows = false;
+    const std::vector<LibraryEntry>& entries = library.Library().levels;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (entries[i].token != token)
+            continue;
+        time.from = entries[i].note.added.value_or(0);
+        follows = follows || entries[i].code == before;
+        if (entries[i].code == before)
+            library.At(i).code = now;
+    }
+    for (const LibraryEntry& other : entries)
+        if (const auto added = other.note.added;
+            other.code == before && other.token != token && added && *added >= time.from)
+            time.to = std::min(*added, time.to.value_or(*added));
+    if (const auto written = follows ? library.Write() : Path{}; !written)
+        return written.Error();
+    return time;
+}
+
 Status NoteAdded(const Folders& folders, const Archive& archive, LevelCode code,
                  std::int64_t seconds)
 {

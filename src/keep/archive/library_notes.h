@@ -67,6 +67,17 @@ Result<NotesChange> ChangeNotes(const Folders& folders, const Archive& archive,
 Status NoteAdded(const Folders& folders, const Archive& archive, LevelCode code,
                  std::int64_t seconds);
 
+/// When a level that left its number had it, in seconds since 1970. Without an end nobody has had
+/// it since, as far as is known.
+struct TimeOfNumber {
+    std::int64_t from = 0;
+    std::optional<std::int64_t> to;
+};
+/// The level whose folder bears the token has the number `now` instead of `before`: what is noted
+/// of it follows. Repeatable. Of a damaged file nothing is known.
+Result<TimeOfNumber> NoteNewNumber(const Folders& folders, const Archive& archive,
+                                   const std::string& token, LevelCode before, LevelCode now);
+
 /// A picture of the level has another name now: where it stands for the level, it still does.
 Status CoverFollows(const Folders& folders, const Archive& archive, LevelCode code,
                     const std::string& from, const std::string& to);

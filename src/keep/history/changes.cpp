@@ -11,6 +11,7 @@
 #include "history/changed_record.h"
 #include "history/flush_change.h"
 #include "history/marked_levels.h"
+#include "history/moved_homes.h"
 #include "history/players_files.h"
 #include "history/undo_entries.h"
 #include "history/undo_tokens.h"
@@ -301,8 +302,11 @@ Status EndCounted(const Folders& folders, Archive& archive, const ProgramSetting
         if (archive.file == Path{change.archive})
             (void)CountOnce(archive.header, archive.levels, change);
     }
-    if (archive.file == Path{change.archive})
+    if (archive.file == Path{change.archive}) {
         (void)FollowRenamedCover(folders, archive, change); // another picture stands for it then
+        if (auto status = FollowNewNumber(folders, archive, change); !status)
+            return status;
+    }
     return EndChange(folders, settings, change);
 }
 

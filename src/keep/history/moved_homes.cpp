@@ -1,5 +1,7 @@
 #include "history/moved_homes.h"
 
+#include "archive/archive_entries.h"
+#include "archive/library_notes.h"
 #include "core/inside.h"
 #include "core/staged_file.h"
 #include "core/text.h"
@@ -9,6 +11,9 @@
 #include "history/swap_journal_file.h"
 #include "history/undo_entries.h"
 #include "history/work_note.h"
+#include "words/message.h"
+
+#include <algorithm>
 
 namespace kestrova
 {
@@ -31,7 +36,8 @@ public:
     {
         if (!Holds(path))
             return false;
-        path = (to_ / Path{path}.lexically_normal().lexically_relative(from_)).native();
+        const Path inside = Path{path}.lexically_normal().lexically_relative(from_);
+        path = (inside == "." ? to_ : to_ / inside).native();
         return true;
     }
 
@@ -120,6 +126,131 @@ Status FollowMovedHomes(const Folders& folders, const Path& from, const Path& to
         if (auto status = follow(folders, homes); !status)
             return status;
     return {};
+}
+
+namespace
+{
+
+constexpr std::int64_t nsPerSecond = 1'000'000'000;
+
+/// The number that the level had whose folder was set aside, and its folder then.
+struct EarlierNumber {
+    LevelCode code = 0;
+    Path home;
+};
+
+std::optional<EarlierNumber> NumberBefore(const Change& back)
+{
+    if (back.kind != ChangeKind::LevelRemoved || !back.isUndone || !back.moved)
+        return {};
+    const Path aside = back.moved->from;
+    const std::string name = aside.filename().native();
+    const std::string mark = Filled(OnDisk::FragSetAside, {"", ""});
+    const std::string folder = name.substr(0, name.find(mark));
+    const auto code = CodeOfLevelFolder(folder);
+    if (!code || *code == back.code)
+        return {};
+    return EarlierNumber{*code, Path{back.home}.parent_path() / folder};
+}
+
+bool IsKeptAlready(const HistoryIndex& index, const HistoryEntry& kept)
+{
+    return std::any_of(index.entries.begin(), index.entries.end(), [&](const HistoryEntry& entry) {
+        return entry.hash == kept.hash && entry.name == kept.name && entry.keptNs == kept.keptNs &&
+               entry.picture == kept.picture;
+    });
+}
+
+/// What was kept while the level had that number is the level's still.
+Status MoveHistory(const Folders& folders, const EarlierNumber& before, const Change& back,
+                   const TimeOfNumber& time)
+{
+    auto old = ReadHistoryIndex(folders, before.code);
+    auto own = old ? ReadHistoryIndex(folders, back.code) : old;
+    if (!own)
+        return own.Error();
+    const std::string home = Readable(before.home.native());
+    const auto follows = [&](const HistoryEntry& entry) {
+        const std::int64_t second = entry.keptNs / nsPerSecond;
+        return EqualNames(entry.home, home) && second >= time.from && second <= *time.to;
+    };
+    for (const HistoryEntry& entry : old->entries)
+        if (follows(entry) && !IsKeptAlready(*own, entry)) {
+            HistoryEntry moved = entry;
+            moved.id = NextHistoryId(*own, back.code);
+            moved.home = back.home;
+            own->entries.push_back(std::move(moved));
+        }
+    if (std::erase_if(old->entries, follows) == 0)
+        return {};
+    if (auto status = WriteHistoryIndex(folders, back.code, *own); !status)
+        return status;
+    return WriteHistoryIndex(folders, before.code, *old);
+}
+
+/// A change that was made in the level under its earlier number is of the new one.
+bool FollowInEarlier(Change& change, const Homes& homes, const EarlierNumber& before,
+                     const Change& back)
+{
+    bool follows = false;
+    for (MarkedLevel& marked : change.marks)
+        if (marked.code == before.code && marked.token == back.level) {
+            marked.code = back.code;
+            follows = true;
+        }
+    if (change.level != back.level || change.code != before.code)
+        return follows;
+    change.code = back.code;
+    FollowInChange(change, homes);
+    if (change.record)
+        for (auto* record : {&change.record->before, &change.record->after})
+            if (*record)
+                (*record)->levelCode = back.code;
+    return true;
+}
+
+Status FollowInEarlierChanges(const Folders& folders, const EarlierNumber& before,
+                              const Change& back)
+{
+    const Homes homes{before.home, back.home};
+    const auto list = ReadUndoList(folders);
+    if (!list)
+        return list.Error();
+    for (const ChangeHead& head : list->entries) {
+        if (head.kind == ChangeKind::LevelRemoved ||
+            (head.level != back.level && head.kind != ChangeKind::LevelsMarked))
+            continue;
+        auto change = ReadUndoEntry(folders, head.id);
+        if (!change && change.Error().code == ErrorCode::Damaged)
+            continue;
+        if (!change)
+            return change.Error();
+        if (!FollowInEarlier(*change, homes, before, back))
+            continue;
+        if (auto status = WriteWholeFile(UndoEntryFile(folders, head.id), FormatChange(*change));
+            !status)
+            return status;
+    }
+    return {};
+}
+
+} // namespace
+
+Status FollowNewNumber(const Folders& folders, const Archive& archive, const Change& back)
+{
+    const auto before = NumberBefore(back);
+    if (!before)
+        return {};
+    Folders own = folders;
+    own.levels = Path{back.home}.parent_path();
+    const auto time = NoteNewNumber(own, archive, back.level, before->code, back.code);
+    if (!time)
+        return time.Error();
+    // Without the time nobody can tell whose of both levels a kept file is.
+    if (time->to)
+        if (auto status = MoveHistory(folders, *before, back, *time); !status)
+            return status;
+    return FollowInEarlierChanges(folders, *before, back);
 }
 
 } // namespace kestrova

@@ -4,6 +4,7 @@
 #include "archive/level_token.h"
 #include "core/look.h"
 #include "core/text.h"
+#include "formats/program_folder.h"
 #include "history/changed_record.h"
 #include "history/history.h"
 #include "history/marked_levels.h"
@@ -131,12 +132,30 @@ Status LivesWhereItDid(const Folders& folders, const Archive& archive, const Cha
                : UndoRefusal(Msg::UndoElsewhereNow, entry.live, {std::to_string(entry.code)});
 }
 
+/// The folder of a level that was taken off the list with its folder left, once another level has
+/// that place: it was set aside then.
+std::optional<Path> FolderThatWaits(const ChangeHead& entry)
+{
+    if (entry.kind != ChangeKind::LevelRemoved || entry.moved)
+        return {};
+    const Path home{entry.home};
+    const std::string mark = Filled(OnDisk::FragSetAside, {home.filename().native(), ""});
+    if (const auto folders = ListSubfolders(home.parent_path()))
+        for (const Path& folder : *folders)
+            if (folder.filename().native().starts_with(mark) &&
+                KnownTokenOfLevel(folder).ValueOr({}) == entry.level)
+                return folder;
+    return {};
+}
+
 Status LevelIsHere(const Folders& folders, const Archive& archive, const ChangeHead& entry)
 {
     switch (WhereIsLevel(folders, archive, entry)) {
     case LevelIs::Elsewhere:
         return UndoRefusal(Msg::UndoOtherArchive, entry.home);
     case LevelIs::Replaced:
+        if (const auto waits = FolderThatWaits(entry))
+            return UndoRefusal(Msg::UndoNumberTaken, TextOf(*waits), {std::to_string(entry.code)});
         return UndoRefusal(Msg::UndoOtherLevel, entry.moved ? entry.moved->to : entry.home);
     case LevelIs::Gone:
         if (archive.Find(entry.code) != nullptr || entry.kind == ChangeKind::LevelRemoved)
@@ -161,7 +180,8 @@ Status RecordIsAsLeft(const Archive& archive, const Change& entry)
     if (unsaved)
         return {};
     if (!record.after && archive.Find(entry.code) != nullptr)
-        return UndoRefusal(Msg::UndoNumberTaken, entry.levelName, {std::to_string(entry.code)});
+        return UndoRefusal(Msg::UndoNumberTaken, entry.moved ? entry.moved->to : entry.home,
+                           {std::to_string(entry.code)});
     if (record.after && archive.Find(entry.code) == nullptr)
         return UndoRefusal(Msg::UndoLevelGone, entry.levelName);
     return StateOf(archive.levels, record) == RecordState::After
@@ -208,9 +228,28 @@ Status MarksAreAsLeft(const Folders& folders, const Archive& archive, const Chan
 
 } // namespace
 
-Status MayUndo(const Folders& folders, const Archive& archive, const Change& entry,
+Change UnderFreeNumber(const Folders& folders, const Archive& archive, const Change& entry)
+{
+    const bool comesBack = entry.kind == ChangeKind::LevelRemoved && !entry.isUndone &&
+                           entry.moved && entry.record && entry.record->before;
+    if (!comesBack || archive.Find(entry.code) == nullptr ||
+        StateOf(archive.levels, *entry.record) == RecordState::Before)
+        return entry;
+    Change other = entry;
+    for (other.code = NextLevelCode(archive);
+         !IsFree(LevelHomeOf(folders, other.code)).ValueOr(true);)
+        ++other.code; // a folder that the list does not know stays as it is
+    const Path home = LevelHomeOf(folders, other.code);
+    other.home = home.lexically_normal().native();
+    other.moved->from = ResolvePath(home).native();
+    other.record->before->levelCode = other.code;
+    return other;
+}
+
+Status MayUndo(const Folders& folders, const Archive& archive, const Change& change,
                const Heartbeat& beat)
 {
+    const Change entry = UnderFreeNumber(folders, archive, change);
     if (auto status = LevelIsHere(folders, archive, entry); !status)
         return status;
     if (auto status = RecordIsAsLeft(archive, entry); !status)

@@ -17,6 +17,9 @@ enum class LevelIs {
     Elsewhere ///< in another archive
 };
 LevelIs WhereIsLevel(const Folders& folders, const Archive& archive, const ChangeHead& entry);
+/// The removal of a level whose number another one has got since leads back under the next number
+/// that is free, `code` and all that follows from it; any other entry as it is.
+Change UnderFreeNumber(const Folders& folders, const Archive& archive, const Change& entry);
 /// Whether all is as the change left it, so that it can be undone. A failure says in words what is
 /// not, and what to do.
 Status MayUndo(const Folders& folders, const Archive& archive, const Change& entry,

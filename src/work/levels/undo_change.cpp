@@ -9,6 +9,7 @@
 #include "history/changed_record.h"
 #include "history/changes.h"
 #include "history/marked_levels.h"
+#include "history/moved_homes.h"
 #include "history/standing.h"
 #include "history/undo_entries.h"
 #include "levels/may_undo.h"
@@ -142,8 +143,11 @@ bool MakeByRecord(const ArchiveParts& parts, const Change& back, const Change& e
         DropChange(parts.folders, back);
         return Tell(parts.host, Msg::NotUndone, entry, status.Error());
     }
-    if (TakeRecord(parts, back))
+    if (TakeRecord(parts, back)) {
+        if (const auto followed = FollowNewNumber(parts.folders, parts.archive, back); !followed)
+            TellFailure(parts.host, GetMsg(Msg::NotesNotFollowed), followed.Error());
         return true;
+    }
     if (!back.moved || !platform::Rename(back.moved->to, back.moved->from))
         DropChange(parts.folders, back);
     return false;
@@ -250,21 +254,25 @@ std::optional<ChangeHead> NextToUndo(const Folders& folders, const Archive& arch
     });
 }
 
-bool UndoChange(Session& session, const Change& entry)
+namespace
 {
-    const Operation operation{session};
+
+bool Undo(Session& session, const Change& change, LevelCode& code)
+{
     auto ready = EndEarlierMove(session, session.machine);
     auto wait = session.host.BeginProgress(
         ProgressWindow::Wait,
-        GetMsg(entry.isUndone ? Msg::RedoUnderWay : Msg::UndoUnderWay, {WhatWasDone(entry)}));
+        GetMsg(change.isUndone ? Msg::RedoUnderWay : Msg::UndoUnderWay, {WhatWasDone(change)}));
     wait->AllowStop();
     const Heartbeat beat = [&] { return wait->Step(); };
     if (ready)
-        ready = MayUndo(session.Folders(), session.archive, entry, beat);
+        ready = MayUndo(session.Folders(), session.archive, change, beat);
     if (!ready && ready.Error().code == ErrorCode::Stopped)
         return false;
     if (!ready)
-        return Tell(session.host, Msg::NotUndone, entry, ready.Error());
+        return Tell(session.host, Msg::NotUndone, change, ready.Error());
+    const Change entry = UnderFreeNumber(session.Folders(), session.archive, change);
+    code = entry.code;
     if (entry.kind == ChangeKind::LevelRemoved && entry.isUndone) {
         wait.reset(); // a removal has its own
         return RemoveAgain(session, entry);
@@ -290,6 +298,15 @@ bool UndoChange(Session& session, const Change& entry)
     session.list.Refresh();
     session.list.Select(entry.code);
     return true;
+}
+
+} // namespace
+
+std::optional<LevelCode> UndoChange(Session& session, const Change& change)
+{
+    const Operation operation{session};
+    LevelCode code = change.code;
+    return Undo(session, change, code) ? std::optional{code} : std::nullopt;
 }
 
 } // namespace kestrova

@@ -20,8 +20,10 @@ std::string WhatWasDone(const ChangeHead& entry);
 std::optional<ChangeHead> NextToUndo(const Folders& folders, const Archive& archive, UndoWay way,
                                      std::int32_t before = undoIdLimit);
 
-/// Undoes the change, or does it again when it was undone. False, with words, when something of it
-/// has changed since; nothing is changed then, nor when it is stopped, which is not told.
-bool UndoChange(Session& session, const Change& entry);
+/// Undoes the change, or does it again when it was undone. Answers the number that the level has
+/// now: a removed one comes back under another where a newer level has its own. No value, with
+/// words, when something of it has changed since; nothing is changed then, nor when it is stopped,
+/// which is not told.
+std::optional<LevelCode> UndoChange(Session& session, const Change& change);
 
 } // namespace kestrova

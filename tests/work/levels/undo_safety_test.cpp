@@ -234,7 +234,7 @@ TEST(UndoChange, IsStoppedWithAllAsItWas)
         ASSERT_TRUE(entry);
         world.host.told.clear();
         world.host.StopAtStep(step);
-        const bool done = UndoChange(world.session, *entry);
+        const bool done = UndoChange(world.session, *entry).has_value();
         EXPECT_TRUE(world.host.told.empty()) << world.host.AllTold();
         world.host.StopAtStep(0);
         if (done) {

@@ -321,16 +321,4 @@ TEST(UndoEntries, WaitForTheLevelWhoseSavegamesStoodInTheFolder)
     EXPECT_TRUE(world.Has("trle/savegame.3"));
 }
 
-TEST(UndoEntries, GiveWayToANewLevelOfTheRemovedOnesNumber)
-{
-    UndoWorld world;
-    world.host.AnswerAll(true);
-    ASSERT_TRUE(RemoveLevel(world.session, world.resting, LevelFolders::Remove));
-    const auto removal = world.Next();
-    ASSERT_EQ(world.AddLevel("Newer", {{"n.tr4", "newer"}}), world.resting);
-    EXPECT_FALSE(UndoChange(world.session, *removal));
-    EXPECT_TRUE(world.host.WasTold("Another level has got the number 2"));
-    EXPECT_EQ(world.Read("levels/LEVEL_0002/files/n.tr4"), "newer");
-}
-
 } // namespace kestrova::testing
