@@ -18,10 +18,11 @@ SYSTEM = re.compile(r"(sys/|linux/|unistd\.h|fcntl\.h|dirent\.h|mntent\.h|spawn\
                     r"pwd\.h|poll\.h|signal\.h)")
 ROWS = "src/CMakeLists.txt"
 # Below `work` a function takes the parts of the session that it uses. These alone take the whole:
-# what counts operations, what makes the tools' values of it, what saves the list needs.
+# what counts operations, what makes the tools' values of it, what saving the list and making a change need.
 WHOLE = "session/session.h"
 TAKE_THE_WHOLE = {"session/session", "session/operation", "tools/tools",
-                  "conversion/sound_converter", "archive/archive_parts"}
+                  "conversion/sound_converter", "archive/archive_parts",
+                  "history/change_parts"}
 # In `work` nobody takes the whole for few parts of it that it hands to nobody.
 FEW_PARTS = 4
 FOLDERS = ("Folders", "TrleFolder", "BackupFolder", "MarkerPath", "programFolder", "discs")

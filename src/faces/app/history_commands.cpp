@@ -46,10 +46,8 @@ bool AddHistory(Run& run, LevelCode code)
 
 bool BringBackTold(Run& run, LevelCode code, const std::string& id)
 {
-    auto ready = EndEarlierMove(run.session, run.session.machine);
-    const auto place = ready ? BringBack(run.session.machine, run.session.Folders(),
-                                         run.session.archive, run.session.settings, code, id)
-                             : Result<Path>{ready.Error()};
+    auto ready = EndEarlierMove(run.session);
+    const auto place = ready ? BringBack(run.session, code, id) : Result<Path>{ready.Error()};
     if (!place)
         TellFailure(run.session.host, GetMsg(Msg::NotBroughtBack), place.Error());
     else

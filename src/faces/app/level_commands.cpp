@@ -104,7 +104,7 @@ bool ChangesAuthor(const Run& run)
 
 AuthorInfos AuthorOf(Run& run)
 {
-    return AuthorInfos{run.session, run.session.machine,
+    return AuthorInfos{run.session,
                        static_cast<std::size_t>(FindLevel(run.session.archive, run.level))};
 }
 

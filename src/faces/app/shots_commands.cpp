@@ -64,8 +64,7 @@ bool ListShots(Run& run)
 bool ImportAll(Run& run)
 {
     const auto progress = run.session.host.BeginProgress(ProgressWindow::Progress, {});
-    return ImportShots(run.session.host, run.session.machine, run.session.Folders(),
-                       run.session.archive, run.session.settings,
+    return ImportShots(run.session.host, run.session,
                        static_cast<std::size_t>(FindLevel(run.session.archive, run.level)),
                        *progress)
         .all;

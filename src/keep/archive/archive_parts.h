@@ -8,12 +8,14 @@ namespace kestrova
 /// What changing and saving the list of levels needs of a session, which becomes it by itself.
 struct ArchiveParts {
     ArchiveParts(Session& session)
-        : host(session.host), list(session.list), archive(session.archive),
-          preferences(session.preferences), settings(session.settings), folders(session.Folders())
+        : host(session.host), machine(session.machine), list(session.list),
+          archive(session.archive), preferences(session.preferences), settings(session.settings),
+          folders(session.Folders())
     {
     }
 
     Host& host;
+    Machine& machine;
     LevelList& list; ///< as it is shown
     Archive& archive;
     PreferencesRecord& preferences; ///< the archive's file, and whether each change is saved

@@ -29,11 +29,10 @@ bool IsLevelsOwn(const Path& file, const Path& home)
 
 } // namespace
 
-ChangeSteps::ChangeSteps(Machine& machine, const Folders& folders, const Archive& archive,
-                         const ProgramSettings& settings, const Change& change,
+ChangeSteps::ChangeSteps(const ChangeParts& parts, const Change& change,
                          std::set<std::string> elsewhere, Round round, Heartbeat beat)
-    : machine_(machine), where_(folders), archive_(archive), settings_(settings), change_(change),
-      elsewhere_(std::move(elsewhere)), round_(round), beat_(std::move(beat))
+    : parts_(parts), change_(change), elsewhere_(std::move(elsewhere)), round_(round),
+      beat_(std::move(beat))
 {
 }
 
@@ -109,7 +108,7 @@ Status ChangeSteps::LeaveForeign(ChangeTarget& target)
     std::vector<Path> files{target.file};
     if (!target.becomes.empty())
         if (Path source = SourceOf(target);
-            !source.empty() && source != HistoryContent(where_, target.becomes))
+            !source.empty() && source != HistoryContent(parts_.folders, target.becomes))
             files.push_back(std::move(source));
     return Keep(files);
 }
@@ -123,7 +122,7 @@ Path ChangeSteps::SourceOf(const ChangeTarget& wanted) const
     for (const ChangeTarget* target : targets_.With(hash))
         if (target->file != wanted.file && Holds(target->file, hash))
             return target->file;
-    if (Path kept = HistoryContent(where_, hash); Holds(kept, hash))
+    if (Path kept = HistoryContent(parts_.folders, hash); Holds(kept, hash))
         return kept;
     Path kept = Path{change_.kept} / hash;
     return !change_.kept.empty() && Holds(kept, hash) ? kept : Path{};
@@ -157,7 +156,7 @@ Status ChangeSteps::PutNew()
             if (auto status = Place(target); !status)
                 return status;
     }
-    return FlushChange(where_, change_);
+    return FlushChange(parts_.folders, change_);
 }
 
 ChangeSteps::Holder ChangeSteps::HolderOf(const std::string& hash) const
@@ -184,8 +183,8 @@ Status ChangeSteps::Keep(const std::vector<Path>& files)
         if (auto status = KeepBeside(change_.kept, file, *hash); !status)
             return status;
     }
-    return KeepInHistory(machine_, where_, settings_, LevelPlace{change_.code, change_.home},
-                         players, change_.reason);
+    return KeepInHistory(parts_.machine, parts_.folders, parts_.settings,
+                         LevelPlace{change_.code, change_.home}, players, change_.reason);
 }
 
 bool ChangeSteps::HasNewPlace(const std::string& hash) const
@@ -210,7 +209,7 @@ Status ChangeSteps::KeepAll(const std::vector<Path>& files,
     if (status)
         for (const ChangeTarget* target : going)
             if (!change_.ofLevelsFiles && !HasNewPlace(target->was))
-                KeepForUndo(where_, change_, *target);
+                KeepForUndo(parts_.folders, change_, *target);
     return status;
 }
 
@@ -241,7 +240,7 @@ Status ChangeSteps::RoomToOverwrite() const
         if (!target.foreign && !target.was.empty() && !target.becomes.empty() &&
             target.was != target.becomes)
             room.Add(target.file, FileSize(SourceOf(target)));
-    return room.IsThere(machine_);
+    return room.IsThere(parts_.machine);
 }
 
 Status ChangeSteps::Overwrite()
@@ -303,7 +302,7 @@ Status ChangeSteps::KeepGoing()
         going.push_back(&target);
     }
     if (unflushed)
-        if (auto status = FlushChange(where_, change_); !status)
+        if (auto status = FlushChange(parts_.folders, change_); !status)
             return status;
     return KeepAll(files, going);
 }

@@ -1,10 +1,7 @@
 #pragma once
 
+#include "history/change_parts.h"
 #include "history/change_targets.h"
-#include "session/archive.h"
-#include "session/folders.h"
-#include "session/machine.h"
-#include "session/settings.h"
 
 #include <set>
 
@@ -20,9 +17,8 @@ public:
         First, ///< every content that is to come must be there
         Later  ///< what another hand took away since is passed over
     };
-    ChangeSteps(Machine& machine, const Folders& folders, const Archive& archive,
-                const ProgramSettings& settings, const Change& change,
-                std::set<std::string> elsewhere, Round round, Heartbeat beat = {});
+    ChangeSteps(const ChangeParts& parts, const Change& change, std::set<std::string> elsewhere,
+                Round round, Heartbeat beat = {});
 
     Status Go();
     /// After a failure: removes what `Go` added. False when files were overwritten or deleted
@@ -65,10 +61,7 @@ private:
     [[nodiscard]] bool HasNewPlace(const std::string& hash) const;
     void RemoveEmptied() const;
 
-    Machine& machine_;
-    const Folders& where_;
-    const Archive& archive_;
-    const ProgramSettings& settings_;
+    ChangeParts parts_;
     const Change& change_;
     std::set<std::string> elsewhere_;
     Round round_;

@@ -131,14 +131,15 @@ bool IsEntry(const Change& change)
 
 } // namespace
 
-Change NewChange(Machine& machine, const Folders& folders, const Archive& archive,
-                 const ProgramSettings& settings, ChangeKind kind, LevelCode code)
+Change NewChange(const ChangeParts& parts, ChangeKind kind, LevelCode code)
 {
+    const Folders& folders = parts.folders;
+    const Archive& archive = parts.archive;
     Change change;
     change.code = code;
     change.kind = kind;
     change.id = NextUndoId(folders);
-    change.madeNs = machine.NowNs();
+    change.madeNs = parts.machine.NowNs();
     change.levelName = LevelNameOf(archive, code);
     const Path home = LevelHomeOf(folders, code).lexically_normal();
     change.home = home.native();
@@ -146,7 +147,7 @@ Change NewChange(Machine& machine, const Folders& folders, const Archive& archiv
     const LevelRecord* level = archive.Find(code);
     change.sizes = {archive.header.mainFolderSize, archive.header.secondaryFolderSize,
                     level == nullptr ? 0 : level->extrasSize};
-    if (settings.undoCount == 0)
+    if (parts.settings.undoCount == 0)
         return change;
     // Without them there is no way back, but the change can be made.
     change.maker = TokenOfProgram(folders).ValueOr({});
@@ -184,10 +185,10 @@ Result<ChangedFolder> FilesThatCame(const Path& folder, const std::vector<Path>&
     return changed;
 }
 
-Status MakeChange(Machine& machine, const Folders& folders, const Archive& archive,
-                  const ProgramSettings& settings, const Change& change,
+Status MakeChange(const ChangeParts& parts, const Change& change,
                   const std::set<std::string>& elsewhere, const Heartbeat& beat)
 {
+    const Folders& folders = parts.folders;
     if (ChangeWaits(folders)) // its note would be lost
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::WorkPending)};
     const auto text = NoteTextOf(change);
@@ -198,8 +199,7 @@ Status MakeChange(Machine& machine, const Folders& folders, const Archive& archi
         (void)DropNote(folders); // it may stand though a part of it failed; nothing is done yet
         return status;
     }
-    ChangeSteps steps{
-        machine, folders, archive, settings, change, elsewhere, ChangeSteps::Round::First, beat};
+    ChangeSteps steps{parts, change, elsewhere, ChangeSteps::Round::First, beat};
     auto status = steps.Go();
     if (!status && steps.TakeBack())
         DropChange(folders, change); // a note that stays is finished at the next start
@@ -357,7 +357,8 @@ Status FinishChange(Machine& machine, const Folders& folders, Archive& archive,
         DropChange(folders, *change);
         return ChangeWaits(folders) ? MakeFailure(ErrorCode::CannotDelete, TextOf(file)) : Status{};
     }
-    ChangeSteps steps{machine, folders, archive, settings, *change, {}, ChangeSteps::Round::Later};
+    ChangeSteps steps{
+        {machine, folders, archive, settings}, *change, {}, ChangeSteps::Round::Later};
     if (auto status = steps.Go(); !status)
         return status;
     WriteArchivedCount(*change, change->archivedCount - steps.NotArchived());

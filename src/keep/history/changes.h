@@ -2,8 +2,7 @@
 
 #include "archive/level_folders.h"
 #include "formats/change_note.h"
-#include "session/machine.h"
-#include "session/settings.h"
+#include "history/change_parts.h"
 
 #include <set>
 
@@ -22,8 +21,7 @@ namespace kestrova
 
 /// A change of what a level has, with all that its entry tells, and nothing in it that changes yet.
 /// The level may be one that the archive does not know yet, or not any more.
-Change NewChange(Machine& machine, const Folders& folders, const Archive& archive,
-                 const ProgramSettings& settings, ChangeKind kind, LevelCode code);
+Change NewChange(const ChangeParts& parts, ChangeKind kind, LevelCode code);
 /// What goes is of the level's own files: it is kept beside them, under a second name where the
 /// file system can, and not in the history.
 void AreLevelsFiles(const Folders& folders, Change& change);
@@ -37,8 +35,7 @@ Result<ChangedFolder> FilesThatCame(const Path& folder, const std::vector<Path>&
 /// other files hold which take no part. A content that is nowhere any more fails it before anything
 /// changes. A failure before anything was overwritten or deleted takes back what was done; a later
 /// one leaves the note, and the next start, or the next change, finishes the work.
-Status MakeChange(Machine& machine, const Folders& folders, const Archive& archive,
-                  const ProgramSettings& settings, const Change& change,
+Status MakeChange(const ChangeParts& parts, const Change& change,
                   const std::set<std::string>& elsewhere = {}, const Heartbeat& beat = {});
 /// Notes a change whose work is done by the caller: a record that comes or goes, a folder that is
 /// moved. A killed one is decided by the archive's file.

@@ -24,9 +24,7 @@ LevelsStillThere(const Folders& folders, const Archive& archive, const Change& c
 
 } // namespace
 
-std::optional<Change> MarkingOf(Machine& machine, const Folders& folders, const Archive& archive,
-                                const ProgramSettings& settings,
-                                const std::vector<ChangedNote>& changed)
+std::optional<Change> MarkingOf(const ChangeParts& parts, const std::vector<ChangedNote>& changed)
 {
     std::vector<MarkedLevel> marks;
     for (const ChangedNote& level : changed) {
@@ -34,16 +32,15 @@ std::optional<Change> MarkingOf(Machine& machine, const Folders& folders, const 
         if (marked.before == marked.after)
             continue;
         // A level whose folder can bear no token cannot be told from another one later.
-        marked.token = TokenOfLevel(LevelHomeOf(folders, level.code), false).ValueOr({});
+        marked.token = TokenOfLevel(LevelHomeOf(parts.folders, level.code), false).ValueOr({});
         if (!marked.token.empty())
             marks.push_back(std::move(marked));
     }
     if (marks.empty())
         return std::nullopt;
     const bool one = marks.size() == 1;
-    Change change =
-        NewChange(machine, folders, archive, settings,
-                  one ? ChangeKind::LevelMarked : ChangeKind::LevelsMarked, marks.front().code);
+    Change change = NewChange(parts, one ? ChangeKind::LevelMarked : ChangeKind::LevelsMarked,
+                              marks.front().code);
     change.subject =
         one ? std::string{OnlyMarkOf(marks.front().after)} : std::to_string(marks.size());
     change.marks = std::move(marks);

@@ -10,9 +10,7 @@ namespace kestrova
 {
 
 /// The change that was made just now, for `NoteDone`. No value where nothing is different.
-std::optional<Change> MarkingOf(Machine& machine, const Folders& folders, const Archive& archive,
-                                const ProgramSettings& settings,
-                                const std::vector<ChangedNote>& changed);
+std::optional<Change> MarkingOf(const ChangeParts& parts, const std::vector<ChangedNote>& changed);
 /// The number of a level of which something else was said since, of those that the change is about
 /// and that are still there; no value when all is as the change left it, or as it was before.
 Result<std::optional<LevelCode>> OtherwiseMarked(const Folders& folders, const Archive& archive,

@@ -147,7 +147,7 @@ private:
         if (room_.count == 0 || !size || !digest || !aside ||
             static_cast<std::uint64_t>(*size) > room_.bytes)
             return false;
-        Change change = NewChange(at_.machine, at_.folders, at_.archive, at_.settings,
+        Change change = NewChange({at_.machine, at_.folders, at_.archive, at_.settings},
                                   ChangeKind::FilesLeft, level.levelCode);
         change.subject = std::to_string(level.cdNumber);
         LevelRecord before = level;

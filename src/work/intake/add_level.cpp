@@ -14,7 +14,7 @@ namespace kestrova
 bool AddLevel(Session& session, ProgressScope& progress, const ShowLevel& show, LevelCode& code)
 {
     LevelRecord record;
-    if (!BeginNewLevel(session.host, session.machine, session.Folders(), session.archive, record))
+    if (!BeginNewLevel(session, record))
         return false;
     const IntakeNote note{session.Folders()};
     note.Write(LevelHomeOf(session.Folders(), record.levelCode));
@@ -24,7 +24,7 @@ bool AddLevel(Session& session, ProgressScope& progress, const ShowLevel& show, 
         added = OpenNewLevel(level) && show(level);
     }
     note.Drop(); // from here on the folder's mark says what becomes of it
-    added = added && FinishNewLevel(session, session.machine, record);
+    added = added && FinishNewLevel(session, record);
     if (!added)
         DropNewLevel(session, record);
     code = record.levelCode;

@@ -67,8 +67,7 @@ void NoteEdit(Intake& intake)
     const Folders folders = session.Folders();
     if (session.settings.undoCount == 0)
         return;
-    Change change = NewChange(session.machine, folders, session.archive, session.settings,
-                              ChangeKind::LevelEdited, code);
+    Change change = NewChange(session, ChangeKind::LevelEdited, code);
     change.levelName = Trim(draft.saved.levelName);
     AreLevelsFiles(folders, change);
     if (draft.before) {

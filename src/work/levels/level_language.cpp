@@ -233,7 +233,7 @@ bool ChangeWithWayBack(const SwapParts& parts, LevelCode code, const Path& folde
     const Folders& folders = parts.folders;
     if (parts.settings.undoCount == 0 || ChangeWaits(folders))
         return ChangeLanguage(parts, folder, language, installed, failure);
-    Change change = NewChange(parts.machine, folders, parts.archive, parts.settings,
+    Change change = NewChange(parts,
                               language == LanguageChange::Mine ? ChangeKind::LanguageChanged
                                                                : ChangeKind::LanguageRestored,
                               code);

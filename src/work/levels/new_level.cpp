@@ -26,11 +26,10 @@ namespace
 
 /// The name of the new level's folder is free afterwards, or an empty folder has it. What an older
 /// list may have known is set aside whole, and named.
-bool MakeWay(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
-             const Path& folder)
+bool MakeWay(const ArchiveParts& parts, const Path& folder)
 {
     const auto fail = [&](const Failure& failure) {
-        TellFailure(host, GetMsg(Msg::CannotSetAside, {TextOf(folder)}), failure);
+        TellFailure(parts.host, GetMsg(Msg::CannotSetAside, {TextOf(folder)}), failure);
         return false;
     };
     const auto isThere = IsFolder(folder);
@@ -38,7 +37,7 @@ bool MakeWay(Host& host, Machine& machine, const Folders& folders, const Archive
         return fail(isThere.Error());
     if (!*isThere)
         return true;
-    const auto unfinished = IsUnfinishedIntake(folders, archive, folder);
+    const auto unfinished = IsUnfinishedIntake(parts.folders, parts.archive, folder);
     if (!unfinished)
         return fail(unfinished.Error());
     if (*unfinished)
@@ -51,26 +50,26 @@ bool MakeWay(Host& host, Machine& machine, const Folders& folders, const Archive
         return fail(holds.Error());
     if (!*holds)
         return true;
-    const auto names = SetAside(machine, folder);
+    const auto names = SetAside(parts.machine, folder);
     if (!names)
         return fail(names.Error());
     for (const Path& name : *names)
-        host.Tell(Tone::Warning,
-                  GetMsg(Msg::FolderSetAside, {TextOf(folder.filename()), TextOf(name)}));
+        parts.host.Tell(Tone::Warning,
+                        GetMsg(Msg::FolderSetAside, {TextOf(folder.filename()), TextOf(name)}));
     return true;
 }
 
 } // namespace
 
-bool BeginNewLevel(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
-                   LevelRecord& level)
+bool BeginNewLevel(const ArchiveParts& parts, LevelRecord& level)
 {
-    if (!HasArchive(host, archive) || !DoneOrTold(host, ArchiveFolderIsThere(archive)))
+    if (!HasArchive(parts.host, parts.archive) ||
+        !DoneOrTold(parts.host, ArchiveFolderIsThere(parts.archive)))
         return false;
     level = LevelRecord{};
-    level.levelCode = NextLevelCode(archive);
-    const Path folder = LevelHomeOf(folders, level.levelCode);
-    if (!MakeWay(host, machine, folders, archive, folder))
+    level.levelCode = NextLevelCode(parts.archive);
+    const Path folder = LevelHomeOf(parts.folders, level.levelCode);
+    if (!MakeWay(parts, folder))
         return false;
     const Status made = MakeLevelSubfolders(folder);
     if (made) {
@@ -78,9 +77,10 @@ bool BeginNewLevel(Host& host, Machine& machine, const Folders& folders, const A
         (void)WriteWholeFile(IntakeMark(folder), {}, false);
         return true;
     }
-    TellFailure(host,
+    TellFailure(parts.host,
                 GetMsg(Msg::CannotCreateLevelFolders) +
-                    Readable(Trim(archive.header.secondaryFolder)) + GetMsg(Msg::ClosingBracket),
+                    Readable(Trim(parts.archive.header.secondaryFolder)) +
+                    GetMsg(Msg::ClosingBracket),
                 made.Error());
     if (FolderExists(folder))
         (void)RemoveTree(folder); // an empty folder may stay; the next level takes it
@@ -92,10 +92,10 @@ namespace
 
 /// Before the list knows the level: its number may have been another one's, whose notes must never
 /// be taken for its own. Whatever fails here is told, and the level comes in without.
-void NoteWhenItCame(const ArchiveParts& parts, Machine& machine, LevelCode code)
+void NoteWhenItCame(const ArchiveParts& parts, LevelCode code)
 {
     const auto noted =
-        NoteAdded(parts.folders, parts.archive, code, machine.NowNs() / platform::nsOfSecond);
+        NoteAdded(parts.folders, parts.archive, code, parts.machine.NowNs() / platform::nsOfSecond);
     if (!noted)
         parts.host.Tell(Tone::Warning,
                         GetMsg(Msg::AddedNotNoted, {TextOf(LibraryFileOf(parts.folders))}),
@@ -118,11 +118,11 @@ void DropMark(Host& host, const Path& folder)
 
 } // namespace
 
-bool FinishNewLevel(const ArchiveParts& parts, Machine& machine, const LevelRecord& level)
+bool FinishNewLevel(const ArchiveParts& parts, const LevelRecord& level)
 {
     const Archive before = parts.archive;
     PutBehindTheOthers(parts.archive, level);
-    NoteWhenItCame(parts, machine, level.levelCode);
+    NoteWhenItCame(parts, level.levelCode);
     // From here on a start after a kill puts the level on the list.
     const Path folder = LevelHomeOf(parts.folders, level.levelCode);
     if (const auto whole = MarkIntakeWhole(folder, level); !whole) {

@@ -101,10 +101,9 @@ bool TakeOut(Session& session, LevelCode code)
 
 /// The removal as a change; noted, so that it can be undone however far it comes. One that cannot
 /// be noted is made without a way back, which is told.
-Change NoteRemoval(const ArchiveParts& parts, Machine& machine, LevelCode code, std::int32_t undoes)
+Change NoteRemoval(const ArchiveParts& parts, LevelCode code, std::int32_t undoes)
 {
-    Change change = NewChange(machine, parts.folders, parts.archive, parts.settings,
-                              ChangeKind::LevelRemoved, code);
+    Change change = NewChange(parts, ChangeKind::LevelRemoved, code);
     const std::ptrdiff_t index = FindLevel(parts.archive, code);
     change.undoes = undoes;
     change.record =
@@ -187,8 +186,8 @@ bool LeaveFolder(Host& host, const Folders& folders, const Path& folder, Change&
 }
 
 /// The folder with all that is in it, what the player made kept first.
-bool RemoveLevelFolder(const ArchiveParts& parts, Machine& machine, LevelCode code,
-                       const Path& folder, Change& change)
+bool RemoveLevelFolder(const ArchiveParts& parts, LevelCode code, const Path& folder,
+                       Change& change)
 {
     const auto isThere = IsFolder(folder);
     if (!isThere) {
@@ -198,13 +197,14 @@ bool RemoveLevelFolder(const ArchiveParts& parts, Machine& machine, LevelCode co
     }
     if (!*isThere)
         return true;
-    if (const auto kept = KeepPlayersFiles(machine, parts.folders, parts.settings, code, folder,
-                                           Msg::ReasonRemoved);
+    if (const auto kept = KeepPlayersFiles(parts.machine, parts.folders, parts.settings, code,
+                                           folder, Msg::ReasonRemoved);
         !kept) {
         TellFailure(parts.host, GetMsg(Msg::RemovedStateNotKept, {TextOf(folder)}), kept.Error());
         return false;
     }
-    const auto aside = SetRemovedAside(machine, parts.folders, parts.settings, folder, change);
+    const auto aside =
+        SetRemovedAside(parts.machine, parts.folders, parts.settings, folder, change);
     if (!aside ||
         (!*aside && (change.undoes != 0 || !MayGoForGood(parts.host, parts.settings, folder))))
         return LeaveFolder(parts.host, parts.folders, folder, change,
@@ -259,13 +259,13 @@ bool Remove(Session& session, LevelCode code, LevelFolders folders, std::int32_t
         return false;
     const LevelRecord level =
         session.archive.levels[static_cast<std::size_t>(FindLevel(session.archive, code))];
-    Change change = NoteRemoval(session, session.machine, code, undoes);
+    Change change = NoteRemoval(session, code, undoes);
     if (!TakeOffList(session, *change.record)) {
         DropChange(session.Folders(), change);
         return false;
     }
     const bool goes = WantsFoldersGone(session.host, folders, folder);
-    const bool gone = goes && RemoveLevelFolder(session, session.machine, code, folder, change);
+    const bool gone = goes && RemoveLevelFolder(session, code, folder, change);
     bool saved = true;
     if (gone) {
         // Before the change ends, so that a killed one is counted too.

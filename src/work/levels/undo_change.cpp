@@ -112,18 +112,17 @@ Status MoveAsSaid(const Change& change)
     return {};
 }
 
-Change WayBack(Machine& machine, const Folders& folders, const Archive& archive,
-               const ProgramSettings& settings, const Change& entry)
+Change WayBack(const ChangeParts& parts, const Change& entry)
 {
     Change back = Inverse(entry);
-    const Change now = NewChange(machine, folders, archive, settings, entry.kind, entry.code);
+    const Change now = NewChange(parts, entry.kind, entry.code);
     back.id = now.id;
     back.madeNs = now.madeNs;
     back.maker = now.maker;
     back.archive = now.archive;
     back.sizes = now.sizes;
     back.reason = Told(Msg::ReasonUndone);
-    back.kept = UndoContents(folders, back).native();
+    back.kept = UndoContents(parts.folders, back).native();
     return back;
 }
 
@@ -162,15 +161,15 @@ void LetCoverFollow(Host& host, const Folders& folders, const Archive& archive, 
 }
 
 /// Files that change, and then what follows them.
-bool MakeByFiles(const ArchiveParts& parts, Machine& machine, const Change& back,
-                 const Change& entry, const Heartbeat& beat)
+bool MakeByFiles(const ArchiveParts& parts, const Change& back, const Change& entry,
+                 const Heartbeat& beat)
 {
     const Folders& folders = parts.folders;
     // What a repair replaced was no level's file, so that its note stays.
     std::optional<StoredWatch> watch;
     if (back.ofLevelsFiles && entry.kind != ChangeKind::LevelRepaired)
         watch.emplace(back.home, beat);
-    const auto made = MakeChange(machine, folders, parts.archive, parts.settings, back, {}, beat);
+    const auto made = MakeChange(parts, back, {}, beat);
     if (!made && made.Error().code == ErrorCode::Stopped && !ChangeWaits(folders))
         return false; // all is as it was, and whoever pressed Stop knows
     if (!made)
@@ -259,7 +258,7 @@ namespace
 
 bool Undo(Session& session, const Change& change, LevelCode& code)
 {
-    auto ready = EndEarlierMove(session, session.machine);
+    auto ready = EndEarlierMove(session);
     auto wait = session.host.BeginProgress(
         ProgressWindow::Wait,
         GetMsg(change.isUndone ? Msg::RedoUnderWay : Msg::UndoUnderWay, {WhatWasDone(change)}));
@@ -283,12 +282,11 @@ bool Undo(Session& session, const Change& change, LevelCode& code)
         return false;
     if (follows)
         MendAfterRestart(session, entry.code);
-    const Change back =
-        WayBack(session.machine, session.Folders(), session.archive, session.settings, entry);
+    const Change back = WayBack(session, entry);
     if (!(!back.marks.empty()
               ? MakeByMarks(session.host, session.Folders(), session.archive, back, entry)
           : back.folders.empty() ? MakeByRecord(session, back, entry)
-                                 : MakeByFiles(session, session.machine, back, entry, beat)))
+                                 : MakeByFiles(session, back, entry, beat)))
         return false;
     if (follows)
         FollowInTrle(session.host, session.machine, session.Folders(), session.archive, back);

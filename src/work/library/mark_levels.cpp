@@ -82,22 +82,20 @@ std::optional<Change> TypedBefore(const Folders& folders, const Change& typed)
     return isIt ? std::optional{std::move(entry).Value()} : std::nullopt;
 }
 
-void LeaveEntryOf(Machine& machine, const Folders& folders, const Archive& archive,
-                  const ProgramSettings& settings, const std::vector<ChangedNote>& changed,
-                  bool goesOn)
+void LeaveEntryOf(const ChangeParts& parts, const std::vector<ChangedNote>& changed, bool goesOn)
 {
-    if (settings.undoCount == 0)
+    if (parts.settings.undoCount == 0)
         return;
-    auto marking = MarkingOf(machine, folders, archive, settings, changed);
+    auto marking = MarkingOf(parts, changed);
     if (!marking)
         return;
-    const auto earlier = goesOn ? TypedBefore(folders, *marking) : std::nullopt;
+    const auto earlier = goesOn ? TypedBefore(parts.folders, *marking) : std::nullopt;
     if (earlier)
         marking->marks.front().before = earlier->marks.front().before;
     if (marking->marks.front().before != marking->marks.front().after)
-        NoteDone(folders, settings, *marking);
+        NoteDone(parts.folders, parts.settings, *marking);
     if (earlier)
-        DropUsedEntry(folders, *earlier);
+        DropUsedEntry(parts.folders, *earlier);
 }
 
 } // namespace
@@ -130,8 +128,7 @@ MarkLevels(Session& session, const std::vector<LevelCode>& codes, const LevelMar
         session.host.Tell(Tone::Warning, GetMsg(Msg::NotesSetAside, {TextOf(changed->setAside)}));
     if (tooManyTags)
         session.host.Tell(Tone::Warning, GetMsg(Msg::TooManyTags, {std::to_string(mostTags)}));
-    LeaveEntryOf(session.machine, folders, session.archive, session.settings, changed->levels,
-                 marks.goesOn);
+    LeaveEntryOf(session, changed->levels, marks.goesOn);
     session.list.Refresh();
     return std::move(changed->levels);
 }

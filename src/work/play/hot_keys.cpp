@@ -123,7 +123,7 @@ void HotKeys::Keep(Picture picture)
         }
         const auto saved =
             index < 0 ? Status{Failure{ErrorCode::Missing, {}, GetMsg(Msg::CaptureNoLevel)}}
-                      : SaveCapturedShot(session_, session_.machine, shot, *file);
+                      : SaveCapturedShot(session_, shot, *file);
         if (!saved) {
             session_.host.Tell(Tone::Error, GetMsg(Msg::CaptureFailed) + TextOf(*file),
                                saved.Error().reason);

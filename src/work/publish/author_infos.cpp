@@ -66,8 +66,8 @@ std::string WebAddress(const std::string& site)
 
 } // namespace
 
-AuthorInfos::AuthorInfos(const ArchiveParts& parts, Machine& machine, std::size_t index)
-    : parts_(parts), machine_(machine), index_(index)
+AuthorInfos::AuthorInfos(const ArchiveParts& parts, std::size_t index)
+    : parts_(parts), index_(index)
 {
     const LevelRecord& level = parts.archive.levels[index];
     name = Trim(level.authorName);
@@ -147,8 +147,8 @@ void AuthorInfos::DeleteSite()
 void AuthorInfos::SendMail()
 {
     if (const auto address = Selected(emails, Msg::NoSelectedItem))
-        (void)machine_.Open(std::string{OnDisk::MailScheme} + MailPath(*address),
-                            parts_.folders.program); // the desktop says what it cannot do
+        (void)parts_.machine.Open(std::string{OnDisk::MailScheme} + MailPath(*address),
+                                  parts_.folders.program); // the desktop says what it cannot do
 }
 
 void AuthorInfos::VisitSite()
@@ -161,7 +161,7 @@ void AuthorInfos::VisitSite()
         parts_.host.Tell(Tone::Warning, GetMsg(Msg::NoWebAddress, {Readable(*site)}));
         return;
     }
-    (void)machine_.Open(address, parts_.folders.program);
+    (void)parts_.machine.Open(address, parts_.folders.program);
 }
 
 bool AuthorInfos::Store()
@@ -199,8 +199,7 @@ void AuthorInfos::NoteStored(const LevelRecord& before)
     const LevelRecord& level = parts_.archive.levels[index_];
     if (IsSameRecord(before, level))
         return;
-    kestrova::Change change = NewChange(machine_, parts_.folders, parts_.archive, parts_.settings,
-                                        ChangeKind::LevelEdited, level.levelCode);
+    kestrova::Change change = NewChange(parts_, ChangeKind::LevelEdited, level.levelCode);
     change.record = ChangedRecord{index_, before, level};
     NoteDone(parts_.folders, parts_.settings, change);
 }

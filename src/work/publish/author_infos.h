@@ -17,7 +17,7 @@ public:
     };
 
     /// `index` is the level's place in the archive.
-    AuthorInfos(const ArchiveParts& parts, Machine& machine, std::size_t index);
+    AuthorInfos(const ArchiveParts& parts, std::size_t index);
 
     std::string name;
     std::string note;
@@ -52,7 +52,6 @@ private:
     std::optional<std::string> Selected(const Addresses& list, Message refusal);
 
     ArchiveParts parts_;
-    Machine& machine_;
     std::size_t index_;
 };
 

@@ -28,33 +28,31 @@ Result<Path> PlaceFor(const Folders& folders, const Archive& archive, LevelCode 
 
 } // namespace
 
-Result<Path> BringBack(Machine& machine, const Folders& folders, const Archive& archive,
-                       const ProgramSettings& settings, LevelCode code, const std::string& id)
+Result<Path> BringBack(const ChangeParts& parts, LevelCode code, const std::string& id)
 {
-    const auto entry = HistoryEntryOf(folders, code, id);
+    const auto entry = HistoryEntryOf(parts.folders, code, id);
     if (!entry)
         return entry.Error();
-    const Path level = LevelHomeOf(folders, code);
+    const Path level = LevelHomeOf(parts.folders, code);
     const auto isThere = IsFolder(level);
     if (!isThere)
         return isThere.Error();
     if (!*isThere)
         return Failure{ErrorCode::Missing, {}, GetMsg(Msg::HistoryLevelGone, {TextOf(level), id})};
-    const auto home = PlaceFor(folders, archive, code, *entry);
+    const auto home = PlaceFor(parts.folders, parts.archive, code, *entry);
     if (!home)
         return home;
     const Path folder = ResolvePath(*home);
-    auto place = CopyOutOfHistory(folders, *entry, folder);
+    auto place = CopyOutOfHistory(parts.folders, *entry, folder);
     auto came = place ? FilesThatCame(folder, {*place}) : place.Error();
     if (!came)
         return place;
-    Change change =
-        NewChange(machine, folders, archive, settings, ChangeKind::SavegameBroughtBack, code);
+    Change change = NewChange(parts, ChangeKind::SavegameBroughtBack, code);
     change.subject = place->filename().native();
     if (!entry->picture)
         change.live = folder.native();
     change.folders = {std::move(came).Value()};
-    NoteDone(folders, settings, change);
+    NoteDone(parts.folders, parts.settings, change);
     return place;
 }
 

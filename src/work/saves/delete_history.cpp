@@ -75,7 +75,7 @@ bool DeleteHistoryTold(Session& session, const std::vector<std::string>& words)
 {
     const Operation operation{session};
     // What was cut short may need what the history holds.
-    const auto ready = EndEarlierMove(session, session.machine);
+    const auto ready = EndEarlierMove(session);
     const auto chosen =
         ready ? KeptNamed(session.Folders(), words) : Result<ChosenKept>{ready.Error()};
     if (!chosen) {

@@ -47,7 +47,7 @@ Status PlanDeletion(const std::vector<LevelSavegame>& chosen, SavegamePlan& plan
 Status DeleteSavegames(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen)
 {
     const Operation operation{session};
-    if (auto ready = EndEarlierMove(session, session.machine); !ready)
+    if (auto ready = EndEarlierMove(session); !ready)
         return ready;
     const auto live = LiveStateFolder(session.Folders(), session.archive, code);
     const auto store = LoadSavegameStore(session.Folders(), session.preferences, code);
@@ -61,8 +61,7 @@ Status DeleteSavegames(Session& session, LevelCode code, const std::vector<Level
     if (!folders)
         return folders.Error();
 
-    Change change = NewChange(session.machine, session.Folders(), session.archive, session.settings,
-                              ChangeKind::SavegamesDeleted, code);
+    Change change = NewChange(session, ChangeKind::SavegamesDeleted, code);
     change.reason = Told(Msg::ReasonSavegameDeleted);
     change.subject = std::to_string(chosen.size());
     change.header = platform::AbsolutePath(SlotsRootOf(session.Folders(), code) /
@@ -72,8 +71,7 @@ Status DeleteSavegames(Session& session, LevelCode code, const std::vector<Level
     change.archivedCount = store->header.archivedCount - archived;
     change.live = ResolvePath(*live).native();
     change.folders = std::move(*folders);
-    auto status =
-        MakeChange(session.machine, session.Folders(), session.archive, session.settings, change);
+    auto status = MakeChange(session, change);
     if (status) {
         WriteArchivedCount(change, change.archivedCount);
         status = EndChange(session.Folders(), session.settings, change);

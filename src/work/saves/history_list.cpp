@@ -37,10 +37,9 @@ std::string HistoryList::LevelName() const
 
 Result<Path> HistoryList::Place(const std::string& id)
 {
-    if (auto status = EndEarlierMove(session_, session_.machine); !status)
+    if (auto status = EndEarlierMove(session_); !status)
         return status.Error();
-    return kestrova::BringBack(session_.machine, session_.Folders(), session_.archive,
-                               session_.settings, code_, id);
+    return kestrova::BringBack(session_, code_, id);
 }
 
 bool HistoryList::SlotsAreTaken() const

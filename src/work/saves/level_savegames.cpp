@@ -87,8 +87,7 @@ bool IsLiveAlready(const Path& live, const LevelSavegame& chosen)
 Status BringOne(Session& session, LevelCode code, const LevelSavegame& chosen)
 {
     if (chosen.place == SavegamePlace::History)
-        return StatusOf(BringBack(session.machine, session.Folders(), session.archive,
-                                  session.settings, code, chosen.id));
+        return StatusOf(BringBack(session, code, chosen.id));
     const auto live = LiveStateFolder(session.Folders(), session.archive, code);
     if (!live)
         return live.Error();
@@ -195,7 +194,7 @@ std::string WordsOf(const LevelSavegame& savegame)
 bool BringIntoSlots(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen)
 {
     const Operation operation{session};
-    if (const auto ready = EndEarlierMove(session, session.machine); !ready) {
+    if (const auto ready = EndEarlierMove(session); !ready) {
         TellFailure(session.host, GetMsg(Msg::SavegamesNotMoved), ready.Error());
         return false;
     }

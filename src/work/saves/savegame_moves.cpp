@@ -97,8 +97,7 @@ Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan,
                                                  added); // wraps as the record does
     const Path header =
         SlotsRootOf(session.Folders(), code) / FileNameOf(OnDisk::FragSavegameHeader);
-    Change change = NewChange(session.machine, session.Folders(), session.archive, session.settings,
-                              move.kind, code);
+    Change change = NewChange(session, move.kind, code);
     change.reason = Told(move.reason);
     change.header = platform::AbsolutePath(header).native();
     change.archivedCount = count;
@@ -106,8 +105,7 @@ Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan,
     change.live = move.live.native();
     change.folders = std::move(*folders);
     const auto going = ContentsThatGo(change.folders, elsewhere);
-    auto status = MakeChange(session.machine, session.Folders(), session.archive, session.settings,
-                             change, elsewhere);
+    auto status = MakeChange(session, change, elsewhere);
     if (status && !going.empty())
         kept = IdsOf(session.Folders(), code, going);
     const auto after = LoadSavegameStore(session.Folders(), session.preferences, code);
@@ -196,19 +194,20 @@ void TakeFromSlot(SavegamePlan& plan, SavegamePlan::Folder slot, SavegamePlan::F
 }
 
 /// A folder in the plan, one spelling of each name in it.
-Result<SavegamePlan::Folder> FolderOf(const ArchiveParts& parts, Machine& machine, LevelCode code,
-                                      SavegamePlan& plan, const Path& folder)
+Result<SavegamePlan::Folder> FolderOf(const ArchiveParts& parts, LevelCode code, SavegamePlan& plan,
+                                      const Path& folder)
 {
-    if (auto status = SettleTwins(parts.host, machine, parts.settings, parts.folders, code, folder);
+    if (auto status =
+            SettleTwins(parts.host, parts.machine, parts.settings, parts.folders, code, folder);
         !status)
         return status.Error();
     return plan.AddFolder(folder);
 }
 
 /// The level's live folder, an earlier move being at its end.
-Result<Path> ReadyLiveFolder(const ArchiveParts& parts, Machine& machine, LevelCode code)
+Result<Path> ReadyLiveFolder(const ArchiveParts& parts, LevelCode code)
 {
-    if (auto status = EndEarlierMove(parts, machine); !status)
+    if (auto status = EndEarlierMove(parts); !status)
         return status.Error();
     const auto folder = LiveStateFolder(parts.folders, parts.archive, code);
     if (!folder)
@@ -229,11 +228,11 @@ std::string WordsAboutKept(const SavegamesMoved& moved, LevelCode code)
 Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
 {
     const Operation operation{session};
-    const auto live = ReadyLiveFolder(session, session.machine, code);
+    const auto live = ReadyLiveFolder(session, code);
     if (!live)
         return live.Error();
     SavegamePlan plan;
-    const auto from = FolderOf(session, session.machine, code, plan, *live);
+    const auto from = FolderOf(session, code, plan, *live);
     if (!from)
         return from.Error();
     const auto names = plan.Savegames(*from);
@@ -276,7 +275,7 @@ Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
 Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
 {
     const Operation operation{session};
-    const auto live = ReadyLiveFolder(session, session.machine, code);
+    const auto live = ReadyLiveFolder(session, code);
     if (!live)
         return live.Error();
     const auto standing = SavegamesIn(*live);
@@ -298,9 +297,8 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
         return status.Error();
 
     SavegamePlan plan;
-    const auto slots = FolderOf(session, session.machine, code, plan, *live);
-    const auto slot =
-        slots ? FolderOf(session, session.machine, code, plan, ArchiveSlot(root, *last)) : slots;
+    const auto slots = FolderOf(session, code, plan, *live);
+    const auto slot = slots ? FolderOf(session, code, plan, ArchiveSlot(root, *last)) : slots;
     if (!slot)
         return slot.Error();
     if (auto status =
@@ -337,9 +335,9 @@ Result<SavegamesMoved> RestoreSavegames(Session& session)
     return code ? RestoreSavegamesOf(session, *code) : SavegamesMoved{};
 }
 
-Status EndEarlierMove(const ArchiveParts& parts, Machine& machine)
+Status EndEarlierMove(const ArchiveParts& parts)
 {
-    if (auto status = FinishChange(machine, parts.folders, parts.archive, parts.settings);
+    if (auto status = FinishChange(parts.machine, parts.folders, parts.archive, parts.settings);
         !status) {
         if (status.Error().code != ErrorCode::Damaged)
             return status;

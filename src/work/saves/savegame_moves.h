@@ -35,6 +35,6 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code);
 
 /// Finishes what an earlier move left. A failure also while a swap waits to be mended: nothing may
 /// move savegames then.
-Status EndEarlierMove(const ArchiveParts& parts, Machine& machine);
+Status EndEarlierMove(const ArchiveParts& parts);
 
 } // namespace kestrova

@@ -69,8 +69,7 @@ Result<Path> FreeSlot(const Path& folder)
 }
 
 /// Deletes what was exported, once it is in the history too.
-void DeleteExported(Machine& machine, const Folders& folders, const Archive& archive,
-                    const ProgramSettings& settings, LevelCode code, const std::vector<Path>& files,
+void DeleteExported(const ChangeParts& parts, LevelCode code, const std::vector<Path>& files,
                     const Path& folder, FailedFiles& failed)
 {
     std::vector<Path> going;
@@ -82,8 +81,7 @@ void DeleteExported(Machine& machine, const Folders& folders, const Archive& arc
             failed.push_back({file, MakeFailure(ErrorCode::Differs, TextOf(file))});
     if (going.empty())
         return;
-    Change change =
-        NewChange(machine, folders, archive, settings, ChangeKind::SavegamesExported, code);
+    Change change = NewChange(parts, ChangeKind::SavegamesExported, code);
     change.reason = Told(Msg::ReasonExported);
     change.subject = std::to_string(going.size());
     change.live = going.front().parent_path().native();
@@ -93,29 +91,27 @@ void DeleteExported(Machine& machine, const Folders& folders, const Archive& arc
         status = live.Error();
     if (status) {
         change.folders = {std::move(live).Value()};
-        status = MakeChange(machine, folders, archive, settings, change);
+        status = MakeChange(parts, change);
     }
     if (status)
-        status = EndChange(folders, settings, change);
+        status = EndChange(parts.folders, parts.settings, change);
     if (!status)
         for (FailedFile& file : AllFailed(going, status.Error()))
             failed.push_back(std::move(file));
 }
 
 /// Savegames that came into a folder of the level, in its free places, can go again.
-void NoteComing(Machine& machine, const Folders& folders, const Archive& archive,
-                const ProgramSettings& settings, LevelCode code, const Path& folder,
+void NoteComing(const ChangeParts& parts, LevelCode code, const Path& folder,
                 const std::vector<Path>& files)
 {
     auto came = FilesThatCame(folder, files);
     if (files.empty() || !came)
         return;
-    Change change =
-        NewChange(machine, folders, archive, settings, ChangeKind::SavegamesImported, code);
+    Change change = NewChange(parts, ChangeKind::SavegamesImported, code);
     change.subject = std::to_string(files.size());
     change.live = folder.native();
     change.folders = {std::move(came).Value()};
-    NoteDone(folders, settings, change);
+    NoteDone(parts.folders, parts.settings, change);
 }
 
 } // namespace
@@ -127,7 +123,7 @@ FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Pa
     if (!live)
         return AllFailed(files, live.Error());
     const Path folder = ResolvePath(*live);
-    auto ready = EndEarlierMove(session, session.machine);
+    auto ready = EndEarlierMove(session);
     if (ready)
         ready = MakeFolder(folder);
     if (!ready)
@@ -143,8 +139,7 @@ FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Pa
         else
             came.push_back(*place);
     }
-    NoteComing(session.machine, session.Folders(), session.archive, session.settings, code, folder,
-               came);
+    NoteComing(session, code, folder, came);
     (void)FlushFolder(folder); // what was imported is still where it came from
     return failed;
 }
@@ -154,7 +149,7 @@ FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<
                             std::vector<std::string>* replaced)
 {
     const Operation operation{session};
-    if (const auto ready = EndEarlierMove(session, session.machine); !ready)
+    if (const auto ready = EndEarlierMove(session); !ready)
         return AllFailed(files, ready.Error());
     const Path place = ResolvePath(folder);
     FailedFiles failed;
@@ -169,8 +164,7 @@ FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<
             exported.push_back(file);
     }
     if (deleteSources && !exported.empty())
-        DeleteExported(session.machine, session.Folders(), session.archive, session.settings, code,
-                       exported, place, failed);
+        DeleteExported(session, code, exported, place, failed);
     return failed;
 }
 

@@ -11,8 +11,7 @@
 namespace kestrova
 {
 
-Status SaveCapturedShot(const ArchiveParts& parts, Machine& machine, const CapturedShot& shot,
-                        const Path& jpeg)
+Status SaveCapturedShot(const ArchiveParts& parts, const CapturedShot& shot, const Path& jpeg)
 {
     if (auto made = MakeFolder(shot.folder); !made)
         return made;
@@ -20,18 +19,18 @@ Status SaveCapturedShot(const ArchiveParts& parts, Machine& machine, const Captu
     const LevelCode code = parts.archive.levels[shot.level].levelCode;
     const bool ofLevel = jpeg.parent_path() == shot.folder;
     const auto saved =
-        ofLevel ? WriteShot(machine, parts.folders, parts.archive, parts.settings,
-                            ShotChange(machine, parts.folders, parts.archive, parts.settings,
-                                       ChangeKind::ShotCaptured, code, jpeg.filename().native()),
-                            jpeg, write)
-                : write(jpeg);
+        ofLevel
+            ? WriteShot(parts,
+                        ShotChange(parts, ChangeKind::ShotCaptured, code, jpeg.filename().native()),
+                        jpeg, write)
+            : write(jpeg);
     if (!saved)
         return saved;
     AddShotSize(parts, static_cast<double>(FileSize(jpeg)), shot.level);
     return {};
 }
 
-bool AskSaveCapturedShot(const ArchiveParts& parts, Machine& machine, const CapturedShot& shot)
+bool AskSaveCapturedShot(const ArchiveParts& parts, const CapturedShot& shot)
 {
     const auto jpeg = parts.host.ChooseSaveFile(GetMsg(Msg::CaptureSaveTitle),
                                                 GetMsg(Msg::CaptureSaveFilter), shot.folder, {});
@@ -55,7 +54,7 @@ bool AskSaveCapturedShot(const ArchiveParts& parts, Machine& machine, const Capt
             file = std::move(*free);
         }
     }
-    if (const auto saved = SaveCapturedShot(parts, machine, shot, file); !saved) {
+    if (const auto saved = SaveCapturedShot(parts, shot, file); !saved) {
         const std::string place = std::string{lineBreak} + TextOf(file) + std::string{lineBreak};
         parts.host.Tell(Tone::Error,
                         GetMsg(Msg::CaptureSaveFailed, {place}) + saved.Error().reason);

@@ -14,12 +14,11 @@ struct CapturedShot {
 };
 
 /// Writes a captured picture as a jpeg and counts it.
-Status SaveCapturedShot(const ArchiveParts& parts, Machine& machine, const CapturedShot& shot,
-                        const Path& jpeg);
+Status SaveCapturedShot(const ArchiveParts& parts, const CapturedShot& shot, const Path& jpeg);
 
 /// Asks for a place and saves there; a failure is told. False when the person cancelled, so that
 /// the picture waits for another decision.
-bool AskSaveCapturedShot(const ArchiveParts& parts, Machine& machine, const CapturedShot& shot);
+bool AskSaveCapturedShot(const ArchiveParts& parts, const CapturedShot& shot);
 
 /// Gives the screen back to the game, which waits behind the prompt, when its window is there.
 void BringGameBack(Machine& machine);

@@ -9,24 +9,22 @@
 namespace kestrova
 {
 
-Change ShotChange(Machine& machine, const Folders& folders, const Archive& archive,
-                  const ProgramSettings& settings, ChangeKind kind, LevelCode code,
+Change ShotChange(const ChangeParts& parts, ChangeKind kind, LevelCode code,
                   const std::string& subject)
 {
-    Change change = NewChange(machine, folders, archive, settings, kind, code);
+    Change change = NewChange(parts, kind, code);
     change.subject = subject;
     change.reason =
         Told(kind == ChangeKind::ShotDeleted ? Msg::ReasonShotDeleted : Msg::ReasonShotReplaced);
     return change;
 }
 
-Status MakeShotChange(Machine& machine, const Folders& folders, const Archive& archive,
-                      const ProgramSettings& settings, const Change& change)
+Status MakeShotChange(const ChangeParts& parts, const Change& change)
 {
-    if (auto status = MakeChange(machine, folders, archive, settings, change); !status)
+    if (auto status = MakeChange(parts, change); !status)
         return status;
     // It is made: what cannot be noted of it now is ended by the next change, or the next start.
-    (void)EndChange(folders, settings, change);
+    (void)EndChange(parts.folders, parts.settings, change);
     return {};
 }
 
@@ -54,8 +52,7 @@ void CountNew(Change& change, const Path& picture)
 
 } // namespace
 
-Status WriteShot(Machine& machine, const Folders& folders, const Archive& archive,
-                 const ProgramSettings& settings, Change change, const Path& place,
+Status WriteShot(const ChangeParts& parts, Change change, const Path& place,
                  const std::function<Status(const Path&)>& write)
 {
     const Path old = ResolvePath(place);
@@ -66,10 +63,10 @@ Status WriteShot(Machine& machine, const Folders& folders, const Archive& archiv
         if (auto status = write(place); !status)
             return status;
         CountNew(change, place);
-        NoteNewShots(folders, settings, std::move(change), {place});
+        NoteNewShots(parts.folders, parts.settings, std::move(change), {place});
         return {};
     }
-    const StagedPlace drawn{folders.program / old.filename()};
+    const StagedPlace drawn{parts.folders.program / old.filename()};
     if (auto status = write(drawn.Staged()); !status)
         return status;
     auto replaced = FilesThatGo(old.parent_path(), {old});
@@ -82,7 +79,7 @@ Status WriteShot(Machine& machine, const Folders& folders, const Archive& archiv
     CountNew(change, drawn.Staged());
     change.kind = ChangeKind::ShotReplaced;
     change.folders = {std::move(replaced).Value()};
-    return MakeShotChange(machine, folders, archive, settings, change);
+    return MakeShotChange(parts, change);
 }
 
 } // namespace kestrova

@@ -81,9 +81,7 @@ bool KeepShot(Host& host, Machine& machine, const Folders& folders, const Progra
 }
 
 /// The picture under a name of the level's folder; another one that bears it is replaced.
-Status PutShot(Machine& machine, const Folders& folders, const Archive& archive,
-               const ProgramSettings& settings, LevelCode code, const Path& source,
-               const Path& target)
+Status PutShot(const ChangeParts& parts, LevelCode code, const Path& source, const Path& target)
 {
     const Path folder = target.parent_path();
     if (auto status = MakeFolder(folder); !status)
@@ -96,53 +94,44 @@ Status PutShot(Machine& machine, const Folders& folders, const Archive& archive,
     if (*isFree) {
         if (auto status = CopyFileOver(source, target, {Verify::Content, true, true, {}}); !status)
             return status;
-        NoteNewShots(
-            folders, settings,
-            ShotChange(machine, folders, archive, settings, ChangeKind::ShotAdded, code, name),
-            {target});
+        NoteNewShots(parts.folders, parts.settings,
+                     ShotChange(parts, ChangeKind::ShotAdded, code, name), {target});
         return {};
     }
     if (SameContent(source, old))
         return {};
-    Change change =
-        ShotChange(machine, folders, archive, settings, ChangeKind::ShotReplaced, code, name);
+    Change change = ShotChange(parts, ChangeKind::ShotReplaced, code, name);
     auto replaced = FilesThatGo(folder, {old});
     const auto hash = HashIfThere(source);
     if (!replaced || !hash)
         return replaced ? hash.Error() : replaced.Error();
     replaced->after = {{old.filename().native(), *hash, platform::AbsolutePath(source).native()}};
     change.folders = {std::move(replaced).Value()};
-    return MakeShotChange(machine, folders, archive, settings, change);
+    return MakeShotChange(parts, change);
 }
 
 /// The picture goes, and no other one.
-Status TakeAway(Machine& machine, const Folders& folders, const Archive& archive,
-                const ProgramSettings& settings, LevelCode code, const Path& shot,
-                std::int32_t bytes)
+Status TakeAway(const ChangeParts& parts, LevelCode code, const Path& shot, std::int32_t bytes)
 {
     auto going = FilesThatGo(shot.parent_path(), {shot});
     if (!going)
         return going.Error();
-    Change change = ShotChange(machine, folders, archive, settings, ChangeKind::ShotDeleted, code,
-                               shot.filename().native());
+    Change change = ShotChange(parts, ChangeKind::ShotDeleted, code, shot.filename().native());
     change.extraBytes = -bytes;
     change.folders = {std::move(going).Value()};
-    return MakeShotChange(machine, folders, archive, settings, change);
+    return MakeShotChange(parts, change);
 }
 
 /// The picture has another name by now.
-void NoteRenamed(Machine& machine, const Folders& folders, const Archive& archive,
-                 const ProgramSettings& settings, LevelCode code, const Path& shot,
-                 const Path& target)
+void NoteRenamed(const ChangeParts& parts, LevelCode code, const Path& shot, const Path& target)
 {
     auto renamed = FilesThatCame(target.parent_path(), {target});
     if (!renamed || shot.parent_path() != target.parent_path() || shot == target)
         return; // there is no way back then
     renamed->before = {{shot.filename().native(), renamed->after.front().hash}};
-    Change change = ShotChange(machine, folders, archive, settings, ChangeKind::ShotRenamed, code,
-                               shot.filename().native());
+    Change change = ShotChange(parts, ChangeKind::ShotRenamed, code, shot.filename().native());
     change.folders = {std::move(renamed).Value()};
-    NoteDone(folders, settings, change);
+    NoteDone(parts.folders, parts.settings, change);
 }
 
 void LetCoverFollow(Host& host, const Folders& folders, const Archive& archive, LevelCode code,
@@ -201,8 +190,7 @@ bool AddShotFile(Session& session, ShotList& shots, const Path& source)
         !KeepShot(session.host, session.machine, session.Folders(), session.settings, shots.Code(),
                   ResolvePath(target), Msg::ReasonShotReplaced))
         return false;
-    const auto done = PutShot(session.machine, session.Folders(), session.archive, session.settings,
-                              shots.Code(), source, target);
+    const auto done = PutShot(session, shots.Code(), source, target);
     if (!done)
         TellFailure(session.host, GetMsg(Msg::ShotAddFailed), done.Error());
     ShowAgain(session.host, session.list, session.Folders(), shots);
@@ -223,8 +211,7 @@ bool DeleteShot(Session& session, ShotList& shots)
                   shot, Msg::ReasonShotDeleted))
         return false;
     const auto size = SizeField(static_cast<double>(FileSize(shot)));
-    const auto gone = TakeAway(session.machine, session.Folders(), session.archive,
-                               session.settings, shots.Code(), shot, size);
+    const auto gone = TakeAway(session, shots.Code(), shot, size);
     if (!gone)
         TellFailure(session.host, GetMsg(Msg::ShotDeleteFailed), gone.Error());
     else if (const std::ptrdiff_t index = FindLevel(session.archive, shots.Code()); index >= 0)
@@ -269,8 +256,7 @@ bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std
         TellFailure(session.host, GetMsg(Msg::ShotRenameFailed),
                     MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure));
     else {
-        NoteRenamed(session.machine, session.Folders(), session.archive, session.settings,
-                    shots.Code(), shot, target);
+        NoteRenamed(session, shots.Code(), shot, target);
         LetCoverFollow(session.host, session.Folders(), session.archive, shots.Code(), shot,
                        target);
     }

@@ -19,11 +19,11 @@ namespace
 
 using ShowSteps = std::function<void(std::size_t done, std::size_t total)>;
 
-ImportedShots Import(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
-                     const ProgramSettings& settings, std::size_t index, const ShowSteps& shown)
+ImportedShots Import(Host& host, const ChangeParts& parts, std::size_t index,
+                     const ShowSteps& shown)
 {
-    const LevelRecord& level = archive.levels[index];
-    const Path store = InFolder(LevelHomeOf(folders, level.levelCode), OnDisk::DirSavegames);
+    const LevelRecord& level = parts.archive.levels[index];
+    const Path store = InFolder(LevelHomeOf(parts.folders, level.levelCode), OnDisk::DirSavegames);
     auto tree = ScanTreeIfThere(store);
     if (tree)
         std::erase_if(tree->files, [](const Path& file) {
@@ -34,7 +34,7 @@ ImportedShots Import(Host& host, Machine& machine, const Folders& folders, const
     if (tree && tree->files.empty())
         return {};
     const auto room =
-        tree ? MakeFolder(ShotFolderOf(folders, level.levelCode)) : Status{tree.Error()};
+        tree ? MakeFolder(ShotFolderOf(parts.folders, level.levelCode)) : Status{tree.Error()};
     if (!room) {
         TellFailure(host, GetMsg(Msg::ShotImportUnread, {Trim(level.levelName)}), room.Error());
         return {false, 0};
@@ -44,7 +44,7 @@ ImportedShots Import(Host& host, Machine& machine, const Folders& folders, const
     for (std::size_t i = 0; i < tree->files.size(); ++i) {
         const Path& file = tree->files[i];
         std::string extension;
-        const auto target = NewShotName(folders, archive, index, extension);
+        const auto target = NewShotName(parts.folders, parts.archive, index, extension);
         const auto copied = target ? CopyFileOver(file, *target) : target.Error();
         if (copied)
             came.push_back(*target);
@@ -58,38 +58,33 @@ ImportedShots Import(Host& host, Machine& machine, const Folders& folders, const
         }
         shown(i + 1, tree->files.size());
     }
-    NoteNewShots(folders, settings,
-                 ShotChange(machine, folders, archive, settings, ChangeKind::ShotsImported,
-                            level.levelCode, std::to_string(came.size())),
-                 came);
+    NoteNewShots(
+        parts.folders, parts.settings,
+        ShotChange(parts, ChangeKind::ShotsImported, level.levelCode, std::to_string(came.size())),
+        came);
     return {all, came.size()};
 }
 
 } // namespace
 
-ImportedShots ImportShots(Host& host, Machine& machine, const Folders& folders,
-                          const Archive& archive, const ProgramSettings& settings,
-                          std::size_t index, ProgressScope& progress)
+ImportedShots ImportShots(Host& host, const ChangeParts& parts, std::size_t index,
+                          ProgressScope& progress)
 {
-    return Import(host, machine, folders, archive, settings, index,
-                  [&](std::size_t done, std::size_t total) {
-                      progress.SetBar(done, total);
-                      (void)progress.Step(); // it offers no stop
-                  });
+    return Import(host, parts, index, [&](std::size_t done, std::size_t total) {
+        progress.SetBar(done, total);
+        (void)progress.Step(); // it offers no stop
+    });
 }
 
-ImportedShots ImportShotsOfAllLevels(Host& host, Machine& machine, const Folders& folders,
-                                     const Archive& archive, const ProgramSettings& settings,
-                                     ProgressScope& progress)
+ImportedShots ImportShotsOfAllLevels(Host& host, const ChangeParts& parts, ProgressScope& progress)
 {
     ImportedShots imported;
-    for (std::size_t index = 0; index < archive.levels.size(); ++index) {
+    for (std::size_t index = 0; index < parts.archive.levels.size(); ++index) {
         const ImportedShots ofLevel =
-            Import(host, machine, folders, archive, settings, index,
-                   [&](std::size_t, std::size_t) { (void)progress.Step(); });
+            Import(host, parts, index, [&](std::size_t, std::size_t) { (void)progress.Step(); });
         imported.all = imported.all && ofLevel.all;
         imported.pictures += ofLevel.pictures;
-        progress.SetBar(index + 1, archive.levels.size());
+        progress.SetBar(index + 1, parts.archive.levels.size());
         (void)progress.Step(); // it offers no stop
     }
     return imported;

@@ -1,10 +1,7 @@
 #pragma once
 
-#include "session/archive.h"
-#include "session/folders.h"
+#include "history/change_parts.h"
 #include "session/host.h"
-#include "session/machine.h"
-#include "session/settings.h"
 
 namespace kestrova
 {
@@ -18,12 +15,9 @@ struct ImportedShots {
 /// Copies the pictures of a level's archived savegames into its list of screen-shots, each under
 /// the next free name, the bar following the files. A failed copy is told, and the next one is
 /// tried. Nothing remembers what was imported before.
-ImportedShots ImportShots(Host& host, Machine& machine, const Folders& folders,
-                          const Archive& archive, const ProgramSettings& settings,
-                          std::size_t index, ProgressScope& progress);
+ImportedShots ImportShots(Host& host, const ChangeParts& parts, std::size_t index,
+                          ProgressScope& progress);
 /// The same for every level, the bar following the levels.
-ImportedShots ImportShotsOfAllLevels(Host& host, Machine& machine, const Folders& folders,
-                                     const Archive& archive, const ProgramSettings& settings,
-                                     ProgressScope& progress);
+ImportedShots ImportShotsOfAllLevels(Host& host, const ChangeParts& parts, ProgressScope& progress);
 
 } // namespace kestrova

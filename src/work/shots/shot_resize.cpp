@@ -37,8 +37,7 @@ std::span<const ShotSize> ShotSizes()
     return sizes;
 }
 
-bool SaveResizedShot(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
-                     const ProgramSettings& settings, LevelCode code, const Picture& drawn,
+bool SaveResizedShot(Host& host, const ChangeParts& parts, LevelCode code, const Picture& drawn,
                      const Path& shot)
 {
     const auto target =
@@ -47,12 +46,13 @@ bool SaveResizedShot(Host& host, Machine& machine, const Folders& folders, const
     if (!target)
         return false;
     const bool isJpeg = EndsWithName(target->native(), OnDisk::ShotJpgExtension);
-    const auto write = [&](const Path& place) { return Write(folders, drawn, place, isJpeg); };
+    const auto write = [&](const Path& place) {
+        return Write(parts.folders, drawn, place, isJpeg);
+    };
     const auto written =
         IsSameFolder(target->parent_path(), shot.parent_path())
-            ? WriteShot(machine, folders, archive, settings,
-                        ShotChange(machine, folders, archive, settings, ChangeKind::ShotAdded, code,
-                                   target->filename().native()),
+            ? WriteShot(parts,
+                        ShotChange(parts, ChangeKind::ShotAdded, code, target->filename().native()),
                         *target, write)
             : write(*target);
     if (!written)

@@ -1,11 +1,8 @@
 #pragma once
 
+#include "history/change_parts.h"
 #include "pictures/picture.h"
-#include "session/archive.h"
-#include "session/folders.h"
 #include "session/host.h"
-#include "session/machine.h"
-#include "session/settings.h"
 #include "words/message.h"
 
 #include <span>
@@ -25,8 +22,7 @@ std::span<const ShotSize> ShotSizes();
 /// becomes a jpeg, by way of `_temp.bmp` in the program's folder, any other a bitmap. `shot` is the
 /// picture of that level that it was made from. False when the person cancelled or, with words,
 /// nothing was written.
-bool SaveResizedShot(Host& host, Machine& machine, const Folders& folders, const Archive& archive,
-                     const ProgramSettings& settings, LevelCode code, const Picture& drawn,
+bool SaveResizedShot(Host& host, const ChangeParts& parts, LevelCode code, const Picture& drawn,
                      const Path& shot);
 
 } // namespace kestrova

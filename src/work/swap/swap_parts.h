@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conversion/sound_converter.h"
+#include "history/change_parts.h"
 #include "session/session.h"
 
 namespace kestrova
@@ -15,6 +16,7 @@ struct SwapParts {
           sounds(SoundConverterOf(session))
     {
     }
+    operator ChangeParts() const { return {machine, folders, archive, settings}; }
 
     Host& host;
     Machine& machine;

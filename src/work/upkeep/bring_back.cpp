@@ -193,12 +193,12 @@ private:
 
 /// The archive's folder goes to the folder that was said, or where all has room. False when it
 /// could not, or when the person gave up.
-bool MoveToRoom(const ArchiveParts& parts, Machine& machine, FolderLocks& locks, const Path& said)
+bool MoveToRoom(const ArchiveParts& parts, FolderLocks& locks, const Path& said)
 {
     const Path from = parts.folders.levels;
     const double needed = BytesOnDiscs(parts.archive);
     if (said.empty() || IsSameFolder(said, from)) {
-        const auto free = machine.FreeSpace(from);
+        const auto free = parts.machine.FreeSpace(from);
         if (!free)
             return DoneOrTold(parts.host, free.Error());
         if (static_cast<double>(*free) > needed)
@@ -211,7 +211,7 @@ bool MoveToRoom(const ArchiveParts& parts, Machine& machine, FolderLocks& locks,
         return tree.Error().code != ErrorCode::Stopped &&
                TellFolderNotRead(parts.host, tree.Error());
     const Path wanted = IsSameFolder(said, from) ? Path{} : said;
-    const auto to = ChooseTarget(parts.host, machine, {parts.folders, *tree, needed}, wanted);
+    const auto to = ChooseTarget(parts.host, parts.machine, {parts.folders, *tree, needed}, wanted);
     return to && MoveLevels(parts, locks, *tree, *to);
 }
 
@@ -226,7 +226,7 @@ bool MoveArchiveToHd(Session& session, const Path& target)
         session.host.Tell(Tone::Plain, GetMsg(Msg::BringBackNothing));
         return true;
     }
-    if (!MoveToRoom(session, session.machine, session.locks, target))
+    if (!MoveToRoom(session, session.locks, target))
         return false;
     auto note = ReadDiscNote(session.Folders().levels);
     if (!note && note.Error().code != ErrorCode::Damaged)

@@ -186,7 +186,7 @@ bool LevelChecks::Repair(const Path& offered)
 {
     const Operation running{session_};
     repaired_.clear();
-    if (const auto ready = EndEarlierMove(session_, session_.machine); !ready) {
+    if (const auto ready = EndEarlierMove(session_); !ready) {
         TellFailure(session_.host, GetMsg(Msg::RepairWaits), ready.Error());
         return false;
     }

@@ -17,7 +17,7 @@ bool MayMoveArchive(Session& session)
 {
     return HasArchive(session.host, session.archive) && SaveArchiveNow(session) &&
            DoneOrTold(session.host, ArchiveFolderIsThere(session.archive)) &&
-           DoneOrTold(session.host, EndEarlierMove(session, session.machine));
+           DoneOrTold(session.host, EndEarlierMove(session));
 }
 
 bool MoveArchive(Session& session, const Path& target)

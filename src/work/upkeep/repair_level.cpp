@@ -198,15 +198,12 @@ private:
 
     Status MakeIt(ChangedFolder changed)
     {
-        Change change = NewChange(session_.machine, folders_, session_.archive, session_.settings,
-                                  ChangeKind::LevelRepaired, code_);
+        Change change = NewChange(session_, ChangeKind::LevelRepaired, code_);
         // Nobody can tell damage from a person's own work, so the history takes what goes: it
         // stays there when the change can be undone no more.
         change.reason = Told(Msg::ReasonRepaired);
         change.folders = {std::move(changed)};
-        if (auto status = MakeChange(session_.machine, folders_, session_.archive,
-                                     session_.settings, change, {}, [&] { return Beat(); });
-            !status)
+        if (auto status = MakeChange(session_, change, {}, [&] { return Beat(); }); !status)
             return status;
         return EndChange(folders_, session_.settings, change);
     }

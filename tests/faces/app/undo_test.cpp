@@ -14,7 +14,7 @@ namespace
 
 bool Write(World& world, std::size_t index, const std::string& author)
 {
-    AuthorInfos infos{world.session, world.machine, index};
+    AuthorInfos infos{world.session, index};
     infos.name = author;
     return infos.Store();
 }

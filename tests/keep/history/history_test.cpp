@@ -29,17 +29,14 @@ TEST(History, KeepsContentsOnceAndBringsThemBackIntoAFreeSlot)
     EXPECT_EQ(entries[0].title, "Caves");
 
     // Its own slot is taken, so the lowest free one takes it; 0 is taken too.
-    const auto place = BringBack(world.session.machine, world.session.Folders(),
-                                 world.session.archive, world.session.settings, 1, ids[0]);
+    const auto place = BringBack(world.session, 1, ids[0]);
     ASSERT_TRUE(place) << place.Error().subject;
     EXPECT_EQ(place->filename(), "savegame.1");
     EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/savegame.1"), save);
     for (int slot = 0; slot < 15; ++slot)
         world.Write("levels/LEVEL_0001/backup_savegames/savegame." + std::to_string(slot), "x");
-    EXPECT_FALSE(BringBack(world.session.machine, world.session.Folders(), world.session.archive,
-                           world.session.settings, 1, ids[0]));
-    EXPECT_FALSE(BringBack(world.session.machine, world.session.Folders(), world.session.archive,
-                           world.session.settings, 1, "0001-99"));
+    EXPECT_FALSE(BringBack(world.session, 1, ids[0]));
+    EXPECT_FALSE(BringBack(world.session, 1, "0001-99"));
 }
 
 TEST(History, APictureComesBackAmongTheLevelsPictures)
@@ -60,16 +57,12 @@ TEST(History, APictureComesBackAmongTheLevelsPictures)
     std::filesystem::remove(world / "levels/LEVEL_0001/backup_savegames/shot4.jpg");
     const auto folder = world.Snapshot("trle");
     for (const std::string& id : ids)
-        ASSERT_TRUE(BringBack(world.session.machine, world.session.Folders(), world.session.archive,
-                              world.session.settings, 1, id));
+        ASSERT_TRUE(BringBack(world.session, 1, id));
     EXPECT_EQ(world.Snapshot("trle"), folder);
     EXPECT_EQ(world.Read(shots + "1) Dawn.jpg"), "picture 1) Dawn.jpg");
     EXPECT_EQ(world.Read(shots + "shot3.jpg"), "picture shot3.jpg");
     EXPECT_EQ(world.Read("levels/LEVEL_0001/backup_savegames/shot4.jpg"), "of a savegame");
-    EXPECT_EQ(BringBack(world.session.machine, world.session.Folders(), world.session.archive,
-                        world.session.settings, 1, ids[0])
-                  ->filename(),
-              "1) Dawn-2.jpg")
+    EXPECT_EQ(BringBack(world.session, 1, ids[0])->filename(), "1) Dawn-2.jpg")
         << "what stands there stays";
 }
 

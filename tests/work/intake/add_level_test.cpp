@@ -335,7 +335,7 @@ TEST_F(AddLevelTest, WhatAKilledRunLeftIsClearedByTheNextStart)
         EXPECT_EQ(own.Has("levels/LEVEL_0001/files/level1.tr4"), stands) << run.call;
         EXPECT_TRUE(noted || stands || !stays) << run.call;
         LevelRecord next;
-        ASSERT_TRUE(BeginNewLevel(fresh.host, fresh.machine, fresh.Folders(), fresh.archive, next));
+        ASSERT_TRUE(BeginNewLevel(fresh, next));
         EXPECT_FALSE(own.host.WasTold("set-aside")) << run.call << own.host.AllTold();
         if (!run.killed)
             break;

@@ -113,10 +113,9 @@ TEST(UndoEntries, NameTheFolderOfALevelThatWasOnlyTakenOffTheList)
     const auto removal = world.Next();
     ASSERT_TRUE(removal);
     LevelRecord newer;
-    ASSERT_TRUE(BeginNewLevel(world.host, world.machine, world.session.Folders(),
-                              world.session.archive, newer));
+    ASSERT_TRUE(BeginNewLevel(world.session, newer));
     newer.levelName = "Newer";
-    ASSERT_TRUE(FinishNewLevel(world.session, world.machine, newer));
+    ASSERT_TRUE(FinishNewLevel(world.session, newer));
     ASSERT_EQ(newer.levelCode, world.resting);
     world.host.told.clear();
     EXPECT_FALSE(UndoChange(world.session, *removal));

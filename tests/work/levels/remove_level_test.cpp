@@ -51,8 +51,7 @@ TEST_F(LevelLife, AFolderThatTheListDoesNotKnowIsSetAsideWhole)
     const Files upper = box.Snapshot("levels/LEVEL_0001");
     const Files lower = box.Snapshot("levels/level_0001");
     LevelRecord level;
-    ASSERT_TRUE(BeginNewLevel(box.session.host, box.session.machine, box.session.Folders(),
-                              box.session.archive, level));
+    ASSERT_TRUE(BeginNewLevel(box.session, level));
     ASSERT_EQ(box.host.told.size(), 2U) << box.host.AllTold();
     EXPECT_TRUE(box.Snapshot("levels/LEVEL_0001").empty());
     const auto found = *FindUnknownFolders(box.session.archive);
@@ -68,11 +67,9 @@ TEST_F(LevelLife, AFolderThatTheListDoesNotKnowIsSetAsideWhole)
     DropNewLevel(box.session, level);
     EXPECT_FALSE(box.Has("levels/LEVEL_0001")) << "its own folder is empty again";
     EXPECT_EQ(FindUnknownFolders(box.session.archive)->setAside.size(), 2U);
-    ASSERT_TRUE(BeginNewLevel(box.session.host, box.session.machine, box.session.Folders(),
-                              box.session.archive, level));
+    ASSERT_TRUE(BeginNewLevel(box.session, level));
     EXPECT_EQ(box.host.told.size(), 2U) << "a folder without a file is taken as it is";
-    ASSERT_TRUE(BeginNewLevel(box.session.host, box.session.machine, box.session.Folders(),
-                              box.session.archive, level));
+    ASSERT_TRUE(BeginNewLevel(box.session, level));
     EXPECT_EQ(box.host.told.size(), 2U);
 }
 
@@ -87,10 +84,7 @@ TEST_F(LevelLife, SettingAFolderAsideLosesNothingWhereverItFailsOrIsKilled)
             own.MakeBackupAndArchive();
             own.Write("levels/LEVEL_0001/files/old.tr4", "old");
             LevelRecord level;
-            const auto begin = [&] {
-                return BeginNewLevel(own.session.host, own.session.machine, own.session.Folders(),
-                                     own.session.archive, level);
-            };
+            const auto begin = [&] { return BeginNewLevel(own.session, level); };
             if (killed) {
                 reached = WithKillAt(step, begin).killed || reached;
             } else {
@@ -119,8 +113,7 @@ TEST_F(LevelLife, NoFolderAndNoListGivesWayWhereALookFails)
         own.host.AnswerAll(false); // no list is to be replaced
         LevelRecord level;
         const FaultRun run = failing([&] {
-            const bool begun = BeginNewLevel(own.session.host, own.session.machine,
-                                             own.session.Folders(), own.session.archive, level);
+            const bool begun = BeginNewLevel(own.session, level);
             return !CreateArchive(own.session, own / "fresh", own / "home/other.kva") && begun;
         });
         EXPECT_TRUE(run.answer || !own.host.told.empty());
@@ -141,8 +134,7 @@ TEST_F(LevelLife, AKeptFolderOutlivesALaterLevelOfItsNumberThatIsGivenUp)
     box.host.WillAsk("Are you sure", true);
     ASSERT_TRUE(RemoveLevel(box.session, 1, LevelFolders::Keep));
     LevelRecord level;
-    ASSERT_TRUE(BeginNewLevel(box.session.host, box.session.machine, box.session.Folders(),
-                              box.session.archive, level));
+    ASSERT_TRUE(BeginNewLevel(box.session, level));
     EXPECT_EQ(level.levelCode, 1);
     DropNewLevel(box.session, level);
     const auto found = FindUnknownFolders(box.session.archive)->setAside;
@@ -210,8 +202,7 @@ TEST_F(LevelLife, WhileTheArchivesFolderIsGoneNoLevelComesGoesOrIsEdited)
     const auto nobody = [](Intake&) { return ADD_FAILURE() << "shown", true; };
     for (const LevelFolders folders : {LevelFolders::Ask, LevelFolders::Remove, LevelFolders::Keep})
         EXPECT_FALSE(RemoveLevel(box.session, 1, folders));
-    EXPECT_FALSE(BeginNewLevel(box.session.host, box.session.machine, box.session.Folders(),
-                               box.session.archive, level));
+    EXPECT_FALSE(BeginNewLevel(box.session, level));
     EXPECT_FALSE(EditLevel(box.session, *progress, 1, nobody));
     ASSERT_EQ(box.host.told.size(), 5U) << "each says why, once: " << box.host.AllTold();
     for (const auto& told : box.host.told)
@@ -224,8 +215,7 @@ TEST_F(LevelLife, WhileTheArchivesFolderIsGoneNoLevelComesGoesOrIsEdited)
     // Of a drive that is away the mount point may stand there.
     std::filesystem::create_directory(box / "levels");
     EXPECT_FALSE(RemoveLevel(box.session, 1, LevelFolders::Keep));
-    EXPECT_FALSE(BeginNewLevel(box.session.host, box.session.machine, box.session.Folders(),
-                               box.session.archive, level));
+    EXPECT_FALSE(BeginNewLevel(box.session, level));
     EXPECT_TRUE(std::filesystem::is_empty(box / "levels"));
     std::filesystem::remove(box / "levels");
 

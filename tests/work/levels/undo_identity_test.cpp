@@ -129,11 +129,10 @@ TEST(UndoIdentity, ACopiedProgramFolderClearsNothingOfTheOther)
     EXPECT_EQ(world.Read(UndoWorld::Rested("files/a.tr4")), "old level");
 
     // A new change there is noted as its own, beside the same level.
-    const Change one =
-        NewChange(world.session.machine, world.session.Folders(), world.session.archive,
-                  world.session.settings, ChangeKind::LevelEdited, world.resting);
-    const Change other = NewChange(world.session.machine, copied, world.session.archive,
-                                   world.session.settings, ChangeKind::LevelEdited, world.resting);
+    const Change one = NewChange(world.session, ChangeKind::LevelEdited, world.resting);
+    const Change other =
+        NewChange({world.session.machine, copied, world.session.archive, world.session.settings},
+                  ChangeKind::LevelEdited, world.resting);
     EXPECT_EQ(one.level, other.level);
     EXPECT_NE(one.maker, other.maker);
 }

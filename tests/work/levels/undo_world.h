@@ -240,7 +240,7 @@ inline const Doing doings[] = {
     {"ShotCaptured", ChangeKind::ShotCaptured,
      [](UndoWorld& w) {
          const Path folder = ShotFolderOf(w.session.Folders(), w.resting);
-         return bool(SaveCapturedShot(w.session, w.session.machine,
+         return bool(SaveCapturedShot(w.session,
                                       {{1, 1, std::vector<std::uint8_t>(3, 9)}, 2, folder},
                                       folder / "taken.jpg"));
      },
@@ -248,30 +248,26 @@ inline const Doing doings[] = {
     {"ShotCapturedOver", ChangeKind::ShotReplaced,
      [](UndoWorld& w) {
          const Path folder = ShotFolderOf(w.session.Folders(), w.resting);
-         return bool(SaveCapturedShot(w.session, w.session.machine,
-                                      {{1, 1, std::vector<std::uint8_t>(3, 9)}, 2, folder},
-                                      folder / "old.jpg"));
+         return bool(SaveCapturedShot(
+             w.session, {{1, 1, std::vector<std::uint8_t>(3, 9)}, 2, folder}, folder / "old.jpg"));
      }},
     {"ShotResized", ChangeKind::ShotReplaced,
      [](UndoWorld& w) {
          const Path shot = w / w.Rested("screenshots/two.bmp");
          w.host.WillChoose("Save resized", shot);
-         return SaveResizedShot(w.host, w.machine, w.session.Folders(), w.session.archive,
-                                w.session.settings, w.resting,
+         return SaveResizedShot(w.host, w.session, w.resting,
                                 {2, 1, std::vector<std::uint8_t>(6, 9)}, shot);
      }},
     {"AuthorChanged", ChangeKind::LevelEdited,
      [](UndoWorld& w) {
-         AuthorInfos infos{w.session, w.session.machine, 2};
+         AuthorInfos infos{w.session, 2};
          infos.name = "Somebody";
          return infos.Store();
      }},
     {"ShotsImported", ChangeKind::ShotsImported,
      [](UndoWorld& w) {
          const auto progress = w.host.BeginProgress(ProgressWindow::Progress, {});
-         return ImportShots(w.host, w.machine, w.session.Folders(), w.session.archive,
-                            w.session.settings, 1, *progress)
-             .all;
+         return ImportShots(w.host, w.session, 1, *progress).all;
      },
      false},
     {"LevelEdited", ChangeKind::LevelEdited, EditResting, false},

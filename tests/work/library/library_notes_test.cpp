@@ -36,10 +36,10 @@ public:
     LevelCode Add(const std::string& name)
     {
         LevelRecord level;
-        EXPECT_TRUE(BeginNewLevel(host, machine, session.Folders(), session.archive, level));
+        EXPECT_TRUE(BeginNewLevel(session, level));
         level.levelName = name;
         Write("levels" + ToSlashes(LevelFolderName(level.levelCode)) + "/files/a.tr4", name);
-        EXPECT_TRUE(FinishNewLevel(session, machine, level)) << host.AllTold();
+        EXPECT_TRUE(FinishNewLevel(session, level)) << host.AllTold();
         return level.levelCode;
     }
     bool Mark(const std::vector<LevelCode>& codes, int stars, const std::string& ownNote = {})

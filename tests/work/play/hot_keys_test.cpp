@@ -245,13 +245,12 @@ TEST(HotKeys, WithThePromptThePersonNamesIt)
         world.machine.keysDown = {GameKey::F9};
         world.keys.Tick(); // the timer goes on under the prompt
         world.host.WillChoose("Save captured", std::nullopt);
-        EXPECT_FALSE(AskSaveCapturedShot(world.session, world.machine, shot))
-            << "it goes on asking";
+        EXPECT_FALSE(AskSaveCapturedShot(world.session, shot)) << "it goes on asking";
         world.host.WillChoose("Save captured", world / (world.shots + "mine.jpg"));
-        EXPECT_TRUE(AskSaveCapturedShot(world.session, world.machine, shot));
+        EXPECT_TRUE(AskSaveCapturedShot(world.session, shot));
         EXPECT_EQ(world.host.lastStart, shot.folder);
         world.host.WillChoose("Save captured", world / "no/folder/mine.jpg");
-        EXPECT_TRUE(AskSaveCapturedShot(world.session, world.machine, shot));
+        EXPECT_TRUE(AskSaveCapturedShot(world.session, shot));
     };
     world.list.selected = 1;
     world.Copy(BitmapOf(40, 30));

@@ -38,7 +38,7 @@ protected:
 
 TEST_F(AuthorInfosTest, ListsAreEditedAndStored)
 {
-    AuthorInfos infos{box.session, box.machine, 1};
+    AuthorInfos infos{box.session, 1};
     EXPECT_EQ(infos.name, "Ada");
     EXPECT_EQ(infos.emails.items, (Texts{"a@b", "c@d"}));
     EXPECT_EQ(infos.emails.selected, 0U);
@@ -91,7 +91,7 @@ TEST_F(AuthorInfosTest, AValueThatFillsItsFieldIsRefusedAndWhatWasStoredBeforeSt
     std::string longest;
     for (int i = 0; i < 79; ++i)
         longest += umlaut;
-    AuthorInfos infos{box.session, box.machine, 1};
+    AuthorInfos infos{box.session, 1};
     infos.name = longest;
     EXPECT_TRUE(infos.Store());
     const std::string saved = box.Read("home/LevelArchive.kva");
@@ -120,7 +120,7 @@ TEST_F(AuthorInfosTest, AValueThatFillsItsFieldIsRefusedAndWhatWasStoredBeforeSt
 
 TEST_F(AuthorInfosTest, AddressesOpenAsMailAndWebAndAsNothingElse)
 {
-    AuthorInfos infos{box.session, box.machine, 1};
+    AuthorInfos infos{box.session, 1};
     infos.emails = {{"a@b.org?attach=/etc/passwd"}, 0};
     infos.SendMail();
     infos.emails = {};

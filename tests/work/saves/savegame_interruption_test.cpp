@@ -319,8 +319,7 @@ TEST(ChangeNote, FailsBeforeAnythingChangesWhenWhatIsToComeIsNowhere)
     change.folders[1].after = {
         {"savegame.3", hash, (world / "trle/savegame.3").native()},
         {"savegame.5", std::string(32, 'c'), (world / "trle/savegame.5").native()}};
-    const auto made = MakeChange(world.session.machine, world.session.Folders(),
-                                 world.session.archive, world.session.settings, change);
+    const auto made = MakeChange(world.session, change);
     ASSERT_FALSE(made);
     EXPECT_EQ(made.Error().subject, (world / "trle/savegame.5").native());
     EXPECT_EQ(world.Snapshot(""), before);

@@ -110,9 +110,7 @@ TEST(SavegameMoves, DecideNothingWhileTheMarkerCannotBeRead)
         EXPECT_FALSE(ArchiveSavegames(world.session))
             << "it might be the original that stands there";
         EXPECT_FALSE(RestoreSavegames(world.session));
-        EXPECT_FALSE(BringBack(world.session.machine, world.session.Folders(),
-                               world.session.archive, world.session.settings, originalCode,
-                               "0000-1"));
+        EXPECT_FALSE(BringBack(world.session, originalCode, "0000-1"));
         EXPECT_FALSE(LiveStateFolder(world.session.Folders(), world.session.archive, world.played));
         EXPECT_EQ(CopyIntoSlots(world.session, originalCode, {world / "trle/savegame.2"}).size(),
                   1U);
@@ -300,8 +298,7 @@ TEST(SavegameMoves, NameWhatOnlyTheHistoryHoldsAfterThem)
     ASSERT_EQ(archived->kept.size(), 2U) << "the third went into the archive";
     EXPECT_NE(WordsAboutKept(*archived, world.played).find(archived->kept.front()),
               std::string::npos);
-    ASSERT_TRUE(BringBack(world.session.machine, world.session.Folders(), world.session.archive,
-                          world.session.settings, world.played, archived->kept.front()));
+    ASSERT_TRUE(BringBack(world.session, world.played, archived->kept.front()));
     EXPECT_EQ(world.Read("trle/savegame.1"), SavegameBytes("Live 0", 1, "second game"))
         << "the place of the newest is taken";
 
@@ -332,9 +329,7 @@ TEST(BringBack, OfALevelWithoutItsFolderNamesTheWayOut)
                               world.session.settings, world.resting, {world / "trle/savegame.3"},
                               "kept"));
     std::filesystem::remove_all(world / "levels/LEVEL_0002");
-    const auto place =
-        BringBack(world.session.machine, world.session.Folders(), world.session.archive,
-                  world.session.settings, world.resting, "0002-1");
+    const auto place = BringBack(world.session, world.resting, "0002-1");
     ASSERT_FALSE(place);
     EXPECT_NE(place.Error().reason.find("--to"), std::string::npos);
     EXPECT_FALSE(world.Has("levels/LEVEL_0002"));

@@ -230,7 +230,7 @@ TEST(ShotCapture, ANameWithoutAnEndingGetsOne)
     std::filesystem::create_directories(world / folder);
     for (const char* name : {"Mr. Fox", "plain", "whole.JPG"}) {
         world.host.WillChoose("Save captured screen-shot", world / (folder + name));
-        ASSERT_TRUE(AskSaveCapturedShot(world.session, world.machine, shot));
+        ASSERT_TRUE(AskSaveCapturedShot(world.session, shot));
     }
     world.Load();
     EXPECT_EQ(world.Names(), (Names{"Mr. Fox.jpg", "plain.jpg", "whole.JPG"}));
@@ -238,7 +238,7 @@ TEST(ShotCapture, ANameWithoutAnEndingGetsOne)
     world.Put("plain.jpg", "mine");
     world.host.WillChoose("Save captured screen-shot", world / (folder + "plain"));
     world.host.WillAsk("already a screenshot with name 'plain.jpg'", false);
-    ASSERT_TRUE(AskSaveCapturedShot(world.session, world.machine, shot));
+    ASSERT_TRUE(AskSaveCapturedShot(world.session, shot));
     EXPECT_EQ(world.Read(folder + "plain.jpg"), "mine");
     EXPECT_TRUE(world.Has(folder + "1) Lost City.jpg"));
 }
@@ -284,8 +284,7 @@ TEST(ImportShots, TakesEveryPictureOfTheStoreUnderNewNames)
     world.Put("1) Lost City.jpg", "mine");
     const auto progress = world.host.BeginProgress(ProgressWindow::Progress, {});
     const auto import = [&] {
-        return ImportShots(world.session.host, world.session.machine, world.session.Folders(),
-                           world.session.archive, world.session.settings, 1, *progress);
+        return ImportShots(world.session.host, world.session, 1, *progress);
     };
     EXPECT_EQ(import().pictures, 3U);
     const auto shots = world.Snapshot(folder);
@@ -293,8 +292,7 @@ TEST(ImportShots, TakesEveryPictureOfTheStoreUnderNewNames)
     EXPECT_EQ(shots.at("1) Lost City.jpg"), "mine");
     EXPECT_EQ(shots.at("2) Lost City.jpg"), "bitmap") << "only its name says jpeg";
     const ImportedShots again =
-        ImportShotsOfAllLevels(world.session.host, world.session.machine, world.session.Folders(),
-                               world.session.archive, world.session.settings, *progress);
+        ImportShotsOfAllLevels(world.session.host, world.session, *progress);
     EXPECT_TRUE(again.all);
     EXPECT_EQ(again.pictures, 4U);
     EXPECT_EQ(world.Snapshot(folder).size(), 7U) << "nothing remembers an earlier import";

@@ -35,9 +35,7 @@ TEST(FailedLook, NoFileThatIsBroughtBackTakesThePlaceOfAnother)
         EXPECT_TRUE(KeepOriginal(world.session.machine, world.session.Folders(), "Script.dat"));
         world.Write("trle/Script.dat", "my second script");
         const FaultRun run = failing([&] {
-            const bool save =
-                bool{BringBack(world.session.machine, world.session.Folders(),
-                               world.session.archive, world.session.settings, 1, ids[0])};
+            const bool save = bool{BringBack(world.session, 1, ids[0])};
             return BringOriginalBack(world.session.machine, world.session.Folders(), "o-1") && save;
         });
         EXPECT_EQ(world.Read(store + "savegame.0"), SavegameBytes("First again", 9));

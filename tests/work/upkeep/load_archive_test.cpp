@@ -273,8 +273,7 @@ TEST_F(ArchiveLife, AListThatBelongsToNoFileChangesNothingOnTheDisk)
             box.host.told.clear();
             EXPECT_FALSE(SaveArchiveNow(box.session));
             EXPECT_FALSE(AskSaveArchiveAs(box.session));
-            EXPECT_FALSE(BeginNewLevel(box.session.host, box.session.machine, box.session.Folders(),
-                                       box.session.archive, level));
+            EXPECT_FALSE(BeginNewLevel(box.session, level));
             EXPECT_FALSE(RemoveLevel(box.session, 1));
             EXPECT_FALSE(ShowArchiveSizes(box.session));
             EXPECT_EQ(box.host.told.size(), 5U) << "each says why, once: " << box.host.AllTold();

@@ -35,8 +35,8 @@ QGroupBox* AuthorFrame(QWidget* parent, const char* name)
 } // namespace
 
 AuthorDialog::AuthorDialog(Session& session, std::size_t index, QWidget* parent)
-    : QDialog(parent), session_(session), infos_(session, session.machine, index),
-      name_(new QLineEdit), note_(new QPlainTextEdit), emails_(new QComboBox), sites_(new QComboBox)
+    : QDialog(parent), session_(session), infos_(session, index), name_(new QLineEdit),
+      note_(new QPlainTextEdit), emails_(new QComboBox), sites_(new QComboBox)
 {
     setObjectName(QStringLiteral("Dialog_Autore"));
     name_->setObjectName(QStringLiteral("Text_NomeAutore"));

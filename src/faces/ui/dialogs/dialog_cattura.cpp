@@ -64,7 +64,7 @@ void CaptureDialog::PromptChanged(bool never)
 void CaptureDialog::Save()
 {
     const Operation operation{session_};
-    if (!AskSaveCapturedShot(session_, session_.machine, shot_))
+    if (!AskSaveCapturedShot(session_, shot_))
         return;
     BringGameBack(session_.machine);
     accept();

@@ -70,12 +70,9 @@ void ImportShotDialog::Import()
     const Operation operation{session_};
     OwnProgress progress{*info_, *bar_};
     bar_->show();
-    const ImportedShots imported =
-        all_->isChecked()
-            ? ImportShotsOfAllLevels(session_.host, session_.machine, session_.Folders(),
-                                     session_.archive, session_.settings, progress)
-            : ImportShots(session_.host, session_.machine, session_.Folders(), session_.archive,
-                          session_.settings, index_, progress);
+    const ImportedShots imported = all_->isChecked()
+                                       ? ImportShotsOfAllLevels(session_.host, session_, progress)
+                                       : ImportShots(session_.host, session_, index_, progress);
     bar_->hide();
     // Every failure was told where it happened.
     if (imported.pictures > 0)

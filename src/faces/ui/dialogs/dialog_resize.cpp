@@ -82,8 +82,7 @@ void ResizeDialog::Resize()
 void ResizeDialog::Save()
 {
     const Operation operation{session_};
-    if (SaveResizedShot(session_.host, session_.machine, session_.Folders(), session_.archive,
-                        session_.settings, session_.list.Selected().value_or(originalCode),
+    if (SaveResizedShot(session_.host, session_, session_.list.Selected().value_or(originalCode),
                         PictureOf(drawn_), shot_))
         accept();
 }

@@ -215,7 +215,7 @@ void LevelDetails::OpenAuthor()
     if (index < 0 || session_.runningOperations > 0)
         return;
     const Operation operation{session_};
-    AuthorInfos author{session_, session_.machine, static_cast<std::size_t>(index)};
+    AuthorInfos author{session_, static_cast<std::size_t>(index)};
     if (!author.sites.items.empty())
         author.VisitSite();
     else
