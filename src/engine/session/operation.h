@@ -1,17 +1,25 @@
 #pragma once
 
 #include "platform/folder_memory.h"
+#include "platform/steady_folders.h"
 #include "session/session.h"
 
 namespace kestrova
 {
 
-/// Counts an operation for the length of its life; folders are listed once meanwhile.
+/// Counts an operation for the length of its life. Folders are listed once meanwhile, and nothing
+/// is made where another disk, or none, has come in the place of those that it works in.
 class Operation
 {
 public:
-    explicit Operation(RunningOperations& running) : running_(running) { ++running_.count; }
-    explicit Operation(Session& session) : Operation(session.runningOperations) {}
+    Operation(RunningOperations& running, const Folders& folders)
+        : running_(running), steady_({folders.program, folders.trle, folders.levels})
+    {
+        ++running_.count;
+    }
+    explicit Operation(Session& session) : Operation(session.runningOperations, session.Folders())
+    {
+    }
     ~Operation()
     {
         if (--running_.count == 0)
@@ -22,7 +30,8 @@ public:
 
 private:
     RunningOperations& running_;
-    platform::FolderMemory folders_;
+    platform::FolderMemory memory_;
+    platform::SteadyFolders steady_;
 };
 
 } // namespace kestrova

@@ -48,8 +48,10 @@ public:
 
 /// Null, the default, lets everything through. The hook must outlive its use.
 void SetFileHook(FileHook* hook);
+/// The hook's answer; a change by name is held against the `SteadyFolders` too.
 [[nodiscard]] std::error_code AskFileHook(FileAction action, const Path& path);
-/// The same for a path that is costly to put together: it is made only for a hook that is there.
+/// The hook's alone, for a path that is costly to put together: it is made only for a hook that is
+/// there.
 [[nodiscard]] std::error_code AskFileHookAt(FileAction action, const std::function<Path()>& path);
 
 } // namespace kestrova::platform

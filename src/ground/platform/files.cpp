@@ -4,6 +4,7 @@
 #include "platform/file_hook.h"
 #include "platform/folder_memory.h"
 #include "platform/last_error.h"
+#include "platform/steady_folders.h"
 
 #include <cerrno>
 #include <dirent.h>
@@ -132,6 +133,8 @@ std::error_code MakeFolders(const Path& folder)
         return {};
     if (kind != FileKind::Missing)
         return std::make_error_code(std::errc::not_a_directory);
+    if (const auto failure = AskSteadyFolders(folder)) // before the folders above are made anew
+        return failure;
     if (folder.has_parent_path() && folder.parent_path() != folder)
         if (const auto failure = MakeFolders(folder.parent_path()))
             return failure;

@@ -3,6 +3,7 @@
 #include "platform/file_hook.h"
 #include "platform/folder_memory.h"
 #include "platform/last_error.h"
+#include "platform/steady_folders.h"
 
 #include <chrono>
 #include <dirent.h>
@@ -297,6 +298,10 @@ Path Bare(const Path& root)
 std::error_code RemoveTree(const Path& root, std::string& stuck, const RemovalStep& step)
 {
     const Path bare = Bare(root);
+    if (const auto gone = AskSteadyFolders(bare)) {
+        stuck = bare.native();
+        return gone;
+    }
     const auto failure = Removal{bare, step}.Run(stuck);
     ForgetTree(bare);
     return failure;
