@@ -42,7 +42,7 @@ endif()
 # of the others the compiler would take longer than it saves.
 set(KESTROVA_BUSY_OPTIONS "" CACHE STRING "Compiler options of the floors that compute most")
 set(KESTROVA_BUSY_FLOORS
-  "^(ground/(platform|core)|media/(pictures|audio)|engine/packages|faces/practice)$")
+  "^(ground/(platform|core|formats)|media/(pictures|audio)|engine/packages|faces/practice)$")
 
 # What nearly every source includes from outside, read once a build. No header of our own stands
 # here: a change of one recompiles what includes it and nothing else. What is optimised reads it

@@ -45,7 +45,7 @@ mkdir big
 for number in 1 2 3; do
     mkdir "big/level$number"
     echo "tr4 of $number" >"big/level$number/big$number.tr4"
-    head -c 60000000 /dev/urandom >"big/level$number/part.bin"
+    noise 60000000 >"big/level$number/part.bin"
 done
 "$ctl" --home "$box/home" add --each big >"$box/out" 2>"$box/err" </dev/null &
 pid=$!

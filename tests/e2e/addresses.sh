@@ -88,7 +88,7 @@ with open(sys.argv[1], "r+b") as out:
     out.seek(4)
     out.write(struct.pack("<d", days - 31))
 END
-before=$(sha256sum <"$box/home/UrlList.bin")
+before=$(cksum <"$box/home/UrlList.bin")
 for answer in Escape alt+k; do
     appears 'my.kva .2 levels'
     press alt+l a
@@ -104,11 +104,11 @@ for answer in Escape alt+k; do
     fi
     gone 'Where download new custom levels'
     appears 'Add new level'
-    [[ $(sha256sum <"$box/home/UrlList.bin") == "$before" || $answer == alt+k ]]
+    [[ $(cksum <"$box/home/UrlList.bin") == "$before" || $answer == alt+k ]]
     press Escape
     gone 'Add new level'
 done
-[[ $(sha256sum <"$box/home/UrlList.bin") != "$before" ]]
+[[ $(cksum <"$box/home/UrlList.bin") != "$before" ]]
 appears 'my.kva .2 levels'
 press alt+l a
 appears 'Add new level'

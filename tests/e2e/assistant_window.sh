@@ -9,7 +9,7 @@ trle=$box/practice/trle
 find "$trle" -iname practice.tom -delete
 ctl setup --trle "$trle" --full --folder-is-original
 ctl new --folder "$box/archive" "$box/home/my.kva"
-standing() { (cd "$trle" && find . -type f ! -name '.kv~*' -exec sha256sum {} + | sort); }
+standing() { (cd "$trle" && find . -type f ! -name '.kv~*' -exec cksum {} + | sort); }
 before=$(standing)
 # A compiler that a person started may still be at work.
 is_back() { soon eval '[[ $(standing) == "$before" ]]'; }

@@ -10,6 +10,14 @@ practice_at() {
     fi
 }
 
+# noise BYTES: what hardly gets smaller by packing. Drawing lots is slow, so what was drawn comes again.
+noise() {
+    python3 -c 'import os, sys
+left, drawn = int(sys.argv[1]), os.urandom(1 << 20)
+while left > 0:
+    left -= sys.stdout.buffer.write(drawn[:left])' "$1"
+}
+
 if [[ ${BASH_SOURCE[0]} == "$0" ]]; then
     set -euo pipefail
     # What is newer than the programs was made by them.

@@ -4,7 +4,7 @@ source "$(dirname "$0")/common.bash"
 make_archive
 mkdir "$box/big"
 echo tr4 >"$box/big/big.tr4"
-for part in 1 2 3 4; do head -c 40000000 /dev/urandom >"$box/big/part$part.bin"; done
+for part in 1 2 3 4; do noise 40000000 >"$box/big/part$part.bin"; done
 expect 0 add --name big "$box/big"
 
 # stopped PATTERN WORDS…: interrupted once a file of that pattern shows that it works, the command
@@ -36,7 +36,7 @@ python3 - "$box/long.wav" <<'END'
 import os, sys, wave
 with wave.open(sys.argv[1], "wb") as sound:
     sound.setnchannels(2), sound.setsampwidth(2), sound.setframerate(44100)
-    sound.writeframes(os.urandom(60_000_000))
+    sound.writeframes(os.urandom(1_000_000) * 60)
 END
 stopped "$box/sounds/.kv~*" audio encode "$box/long.wav" --out "$box/sounds"
 errs "conversion cancelled"

@@ -47,7 +47,7 @@ fi
 
 # Killed in the middle of a swap, as often as it takes to hit different places.
 original=$(tree "$box/home/backup_trle")
-head -c 60000000 /dev/urandom >"$box/from/noon/big.tr4"
+noise 60000000 >"$box/from/noon/big.tr4"
 expect 0 --yes add --name big "$box/from/noon"
 echo "precious" >"$box/trle/savegame.4"
 for pause in 0.005 0.01 0.02 0.03 0.05 0.08; do

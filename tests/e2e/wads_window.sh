@@ -7,7 +7,7 @@ practice_at "$box/practice"
 trle=$box/practice/trle
 ctl setup --trle "$trle" --full --folder-is-original
 ctl new --folder "$box/archive" "$box/home/my.kva"
-both() { (cd "$box" && find practice/trle home/backup_trle -type f ! -name '.kv~*' -exec sha256sum {} + | sort); }
+both() { (cd "$box" && find practice/trle home/backup_trle -type f ! -name '.kv~*' -exec cksum {} + | sort); }
 before=$(both)
 strings() { grep -rqx "$1"$'\r' --include='*.[tT][xX][tT]' "$trle"; }
 same() { [[ $(both) == "$before" ]]; }

@@ -262,7 +262,7 @@ int WalkStride()
 
 int NextPoint(int point)
 {
-    return point + std::min(WalkStride(), 1 + point / 4);
+    return point + std::min(WalkStride(), 1 + point / 2);
 }
 
 void TellPoints(int points, int atLeast)
