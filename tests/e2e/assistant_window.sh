@@ -26,7 +26,7 @@ press alt+o
 for ((i = 0; i < 100; ++i)); do # what tells that the wads are missing goes before the assistant
     ! shown 'conversion Assistant' >/dev/null || break
     ! shown '^Kestrova$' >/dev/null || press Return
-    sleep 0.1
+    nap 0.1
 done
 appears 'conversion Assistant'
 press F1
@@ -43,7 +43,7 @@ gone 'conversion Assistant'
 for ((i = 0; i < 100; ++i)); do # what tells of a further look at the sources
     shown 'Add new level' >/dev/null || break
     ! shown '^Kestrova$' >/dev/null || press Return
-    sleep 0.1
+    nap 0.1
 done
 gone 'Add new level'
 appears 'my.kva .2 levels'

@@ -12,7 +12,7 @@ looks() {
     kill -USR1 "$window"
     for ((i = 0; i < 600; ++i)); do
         [[ ! -e $box/where ]] || return 0
-        sleep 0.05
+        nap 0.05
     done
     fails "the program does not say what it shows"
 }
@@ -32,7 +32,7 @@ finds() {
             read -r x y <<<"$at"
             return
         fi
-        sleep 0.1
+        nap 0.1
     done
     cat "$box/where" >&2
     fails "nothing of the name '$1' with '${2:-}' is seen"

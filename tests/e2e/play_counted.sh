@@ -2,6 +2,7 @@
 # How long a level is played, in the windows: the program is killed while the game runs, and the next
 # start counts on.
 source "$(dirname "$0")/windows.bash"
+source "$(dirname "$0")/mouse.bash"
 source "$(dirname "$0")/small_trle.bash"
 
 die() {
@@ -34,7 +35,7 @@ kill -9 "$window"
 wait "$window" 2>/dev/null || true
 start_windows
 appears 'my.kva .2 levels'
-rests
+finds Label_Playing # the start has looked, and counts on
 touch "$box/stop"
 soon grep -q secondsPlayed "$notes"
 soon test ! -e "$box/home/swap/played"

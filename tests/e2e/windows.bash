@@ -20,6 +20,10 @@ finish() {
 trap finish EXIT
 trap 'echo "FAILED at line $LINENO: $BASH_COMMAND" >&2' ERR
 
+# nap SECONDS: as sleep, without a process of its own; the scripts wait often.
+exec {silence}<> <(:)
+nap() { read -rt "$1" -u "$silence" || true; }
+
 # open_display WIDTHxHEIGHT
 open_display() {
     # Without -noreset it begins anew whenever its last client goes, and refuses who comes just then.
@@ -27,7 +31,7 @@ open_display() {
     display=$!
     for ((i = 0; i < 100; ++i)); do
         ! read -r number 2>/dev/null <"$box/display" || break
-        sleep 0.1
+        nap 0.1
     done
     export DISPLAY=:$number QT_QPA_PLATFORM=xcb
 }
@@ -55,14 +59,15 @@ soon() {
     local end=$((SECONDS + patience))
     until "$@" >/dev/null 2>&1; do
         ((SECONDS < end)) || fails "never: $*"
-        sleep 0.1
+        nap 0.1
     done
 }
 
-# spent PID: the processor's ticks that the program has used; nothing unless all its threads sleep
-# and no child works for it (a game that it has started plays).
+# spent PID: `ticks` are those of the processor that the program has used; nothing unless all its
+# threads sleep and no child works for it (a game that it has started plays).
 spent() {
     local task sum=0 line child children
+    ticks=
     for task in /proc/"$1"/task/*; do
         { read -r line <"$task/stat"; } 2>/dev/null || return 0
         # shellcheck disable=SC2086
@@ -78,24 +83,26 @@ spent() {
             [[ $child == "$game" || $line == gone || ${line##*) } == Z* ]] || return 0
         done
     done
-    echo "$sum"
+    ticks=$sum
 }
 # rests [PID]: waits until the program (or another one) has done what it was told and sleeps: what is
 # typed while it works is discarded. A program that waits for a display at work has not done it.
 rests() {
-    local pid=${1:-$window} before now server calm=0 end=$((SECONDS + patience))
-    before=$(spent "$pid")
+    local pid=${1:-$window} before server ticks calm=0 end=$((SECONDS + patience))
+    spent "$pid"
+    before=$ticks
     while ((SECONDS < end)); do
-        sleep 0.07
-        server=$(spent "$display")
-        now=$(spent "$pid")
+        nap 0.08
+        spent "$display"
+        server=$ticks
+        spent "$pid"
         # A blinking cursor takes a tick now and then.
-        if [[ -n $before && -n $now && -n $server ]] && ((now - before <= 1)); then
+        if [[ -n $before && -n $ticks && -n $server ]] && ((ticks - before <= 1)); then
             ((++calm < 3)) || return 0
         else
             calm=0
         fi
-        before=$now
+        before=$ticks
     done
     fails "the program does not come to rest"
 }
@@ -119,7 +126,7 @@ appears() {
                 return
             fi
         fi
-        sleep 0.1
+        nap 0.1
     done
     fails "no window '$1'"
 }
@@ -128,7 +135,7 @@ gone() {
     local end=$((SECONDS + patience))
     while ((SECONDS < end)); do
         shown "$1" >/dev/null || return 0
-        sleep 0.1
+        nap 0.1
     done
     fails "the window '$1' stays"
 }
@@ -155,7 +162,7 @@ chooses() {
         enter "$1"
         for ((i = 0; i < 50; ++i)); do
             is_there "$chooser" || return 0
-            sleep 0.1
+            nap 0.1
         done
         rests
         is_there "$chooser" || return 0
@@ -194,7 +201,7 @@ drag() {
     # Each move asks the window below anew, until it says that it takes the files.
     for ((i = 0; i < 600; ++i)); do
         xdotool mousemove $((x + i % 2)) "$y"
-        sleep 0.1
+        nap 0.1
         ! grep -q taken "$box/drag" || break
     done
     # Both have answered the last move.
