@@ -1,6 +1,7 @@
 #include "session/folder_locks.h"
 
 #include "core/look.h"
+#include "platform/file_content.h"
 #include "platform/file_lock.h"
 #include "platform/real_path.h"
 #include "session/holder_words.h"
@@ -14,50 +15,62 @@ namespace kestrova
 namespace
 {
 
+constexpr std::size_t wordsLimit = 4096;
+
+bool IsStill(const Path& folder, const platform::FileFacts& facts)
+{
+    const platform::FileFacts now = platform::FactsOf(folder);
+    return now.kind == platform::FileKind::Folder && now.device == facts.device &&
+           now.inode == facts.inode;
+}
+
+} // namespace
+
 /// The path by which a folder is held; its own when it is not. One folder may be mounted in two
 /// places.
-Path HeldAs(const std::map<Path, platform::FileLock>& held, Path place)
+Path FolderLocks::HeldAs(Path place) const
 {
-    if (!held.contains(place))
-        for (const auto& [folder, lock] : held)
+    if (!held_.contains(place))
+        for (const auto& [folder, lock] : held_)
             if (IsSameFolder(folder, place))
                 return folder;
     return place;
 }
-
-} // namespace
 
 Status FolderLocks::Hold(const Path& folder)
 {
     Path place;
     if (const auto unresolved = platform::RealPath(ResolvePath(folder), place))
         return MakeFailure(ErrorCode::Missing, TextOf(folder), unresolved);
-    if (held_.contains(HeldAs(held_, place)))
-        return {};
-    platform::FileLock lock;
+    if (const auto known = held_.find(HeldAs(place)); known != held_.end()) {
+        if (IsStill(known->first, known->second.facts))
+            return {};
+        held_.erase(known);
+    }
+    HeldFolder held{{}, platform::FactsOf(place), WordsOfHolder()};
     std::string holder;
     const auto failure =
-        platform::FileLock::Take(place / lockFileName, WordsOfHolder(), lock, holder);
+        platform::FileLock::Take(place / lockFileName, held.words, held.lock, holder);
     if (failure == std::errc::resource_unavailable_try_again)
         return Failure{ErrorCode::Refused, TextOf(place), holder};
     if (failure && failure != std::errc::read_only_file_system &&
         failure != std::errc::permission_denied)
         return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
-    held_[place] = std::move(lock);
+    held_[place] = std::move(held);
     return {};
 }
 
 bool FolderLocks::Holds(const Path& folder) const
 {
     Path place;
-    return !platform::RealPath(ResolvePath(folder), place) && held_.contains(HeldAs(held_, place));
+    return !platform::RealPath(ResolvePath(folder), place) && held_.contains(HeldAs(place));
 }
 
 void FolderLocks::Release(const Path& folder)
 {
     Path place;
     if (!platform::RealPath(ResolvePath(folder), place))
-        held_.erase(HeldAs(held_, place));
+        held_.erase(HeldAs(place));
 }
 
 std::vector<Path> FolderLocks::Held() const
@@ -73,6 +86,28 @@ void FolderLocks::KeepOnly(const std::vector<Path>& held)
     std::erase_if(held_, [&](const auto& lock) {
         return std::find(held.begin(), held.end(), lock.first) == held.end();
     });
+}
+
+bool FolderLocks::CameBack(const Path& folder, HeldFolder& held)
+{
+    std::string words;
+    if (platform::ReadAll(folder / lockFileName, words, wordsLimit) || words != held.words)
+        return false;
+    platform::FileLock lock;
+    std::string holder;
+    if (!platform::FileLock::Take(folder / lockFileName, held.words, lock, holder))
+        held.lock = std::move(lock);
+    held.facts = platform::FactsOf(folder);
+    return true;
+}
+
+std::vector<Path> FolderLocks::Lost()
+{
+    std::vector<Path> lost;
+    for (auto& [folder, held] : held_)
+        if (held.lock.Held() && !IsStill(folder, held.facts) && !CameBack(folder, held))
+            lost.push_back(folder);
+    return lost;
 }
 
 Path FolderLocks::SetArchiveFolder(const Path& folder)

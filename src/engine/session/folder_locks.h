@@ -22,6 +22,9 @@ public:
     [[nodiscard]] std::vector<Path> Held() const;
     /// Releases what is held beside those.
     void KeepOnly(const std::vector<Path>& held);
+    /// The held folders in whose place another one stands by now, or none, as when their disk went
+    /// away. One that came back, with this program's lock file in it, is held anew.
+    std::vector<Path> Lost();
 
     /// The folder whose lock is held for the archive; empty when none is.
     [[nodiscard]] const Path& ArchiveFolder() const { return archiveFolder_; }
@@ -29,7 +32,15 @@ public:
     Path SetArchiveFolder(const Path& folder);
 
 private:
-    std::map<Path, platform::FileLock> held_;
+    struct HeldFolder {
+        platform::FileLock lock;
+        platform::FileFacts facts; ///< of the folder
+        std::string words;         ///< in its lock file
+    };
+    [[nodiscard]] static bool CameBack(const Path& folder, HeldFolder& held);
+    [[nodiscard]] Path HeldAs(Path place) const;
+
+    std::map<Path, HeldFolder> held_;
     Path archiveFolder_;
 };
 

@@ -12,12 +12,13 @@ namespace kestrova
 class Operation
 {
 public:
-    Operation(RunningOperations& running, const Folders& folders)
-        : running_(running), steady_({folders.program, folders.trle, folders.levels})
+    Operation(RunningOperations& running, const Folders& folders, FolderLocks& locks)
+        : running_(running), steady_({folders.program, folders.trle, folders.levels}, locks.Lost())
     {
         ++running_.count;
     }
-    explicit Operation(Session& session) : Operation(session.runningOperations, session.Folders())
+    explicit Operation(Session& session)
+        : Operation(session.runningOperations, session.Folders(), session.locks)
     {
     }
     ~Operation()

@@ -56,19 +56,28 @@ std::vector<Path> NamesOf(const Path& folder)
 
 } // namespace
 
-SteadyFolders::SteadyFolders(const std::vector<Path>& folders)
+SteadyFolders::SteadyFolders(const std::vector<Path>& folders, const std::vector<Path>& lost)
 {
     const std::unique_lock lock{steadyGuard};
+    for (const Path& folder : lost)
+        Add(folder, true);
     for (const Path& folder : folders)
-        for (const Path& name : folder.empty() ? std::vector<Path>{} : NamesOf(folder)) {
-            struct stat facts {
-            };
-            if (IsNoted(name) || ::stat(name.c_str(), &facts) != 0 || !S_ISDIR(facts.st_mode))
-                continue;
-            steadyOnes.push_back({name, facts.st_dev, facts.st_ino});
-            added_.push_back(name);
-        }
+        Add(folder, false);
     steadyCount = steadyOnes.size();
+}
+
+void SteadyFolders::Add(const Path& folder, bool isLost)
+{
+    for (const Path& name : folder.empty() ? std::vector<Path>{} : NamesOf(folder)) {
+        struct stat facts {
+        };
+        const bool isThere = ::stat(name.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
+        if (IsNoted(name) || (!isThere && !isLost))
+            continue;
+        steadyOnes.push_back(isLost ? SteadyFolder{name, 0, 0}
+                                    : SteadyFolder{name, facts.st_dev, facts.st_ino});
+        added_.push_back(name);
+    }
 }
 
 SteadyFolders::~SteadyFolders()

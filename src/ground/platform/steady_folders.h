@@ -16,13 +16,16 @@ using Path = std::filesystem::path;
 class SteadyFolders
 {
 public:
-    /// A folder that is not there is passed over, and so is one that stands already.
-    explicit SteadyFolders(const std::vector<Path>& folders);
+    /// A folder that is not there is passed over, and so is one that stands already. In those that
+    /// are lost another one stands already.
+    explicit SteadyFolders(const std::vector<Path>& folders, const std::vector<Path>& lost = {});
     ~SteadyFolders();
     SteadyFolders(const SteadyFolders&) = delete;
     SteadyFolders& operator=(const SteadyFolders&) = delete;
 
 private:
+    void Add(const Path& folder, bool isLost);
+
     std::vector<Path> added_;
 };
 
