@@ -6,6 +6,8 @@
 #include "session/telling.h"
 #include "words/history.h"
 
+#include <algorithm>
+
 namespace kestrova
 {
 
@@ -43,6 +45,22 @@ Result<LevelPlace> PlaceOfOwner(const Folders& folders, const Archive& archive,
                       *ours ? LevelHomeOf(folders, *record.owner) : Path{record.home.path}};
 }
 
+/// Where a level of another program's folder would lie that the marker names: no record tells of
+/// it, and the archive in memory calls its level of that number by another name. Empty when it is
+/// the archive's own.
+Path HomeOfStranger(const Folders& folders, const Archive& archive, LevelCode code,
+                    std::string_view marker)
+{
+    const std::string theirs = MarkerValue(tagLevelName, marker);
+    const std::string ours = LevelNameOf(archive, code);
+    if (code <= originalCode || theirs.empty() || ours.empty() ||
+        theirs == MarkerValue(tagLevelName, MarkerHead(code, ours)))
+        return {};
+    std::string name = " (" + Readable(theirs) + ")";
+    std::replace(name.begin(), name.end(), '/', '_');
+    return LevelHomeOf(folders, code) += name;
+}
+
 LevelCode CodeHere(const Folders& folders, const LevelPlace& level)
 {
     const bool ours = level.home.empty() || level.home == LevelHomeOf(folders, level.code);
@@ -62,6 +80,10 @@ Result<Standing> LookAtStanding(const Folders& folders, const Archive& archive)
     const std::string_view text = *bytes ? std::string_view{**bytes} : std::string_view{};
     const LevelCode code = LeadingNumber(MarkerValue(tagLevelCode, text));
     Standing standing{code, code, std::move(*owner)};
+    if (!standing.owner) {
+        standing.level.home = HomeOfStranger(folders, archive, code, text);
+        standing.state.home = standing.level.home;
+    }
     if (!standing.owner || !standing.owner->owner)
         return standing;
     auto place = PlaceOfOwner(folders, archive, *standing.owner);

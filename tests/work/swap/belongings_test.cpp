@@ -1,5 +1,6 @@
 // Whose is what in the Level Editor's folder: the level's, the original's, the player's, and that
 // of a level of another archive.
+#include "formats/marker.h"
 #include "history/history.h"
 #include "history/standing.h"
 #include "history/swap_journal_file.h"
@@ -208,6 +209,26 @@ TEST(TwoArchives, UsedByTurnsKeepTheirOwnSavegames)
     world.ExpectNothingLost(treasures);
     EXPECT_TRUE(world.host.told.empty()) << world.host.AllTold();
     world.ExpectOriginal();
+}
+
+TEST(TwoHomes, InOneFolderTakeNoLevelOfEachOtherForTheirOwn)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    // The other program's folder has put its own level of that number there.
+    world.Write("trle/Kestrva.txt", MarkerText(1, "Another Home's", {}, {"\\data\\theirs.tr4"}));
+    world.Write("trle/savegame.0", SavegameBytes("Theirs", 30));
+    const auto treasures = world.Treasures();
+    const FileContents store = world.Snapshot("levels/LEVEL_0001/backup_savegames");
+    EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), foreignLevel);
+    world.host.AnswerAll(true);
+    ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    EXPECT_TRUE(world.host.WasTold("Another Home's"));
+    EXPECT_EQ(world.Snapshot("levels/LEVEL_0001/backup_savegames"), store);
+    ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    EXPECT_EQ(world.Snapshot("levels/LEVEL_0001/backup_savegames"), store);
+    EXPECT_EQ(world.Snapshot("levels/LEVEL_0002/backup_savegames").size(), 1U);
+    world.ExpectNothingLost(treasures);
 }
 
 TEST(TwoArchives, AnArchiveThatWasMovedIsTheSameOne)
