@@ -25,7 +25,7 @@ TAKE_THE_WHOLE = {"session/session", "session/operation", "tools/tools",
                   "history/change_parts"}
 # In `work` nobody takes the whole for few parts of it that it hands to nobody.
 FEW_PARTS = 4
-FOLDERS = ("Folders", "TrleFolder", "BackupFolder", "MarkerPath", "programFolder", "discs")
+FOLDERS = ("Folders", "TrleFolder", "programFolder", "discs")
 TAKES_WHOLE = re.compile(r"^\w[^;{}]*?\bSession& (\w+)([^;{}]*\n\{\n.*?^\})", re.M | re.S)
 
 

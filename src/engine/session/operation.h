@@ -12,25 +12,25 @@ namespace kestrova
 class Operation
 {
 public:
-    Operation(RunningOperations& running, const Folders& folders, FolderLocks& locks)
+    Operation(Running& running, const Folders& folders, FolderLocks& locks)
         : running_(running), steady_({folders.program, folders.trle, folders.levels}, locks.Lost())
     {
-        ++running_.count;
+        ++running_.operations;
     }
     explicit Operation(Session& session)
-        : Operation(session.runningOperations, session.Folders(), session.locks)
+        : Operation(session.running, session.Folders(), session.locks)
     {
     }
     ~Operation()
     {
-        if (--running_.count == 0)
+        if (--running_.operations == 0)
             running_.agreedToProgramsInTrle = false;
     }
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
 
 private:
-    RunningOperations& running_;
+    Running& running_;
     platform::FolderMemory memory_;
     platform::SteadyFolders steady_;
 };

@@ -8,7 +8,7 @@
 #include "session/host.h"
 #include "session/machine.h"
 #include "session/mp3_settings.h"
-#include "session/running_operations.h"
+#include "session/running.h"
 #include "session/settings.h"
 #include "session/shown_list.h"
 
@@ -24,24 +24,19 @@ struct Session {
     Path programFolder;
     PreferencesRecord preferences = DefaultPreferences();
     ProgramSettings settings = DefaultSettings();
-    FolderLocks locks{};
-
-    Mp3Settings mp3Settings{};
+    Mp3Settings mp3Settings{}; ///< of this run alone
 
     Archive archive{};
     DiscReader* discs = nullptr; ///< finds levels on discs; null where none can be found
-    bool hotKeysActive = false;
-    std::int64_t gamePid = 0; ///< the game started last; 0 when none was
+    FolderLocks locks{};         ///< of the folders that this run writes to
 
-    RunningOperations runningOperations{};
+    Running running{};
 
     [[nodiscard]] Path TrleFolder() const { return FolderFromText(Trim(preferences.trlePath)); }
     /// The loaded archive's file; empty when none is loaded.
     [[nodiscard]] const Path& ArchivePath() const { return archive.file; }
     /// The archive that the next start loads.
     [[nodiscard]] Path RememberedArchive() const { return Path{Trim(preferences.archivePath)}; }
-    [[nodiscard]] Path BackupFolder() const { return Folders().Backup(); }
-    [[nodiscard]] Path MarkerPath() const { return Folders().Marker(); }
     /// Where things lie now.
     [[nodiscard]] kestrova::Folders Folders() const;
 };

@@ -94,7 +94,7 @@ bool CompareFolder(Run& run, Json& differences, bool isNamed, bool& fine)
     if (!BackupIsAway(run.session.Folders()))
         return true;
     run.session.host.Tell(Tone::Warning,
-                          GetMsg(Msg::VerifyNoBackup, {TextOf(run.session.BackupFolder())}));
+                          GetMsg(Msg::VerifyNoBackup, {TextOf(run.session.Folders().Backup())}));
     return false;
 }
 

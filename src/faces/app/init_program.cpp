@@ -180,7 +180,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments)
 bool InitProgram(Session& session, StartWindows& windows, const std::vector<std::string>& arguments)
 {
     Operation operation{session};
-    session.hotKeysActive = false;
+    session.running.hotKeys = false;
     const auto knowsPreferences = IsFile(InFolder(session.programFolder, OnDisk::FragPreferences));
     ShownStart face{windows, ParseCommandLine(arguments)};
     const Start start = StartUp(session, face, Needs::Archive);

@@ -168,7 +168,7 @@ bool RunFromWords(const CommandRow& row, Run& run)
 
 bool RunOnChosen(const CommandRow& row, Session& session, Face& face)
 {
-    if (session.runningOperations > 0)
+    if (session.running.operations > 0)
         return false;
     const Operation operation{session};
     const Arguments none;

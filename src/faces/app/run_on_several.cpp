@@ -48,8 +48,7 @@ public:
         own_.mp3Settings = session_.mp3Settings;
         own_.archive = session_.archive;
         own_.discs = session_.discs;
-        own_.gamePid = session_.gamePid;
-        own_.runningOperations = session_.runningOperations;
+        own_.running = session_.running;
     }
 
     Outcome Through(const std::vector<LevelCode>& levels)
@@ -132,7 +131,7 @@ bool TellOutcome(Run& run, const OnSeveral& several, std::size_t count, const Ou
 bool RunOnSeveral(const CommandRow& row, Session& session, Face& face,
                   const std::vector<LevelCode>& levels)
 {
-    if (session.runningOperations > 0 || row.several.question == Message{} || levels.empty())
+    if (session.running.operations > 0 || row.several.question == Message{} || levels.empty())
         return false;
     const Operation operation{session};
     if (!session.host.AskYesNo(

@@ -45,7 +45,7 @@ public:
         own_.mp3Settings = session_.mp3Settings;
         own_.archive = session_.archive;
         own_.discs = session_.discs;
-        own_.runningOperations.count = session_.runningOperations;
+        own_.running.operations = session_.running.operations;
     }
 
     QueueEnd Run();

@@ -277,7 +277,7 @@ bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange chan
     if (!home)
         return DoneOrTold(session.host, home.Error());
     if (!KnowsStandingLevel(session.Folders(), session.archive))
-        return refuse(GetMsg(Msg::MarkerUnreadable, {TextOf(session.MarkerPath())}));
+        return refuse(GetMsg(Msg::MarkerUnreadable, {TextOf(session.Folders().Marker())}));
     const bool installed = code == CurrentLevelCode(session.Folders(), session.archive);
     if (installed) {
         if (!MayChangeTrle(session, session.Folders()))

@@ -30,7 +30,7 @@ bool GameWatch::HasNews() const
     if (Running())
         return true; // a program's end
     // The marker is opened by whoever asks which level stands there, this program above all.
-    const std::string marker = session_.MarkerPath().filename().native();
+    const std::string marker = session_.Folders().Marker().filename().native();
     return std::any_of(wakers_.begin(), wakers_.end(), [&](const platform::Waker& waker) {
         const auto opened = waker.Opened();
         return std::any_of(opened.begin(), opened.end(),

@@ -42,7 +42,7 @@ const HotKeys::Action HotKeys::actions[] = {
 
 void HotKeys::Tick()
 {
-    if (!session_.hotKeysActive || session_.runningOperations > 0) {
+    if (!session_.running.hotKeys || session_.running.operations > 0) {
         awake_ = false;
         return;
     }
@@ -71,7 +71,7 @@ void HotKeys::NoteClipboard()
 
 void HotKeys::Act(const Action& action)
 {
-    const Asleep asleep{session_.hotKeysActive};
+    const Asleep asleep{session_.running.hotKeys};
     const Operation operation{session_};
     const auto code = session_.list.Selected();
     const auto moved = action.move(session_);
@@ -103,7 +103,7 @@ void HotKeys::LookAtClipboard()
 
 void HotKeys::Keep(Picture picture)
 {
-    const Asleep asleep{session_.hotKeysActive};
+    const Asleep asleep{session_.running.hotKeys};
     if (!TellUnlessKnown(session_.host, session_.Folders(), session_.archive))
         return; // the picture stays on the clipboard
     const LevelCode code = CurrentLevelCode(session_.Folders(), session_.archive);

@@ -30,7 +30,7 @@ bool StartGame(Session& session)
         TellFailure(session.host, GetMsg(Msg::GameNotStarted), pid.Error());
         return false;
     }
-    session.gamePid = *pid;
+    session.running.game = *pid;
     return true;
 }
 
@@ -74,7 +74,7 @@ bool PlayLevel(Session& session, LevelCode code, bool start)
     if (!StartGame(session))
         return false;
     session.machine.ClearClipboard();
-    session.hotKeysActive = true;
+    session.running.hotKeys = true;
     return true;
 }
 

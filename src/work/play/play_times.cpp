@@ -66,7 +66,7 @@ std::int64_t PlayTimes::GameOf(const std::vector<platform::RunningProgram>& prog
     constexpr std::size_t longestShown = 15;
     const std::string name{Trim(session_.preferences.tombExeName)};
     const auto isGame = [&](const platform::RunningProgram& program) {
-        return program.pid == session_.gamePid || EqualNames(program.name, name) ||
+        return program.pid == session_.running.game || EqualNames(program.name, name) ||
                (program.name.size() >= longestShown && name.size() > longestShown &&
                 EqualNames(program.name, name.substr(0, program.name.size())));
     };
@@ -204,13 +204,13 @@ void PlayTimes::Write()
 bool PlayTimes::GameStarted()
 {
     ReadOnce({});
-    if (session_.gamePid == 0 || (runs_ && note_.games.back().pid == session_.gamePid))
+    if (session_.running.game == 0 || (runs_ && note_.games.back().pid == session_.running.game))
         return false;
     if (runs_)
         CountOn();
     runs_ = false;
     const bool noted = NoteEnded();
-    return Begin(session_.gamePid) || noted;
+    return Begin(session_.running.game) || noted;
 }
 
 void CountGamesLeft(Session& session)
@@ -226,12 +226,12 @@ void CountUntilGameEnds(Session& session, PlayTimes& times)
     constexpr int lookAnyway = 1200;
     const auto wait = session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::WaitsForGame));
     wait->AllowStop();
-    const int ownOperations = session.runningOperations;
+    const int ownOperations = session.running.operations;
     SavegameWatch watch;
     for (int slices = 0; times.Counts() && wait->Step(); ++slices) {
         watch.Tick(session, true, ownOperations);
         if (slices % lookAnyway == 0 ||
-            (slices % lookAgain == 0 && !session.machine.IsRunning(session.gamePid)))
+            (slices % lookAgain == 0 && !session.machine.IsRunning(session.running.game)))
             times.Look(ProgramsInTrle(session, session.Folders()));
         std::this_thread::sleep_for(slice);
     }

@@ -28,7 +28,7 @@ void SavegameWatch::Tick(Session& session, bool gameRuns, int ownOperations)
     if (gameRuns)
         untilNs_ = now + afterTheEnd;
     NoteClosed(session.Folders(), gameRuns);
-    if (session.runningOperations > ownOperations)
+    if (session.running.operations > ownOperations)
         return;
     if (now > untilNs_)
         return Rest();

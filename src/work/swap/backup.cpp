@@ -190,14 +190,14 @@ bool MakeBackup(Session& session, bool refresh, bool keepOld, const BackupWishes
     const Path target = NewBackupFolder(session.Folders());
     if (!DoneOrTold(session.host, SettleBackupFolders(session.Folders())))
         return false;
-    const auto hasOld = IsFolder(session.BackupFolder());
+    const auto hasOld = IsFolder(session.Folders().Backup());
     SoundsLeft leftovers{session};
     const auto known = leftovers.Find();
     if (!hasOld || !known)
         return TellFolderNotRead(session.host, hasOld ? known.Error() : hasOld.Error());
     bool made =
         !keepOld || !*hasOld ||
-        DoneOrTold(session.host, CopyTreeWithProgress(session.BackupFolder(), target, nullptr));
+        DoneOrTold(session.host, CopyTreeWithProgress(session.Folders().Backup(), target, nullptr));
     made = made && (full ? CopyFull(session.host, session.preferences, trle, target, leftovers)
                          : CopyCompact(session.host, session.Folders(), trle, target));
     if (made)
@@ -281,7 +281,7 @@ bool RefreshFullBackup(Session& session, const BackupWishes& wishes)
     const bool made = MakeBackup(session, true, keepOld, wishes);
     if (!made)
         session.host.Tell(Tone::Error,
-                          GetMsg(Msg::ErrorCreatingBackup) + TextOf(session.BackupFolder()));
+                          GetMsg(Msg::ErrorCreatingBackup) + TextOf(session.Folders().Backup()));
     session.list.Refresh();
     return made;
 }

@@ -24,7 +24,7 @@ bool Agrees(const SwapParts& parts, const Folders& folders, Message question)
         return true;
     const bool agreed =
         parts.host.AskYesNo(GetMsg(question, {ShownNames(names), lineBreak, lineBreak}));
-    parts.running.agreedToProgramsInTrle = agreed && parts.running > 0;
+    parts.running.agreedToProgramsInTrle = agreed && parts.running.operations > 0;
     return agreed;
 }
 
@@ -35,8 +35,8 @@ std::vector<platform::RunningProgram> ProgramsInTrle(const SwapParts& parts, con
     std::vector<platform::RunningProgram> programs;
     if (const Path folder = folders.trle; !folder.empty())
         programs = parts.machine.ProgramsRunningIn(folder);
-    if (programs.empty() && parts.gamePid != 0 && parts.machine.IsRunning(parts.gamePid))
-        programs.push_back({parts.gamePid, std::string{Trim(parts.preferences.tombExeName)}});
+    if (programs.empty() && parts.running.game != 0 && parts.machine.IsRunning(parts.running.game))
+        programs.push_back({parts.running.game, std::string{Trim(parts.preferences.tombExeName)}});
     return programs;
 }
 

@@ -12,8 +12,7 @@ struct SwapParts {
     SwapParts(Session& session)
         : host(session.host), machine(session.machine), archive(session.archive),
           preferences(session.preferences), settings(session.settings), locks(session.locks),
-          running(session.runningOperations), gamePid(session.gamePid), folders(session.Folders()),
-          sounds(SoundConverterOf(session))
+          running(session.running), folders(session.Folders()), sounds(SoundConverterOf(session))
     {
     }
     operator ChangeParts() const { return {machine, folders, archive, settings}; }
@@ -24,9 +23,8 @@ struct SwapParts {
     PreferencesRecord& preferences; ///< the person may say where the folder is now
     const ProgramSettings& settings;
     FolderLocks& locks;
-    RunningOperations& running;
-    const std::int64_t& gamePid; ///< the game started last; 0 when none was
-    Folders folders;             ///< as they were when the steps began
+    Running& running;
+    Folders folders; ///< as they were when the steps began
     SoundConverter sounds;
 };
 

@@ -131,7 +131,7 @@ TEST(CommandsOfAWindow, WorkOnTheChosenLevelAndNotInTheMiddleOfWork)
     EXPECT_EQ(world.Read("trle/DATA/level1.tr4"), "First");
     EXPECT_EQ(face.games, 1);
     EXPECT_EQ(face.notes, std::vector<std::string>{"Game started: First"});
-    EXPECT_EQ(world.session.runningOperations, 0);
+    EXPECT_EQ(world.session.running.operations, 0);
 }
 
 } // namespace

@@ -105,7 +105,7 @@ TEST(AddManyDialog, WorksThroughItsSourcesAndSaysWhatBecameOfEach)
     dialog.Show(SourcesOfLevels({world.box / "down"}));
     EXPECT_TRUE(looked);
     EXPECT_EQ(world.session.archive.levels.size(), 3U);
-    EXPECT_EQ(world.session.runningOperations, 0);
+    EXPECT_EQ(world.session.running.operations, 0);
     EXPECT_TRUE(world.box.host.told.empty()) << world.box.host.AllTold();
 }
 

@@ -72,7 +72,7 @@ TEST(AssistantDialog, ItsControlsAreTheAssistantsState)
     Press(dialog, "Pul_AutoAnalisi");
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
     EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(world.session.runningOperations, 0);
+    EXPECT_EQ(world.session.running.operations, 0);
 }
 
 TEST(CompilaDialog, OnlyItsButtonsLeaveItAndTheFolderComesBack)

@@ -69,7 +69,7 @@ TEST(DiscsWindow, ShowsThePlanOfEachChoiceAndMakesTheImages)
     // The button is the one of Stop while the work goes on.
     QTimer stop;
     QObject::connect(&stop, &QTimer::timeout, &dialog, [&] {
-        if (world.session.runningOperations > 0 &&
+        if (world.session.running.operations > 0 &&
             In<QPushButton>(dialog, "Pul_Start")->text() == "Stop")
             Press(dialog, "Pul_Start");
     });

@@ -79,11 +79,11 @@ TEST(Language, WaitsForTheEndOfWhatGoesOnInTheWindow)
 {
     WindowWorld world;
     world.Show();
-    ++world.session.runningOperations.count;
+    ++world.session.running.operations;
     SpeakInWindows("de");
     QTest::qWait(1);
     EXPECT_NE(Plain(world.Find<QMenu>("mnu_Pref")->title()), Words(Msg::MenuPreferences));
-    --world.session.runningOperations.count;
+    --world.session.running.operations;
     ExpectSpoken(world);
     SpeakInWindows("en");
 }

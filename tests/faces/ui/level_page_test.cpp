@@ -326,7 +326,7 @@ TEST(LevelPage, PlaySaysWhatIsGoingOnAndEndsTheGameAfterAQuestion)
     world.list.Select(originalCode);
     EXPECT_EQ(play->text(), idle) << "another level can be played";
     EXPECT_TRUE(world.Find("Label_Playing")->isVisible());
-    const std::int64_t game = world.session.gamePid;
+    const std::int64_t game = world.session.running.game;
     world.Click("Pul_StopGame");
     world.Click("Pul_StopGame");
     EXPECT_EQ(world.box.machine.endedPrograms,

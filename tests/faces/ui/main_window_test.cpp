@@ -168,9 +168,9 @@ TEST(MainWindow, TheKeyboardChoosesAndPlays)
     ASSERT_EQ(world.box.machine.started.size(), 1U) << world.box.host.AllTold();
     EXPECT_EQ(world.box.Read("trle/DATA/level1.tr4"), "Second");
     EXPECT_EQ(ChosenName(world), "Second (*)");
-    EXPECT_TRUE(world.session.hotKeysActive);
+    EXPECT_TRUE(world.session.running.hotKeys);
     EXPECT_EQ(world.box.machine.clipboardCleared, 1);
-    EXPECT_EQ(world.session.runningOperations, 0);
+    EXPECT_EQ(world.session.running.operations, 0);
 }
 
 TEST(MainWindow, EveryCommandIsThereAndWaitsForNothingButWhatCanBeUndone)

@@ -60,7 +60,7 @@ TEST(NewLevelDialog, ShowsWhatComesInAndTakesTheTextsBack)
     EXPECT_EQ(record.levelName, "My level");
     EXPECT_EQ(record.levelNote, "a note");
     EXPECT_EQ(record.moreInfoFile, "");
-    EXPECT_EQ(world.session.runningOperations, 0);
+    EXPECT_EQ(world.session.running.operations, 0);
 }
 
 TEST(NewLevelDialog, EscapeGivesTheLevelUp)

@@ -212,11 +212,11 @@ TEST(Play, ArmsTheKeysShowsTheGameAndSaysOnceWhenKeysAreNotSeen)
     world.list.Select(world.code);
     auto* timer = world.window.findChild<QTimer*>("Timer1");
     EXPECT_FALSE(world.Find("Label_Game")->isVisible());
-    EXPECT_FALSE(world.session.hotKeysActive);
+    EXPECT_FALSE(world.session.running.hotKeys);
     world.box.machine.seesKeys = false;
     world.Click("Pul_Play");
     ASSERT_EQ(world.box.machine.started.size(), 1U) << world.box.host.AllTold();
-    EXPECT_TRUE(world.session.hotKeysActive);
+    EXPECT_TRUE(world.session.running.hotKeys);
     ASSERT_TRUE(world.box.host.WasTold("F9, F11 and Print Screen do not reach Kestrova"));
     EXPECT_NE(world.box.Read("home/kestrova.ini").find("unseen-keys-told"), std::string::npos);
     world.box.host.told.clear();

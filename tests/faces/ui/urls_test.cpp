@@ -159,7 +159,7 @@ TEST(Urls, AnUpdateIsShownAndWrittenOnlyByOk)
     EXPECT_EQ(rows.value(0), "{User} Mine");
     EXPECT_TRUE(world.box.host.WasTold("News"));
     EXPECT_EQ(world.OnDisk(), world.saved);
-    EXPECT_EQ(world.session.runningOperations, 0);
+    EXPECT_EQ(world.session.running.operations, 0);
 
     SitiDialog dialog{world.session, UrlKindLevels, nullptr};
     dialog.UpdateNow();

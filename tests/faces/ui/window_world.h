@@ -32,7 +32,7 @@ class WindowWorld
 public:
     explicit WindowWorld(Host* host = nullptr)
         : session{host != nullptr ? *host : box.host, box.machine, list, box.session.programFolder},
-          gate(session.runningOperations)
+          gate(session.running)
     {
         box.MakeTrle();
         box.MakeBackupAndArchive();

@@ -247,7 +247,7 @@ TEST(FolderComparison, BeginsWithTheBackupAndForgetsWithItsFolders)
     box.MakeTrle();
     box.MakeBackupAndArchive();
     FolderComparison comparison{box.host, box.machine, box.session.Folders()};
-    EXPECT_EQ(comparison.Folder(Side::Before), box.session.BackupFolder());
+    EXPECT_EQ(comparison.Folder(Side::Before), box.session.Folders().Backup());
     EXPECT_EQ(comparison.Folder(Side::After), box / "trle");
     EXPECT_TRUE(comparison.Compare()) << box.host.AllTold();
     EXPECT_FALSE(comparison.Files().empty());

@@ -132,7 +132,7 @@ public:
     /// The program starts anew: what was cut short is mended, and the list is read from its file.
     void Restart()
     {
-        session.runningOperations.count = 0;
+        session.running.operations = 0;
         const auto read = ReadArchiveFile(session.ArchivePath());
         ASSERT_TRUE(read);
         session.archive.header = read->header;

@@ -34,7 +34,7 @@ public:
         AddLevel("Other", {});
         Write("trle/Kestrva.txt", "#LEVEL_CODE=0001#\r\n");
         list.selected = 2;
-        session.hotKeysActive = true;
+        session.running.hotKeys = true;
         keys.Tick();
     }
     void Copy(const std::string& picture)
@@ -60,12 +60,12 @@ TEST(HotKeys, DoNothingUntilAGameWasStartedAndWhileSomethingRuns)
     world.machine.keysDown = {GameKey::F9, GameKey::F11};
     world.machine.clipboard = BitmapOf(4, 4);
     world.keys.NoteClipboard();
-    world.session.hotKeysActive = false;
+    world.session.running.hotKeys = false;
     world.keys.Tick();
-    world.session.hotKeysActive = true;
-    ++world.session.runningOperations.count;
+    world.session.running.hotKeys = true;
+    ++world.session.running.operations;
     world.keys.Tick();
-    --world.session.runningOperations.count;
+    --world.session.running.operations;
     EXPECT_FALSE(world.HasSlot(1));
     EXPECT_EQ(world.machine.clipboardReads, 0);
     // The key that was pressed before is not meant for the game; the picture waits.
@@ -119,8 +119,8 @@ TEST(HotKeys, ActAtEachTickInWhichTheyAreDownAndF9GoesFirst)
     world.keys.Tick();
     EXPECT_EQ(ListFiles(world / "trle", "savegame.*")->size(), 3U)
         << "what F9 freed came back in the same tick";
-    EXPECT_TRUE(world.session.hotKeysActive);
-    EXPECT_EQ(world.session.runningOperations, 0);
+    EXPECT_TRUE(world.session.running.hotKeys);
+    EXPECT_EQ(world.session.running.operations, 0);
     EXPECT_TRUE(world.host.told.empty()) << "nothing stands before the game";
 
     // No level is selected: nothing happens, and the keys stay awake.
@@ -128,7 +128,7 @@ TEST(HotKeys, ActAtEachTickInWhichTheyAreDownAndF9GoesFirst)
     const auto before = world.Snapshot("");
     world.keys.Tick();
     EXPECT_EQ(world.Snapshot(""), before);
-    EXPECT_TRUE(world.session.hotKeysActive);
+    EXPECT_TRUE(world.session.running.hotKeys);
 }
 
 TEST(HotKeys, AFailureIsSaidWithoutABox)
@@ -144,7 +144,7 @@ TEST(HotKeys, AFailureIsSaidWithoutABox)
     world.keys.Tick();
     EXPECT_NE(said.find("F9: the game's slots could not be freed"), std::string::npos);
     EXPECT_TRUE(world.host.told.empty());
-    EXPECT_TRUE(world.session.hotKeysActive);
+    EXPECT_TRUE(world.session.running.hotKeys);
     EXPECT_TRUE(world.Has("trle/savegame.0"));
 }
 
@@ -222,7 +222,7 @@ TEST(HotKeys, APictureThatCannotBeKeptIsSaid)
     EXPECT_TRUE(world.host.WasTold("Error saving captured screen-shot as: "));
     EXPECT_TRUE(world.host.WasTold("1) Lost City.jpg"));
     EXPECT_EQ(world.machine.clipboardCleared, 1);
-    EXPECT_TRUE(world.session.hotKeysActive);
+    EXPECT_TRUE(world.session.running.hotKeys);
     EXPECT_EQ(world.session.archive.levels[1].extrasSize, 0);
 
     world.Write("trle/Kestrva.txt", "#LEVEL_CODE=0777#\r\n");
@@ -238,8 +238,8 @@ TEST(HotKeys, WithThePromptThePersonNamesIt)
     int asked = 0;
     world.keys.ask = [&](const CapturedShot& shot) {
         ++asked;
-        EXPECT_FALSE(world.session.hotKeysActive);
-        EXPECT_EQ(world.session.runningOperations, 0) << "the prompt must take input";
+        EXPECT_FALSE(world.session.running.hotKeys);
+        EXPECT_EQ(world.session.running.operations, 0) << "the prompt must take input";
         EXPECT_EQ(world.machine.typed, "13");
         EXPECT_EQ(shot.picture.width, 40);
         world.machine.keysDown = {GameKey::F9};
@@ -255,7 +255,7 @@ TEST(HotKeys, WithThePromptThePersonNamesIt)
     world.list.selected = 1;
     world.Copy(BitmapOf(40, 30));
     EXPECT_EQ(asked, 1);
-    EXPECT_TRUE(world.session.hotKeysActive);
+    EXPECT_TRUE(world.session.running.hotKeys);
     EXPECT_FALSE(world.HasSlot(1)) << "F9 did not act under the prompt";
     const auto kept = world.Snapshot(world.shots);
     ASSERT_EQ(kept.size(), 1U);

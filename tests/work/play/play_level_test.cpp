@@ -46,7 +46,7 @@ TEST_F(Playing, InstallsRefreshesStartsAndArmsTheHotKeys)
               std::vector<std::string>{(box / "trle/tomb4.exe").native()});
     EXPECT_EQ(box.machine.started[0].folder, box / "trle");
     EXPECT_EQ(box.machine.clipboardCleared, 1);
-    EXPECT_TRUE(box.session.hotKeysActive);
+    EXPECT_TRUE(box.session.running.hotKeys);
 }
 
 TEST_F(Playing, AnIncompleteLevelIsNamedByPlayVerifyAndDoctor)
@@ -112,7 +112,7 @@ TEST_F(Playing, WithoutAStartOnlyTheLevelComes)
     ASSERT_TRUE(PlayLevel(box.session, code, false));
     EXPECT_TRUE(box.machine.started.empty());
     EXPECT_EQ(box.machine.clipboardCleared, 0);
-    EXPECT_FALSE(box.session.hotKeysActive);
+    EXPECT_FALSE(box.session.running.hotKeys);
     EXPECT_EQ(CurrentLevelCode(box.session.Folders(), box.session.archive), code);
 }
 
@@ -160,7 +160,7 @@ TEST_F(Playing, AFailedStartIsToldAndTheLevelStays)
     box.machine.startFails = true;
     EXPECT_FALSE(PlayLevel(box.session, code));
     EXPECT_TRUE(box.host.WasTold("could not be started"));
-    EXPECT_FALSE(box.session.hotKeysActive);
+    EXPECT_FALSE(box.session.running.hotKeys);
     EXPECT_EQ(CurrentLevelCode(box.session.Folders(), box.session.archive), code);
     EXPECT_FALSE(PlayLevel(box.session, 99));
     EXPECT_TRUE(box.host.WasTold("unknown level code: 99"));

@@ -66,7 +66,7 @@ public:
         ASSERT_TRUE(read);
         session.archive.header = read->header;
         session.archive.levels = read->levels;
-        session.runningOperations.count = 0;
+        session.running.operations = 0;
         NewShelf();
     }
     /// Each level is either on its disc or whole on the hard disk; `all`: all of them are here.

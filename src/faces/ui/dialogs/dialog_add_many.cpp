@@ -172,7 +172,7 @@ void AddManyDialog::Show(const std::vector<QueueSource>& sources)
 
 void AddManyDialog::Take(const std::vector<Path>& given)
 {
-    if (session_.runningOperations > 0 || given.empty())
+    if (session_.running.operations > 0 || given.empty())
         return;
     {
         const Operation operation{session_};
@@ -187,7 +187,7 @@ void AddManyDialog::Take(const std::vector<Path>& given)
 
 void AddManyDialog::Start()
 {
-    if (session_.runningOperations > 0 || queue_.Count(QueueState::Waiting) == 0)
+    if (session_.running.operations > 0 || queue_.Count(QueueState::Waiting) == 0)
         return;
     {
         const Operation operation{session_};
@@ -211,7 +211,7 @@ void AddManyDialog::Start()
 void AddManyDialog::Retry()
 {
     const auto selected = Selected();
-    if (session_.runningOperations > 0 || !selected || !MayRetry())
+    if (session_.running.operations > 0 || !selected || !MayRetry())
         return;
     if (const auto code = addAlone_(queue_.Items()[*selected].source, this))
         queue_.NoteAdded(*selected, *code);
@@ -313,13 +313,13 @@ bool AddManyDialog::MayRetry() const
 
 void AddManyDialog::reject()
 {
-    if (session_.runningOperations == 0)
+    if (session_.running.operations == 0)
         QDialog::reject();
 }
 
 void AddManyDialog::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (session_.runningOperations == 0 && queue_.End() == QueueEnd::None &&
+    if (session_.running.operations == 0 && queue_.End() == QueueEnd::None &&
         !DraggedPaths(*event->mimeData()).empty())
         event->acceptProposedAction();
 }

@@ -165,7 +165,7 @@ bool AddWadsDialog::RunWith(const Path& package)
 
 void AddWadsDialog::Run(const std::function<void()>& work)
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     QWidget* const before = focusWidget();
     working_ = true;
@@ -252,7 +252,7 @@ void AddWadsDialog::ShowButtons()
 
 void AddWadsDialog::reject()
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     const bool dropsFiles = !wads_.IsDone() && !wads_.Files().empty();
     if (!dropsFiles || session_.host.AskYesNo(GetMsg(Msg::AskDropPackage)))
@@ -261,7 +261,7 @@ void AddWadsDialog::reject()
 
 void AddWadsDialog::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (session_.runningOperations == 0 && !DraggedPaths(*event->mimeData()).empty())
+    if (session_.running.operations == 0 && !DraggedPaths(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 

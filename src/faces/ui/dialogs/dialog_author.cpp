@@ -132,7 +132,7 @@ void AuthorDialog::ShowAddresses(QComboBox& combo, const AuthorInfos::Addresses&
 
 void AuthorDialog::reject()
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     const bool typed = name_->text() != ToQt(shown_.name) || note_->document()->isModified() ||
                        infos_.emails.items != shown_.emails.items ||

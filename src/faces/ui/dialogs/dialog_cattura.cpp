@@ -72,7 +72,7 @@ void CaptureDialog::Save()
 
 void CaptureDialog::reject()
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     BringGameBack(session_.machine);
     QDialog::reject();

@@ -214,7 +214,7 @@ void CompareTrleDialog::Choose(Side side)
 
 void CompareTrleDialog::Compare()
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     {
         const Operation operation{session_};
@@ -259,7 +259,7 @@ void CompareTrleDialog::ShowChosen()
 void CompareTrleDialog::Open(Side side)
 {
     const QModelIndex row = list_->currentIndex();
-    if (!row.isValid() || session_.runningOperations > 0)
+    if (!row.isValid() || session_.running.operations > 0)
         return;
     const Operation operation{session_};
     comparison_.Open(static_cast<std::size_t>(row.row()), side);

@@ -204,7 +204,7 @@ void ConvertAudioDialog::Convert()
 
 void ConvertAudioDialog::reject()
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     const Operation operation{session_};
     tool_.Leave();
@@ -213,7 +213,7 @@ void ConvertAudioDialog::reject()
 
 void ConvertAudioDialog::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (session_.runningOperations == 0 && !DraggedPaths(*event->mimeData()).empty())
+    if (session_.running.operations == 0 && !DraggedPaths(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 
@@ -222,7 +222,7 @@ void ConvertAudioDialog::dropEvent(QDropEvent* event)
     event->acceptProposedAction();
     // Whoever dragged them must not wait for the copies.
     QTimer::singleShot(0, this, [this, paths = DraggedPaths(*event->mimeData())] {
-        if (session_.runningOperations == 0)
+        if (session_.running.operations == 0)
             Do([&] { tool_.AddPaths(paths); });
     });
 }

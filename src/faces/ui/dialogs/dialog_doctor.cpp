@@ -174,7 +174,7 @@ void DoctorDialog::ShowRows()
 
 void DoctorDialog::Check(const std::vector<LevelCode>& codes)
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     stopped_ = !checks_.Check(codes);
     ShowRows();
@@ -195,7 +195,7 @@ void DoctorDialog::CheckAll()
 
 void DoctorDialog::Repair(const Path& offered)
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     checks_.Repair(offered); // what could not be done was told
     stopped_ = false;

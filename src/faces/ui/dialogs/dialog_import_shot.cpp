@@ -84,7 +84,7 @@ void ImportShotDialog::Import()
 
 void ImportShotDialog::reject()
 {
-    if (session_.runningOperations == 0)
+    if (session_.running.operations == 0)
         QDialog::reject();
 }
 

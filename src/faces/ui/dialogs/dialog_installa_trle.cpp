@@ -55,7 +55,7 @@ std::vector<Path> LocalFiles(const QMimeData& data)
 
 InstallTrleDialog::InstallTrleDialog(Session& session, const std::optional<Path>& folder,
                                      QWidget* parent)
-    : QDialog(parent), session_(session), operations_(session.runningOperations),
+    : QDialog(parent), session_(session), operations_(session.running.operations),
       choice_(session, folder), zips_(new QListWidget(this)), hint_(new QLabel(zips_->viewport())),
       language_(new QComboBox(this)), target_(new QLineEdit(this)),
       room_(PlainLabel(this, "Label_Room")), info_(PlainLabel(this, "Label_Info")),
@@ -159,7 +159,7 @@ QLayout* InstallTrleDialog::MakeButtons()
 
 template <class Work> void InstallTrleDialog::Run(Work work)
 {
-    if (session_.runningOperations > operations_)
+    if (session_.running.operations > operations_)
         return;
     {
         const Operation operation{session_};
@@ -221,7 +221,7 @@ void InstallTrleDialog::ShowChoice()
 
 void InstallTrleDialog::reject()
 {
-    if (session_.runningOperations > operations_)
+    if (session_.running.operations > operations_)
         return;
     Run([this] { session_.host.Tell(Tone::Plain, GetMsg(Msg::SetupStopped)); });
     QDialog::reject();
@@ -229,7 +229,7 @@ void InstallTrleDialog::reject()
 
 void InstallTrleDialog::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (session_.runningOperations == operations_ && !LocalFiles(*event->mimeData()).empty())
+    if (session_.running.operations == operations_ && !LocalFiles(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 

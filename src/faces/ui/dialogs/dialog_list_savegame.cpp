@@ -83,7 +83,7 @@ ListSavegameDialog::ListSavegameDialog(Session& session, SavegameList& rules, QW
 
 void ListSavegameDialog::accept()
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     std::vector<std::size_t> rows;
     for (int row = 0; row < list_->count(); ++row)

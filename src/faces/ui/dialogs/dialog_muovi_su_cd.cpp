@@ -97,7 +97,7 @@ bool DiscsWindowProgress::Step()
 }
 
 MuoviSuCdDialog::MuoviSuCdDialog(Session& session, QWidget* parent)
-    : QDialog(parent), session_(session), operations_(session.runningOperations),
+    : QDialog(parent), session_(session), operations_(session.running.operations),
       capacity_(new QComboBox(this)), speed_(new QComboBox(this)), unit_(new QComboBox(this)),
       images_(new QLineEdit(this)), browse_(NamedButton(this, "Pul_SfogliaImages")),
       list_(new DiscPlanTree(this)), count_(NamedLabel(this, "Label_Count")),
@@ -242,7 +242,7 @@ void MuoviSuCdDialog::Connect()
 
 template <class Work> void MuoviSuCdDialog::Run(Work work)
 {
-    if (session_.runningOperations > operations_)
+    if (session_.running.operations > operations_)
         return;
     const Operation operation{session_};
     progress_.Begin();
@@ -338,7 +338,7 @@ void MuoviSuCdDialog::StartOrStop()
 
 void MuoviSuCdDialog::reject()
 {
-    if (session_.runningOperations == operations_)
+    if (session_.running.operations == operations_)
         QDialog::reject();
 }
 

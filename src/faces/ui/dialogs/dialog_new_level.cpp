@@ -178,7 +178,7 @@ void NewLevelDialog::Connect()
 
 template <class Work> void NewLevelDialog::Run(Work work)
 {
-    if (level_ == nullptr || session_.runningOperations > 0)
+    if (level_ == nullptr || session_.running.operations > 0)
         return;
     {
         const Operation operation{session_};
@@ -319,7 +319,7 @@ bool NewLevelDialog::HasTyped() const
 
 void NewLevelDialog::reject()
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     if (level_ == nullptr)
         return QDialog::reject();
@@ -329,7 +329,7 @@ void NewLevelDialog::reject()
 
 void NewLevelDialog::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (session_.runningOperations == 0 && !DraggedPaths(*event->mimeData()).empty())
+    if (session_.running.operations == 0 && !DraggedPaths(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 

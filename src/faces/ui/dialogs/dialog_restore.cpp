@@ -97,7 +97,7 @@ void RestoreDialog::RestoreFull()
 
 void RestoreDialog::reject()
 {
-    if (session_.runningOperations == 0)
+    if (session_.running.operations == 0)
         QDialog::reject();
 }
 

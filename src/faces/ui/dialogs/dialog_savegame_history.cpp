@@ -119,7 +119,7 @@ void SavegameHistoryDialog::Fill()
 void SavegameHistoryDialog::BringBack()
 {
     const auto chosen = list_->selectedItems();
-    if (chosen.size() != 1 || session_.runningOperations > 0)
+    if (chosen.size() != 1 || session_.running.operations > 0)
         return;
     rules_.BringBack(FromQt(chosen.constFirst()->data(kept, Qt::UserRole).toString()));
 }
@@ -129,7 +129,7 @@ void SavegameHistoryDialog::Delete()
     std::vector<std::string> ids;
     for (const QTreeWidgetItem* item : list_->selectedItems())
         ids.push_back(FromQt(item->data(kept, Qt::UserRole).toString()));
-    if (ids.empty() || session_.runningOperations > 0)
+    if (ids.empty() || session_.running.operations > 0)
         return;
     if (rules_.Delete(ids))
         Fill();

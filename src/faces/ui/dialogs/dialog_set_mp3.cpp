@@ -66,7 +66,7 @@ void SetMp3Dialog::accept()
 void SetMp3Dialog::reject()
 {
     // The window closes while no conversion needs it.
-    if (session_.runningOperations == 0)
+    if (session_.running.operations == 0)
         QDialog::reject();
 }
 

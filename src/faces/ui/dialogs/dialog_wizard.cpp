@@ -96,7 +96,7 @@ bool WizardDialog::Ready()
 
 void WizardDialog::Run(const std::function<void()>& work)
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     {
         const Operation operation{session_};
@@ -124,7 +124,7 @@ void WizardDialog::Next()
 
 void WizardDialog::Back()
 {
-    if (wizard_.step == UploadStep::Overview || session_.runningOperations > 0)
+    if (wizard_.step == UploadStep::Overview || session_.running.operations > 0)
         return;
     BackStep(wizard_);
     ShowStep();
@@ -157,13 +157,13 @@ bool WizardDialog::HasTyped() const
 
 void WizardDialog::reject()
 {
-    if (session_.runningOperations == 0 && (!HasTyped() || MayDropTyped(session_)))
+    if (session_.running.operations == 0 && (!HasTyped() || MayDropTyped(session_)))
         QDialog::reject();
 }
 
 void WizardDialog::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (session_.runningOperations == 0 && !DraggedPaths(*event->mimeData()).empty())
+    if (session_.running.operations == 0 && !DraggedPaths(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 

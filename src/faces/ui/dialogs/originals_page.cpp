@@ -104,7 +104,7 @@ void OriginalsPage::Fill()
 void OriginalsPage::BringBack()
 {
     const QTreeWidgetItem* item = list_->currentItem();
-    if (item == nullptr || session_.runningOperations > 0)
+    if (item == nullptr || session_.running.operations > 0)
         return;
     if (BringOriginalBackTold(session_, FromQt(item->data(keptColumn, Qt::UserRole).toString())))
         Fill(); // what stood there may have been kept
@@ -113,7 +113,7 @@ void OriginalsPage::BringBack()
 void OriginalsPage::Delete()
 {
     const QTreeWidgetItem* item = list_->currentItem();
-    if (item == nullptr || session_.runningOperations > 0)
+    if (item == nullptr || session_.running.operations > 0)
         return;
     if (DeleteOriginalsTold(session_, {FromQt(item->data(keptColumn, Qt::UserRole).toString())}))
         Fill();

@@ -37,7 +37,7 @@ void KeptPreferences::Keep()
 
 void KeptPreferences::TakeWhatOthersWrote()
 {
-    if (session_.runningOperations > 0 || QApplication::activeModalWidget() != nullptr)
+    if (session_.running.operations > 0 || QApplication::activeModalWidget() != nullptr)
         return;
     const platform::FileFacts now = FactsOfSettings(session_);
     const auto before = std::exchange(seen_, now);

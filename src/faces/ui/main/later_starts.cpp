@@ -69,7 +69,7 @@ void LaterStarts::Hear()
 
 bool LaterStarts::IsFree() const
 {
-    return started_ && session_.runningOperations == 0 &&
+    return started_ && session_.running.operations == 0 &&
            QApplication::activeModalWidget() == nullptr &&
            QApplication::activePopupWidget() == nullptr;
 }

@@ -212,7 +212,7 @@ void LevelDetails::ShowAuthor(const LevelRecord& record)
 void LevelDetails::OpenAuthor()
 {
     const std::ptrdiff_t index = shown_ ? FindLevel(session_.archive, *shown_) : -1;
-    if (index < 0 || session_.runningOperations > 0)
+    if (index < 0 || session_.running.operations > 0)
         return;
     const Operation operation{session_};
     AuthorInfos author{session_, static_cast<std::size_t>(index)};
@@ -316,7 +316,7 @@ void LevelDetails::Mark(LevelCode code, const LevelMarks& marks)
 
 void LevelDetails::AddPictures(const std::vector<Path>& files)
 {
-    if (!shown_ || session_.runningOperations > 0)
+    if (!shown_ || session_.running.operations > 0)
         return;
     begins();
     const Operation operation{session_};

@@ -141,7 +141,7 @@ void LevelFilesPage::Read()
 void LevelFilesPage::Open(const QTreeWidgetItem* item)
 {
     const Path file = PathFromQt(item->data(0, Qt::UserRole).toString());
-    if (session_.runningOperations > 0 || !IsForReading(file.filename().native()))
+    if (session_.running.operations > 0 || !IsForReading(file.filename().native()))
         return;
     const Operation operation{session_};
     if (const auto opened = session_.machine.Open(file.native(), folder_); !opened)

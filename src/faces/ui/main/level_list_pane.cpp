@@ -362,7 +362,7 @@ void LevelListPane::SearchOn(int step)
 
 void LevelListPane::TellNotFound()
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     const Operation operation{session_};
     session_.host.Tell(Tone::Plain, GetMsg(Msg::NotFound));

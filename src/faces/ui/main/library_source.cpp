@@ -103,7 +103,7 @@ bool LibrarySource::Count(LevelCode code)
 
 void LibrarySource::CountNext()
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return countSoon_.start(countLaterMs);
     QElapsedTimer watch;
     watch.start();
@@ -119,7 +119,7 @@ void LibrarySource::CountNext()
 
 void LibrarySource::TellCounted()
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return tellSoon_.start(countLaterMs);
     counted();
 }

@@ -63,13 +63,13 @@ MainWindow::MainWindow(Session& session, WindowLevelList& list)
     setObjectName(QStringLiteral("Principale"));
     showSoon_.setSingleShot(true);
     connect(&showSoon_, &QTimer::timeout, this, [this] {
-        session_.runningOperations == 0 ? ShowChosen() : showSoon_.start(showSoonMs);
+        session_.running.operations == 0 ? ShowChosen() : showSoon_.start(showSoonMs);
     });
     rememberSoon_.setSingleShot(true);
     connect(&rememberSoon_, &QTimer::timeout, this, &MainWindow::RememberPlace);
     buildSoon_.setSingleShot(true);
     connect(&buildSoon_, &QTimer::timeout, this, [this] {
-        if (session_.runningOperations == 0 && QApplication::activeModalWidget() == nullptr)
+        if (session_.running.operations == 0 && QApplication::activeModalWidget() == nullptr)
             BuildAnew();
         else
             buildSoon_.start(buildAgainMs);
@@ -168,7 +168,7 @@ void MainWindow::ConnectList()
     levels_->menuWanted = [this](QPoint place) { ShowLevelMenu(place); };
     auto* drops = new DropArea(this, *levels_);
     drops->welcome = [this](const std::vector<Path>& paths) {
-        return session_.runningOperations > 0 ? QString{} : WelcomeOf(LevelsAmong(paths));
+        return session_.running.operations > 0 ? QString{} : WelcomeOf(LevelsAmong(paths));
     };
     drops->dropped = [this](const std::vector<Path>& paths) {
         commands_.TakeDropped(LevelsAmong(paths));
@@ -179,7 +179,7 @@ void MainWindow::ConnectShots()
 {
     details_->Shots().zoomed = [this](std::ptrdiff_t index) { commands_.ZoomShot(index); };
     details_->Shots().menuWanted = [this](QPoint place) {
-        if (session_.runningOperations == 0)
+        if (session_.running.operations == 0)
             findChild<QMenu*>(QStringLiteral("mnu_Edit"))->popup(place);
     };
     details_->noteOf = [this](LevelCode code) { return levels_->NoteOf(code); };
@@ -223,7 +223,7 @@ void MainWindow::ConnectCommands()
 
 void MainWindow::ShowLevelMenu(QPoint place)
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
@@ -315,7 +315,7 @@ void MainWindow::changeEvent(QEvent* event)
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (session_.runningOperations > 0) {
+    if (session_.running.operations > 0) {
         ShowNote(GetMsg(Msg::PleaseWaitToClose));
         event->ignore();
         return;
@@ -332,7 +332,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
 
 bool MainWindow::MayEnd(bool mayAsk)
 {
-    if (!mayAsk || session_.runningOperations > 0) {
+    if (!mayAsk || session_.running.operations > 0) {
         EndNow();
         return true;
     }
@@ -345,7 +345,7 @@ bool MainWindow::EndNow()
     if (const auto written = WriteAllNow(session_); !written)
         std::fprintf(stderr, "%s\n", GetMsg(Msg::NotSavedAtEnd, {written.Error().subject}).c_str());
     RememberPlace();
-    return session_.runningOperations == 0 && QApplication::activeModalWidget() == nullptr;
+    return session_.running.operations == 0 && QApplication::activeModalWidget() == nullptr;
 }
 
 void MainWindow::RememberPlace() const

@@ -28,7 +28,7 @@ NoteLine::NoteLine(Session& session, QWidget* parent)
     row->addWidget(undo_);
     connect(undo_, &QToolButton::clicked, this, [this] {
         // Something else may have been done since, in another run of the program.
-        if (Newest() == offered_ && session_.runningOperations == 0)
+        if (Newest() == offered_ && session_.running.operations == 0)
             undoWanted();
     });
 }

@@ -54,7 +54,7 @@ PlayWatch::PlayWatch(Session& session, QMainWindow& window)
     connect(&clockTimer_, &QTimer::timeout, this, &PlayWatch::ShowState);
     minuteTimer_.setObjectName(QStringLiteral("Timer_Minute"));
     connect(&minuteTimer_, &QTimer::timeout, this, [this] {
-        if (session_.runningOperations == 0)
+        if (session_.running.operations == 0)
             CountPlaying();
     });
 }
@@ -125,7 +125,7 @@ void PlayWatch::HearOfGame()
 
 void PlayWatch::Look()
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return gameTimer_.start(lookAgainMs);
     const bool changed = LookNow();
     if (lookOnceMore_ && !gameTimer_.isActive())
@@ -140,7 +140,7 @@ void PlayWatch::Look()
 
 void PlayWatch::ShowGame()
 {
-    const bool keys = session_.hotKeysActive && session_.machine.SeesKeys();
+    const bool keys = session_.running.hotKeys && session_.machine.SeesKeys();
     game_->setText(Words(keys ? Msg::GameRunsKeys : Msg::GameRuns));
     game_->setToolTip(Words(keys ? Msg::GameRunsKeysTip : Msg::PlayLineRunsUnknown));
     game_->setVisible(gameWatch_.Running());
@@ -160,7 +160,7 @@ void PlayWatch::ShowState()
         now.level =
             LevelNameOf(session_.archive, CurrentLevelCode(session_.Folders(), session_.archive));
         now.seconds = (session_.machine.NowNs() - runsSinceNs_) / platform::nsOfSecond;
-        now.isOurs = session_.gamePid > 0 && session_.machine.IsRunning(session_.gamePid);
+        now.isOurs = session_.running.game > 0 && session_.machine.IsRunning(session_.running.game);
         if (!clockTimer_.isActive())
             clockTimer_.start(clockMs);
     } else {
@@ -188,8 +188,8 @@ void PlayWatch::BringToFront()
 
 void PlayWatch::StopGame()
 {
-    const std::int64_t game = session_.gamePid;
-    if (session_.runningOperations > 0 || game <= 0 || !session_.machine.IsRunning(game))
+    const std::int64_t game = session_.running.game;
+    if (session_.running.operations > 0 || game <= 0 || !session_.machine.IsRunning(game))
         return LookSoon();
     const Operation operation{session_};
     const bool byForce = askedToEnd_.contains(game);

@@ -212,7 +212,7 @@ private:
 int ShowWindows(QApplication& application, Session& session, WindowLevelList& list,
                 MeetingPlace& meeting, const std::vector<std::string>& items)
 {
-    const InputGate gate{session.runningOperations};
+    const InputGate gate{session.running};
     const HelpDesk help{session};
     const std::unique_ptr<SplashDialog> splash = ShowSplash(session.programFolder);
     MainWindow window{session, list};

@@ -92,7 +92,7 @@ SavegamesPage::SavegamesPage(Session& session, QWidget* parent)
     auto* drops = new DropArea(this);
     drops->welcome = [this](const std::vector<Path>& paths) {
         const std::size_t count = SavegamesAmong(paths).size();
-        return code_ && count > 0 && session_.runningOperations == 0
+        return code_ && count > 0 && session_.running.operations == 0
                    ? Words(Msg::DropSavegames, {std::to_string(count)})
                    : QString();
     };
@@ -291,7 +291,7 @@ void SavegamesPage::ShowButtons()
 
 void SavegamesPage::ShowMenu(QPoint place)
 {
-    if (!code_ || session_.runningOperations > 0)
+    if (!code_ || session_.running.operations > 0)
         return;
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
@@ -309,7 +309,7 @@ void SavegamesPage::Bring()
     Chosen chosen = ChosenOnes();
     std::erase_if(chosen,
                   [](const LevelSavegame& one) { return one.place == SavegamePlace::Live; });
-    if (session_.runningOperations > 0 || chosen.empty())
+    if (session_.running.operations > 0 || chosen.empty())
         return;
     begins();
     if (BringIntoSlots(session_, *code_, chosen))
@@ -319,7 +319,7 @@ void SavegamesPage::Bring()
 void SavegamesPage::Export()
 {
     const Chosen chosen = ChosenOnes();
-    if (session_.runningOperations > 0 || chosen.empty())
+    if (session_.running.operations > 0 || chosen.empty())
         return;
     begins();
     const Operation operation{session_};
@@ -332,7 +332,7 @@ void SavegamesPage::Export()
 void SavegamesPage::Delete()
 {
     Chosen chosen = ChosenOnes();
-    if (session_.runningOperations > 0 || chosen.empty())
+    if (session_.running.operations > 0 || chosen.empty())
         return;
     std::erase_if(chosen,
                   [](const LevelSavegame& one) { return one.place == SavegamePlace::History; });
@@ -353,7 +353,7 @@ void SavegamesPage::FillSlots()
 
 void SavegamesPage::Import(const std::vector<Path>& files)
 {
-    if (!code_ || files.empty() || session_.runningOperations > 0)
+    if (!code_ || files.empty() || session_.running.operations > 0)
         return;
     begins();
     const Operation operation{session_};

@@ -107,7 +107,7 @@ void WindowCommands::Invoke(const CommandRow& row)
 
 void WindowCommands::Do(const std::function<void()>& work)
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     window_.ShowChosenNow(); // nothing of another level stands beside a question
     window_.Notes().Begin();
@@ -200,7 +200,7 @@ bool WindowCommands::AsksForDatabaseUpdate()
 
 void WindowCommands::AddLevelFrom(const std::vector<Path>& sources)
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     window_.Notes().Begin();
     const std::vector<QueueSource> levels = SourcesOfLevels(sources);
@@ -214,7 +214,7 @@ void WindowCommands::AddLevelFrom(const std::vector<Path>& sources)
 
 void WindowCommands::TakeDropped(std::vector<Path> paths)
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     const std::vector<Path> archives = TakeArchives(paths);
     const bool alone = archives.size() == 1 && paths.empty();
@@ -252,7 +252,7 @@ std::optional<LevelCode> WindowCommands::AddAlone(const std::vector<Path>& sourc
 
 void WindowCommands::AddManyFrom(const std::vector<QueueSource>& sources)
 {
-    if (session_.runningOperations > 0 || !MayAdd())
+    if (session_.running.operations > 0 || !MayAdd())
         return;
     AddManyDialog dialog{
         session_, [this](const Path& source, QWidget* over) { return AddAlone({source}, over); },
@@ -264,7 +264,7 @@ void WindowCommands::AddManyFrom(const std::vector<QueueSource>& sources)
 
 void WindowCommands::OpenFiles(const std::vector<std::string>& items)
 {
-    if (session_.runningOperations > 0)
+    if (session_.running.operations > 0)
         return;
     const CommandLine named = ParseCommandLine(items);
     if (!named.trle.empty()) {
@@ -296,7 +296,7 @@ void WindowCommands::OpenArchive(const Path& file)
 
 void WindowCommands::ZoomShot(std::ptrdiff_t index)
 {
-    if (session_.runningOperations == 0 && window_.Chosen())
+    if (session_.running.operations == 0 && window_.Chosen())
         ScreenShotDialog(window_.Shots().List(), index, &window_).exec();
 }
 

@@ -66,8 +66,7 @@ bool Belongs(const QObject* target, const QWidget* window)
 
 } // namespace
 
-InputGate::InputGate(const RunningOperations& runningOperations)
-    : runningOperations_(runningOperations)
+InputGate::InputGate(const Running& running) : running_(running)
 {
     current = this;
     qApp->installEventFilter(this);
@@ -86,7 +85,7 @@ InputGate* InputGate::Current()
 InputGate::Admission::Admission(QWidget& window)
 {
     if (current != nullptr)
-        current->admitted_.push_back({&window, current->runningOperations_});
+        current->admitted_.push_back({&window, current->running_.operations});
 }
 
 InputGate::Admission::~Admission()
@@ -103,15 +102,15 @@ void InputGate::AdmitAlways(QWidget& window)
 
 bool InputGate::Waits() const
 {
-    return runningOperations_ == 0 ||
-           (!admitted_.empty() && admitted_.back().operations == runningOperations_);
+    return running_.operations == 0 ||
+           (!admitted_.empty() && admitted_.back().operations == running_.operations);
 }
 
 bool InputGate::LetsThrough(const QObject* target) const
 {
-    if (runningOperations_ == 0)
+    if (running_.operations == 0)
         return true;
-    if (!admitted_.empty() && admitted_.back().operations == runningOperations_ &&
+    if (!admitted_.empty() && admitted_.back().operations == running_.operations &&
         Belongs(target, admitted_.back().window))
         return true;
     return std::any_of(always_.begin(), always_.end(),

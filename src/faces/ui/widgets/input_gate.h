@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/running_operations.h"
+#include "session/running.h"
 
 #include <QObject>
 #include <QPointer>
@@ -16,7 +16,7 @@ namespace kestrova
 class InputGate : public QObject
 {
 public:
-    explicit InputGate(const RunningOperations& runningOperations);
+    explicit InputGate(const Running& running);
     ~InputGate() override;
 
     /// The gate of this program; none in a test that has not made one.
@@ -46,7 +46,7 @@ private:
     };
     [[nodiscard]] bool LetsThrough(const QObject* target) const;
 
-    const RunningOperations& runningOperations_;
+    const Running& running_;
     std::vector<Admitted> admitted_;
     std::vector<QPointer<QWidget>> always_;
 };
