@@ -21,6 +21,11 @@ public:
         : Operation(session.running, session.Folders(), session.locks)
     {
     }
+    /// Of a session's parts.
+    template <class Parts>
+    explicit Operation(const Parts& parts) : Operation(parts.running, parts.folders, parts.locks)
+    {
+    }
     ~Operation()
     {
         if (--running_.operations == 0)

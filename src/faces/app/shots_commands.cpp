@@ -71,7 +71,7 @@ bool ImportAll(Run& run)
 }
 
 /// Does it with the pictures that a window shows.
-bool WithShown(Run& run, bool (*command)(Session&, ShotList&))
+bool WithShown(Run& run, bool (*command)(const ArchiveParts&, ShotList&))
 {
     ShotList* shown = run.face.Shots();
     return shown != nullptr && command(run.session, *shown);
@@ -124,33 +124,33 @@ bool ExportTo(Run& run, const Path& shot, const Path& place)
 bool ExportShot(Run& run)
 {
     if (!run.FromWords())
-        return WithShown(run, [](Session& session, ShotList& shots) {
-            return SaveShotAs(session.host, session.Folders(), shots);
+        return WithShown(run, [](const ArchiveParts& parts, ShotList& shots) {
+            return SaveShotAs(parts.host, parts.folders, shots);
         });
     return WithNamed(run, [&](ShotList& shots) {
         return ExportTo(run, shots.At(shots.Target()), PlaceFromWord(run.arguments.words[3]));
     });
 }
 
-bool MarkCover(Session& session, LevelCode code, const std::string& name)
+bool MarkCover(const ArchiveParts& parts, LevelCode code, const std::string& name)
 {
     LevelMarks marks;
     marks.cover = name;
-    return MarkLevels(session, {code}, marks).has_value();
+    return MarkLevels(parts, {code}, marks).has_value();
 }
 
 /// The picture stands for its level from now on.
-bool UseAsCover(Session& session, ShotList& shots)
+bool UseAsCover(const ArchiveParts& parts, ShotList& shots)
 {
-    const auto shot = ShotForCover(session.host, shots);
-    return shot && MarkCover(session, shots.Code(), shot->filename().native());
+    const auto shot = ShotForCover(parts.host, shots);
+    return shot && MarkCover(parts, shots.Code(), shot->filename().native());
 }
 
 /// The first picture, or whatever there is, stands for it.
-bool TakeCoverBack(Session& session, ShotList& shots)
+bool TakeCoverBack(const ArchiveParts& parts, ShotList& shots)
 {
     shots.SetTarget(ShotList::noTarget);
-    return MarkCover(session, shots.Code(), {});
+    return MarkCover(parts, shots.Code(), {});
 }
 
 bool TellOfCapture(Run& run)

@@ -10,8 +10,8 @@ namespace kestrova
 struct ArchiveParts {
     ArchiveParts(Session& session)
         : host(session.host), machine(session.machine), list(session.list),
-          running(session.running), archive(session.archive), preferences(session.preferences),
-          settings(session.settings), folders(session.Folders())
+          running(session.running), locks(session.locks), archive(session.archive),
+          preferences(session.preferences), settings(session.settings), folders(session.Folders())
     {
     }
 
@@ -19,6 +19,7 @@ struct ArchiveParts {
     Machine& machine;
     LevelList& list; ///< as it is shown
     Running& running;
+    FolderLocks& locks; ///< its folder is held
     Archive& archive;
     PreferencesRecord& preferences; ///< the archive's file, and whether each change is saved
     ProgramSettings& settings;      ///< exact forms of its folders

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "session/session.h"
+#include "archive/archive_parts.h"
 
 namespace kestrova
 {
 
-/// What the removal needs of a session. The archive may be one that is not in memory yet.
+/// What the removal needs. The archive may be one that is not in memory yet.
 struct FilesLeaving {
-    FilesLeaving(Session& session, Archive& coming)
-        : host(session.host), machine(session.machine), archive(coming), settings(session.settings),
-          folders(session.Folders())
+    FilesLeaving(const ArchiveParts& parts, Archive& coming)
+        : host(parts.host), machine(parts.machine), archive(coming), settings(parts.settings),
+          folders(parts.folders)
     {
         folders.levels = FolderFromText(Trim(archive.header.secondaryFolder));
     }

@@ -1,5 +1,6 @@
 #include "levels/export_level.h"
 
+#include "archive/archive_parts.h"
 #include "archive/level_folders.h"
 #include "conversion/sound_converter.h"
 #include "core/copying.h"
@@ -165,37 +166,38 @@ bool Fail(Host& host, const std::string& words, const Failure& failure)
 }
 
 /// The level's files as the game needs them.
-bool GatherFiles(Session& session, LevelCode code, OutFolder& out, ProgressScope& progress)
+bool GatherFiles(const ArchiveParts& parts, const SoundConverter& sounds, LevelCode code,
+                 OutFolder& out, ProgressScope& progress)
 {
     progress.SetLabel(GetMsg(Msg::ExportCopying));
-    const auto home = LevelFolderOf(session.Folders(), session.archive, code);
+    const auto home = LevelFolderOf(parts.folders, parts.archive, code);
     const Path files = home ? InFolder(*home, OnDisk::DirFiles) : Path{};
     if (!home) {
-        TellFailure(session.host, home.Error());
+        TellFailure(parts.host, home.Error());
         return false;
     }
     if (!FolderExists(files)) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
+        parts.host.Tell(Tone::Error, GetMsg(Msg::CdNotAvailable));
         return false;
     }
-    const auto unpacked = UnstoreLevelFiles(session.host, session.machine,
-                                            SoundConverterOf(session), files, true, MayStop::Yes);
+    const auto unpacked =
+        UnstoreLevelFiles(parts.host, parts.machine, sounds, files, true, MayStop::Yes);
     if (!unpacked) {
-        TellFailure(session.host, unpacked.Error());
+        TellFailure(parts.host, unpacked.Error());
         switch (unpacked.Error().code) {
         case ErrorCode::Stopped:
         case ErrorCode::Refused: // a sound that stays what it is, or a No to going on without it
         case ErrorCode::NotDone:
-            return TellStopped(session.host);
+            return TellStopped(parts.host);
         default:
-            session.host.Tell(Tone::Error, GetMsg(Msg::ExportErrorDecompressing));
+            parts.host.Tell(Tone::Error, GetMsg(Msg::ExportErrorDecompressing));
             return false;
         }
     }
     out.TakeExpanded(*unpacked);
     const auto status = unpacked->empty() ? CopyIn(ListFiles(files, OnDisk::PatAll), out, progress)
                                           : MoveIn(*unpacked, out.Place(), progress);
-    return status || Fail(session.host, GetMsg(Msg::ExportErrorCopying), status.Error());
+    return status || Fail(parts.host, GetMsg(Msg::ExportErrorCopying), status.Error());
 }
 
 /// The level's savegames: the live ones, and what only its store holds. Of one number the live one
@@ -223,23 +225,24 @@ Status GatherSavegames(const Folders& folders, const Archive& archive, LevelCode
 }
 
 /// What the player made with the level, as far as it is wanted.
-bool GatherExtras(Host& host, const Folders& folders, const Archive& archive,
-                  const ProgramSettings& settings, LevelCode code, const ExportChoices& choices,
+bool GatherExtras(const ArchiveParts& parts, LevelCode code, const ExportChoices& choices,
                   OutFolder& out, ProgressScope& progress)
 {
-    if (choices.savegames.value_or(settings.exportSavegames))
-        if (const auto status = GatherSavegames(folders, archive, code, out, progress); !status)
-            return Fail(host, GetMsg(Msg::ExportErrorCopying), status.Error());
-    const auto pictures = PicturesOf(InFolder(LevelHomeOf(folders, code), OnDisk::DirScreenshots));
+    if (choices.savegames.value_or(parts.settings.exportSavegames))
+        if (const auto status = GatherSavegames(parts.folders, parts.archive, code, out, progress);
+            !status)
+            return Fail(parts.host, GetMsg(Msg::ExportErrorCopying), status.Error());
+    const auto pictures =
+        PicturesOf(InFolder(LevelHomeOf(parts.folders, code), OnDisk::DirScreenshots));
     if (!pictures)
-        return Fail(host, GetMsg(Msg::ExportErrorCopying), pictures.Error());
+        return Fail(parts.host, GetMsg(Msg::ExportErrorCopying), pictures.Error());
     if (pictures->empty() ||
         !(choices.screenshots ? *choices.screenshots
-                              : host.AskYesNo(GetMsg(Msg::AskExportScreenshots))))
+                              : parts.host.AskYesNo(GetMsg(Msg::AskExportScreenshots))))
         return true;
     progress.SetLabel(GetMsg(Msg::ExportCopyingShots));
     const auto status = CopyIn(pictures, out, progress, NameOfShot);
-    return status || Fail(host, GetMsg(Msg::ExportErrorCopying), status.Error());
+    return status || Fail(parts.host, GetMsg(Msg::ExportErrorCopying), status.Error());
 }
 
 /// The zip's place; nothing when the person cancelled.
@@ -326,9 +329,8 @@ bool ExportLevel(Session& session, LevelCode code, const ExportChoices& choices)
         OutFolder out{session.Folders(), *progress};
         if (const auto status = out.Make(); !status)
             return Fail(session.host, GetMsg(Msg::ExportErrorCopying), status.Error());
-        if (!GatherFiles(session, code, out, *progress) ||
-            !GatherExtras(session.host, session.Folders(), session.archive, session.settings, code,
-                          choices, out, *progress))
+        if (!GatherFiles(session, SoundConverterOf(session), code, out, *progress) ||
+            !GatherExtras(session, code, choices, out, *progress))
             return false;
         const Path config = LevelConfigPath(out.Place());
         if (const auto status = DeleteFile(config); !status)

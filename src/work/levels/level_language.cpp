@@ -261,42 +261,43 @@ bool ChangeWithout(const SwapParts& parts, LevelCode /*code*/, const Path& folde
 
 } // namespace
 
-bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange change, bool verbose)
+bool ChangeLanguageOfLevel(const SwapParts& parts, LevelCode code, LanguageChange change,
+                           bool verbose)
 {
-    const Operation running{session};
+    const Operation running{parts};
     const auto refuse = [&](const std::string& words) {
         if (verbose)
-            session.host.Tell(Tone::Error, words);
+            parts.host.Tell(Tone::Error, words);
         return false;
     };
     if (code == originalCode)
         return refuse(GetMsg(Msg::LanguageNotForOriginal));
-    if (FindLevel(session.archive, code) < 0)
+    if (FindLevel(parts.archive, code) < 0)
         return refuse(GetMsg(Msg::UnknownLevelCode, {std::to_string(code)}));
-    const auto home = LevelFolderOf(session.Folders(), session.archive, code);
+    const auto home = LevelFolderOf(parts.folders, parts.archive, code);
     if (!home)
-        return DoneOrTold(session.host, home.Error());
-    if (!KnowsStandingLevel(session.Folders(), session.archive))
-        return refuse(GetMsg(Msg::MarkerUnreadable, {TextOf(session.Folders().Marker())}));
-    const bool installed = code == CurrentLevelCode(session.Folders(), session.archive);
+        return DoneOrTold(parts.host, home.Error());
+    if (!KnowsStandingLevel(parts.folders, parts.archive))
+        return refuse(GetMsg(Msg::MarkerUnreadable, {TextOf(parts.folders.Marker())}));
+    const bool installed = code == CurrentLevelCode(parts.folders, parts.archive);
     if (installed) {
-        if (!MayChangeTrle(session, session.Folders()))
+        if (!MayChangeTrle(parts, parts.folders))
             return false;
         // The record of what stands in the folder is about to be renewed.
-        MendAfterRestart(session, code);
+        MendAfterRestart(parts, code);
     }
     const StoredWatch watch{*home};
     LanguageFailure failure;
     // Of all levels at once the other command leads back.
     const auto work = verbose ? ChangeWithWayBack : ChangeWithout;
-    if (!work(session, code, InFolder(*home, OnDisk::DirFiles), change, installed, failure)) {
+    if (!work(parts, code, InFolder(*home, OnDisk::DirFiles), change, installed, failure)) {
         if (verbose)
-            session.host.Tell(Tone::Error, GetMsg(Msg::LanguageError) + failure.words,
-                              failure.reason);
+            parts.host.Tell(Tone::Error, GetMsg(Msg::LanguageError) + failure.words,
+                            failure.reason);
         return false;
     }
     if (verbose)
-        session.host.Tell(
+        parts.host.Tell(
             Tone::Plain,
             GetMsg(change == LanguageChange::Mine ? Msg::LanguageSet : Msg::LanguageRestored));
     return true;

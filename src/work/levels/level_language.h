@@ -37,7 +37,8 @@ bool ChangeLanguage(const SwapParts& parts, const Path& folder, LanguageChange c
 /// True, and a message, when the player's Level Editor is English.
 bool WarnIfEnglish(Host& host, const Folders& folders);
 /// The same for a level of the archive; speaks only when `verbose`.
-bool ChangeLanguageOfLevel(Session& session, LevelCode code, LanguageChange change, bool verbose);
+bool ChangeLanguageOfLevel(const SwapParts& parts, LevelCode code, LanguageChange change,
+                           bool verbose);
 /// The command for the level that is chosen in the list.
 bool ChangeLanguageOfSelected(Session& session, LanguageChange change);
 /// The command for all levels: those that cannot be changed are counted and passed over. False

@@ -101,14 +101,14 @@ void LeaveEntryOf(const ChangeParts& parts, const std::vector<ChangedNote>& chan
 } // namespace
 
 std::optional<std::vector<ChangedNote>>
-MarkLevels(Session& session, const std::vector<LevelCode>& codes, const LevelMarks& marks)
+MarkLevels(const ArchiveParts& parts, const std::vector<LevelCode>& codes, const LevelMarks& marks)
 {
-    const Operation operation{session};
-    const Folders folders = session.Folders();
-    if (!MayMark(session.host, folders, session.archive, codes, marks))
+    const Operation operation{parts};
+    const Folders& folders = parts.folders;
+    if (!MayMark(parts.host, folders, parts.archive, codes, marks))
         return std::nullopt;
     bool tooManyTags = false;
-    auto changed = ChangeNotes(folders, session.archive, codes, [&](LevelCode, LevelNote& note) {
+    auto changed = ChangeNotes(folders, parts.archive, codes, [&](LevelCode, LevelNote& note) {
         std::vector<std::string> tags = note.tags;
         if (MarkTags(tags, marks))
             note.tags = std::move(tags);
@@ -120,16 +120,16 @@ MarkLevels(Session& session, const std::vector<LevelCode>& codes, const LevelMar
         note.cover = marks.cover.value_or(note.cover);
     });
     if (!changed) {
-        TellFailure(session.host, GetMsg(Msg::NotesNotWritten, {TextOf(LibraryFileOf(folders))}),
+        TellFailure(parts.host, GetMsg(Msg::NotesNotWritten, {TextOf(LibraryFileOf(folders))}),
                     changed.Error());
         return std::nullopt;
     }
     if (!changed->setAside.empty())
-        session.host.Tell(Tone::Warning, GetMsg(Msg::NotesSetAside, {TextOf(changed->setAside)}));
+        parts.host.Tell(Tone::Warning, GetMsg(Msg::NotesSetAside, {TextOf(changed->setAside)}));
     if (tooManyTags)
-        session.host.Tell(Tone::Warning, GetMsg(Msg::TooManyTags, {std::to_string(mostTags)}));
-    LeaveEntryOf(session, changed->levels, marks.goesOn);
-    session.list.Refresh();
+        parts.host.Tell(Tone::Warning, GetMsg(Msg::TooManyTags, {std::to_string(mostTags)}));
+    LeaveEntryOf(parts, changed->levels, marks.goesOn);
+    parts.list.Refresh();
     return std::move(changed->levels);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "archive/archive_parts.h"
 #include "archive/library_notes.h"
-#include "session/session.h"
 
 /// What a person says of levels: how far they are with it, stars, tags, a note, a cover.
 namespace kestrova
@@ -25,6 +25,6 @@ struct LevelMarks {
 /// code, a picture that one of the levels does not have, a text beyond its bounds, a failure. The
 /// lock of the archive's folder is held, as in windows and in commands that change stores.
 std::optional<std::vector<ChangedNote>>
-MarkLevels(Session& session, const std::vector<LevelCode>& codes, const LevelMarks& marks);
+MarkLevels(const ArchiveParts& parts, const std::vector<LevelCode>& codes, const LevelMarks& marks);
 
 } // namespace kestrova

@@ -39,7 +39,7 @@ private:
     /// What one of the two keys does, and what is said of it.
     struct Action {
         GameKey key;
-        Result<SavegamesMoved> (*move)(Session&);
+        Result<SavegamesMoved> (*move)(const ArchiveParts&);
         std::string (*words)(const SavegamesMoved&);
         Message done;
         Message failure;

@@ -18,20 +18,14 @@ namespace kestrova
 namespace
 {
 
-bool StartGame(Session& session)
+/// Its process id.
+Result<std::int64_t> StartGame(Machine& machine, const Folders& folders,
+                               const PreferencesRecord& preferences, const Tools& tools)
 {
-    const auto launch = GameLaunch(session.Folders(), session.preferences, ToolsOf(session));
-    if (!launch) {
-        TellFailure(session.host, GetMsg(Msg::GameNotStarted), launch.Error());
-        return false;
-    }
-    const auto pid = session.machine.Start(*launch);
-    if (!pid) {
-        TellFailure(session.host, GetMsg(Msg::GameNotStarted), pid.Error());
-        return false;
-    }
-    session.running.game = *pid;
-    return true;
+    const auto launch = GameLaunch(folders, preferences, tools);
+    if (!launch)
+        return launch.Error();
+    return machine.Start(*launch);
 }
 
 /// True when nothing is known to be missing, or the person goes on nevertheless. What cannot be
@@ -71,8 +65,13 @@ bool PlayLevel(Session& session, LevelCode code, bool start)
     session.list.Refresh();
     if (!start)
         return true;
-    if (!StartGame(session))
+    const auto game =
+        StartGame(session.machine, session.Folders(), session.preferences, ToolsOf(session));
+    if (!game) {
+        TellFailure(session.host, GetMsg(Msg::GameNotStarted), game.Error());
         return false;
+    }
+    session.running.game = *game;
     session.machine.ClearClipboard();
     session.running.hotKeys = true;
     return true;

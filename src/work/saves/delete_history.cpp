@@ -71,24 +71,23 @@ bool NamesHistory(std::string_view word)
            (dash == std::string_view::npos || IsNumber(word.substr(dash + 1)));
 }
 
-bool DeleteHistoryTold(Session& session, const std::vector<std::string>& words)
+bool DeleteHistoryTold(const ArchiveParts& parts, const std::vector<std::string>& words)
 {
-    const Operation operation{session};
+    const Operation operation{parts};
     // What was cut short may need what the history holds.
-    const auto ready = EndEarlierMove(session);
-    const auto chosen =
-        ready ? KeptNamed(session.Folders(), words) : Result<ChosenKept>{ready.Error()};
+    const auto ready = EndEarlierMove(parts);
+    const auto chosen = ready ? KeptNamed(parts.folders, words) : Result<ChosenKept>{ready.Error()};
     if (!chosen) {
-        TellFailure(session.host, GetMsg(Msg::HistoryNotDeleted), chosen.Error());
+        TellFailure(parts.host, GetMsg(Msg::HistoryNotDeleted), chosen.Error());
         return false;
     }
-    if (!session.host.AskYesNo(GetMsg(Msg::AskDeleteHistory, {ShownNames(chosen->names),
-                                                              std::to_string(chosen->names.size()),
-                                                              SizeInWords(chosen->bytes)})))
+    if (!parts.host.AskYesNo(GetMsg(Msg::AskDeleteHistory, {ShownNames(chosen->names),
+                                                            std::to_string(chosen->names.size()),
+                                                            SizeInWords(chosen->bytes)})))
         return false;
     for (const auto& [code, ids] : chosen->ids)
-        if (const auto deleted = DeleteFromHistory(session.Folders(), code, ids); !deleted) {
-            TellFailure(session.host, GetMsg(Msg::HistoryNotAllDeleted), deleted.Error());
+        if (const auto deleted = DeleteFromHistory(parts.folders, code, ids); !deleted) {
+            TellFailure(parts.host, GetMsg(Msg::HistoryNotAllDeleted), deleted.Error());
             return false;
         }
     return true;

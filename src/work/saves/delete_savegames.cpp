@@ -44,13 +44,14 @@ Status PlanDeletion(const std::vector<LevelSavegame>& chosen, SavegamePlan& plan
 
 } // namespace
 
-Status DeleteSavegames(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen)
+Status DeleteSavegames(const ArchiveParts& parts, LevelCode code,
+                       const std::vector<LevelSavegame>& chosen)
 {
-    const Operation operation{session};
-    if (auto ready = EndEarlierMove(session); !ready)
+    const Operation operation{parts};
+    if (auto ready = EndEarlierMove(parts); !ready)
         return ready;
-    const auto live = LiveStateFolder(session.Folders(), session.archive, code);
-    const auto store = LoadSavegameStore(session.Folders(), session.preferences, code);
+    const auto live = LiveStateFolder(parts.folders, parts.archive, code);
+    const auto store = LoadSavegameStore(parts.folders, parts.preferences, code);
     if (!live || !store)
         return live ? store.Error() : live.Error();
     SavegamePlan plan;
@@ -61,20 +62,20 @@ Status DeleteSavegames(Session& session, LevelCode code, const std::vector<Level
     if (!folders)
         return folders.Error();
 
-    Change change = NewChange(session, ChangeKind::SavegamesDeleted, code);
+    Change change = NewChange(parts, ChangeKind::SavegamesDeleted, code);
     change.reason = Told(Msg::ReasonSavegameDeleted);
     change.subject = std::to_string(chosen.size());
-    change.header = platform::AbsolutePath(SlotsRootOf(session.Folders(), code) /
+    change.header = platform::AbsolutePath(SlotsRootOf(parts.folders, code) /
                                            FileNameOf(OnDisk::FragSavegameHeader))
                         .native();
     change.archivedBefore = store->header.archivedCount;
     change.archivedCount = store->header.archivedCount - archived;
     change.live = ResolvePath(*live).native();
     change.folders = std::move(*folders);
-    auto status = MakeChange(session, change);
+    auto status = MakeChange(parts, change);
     if (status) {
         WriteArchivedCount(change, change.archivedCount);
-        status = EndChange(session.Folders(), session.settings, change);
+        status = EndChange(parts.folders, parts.settings, change);
     }
     return status;
 }

@@ -16,66 +16,66 @@
 namespace kestrova
 {
 
-HistoryList::HistoryList(Session& session, LevelCode code) : session_(session), code_(code)
+HistoryList::HistoryList(const ArchiveParts& parts, LevelCode code) : parts_(parts), code_(code)
 {
     Load();
 }
 
 void HistoryList::Load()
 {
-    auto entries = ReadHistoryOf(session_.Folders(), code_);
+    auto entries = ReadHistoryOf(parts_.folders, code_);
     if (!entries)
-        TellFolderNotRead(session_.host, entries.Error());
+        TellFolderNotRead(parts_.host, entries.Error());
     entries_ = std::move(entries).ValueOr({});
     std::reverse(entries_.begin(), entries_.end());
 }
 
 std::string HistoryList::LevelName() const
 {
-    return Readable(LevelNameOf(session_.archive, code_));
+    return Readable(LevelNameOf(parts_.archive, code_));
 }
 
 Result<Path> HistoryList::Place(const std::string& id)
 {
-    if (auto status = EndEarlierMove(session_); !status)
+    if (auto status = EndEarlierMove(parts_); !status)
         return status.Error();
-    return kestrova::BringBack(session_, code_, id);
+    return kestrova::BringBack(parts_, code_, id);
 }
 
 bool HistoryList::SlotsAreTaken() const
 {
-    const auto folder = LiveStateFolder(session_.Folders(), session_.archive, code_);
+    const auto folder = LiveStateFolder(parts_.folders, parts_.archive, code_);
     const auto live = folder ? SavegamesIn(*folder) : folder.Error();
     return live && live->size() >= gameSlotCount;
 }
 
 bool HistoryList::BringBack(const std::string& id)
 {
-    const Operation operation{session_};
+    const Operation operation{parts_};
     auto place = Place(id);
     if (!place && place.Error().code == ErrorCode::Refused && SlotsAreTaken()) {
-        if (!session_.host.AskYesNo(GetMsg(Msg::AskFreeAndBringBack, {lineBreak})))
+        if (!parts_.host.AskYesNo(GetMsg(Msg::AskFreeAndBringBack, {lineBreak})))
             return false;
-        const auto moved = ArchiveSavegamesOf(session_, code_);
+        const auto moved = ArchiveSavegamesOf(parts_, code_);
         place = moved ? Place(id) : moved.Error();
     }
     if (!place) {
-        TellFailure(session_.host, GetMsg(Msg::NotBroughtBack), place.Error());
+        TellFailure(parts_.host, GetMsg(Msg::NotBroughtBack), place.Error());
         return false;
     }
-    session_.host.Tell(Tone::Plain, GetMsg(Msg::BroughtBack, {TextOf(place->filename())}));
-    session_.list.Select(code_);
+    parts_.host.Tell(Tone::Plain, GetMsg(Msg::BroughtBack, {TextOf(place->filename())}));
+    parts_.list.Select(code_);
     return true;
 }
 
 bool HistoryList::Delete(const std::vector<std::string>& ids)
 {
     const std::size_t before = entries_.size();
-    DeleteHistoryTold(session_, ids);
+    DeleteHistoryTold(parts_, ids);
     Load();
     if (entries_.size() == before)
         return false;
-    session_.list.Select(code_); // its savegames are listed beside the window
+    parts_.list.Select(code_); // its savegames are listed beside the window
     return true;
 }
 

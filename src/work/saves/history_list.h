@@ -1,7 +1,7 @@
 #pragma once
 
+#include "archive/archive_parts.h"
 #include "history/history.h"
-#include "session/session.h"
 
 namespace kestrova
 {
@@ -10,7 +10,7 @@ namespace kestrova
 class HistoryList
 {
 public:
-    HistoryList(Session& session, LevelCode code);
+    HistoryList(const ArchiveParts& parts, LevelCode code);
 
     void Load();
     [[nodiscard]] std::string LevelName() const;
@@ -25,7 +25,7 @@ private:
     [[nodiscard]] Result<Path> Place(const std::string& id);
     [[nodiscard]] bool SlotsAreTaken() const;
 
-    Session& session_;
+    ArchiveParts parts_;
     LevelCode code_;
     std::vector<HistoryEntry> entries_;
 };

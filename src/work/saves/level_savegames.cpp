@@ -84,25 +84,25 @@ bool IsLiveAlready(const Path& live, const LevelSavegame& chosen)
                        [&](const Path& file) { return SameContent(file, chosen.file); });
 }
 
-Status BringOne(Session& session, LevelCode code, const LevelSavegame& chosen)
+Status BringOne(const ArchiveParts& parts, LevelCode code, const LevelSavegame& chosen)
 {
     if (chosen.place == SavegamePlace::History)
-        return StatusOf(BringBack(session, code, chosen.id));
-    const auto live = LiveStateFolder(session.Folders(), session.archive, code);
+        return StatusOf(BringBack(parts, code, chosen.id));
+    const auto live = LiveStateFolder(parts.folders, parts.archive, code);
     if (!live)
         return live.Error();
     if (IsLiveAlready(ResolvePath(*live), chosen))
         return Failure{ErrorCode::Refused, {}, GetMsg(Msg::SavegameIsLive)};
-    const FailedFiles failed = CopyIntoSlots(session, code, {chosen.file});
+    const FailedFiles failed = CopyIntoSlots(parts, code, {chosen.file});
     return failed.empty() ? Status{} : Status{failed.front().failure};
 }
 
-Status ExportOneChosen(Session& session, LevelCode code, const LevelSavegame& chosen,
+Status ExportOneChosen(const ArchiveParts& parts, LevelCode code, const LevelSavegame& chosen,
                        const Path& folder)
 {
     if (chosen.place == SavegamePlace::History)
-        return StatusOf(BringBackTo(session.Folders(), code, chosen.id, folder));
-    const FailedFiles failed = ExportSavegames(session, code, {chosen.file}, folder, false);
+        return StatusOf(BringBackTo(parts.folders, code, chosen.id, folder));
+    const FailedFiles failed = ExportSavegames(parts, code, {chosen.file}, folder, false);
     return failed.empty() ? Status{} : Status{failed.front().failure};
 }
 
@@ -191,50 +191,52 @@ std::string WordsOf(const LevelSavegame& savegame)
                    DateText(savegame.savedNs)});
 }
 
-bool BringIntoSlots(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen)
+bool BringIntoSlots(const ArchiveParts& parts, LevelCode code,
+                    const std::vector<LevelSavegame>& chosen)
 {
-    const Operation operation{session};
-    if (const auto ready = EndEarlierMove(session); !ready) {
-        TellFailure(session.host, GetMsg(Msg::SavegamesNotMoved), ready.Error());
+    const Operation operation{parts};
+    if (const auto ready = EndEarlierMove(parts); !ready) {
+        TellFailure(parts.host, GetMsg(Msg::SavegamesNotMoved), ready.Error());
         return false;
     }
     const bool done =
-        DoForEach(session.host, chosen, Msg::SavegamesNotBroughtIn,
-                  [&](const LevelSavegame& one) { return BringOne(session, code, one); });
-    session.list.Select(code);
+        DoForEach(parts.host, chosen, Msg::SavegamesNotBroughtIn,
+                  [&](const LevelSavegame& one) { return BringOne(parts, code, one); });
+    parts.list.Select(code);
     return done;
 }
 
-bool ExportChosen(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen,
-                  const Path& folder)
+bool ExportChosen(const ArchiveParts& parts, LevelCode code,
+                  const std::vector<LevelSavegame>& chosen, const Path& folder)
 {
-    const Operation operation{session};
+    const Operation operation{parts};
     const auto replaced = WhatIsReplaced(chosen, folder);
     if (!replaced.empty() &&
-        !session.host.AskYesNo(GetMsg(Msg::AskExportOver, {TextOf(folder), ShownNames(replaced)})))
+        !parts.host.AskYesNo(GetMsg(Msg::AskExportOver, {TextOf(folder), ShownNames(replaced)})))
         return false;
-    return DoForEach(
-        session.host, chosen, Msg::SavegamesNotExported,
-        [&](const LevelSavegame& one) { return ExportOneChosen(session, code, one, folder); });
+    return DoForEach(parts.host, chosen, Msg::SavegamesNotExported, [&](const LevelSavegame& one) {
+        return ExportOneChosen(parts, code, one, folder);
+    });
 }
 
-bool DeleteChosen(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen)
+bool DeleteChosen(const ArchiveParts& parts, LevelCode code,
+                  const std::vector<LevelSavegame>& chosen)
 {
-    const Operation operation{session};
+    const Operation operation{parts};
     std::vector<std::string> names;
     for (const LevelSavegame& one : chosen)
         if (one.place != SavegamePlace::History)
             names.push_back(WordsOf(one));
     if (names.empty()) {
-        session.host.Tell(Tone::Plain, GetMsg(Msg::HistoryGoesByItself));
+        parts.host.Tell(Tone::Plain, GetMsg(Msg::HistoryGoesByItself));
         return false;
     }
-    if (!session.host.AskYesNo(GetMsg(Msg::AskDeleteSavegames, {ShownNames(names)})))
+    if (!parts.host.AskYesNo(GetMsg(Msg::AskDeleteSavegames, {ShownNames(names)})))
         return false;
-    const Status status = DeleteSavegames(session, code, chosen);
+    const Status status = DeleteSavegames(parts, code, chosen);
     if (!status)
-        TellFailure(session.host, GetMsg(Msg::SavegamesNotDeleted), status.Error());
-    session.list.Select(code);
+        TellFailure(parts.host, GetMsg(Msg::SavegamesNotDeleted), status.Error());
+    parts.list.Select(code);
     return bool{status};
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "archive/archive_parts.h"
 
 /// All savegames that a level has, one by one, and what a person does with those that are chosen.
 namespace kestrova
@@ -42,13 +42,15 @@ std::string WordsOf(const LevelSavegame& savegame);
 
 /// Each comes into a free slot of the game, those of the history as they do from their own window;
 /// what lies in an archive slot stays there too. False, told, when one of them could not.
-bool BringIntoSlots(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen);
+bool BringIntoSlots(const ArchiveParts& parts, LevelCode code,
+                    const std::vector<LevelSavegame>& chosen);
 /// Copies them into a folder. What they would replace there is named first, and is in the history
 /// afterwards. False, told, when one could not be copied, or when the person said no.
-bool ExportChosen(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen,
-                  const Path& folder);
+bool ExportChosen(const ArchiveParts& parts, LevelCode code,
+                  const std::vector<LevelSavegame>& chosen, const Path& folder);
 /// Deletes them with their notes and pictures, once they are in the history; those that only the
 /// history has are left alone. Asks first. False, told, when it was not done.
-bool DeleteChosen(Session& session, LevelCode code, const std::vector<LevelSavegame>& chosen);
+bool DeleteChosen(const ArchiveParts& parts, LevelCode code,
+                  const std::vector<LevelSavegame>& chosen);
 
 } // namespace kestrova

@@ -123,24 +123,24 @@ std::string SavegameRow(const Path& file)
 
 bool SavegameList::Prepare(const Path& folder)
 {
-    const auto code = session_.list.Selected();
+    const auto code = parts_.list.Selected();
     if (!code) {
-        session_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelForSavegames));
+        parts_.host.Tell(Tone::Error, GetMsg(Msg::NoLevelForSavegames));
         return false;
     }
     code_ = *code;
     const auto source = purpose_ == ListPurpose::Import
                             ? Result<Path>{folder}
-                            : LiveStateFolder(session_.Folders(), session_.archive, code_);
+                            : LiveStateFolder(parts_.folders, parts_.archive, code_);
     files_.clear();
     auto found = source ? SavegamesIn(*source) : source.Error();
     if (!found) {
-        TellFailure(session_.host, GetMsg(Msg::CannotListSavegames), found.Error());
+        TellFailure(parts_.host, GetMsg(Msg::CannotListSavegames), found.Error());
         return false;
     }
     files_ = std::move(found).Value();
     if (files_.empty())
-        session_.host.Tell(Tone::Plain, GetMsg(Msg::NoSavegamesIn) + TextOf(*source));
+        parts_.host.Tell(Tone::Plain, GetMsg(Msg::NoSavegamesIn) + TextOf(*source));
     return !files_.empty();
 }
 
@@ -164,7 +164,7 @@ bool SavegameList::Take(const std::vector<std::size_t>& rows, bool deleteExporte
     for (const std::size_t row : rows)
         files.push_back(files_[row]);
     if (files.empty()) {
-        session_.host.Tell(Tone::Error, GetMsg(Msg::NoSavegameSelected));
+        parts_.host.Tell(Tone::Error, GetMsg(Msg::NoSavegameSelected));
         return false;
     }
     if (purpose_ == ListPurpose::Import)
@@ -172,7 +172,7 @@ bool SavegameList::Take(const std::vector<std::size_t>& rows, bool deleteExporte
     if (purpose_ == ListPurpose::Mail)
         return Mail(files);
     const auto folder =
-        session_.host.ChooseFolder(GetMsg(Msg::ChooseExportFolder), platform::CurrentFolder());
+        parts_.host.ChooseFolder(GetMsg(Msg::ChooseExportFolder), platform::CurrentFolder());
     if (!folder)
         return false;
     Export(files, *folder, deleteExported);
@@ -181,42 +181,42 @@ bool SavegameList::Take(const std::vector<std::size_t>& rows, bool deleteExporte
 
 bool SavegameList::Import(const std::vector<Path>& files)
 {
-    auto live = LiveCount(session_.Folders(), session_.archive, code_);
+    auto live = LiveCount(parts_.folders, parts_.archive, code_);
     if (live && files.size() + *live > gameSlotCount) {
-        const auto moved = ArchiveSavegamesOf(session_, code_);
+        const auto moved = ArchiveSavegamesOf(parts_, code_);
         if (!moved)
-            return TellMoveFailed(session_.host, session_.Folders(), moved.Error());
+            return TellMoveFailed(parts_.host, parts_.folders, moved.Error());
         if (!moved->kept.empty())
-            session_.host.Tell(Tone::Warning, WordsAboutKept(*moved, code_));
-        live = LiveCount(session_.Folders(), session_.archive, code_);
+            parts_.host.Tell(Tone::Warning, WordsAboutKept(*moved, code_));
+        live = LiveCount(parts_.folders, parts_.archive, code_);
     }
     if (!live) {
-        TellFailure(session_.host, GetMsg(Msg::CannotListSavegames), live.Error());
+        TellFailure(parts_.host, GetMsg(Msg::CannotListSavegames), live.Error());
         return false;
     }
     if (files.size() + *live > gameSlotCount) {
-        session_.host.Tell(Tone::Error, GetMsg(Msg::TooManySavegames) +
-                                            std::to_string(gameSlotCount - 1)); // the told number
+        parts_.host.Tell(Tone::Error, GetMsg(Msg::TooManySavegames) +
+                                          std::to_string(gameSlotCount - 1)); // the told number
         return false;
     }
-    TellFailedFiles(session_.host, Msg::ImportFailed, CopyIntoSlots(session_, code_, files));
+    TellFailedFiles(parts_.host, Msg::ImportFailed, CopyIntoSlots(parts_, code_, files));
     return true;
 }
 
 bool SavegameList::Export(const std::vector<Path>& files, const Path& folder, bool deleteExported)
 {
     std::vector<std::string> replaced;
-    const auto failed = ExportSavegames(session_, code_, files, folder, deleteExported, &replaced);
+    const auto failed = ExportSavegames(parts_, code_, files, folder, deleteExported, &replaced);
     if (!replaced.empty())
-        session_.host.Tell(Tone::Warning,
-                           GetMsg(Msg::ExportReplaced, {TextOf(folder), ShownNames(replaced)}));
-    TellFailedFiles(session_.host, Msg::ExportFailed, failed);
+        parts_.host.Tell(Tone::Warning,
+                         GetMsg(Msg::ExportReplaced, {TextOf(folder), ShownNames(replaced)}));
+    TellFailedFiles(parts_.host, Msg::ExportFailed, failed);
     return failed.empty();
 }
 
 bool SavegameList::Mail(const std::vector<Path>& files)
 {
-    const std::string level = InQuotes(LevelNameOf(session_.archive, code_));
+    const std::string level = InQuotes(LevelNameOf(parts_.archive, code_));
     std::string subject = std::to_string(files.size()) + GetMsg(Msg::MailSubjectMany) + level;
     if (files.size() == 1) {
         const SavegameInfo info = ReadSavegameInfo(files.front());
@@ -227,8 +227,8 @@ bool SavegameList::Mail(const std::vector<Path>& files)
     std::string body;
     for (const Path& file : files)
         body += TextOf(file.filename()) + " -> " + SavegameRow(file) + std::string{lineBreak};
-    if (!SendMail(session_, subject, body, files))
-        session_.host.Tell(Tone::Error, GetMsg(Msg::MailFailed));
+    if (!SendMail(parts_, subject, body, files))
+        parts_.host.Tell(Tone::Error, GetMsg(Msg::MailFailed));
     return true;
 }
 
@@ -247,29 +247,29 @@ void TellMoved(Host& host, const LevelList& list, Message done, const std::strin
 
 } // namespace
 
-bool ArchiveWithWords(Session& session, BoxWords words)
+bool ArchiveWithWords(const ArchiveParts& parts, BoxWords words)
 {
-    const auto moved = ArchiveSavegames(session);
+    const auto moved = ArchiveSavegames(parts);
     if (!moved)
-        return TellMoveFailed(session.host, session.Folders(), moved.Error());
+        return TellMoveFailed(parts.host, parts.folders, moved.Error());
     if (words == BoxWords::Always || moved->live > 0)
-        TellMoved(session.host, session.list, Msg::SavegamesArchived,
-                  Below(WordsOfArchived(*moved)), *moved);
+        TellMoved(parts.host, parts.list, Msg::SavegamesArchived, Below(WordsOfArchived(*moved)),
+                  *moved);
     else
-        session.host.Tell(Tone::Plain, GetMsg(Msg::NothingToArchive));
+        parts.host.Tell(Tone::Plain, GetMsg(Msg::NothingToArchive));
     return true;
 }
 
-bool RestoreWithWords(Session& session, BoxWords words)
+bool RestoreWithWords(const ArchiveParts& parts, BoxWords words)
 {
-    const auto moved = RestoreSavegames(session);
+    const auto moved = RestoreSavegames(parts);
     if (!moved)
-        return TellMoveFailed(session.host, session.Folders(), moved.Error());
+        return TellMoveFailed(parts.host, parts.folders, moved.Error());
     if (words == BoxWords::Always || moved->slot > 0)
-        TellMoved(session.host, session.list, Msg::SavegamesRestored,
-                  Below(WordsOfRestored(*moved)), *moved);
+        TellMoved(parts.host, parts.list, Msg::SavegamesRestored, Below(WordsOfRestored(*moved)),
+                  *moved);
     else
-        session.host.Tell(Tone::Plain, WhyNotRestored(*moved));
+        parts.host.Tell(Tone::Plain, WhyNotRestored(*moved));
     return true;
 }
 

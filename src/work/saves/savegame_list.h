@@ -14,7 +14,9 @@ std::string SavegameRow(const Path& file);
 class SavegameList
 {
 public:
-    SavegameList(Session& session, ListPurpose purpose) : session_(session), purpose_(purpose) {}
+    SavegameList(const ArchiveParts& parts, ListPurpose purpose) : parts_(parts), purpose_(purpose)
+    {
+    }
 
     /// Lists the savegames of `folder` for an import, otherwise of the level. False, with a
     /// message, when no level is selected or there are none.
@@ -37,7 +39,7 @@ public:
 private:
     bool Mail(const std::vector<Path>& files);
 
-    Session& session_;
+    ArchiveParts parts_;
     ListPurpose purpose_;
     LevelCode code_ = 0;
     std::vector<Path> files_;
@@ -51,7 +53,7 @@ std::string WordsOfRestored(const SavegamesMoved& moved);
 /// or only of work that was done.
 enum class BoxWords { Always, OfWork };
 /// The menu's two moves, and what they came to.
-bool ArchiveWithWords(Session& session, BoxWords words = BoxWords::Always);
-bool RestoreWithWords(Session& session, BoxWords words = BoxWords::Always);
+bool ArchiveWithWords(const ArchiveParts& parts, BoxWords words = BoxWords::Always);
+bool RestoreWithWords(const ArchiveParts& parts, BoxWords words = BoxWords::Always);
 
 } // namespace kestrova

@@ -31,11 +31,11 @@ namespace
 {
 
 /// Keeps all files of a folder in the history.
-Status KeepFilesOf(Machine& machine, const Folders& folders, const ProgramSettings& settings,
-                   LevelCode code, const Path& folder, Message reason)
+Status KeepFilesOf(const ChangeParts& parts, LevelCode code, const Path& folder, Message reason)
 {
     const auto files = ListFiles(folder, OnDisk::PatAll);
-    return files ? KeepInHistory(machine, folders, settings, code, *files, Told(reason))
+    return files ? KeepInHistory(parts.machine, parts.folders, parts.settings, code, *files,
+                                 Told(reason))
                  : Status{files.Error()};
 }
 
@@ -83,21 +83,20 @@ struct Move {
 
 /// Makes what was planned, counts `added` savegames more in the archive, and shows it. `kept` gets
 /// the ids of savegames that the history alone holds now.
-Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan, int added,
+Status MakePlanned(const ArchiveParts& parts, const Move& move, const SavegamePlan& plan, int added,
                    const std::set<std::string>& elsewhere, std::vector<std::string>& kept)
 {
     const LevelCode code = move.code;
     auto folders = plan.Changes();
     if (!folders)
         return folders.Error();
-    const auto before = LoadSavegameStore(session.Folders(), session.preferences, code);
+    const auto before = LoadSavegameStore(parts.folders, parts.preferences, code);
     if (!before)
         return before.Error();
     const auto count = static_cast<std::int32_t>(std::int64_t{before->header.archivedCount} +
                                                  added); // wraps as the record does
-    const Path header =
-        SlotsRootOf(session.Folders(), code) / FileNameOf(OnDisk::FragSavegameHeader);
-    Change change = NewChange(session, move.kind, code);
+    const Path header = SlotsRootOf(parts.folders, code) / FileNameOf(OnDisk::FragSavegameHeader);
+    Change change = NewChange(parts, move.kind, code);
     change.reason = Told(move.reason);
     change.header = platform::AbsolutePath(header).native();
     change.archivedCount = count;
@@ -105,23 +104,22 @@ Status MakePlanned(Session& session, const Move& move, const SavegamePlan& plan,
     change.live = move.live.native();
     change.folders = std::move(*folders);
     const auto going = ContentsThatGo(change.folders, elsewhere);
-    auto status = MakeChange(session, change, elsewhere);
+    auto status = MakeChange(parts, change, elsewhere);
     if (status && !going.empty())
-        kept = IdsOf(session.Folders(), code, going);
-    const auto after = LoadSavegameStore(session.Folders(), session.preferences, code);
+        kept = IdsOf(parts.folders, code, going);
+    const auto after = LoadSavegameStore(parts.folders, parts.preferences, code);
     if (status) {
         if (after)
             WriteArchivedCount(change, count);
-        status = EndChange(session.Folders(), session.settings, change);
+        status = EndChange(parts.folders, parts.settings, change);
     }
-    session.list.Select(code);
+    parts.list.Select(code);
     return status;
 }
 
 /// Takes the archive slots without a savegame away from the end; the number of the last that has
 /// one, 0 when none has.
-Result<int> LastFilledSlot(Machine& machine, const Folders& folders,
-                           const ProgramSettings& settings, LevelCode code, const Path& root)
+Result<int> LastFilledSlot(const ChangeParts& parts, LevelCode code, const Path& root)
 {
     auto last = LastSlot(root);
     for (; last && *last > 0; --*last) {
@@ -131,8 +129,7 @@ Result<int> LastFilledSlot(Machine& machine, const Folders& folders,
             return savegames.Error();
         if (!savegames->empty())
             break;
-        if (auto status = KeepFilesOf(machine, folders, settings, code, slot, Msg::ReasonEmptySlot);
-            !status)
+        if (auto status = KeepFilesOf(parts, code, slot, Msg::ReasonEmptySlot); !status)
             return status.Error();
         (void)RemoveFolder(slot); // one that stays counts as taken, and is tried again
     }
@@ -140,29 +137,27 @@ Result<int> LastFilledSlot(Machine& machine, const Folders& folders,
 }
 
 /// The temporary folder of an older program may hold the only copy of what it moved.
-Status ClearTemporary(Machine& machine, const Folders& folders, const ProgramSettings& settings,
-                      LevelCode code)
+Status ClearTemporary(const ChangeParts& parts, LevelCode code)
 {
-    const Path folder = ResolvePath(InFolder(folders.program, OnDisk::DirTempSavegame));
+    const Path folder = ResolvePath(InFolder(parts.folders.program, OnDisk::DirTempSavegame));
     if (!FolderExists(folder))
         return {};
-    if (auto status = KeepFilesOf(machine, folders, settings, code, folder, Msg::ReasonTempLeft);
-        !status)
+    if (auto status = KeepFilesOf(parts, code, folder, Msg::ReasonTempLeft); !status)
         return status;
     (void)RemoveFolder(folder); // nothing is read from it
     return {};
 }
 
 /// The live savegames with their notes and pictures.
-Status TakeSnapshot(Machine& machine, const Folders& folders, const ProgramSettings& settings,
-                    LevelCode code, const Path& live)
+Status TakeSnapshot(const ChangeParts& parts, LevelCode code, const Path& live)
 {
     auto files = ListFiles(live, OnDisk::PatAll);
     if (!files)
         return files.Error();
     std::erase_if(*files,
                   [](const Path& file) { return !IsPlayersFile(file.filename().native()); });
-    return KeepInHistory(machine, folders, settings, code, *files, Told(Msg::ReasonBeforeRestore));
+    return KeepInHistory(parts.machine, parts.folders, parts.settings, code, *files,
+                         Told(Msg::ReasonBeforeRestore));
 }
 
 /// Which of the slot's savegames come, newest first, until the fifteen places are taken: those that
@@ -225,20 +220,20 @@ std::string WordsAboutKept(const SavegamesMoved& moved, LevelCode code)
                                             ShownNames(moved.kept), std::to_string(code)});
 }
 
-Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
+Result<SavegamesMoved> ArchiveSavegamesOf(const ArchiveParts& parts, LevelCode code)
 {
-    const Operation operation{session};
-    const auto live = ReadyLiveFolder(session, code);
+    const Operation operation{parts};
+    const auto live = ReadyLiveFolder(parts, code);
     if (!live)
         return live.Error();
     SavegamePlan plan;
-    const auto from = FolderOf(session, code, plan, *live);
+    const auto from = FolderOf(parts, code, plan, *live);
     if (!from)
         return from.Error();
     const auto names = plan.Savegames(*from);
     if (names.empty())
         return SavegamesMoved{};
-    const Path root = SlotsRootOf(session.Folders(), code);
+    const Path root = SlotsRootOf(parts.folders, code);
     if (auto status = MakeFolder(root); !status)
         return status.Error();
     const auto slots = SurveySlots(root);
@@ -266,16 +261,15 @@ Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code)
     if (SlotNumberOf(keep) > 0)
         plan.MoveSavegame(*from, keep, *from, SlotName(0), true);
     const Move move{code, ChangeKind::SlotsFreed, Msg::ReasonArchived, *live};
-    if (auto status = MakePlanned(session, move, plan, counts.moved, elsewhere, counts.kept);
-        !status)
+    if (auto status = MakePlanned(parts, move, plan, counts.moved, elsewhere, counts.kept); !status)
         return status.Error();
     return counts;
 }
 
-Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
+Result<SavegamesMoved> RestoreSavegamesOf(const ArchiveParts& parts, LevelCode code)
 {
-    const Operation operation{session};
-    const auto live = ReadyLiveFolder(session, code);
+    const Operation operation{parts};
+    const auto live = ReadyLiveFolder(parts, code);
     if (!live)
         return live.Error();
     const auto standing = SavegamesIn(*live);
@@ -284,26 +278,22 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
     SavegamesMoved counts{static_cast<int>(standing->size()), 0, 0, 0, 0, {}};
     if (standing->size() == gameSlotCount)
         return counts;
-    const Path root = SlotsRootOf(session.Folders(), code);
-    const auto last =
-        LastFilledSlot(session.machine, session.Folders(), session.settings, code, root);
+    const Path root = SlotsRootOf(parts.folders, code);
+    const auto last = LastFilledSlot(parts, code, root);
     if (!last)
         return last.Error();
     counts.slot = *last;
     if (*last == 0)
         return counts;
-    if (auto status = ClearTemporary(session.machine, session.Folders(), session.settings, code);
-        !status)
+    if (auto status = ClearTemporary(parts, code); !status)
         return status.Error();
 
     SavegamePlan plan;
-    const auto slots = FolderOf(session, code, plan, *live);
-    const auto slot = slots ? FolderOf(session, code, plan, ArchiveSlot(root, *last)) : slots;
+    const auto slots = FolderOf(parts, code, plan, *live);
+    const auto slot = slots ? FolderOf(parts, code, plan, ArchiveSlot(root, *last)) : slots;
     if (!slot)
         return slot.Error();
-    if (auto status =
-            TakeSnapshot(session.machine, session.Folders(), session.settings, code, *live);
-        !status)
+    if (auto status = TakeSnapshot(parts, code, *live); !status)
         return status.Error();
     const auto passing = plan.AddPassing();
     const auto before = plan.Savegames(*slots);
@@ -316,23 +306,23 @@ Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code)
         plan.MoveSavegame(passing, names[order[i]], *slots, SlotName(i), true);
     // What stays live was kept with the snapshot, whatever the game writes over it meanwhile.
     const Move move{code, ChangeKind::SlotsFilled, Msg::ReasonBeforeRestore, *live};
-    if (auto status = MakePlanned(session, move, plan, -(counts.moved + counts.known),
+    if (auto status = MakePlanned(parts, move, plan, -(counts.moved + counts.known),
                                   plan.Staying(*slots), counts.kept);
         !status)
         return status.Error();
     return counts;
 }
 
-Result<SavegamesMoved> ArchiveSavegames(Session& session)
+Result<SavegamesMoved> ArchiveSavegames(const ArchiveParts& parts)
 {
-    const auto code = session.list.Selected();
-    return code ? ArchiveSavegamesOf(session, *code) : SavegamesMoved{};
+    const auto code = parts.list.Selected();
+    return code ? ArchiveSavegamesOf(parts, *code) : SavegamesMoved{};
 }
 
-Result<SavegamesMoved> RestoreSavegames(Session& session)
+Result<SavegamesMoved> RestoreSavegames(const ArchiveParts& parts)
 {
-    const auto code = session.list.Selected();
-    return code ? RestoreSavegamesOf(session, *code) : SavegamesMoved{};
+    const auto code = parts.list.Selected();
+    return code ? RestoreSavegamesOf(parts, *code) : SavegamesMoved{};
 }
 
 Status EndEarlierMove(const ArchiveParts& parts)

@@ -24,14 +24,14 @@ std::string WordsAboutKept(const SavegamesMoved& moved, LevelCode code);
 
 /// Frees the game's slots of the selected level: what no archive slot has goes into a new one, and
 /// only the newest savegame stays, in slot 0. Does nothing while no level is selected.
-Result<SavegamesMoved> ArchiveSavegames(Session& session);
+Result<SavegamesMoved> ArchiveSavegames(const ArchiveParts& parts);
 /// Brings back the last archive slot that holds anything; the game's slots are packed anew from 0,
 /// oldest first. What was live before is in the history too.
-Result<SavegamesMoved> RestoreSavegames(Session& session);
+Result<SavegamesMoved> RestoreSavegames(const ArchiveParts& parts);
 
 /// The same for any level.
-Result<SavegamesMoved> ArchiveSavegamesOf(Session& session, LevelCode code);
-Result<SavegamesMoved> RestoreSavegamesOf(Session& session, LevelCode code);
+Result<SavegamesMoved> ArchiveSavegamesOf(const ArchiveParts& parts, LevelCode code);
+Result<SavegamesMoved> RestoreSavegamesOf(const ArchiveParts& parts, LevelCode code);
 
 /// Finishes what an earlier move left. A failure also while a swap waits to be mended: nothing may
 /// move savegames then.

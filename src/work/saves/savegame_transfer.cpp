@@ -116,14 +116,14 @@ void NoteComing(const ChangeParts& parts, LevelCode code, const Path& folder,
 
 } // namespace
 
-FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Path>& files)
+FailedFiles CopyIntoSlots(const ArchiveParts& parts, LevelCode code, const std::vector<Path>& files)
 {
-    const Operation operation{session};
-    const auto live = LiveStateFolder(session.Folders(), session.archive, code);
+    const Operation operation{parts};
+    const auto live = LiveStateFolder(parts.folders, parts.archive, code);
     if (!live)
         return AllFailed(files, live.Error());
     const Path folder = ResolvePath(*live);
-    auto ready = EndEarlierMove(session);
+    auto ready = EndEarlierMove(parts);
     if (ready)
         ready = MakeFolder(folder);
     if (!ready)
@@ -139,32 +139,32 @@ FailedFiles CopyIntoSlots(Session& session, LevelCode code, const std::vector<Pa
         else
             came.push_back(*place);
     }
-    NoteComing(session, code, folder, came);
+    NoteComing(parts, code, folder, came);
     (void)FlushFolder(folder); // what was imported is still where it came from
     return failed;
 }
 
-FailedFiles ExportSavegames(Session& session, LevelCode code, const std::vector<Path>& files,
-                            const Path& folder, bool deleteSources,
+FailedFiles ExportSavegames(const ArchiveParts& parts, LevelCode code,
+                            const std::vector<Path>& files, const Path& folder, bool deleteSources,
                             std::vector<std::string>* replaced)
 {
-    const Operation operation{session};
-    if (const auto ready = EndEarlierMove(session); !ready)
+    const Operation operation{parts};
+    if (const auto ready = EndEarlierMove(parts); !ready)
         return AllFailed(files, ready.Error());
     const Path place = ResolvePath(folder);
     FailedFiles failed;
     std::vector<Path> exported;
     for (const Path& file : files) {
         const Path target = ResolvePath(place / file.filename());
-        if (const auto status = ExportOne(session.machine, session.Folders(), session.settings,
-                                          code, file, target, replaced);
+        if (const auto status = ExportOne(parts.machine, parts.folders, parts.settings, code, file,
+                                          target, replaced);
             !status)
             failed.push_back({file, status.Error()});
         else
             exported.push_back(file);
     }
     if (deleteSources && !exported.empty())
-        DeleteExported(session, code, exported, place, failed);
+        DeleteExported(parts, code, exported, place, failed);
     return failed;
 }
 

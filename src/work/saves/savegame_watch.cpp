@@ -22,29 +22,29 @@ constexpr std::int64_t afterAFailure = 60 * platform::nsOfSecond;
 
 } // namespace
 
-void SavegameWatch::Tick(Session& session, bool gameRuns, int ownOperations)
+void SavegameWatch::Tick(const ArchiveParts& parts, bool gameRuns, int ownOperations)
 {
-    const std::int64_t now = session.machine.NowNs();
+    const std::int64_t now = parts.machine.NowNs();
     if (gameRuns)
         untilNs_ = now + afterTheEnd;
-    NoteClosed(session.Folders(), gameRuns);
-    if (session.running.operations > ownOperations)
+    NoteClosed(parts.folders, gameRuns);
+    if (parts.running.operations > ownOperations)
         return;
     if (now > untilNs_)
         return Rest();
     // A clock that was set back must not stop it.
     const bool looks = now < lastLookNs_ || now - lastLookNs_ >= betweenLooks;
-    if ((!looks && closed_.empty()) || !InterruptedWork(session.Folders(), session.archive).empty())
+    if ((!looks && closed_.empty()) || !InterruptedWork(parts.folders, parts.archive).empty())
         return;
-    const auto standing = LookAtStanding(session.Folders(), session.archive);
+    const auto standing = LookAtStanding(parts.folders, parts.archive);
     if (!standing)
         return; // the next look may know
     const LevelPlace& level = standing->state;
-    KeepClosed(session, level, now);
+    KeepClosed(parts, level, now);
     if (!looks)
         return;
     lastLookNs_ = now;
-    Look(session, level, now);
+    Look(parts, level, now);
 }
 
 void SavegameWatch::Rest()
@@ -68,7 +68,7 @@ void SavegameWatch::NoteClosed(const Folders& folders, bool gameRuns)
             closed_.insert(std::move(name));
 }
 
-void SavegameWatch::KeepClosed(Session& session, const LevelPlace& level, std::int64_t now)
+void SavegameWatch::KeepClosed(const ArchiveParts& parts, const LevelPlace& level, std::int64_t now)
 {
     std::vector<Path> files;
     for (const std::string& name : std::exchange(closed_, {}))
@@ -78,16 +78,16 @@ void SavegameWatch::KeepClosed(Session& session, const LevelPlace& level, std::i
         const platform::FileFacts facts = platform::FactsOf(file);
         seen_[file] = {facts.size, facts.modifiedNs, now, false};
     }
-    Keep(session, level, files, now);
+    Keep(parts, level, files, now);
 }
 
-void SavegameWatch::Look(Session& session, const LevelPlace& level, std::int64_t now)
+void SavegameWatch::Look(const ArchiveParts& parts, const LevelPlace& level, std::int64_t now)
 {
-    if (const Path home = HomeOf(session.Folders(), level); home != home_) {
+    if (const Path home = HomeOf(parts.folders, level); home != home_) {
         seen_.clear();
         home_ = home;
     }
-    const auto files = ListFiles(session.TrleFolder(), OnDisk::SavegamePattern);
+    const auto files = ListFiles(parts.folders.trle, OnDisk::SavegamePattern);
     if (!files)
         return; // the next look comes soon
     std::vector<Path> still;
@@ -100,17 +100,17 @@ void SavegameWatch::Look(Session& session, const LevelPlace& level, std::int64_t
         else if (!seen.kept && now - seen.sinceNs >= stillFor)
             still.push_back(file);
     }
-    Keep(session, level, still, now);
+    Keep(parts, level, still, now);
 }
 
-void SavegameWatch::Keep(Session& session, const LevelPlace& level, const std::vector<Path>& files,
-                         std::int64_t now)
+void SavegameWatch::Keep(const ArchiveParts& parts, const LevelPlace& level,
+                         const std::vector<Path>& files, std::int64_t now)
 {
     if (files.empty())
         return;
-    const Operation operation{session};
-    const auto kept = KeepInHistory(session.machine, session.Folders(), session.settings, level,
-                                    files, Told(Msg::ReasonPlayed));
+    const Operation operation{parts};
+    const auto kept = KeepInHistory(parts.machine, parts.folders, parts.settings, level, files,
+                                    Told(Msg::ReasonPlayed));
     for (const Path& file : files) {
         // What was written meanwhile is seen as changed by the next look.
         seen_[file].kept = static_cast<bool>(kept);

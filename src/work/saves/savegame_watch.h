@@ -1,8 +1,8 @@
 #pragma once
 
+#include "archive/archive_parts.h"
 #include "archive/level_folders.h"
 #include "platform/folder_watch.h"
-#include "session/session.h"
 
 #include <map>
 #include <set>
@@ -21,7 +21,7 @@ public:
     /// once. It looks through the folder once a second at most, and once more behind the game's
     /// end. Nothing is kept while an operation runs beside the caller's own ones, but what was
     /// closed meanwhile is behind it.
-    void Tick(Session& session, bool gameRuns, int ownOperations = 0);
+    void Tick(const ArchiveParts& parts, bool gameRuns, int ownOperations = 0);
 
 private:
     struct Seen {
@@ -30,10 +30,10 @@ private:
         std::int64_t sinceNs = 0;
         bool kept = false;
     };
-    void Look(Session& session, const LevelPlace& level, std::int64_t now);
+    void Look(const ArchiveParts& parts, const LevelPlace& level, std::int64_t now);
     void NoteClosed(const Folders& folders, bool gameRuns);
-    void KeepClosed(Session& session, const LevelPlace& level, std::int64_t now);
-    void Keep(Session& session, const LevelPlace& level, const std::vector<Path>& files,
+    void KeepClosed(const ArchiveParts& parts, const LevelPlace& level, std::int64_t now);
+    void Keep(const ArchiveParts& parts, const LevelPlace& level, const std::vector<Path>& files,
               std::int64_t now);
     void Rest();
 

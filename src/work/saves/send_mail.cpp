@@ -22,11 +22,11 @@ constexpr std::chrono::milliseconds mailSlice{30};
 
 } // namespace
 
-bool SendMail(Session& session, const std::string& subject, const std::string& body,
+bool SendMail(const ArchiveParts& parts, const std::string& subject, const std::string& body,
               const std::vector<Path>& attachments)
 {
-    const Operation operation{session};
-    const Path tool = session.machine.FindTool(std::string{OnDisk::MailTool});
+    const Operation operation{parts};
+    const Path tool = parts.machine.FindTool(std::string{OnDisk::MailTool});
     if (tool.empty())
         return false;
     platform::Launch launch;
@@ -43,13 +43,13 @@ bool SendMail(Session& session, const std::string& subject, const std::string& b
     add("--body", lines);
     for (const Path& file : attachments)
         add("--attach", platform::AbsolutePath(file).native());
-    const auto pid = session.machine.Start(launch);
+    const auto pid = parts.machine.Start(launch);
     if (!pid)
         return false;
     const auto progress =
-        session.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::HandingToMail));
+        parts.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::HandingToMail));
     for (auto waited = mailSlice; waited < longEnough; waited += mailSlice) {
-        if (const auto end = session.machine.ExitOf(*pid))
+        if (const auto end = parts.machine.ExitOf(*pid))
             return *end == 0;
         progress->Step();
         std::this_thread::sleep_for(mailSlice);

@@ -146,99 +146,100 @@ void LetCoverFollow(Host& host, const Folders& folders, const Archive& archive, 
 
 } // namespace
 
-bool AddShot(Session& session, ShotList& shots)
+bool AddShot(const ArchiveParts& parts, ShotList& shots)
 {
     shots.SetTarget(ShotList::noTarget);
-    const auto source = session.host.ChooseOpenFile(
+    const auto source = parts.host.ChooseOpenFile(
         GetMsg(Msg::ShotAddTitle), GetMsg(Msg::ShotAddFilter), platform::CurrentFolder());
-    return source && AddShotFile(session, shots, *source);
+    return source && AddShotFile(parts, shots, *source);
 }
 
-bool AddShotFile(Session& session, ShotList& shots, const Path& source)
+bool AddShotFile(const ArchiveParts& parts, ShotList& shots, const Path& source)
 {
-    const std::ptrdiff_t index = FindLevel(session.archive, shots.Code());
+    const std::ptrdiff_t index = FindLevel(parts.archive, shots.Code());
     if (index < 0)
         return false;
     const std::string name = source.filename().native();
     if (!IsShotName(name)) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::ShotAddOtherKind, {TextOf(source)}));
+        parts.host.Tell(Tone::Error, GetMsg(Msg::ShotAddOtherKind, {TextOf(source)}));
         return false;
     }
     if (const auto held = HoldsPicture(source); !held) {
-        TellFailure(session.host, GetMsg(Msg::ShotAddNoPicture, {TextOf(source)}), held.Error());
+        TellFailure(parts.host, GetMsg(Msg::ShotAddNoPicture, {TextOf(source)}), held.Error());
         return false;
     }
-    const Path folder = ResolvePath(ShotFolderOf(session.Folders(), shots.Code()));
+    const Path folder = ResolvePath(ShotFolderOf(parts.folders, shots.Code()));
     Path target = folder / name;
     const auto isFree = IsFree(target);
     if (!isFree)
-        return TellFolderNotRead(session.host, isFree.Error());
+        return TellFolderNotRead(parts.host, isFree.Error());
     if (!*isFree &&
-        !session.host.AskYesNo(GetMsg(Msg::ShotAskOverwrite, {name, TwoBreaks(), TwoBreaks()}))) {
-        if (session.host.LeftUnanswered())
+        !parts.host.AskYesNo(GetMsg(Msg::ShotAskOverwrite, {name, TwoBreaks(), TwoBreaks()}))) {
+        if (parts.host.LeftUnanswered())
             return false;
         std::string extension = name.substr(name.size() - extensionSize);
-        auto other = NewShotName(session.Folders(), session.archive,
-                                 static_cast<std::size_t>(index), extension);
+        auto other =
+            NewShotName(parts.folders, parts.archive, static_cast<std::size_t>(index), extension);
         if (!other)
-            return TellFolderNotRead(session.host, other.Error());
+            return TellFolderNotRead(parts.host, other.Error());
         target = std::move(*other);
-        session.host.Tell(Tone::Plain,
-                          GetMsg(Msg::ShotSavedAs, {name}) + target.filename().native() + "'");
+        parts.host.Tell(Tone::Plain,
+                        GetMsg(Msg::ShotSavedAs, {name}) + target.filename().native() + "'");
     }
     if (!*isFree && target == folder / name && !SameContent(source, target) &&
-        !KeepShot(session.host, session.machine, session.Folders(), session.settings, shots.Code(),
+        !KeepShot(parts.host, parts.machine, parts.folders, parts.settings, shots.Code(),
                   ResolvePath(target), Msg::ReasonShotReplaced))
         return false;
-    const auto done = PutShot(session, shots.Code(), source, target);
+    const auto done = PutShot(parts, shots.Code(), source, target);
     if (!done)
-        TellFailure(session.host, GetMsg(Msg::ShotAddFailed), done.Error());
-    ShowAgain(session.host, session.list, session.Folders(), shots);
+        TellFailure(parts.host, GetMsg(Msg::ShotAddFailed), done.Error());
+    ShowAgain(parts.host, parts.list, parts.folders, shots);
     if (const std::ptrdiff_t place = shots.Find(target.filename().native()); done && place >= 0)
         shots.ShowPair(place - place % 2);
     return static_cast<bool>(done);
 }
 
-bool DeleteShot(Session& session, ShotList& shots)
+bool DeleteShot(const ArchiveParts& parts, ShotList& shots)
 {
-    const auto chosen = ChosenShot(session.host, shots, Msg::ShotNotDelete, false);
+    const auto chosen = ChosenShot(parts.host, shots, Msg::ShotNotDelete, false);
     if (!chosen)
         return false;
     const Path shot = shots.At(*chosen);
-    if (!session.host.AskYesNo(GetMsg(Msg::ShotAskDelete) + '"' + TextOf(shot) + '"'))
+    if (!parts.host.AskYesNo(GetMsg(Msg::ShotAskDelete) + '"' + TextOf(shot) + '"'))
         return false;
-    if (!KeepShot(session.host, session.machine, session.Folders(), session.settings, shots.Code(),
-                  shot, Msg::ReasonShotDeleted))
+    if (!KeepShot(parts.host, parts.machine, parts.folders, parts.settings, shots.Code(), shot,
+                  Msg::ReasonShotDeleted))
         return false;
     const auto size = SizeField(static_cast<double>(FileSize(shot)));
-    const auto gone = TakeAway(session, shots.Code(), shot, size);
+    const auto gone = TakeAway(parts, shots.Code(), shot, size);
     if (!gone)
-        TellFailure(session.host, GetMsg(Msg::ShotDeleteFailed), gone.Error());
-    else if (const std::ptrdiff_t index = FindLevel(session.archive, shots.Code()); index >= 0)
-        AddShotSize(session, -size, static_cast<std::size_t>(index));
-    ShowAgain(session.host, session.list, session.Folders(), shots);
+        TellFailure(parts.host, GetMsg(Msg::ShotDeleteFailed), gone.Error());
+    else if (const std::ptrdiff_t index = FindLevel(parts.archive, shots.Code()); index >= 0)
+        AddShotSize(parts, -size, static_cast<std::size_t>(index));
+    ShowAgain(parts.host, parts.list, parts.folders, shots);
     return static_cast<bool>(gone);
 }
 
-bool RenameShot(Session& session, ShotList& shots)
+bool RenameShot(const ArchiveParts& parts, ShotList& shots)
 {
-    const auto chosen = ChosenShot(session.host, shots, Msg::ShotNotRename);
+    const auto chosen = ChosenShot(parts.host, shots, Msg::ShotNotRename);
     if (!chosen)
         return false;
     const Path shot = shots.At(*chosen);
-    const auto name = session.host.AskText(GetMsg(Msg::ShotRenamePrompt), shot.filename().native(),
-                                           GetMsg(Msg::ShotRenameTitle));
-    return name && !Trim(*name).empty() && RenameShotTo(session, shots, shot, *name);
+    const auto name = parts.host.AskText(GetMsg(Msg::ShotRenamePrompt), shot.filename().native(),
+                                         GetMsg(Msg::ShotRenameTitle));
+    return name && !Trim(*name).empty() && RenameShotTo(parts, shots, shot, *name);
 }
 
-bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std::string& wish)
+bool RenameShotTo(const ArchiveParts& parts, ShotList& shots, const Path& shot,
+                  const std::string& wish)
 {
     const std::string name =
         WithShotEnding(std::string{Trim(wish)}, ExtensionOf(shot.filename().native()));
     const auto safe = SafeName(name);
     if (!safe || !SafeName(Trim(wish)) || name.starts_with(stagedPrefix) ||
         Trim(StripExtension(name)).empty()) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::ShotRenameBadName, {wish}));
+        parts.host.Tell(Tone::Error, GetMsg(Msg::ShotRenameBadName, {wish}));
         return false;
     }
     const Path target = shot.parent_path() / *safe;
@@ -246,21 +247,20 @@ bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std
     const auto found = FindPath(target);
     const auto isFree = IsFree(target);
     if (!found || !isFree)
-        return TellFolderNotRead(session.host, found ? isFree.Error() : found.Error());
+        return TellFolderNotRead(parts.host, found ? isFree.Error() : found.Error());
     if (*found != shot && !*isFree) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::ShotRenameTaken, {name}));
+        parts.host.Tell(Tone::Error, GetMsg(Msg::ShotRenameTaken, {name}));
         return false;
     }
     const auto failure = platform::Rename(shot, target);
     if (failure)
-        TellFailure(session.host, GetMsg(Msg::ShotRenameFailed),
+        TellFailure(parts.host, GetMsg(Msg::ShotRenameFailed),
                     MakeFailure(ErrorCode::CannotWrite, TextOf(target), failure));
     else {
-        NoteRenamed(session, shots.Code(), shot, target);
-        LetCoverFollow(session.host, session.Folders(), session.archive, shots.Code(), shot,
-                       target);
+        NoteRenamed(parts, shots.Code(), shot, target);
+        LetCoverFollow(parts.host, parts.folders, parts.archive, shots.Code(), shot, target);
     }
-    Reload(session.host, session.Folders(), shots);
+    Reload(parts.host, parts.folders, shots);
     return !failure;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "archive/archive_parts.h"
 #include "shots/shot_list.h"
 
 /// What a person does with the screen-shots of the level that the list shows. Each takes the
@@ -9,20 +9,21 @@ namespace kestrova
 {
 
 /// Asks for a file and adds it; the pair with it is shown.
-bool AddShot(Session& session, ShotList& shots);
+bool AddShot(const ArchiveParts& parts, ShotList& shots);
 /// Copies a file into the level's folder. Where the name is taken it asks, and on No finds a new
 /// one; a question that nobody answers ends it. Refuses a file that no list would show, and one
 /// without a picture in it.
-bool AddShotFile(Session& session, ShotList& shots, const Path& source);
+bool AddShotFile(const ArchiveParts& parts, ShotList& shots, const Path& source);
 
 /// Asks first.
-bool DeleteShot(Session& session, ShotList& shots);
+bool DeleteShot(const ArchiveParts& parts, ShotList& shots);
 
 /// Asks for the new name.
-bool RenameShot(Session& session, ShotList& shots);
+bool RenameShot(const ArchiveParts& parts, ShotList& shots);
 /// Refuses a name that is taken, blank, or reaches outside the folder. A name without an ending of
 /// a picture gets the one that the picture has.
-bool RenameShotTo(Session& session, ShotList& shots, const Path& shot, const std::string& wish);
+bool RenameShotTo(const ArchiveParts& parts, ShotList& shots, const Path& shot,
+                  const std::string& wish);
 
 /// Asks where to, and copies, the picture's ending being kept.
 bool SaveShotAs(Host& host, const Folders& folders, ShotList& shots);

@@ -108,7 +108,7 @@ bool BringLentFolderBack(const SwapParts& parts, const Whereabouts& said)
         return LoanUnfinished(parts.host, note.Error());
     if (!*note)
         return true;
-    const Operation running{parts.running, parts.folders, parts.locks};
+    const Operation running{parts};
     const Path folder = FindMarked(parts.folders.trle, (*note)->folder, said);
     if (folder.empty())
         return GiveUpLent(parts.host, parts.folders, **note, said);

@@ -141,7 +141,7 @@ bool FinishSavegames(const SwapParts& parts, Archive& archive)
 {
     if (!ChangeWaits(parts.folders))
         return true;
-    const Operation running{parts.running, parts.folders, parts.locks};
+    const Operation running{parts};
     const bool savegames = SavegameMoveWaitsIn(parts.folders);
     if (const auto status = FinishChange(parts.machine, parts.folders, archive, parts.settings);
         !status) {

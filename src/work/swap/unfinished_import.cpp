@@ -73,7 +73,7 @@ bool TakeImportBack(const SwapParts& parts, const Whereabouts& said)
         return NotTakenBack(parts.host, note.Error());
     if (!*note)
         return true;
-    const Operation running{parts.running, parts.folders, parts.locks};
+    const Operation running{parts};
     if ((*note)->phase == ImportPhase::Done)
         return EndImport(parts.host, parts.folders, **note);
     const Path folder = FindMarked(parts.folders.trle, (*note)->folder, said);

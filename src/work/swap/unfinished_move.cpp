@@ -164,7 +164,7 @@ bool EndUnfinishedMove(const SwapParts& parts, const Whereabouts& said)
         return DoneOrTold(parts.host, found.Error());
     if (!*found)
         return true;
-    const Operation running{parts.running, parts.folders, parts.locks};
+    const Operation running{parts};
     const MoveNote& note = **found;
     const auto listed = FolderOfList(parts.settings, note.archive);
     if (!listed)

@@ -9,21 +9,21 @@
 namespace kestrova
 {
 
-bool ShowArchiveSizes(Session& session)
+bool ShowArchiveSizes(const ArchiveParts& parts)
 {
-    if (!HasArchive(session.host, session.archive))
+    if (!HasArchive(parts.host, parts.archive))
         return false;
-    const Status measured = RecomputeArchiveSize(session, true);
+    const Status measured = RecomputeArchiveSize(parts, true);
     const bool isStopped = !measured && measured.Error().code == ErrorCode::Stopped;
-    DoneOrTold(session.host, measured);
-    session.list.Refresh();
-    const ArchiveHeader& archive = session.archive.header;
-    session.host.Tell(Tone::Plain,
-                      GetMsg(Msg::ArchiveSizes,
-                             {SizeInWords(archive.mainFolderSize), lineBreak,
-                              SizeInWords(archive.secondaryFolderSize), lineBreak,
-                              SizeInWords(archive.mainFolderSize + archive.secondaryFolderSize)}),
-                      isStopped ? GetMsg(Msg::ArchiveSizesStopped) : std::string{});
+    DoneOrTold(parts.host, measured);
+    parts.list.Refresh();
+    const ArchiveHeader& archive = parts.archive.header;
+    parts.host.Tell(Tone::Plain,
+                    GetMsg(Msg::ArchiveSizes,
+                           {SizeInWords(archive.mainFolderSize), lineBreak,
+                            SizeInWords(archive.secondaryFolderSize), lineBreak,
+                            SizeInWords(archive.mainFolderSize + archive.secondaryFolderSize)}),
+                    isStopped ? GetMsg(Msg::ArchiveSizesStopped) : std::string{});
     return !isStopped;
 }
 

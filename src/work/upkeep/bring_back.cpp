@@ -193,7 +193,7 @@ private:
 
 /// The archive's folder goes to the folder that was said, or where all has room. False when it
 /// could not, or when the person gave up.
-bool MoveToRoom(const ArchiveParts& parts, FolderLocks& locks, const Path& said)
+bool MoveToRoom(const ArchiveParts& parts, const Path& said)
 {
     const Path from = parts.folders.levels;
     const double needed = BytesOnDiscs(parts.archive);
@@ -212,7 +212,7 @@ bool MoveToRoom(const ArchiveParts& parts, FolderLocks& locks, const Path& said)
                TellFolderNotRead(parts.host, tree.Error());
     const Path wanted = IsSameFolder(said, from) ? Path{} : said;
     const auto to = ChooseTarget(parts.host, parts.machine, {parts.folders, *tree, needed}, wanted);
-    return to && MoveLevels(parts, locks, *tree, *to);
+    return to && MoveLevels(parts, *tree, *to);
 }
 
 } // namespace
@@ -226,7 +226,7 @@ bool MoveArchiveToHd(Session& session, const Path& target)
         session.host.Tell(Tone::Plain, GetMsg(Msg::BringBackNothing));
         return true;
     }
-    if (!MoveToRoom(session, session.locks, target))
+    if (!MoveToRoom(session, target))
         return false;
     auto note = ReadDiscNote(session.Folders().levels);
     if (!note && note.Error().code != ErrorCode::Damaged)

@@ -268,61 +268,62 @@ bool ChangeLevels(Host& host, Machine& machine, const Folders& folders, const Ar
 
 } // namespace
 
-bool ChangeCompression(Session& session, const AudioStep& audio)
+bool ChangeCompression(const ArchiveParts& parts, const AudioStep& audio)
 {
-    const double before = session.archive.header.mainFolderSize;
+    const double before = parts.archive.header.mainFolderSize;
     bool all = false;
     int pictures = 0;
     {
         const auto progress =
-            session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ChangingCompression));
+            parts.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ChangingCompression));
         progress->AllowStop();
-        all = ChangeLevels(session.host, session.machine, session.Folders(), session.archive, audio,
+        all = ChangeLevels(parts.host, parts.machine, parts.folders, parts.archive, audio,
                            *progress, pictures);
     }
-    DoneOrTold(session.host, RecomputeArchiveSize(session, false));
-    session.list.Refresh();
+    DoneOrTold(parts.host, RecomputeArchiveSize(parts, false));
+    parts.list.Refresh();
     std::string details = all ? std::string{} : GetMsg(Msg::CompressionPartlyChanged);
-    if (pictures > 0 && session.archive.header.compressLevels)
+    if (pictures > 0 && parts.archive.header.compressLevels)
         details += (details.empty() ? "" : " ") +
                    GetMsg(Msg::PicturesCompressed, {std::to_string(pictures)});
-    session.host.Tell(
+    parts.host.Tell(
         Tone::Plain,
         GetMsg(Msg::CompressionChanged,
-               {FormatSize(session.archive.header.mainFolderSize) + std::string{lineBreak},
+               {FormatSize(parts.archive.header.mainFolderSize) + std::string{lineBreak},
                 FormatSize(before) + std::string{lineBreak}}),
         details);
     return all;
 }
 
-bool ChangeCompressionOf(Session& session, LevelCode code, const AudioStep& audio)
+bool ChangeCompressionOf(const ArchiveParts& parts, LevelCode code, const AudioStep& audio)
 {
-    const std::ptrdiff_t index = FindLevel(session.archive, code);
+    const std::ptrdiff_t index = FindLevel(parts.archive, code);
     if (index < 0 || code == originalCode)
         return false;
-    const LevelRecord level = session.archive.levels[static_cast<std::size_t>(index)];
-    if (!DoneOrTold(session.host, GuardLevelOnCd(level)))
+    const LevelRecord level = parts.archive.levels[static_cast<std::size_t>(index)];
+    if (!DoneOrTold(parts.host, GuardLevelOnCd(level)))
         return false;
     bool done = false;
     {
         const auto progress =
-            session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ChangingCompression));
+            parts.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::ChangingCompression));
         progress->AllowStop();
         int pictures = 0;
-        done = ChangeLevel(session.host, session.machine, session.Folders(), session.archive, level,
-                           audio, *progress, pictures);
+        done = ChangeLevel(parts.host, parts.machine, parts.folders, parts.archive, level, audio,
+                           *progress, pictures);
     }
-    RefreshLevelSizes(session, code);
+    RefreshLevelSizes(parts, code);
     return done;
 }
 
-void OfferChangeCompression(Session& session, const ArchiveHeader& before, const AudioStep& audio)
+void OfferChangeCompression(const ArchiveParts& parts, const ArchiveHeader& before,
+                            const AudioStep& audio)
 {
-    const ArchiveHeader& now = session.archive.header;
+    const ArchiveHeader& now = parts.archive.header;
     const bool changed =
         now.compressLevels != before.compressLevels || (audio && now.wavInMp3 != before.wavInMp3);
-    if (changed && session.host.AskYesNo(GetMsg(Msg::AskChangeCompression, {lineBreak, lineBreak})))
-        ChangeCompression(session, audio);
+    if (changed && parts.host.AskYesNo(GetMsg(Msg::AskChangeCompression, {lineBreak, lineBreak})))
+        ChangeCompression(parts, audio);
 }
 
 } // namespace kestrova

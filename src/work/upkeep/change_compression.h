@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "archive/archive_parts.h"
 
 namespace kestrova
 {
@@ -13,15 +13,15 @@ using AudioStep = std::function<bool(const std::string& name, const Path& files)
 /// measures the sizes anew and tells them. A file that fails is asked about; Stop ends it between
 /// levels. However it ends, killed too, every level stays as readable as it was: a file goes only
 /// when its other form stands whole on the disk. True when it went through all levels.
-bool ChangeCompression(Session& session, const AudioStep& audio = {});
+bool ChangeCompression(const ArchiveParts& parts, const AudioStep& audio = {});
 
 /// The same of one level; nothing is told when it went well. False when it was not brought into
 /// that form, as one on a disc is not.
-bool ChangeCompressionOf(Session& session, LevelCode code, const AudioStep& audio);
+bool ChangeCompressionOf(const ArchiveParts& parts, LevelCode code, const AudioStep& audio);
 
 /// The same of all after a question, when the settings are no longer `before`. Without an audio
 /// step the wish for mp3 is none that could be carried out.
-void OfferChangeCompression(Session& session, const ArchiveHeader& before,
+void OfferChangeCompression(const ArchiveParts& parts, const ArchiveHeader& before,
                             const AudioStep& audio = {});
 
 } // namespace kestrova

@@ -91,21 +91,21 @@ std::vector<const LevelRecord*> DocumentsOnDiscs(const Archive& archive)
 
 } // namespace
 
-bool CopyMoreInfoFiles(Session& session)
+bool CopyMoreInfoFiles(const ArchiveParts& parts)
 {
-    const Operation operation{session};
-    if (!HasArchive(session.host, session.archive))
+    const Operation operation{parts};
+    if (!HasArchive(parts.host, parts.archive))
         return false;
-    if (!IsArchiveOnCd(session.archive)) {
-        session.host.Tell(Tone::Plain, GetMsg(Msg::MoreInfoAllOnHd));
+    if (!IsArchiveOnCd(parts.archive)) {
+        parts.host.Tell(Tone::Plain, GetMsg(Msg::MoreInfoAllOnHd));
         return true;
     }
     bool all = true;
     const auto progress =
-        session.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::FileCopyLabel));
+        parts.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::FileCopyLabel));
     progress->AllowStop();
-    const std::vector<const LevelRecord*> levels = DocumentsOnDiscs(session.archive);
-    DocumentCopies copies{session.Folders(), session.archive};
+    const std::vector<const LevelRecord*> levels = DocumentsOnDiscs(parts.archive);
+    DocumentCopies copies{parts.folders, parts.archive};
     for (std::size_t i = 0; i < levels.size(); ++i) {
         progress->SetBar(i, levels.size());
         if (!progress->Step())
@@ -114,7 +114,7 @@ bool CopyMoreInfoFiles(Session& session)
         if (copied)
             continue;
         all = false;
-        TellFailure(session.host,
+        TellFailure(parts.host,
                     GetMsg(Msg::MoreInfoErrorCopying) + " " +
                         Readable(Trim(levels[i]->moreInfoFile)),
                     copied.Error());

@@ -157,7 +157,7 @@ bool LevelChecks::RepairOne(LevelCode code, RepairSources& sources, ProgressScop
     const auto done =
         code == originalCode
             ? RepairBackup(session_.machine, session_.Folders(), checked, sources, progress)
-            : RepairLevel(session_, code, checked, sources, progress);
+            : RepairLevel(session_, SoundConverterOf(session_), code, checked, sources, progress);
     if (!done) {
         if (done.Error().code != ErrorCode::Stopped)
             TellFailure(session_.host,

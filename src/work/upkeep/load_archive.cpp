@@ -96,8 +96,7 @@ bool SaveComing(Host& host, const Folders& folders, const PreferencesRecord& pre
 }
 
 /// The folder that the person named counts, not the one that the file names.
-bool TakeNamedFolder(const ArchiveParts& parts, FolderLocks& locks, Archive& archive,
-                     const Path& folder)
+bool TakeNamedFolder(const ArchiveParts& parts, Archive& archive, const Path& folder)
 {
     ArchiveHeader& header = archive.header;
     if (FolderFromText(Trim(header.secondaryFolder)) == folder)
@@ -112,7 +111,7 @@ bool TakeNamedFolder(const ArchiveParts& parts, FolderLocks& locks, Archive& arc
         return false;
     }
     if (!MayBecomeArchive(parts.host, parts.folders, folder) ||
-        !DoneOrTold(parts.host, HoldFolder(locks, folder)))
+        !DoneOrTold(parts.host, HoldFolder(parts.locks, folder)))
         return false;
     if (!IsArchiveOnCd(archive))
         header.mainFolder = folder.native();
@@ -129,8 +128,7 @@ void MakeArchiveFolder(const Archive& archive, const Path& folder)
 }
 
 /// The new folder when the person chose one; no value when the check refuses the archive.
-std::optional<Path> AskForFolder(const ArchiveParts& parts, FolderLocks& locks,
-                                 const Archive& archive, Message warning,
+std::optional<Path> AskForFolder(const ArchiveParts& parts, const Archive& archive, Message warning,
                                  const std::string& missing)
 {
     Host& host = parts.host;
@@ -148,7 +146,7 @@ std::optional<Path> AskForFolder(const ArchiveParts& parts, FolderLocks& locks,
     // Nothing is written before this program is the only one that works there.
     const bool taken =
         holds && (*holds || host.AskYesNo(GetMsg(Msg::AskNoLevelsThere, {TextOf(*chosen)}))) &&
-        DoneOrTold(host, HoldFolder(locks, *chosen));
+        DoneOrTold(host, HoldFolder(parts.locks, *chosen));
     if (!taken)
         return {};
     MakeArchiveFolder(archive, *chosen);
@@ -157,7 +155,7 @@ std::optional<Path> AskForFolder(const ArchiveParts& parts, FolderLocks& locks,
 
 } // namespace
 
-bool CheckArchiveFolders(const ArchiveParts& parts, FolderLocks& locks, Archive& archive)
+bool CheckArchiveFolders(const ArchiveParts& parts, Archive& archive)
 {
     if (archive.levels.empty())
         return true;
@@ -170,8 +168,7 @@ bool CheckArchiveFolders(const ArchiveParts& parts, FolderLocks& locks, Archive&
     if (!hasMain || !hasSecondary)
         return TellFolderNotRead(parts.host, hasMain ? hasSecondary.Error() : hasMain.Error());
     if (!*hasMain) {
-        const auto chosen =
-            AskForFolder(parts, locks, archive, Msg::MainFolderMissing, header.mainFolder);
+        const auto chosen = AskForFolder(parts, archive, Msg::MainFolderMissing, header.mainFolder);
         if (!chosen)
             return false;
         const bool same = Trim(header.mainFolder) == Trim(header.secondaryFolder);
@@ -185,7 +182,7 @@ bool CheckArchiveFolders(const ArchiveParts& parts, FolderLocks& locks, Archive&
     if (*hasSecondary)
         return true;
     const auto chosen =
-        AskForFolder(parts, locks, archive, Msg::SecondaryFolderMissing, header.secondaryFolder);
+        AskForFolder(parts, archive, Msg::SecondaryFolderMissing, header.secondaryFolder);
     if (!chosen)
         return false;
     header.secondaryFolder = chosen->native();
@@ -217,8 +214,8 @@ Load LoadOrKeep(Session& session, Path file, const Path& levelFolder, Failure& w
     Load load = ReadAndHold(session.host, session.settings, session.locks, file, archive, why);
     const Path listed = FolderFromText(Trim(archive.header.secondaryFolder));
     if (load == Load::Done &&
-        ((!levelFolder.empty() && !TakeNamedFolder(session, session.locks, archive, levelFolder)) ||
-         !CheckArchiveFolders(session, session.locks, archive)))
+        ((!levelFolder.empty() && !TakeNamedFolder(session, archive, levelFolder)) ||
+         !CheckArchiveFolders(session, archive)))
         load = Load::FoldersRefused;
     if (load == Load::Done &&
         !DoneOrTold(session.host, HoldArchiveFolder(session.locks, session.Folders(),

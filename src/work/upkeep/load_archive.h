@@ -22,6 +22,6 @@ Result<Archive> ReadArchiveRecords(const ProgramSettings& settings, const Path& 
 bool AskLoadArchive(Session& session);
 /// Asks for the main or the secondary folder of an archive when they are gone. False, with words,
 /// when the person names none.
-bool CheckArchiveFolders(const ArchiveParts& parts, FolderLocks& locks, Archive& archive);
+bool CheckArchiveFolders(const ArchiveParts& parts, Archive& archive);
 
 } // namespace kestrova

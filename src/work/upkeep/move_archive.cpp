@@ -13,11 +13,11 @@
 namespace kestrova
 {
 
-bool MayMoveArchive(Session& session)
+bool MayMoveArchive(const ArchiveParts& parts)
 {
-    return HasArchive(session.host, session.archive) && SaveArchiveNow(session) &&
-           DoneOrTold(session.host, ArchiveFolderIsThere(session.archive)) &&
-           DoneOrTold(session.host, EndEarlierMove(session));
+    return HasArchive(parts.host, parts.archive) && SaveArchiveNow(parts) &&
+           DoneOrTold(parts.host, ArchiveFolderIsThere(parts.archive)) &&
+           DoneOrTold(parts.host, EndEarlierMove(parts));
 }
 
 bool MoveArchive(Session& session, const Path& target)
@@ -35,7 +35,7 @@ bool MoveArchive(Session& session, const Path& target)
     if (!tree)
         return TellFolderNotRead(session.host, tree.Error());
     const auto to = ChooseTarget(session.host, session.machine, {session.Folders(), *tree}, target);
-    if (!to || !MoveLevels(session, session.locks, *tree, *to))
+    if (!to || !MoveLevels(session, *tree, *to))
         return false;
     session.list.Refresh();
     session.host.Tell(Tone::Plain, GetMsg(Msg::ArchiveMoved) + TextOf(*to));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session.h"
+#include "archive/archive_parts.h"
 
 namespace kestrova
 {
@@ -15,6 +15,6 @@ bool MoveArchive(Session& session, const Path& target = {});
 
 /// True when the loaded archive is saved and nothing waits that names its folder; otherwise False,
 /// with words.
-bool MayMoveArchive(Session& session);
+bool MayMoveArchive(const ArchiveParts& parts);
 
 } // namespace kestrova

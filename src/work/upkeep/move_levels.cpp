@@ -58,8 +58,8 @@ Status MakeLostFolders(const Archive& archive, const Path& to)
 class ArchiveMove
 {
 public:
-    ArchiveMove(const ArchiveParts& parts, FolderLocks& locks, Path to)
-        : parts_(parts), locks_(locks), from_(parts.folders.levels), to_(std::move(to))
+    ArchiveMove(const ArchiveParts& parts, Path to)
+        : parts_(parts), from_(parts.folders.levels), to_(std::move(to))
     {
     }
 
@@ -72,7 +72,8 @@ public:
         if (!SaveList())
             return false;
         const bool ended = FollowHomes() && ClearOld(tree);
-        return DoneOrTold(parts_.host, HoldArchiveFolder(locks_, parts_.folders, to_)) && ended;
+        return DoneOrTold(parts_.host, HoldArchiveFolder(parts_.locks, parts_.folders, to_)) &&
+               ended;
     }
 
 private:
@@ -87,7 +88,7 @@ private:
         noted_ = true;
         if (auto made = MakeFolders(to_); !made)
             return made;
-        return HoldFolder(locks_, to_);
+        return HoldFolder(parts_.locks, to_);
     }
 
     Status Copy(const WholeTree& tree)
@@ -123,11 +124,11 @@ private:
     {
         const auto wait =
             parts_.host.BeginProgress(ProgressWindow::Wait, GetMsg(Msg::ClearingCopy));
-        const auto stayed =
-            noted_ ? TakeMoveBack(parts_.folders, locks_, note_, [&] { return wait->Step(), true; })
-                   : Result<std::vector<Path>>{std::vector<Path>{}};
-        if (locks_.ArchiveFolder() != to_)
-            locks_.Release(to_);
+        const auto stayed = noted_ ? TakeMoveBack(parts_.folders, parts_.locks, note_,
+                                                  [&] { return wait->Step(), true; })
+                                   : Result<std::vector<Path>>{std::vector<Path>{}};
+        if (parts_.locks.ArchiveFolder() != to_)
+            parts_.locks.Release(to_);
         if (failure.code != ErrorCode::Stopped)
             TellFailure(parts_.host,
                         GetMsg(Msg::MoveErrorCopying) + ". " + GetMsg(Msg::MoveNothingChanged),
@@ -171,7 +172,7 @@ private:
     {
         const auto progress =
             parts_.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::RemovingOldFolders));
-        const auto stayed = ClearOldFolder(parts_.host, parts_.folders, locks_, note_, &tree,
+        const auto stayed = ClearOldFolder(parts_.host, parts_.folders, parts_.locks, note_, &tree,
                                            [&] { return progress->Step(), true; });
         if (!stayed) {
             TellFailure(parts_.host, GetMsg(Msg::MoveNotEnded, {TextOf(to_)}), stayed.Error());
@@ -187,7 +188,6 @@ private:
     }
 
     const ArchiveParts& parts_;
-    FolderLocks& locks_;
     const Path from_;
     const Path to_;
     MoveNote note_;
@@ -204,10 +204,9 @@ Result<WholeTree> ScanArchiveFolder(Host& host, const Path& folder)
     return ScanLevels(ResolvePath(folder), [&] { return progress->Step(); });
 }
 
-bool MoveLevels(const ArchiveParts& parts, FolderLocks& locks, const WholeTree& tree,
-                const Path& to)
+bool MoveLevels(const ArchiveParts& parts, const WholeTree& tree, const Path& to)
 {
-    return ArchiveMove{parts, locks, to}.Run(tree);
+    return ArchiveMove{parts, to}.Run(tree);
 }
 
 } // namespace kestrova

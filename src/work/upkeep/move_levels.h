@@ -12,7 +12,6 @@ Result<WholeTree> ScanArchiveFolder(Host& host, const Path& folder);
 /// written when all is copied, compared and flushed; only then the old folders go. False, with
 /// words, when the archive is where it was, or where its move could not be ended; a Stop is not
 /// told. A killed move is ended at the next start.
-bool MoveLevels(const ArchiveParts& parts, FolderLocks& locks, const WholeTree& tree,
-                const Path& to);
+bool MoveLevels(const ArchiveParts& parts, const WholeTree& tree, const Path& to);
 
 } // namespace kestrova

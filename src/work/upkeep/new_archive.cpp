@@ -111,43 +111,48 @@ void BeginNewList(const Folders& folders, Archive& archive)
     archive = {std::move(header), {OriginalLevel(folders)}};
 }
 
-/// Folder and file of the new archive, measured and written.
-bool FillNewArchive(Session& session, const Path& folder, const Path& file)
+/// Where the new archive is to lie; told where it cannot.
+std::optional<Path> PlaceForArchive(Host& host, Machine& machine, const Folders& folders,
+                                    const Path& wished)
 {
-    const auto chosen = folder.empty()
-                            ? AskForNewFolder(session.host, session.machine, session.Folders())
-                            : std::optional{Absolute(folder)};
+    const auto chosen =
+        wished.empty() ? AskForNewFolder(host, machine, folders) : std::optional{Absolute(wished)};
     if (!chosen)
-        return false;
+        return std::nullopt;
     Path place = *chosen;
     const auto files = ListFiles(place, OnDisk::PatAll);
-    const auto folders = ListSubfolders(place);
-    if (!files || !folders)
-        return TellFolderNotRead(session.host, files ? folders.Error() : files.Error());
-    if (!files->empty() || !folders->empty()) {
-        place = DefaultArchiveFolder(place);
-        session.host.Tell(Tone::Warning, GetMsg(Msg::ArchiveFolderChanged) + TextOf(place));
+    const auto subfolders = ListSubfolders(place);
+    if (!files || !subfolders) {
+        TellFolderNotRead(host, files ? subfolders.Error() : files.Error());
+        return std::nullopt;
     }
-    if (!MayBecomeArchive(session.host, session.Folders(), place))
-        return false;
-    session.archive.header.mainFolder = session.archive.header.secondaryFolder = place.native();
+    if (!files->empty() || !subfolders->empty()) {
+        place = DefaultArchiveFolder(place);
+        host.Tell(Tone::Warning, GetMsg(Msg::ArchiveFolderChanged) + TextOf(place));
+    }
+    return MayBecomeArchive(host, folders, place) ? std::optional{place} : std::nullopt;
+}
+
+/// Folder and file of the new archive, measured and written.
+bool FillNewArchive(const ArchiveParts& parts, const Path& place, const Path& file)
+{
     const auto made = MakeFolders(place);
     if (!made || !platform::IsWritableFolder(ResolvePath(place))) {
         const std::string words = GetMsg(Msg::CannotWriteArchiveFolder) + TextOf(place);
-        TellFailure(session.host, words,
+        TellFailure(parts.host, words,
                     made ? Failure{ErrorCode::CannotWrite, {}, {}} : made.Error());
         return false;
     }
-    const Path target = file.empty() ? DefaultArchivePath(session.Folders()) : Absolute(file);
+    const Path target = file.empty() ? DefaultArchivePath(parts.folders) : Absolute(file);
     if (target.empty()) {
-        session.host.Tell(Tone::Error, GetMsg(Msg::NoArchiveNameFree));
+        parts.host.Tell(Tone::Error, GetMsg(Msg::NoArchiveNameFree));
         return false;
     }
-    if (!DoneOrTold(session.host, HoldArchiveFolder(session.locks, session.Folders(), place)))
+    if (!DoneOrTold(parts.host, HoldArchiveFolder(parts.locks, parts.folders, place)))
         return false;
-    session.archive.file = target;
-    DoneOrTold(session.host, RecomputeArchiveSize(session, false));
-    return !session.archive.dirty || !session.preferences.autoSave;
+    parts.archive.file = target;
+    DoneOrTold(parts.host, RecomputeArchiveSize(parts, false));
+    return !parts.archive.dirty || !parts.preferences.autoSave;
 }
 
 } // namespace
@@ -164,7 +169,11 @@ bool CreateArchive(Session& session, const Path& folder, const Path& file)
     if (!MayReplaceArchive(session, saved))
         return false;
     BeginNewList(session.Folders(), session.archive);
-    const bool made = FillNewArchive(session, folder, file);
+    const auto place = PlaceForArchive(session.host, session.machine, session.Folders(), folder);
+    if (place)
+        session.archive.header.mainFolder = session.archive.header.secondaryFolder =
+            place->native();
+    const bool made = place && FillNewArchive(session, *place, file);
     session.list.Refresh();
     return made;
 }

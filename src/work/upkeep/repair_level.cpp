@@ -32,11 +32,12 @@ struct ReadyRepair {
 class LevelRepair
 {
 public:
-    LevelRepair(Session& session, LevelCode code, RepairSources& sources, ProgressScope& progress)
-        : session_(session), folders_(session.Folders()), code_(code), sources_(sources),
+    LevelRepair(const ArchiveParts& parts, const SoundConverter& sounds, LevelCode code,
+                RepairSources& sources, ProgressScope& progress)
+        : parts_(parts), folders_(parts.folders), sounds_(sounds), code_(code), sources_(sources),
           progress_(progress), home_(LevelHomeOf(folders_, code)),
           files_(ResolvePath(InFolder(home_, OnDisk::DirFiles))),
-          work_(FreshPlaceIn(session.programFolder), WorkFolder::Make::Now)
+          work_(FreshPlaceIn(parts.folders.program), WorkFolder::Make::Now)
     {
     }
 
@@ -72,7 +73,7 @@ private:
     Status MakeReady(const LevelFault& fault)
     {
         progress_.SetLabel(GetMsg(Msg::RepairLooking, {fault.file}));
-        if (const LevelRecord* level = session_.archive.Find(code_);
+        if (const LevelRecord* level = parts_.archive.Find(code_);
             level == nullptr || level->cdNumber != 0) {
             Leave(fault, GetMsg(Msg::RepairOnDisc));
             return {};
@@ -109,8 +110,7 @@ private:
         const Path place = work_.Folder() / std::to_string(ready_.size());
         if (auto status = MakeFolders(place); !status)
             return status.Error();
-        const auto made =
-            MakeStoredForm(session_.host, SoundConverterOf(session_), form, found.file, place);
+        const auto made = MakeStoredForm(parts_.host, sounds_, form, found.file, place);
         if (!made)
             return made.Error();
         auto entry = EntryOfStored(*made, noted.from);
@@ -192,20 +192,20 @@ private:
                 (void)platform::Rename(aside, place); // it stays where it is otherwise
         for (const auto& [place, aside] : aside_)
             if (status)
-                session_.host.Tell(Tone::Warning, GetMsg(Msg::RepairSetAside, {TextOf(aside)}));
+                parts_.host.Tell(Tone::Warning, GetMsg(Msg::RepairSetAside, {TextOf(aside)}));
         return status;
     }
 
     Status MakeIt(ChangedFolder changed)
     {
-        Change change = NewChange(session_, ChangeKind::LevelRepaired, code_);
+        Change change = NewChange(parts_, ChangeKind::LevelRepaired, code_);
         // Nobody can tell damage from a person's own work, so the history takes what goes: it
         // stays there when the change can be undone no more.
         change.reason = Told(Msg::ReasonRepaired);
         change.folders = {std::move(changed)};
-        if (auto status = MakeChange(session_, change, {}, [&] { return Beat(); }); !status)
+        if (auto status = MakeChange(parts_, change, {}, [&] { return Beat(); }); !status)
             return status;
-        return EndChange(folders_, session_.settings, change);
+        return EndChange(folders_, parts_.settings, change);
     }
 
     /// Times are new, and bytes may be.
@@ -226,8 +226,9 @@ private:
         (void)WriteStoredNote(home_, *note); // the old one fits as well, but for times
     }
 
-    Session& session_;
-    Folders folders_;
+    const ArchiveParts& parts_;
+    const Folders& folders_;
+    const SoundConverter& sounds_;
     LevelCode code_;
     RepairSources& sources_;
     ProgressScope& progress_;
@@ -241,10 +242,11 @@ private:
 
 } // namespace
 
-Result<RepairedLevel> RepairLevel(Session& session, LevelCode code, const CheckedLevel& checked,
+Result<RepairedLevel> RepairLevel(const ArchiveParts& parts, const SoundConverter& sounds,
+                                  LevelCode code, const CheckedLevel& checked,
                                   RepairSources& sources, ProgressScope& progress)
 {
-    return LevelRepair{session, code, sources, progress}.Run(checked);
+    return LevelRepair{parts, sounds, code, sources, progress}.Run(checked);
 }
 
 } // namespace kestrova

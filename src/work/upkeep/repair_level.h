@@ -1,5 +1,7 @@
 #pragma once
 
+#include "archive/archive_parts.h"
+#include "conversion/sound_converter.h"
 #include "swap/verify_level.h"
 #include "upkeep/repair_sources.h"
 
@@ -23,7 +25,8 @@ struct RepairedLevel {
 /// Brings back what can be: each file as its hash was noted, from the first source that holds it.
 /// All of it is one change that can be undone; what the repair replaces is kept with it. A failure
 /// when nothing could be changed, `Stopped` when the person ended it before anything was.
-Result<RepairedLevel> RepairLevel(Session& session, LevelCode code, const CheckedLevel& checked,
+Result<RepairedLevel> RepairLevel(const ArchiveParts& parts, const SoundConverter& sounds,
+                                  LevelCode code, const CheckedLevel& checked,
                                   RepairSources& sources, ProgressScope& progress);
 
 } // namespace kestrova

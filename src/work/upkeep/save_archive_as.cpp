@@ -10,21 +10,21 @@
 namespace kestrova
 {
 
-bool AskSaveArchiveAs(Session& session)
+bool AskSaveArchiveAs(const ArchiveParts& parts)
 {
-    const Operation operation{session};
-    if (!HasArchive(session.host, session.archive))
+    const Operation operation{parts};
+    if (!HasArchive(parts.host, parts.archive))
         return false;
-    const auto file = session.host.ChooseSaveFile(
-        GetMsg(Msg::SaveArchiveTitle), GetMsg(Msg::SaveArchiveFilter), session.programFolder,
-        TextOf(session.ArchivePath().filename()));
+    const auto file =
+        parts.host.ChooseSaveFile(GetMsg(Msg::SaveArchiveTitle), GetMsg(Msg::SaveArchiveFilter),
+                                  parts.folders.program, TextOf(parts.archive.file.filename()));
     if (!file)
         return true;
-    if (const auto status = WriteArchive(session, *file); !status) {
-        TellFailure(session.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(*file), status.Error());
+    if (const auto status = WriteArchive(parts, *file); !status) {
+        TellFailure(parts.host, GetMsg(Msg::ErrorSavingArchive) + TextOf(*file), status.Error());
         return false;
     }
-    session.list.Refresh();
+    parts.list.Refresh();
     return true;
 }
 

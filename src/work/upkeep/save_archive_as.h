@@ -1,10 +1,10 @@
 #pragma once
 
-#include "session/session.h"
+#include "archive/archive_parts.h"
 
 namespace kestrova
 {
 
-bool AskSaveArchiveAs(Session& session);
+bool AskSaveArchiveAs(const ArchiveParts& parts);
 
 } // namespace kestrova

@@ -48,7 +48,7 @@ void FillWithOtherKeeper(SavesWorld& world)
 
 struct Work {
     const char* name;
-    Result<SavegamesMoved> (*run)(Session&, LevelCode);
+    Result<SavegamesMoved> (*run)(const ArchiveParts&, LevelCode);
     void (*fill)(SavesWorld&) = Fill;
 };
 void PrintTo(const Work& work, std::ostream* out)

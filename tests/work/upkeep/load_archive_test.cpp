@@ -130,7 +130,7 @@ TEST_F(ArchiveLife, MissingFoldersAreAskedFor)
     box.session.archive.header.cdCount = 2; // then the main folder is a drive's
     std::filesystem::create_directories(box / "moved/LEVEL_0001");
     box.host.WillChoose("Select folder: gone", box / "moved");
-    EXPECT_TRUE(CheckArchiveFolders(box.session, box.session.locks, box.session.archive));
+    EXPECT_TRUE(CheckArchiveFolders(box.session, box.session.archive));
     EXPECT_TRUE(box.host.WasTold("Warning: not found secondary folder of current archive: "));
 }
 
