@@ -38,11 +38,13 @@ if(CMAKE_UNITY_BUILD)
     -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local;-Wno-subobject-linkage>)
 endif()
 
-# A build whose tests are slow may optimise the floors that go through every file and every sample;
-# of the others the compiler would take longer than it saves.
+# A build whose tests are slow may optimise the floors that go through every file and every sample,
+# and the source that reads and writes every note; of the others the compiler would take longer than
+# it saves.
 set(KESTROVA_BUSY_OPTIONS "" CACHE STRING "Compiler options of the floors that compute most")
 set(KESTROVA_BUSY_FLOORS
-  "^(ground/(platform|core|formats)|media/(pictures|audio)|engine/packages|faces/practice)$")
+  "^(ground/(platform|core)|media/(pictures|audio)|engine/packages|faces/practice)$")
+set(KESTROVA_BUSY_SOURCES "/record_json\\.cpp$")
 
 # What nearly every source includes from outside, read once a build. No header of our own stands
 # here: a change of one recompiles what includes it and nothing else. What is optimised reads it
@@ -68,6 +70,11 @@ function(kestrova_floor place)
       target_precompile_headers(kestrova_words PRIVATE ${KESTROVA_COMMON_HEADERS})
     else()
       target_precompile_headers(kestrova_${name} REUSE_FROM kestrova_words)
+    endif()
+    if(KESTROVA_BUSY_OPTIONS)
+      list(FILTER sources INCLUDE REGEX "${KESTROVA_BUSY_SOURCES}")
+      set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS "${KESTROVA_BUSY_OPTIONS}"
+        SKIP_UNITY_BUILD_INCLUSION ON SKIP_PRECOMPILE_HEADERS ON)
     endif()
   else()
     add_library(kestrova_${name} INTERFACE)
