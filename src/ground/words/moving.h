@@ -15,6 +15,7 @@ inline constexpr Message BringBackCdMissing{"Cd missing"};
 inline constexpr Message BringBackErrorCopying{"Error copying folder from [~1] to ["};
 inline constexpr Message BringBackDamaged{"The disc # ~1 does not hold the level \"~2\" as it was put there, so that level stays on the disc. Levels that were brought back stay on the hard disk. Clean the disc, or take another copy of it, and try again."};
 inline constexpr Message BringBackSome{"Levels on the hard disk now: ~1; still on discs: ~2. Do it again whenever you like: it goes on there."};
+inline constexpr Message ReplacedByDisc{"A file of the level is not as its disc has it. The disc's file is the level's now; the other one is kept: ~1"};
 inline constexpr Message LevelsBroughtBack{"Levels that came back from their discs: ~1. All of the archive lies in ~2 now."};
 inline constexpr Message BringBackNothing{"No level of this archive lies on a disc. Nothing has been changed."};
 inline constexpr Message SelectTargetFolder{"Select target folder"};

@@ -129,14 +129,12 @@ private:
                                                                 : source.Error().reason});
         if (auto made = MakeLevelSubfolders(home); !made)
             return made;
-        auto copied = CopyLevelFromDisc(*source, files, noted, [&](std::uint64_t bytes) {
-            // The list's sizes may be old ones.
-            const auto ofLevel = std::min<std::uint64_t>(
-                bytes, static_cast<std::uint64_t>(std::max(0, level.filesSize)));
-            progress_->SetBar(static_cast<std::uint64_t>(done_) + ofLevel,
-                              static_cast<std::uint64_t>(total_));
-            return progress_->Step();
-        });
+        std::vector<Path> replaced;
+        auto copied = CopyLevelFromDisc(
+            *source, files, noted, [&](std::uint64_t bytes) { return Shows(level, bytes); },
+            replaced);
+        for (const Path& aside : replaced)
+            parts_.host.Tell(Tone::Warning, GetMsg(Msg::ReplacedByDisc, {TextOf(aside)}));
         if (copied || copied.Error().code == ErrorCode::Stopped)
             return copied;
         if (copied.Error().code == ErrorCode::Damaged)
@@ -145,6 +143,17 @@ private:
                           copied.Error());
         return Saying(GetMsg(Msg::BringBackErrorCopying, {TextOf(*source)}) + TextOf(files) + "]",
                       copied.Error());
+    }
+
+    /// False when it is to stop.
+    bool Shows(const LevelRecord& level, std::uint64_t bytes)
+    {
+        // The list's sizes may be old ones.
+        const auto ofLevel = std::min<std::uint64_t>(
+            bytes, static_cast<std::uint64_t>(std::max(0, level.filesSize)));
+        progress_->SetBar(static_cast<std::uint64_t>(done_) + ofLevel,
+                          static_cast<std::uint64_t>(total_));
+        return progress_->Step();
     }
 
     /// The levels whose files were copied count as being on the hard disk, once they are durable.

@@ -5,11 +5,13 @@
 #include "archive/level_folders.h"
 #include "core/copying.h"
 #include "core/look.h"
-#include "core/removal.h"
 #include "formats/level_folder.h"
 #include "session/operation.h"
 #include "session/telling.h"
+#include "upkeep/file_names.h"
+#include "upkeep/out_of_files.h"
 #include "words/intake.h"
+#include "words/moving.h"
 #include "words/storage.h"
 #include "words/upkeep.h"
 
@@ -25,8 +27,8 @@ namespace
 class DocumentCopies
 {
 public:
-    DocumentCopies(const Folders& folders, const Archive& archive)
-        : folders_(folders), archive_(archive)
+    DocumentCopies(Host& host, const Folders& folders, const Archive& archive)
+        : host_(host), folders_(folders), archive_(archive)
     {
     }
 
@@ -48,8 +50,8 @@ public:
     }
 
 private:
-    /// What somebody wrote into an earlier copy is kept beside the new one.
-    static Status Put(const Path& document, const Path& files)
+    /// What somebody wrote into an earlier copy is kept outside of the level's files.
+    Status Put(const Path& document, const Path& files)
     {
         if (auto made = MakeFolders(files); !made)
             return made;
@@ -61,15 +63,19 @@ private:
             return isThere ? same.Error() : isThere.Error();
         if (*same)
             return {};
-        if (*isThere)
-            if (const auto aside = RenameAside(target); !aside)
+        if (*isThere) {
+            const auto aside = TakeOutOfFiles(files.parent_path(), OnDisk::DirReplaced, target);
+            if (!aside)
                 return aside.Error();
+            host_.Tell(Tone::Warning, GetMsg(Msg::ReplacedByDisc, {TextOf(*aside)}));
+        }
         CopyOptions plain;
         plain.verify = Verify::Content;
         plain.rights = plainRights;
         return CopyFileOver(document, target, plain);
     }
 
+    Host& host_;
     const Folders folders_;
     const Archive& archive_;
     std::int32_t givenUp_ = 0;
@@ -105,7 +111,7 @@ bool CopyMoreInfoFiles(const ArchiveParts& parts)
         parts.host.BeginProgress(ProgressWindow::Progress, GetMsg(Msg::FileCopyLabel));
     progress->AllowStop();
     const std::vector<const LevelRecord*> levels = DocumentsOnDiscs(parts.archive);
-    DocumentCopies copies{parts.folders, parts.archive};
+    DocumentCopies copies{parts.host, parts.folders, parts.archive};
     for (std::size_t i = 0; i < levels.size(); ++i) {
         progress->SetBar(i, levels.size());
         if (!progress->Step())

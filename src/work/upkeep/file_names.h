@@ -9,6 +9,7 @@ namespace kestrova::OnDisk
 {
 
 inline constexpr std::string_view DirUnreadable = "\\unreadable"; // of a level's own folder
+inline constexpr std::string_view DirReplaced = "\\replaced"; // of a level's own folder
 inline constexpr std::string_view PatternZl = "*.zl";
 inline constexpr std::string_view OriginalSites = "http://www.tombraider.com|http://www.eidosinteractive.com";
 inline constexpr std::string_view PatTexts = "*.txt";

@@ -2,9 +2,10 @@
 
 #include "core/copying.h"
 #include "core/look.h"
-#include "core/removal.h"
 #include "core/text.h"
 #include "platform/file_content.h"
+#include "upkeep/file_names.h"
+#include "upkeep/out_of_files.h"
 
 #include <map>
 #include <set>
@@ -19,8 +20,9 @@ namespace
 class LevelCopy
 {
 public:
-    LevelCopy(const NotedLevel* noted, const std::function<bool(std::uint64_t)>& copied)
-        : copied_(copied)
+    LevelCopy(const NotedLevel* noted, const std::function<bool(std::uint64_t)>& copied,
+              std::vector<Path>& replaced)
+        : copied_(copied), replaced_(replaced)
     {
         if (noted != nullptr)
             for (const NotedFile& file : noted->files)
@@ -61,9 +63,12 @@ private:
             // Two files of the disc whose names differ in the letters' case alone.
             if (!*same && taken_.contains(key))
                 return MakeFailure(ErrorCode::Differs, TextOf(file));
-            if (!*same)
-                if (const auto aside = RenameAside(*found); !aside)
+            if (!*same) {
+                auto aside = TakeOutOfFiles(files.parent_path(), OnDisk::DirReplaced, *found);
+                if (!aside)
                     return aside.Error();
+                replaced_.push_back(std::move(*aside));
+            }
         }
         const Path place = *isFree ? *found : ResolvePath(files / name);
         if (!FileExists(place)) {
@@ -96,6 +101,7 @@ private:
     }
 
     const std::function<bool(std::uint64_t)>& copied_;
+    std::vector<Path>& replaced_;
     std::map<std::string, std::string> hashes_; ///< by folded name
     std::set<std::string> taken_;               ///< folded
     std::uint64_t done_ = 0;
@@ -104,9 +110,10 @@ private:
 } // namespace
 
 Status CopyLevelFromDisc(const Path& disc, const Path& files, const NotedLevel* noted,
-                         const std::function<bool(std::uint64_t)>& copied)
+                         const std::function<bool(std::uint64_t)>& copied,
+                         std::vector<Path>& replaced)
 {
-    return LevelCopy{noted, copied}.Run(ResolvePath(disc), ResolvePath(files));
+    return LevelCopy{noted, copied, replaced}.Run(ResolvePath(disc), ResolvePath(files));
 }
 
 } // namespace kestrova

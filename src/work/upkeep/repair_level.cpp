@@ -12,6 +12,7 @@
 #include "storage/stored_form.h"
 #include "storage/stored_hashes.h"
 #include "upkeep/file_names.h"
+#include "upkeep/out_of_files.h"
 #include "words/check.h"
 
 namespace kestrova
@@ -137,22 +138,6 @@ private:
         return !platform::HashOfFile(found.file, source) && source == noted.from->hash;
     }
 
-    /// Out of the folder whose files are the level.
-    Result<Path> SetAside(const Path& place)
-    {
-        const Path folder = ResolvePath(InFolder(home_, OnDisk::DirUnreadable));
-        if (auto made = MakeFolders(folder); !made)
-            return made.Error();
-        const Path plain = folder / place.filename();
-        const auto isFree = IsFree(plain);
-        auto aside = isFree && *isFree ? Result<Path>{plain} : FreeNumbered(plain);
-        if (!aside)
-            return aside;
-        if (const auto failure = platform::Rename(place, *aside))
-            return MakeFailure(ErrorCode::CannotWrite, TextOf(place), failure);
-        return aside;
-    }
-
     /// What stands there now, by content; what cannot be read is set aside first.
     Status LookAtReplaced(const ReadyRepair& repair, ChangedFolder& changed)
     {
@@ -167,7 +152,7 @@ private:
             changed.before.push_back({repair.fault.stored, hash});
             return {};
         }
-        const auto aside = SetAside(place);
+        const auto aside = TakeOutOfFiles(home_, OnDisk::DirUnreadable, place);
         if (!aside)
             return aside.Error();
         aside_.emplace_back(place, *aside);

@@ -159,7 +159,9 @@ TEST(BroughtBack, GoesOnWhereADiscWasMissing)
     world.Restart();
     EXPECT_TRUE(MoveArchiveToHd(world.session)) << world.host.AllTold();
     EXPECT_EQ(world.Read("levels/LEVEL_0003/files/c.tr4"), std::string(300'000, 'c'));
-    EXPECT_EQ(world.Read("levels/LEVEL_0003/files/c.tr4.1"), "somebody's own");
+    EXPECT_EQ(world.Read("levels/LEVEL_0003/replaced/c.tr4"), "somebody's own");
+    EXPECT_EQ(world.Snapshot("levels/LEVEL_0003/files").size(), 1U) << "only the level's files";
+    EXPECT_TRUE(world.host.WasTold("replaced/c.tr4")) << world.host.AllTold();
 }
 
 TEST(BroughtBack, KeepsWhatIsSpelledWithOtherCapitals)
@@ -174,7 +176,7 @@ TEST(BroughtBack, KeepsWhatIsSpelledWithOtherCapitals)
     EXPECT_TRUE(world.host.WasTold("Levels on the hard disk now: 2; still on discs: 1"))
         << world.host.AllTold();
     EXPECT_EQ(world.session.archive.Find(world.second)->cdNumber, 1);
-    EXPECT_EQ(world.Read("levels/LEVEL_0001/files/sub/README.TXT.1"), "somebody's own");
+    EXPECT_EQ(world.Read("levels/LEVEL_0001/replaced/README.TXT"), "somebody's own");
     EXPECT_EQ(world.Read("levels/LEVEL_0001/files/sub/readme.txt"), "read me");
 }
 

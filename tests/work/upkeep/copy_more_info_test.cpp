@@ -61,7 +61,8 @@ TEST(CopyMoreInfo, TakesThemFromOneDiscAfterTheOther)
     box.host.StopAtStep(0);
     EXPECT_TRUE(CopyMoreInfoFiles(box.session)) << box.host.AllTold();
     EXPECT_EQ(box.Read("levels/LEVEL_0001/files/readme.txt"), "as it came");
-    EXPECT_EQ(box.Read("levels/LEVEL_0001/files/readme.txt.1"), "with notes of somebody's own");
+    EXPECT_EQ(box.Read("levels/LEVEL_0001/replaced/readme.txt"), "with notes of somebody's own");
+    EXPECT_TRUE(box.host.WasTold("replaced/readme.txt")) << box.host.AllTold();
     EXPECT_EQ(box.Read("levels/LEVEL_0003" + document), "as it came");
     EXPECT_EQ(std::filesystem::status(box / ("levels/LEVEL_0003" + document)).permissions(),
               static_cast<std::filesystem::perms>(0644));
