@@ -1,7 +1,10 @@
 #include "session/preferences_file.h"
 
+#include "core/copying.h"
+#include "core/look.h"
 #include "core/staged_file.h"
 #include "formats/program_folder.h"
+#include "session/file_names.h"
 #include "words/session.h"
 
 namespace kestrova
@@ -23,17 +26,86 @@ Path FileOf(const Folders& folders)
     return InFolder(folders.program, OnDisk::FragPreferences);
 }
 
+/// Texts that no program wrote get their first-run values, the switches with them. True when there
+/// were any.
+bool DropDamaged(PreferencesRecord& preferences, const ProgramSettings& settings)
+{
+    PreferencesRecord sound = DefaultPreferences();
+    bool damaged = false;
+    const auto take = [&](std::string& into, const std::string& from, bool known = false) {
+        damaged = damaged || (HasControlBytes(from) && !known);
+        if (!HasControlBytes(from) || known)
+            into = from;
+    };
+    const auto isKnown = [&](const char* name, const std::string& folder) {
+        return settings.exactFolders.contains(name) &&
+               ExactFolder(settings, name, folder) == settings.exactFolders.at(name);
+    };
+    take(sound.archivePath, preferences.archivePath, isKnown("archive", preferences.archivePath));
+    take(sound.trlePath, preferences.trlePath, isKnown("trle", preferences.trlePath));
+    take(sound.downloadFolder, preferences.downloadFolder,
+         isKnown("download", preferences.downloadFolder));
+    take(sound.tom2PcName, preferences.tom2PcName);
+    take(sound.tombExeName, preferences.tombExeName);
+    if (damaged)
+        preferences = std::move(sound);
+    return damaged;
+}
+
+/// The copy's name; empty where the file is whole, or not there.
+Result<Path> KeepIf(bool damaged, const Path& file)
+{
+    if (!damaged)
+        return Path{};
+    auto copy = FreeNumbered(file);
+    if (!copy)
+        return copy;
+    if (auto status = CopyFileOver(file, *copy, {Verify::Content, true, true, {}}); !status)
+        return status.Error();
+    return copy;
+}
+
+bool AreDamaged(const std::string& bytes, const ProgramSettings& settings)
+{
+    PreferencesRecord record = ParsePreferences(bytes);
+    return IsCutOrEmpty(bytes) || DropDamaged(record, settings);
+}
+
 } // namespace
 
-bool ReadPreferencesFile(const Folders& folders, PreferencesRecord& preferences,
-                         const ProgramSettings& settings)
+PreferencesFound ReadPreferencesFile(const Folders& folders, PreferencesRecord& preferences,
+                                     const ProgramSettings& settings)
 {
     const auto bytes = ReadWholeFile(FileOf(folders), 1 << 20);
     preferences = bytes ? ParsePreferences(*bytes) : DefaultPreferences();
+    const bool damaged = bytes && (DropDamaged(preferences, settings) || IsCutOrEmpty(*bytes));
     ForEachFolder(preferences, [&](const char* name, std::string& folder) {
         folder = ExactFolder(settings, name, folder);
     });
-    return static_cast<bool>(bytes);
+    if (!bytes)
+        return PreferencesFound::None;
+    return damaged ? PreferencesFound::Damaged : PreferencesFound::Whole;
+}
+
+Result<std::vector<Path>> MendPreferences(const Folders& folders, PreferencesRecord& preferences,
+                                          ProgramSettings& settings)
+{
+    std::vector<Path> copies;
+    const auto bytes = ReadWholeFile(FileOf(folders), 1 << 20);
+    const std::pair<bool, Path> files[] = {
+        {bytes && AreDamaged(*bytes, settings), FileOf(folders)},
+        {SettingsAreDamaged(folders.program), InFolder(folders.program, OnDisk::FragSettings)}};
+    for (const auto& [damaged, file] : files) {
+        auto copy = KeepIf(damaged, file);
+        if (!copy)
+            return copy.Error();
+        if (!copy->empty())
+            copies.push_back(std::move(*copy));
+    }
+    if (!copies.empty())
+        if (auto status = WritePreferencesFile(folders, preferences, settings); !status)
+            return status.Error();
+    return copies;
 }
 
 Status WritePreferencesFile(const Folders& folders, PreferencesRecord& preferences,

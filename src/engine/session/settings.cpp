@@ -154,6 +154,15 @@ Result<ProgramSettings> ReadSettings(const Path& programFolder)
     return settings;
 }
 
+bool SettingsAreDamaged(const Path& programFolder)
+{
+    const auto content = ReadFileIfThere(FileOf(programFolder), 1 << 20);
+    const std::string text = content ? content->value_or(std::string{}) : std::string{};
+    const KeyFile keys{g_key_file_new(), &g_key_file_unref};
+    return !text.empty() && !g_key_file_load_from_data(keys.get(), text.data(), text.size(),
+                                                       G_KEY_FILE_NONE, nullptr);
+}
+
 Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
 {
     const auto loaded = Load(FileOf(programFolder));
@@ -191,9 +200,17 @@ Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
     return WriteKeptFile(file, content);
 }
 
+bool HasControlBytes(std::string_view text)
+{
+    return std::any_of(text.begin(), text.end(), [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0x20 || byte == 0x7F;
+    });
+}
+
 void KeepExactFolder(ProgramSettings& settings, const std::string& field, const std::string& folder)
 {
-    if (FitsWindows1252(folder))
+    if (FitsWindows1252(folder) && !HasControlBytes(folder))
         settings.exactFolders.erase(field);
     else
         settings.exactFolders[field] = folder;

@@ -39,10 +39,15 @@ struct ProgramSettings {
 ProgramSettings DefaultSettings();
 /// A file that is missing gives the first-run values; so does a value that makes no sense.
 Result<ProgramSettings> ReadSettings(const Path& programFolder);
+/// True for a file of which nothing can be read, since it is no such file.
+bool SettingsAreDamaged(const Path& programFolder);
 /// Groups and names that this version does not know stay as they are.
 Status WriteSettings(const Path& programFolder, const ProgramSettings& settings);
 
-/// Remembers `folder` under `field` when the code page cannot hold it, forgets it when it can.
+/// True for bytes that no program writes into a text, but for a folder's own name.
+bool HasControlBytes(std::string_view text);
+/// Remembers `folder` under `field` when the code page cannot hold it, or when it holds bytes that
+/// no text has, forgets it otherwise.
 void KeepExactFolder(ProgramSettings& settings, const std::string& field,
                      const std::string& folder);
 /// The exact form of what a record holds: the remembered one when it is what the record was

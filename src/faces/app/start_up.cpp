@@ -74,6 +74,28 @@ Status LoadArchiveToLook(Session& session)
     return {};
 }
 
+namespace
+{
+
+/// A damaged file is told of once: a whole one takes its place, and it is kept beside it.
+void TellDamagedPreferences(Session& session, bool writing)
+{
+    auto copies = Result<std::vector<Path>>{std::vector<Path>{}};
+    if (writing)
+        copies = MendPreferences(session.Folders(), session.preferences, session.settings);
+    if (!copies) {
+        TellFailure(session.host, GetMsg(Msg::PreferencesDamaged), copies.Error());
+        return;
+    }
+    std::string names;
+    for (const Path& copy : *copies)
+        names += (names.empty() ? "" : ", ") + TextOf(copy);
+    session.host.Tell(Tone::Warning, GetMsg(Msg::PreferencesDamaged),
+                      names.empty() ? names : GetMsg(Msg::PreferencesKept, {names}));
+}
+
+} // namespace
+
 bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabouts& said)
 {
     // Locked before it is read: otherwise another program's last words would be overwritten.
@@ -84,7 +106,9 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
     auto settings = ReadSettings(session.programFolder);
     if (settings)
         session.settings = std::move(*settings);
-    firstRun = !ReadPreferencesFile(session.Folders(), session.preferences, session.settings);
+    const PreferencesFound found =
+        ReadPreferencesFile(session.Folders(), session.preferences, session.settings);
+    firstRun = found == PreferencesFound::None;
     const Path file = PreferencesFile(session.programFolder);
     // What is there and cannot be read would be written over by first-run values.
     if (!settings || (firstRun && !IsFree(file).ValueOr(false))) {
@@ -92,6 +116,8 @@ bool OpenSession(Session& session, bool writing, bool& firstRun, const Whereabou
                           settings ? TextOf(file) : settings.Error().subject);
         return false;
     }
+    if (found == PreferencesFound::Damaged || SettingsAreDamaged(session.programFolder))
+        TellDamagedPreferences(session, writing);
     if (!writing)
         return true;
     // The stores of the levels are found through the archive; one that cannot be read has none.

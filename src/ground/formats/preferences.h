@@ -37,8 +37,11 @@ inline constexpr std::size_t preferencesSize = 1296;
 
 /// The values of a first run.
 PreferencesRecord DefaultPreferences();
-/// A file that is cut gives the fields that are whole; the others keep their first-run values.
+/// A file that is cut gives the fields that are whole; the others keep their first-run values, and
+/// so do texts without a letter but zeros.
 PreferencesRecord ParsePreferences(std::string_view bytes);
+/// True where bytes are missing, or all of them are zero.
+bool IsCutOrEmpty(std::string_view bytes);
 std::string FormatPreferences(const PreferencesRecord& record);
 
 } // namespace kestrova

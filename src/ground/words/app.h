@@ -38,6 +38,8 @@ inline constexpr Message NoSounds{"No audio files to convert"};
 inline constexpr Message AskListen{"Audio convertion complete~1Do you want listen audio file '"};
 inline constexpr Message AskLeaveAudioTool{"Do you want exit from Audio Converter tool?"};
 inline constexpr Message PreferencesNotRead{"The preferences could not be read. Nothing has been changed. See that the file may be read, then start again."};
+inline constexpr Message PreferencesDamaged{"The preferences are damaged, as after a power cut. What could be read of them counts; the rest is as at the first start. Look through them, and load your archive again if it is not the one that is shown."};
+inline constexpr Message PreferencesKept{"The damaged file is kept: ~1"};
 inline constexpr Message LastArchiveNotFound{"Last archive not found: "};
 inline constexpr Message LoadDifferentArchive{"Do you want load a different archive?"};
 inline constexpr Message DoctorProgramFolder{"program's folder"};

@@ -303,6 +303,72 @@ TEST_F(StartUp, TheSecondProgramOnAFolderNamesTheFirstAndReadersNeedNotWait)
     EXPECT_EQ(box.Snapshot("home"), before);
 }
 
+TEST_F(StartUp, DamagedPreferencesAreToldOnceAndKeptAndWhatCanBeReadCounts)
+{
+    StartFirst();
+    ASSERT_TRUE(
+        SavePreferencesNow(box.session.Folders(), box.session.preferences, box.session.settings));
+    const std::string whole = box.Read("home/Kestrova.prf");
+    const std::string archive = box.session.preferences.archivePath;
+    box.session.locks = {};
+    std::string random(whole.size(), '\0');
+    for (std::size_t i = 0; i < random.size(); ++i)
+        random[i] = static_cast<char>(1 + i * 97 % 255);
+    const struct {
+        const char* what;
+        std::string bytes;
+        std::string archive;
+        std::string trle;
+    } rows[] = {
+        {"random bytes", random, "", ""},
+        {"zeros", std::string(whole.size(), '\0'), "", ""},
+        {"cut in half", whole.substr(0, 400), archive, ""},
+        {"a folder with an escape", std::string{whole}.replace(266, 5, "\x1B[31m"), archive, ""},
+    };
+    int copies = 0;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        box.Write("home/Kestrova.prf", row.bytes);
+        for (const bool again : {false, true}) {
+            Session other{box.host, box.machine, box.list, box / "home"};
+            bool firstRun = true;
+            box.host.told.clear();
+            ASSERT_TRUE(OpenSession(other, true, firstRun)) << box.host.AllTold();
+            EXPECT_FALSE(firstRun);
+            EXPECT_EQ(box.host.WasTold("preferences are damaged"), !again) << box.host.AllTold();
+            EXPECT_EQ(other.preferences.archivePath, row.archive);
+            EXPECT_EQ(other.preferences.trlePath, row.trle);
+            EXPECT_EQ(other.preferences.tombExeName, "tomb4.exe");
+            EXPECT_TRUE(other.preferences.autoSave);
+        }
+        EXPECT_EQ(box.Read("home/Kestrova.prf." + std::to_string(++copies)), row.bytes);
+        EXPECT_EQ(box.Read("home/Kestrova.prf").size(), whole.size());
+    }
+    // Settings that make no sense are not written over either.
+    box.Write("home/Kestrova.prf", whole);
+    box.Write("home/kestrova.ini", std::string("\1\2no settings\0", 14));
+    Session other{box.host, box.machine, box.list, box / "home"};
+    bool firstRun = true;
+    box.host.told.clear();
+    ASSERT_TRUE(OpenSession(other, true, firstRun));
+    EXPECT_TRUE(box.host.WasTold("kestrova.ini.1")) << box.host.AllTold();
+    EXPECT_EQ(other.preferences.archivePath, archive);
+}
+
+TEST_F(StartUp, AFolderWithAnOddNameIsNoDamage)
+{
+    StartFirst();
+    box.session.preferences.archivePath = (box / "two\nlines.kva").native();
+    ASSERT_TRUE(
+        SavePreferencesNow(box.session.Folders(), box.session.preferences, box.session.settings));
+    box.session.locks = {};
+    Session other{box.host, box.machine, box.list, box / "home"};
+    bool firstRun = true;
+    ASSERT_TRUE(OpenSession(other, true, firstRun)) << box.host.AllTold();
+    EXPECT_FALSE(box.host.WasTold("damaged")) << box.host.AllTold();
+    EXPECT_EQ(other.preferences.archivePath, (box / "two\nlines.kva").native());
+}
+
 TEST_F(StartUp, LookingAtADamagedArchiveGivesAnEmptyOne)
 {
     box.MakeBackupAndArchive();
