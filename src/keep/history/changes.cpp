@@ -67,7 +67,8 @@ void ForgetUndone(const Folders& folders, const Change& done)
     const Path place = Path{done.home}.parent_path();
     if (const auto list = ReadUndoList(folders))
         for (const ChangeHead& entry : list->entries)
-            if (entry.isUndone && Path{entry.home}.parent_path() == place)
+            if (const Path other = Path{entry.home}.parent_path();
+                entry.isUndone && (other == place || IsSameFolder(other, place)))
                 DropUndoEntry(folders, entry);
 }
 

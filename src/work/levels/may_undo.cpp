@@ -17,15 +17,31 @@
 namespace kestrova
 {
 
+namespace
+{
+
+/// The level's folder, by whatever path the archive's folder was loaded.
+bool IsHomeOf(const Folders& folders, const ChangeHead& entry)
+{
+    const Path home{entry.home};
+    const Path now = LevelHomeOf(folders, entry.code).lexically_normal();
+    return home == now || (EqualNames(home.filename().native(), now.filename().native()) &&
+                           IsSameFolder(home.parent_path(), now.parent_path()));
+}
+
+} // namespace
+
 LevelIs WhereIsLevel(const Folders& folders, const Archive& archive, const ChangeHead& entry)
 {
-    if (Path{entry.home} != LevelHomeOf(folders, entry.code).lexically_normal())
+    if (!IsHomeOf(folders, entry))
         return LevelIs::Elsewhere;
     // Of two lists over the same folders each has its own records; a file that is gone was renamed.
     const bool ofRecord = entry.kind == ChangeKind::LevelEdited ||
                           entry.kind == ChangeKind::LevelRemoved ||
                           entry.kind == ChangeKind::FilesLeft;
-    if (ofRecord && Path{entry.archive} != archive.file && !IsFree(entry.archive).ValueOr(false))
+    if (ofRecord && Path{entry.archive} != archive.file &&
+        !IsSameThing(LookAt(entry.archive).ValueOr({}), LookAt(archive.file).ValueOr({})) &&
+        !IsFree(entry.archive).ValueOr(false))
         return LevelIs::Elsewhere;
     const bool removed = entry.kind == ChangeKind::LevelRemoved && !entry.isUndone;
     if (!removed && archive.Find(entry.code) == nullptr)
@@ -52,24 +68,30 @@ Status GoesOn(const Heartbeat& beat)
     return !beat || beat() ? Status{} : MakeFailure(ErrorCode::Stopped, {});
 }
 
-/// A file that went can come back under its name: none has it since, but one that came in its place
-/// where names of another case are the same.
+/// A file that went can come back under its name: none has it since, in whatever capitals, but one
+/// that came in its place.
 Status IsFreeAgain(const Path& place, const std::map<std::string, Path>& came)
 {
     const auto now = LookAtSpelled(place);
     if (!now)
         return now.Error();
-    if (now->kind == platform::FileKind::Missing)
+    // The game takes a name in whatever capitals, so that one in others is taken as well.
+    const bool isFree = now->kind == platform::FileKind::Missing;
+    const auto twin = isFree ? FindPath(place) : Result<Path>{place};
+    const auto there = twin ? LookAtSpelled(*twin) : twin.Error();
+    if (!there)
+        return there.Error();
+    if (there->kind == platform::FileKind::Missing)
         return {};
     const auto other = came.find(FoldCase(place.filename().native()));
     if (other != came.end()) {
         const auto facts = LookAtSpelled(other->second);
         if (!facts)
             return facts.Error();
-        if (IsSameThing(*now, *facts))
+        if (IsSameThing(*there, *facts))
             return {};
     }
-    return UndoRefusal(Msg::UndoNameTaken, TextOf(place));
+    return UndoRefusal(Msg::UndoNameTaken, TextOf(*twin));
 }
 
 /// Every file that came is as it came, and no other one has the name of one that went.
@@ -239,9 +261,10 @@ Change UnderFreeNumber(const Folders& folders, const Archive& archive, const Cha
     for (other.code = NextLevelCode(archive);
          !IsFree(LevelHomeOf(folders, other.code)).ValueOr(true);)
         ++other.code; // a folder that the list does not know stays as it is
-    const Path home = LevelHomeOf(folders, other.code);
-    other.home = home.lexically_normal().native();
-    other.moved->from = ResolvePath(home).native();
+    // The folder may be known by another path than the one that it was removed by.
+    const Path name = LevelHomeOf(folders, other.code).filename();
+    other.home = (Path{entry.home}.parent_path() / name).native();
+    other.moved->from = (Path{entry.moved->to}.parent_path() / name).native();
     other.record->before->levelCode = other.code;
     return other;
 }

@@ -247,4 +247,42 @@ TEST(UndoChange, IsStoppedWithAllAsItWas)
     }
 }
 
+TEST(UndoChange, BringsNoFileBackBesideOneInOtherCapitals)
+{
+    UndoWorld world;
+    world.host.AnswerAll(true);
+    ShotList shots = world.Shots("one.bmp");
+    ASSERT_TRUE(DeleteShot(world.session, shots));
+    world.Write(UndoWorld::Rested("screenshots/ONE.BMP"), "put there since");
+    EXPECT_FALSE(world.Undo());
+    EXPECT_TRUE(world.host.WasTold("ONE.BMP")) << world.host.AllTold();
+    EXPECT_FALSE(world.Has(UndoWorld::Rested("screenshots/one.bmp")));
+    std::filesystem::remove(world / UndoWorld::Rested("screenshots/ONE.BMP"));
+    EXPECT_TRUE(world.Undo()) << world.host.AllTold();
+    EXPECT_TRUE(world.Has(UndoWorld::Rested("screenshots/one.bmp")));
+}
+
+TEST(UndoChange, KnowsTheArchiveByWhateverPathItWasLoaded)
+{
+    UndoWorld world;
+    world.host.AnswerAll(true);
+    const FileContents before = world.Things();
+    ShotList shots = world.Shots("one.bmp");
+    ASSERT_TRUE(AddShotFile(world.session, shots, world / "from/three.bmp"));
+    ASSERT_TRUE(RemoveLevel(world.session, world.resting, LevelFolders::Remove));
+    std::filesystem::create_directory_symlink(world / "levels", world / "link");
+    std::filesystem::create_symlink(world.session.archive.file, world / "home/linked.kva");
+    const Archive direct = world.session.archive;
+    world.session.archive.header.secondaryFolder = (world / "link").native();
+    world.session.archive.header.mainFolder = (world / "link").native();
+    world.session.archive.file = world / "home/linked.kva";
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    ASSERT_TRUE(world.Redo()) << world.host.AllTold();
+    ASSERT_TRUE(world.Undo()) << world.host.AllTold();
+    world.session.archive.header.secondaryFolder = direct.header.secondaryFolder;
+    world.session.archive.header.mainFolder = direct.header.mainFolder;
+    EXPECT_EQ(world.Things(), before);
+}
+
 } // namespace kestrova::testing
