@@ -15,6 +15,7 @@ inline constexpr Message ErrorDecompressingFiles{"Error decompressing files"};
 inline constexpr Message CopyingFilesToPlay{"Copying files to play new custom level"};
 inline constexpr Message LogNoMarker{"Missing Kestrova.txt, i.e. trle original: only remove and backup savegames"};
 inline constexpr Message LevelFolderNotFound{"I cann't find level folder [~1] relative to previuos custom level installed in trle folder~2To resolve this problem use menu command [Tools->Set original configuration in TRLE] and choose FULL restore "};
+inline constexpr Message LevelArchiveAway{"All of its archive's folder is away: ~1. Connect its drive first, or say where the folder is now: kestrovactl load FILE.kva --folder DIR. Nothing is lost meanwhile, and no full restore is needed then."};
 inline constexpr Message LogLevelFolderNotFound{" level folder of previosu level [~1] NOT FOUND"};
 inline constexpr Message LogPreviousNone{"PREVIOUS LEVEL: NONE"};
 inline constexpr Message LogPreviousLevel{"PREVIOUS LEVEL: ~1 :CODE= "};

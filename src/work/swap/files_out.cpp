@@ -75,8 +75,12 @@ bool FilesOut::TakeOut(LevelCode& previous)
         if (!isThere)
             return TellFolderNotRead(parts_.host, isThere.Error());
         if (!*isThere) {
-            parts_.host.Tell(Tone::Error,
-                             GetMsg(Msg::LevelFolderNotFound, {TextOf(folder), lineBreak}));
+            // The full restore that the words advise would find no place for the savegames either.
+            const bool isAway =
+                !IsArchiveFolder(parts_.archive, folder.parent_path()).ValueOr(false);
+            parts_.host.Tell(
+                Tone::Error, GetMsg(Msg::LevelFolderNotFound, {TextOf(folder), lineBreak}),
+                isAway ? GetMsg(Msg::LevelArchiveAway, {TextOf(folder.parent_path())}) : "");
             log_ += LogLine({Told(Msg::LogLevelFolderNotFound, {TextOf(folder)})});
             if (Stands(previous))
                 return true;
