@@ -2,6 +2,7 @@
 
 #include "core/text.h"
 #include "packages/tool_words.h"
+#include "platform/file_content.h"
 #include "words/packages.h"
 
 #include <algorithm>
@@ -86,6 +87,14 @@ PackageFault JudgePackage(const UnpackTool& unpacker, const Path& package, ToolR
         fault = FaultOf(unpacker, report);
     else if (report.trouble != ToolTrouble::NoOutput)
         return PackageFault::None;
+    // What the disk does not give looks damaged to the tool.
+    if (std::string hash; fault == PackageFault::Damaged)
+        if (const auto unread = platform::HashOfFile(package, hash);
+            unread && unread != std::errc::no_such_file_or_directory) {
+            report.status = Saying(GetMsg(Msg::PackageDiskFails, {TextOf(package.filename())}),
+                                   MakeFailure(ErrorCode::CannotRead, TextOf(package), unread));
+            return fault;
+        }
     Failure failure = report.status.Error();
     failure.code = fault == PackageFault::NoRoom ? ErrorCode::NoSpace : ErrorCode::Damaged;
     failure.details = LastWords(report);

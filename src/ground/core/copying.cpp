@@ -33,8 +33,13 @@ Status CopyFileOver(const Path& source, const Path& target, const CopyOptions& o
         return status;
     bool isClone = false;
     if (const auto failure =
-            platform::CopyContent(input, staged.Handle(), options.progress, &isClone))
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(to), failure);
+            platform::CopyContent(input, staged.Handle(), options.progress, &isClone)) {
+        // Either side may have failed; whoever reads is told of the one that did.
+        std::string hash;
+        const bool isRead = failure != std::errc::io_error || !platform::HashOfFile(from, hash);
+        return isRead ? MakeFailure(ErrorCode::CannotWrite, TextOf(to), failure)
+                      : MakeFailure(ErrorCode::CannotRead, TextOf(from), failure);
+    }
     if (staged.Handle().Facts().size != input.Facts().size)
         return MakeFailure(ErrorCode::Differs, TextOf(to));
     // A clone is the same blocks: reading it back would compare them with themselves.

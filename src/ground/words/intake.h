@@ -12,6 +12,7 @@ inline constexpr Message EditNotBegun{"The level's files could not be kept for t
 inline constexpr Message EditNotPutBack{"The change was given up, but not all of the level's files could be put back as they were. The archive's list is as before, and the files as they were are kept: the next start, or kestrovactl mend, tries it again."};
 inline constexpr Message FileCopyLabel{"File copy in progress..."};
 inline constexpr Message SourceFolderNotRead{"The folder ~1 could not be read. Nothing of it was copied, and it is untouched."};
+inline constexpr Message SourceUnreadable{"This file or folder cannot be read now."};
 inline constexpr Message SourceMissing{"This file or folder is not there: ~1"};
 inline constexpr Message CdMissingForFiles{"Cd missing. Main files will not be showed"};
 inline constexpr Message LevelSizeLine{"Level size: "};

@@ -50,6 +50,7 @@ inline constexpr Message UnpackTooDeep{"The package '~1' holds folders in folder
 inline constexpr Message UnpackNameTooLong{"The package '~1' holds a file or folder whose name is too long: ~2. It was not taken. Nothing of it was left behind, and the package itself is untouched. If you need what is in it, unpack it by hand, give that file a shorter name, and add the folder."};
 inline constexpr Message NameGoesOn{"…"};
 inline constexpr Message UnpackNotMoved{"What came out of the package '~1' could not be put in its place, so it was not taken. The package itself is untouched."};
+inline constexpr Message PackageDiskFails{"The package '~1' could not be read to its end: the disk that it lies on fails. Nothing was taken from it, and everything else is untouched. Connect the disk again, or copy the package to another one, and try again."};
 inline constexpr Message PackageDamaged{"The package '~1' is damaged or not fully downloaded. Nothing was taken from it, and everything else is untouched. Download it again, and try again."};
 inline constexpr Message PackageLocked{"The package '~1' is locked with a password. Nothing was taken from it, and everything else is untouched. Unpack it with a program that asks for the password, and add the folder."};
 inline constexpr Message PackageMethod{"The package '~1' is packed in a way that the programs here cannot unpack. Nothing was taken from it, and everything else is untouched. Unpack it with the program that it was made with, and add the folder."};

@@ -1,6 +1,7 @@
 #include "intake/folder_sources.h"
 
 #include "core/inside.h"
+#include "core/look.h"
 #include "core/name_list.h"
 #include "intake/file_names.h"
 #include "packages/package_tools.h"
@@ -96,7 +97,12 @@ Status AddSource(Host& host, Machine& machine, const Folders& folders, const Too
     if (FileExists(source))
         return AddFile(host, machine, folders, tools, source, folder, options, progress, report);
     ++report.failed;
-    const bool isThere = platform::FactsOf(source).kind != platform::FileKind::Missing;
+    const auto facts = LookAt(source);
+    if (!facts) {
+        TellFailure(host, GetMsg(Msg::SourceUnreadable), facts.Error());
+        return {};
+    }
+    const bool isThere = facts->kind != platform::FileKind::Missing;
     host.Tell(Tone::Error,
               GetMsg(isThere ? Msg::SourceNoFile : Msg::SourceMissing, {TextOf(source)}));
     return {};

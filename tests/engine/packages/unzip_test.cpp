@@ -163,6 +163,16 @@ TEST_F(ZipFiles, SayWhatIsWrongWithADamagedOrLockedPackage)
     EXPECT_EQ(box.Read("out2/keep"), "kept");
 }
 
+TEST_F(ZipFiles, OfADiskThatFailsAreNotCalledDamaged)
+{
+    // A file that opens and whose first byte fails to come, as on a disk that dies.
+    std::filesystem::create_symlink("/proc/self/mem", box / "dying.zip");
+    EXPECT_FALSE(Unzip("dying.zip", "out"));
+    EXPECT_NE((state.error + state.details).find("could not be read to its end"), std::string::npos)
+        << state.error << state.details;
+    EXPECT_EQ(state.error.find("Download it again"), std::string::npos) << state.error;
+}
+
 TEST_F(ZipFiles, BringNothingButPlainFilesIntoTheFolderAndNothingBesideIt)
 {
     box.Write("in/victim", "unharmed");
