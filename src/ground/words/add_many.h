@@ -13,6 +13,7 @@ inline constexpr Message ManyHasIt{"The archive has it already, as \"~1\"."};
 inline constexpr Message ManyGivenTwice{"It was given twice."};
 inline constexpr Message ManyIsArchive{"This is an archive, not a level: open it with File, Load Archive, or drop it alone onto the main window."};
 inline constexpr Message ManyHoldsNone{"No package lies in this folder, and no folder with the files of a level (.tr4 or .tom)."};
+inline constexpr Message ManyPackagesBelow{"Packages in this sub-folder: ~1. They were not taken; add this folder by itself."};
 inline constexpr Message ManyProgram{"This level comes as a program that installs it. Add it alone, so that you can be asked."};
 inline constexpr Message ManyNotAdded{"It was not added, and nothing of it stays in the archive."};
 inline constexpr Message ManyStateWaiting{"Waits"};

@@ -230,6 +230,9 @@ void AddQueue::Take(const std::vector<QueueSource>& sources)
         if (source.isTwin) {
             item.state = QueueState::Skipped;
             item.why = GetMsg(Msg::ManyGivenTwice);
+        } else if (source.packagesBelow != 0) {
+            item.state = QueueState::Skipped;
+            item.why = GetMsg(Msg::ManyPackagesBelow, {std::to_string(source.packagesBelow)});
         } else if (source.holdsNone) {
             item.state = QueueState::Refused;
             item.why = GetMsg(Msg::ManyHoldsNone);

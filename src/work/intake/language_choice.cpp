@@ -6,6 +6,7 @@
 #include "formats/trle_folder.h"
 #include "levels/level_language.h"
 #include "session/telling.h"
+#include "words/core.h"
 #include "words/file_list.h"
 #include "words/intake.h"
 
@@ -16,6 +17,9 @@ namespace kestrova
 
 namespace
 {
+
+/// A question with more lines fits no screen; the others can be chosen by their numbers.
+constexpr std::size_t mostShown = 40;
 
 std::optional<std::size_t> NumberFrom(std::string_view text, std::size_t count)
 {
@@ -29,8 +33,12 @@ std::optional<std::size_t> AskWhich(Host& host, const std::vector<Path>& files)
     const std::string count = std::to_string(files.size());
     std::string text = GetMsg(Msg::AskLanguageFile, {count}) + count + GetMsg(Msg::ClosingRound) +
                        std::string{lineBreak};
-    for (std::size_t i = 0; i < files.size(); ++i)
+    const std::size_t shown = std::min(files.size(), mostShown);
+    for (std::size_t i = 0; i < shown; ++i)
         text += std::to_string(i + 1) + ") " + TextOf(files[i].filename()) + std::string{lineBreak};
+    if (shown < files.size())
+        text += GetMsg(Msg::AndMoreFiles, {std::to_string(files.size() - shown)}) +
+                std::string{lineBreak};
     while (host.CanAsk()) {
         const auto answer = host.AskText(text, "1", GetMsg(Msg::ChooseLanguageTitle));
         if (const auto number = NumberFrom(answer.value_or(""), files.size()))

@@ -47,6 +47,34 @@ bool HasLevelFilesBelow(const Path& folder, int depth, const Heartbeat& heartbea
            });
 }
 
+std::size_t PackagesBelow(const Path& folder, int depth, const Heartbeat& heartbeat)
+{
+    const auto files = ListFiles(folder, OnDisk::PatAll);
+    const auto folders = ListSubfolders(folder);
+    if (!files || !folders || (heartbeat && !heartbeat()))
+        return 0;
+    auto count = static_cast<std::size_t>(std::count_if(files->begin(), files->end(), IsPackage));
+    if (depth > 1)
+        for (const Path& each : *folders)
+            count += PackagesBelow(each, depth - 1, heartbeat);
+    return count;
+}
+
+/// Links that are called like packages and lead out of the folder, or nowhere.
+std::vector<Path> LinksToPackages(const Path& folder, const std::vector<Path>& listed)
+{
+    std::vector<platform::FolderEntry> entries;
+    std::vector<Path> links;
+    if (platform::ListFolder(folder, entries))
+        return links;
+    for (const platform::FolderEntry& entry : entries)
+        if (const Path link = folder / entry.name;
+            entry.kind == platform::FileKind::Link && IsPackage(link) &&
+            std::find(listed.begin(), listed.end(), link) == listed.end())
+            links.push_back(link);
+    return links;
+}
+
 /// A level may come as a program; the person says whether it is one.
 bool IsSetupProgram(const Path& file)
 {
@@ -68,19 +96,22 @@ public:
         const auto folders = ListSubfolders(given);
         if (!files || !folders)
             return Add(given);
-        std::vector<Path> levels;
+        std::vector<Path> levels = LinksToPackages(given, *files);
         std::copy_if(files->begin(), files->end(), std::back_inserter(levels),
                      [](const Path& file) { return IsPackage(file) || IsSetupProgram(file); });
-        std::copy_if(folders->begin(), folders->end(), std::back_inserter(levels),
-                     [&](const Path& each) {
-                         return HasLevelFilesBelow(each, deepestLevelFiles, heartbeat_);
-                     });
+        std::vector<QueueSource> others;
+        for (const Path& each : *folders)
+            if (HasLevelFilesBelow(each, deepestLevelFiles, heartbeat_))
+                levels.push_back(each);
+            else if (const auto count = PackagesBelow(each, deepestLevelFiles, heartbeat_))
+                others.push_back({each, false, false, false, count});
         std::sort(levels.begin(), levels.end(), [](const Path& a, const Path& b) {
             return FoldCase(a.filename().native()) < FoldCase(b.filename().native());
         });
         for (const Path& level : levels)
             Add(level);
-        if (levels.empty())
+        sources_.insert(sources_.end(), others.begin(), others.end());
+        if (levels.empty() && others.empty())
             sources_.push_back({given, true, false, false});
     }
     [[nodiscard]] std::vector<QueueSource> Taken() { return std::move(sources_); }

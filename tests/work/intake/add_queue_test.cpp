@@ -361,20 +361,27 @@ TEST_F(AddQueueTest, FoldersAreTakenApartIntoTheirLevels)
     box.Write("downloads/c level/deep/down/x.tr4", "level");
     box.Write("downloads/pictures/view.jpg", "view");
     box.Write("downloads/page.html", "page");
+    box.Write("downloads/older/d.zip", "zip");
+    box.Write("downloads/older/still/e.rar", "rar");
     std::filesystem::create_symlink(box / "downloads/b.ZIP", box / "link.zip");
+    std::filesystem::create_symlink(box / "gone.zip", box / "downloads/broken.zip");
     const auto names = [&](const std::vector<std::string>& given) {
         std::vector<std::string> found;
         for (const QueueSource& source : Given(box, given))
             found.push_back(source.place.lexically_relative(box.root).native() +
-                            (source.isTwin ? " twice" : "") + (source.holdsNone ? " none" : ""));
+                            (source.isTwin ? " twice" : "") + (source.holdsNone ? " none" : "") +
+                            (source.packagesBelow == 0
+                                 ? ""
+                                 : " below " + std::to_string(source.packagesBelow)));
         return found;
     };
     using Names = std::vector<std::string>;
     EXPECT_EQ(names({"one"}), Names{"one"});
     EXPECT_EQ(names({"two"}), Names{"two"});
     EXPECT_EQ(names({"downloads", "link.zip", "one", "one", "downloads/pictures", "not there"}),
-              (Names{"downloads/a.7z", "downloads/b.ZIP", "downloads/c level", "link.zip twice",
-                     "one", "one twice", "downloads/pictures none", "not there"}));
+              (Names{"downloads/a.7z", "downloads/b.ZIP", "downloads/broken.zip",
+                     "downloads/c level", "downloads/older below 2", "link.zip twice", "one",
+                     "one twice", "downloads/pictures none", "not there"}));
 
     for (int i = 0; i < 10'000; ++i)
         std::ofstream{box / ("downloads/pictures/page" + std::to_string(i))};

@@ -678,6 +678,14 @@ TEST_F(NewLevelTest, OneLanguageFileStays)
     box.host.WillAskText(question, " 2 ");
     EXPECT_EQ(choose({"script.dat", "a.dat", "b.dat", "c.dat"}),
               (Files{{"b.dat", "b.dat"}, {"script.dat", "script.dat"}}));
+
+    // A question stays one that a screen can hold, whatever lies there.
+    std::vector<std::string> many{"script.dat"};
+    for (int i = 0; i < 500; ++i)
+        many.push_back("text" + std::to_string(1000 + i) + ".dat");
+    box.host.WillAskText("40) text1039.dat\r\nand 460 more", "500");
+    EXPECT_EQ(choose(many),
+              (Files{{"script.dat", "script.dat"}, {"text1499.dat", "text1499.dat"}}));
 }
 
 TEST_F(NewLevelTest, ALevelThatIsThereAlreadyIsAskedFor)
