@@ -60,8 +60,8 @@ bool SetNumber(std::int32_t& number, const std::string& word)
 /// A name of a file in the Level Editor's folder.
 bool SetFileName(std::string& name, const std::string& word)
 {
-    if (!SafeName(word) || HasWildcard(word) || ToWindows1252(word).size() > nameFieldSize ||
-        !FitsWindows1252(word))
+    if (Trim(word).empty() || HasControlBytes(word) || !SafeName(word) || HasWildcard(word) ||
+        ToWindows1252(word).size() > nameFieldSize || !FitsWindows1252(word))
         return false;
     name = word;
     return true;
