@@ -15,6 +15,7 @@ for words in "" "nothing" "info" "info one" "info -1" "info 99999999999" "levels
     silent
     [[ -s $box/err ]] || [[ $words == "--json play" ]] || die "'$words': no word about it"
 done
+expect 2 set game " "
 expect 2 levels --wrong
 errs "'--wrong'"
 expect 2 info one

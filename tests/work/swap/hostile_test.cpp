@@ -131,6 +131,20 @@ TEST(Twins, OfACaseAreSettledInsteadOfBlockingEverySwap)
     world.ExpectOriginal();
 }
 
+TEST(VanishedLevel, WithAllOfItsArchiveIsAwayAndNeedsNoRestore)
+{
+    SwapWorld world;
+    world.PlayFirst();
+    fs::rename(world / "levels/LEVEL_0001", world / "elsewhere");
+    (void)InstallLevel(world.session, world.first);
+    EXPECT_TRUE(world.host.WasTold("I cann't find level folder"));
+    EXPECT_FALSE(world.host.WasTold("Connect its drive first")) << world.host.AllTold();
+    fs::rename(world / "levels", world / "away");
+    world.host.told.clear();
+    (void)InstallLevel(world.session, world.first);
+    EXPECT_TRUE(world.host.WasTold("Connect its drive first")) << world.host.AllTold();
+}
+
 TEST(VanishedLevel, LeavesNoFilesBehindForEver)
 {
     SwapWorld world;
