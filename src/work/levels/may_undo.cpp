@@ -2,8 +2,10 @@
 
 #include "archive/level_folders.h"
 #include "archive/level_token.h"
+#include "core/inside.h"
 #include "core/look.h"
 #include "core/text.h"
+#include "formats/level_folder.h"
 #include "formats/program_folder.h"
 #include "history/changed_record.h"
 #include "history/history.h"
@@ -68,16 +70,18 @@ Status GoesOn(const Heartbeat& beat)
     return !beat || beat() ? Status{} : MakeFailure(ErrorCode::Stopped, {});
 }
 
-/// A file that went can come back under its name: none has it since, in whatever capitals, but one
-/// that came in its place.
-Status IsFreeAgain(const Path& place, const std::map<std::string, Path>& came)
+/// How names of a folder count as the same: as the disk has it, or as the game reads them.
+enum class Names { AsOnDisk, InAnyCapitals };
+
+/// A file that went can come back under its name: none has it since but one that came in its place.
+Status IsFreeAgain(const Path& place, Names names, const std::map<std::string, Path>& came)
 {
     const auto now = LookAtSpelled(place);
     if (!now)
         return now.Error();
-    // The game takes a name in whatever capitals, so that one in others is taken as well.
-    const bool isFree = now->kind == platform::FileKind::Missing;
-    const auto twin = isFree ? FindPath(place) : Result<Path>{place};
+    const bool looksFurther =
+        names == Names::InAnyCapitals && now->kind == platform::FileKind::Missing;
+    const auto twin = looksFurther ? FindPath(place) : Result<Path>{place};
     const auto there = twin ? LookAtSpelled(*twin) : twin.Error();
     if (!there)
         return there.Error();
@@ -95,7 +99,7 @@ Status IsFreeAgain(const Path& place, const std::map<std::string, Path>& came)
 }
 
 /// Every file that came is as it came, and no other one has the name of one that went.
-Status FilesAreAsLeft(const ChangedFolder& folder, const Heartbeat& beat)
+Status FilesAreAsLeft(const ChangedFolder& folder, Names names, const Heartbeat& beat)
 {
     const Path place = ResolvePath(folder.folder);
     const auto isThere = IsFolder(place);
@@ -116,7 +120,7 @@ Status FilesAreAsLeft(const ChangedFolder& folder, const Heartbeat& beat)
         came.emplace(FoldCase(file.name), path);
     }
     for (const StateFile& file : folder.before)
-        if (auto status = IsFreeAgain(place / file.name, came); !status)
+        if (auto status = IsFreeAgain(place / file.name, names, came); !status)
             return status;
     return {};
 }
@@ -283,9 +287,15 @@ Status MayUndo(const Folders& folders, const Archive& archive, const Change& cha
         return status;
     if (!entry.marks.empty())
         return MarksAreAsLeft(folders, archive, entry);
-    for (const ChangedFolder& folder : entry.folders)
-        if (auto status = FilesAreAsLeft(folder, beat); !status)
+    // Of a level's own files the game could not tell apart two that differ in capitals alone;
+    // pictures may.
+    const Path forGame = ResolvePath(InFolder(Path{entry.home}, OnDisk::DirFiles));
+    for (const ChangedFolder& folder : entry.folders) {
+        const Names names = LiesInside(ResolvePath(folder.folder), forGame) ? Names::InAnyCapitals
+                                                                            : Names::AsOnDisk;
+        if (auto status = FilesAreAsLeft(folder, names, beat); !status)
             return status;
+    }
     return ContentsAreThere(folders, entry, beat);
 }
 

@@ -166,7 +166,8 @@ bool RestoreOriginalConfiguration(Session& session, ProgressScope& progress)
     if (!backup)
         return TellFolderNotRead(session.host, backup.Error());
     if (*backup == BackupState::Missing)
-        return Refuse(session.host, GetMsg(Msg::NoBackupToRestore, {TextOf(session.Folders().Marker())}));
+        return Refuse(session.host,
+                      GetMsg(Msg::NoBackupToRestore, {TextOf(session.Folders().Marker())}));
     if (!FolderExists(session.TrleFolder()))
         return Refuse(session.host, GetMsg(Msg::RestoreFolderGone, {TextOf(session.TrleFolder())}));
     if (!MayRestoreFrom(session.host, session.Folders()) ||

@@ -251,15 +251,14 @@ TEST(UndoChange, BringsNoFileBackBesideOneInOtherCapitals)
 {
     UndoWorld world;
     world.host.AnswerAll(true);
-    ShotList shots = world.Shots("one.bmp");
-    ASSERT_TRUE(DeleteShot(world.session, shots));
-    world.Write(UndoWorld::Rested("screenshots/ONE.BMP"), "put there since");
+    ASSERT_TRUE(EditResting(world)) << world.host.AllTold();
+    world.Write(UndoWorld::Rested("files/SOUND.WAV"), "put there since");
     EXPECT_FALSE(world.Undo());
-    EXPECT_TRUE(world.host.WasTold("ONE.BMP")) << world.host.AllTold();
-    EXPECT_FALSE(world.Has(UndoWorld::Rested("screenshots/one.bmp")));
-    std::filesystem::remove(world / UndoWorld::Rested("screenshots/ONE.BMP"));
+    EXPECT_TRUE(world.host.WasTold("SOUND.WAV")) << world.host.AllTold();
+    EXPECT_FALSE(world.Has(UndoWorld::Rested("files/sound.wav")));
+    std::filesystem::remove(world / UndoWorld::Rested("files/SOUND.WAV"));
     EXPECT_TRUE(world.Undo()) << world.host.AllTold();
-    EXPECT_TRUE(world.Has(UndoWorld::Rested("screenshots/one.bmp")));
+    EXPECT_TRUE(world.Has(UndoWorld::Rested("files/sound.wav")));
 }
 
 TEST(UndoChange, KnowsTheArchiveByWhateverPathItWasLoaded)
