@@ -42,15 +42,6 @@ QLabel* PlainLabel(QWidget* parent, const char* name)
     return label;
 }
 
-std::vector<Path> LocalFiles(const QMimeData& data)
-{
-    std::vector<Path> files;
-    for (const QUrl& url : data.urls())
-        if (url.isLocalFile())
-            files.push_back(PathFromQt(url.toLocalFile()));
-    return files;
-}
-
 } // namespace
 
 InstallTrleDialog::InstallTrleDialog(Session& session, const std::optional<Path>& folder,
@@ -229,13 +220,13 @@ void InstallTrleDialog::reject()
 
 void InstallTrleDialog::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (session_.running.operations == operations_ && !LocalFiles(*event->mimeData()).empty())
+    if (session_.running.operations == operations_ && !DraggedPaths(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 
 void InstallTrleDialog::dropEvent(QDropEvent* event)
 {
-    const auto files = LocalFiles(*event->mimeData());
+    const auto files = DraggedPaths(*event->mimeData());
     event->acceptProposedAction();
     Run([&] {
         for (const Path& file : files)

@@ -64,7 +64,10 @@ std::vector<Path> DraggedPaths(const QMimeData& data)
     std::vector<Path> paths;
     for (const QUrl& url : data.urls())
         if (url.isLocalFile())
-            paths.push_back(PathFromQt(url.toLocalFile()));
+            // Its bytes as they are: a name need not be UTF-8.
+            paths.push_back(FolderFromText(
+                QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1())
+                    .toStdString()));
     return paths;
 }
 
