@@ -420,7 +420,7 @@ TEST(AttachedDiscs, KilledAnywhereTheNextStartGivesTheFolderBack)
         CdDrive drive = world.Drive();
         ASSERT_TRUE(InsertMedium(world.tools, drive, world.Image("one.iso", "KV1")));
         int points = 0;
-        for (int n = 1; n < 500; n = NextPoint(n), ++points) {
+        for (int n = 1; n < 1000; n = NextPoint(n), ++points) {
             const KillRun run = WithKillAt(n, [&] {
                 const bool shown = static_cast<bool>(world.Attach(world.Drive()));
                 return shown && DetachAll(world.tools).empty();
@@ -448,7 +448,7 @@ TEST(AttachedDiscs, AFailingDiskLeavesWholeFoldersOrNone)
         CdDrive drive = world.Drive();
         const Path image = world.Image("one.iso", "KV1");
         int points = 0;
-        for (int n = 1; n < 500; n = NextPoint(n), ++points) {
+        for (int n = 1; n < 1000; n = NextPoint(n), ++points) {
             FaultRun run = WithFaultAt(n, [&] {
                 if (!InsertMedium(world.tools, drive, image))
                     return false;

@@ -262,7 +262,7 @@ int WalkStride()
 
 int NextPoint(int point)
 {
-    return point + std::min(WalkStride(), 1 + point / 2);
+    return point + std::min(WalkStride(), std::max(1, point));
 }
 
 void TellPoints(int points, int atLeast)

@@ -82,7 +82,7 @@ TEST(CompileScript, UnlessBothCameOutTheOldOnesAreBack)
 
 TEST(CompileScript, KilledAnywhereTheOldOrTheNewOnesStand)
 {
-    for (int step = 1; step < 200; step = NextPoint(step)) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         ScriptWorld world{writesBoth};
         world.host.AnswerAll(true);
         const KillRun run = WithKillAt(step, [&] { return bool{world.Compile()}; });

@@ -267,7 +267,7 @@ TEST(TomCompile, OneTomFileOfABuildersIsCompiledBesideIt)
 
 TEST(TomCompile, KilledAnywhereTheFolderComesBackAtTheNextStart)
 {
-    for (int step = 1; step < 500; step = NextPoint(step)) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         TomWorld world;
         world.host.AnswerAll(true);
         const KillRun run = WithKillAt(step, [&] { return world.Compile(); });

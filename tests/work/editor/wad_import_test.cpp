@@ -243,7 +243,7 @@ TEST(WadImport, OnAFailingDiskNothingIsLost)
 TEST(WadImport, StoppedAnywhereAllIsAsItWas)
 {
     int stopped = 0;
-    for (int step = 1; step < 400; step = NextPoint(step + step / 10)) {
+    for (int step = 1; step < 1000; step = NextPoint(step + step / 10)) {
         WadWorld world;
         world.host.AnswerAll(true);
         world.host.StopAtStep(step);

@@ -74,7 +74,7 @@ TEST(UrlFile, IsReachedInBothSpellings)
 
 TEST(UrlFile, IsTheOldOneOrTheNewOneWhereverItsWritingFails)
 {
-    for (int step = 1; step < 100; step = NextPoint(step)) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         UrlWorld box;
         UrlList other = box.first;
         other.records.resize(1);

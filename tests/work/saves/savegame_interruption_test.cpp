@@ -247,7 +247,7 @@ TEST(SavegameTransfer, KilledOrFailedAnywhereLosesNothing)
 
 TEST(SavegameRecovery, IsItselfFinishedWhereverItIsKilled)
 {
-    for (int step = 1; step < 500; step = NextPoint(step)) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         SavesWorld world;
         RestoreHalf(world);
         const auto treasures = world.Treasures();
@@ -265,7 +265,7 @@ TEST(SavegameRecovery, IsItselfFinishedWhereverItIsKilled)
 
 TEST(SavegameRecovery, LeavesWhatTheGameWroteSince)
 {
-    for (int step = 1; step < 500; step = NextPoint(step)) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         SavesWorld world;
         Fill(world);
         const auto treasures = world.Treasures();

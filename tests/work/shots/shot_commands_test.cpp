@@ -245,7 +245,7 @@ TEST(ShotCapture, ANameWithoutAnEndingGetsOne)
 
 TEST(ShotCommands, AFaultAtAnyStepLeavesEveryOldPicture)
 {
-    for (int step = 1; step < 60; step = NextPoint(step)) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         ShotWorld world;
         world.host.AnswerAll(true);
         world.Put("a.jpg", "old a");

@@ -70,7 +70,7 @@ TEST(PlayersNames, CountInTheRootAlone)
     ASSERT_TRUE(InstallLevel(world.session, originalCode));
     world.ExpectOriginal();
     // A killed swap is mended the same way.
-    for (int step = 20;; step += 7) {
+    for (int step = 20;; step = NextPoint(step + 6)) {
         const KillRun run = WithKillAt(step, [&] { return InstallLevel(world.session, code); });
         if (!run.killed)
             break;
@@ -398,7 +398,7 @@ TEST(OneFileThatCannotGo, KeepsNothingElseFromComingBack)
     world.ExpectOriginal();
 
     // Nor does any command refuse when a swap was killed with such a file in its way.
-    for (int step = 10;; step += 5) {
+    for (int step = 10;; step = NextPoint(step + 4)) {
         SwapWorld killed;
         killed.PlayFirst();
         const auto treasures = killed.Treasures();

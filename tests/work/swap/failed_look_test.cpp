@@ -112,7 +112,7 @@ TEST(FailedLook, OriginalToOriginalBringsBackWhatWentOutOrSaysWhatWaits)
 
 TEST(LetGo, SavegamesOfAnArchiveThatIsGoneStayThatArchives)
 {
-    for (int step = 30;; step += 9) {
+    for (int step = 30;; step = NextPoint(step + 8)) {
         SwapWorld world;
         world.host.AnswerAll(true);
         world.PlayFirst();

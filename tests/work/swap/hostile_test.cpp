@@ -53,7 +53,7 @@ bool BeginFullRestore(SwapWorld& world)
 /// Kills a piece of work everywhere, lets the player save over everything, starts again.
 void KillThenPlay(bool (*work)(SwapWorld&))
 {
-    for (int step = 1; step < 500; step = NextPoint(step)) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         SwapWorld world;
         world.host.AnswerAll(true);
         world.PlayFirst();
@@ -88,7 +88,7 @@ TEST(AfterAKill, WhatWasPlayedSinceIsKept)
 
 TEST(DuringASwap, ASavegameThatTheGameWritesIsNeverDeleted)
 {
-    for (int step = 1; step < 300; step = NextPoint(step)) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         SwapWorld world;
         world.host.AnswerAll(true);
         world.PlayFirst();

@@ -172,7 +172,7 @@ INSTANTIATE_TEST_SUITE_P(Swap, Interruption, ::testing::ValuesIn(works),
 TEST(Recovery, IsItselfMendedWhereverItIsKilled)
 {
     // A swap that ended in the middle of its copies, and recoveries that end everywhere.
-    for (int step = 1; step < 500; step = NextPoint(step)) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         SwapWorld world;
         world.host.AnswerAll(true);
         world.PlayFirst();

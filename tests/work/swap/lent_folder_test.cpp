@@ -125,7 +125,7 @@ TEST(LentFolder, ComesBackAsItWas)
 
 TEST(LentFolder, KilledAnywhereItComesBackAtTheNextStart)
 {
-    for (int step = 1; step < 500; step = NextPoint(step)) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         LoanWorld world;
         world.host.AnswerAll(true);
         const KillRun run = WithKillAt(step, [&] { return world.Lend(); });
@@ -163,7 +163,7 @@ TEST(LentFolder, FailedAnywhereItComesBack)
 
 TEST(LentFolder, TheReturnIsItselfMendedWhereverItIsKilled)
 {
-    for (int step = 1; step < 500; step = NextPoint(step)) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         LoanWorld world;
         world.host.AnswerAll(true);
         constexpr int amidTheCopies = 45;

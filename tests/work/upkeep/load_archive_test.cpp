@@ -411,7 +411,7 @@ TEST_F(ArchiveLife, AnArchiveWriteIsTheOldFileOrTheNewOneWherverItFailsOrIsKille
     twin.session.archive = box.session.archive;
     ASSERT_TRUE(WriteArchive(twin.session, twin / "a.kva"));
     const std::string after = twin.Read("a.kva");
-    for (int step = 1; step < 100; step = NextPoint(step)) {
+    for (int step = 1; step < 1000; step = NextPoint(step)) {
         box.Write("home/LevelArchive.kva", before);
         const FaultRun fault = WithFaultAt(step, write, std::errc::no_space_on_device);
         const std::string content = box.Read("home/LevelArchive.kva");
