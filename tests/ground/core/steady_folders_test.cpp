@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 #include "core/removal.h"
+#include "core/staged_file.h"
 #include "sandbox/sandbox.h"
 
 #include <gtest/gtest.h>
