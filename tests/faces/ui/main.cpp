@@ -1,7 +1,28 @@
 #include "ui/widgets/clear_boxes_style.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QThread>
+#include <QThreadPool>
 #include <gtest/gtest.h>
+
+namespace
+{
+
+/// A thread that the library waited for may still be on its way out, with what it holds; looked at
+/// in that moment, it has lost that.
+void LetThreadsEnd()
+{
+    QThreadPool::globalInstance()->waitForDone();
+    const QDir threads{QStringLiteral("/proc/self/task")};
+    for (int tries = 0; tries < 20; ++tries) {
+        if (threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size() <= 1)
+            return;
+        QThread::msleep(10);
+    }
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -12,5 +33,7 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     QApplication::setStyle(new kestrova::ClearBoxesStyle);
     QApplication::setQuitOnLastWindowClosed(false);
-    return RUN_ALL_TESTS();
+    const int result = RUN_ALL_TESTS();
+    LetThreadsEnd();
+    return result;
 }
