@@ -2,7 +2,7 @@
 # The practice packages: levels that come as sources, and compilers that misbehave.
 . "$(dirname "$0")/common.bash"
 
-expect 0 practice "$box/practice"
+practice_at "$box/practice"
 trle=$box/practice/trle
 packages=$box/practice/packages
 expect 0 setup --trle "$trle" --full --folder-is-original

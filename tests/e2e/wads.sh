@@ -11,7 +11,7 @@ done
 expect 2 add x --name a --name b
 errs "--name"
 
-expect 0 practice practice
+practice_at practice
 expect 0 setup --trle practice/trle --full --folder-is-original
 expect 0 new --folder "$box/levels" "$box/archive.kva"
 trle=$box/practice/trle backup=$box/home/backup_trle
