@@ -40,10 +40,7 @@ Reader ReaderOf(std::uint16_t method)
 /// The name that `unzip` makes: without control characters and the version behind a semicolon.
 std::string UnzipName(std::string name)
 {
-    std::erase_if(name, [](char c) {
-        const auto byte = static_cast<unsigned char>(c);
-        return byte < ' ' || byte == 0x7F;
-    });
+    std::erase_if(name, IsControl);
     const std::size_t version = name.find_last_not_of("0123456789");
     if (version != std::string::npos && version + 1 < name.size() && name[version] == ';')
         name.resize(version);

@@ -81,9 +81,7 @@ std::string ShownName(std::string_view name)
 {
     constexpr std::size_t most = 60;
     std::string shown = Readable(name);
-    std::replace_if(
-        shown.begin(), shown.end(),
-        [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; }, '_');
+    std::replace_if(shown.begin(), shown.end(), IsControl, '_');
     if (shown.size() <= most)
         return shown;
     std::size_t end = most;

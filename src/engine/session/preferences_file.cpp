@@ -33,8 +33,8 @@ bool DropDamaged(PreferencesRecord& preferences, const ProgramSettings& settings
     PreferencesRecord sound = DefaultPreferences();
     bool damaged = false;
     const auto take = [&](std::string& into, const std::string& from, bool known = false) {
-        damaged = damaged || (HasControlBytes(from) && !known);
-        if (!HasControlBytes(from) || known)
+        damaged = damaged || (HasControl(from) && !known);
+        if (!HasControl(from) || known)
             into = from;
     };
     const auto isKnown = [&](const char* name, const std::string& folder) {

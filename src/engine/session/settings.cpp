@@ -200,17 +200,9 @@ Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
     return WriteKeptFile(file, content);
 }
 
-bool HasControlBytes(std::string_view text)
-{
-    return std::any_of(text.begin(), text.end(), [](char c) {
-        const auto byte = static_cast<unsigned char>(c);
-        return byte < 0x20 || byte == 0x7F;
-    });
-}
-
 void KeepExactFolder(ProgramSettings& settings, const std::string& field, const std::string& folder)
 {
-    if (FitsWindows1252(folder) && !HasControlBytes(folder))
+    if (FitsWindows1252(folder) && !HasControl(folder))
         settings.exactFolders.erase(field);
     else
         settings.exactFolders[field] = folder;

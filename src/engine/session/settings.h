@@ -44,8 +44,6 @@ bool SettingsAreDamaged(const Path& programFolder);
 /// Groups and names that this version does not know stay as they are.
 Status WriteSettings(const Path& programFolder, const ProgramSettings& settings);
 
-/// True for bytes that no program writes into a text, but for a folder's own name.
-bool HasControlBytes(std::string_view text);
 /// Remembers `folder` under `field` when the code page cannot hold it, or when it holds bytes that
 /// no text has, forgets it otherwise.
 void KeepExactFolder(ProgramSettings& settings, const std::string& field,

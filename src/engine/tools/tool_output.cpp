@@ -36,10 +36,7 @@ std::string_view EndOf(std::string_view line)
 std::string ShownLine(std::string_view line)
 {
     std::string shown = Readable(EndOf(line));
-    std::erase_if(shown, [](char byte) {
-        const auto code = static_cast<unsigned char>(byte);
-        return code < 0x20 || code == 0x7F;
-    });
+    std::erase_if(shown, IsControl);
     return std::string{Trim(shown)};
 }
 

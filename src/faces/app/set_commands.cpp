@@ -60,7 +60,7 @@ bool SetNumber(std::int32_t& number, const std::string& word)
 /// A name of a file in the Level Editor's folder.
 bool SetFileName(std::string& name, const std::string& word)
 {
-    if (Trim(word).empty() || HasControlBytes(word) || !SafeName(word) || HasWildcard(word) ||
+    if (Trim(word).empty() || HasControl(word) || !SafeName(word) || HasWildcard(word) ||
         ToWindows1252(word).size() > nameFieldSize || !FitsWindows1252(word))
         return false;
     name = word;

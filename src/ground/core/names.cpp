@@ -46,12 +46,7 @@ std::string ListableName(std::string_view name)
 {
     std::string result = Readable(name);
     std::replace_if(
-        result.begin(), result.end(),
-        [](char c) {
-            const auto byte = static_cast<unsigned char>(c);
-            return byte < ' ' || byte == 0x7F || c == '|';
-        },
-        '_');
+        result.begin(), result.end(), [](char c) { return IsControl(c) || c == '|'; }, '_');
     return result;
 }
 

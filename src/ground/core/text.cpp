@@ -244,12 +244,25 @@ std::string Readable(std::string_view text)
     return IsUtf8(text) ? std::string{text} : FromWindows1252(text);
 }
 
+bool IsControl(char letter)
+{
+    return static_cast<unsigned char>(letter) < ' ' || letter == '\x7F';
+}
+
+bool HasControl(std::string_view text)
+{
+    return std::any_of(text.begin(), text.end(), IsControl);
+}
+
+bool AreDigits(std::string_view text)
+{
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 std::string OnOneLine(std::string_view text)
 {
     std::string line{text};
-    std::replace_if(
-        line.begin(), line.end(),
-        [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
+    std::replace_if(line.begin(), line.end(), IsControl, ' ');
     return line;
 }
 

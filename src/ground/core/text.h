@@ -59,6 +59,11 @@ bool FitsWindows1252(std::string_view utf8);
 bool IsUtf8(std::string_view text);
 /// As text that any window can show: bytes that are no UTF-8 are taken for Windows-1252.
 std::string Readable(std::string_view text);
+/// True for what moves a cursor, rings a bell or ends a line.
+bool IsControl(char letter);
+bool HasControl(std::string_view text);
+/// True for one or more of the digits 0 to 9 and nothing else.
+bool AreDigits(std::string_view text);
 /// Line ends and other control characters replaced by blanks.
 std::string OnOneLine(std::string_view text);
 

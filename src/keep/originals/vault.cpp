@@ -268,7 +268,7 @@ Result<std::vector<KeptFile>> KeptFiles(const Folders& folders)
         const Path relative = file.lexically_relative(vault);
         const std::string ending = ExtensionOf(relative.native());
         Path stood = relative;
-        if (ending.size() > 1 && ending.find_first_not_of("0123456789", 1) == std::string::npos &&
+        if (!ending.empty() && AreDigits(std::string_view{ending}.substr(1)) &&
             FileExists(vault / StripExtension(relative.native())))
             stood = StripExtension(relative.native());
         const platform::FileFacts facts = platform::FactsOf(file);

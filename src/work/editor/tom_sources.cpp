@@ -54,11 +54,6 @@ bool IsForAudioFolder(const Path& wave)
     return header.bitsPerSample == bitsOfAdpcm;
 }
 
-bool IsNumber(const std::string& text)
-{
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-}
-
 } // namespace
 
 bool HasTomFiles(const std::vector<Path>& files)
@@ -82,7 +77,7 @@ TomSources SourcesAmong(const std::vector<Path>& files)
             continue;
         if (!IsForAudioFolder(file))
             sources.samples.push_back(file);
-        else if (!IsNumber(StemOf(file)))
+        else if (!AreDigits(StemOf(file)))
             sources.misplaced.push_back(file);
     }
     return sources;

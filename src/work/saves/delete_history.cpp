@@ -37,11 +37,6 @@ struct ChosenKept {
     }
 };
 
-bool IsNumber(std::string_view word)
-{
-    return !word.empty() && word.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
 Result<ChosenKept> KeptNamed(const Folders& folders, const std::vector<std::string>& words)
 {
     ChosenKept chosen;
@@ -52,7 +47,7 @@ Result<ChosenKept> KeptNamed(const Folders& folders, const std::vector<std::stri
             return entries.Error();
         bool found = false;
         for (const HistoryEntry& entry : *entries)
-            if (IsNumber(word) || entry.id == word) {
+            if (AreDigits(word) || entry.id == word) {
                 chosen.Take(code, entry);
                 found = true;
             }
@@ -67,8 +62,8 @@ Result<ChosenKept> KeptNamed(const Folders& folders, const std::vector<std::stri
 bool NamesHistory(std::string_view word)
 {
     const auto dash = word.find('-');
-    return IsNumber(word.substr(0, dash)) &&
-           (dash == std::string_view::npos || IsNumber(word.substr(dash + 1)));
+    return AreDigits(word.substr(0, dash)) &&
+           (dash == std::string_view::npos || AreDigits(word.substr(dash + 1)));
 }
 
 bool DeleteHistoryTold(const ArchiveParts& parts, const std::vector<std::string>& words)
