@@ -2,6 +2,7 @@
 
 #include "core/names.h"
 #include "formats/level_folder.h"
+#include "formats/level_folder_name.h"
 #include "formats/program_folder.h"
 #include "formats/record_json.h"
 #include "words/message.h"
@@ -46,32 +47,21 @@ bool IsAbsolute(const std::string& path)
     return place.is_absolute() && std::find(place.begin(), place.end(), Path{".."}) == place.end();
 }
 
-bool IsLevelFolder(const std::string& name)
-{
-    const std::string prefix = Filled(OnDisk::FragLevelFolder, {""}).substr(1);
-    return name.size() > prefix.size() && EqualNames(name.substr(0, prefix.size()), prefix) &&
-           name.find_first_not_of("0123456789", prefix.size()) == std::string::npos;
-}
-
 /// One of both names is the level's own, the other one beside it tells that it was set aside: under
 /// that name, or under the number that a removed level had.
 bool IsOfHome(const MovedFolder& moved, const ChangeHead& head)
 {
     const std::string own = OwnPlaceOf(head);
     const bool leaves = EqualNames(moved.from, own);
+    const Path place{own};
     const Path aside{leaves ? moved.to : moved.from};
     const std::string name = aside.filename().native();
-    const std::string mark = Filled(OnDisk::FragSetAside, {"", ""});
-    const std::size_t end = name.find(mark);
-    if ((!leaves && !EqualNames(moved.to, own)) || end == std::string::npos ||
-        end + mark.size() == name.size())
-        return false;
-    const Path place{own};
-    const std::string stem = name.substr(0, end);
-    return EqualNames(aside.parent_path().native(), place.parent_path().native()) &&
-           (EqualNames(stem, place.filename().native()) ||
-            (head.kind == ChangeKind::LevelRemoved && IsLevelFolder(stem) &&
-             IsLevelFolder(place.filename().native())));
+    const std::string_view before = NameBeforeAside(name);
+    return (leaves || EqualNames(moved.to, own)) && !before.empty() &&
+           EqualNames(aside.parent_path().native(), place.parent_path().native()) &&
+           (EqualNames(before, place.filename().native()) ||
+            (head.kind == ChangeKind::LevelRemoved && IsLevelFolderName(before) &&
+             IsLevelFolderName(place.filename().native())));
 }
 
 bool ReadMoved(const NoteJson& json, ChangeHead& head)

@@ -3,38 +3,16 @@
 #include "core/text.h"
 #include "formats/disc_note.h"
 #include "formats/level_folder.h"
+#include "formats/level_folder_name.h"
 #include "formats/library_note.h"
-#include "formats/program_folder.h"
-#include "words/message.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace kestrova
 {
 
 namespace
 {
-
-std::string LevelPrefix()
-{
-    return Filled(OnDisk::FragLevelFolder, {""}).substr(1);
-}
-
-/// What stands behind `LEVEL_`; empty for other names.
-std::string_view BehindPrefix(std::string_view name)
-{
-    const std::string prefix = LevelPrefix();
-    return name.size() > prefix.size() && EqualNames(name.substr(0, prefix.size()), prefix)
-               ? name.substr(prefix.size())
-               : std::string_view{};
-}
-
-bool AreDigits(std::string_view text)
-{
-    return !text.empty() &&
-           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
 
 /// The notes of the levels, or a damaged file of them that was set aside.
 bool IsLibraryName(std::string_view name)
@@ -47,27 +25,6 @@ bool IsLibraryName(std::string_view name)
 }
 
 } // namespace
-
-bool IsLevelFolderName(std::string_view name)
-{
-    return AreDigits(BehindPrefix(name));
-}
-
-std::optional<LevelCode> CodeOfLevelFolder(std::string_view name)
-{
-    const std::string_view digits = BehindPrefix(name);
-    LevelCode code = 0;
-    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), code);
-    return AreDigits(digits) && read.ec == std::errc{} ? std::optional{code} : std::nullopt;
-}
-
-bool IsAsideName(std::string_view name)
-{
-    const std::string mark = Filled(OnDisk::FragSetAside, {"", ""});
-    const std::string_view behind = BehindPrefix(name);
-    const std::size_t at = behind.find(mark);
-    return at != std::string_view::npos && AreDigits(behind.substr(0, at));
-}
 
 Result<std::vector<std::string>> NamesOfArchive(const Path& folder)
 {

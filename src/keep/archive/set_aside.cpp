@@ -1,11 +1,11 @@
 #include "archive/set_aside.h"
 
-#include "archive/archive_entries.h"
 #include "archive/level_folders.h"
 #include "core/copying.h"
 #include "core/dates.h"
 #include "core/look.h"
 #include "core/text.h"
+#include "formats/level_folder_name.h"
 #include "formats/program_folder.h"
 #include "words/message.h"
 

@@ -1,10 +1,10 @@
 #include "history/moved_homes.h"
 
-#include "archive/archive_entries.h"
 #include "archive/library_notes.h"
 #include "core/inside.h"
 #include "core/staged_file.h"
 #include "core/text.h"
+#include "formats/level_folder_name.h"
 #include "formats/program_folder.h"
 #include "history/history.h"
 #include "history/history_index.h"
@@ -145,8 +145,7 @@ std::optional<EarlierNumber> NumberBefore(const Change& back)
         return {};
     const Path aside = back.moved->from;
     const std::string name = aside.filename().native();
-    const std::string mark = Filled(OnDisk::FragSetAside, {"", ""});
-    const std::string folder = name.substr(0, name.find(mark));
+    const std::string_view folder = NameBeforeAside(name);
     const auto code = CodeOfLevelFolder(folder);
     if (!code || *code == back.code)
         return {};

@@ -1,7 +1,7 @@
 #include "editor/kept_places.h"
 
-#include "archive/archive_entries.h"
 #include "archive/archive_place.h"
+#include "formats/level_folder_name.h"
 #include "platform/real_path.h"
 
 namespace kestrova

@@ -1,6 +1,5 @@
 #include "levels/unfinished_intake.h"
 
-#include "archive/archive_entries.h"
 #include "archive/level_folders.h"
 #include "archive/set_aside.h"
 #include "core/copying.h"
@@ -11,6 +10,7 @@
 #include "core/text.h"
 #include "formats/exact_names.h"
 #include "formats/level_folder.h"
+#include "formats/level_folder_name.h"
 #include "session/telling.h"
 #include "words/levels.h"
 

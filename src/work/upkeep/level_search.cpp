@@ -3,6 +3,7 @@
 #include "archive/archive_entries.h"
 #include "archive/level_folders.h"
 #include "core/look.h"
+#include "formats/level_folder_name.h"
 #include "formats/trle_folder.h"
 #include "levels/unfinished_intake.h"
 

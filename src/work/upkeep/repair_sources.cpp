@@ -1,11 +1,11 @@
 #include "upkeep/repair_sources.h"
 
-#include "archive/archive_entries.h"
 #include "archive/level_folders.h"
 #include "archive/stored_notes.h"
 #include "core/look.h"
 #include "core/text.h"
 #include "formats/level_folder.h"
+#include "formats/level_folder_name.h"
 #include "formats/trle_folder.h"
 #include "originals/vault.h"
 #include "packages/package_tools.h"
