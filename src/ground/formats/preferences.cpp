@@ -4,20 +4,13 @@
 #include "core/record_io.h"
 #include "formats/trle_folder.h"
 
-#include <algorithm>
-#include <iterator>
+#include <vector>
 
 namespace kestrova
 {
 
 namespace
 {
-
-constexpr std::size_t textWidth = 256;
-constexpr std::size_t firstText = 10;
-constexpr std::size_t endOfTexts = 1290;
-constexpr std::size_t fieldEnds[] = {0,   2,   4,    6,    8,    10,   266,
-                                     522, 778, 1034, 1290, 1292, 1294, preferencesSize};
 
 template <class Io, class Record> void DescribePreferences(Io& io, Record& record)
 {
@@ -36,6 +29,30 @@ template <class Io, class Record> void DescribePreferences(Io& io, Record& recor
     io.Flag(record.autoSave);
 }
 
+struct FieldSpan {
+    std::size_t begin;
+    std::size_t end;
+    bool isText;
+};
+
+/// Where the fields of a record lie.
+class FieldPlaces
+{
+public:
+    void Flag(const bool&) { Add(sizeof(std::int16_t), false); }
+    void Text(const std::string&, std::size_t width) { Add(width, true); }
+    [[nodiscard]] const std::vector<FieldSpan>& Fields() const { return fields_; }
+
+private:
+    void Add(std::size_t width, bool isText)
+    {
+        const std::size_t begin = fields_.empty() ? 0 : fields_.back().end;
+        fields_.push_back({begin, begin + width, isText});
+    }
+
+    std::vector<FieldSpan> fields_;
+};
+
 } // namespace
 
 PreferencesRecord DefaultPreferences()
@@ -51,15 +68,16 @@ PreferencesRecord ParsePreferences(std::string_view bytes)
 {
     if (bytes.find_first_not_of('\0') == std::string_view::npos)
         return DefaultPreferences();
-    // The first-run record lends its bytes from where the last whole field ends.
-    std::string whole = FormatPreferences(DefaultPreferences());
-    const auto* const end = std::upper_bound(std::begin(fieldEnds), std::end(fieldEnds),
-                                             std::min(bytes.size(), preferencesSize));
-    const std::size_t used = *std::prev(end);
-    whole.replace(0, used, bytes.substr(0, used));
-    for (std::size_t at = firstText; at < endOfTexts; at += textWidth)
-        if (whole.find_first_not_of('\0', at) >= at + textWidth)
-            whole.replace(at, textWidth, FormatPreferences(DefaultPreferences()), at, textWidth);
+    // The first-run record lends its bytes for what is cut, and for texts of zeros alone.
+    const PreferencesRecord firstRun = DefaultPreferences();
+    FieldPlaces places;
+    DescribePreferences(places, firstRun);
+    std::string whole = FormatPreferences(firstRun);
+    for (const auto& [begin, end, isText] : places.Fields())
+        if (end <= bytes.size() &&
+            !(isText &&
+              bytes.substr(begin, end - begin).find_first_not_of('\0') == std::string_view::npos))
+            whole.replace(begin, end - begin, bytes, begin, end - begin);
     RecordReader reader{whole};
     PreferencesRecord record;
     DescribePreferences(reader, record);
