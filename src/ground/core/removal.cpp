@@ -70,14 +70,19 @@ WorkFolder::~WorkFolder()
     (void)ClearPlace(folder_, alive_); // what stays is cleared by the next use
 }
 
+Result<Path> RenameToFree(const Path& file, const Path& place)
+{
+    auto name = IsFree(place).ValueOr(false) ? Result<Path>{place} : FreeNumbered(place);
+    if (!name)
+        return name;
+    if (const auto failure = platform::Rename(file, *name))
+        return MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
+    return name;
+}
+
 Result<Path> RenameAside(const Path& file)
 {
-    auto aside = FreeNumbered(file);
-    if (!aside)
-        return aside;
-    if (const auto failure = platform::Rename(file, *aside))
-        return MakeFailure(ErrorCode::CannotWrite, TextOf(file), failure);
-    return aside;
+    return RenameToFree(file, file);
 }
 
 } // namespace kestrova

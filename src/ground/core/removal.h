@@ -42,6 +42,9 @@ private:
 /// The folder with all that is in it. Links are unlinked, never entered.
 Status RemoveTree(const Path& folder, const Heartbeat& heartbeat = {});
 
+/// Gives a file that name, or, where something has it, a free one with a number, which is the
+/// answer.
+Result<Path> RenameToFree(const Path& file, const Path& place);
 /// A file that nobody can read must not stand in the way, nor be lost: it gets a free, numbered
 /// name beside its own, which is the answer.
 Result<Path> RenameAside(const Path& file);
