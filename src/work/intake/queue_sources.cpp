@@ -63,14 +63,14 @@ std::size_t PackagesBelow(const Path& folder, int depth, const Heartbeat& heartb
 /// Links that are called like packages and lead out of the folder, or nowhere.
 std::vector<Path> LinksToPackages(const Path& folder, const std::vector<Path>& listed)
 {
+    const std::set<Path> known(listed.begin(), listed.end());
     std::vector<platform::FolderEntry> entries;
     std::vector<Path> links;
     if (platform::ListFolder(folder, entries))
         return links;
     for (const platform::FolderEntry& entry : entries)
         if (const Path link = folder / entry.name;
-            entry.kind == platform::FileKind::Link && IsPackage(link) &&
-            std::find(listed.begin(), listed.end(), link) == listed.end())
+            entry.kind == platform::FileKind::Link && IsPackage(link) && !known.contains(link))
             links.push_back(link);
     return links;
 }
