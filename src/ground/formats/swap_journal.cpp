@@ -68,6 +68,7 @@ std::string FormatOwner(const OwnerRecord& record)
                     {"owner", record.owner ? Json(*record.owner) : Json(nullptr)},
                     {"home", Json::array({JsonOf(record.home)})},
                     {"level", Encoded(Readable(record.levelName))},
+                    {"token", Encoded(record.token)},
                     {"added", JsonOf(record.added)},
                     {"overwritten", JsonOf(record.overwritten)},
                     {"owed", JsonOf(record.owed)},
@@ -94,6 +95,8 @@ Result<OwnerRecord> ParseOwner(std::string_view text)
     if (reader.Has("home")) {
         Read(reader, "home", record.home);
         record.levelName = reader.Text("level");
+        if (reader.Has("token"))
+            record.token = reader.Text("token");
         Read(reader, "strangers", record.strangers);
         reader.Names("waiting", record.waiting);
         sound = std::all_of(record.waiting.begin(), record.waiting.end(),

@@ -45,6 +45,7 @@ struct OwnerRecord {
     std::optional<LevelCode> owner; ///< whose savegames stand in the folder; none: nobody's
     FolderMark home;                ///< that level's own folder; no path in notes of old versions
     std::string levelName;
+    std::string token;            ///< of that level's folder; empty: it had none, or an old note
     std::vector<OwnedFile> added; ///< what levels brought, leftovers of a failed removal too
     std::vector<std::string> overwritten;
     /// Those of them that should be back and are not.

@@ -1,5 +1,6 @@
 #include "history/standing.h"
 
+#include "archive/level_token.h"
 #include "core/look.h"
 #include "formats/marker.h"
 #include "history/swap_journal_file.h"
@@ -14,25 +15,50 @@ namespace kestrova
 namespace
 {
 
+/// A place beside the level's folder, named for another level that has its number.
+Path HomeOfOther(const Folders& folders, LevelCode code, std::string_view levelName)
+{
+    std::string name = " (" + Readable(levelName) + ")";
+    std::replace(name.begin(), name.end(), '/', '_');
+    return LevelHomeOf(folders, code) += name;
+}
+
+/// The folder that stands at the noted path: the token tells whether it is the noted one, where
+/// both have one; the level's name otherwise.
+Result<bool> IsNotedLevel(const Path& home, std::string_view name, const OwnerRecord& record)
+{
+    if (record.token.empty())
+        return true;
+    const auto token = KnownTokenOfLevel(home);
+    if (!token)
+        return token.Error();
+    return token->empty() ? record.levelName == name : *token == record.token;
+}
+
 /// True when the noted folder is the one that the archive in memory has for that level: by its
-/// path, by its identity after a move, or, copied to another disk, by the level's name.
+/// identity, or by the path, unless another archive's folder came to it; copied to another disk, by
+/// the level's name.
 Result<bool> IsOfThisArchive(const Folders& folders, const Archive& archive,
                              const OwnerRecord& record)
 {
     const Path home = LevelHomeOf(folders, *record.owner);
-    if (*record.owner == originalCode || record.home.path.empty() || record.home.path == home)
+    if (*record.owner == originalCode || record.home.path.empty())
         return true;
+    const bool isSamePath = record.home.path == home;
     const auto here = LookAt(home);
-    if (!here)
+    if (!here && !isSamePath)
         return here.Error();
-    if (here->kind != platform::FileKind::Folder)
-        return false;
+    if (!here || here->kind != platform::FileKind::Folder)
+        return isSamePath;
     if (here->device == record.home.device && here->inode == record.home.inode)
         return true;
+    const std::string name = Readable(LevelNameOf(archive, *record.owner));
+    if (isSamePath)
+        return IsNotedLevel(home, name, record);
     const auto isThere = IsFolder(record.home.path);
     if (!isThere)
         return isThere.Error();
-    return !*isThere && record.levelName == Readable(LevelNameOf(archive, *record.owner));
+    return !*isThere && record.levelName == name;
 }
 
 Result<LevelPlace> PlaceOfOwner(const Folders& folders, const Archive& archive,
@@ -41,8 +67,12 @@ Result<LevelPlace> PlaceOfOwner(const Folders& folders, const Archive& archive,
     const auto ours = IsOfThisArchive(folders, archive, record);
     if (!ours)
         return ours.Error();
-    return LevelPlace{*record.owner,
-                      *ours ? LevelHomeOf(folders, *record.owner) : Path{record.home.path}};
+    const Path home = LevelHomeOf(folders, *record.owner);
+    if (*ours)
+        return LevelPlace{*record.owner, home};
+    return LevelPlace{*record.owner, record.home.path == home
+                                         ? HomeOfOther(folders, *record.owner, record.levelName)
+                                         : Path{record.home.path}};
 }
 
 /// Where a level of another program's folder would lie that the marker names: no record tells of
@@ -56,9 +86,7 @@ Path HomeOfStranger(const Folders& folders, const Archive& archive, LevelCode co
     if (code <= originalCode || theirs.empty() || ours.empty() ||
         theirs == MarkerValue(tagLevelName, MarkerHead(code, ours)))
         return {};
-    std::string name = " (" + Readable(theirs) + ")";
-    std::replace(name.begin(), name.end(), '/', '_');
-    return LevelHomeOf(folders, code) += name;
+    return HomeOfOther(folders, code, theirs);
 }
 
 LevelCode CodeHere(const Folders& folders, const LevelPlace& level)

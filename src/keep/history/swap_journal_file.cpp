@@ -1,5 +1,6 @@
 #include "history/swap_journal_file.h"
 
+#include "archive/level_token.h"
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/name_set.h"
@@ -84,6 +85,7 @@ void SetOwner(const Folders& folders, const Archive& archive, OwnerRecord& recor
     record.owner.reset();
     record.home = {};
     record.levelName.clear();
+    record.token.clear();
     if (!owner)
         return;
     record.owner = owner->code;
@@ -92,6 +94,7 @@ void SetOwner(const Folders& folders, const Archive& archive, OwnerRecord& recor
     record.home = MarkOf(home).ValueOr({home.native()});
     if (home == LevelHomeOf(folders, owner->code))
         record.levelName = LevelNameOf(archive, owner->code);
+    record.token = KnownTokenOfLevel(home).ValueOr({});
 }
 
 namespace

@@ -1,5 +1,6 @@
 // Whose is what in the Level Editor's folder: the level's, the original's, the player's, and that
 // of a level of another archive.
+#include "archive/level_token.h"
 #include "formats/marker.h"
 #include "history/history.h"
 #include "history/standing.h"
@@ -209,6 +210,41 @@ TEST(TwoArchives, UsedByTurnsKeepTheirOwnSavegames)
     world.ExpectNothingLost(treasures);
     EXPECT_TRUE(world.host.told.empty()) << world.host.AllTold();
     world.ExpectOriginal();
+}
+
+TEST(TwoHomes, AnotherArchiveAtTheSamePathIsNoneOfTheFirst)
+{
+    SwapWorld world;
+    ASSERT_TRUE(TokenOfLevel(world / "levels/LEVEL_0001"));
+    world.PlayFirst();
+    const auto treasures = world.Treasures();
+    world.ExchangeArchive(); // another drive at the same mount point
+    ASSERT_TRUE(TokenOfLevel(world / "other/LEVEL_0001"));
+    world.session.archive.header.secondaryFolder = (world / "levels").native();
+    std::filesystem::rename(world / "levels", world / "unplugged");
+    std::filesystem::rename(world / "other", world / "levels");
+    const FileContents store = world.Snapshot("levels/LEVEL_0001/backup_savegames");
+    EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), foreignLevel);
+    world.host.AnswerAll(true);
+    ASSERT_TRUE(InstallLevel(world.session, world.second)) << world.host.AllTold();
+    EXPECT_EQ(world.Snapshot("levels/LEVEL_0001/backup_savegames"), store);
+    ASSERT_TRUE(InstallLevel(world.session, originalCode)) << world.host.AllTold();
+    EXPECT_EQ(world.Snapshot("levels/LEVEL_0001/backup_savegames"), store);
+    world.ExpectNothingLost(treasures);
+}
+
+TEST(TwoHomes, ACopyOfTheArchiveAtTheSamePathIsTheFirstUnderAnyName)
+{
+    SwapWorld world;
+    ASSERT_TRUE(TokenOfLevel(world / "levels/LEVEL_0001"));
+    world.PlayFirst();
+    fs::copy(world / "levels", world / "copied", fs::copy_options::recursive);
+    fs::rename(world / "levels", world / "unplugged");
+    fs::rename(world / "copied", world / "levels");
+    world.session.archive.levels[1].levelName = "Called otherwise since";
+    EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), world.first);
+    fs::remove_all(world / "levels/LEVEL_0001/undo"); // its token is there
+    EXPECT_EQ(CurrentLevelCode(world.session.Folders(), world.session.archive), foreignLevel);
 }
 
 TEST(TwoHomes, InOneFolderTakeNoLevelOfEachOtherForTheirOwn)
