@@ -27,6 +27,8 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace kestrova
 {
 
@@ -60,9 +62,12 @@ QLabel* NoteBelow(QWidget* parent, const char* name)
     return label;
 }
 
-/// Words that name a path wrap only at blanks; its long parts are shortened.
+/// Words that name a path wrap only at blanks; its long parts are shortened. Shorter words leave
+/// what stands below them where it is: a mouse may be on its way there.
 void Say(QLabel& label, const FirstStart::Verdict& verdict)
 {
+    if (label.isVisible())
+        label.setMinimumHeight(std::max(label.minimumHeight(), label.height()));
     label.setText(WithWordsWithin(ToQt(verdict.words), label.fontMetrics(), startWidth - 80));
     label.setToolTip(label.text() == ToQt(verdict.words) ? QString{}
                                                          : PlainTip(ToQt(verdict.words)));
@@ -164,6 +169,7 @@ QGroupBox* StartDialog::MakeTrleBox()
     trle_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     trle_->setMinimumContentsLength(leastLetters);
     trle_->setAccessibleName(Words(Msg::StartTrleName));
+    trleState_->setAlignment(Qt::AlignLeading | Qt::AlignTop);
     for (const Path& folder : rules_.FoundFolders())
         trle_->addItem(ToQt(TextOf(folder)));
     auto* row = new QHBoxLayout;
