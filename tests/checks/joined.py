@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """The sources of a folder can be compiled as one: joined.py ROOT | joined.py --self-test
 
-The build under the sanitizers does so, and clang-tidy looks at the floors of a storey together. What a source keeps in its unnamed namespace is then seen by
-the sources behind it, so no two of a folder call a thing the same: functions may differ in what they
-take, and the same alias may stand in several. A type that others can see bears a name of its own in
+The build under the sanitizers does so, with all floors of a storey where it can, tests too. What a
+source keeps in its unnamed namespace is then seen by the sources behind it, so no two of a folder call
+a thing the same: functions may differ in what they take, and the same alias may stand in several. A type that others can see bears a name of its own in
 the whole of the sources: of two the linker would take one for both.
 """
 
@@ -13,10 +13,9 @@ import re
 import sys
 import tempfile
 
-# Joined across their sub-folders: a storey is looked at as one by clang-tidy, and the windows are
-# compiled so.
+# Joined across their sub-folders: by the build under the sanitizers, or by clang-tidy alone.
 WHOLE = ("src/ground", "src/media", "src/engine", "src/keep", "src/work", "src/faces/ui",
-         "tests/faces/ui")
+         "tests/engine", "tests/keep", "tests/work", "tests/faces/ui")
 UNNAMED = re.compile(r"^namespace\s*\n\{\n(.*?)^\} // namespace$", re.S | re.M)
 TYPE = re.compile(r"^(?:struct|class|enum(?: class)?) (\w+)\b(?!;)")
 VALUE = re.compile(r"^(?:inline |static |constexpr |const )+[^=({]*?[ >*&](\w+)(?:\[\w*\])* ?[={]")
@@ -26,6 +25,13 @@ FUNCTION = re.compile(r"^(?:template <.*> )?(?!return\b|using\b|namespace\b)[A-Z
                       r"(\w+)(\(.*)$")
 ENUMERATORS = re.compile(r"^enum (?!class\b)[^{;]*\{([^}]*)\}", re.M)
 ALIAS = re.compile(r"^(?:using|namespace) (\w+) = (.*);")
+
+
+def taken(parameters):
+    """What a function takes, without what it is called. Texts and paths become each other: of two
+    functions the one would take what is meant for the other."""
+    types = re.sub(r"(?<=[ &*])\w+(?=[,)])", "", re.sub(r" = [^,)]+", "", parameters))
+    return re.sub(r"(?:const )?(?:std::string(?:_view)?|Path|char(?=\*))\b[&*]*", "text", types)
 
 
 def own_names(text):
@@ -42,16 +48,14 @@ def own_names(text):
             elif value := TYPE.match(line) or VALUE.match(line) or VARIABLE.match(line):
                 yield value[1], "", False
             elif function := FUNCTION.match(line):
-                taken = re.sub(r" = [^,)]+", "", function[2])
-                yield function[1], re.sub(r"(?<=[ &*])\w+(?=[,)])", "", taken), False
+                yield function[1], taken(function[2]), False
 
 
 def declared_names(text):
     """The same of the functions that a header declares."""
     for line in re.sub(r",\n\s+", ", ", text).splitlines():
         if line.endswith(";") and (function := FUNCTION.match(line)):
-            taken = re.sub(r" = [^,)]+", "", function[2].rstrip(";"))
-            yield function[1], re.sub(r"(?<=[ &*])\w+(?=[,)])", "", taken), False
+            yield function[1], taken(function[2].rstrip(";")), False
 
 
 def shared_types(text):
@@ -113,13 +117,14 @@ def self_test():
         (root / "src" / "a" / "x.cpp").write_text(frame.format(
             "using Json = A;\nconstexpr int most = 1;\nstruct Row {\n    int at = 0;\n};\n"
             "enum Column { first, second = 4 };\n"
-            "bool Is(int a, const B& b)\n{\n    return a;\n}"))
+            "bool Is(int a, const B& b)\n{\n    return a;\n}\nvoid Tell(const std::string& all)\n{\n}"))
         other = root / "src" / "a" / "y.cpp"
         for text in ("using Json = A;", "bool Is(int a)\n{\n}", "constexpr int least = 1;",
                      "void Go()\n{\n    const int most = 2;\n}"):
             other.write_text(frame.format(text))
             assert list(faults(root)) == [], (text, list(faults(root)))
         for text in ("using Json = B;", "bool Is(int other, const B& c)\n{\n}",
+                     "void Tell(std::string_view one)\n{\n}",
                      "constexpr std::size_t most = 2;", "constexpr int second = 0;",
                      "enum class Row { one };", "const Row most[] = {", "Row* most = nullptr;"):
             other.write_text(frame.format(text))

@@ -82,7 +82,7 @@ std::vector<DiscText> TextsOf(const BurnSettings& settings)
 }
 
 /// A path in a list of grafts, where a backslash takes its meaning from "=".
-std::string Escaped(std::string_view path)
+std::string GraftPath(std::string_view path)
 {
     return ReplaceAll(ReplaceAll(std::string{path}, "\\", "\\\\"), "=", "\\=");
 }
@@ -151,7 +151,8 @@ std::string FileList(const std::vector<DiscFile>& files)
 {
     std::string list;
     for (const DiscFile& file : files)
-        list.append(Escaped(file.target)).append("=").append(Escaped(file.real.native())) += '\n';
+        list.append(GraftPath(file.target)).append("=").append(GraftPath(file.real.native())) +=
+            '\n';
     return list;
 }
 

@@ -35,10 +35,10 @@ const FileContents discFiles{{"LEVEL_0001/files/data/a.tr4", "levels"},
 
 /// A drive `toy` of the settings, and images made by the real tool. What mounts can be hidden, so
 /// that files are taken out.
-class DiscWorld : public World
+class ImageWorld : public World
 {
 public:
-    explicit DiscWorld(bool copies = false) : copies_(copies)
+    explicit ImageWorld(bool copies = false) : copies_(copies)
     {
         tools = {session.programFolder, {}, {}, [this](const std::string& name) {
                      const bool hidden = copies_ && name != "xorriso";
@@ -46,7 +46,7 @@ public:
                  }};
         session.settings.drives = {{"toy", "", (root / "seen").native(), 8, true}};
     }
-    ~DiscWorld() { (void)DetachAll(tools); }
+    ~ImageWorld() { (void)DetachAll(tools); }
 
     Tools tools;
 
@@ -104,7 +104,7 @@ FileContents FilesIn(const Path& folder)
 TEST(AttachedDiscs, AnImageIsSeenByAllWhoAskAndGivenBackByTheLast)
 {
     for (const bool copies : {false, true}) {
-        DiscWorld world{copies};
+        ImageWorld world{copies};
         const Path image = world.Image("a set, a disc.iso", "KV1");
         const auto folder = world.Show(image);
         ASSERT_TRUE(folder) << folder.Error().sentence << folder.Error().details;
@@ -131,7 +131,7 @@ TEST(AttachedDiscs, AnImageIsSeenByAllWhoAskAndGivenBackByTheLast)
 TEST(AttachedDiscs, ADriveOfTheSettingsTakesDiscsAndGivesThemUp)
 {
     for (const bool copies : {false, true}) {
-        DiscWorld world{copies};
+        ImageWorld world{copies};
         CdDrive drive = world.Drive();
         EXPECT_EQ(drive.medium, DiscMedium::None);
         EXPECT_THAT(world.Attach(drive).Error().sentence, HasSubstr("No disc lies"));
@@ -166,7 +166,7 @@ TEST(AttachedDiscs, ADriveOfTheSettingsTakesDiscsAndGivesThemUp)
 
 TEST(AttachedDiscs, ADriveWhoseFolderIsReachedThroughALinkIsTheSame)
 {
-    DiscWorld world;
+    ImageWorld world;
     std::filesystem::create_directory_symlink(world.root, world.root / "link");
     world.session.settings.drives[0].folder = (world.root / "link" / "seen").native();
     CdDrive drive = world.Drive();
@@ -180,7 +180,7 @@ TEST(AttachedDiscs, ADriveWhoseFolderIsReachedThroughALinkIsTheSame)
 
 TEST(AttachedDiscs, NothingIsPulledOutWhileAnotherRunIsAtWork)
 {
-    DiscWorld world{true};
+    ImageWorld world{true};
     CdDrive drive = world.Drive();
     ASSERT_TRUE(InsertMedium(world.tools, drive, world.Image("one.iso", "KV1")));
     ASSERT_TRUE(world.Attach(world.Drive()));
@@ -198,7 +198,7 @@ TEST(AttachedDiscs, NothingIsPulledOutWhileAnotherRunIsAtWork)
 
 TEST(AttachedDiscs, WhatLiesInAFolderIsNeverCoveredNorDeleted)
 {
-    DiscWorld world{true};
+    ImageWorld world{true};
     CdDrive drive = world.Drive();
     ASSERT_TRUE(InsertMedium(world.tools, drive, world.Image("one.iso", "KV1")));
     world.Write("seen/mine.txt", "the player's");
@@ -233,7 +233,7 @@ TEST(AttachedDiscs, WhatLiesInAFolderIsNeverCoveredNorDeleted)
 TEST(AttachedDiscs, AnImageThatIsDamagedOrLiesIsToldInWords)
 {
     for (const bool copies : {false, true}) {
-        DiscWorld world{copies};
+        ImageWorld world{copies};
         const Path image = world.Image("one.iso", "KV1");
         const std::string whole = *ReadWholeFile(image);
         EXPECT_EQ(world.Show(world.root / "none.iso").Error().code, ErrorCode::Missing);
@@ -259,7 +259,7 @@ TEST(AttachedDiscs, AnImageThatIsDamagedOrLiesIsToldInWords)
         world.ExpectNothingLeft("refused");
     }
     // Its own directory is broken: no tool that mounts reads it, and the last one says so.
-    DiscWorld world{true};
+    ImageWorld world{true};
     std::string bytes = *ReadWholeFile(world.Image("one.iso", "KV1"));
     bytes.replace(18 * 2048, bytes.size() - 18 * 2048, bytes.size() - 18 * 2048, '\xff');
     world.Write("bad.iso", bytes);
@@ -273,7 +273,7 @@ TEST(AttachedDiscs, AnImageThatIsDamagedOrLiesIsToldInWords)
 
 TEST(AttachedDiscs, ADiscLiesInOneDriveAndABlankOneInADriveThatWrites)
 {
-    DiscWorld world;
+    ImageWorld world;
     world.session.settings.drives.push_back({"reader", "", (world.root / "shown").native()});
     CdDrive toy = world.Drive();
     CdDrive reader = world.Drive("reader");
@@ -298,7 +298,7 @@ TEST(AttachedDiscs, ADiscLiesInOneDriveAndABlankOneInADriveThatWrites)
 TEST(AttachedDiscs, WhatAnotherRunUsesStaysUntilThatRunHasEnded)
 {
     for (const bool copies : {false, true}) {
-        DiscWorld world{copies};
+        ImageWorld world{copies};
         CdDrive drive = world.Drive();
         ASSERT_TRUE(InsertMedium(world.tools, drive, world.Image("one.iso", "KV1")));
         int ready[2] = {};
@@ -343,7 +343,7 @@ void BreakRoot(std::string& image)
 
 TEST(AttachedDiscs, WhatCannotBeListedIsNotLeftMounted)
 {
-    DiscWorld world;
+    ImageWorld world;
     const Path image = world.Image("one.iso", "KV1");
     const std::string whole = *ReadWholeFile(image);
     std::string broken = whole;
@@ -371,7 +371,7 @@ TEST(AttachedDiscs, WhatCannotBeListedIsNotLeftMounted)
 
 TEST(AttachedDiscs, AMountWhoseProgramWasKilledIsMadeAnew)
 {
-    DiscWorld world;
+    ImageWorld world;
     CdDrive drive = world.Drive();
     ASSERT_TRUE(InsertMedium(world.tools, drive, world.Image("one.iso", "KV1")));
     ASSERT_TRUE(world.Attach(world.Drive()));
@@ -400,7 +400,7 @@ TEST(AttachedDiscs, AMountWhoseProgramWasKilledIsMadeAnew)
 
 TEST(AttachedDiscs, AStopWhileFilesComeOutLeavesNothing)
 {
-    DiscWorld world{true};
+    ImageWorld world{true};
     const std::string large(40'000'000, 'l');
     CdDrive drive = world.Drive();
     ASSERT_TRUE(InsertMedium(world.tools, drive, world.Image("one.iso", "KV1", {{"l", large}})));
@@ -415,7 +415,7 @@ TEST(AttachedDiscs, AStopWhileFilesComeOutLeavesNothing)
 TEST(AttachedDiscs, KilledAnywhereTheNextStartGivesTheFolderBack)
 {
     for (const bool copies : {false, true}) {
-        DiscWorld world{copies};
+        ImageWorld world{copies};
         world.Write("neighbour/mine.txt", "the player's");
         CdDrive drive = world.Drive();
         ASSERT_TRUE(InsertMedium(world.tools, drive, world.Image("one.iso", "KV1")));
@@ -444,7 +444,7 @@ TEST(AttachedDiscs, KilledAnywhereTheNextStartGivesTheFolderBack)
 TEST(AttachedDiscs, AFailingDiskLeavesWholeFoldersOrNone)
 {
     for (const bool copies : {false, true}) {
-        DiscWorld world{copies};
+        ImageWorld world{copies};
         CdDrive drive = world.Drive();
         const Path image = world.Image("one.iso", "KV1");
         int points = 0;

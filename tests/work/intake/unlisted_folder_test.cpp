@@ -61,7 +61,7 @@ TEST(UnlistedFolder, AnEditThatIsGivenUpDeletesNothingForIt)
     EXPECT_EQ(box.Read("level/.kv~before_edit/files/a.tr4"), "old");
 }
 
-TEST(FailedLook, WhatComesInTakesNothingsPlaceUnasked)
+TEST(UnlistedFolder, WhatComesInTakesNothingsPlaceUnasked)
 {
     AtEachReadAndLook([](const FailingRun& failing) {
         World box;
@@ -86,7 +86,7 @@ TEST(FailedLook, WhatComesInTakesNothingsPlaceUnasked)
     });
 }
 
-TEST(FailedLook, OfSavegamesAndPicturesThatComeInNoneIsLost)
+TEST(UnlistedFolder, OfSavegamesAndPicturesThatComeInNoneIsLost)
 {
     AtEachReadAndLook([](const FailingRun& failing) {
         World box;

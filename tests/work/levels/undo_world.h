@@ -10,7 +10,6 @@
 #include "levels/remove_level.h"
 #include "levels/undo_change.h"
 #include "library/mark_levels.h"
-#include "pictures/bitmap.h"
 #include "publish/author_infos.h"
 #include "saves/bring_back.h"
 #include "saves/delete_savegames.h"
@@ -24,14 +23,10 @@
 #include "storage/stored_hashes.h"
 #include "swap/recovery.h"
 #include "upkeep/level_checks.h"
+#include "world/pixel.h"
 
 namespace kestrova::testing
 {
-
-inline std::string Pixel(int shade)
-{
-    return EncodeBitmap({1, 1, std::vector<std::uint8_t>(3, static_cast<std::uint8_t>(shade))});
-}
 
 /// A level that is played, whose savegames are live, and a level that rests, each with all that a
 /// player can have, in a Level Editor that speaks Italian.

@@ -29,7 +29,7 @@ std::vector<LevelCode> CodesOf(const Library& library)
     }
     return codes;
 }
-using Codes = std::vector<LevelCode>;
+using Order = std::vector<LevelCode>;
 
 /// Four levels that differ in everything, and the original configuration.
 Library SomeLevels()
@@ -67,9 +67,9 @@ Library SomeLevels()
 TEST(Library, IsSortedByWhatOneWants)
 {
     Library library = SomeLevels();
-    EXPECT_EQ(CodesOf(library), (Codes{0, 1, 2, 4, 3}))
+    EXPECT_EQ(CodesOf(library), (Order{0, 1, 2, 4, 3}))
         << "names, equal ones as the archive has them";
-    const std::pair<LibraryOrder, Codes> orders[] = {
+    const std::pair<LibraryOrder, Order> orders[] = {
         {LibraryOrder::Author, {2, 4, 1, 0, 3}},     {LibraryOrder::LastPlayed, {1, 2, 0, 4, 3}},
         {LibraryOrder::TimePlayed, {2, 1, 0, 4, 3}}, {LibraryOrder::Size, {1, 2, 0, 4, 3}},
         {LibraryOrder::Added, {3, 2, 0, 1, 4}},      {LibraryOrder::Stars, {2, 1, 3, 0, 4}},
@@ -84,7 +84,7 @@ TEST(Library, IsSortedByWhatOneWants)
 TEST(Library, TurnsItsOrderRoundAndCountsSavegamesAsTheyCome)
 {
     Library library = SomeLevels();
-    const std::pair<LibraryOrder, Codes> orders[] = {
+    const std::pair<LibraryOrder, Order> orders[] = {
         {LibraryOrder::Name, {3, 4, 2, 1, 0}},
         {LibraryOrder::Author, {1, 4, 2, 0, 3}}, // those without one stay last
         {LibraryOrder::LastPlayed, {2, 1, 0, 4, 3}},
@@ -97,20 +97,20 @@ TEST(Library, TurnsItsOrderRoundAndCountsSavegamesAsTheyCome)
         EXPECT_TRUE(library.IsTurned());
     }
     library.SetOrder(LibraryOrder::Savegames);
-    EXPECT_EQ(CodesOf(library), (Codes{0, 1, 2, 4, 3})) << "nothing is counted yet";
+    EXPECT_EQ(CodesOf(library), (Order{0, 1, 2, 4, 3})) << "nothing is counted yet";
     library.SetSavegames(3, 15);
     library.SetSavegames(2, 0);
-    EXPECT_EQ(CodesOf(library), (Codes{0, 1, 2, 4, 3})) << "no row jumps by itself";
+    EXPECT_EQ(CodesOf(library), (Order{0, 1, 2, 4, 3})) << "no row jumps by itself";
     library.SortAgain();
-    EXPECT_EQ(CodesOf(library), (Codes{3, 2, 0, 1, 4}));
+    EXPECT_EQ(CodesOf(library), (Order{3, 2, 0, 1, 4}));
     library.SetOrder(LibraryOrder::Savegames, true);
-    EXPECT_EQ(CodesOf(library), (Codes{2, 3, 0, 1, 4}));
+    EXPECT_EQ(CodesOf(library), (Order{2, 3, 0, 1, 4}));
 }
 
 TEST(Library, ShowsWhatIsLeftOfFilterAndSearch)
 {
     Library library = SomeLevels();
-    const std::pair<LibraryFilter, Codes> filters[] = {
+    const std::pair<LibraryFilter, Order> filters[] = {
         {LibraryFilter::Playing, {2}},  {LibraryFilter::New, {4}},
         {LibraryFilter::Finished, {1}}, {LibraryFilter::GivenUp, {3}},
         {LibraryFilter::OnDisc, {3}},   {LibraryFilter::Favourites, {1, 2}},
@@ -121,7 +121,7 @@ TEST(Library, ShowsWhatIsLeftOfFilterAndSearch)
     }
     EXPECT_EQ(library.Tags(), (std::vector<std::string>{"jungle", "Short"}));
     library.SetFilter(LibraryFilter::Tag, "SHORT");
-    EXPECT_EQ(CodesOf(library), (Codes{1, 3}));
+    EXPECT_EQ(CodesOf(library), (Order{1, 3}));
     EXPECT_EQ(library.RowOf(2), -1);
     EXPECT_TRUE(library.Has(2));
     EXPECT_FALSE(library.Has(99));
@@ -129,9 +129,9 @@ TEST(Library, ShowsWhatIsLeftOfFilterAndSearch)
 
     EXPECT_TRUE(library.SetSearch("  ni "));
     EXPECT_FALSE(library.SetSearch("NI")) << "nothing else is shown";
-    EXPECT_EQ(CodesOf(library), (Codes{3}));
+    EXPECT_EQ(CodesOf(library), (Order{3}));
     library.SetFilter(LibraryFilter::All);
-    const std::pair<const char*, Codes> searches[] = {
+    const std::pair<const char*, Order> searches[] = {
         {"ALPHA", {2, 4}}, {"statue", {2}}, {"DÄCHER", {4}},
         {"moonalpha", {}}, {"config", {0}}, {"", {0, 1, 2, 4, 3}},
     };
@@ -142,7 +142,7 @@ TEST(Library, ShowsWhatIsLeftOfFilterAndSearch)
     library.SetSearch("moon");
     library.SetOrder(LibraryOrder::Added);
     library.SetLevels({Level(7, "Blue moon"), Level(8, "Sun")});
-    EXPECT_EQ(CodesOf(library), (Codes{7})) << "new levels are narrowed as the old ones were";
+    EXPECT_EQ(CodesOf(library), (Order{7})) << "new levels are narrowed as the old ones were";
 }
 
 TEST(Library, HoldsTenThousandLevels)

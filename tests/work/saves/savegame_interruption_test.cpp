@@ -46,20 +46,21 @@ void FillWithOtherKeeper(SavesWorld& world)
     world.Live("bak", 31, "the newest");
 }
 
-struct Work {
+struct SlotWork {
     const char* name;
     Result<SavegamesMoved> (*run)(const ArchiveParts&, LevelCode);
     void (*fill)(SavesWorld&) = Fill;
 };
-void PrintTo(const Work& work, std::ostream* out)
+void PrintTo(const SlotWork& work, std::ostream* out)
 {
     *out << work.name;
 }
-const Work works[] = {{"Archive", ArchiveSavegamesOf},
-                      {"ArchiveKeeperInSlotZero", ArchiveSavegamesOf, FillWithKeeperInSlotZero},
-                      {"ArchiveOtherKeeper", ArchiveSavegamesOf, FillWithOtherKeeper},
-                      {"Restore", RestoreSavegamesOf},
-                      {"RestoreKeeperInSlotZero", RestoreSavegamesOf, FillWithKeeperInSlotZero}};
+const SlotWork slotWorks[] = {
+    {"Archive", ArchiveSavegamesOf},
+    {"ArchiveKeeperInSlotZero", ArchiveSavegamesOf, FillWithKeeperInSlotZero},
+    {"ArchiveOtherKeeper", ArchiveSavegamesOf, FillWithOtherKeeper},
+    {"Restore", RestoreSavegamesOf},
+    {"RestoreKeeperInSlotZero", RestoreSavegamesOf, FillWithKeeperInSlotZero}};
 
 std::string Everything(const SavesWorld& world)
 {
@@ -94,7 +95,7 @@ void RestoreHalf(SavesWorld& world)
     ASSERT_TRUE(ChangeWaits(world.session.Folders()));
 }
 
-class SavegameInterruption : public ::testing::TestWithParam<Work>
+class SavegameInterruption : public ::testing::TestWithParam<SlotWork>
 {
 protected:
     void SetUp() override
@@ -195,7 +196,7 @@ TEST_P(SavegameInterruption, FailedReadsAndLooksAreAnsweredAndLoseNothing)
             }
 }
 
-INSTANTIATE_TEST_SUITE_P(Saves, SavegameInterruption, ::testing::ValuesIn(works),
+INSTANTIATE_TEST_SUITE_P(Saves, SavegameInterruption, ::testing::ValuesIn(slotWorks),
                          [](const auto& row) { return std::string{row.param.name}; });
 
 TEST(SavegameTransfer, KilledOrFailedAnywhereLosesNothing)

@@ -1,9 +1,9 @@
-#include "pictures/bitmap.h"
 #include "sandbox/faults.h"
 #include "shots/shot_capture.h"
 #include "shots/shot_commands.h"
 #include "shots/shot_files.h"
 #include "shots/shot_import.h"
+#include "world/pixel.h"
 #include "world/world.h"
 
 #include <gtest/gtest.h>
@@ -44,12 +44,6 @@ public:
 };
 
 using Names = std::vector<std::string>;
-
-/// A picture of one pixel; others have another shade.
-std::string Pixel(int shade)
-{
-    return EncodeBitmap({1, 1, std::vector<std::uint8_t>(3, static_cast<std::uint8_t>(shade))});
-}
 
 } // namespace
 
