@@ -46,6 +46,10 @@ set(KESTROVA_BUSY_FLOORS
   "^(ground/(platform|core)|media/(pictures|audio)|engine/packages|faces/practice)$")
 set(KESTROVA_BUSY_SOURCES "/record_json\\.cpp$")
 
+# In a build whose sources are compiled as one, the floors of these storeys are as well: the headers are
+# read once, and what templates make is made once.
+set(KESTROVA_JOINED_STOREYS "" CACHE STRING "Storeys of which all floors are one library")
+
 # What nearly every source includes from outside, read once a build. No header of our own stands
 # here: a change of one recompiles what includes it and nothing else. What is optimised reads it
 # once more, since a compiler takes only what was read with its own options.
@@ -55,30 +59,46 @@ set(KESTROVA_COMMON_HEADERS
   <variant> <vector>)
 
 # kestrova_floor(STOREY/NAME USES floor… LIBS target…): the sources of that folder as a library.
-# A floor of headers alone passes on what it uses.
+# A floor of headers alone, or one that is joined with others, passes on what it uses.
 function(kestrova_floor place)
   cmake_parse_arguments(F "" "" "USES;LIBS" ${ARGN})
   get_filename_component(name ${place} NAME)
+  get_filename_component(storey ${place} DIRECTORY)
+  set_property(GLOBAL APPEND PROPERTY KESTROVA_FLOORS ${place})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${place}/*.cpp)
   list(TRANSFORM F_USES PREPEND kestrova_)
-  if(sources)
-    add_library(kestrova_${name} STATIC ${sources})
-    target_link_libraries(kestrova_${name} PUBLIC kestrova_options ${F_USES} ${F_LIBS})
-    if(KESTROVA_BUSY_OPTIONS AND place MATCHES "${KESTROVA_BUSY_FLOORS}")
-      target_compile_options(kestrova_${name} PRIVATE ${KESTROVA_BUSY_OPTIONS})
+  set(busy OFF)
+  if(KESTROVA_BUSY_OPTIONS AND place MATCHES "${KESTROVA_BUSY_FLOORS}")
+    set(busy ON)
+  endif()
+  set(library kestrova_${name})
+  if(sources AND storey IN_LIST KESTROVA_JOINED_STOREYS AND NOT busy)
+    set(library kestrova_joined_${storey})
+    add_library(kestrova_${name} INTERFACE)
+    target_link_libraries(kestrova_${name} INTERFACE ${library})
+    set_property(GLOBAL APPEND PROPERTY KESTROVA_JOINED_${storey} kestrova_${name})
+    get_property(joined GLOBAL PROPERTY KESTROVA_JOINED_${storey})
+    list(REMOVE_ITEM F_USES ${joined})
+  elseif(NOT sources)
+    add_library(kestrova_${name} INTERFACE)
+    target_link_libraries(kestrova_${name} INTERFACE kestrova_options ${F_USES} ${F_LIBS})
+    return()
+  endif()
+  if(NOT TARGET ${library})
+    add_library(${library} STATIC)
+    if(busy)
+      target_compile_options(${library} PRIVATE ${KESTROVA_BUSY_OPTIONS})
     elseif(name STREQUAL "words")
       target_precompile_headers(kestrova_words PRIVATE ${KESTROVA_COMMON_HEADERS})
     else()
-      target_precompile_headers(kestrova_${name} REUSE_FROM kestrova_words)
+      target_precompile_headers(${library} REUSE_FROM kestrova_words)
     endif()
-    if(KESTROVA_BUSY_OPTIONS)
-      list(FILTER sources INCLUDE REGEX "${KESTROVA_BUSY_SOURCES}")
-      set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS "${KESTROVA_BUSY_OPTIONS}"
-        SKIP_UNITY_BUILD_INCLUSION ON SKIP_PRECOMPILE_HEADERS ON)
-    endif()
-  else()
-    add_library(kestrova_${name} INTERFACE)
-    target_link_libraries(kestrova_${name} INTERFACE kestrova_options ${F_USES} ${F_LIBS})
   endif()
-  set_property(GLOBAL APPEND PROPERTY KESTROVA_FLOORS ${place})
+  target_sources(${library} PRIVATE ${sources})
+  target_link_libraries(${library} PUBLIC kestrova_options ${F_USES} ${F_LIBS})
+  if(KESTROVA_BUSY_OPTIONS)
+    list(FILTER sources INCLUDE REGEX "${KESTROVA_BUSY_SOURCES}")
+    set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS "${KESTROVA_BUSY_OPTIONS}"
+      SKIP_UNITY_BUILD_INCLUSION ON SKIP_PRECOMPILE_HEADERS ON)
+  endif()
 endfunction()
