@@ -50,6 +50,16 @@ set(KESTROVA_BUSY_SOURCES "/record_json\\.cpp$")
 # read once, and what templates make is made once.
 set(KESTROVA_JOINED_STOREYS "" CACHE STRING "Storeys of which all floors are one library")
 
+# The library's functions that all floors call, optimised too; linked first, they stay
+# where the linker finds several.
+if(KESTROVA_BUSY_OPTIONS)
+  add_library(kestrova_busy_library OBJECT ${CMAKE_SOURCE_DIR}/cmake/busy_library.cpp)
+  target_compile_options(kestrova_busy_library PRIVATE ${KESTROVA_BUSY_OPTIONS})
+  target_link_options(kestrova_options INTERFACE $<TARGET_OBJECTS:kestrova_busy_library>)
+  set_property(TARGET kestrova_options PROPERTY
+    INTERFACE_LINK_DEPENDS $<TARGET_OBJECTS:kestrova_busy_library>)
+endif()
+
 # What nearly every source includes from outside, read once a build. No header of our own stands
 # here: a change of one recompiles what includes it and nothing else. What is optimised reads it
 # once more, since a compiler takes only what was read with its own options.
