@@ -189,6 +189,8 @@ public:
         for (const UploadChoice& cd : WaveCds())
             cd_->addItem(ToQt(cd.text), ToQt(cd.code));
         cd_->setPlaceholderText(Words(Msg::UploadChooseCd));
+        cd_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        cd_->setMinimumContentsLength(typedLetters);
         connect(cd_, &QComboBox::activated, this, [this](int row) {
             wizard_.externWaves.edit[0] = FromQt(cd_->itemData(row).toString());
         });
