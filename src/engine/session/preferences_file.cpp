@@ -3,6 +3,7 @@
 #include "core/copying.h"
 #include "core/look.h"
 #include "core/staged_file.h"
+#include "core/text.h"
 #include "formats/program_folder.h"
 #include "session/file_names.h"
 #include "words/session.h"
