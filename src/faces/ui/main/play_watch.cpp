@@ -198,8 +198,8 @@ void PlayWatch::StopGame()
     if (!session_.host.AskYesNo(GetMsg(byForce ? Msg::AskKillGame : Msg::AskStopGame, {level})))
         return;
     askedToEnd_.insert(game);
-    if (const auto ended = session_.machine.EndProgram(game, byForce); !ended)
-        TellFailure(session_.host, GetMsg(Msg::GameNotEnded), ended.Error());
+    if (const auto stopped = session_.machine.EndProgram(game, byForce); !stopped)
+        TellFailure(session_.host, GetMsg(Msg::GameNotEnded), stopped.Error());
     LookSoon();
 }
 
