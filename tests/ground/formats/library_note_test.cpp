@@ -112,7 +112,7 @@ TEST(LibraryNote, HoldsTextsAndTagsWithinTheirBounds)
                  "dark\nred",
                  "\xE9t\xE9",
                  std::string(longestTag - 1, 'x') + "éé"};
-    note.ownNote = std::string{"one\r\ntwo\x01\0three \n", 18} + "\n";
+    note.ownNote = std::string{"one\r\ntwo\x01\0three \n\0\n", 19};
     note.stars = 70;
     note.secondsPlayed = -4;
     note.added = INT64_MAX;
