@@ -84,10 +84,7 @@ std::string ShownName(std::string_view name)
     std::replace_if(shown.begin(), shown.end(), IsControl, '_');
     if (shown.size() <= most)
         return shown;
-    std::size_t end = most;
-    while (end > 0 && (static_cast<unsigned char>(shown[end]) & 0xC0U) == 0x80U)
-        --end;
-    return shown.substr(0, end) + GetMsg(Msg::NameGoesOn);
+    return CutAtLetter(std::move(shown), most) + GetMsg(Msg::NameGoesOn);
 }
 
 bool IsFolderName(std::string_view name)

@@ -35,17 +35,6 @@ std::string SafeNameFor(const std::string& name)
 /// What a file system takes as one name.
 constexpr std::size_t longestName = 255;
 
-/// The name cut to `most` bytes, at a whole character.
-std::string Cut(std::string name, std::size_t most)
-{
-    if (name.size() <= most)
-        return name;
-    while (most > 0 && (static_cast<unsigned char>(name[most]) & 0xC0U) == 0x80U)
-        --most;
-    name.resize(most);
-    return name;
-}
-
 /// The name with `tail` ahead of its ending, short enough for a file.
 std::string WithTail(const Path& name, const std::string& tail)
 {
@@ -54,7 +43,7 @@ std::string WithTail(const Path& name, const std::string& tail)
     std::string stem = name.stem().native();
     if (ending.size() > longestEnding)
         stem += std::exchange(ending, {});
-    return Cut(std::move(stem), longestName - tail.size() - ending.size()) + tail + ending;
+    return CutAtLetter(std::move(stem), longestName - tail.size() - ending.size()) + tail + ending;
 }
 
 /// Gives out names that are free in one folder, and looks at none of them twice.

@@ -259,6 +259,16 @@ bool AreDigits(std::string_view text)
     return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
+std::string CutAtLetter(std::string text, std::size_t most)
+{
+    if (text.size() <= most)
+        return text;
+    while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0U) == 0x80U)
+        --most;
+    text.resize(most);
+    return text;
+}
+
 std::string OnOneLine(std::string_view text)
 {
     std::string line{text};

@@ -64,6 +64,8 @@ bool IsControl(char letter);
 bool HasControl(std::string_view text);
 /// True for one or more of the digits 0 to 9 and nothing else.
 bool AreDigits(std::string_view text);
+/// The beginning of UTF-8 text, of at most so many bytes, without a part of a letter at its end.
+std::string CutAtLetter(std::string text, std::size_t most);
 /// Line ends and other control characters replaced by blanks.
 std::string OnOneLine(std::string_view text);
 

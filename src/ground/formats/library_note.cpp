@@ -23,21 +23,10 @@ constexpr std::pair<LevelStatus, std::string_view> statusWords[] = {
     {LevelStatus::Finished, "finished"},
     {LevelStatus::GivenUp, "given-up"}};
 
-/// The text's beginning, no letter cut apart.
-std::string CutTo(std::string text, std::size_t most)
-{
-    if (text.size() <= most)
-        return text;
-    std::size_t end = most;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
-        --end;
-    text.resize(end);
-    return text;
-}
-
 std::string TidyTag(std::string_view tag)
 {
-    return std::string{TrimEnd(CutTo(std::string{Trim(OnOneLine(Readable(tag)))}, longestTag))};
+    return std::string{
+        TrimEnd(CutAtLetter(std::string{Trim(OnOneLine(Readable(tag)))}, longestTag))};
 }
 
 std::vector<std::string> TidyTags(const std::vector<std::string>& tags)
@@ -61,7 +50,7 @@ std::vector<std::string> TidyTags(const std::vector<std::string>& tags)
 /// Lines end by LF; other control characters become blanks.
 std::string TidyText(std::string_view text)
 {
-    std::string tidy = CutTo(ReplaceAll(Readable(text), "\r\n", "\n"), longestOwnNote);
+    std::string tidy = CutAtLetter(ReplaceAll(Readable(text), "\r\n", "\n"), longestOwnNote);
     std::replace_if(
         tidy.begin(), tidy.end(),
         [](char c) { return static_cast<unsigned char>(c) < ' ' && c != '\n' && c != '\t'; }, ' ');
@@ -213,7 +202,8 @@ NoteJson JsonOf(const LibraryEntry& entry)
     json["code"] = entry.code;
     if (!entry.token.empty())
         json["token"] = entry.token;
-    if (const std::string name = CutTo(Readable(entry.name), longestLibraryName); !name.empty())
+    if (const std::string name = CutAtLetter(Readable(entry.name), longestLibraryName);
+        !name.empty())
         json["name"] = name;
     if (note.added)
         json["added"] = *note.added;

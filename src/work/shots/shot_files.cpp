@@ -16,19 +16,6 @@ namespace
 /// Bytes that a file name may have, less room for a counter.
 constexpr std::size_t titleRoom = 255 - 16;
 
-/// Whole letters only.
-std::string Cut(std::string text, std::size_t room)
-{
-    if (text.size() <= room)
-        return text;
-    constexpr unsigned char inside = 0x80;
-    constexpr unsigned char kind = 0xC0;
-    while (room > 0 && (static_cast<unsigned char>(text[room]) & kind) == inside)
-        --room;
-    text.resize(room);
-    return text;
-}
-
 } // namespace
 
 Path ShotFolderOf(const Folders& folders, LevelCode code)
@@ -42,7 +29,7 @@ Result<Path> NewShotName(const Folders& folders, const Archive& archive, std::si
     if (extension.empty())
         extension = OnDisk::ShotJpgExtension;
     const LevelRecord& level = archive.levels[index];
-    const std::string title = Cut(ReplaceForbiddenChars(Trim(level.levelName)), titleRoom);
+    const std::string title = CutAtLetter(ReplaceForbiddenChars(Trim(level.levelName)), titleRoom);
     const Path folder = ResolvePath(ShotFolderOf(folders, level.levelCode));
     return FirstFree([&](int number) {
         return folder / (std::to_string(number).append(OnDisk::ShotNumberEnds) + title + extension);
