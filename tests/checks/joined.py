@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """The sources of a folder can be compiled as one: joined.py ROOT | joined.py --self-test
 
-The build under the sanitizers does so, with all floors of a storey where it can, tests too. What a
+The build under the sanitizers does so, with all floors of the middle storeys, tests too. What a
 source keeps in its unnamed namespace is then seen by the sources behind it, so no two of a folder call
-a thing the same: functions may differ in what they take, and the same alias may stand in several. A type that others can see bears a name of its own in
-the whole of the sources: of two the linker would take one for both.
+a thing the same: functions may differ in what they take, and the same alias may stand in several. A
+type that others can see bears a name of its own in the whole of the sources: of two the linker would
+take one for both.
 """
 
 import collections
@@ -13,9 +14,10 @@ import re
 import sys
 import tempfile
 
-# Joined across their sub-folders: by the build under the sanitizers, or by clang-tidy alone.
-WHOLE = ("src/ground", "src/media", "src/engine", "src/keep", "src/work", "src/faces/ui",
-         "tests/engine", "tests/keep", "tests/work", "tests/faces/ui")
+# Joined across their sub-folders: by the build under the sanitizers, or by clang-tidy alone. Those of a
+# row are one.
+WHOLE = (("src/ground",), ("src/media",), ("src/engine", "src/keep", "src/work"), ("src/faces/ui",),
+         ("tests/engine", "tests/keep", "tests/work"), ("tests/faces/ui",))
 UNNAMED = re.compile(r"^namespace\s*\n\{\n(.*?)^\} // namespace$", re.S | re.M)
 TYPE = re.compile(r"^(?:struct|class|enum(?: class)?) (\w+)\b(?!;)")
 VALUE = re.compile(r"^(?:inline |static |constexpr |const )+[^=({]*?[ >*&](\w+)(?:\[\w*\])* ?[={]")
@@ -89,12 +91,12 @@ def faults(root):
         both = [*(root / top).rglob("*.h"), *(root / top).rglob("*.cpp")]
         for file in sorted(both, key=lambda file: (file.suffix != ".h", file)):
             place = file.parent.relative_to(root).as_posix()
-            whole = [name for name in WHOLE if (place + "/").startswith(name + "/")]
-            folders[whole[0] if whole else place].append(file)
+            whole = [row for row in WHOLE if any((place + "/").startswith(name + "/") for name in row)]
+            folders[whole[0] if whole else (place,)].append(file)
     headers = sorted((root / "src").rglob("*.h"))
     for place, files in folders.items():
         # What lies below a storey is told by the headers that its floors include.
-        if place in WHOLE and not place.startswith("tests"):
+        if place in WHOLE and not place[0].startswith("tests"):
             files = [*(name for name in headers if "ui" not in name.parts and name not in files), *files]
         known = {}
         for file in files:

@@ -23,7 +23,7 @@ constexpr const char* drivesGroup = "drives";
 using KeyFile = std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)>;
 
 /// Empty without a file; a failure for one that cannot be read now.
-Result<KeyFile> Load(const Path& file)
+Result<KeyFile> LoadKeys(const Path& file)
 {
     KeyFile keys{g_key_file_new(), &g_key_file_unref};
     const auto content = ReadFileIfThere(file, 1 << 20);
@@ -125,7 +125,7 @@ ProgramSettings DefaultSettings()
 Result<ProgramSettings> ReadSettings(const Path& programFolder)
 {
     ProgramSettings settings = DefaultSettings();
-    const auto loaded = Load(FileOf(programFolder));
+    const auto loaded = LoadKeys(FileOf(programFolder));
     if (!loaded)
         return loaded.Error();
     GKeyFile* const keys = loaded->get();
@@ -165,7 +165,7 @@ bool SettingsAreDamaged(const Path& programFolder)
 
 Status WriteSettings(const Path& programFolder, const ProgramSettings& settings)
 {
-    const auto loaded = Load(FileOf(programFolder));
+    const auto loaded = LoadKeys(FileOf(programFolder));
     if (!loaded)
         return loaded.Error();
     GKeyFile* const keys = loaded->get();

@@ -16,7 +16,7 @@ namespace
 {
 
 /// Real ones have 92 bytes for each of a few files.
-constexpr std::uint64_t sizeLimit = UINT64_C(1) << 20;
+constexpr std::uint64_t mostCompared = UINT64_C(1) << 20;
 
 std::string KeyOf(const Tr4Entry& file)
 {
@@ -55,9 +55,9 @@ std::vector<Tr4Entry> EntriesIn(const Path& levelFolder)
 {
     const Path file = InFolder(levelFolder, OnDisk::FragTr4Inf);
     std::string bytes;
-    std::error_code failure = platform::ReadAll(file, bytes, sizeLimit);
+    std::error_code failure = platform::ReadAll(file, bytes, mostCompared);
     if (failure == std::errc::no_such_file_or_directory) // or it is spelled in another way
-        failure = platform::ReadAll(ResolvePath(file), bytes, sizeLimit);
+        failure = platform::ReadAll(ResolvePath(file), bytes, mostCompared);
     auto entries = ParseTr4Inf(failure ? std::string_view{} : bytes);
     return entries ? std::move(entries).Value() : std::vector<Tr4Entry>{};
 }

@@ -58,7 +58,7 @@ bool IsMadeOf(const LevelFile& jpeg, const LevelFile& bitmap)
 }
 
 /// True when `other`, which has the name of the stored form, is that form already.
-bool IsStoredForm(const StoreStep& step, const LevelFile& file, const LevelFile& other)
+bool IsStoredFormOf(const StoreStep& step, const LevelFile& file, const LevelFile& other)
 {
     return step.form == Form::Jpeg ? IsMadeOf(other, file) : StreamHolds(other.path, file.path);
 }
@@ -95,7 +95,7 @@ std::vector<StoreStep> StepsFor(const std::vector<LevelFile>& files, bool compre
         const auto [other, last] = byName.equal_range(FoldCase(step.name));
         const bool isTwin = byName.count(FoldCase(file.name)) > 1;
         if (step.form != Form::Copy && (isTwin || other != last)) {
-            if (!isTwin && std::next(other) == last && IsStoredForm(step, file, *other->second)) {
+            if (!isTwin && std::next(other) == last && IsStoredFormOf(step, file, *other->second)) {
                 made.insert(other->first);
             } else {
                 kept.push_back(file.name);

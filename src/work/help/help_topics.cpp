@@ -11,7 +11,7 @@ namespace kestrova
 namespace
 {
 
-constexpr std::size_t longestName = 200;
+constexpr std::size_t longestTopic = 200;
 
 /// A line that begins with a topic in brackets: where it stands in the text, and the topic.
 struct Heading {
@@ -28,7 +28,7 @@ std::vector<Heading> HeadingsOf(std::string_view help)
         const char first = help[line];
         const std::size_t close =
             first == '[' || first == '{' ? help.find(first == '[' ? ']' : '}', line) : end;
-        if (close < end && close - line <= longestName)
+        if (close < end && close - line <= longestTopic)
             headings.push_back(
                 {line, first == '[', FromWindows1252(help.substr(line + 1, close - line - 1))});
         line = end + 1;
@@ -131,7 +131,7 @@ std::optional<std::string> HelpOf(std::string_view help, const std::string& name
 std::vector<std::string> TopicsNear(std::string_view help, const std::string& name,
                                     std::size_t most)
 {
-    const std::string wanted = FoldCase(Trim(name)).substr(0, longestName);
+    const std::string wanted = FoldCase(Trim(name)).substr(0, longestTopic);
     std::vector<std::pair<std::size_t, std::string>> found;
     if (!wanted.empty())
         for (const Heading& heading : HeadingsOf(help))

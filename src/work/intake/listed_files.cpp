@@ -19,7 +19,7 @@ namespace
 // Nobody answers more questions about one list than this; the rest is one question.
 constexpr std::size_t mostQuestionsOfFiles = 20;
 
-enum class Listed { Fits, Missing, Differs };
+enum class ListedState { Fits, Missing, Differs };
 
 /// The level's files as a list can name them: letters that the list cannot hold stand as `?` in it,
 /// so that several files may have one name there.
@@ -31,13 +31,13 @@ public:
         for (const Path& file : files)
             sizes_.emplace(ListedForm(file.filename().native()), FileSize(file));
     }
-    [[nodiscard]] Listed Look(const ConfigFile& listed) const
+    [[nodiscard]] ListedState Look(const ConfigFile& listed) const
     {
         const auto [first, last] = sizes_.equal_range(ListedForm(Trim(listed.name)));
         for (auto file = first; file != last; ++file)
             if (listed.size >= 0 && file->second == static_cast<std::uint64_t>(listed.size))
-                return Listed::Fits;
-        return first == last ? Listed::Missing : Listed::Differs;
+                return ListedState::Fits;
+        return first == last ? ListedState::Missing : ListedState::Differs;
     }
 
 private:
@@ -54,14 +54,15 @@ bool CheckList(Intake& intake, Checking checking)
     const FilesAsListed files{intake.draft.files};
     std::size_t failed = 0;
     for (const ConfigFile& listed : intake.draft.listedFiles) {
-        const Listed state = files.Look(listed);
-        if (state == Listed::Fits)
+        const ListedState state = files.Look(listed);
+        if (state == ListedState::Fits)
             continue;
         if (checking == Checking::Silent)
             return false;
         if (++failed > mostQuestionsOfFiles)
             continue;
-        const Message words = state == Listed::Missing ? Msg::ListedMissing : Msg::ListedDiffers;
+        const Message words =
+            state == ListedState::Missing ? Msg::ListedMissing : Msg::ListedDiffers;
         if (!GoesOnPast(intake.session.host,
                         GetMsg(words, {OnOneLine(FileNameOf(Trim(listed.name)))})))
             return false;

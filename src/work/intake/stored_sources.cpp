@@ -19,7 +19,7 @@ namespace kestrova
 namespace
 {
 
-std::string SizeText(std::uint64_t bytes)
+std::string SizeShown(std::uint64_t bytes)
 {
     return SizeInWords(static_cast<double>(bytes));
 }
@@ -37,7 +37,7 @@ Failure NotExpanded(const Failure& failure, const Path& stored, const ExpandLimi
         return said(GetMsg(Msg::StoredFormDamaged, {TextOf(stored.filename()), source}));
     if (failure.code == ErrorCode::NoSpace && beyondLimit)
         return said(GetMsg(Msg::UnpackTooBig,
-                           {source, SizeText(FileSize(limit.source)), SizeText(limit.most)}));
+                           {source, SizeShown(FileSize(limit.source)), SizeShown(limit.most)}));
     if (failure.code == ErrorCode::NoSpace)
         return said(GetMsg(Msg::StoredFormNoRoom, {TextOf(stored.filename()), source}));
     return failure;

@@ -22,7 +22,7 @@ namespace
 constexpr std::uint64_t longestLog = UINT64_C(4) << 20;
 /// No more is read of all logs together.
 constexpr std::uint64_t mostLogBytes = UINT64_C(16) << 20;
-constexpr std::size_t mostLines = 2000;
+constexpr std::size_t mostEvents = 2000;
 constexpr std::size_t longestEvent = 600; ///< bytes
 
 void AddNoted(const LevelNote& note, std::vector<LevelEvent>& events)
@@ -116,7 +116,7 @@ Result<LogLines> LinesOfLog(const Folders& folders, LevelCode code, const Path& 
         rest.remove_prefix(std::min(end + 1, rest.size()));
         if (line.find(mark) == std::string_view::npos)
             continue;
-        if (found.lines.size() >= mostLines)
+        if (found.lines.size() >= mostEvents)
             ++found.leftOut;
         else
             found.lines.push_back(Readable(line.substr(0, longestEvent)));

@@ -31,7 +31,7 @@ constexpr std::size_t mostQuestionsOfConfigs = 20;
 
 /// Sizes of all files of a level, by their names without regard to case: with their folders, and
 /// alone, since a level that is taken in has all its files in one folder.
-struct Sizes {
+struct SizesByName {
     std::unordered_map<std::string, std::uint64_t> whole;
     std::unordered_map<std::string, std::uint64_t> alone; ///< the first of each name
 
@@ -45,12 +45,12 @@ struct Sizes {
     }
 };
 
-Result<Sizes> SizesIn(const Path& folder)
+Result<SizesByName> SizesIn(const Path& folder)
 {
     const auto tree = ScanTree(folder);
     if (!tree)
         return tree.Error();
-    Sizes sizes;
+    SizesByName sizes;
     for (const Path& file : tree->files) {
         const std::uint64_t size = FileSize(file);
         sizes.whole[FoldCase(ToBackslashes(file.lexically_relative(tree->folders.front())))] = size;
@@ -183,7 +183,7 @@ Result<std::vector<OnlineConfig>> ConfigsFor(const UrlList& list, const Path& wo
         std::any_of(list.records.begin(), list.records.end(),
                     [](const UrlRecord& record) { return record.kind == UrlKindConfig; });
     // Listed once, however many entries ask.
-    const auto sizes = asksForFiles ? SizesIn(working) : Sizes{};
+    const auto sizes = asksForFiles ? SizesIn(working) : SizesByName{};
     if (!sizes)
         return sizes.Error();
     const auto sizeOf = [&](const Path& relative) { return sizes->Of(relative); };

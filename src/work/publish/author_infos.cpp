@@ -18,7 +18,7 @@ namespace kestrova
 namespace
 {
 
-constexpr std::size_t nameWidth = 80;
+constexpr std::size_t authorNameWidth = 80;
 constexpr std::size_t fieldWidth = 256;
 
 AuthorInfos::Addresses AddressesOf(const std::string& field)
@@ -178,7 +178,7 @@ bool AuthorInfos::Store()
     } steps[] = {
         {JoinNulList(emails.items), level.authorEmails, fieldWidth, Msg::EmailsTooLong},
         {JoinNulList(sites.items), level.authorSites, fieldWidth, Msg::SitesTooLong},
-        {name, level.authorName, nameWidth, Msg::AuthorNameTooLong},
+        {name, level.authorName, authorNameWidth, Msg::AuthorNameTooLong},
         {note, level.authorNote, fieldWidth, Msg::AuthorNoteTooLong},
     };
     for (const auto& step : steps) {

@@ -34,10 +34,10 @@ bool IsSpelledInBackup(const Path& backup, const Path& name)
 }
 
 /// What is noted of the backup's files, each asked for once.
-class NotedBackup
+class NotedSums
 {
 public:
-    explicit NotedBackup(const std::vector<NotedFile>& noted)
+    explicit NotedSums(const std::vector<NotedFile>& noted)
     {
         for (const NotedFile& file : noted)
             hashes_.emplace(file.name, file.hash);
@@ -107,7 +107,7 @@ Status CompareWithBackup(const Folders& folders, const PreferencesRecord& prefer
     const auto noted = NotedBackupFiles(folders);
     if (!noted)
         return noted.Error();
-    NotedBackup sums{*noted};
+    NotedSums sums{*noted};
     for (const Path& file : tree->files) {
         const Path relative = file.lexically_relative(backup);
         const std::string hash = sums.Take(relative);

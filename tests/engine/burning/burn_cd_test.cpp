@@ -15,7 +15,7 @@ using ::testing::HasSubstr;
 
 TEST(BurnCd, HoldsTheRulesOfItsLists)
 {
-    DiscWorld world;
+    BurningWorld world;
     BurnCd engine = world.Engine();
     const std::string level = (world / "level").native();
     const auto says = [&](CwCommand command, const std::string& argument) {
@@ -75,7 +75,7 @@ TEST(BurnCd, HoldsTheRulesOfItsLists)
 TEST(BurnCd, ReportsWhatTheDiscShouldHoldAndWhatTheImageHolds)
 {
     for (const char* lister : {"xorriso", "isoinfo"}) {
-        DiscWorld world;
+        BurningWorld world;
         BurnCd engine = world.Engine();
         engine.settings = world.Settings();
         engine.settings.image = world / "disc.iso";
@@ -117,7 +117,7 @@ TEST(BurnCd, ReportsWhatTheDiscShouldHoldAndWhatTheImageHolds)
 
 TEST(BurnCd, AutoRunNamesTheProgramByItsPlaceOnTheDisc)
 {
-    DiscWorld world;
+    BurningWorld world;
     world.Write("setup.exe", "program");
     BurnCd engine = world.Engine();
     EXPECT_FALSE(engine.Command(CwCommand::AddAutoRunInf));

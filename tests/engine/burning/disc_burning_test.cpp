@@ -17,7 +17,7 @@ namespace
 using ::testing::HasSubstr;
 
 /// A world with a drive of the settings, in which a blank disc lies.
-class BurnWorld : public DiscWorld
+class BurnWorld : public BurningWorld
 {
 public:
     explicit BurnWorld(std::uint64_t megabytes = 10)

@@ -9,10 +9,10 @@ namespace kestrova::testing
 {
 
 /// A world with the real tools for discs, and a few files that are hard to put on one.
-class DiscWorld : public ToolBox
+class BurningWorld : public ToolBox
 {
 public:
-    DiscWorld()
+    BurningWorld()
     {
         UseDiscTools({"xorriso"});
         Write("level/data/level1.tr4", std::string(300'000, 'L') + "end");

@@ -22,7 +22,7 @@ class EachImager : public ::testing::TestWithParam<const char*>
 
 TEST_P(EachImager, PutsEveryNameOnTheDiscAndTheDiscEqualsItsSources)
 {
-    DiscWorld world;
+    BurningWorld world;
     world.UseDiscTools({GetParam()});
     const BurnSettings settings = world.Settings();
     const auto size = ImageSize(ToolsOf(world.session), settings);
@@ -47,7 +47,7 @@ TEST_P(EachImager, PutsEveryNameOnTheDiscAndTheDiscEqualsItsSources)
 
 TEST_P(EachImager, AnImageThatIsDamagedOrCutIsNamed)
 {
-    DiscWorld world;
+    BurningWorld world;
     world.UseDiscTools({GetParam()});
     const Path image = world / "disc.iso";
     ASSERT_TRUE(world.Make(image, world.Settings()));
@@ -87,34 +87,34 @@ TEST(ImageMaking, RefusesInWordsWhatNoToolMayDrop)
 {
     struct Case {
         const char* words;
-        std::function<void(DiscWorld&)> prepare;
+        std::function<void(BurningWorld&)> prepare;
     };
     const Case cases[] = {
         {"link to a folder",
-         [](DiscWorld& world) {
+         [](BurningWorld& world) {
              std::filesystem::create_directory_symlink(world / "level/data",
                                                        world / "level/linked");
          }},
         {"leads to nothing",
-         [](DiscWorld& world) {
+         [](BurningWorld& world) {
              std::filesystem::create_symlink("nowhere", world / "level/dangling");
          }},
-        {"line end", [](DiscWorld& world) { world.Write("level/two\nlines.txt", "x"); }},
+        {"line end", [](BurningWorld& world) { world.Write("level/two\nlines.txt", "x"); }},
         {"another file takes already",
-         [](DiscWorld& world) {
+         [](BurningWorld& world) {
              world.Write("other/data", "a file where the level has a folder");
              world.items.push_back({"Kestrova1/LEVEL_0001/files/", world / "other"});
          }},
     };
     for (const Case& row : cases) {
-        DiscWorld world;
+        BurningWorld world;
         row.prepare(world);
         const Status made = world.Make(world / "disc.iso", world.Settings());
         ASSERT_FALSE(made) << row.words;
         EXPECT_THAT(made.Error().sentence, HasSubstr(row.words));
         EXPECT_FALSE(world.Has("disc.iso"));
     }
-    DiscWorld unread;
+    BurningWorld unread;
     const FailingCalls closed{platform::FileAction::Open, "level1.tr4", -1};
     const Status made = unread.Make(unread / "disc.iso", unread.Settings());
     ASSERT_FALSE(made);
@@ -123,7 +123,7 @@ TEST(ImageMaking, RefusesInWordsWhatNoToolMayDrop)
 
 TEST(ImageMaking, RefusesWhatThisToolOrTheDiscHasNoPlaceFor)
 {
-    DiscWorld world;
+    BurningWorld world;
     BurnSettings settings = world.Settings();
     settings.volumeId = std::string(33, 'x');
     EXPECT_THAT(world.Make(world / "disc.iso", settings).Error().sentence, HasSubstr("32 letters"));
@@ -148,7 +148,7 @@ TEST(ImageMaking, AComparisonCanBeStoppedAndStepsWithinAFile)
         void AllowStop() override {}
         bool Step() override { return ++steps < last; }
     };
-    DiscWorld world;
+    BurningWorld world;
     world.Write("level/large.wad", std::string(std::size_t{8} << 20, 'w'));
     ASSERT_TRUE(world.Make(world / "disc.iso", world.Settings()));
     Counting whole;
@@ -164,7 +164,7 @@ TEST(ImageMaking, AComparisonCanBeStoppedAndStepsWithinAFile)
 
 TEST(ImageMaking, FollowsALinkToAFileAndKeepsWhatIsExcludedAway)
 {
-    DiscWorld world;
+    BurningWorld world;
     world.Write("elsewhere.dat", "behind a link");
     std::filesystem::create_symlink(world / "elsewhere.dat", world / "level/linked.dat");
     BurnSettings settings = world.Settings();
@@ -179,7 +179,7 @@ TEST(ImageMaking, FollowsALinkToAFileAndKeepsWhatIsExcludedAway)
 
 TEST(ImageMaking, LeavesNothingWhenItIsStoppedKilledOrItsToolFails)
 {
-    DiscWorld world;
+    BurningWorld world;
     world.Write("disc.iso", "an older image");
     const auto onlyOld = [&] {
         std::size_t staged = 0;
@@ -230,7 +230,7 @@ TEST(ImageMaking, WhereStopIsNotAllowedOnlyASilentToolCanBeStopped)
         bool allowed = false;
         bool pressed = false;
     };
-    DiscWorld world;
+    BurningWorld world;
     Impatient person;
     BurnSettings settings = world.Settings();
     settings.progress = &person;
@@ -257,7 +257,7 @@ TEST(ImageMaking, WhereStopIsNotAllowedOnlyASilentToolCanBeStopped)
 
 TEST(ImageMaking, OneIsMadeWhileAnotherGoesOn)
 {
-    DiscWorld world;
+    BurningWorld world;
     const BurnSettings settings = world.Settings();
     auto next = ImageMaking::Start(ToolsOf(world.session), settings, world / "next.iso");
     ASSERT_TRUE(next);

@@ -12,7 +12,7 @@ namespace kestrova::testing
 namespace
 {
 
-LevelConfig Named(const std::string& name)
+LevelConfig ConfigNamed(const std::string& name)
 {
     LevelConfig config;
     config.name = name;
@@ -37,7 +37,7 @@ TEST(LevelConfigFile, IsRefusedInWords)
     EXPECT_FALSE(DoneOrTold(box.host, StatusOf(ReadLevelConfig(LevelConfigPath(box / "work")))));
     ExpectTold(box, "Config file '" + path + "' not found");
 
-    const std::string bytes = *FormatLevelConfig(Named("after"));
+    const std::string bytes = *FormatLevelConfig(ConfigNamed("after"));
     box.Write("work/kestrova.cfg", bytes.substr(0, bytes.size() - 3));
     EXPECT_FALSE(DoneOrTold(box.host, StatusOf(ReadLevelConfig(LevelConfigPath(box / "work")))));
     ExpectTold(box, "Error reading config file: " + path, "cut or damaged");
@@ -52,17 +52,17 @@ TEST(LevelConfigFile, IsWrittenWholeOrNotAtAll)
 {
     World box;
     const Path file = LevelConfigPath(box / "work");
-    EXPECT_FALSE(DoneOrTold(box.host, WriteLevelConfig(file, Named("new"))));
+    EXPECT_FALSE(DoneOrTold(box.host, WriteLevelConfig(file, ConfigNamed("new"))));
     ExpectTold(box, "Error opening for write config file: " + file.native());
 
-    const std::string old = *FormatLevelConfig(Named("old")) + "a long tail";
-    const std::string written = *FormatLevelConfig(Named("new"));
+    const std::string old = *FormatLevelConfig(ConfigNamed("old")) + "a long tail";
+    const std::string written = *FormatLevelConfig(ConfigNamed("new"));
     for (int n = 1;; n = NextPoint(n)) {
         ASSERT_LT(n, 30);
         box.Write("work/kestrova.cfg", old);
         box.host.told.clear();
         const FaultRun run = WithFaultAt(
-            n, [&] { return DoneOrTold(box.host, WriteLevelConfig(file, Named("new"))); });
+            n, [&] { return DoneOrTold(box.host, WriteLevelConfig(file, ConfigNamed("new"))); });
         const std::string now = box.Read("work/kestrova.cfg");
         if (!run.reached) {
             EXPECT_TRUE(run);
@@ -75,7 +75,7 @@ TEST(LevelConfigFile, IsWrittenWholeOrNotAtAll)
         }
     }
 
-    LevelConfig tooLong = Named("too long");
+    LevelConfig tooLong = ConfigNamed("too long");
     tooLong.tomWads = std::string(40000, 't');
     EXPECT_FALSE(DoneOrTold(box.host, WriteLevelConfig(file, tooLong)));
     ExpectTold(box, "Error writing config file: " + file.native(), "32767");

@@ -14,7 +14,7 @@ namespace
 
 constexpr std::uint64_t noLimit = UINT64_C(1) << 40;
 
-std::string Noise(std::size_t size)
+std::string PlainNoise(std::size_t size)
 {
     std::mt19937 random{7};
     std::string bytes(size, '\0');
@@ -26,7 +26,7 @@ std::string Noise(std::size_t size)
 TEST(ZlFile, ComesBackWhateverItHolds)
 {
     for (const std::string& content : {std::string{}, std::string{"x"}, std::string(70'000, 'a'),
-                                       std::string(9'000'000, '\0'), Noise(300'000)}) {
+                                       std::string(9'000'000, '\0'), PlainNoise(300'000)}) {
         const std::string stream = CompressZlBytes(content);
         const auto back = ExpandZlBytes(stream, noLimit);
         ASSERT_TRUE(back) << content.size();
@@ -55,7 +55,7 @@ TEST(ZlFile, ReadsStreamsOfAnyMaker)
 
 TEST(ZlFile, RefusesWhatIsCutWrongOrFollowedByJunk)
 {
-    const std::string content = Noise(500) + std::string(500, 'a');
+    const std::string content = PlainNoise(500) + std::string(500, 'a');
     const std::string stream = CompressZlBytes(content);
     const auto isDamaged = [](const std::string& bytes) {
         const auto result = ExpandZlBytes(bytes, noLimit);
