@@ -1,7 +1,7 @@
 # From nothing to three levels played and back, over the practice folder.
 source "$(dirname "$0")/common.bash"
 
-"$ctl" practice "$box/practice" >"$box/out" 2>"$box/err" || die "practice"
+practice_at "$box/practice"
 trle=$box/practice/trle
 expect 1 practice "$box/practice" # which is there
 
