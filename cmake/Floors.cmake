@@ -46,18 +46,23 @@ set(KESTROVA_BUSY_FLOORS
   "^(ground/(platform|core)|media/(pictures|audio)|engine/packages|faces/practice)$")
 set(KESTROVA_BUSY_SOURCES "/record_json\\.cpp$")
 
-# In a build whose sources are compiled as one, the floors of these storeys are as well: the headers are
-# read once, and what templates make is made once.
-set(KESTROVA_JOINED_STOREYS "" CACHE STRING "Storeys of which all floors are one library")
+# In a build whose sources are compiled as one, all floors of these storeys are one source: the headers
+# are read once, and what templates make is made once.
+set(KESTROVA_JOINED_STOREYS "" CACHE STRING "Storeys whose floors are one library, kestrova_joined")
 
-# The library's functions that all floors call, optimised too; linked first, they stay
-# where the linker finds several.
+# link_first(TARGET WHAT): the objects stand before all others where WHAT is linked. Of functions that
+# several sources make from one template the linker keeps the first, so the optimised ones.
+function(link_first target what)
+  target_link_options(${what} INTERFACE $<TARGET_OBJECTS:${target}>)
+  set_property(TARGET ${what} APPEND PROPERTY
+    INTERFACE_LINK_DEPENDS $<TARGET_OBJECTS:${target}>)
+endfunction()
+
+# The library's functions that all floors call, optimised too.
 if(KESTROVA_BUSY_OPTIONS)
   add_library(kestrova_busy_library OBJECT ${CMAKE_SOURCE_DIR}/cmake/busy_library.cpp)
   target_compile_options(kestrova_busy_library PRIVATE ${KESTROVA_BUSY_OPTIONS})
-  target_link_options(kestrova_options INTERFACE $<TARGET_OBJECTS:kestrova_busy_library>)
-  set_property(TARGET kestrova_options PROPERTY
-    INTERFACE_LINK_DEPENDS $<TARGET_OBJECTS:kestrova_busy_library>)
+  link_first(kestrova_busy_library kestrova_options)
 endif()
 
 # What nearly every source includes from outside, read once a build. No header of our own stands
@@ -77,21 +82,26 @@ function(kestrova_floor place)
   set_property(GLOBAL APPEND PROPERTY KESTROVA_FLOORS ${place})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${place}/*.cpp)
   list(TRANSFORM F_USES PREPEND kestrova_)
+  get_property(joined GLOBAL PROPERTY KESTROVA_JOINED)
+  set(uses ${F_USES})
+  list(REMOVE_ITEM uses ${joined})
+  if(NOT uses STREQUAL F_USES)
+    list(APPEND uses kestrova_joined)
+  endif()
   set(busy OFF)
   if(KESTROVA_BUSY_OPTIONS AND place MATCHES "${KESTROVA_BUSY_FLOORS}")
     set(busy ON)
   endif()
   set(library kestrova_${name})
   if(sources AND storey IN_LIST KESTROVA_JOINED_STOREYS AND NOT busy)
-    set(library kestrova_joined_${storey})
+    set(library kestrova_joined)
     add_library(kestrova_${name} INTERFACE)
-    target_link_libraries(kestrova_${name} INTERFACE ${library})
-    set_property(GLOBAL APPEND PROPERTY KESTROVA_JOINED_${storey} kestrova_${name})
-    get_property(joined GLOBAL PROPERTY KESTROVA_JOINED_${storey})
-    list(REMOVE_ITEM F_USES ${joined})
+    target_link_libraries(kestrova_${name} INTERFACE kestrova_joined)
+    set_property(GLOBAL APPEND PROPERTY KESTROVA_JOINED kestrova_${name})
+    list(REMOVE_ITEM uses kestrova_joined)
   elseif(NOT sources)
     add_library(kestrova_${name} INTERFACE)
-    target_link_libraries(kestrova_${name} INTERFACE kestrova_options ${F_USES} ${F_LIBS})
+    target_link_libraries(kestrova_${name} INTERFACE kestrova_options ${uses} ${F_LIBS})
     return()
   endif()
   if(NOT TARGET ${library})
@@ -104,11 +114,19 @@ function(kestrova_floor place)
       target_precompile_headers(${library} REUSE_FROM kestrova_words)
     endif()
   endif()
-  target_sources(${library} PRIVATE ${sources})
-  target_link_libraries(${library} PUBLIC kestrova_options ${F_USES} ${F_LIBS})
   if(KESTROVA_BUSY_OPTIONS)
-    list(FILTER sources INCLUDE REGEX "${KESTROVA_BUSY_SOURCES}")
-    set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS "${KESTROVA_BUSY_OPTIONS}"
-      SKIP_UNITY_BUILD_INCLUSION ON SKIP_PRECOMPILE_HEADERS ON)
+    set(busy_sources ${sources})
+    list(FILTER busy_sources INCLUDE REGEX "${KESTROVA_BUSY_SOURCES}")
+    list(FILTER sources EXCLUDE REGEX "${KESTROVA_BUSY_SOURCES}")
+    if(busy_sources)
+      add_library(kestrova_busy_${name} OBJECT ${busy_sources})
+      target_include_directories(kestrova_busy_${name} PRIVATE
+        $<TARGET_PROPERTY:kestrova_options,INTERFACE_INCLUDE_DIRECTORIES>)
+      target_compile_options(kestrova_busy_${name} PRIVATE ${KESTROVA_BUSY_OPTIONS}
+        $<TARGET_PROPERTY:kestrova_options,INTERFACE_COMPILE_OPTIONS>)
+      link_first(kestrova_busy_${name} ${library})
+    endif()
   endif()
+  target_sources(${library} PRIVATE ${sources})
+  target_link_libraries(${library} PUBLIC kestrova_options ${uses} ${F_LIBS})
 endfunction()

@@ -2,7 +2,7 @@
 """clang-tidy over src/: tidy.py BUILD-FOLDER JOBS
 
 Most of its time goes into the library's headers, so of a build that compiles a floor as one source
-several floors are looked at as one. A source that is compiled alone is looked at alone.
+several floors are looked at as one. A source of the faces that is compiled alone is looked at alone.
 
 What was clean stays clean until one of its sources, a header of src/ that they include or
 .clang-tidy changes: BUILD-FOLDER/tidy holds one empty file per clean state.
@@ -67,7 +67,7 @@ class Compiled:
         self.size = sum(name.stat().st_size for name in sources)
         below = sources[0].relative_to(source).parts
         # The floors of a storey bear each other (tests/checks/joined.py); those of its top do not.
-        joins = len(sources) > 1 and below[0] != "faces"
+        joins = below[0] != "faces"
         self.group = below[0] if joins else self.file
 
 
@@ -96,7 +96,7 @@ class Piece:
         folder = scratch / hashlib.sha256(self.parts[0].file.encode()).hexdigest()
         folder.mkdir(parents=True)
         file = folder / "piece.cpp"
-        file.write_text("".join(f'#include "{part.file}"\n' for part in self.parts))
+        file.write_text("".join(f'#include "{name}"\n' for name in self.sources))
         command = ["clang++", *(word for option in self.options for word in option), "-c", str(file)]
         (folder / "compile_commands.json").write_text(json.dumps(
             [{"directory": self.parts[0].folder, "file": str(file), "arguments": command}]))
@@ -107,6 +107,18 @@ class Piece:
         return "" if run.returncode == 0 else run.stdout or run.stderr
 
 
+def portions(sources):
+    """The sources in lists that are not too large for one piece."""
+    taken, size = [], 0
+    for name in sources:
+        if taken and size + name.stat().st_size > Piece.largest:
+            yield taken
+            taken, size = [], 0
+        taken.append(name)
+        size += name.stat().st_size
+    yield taken
+
+
 def pieces_of(build):
     groups = collections.defaultdict(list)
     for entry in json.loads((build / "compile_commands.json").read_text()):
@@ -114,8 +126,9 @@ def pieces_of(build):
         if file.exists():  # but what is made only while it builds
             sources = sources_of(file)
             if all(name.is_relative_to(source) for name in sources):
-                part = Compiled(entry, sources)
-                groups[part.group].append(part)
+                for portion in portions(sources):
+                    part = Compiled(entry, portion)
+                    groups[part.group].append(part)
     pieces = []
     for parts in groups.values():
         piece = []
