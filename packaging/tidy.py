@@ -66,8 +66,9 @@ class Compiled:
                 self.options.append((word, behind))
         self.size = sum(name.stat().st_size for name in sources)
         below = sources[0].relative_to(source).parts
-        # The floors of a storey bear each other (tests/checks/joined.py); those of its top do not.
-        joins = below[0] != "faces"
+        # The floors of a storey bear each other (tests/checks/joined.py); the windows, the practice
+        # content and the programs do not.
+        joins = below[0] != "faces" or below[1] in ("app", "cli")
         self.group = below[0] if joins else self.file
 
 
@@ -93,7 +94,7 @@ class Piece:
 
     def faults(self, scratch):
         """What clang-tidy tells of it, or "" when there is nothing."""
-        folder = scratch / hashlib.sha256(self.parts[0].file.encode()).hexdigest()
+        folder = scratch / hashlib.sha256(str(self.sources[0]).encode()).hexdigest()
         folder.mkdir(parents=True)
         file = folder / "piece.cpp"
         file.write_text("".join(f'#include "{name}"\n' for name in self.sources))

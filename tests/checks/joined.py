@@ -16,7 +16,8 @@ import tempfile
 
 # Joined across their sub-folders: by the build under the sanitizers, or by clang-tidy alone. Those of a
 # row are one.
-WHOLE = (("src/ground",), ("src/media",), ("src/engine", "src/keep", "src/work"), ("src/faces/ui",),
+WHOLE = (("src/ground",), ("src/media",), ("src/engine", "src/keep", "src/work"),
+         ("src/faces/app", "src/faces/cli"), ("src/faces/ui",),
          ("tests/engine", "tests/keep", "tests/work"), ("tests/faces/ui",))
 UNNAMED = re.compile(r"^namespace\s*\n\{\n(.*?)^\} // namespace$", re.S | re.M)
 TYPE = re.compile(r"^(?:struct|class|enum(?: class)?) (\w+)\b(?!;)")
