@@ -16,8 +16,6 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace kestrova
 {
 
@@ -48,6 +46,7 @@ public:
                 });
         });
         boxes_->setColumnStretch(1, 1);
+        boxes_->setColumnStretch(3, 1);
         column_->addWidget(list_, 1);
         column_->addLayout(boxes_);
     }
@@ -55,7 +54,7 @@ public:
     [[nodiscard]] QListWidget* List() const { return list_; }
     [[nodiscard]] QVBoxLayout& Column() const { return *column_; }
 
-    /// A box of the row, at its place among the others.
+    /// A box of the row, at its place among the others, two beside each other.
     void AddBox(QWidget* box, const char* name, const char* label, Message tip = Message{})
     {
         auto* words = new QLabel(this);
@@ -64,9 +63,10 @@ public:
         box->setObjectName(QString::fromLatin1(name));
         if (!tip.text.empty())
             box->setToolTip(Words(tip));
-        labels_.push_back(words);
+        const int at = static_cast<int>(fields_.size());
+        boxes_->addWidget(words, at / 2, at % 2 * 2);
+        boxes_->addWidget(box, at / 2, at % 2 * 2 + 1);
         fields_.push_back(box);
-        PlaceBoxes();
     }
     void AddButtons(const char* add, const char* update, const char* remove)
     {
@@ -101,41 +101,13 @@ public:
             field->setEnabled(selected.has_value());
     }
 
-protected:
-    void resizeEvent(QResizeEvent* event) override
-    {
-        QGroupBox::resizeEvent(event);
-        int pair = 0;
-        for (const QLabel* label : labels_)
-            pair = std::max(pair, label->sizeHint().width());
-        pair += typedLetters * fontMetrics().averageCharWidth() + 2 * boxes_->horizontalSpacing();
-        const int beside = 2 * pair <= width() ? 2 : 1;
-        if (beside != beside_) {
-            beside_ = beside;
-            PlaceBoxes();
-        }
-    }
-
 private:
-    /// Two beside each other where something can be typed into both then.
-    void PlaceBoxes()
-    {
-        for (int at = 0; at < static_cast<int>(fields_.size()); ++at) {
-            const auto place = static_cast<std::size_t>(at);
-            boxes_->addWidget(labels_[place], at / beside_, at % beside_ * 2);
-            boxes_->addWidget(fields_[place], at / beside_, at % beside_ * 2 + 1);
-        }
-        boxes_->setColumnStretch(3, beside_ - 1);
-    }
-
     RowKind kind_;
     UploadWizard& wizard_;
     UploadPage::Runner run_;
     QListWidget* list_;
     QVBoxLayout* column_;
     QGridLayout* boxes_;
-    int beside_ = 2;
-    std::vector<QLabel*> labels_;
     std::vector<QWidget*> fields_;
 };
 
