@@ -100,6 +100,7 @@ cp "$box/good.iso" "$image"
 appears 'my.kva .6 levels'
 menu mnu_Tools mnu_Manutenzione mnu_MoveArc
 answers 'Current archive is also on CD' Yes
+rests
 is_back() { [[ $(files_of "$box/archive") == "$before" ]]; }
 soon is_back
 appears 'my.kva .6 levels'

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The page of the first start by the keyboard: left, killed and begun again it shows what was typed;
-# an archive that the program is started with stands on it; a practice library is ready to play.
+# an archive that the program is started with stands on it.
 source "$(dirname "$0")/windows.bash"
 
 export HOME=$box/person
@@ -95,30 +95,4 @@ gone 'Welcome to Kestrova'
 appears 'mine.kva .2 levels'
 press ctrl+q
 wait "$window"
-
-# With nothing at all: two keys to the game.
-rm -r "$box/home"
-mkdir "$box/home"
-start_windows
-appears 'Welcome to Kestrova'
-press alt+p
-gone 'Welcome to Kestrova'
-appears 'Practice.kva .6 levels'
-main=$seen
-press F5
-soon shown 'practice game'
-screen=$(shown 'practice game')
-game=$(xdotool getwindowpid "$screen")
-xdotool windowfocus "$screen"
-soon focused "$screen"
-rests "$game"
-xdotool key q
-gone 'practice game'
-game=
-xdotool windowfocus "$main"
-soon focused "$main"
-press ctrl+q
-wait "$window"
 window=
-[[ $(ctl current | cut -f2) == "The Clockmaker's Attic" ]]
-[[ $(ctl levels | wc -l) -ge 6 ]]

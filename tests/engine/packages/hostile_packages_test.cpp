@@ -2,6 +2,7 @@
 #include "packages/unzip.h"
 
 #include "core/text.h"
+#include "sandbox/faults.h"
 #include "sandbox/patience.h"
 #include "world/tool_box.h"
 #include "world/zip_builder.h"
@@ -262,12 +263,13 @@ TEST_F(HostilePackages, BombsAreRefusedOrStoppedAndTheFolderCleared)
     EXPECT_LT(Clock::now() - start, soon);
 }
 
-TEST_F(HostilePackages, AMillionEntriesAreRefusedAndCanBeStopped)
+TEST_F(HostilePackages, FarTooManyEntriesAreRefusedAndCanBeStopped)
 {
-    constexpr std::size_t million = 1'000'000;
+    // A program that watches its memory takes as long for a quarter of them.
+    const std::size_t many = WalkStride() == 1 ? 1'000'000 : 250'000;
     {
-        std::vector<BuiltEntry> entries(million);
-        for (std::size_t i = 0; i < million; ++i)
+        std::vector<BuiltEntry> entries(many);
+        for (std::size_t i = 0; i < many; ++i)
             entries[i].name = std::to_string(i);
         box.Write("many.zip", BuildZip(entries));
     }
@@ -278,7 +280,8 @@ TEST_F(HostilePackages, AMillionEntriesAreRefusedAndCanBeStopped)
     EXPECT_FALSE(Unzip("many.zip", "out", true, &guard));
     EXPECT_LT(Clock::now() - start, 10 * soon);
     // On a machine at work the tool may not come to the end of its list in the time that it has.
-    EXPECT_TRUE(state.error.find("'many.zip' holds 1000000 files") != std::string::npos ||
+    EXPECT_TRUE(state.error.find("'many.zip' holds " + std::to_string(many) + " files") !=
+                    std::string::npos ||
                 state.error == "Timeout")
         << state.error;
     EXPECT_TRUE(IsEmpty("out"));
