@@ -23,13 +23,7 @@ public:
         machine.tools["update-mime-database"] = updater;
         std::filesystem::create_directories(session.programFolder);
     }
-    ~FileTypesWorld()
-    {
-        ::unsetenv("XDG_DATA_DIRS");
-        session.programFolder = tools;
-    }
-
-    const Path tools = session.programFolder;
+    ~FileTypesWorld() { ::unsetenv("XDG_DATA_DIRS"); }
 };
 
 TEST(FileTypes, AreOfferedWhereNobodyHasToldTheDesktop)

@@ -30,29 +30,26 @@ struct ToolWatch : ToolProgressState {
     }
 };
 
-/// A sandbox whose program folder is `tools`, into which shell scripts are put that play an
-/// outside tool. The sandbox may lie in memory that no program may be started from, so the folder
-/// is a link to one that lies with the other temporary files.
+/// A sandbox whose program folder is `tools`, until a test chooses another one; shell scripts are
+/// put there that play an outside tool. The sandbox may lie in memory that no program may be
+/// started from, so the folder is a link to one that lies with the other temporary files.
 class ToolBox : public World
 {
 public:
     ToolBox()
     {
-        std::string name = (std::filesystem::temp_directory_path() / "kestrova-tools-XXXXXX");
-        if (::mkdtemp(name.data()) == nullptr)
-            std::abort();
-        session.programFolder = name;
-        std::filesystem::create_directory_symlink(name, root / "tools");
+        session.programFolder = tools;
+        std::filesystem::create_directory_symlink(tools, root / "tools");
     }
     ~ToolBox()
     {
         std::error_code failure;
-        std::filesystem::remove_all(session.programFolder, failure);
+        std::filesystem::remove_all(tools, failure);
     }
 
     Path AddTool(const std::string& name, const std::string& script) const
     {
-        Path file = session.programFolder / name;
+        Path file = tools / name;
         std::ofstream{file} << "#!/bin/sh\n" << script << "\n";
         std::filesystem::permissions(file, std::filesystem::perms::owner_all);
         return file;
@@ -63,6 +60,13 @@ public:
         for (const char* name : {"zip", "unzip", "bsdtar", "madplay", "lame"})
             machine.tools[name] = platform::FindOnPath(name);
     }
+
+    const Path tools = [] {
+        std::string name = std::filesystem::temp_directory_path() / "kestrova-tools-XXXXXX";
+        if (::mkdtemp(name.data()) == nullptr)
+            std::abort();
+        return Path{name};
+    }();
 };
 
 } // namespace kestrova::testing

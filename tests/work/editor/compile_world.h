@@ -11,20 +11,17 @@ namespace kestrova::testing
 class CompileWorld : public ToolBox
 {
 public:
-    CompileWorld() : tools_(session.programFolder)
+    CompileWorld()
     {
         session.programFolder = root / "home";
         MakeTrle();
         MakeBackupAndArchive();
     }
-    ~CompileWorld() { session.programFolder = tools_; }
 
     /// Makes `place` of the Level Editor's folder a program.
     void AddCompiler(const std::string& place, const std::string& script)
     {
-        const Path home = std::exchange(session.programFolder, tools_);
         const Path program = AddTool(Path{place}.filename().native(), script);
-        session.programFolder = home;
         std::filesystem::create_symlink(program, root / "trle" / place);
     }
 
@@ -37,9 +34,6 @@ public:
         return files;
     }
     [[nodiscard]] bool LoanWaitsHere() const { return FileExists(root / "home/swap/lent"); }
-
-private:
-    Path tools_;
 };
 
 } // namespace kestrova::testing

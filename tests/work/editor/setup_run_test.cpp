@@ -282,11 +282,9 @@ TEST(LevelEditorSetup, TheRegistryOfThePrefixIsWritten)
     std::filesystem::create_directories(box / "person/.wine/drive_c");
     box.wish.target = box / "person/.wine/drive_c/Core Design/trle";
     const Path said = box / "said";
-    const Path home = std::exchange(box.session.programFolder, box / "tools");
     const Path wine = box.AddTool("wine", "{ echo \"$WINEPREFIX\"; printf '%s\\n' \"$@\"; } >'" +
                                               said.native() + "'");
     const Path failing = box.AddTool("failing", "echo no registry; exit 3");
-    box.session.programFolder = home;
     box.session.settings.wineCommand = wine.native();
     ASSERT_TRUE(box.SetUp()) << box.host.AllTold();
     EXPECT_EQ(box.Read("said"),

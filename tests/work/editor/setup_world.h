@@ -16,7 +16,7 @@ inline const std::string compilesTom =
 class SetupWorld : public ToolBox
 {
 public:
-    SetupWorld() : tools_(session.programFolder)
+    SetupWorld()
     {
         session.programFolder = root / "home";
         machine.drives = {{root, UINT64_C(1) << 40, true}};
@@ -25,7 +25,6 @@ public:
         wish.target = root / "person/Spiele ü/trle";
         MakeSource();
     }
-    ~SetupWorld() { session.programFolder = tools_; }
 
     SetupWish wish;
     Path target;
@@ -87,9 +86,6 @@ public:
         const auto progress = host.BeginProgress(ProgressWindow::Progress, {});
         return SetupLevelEditor(session, wish, *progress, target);
     }
-
-private:
-    Path tools_;
 };
 
 } // namespace kestrova::testing

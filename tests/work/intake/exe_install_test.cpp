@@ -38,7 +38,6 @@ class ExeWorld : public ToolBox
 {
 public:
     explicit ExeWorld(const std::string& script = installs, bool enclosed = false)
-        : tools(session.programFolder)
     {
         session.programFolder = root / "home";
         MakeTrle();
@@ -54,14 +53,11 @@ public:
         AddProgram(script);
         progress = host.BeginProgress(ProgressWindow::Progress, {});
     }
-    ~ExeWorld() { session.programFolder = tools; }
 
     /// The level's `setup.exe`, a link to a script that lies where programs may be started from.
     void AddProgram(const std::string& script)
     {
-        const Path home = std::exchange(session.programFolder, tools);
         program = AddTool("setup.exe", "TRLE=" + (root / "trle").native() + "; " + script);
-        session.programFolder = home;
     }
 
     /// The draft with the program among its files.
@@ -102,7 +98,6 @@ public:
         EXPECT_FALSE(Has("home/.kv~handed"));
     }
 
-    Path tools;
     Path program;
     FileContents before;
     FileContents result;
@@ -334,11 +329,9 @@ TEST(ExeInstall, WhatGoesWrongIsToldAndTheProgramGoes)
 TEST(ExeInstall, WhatAWindowsProgramWroteElsewhereIsListed)
 {
     ExeWorld world;
-    const Path home = std::exchange(world.session.programFolder, world.tools);
     const Path wine = world.AddTool("wine", "echo $WINEPREFIX >$WINEPREFIX/drive_c/stray.ini; "
                                             "echo level >" +
                                                 (world / "trle/DATA/city.tr4").native());
-    world.session.programFolder = home;
     std::filesystem::rename(world / "trle", world / "lent");
     world.Write("prefix/drive_c/old.ini", "old");
     std::filesystem::rename(world / "lent", world / "prefix/drive_c/trle");
