@@ -65,11 +65,12 @@ class Compiled:
             elif word == "-isystem":
                 self.options.append((word, behind))
         self.size = sum(name.stat().st_size for name in sources)
-        below = sources[0].relative_to(source).parts
-        # The floors of a storey bear each other (tests/checks/joined.py); the windows, the practice
-        # content and the programs do not.
-        joins = below[0] != "faces" or below[1] in ("app", "cli")
-        self.group = below[0] if joins else self.file
+        storey, floor = sources[0].relative_to(source).parts[:2]
+        # The floors of a storey bear each other (tests/checks/joined.py), and so do the storeys that
+        # the build joins; the windows and the practice content do not bear the other faces.
+        self.group = {"keep": "engine", "work": "engine"}.get(storey, storey)
+        if storey == "faces" and floor not in ("app", "cli"):
+            self.group = self.file if floor == "ui" else "practice"
 
 
 class Piece:
@@ -97,7 +98,10 @@ class Piece:
         folder = scratch / hashlib.sha256(str(self.sources[0]).encode()).hexdigest()
         folder.mkdir(parents=True)
         file = folder / "piece.cpp"
-        file.write_text("".join(f'#include "{name}"\n' for name in self.sources))
+        # Of several programs each has its `main`.
+        file.write_text("".join(
+            f'#undef main\n#define main main_of_{name.stem}\n#include "{name}"\n'
+            if name.parent.name == "mains" else f'#include "{name}"\n' for name in self.sources))
         command = ["clang++", *(word for option in self.options for word in option), "-c", str(file)]
         (folder / "compile_commands.json").write_text(json.dumps(
             [{"directory": self.parts[0].folder, "file": str(file), "arguments": command}]))

@@ -59,7 +59,7 @@ soon() {
     local end=$((SECONDS + patience))
     until "$@" >/dev/null 2>&1; do
         ((SECONDS < end)) || fails "never: $*"
-        nap 0.1
+        nap 0.15
     done
 }
 
@@ -108,7 +108,11 @@ rests() {
 }
 
 # shown TITLE: the number of that window, the last one of several.
-shown() { xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1 | grep .; }
+shown() {
+    local ids
+    ids=$(xdotool search --onlyvisible --name "$1" 2>/dev/null) && [[ -n $ids ]] &&
+        echo "${ids##*$'\n'}"
+}
 focused() { [[ $(xdotool getwindowfocus) == "$1" ]]; }
 
 seen= # the window that appeared last
@@ -126,7 +130,7 @@ appears() {
                 return
             fi
         fi
-        nap 0.1
+        nap 0.15
     done
     fails "no window '$1'"
 }
@@ -135,7 +139,7 @@ gone() {
     local end=$((SECONDS + patience))
     while ((SECONDS < end)); do
         shown "$1" >/dev/null || return 0
-        nap 0.1
+        nap 0.15
     done
     fails "the window '$1' stays"
 }
@@ -162,7 +166,7 @@ chooses() {
         enter "$1"
         for ((i = 0; i < 50; ++i)); do
             is_there "$chooser" || return 0
-            nap 0.1
+            nap 0.15
         done
         rests
         is_there "$chooser" || return 0
