@@ -49,22 +49,17 @@ public:
         if (first == last)
             return noEntry;
         if (level.levelCode == originalCode ||
-            (last - first == 1 && Entry(first).name == NameOnList(level)))
+            (last - first == 1 && library_.levels[first->second].name == NameOnList(level)))
             return std::prev(last)->second;
         const std::string token =
             KnownTokenOfLevel(LevelHomeOf(folders_, level.levelCode)).ValueOr({});
         for (auto at = last; at != first;) // of several the later counts
-            if (IsOf(Entry(--at), level, token))
+            if (IsOf(library_.levels[(--at)->second], level, token))
                 return at->second;
         return noEntry;
     }
 
 private:
-    using Place = std::vector<std::pair<LevelCode, std::size_t>>::const_iterator;
-    [[nodiscard]] const LibraryEntry& Entry(Place place) const
-    {
-        return library_.levels[place->second];
-    }
     static bool IsOf(const LibraryEntry& entry, const LevelRecord& level, const std::string& token)
     {
         return entry.token.empty() ? entry.name == NameOnList(level) : entry.token == token;

@@ -167,8 +167,7 @@ bool LevelListPane::eventFilter(QObject* object, QEvent* event)
 
 void LevelListPane::Refresh()
 {
-    const bool same = session_.archive.file == shownArchive_;
-    shownArchive_ = session_.archive.file;
+    const bool same = std::exchange(shownArchive_, session_.archive.file) == session_.archive.file;
     const ListPlace place = same ? PlaceIn(model_->Shown(), chosen_) : ListPlace{};
     const std::vector<LevelCode> several = ChosenAll();
     const int scrolled = same ? view_->verticalScrollBar()->value() : 0;
@@ -221,8 +220,7 @@ void LevelListPane::Choose(LevelCode code)
 {
     if (model_->Shown().RowOf(code) < 0)
         return;
-    chosen_ = code;
-    told_ = code; // whoever chose it shows it too
+    chosen_ = told_ = code; // whoever chose it shows it too
     MarkChosen();
 }
 
@@ -298,8 +296,7 @@ void LevelListPane::RowChosen(const QModelIndex& index)
 
 void LevelListPane::ChooseRow(int row)
 {
-    const LevelCode code = model_->Shown().At(row).code;
-    chosen_ = code;
+    chosen_ = model_->Shown().At(row).code;
     TellChosen();
 }
 

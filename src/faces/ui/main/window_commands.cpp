@@ -98,11 +98,10 @@ const WindowCommands::Opens WindowCommands::windows[] = {
 
 void WindowCommands::Invoke(const CommandRow& row)
 {
-    if (row.window.control == exitCommand) {
+    if (row.window.control == exitCommand)
         window_.close(); // which says why when it cannot
-        return;
-    }
-    Do([&] { RunOrShow(row); });
+    else
+        Do([&] { RunOrShow(row); });
 }
 
 void WindowCommands::Do(const std::function<void()>& work)
