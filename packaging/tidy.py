@@ -2,7 +2,8 @@
 """clang-tidy over src/: tidy.py BUILD-FOLDER JOBS
 
 Most of its time goes into the library's headers, so of a build that compiles a floor as one source
-several floors are looked at as one. A source of the faces that is compiled alone is looked at alone.
+several floors are looked at as one; of the faces the windows alone, and the programs with the
+practice content.
 
 What was clean stays clean until one of its sources, a header of src/ that they include or
 .clang-tidy changes: BUILD-FOLDER/tidy holds one empty file per clean state.
